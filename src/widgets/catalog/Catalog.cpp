@@ -1,0 +1,202 @@
+#include "widgets/catalog/Catalog.h"
+
+#include <QCoreApplication>
+#include <QHash>
+#include <QMutex>
+#include <array>
+#include <string_view>
+#include <unordered_map>
+
+#include "widgets/catalog/CatalogRows.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString translated(const char* text) { return QCoreApplication::translate("Catalog", text); }
+
+/// Symbols and families recur in many rows and are held once.
+class Words {
+ public:
+  const QString& of(const char* text) {
+    auto& word = words_[text];
+    if (word.isEmpty()) word = QString::fromLatin1(text);
+    return word;
+  }
+
+ private:
+  std::unordered_map<std::string_view, QString> words_;
+};
+
+struct Lists {
+  QList<WidgetGroup> groups;
+  QSet<QString> referenceKinds;
+  QList<WidgetDefinition> items;
+  QHash<QString, const WidgetDefinition*> index;
+  QList<WidgetDefinition> extraItems;
+  QStringList categories;
+
+  Lists();
+
+ private:
+  void buildGroups();
+  void buildItems();
+  void buildExtraItems();
+  void buildCategories();
+};
+
+Lists::Lists() {
+  buildGroups();
+  buildItems();
+  buildExtraItems();
+  buildCategories();
+}
+
+void Lists::buildGroups() {
+  for (const catalog::Group& group : catalog::groups()) {
+    QStringList kinds;
+    kinds.reserve(static_cast<qsizetype>(group.kinds.size()));
+    for (const char* kind : group.kinds) kinds.append(QString::fromLatin1(kind));
+    referenceKinds.unite(QSet<QString>(kinds.cbegin(), kinds.cend()));
+    groups.append({translated(group.name), QString::fromLatin1(group.symbol), std::move(kinds)});
+  }
+}
+
+void Lists::buildItems() {
+  std::unordered_map<std::string_view, const char*> displayNames;
+  for (const catalog::DisplayName& entry : catalog::displayNames()) displayNames.emplace(entry.kind, entry.name);
+  QHash<QString, QString> groupNames;
+  for (const WidgetGroup& group : groups) {
+    for (const QString& kind : group.kinds) {
+      if (!groupNames.contains(kind)) groupNames.insert(kind, group.name);
+    }
+  }
+
+  Words words;
+  items.reserve(static_cast<qsizetype>(catalog::rows().size()));
+  for (const catalog::Row& row : catalog::rows()) {
+    WidgetDefinition item;
+    item.id = QString::fromLatin1(row.kind);
+    const auto displayName = displayNames.find(row.kind);
+    item.name = translated(displayName == displayNames.end() ? row.name : displayName->second);
+    const auto groupName = groupNames.constFind(item.id);
+    item.category = groupName == groupNames.cend() ? translated(row.category) : *groupName;
+    item.symbol = words.of(row.symbol);
+    const bool isStudio = item.id == "youtubeStudio"_L1 || item.id == "xStudio"_L1;
+    item.family = words.of(isStudio ? "studio" : row.family);
+    item.asset = words.of(row.asset);
+    item.width = Catalog::referenceWidth(item.id, row.width);
+    items.append(std::move(item));
+  }
+
+  index.reserve(items.size());
+  for (const WidgetDefinition& item : std::as_const(items)) index.insert(item.id, &item);
+}
+
+void Lists::buildExtraItems() {
+  static constexpr std::array readyMade{"applications"_L1, "trash"_L1, "appLauncher"_L1, "folderLauncher"_L1};
+  for (const WidgetDefinition& item : std::as_const(items)) {
+    const bool offeredElsewhere = std::find(readyMade.begin(), readyMade.end(), item.id) != readyMade.end();
+    if (!offeredElsewhere && !referenceKinds.contains(item.id)) extraItems.append(item);
+  }
+}
+
+void Lists::buildCategories() {
+  categories = {QCoreApplication::translate("Catalog", "All Widgets"), QCoreApplication::translate("Catalog", "Apps"),
+                QCoreApplication::translate("Catalog", "Folders")};
+  for (const WidgetGroup& group : std::as_const(groups)) categories.append(group.name);
+  categories.append(QCoreApplication::translate("Catalog", "More"));
+}
+
+const Lists& lists() {
+  static const Lists instance;
+  return instance;
+}
+
+/// Generic definitions, made as their kinds turn up and kept so that find() can hand out lasting references. There are
+/// as many as a settings file has kinds that this version doesn't know.
+class UnknownKinds {
+ public:
+  const WidgetDefinition& find(const QString& kind) {
+    const QMutexLocker lock(&mutex_);
+    auto found = definitions_.find(kind);
+    if (found == definitions_.end()) {
+      found = definitions_.emplace(kind, generic(kind)).first;
+    }
+    return found->second;  // a node-based map never moves its values
+  }
+
+ private:
+  static WidgetDefinition generic(const QString& kind) {
+    return {.id = kind,
+            .name = kind,
+            .category = QCoreApplication::translate("Catalog", "Other"),
+            .symbol = u"square"_s,
+            .family = u"integration"_s,
+            .asset = QString(),
+            .width = 140};
+  }
+
+  QMutex mutex_;
+  std::unordered_map<QString, WidgetDefinition> definitions_;
+};
+
+}  // namespace
+
+bool isConnectedFamily(QStringView family) { return family == "integration"_L1 || family == "studio"_L1; }
+
+const QList<WidgetDefinition>& Catalog::items() { return lists().items; }
+
+const WidgetDefinition& Catalog::find(const QString& kind) {
+  if (const WidgetDefinition* item = lists().index.value(kind)) return *item;
+  static UnknownKinds unknownKinds;
+  return unknownKinds.find(kind);
+}
+
+bool Catalog::contains(const QString& kind) { return lists().index.contains(kind); }
+
+const QList<WidgetGroup>& Catalog::groups() { return lists().groups; }
+
+const QSet<QString>& Catalog::referenceKinds() { return lists().referenceKinds; }
+
+const QList<WidgetDefinition>& Catalog::extraItems() { return lists().extraItems; }
+
+const QStringList& Catalog::categories() { return lists().categories; }
+
+double Catalog::referenceWidth(QStringView kind, double fallback) {
+  struct Width {
+    QLatin1StringView kind;
+    double width;
+  };
+  static constexpr Width widths[] = {
+      {"revenuePolar"_L1, 148},
+      {"revenueStripe"_L1, 148},
+      {"revenueDodoPayments"_L1, 148},
+      {"stockChart"_L1, 156},
+      {"cryptoChart"_L1, 156},
+      {"nowPlayingExpanded"_L1, 248},
+      {"nowPlayingMini"_L1, 64},
+      {"nowPlayingTimeline"_L1, 280},
+      {"nowPlayingYouTubeVideo"_L1, 114},
+      {"backgroundSounds"_L1, 180},
+      {"backgroundSound"_L1, 180},
+      {"dayNumber"_L1, 70},
+      {"ringClock"_L1, 70},
+      {"cpu"_L1, 70},
+      {"ram"_L1, 70},
+      {"claudePlanUsageGauge"_L1, 120},
+      {"codexUsageGauge"_L1, 120},
+      {"shopifyTrends"_L1, 220},
+      {"analyticsGitHubContributions"_L1, 220},
+  };
+  for (const Width& rule : widths) {
+    if (kind == rule.kind) return rule.width;
+  }
+  if (kind.startsWith("analog"_L1)) return 80;
+  if (kind.endsWith("Overview"_L1)) return 220;
+  return fallback;
+}
+
+}  // namespace tarnwick

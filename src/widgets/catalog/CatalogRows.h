@@ -1,0 +1,37 @@
+#pragma once
+
+#include <span>
+
+/// The tables behind Catalog, in the form in which people edit them. Nothing but Catalog reads them: they hold source
+/// texts that are yet to be translated, and widths and categories that Catalog still adjusts.
+namespace tarnwick::catalog {
+
+/// One kind of widget. Texts are UTF-8 and live as long as the program.
+struct Row {
+  const char* kind;
+  const char* name;      ///< plain name, before `displayNames`
+  const char* category;  ///< for a kind that is in no group
+  const char* symbol;
+  const char* family;
+  double width;  ///< for a kind that no rule of Catalog::referenceWidth names
+  const char* asset = "";
+};
+
+/// The name that a kind is shown by, where it reads better than the plain one under its section's heading.
+struct DisplayName {
+  const char* kind;
+  const char* name;
+};
+
+/// One section of the widget library with its kinds in display order.
+struct Group {
+  const char* name;
+  const char* symbol;
+  std::span<const char* const> kinds;
+};
+
+std::span<const Row> rows();
+std::span<const DisplayName> displayNames();
+std::span<const Group> groups();
+
+}  // namespace tarnwick::catalog
