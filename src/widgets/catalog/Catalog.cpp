@@ -3,10 +3,12 @@
 #include <QCoreApplication>
 #include <QHash>
 #include <QMutex>
+#include <algorithm>
 #include <array>
 #include <string_view>
 #include <unordered_map>
 
+#include "base/ProbeCounters.h"
 #include "widgets/catalog/CatalogRows.h"
 
 namespace tarnwick {
@@ -150,6 +152,7 @@ bool isConnectedFamily(QStringView family) { return family == "integration"_L1 |
 const QList<WidgetDefinition>& Catalog::items() { return lists().items; }
 
 const WidgetDefinition& Catalog::find(const QString& kind) {
+  ProbeCounters::count("catalogFind");
   if (const WidgetDefinition* item = lists().index.value(kind)) return *item;
   static UnknownKinds unknownKinds;
   return unknownKinds.find(kind);

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+
+#include "config/DockWidget.h"
+
+namespace tarnwick {
+
+/// What saving the form of a widget means: checks its entries and tells what is to be done.
+///
+/// The form itself belongs to the views; what is not a rule of one widget (the file of settings, the credential, the
+/// fetch) belongs to the caller.
+struct WidgetEditor {
+  /// What the rules must ask of others. Both functions must be set.
+  struct Hooks {
+    /// Whether a path names an executable file.
+    std::function<bool(const QString& path)> isExecutable;
+    /// Where the Codex program usually lies; used where the user chose none.
+    QString defaultCodexExecutable;
+    /// A widget of mode `native` as its provider wants it stored, the provider's own address included. Gives a kind
+    /// without a provider back unchanged; throws DomainError with the provider's sentence.
+    std::function<DockWidget(const DockWidget& widget)> configured;
+  };
+
+  /// What the caller does next, in this order.
+  struct Outcome {
+    bool saveCredential =
+        false;             ///< store the entered credential under the account of `widget`; a failure ends the saving
+    DockWidget widget;     ///< hand to the store's `update`
+    bool refresh = false;  ///< fetch anew, after the update
+  };
+
+  /// `edited` is the form's widget, `stored` the same widget as the store holds it now, `credentialChanged` whether the
+  /// user touched the credential field. What the tile counts by itself (a running deadline, glasses drunk) is taken
+  /// from `stored`: it may have moved on while the form was open. Throws DomainError with the sentence that the form
+  /// shows; then nothing is to be stored.
+  static Outcome save(const DockWidget& edited, const DockWidget& stored, bool credentialChanged, const Hooks& hooks);
+};
+
+}  // namespace tarnwick
