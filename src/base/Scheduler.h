@@ -18,8 +18,9 @@ class Job {
 };
 using JobHandle = std::unique_ptr<Job>;
 
-/// Time, and work that waits for it. Main thread only; work runs on the main thread, never inside the call that schedules it.
-/// The running program uses SystemScheduler; tests use a scheduler whose clock they set, so nothing ever waits.
+/// Time, and work that waits for it. Main thread only; work runs on the main thread, never inside the call that
+/// schedules it. The running program uses SystemScheduler; tests use a scheduler whose clock they set, so nothing ever
+/// waits.
 class Scheduler {
  public:
   virtual ~Scheduler() = default;

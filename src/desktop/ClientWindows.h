@@ -9,17 +9,17 @@ namespace tarnwick {
 
 /// A window of another program, as far as every window system tells it.
 struct ClientWindow {
-  quint64 id = 0;          ///< Opaque; valid while the window lives.
+  quint64 id = 0;  ///< Opaque; valid while the window lives.
   QString title;
-  QString applicationId;   ///< What the program calls itself: the desktop-file id it announces, or its window class.
-  QString instance;        ///< The second name that X11 programs give; empty elsewhere.
-  QString sandboxId;       ///< The id of the Flatpak or Snap that it runs in, where that is known.
-  qint64 pid = 0;          ///< 0 where the desktop does not tell.
-  bool inTaskbar = true;   ///< False for windows that ask not to be listed: docks, desktops, tool windows.
+  QString applicationId;  ///< What the program calls itself: the desktop-file id it announces, or its window class.
+  QString instance;       ///< The second name that X11 programs give; empty elsewhere.
+  QString sandboxId;      ///< The id of the Flatpak or Snap that it runs in, where that is known.
+  qint64 pid = 0;         ///< 0 where the desktop does not tell.
+  bool inTaskbar = true;  ///< False for windows that ask not to be listed: docks, desktops, tool windows.
   bool active = false;
   bool minimised = false;
   bool fullscreen = false;
-  QStringList screens;     ///< The identities of the screens that show it.
+  QStringList screens;  ///< The identities of the screens that show it.
 
   bool operator==(const ClientWindow&) const = default;
 };

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QMargins>
+#include <QRegion>
+#include <QWidget>
+
+namespace tarnwick {
+
+/// What the controller tells a dock's content about the panel that it fills.
+struct DockGeometry {
+  QString display;         ///< Screen::id
+  QSizeF panel;            ///< The slot of the dock, without margins.
+  double scale = 1;        ///< Of everything that is drawn.
+  bool composited = true;  ///< Whether the window can be translucent.
+  bool blurred = false;    ///< Whether the compositor blurs behind it.
+
+  bool operator==(const DockGeometry&) const = default;
+};
+
+/// The widget that fills one panel. The view layer makes it; the controller only asks for its shape.
+class DockContent : public QWidget {
+  Q_OBJECT
+ public:
+  using QWidget::QWidget;
+
+  virtual void configure(const DockGeometry& geometry) = 0;
+  /// Room that the content paints on around the panel's slot.
+  virtual QMargins margins() const = 0;
+  /// In the content's own coordinates, margins included.
+  virtual QRegion outline() const = 0;
+  virtual QRegion inputRegion() const = 0;
+
+ Q_SIGNALS:
+  /// Outline or input region changed.
+  void shapeChanged();
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QRectF>
+#include <QSizeF>
+#include <QString>
+#include <optional>
+
+#include "config/DockConfiguration.h"
+
+namespace tarnwick {
+
+/// How large a dock's panel is and where it stands. Desktop coordinates: origin at the top left, y downwards,
+/// device-independent pixels.
+struct DockPlacement {
+  /// What the row holds, at scale 1.
+  struct Row {
+    double tileWidths = 0;  ///< The sum of the widgets' widths.
+    int widgets = 0;
+    int runningApps = 0;  ///< Those that are shown; none where the user hides them.
+
+    bool operator==(const Row&) const = default;
+  };
+
+  struct Size {
+    double scale = 1;  ///< The user's, or less where the row is fitted to the screen.
+    QSizeF panel;
+
+    bool operator==(const Size&) const = default;
+  };
+
+  static constexpr double kTileHeight = 64;
+  static constexpr double kHeight = 84;
+  static constexpr double kHeightWithTabs = 110;
+  static constexpr double kRunningApp = 52;
+  static constexpr double kRunningAppsSeparator = 12;
+  static constexpr double kLeastScale = 0.5;
+
+  /// The row's measure for a profile's widgets: catalog widths, 140 for a kind that the catalog lacks.
+  static Row row(const QList<DockWidget>& widgets, int runningApps);
+
+  /// `usableWidth` is the width of the screen without others' bars.
+  static Size size(const DockConfiguration& config, const Row& row, double usableWidth);
+
+  /// The panel's slot on a screen. `floating` is the saved top left corner in that layout, relative to the screen's
+  /// frame; the panel is kept inside `usable`.
+  static QRectF place(const DockConfiguration& config, const QSizeF& panel, const QRectF& frame, const QRectF& usable,
+                      const std::optional<QPointF>& floating);
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,24 @@
+#include "store/ActiveSets.h"
+
+#include "widgets/catalog/Catalog.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+ActiveSets ActiveSets::of(const QList<DockWidget>& widgets) {
+  ActiveSets sets;
+  for (const DockWidget& widget : widgets) {
+    const QString family = Catalog::find(widget.kind).family;
+    sets.kinds.insert(widget.kind);
+    sets.families.insert(family);
+    const bool connected = isConnectedFamily(family) || family == "metric"_L1;
+    if (const auto mode = widget.options.constFind(u"connectionMode"_s);
+        connected && mode != widget.options.constEnd()) {
+      sets.connectionModes.insert(*mode);
+    }
+  }
+  return sets;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,182 @@
+#pragma once
+
+#include <QObject>
+#include <QSet>
+#include <optional>
+
+#include "apps/InstalledApps.h"
+#include "apps/RunningApplications.h"
+#include "base/ProgramKeys.h"
+#include "base/Scheduler.h"
+#include "config/DockConfiguration.h"
+#include "config/LayoutSignature.h"
+#include "desktop/Notifications.h"
+#include "desktop/SessionEvents.h"
+#include "store/ActiveSets.h"
+#include "store/Collaborators.h"
+#include "system/SystemMetrics.h"
+#include "system/ports/SystemCounters.h"
+
+namespace tarnwick {
+
+/// What a store is made of. Pointers are borrowed and must outlive the store; null means that the desktop lacks it.
+struct StoreSetup {
+  /// Runs without a user's data: nothing is read, nothing is saved, no timer starts.
+  bool diagnostic = false;
+  /// The settings file; chosen by the program's keys when absent.
+  std::optional<QString> storage;
+  /// Whether the start reads the desktop: running applications and a first sample of the system.
+  bool platformReads = true;
+
+  Scheduler* scheduler = nullptr;  ///< Required.
+  ProgramKeys keys;
+  std::unique_ptr<SystemCounters> counters;  ///< Required.
+  InstalledApps* installedApps = nullptr;
+  RunningApplications* applications = nullptr;
+  Notifications* notifications = nullptr;
+  SessionEvents* session = nullptr;
+  Collaborators collaborators;
+};
+
+/// The one observable object of the program: it owns the settings document and the services, drives them with a beat of
+/// one second, and holds the live data that the widgets show. Main thread only. Operations do not fail towards their
+/// callers: what goes wrong lands in `error`.
+class AppStore : public QObject {
+  Q_OBJECT
+ public:
+  static constexpr double kRunningAppsHold = 1.5;
+
+  explicit AppStore(StoreSetup setup);
+  ~AppStore() override;
+
+  // Published values. Each has a signal of its own name with "Changed" behind it.
+  const DockConfiguration& config() const { return config_; }
+  const QString& error() const { return error_; }  ///< The one message line; empty when there is none.
+  const QList<RunningApp>& runningApps() const { return runningApps_; }
+  const QString& calendarMessage() const { return calendarMessage_; }
+  const QString& reminderMessage() const { return reminderMessage_; }
+
+  SystemMetrics& system() { return *system_; }
+  const SystemMetrics& system() const { return *system_; }
+  Collaborators& services() { return services_; }
+  Scheduler& scheduler() { return *scheduler_; }
+
+  QDateTime now() const;
+  /// Stops the store's clock at a moment, for pictures and tests; absent lets it run.
+  void setFrozenDate(const std::optional<QDateTime>& date) { frozenDate_ = date; }
+  const QString& storagePath() const { return storagePath_; }
+  QString dataDirectory() const;
+  bool ready() const { return ready_; }  ///< Whether saving is allowed in this run.
+  bool isDiagnostic() const { return diagnostic_; }
+  qint64 tick() const { return tick_; }
+  const ActiveSets& active() const { return active_; }
+  /// The display of the dock that an action applies to; empty when none was named.
+  QString activeDisplay;
+
+  // The document.
+  const DockProfile& profile() const;
+  const QList<DockWidget>& widgets() const;
+  qsizetype profileIndex(const QString& display) const;
+  bool isPinned(const QString& display) const;
+  /// The widgets that a display's dock shows.
+  QList<DockWidget> displayedWidgets(const QString& display) const;
+  QList<DockWidget> displayedWidgets() const { return displayedWidgets(activeDisplay); }
+  /// The running applications that a display's dock doesn't hold as a tile already.
+  QList<RunningApp> unpinnedRunningApps(const QString& display) const;
+
+  /// The one road of every change: `change` edits the document, which is then indexed, announced and saved in time.
+  void edit(const std::function<void(DockConfiguration&)>& change);
+  void set(const QUuid& id, const QString& key, const std::optional<QString>& value);
+  void update(const DockWidget& widget);
+  void add(const QString& kind);
+  void addWidget(const DockWidget& widget);
+  void remove(const QUuid& id);
+  void move(const QUuid& id, int places);
+  void moveDisplayed(qsizetype from, qsizetype to);
+  void newProfile(const QString& name, bool duplicate);
+  void selectProfile(const QUuid& id);
+  void selectProfile(const QUuid& id, const QString& display);
+  void pinDisplay(const QString& display, const std::optional<QUuid>& profile);
+  void deleteProfile(const QUuid& id);
+  void addTodo(const QString& text);
+  void toggleTodo(const QUuid& id);
+
+  /// Writes the document to a file of the user's choice.
+  void exportConfiguration(const QString& path);
+  /// Replaces the document by a file's; on any failure it stays as it is.
+  void importConfiguration(const QString& path);
+
+  void setError(const QString& message);
+  void clearError() { setError({}); }
+
+  /// Posts a notification, unless the user switched them off.
+  void notify(const QString& title, const QString& body);
+  void refresh(const DockWidget& widget);
+  void refreshAll();
+
+  /// Keeps the list of running applications still while tiles are dragged or dropped.
+  void holdRunningApps();
+  /// Takes the desktop's list of running applications.
+  void apply(const QList<RunningApp>& running);
+
+  /// One beat. Called by the store's own timer; public so that a wake-up or a test can beat it.
+  void heartbeat();
+  void save();
+  /// Stops everything and saves. Further calls do nothing.
+  void shutdown();
+
+ Q_SIGNALS:
+  void configChanged();
+  /// What the dock looks like changed, not only what its widgets count.
+  void layoutChanged();
+  void errorChanged();
+  void runningAppsChanged();
+  /// A beat went by: what shows the time may look at it.
+  void ticked();
+
+ private:
+  void start(StoreSetup& setup);
+  bool load();
+  void listen(StoreSetup& setup);
+  void configDidChange();
+  void scheduleSave();
+  void refreshActiveWidgetIndex();
+  void sampleServices();
+  void recordClipboard();
+  void migrateClipboardHistory();
+  void restoreMedia();
+  void reportNoRoom();
+
+  Scheduler* scheduler_;
+  ProgramKeys keys_;
+  InstalledApps* installedApps_;
+  RunningApplications* applications_;
+  Notifications* notifications_;
+  Collaborators services_;
+  std::unique_ptr<SystemMetrics> system_;
+
+  DockConfiguration config_;
+  QString error_;
+  QList<RunningApp> runningApps_;
+  QString calendarMessage_;
+  QString reminderMessage_;
+
+  std::optional<QDateTime> frozenDate_;
+  QString storagePath_;
+  bool ready_ = false;
+  bool diagnostic_ = false;
+  bool down_ = false;
+  JobHandle saveWork_;
+  double saveDue_ = 0;  // On the reference clock; means something while saveWork_ is there.
+  QDateTime lastSave_;
+  LayoutSignature layoutSignature_;
+
+  JobHandle timer_;
+  qint64 tick_ = 0;
+  int pasteboardCount_ = 0;
+  std::optional<QList<RunningApp>> deferredApps_;
+  QDateTime runningAppsHeldUntil_;
+  ActiveSets active_;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,131 @@
+#include <gtest/gtest.h>
+
+#include "store/ActiveSets.h"
+#include "store/DocumentEdits.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+DockWidget widgetOf(const QString& kind) {
+  DockWidget widget;
+  widget.id = QUuid::createUuid();
+  widget.kind = kind;
+  return widget;
+}
+
+QStringList kindsOf(const DockProfile& profile) {
+  QStringList kinds;
+  for (const DockWidget& widget : profile.widgets) kinds << widget.kind;
+  return kinds;
+}
+
+DockConfiguration twoProfiles() {
+  DockConfiguration config;
+  config.profiles[0].widgets = {widgetOf(u"cpu"_s), widgetOf(u"pinnedWindow"_s), widgetOf(u"ram"_s),
+                                widgetOf(u"timer"_s)};
+  DocumentEdits::newProfile(config, u"Work"_s, false);
+  config.activeProfileID = config.profiles[0].id;
+  return config;
+}
+
+TEST(Edits, ProfilesStayWithinTheirLimits) {
+  DockConfiguration config;
+  ASSERT_TRUE(DocumentEdits::newProfile(config, u"  "_s, true));
+  EXPECT_EQ(config.profiles[1].name, u"New Profile"_s);
+  EXPECT_EQ(config.activeProfileID, config.profiles[1].id);
+  EXPECT_EQ(kindsOf(config.profiles[1]), kindsOf(config.profiles[0]));
+  for (qsizetype i = 0; i < 7; ++i) EXPECT_NE(config.profiles[0].widgets[i].id, config.profiles[1].widgets[i].id);
+
+  while (config.profiles.size() < 20) ASSERT_TRUE(DocumentEdits::newProfile(config, u"P"_s, false));
+  const DockConfiguration full = config;
+  EXPECT_FALSE(DocumentEdits::newProfile(config, u"one more"_s, false));
+  EXPECT_EQ(config, full);
+}
+
+TEST(Edits, DeletingAProfileTakesItsRulesAndPins) {
+  DockConfiguration config = twoProfiles();
+  DocumentEdits::newProfile(config, u"Studio"_s, false);
+  const QUuid work = config.profiles[1].id;
+  const QUuid studio = config.profiles[2].id;
+  DocumentEdits::pin(config, u"L"_s, work);
+  DocumentEdits::pin(config, u"R"_s, studio);
+  ProfileRule rule;
+  rule.profileID = work;
+  config.desktop->profileRules = {rule};
+  EXPECT_EQ(DocumentEdits::profileIndex(config, u"L"_s), 1);
+  EXPECT_TRUE(DocumentEdits::isPinned(config, u"L"_s));
+
+  // The active profile gives way to the one that takes its index, and at the end to the last.
+  config.activeProfileID = work;
+  ASSERT_TRUE(DocumentEdits::deleteProfile(config, work));
+  EXPECT_EQ(config.activeProfileID, studio);
+  EXPECT_TRUE(config.desktop->profileRules.isEmpty());
+  EXPECT_FALSE(DocumentEdits::isPinned(config, u"L"_s));
+  EXPECT_EQ(DocumentEdits::profileIndex(config, u"R"_s), 1);
+  ASSERT_TRUE(DocumentEdits::deleteProfile(config, studio));
+  EXPECT_EQ(config.activeProfileID, config.profiles[0].id);
+  EXPECT_FALSE(DocumentEdits::deleteProfile(config, config.profiles[0].id));
+}
+
+TEST(Edits, APinToAProfileThatIsGoneFollowsTheActiveOne) {
+  DockConfiguration config = twoProfiles();
+  DesktopOptions options = config.desktopOptions();
+  options.displayProfiles = {{u"L"_s, QUuid::createUuid().toString()}, {u"R"_s, u"not an identity"_s}};
+  config.desktop = options;
+  EXPECT_EQ(DocumentEdits::profileIndex(config, u"L"_s), 0);
+  EXPECT_FALSE(DocumentEdits::isPinned(config, u"R"_s));
+}
+
+TEST(Edits, HiddenWidgetsFollowTheirNeighbourThroughAReorder) {
+  DockConfiguration config = twoProfiles();
+  const auto widgets = config.profiles[0].widgets;
+  ASSERT_TRUE(DocumentEdits::arrange(config, 0, {widgets[3].id, widgets[2].id, widgets[0].id}));
+  EXPECT_EQ(kindsOf(config.profiles[0]), (QStringList{u"timer"_s, u"ram"_s, u"cpu"_s, u"pinnedWindow"_s}));
+  // An order that does not name what is there loses nothing.
+  ASSERT_FALSE(DocumentEdits::arrange(config, 0, {widgets[0].id, QUuid::createUuid(), widgets[0].id}));
+  EXPECT_EQ(config.profiles[0].widgets.size(), 4);
+}
+
+TEST(Edits, OptionsMovesAndTodos) {
+  DockConfiguration config = twoProfiles();
+  const QUuid timer = config.profiles[0].widgets[3].id;
+  EXPECT_TRUE(DocumentEdits::setOption(config, timer, u"minutes"_s, u"5"_s));
+  EXPECT_FALSE(DocumentEdits::setOption(config, timer, u"minutes"_s, u"5"_s));
+  EXPECT_EQ(DocumentEdits::find(config, timer)->options.value(u"minutes"_s), u"5"_s);
+  EXPECT_TRUE(DocumentEdits::setOption(config, timer, u"minutes"_s, std::nullopt));
+  EXPECT_FALSE(DocumentEdits::setOption(config, QUuid::createUuid(), u"minutes"_s, u"5"_s));
+
+  EXPECT_TRUE(DocumentEdits::move(config, timer, -2));
+  EXPECT_EQ(kindsOf(config.profiles[0]), (QStringList{u"cpu"_s, u"timer"_s, u"pinnedWindow"_s, u"ram"_s}));
+  EXPECT_TRUE(DocumentEdits::move(config, timer, -9));
+  EXPECT_FALSE(DocumentEdits::move(config, timer, -1));
+
+  EXPECT_FALSE(DocumentEdits::addTodo(config, u" \n"_s));
+  ASSERT_TRUE(DocumentEdits::addTodo(config, u" Reply to Sam\n"_s));
+  EXPECT_EQ(config.todos.first().text, u"Reply to Sam"_s);
+  EXPECT_TRUE(DocumentEdits::toggleTodo(config, config.todos.first().id));
+  EXPECT_TRUE(config.todos.first().completed);
+
+  auto& widgets = config.profiles[0].widgets;
+  while (widgets.size() < 150) widgets.append(widgetOf(u"cpu"_s));
+  EXPECT_FALSE(DocumentEdits::add(config, 0, widgetOf(u"cpu"_s)));
+  EXPECT_EQ(widgets.size(), 150);
+}
+
+TEST(ActiveSets, NameWhatTheWidgetsNeed) {
+  DockWidget claude = widgetOf(u"analyticsClaudeCodeStatus"_s);
+  claude.options.insert(u"connectionMode"_s, u"claudeActivity"_s);
+  DockWidget studio = widgetOf(u"youtubeStudio"_s);
+  studio.options.insert(u"connectionMode"_s, u"native"_s);
+  DockWidget clock = widgetOf(u"digitalClock"_s);
+  clock.options.insert(u"connectionMode"_s, u"ignored"_s);
+  const ActiveSets sets = ActiveSets::of({claude, studio, clock, widgetOf(u"temperatureChart"_s)});
+  EXPECT_EQ(sets.kinds.size(), 4);
+  EXPECT_EQ(sets.families, (QSet<QString>{u"integration"_s, u"studio"_s, u"clock"_s, u"temperature"_s}));
+  EXPECT_EQ(sets.connectionModes, (QSet<QString>{u"claudeActivity"_s, u"native"_s}));
+}
+
+}  // namespace
+}  // namespace tarnwick
