@@ -1,0 +1,43 @@
+#include "platform/linux/KernelFile.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+
+namespace tarnwick {
+namespace {
+
+constexpr std::size_t kFirstBuffer = 4096;
+
+}  // namespace
+
+KernelFile::~KernelFile() { close(); }
+
+void KernelFile::close() {
+  if (descriptor_ >= 0) ::close(descriptor_);
+  descriptor_ = -1;
+}
+
+std::optional<std::string_view> KernelFile::read(std::size_t limit) {
+  if (descriptor_ < 0) descriptor_ = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC);
+  if (descriptor_ < 0) return std::nullopt;
+  std::size_t length = 0;
+  while (length < limit) {
+    if (buffer_.size() == length) buffer_.resize(std::max(kFirstBuffer, buffer_.size() * 2));
+    const std::size_t room = std::min(buffer_.size(), limit) - length;
+    const ssize_t count = ::pread(descriptor_, buffer_.data() + length, room, static_cast<off_t>(length));
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) {
+      // The device behind the file may be gone; a new one under the same path needs a new descriptor.
+      close();
+      return std::nullopt;
+    }
+    if (count == 0) break;
+    length += static_cast<std::size_t>(count);
+  }
+  return std::string_view(buffer_).substr(0, length);
+}
+
+}  // namespace tarnwick

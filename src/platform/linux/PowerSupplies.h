@@ -1,0 +1,32 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarnwick {
+
+/// One battery that feeds the machine, with whatever its driver tells.
+struct Battery {
+  std::optional<double> energyNow;  ///< microwatt-hours, like `energyFull`
+  std::optional<double> energyFull;
+  std::optional<double> chargeNow;  ///< microampere-hours, like `chargeFull`
+  std::optional<double> chargeFull;
+  std::optional<double> capacity;  ///< percent, from drivers that know no more
+
+  /// From the `uevent` text of a power supply. None for mains, for an empty bay, and for the battery of a mouse or
+  /// headset.
+  static std::optional<Battery> fromUevent(std::string_view text);
+};
+
+struct PowerSupplies {
+  /// Percent of all batteries together: energies are added where all tell them, otherwise charges, otherwise the mean
+  /// of the percentages. None without a battery that tells anything.
+  static std::optional<double> charge(const std::vector<Battery>& batteries);
+
+  /// The charge as the folder of power supplies tells it now. May stall in the firmware of some laptops.
+  static std::optional<double> readCharge(const std::string& folder);
+};
+
+}  // namespace tarnwick

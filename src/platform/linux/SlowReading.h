@@ -1,0 +1,47 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <future>
+#include <optional>
+#include <thread>
+#include <utility>
+
+namespace tarnwick {
+
+/// A reading that usually takes microseconds but can stall (a laptop's firmware, a volume on the network). It runs on a
+/// thread of its own; whoever asks waits for a blink and otherwise gets the value before. Only the very first question
+/// waits longer, so that a tile begins with the truth.
+template <typename T>
+class SlowReading {
+ public:
+  /// `read` runs on another thread and may outlive this object: it owns all that it touches.
+  explicit SlowReading(std::function<std::optional<T>()> read) : read_(std::move(read)) {}
+
+  std::optional<T> value() {
+    collect(std::chrono::microseconds(0));
+    if (!pending_.valid()) start();
+    collect(asked_ ? std::chrono::microseconds(200) : std::chrono::microseconds(500'000));
+    asked_ = true;
+    return last_;
+  }
+
+ private:
+  void start() {
+    std::packaged_task<std::optional<T>()> task(read_);
+    pending_ = task.get_future();
+    // Detached, for a volume that never answers must not keep the program from ending.
+    std::thread(std::move(task)).detach();
+  }
+
+  void collect(std::chrono::microseconds patience) {
+    if (pending_.valid() && pending_.wait_for(patience) == std::future_status::ready) last_ = pending_.get();
+  }
+
+  std::function<std::optional<T>()> read_;
+  std::future<std::optional<T>> pending_;
+  std::optional<T> last_;
+  bool asked_ = false;
+};
+
+}  // namespace tarnwick

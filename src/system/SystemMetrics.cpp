@@ -1,0 +1,28 @@
+#include "system/SystemMetrics.h"
+
+namespace tarnwick {
+namespace {
+
+void append(QList<double>& history, double value) {
+  if (history.size() >= SystemMetrics::depth) history.removeFirst();
+  history.append(value);
+}
+
+}  // namespace
+
+SystemMetrics::SystemMetrics(std::unique_ptr<SystemCounters> counters, const Scheduler& clock, QObject* parent)
+    : QObject(parent), counters_(std::move(counters)), clock_(clock) {}
+
+SystemMetrics::~SystemMetrics() = default;
+
+void SystemMetrics::sample() {
+  const bool slow = samplesUntilSlowRefresh_ < 1;
+  samplesUntilSlowRefresh_ = slow ? slowRefreshInterval : samplesUntilSlowRefresh_ - 1;
+  snapshot_ = sampler_.sample(*counters_, slow, clock_.reference());
+  append(cpuHistory_, snapshot_.cpu);
+  append(ramHistory_, snapshot_.memory);
+  append(networkHistory_, snapshot_.download + snapshot_.upload);
+  Q_EMIT changed();
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <memory>
+
+#include "base/Scheduler.h"
+#include "system/MetricsSnapshot.h"
+#include "system/SystemSampler.h"
+#include "system/ports/SystemCounters.h"
+
+namespace tarnwick {
+
+/// What the CPU, memory, disk, battery and network tiles show. The heartbeat calls `sample` while `isNeeded`; there is
+/// no timer here. Owns the counters. Main thread only.
+class SystemMetrics final : public QObject {
+  Q_OBJECT
+ public:
+  /// Entries that each history keeps, oldest first.
+  static constexpr int depth = 40;
+  /// Samples between two slow ones (disk, battery).
+  static constexpr int slowRefreshInterval = 15;
+
+  /// `clock` must outlive this object.
+  SystemMetrics(std::unique_ptr<SystemCounters> counters, const Scheduler& clock, QObject* parent = nullptr);
+  ~SystemMetrics() override;
+
+  const MetricsSnapshot& snapshot() const { return snapshot_; }
+  const QList<double>& cpuHistory() const { return cpuHistory_; }          ///< percent
+  const QList<double>& ramHistory() const { return ramHistory_; }          ///< percent
+  const QList<double>& networkHistory() const { return networkHistory_; }  ///< bytes per second, both ways together
+
+  /// Whether something shows these readings, so that sampling is worth its cost.
+  bool isNeeded() const { return isNeeded_; }
+  void setNeeded(bool needed) { isNeeded_ = needed; }
+
+  int samplesUntilSlowRefresh() const { return samplesUntilSlowRefresh_; }
+
+  /// Takes one snapshot, appends to the histories and announces both at once. The first one, and then every sixteenth,
+  /// includes the slow readings.
+  void sample();
+
+ Q_SIGNALS:
+  void changed();
+
+ private:
+  std::unique_ptr<SystemCounters> counters_;
+  const Scheduler& clock_;
+  SystemSampler sampler_;
+  MetricsSnapshot snapshot_;
+  QList<double> cpuHistory_;
+  QList<double> ramHistory_;
+  QList<double> networkHistory_;
+  int samplesUntilSlowRefresh_ = 0;
+  bool isNeeded_ = false;
+};
+
+}  // namespace tarnwick
