@@ -1,0 +1,200 @@
+#include "base/DurableFile.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QRandomGenerator>
+#include <cerrno>
+#include <cstdio>
+#include <system_error>
+
+#include "base/DomainError.h"
+#include "base/FileDescriptor.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr off_t kLargest = 64 * 1024 * 1024;
+constexpr int kMostLinks = 40;
+constexpr mode_t kUsualFile = 0666;
+constexpr mode_t kPrivateFolder = 0700;
+
+const char* const kUnwritable = QT_TRANSLATE_NOOP("DurableFile", "The file “%1” could not be written: %2.");
+const char* const kUnreadable = QT_TRANSLATE_NOOP("DurableFile", "The file “%1” could not be read: %2.");
+const char* const kUnmovable = QT_TRANSLATE_NOOP("DurableFile", "The file “%1” could not be moved: %2.");
+const char* const kNoFolder = QT_TRANSLATE_NOOP("DurableFile", "The folder “%1” could not be created: %2.");
+
+[[noreturn]] void fail(const char* sentence, const QByteArray& path, int code) {
+  const QString reason = QString::fromLocal8Bit(std::generic_category().message(code).c_str());
+  const QString name = QFileInfo(QFile::decodeName(path)).fileName();
+  throw DomainError::invalid(QCoreApplication::translate("DurableFile", sentence).arg(name, reason));
+}
+
+QByteArray folderOf(const QByteArray& path) {
+  const qsizetype slash = path.lastIndexOf('/');
+  if (slash < 0) return ".";
+  return slash == 0 ? QByteArray("/") : path.first(slash);
+}
+
+/// Repeats a call that a signal interrupted.
+template <class Call>
+auto uninterrupted(Call call) {
+  decltype(call()) result;
+  do result = call();
+  while (result < 0 && errno == EINTR);
+  return result;
+}
+
+FileDescriptor openFile(const QByteArray& path, int flags, mode_t mode = 0) {
+  return FileDescriptor(uninterrupted([&] { return ::open(path.constData(), flags | O_CLOEXEC, mode); }));
+}
+
+/// Follows links to the file that they mean, which need not exist yet.
+QByteArray followLinks(const QByteArray& path) {
+  QByteArray at = path;
+  for (int links = 0; links < kMostLinks; ++links) {
+    QByteArray target(4096, Qt::Uninitialized);
+    const ssize_t length = ::readlink(at.constData(), target.data(), static_cast<size_t>(target.size()));
+    if (length < 0) return at;
+    target.truncate(length);
+    at = target.startsWith('/') ? target : folderOf(at) + '/' + target;
+  }
+  fail(kUnwritable, path, ELOOP);
+}
+
+/// The permissions that a write must leave: those asked for, else those of the file that is replaced.
+std::optional<mode_t> finalMode(const QByteArray& target, std::optional<unsigned> wanted) {
+  struct stat status;
+  if (::stat(target.constData(), &status) != 0) return wanted;
+  if (S_ISDIR(status.st_mode)) fail(kUnwritable, target, EISDIR);
+  if (!S_ISREG(status.st_mode)) fail(kUnwritable, target, EINVAL);
+  return wanted ? *wanted : status.st_mode & 07777;
+}
+
+/// The new file while it is being written; removed again unless it took the place of the old one.
+class Draft {
+ public:
+  Draft(const QByteArray& target, std::optional<mode_t> mode) : target_(target) {
+    const QByteArray name = QByteArray::number(QRandomGenerator::system()->generate64(), 16);
+    path_ = folderOf(target) + "/.tarnwick-" + name + ".tmp";
+    file_ = openFile(path_, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, mode.value_or(kUsualFile));
+    if (!file_) fail(kUnwritable, target_, errno);
+    exists_ = true;
+    // The mode of a new file went through the user's mask; one that was asked for is meant to the letter.
+    if (mode && ::fchmod(file_.number(), *mode) != 0) abandon(errno);
+  }
+  Draft(const Draft&) = delete;
+  Draft& operator=(const Draft&) = delete;
+  ~Draft() { remove(); }
+
+  void write(QByteArrayView data) {
+    while (!data.isEmpty()) {
+      const ssize_t written =
+          uninterrupted([&] { return ::write(file_.number(), data.data(), static_cast<size_t>(data.size())); });
+      if (written < 0) abandon(errno);
+      data = data.sliced(written);
+    }
+  }
+
+  void takePlace() {
+    if (uninterrupted([&] { return ::fsync(file_.number()); }) != 0) abandon(errno);
+    if (::close(file_.release()) != 0) abandon(errno);
+    if (::rename(path_.constData(), target_.constData()) != 0) abandon(errno);
+    exists_ = false;
+  }
+
+ private:
+  [[noreturn]] void abandon(int code) {
+    remove();
+    fail(kUnwritable, target_, code);
+  }
+  void remove() {
+    if (std::exchange(exists_, false)) ::unlink(path_.constData());
+  }
+
+  QByteArray target_;
+  QByteArray path_;
+  FileDescriptor file_;
+  bool exists_ = false;
+};
+
+/// Waits until the disk has what was written to a file or entered into a folder.
+bool reachDisk(const QByteArray& path) {
+  const FileDescriptor file = openFile(path, O_RDONLY);
+  return file && uninterrupted([&] { return ::fsync(file.number()); }) == 0;
+}
+
+void makeFolder(const QByteArray& path) {
+  if (::mkdir(path.constData(), kPrivateFolder) == 0) return;
+  if (errno == ENOENT && path != folderOf(path)) {
+    makeFolder(folderOf(path));
+    if (::mkdir(path.constData(), kPrivateFolder) == 0) return;
+  }
+  const int code = errno;
+  struct stat status;
+  const bool there = ::stat(path.constData(), &status) == 0;
+  if (there && S_ISDIR(status.st_mode)) return;
+  fail(kNoFolder, path, there ? ENOTDIR : code);
+}
+
+QByteArray readAll(const FileDescriptor& file, const QByteArray& path) {
+  struct stat status;
+  if (::fstat(file.number(), &status) != 0) fail(kUnreadable, path, errno);
+  if (S_ISDIR(status.st_mode)) fail(kUnreadable, path, EISDIR);
+  if (!S_ISREG(status.st_mode)) fail(kUnreadable, path, EINVAL);
+  if (status.st_size > kLargest) fail(kUnreadable, path, EFBIG);
+  QByteArray data(status.st_size, Qt::Uninitialized);
+  qsizetype filled = 0;
+  while (filled < data.size()) {
+    const ssize_t got = uninterrupted(
+        [&] { return ::read(file.number(), data.data() + filled, static_cast<size_t>(data.size() - filled)); });
+    if (got < 0) fail(kUnreadable, path, errno);
+    if (got == 0) break;
+    filled += got;
+  }
+  data.truncate(filled);
+  return data;
+}
+
+}  // namespace
+
+void DurableFile::writeAtomically(const QByteArray& data, const QString& path, std::optional<unsigned> mode) {
+  const QByteArray target = followLinks(QFile::encodeName(path));
+  Draft draft(target, finalMode(target, mode));
+  draft.write(data);
+  draft.takePlace();
+}
+
+void DurableFile::write(const QByteArray& data, const QString& path) {
+  makeParent(path);
+  writeAtomically(data, path, kPrivate);
+  const QByteArray target = followLinks(QFile::encodeName(path));
+  if (!reachDisk(target) || !reachDisk(folderOf(target))) fail(kUnwritable, target, EIO);
+}
+
+void DurableFile::makeParent(const QString& path) { makeFolder(folderOf(QFile::encodeName(path))); }
+
+QByteArray DurableFile::read(const QString& path) {
+  auto data = readIfPresent(path);
+  if (!data) fail(kUnreadable, QFile::encodeName(path), ENOENT);
+  return *data;
+}
+
+std::optional<QByteArray> DurableFile::readIfPresent(const QString& path) {
+  const QByteArray name = QFile::encodeName(path);
+  // Without waiting: a pipe under the name of a file must not hold up the start.
+  const FileDescriptor file = openFile(name, O_RDONLY | O_NONBLOCK);
+  if (file) return readAll(file, name);
+  if (errno == ENOENT || errno == ENOTDIR) return std::nullopt;
+  fail(kUnreadable, name, errno);
+}
+
+void DurableFile::rename(const QString& from, const QString& to) {
+  const QByteArray name = QFile::encodeName(from);
+  if (::rename(name.constData(), QFile::encodeName(to).constData()) != 0) fail(kUnmovable, name, errno);
+}
+
+}  // namespace tarnwick

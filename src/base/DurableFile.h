@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <optional>
+
+namespace tarnwick {
+
+/// Files that are whole at every moment: a reader, and a start after a crash, finds the old content or the new one.
+/// A path that is a symbolic link stands for what it points to. Every failure is a DomainError that names the file and
+/// the system's reason.
+struct DurableFile {
+  /// Readable and writable by its owner alone.
+  static constexpr unsigned kPrivate = 0600;
+
+  /// Replaces the file's content at once. The folder must exist. `mode` are its permissions from the first byte on;
+  /// without one an existing file keeps its own and a new one gets the user's default. Only regular files are replaced.
+  static void writeAtomically(const QByteArray& data, const QString& path, std::optional<unsigned> mode = std::nullopt);
+
+  /// For journals that must be on the disk before the step that they guard: makes missing folders, writes atomically
+  /// and privately, and returns once the disk has the file and its folder's entry. The reason is EIO when the disk
+  /// can't be asked or doesn't confirm; the file may be there then.
+  static void write(const QByteArray& data, const QString& path);
+
+  /// Makes the folders above a path that are missing, for their owner alone.
+  static void makeParent(const QString& path);
+
+  /// The content of a regular file of at most 64 MiB.
+  static QByteArray read(const QString& path);
+  /// The same, absent when there is no such file.
+  static std::optional<QByteArray> readIfPresent(const QString& path);
+
+  /// Gives a file or folder another name in the same file system, replacing a file that has it.
+  static void rename(const QString& from, const QString& to);
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QString>
+#include <optional>
+
+namespace tarnwick {
+
+/// What whoever packages the program may set without building it: a small JSON object in `tarnwick-keys.json` beside
+/// the executable. Known keys: `TarnwickDataDirectoryName`, `TarnwickPhaseDataDirectory`.
+class ProgramKeys {
+ public:
+  /// No keys at all.
+  ProgramKeys() = default;
+  /// Read once. A file that is missing or broken holds no keys.
+  explicit ProgramKeys(const QString& path);
+  /// Those of the running program.
+  static ProgramKeys besideProgram();
+
+  /// Absent unless the key holds a text.
+  std::optional<QString> string(const QString& key) const;
+
+ private:
+  QJsonObject keys_;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,44 @@
+#include "base/Text.h"
+
+#include <cmath>
+
+namespace tarnwick {
+namespace {
+
+qsizetype skipDigits(QStringView text, qsizetype from) {
+  while (from < text.size() && text[from] >= u'0' && text[from] <= u'9') ++from;
+  return from;
+}
+
+qsizetype skipSign(QStringView text, qsizetype from) {
+  return from < text.size() && (text[from] == u'+' || text[from] == u'-') ? from + 1 : from;
+}
+
+bool isDecimal(QStringView text) {
+  const qsizetype whole = skipSign(text, 0);
+  qsizetype at = skipDigits(text, whole);
+  qsizetype digits = at - whole;
+  if (at < text.size() && text[at] == u'.') {
+    const qsizetype fraction = at + 1;
+    at = skipDigits(text, fraction);
+    digits += at - fraction;
+  }
+  if (digits == 0) return false;
+  if (at < text.size() && (text[at] == u'e' || text[at] == u'E')) {
+    const qsizetype exponent = skipSign(text, at + 1);
+    at = skipDigits(text, exponent);
+    if (at == exponent) return false;
+  }
+  return at == text.size();
+}
+
+}  // namespace
+
+std::optional<double> Text::number(QStringView text) {
+  if (!isDecimal(text)) return std::nullopt;
+  // The form is known to be good; what is too small for a double becomes 0, what is too large becomes infinite.
+  const double value = text.toDouble();
+  return std::isfinite(value) ? std::optional(value) : std::nullopt;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,44 @@
+#include <gtest/gtest.h>
+
+#include "base/ProbeCounters.h"
+#include "base/Text.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+TEST(Text, ReadsNumbersAsAWhole) {
+  const struct {
+    const char16_t* text;
+    std::optional<double> value;
+  } cases[] = {
+      {u"0", 0},       {u"-12.5", -12.5}, {u"+3", 3},     {u".5", 0.5},   {u"5.", 5},     {u"1e3", 1000},
+      {u"2E-2", 0.02}, {u"1e+2", 100},    {u"007", 7},    {u"1e-999", 0}, {u"1e999", {}}, {u"", {}},
+      {u".", {}},      {u"-", {}},        {u"e5", {}},    {u"1e", {}},    {u"1e+", {}},   {u" 1", {}},
+      {u"1 ", {}},     {u"1\n", {}},      {u"1,5", {}},   {u"1,000", {}}, {u"0x10", {}},  {u"inf", {}},
+      {u"nan", {}},    {u"--1", {}},      {u"1.2.3", {}}, {u"1e2.5", {}}, {u"١", {}},     {u"1f", {}},
+  };
+  for (const auto& c : cases) EXPECT_EQ(Text::number(c.text), c.value) << QString::fromUtf16(c.text).toStdString();
+}
+
+TEST(Text, TrimsEveryKindOfWhiteSpace) {
+  EXPECT_EQ(Text::trimmed(u" \t\r\n\u00A0\u2003a b\u2028\u3000\v"), u"a b");
+  EXPECT_TRUE(Text::trimmed(u" \n ").isEmpty());
+}
+
+TEST(ProbeCounters, CountOnlyWhileArmed) {
+  ProbeCounters::count("beat");
+  EXPECT_FALSE(ProbeCounters::snapshot().contains(u"beat"_s));
+  ProbeCounters::setArmed(true);
+  ProbeCounters::count("beat");
+  ProbeCounters::count("beat");
+  ProbeCounters::setArmed(false);
+  ProbeCounters::count("beat");
+  EXPECT_EQ(ProbeCounters::snapshot().value(u"beat"_s), 2);
+  ProbeCounters::reset();
+  EXPECT_EQ(ProbeCounters::snapshot().value(u"beat"_s, -1), 0);
+}
+
+}  // namespace
+}  // namespace tarnwick
