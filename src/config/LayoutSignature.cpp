@@ -1,0 +1,39 @@
+#include "config/LayoutSignature.h"
+
+#include <algorithm>
+#include <array>
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr std::array kVolatileKeys{
+    "deadline"_L1,        "remaining"_L1,    "started"_L1,      "elapsed"_L1, "phase"_L1,
+    "sessions"_L1,        "lastReminder"_L1, "glasses"_L1,      "day"_L1,     "lastWallpaperChange"_L1,
+    "standingMinutes"_L1, "text"_L1,         "completedDays"_L1};
+
+bool isVolatile(const QString& key) {
+  return std::find(kVolatileKeys.begin(), kVolatileKeys.end(), key) != kVolatileKeys.end();
+}
+
+bool hasVolatile(const QMap<QString, QString>& options) {
+  return std::any_of(options.keyBegin(), options.keyEnd(), isVolatile);
+}
+
+}  // namespace
+
+LayoutSignature::LayoutSignature(const DockConfiguration& configuration) : stable_(configuration) {
+  stable_.todos.clear();
+  stable_.shelf.clear();
+  stable_.clipboard.clear();
+  for (qsizetype p = 0; p < stable_.profiles.size(); ++p) {
+    for (qsizetype w = 0; w < stable_.profiles.at(p).widgets.size(); ++w) {
+      // Touching a widget copies its profile, so the many that count nothing are left shared with the original.
+      if (!hasVolatile(stable_.profiles.at(p).widgets.at(w).options)) continue;
+      stable_.profiles[p].widgets[w].options.removeIf([](const auto& option) { return isVolatile(option.key()); });
+    }
+  }
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+#include "config/DockConfiguration.h"
+
+namespace tarnwick {
+
+/// Loads the settings file at the start of a run, and sees to it that no byte of the user's settings is overwritten
+/// before there is a copy: a file that can't be used is first preserved as `config-recovery-<seconds>.json` beside it.
+struct SettingsLoader {
+  struct Result {
+    DockConfiguration configuration;  ///< The file's, or a new one.
+    bool ready = true;                ///< Whether saving is allowed in this run; false when nothing could be preserved.
+    QString error;                    ///< For the user; empty when all went well.
+  };
+
+  /// `unixSeconds` is the current time, which names the recovery file. A missing file is a first run and no failure.
+  static Result load(const QString& path, qint64 unixSeconds);
+};
+
+}  // namespace tarnwick

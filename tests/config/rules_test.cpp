@@ -1,0 +1,143 @@
+#include <gmock/gmock.h>
+
+#include <functional>
+
+#include "base/FileTestSupport.h"
+#include "config/DockConfiguration.h"
+#include "config/LayoutSignature.h"
+#include "config/Reordering.h"
+#include "config/SaveSchedule.h"
+#include "config/WidgetTransfer.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+TEST(LayoutSignature, IgnoresWhatChangesByItself) {
+  const DockConfiguration base;
+  const auto differs = [&](const std::function<void(DockConfiguration&)>& change) {
+    DockConfiguration changed = base;
+    change(changed);
+    return LayoutSignature(changed) != LayoutSignature(base);
+  };
+  for (const auto key :
+       {"deadline"_L1, "remaining"_L1, "started"_L1, "elapsed"_L1, "phase"_L1, "sessions"_L1, "lastReminder"_L1,
+        "glasses"_L1, "day"_L1, "lastWallpaperChange"_L1, "standingMinutes"_L1, "text"_L1, "completedDays"_L1}) {
+    EXPECT_FALSE(differs([&](auto& c) { c.profiles[0].widgets[6].options.insert(key, u"1"_s); })) << key.data();
+  }
+  for (const auto key : {"minutes"_L1, "history"_L1, "Text"_L1}) {
+    EXPECT_TRUE(differs([&](auto& c) { c.profiles[0].widgets[6].options.insert(key, u"1"_s); })) << key.data();
+  }
+  EXPECT_FALSE(differs([](auto& c) { c.todos.append(TodoItem{}); }));
+  EXPECT_FALSE(differs([](auto& c) { c.shelf.append(u"/f"_s); }));
+  EXPECT_FALSE(differs([](auto& c) { c.clipboard.append(u"x"_s); }));
+  EXPECT_TRUE(differs([](auto& c) { c.profiles[0].widgets.move(0, 1); }));
+  EXPECT_TRUE(differs([](auto& c) { c.desktop.emplace(); }));
+  EXPECT_TRUE(differs([](auto& c) { c.scale = 1.1; }));
+}
+
+TEST(SaveSchedule, SavesSoonAndNeverLaterThanPlanned) {
+  const struct {
+    bool layout;
+    std::optional<double> sinceLastSave;
+    std::optional<double> pendingIn;
+    double delay;
+  } cases[] = {
+      {true, {}, {}, 0.25},
+      {true, 3, {}, 0.25},
+      {true, 3, 6.9, 0.25},
+      {true, 3, 0.1, 0.1},
+      {false, {}, {}, 0.25},
+      {false, 0, {}, 10},
+      {false, 3, {}, 7},
+      {false, 9.9, {}, 0.25},
+      {false, 500, {}, 0.25},
+      // A clock that was set back must not put a save off for long.
+      {false, -3600, {}, 10},
+      {false, 3, 5, 5},
+      {false, 3, 0.25, 0.25},
+      {false, 3, -2, 0},
+      {false, 3, 60, 7},
+  };
+  for (const auto& c : cases) {
+    EXPECT_DOUBLE_EQ(SaveSchedule::delay(c.layout, c.sinceLastSave, c.pendingIn), c.delay);
+  }
+}
+
+TEST(Reordering, MovesWithinTheList) {
+  const QList<int> list{1, 2, 3, 4};
+  const struct {
+    qsizetype from, to;
+    QList<int> after;
+  } cases[] = {{0, 3, {2, 3, 4, 1}}, {3, 0, {4, 1, 2, 3}}, {1, 2, {1, 3, 2, 4}}, {2, 2, list},
+               {-1, 2, list},        {0, 4, list},         {4, 0, list},         {0, -1, list}};
+  for (const auto& c : cases) EXPECT_EQ(Reordering::reordered(list, c.from, c.to), c.after);
+}
+
+TEST(WidgetTransfer, CarriesAWidgetThroughText) {
+  const DockWidget widget{QUuid::createUuid(), u"cpu"_s, u"Größe"_s, {{u"minutes"_s, u"5"_s}}};
+  const QString text = WidgetTransfer::encode(widget);
+  EXPECT_TRUE(text.startsWith(u"tarnwick-widget:"));
+  EXPECT_EQ(WidgetTransfer::decode(text), widget);
+}
+
+TEST(WidgetTransfer, RefusesEverythingElse) {
+  const auto transfer = [](const QByteArray& json) {
+    return QString(u"tarnwick-widget:"_s + QString::fromLatin1(json.toBase64()));
+  };
+  const auto widget = [](const QByteArray& kind, const QByteArray& options) {
+    return R"({"id":"00000000-0000-4000-8000-000000000001","kind":")" + kind + R"(","title":"","options":{)" + options +
+           "}}";
+  };
+  const QString good = transfer(widget("cpu", R"("a":"1")"));
+  ASSERT_EQ(good.back(), u'=') << "the padding is what two rows below take away and add";
+  // The longest text that is still allowed, and one more step of base64.
+  const auto filled = [&](qsizetype length) {
+    const qsizetype room = (length - 16) / 4 * 3;
+    return transfer(widget("cpu", "").leftJustified(room, ' '));
+  };
+  ASSERT_EQ(filled(65532).size(), 65532);
+  ASSERT_EQ(filled(65536).size(), 65536);
+
+  const char* const kInvalid = "Invalid widget transfer.";
+  const struct {
+    QString text;
+    const char* message;
+  } cases[] = {
+      {good, ""},
+      {filled(65532), ""},
+      {filled(65536), kInvalid},
+      {{}, kInvalid},
+      {good.sliced(1), kInvalid},
+      {good.toUpper(), kInvalid},
+      {good.chopped(1), kInvalid},
+      {good + u"="_s, kInvalid},
+      {good + u"\n"_s, kInvalid},
+      {u"tarnwick-widget:e-_="_s, kInvalid},
+      {u"tarnwick-widget:ü==="_s, kInvalid},
+      {transfer(R"({"id":"00000000-0000-4000-8000-000000000001","kind":"cpu","title":""})"),
+       "The value of “options” is missing."},
+      {transfer("[]"), "The document does not hold what it should."},
+      {transfer(widget("nothing", "")), "Invalid widget identity or type: nothing"},
+      {transfer(widget("cpu", R"("token":"x")")), "Credentials belong in Keychain, not configuration."},
+      {transfer(widget("cpu", R"("goal":"x")")), "Invalid numeric value for goal."},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(failureOf([&] { WidgetTransfer::decode(c.text); }), c.message) << c.text.left(60).toStdString();
+  }
+}
+
+TEST(DockLayout, HasATextForEveryCase) {
+  QSet<QString> labels;
+  for (const DockLayout layout : kDockLayouts) {
+    labels.insert(label(layout));
+    EXPECT_TRUE(description(layout).endsWith(u'.'));
+    EXPECT_EQ(fromRawText<DockLayout>(QString(rawText(layout))), layout);
+  }
+  EXPECT_EQ(labels.size(), 7);
+  EXPECT_FALSE(labels.contains(QString()));
+}
+
+}  // namespace
+}  // namespace tarnwick
