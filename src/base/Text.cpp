@@ -1,9 +1,14 @@
 #include "base/Text.h"
 
+#include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
 
 namespace tarnwick {
 namespace {
+
+constexpr qsizetype kUsualLength = 32;
 
 qsizetype skipDigits(QStringView text, qsizetype from) {
   while (from < text.size() && text[from] >= u'0' && text[from] <= u'9') ++from;
@@ -36,7 +41,16 @@ bool isDecimal(QStringView text) {
 
 std::optional<double> Text::number(QStringView text) {
   if (!isDecimal(text)) return std::nullopt;
-  // The form is known to be good; what is too small for a double becomes 0, what is too large becomes infinite.
+  // The form is known to be good from here on, and all of it is ASCII.
+  std::array<char, kUsualLength> digits;
+  if (text.size() <= kUsualLength) {
+    const QStringView unsignedText = text.startsWith(u'+') ? text.sliced(1) : text;
+    const auto end = std::transform(unsignedText.begin(), unsignedText.end(), digits.begin(),
+                                    [](QChar character) { return character.toLatin1(); });
+    double value = 0;
+    if (std::from_chars(digits.begin(), end, value).ec == std::errc()) return value;
+  }
+  // What is too small for a double becomes 0 here, what is too large becomes infinite.
   const double value = text.toDouble();
   return std::isfinite(value) ? std::optional(value) : std::nullopt;
 }

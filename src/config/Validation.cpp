@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <numeric>
 
 #include "base/DomainError.h"
 #include "base/Text.h"
@@ -69,6 +70,8 @@ void checkOptions(const QMap<QString, QString>& options) {
 
 void checkProfiles(const QList<DockProfile>& profiles) {
   QSet<QUuid> seen;
+  seen.reserve(std::accumulate(profiles.cbegin(), profiles.cend(), qsizetype{0},
+                               [](qsizetype sum, const DockProfile& p) { return sum + p.widgets.size(); }));
   for (const DockProfile& profile : profiles) {
     require(!Text::trimmed(profile.name).isEmpty() && profile.widgets.size() <= DockConfiguration::kMostWidgets,
             QT_TRANSLATE_NOOP("DockConfiguration", "Invalid profile name or too many widgets."));
