@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+
+#include "apps/RunningApplications.h"
+#include "desktop/ClientWindows.h"
+
+namespace tarnwick {
+
+/// Brings a running application to the front.
+class AppActivation {
+ public:
+  /// Both must outlive it.
+  AppActivation(RunningApplications& running, ClientWindows& windows) : running_(running), windows_(windows) {}
+
+  /// Activates all windows of the application with the desktop entry at `path`, the one that was active last at the
+  /// end, so that it lies on top. Returns whether such an application runs.
+  bool bring(const QString& path);
+  /// The same by the identity of a running application.
+  bool bring(quint64 identity);
+
+ private:
+  bool bring(const std::optional<RunningApp>& app);
+
+  RunningApplications& running_;
+  ClientWindows& windows_;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,137 @@
+#include "apps/InstalledApps.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// An installer writes many files in a row; one reading a moment later serves them all.
+constexpr double kBurstSeconds = 0.4;
+constexpr int kIdleThreadMs = 2000;
+
+}  // namespace
+
+InstalledApps::InstalledApps(AppEnvironment environment, Scheduler& scheduler, QObject* parent)
+    : QObject(parent), environment_(std::move(environment)), scheduler_(scheduler) {
+  pool_.setMaxThreadCount(1);
+  pool_.setExpiryTimeout(kIdleThreadMs);
+}
+
+InstalledApps::~InstalledApps() { stop(); }
+
+void InstalledApps::load() {
+  if (!loaded_ && !scanning_ && !stopped_) scan();
+}
+
+QList<DesktopEntry> InstalledApps::all() {
+  load();
+  QList<DesktopEntry> result;
+  for (const DesktopEntry& entry : index_->applications())
+    if (index_->isVisible(entry)) result << entry;
+  return result;
+}
+
+std::optional<DesktopEntry> InstalledApps::byId(const QString& id) {
+  load();
+  const DesktopEntry* entry = index_->byId(id);
+  return entry ? std::optional(*entry) : std::nullopt;
+}
+
+std::optional<DesktopEntry> InstalledApps::byPath(const QString& path) {
+  if (const DesktopEntry* entry = index_->byPath(path)) return *entry;
+  const bool elsewhere = QDir::isAbsolutePath(path) && environment_.desktopIdOf(path).isEmpty();
+  if (elsewhere && !stopped_ && !others_.contains(path)) {
+    others_.insert(path);
+    scan();
+  } else {
+    load();
+  }
+  return {};
+}
+
+std::shared_ptr<const AppIndex> InstalledApps::index() {
+  load();
+  return index_;
+}
+
+void InstalledApps::stop() {
+  if (stopped_) return;
+  stopped_ = true;
+  ++generation_;
+  stopping_.request_stop();
+  soon_.reset();
+  watcher_.reset();
+  pool_.clear();
+  pool_.waitForDone();
+}
+
+void InstalledApps::scan() {
+  if (stopped_) return;
+  soon_.reset();
+  again_ = scanning_;
+  if (scanning_) return;
+  scanning_ = true;
+  Q_EMIT scanStarted();
+  pool_.start(
+      [this, generation = ++generation_, environment = environment_, others = others_, token = stopping_.get_token()] {
+        auto result = std::make_shared<AppScan>(AppScan::run(environment, others, token));
+        if (token.stop_requested()) return;
+        // stop() waits for this function, so that the object is still there; the call itself ends with the object.
+        QMetaObject::invokeMethod(
+            this, [this, result, generation] { take(result, generation); }, Qt::QueuedConnection);
+      });
+}
+
+void InstalledApps::scanSoon() {
+  if (!soon_ && !stopped_) soon_ = scheduler_.after(kBurstSeconds, [this] { scan(); });
+}
+
+void InstalledApps::take(const std::shared_ptr<AppScan>& scan, quint64 generation) {
+  if (stopped_ || generation != generation_) return;
+  scanning_ = false;
+  watch(*scan);
+  const bool differs = !loaded_ || !(*index_ == scan->index);
+  loaded_ = true;
+  if (differs) index_ = std::shared_ptr<const AppIndex>(scan, &scan->index);
+  if (again_) this->scan();
+  if (differs) Q_EMIT changed();
+}
+
+void InstalledApps::watch(const AppScan& scan) {
+  if (!watcher_) {
+    watcher_ = std::make_unique<QFileSystemWatcher>();
+    connect(watcher_.get(), &QFileSystemWatcher::directoryChanged, this, &InstalledApps::folderChanged);
+    connect(watcher_.get(), &QFileSystemWatcher::fileChanged, this, &InstalledApps::scanSoon);
+  }
+  const QStringList before = watcher_->directories() + watcher_->files();
+  QStringList gone;
+  for (const QString& path : before)
+    if (!scan.watched.contains(path)) gone << path;
+  if (!gone.isEmpty()) watcher_->removePaths(gone);
+
+  const QSet<QString> known(before.begin(), before.end());
+  QStringList added;
+  for (auto it = scan.watched.begin(); it != scan.watched.end(); ++it)
+    if (!known.contains(it.key())) added << it.key();
+  if (!added.isEmpty()) watcher_->addPaths(added);
+  watched_ = scan.watched;
+  awaited_ = scan.awaited;
+  // What changed between the reading and the watching would otherwise be missed for good.
+  for (const QString& path : added)
+    if (AppScan::changeOf(path) != scan.watched.value(path)) return scanSoon();
+}
+
+void InstalledApps::folderChanged(const QString& path) {
+  const auto awaited = awaited_.constFind(path);
+  if (awaited == awaited_.constEnd() || !QFileInfo::exists(path)) return scanSoon();
+  for (const QString& next : *awaited)
+    if (QFileInfo::exists(next)) return scanSoon();
+  // Somebody else's business in a folder where ours may appear one day, unless applications stand in it as well.
+  if (environment_.applicationFolders().contains(path)) scanSoon();
+}
+
+}  // namespace tarnwick

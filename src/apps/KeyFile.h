@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QByteArrayView>
+#include <QHash>
+#include <QString>
+#include <QStringList>
+
+namespace tarnwick {
+
+/// A text of groups and keys, as desktop entries and the lists beside them are written. Reading never fails: a line
+/// that is neither is passed over, and what is not there reads as empty.
+class KeyFile {
+ public:
+  /// Of a key that stands in several languages only the one that `locales` prefers is kept.
+  static KeyFile parse(QByteArrayView utf8, const QStringList& locales = {});
+
+  /// Reads a file of at most a megabyte; one that cannot be read is as empty. Blocks.
+  static KeyFile read(const QString& path, const QStringList& locales = {});
+
+  bool hasGroup(const QString& group) const { return groups_.contains(group); }
+  bool has(const QString& group, const QString& key) const;
+  QStringList keys(const QString& group) const;
+
+  /// The value with its escapes resolved.
+  QString string(const QString& group, const QString& key) const;
+  /// The items between semicolons, empty ones left out.
+  QStringList list(const QString& group, const QString& key) const;
+  bool flag(const QString& group, const QString& key) const;
+
+ private:
+  struct Value {
+    QString raw;
+    qsizetype rank = 0;  ///< The place of its language in the reader's list; the untranslated value comes last.
+  };
+  QHash<QString, QHash<QString, Value>> groups_;
+};
+
+}  // namespace tarnwick

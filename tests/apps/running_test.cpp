@@ -1,0 +1,151 @@
+#include "apps/AppActivation.h"
+#include "apps/RunningApplications.h"
+#include "apps_fixture.h"
+#include "base/Scheduler.h"
+
+namespace tarnwick::test {
+namespace {
+
+class FakeWindows final : public ClientWindows {
+ public:
+  QList<ClientWindow> all() const override { return windows; }
+  void activate(quint64 id) override {
+    activated << id;
+    for (ClientWindow& window : windows) window.active = window.id == id;
+    Q_EMIT changed();
+  }
+  void close(quint64 id) override {
+    windows.removeIf([&](const ClientWindow& window) { return window.id == id; });
+    Q_EMIT changed();
+  }
+  void minimise(quint64) override {}
+
+  void open(quint64 id, const QString& applicationId, qint64 pid = 100, bool inTaskbar = true) {
+    ClientWindow window;
+    window.id = id;
+    window.applicationId = applicationId;
+    window.pid = pid;
+    window.inTaskbar = inTaskbar;
+    windows << window;
+    Q_EMIT changed();
+  }
+
+  QList<ClientWindow> windows;
+  QList<quint64> activated;
+};
+
+class RunningTest : public AppsTest {
+ protected:
+  void SetUp() override {
+    write(system(u"editor.desktop"_s), application(u"Editor"_s, u"editor %F"_s, u"Icon=edit\n"_s));
+    write(system(u"player.desktop"_s), application(u"Player"_s, u"/opt/player"_s));
+    write(system(u"com.brindlemoor.Tarnwick.desktop"_s), application(u"Tarnwick"_s, u"tarnwick"_s));
+    installed = std::make_unique<InstalledApps>(environment, scheduler);
+    running = std::make_unique<RunningApplications>(
+        windows, *installed, RunningApplications::Self{u"com.brindlemoor.Tarnwick"_s, 42}, [this](qint64 pid) {
+          ++asked;
+          return pid == 300 ? QStringList{u"/opt/player"_s} : QStringList();
+        });
+    QObject::connect(running.get(), &RunningApplications::changed, [this] { ++changes; });
+  }
+  void load() {
+    running->start();
+    EXPECT_TRUE(running->list().isEmpty());
+    ASSERT_TRUE(waitFor(installed.get(), &InstalledApps::changed, [this] { return installed->loaded(); }));
+  }
+  QStringList names() const {
+    QStringList result;
+    for (const RunningApp& app : running->list()) result << app.name;
+    return result;
+  }
+
+  SystemScheduler scheduler;
+  FakeWindows windows;
+  std::unique_ptr<InstalledApps> installed;
+  std::unique_ptr<RunningApplications> running;
+  int changes = 0;
+  int asked = 0;
+};
+
+TEST_F(RunningTest, GivesOneTileAnApplicationWithoutUsAndTheUnlisted) {
+  windows.open(1, u"editor"_s);
+  windows.open(2, u"stranger"_s);
+  windows.open(3, u"editor"_s, 101);
+  windows.open(4, u"anything"_s, 42);
+  windows.open(5, u"com.brindlemoor.tarnwick"_s, 43);
+  windows.open(6, u"panel"_s, 100, false);
+  windows.open(7, u"weird"_s, 300);
+  load();
+  ASSERT_EQ(names(), (QStringList{u"Editor"_s, u"Stranger"_s, u"Player"_s}));
+  const RunningApp editor = running->list().at(0);
+  EXPECT_EQ(editor.windows, (QList<quint64>{3, 1}));
+  EXPECT_EQ(editor.path, system(u"editor.desktop"_s));
+  EXPECT_EQ(editor.iconName, u"edit"_s);
+  EXPECT_EQ(running->list().at(1).path, QString());
+  const int before = asked;
+  windows.windows[6].title = u"another title"_s;
+  Q_EMIT windows.changed();
+  EXPECT_EQ(asked, before) << "a new title is no reason to look at processes";
+  EXPECT_EQ(changes, 1);
+}
+
+TEST_F(RunningTest, KeepsPlacesAndIdentitiesWhateverIsInFront) {
+  windows.open(1, u"editor"_s);
+  windows.open(2, u"player"_s);
+  windows.open(3, u"editor"_s);
+  load();
+  const quint64 editor = running->list().at(0).identity;
+  windows.activate(2);
+  EXPECT_EQ(names(), (QStringList{u"Editor"_s, u"Player"_s}));
+  EXPECT_TRUE(running->list().at(1).active);
+  windows.activate(1);
+  windows.activate(2);
+  EXPECT_EQ(running->byIdentity(editor)->windows, (QList<quint64>{1, 3}));
+
+  windows.close(1);
+  windows.close(3);
+  EXPECT_FALSE(running->byIdentity(editor));
+  windows.open(4, u"editor"_s);
+  EXPECT_EQ(names(), (QStringList{u"Player"_s, u"Editor"_s}));
+  EXPECT_NE(running->list().at(1).identity, editor);
+
+  const int before = changes;
+  running->stop();
+  windows.close(4);
+  EXPECT_EQ(changes, before);
+}
+
+TEST_F(RunningTest, KeepsTheIdentityWhenTheEntryIsInstalledLater) {
+  windows.open(1, u"late"_s);
+  windows.open(2, u"editor"_s);
+  load();
+  const quint64 identity = running->list().at(0).identity;
+  EXPECT_EQ(running->list().at(0).desktopId, QString());
+  write(system(u"late.desktop"_s), application(u"Late Comer"_s, u"late"_s));
+  ASSERT_TRUE(waitFor(running.get(), &RunningApplications::changed, [this] {
+    return names() == QStringList{u"Late Comer"_s, u"Editor"_s};
+  }));
+  EXPECT_EQ(running->list().at(0).identity, identity);
+}
+
+TEST_F(RunningTest, BringsAllWindowsForwardTheLatestLast) {
+  windows.open(1, u"editor"_s);
+  windows.open(2, u"editor"_s);
+  windows.open(3, u"editor"_s);
+  windows.open(4, u"player"_s);
+  load();
+  windows.activate(2);
+  windows.activate(4);
+  windows.activated.clear();
+  AppActivation activation(*running, windows);
+  EXPECT_TRUE(activation.bring(system(u"editor.desktop"_s)));
+  EXPECT_EQ(windows.activated, (QList<quint64>{1, 3, 2}));
+  EXPECT_TRUE(running->byPath(system(u"editor.desktop"_s))->active);
+  // The same application under the name that it would have in the user's own folder.
+  EXPECT_TRUE(activation.bring(own(u"player.desktop"_s)));
+  EXPECT_FALSE(activation.bring(system(u"com.brindlemoor.Tarnwick.desktop"_s)));
+  EXPECT_FALSE(activation.bring(QString()));
+}
+
+}  // namespace
+}  // namespace tarnwick::test
