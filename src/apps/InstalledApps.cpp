@@ -3,6 +3,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include "base/ProbeCounters.h"
+
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
@@ -75,6 +77,7 @@ void InstalledApps::scan() {
   again_ = scanning_;
   if (scanning_) return;
   scanning_ = true;
+  ProbeCounters::count("installedAppScan");
   Q_EMIT scanStarted();
   pool_.start(
       [this, generation = ++generation_, environment = environment_, others = others_, token = stopping_.get_token()] {
