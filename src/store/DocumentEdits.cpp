@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <algorithm>
 
+#include "base/UuidText.h"
+
 namespace tarnwick {
 namespace {
 
@@ -21,16 +23,13 @@ std::optional<Place> placeOf(const DockConfiguration& config, const QUuid& id) {
   return std::nullopt;
 }
 
-QString upper(const QUuid& id) { return id.toString(QUuid::WithoutBraces).toUpper(); }
-
 std::optional<qsizetype> pinnedIndex(const DockConfiguration& config, const QString& display) {
   if (!config.desktop) return std::nullopt;
   const auto pin = config.desktop->displayProfiles.constFind(display);
   if (pin == config.desktop->displayProfiles.constEnd()) return std::nullopt;
-  const QUuid wanted(*pin);
-  if (wanted.isNull()) return std::nullopt;
-  for (qsizetype i = 0; i < config.profiles.size(); ++i) {
-    if (config.profiles[i].id == wanted) return i;
+  const auto wanted = UuidText::read(*pin);
+  for (qsizetype i = 0; wanted && i < config.profiles.size(); ++i) {
+    if (config.profiles[i].id == *wanted) return i;
   }
   return std::nullopt;
 }
@@ -144,7 +143,7 @@ bool DocumentEdits::deleteProfile(DockConfiguration& config, const QUuid& id) {
   if (wasActive) config.activeProfileID = config.profiles[std::min(index, config.profiles.size() - 1)].id;
   if (config.desktop) {
     config.desktop->profileRules.removeIf([&](const ProfileRule& rule) { return rule.profileID == id; });
-    config.desktop->displayProfiles.removeIf([&](auto pin) { return QUuid(pin.value()) == id; });
+    config.desktop->displayProfiles.removeIf([&](auto pin) { return UuidText::read(pin.value()) == id; });
   }
   return true;
 }
@@ -160,7 +159,7 @@ bool DocumentEdits::isPinned(const DockConfiguration& config, const QString& dis
 bool DocumentEdits::pin(DockConfiguration& config, const QString& display, const std::optional<QUuid>& profile) {
   DesktopOptions options = config.desktopOptions();
   if (profile) {
-    options.displayProfiles.insert(display, upper(*profile));
+    options.displayProfiles.insert(display, UuidText::write(*profile));
   } else {
     options.displayProfiles.remove(display);
   }

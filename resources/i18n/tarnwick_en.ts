@@ -1,0 +1,64 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<!-- English words of this desktop for source texts that use another platform's names. Texts that need no other words are left out. -->
+<TS version="2.1" language="en_US" sourcelanguage="en">
+<context>
+    <name>DockLayout</name>
+    <message>
+        <source>Sits at the bottom. Move to the edge and the macOS Dock takes over.</source>
+        <translation>Sits at the bottom. Move to the edge and the system dock takes over.</translation>
+    </message>
+    <message>
+        <source>Hidden until you reach the bottom edge, then slides up above the macOS Dock.</source>
+        <translation>Hidden until you reach the bottom edge, then slides up above the system dock.</translation>
+    </message>
+    <message>
+        <source>Hidden until you reach the top edge, then slides down below the menu bar.</source>
+        <translation>Hidden until you reach the top edge, then slides down below the top bar.</translation>
+    </message>
+    <message>
+        <source>Replace the macOS Dock</source>
+        <translation>Replace the System Dock</translation>
+    </message>
+    <message>
+        <source>Hides the macOS Dock and stays fixed at the bottom in its place.</source>
+        <translation>Hides the system dock and stays fixed at the bottom in its place.</translation>
+    </message>
+    <message>
+        <source>Hides the macOS Dock. Appears at the bottom edge and hides when you move away.</source>
+        <translation>Hides the system dock. Appears at the bottom edge and hides when you move away.</translation>
+    </message>
+</context>
+<context>
+    <name>Menu</name>
+    <message>
+        <source>Restore the macOS Dock</source>
+        <translation>Restore the System Dock</translation>
+    </message>
+</context>
+<context>
+    <name>DockConfiguration</name>
+    <message>
+        <source>Credentials belong in Keychain, not configuration.</source>
+        <translation>Credentials belong in the keyring, not in the configuration.</translation>
+    </message>
+</context>
+<context>
+    <name>SingleInstance</name>
+    <message>
+        <source>A copy of Tarnwick from before this one was built is still running and did not quit. Quit it from its menu bar icon, then open this one again.</source>
+        <translation>A copy of Tarnwick from before this one was built is still running and did not quit. Quit it from its tray icon, then open this one again.</translation>
+    </message>
+</context>
+<context>
+    <name>Catalog</name>
+    <message>
+        <source>Finder Search</source>
+        <translation>File Search</translation>
+    </message>
+    <message>
+        <source>AirDrop</source>
+        <translation>Nearby Share</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <memory>
+
+#include "app/AppDelegate.h"
+#include "apps/AppIcons.h"
+#include "apps/InstalledApps.h"
+#include "apps/LaunchEnvironment.h"
+#include "apps/RunningApplications.h"
+#include "desktop/ClientWindows.h"
+#include "desktop/Toggles.h"
+
+namespace tarnwick {
+
+class X11Events;
+
+/// One adapter for each port of this desktop, made once after the application object and before the delegate, which
+/// they outlive. Making them is cheap: what is costly begins when it is first used.
+class Adapters {
+ public:
+  /// Throws DomainError where no window system that we know is there.
+  Adapters(Scheduler& scheduler, const LaunchEnvironment& environment);
+  ~Adapters();
+
+  /// Fill in what the program is made of.
+  StoreSetup storeSetup();
+  DelegateSetup delegateSetup();
+
+  Screens& screens() { return *screens_; }
+  Panels& panels() { return *panels_; }
+  InstalledApps& installedApps() { return *installedApps_; }
+  RunningApplications& runningApplications() { return *runningApplications_; }
+  /// Made at the first call.
+  AppIcons& icons();
+  SessionApplication& session() { return *session_; }
+  Toggles& toggles() { return *toggles_; }
+  const LaunchEnvironment& launchEnvironment() const { return environment_; }
+
+ private:
+  Scheduler& scheduler_;
+  LaunchEnvironment environment_;
+  std::unique_ptr<X11Events> events_;
+  std::unique_ptr<Screens> screens_;
+  std::unique_ptr<Panels> panels_;
+  std::unique_ptr<HotKeys> hotKeys_;
+  std::unique_ptr<ClientWindows> windows_;
+  std::unique_ptr<InstalledApps> installedApps_;
+  std::unique_ptr<RunningApplications> runningApplications_;
+  std::unique_ptr<AppIcons> icons_;
+  std::unique_ptr<Notifications> notifications_;
+  std::unique_ptr<SessionEvents> sessionEvents_;
+  std::unique_ptr<SessionApplication> session_;
+  std::unique_ptr<Toggles> toggles_;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,81 @@
+#include "app/CommandLine.h"
+
+#include <array>
+#include <utility>
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr auto kModesBeforeFixture = std::to_array<std::pair<const char*, Mode>>({
+    {"--claude-hook", Mode::ClaudeHook},
+    {"--network-diagnose", Mode::NetworkDiagnose},
+    {"--diagnose", Mode::Diagnose},
+    {"--snapshot", Mode::Snapshot},
+    {"--command-bar-latency", Mode::CommandBarLatency},
+});
+
+constexpr auto kOrders = std::to_array<std::pair<const char*, Order::Kind>>({
+    {"--toggle", Order::Kind::Toggle},
+    {"--command-bar", Order::Kind::CommandBar},
+    {"--focus", Order::Kind::Focus},
+});
+
+/// The argument after a switch, or nothing when the switch is the last one or absent.
+std::optional<QString> after(const QStringList& arguments, QLatin1StringView name) {
+  const qsizetype at = arguments.indexOf(name);
+  if (at < 0 || at + 1 >= arguments.size()) return std::nullopt;
+  return arguments[at + 1];
+}
+
+std::optional<Order> orderIn(const QStringList& arguments) {
+  for (const auto& [name, kind] : kOrders) {
+    if (arguments.contains(QLatin1StringView(name))) return Order{kind, 0};
+  }
+  if (const auto number = after(arguments, "--profile"_L1)) {
+    bool isNumber = false;
+    const int profile = number->toInt(&isNumber);
+    if (isNumber && profile >= 0) return Order{Order::Kind::Profile, profile};
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+CommandLine CommandLine::parse(const QStringList& arguments) {
+  CommandLine line;
+  for (const auto& [name, mode] : kModesBeforeFixture) {
+    if (!arguments.contains(QLatin1StringView(name))) continue;
+    line.mode = mode;
+    line.argument = QLatin1StringView(name);
+    return line;
+  }
+  if (const auto path = after(arguments, "--write-fixture-config"_L1)) {
+    line.mode = Mode::WriteFixtureConfig;
+    line.argument = u"--write-fixture-config"_s;
+    line.path = *path;
+    return line;
+  }
+  if (arguments.contains("--restore-dock"_L1)) {
+    line.mode = Mode::RestoreDock;
+    line.argument = u"--restore-dock"_s;
+    line.directory = after(arguments, "--restore-dock-directory"_L1);
+    return line;
+  }
+  if (arguments.contains("--benchmark"_L1)) {
+    line.mode = Mode::Benchmark;
+    line.argument = u"--benchmark"_s;
+    return line;
+  }
+
+  line.order = orderIn(arguments);
+  for (qsizetype i = 0; i < arguments.size(); ++i) {
+    const bool isValue =
+        i > 0 && (arguments[i - 1] == "--profile"_L1 || arguments[i - 1] == "--restore-dock-directory"_L1);
+    if (!arguments[i].startsWith(u'-') && !isValue) line.files << arguments[i];
+  }
+  return line;
+}
+
+}  // namespace tarnwick

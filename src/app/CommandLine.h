@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+namespace tarnwick {
+
+/// What one start of the executable is for.
+enum class Mode {
+  ClaudeHook,
+  NetworkDiagnose,
+  Diagnose,
+  Snapshot,
+  CommandBarLatency,
+  WriteFixtureConfig,
+  RestoreDock,
+  Benchmark,
+  Run,
+};
+
+/// What the user asks of a running dock from a terminal, or from a key that the desktop itself keeps.
+struct Order {
+  enum class Kind { Toggle, CommandBar, Focus, Profile };
+  Kind kind = Kind::Toggle;
+  int profile = 0;  ///< With Profile: 0 is the first one.
+
+  bool operator==(const Order&) const = default;
+};
+
+/// The command line, read. Pure.
+struct CommandLine {
+  Mode mode = Mode::Run;
+  QString argument;                  ///< The switch that decided, as it was typed.
+  QString path;                      ///< WriteFixtureConfig: the file to write.
+  std::optional<QString> directory;  ///< RestoreDock: another data directory than the default.
+  std::optional<Order> order;        ///< Run: what to do once the dock runs.
+  QStringList files;                 ///< Run: what was handed over to be opened.
+
+  bool operator==(const CommandLine&) const = default;
+
+  /// `arguments` without the program's own name. The switches are looked for in a fixed order, each by an exact match
+  /// anywhere in the list; the first that matches decides, whatever else stands there.
+  static CommandLine parse(const QStringList& arguments);
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,36 @@
+#include "app/HotKeyTable.h"
+
+#include <QStringList>
+#include <array>
+
+namespace tarnwick {
+namespace {
+
+// The keys of the digits 0 to 9.
+constexpr std::array<quint32, HotKeyTable::kProfileKeys> kDigits = {29, 18, 19, 20, 21, 23, 22, 26, 28, 25};
+
+QString word(bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); }
+
+}  // namespace
+
+QString HotKeyTable::signature(const DesktopOptions& options) {
+  return QStringList{word(options.dockShortcutEnabled),         word(options.profileShortcutEnabled),
+                     QString::number(options.shortcutKey),      QString::number(options.shortcutModifiers),
+                     QString::number(options.profileModifiers), word(options.commandBarEnabled),
+                     QString::number(options.commandBarKey),    QString::number(options.commandBarModifiers)}
+      .join(QLatin1Char(':'));
+}
+
+QList<HotKeyTable::Row> HotKeyTable::rows(const DesktopOptions& options) {
+  QList<Row> rows;
+  if (options.dockShortcutEnabled) rows.append(Row{kToggle, {options.shortcutKey, options.shortcutModifiers}});
+  if (options.commandBarEnabled) rows.append(Row{kCommandBar, {options.commandBarKey, options.commandBarModifiers}});
+  if (options.profileShortcutEnabled) {
+    for (quint32 digit = 0; digit < kDigits.size(); ++digit) {
+      rows.append(Row{kFirstProfile + digit, {kDigits[digit], options.profileModifiers}});
+    }
+  }
+  return rows;
+}
+
+}  // namespace tarnwick

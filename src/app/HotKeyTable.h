@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+#include "config/DesktopOptions.h"
+#include "desktop/HotKeys.h"
+
+namespace tarnwick {
+
+/// Which keys the settings ask for. Pure.
+struct HotKeyTable {
+  static constexpr quint32 kToggle = 1;
+  static constexpr quint32 kCommandBar = 2;
+  static constexpr quint32 kFirstProfile = 10;
+  static constexpr int kProfileKeys = 10;
+
+  struct Row {
+    quint32 identifier = 0;
+    HotKeyWish wish;
+
+    bool operator==(const Row&) const = default;
+  };
+
+  /// A text that changes exactly when a key must be taken anew.
+  static QString signature(const DesktopOptions& options);
+  /// The enabled keys, in the order in which they are taken.
+  static QList<Row> rows(const DesktopOptions& options);
+};
+
+}  // namespace tarnwick
