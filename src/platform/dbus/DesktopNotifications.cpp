@@ -1,0 +1,85 @@
+#include "platform/dbus/DesktopNotifications.h"
+
+#include <QDBusMessage>
+#include <utility>
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr auto kName = "org.freedesktop.Notifications"_L1;
+constexpr auto kPath = "/org/freedesktop/Notifications"_L1;
+// While nobody answers, old bubbles are of no use to anybody.
+constexpr std::size_t kMostWaiting = 20;
+
+}  // namespace
+
+DesktopNotifications::DesktopNotifications(const QDBusConnection& session, const QString& desktopEntry, QObject* parent)
+    : QObject(parent), service_(session, kName), desktopEntry_(desktopEntry) {
+  connect(&service_, &BusService::ownerChanged, this, &DesktopNotifications::ownerChanged);
+}
+
+Capability DesktopNotifications::capability() const {
+  if (service_.isRunning() || canBeStarted_) return Capability::yes();
+  return Capability::no(tr("No notification service was found."));
+}
+
+void DesktopNotifications::ownerChanged() {
+  readsMarkup_.reset();
+  asking_ = false;
+  if (!service_.isRunning()) {
+    askWhatCanBeStarted();
+  } else if (!waiting_.empty()) {
+    askForCapabilities();
+  }
+}
+
+void DesktopNotifications::askWhatCanBeStarted() {
+  const auto message = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
+                                                      u"org.freedesktop.DBus"_s, u"ListActivatableNames"_s);
+  ask(service_.bus(), message, this,
+      [this](const QDBusMessage& reply) { canBeStarted_ = reply.arguments().value(0).toStringList().contains(kName); });
+}
+
+void DesktopNotifications::post(const QString& title, const QString& body) {
+  if (readsMarkup_ && waiting_.empty()) {
+    send(title, body);
+    return;
+  }
+  if (waiting_.size() == kMostWaiting) waiting_.erase(waiting_.begin());
+  waiting_.emplace_back(title, body);
+  askForCapabilities();
+}
+
+// Whether the body is read as markup has to be known before the first one goes out. Asked under the well-known name,
+// because this is also what starts the service.
+void DesktopNotifications::askForCapabilities() {
+  if (std::exchange(asking_, true)) return;
+  const auto message = QDBusMessage::createMethodCall(kName, kPath, kName, u"GetCapabilities"_s);
+  ask(service_.bus(), message, this, [this](const QDBusMessage& reply) {
+    asking_ = false;
+    if (reply.type() != QDBusMessage::ReplyMessage) {
+      waiting_.clear();
+      return;
+    }
+    readsMarkup_ = reply.arguments().value(0).toStringList().contains(u"body-markup"_s);
+    flush();
+  });
+}
+
+void DesktopNotifications::flush() {
+  for (const auto& [title, body] : std::exchange(waiting_, {})) send(title, body);
+}
+
+void DesktopNotifications::send(const QString& title, const QString& body) {
+  constexpr int kServiceDecidesHowLong = -1;
+  const QVariantMap hints{{u"desktop-entry"_s, desktopEntry_}, {u"sound-name"_s, u"message-new-instant"_s}};
+  auto message = QDBusMessage::createMethodCall(kName, kPath, kName, u"Notify"_s);
+  message.setArguments({u"Tarnwick"_s, 0u, desktopEntry_, title,
+                        readsMarkup_.value_or(false) ? body.toHtmlEscaped() : body, QStringList(), hints,
+                        kServiceDecidesHowLong});
+  ask(service_.bus(), message, this, [](const QDBusMessage&) {});
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,54 @@
+#include "platform/dbus/DesktopToggles.h"
+
+#include <utility>
+
+#include "platform/dbus/toggles/BluetoothToggle.h"
+#include "platform/dbus/toggles/DarkModeToggle.h"
+#include "platform/dbus/toggles/DoNotDisturbToggle.h"
+#include "platform/dbus/toggles/KeepAwakeToggle.h"
+#include "platform/dbus/toggles/WiFiToggle.h"
+
+namespace tarnwick {
+
+DesktopToggles::DesktopToggles(const QDBusConnection& session, const QDBusConnection& system, const QString& root,
+                               QObject* parent) {
+  setParent(parent);
+  provide(Toggle::WiFi, std::make_unique<WiFiToggle>(system, root));
+  provide(Toggle::Bluetooth, std::make_unique<BluetoothToggle>(system));
+  provide(Toggle::DarkMode, std::make_unique<DarkModeToggle>(session));
+  provide(Toggle::DoNotDisturb, std::make_unique<DoNotDisturbToggle>(session));
+  provide(Toggle::KeepAwake, std::make_unique<KeepAwakeToggle>(session, system));
+}
+
+DesktopToggles::~DesktopToggles() = default;
+
+void DesktopToggles::provide(Toggle toggle, std::unique_ptr<ToggleSource> source) {
+  auto& place = sources_[toggle];
+  place = std::move(source);
+  connect(place.get(), &ToggleSource::changed, this, &DesktopToggles::changed);
+  if (!started_) return;
+  place->start();
+  Q_EMIT changed();
+}
+
+ToggleState DesktopToggles::state(Toggle toggle) const {
+  const auto source = sources_.find(toggle);
+  if (source != sources_.end()) return source->second->state();
+  return {false, Capability::no(tr("No sound server was found."))};
+}
+
+void DesktopToggles::set(Toggle toggle, bool on) {
+  const auto source = sources_.find(toggle);
+  if (started_ && source != sources_.end()) {
+    source->second->set(on);
+  } else {
+    Q_EMIT changed();
+  }
+}
+
+void DesktopToggles::start() {
+  if (std::exchange(started_, true)) return;
+  for (const auto& [toggle, source] : sources_) source->start();
+}
+
+}  // namespace tarnwick

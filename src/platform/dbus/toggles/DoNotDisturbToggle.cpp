@@ -1,0 +1,82 @@
+#include "platform/dbus/toggles/DoNotDisturbToggle.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr auto kName = "org.freedesktop.Notifications"_L1;
+constexpr auto kPath = "/org/freedesktop/Notifications"_L1;
+
+}  // namespace
+
+DoNotDisturbToggle::DoNotDisturbToggle(const QDBusConnection& session) : session_(session) {}
+
+void DoNotDisturbToggle::start() {
+  service_ = std::make_unique<BusService>(session_, kName);
+  pause_ = std::make_unique<BusProperties>(*service_, kPath, u"org.dunstproject.cmd0"_s);
+  inhibition_ = std::make_unique<BusProperties>(*service_, kPath, kName);
+  ownInhibition_ = std::make_unique<CookieInhibition>(
+      *service_, kPath, kName, QVariantList{u"com.brindlemoor.Tarnwick"_s, tr("Do Not Disturb"), QVariantMap()});
+  connect(pause_.get(), &BusProperties::changed, this, &DoNotDisturbToggle::changed);
+  connect(inhibition_.get(), &BusProperties::changed, this, &DoNotDisturbToggle::changed);
+  connect(ownInhibition_.get(), &CookieInhibition::changed, this, &DoNotDisturbToggle::changed);
+  connect(service_.get(), &BusService::ownerChanged, this, &DoNotDisturbToggle::serviceChanged);
+}
+
+// The banners' setting is installed on many desktops, but only GNOME's own shell obeys it.
+void DoNotDisturbToggle::serviceChanged() {
+  banners_.reset();
+  service_->call(kPath, kName, u"GetServerInformation"_s, {}, this, [this](const QDBusMessage& reply) {
+    if (reply.arguments().value(0).toString() != "gnome-shell"_L1) return;
+    banners_ = std::make_unique<GSettingsKey>(session_, u"org.gnome.desktop.notifications"_s, u"show-banners"_s);
+    connect(banners_.get(), &GSettingsKey::changed, this, &DoNotDisturbToggle::changed);
+  });
+}
+
+DoNotDisturbToggle::Dialect DoNotDisturbToggle::dialect() const {
+  if (!service_ || !service_->isRunning()) return Dialect::None;
+  if (pause_->has(u"paused"_s)) return Dialect::Pause;
+  if (inhibition_->has(u"Inhibited"_s)) return Dialect::Inhibition;
+  if (banners_ && banners_->value()) return Dialect::Banners;
+  return Dialect::None;
+}
+
+ToggleState DoNotDisturbToggle::state() const {
+  switch (dialect()) {
+    case Dialect::Pause:
+      return {pause_->value(u"paused"_s).toBool(), Capability::yes()};
+    case Dialect::Inhibition: {
+      const bool on = inhibition_->value(u"Inhibited"_s).toBool();
+      if (on && !ownInhibition_->isHeld())
+        return {true, Capability::no(tr("Another program has turned on Do Not Disturb."))};
+      return {on, Capability::yes()};
+    }
+    case Dialect::Banners:
+      return {*banners_->value() == "false"_L1, Capability::yes()};
+    case Dialect::None:
+      break;
+  }
+  return {false,
+          Capability::no(service_ && service_->isRunning() ? tr("The notification service has no Do Not Disturb mode.")
+                                                           : tr("No notification service was found."))};
+}
+
+void DoNotDisturbToggle::set(bool on) {
+  switch (dialect()) {
+    case Dialect::Pause:
+      pause_->set(u"paused"_s, on);
+      break;
+    case Dialect::Inhibition:
+      ownInhibition_->want(on);
+      break;
+    case Dialect::Banners:
+      banners_->set(on ? u"false"_s : u"true"_s);
+      break;
+    case Dialect::None:
+      Q_EMIT changed();
+      break;
+  }
+}
+
+}  // namespace tarnwick
