@@ -1,0 +1,125 @@
+#include "views/dock/DockAccessible.h"
+
+#include <QAccessible>
+#include <QAccessibleActionInterface>
+#include <QAccessibleWidget>
+#include <QPointer>
+#include <vector>
+
+#include "views/dock/DockView.h"
+
+namespace tarnwick {
+
+namespace {
+
+/// One tile. It keeps its place in the row; the interface of the view throws it away when the row has fewer places.
+class TileAccessible final : public QAccessibleInterface, public QAccessibleActionInterface {
+ public:
+  TileAccessible(DockView* view, int item) : view_(view), item_(item) {}
+
+  bool isValid() const override { return view_ && item_ < view_->itemCount(); }
+  QObject* object() const override { return nullptr; }
+  QWindow* window() const override { return view_ ? view_->window()->windowHandle() : nullptr; }
+  QAccessibleInterface* parent() const override { return QAccessible::queryAccessibleInterface(view_.data()); }
+  QAccessibleInterface* child(int) const override { return nullptr; }
+  QAccessibleInterface* childAt(int, int) const override { return nullptr; }
+  int childCount() const override { return 0; }
+  int indexOfChild(const QAccessibleInterface*) const override { return -1; }
+  QAccessible::Role role() const override { return QAccessible::Button; }
+
+  QString text(QAccessible::Text kind) const override {
+    if (!isValid()) return {};
+    const TileText text = view_->itemText(item_);
+    if (kind == QAccessible::Name) return text.name;
+    return kind == QAccessible::Value || kind == QAccessible::Description ? text.value : QString();
+  }
+  void setText(QAccessible::Text, const QString&) override {}
+
+  QRect rect() const override {
+    if (!isValid()) return {};
+    const QRect place = view_->itemRect(item_).toAlignedRect();
+    return {view_->mapToGlobal(place.topLeft()), place.size()};
+  }
+
+  QAccessible::State state() const override {
+    QAccessible::State state;
+    state.invalid = !isValid();
+    state.focusable = true;
+    state.focused = isValid() && view_->focusedItem() == item_;
+    return state;
+  }
+
+  void* interface_cast(QAccessible::InterfaceType type) override {
+    return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface*>(this) : nullptr;
+  }
+  QStringList actionNames() const override { return {pressAction()}; }
+  void doAction(const QString& name) override {
+    if (isValid() && name == pressAction()) view_->activateItem(item_);
+  }
+  QStringList keyBindingsForAction(const QString&) const override { return {}; }
+
+ private:
+  QPointer<DockView> view_;
+  int item_;
+};
+
+class DockAccessible final : public QAccessibleWidget {
+ public:
+  explicit DockAccessible(DockView* view) : QAccessibleWidget(view, QAccessible::ToolBar), view_(view) {}
+  ~DockAccessible() override { trim(0); }
+
+  int childCount() const override { return view_ ? static_cast<int>(view_->itemCount()) : 0; }
+
+  QAccessibleInterface* child(int index) const override {
+    if (index < 0 || index >= childCount()) return nullptr;
+    trim(static_cast<std::size_t>(childCount()));
+    while (tiles_.size() <= static_cast<std::size_t>(index))
+      tiles_.push_back(QAccessible::registerAccessibleInterface(
+          new TileAccessible(view_, static_cast<int>(tiles_.size()))));  // Qt's cache owns it.
+    return QAccessible::accessibleInterface(tiles_[static_cast<std::size_t>(index)]);
+  }
+
+  QAccessibleInterface* childAt(int x, int y) const override {
+    for (int i = 0; i < childCount(); ++i)
+      if (QAccessibleInterface* tile = child(i); tile && tile->rect().contains(x, y)) return tile;
+    return nullptr;
+  }
+
+  QAccessibleInterface* focusChild() const override {
+    return view_ && view_->focusedItem() >= 0 ? child(static_cast<int>(view_->focusedItem())) : nullptr;
+  }
+
+  int indexOfChild(const QAccessibleInterface* wanted) const override {
+    for (int i = 0; i < childCount(); ++i)
+      if (child(i) == wanted) return i;
+    return -1;
+  }
+
+ private:
+  void trim(std::size_t count) const {
+    while (tiles_.size() > count) {
+      QAccessible::deleteAccessibleInterface(tiles_.back());
+      tiles_.pop_back();
+    }
+  }
+
+  QPointer<DockView> view_;
+  mutable std::vector<QAccessible::Id> tiles_;
+};
+
+QAccessibleInterface* makeInterface(const QString&, QObject* object) {
+  auto* view = qobject_cast<DockView*>(object);
+  return view ? new DockAccessible(view) : nullptr;  // Qt's cache owns it.
+}
+
+}  // namespace
+
+void installDockAccessibility() {
+  static const bool installed = [] {
+    QAccessible::installFactory(makeInterface);
+    return true;
+  }();
+  Q_UNUSED(installed)
+}
+
+}  // namespace tarnwick

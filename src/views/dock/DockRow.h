@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include "config/DockWidget.h"
+#include "desktop/Panels.h"
+#include "views/theme/Palette.h"
+
+namespace tarnwick {
+
+/// A running application that the dock shows without the user having put it there.
+struct DockApp {
+  quint64 id = 0;  ///< Opaque; valid while the application runs.
+  QString name;
+  QString icon;  ///< What the provider of icons knows it by.
+  bool front = false;
+
+  bool operator==(const DockApp&) const = default;
+};
+
+/// Where running applications stand among the tiles.
+enum class RunningAppsPlacement { None, Left, BeforeApps, AfterApps, Right };
+/// The placement of a settings value such as "beforeApps"; right for a word that is not known.
+RunningAppsPlacement runningAppsPlacementNamed(const QString& name);
+
+/// Everything that decides what a dock looks like, less what its tiles show at the moment.
+struct DockRow {
+  QList<DockWidget> widgets;
+  QList<DockApp> runningApps;
+  RunningAppsPlacement placement = RunningAppsPlacement::Right;
+
+  DockStyle style = DockStyle::DarkGlass;
+  bool tiles = true;  ///< Whether tiles have a ground.
+  bool monochrome = false;
+  double scale = 1;
+  double spacing = 7;
+
+  Edge edge = Edge::Bottom;  ///< Of the screen; the tabs stand on the other side.
+  bool composited = true;
+  bool blurred = false;
+  bool reduceMotion = false;
+
+  QStringList tabs;  ///< The names of the profiles; room is kept for them when there are two or more.
+  qsizetype activeTab = 0;
+  bool tabsShown = false;
+
+  Backdrop backdrop() const { return !composited ? Backdrop::Opaque : blurred ? Backdrop::Blurred : Backdrop::Plain; }
+  bool keepsRoomForTabs() const { return tabs.size() > 1; }
+  bool operator==(const DockRow&) const = default;
+};
+
+}  // namespace tarnwick

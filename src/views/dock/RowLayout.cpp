@@ -1,0 +1,188 @@
+#include "views/dock/RowLayout.h"
+
+#include <QHash>
+#include <algorithm>
+#include <cmath>
+
+#include "views/theme/Theme.h"
+#include "views/theme/Typography.h"
+#include "widgets/catalog/Catalog.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A stretch of the row at scale 1, without a place yet.
+struct Stretch {
+  enum class Kind { Widget, App, Separator };
+  Kind kind;
+  qsizetype index = 0;
+  double width = 0;
+};
+
+/// Running applications as one block: no gaps within it, and a zone with a line on the side of other tiles.
+struct Block {
+  QList<Stretch> stretches;
+  double width = 0;
+
+  void add(const Stretch& stretch) {
+    stretches.append(stretch);
+    width += stretch.width;
+  }
+};
+
+Block appBlock(const DockRow& row, bool lineBefore, bool lineAfter) {
+  Block block;
+  const Stretch line{Stretch::Kind::Separator, 0, theme::kSeparatorZone};
+  if (lineBefore) block.add(line);
+  for (qsizetype i = 0; i < row.runningApps.size(); ++i) block.add({Stretch::Kind::App, i, theme::kAppSlot});
+  if (lineAfter) block.add(line);
+  return block;
+}
+
+/// Where the running applications stand: in front of the widget of this index.
+qsizetype appsPosition(const DockRow& row) {
+  const auto isApplications = [](const DockWidget& widget) { return widget.kind == u"applications"_s; };
+  const auto anchor = std::ranges::find_if(row.widgets, isApplications);
+  const bool anchored = anchor != row.widgets.end();
+  const qsizetype index = anchor - row.widgets.begin();
+  switch (row.placement) {
+    case RunningAppsPlacement::Left:
+      return 0;
+    case RunningAppsPlacement::BeforeApps:
+      return anchored ? index : row.widgets.size();
+    case RunningAppsPlacement::AfterApps:
+      return anchored ? index + 1 : row.widgets.size();
+    case RunningAppsPlacement::None:
+    case RunningAppsPlacement::Right:
+      break;
+  }
+  return row.widgets.size();
+}
+
+QList<Block> blocksOf(const DockRow& row) {
+  QList<Block> blocks;
+  for (qsizetype i = 0; i < row.widgets.size(); ++i) {
+    Block block;
+    block.add({Stretch::Kind::Widget, i, Catalog::find(row.widgets[i].kind).width});
+    blocks.append(block);
+  }
+  if (row.placement == RunningAppsPlacement::None || row.runningApps.isEmpty()) return blocks;
+  const qsizetype position = appsPosition(row);
+  // One line, towards the tiles before; only a block that begins the row, or stands right behind its anchor, has it
+  // after.
+  const bool behindAnchor =
+      position > 0 && row.placement == RunningAppsPlacement::AfterApps && position < blocks.size();
+  const bool lineAfter = (position == 0 || behindAnchor) && !blocks.isEmpty();
+  blocks.insert(position, appBlock(row, position > 0 && !behindAnchor, lineAfter));
+  return blocks;
+}
+
+double widthOf(const QList<Block>& blocks, double spacing) {
+  double width = spacing * static_cast<double>(std::max<qsizetype>(0, blocks.size() - 1));
+  for (const Block& block : blocks) width += block.width;
+  return width;
+}
+
+/// Rounds lengths of the window to whole device pixels.
+struct Grid {
+  double ratio;
+  double operator()(double length) const { return std::round(length * ratio) / ratio; }
+  QRectF operator()(double left, double top, double right, double bottom) const {
+    return {QPointF((*this)(left), (*this)(top)), QPointF((*this)(right), (*this)(bottom))};
+  }
+};
+
+void placeTabs(RowLayout& layout, const DockRow& row, const Grid& grid) {
+  QList<double> widths;
+  double total = theme::kTabGap * static_cast<double>(row.tabs.size() - 1);
+  for (const QString& tab : row.tabs) {
+    widths.append(TextLine(tab, TextStyle::TabLabel, row.scale).width() + theme::kTabPadding * 2);
+    total += widths.last();
+  }
+  const double top = row.edge == Edge::Bottom
+                         ? layout.glass.top() + theme::kTabTop * row.scale
+                         : layout.glass.bottom() - (theme::kTabTop + theme::kTabHeight) * row.scale;
+  double x = layout.glass.center().x() - total * row.scale / 2;
+  for (const double width : widths) {
+    layout.tabs.append(grid(x, top, x + width * row.scale, top + theme::kTabHeight * row.scale));
+    x += (width + theme::kTabGap) * row.scale;
+  }
+}
+
+/// The glass hugs the row; a slot that keeps room for tabs leaves it free, on the inner side, until they show.
+QRectF glassOf(const DockRow& row, const QRectF& slot, double width, const Grid& grid) {
+  const bool tabs = row.tabsShown && row.keepsRoomForTabs();
+  const double height = (tabs ? theme::kDockHeightWithTabs : theme::kDockHeight) * row.scale;
+  const double left = slot.center().x() - width / 2;
+  const double top = row.edge == Edge::Bottom ? slot.bottom() - height : slot.top();
+  return grid(left, top, left + width, top + height);
+}
+
+void placeStretch(RowLayout& layout, const Stretch& stretch, double x, double top, double scale, const Grid& grid) {
+  const double right = x + stretch.width * scale;
+  if (stretch.kind == Stretch::Kind::Separator) {
+    const double middle = grid((x + right) / 2);
+    const double height = theme::kSeparatorHeight * scale;
+    const double lineTop = top + (theme::kTileHeight * scale - height) / 2;
+    layout.separator = grid(middle - 0.5 / grid.ratio, lineTop, middle + 0.5 / grid.ratio, lineTop + height);
+    layout.separator.setWidth(std::max(1.0, std::round(scale * grid.ratio)) / grid.ratio);
+    return;
+  }
+  const auto kind = stretch.kind == Stretch::Kind::Widget ? RowItem::Kind::Widget : RowItem::Kind::App;
+  layout.items.append({kind, stretch.index, grid(x, top, right, top + theme::kTileHeight * scale)});
+}
+
+}  // namespace
+
+RunningAppsPlacement runningAppsPlacementNamed(const QString& name) {
+  static const QHash<QString, RunningAppsPlacement> placements = {{u"none"_s, RunningAppsPlacement::None},
+                                                                  {u"left"_s, RunningAppsPlacement::Left},
+                                                                  {u"beforeApps"_s, RunningAppsPlacement::BeforeApps},
+                                                                  {u"afterApps"_s, RunningAppsPlacement::AfterApps},
+                                                                  {u"right"_s, RunningAppsPlacement::Right}};
+  return placements.value(name, RunningAppsPlacement::Right);
+}
+
+double RowLayout::idealWidth(const DockRow& row) {
+  const QList<Block> blocks = blocksOf(row);
+  return std::max(widthOf(blocks, row.spacing) + theme::kInset * 2, theme::kDockLeastWidth);
+}
+
+RowLayout RowLayout::of(const DockRow& row, const QRectF& slot, double ratio, double scroll) {
+  const Grid grid{ratio};
+  const double scale = row.scale;
+  const double ideal = idealWidth(row) * scale;
+  RowLayout layout;
+  layout.glass = glassOf(row, slot, std::min(ideal, slot.width()), grid);
+  layout.overflow = std::max(0.0, ideal - slot.width());
+  if (row.tabsShown && row.keepsRoomForTabs()) placeTabs(layout, row, grid);
+
+  const QList<Block> blocks = blocksOf(row);
+  const double rowWidth = widthOf(blocks, row.spacing) * scale;
+  const double free = layout.glass.width() - rowWidth;
+  double x = layout.overflow > 0
+                 ? layout.glass.left() + theme::kInset * scale - std::clamp(scroll, 0.0, layout.overflow)
+                 : layout.glass.left() + free / 2;
+  const bool tabsAbove = !layout.tabs.isEmpty() && row.edge == Edge::Bottom;
+  const double top = layout.glass.top() + (theme::kInset + (tabsAbove ? theme::kTabRowHeight : 0)) * scale;
+  for (const Block& block : blocks) {
+    for (const Stretch& stretch : block.stretches) {
+      placeStretch(layout, stretch, x, top, scale, grid);
+      x += stretch.width * scale;
+    }
+    x += row.spacing * scale;
+  }
+  return layout;
+}
+
+std::optional<qsizetype> RowLayout::itemAt(QPointF point) const {
+  if (!glass.contains(point)) return std::nullopt;
+  for (qsizetype i = 0; i < items.size(); ++i)
+    if (items[i].rect.contains(point)) return i;
+  return std::nullopt;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QList>
+#include <QRectF>
+#include <optional>
+
+#include "views/dock/DockRow.h"
+
+namespace tarnwick {
+
+/// One place of the row: a widget's tile or a running application.
+struct RowItem {
+  enum class Kind { Widget, App };
+
+  Kind kind = Kind::Widget;
+  qsizetype index = 0;  ///< In DockRow::widgets or DockRow::runningApps.
+  QRectF rect;
+
+  bool operator==(const RowItem&) const = default;
+};
+
+/// Where everything of a dock stands, in the units of its window. All edges lie on whole device pixels.
+struct RowLayout {
+  QRectF glass;
+  QList<RowItem> items;  ///< From left to right.
+  QRectF separator;      ///< The line between tiles and running applications; empty where there is none.
+  QList<QRectF> tabs;
+  double overflow = 0;  ///< How far the row is wider than its glass; it scrolls that far.
+
+  /// The width at scale 1 that the glass takes when nothing limits it, never below the dock's least.
+  static double idealWidth(const DockRow& row);
+  /// Lays the row out in the middle of `slot`. `ratio` is device pixels per unit; `scroll` moves a row that overflows.
+  static RowLayout of(const DockRow& row, const QRectF& slot, double ratio, double scroll = 0);
+
+  /// The item at a point, if any.
+  std::optional<qsizetype> itemAt(QPointF point) const;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,183 @@
+#include "views/theme/Glass.h"
+
+#include <QImage>
+#include <QLinearGradient>
+#include <QPainterPath>
+#include <QVector>
+#include <cmath>
+
+#include "views/theme/Theme.h"
+
+namespace tarnwick {
+
+namespace {
+
+/// One pass of a box blur along a line of `count` bytes that lie `step` apart.
+void blurLine(uchar* line, int count, qsizetype step, int radius, QVector<uchar>& copy) {
+  copy.resize(count);
+  for (int i = 0; i < count; ++i) copy[i] = line[i * step];
+  const int window = radius * 2 + 1;
+  int sum = 0;
+  for (int i = 0; i <= radius && i < count; ++i) sum += copy[i];
+  for (int i = 0; i < count; ++i) {
+    line[i * step] = static_cast<uchar>(sum / window);
+    if (i + radius + 1 < count) sum += copy[i + radius + 1];
+    if (i - radius >= 0) sum -= copy[i - radius];
+  }
+}
+
+/// Three box blurs come close to the bell curve whose deviation is half the spread.
+void blur(QImage& mask, double spread) {
+  const int radius = static_cast<int>(std::lround(spread / 4));
+  if (radius < 1) return;
+  QVector<uchar> copy;
+  for (int pass = 0; pass < 3; ++pass) {
+    for (int y = 0; y < mask.height(); ++y) blurLine(mask.scanLine(y), mask.width(), 1, radius, copy);
+    for (int x = 0; x < mask.width(); ++x) blurLine(mask.bits() + x, mask.height(), mask.bytesPerLine(), radius, copy);
+  }
+}
+
+QPainterPath rounded(const QRectF& rect, double corner) {
+  QPainterPath path;
+  path.addRoundedRect(rect, corner, corner);
+  return path;
+}
+
+/// The shadow of `body`, in device pixels, with the place of the body itself left out, so that the glass stays clear.
+void paintShadow(QPainter& painter, const QSize& size, const QRectF& body, double corner, double unit,
+                 const QColor& color) {
+  QImage mask(size, QImage::Format_Alpha8);
+  mask.fill(0);
+  QPainter caster(&mask);
+  caster.setRenderHint(QPainter::Antialiasing);
+  caster.fillPath(rounded(body.translated(0, theme::kShadowOffset * unit), corner), Qt::black);
+  caster.end();
+  blur(mask, theme::kShadowBlur * unit);
+
+  QImage tinted(size, QImage::Format_ARGB32_Premultiplied);
+  tinted.fill(color);
+  QPainter tint(&tinted);
+  tint.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+  tint.drawImage(0, 0, mask);
+  tint.setRenderHint(QPainter::Antialiasing);
+  tint.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+  tint.fillPath(rounded(body, corner), Qt::black);
+  tint.end();
+  painter.drawImage(0, 0, tinted);
+}
+
+/// A line that follows the rounded edge but shows only at the top or at the bottom, fading out around the corners.
+void paintEdge(QPainter& painter, const QRectF& body, double corner, double width, const QColor& color, bool top) {
+  if (!color.isValid()) return;
+  const double y = top ? body.top() : body.bottom();
+  QLinearGradient fade(0, y, 0, y + (top ? corner : -corner));
+  fade.setColorAt(0, color);
+  fade.setColorAt(1, faded(color, 0));
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(QBrush(fade), width));
+  const QRectF line = body.adjusted(width / 2, width / 2, -width / 2, -width / 2);
+  painter.drawPath(rounded(line, corner - width / 2));
+}
+
+void paintBody(QPainter& painter, const QRectF& body, double corner, const GlassColors& colors, bool square) {
+  if (!colors.bodyTop.isValid()) return;
+  QLinearGradient gradient(body.topLeft(), body.bottomLeft());
+  gradient.setColorAt(0, colors.bodyTop);
+  gradient.setColorAt(1, colors.bodyBottom);
+  square ? painter.fillRect(body, gradient) : painter.fillPath(rounded(body, corner), gradient);
+}
+
+}  // namespace
+
+QMargins Glass::margins(const GlassColors& colors, double scale) {
+  if (!colors.shadow.isValid()) {
+    const int line = colors.outline.isValid() ? 1 : 0;
+    return {line, line, line, line};
+  }
+  const auto reach = [scale](double length) { return static_cast<int>(std::ceil(length * scale)); };
+  const int side = reach(theme::kShadowBlur);
+  return {side, reach(theme::kShadowBlur - theme::kShadowOffset), side,
+          reach(theme::kShadowBlur + theme::kShadowOffset)};
+}
+
+QPixmap Glass::render(const Key& key) {
+  // Everything here is in device pixels.
+  const double unit = key.scale * key.ratio;
+  const QMargins room = margins(key.colors, key.scale);
+  const auto device = [&key](double length) { return std::round(length * key.ratio); };
+  const double corner = key.corner * unit;
+  const double height = device(key.height);
+  const double end = device(std::ceil(key.corner * key.scale) + theme::kShadowBlur * key.scale) + 1;
+  const QRectF body(device(room.left()), device(room.top()), end * 2 + 1, height);
+  const QSize size(static_cast<int>(body.width() + device(room.left()) + device(room.right())),
+                   static_cast<int>(height + device(room.top()) + device(room.bottom())));
+  QPixmap picture(size);
+  picture.fill(Qt::transparent);
+  QPainter painter(&picture);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const GlassColors& colors = key.colors;
+  if (colors.shadow.isValid()) paintShadow(painter, size, body, corner, unit, colors.shadow);
+  if (colors.outline.isValid()) drawInnerLine(painter, body.adjusted(-1, -1, 1, 1), corner + 1, 1, colors.outline);
+  paintBody(painter, body, corner, colors, !colors.shadow.isValid() && !colors.outline.isValid());
+  const double rim = colors.rimWidth > 0 ? std::max(1.0, std::round(colors.rimWidth * unit)) : 1;
+  if (colors.rim.isValid()) drawInnerLine(painter, body, corner, rim, colors.rim);
+  const double topLine = colors.topLineWidth > 0 ? std::max(1.0, std::round(colors.topLineWidth * unit)) : 1;
+  paintEdge(painter, body, corner, topLine, colors.topLine, true);
+  paintEdge(painter, body, corner, rim, colors.bottomLine, false);
+  return picture;
+}
+
+void Glass::paint(QPainter& painter, const QRectF& rect, const GlassColors& colors, double corner, double scale) {
+  const double ratio = 1 / hairline(painter);  // The device's own answer is wrong while a widget is rendered elsewhere.
+  const Key key{colors, rect.height(), corner, scale, ratio};
+  if (picture_.isNull() || key != key_) {
+    key_ = key;
+    picture_ = render(key);
+  }
+  const QMargins room = margins(colors, scale);
+  const double column = (picture_.width() - 1) / 2;
+  const double end = column / ratio;
+  const double left = rect.left() - std::round(room.left() * ratio) / ratio;
+  const double right = rect.right() + std::round(room.right() * ratio) / ratio;
+  const double top = rect.top() - std::round(room.top() * ratio) / ratio;
+  const double tall = picture_.height() / ratio;
+  const double full = picture_.height();
+  painter.save();
+  painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
+  painter.drawPixmap(QRectF(left, top, end, tall), picture_, QRectF(0, 0, column, full));
+  painter.drawPixmap(QRectF(left + end, top, right - left - end * 2, tall), picture_, QRectF(column, 0, 1, full));
+  painter.drawPixmap(QRectF(right - end, top, end, tall), picture_, QRectF(picture_.width() - column, 0, column, full));
+  painter.restore();
+}
+
+QRegion Glass::outline(const QRect& rect, double corner) {
+  const int rows = std::min(static_cast<int>(std::ceil(corner)), rect.height() / 2);
+  QRegion region(rect.adjusted(0, rows, 0, -rows));
+  for (int row = 0; row < rows; ++row) {
+    const double below = corner - row - 0.5;
+    const int inset = static_cast<int>(std::lround(corner - std::sqrt(std::max(0.0, corner * corner - below * below))));
+    region += QRect(rect.left() + inset, rect.top() + row, rect.width() - inset * 2, 1);
+    region += QRect(rect.left() + inset, rect.bottom() - row, rect.width() - inset * 2, 1);
+  }
+  return region;
+}
+
+void drawRounded(QPainter& painter, const QRectF& rect, double corner, const QColor& fill) {
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(fill);
+  painter.drawRoundedRect(rect, corner, corner);
+}
+
+void drawInnerLine(QPainter& painter, const QRectF& rect, double corner, double width, const QColor& color) {
+  painter.setPen(QPen(color, width));
+  painter.setBrush(Qt::NoBrush);
+  const double half = width / 2;
+  painter.drawRoundedRect(rect.adjusted(half, half, -half, -half), corner - half, corner - half);
+}
+
+double hairline(const QPainter& painter) {
+  const double unit = std::hypot(painter.deviceTransform().m11(), painter.deviceTransform().m12());
+  return unit > 0 ? 1 / unit : 1;
+}
+
+}  // namespace tarnwick

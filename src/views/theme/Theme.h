@@ -1,0 +1,75 @@
+#pragma once
+
+/// The measures of everything that is painted, in device-independent pixels at scale 1. Colours stand in Palette.h,
+/// type in Typography.h, symbols in Symbols.h; a painter holds none of them.
+namespace tarnwick::theme {
+
+// The dock.
+inline constexpr double kDockHeight = 84;
+inline constexpr double kDockHeightWithTabs = 110;
+inline constexpr double kDockLeastWidth = 110;
+inline constexpr double kDockCorner = 24;
+inline constexpr double kInset = 10;
+inline constexpr double kTileHeight = 64;
+inline constexpr double kTileCorner = 14;
+inline constexpr double kSeparatorZone = 12;
+inline constexpr double kSeparatorHeight = 36;
+inline constexpr double kAppSlot = 52;
+inline constexpr double kAppIcon = 44;
+inline constexpr double kAppIconLeft = 4;
+inline constexpr double kAppIconTop = 8;
+inline constexpr double kAppDotRadius = 2;
+inline constexpr double kAppDotTop = 59;
+
+// Profile tabs.
+inline constexpr double kTabTop = 8;
+inline constexpr double kTabHeight = 20;
+inline constexpr double kTabPadding = 10;
+inline constexpr double kTabGap = 4;
+inline constexpr double kTabRowHeight = kDockHeightWithTabs - kDockHeight;
+
+// Shadows: how far one lies below what casts it, and how far it spreads.
+inline constexpr double kShadowOffset = 8;
+inline constexpr double kShadowBlur = 24;
+
+// What a tile holds.
+inline constexpr double kTextLeft = 12;
+inline constexpr double kTextRight = 12;
+inline constexpr double kSymbolSize = 20;
+inline constexpr double kTextAfterSymbol = 44;
+inline constexpr double kTextAfterSymbolNarrow = 42;  ///< In tiles up to kNarrowSymbolTile wide.
+inline constexpr double kNarrowSymbolTile = 140;
+inline constexpr double kPictureInset = 10;
+inline constexpr double kTileMiddle = kTileHeight / 2;
+
+// Baselines, from the top of a tile.
+inline constexpr double kHeadlineBaseline = 32;
+inline constexpr double kCaptionBaseline = 49;
+inline constexpr double kTitleBaseline = 29;
+inline constexpr double kTitleCaptionBaseline = 45;
+inline constexpr double kDisplayBaseline = 42;
+inline constexpr double kUnderPictureBaseline = 55.5;
+
+// States.
+inline constexpr double kHoverScale = 1.08;
+inline constexpr double kPressedScale = 0.97;
+inline constexpr double kDraggedLift = 12;
+inline constexpr double kFocusWidth = 2;
+inline constexpr double kDisabledOpacity = 0.38;
+inline constexpr double kUnconnectedOpacity = 0.45;
+inline constexpr int kFadeMilliseconds = 120;
+
+// A bubble above the dock.
+inline constexpr double kBubbleCorner = 14;
+inline constexpr double kBubblePadding = 12;
+inline constexpr double kBubbleTextWidth = 320;
+inline constexpr double kButtonSize = 28;
+inline constexpr double kButtonCorner = 8;
+
+/// Below this scale a tile drops its last row.
+inline constexpr double kCompactScale = 0.75;
+/// Below this one the caption goes too.
+inline constexpr double kBareScale = 0.65;
+inline constexpr double kLeastTextSize = 9;
+
+}  // namespace tarnwick::theme

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QPainter>
+#include <QPointF>
+
+#include "views/theme/Palette.h"
+
+namespace tarnwick {
+
+enum class WeatherPicture { Sun, CloudSun, Cloud };
+
+/// Paints a filled weather picture into the square of `size` at `topLeft`.
+void drawWeather(QPainter& painter, WeatherPicture picture, QPointF topLeft, double size, const PictureColors& colors);
+
+}  // namespace tarnwick

@@ -1,0 +1,141 @@
+#include "views/tiles/PlainTiles.h"
+
+#include <QCoreApplication>
+#include <algorithm>
+
+#include "views/theme/Glass.h"
+#include "views/tiles/TileCanvas.h"
+#include "views/tiles/WeatherTiles.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double kGridMark = 9;
+constexpr double kGridPitch = 12.5;
+constexpr double kGridCorner = 2.8;
+
+constexpr double kBadgeCorner = 6;
+/// Narrower tiles put the symbol over the name, and so do those up to kMayStack whose name has no room beside it.
+constexpr double kSideBySide = 100;
+constexpr double kMayStack = 140;
+constexpr double kStackedSymbol = 18;
+constexpr double kStackedNameBaseline = 43;
+constexpr double kStackedWordBaseline = 56;
+// Without a word.
+constexpr double kPairSymbol = 24;
+constexpr double kPairNameBaseline = 50;
+
+void drawSign(TileCanvas& canvas, const GenericContent& content, QPointF centre) {
+  QPainter& painter = canvas.painter();
+  if (!content.symbol.isEmpty()) {
+    canvas.symbol(content.symbol, centre, theme::kSymbolSize, canvas.accent());
+    return;
+  }
+  painter.save();
+  painter.setOpacity(painter.opacity() * theme::kUnconnectedOpacity);
+  const double half = theme::kSymbolSize / 2;
+  drawRounded(painter, QRectF(centre.x() - half, centre.y() - half, half * 2, half * 2), kBadgeCorner, canvas.accent());
+  painter.restore();
+  const TextLine letter = canvas.line(content.initial, TextStyle::BadgeInitial);
+  letter.drawCentred(painter, {centre.x(), TileCanvas::centredBaseline(letter, centre.y())}, canvas.colors().primary);
+}
+
+double textLeft(const TileCanvas& canvas) {
+  return canvas.width() <= theme::kNarrowSymbolTile ? theme::kTextAfterSymbolNarrow : theme::kTextAfterSymbol;
+}
+
+QColor wordColor(const TileCanvas& canvas, const GenericContent& content) {
+  return content.opensEditor ? canvas.accentWord() : canvas.colors().secondary;
+}
+
+void paintBeside(TileCanvas& canvas, const GenericContent& content) {
+  using namespace theme;
+  drawSign(canvas, content, {kTextLeft + kSymbolSize / 2, kTileMiddle});
+  const double x = textLeft(canvas);
+  const TextLine name = canvas.line(content.name, TextStyle::Title).elided(canvas.roomAfter(x), Elide::Middle);
+  if (!canvas.showsCaption()) {
+    name.draw(canvas.painter(), {x, TileCanvas::centredBaseline(name)}, canvas.colors().primary);
+    return;
+  }
+  name.draw(canvas.painter(), {x, kTitleBaseline}, canvas.colors().primary);
+  canvas.text(x, kTitleCaptionBaseline, canvas.roomAfter(x), TextStyle::Caption, content.word,
+              wordColor(canvas, content));
+}
+
+void paintStacked(TileCanvas& canvas, const GenericContent& content) {
+  const double x = canvas.width() / 2;
+  if (!canvas.showsCaption()) {
+    drawSign(canvas, content, {x, theme::kTileMiddle});
+    return;
+  }
+  // Half a word says nothing; then the tip has it.
+  const TextLine word = canvas.line(content.word, TextStyle::Caption);
+  const bool three = canvas.showsLastRow() && word.width() <= canvas.width() - theme::kTextLeft;
+  drawSign(canvas, content, {x, three ? kStackedSymbol : kPairSymbol});
+  canvas.centredText(three ? kStackedNameBaseline : kPairNameBaseline, TextStyle::TabLabel, content.name,
+                     canvas.colors().primary, Elide::Middle);
+  if (three) word.drawCentred(canvas.painter(), {x, kStackedWordBaseline}, wordColor(canvas, content));
+}
+
+QString wordFor(const WidgetDefinition& definition) {
+  if (isConnectedFamily(definition.family)) return QCoreApplication::translate("Tiles", "Connect");
+  if (definition.family == u"weather"_s) return choosePlaceWord();
+  return QCoreApplication::translate("Tiles", "Not available");
+}
+
+}  // namespace
+
+ApplicationsContent makeApplications(const TileRequest&) { return {}; }
+TileText describe(const ApplicationsContent&, const QString& name) { return {name, {}}; }
+
+void paint(TileCanvas& canvas, const ApplicationsContent&) {
+  const double side = kGridPitch * 2 + kGridMark;
+  const QPointF origin((canvas.width() - side) / 2, theme::kTileMiddle - side / 2);
+  for (int row = 0; row < 3; ++row)
+    for (int column = 0; column < 3; ++column) {
+      const QPointF corner = origin + QPointF(column, row) * kGridPitch;
+      const bool middle = row == 1 && column == 1;
+      drawRounded(canvas.painter(), QRectF(corner, QSizeF(kGridMark, kGridMark)), kGridCorner,
+                  middle ? canvas.accent() : canvas.colors().mark);
+    }
+}
+
+SeparatorContent makeSeparator(const TileRequest&) { return {}; }
+TileText describe(const SeparatorContent&, const QString& name) { return {name, {}}; }
+
+void paint(TileCanvas& canvas, const SeparatorContent&) {
+  const double top = theme::kTileMiddle - theme::kSeparatorHeight / 2;
+  canvas.painter().fillRect(canvas.snapped(QRectF(canvas.width() / 2 - 0.5, top, 1, theme::kSeparatorHeight)),
+                            canvas.colors().separator);
+}
+
+SpaceContent makeSpace(const TileRequest&) { return {}; }
+TileText describe(const SpaceContent&, const QString& name) { return {name, {}}; }
+void paint(TileCanvas&, const SpaceContent&) {}
+
+GenericContent makeGeneric(const TileRequest& request) {
+  const WidgetDefinition& definition = request.definition;
+  const QString& name = request.title();
+  const bool connected = isConnectedFamily(definition.family);
+  GenericContent content{name, wordFor(definition), {}, {}, connected || definition.family == u"weather"_s};
+  if (connected)
+    content.initial = definition.name.left(1).toUpper();
+  else
+    content.symbol = definition.symbol;
+  return content;
+}
+
+TileText describe(const GenericContent& content, const QString& name) { return {name, content.word}; }
+
+void paint(TileCanvas& canvas, const GenericContent& content) {
+  const double room = canvas.roomAfter(textLeft(canvas));
+  const double wanted = std::max(canvas.line(content.name, TextStyle::Title).width(),
+                                 canvas.line(content.word, TextStyle::Caption).width());
+  const bool stacked = canvas.width() < kSideBySide || (canvas.width() <= kMayStack && wanted > room);
+  stacked ? paintStacked(canvas, content) : paintBeside(canvas, content);
+}
+
+}  // namespace tarnwick

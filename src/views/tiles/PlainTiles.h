@@ -1,0 +1,49 @@
+#pragma once
+
+#include "views/tiles/TileRequest.h"
+#include "views/tiles/TileText.h"
+
+namespace tarnwick {
+
+class TileCanvas;
+
+/// The way to all applications.
+struct ApplicationsContent {
+  bool operator==(const ApplicationsContent&) const = default;
+};
+ApplicationsContent makeApplications(const TileRequest& request);
+TileText describe(const ApplicationsContent& content, const QString& name);
+void paint(TileCanvas& canvas, const ApplicationsContent& content);
+
+/// A line between tiles; it has no ground of its own.
+struct SeparatorContent {
+  bool operator==(const SeparatorContent&) const = default;
+};
+SeparatorContent makeSeparator(const TileRequest& request);
+TileText describe(const SeparatorContent& content, const QString& name);
+void paint(TileCanvas& canvas, const SeparatorContent& content);
+
+/// Room between tiles; it has no ground of its own.
+struct SpaceContent {
+  bool operator==(const SpaceContent&) const = default;
+};
+SpaceContent makeSpace(const TileRequest& request);
+TileText describe(const SpaceContent& content, const QString& name);
+void paint(TileCanvas& canvas, const SpaceContent& content);
+
+/// What a widget shows while it has nothing of its own to show: its symbol or its service's badge, its name, and one
+/// word that says what is missing.
+struct GenericContent {
+  QString name;
+  QString word;
+  QString symbol;            ///< Empty where a badge stands for a service.
+  QString initial;           ///< On the badge.
+  bool opensEditor = false;  ///< Whether the word is something to do, which is what the accent says.
+
+  bool operator==(const GenericContent&) const = default;
+};
+GenericContent makeGeneric(const TileRequest& request);
+TileText describe(const GenericContent& content, const QString& name);
+void paint(TileCanvas& canvas, const GenericContent& content);
+
+}  // namespace tarnwick

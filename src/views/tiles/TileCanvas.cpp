@@ -1,0 +1,56 @@
+#include "views/tiles/TileCanvas.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tarnwick {
+
+namespace {
+constexpr double kUnitGap = 2;
+}
+
+double TileCanvas::figure(double x, double baseline, TextStyle style, const QString& text, const QString& unit,
+                          const QColor& color) {
+  const TextLine number = line(text, style);
+  number.drawFromInk(painter_, {x, baseline}, color.isValid() ? color : colors().primary);
+  double end = x - number.leftBearing() + number.width();
+  if (!unit.isEmpty()) {
+    const TextLine small = TextLine::unit(unit, style, scale());
+    small.draw(painter_, {end + kUnitGap, baseline}, colors().secondary);
+    end += kUnitGap + small.width();
+  }
+  return end;
+}
+
+void TileCanvas::text(double x, double baseline, double width, TextStyle style, const QString& text,
+                      const QColor& color, Elide elide) {
+  line(text, style).elided(width, elide).draw(painter_, {x, baseline}, color);
+}
+
+void TileCanvas::centredText(double baseline, TextStyle style, const QString& text, const QColor& color, Elide elide) {
+  const double room = width_ - theme::kTextLeft;
+  line(text, style).elided(room, elide).drawCentred(painter_, {width_ / 2, baseline}, color);
+}
+
+void TileCanvas::symbol(const QString& name, QPointF centre, double size, const QColor& color) {
+  Symbols::draw(painter_, name, QRectF(centre.x() - size / 2, centre.y() - size / 2, size, size), color);
+}
+
+void TileCanvas::arc(QPointF centre, double radius, double width, double begin, double sweep, const QColor& color) {
+  constexpr int steps = 16;  // Of Qt's angles in one degree, which count against the clock from the right.
+  painter_.setBrush(Qt::NoBrush);
+  painter_.setPen(QPen(color, width, Qt::SolidLine, Qt::RoundCap));
+  painter_.drawArc(QRectF(centre.x() - radius, centre.y() - radius, radius * 2, radius * 2),
+                   static_cast<int>(std::lround((90 - begin) * steps)), static_cast<int>(std::lround(-sweep * steps)));
+}
+
+QRectF TileCanvas::snapped(const QRectF& rect) const {
+  const QTransform transform = painter_.deviceTransform();
+  if (transform.type() > QTransform::TxScale) return rect;
+  const QRectF device = transform.mapRect(rect);
+  const QRectF whole(std::round(device.left()), std::round(device.top()), std::max(1.0, std::round(device.width())),
+                     std::max(1.0, std::round(device.height())));
+  return transform.inverted().mapRect(whole);
+}
+
+}  // namespace tarnwick

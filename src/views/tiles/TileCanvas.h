@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QPainter>
+#include <QString>
+#include <QStringList>
+
+#include "views/theme/Symbols.h"
+#include "views/theme/Theme.h"
+#include "views/theme/Typography.h"
+#include "views/tiles/TileStyle.h"
+
+namespace tarnwick {
+
+/// The paper of one tile: 64 units high, whatever the dock's scale. It knows the anatomy that families share, so that a
+/// painter says what stands where and nothing else.
+class TileCanvas {
+ public:
+  TileCanvas(QPainter& painter, double width, const TileStyle& style)
+      : painter_(painter), width_(width), style_(style) {}
+
+  QPainter& painter() { return painter_; }
+  double width() const { return width_; }
+  double scale() const { return style_.scale; }
+  const Palette& colors() const { return style_.palette; }
+  /// The tile's one accent.
+  QColor accent() const { return style_.palette.accent(style_.accent); }
+  QColor accentWord() const { return style_.palette.accentWord(style_.accent); }
+
+  /// Whether there is room for a third row or a label; small docks leave it out first.
+  bool showsLastRow() const { return style_.scale >= theme::kCompactScale; }
+  /// Whether there is room for a caption under a headline or title; the smallest docks leave it out too.
+  bool showsCaption() const { return style_.scale >= theme::kBareScale; }
+
+  TextLine line(const QString& text, TextStyle style) const { return TextLine(text, style, style_.scale); }
+  /// The baseline on which capitals and figures stand in the middle of `height`.
+  static double centredBaseline(const TextLine& line, double height = theme::kTileMiddle) {
+    return height + line.capHeight() / 2;
+  }
+
+  /// A large figure, its ink beginning at `x`, with a small unit behind it. Returns where it ends.
+  double figure(double x, double baseline, TextStyle style, const QString& text, const QString& unit = {},
+                const QColor& color = {});
+  /// A line that begins at `x`, shortened to `width`.
+  void text(double x, double baseline, double width, TextStyle style, const QString& text, const QColor& color,
+            Elide elide = Elide::End);
+  /// A line in the middle of the tile, shortened to what the tile has room for.
+  void centredText(double baseline, TextStyle style, const QString& text, const QColor& color,
+                   Elide elide = Elide::End);
+  void symbol(const QString& name, QPointF centre, double size, const QColor& color);
+  /// An arc with round ends; degrees clockwise from the top.
+  void arc(QPointF centre, double radius, double width, double begin, double sweep, const QColor& color);
+
+  /// A rectangle whose edges lie on whole device pixels, at least one apart.
+  QRectF snapped(const QRectF& rect) const;
+
+  /// The width between `x` and the right edge of the text.
+  double roomAfter(double x) const { return width_ - theme::kTextRight - x; }
+
+ private:
+  QPainter& painter_;
+  double width_;
+  const TileStyle& style_;
+};
+
+}  // namespace tarnwick

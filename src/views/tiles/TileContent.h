@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QString>
+#include <variant>
+
+#include "views/theme/Palette.h"
+#include "views/tiles/ClockTiles.h"
+#include "views/tiles/GaugeTiles.h"
+#include "views/tiles/PlainTiles.h"
+#include "views/tiles/TileText.h"
+#include "views/tiles/ToggleTiles.h"
+#include "views/tiles/WeatherTiles.h"
+
+namespace tarnwick {
+
+/// What a tile shows, as plain values: two contents that compare equal look alike, so a tile is painted anew only when
+/// its content differs.
+///
+/// A new family of tiles is one struct with the functions `describe` and `paint` in a file of its own, its name in this
+/// list, and one row in TileContent.cpp that says which widgets it serves.
+using TileContent = std::variant<GenericContent, ApplicationsContent, TimeDateContent, AnalogClockContent,
+                                 CurrentWeatherContent, GaugeContent, TogglesContent, SeparatorContent, SpaceContent>;
+
+/// The content of `widget` at one moment. Never fails: a kind without a painter of its own gets the generic tile.
+TileContent makeTileContent(const DockWidget& widget, const WidgetDefinition& definition, const TileSources& sources);
+
+/// A tile in words. `name` is the user's or the catalog's name for it.
+TileText tileText(const TileContent& content, const QString& name);
+
+/// The one accent of a kind of widget.
+Accent tileAccent(const WidgetDefinition& definition);
+
+/// Whether the tile stands on a ground and answers the pointer; separators and spaces do not.
+bool isSolid(const TileContent& content);
+
+/// The part of a tile that a click at `point` means by itself, in the tile's own units; for quick toggles, the
+/// `Toggle`.
+std::optional<int> tilePartAt(const TileContent& content, double width, QPointF point);
+
+}  // namespace tarnwick

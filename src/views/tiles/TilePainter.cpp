@@ -1,0 +1,102 @@
+#include "views/tiles/TilePainter.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "views/theme/Glass.h"
+#include "views/tiles/TileCanvas.h"
+
+namespace tarnwick {
+
+namespace {
+
+constexpr double kOpenBarWidth = 16;
+constexpr double kOpenBarHeight = 2.5;
+constexpr double kOpenBarTop = 59;
+constexpr double kDragShadowReach = 16;
+
+QColor groundOf(const TileStyle& style) {
+  switch (style.state) {
+    case TileState::Hover:
+      return style.palette.tileHover;
+    case TileState::Pressed:
+      return style.palette.tilePressed;
+    case TileState::PanelOpen:
+      return style.palette.tileOpen;
+    case TileState::Dragged:
+      return style.palette.tileDragged;
+    case TileState::Rest:
+      break;
+  }
+  return style.filled ? style.palette.tile : QColor();
+}
+
+void paintDragShadow(QPainter& painter, const QRectF& rect, double corner, double scale, const QColor& color) {
+  // A few nested outlines, each a little larger and fainter: soft enough for something that moves.
+  constexpr int steps = 8;
+  for (int i = steps; i > 0; --i) {
+    const double spread = kDragShadowReach * scale * i / steps / 2;
+    drawRounded(painter, rect.translated(0, theme::kShadowOffset * scale).adjusted(-spread, -spread, spread, spread),
+                corner + spread, faded(color, 1.0 / steps));
+  }
+}
+
+void paintGround(QPainter& painter, const QRectF& rect, const TileStyle& style) {
+  const double corner = theme::kTileCorner * style.scale;
+  if (style.state == TileState::Dragged) paintDragShadow(painter, rect, corner, style.scale, style.palette.dragShadow);
+  if (const QColor ground = groundOf(style); ground.isValid()) {
+    drawRounded(painter, rect, corner, ground);
+    drawInnerLine(painter, rect, corner, hairline(painter), style.palette.tileEdge);
+  }
+  if (style.focused) {
+    const double width = std::max(1.0, std::round(theme::kFocusWidth * style.scale));
+    drawInnerLine(painter, rect, corner, width, style.palette.accent(Accent::Blue));
+  }
+}
+
+void paintOpenBar(TileCanvas& canvas) {
+  const QRectF bar((canvas.width() - kOpenBarWidth) / 2, kOpenBarTop, kOpenBarWidth, kOpenBarHeight);
+  drawRounded(canvas.painter(), bar, kOpenBarHeight / 2, canvas.accent());
+}
+
+double factorOf(const TileStyle& style) {
+  return style.magnification * (style.state == TileState::Pressed ? theme::kPressedScale : 1);
+}
+
+}  // namespace
+
+void magnify(QPainter& painter, const QRectF& rect, double factor) {
+  if (factor == 1) return;
+  painter.translate(rect.center());
+  painter.scale(factor, factor);
+  painter.translate(-rect.center());
+}
+
+void paintTile(QPainter& painter, const QRectF& rect, const TileContent& content, const TileStyle& style) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  if (style.state == TileState::Dragged) painter.translate(0, -theme::kDraggedLift * style.scale);
+  magnify(painter, rect, factorOf(style));
+  if (isSolid(content) || style.focused) paintGround(painter, rect, style);
+  painter.translate(rect.topLeft());
+  painter.scale(style.scale, style.scale);
+  TileCanvas canvas(painter, rect.width() / style.scale, style);
+  std::visit([&canvas](const auto& value) { paint(canvas, value); }, content);
+  if (style.state == TileState::PanelOpen) paintOpenBar(canvas);
+  painter.restore();
+}
+
+QRectF tilePaintBounds(const QRectF& rect, const TileStyle& style) {
+  const double factor = std::max(1.0, factorOf(style));
+  const double sideways = rect.width() * (factor - 1) / 2;
+  const double upwards = rect.height() * (factor - 1) / 2;
+  QRectF bounds = rect.adjusted(-sideways, -upwards, sideways, upwards);
+  if (style.state == TileState::Dragged) {
+    const double reach = kDragShadowReach * style.scale;
+    bounds =
+        bounds.united(rect.translated(0, -theme::kDraggedLift * style.scale).adjusted(-reach, -reach, reach, reach));
+  }
+  return bounds;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QPainter>
+#include <QRectF>
+
+#include "views/tiles/TileContent.h"
+#include "views/tiles/TileStyle.h"
+
+namespace tarnwick {
+
+/// Paints one tile: its ground, its content, and what its state adds. `rect` is the tile's place in the painter's
+/// units, the scale already in it; a magnified, pressed or dragged tile leaves it as far as tilePaintBounds says.
+void paintTile(QPainter& painter, const QRectF& rect, const TileContent& content, const TileStyle& style);
+
+/// Everything that paintTile may touch.
+QRectF tilePaintBounds(const QRectF& rect, const TileStyle& style);
+
+/// Moves the painter so that what is drawn in `rect` is drawn `factor` as large around its centre.
+void magnify(QPainter& painter, const QRectF& rect, double factor);
+
+}  // namespace tarnwick

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QDateTime>
+#include <QList>
+#include <QLocale>
+#include <QMap>
+#include <QString>
+#include <optional>
+
+#include "desktop/Toggles.h"
+#include "system/MetricsSnapshot.h"
+#include "views/theme/WeatherPictures.h"
+
+namespace tarnwick {
+
+/// The weather at one place, ready to be shown.
+struct WeatherReading {
+  QString temperature;  ///< A number with its sign and "°".
+  QString place;
+  QString condition;
+  WeatherPicture picture = WeatherPicture::CloudSun;
+
+  bool operator==(const WeatherReading&) const = default;
+};
+
+/// Everything that a tile may show, as plain values taken at one moment.
+struct TileSources {
+  QDateTime now;  ///< In the user's zone.
+  QLocale locale;
+  bool use24Hour = true;
+  std::optional<MetricsSnapshot> metrics;  ///< Absent until the machine was read once.
+  QList<double> cpuHistory;                ///< Percent, oldest first.
+  QList<double> memoryHistory;
+  QList<double> networkHistory;  ///< Bytes per second.
+  QMap<Toggle, ToggleState> toggles;
+  std::optional<WeatherReading> weather;  ///< Absent while no place is connected.
+};
+
+}  // namespace tarnwick

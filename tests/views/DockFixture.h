@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QImage>
+#include <QPixmap>
+
+#include "views/dock/DockView.h"
+
+namespace tarnwick::testing {
+
+/// The widgets that a new user finds, and what they show on a fixed morning.
+DockRow starterRow();
+TileSources morning();
+DockWidget widget(const QString& kind);
+QList<DockApp> runningApps();
+/// Coloured squares in the place of real icons.
+QPixmap icon(const DockApp& app, int size, double ratio);
+
+/// A view of the row, filled and laid out in a slot `width` wide; 0 for as wide as the row wants.
+std::unique_ptr<DockView> makeView(const DockRow& row, int width = 0);
+/// What the view paints, over nothing.
+QImage paintedBy(QWidget& view, double ratio = 1);
+
+/// Half night, half day.
+QImage wallpaper(const QSize& size, double ratio);
+/// The view over a wallpaper, which is blurred behind the glass where the row says so.
+QImage over(const QImage& wallpaper, DockView& view, double ratio);
+
+/// Writes a picture for a person to look at, and says where.
+void keep(const QImage& picture, const QString& name);
+
+}  // namespace tarnwick::testing

@@ -1,0 +1,292 @@
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QWheelEvent>
+#include <limits>
+
+#include "DockFixture.h"
+#include "views/dock/Magnification.h"
+#include "views/dock/MessageBubble.h"
+#include "views/theme/Theme.h"
+#include "views/theme/Typography.h"
+
+namespace tarnwick::testing {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A view that remembers what it was asked to paint.
+class WatchedView : public DockView {
+ public:
+  QRegion painted;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    painted += event->region();
+    DockView::paintEvent(event);
+  }
+};
+
+void mouse(QWidget& view, QEvent::Type type, QPointF at, Qt::MouseButton button = Qt::LeftButton) {
+  const Qt::MouseButtons held = type == QEvent::MouseButtonPress ? button : Qt::NoButton;
+  QMouseEvent event(type, at, view.mapToGlobal(at), type == QEvent::MouseMove ? Qt::NoButton : button, held,
+                    Qt::NoModifier);
+  QCoreApplication::sendEvent(&view, &event);
+}
+
+void click(QWidget& view, QPointF at) {
+  mouse(view, QEvent::MouseButtonPress, at);
+  mouse(view, QEvent::MouseButtonRelease, at);
+}
+
+void press(QWidget& view, Qt::Key key) {
+  QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+  QCoreApplication::sendEvent(&view, &event);
+}
+
+}  // namespace
+
+TEST(Layout, StandsOnTheToldNumbersAtEveryScale) {
+  // Tiles of 68, 150, 80, 92, 70, 70 and 170 with six gaps of 7, insets of 10.
+  constexpr double row = 700 + 42;
+  for (const double scale : {0.5, 0.75, 1.0, 1.25, 1.6}) {
+    DockRow dock = starterRow();
+    dock.scale = scale;
+    const QRectF slot(24, 16, 1600, std::ceil(84 * scale));
+    const RowLayout layout = RowLayout::of(dock, slot, 1);
+    ASSERT_EQ(layout.items.size(), 7);
+    EXPECT_NEAR(layout.glass.width(), (row + 20) * scale, 1) << scale;
+    EXPECT_NEAR(layout.glass.center().x(), slot.center().x(), 1) << scale;
+    double x = 10;
+    for (const auto& [item, width] : std::initializer_list<std::pair<int, double>>{
+             {0, 68}, {1, 150}, {2, 80}, {3, 92}, {4, 70}, {5, 70}, {6, 170}}) {
+      const QRectF rect = layout.items[item].rect;
+      EXPECT_NEAR(rect.left() - layout.glass.left(), x * scale, 1) << scale << " tile " << item;
+      EXPECT_NEAR(rect.width(), width * scale, 1) << scale << " tile " << item;
+      EXPECT_NEAR(rect.top() - layout.glass.top(), 10 * scale, 1) << scale;
+      EXPECT_NEAR(rect.height(), 64 * scale, 1) << scale;
+      for (const double edge : {rect.left(), rect.top(), rect.right(), rect.bottom()})
+        EXPECT_NEAR(edge, std::round(edge), 1e-9) << "an edge between device pixels at " << scale;
+      x += width + 7;
+    }
+  }
+}
+
+TEST(Layout, RunningAppsStandWhereTheyAreWished) {
+  struct Case {
+    RunningAppsPlacement placement;
+    bool anchored;
+    QString order;
+  };
+  // "w" a widget, "A" the applications tile, "r" a running application.
+  const std::vector<Case> cases = {
+      {RunningAppsPlacement::None, true, u"wAw"_s},         {RunningAppsPlacement::Left, true, u"rrwAw"_s},
+      {RunningAppsPlacement::BeforeApps, true, u"wrrAw"_s}, {RunningAppsPlacement::AfterApps, true, u"wArrw"_s},
+      {RunningAppsPlacement::Right, true, u"wAwrr"_s},      {RunningAppsPlacement::BeforeApps, false, u"wwrr"_s},
+      {RunningAppsPlacement::AfterApps, false, u"wwrr"_s}};
+  for (const Case& expected : cases) {
+    DockRow row;
+    row.widgets = {widget(u"cpu"_s), widget(u"applications"_s), widget(u"ram"_s)};
+    if (!expected.anchored) row.widgets.remove(1);
+    row.runningApps = runningApps().mid(0, 2);
+    row.placement = expected.placement;
+    const RowLayout layout = RowLayout::of(row, QRectF(0, 0, 900, 84), 1);
+    QString order;
+    for (const RowItem& item : layout.items) {
+      const bool app = item.kind == RowItem::Kind::App;
+      order += app ? u'r' : row.widgets[item.index].kind == u"applications" ? u'A' : u'w';
+    }
+    EXPECT_EQ(order, expected.order);
+    EXPECT_EQ(layout.separator.isEmpty(), expected.placement == RunningAppsPlacement::None);
+    for (qsizetype i = 1; i < layout.items.size(); ++i)
+      EXPECT_GE(layout.items[i].rect.left(), layout.items[i - 1].rect.right()) << qPrintable(expected.order);
+    EXPECT_NEAR(layout.items.last().rect.right() + 10, layout.glass.right(), 1);
+  }
+}
+
+TEST(Layout, TabsGrowTheGlassOnlyWhileTheyShow) {
+  DockRow row = starterRow();
+  row.tabs = {u"Everyday"_s, u"Work"_s};
+  const QRectF slot(0, 0, 900, 110);
+  for (const Edge edge : {Edge::Bottom, Edge::Top}) {
+    row.edge = edge;
+    const bool bottom = edge == Edge::Bottom;
+    row.tabsShown = false;
+    const RowLayout hidden = RowLayout::of(row, slot, 1);
+    EXPECT_EQ(hidden.glass.height(), 84);
+    EXPECT_EQ(bottom ? hidden.glass.bottom() : hidden.glass.top(), bottom ? slot.bottom() : slot.top());
+    row.tabsShown = true;
+    const RowLayout shown = RowLayout::of(row, slot, 1);
+    EXPECT_EQ(shown.glass.height(), 110);
+    EXPECT_EQ(shown.items[0].rect.top(), bottom ? 36 : 10);
+    ASSERT_EQ(shown.tabs.size(), 2);
+    EXPECT_EQ(shown.tabs[0].top(), bottom ? 8 : 82);
+    EXPECT_EQ(shown.tabs[0].height(), 20);
+    // Tiles do not move when the tabs come.
+    EXPECT_EQ(shown.items[0].rect, hidden.items[0].rect);
+  }
+}
+
+TEST(Layout, AnEmptyProfileIsAGlassOfTheLeastWidthThatOffersWidgets) {
+  const auto view = makeView(DockRow{});
+  EXPECT_EQ(view->glassRect().width(), 110);
+  int asked = 0;
+  QObject::connect(view.get(), &DockView::addWidgetsRequested, [&] { ++asked; });
+  click(*view, view->glassRect().center());
+  EXPECT_EQ(asked, 1);
+  EXPECT_LE(TextLine(u"Add Widgets…"_s, TextStyle::Body).width(), 110 - 20);
+}
+
+TEST(Layout, ARowThatIsTooLongScrollsWithinItsGlass) {
+  const auto view = makeView(starterRow(), 500);
+  EXPECT_LE(view->glassRect().width(), 500);
+  EXPECT_NEAR(view->itemRect(0).left(), view->glassRect().left() + 10, 1);
+  const QPointF middle = view->glassRect().center();
+  QWheelEvent wheel(middle, view->mapToGlobal(middle), QPoint(0, -5000), QPoint(0, -5000), Qt::NoButton, Qt::NoModifier,
+                    Qt::NoScrollPhase, false);
+  QCoreApplication::sendEvent(view.get(), &wheel);
+  EXPECT_NEAR(view->itemRect(6).right(), view->glassRect().right() - 10, 1);
+  // What has left the glass cannot be hit.
+  EXPECT_TRUE(view->widgetAt(view->itemRect(0).center()).isNull());
+}
+
+TEST(Repainting, ATickPaintsOnlyTheTilesThatLookDifferent) {
+  WatchedView view;
+  view.setRow(starterRow());
+  TileSources sources = morning();
+  view.refresh(sources);
+  view.resize(view.sizeHint());
+  view.show();
+  QCoreApplication::processEvents();
+  const auto paintedBy = [&](const TileSources& next) {
+    view.painted = QRegion();
+    view.refresh(next);
+    QCoreApplication::processEvents();
+    return view.painted;
+  };
+  EXPECT_TRUE(paintedBy(sources).isEmpty());
+  sources.now = sources.now.addSecs(1);
+  EXPECT_EQ(paintedBy(sources).boundingRect(), view.itemRect(2).toAlignedRect());
+  sources.metrics->memory = 30;
+  EXPECT_EQ(paintedBy(sources).boundingRect(), view.itemRect(5).toAlignedRect());
+  // A widget that only counts something else is no new row.
+  view.painted = QRegion();
+  DockRow row = view.row();
+  row.widgets[1].options[u"timezone"_s] = u"Asia/Tokyo"_s;
+  view.setRow(row);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(view.painted.boundingRect(), view.itemRect(1).toAlignedRect());
+}
+
+TEST(Pointer, ActivatesWhatWasPressedAndReleased) {
+  DockRow row = starterRow();
+  row.runningApps = runningApps();
+  const auto view = makeView(row);
+  QUuid activated;
+  quint64 application = 0;
+  int part = -1;
+  QObject::connect(view.get(), &DockView::tileActivated, [&](const QUuid& id) { activated = id; });
+  QObject::connect(view.get(), &DockView::applicationActivated, [&](quint64 id) { application = id; });
+  QObject::connect(view.get(), &DockView::tilePartActivated, [&](const QUuid& id, int which) {
+    EXPECT_EQ(id, row.widgets[6].id);
+    part = which;
+  });
+  click(*view, view->itemRect(1).center());
+  EXPECT_EQ(activated, row.widgets[1].id);
+  click(*view, view->itemRect(7).center());
+  EXPECT_EQ(application, 1U);
+
+  activated = {};
+  mouse(*view, QEvent::MouseButtonPress, view->itemRect(1).center());
+  mouse(*view, QEvent::MouseButtonRelease, view->itemRect(3).center());
+  EXPECT_TRUE(activated.isNull()) << "a press that leaves the tile means nothing";
+  click(*view, view->itemRect(6).topLeft() + QPointF(29, 32));
+  EXPECT_EQ(part, int(Toggle::WiFi));
+  EXPECT_TRUE(activated.isNull());
+  click(*view, view->itemRect(6).topLeft() + QPointF(6, 6));
+  EXPECT_EQ(activated, row.widgets[6].id) << "beside the discs, the tile opens";
+
+  EXPECT_EQ(view->widgetAt(view->itemRect(4).center()), row.widgets[4].id);
+  EXPECT_TRUE(view->widgetAt(view->itemRect(4).topRight() + QPointF(3, 10)).isNull());
+  EXPECT_FALSE(view->inputRegion().contains(QPoint(1, 1))) << "the margins let clicks through";
+}
+
+TEST(Keyboard, WalksTheRowAndSpeaksToScreenReaders) {
+  DockRow row;
+  row.widgets = {widget(u"cpu"_s), widget(u"dockSeparator"_s), widget(u"ram"_s)};
+  const auto view = makeView(row);
+  view->show();
+  view->activateWindow();
+  view->setFocus();
+  QCoreApplication::processEvents();
+  ASSERT_TRUE(view->hasFocus());
+  EXPECT_EQ(view->focusedItem(), 0);
+  press(*view, Qt::Key_Right);
+  EXPECT_EQ(view->focusedItem(), 2) << "a separator is passed over";
+  press(*view, Qt::Key_Right);
+  EXPECT_EQ(view->focusedItem(), 2);
+  QUuid activated;
+  QObject::connect(view.get(), &DockView::tileActivated, [&](const QUuid& id) { activated = id; });
+  press(*view, Qt::Key_Return);
+  EXPECT_EQ(activated, row.widgets[2].id);
+
+  QAccessibleInterface* bar = QAccessible::queryAccessibleInterface(view.get());
+  ASSERT_NE(bar, nullptr);
+  ASSERT_EQ(bar->childCount(), 3);
+  EXPECT_EQ(bar->child(0)->text(QAccessible::Name), u"CPU"_s);
+  EXPECT_EQ(bar->child(0)->text(QAccessible::Value), u"23%"_s);
+  EXPECT_EQ(bar->indexOfChild(bar->child(2)), 2);
+  EXPECT_TRUE(bar->child(2)->state().focused);
+  bar->child(0)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+  EXPECT_EQ(activated, row.widgets[0].id);
+  EXPECT_EQ(view->accessibleDescription(), u"CPU: 23%; RAM: 61%"_s);
+
+  QAccessibleInterface* last = bar->child(2);
+  row.widgets.removeLast();
+  view->setRow(row);
+  EXPECT_FALSE(last->isValid());
+  EXPECT_EQ(bar->childCount(), 2);
+}
+
+TEST(Magnified, TilesSwellAlongACosine) {
+  EXPECT_DOUBLE_EQ(Magnification::scale(40, 40), 1.08);
+  EXPECT_NEAR(Magnification::scale(0, 75), 1.04, 1e-12);
+  EXPECT_DOUBLE_EQ(Magnification::scale(0, 150), 1);
+  EXPECT_DOUBLE_EQ(Magnification::scale(0, -400), 1);
+  EXPECT_DOUBLE_EQ(Magnification::scale(0, std::numeric_limits<double>::infinity()), 1);
+  EXPECT_EQ(Magnification::centres({50, 50}, 7, 10), (QList<double>{35, 92}));
+}
+
+TEST(Bubble, WrapsItsTextAndGoesWhenDismissed) {
+  MessageBubble bubble;
+  bubble.setMessage(u"Short."_s);
+  const QSize small = bubble.bubbleSize();
+  bubble.setMessage(
+      u"Settings could not be saved: no space is left on the device that holds your home folder, and /a/path/"
+      u"without/any/blank/that/is/very/very/long/indeed/so/it/has/to/break/somewhere does not help."_s);
+  const QSize large = bubble.bubbleSize();
+  EXPECT_GT(large.height(), small.height());
+  EXPECT_LT(small.width(), large.width());
+  EXPECT_LE(large.width(), 320 + 100);
+
+  bubble.resize(bubble.sizeHint());
+  const QImage image = paintedBy(bubble);
+  EXPECT_GT(qAlpha(image.pixel(image.rect().center())), 200);
+  EXPECT_EQ(qAlpha(image.pixel(0, 0)), 0);
+  int dismissed = 0;
+  QObject::connect(&bubble, &MessageBubble::dismissed, [&] { ++dismissed; });
+  const QRect body = bubble.outlineRegion().boundingRect();
+  click(bubble, body.center());
+  EXPECT_EQ(dismissed, 0);
+  click(bubble, body.topRight() + QPoint(-22, 22));
+  EXPECT_EQ(dismissed, 1);
+  press(bubble, Qt::Key_Escape);
+  EXPECT_EQ(dismissed, 2);
+}
+
+}  // namespace tarnwick::testing

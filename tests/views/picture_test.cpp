@@ -1,0 +1,284 @@
+// Pictures for a person to judge, and what can be judged by counting pixels.
+
+#include <gtest/gtest.h>
+
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+#include "DockFixture.h"
+#include "views/dock/MessageBubble.h"
+#include "views/theme/Symbols.h"
+#include "views/theme/Theme.h"
+#include "views/theme/Typography.h"
+#include "widgets/catalog/Catalog.h"
+
+namespace tarnwick::testing {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr DockStyle kStyles[] = {DockStyle::DarkGlass, DockStyle::LightGlass, DockStyle::LiquidGlass,
+                                 DockStyle::Black,     DockStyle::White,      DockStyle::Transparent};
+
+DockRow styled(DockStyle style, bool composited, bool blurred, bool monochrome = false) {
+  DockRow row = starterRow();
+  row.runningApps = runningApps();
+  row.style = style;
+  row.composited = composited;
+  row.blurred = blurred;
+  row.monochrome = monochrome;
+  return row;
+}
+
+void paste(QImage& sheet, const QImage& picture, QPointF at) {
+  QPainter painter(&sheet);
+  painter.drawImage(at, picture);
+}
+
+QColor blend(const QColor& front, const QColor& back) {
+  const float a = front.alphaF();
+  return QColor::fromRgbF(front.redF() * a + back.redF() * (1 - a), front.greenF() * a + back.greenF() * (1 - a),
+                          front.blueF() * a + back.blueF() * (1 - a));
+}
+
+double luminance(const QColor& color) {
+  const auto linear = [](double v) { return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4); };
+  return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+double contrast(const QColor& a, const QColor& b) {
+  const double la = luminance(a);
+  const double lb = luminance(b);
+  return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
+}
+
+/// The least alpha, or the greatest, among the pixels that `wanted` picks.
+template <class Wanted>
+std::pair<int, int> alphaRange(const QImage& image, Wanted wanted) {
+  std::pair<int, int> range{255, 0};
+  for (int y = 0; y < image.height(); ++y)
+    for (int x = 0; x < image.width(); ++x)
+      if (wanted(QPoint(x, y))) {
+        range.first = std::min(range.first, qAlpha(image.pixel(x, y)));
+        range.second = std::max(range.second, qAlpha(image.pixel(x, y)));
+      }
+  return range;
+}
+
+}  // namespace
+
+TEST(Pictures, DocksInEveryStyle) {
+  constexpr double ratio = 2;
+  struct Case {
+    DockStyle style;
+    bool composited;
+    bool blurred;
+    bool monochrome;
+  };
+  const std::vector<Case> cases = {
+      {DockStyle::DarkGlass, true, true, false},     {DockStyle::DarkGlass, true, false, false},
+      {DockStyle::LightGlass, true, true, false},    {DockStyle::LiquidGlass, true, true, false},
+      {DockStyle::Black, true, true, false},         {DockStyle::White, true, true, false},
+      {DockStyle::Transparent, true, true, false},   {DockStyle::DarkGlass, true, true, true},
+      {DockStyle::DarkGlass, false, false, false},   {DockStyle::LightGlass, false, false, false},
+      {DockStyle::LiquidGlass, false, false, false}, {DockStyle::Transparent, false, false, false}};
+  const QSize band(1240, 134);
+  QImage sheet(QSize(band.width(), band.height() * static_cast<int>(cases.size())) * ratio,
+               QImage::Format_ARGB32_Premultiplied);
+  sheet.setDevicePixelRatio(ratio);
+  int y = 0;
+  for (const Case& look : cases) {
+    const auto view = makeView(styled(look.style, look.composited, look.blurred, look.monochrome));
+    view->resize(band);
+    view->grab();
+    paste(sheet, over(wallpaper(band, ratio), *view, ratio), QPointF(0, y));
+    y += band.height();
+  }
+  keep(sheet, u"dock-styles"_s);
+}
+
+TEST(Pictures, DocksAtEveryScale) {
+  const std::vector<double> scales = {0.5, 0.65, 0.75, 1, 1.25, 1.6};
+  QImage sheet(1900, 900, QImage::Format_ARGB32_Premultiplied);
+  sheet.fill(QColor(0x2B, 0x3A, 0x4D));
+  int y = 0;
+  for (const double scale : scales) {
+    DockRow row = styled(DockStyle::DarkGlass, true, false);
+    row.scale = scale;
+    const auto view = makeView(row);
+    paste(sheet, paintedBy(*view), QPointF(0, y));
+    y += view->height() - 10;
+  }
+  keep(sheet, u"dock-scales"_s);
+}
+
+TEST(Pictures, EveryKindOfWidget) {
+  constexpr double ratio = 2;
+  for (const DockStyle style : {DockStyle::DarkGlass, DockStyle::White}) {
+    QImage sheet(QSize(1300, 1560) * ratio, QImage::Format_ARGB32_Premultiplied);
+    sheet.setDevicePixelRatio(ratio);
+    TileStyle look;
+    look.palette = Palette::make(style, Backdrop::Opaque, false);
+    sheet.fill(look.palette.panel.bodyTop);
+    QPainter painter(&sheet);
+    TileSources sources = morning();
+    sources.weather.reset();
+    double x = 10;
+    double y = 10;
+    for (const WidgetDefinition& kind : Catalog::items()) {
+      if (x + kind.width > 1290) {
+        x = 10;
+        y += 78;
+      }
+      look.accent = tileAccent(kind);
+      paintTile(painter, QRectF(x, y, kind.width, 64), makeTileContent(widget(kind.id), kind, sources), look);
+      x += kind.width + 12;
+    }
+    painter.end();
+    keep(sheet, style == DockStyle::White ? u"kinds-light"_s : u"kinds-dark"_s);
+  }
+}
+
+TEST(Pictures, SymbolsAndStates) {
+  constexpr double ratio = 2;
+  QImage sheet(QSize(1240, 620) * ratio, QImage::Format_ARGB32_Premultiplied);
+  sheet.setDevicePixelRatio(ratio);
+  sheet.fill(QColor(0x1E, 0x24, 0x2E));
+  QPainter painter(&sheet);
+  painter.setRenderHint(QPainter::Antialiasing);
+  QSet<QString> names;
+  for (const WidgetDefinition& kind : Catalog::items()) names.insert(kind.symbol);
+  for (const WidgetGroup& group : Catalog::groups()) names.insert(group.symbol);
+  for (const auto& name : {u"wifi"_s, u"moon"_s, u"bell.slash"_s, u"cup.and.saucer"_s, u"bluetooth"_s,
+                           u"speaker.slash"_s, u"xmark"_s, u"plus"_s, u"bell"_s})
+    names.insert(name);
+  QStringList sorted(names.begin(), names.end());
+  sorted.sort();
+  for (qsizetype i = 0; i < sorted.size(); ++i)
+    Symbols::draw(painter, sorted[i],
+                  QRectF(20 + 60 * static_cast<double>(i % 20), 16 + 56 * static_cast<double>(i / 20), 40, 40),
+                  Qt::white);
+
+  const TileSources sources = morning();
+  TileStyle look;
+  look.palette = Palette::make(DockStyle::DarkGlass, Backdrop::Plain, false);
+  double x = 20;
+  for (const TileState state :
+       {TileState::Rest, TileState::Hover, TileState::Pressed, TileState::PanelOpen, TileState::Dragged}) {
+    look.state = state;
+    look.magnification = state == TileState::Hover ? theme::kHoverScale : 1;
+    for (const auto& kind : {u"digitalClock"_s, u"cpu"_s}) {
+      const WidgetDefinition& definition = Catalog::find(kind);
+      look.accent = tileAccent(definition);
+      paintTile(painter, QRectF(x, kind == u"cpu"_s ? 350 : 270, definition.width, 64),
+                makeTileContent(widget(kind), definition, sources), look);
+    }
+    x += 170;
+  }
+  look.state = TileState::Rest;
+  look.focused = true;
+  paintTile(painter, QRectF(x, 270, 150, 64),
+            makeTileContent(widget(u"digitalClock"_s), Catalog::find(u"digitalClock"_s), sources), look);
+
+  DockRow tabbed = styled(DockStyle::DarkGlass, true, false);
+  tabbed.tabs = {u"Everyday"_s, u"Work"_s, u"Studio"_s};
+  tabbed.tabsShown = true;
+  tabbed.runningApps.clear();
+  const auto view = makeView(tabbed);
+  painter.drawImage(QPointF(20, 440), paintedBy(*view, ratio));
+  const auto empty = makeView(DockRow{});
+  painter.drawImage(QPointF(860, 460), paintedBy(*empty, ratio));
+  MessageBubble bubble;
+  bubble.setMessage(
+      u"Settings could not be saved: the disk is full, and this sentence is long enough to need a second line."_s);
+  bubble.resize(bubble.sizeHint());
+  painter.drawImage(QPointF(800, 330), paintedBy(bubble, ratio));
+  painter.end();
+  keep(sheet, u"symbols-and-states"_s);
+}
+
+TEST(Contrast, TextIsReadableOverTheWorstWallpapers) {
+  for (const DockStyle style : kStyles)
+    for (const auto& [composited, blurred] : {std::pair(true, true), std::pair(true, false), std::pair(false, false)})
+      for (const QColor& behind : {QColor(Qt::white), QColor(Qt::black)}) {
+        DockRow row = starterRow();
+        row.style = style;
+        row.composited = composited;
+        row.blurred = blurred;
+        const auto view = makeView(row);
+        QImage image(view->size(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(behind);
+        QPainter painter(&image);
+        painter.drawImage(0, 0, paintedBy(*view));
+        painter.end();
+        const Palette palette = Palette::make(style, row.backdrop(), false);
+        // The ground of the clock's tile, near its top and its foot, where there is no text.
+        const QRectF tile = view->itemRect(1);
+        for (const QPointF at : {tile.topRight() + QPointF(-20, 6), tile.bottomRight() + QPointF(-20, -4)}) {
+          const QColor ground = image.pixelColor(at.toPoint());
+          const auto where = ::testing::Message() << "style " << int(style) << " composited " << composited
+                                                  << " blurred " << blurred << " over " << qPrintable(behind.name());
+          EXPECT_GE(contrast(blend(palette.primary, ground), ground), 4.5) << where << ", primary";
+          EXPECT_GE(contrast(blend(palette.secondary, ground), ground), 4.5) << where << ", secondary";
+          if (!blurred || style == DockStyle::Black || style == DockStyle::White) {
+            EXPECT_GE(contrast(palette.accentWord(Accent::Blue), ground), blurred ? 4.5 : 3.4)
+                << where << ", accent word";
+          }
+        }
+      }
+}
+
+TEST(Painting, StaysWithinTheGlassAndItsMargins) {
+  for (const DockStyle style : kStyles)
+    for (const bool composited : {true, false})
+      for (const double scale : {0.5, 1.0, 1.6}) {
+        DockRow row = starterRow();
+        row.style = style;
+        row.composited = composited;
+        row.scale = scale;
+        const auto view = makeView(row, 1400);
+        const QImage image = paintedBy(*view);
+        const QRect room = view->glassRect().toAlignedRect().marginsAdded(view->margins());
+        const auto outside = alphaRange(image, [&](QPoint p) { return !room.contains(p); });
+        EXPECT_EQ(outside.second, 0) << "style " << int(style) << " composited " << composited << " scale " << scale;
+        if (composited) continue;
+        const QRegion outline = view->outlineRegion();
+        const auto inside = alphaRange(image, [&](QPoint p) { return outline.contains(p); });
+        EXPECT_EQ(inside.first, 255) << "a window cut to its outline shows through, style " << int(style) << " scale "
+                                     << scale;
+      }
+}
+
+TEST(Painting, EveryKindStaysWithinItsTile) {
+  for (const double scale : {0.5, 0.7, 1.0, 1.6})
+    for (const bool connected : {true, false})
+      for (const WidgetDefinition& kind : Catalog::items()) {
+        TileSources sources = morning();
+        if (!connected) {
+          sources = TileSources();
+          sources.now = morning().now;
+          sources.locale = QLocale(QLocale::German);
+        }
+        TileStyle look;
+        look.palette = Palette::make(DockStyle::DarkGlass, Backdrop::Opaque, false);
+        look.scale = scale;
+        look.filled = false;
+        const QRect tile(20, 20, static_cast<int>(std::ceil(kind.width * scale)),
+                         static_cast<int>(std::ceil(64 * scale)));
+        QImage image(tile.size() + QSize(40, 40), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        paintTile(painter, tile, makeTileContent(widget(kind.id), kind, sources), look);
+        painter.end();
+        EXPECT_EQ(alphaRange(image, [&](QPoint p) { return !tile.contains(p); }).second, 0)
+            << qPrintable(kind.id) << " at " << scale << " paints outside its tile";
+        if (kind.family != u"space") {
+          EXPECT_GT(alphaRange(image, [&](QPoint p) { return tile.contains(p); }).second, 40)
+              << qPrintable(kind.id) << " at " << scale << " paints nothing";
+        }
+      }
+}
+
+}  // namespace tarnwick::testing

@@ -1,0 +1,107 @@
+#include <gtest/gtest.h>
+
+#include <QLocale>
+
+#include "views/theme/Glass.h"
+#include "views/theme/Palette.h"
+#include "views/theme/SymbolTable.h"
+#include "views/theme/Symbols.h"
+#include "views/theme/Theme.h"
+#include "views/theme/Typography.h"
+#include "widgets/catalog/Catalog.h"
+
+namespace tarnwick::testing {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr TextStyle kTextStyles[] = {TextStyle::Display, TextStyle::Headline, TextStyle::Title,     TextStyle::Body,
+                                     TextStyle::ListRow, TextStyle::Caption,  TextStyle::GaugeLabel};
+
+}
+
+TEST(Text, FiguresKeepTheirWidthWhateverTheirDigits) {
+  for (const TextStyle style : kTextStyles) {
+    const double reference = TextLine(u"00:00"_s, style).width();
+    for (const auto& figure : {u"11:11"_s, u"19:48"_s, u"23:57"_s})
+      EXPECT_DOUBLE_EQ(TextLine(figure, style).width(), reference) << qPrintable(figure);
+  }
+}
+
+TEST(Text, ElisionNeverExceedsTheRoomAndKeepsTheRightEnd) {
+  const QString name = u"Quarterly report 2026 final (approved).pdf"_s;
+  for (const TextStyle style : kTextStyles)
+    for (const double scale : {0.5, 1.0, 1.6})
+      for (const double room : {0.0, 8.0, 30.0, 75.5, 120.0, 1000.0})
+        for (const Elide mode : {Elide::End, Elide::Middle}) {
+          const TextLine line = TextLine(name, style, scale).elided(room, mode);
+          EXPECT_LE(line.width(), room) << "room " << room;
+          EXPECT_EQ(line.text() == name, room >= 1000) << room;
+          if (line.text().isEmpty() || line.text() == name) continue;
+          EXPECT_EQ(line.text().front(), name.front());
+          EXPECT_EQ(line.text().back(), mode == Elide::Middle && line.text().size() > 2 ? name.back() : QChar(0x2026));
+        }
+}
+
+TEST(Text, NeverFallsBelowTheLeastSizeOnTheScreen) {
+  for (const TextStyle style : kTextStyles)
+    for (const double scale : {0.5, 0.6, 0.75, 1.0, 1.6}) {
+      EXPECT_GE(Typography::pixelSize(style, scale) * scale, theme::kLeastTextSize - 1e-9);
+      EXPECT_GE(TextLine::unit(u"%"_s, style, scale).pixelSize() * scale, theme::kLeastTextSize - 1e-9);
+    }
+}
+
+TEST(Text, BaselinesStandOnWholeDevicePixels) {
+  for (const double ratio : {1.0, 1.25, 2.0})
+    for (const double scale : {0.5, 0.85, 1.0, 1.6}) {
+      QImage image(10, 10, QImage::Format_ARGB32_Premultiplied);
+      image.setDevicePixelRatio(ratio);
+      QPainter painter(&image);
+      painter.translate(0, 7.3);
+      painter.scale(scale, scale);
+      const double y = snappedY(painter, {0, 49});
+      const double device = painter.deviceTransform().map(QPointF(0, y)).y();
+      EXPECT_NEAR(device, std::round(device), 1e-6);
+      EXPECT_LE(std::abs(y - 49) * scale * ratio, 0.5 + 1e-6);
+    }
+}
+
+TEST(SymbolDrawings, CoverTheCatalogAndStayOnTheirGrid) {
+  QSet<QString> names;
+  for (const WidgetDefinition& kind : Catalog::items()) names.insert(kind.symbol);
+  for (const WidgetGroup& group : Catalog::groups()) names.insert(group.symbol);
+  for (const QString& name : names) EXPECT_TRUE(Symbols::has(name)) << qPrintable(name);
+  EXPECT_FALSE(Symbols::has(u"no.such.symbol"_s));
+  EXPECT_EQ(Symbols::outline(u"no.such.symbol"_s), Symbols::outline(u"square"_s));
+  for (auto row = symbolTable().cbegin(); row != symbolTable().cend(); ++row) {
+    const QRectF box = parseSymbol(row.value()).boundingRect();
+    EXPECT_TRUE(QRectF(1, 1, 18.5, 18.5).contains(box)) << qPrintable(row.key()) << " leaves the grid";
+    EXPECT_GE(std::max(box.width(), box.height()), 9.5) << qPrintable(row.key()) << " is too small, or ends early";
+  }
+}
+
+TEST(Styles, NamesAndSchemes) {
+  EXPECT_EQ(dockStyleNamed(u"liquidGlass"_s), DockStyle::LiquidGlass);
+  EXPECT_EQ(dockStyleNamed(u"somethingNew"_s), DockStyle::DarkGlass);
+  EXPECT_TRUE(Palette::make(DockStyle::White, Backdrop::Plain, false).light);
+  EXPECT_FALSE(Palette::make(DockStyle::Transparent, Backdrop::Plain, false).light);
+  const Palette grey = Palette::make(DockStyle::DarkGlass, Backdrop::Plain, true);
+  for (const Accent accent : {Accent::Blue, Accent::Green, Accent::Red, Accent::Purple})
+    EXPECT_EQ(grey.accent(accent).hslSaturation(), 0);
+}
+
+TEST(Outlines, AreRoundedAndSymmetric) {
+  const QRect rect(5, 7, 200, 84);
+  const QRegion outline = Glass::outline(rect, 24);
+  EXPECT_EQ(outline.boundingRect(), rect);
+  EXPECT_FALSE(outline.contains(rect.topLeft() + QPoint(6, 6)));
+  EXPECT_TRUE(outline.contains(rect.topLeft() + QPoint(8, 8)));
+  for (int y = rect.top(); y <= rect.bottom(); ++y)
+    for (int x = rect.left(); x < rect.left() + 24; ++x) {
+      const QPoint mirrored(rect.right() - (x - rect.left()), rect.bottom() - (y - rect.top()));
+      ASSERT_EQ(outline.contains(QPoint(x, y)), outline.contains(mirrored));
+    }
+}
+
+}  // namespace tarnwick::testing

@@ -1,0 +1,133 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "DockFixture.h"
+#include "views/tiles/TileContent.h"
+#include "widgets/catalog/Catalog.h"
+
+namespace tarnwick::testing {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+TileContent contentOf(const QString& kind, const TileSources& sources) {
+  return makeTileContent(widget(kind), Catalog::find(kind), sources);
+}
+
+}  // namespace
+
+TEST(TimeAndDate, SpeaksTheLocale) {
+  struct Case {
+    QLocale locale;
+    bool use24Hour;
+    QString time;
+    QString half;
+    QString longest;
+    QString shortest;
+  };
+  const std::vector<Case> cases = {
+      {QLocale(QLocale::English, QLocale::UnitedKingdom),
+       true,
+       u"15:04"_s,
+       {},
+       u"Tuesday, 24 November"_s,
+       u"Tue, 24 Nov"_s},
+      {QLocale(QLocale::English, QLocale::UnitedStates), false, u"3:04"_s, u"PM"_s, u"Tuesday, November 24"_s,
+       u"Tue, Nov 24"_s},
+      {QLocale(QLocale::German), true, u"15:04"_s, {}, u"Dienstag, 24. November"_s, u"Di., 24. Nov."_s},
+      {QLocale(QLocale::French), true, u"15:04"_s, {}, u"mardi 24 novembre"_s, u"mar. 24 nov."_s},
+      {QLocale(QLocale::Spanish), true, u"15:04"_s, {}, u"martes, 24 de noviembre"_s, u"mar, 24 de nov"_s},
+      {QLocale(QLocale::Japanese), true, u"15:04"_s, {}, u"11月24日火曜日"_s, u"11月24日火"_s},
+  };
+  for (const Case& expected : cases) {
+    TileSources sources = morning();
+    sources.now.setTime(QTime(15, 4, 9));
+    sources.locale = expected.locale;
+    sources.use24Hour = expected.use24Hour;
+    const auto content = std::get<TimeDateContent>(contentOf(u"digitalClock"_s, sources));
+    const auto name = qPrintable(expected.locale.name());
+    EXPECT_EQ(content.time, expected.time) << name;
+    EXPECT_EQ(content.halfOfDay.toUpper(), expected.half) << name;
+    EXPECT_EQ(content.dates.first(), expected.longest) << name;
+    EXPECT_EQ(content.dates.last(), expected.shortest) << name;
+  }
+}
+
+TEST(TimeAndDate, FollowsTheWidgetsZone) {
+  DockWidget clock = widget(u"digitalClock"_s);
+  TileSources sources = morning();
+  sources.now = QDateTime(QDate(2026, 11, 24), QTime(22, 30), Qt::UTC);
+  const auto time = [&] {
+    return std::get<TimeDateContent>(makeTileContent(clock, Catalog::find(clock.kind), sources));
+  };
+  clock.options[u"timezone"_s] = u"Asia/Tokyo"_s;
+  EXPECT_EQ(time().time, u"07:30"_s);
+  EXPECT_EQ(time().dates.first(), u"Wednesday, 25 November"_s);
+  clock.options[u"timezone"_s] = u"Nowhere/AtAll"_s;
+  EXPECT_EQ(time().time, u"22:30"_s);
+}
+
+TEST(Contents, ChangeOnlyWithWhatTheyShow) {
+  const TileSources before = morning();
+  TileSources after = before;
+  after.now = before.now.addSecs(1);
+  after.metrics->cpu = 23.3;
+  after.metrics->memory = 62;
+  for (const auto& [kind, same] : std::initializer_list<std::pair<QString, bool>>{{u"digitalClock"_s, true},
+                                                                                  {u"analogClassicLight"_s, false},
+                                                                                  {u"cpu"_s, true},
+                                                                                  {u"ram"_s, false},
+                                                                                  {u"systemQuickToggles"_s, true}})
+    EXPECT_EQ(contentOf(kind, before) == contentOf(kind, after), same) << qPrintable(kind);
+}
+
+TEST(Gauges, ReadAnything) {
+  TileSources sources = morning();
+  const auto percent = [&] { return std::get<GaugeContent>(contentOf(u"cpu"_s, sources)).percent; };
+  sources.metrics->cpu = 140;
+  EXPECT_EQ(percent(), 100);
+  sources.metrics->cpu = -3;
+  EXPECT_EQ(percent(), 0);
+  sources.metrics->cpu = std::numeric_limits<double>::quiet_NaN();
+  EXPECT_EQ(percent(), std::nullopt);
+  sources.metrics.reset();
+  EXPECT_EQ(percent(), std::nullopt);
+}
+
+TEST(Toggles, FindTheDiscUnderThePointUnlessItIsMissing) {
+  TileSources sources = morning();
+  sources.toggles[Toggle::DoNotDisturb].capability = Capability::no(u"No such service."_s);
+  const TileContent content = contentOf(u"systemQuickToggles"_s, sources);
+  const auto partAt = [&](double x, double y) { return tilePartAt(content, 170, {x, y}); };
+  EXPECT_EQ(partAt(29, 32), int(Toggle::WiFi));
+  EXPECT_EQ(partAt(66, 40), int(Toggle::DarkMode));
+  EXPECT_EQ(partAt(103, 32), std::nullopt);
+  EXPECT_EQ(partAt(141, 20), int(Toggle::KeepAwake));
+  EXPECT_EQ(partAt(4, 4), std::nullopt);
+}
+
+TEST(Words, SayWhatATileIsAndShows) {
+  TileSources sources = morning();
+  const auto tip = [&](const QString& kind) {
+    return tileText(contentOf(kind, sources), Catalog::find(kind).name).tip();
+  };
+  EXPECT_EQ(tip(u"cpu"_s), u"CPU: 23%"_s);
+  EXPECT_EQ(tip(u"digitalClock"_s), u"Time & Date: 10:24, Tuesday, 24 November"_s);
+  EXPECT_EQ(tip(u"weatherCurrent"_s), u"Location: Kendal, 6°, Partly cloudy"_s);
+  EXPECT_EQ(tip(u"systemQuickToggles"_s), u"Quick Toggles: Wi-Fi, Dark Mode"_s);
+  EXPECT_EQ(tip(u"analyticsGitHub"_s), u"GitHub: Connect"_s);
+  EXPECT_EQ(tip(u"trash"_s), u"Trash: Not available"_s);
+  sources.weather.reset();
+  EXPECT_EQ(tip(u"weatherCurrent"_s), u"Location: Set place"_s);
+}
+
+TEST(Words, AGivenTitleReplacesTheName) {
+  DockWidget note = widget(u"linearThing"_s);
+  note.title = u"My thing"_s;
+  const auto content = std::get<GenericContent>(makeTileContent(note, Catalog::find(note.kind), morning()));
+  EXPECT_EQ(content.name, u"My thing"_s);
+}
+
+}  // namespace tarnwick::testing
