@@ -1,0 +1,103 @@
+#include "platform/x11/X11ClientWindows.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "platform/x11/SandboxIdentity.h"
+#include "platform/x11/X11Properties.h"
+#include "platform/x11/X11WindowReader.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr quint32 kFromPager = 2;
+constexpr quint32 kIconic = 3;
+
+}  // namespace
+
+X11ClientWindows::X11ClientWindows(X11Events& events, const X11Screens& screens) : events_(events), screens_(screens) {
+  connect(&events, &X11Events::rootPropertyChanged, this, [this](quint32 name) {
+    if (name == events_.atom(X11Atom::NetClientList) || name == events_.atom(X11Atom::NetActiveWindow)) refreshLater();
+  });
+  connect(&events, &X11Events::windowPropertyChanged, this, [this](quint32 window, quint32 name) {
+    if (!known_.contains(window) || !X11WindowReader::reads(events_, name)) return;
+    stale_.insert(window);
+    refreshLater();
+  });
+  connect(&events, &X11Events::windowMoved, this, [this](quint32 window) {
+    if (!known_.contains(window)) return;
+    stale_.insert(window);
+    refreshLater();
+  });
+  connect(&screens, &X11Screens::changed, this, &X11ClientWindows::refreshLater);
+  refresh();
+}
+
+void X11ClientWindows::activate(quint64 id) {
+  ask(id, X11Atom::NetActiveWindow, {kFromPager, events_.userTime(), XCB_WINDOW_NONE, 0, 0});
+}
+
+void X11ClientWindows::close(quint64 id) {
+  ask(id, X11Atom::NetCloseWindow, {events_.userTime(), kFromPager, 0, 0, 0});
+}
+
+void X11ClientWindows::minimise(quint64 id) { ask(id, X11Atom::WmChangeState, {kIconic, 0, 0, 0, 0}); }
+
+void X11ClientWindows::ask(quint64 id, X11Atom request, const std::array<quint32, 5>& data) const {
+  const auto window = static_cast<xcb_window_t>(id);
+  if (known_.contains(window)) events_.askManager(window, request, data);
+}
+
+void X11ClientWindows::refreshLater() {
+  if (std::exchange(isRefreshing_, true)) return;
+  QMetaObject::invokeMethod(this, &X11ClientWindows::refresh, Qt::QueuedConnection);
+}
+
+void X11ClientWindows::refresh() {
+  isRefreshing_ = false;
+  PropertyRequest active(events_.connection(), events_.root(), events_.atom(X11Atom::NetActiveWindow));
+  QList<xcb_window_t> order = events_.watchClients();
+  order.removeIf([&](xcb_window_t window) { return events_.isOurs(window); });
+  const QSet<xcb_window_t> stale = std::exchange(stale_, {});
+  const QHash<xcb_window_t, Known> before = std::exchange(known_, {});
+
+  std::vector<X11WindowReader> readers;
+  for (const xcb_window_t window : order) {
+    if (before.contains(window) && !stale.contains(window)) {
+      known_[window] = before[window];
+    } else {
+      readers.emplace_back(events_, window);
+    }
+  }
+  for (X11WindowReader& reader : readers) {
+    X11WindowReader::Answer answer = reader.read();
+    answer.window.sandboxId = sandboxOf(answer.window.pid);
+    known_[reader.window()] = {.window = answer.window, .frame = answer.frame};
+  }
+  sandboxes_.removeIf([&](const auto& entry) {
+    return std::ranges::none_of(known_, [&](const Known& one) { return one.window.pid == entry.key(); });
+  });
+  order_ = order;
+  publish(active.word());
+}
+
+QString X11ClientWindows::sandboxOf(qint64 pid) {
+  auto found = sandboxes_.find(pid);
+  if (found == sandboxes_.end()) found = sandboxes_.insert(pid, SandboxIdentity::of(pid));
+  return *found;
+}
+
+void X11ClientWindows::publish(xcb_window_t active) {
+  QList<ClientWindow> windows;
+  for (const xcb_window_t window : order_) {
+    const Known& known = known_[window];
+    ClientWindow one = known.window;
+    one.active = window == active;
+    one.screens = screens_.showing(known.frame);
+    windows.append(one);
+  }
+  if (std::exchange(windows_, windows) != windows) Q_EMIT changed();
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QHash>
+#include <QRect>
+#include <QSet>
+
+#include "desktop/ClientWindows.h"
+#include "platform/x11/X11Events.h"
+#include "platform/x11/X11Screens.h"
+
+namespace tarnwick {
+
+/// The windows that the window manager lists, ours left out. Told of every change, it never asks on a timer.
+/// The events and the screens must outlive it.
+class X11ClientWindows final : public ClientWindows {
+  Q_OBJECT
+ public:
+  X11ClientWindows(X11Events& events, const X11Screens& screens);
+
+  QList<ClientWindow> all() const override { return windows_; }
+  void activate(quint64 id) override;
+  void close(quint64 id) override;
+  void minimise(quint64 id) override;
+
+ private:
+  struct Known {
+    ClientWindow window;
+    QRect frame;
+  };
+
+  void ask(quint64 id, X11Atom request, const std::array<quint32, 5>& data) const;
+  void refreshLater();
+  void refresh();
+  QString sandboxOf(qint64 pid);
+  void publish(xcb_window_t active);
+
+  X11Events& events_;
+  const X11Screens& screens_;
+  QList<xcb_window_t> order_;
+  QHash<xcb_window_t, Known> known_;
+  QSet<xcb_window_t> stale_;
+  QHash<qint64, QString> sandboxes_;
+  QList<ClientWindow> windows_;
+  bool isRefreshing_ = false;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,254 @@
+#include "platform/x11/X11Panel.h"
+
+#include <xcb/shape.h>
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QScreen>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <utility>
+#include <vector>
+
+namespace tarnwick {
+namespace {
+
+constexpr quint32 kAllDesktops = 0xffffffff;
+constexpr quint32 kAddState = 1;
+constexpr quint32 kFromApplication = 1;
+
+// Grown to whole device pixels, so that no visible pixel is cut off.
+std::vector<xcb_rectangle_t> deviceRectangles(const QRegion& region, double scale) {
+  std::vector<xcb_rectangle_t> rectangles;
+  for (const QRect& one : region) {
+    const auto clamped = [](double value) {
+      return std::clamp(static_cast<int>(value), 0, int{std::numeric_limits<qint16>::max()});
+    };
+    const int left = clamped(std::floor(one.left() * scale));
+    const int top = clamped(std::floor(one.top() * scale));
+    const int right = clamped(std::ceil((one.left() + one.width()) * scale));
+    const int bottom = clamped(std::ceil((one.top() + one.height()) * scale));
+    rectangles.push_back({static_cast<qint16>(left), static_cast<qint16>(top), static_cast<quint16>(right - left),
+                          static_cast<quint16>(bottom - top)});
+  }
+  return rectangles;
+}
+
+}  // namespace
+
+X11Panel::X11Panel(X11Events& events, X11Screens& screens, std::unique_ptr<QWidget> content, bool isComposited)
+    : events_(events), screens_(screens), content_(std::move(content)), isComposited_(isComposited) {
+  content_->setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus |
+                           Qt::WindowStaysOnTopHint | Qt::NoDropShadowWindowHint);
+  content_->setAttribute(Qt::WA_TranslucentBackground);
+  content_->setAttribute(Qt::WA_ShowWithoutActivating);
+  content_->setAttribute(Qt::WA_X11NetWmWindowTypeDock);
+  content_->setAttribute(Qt::WA_QuitOnClose, false);
+  content_->setMinimumSize(1, 1);  // An explicit one: the content takes the size that it is given.
+  content_->installEventFilter(this);
+  connect(&screens, &X11Screens::changed, this, &X11Panel::followScreens);
+  connect(qGuiApp, &QGuiApplication::screenRemoved, this, &X11Panel::screenGoes);
+  // Some window managers pass the region on to the frame that they put around us only when it changes under their eyes.
+  connect(&events, &X11Events::windowMapped, this, [this](quint32 window) {
+    if (window == window_) applyInput();
+  });
+}
+
+void X11Panel::place(const PanelPlacement& placement) {
+  placement_ = placement;
+  if (!applyPlacement()) lose();
+}
+
+bool X11Panel::isShown() const { return content_->isVisible(); }
+
+void X11Panel::setShown(bool shown) {
+  comesBack_ = false;
+  if (shown == isShown()) return;
+  if (!shown) {
+    content_->hide();
+    return;
+  }
+  if (!placement_ || !applyPlacement()) return;
+  realise();
+  applyIdentity();
+  content_->show();
+  announceState();
+}
+
+void X11Panel::setInputRegion(const QRegion& region) {
+  if (input_ == region) return;
+  input_ = region;
+  applyInput();
+}
+
+void X11Panel::setOutline(const QRegion& outline) {
+  if (outline_ == outline) return;
+  outline_ = outline;
+  applyOutline();
+}
+
+void X11Panel::setBlurBehind(const QRegion& region) {
+  if (blur_ == region) return;
+  blur_ = region;
+  applyBlur();
+}
+
+void X11Panel::reserve(Edge edge, int thickness) {
+  if (edge_ == edge && thickness_ == thickness) return;
+  edge_ = edge;
+  thickness_ = thickness;
+  if (thickness > 0) screens_.noteReservation(edge);
+  applyReservation();
+}
+
+void X11Panel::setComposited(bool isComposited) {
+  if (std::exchange(isComposited_, isComposited) == isComposited) return;
+  applyOutline();
+  content_->update();
+}
+
+bool X11Panel::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == content_.get() && event->type() == QEvent::Close) {
+    QMetaObject::invokeMethod(this, &Panel::closed, Qt::QueuedConnection);
+  }
+  return false;
+}
+
+// Everything is in place before the window is first mapped, so that it never appears elsewhere or as something else.
+void X11Panel::realise() {
+  const auto window = static_cast<xcb_window_t>(content_->winId());
+  if (std::exchange(window_, window) == window) return;
+  kept_.reset();
+  applyInput();
+  applyOutline();
+  applyBlur();
+  applyReservation();
+}
+
+void X11Panel::screenGoes(const QScreen* screen) {
+  // Qt would move the window to another display; it may also be that this one comes back in the same breath, changed.
+  if (!isShown() || content_->screen() != screen) return;
+  content_->hide();
+  comesBack_ = true;
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        if (!comesBack_) return;
+        if (const auto native = screens_.native(placement_->screen); native && native->screen) {
+          setShown(true);
+        } else {
+          lose();
+        }
+      },
+      Qt::QueuedConnection);
+}
+
+void X11Panel::followScreens() {
+  if (!placement_) return;
+  if (!applyPlacement() && isShown()) lose();
+  applyReservation();
+}
+
+void X11Panel::lose() {
+  const bool wasThere = std::exchange(comesBack_, false) || isShown();
+  content_->hide();
+  if (wasThere) QMetaObject::invokeMethod(this, &Panel::closed, Qt::QueuedConnection);
+}
+
+bool X11Panel::applyPlacement() {
+  const auto native = screens_.native(placement_->screen);
+  if (!native || !native->screen) return false;
+  const QRect outer = placement_->rectangle.marginsAdded(placement_->margins);
+  const QSize size = outer.size().expandedTo(QSize(1, 1));
+  if (content_->screen() != native->screen && !content_->isVisible()) content_->setScreen(native->screen);
+  content_->setGeometry(QRect(native->screen->geometry().topLeft() + outer.topLeft(), size));
+  if (std::exchange(scale_, native->scale) != native->scale) {
+    applyInput();
+    applyOutline();
+    applyBlur();
+  }
+  applyReservation();
+  return true;
+}
+
+void X11Panel::setWords(X11Atom property, xcb_atom_t type, std::span<const quint32> words) const {
+  if (words.empty()) {
+    xcb_delete_property(events_.connection(), window_, events_.atom(property));
+  } else {
+    xcb_change_property(events_.connection(), XCB_PROP_MODE_REPLACE, window_, events_.atom(property), type, 32,
+                        static_cast<quint32>(words.size()), words.data());
+  }
+}
+
+// A window manager takes these away from a window that is hidden.
+void X11Panel::applyIdentity() const {
+  const std::array<quint32, 1> types{events_.atom(X11Atom::NetWmWindowTypeDock)};
+  const std::array<quint32, 4> states{events_.atom(X11Atom::NetWmStateAbove), events_.atom(X11Atom::NetWmStateSticky),
+                                      events_.atom(X11Atom::NetWmStateSkipTaskbar),
+                                      events_.atom(X11Atom::NetWmStateSkipPager)};
+  setWords(X11Atom::NetWmWindowType, XCB_ATOM_ATOM, types);
+  setWords(X11Atom::NetWmState, XCB_ATOM_ATOM, states);
+  setWords(X11Atom::NetWmDesktop, XCB_ATOM_CARDINAL, std::array<quint32, 1>{kAllDesktops});
+  xcb_flush(events_.connection());
+}
+
+// It may also take them away late, while the window is already shown again: then this brings them back.
+void X11Panel::announceState() const {
+  events_.askManager(window_, X11Atom::NetWmState,
+                     {kAddState, events_.atom(X11Atom::NetWmStateAbove), events_.atom(X11Atom::NetWmStateSticky),
+                      kFromApplication, 0});
+  events_.askManager(window_, X11Atom::NetWmState,
+                     {kAddState, events_.atom(X11Atom::NetWmStateSkipTaskbar),
+                      events_.atom(X11Atom::NetWmStateSkipPager), kFromApplication, 0});
+  events_.askManager(window_, X11Atom::NetWmDesktop, {kAllDesktops, kFromApplication, 0, 0, 0});
+}
+
+void X11Panel::applyInput() const {
+  if (window_ == XCB_WINDOW_NONE || !input_) return;
+  const std::vector<xcb_rectangle_t> rectangles = deviceRectangles(*input_, scale_);
+  xcb_shape_rectangles(events_.connection(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED, window_,
+                       0, 0, static_cast<quint32>(rectangles.size()), rectangles.data());
+  xcb_flush(events_.connection());
+}
+
+void X11Panel::applyOutline() const {
+  if (window_ == XCB_WINDOW_NONE) return;
+  if (isComposited_ || !outline_) {
+    xcb_shape_mask(events_.connection(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, window_, 0, 0, XCB_PIXMAP_NONE);
+  } else {
+    const std::vector<xcb_rectangle_t> rectangles = deviceRectangles(*outline_, scale_);
+    xcb_shape_rectangles(events_.connection(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, XCB_CLIP_ORDERING_UNSORTED,
+                         window_, 0, 0, static_cast<quint32>(rectangles.size()), rectangles.data());
+  }
+  xcb_flush(events_.connection());
+}
+
+void X11Panel::applyBlur() const {
+  if (window_ == XCB_WINDOW_NONE) return;
+  std::vector<quint32> words;
+  for (const xcb_rectangle_t& one : deviceRectangles(blur_, scale_)) {
+    words.insert(words.end(), {static_cast<quint32>(one.x), static_cast<quint32>(one.y), one.width, one.height});
+  }
+  // An empty list would mean the whole window.
+  setWords(X11Atom::KdeBlurBehind, XCB_ATOM_CARDINAL, words);
+  xcb_flush(events_.connection());
+}
+
+void X11Panel::applyReservation() {
+  if (window_ == XCB_WINDOW_NONE) return;
+  const auto native = placement_ ? screens_.native(placement_->screen) : std::nullopt;
+  std::optional<X11Strut> strut;
+  if (native) {
+    const int thickness = static_cast<int>(std::ceil(thickness_ * native->scale));
+    strut = X11Strut::along(edge_, thickness, native->frame, screens_.nativeFrames(), screens_.rootSize());
+  }
+  // Each change makes the window manager lay out every maximised window anew.
+  if (std::exchange(kept_, strut) == strut) return;
+  const std::array<quint32, 12> words = strut.value_or(X11Strut()).words();
+  setWords(X11Atom::NetWmStrut, XCB_ATOM_CARDINAL, std::span(words).first(strut ? 4 : 0));
+  setWords(X11Atom::NetWmStrutPartial, XCB_ATOM_CARDINAL, std::span(words).first(strut ? 12 : 0));
+  xcb_flush(events_.connection());
+}
+
+}  // namespace tarnwick

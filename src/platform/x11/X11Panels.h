@@ -1,0 +1,28 @@
+#pragma once
+
+#include "desktop/Panels.h"
+#include "platform/x11/X11Events.h"
+#include "platform/x11/X11Screens.h"
+
+namespace tarnwick {
+
+/// Makes dock windows and watches the compositor. The events and the screens must outlive it and every panel.
+class X11Panels final : public Panels {
+  Q_OBJECT
+ public:
+  X11Panels(X11Events& events, X11Screens& screens);
+
+  std::unique_ptr<Panel> make(std::unique_ptr<QWidget> content) override;
+  bool isComposited() const override { return isComposited_; }
+  bool canBlur() const override { return isComposited_ && announcesBlur_; }
+
+ private:
+  bool readAnnouncement() const;
+
+  X11Events& events_;
+  X11Screens& screens_;
+  bool isComposited_ = false;
+  bool announcesBlur_ = false;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,130 @@
+#include "platform/x11/X11WindowReader.h"
+
+#include <QSysInfo>
+#include <algorithm>
+#include <utility>
+
+namespace tarnwick {
+namespace {
+
+PropertyRequest ask(const X11Events& events, xcb_window_t window, X11Atom name) {
+  return {events.connection(), window, events.atom(name)};
+}
+
+// Some programs give a path, some the file's name, some its id.
+QString desktopFileId(const QString& text) {
+  QString id = text.section(QLatin1Char('/'), -1);
+  if (id.endsWith(QLatin1String(".desktop"))) id.chop(8);
+  return id;
+}
+
+}  // namespace
+
+X11WindowReader::X11WindowReader(const X11Events& events, xcb_window_t window)
+    : events_(&events),
+      window_(window),
+      visibleName_(ask(events, window, X11Atom::NetWmName)),
+      name_(ask(events, window, X11Atom::WmName)),
+      class_(ask(events, window, X11Atom::WmClass)),
+      pid_(ask(events, window, X11Atom::NetWmPid)),
+      machine_(ask(events, window, X11Atom::WmClientMachine)),
+      states_(ask(events, window, X11Atom::NetWmState)),
+      types_(ask(events, window, X11Atom::NetWmWindowType)),
+      gtkId_(ask(events, window, X11Atom::GtkApplicationId)),
+      kdeFile_(ask(events, window, X11Atom::KdeDesktopFile)),
+      bamfFile_(ask(events, window, X11Atom::BamfDesktopFile)),
+      geometry_(xcb_get_geometry(events.connection(), window)),
+      place_(xcb_translate_coordinates(events.connection(), window, events.root(), 0, 0)) {}
+
+X11WindowReader::X11WindowReader(X11WindowReader&& other) noexcept
+    : events_(other.events_),
+      window_(other.window_),
+      visibleName_(std::move(other.visibleName_)),
+      name_(std::move(other.name_)),
+      class_(std::move(other.class_)),
+      pid_(std::move(other.pid_)),
+      machine_(std::move(other.machine_)),
+      states_(std::move(other.states_)),
+      types_(std::move(other.types_)),
+      gtkId_(std::move(other.gtkId_)),
+      kdeFile_(std::move(other.kdeFile_)),
+      bamfFile_(std::move(other.bamfFile_)),
+      geometry_(other.geometry_),
+      place_(other.place_),
+      isPending_(std::exchange(other.isPending_, false)) {}
+
+X11WindowReader::~X11WindowReader() {
+  if (!isPending_) return;
+  xcb_discard_reply(events_->connection(), geometry_.sequence);
+  xcb_discard_reply(events_->connection(), place_.sequence);
+}
+
+bool X11WindowReader::reads(const X11Events& events, xcb_atom_t property) {
+  constexpr X11Atom kRead[] = {X11Atom::NetWmName,       X11Atom::WmName,           X11Atom::WmClass,
+                               X11Atom::NetWmPid,        X11Atom::WmClientMachine,  X11Atom::NetWmState,
+                               X11Atom::NetWmWindowType, X11Atom::GtkApplicationId, X11Atom::KdeDesktopFile,
+                               X11Atom::BamfDesktopFile};
+  return std::ranges::any_of(kRead, [&](X11Atom name) { return events.atom(name) == property; });
+}
+
+X11WindowReader::Answer X11WindowReader::read() {
+  Answer answer;
+  ClientWindow& window = answer.window;
+  window.id = window_;
+  window.title = visibleName_.text();
+  if (window.title.isEmpty()) window.title = name_.text();
+  readClass(window);
+  window.pid = localPid();
+  const QList<quint32> states = states_.words();
+  const auto has = [&](X11Atom state) { return states.contains(events_->atom(state)); };
+  window.inTaskbar = isListed(states);
+  window.minimised = has(X11Atom::NetWmStateHidden) && !has(X11Atom::NetWmStateShaded);
+  window.fullscreen = has(X11Atom::NetWmStateFullscreen);
+  answer.frame = frame();
+  return answer;
+}
+
+void X11WindowReader::readClass(ClientWindow& window) {
+  const QList<QByteArray> names = class_.bytes().split('\0');
+  window.instance = QString::fromUtf8(names.value(0));
+  window.applicationId = applicationId(QString::fromUtf8(names.value(1)));
+}
+
+QString X11WindowReader::applicationId(const QString& className) {
+  for (PropertyRequest* announced : {&gtkId_, &kdeFile_, &bamfFile_}) {
+    if (const QString id = desktopFileId(announced->text()); !id.isEmpty()) return id;
+  }
+  return className;
+}
+
+// A number from another machine would name a stranger here.
+qint64 X11WindowReader::localPid() {
+  const auto isHere = [](const QString& machine) {
+    const QString here = QSysInfo::machineHostName();
+    const QString shortHere = here.section(QLatin1Char('.'), 0, 0);
+    return machine.isEmpty() || machine == QLatin1String("localhost") || machine == here ||
+           machine.section(QLatin1Char('.'), 0, 0) == shortHere;
+  };
+  const qint64 pid = pid_.word();
+  return isHere(machine_.text()) ? pid : 0;
+}
+
+bool X11WindowReader::isListed(const QList<quint32>& states) {
+  if (states.contains(events_->atom(X11Atom::NetWmStateSkipTaskbar))) return false;
+  const quint32 type = types_.word(XCB_ATOM_NONE);
+  if (type == XCB_ATOM_NONE) return true;
+  constexpr X11Atom kUnlisted[] = {X11Atom::NetWmWindowTypeDock,        X11Atom::NetWmWindowTypeDesktop,
+                                   X11Atom::NetWmWindowTypeToolbar,     X11Atom::NetWmWindowTypeMenu,
+                                   X11Atom::NetWmWindowTypeUtility,     X11Atom::NetWmWindowTypeSplash,
+                                   X11Atom::NetWmWindowTypeNotification};
+  return std::ranges::none_of(kUnlisted, [&](X11Atom name) { return events_->atom(name) == type; });
+}
+
+QRect X11WindowReader::frame() {
+  isPending_ = false;
+  const XcbReply size(xcb_get_geometry_reply(events_->connection(), geometry_, nullptr));
+  const XcbReply place(xcb_translate_coordinates_reply(events_->connection(), place_, nullptr));
+  return size && place ? QRect(place->dst_x, place->dst_y, size->width, size->height) : QRect();
+}
+
+}  // namespace tarnwick

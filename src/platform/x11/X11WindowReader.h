@@ -1,0 +1,47 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <QRect>
+
+#include "desktop/ClientWindows.h"
+#include "platform/x11/X11Events.h"
+#include "platform/x11/X11Properties.h"
+
+namespace tarnwick {
+
+/// Asks for all that a window tells about itself when made, reads the answers when told to: with one reader for each of
+/// many windows, all made first, the whole costs one round trip. The events must outlive it.
+class X11WindowReader {
+ public:
+  struct Answer {
+    ClientWindow window;  ///< Without `active`, `screens` and `sandboxId`.
+    QRect frame;          ///< Root pixels, without what the window manager draws around it.
+  };
+
+  X11WindowReader(const X11Events& events, xcb_window_t window);
+  X11WindowReader(X11WindowReader&& other) noexcept;
+  X11WindowReader& operator=(X11WindowReader&&) = delete;
+  ~X11WindowReader();
+
+  xcb_window_t window() const { return window_; }
+  Answer read();
+  /// Whether a change of this property changes the answer.
+  static bool reads(const X11Events& events, xcb_atom_t property);
+
+ private:
+  QString applicationId(const QString& className);
+  void readClass(ClientWindow& window);
+  qint64 localPid();
+  bool isListed(const QList<quint32>& states);
+  QRect frame();
+
+  const X11Events* events_;
+  xcb_window_t window_;
+  PropertyRequest visibleName_, name_, class_, pid_, machine_, states_, types_, gtkId_, kdeFile_, bamfFile_;
+  xcb_get_geometry_cookie_t geometry_;
+  xcb_translate_coordinates_cookie_t place_;
+  bool isPending_ = true;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QMouseEvent>
+#include <QPainter>
+#include <QWidget>
+#include <memory>
+
+#include "platform/x11/X11Events.h"
+#include "platform/x11/X11Panels.h"
+#include "platform/x11/X11Screens.h"
+#include "support/VirtualDisplay.h"
+
+namespace tarnwick::testing {
+
+/// The adapters as the program puts them together.
+struct Desk {
+  VirtualDisplay& display = VirtualDisplay::current();
+  X11Events events;
+  X11Screens screens{events};
+  X11Panels panels{events, screens};
+};
+
+/// A panel's content of one colour that counts the presses it gets.
+class Paint final : public QWidget {
+ public:
+  explicit Paint(const QColor& colour) : colour_(colour) {}
+
+  int presses = 0;
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.fillRect(rect(), colour_);
+  }
+  void mousePressEvent(QMouseEvent*) override { ++presses; }
+
+ private:
+  QColor colour_;
+};
+
+/// A panel with such a content.
+struct PaintedPanel {
+  PaintedPanel(Desk& desk, const QColor& colour) {
+    auto made = std::make_unique<Paint>(colour);
+    content = made.get();
+    panel = desk.panels.make(std::move(made));
+  }
+
+  xcb_window_t window() const { return static_cast<xcb_window_t>(content->winId()); }
+
+  Paint* content = nullptr;
+  std::unique_ptr<Panel> panel;
+};
+
+}  // namespace tarnwick::testing

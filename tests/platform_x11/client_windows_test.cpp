@@ -1,0 +1,112 @@
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+
+#include "Desk.h"
+#include "platform/x11/X11ClientWindows.h"
+#include "support/ForeignWindow.h"
+
+namespace tarnwick::testing {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class X11ClientWindowsTest : public ::testing::Test {
+ protected:
+  std::optional<ClientWindow> find(const QString& title) const {
+    for (const ClientWindow& window : windows.all()) {
+      if (window.title == title) return window;
+    }
+    return std::nullopt;
+  }
+  /// Waits until the window of that title is as told, and says whether it became so.
+  bool becomes(const QString& title, const std::function<bool(const ClientWindow&)>& told) const {
+    return VirtualDisplay::waitUntil([&] {
+      const auto window = find(title);
+      return window && told(*window);
+    });
+  }
+
+  Desk desk;
+  X11ClientWindows windows{desk.events, desk.screens};
+};
+
+TEST_F(X11ClientWindowsTest, FollowARealProgram) {
+  PaintedPanel ours(desk, Qt::red);
+  ours.panel->place({.screen = desk.screens.mainId(), .rectangle = QRect(0, 700, 90, 90), .margins = {}});
+  ours.panel->setShown(true);
+  const auto first = ChildProcess::start({u"xterm"_s, u"-T"_s, u"Søster"_s, u"-geometry"_s, u"40x10+50+50"_s});
+  ASSERT_TRUE(becomes(u"Søster"_s, [](const ClientWindow& window) { return window.active; }));
+  const auto second = ChildProcess::start({u"xterm"_s, u"-T"_s, u"Two"_s, u"-geometry"_s, u"40x10+500+50"_s});
+  ASSERT_TRUE(becomes(u"Two"_s, [](const ClientWindow& window) { return window.active; }));
+
+  const QList<ClientWindow> all = windows.all();
+  ASSERT_EQ(all.size(), 2) << "ours is none of them";
+  const ClientWindow expected{.id = all[0].id,
+                              .title = u"Søster"_s,
+                              .applicationId = u"XTerm"_s,
+                              .instance = u"xterm"_s,
+                              .sandboxId = {},
+                              .pid = first->pid(),
+                              .inTaskbar = true,
+                              .active = false,
+                              .minimised = false,
+                              .fullscreen = false,
+                              .screens = {desk.screens.mainId()}};
+  EXPECT_EQ(all[0], expected);
+
+  windows.activate(all[0].id);
+  EXPECT_TRUE(becomes(u"Søster"_s, [](const ClientWindow& window) { return window.active; }));
+  EXPECT_FALSE(find(u"Two"_s)->active);
+  windows.minimise(all[0].id);
+  EXPECT_TRUE(becomes(u"Søster"_s, [](const ClientWindow& window) { return window.minimised && !window.active; }));
+  windows.activate(all[0].id);
+  EXPECT_TRUE(becomes(u"Søster"_s, [](const ClientWindow& window) { return !window.minimised && window.active; }));
+  windows.close(all[0].id);
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return !first->isRunning(); }));
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return windows.all().size() == 1; }));
+  windows.activate(all[0].id);  // An identity of the past asks nobody.
+}
+
+TEST_F(X11ClientWindowsTest, ReadWhatAWindowSaysOfItself) {
+  ForeignWindow window(desk.display, QRect(100, 100, 200, 100));
+  window.setText("_NET_WM_NAME", "UTF8_STRING", "plain");
+  window.setText("WM_CLASS", "STRING", QByteArray("one\0Class\0", 10));
+  window.setText("WM_CLIENT_MACHINE", "STRING", "some.other.machine");
+  window.setWords("_NET_WM_PID", "CARDINAL", {4242});
+  ASSERT_TRUE(window.show());
+  ASSERT_TRUE(becomes(u"plain"_s, [](const ClientWindow& one) {
+    return one.applicationId == u"Class" && one.instance == u"one" && one.pid == 0 && one.inTaskbar;
+  }));
+
+  const struct {
+    const char* property;
+    QByteArray text;
+    QString id;
+  } rows[] = {{"_BAMF_DESKTOP_FILE", "/usr/share/applications/org.pond.desktop", u"org.pond"_s},
+              {"_KDE_NET_WM_DESKTOP_FILE", "org.lake.desktop", u"org.lake"_s},
+              {"_GTK_APPLICATION_ID", "org.sea", u"org.sea"_s}};
+  for (const auto& row : rows) {
+    window.setText(row.property, "UTF8_STRING", row.text);
+    EXPECT_TRUE(becomes(u"plain"_s, [&](const ClientWindow& one) { return one.applicationId == row.id; }))
+        << row.property;
+  }
+  window.addState("_NET_WM_STATE_FULLSCREEN", "_NET_WM_STATE_SKIP_TASKBAR");
+  EXPECT_TRUE(becomes(u"plain"_s, [](const ClientWindow& one) { return one.fullscreen && !one.inTaskbar; }));
+
+  ForeignWindow dock(desk.display, QRect(0, 0, 1280, 20));
+  dock.setWords("_NET_WM_WINDOW_TYPE", "ATOM", {desk.display.atom("_NET_WM_WINDOW_TYPE_DOCK")});
+  dock.setText("WM_NAME", "STRING", "B\xe4r");
+  ASSERT_TRUE(dock.show());
+  EXPECT_TRUE(becomes(u"Bär"_s, [](const ClientWindow& one) { return !one.inTaskbar; }));
+
+  desk.display.settle();
+  const QSignalSpy changes(&windows, &ClientWindows::changed);
+  window.setWords("_NET_WM_USER_TIME", "CARDINAL", {1});
+  window.setText("_NET_WM_NAME", "UTF8_STRING", "plain");
+  desk.display.settle();
+  EXPECT_EQ(changes.size(), 0) << "nothing that is told changed";
+}
+
+}  // namespace
+}  // namespace tarnwick::testing
