@@ -122,6 +122,7 @@ QDateTime AppStore::now() const { return frozenDate_.value_or(scheduler_->now())
 
 void AppStore::heartbeat() {
   if (down_) return;
+  ProbeCounters::count("heartbeat");
   const QDateTime moment = now();
   ++tick_;
 

@@ -1,0 +1,86 @@
+#include "desktop/Program.h"
+
+#include <signal.h>
+
+#include <QFile>
+#include <QMap>
+#include <stdexcept>
+
+namespace tarnwick::testing {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr int kPatienceMs = 10'000;
+
+QMap<QString, QString>& variables() {
+  static QMap<QString, QString> changed;
+  return changed;
+}
+
+QProcessEnvironment environment(const QString& dataHome) {
+  QProcessEnvironment result = QProcessEnvironment::systemEnvironment();
+  result.insert(u"XDG_DATA_HOME"_s, dataHome);
+  for (auto it = variables().cbegin(); it != variables().cend(); ++it) result.insert(it.key(), it.value());
+  return result;
+}
+
+QString executableOr(const QString& executable) {
+  return executable.isEmpty() ? QStringLiteral(TARNWICK_EXECUTABLE) : executable;
+}
+
+std::optional<int> statusOf(QProcess& process) {
+  if (process.state() != QProcess::NotRunning && !process.waitForFinished(kPatienceMs)) return std::nullopt;
+  if (process.exitStatus() != QProcess::NormalExit) return std::nullopt;
+  return process.exitCode();
+}
+
+}  // namespace
+
+Program::Program(const QString& dataHome, const QStringList& arguments, const QString& executable) {
+  process_.setProcessEnvironment(environment(dataHome));
+  process_.start(executableOr(executable), arguments);
+  if (!process_.waitForStarted(kPatienceMs)) throw std::runtime_error("the program does not start");
+}
+
+void Program::setVariable(const QString& name, const QString& value) { variables().insert(name, value); }
+
+void Program::resetVariables() { variables().clear(); }
+
+QList<xcb_window_t> Program::windows() const {
+  const VirtualDisplay& display = VirtualDisplay::current();
+  QList<xcb_window_t> ours;
+  for (const quint32 window : display.words(display.root(), "_NET_CLIENT_LIST")) {
+    if (display.words(window, "_NET_WM_PID") == QList<quint32>{static_cast<quint32>(pid())}) ours << window;
+  }
+  return ours;
+}
+
+bool Program::shows(qsizetype count) const {
+  return VirtualDisplay::waitUntil([&] { return windows().size() == count || !isRunning(); }) && isRunning();
+}
+
+void Program::signal(int number) const { ::kill(pid(), number); }
+
+std::optional<int> Program::end() { return statusOf(process_); }
+
+QString Program::standardError() { return QString::fromUtf8(process_.readAllStandardError()); }
+
+Ended runToEnd(const QString& dataHome, const QStringList& arguments, const QString& executable) {
+  QProcess process;
+  process.setProcessEnvironment(environment(dataHome));
+  process.start(executableOr(executable), arguments);
+  const std::optional<int> status = statusOf(process);
+  return {status, QString::fromUtf8(process.readAllStandardError())};
+}
+
+SessionBus::SessionBus() {
+  const QString socket = qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/bus"_s;
+  address_ = u"unix:path="_s + socket;
+  daemon_ = ChildProcess::start(
+      {u"dbus-daemon"_s, u"--session"_s, u"--nofork"_s, u"--nopidfile"_s, u"--address"_s + u"="_s + address_});
+  qputenv("DBUS_SESSION_BUS_ADDRESS", address_.toUtf8());
+  if (!VirtualDisplay::waitUntil([&] { return QFile::exists(socket); })) throw std::runtime_error("no session bus");
+}
+
+}  // namespace tarnwick::testing

@@ -1,0 +1,181 @@
+// The real executable, from its start to its end, on a display with a window manager.
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/stat.h>
+
+#include <QDir>
+#include <QFileInfo>
+
+#include "config/Persistence.h"
+#include "desktop/Program.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+using tarnwick::testing::Program;
+using tarnwick::testing::runToEnd;
+using tarnwick::testing::VirtualDisplay;
+
+class ProgramTest : public ::testing::Test {
+ protected:
+  ~ProgramTest() override { Program::resetVariables(); }
+
+  QString home() const { return folder.path(); }
+  QString file(const QString& name = u"config.json"_s) const { return home() + u"/Tarnwick/"_s + name; }
+  QByteArray contents(const QString& path) const {
+    QFile in(path);
+    return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray("(unreadable)");
+  }
+  void write(const QByteArray& bytes) const {
+    QDir().mkpath(QFileInfo(file()).path());
+    QFile out(file());
+    ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+    out.write(bytes);
+  }
+  /// The dock's glass must be painted at its place and nothing beside it.
+  static bool isGlassAt(QPoint inside, QPoint outside) {
+    VirtualDisplay& display = VirtualDisplay::current();
+    const QColor wallpaper = display.pixel({5, 5});
+    return display.pixel(inside) != wallpaper && display.pixel(outside) == wallpaper;
+  }
+
+  QTemporaryDir folder;
+};
+
+TEST_F(ProgramTest, StandsAtTheBottomAndComesBackAfterAKill) {
+  Program first(home());
+  ASSERT_TRUE(first.shows(1)) << qPrintable(first.standardError());
+  const auto standsInTheMiddle = [] { return isGlassAt({800, 850}, {800, 804}) && isGlassAt({440, 850}, {800, 895}); };
+  EXPECT_TRUE(VirtualDisplay::waitUntil(standsInTheMiddle));
+  first.signal(SIGKILL);
+  EXPECT_FALSE(first.end());
+
+  // The next one finds the lock free and the settings whole.
+  DockConfiguration config;
+  config.position = u"top"_s;
+  Persistence::save(config, file());
+  const QByteArray before = contents(file());
+  {
+    Program second(home());
+    ASSERT_TRUE(second.shows(1));
+    EXPECT_TRUE(VirtualDisplay::waitUntil([] { return isGlassAt({800, 50}, {800, 850}); }));
+    second.signal(SIGKILL);
+    second.end();
+  }
+  Program third(home());
+  ASSERT_TRUE(third.shows(1));
+  EXPECT_TRUE(VirtualDisplay::waitUntil([] { return isGlassAt({800, 50}, {800, 850}); }));
+  EXPECT_EQ(contents(file()), before);
+  third.signal(SIGTERM);
+  EXPECT_EQ(third.end(), 0);
+  EXPECT_EQ(contents(file()), Persistence::encode(Persistence::read(file())));
+}
+
+TEST_F(ProgramTest, EndsInOrderOnEverySignal) {
+  for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
+    QFile::remove(file());
+    Program program(home());
+    ASSERT_TRUE(program.shows(1));
+    program.signal(number);
+    EXPECT_EQ(program.end(), 0) << number;
+    struct stat about = {};
+    ASSERT_EQ(::stat(QFile::encodeName(file()).constData(), &about), 0) << number;
+    EXPECT_EQ(about.st_mode & 0777u, 0600u);
+    EXPECT_EQ(Persistence::read(file()).profiles.first().widgets.size(), 7);
+  }
+}
+
+TEST_F(ProgramTest, ASecondLaunchHandsOver) {
+  Program first(home());
+  ASSERT_TRUE(first.shows(1));
+  EXPECT_EQ(runToEnd(home(), {}).status, 0);
+  EXPECT_TRUE(first.shows(1));
+  EXPECT_EQ(runToEnd(home(), {u"--toggle"_s}).status, 0);
+  EXPECT_TRUE(first.shows(0));
+  // Opened again, a hidden dock comes back.
+  EXPECT_EQ(runToEnd(home(), {}).status, 0);
+  EXPECT_TRUE(first.shows(1));
+  first.signal(SIGTERM);
+  EXPECT_EQ(first.end(), 0);
+}
+
+TEST_F(ProgramTest, ANewerBuildTakesOver) {
+  const QString build = home() + u"/tarnwick"_s;
+  ASSERT_TRUE(QFile::copy(QStringLiteral(TARNWICK_EXECUTABLE), build));
+  Program older(home(), {}, build);
+  ASSERT_TRUE(older.shows(1));
+  QFile newer(build);
+  ASSERT_TRUE(newer.open(QIODevice::ReadWrite) || newer.open(QIODevice::ReadOnly));
+  ASSERT_TRUE(newer.setFileTime(QDateTime::currentDateTime().addSecs(60), QFileDevice::FileModificationTime));
+  newer.close();
+  Program replacing(home(), {}, build);
+  EXPECT_EQ(older.end(), 0);
+  EXPECT_TRUE(replacing.shows(1));
+  replacing.signal(SIGTERM);
+  EXPECT_EQ(replacing.end(), 0);
+}
+
+TEST_F(ProgramTest, SettingsThatCannotBeUsedAreKeptAndTheMessageShows) {
+  const QByteArray valid = Persistence::encode(DockConfiguration());
+  const QByteArray cases[] = {
+      "",
+      "{ \"schema\": 1, \"profi",
+      QByteArray(valid).replace("\"schema\": 1", "\"schema\": 2"),
+      QByteArray(valid).replace("digitalClock", "clockOfTomorrow"),
+      QByteArray(valid).replace("\"spacing\": 7", "\"spacing\": \"7\""),
+  };
+  for (const QByteArray& bytes : cases) {
+    QDir(QFileInfo(file()).path()).removeRecursively();
+    write(bytes);
+    Program program(home());
+    EXPECT_TRUE(program.shows(2)) << bytes.left(80).constData();  // The dock, and the message above it.
+    const auto kept = QDir(QFileInfo(file()).path()).entryList({u"config-recovery-*.json"_s});
+    ASSERT_EQ(kept.size(), 1) << bytes.left(80).constData();
+    EXPECT_EQ(contents(file(kept.first())), bytes);
+    program.signal(SIGTERM);
+    EXPECT_EQ(program.end(), 0);
+    EXPECT_EQ(contents(file(kept.first())), bytes);
+  }
+}
+
+TEST_F(ProgramTest, RunsWhereNothingCanBeSaved) {
+  const QString blocked = home() + u"/a file"_s;
+  QFile in(blocked);
+  ASSERT_TRUE(in.open(QIODevice::WriteOnly));
+  in.close();
+  Program program(blocked);
+  EXPECT_TRUE(program.shows(1));
+  program.signal(SIGTERM);
+  EXPECT_EQ(program.end(), 0);
+  EXPECT_EQ(contents(blocked), "");
+}
+
+TEST_F(ProgramTest, RunsWithoutASessionBusAndStillOnlyOnce) {
+  Program::setVariable(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nonexistent/bus"_s);
+  Program program(home());
+  ASSERT_TRUE(program.shows(1));
+  EXPECT_EQ(runToEnd(home(), {}).status, 0);
+  EXPECT_TRUE(program.shows(1));
+  program.signal(SIGTERM);
+  EXPECT_EQ(program.end(), 0);
+}
+
+TEST_F(ProgramTest, SaysInOneSentenceWhatItCannotDo) {
+  Program::setVariable(u"DISPLAY"_s, u":4711"_s);
+  const auto noDisplay = runToEnd(home(), {});
+  EXPECT_EQ(noDisplay.status, 1);
+  EXPECT_EQ(noDisplay.standardError, u"Tarnwick cannot reach the display \":4711\".\n"_s);
+
+  for (const QString& mode : {u"--claude-hook"_s, u"--network-diagnose"_s, u"--diagnose"_s, u"--snapshot"_s,
+                              u"--command-bar-latency"_s, u"--restore-dock"_s, u"--benchmark"_s}) {
+    const auto ended = runToEnd(home(), {mode});
+    EXPECT_EQ(ended.status, 1) << qPrintable(mode);
+    EXPECT_EQ(ended.standardError, u"This version of Tarnwick does not offer %1 yet.\n"_s.arg(mode));
+  }
+  EXPECT_EQ(runToEnd(home(), {u"--write-fixture-config"_s, file()}).status, 0);
+  EXPECT_TRUE(Persistence::read(file()).liveApps);
+}
+
+}  // namespace
+}  // namespace tarnwick
