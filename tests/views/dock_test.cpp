@@ -183,6 +183,30 @@ TEST(Repainting, ATickPaintsOnlyTheTilesThatLookDifferent) {
   EXPECT_EQ(view.painted.boundingRect(), view.itemRect(1).toAlignedRect());
 }
 
+TEST(Repainting, HoverPaintsTheTilesThatItEntersAndLeaves) {
+  WatchedView view;
+  DockRow row = starterRow();
+  view.setRow(row);
+  view.resize(view.sizeHint());
+  view.show();
+  QCoreApplication::processEvents();
+  const auto paintedBy = [&](QPointF pointer) {
+    view.painted = QRegion();
+    mouse(view, QEvent::MouseMove, pointer, Qt::NoButton);
+    QCoreApplication::processEvents();
+    return view.painted;
+  };
+  EXPECT_TRUE(paintedBy({2, 2}).isEmpty()) << "the margins are not the dock";
+  row.reduceMotion = true;
+  view.setRow(row);
+  QCoreApplication::processEvents();
+  const QRect first = view.itemRect(0).toAlignedRect();
+  const QRect second = view.itemRect(1).toAlignedRect();
+  EXPECT_EQ(paintedBy(first.center()), QRegion(first));
+  EXPECT_TRUE(paintedBy(first.center() + QPoint(3, 3)).isEmpty());
+  EXPECT_EQ(paintedBy(second.center()), QRegion(first) + second);
+}
+
 TEST(Pointer, ActivatesWhatWasPressedAndReleased) {
   DockRow row = starterRow();
   row.runningApps = runningApps();

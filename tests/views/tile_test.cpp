@@ -39,6 +39,7 @@ TEST(TimeAndDate, SpeaksTheLocale) {
       {QLocale(QLocale::German), true, u"15:04"_s, {}, u"Dienstag, 24. November"_s, u"Di., 24. Nov."_s},
       {QLocale(QLocale::French), true, u"15:04"_s, {}, u"mardi 24 novembre"_s, u"mar. 24 nov."_s},
       {QLocale(QLocale::Spanish), true, u"15:04"_s, {}, u"martes, 24 de noviembre"_s, u"mar, 24 de nov"_s},
+      {QLocale(QLocale::Finnish), true, u"15.04"_s, {}, u"tiistaina 24. marraskuuta"_s, u"ti 24. marrask."_s},
       {QLocale(QLocale::Japanese), true, u"15:04"_s, {}, u"11月24日火曜日"_s, u"11月24日火"_s},
   };
   for (const Case& expected : cases) {
@@ -48,10 +49,10 @@ TEST(TimeAndDate, SpeaksTheLocale) {
     sources.use24Hour = expected.use24Hour;
     const auto content = std::get<TimeDateContent>(contentOf(u"digitalClock"_s, sources));
     const auto name = qPrintable(expected.locale.name());
-    EXPECT_EQ(content.time, expected.time) << name;
-    EXPECT_EQ(content.halfOfDay.toUpper(), expected.half) << name;
-    EXPECT_EQ(content.dates.first(), expected.longest) << name;
-    EXPECT_EQ(content.dates.last(), expected.shortest) << name;
+    EXPECT_EQ(content.time.toStdString(), expected.time.toStdString()) << name;
+    EXPECT_EQ(content.halfOfDay.toUpper().toStdString(), expected.half.toStdString()) << name;
+    EXPECT_EQ(content.dates.first().toStdString(), expected.longest.toStdString()) << name;
+    EXPECT_EQ(content.dates.last().toStdString(), expected.shortest.toStdString()) << name;
   }
 }
 

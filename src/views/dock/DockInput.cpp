@@ -50,20 +50,21 @@ void DockView::setPointer(std::optional<QPointF> pointer) {
   const qsizetype before = hovered_;
   hovered_ = answersPointer(under) ? under : -1;
   if (inside) pointerX_ = pointer->x();
-  // Fills answer at once; growing and shrinking again takes the length of a fade.
-  const auto wanted = inside ? QAbstractAnimation::Forward : QAbstractAnimation::Backward;
-  const bool grown = swell_.currentValue().toDouble() >= 1;
-  if (!row_.reduceMotion &&
-      (swell_.direction() != wanted || (inside && !grown && swell_.state() == QAbstractAnimation::Stopped))) {
-    swell_.setDirection(wanted);
-    if (swell_.state() == QAbstractAnimation::Stopped) swell_.start();
-  }
+  swell(inside);
   if (inside && !row_.reduceMotion) {
     updateRow();
   } else if (before != hovered_) {
     updateItem(before);
     updateItem(hovered_);
   }
+}
+
+void DockView::swell(bool wanted) {
+  // Fills answer at once; growing and shrinking again takes the length of a fade.
+  if (wanted == swollen_ || row_.reduceMotion) return;
+  swollen_ = wanted;
+  swell_.setDirection(wanted ? QAbstractAnimation::Forward : QAbstractAnimation::Backward);
+  if (swell_.state() == QAbstractAnimation::Stopped) swell_.start();
 }
 
 void DockView::mouseMoveEvent(QMouseEvent* event) { setPointer(event->position()); }

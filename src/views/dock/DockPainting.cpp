@@ -80,7 +80,7 @@ void DockView::paintTabs(QPainter& painter) {
 
 void DockView::paintItem(QPainter& painter, qsizetype item) {
   if (const DockWidget* widget = widgetOf(item))
-    paintTile(painter, layout_.items[item].rect, tiles_.value(widget->id).content, styleOf(item));
+    paintTile(painter, layout_.items[item].rect, tiles_.constFind(widget->id)->content, styleOf(item));
   else
     paintApp(painter, item);
 }

@@ -98,6 +98,7 @@ class DockView : public QWidget {
   TileStyle styleOf(qsizetype item) const;
   double magnificationOf(qsizetype item) const;
   void setPointer(std::optional<QPointF> pointer);
+  void swell(bool wanted);
   void setFocused(qsizetype item);
   void moveFocus(int direction);
   void openMenu(qsizetype item, const QPoint& position);
@@ -119,6 +120,7 @@ class DockView : public QWidget {
   IconProvider icons_;
   QHash<QString, QPixmap> iconCache_;
   QVariantAnimation swell_;  ///< From 0, nobody points here, to 1.
+  bool swollen_ = false;
 
   double scroll_ = 0;
   double pointerX_ = 0;

@@ -15,13 +15,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct TypeSpec {
+struct Type {
   double size;
   QFont::Weight weight;
   double tracking;  ///< As a share of the size.
 };
 
-TypeSpec specOf(TextStyle style) {
+Type typeOf(TextStyle style) {
   switch (style) {
     case TextStyle::Display:
       return {28, QFont::DemiBold, -0.02};
@@ -109,13 +109,13 @@ QString Typography::family() {
 void Typography::reload() { cachedFamily().clear(); }
 
 double Typography::pixelSize(TextStyle style, double scale) {
-  return std::max(specOf(style).size, theme::kLeastTextSize / scale);
+  return std::max(typeOf(style).size, theme::kLeastTextSize / scale);
 }
 
 QFont Typography::widgetFont(TextStyle style) {
   QFont font(family());
-  font.setPixelSize(static_cast<int>(std::lround(specOf(style).size)));
-  font.setWeight(specOf(style).weight);
+  font.setPixelSize(static_cast<int>(std::lround(typeOf(style).size)));
+  font.setWeight(typeOf(style).weight);
   return font;
 }
 
@@ -140,13 +140,13 @@ TextLine TextLine::unit(const QString& text, TextStyle ofNumber, double scale) {
 
 TextLine::TextLine(const QString& text, TextStyle style, double scale, bool unit)
     : text_(text), style_(style), scale_(scale), unit_(unit) {
-  const TypeSpec spec = specOf(style);
-  size_ = std::max(spec.size * (unit ? kUnitShare : 1), theme::kLeastTextSize / scale);
+  const Type type = typeOf(style);
+  size_ = std::max(type.size * (unit ? kUnitShare : 1), theme::kLeastTextSize / scale);
   font_ = QFont(Typography::family());
   font_.setPixelSize(static_cast<int>(std::lround(size_ * Typography::kGrid)));
-  font_.setWeight(unit ? QFont::Medium : spec.weight);
+  font_.setWeight(unit ? QFont::Medium : type.weight);
   font_.setHintingPreference(QFont::PreferNoHinting);
-  font_.setLetterSpacing(QFont::AbsoluteSpacing, size_ * Typography::kGrid * spec.tracking);
+  font_.setLetterSpacing(QFont::AbsoluteSpacing, size_ * Typography::kGrid * type.tracking);
   layOut();
 }
 

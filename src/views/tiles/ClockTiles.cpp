@@ -43,6 +43,13 @@ QStringList datesFromLongToShort(const QLocale& locale, const QDate& date) {
   return dates;
 }
 
+/// What the locale writes between hours and minutes.
+QString timeSeparator(const QLocale& locale) {
+  static const QRegularExpression between(u"[hH]+([.:])m+"_s);
+  const auto match = between.match(locale.timeFormat(QLocale::ShortFormat));
+  return match.hasMatch() ? match.captured(1) : u":"_s;
+}
+
 constexpr double kFaceRadius = 27;
 constexpr double kTickOuter = 24;
 
@@ -77,8 +84,11 @@ TimeDateContent makeTimeDate(const TileRequest& request) {
   const QDateTime now = localTime(request);
   const QLocale& locale = request.sources.locale;
   TimeDateContent content;
-  content.time = locale.toString(now.time(), request.sources.use24Hour ? u"HH:mm"_s : u"h:mm AP"_s);
+  const QString minutes = timeSeparator(locale) + u"mm"_s;
+  content.time =
+      locale.toString(now.time(), request.sources.use24Hour ? u"HH"_s + minutes : u"h"_s + minutes + u" AP"_s);
   if (!request.sources.use24Hour) {
+    // Only with the mark in the format does the hour count to twelve.
     content.halfOfDay = now.time().hour() < 12 ? locale.amText() : locale.pmText();
     content.time.remove(content.halfOfDay, Qt::CaseInsensitive);
     content.time = content.time.trimmed();
