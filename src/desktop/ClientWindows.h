@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QObject>
+#include <QRectF>
 #include <QString>
 #include <QStringList>
 
@@ -20,6 +21,9 @@ struct ClientWindow {
   bool minimised = false;
   bool fullscreen = false;
   QStringList screens;  ///< The identities of the screens that show it.
+  /// Of a full-screen window, in desktop coordinates; empty for all others, and where the desktop does not tell.
+  QRectF frame;
+  bool urgent = false;  ///< Asks for attention.
 
   bool operator==(const ClientWindow&) const = default;
 };
@@ -32,6 +36,8 @@ class ClientWindows : public QObject {
   virtual void activate(quint64 id) = 0;
   virtual void close(quint64 id) = 0;
   virtual void minimise(quint64 id) = 0;
+  /// Tells where a minimised window of these should seem to go: the tile of its application, in desktop coordinates.
+  virtual void setIconGeometry(const QList<quint64>& windows, const QRectF& tile) = 0;
 
  Q_SIGNALS:
   /// A window came or went, or a title, state or class changed. Emitted once for a burst of changes.

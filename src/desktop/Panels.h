@@ -9,6 +9,7 @@
 
 #include "desktop/Capability.h"
 
+class QMenu;
 class QWidget;
 
 namespace tarnwick {
@@ -25,6 +26,33 @@ struct PanelPlacement {
 
 /// A screen edge that a panel may keep free for itself.
 enum class Edge { Top, Bottom };
+
+/// Whether a panel's window takes what is typed.
+enum class Keyboard {
+  None,       ///< Never; a click on it leaves the focus where it is.
+  Exclusive,  ///< All of it, until it is set to None again; the focus then goes back to where it was.
+};
+
+/// A small window that belongs to a panel: a detail panel or a bubble. It is shown when made and stays until it is
+/// destroyed, or until the user presses Escape or clicks outside of it.
+class Popup : public QObject {
+  Q_OBJECT
+ public:
+  /// Lays the window out anew beside its rectangle, after the content's size changed.
+  virtual void reposition() = 0;
+
+ Q_SIGNALS:
+  /// The user closed it; it is hidden now. Whoever owns it destroys it, not within this signal.
+  void closed();
+};
+
+/// What a popup is like.
+struct PopupStyle {
+  QMargins margins;           ///< Room around the content's own outline that is painted on (a shadow).
+  int gap = 10;               ///< Between the rectangle that it belongs to and its outline.
+  bool takesKeys = true;      ///< Whether it has the keyboard while it is open.
+  bool closesOutside = true;  ///< Whether a click outside closes it. One that does not lets those clicks through.
+};
 
 /// One borderless window of ours that floats above the others on every desktop and never takes the focus by itself.
 /// It is hidden when made. Destroying it closes the window and the content with it.
@@ -46,6 +74,19 @@ class Panel : public QObject {
   virtual void setBlurBehind(const QRegion& region) = 0;
   /// Keeps `thickness` pixels along the edge free of maximised windows; 0 releases them.
   virtual void reserve(Edge edge, int thickness) = 0;
+  virtual void setKeyboard(Keyboard keyboard) = 0;
+  /// Whether the panel lies above full-screen windows. It does unless told otherwise.
+  virtual void setAboveFullscreen(bool above) = 0;
+  /// Asks the desktop to leave the window out of pictures of the screen.
+  virtual void setHiddenFromCapture(bool hidden) = 0;
+
+  /// Opens `content` beside a rectangle of this panel's content, towards the middle of the screen: it never covers the
+  /// rectangle and never leaves the screen. Never null; the popup owns the content and must not outlive the panel.
+  virtual std::unique_ptr<Popup> popup(std::unique_ptr<QWidget> content, const QRect& beside,
+                                       const PopupStyle& style) = 0;
+  /// Opens a menu, with its submenus, beside a rectangle of this panel's content. The menu is the caller's and must
+  /// live until its aboutToHide.
+  virtual void openMenu(QMenu& menu, const QRect& beside) = 0;
 
  Q_SIGNALS:
   /// The window system took the window away, as when its display vanished.
@@ -62,6 +103,8 @@ class Panels : public QObject {
   virtual bool isComposited() const = 0;
   /// Whether the compositor blurs what lies behind a panel that asks for it.
   virtual bool canBlur() const = 0;
+  /// Whether windows can be left out of pictures of the screen.
+  virtual Capability captureProtection() const = 0;
 
  Q_SIGNALS:
   void compositingChanged();

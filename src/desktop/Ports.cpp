@@ -1,7 +1,10 @@
 // The ports have no code of their own; this file gives their meta-objects a home.
 #include "desktop/ClientWindows.h"
+#include "desktop/FrameClock.h"
 #include "desktop/HotKeys.h"
+#include "desktop/MotionPreference.h"
 #include "desktop/Panels.h"
 #include "desktop/Screens.h"
 #include "desktop/SessionEvents.h"
 #include "desktop/Toggles.h"
+#include "desktop/Zones.h"

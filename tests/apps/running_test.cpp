@@ -19,6 +19,7 @@ class FakeWindows final : public ClientWindows {
     Q_EMIT changed();
   }
   void minimise(quint64) override {}
+  void setIconGeometry(const QList<quint64>&, const QRectF&) override {}
 
   void open(quint64 id, const QString& applicationId, qint64 pid = 100, bool inTaskbar = true) {
     ClientWindow window;

@@ -44,6 +44,8 @@ void X11ClientWindows::close(quint64 id) {
 
 void X11ClientWindows::minimise(quint64 id) { ask(id, X11Atom::WmChangeState, {kIconic, 0, 0, 0, 0}); }
 
+void X11ClientWindows::setIconGeometry(const QList<quint64>&, const QRectF&) {}
+
 void X11ClientWindows::ask(quint64 id, X11Atom request, const std::array<quint32, 5>& data) const {
   const auto window = static_cast<xcb_window_t>(id);
   if (known_.contains(window)) events_.askManager(window, request, data);

@@ -21,6 +21,7 @@ class X11ClientWindows final : public ClientWindows {
   void activate(quint64 id) override;
   void close(quint64 id) override;
   void minimise(quint64 id) override;
+  void setIconGeometry(const QList<quint64>& windows, const QRectF& tile) override;
 
  private:
   struct Known {

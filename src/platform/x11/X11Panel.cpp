@@ -102,6 +102,16 @@ void X11Panel::reserve(Edge edge, int thickness) {
   applyReservation();
 }
 
+void X11Panel::setKeyboard(Keyboard) {}
+
+void X11Panel::setAboveFullscreen(bool) {}
+
+void X11Panel::setHiddenFromCapture(bool) {}
+
+std::unique_ptr<Popup> X11Panel::popup(std::unique_ptr<QWidget>, const QRect&, const PopupStyle&) { return nullptr; }
+
+void X11Panel::openMenu(QMenu&, const QRect&) {}
+
 void X11Panel::setComposited(bool isComposited) {
   if (std::exchange(isComposited_, isComposited) == isComposited) return;
   applyOutline();

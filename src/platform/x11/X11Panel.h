@@ -26,6 +26,12 @@ class X11Panel final : public Panel {
   void setOutline(const QRegion& outline) override;
   void setBlurBehind(const QRegion& region) override;
   void reserve(Edge edge, int thickness) override;
+  void setKeyboard(Keyboard keyboard) override;
+  void setAboveFullscreen(bool above) override;
+  void setHiddenFromCapture(bool hidden) override;
+  std::unique_ptr<Popup> popup(std::unique_ptr<QWidget> content, const QRect& beside,
+                               const PopupStyle& style) override;
+  void openMenu(QMenu& menu, const QRect& beside) override;
 
   void setComposited(bool isComposited);
 

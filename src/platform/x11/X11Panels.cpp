@@ -33,6 +33,10 @@ std::unique_ptr<Panel> X11Panels::make(std::unique_ptr<QWidget> content) {
   return panel;
 }
 
+Capability X11Panels::captureProtection() const {
+  return Capability::no(tr("On X11 no window can be left out of pictures of the screen."));
+}
+
 // A compositor that blurs says so by a property of the root window, or in the list of what it supports.
 bool X11Panels::readAnnouncement() const {
   const xcb_atom_t blur = events_.atom(X11Atom::KdeBlurBehind);

@@ -15,6 +15,7 @@ class X11Panels final : public Panels {
   std::unique_ptr<Panel> make(std::unique_ptr<QWidget> content) override;
   bool isComposited() const override { return isComposited_; }
   bool canBlur() const override { return isComposited_ && announcesBlur_; }
+  Capability captureProtection() const override;
 
  private:
   bool readAnnouncement() const;

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QRectF>
+#include <QString>
+
+namespace tarnwick {
+
+/// Where the pointer is, as far as a dock must know.
+struct PointerZones {
+  bool inside = false;      ///< Over the panel, or close to it.
+  bool bottomEdge = false;  ///< At the bottom edge of the panel's screen.
+  bool topEdge = false;     ///< At the top edge.
+
+  bool operator==(const PointerZones&) const = default;
+};
+
+/// What to watch on one screen. Desktop coordinates.
+struct ZoneRequest {
+  QString screen;          ///< Screen::id
+  QRectF panel;            ///< Where the dock stands when it is shown.
+  double triggerSize = 3;  ///< How thick the edges are.
+
+  bool operator==(const ZoneRequest&) const = default;
+};
+
+/// Tells when the pointer enters and leaves the zones of the docks. Driven by the pointer's own events, never by
+/// looking again; motion within a zone is not reported. Nothing else in the program asks where the pointer is.
+class ZoneSensor : public QObject {
+  Q_OBJECT
+ public:
+  /// Replaces what is watched; an empty list ends all listening. The zones are up to date when the call returns.
+  virtual void watch(const QList<ZoneRequest>& requests) = 0;
+  virtual PointerZones zones(const QString& screen) const = 0;
+  /// Whether something is being dragged, by any program.
+  virtual bool isDragging() const = 0;
+
+ Q_SIGNALS:
+  void changed();
+};
+
+}  // namespace tarnwick
