@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 
+#include "app/Autostart.h"
 #include "apps/AppActivation.h"
 #include "base/DomainError.h"
 #include "platform/dbus/DBusSessionApplication.h"
@@ -10,6 +11,7 @@
 #include "platform/dbus/DesktopToggles.h"
 #include "platform/dbus/LoginSessionEvents.h"
 #include "platform/linux/LinuxSystemCounters.h"
+#include "platform/linux/ProcessCommandLine.h"
 #include "platform/x11/X11ClientWindows.h"
 #include "platform/x11/X11Events.h"
 #include "platform/x11/X11HotKeys.h"
@@ -33,7 +35,7 @@ Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment)
 
   installedApps_ = std::make_unique<InstalledApps>(AppEnvironment::ofProcess(), scheduler_);
   const RunningApplications::Self self{QStringLiteral("com.brindlemoor.Tarnwick"), QCoreApplication::applicationPid()};
-  runningApplications_ = std::make_unique<RunningApplications>(*windows_, *installedApps_, self);
+  runningApplications_ = std::make_unique<RunningApplications>(*windows_, *installedApps_, self, &processCommandLine);
   notifications_ = std::make_unique<DesktopNotifications>(QDBusConnection::sessionBus());
   sessionEvents_ = std::make_unique<LoginSessionEvents>(QDBusConnection::systemBus());
   session_ = std::make_unique<DBusSessionApplication>();
@@ -65,6 +67,8 @@ DelegateSetup Adapters::delegateSetup() {
   setup.hotKeys = hotKeys_.get();
   setup.session = session_.get();
   setup.events = sessionEvents_.get();
+  setup.executable = QCoreApplication::applicationFilePath();
+  setup.autostartFile = Autostart::path();
   setup.toggles = toggles_.get();
   setup.applications = runningApplications_.get();
   setup.icons = [this](const DockApp& app, int size, double ratio) { return icons().pixmap(app.icon, size, ratio); };

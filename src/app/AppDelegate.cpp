@@ -7,12 +7,15 @@
 #include <QUrl>
 #include <algorithm>
 
+#include "app/Autostart.h"
 #include "app/ExitGuards.h"
 #include "app/HotKeyTable.h"
 #include "app/MessageLine.h"
 #include "app/SingleInstance.h"
 #include "app/StatusItem.h"
+#include "base/DomainError.h"
 #include "views/dock/LiveDock.h"
+#include "views/theme/WindowPalette.h"
 
 namespace tarnwick {
 
@@ -47,6 +50,7 @@ void AppDelegate::didFinishLaunching() {
   afterFirstFrame_ = store_->scheduler().after(kAfterFirstFrame, [this] {
     setup_.toggles->start();
     followRunningApps();
+    applyAutostart();
   });
 }
 
@@ -70,6 +74,7 @@ void AppDelegate::listenToTheSession() {
   // The session's manager asks every program to save before it ends the session.
   connect(qApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager&) { store_->save(); });
   connect(qApp, &QCoreApplication::aboutToQuit, this, &AppDelegate::willTerminate);
+  connect(setup_.toggles, &Toggles::changed, this, &AppDelegate::applyAppearance);
   if (setup_.events) connect(setup_.events, &SessionEvents::ending, this, &AppDelegate::quit);
   if (!setup_.session) return;
   connect(setup_.session, &SessionApplication::activated, this, &AppDelegate::reopen);
@@ -93,6 +98,7 @@ void AppDelegate::quit() {
 void AppDelegate::layoutDidChange() {
   dock_->refresh();
   followRunningApps();
+  applyAutostart();
   applyAppearance();
   setupHotKeys();
   if (status_) {
@@ -115,9 +121,21 @@ void AppDelegate::followRunningApps() {
 }
 
 void AppDelegate::applyAppearance() {
-  // Panels follow the dock's style; windows take the palette from here once there are any.
+  // Panels follow the dock's style; menus and windows follow this.
   const QString& wanted = store_->config().appAppearance;
-  qApp->setProperty("tarnwickAppearance", wanted == "dark"_L1 || wanted == "light"_L1 ? wanted : QString());
+  const ToggleState desktop = setup_.toggles->state(Toggle::DarkMode);
+  const bool dark = wanted == "dark"_L1 || (wanted != "light"_L1 && desktop.on);
+  if (isDark_ == dark) return;
+  isDark_ = dark;
+  QApplication::setPalette(windowPalette(dark));
+}
+
+void AppDelegate::applyAutostart() {
+  try {
+    Autostart::apply(store_->config().launchAtLogin, setup_.executable, setup_.autostartFile);
+  } catch (const DomainError& failure) {
+    store_->setError(failure.message());
+  }
 }
 
 void AppDelegate::perform(const Order& order) {

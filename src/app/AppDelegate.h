@@ -34,6 +34,7 @@ struct DelegateSetup {
   std::function<void(quint64 application)> bringApplication;
   RunningApplications* applications = nullptr;
   QString executable;
+  QString autostartFile;  ///< Where the login entry stands.
   /// Whether exit guards are installed; a test that runs the program in its own process keeps its signals.
   bool guards = true;
 };
@@ -74,6 +75,7 @@ class AppDelegate : public QObject {
   std::unique_ptr<DockContent> makeContent(const QString& display);
   void followRunningApps();
   void applyAppearance();
+  void applyAutostart();
   void hotKeyPressed(quint32 identifier);
   void selectProfileAt(int index);
   void layoutDidChange();
@@ -89,6 +91,7 @@ class AppDelegate : public QObject {
   std::unique_ptr<ExitGuards> guards_;
   JobHandle afterFirstFrame_;
   QString shortcutSignature_;
+  std::optional<bool> isDark_;
   bool down_ = false;
 };
 

@@ -2,6 +2,7 @@
 
 #include <QTemporaryDir>
 
+#include "app/Autostart.h"
 #include "app/CommandLine.h"
 #include "app/FixtureConfig.h"
 #include "app/HotKeyTable.h"
@@ -102,6 +103,27 @@ TEST(FixtureConfig, IsWrittenWholeOrRefused) {
   const std::string said = testing::internal::GetCapturedStderr();
   EXPECT_TRUE(said.starts_with("could not write " + path.toStdString() + "/below a file: ")) << said;
   EXPECT_TRUE(said.ends_with("\n"));
+}
+
+TEST(Autostart, WritesItsEntryOnceAndTakesItAway) {
+  QTemporaryDir folder;
+  const QString file = folder.filePath(u"autostart/entry.desktop"_s);
+  const auto exec = [&] {
+    QFile in(file);
+    EXPECT_TRUE(in.open(QIODevice::ReadOnly));
+    for (const QByteArray& line : in.readAll().split('\n')) {
+      if (line.startsWith("Exec=")) return QString::fromUtf8(line.mid(5));
+    }
+    return QString();
+  };
+  Autostart::apply(false, u"/opt/tarnwick"_s, file);
+  EXPECT_FALSE(QFile::exists(folder.filePath(u"autostart"_s)));
+  Autostart::apply(true, u"/opt/my $dock%/tarnwick"_s, file);
+  EXPECT_EQ(exec(), u"\"/opt/my \\\\$dock%%/tarnwick\""_s);
+  Autostart::apply(true, u"/opt/tarnwick"_s, file);
+  EXPECT_EQ(exec(), u"\"/opt/tarnwick\""_s);
+  Autostart::apply(false, u"/opt/tarnwick"_s, file);
+  EXPECT_FALSE(QFile::exists(file));
 }
 
 }  // namespace
