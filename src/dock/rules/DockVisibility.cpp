@@ -1,0 +1,66 @@
+#include "dock/rules/DockVisibility.h"
+
+namespace tarnwick {
+namespace {
+
+using Surroundings = DockVisibility::Surroundings;
+
+DockVisibility revealedAtEdge(DockVisibility state, const Surroundings& around, double now) {
+  state.edgeSince = state.edgeSince.value_or(now);
+  if (now - *state.edgeSince >= around.showDelay) {
+    state.visible = true;
+    state.lastInteraction = now;
+  } else if (state.visible && around.interacting) {
+    state.lastInteraction = now;
+  }
+  return state;
+}
+
+DockVisibility revealedAwayFromEdge(DockVisibility state, const Surroundings& around, double now) {
+  state.edgeSince.reset();
+  if (!state.visible) return state;
+  if (around.interacting) {
+    state.lastInteraction = now;
+  } else {
+    state.visible = state.lastInteraction && now - *state.lastInteraction < around.hideDelay;
+  }
+  return state;
+}
+
+}  // namespace
+
+bool DockVisibility::reveals(DockLayout layout) {
+  switch (layout) {
+    case DockLayout::RevealBottom:
+    case DockLayout::RevealTop:
+    case DockLayout::ReplaceAutoHide:
+      return true;
+    case DockLayout::Swap:
+    case DockLayout::Fixed:
+    case DockLayout::Replace:
+    case DockLayout::Floating:
+      return false;
+  }
+  return false;
+}
+
+bool DockVisibility::atEdge(DockLayout layout, const PointerZones& zones) {
+  return layout == DockLayout::RevealTop ? zones.topEdge : zones.bottomEdge;
+}
+
+DockVisibility DockVisibility::next(const DockVisibility& old, const Surroundings& around, double now) {
+  if (around.covered) return {};
+  if (reveals(around.layout)) {
+    return around.atEdge ? revealedAtEdge(old, around, now) : revealedAwayFromEdge(old, around, now);
+  }
+  DockVisibility state = old;
+  state.visible = around.layout != DockLayout::Swap || !around.atEdge;
+  return state;
+}
+
+bool DockVisibility::needsTimer(const Surroundings& around) const {
+  if (around.covered || !reveals(around.layout)) return false;
+  return around.atEdge ? !visible : visible && !around.interacting;
+}
+
+}  // namespace tarnwick
