@@ -11,6 +11,7 @@
 #include "config/Reordering.h"
 #include "config/SaveSchedule.h"
 #include "config/SettingsLoader.h"
+#include "dock/rules/ProfileRules.h"
 #include "store/DocumentEdits.h"
 #include "widgets/catalog/Catalog.h"
 
@@ -128,7 +129,7 @@ void AppStore::heartbeat() {
 
   sampleServices();
   recordClipboard();
-  services_.profiles->applyRules(moment);
+  applyProfileRules(moment);
   services_.timers->advance(moment);
   if (deferredApps_ && moment >= runningAppsHeldUntil_) apply(QList<RunningApp>(*deferredApps_));
 
@@ -286,6 +287,13 @@ void AppStore::selectProfile(const QUuid& id) {
 void AppStore::selectProfile(const QUuid& id, const QString& display) {
   if (!isPinned(display)) return selectProfile(id);
   pinDisplay(display, id);
+}
+
+void AppStore::applyProfileRules(const QDateTime& at) {
+  if (!config_.desktop || config_.desktop->profileRules.isEmpty()) return;
+  const auto wanted =
+      ProfileRules::matching(config_.desktop->profileRules, config_.profiles, ProfileRules::components(at));
+  if (wanted && *wanted != profile().id) selectProfile(*wanted);
 }
 
 void AppStore::pinDisplay(const QString& display, const std::optional<QUuid>& profile) {

@@ -96,6 +96,8 @@ class AppStore : public QObject {
   void newProfile(const QString& name, bool duplicate);
   void selectProfile(const QUuid& id);
   void selectProfile(const QUuid& id, const QString& display);
+  /// Activates the profile of the first rule that holds at this moment. Runs on every beat.
+  void applyProfileRules(const QDateTime& at);
   void pinDisplay(const QString& display, const std::optional<QUuid>& profile);
   void deleteProfile(const QUuid& id);
   void addTodo(const QString& text);

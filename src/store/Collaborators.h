@@ -93,11 +93,6 @@ struct TimerAdvance {
   virtual void advance(const QDateTime& now) { Q_UNUSED(now) }
 };
 
-struct ProfileSwitching {
-  virtual ~ProfileSwitching() = default;
-  virtual void applyRules(const QDateTime& now) { Q_UNUSED(now) }
-};
-
 struct ClipboardKeeping {
   virtual ~ClipboardKeeping() = default;
   /// Grows with every change of the clipboard.
@@ -144,7 +139,6 @@ struct Collaborators {
   std::unique_ptr<CalendarReadings> calendar = std::make_unique<CalendarReadings>();
   std::unique_ptr<NativeProductivity> productivity = std::make_unique<NativeProductivity>();
   std::unique_ptr<TimerAdvance> timers = std::make_unique<TimerAdvance>();
-  std::unique_ptr<ProfileSwitching> profiles = std::make_unique<ProfileSwitching>();
   std::unique_ptr<ClipboardKeeping> clipboard = std::make_unique<ClipboardKeeping>();
   std::unique_ptr<CredentialKeeping> credentials = std::make_unique<CredentialKeeping>();
   std::unique_ptr<RemoteRefresh> remote = std::make_unique<RemoteRefresh>();

@@ -6,6 +6,7 @@
 
 #include "base/DomainError.h"
 #include "base/Text.h"
+#include "config/DockConfiguration.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
@@ -23,7 +24,7 @@ void keepRunningState(DockWidget& widget, const DockWidget& stored) {
   static const std::array keys{
       u"deadline"_s,     u"remaining"_s,    u"started"_s, u"elapsed"_s, u"phase"_s,
       u"sessions"_s,     u"lastReminder"_s, u"glasses"_s, u"day"_s,     u"lastWallpaperChange"_s,
-      u"completedDays"_s};
+      u"completedDays"_s, u"history"_s};
   for (const QString& key : keys) {
     const auto current = stored.options.constFind(key);
     if (current == stored.options.constEnd()) {
@@ -95,6 +96,8 @@ WidgetEditor::Outcome WidgetEditor::save(const DockWidget& edited, const DockWid
   if (family == "timer"_L1 && widget.kind != "stopwatch"_L1) checkDuration(widget, stored);
   if (family == "water"_L1) checkGoal(widget);
   if (isConnected) checkEndpoint(widget);
+  // One entry that the document refuses would keep every later change from being saved, so it is refused here.
+  DockConfiguration::validated(widget);
 
   const bool showsWeather =
       family == "weather"_L1 || (widget.kind == "todayClock"_L1 && !widget.options.value(u"city"_s).isEmpty());

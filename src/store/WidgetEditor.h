@@ -33,8 +33,8 @@ struct WidgetEditor {
 
   /// `edited` is the form's widget, `stored` the same widget as the store holds it now, `credentialChanged` whether the
   /// user touched the credential field. What the tile counts by itself (a running deadline, glasses drunk) is taken
-  /// from `stored`: it may have moved on while the form was open. Throws DomainError with the sentence that the form
-  /// shows; then nothing is to be stored.
+  /// from `stored`: it may have moved on while the form was open. What the settings document would refuse is
+  /// refused here. Throws DomainError with the sentence that the form shows; then nothing is to be stored.
   static Outcome save(const DockWidget& edited, const DockWidget& stored, bool credentialChanged, const Hooks& hooks);
 };
 

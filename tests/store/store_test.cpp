@@ -306,6 +306,36 @@ TEST_F(StoreTest, ClaudeTilesAreReadOftenAndTheClipboardOnlyWhenItChanged) {
   EXPECT_EQ(journal.count(u"clipboard"_s), 1);
 }
 
+TEST_F(StoreTest, ARuleHoldsItsProfileAgainstAHandUntilItsWindowEnds) {
+  start();  // A Tuesday, 10:24.
+  store->newProfile(u"Work"_s, false);
+  const QUuid everyday = store->config().profiles[0].id;
+  const QUuid work = store->config().profiles[1].id;
+  store->selectProfile(everyday);
+  store->edit([&](DockConfiguration& config) {
+    ProfileRule rule;
+    rule.id = QUuid::createUuid();
+    rule.profileID = work;
+    rule.trigger = ProfileRule::Trigger::Schedule;
+    rule.enabled = true;
+    rule.days = {3};
+    rule.startMinutes = 10 * 60 + 25;
+    rule.endMinutes = 10 * 60 + 27;
+    config.desktop.emplace().profileRules = {rule};
+  });
+  time.advance(59);
+  EXPECT_EQ(store->config().activeProfileID, everyday);
+  time.advance(2);
+  EXPECT_EQ(store->config().activeProfileID, work);
+  store->selectProfile(everyday);
+  time.advance(1);
+  EXPECT_EQ(store->config().activeProfileID, work);
+  time.advance(120);
+  store->selectProfile(everyday);
+  time.advance(5);
+  EXPECT_EQ(store->config().activeProfileID, everyday);
+}
+
 TEST_F(StoreTest, SleepSavesAndWakingRefreshesAtOnce) {
   start();
   store->edit([](DockConfiguration& config) { config.scale = 0.9; });
