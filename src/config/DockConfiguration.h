@@ -57,6 +57,8 @@ struct DockConfiguration {
   /// for the first fault that can't. Runs on every load and every save. After a throw the value may be repaired in
   /// part.
   void validate();
+  /// A widget as it would leave validation alone in a new configuration. Throws like `validate`.
+  static DockWidget validated(const DockWidget& widget);
 
   DesktopOptions desktopOptions() const { return desktop.value_or(DesktopOptions()); }
   /// The index of the active profile; 0 when it is unknown.

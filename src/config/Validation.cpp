@@ -146,4 +146,11 @@ void DockConfiguration::validate() {
   cut(shelf, kMostShelved);
 }
 
+DockWidget DockConfiguration::validated(const DockWidget& widget) {
+  DockConfiguration alone;
+  alone.profiles.first().widgets = {widget};
+  alone.validate();
+  return alone.profiles.constFirst().widgets.constFirst();
+}
+
 }  // namespace tarnwick

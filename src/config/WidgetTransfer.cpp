@@ -34,10 +34,7 @@ DockWidget WidgetTransfer::decode(const QString& text) {
   if (!json) {
     throw DomainError::invalid(QCoreApplication::translate("WidgetTransfer", "Invalid widget transfer."));
   }
-  DockConfiguration alone;
-  alone.profiles.first().widgets = {RecordCodec::fromBytes<DockWidget>(*json)};
-  alone.validate();
-  return alone.profiles.constFirst().widgets.constFirst();
+  return DockConfiguration::validated(RecordCodec::fromBytes<DockWidget>(*json));
 }
 
 }  // namespace tarnwick

@@ -47,30 +47,12 @@ class Mutator {
   }
 
   QByteArray token() {
-    static const std::array<QByteArray, 24> tokens{"null",
-                                                   "true",
-                                                   "0",
-                                                   "-1",
-                                                   "1e308",
-                                                   "1e309",
-                                                   "-1e999",
-                                                   "99999999999999999999",
-                                                   "0.1e-400",
-                                                   "4294967296",
-                                                   "\"\"",
-                                                   "\"x\"",
-                                                   "\"1e12\"",
-                                                   "\"\\ud800\"",
-                                                   "\"\\u0000\"",
-                                                   "[]",
-                                                   "[1,2]",
-                                                   "{}",
-                                                   "{\"token\":\"x\"}",
-                                                   "[[[]]]",
-                                                   "\"\xff\"",
-                                                   "\"\xed\xa0\x80\"",
-                                                   "\"\xc0\x80\"",
-                                                   "-0.0"};
+    // clang-format off
+    static const std::array<QByteArray, 24> tokens{
+        "null", "true", "0", "-1", "-0.0", "1e308", "1e309", "-1e999", "99999999999999999999", "0.1e-400", "4294967296",
+        "\"\"", "\"x\"", "\"1e12\"", "\"\\ud800\"", "\"\\u0000\"", "\"\xff\"", "\"\xed\xa0\x80\"", "\"\xc0\x80\"",
+        "[]", "[1,2]", "[[[]]]", "{}", "{\"token\":\"x\"}"};
+    // clang-format on
     if (below(40) == 0) return QByteArray(2000, below(2) ? '[' : '{');
     return tokens[below(tokens.size())];
   }
@@ -103,30 +85,16 @@ class Mutator {
 
   void spoilOnce(QByteArray& json) {
     if (json.isEmpty()) return;
-    switch (below(8)) {
-      case 0: {
-        const qsizetype at = std::min(place(json), json.size() - 1);
-        json[at] = static_cast<char>(json[at] ^ (1 << below(8)));
-        break;
-      }
-      case 1:
-        json.insert(place(json), token());
-        break;
-      case 2:
-        json.remove(place(json), static_cast<qsizetype>(below(30)));
-        break;
-      case 3:
-        json.insert(place(json), json.mid(place(json), static_cast<qsizetype>(below(60))));
-        break;
-      case 4:
-        json.truncate(place(json));
-        break;
-      case 5:
-        doubleKey(json);
-        break;
-      default:
-        swapValue(json);
-    }
+    const qsizetype at = place(json);
+    const auto length = [this](size_t most) { return static_cast<qsizetype>(below(most)); };
+    const size_t way = below(8);
+    if (way == 0 && at < json.size()) json[at] = static_cast<char>(json[at] ^ (1 << below(8)));
+    if (way == 1) json.insert(at, token());
+    if (way == 2) json.remove(at, length(30));
+    if (way == 3) json.insert(at, json.mid(place(json), length(60)));
+    if (way == 4) json.truncate(at);
+    if (way == 5) doubleKey(json);
+    if (way > 5) swapValue(json);
   }
 
   std::mt19937 random_;

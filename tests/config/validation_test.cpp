@@ -4,8 +4,8 @@
 #include <functional>
 #include <limits>
 
-#include "base/FileTestSupport.h"
 #include "config/DockConfiguration.h"
+#include "support/FileTest.h"
 
 namespace tarnwick {
 namespace {
@@ -21,28 +21,40 @@ DockWidget widget(const QString& kind = u"cpu"_s, const QMap<QString, QString>& 
 
 DockProfile profile(const QString& name, qsizetype widgets = 0) {
   DockProfile made{QUuid::createUuid(), name, {}};
-  for (qsizetype i = 0; i < widgets; ++i) made.widgets.append(widget());
-  return made;
-}
-
-QList<DockProfile> profiles(qsizetype count) {
-  QList<DockProfile> made;
-  for (qsizetype i = 0; i < count; ++i) made.append(profile(u"p"_s));
+  while (made.widgets.size() < widgets) made.widgets.append(widget());
   return made;
 }
 
 using Change = std::function<void(DockConfiguration&)>;
 
-Change option(const QString& key, const QString& value) {
-  return [=](DockConfiguration& c) { c.profiles[0].widgets[0].options.insert(key, value); };
+Change profiles(qsizetype count) {
+  return [=](DockConfiguration& c) {
+    c.profiles.clear();
+    while (c.profiles.size() < count) c.profiles.append(profile(u"p"_s));
+  };
+}
+
+Change options(const QMap<QString, QString>& values) {
+  return [=](DockConfiguration& c) { c.profiles[0].widgets[0].options = values; };
 }
 
 Change position(const QList<double>& value) {
   return [=](DockConfiguration& c) { c.floatingPositions.insert(u"d"_s, value); };
 }
 
+Change size(double DockConfiguration::*member, double value) {
+  return [=](DockConfiguration& c) { c.*member = value; };
+}
+
 Change timing(double DesktopOptions::*member, double value) {
   return [=](DockConfiguration& c) { c.desktop.emplace().*member = value; };
+}
+
+Change both(const Change& first, const Change& second) {
+  return [=](DockConfiguration& c) {
+    first(c);
+    second(c);
+  };
 }
 
 TEST(Validation, StopsAtTheFirstFault) {
@@ -58,14 +70,9 @@ TEST(Validation, StopsAtTheFirstFault) {
   } cases[] = {
       {[](auto&) {}, ""},
       {[](auto& c) { c.schema = 2; }, kCount},
-      {[](auto& c) { c.profiles.clear(); }, kCount},
-      {[](auto& c) { c.profiles = profiles(20); }, ""},
-      {[](auto& c) {
-         c.profiles = profiles(21);
-         c.profiles[0].name.clear();
-         c.scale = kNaN;
-       },
-       kCount},
+      {profiles(0), kCount},
+      {profiles(20), ""},
+      {both(profiles(21), size(&DockConfiguration::scale, kNaN)), kCount},
       {[](auto& c) {
          c.profiles.append(c.profiles[0]);
          c.profiles[0].name.clear();
@@ -81,39 +88,24 @@ TEST(Validation, StopsAtTheFirstFault) {
        },
        "Invalid widget identity or type: ram"},
       {[](auto& c) { c.profiles[0].widgets[1].kind = u"Cpu"_s; }, "Invalid widget identity or type: Cpu"},
-      {option(u"token"_s, {}), kSecret},
-      {option(u"apiKey"_s, u"x"_s), kSecret},
-      {option(u"password"_s, u"x"_s), kSecret},
-      {option(u"secret"_s, u"x"_s), kSecret},
-      {option(u"Token"_s, u"x"_s), ""},
-      {option(u"minutes"_s, {}), ""},
-      {option(u"minutes"_s, u"999999999999"_s), ""},
-      {option(u"deadline"_s, u"1.5e3"_s), ""},
-      {option(u"minutes"_s, u"abc"_s), "Invalid numeric value for minutes."},
-      {option(u"glasses"_s, u"-1"_s), "Invalid numeric value for glasses."},
-      {option(u"standingMinutes"_s, u"1e12"_s), "Invalid numeric value for standingMinutes."},
-      {option(u"goal"_s, u"inf"_s), "Invalid numeric value for goal."},
-      {option(u"interval"_s, u"nan"_s), "Invalid numeric value for interval."},
-      {option(u"interval"_s, u" 5"_s), "Invalid numeric value for interval."},
-      {option(u"volume"_s, u"loud"_s), ""},
+      {options({{u"token"_s, {}}}), kSecret},
+      {options({{u"apiKey"_s, u"x"_s}}), kSecret},
+      {options({{u"password"_s, u"x"_s}}), kSecret},
+      {options({{u"secret"_s, u"x"_s}}), kSecret},
+      {options({{u"Token"_s, u"x"_s}, {u"volume"_s, u"loud"_s}}), ""},
+      {options({{u"minutes"_s, {}}, {u"goal"_s, u"999999999999"_s}, {u"deadline"_s, u"1.5e3"_s}}), ""},
+      {options({{u"minutes"_s, u"abc"_s}}), "Invalid numeric value for minutes."},
+      {options({{u"glasses"_s, u"-1"_s}}), "Invalid numeric value for glasses."},
+      {options({{u"standingMinutes"_s, u"1e12"_s}}), "Invalid numeric value for standingMinutes."},
+      {options({{u"interval"_s, u"nan"_s}}), "Invalid numeric value for interval."},
       // The faults of one widget come in a fixed order, before those of the next.
-      {[](auto& c) {
-         c.profiles[0].widgets[0].options = {
-             {u"elapsed"_s, u"x"_s}, {u"minutes"_s, u"x"_s}, {u"cycleLength"_s, u"x"_s}};
-         c.profiles[0].widgets[1].kind = u"?"_s;
-       },
+      {both(options({{u"elapsed"_s, u"x"_s}, {u"minutes"_s, u"x"_s}, {u"cycleLength"_s, u"x"_s}}),
+            [](auto& c) { c.profiles[0].widgets[1].kind = u"?"_s; }),
        "Invalid numeric value for minutes."},
-      {[](auto& c) {
-         c.profiles[0].widgets[0].options = {{u"goal"_s, u"x"_s}, {u"token"_s, u"x"_s}};
-       },
-       kSecret},
-      {[](auto& c) { c.scale = kInfinity; }, kSize},
-      {[](auto& c) { c.spacing = kNaN; }, kSize},
-      {[](auto& c) {
-         c.edgeGap = -kInfinity;
-         c.floatingPositions.insert(u"d"_s, {});
-       },
-       kSize},
+      {options({{u"goal"_s, u"x"_s}, {u"token"_s, u"x"_s}}), kSecret},
+      {size(&DockConfiguration::scale, kInfinity), kSize},
+      {size(&DockConfiguration::spacing, kNaN), kSize},
+      {both(size(&DockConfiguration::edgeGap, -kInfinity), position({})), kSize},
       {timing(&DesktopOptions::revealShowDelay, kNaN), kTiming},
       {timing(&DesktopOptions::revealHideDelay, kInfinity), kTiming},
       {timing(&DesktopOptions::triggerSize, kNaN), kTiming},
@@ -138,53 +130,30 @@ TEST(Validation, RepairsWhatItCan) {
   c.profiles[1].widgets = {widget(u"notesLatest"_s, {{u"text"_s, u"mine"_s}}),
                            widget(u"notesLatest"_s, {{u"text"_s, {}}})};
   c.activeProfileID = QUuid::createUuid();
-  c.scale = 9;
-  c.spacing = -1;
-  c.edgeGap = 181;
-  for (int i = 0; i < 31; ++i) c.clipboard.append(QString::number(i));
-  for (int i = 0; i < 501; ++i) c.shelf.append(QString::number(i));
+  EXPECT_EQ(c.activeIndex(), 0);
+  std::tie(c.scale, c.spacing, c.edgeGap) = std::tuple(9, -1, 181);
+  c.clipboard = QStringList(30, u"kept"_s) << u"cut"_s;
+  c.shelf = QStringList(500, u"kept"_s) << u"cut"_s;
   c.todos.resize(1000);
+  DockConfiguration repaired = c;
+  repaired.profiles[1].widgets[0].kind = u"scratchNote"_s;
+  repaired.activeProfileID = c.profiles[0].id;
+  std::tie(repaired.scale, repaired.spacing, repaired.edgeGap) = std::tuple(1.6, 0, 180);
+  repaired.clipboard.removeLast();
+  repaired.shelf.removeLast();
+  repaired.desktop.emplace();
   c.validate();
-
-  EXPECT_EQ(c.profiles[0].name, u" a "_s);
-  EXPECT_EQ(c.profiles[1].widgets[0].kind, u"scratchNote"_s);
-  EXPECT_EQ(c.profiles[1].widgets[0].options.value(u"text"_s), u"mine"_s);
-  EXPECT_EQ(c.profiles[1].widgets[1].kind, u"notesLatest"_s);
-  EXPECT_EQ(c.activeProfileID, c.profiles[0].id);
-  EXPECT_EQ(c.scale, 1.6);
-  EXPECT_EQ(c.spacing, 0);
-  EXPECT_EQ(c.edgeGap, 180);
-  EXPECT_EQ(c.desktop, DesktopOptions());
-  EXPECT_EQ(c.clipboard.size(), 30);
-  EXPECT_EQ(c.clipboard.last(), u"29"_s);
-  EXPECT_EQ(c.shelf.size(), 500);
-  EXPECT_EQ(c.todos.size(), 1000);
+  EXPECT_TRUE(c == repaired);
 
   c.activeProfileID = c.profiles[1].id;
-  c.desktop->revealShowDelay = -1;
-  c.desktop->revealHideDelay = 6;
-  c.desktop->triggerSize = 0;
-  c.desktop->backgroundBlur = 500;
-  c.validate();
   EXPECT_EQ(c.activeIndex(), 1);
-  EXPECT_EQ(c.desktop->revealShowDelay, 0);
-  EXPECT_EQ(c.desktop->revealHideDelay, 5);
-  EXPECT_EQ(c.desktop->triggerSize, 1);
-  EXPECT_EQ(c.desktop->backgroundBlur, 500);
-}
-
-TEST(Configuration, AnswersWhatIsDerivedFromIt) {
-  DockConfiguration c;
-  c.profiles = profiles(3);
-  EXPECT_EQ(c.activeIndex(), 0);
-  c.activeProfileID = QUuid::createUuid();
-  EXPECT_EQ(c.activeIndex(), 0);
-  EXPECT_EQ(c.desktopOptions(), DesktopOptions());
-
-  const DockWidget w =
-      widget(u"cpu"_s, {{u"goal"_s, u"2.5"_s}, {u"bad"_s, u"2 "_s}, {u"big"_s, u"1e999"_s}, {u"none"_s, {}}});
-  EXPECT_EQ(w.number(u"goal"_s, 8), 2.5);
-  for (const auto& key : {u"bad"_s, u"big"_s, u"none"_s, u"absent"_s}) EXPECT_EQ(w.number(key, 8), 8);
+  c.desktop->backgroundBlur = 500;
+  std::tie(c.desktop->revealShowDelay, c.desktop->revealHideDelay, c.desktop->triggerSize) = std::tuple(-1, 6, 0);
+  repaired = c;
+  std::tie(repaired.desktop->revealShowDelay, repaired.desktop->revealHideDelay, repaired.desktop->triggerSize) =
+      std::tuple(0, 5, 1);
+  c.validate();
+  EXPECT_TRUE(c == repaired);
 }
 
 TEST(Configuration, ChoosesTheScaleOfTemperatures) {

@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <csignal>
 
@@ -25,23 +26,29 @@ std::string failureOf(Work work) {
   return {};
 }
 
+/// Writes a file in place, with the folders above it.
+inline void writeFile(const QString& path, const QByteArray& data) {
+  QDir().mkpath(QFileInfo(path).path());
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate)) << path.toStdString();
+  ASSERT_EQ(file.write(data), data.size());
+}
+
 /// While it lives, permissions bind even when the tests run as root.
 class AsPlainUser {
  public:
   explicit AsPlainUser(const QString& owned) : root_(::geteuid() == 0) {
+    constexpr uid_t kNobody = 65534;
     if (!root_) return;
     EXPECT_EQ(::chown(QFile::encodeName(owned).constData(), kNobody, kNobody), 0);
     EXPECT_EQ(::seteuid(kNobody), 0);
   }
-  AsPlainUser(const AsPlainUser&) = delete;
-  AsPlainUser& operator=(const AsPlainUser&) = delete;
+  Q_DISABLE_COPY_MOVE(AsPlainUser)
   ~AsPlainUser() {
-    if (!root_) return;
-    EXPECT_EQ(::seteuid(0), 0);
+    EXPECT_TRUE(!root_ || ::seteuid(0) == 0);
   }
 
  private:
-  static constexpr uid_t kNobody = 65534;
   bool root_;
 };
 
@@ -54,8 +61,7 @@ class AsFullDisk {
     const rlimit limited{bytes, before_.rlim_max};
     EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &limited), 0);
   }
-  AsFullDisk(const AsFullDisk&) = delete;
-  AsFullDisk& operator=(const AsFullDisk&) = delete;
+  Q_DISABLE_COPY_MOVE(AsFullDisk)
   ~AsFullDisk() {
     ::setrlimit(RLIMIT_FSIZE, &before_);
     ::signal(SIGXFSZ, signal_);
@@ -70,26 +76,21 @@ class AsFullDisk {
 class FolderTest : public testing::Test {
  protected:
   QString at(const QString& name) const { return folder_.filePath(name); }
+  QByteArray encoded(const QString& name) const { return QFile::encodeName(at(name)); }
   QStringList entries() const {
     return QDir(folder_.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
   }
-  void put(const QString& name, const QByteArray& data) const {
-    QFile file(at(name));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    ASSERT_EQ(file.write(data), data.size());
-  }
+  void put(const QString& name, const QByteArray& data) const { writeFile(at(name), data); }
   std::string content(const QString& name) const {
     QFile file(at(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "(unreadable)";
   }
   mode_t mode(const QString& name) const {
     struct stat status {};
-    ::stat(QFile::encodeName(at(name)).constData(), &status);
+    ::stat(encoded(name).constData(), &status);
     return status.st_mode & 07777;
   }
-  void setMode(const QString& name, mode_t mode) const {
-    ASSERT_EQ(::chmod(QFile::encodeName(at(name)).constData(), mode), 0);
-  }
+  void setMode(const QString& name, mode_t mode) const { ASSERT_EQ(::chmod(encoded(name).constData(), mode), 0); }
 
   QTemporaryDir folder_;
 };
