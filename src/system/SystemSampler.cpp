@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/ProbeCounters.h"
+
 namespace tarnwick {
 namespace {
 
@@ -28,6 +30,7 @@ MetricsSnapshot SystemSampler::sample(SystemCounters& counters, bool includingSl
   readMemory(counters.memory(), snapshot);
   readNetwork(counters.network(), now, snapshot);
   if (includingSlowReadings) {
+    ProbeCounters::count("diskCapacityRead");
     if (const auto disk = counters.disk()) lastDisk.emplace(disk->capacity - disk->available, disk->available);
     lastBattery = batteryCharge(counters);
   }

@@ -4,6 +4,7 @@
 #include <functional>
 #include <future>
 #include <optional>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -29,9 +30,14 @@ class SlowReading {
  private:
   void start() {
     std::packaged_task<std::optional<T>()> task(read_);
-    pending_ = task.get_future();
-    // Detached, for a volume that never answers must not keep the program from ending.
-    std::thread(std::move(task)).detach();
+    auto result = task.get_future();
+    try {
+      // Detached, for a volume that never answers must not keep the program from ending.
+      std::thread(std::move(task)).detach();
+      pending_ = std::move(result);
+    } catch (const std::system_error&) {
+      // No thread is to be had now: the value before stands, and the next question tries again.
+    }
   }
 
   void collect(std::chrono::microseconds patience) {
