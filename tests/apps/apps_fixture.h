@@ -3,13 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QEventLoop>
-#include <QFile>
+#include <QSaveFile>
 #include <QTemporaryDir>
-#include <QTimer>
-#include <functional>
 
 #include "apps/AppEnvironment.h"
+#include "support/Wait.h"
 
 namespace tarnwick::test {
 
@@ -17,31 +15,13 @@ using namespace Qt::StringLiterals;
 
 inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
 
-/// Runs the event loop until `done` holds, looking whenever `sender` emits. False when that takes far too long.
-template <class Sender, class Signal>
-bool waitFor(Sender* sender, Signal signal, const std::function<bool()>& done) {
-  if (done()) return true;
-  QEventLoop loop;
-  bool late = false;
-  QObject::connect(sender, signal, &loop, [&] {
-    if (done()) loop.quit();
-  });
-  QTimer::singleShot(30000, &loop, [&] {
-    late = true;
-    loop.quit();
-  });
-  loop.exec();
-  return !late;
-}
-
+/// Puts a file in its place at once, so that whoever watches the folder never sees half of it.
 inline void write(const QString& path, const QString& text) {
   QDir().mkpath(QFileInfo(path).path());
-  QFile file(path + ".part"_L1);
+  QSaveFile file(path);
   ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << path.toStdString();
   file.write(text.toUtf8());
-  file.close();
-  QFile::remove(path);
-  ASSERT_TRUE(file.rename(path)) << path.toStdString();
+  ASSERT_TRUE(file.commit()) << path.toStdString();
 }
 
 inline QString application(const QString& name, const QString& exec, const QString& more = {}) {

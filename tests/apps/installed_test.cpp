@@ -19,10 +19,9 @@ class InstalledAppsTest : public AppsTest {
     }
     return *apps_;
   }
-  bool waitUntil(const std::function<bool()>& done) { return waitFor(&apps(), &InstalledApps::changed, done); }
   void load() {
     apps().load();
-    ASSERT_TRUE(waitUntil([this] { return apps().loaded(); }));
+    ASSERT_TRUE(waitFor([this] { return apps().loaded(); }));
   }
   QStringList ids() {
     QStringList result;
@@ -61,7 +60,7 @@ TEST_F(InstalledAppsTest, FindsWhatIsInForceAndSortsItByName) {
 
   EXPECT_EQ(scans, 0) << "nothing may be read before somebody asks";
   EXPECT_TRUE(apps().all().isEmpty());
-  ASSERT_TRUE(waitUntil([this] { return apps().loaded(); }));
+  ASSERT_TRUE(waitFor([this] { return apps().loaded(); }));
   EXPECT_EQ(ids(), (QStringList{u"zebra"_s, u"both"_s, u"kde-konsole"_s}));
   EXPECT_EQ(apps().byId(u"both.desktop"_s)->name, u"Mine"_s);
   EXPECT_EQ(apps().byPath(system(u"both.desktop"_s))->path, own(u"both.desktop"_s));
@@ -77,21 +76,21 @@ TEST_F(InstalledAppsTest, NoticesWhatComesChangesAndGoes) {
   load();
   EXPECT_TRUE(ids().isEmpty());
   write(own(u"new.desktop"_s), application(u"New"_s, u"new"_s));
-  ASSERT_TRUE(waitUntil([this] { return ids() == QStringList{u"new"_s}; }));
+  ASSERT_TRUE(waitFor([this] { return ids() == QStringList{u"new"_s}; }));
 
   QFile file(own(u"new.desktop"_s));
   ASSERT_TRUE(file.open(QIODevice::Append));
   file.write("Name=Renamed\n");
   file.close();
-  ASSERT_TRUE(waitUntil([this] { return apps().byId(u"new"_s)->name == u"Renamed"_s; }));
+  ASSERT_TRUE(waitFor([this] { return apps().byId(u"new"_s)->name == u"Renamed"_s; }));
 
   write(own(u"sub/deep.desktop"_s), application(u"Deep"_s, u"deep"_s));
-  ASSERT_TRUE(waitUntil([this] { return ids().contains(u"sub-deep"_s); }));
+  ASSERT_TRUE(waitFor([this] { return ids().contains(u"sub-deep"_s); }));
   QFile::remove(own(u"new.desktop"_s));
-  ASSERT_TRUE(waitUntil([this] { return ids() == QStringList{u"sub-deep"_s}; }));
+  ASSERT_TRUE(waitFor([this] { return ids() == QStringList{u"sub-deep"_s}; }));
 
   write(root(u"config/mimeapps.list"_s), u"[Default Applications]\ntext/plain=sub-deep.desktop\n"_s);
-  ASSERT_TRUE(waitUntil([this] { return !apps().index()->defaults().lists.isEmpty(); }));
+  ASSERT_TRUE(waitFor([this] { return !apps().index()->defaults().lists.isEmpty(); }));
 }
 
 TEST_F(InstalledAppsTest, ReadsOnceForABurst) {
@@ -104,7 +103,7 @@ TEST_F(InstalledAppsTest, ReadsOnceForABurst) {
   while (manual.waiting() == 0) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   EXPECT_EQ(manual.waiting(), 1);
   manual.advance(1);
-  ASSERT_TRUE(waitUntil([this] { return ids().size() == 31; }));
+  ASSERT_TRUE(waitFor([this] { return ids().size() == 31; }));
   EXPECT_EQ(scans, 2);
   EXPECT_EQ(changes, 2);
 }
@@ -114,11 +113,11 @@ TEST_F(InstalledAppsTest, ReadsEntriesElsewhereWhenTheyAreAskedFor) {
   const QString path = root(u"home/Desktop/tool.desktop"_s);
   write(path, application(u"Tool"_s, u"tool"_s));
   EXPECT_FALSE(apps().byPath(path));
-  ASSERT_TRUE(waitUntil([&] { return apps().byPath(path).has_value(); }));
+  ASSERT_TRUE(waitFor([&] { return apps().byPath(path).has_value(); }));
   EXPECT_EQ(apps().byPath(path)->name, u"Tool"_s);
   EXPECT_TRUE(apps().all().isEmpty());
   write(path, application(u"Better Tool"_s, u"tool"_s));
-  ASSERT_TRUE(waitUntil([&] { return apps().byPath(path) && apps().byPath(path)->name == u"Better Tool"_s; }));
+  ASSERT_TRUE(waitFor([&] { return apps().byPath(path) && apps().byPath(path)->name == u"Better Tool"_s; }));
 }
 
 TEST_F(InstalledAppsTest, SaysNothingAfterItsEnd) {

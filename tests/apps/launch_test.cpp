@@ -1,12 +1,11 @@
 #include <unistd.h>
 
 #include <QDBusConnection>
-#include <QFileSystemWatcher>
 #include <QProcess>
 
 #include "apps/AppLaunch.h"
 #include "apps_fixture.h"
-#include "base/DomainError.h"
+#include "support/FileTest.h"
 
 namespace tarnwick::test {
 namespace {
@@ -25,13 +24,9 @@ class BusApplication : public QObject {
     note("action "_L1 + name, platform);
   }
 
- Q_SIGNALS:
-  void called();
-
  private:
   void note(const QString& call, const QVariantMap& platform) {
     calls << call + u' ' + platform.value(u"desktop-startup-id"_s).toString();
-    Q_EMIT called();
   }
 };
 
@@ -48,10 +43,9 @@ class LaunchTest : public AppsTest {
             "mv %1/out.part %1/out\n"_L1.arg(root(u"result"_s)));
     QDir().mkpath(root(u"result"_s));
     QProcessEnvironment variables;
-    variables.insert(u"PATH"_s, u"/usr/bin:/bin"_s);
-    variables.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
-    variables.insert(u"NOTIFY_SOCKET"_s, u"/run/notify"_s);
-    variables.insert(u"KEPT"_s, u"yes"_s);
+    for (const char* each : {"PATH=/usr/bin:/bin", "QT_QPA_PLATFORM=xcb", "NOTIFY_SOCKET=/run/notify", "KEPT=yes"}) {
+      variables.insert(QString::fromLatin1(each).section(u'=', 0, 0), QString::fromLatin1(each).section(u'=', 1));
+    }
     launchVariables = LaunchEnvironment::from(variables);
     launchVariables.remove({u"QT_QPA_PLATFORM"_s});
     entry.id = u"org.example.Report"_s;
@@ -61,24 +55,17 @@ class LaunchTest : public AppsTest {
 
   /// The lines that the started program wrote.
   QStringList reported() {
-    QFileSystemWatcher watcher({root(u"result"_s)});
-    const QString path = root(u"result/out"_s);
-    EXPECT_TRUE(waitFor(&watcher, &QFileSystemWatcher::directoryChanged, [&] { return QFile::exists(path); }));
-    QFile file(path);
+    QFile file(root(u"result/out"_s));
+    EXPECT_TRUE(waitFor([&] { return file.exists(); }));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
     const QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n');
     file.remove();
     return lines;
   }
 
-  QString messageOf(const LaunchRequest& request) {
-    AppLaunch launcher(environment, launchVariables);
-    try {
-      launcher.launch(entry, request);
-    } catch (const DomainError& error) {
-      return error.message();
-    }
-    return u"started"_s;
+  std::string failureFor(const QString& exec, const LaunchRequest& request = {}) {
+    entry.exec = exec;
+    return failureOf([&] { AppLaunch(environment, launchVariables).launch(entry, request); });
   }
 
   LaunchEnvironment launchVariables;
@@ -116,19 +103,15 @@ TEST_F(LaunchTest, StartsInASessionOfItsOwnWithoutOurVariables) {
 }
 
 TEST_F(LaunchTest, SaysWhyItCannotStart) {
-  entry.exec = u"gone --x"_s;
-  EXPECT_EQ(messageOf({}), u"“Report” could not be started: “gone” was not found."_s);
-  entry.exec = u"report"_s;
-  EXPECT_EQ(messageOf({.urls = {QUrl::fromLocalFile(u"/a"_s)}}), u"“Report” cannot open files."_s);
-  entry.exec = u"report %f"_s;
-  EXPECT_EQ(messageOf({.urls = {QUrl(u"https://example.org"_s)}}), u"“Report” can only open files on this computer."_s);
-  EXPECT_EQ(messageOf({.action = u"gone"_s}), u"“Report” does not offer this any more."_s);
-  entry.terminal = true;
-  EXPECT_EQ(messageOf({}), u"“Report” could not be started: no terminal was found."_s);
-  entry.terminal = false;
   program(u"broken"_s, u"#!/no/such/interpreter\n"_s);
-  entry.exec = u"broken"_s;
-  EXPECT_EQ(messageOf({}), u"“Report” could not be started."_s);
+  EXPECT_EQ(failureFor(u"broken"_s), "“Report” could not be started.");
+  EXPECT_EQ(failureFor(u"gone --x"_s), "“Report” could not be started: “gone” was not found.");
+  EXPECT_EQ(failureFor(u"report"_s, {.urls = {QUrl(u"file:///a"_s)}}), "“Report” cannot open files.");
+  EXPECT_EQ(failureFor(u"report %f"_s, {.urls = {QUrl(u"https://example.org"_s)}}),
+            "“Report” can only open files on this computer.");
+  EXPECT_EQ(failureFor(u"report"_s, {.action = u"gone"_s}), "“Report” does not offer this any more.");
+  entry.terminal = true;
+  EXPECT_EQ(failureFor(u"report"_s), "“Report” could not be started: no terminal was found.");
 }
 
 TEST_F(LaunchTest, AsksOverTheBusAndFallsBackOnTheCommand) {
@@ -150,7 +133,7 @@ TEST_F(LaunchTest, AsksOverTheBusAndFallsBackOnTheCommand) {
     launcher.launch(entry, {.startupId = u"one"_s});
     launcher.launch(entry, {.urls = {QUrl::fromLocalFile(u"/a b"_s)}, .startupId = u"two"_s});
     launcher.launch(entry, {.action = u"new"_s, .startupId = u"three"_s});
-    ASSERT_TRUE(waitFor(&application, &BusApplication::called, [&] { return application.calls.size() == 3; }));
+    ASSERT_TRUE(waitFor([&] { return application.calls.size() == 3; }));
     EXPECT_EQ(application.calls, (QStringList{u"activate one"_s, u"open file:///a%20b two"_s, u"action new three"_s}));
 
     entry.id = u"org.example.Nobody"_s;
@@ -161,7 +144,7 @@ TEST_F(LaunchTest, AsksOverTheBusAndFallsBackOnTheCommand) {
     QObject::connect(&launcher, &AppLaunch::failed, [&](const QString& text) { message = text; });
     entry.exec.clear();
     launcher.launch(entry);
-    ASSERT_TRUE(waitFor(&launcher, &AppLaunch::failed, [&] { return !message.isEmpty(); }));
+    ASSERT_TRUE(waitFor([&] { return !message.isEmpty(); }));
     EXPECT_EQ(message, u"“Report” could not be started."_s);
   }
   QDBusConnection::disconnectFromBus(u"service"_s);

@@ -23,10 +23,8 @@ class FakeWindows final : public ClientWindows {
 
   void open(quint64 id, const QString& applicationId, qint64 pid = 100, bool inTaskbar = true) {
     ClientWindow window;
-    window.id = id;
-    window.applicationId = applicationId;
-    window.pid = pid;
-    window.inTaskbar = inTaskbar;
+    std::tie(window.id, window.applicationId, window.pid, window.inTaskbar) =
+        std::tie(id, applicationId, pid, inTaskbar);
     windows << window;
     Q_EMIT changed();
   }
@@ -52,7 +50,7 @@ class RunningTest : public AppsTest {
   void load() {
     running->start();
     EXPECT_TRUE(running->list().isEmpty());
-    ASSERT_TRUE(waitFor(installed.get(), &InstalledApps::changed, [this] { return installed->loaded(); }));
+    ASSERT_TRUE(waitFor([this] { return installed->loaded(); }));
   }
   QStringList names() const {
     QStringList result;
@@ -123,9 +121,7 @@ TEST_F(RunningTest, KeepsTheIdentityWhenTheEntryIsInstalledLater) {
   const quint64 identity = running->list().at(0).identity;
   EXPECT_EQ(running->list().at(0).desktopId, QString());
   write(system(u"late.desktop"_s), application(u"Late Comer"_s, u"late"_s));
-  ASSERT_TRUE(waitFor(running.get(), &RunningApplications::changed, [this] {
-    return names() == QStringList{u"Late Comer"_s, u"Editor"_s};
-  }));
+  ASSERT_TRUE(waitFor([this] { return names() == QStringList{u"Late Comer"_s, u"Editor"_s}; }));
   EXPECT_EQ(running->list().at(0).identity, identity);
 }
 

@@ -1,11 +1,8 @@
 #include "platform_dbus/PrivateBus.h"
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
-#include <QDir>
-#include <QFile>
-#include <QTimer>
 #include <QUuid>
+
+#include "support/FileTest.h"
 
 namespace tarnwick {
 namespace {
@@ -22,12 +19,6 @@ constexpr auto kConfiguration = R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//D
 </busconfig>
 )"_L1;
 
-void write(const QString& path, const QString& text) {
-  QFile file(path);
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  file.write(text.toUtf8());
-}
-
 }  // namespace
 
 PrivateBus::PrivateBus() {
@@ -39,7 +30,7 @@ PrivateBus::PrivateBus() {
   qunsetenv("XDG_CURRENT_DESKTOP");
   qunsetenv("GSETTINGS_BACKEND");
   QDir(home_.path()).mkdir(u"services"_s);
-  write(home_.filePath(u"bus.conf"_s), QString(kConfiguration).arg(home_.path()));
+  writeFile(home_.filePath(u"bus.conf"_s), kConfiguration.arg(home_.path()).toUtf8());
 }
 
 PrivateBus::~PrivateBus() { stop(); }
@@ -70,19 +61,8 @@ QDBusConnection PrivateBus::connection() {
 }
 
 void PrivateBus::makeStartable(const QString& name, const QString& program) {
-  write(home_.filePath(u"services/"_s + name + u".service"_s),
-        u"[D-BUS Service]\nName=%1\nExec=%2\n"_s.arg(name, program));
-}
-
-bool waitFor(const std::function<bool()>& holds) {
-  QTimer wake;
-  wake.start(20);
-  const QDeadlineTimer deadline(30'000);
-  while (!holds()) {
-    if (deadline.hasExpired()) return false;
-    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-  }
-  return true;
+  writeFile(home_.filePath("services/%1.service"_L1.arg(name)),
+            "[D-BUS Service]\nName=%1\nExec=%2\n"_L1.arg(name, program).toUtf8());
 }
 
 }  // namespace tarnwick

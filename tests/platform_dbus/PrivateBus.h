@@ -6,7 +6,8 @@
 #include <QProcess>
 #include <QString>
 #include <QTemporaryDir>
-#include <functional>
+
+#include "support/Wait.h"
 
 namespace tarnwick {
 
@@ -31,8 +32,5 @@ class PrivateBus {
   QString address_;
   QStringList connections_;
 };
-
-/// Runs the event loop until `holds`, for half a minute at most.
-bool waitFor(const std::function<bool()>& holds);
 
 }  // namespace tarnwick

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <vector>
 
+#include "support/TestScheduler.h"
 #include "system/SystemMetrics.h"
 #include "system/SystemSampler.h"
 
@@ -31,21 +31,12 @@ struct SetCounters final : SystemCounters {
   std::optional<double> batteryCharge() override { return battery; }
 };
 
-struct SetClock final : Scheduler {
-  double seconds = 0.0;
-  QDateTime now() const override { return {}; }
-  double reference() const override { return seconds; }
-  JobHandle after(double, std::function<void()>) override { return {}; }
-  JobHandle every(double, std::function<void()>) override { return {}; }
-};
-
 TEST(SystemSampler, ProcessorLoadIsTheShareOfWhatWasNotIdle) {
-  struct Step {
+  const struct {
     const char* what;
     std::optional<ProcessorTicks> ticks;
     double load;
-  };
-  const std::vector<Step> steps{
+  } steps[] = {
       {"the first sample", ProcessorTicks{100, 50, 800, 50}, 0.0},
       {"user, system and nice are busy", ProcessorTicks{110, 60, 870, 60}, 30.0},
       {"nothing passed", ProcessorTicks{110, 60, 870, 60}, 0.0},
@@ -66,15 +57,14 @@ TEST(SystemSampler, ProcessorLoadIsTheShareOfWhatWasNotIdle) {
 }
 
 TEST(SystemSampler, NetworkRatesAreAveragesOverTheElapsedTime) {
-  struct Step {
+  constexpr quint64 kHuge = quint64{1} << 40;
+  const struct {
     const char* what;
     double now;
     std::optional<NetworkReading> bytes;
     double download;
     double upload;
-  };
-  constexpr quint64 kHuge = quint64{1} << 40;
-  const std::vector<Step> steps{
+  } steps[] = {
       {"the first sample", 100.0, NetworkReading{kHuge, 5000}, 0.0, 0.0},
       {"two seconds", 102.0, NetworkReading{kHuge + 4096, 5500}, 2048.0, 250.0},
       {"a gap", 202.0, NetworkReading{kHuge + 14096, 5500}, 100.0, 0.0},
@@ -95,13 +85,12 @@ TEST(SystemSampler, NetworkRatesAreAveragesOverTheElapsedTime) {
 }
 
 TEST(SystemSampler, MemoryIsWhatIsNotAvailable) {
-  struct Case {
+  const struct {
     std::optional<MemoryReading> memory;
     double percent;
     double used;
     double total;
-  };
-  const std::vector<Case> cases{
+  } cases[] = {
       {MemoryReading{16 * kGiga, 4 * kGiga}, 75.0, 12 * kGiga, 16 * kGiga},
       {MemoryReading{16 * kGiga, 17 * kGiga}, 0.0, 0.0, 16 * kGiga},
       {MemoryReading{16 * kGiga, std::nullopt}, 0.0, 0.0, 16 * kGiga},
@@ -141,24 +130,10 @@ TEST(SystemSampler, FastSamplesReuseTheSlowReadings) {
   EXPECT_DOUBLE_EQ(sampler.sample(counters, true, 8.0).diskFree, 500 * kGiga) << "a failed read keeps the last";
 }
 
-TEST(SystemMetrics, TheFirstSampleIsSlowAndThenEverySixteenth) {
+TEST(SystemMetrics, TheFirstSampleIsSlowAndThenEverySixteenthAndHistoriesKeepTheLastForty) {
   auto owned = std::make_unique<SetCounters>();
   auto& counters = *owned;
-  const SetClock clock;
-  SystemMetrics metrics(std::move(owned), clock);
-  std::vector<int> slowAt;
-  for (int i = 0; i < 40; ++i) {
-    const int before = counters.slowReadings;
-    metrics.sample();
-    if (counters.slowReadings > before) slowAt.push_back(i);
-  }
-  EXPECT_EQ(slowAt, (std::vector<int>{0, 16, 32}));
-}
-
-TEST(SystemMetrics, HistoriesKeepTheLastFortyAndAreCompleteWhenAnnounced) {
-  auto owned = std::make_unique<SetCounters>();
-  auto& counters = *owned;
-  SetClock clock;
+  test::TestScheduler clock;
   SystemMetrics metrics(std::move(owned), clock);
   int announced = 0;
   QObject::connect(&metrics, &SystemMetrics::changed, &metrics, [&] {
@@ -168,15 +143,19 @@ TEST(SystemMetrics, HistoriesKeepTheLastFortyAndAreCompleteWhenAnnounced) {
   });
   counters.ticks = ProcessorTicks{};
   counters.networkNow = NetworkReading{};
+  QList<int> slowAt;
   for (int i = 0; i < 41; ++i) {
+    const int slowBefore = counters.slowReadings;
     counters.ticks->user += static_cast<quint32>(i);
     counters.ticks->idle += static_cast<quint32>(100 - i);
     counters.memoryNow = MemoryReading{100.0, 100.0 - i};
     counters.networkNow->received += 20;
     counters.networkNow->sent += static_cast<quint64>(i * 2);
-    clock.seconds += 2.0;
+    clock.advance(2);
     metrics.sample();
+    if (counters.slowReadings > slowBefore) slowAt.append(i);
   }
+  EXPECT_EQ(slowAt, (QList<int>{0, 16, 32}));
   EXPECT_EQ(announced, 41);
   ASSERT_EQ(metrics.ramHistory().size(), 40);
   EXPECT_DOUBLE_EQ(metrics.cpuHistory().first(), 1.0) << "the zero of the first sample is gone";
