@@ -22,8 +22,8 @@ constexpr int kMostGlasses = 100;
 /// What tiles write by themselves; no form shows any of it.
 void keepRunningState(DockWidget& widget, const DockWidget& stored) {
   static const std::array keys{
-      u"deadline"_s,     u"remaining"_s,    u"started"_s, u"elapsed"_s, u"phase"_s,
-      u"sessions"_s,     u"lastReminder"_s, u"glasses"_s, u"day"_s,     u"lastWallpaperChange"_s,
+      u"deadline"_s,      u"remaining"_s,    u"started"_s, u"elapsed"_s, u"phase"_s,
+      u"sessions"_s,      u"lastReminder"_s, u"glasses"_s, u"day"_s,     u"lastWallpaperChange"_s,
       u"completedDays"_s, u"history"_s};
   for (const QString& key : keys) {
     const auto current = stored.options.constFind(key);

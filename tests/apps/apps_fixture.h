@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QProcessEnvironment>
 #include <QSaveFile>
 #include <QTemporaryDir>
 
@@ -22,6 +23,12 @@ inline void write(const QString& path, const QString& text) {
   ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << path.toStdString();
   file.write(text.toUtf8());
   ASSERT_TRUE(file.commit()) << path.toStdString();
+}
+
+inline QProcessEnvironment variables(std::initializer_list<std::pair<const char*, const char*>> values) {
+  QProcessEnvironment result;
+  for (const auto& [name, value] : values) result.insert(QString::fromLatin1(name), QString::fromLatin1(value));
+  return result;
 }
 
 inline QString application(const QString& name, const QString& exec, const QString& more = {}) {

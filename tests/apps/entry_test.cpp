@@ -1,10 +1,8 @@
-#include <QProcessEnvironment>
-
 #include "apps/DesktopEntry.h"
 #include "apps/DesktopExec.h"
 #include "apps/TerminalCommand.h"
 #include "apps_fixture.h"
-#include "base/DomainError.h"
+#include "support/FileTest.h"
 
 namespace tarnwick::test {
 namespace {
@@ -68,12 +66,7 @@ TEST(DesktopEntry, RefusesWhatIsNone) {
 }
 
 TEST(DesktopEntry, IsShownWhereItWants) {
-  struct Case {
-    QByteArray keys;
-    QStringList desktops;
-    bool shown;
-  };
-  const Case cases[] = {
+  const std::tuple<QByteArray, QStringList, bool> cases[] = {
       {"", {}, true},
       {"OnlyShowIn=KDE;\n", {u"GNOME"_s}, false},
       {"OnlyShowIn=KDE;GNOME;\n", {u"ubuntu"_s, u"GNOME"_s}, true},
@@ -83,22 +76,21 @@ TEST(DesktopEntry, IsShownWhereItWants) {
       {"OnlyShowIn=ubuntu;\nNotShowIn=GNOME;\n", {u"ubuntu"_s, u"GNOME"_s}, true},
       {"OnlyShowIn=GNOME;\nNotShowIn=ubuntu;\n", {u"ubuntu"_s, u"GNOME"_s}, false},
   };
-  for (const Case& each : cases) {
-    const auto entry = DesktopEntry::parse("[Desktop Entry]\nType=Application\nName=A\nExec=a\n" + each.keys);
-    EXPECT_EQ(entry->shownIn(each.desktops), each.shown) << each.keys.data();
+  for (const auto& [keys, desktops, shown] : cases) {
+    const auto entry = DesktopEntry::parse("[Desktop Entry]\nType=Application\nName=A\nExec=a\n" + keys);
+    EXPECT_EQ(entry->shownIn(desktops), shown) << keys.data();
   }
 }
 
 TEST(AppEnvironment, FollowsTheVariables) {
-  QProcessEnvironment variables;
-  variables.insert(u"HOME"_s, u"/home/ada"_s);
-  variables.insert(u"XDG_DATA_DIRS"_s, u"/opt/share/:relative:/usr/share:/opt/share"_s);
-  variables.insert(u"XDG_CONFIG_HOME"_s, u"not/absolute"_s);
-  variables.insert(u"XDG_CURRENT_DESKTOP"_s, u"ubuntu:GNOME"_s);
-  variables.insert(u"LANG"_s, u"fr_FR.UTF-8"_s);
-  variables.insert(u"LC_MESSAGES"_s, u"sr_RS.UTF-8@latin"_s);
-  variables.insert(u"LANGUAGE"_s, u"de"_s);
-  auto result = AppEnvironment::fromVariables(variables);
+  QProcessEnvironment given = variables({{"HOME", "/home/ada"},
+                                         {"XDG_DATA_DIRS", "/opt/share/:relative:/usr/share:/opt/share"},
+                                         {"XDG_CONFIG_HOME", "not/absolute"},
+                                         {"XDG_CURRENT_DESKTOP", "ubuntu:GNOME"},
+                                         {"LANG", "fr_FR.UTF-8"},
+                                         {"LC_MESSAGES", "sr_RS.UTF-8@latin"},
+                                         {"LANGUAGE", "de"}});
+  const auto result = AppEnvironment::fromVariables(given);
   EXPECT_EQ(result.applicationFolders(), (QStringList{u"/home/ada/.local/share/applications"_s,
                                                       u"/opt/share/applications"_s, u"/usr/share/applications"_s}));
   EXPECT_EQ(result.configHome, u"/home/ada/.config"_s);
@@ -106,8 +98,8 @@ TEST(AppEnvironment, FollowsTheVariables) {
   EXPECT_EQ(result.locales, (QStringList{u"de"_s, u"sr_RS@latin"_s, u"sr_RS"_s, u"sr@latin"_s, u"sr"_s}));
   EXPECT_EQ(result.desktopIdOf(u"/opt/share/applications/kde/x.desktop"_s), u"kde-x"_s);
   EXPECT_EQ(result.desktopIdOf(u"/home/ada/Desktop/x.desktop"_s), QString());
-  variables.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
-  EXPECT_TRUE(AppEnvironment::fromVariables(variables).locales.isEmpty());
+  given.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
+  EXPECT_TRUE(AppEnvironment::fromVariables(given).locales.isEmpty());
 }
 
 TEST(DesktopExec, ExpandsCommandLines) {
@@ -118,12 +110,8 @@ TEST(DesktopExec, ExpandsCommandLines) {
   const QUrl first = QUrl::fromLocalFile(u"/tmp/a b.txt"_s);
   const QUrl second = QUrl::fromLocalFile(u"/tmp/$(x).txt"_s);
   const QUrl web(u"https://example.org/?q=1"_s);
-  struct Case {
-    QString exec;
-    QList<QUrl> urls;
-    QList<QStringList> commands;  ///< None: refused.
-  };
-  const Case cases[] = {
+  // A command line, what to open and the commands; none means refused.
+  const std::tuple<QString, QList<QUrl>, QList<QStringList>> cases[] = {
       {u"app"_s, {}, {{u"app"_s}}},
       {u"app  --x\t%F"_s, {}, {{u"app"_s, u"--x"_s}}},
       {u"app %F -z"_s, {first, second}, {{u"app"_s, u"/tmp/a b.txt"_s, u"/tmp/$(x).txt"_s, u"-z"_s}}},
@@ -143,11 +131,12 @@ TEST(DesktopExec, ExpandsCommandLines) {
       {u"  "_s, {}, {}},
       {u"%f"_s, {}, {}},
   };
-  for (const Case& each : cases) {
-    if (each.commands.isEmpty())
-      EXPECT_THROW(DesktopExec::expand(entry, each.exec, each.urls), DomainError) << each.exec.toStdString();
-    else
-      EXPECT_EQ(DesktopExec::expand(entry, each.exec, each.urls), each.commands) << each.exec.toStdString();
+  for (const auto& [exec, urls, wanted] : cases) {
+    QList<QStringList> commands;
+    const auto failure =
+        failureOf([&, &line = exec, &files = urls] { commands = DesktopExec::expand(entry, line, files); });
+    EXPECT_EQ(commands, wanted) << exec.toStdString();
+    EXPECT_EQ(failure.empty(), !wanted.isEmpty()) << exec.toStdString();
   }
 }
 
@@ -169,21 +158,20 @@ TEST(DesktopExec, NamesTheProgramThatMatters) {
 using TerminalTest = AppsTest;
 
 TEST_F(TerminalTest, PrefersTheStandardThenTheUsersThenTheSystems) {
-  const QStringList command{u"top"_s, u"-d1"_s};
-  EXPECT_EQ(TerminalCommand::wrap(command, environment), QStringList());
-  program(u"xfce4-terminal"_s, u"#!/bin/sh\n"_s);
-  EXPECT_EQ(TerminalCommand::wrap(command, environment),
-            (QStringList{root(u"bin/xfce4-terminal"_s), u"-x"_s, u"top"_s, u"-d1"_s}));
-  program(u"x-terminal-emulator"_s, u"#!/bin/sh\n"_s);
-  EXPECT_EQ(TerminalCommand::wrap(command, environment).value(1), u"-e"_s);
-  environment.terminal = u"missing"_s;
-  EXPECT_EQ(TerminalCommand::wrap(command, environment).value(0), root(u"bin/x-terminal-emulator"_s));
-  environment.terminal = u"kitty --single"_s;
-  program(u"kitty"_s, u"#!/bin/sh\n"_s);
-  EXPECT_EQ(TerminalCommand::wrap(command, environment), (QStringList{u"kitty"_s, u"--single"_s, u"top"_s, u"-d1"_s}));
-  program(u"xdg-terminal-exec"_s, u"#!/bin/sh\n"_s);
-  EXPECT_EQ(TerminalCommand::wrap(command, environment),
-            (QStringList{root(u"bin/xdg-terminal-exec"_s), u"top"_s, u"-d1"_s}));
+  const auto wrapped = [this] {
+    return TerminalCommand::wrap({u"top"_s}, environment).replaceInStrings(root(u"bin/"_s), u"/"_s).join(u' ');
+  };
+  EXPECT_EQ(wrapped(), QString());
+  const std::tuple<QString, QString, QString> steps[] = {
+      {u"xfce4-terminal"_s, {}, u"/xfce4-terminal -x top"_s},
+      {u"x-terminal-emulator"_s, u"missing"_s, u"/x-terminal-emulator -e top"_s},
+      {u"kitty"_s, u"kitty --single"_s, u"kitty --single top"_s},
+      {u"xdg-terminal-exec"_s, u"kitty --single"_s, u"/xdg-terminal-exec top"_s}};
+  for (const auto& [installed, chosen, command] : steps) {
+    program(installed, u"#!/bin/sh\n"_s);
+    environment.terminal = chosen;
+    EXPECT_EQ(wrapped(), command);
+  }
 }
 
 }  // namespace

@@ -41,26 +41,22 @@ TEST_F(IconsTest, GivesASquareOfTheAskedSizeFromWhereverTheIconIs) {
       u"<svg xmlns='http://www.w3.org/2000/svg' width='8' height='8'><rect width='8' height='8' fill='#00ffff'/></svg>"_s);
   write(root(u"broken.png"_s), u"no picture"_s);
   AppIcons icons(environment);
-  struct Case {
-    QString name;
-    QColor colour;  ///< Invalid: there is none.
-  };
-  const Case cases[] = {{u"tool"_s, Qt::red},
-                        {u"tool.png"_s, Qt::red},
-                        {root(u"wide.png"_s), Qt::green},
-                        {u"old"_s, Qt::yellow},
-                        {root(u"vector.svg"_s), Qt::cyan},
-                        {root(u"broken.png"_s), {}},
-                        {root(u"none.png"_s), {}},
-                        {u"none"_s, {}},
-                        {{}, {}}};
-  for (const Case& each : cases) {
-    const QPixmap pixmap = icons.pixmap(each.name, 40, 1.5);
-    ASSERT_EQ(pixmap.isNull(), !each.colour.isValid()) << each.name.toStdString();
+  // An invalid colour: there is no icon.
+  const std::pair<QString, QColor> cases[] = {{u"tool"_s, Qt::red},
+                                              {u"tool.png"_s, Qt::red},
+                                              {root(u"wide.png"_s), Qt::green},
+                                              {u"old"_s, Qt::yellow},
+                                              {root(u"vector.svg"_s), Qt::cyan},
+                                              {root(u"broken.png"_s), {}},
+                                              {root(u"none.png"_s), {}},
+                                              {u"none"_s, {}},
+                                              {{}, {}}};
+  for (const auto& [name, colour] : cases) {
+    const QPixmap pixmap = icons.pixmap(name, 40, 1.5);
+    ASSERT_EQ(pixmap.isNull(), !colour.isValid()) << name.toStdString();
     if (pixmap.isNull()) continue;
-    EXPECT_EQ(pixmap.size(), QSize(60, 60)) << each.name.toStdString();
-    EXPECT_EQ(pixmap.devicePixelRatio(), 1.5);
-    EXPECT_EQ(middle(pixmap), each.colour) << each.name.toStdString();
+    EXPECT_EQ(pixmap.deviceIndependentSize(), QSizeF(40, 40)) << name.toStdString();
+    EXPECT_EQ(middle(pixmap), colour) << name.toStdString();
   }
   const QImage wide = icons.pixmap(root(u"wide.png"_s), 40, 1.5).toImage();
   EXPECT_EQ(wide.pixelColor(30, 5).alpha(), 0) << "the shape must not be stretched";

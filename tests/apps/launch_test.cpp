@@ -42,11 +42,8 @@ class LaunchTest : public AppsTest {
             "env\n"
             "mv %1/out.part %1/out\n"_L1.arg(root(u"result"_s)));
     QDir().mkpath(root(u"result"_s));
-    QProcessEnvironment variables;
-    for (const char* each : {"PATH=/usr/bin:/bin", "QT_QPA_PLATFORM=xcb", "NOTIFY_SOCKET=/run/notify", "KEPT=yes"}) {
-      variables.insert(QString::fromLatin1(each).section(u'=', 0, 0), QString::fromLatin1(each).section(u'=', 1));
-    }
-    launchVariables = LaunchEnvironment::from(variables);
+    launchVariables = LaunchEnvironment::from(variables(
+        {{"PATH", "/usr/bin:/bin"}, {"QT_QPA_PLATFORM", "xcb"}, {"NOTIFY_SOCKET", "/run/notify"}, {"KEPT", "yes"}}));
     launchVariables.remove({u"QT_QPA_PLATFORM"_s});
     entry.id = u"org.example.Report"_s;
     entry.name = u"Report"_s;

@@ -53,27 +53,18 @@ TEST(WidgetEditor, RefusesWhatItsRulesForbid) {
     QStringList bad;
     const char* failure;
   } options[] = {
-      {u"timer"_s,
-       u"minutes"_s,
-       {{}, u"1440"_s, u"0.5"_s},
-       {u"1440.5"_s, u"0"_s, u"-1"_s, u"abc"_s, u"25 min"_s, u"inf"_s, u"nan"_s, u" "_s},
-       kDuration},
+      // clang-format off
+      {u"timer"_s, u"minutes"_s, {{}, u"1440"_s, u"0.5"_s},
+       {u"1440.5"_s, u"0"_s, u"-1"_s, u"abc"_s, u"25 min"_s, u"inf"_s, u"nan"_s, u" "_s}, kDuration},
       {u"pomodoro"_s, u"minutes"_s, {u"25"_s}, {u"0"_s}, kDuration},
       {u"posture"_s, u"minutes"_s, {}, {u"0"_s}, kDuration},
       {u"exercise"_s, u"minutes"_s, {}, {u"0"_s}, kDuration},
       {u"stopwatch"_s, u"minutes"_s, {u"0"_s, u"5000"_s}, {}, ""},
-      {u"drinkWater"_s,
-       u"goal"_s,
-       {{}, u"1"_s, u"100"_s},
-       {u"101"_s, u"0"_s, u"8.0"_s, u" 8"_s, u"99999999999"_s},
-       kGoal},
+      {u"drinkWater"_s, u"goal"_s, {{}, u"1"_s, u"100"_s}, {u"101"_s, u"0"_s, u"8.0"_s, u" 8"_s, u"99999999999"_s}, kGoal},
       {u"habitTracker"_s, u"goal"_s, {u"0"_s}, {}, ""},
-      {u"homeAssistant"_s,
-       u"endpoint"_s,
-       {{}, u"https://home.example:8123/api?x=1"_s},
+      {u"homeAssistant"_s, u"endpoint"_s, {{}, u"https://home.example:8123/api?x=1"_s},
        {u"http://home.example/"_s, u"home.example"_s, u"https:///api"_s, u"https://user@home.example/"_s,
-        u"https://:secret@home.example/"_s, u"https://@home.example/"_s, u"https://home.example:99999/"_s},
-       kEndpoint},
+        u"https://:secret@home.example/"_s, u"https://@home.example/"_s, u"https://home.example:99999/"_s}, kEndpoint},
       {u"xStudio"_s, u"endpoint"_s, {}, {u"http://x.example/"_s}, kEndpoint},
       {u"kindOfANewerVersion"_s, u"endpoint"_s, {}, {u"http://x.example/"_s}, kEndpoint},
       {u"bookmarks"_s, u"endpoint"_s, {u"http://x.example/"_s}, {}, ""},
@@ -81,6 +72,7 @@ TEST(WidgetEditor, RefusesWhatItsRulesForbid) {
       // What no form's rule names but the settings document would refuse.
       {u"pomodoro"_s, u"shortBreak"_s, {{}, u"5"_s}, {u"five"_s}, "Invalid numeric value for shortBreak."},
       {u"bookmarks"_s, u"token"_s, {}, {u"x"_s}, "Credentials belong in Keychain, not configuration."},
+      // clang-format on
   };
   for (const auto& c : options) {
     for (const QString& value : c.good + c.bad) {

@@ -5,6 +5,7 @@
 #include "config/DataDirectory.h"
 #include "config/Persistence.h"
 #include "config/SettingsLoader.h"
+#include "config/document.h"
 #include "support/FileTest.h"
 
 namespace tarnwick {
@@ -21,30 +22,6 @@ const QString kRecovery = u"config-recovery-1700000000.json"_s;
 const char* const kPreserved =
     "Could not load settings. The original file was preserved as config-recovery-1700000000.json. ";
 const char* const kBlocked = "Settings recovery could not preserve the original file. ";
-
-// The format of users' files, every key of it; a file is sorted the same way and indented.
-const QByteArray kDocument = R"({
-"activeProfileID":"00000000-0000-4000-8000-0000000000AA","alignment":"left","appAppearance":"auto",
-"clipboard":["old"],"clipboardEnabled":true,
-"desktop":{"appIconStyle":"dark","attachedDisplays":["D1"],"backgroundBlur":1.5,"backgroundDim":0.25,
-"backgroundImage":"image.png","classicMenu":true,"commandBarEnabled":false,"commandBarKey":1,
-"commandBarModifiers":2,"customAppIcons":{"app":"icon"},"displayNames":{"D1":"Écran"},
-"displayProfiles":{"D1":"00000000-0000-4000-8000-0000000000AA"},"dockShortcutEnabled":false,
-"hideDuringFullscreen":false,"hideFromScreenCapture":true,"profileModifiers":3,
-"profileRules":[{"days":[1,7],"enabled":true,"endMinutes":60,"focusIdentifier":"work",
-"id":"00000000-0000-4000-8000-0000000000EE","profileID":"00000000-0000-4000-8000-0000000000AA","startMinutes":0,"trigger":"focus"}],
-"profileShortcutEnabled":false,"profileSwipe":false,"profileSwitcherOnHover":false,"reduceTransparency":true,
-"reserveSpace":true,"revealHideDelay":0.75,"revealShowDelay":0.5,"runningAppsPlacement":"none",
-"shortcutKey":4294967295,"shortcutModifiers":5,"showMenuBarIcon":false,"showPinnedWindows":false,"triggerSize":4.5,
-"windowPreviews":true},
-"display":"all","edgeGap":12.5,"fahrenheit":true,"floatingPositions":{"D1":[-10.5,20]},"foldersInFinder":true,
-"launchAtLogin":true,"layout":"replaceAutoHide","liveApps":true,"monochrome":true,"nativeConnections":["calendar"],
-"notificationsEnabled":true,"onboardingComplete":true,"overflow":"fit","position":"top",
-"profiles":[{"id":"00000000-0000-4000-8000-0000000000AA","name":"Work",
-"widgets":[{"id":"00000000-0000-4000-8000-0000000000BB","kind":"cpu","options":{"minutes":"25"},"title":"Title"}]}],
-"rememberedMediaSource":"player","scale":1.25,"schema":1,"screenshotFolder":"/shots","shelf":["/file"],"spacing":3,
-"style":"white","temperatureUnit":"auto","tileBorders":false,"tiles":false,
-"todos":[{"completed":true,"id":"00000000-0000-4000-8000-0000000000DD","text":"Buy milk"}]})";
 
 QByteArray indented(const QByteArray& json) { return QJsonDocument::fromJson(json).toJson(QJsonDocument::Indented); }
 
