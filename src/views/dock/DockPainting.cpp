@@ -12,6 +12,8 @@ namespace tarnwick {
 
 namespace {
 
+constexpr int kMostRectangles = 12;
+
 TextLine addWidgetsLine(double scale) {
   return TextLine(QCoreApplication::translate("Dock", "Add Widgets…"), TextStyle::Body, scale);
 }
@@ -31,26 +33,40 @@ void paintDot(QPainter& painter, QPointF centre, double scale, const QColor& col
 
 void DockView::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
+  // One rectangle after the other: within a clip of several, pictures would be blended by worker threads.
+  const QRegion& damaged = event->region();
+  if (damaged.rectCount() > kMostRectangles) {
+    paintPart(painter, damaged.boundingRect());
+    return;
+  }
+  for (const QRect& part : damaged) {
+    painter.setClipRect(part);
+    paintPart(painter, part);
+  }
+}
+
+void DockView::paintPart(QPainter& painter, const QRect& part) {
+  painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
-  glass_.paint(painter, layout_.glass, palette_.glass, theme::kDockCorner, row_.scale);
+  glass_.paint(painter, layout_.glass, palette_.glass, theme::kDockCorner, row_.scale, part);
   if (row_.widgets.isEmpty() && layout_.items.isEmpty()) paintEmpty(painter);
   if (!layout_.tabs.isEmpty()) paintTabs(painter);
   if (layout_.overflow > 0) {
     QPainterPath inside;
     inside.addRoundedRect(layout_.glass, theme::kDockCorner * row_.scale, theme::kDockCorner * row_.scale);
-    painter.setClipPath(inside);
+    painter.setClipPath(inside, Qt::IntersectClip);
   }
   if (!layout_.separator.isEmpty()) painter.fillRect(layout_.separator, palette_.hairline);
   if (!row_.composited && !palette_.glass.bodyTop.isValid())
     // The window is cut to its tiles, whose corners must be full for that.
     for (const RowItem& item : layout_.items) painter.fillRect(item.rect.toAlignedRect(), palette_.tile);
   // The tile under the pointer is larger than its place and lies above its neighbours.
-  const QRegion& damaged = event->region();
   for (qsizetype item = 0; item < layout_.items.size(); ++item) {
     const QRectF bounds = tilePaintBounds(layout_.items[item].rect, styleOf(item));
-    if (item != hovered_ && damaged.intersects(bounds.toAlignedRect())) paintItem(painter, item);
+    if (item != hovered_ && part.intersects(bounds.toAlignedRect())) paintItem(painter, item);
   }
   if (hovered_ >= 0) paintItem(painter, hovered_);
+  painter.restore();
 }
 
 void DockView::paintEmpty(QPainter& painter) {

@@ -105,6 +105,7 @@ class DockView : public QWidget {
   void release(QPointF point);
   void describe();
 
+  void paintPart(QPainter& painter, const QRect& part);
   void paintTabs(QPainter& painter);
   void paintEmpty(QPainter& painter);
   void paintItem(QPainter& painter, qsizetype item);

@@ -4,13 +4,18 @@
 #include <QLinearGradient>
 #include <QPainterPath>
 #include <QVector>
+#include <algorithm>
 #include <cmath>
 
+#include "views/theme/Bands.h"
 #include "views/theme/Theme.h"
 
 namespace tarnwick {
 
 namespace {
+
+/// The width of the part that is repeated, in device pixels.
+constexpr int kStrip = 128;
 
 /// One pass of a box blur along a line of `count` bytes that lie `step` apart.
 void blurLine(uchar* line, int count, qsizetype step, int radius, QVector<uchar>& copy) {
@@ -108,7 +113,7 @@ QPixmap Glass::render(const Key& key) {
   const double corner = key.corner * unit;
   const double height = device(key.height);
   const double end = device(std::ceil(key.corner * key.scale) + theme::kShadowBlur * key.scale) + 1;
-  const QRectF body(device(room.left()), device(room.top()), end * 2 + 1, height);
+  const QRectF body(device(room.left()), device(room.top()), end * 2 + kStrip, height);
   const QSize size(static_cast<int>(body.width() + device(room.left()) + device(room.right())),
                    static_cast<int>(height + device(room.top()) + device(room.bottom())));
   QPixmap picture(size);
@@ -127,7 +132,8 @@ QPixmap Glass::render(const Key& key) {
   return picture;
 }
 
-void Glass::paint(QPainter& painter, const QRectF& rect, const GlassColors& colors, double corner, double scale) {
+void Glass::paint(QPainter& painter, const QRectF& rect, const GlassColors& colors, double corner, double scale,
+                  const QRectF& exposed) {
   const double ratio = 1 / hairline(painter);  // The device's own answer is wrong while a widget is rendered elsewhere.
   const Key key{colors, rect.height(), corner, scale, ratio};
   if (picture_.isNull() || key != key_) {
@@ -135,19 +141,30 @@ void Glass::paint(QPainter& painter, const QRectF& rect, const GlassColors& colo
     picture_ = render(key);
   }
   const QMargins room = margins(colors, scale);
-  const double column = (picture_.width() - 1) / 2;
-  const double end = column / ratio;
-  const double left = rect.left() - std::round(room.left() * ratio) / ratio;
-  const double right = rect.right() + std::round(room.right() * ratio) / ratio;
-  const double top = rect.top() - std::round(room.top() * ratio) / ratio;
-  const double tall = picture_.height() / ratio;
-  const double full = picture_.height();
+  const auto device = [ratio](double length) { return static_cast<int>(std::lround(length * ratio)); };
+  const QPoint origin(device(rect.left()) - device(room.left()), device(rect.top()) - device(room.top()));
+  const QRect pane(origin, QSize(device(rect.right()) + device(room.right()) - origin.x(), picture_.height()));
+  const QRectF bounds(exposed.topLeft() * ratio, exposed.size() * ratio);
   painter.save();
-  painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
-  painter.drawPixmap(QRectF(left, top, end, tall), picture_, QRectF(0, 0, column, full));
-  painter.drawPixmap(QRectF(left + end, top, right - left - end * 2, tall), picture_, QRectF(column, 0, 1, full));
-  painter.drawPixmap(QRectF(right - end, top, end, tall), picture_, QRectF(picture_.width() - column, 0, column, full));
+  painter.scale(1 / ratio, 1 / ratio);
+  blit(painter, pane, exposed.isEmpty() ? pane : pane & bounds.toAlignedRect());
   painter.restore();
+}
+
+/// All in device pixels.
+void Glass::blit(QPainter& painter, const QRect& pane, const QRect& exposed) const {
+  const int end = (picture_.width() - kStrip) / 2;
+  const auto part = [&](int x, int source, int width) {
+    const int from = std::max(x, exposed.left());
+    const int upTo = std::min(x + width, exposed.right() + 1);
+    if (from >= upTo) return;
+    painter.drawPixmap(QPoint(from, exposed.top()), picture_,
+                       QRect(source + from - x, exposed.top() - pane.top(), upTo - from, exposed.height()));
+  };
+  const int rightEnd = pane.right() + 1 - end;
+  part(pane.left(), 0, end);
+  for (int x = pane.left() + end; x < rightEnd; x += kStrip) part(x, end, std::min(kStrip, rightEnd - x));
+  part(rightEnd, end + kStrip, end);
 }
 
 QRegion Glass::outline(const QRect& rect, double corner) {
@@ -165,14 +182,15 @@ QRegion Glass::outline(const QRect& rect, double corner) {
 void drawRounded(QPainter& painter, const QRectF& rect, double corner, const QColor& fill) {
   painter.setPen(Qt::NoPen);
   painter.setBrush(fill);
-  painter.drawRoundedRect(rect, corner, corner);
+  inBands(painter, rect, [&] { painter.drawRoundedRect(rect, corner, corner); });
 }
 
 void drawInnerLine(QPainter& painter, const QRectF& rect, double corner, double width, const QColor& color) {
   painter.setPen(QPen(color, width));
   painter.setBrush(Qt::NoBrush);
   const double half = width / 2;
-  painter.drawRoundedRect(rect.adjusted(half, half, -half, -half), corner - half, corner - half);
+  const QRectF line = rect.adjusted(half, half, -half, -half);
+  inBands(painter, rect, [&] { painter.drawRoundedRect(line, corner - half, corner - half); });
 }
 
 double hairline(const QPainter& painter) {

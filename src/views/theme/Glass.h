@@ -11,7 +11,8 @@
 namespace tarnwick {
 
 /// Paints one pane of glass: body, rim and the shadow around it. The picture is kept, and since it only differs at its
-/// ends a pane of any width costs a pixmap of two corners and one column.
+/// ends a pane of any width costs a pixmap of two corners and a strip between them. Strips are laid side by side and
+/// never stretched: a stretched picture would wake Qt's worker threads, and a dock is painted every second.
 class Glass {
  public:
   /// Room that the shadow and the outer line take around a pane.
@@ -19,8 +20,9 @@ class Glass {
 
   /// Paints a pane at `rect`, which should lie on whole device pixels. `corner` and the shadow are multiplied by
   /// `scale`. Colours without a shadow and an outline make a pane without soft corners, for a window that is cut to
-  /// outline().
-  void paint(QPainter& painter, const QRectF& rect, const GlassColors& colors, double corner, double scale);
+  /// outline(). Where `exposed` is given, only what lies in it is painted.
+  void paint(QPainter& painter, const QRectF& rect, const GlassColors& colors, double corner, double scale,
+             const QRectF& exposed = {});
 
   /// A rounded rectangle as a region of whole pixels.
   static QRegion outline(const QRect& rect, double corner);
@@ -33,6 +35,7 @@ class Glass {
   };
 
   static QPixmap render(const Key& key);
+  void blit(QPainter& painter, const QRect& pane, const QRect& exposed) const;
 
   Key key_;
   QPixmap picture_;

@@ -1,11 +1,13 @@
 #include "views/tiles/ClockTiles.h"
 
+#include <QPixmapCache>
 #include <QRegularExpression>
 #include <QTimeZone>
 #include <algorithm>
 #include <cmath>
 #include <numbers>
 
+#include "views/theme/Bands.h"
 #include "views/tiles/TileCanvas.h"
 
 namespace tarnwick {
@@ -58,9 +60,7 @@ QPointF towards(double turns) {
   return {std::sin(angle), -std::cos(angle)};
 }
 
-void drawFace(TileCanvas& canvas, QPointF centre) {
-  const PictureColors& colors = canvas.colors().pictures;
-  QPainter& painter = canvas.painter();
+void drawFace(QPainter& painter, const PictureColors& colors, QPointF centre) {
   painter.setPen(QPen(colors.faceRim, 1));
   painter.setBrush(colors.face);
   painter.drawEllipse(centre, kFaceRadius - 0.5, kFaceRadius - 0.5);
@@ -72,10 +72,53 @@ void drawFace(TileCanvas& canvas, QPointF centre) {
   }
 }
 
+/// The face as a picture that is kept: a clock is painted every second, and only its hands have moved.
+QPixmap faceFor(TileCanvas& canvas, double unit, QPointF centre, int side) {
+  const PictureColors& colors = canvas.colors().pictures;
+  const QString key = u"clock face %1 %2 %3 %4 %5"_s.arg(unit)
+                          .arg(qRound(centre.x() * 16))
+                          .arg(qRound(centre.y() * 16))
+                          .arg(colors.faceRim.rgba())
+                          .arg(colors.face.rgba());
+  QPixmap picture;
+  if (QPixmapCache::find(key, &picture)) return picture;
+  picture = QPixmap(side, side);
+  picture.fill(Qt::transparent);
+  QPainter painter(&picture);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.translate(centre);
+  painter.scale(unit, unit);
+  drawFace(painter, colors, {});
+  painter.end();
+  QPixmapCache::insert(key, picture);
+  return picture;
+}
+
+void placeFace(TileCanvas& canvas, QPointF centre) {
+  QPainter& painter = canvas.painter();
+  const QTransform& transform = painter.deviceTransform();
+  if (!canvas.isStill() || transform.type() > QTransform::TxScale) {
+    drawFace(painter, canvas.colors().pictures, centre);
+    return;
+  }
+  const double unit = transform.m11();
+  const int side = static_cast<int>(std::ceil(kFaceRadius * unit)) * 2 + 2;
+  const QPointF place = transform.map(centre);
+  const QPointF corner(std::floor(place.x() - side / 2.0), std::floor(place.y() - side / 2.0));
+  const QPixmap picture = faceFor(canvas, unit, place - corner, side);
+  painter.save();
+  painter.translate(transform.inverted().map(corner));
+  painter.scale(1 / unit, 1 / unit);
+  painter.drawPixmap(0, 0, picture);
+  painter.restore();
+}
+
 void drawHand(QPainter& painter, QPointF centre, double turns, double from, double to, double width,
               const QColor& color) {
   painter.setPen(QPen(color, width, Qt::SolidLine, Qt::RoundCap));
-  painter.drawLine(centre + towards(turns) * from, centre + towards(turns) * to);
+  const QLineF line(centre + towards(turns) * from, centre + towards(turns) * to);
+  const QRectF bounds = QRectF(line.p1(), line.p2()).normalized().adjusted(-width, -width, width, width);
+  inBands(painter, bounds, [&] { painter.drawLine(line); });
 }
 
 }  // namespace
@@ -130,7 +173,7 @@ void paint(TileCanvas& canvas, const AnalogClockContent& content) {
   const PictureColors& colors = canvas.colors().pictures;
   QPainter& painter = canvas.painter();
   const QPointF centre(canvas.width() / 2, theme::kTileMiddle);
-  drawFace(canvas, centre);
+  placeFace(canvas, centre);
   const double minutes = content.minute + content.second / 60.0;
   drawHand(painter, centre, (content.hour % 12 + minutes / 60) / 12, 0, 13, 2.6, colors.faceInk);
   drawHand(painter, centre, minutes / 60, 0, 19.6, 1.8, colors.faceInk);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "views/theme/Bands.h"
+
 namespace tarnwick {
 
 namespace {
@@ -40,8 +42,11 @@ void TileCanvas::arc(QPointF centre, double radius, double width, double begin, 
   constexpr int steps = 16;  // Of Qt's angles in one degree, which count against the clock from the right.
   painter_.setBrush(Qt::NoBrush);
   painter_.setPen(QPen(color, width, Qt::SolidLine, Qt::RoundCap));
-  painter_.drawArc(QRectF(centre.x() - radius, centre.y() - radius, radius * 2, radius * 2),
-                   static_cast<int>(std::lround((90 - begin) * steps)), static_cast<int>(std::lround(-sweep * steps)));
+  const QRectF ring(centre.x() - radius, centre.y() - radius, radius * 2, radius * 2);
+  inBands(painter_, ring.adjusted(-width, -width, width, width), [&] {
+    painter_.drawArc(ring, static_cast<int>(std::lround((90 - begin) * steps)),
+                     static_cast<int>(std::lround(-sweep * steps)));
+  });
 }
 
 QRectF TileCanvas::snapped(const QRectF& rect) const {

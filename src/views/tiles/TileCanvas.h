@@ -21,6 +21,8 @@ class TileCanvas {
   QPainter& painter() { return painter_; }
   double width() const { return width_; }
   double scale() const { return style_.scale; }
+  /// Whether the tile is drawn at its own size, so that pictures of its parts are worth keeping.
+  bool isStill() const { return style_.magnification == 1 && style_.state != TileState::Pressed; }
   const Palette& colors() const { return style_.palette; }
   /// The tile's one accent.
   QColor accent() const { return style_.palette.accent(style_.accent); }
