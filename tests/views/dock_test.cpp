@@ -6,10 +6,8 @@
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QWheelEvent>
-#include <limits>
 
 #include "DockFixture.h"
-#include "views/dock/Magnification.h"
 #include "views/dock/MessageBubble.h"
 #include "views/theme/Theme.h"
 #include "views/theme/Typography.h"
@@ -275,15 +273,6 @@ TEST(Keyboard, WalksTheRowAndSpeaksToScreenReaders) {
   view->setRow(row);
   EXPECT_FALSE(last->isValid());
   EXPECT_EQ(bar->childCount(), 2);
-}
-
-TEST(Magnified, TilesSwellAlongACosine) {
-  EXPECT_DOUBLE_EQ(Magnification::scale(40, 40), 1.08);
-  EXPECT_NEAR(Magnification::scale(0, 75), 1.04, 1e-12);
-  EXPECT_DOUBLE_EQ(Magnification::scale(0, 150), 1);
-  EXPECT_DOUBLE_EQ(Magnification::scale(0, -400), 1);
-  EXPECT_DOUBLE_EQ(Magnification::scale(0, std::numeric_limits<double>::infinity()), 1);
-  EXPECT_EQ(Magnification::centres({50, 50}, 7, 10), (QList<double>{35, 92}));
 }
 
 TEST(Bubble, WrapsItsTextAndGoesWhenDismissed) {

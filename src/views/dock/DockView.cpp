@@ -8,7 +8,7 @@
 #include <cmath>
 
 #include "views/dock/DockAccessible.h"
-#include "views/dock/Magnification.h"
+#include "dock/rules/Magnification.h"
 #include "views/theme/Theme.h"
 #include "views/theme/Typography.h"
 #include "widgets/catalog/Catalog.h"

@@ -1,4 +1,4 @@
-#include "views/dock/Magnification.h"
+#include "dock/rules/Magnification.h"
 
 #include <algorithm>
 #include <cmath>
