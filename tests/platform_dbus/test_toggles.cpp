@@ -183,14 +183,15 @@ TEST_F(DesktopTogglesTest, DarkModeFollowsThePortalAndOnPlasmaIsOnlyShown) {
                  [&](const QDBusMessage&) { return QVariantList{QVariant::fromValue(QDBusVariant(wrapped(1)))}; });
   start();
   const auto shown = u"This desktop does not let other programs change its appearance."_s;
+  const auto tell = [&](const QString& key, uint value) {
+    portal->emitSignal(kPortalPath, kPortalSettings, u"SettingChanged"_s,
+                       {u"org.freedesktop.appearance"_s, key, wrapped(value)});
+  };
   EXPECT_TRUE(becomes(Toggle::DarkMode, true, shown));
-  portal->emitSignal(kPortalPath, kPortalSettings, u"SettingChanged"_s,
-                     {u"org.freedesktop.appearance"_s, u"color-scheme"_s, wrapped(2)});
+  tell(u"color-scheme"_s, 2);
   EXPECT_TRUE(becomes(Toggle::DarkMode, false, shown));
-  portal->emitSignal(kPortalPath, kPortalSettings, u"SettingChanged"_s,
-                     {u"org.freedesktop.appearance"_s, u"color-scheme"_s, wrapped(1)});
-  portal->emitSignal(kPortalPath, kPortalSettings, u"SettingChanged"_s,
-                     {u"org.freedesktop.appearance"_s, u"contrast"_s, wrapped(0)});
+  tell(u"color-scheme"_s, 1);
+  tell(u"contrast"_s, 0);
   EXPECT_TRUE(becomes(Toggle::DarkMode, true, shown));
   portal.reset();
   EXPECT_TRUE(becomes(Toggle::DarkMode, false, u"This desktop has no setting for dark mode."_s));
@@ -315,10 +316,8 @@ TEST_F(DesktopTogglesTest, NothingBreaksWhenTheBusGoesAwayOrWasNeverThere) {
   toggles->start();
   for (const auto toggle : {Toggle::WiFi, Toggle::Bluetooth, Toggle::DoNotDisturb, Toggle::Mute, Toggle::KeepAwake}) {
     EXPECT_TRUE(refuses(toggle, true));
-    const auto state = toggles->state(toggle);
-    EXPECT_FALSE(state.on);
-    EXPECT_FALSE(state.capability.available);
-    EXPECT_TRUE(state.capability.reason.endsWith(u'.')) << static_cast<int>(toggle);
+    const auto capability = toggles->state(toggle).capability;
+    EXPECT_TRUE(!capability.available && capability.reason.endsWith(u'.')) << static_cast<int>(toggle);
   }
 }
 

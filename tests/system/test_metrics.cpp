@@ -85,26 +85,20 @@ TEST(SystemSampler, NetworkRatesAreAveragesOverTheElapsedTime) {
 }
 
 TEST(SystemSampler, MemoryIsWhatIsNotAvailable) {
-  const struct {
-    std::optional<MemoryReading> memory;
-    double percent;
-    double used;
-    double total;
-  } cases[] = {
-      {MemoryReading{16 * kGiga, 4 * kGiga}, 75.0, 12 * kGiga, 16 * kGiga},
-      {MemoryReading{16 * kGiga, 17 * kGiga}, 0.0, 0.0, 16 * kGiga},
-      {MemoryReading{16 * kGiga, std::nullopt}, 0.0, 0.0, 16 * kGiga},
-      {MemoryReading{0.0, 0.0}, 0.0, 0.0, 0.0},
-      {std::nullopt, 0.0, 0.0, 0.0},
+  // What is read, and the percentage, bytes used and bytes in all that come of it.
+  const std::tuple<std::optional<MemoryReading>, double, double, double> cases[] = {
+      {MemoryReading{16 * kGiga, 4 * kGiga}, 75, 12 * kGiga, 16 * kGiga},
+      {MemoryReading{16 * kGiga, 17 * kGiga}, 0, 0, 16 * kGiga},
+      {MemoryReading{16 * kGiga, std::nullopt}, 0, 0, 16 * kGiga},
+      {MemoryReading{0, 0}, 0, 0, 0},
+      {std::nullopt, 0, 0, 0},
   };
-  for (const auto& expected : cases) {
-    SystemSampler sampler;
-    SetCounters counters;
-    counters.memoryNow = expected.memory;
-    const auto snapshot = sampler.sample(counters, false, 0.0);
-    EXPECT_DOUBLE_EQ(snapshot.memory, expected.percent);
-    EXPECT_DOUBLE_EQ(snapshot.memoryUsed, expected.used);
-    EXPECT_DOUBLE_EQ(snapshot.memoryTotal, expected.total);
+  SystemSampler sampler;
+  SetCounters counters;
+  for (const auto& [memory, percent, used, total] : cases) {
+    counters.memoryNow = memory;
+    const auto read = sampler.sample(counters, false, 0);
+    EXPECT_EQ(std::tie(read.memory, read.memoryUsed, read.memoryTotal), std::tie(percent, used, total));
   }
 }
 
