@@ -122,7 +122,8 @@ TEST_F(FilesTest, ACopyThatCannotEndLeavesNothing) {
   put(u"tree/too large"_s, QByteArray(4096, 'x'));
   {
     const AsFullDisk full(1024);
-    EXPECT_EQ(bring({u"tree"_s}, FileTransfer::Copy).error.toStdString(), "“tree” could not be copied: File too large.");
+    EXPECT_EQ(bring({u"tree"_s}, FileTransfer::Copy).error.toStdString(),
+              "“tree” could not be copied: File too large.");
   }
   EXPECT_TRUE(in(u"to"_s).isEmpty());
   stop.request_stop();

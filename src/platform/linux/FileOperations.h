@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QFileSystemWatcher>
+#include <QThreadPool>
+#include <memory>
+#include <stop_token>
+
+#include "desktop/Files.h"
+#include "platform/linux/TrashCan.h"
+
+namespace tarnwick {
+
+/// The user's files on this machine. Operations run on one thread, in order; looking at files and counting the trash on
+/// another, so that a long copy does not keep a drop from being understood. Threads exist only while they have work.
+class FileOperations final : public Files {
+  Q_OBJECT
+ public:
+  using Bus = std::function<QDBusConnection()>;
+
+  /// `bus`: the session bus, on which the file manager is asked to show files; asked for when it is first needed.
+  explicit FileOperations(TrashCan trash = TrashCan::ofUser(), Bus bus = &QDBusConnection::sessionBus);
+  /// Cancels what runs and waits for it, which takes as long as the step on one block of a file.
+  ~FileOperations() override;
+
+  void look(const QStringList& paths, QObject* context, std::function<void(const QHash<QString, Kind>&)> done) override;
+  void bringInto(const QString& folder, const QStringList& paths, FileTransfer how, QObject* context,
+                 Done done) override;
+  void trash(const QStringList& paths, QObject* context, Done done) override;
+  void takeBack(const QList<FileChange>& changes, QObject* context, Done done) override;
+  void emptyTrash(QObject* context, Done done) override;
+  int trashCount() override;
+  QString trashFolder() const override { return trash_.homeFolder() + QLatin1StringView("/files"); }
+  void reveal(const QStringList& paths, QObject* context, std::function<void(bool)> done) override;
+
+ private:
+  struct Counted {
+    int count = 0;
+    QStringList watched;
+  };
+
+  template <class Result>
+  void run(QThreadPool& pool, std::function<Result()> work, std::function<void(const Result&)> done);
+  void operate(std::function<FilesOutcome(const class FileWork&)> work, QObject* context, Done done);
+  void count();
+  void take(const Counted& counted);
+
+  TrashCan trash_;
+  Bus bus_;
+  std::stop_source stopping_;
+  QThreadPool operations_;
+  QThreadPool looks_;
+  std::unique_ptr<QFileSystemWatcher> watcher_;
+  int count_ = 0;
+  bool counting_ = false;
+  bool countAgain_ = false;
+};
+
+}  // namespace tarnwick
