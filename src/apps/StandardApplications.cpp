@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "apps/DefaultApplication.h"
+
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
@@ -60,22 +62,6 @@ const DesktopEntry* visible(const QString& id, const AppIndex& index) {
   return entry && index.isVisible(*entry) ? entry : nullptr;
 }
 
-const DesktopEntry* chosen(const QString& type, const AppIndex& index) {
-  for (const auto& list : index.defaults().lists)
-    for (const QString& id : list.defaults.value(type))
-      if (const DesktopEntry* entry = visible(id, index)) return entry;
-  return nullptr;
-}
-
-/// Whether the user or the entry itself says that it opens the type: the most important list that mentions it decides.
-bool opens(const DesktopEntry& entry, const QString& type, const AppIndex& index) {
-  for (const auto& list : index.defaults().lists) {
-    if (list.added.value(type).contains(entry.id)) return true;
-    if (list.removed.value(type).contains(entry.id)) return false;
-  }
-  return entry.mimeTypes.contains(type);
-}
-
 /// The best of those that belong to a set of categories: what opens the types before the rest, what belongs to this
 /// desktop before strangers, then by name.
 const DesktopEntry* fitting(const Signs& signs, const AppIndex& index) {
@@ -84,8 +70,9 @@ const DesktopEntry* fitting(const Signs& signs, const AppIndex& index) {
     int foundRank = 0;
     for (const DesktopEntry& entry : index.applications()) {
       if (!index.isVisible(entry) || !hasAll(entry, categories)) continue;
-      const bool handles = std::any_of(signs.types.begin(), signs.types.end(),
-                                       [&](const QString& type) { return opens(entry, type, index); });
+      const bool handles = std::any_of(signs.types.begin(), signs.types.end(), [&](const QString& type) {
+        return DefaultApplication::opens(entry, type, index);
+      });
       const bool native = std::any_of(index.desktops().begin(), index.desktops().end(), [&](const QString& desktop) {
         return entry.categories.contains(desktop, Qt::CaseInsensitive);
       });
@@ -107,7 +94,7 @@ const DesktopEntry* StandardApplications::entryFor(Purpose purpose, const AppInd
     for (const QString& id : index.defaults().terminals)
       if (const DesktopEntry* entry = visible(id, index)) return entry;
   for (const QString& type : signs.types)
-    if (const DesktopEntry* entry = chosen(type, index)) return entry;
+    if (const DesktopEntry* entry = DefaultApplication::chosen(type, index, true)) return entry;
   for (const QString& id : signs.ids)
     if (const DesktopEntry* entry = visible(id, index)) return entry;
   return fitting(signs, index);

@@ -2,36 +2,10 @@
 #include "apps/RunningApplications.h"
 #include "apps_fixture.h"
 #include "base/Scheduler.h"
+#include "support/FakeWindows.h"
 
 namespace tarnwick::test {
 namespace {
-
-class FakeWindows final : public ClientWindows {
- public:
-  QList<ClientWindow> all() const override { return windows; }
-  void activate(quint64 id) override {
-    activated << id;
-    for (ClientWindow& window : windows) window.active = window.id == id;
-    Q_EMIT changed();
-  }
-  void close(quint64 id) override {
-    windows.removeIf([&](const ClientWindow& window) { return window.id == id; });
-    Q_EMIT changed();
-  }
-  void minimise(quint64) override {}
-  void setIconGeometry(const QList<quint64>&, const QRectF&) override {}
-
-  void open(quint64 id, const QString& applicationId, qint64 pid = 100, bool inTaskbar = true) {
-    ClientWindow window;
-    std::tie(window.id, window.applicationId, window.pid, window.inTaskbar) =
-        std::tie(id, applicationId, pid, inTaskbar);
-    windows << window;
-    Q_EMIT changed();
-  }
-
-  QList<ClientWindow> windows;
-  QList<quint64> activated;
-};
 
 class RunningTest : public AppsTest {
  protected:

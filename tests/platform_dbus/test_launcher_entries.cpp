@@ -22,7 +22,7 @@ TEST(LauncherEntries, ReadWhatProgramsSayUntilTheyLeave) {
   const QSignalSpy changed(&entries, &LauncherHints::changed);
   const auto hint = [&] { return entries.of(u"org.example.Mail"_s); };
   const QString mail = u"application://org.example.Mail.desktop"_s;
-  const QDBusConnection first = bus.connection();
+  std::optional<QDBusConnection> first = bus.connection();
   const QDBusConnection second = bus.connection();
 
   struct Case {
@@ -39,14 +39,15 @@ TEST(LauncherEntries, ReadWhatProgramsSayUntilTheyLeave) {
       {{{u"count-visible"_s, false}}, {std::nullopt, std::nullopt, true}},
   };
   for (const Case& c : cases) {
-    say(first, mail, c.said);
+    say(*first, mail, c.said);
     EXPECT_TRUE(waitFor([&] { return hint() == c.expected; })) << qPrintable(c.said.firstKey());
   }
 
   say(second, mail, {{u"count"_s, qint64(3)}, {u"count-visible"_s, true}});
   ASSERT_TRUE(waitFor([&] { return hint() == LauncherHint{3, std::nullopt, true}; }));
   EXPECT_EQ(changed.last().at(0), u"org.example.Mail"_s);
-  QDBusConnection::disconnectFromBus(first.name());
+  QDBusConnection::disconnectFromBus(first->name());
+  first.reset();
   EXPECT_TRUE(waitFor([&] { return hint() == LauncherHint{3, std::nullopt, false}; }));
 
   // Nonsense is no application, and nothing that is done later is lost behind it.

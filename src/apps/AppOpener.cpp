@@ -1,0 +1,141 @@
+#include "apps/AppOpener.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+#include "apps/DefaultApplication.h"
+#include "apps/StandardApplications.h"
+#include "base/DomainError.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kIdleThreadMs = 2000;
+
+QString said(const char* text) { return QCoreApplication::translate("AppOpener", text); }
+
+QString nameOf(const QUrl& url) {
+  const QString name = url.isLocalFile() ? QFileInfo(url.toLocalFile()).fileName() : url.toDisplayString();
+  return name.isEmpty() ? url.toDisplayString(QUrl::PreferLocalFile) : name;
+}
+
+/// What a look at a file finds; no types for one that is gone.
+QStringList lookAt(const QUrl& url) {
+  const bool gone = url.isLocalFile() && !QFileInfo::exists(url.toLocalFile());
+  return gone ? QStringList() : DefaultApplication::typesOf(url);
+}
+
+}  // namespace
+
+AppOpener::AppOpener(InstalledApps& apps, AppLaunch& launch, Scheduler& scheduler)
+    : apps_(apps), launch_(launch), scheduler_(scheduler) {
+  pool_.setMaxThreadCount(1);
+  pool_.setExpiryTimeout(kIdleThreadMs);
+  connect(&apps_, &InstalledApps::changed, this, &AppOpener::appsChanged);
+  connect(&launch_, &AppLaunch::failed, this, &AppOpener::failed);
+}
+
+AppOpener::~AppOpener() {
+  pool_.clear();
+  pool_.waitForDone();
+}
+
+void AppOpener::start(const QString& entryPath, const LaunchRequest& request) {
+  whenKnown(
+      [this, entryPath, request] {
+        const auto entry = apps_.byPath(entryPath);
+        if (entry) launch(entryPath, *entry, request);
+        return entry.has_value();
+      },
+      [this, entryPath] {
+        Q_EMIT failed(said(QT_TRANSLATE_NOOP("AppOpener", "“%1” is not installed any more."))
+                          .arg(QFileInfo(entryPath).completeBaseName()));
+      });
+}
+
+void AppOpener::launch(const QString& asked, const DesktopEntry& entry, const LaunchRequest& request) {
+  try {
+    launch_.launch(entry, request);
+    Q_EMIT started(asked);
+  } catch (const DomainError& failure) {
+    Q_EMIT failed(failure.message());
+  }
+}
+
+void AppOpener::open(const QUrl& url) {
+  // A file on a volume that does not answer must not stop the dock.
+  pool_.start([this, url] {
+    QMetaObject::invokeMethod(
+        this, [this, url, types = lookAt(url)] { openFound(url, types); }, Qt::QueuedConnection);
+  });
+}
+
+void AppOpener::openFound(const QUrl& url, const QStringList& types) {
+  if (types.isEmpty()) {
+    Q_EMIT failed(said(QT_TRANSLATE_NOOP("AppOpener", "“%1” is not there any more.")).arg(nameOf(url)));
+    return;
+  }
+  const auto nobody = [this, url] {
+    Q_EMIT failed(said(QT_TRANSLATE_NOOP("AppOpener", "No installed application opens “%1”.")).arg(nameOf(url)));
+  };
+  whenKnown(
+      [this, url, types, nobody] {
+        if (!apps_.loaded()) return false;
+        const auto index = apps_.index();
+        const DesktopEntry* entry = DefaultApplication::forTypes(types, *index);
+        if (entry) {
+          launch(entry->path, *entry, {.urls = {url}});
+        } else {
+          nobody();
+        }
+        return true;
+      },
+      nobody);
+}
+
+void AppOpener::openTrash(const QString& folder) {
+  const auto nobody = [this] { Q_EMIT failed(said(QT_TRANSLATE_NOOP("AppOpener", "No file manager is installed."))); };
+  whenKnown(
+      [this, folder, nobody] {
+        if (!apps_.loaded()) return false;
+        const auto index = apps_.index();
+        const DesktopEntry* entry = StandardApplications::entryFor(StandardApplications::Purpose::Files, *index);
+        if (!entry) {
+          nobody();
+          return true;
+        }
+        try {
+          launch_.launch(*entry, {.urls = {QUrl(u"trash:///"_s)}});
+          Q_EMIT started(entry->path);
+        } catch (const DomainError&) {
+          launch(entry->path, *entry, {.urls = {QUrl::fromLocalFile(folder)}});
+        }
+        return true;
+      },
+      nobody);
+}
+
+void AppOpener::whenKnown(std::function<bool()> attempt, std::function<void()> otherwise) {
+  apps_.load();
+  if (attempt()) return;
+  const quint64 key = ++lastWaiting_;
+  waiting_[key] = {std::move(attempt), scheduler_.after(kPatience, [this, key, otherwise = std::move(otherwise)] {
+                     const auto waiting = waiting_.extract(key);
+                     otherwise();
+                   })};
+}
+
+void AppOpener::appsChanged() {
+  // An attempt may begin another wait.
+  QList<quint64> keys;
+  for (const auto& [key, waiting] : waiting_) keys << key;
+  for (const quint64 key : keys) {
+    const auto found = waiting_.find(key);
+    if (found != waiting_.end() && found->second.attempt()) waiting_.erase(key);
+  }
+}
+
+}  // namespace tarnwick

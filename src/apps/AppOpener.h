@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QThreadPool>
+#include <QUrl>
+#include <functional>
+#include <map>
+
+#include "apps/AppLaunch.h"
+#include "apps/InstalledApps.h"
+#include "base/Scheduler.h"
+
+namespace tarnwick {
+
+/// Starts and opens by what a tile knows: the path of a desktop entry, a file, an address. Where the installed
+/// applications have not been read yet it waits for them. Main thread only; every failure comes as `failed`.
+class AppOpener : public QObject {
+  Q_OBJECT
+ public:
+  /// How long an entry that nobody knows may take to be found, in seconds.
+  static constexpr double kPatience = 5;
+
+  /// All must outlive it.
+  AppOpener(InstalledApps& apps, AppLaunch& launch, Scheduler& scheduler);
+  /// Waits for a look at a file that is under way.
+  ~AppOpener() override;
+
+  /// Starts the application of a desktop entry, or what `request` asks of it.
+  void start(const QString& entryPath, const LaunchRequest& request = {});
+  /// Opens a file, folder or address with the application that the user has for it.
+  void open(const QUrl& url);
+  /// Shows the trash in the file manager; `folder` is where its things lie, for one that knows no trash.
+  void openTrash(const QString& folder);
+
+ Q_SIGNALS:
+  /// An application was started, to be brought forward by its own doing. The path is the one that was asked for, or
+  /// that of the application which opens a file.
+  void started(const QString& entryPath);
+  /// A finished sentence for the user.
+  void failed(const QString& message);
+
+ private:
+  struct Waiting {
+    std::function<bool()> attempt;
+    JobHandle patience;
+  };
+
+  void launch(const QString& asked, const DesktopEntry& entry, const LaunchRequest& request);
+  void openFound(const QUrl& url, const QStringList& types);
+  /// Tries now and whenever the installed applications change, until `attempt` gives true; then or never.
+  void whenKnown(std::function<bool()> attempt, std::function<void()> otherwise);
+  void appsChanged();
+
+  InstalledApps& apps_;
+  AppLaunch& launch_;
+  Scheduler& scheduler_;
+  QThreadPool pool_;
+  std::map<quint64, Waiting> waiting_;
+  quint64 lastWaiting_ = 0;
+};
+
+}  // namespace tarnwick
