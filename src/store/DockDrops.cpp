@@ -1,0 +1,245 @@
+#include "store/DockDrops.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QPointer>
+#include <QStandardPaths>
+#include <algorithm>
+
+#include "base/DomainError.h"
+#include "config/WidgetTransfer.h"
+#include "store/AppStore.h"
+#include "store/DocumentEdits.h"
+#include "widgets/PinnedTiles.h"
+#include "widgets/catalog/Catalog.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString nameOf(const QString& path) { return QFileInfo(path).fileName(); }
+
+FileTransfer transferOf(Qt::DropAction action) {
+  switch (action) {
+    case Qt::MoveAction:
+      return FileTransfer::Move;
+    case Qt::CopyAction:
+      return FileTransfer::Copy;
+    case Qt::LinkAction:
+      return FileTransfer::Link;
+    default:
+      return FileTransfer::Natural;
+  }
+}
+
+bool allMoved(const QList<FileChange>& changes) {
+  return std::ranges::all_of(changes, [](const FileChange& each) { return each.kind == FileChange::Kind::Moved; });
+}
+
+const DockWidget* tileIn(const QList<DockWidget>& shown, const QUuid& id) {
+  const auto found = std::ranges::find(shown, id, &DockWidget::id);
+  return id.isNull() || found == shown.end() ? nullptr : &*found;
+}
+
+}  // namespace
+
+QStringList DockDrops::localPaths(const QList<QUrl>& urls) {
+  QStringList paths;
+  for (const QUrl& url : urls) {
+    if (url.isLocalFile()) paths << QDir::cleanPath(url.toLocalFile());
+  }
+  return paths;
+}
+
+DropRouting::Tile DockDrops::routed(const DockWidget& widget) {
+  const WidgetDefinition& definition = Catalog::find(widget.kind);
+  QString path = widget.options.value(u"path"_s);
+  if (widget.kind == "downloads"_L1) path = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
+  return {widget.kind, definition.family, path, definition.width};
+}
+
+void DockDrops::routeDroppedFiles(const QList<QUrl>& urls, double x, const QString& display) {
+  const QList<DockWidget> shown = parts_.store->displayedWidgets(display);
+  QList<DropRouting::Tile> tiles;
+  for (const DockWidget& widget : shown) tiles << routed(widget);
+  const double spacing = parts_.store->config().spacing;
+  const qsizetype at = DropRouting::indexAt(x, tiles, spacing, kLeadingInset);
+  // Beside the tiles, a new one goes in front of the first whose middle is further on.
+  qsizetype index = 0;
+  for (double start = kLeadingInset; index < tiles.size() && start + tiles[index].width / 2 <= x; ++index) {
+    start += tiles[index].width + spacing;
+  }
+  DockFileDrop dropped{.display = display, .urls = urls, .widget = {}, .index = index};
+  if (at >= 0) dropped.widget = shown[at].id;
+  drop(dropped);
+}
+
+void DockDrops::drop(const DockFileDrop& drop) {
+  parts_.store->holdRunningApps();
+  if (drop.urls.isEmpty()) return;
+  QStringList paths = localPaths(drop.urls);
+  const QList<DockWidget> shown = parts_.store->displayedWidgets(drop.display);
+  if (const DockWidget* tile = tileIn(shown, drop.widget)) {
+    const QString folder = routed(*tile).path;
+    if (!folder.isEmpty()) paths << folder;
+  }
+  parts_.files->look(paths, this, [this, drop](const Kinds& kinds) { apply(drop, kinds); });
+}
+
+void DockDrops::apply(const DockFileDrop& drop, const Kinds& kinds) {
+  parts_.store->activeDisplay = drop.display;
+  const QList<DockWidget> shown = parts_.store->displayedWidgets(drop.display);
+  const DockWidget* tile = tileIn(shown, drop.widget);
+  if (tile && applyToTile(drop, *tile, kinds)) return;
+
+  const QStringList paths = localPaths(drop.urls);
+  const bool allEntries = paths.size() == drop.urls.size() && std::ranges::all_of(paths, &PinnedTiles::isDesktopEntry);
+  if (!allEntries && openInApplication(drop, tile)) return;
+  if (paths.isEmpty()) {
+    parts_.store->setError(tr("Only files on this computer can be dropped here."));
+  } else {
+    makeTiles(drop, kinds);
+  }
+}
+
+bool DockDrops::applyToTile(const DockFileDrop& drop, const DockWidget& tile, const Kinds& kinds) {
+  const auto isFolder = [&](const QString& path) { return kinds.value(path) == Files::Kind::Folder; };
+  const DropRouting::Target target = DropRouting::route(routed(tile), drop.index, isFolder);
+  const QStringList paths = localPaths(drop.urls);
+  const bool takesFiles =
+      target.kind != DropRouting::Target::Kind::None || tile.kind == "trash"_L1 || tile.kind == "fileShelf"_L1;
+  if (!takesFiles) return false;
+  if (paths.isEmpty()) {
+    parts_.store->setError(tr("Only files on this computer can be dropped here."));
+  } else if (target.kind == DropRouting::Target::Kind::AirDrop) {
+    if (sendNearby) {
+      sendNearby(drop.urls);
+    } else {
+      parts_.store->setError(tr("Nothing on this computer can send files to devices nearby."));
+    }
+  } else if (target.kind == DropRouting::Target::Kind::Folder) {
+    bringInto(target.path, drop);
+  } else if (tile.kind == "trash"_L1) {
+    throwAway(drop);
+  } else {
+    shelve(paths);
+  }
+  return true;
+}
+
+bool DockDrops::openInApplication(const DockFileDrop& drop, const DockWidget* tile) {
+  QString entryPath;
+  if (tile && Catalog::find(tile->kind).family == "launcher"_L1) entryPath = tile->options.value(u"path"_s);
+  if (drop.application != 0 && parts_.running) {
+    const auto app = parts_.running->byIdentity(drop.application);
+    if (app && app->path.isEmpty()) {
+      parts_.store->setError(tr("“%1” cannot open files.").arg(app->name));
+      return true;
+    }
+    if (app) entryPath = app->path;
+  }
+  if (!PinnedTiles::isDesktopEntry(entryPath)) return false;
+  parts_.opener->start(entryPath, {.urls = drop.urls});
+  return true;
+}
+
+void DockDrops::offerUndo(const FilesOutcome& outcome, const QString& sentence) {
+  if (!outcome.error.isEmpty()) parts_.store->setError(outcome.error);
+  if (outcome.changes.isEmpty()) return;
+  parts_.undo->push(sentence, [self = QPointer(this), changes = outcome.changes] {
+    if (!self) return;
+    self->parts_.files->takeBack(changes, self, [self](const FilesOutcome& back) {
+      if (self && !back.error.isEmpty()) self->parts_.store->setError(back.error);
+    });
+  });
+}
+
+void DockDrops::bringInto(const QString& folder, const DockFileDrop& drop) {
+  const FileTransfer how = transferOf(drop.action);
+  parts_.files->bringInto(folder, localPaths(drop.urls), how, this, [this, folder, how](const FilesOutcome& outcome) {
+    if (outcome.changes.isEmpty()) return offerUndo(outcome, {});
+    const auto number = outcome.changes.size();
+    const QString one = number == 1 ? nameOf(outcome.changes.first().from) : QString();
+    const QString into = nameOf(folder);
+    QString sentence;
+    if (how == FileTransfer::Link) {
+      sentence = number == 1 ? tr("“%1” was linked in “%2”.").arg(one, into)
+                             : tr("%1 items were linked in “%2”.").arg(number).arg(into);
+    } else if (allMoved(outcome.changes)) {
+      sentence = number == 1 ? tr("“%1” was moved to “%2”.").arg(one, into)
+                             : tr("%1 items were moved to “%2”.").arg(number).arg(into);
+    } else {
+      sentence = number == 1 ? tr("“%1” was copied to “%2”.").arg(one, into)
+                             : tr("%1 items were copied to “%2”.").arg(number).arg(into);
+    }
+    offerUndo(outcome, sentence);
+  });
+}
+
+void DockDrops::throwAway(const DockFileDrop& drop) {
+  parts_.files->trash(localPaths(drop.urls), this, [this](const FilesOutcome& outcome) {
+    const auto number = outcome.changes.size();
+    const QString one = number == 1 ? nameOf(outcome.changes.first().from) : QString();
+    offerUndo(outcome, number == 1 ? tr("“%1” was moved to the trash.").arg(one)
+                                   : tr("%1 items were moved to the trash.").arg(number));
+  });
+}
+
+void DockDrops::shelve(const QStringList& paths) {
+  QStringList shelf = parts_.store->config().shelf;
+  QStringList added;
+  for (const QString& path : paths) {
+    if (!shelf.contains(path) && !added.contains(path)) added << path;
+  }
+  if (added.isEmpty()) return;
+  if (shelf.size() + added.size() > kMostShelved) {
+    parts_.store->setError(tr("The file shelf is full."));
+    return;
+  }
+  parts_.store->edit([&](DockConfiguration& config) { config.shelf += added; });
+  const QString sentence = added.size() == 1 ? tr("“%1” was put on the file shelf.").arg(nameOf(added.first()))
+                                             : tr("%1 items were put on the file shelf.").arg(added.size());
+  parts_.undo->push(sentence, [self = QPointer(this), added] {
+    if (!self) return;
+    self->parts_.store->edit([&](DockConfiguration& config) {
+      config.shelf.removeIf([&](const QString& path) { return added.contains(path); });
+    });
+  });
+}
+
+/// Desktop entries become tiles in any case, everything else where no shelf takes it.
+void DockDrops::makeTiles(const DockFileDrop& drop, const Kinds& kinds) {
+  const QList<DockWidget> shown = parts_.store->displayedWidgets(drop.display);
+  const bool hasShelf = std::ranges::any_of(shown, [](const DockWidget& each) { return each.kind == "fileShelf"_L1; });
+  const QSet<QString> held = PinnedTiles::heldPaths(shown);
+  QList<DockWidget> tiles;
+  QStringList shelved;
+  for (const QString& path : localPaths(drop.urls)) {
+    const Files::Kind kind = kinds.value(path, Files::Kind::Missing);
+    if (kind == Files::Kind::Missing) {
+      parts_.store->setError(tr("“%1” is not there any more.").arg(nameOf(path)));
+    } else if (hasShelf && !PinnedTiles::isDesktopEntry(path)) {
+      shelved << path;
+    } else if (!held.contains(path)) {
+      tiles << (kind == Files::Kind::Folder ? PinnedTiles::folder(path) : PinnedTiles::launcher(path));
+    }
+  }
+  if (!shelved.isEmpty()) shelve(shelved);
+  parts_.edits->insert(tiles, drop.display, drop.index);
+}
+
+void DockDrops::dropWidget(const QString& text, qsizetype index, const QString& display) {
+  parts_.store->holdRunningApps();
+  try {
+    DockWidget widget = WidgetTransfer::decode(text);
+    // The same text may be dropped twice.
+    if (DocumentEdits::find(parts_.store->config(), widget.id)) widget.id = QUuid::createUuid();
+    parts_.edits->insert({widget}, display, index);
+  } catch (const DomainError& failure) {
+    parts_.store->setError(failure.message());
+  }
+}
+
+}  // namespace tarnwick

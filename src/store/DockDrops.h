@@ -1,0 +1,76 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QUrl>
+#include <QUuid>
+#include <functional>
+
+#include "apps/AppOpener.h"
+#include "apps/RunningApplications.h"
+#include "desktop/Files.h"
+#include "dock/rules/DropRouting.h"
+#include "store/UndoableEdits.h"
+
+namespace tarnwick {
+
+/// Files and addresses that were dropped on a dock.
+struct DockFileDrop {
+  QString display;  ///< The dock's.
+  QList<QUrl> urls;
+  QUuid widget{};           ///< The tile that they were dropped on; null for none.
+  quint64 application = 0;  ///< The running application whose tile they were dropped on; 0 for none.
+  qsizetype index = -1;     ///< Among the shown widgets, where a new tile goes; at the end when it is none.
+  Qt::DropAction action = Qt::IgnoreAction;  ///< Move, copy or link where the user asked for it.
+};
+
+/// What happens to things that are dropped on a dock: a folder's tile takes files in, the trash throws them away, an
+/// application opens them, the shelf keeps them; a desktop entry becomes a tile, and so does what nobody takes. All of
+/// it can be taken back but the opening. Failures land in the store's message line. Main thread only.
+class DockDrops : public QObject {
+  Q_OBJECT
+ public:
+  static constexpr qsizetype kMostShelved = 500;
+  /// From the left edge of the glass to the first tile, at scale 1.
+  static constexpr double kLeadingInset = 24;
+
+  /// Borrowed; all but `running` are required.
+  struct Parts {
+    AppStore* store = nullptr;
+    Files* files = nullptr;
+    AppOpener* opener = nullptr;
+    UndoStack* undo = nullptr;
+    UndoableEdits* edits = nullptr;
+    RunningApplications* running = nullptr;
+  };
+
+  explicit DockDrops(const Parts& parts) : parts_(parts) {}
+
+  void drop(const DockFileDrop& drop);
+  /// The same for a place along the row of widgets, at scale 1 from the left edge of the glass, in a dock that shows no
+  /// running applications.
+  void routeDroppedFiles(const QList<QUrl>& urls, double x, const QString& display);
+  /// Takes a widget that travels as text.
+  void dropWidget(const QString& text, qsizetype index, const QString& display);
+
+  /// Sends files to a device nearby; empty where nothing can.
+  std::function<void(const QList<QUrl>& urls)> sendNearby;
+
+ private:
+  using Kinds = QHash<QString, Files::Kind>;
+
+  void apply(const DockFileDrop& drop, const Kinds& kinds);
+  bool applyToTile(const DockFileDrop& drop, const DockWidget& tile, const Kinds& kinds);
+  bool openInApplication(const DockFileDrop& drop, const DockWidget* tile);
+  void bringInto(const QString& folder, const DockFileDrop& drop);
+  void throwAway(const DockFileDrop& drop);
+  void shelve(const QStringList& paths);
+  void makeTiles(const DockFileDrop& drop, const Kinds& kinds);
+  void offerUndo(const FilesOutcome& outcome, const QString& sentence);
+  static QStringList localPaths(const QList<QUrl>& urls);
+  static DropRouting::Tile routed(const DockWidget& widget);
+
+  Parts parts_;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+
+#include "apps/InstalledApps.h"
+#include "config/DockWidget.h"
+#include "store/UndoStack.h"
+
+namespace tarnwick {
+
+class AppStore;
+
+/// Changes of a dock's tiles that the user may take back. Main thread only; all that it is made of must outlive it.
+class UndoableEdits : public QObject {
+  Q_OBJECT
+ public:
+  UndoableEdits(AppStore& store, InstalledApps& apps, UndoStack& undo);
+
+  /// Inserts at an index of what a display's dock shows, at its end for any other index: all of them, or none and the
+  /// message that the dock is full. Gives whether it did.
+  bool insert(const QList<DockWidget>& widgets, const QString& display, qsizetype index = -1);
+  /// Removes a widget. It comes back with its settings at its place; its credentials are kept as long as it can.
+  void remove(const QUuid& widget);
+
+  /// What a person calls a tile: its title, else its application, file or folder, else its kind.
+  QString nameOf(const DockWidget& widget) const;
+
+ private:
+  void removeAll(const QList<QUuid>& widgets);
+
+  AppStore& store_;
+  InstalledApps& apps_;
+  UndoStack& undo_;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,40 @@
+#include "widgets/PinnedTiles.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+DockWidget widgetFor(const QString& kind, const QString& path) {
+  return {.id = QUuid::createUuid(), .kind = kind, .title = QString(), .options = {{u"path"_s, path}}};
+}
+
+}  // namespace
+
+QSet<QString> PinnedTiles::heldPaths(const QList<DockWidget>& widgets) {
+  QSet<QString> held;
+  for (const DockWidget& widget : widgets) {
+    held.insert(widget.options.value(u"path"_s));
+    for (const QString& path : widget.options.value(u"paths"_s).split(u'\n', Qt::SkipEmptyParts)) held.insert(path);
+  }
+  held.remove(QString());
+  return held;
+}
+
+QList<RunningApp> PinnedTiles::unheld(const QList<RunningApp>& running, const QList<DockWidget>& widgets,
+                                      const IdOf& idOf) {
+  const QSet<QString> held = heldPaths(widgets);
+  QSet<QString> heldIds;
+  for (const QString& path : held) heldIds.insert(idOf(path));
+  heldIds.remove(QString());
+  QList<RunningApp> result = running;
+  result.removeIf([&](const RunningApp& app) { return held.contains(app.path) || heldIds.contains(app.desktopId); });
+  return result;
+}
+
+DockWidget PinnedTiles::launcher(const QString& path) { return widgetFor(u"appLauncher"_s, path); }
+
+DockWidget PinnedTiles::folder(const QString& path) { return widgetFor(u"folderLauncher"_s, path); }
+
+}  // namespace tarnwick

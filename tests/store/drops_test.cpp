@@ -1,0 +1,308 @@
+#include <gtest/gtest.h>
+
+#include <QDBusConnection>
+
+#include "base/DomainError.h"
+#include "config/WidgetTransfer.h"
+#include "store/AppStore.h"
+#include "store/DockDrops.h"
+#include "store/DocumentEdits.h"
+#include "store/WidgetPlaces.h"
+#include "support/FakeFiles.h"
+#include "support/TestScheduler.h"
+#include "widgets/PinnedTiles.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+struct NoReadings : SystemCounters {
+  std::optional<ProcessorTicks> processorTicks() override { return std::nullopt; }
+  std::optional<MemoryReading> memory() override { return std::nullopt; }
+  std::optional<NetworkReading> network() override { return std::nullopt; }
+  std::optional<DiskReading> disk() override { return std::nullopt; }
+  std::optional<double> batteryCharge() override { return std::nullopt; }
+};
+
+struct Credentials : CredentialKeeping {
+  explicit Credentials(QList<QUuid>& list) : removed(list) {}
+  void remove(const QUuid& widget) override { removed << widget; }
+  QList<QUuid>& removed;
+};
+
+StoreSetup setupWith(Scheduler& time, QList<QUuid>& removed) {
+  StoreSetup setup;
+  setup.diagnostic = true;
+  setup.platformReads = false;
+  setup.scheduler = &time;
+  setup.counters = std::make_unique<NoReadings>();
+  setup.collaborators.credentials = std::make_unique<Credentials>(removed);
+  return setup;
+}
+
+class DropsTest : public testing::Test {
+ protected:
+  DropsTest() { QObject::connect(&undo, &UndoStack::failed, &store, &AppStore::setError); }
+
+  DockWidget tile(const QString& kind, const QString& path = {}) {
+    DockWidget widget{QUuid::createUuid(), kind, {}, {}};
+    if (!path.isEmpty()) widget.options.insert(u"path"_s, path);
+    return widget;
+  }
+  void show(const QList<DockWidget>& widgets) {
+    store.edit([&](DockConfiguration& config) { config.profiles[0].widgets = widgets; });
+  }
+  /// The row as kinds with their paths.
+  QString row() const {
+    QStringList words;
+    for (const DockWidget& widget : store.widgets()) words << widget.kind + widget.options.value(u"path"_s);
+    return words.join(u' ');
+  }
+  QString sentence() const { return undo.latest() ? undo.latest()->sentence : QString(); }
+
+  test::TestScheduler time;
+  QList<QUuid> forgotten;
+  AppStore store{setupWith(time, forgotten)};
+  InstalledApps apps{AppEnvironment(), time};
+  AppLaunch launch{AppEnvironment(), LaunchEnvironment(), [] { return QDBusConnection(u"no such bus"_s); }};
+  AppOpener opener{apps, launch, time};
+  test::FakeFiles files;
+  UndoStack undo;
+  UndoableEdits edits{store, apps, undo};
+  DockDrops drops{{&store, &files, &opener, &undo, &edits, nullptr}};
+};
+
+TEST_F(DropsTest, EachTileTakesFilesInItsOwnWay) {
+  const DockWidget folder = tile(u"folderLauncher"_s, u"/tmp/Old"_s.toLower());
+  const DockWidget gone = tile(u"folderLauncher"_s, u"/goned"_s);
+  const DockWidget trash = tile(u"trash"_s);
+  const DockWidget airdrop = tile(u"airdrop"_s);
+  const DockWidget clock = tile(u"digitalClock"_s);
+  const DockWidget shelf = tile(u"fileShelf"_s);
+  files.missing = {u"/goned"_s, u"/lost"_s};
+  const QList<DockWidget> plain{clock, folder, gone, trash, airdrop};
+  const QList<DockWidget> shelved = plain + QList<DockWidget>{shelf};
+  const QString base = u"digitalClock folderLauncher/tmp/old folderLauncher/goned trash airdrop"_s;
+
+  struct Case {
+    const char* name;
+    QList<DockWidget> row;
+    QUuid on;
+    QStringList urls;
+    qsizetype index;
+    Qt::DropAction action;
+    QString sentence, error;
+    QString expectedRow;
+    QStringList expectedShelf;
+    QStringList expectedBack;
+  };
+  const auto none = Qt::IgnoreAction;
+  const QString onlyLocal = u"Only files on this computer can be dropped here."_s;
+  const Case cases[] = {
+      {"a folder", plain, folder.id, {u"/a"_s}, 1, none, u"“a” was moved to “old”."_s, {}, base, {}, {u"/a"_s}},
+      {"copied, several",
+       plain,
+       folder.id,
+       {u"/a"_s, u"/b"_s},
+       1,
+       Qt::CopyAction,
+       u"2 items were copied to “old”."_s,
+       {},
+       base,
+       {},
+       {u"/a"_s, u"/b"_s}},
+      {"the trash", plain, trash.id, {u"/a"_s}, 1, none, u"“a” was moved to the trash."_s, {}, base, {}, {u"/a"_s}},
+      {"devices nearby",
+       plain,
+       airdrop.id,
+       {u"/a"_s},
+       1,
+       none,
+       {},
+       u"Nothing on this computer can send files to devices nearby."_s,
+       base,
+       {},
+       {}},
+      {"an address on a folder", plain, folder.id, {u"https://example.org/"_s}, 1, none, {}, onlyLocal, base, {}, {}},
+      {"an address on nothing", plain, {}, {u"https://example.org/"_s}, 1, none, {}, onlyLocal, base, {}, {}},
+      {"a folder that is gone",
+       plain,
+       gone.id,
+       {u"/a"_s},
+       0,
+       none,
+       u"“a” was added to the dock."_s,
+       {},
+       u"appLauncher/a "_s + base,
+       {},
+       {}},
+      {"a gap",
+       plain,
+       {},
+       {u"/x/yard"_s, u"/a b"_s, u"/lost"_s},
+       1,
+       none,
+       u"2 tiles were added to the dock."_s,
+       u"“lost” is not there any more."_s,
+       u"digitalClock folderLauncher/x/yard appLauncher/a b folderLauncher/tmp/old folderLauncher/goned trash airdrop"_s,
+       {},
+       {}},
+      {"a gap beside a shelf",
+       shelved,
+       {},
+       {u"/a"_s, u"/b.desktop"_s},
+       99,
+       none,
+       u"“b” was added to the dock."_s,
+       {},
+       base + u" fileShelf appLauncher/b.desktop"_s,
+       {u"/a"_s},
+       {}},
+      {"the shelf itself",
+       shelved,
+       shelf.id,
+       {u"/b.desktop"_s, u"/b.desktop"_s},
+       0,
+       none,
+       u"“b.desktop” was put on the file shelf."_s,
+       {},
+       base + u" fileShelf"_s,
+       {u"/b.desktop"_s},
+       {}},
+      {"what the dock holds", plain, {}, {u"/tmp/old"_s}, 0, none, {}, {}, base, {}, {}},
+  };
+  for (const Case& c : cases) {
+    undo.clear();
+    files.takenBack.clear();
+    store.clearError();
+    show(c.row);
+    store.edit([](DockConfiguration& config) { config.shelf.clear(); });
+    const DockConfiguration before = store.config();
+    DockFileDrop drop{u"L"_s, {}, c.on, 0, c.index, c.action};
+    for (const QString& url : c.urls) drop.urls << (url.startsWith(u'/') ? QUrl::fromLocalFile(url) : QUrl(url));
+    drops.drop(drop);
+    EXPECT_EQ(sentence(), c.sentence) << c.name;
+    EXPECT_EQ(store.error(), c.error) << c.name;
+    EXPECT_EQ(row(), c.expectedRow) << c.name;
+    EXPECT_EQ(store.config().shelf, c.expectedShelf) << c.name;
+    while (undo.size() > 0) undo.undo();
+    EXPECT_EQ(store.config(), before) << c.name;
+    EXPECT_EQ(files.takenBack, c.expectedBack) << c.name;
+  }
+
+  files.error = u"“b” could not be moved: Permission denied."_s;
+  drops.drop({u"L"_s, {QUrl::fromLocalFile(u"/a"_s)}, folder.id});
+  EXPECT_EQ(store.error(), files.error);
+  EXPECT_EQ(undo.size(), 1) << "what was done can be taken back nevertheless";
+}
+
+TEST_F(DropsTest, APlaceAlongTheRowIsATileOrAGap) {
+  show({tile(u"trash"_s), tile(u"folderLauncher"_s, u"/old"_s)});  // 70 and 100 wide, 7 between.
+  const QList<QUrl> urls{QUrl::fromLocalFile(u"/a"_s)};
+  drops.routeDroppedFiles(urls, 24, u"L"_s);
+  EXPECT_EQ(sentence(), u"“a” was moved to the trash."_s);
+  drops.routeDroppedFiles(urls, 24 + 77, u"L"_s);
+  EXPECT_EQ(sentence(), u"“a” was moved to “old”."_s);
+  drops.routeDroppedFiles(urls, 24 + 73, u"L"_s);
+  EXPECT_EQ(row(), u"trash appLauncher/a folderLauncher/old"_s);
+}
+
+TEST_F(DropsTest, AWidgetTravelsAsText) {
+  show({tile(u"trash"_s), tile(u"digitalClock"_s)});
+  DockWidget timer = tile(u"timer"_s);
+  timer.options.insert(u"minutes"_s, u"5"_s);
+  drops.dropWidget(WidgetTransfer::encode(timer), 1, u"L"_s);
+  drops.dropWidget(WidgetTransfer::encode(timer), -1, u"L"_s);
+  EXPECT_EQ(row(), u"trash timer digitalClock timer"_s);
+  EXPECT_NE(store.widgets()[1].id, store.widgets()[3].id);
+  EXPECT_EQ(store.widgets()[1].options, timer.options);
+  drops.dropWidget(u"tarnwick-widget:e30"_s, 0, u"L"_s);
+  EXPECT_EQ(store.error(), u"Invalid widget transfer."_s);
+
+  QList<DockWidget> full;
+  for (int i = 0; i < 149; ++i) full << tile(u"cpu"_s);
+  show(full);
+  // Two for one place: all or nothing.
+  drops.drop({u"L"_s, {QUrl::fromLocalFile(u"/a"_s), QUrl::fromLocalFile(u"/b"_s)}});
+  EXPECT_EQ(store.error(), u"This dock already has 150 widgets."_s);
+  EXPECT_EQ(store.widgets(), full);
+}
+
+TEST_F(DropsTest, ARemovedWidgetComesBackWhereItWas) {
+  const DockWidget a = tile(u"cpu"_s);
+  DockWidget b = tile(u"timer"_s);
+  b.options.insert(u"minutes"_s, u"5"_s);
+  const DockWidget c = tile(u"ram"_s);
+  show({a, b, c});
+  edits.remove(b.id);
+  EXPECT_EQ(sentence(), u"“Timer” was removed from the dock."_s);
+  EXPECT_EQ(row(), u"cpu ram"_s);
+  undo.undo();
+  EXPECT_EQ(store.widgets(), (QList<DockWidget>{a, b, c}));
+
+  // Neighbours that went or moved meanwhile, a profile that is gone, a dock that is full.
+  edits.remove(b.id);
+  store.move(a.id, 1);
+  undo.undo();
+  EXPECT_EQ(row(), u"timer ram cpu"_s);
+  edits.remove(b.id);
+  store.newProfile(u"Other"_s, false);
+  store.deleteProfile(store.config().profiles[0].id);
+  undo.undo();
+  EXPECT_EQ(row(), u"timer"_s);
+  edits.remove(b.id);
+  QList<DockWidget> full;
+  while (full.size() < 150) full << tile(u"cpu"_s);
+  show(full);
+  undo.undo();
+  EXPECT_EQ(store.error(), u"This dock already has 150 widgets."_s);
+  EXPECT_TRUE(forgotten.isEmpty());
+
+  // Credentials live until nothing can bring the widget back.
+  edits.remove(full[0].id);
+  for (qsizetype i = 0; i < UndoStack::kMost; ++i) undo.push(u"x"_s, [] {});
+  EXPECT_EQ(forgotten, QList<QUuid>{full[0].id});
+  edits.remove(full[1].id);
+  undo.clear();
+  EXPECT_EQ(forgotten, (QList<QUuid>{full[0].id, full[1].id}));
+}
+
+TEST(UndoStack, TakesBackWhatIsAskedAndSurvivesWhatFails) {
+  UndoStack stack;
+  QStringList log;
+  QObject::connect(&stack, &UndoStack::failed, [&](const QString& message) { log << message; });
+  const quint64 first = stack.push(u"first"_s, [&] { log << u"first"_s; });
+  stack.push(u"second"_s, [] { throw DomainError::invalid(u"It is gone."_s); });
+  stack.push(u"third"_s, [&] {
+    log << u"third"_s;
+    stack.push(u"again"_s, [] {});
+  });
+  stack.undo();
+  EXPECT_EQ(stack.latest()->sentence, u"again"_s);
+  stack.undo(first);
+  stack.undo(first);
+  stack.undo();
+  stack.undo();
+  stack.undo();
+  EXPECT_EQ(log, (QStringList{u"third"_s, u"first"_s, u"It is gone."_s}));
+}
+
+TEST(PinnedTiles, AnOverriddenEntryIsTheSameApplication) {
+  const auto idOf = [](const QString& path) { return path.section(u'/', -1).section(u'.', 0, 0); };
+  const auto app = [](const QString& id, const QString& path) {
+    RunningApp running;
+    running.desktopId = id;
+    running.path = path;
+    return running;
+  };
+  DockWidget folder{QUuid::createUuid(), u"appFolder"_s, {}, {{u"paths"_s, u"/usr/a.desktop\n/usr/b.desktop\n"_s}}};
+  const QList<DockWidget> widgets{folder, PinnedTiles::launcher(u"/usr/c.desktop"_s), {QUuid(), u"cpu"_s, {}, {}}};
+  EXPECT_EQ(PinnedTiles::heldPaths(widgets).size(), 3);
+  const QList<RunningApp> running{app(u"a"_s, u"/usr/a.desktop"_s), app(u"c"_s, u"/home/c.desktop"_s),
+                                  app(u"d"_s, u"/usr/d.desktop"_s), app({}, {})};
+  EXPECT_EQ(PinnedTiles::unheld(running, widgets, idOf), (QList<RunningApp>{running[2], running[3]}));
+}
+
+}  // namespace
+}  // namespace tarnwick
