@@ -34,7 +34,8 @@ enum class Keyboard {
 };
 
 /// A small window that belongs to a panel: a detail panel or a bubble. It is shown when made and stays until it is
-/// destroyed, or until the user presses Escape or clicks outside of it.
+/// destroyed, or until the user presses Escape or clicks outside of it. A click on the rectangle that it belongs to is
+/// left to the owner, who may take it for the wish to close it.
 class Popup : public QObject {
   Q_OBJECT
  public:
@@ -48,7 +49,7 @@ class Popup : public QObject {
 
 /// What a popup is like.
 struct PopupStyle {
-  QMargins margins;           ///< Room around the content's own outline that is painted on (a shadow).
+  QMargins margins{};         ///< Room within the content around its outline that is painted on (a shadow).
   int gap = 10;               ///< Between the rectangle that it belongs to and its outline.
   bool takesKeys = true;      ///< Whether it has the keyboard while it is open.
   bool closesOutside = true;  ///< Whether a click outside closes it. One that does not lets those clicks through.
@@ -81,7 +82,8 @@ class Panel : public QObject {
   virtual void setHiddenFromCapture(bool hidden) = 0;
 
   /// Opens `content` beside a rectangle of this panel's content, towards the middle of the screen: it never covers the
-  /// rectangle and never leaves the screen. Never null; the popup owns the content and must not outlive the panel.
+  /// rectangle and never leaves the screen. It is as large as the content's size hint says, margins included, and
+  /// smaller where there is no room. Never null; the popup owns the content and must not outlive the panel.
   virtual std::unique_ptr<Popup> popup(std::unique_ptr<QWidget> content, const QRect& beside,
                                        const PopupStyle& style) = 0;
   /// Opens a menu, with its submenus, beside a rectangle of this panel's content. The menu is the caller's and must

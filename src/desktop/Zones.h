@@ -30,13 +30,15 @@ struct ZoneRequest {
 class ZoneSensor : public QObject {
   Q_OBJECT
  public:
-  /// Replaces what is watched; an empty list ends all listening. The zones are up to date when the call returns.
+  /// Replaces what is watched; an empty list ends all listening. The zones are up to date when the call returns; what
+  /// became different by the call itself is not announced.
   virtual void watch(const QList<ZoneRequest>& requests) = 0;
   virtual PointerZones zones(const QString& screen) const = 0;
-  /// Whether something is being dragged, by any program.
+  /// Whether something is being dragged, by any program. Known only while something is watched.
   virtual bool isDragging() const = 0;
 
  Q_SIGNALS:
+  /// A zone was entered or left, or a drag began or ended.
   void changed();
 };
 

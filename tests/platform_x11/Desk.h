@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWidget>
@@ -18,6 +20,17 @@ struct Desk {
   X11Events events;
   X11Screens screens{events};
   X11Panels panels{events, screens};
+
+  /// Runs until the program knows where the pointer is now, and what was pressed until now.
+  void settle() {
+    display.settle();
+    quint64 answer = 0;
+    const auto listening = QObject::connect(&events.rawInput(), &X11RawInput::answered,
+                                            [&](const X11RawInput::Pointer& pointer) { answer = pointer.question; });
+    const quint64 question = events.rawInput().ask();
+    EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return answer >= question; }));
+    QObject::disconnect(listening);
+  }
 };
 
 /// A panel's content of one colour that counts the presses it gets.

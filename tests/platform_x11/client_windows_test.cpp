@@ -52,7 +52,8 @@ TEST_F(X11ClientWindowsTest, FollowARealProgram) {
                               .active = false,
                               .minimised = false,
                               .fullscreen = false,
-                              .screens = {desk.screens.mainId()}};
+                              .screens = {desk.screens.mainId()},
+                              .frame = {}};
   EXPECT_EQ(all[0], expected);
 
   windows.activate(all[0].id);
@@ -93,6 +94,19 @@ TEST_F(X11ClientWindowsTest, ReadWhatAWindowSaysOfItself) {
   }
   window.addState("_NET_WM_STATE_FULLSCREEN", "_NET_WM_STATE_SKIP_TASKBAR");
   EXPECT_TRUE(becomes(u"plain"_s, [](const ClientWindow& one) { return one.fullscreen && !one.inTaskbar; }));
+
+  EXPECT_TRUE(becomes(u"plain"_s, [](const ClientWindow& one) { return one.frame == QRectF(0, 0, 1280, 800); }));
+
+  window.setWords("WM_HINTS", "WM_HINTS", {1 << 8, 0, 0, 0, 0, 0, 0, 0, 0});
+  EXPECT_TRUE(becomes(u"plain"_s, [](const ClientWindow& one) { return one.urgent; }));
+  window.setWords("WM_HINTS", "WM_HINTS", {0, 0, 0, 0, 0, 0, 0, 0, 0});
+  EXPECT_TRUE(becomes(u"plain"_s, [](const ClientWindow& one) { return !one.urgent; }));
+
+  const auto place = [&] { return desk.display.words(window.id(), "_NET_WM_ICON_GEOMETRY"); };
+  windows.setIconGeometry({find(u"plain"_s)->id, 1}, QRectF(500, 720, 64, 60));
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return place() == QList<quint32>{500, 720, 64, 60}; }));
+  windows.setIconGeometry({find(u"plain"_s)->id}, {});
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return place().isEmpty(); }));
 
   ForeignWindow dock(desk.display, QRect(0, 0, 1280, 20));
   dock.setWords("_NET_WM_WINDOW_TYPE", "ATOM", {desk.display.atom("_NET_WM_WINDOW_TYPE_DOCK")});

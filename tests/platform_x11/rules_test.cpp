@@ -5,6 +5,7 @@
 #include <numeric>
 
 #include "desktop/Edid.h"
+#include "desktop/PopupPlacement.h"
 #include "desktop/ScreenIdentity.h"
 #include "platform/x11/SandboxIdentity.h"
 #include "platform/x11/X11Strut.h"
@@ -149,6 +150,27 @@ TEST(SandboxIdentity, NamesTheFlatpakOrSnap) {
   EXPECT_EQ(SandboxIdentity::fromControlGroups("0::/user.slice/user-1000.slice/app.slice/snap.pond.view-1f2e.scope\n"),
             u"pond"_s);
   EXPECT_EQ(SandboxIdentity::fromControlGroups("0::/user.slice/snapd.service\n1:x:/init.scope\n"), QString());
+}
+
+TEST(PopupPlacement, StaysBesideAndWithin) {
+  const QRect usable(0, 30, 1000, 770);
+  const struct {
+    QRect beside;
+    QSize wanted;
+    QRect outline;
+  } rows[] = {
+      {{480, 740, 40, 50}, {200, 300}, {400, 430, 200, 300}},  // a dock at the bottom
+      {{480, 40, 40, 50}, {200, 300}, {400, 100, 200, 300}},   // at the top
+      {{0, 740, 40, 50}, {200, 300}, {0, 430, 200, 300}},      // in a corner
+      {{960, 740, 40, 50}, {200, 300}, {800, 430, 200, 300}},  // in the other
+      {{480, 740, 40, 50}, {2000, 2000}, {0, 30, 1000, 700}},  // too large
+      {{480, 820, 40, 50}, {200, 300}, {400, 500, 200, 300}},  // hidden beyond the edge
+      {{480, 0, 40, 10}, {200, 300}, {400, 30, 200, 300}},     // under a bar
+      {{0, 0, 1000, 1600}, {200, 300}, {400, 30, 200, 1}},     // no room at all
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(PopupPlacement::outline(row.beside, row.wanted, 10, usable), row.outline) << row.beside.y();
+  }
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <QApplication>
 
 #include "Desk.h"
+#include "platform/x11/X11ZoneSensor.h"
 #include "support/ForeignWindow.h"
 
 namespace tarnwick::testing {
@@ -36,6 +37,22 @@ TEST(X11Scale, CountsInPixelsThatDoNotDependOnTheDevice) {
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return one.content->presses == 1; }));
   desk.display.click({942, 770});
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return below.clicks() == 1; }));
+
+  X11ZoneSensor sensor(desk.events, desk.screens);
+  sensor.watch({{.screen = u"R"_s, .panel = QRectF(690, 350, 200, 40)}});
+  const struct {
+    QPoint place;
+    PointerZones zones;
+  } rows[] = {{{719, 780}, {}},
+              {{721, 780}, {.inside = true}},
+              {{1000, 799}, {.inside = true, .bottomEdge = true}},
+              {{1000, 5}, {.topEdge = true}},
+              {{639, 799}, {}}};
+  for (const auto& row : rows) {
+    desk.display.moveTo(row.place);
+    EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return sensor.zones(u"R"_s) == row.zones; }))
+        << row.place.x() << ", " << row.place.y();
+  }
 
   one.panel->place({.screen = u"L"_s, .rectangle = QRect(50, 700, 200, 40), .margins = {}});
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return desk.display.frame(one.window()) == QRect(50, 700, 200, 40); }));

@@ -174,6 +174,10 @@ xcb_window_t VirtualDisplay::topLevelAt(QPoint place) const {
   return answer ? answer->child : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
 }
 
+xcb_window_t VirtualDisplay::focus() const {
+  return reply(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr))->focus;
+}
+
 xcb_window_t VirtualDisplay::selectionOwner(const char* selection) const {
   const auto cookie = xcb_get_selection_owner(connection_, atom(selection));
   const auto answer = reply(xcb_get_selection_owner_reply(connection_, cookie, nullptr));

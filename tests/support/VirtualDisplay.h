@@ -51,6 +51,9 @@ class VirtualDisplay {
   /// The child of the root window that takes a click there: a window, or what the window manager put around it.
   xcb_window_t topLevelAt(QPoint place) const;
 
+  /// The window that what is typed goes to.
+  xcb_window_t focus() const;
+
   void startCompositor();
   void stopCompositor();
   /// `size` in millimetres is made up. `output` is an output's name or "none".

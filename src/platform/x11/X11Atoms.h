@@ -22,6 +22,8 @@ enum class X11Atom : std::size_t {
   NetWorkarea,
   NetWmName,
   NetWmPid,
+  NetWmUserTime,
+  NetWmIconGeometry,
   NetWmDesktop,
   NetWmStrut,
   NetWmStrutPartial,
@@ -33,6 +35,7 @@ enum class X11Atom : std::size_t {
   NetWmStateHidden,
   NetWmStateShaded,
   NetWmStateFullscreen,
+  NetWmStateDemandsAttention,
   NetWmWindowType,
   NetWmWindowTypeDock,
   NetWmWindowTypeDesktop,
@@ -45,6 +48,7 @@ enum class X11Atom : std::size_t {
   KdeDesktopFile,
   BamfDesktopFile,
   KdeBlurBehind,
+  XdndSelection,
   Edid,
   CompositorSelection,  ///< The selection whose owner composites our screen.
   Count

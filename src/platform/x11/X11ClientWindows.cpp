@@ -44,7 +44,22 @@ void X11ClientWindows::close(quint64 id) {
 
 void X11ClientWindows::minimise(quint64 id) { ask(id, X11Atom::WmChangeState, {kIconic, 0, 0, 0, 0}); }
 
-void X11ClientWindows::setIconGeometry(const QList<quint64>&, const QRectF&) {}
+void X11ClientWindows::setIconGeometry(const QList<quint64>& windows, const QRectF& tile) {
+  const auto native = screens_.nativeOf(tile);
+  const QRect place = native ? native->toRoot(tile) : QRect();
+  for (const quint64 id : windows) {
+    const auto window = static_cast<xcb_window_t>(id);
+    if (!known_.contains(window) || tiles_.value(window) == place) continue;
+    tiles_[window] = place;
+    const QList<quint32> words = {static_cast<quint32>(place.x()), static_cast<quint32>(place.y()),
+                                  static_cast<quint32>(place.width()), static_cast<quint32>(place.height())};
+    const auto cookie = xcb_change_property_checked(
+        events_.connection(), XCB_PROP_MODE_REPLACE, window, events_.atom(X11Atom::NetWmIconGeometry),
+        XCB_ATOM_CARDINAL, 32, place.isEmpty() ? 0 : static_cast<quint32>(words.size()), words.constData());
+    xcb_discard_reply(events_.connection(), cookie.sequence);  // It may be gone by now, which is no news.
+  }
+  xcb_flush(events_.connection());
+}
 
 void X11ClientWindows::ask(quint64 id, X11Atom request, const std::array<quint32, 5>& data) const {
   const auto window = static_cast<xcb_window_t>(id);
@@ -80,6 +95,7 @@ void X11ClientWindows::refresh() {
   sandboxes_.removeIf([&](const auto& entry) {
     return std::ranges::none_of(known_, [&](const Known& one) { return one.window.pid == entry.key(); });
   });
+  tiles_.removeIf([&](const auto& entry) { return !known_.contains(entry.key()); });
   order_ = order;
   publish(active.word());
 }
@@ -97,6 +113,8 @@ void X11ClientWindows::publish(xcb_window_t active) {
     ClientWindow one = known.window;
     one.active = window == active;
     one.screens = screens_.showing(known.frame);
+    const auto native = one.fullscreen ? screens_.nativeOf(known.frame) : std::nullopt;
+    one.frame = native ? native->toDesktop(known.frame) : QRectF();
     windows.append(one);
   }
   if (std::exchange(windows_, windows) != windows) Q_EMIT changed();

@@ -41,6 +41,7 @@ class X11ClientWindows final : public ClientWindows {
   QHash<xcb_window_t, Known> known_;
   QSet<xcb_window_t> stale_;
   QHash<qint64, QString> sandboxes_;
+  QHash<xcb_window_t, QRect> tiles_;  ///< What was told of each, in root pixels.
   QList<ClientWindow> windows_;
   bool isRefreshing_ = false;
 };

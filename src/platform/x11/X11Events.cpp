@@ -71,6 +71,7 @@ X11Events::X11Events()
       fixes_(extension("XFIXES")),
       input_(extension("XInputExtension")),
       keyboard_(extension("XKEYBOARD")) {
+  rawInput_ = std::make_unique<X11RawInput>(*this, input_ ? std::optional(input_->opcode) : std::nullopt);
   selectEvents();
   QCoreApplication::instance()->installNativeEventFilter(this);
 }
@@ -93,13 +94,16 @@ void X11Events::selectEvents() const {
     const quint32 mask = reply->your_event_mask | XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(connection_, root(), XCB_CW_EVENT_MASK, &mask);
   }
-  if (fixes_) {
-    xcb_discard_reply(connection_, xcb_xfixes_query_version(connection_, 4, 0).sequence);
-    xcb_xfixes_select_selection_input(connection_, root(), atom(X11Atom::CompositorSelection),
-                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
-  }
+  if (fixes_) xcb_discard_reply(connection_, xcb_xfixes_query_version(connection_, 4, 0).sequence);
+  watchSelection(X11Atom::CompositorSelection, true);
+}
+
+void X11Events::watchSelection(X11Atom selection, bool watched) const {
+  if (!fixes_) return;
+  constexpr quint32 kAll = XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+                           XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+                           XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE;
+  xcb_xfixes_select_selection_input(connection_, root(), atom(selection), watched ? kAll : 0);
   xcb_flush(connection_);
 }
 
@@ -182,6 +186,10 @@ bool X11Events::nativeEventFilter(const QByteArray& type, void* message, qintptr
       Q_EMIT keyReleased(key->detail);
       return false;
     }
+    case XCB_CLIENT_MESSAGE:
+    case XCB_GE_GENERIC:
+      rawInput_->handle(event);
+      return false;
     case XCB_MAPPING_NOTIFY:
       Q_EMIT keyboardChanged();
       return false;
@@ -211,9 +219,10 @@ void X11Events::handleKeyboardExtension(const xcb_generic_event_t* event) {
 
 void X11Events::handleOwnerChange(const xcb_generic_event_t* event) {
   const auto* change = as<xcb_xfixes_selection_notify_event_t>(event);
-  if (change->selection != atom(X11Atom::CompositorSelection)) return;
   const bool isTaken = change->subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER;
-  Q_EMIT compositorChanged(isTaken && change->owner != XCB_WINDOW_NONE);
+  const xcb_window_t owner = isTaken ? change->owner : xcb_window_t{XCB_WINDOW_NONE};
+  if (change->selection == atom(X11Atom::CompositorSelection)) Q_EMIT compositorChanged(owner != XCB_WINDOW_NONE);
+  Q_EMIT selectionOwnerChanged(change->selection, owner);
 }
 
 void X11Events::noteUserTime(const xcb_generic_event_t* event) {

@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "platform/x11/X11Atoms.h"
+#include "platform/x11/X11RawInput.h"
 
 namespace tarnwick {
 
@@ -39,6 +40,10 @@ class X11Events final : public QObject, public QAbstractNativeEventFilter {
   /// Asks the window manager for something about `window`.
   void askManager(xcb_window_t window, X11Atom request, const std::array<quint32, 5>& data) const;
 
+  /// Says whether `selectionOwnerChanged` tells of this selection.
+  void watchSelection(X11Atom selection, bool watched) const;
+  X11RawInput& rawInput() { return *rawInput_; }
+
   bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
 
  Q_SIGNALS:
@@ -54,6 +59,8 @@ class X11Events final : public QObject, public QAbstractNativeEventFilter {
   /// What the keys mean changed: another layout, other modifiers, another keyboard, another group of the layout.
   void keyboardChanged();
   void compositorChanged(bool isPresent);
+  /// `owner` is none while no program has it.
+  void selectionOwnerChanged(quint32 selection, quint32 owner);
 
  private:
   struct Release {
@@ -80,6 +87,7 @@ class X11Events final : public QObject, public QAbstractNativeEventFilter {
   std::optional<Extension> fixes_;
   std::optional<Extension> input_;
   std::optional<Extension> keyboard_;
+  std::unique_ptr<X11RawInput> rawInput_;
   QSet<xcb_window_t> watched_;
   xcb_timestamp_t userTime_ = XCB_CURRENT_TIME;
   std::optional<Release> lastRelease_;  ///< If the latest event was one.

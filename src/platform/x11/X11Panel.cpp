@@ -1,44 +1,32 @@
 #include "platform/x11/X11Panel.h"
 
-#include <xcb/shape.h>
-
+#include <QApplication>
 #include <QCloseEvent>
-#include <QGuiApplication>
+#include <QMenu>
 #include <QScreen>
+#include <QWindow>
 #include <array>
 #include <cmath>
-#include <limits>
 #include <utility>
 #include <vector>
+
+#include "desktop/PopupPlacement.h"
+#include "platform/x11/X11Popup.h"
+#include "platform/x11/X11Shape.h"
 
 namespace tarnwick {
 namespace {
 
 constexpr quint32 kAllDesktops = 0xffffffff;
+constexpr quint32 kRemoveState = 0;
 constexpr quint32 kAddState = 1;
 constexpr quint32 kFromApplication = 1;
-
-// Grown to whole device pixels, so that no visible pixel is cut off.
-std::vector<xcb_rectangle_t> deviceRectangles(const QRegion& region, double scale) {
-  std::vector<xcb_rectangle_t> rectangles;
-  for (const QRect& one : region) {
-    const auto clamped = [](double value) {
-      return std::clamp(static_cast<int>(value), 0, int{std::numeric_limits<qint16>::max()});
-    };
-    const int left = clamped(std::floor(one.left() * scale));
-    const int top = clamped(std::floor(one.top() * scale));
-    const int right = clamped(std::ceil((one.left() + one.width()) * scale));
-    const int bottom = clamped(std::ceil((one.top() + one.height()) * scale));
-    rectangles.push_back({static_cast<qint16>(left), static_cast<qint16>(top), static_cast<quint16>(right - left),
-                          static_cast<quint16>(bottom - top)});
-  }
-  return rectangles;
-}
+constexpr int kMenuGap = 6;
 
 }  // namespace
 
 X11Panel::X11Panel(X11Events& events, X11Screens& screens, std::unique_ptr<QWidget> content, bool isComposited)
-    : events_(events), screens_(screens), content_(std::move(content)), isComposited_(isComposited) {
+    : events_(events), screens_(screens), content_(std::move(content)), isComposited_(isComposited), focus_(events) {
   content_->setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus |
                            Qt::WindowStaysOnTopHint | Qt::NoDropShadowWindowHint);
   content_->setAttribute(Qt::WA_TranslucentBackground);
@@ -51,9 +39,14 @@ X11Panel::X11Panel(X11Events& events, X11Screens& screens, std::unique_ptr<QWidg
   connect(qGuiApp, &QGuiApplication::screenRemoved, this, &X11Panel::screenGoes);
   // Some window managers pass the region on to the frame that they put around us only when it changes under their eyes.
   connect(&events, &X11Events::windowMapped, this, [this](quint32 window) {
-    if (window == window_) applyInput();
+    if (window != window_) return;
+    isMapped_ = true;
+    applyInput();
+    if (keyboard_ == Keyboard::Exclusive) takeKeyboard();
   });
 }
+
+X11Panel::~X11Panel() { focus_.giveBack(); }
 
 void X11Panel::place(const PanelPlacement& placement) {
   placement_ = placement;
@@ -66,7 +59,7 @@ void X11Panel::setShown(bool shown) {
   comesBack_ = false;
   if (shown == isShown()) return;
   if (!shown) {
-    content_->hide();
+    hide();
     return;
   }
   if (!placement_ || !applyPlacement()) return;
@@ -102,20 +95,47 @@ void X11Panel::reserve(Edge edge, int thickness) {
   applyReservation();
 }
 
-void X11Panel::setKeyboard(Keyboard) {}
+void X11Panel::setKeyboard(Keyboard keyboard) {
+  if (std::exchange(keyboard_, keyboard) == keyboard) return;
+  applyKeyboard();
+  if (keyboard == Keyboard::None) {
+    focus_.giveBack();
+  } else if (isMapped_) {
+    takeKeyboard();
+  }
+}
 
-void X11Panel::setAboveFullscreen(bool) {}
+void X11Panel::setAboveFullscreen(bool above) {
+  if (std::exchange(isAboveFullscreen_, above) == above || !isShown()) return;
+  announceState();
+}
 
-void X11Panel::setHiddenFromCapture(bool) {}
+std::unique_ptr<Popup> X11Panel::popup(std::unique_ptr<QWidget> content, const QRect& beside, const PopupStyle& style) {
+  auto popup = std::make_unique<X11Popup>(events_, screens_, *content_, placement_ ? placement_->screen : QString(),
+                                          std::move(content), beside, style);
+  popup->setComposited(isComposited_);
+  connect(this, &X11Panel::compositedChanged, popup.get(), &X11Popup::setComposited);
+  popup->show();
+  return popup;
+}
 
-std::unique_ptr<Popup> X11Panel::popup(std::unique_ptr<QWidget>, const QRect&, const PopupStyle&) { return nullptr; }
-
-void X11Panel::openMenu(QMenu&, const QRect&) {}
+void X11Panel::openMenu(QMenu& menu, const QRect& beside) {
+  if (!placement_) return;
+  const QRect anchor(content_->mapToGlobal(beside.topLeft()), beside.size());
+  const QRect usable = screens_.usable(placement_->screen);
+  const auto corner = [&](const QSize& size) {
+    return PopupPlacement::outline(anchor, size, kMenuGap, usable).topLeft();
+  };
+  menu.popup(corner(menu.sizeHint()));
+  // Whoever fills it when it is about to show has changed its size.
+  menu.move(corner(menu.size()));
+}
 
 void X11Panel::setComposited(bool isComposited) {
   if (std::exchange(isComposited_, isComposited) == isComposited) return;
   applyOutline();
   content_->update();
+  Q_EMIT compositedChanged(isComposited);
 }
 
 bool X11Panel::eventFilter(QObject* watched, QEvent* event) {
@@ -134,12 +154,25 @@ void X11Panel::realise() {
   applyOutline();
   applyBlur();
   applyReservation();
+  applyKeyboard();
+}
+
+void X11Panel::takeKeyboard() {
+  focus_.take(window_);
+  // Hidden and shown in one breath, Qt sees a window that never lost the keyboard, on a widget that did.
+  if (QGuiApplication::focusWindow() == content_->windowHandle()) QApplication::setActiveWindow(content_.get());
+}
+
+void X11Panel::hide() {
+  focus_.giveBack();
+  isMapped_ = false;
+  content_->hide();
 }
 
 void X11Panel::screenGoes(const QScreen* screen) {
   // Qt would move the window to another display; it may also be that this one comes back in the same breath, changed.
   if (!isShown() || content_->screen() != screen) return;
-  content_->hide();
+  hide();
   comesBack_ = true;
   QMetaObject::invokeMethod(
       this,
@@ -162,7 +195,7 @@ void X11Panel::followScreens() {
 
 void X11Panel::lose() {
   const bool wasThere = std::exchange(comesBack_, false) || isShown();
-  content_->hide();
+  hide();
   if (wasThere) QMetaObject::invokeMethod(this, &Panel::closed, Qt::QueuedConnection);
 }
 
@@ -205,39 +238,44 @@ void X11Panel::applyIdentity() const {
 
 // It may also take them away late, while the window is already shown again: then this brings them back.
 void X11Panel::announceState() const {
+  events_.askManager(
+      window_, X11Atom::NetWmState,
+      {isAboveFullscreen_ ? kAddState : kRemoveState, events_.atom(X11Atom::NetWmStateAbove), 0, kFromApplication, 0});
   events_.askManager(window_, X11Atom::NetWmState,
-                     {kAddState, events_.atom(X11Atom::NetWmStateAbove), events_.atom(X11Atom::NetWmStateSticky),
-                      kFromApplication, 0});
+                     {kAddState, events_.atom(X11Atom::NetWmStateSticky), 0, kFromApplication, 0});
   events_.askManager(window_, X11Atom::NetWmState,
                      {kAddState, events_.atom(X11Atom::NetWmStateSkipTaskbar),
                       events_.atom(X11Atom::NetWmStateSkipPager), kFromApplication, 0});
   events_.askManager(window_, X11Atom::NetWmDesktop, {kAllDesktops, kFromApplication, 0, 0, 0});
 }
 
+// Neither Qt nor the window manager hands the keyboard to a window that does not want it.
+void X11Panel::applyKeyboard() const {
+  if (window_ == XCB_WINDOW_NONE) return;
+  content_->windowHandle()->setFlag(Qt::WindowDoesNotAcceptFocus, keyboard_ == Keyboard::None);
+  // With the flag Qt has written anew what it thinks that the window is.
+  applyIdentity();
+  if (isShown()) announceState();
+  // Some window managers take the keyboard back from a window that the user did nothing to.
+  if (keyboard_ == Keyboard::Exclusive && events_.userTime() != XCB_CURRENT_TIME) {
+    setWords(X11Atom::NetWmUserTime, XCB_ATOM_CARDINAL, std::array<quint32, 1>{events_.userTime()});
+    xcb_flush(events_.connection());
+  }
+}
+
 void X11Panel::applyInput() const {
-  if (window_ == XCB_WINDOW_NONE || !input_) return;
-  const std::vector<xcb_rectangle_t> rectangles = deviceRectangles(*input_, scale_);
-  xcb_shape_rectangles(events_.connection(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED, window_,
-                       0, 0, static_cast<quint32>(rectangles.size()), rectangles.data());
-  xcb_flush(events_.connection());
+  if (window_ != XCB_WINDOW_NONE && input_) X11Shape::apply(events_, window_, XCB_SHAPE_SK_INPUT, input_, scale_);
 }
 
 void X11Panel::applyOutline() const {
   if (window_ == XCB_WINDOW_NONE) return;
-  if (isComposited_ || !outline_) {
-    xcb_shape_mask(events_.connection(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, window_, 0, 0, XCB_PIXMAP_NONE);
-  } else {
-    const std::vector<xcb_rectangle_t> rectangles = deviceRectangles(*outline_, scale_);
-    xcb_shape_rectangles(events_.connection(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, XCB_CLIP_ORDERING_UNSORTED,
-                         window_, 0, 0, static_cast<quint32>(rectangles.size()), rectangles.data());
-  }
-  xcb_flush(events_.connection());
+  X11Shape::apply(events_, window_, XCB_SHAPE_SK_BOUNDING, isComposited_ ? std::nullopt : outline_, scale_);
 }
 
 void X11Panel::applyBlur() const {
   if (window_ == XCB_WINDOW_NONE) return;
   std::vector<quint32> words;
-  for (const xcb_rectangle_t& one : deviceRectangles(blur_, scale_)) {
+  for (const xcb_rectangle_t& one : X11Shape::rectangles(blur_, scale_)) {
     words.insert(words.end(), {static_cast<quint32>(one.x), static_cast<quint32>(one.y), one.width, one.height});
   }
   // An empty list would mean the whole window.

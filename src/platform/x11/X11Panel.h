@@ -7,6 +7,7 @@
 
 #include "desktop/Panels.h"
 #include "platform/x11/X11Events.h"
+#include "platform/x11/X11Focus.h"
 #include "platform/x11/X11Screens.h"
 #include "platform/x11/X11Strut.h"
 
@@ -18,6 +19,7 @@ class X11Panel final : public Panel {
   Q_OBJECT
  public:
   X11Panel(X11Events& events, X11Screens& screens, std::unique_ptr<QWidget> content, bool isComposited);
+  ~X11Panel() override;
 
   void place(const PanelPlacement& placement) override;
   void setShown(bool shown) override;
@@ -27,25 +29,33 @@ class X11Panel final : public Panel {
   void setBlurBehind(const QRegion& region) override;
   void reserve(Edge edge, int thickness) override;
   void setKeyboard(Keyboard keyboard) override;
+  /// Every window manager keeps a dock above ordinary windows. Above a full-screen one that has the keyboard none does;
+  /// above one that hasn't, most do. What is told here decides the latter as far as the window manager lets it.
   void setAboveFullscreen(bool above) override;
-  void setHiddenFromCapture(bool hidden) override;
-  std::unique_ptr<Popup> popup(std::unique_ptr<QWidget> content, const QRect& beside,
-                               const PopupStyle& style) override;
+  /// Does nothing: X11 shows every window to everybody.
+  void setHiddenFromCapture(bool) override {}
+  std::unique_ptr<Popup> popup(std::unique_ptr<QWidget> content, const QRect& beside, const PopupStyle& style) override;
   void openMenu(QMenu& menu, const QRect& beside) override;
 
   void setComposited(bool isComposited);
+
+ Q_SIGNALS:
+  void compositedChanged(bool isComposited);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void realise();
+  void hide();
+  void takeKeyboard();
   void followScreens();
   void screenGoes(const QScreen* screen);
   void lose();
   bool applyPlacement();
   void applyIdentity() const;
   void announceState() const;
+  void applyKeyboard() const;
   void applyInput() const;
   void applyOutline() const;
   void applyBlur() const;
@@ -57,6 +67,10 @@ class X11Panel final : public Panel {
   std::unique_ptr<QWidget> content_;
   xcb_window_t window_ = XCB_WINDOW_NONE;  ///< None until it is first shown.
   bool isComposited_;
+  bool isMapped_ = false;
+  bool isAboveFullscreen_ = true;
+  Keyboard keyboard_ = Keyboard::None;
+  X11Focus focus_;
   bool comesBack_ = false;  ///< Hidden because its display went, until it is known whether that comes back at once.
   std::optional<PanelPlacement> placement_;
   double scale_ = 1;

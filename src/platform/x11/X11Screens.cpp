@@ -26,7 +26,34 @@ const X11Monitor* monitorOf(const QScreen& screen, const QList<X11Monitor>& moni
   return found == monitors.end() ? nullptr : &*found;
 }
 
+template <typename Natives, typename Part>
+auto showingMost(const Natives& natives, const Part& part) {
+  std::optional<X11Screens::Native> best;
+  double most = 0;
+  for (const X11Screens::Native& native : natives) {
+    const QRectF shown = part(native);
+    if (const double area = shown.width() * shown.height(); area > most) {
+      most = area;
+      best = native;
+    }
+  }
+  return best;
+}
+
 }  // namespace
+
+QPointF X11Screens::Native::toDesktop(const QPoint& root) const {
+  return desktopFrame.topLeft() + QPointF(root - frame.topLeft()) / scale;
+}
+
+QRectF X11Screens::Native::toDesktop(const QRect& root) const {
+  return {toDesktop(root.topLeft()), QSizeF(root.size()) / scale};
+}
+
+QRect X11Screens::Native::toRoot(const QRectF& desktop) const {
+  const QPointF corner = (desktop.topLeft() - desktopFrame.topLeft()) * scale;
+  return QRectF(corner + frame.topLeft(), desktop.size() * scale).toRect();
+}
 
 X11Screens::X11Screens(X11Events& events) : events_(events), hasMonitors_(X11Monitor::areKnown(events)) {
   for (QScreen* screen : QGuiApplication::screens()) follow(screen);
@@ -61,6 +88,19 @@ QString X11Screens::mainId() const { return screens_.isEmpty() ? QString() : scr
 std::optional<X11Screens::Native> X11Screens::native(const QString& id) const {
   const auto found = natives_.constFind(id);
   return found == natives_.constEnd() ? std::nullopt : std::optional(*found);
+}
+
+std::optional<X11Screens::Native> X11Screens::nativeOf(const QRect& root) const {
+  return showingMost(natives_, [&](const Native& native) { return QRectF(native.frame & root); });
+}
+
+std::optional<X11Screens::Native> X11Screens::nativeOf(const QRectF& desktop) const {
+  return showingMost(natives_, [&](const Native& native) { return native.desktopFrame & desktop; });
+}
+
+QRect X11Screens::usable(const QString& id) const {
+  const auto found = std::ranges::find(screens_, id, &Screen::id);
+  return found == screens_.end() ? QRect() : found->usable.toRect();
 }
 
 QList<QRect> X11Screens::nativeFrames() const {
@@ -191,7 +231,8 @@ void X11Screens::publish() {
                     .frame = frame,
                     .usable = isWhole ? frame : QRectF(corner, QSizeF(usable.size()) / scale),
                     .scale = scale});
-    natives_[identities[index]] = {.frame = display.frame, .scale = scale, .screen = display.screen};
+    natives_[identities[index]] = {
+        .frame = display.frame, .scale = scale, .screen = display.screen, .desktopFrame = frame};
   }
   if (std::exchange(screens_, screens) != screens) Q_EMIT changed();
 }

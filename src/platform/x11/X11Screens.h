@@ -25,6 +25,12 @@ class X11Screens final : public Screens {
     QRect frame;  ///< Root pixels.
     double scale = 1;
     QPointer<QScreen> screen;  ///< Null for a moment when a display goes.
+    QRectF desktopFrame;       ///< The same in desktop coordinates.
+
+    /// The coordinates of the one for the other, as this display has them, also for places beyond it.
+    QPointF toDesktop(const QPoint& root) const;
+    QRectF toDesktop(const QRect& root) const;
+    QRect toRoot(const QRectF& desktop) const;
   };
 
   explicit X11Screens(X11Events& events);
@@ -34,6 +40,11 @@ class X11Screens final : public Screens {
 
   /// The display of that identity, if it is connected.
   std::optional<Native> native(const QString& id) const;
+  /// The display that shows most of the rectangle, given in root or in desktop coordinates.
+  std::optional<Native> nativeOf(const QRect& root) const;
+  std::optional<Native> nativeOf(const QRectF& desktop) const;
+  /// What is left of a display beside the bars of others, in Qt's coordinates; empty for one that is gone.
+  QRect usable(const QString& id) const;
   /// All displays, in root pixels.
   QList<QRect> nativeFrames() const;
   /// The identities of the displays that show a part of the rectangle, given in root pixels.

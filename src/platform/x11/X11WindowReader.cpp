@@ -7,6 +7,8 @@
 namespace tarnwick {
 namespace {
 
+constexpr quint32 kUrgencyHint = 1 << 8;
+
 PropertyRequest ask(const X11Events& events, xcb_window_t window, X11Atom name) {
   return {events.connection(), window, events.atom(name)};
 }
@@ -33,6 +35,7 @@ X11WindowReader::X11WindowReader(const X11Events& events, xcb_window_t window)
       gtkId_(ask(events, window, X11Atom::GtkApplicationId)),
       kdeFile_(ask(events, window, X11Atom::KdeDesktopFile)),
       bamfFile_(ask(events, window, X11Atom::BamfDesktopFile)),
+      hints_(events.connection(), window, XCB_ATOM_WM_HINTS),
       geometry_(xcb_get_geometry(events.connection(), window)),
       place_(xcb_translate_coordinates(events.connection(), window, events.root(), 0, 0)) {}
 
@@ -49,6 +52,7 @@ X11WindowReader::X11WindowReader(X11WindowReader&& other) noexcept
       gtkId_(std::move(other.gtkId_)),
       kdeFile_(std::move(other.kdeFile_)),
       bamfFile_(std::move(other.bamfFile_)),
+      hints_(std::move(other.hints_)),
       geometry_(other.geometry_),
       place_(other.place_),
       isPending_(std::exchange(other.isPending_, false)) {}
@@ -64,7 +68,8 @@ bool X11WindowReader::reads(const X11Events& events, xcb_atom_t property) {
                                X11Atom::NetWmPid,        X11Atom::WmClientMachine,  X11Atom::NetWmState,
                                X11Atom::NetWmWindowType, X11Atom::GtkApplicationId, X11Atom::KdeDesktopFile,
                                X11Atom::BamfDesktopFile};
-  return std::ranges::any_of(kRead, [&](X11Atom name) { return events.atom(name) == property; });
+  return property == XCB_ATOM_WM_HINTS ||
+         std::ranges::any_of(kRead, [&](X11Atom name) { return events.atom(name) == property; });
 }
 
 X11WindowReader::Answer X11WindowReader::read() {
@@ -80,6 +85,7 @@ X11WindowReader::Answer X11WindowReader::read() {
   window.inTaskbar = isListed(states);
   window.minimised = has(X11Atom::NetWmStateHidden) && !has(X11Atom::NetWmStateShaded);
   window.fullscreen = has(X11Atom::NetWmStateFullscreen);
+  window.urgent = (hints_.word() & kUrgencyHint) != 0 || has(X11Atom::NetWmStateDemandsAttention);
   answer.frame = frame();
   return answer;
 }

@@ -15,7 +15,7 @@ namespace tarnwick {
 class X11WindowReader {
  public:
   struct Answer {
-    ClientWindow window;  ///< Without `active`, `screens` and `sandboxId`.
+    ClientWindow window;  ///< Without `active`, `screens`, `frame` and `sandboxId`.
     QRect frame;          ///< Root pixels, without what the window manager draws around it.
   };
 
@@ -38,7 +38,7 @@ class X11WindowReader {
 
   const X11Events* events_;
   xcb_window_t window_;
-  PropertyRequest visibleName_, name_, class_, pid_, machine_, states_, types_, gtkId_, kdeFile_, bamfFile_;
+  PropertyRequest visibleName_, name_, class_, pid_, machine_, states_, types_, gtkId_, kdeFile_, bamfFile_, hints_;
   xcb_get_geometry_cookie_t geometry_;
   xcb_translate_coordinates_cookie_t place_;
   bool isPending_ = true;

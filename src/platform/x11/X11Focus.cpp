@@ -1,0 +1,36 @@
+#include "platform/x11/X11Focus.h"
+
+#include <utility>
+
+#include "platform/x11/X11Events.h"
+#include "platform/x11/X11Properties.h"
+
+namespace tarnwick {
+
+void X11Focus::take(xcb_window_t window) {
+  const xcb_window_t before = current();
+  if (before != window) previous_ = before;
+  window_ = window;
+  set(window, XCB_CURRENT_TIME);
+}
+
+void X11Focus::giveBack(xcb_timestamp_t time) {
+  if (window_ == XCB_WINDOW_NONE) return;
+  const xcb_window_t window = std::exchange(window_, XCB_WINDOW_NONE);
+  const xcb_window_t previous = std::exchange(previous_, XCB_WINDOW_NONE);
+  if (current() == window) set(previous, time);
+}
+
+xcb_window_t X11Focus::current() const {
+  const auto cookie = xcb_get_input_focus(events_.connection());
+  const XcbReply reply(xcb_get_input_focus_reply(events_.connection(), cookie, nullptr));
+  return reply ? reply->focus : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+void X11Focus::set(xcb_window_t window, xcb_timestamp_t time) const {
+  const auto cookie = xcb_set_input_focus_checked(events_.connection(), XCB_INPUT_FOCUS_PARENT, window, time);
+  xcb_discard_reply(events_.connection(), cookie.sequence);  // It may be gone by now; then the window manager decides.
+  xcb_flush(events_.connection());
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+namespace tarnwick {
+
+class X11Events;
+
+/// The keyboard on loan to a window of ours: it goes back to whoever had it, unless the user has handed it on in the
+/// meantime. The events must outlive it.
+class X11Focus {
+ public:
+  explicit X11Focus(X11Events& events) : events_(events) {}
+  ~X11Focus() { giveBack(); }
+  X11Focus(const X11Focus&) = delete;
+  X11Focus& operator=(const X11Focus&) = delete;
+
+  /// The window must be on the screen.
+  void take(xcb_window_t window);
+  /// Before the window goes. `time`: up to when nobody else may have taken the keyboard; what others do later wins.
+  void giveBack(xcb_timestamp_t time = XCB_CURRENT_TIME);
+
+ private:
+  xcb_window_t current() const;
+  void set(xcb_window_t window, xcb_timestamp_t time) const;
+
+  X11Events& events_;
+  xcb_window_t window_ = XCB_WINDOW_NONE;
+  xcb_window_t previous_ = XCB_WINDOW_NONE;
+};
+
+}  // namespace tarnwick

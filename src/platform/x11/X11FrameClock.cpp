@@ -1,0 +1,69 @@
+#include "platform/x11/X11FrameClock.h"
+
+#include <sys/timerfd.h>
+#include <time.h>
+
+#include <cmath>
+
+namespace tarnwick {
+namespace {
+
+constexpr double kUsualRate = 60;
+constexpr double kLeastRate = 10;  // What lies outside of these is a driver's fancy.
+constexpr double kGreatestRate = 1000;
+constexpr qint64 kSecond = 1'000'000'000;
+
+qint64 steadyNow() {
+  timespec now{};
+  clock_gettime(CLOCK_MONOTONIC, &now);
+  return now.tv_sec * kSecond + now.tv_nsec;
+}
+
+timespec timeOf(qint64 nanoseconds) { return {.tv_sec = nanoseconds / kSecond, .tv_nsec = nanoseconds % kSecond}; }
+
+}  // namespace
+
+X11FrameClock::X11FrameClock(const X11Screens& screens, const QString& screen) : screens_(screens), screen_(screen) {}
+
+void X11FrameClock::start() {
+  if (isRunning()) return;
+  timer_ = FileDescriptor(timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK));
+  if (!timer_) return;
+  notifier_ = std::make_unique<QSocketNotifier>(timer_.number(), QSocketNotifier::Read);
+  connect(notifier_.get(), &QSocketNotifier::activated, this, &X11FrameClock::beat);
+  if (const auto native = screens_.native(screen_); native && native->screen) {
+    connect(native->screen, &QScreen::refreshRateChanged, notifier_.get(), [this] { run(); });
+  }
+  run();
+}
+
+void X11FrameClock::stop() {
+  if (!notifier_) return;
+  notifier_->setEnabled(false);
+  notifier_->disconnect(this);
+  notifier_.release()->deleteLater();  // It may be emitting.
+  timer_.reset();
+}
+
+double X11FrameClock::rate() const {
+  const auto native = screens_.native(screen_);
+  const double rate = native && native->screen ? native->screen->refreshRate() : kUsualRate;
+  return rate >= kLeastRate && rate <= kGreatestRate ? rate : kUsualRate;
+}
+
+void X11FrameClock::run() {
+  period_ = std::llround(static_cast<double>(kSecond) / rate());
+  previous_ = steadyNow();
+  const itimerspec beats{.it_interval = timeOf(period_), .it_value = timeOf(previous_ + period_)};
+  timerfd_settime(timer_.number(), TFD_TIMER_ABSTIME, &beats, nullptr);
+}
+
+void X11FrameClock::beat() {
+  quint64 count = 0;
+  if (::read(timer_.number(), &count, sizeof count) != sizeof count) return;
+  previous_ += static_cast<qint64>(count) * period_;
+  constexpr auto kUnit = static_cast<double>(kSecond);
+  Q_EMIT frame(static_cast<double>(previous_) / kUnit, static_cast<double>(period_) / kUnit);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,113 @@
+#include "platform/x11/X11Popup.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <utility>
+
+#include "desktop/PopupPlacement.h"
+#include "platform/x11/X11Shape.h"
+
+namespace tarnwick {
+
+X11Popup::X11Popup(X11Events& events, const X11Screens& screens, const QWidget& panel, const QString& screen,
+                   std::unique_ptr<QWidget> content, const QRect& beside, const PopupStyle& style)
+    : events_(events),
+      screens_(screens),
+      panel_(panel),
+      screen_(screen),
+      content_(std::move(content)),
+      beside_(beside),
+      style_(style),
+      focus_(events) {
+  Qt::WindowFlags flags =
+      Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint | Qt::NoDropShadowWindowHint;
+  if (!style.takesKeys) flags |= Qt::WindowDoesNotAcceptFocus;
+  content_->setWindowFlags(flags);
+  content_->setAttribute(Qt::WA_TranslucentBackground);
+  content_->setAttribute(Qt::WA_ShowWithoutActivating);
+  content_->setAttribute(Qt::WA_X11NetWmWindowTypePopupMenu);
+  content_->setAttribute(Qt::WA_QuitOnClose, false);
+  content_->setMinimumSize(1, 1);  // An explicit one: the content takes the size that there is room for.
+  content_->installEventFilter(this);
+  connect(&events, &X11Events::windowMapped, this, [this](quint32 window) {
+    if (style_.takesKeys && window == content_->winId()) focus_.take(window);
+  });
+  connect(&screens, &X11Screens::changed, this, &X11Popup::reposition);
+  if (style.closesOutside) {
+    buttons_ = events.rawInput().hearButtons();
+    connect(&events.rawInput(), &X11RawInput::buttonChanged, this, [this](bool isDown, quint32 time) {
+      if (isDown) pressed(time);
+    });
+    connect(&events.rawInput(), &X11RawInput::answered, this, &X11Popup::judgePress);
+  }
+}
+
+X11Popup::~X11Popup() { focus_.giveBack(); }
+
+void X11Popup::show() {
+  reposition();
+  content_->show();
+}
+
+QRect X11Popup::anchor() const { return {panel_.mapToGlobal(beside_.topLeft()), beside_.size()}; }
+
+void X11Popup::reposition() {
+  const QRect usable = screens_.usable(screen_);
+  if (usable.isEmpty()) return;
+  if (content_->screen() != panel_.screen() && !content_->isVisible()) content_->setScreen(panel_.screen());
+  const QSize wanted = content_->sizeHint().isValid() ? content_->sizeHint() : content_->size();
+  const QRect outline = PopupPlacement::outline(anchor(), wanted.shrunkBy(style_.margins), style_.gap, usable);
+  content_->setGeometry(outline.marginsAdded(style_.margins));
+  applyShape();
+}
+
+void X11Popup::setComposited(bool isComposited) {
+  if (std::exchange(isComposited_, isComposited) != isComposited) applyShape();
+}
+
+// Nobody can click on a shadow; and where nothing composites the screen there is none.
+void X11Popup::applyShape() const {
+  const auto window = static_cast<xcb_window_t>(content_->winId());
+  const QRegion outline = content_->rect().marginsRemoved(style_.margins);
+  const double scale = content_->devicePixelRatio();
+  X11Shape::apply(events_, window, XCB_SHAPE_SK_INPUT, outline, scale);
+  X11Shape::apply(events_, window, XCB_SHAPE_SK_BOUNDING, isComposited_ ? std::nullopt : std::optional(outline), scale);
+}
+
+bool X11Popup::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != content_.get()) return false;
+  if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+    close();
+    return true;
+  }
+  if (event->type() == QEvent::Close) close();
+  return false;
+}
+
+// A menu or a dialog that the content opened takes the click for itself.
+void X11Popup::pressed(xcb_timestamp_t time) {
+  if (!content_->isVisible() || QApplication::activePopupWidget() || QApplication::activeModalWidget()) return;
+  press_ = time;
+  question_ = events_.rawInput().ask();
+}
+
+// A press on what the popup belongs to is left to its owner, who may take it for the wish to close it.
+void X11Popup::judgePress(const X11RawInput::Pointer& pointer) {
+  if (pointer.question < question_) return;
+  const auto time = std::exchange(press_, std::nullopt);
+  const auto native = screens_.native(screen_);
+  if (!time || !native) return;
+  const QRect outline = content_->geometry().marginsRemoved(style_.margins);
+  if (native->toRoot(outline).contains(pointer.place) || native->toRoot(anchor()).contains(pointer.place)) return;
+  close(*time - 1);
+}
+
+void X11Popup::close(xcb_timestamp_t time) {
+  if (!content_->isVisible()) return;
+  focus_.giveBack(time);
+  content_->hide();
+  buttons_.reset();
+  Q_EMIT closed();
+}
+
+}  // namespace tarnwick

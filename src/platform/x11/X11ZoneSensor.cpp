@@ -1,0 +1,77 @@
+#include "platform/x11/X11ZoneSensor.h"
+
+#include <utility>
+
+#include "desktop/ZoneMath.h"
+
+namespace tarnwick {
+
+X11ZoneSensor::X11ZoneSensor(X11Events& events, const X11Screens& screens)
+    : events_(events), input_(events.rawInput()), screens_(screens) {
+  connect(&screens, &X11Screens::changed, this, [this] {
+    if (!requests_.isEmpty()) input_.ask();
+  });
+  connect(&events, &X11Events::selectionOwnerChanged, this, &X11ZoneSensor::ownerChanged);
+}
+
+void X11ZoneSensor::watch(const QList<ZoneRequest>& requests) {
+  requests_ = requests;
+  listen();
+  if (requests.isEmpty()) {
+    zones_.clear();
+    isDragging_ = mayDrag_ = false;
+  } else {
+    update(input_.read());
+  }
+}
+
+void X11ZoneSensor::listen() {
+  const bool wanted = !requests_.isEmpty();
+  if (wanted == static_cast<bool>(motion_)) return;
+  events_.watchSelection(X11Atom::XdndSelection, wanted);
+  if (wanted) {
+    motion_ = input_.hearMotion();
+    buttons_ = input_.hearButtons();
+    connect(&input_, &X11RawInput::moved, this, [this] { input_.ask(); });
+    connect(&input_, &X11RawInput::buttonChanged, this, [this] { input_.ask(); });
+    connect(&input_, &X11RawInput::answered, this, &X11ZoneSensor::follow);
+  } else {
+    input_.disconnect(this);
+    motion_.reset();
+    buttons_.reset();
+  }
+}
+
+// A program takes the selection anew for every drag, but often keeps it afterwards.
+void X11ZoneSensor::ownerChanged(quint32 selection, quint32 owner) {
+  if (requests_.isEmpty() || selection != events_.atom(X11Atom::XdndSelection)) return;
+  mayDrag_ = owner != XCB_WINDOW_NONE;
+  input_.ask();
+}
+
+void X11ZoneSensor::follow(const X11RawInput::Pointer& pointer) {
+  if (!requests_.isEmpty() && update(pointer)) Q_EMIT changed();
+}
+
+bool X11ZoneSensor::update(const X11RawInput::Pointer& pointer) {
+  QHash<QString, PointerZones> zones;
+  for (const ZoneRequest& request : std::as_const(requests_)) {
+    zones.insert(request.screen, zonesAt(pointer.place, request));
+  }
+  mayDrag_ = mayDrag_ && pointer.hasButton;
+  const bool zonesChanged = std::exchange(zones_, zones) != zones;
+  const bool dragChanged = std::exchange(isDragging_, mayDrag_) != mayDrag_;
+  return zonesChanged || dragChanged;
+}
+
+PointerZones X11ZoneSensor::zonesAt(const QPoint& place, const ZoneRequest& request) const {
+  const auto native = screens_.native(request.screen);
+  if (!native) return {};
+  PointerZones zones =
+      ZoneMath::zones(native->toDesktop(place), native->desktopFrame, request.panel, request.triggerSize);
+  // Where displays adjoin, the outer line of one is the first of the next.
+  if (!native->frame.contains(place)) zones.topEdge = zones.bottomEdge = false;
+  return zones;
+}
+
+}  // namespace tarnwick

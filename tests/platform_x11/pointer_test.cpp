@@ -1,0 +1,135 @@
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+#include <cmath>
+
+#include "Desk.h"
+#include "platform/x11/X11FrameClocks.h"
+#include "platform/x11/X11ZoneSensor.h"
+#include "support/ForeignWindow.h"
+
+namespace tarnwick::testing {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class X11ZoneSensorTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    desk.display.moveTo({640, 300});
+    desk.display.settle();
+  }
+  ZoneRequest request() const { return {.screen = desk.screens.mainId(), .panel = QRectF(300, 700, 400, 60)}; }
+  PointerZones zones() const { return sensor.zones(desk.screens.mainId()); }
+
+  Desk desk;
+  X11ZoneSensor sensor{desk.events, desk.screens};
+};
+
+TEST_F(X11ZoneSensorTest, TellsEachChangeOnceAndNothingElse) {
+  const QSignalSpy motions(&desk.events.rawInput(), &X11RawInput::moved);
+  const QSignalSpy changes(&sensor, &ZoneSensor::changed);
+  desk.display.moveTo({500, 720});
+  desk.settle();
+  EXPECT_EQ(motions.size(), 0) << "nobody watches";
+  sensor.watch({request()});
+  EXPECT_EQ(zones(), PointerZones{.inside = true});
+
+  const struct {
+    QPoint place;
+    PointerZones zones;
+    int changes;
+  } rows[] = {{{510, 730}, {.inside = true}, 0},
+              {{600, 500}, {}, 1},
+              {{500, 799}, {.bottomEdge = true}, 1},
+              {{501, 799}, {.bottomEdge = true}, 0},
+              {{500, 770}, {.inside = true}, 1},
+              {{500, 2}, {.topEdge = true}, 1},
+              {{500, 3}, {}, 1},
+              {{1279, 797}, {.bottomEdge = true}, 1}};
+  qsizetype expected = 0;
+  for (const auto& row : rows) {
+    desk.display.moveTo(row.place);
+    EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return zones() == row.zones; })) << row.place.x();
+    desk.settle();
+    expected += row.changes;
+    EXPECT_EQ(changes.size(), expected) << row.place.x() << ", " << row.place.y();
+  }
+
+  sensor.watch({});
+  desk.display.settle();
+  const auto before = motions.size();
+  EXPECT_GT(before, 0);
+  desk.display.moveTo({500, 720});
+  desk.settle();
+  EXPECT_EQ(motions.size(), before);
+  EXPECT_EQ(changes.size(), expected);
+  EXPECT_EQ(zones(), PointerZones());
+}
+
+TEST_F(X11ZoneSensorTest, SeesThroughTheDragOfAnotherProgram) {
+  ForeignWindow source(desk.display, QRect(0, 100, 200, 200));
+  ASSERT_TRUE(source.show());
+  xcb_connection_t* other = desk.display.connection();
+  const auto take = [&](xcb_window_t owner) {
+    xcb_set_selection_owner(other, owner, desk.display.atom("XdndSelection"), XCB_CURRENT_TIME);
+    xcb_flush(other);
+  };
+  sensor.watch({request()});
+  take(source.id());
+  desk.settle();
+  EXPECT_FALSE(sensor.isDragging()) << "no button is down";
+
+  desk.display.moveTo({50, 150});
+  desk.display.button(1, true);
+  desk.settle();
+  EXPECT_FALSE(sensor.isDragging()) << "a press is no drag yet";
+  xcb_grab_pointer(other, 0, source.id(), XCB_EVENT_MASK_POINTER_MOTION | XCB_EVENT_MASK_BUTTON_RELEASE,
+                   XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME);
+  take(source.id());
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return sensor.isDragging(); }));
+  desk.display.moveTo({500, 799});
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return zones().bottomEdge; }));
+  desk.display.button(1, false);
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return !sensor.isDragging(); }));
+  xcb_ungrab_pointer(other, XCB_CURRENT_TIME);
+  xcb_flush(other);
+
+  const QSignalSpy changes(&sensor, &ZoneSensor::changed);
+  desk.display.button(1, true);
+  desk.settle();
+  desk.display.button(1, false);
+  desk.settle();
+  EXPECT_EQ(changes.size(), 0) << "the selection is left over from the last drag";
+}
+
+TEST(X11FrameClock, BeatsOnItsGridOnlyWhileItRuns) {
+  Desk desk;
+  X11FrameClocks clocks(desk.screens);
+  for (const QString& screen : {desk.screens.mainId(), u"a display that is gone"_s}) {
+    const auto clock = clocks.make(screen);
+    QSignalSpy frames(clock.get(), &FrameClock::frame);
+    desk.display.settle();
+    EXPECT_FALSE(clock->isRunning());
+    clock->start();
+    clock->start();
+    ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return frames.size() >= 5; }));
+    QObject::connect(clock.get(), &FrameClock::frame, clock.get(), [&] { clock->stop(); });
+    ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return !clock->isRunning(); }));
+
+    const double duration = frames[0][1].toDouble();
+    EXPECT_NEAR(duration, 1 / 60.0, 1e-3);
+    const double start = frames[0][0].toDouble();
+    for (qsizetype index = 1; index < frames.size(); ++index) {
+      const double beats = (frames[index][0].toDouble() - start) / duration;
+      EXPECT_NEAR(beats, std::round(beats), 1e-6) << "late or not, it stays on the grid";
+      EXPECT_GT(frames[index][0].toDouble(), frames[index - 1][0].toDouble());
+    }
+    const auto last = frames.size();
+    desk.display.settle();
+    EXPECT_EQ(frames.size(), last);
+  }
+}
+
+}  // namespace
+}  // namespace tarnwick::testing
