@@ -1,0 +1,57 @@
+#include "widgets/CalendarStrip.h"
+
+#include <QCoreApplication>
+#include <QJsonObject>
+#include <QRegularExpression>
+#include <cmath>
+
+#include "base/DomainError.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// A whole number not below 0, small enough to be added up for a year.
+int countOf(const QJsonValue& value) {
+  constexpr double kMost = 1e6;
+  const double number = value.toDouble(-1);
+  if (!value.isDouble() || number < 0 || number > kMost || number != std::floor(number)) {
+    throw DomainError::invalid(QCoreApplication::translate("ContributionSummary", "Invalid contribution count."));
+  }
+  return static_cast<int>(number);
+}
+
+}  // namespace
+
+QList<QDate> CalendarStrip::days(const QString& kind, const QDateTime& date, Qt::DayOfWeek firstDay) {
+  QDate first = date.date();
+  if (kind == "calendarWeek"_L1) first = first.addDays(-((first.dayOfWeek() - firstDay + 7) % 7));
+  QList<QDate> result;
+  for (int day = 0; day < 7; ++day) result.append(first.addDays(day));
+  return result;
+}
+
+ContributionSummary ContributionSummary::decode(const QJsonArray& days, const QDateTime& now) {
+  static const QRegularExpression form(u"^[0-9]{4}-[0-9]{2}-[0-9]{2}\\z"_s);
+  const QDate today = now.date();
+  ContributionSummary summary;
+  bool found = false;
+  for (const QJsonValue& day : days) {
+    const QString text = day[u"date"].toString();
+    const QDate date = form.match(text).hasMatch() ? QDate::fromString(text, Qt::ISODate) : QDate();
+    if (!date.isValid()) continue;
+    found = true;
+    const int count = countOf(day[u"contributionCount"]);
+    summary.total += count;
+    if (date == today) summary.today = count;
+    if (date <= today && date > today.addDays(-7)) summary.lastSevenDays += count;
+  }
+  if (!found) {
+    throw DomainError::invalid(
+        QCoreApplication::translate("ContributionSummary", "GitHub did not return contribution dates."));
+  }
+  return summary;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,113 @@
+#include "widgets/PhaseMath.h"
+
+#include <cmath>
+#include <functional>
+
+#include "base/Text.h"
+#include "widgets/TimeMath.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr double kDay = 86'400;
+
+double seconds(double minutes) { return std::clamp(minutes * 60, 1.0, kDay); }
+
+/// What runs through phases: what comes after one, and how long a whole round takes that ends where it began.
+struct Cycle {
+  std::function<QString(const QString& phase)> next;
+  std::function<double(const QString& phase)> duration;
+  double round = 0;
+  std::function<void(double rounds)> skip;
+};
+
+/// The road that both cycles share. `phase` is the one that ended.
+void run(DockWidget& widget, QString phase, double deadline, double now, const Cycle& cycle) {
+  const bool continues = widget.options.value(u"autoContinue"_s) == "true"_L1;
+  // A computer that slept for weeks need not count every second of them.
+  if (const double rounds = std::floor((now - deadline) / cycle.round) - 1; continues && rounds > 0) {
+    deadline += rounds * cycle.round;
+    cycle.skip(rounds);
+  }
+  for (;;) {
+    phase = cycle.next(phase);
+    const double length = cycle.duration(phase);
+    widget.options.insert(u"phase"_s, phase);
+    widget.options.insert(u"remaining"_s, TimeMath::text(length));
+    if (!continues) {
+      widget.options.remove(u"deadline"_s);
+      return;
+    }
+    deadline += length;
+    if (deadline > now) {
+      widget.options.insert(u"deadline"_s, TimeMath::text(deadline));
+      return;
+    }
+  }
+}
+
+}  // namespace
+
+double PomodoroMath::duration(const DockWidget& widget, const QString& phase) {
+  if (phase == "shortBreak"_L1) return seconds(widget.number(u"shortBreak"_s, 5));
+  if (phase == "longBreak"_L1) return seconds(widget.number(u"longBreak"_s, 15));
+  return seconds(widget.number(u"minutes"_s, 25));
+}
+
+DockWidget PomodoroMath::advance(const DockWidget& widget, const QDateTime& at) {
+  const auto deadline = Text::number(widget.options.value(u"deadline"_s));
+  const double now = TimeMath::unixSeconds(at);
+  if (widget.kind != "pomodoro"_L1 || !deadline || *deadline > now) return widget;
+
+  const auto whole = [&](const QString& key, double otherwise) {
+    const QString text = widget.options.value(key);
+    return text.isEmpty() ? std::optional(otherwise) : Text::number(text);
+  };
+  const auto counted = whole(u"sessions"_s, 0);
+  const auto wanted = whole(u"cycleLength"_s, 4);
+  if (!counted || !wanted) return widget;
+  const double length = std::clamp(std::trunc(*wanted), 1.0, 12.0);
+  double sessions = *counted;
+
+  DockWidget advanced = widget;
+  Cycle cycle;
+  cycle.next = [&](const QString& phase) {
+    if (phase == "shortBreak"_L1 || phase == "longBreak"_L1) return u"work"_s;
+    sessions += 1;
+    return std::fmod(sessions, length) == 0 ? u"longBreak"_s : u"shortBreak"_s;
+  };
+  cycle.duration = [&](const QString& phase) { return duration(widget, phase); };
+  cycle.round = length * duration(widget, u"work"_s) + (length - 1) * duration(widget, u"shortBreak"_s) +
+                duration(widget, u"longBreak"_s);
+  cycle.skip = [&](double rounds) { sessions += rounds * length; };
+  run(advanced, widget.options.value(u"phase"_s), *deadline, now, cycle);
+  advanced.options.insert(u"sessions"_s, TimeMath::text(sessions));
+  return advanced;
+}
+
+bool PostureMath::stands(const DockWidget& widget) { return widget.number(u"standingMinutes"_s, 0) > 0; }
+
+double PostureMath::duration(const DockWidget& widget, const QString& phase) {
+  return seconds(phase == "standing"_L1 ? widget.number(u"standingMinutes"_s, 0) : widget.number(u"minutes"_s, 25));
+}
+
+DockWidget PostureMath::advance(const DockWidget& widget, const QDateTime& at) {
+  const auto deadline = Text::number(widget.options.value(u"deadline"_s));
+  const double now = TimeMath::unixSeconds(at);
+  if (widget.kind != "posture"_L1 || !deadline || *deadline > now) return widget;
+
+  DockWidget advanced = widget;
+  Cycle cycle;
+  cycle.next = [&](const QString& phase) {
+    return phase != "standing"_L1 && stands(widget) ? u"standing"_s : u"seated"_s;
+  };
+  cycle.duration = [&](const QString& phase) { return duration(widget, phase); };
+  cycle.round = duration(widget, u"seated"_s) + (stands(widget) ? duration(widget, u"standing"_s) : 0);
+  cycle.skip = [](double) {};
+  run(advanced, widget.options.value(u"phase"_s), *deadline, now, cycle);
+  return advanced;
+}
+
+}  // namespace tarnwick

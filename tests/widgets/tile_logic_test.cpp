@@ -1,0 +1,258 @@
+#include <gtest/gtest.h>
+
+#include <QJsonObject>
+#include <QTimeZone>
+
+#include "base/DomainError.h"
+#include "widgets/CalendarStrip.h"
+#include "widgets/HabitMath.h"
+#include "widgets/PhaseMath.h"
+#include "widgets/TickCadence.h"
+#include "widgets/TimeMath.h"
+#include "widgets/TimerActions.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+const QDateTime kNow(QDate(2026, 11, 24), QTime(10, 24), QTimeZone::utc());
+const double kUnix = 1'795'515'840;
+
+DockWidget widgetOf(const QString& kind, const QMap<QString, QString>& options = {}) {
+  DockWidget widget;
+  widget.id = QUuid::createUuid();
+  widget.kind = kind;
+  widget.options = options;
+  return widget;
+}
+
+QString at(double offset) { return TimeMath::text(kUnix + offset); }
+
+TEST(TimeMath, CountsDownUpAndPrints) {
+  ASSERT_EQ(TimeMath::unixSeconds(kNow), kUnix);
+  struct Case {
+    QString kind;
+    QMap<QString, QString> options;
+    double remaining;
+  };
+  const Case cases[] = {
+      {u"timer"_s, {}, 1500},
+      {u"timer"_s, {{u"minutes"_s, u"0.5"_s}}, 30},
+      {u"timer"_s, {{u"remaining"_s, u"12.5"_s}}, 12.5},
+      {u"timer"_s, {{u"remaining"_s, u"12.5"_s}, {u"deadline"_s, at(90)}}, 90},
+      {u"timer"_s, {{u"deadline"_s, at(-5)}}, 0},
+      {u"timer"_s, {{u"deadline"_s, u"soon"_s}, {u"remaining"_s, u"7"_s}}, 7},
+      {u"pomodoro"_s, {{u"phase"_s, u"shortBreak"_s}}, 300},
+      {u"pomodoro"_s, {{u"phase"_s, u"longBreak"_s}, {u"longBreak"_s, u"100000"_s}}, 86400},
+      {u"pomodoro"_s, {{u"minutes"_s, u"0"_s}}, 1},
+  };
+  for (const Case& c : cases) EXPECT_EQ(TimeMath::remaining(widgetOf(c.kind, c.options), kNow), c.remaining);
+
+  EXPECT_EQ(TimeMath::elapsed(widgetOf(u"stopwatch"_s, {{u"elapsed"_s, u"5"_s}, {u"started"_s, at(-10)}}), kNow), 15);
+  EXPECT_EQ(TimeMath::elapsed(widgetOf(u"stopwatch"_s, {{u"elapsed"_s, u"5"_s}, {u"started"_s, at(10)}}), kNow), 5);
+
+  const std::pair<double, QString> texts[] = {{-3, u"00:00"_s},     {59.99, u"00:59"_s},       {3599, u"59:59"_s},
+                                              {3600, u"1:00:00"_s}, {1e18, u"277777:46:39"_s}, {std::nan(""), u"—"_s}};
+  for (const auto& [seconds, text] : texts) EXPECT_EQ(TimeMath::display(seconds), text);
+}
+
+TEST(TimeMath, SharesUseRealLengths) {
+  using enum TimeMath::Component;
+  EXPECT_DOUBLE_EQ(TimeMath::progress(QDateTime(QDate(2026, 11, 24), QTime(12, 0), QTimeZone::utc()), Day), 0.5);
+  EXPECT_DOUBLE_EQ(TimeMath::progress(QDateTime(QDate(2026, 2, 15), QTime(0, 0), QTimeZone::utc()), Month), 0.5);
+  EXPECT_DOUBLE_EQ(TimeMath::progress(QDateTime(QDate(2026, 1, 1), QTime(0, 0), QTimeZone::utc()), Year), 0);
+  // The day on which the clocks go back has 25 hours; at noon 13 of them are over.
+  const QTimeZone berlin("Europe/Berlin");
+  ASSERT_TRUE(berlin.isValid());
+  EXPECT_DOUBLE_EQ(TimeMath::progress(QDateTime(QDate(2026, 10, 25), QTime(12, 0), berlin), Day), 13.0 / 25);
+}
+
+TEST(Phases, FollowEachOther) {
+  struct Case {
+    const char* name;
+    QString kind;
+    QMap<QString, QString> options;
+    double later;                     // Seconds after the deadline.
+    QMap<QString, QString> expected;  // An empty text: absent.
+  };
+  const QString on = u"true"_s;
+  const Case cases[] = {
+      {"not over yet", u"pomodoro"_s, {}, -1, {{u"deadline"_s, at(0)}, {u"phase"_s, {}}}},
+      {"stops before the break",
+       u"pomodoro"_s,
+       {},
+       5,
+       {{u"deadline"_s, {}}, {u"phase"_s, u"shortBreak"_s}, {u"sessions"_s, u"1"_s}, {u"remaining"_s, u"300"_s}}},
+      {"the fourth session",
+       u"pomodoro"_s,
+       {{u"sessions"_s, u"3"_s}},
+       0,
+       {{u"phase"_s, u"longBreak"_s}, {u"sessions"_s, u"4"_s}, {u"remaining"_s, u"900"_s}}},
+      {"a cycle of 0 counts as 1", u"pomodoro"_s, {{u"cycleLength"_s, u"0"_s}}, 0, {{u"phase"_s, u"longBreak"_s}}},
+      {"a cycle of 99 counts as 12",
+       u"pomodoro"_s,
+       {{u"cycleLength"_s, u"99"_s}, {u"sessions"_s, u"11"_s}},
+       0,
+       {{u"phase"_s, u"longBreak"_s}}},
+      {"a cycle that is no number", u"pomodoro"_s, {{u"cycleLength"_s, u"nan"_s}}, 5, {{u"deadline"_s, at(0)}}},
+      {"after a break",
+       u"pomodoro"_s,
+       {{u"phase"_s, u"longBreak"_s}, {u"sessions"_s, u"4"_s}},
+       0,
+       {{u"phase"_s, u"work"_s}, {u"sessions"_s, u"4"_s}, {u"remaining"_s, u"1500"_s}}},
+      {"goes on",
+       u"pomodoro"_s,
+       {{u"autoContinue"_s, on}},
+       10,
+       {{u"deadline"_s, at(300)}, {u"phase"_s, u"shortBreak"_s}}},
+      {"catches up",
+       u"pomodoro"_s,
+       {{u"autoContinue"_s, on}},
+       300 + 1500 + 10,
+       {{u"deadline"_s, at(300 + 1500 + 300)}, {u"phase"_s, u"shortBreak"_s}, {u"sessions"_s, u"2"_s}}},
+      // Four sessions, three breaks of 5 and one of 15 minutes make a round of 7,800 seconds.
+      {"sleeps a thousand rounds",
+       u"pomodoro"_s,
+       {{u"autoContinue"_s, on}},
+       7'800'010,
+       {{u"deadline"_s, at(7'800'300)}, {u"phase"_s, u"shortBreak"_s}, {u"sessions"_s, u"4001"_s}}},
+      {"stands up",
+       u"posture"_s,
+       {{u"standingMinutes"_s, u"10"_s}, {u"sessions"_s, u"2"_s}},
+       0,
+       {{u"phase"_s, u"standing"_s}, {u"remaining"_s, u"600"_s}, {u"deadline"_s, {}}, {u"sessions"_s, u"2"_s}}},
+      {"sits down",
+       u"posture"_s,
+       {{u"standingMinutes"_s, u"10"_s}, {u"phase"_s, u"standing"_s}, {u"autoContinue"_s, on}},
+       0,
+       {{u"phase"_s, u"seated"_s}, {u"deadline"_s, at(1500)}}},
+      {"never stands",
+       u"posture"_s,
+       {{u"autoContinue"_s, on}},
+       0,
+       {{u"phase"_s, u"seated"_s}, {u"deadline"_s, at(1500)}}},
+  };
+  for (const Case& c : cases) {
+    DockWidget widget = widgetOf(c.kind, c.options);
+    widget.options.insert(u"deadline"_s, at(0));
+    const QDateTime moment = kNow.addMSecs(static_cast<qint64>(c.later * 1000));
+    const DockWidget after =
+        c.kind == "posture"_L1 ? PostureMath::advance(widget, moment) : PomodoroMath::advance(widget, moment);
+    for (auto it = c.expected.cbegin(); it != c.expected.cend(); ++it) {
+      EXPECT_EQ(after.options.value(it.key()), it.value()) << c.name << ": " << qPrintable(it.key());
+    }
+  }
+}
+
+TEST(TimerActions, StartPauseAndEndOnce) {
+  DockWidget timer = TimerActions::toggled(widgetOf(u"timer"_s, {{u"minutes"_s, u"1"_s}}), kNow);
+  EXPECT_EQ(timer.options.value(u"deadline"_s), at(60));
+  DockWidget paused = TimerActions::toggled(timer, kNow.addSecs(20));
+  EXPECT_FALSE(Ticking::timerIsRunning(paused));
+  EXPECT_EQ(TimeMath::remaining(paused, kNow.addDays(1)), 40);
+
+  EXPECT_TRUE(TimerActions::beat(timer, kNow.addSecs(59)).announcement.isEmpty());
+  const auto ended = TimerActions::beat(timer, kNow.addSecs(61));
+  EXPECT_EQ(ended.announcement, u"Your timer is finished."_s);
+  EXPECT_TRUE(TimerActions::beat(ended.widget, kNow.addSecs(62)).announcement.isEmpty());
+  EXPECT_EQ(TimeMath::remaining(ended.widget, kNow), 0);
+  EXPECT_EQ(TimerActions::toggled(ended.widget, kNow).options.value(u"deadline"_s), at(60));
+  EXPECT_EQ(TimerActions::reset(ended.widget).options, (QMap<QString, QString>{{u"minutes"_s, u"1"_s}}));
+
+  DockWidget watch = TimerActions::toggled(widgetOf(u"stopwatch"_s), kNow);
+  watch = TimerActions::toggled(watch, kNow.addSecs(30));
+  watch = TimerActions::toggled(watch, kNow.addSecs(100));
+  EXPECT_EQ(TimeMath::elapsed(watch, kNow.addSecs(105)), 35);
+
+  const std::pair<QString, QString> texts[] = {
+      {u"exercise"_s, u"Take a break to move and stretch."_s},
+      {u"pomodoro"_s, u"Time for a break."_s},
+      {u"posture"_s, u"Relax your shoulders and check your posture."_s},
+  };
+  for (const auto& [kind, text] : texts) {
+    EXPECT_EQ(TimerActions::beat(widgetOf(kind, {{u"deadline"_s, at(0)}}), kNow).announcement, text);
+  }
+  const QMap<QString, QString> standing{{u"deadline"_s, at(0)}, {u"standingMinutes"_s, u"5"_s}};
+  const auto up = TimerActions::beat(widgetOf(u"posture"_s, standing), kNow);
+  EXPECT_EQ(up.announcement, u"Time to stand and stretch."_s);
+  DockWidget down = up.widget;
+  down.options.insert(u"deadline"_s, at(0));
+  EXPECT_EQ(TimerActions::beat(down, kNow).announcement, u"Return to a comfortable seated posture."_s);
+  EXPECT_EQ(TimerActions::beat(widgetOf(u"pomodoro"_s, {{u"deadline"_s, at(0)}, {u"phase"_s, u"longBreak"_s}}), kNow)
+                .announcement,
+            u"Ready for your next focus session."_s);
+}
+
+TEST(Habits, StreaksAndGlasses) {
+  const DockWidget habit = widgetOf(u"habitTracker"_s, {{u"history"_s, u"2026-11-20,2026-11-22,2026-11-23"_s}});
+  EXPECT_EQ(HabitMath::streak(habit, kNow), 2);
+  const DockWidget done = HabitMath::toggled(habit, kNow);
+  EXPECT_EQ(HabitMath::streak(done, kNow), 3);
+  EXPECT_EQ(HabitMath::toggled(done, kNow), habit);
+  EXPECT_EQ(HabitMath::streak(habit, kNow.addDays(1)), 0);
+
+  DockWidget water = widgetOf(u"drinkWater"_s, {{u"interval"_s, u"60"_s}});
+  water = WaterMath::drunk(WaterMath::drunk(water, kNow), kNow);
+  EXPECT_EQ(WaterMath::count(water, kNow), 2);
+  EXPECT_EQ(WaterMath::count(water, kNow.addDays(1)), 0);
+  EXPECT_EQ(WaterMath::count(WaterMath::drunk(water, kNow, -5), kNow), 0);
+  const auto first = TimerActions::beat(water, kNow);
+  EXPECT_TRUE(first.announcement.isEmpty());
+  EXPECT_TRUE(TimerActions::beat(first.widget, kNow.addSecs(3599)).announcement.isEmpty());
+  EXPECT_EQ(TimerActions::beat(first.widget, kNow.addSecs(3600)).announcement,
+            u"Take a moment for a glass of water."_s);
+}
+
+TEST(TickCadence, IsTheLeastThatTheTileNeeds) {
+  using enum TickCadence;
+  struct Case {
+    QString kind;
+    bool running;
+    TickCadence expected;
+  };
+  const Case cases[] = {{u"timeSeconds"_s, false, Second},
+                        {u"analogMinimal"_s, false, Second},
+                        {u"digitalClock"_s, false, Minute},
+                        {u"timer"_s, true, Second},
+                        {u"timer"_s, false, Still},
+                        {u"nowPlayingMini"_s, false, Second},
+                        {u"quickTodo"_s, false, Minute},
+                        {u"calendarDayProgress"_s, false, Minute},
+                        {u"cpu"_s, true, Still}};
+  for (const Case& c : cases) {
+    DockWidget widget = widgetOf(c.kind);
+    if (c.running) widget.options.insert(u"deadline"_s, at(5));
+    EXPECT_EQ(Ticking::cadence(widget), c.expected) << qPrintable(c.kind);
+  }
+}
+
+TEST(CalendarStrip, BeginsWhereTheKindSays) {
+  EXPECT_EQ(CalendarStrip::days(u"calendarWeek"_s, kNow, Qt::Sunday).first(), QDate(2026, 11, 22));
+  EXPECT_EQ(CalendarStrip::days(u"calendarWeek"_s, kNow, Qt::Wednesday).first(), QDate(2026, 11, 18));
+  EXPECT_EQ(CalendarStrip::days(u"calendarSevenDays"_s, kNow, Qt::Sunday).last(), QDate(2026, 11, 30));
+}
+
+TEST(Contributions, AreAddedUpOrRefused) {
+  const auto day = [](const QString& date, const QJsonValue& count) {
+    return QJsonObject{{u"date"_s, date}, {u"contributionCount"_s, count}};
+  };
+  const QJsonArray days{day(u"2026-11-24"_s, 3), day(u"2026-11-18"_s, 4), day(u"2026-11-17"_s, 5),
+                        day(u"24.11.2026"_s, -1)};
+  EXPECT_EQ(ContributionSummary::decode(days, kNow), (ContributionSummary{3, 7, 12}));
+  const auto refusal = [](const QJsonArray& refused) {
+    try {
+      ContributionSummary::decode(refused, kNow);
+    } catch (const DomainError& failure) {
+      return failure.message();
+    }
+    return QString();
+  };
+  for (const QJsonValue& count : {QJsonValue(-1), QJsonValue(1.5), QJsonValue(u"3"_s), QJsonValue()}) {
+    EXPECT_EQ(refusal({day(u"2026-11-24"_s, count)}), u"Invalid contribution count."_s);
+  }
+  EXPECT_EQ(refusal({day(u"2026-1-4"_s, 1)}), u"GitHub did not return contribution dates."_s);
+}
+
+}  // namespace
+}  // namespace tarnwick
