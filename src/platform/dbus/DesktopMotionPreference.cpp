@@ -1,0 +1,58 @@
+#include "platform/dbus/DesktopMotionPreference.h"
+
+#include <QDBusVariant>
+#include <utility>
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr auto kPortal = "org.freedesktop.portal.Desktop"_L1;
+constexpr auto kPath = "/org/freedesktop/portal/desktop"_L1;
+constexpr auto kSettings = "org.freedesktop.portal.Settings"_L1;
+constexpr auto kInterface = "org.gnome.desktop.interface"_L1;
+constexpr auto kAnimations = "enable-animations"_L1;
+
+// The older of the portal's two reading methods wraps its answer twice.
+QVariant unwrapped(QVariant value) {
+  while (value.canConvert<QDBusVariant>()) value = value.value<QDBusVariant>().variant();
+  return value;
+}
+
+}  // namespace
+
+DesktopMotionPreference::DesktopMotionPreference(const QDBusConnection& session, QObject* parent)
+    : session_(session), portal_(session, kPortal) {
+  setParent(parent);
+  portal_.listen(kPath, kSettings, u"SettingChanged"_s,
+                 [this](const QDBusMessage& signal) { take(!unwrapped(signal.arguments().value(2)).toBool()); },
+                 {kInterface, kAnimations});
+  connect(&portal_, &BusService::ownerChanged, this, &DesktopMotionPreference::readPortal);
+}
+
+// Asked under the well-known name, so that a portal which isn't running yet is started: early in a session it rarely
+// is.
+void DesktopMotionPreference::readPortal() {
+  auto message = QDBusMessage::createMethodCall(kPortal, kPath, kSettings, u"Read"_s);
+  message.setArguments({QString(kInterface), QString(kAnimations)});
+  ask(session_, message, this, [this](const QDBusMessage& reply) {
+    const QVariant value = unwrapped(reply.arguments().value(0));
+    if (reply.type() != QDBusMessage::ReplyMessage || value.typeId() != QMetaType::Bool) return readSetting();
+    setting_.reset();
+    take(!value.toBool());
+  });
+}
+
+void DesktopMotionPreference::readSetting() {
+  if (setting_) return;
+  setting_ = std::make_unique<GSettingsKey>(session_, kInterface, kAnimations);
+  connect(setting_.get(), &GSettingsKey::changed, this,
+          [this] { take(setting_->value() == std::optional(u"false"_s)); });
+}
+
+void DesktopMotionPreference::take(bool reducesMotion) {
+  if (std::exchange(reducesMotion_, reducesMotion) != reducesMotion) Q_EMIT changed();
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <memory>
+#include <optional>
+
+#include "desktop/MotionPreference.h"
+#include "platform/dbus/BusService.h"
+#include "platform/dbus/GSettingsKey.h"
+
+namespace tarnwick {
+
+/// The desktop's wish for less motion: read from the settings portal, or from the setting itself where no portal tells
+/// it. Nobody wants less motion where neither says so, and until one has answered.
+class DesktopMotionPreference final : public MotionPreference {
+  Q_OBJECT
+ public:
+  /// Asks at once; a portal that isn't running yet is started.
+  explicit DesktopMotionPreference(const QDBusConnection& session, QObject* parent = nullptr);
+
+  bool reducesMotion() const override { return reducesMotion_; }
+
+ private:
+  void readPortal();
+  void readSetting();
+  void take(bool reducesMotion);
+
+  QDBusConnection session_;
+  BusService portal_;
+  std::unique_ptr<GSettingsKey> setting_;
+  bool reducesMotion_ = false;
+};
+
+}  // namespace tarnwick
