@@ -30,6 +30,21 @@
     </message>
 </context>
 <context>
+    <name>NativeDockState</name>
+    <message>
+        <source>The saved macOS Dock recovery file is invalid. It has been preserved.</source>
+        <translation>The saved recovery file of the system dock is invalid. It has been preserved.</translation>
+    </message>
+    <message>
+        <source>macOS Dock preferences could not be saved. Recovery data was retained if restoration failed.</source>
+        <translation>The system dock's preferences could not be saved. Recovery data was retained if restoration failed.</translation>
+    </message>
+    <message>
+        <source>The original macOS Dock settings could not be restored. The recovery file remains available for the next launch.</source>
+        <translation>The original settings of the system dock could not be restored. The recovery file remains available for the next launch.</translation>
+    </message>
+</context>
+<context>
     <name>Menu</name>
     <message>
         <source>Restore the macOS Dock</source>

@@ -12,6 +12,7 @@
 #include "app/AppDelegate.h"
 #include "app/CommandLine.h"
 #include "app/FixtureConfig.h"
+#include "app/RestoreDock.h"
 #include "app/SingleInstance.h"
 #include "base/DomainError.h"
 #include "config/DataDirectory.h"
@@ -110,6 +111,8 @@ int runProgram(int argc, char** argv) {
     switch (line.mode) {
       case Mode::WriteFixtureConfig:
         return writeFixtureConfig(line.path);
+      case Mode::RestoreDock:
+        return restoreDockAndExit(argc, argv, line.directory);
       case Mode::Run:
         return runDock(argc, argv, line);
       default:

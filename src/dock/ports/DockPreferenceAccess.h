@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QString>
+#include <QVariant>
+#include <functional>
+#include <utility>
+
+#include "desktop/Capability.h"
+
+namespace tarnwick {
+
+/// Two preferences of the system's own dock: "autohide" (it hides) and "autohide-delay" (seconds until it comes out).
+/// Main thread only; no operation takes longer than a moment, whatever the dock does, and none throws.
+///
+/// A value is plain: a boolean, a number, a text, bytes, or a list or a map of such; an invalid one means "not set".
+class DockPreferenceAccess {
+ public:
+  virtual ~DockPreferenceAccess() = default;
+
+  /// What the user has set, in a form that only `write` of the same kind understands; invalid where nothing is set.
+  virtual QVariant read(const QString& key) = 0;
+  /// Sets a boolean or a number as wished, puts back what `read` gave, or with an invalid value unsets the key.
+  virtual void write(const QString& key, const QVariant& value) = 0;
+  /// Whether everything written since the last call has reached the dock's settings on the disk.
+  virtual bool synchronize() = 0;
+  /// Makes the dock read its settings again, without waiting for it.
+  virtual void restart() = 0;
+
+  /// Whether this desktop has a dock that can be hidden. Without one the other operations work all the same.
+  virtual Capability capability() = 0;
+
+  /// Called later, from the event loop, when a dock has come up that the last `read` did not know.
+  void setDockAppeared(std::function<void()> appeared) { appeared_ = std::move(appeared); }
+
+ protected:
+  void dockAppeared() const {
+    if (appeared_) appeared_();
+  }
+
+ private:
+  std::function<void()> appeared_;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QJsonObject>
+
+#include "platform/docks/DockBackend.h"
+
+namespace tarnwick {
+
+/// Stands for a dock where none runs: a small file, so that every step of the hand-over works there too.
+class OwnPreferences final : public DockBackend {
+ public:
+  explicit OwnPreferences(const QString& directory);
+
+  QList<DockSetting> own(DockPreference preference) override;
+  QList<DockSetting> hiding(DockPreference preference, double seconds, const QList<DockSetting>& own) override;
+  bool put(const DockSetting& setting) override;
+  bool flush() override;
+
+ private:
+  QJsonObject& values();
+
+  QString path_;
+  std::optional<QJsonObject> values_;
+  bool changed_ = false;
+};
+
+}  // namespace tarnwick

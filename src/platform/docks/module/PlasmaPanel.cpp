@@ -1,0 +1,102 @@
+#include "platform/docks/module/PlasmaPanel.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QRegularExpression>
+#include <algorithm>
+#include <utility>
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr int kPatienceMs = 1000;
+
+const QString kHiding = u"hiding"_s;
+const QString kShown = u"none"_s;
+const QString kHides = u"autohide"_s;
+
+struct Panel {
+  QString id;
+  QString location;
+  QString hiding;
+};
+
+/// What a script prints; none when the shell does not answer or refuses.
+std::optional<QString> run(const QString& script) {
+  QDBusMessage call = QDBusMessage::createMethodCall(u"org.kde.plasmashell"_s, u"/PlasmaShell"_s,
+                                                     u"org.kde.PlasmaShell"_s, u"evaluateScript"_s);
+  // A restart of the shell is the session's affair.
+  call.setAutoStartService(false);
+  call << script;
+  const QDBusMessage answer = QDBusConnection::sessionBus().call(call, QDBus::Block, kPatienceMs);
+  if (answer.type() != QDBusMessage::ReplyMessage) return std::nullopt;
+  return answer.arguments().value(0).toString();
+}
+
+QList<Panel> panels() {
+  const auto printed =
+      run(uR"(var all = panels();
+for (var i = 0; i < all.length; ++i) print("<" + all[i].id + " " + all[i].location + " " + all[i].hiding + ">");)"_s);
+  static const QRegularExpression row(u"<(\\d+) (\\w+) (\\w+)>"_s);
+  QList<Panel> found;
+  for (auto rows = row.globalMatch(printed.value_or(QString())); rows.hasNext();) {
+    const QRegularExpressionMatch match = rows.next();
+    found << Panel{match.captured(1), match.captured(2), match.captured(3)};
+  }
+  return found;
+}
+
+const Panel* find(const QList<Panel>& panels, const QString& id) {
+  const auto found = std::find_if(panels.begin(), panels.end(), [&](const Panel& panel) { return panel.id == id; });
+  return found == panels.end() ? nullptr : &*found;
+}
+
+/// Values go into a script, so they must be words.
+bool isWord(const QString& text) {
+  static const QRegularExpression word(u"^[a-z0-9]+$"_s);
+  return word.match(text).hasMatch();
+}
+
+}  // namespace
+
+QList<DockSetting> PlasmaPanel::own(DockPreference preference) {
+  QList<DockSetting> settings;
+  if (preference == DockPreference::AutohideDelay) return settings;
+  for (const Panel& panel : panels()) {
+    if (panel.location == u"bottom"_s) settings << DockSetting{panel.id, kHiding, panel.hiding};
+  }
+  return settings;
+}
+
+QList<DockSetting> PlasmaPanel::hiding(DockPreference, double, const QList<DockSetting>& own) {
+  QList<DockSetting> settings = own;
+  for (DockSetting& setting : settings) setting.value = kHides;
+  return settings;
+}
+
+bool PlasmaPanel::put(const DockSetting& setting) {
+  const QString mode = setting.value.value_or(kShown);
+  if (setting.name != kHiding || !isWord(setting.place) || !isWord(mode)) return false;
+  pending_ << DockSetting{setting.place, kHiding, mode};
+  const QList<Panel> all = panels();
+  const Panel* const panel = find(all, setting.place);
+  // A panel that the user removed has nothing to get back. A shell without any has not finished its start.
+  if (!panel) return !all.isEmpty();
+  if (panel->hiding == mode) return true;
+  return run(u"panelById(%1).hiding = \"%2\";"_s.arg(setting.place, mode)).has_value();
+}
+
+bool PlasmaPanel::flush() {
+  const QList<DockSetting> expected = std::exchange(pending_, {});
+  if (expected.isEmpty()) return true;
+  const QList<Panel> all = panels();
+  if (all.isEmpty()) return false;
+  return std::all_of(expected.begin(), expected.end(), [&](const DockSetting& setting) {
+    const Panel* const panel = find(all, setting.place);
+    return !panel || panel->hiding == setting.value;
+  });
+}
+
+}  // namespace tarnwick

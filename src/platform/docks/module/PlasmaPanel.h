@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/docks/DockBackend.h"
+
+namespace tarnwick {
+
+/// The panels of KDE Plasma at the bottom edge, through the shell's script interface. A place is a panel's number, its
+/// one setting is how it hides. Plasma knows no delay before a panel comes out.
+class PlasmaPanel final : public DockBackend {
+ public:
+  QList<DockSetting> own(DockPreference preference) override;
+  QList<DockSetting> hiding(DockPreference preference, double seconds, const QList<DockSetting>& own) override;
+  bool put(const DockSetting& setting) override;
+  bool flush() override;
+
+ private:
+  QList<DockSetting> pending_;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QMutex>
+#include <QObject>
+#include <QRegularExpression>
+#include <QThread>
+
+#include "handover/Docks.h"
+
+namespace tarnwick::testing {
+
+/// The script interface of Plasma's shell, as far as our scripts use it, on a thread of its own.
+class FakePlasma : public QObject {
+  Q_OBJECT
+  Q_CLASSINFO("D-Bus Interface", "org.kde.PlasmaShell")
+ public:
+  explicit FakePlasma(const QStringList& panels) : panels_(panels), owner_(QStringLiteral("org.kde.plasmashell")) {
+    owner_.bus().registerObject(QStringLiteral("/PlasmaShell"), this, QDBusConnection::ExportScriptableSlots);
+    moveToThread(&thread_);
+    thread_.start();
+  }
+  ~FakePlasma() override {
+    thread_.quit();
+    thread_.wait();
+  }
+  /// Each "id location hiding".
+  QStringList panels() const {
+    const QMutexLocker lock(&mutex_);
+    return panels_;
+  }
+
+ public Q_SLOTS:
+  Q_SCRIPTABLE QString evaluateScript(const QString& script) {
+    const QMutexLocker lock(&mutex_);
+    static const QRegularExpression change(QStringLiteral("panelById\\((\\d+)\\)\\.hiding = \"(\\w+)\""));
+    const QRegularExpressionMatch match = change.match(script);
+    QString printed;
+    for (QString& panel : panels_) {
+      if (match.hasMatch() && panel.section(u' ', 0, 0) == match.captured(1)) {
+        panel = panel.section(u' ', 0, 1) + u' ' + match.captured(2);
+      }
+      if (script.contains(QStringLiteral("panels()"))) printed += u'<' + panel + u'>';
+    }
+    return printed;
+  }
+
+ private:
+  mutable QMutex mutex_;
+  QStringList panels_;
+  NameOwner owner_;
+  QThread thread_;
+};
+
+}  // namespace tarnwick::testing

@@ -1,0 +1,112 @@
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "desktop/Program.h"
+#include "dock/NativeDockState.h"
+#include "handover/Docks.h"
+#include "platform/docks/GuardianProcess.h"
+
+namespace tarnwick::testing {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class GuardianTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    // Stands for the program: it notes how it was called.
+    write(restorer, "#!/bin/sh\necho \"$TARNWICK_RESTORE_SAVED_ONLY $@\" > \"$0.called\"\n");
+    QFile::setPermissions(restorer, QFile::ReadOwner | QFile::ExeOwner);
+    write(NativeDockState::recoveryFile(folder.path()), "values");
+  }
+  static void write(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+  }
+  QByteArray called() const {
+    QFile file(restorer + u".called"_s);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  }
+  /// Waits until the guardian has begun its work, so that what follows is not before it.
+  pid_t started() const {
+    const auto isReady = [&] {
+      const QList<pid_t> all = guardiansOf(folder.path());
+      return all.size() == 1 && QFile::symLinkTarget(u"/proc/%1/cwd"_s.arg(all[0])) == u"/"_s && isWaiting(all[0]);
+    };
+    EXPECT_TRUE(VirtualDisplay::waitUntil(isReady));
+    return guardiansOf(folder.path()).value(0);
+  }
+  static bool isWaiting(pid_t process) {
+    QFile state(u"/proc/%1/stat"_s.arg(process));
+    return state.open(QIODevice::ReadOnly) && state.readAll().contains(") S ");
+  }
+  bool isGone() const {
+    return VirtualDisplay::waitUntil([&] { return guardiansOf(folder.path()).isEmpty(); });
+  }
+
+  QTemporaryDir folder;
+  QString restorer = folder.filePath(u"restorer"_s);
+};
+
+TEST_F(GuardianTest, ActsOnlyWhenTheLineBreaksWithoutAWord) {
+  {
+    GuardianProcess guardian(restorer);
+    guardian.watch(folder.path());
+    guardian.watch(folder.path());
+    const pid_t process = started();
+    // What a session's end sends to everybody does not end it.
+    for (const int signal : {SIGHUP, SIGINT, SIGTERM}) ::kill(process, signal);
+    guardian.release();
+    EXPECT_TRUE(isGone());
+    EXPECT_EQ(called(), "");
+    guardian.watch(folder.path());
+    for (const int signal : {SIGHUP, SIGINT, SIGTERM}) ::kill(started(), signal);
+  }
+  const QByteArray expected = "1 --restore-dock --restore-dock-directory " + folder.path().toUtf8() + '\n';
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return called() == expected; }));
+}
+
+TEST_F(GuardianTest, LeavesAloneWhatAnotherStartHasRepaired) {
+  for (const bool changedAgain : {false, true}) {
+    write(NativeDockState::recoveryFile(folder.path()), "values");
+    {
+      GuardianProcess guardian(restorer);
+      guardian.watch(folder.path());
+      started();
+      // Kept, so that the new file cannot get the old one's number.
+      const QString file = NativeDockState::recoveryFile(folder.path());
+      ASSERT_TRUE(QFile::rename(file, folder.filePath(u"old%1"_s.arg(changedAgain))));
+      if (changedAgain) write(file, "values");
+    }
+    EXPECT_TRUE(isGone());
+    EXPECT_EQ(called(), "");
+  }
+}
+
+TEST_F(GuardianTest, IsTinyAndKeepsNothingOpen) {
+  const int inheritable = ::dup(STDIN_FILENO);
+  GuardianProcess guardian(restorer);
+  guardian.watch(folder.path());
+  const pid_t process = started();
+  ::close(inheritable);
+  // The line, the two outputs and where they lead.
+  EXPECT_EQ(
+      QDir(u"/proc/%1/fd"_s.arg(process)).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size(), 4);
+  QFile statistics(u"/proc/%1/status"_s.arg(process));
+  ASSERT_TRUE(statistics.open(QIODevice::ReadOnly));
+  const QByteArray text = statistics.readAll();
+  const qsizetype at = text.indexOf("RssAnon:") + 8;
+  EXPECT_LT(text.mid(at, text.indexOf("kB", at) - at).trimmed().toInt(), 200) << text.constData();
+  EXPECT_NE(::getsid(process), ::getsid(0));
+  guardian.release();
+  EXPECT_TRUE(isGone());
+}
+
+}  // namespace
+}  // namespace tarnwick::testing

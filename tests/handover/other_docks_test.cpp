@@ -1,0 +1,147 @@
+// The docks of GNOME, Xfce and Plasma, and desktops without any.
+#include <gtest/gtest.h>
+
+#include <QTemporaryDir>
+
+#include "desktop/Program.h"
+#include "dock/NativeDockState.h"
+#include "handover/Docks.h"
+#include "handover/FakePlasma.h"
+#include "platform/docks/SystemDockPreferences.h"
+
+namespace tarnwick::testing {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class OtherDocksTest : public ::testing::Test {
+ protected:
+  QString file() const { return NativeDockState::recoveryFile(folder.path()); }
+
+  QTemporaryDir folder;
+};
+
+TEST_F(OtherDocksTest, TheExtensionOfGnome) {
+  const QString path = u"/org/gnome/shell/extensions/dash-to-dock/"_s;
+  const NameOwner shell(u"org.gnome.Shell"_s);
+  const QMap<QString, QString> users[] = {
+      {},
+      {{u"show-delay"_s, u"0.1"_s}, {u"intellihide"_s, u"true"_s}, {u"dash-max-icon-size"_s, u"32"_s}},
+      {{u"dock-fixed"_s, u"true"_s}, {u"autohide"_s, u"false"_s}, {u"require-pressure-to-show"_s, u"false"_s}},
+  };
+  for (const auto& user : users) {
+    ASSERT_TRUE(output({u"dconf"_s, u"reset"_s, u"-f"_s, path}));
+    for (auto it = user.cbegin(); it != user.cend(); ++it) {
+      ASSERT_TRUE(output({u"dconf"_s, u"write"_s, path + it.key(), it.value()}));
+    }
+    const QByteArray before = dconfDump();
+    SystemDockPreferences preferences(folder.path());
+    NativeDockState state(folder.path(), preferences);
+    for (const auto& [layout, delay] : {std::pair(DockLayout::Swap, "0.0"), {DockLayout::Replace, "1000.0"}}) {
+      state.apply(layout);
+      const QByteArray now = dconfDump();
+      EXPECT_FALSE(state.takeNotice());
+      for (const QByteArray& line :
+           {QByteArray("dock-fixed=false"), QByteArray("autohide=true"), QByteArray("intellihide=false"),
+            QByteArray("require-pressure-to-show=false"), QByteArray("show-delay=") + delay}) {
+        EXPECT_TRUE(now.contains('\n' + line + '\n')) << now.constData() << line.constData();
+      }
+    }
+    state.restore();
+    EXPECT_EQ(dconfDump(), before);
+  }
+}
+
+TEST_F(OtherDocksTest, ThePanelsOfXfceAlongTheBottom) {
+  const auto query = [](const QStringList& words) {
+    return output(QStringList{u"xfconf-query"_s, u"-c"_s, u"xfce4-panel"_s} + words);
+  };
+  const auto set = [&](const QString& property, const QString& type, const QString& value) {
+    ASSERT_TRUE(query({u"-p"_s, u"/panels/"_s + property, u"-n"_s, u"-t"_s, type, u"-s"_s, value}));
+  };
+  const NameOwner panel(u"org.xfce.Panel"_s);
+  ASSERT_TRUE(query({u"-p"_s, u"/panels"_s, u"-n"_s, u"-a"_s, u"-t"_s, u"int"_s, u"-s"_s, u"1"_s, u"-t"_s, u"int"_s,
+                     u"-s"_s, u"2"_s, u"-t"_s, u"int"_s, u"-s"_s, u"3"_s}));
+  set(u"panel-1/position"_s, u"string"_s, u"p=6;x=0;y=0"_s);
+  set(u"panel-2/position"_s, u"string"_s, u"p=10;x=0;y=0"_s);
+  set(u"panel-3/position"_s, u"string"_s, u"p=8;x=0;y=0"_s);
+  set(u"panel-3/autohide-behavior"_s, u"uint"_s, u"1"_s);
+  set(u"panel-3/output-name"_s, u"string"_s, u"monitor-0"_s);
+  const auto values = [&] { return query({u"-lv"_s}).value().simplified(); };
+  const QByteArray before = values();
+
+  SystemDockPreferences preferences(folder.path());
+  NativeDockState state(folder.path(), preferences);
+  state.apply(DockLayout::Replace);
+  EXPECT_TRUE(values().contains("panel-2/autohide-behavior 2 /panels/panel-2/output-name Tarnwick"));
+  EXPECT_TRUE(values().contains("panel-3/autohide-behavior 2 /panels/panel-3/output-name Tarnwick"));
+  EXPECT_FALSE(values().contains("panel-1/autohide"));
+  // Without a delay it comes out at its own output again.
+  state.apply(DockLayout::Swap);
+  EXPECT_TRUE(values().contains("panel-3/autohide-behavior 2 /panels/panel-3/output-name monitor-0"));
+  EXPECT_FALSE(values().contains("Tarnwick"));
+  state.apply(DockLayout::Fixed);
+  EXPECT_EQ(values(), before);
+  EXPECT_FALSE(QFile::exists(file()));
+
+  // A panel that was removed in between gets nothing.
+  state.apply(DockLayout::Swap);
+  ASSERT_TRUE(query({u"-p"_s, u"/panels"_s, u"-n"_s, u"-a"_s, u"-t"_s, u"int"_s, u"-s"_s, u"1"_s, u"-t"_s, u"int"_s,
+                     u"-s"_s, u"2"_s}));
+  ASSERT_TRUE(query({u"-p"_s, u"/panels/panel-3"_s, u"-r"_s, u"-R"_s}));
+  state.restore();
+  EXPECT_FALSE(values().contains("panel-3"));
+  EXPECT_FALSE(values().contains("autohide"));
+  ASSERT_TRUE(query({u"-p"_s, u"/panels"_s, u"-r"_s, u"-R"_s}));
+}
+
+TEST_F(OtherDocksTest, ThePanelsOfPlasmaAndADockThatIsNotThere) {
+  const QStringList before{u"2 top none"_s, u"7 bottom dodgewindows"_s, u"9 bottom none"_s};
+  QByteArray record;
+  QStringList hidden;
+  {
+    const FakePlasma plasma(before);
+    SystemDockPreferences preferences(folder.path());
+    NativeDockState state(folder.path(), preferences);
+    state.apply(DockLayout::Replace);
+    hidden = plasma.panels();
+    EXPECT_EQ(hidden, QStringList({u"2 top none"_s, u"7 bottom autohide"_s, u"9 bottom autohide"_s}));
+    state.apply(DockLayout::Floating);
+    EXPECT_EQ(plasma.panels(), before);
+    state.apply(DockLayout::Replace);
+    // The program ends here without giving back.
+  }
+  // Under another desktop nothing of that is written anywhere.
+  const NameOwner shell(u"org.gnome.Shell"_s);
+  const QByteArray settings = dconfDump();
+  SystemDockPreferences preferences(folder.path());
+  NativeDockState state(folder.path(), preferences);
+  EXPECT_TRUE(state.recoveryError());
+  EXPECT_ANY_THROW(state.apply(DockLayout::Replace));
+  EXPECT_EQ(dconfDump(), settings);
+  EXPECT_TRUE(QFile::exists(file()));
+
+  // Plasma comes up, and gets its panels back by itself.
+  bool asked = false;
+  state.setNeedsApply([&] { asked = true; });
+  const FakePlasma plasma(hidden);
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return asked; }));
+  EXPECT_EQ(plasma.panels(), before);
+  EXPECT_FALSE(QFile::exists(file()) || state.recoveryError());
+}
+
+TEST_F(OtherDocksTest, WithoutADockEveryStepWorksAndSaysSo) {
+  const QString own = folder.filePath(u"dock-preferences.json"_s);
+  SystemDockPreferences preferences(folder.path());
+  NativeDockState state(folder.path(), preferences);
+  state.apply(DockLayout::Swap);
+  EXPECT_EQ(state.takeNotice(), u"No dock that can be hidden was found."_s);
+  QFile in(own);
+  ASSERT_TRUE(in.open(QIODevice::ReadOnly));
+  EXPECT_EQ(in.readAll(), R"({"autohide":"true","autohide-delay":"0.0"})");
+  state.apply(DockLayout::Fixed);
+  EXPECT_FALSE(QFile::exists(own) || QFile::exists(file()));
+}
+
+}  // namespace
+}  // namespace tarnwick::testing
