@@ -1,0 +1,108 @@
+#include "app/DockMenuModel.h"
+
+#include <QCoreApplication>
+#include <QFontMetrics>
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kWidestEntry = 320;
+
+QString words(const char* text) { return QCoreApplication::translate("DockMenu", text); }
+
+void separate(QList<DockMenuEntry>& entries) {
+  if (!entries.isEmpty() && !entries.last().text.isEmpty()) entries << DockMenuEntry();
+}
+
+DockMenuEntry open(const QString& name, const DockMenuActions& actions) {
+  return {words(QT_TRANSLATE_NOOP("DockMenu", "Open ")) + name, actions.open, {}};
+}
+
+std::function<void()> onlyIf(bool condition, const std::function<void()>& action) {
+  return condition ? action : std::function<void()>();
+}
+
+void addApplication(QList<DockMenuEntry>& entries, const AppMenuState& state, const DockMenuActions& actions) {
+  separate(entries);
+  for (const DesktopAction& action : state.actions) {
+    entries << DockMenuEntry{action.name, [start = actions.startAction, id = action.id] { start(id); }, {}};
+  }
+  separate(entries);
+  for (const AppMenuState::Window& window : state.windows) {
+    const QString title =
+        window.title.isEmpty() ? words(QT_TRANSLATE_NOOP("DockMenu", "Untitled Window")) : window.title;
+    entries << DockMenuEntry{title, [show = actions.showWindow, id = window.id] { show(id); }, window.active};
+  }
+  separate(entries);
+  if (state.canBeKept) {
+    entries << DockMenuEntry{words(QT_TRANSLATE_NOOP("DockMenu", "Keep in Dock")), actions.keep, {}};
+  }
+  if (!state.windows.isEmpty()) {
+    entries << DockMenuEntry{words(QT_TRANSLATE_NOOP("DockMenu", "Quit")), actions.quit, {}};
+  }
+  if (entries.last().text.isEmpty()) entries.removeLast();
+}
+
+}  // namespace
+
+QList<DockMenuEntry> DockMenuModel::tile(const TileMenuState& state, const DockMenuActions& actions) {
+  QList<DockMenuEntry> entries;
+  if (state.opens) entries << open(state.name, actions);
+  entries << DockMenuEntry{words(QT_TRANSLATE_NOOP("DockMenu", "Edit Widget…")), actions.edit, {}};
+  if (state.hasIcon) {
+    entries << DockMenuEntry{words(QT_TRANSLATE_NOOP("DockMenu", "App Icon…")), actions.chooseIcon, {}}
+            << DockMenuEntry{
+                   words(QT_TRANSLATE_NOOP("DockMenu", "Reset Icon")), onlyIf(state.hasOwnIcon, actions.resetIcon), {}};
+  }
+  entries << DockMenuEntry{words(QT_TRANSLATE_NOOP("DockMenu", "Move Left")),
+                           onlyIf(state.canMoveLeft, actions.moveLeft),
+                           {}}
+          << DockMenuEntry{words(QT_TRANSLATE_NOOP("DockMenu", "Move Right")),
+                           onlyIf(state.canMoveRight, actions.moveRight),
+                           {}}
+          << DockMenuEntry{words(QT_TRANSLATE_NOOP("DockMenu", "Remove Widget")), actions.remove, {}};
+  if (state.isFolder || state.isTrash) separate(entries);
+  if (state.isFolder) {
+    entries << DockMenuEntry{words(QT_TRANSLATE_NOOP("DockMenu", "Show in File Manager")), actions.reveal, {}};
+  }
+  if (state.isTrash) {
+    entries << DockMenuEntry{
+        words(QT_TRANSLATE_NOOP("DockMenu", "Empty Trash…")), onlyIf(!state.trashIsEmpty, actions.emptyTrash), {}};
+  }
+  if (state.app) addApplication(entries, *state.app, actions);
+  return entries;
+}
+
+QList<DockMenuEntry> DockMenuModel::application(const QString& name, const AppMenuState& state,
+                                                const DockMenuActions& actions) {
+  QList<DockMenuEntry> entries{open(name, actions)};
+  addApplication(entries, state, actions);
+  return entries;
+}
+
+QList<DockMenuEntry> DockMenuModel::dock(const DockMenuActions& actions) {
+  return {{words(QT_TRANSLATE_NOOP("DockMenu", "Add Widgets…")), actions.addWidgets, {}},
+          {words(QT_TRANSLATE_NOOP("DockMenu", "Settings…")), actions.settings, {}}};
+}
+
+void DockMenuModel::fill(QMenu& menu, const QList<DockMenuEntry>& entries) {
+  menu.clear();
+  for (const DockMenuEntry& entry : entries) {
+    if (entry.text.isEmpty()) {
+      menu.addSeparator();
+      continue;
+    }
+    QString text = menu.fontMetrics().elidedText(entry.text, Qt::ElideMiddle, kWidestEntry);
+    // A menu takes a single ampersand for the mark of a mnemonic.
+    QAction* added = menu.addAction(text.replace(u'&', u"&&"_s));
+    added->setEnabled(static_cast<bool>(entry.run));
+    added->setCheckable(entry.checked.has_value());
+    added->setChecked(entry.checked.value_or(false));
+    if (entry.run) QObject::connect(added, &QAction::triggered, &menu, [run = entry.run] { run(); });
+  }
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QList>
+#include <QMenu>
+#include <QString>
+#include <functional>
+#include <optional>
+
+#include "apps/DesktopEntry.h"
+
+namespace tarnwick {
+
+/// One line of a menu. Without a text it is a separator; without an action it is shown disabled.
+struct DockMenuEntry {
+  QString text;
+  std::function<void()> run;
+  std::optional<bool> checked;  ///< For an entry that can be checked.
+};
+
+/// What a menu knows of an application.
+struct AppMenuState {
+  struct Window {
+    quint64 id = 0;
+    QString title;
+    bool active = false;
+  };
+
+  QList<DesktopAction> actions;
+  QList<Window> windows;
+  bool canBeKept = false;  ///< No tile of the dock holds it, and it has a desktop entry.
+};
+
+/// What a menu knows of a widget's tile.
+struct TileMenuState {
+  QString name;
+  bool opens = true;     ///< False for what is only there to look at.
+  bool hasIcon = false;  ///< Its icon can be chosen.
+  bool hasOwnIcon = false;
+  bool canMoveLeft = false;
+  bool canMoveRight = false;
+  bool isFolder = false;
+  bool isTrash = false;
+  bool trashIsEmpty = true;
+  std::optional<AppMenuState> app;
+};
+
+/// What entries do. One whose action is empty is shown disabled.
+struct DockMenuActions {
+  std::function<void()> open;
+  std::function<void()> edit;
+  std::function<void()> chooseIcon;
+  std::function<void()> resetIcon;
+  std::function<void()> moveLeft;
+  std::function<void()> moveRight;
+  std::function<void()> remove;
+  std::function<void()> reveal;
+  std::function<void()> emptyTrash;
+  std::function<void(const QString& action)> startAction;
+  std::function<void(quint64 window)> showWindow;
+  std::function<void()> keep;
+  std::function<void()> quit;
+  std::function<void()> addWidgets;
+  std::function<void()> settings;
+};
+
+/// The context menus of a dock as lists. Pure.
+struct DockMenuModel {
+  static QList<DockMenuEntry> tile(const TileMenuState& state, const DockMenuActions& actions);
+  /// Of a running application that is no widget.
+  static QList<DockMenuEntry> application(const QString& name, const AppMenuState& state,
+                                          const DockMenuActions& actions);
+  static QList<DockMenuEntry> dock(const DockMenuActions& actions);
+
+  /// Fills a menu anew.
+  static void fill(QMenu& menu, const QList<DockMenuEntry>& entries);
+};
+
+}  // namespace tarnwick

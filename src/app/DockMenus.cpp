@@ -1,0 +1,113 @@
+#include "app/DockMenus.h"
+
+#include <algorithm>
+
+#include "store/AppStore.h"
+#include "widgets/PinnedTiles.h"
+#include "widgets/catalog/Catalog.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool isOnlySeen(const DockWidget& widget) { return widget.kind == "dockSeparator"_L1 || widget.kind == "dockSpace"_L1; }
+
+}  // namespace
+
+QString DockMenus::iconKey(const QString& path) const {
+  const QString id = parts_.apps->environment().desktopIdOf(path);
+  return id.isEmpty() ? path : id;
+}
+
+void DockMenus::resetIcon(const QString& key) {
+  parts_.store->edit([&](DockConfiguration& config) {
+    DesktopOptions options = config.desktopOptions();
+    options.customAppIcons.remove(key);
+    config.desktop = options;
+  });
+}
+
+AppMenuState DockMenus::appState(const std::optional<RunningApp>& app, const QString& entryPath) const {
+  AppMenuState state;
+  if (const auto entry = parts_.apps->byPath(entryPath)) state.actions = entry->actions;
+  if (!app) return state;
+  for (const ClientWindow& window : parts_.windows->all()) {
+    if (app->windows.contains(window.id)) state.windows << AppMenuState::Window{window.id, window.title, window.active};
+  }
+  return state;
+}
+
+void DockMenus::addAppActions(DockMenuActions& actions, quint64 application, const QString& entryPath) {
+  DockCommands* commands = parts_.commands;
+  actions.startAction = [commands, entryPath](const QString& action) { commands->startAction(entryPath, action); };
+  actions.showWindow = [commands](quint64 window) { commands->showWindow(window); };
+  actions.quit = [commands, application] { commands->quit(application); };
+}
+
+QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
+  const QList<DockWidget> shown = parts_.store->displayedWidgets(display);
+  const auto found = std::ranges::find(shown, id, &DockWidget::id);
+  if (found == shown.end()) return {};
+  const DockWidget& widget = *found;
+  const qsizetype at = found - shown.begin();
+  const QString path = widget.options.value(u"path"_s);
+  const bool launches = Catalog::find(widget.kind).family == "launcher"_L1 && PinnedTiles::isDesktopEntry(path);
+
+  TileMenuState state;
+  state.name = parts_.edits->nameOf(widget);
+  state.opens = !isOnlySeen(widget);
+  state.hasIcon = launches;
+  state.hasOwnIcon = parts_.store->config().desktopOptions().customAppIcons.contains(iconKey(path));
+  state.canMoveLeft = at > 0;
+  state.canMoveRight = at + 1 < shown.size();
+  state.isFolder = widget.kind == "folderLauncher"_L1 && !path.isEmpty();
+  state.isTrash = widget.kind == "trash"_L1;
+  if (state.isTrash) state.trashIsEmpty = parts_.files->trashCount() == 0;
+
+  DockMenuActions actions;
+  DockCommands* commands = parts_.commands;
+  const auto moveBy = [this, at, display](qsizetype places) {
+    parts_.store->activeDisplay = display;
+    parts_.store->moveDisplayed(at, at + places);
+  };
+  actions.open = [commands, id] { commands->openTile(id); };
+  if (editWidget) actions.edit = [edit = editWidget, id] { edit(id); };
+  if (chooseIcon) actions.chooseIcon = [choose = chooseIcon, id] { choose(id); };
+  actions.resetIcon = [this, key = iconKey(path)] { resetIcon(key); };
+  actions.moveLeft = [moveBy] { moveBy(-1); };
+  actions.moveRight = [moveBy] { moveBy(1); };
+  actions.remove = [this, id] { parts_.edits->remove(id); };
+  actions.reveal = [commands, path] { commands->reveal(path); };
+  actions.emptyTrash = [commands] { commands->askToEmptyTrash(); };
+  if (launches) {
+    const auto app = parts_.running->byPath(path);
+    state.app = appState(app, path);
+    addAppActions(actions, app ? app->identity : 0, path);
+  }
+  return DockMenuModel::tile(state, actions);
+}
+
+QList<DockMenuEntry> DockMenus::application(quint64 identity, const QString& display) {
+  const auto app = parts_.running->byIdentity(identity);
+  if (!app) return {};
+  AppMenuState state = appState(app, app->path);
+  const auto idOf = [this](const QString& path) { return parts_.apps->environment().desktopIdOf(path); };
+  const bool isHeld = PinnedTiles::unheld({*app}, parts_.store->displayedWidgets(display), idOf).isEmpty();
+  state.canBeKept = !app->path.isEmpty() && !isHeld;
+  DockMenuActions actions;
+  actions.open = [commands = parts_.commands, identity] { commands->openApplication(identity); };
+  actions.keep = [this, path = app->path, display] { parts_.edits->insert({PinnedTiles::launcher(path)}, display); };
+  addAppActions(actions, identity, app->path);
+  return DockMenuModel::application(app->name, state, actions);
+}
+
+QList<DockMenuEntry> DockMenus::dock() {
+  DockMenuActions actions;
+  actions.addWidgets = addWidgets;
+  actions.settings = settings;
+  return DockMenuModel::dock(actions);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,241 @@
+#include <QDBusConnection>
+#include <QMenu>
+
+#include "app/DockCommands.h"
+#include "app/DockMenus.h"
+#include "apps/apps_fixture.h"
+#include "store/AppStore.h"
+#include "support/FakeFiles.h"
+#include "support/FakeWindows.h"
+#include "support/TestScheduler.h"
+
+namespace tarnwick::test {
+namespace {
+
+struct NoReadings : SystemCounters {
+  std::optional<ProcessorTicks> processorTicks() override { return std::nullopt; }
+  std::optional<MemoryReading> memory() override { return std::nullopt; }
+  std::optional<NetworkReading> network() override { return std::nullopt; }
+  std::optional<DiskReading> disk() override { return std::nullopt; }
+  std::optional<double> batteryCharge() override { return std::nullopt; }
+};
+
+class CommandsTest : public AppsTest {
+ protected:
+  void SetUp() override {
+    program(u"note"_s, "#!/bin/sh\nprintf '%s\\n' x \"$@\" > %1.part\nmv %1.part %1\n"_L1.arg(root(u"out"_s)));
+    write(system(u"editor.desktop"_s),
+          application(
+              u"Editor & Co"_s, u"note --start"_s,
+              u"Actions=new-window;tips;\nMimeType=inode/directory;\n\n[Desktop Action new-window]\nName=New Window\n"
+              "Exec=note --new\n\n[Desktop Action tips]\nName=Tips\nExec=note --tips\n"_s));
+    installed = std::make_unique<InstalledApps>(environment, scheduler);
+    running = std::make_unique<RunningApplications>(windows, *installed, RunningApplications::Self{});
+    launch = std::make_unique<AppLaunch>(environment, LaunchEnvironment::from(variables({{"PATH", "/usr/bin:/bin"}})),
+                                         [] { return QDBusConnection(u"no such bus"_s); });
+    opener = std::make_unique<AppOpener>(*installed, *launch, scheduler);
+    StoreSetup setup;
+    setup.diagnostic = true;
+    setup.platformReads = false;
+    setup.scheduler = &scheduler;
+    setup.counters = std::make_unique<NoReadings>();
+    store = std::make_unique<AppStore>(std::move(setup));
+    edits = std::make_unique<UndoableEdits>(*store, *installed, undo);
+    commands = std::make_unique<DockCommands>(
+        DockCommands::Parts{store.get(), running.get(), &windows, installed.get(), opener.get(), &files});
+    menus = std::make_unique<DockMenus>(
+        DockMenus::Parts{store.get(), running.get(), &windows, installed.get(), &files, commands.get(), edits.get()});
+    running->start();
+    ASSERT_TRUE(waitFor([&] { return installed->loaded(); }));
+    store->edit([&](DockConfiguration& config) {
+      config.profiles[0].widgets = {
+          {QUuid::createUuid(), u"appLauncher"_s, {}, {{u"path"_s, system(u"editor.desktop"_s)}}},
+          {QUuid::createUuid(), u"folderLauncher"_s, {}, {{u"path"_s, root(u"home"_s)}}},
+          {QUuid::createUuid(), u"trash"_s, {}, {}},
+          {QUuid::createUuid(), u"digitalClock"_s, {}, {}},
+          {QUuid::createUuid(), u"dockSpace"_s, {}, {}}};
+    });
+  }
+  const DockWidget& widget(qsizetype index) const { return store->widgets()[index]; }
+  QString editor() const { return system(u"editor.desktop"_s); }
+  QString ran() {
+    QFile file(root(u"out"_s));
+    EXPECT_TRUE(waitFor([&] { return file.exists(); }));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    const QString words = QString::fromUtf8(file.readAll()).trimmed().split(u'\n').mid(1).join(u' ');
+    file.remove();
+    return words;
+  }
+  static QString lines(const QList<DockMenuEntry>& entries) {
+    QStringList lines;
+    for (const DockMenuEntry& entry : entries) {
+      const QString mark = entry.checked.value_or(false) ? u"*"_s : QString();
+      lines << (entry.text.isEmpty() ? u"-"_s : entry.run ? mark + entry.text : u'(' + entry.text + u')');
+    }
+    return lines.join(u'|');
+  }
+  static void choose(const QList<DockMenuEntry>& entries, const QString& text) {
+    for (const DockMenuEntry& entry : entries) {
+      if (entry.text == text) return entry.run();
+    }
+    FAIL() << text.toStdString();
+  }
+
+  TestScheduler scheduler;
+  FakeWindows windows;
+  FakeFiles files;
+  UndoStack undo;
+  std::unique_ptr<InstalledApps> installed;
+  std::unique_ptr<RunningApplications> running;
+  std::unique_ptr<AppLaunch> launch;
+  std::unique_ptr<AppOpener> opener;
+  std::unique_ptr<AppStore> store;
+  std::unique_ptr<UndoableEdits> edits;
+  std::unique_ptr<DockCommands> commands;
+  std::unique_ptr<DockMenus> menus;
+};
+
+TEST_F(CommandsTest, AClickStartsBringsForwardAndMinimises) {
+  commands->activateTile(widget(0).id);
+  EXPECT_EQ(ran(), u"--start"_s);
+  EXPECT_TRUE(commands->isLaunching(editor()));
+  windows.open(1, u"editor"_s);
+  EXPECT_FALSE(commands->isLaunching(editor()));
+  windows.open(2, u"editor"_s);
+  windows.open(3, u"other"_s);
+  windows.activate(1);
+  windows.activate(3);
+  windows.activated.clear();
+
+  commands->activateTile(widget(0).id);
+  EXPECT_EQ(windows.activated, (QList<quint64>{2, 1}));
+  commands->activateTile(widget(0).id);
+  EXPECT_EQ(windows.minimised, (QList<quint64>{2, 1}));
+  windows.minimised.clear();
+  commands->openTile(widget(0).id);
+  EXPECT_TRUE(windows.minimised.isEmpty()) << "a menu's Open never takes away";
+
+  // A second window, or the one that is there brought forward, ends the feedback; so do eight seconds.
+  commands->newWindow(commands->applicationOf(widget(0)));
+  EXPECT_EQ(ran(), u"--new"_s);
+  windows.activate(1);
+  EXPECT_TRUE(commands->isLaunching(editor()));
+  scheduler.advance(DockCommands::kLaunchFeedback - 0.1);
+  EXPECT_TRUE(commands->isLaunching(editor()));
+  scheduler.advance(0.2);
+  EXPECT_FALSE(commands->isLaunching(editor()));
+
+  const quint64 application = commands->applicationOf(widget(0));
+  commands->quit(application);
+  EXPECT_EQ(windows.windows.size(), 1);
+  EXPECT_EQ(commands->applicationOf(widget(0)), 0u);
+  commands->activateApplication(application);
+  commands->newWindowOfTile(widget(0).id);
+  EXPECT_EQ(ran(), u"--new"_s);
+}
+
+TEST_F(CommandsTest, TheWheelGoesRoundTheWindows) {
+  const QList<quint64> all{7, 8, 9};
+  EXPECT_EQ(DockCommands::nextWindow(all, 9, 1), 7u);
+  EXPECT_EQ(DockCommands::nextWindow(all, 7, -1), 9u);
+  EXPECT_EQ(DockCommands::nextWindow(all, 5, -1), 7u);
+  EXPECT_EQ(DockCommands::nextWindow({}, 5, 1), 0u);
+
+  for (const quint64 id : all) windows.open(id, u"editor"_s);
+  windows.open(20, u"other"_s);
+  windows.activate(8);
+  windows.activate(20);
+  windows.activated.clear();
+  const quint64 application = commands->applicationOf(widget(0));
+  for (int i = 0; i < 4; ++i) commands->cycleWindows(application, 1);
+  commands->cycleWindows(application, -1);
+  EXPECT_EQ(windows.activated, (QList<quint64>{8, 9, 7, 8, 7})) << "the latest first, then in their own order";
+}
+
+TEST_F(CommandsTest, OpensFoldersTheTrashAndPanels) {
+  commands->activateTile(widget(1).id);
+  EXPECT_EQ(store->error(), QString());
+  ASSERT_TRUE(waitFor([&] { return !store->error().isEmpty(); }));
+  EXPECT_EQ(store->error(), u"“Editor & Co” cannot open files."_s) << "its command has no place for them";
+  QList<QUuid> galleries, panels;
+  commands->showGallery = [&](const QUuid& id) { galleries << id; };
+  commands->showPanel = [&](const QUuid& id) { panels << id; };
+  commands->activateTile(widget(1).id);
+  commands->activateTile(widget(3).id);
+  EXPECT_EQ(galleries, QList<QUuid>{widget(1).id});
+  EXPECT_EQ(panels, QList<QUuid>{widget(3).id});
+  store->clearError();
+  commands->activateTile(widget(2).id);
+  EXPECT_EQ(store->error(), u"No file manager is installed."_s);
+}
+
+TEST_F(CommandsTest, TellsWindowsWhereTheirTileIs) {
+  windows.open(1, u"editor"_s);
+  windows.open(2, u"editor"_s);
+  windows.windows[1].screens = QStringList{u"R"_s};
+  const quint64 application = commands->applicationOf(widget(0));
+  const QRectF left(10, 20, 52, 52);
+  const QRectF right(2000, 20, 52, 52);
+  commands->setTileRects(u"L"_s, {{application, left}});
+  commands->setTileRects(u"R"_s, {{application, right}});
+  EXPECT_EQ(windows.tiles, (QHash<quint64, QRectF>{{1, left}, {2, right}}));
+  const int before = windows.placements;
+  commands->setTileRects(u"R"_s, {{application, right}});
+  EXPECT_EQ(windows.placements, before);
+  windows.open(3, u"editor"_s);
+  EXPECT_EQ(windows.tiles.value(3), left);
+  commands->setTileRects(u"L"_s, {});
+  EXPECT_EQ(windows.tiles.value(1), right);
+}
+
+TEST_F(CommandsTest, MenusOfferWhatAppliesNow) {
+  const auto tile = [&](qsizetype index) { return menus->tile(widget(index).id, u"L"_s); };
+  EXPECT_EQ(lines(tile(0)),
+            u"Open Editor & Co|(Edit Widget…)|(App Icon…)|(Reset Icon)|(Move Left)|Move Right|Remove Widget|-|"
+            "New Window|Tips"_s);
+  EXPECT_EQ(lines(tile(1)), u"Open home|(Edit Widget…)|Move Left|Move Right|Remove Widget|-|Show in File Manager"_s);
+  EXPECT_EQ(lines(tile(2)), u"Open Trash|(Edit Widget…)|Move Left|Move Right|Remove Widget|-|(Empty Trash…)"_s);
+  EXPECT_EQ(lines(tile(4)), u"(Edit Widget…)|Move Left|(Move Right)|Remove Widget"_s);
+  EXPECT_EQ(lines(menus->dock()), u"(Add Widgets…)|(Settings…)"_s);
+  EXPECT_TRUE(menus->tile(QUuid::createUuid(), u"L"_s).isEmpty());
+
+  windows.open(1, u"editor"_s);
+  windows.open(2, u"stranger"_s);
+  windows.windows[0].title = u"Letter"_s;
+  windows.activate(1);
+  files.count = 2;
+  menus->editWidget = [](const QUuid&) {};
+  menus->settings = [] {};
+  store->edit([](DockConfiguration& config) { config.desktop.emplace().customAppIcons.insert(u"editor"_s, u"x"_s); });
+  EXPECT_EQ(lines(tile(0)),
+            u"Open Editor & Co|Edit Widget…|(App Icon…)|Reset Icon|(Move Left)|Move Right|Remove Widget|-|"
+            "New Window|Tips|-|*Letter|-|Quit"_s);
+  EXPECT_TRUE(lines(tile(2)).endsWith(u"|Empty Trash…"_s));
+  EXPECT_EQ(lines(menus->dock()), u"(Add Widgets…)|Settings…"_s);
+  const quint64 stranger = running->list()[1].identity;
+  EXPECT_EQ(lines(menus->application(stranger, u"L"_s)), u"Open Stranger|-|Untitled Window|-|Quit"_s)
+      << "without a desktop entry there is nothing to keep";
+
+  choose(tile(0), u"Reset Icon"_s);
+  EXPECT_TRUE(store->config().desktopOptions().customAppIcons.isEmpty());
+  choose(tile(0), u"Tips"_s);
+  EXPECT_EQ(ran(), u"--tips"_s);
+  choose(tile(0), u"Move Right"_s);
+  EXPECT_EQ(widget(1).kind, u"appLauncher"_s);
+  choose(tile(1), u"Remove Widget"_s);
+  const quint64 application = running->list()[0].identity;
+  const auto kept = menus->application(application, u"L"_s);
+  EXPECT_EQ(lines(kept), u"Open Editor & Co|-|New Window|Tips|-|*Letter|-|Keep in Dock|Quit"_s);
+  choose(kept, u"Keep in Dock"_s);
+  EXPECT_EQ(widget(4).options.value(u"path"_s), editor());
+  EXPECT_FALSE(lines(menus->application(application, u"L"_s)).contains(u"Keep in Dock"_s));
+
+  QMenu menu;
+  DockMenuModel::fill(menu, tile(4));
+  EXPECT_EQ(menu.actions()[0]->text(), u"Open Editor && Co"_s);
+  EXPECT_TRUE(menu.actions()[0]->isEnabled());
+  EXPECT_FALSE(menu.actions()[2]->isEnabled());
+}
+
+}  // namespace
+}  // namespace tarnwick::test
