@@ -91,6 +91,34 @@ TEST(X11Panel, TakesTheClicksOfItsRegionAndNeverTheFocus) {
   EXPECT_EQ(active(), below.id());
 }
 
+TEST(X11Panel, LiesAboveFullScreenWindowsUnlessToldOtherwise) {
+  Desk desk;
+  ForeignWindow full(desk.display, QRect(0, 0, 300, 300));
+  ASSERT_TRUE(full.show());
+  PaintedPanel one(desk, kRed);
+  one.panel->place({.screen = desk.screens.mainId(), .rectangle = kPlace, .margins = {}});
+  one.panel->setShown(true);
+  ASSERT_TRUE(waitForPixel({500, 730}, kRed));
+  one.panel->setAboveFullscreen(false);
+  full.addState("_NET_WM_STATE_FULLSCREEN");
+  EXPECT_TRUE(waitForPixel({500, 730}, kBlue));
+  one.panel->setAboveFullscreen(true);
+  EXPECT_TRUE(waitForPixel({500, 730}, kRed));
+  EXPECT_EQ(desk.display.focus(), full.id());
+  one.panel->setAboveFullscreen(false);
+  EXPECT_TRUE(waitForPixel({500, 730}, kBlue));
+
+  one.panel->setAboveFullscreen(true);
+  ASSERT_TRUE(waitForPixel({500, 730}, kRed));
+  const std::array<quint32, 2> iconic{3, XCB_WINDOW_NONE};
+  const xcb_atom_t state = desk.display.atom("WM_STATE");
+  xcb_change_property(desk.display.connection(), XCB_PROP_MODE_REPLACE, one.window(), state, state, 32, 2,
+                      iconic.data());
+  desk.settle();
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return !one.content->isMinimized(); }));
+  EXPECT_TRUE(waitForPixel({500, 730}, kRed));
+}
+
 TEST(X11Panel, KeepsSpaceThatOnlyOthersLose) {
   Desk desk;
   ForeignWindow window(desk.display, QRect(100, 100, 300, 200));

@@ -106,8 +106,13 @@ void X11Panel::setKeyboard(Keyboard keyboard) {
 }
 
 void X11Panel::setAboveFullscreen(bool above) {
-  if (std::exchange(isAboveFullscreen_, above) == above || !isShown()) return;
-  announceState();
+  if (std::exchange(isAboveFullscreen_, above) == above) return;
+  applyFullscreen();
+  if (isShown()) announceState();
+}
+
+void X11Panel::setFullscreen(quint32 window) {
+  if (std::exchange(fullscreen_, window) != window) applyFullscreen();
 }
 
 std::unique_ptr<Popup> X11Panel::popup(std::unique_ptr<QWidget> content, const QRect& beside, const PopupStyle& style) {
@@ -142,6 +147,10 @@ bool X11Panel::eventFilter(QObject* watched, QEvent* event) {
   if (watched == content_.get() && event->type() == QEvent::Close) {
     QMetaObject::invokeMethod(this, &Panel::closed, Qt::QueuedConnection);
   }
+  // Some window managers minimise with a window whatever belongs to it.
+  if (watched == content_.get() && event->type() == QEvent::WindowStateChange && content_->isMinimized()) {
+    content_->setWindowState(Qt::WindowNoState);
+  }
   return false;
 }
 
@@ -155,6 +164,7 @@ void X11Panel::realise() {
   applyBlur();
   applyReservation();
   applyKeyboard();
+  applyFullscreen();
 }
 
 void X11Panel::takeKeyboard() {
@@ -261,6 +271,17 @@ void X11Panel::applyKeyboard() const {
     setWords(X11Atom::NetWmUserTime, XCB_ATOM_CARDINAL, std::array<quint32, 1>{events_.userTime()});
     xcb_flush(events_.connection());
   }
+}
+
+void X11Panel::applyFullscreen() const {
+  if (window_ == XCB_WINDOW_NONE) return;
+  if (isAboveFullscreen_ && fullscreen_ != XCB_WINDOW_NONE) {
+    xcb_change_property(events_.connection(), XCB_PROP_MODE_REPLACE, window_, XCB_ATOM_WM_TRANSIENT_FOR,
+                        XCB_ATOM_WINDOW, 32, 1, &fullscreen_);
+  } else {
+    xcb_delete_property(events_.connection(), window_, XCB_ATOM_WM_TRANSIENT_FOR);
+  }
+  xcb_flush(events_.connection());
 }
 
 void X11Panel::applyInput() const {

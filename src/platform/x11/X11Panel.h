@@ -29,8 +29,8 @@ class X11Panel final : public Panel {
   void setBlurBehind(const QRegion& region) override;
   void reserve(Edge edge, int thickness) override;
   void setKeyboard(Keyboard keyboard) override;
-  /// Every window manager keeps a dock above ordinary windows. Above a full-screen one that has the keyboard none does;
-  /// above one that hasn't, most do. What is told here decides the latter as far as the window manager lets it.
+  /// Window managers keep a dock above ordinary windows, but below a full-screen one that has the keyboard. Above that
+  /// they let only what belongs to it; so while it has the keyboard the panel says that it does.
   void setAboveFullscreen(bool above) override;
   /// Does nothing: X11 shows every window to everybody.
   void setHiddenFromCapture(bool) override {}
@@ -38,6 +38,8 @@ class X11Panel final : public Panel {
   void openMenu(QMenu& menu, const QRect& beside) override;
 
   void setComposited(bool isComposited);
+  /// The full-screen window of another program that has the keyboard, or none.
+  void setFullscreen(quint32 window);
 
  Q_SIGNALS:
   void compositedChanged(bool isComposited);
@@ -56,6 +58,7 @@ class X11Panel final : public Panel {
   void applyIdentity() const;
   void announceState() const;
   void applyKeyboard() const;
+  void applyFullscreen() const;
   void applyInput() const;
   void applyOutline() const;
   void applyBlur() const;
@@ -69,6 +72,7 @@ class X11Panel final : public Panel {
   bool isComposited_;
   bool isMapped_ = false;
   bool isAboveFullscreen_ = true;
+  xcb_window_t fullscreen_ = XCB_WINDOW_NONE;
   Keyboard keyboard_ = Keyboard::None;
   X11Focus focus_;
   bool comesBack_ = false;  ///< Hidden because its display went, until it is known whether that comes back at once.

@@ -14,11 +14,16 @@ X11Panels::X11Panels(X11Events& events, X11Screens& screens) : events_(events), 
   const XcbReply reply(xcb_get_selection_owner_reply(events.connection(), cookie, nullptr));
   isComposited_ = reply && reply->owner != XCB_WINDOW_NONE;
   announcesBlur_ = readAnnouncement();
+  readFullscreen();
 
   connect(&events, &X11Events::compositorChanged, this, [this](bool isPresent) {
     if (std::exchange(isComposited_, isPresent) != isPresent) Q_EMIT compositingChanged();
   });
+  connect(&events, &X11Events::windowPropertyChanged, this, [this](quint32, quint32 name) {
+    if (name == events_.atom(X11Atom::NetWmState)) readFullscreen();
+  });
   connect(&events, &X11Events::rootPropertyChanged, this, [this](quint32 name) {
+    if (name == events_.atom(X11Atom::NetActiveWindow)) readFullscreen();
     if (name != events_.atom(X11Atom::KdeBlurBehind) && name != events_.atom(X11Atom::NetSupported)) return;
     const bool could = canBlur();
     announcesBlur_ = readAnnouncement();
@@ -26,10 +31,24 @@ X11Panels::X11Panels(X11Events& events, X11Screens& screens) : events_(events), 
   });
 }
 
+void X11Panels::readFullscreen() {
+  const xcb_window_t active =
+      PropertyRequest(events_.connection(), events_.root(), events_.atom(X11Atom::NetActiveWindow)).word();
+  const auto isFullscreen = [&] {
+    PropertyRequest states(events_.connection(), active, events_.atom(X11Atom::NetWmState));
+    return states.words().contains(events_.atom(X11Atom::NetWmStateFullscreen));
+  };
+  const bool counts = active != XCB_WINDOW_NONE && !events_.isOurs(active) && isFullscreen();
+  const xcb_window_t window = counts ? active : xcb_window_t{XCB_WINDOW_NONE};
+  if (std::exchange(fullscreen_, window) != window) Q_EMIT fullscreenChanged(window);
+}
+
 std::unique_ptr<Panel> X11Panels::make(std::unique_ptr<QWidget> content) {
   auto panel = std::make_unique<X11Panel>(events_, screens_, std::move(content), isComposited_);
   connect(this, &Panels::compositingChanged, panel.get(),
           [this, made = panel.get()] { made->setComposited(isComposited_); });
+  panel->setFullscreen(fullscreen_);
+  connect(this, &X11Panels::fullscreenChanged, panel.get(), &X11Panel::setFullscreen);
   return panel;
 }
 

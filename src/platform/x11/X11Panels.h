@@ -17,13 +17,19 @@ class X11Panels final : public Panels {
   bool canBlur() const override { return isComposited_ && announcesBlur_; }
   Capability captureProtection() const override;
 
+ Q_SIGNALS:
+  /// Another program's full-screen window got the keyboard, or none has it any more.
+  void fullscreenChanged(quint32 window);
+
  private:
   bool readAnnouncement() const;
+  void readFullscreen();
 
   X11Events& events_;
   X11Screens& screens_;
   bool isComposited_ = false;
   bool announcesBlur_ = false;
+  xcb_window_t fullscreen_ = XCB_WINDOW_NONE;
 };
 
 }  // namespace tarnwick
