@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <cstdio>
 
 #include "base/DomainError.h"
 #include "base/DurableFile.h"
@@ -41,10 +42,12 @@ AppStore::~AppStore() { services_.calendar->onChanged = nullptr; }
 
 bool AppStore::load() {
   if (!diagnostic_) {
+    const bool exists = QFileInfo::exists(storagePath_);
     const SettingsLoader::Result loaded = SettingsLoader::load(storagePath_, now().toSecsSinceEpoch());
     config_ = loaded.configuration;
     if (!loaded.error.isEmpty()) setError(loaded.error);
     if (!loaded.ready) return false;
+    hasRead_ = exists && loaded.error.isEmpty();
   }
   layoutSignature_ = LayoutSignature(config_);
   ready_ = true;
@@ -69,7 +72,12 @@ void AppStore::start(StoreSetup& setup) {
   services_.calendar->loadCalendar();
   services_.calendar->loadReminders();
   refreshAll();
+  removeOrphanedCredentials();
+}
 
+void AppStore::removeOrphanedCredentials() {
+  // A document that was lost, or not there yet, says nothing about which credentials are still wanted.
+  if (!hasRead_) return;
   QList<QUuid> all;
   for (const DockProfile& profile : config_.profiles) {
     for (const DockWidget& widget : profile.widgets) all.append(widget.id);
@@ -100,6 +108,8 @@ void AppStore::migrateClipboardHistory() {
   try {
     if (services_.clipboard->migrate(config_.clipboard)) {
       edit([](DockConfiguration& config) { config.clipboard.clear(); });
+      // At once: texts that still stood in the file at the next start would be taken over again.
+      save();
     }
   } catch (const DomainError& failure) {
     setError(failure.message());
@@ -131,7 +141,7 @@ void AppStore::heartbeat() {
   recordClipboard();
   applyProfileRules(moment);
   services_.timers->advance(moment);
-  if (deferredApps_ && moment >= runningAppsHeldUntil_) apply(QList<RunningApp>(*deferredApps_));
+  if (deferredApps_ && scheduler_->reference() >= runningAppsHeldUntil_) apply(QList<RunningApp>(*deferredApps_));
 
   if (tick_ % 60 == 0) {
     services_.productivity->refresh();
@@ -154,7 +164,7 @@ void AppStore::sampleServices() {
   if (tick_ % 2 != 0) return;
   if (has("zoomMeeting"_L1) || has("calendarMeetingDetail"_L1)) services_.zoom->refresh();
   if (active_.connectionModes.contains("claudeActivity"_L1)) {
-    for (const DockWidget& widget : widgets()) {
+    for (const DockWidget& widget : shownWidgets()) {
       if (widget.options.value(u"connectionMode"_s) == "claudeActivity"_L1) refresh(widget);
     }
   }
@@ -207,9 +217,11 @@ QList<RunningApp> AppStore::unpinnedRunningApps(const QString& display) const {
 }
 
 void AppStore::edit(const std::function<void(DockConfiguration&)>& change) {
-  DockConfiguration before = config_;
-  change(config_);
-  if (config_ != before) configDidChange();
+  DockConfiguration changed = config_;
+  change(changed);
+  if (changed == config_) return;
+  config_ = std::move(changed);
+  configDidChange();
 }
 
 void AppStore::configDidChange() {
@@ -219,15 +231,22 @@ void AppStore::configDidChange() {
   Q_EMIT configChanged();
 }
 
-void AppStore::refreshActiveWidgetIndex() {
-  // What any display shows counts as active, pinned profiles included.
+QList<DockWidget> AppStore::shownWidgets() const {
+  // What any display shows counts, pinned profiles included.
+  QList<qsizetype> profiles{config_.activeIndex()};
   QList<DockWidget> shown = widgets();
   const DesktopOptions options = config_.desktopOptions();
   for (auto pin = options.displayProfiles.cbegin(); pin != options.displayProfiles.cend(); ++pin) {
     const qsizetype index = profileIndex(pin.key());
-    if (index != config_.activeIndex()) shown += config_.profiles[index].widgets;
+    if (profiles.contains(index)) continue;
+    profiles << index;
+    shown += config_.profiles[index].widgets;
   }
-  active_ = ActiveSets::of(shown);
+  return shown;
+}
+
+void AppStore::refreshActiveWidgetIndex() {
+  active_ = ActiveSets::of(shownWidgets());
   system_->setNeeded(active_.families.contains("metric"_L1));
 }
 
@@ -236,22 +255,33 @@ void AppStore::set(const QUuid& id, const QString& key, const std::optional<QStr
 }
 
 void AppStore::update(const DockWidget& widget) {
-  edit([&](DockConfiguration& config) { DocumentEdits::update(config, widget); });
+  try {
+    const DockWidget valid = DockConfiguration::validated(widget);
+    edit([&](DockConfiguration& config) { DocumentEdits::update(config, valid); });
+  } catch (const DomainError& failure) {
+    setError(failure.message());
+  }
 }
 
 void AppStore::add(const QString& kind) {
   DockWidget widget;
-  widget.id = QUuid::createUuid();
   widget.kind = kind;
   addWidget(widget);
 }
 
 void AppStore::addWidget(const DockWidget& widget) {
-  bool added = false;
-  edit([&](DockConfiguration& config) {
-    added = DocumentEdits::add(config, DocumentEdits::profileIndex(config, activeDisplay), widget);
-  });
-  if (!added) setError(tr("This dock already has 150 widgets."));
+  try {
+    DockWidget valid = widget;
+    if (valid.id.isNull() || DocumentEdits::find(config_, valid.id)) valid.id = QUuid::createUuid();
+    valid = DockConfiguration::validated(valid);
+    bool added = false;
+    edit([&](DockConfiguration& config) {
+      added = DocumentEdits::add(config, DocumentEdits::profileIndex(config, activeDisplay), valid);
+    });
+    if (!added) setError(tr("This dock already has 150 widgets."));
+  } catch (const DomainError& failure) {
+    setError(failure.message());
+  }
 }
 
 void AppStore::remove(const QUuid& id) {
@@ -275,8 +305,14 @@ void AppStore::moveDisplayed(qsizetype from, qsizetype to) {
   edit([&](DockConfiguration& config) { DocumentEdits::arrange(config, profileIndex(activeDisplay), wanted); });
 }
 
+void AppStore::editProfiles(const std::function<void(DockConfiguration&)>& change) {
+  const QUuid before = profile().id;
+  edit(change);
+  if (profile().id != before) refreshAll();
+}
+
 void AppStore::newProfile(const QString& name, bool duplicate) {
-  edit([&](DockConfiguration& config) { DocumentEdits::newProfile(config, name, duplicate); });
+  editProfiles([&](DockConfiguration& config) { DocumentEdits::newProfile(config, name, duplicate); });
 }
 
 void AppStore::selectProfile(const QUuid& id) {
@@ -302,7 +338,7 @@ void AppStore::pinDisplay(const QString& display, const std::optional<QUuid>& pr
 }
 
 void AppStore::deleteProfile(const QUuid& id) {
-  edit([&](DockConfiguration& config) { DocumentEdits::deleteProfile(config, id); });
+  editProfiles([&](DockConfiguration& config) { DocumentEdits::deleteProfile(config, id); });
 }
 
 void AppStore::addTodo(const QString& text) {
@@ -355,12 +391,25 @@ void AppStore::scheduleSave() {
 
 void AppStore::save() {
   if (!ready_ || diagnostic_) return;
+  if (const QString failure = writeSettings(); !failure.isEmpty()) setError(failure);
+}
+
+void AppStore::saveAtTheEnd() {
+  if (!ready_ || diagnostic_) return;
+  if (const QString failure = writeSettings(); !failure.isEmpty()) {
+    std::fprintf(stderr, "%s\n", qUtf8Printable(failure));
+  }
+}
+
+/// Gives what went wrong.
+QString AppStore::writeSettings() {
   saveWork_.reset();
   lastSave_ = scheduler_->now();
   try {
     Persistence::save(config_, storagePath_);
+    return {};
   } catch (const DomainError& failure) {
-    setError(tr("Settings could not be saved: ") + failure.message());
+    return tr("Settings could not be saved: ") + failure.message();
   }
 }
 
@@ -378,8 +427,7 @@ void AppStore::shutdown() {
   timer_.reset();
   services_.remote->cancelAll();
   services_.recorder->stop();
-  saveWork_.reset();
-  save();
+  saveAtTheEnd();
 }
 
 // --- Messages, remote values, running applications ------------------------------------------------------------------
@@ -390,6 +438,22 @@ void AppStore::setError(const QString& message) {
   Q_EMIT errorChanged();
 }
 
+void AppStore::setCalendarMessage(const QString& message) {
+  if (calendarMessage_ == message) return;
+  calendarMessage_ = message;
+  Q_EMIT calendarMessageChanged();
+}
+
+void AppStore::setReminderMessage(const QString& message) {
+  if (reminderMessage_ == message) return;
+  reminderMessage_ = message;
+  Q_EMIT reminderMessageChanged();
+}
+
+void AppStore::setDockDisplays(const QStringList& displays) {
+  if (!displays.contains(activeDisplay)) activeDisplay.clear();
+}
+
 void AppStore::notify(const QString& title, const QString& body) {
   if (config_.notificationsEnabled && notifications_) notifications_->post(title, body);
 }
@@ -398,12 +462,10 @@ void AppStore::refresh(const DockWidget& widget) { services_.remote->refresh(wid
 
 void AppStore::refreshAll() { services_.remote->refreshAll(); }
 
-void AppStore::holdRunningApps() {
-  runningAppsHeldUntil_ = now().addMSecs(static_cast<qint64>(kRunningAppsHold * 1000));
-}
+void AppStore::holdRunningApps() { runningAppsHeldUntil_ = scheduler_->reference() + kRunningAppsHold; }
 
 void AppStore::apply(const QList<RunningApp>& running) {
-  if (runningAppsHeldUntil_.isValid() && now() < runningAppsHeldUntil_) {
+  if (scheduler_->reference() < runningAppsHeldUntil_) {
     deferredApps_ = running;
     return;
   }

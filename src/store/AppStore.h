@@ -55,6 +55,8 @@ class AppStore : public QObject {
   const QList<RunningApp>& runningApps() const { return runningApps_; }
   const QString& calendarMessage() const { return calendarMessage_; }
   const QString& reminderMessage() const { return reminderMessage_; }
+  void setCalendarMessage(const QString& message);
+  void setReminderMessage(const QString& message);
 
   SystemMetrics& system() { return *system_; }
   const SystemMetrics& system() const { return *system_; }
@@ -70,8 +72,10 @@ class AppStore : public QObject {
   bool isDiagnostic() const { return diagnostic_; }
   qint64 tick() const { return tick_; }
   const ActiveSets& active() const { return active_; }
-  /// The display of the dock that an action applies to; empty when none was named.
+  /// The display of the dock that an action applies to; empty when none was named. Forgotten when that dock goes.
   QString activeDisplay;
+  /// Tells which displays have a dock.
+  void setDockDisplays(const QStringList& displays);
 
   // The document.
   const DockProfile& profile() const;
@@ -85,8 +89,11 @@ class AppStore : public QObject {
   QList<RunningApp> unpinnedRunningApps(const QString& display) const;
 
   /// The one road of every change: `change` edits the document, which is then indexed, announced and saved in time.
+  /// When `change` throws, the document stays as it was.
   void edit(const std::function<void(DockConfiguration&)>& change);
   void set(const QUuid& id, const QString& key, const std::optional<QString>& value);
+  // A widget that the settings document would refuse is refused here, with the reason as the message. One that is added
+  // gets a fresh identity when it has none, or one that is taken.
   void update(const DockWidget& widget);
   void add(const QString& kind);
   void addWidget(const DockWidget& widget);
@@ -126,12 +133,16 @@ class AppStore : public QObject {
   void save();
   /// Stops everything and saves. Further calls do nothing.
   void shutdown();
+  /// The last save of a run, when nobody can be shown a message any more: a failure goes to standard error.
+  void saveAtTheEnd();
 
  Q_SIGNALS:
   void configChanged();
   /// What the dock looks like changed, not only what its widgets count.
   void layoutChanged();
   void errorChanged();
+  void calendarMessageChanged();
+  void reminderMessageChanged();
   void runningAppsChanged();
   /// A beat went by: what shows the time may look at it.
   void ticked();
@@ -139,15 +150,18 @@ class AppStore : public QObject {
  private:
   void start(StoreSetup& setup);
   bool load();
+  void removeOrphanedCredentials();
   void listen(StoreSetup& setup);
   void configDidChange();
+  void editProfiles(const std::function<void(DockConfiguration&)>& change);
+  QList<DockWidget> shownWidgets() const;
   void scheduleSave();
+  QString writeSettings();
   void refreshActiveWidgetIndex();
   void sampleServices();
   void recordClipboard();
   void migrateClipboardHistory();
   void restoreMedia();
-  void reportNoRoom();
 
   Scheduler* scheduler_;
   ProgramKeys keys_;
@@ -166,6 +180,7 @@ class AppStore : public QObject {
   std::optional<QDateTime> frozenDate_;
   QString storagePath_;
   bool ready_ = false;
+  bool hasRead_ = false;  // Whether the document is a file's.
   bool diagnostic_ = false;
   bool down_ = false;
   JobHandle saveWork_;
@@ -177,7 +192,7 @@ class AppStore : public QObject {
   qint64 tick_ = 0;
   int pasteboardCount_ = 0;
   std::optional<QList<RunningApp>> deferredApps_;
-  QDateTime runningAppsHeldUntil_;
+  double runningAppsHeldUntil_ = 0;  // On the reference clock, which no change of the time touches.
   ActiveSets active_;
 };
 

@@ -79,6 +79,9 @@ struct FakeClipboard : ClipboardKeeping {
   bool refuses = false;
 };
 struct FakeCredentials : CredentialKeeping {
+  explicit FakeCredentials(Journal& j) : journal(j) {}
+  void removeOrphans(const QList<QUuid>& keeping) override { journal.calls << u"orphans %1"_s.arg(keeping.size()); }
+  Journal& journal;
   void remove(const QUuid&) override { throw DomainError::invalid(u"The keyring is locked."_s); }
 };
 struct FakeNotifications : Notifications {
@@ -122,7 +125,7 @@ class StoreTest : public testing::Test {
     fakeClipboard->refuses = clipboardRefuses;
     clipboard = fakeClipboard.get();
     setup.collaborators.clipboard = std::move(fakeClipboard);
-    setup.collaborators.credentials = std::make_unique<FakeCredentials>();
+    setup.collaborators.credentials = std::make_unique<FakeCredentials>(journal);
     store = std::make_unique<AppStore>(std::move(setup));
     return *store;
   }
@@ -162,6 +165,7 @@ TEST_F(StoreTest, AFirstRunIsQuietAndWritesNothingUntilSomethingChanges) {
   start();
   EXPECT_TRUE(store->error().isEmpty());
   EXPECT_TRUE(store->ready());
+  EXPECT_TRUE(journal.calls.filter(u"orphans"_s).isEmpty());
   time.advance(60);
   EXPECT_FALSE(QFile::exists(file()));
   EXPECT_EQ(store->widgets().size(), 7);
@@ -237,6 +241,8 @@ TEST_F(StoreTest, ACorruptFileIsPreservedAndARescueThatFailsStopsTheProgramFromW
   EXPECT_TRUE(store->error().startsWith(u"Could not load settings. The original file was preserved as "_s + recovery +
                                         u". "_s));
   EXPECT_TRUE(store->ready());
+  // Whose credentials are still wanted stands in the file that could not be read.
+  EXPECT_TRUE(journal.calls.filter(u"orphans"_s).isEmpty());
   store.reset();
 
   write("{ this is not");
@@ -304,6 +310,14 @@ TEST_F(StoreTest, ClaudeTilesAreReadOftenAndTheClipboardOnlyWhenItChanged) {
   clipboard->changes = 8;
   time.advance(3);
   EXPECT_EQ(journal.count(u"clipboard"_s), 1);
+
+  // Two displays pinned to a profile that is not the active one show its tile; it is read once.
+  store->pinDisplay(u"L"_s, store->profile().id);
+  store->pinDisplay(u"R"_s, store->profile().id);
+  store->newProfile(u"Work"_s, false);
+  journal.calls.clear();
+  time.advance(2);
+  EXPECT_EQ(journal.count(u"refresh analyticsClaudeCodeStatus"_s), 1);
 }
 
 TEST_F(StoreTest, ARuleHoldsItsProfileAgainstAHandUntilItsWindowEnds) {
@@ -358,6 +372,7 @@ TEST_F(StoreTest, RunningApplicationsHoldStillUnderADrag) {
   };
   store->apply({app(1)});
   store->holdRunningApps();
+  time.jump(-3600);
   store->apply({app(1), app(2)});
   time.advance(1);
   store->apply({app(1), app(2), app(3)});
@@ -379,6 +394,7 @@ TEST_F(StoreTest, OldClipboardTextsMoveOnceAndStayWhenTheyCannot) {
   start();
   EXPECT_EQ(journal.count(u"migrate a,b"_s), 1);
   EXPECT_TRUE(store->config().clipboard.isEmpty());
+  EXPECT_TRUE(saved().clipboard.isEmpty());
 }
 
 TEST_F(StoreTest, TheMediaSourceComesBackOnlyWhileItIsConnected) {
@@ -392,6 +408,7 @@ TEST_F(StoreTest, TheMediaSourceComesBackOnlyWhileItIsConnected) {
   config.nativeConnections = QStringList{u"player"_s};
   Persistence::save(config, file());
   start();
+  EXPECT_EQ(journal.count(u"orphans 7"_s), 1);
   EXPECT_EQ(journal.count(u"media.restore player"_s), 1);
   EXPECT_EQ(journal.count(u"media.disconnect"_s), 0);
 }
@@ -409,11 +426,59 @@ TEST_F(StoreTest, MessagesOfOperations) {
   EXPECT_EQ(store->error(), u"This dock already has 150 widgets."_s);
   EXPECT_EQ(store->widgets().size(), 150);
 
+  store->remove(store->widgets().first().id);
+  DockWidget unknown = store->widgets().last();
+  unknown.kind = u"clockOfTomorrow"_s;
+  const DockConfiguration before = store->config();
+  for (const auto& attempt : {&AppStore::addWidget, &AppStore::update}) {
+    store->clearError();
+    (store.get()->*attempt)(unknown);
+    EXPECT_FALSE(store->error().isEmpty());
+    EXPECT_EQ(store->config(), before);
+  }
+
   store->notify(u"Tarnwick"_s, u"Your timer is finished."_s);
   EXPECT_TRUE(notifications.posted.isEmpty());
   store->edit([](DockConfiguration& config) { config.notificationsEnabled = true; });
   store->notify(u"Tarnwick"_s, u"Your timer is finished."_s);
   EXPECT_EQ(notifications.posted, QStringList{u"Tarnwick: Your timer is finished."_s});
+}
+
+TEST_F(StoreTest, WidgetsKeepIdentitiesApartAndAChangeThatFailsLeavesNoTrace) {
+  start();
+  DockWidget twin = store->widgets().first();
+  store->addWidget(twin);
+  twin.id = QUuid();
+  store->addWidget(twin);
+  QSet<QUuid> identities;
+  for (const DockWidget& widget : store->widgets()) identities << widget.id;
+  EXPECT_EQ(identities.size(), 9);
+  EXPECT_FALSE(identities.contains(QUuid()));
+
+  const DockConfiguration before = store->config();
+  EXPECT_ANY_THROW(store->edit([](DockConfiguration& config) {
+    config.profiles.clear();
+    throw DomainError::invalid(u"No."_s);
+  }));
+  EXPECT_EQ(store->config(), before);
+}
+
+TEST_F(StoreTest, ANewActiveProfileIsRefreshedAndAStaleDisplayForgotten) {
+  start();
+  journal.calls.clear();
+  store->newProfile(u"Work"_s, false);
+  EXPECT_EQ(journal.count(u"refreshAll"_s), 1);
+  store->deleteProfile(store->config().profiles[0].id);
+  EXPECT_EQ(journal.count(u"refreshAll"_s), 1);
+  store->newProfile(u"Home"_s, false);
+  store->deleteProfile(store->profile().id);
+  EXPECT_EQ(journal.count(u"refreshAll"_s), 3);
+
+  store->activeDisplay = u"R"_s;
+  store->setDockDisplays({u"L"_s, u"R"_s});
+  EXPECT_EQ(store->activeDisplay, u"R"_s);
+  store->setDockDisplays({u"L"_s});
+  EXPECT_TRUE(store->activeDisplay.isEmpty());
 }
 
 TEST_F(StoreTest, ImportRefusesWholeAndExportComesBack) {
