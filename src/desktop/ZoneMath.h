@@ -15,6 +15,8 @@ struct ZoneMath {
   /// Zones include their outer lines, so that a pointer pressed against the edge of the screen counts, and leave out
   /// the inner ones.
   static PointerZones zones(const QPointF& pointer, const QRectF& screen, const QRectF& panel, double triggerSize);
+  /// How far the pointer must at least go, along one of the axes, before any of the zones can change.
+  static double distance(const QPointF& pointer, const QRectF& screen, const QRectF& panel, double triggerSize);
 };
 
 }  // namespace tarnwick

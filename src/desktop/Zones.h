@@ -21,6 +21,9 @@ struct ZoneRequest {
   QString screen;          ///< Screen::id
   QRectF panel;            ///< Where the dock stands when it is shown.
   double triggerSize = 3;  ///< How thick the edges are.
+  /// Which edges matter. To watch one may cost the windows there the clicks on its outermost pixels.
+  bool watchesTop = true;
+  bool watchesBottom = true;
 
   bool operator==(const ZoneRequest&) const = default;
 };

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QSignalSpy>
+#include <QWindow>
 
 #include "Desk.h"
 #include "support/ForeignWindow.h"
@@ -110,12 +111,16 @@ TEST(X11Panel, LiesAboveFullScreenWindowsUnlessToldOtherwise) {
 
   one.panel->setAboveFullscreen(true);
   ASSERT_TRUE(waitForPixel({500, 730}, kRed));
-  const std::array<quint32, 2> iconic{3, XCB_WINDOW_NONE};
-  const xcb_atom_t state = desk.display.atom("WM_STATE");
-  xcb_change_property(desk.display.connection(), XCB_PROP_MODE_REPLACE, one.window(), state, state, 32, 2,
-                      iconic.data());
+  // As a window manager says that it has minimised the panel together with that window.
+  const QSignalSpy states(one.content->windowHandle(), &QWindow::windowStateChanged);
+  const auto tell = [&](const char* property, const char* type, quint8 mode, std::initializer_list<quint32> words) {
+    xcb_change_property(desk.display.connection(), mode, one.window(), desk.display.atom(property),
+                        desk.display.atom(type), 32, static_cast<quint32>(words.size()), words.begin());
+  };
+  tell("_NET_WM_STATE", "ATOM", XCB_PROP_MODE_APPEND, {desk.display.atom("_NET_WM_STATE_HIDDEN")});
+  tell("WM_STATE", "WM_STATE", XCB_PROP_MODE_REPLACE, {3, XCB_WINDOW_NONE});
   desk.settle();
-  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return !one.content->isMinimized(); }));
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return states.size() >= 2 && !one.content->isMinimized(); }));
   EXPECT_TRUE(waitForPixel({500, 730}, kRed));
 }
 

@@ -57,7 +57,7 @@ TEST_F(X11ZoneSensorTest, TellsEachChangeOnceAndNothingElse) {
   }
 
   sensor.watch({});
-  desk.display.settle();
+  desk.settle();
   const auto before = motions.size();
   EXPECT_GT(before, 0);
   desk.display.moveTo({500, 720});
@@ -65,6 +65,31 @@ TEST_F(X11ZoneSensorTest, TellsEachChangeOnceAndNothingElse) {
   EXPECT_EQ(motions.size(), before);
   EXPECT_EQ(changes.size(), expected);
   EXPECT_EQ(zones(), PointerZones());
+}
+
+TEST_F(X11ZoneSensorTest, AsksAMouseSeldomAndMissesNothing) {
+  sensor.watch({request()});
+  const QSignalSpy answers(&desk.events.rawInput(), &X11RawInput::answered);
+  const auto walk = [&](int count, QPoint way, int y) {
+    for (int step = 0; step < count; ++step) {
+      desk.display.moveBy(way);
+      y = std::clamp(y + way.y(), 0, 799);
+      desk.display.settle();
+      const PointerZones expected{.inside = y >= 688 && y <= 772, .bottomEdge = y >= 797, .topEdge = y < 3};
+      EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return zones() == expected; })) << "at " << y;
+    }
+  };
+  walk(300, {0, 1}, 300);
+  EXPECT_LT(answers.size(), 100);
+  walk(40, {0, 6}, 600);
+  walk(300, {0, -3}, 799);
+
+  // Put elsewhere by a program, it is found after a little way.
+  desk.display.moveTo({640, 300});
+  walk(50, {1, 1}, 300);
+  xcb_warp_pointer(desk.display.connection(), XCB_NONE, desk.display.root(), 0, 0, 0, 0, 640, 799);
+  for (int step = 0; step < 70; ++step) desk.display.moveBy({0, 1});
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return zones().bottomEdge; }));
 }
 
 TEST_F(X11ZoneSensorTest, SeesThroughTheDragOfAnotherProgram) {

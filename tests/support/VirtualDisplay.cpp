@@ -220,6 +220,8 @@ void VirtualDisplay::tap(quint8 code, const QList<quint8>& held) {
 
 void VirtualDisplay::moveTo(QPoint place) { fake(XCB_MOTION_NOTIFY, 0, place); }
 
+void VirtualDisplay::moveBy(QPoint way) { fake(XCB_MOTION_NOTIFY, 1, way); }
+
 void VirtualDisplay::button(quint8 number, bool down) { fake(down ? XCB_BUTTON_PRESS : XCB_BUTTON_RELEASE, number); }
 
 void VirtualDisplay::click(QPoint place, quint8 number) {

@@ -66,6 +66,8 @@ class VirtualDisplay {
   void key(quint8 code, bool down);
   void tap(quint8 code, const QList<quint8>& held = {});
   void moveTo(QPoint place);
+  /// As a mouse does it; `moveTo` is what a tablet does.
+  void moveBy(QPoint way);
   void button(quint8 number, bool down);
   void click(QPoint place, quint8 number = 1);
 

@@ -19,8 +19,8 @@ X11Panels::X11Panels(X11Events& events, X11Screens& screens) : events_(events), 
   connect(&events, &X11Events::compositorChanged, this, [this](bool isPresent) {
     if (std::exchange(isComposited_, isPresent) != isPresent) Q_EMIT compositingChanged();
   });
-  connect(&events, &X11Events::windowPropertyChanged, this, [this](quint32, quint32 name) {
-    if (name == events_.atom(X11Atom::NetWmState)) readFullscreen();
+  connect(&events, &X11Events::windowPropertyChanged, this, [this](quint32 window, quint32 name) {
+    if (window == active_ && name == events_.atom(X11Atom::NetWmState)) readFullscreen();
   });
   connect(&events, &X11Events::rootPropertyChanged, this, [this](quint32 name) {
     if (name == events_.atom(X11Atom::NetActiveWindow)) readFullscreen();
@@ -32,14 +32,14 @@ X11Panels::X11Panels(X11Events& events, X11Screens& screens) : events_(events), 
 }
 
 void X11Panels::readFullscreen() {
-  const xcb_window_t active =
-      PropertyRequest(events_.connection(), events_.root(), events_.atom(X11Atom::NetActiveWindow)).word();
+  events_.watchClients();  // Before it is read, so that no change of a new window falls between.
+  active_ = PropertyRequest(events_.connection(), events_.root(), events_.atom(X11Atom::NetActiveWindow)).word();
   const auto isFullscreen = [&] {
-    PropertyRequest states(events_.connection(), active, events_.atom(X11Atom::NetWmState));
+    PropertyRequest states(events_.connection(), active_, events_.atom(X11Atom::NetWmState));
     return states.words().contains(events_.atom(X11Atom::NetWmStateFullscreen));
   };
-  const bool counts = active != XCB_WINDOW_NONE && !events_.isOurs(active) && isFullscreen();
-  const xcb_window_t window = counts ? active : xcb_window_t{XCB_WINDOW_NONE};
+  const bool counts = active_ != XCB_WINDOW_NONE && !events_.isOurs(active_) && isFullscreen();
+  const xcb_window_t window = counts ? active_ : xcb_window_t{XCB_WINDOW_NONE};
   if (std::exchange(fullscreen_, window) != window) Q_EMIT fullscreenChanged(window);
 }
 

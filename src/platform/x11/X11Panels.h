@@ -29,6 +29,7 @@ class X11Panels final : public Panels {
   X11Screens& screens_;
   bool isComposited_ = false;
   bool announcesBlur_ = false;
+  xcb_window_t active_ = XCB_WINDOW_NONE;
   xcb_window_t fullscreen_ = XCB_WINDOW_NONE;
 };
 

@@ -19,6 +19,19 @@ X11RawInput::Pointer pointerOf(const xcb_query_pointer_reply_t* reply) {
   return {.place = QPoint(reply->root_x, reply->root_y), .hasButton = (reply->mask & kButtons) != 0};
 }
 
+QPointF wayOf(const xcb_input_raw_motion_event_t* event) {
+  if (event->valuators_len == 0) return {};
+  const quint32 axes = *xcb_input_raw_button_press_valuator_mask(event);
+  const xcb_input_fp3232_t* value = xcb_input_raw_button_press_axisvalues(event);
+  const auto next = [&](quint32 axis) {
+    if ((axes & axis) == 0) return 0.0;
+    const xcb_input_fp3232_t& one = *value++;
+    return one.integral + one.frac / 4294967296.0;
+  };
+  const double across = next(1);
+  return {across, next(2)};
+}
+
 }  // namespace
 
 X11RawInput::X11RawInput(X11Events& events, std::optional<quint8> opcode) : events_(events), opcode_(opcode) {
@@ -90,7 +103,7 @@ void X11RawInput::handle(const xcb_generic_event_t* event) {
   if (kind != XCB_GE_GENERIC || event->pad0 != opcode_) return;
   const auto* raw = reinterpret_cast<const xcb_input_raw_button_press_event_t*>(event);
   if (raw->event_type == XCB_INPUT_RAW_MOTION) {
-    Q_EMIT moved();
+    Q_EMIT moved(raw->sourceid, wayOf(raw));
   } else if (raw->event_type == XCB_INPUT_RAW_BUTTON_PRESS || raw->event_type == XCB_INPUT_RAW_BUTTON_RELEASE) {
     if (raw->detail >= kFirstWheelButton && raw->detail <= kLastWheelButton) return;
     Q_EMIT buttonChanged(raw->event_type == XCB_INPUT_RAW_BUTTON_PRESS, raw->time);

@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QPoint>
+#include <QPointF>
 #include <memory>
 #include <optional>
 
@@ -41,8 +42,8 @@ class X11RawInput final : public QObject {
   void handle(const xcb_generic_event_t* event);
 
  Q_SIGNALS:
-  /// Where to, the server does not say.
-  void moved();
+  /// Where to, the server does not say. `way`: what the device tells; of a mouse, pixels.
+  void moved(quint16 device, const QPointF& way);
   /// A button other than the wheel. `time`: the server's.
   void buttonChanged(bool isDown, quint32 time);
   void answered(const tarnwick::X11RawInput::Pointer& pointer);

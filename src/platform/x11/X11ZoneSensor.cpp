@@ -1,5 +1,7 @@
 #include "platform/x11/X11ZoneSensor.h"
 
+#include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "desktop/ZoneMath.h"
@@ -9,13 +11,15 @@ namespace tarnwick {
 X11ZoneSensor::X11ZoneSensor(X11Events& events, const X11Screens& screens)
     : events_(events), input_(events.rawInput()), screens_(screens) {
   connect(&screens, &X11Screens::changed, this, [this] {
-    if (!requests_.isEmpty()) input_.ask();
+    travel_.reset();
+    if (!requests_.isEmpty()) ask();
   });
   connect(&events, &X11Events::selectionOwnerChanged, this, &X11ZoneSensor::ownerChanged);
 }
 
 void X11ZoneSensor::watch(const QList<ZoneRequest>& requests) {
   requests_ = requests;
+  travel_.reset();
   listen();
   if (requests.isEmpty()) {
     zones_.clear();
@@ -32,8 +36,10 @@ void X11ZoneSensor::listen() {
   if (wanted) {
     motion_ = input_.hearMotion();
     buttons_ = input_.hearButtons();
-    connect(&input_, &X11RawInput::moved, this, [this] { input_.ask(); });
-    connect(&input_, &X11RawInput::buttonChanged, this, [this] { input_.ask(); });
+    connect(&input_, &X11RawInput::moved, this, [this](quint16 device, const QPointF& way) {
+      if (travel_.moved(device, way)) ask();
+    });
+    connect(&input_, &X11RawInput::buttonChanged, this, &X11ZoneSensor::ask);
     connect(&input_, &X11RawInput::answered, this, &X11ZoneSensor::follow);
   } else {
     input_.disconnect(this);
@@ -46,10 +52,16 @@ void X11ZoneSensor::listen() {
 void X11ZoneSensor::ownerChanged(quint32 selection, quint32 owner) {
   if (requests_.isEmpty() || selection != events_.atom(X11Atom::XdndSelection)) return;
   mayDrag_ = owner != XCB_WINDOW_NONE;
+  ask();
+}
+
+void X11ZoneSensor::ask() {
+  travel_.asked();
   input_.ask();
 }
 
 void X11ZoneSensor::follow(const X11RawInput::Pointer& pointer) {
+  travel_.found(pointer.place, distance(pointer.place));
   if (!requests_.isEmpty() && update(pointer)) Q_EMIT changed();
 }
 
@@ -62,6 +74,18 @@ bool X11ZoneSensor::update(const X11RawInput::Pointer& pointer) {
   const bool zonesChanged = std::exchange(zones_, zones) != zones;
   const bool dragChanged = std::exchange(isDragging_, mayDrag_) != mayDrag_;
   return zonesChanged || dragChanged;
+}
+
+double X11ZoneSensor::distance(const QPoint& place) const {
+  double least = std::numeric_limits<double>::max();
+  for (const ZoneRequest& request : requests_) {
+    const auto native = screens_.native(request.screen);
+    if (!native) continue;
+    const double distance =
+        ZoneMath::distance(native->toDesktop(place), native->desktopFrame, request.panel, request.triggerSize);
+    least = std::min(least, distance * native->scale);
+  }
+  return least;
 }
 
 PointerZones X11ZoneSensor::zonesAt(const QPoint& place, const ZoneRequest& request) const {

@@ -6,6 +6,7 @@
 #include "platform/x11/X11Events.h"
 #include "platform/x11/X11RawInput.h"
 #include "platform/x11/X11Screens.h"
+#include "platform/x11/X11Travel.h"
 
 namespace tarnwick {
 
@@ -23,6 +24,8 @@ class X11ZoneSensor final : public ZoneSensor {
 
  private:
   void listen();
+  void ask();
+  double distance(const QPoint& place) const;
   void ownerChanged(quint32 selection, quint32 owner);
   void follow(const X11RawInput::Pointer& pointer);
   bool update(const X11RawInput::Pointer& pointer);
@@ -35,6 +38,7 @@ class X11ZoneSensor final : public ZoneSensor {
   X11RawInput::Ear motion_;
   X11RawInput::Ear buttons_;
   QHash<QString, PointerZones> zones_;
+  X11Travel travel_;
   bool isDragging_ = false;
   bool mayDrag_ = false;  ///< The selection was taken since the last time that no button was down.
 };
