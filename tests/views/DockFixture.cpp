@@ -1,9 +1,13 @@
 #include "DockFixture.h"
 
+#include <QCoreApplication>
 #include <QDir>
+#include <QKeyEvent>
 #include <QLinearGradient>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <QWheelEvent>
 #include <cmath>
 #include <cstdio>
 
@@ -119,6 +123,29 @@ QImage over(const QImage& wallpaper, DockView& view, double ratio) {
   if (!view.row().composited) painter.setClipRegion(view.outlineRegion());
   painter.drawImage(0, 0, paintedBy(view, ratio));
   return image;
+}
+
+void mouse(QWidget& view, QEvent::Type type, QPointF at, Qt::MouseButton button, quint64 milliseconds) {
+  const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
+  QMouseEvent event(type, at, view.mapToGlobal(at), type == QEvent::MouseMove ? Qt::NoButton : button, held,
+                    Qt::NoModifier);
+  event.setTimestamp(milliseconds);
+  QCoreApplication::sendEvent(&view, &event);
+}
+
+void click(QWidget& view, QPointF at, Qt::MouseButton button) {
+  mouse(view, QEvent::MouseButtonPress, at, button);
+  mouse(view, QEvent::MouseButtonRelease, at, button);
+}
+
+void press(QWidget& view, Qt::Key key, Qt::KeyboardModifiers modifiers) {
+  QKeyEvent event(QEvent::KeyPress, key, modifiers);
+  QCoreApplication::sendEvent(&view, &event);
+}
+
+void wheel(QWidget& view, QPointF at, QPoint angle, Qt::KeyboardModifiers modifiers) {
+  QWheelEvent event(at, view.mapToGlobal(at), QPoint(), angle, Qt::NoButton, modifiers, Qt::NoScrollPhase, false);
+  QCoreApplication::sendEvent(&view, &event);
 }
 
 void keep(const QImage& picture, const QString& name) {

@@ -2,10 +2,7 @@
 
 #include <QAccessible>
 #include <QCoreApplication>
-#include <QKeyEvent>
-#include <QMouseEvent>
 #include <QPaintEvent>
-#include <QWheelEvent>
 
 #include "DockFixture.h"
 #include "views/dock/MessageBubble.h"
@@ -29,23 +26,6 @@ class WatchedView : public DockView {
     DockView::paintEvent(event);
   }
 };
-
-void mouse(QWidget& view, QEvent::Type type, QPointF at, Qt::MouseButton button = Qt::LeftButton) {
-  const Qt::MouseButtons held = type == QEvent::MouseButtonPress ? button : Qt::NoButton;
-  QMouseEvent event(type, at, view.mapToGlobal(at), type == QEvent::MouseMove ? Qt::NoButton : button, held,
-                    Qt::NoModifier);
-  QCoreApplication::sendEvent(&view, &event);
-}
-
-void click(QWidget& view, QPointF at) {
-  mouse(view, QEvent::MouseButtonPress, at);
-  mouse(view, QEvent::MouseButtonRelease, at);
-}
-
-void press(QWidget& view, Qt::Key key) {
-  QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
-  QCoreApplication::sendEvent(&view, &event);
-}
 
 }  // namespace
 
@@ -114,12 +94,10 @@ TEST(Layout, TabsGrowTheGlassOnlyWhileTheyShow) {
   for (const Edge edge : {Edge::Bottom, Edge::Top}) {
     row.edge = edge;
     const bool bottom = edge == Edge::Bottom;
-    row.tabsShown = false;
     const RowLayout hidden = RowLayout::of(row, slot, 1);
     EXPECT_EQ(hidden.glass.height(), 84);
     EXPECT_EQ(bottom ? hidden.glass.bottom() : hidden.glass.top(), bottom ? slot.bottom() : slot.top());
-    row.tabsShown = true;
-    const RowLayout shown = RowLayout::of(row, slot, 1);
+    const RowLayout shown = RowLayout::of(row, slot, 1, {0, 1});
     EXPECT_EQ(shown.glass.height(), 110);
     EXPECT_EQ(shown.items[0].rect.top(), bottom ? 36 : 10);
     ASSERT_EQ(shown.tabs.size(), 2);
@@ -144,10 +122,7 @@ TEST(Layout, ARowThatIsTooLongScrollsWithinItsGlass) {
   const auto view = makeView(starterRow(), 500);
   EXPECT_LE(view->glassRect().width(), 500);
   EXPECT_NEAR(view->itemRect(0).left(), view->glassRect().left() + 10, 1);
-  const QPointF middle = view->glassRect().center();
-  QWheelEvent wheel(middle, view->mapToGlobal(middle), QPoint(0, -5000), QPoint(0, -5000), Qt::NoButton, Qt::NoModifier,
-                    Qt::NoScrollPhase, false);
-  QCoreApplication::sendEvent(view.get(), &wheel);
+  wheel(*view, view->glassRect().center(), {0, -9000});
   EXPECT_NEAR(view->itemRect(6).right(), view->glassRect().right() - 10, 1);
   // What has left the glass cannot be hit.
   EXPECT_TRUE(view->widgetAt(view->itemRect(0).center()).isNull());

@@ -2,10 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <QDragEnterEvent>
+#include <QEventLoop>
+#include <QMimeData>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
 
+#include "../support/Wait.h"
 #include "DockFixture.h"
 #include "views/dock/MessageBubble.h"
 #include "views/theme/Symbols.h"
@@ -184,9 +188,9 @@ TEST(Pictures, SymbolsAndStates) {
 
   DockRow tabbed = styled(DockStyle::DarkGlass, true, false);
   tabbed.tabs = {u"Everyday"_s, u"Work"_s, u"Studio"_s};
-  tabbed.tabsShown = true;
   tabbed.runningApps.clear();
   const auto view = makeView(tabbed);
+  view->showTabs(true);
   painter.drawImage(QPointF(20, 440), paintedBy(*view, ratio));
   const auto empty = makeView(DockRow{});
   painter.drawImage(QPointF(860, 460), paintedBy(*empty, ratio));
@@ -197,6 +201,116 @@ TEST(Pictures, SymbolsAndStates) {
   painter.drawImage(QPointF(800, 330), paintedBy(bubble, ratio));
   painter.end();
   keep(sheet, u"symbols-and-states"_s);
+}
+
+TEST(Pictures, TheDockUnderTheHand) {
+  constexpr double ratio = 2;
+  DockRow row = styled(DockStyle::DarkGlass, true, true);
+  row.tabs = {u"Everyday"_s, u"Work"_s, u"Studio"_s};
+  row.widgets[3] = widget(u"trash"_s);
+  row.widgets[4].kind = u"folderLauncher"_s;
+  row.widgets[4].options.insert(u"path"_s, u"/home/me/Projects"_s);
+  row.runningApps[1].urgent = true;
+  row.runningApps[2].progress = 0.6;
+  row.runningApps[3].count = 3;
+  row.runningApps[4].count = 1204;
+  QMimeData files;
+  files.setUrls({QUrl::fromLocalFile(u"/proc/version"_s)});
+  const auto hold = [&files](DockView& view, QPointF at) {
+    QDragEnterEvent enter(at.toPoint(), Qt::CopyAction | Qt::LinkAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&view, &enter);
+  };
+  const std::vector<std::function<void(DockView&)>> hands = {
+      [](DockView& view) {
+        view.showTabs(true);
+        waitFor([&] { return !view.isMoving(); });
+      },
+      [](DockView& view) {
+        const QPointF at = view.itemRect(1).center();
+        mouse(view, QEvent::MouseButtonPress, at);
+        mouse(view, QEvent::MouseMove, at + QPointF(7, 0));
+        mouse(view, QEvent::MouseMove, view.itemRect(2).center() + QPointF(20, 0));
+        waitFor([&] { return !view.isMoving(); });
+      },
+      [&](DockView& view) { hold(view, view.itemRect(4).center()); },
+      [&](DockView& view) { hold(view, view.itemRect(9).center()); },
+      [&](DockView& view) { hold(view, view.itemRect(2).center() + QPointF(5, 0)); },
+      [](DockView& view) {
+        view.setFocus();
+        press(view, Qt::Key_End);
+      },
+      [](DockView& view) {
+        view.resize(700, view.height());
+        view.grab();
+        wheel(view, view.itemRect(1).center(), {0, -120});
+      },
+      [](DockView& view) {
+        DockRow next = view.row();
+        next.activeTab = 1;
+        next.widgets = {widget(u"digitalClock"_s), widget(u"storage"_s), widget(u"systemQuickToggles"_s)};
+        view.setRow(next);
+        QEventLoop().processEvents(QEventLoop::WaitForMoreEvents, 90);
+      }};
+  const QSize band(1240, 160);
+  QImage sheet(QSize(band.width(), band.height() * static_cast<int>(hands.size())) * ratio,
+               QImage::Format_ARGB32_Premultiplied);
+  sheet.setDevicePixelRatio(ratio);
+  int y = 0;
+  for (const auto& hand : hands) {
+    const auto view = makeView(row);
+    view->show();
+    view->activateWindow();
+    QCoreApplication::processEvents();
+    view->clearFocus();
+    hand(*view);
+    paste(sheet, over(wallpaper(band, ratio), *view, ratio), QPointF(0, y));
+    y += band.height();
+  }
+  keep(sheet, u"dock-hands"_s);
+}
+
+TEST(Pictures, ApplicationsAndFiles) {
+  constexpr double ratio = 2;
+  for (const DockStyle style : {DockStyle::DarkGlass, DockStyle::White}) {
+    QImage sheet(QSize(1000, 90) * ratio, QImage::Format_ARGB32_Premultiplied);
+    sheet.setDevicePixelRatio(ratio);
+    TileStyle look;
+    look.palette = Palette::make(style, Backdrop::Opaque, false);
+    const TileIcons icons = [](const QString& name, int size, double pixels) {
+      DockApp app;
+      app.icon = name;
+      return name.contains(u'#') ? icon(app, size, pixels) : QPixmap();
+    };
+    look.icons = &icons;
+    sheet.fill(look.palette.panel.bodyTop);
+    TileSources sources = morning();
+    sources.trashItems = 12;
+    sources.shelfItems = 3;
+    for (const DockApp& app : runningApps())
+      sources.applications.insert(u'/' + app.name, {app.name, app.icon, app.id, app.marks()});
+    QPainter painter(&sheet);
+    double x = 14;
+    for (const auto& [kind, option, value] : std::initializer_list<std::tuple<QString, QString, QString>>{
+             {u"applications"_s, {}, {}},
+             {u"appFolder"_s, u"paths"_s, u"/Files\n/Music\n/Mail\n/unknown/Thing.desktop"_s},
+             {u"appFolder"_s, {}, {}},
+             {u"appLauncher"_s, u"path"_s, u"/Browser"_s},
+             {u"appLauncher"_s, u"path"_s, u"/unknown/Thing.desktop"_s},
+             {u"appLauncher"_s, {}, {}},
+             {u"folderLauncher"_s, u"path"_s, u"/home/me/Projects"_s},
+             {u"downloads"_s, {}, {}},
+             {u"fileShelf"_s, {}, {}},
+             {u"trash"_s, {}, {}}}) {
+      DockWidget tile = widget(kind);
+      if (!option.isEmpty()) tile.options.insert(option, value);
+      const WidgetDefinition& definition = Catalog::find(kind);
+      look.accent = tileAccent(definition);
+      paintTile(painter, QRectF(x, 13, definition.width, 64), makeTileContent(tile, definition, sources), look);
+      x += definition.width + 12;
+    }
+    painter.end();
+    keep(sheet, style == DockStyle::White ? u"apps-light"_s : u"apps-dark"_s);
+  }
 }
 
 TEST(Contrast, TextIsReadableOverTheWorstWallpapers) {
@@ -256,6 +370,9 @@ TEST(Painting, EveryKindStaysWithinItsTile) {
     for (const bool connected : {true, false})
       for (const WidgetDefinition& kind : Catalog::items()) {
         TileSources sources = morning();
+        sources.applications.insert(u"/x"_s, {u"X"_s, {}, 1, {true, true, true, false, 0.5, 1204}});
+        DockWidget tile = widget(kind.id);
+        tile.options = {{u"path"_s, u"/x"_s}, {u"paths"_s, u"/x"_s}};
         if (!connected) {
           sources = TileSources();
           sources.now = morning().now;
@@ -265,17 +382,17 @@ TEST(Painting, EveryKindStaysWithinItsTile) {
         look.palette = Palette::make(DockStyle::DarkGlass, Backdrop::Opaque, false);
         look.scale = scale;
         look.filled = false;
-        const QRect tile(20, 20, static_cast<int>(std::ceil(kind.width * scale)),
-                         static_cast<int>(std::ceil(64 * scale)));
-        QImage image(tile.size() + QSize(40, 40), QImage::Format_ARGB32_Premultiplied);
+        const QRect place(20, 20, static_cast<int>(std::ceil(kind.width * scale)),
+                          static_cast<int>(std::ceil(64 * scale)));
+        QImage image(place.size() + QSize(40, 40), QImage::Format_ARGB32_Premultiplied);
         image.fill(Qt::transparent);
         QPainter painter(&image);
-        paintTile(painter, tile, makeTileContent(widget(kind.id), kind, sources), look);
+        paintTile(painter, place, makeTileContent(tile, kind, sources), look);
         painter.end();
-        EXPECT_EQ(alphaRange(image, [&](QPoint p) { return !tile.contains(p); }).second, 0)
+        EXPECT_EQ(alphaRange(image, [&](QPoint p) { return !place.contains(p); }).second, 0)
             << qPrintable(kind.id) << " at " << scale << " paints outside its tile";
         if (kind.family != u"space") {
-          EXPECT_GT(alphaRange(image, [&](QPoint p) { return tile.contains(p); }).second, 40)
+          EXPECT_GT(alphaRange(image, [&](QPoint p) { return place.contains(p); }).second, 40)
               << qPrintable(kind.id) << " at " << scale << " paints nothing";
         }
       }

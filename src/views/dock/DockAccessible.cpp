@@ -52,11 +52,17 @@ class TileAccessible final : public QAccessibleInterface, public QAccessibleActi
   void* interface_cast(QAccessible::InterfaceType type) override {
     return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface*>(this) : nullptr;
   }
-  QStringList actionNames() const override { return {pressAction()}; }
+  QStringList actionNames() const override { return {pressAction(), showMenuAction(), setFocusAction()}; }
   void doAction(const QString& name) override {
-    if (isValid() && name == pressAction()) view_->activateItem(item_);
+    if (!isValid()) return;
+    if (name == pressAction()) view_->activateItem(item_);
+    if (name == showMenuAction()) view_->openItemMenu(item_);
+    if (name == setFocusAction()) view_->focusItem(item_);
   }
-  QStringList keyBindingsForAction(const QString&) const override { return {}; }
+  QStringList keyBindingsForAction(const QString& name) const override {
+    if (name == pressAction()) return {QStringLiteral("Return")};
+    return name == showMenuAction() ? QStringList{QStringLiteral("Shift+F10")} : QStringList();
+  }
 
  private:
   QPointer<DockView> view_;

@@ -1,11 +1,12 @@
-#include <QAccessible>
+// The pointer over the dock: hover, clicks, the wheel, tips and menus.
+
 #include <QContextMenuEvent>
 #include <QHelpEvent>
-#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QToolTip>
 #include <QWheelEvent>
 #include <algorithm>
+#include <cmath>
 
 #include "views/dock/DockView.h"
 #include "views/theme/Theme.h"
@@ -13,12 +14,18 @@
 
 namespace tarnwick {
 
+namespace {
+
+constexpr double kNotch = 120;  // What one step of a wheel counts.
+
+}  // namespace
+
 bool DockView::event(QEvent* event) {
   switch (event->type()) {
     case QEvent::ToolTip: {
       const auto* help = static_cast<QHelpEvent*>(event);
       const auto item = layout_.itemAt(help->pos());
-      if (item && answersPointer(*item))
+      if (item && answersPointer(*item) && !press_)
         QToolTip::showText(help->globalPos(), itemText(*item).tip(), this, layout_.items[*item].rect.toAlignedRect());
       else
         QToolTip::hideText();
@@ -28,6 +35,9 @@ bool DockView::event(QEvent* event) {
     case QEvent::FontChange:
       Typography::reload();
       relayout();
+      break;
+    case QEvent::StyleChange:  // With it, the theme of the icons may have changed.
+      forgetIcons();
       break;
     case QEvent::Show:
     case QEvent::ScreenChangeInternal:  // The new screen may have other pixels.
@@ -44,19 +54,38 @@ void DockView::resizeEvent(QResizeEvent* event) {
   relayout();
 }
 
+void DockView::hideEvent(QHideEvent* event) {
+  cancelDrag();
+  clearDrop();
+  press_.reset();
+  setPointer(std::nullopt);
+  QWidget::hideEvent(event);
+}
+
+// --- Hover ----------------------------------------------------------------------------------------------------------
+
 void DockView::setPointer(std::optional<QPointF> pointer) {
   const bool inside = pointer && layout_.glass.contains(*pointer);
   const qsizetype under = inside ? layout_.itemAt(*pointer).value_or(-1) : -1;
   const qsizetype before = hovered_;
-  hovered_ = answersPointer(under) ? under : -1;
+  pointer_ = pointer;
+  hovered_ = answersPointer(under) && !drag_ && !drop_ ? under : -1;
   if (inside) pointerX_ = pointer->x();
-  swell(inside);
-  if (inside && !row_.reduceMotion) {
+  hoverTabs(inside);
+  const bool swells = inside && !drag_ && !drop_;
+  swell(swells);
+  if (swells && !row_.reduceMotion) {
     updateRow();
   } else if (before != hovered_) {
     updateItem(before);
     updateItem(hovered_);
   }
+}
+
+void DockView::rehover() {
+  // The row may have changed under a pointer that stands still.
+  if (pointer_) setPointer(pointer_);
+  if (press_ && press_->on == Press::On::Item) pressed_ = itemWithKey(press_->key);
 }
 
 void DockView::swell(bool wanted) {
@@ -67,139 +96,214 @@ void DockView::swell(bool wanted) {
   if (swell_.state() == QAbstractAnimation::Stopped) swell_.start();
 }
 
-void DockView::mouseMoveEvent(QMouseEvent* event) { setPointer(event->position()); }
+void DockView::leaveEvent(QEvent*) {
+  if (!drag_) setPointer(std::nullopt);
+}
 
-void DockView::leaveEvent(QEvent*) { setPointer(std::nullopt); }
+// --- Buttons --------------------------------------------------------------------------------------------------------
 
 void DockView::mousePressEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton) return;
+  if (event->button() == Qt::MiddleButton) middlePressed_ = layout_.itemAt(event->position()).value_or(-1);
+  if (event->button() != Qt::LeftButton || drag_) return;
   setPointer(event->position());
+  if (!layout_.glass.contains(event->position())) return;
+  Press press;
+  press.at = event->position();
+  press.global = event->globalPosition().toPoint();
+  press.flick.add(event->position().x(), event->timestamp());
+  if (const auto tab = layout_.tabAt(event->position())) {
+    press.on = Press::On::Tab;
+    press.tab = *tab;
+  } else if (const auto item = layout_.itemAt(event->position())) {
+    press.on = Press::On::Item;
+    press.key = keyOf(*item);
+  }
+  press_ = press;
   pressed_ = hovered_;
   updateItem(pressed_);
 }
 
-void DockView::mouseReleaseEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton) return;
-  setPointer(event->position());
-  const qsizetype pressed = std::exchange(pressed_, -1);
-  updateItem(pressed);
-  if (pressed >= 0 && pressed != hovered_) return;
-  release(event->position());
+void DockView::mouseMoveEvent(QMouseEvent* event) {
+  if (!press_ || !event->buttons().testFlag(Qt::LeftButton)) {
+    setPointer(event->position());
+    return;
+  }
+  Press& press = *press_;
+  press.flick.add(event->globalPosition().x(), event->timestamp());
+  if (press.turned == Press::Turned::Nothing) startGesture(press, *event);
+  switch (press.turned) {
+    case Press::Turned::Nothing:
+      setPointer(event->position());
+      break;
+    case Press::Turned::Drag:
+      dragTo(event->position());
+      break;
+    case Press::Turned::Swipe:
+      swipeBy(event->position().x() - press.at.x());
+      break;
+    case Press::Turned::Move: {
+      // On the screen, since the view itself moves along.
+      const QPoint global = event->globalPosition().toPoint();
+      Q_EMIT moveRequested(global - std::exchange(press.global, global));
+      break;
+    }
+  }
 }
 
-void DockView::release(QPointF point) {
-  for (qsizetype tab = 0; tab < layout_.tabs.size(); ++tab)
-    if (layout_.tabs[tab].contains(point)) {
-      Q_EMIT tabActivated(tab);
+void DockView::startGesture(Press& press, const QMouseEvent& event) {
+  const QPointF way = event.position() - press.at;
+  if (QPointF::dotProduct(way, way) < Press::kSlop * Press::kSlop) return;
+  const qsizetype item = itemWithKey(press.key);
+  if (press.on == Press::On::Item && widgetOf(item)) {
+    press.turned = Press::Turned::Drag;
+    beginDrag(item, press);
+  } else if (press.on == Press::On::Glass && row_.floats) {
+    press.turned = Press::Turned::Move;
+  } else if (press.on == Press::On::Glass && row_.swipes && row_.tabs.size() > 1 &&
+             std::abs(way.x()) > std::abs(way.y()) && !(switchGuard_ && switchGuard_())) {
+    press.turned = Press::Turned::Swipe;
+  }
+}
+
+void DockView::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() == Qt::MiddleButton) {
+    const qsizetype item = std::exchange(middlePressed_, -1);
+    if (item < 0 || layout_.itemAt(event->position()) != item) return;
+    const DockWidget* widget = widgetOf(item);
+    const bool launches = widget && DropRules::takerOf(*widget) == DropRules::Taker::Application;
+    if (launches || appOf(item)) Q_EMIT newWindowRequested(widget ? widget->id : QUuid(), applicationOf(item));
+    return;
+  }
+  if (event->button() != Qt::LeftButton || !press_) return;
+  const Press press = *press_;
+  press_.reset();
+  endGesture(press, *event);
+}
+
+void DockView::endGesture(const Press& press, const QMouseEvent& event) {
+  const qsizetype pressed = std::exchange(pressed_, -1);
+  updateItem(pressed);
+  switch (press.turned) {
+    case Press::Turned::Nothing:
+      setPointer(event.position());
+      if (isOver(press, event.position())) click(event.position());
       return;
-    }
+    case Press::Turned::Drag:
+      drop();
+      break;
+    case Press::Turned::Swipe:
+      endSwipe(event.position().x() - press.at.x(), press.flick.velocity(event.timestamp()));
+      break;
+    case Press::Turned::Move:
+      Q_EMIT moveFinished();
+      break;
+  }
+  setPointer(event.position());
+}
+
+/// Whether the pointer is still over what was pressed.
+bool DockView::isOver(const Press& press, QPointF point) const {
+  const auto item = layout_.itemAt(point);
+  switch (press.on) {
+    case Press::On::Tab:
+      return layout_.tabAt(point) == press.tab;
+    case Press::On::Item:
+      return item && keyOf(*item) == press.key;
+    case Press::On::Glass:
+      break;
+  }
+  return !item && !layout_.tabAt(point);
+}
+
+void DockView::click(QPointF point) {
+  if (const auto tab = layout_.tabAt(point)) {
+    Q_EMIT tabActivated(*tab);
+    return;
+  }
   const auto item = layout_.itemAt(point);
   if (!item) {
     if (row_.widgets.isEmpty() && layout_.glass.contains(point)) Q_EMIT addWidgetsRequested();
     return;
   }
-  if (const DockWidget* widget = widgetOf(*item)) {
+  if (const TileContent* content = contentOf(*item)) {
     const QRectF& tile = layout_.items[*item].rect;
-    const auto part =
-        tilePartAt(tiles_.value(widget->id).content, tile.width() / row_.scale, (point - tile.topLeft()) / row_.scale);
+    const auto part = tilePartAt(*content, tile.width() / row_.scale, (point - tile.topLeft()) / row_.scale);
     if (part) {
-      Q_EMIT tilePartActivated(widget->id, *part);
+      Q_EMIT tilePartActivated(widgetOf(*item)->id, *part);
       return;
     }
   }
   activateItem(*item);
 }
 
+// --- Wheel ----------------------------------------------------------------------------------------------------------
+
 void DockView::wheelEvent(QWheelEvent* event) {
+  event->accept();
+  if (drag_ || cycleWindows(*event)) return;
   if (layout_.overflow <= 0) {
     event->ignore();
     return;
   }
   const QPointF pixels = event->pixelDelta().isNull() ? QPointF(event->angleDelta()) / 2 : QPointF(event->pixelDelta());
-  const double by = std::abs(pixels.x()) > std::abs(pixels.y()) ? pixels.x() : pixels.y();
-  const double scroll = std::clamp(scroll_ - by, 0.0, layout_.overflow);
-  event->accept();
-  if (scroll == scroll_) return;
-  scroll_ = scroll;
-  relayout();
+  scrollBy(-(std::abs(pixels.x()) > std::abs(pixels.y()) ? pixels.x() : pixels.y()));
   setPointer(event->position());
 }
 
-void DockView::openMenu(qsizetype item, const QPoint& position) {
+bool DockView::cycleWindows(const QWheelEvent& event) {
+  const QPoint turned = event.angleDelta();
+  const bool sideways = std::abs(turned.x()) > std::abs(turned.y()) || event.modifiers().testFlag(Qt::ShiftModifier);
+  const qsizetype item = layout_.itemAt(event.position()).value_or(-1);
+  const quint64 application = applicationOf(item);
+  if (sideways || application == 0) {
+    wheel_ = 0;
+    return false;
+  }
+  const bool turnsBack = wheel_ * turned.y() < 0;
+  if (item != wheelItem_ || turnsBack) wheel_ = 0;
+  wheelItem_ = item;
+  wheel_ += turned.y();
+  for (; std::abs(wheel_) >= kNotch; wheel_ -= std::copysign(kNotch, wheel_))
+    Q_EMIT cycleWindowsRequested(application, wheel_ > 0 ? -1 : 1);
+  return true;
+}
+
+void DockView::scrollBy(double units) {
+  const double scroll = std::clamp(scroll_ + units, 0.0, layout_.overflow);
+  if (scroll == scroll_) {
+    edgeScroll_.stop();
+    return;
+  }
+  scroll_ = scroll;
+  relayout();
+  if (drag_) dragTo(drag_->pointer);
+}
+
+// --- Menus ----------------------------------------------------------------------------------------------------------
+
+void DockView::openMenu(qsizetype item, const QRect& beside) {
   if (const DockWidget* widget = widgetOf(item))
-    Q_EMIT contextMenuRequested(widget->id, position);
-  else if (item >= 0)
-    Q_EMIT applicationMenuRequested(row_.runningApps[layout_.items[item].index].id, position);
+    Q_EMIT contextMenuRequested(widget->id, beside);
+  else if (const DockApp* app = appOf(item))
+    Q_EMIT applicationMenuRequested(app->id, beside);
   else
-    Q_EMIT contextMenuRequested(QUuid(), position);
+    Q_EMIT contextMenuRequested(QUuid(), beside);
+}
+
+void DockView::openItemMenu(qsizetype item) {
+  const QRectF place = item >= 0 && item < layout_.items.size() ? layout_.items[item].rect : layout_.glass;
+  openMenu(item, place.toAlignedRect());
 }
 
 void DockView::contextMenuEvent(QContextMenuEvent* event) {
-  if (event->reason() == QContextMenuEvent::Keyboard) {
-    const QPointF place = focused_ >= 0 ? layout_.items[focused_].rect.center() : layout_.glass.center();
-    openMenu(focused_, mapToGlobal(place).toPoint());
-  } else if (layout_.glass.contains(event->pos())) {
-    openMenu(layout_.itemAt(event->pos()).value_or(-1), event->globalPos());
-  }
   event->accept();
-}
-
-void DockView::setFocused(qsizetype item) {
-  updateItem(focused_);
-  focused_ = item;
-  updateItem(focused_);
-  if (focused_ >= 0) {
-    QAccessibleEvent told(this, QAccessible::Focus);
-    told.setChild(static_cast<int>(focused_));
-    QAccessible::updateAccessibility(&told);
+  if (drag_) return;
+  if (event->reason() == QContextMenuEvent::Keyboard) {
+    openItemMenu(focused_);
+  } else if (layout_.glass.contains(event->pos())) {
+    const auto item = layout_.itemAt(event->pos());
+    item ? openItemMenu(*item) : openMenu(-1, QRect(event->pos(), QSize(1, 1)));
   }
 }
-
-void DockView::moveFocus(int direction) {
-  qsizetype item = focused_;
-  do item += direction;
-  while (item >= 0 && item < layout_.items.size() && !answersPointer(item));
-  if (item >= 0 && item < layout_.items.size()) setFocused(item);
-}
-
-void DockView::keyPressEvent(QKeyEvent* event) {
-  const bool leftToRight = layoutDirection() == Qt::LeftToRight;
-  switch (event->key()) {
-    case Qt::Key_Left:
-      moveFocus(leftToRight ? -1 : 1);
-      return;
-    case Qt::Key_Right:
-      moveFocus(leftToRight ? 1 : -1);
-      return;
-    case Qt::Key_Home:
-      focused_ = -1;
-      moveFocus(1);
-      updateRow();
-      return;
-    case Qt::Key_End:
-      focused_ = layout_.items.size();
-      moveFocus(-1);
-      updateRow();
-      return;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-    case Qt::Key_Space:
-      if (row_.widgets.isEmpty() && layout_.items.isEmpty()) Q_EMIT addWidgetsRequested();
-      activateItem(focused_);
-      return;
-    case Qt::Key_Escape:
-      clearFocus();
-      return;
-    default:
-      QWidget::keyPressEvent(event);
-  }
-}
-
-void DockView::focusInEvent(QFocusEvent*) {
-  if (focused_ < 0) moveFocus(1);
-  updateItem(focused_);
-}
-
-void DockView::focusOutEvent(QFocusEvent*) { updateItem(focused_); }
 
 }  // namespace tarnwick

@@ -1,14 +1,20 @@
 #include <QCoreApplication>
+#include <QImage>
 #include <QPaintEvent>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
 
+#include "dock/rules/Magnification.h"
 #include "views/dock/DockView.h"
+#include "views/dock/SpringNames.h"
 #include "views/theme/Theme.h"
 #include "views/theme/Typography.h"
+#include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -18,18 +24,131 @@ TextLine addWidgetsLine(double scale) {
   return TextLine(QCoreApplication::translate("Dock", "Add Widgets…"), TextStyle::Body, scale);
 }
 
-void paintDot(QPainter& painter, QPointF centre, double scale, const QColor& color, const QColor& ring) {
-  const double radius = theme::kAppDotRadius * scale;
-  painter.setPen(Qt::NoPen);
-  if (ring.isValid()) {
-    painter.setBrush(ring);
-    painter.drawEllipse(centre, radius + scale, radius + scale);
+/// Takes a picture back towards one of its sides, column by column.
+void fadeOut(QImage& picture, bool towardsLeft) {
+  QPainter painter(&picture);
+  painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+  for (int x = 0; x < picture.width(); ++x) {
+    const double share = (x + 0.5) / picture.width();
+    const double t = towardsLeft ? share : 1 - share;
+    QColor kept(Qt::black);
+    kept.setAlphaF(static_cast<float>(t * t * (3 - 2 * t)));
+    painter.fillRect(x, 0, 1, picture.height(), kept);
   }
-  painter.setBrush(color);
-  painter.drawEllipse(centre, radius, radius);
 }
 
 }  // namespace
+
+// --- Styles ---------------------------------------------------------------------------------------------------------
+
+double DockView::magnificationOf(qsizetype item) const {
+  const double amount = swell_.currentValue().toDouble();
+  if (row_.reduceMotion || amount <= 0 || !answersPointer(item)) return 1;
+  const double centre = layout_.items[item].rect.center().x();
+  return 1 + (Magnification::scale(centre / row_.scale, pointerX_ / row_.scale) - 1) * amount;
+}
+
+TileStyle DockView::styleOf(qsizetype item) const {
+  TileStyle style;
+  style.palette = palette_;
+  style.scale = row_.scale;
+  style.magnification = magnificationOf(item);
+  style.focused = item == focusedItem();
+  style.takesDrop = drop_ && drop_->item == item;
+  style.editing = drag_.has_value();
+  style.icons = &tileIcons_;
+  // Where the dock itself is clear, the tiles' grounds are all that text can be read on.
+  style.filled = row_.tiles || row_.style == DockStyle::LiquidGlass || row_.style == DockStyle::Transparent;
+  const DockWidget* widget = widgetOf(item);
+  if (widget) style.accent = tileAccent(Catalog::find(widget->kind));
+  if (isLifted(item)) {
+    style.state = TileState::Dragged;
+    style.lift = springs_.value(kLiftSpring) / (theme::kDraggedLift * row_.scale);
+    style.magnification = 1;
+  } else if (item == pressed_ && item == hovered_) {
+    style.state = TileState::Pressed;
+  } else if (widget && !panelOpen_.isNull() && widget->id == panelOpen_) {
+    style.state = TileState::PanelOpen;
+  } else if (item == hovered_) {
+    style.state = TileState::Hover;
+  }
+  const DockApp* app = appOf(item);
+  const auto* launcher = contentOf(item) ? std::get_if<LauncherContent>(contentOf(item)) : nullptr;
+  if ((app && app->launching) || (launcher && launcher->marks.launching))
+    style.iconOpacity = pulse_.state() == QAbstractAnimation::Running ? pulse_.currentValue().toDouble() : 1;
+  return style;
+}
+
+QRectF DockView::visibleRect(qsizetype item) const {
+  const QRectF& place = layout_.items[item].rect;
+  double shift = slideOf(item);
+  if (drag_ && isLifted(item))
+    shift = draggedLeft(item) - place.left();
+  else if (drag_ || shifts_.isMoving())
+    shift += shifts_.value(keyOf(item));
+  return place.translated(std::round(shift * ratio()) / ratio(), 0);
+}
+
+bool DockView::isLifted(qsizetype item) const {
+  if (drag_) return widgetOf(item) && layout_.items[item].index == drag_->from;
+  return !landing_.isEmpty() && keyOf(item) == landing_;
+}
+
+qsizetype DockView::liftedItem() const {
+  if (drag_) return layout_.itemOf(RowItem::Kind::Widget, drag_->from);
+  return landing_.isEmpty() ? -1 : itemWithKey(landing_);
+}
+
+void DockView::updateItem(qsizetype item) {
+  if (item < 0 || item >= layout_.items.size()) return;
+  update(tilePaintBounds(visibleRect(item), styleOf(item)).toAlignedRect());
+}
+
+void DockView::updateRow() {
+  if (drag_ || drop_ || slide_ || !landing_.isEmpty() || shifts_.isMoving()) {
+    update(rowBand().toAlignedRect());
+    return;
+  }
+  for (qsizetype item = 0; item < layout_.items.size(); ++item) {
+    TileStyle largest;
+    largest.magnification = theme::kHoverScale;
+    update(tilePaintBounds(layout_.items[item].rect, largest).toAlignedRect());
+  }
+}
+
+/// Everything that tiles reach, lifted ones included.
+QRectF DockView::rowBand() const {
+  const double room = (theme::kDraggedLift + 16) * row_.scale;
+  return layout_.glass.adjusted(-room, -room, room, room) & QRectF(rect());
+}
+
+void DockView::followLaunches() {
+  bool launching = std::ranges::any_of(row_.runningApps, &DockApp::launching);
+  for (qsizetype item = 0; item < layout_.items.size() && !launching; ++item)
+    if (const TileContent* content = contentOf(item))
+      if (const auto* launcher = std::get_if<LauncherContent>(content)) launching = launcher->marks.launching;
+  if (!launching) {
+    pulses_ = 0;
+    pulse_.stop();
+  } else if (pulses_ == 0 && pulse_.state() == QAbstractAnimation::Stopped && !row_.reduceMotion && isVisible()) {
+    pulse_.start();
+  }
+}
+
+void DockView::pulse() {
+  for (qsizetype item = 0; item < layout_.items.size(); ++item) {
+    const DockApp* app = appOf(item);
+    const auto* launcher = contentOf(item) ? std::get_if<LauncherContent>(contentOf(item)) : nullptr;
+    if ((app && app->launching) || (launcher && launcher->marks.launching)) updateItem(item);
+  }
+}
+
+bool DockView::isMoving() const {
+  const auto runs = [](const QVariantAnimation& each) { return each.state() == QAbstractAnimation::Running; };
+  return shifts_.isMoving() || springs_.isMoving() || runs(swell_) || runs(pulse_) || runs(edgeScroll_);
+}
+
+// --- Painting -------------------------------------------------------------------------------------------------------
 
 void DockView::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
@@ -49,24 +168,118 @@ void DockView::paintPart(QPainter& painter, const QRect& part) {
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   glass_.paint(painter, layout_.glass, palette_.glass, theme::kDockCorner, row_.scale, part);
-  if (row_.widgets.isEmpty() && layout_.items.isEmpty()) paintEmpty(painter);
+  if (isEmpty()) paintEmpty(painter);
   if (!layout_.tabs.isEmpty()) paintTabs(painter);
-  if (layout_.overflow > 0) {
-    QPainterPath inside;
-    inside.addRoundedRect(layout_.glass, theme::kDockCorner * row_.scale, theme::kDockCorner * row_.scale);
-    painter.setClipPath(inside, Qt::IntersectClip);
-  }
-  if (!layout_.separator.isEmpty()) painter.fillRect(layout_.separator, palette_.hairline);
   if (!row_.composited && !palette_.glass.bodyTop.isValid())
     // The window is cut to its tiles, whose corners must be full for that.
     for (const RowItem& item : layout_.items) painter.fillRect(item.rect.toAlignedRect(), palette_.tile);
-  // The tile under the pointer is larger than its place and lies above its neighbours.
-  for (qsizetype item = 0; item < layout_.items.size(); ++item) {
-    const QRectF bounds = tilePaintBounds(layout_.items[item].rect, styleOf(item));
-    if (item != hovered_ && part.intersects(bounds.toAlignedRect())) paintItem(painter, item);
-  }
-  if (hovered_ >= 0) paintItem(painter, hovered_);
+  if (layout_.overflow > 0)
+    paintItemsThatEnd(painter, part);
+  else
+    paintItems(painter, part);
+  if (drop_ && drop_->item < 0) paintInsertion(painter);
   painter.restore();
+}
+
+/// A row that goes on beyond its glass fades out where it does.
+void DockView::paintItemsThatEnd(QPainter& painter, const QRect& part) {
+  const double pixelRatio = 1 / hairline(painter);
+  const QRectF band(layout_.glass.left(), 0, layout_.glass.width(), height());
+  const double zone = std::round(theme::kEndFade * row_.scale * pixelRatio) / pixelRatio;
+  const double left = scroll_ > 0 ? zone : 0;
+  const double right = scroll_ < layout_.overflow ? zone : 0;
+  painter.save();
+  painter.setClipRect(band.adjusted(left, 0, -right, 0), Qt::IntersectClip);
+  paintItems(painter, part);
+  painter.restore();
+  for (const bool leftEnd : {true, false}) {
+    if ((leftEnd ? left : right) == 0) continue;
+    const QRectF end(leftEnd ? band.left() : band.right() - right, rowBand().top(), zone, rowBand().height());
+    if (!end.intersects(part)) continue;
+    QImage picture((end.size() * pixelRatio).toSize(), QImage::Format_ARGB32_Premultiplied);
+    picture.setDevicePixelRatio(pixelRatio);
+    picture.fill(Qt::transparent);
+    QPainter layer(&picture);
+    layer.setRenderHint(QPainter::Antialiasing);
+    layer.translate(-end.topLeft());
+    paintItems(layer, end.toAlignedRect());
+    layer.end();
+    picture.setDevicePixelRatio(1);
+    fadeOut(picture, leftEnd);
+    picture.setDevicePixelRatio(pixelRatio);
+    painter.drawImage(end.topLeft(), picture);
+  }
+}
+
+void DockView::paintItems(QPainter& painter, const QRect& part) {
+  painter.save();
+  if (!layout_.separator.isEmpty()) painter.fillRect(layout_.separator, palette_.hairline);
+  if (slide_) paintSlide(painter);
+  const double shown = slide_ ? 1 - std::abs(springs_.value(kSlideSpring) / slide_->from) : 1;
+  if (drag_) {
+    const QSizeF size = layout_.items[layout_.itemOf(RowItem::Kind::Widget, drag_->from)].rect.size();
+    drawDashed(painter, QRectF(QPointF(std::round(springs_.value(kGapSpring)), layout_.items[0].rect.top()), size),
+               theme::kTileCorner * row_.scale, palette_.gapOutline);
+  }
+  // The tile under the pointer is larger than its place and lies above its neighbours; one in the hand above all.
+  const qsizetype above = liftedItem();
+  TileStyle largest;
+  largest.magnification = theme::kHoverScale;
+  for (qsizetype item = 0; item < layout_.items.size(); ++item) {
+    if (item == hovered_ || above == item) continue;
+    if (!part.intersects(tilePaintBounds(visibleRect(item), largest).toAlignedRect())) continue;
+    painter.save();
+    if (widgetOf(item)) clipSlide(painter);
+    painter.setOpacity(widgetOf(item) ? shown : 1);
+    paintItem(painter, item);
+    painter.restore();
+  }
+  if (hovered_ >= 0 && hovered_ != above) {
+    painter.setOpacity(widgetOf(hovered_) ? shown : 1);
+    paintItem(painter, hovered_);
+  }
+  painter.restore();
+  if (above >= 0) paintItem(painter, above);
+}
+
+/// Keeps what slides within the glass and off the running applications, which stand still.
+void DockView::clipSlide(QPainter& painter) {
+  if (springs_.value(kSlideSpring) == 0 || layout_.overflow > 0) return;
+  QPainterPath inside;
+  inside.addRoundedRect(layout_.glass, theme::kDockCorner * row_.scale, theme::kDockCorner * row_.scale);
+  painter.setClipPath(inside, Qt::IntersectClip);
+  if (row_.runningApps.isEmpty() || layout_.separator.isEmpty()) return;
+  QRectF free = layout_.glass;
+  if (layout_.items.first().kind == RowItem::Kind::App)
+    free.setLeft(layout_.separator.right());
+  else if (layout_.items.last().kind == RowItem::Kind::App)
+    free.setRight(layout_.separator.left());
+  painter.setClipRect(free.adjusted(0, -layout_.glass.height(), 0, layout_.glass.height()), Qt::IntersectClip);
+}
+
+void DockView::paintSlide(QPainter& painter) {
+  painter.save();
+  clipSlide(painter);
+  const double at = springs_.value(kSlideSpring);
+  const double pixelRatio = slide_->old.devicePixelRatio();
+  const QSizeF size = QSizeF(slide_->old.size()) / pixelRatio;
+  const double shift = row_.reduceMotion ? 0 : slide_->oldStart + at - slide_->from;
+  painter.setOpacity(std::abs(at / slide_->from));
+  painter.drawPixmap(QPointF(std::round(layout_.glass.center().x() - size.width() / 2 + shift), 0), slide_->old);
+  painter.restore();
+}
+
+/// The tiles of the profile as they stand, without glass and applications.
+QPixmap DockView::pictureOfRow() {
+  QPixmap picture((QSizeF(layout_.glass.width(), height()) * ratio()).toSize());
+  picture.setDevicePixelRatio(ratio());
+  picture.fill(Qt::transparent);
+  QPainter painter(&picture);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.translate(-layout_.glass.left() - springs_.value(kSlideSpring), 0);
+  for (qsizetype item = 0; item < layout_.items.size(); ++item)
+    if (widgetOf(item)) paintItem(painter, item);
+  return picture;
 }
 
 void DockView::paintEmpty(QPainter& painter) {
@@ -81,6 +294,9 @@ void DockView::paintEmpty(QPainter& painter) {
 
 void DockView::paintTabs(QPainter& painter) {
   const double scale = row_.scale;
+  painter.save();
+  painter.setClipRect(layout_.glass, Qt::IntersectClip);
+  painter.setOpacity(tabsShare());
   for (qsizetype i = 0; i < layout_.tabs.size(); ++i) {
     const QRectF& tab = layout_.tabs[i];
     const bool active = i == row_.activeTab;
@@ -92,35 +308,33 @@ void DockView::paintTabs(QPainter& painter) {
     line.drawCentred(painter, {0, line.capHeight() / 2}, active ? palette_.primary : palette_.secondary);
     painter.restore();
   }
+  painter.restore();
+}
+
+void DockView::paintInsertion(QPainter& painter) {
+  const double scale = row_.scale;
+  const double x = layout_.insertionX(drop_->index, row_.spacing * scale);
+  const double middle = layout_.items.isEmpty() ? layout_.glass.center().y() : layout_.items[0].rect.center().y();
+  const QRectF mark(std::round(x - theme::kInsertionWidth * scale / 2), middle - theme::kInsertionHeight * scale / 2,
+                    std::max(2.0, std::round(theme::kInsertionWidth * scale)), theme::kInsertionHeight * scale);
+  drawRounded(painter, mark, mark.width() / 2, palette_.accent(Accent::Blue));
 }
 
 void DockView::paintItem(QPainter& painter, qsizetype item) {
-  if (const DockWidget* widget = widgetOf(item))
-    paintTile(painter, layout_.items[item].rect, tiles_.constFind(widget->id)->content, styleOf(item));
-  else
-    paintApp(painter, item);
+  const TileStyle style = styleOf(item);
+  const QRectF place = visibleRect(item);
+  if (const TileContent* content = contentOf(item)) {
+    paintTile(painter, place, *content, style);
+  } else if (const DockApp* app = appOf(item)) {
+    paintRunningApp(painter, place, app->name, app->icon, app->marks(), style);
+  }
 }
 
-void DockView::paintApp(QPainter& painter, qsizetype item) {
-  const DockApp& app = row_.runningApps[layout_.items[item].index];
-  const QRectF& slot = layout_.items[item].rect;
-  const double scale = row_.scale;
-  const double ratio = 1 / hairline(painter);
-  const TileStyle style = styleOf(item);
-  const auto snapped = [ratio](double length) { return std::round(length * ratio) / ratio; };
-  const double size = snapped(theme::kAppIcon * scale);
-  const QRectF icon(snapped(slot.left() + theme::kAppIconLeft * scale),
-                    snapped(slot.top() + theme::kAppIconTop * scale), size, size);
-  painter.save();
-  magnify(painter, slot, style.magnification * (style.state == TileState::Pressed ? theme::kPressedScale : 1));
-  painter.setRenderHint(QPainter::SmoothPixmapTransform);
-  const QPixmap picture = iconOf(app, static_cast<int>(std::lround(size)), ratio);
-  if (!picture.isNull()) painter.drawPixmap(icon, picture, QRectF(picture.rect()));
-  if (style.focused)
-    drawInnerLine(painter, slot, theme::kTileCorner * scale, theme::kFocusWidth * scale, palette_.accent(Accent::Blue));
-  const QColor dot = app.front ? palette_.accent(Accent::Blue) : palette_.secondary;
-  paintDot(painter, {icon.center().x(), slot.top() + theme::kAppDotTop * scale}, scale, dot, palette_.dotRing);
-  painter.restore();
+QPixmap DockView::iconOf(const DockApp& app, int size, double pixelRatio) {
+  const QString key = u"%1 %2 %3"_s.arg(app.icon).arg(size).arg(pixelRatio);
+  const auto known = iconCache_.constFind(key);
+  if (known != iconCache_.constEnd()) return *known;
+  return *iconCache_.insert(key, icons_ ? icons_(app, size, pixelRatio) : QPixmap());
 }
 
 }  // namespace tarnwick

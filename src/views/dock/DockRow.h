@@ -3,10 +3,12 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <optional>
 
 #include "config/DockWidget.h"
 #include "desktop/Panels.h"
 #include "views/theme/Palette.h"
+#include "views/tiles/AppMarks.h"
 
 namespace tarnwick {
 
@@ -16,7 +18,12 @@ struct DockApp {
   QString name;
   QString icon;  ///< What the provider of icons knows it by.
   bool front = false;
+  bool urgent = false;               ///< It asks for attention.
+  std::optional<double> progress{};  ///< From 0 to 1.
+  std::optional<qint64> count{};     ///< Of unread things.
+  bool launching = false;            ///< It was started and has no window yet.
 
+  AppMarks marks() const { return {!launching, front, urgent, launching, progress, count}; }
   bool operator==(const DockApp&) const = default;
 };
 
@@ -44,10 +51,13 @@ struct DockRow {
 
   QStringList tabs;  ///< The names of the profiles; room is kept for them when there are two or more.
   qsizetype activeTab = 0;
-  bool tabsShown = false;
+  bool tabsOnHover = true;  ///< Whether the pointer brings the tabs.
+  bool swipes = true;       ///< Whether a sideways drag of empty room switches profiles.
+  bool floats = false;      ///< Whether a drag of empty room moves the dock instead.
 
   Backdrop backdrop() const { return !composited ? Backdrop::Opaque : blurred ? Backdrop::Blurred : Backdrop::Plain; }
   bool keepsRoomForTabs() const { return tabs.size() > 1; }
+  bool offersTabs() const { return tabsOnHover && keepsRoomForTabs(); }
   bool operator==(const DockRow&) const = default;
 };
 

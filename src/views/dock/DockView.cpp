@@ -1,16 +1,13 @@
 #include "views/dock/DockView.h"
 
 #include <QCoreApplication>
-#include <QHelpEvent>
-#include <QPainter>
-#include <QToolTip>
 #include <algorithm>
 #include <cmath>
 
+#include "dock/rules/ProfileDirection.h"
 #include "views/dock/DockAccessible.h"
-#include "dock/rules/Magnification.h"
+#include "views/dock/SpringNames.h"
 #include "views/theme/Theme.h"
-#include "views/theme/Typography.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
@@ -30,6 +27,10 @@ bool looksLike(const DockRow& a, const DockRow& b) {
   return a == other;
 }
 
+bool sameOrder(const QList<DockWidget>& a, const QList<DockWidget>& b) {
+  return std::ranges::equal(a, b, {}, &DockWidget::id, &DockWidget::id);
+}
+
 }  // namespace
 
 DockView::DockView(QWidget* parent)
@@ -37,32 +38,89 @@ DockView::DockView(QWidget* parent)
   installDockAccessibility();
   setAttribute(Qt::WA_TranslucentBackground);
   setMouseTracking(true);
+  setAcceptDrops(true);
   setFocusPolicy(Qt::TabFocus);
   setAccessibleName(QCoreApplication::translate("Dock", "Dock"));
+  tileIcons_ = [this](const QString& icon, int size, double pixelRatio) {
+    DockApp app;
+    app.icon = icon;
+    return iconOf(app, size, pixelRatio);
+  };
   swell_.setDuration(theme::kFadeMilliseconds);
   swell_.setStartValue(0.0);
   swell_.setEndValue(1.0);
   connect(&swell_, &QVariantAnimation::valueChanged, this, [this] { updateRow(); });
+  connect(&shifts_, &SpringSet::moved, this, [this] { updateRow(); });
+  connect(&springs_, &SpringSet::moved, this, [this] {
+    if (springs_.isMoving(kTabsSpring) || springs_.value(kTabsSpring) > 0) relayout();
+    update();
+  });
+  connect(&springs_, &SpringSet::rested, this, [this] {
+    landing_.clear();
+    slide_.reset();
+    relayout();
+  });
+  pulse_.setDuration(theme::kPulseMilliseconds);
+  pulse_.setKeyValues({{0, 1.0}, {0.5, theme::kPulseOpacity}, {1, 1.0}});
+  pulse_.setLoopCount(-1);
+  connect(&pulse_, &QVariantAnimation::valueChanged, this, [this] { pulse(); });
+  connect(&pulse_, &QVariantAnimation::currentLoopChanged, this, [this] {
+    if (++pulses_ >= theme::kMostPulses) pulse_.stop();
+    pulse();
+  });
+  edgeScroll_.setDuration(1000);
+  edgeScroll_.setStartValue(0.0);
+  edgeScroll_.setEndValue(1.0);
+  edgeScroll_.setLoopCount(-1);
+  connect(&edgeScroll_, &QVariantAnimation::valueChanged, this, [this] { scrollBy(edge_ * theme::kEdgeScroll); });
 }
 
 DockView::~DockView() = default;
 
+void DockView::setScheduler(Scheduler* scheduler) {
+  tabsWork_.reset();
+  scheduler_ = scheduler;
+}
+
 void DockView::setIconProvider(IconProvider provider) {
   icons_ = std::move(provider);
+  forgetIcons();
+}
+
+void DockView::forgetIcons() {
   iconCache_.clear();
   update();
 }
 
+void DockView::setSwitchGuard(std::function<bool()> busy) { switchGuard_ = std::move(busy); }
+
 void DockView::setRow(const DockRow& row) {
   if (row == row_ && !layout_.glass.isEmpty()) return;
-  const bool sameLook = looksLike(row, row_) && !layout_.glass.isEmpty();
-  row_ = row;
-  if (sameLook) {
+  if (looksLike(row, row_) && !layout_.glass.isEmpty()) {
+    row_ = row;
     refresh(sources_);
     return;
   }
+  if (drag_ && !sameOrder(row.widgets, row_.widgets)) cancelDrag();
+  const bool switches = row.activeTab != row_.activeTab && row.tabs == row_.tabs && !layout_.items.isEmpty();
+  const bool forward = swipedForward_.value_or(
+      ProfileDirection::isForward(row_.activeTab, row.activeTab, std::max(row.tabs.size(), row_.tabs.size())));
+  if (switches && isVisible()) beginSlide(forward);
+  const auto lefts = visibleLefts();
+  applyRow(row);
+  keepInPlace(lefts);
+  if (drag_) dragTo(drag_->pointer);
+  rehover();
+}
+
+void DockView::applyRow(const DockRow& row) {
+  row_ = row;
   palette_ = Palette::make(row.style, row.backdrop(), row.monochrome);
-  hovered_ = pressed_ = -1;
+  shifts_.setReduced(row.reduceMotion);
+  springs_.setReduced(row.reduceMotion);
+  hovered_ = pressed_ = wheelItem_ = middlePressed_ = -1;
+  if (!row.offersTabs()) tabsWanted_ = false;
+  springs_.jump(kTabsSpring, tabsWanted_ ? theme::kTabRowHeight * row.scale : 0);
   tiles_.clear();
   relayout();
   refresh(sources_);
@@ -85,6 +143,7 @@ void DockView::refresh(const TileSources& sources) {
     updateItem(item);
   }
   if (textChanged) describe();
+  followLaunches();
 }
 
 void DockView::describe() {
@@ -101,16 +160,28 @@ void DockView::setPanelOpen(const QUuid& widget) {
   updateRow();
 }
 
+// --- Shapes ---------------------------------------------------------------------------------------------------------
+
+RowLayout DockView::layoutOf(const DockRow& row) const {
+  const QRectF slot = QRectF(rect()).marginsRemoved(QMarginsF(margins()));
+  return RowLayout::of(row, slot, ratio(), {scroll_, tabsShare()});
+}
+
 void DockView::relayout() {
   const RowLayout old = layout_;
-  const QMargins room = margins();
-  const QRectF slot = QRectF(rect()).marginsRemoved(QMarginsF(room));
-  layout_ = RowLayout::of(row_, slot, devicePixelRatioF(), scroll_);
+  shifts_.setRatio(ratio());
+  springs_.setRatio(ratio());
+  layout_ = layoutOf(row_);
   scroll_ = std::clamp(scroll_, 0.0, layout_.overflow);
   if (focused_ >= layout_.items.size()) focused_ = -1;
   if (hovered_ >= layout_.items.size()) hovered_ = -1;
+  if (pressed_ >= layout_.items.size()) pressed_ = -1;
   update();
-  if (old.glass != layout_.glass || old.items.size() != layout_.items.size()) Q_EMIT shapeChanged();
+  // A dock without glass has the shape of its tiles.
+  const bool reshaped = fullGlass() != toldGlass_ || (!palette_.glass.bodyTop.isValid() && old.items != layout_.items);
+  toldGlass_ = fullGlass();
+  if (reshaped) Q_EMIT shapeChanged();
+  if (old.items != layout_.items) Q_EMIT itemsPlaced();
 }
 
 QSize DockView::sizeHint() const {
@@ -128,29 +199,69 @@ QMargins DockView::margins() const {
   return room;
 }
 
+QRectF DockView::fullGlass() const {
+  // While the glass grows or shrinks, the shape is what it is at most.
+  if (!springs_.isMoving(kTabsSpring)) return layout_.glass;
+  const double grown = theme::kDockHeightWithTabs * row_.scale - layout_.glass.height();
+  return row_.edge == Edge::Bottom ? layout_.glass.adjusted(0, -grown, 0, 0) : layout_.glass.adjusted(0, 0, 0, grown);
+}
+
 QRegion DockView::outlineRegion() const {
   const double scale = row_.scale;
-  if (palette_.glass.bodyTop.isValid())
-    return Glass::outline(layout_.glass.toAlignedRect(), theme::kDockCorner * scale);
+  if (palette_.glass.bodyTop.isValid()) return Glass::outline(fullGlass().toAlignedRect(), theme::kDockCorner * scale);
   QRegion region;
   for (const RowItem& item : layout_.items)
     region += Glass::outline(item.rect.toAlignedRect(), theme::kTileCorner * scale);
+  for (const QRectF& tab : layout_.tabs) region += tab.toAlignedRect();
   return region;
 }
 
 QRegion DockView::inputRegion() const {
-  return Glass::outline(layout_.glass.toAlignedRect(), theme::kDockCorner * row_.scale);
+  return Glass::outline(fullGlass().toAlignedRect(), theme::kDockCorner * row_.scale);
 }
+
+// --- What there is --------------------------------------------------------------------------------------------------
 
 const DockWidget* DockView::widgetOf(qsizetype item) const {
   if (item < 0 || item >= layout_.items.size() || layout_.items[item].kind != RowItem::Kind::Widget) return nullptr;
   return &row_.widgets[layout_.items[item].index];
 }
 
+const DockApp* DockView::appOf(qsizetype item) const {
+  if (item < 0 || item >= layout_.items.size() || layout_.items[item].kind != RowItem::Kind::App) return nullptr;
+  return &row_.runningApps[layout_.items[item].index];
+}
+
+const TileContent* DockView::contentOf(qsizetype item) const {
+  const DockWidget* widget = widgetOf(item);
+  if (!widget) return nullptr;
+  const auto tile = tiles_.constFind(widget->id);
+  return tile == tiles_.constEnd() ? nullptr : &tile->content;
+}
+
+quint64 DockView::applicationOf(qsizetype item) const {
+  if (const DockApp* app = appOf(item)) return app->id;
+  const TileContent* content = contentOf(item);
+  const auto* launcher = content ? std::get_if<LauncherContent>(content) : nullptr;
+  return launcher ? launcher->application : 0;
+}
+
+QString DockView::keyOf(qsizetype item) const {
+  if (const DockWidget* widget = widgetOf(item)) return widget->id.toString();
+  const DockApp* app = appOf(item);
+  return app ? QString::number(app->id) : QString();
+}
+
+qsizetype DockView::itemWithKey(const QString& key) const {
+  for (qsizetype item = 0; item < layout_.items.size(); ++item)
+    if (keyOf(item) == key) return item;
+  return -1;
+}
+
 bool DockView::answersPointer(qsizetype item) const {
   if (item < 0 || item >= layout_.items.size()) return false;
-  const DockWidget* widget = widgetOf(item);
-  return !widget || isSolid(tiles_.value(widget->id).content);
+  const TileContent* content = contentOf(item);
+  return !content || isSolid(*content);
 }
 
 QUuid DockView::widgetAt(QPointF point) const {
@@ -158,10 +269,23 @@ QUuid DockView::widgetAt(QPointF point) const {
   return widget ? widget->id : QUuid();
 }
 
+QRectF DockView::tileRect(const QUuid& widget) const {
+  const auto found = std::ranges::find(row_.widgets, widget, &DockWidget::id);
+  if (found == row_.widgets.end()) return {};
+  return itemRect(layout_.itemOf(RowItem::Kind::Widget, found - row_.widgets.begin()));
+}
+
+QHash<quint64, QRectF> DockView::applicationPlaces() const {
+  QHash<quint64, QRectF> places;
+  for (qsizetype item = 0; item < layout_.items.size(); ++item)
+    if (const quint64 application = applicationOf(item)) places.insert(application, layout_.items[item].rect);
+  return places;
+}
+
 TileText DockView::itemText(qsizetype item) const {
   if (const DockWidget* widget = widgetOf(item)) return tiles_.value(widget->id).text;
-  if (item < 0 || item >= layout_.items.size()) return {};
-  return {row_.runningApps[layout_.items[item].index].name, {}};
+  const DockApp* app = appOf(item);
+  return app ? TileText{app->name, tarnwick::describe(app->marks())} : TileText{};
 }
 
 void DockView::activateItem(qsizetype item) {
@@ -169,53 +293,7 @@ void DockView::activateItem(qsizetype item) {
   if (const DockWidget* widget = widgetOf(item))
     Q_EMIT tileActivated(widget->id);
   else
-    Q_EMIT applicationActivated(row_.runningApps[layout_.items[item].index].id);
-}
-
-double DockView::magnificationOf(qsizetype item) const {
-  const double amount = swell_.currentValue().toDouble();
-  if (row_.reduceMotion || amount <= 0 || !answersPointer(item)) return 1;
-  const double centre = layout_.items[item].rect.center().x();
-  return 1 + (Magnification::scale(centre / row_.scale, pointerX_ / row_.scale) - 1) * amount;
-}
-
-TileStyle DockView::styleOf(qsizetype item) const {
-  TileStyle style;
-  style.palette = palette_;
-  style.scale = row_.scale;
-  style.magnification = magnificationOf(item);
-  style.focused = item == focusedItem();
-  // Where the dock itself is clear, the tiles' grounds are all that text can be read on.
-  style.filled = row_.tiles || row_.style == DockStyle::LiquidGlass || row_.style == DockStyle::Transparent;
-  const DockWidget* widget = widgetOf(item);
-  if (widget) style.accent = tileAccent(Catalog::find(widget->kind));
-  if (item == pressed_ && item == hovered_)
-    style.state = TileState::Pressed;
-  else if (widget && !panelOpen_.isNull() && widget->id == panelOpen_)
-    style.state = TileState::PanelOpen;
-  else if (item == hovered_)
-    style.state = TileState::Hover;
-  return style;
-}
-
-void DockView::updateItem(qsizetype item) {
-  if (item < 0 || item >= layout_.items.size()) return;
-  update(tilePaintBounds(layout_.items[item].rect, styleOf(item)).toAlignedRect());
-}
-
-void DockView::updateRow() {
-  for (qsizetype item = 0; item < layout_.items.size(); ++item) {
-    TileStyle largest;
-    largest.magnification = theme::kHoverScale;
-    update(tilePaintBounds(layout_.items[item].rect, largest).toAlignedRect());
-  }
-}
-
-QPixmap DockView::iconOf(const DockApp& app, int size, double ratio) {
-  const QString key = u"%1 %2 %3"_s.arg(app.icon).arg(size).arg(ratio);
-  auto& icon = iconCache_[key];
-  if (icon.isNull() && icons_) icon = icons_(app, size, ratio);
-  return icon;
+    Q_EMIT applicationActivated(appOf(item)->id);
 }
 
 }  // namespace tarnwick

@@ -9,31 +9,47 @@
 #include <functional>
 #include <optional>
 
+#include "base/Scheduler.h"
+#include "store/DockDrops.h"
 #include "views/dock/DockRow.h"
+#include "views/dock/DropRules.h"
+#include "views/dock/Gestures.h"
 #include "views/dock/RowLayout.h"
+#include "views/dock/SpringSet.h"
 #include "views/theme/Glass.h"
 #include "views/tiles/TilePainter.h"
 
 namespace tarnwick {
 
-/// The dock as a person sees it: a pane of glass with the tiles on it. It fills a window that is as large as the
-/// panel's slot grown by margins(). It has no clock: whoever owns it calls refresh() when something that tiles show may
-/// have changed, and only the tiles that look different then are painted again.
+/// The dock as a person sees and handles it: a pane of glass with the tiles on it. It fills a window that is as large
+/// as the panel's slot grown by margins(). It changes nothing by itself: what a hand does is told by signals, and what
+/// comes of it arrives with the next row. It has no clock: whoever owns it calls refresh() when something that tiles
+/// show may have changed, and only the tiles that look different then are painted again.
 class DockView : public QWidget {
   Q_OBJECT
  public:
-  /// Gives an application's icon, `size` units wide, for a screen with `ratio` device pixels per unit.
+  /// Gives an application's icon, `size` units wide, for a screen with `ratio` device pixels per unit. For a tile that
+  /// the user put there only `name` and `icon` of the application are set.
   using IconProvider = std::function<QPixmap(const DockApp& app, int size, double ratio)>;
 
   explicit DockView(QWidget* parent = nullptr);
   ~DockView() override;
 
+  /// What the delays of hover are counted with; borrowed. Without one the pointer brings no tabs.
+  void setScheduler(Scheduler* scheduler);
   void setIconProvider(IconProvider provider);
+  /// Asks the provider for every icon anew.
+  void forgetIcons();
+  /// Asked when a drag would switch profiles: true while that must not be, as while a widget's panel is open.
+  void setSwitchGuard(std::function<bool()> busy);
+
   void setRow(const DockRow& row);
   const DockRow& row() const { return row_; }
   void refresh(const TileSources& sources);
   /// Marks the widget whose panel is open; a null identity marks none.
   void setPanelOpen(const QUuid& widget);
+  /// Brings the tabs of the profiles out, or takes them back; hover does the same.
+  void showTabs(bool shown);
 
   // Shapes, in the view's own coordinates.
   QRectF glassRect() const { return layout_.glass; }
@@ -47,13 +63,22 @@ class DockView : public QWidget {
   double idealRowWidth() const { return RowLayout::idealWidth(row_) * row_.scale; }
   /// The widget whose tile lies at a point; null for none.
   QUuid widgetAt(QPointF point) const;
+  /// The place of a widget's tile; empty for none.
+  QRectF tileRect(const QUuid& widget) const;
+  /// The places of the running applications, whether as tiles of their own or behind a launcher's.
+  QHash<quint64, QRectF> applicationPlaces() const;
 
   // The tiles in words, for screen readers.
   qsizetype itemCount() const { return layout_.items.size(); }
   QRectF itemRect(qsizetype item) const { return layout_.items.value(item).rect; }
   TileText itemText(qsizetype item) const;
   void activateItem(qsizetype item);
+  void openItemMenu(qsizetype item);
+  void focusItem(qsizetype item);
   qsizetype focusedItem() const { return hasFocus() ? focused_ : -1; }
+
+  /// Whether something travels, fades or pulses, so that frames run.
+  bool isMoving() const;
 
   QSize sizeHint() const override;
 
@@ -62,18 +87,44 @@ class DockView : public QWidget {
   /// A click on a part of a tile that acts by itself; for quick toggles `part` is the `Toggle`.
   void tilePartActivated(const QUuid& widget, int part);
   void applicationActivated(quint64 application);
+  /// A profile was chosen, by its tab or by a drag.
   void tabActivated(qsizetype tab);
   void addWidgetsRequested();
-  /// Null for the dock itself. The position is on the screen.
-  void contextMenuRequested(const QUuid& widget, const QPoint& position);
-  void applicationMenuRequested(quint64 application, const QPoint& position);
+  /// Null for the dock itself. The menu belongs beside `beside`, which is in the view's coordinates.
+  void contextMenuRequested(const QUuid& widget, const QRect& beside);
+  void applicationMenuRequested(quint64 application, const QRect& beside);
+  /// A middle click: on a launcher's tile, whose application may run (`application` is not 0) or not, or on a running
+  /// application (`widget` is null).
+  void newWindowRequested(const QUuid& widget, quint64 application);
+  /// The wheel over an application: 1 for the next of its windows, -1 for the one before.
+  void cycleWindowsRequested(quint64 application, int direction);
+
+  /// A tile was moved, by indices among the displayed widgets as Reordering counts them.
+  void reorderRequested(qsizetype from, qsizetype to);
+  /// A tile is dragged, or something of another program is held over the dock: nothing in the row should shift by
+  /// itself now. dragMoved follows for as long as it moves.
+  void dragStarted();
+  void dragMoved();
+  /// The display of the drop is left empty.
+  void filesDropped(const DockFileDrop& drop);
+  /// `index` among the displayed widgets.
+  void widgetTextDropped(const QString& text, qsizetype index);
+
+  /// Where the layout lets it float, the dock is dragged: by how much since the last signal, on the screen.
+  void moveRequested(const QPoint& delta);
+  void moveFinished();
+  /// The keyboard has nothing to do here any more.
+  void focusLeft();
   /// glassRect, outlineRegion, inputRegion or margins changed.
   void shapeChanged();
+  /// Tiles stand elsewhere now.
+  void itemsPlaced();
 
  protected:
   bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
@@ -81,8 +132,13 @@ class DockView : public QWidget {
   void wheelEvent(QWheelEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dragLeaveEvent(QDragLeaveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   struct Tile {
@@ -90,45 +146,132 @@ class DockView : public QWidget {
     TileText text;
   };
 
+  // What there is.
+  const DockWidget* widgetOf(qsizetype item) const;
+  const DockApp* appOf(qsizetype item) const;
+  /// The running application behind an item; 0 for none.
+  quint64 applicationOf(qsizetype item) const;
+  const TileContent* contentOf(qsizetype item) const;
+  /// The same for as long as the widget or the application is in the row.
+  QString keyOf(qsizetype item) const;
+  qsizetype itemWithKey(const QString& key) const;
+  bool answersPointer(qsizetype item) const;
+  bool isEmpty() const { return row_.widgets.isEmpty() && layout_.items.isEmpty(); }
+  RowLayout layoutOf(const DockRow& row) const;
+  double ratio() const { return devicePixelRatioF(); }
   void relayout();
+  void applyRow(const DockRow& row);
+  void describe();
   void updateItem(qsizetype item);
   void updateRow();
-  const DockWidget* widgetOf(qsizetype item) const;
-  bool answersPointer(qsizetype item) const;
-  TileStyle styleOf(qsizetype item) const;
-  double magnificationOf(qsizetype item) const;
-  void setPointer(std::optional<QPointF> pointer);
-  void swell(bool wanted);
-  void setFocused(qsizetype item);
-  void moveFocus(int direction);
-  void openMenu(qsizetype item, const QPoint& position);
-  void release(QPointF point);
-  void describe();
 
+  // Under the pointer.
+  void setPointer(std::optional<QPointF> pointer);
+  void rehover();
+  void swell(bool wanted);
+  void scrollBy(double units);
+  bool cycleWindows(const QWheelEvent& event);
+  void startGesture(Press& press, const QMouseEvent& event);
+  void endGesture(const Press& press, const QMouseEvent& event);
+  bool isOver(const Press& press, QPointF point) const;
+  void click(QPointF point);
+  void openMenu(qsizetype item, const QRect& beside);
+
+  // By the keyboard.
+  void moveFocus(int direction);
+  void scrollTo(qsizetype item);
+
+  // A tile on its way.
+  void beginDrag(qsizetype item, const Press& press);
+  void dragTo(QPointF pointer);
+  void drop();
+  void cancelDrag();
+  void letGo();
+  void makeRoom();
+  double draggedLeft(qsizetype item) const;
+  void scrollAtEdges(QPointF pointer, bool holding);
+  QHash<QString, double> visibleLefts() const;
+  void keepInPlace(const QHash<QString, double>& lefts);
+
+  // Things from elsewhere.
+  bool hold(QDropEvent* event);
+  DockFileDrop fileDrop(const QDropEvent& event) const;
+  void clearDrop();
+
+  // Profiles.
+  void hoverTabs(bool inside);
+  void swipeBy(double distance);
+  void endSwipe(double distance, double velocity);
+  void beginSlide(bool forward);
+  double slideOf(qsizetype item) const;
+  double tabsShare() const;
+
+  // What it looks like.
+  QRectF visibleRect(qsizetype item) const;
+  /// In the hand, or on its way down from it.
+  bool isLifted(qsizetype item) const;
+  qsizetype liftedItem() const;  ///< -1 for none.
+  double magnificationOf(qsizetype item) const;
+  TileStyle styleOf(qsizetype item) const;
+  QRectF fullGlass() const;
+  void followLaunches();
+  void pulse();
   void paintPart(QPainter& painter, const QRect& part);
+  void paintItems(QPainter& painter, const QRect& part);
+  void paintItemsThatEnd(QPainter& painter, const QRect& part);
   void paintTabs(QPainter& painter);
   void paintEmpty(QPainter& painter);
+  void paintSlide(QPainter& painter);
+  void clipSlide(QPainter& painter);
+  void paintInsertion(QPainter& painter);
   void paintItem(QPainter& painter, qsizetype item);
-  void paintApp(QPainter& painter, qsizetype item);
-  QPixmap iconOf(const DockApp& app, int size, double ratio);
+  QPixmap iconOf(const DockApp& app, int size, double pixelRatio);
+  QPixmap pictureOfRow();
+  QRectF rowBand() const;
 
   DockRow row_;
   Palette palette_;
   TileSources sources_;
   RowLayout layout_;
+  QRectF toldGlass_;  ///< What shapeChanged told last.
   QHash<QUuid, Tile> tiles_;
   Glass glass_;
+  Scheduler* scheduler_ = nullptr;
   IconProvider icons_;
+  TileIcons tileIcons_;
   QHash<QString, QPixmap> iconCache_;
+  std::function<bool()> switchGuard_;
+
   QVariantAnimation swell_;  ///< From 0, nobody points here, to 1.
   bool swollen_ = false;
+  SpringSet shifts_;   ///< By key: how far items are from their places.
+  SpringSet springs_;  ///< Everything else that travels.
+  QVariantAnimation pulse_;
+  int pulses_ = 0;
+  QVariantAnimation edgeScroll_;
+  int edge_ = 0;  ///< -1 or 1 while something is held over an end of a row that goes on there.
 
   double scroll_ = 0;
+  std::optional<QPointF> pointer_;
   double pointerX_ = 0;
+  double wheel_ = 0;
+  qsizetype wheelItem_ = -1;
   qsizetype hovered_ = -1;
   qsizetype pressed_ = -1;
   qsizetype focused_ = -1;
   QUuid panelOpen_;
+
+  std::optional<Press> press_;
+  qsizetype middlePressed_ = -1;
+  std::optional<TileDrag> drag_;
+  QString landing_;  ///< The tile that was let go and is not down yet.
+  std::optional<DropHover> drop_;
+
+  bool tabsWanted_ = false;
+  JobHandle tabsWork_;
+  bool tabsComing_ = false;
+  std::optional<RowSlide> slide_;
+  std::optional<bool> swipedForward_;
 };
 
 }  // namespace tarnwick

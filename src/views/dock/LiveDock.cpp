@@ -1,6 +1,7 @@
 #include "views/dock/LiveDock.h"
 
 #include <QResizeEvent>
+#include <algorithm>
 
 namespace tarnwick {
 namespace {
@@ -18,6 +19,21 @@ Edge edgeOf(const DockConfiguration& config) {
   return top ? Edge::Top : Edge::Bottom;
 }
 
+/// The action with its arguments, if there is one.
+template <class Function, class... Arguments>
+auto ask(const Function& function, const Arguments&... arguments) -> decltype(function(arguments...)) {
+  using Answer = decltype(function(arguments...));
+  if (function) return function(arguments...);
+  if constexpr (!std::is_void_v<Answer>) return Answer{};
+}
+
+QStringList pathsOf(const DockWidget& widget) {
+  QStringList paths = widget.options.value(u"paths"_s).split(u'\n', Qt::SkipEmptyParts);
+  if (widget.kind == "appLauncher"_L1) paths.append(widget.options.value(u"path"_s));
+  paths.removeAll(QString());
+  return paths;
+}
+
 }  // namespace
 
 LiveDock::LiveDock(AppStore& store, Toggles& toggles, const QString& display, DockView::IconProvider icons,
@@ -25,13 +41,15 @@ LiveDock::LiveDock(AppStore& store, Toggles& toggles, const QString& display, Do
     : store_(store), toggles_(toggles), display_(display), actions_(std::move(actions)), view_(new DockView(this)) {
   // Only a window can be translucent, so the view must not paint a ground of its own.
   setAttribute(Qt::WA_NoSystemBackground);
+  setFocusProxy(view_);
+  view_->setScheduler(&store_.scheduler());
   view_->setIconProvider(std::move(icons));
-  connect(&store_, &AppStore::configChanged, this, &LiveDock::rebuildRow);
-  connect(&store_, &AppStore::runningAppsChanged, this, &LiveDock::rebuildRow);
-  connect(&store_, &AppStore::ticked, this, &LiveDock::refreshTiles);
-  connect(&toggles_, &Toggles::changed, this, &LiveDock::refreshTiles);
+  view_->setSwitchGuard([this] { return ask(actions_.panelIsOpen); });
   connect(view_, &DockView::shapeChanged, this, &DockContent::shapeChanged);
-  connectActions();
+  connectStore();
+  connectTiles();
+  connectApplications();
+  connectHands();
 }
 
 void LiveDock::configure(const DockGeometry& geometry) {
@@ -41,17 +59,16 @@ void LiveDock::configure(const DockGeometry& geometry) {
 
 void LiveDock::resizeEvent(QResizeEvent* event) { view_->setGeometry(QRect(QPoint(), event->size())); }
 
+// --- What it shows --------------------------------------------------------------------------------------------------
+
 void LiveDock::rebuildRow() {
   const DockConfiguration& config = store_.config();
+  const DesktopOptions options = config.desktopOptions();
   DockRow row;
   row.widgets = store_.displayedWidgets(display_);
-  if (config.liveApps) {
-    for (const RunningApp& app : store_.unpinnedRunningApps(display_)) {
-      row.runningApps.append({app.identity, app.name, app.iconName, app.active});
-    }
-  }
-  row.placement = config.liveApps ? runningAppsPlacementNamed(config.desktopOptions().runningAppsPlacement)
-                                  : RunningAppsPlacement::None;
+  if (config.liveApps) row.runningApps = runningApps();
+  row.placement =
+      config.liveApps ? runningAppsPlacementNamed(options.runningAppsPlacement) : RunningAppsPlacement::None;
   row.style = dockStyleNamed(config.style);
   row.tiles = config.tiles;
   row.monochrome = config.monochrome;
@@ -60,10 +77,45 @@ void LiveDock::rebuildRow() {
   row.edge = edgeOf(config);
   row.composited = geometry_.composited;
   row.blurred = geometry_.blurred;
+  row.reduceMotion = ask(actions_.reducesMotion);
   for (const DockProfile& profile : config.profiles) row.tabs << profile.name;
   row.activeTab = store_.profileIndex(display_);
+  row.tabsOnHover = options.profileSwitcherOnHover;
+  row.swipes = options.profileSwipe;
+  row.floats = config.layout == DockLayout::Floating;
   view_->setRow(row);
   refreshTiles();
+}
+
+QList<DockApp> LiveDock::runningApps() const {
+  QList<DockApp> apps;
+  for (const RunningApp& running : store_.unpinnedRunningApps(display_)) {
+    const LauncherHint hint = ask(actions_.hintOf, running.desktopId);
+    apps.append({running.identity, running.name, running.iconName, running.active, hint.urgent, hint.progress,
+                 hint.count, false});
+  }
+  return apps;
+}
+
+QHash<QString, ApplicationFacts> LiveDock::pinnedApplications() const {
+  QHash<QString, ApplicationFacts> applications;
+  for (const DockWidget& widget : view_->row().widgets) {
+    for (const QString& path : pathsOf(widget)) {
+      auto facts = ask(actions_.applicationAt, path);
+      const auto running = std::ranges::find(store_.runningApps(), path, &RunningApp::path);
+      const bool runs = running != store_.runningApps().end();
+      if (!facts && runs) facts = ApplicationFacts{running->name, running->iconName, 0, {}};
+      if (!facts) continue;
+      if (runs) {
+        const LauncherHint hint = ask(actions_.hintOf, running->desktopId);
+        facts->identity = running->identity;
+        facts->marks = {true, running->active, hint.urgent, false, hint.progress, hint.count};
+      }
+      facts->marks.launching = !runs && ask(actions_.isStarting, path);
+      applications.insert(path, *facts);
+    }
+  }
+  return applications;
 }
 
 void LiveDock::refreshTiles() { view_->refresh(sources()); }
@@ -81,36 +133,77 @@ TileSources LiveDock::sources() const {
        {Toggle::WiFi, Toggle::Bluetooth, Toggle::DarkMode, Toggle::DoNotDisturb, Toggle::Mute, Toggle::KeepAwake}) {
     sources.toggles.insert(toggle, toggles_.state(toggle));
   }
+  sources.applications = pinnedApplications();
+  sources.shelfItems = store_.config().shelf.size();
+  sources.trashItems = ask(actions_.trashItems);
   return sources;
 }
 
-void LiveDock::connectActions() {
+void LiveDock::connectStore() {
+  connect(&store_, &AppStore::configChanged, this, &LiveDock::rebuildRow);
+  connect(&store_, &AppStore::runningAppsChanged, this, &LiveDock::rebuildRow);
+  connect(&store_, &AppStore::ticked, this, &LiveDock::refreshTiles);
+  connect(&toggles_, &Toggles::changed, this, &LiveDock::refreshTiles);
+}
+
+// --- What a hand does -----------------------------------------------------------------------------------------------
+
+void LiveDock::connectTiles() {
   connect(view_, &DockView::tileActivated, this, [this](const QUuid& widget) {
     store_.activeDisplay = display_;
-    if (actions_.openTile) actions_.openTile(widget);
+    ask(actions_.openTile, widget, view_->tileRect(widget).toAlignedRect());
   });
   connect(view_, &DockView::tilePartActivated, this, [this](const QUuid&, int part) {
     const auto toggle = static_cast<Toggle>(part);
     toggles_.set(toggle, !toggles_.state(toggle).on);
   });
-  connect(view_, &DockView::applicationActivated, this, [this](quint64 application) {
-    if (actions_.bringApplication) actions_.bringApplication(application);
+  connect(view_, &DockView::addWidgetsRequested, this, [this] {
+    store_.activeDisplay = display_;
+    ask(actions_.addWidgets);
+  });
+  connect(view_, &DockView::contextMenuRequested, this, [this](const QUuid& widget, const QRect& beside) {
+    store_.activeDisplay = display_;
+    widget.isNull() ? ask(actions_.dockMenu, beside) : ask(actions_.tileMenu, widget, beside);
+  });
+  connect(view_, &DockView::focusLeft, this, [this] { ask(actions_.giveBackKeyboard); });
+}
+
+void LiveDock::connectApplications() {
+  connect(view_, &DockView::applicationActivated, this,
+          [this](quint64 application) { ask(actions_.bringApplication, application); });
+  connect(view_, &DockView::applicationMenuRequested, this, [this](quint64 application, const QRect& beside) {
+    store_.activeDisplay = display_;
+    ask(actions_.applicationMenu, application, beside);
+  });
+  connect(view_, &DockView::newWindowRequested, this,
+          [this](const QUuid& widget, quint64 application) { ask(actions_.openNewWindow, widget, application); });
+  connect(view_, &DockView::cycleWindowsRequested, this,
+          [this](quint64 application, int direction) { ask(actions_.cycleWindows, application, direction); });
+  connect(view_, &DockView::itemsPlaced, this, [this] { ask(actions_.placeApplications, view_->applicationPlaces()); });
+}
+
+void LiveDock::connectHands() {
+  for (const auto signal : {&DockView::dragStarted, &DockView::dragMoved})
+    connect(view_, signal, this, [this] { store_.holdRunningApps(); });
+  connect(view_, &DockView::reorderRequested, this, [this](qsizetype from, qsizetype to) {
+    store_.activeDisplay = display_;
+    store_.moveDisplayed(from, to);
+  });
+  connect(view_, &DockView::filesDropped, this, [this](DockFileDrop drop) {
+    drop.display = display_;
+    store_.activeDisplay = display_;
+    ask(actions_.dropFiles, drop);
+  });
+  connect(view_, &DockView::widgetTextDropped, this, [this](const QString& text, qsizetype index) {
+    store_.activeDisplay = display_;
+    ask(actions_.dropWidget, text, index);
   });
   connect(view_, &DockView::tabActivated, this, [this](qsizetype tab) {
     const auto& profiles = store_.config().profiles;
     if (tab >= 0 && tab < profiles.size()) store_.selectProfile(profiles[tab].id, display_);
   });
-  connect(view_, &DockView::addWidgetsRequested, this, [this] {
-    store_.activeDisplay = display_;
-    if (actions_.addWidgets) actions_.addWidgets();
-  });
-  connect(view_, &DockView::contextMenuRequested, this, [this](const QUuid& widget, const QPoint& position) {
-    store_.activeDisplay = display_;
-    if (actions_.tileMenu) actions_.tileMenu(widget, position);
-  });
-  connect(view_, &DockView::applicationMenuRequested, this, [this](quint64 application, const QPoint& position) {
-    if (actions_.applicationMenu) actions_.applicationMenu(application, position);
-  });
+  connect(view_, &DockView::moveRequested, this, [this](const QPoint& delta) { ask(actions_.moveDock, delta); });
+  connect(view_, &DockView::moveFinished, this, [this] { ask(actions_.dockMoved); });
 }
 
 }  // namespace tarnwick

@@ -2,7 +2,9 @@
 
 #include <QUuid>
 #include <functional>
+#include <optional>
 
+#include "apps/ports/LauncherHints.h"
 #include "desktop/Toggles.h"
 #include "dock/DockContent.h"
 #include "store/AppStore.h"
@@ -10,13 +12,43 @@
 
 namespace tarnwick {
 
-/// What a dock's clicks lead to. A function left empty does nothing.
+/// What a dock's clicks lead to, and what it asks of others. A function left empty does nothing and answers nothing.
+/// Rectangles are places in the dock's window, for panels and menus to stand beside.
 struct DockActions {
-  std::function<void(const QUuid& widget)> openTile;
-  std::function<void(quint64 application)> bringApplication;
-  std::function<void(const QUuid& widget, const QPoint& position)> tileMenu;
-  std::function<void(quint64 application, const QPoint& position)> applicationMenu;
+  std::function<void(const QUuid& widget, const QRect& tile)> openTile;
+  std::function<void(const QUuid& widget, const QRect& beside)> tileMenu;
+  std::function<void(const QRect& beside)> dockMenu;
   std::function<void()> addWidgets;
+
+  /// A click on a running application: brings it to the front, or minimises the one that is in front.
+  std::function<void(quint64 application)> bringApplication;
+  std::function<void(quint64 application, const QRect& beside)> applicationMenu;
+  /// A middle click. A null widget means the running application.
+  std::function<void(const QUuid& widget, quint64 application)> openNewWindow;
+  /// 1 for the next window of the application, -1 for the one before.
+  std::function<void(quint64 application, int direction)> cycleWindows;
+  /// Where running applications are shown, whenever that changed: windows seem to go there when they are minimised.
+  std::function<void(const QHash<quint64, QRectF>& places)> placeApplications;
+
+  std::function<void(const DockFileDrop& drop)> dropFiles;
+  /// A widget that travels as text; `index` among the displayed widgets.
+  std::function<void(const QString& text, qsizetype index)> dropWidget;
+  /// Whether a widget's panel or editor is open, during which a drag switches no profile.
+  std::function<bool()> panelIsOpen;
+  /// Moves the floating dock by so much; `dockMoved` follows when the hand lets go.
+  std::function<void(const QPoint& delta)> moveDock;
+  std::function<void()> dockMoved;
+  /// The keyboard goes back to where it was.
+  std::function<void()> giveBackKeyboard;
+
+  /// What a desktop entry says, for tiles of applications. Absent until it is known.
+  std::function<std::optional<ApplicationFacts>(const QString& path)> applicationAt;
+  /// What an application wants to be seen on its tile.
+  std::function<LauncherHint(const QString& desktopId)> hintOf;
+  /// Whether the application of a desktop entry was started a moment ago and has no window yet.
+  std::function<bool(const QString& path)> isStarting;
+  std::function<std::optional<qint64>()> trashItems;
+  std::function<bool()> reducesMotion;
 };
 
 /// The dock of one display, kept true to the store: its row follows the settings and the running applications, its
@@ -34,14 +66,23 @@ class LiveDock final : public DockContent {
 
   DockView& view() { return *view_; }
 
+  /// Takes everything anew: the settings, the applications, and the answers of the actions. To be called when one of
+  /// those answers changed; what the store holds is followed by itself.
+  void rebuildRow();
+  /// What the tiles show at this moment.
+  TileSources sources() const;
+
  protected:
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  void rebuildRow();
   void refreshTiles();
-  void connectActions();
-  TileSources sources() const;
+  void connectStore();
+  void connectTiles();
+  void connectApplications();
+  void connectHands();
+  QList<DockApp> runningApps() const;
+  QHash<QString, ApplicationFacts> pinnedApplications() const;
 
   AppStore& store_;
   Toggles& toggles_;

@@ -24,6 +24,7 @@ constexpr int kSymbol = static_cast<int>(theme::kSymbolSize);
 constexpr int kSymbolGap = 10;
 constexpr int kButtonGap = 8;
 constexpr int kButtonInset = 8;
+constexpr double kActionPadding = 12;
 constexpr double kCrossSize = 12;
 
 /// The message in lines; a word that is wider than the bubble is broken.
@@ -48,7 +49,9 @@ struct WrappedText {
 }  // namespace
 
 MessageBubble::MessageBubble(QWidget* parent)
-    : QWidget(parent), palette_(Palette::make(DockStyle::DarkGlass, Backdrop::Plain, false)) {
+    : QWidget(parent),
+      symbol_(u"exclamationmark.circle"_s),
+      palette_(Palette::make(DockStyle::DarkGlass, Backdrop::Plain, false)) {
   setAttribute(Qt::WA_TranslucentBackground);
   setMouseTracking(true);
   setFocusPolicy(Qt::TabFocus);
@@ -62,6 +65,18 @@ void MessageBubble::setMessage(const QString& message) {
   update();
 }
 
+void MessageBubble::setSign(const QString& symbol, Accent accent) {
+  symbol_ = symbol;
+  accent_ = accent;
+  update();
+}
+
+void MessageBubble::setAction(const QString& word) {
+  action_ = word;
+  updateGeometry();
+  update();
+}
+
 void MessageBubble::setLook(DockStyle style, Backdrop backdrop) {
   palette_ = Palette::make(style, backdrop, false);
   // The bubble is a panel, and panels have grounds of their own that the scheme's text is meant for.
@@ -71,10 +86,15 @@ void MessageBubble::setLook(DockStyle style, Backdrop backdrop) {
   update();
 }
 
+double MessageBubble::actionWidth() const {
+  return action_.isEmpty() ? 0 : std::ceil(TextLine(action_, TextStyle::Body).width() + kActionPadding * 2);
+}
+
 QSize MessageBubble::bubbleSize() const {
   const QSizeF text = WrappedText(message_).size;
   const int textWidth = static_cast<int>(std::ceil(text.width()));
-  const int width = kPadding + kSymbol + kSymbolGap + textWidth + kButtonGap + kButton + kButtonInset;
+  const int action = action_.isEmpty() ? 0 : static_cast<int>(actionWidth()) + kButtonGap;
+  const int width = kPadding + kSymbol + kSymbolGap + textWidth + kButtonGap + action + kButton + kButtonInset;
   return {width, std::max(static_cast<int>(std::ceil(text.height())) + kPadding * 2, kButton + kButtonInset * 2)};
 }
 
@@ -82,9 +102,18 @@ QMargins MessageBubble::margins() const { return Glass::margins(palette_.panel, 
 
 QRect MessageBubble::bubbleRect() const { return rect().marginsRemoved(margins()); }
 
-QRectF MessageBubble::buttonRect() const {
+QRectF MessageBubble::rectOf(Button button) const {
   const QRect bubble = bubbleRect();
-  return QRectF(bubble.right() + 1 - kButtonInset - kButton, bubble.top() + kButtonInset, kButton, kButton);
+  const QRectF cross(bubble.right() + 1 - kButtonInset - kButton, bubble.top() + kButtonInset, kButton, kButton);
+  if (button == Button::Cross) return cross;
+  if (button == Button::None || action_.isEmpty()) return {};
+  return QRectF(cross.left() - kButtonGap - actionWidth(), cross.top(), actionWidth(), kButton);
+}
+
+MessageBubble::Button MessageBubble::buttonAt(QPointF point) const {
+  for (const Button button : {Button::Action, Button::Cross})
+    if (rectOf(button).contains(point)) return button;
+  return Button::None;
 }
 
 QRegion MessageBubble::outlineRegion() const { return Glass::outline(bubbleRect(), theme::kBubbleCorner); }
@@ -94,53 +123,68 @@ void MessageBubble::paintEvent(QPaintEvent*) {
   painter.setRenderHint(QPainter::Antialiasing);
   const QRect bubble = bubbleRect();
   glass_.paint(painter, bubble, palette_.panel, theme::kBubbleCorner, 1);
-  const QRectF button = buttonRect();
-  const QRectF symbol(bubble.left() + kPadding, button.center().y() - kSymbol / 2.0, kSymbol, kSymbol);
-  Symbols::draw(painter, u"exclamationmark.circle"_s, symbol, palette_.accent(Accent::Orange));
+  const double middle = rectOf(Button::Cross).center().y();
+  const QRectF symbol(bubble.left() + kPadding, middle - kSymbol / 2.0, kSymbol, kSymbol);
+  Symbols::draw(painter, symbol_, symbol, palette_.accent(accent_));
 
   const WrappedText text(message_);
   const double textTop = std::round(bubble.top() + (bubble.height() - text.size.height()) / 2);
   painter.setPen(palette_.primary);
   text.layout.draw(&painter, QPointF(bubble.left() + kPadding + kSymbol + kSymbolGap, textTop));
-
-  if (pressed_ || hovered_)
-    drawRounded(painter, button, theme::kButtonCorner, pressed_ ? palette_.buttonPressed : palette_.buttonHover);
-  if (hasFocus())
-    drawInnerLine(painter, button, theme::kButtonCorner, theme::kFocusWidth, palette_.accent(Accent::Blue));
-  const QPointF middle = button.center();
-  Symbols::draw(painter, u"xmark"_s,
-                QRectF(middle.x() - kCrossSize / 2, middle.y() - kCrossSize / 2, kCrossSize, kCrossSize),
-                palette_.secondary);
+  if (!action_.isEmpty()) paintButton(painter, Button::Action);
+  paintButton(painter, Button::Cross);
 }
 
-void MessageBubble::setButton(bool hovered, bool pressed) {
+void MessageBubble::paintButton(QPainter& painter, Button button) const {
+  const QRectF place = rectOf(button);
+  QColor ground = button == Button::Action ? palette_.button : QColor();
+  if (hovered_ == button) ground = palette_.buttonHover;
+  if (pressed_ == button) ground = palette_.buttonPressed;
+  if (ground.isValid()) drawRounded(painter, place, theme::kButtonCorner, ground);
+  if (hasFocus() && button == first())
+    drawInnerLine(painter, place, theme::kButtonCorner, theme::kFocusWidth, palette_.accent(Accent::Blue));
+  if (button == Button::Action) {
+    const TextLine word(action_, TextStyle::Body);
+    word.drawCentred(painter, {place.center().x(), place.center().y() + word.capHeight() / 2}, palette_.primary);
+    return;
+  }
+  const QPointF corner = place.center() - QPointF(kCrossSize, kCrossSize) / 2;
+  Symbols::draw(painter, u"xmark"_s, QRectF(corner, QSizeF(kCrossSize, kCrossSize)), palette_.secondary);
+}
+
+void MessageBubble::setButtons(Button hovered, Button pressed) {
   if (hovered == hovered_ && pressed == pressed_) return;
   hovered_ = hovered;
   pressed_ = pressed;
-  update(buttonRect().toAlignedRect());
+  for (const Button button : {Button::Action, Button::Cross}) update(rectOf(button).toAlignedRect());
 }
 
-void MessageBubble::mouseMoveEvent(QMouseEvent* event) {
-  setButton(buttonRect().contains(event->position()), pressed_);
-}
+void MessageBubble::mouseMoveEvent(QMouseEvent* event) { setButtons(buttonAt(event->position()), pressed_); }
 
 void MessageBubble::mousePressEvent(QMouseEvent* event) {
-  setButton(hovered_, event->button() == Qt::LeftButton && buttonRect().contains(event->position()));
+  setButtons(hovered_, event->button() == Qt::LeftButton ? buttonAt(event->position()) : Button::None);
 }
 
 void MessageBubble::mouseReleaseEvent(QMouseEvent* event) {
-  const bool meant = pressed_ && buttonRect().contains(event->position());
-  setButton(hovered_, false);
-  if (meant) Q_EMIT dismissed();
+  const Button meant = pressed_ == buttonAt(event->position()) ? pressed_ : Button::None;
+  setButtons(hovered_, Button::None);
+  if (meant == Button::Action) Q_EMIT actionRequested();
+  if (meant == Button::Cross) Q_EMIT dismissed();
 }
 
-void MessageBubble::leaveEvent(QEvent*) { setButton(false, false); }
+void MessageBubble::leaveEvent(QEvent*) { setButtons(Button::None, Button::None); }
 
 void MessageBubble::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Space:
+      if (first() == Button::Action) {
+        Q_EMIT actionRequested();
+        return;
+      }
+      Q_EMIT dismissed();
+      return;
     case Qt::Key_Escape:
       Q_EMIT dismissed();
       return;

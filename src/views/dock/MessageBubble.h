@@ -9,8 +9,8 @@
 
 namespace tarnwick {
 
-/// The quiet bubble above the dock that says what went wrong until it is dismissed. It fills a window that is as large
-/// as bubbleSize() grown by margins().
+/// The quiet bubble above the dock that says something until it is dismissed; it may offer one thing to do about it. It
+/// fills a window that is as large as bubbleSize() grown by margins().
 class MessageBubble : public QWidget {
   Q_OBJECT
  public:
@@ -18,6 +18,10 @@ class MessageBubble : public QWidget {
 
   void setMessage(const QString& message);
   const QString& message() const { return message_; }
+  /// The symbol before the message, and its colour.
+  void setSign(const QString& symbol, Accent accent);
+  /// The word on the button behind the message; empty for no button.
+  void setAction(const QString& word);
   /// The dock's look; the bubble follows it.
   void setLook(DockStyle style, Backdrop backdrop);
 
@@ -31,6 +35,7 @@ class MessageBubble : public QWidget {
 
  Q_SIGNALS:
   void dismissed();
+  void actionRequested();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -41,15 +46,25 @@ class MessageBubble : public QWidget {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  enum class Button { None, Action, Cross };
+
   QRect bubbleRect() const;
-  QRectF buttonRect() const;
-  void setButton(bool hovered, bool pressed);
+  QRectF rectOf(Button button) const;
+  Button buttonAt(QPointF point) const;
+  double actionWidth() const;
+  void setButtons(Button hovered, Button pressed);
+  void paintButton(QPainter& painter, Button button) const;
+  /// What Return means: the action where there is one.
+  Button first() const { return action_.isEmpty() ? Button::Cross : Button::Action; }
 
   QString message_;
+  QString symbol_;
+  Accent accent_ = Accent::Orange;
+  QString action_;
   Palette palette_;
   Glass glass_;
-  bool hovered_ = false;
-  bool pressed_ = false;
+  Button hovered_ = Button::None;
+  Button pressed_ = Button::None;
 };
 
 }  // namespace tarnwick

@@ -102,9 +102,11 @@ void placeTabs(RowLayout& layout, const DockRow& row, const Grid& grid) {
     widths.append(TextLine(tab, TextStyle::TabLabel, row.scale).width() + theme::kTabPadding * 2);
     total += widths.last();
   }
+  // They stand still while the glass grows out to them.
+  const double grown = theme::kDockHeightWithTabs * row.scale;
   const double top = row.edge == Edge::Bottom
-                         ? layout.glass.top() + theme::kTabTop * row.scale
-                         : layout.glass.bottom() - (theme::kTabTop + theme::kTabHeight) * row.scale;
+                         ? layout.glass.bottom() - grown + theme::kTabTop * row.scale
+                         : layout.glass.top() + grown - (theme::kTabTop + theme::kTabHeight) * row.scale;
   double x = layout.glass.center().x() - total * row.scale / 2;
   for (const double width : widths) {
     layout.tabs.append(grid(x, top, x + width * row.scale, top + theme::kTabHeight * row.scale));
@@ -113,9 +115,8 @@ void placeTabs(RowLayout& layout, const DockRow& row, const Grid& grid) {
 }
 
 /// The glass hugs the row; a slot that keeps room for tabs leaves it free, on the inner side, until they show.
-QRectF glassOf(const DockRow& row, const QRectF& slot, double width, const Grid& grid) {
-  const bool tabs = row.tabsShown && row.keepsRoomForTabs();
-  const double height = (tabs ? theme::kDockHeightWithTabs : theme::kDockHeight) * row.scale;
+QRectF glassOf(const DockRow& row, const QRectF& slot, double width, double tabs, const Grid& grid) {
+  const double height = (theme::kDockHeight + theme::kTabRowHeight * tabs) * row.scale;
   const double left = slot.center().x() - width / 2;
   const double top = row.edge == Edge::Bottom ? slot.bottom() - height : slot.top();
   return grid(left, top, left + width, top + height);
@@ -151,23 +152,24 @@ double RowLayout::idealWidth(const DockRow& row) {
   return std::max(widthOf(blocks, row.spacing) + theme::kInset * 2, theme::kDockLeastWidth);
 }
 
-RowLayout RowLayout::of(const DockRow& row, const QRectF& slot, double ratio, double scroll) {
+RowLayout RowLayout::of(const DockRow& row, const QRectF& slot, double ratio, const RowPose& pose) {
   const Grid grid{ratio};
   const double scale = row.scale;
   const double ideal = idealWidth(row) * scale;
   RowLayout layout;
-  layout.glass = glassOf(row, slot, std::min(ideal, slot.width()), grid);
+  const double tabs = row.keepsRoomForTabs() ? pose.tabs : 0;
+  layout.glass = glassOf(row, slot, std::min(ideal, slot.width()), tabs, grid);
   layout.overflow = std::max(0.0, ideal - slot.width());
-  if (row.tabsShown && row.keepsRoomForTabs()) placeTabs(layout, row, grid);
+  if (tabs > 0) placeTabs(layout, row, grid);
 
   const QList<Block> blocks = blocksOf(row);
   const double rowWidth = widthOf(blocks, row.spacing) * scale;
   const double free = layout.glass.width() - rowWidth;
   double x = layout.overflow > 0
-                 ? layout.glass.left() + theme::kInset * scale - std::clamp(scroll, 0.0, layout.overflow)
+                 ? layout.glass.left() + theme::kInset * scale - std::clamp(pose.scroll, 0.0, layout.overflow)
                  : layout.glass.left() + free / 2;
-  const bool tabsAbove = !layout.tabs.isEmpty() && row.edge == Edge::Bottom;
-  const double top = layout.glass.top() + (theme::kInset + (tabsAbove ? theme::kTabRowHeight : 0)) * scale;
+  const double top = row.edge == Edge::Bottom ? layout.glass.bottom() - (theme::kInset + theme::kTileHeight) * scale
+                                              : layout.glass.top() + theme::kInset * scale;
   for (const Block& block : blocks) {
     for (const Stretch& stretch : block.stretches) {
       placeStretch(layout, stretch, x, top, scale, grid);
@@ -183,6 +185,31 @@ std::optional<qsizetype> RowLayout::itemAt(QPointF point) const {
   for (qsizetype i = 0; i < items.size(); ++i)
     if (items[i].rect.contains(point)) return i;
   return std::nullopt;
+}
+
+std::optional<qsizetype> RowLayout::tabAt(QPointF point) const {
+  for (qsizetype i = 0; i < tabs.size(); ++i)
+    if (tabs[i].contains(point)) return i;
+  return std::nullopt;
+}
+
+qsizetype RowLayout::itemOf(RowItem::Kind kind, qsizetype index) const {
+  const auto found =
+      std::ranges::find_if(items, [&](const RowItem& item) { return item.kind == kind && item.index == index; });
+  return found == items.end() ? -1 : found - items.begin();
+}
+
+qsizetype RowLayout::widgetsBefore(double x) const {
+  return std::ranges::count_if(
+      items, [x](const RowItem& item) { return item.kind == RowItem::Kind::Widget && item.rect.center().x() < x; });
+}
+
+double RowLayout::insertionX(qsizetype index, double spacing) const {
+  if (const qsizetype next = itemOf(RowItem::Kind::Widget, index); next >= 0)
+    return items[next].rect.left() - spacing / 2;
+  if (const qsizetype last = itemOf(RowItem::Kind::Widget, index - 1); last >= 0)
+    return items[last].rect.right() + spacing / 2;
+  return items.isEmpty() ? glass.center().x() : items.first().rect.left();
 }
 
 }  // namespace tarnwick

@@ -19,6 +19,12 @@ struct RowItem {
   bool operator==(const RowItem&) const = default;
 };
 
+/// What moves a row in its glass without changing what is in it.
+struct RowPose {
+  double scroll = 0;  ///< Of a row that is wider than its glass.
+  double tabs = 0;    ///< How far the tabs have come out, from 0 to 1.
+};
+
 /// Where everything of a dock stands, in the units of its window. All edges lie on whole device pixels.
 struct RowLayout {
   QRectF glass;
@@ -29,11 +35,18 @@ struct RowLayout {
 
   /// The width at scale 1 that the glass takes when nothing limits it, never below the dock's least.
   static double idealWidth(const DockRow& row);
-  /// Lays the row out in the middle of `slot`. `ratio` is device pixels per unit; `scroll` moves a row that overflows.
-  static RowLayout of(const DockRow& row, const QRectF& slot, double ratio, double scroll = 0);
+  /// Lays the row out in the middle of `slot`. `ratio` is device pixels per unit.
+  static RowLayout of(const DockRow& row, const QRectF& slot, double ratio, const RowPose& pose = {});
 
   /// The item at a point, if any.
   std::optional<qsizetype> itemAt(QPointF point) const;
+  std::optional<qsizetype> tabAt(QPointF point) const;
+  /// The item of a widget or a running application; -1 for none.
+  qsizetype itemOf(RowItem::Kind kind, qsizetype index) const;
+  /// The number of widgets whose middle lies left of `x`: where something dropped there goes.
+  qsizetype widgetsBefore(double x) const;
+  /// Where the line is drawn that says so: the middle of the gap before the widget of that index.
+  double insertionX(qsizetype index, double spacing) const;
 };
 
 }  // namespace tarnwick

@@ -193,6 +193,17 @@ void drawInnerLine(QPainter& painter, const QRectF& rect, double corner, double 
   inBands(painter, rect, [&] { painter.drawRoundedRect(line, corner - half, corner - half); });
 }
 
+void drawDashed(QPainter& painter, const QRectF& rect, double corner, const QColor& color) {
+  const double width = hairline(painter);
+  QPen pen(color, width);
+  pen.setDashPattern({4, 3});
+  if (const double unit = 1 / width; unit > 1) pen.setDashPattern({4 * unit, 3 * unit});
+  painter.setPen(pen);
+  painter.setBrush(Qt::NoBrush);
+  const double half = width / 2;
+  painter.drawRoundedRect(rect.adjusted(half, half, -half, -half), corner - half, corner - half);
+}
+
 double hairline(const QPainter& painter) {
   const double unit = std::hypot(painter.deviceTransform().m11(), painter.deviceTransform().m12());
   return unit > 0 ? 1 / unit : 1;

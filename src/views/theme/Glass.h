@@ -45,6 +45,8 @@ class Glass {
 void drawRounded(QPainter& painter, const QRectF& rect, double corner, const QColor& fill);
 /// A line just inside the edge of a rounded rectangle.
 void drawInnerLine(QPainter& painter, const QRectF& rect, double corner, double width, const QColor& color);
+/// A dashed line of one device pixel just inside the edge.
+void drawDashed(QPainter& painter, const QRectF& rect, double corner, const QColor& color);
 /// The width of a line of one device pixel, in the painter's units.
 double hairline(const QPainter& painter);
 

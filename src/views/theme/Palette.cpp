@@ -116,6 +116,19 @@ PictureColors picturesOf(bool light, bool monochrome) {
   pictures.faceInk = tone(0x12151C);
   pictures.faceTick = tone(0x12151C, 45);
   pictures.faceSecond = monochrome ? pictures.faceInk : tone(0xE8552D);
+  pictures.folderBack = tone(monochrome ? 0x7C828C : 0x466BAD);
+  pictures.folderFront = tone(monochrome ? 0xA9AEB7 : 0x5B97FF);
+  pictures.folderEdge = white(40);
+  pictures.folderGlyph = white(100);
+  pictures.paper = tone(0xEEF1F6);
+  pictures.paperBehind = tone(0xC7CCDB);
+  pictures.paperInk = tone(0x12151C, 28);
+  pictures.tray = tone(0x5F6B7D);
+  pictures.trayEdge = tone(0x8A98AE);
+  pictures.plateTop = tone(monochrome ? 0x7C828C : 0x6E8FBB);
+  pictures.plateBottom = tone(monochrome ? 0x565C66 : 0x46638F);
+  pictures.plateRim = white(16);
+  pictures.plateInk = white(100);
   return pictures;
 }
 

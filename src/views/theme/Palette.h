@@ -34,11 +34,15 @@ struct GlassColors {
   bool operator==(const GlassColors&) const = default;
 };
 
-/// The colours of weather pictures and clock faces, which are pictures and keep their own.
+/// The colours of weather, clock faces, folders and papers, which are pictures and keep their own.
 struct PictureColors {
   QColor sunTop, sunBottom, sunRay;
   QColor cloudTop, cloudBottom;
   QColor face, faceRim, faceInk, faceTick, faceSecond;
+  QColor folderBack, folderFront, folderEdge, folderGlyph;
+  QColor paper, paperBehind, paperInk;
+  QColor tray, trayEdge;
+  QColor plateTop, plateBottom, plateRim, plateInk;  ///< Stands in for an icon that is missing.
 
   bool operator==(const PictureColors&) const = default;
 };

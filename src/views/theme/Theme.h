@@ -59,6 +59,24 @@ inline constexpr double kDisabledOpacity = 0.38;
 inline constexpr double kUnconnectedOpacity = 0.45;
 inline constexpr int kFadeMilliseconds = 120;
 
+// Motion.
+inline constexpr int kPulseMilliseconds = 400;  ///< One beat of an application that starts.
+inline constexpr double kPulseOpacity = 0.5;
+inline constexpr int kMostPulses = 25;
+inline constexpr double kTabsDelay = 0.15;    ///< Seconds of hover.
+inline constexpr double kSlideTravel = 160;   ///< How far the rows of two profiles move past each other.
+inline constexpr double kSwipeFollows = 0.5;  ///< How much of a sideways drag the row goes along.
+
+// The ends of a row that goes on beyond its glass.
+inline constexpr double kEndFade = 24;
+inline constexpr double kEdgeZone = 28;   ///< Where holding something scrolls.
+inline constexpr double kEdgeScroll = 8;  ///< A frame.
+
+// Things that are held over the row.
+inline constexpr double kInsertionWidth = 3;
+inline constexpr double kInsertionHeight = 52;
+inline constexpr double kDragAway = 64;  ///< Beyond the glass, letting go of a tile changes nothing.
+
 // A bubble above the dock.
 inline constexpr double kBubbleCorner = 14;
 inline constexpr double kBubblePadding = 12;

@@ -114,7 +114,13 @@ void paint(TileCanvas& canvas, const SeparatorContent&) {
 
 SpaceContent makeSpace(const TileRequest&) { return {}; }
 TileText describe(const SpaceContent&, const QString& name) { return {name, {}}; }
-void paint(TileCanvas&, const SpaceContent&) {}
+
+void paint(TileCanvas& canvas, const SpaceContent&) {
+  if (!canvas.isEditing()) return;
+  QPainter& painter = canvas.painter();
+  drawDashed(painter, canvas.snapped(QRectF(0, 0, canvas.width(), theme::kTileHeight)), theme::kTileCorner,
+             canvas.colors().gapOutline);
+}
 
 GenericContent makeGeneric(const TileRequest& request) {
   const WidgetDefinition& definition = request.definition;

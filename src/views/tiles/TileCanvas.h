@@ -7,6 +7,7 @@
 #include "views/theme/Symbols.h"
 #include "views/theme/Theme.h"
 #include "views/theme/Typography.h"
+#include "views/tiles/TilePainter.h"
 #include "views/tiles/TileStyle.h"
 
 namespace tarnwick {
@@ -22,7 +23,14 @@ class TileCanvas {
   double width() const { return width_; }
   double scale() const { return style_.scale; }
   /// Whether the tile is drawn at its own size, so that pictures of its parts are worth keeping.
-  bool isStill() const { return style_.magnification == 1 && style_.state != TileState::Pressed; }
+  bool isStill() const { return factor() == 1; }
+  /// How much larger than its own size the tile is drawn.
+  double factor() const { return tileFactor(style_); }
+  bool isEditing() const { return style_.editing; }
+  double iconOpacity() const { return style_.iconOpacity; }
+  QPixmap icon(const QString& name, int size, double ratio) const {
+    return style_.icons && *style_.icons ? (*style_.icons)(name, size, ratio) : QPixmap();
+  }
   const Palette& colors() const { return style_.palette; }
   /// The tile's one accent.
   QColor accent() const { return style_.palette.accent(style_.accent); }

@@ -1,5 +1,6 @@
 #include "views/tiles/TileContent.h"
 
+#include <QCoreApplication>
 #include <QLatin1StringView>
 #include <algorithm>
 #include <array>
@@ -20,6 +21,15 @@ TileContent made(const TileRequest& request) {
   return Make(request);
 }
 
+/// A launcher that was given no application yet has only its name to show.
+TileContent launcher(const TileRequest& request) {
+  if (!request.widget.options.value(QStringLiteral("path")).isEmpty()) return makeLauncher(request);
+  GenericContent content = makeGeneric(request);
+  content.word = QCoreApplication::translate("Tiles", "Choose app");
+  content.opensEditor = true;
+  return content;
+}
+
 /// Which widgets have a painter of their own.
 constexpr std::array kContentRows = {
     ContentRow{"applications"_L1, made<makeApplications>},
@@ -30,6 +40,12 @@ constexpr std::array kContentRows = {
     ContentRow{"ram"_L1, made<makeMemoryGauge>},
     ContentRow{"storage"_L1, made<makeStorageGauge>},
     ContentRow{"systemQuickToggles"_L1, made<makeToggles>},
+    ContentRow{"appLauncher"_L1, launcher},
+    ContentRow{"appFolder"_L1, made<makeAppFolder>},
+    ContentRow{"folderLauncher"_L1, made<makeFolder>},
+    ContentRow{"downloads"_L1, made<makeDownloads>},
+    ContentRow{"trash"_L1, made<makeTrash>},
+    ContentRow{"fileShelf"_L1, made<makeShelf>},
     ContentRow{"dockSeparator"_L1, made<makeSeparator>},
     ContentRow{"dockSpace"_L1, made<makeSpace>},
 };

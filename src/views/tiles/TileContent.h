@@ -4,7 +4,9 @@
 #include <variant>
 
 #include "views/theme/Palette.h"
+#include "views/tiles/AppTiles.h"
 #include "views/tiles/ClockTiles.h"
+#include "views/tiles/FileTiles.h"
 #include "views/tiles/GaugeTiles.h"
 #include "views/tiles/PlainTiles.h"
 #include "views/tiles/TileText.h"
@@ -19,7 +21,8 @@ namespace tarnwick {
 /// A new family of tiles is one struct with the functions `describe` and `paint` in a file of its own, its name in this
 /// list, and one row in TileContent.cpp that says which widgets it serves.
 using TileContent = std::variant<GenericContent, ApplicationsContent, TimeDateContent, AnalogClockContent,
-                                 CurrentWeatherContent, GaugeContent, TogglesContent, SeparatorContent, SpaceContent>;
+                                 CurrentWeatherContent, GaugeContent, TogglesContent, SeparatorContent, SpaceContent,
+                                 LauncherContent, AppFolderContent, FolderContent, TrashContent, ShelfContent>;
 
 /// The content of `widget` at one moment. Never fails: a kind without a painter of its own gets the generic tile.
 TileContent makeTileContent(const DockWidget& widget, const WidgetDefinition& definition, const TileSources& sources);

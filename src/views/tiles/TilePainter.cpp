@@ -43,12 +43,14 @@ void paintDragShadow(QPainter& painter, const QRectF& rect, double corner, doubl
 
 void paintGround(QPainter& painter, const QRectF& rect, const TileStyle& style) {
   const double corner = theme::kTileCorner * style.scale;
-  if (style.state == TileState::Dragged) paintDragShadow(painter, rect, corner, style.scale, style.palette.dragShadow);
+  if (style.state == TileState::Dragged)
+    paintDragShadow(painter, rect, corner, style.scale, faded(style.palette.dragShadow, style.lift));
   if (const QColor ground = groundOf(style); ground.isValid()) {
     drawRounded(painter, rect, corner, ground);
     drawInnerLine(painter, rect, corner, hairline(painter), style.palette.tileEdge);
   }
-  if (style.focused) {
+  if (style.takesDrop) drawRounded(painter, rect, corner, style.palette.selection);
+  if (style.focused || style.takesDrop) {
     const double width = std::max(1.0, std::round(theme::kFocusWidth * style.scale));
     drawInnerLine(painter, rect, corner, width, style.palette.accent(Accent::Blue));
   }
@@ -59,11 +61,11 @@ void paintOpenBar(TileCanvas& canvas) {
   drawRounded(canvas.painter(), bar, kOpenBarHeight / 2, canvas.accent());
 }
 
-double factorOf(const TileStyle& style) {
+}  // namespace
+
+double tileFactor(const TileStyle& style) {
   return style.magnification * (style.state == TileState::Pressed ? theme::kPressedScale : 1);
 }
-
-}  // namespace
 
 void magnify(QPainter& painter, const QRectF& rect, double factor) {
   if (factor == 1) return;
@@ -75,9 +77,10 @@ void magnify(QPainter& painter, const QRectF& rect, double factor) {
 void paintTile(QPainter& painter, const QRectF& rect, const TileContent& content, const TileStyle& style) {
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
-  if (style.state == TileState::Dragged) painter.translate(0, -theme::kDraggedLift * style.scale);
-  magnify(painter, rect, factorOf(style));
-  if (isSolid(content) || style.focused) paintGround(painter, rect, style);
+  if (style.state == TileState::Dragged)
+    painter.translate(0, -std::round(theme::kDraggedLift * style.scale * style.lift));
+  magnify(painter, rect, tileFactor(style));
+  if (isSolid(content) || style.focused || style.state == TileState::Dragged) paintGround(painter, rect, style);
   painter.translate(rect.topLeft());
   painter.scale(style.scale, style.scale);
   TileCanvas canvas(painter, rect.width() / style.scale, style);
@@ -87,7 +90,7 @@ void paintTile(QPainter& painter, const QRectF& rect, const TileContent& content
 }
 
 QRectF tilePaintBounds(const QRectF& rect, const TileStyle& style) {
-  const double factor = std::max(1.0, factorOf(style));
+  const double factor = std::max(1.0, tileFactor(style));
   const double sideways = rect.width() * (factor - 1) / 2;
   const double upwards = rect.height() * (factor - 1) / 2;
   QRectF bounds = rect.adjusted(-sideways, -upwards, sideways, upwards);

@@ -15,6 +15,9 @@ void paintTile(QPainter& painter, const QRectF& rect, const TileContent& content
 /// Everything that paintTile may touch.
 QRectF tilePaintBounds(const QRectF& rect, const TileStyle& style);
 
+/// How much larger than its own size a tile in this style is drawn.
+double tileFactor(const TileStyle& style);
+
 /// Moves the painter so that what is drawn in `rect` is drawn `factor` as large around its centre.
 void magnify(QPainter& painter, const QRectF& rect, double factor);
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDateTime>
+#include <QHash>
 #include <QList>
 #include <QLocale>
 #include <QMap>
@@ -10,6 +11,7 @@
 #include "desktop/Toggles.h"
 #include "system/MetricsSnapshot.h"
 #include "views/theme/WeatherPictures.h"
+#include "views/tiles/AppMarks.h"
 
 namespace tarnwick {
 
@@ -33,6 +35,9 @@ struct TileSources {
   QList<double> memoryHistory;
   QList<double> networkHistory;  ///< Bytes per second.
   QMap<Toggle, ToggleState> toggles;
+  QHash<QString, ApplicationFacts> applications;  ///< By the path of the desktop entry, as widgets name them.
+  qint64 shelfItems = 0;
+  std::optional<qint64> trashItems;       ///< Absent until they were counted.
   std::optional<WeatherReading> weather;  ///< Absent while no place is connected.
 };
 

@@ -1,10 +1,18 @@
 #pragma once
 
+#include <QPixmap>
+#include <QString>
+#include <functional>
+
 #include "views/theme/Palette.h"
 
 namespace tarnwick {
 
 enum class TileState { Rest, Hover, Pressed, PanelOpen, Dragged };
+
+/// Gives the icon of an application, `size` units wide, for a screen with `ratio` device pixels per unit. Null where
+/// there is none.
+using TileIcons = std::function<QPixmap(const QString& icon, int size, double ratio)>;
 
 /// How a tile is painted, whatever it shows.
 struct TileStyle {
@@ -13,8 +21,13 @@ struct TileStyle {
   double scale = 1;          ///< Of the dock: how many units of the painter a unit of the tile takes.
   double magnification = 1;  ///< Of this drawing alone, around its centre.
   TileState state = TileState::Rest;
-  bool focused = false;  ///< By the keyboard.
-  bool filled = true;    ///< Whether the tile has a ground at rest.
+  bool focused = false;              ///< By the keyboard.
+  bool filled = true;                ///< Whether the tile has a ground at rest.
+  bool takesDrop = false;            ///< Something is held over the tile that it would take.
+  bool editing = false;              ///< The row is being rearranged, so that even empty room has an outline.
+  double lift = 1;                   ///< How far a dragged tile has left the row.
+  double iconOpacity = 1;            ///< Of application icons, for the pulse of one that starts.
+  const TileIcons* icons = nullptr;  ///< Borrowed for the length of a call.
 };
 
 }  // namespace tarnwick

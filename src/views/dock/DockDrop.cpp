@@ -1,0 +1,92 @@
+// Things of other programs, and widgets from the library, that are held over the dock and dropped on it.
+
+#include <QDragEnterEvent>
+#include <QDragLeaveEvent>
+#include <QDragMoveEvent>
+#include <QDropEvent>
+#include <QMimeData>
+
+#include "views/dock/DockView.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+void DockView::dragEnterEvent(QDragEnterEvent* event) {
+  if (!hold(event)) return;
+  Q_EMIT dragStarted();
+}
+
+void DockView::dragMoveEvent(QDragMoveEvent* event) {
+  if (hold(event)) Q_EMIT dragMoved();
+}
+
+void DockView::dragLeaveEvent(QDragLeaveEvent*) { clearDrop(); }
+
+void DockView::dropEvent(QDropEvent* event) {
+  if (!hold(event)) return;
+  const DropHover drop = *drop_;
+  const DockFileDrop files = fileDrop(*event);
+  clearDrop();
+  if (drop.widget)
+    Q_EMIT widgetTextDropped(event->mimeData()->text(), drop.index);
+  else
+    Q_EMIT filesDropped(files);
+}
+
+/// Takes what is held at the event's place, or refuses it.
+bool DockView::hold(QDropEvent* event) {
+  const QMimeData& mime = *event->mimeData();
+  const bool widget = DropRules::carriesWidget(mime);
+  if ((!widget && !DropRules::carriesFiles(mime)) || !layout_.glass.contains(event->position())) {
+    clearDrop();
+    event->ignore();
+    return false;
+  }
+  const qsizetype before = drop_ ? drop_->item : -1;
+  DropHover hover = drop_.value_or(DropHover{});
+  hover.pointer = event->position();
+  hover.widget = widget;
+  hover.item = -1;
+  hover.taker = DropRules::Taker::None;
+  hover.index = layout_.widgetsBefore(event->position().x());
+  const qsizetype under = layout_.itemAt(event->position()).value_or(-1);
+  const DockWidget* tile = widgetOf(under);
+  if (!widget && (tile || appOf(under))) {
+    hover.taker = tile ? DropRules::takerOf(*tile) : DropRules::Taker::Application;
+    if (hover.taker != DropRules::Taker::None) hover.item = under;
+  }
+  // The file system is asked when a folder is entered, not with every move.
+  if (hover.taker == DropRules::Taker::Folder && hover.item != before)
+    hover.sameFileSystem = DropRules::sameFileSystem(mime.urls(), tile->options.value(u"path"_s));
+  const bool first = !drop_;
+  drop_ = hover;
+  const Qt::DropAction action =
+      widget ? Qt::CopyAction
+             : DropRules::action(hover.taker, event->possibleActions(), event->modifiers(), hover.sameFileSystem);
+  event->setDropAction(action);
+  event->setAccepted(action != Qt::IgnoreAction);
+  if (first) setPointer(std::nullopt);
+  scrollAtEdges(event->position(), true);
+  updateRow();
+  return action != Qt::IgnoreAction;
+}
+
+DockFileDrop DockView::fileDrop(const QDropEvent& event) const {
+  DockFileDrop files;
+  files.urls = event.mimeData()->urls();
+  if (const DockWidget* widget = widgetOf(drop_->item)) files.widget = widget->id;
+  if (drop_->item >= 0) files.application = applicationOf(drop_->item);
+  files.index = drop_->index;
+  files.action = event.dropAction();
+  return files;
+}
+
+void DockView::clearDrop() {
+  if (!drop_) return;
+  drop_.reset();
+  scrollAtEdges({}, false);
+  updateRow();
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,97 @@
+// The dock by the keyboard.
+
+#include <QAccessible>
+#include <QKeyEvent>
+#include <algorithm>
+
+#include "views/dock/DockView.h"
+#include "views/theme/Theme.h"
+
+namespace tarnwick {
+
+void DockView::focusItem(qsizetype item) {
+  if (!answersPointer(item)) return;
+  updateItem(focused_);
+  focused_ = item;
+  scrollTo(item);
+  updateItem(focused_);
+  QAccessibleEvent told(this, QAccessible::Focus);
+  told.setChild(static_cast<int>(focused_));
+  QAccessible::updateAccessibility(&told);
+}
+
+void DockView::moveFocus(int direction) {
+  qsizetype item = focused_;
+  do item += direction;
+  while (item >= 0 && item < layout_.items.size() && !answersPointer(item));
+  focusItem(item);
+}
+
+void DockView::scrollTo(qsizetype item) {
+  if (layout_.overflow <= 0) return;
+  const double room = (theme::kInset + theme::kEndFade) * row_.scale;
+  const QRectF& place = layout_.items[item].rect;
+  const double beyondLeft = layout_.glass.left() + room - place.left();
+  const double beyondRight = place.right() + room - layout_.glass.right();
+  if (beyondLeft > 0)
+    scrollBy(-beyondLeft);
+  else if (beyondRight > 0)
+    scrollBy(beyondRight);
+}
+
+void DockView::keyPressEvent(QKeyEvent* event) {
+  if (drag_) {
+    if (event->key() == Qt::Key_Escape) cancelDrag();
+    return;
+  }
+  const int right = layoutDirection() == Qt::LeftToRight ? 1 : -1;
+  switch (event->key()) {
+    case Qt::Key_Left:
+      moveFocus(-right);
+      return;
+    case Qt::Key_Right:
+      moveFocus(right);
+      return;
+    case Qt::Key_Home:
+    case Qt::Key_End: {
+      const bool home = event->key() == Qt::Key_Home;
+      updateItem(focused_);
+      focused_ = home ? -1 : layout_.items.size();
+      moveFocus(home ? 1 : -1);
+      return;
+    }
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+      if (isEmpty()) Q_EMIT addWidgetsRequested();
+      activateItem(focused_);
+      return;
+    case Qt::Key_F10:
+      if (!event->modifiers().testFlag(Qt::ShiftModifier)) break;
+      openItemMenu(focused_);
+      return;
+    case Qt::Key_Escape:
+      clearFocus();
+      Q_EMIT focusLeft();
+      return;
+    default:
+      break;
+  }
+  QWidget::keyPressEvent(event);
+}
+
+bool DockView::focusNextPrevChild(bool) {
+  // The dock is one stop: arrows walk within it, Tab leaves it for the window that had the keyboard.
+  clearFocus();
+  Q_EMIT focusLeft();
+  return true;
+}
+
+void DockView::focusInEvent(QFocusEvent*) {
+  if (focused_ < 0) moveFocus(1);
+  updateItem(focused_);
+}
+
+void DockView::focusOutEvent(QFocusEvent*) { updateItem(focused_); }
+
+}  // namespace tarnwick

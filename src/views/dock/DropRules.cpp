@@ -1,0 +1,76 @@
+#include "views/dock/DropRules.h"
+
+#include <sys/stat.h>
+
+#include <QFile>
+#include <QMimeData>
+#include <initializer_list>
+#include <optional>
+
+#include "widgets/PinnedTiles.h"
+#include "widgets/catalog/Catalog.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto kWidgetText = "tarnwick-widget:"_L1;
+
+std::optional<dev_t> deviceOf(const QString& path) {
+  struct stat facts {};
+  if (path.isEmpty() || ::stat(QFile::encodeName(path).constData(), &facts) != 0) return std::nullopt;
+  return facts.st_dev;
+}
+
+Qt::DropAction firstOf(Qt::DropActions possible, std::initializer_list<Qt::DropAction> wanted) {
+  for (const Qt::DropAction action : wanted)
+    if (possible.testFlag(action)) return action;
+  return Qt::IgnoreAction;
+}
+
+}  // namespace
+
+DropRules::Taker DropRules::takerOf(const DockWidget& widget) {
+  const QString path = widget.options.value(u"path"_s);
+  if (widget.kind == "airdrop"_L1) return Taker::Share;
+  if (widget.kind == "trash"_L1) return Taker::Trash;
+  if (widget.kind == "fileShelf"_L1) return Taker::Shelf;
+  if (widget.kind == "appLauncher"_L1) return PinnedTiles::isDesktopEntry(path) ? Taker::Application : Taker::None;
+  if (widget.kind == "downloads"_L1) return Taker::Folder;
+  return !path.isEmpty() && Catalog::find(widget.kind).family == "files"_L1 ? Taker::Folder : Taker::None;
+}
+
+bool DropRules::carriesWidget(const QMimeData& data) { return data.hasText() && data.text().startsWith(kWidgetText); }
+
+bool DropRules::carriesFiles(const QMimeData& data) { return data.hasUrls(); }
+
+Qt::DropAction DropRules::action(Taker taker, Qt::DropActions possible, Qt::KeyboardModifiers modifiers,
+                                 bool sameFileSystem) {
+  switch (taker) {
+    case Taker::Folder: {
+      const bool copies = modifiers.testFlag(Qt::ControlModifier);
+      const bool moves = !copies && (modifiers.testFlag(Qt::ShiftModifier) || sameFileSystem);
+      return moves ? firstOf(possible, {Qt::MoveAction, Qt::CopyAction})
+                   : firstOf(possible, {Qt::CopyAction, Qt::MoveAction});
+    }
+    case Taker::Trash:
+      return firstOf(possible, {Qt::MoveAction, Qt::CopyAction});
+    case Taker::Application:
+    case Taker::Share:
+      return firstOf(possible, {Qt::CopyAction, Qt::LinkAction});
+    case Taker::Shelf:
+    case Taker::None:
+      break;
+  }
+  return firstOf(possible, {Qt::LinkAction, Qt::CopyAction});
+}
+
+bool DropRules::sameFileSystem(const QList<QUrl>& urls, const QString& folder) {
+  if (urls.isEmpty() || !urls.first().isLocalFile()) return false;
+  const auto from = deviceOf(urls.first().toLocalFile());
+  return from && from == deviceOf(folder);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,77 @@
+#include "views/dock/SpringSet.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "dock/rules/MotionStyle.h"
+
+namespace tarnwick {
+
+namespace {
+
+constexpr double kLongest = 0.4;   // Seconds that anything is seen to move.
+constexpr double kNothing = 0.25;  // Device pixels that nobody sees.
+
+}  // namespace
+
+SpringSet::SpringSet(QObject* parent) : QObject(parent) {
+  clock_.setStartValue(0.0);
+  clock_.setEndValue(1.0);
+  clock_.setDuration(1000);
+  clock_.setLoopCount(-1);
+  connect(&clock_, &QVariantAnimation::valueChanged, this, &SpringSet::frame);
+}
+
+void SpringSet::animate(const QString& name, double goal) {
+  Travel& travel = travels_[name];
+  if (travel.spring.target == goal && (travel.moving || travel.spring.value == goal)) return;
+  travel.spring.target = goal;
+  travel.age = 0;
+  travel.moving = true;
+  if (isMoving()) return;
+  sinceFrame_.start();
+  clock_.start();
+}
+
+void SpringSet::jump(const QString& name, double value) { travels_[name] = {{value, 0, value}, 0, false}; }
+
+void SpringSet::settle() {
+  for (const QString& name : travels_.keys()) animate(name, 0);
+}
+
+void SpringSet::clear() {
+  travels_.clear();
+  clock_.stop();
+}
+
+bool SpringSet::step(Travel& travel, double seconds) const {
+  const MotionParameters motion = MotionParameters::of(MotionStyle::Reveal, reduced_);
+  travel.age += seconds;
+  RevealSpring& spring = travel.spring;
+  travel.moving = spring.step(seconds, motion.response, motion.damping);
+  // The spring rests within a thousandth; here lengths are pixels.
+  const bool seen = std::abs(spring.value - spring.target) * ratio_ >= kNothing;
+  if ((!seen && std::abs(spring.velocity) * ratio_ < kNothing / kLongest) || travel.age >= kLongest) {
+    spring.jump();
+    travel.moving = false;
+  }
+  return travel.moving;
+}
+
+void SpringSet::frame() {
+  const double seconds = std::clamp(static_cast<double>(sinceFrame_.restart()) / 1000, 0.0, 1.0);
+  const auto pixel = [this](double value) { return std::lround(value * ratio_); };
+  bool seen = false;
+  bool moving = false;
+  for (Travel& travel : travels_) {
+    if (!travel.moving) continue;
+    const double before = travel.spring.value;
+    moving = step(travel, seconds) || moving;
+    seen = seen || pixel(before) != pixel(travel.spring.value) || !travel.moving;
+  }
+  if (!moving) clock_.stop();
+  if (seen) Q_EMIT moved();
+  if (!moving) Q_EMIT rested();
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QHash>
+#include <QObject>
+#include <QString>
+#include <QVariantAnimation>
+
+#include "dock/rules/RevealSpring.h"
+
+namespace tarnwick {
+
+/// Named lengths that travel to their goals on the spring of the dock's reveal. There are frames only while one of them
+/// is on its way, and only those that move something by a device pixel are told.
+class SpringSet : public QObject {
+  Q_OBJECT
+ public:
+  explicit SpringSet(QObject* parent = nullptr);
+
+  /// Lengths are in units of `1 / ratio` device pixels.
+  void setRatio(double ratio) { ratio_ = ratio; }
+  /// Reduced motion shortens every travel.
+  void setReduced(bool reduced) { reduced_ = reduced; }
+
+  /// Where it is now; 0 for a name that was never set.
+  double value(const QString& name) const { return travels_.value(name).spring.value; }
+  double goal(const QString& name) const { return travels_.value(name).spring.target; }
+  bool isMoving() const { return clock_.state() == QAbstractAnimation::Running; }
+  bool isMoving(const QString& name) const { return travels_.value(name).moving; }
+
+  void animate(const QString& name, double goal);
+  void jump(const QString& name, double value);
+  /// Sends all of them home to 0.
+  void settle();
+  void clear();
+
+ Q_SIGNALS:
+  void moved();
+  /// Everything has arrived.
+  void rested();
+
+ private:
+  struct Travel {
+    RevealSpring spring;
+    double age = 0;  ///< Seconds since the goal was set.
+    bool moving = false;
+  };
+
+  void frame();
+  bool step(Travel& travel, double seconds) const;
+
+  QHash<QString, Travel> travels_;
+  QVariantAnimation clock_;
+  QElapsedTimer sinceFrame_;
+  double ratio_ = 1;
+  bool reduced_ = false;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,87 @@
+#include "views/tiles/FileTiles.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <algorithm>
+
+#include "views/theme/FilePictures.h"
+#include "views/tiles/TileCanvas.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double kPictureTop = 3;
+constexpr double kPictureAlone = 12;  ///< The top of a picture without a caption.
+constexpr double kTrashSymbol = 24;
+constexpr double kTrashMiddle = 22.5;
+constexpr double kTrashBaseline = 53.5;
+
+/// The top left of the picture of a tile that has a caption where there is room for one.
+QPointF pictureCorner(const TileCanvas& canvas) {
+  return {(canvas.width() - kFilePicture) / 2, canvas.showsCaption() ? kPictureTop : kPictureAlone};
+}
+
+void paintCaption(TileCanvas& canvas, double baseline, const QString& text) {
+  if (canvas.showsCaption())
+    canvas.centredText(baseline, TextStyle::Caption, text, canvas.colors().secondary, Elide::Middle);
+}
+
+QString emptyWord() { return QCoreApplication::translate("Tiles", "Empty"); }
+
+QString itemsIn(const TrashContent& content) {
+  if (!content.items) return content.name;
+  if (*content.items <= 0) return emptyWord();
+  if (*content.items == 1) return QCoreApplication::translate("Tiles", "1 item");
+  return QCoreApplication::translate("Tiles", "%1 items").arg(QLocale().toString(*content.items));
+}
+
+QString filesOn(const ShelfContent& content) {
+  if (content.files <= 0) return emptyWord();
+  return QCoreApplication::translate("Tiles", "%1 on shelf").arg(QLocale().toString(content.files));
+}
+
+}  // namespace
+
+FolderContent makeFolder(const TileRequest& request) {
+  const QString own = QFileInfo(request.widget.options.value(u"path"_s)).fileName();
+  return {request.widget.title.isEmpty() && !own.isEmpty() ? own : request.title(), false};
+}
+
+FolderContent makeDownloads(const TileRequest& request) { return {request.title(), true}; }
+
+TileText describe(const FolderContent& content, const QString&) { return {content.name, {}}; }
+
+void paint(TileCanvas& canvas, const FolderContent& content) {
+  const QPointF corner = pictureCorner(canvas);
+  drawFolder(canvas.painter(), corner, canvas.colors().pictures);
+  if (content.downloads)
+    canvas.symbol(u"arrow.down"_s, corner + kFolderGlyph, kFolderGlyphSize, canvas.colors().pictures.folderGlyph);
+  paintCaption(canvas, theme::kUnderPictureBaseline, content.name);
+}
+
+TrashContent makeTrash(const TileRequest& request) { return {request.title(), request.sources.trashItems}; }
+
+TileText describe(const TrashContent& content, const QString& name) {
+  return {name, content.items ? itemsIn(content) : QString()};
+}
+
+void paint(TileCanvas& canvas, const TrashContent& content) {
+  const double middle = canvas.showsCaption() ? kTrashMiddle : theme::kTileMiddle;
+  canvas.symbol(u"trash"_s, {canvas.width() / 2, middle}, kTrashSymbol, canvas.colors().primary);
+  paintCaption(canvas, kTrashBaseline, itemsIn(content));
+}
+
+ShelfContent makeShelf(const TileRequest& request) { return {request.sources.shelfItems}; }
+
+TileText describe(const ShelfContent& content, const QString& name) { return {name, filesOn(content)}; }
+
+void paint(TileCanvas& canvas, const ShelfContent& content) {
+  drawShelf(canvas.painter(), pictureCorner(canvas), std::clamp<int>(static_cast<int>(content.files), 0, 2),
+            canvas.colors().pictures);
+  paintCaption(canvas, theme::kUnderPictureBaseline, filesOn(content));
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,438 @@
+// The dock under the hand: tiles that are moved, things that are dropped, profiles that are switched.
+
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QCoreApplication>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QMimeData>
+
+#include "../support/TestScheduler.h"
+#include "../support/Wait.h"
+#include "DockFixture.h"
+#include "config/Reordering.h"
+#include "config/WidgetTransfer.h"
+#include "views/dock/UndoBubble.h"
+
+namespace tarnwick::testing {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr Qt::DropActions kAll = Qt::CopyAction | Qt::MoveAction | Qt::LinkAction;
+
+DockWidget widgetWith(const QString& kind, const QString& path) {
+  DockWidget made = widget(kind);
+  made.options.insert(u"path"_s, path);
+  return made;
+}
+
+/// Presses a tile and moves the pointer so that it leaves its place.
+void take(DockView& view, qsizetype item) {
+  const QPointF at = view.itemRect(item).center();
+  mouse(view, QEvent::MouseButtonPress, at);
+  mouse(view, QEvent::MouseMove, at + QPointF(7, 0));
+}
+
+DockRow profiles(qsizetype count) {
+  DockRow row = starterRow();
+  for (qsizetype i = 0; i < count; ++i) row.tabs.append(u"Profile %1"_s.arg(i + 1));
+  return row;
+}
+
+struct Dropped {
+  Qt::DropAction proposed = Qt::IgnoreAction;
+  bool taken = false;
+};
+
+Dropped dropOn(DockView& view, QPointF at, const QMimeData& data, Qt::KeyboardModifiers modifiers = Qt::NoModifier,
+               Qt::DropActions possible = kAll) {
+  QDragEnterEvent enter(at.toPoint(), possible, &data, Qt::LeftButton, modifiers);
+  QCoreApplication::sendEvent(&view, &enter);
+  QDropEvent drop(at, possible, &data, Qt::LeftButton, modifiers);
+  QCoreApplication::sendEvent(&view, &drop);
+  return {drop.dropAction(), enter.isAccepted() && drop.isAccepted()};
+}
+
+}  // namespace
+
+TEST(Dragging, MovesATileToWhereItIsLetGo) {
+  const auto view = makeView(starterRow());
+  view->show();
+  std::optional<std::pair<qsizetype, qsizetype>> moved;
+  int started = 0;
+  QUuid activated;
+  QObject::connect(view.get(), &DockView::dragStarted, [&] { ++started; });
+  QObject::connect(view.get(), &DockView::tileActivated, [&](const QUuid& id) { activated = id; });
+  QObject::connect(view.get(), &DockView::reorderRequested, [&](qsizetype from, qsizetype to) {
+    moved = {from, to};
+    DockRow row = view->row();
+    row.widgets = Reordering::reordered(row.widgets, from, to);
+    view->setRow(row);
+  });
+
+  // Less than the slop is a click.
+  const QPointF first = view->itemRect(0).center();
+  mouse(*view, QEvent::MouseButtonPress, first);
+  mouse(*view, QEvent::MouseMove, first + QPointF(5, 0));
+  mouse(*view, QEvent::MouseButtonRelease, first + QPointF(5, 0));
+  EXPECT_EQ(started, 0);
+  EXPECT_EQ(activated, view->row().widgets[0].id);
+
+  const QUuid taken = view->row().widgets[0].id;
+  activated = {};
+  take(*view, 0);
+  EXPECT_EQ(started, 1);
+  // Letting its middle pass that of another tile's new place moves it there.
+  mouse(*view, QEvent::MouseMove, view->itemRect(3).center());
+  mouse(*view, QEvent::MouseButtonRelease, view->itemRect(3).center());
+  ASSERT_TRUE(moved);
+  EXPECT_EQ(moved->first, 0);
+  EXPECT_EQ(moved->second, 3);
+  EXPECT_EQ(view->row().widgets[3].id, taken);
+  EXPECT_TRUE(activated.isNull()) << "a drag is no click";
+  EXPECT_TRUE(waitFor([&] { return !view->isMoving(); })) << "frames run only while something moves";
+}
+
+TEST(Dragging, IsTakenBackByEscapeAndFarAway) {
+  const auto view = makeView(starterRow());
+  view->show();
+  int moved = 0;
+  QObject::connect(view.get(), &DockView::reorderRequested, [&] { ++moved; });
+  const QPointF target = view->itemRect(4).center();
+
+  take(*view, 1);
+  mouse(*view, QEvent::MouseMove, target);
+  press(*view, Qt::Key_Escape);
+  mouse(*view, QEvent::MouseButtonRelease, target);
+  EXPECT_EQ(moved, 0);
+
+  take(*view, 1);
+  mouse(*view, QEvent::MouseMove, target);
+  mouse(*view, QEvent::MouseMove, target - QPointF(0, 200));
+  mouse(*view, QEvent::MouseButtonRelease, target - QPointF(0, 200));
+  EXPECT_EQ(moved, 0);
+
+  // Another row without it ends the drag; the rest of the gesture means nothing.
+  take(*view, 1);
+  DockRow row = view->row();
+  row.widgets.removeAt(1);
+  view->setRow(row);
+  mouse(*view, QEvent::MouseMove, target);
+  mouse(*view, QEvent::MouseButtonRelease, target);
+  EXPECT_EQ(moved, 0);
+}
+
+TEST(Dragging, RunningApplicationsAndEmptyRoomAreNotTaken) {
+  DockRow row = starterRow();
+  row.runningApps = runningApps();
+  const auto view = makeView(row);
+  int started = 0;
+  QObject::connect(view.get(), &DockView::dragStarted, [&] { ++started; });
+  take(*view, 8);
+  mouse(*view, QEvent::MouseButtonRelease, view->itemRect(8).center());
+  EXPECT_EQ(started, 0);
+  DockRow separated;
+  separated.widgets = {widget(u"cpu"_s), widget(u"dockSeparator"_s), widget(u"ram"_s)};
+  const auto other = makeView(separated);
+  QObject::connect(other.get(), &DockView::dragStarted, [&] { ++started; });
+  take(*other, 1);
+  EXPECT_EQ(started, 1) << "even a line can be moved";
+}
+
+TEST(Dropping, GoesWhereTheRulesSay) {
+  const QString here = QCoreApplication::applicationDirPath();
+  DockRow row;
+  row.widgets = {widget(u"digitalClock"_s),
+                 widgetWith(u"folderLauncher"_s, here),
+                 widgetWith(u"folderLauncher"_s, u"/proc"_s),
+                 widget(u"trash"_s),
+                 widgetWith(u"appLauncher"_s, u"/usr/share/applications/x.desktop"_s),
+                 widget(u"fileShelf"_s)};
+  row.runningApps = runningApps().mid(0, 1);
+  const auto view = makeView(row);
+  QMimeData files;
+  files.setUrls({QUrl::fromLocalFile(QCoreApplication::applicationFilePath())});
+  std::optional<DockFileDrop> dropped;
+  QObject::connect(view.get(), &DockView::filesDropped, [&](const DockFileDrop& drop) { dropped = drop; });
+
+  struct Case {
+    const char* what;
+    qsizetype item;
+    Qt::KeyboardModifiers modifiers;
+    Qt::DropActions possible;
+    Qt::DropAction action;
+    bool onTile;
+  };
+  const std::vector<Case> cases = {
+      {"a folder beside the file", 1, Qt::NoModifier, kAll, Qt::MoveAction, true},
+      {"the same, copied", 1, Qt::ControlModifier, kAll, Qt::CopyAction, true},
+      {"the same, from one who only copies", 1, Qt::NoModifier, Qt::CopyAction, Qt::CopyAction, true},
+      {"a folder of another file system", 2, Qt::NoModifier, kAll, Qt::CopyAction, true},
+      {"the same, moved", 2, Qt::ShiftModifier, kAll, Qt::MoveAction, true},
+      {"the trash", 3, Qt::NoModifier, kAll, Qt::MoveAction, true},
+      {"an application", 4, Qt::ShiftModifier, kAll, Qt::CopyAction, true},
+      {"the shelf", 5, Qt::NoModifier, kAll, Qt::LinkAction, true},
+      {"a running application", 6, Qt::NoModifier, kAll, Qt::CopyAction, true},
+      {"a clock, which takes nothing", 0, Qt::NoModifier, kAll, Qt::LinkAction, false},
+      {"a clock, by one who only moves", 0, Qt::NoModifier, Qt::MoveAction, Qt::IgnoreAction, false}};
+  for (const Case& expected : cases) {
+    dropped.reset();
+    const auto got =
+        dropOn(*view, view->itemRect(expected.item).center(), files, expected.modifiers, expected.possible);
+    EXPECT_EQ(got.taken ? got.proposed : Qt::IgnoreAction, expected.action) << expected.what;
+    EXPECT_EQ(got.taken, expected.action != Qt::IgnoreAction) << expected.what;
+    ASSERT_EQ(dropped.has_value(), got.taken) << expected.what;
+    if (!dropped) continue;
+    EXPECT_EQ(dropped->urls, files.urls());
+    EXPECT_EQ(dropped->action, expected.action) << expected.what;
+    const bool application = expected.item == 6;
+    EXPECT_EQ(dropped->widget, expected.onTile && !application ? row.widgets[expected.item].id : QUuid());
+    EXPECT_EQ(dropped->application, application ? 1U : 0U) << expected.what;
+  }
+
+  // In the margins, and for what is no file, the dock is not there.
+  EXPECT_FALSE(dropOn(*view, {2, 2}, files).taken);
+  QMimeData text;
+  text.setText(u"just a text"_s);
+  EXPECT_FALSE(dropOn(*view, view->itemRect(1).center(), text).taken);
+}
+
+TEST(Dropping, AWidgetGoesBetweenTiles) {
+  const auto view = makeView(starterRow());
+  QMimeData data;
+  data.setText(WidgetTransfer::encode(widget(u"cpu"_s)));
+  QList<qsizetype> indices;
+  QObject::connect(view.get(), &DockView::widgetTextDropped, [&](const QString& text, qsizetype index) {
+    EXPECT_EQ(text, data.text());
+    indices.append(index);
+  });
+  const QRectF third = view->itemRect(2);
+  dropOn(*view, third.center() - QPointF(4, 0), data);
+  dropOn(*view, third.center() + QPointF(4, 0), data);
+  dropOn(*view, third.topRight() + QPointF(3, 30), data);
+  dropOn(*view, QPointF(view->glassRect().right() - 3, third.center().y()), data);
+  EXPECT_EQ(indices, (QList<qsizetype>{2, 3, 3, 7}));
+}
+
+TEST(Wheel, CyclesWindowsOverApplicationsAndScrollsElsewhere) {
+  DockRow row = starterRow();
+  row.widgets[0] = widgetWith(u"appLauncher"_s, u"/a.desktop"_s);
+  row.runningApps = runningApps();
+  const auto view = makeView(row, 600);
+  TileSources sources = morning();
+  sources.applications.insert(u"/a.desktop"_s, {u"A"_s, u"#3F9E9A #226B70"_s, 42, {true, false, false, false, {}, {}}});
+  view->refresh(sources);
+  QList<std::pair<quint64, int>> cycled;
+  QObject::connect(view.get(), &DockView::cycleWindowsRequested, [&](quint64 application, int direction) {
+    cycled.append({application, direction});
+  });
+  const QPointF launcher = view->itemRect(0).center();
+  const double start = view->itemRect(0).left();
+  wheel(*view, launcher, {0, -120});
+  wheel(*view, launcher, {0, 60});
+  EXPECT_EQ(cycled.size(), 1) << "half a step is none";
+  wheel(*view, launcher, {0, 60});
+  EXPECT_EQ(cycled, (QList<std::pair<quint64, int>>{{42, 1}, {42, -1}}));
+  EXPECT_EQ(view->itemRect(0).left(), start);
+
+  cycled.clear();
+  wheel(*view, launcher, {0, -120}, Qt::ShiftModifier);
+  EXPECT_EQ(view->itemRect(0).left(), start - 60);
+  wheel(*view, view->itemRect(1).center(), {0, 120});
+  EXPECT_EQ(view->itemRect(0).left(), start);
+  wheel(*view, launcher, {-40, 0});
+  EXPECT_EQ(view->itemRect(0).left(), start - 20);
+  EXPECT_TRUE(cycled.isEmpty());
+}
+
+TEST(Clicks, TheMiddleButtonAsksForANewWindowOfAnApplication) {
+  DockRow row = starterRow();
+  row.widgets[0] = widgetWith(u"appLauncher"_s, u"/a.desktop"_s);
+  row.runningApps = runningApps();
+  const auto view = makeView(row);
+  QList<std::pair<QUuid, quint64>> asked;
+  QObject::connect(view.get(), &DockView::newWindowRequested, [&](const QUuid& id, quint64 application) {
+    asked.append({id, application});
+  });
+  for (const qsizetype item : {0, 1, 7}) click(*view, view->itemRect(item).center(), Qt::MiddleButton);
+  EXPECT_EQ(asked, (QList<std::pair<QUuid, quint64>>{{row.widgets[0].id, 0}, {QUuid(), 1}}));
+}
+
+TEST(Keys, ReachEveryTileOpenMenusAndGiveTheKeyboardBack) {
+  const auto view = makeView(starterRow(), 400);
+  view->show();
+  view->activateWindow();
+  view->setFocus();
+  QCoreApplication::processEvents();
+  QUuid menu;
+  QRect beside;
+  int left = 0;
+  QObject::connect(view.get(), &DockView::contextMenuRequested, [&](const QUuid& id, const QRect& place) {
+    menu = id;
+    beside = place;
+  });
+  QObject::connect(view.get(), &DockView::focusLeft, [&] { ++left; });
+  press(*view, Qt::Key_End);
+  EXPECT_EQ(view->focusedItem(), 6);
+  EXPECT_LE(view->itemRect(6).right(), view->glassRect().right()) << "what has the focus is in sight";
+  press(*view, Qt::Key_F10, Qt::ShiftModifier);
+  EXPECT_EQ(menu, view->row().widgets[6].id);
+  EXPECT_EQ(beside, view->itemRect(6).toAlignedRect());
+  QAccessibleInterface* bar = QAccessible::queryAccessibleInterface(view.get());
+  bar->child(2)->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
+  EXPECT_EQ(menu, view->row().widgets[2].id);
+  press(*view, Qt::Key_Home);
+  EXPECT_EQ(view->focusedItem(), 0);
+  press(*view, Qt::Key_Tab);
+  EXPECT_EQ(left, 1);
+  view->setFocus();
+  press(*view, Qt::Key_Escape);
+  EXPECT_EQ(left, 2);
+  EXPECT_FALSE(view->hasFocus());
+}
+
+TEST(Profiles, TabsComeWithHoverOnlyWhereTheyAreWanted) {
+  struct Case {
+    qsizetype count;
+    bool wanted;
+    bool shown;
+  };
+  for (const Case& expected : {Case{3, true, true}, Case{1, true, false}, Case{3, false, false}}) {
+    test::TestScheduler scheduler;
+    DockRow row = profiles(expected.count);
+    row.tabsOnHover = expected.wanted;
+    const auto view = makeView(row);
+    view->setScheduler(&scheduler);
+    const QPointF inside = view->itemRect(1).center();
+    mouse(*view, QEvent::MouseMove, inside, Qt::NoButton);
+    scheduler.advance(0.14);
+    EXPECT_EQ(view->glassRect().height(), 84);
+    scheduler.advance(0.02);
+    EXPECT_EQ(view->glassRect().height(), expected.shown ? 110 : 84);
+    if (!expected.shown) continue;
+    int chosen = -1;
+    QObject::connect(view.get(), &DockView::tabActivated, [&](qsizetype tab) { chosen = static_cast<int>(tab); });
+    click(*view, QPointF(view->glassRect().center().x(), view->glassRect().top() + 18));
+    EXPECT_EQ(chosen, 1);
+    EXPECT_TRUE(view->inputRegion().contains(QPoint(int(inside.x()), int(view->glassRect().top()) + 2)));
+    // Where the pointer leaves and comes back, they stay.
+    mouse(*view, QEvent::MouseMove, {2, 2}, Qt::NoButton);
+    scheduler.advance(0.1);
+    mouse(*view, QEvent::MouseMove, inside, Qt::NoButton);
+    scheduler.advance(1);
+    EXPECT_EQ(view->glassRect().height(), 110);
+    mouse(*view, QEvent::MouseMove, {2, 2}, Qt::NoButton);
+    scheduler.advance(0.2);
+    EXPECT_EQ(view->glassRect().height(), 84);
+    EXPECT_EQ(scheduler.waiting(), 0);
+  }
+}
+
+TEST(Profiles, ADragAcrossEmptyRoomSwitches) {
+  struct Case {
+    const char* what;
+    double distance;
+    quint64 milliseconds;
+    int tab;  ///< -1 for none.
+  };
+  const std::vector<Case> cases = {{"far to the left", -60, 2000, 1},        {"far to the right", 61, 2000, 2},
+                                   {"not far enough", -59, 2000, -1},        {"a flick", 24, 50, 2},
+                                   {"a flick that is too slow", 24, 80, -1}, {"hardly moved", -4, 5, -1}};
+  for (const Case& expected : cases) {
+    const auto view = makeView(profiles(3));
+    int tab = -1;
+    QObject::connect(view.get(), &DockView::tabActivated, [&](qsizetype chosen) { tab = static_cast<int>(chosen); });
+    const auto swipe = [&] {
+      tab = -1;
+      const QPointF at(view->glassRect().center().x(), view->glassRect().bottom() - 4);
+      mouse(*view, QEvent::MouseButtonPress, at, Qt::LeftButton, 1000);
+      for (int step = 1; step <= 10; ++step)
+        mouse(*view, QEvent::MouseMove, at + QPointF(expected.distance * step / 10, 0), Qt::LeftButton,
+              1000 + expected.milliseconds * static_cast<quint64>(step) / 10);
+      mouse(*view, QEvent::MouseButtonRelease, at + QPointF(expected.distance, 0), Qt::LeftButton,
+            1000 + expected.milliseconds);
+      return tab;
+    };
+    EXPECT_EQ(swipe(), expected.tab) << expected.what;
+    view->setSwitchGuard([] { return true; });
+    EXPECT_EQ(swipe(), -1) << "while a panel is open";
+    view->setSwitchGuard({});
+    DockRow row = view->row();
+    row.swipes = false;
+    view->setRow(row);
+    EXPECT_EQ(swipe(), -1) << "where it is switched off";
+    row.swipes = row.floats = true;
+    view->setRow(row);
+    QPoint moved;
+    int finished = 0;
+    QObject::connect(view.get(), &DockView::moveRequested, [&](const QPoint& delta) { moved += delta; });
+    QObject::connect(view.get(), &DockView::moveFinished, [&] { ++finished; });
+    EXPECT_EQ(swipe(), -1) << "a floating dock is moved instead";
+    const bool moves = std::abs(expected.distance) >= 6;
+    EXPECT_EQ(moved.x(), moves ? expected.distance : 0);
+    EXPECT_EQ(finished, moves ? 1 : 0);
+  }
+}
+
+TEST(Profiles, TheRowSlidesAndComesToRest) {
+  const auto view = makeView(profiles(3));
+  view->show();
+  QCoreApplication::processEvents();
+  view->clearFocus();
+  DockRow next = view->row();
+  next.widgets = {widget(u"digitalClock"_s), widget(u"cpu"_s)};
+  next.activeTab = 1;
+  view->setRow(next);
+  EXPECT_TRUE(view->isMoving());
+  EXPECT_TRUE(waitFor([&] { return !view->isMoving(); }));
+  const auto still = makeView(next, static_cast<int>(view->rect().width()) - 48);
+  EXPECT_EQ(paintedBy(*view), paintedBy(*still)) << "nothing is left of the old row";
+}
+
+TEST(Starting, PulsesForAWhileAndStopsByItself) {
+  DockRow row = starterRow();
+  row.runningApps = runningApps();
+  const auto view = makeView(row);
+  view->show();
+  EXPECT_FALSE(view->isMoving());
+  row.runningApps[2].launching = true;
+  view->setRow(row);
+  EXPECT_TRUE(view->isMoving());
+  row.runningApps[2].launching = false;
+  view->setRow(row);
+  EXPECT_FALSE(view->isMoving());
+  row.runningApps[2].launching = row.reduceMotion = true;
+  view->setRow(row);
+  EXPECT_FALSE(view->isMoving()) << "not where motion is reduced";
+}
+
+TEST(UndoBubbles, LiveForEightSecondsOfNobodyPointing) {
+  test::TestScheduler scheduler;
+  UndoBubble bubble(scheduler, u"CPU was removed."_s);
+  bubble.resize(bubble.sizeHint());
+  int undone = 0;
+  int gone = 0;
+  QObject::connect(&bubble, &MessageBubble::actionRequested, [&] { ++undone; });
+  QObject::connect(&bubble, &MessageBubble::dismissed, [&] { ++gone; });
+  const QRect body = bubble.outlineRegion().boundingRect();
+  click(bubble, QPointF(body.right() - 22 - 40, body.center().y()));
+  EXPECT_EQ(undone, 1);
+  press(bubble, Qt::Key_Return);
+  EXPECT_EQ(undone, 2);
+  scheduler.advance(7);
+  QEnterEvent enter(body.center(), body.center(), body.center());
+  QCoreApplication::sendEvent(&bubble, &enter);
+  scheduler.advance(20);
+  EXPECT_EQ(gone, 0);
+  QEvent leave(QEvent::Leave);
+  QCoreApplication::sendEvent(&bubble, &leave);
+  scheduler.advance(7.9);
+  EXPECT_EQ(gone, 0);
+  scheduler.advance(0.2);
+  EXPECT_EQ(gone, 1);
+}
+
+}  // namespace tarnwick::testing
