@@ -4,19 +4,25 @@
 #include <QDBusConnection>
 
 #include "app/Autostart.h"
-#include "apps/AppActivation.h"
 #include "base/DomainError.h"
 #include "platform/dbus/DBusSessionApplication.h"
+#include "platform/dbus/DesktopMotionPreference.h"
 #include "platform/dbus/DesktopNotifications.h"
 #include "platform/dbus/DesktopToggles.h"
+#include "platform/dbus/LauncherEntries.h"
 #include "platform/dbus/LoginSessionEvents.h"
+#include "platform/docks/GuardianProcess.h"
+#include "platform/docks/SystemDockPreferences.h"
+#include "platform/linux/FileOperations.h"
 #include "platform/linux/LinuxSystemCounters.h"
 #include "platform/linux/ProcessCommandLine.h"
 #include "platform/x11/X11ClientWindows.h"
 #include "platform/x11/X11Events.h"
+#include "platform/x11/X11FrameClocks.h"
 #include "platform/x11/X11HotKeys.h"
 #include "platform/x11/X11Panels.h"
 #include "platform/x11/X11Screens.h"
+#include "platform/x11/X11ZoneSensor.h"
 
 namespace tarnwick {
 
@@ -31,13 +37,20 @@ Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment)
   panels_ = std::make_unique<X11Panels>(*events_, *screens);
   hotKeys_ = std::make_unique<X11HotKeys>(*events_);
   windows_ = std::make_unique<X11ClientWindows>(*events_, *screens);
+  zones_ = std::make_unique<X11ZoneSensor>(*events_, *screens);
+  clocks_ = std::make_unique<X11FrameClocks>(*screens);
   screens_ = std::move(screens);
 
   installedApps_ = std::make_unique<InstalledApps>(AppEnvironment::ofProcess(), scheduler_);
   const RunningApplications::Self self{QStringLiteral("com.brindlemoor.Tarnwick"), QCoreApplication::applicationPid()};
   runningApplications_ = std::make_unique<RunningApplications>(*windows_, *installedApps_, self, &processCommandLine);
+  launch_ = std::make_unique<AppLaunch>(AppEnvironment::ofProcess(), environment_);
+  opener_ = std::make_unique<AppOpener>(*installedApps_, *launch_, scheduler_);
+  files_ = std::make_unique<FileOperations>();
+  hints_ = std::make_unique<LauncherEntries>(QDBusConnection::sessionBus());
   notifications_ = std::make_unique<DesktopNotifications>(QDBusConnection::sessionBus());
   sessionEvents_ = std::make_unique<LoginSessionEvents>(QDBusConnection::systemBus());
+  motion_ = std::make_unique<DesktopMotionPreference>(QDBusConnection::sessionBus());
   session_ = std::make_unique<DBusSessionApplication>();
   toggles_ = std::make_unique<DesktopToggles>(QDBusConnection::sessionBus(), QDBusConnection::systemBus());
 }
@@ -60,21 +73,25 @@ StoreSetup Adapters::storeSetup() {
   return setup;
 }
 
-DelegateSetup Adapters::delegateSetup() {
+DelegateSetup Adapters::delegateSetup(const QString& dataDirectory) {
   DelegateSetup setup;
-  setup.screens = screens_.get();
-  setup.panels = panels_.get();
+  preferences_ = std::make_unique<SystemDockPreferences>(dataDirectory);
+  guard_ = std::make_unique<GuardianProcess>(QCoreApplication::applicationFilePath());
+  setup.ports = {screens_.get(), panels_.get(),  zones_.get(),       clocks_.get(),
+                 motion_.get(),  windows_.get(), preferences_.get(), guard_.get()};
   setup.hotKeys = hotKeys_.get();
   setup.session = session_.get();
   setup.events = sessionEvents_.get();
   setup.executable = QCoreApplication::applicationFilePath();
+  setup.environment = environment_;
   setup.autostartFile = Autostart::path();
   setup.toggles = toggles_.get();
   setup.applications = runningApplications_.get();
   setup.icons = [this](const DockApp& app, int size, double ratio) { return icons().pixmap(app.icon, size, ratio); };
-  setup.bringApplication = [this](quint64 application) {
-    AppActivation(*runningApplications_, *windows_).bring(application);
-  };
+  setup.installedApps = installedApps_.get();
+  setup.opener = opener_.get();
+  setup.files = files_.get();
+  setup.hints = hints_.get();
   return setup;
 }
 

@@ -4,10 +4,14 @@
 
 #include "app/AppDelegate.h"
 #include "apps/AppIcons.h"
+#include "apps/AppLaunch.h"
+#include "apps/AppOpener.h"
 #include "apps/InstalledApps.h"
 #include "apps/LaunchEnvironment.h"
 #include "apps/RunningApplications.h"
+#include "apps/ports/LauncherHints.h"
 #include "desktop/ClientWindows.h"
+#include "desktop/Files.h"
 #include "desktop/Toggles.h"
 
 namespace tarnwick {
@@ -24,7 +28,8 @@ class Adapters {
 
   /// Fill in what the program is made of.
   StoreSetup storeSetup();
-  DelegateSetup delegateSetup();
+  /// `dataDirectory` is where what the dock must give back is written down.
+  DelegateSetup delegateSetup(const QString& dataDirectory);
 
   Screens& screens() { return *screens_; }
   Panels& panels() { return *panels_; }
@@ -42,11 +47,20 @@ class Adapters {
   std::unique_ptr<X11Events> events_;
   std::unique_ptr<Screens> screens_;
   std::unique_ptr<Panels> panels_;
+  std::unique_ptr<ZoneSensor> zones_;
+  std::unique_ptr<FrameClocks> clocks_;
+  std::unique_ptr<MotionPreference> motion_;
+  std::unique_ptr<DockPreferenceAccess> preferences_;
+  std::unique_ptr<DockGuard> guard_;
   std::unique_ptr<HotKeys> hotKeys_;
   std::unique_ptr<ClientWindows> windows_;
   std::unique_ptr<InstalledApps> installedApps_;
   std::unique_ptr<RunningApplications> runningApplications_;
   std::unique_ptr<AppIcons> icons_;
+  std::unique_ptr<AppLaunch> launch_;
+  std::unique_ptr<AppOpener> opener_;
+  std::unique_ptr<Files> files_;
+  std::unique_ptr<LauncherHints> hints_;
   std::unique_ptr<Notifications> notifications_;
   std::unique_ptr<SessionEvents> sessionEvents_;
   std::unique_ptr<SessionApplication> session_;

@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QProcess>
@@ -8,29 +9,35 @@
 #include <algorithm>
 
 #include "app/Autostart.h"
+#include "app/DockDesk.h"
 #include "app/ExitGuards.h"
 #include "app/HotKeyTable.h"
 #include "app/MessageLine.h"
+#include "app/PanelHost.h"
 #include "app/SingleInstance.h"
 #include "app/StatusItem.h"
 #include "base/DomainError.h"
-#include "views/dock/LiveDock.h"
 #include "views/theme/WindowPalette.h"
 
 namespace tarnwick {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr double kAfterFirstFrame = 0.2;
+/// By then the docks stand where a change of the layout or of the displays puts them.
+constexpr double kOnceTheDocksStand = 0.06;
+
+void call(const std::function<void()>& action) {
+  if (action) action();
+}
 
 }  // namespace
 
-using namespace Qt::StringLiterals;
-
 AppDelegate::AppDelegate(StoreSetup store, DelegateSetup setup)
     : setup_(std::move(setup)), store_(std::make_unique<AppStore>(std::move(store))) {
-  dock_ = std::make_unique<DockController>(*store_, *setup_.screens, *setup_.panels,
-                                           [this](const QString& display) { return makeContent(display); });
+  makeDock();
 }
 
 AppDelegate::~AppDelegate() { willTerminate(); }
@@ -41,14 +48,23 @@ void AppDelegate::didFinishLaunching() {
   connect(store_.get(), &AppStore::layoutChanged, this, &AppDelegate::layoutDidChange);
   if (setup_.guards) installExitGuards();
   listenToTheSession();
-  if (!store_->config().onboardingComplete && showOnboarding) showOnboarding();
+  listenToScreens();
+  call(touchUpdates);
+  if (!store_->config().onboardingComplete) call(showOnboarding);
   applyAppearance();
-  messages_ = std::make_unique<MessageLine>(*store_, *dock_, *setup_.screens, *setup_.panels);
+  call(armBenchmark);
+  QMetaObject::invokeMethod(this, &AppDelegate::comeUp, Qt::QueuedConnection);
+}
+
+void AppDelegate::comeUp() {
+  if (down_) return;
+  messages_ = std::make_unique<MessageLine>(*store_, *dock_, *setup_.ports.screens, *setup_.ports.panels);
   dock_->setMayShow(true);
   messages_->update();
   // What the first picture does not need comes once it is there.
   afterFirstFrame_ = store_->scheduler().after(kAfterFirstFrame, [this] {
     setup_.toggles->start();
+    desk_->start();
     followRunningApps();
     applyAutostart();
   });
@@ -58,12 +74,35 @@ void AppDelegate::willTerminate() {
   if (down_) return;
   down_ = true;
   afterFirstFrame_.reset();
+  docksStand_.reset();
+  call(stopApplicationAudio);
+  panels_.reset();
+  desk_->shutdown();
   store_->shutdown();
   messages_.reset();
   dock_->shutdown();
   if (setup_.hotKeys) setup_.hotKeys->unbindAll();
   if (setup_.session) setup_.session->release();
   status_.reset();
+}
+
+void AppDelegate::willTerminateWithoutDisplay() noexcept {
+  if (down_) return;
+  down_ = true;
+  // Nothing may be painted any more, so nobody is told of anything.
+  store_->blockSignals(true);
+  try {
+    call(stopApplicationAudio);
+  } catch (...) {
+  }
+  try {
+    store_->saveAtTheEnd();
+  } catch (...) {
+  }
+  try {
+    call(giveBack);
+  } catch (...) {
+  }
 }
 
 void AppDelegate::installExitGuards() {
@@ -79,15 +118,30 @@ void AppDelegate::listenToTheSession() {
   if (!setup_.session) return;
   connect(setup_.session, &SessionApplication::activated, this, &AppDelegate::reopen);
   connect(setup_.session, &SessionApplication::openRequested, this, &AppDelegate::open);
-  connect(setup_.session, &SessionApplication::actionRequested, this,
-          [this](const QString& action, const QVariantList& parameter) {
-            if (action == "quit"_L1) quit();
-            if (action == "toggle"_L1) perform({Order::Kind::Toggle, 0});
-            if (action == "command-bar"_L1) perform({Order::Kind::CommandBar, 0});
-            if (action == "focus"_L1) perform({Order::Kind::Focus, 0});
-            if (action == "profile"_L1) perform({Order::Kind::Profile, parameter.value(0).toInt()});
-          });
+  connect(setup_.session, &SessionApplication::actionRequested, this, &AppDelegate::takeOrder);
   setup_.session->own();
+}
+
+void AppDelegate::takeOrder(const QString& action, const QVariantList& parameter) {
+  if (action == "quit"_L1) quit();
+  if (action == "toggle"_L1) perform({Order::Kind::Toggle, 0});
+  if (action == "command-bar"_L1) perform({Order::Kind::CommandBar, 0});
+  if (action == "focus"_L1) perform({Order::Kind::Focus, 0});
+  if (action == "profile"_L1) {
+    // Anybody on the bus may call, with anything.
+    bool isNumber = false;
+    const int index = parameter.value(0).toInt(&isNumber);
+    if (isNumber) perform({Order::Kind::Profile, index});
+  }
+}
+
+void AppDelegate::listenToScreens() {
+  const auto look = [this] {
+    if (down_) return;
+    docksStand_ = store_->scheduler().after(kOnceTheDocksStand, [this] { store_->setDockDisplays(dock_->displays()); });
+  };
+  connect(setup_.ports.screens, &Screens::changed, this, look);
+  connect(store_.get(), &AppStore::layoutChanged, this, look);
 }
 
 void AppDelegate::quit() {
@@ -107,17 +161,70 @@ void AppDelegate::layoutDidChange() {
   }
 }
 
-std::unique_ptr<DockContent> AppDelegate::makeContent(const QString& display) {
-  DockActions actions;
-  actions.bringApplication = setup_.bringApplication;
-  return std::make_unique<LiveDock>(*store_, *setup_.toggles, display, setup_.icons, std::move(actions));
+void AppDelegate::makeDock() {
+  DockDeskParts parts;
+  parts.store = store_.get();
+  parts.screens = setup_.ports.screens;
+  parts.panels = setup_.ports.panels;
+  parts.motion = setup_.ports.motion;
+  parts.running = setup_.applications;
+  parts.windows = setup_.ports.windows;
+  parts.apps = setup_.installedApps;
+  parts.opener = setup_.opener;
+  parts.files = setup_.files;
+  parts.hints = setup_.hints;
+  parts.toggles = setup_.toggles;
+  parts.icons = setup_.icons;
+  desk_ = std::make_unique<DockDesk>(std::move(parts));
+  dock_ = std::make_unique<DockController>(*store_, setup_.ports,
+                                           [this](const QString& display) { return desk_->makeContent(display); });
+  desk_->setController(dock_.get());
+  connectDesk();
+}
+
+void AppDelegate::connectDesk() {
+  PanelHostSetup host;
+  host.toggles = setup_.toggles;
+  host.panels = setup_.ports.panels;
+  host.clocks = setup_.ports.clocks;
+  host.motion = setup_.ports.motion;
+  host.actions.openUrl = [this](const QUrl& url) { setup_.opener->open(url); };
+  host.actions.openPath = [this](const QString& path) { setup_.opener->open(QUrl::fromLocalFile(path)); };
+  host.actions.copyText = [](const QString& text) { QGuiApplication::clipboard()->setText(text); };
+  host.sources = [this](const QString& display) { return desk_->sources(display); };
+  panels_ = std::make_unique<PanelHost>(*store_, std::move(host));
+  connect(panels_.get(), &PanelHost::openChanged, this, [this](const QString& display, const QUuid& widget) {
+    desk_->markOpen(display, widget);
+    dock_->checkEdge();
+  });
+  desk_->openPanel = [this](const QString& display, const QUuid& widget, const QRect& tile) {
+    if (Panel* panel = dock_->panel(display)) {
+      panels_->open(display, widget, *panel, dock_->mapFromContent(display, tile));
+    }
+  };
+  desk_->panelIsOpen = [this](const QString& display) { return panels_ && panels_->hasActivePanel(display); };
+  desk_->addWidgets = [this] { call(addWidgets); };
+  desk_->menus().addWidgets = [this] { call(addWidgets); };
+  desk_->menus().settings = [this] { call(showSettings); };
+  dock_->hasActivePanel = [this](const QString& display) { return desk_->isBusy(display); };
+  dock_->willRemove = [this](const QString& display) {
+    if (panels_) panels_->closeOn(display);
+  };
+  focusDock = [this] { dock_->focus(); };
+  restoreSystemDock = [this] { dock_->restoreSystemDock(); };
+  giveBack = [this] { dock_->giveBack(); };
 }
 
 void AppDelegate::followRunningApps() {
-  // Following windows has its price, so it begins only when something shows them.
+  // Following windows has its price, so it goes on only while something shows them.
   const bool shown = store_->config().liveApps || store_->active().families.contains(u"windows"_s) ||
+                     store_->active().families.contains(u"launcher"_s) ||
                      store_->active().kinds.contains(u"openWindows"_s);
-  if (shown && setup_.applications) setup_.applications->start();
+  if (shown) {
+    setup_.applications->start();
+  } else {
+    setup_.applications->stop();
+  }
 }
 
 void AppDelegate::applyAppearance() {
@@ -139,15 +246,17 @@ void AppDelegate::applyAutostart() {
 }
 
 void AppDelegate::perform(const Order& order) {
+  if (down_) return;
   switch (order.kind) {
     case Order::Kind::Toggle:
       dock_->toggle();
       break;
     case Order::Kind::CommandBar:
-      if (showCommandBar) showCommandBar();
+      call(toggleCommandBar);
       break;
     case Order::Kind::Focus:
       if (dock_->isManuallyHidden()) dock_->toggle();
+      call(focusDock);
       break;
     case Order::Kind::Profile:
       selectProfileAt(order.profile);
@@ -165,21 +274,26 @@ void AppDelegate::open(const QStringList& urls) {
     const QUrl url(text);
     const QString path = url.isLocalFile() ? url.toLocalFile() : text;
     const bool isSpace = QFileInfo(path).suffix().compare("tarnwickspace"_L1, Qt::CaseInsensitive) == 0;
-    if (isSpace && importSpace) importSpace(path);
+    if (isSpace && importSpace && !down_) importSpace(path);
   }
 }
 
 void AppDelegate::reopen() {
-  if (SingleInstance::isStale(setup_.executable)) {
-    // The file was replaced by a new build: it takes over by asking this copy to quit.
-    QProcess::startDetached(setup_.executable, {});
-    return;
-  }
+  if (down_) return;
+  if (!setup_.measures && SingleInstance::isStale(setup_.executable) && handOverToTheNewBuild()) return;
   if (showSettings) {
     showSettings();
   } else if (dock_->isManuallyHidden()) {
     dock_->toggle();
   }
+}
+
+bool AppDelegate::handOverToTheNewBuild() {
+  // It takes over by asking this copy to quit.
+  QProcess build;
+  build.setProgram(setup_.executable);
+  build.setProcessEnvironment(setup_.environment.variables);
+  return build.startDetached();
 }
 
 // --- Keys and menus -------------------------------------------------------------------------------------------------
@@ -191,26 +305,51 @@ void AppDelegate::setupHotKeys() {
   if (signature == shortcutSignature_) return;
   if (shortcutSignature_.isEmpty()) {
     connect(setup_.hotKeys, &HotKeys::pressed, this, &AppDelegate::hotKeyPressed);
+    connect(setup_.hotKeys, &HotKeys::lost, this, [this](quint32 identifier) {
+      if (identifier == HotKeyTable::kCommandBar) commandBarKey_.clear();
+      if (identifier != HotKeyTable::kFocus) sayKeyIsTaken();
+    });
   }
   shortcutSignature_ = signature;
   setup_.hotKeys->unbindAll();
+  commandBarKey_.clear();
   bool allBound = true;
   for (const HotKeyTable::Row& row : HotKeyTable::rows(options)) {
     // A key is not taken from others before there is something for it to open.
-    if (row.identifier == HotKeyTable::kCommandBar && !showCommandBar) continue;
-    allBound = setup_.hotKeys->bind(row.identifier, row.wish).bound && allBound;
+    if (row.identifier == HotKeyTable::kCommandBar) {
+      if (toggleCommandBar) allBound = bindCommandBar(options, row.wish) && allBound;
+    } else if (row.identifier == HotKeyTable::kFocus) {
+      // Nobody chose this key, so nobody need be told that it is taken.
+      if (focusDock) setup_.hotKeys->bind(row.identifier, row.wish);
+    } else {
+      allBound = setup_.hotKeys->bind(row.identifier, row.wish).bound && allBound;
+    }
   }
-  if (!allBound) {
-    store_->setError(
-        tr("A Tarnwick shortcut is already used by another app. Choose a different shortcut in Settings."));
+  if (!allBound) sayKeyIsTaken();
+}
+
+bool AppDelegate::bindCommandBar(const DesktopOptions& options, const HotKeyWish& wish) {
+  QList<HotKeyWish> wishes{wish};
+  wishes += HotKeyTable::commandBarFallbacks(options);
+  for (const HotKeyWish& each : wishes) {
+    const HotKeyBinding binding = setup_.hotKeys->bind(HotKeyTable::kCommandBar, each);
+    if (!binding.bound) continue;
+    commandBarKey_ = binding.text;
+    return true;
   }
+  return false;
+}
+
+void AppDelegate::sayKeyIsTaken() {
+  store_->setError(tr("A Tarnwick shortcut is already used by another app. Choose a different shortcut in Settings."));
 }
 
 void AppDelegate::hotKeyPressed(quint32 identifier) {
-  if (identifier == HotKeyTable::kToggle) dock_->toggle();
-  if (identifier == HotKeyTable::kCommandBar && showCommandBar) showCommandBar();
+  if (identifier == HotKeyTable::kToggle) perform({Order::Kind::Toggle, 0});
+  if (identifier == HotKeyTable::kCommandBar) perform({Order::Kind::CommandBar, 0});
+  if (identifier == HotKeyTable::kFocus) perform({Order::Kind::Focus, 0});
   if (identifier >= HotKeyTable::kFirstProfile) {
-    selectProfileAt(static_cast<int>(identifier - HotKeyTable::kFirstProfile));
+    perform({Order::Kind::Profile, static_cast<int>(identifier - HotKeyTable::kFirstProfile)});
   }
 }
 
@@ -218,23 +357,41 @@ void AppDelegate::setupMenu() {
   const auto state = [this] {
     return MenuState{store_->config().onboardingComplete, store_->config().layout, store_->error()};
   };
-  status_ = std::make_unique<StatusItem>(state, menuActions());
+  status_ = std::make_unique<StatusItem>(state, [this] { return menuActions(); });
   status_->setVisible(store_->config().desktopOptions().showMenuBarIcon);
   status_->setClassicMenu(store_->config().desktopOptions().classicMenu);
+  const auto refresh = [this] {
+    if (status_) status_->refresh();
+  };
+  connect(store_.get(), &AppStore::errorChanged, this, refresh);
+  connect(store_.get(), &AppStore::layoutChanged, this, refresh);
+}
+
+std::unique_ptr<QMenuBar> AppDelegate::makeMenuBar() {
+  return makeApplicationMenu([this] { return menuActions(); });
 }
 
 MenuActions AppDelegate::menuActions() {
   MenuActions actions;
   actions.toggleDock = [this] { dock_->toggle(); };
   actions.about = [this] { showAbout(); };
-  actions.quit = [this] { quit(); };
+  // The end takes the menu down, so it waits until the menu has done with the choice.
+  actions.quit = [this] { QMetaObject::invokeMethod(this, &AppDelegate::quit, Qt::QueuedConnection); };
   actions.dismissError = [this] { store_->clearError(); };
   actions.chooseLayout = [this](DockLayout layout) {
     store_->edit([layout](DockConfiguration& config) { config.layout = layout; });
   };
-  if (showSettings) actions.settings = showSettings;
-  if (showOnboarding) actions.continueSetup = showOnboarding;
-  if (showCommandBar) actions.commandBar = showCommandBar;
+  actions.settings = showSettings;
+  actions.continueSetup = showOnboarding;
+  actions.commandBar = toggleCommandBar;
+  actions.addWidgets = addWidgets;
+  actions.folderIcons = folderIcons;
+  actions.openSpace = openSpace;
+  actions.saveSpace = saveSpace;
+  actions.checkForUpdates = checkForUpdates;
+  actions.restoreSystemDock = restoreSystemDock;
+  actions.togglePanel = toggleMenuBarPanel;
+  actions.hidePanel = hideMenuBarPanel;
   return actions;
 }
 

@@ -2,11 +2,16 @@
 
 #include <QObject>
 #include <memory>
+#include <optional>
 
 #include "app/CommandLine.h"
 #include "app/StatusMenu.h"
 #include "app/ports/SessionApplication.h"
+#include "apps/AppOpener.h"
+#include "apps/LaunchEnvironment.h"
+#include "apps/ports/LauncherHints.h"
 #include "base/Scheduler.h"
+#include "desktop/Files.h"
 #include "desktop/HotKeys.h"
 #include "desktop/Panels.h"
 #include "desktop/Screens.h"
@@ -18,25 +23,32 @@
 namespace tarnwick {
 
 class ExitGuards;
+class DockDesk;
 class MessageLine;
+class PanelHost;
 class StatusItem;
 
 /// What the delegate is made of. Pointers are borrowed and outlive it; `session` and `hotKeys` may be null.
 struct DelegateSetup {
-  Screens* screens = nullptr;
-  Panels* panels = nullptr;
+  DockPorts ports;
   HotKeys* hotKeys = nullptr;
   SessionApplication* session = nullptr;
   SessionEvents* events = nullptr;
   Toggles* toggles = nullptr;  ///< Required.
   DockView::IconProvider icons;
-  /// Brings a running application to the front.
-  std::function<void(quint64 application)> bringApplication;
+  InstalledApps* installedApps = nullptr;
+  AppOpener* opener = nullptr;
+  Files* files = nullptr;
+  LauncherHints* hints = nullptr;
   RunningApplications* applications = nullptr;
   QString executable;
+  /// What a new build of the program is started with.
+  LaunchEnvironment environment = LaunchEnvironment::ofProcess();
   QString autostartFile;  ///< Where the login entry stands.
   /// Whether exit guards are installed; a test that runs the program in its own process keeps its signals.
   bool guards = true;
+  /// Whether this run measures itself; then it never gives way to a new build.
+  bool measures = false;
 };
 
 /// The running program: it owns the store and the dock, and puts keys, menus and signals in front of them.
@@ -53,6 +65,8 @@ class AppDelegate : public QObject {
   void didFinishLaunching();
   /// Takes the program down, in its fixed order. Further calls do nothing.
   void willTerminate();
+  /// The same when the display is gone and the process is about to end: saves, and gives back what needs no window.
+  void willTerminateWithoutDisplay() noexcept;
 
   void perform(const Order& order);
   /// Files handed to the program: Space files are imported, others ignored.
@@ -60,22 +74,55 @@ class AppDelegate : public QObject {
   /// The user opened the program while it runs.
   void reopen();
 
-  /// Takes a Space file; set by the part that imports them.
+  /// The menu bar of one of the program's own windows. Never null.
+  std::unique_ptr<QMenuBar> makeMenuBar();
+  /// The key that opens the command bar now, as a person reads it; empty while none does.
+  const QString& commandBarKey() const { return commandBarKey_; }
+
+  // Set by the parts of the program that bring them. Those with a hot key (toggleCommandBar, focusDock) and those that
+  // the start calls must be set before didFinishLaunching; a menu entry is enabled once its part is there.
+  /// Takes a Space file.
   std::function<void(const QString& path)> importSpace;
-  /// Open their windows; set by the part that builds them.
+  // These open their windows.
   std::function<void()> showSettings;
   std::function<void()> showOnboarding;
-  std::function<void()> showCommandBar;
+  std::function<void()> addWidgets;
+  std::function<void()> folderIcons;
+  std::function<void()> openSpace;
+  std::function<void()> saveSpace;
+  /// Shows the command bar; when it is visible, hides it.
+  std::function<void()> toggleCommandBar;
+  /// Gives the dock the keyboard.
+  std::function<void()> focusDock;
+  std::function<void()> checkForUpdates;
+  std::function<void()> restoreSystemDock;
+  /// The small window below the status item.
+  std::function<void()> toggleMenuBarPanel;
+  std::function<void()> hideMenuBarPanel;
+  // At the start: makes the update controller; begins a measurement that was asked for.
+  std::function<void()> touchUpdates;
+  std::function<void()> armBenchmark;
+  /// First of all at the end: gives applications their own sound back.
+  std::function<void()> stopApplicationAudio;
+  /// Gives back what was borrowed of the desktop and needs no window, where the ordinary end is not possible.
+  std::function<void()> giveBack;
 
  private:
   void setupMenu();
   void setupHotKeys();
   void installExitGuards();
   void listenToTheSession();
-  std::unique_ptr<DockContent> makeContent(const QString& display);
+  void makeDock();
+  void connectDesk();
   void followRunningApps();
   void applyAppearance();
   void applyAutostart();
+  void comeUp();
+  void listenToScreens();
+  void takeOrder(const QString& action, const QVariantList& parameter);
+  bool handOverToTheNewBuild();
+  bool bindCommandBar(const DesktopOptions& options, const HotKeyWish& wish);
+  void sayKeyIsTaken();
   void hotKeyPressed(quint32 identifier);
   void selectProfileAt(int index);
   void layoutDidChange();
@@ -85,12 +132,16 @@ class AppDelegate : public QObject {
 
   DelegateSetup setup_;
   std::unique_ptr<AppStore> store_;
+  std::unique_ptr<DockDesk> desk_;
   std::unique_ptr<DockController> dock_;
+  std::unique_ptr<PanelHost> panels_;
   std::unique_ptr<StatusItem> status_;
   std::unique_ptr<MessageLine> messages_;
   std::unique_ptr<ExitGuards> guards_;
   JobHandle afterFirstFrame_;
+  JobHandle docksStand_;
   QString shortcutSignature_;
+  QString commandBarKey_;
   std::optional<bool> isDark_;
   bool down_ = false;
 };

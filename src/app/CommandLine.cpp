@@ -1,7 +1,10 @@
 #include "app/CommandLine.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
+
+#include "base/Text.h"
 
 namespace tarnwick {
 namespace {
@@ -22,6 +25,17 @@ constexpr auto kOrders = std::to_array<std::pair<const char*, Order::Kind>>({
     {"--focus", Order::Kind::Focus},
 });
 
+/// Switches whose next argument belongs to them and is no file to open.
+constexpr auto kWithValue = std::to_array<const char*>({
+    "--profile",
+    "--restore-dock-directory",
+    "--benchmark",
+    "--benchmark-warmup",
+    "--benchmark-out",
+    "--benchmark-label",
+    "--benchmark-layout",
+});
+
 /// The argument after a switch, or nothing when the switch is the last one or absent.
 std::optional<QString> after(const QStringList& arguments, QLatin1StringView name) {
   const qsizetype at = arguments.indexOf(name);
@@ -39,6 +53,11 @@ std::optional<Order> orderIn(const QStringList& arguments) {
     if (isNumber && profile >= 0) return Order{Order::Kind::Profile, profile};
   }
   return std::nullopt;
+}
+
+bool measures(const QStringList& arguments) {
+  const auto seconds = after(arguments, "--benchmark"_L1);
+  return seconds && Text::number(Text::trimmed(*seconds)).value_or(0) > 0;
 }
 
 }  // namespace
@@ -63,7 +82,7 @@ CommandLine CommandLine::parse(const QStringList& arguments) {
     line.directory = after(arguments, "--restore-dock-directory"_L1);
     return line;
   }
-  if (arguments.contains("--benchmark"_L1)) {
+  if (measures(arguments)) {
     line.mode = Mode::Benchmark;
     line.argument = u"--benchmark"_s;
     return line;
@@ -71,8 +90,9 @@ CommandLine CommandLine::parse(const QStringList& arguments) {
 
   line.order = orderIn(arguments);
   for (qsizetype i = 0; i < arguments.size(); ++i) {
-    const bool isValue =
-        i > 0 && (arguments[i - 1] == "--profile"_L1 || arguments[i - 1] == "--restore-dock-directory"_L1);
+    const bool isValue = i > 0 && std::ranges::any_of(kWithValue, [&](const char* name) {
+                           return arguments[i - 1] == QLatin1StringView(name);
+                         });
     if (!arguments[i].startsWith(u'-') && !isValue) line.files << arguments[i];
   }
   return line;

@@ -28,7 +28,13 @@ void setDisposition(void (*handler)(int)) {
   action.sa_handler = handler;
   action.sa_flags = SA_RESTART;
   sigemptyset(&action.sa_mask);
-  for (const int number : kSignals) ::sigaction(number, &action, nullptr);
+  for (const int number : kSignals) {
+    struct sigaction before = {};
+    ::sigaction(number, nullptr, &before);
+    // Whoever started us under nohup wants us to outlive the terminal.
+    if (number == SIGHUP && before.sa_handler == SIG_IGN) continue;
+    ::sigaction(number, &action, nullptr);
+  }
 }
 
 }  // namespace

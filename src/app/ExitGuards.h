@@ -7,7 +7,8 @@
 namespace tarnwick {
 
 /// Turns SIGTERM, SIGINT and SIGHUP into a call on the main thread, so that a plain kill leaves the desktop as it was.
-/// The handler proper only writes one byte. One instance a process; the signals are the default's again when it goes.
+/// The handler proper only writes one byte. A SIGHUP that was ignored when the program began stays ignored. One
+/// instance a process; the signals are the default's again when it goes.
 class ExitGuards : public QObject {
   Q_OBJECT
  public:

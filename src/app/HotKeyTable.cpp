@@ -9,6 +9,12 @@ namespace {
 // The keys of the digits 0 to 9.
 constexpr std::array<quint32, HotKeyTable::kProfileKeys> kDigits = {29, 18, 19, 20, 21, 23, 22, 26, 28, 25};
 
+constexpr quint32 kSpace = 49;
+constexpr quint32 kCommand = 256;
+constexpr quint32 kShift = 512;
+constexpr quint32 kOption = 2048;
+constexpr quint32 kControl = 4096;
+
 QString word(bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); }
 
 }  // namespace
@@ -30,7 +36,20 @@ QList<HotKeyTable::Row> HotKeyTable::rows(const DesktopOptions& options) {
       rows.append(Row{kFirstProfile + digit, {kDigits[digit], options.profileModifiers}});
     }
   }
+  // Last, so that a key that the user set is never refused for the sake of one that follows from another.
+  const bool canAddShift = (options.shortcutModifiers & kShift) == 0;
+  if (options.dockShortcutEnabled && canAddShift) {
+    rows.append(Row{kFocus, {options.shortcutKey, options.shortcutModifiers | kShift}});
+  }
   return rows;
+}
+
+QList<HotKeyWish> HotKeyTable::commandBarFallbacks(const DesktopOptions& options) {
+  const DesktopOptions untouched;
+  const bool chosen =
+      options.commandBarKey != untouched.commandBarKey || options.commandBarModifiers != untouched.commandBarModifiers;
+  if (chosen) return {};
+  return {{kSpace, kCommand}, {kSpace, kControl | kOption}};
 }
 
 }  // namespace tarnwick

@@ -12,6 +12,7 @@ namespace tarnwick {
 struct HotKeyTable {
   static constexpr quint32 kToggle = 1;
   static constexpr quint32 kCommandBar = 2;
+  static constexpr quint32 kFocus = 3;  ///< The dock's key with Shift added.
   static constexpr quint32 kFirstProfile = 10;
   static constexpr int kProfileKeys = 10;
 
@@ -26,6 +27,8 @@ struct HotKeyTable {
   static QString signature(const DesktopOptions& options);
   /// The enabled keys, in the order in which they are taken.
   static QList<Row> rows(const DesktopOptions& options);
+  /// What is tried in turn where another program owns the command bar's key; empty once the user has chosen one.
+  static QList<HotKeyWish> commandBarFallbacks(const DesktopOptions& options);
 };
 
 }  // namespace tarnwick

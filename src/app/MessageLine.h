@@ -2,7 +2,9 @@
 
 #include <QObject>
 #include <memory>
+#include <optional>
 
+#include "base/Scheduler.h"
 #include "desktop/Panels.h"
 #include "desktop/Screens.h"
 
@@ -10,8 +12,10 @@ namespace tarnwick {
 
 class AppStore;
 class DockController;
+class MessageBubble;
 
-/// Shows the store's message in a quiet bubble above the dock until the user dismisses it or it is withdrawn.
+/// Shows the store's message in a quiet bubble above the dock until the user dismisses it or it is withdrawn. The
+/// bubble follows the dock; while no display is connected it waits for one.
 class MessageLine : public QObject {
   Q_OBJECT
  public:
@@ -23,13 +27,19 @@ class MessageLine : public QObject {
   bool isShown() const { return panel_ != nullptr; }
 
  private:
-  void place(const QSize& size, const QMargins& margins);
+  void arrangeSoon();
+  void arrange();
+  void make();
+  PanelPlacement placement() const;
 
   AppStore& store_;
   DockController& dock_;
   Screens& screens_;
   Panels& panels_;
   std::unique_ptr<Panel> panel_;
+  MessageBubble* bubble_ = nullptr;  // Owned by the panel.
+  std::optional<PanelPlacement> placement_;
+  JobHandle arranging_;
   QString text_;
 };
 

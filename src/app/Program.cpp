@@ -3,10 +3,14 @@
 #include <xcb/xcb.h>
 
 #include <QApplication>
+#include <QDBusConnection>
+#include <QDir>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QTranslator>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 
 #include "app/Adapters.h"
 #include "app/AppDelegate.h"
@@ -14,8 +18,11 @@
 #include "app/FixtureConfig.h"
 #include "app/RestoreDock.h"
 #include "app/SingleInstance.h"
+#include "app/SnapshotMode.h"
 #include "base/DomainError.h"
 #include "config/DataDirectory.h"
+#include "config/Persistence.h"
+#include "platform/dbus/DBusSessionApplication.h"
 
 namespace tarnwick {
 namespace {
@@ -53,20 +60,85 @@ bool displayAnswers() {
   return answers;
 }
 
-void loadWords(QApplication& application) {
+void loadWords(QCoreApplication& application) {
   auto* words = new QTranslator(&application);
   if (words->load(u":/i18n/tarnwick_en.qm"_s)) QCoreApplication::installTranslator(words);
 }
 
-/// The toolkit calls exit() when the display goes away; then this is the last chance to keep what was entered.
-AppDelegate* running = nullptr;
-void saveAtExit() {
-  if (running) running->store().save();
+/// The toolkit calls exit() when the display goes away; then this is the last chance to keep what was entered and to
+/// give back what was borrowed.
+class LastChance {
+ public:
+  explicit LastChance(AppDelegate& delegate) {
+    // What saving needs of static data must be made before the handler is known, or it is gone before the handler runs.
+    Persistence::encode(DockConfiguration());
+    running = &delegate;
+    std::atexit([] {
+      if (running) running->willTerminateWithoutDisplay();
+    });
+  }
+  ~LastChance() { running = nullptr; }
+  LastChance(const LastChance&) = delete;
+  LastChance& operator=(const LastChance&) = delete;
+
+ private:
+  static inline AppDelegate* running = nullptr;
+};
+
+/// What is settled before anything is made that needs a display.
+struct Start {
+  ProgramKeys keys;
+  std::unique_ptr<DataFolderLock> lock;
+  QStringList urls;
+  std::optional<int> status;  ///< To end with, when another copy runs.
+  QString alertTitle;
+  QString alertText;
+};
+
+void resolve(Start& start, const CommandLine& line) {
+  // The shared connection belongs to the application object that may come next, so this one is of its own.
+  const QString name = u"hand-over"_s;
+  {
+    DBusSessionApplication session(QDBusConnection::connectToBus(QDBusConnection::SessionBus, name));
+    const auto alert = [&](const QString& title, const QString& text) {
+      start.alertTitle = title;
+      start.alertText = text;
+    };
+    start.status = SingleInstance::resolve(*start.lock, session, QCoreApplication::applicationFilePath(), line,
+                                           {.say = say, .alert = alert});
+  }
+  QDBusConnection::disconnectFromBus(name);
+}
+
+Start begin(int argc, char** argv, const CommandLine& line) {
+  QCoreApplication application(argc, argv);
+  loadWords(application);
+  Start start;
+  start.keys = ProgramKeys::besideProgram();
+  start.urls = SingleInstance::urls(line.files, QDir::currentPath());
+  start.lock = std::make_unique<DataFolderLock>(QFileInfo(settingsFile(start.keys)).path());
+  if (start.lock->take() != DataFolderLock::Taking::Held) resolve(start, line);
+  return start;
+}
+
+int end(int argc, char** argv, const Start& start) {
+  if (start.alertText.isEmpty()) return *start.status;
+  if (displayAnswers()) {
+    const QApplication application(argc, argv);
+    QMessageBox::warning(nullptr, start.alertTitle, start.alertText);
+  } else {
+    say(start.alertText);
+  }
+  return *start.status;
 }
 
 int runDock(int argc, char** argv, const CommandLine& line) {
   const LaunchEnvironment environment = LaunchEnvironment::ofProcess();
   prepareToolkit();
+  QCoreApplication::setApplicationName(u"tarnwick"_s);
+  QCoreApplication::setApplicationVersion(QStringLiteral(TARNWICK_VERSION));
+  const Start start = begin(argc, argv, line);
+  if (start.status) return end(argc, argv, start);
   if (!displayAnswers()) {
     const QString display = qEnvironmentVariable("DISPLAY");
     say(display.isEmpty() ? u"Tarnwick needs a display, and DISPLAY names none."_s
@@ -74,33 +146,25 @@ int runDock(int argc, char** argv, const CommandLine& line) {
     return 1;
   }
 
-  QCoreApplication::setApplicationName(u"tarnwick"_s);
-  QCoreApplication::setApplicationVersion(QStringLiteral(TARNWICK_VERSION));
   QGuiApplication::setDesktopFileName(u"com.brindlemoor.Tarnwick"_s);
   QGuiApplication::setQuitOnLastWindowClosed(false);
   QApplication application(argc, argv);
   loadWords(application);
-
-  const ProgramKeys keys = ProgramKeys::besideProgram();
-  DataFolderLock lock(QFileInfo(settingsFile(keys)).path());
   SystemScheduler scheduler;
   Adapters adapters(scheduler, environment);
-  const auto alert = [](const QString& title, const QString& text) { QMessageBox::warning(nullptr, title, text); };
-  if (!SingleInstance::resolve(lock, adapters.session(), QCoreApplication::applicationFilePath(), line, alert)) {
-    return 0;
-  }
-
   StoreSetup store = adapters.storeSetup();
-  store.keys = keys;
-  AppDelegate delegate(std::move(store), adapters.delegateSetup());
-  running = &delegate;
-  std::atexit(saveAtExit);
+  store.keys = start.keys;
+  AppDelegate delegate(std::move(store), adapters.delegateSetup(QFileInfo(settingsFile(start.keys)).path()));
+  const LastChance lastChance(delegate);
   delegate.didFinishLaunching();
-  if (line.order && line.order->kind != Order::Kind::Toggle) delegate.perform(*line.order);
-  if (!line.files.isEmpty()) delegate.open(line.files);
-  const int status = QApplication::exec();
-  running = nullptr;
-  return status;
+  // Behind the dock's own coming up, which waits for the event loop as well.
+  const auto orders = [&] {
+    // Whoever asks to show or hide a dock that does not run wants to see it, and it starts shown.
+    if (line.order && line.order->kind != Order::Kind::Toggle) delegate.perform(*line.order);
+    if (!start.urls.isEmpty()) delegate.open(start.urls);
+  };
+  QMetaObject::invokeMethod(&delegate, orders, Qt::QueuedConnection);
+  return QApplication::exec();
 }
 
 }  // namespace
@@ -113,6 +177,8 @@ int runProgram(int argc, char** argv) {
         return writeFixtureConfig(line.path);
       case Mode::RestoreDock:
         return restoreDockAndExit(argc, argv, line.directory);
+      case Mode::Snapshot:
+        return runSnapshot(argumentsOf(argc, argv));
       case Mode::Run:
         return runDock(argc, argv, line);
       default:
@@ -120,8 +186,12 @@ int runProgram(int argc, char** argv) {
     }
   } catch (const DomainError& failure) {
     say(failure.message());
-    return 1;
+  } catch (const std::exception& failure) {
+    say(u"Tarnwick had to end: %1"_s.arg(QString::fromLocal8Bit(failure.what())));
+  } catch (...) {
+    say(u"Tarnwick had to end for an unknown reason."_s);
   }
+  return 1;
 }
 
 }  // namespace tarnwick

@@ -3,15 +3,22 @@
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/file.h>
+#include <sys/stat.h>
+#include <time.h>
 #include <unistd.h>
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QFile>
 #include <QFileInfo>
 #include <QThread>
 #include <QUrl>
+#include <cerrno>
+
+#include "base/DomainError.h"
+#include "base/DurableFile.h"
 
 namespace tarnwick {
 namespace {
@@ -20,54 +27,86 @@ using namespace Qt::StringLiterals;
 
 constexpr mode_t kPrivate = 0600;
 
-/// When a process began, which the kernel keeps as the age of its folder.
-std::optional<QDateTime> startOf(qint64 pid) {
-  if (pid <= 0) return std::nullopt;
-  const QFileInfo folder(u"/proc/%1"_s.arg(pid));
-  return folder.exists() ? std::optional(folder.lastModified()) : std::nullopt;
+std::optional<struct stat> statusOf(const QString& path) {
+  struct stat status = {};
+  return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? std::optional(status) : std::nullopt;
 }
 
-void handOver(SessionApplication& session, const CommandLine& line) {
-  if (!line.files.isEmpty()) {
-    QStringList urls;
-    for (const QString& file : line.files) {
-      urls << QUrl::fromUserInput(file, QDir::currentPath(), QUrl::AssumeLocalFile).toString(QUrl::FullyEncoded);
+bool isSameFile(const struct stat& a, const struct stat& b) { return a.st_dev == b.st_dev && a.st_ino == b.st_ino; }
+
+/// Whether the running executable of a process is not the file any more that stands at `executable`. A package keeps
+/// the date of its making, so the dates alone do not tell.
+bool wasReplaced(qint64 process, const QString& executable) {
+  const auto running = statusOf(u"/proc/%1/exe"_s.arg(process));
+  const auto present = statusOf(executable);
+  return running && present && !isSameFile(*running, *present);
+}
+
+/// Whether a process was started from this very path, which holds another file now.
+bool lostItsFile(qint64 process, const QString& executable) {
+  QString started = QFile::symLinkTarget(u"/proc/%1/exe"_s.arg(process));
+  const QString gone = u" (deleted)"_s;
+  if (!started.endsWith(gone)) return false;
+  started.chop(gone.size());
+  return started == QFileInfo(executable).canonicalFilePath() && wasReplaced(process, executable);
+}
+
+/// One try to give the running copy what this command line asks.
+class HandOver {
+ public:
+  HandOver(SessionApplication& session, const CommandLine& line)
+      : session_(session),
+        order_(line.order),
+        urls_(SingleInstance::urls(line.files, QDir::currentPath())),
+        isPlain_(urls_.isEmpty() && !order_) {}
+
+  /// Whether nothing is asked but to come forward.
+  bool isPlain() const { return isPlain_; }
+
+  /// Whether all has arrived by now. What arrived is not handed over again.
+  bool attempt() {
+    if (isPlain_) return session_.activateOther();
+    if (!urls_.isEmpty() && !session_.openInOther(urls_)) return false;
+    urls_.clear();
+    return !order_ || give(*order_);
+  }
+
+ private:
+  bool give(const Order& order) {
+    switch (order.kind) {
+      case Order::Kind::Toggle:
+        return session_.actInOther(u"toggle"_s);
+      case Order::Kind::CommandBar:
+        return session_.actInOther(u"command-bar"_s);
+      case Order::Kind::Focus:
+        return session_.actInOther(u"focus"_s);
+      case Order::Kind::Profile:
+        return session_.actInOther(u"profile"_s, {order.profile});
     }
-    session.openInOther(urls);
-    return;
+    return false;
   }
-  if (!line.order) {
-    session.activateOther();
-    return;
-  }
-  switch (line.order->kind) {
-    case Order::Kind::Toggle:
-      session.actInOther(u"toggle"_s);
-      break;
-    case Order::Kind::CommandBar:
-      session.actInOther(u"command-bar"_s);
-      break;
-    case Order::Kind::Focus:
-      session.actInOther(u"focus"_s);
-      break;
-    case Order::Kind::Profile:
-      session.actInOther(u"profile"_s, {line.order->profile});
-      break;
-  }
-}
 
-bool becameFree(DataFolderLock& lock) {
+  SessionApplication& session_;
+  std::optional<Order> order_;
+  QStringList urls_;
+  bool isPlain_;
+};
+
+/// Looks again and again until something holds; false when it does not within the patience.
+bool keepsLooking(const std::function<bool()>& holds) {
   QElapsedTimer waited;
   waited.start();
-  while (waited.elapsed() < static_cast<qint64>(SingleInstance::kPatience * 1000)) {
-    if (lock.take()) return true;
+  while (!holds()) {
+    if (waited.elapsed() >= static_cast<qint64>(SingleInstance::kPatience * 1000)) return false;
     QCoreApplication::processEvents(QEventLoop::AllEvents);
     QThread::msleep(static_cast<unsigned long>(SingleInstance::kPolling * 1000));
   }
-  return lock.take();
+  return true;
 }
 
 }  // namespace
+
+// --- The lock -------------------------------------------------------------------------------------------------------
 
 DataFolderLock::DataFolderLock(const QString& directory) : path_(directory + "/tarnwick.lock"_L1) {}
 
@@ -75,28 +114,52 @@ DataFolderLock::~DataFolderLock() {
   if (descriptor_ >= 0) ::close(descriptor_);
 }
 
-bool DataFolderLock::take() {
-  if (held_) return true;
-  if (descriptor_ < 0) {
-    QDir().mkpath(QFileInfo(path_).path());
-    descriptor_ = ::open(QFile::encodeName(path_).constData(), O_RDWR | O_CREAT | O_CLOEXEC, kPrivate);
-    if (descriptor_ < 0) return true;
+bool DataFolderLock::open() {
+  if (descriptor_ >= 0) return true;
+  try {
+    DurableFile::makeParent(path_);
+  } catch (const DomainError&) {
+    return false;
   }
-  if (::flock(descriptor_, LOCK_EX | LOCK_NB) != 0) return errno != EWOULDBLOCK;
+  descriptor_ = ::open(QFile::encodeName(path_).constData(), O_RDWR | O_CREAT | O_CLOEXEC, kPrivate);
+  return descriptor_ >= 0;
+}
+
+DataFolderLock::Taking DataFolderLock::take() {
+  if (held_) return Taking::Held;
+  if (!open()) return Taking::Impossible;
+  if (::flock(descriptor_, LOCK_EX | LOCK_NB) != 0) {
+    return errno == EWOULDBLOCK ? Taking::OthersHave : Taking::Impossible;
+  }
   held_ = true;
   const QByteArray pid = QByteArray::number(static_cast<qint64>(::getpid())) + '\n';
-  // A lock whose holder is unknown still holds; the number only tells a newer build how old this one is.
+  // A lock whose holder is unknown still holds; the number only tells others whom to ask.
   if (::ftruncate(descriptor_, 0) == 0) [[maybe_unused]]
     const auto written = ::pwrite(descriptor_, pid.constData(), static_cast<size_t>(pid.size()), 0);
-  return true;
+  return Taking::Held;
 }
 
 qint64 DataFolderLock::holder() const {
   if (descriptor_ < 0) return 0;
   char text[24] = {};
   const auto length = ::pread(descriptor_, text, sizeof text - 1, 0);
-  return length > 0 ? QByteArray(text).trimmed().toLongLong() : 0;
+  const qint64 process = length > 0 ? QByteArray(text).trimmed().toLongLong() : 0;
+  return process > 0 && isOpenIn(process) ? process : 0;
 }
+
+/// The number may be that of an earlier holder, and by now of any other program.
+bool DataFolderLock::isOpenIn(qint64 process) const {
+  struct stat ours = {};
+  if (::fstat(descriptor_, &ours) != 0) return false;
+  const QDir open(u"/proc/%1/fd"_s.arg(process));
+  for (const QString& name : open.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)) {
+    const auto theirs = statusOf(open.filePath(name));
+    if (theirs && isSameFile(ours, *theirs)) return true;
+  }
+  return false;
+}
+
+// --- Deciding -------------------------------------------------------------------------------------------------------
 
 SingleInstance::Decision SingleInstance::decide(const std::optional<QDateTime>& otherStarted,
                                                 const QDateTime& executableModified, bool benchmarking) {
@@ -104,31 +167,82 @@ SingleInstance::Decision SingleInstance::decide(const std::optional<QDateTime>& 
   return executableModified > *otherStarted ? Decision::Replace : Decision::HandOver;
 }
 
+std::optional<QDateTime> SingleInstance::startOf(qint64 process) {
+  constexpr qsizetype kStartTime = 22;  // Counted from one; the first two are the number and the name.
+  if (process <= 0) return std::nullopt;
+  QFile file(u"/proc/%1/stat"_s.arg(process));
+  if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
+  const QByteArray line = file.readAll();
+  // The name stands in parentheses and may hold anything.
+  const QList<QByteArray> fields = line.mid(line.lastIndexOf(')') + 2).split(' ');
+  if (fields.size() <= kStartTime - 3) return std::nullopt;
+  const qint64 ticks = fields[kStartTime - 3].toLongLong();
+
+  struct timespec sinceBoot = {};
+  ::clock_gettime(CLOCK_BOOTTIME, &sinceBoot);
+  const qint64 nowMs = static_cast<qint64>(sinceBoot.tv_sec) * 1000 + sinceBoot.tv_nsec / 1'000'000;
+  // The kernel counts whole ticks, so the process began before the end of that tick.
+  const qint64 startedMs = (ticks + 1) * 1000 / ::sysconf(_SC_CLK_TCK);
+  return QDateTime::currentDateTime().addMSecs(startedMs - nowMs);
+}
+
 bool SingleInstance::isStale(const QString& executable) {
   const auto started = startOf(::getpid());
   const QFileInfo file(executable);
-  return started && file.exists() && file.lastModified() > *started;
+  if (!file.exists()) return false;
+  return (started && file.lastModified() > *started) || wasReplaced(::getpid(), executable);
 }
 
-bool SingleInstance::resolve(DataFolderLock& lock, SessionApplication& session, const QString& executable,
-                             const CommandLine& line,
-                             const std::function<void(const QString&, const QString&)>& report) {
-  if (lock.take()) return true;
-  const qint64 other = lock.holder();
-  const QFileInfo file(executable);
-  // The lock is held, so going on is no choice here: without a date the other copy counts as the same build.
-  const bool replace = file.exists() && decide(startOf(other), file.lastModified(), false) == Decision::Replace;
-  if (!replace) {
-    handOver(session, line);
-    return false;
+QStringList SingleInstance::urls(const QStringList& files, const QString& workingDirectory) {
+  QStringList urls;
+  for (const QString& file : files) {
+    const QUrl url = QUrl::fromUserInput(file, workingDirectory, QUrl::AssumeLocalFile);
+    const bool isThere = url.isLocalFile() ? QFileInfo::exists(url.toLocalFile()) : url.isValid();
+    if (isThere) urls << url.toString(QUrl::FullyEncoded);
   }
-  if (!session.actInOther(u"quit"_s) && other > 0) ::kill(static_cast<pid_t>(other), SIGTERM);
-  if (becameFree(lock)) return true;
-  report(QCoreApplication::translate("SingleInstance", "Tarnwick is already running"),
-         QCoreApplication::translate("SingleInstance",
-                                     "A copy of Tarnwick from before this one was built is still running and did not "
-                                     "quit. Quit it from its menu bar icon, then open this one again."));
-  return false;
+  return urls;
+}
+
+std::optional<int> SingleInstance::resolve(DataFolderLock& lock, SessionApplication& session, const QString& executable,
+                                           const CommandLine& line, const Voices& voices) {
+  const bool canLock = lock.take() != DataFolderLock::Taking::Impossible;
+  // Without a lock the name on the bus decides: it tells of one other copy, whatever its data.
+  const auto isFree = [&] {
+    return canLock ? lock.take() == DataFolderLock::Taking::Held : session.otherProcess() == 0;
+  };
+  const auto other = [&] { return canLock ? lock.holder() : session.otherProcess(); };
+  const auto hasTheName = [&] { return other() > 0 && session.otherProcess() == other(); };
+  if (isFree()) return std::nullopt;
+
+  // The lock is held, so going on is no choice here: without a date the other copy counts as the same build.
+  const QFileInfo file(executable);
+  const bool isNewer = file.exists() && (decide(startOf(other()), file.lastModified(), false) == Decision::Replace ||
+                                         lostItsFile(other(), executable));
+  if (isNewer) {
+    const qint64 older = other();
+    const bool asked = hasTheName() && session.actInOther(u"quit"_s);
+    if (!asked && older > 0 && older == other()) ::kill(static_cast<pid_t>(older), SIGTERM);
+    if (keepsLooking(isFree)) return std::nullopt;
+    voices.alert(
+        QCoreApplication::translate("SingleInstance", "Tarnwick is already running"),
+        QCoreApplication::translate("SingleInstance",
+                                    "A copy of Tarnwick from before this one was built is still running and did not "
+                                    "quit. Quit it from its menu bar icon, then open this one again."));
+    return 0;
+  }
+
+  // The other copy may be just coming up or going down: it is asked until it answers, or until its place is free.
+  HandOver handOver(session, line);
+  bool free = false;
+  const bool settled = keepsLooking([&] {
+    free = isFree();
+    return free || (hasTheName() && handOver.attempt());
+  });
+  if (free) return std::nullopt;
+  if (settled || (handOver.isPlain() && !session.isReachable())) return 0;
+  voices.say(QCoreApplication::translate("SingleInstance",
+                                         "Tarnwick is already running with this data and could not be reached."));
+  return 1;
 }
 
 }  // namespace tarnwick

@@ -2,30 +2,38 @@
 
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
+#include <functional>
 #include <optional>
 
 #include "app/CommandLine.h"
 #include "app/ports/SessionApplication.h"
-#include "base/Scheduler.h"
 
 namespace tarnwick {
 
 /// A lock on the data folder. It is the kernel's, so it goes with the process however that ends.
 class DataFolderLock {
  public:
+  enum class Taking {
+    Held,
+    OthersHave,
+    Impossible,  ///< The folder cannot hold a lock at all, as in a read-only place.
+  };
+
   explicit DataFolderLock(const QString& directory);
   ~DataFolderLock();
   DataFolderLock(const DataFolderLock&) = delete;
   DataFolderLock& operator=(const DataFolderLock&) = delete;
 
-  /// Tries to take the lock, making the folder where it is missing. True also where the folder cannot hold a lock at
-  /// all (a read-only place): then nothing can be saved there either, so two copies cannot harm each other.
-  bool take();
-  bool isHeld() const { return held_; }
-  /// The process that holds the lock, as far as it wrote it down; 0 when unknown.
+  /// Tries to take the lock, making the folder, for its owner alone, where it is missing.
+  Taking take();
+  /// The process that holds the lock, as far as it wrote it down and still has the file open; 0 when unknown.
   qint64 holder() const;
 
  private:
+  bool open();
+  bool isOpenIn(qint64 process) const;
+
   QString path_;
   int descriptor_ = -1;
   bool held_ = false;
@@ -35,7 +43,7 @@ class DataFolderLock {
 struct SingleInstance {
   enum class Decision { GoOn, HandOver, Replace };
 
-  static constexpr double kPatience = 4;    ///< Seconds that an older copy has to quit.
+  static constexpr double kPatience = 4;    ///< Seconds that a copy has to quit, or to take what is handed over.
   static constexpr double kPolling = 0.05;  ///< Seconds between two looks.
 
   /// What to do about a copy that runs. An unknown start of the other lets this one go on; an executable that is newer
@@ -43,13 +51,23 @@ struct SingleInstance {
   static Decision decide(const std::optional<QDateTime>& otherStarted, const QDateTime& executableModified,
                          bool benchmarking);
 
+  /// When a process began; absent when there is no such process.
+  static std::optional<QDateTime> startOf(qint64 process);
   /// Whether the executable was replaced on the disk after this process started.
   static bool isStale(const QString& executable);
 
-  /// Whether this process may go on. Otherwise the running copy was brought forward, and was given what the command
-  /// line asks; or it did not quit, which `report` is told in two sentences.
-  static bool resolve(DataFolderLock& lock, SessionApplication& session, const QString& executable,
-                      const CommandLine& line, const std::function<void(const QString&, const QString&)>& report);
+  /// What a command line names to be opened, as URLs: files that exist, and addresses.
+  static QStringList urls(const QStringList& files, const QString& workingDirectory);
+
+  /// What became of a start: nothing when this process may go on, else the status to end with. Then the running copy
+  /// was brought forward and given what the command line asks; or it could not be reached, which `say` is told; or it
+  /// is an older build that did not quit, which `alert` is told in a title and a text.
+  struct Voices {
+    std::function<void(const QString& sentence)> say;
+    std::function<void(const QString& title, const QString& text)> alert;
+  };
+  static std::optional<int> resolve(DataFolderLock& lock, SessionApplication& session, const QString& executable,
+                                    const CommandLine& line, const Voices& voices);
 };
 
 }  // namespace tarnwick

@@ -1,14 +1,11 @@
 #pragma once
 
-#include <QMenu>
 #include <QObject>
 #include <QSystemTrayIcon>
 #include <functional>
 #include <memory>
 
 #include "app/StatusMenu.h"
-
-class QDBusServiceWatcher;
 
 namespace tarnwick {
 
@@ -17,25 +14,27 @@ namespace tarnwick {
 class StatusItem : public QObject {
   Q_OBJECT
  public:
-  /// `state` is asked each time before a menu opens.
-  StatusItem(std::function<MenuState()> state, MenuActions actions, QObject* parent = nullptr);
+  StatusItem(std::function<MenuState()> state, MenuActionsProvider actions, QObject* parent = nullptr);
   ~StatusItem() override;
 
   void setVisible(bool visible);
   /// With the classic menu a left click opens the plain menu too.
   void setClassicMenu(bool classic) { classic_ = classic; }
-  /// What a left click toggles below the item; while empty it opens the plain menu.
-  std::function<void()> togglePanel;
-  std::function<void()> hidePanel;
+  /// Brings the menu up to date; trays that keep a copy of it need not ask before they open it.
+  void refresh() { menu_.refresh(); }
 
  private:
+  class OlderTray;
+
   void lookForTray();
+  void lookForOlderTray();
   void appear();
   void activated(QSystemTrayIcon::ActivationReason reason);
+  void hidePanel();
 
-  std::function<MenuState()> state_;
-  MenuActions actions_;
-  QMenu menu_;
+  MenuActionsProvider actions_;
+  StatusMenu menu_;
+  std::unique_ptr<OlderTray> olderTray_;
   std::unique_ptr<QSystemTrayIcon> icon_;
   bool visible_ = true;
   bool classic_ = false;

@@ -11,15 +11,47 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+constexpr int kMessageWidth = 360;
+constexpr QKeyCombination kSettingsKey = Qt::CTRL | Qt::Key_Comma;
+constexpr QKeyCombination kAddWidgetsKey = Qt::CTRL | Qt::Key_N;
+constexpr QKeyCombination kQuitKey = Qt::CTRL | Qt::Key_Q;
+
 QString words(const char* text) { return QCoreApplication::translate("Menu", text); }
 
-QAction* entry(QMenu& menu, const char* text, const std::function<void()>& action, const QKeySequence& key = {}) {
-  QAction* added = menu.addAction(words(text));
-  added->setShortcut(key);
-  added->setEnabled(static_cast<bool>(action));
-  if (action) QObject::connect(added, &QAction::triggered, &menu, [action] { action(); });
-  return added;
-}
+/// A menu takes a single ampersand for the mark of a mnemonic.
+QString withoutMnemonic(QString text) { return text.replace(u'&', u"&&"_s); }
+
+/// Makes entries. What an entry does is asked when it is chosen; whether it does anything, by its refresher.
+struct Entries {
+  using Action = std::function<void()> MenuActions::*;
+
+  const MenuActionsProvider& actions;
+  std::vector<std::function<void()>>& refreshers;
+
+  QAction* add(QMenu& menu, const QString& text, Action member, const QKeySequence& key = {}) const {
+    QAction* added = menu.addAction(text);
+    added->setShortcut(key);
+    refreshers.emplace_back(
+        [added, provider = actions, member] { added->setEnabled(static_cast<bool>(provider().*member)); });
+    QObject::connect(added, &QAction::triggered, added, [provider = actions, member] {
+      if (const auto action = provider().*member) action();
+    });
+    return added;
+  }
+
+  void addLayouts(QMenu& menu, const std::function<MenuState()>& state) const {
+    auto* group = new QActionGroup(&menu);
+    for (const DockLayout layout : kDockLayouts) {
+      QAction* added = menu.addAction(withoutMnemonic(label(layout)));
+      added->setCheckable(true);
+      group->addAction(added);
+      refreshers.emplace_back([added, state, layout] { added->setChecked(state().layout == layout); });
+      QObject::connect(added, &QAction::triggered, added, [provider = actions, layout] {
+        if (const auto choose = provider().chooseLayout) choose(layout);
+      });
+    }
+  }
+};
 
 /// The standard edit commands go to whatever has the focus.
 void editEntry(QMenu& menu, const char* text, QKeySequence::StandardKey key, const char* slot) {
@@ -30,58 +62,62 @@ void editEntry(QMenu& menu, const char* text, QKeySequence::StandardKey key, con
   });
 }
 
-void fillLayouts(QMenu& menu, const MenuState& state, const MenuActions& actions) {
-  auto* group = new QActionGroup(&menu);
-  for (const DockLayout layout : kDockLayouts) {
-    // A menu takes a single ampersand for the mark of a mnemonic.
-    QAction* added = menu.addAction(label(layout).replace(u'&', u"&&"_s));
-    added->setCheckable(true);
-    added->setChecked(layout == state.layout);
-    added->setEnabled(static_cast<bool>(actions.chooseLayout));
-    group->addAction(added);
-    QObject::connect(added, &QAction::triggered, &menu, [choose = actions.chooseLayout, layout] { choose(layout); });
-  }
-}
-
 }  // namespace
 
-void fillStatusMenu(QMenu& menu, const MenuState& state, const MenuActions& actions) {
-  menu.clear();
-  if (!state.error.isEmpty()) {
-    const QString line = menu.fontMetrics().elidedText(state.error, Qt::ElideRight, 360);
-    QAction* message = menu.addAction(line);
-    message->setToolTip(state.error);
-    if (actions.dismissError) {
-      QObject::connect(message, &QAction::triggered, &menu, [dismiss = actions.dismissError] { dismiss(); });
-    }
-    menu.addSeparator();
-  }
-  if (!state.onboardingComplete) entry(menu, QT_TRANSLATE_NOOP("Menu", "Continue Setup…"), actions.continueSetup);
-  entry(menu, QT_TRANSLATE_NOOP("Menu", "Settings…"), actions.settings, QKeySequence(Qt::CTRL | Qt::Key_Comma));
-  menu.addSeparator();
-  fillLayouts(*menu.addMenu(words(QT_TRANSLATE_NOOP("Menu", "Layout"))), state, actions);
-  entry(menu, QT_TRANSLATE_NOOP("Menu", "Show / Hide Dock"), actions.toggleDock);
-  entry(menu, QT_TRANSLATE_NOOP("Menu", "Restore the macOS Dock"), actions.restoreSystemDock);
-  menu.addSeparator();
-  QMenu& help = *menu.addMenu(words(QT_TRANSLATE_NOOP("Menu", "Help")));
-  entry(help, QT_TRANSLATE_NOOP("Menu", "Add Widgets…"), actions.addWidgets, QKeySequence(Qt::CTRL | Qt::Key_N));
-  entry(help, QT_TRANSLATE_NOOP("Menu", "Folder Icons…"), actions.folderIcons);
-  entry(help, QT_TRANSLATE_NOOP("Menu", "Check for Updates…"), actions.checkForUpdates);
-  entry(help, QT_TRANSLATE_NOOP("Menu", "About Tarnwick"), actions.about);
-  menu.addSeparator();
-  entry(menu, QT_TRANSLATE_NOOP("Menu", "Quit Tarnwick"), actions.quit, QKeySequence(Qt::CTRL | Qt::Key_Q));
+StatusMenu::StatusMenu(std::function<MenuState()> state, MenuActionsProvider actions)
+    : state_(std::move(state)), actions_(std::move(actions)) {
+  using Actions = MenuActions;
+  const Entries entries{actions_, refreshers_};
+  setToolTipsVisible(true);
+  message_ = entries.add(*this, {}, &Actions::dismissError);
+  belowMessage_ = addSeparator();
+  continueSetup_ = entries.add(*this, words(QT_TRANSLATE_NOOP("Menu", "Continue Setup…")), &Actions::continueSetup);
+  entries.add(*this, words(QT_TRANSLATE_NOOP("Menu", "Settings…")), &Actions::settings, kSettingsKey);
+  addSeparator();
+  entries.addLayouts(*addMenu(words(QT_TRANSLATE_NOOP("Menu", "Layout"))), state_);
+  entries.add(*this, words(QT_TRANSLATE_NOOP("Menu", "Show / Hide Dock")), &Actions::toggleDock);
+  entries.add(*this, words(QT_TRANSLATE_NOOP("Menu", "Restore the macOS Dock")), &Actions::restoreSystemDock);
+  addSeparator();
+  QMenu& help = *addMenu(words(QT_TRANSLATE_NOOP("Menu", "Help")));
+  entries.add(help, words(QT_TRANSLATE_NOOP("Menu", "Add Widgets…")), &Actions::addWidgets, kAddWidgetsKey);
+  entries.add(help, words(QT_TRANSLATE_NOOP("Menu", "Folder Icons…")), &Actions::folderIcons);
+  entries.add(help, words(QT_TRANSLATE_NOOP("Menu", "Check for Updates…")), &Actions::checkForUpdates);
+  entries.add(help, words(QT_TRANSLATE_NOOP("Menu", "About Tarnwick")), &Actions::about);
+  addSeparator();
+  entries.add(*this, words(QT_TRANSLATE_NOOP("Menu", "Quit Tarnwick")), &Actions::quit, kQuitKey);
+  connect(this, &QMenu::aboutToShow, this, &StatusMenu::refresh);
+  refresh();
 }
 
-std::unique_ptr<QMenuBar> makeApplicationMenu(const MenuActions& actions) {
+void StatusMenu::refresh() {
+  const MenuState state = state_();
+  const bool says = !state.error.isEmpty();
+  message_->setText(withoutMnemonic(fontMetrics().elidedText(state.error, Qt::ElideRight, kMessageWidth)));
+  message_->setToolTip(state.error);
+  message_->setVisible(says);
+  belowMessage_->setVisible(says);
+  continueSetup_->setVisible(!state.onboardingComplete);
+  for (const auto& each : refreshers_) each();
+}
+
+std::unique_ptr<QMenuBar> makeApplicationMenu(const MenuActionsProvider& actions) {
+  using Actions = MenuActions;
   auto bar = std::make_unique<QMenuBar>();
+  std::vector<std::function<void()>> refreshers;
+  const Entries entries{actions, refreshers};
   QMenu& program = *bar->addMenu(QStringLiteral("Tarnwick"));
-  entry(program, QT_TRANSLATE_NOOP("Menu", "Command Bar"), actions.commandBar);
-  entry(program, QT_TRANSLATE_NOOP("Menu", "Open a Space…"), actions.openSpace);
-  entry(program, QT_TRANSLATE_NOOP("Menu", "Save This Dock as a Space…"), actions.saveSpace);
-  entry(program, QT_TRANSLATE_NOOP("Menu", "Settings…"), actions.settings, QKeySequence(Qt::CTRL | Qt::Key_Comma));
-  entry(program, QT_TRANSLATE_NOOP("Menu", "Add Widgets…"), actions.addWidgets, QKeySequence(Qt::CTRL | Qt::Key_N));
-  entry(program, QT_TRANSLATE_NOOP("Menu", "Check for Updates…"), actions.checkForUpdates);
-  entry(program, QT_TRANSLATE_NOOP("Menu", "Quit Tarnwick"), actions.quit, QKeySequence(Qt::CTRL | Qt::Key_Q));
+  entries.add(program, words(QT_TRANSLATE_NOOP("Menu", "Command Bar")), &Actions::commandBar);
+  entries.add(program, words(QT_TRANSLATE_NOOP("Menu", "Open a Space…")), &Actions::openSpace);
+  entries.add(program, words(QT_TRANSLATE_NOOP("Menu", "Save This Dock as a Space…")), &Actions::saveSpace);
+  entries.add(program, words(QT_TRANSLATE_NOOP("Menu", "Settings…")), &Actions::settings, kSettingsKey);
+  entries.add(program, words(QT_TRANSLATE_NOOP("Menu", "Add Widgets…")), &Actions::addWidgets, kAddWidgetsKey);
+  entries.add(program, words(QT_TRANSLATE_NOOP("Menu", "Check for Updates…")), &Actions::checkForUpdates);
+  entries.add(program, words(QT_TRANSLATE_NOOP("Menu", "Quit Tarnwick")), &Actions::quit, kQuitKey);
+  const auto refresh = [refreshers] {
+    for (const auto& each : refreshers) each();
+  };
+  refresh();
+  QObject::connect(&program, &QMenu::aboutToShow, &program, refresh);
 
   QMenu& edit = *bar->addMenu(words(QT_TRANSLATE_NOOP("Menu", "Edit")));
   editEntry(edit, QT_TRANSLATE_NOOP("Menu", "Undo"), QKeySequence::Undo, "undo");
@@ -91,12 +127,11 @@ std::unique_ptr<QMenuBar> makeApplicationMenu(const MenuActions& actions) {
   editEntry(edit, QT_TRANSLATE_NOOP("Menu", "Select All"), QKeySequence::SelectAll, "selectAll");
 
   QMenu& window = *bar->addMenu(words(QT_TRANSLATE_NOOP("Menu", "Window")));
-  entry(
-      window, QT_TRANSLATE_NOOP("Menu", "Close"),
-      [] {
-        if (QWidget* active = QApplication::activeWindow()) active->close();
-      },
-      QKeySequence(Qt::CTRL | Qt::Key_W));
+  QAction* close = window.addAction(words(QT_TRANSLATE_NOOP("Menu", "Close")));
+  close->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_W));
+  QObject::connect(close, &QAction::triggered, close, [] {
+    if (QWidget* active = QApplication::activeWindow()) active->close();
+  });
   return bar;
 }
 

@@ -4,6 +4,7 @@
 #include <QMenuBar>
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "config/DockLayout.h"
 
@@ -25,19 +26,41 @@ struct MenuActions {
   std::function<void()> saveSpace;
   std::function<void()> dismissError;
   std::function<void(DockLayout)> chooseLayout;
+  /// The small window below the status item. While there is none, a click opens the plain menu.
+  std::function<void()> togglePanel;
+  std::function<void()> hidePanel;
 };
 
-/// What the menus show at the moment they open.
+/// Asked whenever an entry is brought up to date or chosen, so that parts of the program may bring their actions at any
+/// time.
+using MenuActionsProvider = std::function<MenuActions()>;
+
+/// What the plain menu shows at the moment it opens.
 struct MenuState {
   bool onboardingComplete = false;
   DockLayout layout = DockLayout::Fixed;
-  QString error;  ///< The message line; an entry of its own while there is one.
+  QString error;  ///< The message line; an entry of its own while there is one, which dismisses it.
 };
 
-/// Fills the status item's plain menu anew, which is done each time before it opens.
-void fillStatusMenu(QMenu& menu, const MenuState& state, const MenuActions& actions);
+/// The status item's plain menu. Trays keep a copy of it, so it is built once and then only kept up to date.
+class StatusMenu : public QMenu {
+  Q_OBJECT
+ public:
+  StatusMenu(std::function<MenuState()> state, MenuActionsProvider actions);
+
+  /// Brings the entries up to date; done by itself before the menu opens.
+  void refresh();
+
+ private:
+  std::function<MenuState()> state_;
+  MenuActionsProvider actions_;
+  std::vector<std::function<void()>> refreshers_;
+  QAction* message_;
+  QAction* belowMessage_;
+  QAction* continueSetup_;
+};
 
 /// The menu bar of the program's own windows.
-std::unique_ptr<QMenuBar> makeApplicationMenu(const MenuActions& actions);
+std::unique_ptr<QMenuBar> makeApplicationMenu(const MenuActionsProvider& actions);
 
 }  // namespace tarnwick

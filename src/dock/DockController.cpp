@@ -2,11 +2,15 @@
 
 #include <QtMath>
 
+#include "base/DomainError.h"
+#include "dock/DockContentContainer.h"
 #include "dock/rules/DesktopMath.h"
 #include "store/AppStore.h"
 
 namespace tarnwick {
 namespace {
+
+using namespace Qt::StringLiterals;
 
 std::optional<QPointF> savedPlace(const DockConfiguration& config, const QString& display) {
   const auto place = config.floatingPositions.constFind(display);
@@ -14,15 +18,27 @@ std::optional<QPointF> savedPlace(const DockConfiguration& config, const QString
   return QPointF(place->at(0), place->at(1));
 }
 
+bool standsOnTop(const DockConfiguration& config) {
+  return config.layout == DockLayout::RevealTop || (config.layout == DockLayout::Fixed && config.position == "top"_L1);
+}
+
 }  // namespace
 
-DockController::DockController(AppStore& store, Screens& screens, Panels& panels, ContentFactory factory)
-    : store_(store), screens_(screens), panels_(panels), factory_(std::move(factory)) {
-  connect(&screens_, &Screens::changed, this, &DockController::refresh);
-  connect(&panels_, &Panels::compositingChanged, this, &DockController::refresh);
+DockController::DockController(AppStore& store, DockPorts ports, ContentFactory factory)
+    : store_(store),
+      ports_(ports),
+      suppressor_(store.dataDirectory(), *ports.preferences, ports.guard),
+      factory_(std::move(factory)) {
+  connect(ports_.screens, &Screens::changed, this, &DockController::refresh);
+  connect(ports_.panels, &Panels::compositingChanged, this, &DockController::refresh);
+  connect(ports_.zones, &ZoneSensor::changed, this, &DockController::checkEdge);
+  connect(ports_.motion, &MotionPreference::changed, this, &DockController::refresh);
   connect(&store_, &AppStore::runningAppsChanged, this, [this] {
     if (store_.config().liveApps) refresh();
   });
+  if (ports_.windows) connect(ports_.windows, &ClientWindows::changed, this, &DockController::platformStateChanged);
+  suppressor_.setNeedsApply([this] { refresh(); });
+  platformStateChanged();
 }
 
 DockController::~DockController() { shutdown(); }
@@ -34,29 +50,237 @@ void DockController::refresh() {
 
 void DockController::toggle() {
   manuallyHidden_ = !manuallyHidden_;
-  if (manuallyHidden_) {
-    setVisible(false);
-  } else {
+  if (!manuallyHidden_) {
     refresh();
+    return;
   }
+  leaveKeyboard();
+  setShown(false);
+  transitionTimer_.reset();
+  updateZones();
 }
 
 void DockController::setMayShow(bool mayShow) {
-  if (mayShow_ == mayShow) return;
+  if (mayShow_ == mayShow || down_) return;
   mayShow_ = mayShow;
-  if (!mayShow_) {
-    setVisible(false);
-  } else if (!down_) {
+  if (mayShow_) {
     // The first picture need not wait for a burst of changes to settle.
     layoutPanels();
+  } else {
+    setShown(false);
+    transitionTimer_.reset();
   }
 }
 
 void DockController::shutdown() {
+  if (down_) return;
   down_ = true;
+  transitionTimer_.reset();
   refreshWork_.reset();
-  docks_.clear();
+  ports_.zones->watch({});
+  try {
+    suppressor_.restore();
+  } catch (const DomainError& failure) {
+    store_.setError(failure.message());
+  }
+  store_.services().windows->restoreReservations(store_.dataDirectory() + "/window-recovery.json"_L1);
+  removeDocks([](const QString&) { return true; });
 }
+
+void DockController::giveBack() noexcept {
+  try {
+    suppressor_.restore();
+  } catch (const std::exception&) {
+    // The recovery file stays, and the next start tries again.
+  }
+}
+
+void DockController::removeDocks(const std::function<bool(const QString&)>& isDoomed) {
+  for (auto dock = docks_.begin(); dock != docks_.end();) {
+    if (!isDoomed(dock->first)) {
+      ++dock;
+      continue;
+    }
+    if (willRemove) willRemove(dock->first);
+    dock = docks_.erase(dock);
+  }
+}
+
+void DockController::restoreSystemDock() {
+  try {
+    suppressor_.restore();
+    store_.setError(tr("The macOS Dock settings have been restored."));
+  } catch (const DomainError& failure) {
+    store_.setError(failure.message());
+  }
+}
+
+// --- Layout ---------------------------------------------------------------------------------------------------------
+
+void DockController::layoutPanels() {
+  const QList<Screen> screens = ports_.screens->all();
+  rememberDisplays(screens);
+  refreshWork_.reset();  // What that changed is part of this pass.
+  QStringList connected;
+  for (const Screen& screen : screens) connected << screen.id;
+  const DockConfiguration& config = store_.config();
+  const QStringList selected = DesktopMath::selectedDisplays(
+      config.display, connected, config.desktopOptions().attachedDisplays, ports_.screens->mainId());
+
+  if (reservedLayout_ && *reservedLayout_ != config.layout) {
+    store_.services().windows->restoreReservations(store_.dataDirectory() + "/window-recovery.json"_L1);
+  }
+  reservedLayout_ = config.desktopOptions().reserveSpace ? std::optional(config.layout) : std::nullopt;
+  removeDocks([&](const QString& id) { return !selected.contains(id); });
+  applyToSystemDock();
+  for (const Screen& screen : screens) {
+    if (selected.contains(screen.id)) layout(screen);
+  }
+  updateZones();
+  platformStateChanged();
+  checkEdge();
+}
+
+void DockController::rememberDisplays(const QList<Screen>& screens) {
+  const DockConfiguration& config = store_.config();
+  DockConfiguration wanted = DesktopMath::migrated(config, screens).value_or(config);
+  DesktopOptions options = wanted.desktopOptions();
+  options.attachedDisplays = DesktopMath::remembered(options.attachedDisplays, screens);
+  for (const Screen& screen : screens) options.displayNames.insert(screen.id, screen.name);
+  wanted.desktop = options;
+  if (options == config.desktopOptions() && wanted.display == config.display &&
+      wanted.floatingPositions == config.floatingPositions) {
+    return;
+  }
+  store_.edit([&](DockConfiguration& stored) { stored = wanted; });
+}
+
+void DockController::applyToSystemDock() {
+  try {
+    suppressor_.apply(store_.config().layout);
+    if (const auto notice = suppressor_.takeNotice()) store_.setError(*notice);
+  } catch (const DomainError& failure) {
+    store_.setError(failure.message());
+  }
+}
+
+void DockController::layout(const Screen& screen) {
+  const DockConfiguration& config = store_.config();
+  const int apps = config.liveApps ? static_cast<int>(store_.unpinnedRunningApps(screen.id).size()) : 0;
+  const DockPlacement::Row row = DockPlacement::row(store_.displayedWidgets(screen.id), apps);
+  const DockPlacement::Size size = DockPlacement::size(config, row, screen.usable.width());
+
+  Dock& dock = dockFor(screen);
+  dock.screen = screen;
+  dock.frame = DockPlacement::place(config, size.panel, screen.frame, screen.usable, savedPlace(config, screen.id));
+  dock.geometry = {screen.id, dock.frame.size(), size.scale, ports_.panels->isComposited(), ports_.panels->canBlur()};
+  dock.container->setReduceMotion(ports_.motion->reducesMotion());
+  dock.container->configure(dock.geometry);
+  place(dock);
+  applyShape(dock);
+  reserveSpace(dock);
+  dock.panel->setHiddenFromCapture(config.desktopOptions().hideFromScreenCapture);
+  dock.panel->setShown(mayShow_ && !manuallyHidden_);
+}
+
+DockController::Dock& DockController::dockFor(const Screen& screen) {
+  Dock& dock = docks_[screen.id];
+  if (dock.panel) return dock;
+  std::unique_ptr<DockContent> content = factory_(screen.id);
+  dock.content = content.get();
+  auto container = std::make_unique<DockContentContainer>(std::move(content), ports_.clocks->make(screen.id));
+  dock.container = container.get();
+  dock.panel = ports_.panels->make(std::move(container));
+  connectDock(dock, screen.id);
+  return dock;
+}
+
+void DockController::connectDock(const Dock& dock, const QString& id) {
+  connect(dock.container, &DockContent::shapeChanged, this, [this, id] {
+    if (const auto found = docks_.find(id); found != docks_.end()) applyShape(found->second);
+  });
+  // The window system took the window: the next pass makes a new one if the display is still there.
+  connect(dock.panel.get(), &Panel::closed, this, [this, id] {
+    const auto remove = [this, id] {
+      removeDocks([&](const QString& gone) { return gone == id; });
+      refresh();
+    };
+    QMetaObject::invokeMethod(this, remove, Qt::QueuedConnection);
+  });
+}
+
+/// The window stands still and holds the slot with the content's margins, cut at the screen's edge. Where the dock
+/// hides, the window reaches to that edge, so that the content can slide out of sight within it.
+void DockController::place(Dock& dock) {
+  const DockConfiguration& config = store_.config();
+  const QRectF slot = dock.frame.translated(-dock.screen.frame.topLeft());
+  const QRect rectangle(qRound(slot.left()), qRound(slot.top()), qCeil(slot.width()), qCeil(slot.height()));
+  const QMargins wanted = dock.content->margins();
+  const int above = rectangle.top();
+  const int below = qRound(dock.screen.frame.height()) - rectangle.bottom() - 1;
+  QMargins margins = wanted;
+  margins.setTop(std::min(wanted.top(), above));
+  margins.setBottom(std::min(wanted.bottom(), below));
+  const bool hides = DockVisibility::hides(config.layout);
+  const bool top = standsOnTop(config);
+  if (hides) top ? margins.setTop(above) : margins.setBottom(below);
+
+  const QPoint origin(margins.left() - wanted.left(), margins.top() - wanted.top());
+  dock.container->setRestingFrame(QRect(origin, rectangle.size().grownBy(wanted)));
+  dock.container->setTravel(hides ? slot.height() : 0, !top);
+
+  const PanelPlacement placement{dock.screen.id, rectangle, margins};
+  if (placement == dock.placement) return;
+  dock.placement = placement;
+  dock.panel->place(placement);
+}
+
+void DockController::applyShape(Dock& dock) {
+  const QRegion outline = dock.container->outline();
+  dock.panel->setOutline(outline);
+  dock.panel->setInputRegion(dock.visibility.visible ? dock.container->inputRegion() : QRegion());
+  dock.panel->setBlurBehind(dock.geometry.blurred && dock.visibility.visible ? outline : QRegion());
+}
+
+void DockController::reserveSpace(Dock& dock) {
+  const DockConfiguration& config = store_.config();
+  const bool owns = config.layout == DockLayout::Fixed || config.layout == DockLayout::Replace;
+  const bool top = standsOnTop(config);
+  const double inner =
+      top ? dock.frame.bottom() - dock.screen.frame.top() : dock.screen.frame.bottom() - dock.frame.top();
+  const bool reserves = owns && config.desktopOptions().reserveSpace && mayShow_ && !manuallyHidden_;
+  dock.panel->reserve(top ? Edge::Top : Edge::Bottom, reserves ? qCeil(inner) : 0);
+}
+
+void DockController::setShown(bool shown) {
+  for (auto& [id, dock] : docks_) {
+    dock.panel->setShown(shown);
+    reserveSpace(dock);
+  }
+}
+
+// --- Moving a floating dock -----------------------------------------------------------------------------------------
+
+void DockController::moveBy(const QString& display, const QPointF& delta) {
+  const auto found = docks_.find(display);
+  if (found == docks_.end() || store_.config().layout != DockLayout::Floating) return;
+  Dock& dock = found->second;
+  const QRectF& usable = dock.screen.usable;
+  QRectF moved = dock.frame.translated(delta);
+  moved.moveLeft(qBound(usable.left(), moved.left(), std::max(usable.left(), usable.right() - moved.width())));
+  moved.moveTop(qBound(usable.top(), moved.top(), std::max(usable.top(), usable.bottom() - moved.height())));
+  dock.frame = moved;
+  place(dock);
+}
+
+void DockController::finishMove(const QString& display) {
+  const auto found = docks_.find(display);
+  if (found == docks_.end() || store_.config().layout != DockLayout::Floating) return;
+  const QPointF place = found->second.frame.topLeft() - found->second.screen.frame.topLeft();
+  store_.edit([&](DockConfiguration& config) { config.floatingPositions.insert(display, {place.x(), place.y()}); });
+}
+
+// --- What others ask ------------------------------------------------------------------------------------------------
 
 QStringList DockController::displays() const {
   QStringList ids;
@@ -69,84 +293,33 @@ QRectF DockController::frame(const QString& display) const {
   return dock == docks_.end() ? QRectF() : dock->second.frame;
 }
 
-void DockController::layoutPanels() {
-  refreshWork_.reset();
-  const QList<Screen> screens = screens_.all();
-  QStringList connected;
-  for (const Screen& screen : screens) connected << screen.id;
-  const QStringList selected = DesktopMath::selectedDisplays(
-      store_.config().display, connected, store_.config().desktopOptions().attachedDisplays, screens_.mainId());
-
-  std::erase_if(docks_, [&](const auto& entry) { return !selected.contains(entry.first); });
-  for (const Screen& screen : screens) {
-    if (selected.contains(screen.id)) layout(screen);
-  }
+Panel* DockController::panel(const QString& display) const {
+  const auto dock = docks_.find(display);
+  return dock == docks_.end() ? nullptr : dock->second.panel.get();
 }
 
-void DockController::layout(const Screen& screen) {
-  const DockConfiguration& config = store_.config();
-  const int apps = config.liveApps ? static_cast<int>(store_.unpinnedRunningApps(screen.id).size()) : 0;
-  const DockPlacement::Row row = DockPlacement::row(store_.displayedWidgets(screen.id), apps);
-  const DockPlacement::Size size = DockPlacement::size(config, row, screen.usable.width());
-  const QRectF slot =
-      DockPlacement::place(config, size.panel, screen.frame, screen.usable, savedPlace(config, screen.id));
-
-  Shown& dock = shown(screen);
-  dock.geometry = {screen.id, slot.size(), size.scale, panels_.isComposited(), panels_.canBlur()};
-  dock.content->configure(dock.geometry);
-  dock.frame = slot;
-  const PanelPlacement placement{screen.id, slot.translated(-screen.frame.topLeft()).toAlignedRect(),
-                                 dock.content->margins()};
-  if (placement != dock.placement) {
-    dock.placement = placement;
-    dock.panel->place(placement);
-  }
-  applyShape(dock);
-  reserveSpace(dock, screen);
-  dock.panel->setShown(mayShow_ && !manuallyHidden_);
+DockContent* DockController::content(const QString& display) const {
+  const auto dock = docks_.find(display);
+  return dock == docks_.end() ? nullptr : dock->second.content;
 }
 
-DockController::Shown& DockController::shown(const Screen& screen) {
-  Shown& dock = docks_[screen.id];
-  if (dock.panel) return dock;
-  std::unique_ptr<DockContent> content = factory_(screen.id);
-  dock.content = content.get();
-  dock.panel = panels_.make(std::move(content));
-  connect(dock.content, &DockContent::shapeChanged, this, [this, id = screen.id] {
-    if (const auto found = docks_.find(id); found != docks_.end()) applyShape(found->second);
-  });
-  // The window system took the window: the next pass makes a new one if the display is still there.
-  connect(dock.panel.get(), &Panel::closed, this, [this, id = screen.id] {
-    QMetaObject::invokeMethod(
-        this,
-        [this, id] {
-          docks_.erase(id);
-          refresh();
-        },
-        Qt::QueuedConnection);
-  });
-  return dock;
+QPointF DockController::contentOrigin(const QString& display) const {
+  const auto found = docks_.find(display);
+  if (found == docks_.end()) return {};
+  const Dock& dock = found->second;
+  const QMargins& margins = dock.placement.margins;
+  const QPoint window = dock.placement.rectangle.topLeft() - QPoint(margins.left(), margins.top());
+  return dock.screen.frame.topLeft() + window + dock.container->restingFrame().topLeft();
 }
 
-void DockController::applyShape(const Shown& dock) {
-  const QRegion outline = dock.content->outline();
-  dock.panel->setOutline(outline);
-  dock.panel->setInputRegion(dock.content->inputRegion());
-  dock.panel->setBlurBehind(dock.geometry.blurred ? outline : QRegion());
+QRect DockController::mapFromContent(const QString& display, const QRect& rectangle) const {
+  const auto found = docks_.find(display);
+  return found == docks_.end() ? rectangle : rectangle.translated(found->second.container->restingFrame().topLeft());
 }
 
-void DockController::reserveSpace(const Shown& dock, const Screen& screen) {
-  const DockConfiguration& config = store_.config();
-  const bool owns = config.layout == DockLayout::Fixed || config.layout == DockLayout::Replace;
-  const bool top = config.layout == DockLayout::Fixed && config.position == QLatin1String("top");
-  const Edge edge = top ? Edge::Top : Edge::Bottom;
-  const double inner = top ? dock.frame.bottom() - screen.frame.top() : screen.frame.bottom() - dock.frame.top();
-  const bool reserves = owns && config.desktopOptions().reserveSpace && mayShow_ && !manuallyHidden_;
-  dock.panel->reserve(edge, reserves ? qCeil(inner) : 0);
-}
-
-void DockController::setVisible(bool visible) {
-  for (auto& [id, dock] : docks_) dock.panel->setShown(visible);
+bool DockController::isVisible(const QString& display) const {
+  const auto dock = docks_.find(display);
+  return dock != docks_.end() && dock->second.visibility.visible && dock->second.panel->isShown();
 }
 
 }  // namespace tarnwick

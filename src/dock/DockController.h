@@ -6,17 +6,38 @@
 #include <memory>
 
 #include "base/Scheduler.h"
+#include "desktop/ClientWindows.h"
+#include "desktop/FrameClock.h"
+#include "desktop/MotionPreference.h"
 #include "desktop/Panels.h"
 #include "desktop/Screens.h"
+#include "desktop/Zones.h"
 #include "dock/DockContent.h"
+#include "dock/NativeDockState.h"
 #include "dock/rules/DockPlacement.h"
+#include "dock/rules/DockVisibility.h"
 
 namespace tarnwick {
 
 class AppStore;
+class DockContentContainer;
 
-/// Turns the configuration into one panel on each chosen display and keeps it in place. It asks pure rules what should
-/// be and tells the panels to make it so. Main thread only. Borrows everything that it is made of.
+/// What the controller asks of the desktop. Pointers are borrowed and outlive it; all but `windows` and `guard` are
+/// required.
+struct DockPorts {
+  Screens* screens = nullptr;
+  Panels* panels = nullptr;
+  ZoneSensor* zones = nullptr;
+  FrameClocks* clocks = nullptr;
+  MotionPreference* motion = nullptr;
+  ClientWindows* windows = nullptr;             ///< Null where the desktop does not list windows.
+  DockPreferenceAccess* preferences = nullptr;  ///< Of the system's own dock.
+  DockGuard* guard = nullptr;                   ///< Null where none stands by.
+};
+
+/// Turns the configuration into one panel on each chosen display, keeps it in place, and decides from moment to moment
+/// whether it is shown. It asks pure rules what should be and tells the panels to make it so. The pointer drives it,
+/// not a clock: a timer runs only while a delay counts. Main thread only.
 class DockController : public QObject {
   Q_OBJECT
  public:
@@ -24,47 +45,95 @@ class DockController : public QObject {
   using ContentFactory = std::function<std::unique_ptr<DockContent>(const QString& display)>;
 
   static constexpr double kRefreshDelay = 0.04;
+  static constexpr double kTransitionPeriod = 0.05;
 
-  DockController(AppStore& store, Screens& screens, Panels& panels, ContentFactory factory);
+  DockController(AppStore& store, DockPorts ports, ContentFactory factory);
   ~DockController() override;
+
+  /// Whether a window of the program that belongs to a display's dock is open: a panel, an editor, a menu, a drag.
+  std::function<bool(const QString& display)> hasActivePanel;
+
+  /// Runs before a display's panel is destroyed, for what stands beside it.
+  std::function<void(const QString& display)> willRemove;
 
   /// Lays out soon; a burst of calls costs one pass.
   void refresh();
+  /// Looks again at what decides whether docks are shown. Any event may call it.
+  void checkEdge();
   /// Hides the dock, or shows it again, for the user.
   void toggle();
+  bool isManuallyHidden() const { return manuallyHidden_; }
   /// Panels come up only once the program has finished starting.
   void setMayShow(bool mayShow);
-  bool isManuallyHidden() const { return manuallyHidden_; }
-  /// Closes every panel and gives back what was borrowed of the desktop.
+  /// Shows the main display's dock and gives it the keyboard; `leaveKeyboard` takes it away again.
+  void focus();
+  void leaveKeyboard();
+  /// Gives the system's own dock back until the next layout pass, and says so.
+  void restoreSystemDock();
+  /// Gives the system's own dock back without a word, for an end in which nothing can be shown. Throws nothing.
+  void giveBack() noexcept;
+  /// Moves a floating dock by a drag; `finishMove` stores where it ended.
+  void moveBy(const QString& display, const QPointF& delta);
+  void finishMove(const QString& display);
+  /// Closes every panel and gives back what was changed of the desktop.
   void shutdown();
 
   /// The displays that have a panel now.
   QStringList displays() const;
   /// The panel's slot on a display, in desktop coordinates; empty where there is none.
   QRectF frame(const QString& display) const;
+  /// The panel of a display, or null. It lives until the next layout pass at least.
+  Panel* panel(const QString& display) const;
+  DockContent* content(const QString& display) const;
+  bool isVisible(const QString& display) const;
+  /// Where the content's upper left corner lies on the desktop while it rests.
+  QPointF contentOrigin(const QString& display) const;
+  /// A rectangle of the content in the coordinates of its panel.
+  QRect mapFromContent(const QString& display, const QRect& rectangle) const;
 
  private:
-  struct Shown {
+  struct Dock {
     std::unique_ptr<Panel> panel;
-    DockContent* content = nullptr;  // Owned by the panel.
+    DockContentContainer* container = nullptr;  // Owned by the panel.
+    DockContent* content = nullptr;             // Owned by the container.
+    Screen screen;
     DockGeometry geometry;
     PanelPlacement placement;
     QRectF frame;
+    DockVisibility visibility;
+    bool isFresh = true;  // The first placement is not animated.
   };
 
+  // Layout.
   void layoutPanels();
+  void rememberDisplays(const QList<Screen>& screens);
+  void applyToSystemDock();
+  void removeDocks(const std::function<bool(const QString&)>& isDoomed);
   void layout(const Screen& screen);
-  Shown& shown(const Screen& screen);
-  void applyShape(const Shown& dock);
-  void reserveSpace(const Shown& dock, const Screen& screen);
-  void setVisible(bool visible);
+  Dock& dockFor(const Screen& screen);
+  void connectDock(const Dock& dock, const QString& id);
+  void place(Dock& dock);
+  void applyShape(Dock& dock);
+  void reserveSpace(Dock& dock);
+  void setShown(bool shown);
+
+  // Visibility.
+  void updateZones();
+  void platformStateChanged();
+  bool isCovered(const Screen& screen) const;
+  DockVisibility::Surroundings surroundings(const Dock& dock) const;
+  void setTransitionTimer(bool runs);
 
   AppStore& store_;
-  Screens& screens_;
-  Panels& panels_;
+  DockPorts ports_;
+  NativeDockState suppressor_;
   ContentFactory factory_;
-  std::map<QString, Shown> docks_;
+  std::map<QString, Dock> docks_;
+  QList<QRectF> fullscreen_;
+  std::optional<DockLayout> reservedLayout_;
+  QString focused_;
   JobHandle refreshWork_;
+  JobHandle transitionTimer_;
   bool manuallyHidden_ = false;
   bool mayShow_ = false;
   bool down_ = false;

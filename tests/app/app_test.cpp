@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QProcess>
 #include <QTemporaryDir>
 
 #include "app/Autostart.h"
@@ -32,6 +33,10 @@ TEST(CommandLine, TheFirstModeOfTheTableDecides) {
       {u"--restore-dock-directory x"_s, Mode::Run, {}},
       {u"--benchmark-label x"_s, Mode::Run, {}},
       {u"--benchmark-label x --benchmark 30"_s, Mode::Benchmark, {}},
+      {u"--benchmark"_s, Mode::Run, {}},
+      {u"--benchmark half"_s, Mode::Run, {}},
+      {u"--benchmark 0"_s, Mode::Run, {}},
+      {u"--benchmark inf"_s, Mode::Run, {}},
       {u"--diagnosed"_s, Mode::Run, {}},
   };
   for (const Case& c : cases) {
@@ -41,6 +46,7 @@ TEST(CommandLine, TheFirstModeOfTheTableDecides) {
   }
   EXPECT_EQ(CommandLine::parse({u"--restore-dock"_s, u"--restore-dock-directory"_s, u"d"_s}).directory, u"d"_s);
   EXPECT_FALSE(CommandLine::parse({u"--restore-dock"_s, u"--restore-dock-directory"_s}).directory);
+  EXPECT_EQ(CommandLine::parse({u"--benchmark"_s, u" 2.5 "_s}).mode, Mode::Benchmark);
 }
 
 TEST(CommandLine, OrdersAndFilesReachTheRun) {
@@ -48,8 +54,16 @@ TEST(CommandLine, OrdersAndFilesReachTheRun) {
   EXPECT_EQ(CommandLine::parse({u"--profile"_s, u"3"_s}).order, (Order{Order::Kind::Profile, 3}));
   EXPECT_FALSE(CommandLine::parse({u"--profile"_s, u"three"_s}).order);
   EXPECT_FALSE(CommandLine::parse({u"--profile"_s}).order);
-  EXPECT_EQ(CommandLine::parse({u"look.tarnwickspace"_s, u"--profile"_s, u"3"_s}).files,
+  EXPECT_EQ(CommandLine::parse({u"look.tarnwickspace"_s, u"--profile"_s, u"3"_s, u"--benchmark"_s, u"x"_s}).files,
             QStringList{u"look.tarnwickspace"_s});
+
+  // Only what is there, and addresses, are handed to anybody.
+  QTemporaryDir folder;
+  QFile look(folder.filePath(u"a look.tarnwickspace"_s));
+  ASSERT_TRUE(look.open(QIODevice::WriteOnly));
+  EXPECT_EQ(SingleInstance::urls(
+                {u"a look.tarnwickspace"_s, u"gone.tarnwickspace"_s, u"https://example.org/x"_s, u""_s}, folder.path()),
+            (QStringList{u"file://"_s + folder.path() + u"/a%20look.tarnwickspace"_s, u"https://example.org/x"_s}));
 }
 
 TEST(SingleInstance, NewerBuildsReplaceOlderOnes) {
@@ -63,30 +77,123 @@ TEST(SingleInstance, NewerBuildsReplaceOlderOnes) {
 }
 
 TEST(DataFolderLock, HoldsUntilItsOwnerGoes) {
+  using enum DataFolderLock::Taking;
   QTemporaryDir folder;
   const QString data = folder.filePath(u"not/there/yet"_s);
   auto first = std::make_unique<DataFolderLock>(data);
   DataFolderLock second(data);
-  EXPECT_TRUE(first->take());
-  EXPECT_FALSE(second.take());
+  EXPECT_EQ(first->take(), Held);
+  EXPECT_EQ(second.take(), OthersHave);
   EXPECT_EQ(second.holder(), QCoreApplication::applicationPid());
+  EXPECT_EQ(QFileInfo(data).permissions() & (QFile::ReadGroup | QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther),
+            QFile::Permissions());
+  // A number that was left by somebody else names no holder.
+  QFile written(data + u"/tarnwick.lock"_s);
+  ASSERT_TRUE(written.open(QIODevice::WriteOnly | QIODevice::Truncate));
+  written.write("1\n");
+  written.close();
+  EXPECT_EQ(second.holder(), 0);
   first.reset();
-  EXPECT_TRUE(second.take());
+  EXPECT_EQ(second.take(), Held);
+  EXPECT_EQ(DataFolderLock(data + u"/tarnwick.lock/below a file"_s).take(), Impossible);
+}
+
+TEST(SingleInstance, KnowsWhenAProcessBegan) {
+  const QDateTime before = QDateTime::currentDateTime();
+  QProcess process;
+  process.start(u"sleep"_s, {u"60"_s});
+  ASSERT_TRUE(process.waitForStarted());
+  const QDateTime after = QDateTime::currentDateTime();
+  const auto started = SingleInstance::startOf(process.processId());
+  ASSERT_TRUE(started);
+  // The kernel counts hundredths of a second.
+  EXPECT_GE(*started, before.addMSecs(-10));
+  EXPECT_LE(*started, after.addMSecs(20));
+  process.kill();
+  process.waitForFinished();
+  EXPECT_FALSE(SingleInstance::startOf(process.processId()));
+}
+
+/// A session in which the other copy answers as told.
+struct FakeSession : SessionApplication {
+  bool isReachable() const override { return reachable; }
+  bool own() override { return false; }
+  void release() override {}
+  qint64 otherProcess() const override { return process; }
+  bool activateOther() override { return tell(u"activate"_s); }
+  bool openInOther(const QStringList& urls) override { return tell(u"open %1"_s.arg(urls.size())); }
+  bool actInOther(const QString& action, const QVariantList&) override { return tell(action); }
+  bool tell(const QString& what) {
+    asked << what;
+    if (onAsked) onAsked();
+    return refusals-- <= 0;
+  }
+
+  bool reachable = true;
+  qint64 process = QCoreApplication::applicationPid();
+  int refusals = 0;
+  std::function<void()> onAsked;
+  QStringList asked;
+};
+
+TEST(SingleInstance, HandsOverUntilItArrivesOrThePlaceIsFree) {
+  QTemporaryDir folder;
+  auto running = std::make_unique<DataFolderLock>(folder.path());
+  ASSERT_EQ(running->take(), DataFolderLock::Taking::Held);
+  QStringList said;
+  const auto resolve = [&](FakeSession& session, const QStringList& arguments) {
+    DataFolderLock lock(folder.path());
+    return SingleInstance::resolve(lock, session, u"/not/there"_s, CommandLine::parse(arguments),
+                                   {.say = [&](const QString& sentence) { said << sentence; }, .alert = {}});
+  };
+  FakeSession busy;
+  busy.refusals = 2;
+  EXPECT_EQ(resolve(busy, {folder.path(), u"--toggle"_s}), 0);
+  EXPECT_EQ(busy.asked, (QStringList{u"open 1"_s, u"open 1"_s, u"open 1"_s, u"toggle"_s}));
+
+  FakeSession another;  // The name belongs to a copy with other data.
+  another.process = 1;
+  EXPECT_EQ(resolve(another, {u"--toggle"_s}), 1);
+  EXPECT_TRUE(another.asked.isEmpty());
+  EXPECT_EQ(said, QStringList{u"Tarnwick is already running with this data and could not be reached."_s});
+
+  FakeSession ending;
+  ending.refusals = 100;
+  ending.onAsked = [&] { running.reset(); };
+  EXPECT_EQ(resolve(ending, {}), std::nullopt);
+  EXPECT_EQ(ending.asked.size(), 1);
+}
+
+TEST(SingleInstance, WithoutALockTheNameDecides) {
+  QTemporaryDir folder;
+  QFile inTheWay(folder.filePath(u"data"_s));
+  ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+  DataFolderLock lock(inTheWay.fileName());
+  FakeSession session;
+  EXPECT_EQ(SingleInstance::resolve(lock, session, u"/not/there"_s, {}, {}), 0);
+  EXPECT_EQ(session.asked, QStringList{u"activate"_s});
+  session.process = 0;
+  EXPECT_EQ(SingleInstance::resolve(lock, session, u"/not/there"_s, {}, {}), std::nullopt);
 }
 
 TEST(HotKeyTable, NamesTheEnabledKeysInOrder) {
   DesktopOptions options;
   const auto rows = HotKeyTable::rows(options);
-  ASSERT_EQ(rows.size(), 12);
+  ASSERT_EQ(rows.size(), 13);
   EXPECT_EQ(rows[0], (HotKeyTable::Row{1, {2, 6400}}));
   EXPECT_EQ(rows[1], (HotKeyTable::Row{2, {49, 2048}}));
   EXPECT_EQ(rows[2], (HotKeyTable::Row{10, {29, 6400}}));
   EXPECT_EQ(rows[7], (HotKeyTable::Row{15, {23, 6400}}));
   EXPECT_EQ(rows[8], (HotKeyTable::Row{16, {22, 6400}}));
+  EXPECT_EQ(rows[12], (HotKeyTable::Row{3, {2, 6912}}));
   EXPECT_EQ(HotKeyTable::signature(options), u"true:true:2:6400:6400:true:49:2048"_s);
+  EXPECT_EQ(HotKeyTable::commandBarFallbacks(options), (QList<HotKeyWish>{{49, 256}, {49, 6144}}));
+  options.commandBarModifiers = 4096;
+  EXPECT_TRUE(HotKeyTable::commandBarFallbacks(options).isEmpty());
+  options.shortcutModifiers = 6912;  // Shift is in it.
   options.profileShortcutEnabled = options.commandBarEnabled = false;
   EXPECT_EQ(HotKeyTable::rows(options).size(), 1);
-  EXPECT_EQ(HotKeyTable::signature(options), u"true:false:2:6400:6400:false:49:2048"_s);
+  EXPECT_EQ(HotKeyTable::signature(options), u"true:false:2:6912:6400:false:49:4096"_s);
 }
 
 TEST(FixtureConfig, IsWrittenWholeOrRefused) {

@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <QFile>
 #include <QTemporaryDir>
+#include <algorithm>
 
 #include "app/Adapters.h"
 #include "app/AppDelegate.h"
@@ -22,13 +24,16 @@ class DelegateTest : public ::testing::Test {
  protected:
   QString file() const { return folder.filePath(u"Tarnwick/config.json"_s); }
 
-  void start() {
+  void start(const std::function<void(DelegateSetup&)>& setUp = {},
+             const std::function<void(AppDelegate&)>& prepare = {}) {
     adapters = std::make_unique<Adapters>(time, LaunchEnvironment::ofProcess());
     StoreSetup store = adapters->storeSetup();
     store.storage = file();
-    DelegateSetup setup = adapters->delegateSetup();
+    DelegateSetup setup = adapters->delegateSetup(QFileInfo(file()).path());
     setup.guards = false;
+    if (setUp) setUp(setup);
     delegate = std::make_unique<AppDelegate>(std::move(store), std::move(setup));
+    if (prepare) prepare(*delegate);
     delegate->didFinishLaunching();
     VirtualDisplay::current().settle();
   }
@@ -141,6 +146,112 @@ TEST_F(DelegateTest, AMessageStandsAboveTheDockUntilItIsDismissed) {
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return bubble() != nothing; }));
   store().clearError();
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return bubble() == nothing; }));
+
+  // It goes where the dock goes.
+  store().setError(u"Settings could not be saved: The disk is full."_s);
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return bubble() != nothing; }));
+  store().edit([](DockConfiguration& config) { config.position = u"top"_s; });
+  time.advance(0.1);
+  EXPECT_TRUE(VirtualDisplay::waitUntil(
+      [&] { return display.topLevelAt(QPoint(800, static_cast<int>(dock().bottom()) + 30)) != nothing; }));
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return display.topLevelAt(QPoint(800, 770)) == nothing; }));
+}
+
+TEST_F(DelegateTest, TheCommandBarsKeyGivesWayQuietlyUntilNoneIsLeft) {
+  VirtualDisplay& display = VirtualDisplay::current();
+  constexpr quint8 kSpace = 65;
+  constexpr quint8 kControl = 37;
+  constexpr quint8 kAlt = 64;
+  constexpr quint8 kSuper = 133;
+  struct Step {
+    int takenNow;
+    QString key;
+    QList<quint8> held;
+  };
+  const Step steps[] = {
+      {0, u"Alt+Space"_s, {kAlt}},
+      {XCB_MOD_MASK_1, u"Super+Space"_s, {kSuper}},
+      {XCB_MOD_MASK_4, u"Ctrl+Alt+Space"_s, {kControl, kAlt}},
+      {XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1, {}, {}},
+  };
+  for (const Step& step : steps) {
+    delegate.reset();
+    adapters.reset();
+    if (step.takenNow != 0) {
+      xcb_grab_key(display.connection(), 1, display.root(), static_cast<quint16>(step.takenNow), kSpace,
+                   XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+      xcb_flush(display.connection());
+      display.settle();
+    }
+    int toggled = 0;
+    start({}, [&](AppDelegate& made) { made.toggleCommandBar = [&] { ++toggled; }; });
+    EXPECT_EQ(delegate->commandBarKey(), step.key);
+    EXPECT_EQ(store().error().isEmpty(), !step.key.isEmpty());
+    if (step.key.isEmpty()) continue;
+    display.tap(kSpace, step.held);
+    EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return toggled == 1; })) << qPrintable(step.key);
+    delegate->toggleCommandBar = nullptr;
+  }
+  xcb_ungrab_key(display.connection(), kSpace, display.root(), XCB_MOD_MASK_ANY);
+  xcb_flush(display.connection());
+}
+
+TEST_F(DelegateTest, OpenedAgainAStaleCopyStartsItsNewBuildAsItWasStartedItself) {
+  const QString build = folder.filePath(u"tarnwick"_s);
+  const QString told = folder.filePath(u"environment"_s);
+  QFile script(build);
+  ASSERT_TRUE(script.open(QIODevice::WriteOnly));
+  script.write(u"#!/bin/sh\nenv > '%1.new' && mv '%1.new' '%1'\n"_s.arg(told).toUtf8());
+  script.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+  script.close();
+  int settings = 0;
+  start([&](DelegateSetup& setup) { setup.executable = build; },
+        [&](AppDelegate& made) { made.showSettings = [&] { ++settings; }; });
+  qputenv("TARNWICK_SET_FOR_THE_TOOLKIT", "1");
+  delegate->reopen();
+  ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return QFile::exists(told); }));
+  qunsetenv("TARNWICK_SET_FOR_THE_TOOLKIT");
+  QFile environment(told);
+  ASSERT_TRUE(environment.open(QIODevice::ReadOnly));
+  const QByteArray variables = environment.readAll();
+  EXPECT_TRUE(variables.contains("DISPLAY="));
+  EXPECT_FALSE(variables.contains("TARNWICK_SET_FOR_THE_TOOLKIT"));
+  EXPECT_EQ(settings, 0);
+  // Where there is nothing to start the user gets what was asked for.
+  ASSERT_TRUE(QFile::remove(build));
+  delegate->reopen();
+  EXPECT_EQ(settings, 1);
+}
+
+TEST_F(DelegateTest, MenusReadWhatTheyDoWhenTheyAreUsed) {
+  start();
+  const std::unique_ptr<QMenuBar> bar = delegate->makeMenuBar();
+  QMenu& program = *bar->actions().first()->menu();
+  const QList<QAction*> entries = program.actions();
+  const auto named = [&](const QString& text) { return *std::ranges::find(entries, text, &QAction::text); };
+  QAction& addWidgets = *named(u"Add Widgets…"_s);
+  EXPECT_FALSE(addWidgets.isEnabled());
+  int added = 0;
+  delegate->addWidgets = [&] { ++added; };
+  Q_EMIT program.aboutToShow();
+  EXPECT_TRUE(addWidgets.isEnabled());
+  addWidgets.trigger();
+  EXPECT_EQ(added, 1);
+  // The end waits until the menu has done with the choice.
+  named(u"Quit Tarnwick"_s)->trigger();
+  EXPECT_FALSE(delegate->dock().displays().isEmpty());
+}
+
+TEST_F(DelegateTest, WhatTheBusBringsIsChecked) {
+  start();
+  store().newProfile(u"Work"_s, false);
+  const QUuid work = store().profile().id;
+  for (const QVariantList& parameter : {QVariantList{}, QVariantList{u"one"_s}, QVariantList{-1}, QVariantList{7}}) {
+    Q_EMIT adapters->session().actionRequested(u"profile"_s, parameter);
+    EXPECT_EQ(store().profile().id, work);
+  }
+  Q_EMIT adapters->session().actionRequested(u"profile"_s, {0});
+  EXPECT_NE(store().profile().id, work);
 }
 
 TEST_F(DelegateTest, HandedOverSpaceFilesReachTheImport) {

@@ -3,8 +3,13 @@
 #include <signal.h>
 #include <sys/stat.h>
 
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusReply>
 #include <QDir>
 #include <QFileInfo>
+#include <QProcess>
+#include <cstdio>
 
 #include "config/Persistence.h"
 #include "desktop/Program.h"
@@ -55,7 +60,6 @@ TEST_F(ProgramTest, StandsAtTheBottomAndComesBackAfterAKill) {
   DockConfiguration config;
   config.position = u"top"_s;
   Persistence::save(config, file());
-  const QByteArray before = contents(file());
   {
     Program second(home());
     ASSERT_TRUE(second.shows(1));
@@ -66,7 +70,7 @@ TEST_F(ProgramTest, StandsAtTheBottomAndComesBackAfterAKill) {
   Program third(home());
   ASSERT_TRUE(third.shows(1));
   EXPECT_TRUE(VirtualDisplay::waitUntil([] { return isGlassAt({800, 50}, {800, 850}); }));
-  EXPECT_EQ(contents(file()), before);
+  EXPECT_EQ(Persistence::read(file()).profiles, config.profiles);
   third.signal(SIGTERM);
   EXPECT_EQ(third.end(), 0);
   EXPECT_EQ(contents(file()), Persistence::encode(Persistence::read(file())));
@@ -96,24 +100,102 @@ TEST_F(ProgramTest, ASecondLaunchHandsOver) {
   // Opened again, a hidden dock comes back.
   EXPECT_EQ(runToEnd(home(), {}).status, 0);
   EXPECT_TRUE(first.shows(1));
+  Program::setVariable(u"DISPLAY"_s, u":4711"_s);  // Asking needs no display.
+  EXPECT_EQ(runToEnd(home(), {u"--toggle"_s}).status, 0);
+  EXPECT_TRUE(first.shows(0));
   first.signal(SIGTERM);
   EXPECT_EQ(first.end(), 0);
 }
 
+TEST_F(ProgramTest, AnOrderToAProgramThatIsJustComingUpIsNotLost) {
+  DockConfiguration config;
+  config.profiles.append(DockProfile::initial());
+  config.profiles[1].id = QUuid::createUuid();
+  for (DockWidget& widget : config.profiles[1].widgets) widget.id = QUuid::createUuid();
+  Persistence::save(config, file());
+  Program first(home());
+  ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return contents(file(u"tarnwick.lock"_s)).endsWith('\n'); }));
+  EXPECT_EQ(runToEnd(home(), {u"--profile"_s, u"1"_s}).status, 0);
+  first.signal(SIGTERM);
+  EXPECT_EQ(first.end(), 0);
+  EXPECT_EQ(Persistence::read(file()).activeProfileID, config.profiles[1].id);
+}
+
+TEST_F(ProgramTest, AnOrderReachesTheCopyOfItsOwnDataOrNone) {
+  QTemporaryDir elsewhere;
+  Program stranger(elsewhere.path());  // Has the name on the bus.
+  ASSERT_TRUE(stranger.shows(1));
+  Program ours(home());
+  ASSERT_TRUE(ours.shows(2));  // The dock, and the message that its keys are taken.
+  const auto refused = runToEnd(home(), {u"--toggle"_s});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_EQ(refused.standardError, u"Tarnwick is already running with this data and could not be reached.\n"_s);
+  EXPECT_TRUE(stranger.shows(1));
+  EXPECT_TRUE(ours.shows(2));
+  stranger.signal(SIGTERM);
+  EXPECT_EQ(stranger.end(), 0);
+  // Now the name is free, and the copy that stood in line has it.
+  EXPECT_EQ(runToEnd(home(), {u"--toggle"_s}).status, 0);
+  EXPECT_TRUE(ours.shows(1));
+  ours.signal(SIGTERM);
+  EXPECT_EQ(ours.end(), 0);
+}
+
 TEST_F(ProgramTest, ANewerBuildTakesOver) {
   const QString build = home() + u"/tarnwick"_s;
+  const auto dated = [&](const QDateTime& date) {
+    QFile file(build);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    ASSERT_TRUE(file.setFileTime(date, QFileDevice::FileModificationTime));
+  };
   ASSERT_TRUE(QFile::copy(QStringLiteral(TARNWICK_EXECUTABLE), build));
-  Program older(home(), {}, build);
-  ASSERT_TRUE(older.shows(1));
-  QFile newer(build);
-  ASSERT_TRUE(newer.open(QIODevice::ReadWrite) || newer.open(QIODevice::ReadOnly));
-  ASSERT_TRUE(newer.setFileTime(QDateTime::currentDateTime().addSecs(60), QFileDevice::FileModificationTime));
-  newer.close();
-  Program replacing(home(), {}, build);
-  EXPECT_EQ(older.end(), 0);
-  EXPECT_TRUE(replacing.shows(1));
-  replacing.signal(SIGTERM);
-  EXPECT_EQ(replacing.end(), 0);
+  auto older = std::make_unique<Program>(home(), QStringList(), build);
+  ASSERT_TRUE(older->shows(1));
+  dated(QDateTime::currentDateTime().addSecs(60));
+  auto replacing = std::make_unique<Program>(home(), QStringList(), build);
+  EXPECT_EQ(older->end(), 0);
+  EXPECT_TRUE(replacing->shows(1));
+
+  // A package keeps the date of its making, so another file at the same path counts too; and a copy that cannot be
+  // asked over the bus is asked by a signal.
+  older = std::move(replacing);
+  ASSERT_TRUE(QFile::copy(QStringLiteral(TARNWICK_EXECUTABLE), build + u".new"_s));
+  ASSERT_EQ(::rename(QFile::encodeName(build + u".new"_s).constData(), QFile::encodeName(build).constData()), 0);
+  dated(QDateTime::currentDateTime().addSecs(-1800));
+  Program::setVariable(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nonexistent/bus"_s);
+  replacing = std::make_unique<Program>(home(), QStringList(), build);
+  EXPECT_EQ(older->end(), 0);
+  EXPECT_TRUE(replacing->shows(1));
+  replacing->signal(SIGTERM);
+  EXPECT_EQ(replacing->end(), 0);
+}
+
+TEST_F(ProgramTest, StaysWhenItsTerminalClosesUnderNohup) {
+  Program program(home(), {u"-c"_s, u"trap '' HUP; exec \"%1\""_s.arg(QStringLiteral(TARNWICK_EXECUTABLE))},
+                  u"/bin/sh"_s);
+  ASSERT_TRUE(program.shows(1));
+  program.signal(SIGHUP);
+  EXPECT_EQ(runToEnd(home(), {u"--toggle"_s}).status, 0);
+  EXPECT_TRUE(program.shows(0));
+  program.signal(SIGTERM);
+  EXPECT_EQ(program.end(), 0);
+}
+
+TEST_F(ProgramTest, KeepsWhatWasEnteredWhenItsDisplayGoes) {
+  // A display of its own: ending the test's would end the test.
+  QProcess server;
+  server.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"800x600x24"_s, u"-nolisten"_s, u"tcp"_s});
+  ASSERT_TRUE(server.waitForReadyRead(10'000));
+  Program::setVariable(u"DISPLAY"_s, u":"_s + QString::fromLatin1(server.readLine().trimmed()));
+  Program program(home());
+  QDBusConnectionInterface& bus = *QDBusConnection::sessionBus().interface();
+  ASSERT_TRUE(VirtualDisplay::waitUntil(
+      [&] { return bus.servicePid(u"com.brindlemoor.Tarnwick"_s) == static_cast<uint>(program.pid()); }));
+  server.kill();
+  ASSERT_TRUE(server.waitForFinished());
+  EXPECT_EQ(program.end(), 1);  // The toolkit's own end.
+  ASSERT_TRUE(QFile::exists(file()));
+  EXPECT_EQ(contents(file()), Persistence::encode(Persistence::read(file())));
 }
 
 TEST_F(ProgramTest, SettingsThatCannotBeUsedAreKeptAndTheMessageShows) {
@@ -148,6 +230,7 @@ TEST_F(ProgramTest, RunsWhereNothingCanBeSaved) {
   EXPECT_TRUE(program.shows(1));
   program.signal(SIGTERM);
   EXPECT_EQ(program.end(), 0);
+  EXPECT_TRUE(program.standardError().contains(u"Settings could not be saved: "_s));
   EXPECT_EQ(contents(blocked), "");
 }
 
@@ -167,9 +250,9 @@ TEST_F(ProgramTest, SaysInOneSentenceWhatItCannotDo) {
   EXPECT_EQ(noDisplay.status, 1);
   EXPECT_EQ(noDisplay.standardError, u"Tarnwick cannot reach the display \":4711\".\n"_s);
 
-  for (const QString& mode : {u"--claude-hook"_s, u"--network-diagnose"_s, u"--diagnose"_s, u"--snapshot"_s,
-                              u"--command-bar-latency"_s, u"--benchmark"_s}) {
-    const auto ended = runToEnd(home(), {mode});
+  for (const QString& mode :
+       {u"--claude-hook"_s, u"--network-diagnose"_s, u"--diagnose"_s, u"--command-bar-latency"_s, u"--benchmark"_s}) {
+    const auto ended = runToEnd(home(), {mode, u"30"_s});
     EXPECT_EQ(ended.status, 1) << qPrintable(mode);
     EXPECT_EQ(ended.standardError, u"This version of Tarnwick does not offer %1 yet.\n"_s.arg(mode));
   }

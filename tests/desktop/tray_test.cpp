@@ -5,7 +5,11 @@
 #include <QDBusConnection>
 #include <QDBusInterface>
 #include <QDBusReply>
+#include <QDir>
+#include <QFile>
 #include <QTemporaryDir>
+#include <algorithm>
+#include <cstdlib>
 
 #include "desktop/Program.h"
 
@@ -63,8 +67,13 @@ class Watcher : public QObject {
 /// The tray comes after the program, and the test plays the person who opens the menu.
 TEST(Tray, ComesWithTheTrayAndItsMenuActs) {
   QTemporaryDir home;
+  QDir(home.path()).mkpath(u"Tarnwick"_s);
+  QFile broken(home.filePath(u"Tarnwick/config.json"_s));
+  ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
+  broken.write("{");
+  broken.close();
   Program program(home.path());
-  ASSERT_TRUE(program.shows(1));
+  ASSERT_TRUE(program.shows(2));  // The dock, and its message.
 
   QDBusConnection bus = QDBusConnection::sessionBus();
   Watcher watcher;
@@ -82,22 +91,82 @@ TEST(Tray, ComesWithTheTrayAndItsMenuActs) {
     const QDBusMessage reply = menu.call(u"GetLayout"_s, 0, -1, QStringList());
     return reply.arguments().size() == 2 ? readEntry(reply.arguments().at(1).value<QDBusArgument>()) : Entry();
   };
+  const auto visible = [&] {
+    QList<Entry> shown = layout().children;
+    shown.removeIf([](const Entry& entry) { return !entry.properties.value(u"visible"_s, true).toBool(); });
+    return shown;
+  };
+  const auto choose = [&](const QList<Entry>& entries, const QString& label) {
+    const auto entry = std::ranges::find(entries, label, &Entry::label);
+    ASSERT_NE(entry, entries.end()) << qPrintable(label);
+    menu.call(u"Event"_s, entry->id, u"clicked"_s, QVariant::fromValue(QDBusVariant(QString())), 0u);
+  };
+  // The message stands first, and choosing it dismisses it.
+  const QString message = visible().first().label();
+  EXPECT_TRUE(message.startsWith(u"Could not load settings."_s)) << qPrintable(message);
+  choose(visible(), message);
+  EXPECT_TRUE(program.shows(1));
+
   QStringList labels;
-  Entry toggle;
-  const Entry top = layout();
-  for (const Entry& entry : top.children) {
-    labels << entry.label();
-    if (entry.label() == u"Show / Hide Dock"_s) toggle = entry;
-  }
+  for (const Entry& entry : visible()) labels << entry.label();
   EXPECT_EQ(labels, (QStringList{u"Continue Setup…"_s, u"Settings…"_s, u""_s, u"Layout"_s, u"Show / Hide Dock"_s,
                                  u"Restore the System Dock"_s, u""_s, u"Help"_s, u""_s, u"Quit Tarnwick"_s}));
-  ASSERT_NE(toggle.id, 0);
-  menu.call(u"Event"_s, toggle.id, u"clicked"_s, QVariant::fromValue(QDBusVariant(QString())), 0u);
-  EXPECT_TRUE(program.shows(0));
+  const auto layouts = [&] {
+    const QList<Entry> entries = visible();
+    const auto submenu = std::ranges::find(entries, u"Layout"_s, &Entry::label);
+    return submenu == entries.end() ? QList<Entry>() : submenu->children;
+  };
+  const auto checked = [&] {
+    QStringList names;
+    for (const Entry& entry : layouts()) {
+      if (entry.properties.value(u"toggle-state"_s).toInt() == 1) names << entry.label();
+    }
+    return names;
+  };
+  EXPECT_EQ(checked(), QStringList{u"Fixed"_s});
+  const QString other = u"Floating"_s;
+  choose(layouts(), other);
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return checked() == QStringList{other}; }));
 
-  program.signal(SIGTERM);
+  choose(visible(), u"Show / Hide Dock"_s);
+  EXPECT_TRUE(program.shows(0));
+  choose(visible(), u"Quit Tarnwick"_s);
   EXPECT_EQ(program.end(), 0);
   bus.unregisterService(u"org.kde.StatusNotifierWatcher"_s);
+}
+
+/// A tray of the older kind, with a connection of its own, that comes after the program too.
+TEST(Tray, AnOlderTrayIsAskedToTakeTheMark) {
+  QTemporaryDir home;
+  Program program(home.path());
+  ASSERT_TRUE(program.shows(1));
+  const VirtualDisplay& display = VirtualDisplay::current();
+  xcb_connection_t* tray = xcb_connect(display.name().toLatin1().constData(), nullptr);
+  const xcb_window_t window = xcb_generate_id(tray);
+  xcb_create_window(tray, 0, window, display.root(), 0, 0, 32, 32, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                    display.screen().root_visual, 0, nullptr);
+  xcb_set_selection_owner(tray, window, display.atom("_NET_SYSTEM_TRAY_S0"), XCB_CURRENT_TIME);
+  xcb_client_message_event_t manager = {};
+  manager.response_type = XCB_CLIENT_MESSAGE;
+  manager.format = 32;
+  manager.window = display.root();
+  manager.type = display.atom("MANAGER");
+  manager.data.data32[1] = display.atom("_NET_SYSTEM_TRAY_S0");
+  manager.data.data32[2] = window;
+  xcb_send_event(tray, 0, display.root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY, reinterpret_cast<const char*>(&manager));
+  xcb_flush(tray);
+  const xcb_atom_t opcode = display.atom("_NET_SYSTEM_TRAY_OPCODE");
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] {
+    bool asked = false;
+    while (auto* event = reinterpret_cast<xcb_client_message_event_t*>(xcb_poll_for_event(tray))) {
+      asked = asked || ((event->response_type & 0x7f) == XCB_CLIENT_MESSAGE && event->type == opcode);
+      std::free(event);
+    }
+    return asked;
+  }));
+  program.signal(SIGTERM);
+  EXPECT_EQ(program.end(), 0);
+  xcb_disconnect(tray);
 }
 
 }  // namespace

@@ -12,13 +12,20 @@ namespace tarnwick {
 class SessionApplication : public QObject {
   Q_OBJECT
  public:
-  /// Takes the name and listens from now on. False where another copy holds it or there is no bus.
+  /// Whether there is a session to ask at all.
+  virtual bool isReachable() const = 0;
+
+  /// Takes the name and listens from now on. While another copy holds it this one waits in line and gets the name when
+  /// that copy goes. Whether it is ours already.
   virtual bool own() = 0;
-  /// Lets go of the name.
+  /// Lets go of the name, and of the place in line.
   virtual void release() = 0;
 
+  /// The process of the copy that holds the name; 0 when there is none, or when it is this process.
+  virtual qint64 otherProcess() const = 0;
+
   // What this process asks of the copy that holds the name. Each waits for at most a second and says whether it
-  // arrived.
+  // arrived; one that did not arrive may be asked again without being done twice.
   virtual bool activateOther() = 0;
   virtual bool openInOther(const QStringList& urls) = 0;
   virtual bool actInOther(const QString& action, const QVariantList& parameter = {}) = 0;

@@ -1,8 +1,9 @@
 #include "platform/dbus/DBusSessionApplication.h"
 
-#include <QDBusConnection>
 #include <QDBusConnectionInterface>
+#include <QDBusError>
 #include <QDBusMessage>
+#include <QDBusReply>
 
 namespace tarnwick {
 namespace {
@@ -23,26 +24,41 @@ const QString& path() {
 
 }  // namespace
 
-DBusSessionApplication::DBusSessionApplication() { new DBusApplicationAdaptor(this); }
+DBusSessionApplication::DBusSessionApplication(const QDBusConnection& bus) : bus_(bus) {
+  new DBusApplicationAdaptor(this);
+}
 
 DBusSessionApplication::~DBusSessionApplication() { release(); }
 
 bool DBusSessionApplication::own() {
-  QDBusConnection bus = QDBusConnection::sessionBus();
-  if (!bus.isConnected()) return false;
+  if (!bus_.isConnected()) return false;
   // The object first: whoever starts us by name calls it the moment the name is there.
-  if (!bus.registerObject(path(), this, QDBusConnection::ExportAdaptors)) return false;
-  owned_ = bus.registerService(name());
-  if (!owned_) bus.unregisterObject(path());
-  return owned_;
+  if (!listening_ && !bus_.registerObject(path(), this, QDBusConnection::ExportAdaptors)) return false;
+  listening_ = true;
+  const QDBusReply<QDBusConnectionInterface::RegisterServiceReply> reply =
+      bus_.interface()->registerService(name(), QDBusConnectionInterface::QueueService);
+  return reply.isValid() && reply.value() == QDBusConnectionInterface::ServiceRegistered;
 }
 
 void DBusSessionApplication::release() {
-  if (!owned_) return;
-  owned_ = false;
-  QDBusConnection bus = QDBusConnection::sessionBus();
-  bus.unregisterService(name());
-  bus.unregisterObject(path());
+  if (!listening_) return;
+  listening_ = false;
+  // Whoever asks from now on is told that nobody is here, and asks again.
+  bus_.unregisterObject(path());
+  bus_.unregisterService(name());
+}
+
+QString DBusSessionApplication::owner() const {
+  if (!bus_.isConnected()) return {};
+  const QDBusReply<QString> reply = bus_.interface()->serviceOwner(name());
+  return reply.isValid() ? reply.value() : QString();
+}
+
+qint64 DBusSessionApplication::otherProcess() const {
+  const QString holder = owner();
+  if (holder.isEmpty() || holder == bus_.baseService()) return 0;
+  const QDBusReply<uint> process = bus_.interface()->servicePid(holder);
+  return process.isValid() ? static_cast<qint64>(process.value()) : 0;
 }
 
 bool DBusSessionApplication::activateOther() { return call(u"Activate"_s, {QVariantMap()}); }
@@ -54,13 +70,15 @@ bool DBusSessionApplication::actInOther(const QString& action, const QVariantLis
 }
 
 bool DBusSessionApplication::call(const QString& method, const QVariantList& arguments) const {
-  QDBusConnection bus = QDBusConnection::sessionBus();
-  if (!bus.isConnected()) return false;
-  auto message = QDBusMessage::createMethodCall(name(), path(), u"org.freedesktop.Application"_s, method);
-  // No name, no call: a second program must never start a third by asking.
-  message.setAutoStartService(false);
+  // To the copy itself and not to the name: a second program must never start a third by asking.
+  const QString holder = owner();
+  if (holder.isEmpty()) return false;
+  auto message = QDBusMessage::createMethodCall(holder, path(), u"org.freedesktop.Application"_s, method);
   message.setArguments(arguments);
-  return bus.call(message, QDBus::Block, kAnswerWithinMs).type() != QDBusMessage::ErrorMessage;
+  const QDBusMessage answer = bus_.call(message, QDBus::Block, kAnswerWithinMs);
+  if (answer.type() != QDBusMessage::ErrorMessage) return true;
+  // No answer from a copy that is still there: it is busy and has the message before it.
+  return QDBusError(answer).type() == QDBusError::NoReply && owner() == holder;
 }
 
 DBusApplicationAdaptor::DBusApplicationAdaptor(DBusSessionApplication* application)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDBusAbstractAdaptor>
+#include <QDBusConnection>
 #include <QVariantMap>
 #include <memory>
 
@@ -13,19 +14,23 @@ namespace tarnwick {
 class DBusSessionApplication final : public SessionApplication {
   Q_OBJECT
  public:
-  DBusSessionApplication();
+  explicit DBusSessionApplication(const QDBusConnection& bus = QDBusConnection::sessionBus());
   ~DBusSessionApplication() override;
 
+  bool isReachable() const override { return bus_.isConnected(); }
   bool own() override;
   void release() override;
+  qint64 otherProcess() const override;
   bool activateOther() override;
   bool openInOther(const QStringList& urls) override;
   bool actInOther(const QString& action, const QVariantList& parameter) override;
 
  private:
+  QString owner() const;
   bool call(const QString& method, const QVariantList& arguments) const;
 
-  bool owned_ = false;
+  QDBusConnection bus_;
+  bool listening_ = false;
 };
 
 /// Receives the calls of others and hands them on as signals.

@@ -1,0 +1,184 @@
+#include "app/DockDesk.h"
+
+#include "app/BubblePlace.h"
+#include "app/DockMenuModel.h"
+#include "store/AppStore.h"
+#include "views/dock/UndoBubble.h"
+
+namespace tarnwick {
+namespace {
+
+/// Over the store's message, where that is shown.
+constexpr int kOverAMessage = 54;
+
+}  // namespace
+
+DockDesk::DockDesk(DockDeskParts parts)
+    : parts_(std::move(parts)),
+      edits_(*parts_.store, *parts_.apps, undo_),
+      drops_({parts_.store, parts_.files, parts_.opener, &undo_, &edits_, parts_.running}),
+      commands_({parts_.store, parts_.running, parts_.windows, parts_.apps, parts_.opener, parts_.files}),
+      menus_({parts_.store, parts_.running, parts_.windows, parts_.apps, parts_.files, &commands_, &edits_}) {
+  connect(&undo_, &UndoStack::failed, parts_.store, &AppStore::setError);
+  connect(&undo_, &UndoStack::pushed, this, &DockDesk::offerUndo);
+  connect(&undo_, &UndoStack::gone, this, [this](quint64 entry) {
+    if (entry == bubbleEntry_)
+      QMetaObject::invokeMethod(
+          this, [this] { bubble_.reset(); }, Qt::QueuedConnection);
+  });
+  connect(&commands_, &DockCommands::launchingChanged, this, &DockDesk::rebuildRows);
+  connect(parts_.hints, &LauncherHints::changed, this, &DockDesk::rebuildRows);
+  connect(parts_.files, &Files::trashChanged, this, &DockDesk::rebuildRows);
+  connect(parts_.apps, &InstalledApps::changed, this, &DockDesk::rebuildRows);
+  commands_.showPanel = [this](const QUuid& widget) {
+    if (openPanel) openPanel(openDisplay_, widget, openTile_);
+  };
+}
+
+DockDesk::~DockDesk() = default;
+
+void DockDesk::setController(DockController* controller) { controller_ = controller; }
+
+void DockDesk::start() { parts_.hints->start(); }
+
+void DockDesk::shutdown() {
+  bubble_.reset();
+  menu_.reset();
+  undo_.clear();
+}
+
+bool DockDesk::isBusy(const QString& display) const {
+  return (menu_ && menuDisplay_ == display) || (panelIsOpen && panelIsOpen(display));
+}
+
+std::unique_ptr<DockContent> DockDesk::makeContent(const QString& display) {
+  auto dock = std::make_unique<LiveDock>(*parts_.store, *parts_.toggles, display, parts_.icons, actions(display));
+  docks_[display] = dock.get();
+  connect(dock.get(), &QObject::destroyed, this, [this, display, gone = dock.get()] {
+    if (const auto found = docks_.find(display); found != docks_.end() && found->second == gone) docks_.erase(found);
+  });
+  return dock;
+}
+
+TileSources DockDesk::sources(const QString& display) const {
+  const auto found = docks_.find(display);
+  return found == docks_.end() ? TileSources() : found->second->sources();
+}
+
+void DockDesk::markOpen(const QString& display, const QUuid& widget) {
+  for (const auto& [id, dock] : docks_) dock->view().setPanelOpen(id == display ? widget : QUuid());
+}
+
+void DockDesk::rebuildRows() {
+  for (const auto& [display, dock] : docks_) dock->rebuildRow();
+}
+
+DockActions DockDesk::actions(const QString& display) {
+  DockActions actions;
+  actions.openTile = [this, display](const QUuid& widget, const QRect& tile) {
+    openDisplay_ = display;
+    openTile_ = tile;
+    commands_.activateTile(widget);
+  };
+  actions.tileMenu = [this, display](const QUuid& widget, const QRect& beside) {
+    openMenu(display, menus_.tile(widget, display), beside);
+  };
+  actions.dockMenu = [this, display](const QRect& beside) { openMenu(display, menus_.dock(), beside); };
+  actions.addWidgets = [this] {
+    if (addWidgets) addWidgets();
+  };
+  actions.bringApplication = [this](quint64 application) { commands_.activateApplication(application); };
+  actions.applicationMenu = [this, display](quint64 application, const QRect& beside) {
+    openMenu(display, menus_.application(application, display), beside);
+  };
+  actions.openNewWindow = [this](const QUuid& widget, quint64 application) {
+    widget.isNull() ? commands_.newWindow(application) : commands_.newWindowOfTile(widget);
+  };
+  actions.cycleWindows = [this](quint64 application, int direction) { commands_.cycleWindows(application, direction); };
+  actions.placeApplications = [this, display](const QHash<quint64, QRectF>& places) {
+    const QPointF origin = controller_ ? controller_->contentOrigin(display) : QPointF();
+    QHash<quint64, QRectF> onTheDesktop;
+    for (auto place = places.cbegin(); place != places.cend(); ++place) {
+      onTheDesktop.insert(place.key(), place->translated(origin));
+    }
+    commands_.setTileRects(display, onTheDesktop);
+  };
+  actions.dropFiles = [this, display](const DockFileDrop& dropped) {
+    DockFileDrop drop = dropped;
+    drop.display = display;
+    drops_.drop(drop);
+  };
+  actions.dropWidget = [this, display](const QString& text, qsizetype index) {
+    drops_.dropWidget(text, index, display);
+  };
+  actions.panelIsOpen = [this, display] { return panelIsOpen && panelIsOpen(display); };
+  actions.moveDock = [this, display](const QPoint& delta) {
+    if (controller_) controller_->moveBy(display, delta);
+  };
+  actions.dockMoved = [this, display] {
+    if (controller_) controller_->finishMove(display);
+  };
+  actions.giveBackKeyboard = [this] {
+    if (controller_) controller_->leaveKeyboard();
+  };
+  addQuestions(actions);
+  return actions;
+}
+
+void DockDesk::addQuestions(DockActions& actions) {
+  actions.applicationAt = [this](const QString& path) { return factsAt(path); };
+  actions.hintOf = [this](const QString& desktopId) { return parts_.hints->of(desktopId); };
+  actions.isStarting = [this](const QString& path) { return commands_.isLaunching(path); };
+  actions.trashItems = [this] { return parts_.files->trashCount(); };
+  actions.reducesMotion = [this] { return parts_.motion->reducesMotion(); };
+}
+
+std::optional<ApplicationFacts> DockDesk::factsAt(const QString& path) {
+  const auto entry = parts_.apps->byPath(path);
+  if (!entry) return std::nullopt;
+  ApplicationFacts facts;
+  facts.name = entry->name;
+  facts.icon = entry->iconName;
+  if (const auto running = parts_.running->byPath(path)) facts.identity = running->identity;
+  return facts;
+}
+
+void DockDesk::openMenu(const QString& display, const QList<DockMenuEntry>& entries, const QRect& beside) {
+  Panel* panel = controller_ ? controller_->panel(display) : nullptr;
+  if (!panel || entries.isEmpty()) return;
+  menu_ = std::make_unique<QMenu>();
+  menuDisplay_ = display;
+  DockMenuModel::fill(*menu_, entries);
+  // An entry may close the very dock that the menu belongs to, so the menu goes once its entry has run.
+  const auto closed = [this, opened = menu_.get()] {
+    if (menu_.get() == opened) menu_.reset();
+    if (controller_) controller_->checkEdge();
+  };
+  connect(menu_.get(), &QMenu::aboutToHide, this, closed, Qt::QueuedConnection);
+  panel->openMenu(*menu_, controller_->mapFromContent(display, beside));
+}
+
+void DockDesk::offerUndo(quint64 entry, const QString& sentence) {
+  if (!controller_ || controller_->displays().isEmpty()) return;
+  auto bubble = std::make_unique<UndoBubble>(parts_.store->scheduler(), sentence);
+  bubble->setLook(dockStyleNamed(parts_.store->config().style), backdropOf(*parts_.panels));
+  const auto close = [this] { bubble_.reset(); };
+  connect(bubble.get(), &MessageBubble::dismissed, this, close, Qt::QueuedConnection);
+  connect(
+      bubble.get(), &MessageBubble::actionRequested, this,
+      [this, entry] {
+        bubble_.reset();
+        undo_.undo(entry);
+      },
+      Qt::QueuedConnection);
+  bubbleEntry_ = entry;
+  const MessageBubble& shown = *bubble;
+  const int raised = parts_.store->error().isEmpty() ? 0 : kOverAMessage;
+  bubble_ = parts_.panels->make(std::move(bubble));
+  bubble_->place(bubblePlacement(shown, *controller_, *parts_.screens, raised));
+  bubble_->setOutline(shown.outlineRegion());
+  bubble_->setInputRegion(shown.outlineRegion());
+  bubble_->setShown(true);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,90 @@
+#pragma once
+
+#include <QMenu>
+#include <QObject>
+#include <memory>
+
+#include "app/DockCommands.h"
+#include "app/DockMenus.h"
+#include "apps/AppOpener.h"
+#include "apps/ports/LauncherHints.h"
+#include "desktop/Files.h"
+#include "dock/DockController.h"
+#include "store/DockDrops.h"
+#include "store/UndoStack.h"
+#include "store/UndoableEdits.h"
+#include "views/dock/LiveDock.h"
+
+namespace tarnwick {
+
+/// What the desk is made of. Borrowed; all are required.
+struct DockDeskParts {
+  AppStore* store = nullptr;
+  Screens* screens = nullptr;
+  Panels* panels = nullptr;
+  MotionPreference* motion = nullptr;
+  RunningApplications* running = nullptr;
+  ClientWindows* windows = nullptr;
+  InstalledApps* apps = nullptr;
+  AppOpener* opener = nullptr;
+  Files* files = nullptr;
+  LauncherHints* hints = nullptr;
+  Toggles* toggles = nullptr;
+  DockView::IconProvider icons;
+};
+
+/// What the hands on the docks lead to: clicks, menus, drops, and the way back from them. It makes the content of each
+/// dock and answers what that asks. Main thread only.
+class DockDesk : public QObject {
+  Q_OBJECT
+ public:
+  explicit DockDesk(DockDeskParts parts);
+  ~DockDesk() override;
+
+  /// Set once the controller is there, which asks for contents from then on.
+  void setController(DockController* controller);
+  std::unique_ptr<DockContent> makeContent(const QString& display);
+  /// What the tiles of a display's dock show at this moment.
+  TileSources sources(const QString& display) const;
+  /// Marks the tile whose panel is open; a null identity marks none.
+  void markOpen(const QString& display, const QUuid& widget);
+  /// Whether a menu or a panel of a display's dock is open.
+  bool isBusy(const QString& display) const;
+
+  DockCommands& commands() { return commands_; }
+  DockMenus& menus() { return menus_; }
+  /// Starts listening to what applications want shown on their tiles.
+  void start();
+  /// Nothing can be taken back from now on. To be called before the store goes down.
+  void shutdown();
+
+  /// Opens the panel of a tile beside it; set by whoever shows panels. The rectangle is one of the dock's content.
+  std::function<void(const QString& display, const QUuid& widget, const QRect& tile)> openPanel;
+  std::function<bool(const QString& display)> panelIsOpen;
+  std::function<void()> addWidgets;
+
+ private:
+  DockActions actions(const QString& display);
+  void addQuestions(DockActions& actions);
+  void openMenu(const QString& display, const QList<DockMenuEntry>& entries, const QRect& beside);
+  void rebuildRows();
+  void offerUndo(quint64 entry, const QString& sentence);
+  std::optional<ApplicationFacts> factsAt(const QString& path);
+
+  DockDeskParts parts_;
+  DockController* controller_ = nullptr;
+  UndoStack undo_;
+  UndoableEdits edits_;
+  DockDrops drops_;
+  DockCommands commands_;
+  DockMenus menus_;
+  std::map<QString, LiveDock*> docks_;
+  std::unique_ptr<QMenu> menu_;
+  QString menuDisplay_;
+  QRect openTile_;  // The tile that was clicked last, for its panel to stand beside.
+  QString openDisplay_;
+  std::unique_ptr<Panel> bubble_;
+  quint64 bubbleEntry_ = 0;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,111 @@
+#include "app/PanelHost.h"
+
+#include <utility>
+
+#include "desktop/FrameClock.h"
+#include "desktop/MotionPreference.h"
+#include "store/AppStore.h"
+#include "views/panels/PanelPresentation.h"
+#include "views/panels/Panels.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+PanelHost::PanelHost(AppStore& store, PanelHostSetup setup) : store_(store), setup_(std::move(setup)) {
+  connect(&store_, &AppStore::layoutChanged, this, &PanelHost::applyLook);
+  // Shadow and margins come and go with the compositor, and nobody minds opening a panel again then.
+  connect(setup_.panels, &Panels::compositingChanged, this, [this] {
+    forget();
+    drop();
+  });
+}
+
+PanelHost::~PanelHost() = default;
+
+void PanelHost::open(const QString& display, const QUuid& widget, Panel& dock, const QRect& tile) {
+  if (display == display_ && widget == widget_) {
+    close();
+    return;
+  }
+  forget();
+  drop();
+  display_ = display;
+  widget_ = widget;
+  showPanel(dock, tile);
+  Q_EMIT openChanged(display_, widget_);
+}
+
+void PanelHost::showPanel(Panel& dock, const QRect& tile) {
+  const PanelContext context{store_,          store_.scheduler(),
+                             *setup_.toggles, widget_,
+                             display_,        [this, display = display_] { return setup_.sources(display); },
+                             setup_.actions};
+  std::unique_ptr<TilePanel> panel = makePanel(context);
+  panel_ = panel.get();
+  applyLook();
+  panel_->start();
+  const QMargins margins = panel_->margins();
+  auto presentation = std::make_unique<PanelPresentation>(std::move(panel), setup_.clocks->make(display_));
+  presentation_ = presentation.get();
+  presentation_->setReduceMotion(setup_.motion->reducesMotion());
+  presentation_->setComposited(setup_.panels->isComposited());
+
+  // The panel stays alive until the event that closes it is over.
+  connect(panel_, &TilePanel::closeRequested, this, &PanelHost::close, Qt::QueuedConnection);
+  connect(presentation_, &PanelPresentation::vanished, this, &PanelHost::drop, Qt::QueuedConnection);
+  connect(panel_, &TilePanel::sizeChanged, presentation_, [this] {
+    presentation_->updateGeometry();
+    if (popup_) popup_->reposition();
+  });
+  const auto lost = [this] {
+    forget();
+    drop();
+  };
+  connect(&dock, &Panel::closed, presentation_, lost);
+  connect(&dock, &QObject::destroyed, presentation_, lost);
+
+  popup_ = dock.popup(std::move(presentation), tile, PopupStyle{.margins = margins, .gap = theme::kPanelGap});
+  connect(popup_.get(), &Popup::closed, this, lost, Qt::QueuedConnection);
+  const bool atTop = store_.config().layout == DockLayout::RevealTop ||
+                     (store_.config().layout == DockLayout::Fixed && store_.config().position == "top"_L1);
+  const double height = std::max(1, presentation_->height());
+  presentation_->setAnchor({0.5, (atTop ? margins.top() : height - margins.bottom()) / height});
+  presentation_->animate(1, true);
+}
+
+void PanelHost::applyLook() {
+  if (!panel_) return;
+  const Backdrop behind = setup_.panels->isComposited() ? Backdrop::Plain : Backdrop::Opaque;
+  panel_->setDockLook(dockStyleNamed(store_.config().style), behind, store_.config().monochrome);
+}
+
+void PanelHost::close() {
+  if (display_.isEmpty()) return;
+  forget();
+  if (presentation_) presentation_->animate(0, true);
+}
+
+void PanelHost::closeOn(const QString& display) {
+  if (!hasActivePanel(display)) return;
+  forget();
+  drop();
+}
+
+/// From here on no panel is open, though one may still be seen going.
+void PanelHost::forget() {
+  if (display_.isEmpty()) return;
+  const QString display = std::exchange(display_, {});
+  widget_ = {};
+  Q_EMIT openChanged(display, {});
+}
+
+void PanelHost::drop() {
+  // A late word of a panel that is gone must not take the next one.
+  if (!display_.isEmpty()) return;
+  panel_ = nullptr;
+  presentation_ = nullptr;
+  popup_.reset();
+}
+
+}  // namespace tarnwick

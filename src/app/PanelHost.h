@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QRect>
+#include <QUuid>
+#include <functional>
+#include <memory>
+
+#include "desktop/Panels.h"
+#include "views/panels/PanelContext.h"
+
+namespace tarnwick {
+
+class FrameClocks;
+class MotionPreference;
+class PanelPresentation;
+class TilePanel;
+
+/// What a host is made of. Pointers are borrowed and outlive it; all are required.
+struct PanelHostSetup {
+  Toggles* toggles = nullptr;
+  Panels* panels = nullptr;
+  FrameClocks* clocks = nullptr;
+  MotionPreference* motion = nullptr;
+  /// What the tiles of a display's dock show at this moment.
+  std::function<TileSources(const QString& display)> sources;
+  PanelActions actions;
+};
+
+/// Opens the panel behind a tile, one at a time. It grows out of the dock's edge, and closes on a second click, on
+/// Escape, on a click outside, and when its widget or its dock goes away.
+class PanelHost final : public QObject {
+  Q_OBJECT
+ public:
+  PanelHost(AppStore& store, PanelHostSetup setup);
+  ~PanelHost() override;
+
+  /// Opens the panel of a widget beside its tile, whose place is in the coordinates of the dock panel's content. Closes
+  /// it when it is open already.
+  void open(const QString& display, const QUuid& widget, Panel& dock, const QRect& tile);
+  void close();
+  /// Closes it at once when it belongs to this display, as when the display's dock goes.
+  void closeOn(const QString& display);
+
+  /// Whether a panel is open that belongs to a display's dock, which then stays shown.
+  bool hasActivePanel(const QString& display) const { return !display_.isEmpty() && display == display_; }
+  /// The widget whose panel is open; null for none.
+  const QUuid& openWidget() const { return widget_; }
+
+ Q_SIGNALS:
+  /// A panel opened (`widget`) or closed (a null identity): the display's dock marks the tile, and whether docks are
+  /// shown is to be looked at again.
+  void openChanged(const QString& display, const QUuid& widget);
+
+ private:
+  void showPanel(Panel& dock, const QRect& tile);
+  void applyLook();
+  void forget();
+  void drop();
+
+  AppStore& store_;
+  PanelHostSetup setup_;
+  QString display_;  ///< Empty while no panel is open.
+  QUuid widget_;
+  std::unique_ptr<Popup> popup_;
+  PanelPresentation* presentation_ = nullptr;  ///< Owned by the popup.
+  TilePanel* panel_ = nullptr;                 ///< Owned by the presentation.
+};
+
+}  // namespace tarnwick
