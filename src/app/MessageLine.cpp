@@ -1,7 +1,6 @@
 #include "app/MessageLine.h"
 
-#include <algorithm>
-
+#include "app/BubblePlace.h"
 #include "dock/DockController.h"
 #include "store/AppStore.h"
 #include "views/dock/MessageBubble.h"
@@ -9,7 +8,6 @@
 namespace tarnwick {
 namespace {
 
-constexpr int kAboveTheDock = 10;
 /// By then the dock stands where a change of the layout or of the displays puts it.
 constexpr double kOnceTheDockStands = 0.06;
 
@@ -43,10 +41,8 @@ void MessageLine::arrange() {
     return;
   }
   if (!panel_) make();
-  const bool composited = panels_.isComposited();
-  const Backdrop behind = !composited ? Backdrop::Opaque : panels_.canBlur() ? Backdrop::Blurred : Backdrop::Plain;
-  bubble_->setLook(dockStyleNamed(store_.config().style), behind);
-  if (const PanelPlacement wanted = placement(); wanted != placement_) {
+  bubble_->setLook(dockStyleNamed(store_.config().style), backdropOf(panels_));
+  if (const PanelPlacement wanted = bubblePlacement(*bubble_, dock_, screens_); wanted != placement_) {
     placement_ = wanted;
     panel_->place(wanted);
   }
@@ -72,22 +68,6 @@ void MessageLine::make() {
         arrangeSoon();
       },
       Qt::QueuedConnection);
-}
-
-PanelPlacement MessageLine::placement() const {
-  const QStringList displays = dock_.displays();
-  const QList<Screen> screens = screens_.all();
-  const QString wanted = displays.isEmpty() ? screens_.mainId() : displays.first();
-  const auto found = std::ranges::find(screens, wanted, &Screen::id);
-  const Screen& screen = found == screens.end() ? screens.first() : *found;
-
-  QRectF dock = dock_.frame(screen.id);
-  if (dock.isEmpty()) dock = QRectF(screen.usable.left(), screen.usable.bottom(), screen.usable.width(), 0);
-  const QSize size = bubble_->bubbleSize();
-  const bool dockIsOnTop = dock.center().y() < screen.frame.center().y();
-  const double y = dockIsOnTop ? dock.bottom() + kAboveTheDock : dock.top() - kAboveTheDock - size.height();
-  const QPointF corner = QPointF(dock.center().x() - size.width() / 2.0, y) - screen.frame.topLeft();
-  return {screen.id, QRect(corner.toPoint(), size), bubble_->margins()};
 }
 
 }  // namespace tarnwick

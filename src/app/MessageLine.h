@@ -30,7 +30,6 @@ class MessageLine : public QObject {
   void arrangeSoon();
   void arrange();
   void make();
-  PanelPlacement placement() const;
 
   AppStore& store_;
   DockController& dock_;
