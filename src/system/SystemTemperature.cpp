@@ -1,0 +1,51 @@
+#include "system/SystemTemperature.h"
+
+#include <algorithm>
+#include <array>
+#include <numeric>
+
+namespace tarnwick {
+namespace {
+
+// Longer than the pause between two readings, so that one thread serves them all and ends when the tile goes.
+constexpr int kIdleThreadMs = 6000;
+
+}  // namespace
+
+SystemTemperature::SystemTemperature(std::unique_ptr<ProcessorTemperatures> sensors, QObject* parent)
+    : QObject(parent), sensors_(std::move(sensors)) {
+  pool_.setMaxThreadCount(1);
+  pool_.setExpiryTimeout(kIdleThreadMs);
+}
+
+SystemTemperature::~SystemTemperature() { pool_.waitForDone(); }
+
+void SystemTemperature::refresh() {
+  if (busy_) return;
+  busy_ = true;
+  pool_.start([this] {
+    QMetaObject::invokeMethod(
+        this, [this, values = read()] { take(values); }, Qt::QueuedConnection);
+  });
+}
+
+QList<double> SystemTemperature::read() {
+  std::array<double, mostSensors> values{};
+  const quint32 count = std::min(sensors_->read(values.data(), mostSensors), mostSensors);
+  return {values.begin(), values.begin() + count};
+}
+
+void SystemTemperature::take(const QList<double>& values) {
+  busy_ = false;
+  sensorCount_ = static_cast<int>(values.size());
+  if (values.isEmpty()) {
+    celsius_.reset();
+  } else {
+    celsius_ = std::accumulate(values.begin(), values.end(), 0.0) / static_cast<double>(values.size());
+    if (history_.size() >= depth) history_.removeFirst();
+    history_.append(*celsius_);
+  }
+  Q_EMIT changed();
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QThreadPool>
+#include <memory>
+#include <optional>
+
+#include "system/ports/ProcessorTemperatures.h"
+
+namespace tarnwick {
+
+/// The processor's temperature, as its tiles show it. The heartbeat calls `refresh` while one is shown; there is no
+/// timer here. Owns the sensors, which are read on another thread. Main thread only, but for `read`.
+class SystemTemperature final : public QObject {
+  Q_OBJECT
+ public:
+  /// Entries that the history keeps, oldest first.
+  static constexpr int depth = 40;
+  /// Sensors that are read at most.
+  static constexpr quint32 mostSensors = 12;
+
+  explicit SystemTemperature(std::unique_ptr<ProcessorTemperatures> sensors, QObject* parent = nullptr);
+  /// Waits for a reading that is under way.
+  ~SystemTemperature() override;
+
+  /// Degrees Celsius, the mean of the sensors; none before the first reading and while no sensor tells anything.
+  std::optional<double> celsius() const { return celsius_; }
+  int sensorCount() const { return sensorCount_; }
+  const QList<double>& history() const { return history_; }
+  bool busy() const { return busy_; }
+
+  /// Starts one reading, unless one is under way.
+  void refresh();
+  /// What the sensors tell now. Any thread, but not beside a refresh.
+  QList<double> read();
+
+ Q_SIGNALS:
+  void changed();
+
+ private:
+  void take(const QList<double>& values);
+
+  std::unique_ptr<ProcessorTemperatures> sensors_;
+  QThreadPool pool_;
+  std::optional<double> celsius_;
+  int sensorCount_ = 0;
+  QList<double> history_;
+  bool busy_ = false;
+};
+
+}  // namespace tarnwick
