@@ -9,10 +9,8 @@
 #include "base/ProbeCounters.h"
 #include "config/DataDirectory.h"
 #include "config/Persistence.h"
-#include "config/Reordering.h"
 #include "config/SaveSchedule.h"
 #include "config/SettingsLoader.h"
-#include "dock/rules/ProfileRules.h"
 #include "store/DocumentEdits.h"
 #include "widgets/catalog/Catalog.h"
 
@@ -140,7 +138,7 @@ void AppStore::heartbeat() {
   sampleServices();
   recordClipboard();
   applyProfileRules(moment);
-  services_.timers->advance(moment);
+  advanceProductivity(moment);
   if (deferredApps_ && scheduler_->reference() >= runningAppsHeldUntil_) apply(QList<RunningApp>(*deferredApps_));
 
   if (tick_ % 60 == 0) {
@@ -180,191 +178,6 @@ void AppStore::recordClipboard() {
   if (count == pasteboardCount_) return;
   pasteboardCount_ = count;
   services_.clipboard->record();
-}
-
-// --- The document ---------------------------------------------------------------------------------------------------
-
-QString AppStore::dataDirectory() const { return QFileInfo(storagePath_).path(); }
-
-const DockProfile& AppStore::profile() const { return config_.profiles[config_.activeIndex()]; }
-
-const QList<DockWidget>& AppStore::widgets() const { return profile().widgets; }
-
-qsizetype AppStore::profileIndex(const QString& display) const { return DocumentEdits::profileIndex(config_, display); }
-
-bool AppStore::isPinned(const QString& display) const { return DocumentEdits::isPinned(config_, display); }
-
-QList<DockWidget> AppStore::displayedWidgets(const QString& display) const {
-  const qsizetype index = profileIndex(display);
-  if (index < 0 || index >= config_.profiles.size()) return {};
-  QList<DockWidget> shown = config_.profiles[index].widgets;
-  if (!config_.desktopOptions().showPinnedWindows) {
-    shown.removeIf([](const DockWidget& widget) { return widget.kind == "pinnedWindow"_L1; });
-  }
-  return shown;
-}
-
-QList<RunningApp> AppStore::unpinnedRunningApps(const QString& display) const {
-  QSet<QString> held;
-  for (const DockWidget& widget : displayedWidgets(display)) {
-    held.insert(widget.options.value(u"path"_s));
-    for (const QString& path : widget.options.value(u"paths"_s).split(u'\n', Qt::SkipEmptyParts)) held.insert(path);
-  }
-  held.remove(QString());
-  QList<RunningApp> unpinned = runningApps_;
-  unpinned.removeIf([&](const RunningApp& app) { return held.contains(app.path); });
-  return unpinned;
-}
-
-void AppStore::edit(const std::function<void(DockConfiguration&)>& change) {
-  DockConfiguration changed = config_;
-  change(changed);
-  if (changed == config_) return;
-  config_ = std::move(changed);
-  configDidChange();
-}
-
-void AppStore::configDidChange() {
-  ProbeCounters::count("config");
-  refreshActiveWidgetIndex();
-  if (ready_) scheduleSave();
-  Q_EMIT configChanged();
-}
-
-QList<DockWidget> AppStore::shownWidgets() const {
-  // What any display shows counts, pinned profiles included.
-  QList<qsizetype> profiles{config_.activeIndex()};
-  QList<DockWidget> shown = widgets();
-  const DesktopOptions options = config_.desktopOptions();
-  for (auto pin = options.displayProfiles.cbegin(); pin != options.displayProfiles.cend(); ++pin) {
-    const qsizetype index = profileIndex(pin.key());
-    if (profiles.contains(index)) continue;
-    profiles << index;
-    shown += config_.profiles[index].widgets;
-  }
-  return shown;
-}
-
-void AppStore::refreshActiveWidgetIndex() {
-  active_ = ActiveSets::of(shownWidgets());
-  system_->setNeeded(active_.families.contains("metric"_L1));
-}
-
-void AppStore::set(const QUuid& id, const QString& key, const std::optional<QString>& value) {
-  edit([&](DockConfiguration& config) { DocumentEdits::setOption(config, id, key, value); });
-}
-
-void AppStore::update(const DockWidget& widget) {
-  try {
-    const DockWidget valid = DockConfiguration::validated(widget);
-    edit([&](DockConfiguration& config) { DocumentEdits::update(config, valid); });
-  } catch (const DomainError& failure) {
-    setError(failure.message());
-  }
-}
-
-void AppStore::add(const QString& kind) {
-  DockWidget widget;
-  widget.kind = kind;
-  addWidget(widget);
-}
-
-void AppStore::addWidget(const DockWidget& widget) {
-  try {
-    DockWidget valid = widget;
-    if (valid.id.isNull() || DocumentEdits::find(config_, valid.id)) valid.id = QUuid::createUuid();
-    valid = DockConfiguration::validated(valid);
-    bool added = false;
-    edit([&](DockConfiguration& config) {
-      added = DocumentEdits::add(config, DocumentEdits::profileIndex(config, activeDisplay), valid);
-    });
-    if (!added) setError(tr("This dock already has 150 widgets."));
-  } catch (const DomainError& failure) {
-    setError(failure.message());
-  }
-}
-
-void AppStore::remove(const QUuid& id) {
-  edit([&](DockConfiguration& config) { DocumentEdits::remove(config, id); });
-  try {
-    services_.credentials->remove(id);
-  } catch (const DomainError& failure) {
-    setError(tr("A stored credential could not be removed: ") + failure.message());
-  }
-}
-
-void AppStore::move(const QUuid& id, int places) {
-  edit([&](DockConfiguration& config) { DocumentEdits::move(config, id, places); });
-}
-
-void AppStore::moveDisplayed(qsizetype from, qsizetype to) {
-  QList<QUuid> order;
-  for (const DockWidget& widget : displayedWidgets()) order.append(widget.id);
-  const QList<QUuid> wanted = Reordering::reordered(order, from, to);
-  if (wanted == order) return;
-  edit([&](DockConfiguration& config) { DocumentEdits::arrange(config, profileIndex(activeDisplay), wanted); });
-}
-
-void AppStore::editProfiles(const std::function<void(DockConfiguration&)>& change) {
-  const QUuid before = profile().id;
-  edit(change);
-  if (profile().id != before) refreshAll();
-}
-
-void AppStore::newProfile(const QString& name, bool duplicate) {
-  editProfiles([&](DockConfiguration& config) { DocumentEdits::newProfile(config, name, duplicate); });
-}
-
-void AppStore::selectProfile(const QUuid& id) {
-  edit([&](DockConfiguration& config) { config.activeProfileID = id; });
-  refreshAll();
-}
-
-void AppStore::selectProfile(const QUuid& id, const QString& display) {
-  if (!isPinned(display)) return selectProfile(id);
-  pinDisplay(display, id);
-}
-
-void AppStore::applyProfileRules(const QDateTime& at) {
-  if (!config_.desktop || config_.desktop->profileRules.isEmpty()) return;
-  const auto wanted =
-      ProfileRules::matching(config_.desktop->profileRules, config_.profiles, ProfileRules::components(at));
-  if (wanted && *wanted != profile().id) selectProfile(*wanted);
-}
-
-void AppStore::pinDisplay(const QString& display, const std::optional<QUuid>& profile) {
-  edit([&](DockConfiguration& config) { DocumentEdits::pin(config, display, profile); });
-  refreshAll();
-}
-
-void AppStore::deleteProfile(const QUuid& id) {
-  editProfiles([&](DockConfiguration& config) { DocumentEdits::deleteProfile(config, id); });
-}
-
-void AppStore::addTodo(const QString& text) {
-  edit([&](DockConfiguration& config) { DocumentEdits::addTodo(config, text); });
-}
-
-void AppStore::toggleTodo(const QUuid& id) {
-  edit([&](DockConfiguration& config) { DocumentEdits::toggleTodo(config, id); });
-}
-
-void AppStore::exportConfiguration(const QString& path) {
-  try {
-    DurableFile::writeAtomically(Persistence::encode(config_), path);
-  } catch (const DomainError& failure) {
-    setError(failure.message());
-  }
-}
-
-void AppStore::importConfiguration(const QString& path) {
-  try {
-    const DockConfiguration imported = Persistence::read(path);
-    edit([&](DockConfiguration& config) { config = imported; });
-    refreshAll();
-  } catch (const DomainError& failure) {
-    setError(failure.message());
-  }
 }
 
 // --- Saving ---------------------------------------------------------------------------------------------------------

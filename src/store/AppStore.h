@@ -110,6 +110,15 @@ class AppStore : public QObject {
   void addTodo(const QString& text);
   void toggleTodo(const QUuid& id);
 
+  // Timers, water and habits; the widget is held by its identity.
+  void toggleTimer(const QUuid& id);
+  void resetTimer(const QUuid& id);
+  void drink(const QUuid& id, int glasses = 1);
+  int waterCount(const DockWidget& widget) const;
+  void toggleHabit(const QUuid& id);
+  /// Moves running timers on and announces what ended. Runs on every beat.
+  void advanceProductivity(const QDateTime& at);
+
   /// Writes the document to a file of the user's choice.
   void exportConfiguration(const QString& path);
   /// Replaces the document by a file's; on any failure it stays as it is.
@@ -155,6 +164,7 @@ class AppStore : public QObject {
   void configDidChange();
   void editProfiles(const std::function<void(DockConfiguration&)>& change);
   QList<DockWidget> shownWidgets() const;
+  void changeWidget(const QUuid& id, const std::function<DockWidget(const DockWidget&)>& change);
   void scheduleSave();
   QString writeSettings();
   void refreshActiveWidgetIndex();

@@ -87,12 +87,6 @@ struct NativeProductivity {
   virtual void refresh() {}
 };
 
-/// Moves running timers, focus and posture phases on.
-struct TimerAdvance {
-  virtual ~TimerAdvance() = default;
-  virtual void advance(const QDateTime& now) { Q_UNUSED(now) }
-};
-
 struct ClipboardKeeping {
   virtual ~ClipboardKeeping() = default;
   /// Grows with every change of the clipboard.
@@ -138,7 +132,6 @@ struct Collaborators {
   std::unique_ptr<WindowKeeping> windows = std::make_unique<WindowKeeping>();
   std::unique_ptr<CalendarReadings> calendar = std::make_unique<CalendarReadings>();
   std::unique_ptr<NativeProductivity> productivity = std::make_unique<NativeProductivity>();
-  std::unique_ptr<TimerAdvance> timers = std::make_unique<TimerAdvance>();
   std::unique_ptr<ClipboardKeeping> clipboard = std::make_unique<ClipboardKeeping>();
   std::unique_ptr<CredentialKeeping> credentials = std::make_unique<CredentialKeeping>();
   std::unique_ptr<RemoteRefresh> remote = std::make_unique<RemoteRefresh>();

@@ -84,6 +84,11 @@ DockWidget TimerActions::reset(const DockWidget& widget) {
   return result;
 }
 
+bool TimerActions::mayBeat(const DockWidget& widget) {
+  return !widget.options.isEmpty() &&
+         (widget.options.contains(u"deadline"_s) || widget.options.contains(u"interval"_s));
+}
+
 TimerActions::Beat TimerActions::beat(const DockWidget& widget, const QDateTime& at) {
   const QString& family = Catalog::find(widget.kind).family;
   if (family == "water"_L1) return waterBeat(widget, at);

@@ -15,6 +15,9 @@ struct TimerActions {
   /// Back to the beginning, standing still.
   static DockWidget reset(const DockWidget& widget);
 
+  /// Whether a beat could find something in a widget at all; a cheap question to ask first.
+  static bool mayBeat(const DockWidget& widget);
+
   struct Beat {
     DockWidget widget;
     QString announcement;  ///< For the user; empty when nothing ended.

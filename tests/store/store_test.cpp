@@ -413,6 +413,24 @@ TEST_F(StoreTest, TheMediaSourceComesBackOnlyWhileItIsConnected) {
   EXPECT_EQ(journal.count(u"media.disconnect"_s), 0);
 }
 
+TEST_F(StoreTest, ATimerThatEndsIsAnnouncedOnceAlsoAfterARestart) {
+  start();
+  show({u"timer"_s});
+  store->edit([](DockConfiguration& config) { config.notificationsEnabled = true; });
+  const QUuid timer = store->widgets().first().id;
+  store->set(timer, u"minutes"_s, u"1"_s);
+  store->toggleTimer(timer);
+  time.advance(58);
+  EXPECT_TRUE(notifications.posted.isEmpty());
+  store->shutdown();
+  store.reset();
+  time.advance(10);
+  start();
+  time.advance(5);
+  EXPECT_EQ(notifications.posted, QStringList{u"Timer: Your timer is finished."_s});
+  EXPECT_FALSE(store->widgets().first().options.contains(u"deadline"_s));
+}
+
 TEST_F(StoreTest, MessagesOfOperations) {
   start();
   const QUuid first = store->widgets().first().id;

@@ -1,0 +1,249 @@
+// The part of the store that changes the document and what hangs on it.
+#include <algorithm>
+
+#include <QFileInfo>
+
+#include "base/DomainError.h"
+#include "base/DurableFile.h"
+#include "base/ProbeCounters.h"
+#include "config/Persistence.h"
+#include "config/Reordering.h"
+#include "dock/rules/ProfileRules.h"
+#include "store/AppStore.h"
+#include "store/DocumentEdits.h"
+#include "widgets/HabitMath.h"
+#include "widgets/TimerActions.h"
+#include "widgets/catalog/Catalog.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+QString AppStore::dataDirectory() const { return QFileInfo(storagePath_).path(); }
+
+const DockProfile& AppStore::profile() const { return config_.profiles[config_.activeIndex()]; }
+
+const QList<DockWidget>& AppStore::widgets() const { return profile().widgets; }
+
+qsizetype AppStore::profileIndex(const QString& display) const { return DocumentEdits::profileIndex(config_, display); }
+
+bool AppStore::isPinned(const QString& display) const { return DocumentEdits::isPinned(config_, display); }
+
+QList<DockWidget> AppStore::displayedWidgets(const QString& display) const {
+  const qsizetype index = profileIndex(display);
+  if (index < 0 || index >= config_.profiles.size()) return {};
+  QList<DockWidget> shown = config_.profiles[index].widgets;
+  if (!config_.desktopOptions().showPinnedWindows) {
+    shown.removeIf([](const DockWidget& widget) { return widget.kind == "pinnedWindow"_L1; });
+  }
+  return shown;
+}
+
+QList<RunningApp> AppStore::unpinnedRunningApps(const QString& display) const {
+  QSet<QString> held;
+  for (const DockWidget& widget : displayedWidgets(display)) {
+    held.insert(widget.options.value(u"path"_s));
+    for (const QString& path : widget.options.value(u"paths"_s).split(u'\n', Qt::SkipEmptyParts)) held.insert(path);
+  }
+  held.remove(QString());
+  QList<RunningApp> unpinned = runningApps_;
+  unpinned.removeIf([&](const RunningApp& app) { return held.contains(app.path); });
+  return unpinned;
+}
+
+void AppStore::edit(const std::function<void(DockConfiguration&)>& change) {
+  DockConfiguration changed = config_;
+  change(changed);
+  if (changed == config_) return;
+  config_ = std::move(changed);
+  configDidChange();
+}
+
+void AppStore::configDidChange() {
+  ProbeCounters::count("config");
+  refreshActiveWidgetIndex();
+  if (ready_) scheduleSave();
+  Q_EMIT configChanged();
+}
+
+QList<DockWidget> AppStore::shownWidgets() const {
+  // What any display shows counts, pinned profiles included.
+  QList<qsizetype> profiles{config_.activeIndex()};
+  QList<DockWidget> shown = widgets();
+  const DesktopOptions options = config_.desktopOptions();
+  for (auto pin = options.displayProfiles.cbegin(); pin != options.displayProfiles.cend(); ++pin) {
+    const qsizetype index = profileIndex(pin.key());
+    if (profiles.contains(index)) continue;
+    profiles << index;
+    shown += config_.profiles[index].widgets;
+  }
+  return shown;
+}
+
+void AppStore::refreshActiveWidgetIndex() {
+  active_ = ActiveSets::of(shownWidgets());
+  system_->setNeeded(active_.families.contains("metric"_L1));
+}
+
+void AppStore::set(const QUuid& id, const QString& key, const std::optional<QString>& value) {
+  edit([&](DockConfiguration& config) { DocumentEdits::setOption(config, id, key, value); });
+}
+
+void AppStore::update(const DockWidget& widget) {
+  try {
+    const DockWidget valid = DockConfiguration::validated(widget);
+    edit([&](DockConfiguration& config) { DocumentEdits::update(config, valid); });
+  } catch (const DomainError& failure) {
+    setError(failure.message());
+  }
+}
+
+void AppStore::add(const QString& kind) {
+  DockWidget widget;
+  widget.kind = kind;
+  addWidget(widget);
+}
+
+void AppStore::addWidget(const DockWidget& widget) {
+  try {
+    DockWidget valid = widget;
+    if (valid.id.isNull() || DocumentEdits::find(config_, valid.id)) valid.id = QUuid::createUuid();
+    valid = DockConfiguration::validated(valid);
+    bool added = false;
+    edit([&](DockConfiguration& config) {
+      added = DocumentEdits::add(config, DocumentEdits::profileIndex(config, activeDisplay), valid);
+    });
+    if (!added) setError(tr("This dock already has 150 widgets."));
+  } catch (const DomainError& failure) {
+    setError(failure.message());
+  }
+}
+
+void AppStore::remove(const QUuid& id) {
+  edit([&](DockConfiguration& config) { DocumentEdits::remove(config, id); });
+  try {
+    services_.credentials->remove(id);
+  } catch (const DomainError& failure) {
+    setError(tr("A stored credential could not be removed: ") + failure.message());
+  }
+}
+
+void AppStore::move(const QUuid& id, int places) {
+  edit([&](DockConfiguration& config) { DocumentEdits::move(config, id, places); });
+}
+
+void AppStore::moveDisplayed(qsizetype from, qsizetype to) {
+  QList<QUuid> order;
+  for (const DockWidget& widget : displayedWidgets()) order.append(widget.id);
+  const QList<QUuid> wanted = Reordering::reordered(order, from, to);
+  if (wanted == order) return;
+  edit([&](DockConfiguration& config) { DocumentEdits::arrange(config, profileIndex(activeDisplay), wanted); });
+}
+
+void AppStore::editProfiles(const std::function<void(DockConfiguration&)>& change) {
+  const QUuid before = profile().id;
+  edit(change);
+  if (profile().id != before) refreshAll();
+}
+
+void AppStore::newProfile(const QString& name, bool duplicate) {
+  editProfiles([&](DockConfiguration& config) { DocumentEdits::newProfile(config, name, duplicate); });
+}
+
+void AppStore::selectProfile(const QUuid& id) {
+  edit([&](DockConfiguration& config) { config.activeProfileID = id; });
+  refreshAll();
+}
+
+void AppStore::selectProfile(const QUuid& id, const QString& display) {
+  if (!isPinned(display)) return selectProfile(id);
+  pinDisplay(display, id);
+}
+
+void AppStore::applyProfileRules(const QDateTime& at) {
+  if (!config_.desktop || config_.desktop->profileRules.isEmpty()) return;
+  const auto wanted =
+      ProfileRules::matching(config_.desktop->profileRules, config_.profiles, ProfileRules::components(at));
+  if (wanted && *wanted != profile().id) selectProfile(*wanted);
+}
+
+void AppStore::pinDisplay(const QString& display, const std::optional<QUuid>& profile) {
+  edit([&](DockConfiguration& config) { DocumentEdits::pin(config, display, profile); });
+  refreshAll();
+}
+
+void AppStore::deleteProfile(const QUuid& id) {
+  editProfiles([&](DockConfiguration& config) { DocumentEdits::deleteProfile(config, id); });
+}
+
+void AppStore::addTodo(const QString& text) {
+  edit([&](DockConfiguration& config) { DocumentEdits::addTodo(config, text); });
+}
+
+void AppStore::toggleTodo(const QUuid& id) {
+  edit([&](DockConfiguration& config) { DocumentEdits::toggleTodo(config, id); });
+}
+
+// --- Timers and habits ----------------------------------------------------------------------------------------------
+
+void AppStore::changeWidget(const QUuid& id, const std::function<DockWidget(const DockWidget&)>& change) {
+  if (const DockWidget* widget = DocumentEdits::find(config_, id)) update(change(*widget));
+}
+
+void AppStore::toggleTimer(const QUuid& id) {
+  changeWidget(id, [this](const DockWidget& widget) { return TimerActions::toggled(widget, now()); });
+}
+
+void AppStore::resetTimer(const QUuid& id) {
+  changeWidget(id, [](const DockWidget& widget) { return TimerActions::reset(widget); });
+}
+
+void AppStore::drink(const QUuid& id, int glasses) {
+  changeWidget(id, [&](const DockWidget& widget) { return WaterMath::drunk(widget, now(), glasses); });
+}
+
+int AppStore::waterCount(const DockWidget& widget) const { return WaterMath::count(widget, now()); }
+
+void AppStore::toggleHabit(const QUuid& id) {
+  changeWidget(id, [this](const DockWidget& widget) { return HabitMath::toggled(widget, now()); });
+}
+
+void AppStore::advanceProductivity(const QDateTime& at) {
+  QList<TimerActions::Beat> beats;
+  for (const DockProfile& profile : std::as_const(config_.profiles)) {
+    for (const DockWidget& widget : profile.widgets) {
+      if (!TimerActions::mayBeat(widget)) continue;
+      TimerActions::Beat beat = TimerActions::beat(widget, at);
+      if (beat.widget != widget) beats.append(std::move(beat));
+    }
+  }
+  for (const TimerActions::Beat& beat : beats) {
+    update(beat.widget);
+    const QString& title = beat.widget.title;
+    if (!beat.announcement.isEmpty()) {
+      notify(title.isEmpty() ? Catalog::find(beat.widget.kind).name : title, beat.announcement);
+    }
+  }
+}
+
+// --- Files of the user's choice -------------------------------------------------------------------------------------
+
+void AppStore::exportConfiguration(const QString& path) {
+  try {
+    DurableFile::writeAtomically(Persistence::encode(config_), path);
+  } catch (const DomainError& failure) {
+    setError(failure.message());
+  }
+}
+
+void AppStore::importConfiguration(const QString& path) {
+  try {
+    const DockConfiguration imported = Persistence::read(path);
+    edit([&](DockConfiguration& config) { config = imported; });
+    refreshAll();
+  } catch (const DomainError& failure) {
+    setError(failure.message());
+  }
+}
+
+}  // namespace tarnwick
