@@ -88,6 +88,8 @@ bool DockView::focusNextPrevChild(bool) {
 }
 
 void DockView::focusInEvent(QFocusEvent*) {
+  // The keyboard that a drag takes for Escape is nobody's focus.
+  if (drag_) return;
   if (focused_ < 0) moveFocus(1);
   updateItem(focused_);
 }

@@ -75,7 +75,7 @@ class DockView : public QWidget {
   void activateItem(qsizetype item);
   void openItemMenu(qsizetype item);
   void focusItem(qsizetype item);
-  qsizetype focusedItem() const { return hasFocus() ? focused_ : -1; }
+  qsizetype focusedItem() const { return hasFocus() && !drag_ ? focused_ : -1; }
 
   /// Whether something travels, fades or pulses, so that frames run.
   bool isMoving() const;
