@@ -58,7 +58,10 @@ Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment)
 Adapters::~Adapters() = default;
 
 AppIcons& Adapters::icons() {
-  if (!icons_) icons_ = std::make_unique<AppIcons>(AppEnvironment::ofProcess());
+  if (!icons_) {
+    icons_ = std::make_unique<AppIcons>(AppEnvironment::ofProcess());
+    QObject::connect(installedApps_.get(), &InstalledApps::changed, installedApps_.get(), [this] { icons_->clear(); });
+  }
   return *icons_;
 }
 

@@ -21,7 +21,9 @@ struct ClientWindow {
   bool minimised = false;
   bool fullscreen = false;
   QStringList screens;  ///< The identities of the screens that show it.
-  /// Of a full-screen window, in desktop coordinates; empty for all others, and where the desktop does not tell.
+  bool dock = false;    ///< A bar or dock of the desktop.
+  /// Of a full-screen window or a dock, in desktop coordinates; empty for all others, and where the desktop does not
+  /// tell.
   QRectF frame;
   bool urgent = false;  ///< Asks for attention.
 

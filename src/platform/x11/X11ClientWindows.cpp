@@ -113,7 +113,8 @@ void X11ClientWindows::publish(xcb_window_t active) {
     ClientWindow one = known.window;
     one.active = window == active;
     one.screens = screens_.showing(known.frame);
-    const auto native = one.fullscreen ? screens_.nativeOf(known.frame) : std::nullopt;
+    const bool tells = one.fullscreen || one.dock;
+    const auto native = tells ? screens_.nativeOf(known.frame) : std::nullopt;
     one.frame = native ? native->toDesktop(known.frame) : QRectF();
     windows.append(one);
   }

@@ -85,6 +85,7 @@ X11WindowReader::Answer X11WindowReader::read() {
   window.inTaskbar = isListed(states);
   window.minimised = has(X11Atom::NetWmStateHidden) && !has(X11Atom::NetWmStateShaded);
   window.fullscreen = has(X11Atom::NetWmStateFullscreen);
+  window.dock = types_.word(XCB_ATOM_NONE) == events_->atom(X11Atom::NetWmWindowTypeDock);
   window.urgent = (hints_.word() & kUrgencyHint) != 0 || has(X11Atom::NetWmStateDemandsAttention);
   answer.frame = frame();
   return answer;
