@@ -1,0 +1,159 @@
+#include "views/controls/Buttons.h"
+
+#include <QFocusEvent>
+#include <QFontMetrics>
+#include <QKeyEvent>
+#include <algorithm>
+
+#include "views/controls/ControlTheme.h"
+#include "views/theme/Glass.h"
+#include "views/theme/Theme.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QColor lightened(const QColor& color, double share) {
+  const auto blend = [share](float part) { return static_cast<float>(part + (1 - part) * share); };
+  return QColor::fromRgbF(blend(color.redF()), blend(color.greenF()), blend(color.blueF()), color.alphaF());
+}
+
+}  // namespace
+
+PaintedButton::PaintedButton(const QString& label, QWidget* parent) : QPushButton(parent) {
+  setFocusPolicy(Qt::TabFocus);
+  setAttribute(Qt::WA_Hover);
+  setLabel(label);
+}
+
+void PaintedButton::setLabel(const QString& label) {
+  label_ = label;
+  setText(QString(label).replace(u"&"_s, u"&&"_s));  // A single one would be taken for a mnemonic.
+  updateGeometry();
+  update();
+}
+
+QColor PaintedButton::ground() const {
+  const Palette& palette = look().palette;
+  if (isDown()) return palette.buttonPressed;
+  return underMouse() && isEnabled() ? palette.buttonHover : palette.button;
+}
+
+void PaintedButton::prepare(QPainter& painter) const {
+  painter.setRenderHint(QPainter::Antialiasing);
+  if (!isEnabled()) painter.setOpacity(theme::kDisabledOpacity);
+}
+
+void PaintedButton::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+    click();
+  else
+    QPushButton::keyPressEvent(event);
+}
+
+void PaintedButton::focusInEvent(QFocusEvent* event) {
+  byKeyboard_ = isKeyboardReason(event->reason());
+  QPushButton::focusInEvent(event);
+}
+
+Button::Button(const QString& label, Role role, QWidget* parent) : PaintedButton(label, parent), role_(role) {
+  setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
+}
+
+void Button::setRole(Role role) {
+  role_ = role;
+  update();
+}
+
+void Button::setSymbol(const QString& symbol) {
+  symbol_ = symbol;
+  updateGeometry();
+  update();
+}
+
+int Button::wordWidth() const { return QFontMetrics(buttonFont()).horizontalAdvance(label()); }
+
+QSize Button::sizeHint() const {
+  const int symbol = symbol_.isEmpty() ? 0 : theme::kButtonSymbol + theme::kButtonSymbolGap;
+  const int padding = role_ == Role::Quiet ? theme::kRowBleed : theme::kButtonPadding;
+  return {wordWidth() + symbol + padding * 2, theme::kControlHeight};
+}
+
+QSize Button::minimumSizeHint() const { return {std::min(sizeHint().width(), 64), theme::kControlHeight}; }
+
+void Button::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  prepare(painter);
+  const ControlLook& look = this->look();
+  const QRectF box = rect();
+  QColor ink = role_ == Role::Quiet ? look.palette.secondary : look.palette.primary;
+  if (role_ == Role::Primary) {
+    QColor fill = look.accentColor();
+    if (isEnabled() && underMouse() && !isDown()) fill = lightened(fill, theme::kPrimaryHover);
+    drawRounded(painter, box, theme::kButtonCorner, isDown() ? faded(fill, 0.85) : fill);
+    ink = look.palette.inkOnAccent;
+  } else if (isChecked()) {
+    drawRounded(painter, box, theme::kButtonCorner, faded(look.accentColor(), theme::kChosenShare));
+    ink = look.palette.accentWord(look.accent);
+  } else if (role_ == Role::Plain || isDown() || (underMouse() && isEnabled())) {
+    drawRounded(painter, box, theme::kButtonCorner, ground());
+  }
+  if (showsFocus()) drawFocusLine(painter, box, theme::kButtonCorner, look);
+
+  const int symbol = symbol_.isEmpty() ? 0 : theme::kButtonSymbol + theme::kButtonSymbolGap;
+  const int room = width() - theme::kRowBleed * 2 - symbol;
+  painter.setFont(buttonFont());
+  const QString word = painter.fontMetrics().elidedText(label(), Qt::ElideRight, room);
+  const int wordRoom = painter.fontMetrics().horizontalAdvance(word);
+  double x = (width() - symbol - wordRoom) / 2.0;
+  if (symbol > 0) {
+    drawControlSymbol(painter, symbol_,
+                      QRectF(x, (height() - theme::kButtonSymbol) / 2.0, theme::kButtonSymbol, theme::kButtonSymbol),
+                      ink);
+    x += symbol;
+  }
+  painter.setPen(ink);
+  painter.drawText(QRectF(x, 0, wordRoom + 1, height()), Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, word);
+}
+
+IconButton::IconButton(const QString& symbol, const QString& label, QWidget* parent)
+    : PaintedButton(label, parent), symbol_(symbol) {
+  setToolTip(label);
+  setFixedSize(theme::kControlHeight, theme::kControlHeight);
+}
+
+void IconButton::setSymbol(const QString& symbol) {
+  symbol_ = symbol;
+  update();
+}
+
+void IconButton::setGround(bool ground) {
+  hasGround_ = ground;
+  update();
+}
+
+void IconButton::setTone(Tone tone) {
+  tone_ = tone;
+  update();
+}
+
+QSize IconButton::sizeHint() const { return {theme::kControlHeight, theme::kControlHeight}; }
+
+void IconButton::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  prepare(painter);
+  const ControlLook& look = this->look();
+  const QRectF box = rect();
+  if (isChecked())
+    drawRounded(painter, box, theme::kButtonCorner, faded(look.accentColor(), theme::kChosenShare));
+  else if (hasGround_ || isDown() || (underMouse() && isEnabled()))
+    drawRounded(painter, box, theme::kButtonCorner, ground());
+  if (showsFocus()) drawFocusLine(painter, box, theme::kButtonCorner, look);
+  const double half = theme::kIconButtonSymbol / 2.0;
+  const QColor ink = isChecked() ? look.palette.accentWord(look.accent) : toneColor(look, tone_);
+  drawControlSymbol(painter, symbol_, QRectF(box.center() - QPointF(half, half), QSizeF(half * 2, half * 2)), ink);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,115 @@
+#include "views/controls/ControlLook.h"
+
+#include <QApplication>
+#include <QHash>
+
+#include "views/theme/Glass.h"
+#include "views/theme/SymbolTable.h"
+#include "views/theme/Symbols.h"
+#include "views/theme/Theme.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QHash<QString, QPainterPath>& marks() {
+  static const QHash<QString, QPainterPath> table = {
+      {u"chevron.left"_s, parseSymbol("M12.4 4.6L7 10L12.4 15.4"_L1)},
+      {u"chevron.right"_s, parseSymbol("M7.6 4.6L13 10L7.6 15.4"_L1)},
+      {u"chevron.down"_s, parseSymbol("M4.8 7.6L10 12.8L15.2 7.6"_L1)},
+      {u"chevron.up"_s, parseSymbol("M4.8 12.4L10 7.2L15.2 12.4"_L1)},
+      {u"checkmark"_s, parseSymbol("M4.4 10.6L8.2 14.4L15.6 6"_L1)},
+      {u"minus"_s, parseSymbol("M4 10H16"_L1)},
+      {u"ellipsis"_s, parseSymbol("O4.4 10 0.7O10 10 0.7O15.6 10 0.7"_L1)},
+      {u"arrow.clockwise"_s, parseSymbol("A10 10 6.4 60 285M16.4 3.4V7.2H12.6"_L1)},
+      {u"play"_s, parseSymbol("M6.4 4.2V15.8L15.6 10Z"_L1)},
+      {u"pause"_s, parseSymbol("M7.2 4.6V15.4M12.8 4.6V15.4"_L1)},
+      {u"star"_s, parseSymbol("M10 3L12.1 7.4L17 8.1L13.5 11.5L14.3 16.4L10 14.1L5.7 16.4L6.5 11.5L3 8.1L7.9 7.4Z"_L1)},
+  };
+  return table;
+}
+
+}  // namespace
+
+QColor ControlLook::knob() const {
+  QColor color = palette.light ? palette.panel.bodyTop : palette.primary;
+  color.setAlpha(255);
+  return color;
+}
+
+const ControlLook& lookOf(const QWidget& widget) {
+  for (const QWidget* at = &widget; at; at = at->parentWidget())
+    if (const auto* source = dynamic_cast<const LookSource*>(at)) return source->look();
+  static const ControlLook plain;
+  return plain;
+}
+
+void announceLook(QWidget& root) {
+  for (QWidget* child : root.findChildren<QWidget*>()) {
+    QEvent change(QEvent::StyleChange);
+    QCoreApplication::sendEvent(child, &change);
+  }
+  root.update();
+}
+
+QColor toneColor(const ControlLook& look, Tone tone) {
+  switch (tone) {
+    case Tone::Primary:
+      return look.palette.primary;
+    case Tone::Secondary:
+      return look.palette.secondary;
+    case Tone::Tertiary:
+      return look.palette.tertiary;
+    case Tone::AccentWord:
+      return look.palette.accentWord(look.accent);
+  }
+  return {};
+}
+
+QFont buttonFont() {
+  QFont font = Typography::widgetFont(TextStyle::Body);
+  font.setWeight(QFont::DemiBold);
+  return font;
+}
+
+void drawTextIn(QPainter& painter, const QRectF& box, const QString& text, TextStyle style, const QColor& color,
+                Qt::Alignment alignment, Elide elide) {
+  const TextLine line = TextLine(text, style).elided(box.width(), elide);
+  const double baseline = box.center().y() + line.capHeight() / 2;
+  if (alignment & Qt::AlignRight)
+    line.drawRight(painter, {box.right(), baseline}, color);
+  else if (alignment & Qt::AlignHCenter)
+    line.drawCentred(painter, {box.center().x(), baseline}, color);
+  else
+    line.draw(painter, {box.left(), baseline}, color);
+}
+
+void drawFocusLine(QPainter& painter, const QRectF& rect, double corner, const ControlLook& look) {
+  drawInnerLine(painter, rect, corner, theme::kFocusWidth, look.palette.accent(Accent::Blue));
+}
+
+void drawControlSymbol(QPainter& painter, const QString& name, const QRectF& box, const QColor& color) {
+  const auto mark = marks().constFind(name);
+  if (Symbols::has(name) || mark == marks().constEnd()) {
+    Symbols::draw(painter, name, box, color);
+    return;
+  }
+  constexpr double grid = 20;
+  const double scale = box.width() / grid;
+  painter.save();
+  painter.translate(box.topLeft());
+  painter.scale(scale, scale);
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(color, Symbols::strokeWidth(box.width()) / scale, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.drawPath(*mark);
+  painter.restore();
+}
+
+bool isKeyboardReason(Qt::FocusReason reason) {
+  return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason ||
+         reason == Qt::OtherFocusReason;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QFont>
+#include <QPainter>
+#include <QRectF>
+#include <QString>
+#include <QWidget>
+
+#include "views/theme/Palette.h"
+#include "views/theme/Typography.h"
+
+namespace tarnwick {
+
+/// What controls are painted with.
+struct ControlLook {
+  Palette palette = Palette::make(DockStyle::DarkGlass, Backdrop::Plain, false);
+  Accent accent = Accent::Blue;
+
+  QColor accentColor() const { return palette.accent(accent); }
+  /// Of switches and sliders.
+  QColor knob() const;
+  bool operator==(const ControlLook&) const = default;
+};
+
+/// A widget that says how the controls inside it look: a panel, or the body of a window. After a change it calls
+/// announceLook().
+class LookSource {
+ public:
+  virtual ~LookSource() = default;
+  virtual const ControlLook& look() const = 0;
+};
+
+/// The look of the nearest source above `widget`; dark where there is none.
+const ControlLook& lookOf(const QWidget& widget);
+/// Makes every control inside `root` take the look anew.
+void announceLook(QWidget& root);
+
+/// Which of the three strengths of text, or the accent.
+enum class Tone { Primary, Secondary, Tertiary, AccentWord };
+QColor toneColor(const ControlLook& look, Tone tone);
+
+/// The label of buttons: body size, semi-bold.
+QFont buttonFont();
+
+/// A line of text in the middle of the height of `box`, elided at its width.
+void drawTextIn(QPainter& painter, const QRectF& box, const QString& text, TextStyle style, const QColor& color,
+                Qt::Alignment alignment = Qt::AlignLeft, Elide elide = Elide::End);
+/// The line around a control that has the keyboard, inside of `rect`.
+void drawFocusLine(QPainter& painter, const QRectF& rect, double corner, const ControlLook& look);
+/// Draws a symbol by name; knows the marks of controls (chevrons, check mark, minus, dots) beside the catalog's.
+void drawControlSymbol(QPainter& painter, const QString& name, const QRectF& box, const QColor& color);
+
+/// Whether the keyboard has just brought the focus here, so that it should be seen.
+bool isKeyboardReason(Qt::FocusReason reason);
+
+}  // namespace tarnwick

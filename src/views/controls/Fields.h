@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QLineEdit>
+#include <QPlainTextEdit>
+
+#include "views/controls/ControlLook.h"
+
+namespace tarnwick {
+
+class IconButton;
+
+/// One line that the user writes. `label` is heard from screen readers; it stands as the placeholder where the field
+/// has no label beside it.
+class TextField : public QLineEdit {
+  Q_OBJECT
+ public:
+  explicit TextField(const QString& label, QWidget* parent = nullptr);
+
+  /// A symbol before the text; an empty name takes it away.
+  void setSymbol(const QString& symbol);
+  /// Whether what is written is wrong, which the line around the field says.
+  void setFaulty(bool faulty);
+  QSize sizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  /// Room kept free at the end of the text.
+  void setRoomAtEnd(int room);
+
+ private:
+  void takeLook();
+  void setRoom();
+
+  QString symbol_;
+  int roomAtEnd_ = 0;
+  bool faulty_ = false;
+};
+
+/// A field to search with: a glass before it, a button that empties it behind.
+class SearchField final : public TextField {
+  Q_OBJECT
+ public:
+  explicit SearchField(const QString& label, QWidget* parent = nullptr);
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  IconButton* clear_;
+};
+
+/// Several lines that the user writes.
+class TextArea final : public QPlainTextEdit {
+  Q_OBJECT
+ public:
+  explicit TextArea(const QString& label, QWidget* parent = nullptr);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  void takeLook();
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,174 @@
+#include "views/controls/Labels.h"
+
+#include <QEvent>
+#include <QStyle>
+#include <algorithm>
+#include <cmath>
+
+#include "views/controls/ControlTheme.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double kUnitGap = 2;
+
+int lineHeight(TextStyle style) {
+  const TextLine line(u"Ag"_s, style);
+  return static_cast<int>(std::ceil(line.ascent() + line.descent()));
+}
+
+}  // namespace
+
+TextLabel::TextLabel(const QString& text, TextStyle style, Tone tone, QWidget* parent)
+    : QLabel(text, parent), style_(style), tone_(tone) {
+  setTextFormat(Qt::PlainText);
+  setFont(Typography::widgetFont(style));
+  takeLook();
+}
+
+void TextLabel::setStyle(TextStyle style) {
+  style_ = style;
+  setFont(Typography::widgetFont(style));
+}
+
+void TextLabel::setTone(Tone tone) {
+  tone_ = tone;
+  takeLook();
+  update();
+}
+
+void TextLabel::setElide(Elide elide) {
+  elide_ = elide;
+  update();
+}
+
+QSize TextLabel::sizeHint() const {
+  if (wordWrap()) return QLabel::sizeHint();
+  return {static_cast<int>(std::ceil(TextLine(text(), style_).width())), lineHeight(style_)};
+}
+
+QSize TextLabel::minimumSizeHint() const {
+  return wordWrap() ? QLabel::minimumSizeHint() : QSize(0, lineHeight(style_));
+}
+
+void TextLabel::takeLook() {
+  QPalette wanted = palette();
+  wanted.setColor(QPalette::WindowText, toneColor(lookOf(*this), tone_));
+  if (palette() != wanted) setPalette(wanted);
+}
+
+void TextLabel::changeEvent(QEvent* event) {
+  QLabel::changeEvent(event);
+  if (event->type() == QEvent::StyleChange) takeLook();
+}
+
+void TextLabel::showEvent(QShowEvent* event) {
+  takeLook();
+  QLabel::showEvent(event);
+}
+
+void TextLabel::paintEvent(QPaintEvent* event) {
+  if (wordWrap()) {
+    QLabel::paintEvent(event);
+    return;
+  }
+  QPainter painter(this);
+  drawTextIn(painter, rect(), text(), style_, toneColor(lookOf(*this), tone_),
+             QStyle::visualAlignment(layoutDirection(), alignment()), elide_);
+}
+
+SectionLabel::SectionLabel(const QString& text, const QString& trailing, QWidget* parent)
+    : QWidget(parent), text_(text), trailing_(trailing) {
+  setAccessibleName(text);
+  setFixedHeight(sizeHint().height());
+}
+
+void SectionLabel::setText(const QString& text) {
+  text_ = text;
+  setAccessibleName(text);
+  update();
+}
+
+void SectionLabel::setTrailing(const QString& text, Tone tone) {
+  if (text == trailing_ && tone == trailingTone_) return;
+  trailing_ = text;
+  trailingTone_ = tone;
+  update();
+}
+
+QSize SectionLabel::sizeHint() const {
+  return {80, theme::kSectionAbove + lineHeight(TextStyle::TabLabel) + theme::kSectionBelow};
+}
+
+void SectionLabel::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  const ControlLook& look = lookOf(*this);
+  const QRectF box = QRectF(rect()).adjusted(0, theme::kSectionAbove, 0, -theme::kSectionBelow);
+  const double end = trailing_.isEmpty() ? 0 : TextLine(trailing_, TextStyle::TabLabel).width() + theme::kRowGap;
+  drawTextIn(painter, box.adjusted(0, 0, -end, 0), text_, TextStyle::TabLabel, look.palette.secondary);
+  drawTextIn(painter, box, trailing_, TextStyle::TabLabel, toneColor(look, trailingTone_), Qt::AlignRight);
+}
+
+FigureView::FigureView(QWidget* parent) : QWidget(parent) { setFixedHeight(theme::kPanelFigureHeight); }
+
+void FigureView::setFigure(const QString& figure, const QString& unit) {
+  if (figure == figure_ && unit == unit_) return;
+  figure_ = figure;
+  unit_ = unit;
+  describe();
+}
+
+void FigureView::setLines(const QString& first, const QString& second) {
+  if (first == first_ && second == second_) return;
+  first_ = first;
+  second_ = second;
+  describe();
+}
+
+void FigureView::describe() {
+  QString words = figure_ + unit_;
+  for (const QString& line : {first_, second_})
+    if (!line.isEmpty()) words += u", "_s + line;
+  setAccessibleName(words);
+  update();
+}
+
+QSize FigureView::sizeHint() const { return {200, theme::kPanelFigureHeight}; }
+
+void FigureView::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  const ControlLook& look = lookOf(*this);
+  const auto draw = [&](const TextLine& line, double x, double baseline, double size, const QColor& color) {
+    const double factor = size / line.pixelSize();
+    painter.save();
+    painter.translate(x, snappedY(painter, {x, baseline}));
+    painter.scale(factor, factor);
+    line.draw(painter, {}, color);
+    painter.restore();
+    return line.width() * factor;
+  };
+  const TextLine figure(figure_, TextStyle::Display);
+  const double share = theme::kPanelFigure / figure.pixelSize();
+  const double baseline = height() / 2.0 + figure.capHeight() * share / 2;
+  const double bearing = figure.leftBearing() * share;  // So that the ink, not the cell, begins at the edge.
+  double end = draw(figure, -bearing, baseline, theme::kPanelFigure, look.palette.primary) - bearing;
+  if (!unit_.isEmpty()) {
+    const TextLine unit = TextLine::unit(unit_, TextStyle::Display);
+    end += kUnitGap + draw(unit, end + kUnitGap, baseline, theme::kPanelFigureUnit, look.palette.secondary);
+  }
+  const double left = end + theme::kRowGap;
+  const QRectF side(left, 0, std::max(0.0, width() - left), height());
+  constexpr double step = 15;
+  const double middle = height() / 2.0 + (second_.isEmpty() ? 0 : -step / 2);
+  const auto line = [&](const QString& text, double y) {
+    drawTextIn(painter, QRectF(side.left(), y - step / 2, side.width(), step), text, TextStyle::Caption,
+               look.palette.secondary, Qt::AlignRight);
+  };
+  line(first_, middle);
+  if (!second_.isEmpty()) line(second_, middle + step);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,212 @@
+#include "views/controls/Rows.h"
+
+#include <QFocusEvent>
+#include <QHBoxLayout>
+#include <QMouseEvent>
+#include <algorithm>
+
+#include "views/controls/ControlTheme.h"
+#include "views/theme/Glass.h"
+#include "views/theme/Theme.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double kRowSymbol = 18;
+constexpr double kRowBarWidth = 56;
+constexpr double kTitleShare = 0.34;  ///< Where in a tall row the title's middle is.
+constexpr double kCaptionShare = 0.69;
+constexpr double kCheck = 16;
+
+void paintParting(QPainter& painter, const QWidget& row, const ControlLook& look) {
+  painter.fillRect(QRectF(0, 0, row.width(), hairline(painter)), look.palette.hairline);
+}
+
+}  // namespace
+
+ListRow::ListRow(const QString& title, QWidget* parent)
+    : PaintedButton(title, parent), controls_(new QHBoxLayout(this)) {
+  controls_->setContentsMargins(0, 0, 0, 0);
+  controls_->setSpacing(theme::kButtonSymbolGap);
+  controls_->addStretch();
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  setFixedHeight(theme::kRowHeight);
+  setClickable(false);
+}
+
+void ListRow::setTitle(const QString& title) {
+  setLabel(title);
+  describe();
+}
+
+void ListRow::setCaption(const QString& caption) {
+  caption_ = caption;
+  setFixedHeight(caption.isEmpty() ? theme::kRowHeight : theme::kTallRowHeight);
+  describe();
+}
+
+void ListRow::setSymbol(const QString& symbol, Tone tone) {
+  symbol_ = symbol;
+  symbolTone_ = tone;
+  update();
+}
+
+void ListRow::setPicture(const QPixmap& picture) {
+  picture_ = picture;
+  update();
+}
+
+void ListRow::setValue(const QString& value, Tone tone) {
+  if (value == value_ && tone == valueTone_) return;
+  value_ = value;
+  valueTone_ = tone;
+  describe();
+}
+
+void ListRow::setBar(double share) {
+  bar_ = share;
+  update();
+}
+
+void ListRow::addControl(QWidget* control) { controls_->addWidget(control, 0, Qt::AlignVCenter); }
+
+void ListRow::setClickable(bool clickable) {
+  clickable_ = clickable;
+  setFocusPolicy(clickable ? Qt::TabFocus : Qt::NoFocus);
+}
+
+void ListRow::setParted(bool parted) {
+  parted_ = parted;
+  update();
+}
+
+void ListRow::describe() {
+  QString words = caption_;
+  if (!value_.isEmpty()) words = words.isEmpty() ? value_ : value_ + u", "_s + words;
+  setAccessibleDescription(words);
+  update();
+}
+
+QSize ListRow::sizeHint() const { return {200, caption_.isEmpty() ? theme::kRowHeight : theme::kTallRowHeight}; }
+
+int ListRow::controlsWidth() const {
+  int sum = 0;
+  for (int i = 0; i < controls_->count(); ++i)
+    if (const QWidget* control = controls_->itemAt(i)->widget(); control && !control->isHidden())
+      sum += control->sizeHint().width() + theme::kRowGap;
+  return sum;
+}
+
+void ListRow::mousePressEvent(QMouseEvent* event) {
+  if (clickable_)
+    PaintedButton::mousePressEvent(event);
+  else
+    event->ignore();
+}
+
+void ListRow::resizeEvent(QResizeEvent* event) {
+  PaintedButton::resizeEvent(event);
+  update();
+}
+
+void ListRow::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  prepare(painter);
+  const ControlLook& look = this->look();
+  if (parted_) paintParting(painter, *this, look);
+  const QRectF box = rect();
+  if (clickable_ && (underMouse() || isDown()))
+    drawRounded(painter, box, theme::kRowCorner, isDown() ? look.palette.buttonPressed : look.palette.tileHover);
+  if (clickable_ && showsFocus()) drawFocusLine(painter, box, theme::kRowCorner, look);
+
+  double left = clickable_ ? theme::kRowBleed : 0;
+  const double middle = box.center().y();
+  if (!picture_.isNull()) {
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(QRectF(left, middle - theme::kRowPicture / 2.0, theme::kRowPicture, theme::kRowPicture),
+                       picture_, picture_.rect());
+    left += theme::kRowPicture + theme::kRowGap;
+  } else if (!symbol_.isEmpty()) {
+    drawControlSymbol(painter, symbol_, QRectF(left, middle - kRowSymbol / 2, kRowSymbol, kRowSymbol),
+                      toneColor(look, symbolTone_));
+    left += kRowSymbol + theme::kRowGap;
+  }
+
+  double right = width() - controlsWidth() - (clickable_ ? theme::kRowBleed : 0);
+  if (!value_.isEmpty()) {
+    const TextLine value = TextLine(value_, TextStyle::Body).elided((right - left) * 0.6, Elide::End);
+    value.drawRight(painter, {right, middle + value.capHeight() / 2}, toneColor(look, valueTone_));
+    right -= value.width() + theme::kRowGap;
+  }
+  if (bar_ >= 0) {
+    const QRectF track(right - kRowBarWidth, middle - theme::kBarHeight / 2.0, kRowBarWidth, theme::kBarHeight);
+    drawRounded(painter, track, theme::kBarHeight / 2.0, look.palette.track);
+    QRectF part = track;
+    part.setWidth(std::max<double>(theme::kBarHeight, track.width() * std::min(1.0, bar_)));
+    if (bar_ > 0) drawRounded(painter, part, theme::kBarHeight / 2.0, look.accentColor());
+    right -= kRowBarWidth + theme::kRowGap;
+  }
+
+  const QRectF room(left, 0, std::max(0.0, right - left), box.height());
+  if (caption_.isEmpty()) {
+    drawTextIn(painter, room, label(), TextStyle::Body, look.palette.primary, {}, Elide::Middle);
+    return;
+  }
+  const auto around = [&](double share) { return QRectF(left, box.height() * share - 10, room.width(), 20); };
+  drawTextIn(painter, around(kTitleShare), label(), TextStyle::Body, look.palette.primary, {}, Elide::Middle);
+  drawTextIn(painter, around(kCaptionShare), caption_, TextStyle::Caption, look.palette.secondary);
+}
+
+CheckRow::CheckRow(const QString& text, QWidget* parent) : QCheckBox(parent), label_(text) {
+  setText(QString(text).replace(u"&"_s, u"&&"_s));
+  setFocusPolicy(Qt::TabFocus);
+  setAttribute(Qt::WA_Hover);
+  setFixedHeight(theme::kRowHeight);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void CheckRow::setStrikes(bool strikes) {
+  strikes_ = strikes;
+  update();
+}
+
+void CheckRow::setParted(bool parted) {
+  parted_ = parted;
+  update();
+}
+
+QSize CheckRow::sizeHint() const { return {160, theme::kRowHeight}; }
+QSize CheckRow::minimumSizeHint() const { return {80, theme::kRowHeight}; }
+
+void CheckRow::focusInEvent(QFocusEvent* event) {
+  byKeyboard_ = isKeyboardReason(event->reason());
+  QCheckBox::focusInEvent(event);
+}
+
+void CheckRow::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  if (!isEnabled()) painter.setOpacity(theme::kDisabledOpacity);
+  const ControlLook& look = lookOf(*this);
+  if (parted_) paintParting(painter, *this, look);
+  const QRectF disc(1, (height() - kCheck) / 2, kCheck, kCheck);
+  if (isChecked()) {
+    drawRounded(painter, disc, kCheck / 2, look.accentColor());
+    drawControlSymbol(painter, u"checkmark"_s, disc.adjusted(3, 3, -3, -3), look.palette.inkOnAccent);
+  } else {
+    drawInnerLine(painter, disc, kCheck / 2, 1.5, underMouse() ? look.palette.primary : look.palette.secondary);
+  }
+  if (hasFocus() && byKeyboard_) drawFocusLine(painter, rect(), theme::kRowCorner, look);
+  const double left = disc.right() + theme::kRowGap;
+  const QRectF room(left, 0, width() - left, height());
+  const bool done = isChecked() && strikes_;
+  const QColor ink = done ? look.palette.tertiary : look.palette.primary;
+  const TextLine line = TextLine(label_, TextStyle::Body).elided(room.width(), Elide::End);
+  line.draw(painter, {left, room.center().y() + line.capHeight() / 2}, ink);
+  if (done) painter.fillRect(QRectF(left, room.center().y(), line.width(), 1), ink);
+}
+
+}  // namespace tarnwick

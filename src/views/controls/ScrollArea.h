@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QScrollArea>
+#include <QTimer>
+
+namespace tarnwick {
+
+/// A clear area that scrolls its content upright. Its bar lies over the content and shows only while something moves.
+/// Wants to be as high as its content.
+class ScrollArea final : public QScrollArea {
+  Q_OBJECT
+ public:
+  explicit ScrollArea(QWidget* parent = nullptr);
+
+  /// The height that the content has in a width.
+  int contentHeight(int width) const;
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override { return {0, 0}; }
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void moveThumb();
+
+  QWidget* thumb_;
+  QTimer stays_;
+};
+
+}  // namespace tarnwick

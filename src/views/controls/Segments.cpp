@@ -1,0 +1,68 @@
+#include "views/controls/Segments.h"
+
+#include <QHBoxLayout>
+
+#include "views/controls/Buttons.h"
+#include "views/controls/ControlTheme.h"
+#include "views/theme/Glass.h"
+#include "views/theme/Theme.h"
+
+namespace tarnwick {
+
+namespace {
+
+class Segment final : public PaintedButton {
+ public:
+  explicit Segment(const QString& word) : PaintedButton(word) {
+    setCheckable(true);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  }
+  QSize sizeHint() const override {
+    return {QFontMetrics(buttonFont()).horizontalAdvance(label()) + theme::kButtonPadding * 2,
+            theme::kControlHeight - theme::kSegmentPadding * 2};
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    prepare(painter);
+    const Palette& palette = look().palette;
+    if (isChecked() || isDown()) drawRounded(painter, rect(), theme::kSegmentCorner, palette.tab);
+    if (showsFocus()) drawFocusLine(painter, rect(), theme::kSegmentCorner, look());
+    painter.setFont(buttonFont());
+    painter.setPen(isChecked() || underMouse() ? palette.primary : palette.secondary);
+    const int room = width() - theme::kSegmentPadding * 2;
+    painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine,
+                     painter.fontMetrics().elidedText(label(), Qt::ElideRight, room));
+  }
+};
+
+}  // namespace
+
+Segments::Segments(const QString& label, const QStringList& words, QWidget* parent) : QWidget(parent) {
+  setAccessibleName(label);
+  setFixedHeight(theme::kControlHeight);
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(theme::kSegmentPadding, theme::kSegmentPadding, theme::kSegmentPadding,
+                          theme::kSegmentPadding);
+  row->setSpacing(theme::kSegmentPadding);
+  for (qsizetype i = 0; i < words.size(); ++i) {
+    auto* segment = new Segment(words[i]);
+    row->addWidget(segment);
+    group_.addButton(segment, static_cast<int>(i));
+  }
+  if (!words.isEmpty()) group_.button(0)->setChecked(true);
+  connect(&group_, &QButtonGroup::idClicked, this, &Segments::chosenChanged);
+}
+
+void Segments::setChosen(int index) {
+  if (QAbstractButton* button = group_.button(index)) button->setChecked(true);
+}
+
+void Segments::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  drawRounded(painter, rect(), theme::kButtonCorner, lookOf(*this).palette.buttonPressed);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,93 @@
+#include "views/controls/Slider.h"
+
+#include <QFocusEvent>
+#include <QMouseEvent>
+#include <algorithm>
+#include <cmath>
+
+#include "views/controls/ControlTheme.h"
+#include "views/theme/Glass.h"
+#include "views/theme/Theme.h"
+
+namespace tarnwick {
+
+Slider::Slider(const QString& label, QWidget* parent) : QAbstractSlider(parent) {
+  setAccessibleName(label);
+  setOrientation(Qt::Horizontal);
+  setRange(0, 100);
+  setPageStep(10);
+  setFocusPolicy(Qt::TabFocus);
+  setFixedHeight(theme::kControlHeight);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  format_ = [](int value) { return QStringLiteral("%1%").arg(value); };
+}
+
+void Slider::setFormat(std::function<QString(int)> format) {
+  format_ = std::move(format);
+  update();
+}
+
+QSize Slider::sizeHint() const { return {160, theme::kControlHeight}; }
+
+double Slider::lineWidth() const {
+  const bool written = format_ && !format_(value()).isEmpty();
+  return width() - (written ? theme::kSliderValueWidth : 0);
+}
+
+void Slider::moveTo(double x) {
+  const double room = lineWidth() - theme::kSliderKnob;
+  if (room <= 0) return;
+  double share = std::clamp((x - theme::kSliderKnob / 2.0) / room, 0.0, 1.0);
+  if (layoutDirection() == Qt::RightToLeft) share = 1 - share;
+  setSliderPosition(minimum() + static_cast<int>(std::lround(share * (maximum() - minimum()))));
+}
+
+void Slider::mousePressEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton || event->position().x() > lineWidth()) return;
+  setSliderDown(true);
+  moveTo(event->position().x());
+}
+
+void Slider::mouseMoveEvent(QMouseEvent* event) {
+  if (isSliderDown()) moveTo(event->position().x());
+}
+
+void Slider::mouseReleaseEvent(QMouseEvent*) { setSliderDown(false); }
+
+void Slider::focusInEvent(QFocusEvent* event) {
+  byKeyboard_ = isKeyboardReason(event->reason());
+  update();
+}
+
+void Slider::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  if (!isEnabled()) painter.setOpacity(theme::kDisabledOpacity);
+  const ControlLook& look = lookOf(*this);
+  const double line = lineWidth();
+  const double middle = height() / 2.0;
+  const int span = std::max(1, maximum() - minimum());
+  double share = static_cast<double>(sliderPosition() - minimum()) / span;
+  const bool mirrored = layoutDirection() == Qt::RightToLeft;
+  if (mirrored) share = 1 - share;
+  const double knob = theme::kSliderKnob / 2.0 + share * (line - theme::kSliderKnob);
+  const QRectF track(0, middle - theme::kSliderTrack / 2.0, line, theme::kSliderTrack);
+  QRectF filled = track;
+  mirrored ? filled.setLeft(knob) : filled.setRight(knob);
+  drawRounded(painter, track, theme::kSliderTrack / 2.0, look.palette.track);
+  drawRounded(painter, filled, theme::kSliderTrack / 2.0, look.accentColor());
+  const double radius = theme::kSliderKnob / 2.0;
+  const QRectF disc(knob - radius, middle - radius, radius * 2, radius * 2);
+  drawRounded(painter, disc, radius, look.knob());
+  if (hasFocus() && byKeyboard_) {
+    const double ring = radius + theme::kFocusWidth;
+    drawFocusLine(painter,
+                  disc.adjusted(-theme::kFocusWidth, -theme::kFocusWidth, theme::kFocusWidth, theme::kFocusWidth), ring,
+                  look);
+  }
+  if (const QString text = format_ ? format_(sliderPosition()) : QString(); !text.isEmpty())
+    drawTextIn(painter, QRectF(line, 0, width() - line, height()), text, TextStyle::ListRow, look.palette.primary,
+               Qt::AlignRight);
+}
+
+}  // namespace tarnwick

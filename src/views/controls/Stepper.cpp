@@ -1,0 +1,79 @@
+#include "views/controls/Stepper.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <algorithm>
+
+#include "views/controls/Buttons.h"
+#include "views/controls/ControlTheme.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+Stepper::Stepper(const QString& label, QWidget* parent)
+    : QWidget(parent),
+      label_(label),
+      less_(new IconButton(u"minus"_s, QCoreApplication::translate("Controls", "Decrease %1").arg(label), this)),
+      more_(new IconButton(u"plus"_s, QCoreApplication::translate("Controls", "Increase %1").arg(label), this)) {
+  for (IconButton* button : {less_, more_}) button->setAutoRepeat(true);
+  connect(less_, &QPushButton::clicked, this, [this] { stepBy(-1); });
+  connect(more_, &QPushButton::clicked, this, [this] { stepBy(1); });
+  setFixedSize(sizeHint());
+  showValue();
+}
+
+void Stepper::setValue(int value) {
+  value_ = std::clamp(value, least_, most_);
+  showValue();
+}
+
+void Stepper::setRange(int least, int most) {
+  least_ = least;
+  most_ = std::max(least, most);
+  setValue(value_);
+}
+
+void Stepper::setFormat(std::function<QString(int)> format) {
+  format_ = std::move(format);
+  showValue();
+}
+
+QSize Stepper::sizeHint() const {
+  return {theme::kControlHeight * 2 + theme::kStepperValueWidth, theme::kControlHeight};
+}
+
+void Stepper::stepBy(int steps) {
+  const int before = value_;
+  setValue(value_ + steps * step_);
+  if (value_ != before) Q_EMIT valueChanged(value_);
+}
+
+void Stepper::showValue() {
+  const QString text = format_ ? format_(value_) : QString::number(value_);
+  setAccessibleName(u"%1: %2"_s.arg(label_, text));
+  less_->setEnabled(value_ > least_);
+  more_->setEnabled(value_ < most_);
+  update();
+}
+
+void Stepper::resizeEvent(QResizeEvent*) {
+  less_->move(0, 0);
+  more_->move(width() - more_->width(), 0);
+}
+
+void Stepper::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)
+    stepBy(event->key() == Qt::Key_Up ? 1 : -1);
+  else
+    QWidget::keyPressEvent(event);
+}
+
+void Stepper::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  const QRectF box = QRectF(rect()).adjusted(theme::kControlHeight, 0, -theme::kControlHeight, 0);
+  drawTextIn(painter, box, format_ ? format_(value_) : QString::number(value_), TextStyle::Body,
+             lookOf(*this).palette.primary, Qt::AlignHCenter);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,76 @@
+#include "views/controls/Switch.h"
+
+#include <QFocusEvent>
+#include <QKeyEvent>
+
+#include "views/controls/ControlTheme.h"
+#include "views/theme/Glass.h"
+#include "views/theme/Theme.h"
+
+namespace tarnwick {
+
+Switch::Switch(const QString& label, QWidget* parent) : QCheckBox(parent) {
+  setAccessibleName(label);
+  setFocusPolicy(Qt::TabFocus);
+  setAttribute(Qt::WA_Hover);
+  setFixedSize(theme::kSwitchWidth, theme::kSwitchHeight);
+  knob_.setDuration(theme::kFadeMilliseconds);
+  knob_.setStartValue(0.0);
+  knob_.setEndValue(0.0);
+  connect(&knob_, &QVariantAnimation::valueChanged, this, qOverload<>(&QWidget::update));
+}
+
+QSize Switch::sizeHint() const { return {theme::kSwitchWidth, theme::kSwitchHeight}; }
+
+void Switch::checkStateSet() {
+  QCheckBox::checkStateSet();
+  travel();
+}
+
+void Switch::nextCheckState() {
+  QCheckBox::nextCheckState();
+  travel();
+}
+
+void Switch::travel() {
+  const double from =
+      knob_.state() == QAbstractAnimation::Running ? knob_.currentValue().toDouble() : knob_.endValue().toDouble();
+  const double to = isChecked() ? 1 : 0;
+  if (knob_.endValue().toDouble() == to) return;
+  knob_.stop();
+  knob_.setStartValue(from);
+  knob_.setEndValue(to);
+  if (isVisible()) knob_.start();
+  update();
+}
+
+void Switch::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+    click();
+  else
+    QCheckBox::keyPressEvent(event);
+}
+
+void Switch::focusInEvent(QFocusEvent* event) {
+  byKeyboard_ = isKeyboardReason(event->reason());
+  QCheckBox::focusInEvent(event);
+}
+
+void Switch::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  if (!isEnabled()) painter.setOpacity(theme::kDisabledOpacity);
+  const ControlLook& look = lookOf(*this);
+  const double at =
+      knob_.state() == QAbstractAnimation::Running ? knob_.currentValue().toDouble() : knob_.endValue().toDouble();
+  const QRectF box(0, 0, theme::kSwitchWidth, theme::kSwitchHeight);
+  const double corner = box.height() / 2;
+  drawRounded(painter, box, corner, look.palette.tab);
+  if (at > 0) drawRounded(painter, box, corner, faded(look.palette.accent(Accent::Blue), at));
+  const double inset = (theme::kSwitchHeight - theme::kSwitchKnob) / 2.0;
+  const double x = inset + at * (theme::kSwitchWidth - theme::kSwitchKnob - inset * 2);
+  drawRounded(painter, QRectF(x, inset, theme::kSwitchKnob, theme::kSwitchKnob), theme::kSwitchKnob / 2.0, look.knob());
+  if (hasFocus() && byKeyboard_) drawFocusLine(painter, box, corner, look);
+}
+
+}  // namespace tarnwick

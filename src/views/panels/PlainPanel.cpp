@@ -1,0 +1,66 @@
+#include "views/panels/PlainPanel.h"
+
+#include <QCoreApplication>
+#include <QLatin1StringView>
+#include <algorithm>
+#include <array>
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString tr(const char* text) { return QCoreApplication::translate("Panels", text); }
+
+struct Sentence {
+  QLatin1StringView word;  ///< A kind or a family.
+  const char* text;
+};
+
+/// What is worth knowing of widgets that need no service. Others say that they are not available.
+constexpr std::array kSentences = {
+    Sentence{"dockSeparator"_L1, QT_TRANSLATE_NOOP("Panels", "A line that parts groups of tiles.")},
+    Sentence{"dockSpace"_L1, QT_TRANSLATE_NOOP("Panels", "Room that keeps groups of tiles apart.")},
+    Sentence{"launcher"_L1, QT_TRANSLATE_NOOP("Panels", "Choose the application that this tile opens.")},
+    Sentence{"weather"_L1, QT_TRANSLATE_NOOP("Panels", "Choose a place to see its weather here.")},
+};
+
+QString sentenceFor(const WidgetDefinition& definition) {
+  if (isConnectedFamily(definition.family)) return tr("Connect %1 to see its latest values here.").arg(definition.name);
+  for (const QString& word : {definition.id, definition.family})
+    if (const auto row = std::ranges::find(kSentences, word, &Sentence::word); row != kSentences.end())
+      return tr(row->text);
+  return tr("%1 is not available on this computer.").arg(definition.name);
+}
+
+QString buttonFor(const WidgetDefinition& definition) {
+  if (isConnectedFamily(definition.family)) return tr("Connect…");
+  if (definition.family == u"weather"_s) return tr("Choose Place…");
+  if (definition.family == u"launcher"_s) return tr("Choose App…");
+  return tr("Edit Widget…");
+}
+
+class PlainPanel final : public TilePanel {
+ public:
+  explicit PlainPanel(const PanelContext& context) : TilePanel(context) {}
+
+ protected:
+  void refresh(const TileSources&) override {
+    EmptyState state;
+    if (isConnectedFamily(definition().family)) state.initial = definition().name.left(1).toUpper();
+    state.symbol = definition().symbol;
+    state.title = title();
+    state.sentence = sentenceFor(definition());
+    state.button = buttonFor(definition());
+    if (context().actions.openEditor)
+      state.act = [edit = context().actions.openEditor, id = context().widget] { edit(id); };
+    showEmpty(state);
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<TilePanel> makePlainPanel(const PanelContext& context) { return std::make_unique<PlainPanel>(context); }
+
+}  // namespace tarnwick

@@ -1,0 +1,343 @@
+#include "views/panels/TilePanel.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <algorithm>
+
+#include "views/controls/Buttons.h"
+#include "views/controls/ScrollArea.h"
+#include "views/theme/Theme.h"
+#include "views/tiles/TileContent.h"
+#include "widgets/catalog/Catalog.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kEmptySymbol = 28;
+constexpr int kEmptyGap = 8;
+constexpr int kEmptyAround = 12;
+constexpr int kMessageSymbol = 16;
+
+/// A symbol or badge in the middle of a line of its own.
+class Sign final : public QWidget {
+ public:
+  explicit Sign(QWidget* parent) : QWidget(parent) { setFixedHeight(kEmptySymbol); }
+  void set(const QString& symbol, const QString& initial) {
+    symbol_ = symbol;
+    initial_ = initial;
+    update();
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF box((width() - kEmptySymbol) / 2.0, 0, kEmptySymbol, kEmptySymbol);
+    const ControlLook& look = lookOf(*this);
+    if (initial_.isEmpty())
+      drawControlSymbol(painter, symbol_, box, look.palette.secondary);
+    else
+      drawBadge(painter, box, initial_, look);
+  }
+
+ private:
+  QString symbol_;
+  QString initial_;
+};
+
+/// The mark before a message.
+class Warning final : public QWidget {
+ public:
+  explicit Warning(QWidget* parent) : QWidget(parent) { setFixedSize(kMessageSymbol, kMessageSymbol); }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    drawControlSymbol(painter, u"exclamationmark.circle"_s, rect(), lookOf(*this).palette.accent(Accent::Orange));
+  }
+};
+
+}  // namespace
+
+class TilePanel::EmptyView final : public QWidget {
+ public:
+  explicit EmptyView(QWidget* parent)
+      : QWidget(parent),
+        sign_(new Sign(this)),
+        title_(new TextLabel({}, TextStyle::Title, Tone::Primary, this)),
+        sentence_(new TextLabel({}, TextStyle::Body, Tone::Secondary, this)),
+        button_(new Button({}, Button::Role::Primary, this)) {
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(kEmptyAround, kEmptyAround, kEmptyAround, kEmptyAround);
+    column->setSpacing(kEmptyGap);
+    title_->setAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
+    sentence_->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    sentence_->setWordWrap(true);
+    column->addWidget(sign_);
+    column->addWidget(title_);
+    column->addWidget(sentence_);
+    column->addSpacing(kEmptyGap);
+    column->addWidget(button_, 0, Qt::AlignHCenter);
+    connect(button_, &QPushButton::clicked, this, [this] {
+      if (act_) act_();
+    });
+  }
+
+  void set(const EmptyState& state) {
+    sign_->set(state.symbol, state.initial);
+    title_->setText(state.title);
+    title_->setVisible(!state.title.isEmpty());
+    sentence_->setText(state.sentence);
+    button_->setLabel(state.button);
+    button_->setVisible(!state.button.isEmpty());
+    button_->setEnabled(static_cast<bool>(state.act));
+    act_ = state.act;
+  }
+
+ private:
+  Sign* sign_;
+  TextLabel* title_;
+  TextLabel* sentence_;
+  Button* button_;
+  std::function<void()> act_;
+};
+
+TilePanel::TilePanel(const PanelContext& context, int width)
+    : context_(context), width_(width), header_(new PanelHeader(this)) {
+  setAttribute(Qt::WA_NoSystemBackground);
+  takeWidget();
+  look_.accent = tileAccent(definition());
+
+  frame_ = new QVBoxLayout(this);
+  frame_->setSpacing(0);
+  frame_->addWidget(header_);
+
+  message_ = new QWidget(this);
+  auto* row = new QHBoxLayout(message_);
+  row->setContentsMargins(0, theme::kPanelHeaderBelow, 0, 0);
+  row->setSpacing(theme::kRowGap);
+  row->addWidget(new Warning(message_), 0, Qt::AlignTop);
+  messageText_ = new TextLabel({}, TextStyle::Body, Tone::Primary, message_);
+  messageText_->setWordWrap(true);
+  row->addWidget(messageText_, 1);
+  message_->hide();
+  frame_->addWidget(message_);
+
+  scroll_ = new ScrollArea(this);
+  content_ = new QWidget;
+  auto* column = new QVBoxLayout(content_);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  own_ = new QWidget(content_);
+  body_ = new QVBoxLayout(own_);
+  body_->setContentsMargins(0, theme::kPanelHeaderBelow, 0, 0);
+  body_->setSpacing(0);
+  empty_ = new EmptyView(content_);
+  empty_->hide();
+  column->addWidget(own_);
+  column->addWidget(empty_);
+  scroll_->setWidget(content_);
+  content_->setAutoFillBackground(false);
+  content_->installEventFilter(this);
+  frame_->addWidget(scroll_, 1);
+  arrange();
+
+  if (isConnectedFamily(definition().family))
+    header_->setInitial(definition().name.left(1).toUpper());
+  else
+    header_->setSymbol(definition().symbol);
+  header_->setTitle(title());
+  setAccessibleName(title());
+}
+
+TilePanel::~TilePanel() = default;
+
+void TilePanel::start() {
+  const auto whenShown = [this] {
+    if (isVisible()) refreshNow();
+  };
+  connect(&store(), &AppStore::ticked, this, whenShown);
+  connect(&store(), &AppStore::configChanged, this, [this, whenShown] {
+    takeWidget();
+    whenShown();
+  });
+  connect(&context_.toggles, &Toggles::changed, this, whenShown);
+  connect(&store().system(), &SystemMetrics::changed, this, whenShown);
+  refreshNow();
+}
+
+void TilePanel::refreshNow() {
+  refresh(context_.sources ? context_.sources() : TileSources());
+  header_->setTitle(title());
+}
+
+void TilePanel::takeWidget() {
+  // The profile on the dock may be another one by now, so all are looked through.
+  for (const DockProfile& profile : store().config().profiles) {
+    const auto found = std::ranges::find(profile.widgets, context_.widget, &DockWidget::id);
+    if (found == profile.widgets.end()) continue;
+    widget_ = *found;
+    return;
+  }
+  if (!widget_.id.isNull()) Q_EMIT closeRequested();
+}
+
+const WidgetDefinition& TilePanel::definition() const { return Catalog::find(widget_.kind); }
+
+QString TilePanel::title() const { return widget_.title.isEmpty() ? definition().name : widget_.title; }
+
+void TilePanel::setOption(const QString& key, const std::optional<QString>& value) {
+  store().set(context_.widget, key, value);
+}
+
+SectionLabel* TilePanel::addSection(const QString& text, const QString& trailing) {
+  auto* label = new SectionLabel(text, trailing);
+  body_->addWidget(label);
+  return label;
+}
+
+void TilePanel::setMessage(const QString& sentence) {
+  messageText_->setText(sentence);
+  message_->setVisible(!sentence.isEmpty());
+}
+
+void TilePanel::showEmpty(const EmptyState& state) {
+  empty_->set(state);
+  own_->hide();
+  header_->hide();
+  empty_->show();
+}
+
+void TilePanel::hideEmpty() {
+  empty_->hide();
+  header_->show();
+  own_->show();
+}
+
+void TilePanel::setDockLook(DockStyle style, Backdrop backdrop, bool monochrome) {
+  const bool light = Palette::make(style, backdrop, monochrome).light;
+  // A panel has a ground of its own, which the plain scheme's colours are meant for.
+  const ControlLook wanted{Palette::make(light ? DockStyle::LightGlass : DockStyle::DarkGlass, backdrop, monochrome),
+                           look_.accent};
+  if (wanted == look_) return;
+  look_ = wanted;
+  arrange();
+  announceLook(*this);
+}
+
+QMargins TilePanel::margins() const { return Glass::margins(look_.palette.panel, theme::kPanelShadowScale); }
+
+void TilePanel::arrange() {
+  const QMargins padding(theme::kPanelPadding, theme::kPanelPadding, theme::kPanelPadding, theme::kPanelPadding);
+  frame_->setContentsMargins(margins() + padding);
+  updateGeometry();
+}
+
+QSize TilePanel::panelSize() const {
+  int height = theme::kPanelPadding * 2 + scroll_->contentHeight(contentWidth());
+  if (!header_->isHidden()) height += header_->height();
+  if (!message_->isHidden()) height += message_->layout()->totalHeightForWidth(contentWidth());
+  return {width_, height};
+}
+
+bool TilePanel::event(QEvent* event) {
+  const bool result = QWidget::event(event);
+  if (event->type() == QEvent::LayoutRequest) {
+    if (const QSize size = sizeHint(); size != announced_) {
+      announced_ = size;
+      updateGeometry();
+      Q_EMIT sizeChanged();
+    }
+  }
+  return result;
+}
+
+bool TilePanel::eventFilter(QObject* watched, QEvent* event) {
+  // A scroll area keeps to itself that its content wants another size.
+  if (watched == content_ && event->type() == QEvent::LayoutRequest)
+    QCoreApplication::postEvent(this, new QEvent(QEvent::LayoutRequest));
+  return QWidget::eventFilter(watched, event);
+}
+
+void TilePanel::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const GlassColors& colors = look_.palette.panel;
+  // Where nothing composites, the window is cut to a rectangle.
+  const double corner = colors.shadow.isValid() ? theme::kPanelCorner / theme::kPanelShadowScale : 0;
+  glass_.paint(painter, rect().marginsRemoved(margins()), colors, corner, theme::kPanelShadowScale);
+}
+
+PanelHeader::PanelHeader(QWidget* parent) : QWidget(parent), actions_(new QHBoxLayout(this)) {
+  setFixedHeight(theme::kPanelHeader);
+  actions_->setContentsMargins(0, 0, 0, 0);
+  actions_->setSpacing(theme::kButtonSymbolGap);
+  actions_->addStretch();
+}
+
+void PanelHeader::setSymbol(const QString& symbol) {
+  symbol_ = symbol;
+  initial_.clear();
+  update();
+}
+
+void PanelHeader::setInitial(const QString& initial) {
+  initial_ = initial;
+  update();
+}
+
+void PanelHeader::setTitle(const QString& title) {
+  if (title == title_) return;
+  title_ = title;
+  setAccessibleName(title);
+  update();
+}
+
+void PanelHeader::setNote(const QString& note) {
+  if (note == note_) return;
+  note_ = note;
+  setAccessibleDescription(note);
+  update();
+}
+
+void PanelHeader::addAction(QWidget* control) { actions_->addWidget(control, 0, Qt::AlignVCenter); }
+
+int PanelHeader::actionsWidth() const {
+  int sum = 0;
+  for (int i = 0; i < actions_->count(); ++i)
+    if (const QWidget* control = actions_->itemAt(i)->widget(); control && !control->isHidden())
+      sum += control->sizeHint().width() + theme::kRowGap;
+  return sum;
+}
+
+void PanelHeader::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const ControlLook& look = lookOf(*this);
+  const QRectF sign(0, (height() - theme::kSymbolSize) / 2, theme::kSymbolSize, theme::kSymbolSize);
+  if (initial_.isEmpty())
+    drawControlSymbol(painter, symbol_, sign, look.accentColor());
+  else
+    drawBadge(painter, sign, initial_, look);
+  double right = width() - actionsWidth();
+  if (!note_.isEmpty()) {
+    const TextLine note = TextLine(note_, TextStyle::Caption).elided(right / 2, Elide::End);
+    note.drawRight(painter, {right, (height() + note.capHeight()) / 2}, look.palette.secondary);
+    right -= note.width() + theme::kRowGap;
+  }
+  const double left = sign.right() + theme::kRowGap;
+  drawTextIn(painter, QRectF(left, 0, std::max(0.0, right - left), height()), title_, TextStyle::Title,
+             look.palette.primary, {}, Elide::Middle);
+}
+
+void drawBadge(QPainter& painter, const QRectF& box, const QString& initial, const ControlLook& look) {
+  constexpr double corner = 0.3;  // Of its side.
+  drawRounded(painter, box, box.width() * corner, look.accentColor());
+  drawTextIn(painter, box, initial, TextStyle::BadgeInitial, look.palette.inkOnAccent, Qt::AlignHCenter);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,149 @@
+#pragma once
+
+#include <QPointer>
+#include <QVBoxLayout>
+#include <QWidget>
+#include <functional>
+
+#include "config/DockWidget.h"
+#include "views/controls/ControlLook.h"
+#include "views/controls/ControlTheme.h"
+#include "views/controls/Labels.h"
+#include "views/panels/PanelContext.h"
+#include "views/theme/Glass.h"
+#include "widgets/catalog/WidgetDefinition.h"
+
+namespace tarnwick {
+
+class Button;
+class PanelHeader;
+class ScrollArea;
+
+/// What a panel shows while it has nothing of its own to show.
+struct EmptyState {
+  QString symbol;
+  QString initial;  ///< In a badge, in place of a symbol, for a service.
+  QString title;
+  QString sentence;
+  QString button;  ///< Empty for none.
+  /// Left empty, the button is there but disabled.
+  std::function<void()> act;
+};
+
+/// The panel behind a tile: a pane with a header, sections below it, and the shadow in the margins around it. Derive
+/// from it, put controls into body() in the constructor, and fill them in refresh().
+///
+/// While it is shown, refresh() is called on every beat and after every change of the settings, of the switches and of
+/// the readings. A panel takes the size of its content, and scrolls where the screen has no room for that.
+class TilePanel : public QWidget, public LookSource {
+  Q_OBJECT
+ public:
+  explicit TilePanel(const PanelContext& context, int width = theme::kPanelWidth);
+  ~TilePanel() override;
+
+  /// To be called once, by whoever made it: fills it for the first time and keeps it true from then on.
+  void start();
+
+  /// The dock's look, which the panel follows.
+  void setDockLook(DockStyle style, Backdrop backdrop, bool monochrome);
+  const ControlLook& look() const override { return look_; }
+  /// Room around the pane for its shadow; none where nothing composites.
+  QMargins margins() const;
+  /// The pane alone, as large as its content wants it.
+  QSize panelSize() const;
+  QSize sizeHint() const override { return panelSize().grownBy(margins()); }
+
+  const PanelContext& context() const { return context_; }
+  AppStore& store() const { return context_.store; }
+  /// The widget as the settings have it now, or as they had it last.
+  const DockWidget& widget() const { return widget_; }
+  const WidgetDefinition& definition() const;
+  /// The user's name for the widget, or the catalog's.
+  QString title() const;
+  /// The widget's option, changed through the store.
+  void setOption(const QString& key, const std::optional<QString>& value);
+
+ Q_SIGNALS:
+  /// The widget is gone or the panel has done its work. Whoever owns it closes it, not within this signal.
+  void closeRequested();
+  /// sizeHint() may have changed.
+  void sizeChanged();
+
+ protected:
+  /// Shows what is true now. `sources` is what tiles show at the same moment.
+  virtual void refresh(const TileSources& sources) = 0;
+
+  PanelHeader& header() { return *header_; }
+  /// Where the panel's own controls go, below each other.
+  QVBoxLayout& body() { return *body_; }
+  /// Adds a heading to the body and returns it.
+  SectionLabel* addSection(const QString& text, const QString& trailing = {});
+  /// A sentence that went wrong, below the header; an empty one takes the row away.
+  void setMessage(const QString& sentence);
+  /// Shows an empty state in place of header and body, or them again.
+  void showEmpty(const EmptyState& state);
+  void hideEmpty();
+  /// Calls refresh() soon, as after an operation of the panel's own.
+  void refreshNow();
+
+  bool event(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  class EmptyView;
+
+  void takeWidget();
+  void arrange();
+  int contentWidth() const { return width_ - theme::kPanelPadding * 2; }
+
+  PanelContext context_;
+  DockWidget widget_;
+  int width_;
+  ControlLook look_;
+  Glass glass_;
+  QVBoxLayout* frame_;
+  PanelHeader* header_;
+  QWidget* message_;
+  TextLabel* messageText_;
+  ScrollArea* scroll_;
+  QWidget* content_;
+  QWidget* own_;
+  QVBoxLayout* body_;
+  EmptyView* empty_;
+  QSize announced_;
+};
+
+/// Symbol, title, perhaps a quiet word, and one action.
+class PanelHeader final : public QWidget {
+  Q_OBJECT
+ public:
+  explicit PanelHeader(QWidget* parent);
+
+  void setSymbol(const QString& symbol);
+  /// A service's badge in place of a symbol.
+  void setInitial(const QString& initial);
+  void setTitle(const QString& title);
+  /// A few quiet words before the action, such as "2 of 5 done".
+  void setNote(const QString& note);
+  /// Adds a control at the end; the header takes it.
+  void addAction(QWidget* control);
+  using QWidget::addAction;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  int actionsWidth() const;
+
+  QString symbol_;
+  QString initial_;
+  QString title_;
+  QString note_;
+  QHBoxLayout* actions_;
+};
+
+/// Paints a service's badge: a rounded square in the accent with an initial.
+void drawBadge(QPainter& painter, const QRectF& box, const QString& initial, const ControlLook& look);
+
+}  // namespace tarnwick

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <QWidget>
+#include <functional>
+#include <memory>
+
+namespace tarnwick {
+
+/// A window of the program that is pictured, made anew for each picture.
+struct SnapshotWindow {
+  QString name;
+  std::function<std::unique_ptr<QWidget>(bool dark)> make;
+};
+
+struct SnapshotOptions {
+  QString folder{};
+  bool tiles = true;
+  bool panels = true;
+  bool docks = true;
+  bool windows = true;
+  QList<double> densities{1, 2};
+  QList<SnapshotWindow> windowList{};  ///< What `windows` pictures.
+};
+
+/// Writes pictures of everything that the program paints, with fixed data: a picture of each kind's tile and panel in
+/// dark, a contact sheet of each group in light, dark and monochrome, each dock style, each window; all at every
+/// density. Needs an application object and no display. Returns the files, below the folder. Throws DomainError.
+QStringList takeSnapshot(const SnapshotOptions& options);
+
+}  // namespace tarnwick

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QDateTime>
+#include <memory>
+
+#include "base/Scheduler.h"
+#include "config/DockConfiguration.h"
+#include "desktop/Toggles.h"
+#include "store/AppStore.h"
+#include "views/dock/DockRow.h"
+#include "views/panels/PanelContext.h"
+#include "views/tiles/TileSources.h"
+
+namespace tarnwick {
+
+/// The one set of data that all pictures of the program are taken with. A family that shows something new gives it a
+/// value here: in sources() what tiles and panels read, in widgetOf() the options of its widgets, in configuration()
+/// what stands in the settings.
+struct SnapshotFixture {
+  static QDateTime moment();
+  static QLocale locale();
+  static TileSources sources();
+  /// A widget of a kind, set up, with an identity made from the kind.
+  static DockWidget widgetOf(const QString& kind);
+  /// Settings that hold a widget of every kind.
+  static DockConfiguration configuration();
+  /// A dock as people have it.
+  static DockRow dock();
+};
+
+/// A store with the fixture's settings at the fixture's moment, for as many panels as are wanted. Reads and writes
+/// nothing, and no work of it ever runs.
+class SnapshotStore {
+ public:
+  SnapshotStore();
+  ~SnapshotStore();
+
+  AppStore& store() { return *store_; }
+  PanelContext contextOf(const QString& kind);
+
+ private:
+  std::unique_ptr<Scheduler> scheduler_;
+  std::unique_ptr<Toggles> toggles_;
+  std::unique_ptr<AppStore> store_;
+};
+
+}  // namespace tarnwick

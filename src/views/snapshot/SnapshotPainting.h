@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QHash>
+#include <QImage>
+#include <QString>
+#include <QStringList>
+#include <map>
+
+#include "views/snapshot/SnapshotFixture.h"
+#include "views/theme/Glass.h"
+#include "views/theme/Palette.h"
+
+namespace tarnwick {
+
+/// One of the looks that everything is pictured in.
+struct SnapshotScheme {
+  QString name;
+  DockStyle style = DockStyle::DarkGlass;
+  bool monochrome = false;
+
+  bool isLight() const { return style == DockStyle::LightGlass; }
+};
+
+/// Paints single things into pictures of their own, at a density. Keeps what it has painted, since a tile and a panel
+/// stand in a picture of their own and on a sheet.
+class SnapshotPainter {
+ public:
+  SnapshotPainter(const SnapshotScheme& scheme, double density) : scheme_(scheme), density_(density) {}
+
+  const SnapshotScheme& scheme() const { return scheme_; }
+  /// A picture as it stands alone: on the ground of the scheme. Those of tiles and panels are clear around them.
+  QImage onGround(const QImage& piece) const;
+  /// A tile on its piece of glass.
+  QImage tile(const QString& kind, double scale = 1);
+  /// A panel with its shadow.
+  QImage panel(SnapshotStore& fixture, const QString& kind);
+  /// The fixture's dock in a style, half over dark and half over light.
+  QImage dock(DockStyle style) const;
+  /// A whole widget in the size that it wants.
+  QImage picture(QWidget& widget) const;
+  /// A group's tiles at three scales, then its panels, under its name.
+  QImage sheet(SnapshotStore& fixture, const QString& title, const QStringList& kinds, bool tiles, bool panels);
+
+ private:
+  QImage blank(const QSizeF& size) const;
+
+  SnapshotScheme scheme_;
+  double density_;
+  std::map<double, Glass> glass_;  ///< By the scale of the tiles on it.
+  QHash<QString, QImage> panels_;
+};
+
+}  // namespace tarnwick

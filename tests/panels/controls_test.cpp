@@ -1,0 +1,130 @@
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QSignalSpy>
+#include <QTest>
+#include <QVBoxLayout>
+
+#include "views/controls/Charts.h"
+#include "views/controls/Fields.h"
+#include "views/controls/Rows.h"
+#include "views/controls/ScrollArea.h"
+#include "views/controls/Segments.h"
+#include "views/controls/Slider.h"
+#include "views/controls/Stepper.h"
+#include "views/controls/Switch.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+struct Window : QWidget {
+  QVBoxLayout column{this};
+
+  template <class Control>
+  Control* add(Control* control) {
+    column.addWidget(control);
+    return control;
+  }
+  void bring() {
+    show();
+    activateWindow();
+    QApplication::setActiveWindow(this);
+  }
+  /// What Tab reaches, one after the other, by their names.
+  QStringList tour() {
+    QStringList names;
+    QWidget* first = nullptr;
+    for (int i = 0; i < 40; ++i) {
+      QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : this, Qt::Key_Tab);
+      QWidget* at = QApplication::focusWidget();
+      if (!at || at == first) break;
+      if (!first) first = at;
+      names << QAccessible::queryAccessibleInterface(at)->text(QAccessible::Name);
+    }
+    names.sort();
+    return names;
+  }
+};
+
+TEST(ControlsTest, AreReachedByTabAndHaveNames) {
+  Window window;
+  window.add(new Button(u"Save & Close"_s));
+  window.add(new IconButton(u"plus"_s, u"Add"_s));
+  window.add(new Switch(u"Wi-Fi"_s));
+  window.add(new Slider(u"Volume"_s));
+  window.add(new Segments(u"Unit"_s, {u"Day"_s}));
+  window.add(new TextField(u"Address"_s));
+  window.add(new SearchField(u"Search"_s));
+  window.add(new TextArea(u"Note"_s));
+  window.add(new CheckRow(u"Fix & ship"_s));
+  window.add(new ListRow(u"Still"_s));
+  window.add(new ListRow(u"Open"_s))->setClickable(true);
+  auto* stepper = window.add(new Stepper(u"Minutes"_s));
+  stepper->setValue(5);
+  window.bring();
+  EXPECT_EQ(window.tour(), (QStringList{u"Add"_s, u"Address"_s, u"Day"_s, u"Decrease Minutes"_s, u"Fix & ship"_s,
+                                        u"Increase Minutes"_s, u"Note"_s, u"Open"_s, u"Save & Close"_s, u"Search"_s,
+                                        u"Volume"_s, u"Wi-Fi"_s}));
+}
+
+TEST(ControlsTest, AnswerTheKeyboard) {
+  Window window;
+  auto* button = window.add(new Button(u"Go"_s));
+  auto* toggle = window.add(new Switch(u"On"_s));
+  auto* slider = window.add(new Slider(u"Volume"_s));
+  auto* segments = window.add(new Segments(u"Unit"_s, {u"Day"_s, u"Week"_s}));
+  auto* stepper = window.add(new Stepper(u"Minutes"_s));
+  auto* search = window.add(new SearchField(u"Search"_s));
+  window.bring();
+  QSignalSpy clicked(button, &QPushButton::clicked);
+  for (const int key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) QTest::keyClick(button, Qt::Key(key));
+  EXPECT_EQ(clicked.count(), 3);
+  QTest::keyClick(toggle, Qt::Key_Return);
+  EXPECT_TRUE(toggle->isChecked());
+  slider->setValue(50);
+  QTest::keyClick(slider, Qt::Key_Right);
+  EXPECT_EQ(slider->value(), 51);
+  QSignalSpy chosen(segments, &Segments::chosenChanged);
+  segments->setChosen(1);
+  EXPECT_EQ(chosen.count(), 0) << "only the user's choice is told";
+  QTest::mouseClick(segments->findChildren<QPushButton*>().first(), Qt::LeftButton);
+  EXPECT_EQ(chosen.count(), 1);
+  stepper->setRange(0, 2);
+  for (int i = 0; i < 4; ++i) QTest::keyClick(stepper, Qt::Key_Up);
+  EXPECT_EQ(stepper->value(), 2);
+  search->setText(u"abc"_s);
+  QTest::keyClick(search, Qt::Key_Escape);
+  EXPECT_TRUE(search->text().isEmpty());
+}
+
+TEST(ControlsTest, ShowFocusOnlyToTheKeyboard) {
+  Window window;
+  auto* button = window.add(new Button(u"Go"_s));
+  window.bring();
+  button->clearFocus();
+  const QImage rest = button->grab().toImage();
+  button->setFocus(Qt::ActiveWindowFocusReason);
+  EXPECT_EQ(button->grab().toImage(), rest);
+  button->clearFocus();
+  button->setFocus(Qt::TabFocusReason);
+  EXPECT_NE(button->grab().toImage(), rest);
+}
+
+TEST(ControlsTest, DrawValuesThatMakeNoSense) {
+  ChartView chart(u"Load"_s);
+  chart.resize(200, 64);
+  chart.setSeries({{{qQNaN(), qInf(), -5, 1e300}, {}}});
+  chart.grab();
+  ProgressBar bar(u"Disk"_s);
+  for (const double share : {qQNaN(), -1.0}) {
+    bar.setShare(share);
+    EXPECT_EQ(bar.value(), 0);
+  }
+  bar.setShare(7);
+  EXPECT_EQ(bar.value(), bar.maximum());
+}
+
+}  // namespace
+}  // namespace tarnwick

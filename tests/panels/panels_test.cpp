@@ -1,0 +1,123 @@
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSignalSpy>
+
+#include "views/controls/Buttons.h"
+#include "views/controls/Switch.h"
+#include "views/panels/Panels.h"
+#include "views/snapshot/SnapshotFixture.h"
+#include "widgets/catalog/Catalog.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+std::unique_ptr<TilePanel> shown(const PanelContext& context) {
+  std::unique_ptr<TilePanel> panel = makePanel(context);
+  panel->start();
+  panel->resize(panel->sizeHint());
+  panel->show();
+  QCoreApplication::processEvents();
+  return panel;
+}
+
+/// Whether anything but the bare pane is seen.
+bool isBlank(TilePanel& panel) {
+  const QRect inside = panel.rect().marginsRemoved(panel.margins()).adjusted(4, 4, -4, -4);
+  const QImage image = panel.grab(inside).toImage();
+  for (int y = 0; y < image.height(); ++y)
+    for (int x = 1; x < image.width(); ++x)
+      if (image.pixel(x, y) != image.pixel(0, y)) return false;
+  return true;
+}
+
+TEST(PanelsTest, EveryKindHasOneWithNamedControlsThatFits) {
+  SnapshotStore fixture;
+  ASSERT_GE(Catalog::items().size(), 163);
+  for (const WidgetDefinition& definition : Catalog::items()) {
+    SCOPED_TRACE(definition.id.toStdString());
+    const auto panel = shown(fixture.contextOf(definition.id));
+    EXPECT_FALSE(isBlank(*panel));
+    EXPECT_EQ(panel->accessibleName(), definition.name);
+    for (QWidget* control : panel->findChildren<QWidget*>()) {
+      if (!control->isVisible() || !(control->focusPolicy() & Qt::TabFocus)) continue;
+      const QAccessibleInterface* access = QAccessible::queryAccessibleInterface(control);
+      ASSERT_TRUE(access);
+      EXPECT_FALSE(access->text(QAccessible::Name).isEmpty()) << control->metaObject()->className();
+      const QRect place(control->mapTo(panel.get(), QPoint()), control->size());
+      EXPECT_TRUE(panel->rect().contains(place)) << control->metaObject()->className();
+    }
+    EXPECT_EQ(panel->findChild<QScrollArea*>()->verticalScrollBar()->maximum(), 0) << "all of it is seen";
+  }
+}
+
+TEST(PanelsTest, FollowTheStoreWhileOpen) {
+  SnapshotStore fixture;
+  PanelContext context = fixture.contextOf(u"cpu"_s);
+  int asked = 0;
+  context.sources = [&asked] {
+    ++asked;
+    return SnapshotFixture::sources();
+  };
+  const auto panel = shown(context);
+  const int atFirst = asked;
+  fixture.store().heartbeat();
+  EXPECT_GT(asked, atFirst);
+  panel->hide();
+  const int hidden = asked;
+  fixture.store().heartbeat();
+  EXPECT_EQ(asked, hidden);
+
+  QSignalSpy close(panel.get(), &TilePanel::closeRequested);
+  fixture.store().edit([](DockConfiguration& config) { config.profiles.first().widgets.removeLast(); });
+  EXPECT_EQ(close.count(), 0) << "another widget went";
+  fixture.store().edit([&](DockConfiguration& config) {
+    for (DockProfile& profile : config.profiles)
+      profile.widgets.removeIf([&](const DockWidget& widget) { return widget.id == context.widget; });
+  });
+  EXPECT_EQ(close.count(), 1);
+}
+
+TEST(PanelsTest, SayWhatIsMissing) {
+  SnapshotStore fixture;
+  PanelContext context = fixture.contextOf(u"analyticsGitHub"_s);
+  QUuid edited;
+  context.actions.openEditor = [&edited](const QUuid& widget) { edited = widget; };
+  const auto service = shown(context);
+  service->findChild<Button*>()->click();
+  EXPECT_EQ(edited, context.widget);
+  context.actions.openEditor = {};
+  EXPECT_FALSE(shown(context)->findChild<Button*>()->isEnabled());
+
+  const auto toggles = shown(fixture.contextOf(u"systemQuickToggles"_s));
+  const QList<Switch*> switches = toggles->findChildren<Switch*>();
+  ASSERT_EQ(switches.size(), 6);
+  EXPECT_TRUE(switches[0]->isChecked());
+  EXPECT_FALSE(switches[1]->isEnabled());
+  EXPECT_EQ(switches[1]->accessibleDescription(), u"This computer has no Bluetooth adapter."_s);
+  switches[0]->click();
+  EXPECT_TRUE(switches[0]->isChecked()) << "the service did not follow, and the switch does not pretend";
+}
+
+TEST(PanelsTest, AreAsLargeAsTheirContentAndScrollWhereThereIsNoRoom) {
+  SnapshotStore fixture;
+  const auto panel = shown(fixture.contextOf(u"systemQuickToggles"_s));
+  EXPECT_EQ(panel->panelSize(), QSize(320, 16 + 28 + 12 + 6 * 44 + 16));
+  panel->resize(panel->width(), panel->height() / 2);
+  QCoreApplication::processEvents();
+  EXPECT_GT(panel->findChild<QScrollArea*>()->verticalScrollBar()->maximum(), 0);
+
+  EXPECT_FALSE(panel->margins().isNull());
+  panel->setDockLook(DockStyle::White, Backdrop::Opaque, false);
+  EXPECT_TRUE(panel->margins().isNull());
+  EXPECT_EQ(panel->sizeHint(), panel->panelSize());
+  EXPECT_TRUE(panel->look().palette.light);
+}
+
+}  // namespace
+}  // namespace tarnwick

@@ -1,0 +1,77 @@
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QImageReader>
+#include <QSet>
+#include <QTemporaryDir>
+
+#include "app/SnapshotMode.h"
+#include "base/DomainError.h"
+#include "support/FileTest.h"
+#include "widgets/catalog/Catalog.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+TEST(SnapshotTest, ReadsItsOptions) {
+  const SnapshotOptions all = snapshotOptions({u"--snapshot"_s, u"--output"_s, u"/pictures"_s});
+  EXPECT_EQ(all.folder, u"/pictures"_s);
+  EXPECT_TRUE(all.tiles && all.panels && all.docks && all.windows);
+  EXPECT_EQ(all.densities, (QList<double>{1, 2}));
+  const SnapshotOptions some = snapshotOptions(
+      {u"--output"_s, u"/p"_s, u"--snapshot-images"_s, u"docks, tiles"_s, u"--snapshot-densities"_s, u"1.5,1.5,3"_s});
+  EXPECT_TRUE(some.tiles && some.docks && !some.panels && !some.windows);
+  EXPECT_EQ(some.densities, (QList<double>{1.5, 3}));
+
+  const auto fails = [](const QStringList& arguments) {
+    return !failureOf([&] { snapshotOptions(QStringList{u"--output"_s, u"/p"_s} + arguments); }).empty();
+  };
+  EXPECT_TRUE(fails({u"--snapshot-images"_s, u"tiles,moons"_s}));
+  EXPECT_TRUE(fails({u"--snapshot-images"_s}));
+  for (const QString& density : {u"0"_s, u"-1"_s, u"two"_s, u"1,,2"_s, u"100"_s, u"nan"_s})
+    EXPECT_TRUE(fails({u"--snapshot-densities"_s, density})) << density.toStdString();
+}
+
+TEST(SnapshotTest, WritesWhatWasChosen) {
+  QTemporaryDir folder;
+  SnapshotOptions options;
+  options.folder = folder.path();
+  options.panels = options.windows = false;
+  options.densities = {1.5};
+  const QStringList files = takeSnapshot(options);
+  const qsizetype kinds = Catalog::items().size();
+  const QDir root(folder.path());
+  const auto count = [&](const QString& part) {
+    return QDir(root.filePath(part)).entryList({u"*@1.5x.png"_s}, QDir::Files).size();
+  };
+  EXPECT_EQ(count(u"tiles"_s), kinds);
+  EXPECT_EQ(count(u"docks"_s), 6);
+  EXPECT_EQ(count(u"panels"_s), 0);
+  EXPECT_GE(count(u"sheets"_s), Catalog::groups().size() * 3);
+  EXPECT_EQ(files.size(), count(u"tiles"_s) + count(u"docks"_s) + count(u"sheets"_s));
+  const QSize one = QImageReader(root.filePath(u"tiles/cpu@1.5x.png"_s)).size();
+  EXPECT_GT(one.width(), static_cast<int>(Catalog::find(u"cpu"_s).width * 1.5));
+
+  options.folder = root.filePath(u"tiles/cpu@1.5x.png"_s);
+  EXPECT_NE(failureOf([&] { takeSnapshot(options); }), "");
+}
+
+TEST(SnapshotTest, IsTheSameEachTime) {
+  QTemporaryDir folder;
+  const auto take = [&](const QString& name) {
+    SnapshotOptions options;
+    options.folder = folder.filePath(name);
+    options.tiles = options.panels = options.windows = false;
+    options.densities = {1};
+    takeSnapshot(options);
+    return QImage(folder.filePath(name + u"/docks/darkGlass@1x.png"_s));
+  };
+  const QImage first = take(u"a"_s);
+  ASSERT_FALSE(first.isNull());
+  EXPECT_EQ(first, take(u"b"_s));
+}
+
+}  // namespace
+}  // namespace tarnwick
