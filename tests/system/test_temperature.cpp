@@ -171,55 +171,39 @@ TEST(SystemTemperature, ShowsTheMeanAndKeepsTheLastForty) {
 }
 
 TEST_F(FolderTest, TheKernelsSensorsStandForTheController) {
+  // "chip file=text": what a sensor's folder holds.
   const struct {
     const char* what;
-    QList<std::pair<QString, QByteArray>> files;
+    const char* files;
     QList<double> values;
   } cases[] = {
-      {"nothing", {}, {}},
+      {"nothing", "", {}},
       {"the package speaks for its cores",
-       {{u"hwmon/hwmon0/name"_s, "coretemp\n"},
-        {u"hwmon/hwmon0/temp1_input"_s, "61000\n"},
-        {u"hwmon/hwmon0/temp1_label"_s, "Package id 0\n"},
-        {u"hwmon/hwmon0/temp2_input"_s, "58000\n"},
-        {u"hwmon/hwmon0/temp2_label"_s, "Core 0\n"},
-        {u"hwmon/hwmon1/name"_s, "nvme\n"},
-        {u"hwmon/hwmon1/temp1_input"_s, "40000\n"},
-        {u"thermal/thermal_zone0/type"_s, "x86_pkg_temp\n"},
-        {u"thermal/thermal_zone0/temp"_s, "62000\n"}},
+       "hwmon/a name=coretemp,hwmon/a temp1_input=61000,hwmon/a temp1_label=Package id 0,hwmon/a temp2_input=58000,"
+       "hwmon/a temp2_label=Core 0,hwmon/b name=nvme,hwmon/b temp1_input=40000,"
+       "thermal/thermal_zone0 type=x86_pkg_temp,thermal/thermal_zone0 temp=62000",
        {61}},
       {"the die before what is made up for the fans",
-       {{u"hwmon/hwmon3/name"_s, "k10temp\n"},
-        {u"hwmon/hwmon3/temp1_input"_s, "87250\n"},
-        {u"hwmon/hwmon3/temp1_label"_s, "Tctl\n"},
-        {u"hwmon/hwmon3/temp2_input"_s, "60250\n"},
-        {u"hwmon/hwmon3/temp2_label"_s, "Tdie\n"}},
+       "hwmon/a name=k10temp,hwmon/a temp1_input=87250,hwmon/a temp1_label=Tctl,hwmon/a temp2_input=60250,"
+       "hwmon/a temp2_label=Tdie",
        {60.25}},
       {"cores where the package says nonsense",
-       {{u"hwmon/hwmon0/name"_s, "coretemp\n"},
-        {u"hwmon/hwmon0/temp1_input"_s, "160000\n"},
-        {u"hwmon/hwmon0/temp1_label"_s, "Package id 0\n"},
-        {u"hwmon/hwmon0/temp2_input"_s, "50000\n"},
-        {u"hwmon/hwmon0/temp3_input"_s, "52000\n"},
-        {u"hwmon/hwmon0/temp4_input"_s, "broken\n"},
-        {u"hwmon/hwmon0/temp5_input"_s, ""}},
+       "hwmon/a name=coretemp,hwmon/a temp1_input=160000,hwmon/a temp1_label=Package id 0,hwmon/a temp2_input=50000,"
+       "hwmon/a temp3_input=52000,hwmon/a temp4_input=broken,hwmon/a temp5_input=",
        {50, 52}},
       {"zones where no monitor tells",
-       {{u"hwmon/hwmon0/name"_s, "coretemp\n"},
-        {u"thermal/thermal_zone0/type"_s, "acpitz\n"},
-        {u"thermal/thermal_zone0/temp"_s, "27800\n"},
-        {u"thermal/thermal_zone1/type"_s, "cpu0-thermal\n"},
-        {u"thermal/thermal_zone1/temp"_s, "-40000\n"},
-        {u"thermal/thermal_zone2/type"_s, "battery\n"},
-        {u"thermal/thermal_zone2/temp"_s, "30000\n"}},
+       "hwmon/a name=coretemp,thermal/thermal_zone0 type=acpitz,thermal/thermal_zone0 temp=27800,"
+       "thermal/thermal_zone1 type=cpu0-thermal,thermal/thermal_zone1 temp=-40000,"
+       "thermal/thermal_zone2 type=battery,thermal/thermal_zone2 temp=30000",
        {-40}},
-      {"the firmware's zone at last",
-       {{u"thermal/thermal_zone0/type"_s, "acpitz\n"}, {u"thermal/thermal_zone0/temp"_s, "27800\n"}},
-       {27.8}},
+      {"the firmware's zone at last", "thermal/thermal_zone0 type=acpitz,thermal/thermal_zone0 temp=27800", {27.8}},
   };
   for (const auto& c : cases) {
     QDir(at(u"sys"_s)).removeRecursively();
-    for (const auto& [path, text] : c.files) put("sys/class/"_L1 + path, text);
+    for (const QString& file : QString::fromLatin1(c.files).split(u',', Qt::SkipEmptyParts)) {
+      const QString path = file.section(u'=', 0, 0).replace(u' ', u'/');
+      put("sys/class/"_L1 + path, file.section(u'=', 1).toLatin1() + '\n');
+    }
     SensorTemperatures sensors(folder_.path());
     std::array<double, 12> values{};
     const quint32 count = sensors.read(values.data(), 12);

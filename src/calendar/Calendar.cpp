@@ -1,0 +1,83 @@
+#include "calendar/Calendar.h"
+
+#include <algorithm>
+
+#include "calendar/MeetingLink.h"
+
+namespace tarnwick {
+
+Calendar::Calendar(CalendarSource& source, const Scheduler& clock, QObject* parent)
+    : QObject(parent),
+      source_(source),
+      clock_(clock),
+      calendarMessage_(tr("Enable Calendar access to see your events.")),
+      reminderMessage_(tr("Enable Reminders access to see your reminders.")) {
+  connect(&source_, &CalendarSource::changed, this, [this] {
+    // What is being read may be from before the change.
+    isOutdated_ = isLoading_;
+    if (isNeeded_ && !isLoading_) Q_EMIT outdated();
+  });
+}
+
+CalendarRange Calendar::range() const {
+  const QDate today = clock_.now().date();
+  return {today.addDays(-daysBack).startOfDay(), today.addDays(daysAhead).startOfDay()};
+}
+
+void Calendar::setNeeded(bool needed) {
+  if (isNeeded_ == needed) return;
+  isNeeded_ = needed;
+  load();
+}
+
+void Calendar::load() {
+  if (!isNeeded_ || isLoading_) return;
+  isLoading_ = true;
+  isOutdated_ = false;
+  source_.load(range(), this, [this](const CalendarReading& reading) { take(reading); });
+}
+
+void Calendar::take(const CalendarReading& reading) {
+  isLoading_ = false;
+  if (!isLoaded_ || !(reading == last_)) {
+    isLoaded_ = true;
+    last_ = reading;
+    events_ = reading.events;
+    for (CalendarEvent& event : events_) {
+      event.meetingLink = MeetingLink::find(event);
+      if (event.title.isEmpty()) event.title = tr("Untitled Event");
+    }
+    std::ranges::stable_sort(events_, {}, &CalendarEvent::start);
+    reminders_ = reading.reminders;
+    for (Reminder& reminder : reminders_) {
+      if (reminder.title.isEmpty()) reminder.title = tr("Untitled Reminder");
+    }
+    problems_ = reading.problems;
+    calendarMessage_ = reading.hasCalendars ? QString() : tr("No calendar was found. Add a folder of calendar files.");
+    reminderMessage_ =
+        reading.hasReminders ? QString() : tr("No list of reminders was found. Add a folder of calendar files.");
+    Q_EMIT changed();
+  }
+  if (isOutdated_) Q_EMIT outdated();
+}
+
+void Calendar::setCompleted(Reminder reminder, bool completed) {
+  const auto put = [this, reminder](bool done, const std::optional<QDateTime>& at) {
+    const auto it = std::ranges::find_if(reminders_, [&](const Reminder& known) {
+      return known.uid == reminder.uid && known.filePath == reminder.filePath && known.occasion == reminder.occasion;
+    });
+    if (it == reminders_.end()) return;
+    it->completed = done;
+    it->completedAt = at;
+    Q_EMIT changed();
+  };
+  const QDateTime now = clock_.now();
+  put(completed, completed ? std::optional(now) : std::nullopt);
+  source_.setCompleted(reminder, completed, now, this, [this, reminder, put](const QString& failure) {
+    if (failure.isEmpty()) return;
+    put(reminder.completed, reminder.completedAt);
+    Q_EMIT failed(failure);
+  });
+}
+
+}  // namespace tarnwick

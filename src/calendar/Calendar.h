@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+#include "base/Scheduler.h"
+#include "calendar/ports/CalendarSource.h"
+
+namespace tarnwick {
+
+/// The events and reminders that calendar tiles and panels show, from some weeks back to some weeks ahead. Whoever owns
+/// it calls `load` now and then (the day goes on) and whenever `outdated` says so. Main thread only.
+class Calendar final : public QObject {
+  Q_OBJECT
+ public:
+  static constexpr int daysBack = 35;
+  static constexpr int daysAhead = 70;
+
+  /// Both must outlive this object.
+  Calendar(CalendarSource& source, const Scheduler& clock, QObject* parent = nullptr);
+
+  const QList<CalendarEvent>& events() const { return events_; }   ///< With their meeting links, by their time.
+  const QList<Reminder>& reminders() const { return reminders_; }  ///< See ReminderModel.
+  /// What is shown in place of data; empty where there is a calendar (a list), even one without an event.
+  const QString& calendarMessage() const { return calendarMessage_; }
+  const QString& reminderMessage() const { return reminderMessage_; }
+  /// Finished sentences about files that were left out of the last reading.
+  const QStringList& problems() const { return problems_; }
+  /// The days for which there is data.
+  CalendarRange range() const;
+
+  /// Whether something shows calendars; nothing is read before. Becoming needed loads.
+  bool isNeeded() const { return isNeeded_; }
+  void setNeeded(bool needed);
+
+  /// Reads, unless a reading is under way; cheap while nothing changed. Does nothing while nobody needs it.
+  void load();
+
+  /// Ticks a reminder off, or takes the tick away. The reminder shows it at once; if it fails, it goes back and
+  /// `failed` says why.
+  void setCompleted(Reminder reminder, bool completed);
+
+  /// Folders that the user added.
+  void setFolders(const QStringList& folders) { source_.setFolders(folders); }
+
+ Q_SIGNALS:
+  void changed();
+  /// The calendars changed underneath: `load` brings the news.
+  void outdated();
+  /// A finished sentence for the user.
+  void failed(const QString& message);
+
+ private:
+  void take(const CalendarReading& reading);
+
+  CalendarSource& source_;
+  const Scheduler& clock_;
+  QList<CalendarEvent> events_;
+  QList<Reminder> reminders_;
+  QString calendarMessage_;
+  QString reminderMessage_;
+  QStringList problems_;
+  CalendarReading last_;
+  bool isNeeded_ = false;
+  bool isLoading_ = false;
+  bool isLoaded_ = false;
+  bool isOutdated_ = false;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,128 @@
+#include "platform/ical/ICalendarFiles.h"
+
+#include "base/DomainError.h"
+#include "base/DurableFile.h"
+#include "base/ProgramParts.h"
+#include "platform/ical/TodoEdit.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kIdleThreadMs = 2000;
+// A synchronisation writes many files in a row; one reading a moment later serves them all.
+constexpr double kBurstSeconds = 0.4;
+
+std::unique_ptr<CalendarTextReader> loadReader() {
+  const auto make = reinterpret_cast<MakeCalendarTextReader>(
+      ProgramParts::function(QString::fromLatin1(kCalendarModule), kCalendarDoor));
+  return std::unique_ptr<CalendarTextReader>(make ? make() : nullptr);
+}
+
+QString tickOff(const Reminder& reminder, const TodoEdit& edit) {
+  try {
+    const QByteArray before = DurableFile::read(reminder.filePath);
+    const QByteArray after = edit.apply(before);
+    if (after != before) DurableFile::writeAtomically(after, reminder.filePath);
+    return {};
+  } catch (const DomainError& failure) {
+    return failure.message();
+  }
+}
+
+}  // namespace
+
+ICalendarFiles::ICalendarFiles(Scheduler& scheduler, CalendarPlaces places)
+    : scheduler_(scheduler), places_(std::move(places)), scan_(std::make_shared<CalendarScan>(&loadReader)) {
+  pool_.setMaxThreadCount(1);
+  pool_.setExpiryTimeout(kIdleThreadMs);
+  connect(&watch_, &FolderWatch::changed, this, &ICalendarFiles::fileChanged);
+}
+
+ICalendarFiles::~ICalendarFiles() {
+  stopping_.request_stop();
+  pool_.waitForDone();
+}
+
+void ICalendarFiles::setFolders(const QStringList& folders) {
+  if (added_ == folders) return;
+  added_ = folders;
+  outdate();
+}
+
+void ICalendarFiles::load(const CalendarRange& range, QObject* context, Loaded done) {
+  wasAsked_ = true;
+  waiting_.append({context, std::move(done)});
+  if (!(range_ == range)) {
+    range_ = range;
+    isCurrent_ = false;
+    isAgain_ = isScanning_;
+  }
+  if (isCurrent_) {
+    QMetaObject::invokeMethod(this, &ICalendarFiles::deliver, Qt::QueuedConnection);
+  } else {
+    scan();
+  }
+}
+
+void ICalendarFiles::scan() {
+  if (isScanning_) return;
+  isScanning_ = true;
+  isAgain_ = false;
+  soon_.reset();
+  CalendarPlaces places = places_;
+  places.folders += added_;
+  // The destructor waits for this function, so that the object is still there when it reports.
+  pool_.start([this, scan = scan_, places, range = range_, stop = stopping_.get_token()] {
+    auto result = scan->run(places, range, stop);
+    QMetaObject::invokeMethod(
+        this, [this, result = std::move(result)] { take(result); }, Qt::QueuedConnection);
+  });
+}
+
+void ICalendarFiles::take(const CalendarScan::Result& result) {
+  isScanning_ = false;
+  // What happened in a folder between the reading and the watching would otherwise be missed.
+  if (watch_.watch(result.folders, result.awaited) || isAgain_) return scan();
+  isCurrent_ = true;
+  reading_ = result.reading;
+  deliver();
+}
+
+void ICalendarFiles::deliver() {
+  if (!isCurrent_) return;
+  for (const auto& [context, done] : std::exchange(waiting_, {})) {
+    if (context) done(reading_);
+  }
+}
+
+void ICalendarFiles::fileChanged() {
+  isAgain_ = isScanning_;
+  isCurrent_ = false;
+  if (!soon_) soon_ = scheduler_.after(kBurstSeconds, [this] { outdate(); });
+}
+
+void ICalendarFiles::outdate() {
+  soon_.reset();
+  isCurrent_ = false;
+  isAgain_ = isScanning_;
+  if (wasAsked_) Q_EMIT changed();
+}
+
+void ICalendarFiles::setCompleted(const Reminder& reminder, bool completed, const QDateTime& at, QObject* context,
+                                  Done done) {
+  const TodoEdit edit{.uid = reminder.uid, .occasion = reminder.occasion, .completed = completed, .at = at};
+  // The change is noticed like that of any other program.
+  pool_.start([this, reminder, edit, guard = QPointer(context), done = std::move(done)]() mutable {
+    const QString failure = reminder.canComplete
+                                ? tickOff(reminder, edit)
+                                : tr("This list belongs to another program; the reminder can only be changed there.");
+    QMetaObject::invokeMethod(
+        this,
+        [guard, done = std::move(done), failure] {
+          if (guard) done(failure);
+        },
+        Qt::QueuedConnection);
+  });
+}
+
+}  // namespace tarnwick
