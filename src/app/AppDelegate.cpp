@@ -204,12 +204,17 @@ void AppDelegate::connectDesk() {
   };
   desk_->panelIsOpen = [this](const QString& display) { return panels_ && panels_->hasActivePanel(display); };
   desk_->addWidgets = [this] { call(addWidgets); };
-  desk_->menus().addWidgets = [this] { call(addWidgets); };
-  desk_->menus().settings = [this] { call(showSettings); };
-  dock_->hasActivePanel = [this](const QString& display) { return desk_->isBusy(display); };
-  dock_->willRemove = [this](const QString& display) {
-    if (panels_) panels_->closeOn(display);
+  desk_->menus().dockActions = [this] {
+    DockMenuActions actions;
+    actions.addWidgets = addWidgets;
+    actions.settings = showSettings;
+    return actions;
   };
+  desk_->messageHeight = [this] { return messages_ ? messages_->height() : 0; };
+  dock_->hasActivePanel = [this](const QString& display) { return desk_->isBusy(display); };
+  connect(dock_.get(), &DockController::goesAway, this, [this](const QString& display) {
+    if (panels_) panels_->closeOn(display);
+  });
   focusDock = [this] { dock_->focus(); };
   restoreSystemDock = [this] { dock_->restoreSystemDock(); };
   giveBack = [this] { dock_->giveBack(); };

@@ -13,10 +13,11 @@ constexpr int kAboveTheDock = 10;
 }  // namespace
 
 PanelPlacement bubblePlacement(const MessageBubble& bubble, const DockController& dock, const Screens& screens,
-                               int raised) {
+                               int raised, const QString& display) {
   const QStringList displays = dock.displays();
   const QList<Screen> all = screens.all();
-  const QString wanted = displays.isEmpty() ? screens.mainId() : displays.first();
+  const QString first = displays.isEmpty() ? screens.mainId() : displays.first();
+  const QString wanted = displays.contains(display) ? display : first;
   const auto found = std::ranges::find(all, wanted, &Screen::id);
   const Screen& screen = found == all.end() ? all.first() : *found;
 

@@ -9,10 +9,11 @@ namespace tarnwick {
 class DockController;
 class MessageBubble;
 
-/// Where a bubble stands: over the middle of the first dock, on the side of the screen's inside; where no dock is
-/// shown, at the bottom of the main screen. `raised` lifts it over another bubble. There must be a screen.
+/// Where a bubble stands: over the middle of the dock of `display`, or else of the first one, on the side of the
+/// screen's inside; where there is no dock, at the bottom of the main screen. `raised` lifts it over another bubble.
+/// There must be a screen.
 PanelPlacement bubblePlacement(const MessageBubble& bubble, const DockController& dock, const Screens& screens,
-                               int raised = 0);
+                               int raised = 0, const QString& display = {});
 
 /// What lies behind a window of ours now.
 Backdrop backdropOf(const Panels& panels);

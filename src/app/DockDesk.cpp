@@ -8,8 +8,7 @@
 namespace tarnwick {
 namespace {
 
-/// Over the store's message, where that is shown.
-constexpr int kOverAMessage = 54;
+constexpr int kOverAMessage = 8;
 
 }  // namespace
 
@@ -22,14 +21,23 @@ DockDesk::DockDesk(DockDeskParts parts)
   connect(&undo_, &UndoStack::failed, parts_.store, &AppStore::setError);
   connect(&undo_, &UndoStack::pushed, this, &DockDesk::offerUndo);
   connect(&undo_, &UndoStack::gone, this, [this](quint64 entry) {
-    if (entry == bubbleEntry_)
-      QMetaObject::invokeMethod(
-          this, [this] { bubble_.reset(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this, entry] { closeBubble(entry); }, Qt::QueuedConnection);
   });
   connect(&commands_, &DockCommands::launchingChanged, this, &DockDesk::rebuildRows);
   connect(parts_.hints, &LauncherHints::changed, this, &DockDesk::rebuildRows);
   connect(parts_.files, &Files::trashChanged, this, &DockDesk::rebuildRows);
-  connect(parts_.apps, &InstalledApps::changed, this, &DockDesk::rebuildRows);
+  connect(parts_.apps, &InstalledApps::changed, this, [this] {
+    for (const auto& [display, dock] : docks_) dock->view().forgetIcons();
+    rebuildRows();
+  });
+  // A tile may stand for another application without standing elsewhere. The rows come first.
+  connect(
+      parts_.store, &AppStore::runningAppsChanged, this,
+      [this] {
+        for (const auto& [display, dock] : docks_) placeApplications(display);
+      },
+      Qt::QueuedConnection);
   commands_.showPanel = [this](const QUuid& widget) {
     if (openPanel) openPanel(openDisplay_, widget, openTile_);
   };
@@ -37,7 +45,13 @@ DockDesk::DockDesk(DockDeskParts parts)
 
 DockDesk::~DockDesk() = default;
 
-void DockDesk::setController(DockController* controller) { controller_ = controller; }
+void DockDesk::setController(DockController* controller) {
+  controller_ = controller;
+  connect(controller, &DockController::placed, this, &DockDesk::placeApplications);
+  connect(controller, &DockController::goesAway, this, [this](const QString& display) {
+    if (menu_ && menuDisplay_ == display) menu_->close();
+  });
+}
 
 void DockDesk::start() { parts_.hints->start(); }
 
@@ -55,7 +69,10 @@ std::unique_ptr<DockContent> DockDesk::makeContent(const QString& display) {
   auto dock = std::make_unique<LiveDock>(*parts_.store, *parts_.toggles, display, parts_.icons, actions(display));
   docks_[display] = dock.get();
   connect(dock.get(), &QObject::destroyed, this, [this, display, gone = dock.get()] {
-    if (const auto found = docks_.find(display); found != docks_.end() && found->second == gone) docks_.erase(found);
+    if (const auto found = docks_.find(display); found != docks_.end() && found->second == gone) {
+      docks_.erase(found);
+      commands_.setTileRects(display, {});
+    }
   });
   return dock;
 }
@@ -73,6 +90,15 @@ void DockDesk::rebuildRows() {
   for (const auto& [display, dock] : docks_) dock->rebuildRow();
 }
 
+void DockDesk::placeApplications(const QString& display) {
+  const auto found = docks_.find(display);
+  if (!controller_ || found == docks_.end()) return;
+  const QPointF origin = controller_->contentOrigin(display);
+  QHash<quint64, QRectF> places = found->second->view().applicationPlaces();
+  for (QRectF& place : places) place.translate(origin);
+  commands_.setTileRects(display, places);
+}
+
 DockActions DockDesk::actions(const QString& display) {
   DockActions actions;
   actions.openTile = [this, display](const QUuid& widget, const QRect& tile) {
@@ -81,6 +107,8 @@ DockActions DockDesk::actions(const QString& display) {
     commands_.activateTile(widget);
   };
   actions.tileMenu = [this, display](const QUuid& widget, const QRect& beside) {
+    openDisplay_ = display;
+    openTile_ = beside;
     openMenu(display, menus_.tile(widget, display), beside);
   };
   actions.dockMenu = [this, display](const QRect& beside) { openMenu(display, menus_.dock(), beside); };
@@ -95,14 +123,7 @@ DockActions DockDesk::actions(const QString& display) {
     widget.isNull() ? commands_.newWindow(application) : commands_.newWindowOfTile(widget);
   };
   actions.cycleWindows = [this](quint64 application, int direction) { commands_.cycleWindows(application, direction); };
-  actions.placeApplications = [this, display](const QHash<quint64, QRectF>& places) {
-    const QPointF origin = controller_ ? controller_->contentOrigin(display) : QPointF();
-    QHash<quint64, QRectF> onTheDesktop;
-    for (auto place = places.cbegin(); place != places.cend(); ++place) {
-      onTheDesktop.insert(place.key(), place->translated(origin));
-    }
-    commands_.setTileRects(display, onTheDesktop);
-  };
+  actions.placeApplications = [this, display](const QHash<quint64, QRectF>&) { placeApplications(display); };
   actions.dropFiles = [this, display](const DockFileDrop& dropped) {
     DockFileDrop drop = dropped;
     drop.display = display;
@@ -146,39 +167,54 @@ std::optional<ApplicationFacts> DockDesk::factsAt(const QString& path) {
 void DockDesk::openMenu(const QString& display, const QList<DockMenuEntry>& entries, const QRect& beside) {
   Panel* panel = controller_ ? controller_->panel(display) : nullptr;
   if (!panel || entries.isEmpty()) return;
+  markMenu(false);
   menu_ = std::make_unique<QMenu>();
   menuDisplay_ = display;
   DockMenuModel::fill(*menu_, entries);
   // An entry may close the very dock that the menu belongs to, so the menu goes once its entry has run.
   const auto closed = [this, opened = menu_.get()] {
-    if (menu_.get() == opened) menu_.reset();
+    if (menu_.get() == opened) {
+      menu_.reset();
+      markMenu(false);
+    }
     if (controller_) controller_->checkEdge();
   };
   connect(menu_.get(), &QMenu::aboutToHide, this, closed, Qt::QueuedConnection);
+  markMenu(true);
   panel->openMenu(*menu_, controller_->mapFromContent(display, beside));
 }
 
+void DockDesk::markMenu(bool open) {
+  if (const auto dock = docks_.find(menuDisplay_); dock != docks_.end()) dock->second->view().setMenuOpen(open);
+}
+
 void DockDesk::offerUndo(quint64 entry, const QString& sentence) {
-  if (!controller_ || controller_->displays().isEmpty()) return;
+  if (!controller_ || controller_->displays().isEmpty() || parts_.screens->all().isEmpty()) return;
   auto bubble = std::make_unique<UndoBubble>(parts_.store->scheduler(), sentence);
   bubble->setLook(dockStyleNamed(parts_.store->config().style), backdropOf(*parts_.panels));
-  const auto close = [this] { bubble_.reset(); };
-  connect(bubble.get(), &MessageBubble::dismissed, this, close, Qt::QueuedConnection);
+  connect(
+      bubble.get(), &MessageBubble::dismissed, this, [this, entry] { closeBubble(entry); }, Qt::QueuedConnection);
   connect(
       bubble.get(), &MessageBubble::actionRequested, this,
       [this, entry] {
-        bubble_.reset();
+        closeBubble(entry);
         undo_.undo(entry);
       },
       Qt::QueuedConnection);
   bubbleEntry_ = entry;
   const MessageBubble& shown = *bubble;
-  const int raised = parts_.store->error().isEmpty() ? 0 : kOverAMessage;
+  const int message = messageHeight ? messageHeight() : 0;
+  const int raised = message > 0 ? message + kOverAMessage : 0;
   bubble_ = parts_.panels->make(std::move(bubble));
-  bubble_->place(bubblePlacement(shown, *controller_, *parts_.screens, raised));
+  bubble_->place(bubblePlacement(shown, *controller_, *parts_.screens, raised, parts_.store->activeDisplay));
   bubble_->setOutline(shown.outlineRegion());
   bubble_->setInputRegion(shown.outlineRegion());
   bubble_->setShown(true);
+}
+
+/// By the time that this is asked for, the bubble may be another entry's.
+void DockDesk::closeBubble(quint64 entry) {
+  if (entry == bubbleEntry_) bubble_.reset();
 }
 
 }  // namespace tarnwick

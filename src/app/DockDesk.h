@@ -62,13 +62,18 @@ class DockDesk : public QObject {
   std::function<void(const QString& display, const QUuid& widget, const QRect& tile)> openPanel;
   std::function<bool(const QString& display)> panelIsOpen;
   std::function<void()> addWidgets;
+  /// Of the message that stands above the dock now; 0 for none.
+  std::function<int()> messageHeight;
 
  private:
   DockActions actions(const QString& display);
   void addQuestions(DockActions& actions);
   void openMenu(const QString& display, const QList<DockMenuEntry>& entries, const QRect& beside);
+  void markMenu(bool open);
   void rebuildRows();
+  void placeApplications(const QString& display);
   void offerUndo(quint64 entry, const QString& sentence);
+  void closeBubble(quint64 entry);
   std::optional<ApplicationFacts> factsAt(const QString& path);
 
   DockDeskParts parts_;
@@ -81,7 +86,7 @@ class DockDesk : public QObject {
   std::map<QString, LiveDock*> docks_;
   std::unique_ptr<QMenu> menu_;
   QString menuDisplay_;
-  QRect openTile_;  // The tile that was clicked last, for its panel to stand beside.
+  QRect openTile_;  // The tile that was clicked or asked for its menu last, for its panel to stand beside.
   QString openDisplay_;
   std::unique_ptr<Panel> bubble_;
   quint64 bubbleEntry_ = 0;

@@ -1,5 +1,7 @@
 #include "dock/DockController.h"
 
+#include <QGuiApplication>
+#include <QWindow>
 #include <QtMath>
 
 #include "base/DomainError.h"
@@ -37,6 +39,7 @@ DockController::DockController(AppStore& store, DockPorts ports, ContentFactory 
     if (store_.config().liveApps) refresh();
   });
   if (ports_.windows) connect(ports_.windows, &ClientWindows::changed, this, &DockController::platformStateChanged);
+  connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &DockController::followKeyboard);
   suppressor_.setNeedsApply([this] { refresh(); });
   platformStateChanged();
 }
@@ -58,6 +61,7 @@ void DockController::toggle() {
   setShown(false);
   transitionTimer_.reset();
   updateZones();
+  for (const QString& display : displays()) Q_EMIT goesAway(display);
 }
 
 void DockController::setMayShow(bool mayShow) {
@@ -101,7 +105,8 @@ void DockController::removeDocks(const std::function<bool(const QString&)>& isDo
       ++dock;
       continue;
     }
-    if (willRemove) willRemove(dock->first);
+    if (focused_ == dock->first) focused_.clear();
+    Q_EMIT goesAway(dock->first);
     dock = docks_.erase(dock);
   }
 }
@@ -127,10 +132,12 @@ void DockController::layoutPanels() {
   const QStringList selected = DesktopMath::selectedDisplays(
       config.display, connected, config.desktopOptions().attachedDisplays, ports_.screens->mainId());
 
-  if (reservedLayout_ && *reservedLayout_ != config.layout) {
+  const bool reserves = config.desktopOptions().reserveSpace;
+  const std::optional<DockLayout> reserved = reserves ? std::optional(config.layout) : std::nullopt;
+  if (reservedLayout_ && reservedLayout_ != reserved) {
     store_.services().windows->restoreReservations(store_.dataDirectory() + "/window-recovery.json"_L1);
   }
-  reservedLayout_ = config.desktopOptions().reserveSpace ? std::optional(config.layout) : std::nullopt;
+  reservedLayout_ = reserved;
   removeDocks([&](const QString& id) { return !selected.contains(id); });
   applyToSystemDock();
   for (const Screen& screen : screens) {
@@ -172,7 +179,8 @@ void DockController::layout(const Screen& screen) {
 
   Dock& dock = dockFor(screen);
   dock.screen = screen;
-  dock.frame = DockPlacement::place(config, size.panel, screen.frame, screen.usable, savedPlace(config, screen.id));
+  const std::optional<QPointF> floating = dock.dragged ? dock.dragged : savedPlace(config, screen.id);
+  dock.frame = DockPlacement::place(config, size.panel, screen.frame, screen.usable, floating);
   dock.geometry = {screen.id, dock.frame.size(), size.scale, ports_.panels->isComposited(), ports_.panels->canBlur()};
   dock.container->setReduceMotion(ports_.motion->reducesMotion());
   dock.container->configure(dock.geometry);
@@ -209,30 +217,36 @@ void DockController::connectDock(const Dock& dock, const QString& id) {
   });
 }
 
-/// The window stands still and holds the slot with the content's margins, cut at the screen's edge. Where the dock
-/// hides, the window reaches to that edge, so that the content can slide out of sight within it.
+/// The window stands still and holds the slot with the content's margins, cut at the screen's edges. Where the dock
+/// hides, the window reaches to its edge, so that the content can slide out of sight within it.
 void DockController::place(Dock& dock) {
   const DockConfiguration& config = store_.config();
   const QRectF slot = dock.frame.translated(-dock.screen.frame.topLeft());
-  const QRect rectangle(qRound(slot.left()), qRound(slot.top()), qCeil(slot.width()), qCeil(slot.height()));
+  const bool top = standsOnTop(config);
+  const QSize size(qCeil(slot.width()), qCeil(slot.height()));
+  // What is rounded up goes inwards, or the glass would be cut at the screen's edge.
+  const QPoint corner(qRound(slot.left()), top ? qRound(slot.top()) : qRound(slot.bottom()) - size.height());
+  const QRect rectangle(corner, size);
   const QMargins wanted = dock.content->margins();
   const int above = rectangle.top();
   const int below = qRound(dock.screen.frame.height()) - rectangle.bottom() - 1;
   QMargins margins = wanted;
+  margins.setLeft(std::min(wanted.left(), rectangle.left()));
+  margins.setRight(std::min(wanted.right(), qRound(dock.screen.frame.width()) - rectangle.right() - 1));
   margins.setTop(std::min(wanted.top(), above));
   margins.setBottom(std::min(wanted.bottom(), below));
   const bool hides = DockVisibility::hides(config.layout);
-  const bool top = standsOnTop(config);
   if (hides) top ? margins.setTop(above) : margins.setBottom(below);
 
   const QPoint origin(margins.left() - wanted.left(), margins.top() - wanted.top());
-  dock.container->setRestingFrame(QRect(origin, rectangle.size().grownBy(wanted)));
+  dock.container->setRestingFrame(QRect(origin, size.grownBy(wanted)));
   dock.container->setTravel(hides ? slot.height() : 0, !top);
 
   const PanelPlacement placement{dock.screen.id, rectangle, margins};
   if (placement == dock.placement) return;
   dock.placement = placement;
   dock.panel->place(placement);
+  if (!dock.dragged) Q_EMIT placed(dock.screen.id);
 }
 
 void DockController::applyShape(Dock& dock) {
@@ -265,19 +279,20 @@ void DockController::moveBy(const QString& display, const QPointF& delta) {
   const auto found = docks_.find(display);
   if (found == docks_.end() || store_.config().layout != DockLayout::Floating) return;
   Dock& dock = found->second;
-  const QRectF& usable = dock.screen.usable;
-  QRectF moved = dock.frame.translated(delta);
-  moved.moveLeft(qBound(usable.left(), moved.left(), std::max(usable.left(), usable.right() - moved.width())));
-  moved.moveTop(qBound(usable.top(), moved.top(), std::max(usable.top(), usable.bottom() - moved.height())));
-  dock.frame = moved;
+  const Screen& screen = dock.screen;
+  // A hand that goes on beyond the edge finds the dock under it again when it comes back.
+  dock.dragged = dock.dragged.value_or(dock.frame.topLeft() - screen.frame.topLeft()) + delta;
+  dock.frame = DockPlacement::place(store_.config(), dock.frame.size(), screen.frame, screen.usable, dock.dragged);
   place(dock);
 }
 
 void DockController::finishMove(const QString& display) {
   const auto found = docks_.find(display);
-  if (found == docks_.end() || store_.config().layout != DockLayout::Floating) return;
+  if (found == docks_.end() || !std::exchange(found->second.dragged, std::nullopt)) return;
+  if (store_.config().layout != DockLayout::Floating) return;
   const QPointF place = found->second.frame.topLeft() - found->second.screen.frame.topLeft();
   store_.edit([&](DockConfiguration& config) { config.floatingPositions.insert(display, {place.x(), place.y()}); });
+  Q_EMIT placed(display);
 }
 
 // --- What others ask ------------------------------------------------------------------------------------------------

@@ -17,6 +17,8 @@
 #include "dock/rules/DockPlacement.h"
 #include "dock/rules/DockVisibility.h"
 
+class QWindow;
+
 namespace tarnwick {
 
 class AppStore;
@@ -46,15 +48,14 @@ class DockController : public QObject {
 
   static constexpr double kRefreshDelay = 0.04;
   static constexpr double kTransitionPeriod = 0.05;
+  /// For so long the keyboard may be on its way back from a window of the dock's own.
+  static constexpr double kKeyboardGrace = 0.2;
 
   DockController(AppStore& store, DockPorts ports, ContentFactory factory);
   ~DockController() override;
 
   /// Whether a window of the program that belongs to a display's dock is open: a panel, an editor, a menu, a drag.
   std::function<bool(const QString& display)> hasActivePanel;
-
-  /// Runs before a display's panel is destroyed, for what stands beside it.
-  std::function<void(const QString& display)> willRemove;
 
   /// Lays out soon; a burst of calls costs one pass.
   void refresh();
@@ -65,14 +66,15 @@ class DockController : public QObject {
   bool isManuallyHidden() const { return manuallyHidden_; }
   /// Panels come up only once the program has finished starting.
   void setMayShow(bool mayShow);
-  /// Shows the main display's dock and gives it the keyboard; `leaveKeyboard` takes it away again.
+  /// Shows the main display's dock, whatever would hide it, and gives it the keyboard; `leaveKeyboard` takes it away
+  /// again, and so does the user who turns to another window.
   void focus();
   void leaveKeyboard();
   /// Gives the system's own dock back until the next layout pass, and says so.
   void restoreSystemDock();
   /// Gives the system's own dock back without a word, for an end in which nothing can be shown. Throws nothing.
   void giveBack() noexcept;
-  /// Moves a floating dock by a drag; `finishMove` stores where it ended.
+  /// Moves a floating dock by a drag, within the screen; `finishMove` stores where it ended.
   void moveBy(const QString& display, const QPointF& delta);
   void finishMove(const QString& display);
   /// Closes every panel and gives back what was changed of the desktop.
@@ -91,6 +93,12 @@ class DockController : public QObject {
   /// A rectangle of the content in the coordinates of its panel.
   QRect mapFromContent(const QString& display, const QRect& rectangle) const;
 
+ Q_SIGNALS:
+  /// A display's dock goes out of sight or is about to be destroyed, and what stands beside it goes with it.
+  void goesAway(const QString& display);
+  /// A display's dock stands elsewhere now.
+  void placed(const QString& display);
+
  private:
   struct Dock {
     std::unique_ptr<Panel> panel;
@@ -100,7 +108,9 @@ class DockController : public QObject {
     DockGeometry geometry;
     PanelPlacement placement;
     QRectF frame;
+    std::optional<QPointF> dragged;  // While a hand moves it: where it would be, without the limits of the screen.
     DockVisibility visibility;
+    double trigger = 0;   // How thick its edge was when the zones were asked for last.
     bool isFresh = true;  // The first placement is not animated.
   };
 
@@ -119,10 +129,13 @@ class DockController : public QObject {
 
   // Visibility.
   void updateZones();
+  double triggerSize(const Dock& dock) const;
+  bool systemDockMoved() const;
   void platformStateChanged();
   bool isCovered(const Screen& screen) const;
   DockVisibility::Surroundings surroundings(const Dock& dock) const;
   void setTransitionTimer(bool runs);
+  void followKeyboard(const QWindow* window);
 
   AppStore& store_;
   DockPorts ports_;
@@ -131,7 +144,9 @@ class DockController : public QObject {
   std::map<QString, Dock> docks_;
   QList<QRectF> fullscreen_;
   std::optional<DockLayout> reservedLayout_;
-  QString focused_;
+  QString focused_;           // The display whose dock was given the keyboard.
+  bool hasKeyboard_ = false;  // Whether it has got it.
+  JobHandle keyboardWork_;
   JobHandle refreshWork_;
   JobHandle transitionTimer_;
   bool manuallyHidden_ = false;

@@ -7,25 +7,60 @@
 #include "store/AppStore.h"
 
 namespace tarnwick {
+namespace {
+
+/// How far the system's dock may stand off the screen's edge and still be the one at the bottom.
+constexpr double kAtTheEdge = 16;
+
+}  // namespace
 
 void DockController::updateZones() {
   QList<ZoneRequest> requests;
   if (!manuallyHidden_ && !down_ && DockVisibility::hides(store_.config().layout)) {
-    const double trigger = store_.config().desktopOptions().triggerSize;
-    for (const auto& [id, dock] : docks_) requests.append({id, dock.frame, trigger});
+    const DockLayout layout = store_.config().layout;
+    for (auto& [id, dock] : docks_) {
+      const bool top = layout == DockLayout::RevealTop;
+      dock.trigger = triggerSize(dock);
+      requests.append({id, dock.frame, dock.trigger, top, !top});
+    }
   }
   ports_.zones->watch(requests);
+}
+
+/// While the system's dock is out in our place, all of it counts as the edge; else ours would come back over it as soon
+/// as the pointer rises to its icons.
+double DockController::triggerSize(const Dock& dock) const {
+  const double told = store_.config().desktopOptions().triggerSize;
+  if (store_.config().layout != DockLayout::Swap || dock.visibility.visible || !ports_.windows) return told;
+  const QRectF screen = dock.screen.frame;
+  double height = told;
+  for (const ClientWindow& window : ports_.windows->all()) {
+    const bool isAtTheBottom = window.dock && window.frame.intersects(screen) &&
+                               std::abs(window.frame.bottom() - screen.bottom()) <= kAtTheEdge &&
+                               window.frame.height() < screen.height() / 2;
+    if (isAtTheBottom) height = std::max(height, screen.bottom() - window.frame.top());
+  }
+  return height;
+}
+
+/// It may come out only when ours has gone, and grow while it is out.
+bool DockController::systemDockMoved() const {
+  if (manuallyHidden_ || down_ || store_.config().layout != DockLayout::Swap) return false;
+  return std::ranges::any_of(docks_,
+                             [this](const auto& each) { return triggerSize(each.second) != each.second.trigger; });
 }
 
 DockVisibility::Surroundings DockController::surroundings(const Dock& dock) const {
   const DockConfiguration& config = store_.config();
   const DesktopOptions options = config.desktopOptions();
   const PointerZones zones = ports_.zones->zones(dock.screen.id);
+  // A dock that has the keyboard was asked for by name: hidden, it would swallow what is typed.
+  const bool isFocused = focused_ == dock.screen.id;
   DockVisibility::Surroundings around;
   around.layout = config.layout;
-  around.covered = isCovered(dock.screen);
-  around.atEdge = DockVisibility::atEdge(config.layout, zones);
-  around.interacting = zones.inside || focused_ == dock.screen.id || (hasActivePanel && hasActivePanel(dock.screen.id));
+  around.covered = !isFocused && isCovered(dock.screen);
+  around.atEdge = !isFocused && DockVisibility::atEdge(config.layout, zones);
+  around.interacting = zones.inside || isFocused || (hasActivePanel && hasActivePanel(dock.screen.id));
   around.showDelay = options.revealShowDelay;
   around.hideDelay = options.revealHideDelay;
   return around;
@@ -35,6 +70,8 @@ void DockController::checkEdge() {
   if (manuallyHidden_ || down_) return;
   const double now = store_.scheduler().reference();
   bool needsTimer = false;
+  bool swapped = false;
+  QStringList gone;
   for (auto& [id, dock] : docks_) {
     const DockVisibility::Surroundings around = surroundings(dock);
     const bool wasVisible = dock.visibility.visible;
@@ -42,9 +79,15 @@ void DockController::checkEdge() {
     needsTimer = needsTimer || dock.visibility.needsTimer(around);
     dock.container->animate(dock.visibility.visible ? 1 : 0, !dock.isFresh);
     if (dock.isFresh || dock.visibility.visible != wasVisible) applyShape(dock);
+    swapped = swapped || dock.visibility.visible != wasVisible;
     dock.isFresh = false;
+    if (wasVisible && !dock.visibility.visible) gone << id;
   }
   setTransitionTimer(needsTimer);
+  // The edge of a dock that gave way is another one than its own.
+  if (swapped && store_.config().layout == DockLayout::Swap) updateZones();
+  // Last of all: what goes with them may have this look again.
+  for (const QString& id : gone) Q_EMIT goesAway(id);
 }
 
 void DockController::setTransitionTimer(bool runs) {
@@ -67,9 +110,9 @@ void DockController::platformStateChanged() {
       if (window.fullscreen && !window.minimised) frames.append(window.frame);
     }
   }
-  if (frames == fullscreen_) return;
-  fullscreen_ = frames;
-  checkEdge();
+  const bool moved = systemDockMoved();
+  if (moved) updateZones();
+  if (std::exchange(fullscreen_, frames) != frames || moved) checkEdge();
 }
 
 void DockController::focus() {
@@ -77,6 +120,7 @@ void DockController::focus() {
   const QString main = ports_.screens->mainId();
   const auto found = docks_.contains(main) ? docks_.find(main) : docks_.begin();
   if (found == docks_.end()) return;
+  if (focused_ != found->first) leaveKeyboard();
   focused_ = found->first;
   // A hidden dock comes at once: the user asked for it by name, not by resting at the edge.
   if (DockVisibility::reveals(store_.config().layout)) {
@@ -91,8 +135,25 @@ void DockController::focus() {
 void DockController::leaveKeyboard() {
   const auto found = docks_.find(focused_);
   focused_.clear();
+  hasKeyboard_ = false;
+  keyboardWork_.reset();
   if (found != docks_.end()) found->second.panel->setKeyboard(Keyboard::None);
   checkEdge();
+}
+
+/// A click on another window takes the keyboard without a word to the dock, which must not stay out for it. One of the
+/// dock's own panels borrows it only.
+void DockController::followKeyboard(const QWindow* window) {
+  const auto found = docks_.find(focused_);
+  if (found == docks_.end()) return;
+  if (window && window == found->second.container->windowHandle()) {
+    hasKeyboard_ = true;
+    keyboardWork_.reset();
+  } else if (hasKeyboard_) {
+    keyboardWork_ = store_.scheduler().after(kKeyboardGrace, [this] {
+      if (!hasActivePanel || !hasActivePanel(focused_)) leaveKeyboard();
+    });
+  }
 }
 
 }  // namespace tarnwick

@@ -1,0 +1,293 @@
+#include "dock/DockController.h"
+
+#include <gtest/gtest.h>
+
+#include <QGuiApplication>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QWindow>
+
+#include "handover/FakeDock.h"
+#include "store/AppStore.h"
+#include "support/FakeWindows.h"
+#include "support/TestFrameClock.h"
+#include "support/TestScheduler.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+using test::TestFrameClock;
+
+struct FakeScreens final : Screens {
+  QList<Screen> all() const override { return list; }
+  QString mainId() const override { return list.isEmpty() ? QString() : list.first().id; }
+  void show(const QList<Screen>& screens) {
+    list = screens;
+    Q_EMIT changed();
+  }
+  QList<Screen> list;
+};
+
+struct FakePanel final : Panel {
+  explicit FakePanel(std::unique_ptr<QWidget> widget) : content(std::move(widget)) { content->winId(); }
+  void place(const PanelPlacement& wanted) override {
+    placement = wanted;
+    content->resize(wanted.rectangle.marginsAdded(wanted.margins).size());
+  }
+  void setShown(bool shown) override { content->setVisible(shown); }
+  bool isShown() const override { return content->isVisible(); }
+  void setInputRegion(const QRegion& region) override { input = region; }
+  void setOutline(const QRegion&) override {}
+  void setBlurBehind(const QRegion&) override {}
+  void reserve(Edge, int thickness) override { reserved = thickness; }
+  void setKeyboard(Keyboard wanted) override { keyboard = wanted; }
+  void setAboveFullscreen(bool) override {}
+  void setHiddenFromCapture(bool) override {}
+  std::unique_ptr<Popup> popup(std::unique_ptr<QWidget>, const QRect&, const PopupStyle&) override { return {}; }
+  void openMenu(QMenu&, const QRect&) override {}
+  QWindow* window() const { return content->windowHandle(); }
+
+  std::unique_ptr<QWidget> content;
+  PanelPlacement placement;
+  QRegion input;
+  int reserved = 0;
+  Keyboard keyboard = Keyboard::None;
+};
+
+struct FakePanels final : Panels {
+  std::unique_ptr<Panel> make(std::unique_ptr<QWidget> content) override {
+    return std::make_unique<FakePanel>(std::move(content));
+  }
+  bool isComposited() const override { return true; }
+  bool canBlur() const override { return false; }
+  Capability captureProtection() const override { return Capability::yes(); }
+};
+
+struct FakeZones final : ZoneSensor {
+  void watch(const QList<ZoneRequest>& requests) override { watched = requests; }
+  PointerZones zones(const QString& screen) const override { return pointer.value(screen); }
+  bool isDragging() const override { return false; }
+  void put(const PointerZones& where) {
+    pointer[u"A"_s] = where;
+    Q_EMIT changed();
+  }
+  QList<ZoneRequest> watched;
+  QHash<QString, PointerZones> pointer;
+};
+
+struct FakeClocks final : FrameClocks {
+  std::unique_ptr<FrameClock> make(const QString&) override { return std::make_unique<TestFrameClock>(); }
+};
+
+struct CalmMotion final : MotionPreference {
+  bool reducesMotion() const override { return false; }
+};
+
+struct PlainContent final : DockContent {
+  void configure(const DockGeometry&) override {}
+  QMargins margins() const override { return {20, 20, 20, 20}; }
+  QRegion outline() const override { return rect(); }
+  QRegion inputRegion() const override { return rect(); }
+};
+
+struct NoCounters final : SystemCounters {
+  std::optional<ProcessorTicks> processorTicks() override { return {}; }
+  std::optional<MemoryReading> memory() override { return {}; }
+  std::optional<NetworkReading> network() override { return {}; }
+  std::optional<DiskReading> disk() override { return {}; }
+  std::optional<double> batteryCharge() override { return {}; }
+};
+
+struct DockControllerTest : testing::Test {
+  DockControllerTest() {
+    screens.list = {{.id = u"A"_s, .legacyId = {}, .name = u"Left"_s, .frame = {0, 0, 1000, 800}, .usable = kUsable}};
+    controller.hasActivePanel = [this](const QString&) { return panelIsOpen; };
+    controller.setMayShow(true);
+  }
+  AppStore& makeStore() {
+    StoreSetup setup;
+    setup.diagnostic = true;
+    setup.storage = folder.filePath(u"config.json"_s);
+    setup.platformReads = false;
+    setup.scheduler = &time;
+    setup.counters = std::make_unique<NoCounters>();
+    store = std::make_unique<AppStore>(std::move(setup));
+    return *store;
+  }
+  void settle(const std::function<void(DockConfiguration&)>& change) {
+    store->edit(change);
+    controller.refresh();
+    time.advance(DockController::kRefreshDelay);
+  }
+  void useLayout(DockLayout layout) {
+    settle([layout](DockConfiguration& config) { config.layout = layout; });
+  }
+  void cover(bool covered) {
+    windows.windows.clear();
+    if (covered) {
+      ClientWindow film;
+      film.fullscreen = true;
+      film.frame = screens.list.first().frame;
+      windows.windows << film;
+    }
+    Q_EMIT windows.changed();
+  }
+  FakePanel& panel() { return *static_cast<FakePanel*>(controller.panel(u"A"_s)); }
+
+  static constexpr QRectF kUsable{0, 30, 1000, 770};
+  static constexpr PointerZones kAway{};
+  static constexpr PointerZones kAtTheBottom{false, true, false};
+
+  QTemporaryDir folder;
+  test::TestScheduler time;
+  FakeScreens screens;
+  FakePanels panels;
+  FakeZones zones;
+  FakeClocks clocks;
+  CalmMotion motion;
+  test::FakeWindows windows;
+  FakeDock system{folder.filePath(u"dock"_s)};
+  bool panelIsOpen = false;
+  std::unique_ptr<AppStore> store;
+  DockController controller{makeStore(),
+                            {&screens, &panels, &zones, &clocks, &motion, &windows, &system, &system},
+                            [](const QString&) { return std::make_unique<PlainContent>(); }};
+};
+
+TEST_F(DockControllerTest, WhatStandsBesideADockGoesWithIt) {
+  QSignalSpy gone(&controller, &DockController::goesAway);
+  useLayout(DockLayout::Swap);
+  zones.put(kAtTheBottom);
+  EXPECT_EQ(gone.size(), 1) << "given way";
+  zones.put(kAway);
+  cover(true);
+  EXPECT_EQ(gone.size(), 2) << "covered";
+  cover(false);
+  controller.toggle();
+  EXPECT_EQ(gone.size(), 3) << "hidden by hand";
+  EXPECT_TRUE(zones.watched.isEmpty());
+  controller.toggle();
+  time.advance(DockController::kRefreshDelay);
+  EXPECT_TRUE(controller.isVisible(u"A"_s));
+  screens.show({});
+  time.advance(DockController::kRefreshDelay);
+  EXPECT_EQ(gone.size(), 4) << "without a display";
+  EXPECT_TRUE(controller.displays().isEmpty());
+}
+
+TEST_F(DockControllerTest, TheSystemsDockIsTheEdgeWhileItIsOut) {
+  const auto put = [this](const QRectF& frame) {
+    ClientWindow bar;
+    bar.dock = true;
+    bar.frame = frame;
+    windows.windows = {bar};
+    Q_EMIT windows.changed();
+  };
+  const auto trigger = [this] { return zones.watched.value(0).triggerSize; };
+  put({200, 798, 600, 2});
+  useLayout(DockLayout::Swap);
+  EXPECT_EQ(trigger(), 3);
+  zones.put(kAtTheBottom);
+  EXPECT_EQ(trigger(), 3);
+  put({200, 720, 600, 80});  // It comes out only now.
+  EXPECT_EQ(trigger(), 80);
+  put({0, 0, 1000, 30});  // A bar at the top is none of ours.
+  EXPECT_EQ(trigger(), 3);
+  put({200, 720, 600, 80});
+  zones.put(kAway);
+  EXPECT_TRUE(controller.isVisible(u"A"_s));
+  EXPECT_EQ(trigger(), 3);
+}
+
+TEST_F(DockControllerTest, ADockWithTheKeyboardStaysUntilTheUserTurnsAway) {
+  useLayout(DockLayout::RevealBottom);
+  const auto hasDone = [this] {
+    time.advance(5);
+    return panel().keyboard == Keyboard::None && !controller.isVisible(u"A"_s);
+  };
+  ASSERT_FALSE(controller.isVisible(u"A"_s));
+  cover(true);
+  controller.focus();
+  Q_EMIT qGuiApp->focusWindowChanged(panel().window());
+  EXPECT_FALSE(hasDone()) << "nothing hides what takes the keys";
+  cover(false);
+
+  // A panel of the dock's own borrows the keyboard.
+  panelIsOpen = true;
+  Q_EMIT qGuiApp->focusWindowChanged(nullptr);
+  EXPECT_FALSE(hasDone());
+  panelIsOpen = false;
+  Q_EMIT qGuiApp->focusWindowChanged(nullptr);
+  Q_EMIT qGuiApp->focusWindowChanged(panel().window());
+  EXPECT_FALSE(hasDone());
+  Q_EMIT qGuiApp->focusWindowChanged(nullptr);
+  EXPECT_TRUE(hasDone());
+
+  // A display that went with the keyboard comes back without it.
+  controller.focus();
+  const QList<Screen> both = screens.list;
+  screens.show({});
+  time.advance(DockController::kRefreshDelay);
+  screens.show(both);
+  time.advance(DockController::kRefreshDelay);
+  EXPECT_TRUE(hasDone());
+}
+
+TEST_F(DockControllerTest, AFloatingDockIsMovedByTheHandAlone) {
+  useLayout(DockLayout::Floating);
+  const QPointF start = controller.frame(u"A"_s).topLeft();
+  controller.moveBy(u"A"_s, {-30, -100});
+  EXPECT_EQ(controller.frame(u"A"_s).topLeft(), start + QPointF(-30, -100));
+  // A pass in between leaves it in the hand.
+  controller.refresh();
+  time.advance(DockController::kRefreshDelay);
+  EXPECT_EQ(controller.frame(u"A"_s).topLeft(), start + QPointF(-30, -100));
+  // Beyond the edge the hand goes alone, and takes it along again where it left it.
+  controller.moveBy(u"A"_s, {0, -5000});
+  EXPECT_EQ(controller.frame(u"A"_s).top(), kUsable.top());
+  controller.moveBy(u"A"_s, {0, 5000});
+  EXPECT_EQ(controller.frame(u"A"_s).topLeft(), start + QPointF(-30, -100));
+  controller.finishMove(u"A"_s);
+  const QList<double> stored = store->config().floatingPositions.value(u"A"_s);
+  EXPECT_EQ(stored, (QList<double>{start.x() - 30, start.y() - 100}));
+}
+
+TEST_F(DockControllerTest, TheWindowEndsWhereItsScreenDoes) {
+  settle([](DockConfiguration& config) {
+    config.alignment = u"left"_s;
+    config.edgeGap = 0;
+    config.scale = 0.85;  // 71.4 high.
+  });
+  const PanelPlacement& placement = panel().placement;
+  EXPECT_EQ(placement.rectangle.bottom(), 799);
+  EXPECT_EQ(placement.rectangle.height(), 72);
+  const QRect window = placement.rectangle.marginsAdded(placement.margins);
+  EXPECT_EQ(window.left(), 0);
+  EXPECT_EQ(window.bottom(), 799);
+  EXPECT_EQ(controller.contentOrigin(u"A"_s), QPointF(-20, 708));
+}
+
+TEST_F(DockControllerTest, SpaceIsKeptOnlyWhereADockAlwaysStands) {
+  struct Case {
+    DockLayout layout;
+    bool keeps;
+    int bottom;
+  };
+  const Case cases[] = {{DockLayout::Fixed, true, 92},         {DockLayout::Fixed, false, 0},
+                        {DockLayout::Replace, true, 92},       {DockLayout::Swap, true, 0},
+                        {DockLayout::RevealBottom, true, 0},   {DockLayout::Floating, true, 0},
+                        {DockLayout::ReplaceAutoHide, true, 0}};
+  for (const Case& c : cases) {
+    settle([&](DockConfiguration& config) {
+      config.layout = c.layout;
+      DesktopOptions options = config.desktopOptions();
+      options.reserveSpace = c.keeps;
+      config.desktop = options;
+    });
+    EXPECT_EQ(panel().reserved, c.bottom) << static_cast<int>(c.layout);
+  }
+}
+
+}  // namespace
+}  // namespace tarnwick
