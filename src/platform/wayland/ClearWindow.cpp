@@ -1,0 +1,90 @@
+#include "platform/wayland/ClearWindow.h"
+
+#include <QScreen>
+#include <utility>
+
+namespace tarnwick {
+namespace {
+
+// A picture's sides must be whole multiples of the surface's scale, whichever that is.
+constexpr int kSide = 60;
+
+}  // namespace
+
+ClearWindow::ClearWindow(const WaylandSession& session) : session_(session) {
+  // Of a window without alpha Qt tells the compositor that it hides what lies below.
+  QSurfaceFormat translucent;
+  translucent.setAlphaBufferSize(8);
+  setFormat(translucent);
+  setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus);
+  layer_ = new LayerWindow(session, *this);
+  connect(layer_, &LayerWindow::dropped, this, [this] { viewport_.reset(); });
+  connect(layer_, &LayerWindow::closed, this, [this] {
+    setVisible(false);
+    forgetPointer();
+  });
+}
+
+ClearWindow::~ClearWindow() { destroy(); }
+
+void ClearWindow::stand(QScreen& target, const QRect& withinScreen, const LayerLook& look) {
+  if (isVisible() && screen() != &target) setVisible(false);
+  setGeometry(QRect(target.geometry().topLeft() + withinScreen.topLeft(), withinScreen.size()));
+  layer_->setScreen(target);
+  layer_->setLook(look);
+  if (!isVisible()) {
+    layer_->prepare();
+    setVisible(true);
+  }
+  clear();
+}
+
+void ClearWindow::clear() {
+  wl_surface* surface = WaylandSession::surfaceOf(*this);
+  if (!surface) return;
+  const bool stretches = session_.viewporter() != nullptr;
+  if (!buffer_ || !stretches) {
+    buffer_ = session_.clearBuffer(stretches ? QSize(kSide, kSide) : size());
+    if (!stretches) wl_surface_set_buffer_scale(surface, 1);
+  }
+  if (stretches) {
+    if (!viewport_) viewport_.reset(wp_viewporter_get_viewport(session_.viewporter(), surface));
+    wp_viewport_set_destination(viewport_.get(), width(), height());
+  }
+  wl_surface_attach(surface, buffer_.get(), 0, 0);
+  wl_surface_damage(surface, 0, 0, width(), height());
+  wl_surface_commit(surface);
+}
+
+void ClearWindow::forgetPointer() { meet(false, false); }
+
+void ClearWindow::meet(bool isMet, bool isDraggedOver) {
+  const bool met = std::exchange(isMet_, isMet) != isMet;
+  const bool dragged = std::exchange(isDraggedOver_, isDraggedOver) != isDraggedOver;
+  if (met || dragged) Q_EMIT pointerChanged();
+}
+
+bool ClearWindow::event(QEvent* event) {
+  switch (event->type()) {
+    case QEvent::Enter:
+      meet(true, false);
+      break;
+    case QEvent::DragEnter:
+      // A refused drag would still be followed by its moves; accepting it would promise to take what is dropped.
+      meet(true, true);
+      break;
+    case QEvent::Leave:
+    case QEvent::DragLeave:
+    case QEvent::Drop:
+      meet(false, false);
+      break;
+    case QEvent::MouseButtonPress:
+      Q_EMIT pressed();
+      break;
+    default:
+      break;
+  }
+  return QWindow::event(event);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QWindow>
+
+#include "platform/wayland/LayerWindow.h"
+
+namespace tarnwick {
+
+/// A window that nobody sees and that may still meet the pointer, or keep space free. It costs no memory: one clear
+/// pixel is stretched over it. Hidden when made. The session must outlive it.
+class ClearWindow final : public QWindow {
+  Q_OBJECT
+ public:
+  explicit ClearWindow(const WaylandSession& session);
+  ~ClearWindow() override;
+
+  /// Shows it, or moves it, on a screen at a place within it. `look` says how it is held there.
+  void stand(QScreen& screen, const QRect& withinScreen, const LayerLook& look);
+  void setInput(const QRegion& region) { layer_->setInput(region); }
+  /// Whether the pointer is over it, with something in its hand or without.
+  bool isMet() const { return isMet_; }
+  bool isDraggedOver() const { return isDraggedOver_; }
+  /// No word will come that the pointer left.
+  void forgetPointer();
+
+ Q_SIGNALS:
+  void pointerChanged();
+  void pressed();
+
+ protected:
+  bool event(QEvent* event) override;
+
+ private:
+  void clear();
+  void meet(bool isMet, bool isDraggedOver);
+
+  const WaylandSession& session_;
+  LayerWindow* layer_;
+  WaylandOwned<wl_buffer> buffer_;
+  WaylandOwned<wp_viewport> viewport_;
+  bool isMet_ = false;
+  bool isDraggedOver_ = false;
+};
+
+}  // namespace tarnwick

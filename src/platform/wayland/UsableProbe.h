@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QRect>
+#include <memory>
+
+#include "platform/wayland/LayerSurface.h"
+
+namespace tarnwick {
+
+/// Finds out what bars leave free of one screen, ours included. A surface without a picture fills that area: its size
+/// is told, again after each change. Where the area lies is told to nobody; but a small window far off at the upper
+/// left is moved in by the compositor, and how far differs between one that belongs to this surface and one that
+/// belongs to a surface which fills the whole screen.
+class UsableProbe final : public QObject {
+  Q_OBJECT
+ public:
+  UsableProbe(const WaylandSession& session, QScreen& screen);
+  ~UsableProbe() override;
+
+  /// Within the screen, from its top left.
+  QRect area() const { return area_; }
+
+ Q_SIGNALS:
+  void changed();
+
+ private:
+  void measureLater();
+  void measure();
+  QPoint corner() const;
+
+  const WaylandSession& session_;
+  QPointer<QScreen> screen_;
+  WaylandOwned<wl_surface> surface_;
+  std::unique_ptr<LayerSurface> role_;
+  QRect area_;
+  bool isMeasuring_ = false;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,230 @@
+#include "platform/wayland/WaylandPanel.h"
+
+#include <QGuiApplication>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QScreen>
+#include <utility>
+
+#include "desktop/PopupPlacement.h"
+#include "platform/wayland/WaylandPopup.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kMenuGap = 6;
+
+}  // namespace
+
+WaylandPanel::WaylandPanel(const WaylandSession& session, WaylandScreens& screens, PanelPointer& pointer,
+                           TransientLayers& transients, std::unique_ptr<QWidget> content)
+    : session_(session), screens_(screens), pointer_(pointer), transients_(transients), content_(std::move(content)) {
+  content_->setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint |
+                           Qt::NoDropShadowWindowHint);
+  content_->setAttribute(Qt::WA_TranslucentBackground);
+  content_->setAttribute(Qt::WA_ShowWithoutActivating);
+  content_->setAttribute(Qt::WA_QuitOnClose, false);
+  content_->setMinimumSize(1, 1);  // An explicit one: the content takes the size that it is given.
+  content_->installEventFilter(this);
+  connect(&screens, &WaylandScreens::changed, this, &WaylandPanel::followScreens);
+  connect(qGuiApp, &QGuiApplication::screenRemoved, this, &WaylandPanel::screenGoes);
+}
+
+WaylandPanel::~WaylandPanel() {
+  if (placement_) screens_.noteReservation(placement_->screen, edge_, 0);
+  pointer_.forget(this);
+}
+
+wl_surface* WaylandPanel::surface() const {
+  return content_->windowHandle() ? WaylandSession::surfaceOf(*content_->windowHandle()) : nullptr;
+}
+
+void WaylandPanel::place(const PanelPlacement& placement) {
+  const QString before = placement_ ? placement_->screen : placement.screen;
+  placement_ = placement;
+  const bool moves = before != placement.screen;
+  if (moves) screens_.noteReservation(before, edge_, 0);
+  const bool wasShown = isShown();
+  // A surface stays on the display that it was made for.
+  if (moves && wasShown) hide();
+  if (!applyPlacement()) {
+    if (wasShown) lose();
+  } else if (moves && wasShown) {
+    setShown(true);
+  }
+}
+
+void WaylandPanel::setShown(bool shown) {
+  if (shown == isShown()) return;
+  if (!shown) {
+    hide();
+    return;
+  }
+  if (!placement_ || !applyPlacement()) return;
+  content_->winId();
+  if (!layer_) {
+    layer_ = new LayerWindow(session_, *content_->windowHandle());
+    connect(layer_, &LayerWindow::closed, this, &WaylandPanel::lose);
+    connect(layer_, &LayerWindow::cleared, content_.get(), qOverload<>(&QWidget::update));
+    content_->windowHandle()->installEventFilter(this);
+  }
+  layer_->setInput(input_);
+  applyPlacement();
+  layer_->setScreen(*screens_.native(placement_->screen));
+  layer_->prepare();
+  content_->show();
+  applyArea();
+  applyReservation();
+}
+
+void WaylandPanel::setInputRegion(const QRegion& region) {
+  if (input_ == region) return;
+  input_ = region;
+  if (layer_) layer_->setInput(region);
+  applyArea();
+}
+
+void WaylandPanel::reserve(Edge edge, int thickness) {
+  if (edge_ == edge && thickness_ == thickness) return;
+  edge_ = edge;
+  thickness_ = thickness;
+  applyReservation();
+}
+
+void WaylandPanel::setKeyboard(Keyboard keyboard) {
+  if (std::exchange(keyboard_, keyboard) != keyboard) applyPlacement();
+}
+
+void WaylandPanel::setAboveFullscreen(bool above) {
+  if (std::exchange(isAboveFullscreen_, above) != above) applyPlacement();
+}
+
+std::unique_ptr<Popup> WaylandPanel::popup(std::unique_ptr<QWidget> content, const QRect& beside,
+                                           const PopupStyle& style) {
+  auto popup =
+      std::make_unique<WaylandPopup>(session_, screens_, pointer_, *content_,
+                                     placement_ ? placement_->screen : QString(), std::move(content), beside, style);
+  popup->show();
+  return popup;
+}
+
+void WaylandPanel::openMenu(QMenu& menu, const QRect& beside) {
+  if (!placement_ || !layer_ || !isShown()) return;
+  const QRect anchor(content_->mapToGlobal(beside.topLeft()), beside.size());
+  const QRect usable = screens_.screen(placement_->screen).usable.toRect();
+  const auto corner = [&](const QSize& size) {
+    return PopupPlacement::outline(anchor, size, kMenuGap, usable).topLeft();
+  };
+  transients_.openMenu(menu, *layer_, corner);
+}
+
+bool WaylandPanel::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == content_.get()) {
+    if (event->type() == QEvent::Close) QMetaObject::invokeMethod(this, &Panel::closed, Qt::QueuedConnection);
+  } else {
+    follow(event);
+  }
+  return false;
+}
+
+void WaylandPanel::follow(QEvent* event) {
+  const auto meet = [this](const QPointF& place, bool isDragging) {
+    const QRegion area = input_.value_or(QRegion(content_->rect()));
+    const bool isOver = area.contains(QPoint(qFloor(place.x()), qFloor(place.y())));
+    pointer_.setDragging(this, isDragging);
+    pointer_.setPlace(this, isOver ? std::optional(place + content_->geometry().topLeft()) : std::nullopt);
+  };
+  switch (event->type()) {
+    case QEvent::Enter:
+      meet(static_cast<QEnterEvent*>(event)->position(), false);
+      break;
+    case QEvent::MouseMove:
+      meet(static_cast<QMouseEvent*>(event)->position(), false);
+      break;
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+      meet(static_cast<QDropEvent*>(event)->position(), true);
+      break;
+    case QEvent::MouseButtonPress:
+      pointer_.press(static_cast<QMouseEvent*>(event)->position() + content_->geometry().topLeft());
+      break;
+    case QEvent::Leave:
+    case QEvent::DragLeave:
+    case QEvent::Drop:
+      pointer_.setDragging(this, false);
+      pointer_.setPlace(this, std::nullopt);
+      break;
+    default:
+      break;
+  }
+}
+
+// Qt would move the window to another display.
+void WaylandPanel::screenGoes(const QScreen* screen) {
+  if (isShown() && content_->screen() == screen) lose();
+}
+
+void WaylandPanel::followScreens() {
+  if (!placement_) return;
+  if (!applyPlacement() && isShown()) lose();
+  applyReservation();
+}
+
+void WaylandPanel::hide() {
+  content_->hide();
+  pointer_.setPlace(this, std::nullopt);
+  pointer_.setDragging(this, false);
+  applyArea();
+  applyReservation();
+}
+
+void WaylandPanel::lose() {
+  if (!isShown()) return;
+  hide();
+  QMetaObject::invokeMethod(this, &Panel::closed, Qt::QueuedConnection);
+}
+
+// Qt's idea of where the window is comes from here too: it is what menus and tips find their place by.
+bool WaylandPanel::applyPlacement() {
+  QScreen* screen = placement_ ? screens_.native(placement_->screen) : nullptr;
+  if (!screen) return false;
+  const QRect outer = placement_->rectangle.marginsAdded(placement_->margins);
+  if (content_->screen() != screen && !content_->isVisible()) content_->setScreen(screen);
+  LayerLook look = LayerLook::at(outer, isAboveFullscreen_ ? Layer::Overlay : Layer::Top);
+  look.takesKeys = keyboard_ == Keyboard::Exclusive;
+  content_->setGeometry(QRect(screen->geometry().topLeft() + outer.topLeft(), look.size));
+  if (layer_) layer_->setLook(look);
+  applyArea();
+  return true;
+}
+
+void WaylandPanel::applyArea() {
+  const QRegion area = isShown() ? input_.value_or(QRegion(content_->rect())) : QRegion();
+  pointer_.setArea(this, area.translated(content_->geometry().topLeft()));
+}
+
+// The bars of others at that edge keep a part of it already, and the compositor adds up what each keeps.
+void WaylandPanel::applyReservation() {
+  if (!placement_) return;
+  QScreen* native = screens_.native(placement_->screen);
+  int zone = 0;
+  if (native && isShown() && thickness_ > 0) {
+    const Screen screen = screens_.screen(placement_->screen);
+    const double inset =
+        edge_ == Edge::Top ? screen.usable.top() - screen.frame.top() : screen.frame.bottom() - screen.usable.bottom();
+    zone = std::max(0, thickness_ - qRound(inset));
+  }
+  screens_.noteReservation(placement_->screen, edge_, zone);
+  if (zone == 0) {
+    reservation_.reset();
+    return;
+  }
+  if (!reservation_) {
+    reservation_ = std::make_unique<ClearWindow>(session_);
+    reservation_->setInput({});
+  }
+  const int y = edge_ == Edge::Top ? 0 : native->size().height() - 1;
+  reservation_->stand(*native, QRect(0, y, native->size().width(), 1), LayerLook::reservation(edge_, zone));
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,93 @@
+#include "platform/wayland/WaylandPopup.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QScreen>
+#include <utility>
+
+#include "desktop/PopupPlacement.h"
+
+namespace tarnwick {
+
+WaylandPopup::WaylandPopup(const WaylandSession& session, const WaylandScreens& screens, PanelPointer& pointer,
+                           const QWidget& panel, const QString& screen, std::unique_ptr<QWidget> content,
+                           const QRect& beside, const PopupStyle& style)
+    : session_(session),
+      screens_(screens),
+      pointer_(pointer),
+      panel_(panel),
+      screen_(screen),
+      content_(std::move(content)),
+      beside_(beside),
+      style_(style) {
+  content_->setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint |
+                           Qt::NoDropShadowWindowHint);
+  content_->setAttribute(Qt::WA_TranslucentBackground);
+  content_->setAttribute(Qt::WA_ShowWithoutActivating);
+  content_->setAttribute(Qt::WA_QuitOnClose, false);
+  content_->setMinimumSize(1, 1);  // An explicit one: the content takes the size that there is room for.
+  content_->installEventFilter(this);
+  connect(&screens, &WaylandScreens::changed, this, &WaylandPopup::reposition);
+  if (style.closesOutside) connect(&pointer, &PanelPointer::pressed, this, &WaylandPopup::pressed);
+}
+
+void WaylandPopup::show() {
+  QScreen* screen = screens_.native(screen_);
+  if (!screen) return;
+  if (style_.closesOutside) {
+    catcher_ = std::make_unique<OutsideCatcher>(session_, pointer_.area());
+    connect(catcher_.get(), &OutsideCatcher::caught, this, &WaylandPopup::close);
+  }
+  content_->setScreen(screen);
+  content_->winId();
+  layer_ = new LayerWindow(session_, *content_->windowHandle());
+  connect(layer_, &LayerWindow::closed, this, &WaylandPopup::close);
+  connect(layer_, &LayerWindow::cleared, content_.get(), qOverload<>(&QWidget::update));
+  reposition();
+  layer_->setScreen(*screen);
+  layer_->prepare();
+  content_->show();
+}
+
+QRect WaylandPopup::anchor() const { return {panel_.mapToGlobal(beside_.topLeft()), beside_.size()}; }
+
+void WaylandPopup::reposition() {
+  const Screen screen = screens_.screen(screen_);
+  if (!layer_ || screen.usable.isEmpty()) return;
+  const QSize wanted = content_->sizeHint().isValid() ? content_->sizeHint() : content_->size();
+  const QRect outline =
+      PopupPlacement::outline(anchor(), wanted.shrunkBy(style_.margins), style_.gap, screen.usable.toRect());
+  const QRect whole = outline.marginsAdded(style_.margins);
+  content_->setGeometry(whole);
+  LayerLook look = LayerLook::at(whole.translated(-screen.frame.topLeft().toPoint()), Layer::Overlay);
+  look.takesKeys = style_.takesKeys;
+  layer_->setLook(look);
+  // Nobody can click on a shadow.
+  layer_->setInput(QRegion(content_->rect().marginsRemoved(style_.margins)));
+  if (catcher_) catcher_->setOpen(pointer_.area() | outline);
+}
+
+bool WaylandPopup::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != content_.get()) return false;
+  if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+    close();
+    return true;
+  }
+  if (event->type() == QEvent::Close) close();
+  return false;
+}
+
+// A press on what the popup belongs to is left to its owner, who may take it for the wish to close it.
+void WaylandPopup::pressed(const QPointF& place) {
+  if (QApplication::activePopupWidget() || anchor().contains(place.toPoint())) return;
+  QMetaObject::invokeMethod(this, &WaylandPopup::close, Qt::QueuedConnection);
+}
+
+void WaylandPopup::close() {
+  if (!content_->isVisible()) return;
+  content_->hide();
+  catcher_.reset();
+  Q_EMIT closed();
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <wayland-client.h>
+
+#include <memory>
+
+// An argument there has a name that is a word of C++.
+#define namespace namespace_
+#include "wlr-layer-shell-unstable-v1-client.h"
+#undef namespace
+#include "viewporter-client.h"
+#include "wlr-foreign-toplevel-management-unstable-v1-client.h"
+#include "xdg-shell-client.h"
+
+namespace tarnwick {
+
+/// Ends protocol objects in the way that each of them wants.
+struct WaylandDestroy {
+  void operator()(wl_registry* object) const { wl_registry_destroy(object); }
+  void operator()(wl_event_queue* object) const { wl_event_queue_destroy(object); }
+  void operator()(wl_compositor* object) const { wl_compositor_destroy(object); }
+  void operator()(wl_shm* object) const { wl_shm_destroy(object); }
+  void operator()(wl_seat* object) const { wl_seat_destroy(object); }
+  void operator()(wl_region* object) const { wl_region_destroy(object); }
+  void operator()(wl_buffer* object) const { wl_buffer_destroy(object); }
+  void operator()(wl_surface* object) const { wl_surface_destroy(object); }
+  void operator()(wp_viewporter* object) const { wp_viewporter_destroy(object); }
+  void operator()(wp_viewport* object) const { wp_viewport_destroy(object); }
+  void operator()(xdg_wm_base* object) const { xdg_wm_base_destroy(object); }
+  void operator()(xdg_positioner* object) const { xdg_positioner_destroy(object); }
+  void operator()(xdg_surface* object) const { xdg_surface_destroy(object); }
+  void operator()(xdg_popup* object) const { xdg_popup_destroy(object); }
+  void operator()(zwlr_layer_surface_v1* object) const { zwlr_layer_surface_v1_destroy(object); }
+  void operator()(zwlr_layer_shell_v1* object) const {
+    if (zwlr_layer_shell_v1_get_version(object) >= ZWLR_LAYER_SHELL_V1_DESTROY_SINCE_VERSION) {
+      zwlr_layer_shell_v1_destroy(object);
+    } else {
+      wl_proxy_destroy(reinterpret_cast<wl_proxy*>(object));
+    }
+  }
+  void operator()(zwlr_foreign_toplevel_handle_v1* object) const { zwlr_foreign_toplevel_handle_v1_destroy(object); }
+  void operator()(zwlr_foreign_toplevel_manager_v1* object) const { zwlr_foreign_toplevel_manager_v1_destroy(object); }
+};
+
+/// A protocol object that is destroyed with its owner, who must not outlive the connection.
+template <typename Object>
+using WaylandOwned = std::unique_ptr<Object, WaylandDestroy>;
+
+}  // namespace tarnwick

@@ -1,0 +1,105 @@
+#include "platform/wayland/WaylandScreens.h"
+
+#include <QGuiApplication>
+#include <algorithm>
+#include <utility>
+
+#include "desktop/ScreenIdentity.h"
+#include "platform/wayland/KernelConnectors.h"
+
+namespace tarnwick {
+
+WaylandScreens::WaylandScreens(const WaylandSession& session) : session_(session) {
+  for (QScreen* screen : QGuiApplication::screens()) follow(screen);
+  connect(qGuiApp, &QGuiApplication::screenAdded, this, [this](QScreen* screen) {
+    follow(screen);
+    publishLater();
+  });
+  connect(qGuiApp, &QGuiApplication::screenRemoved, this, [this](QScreen* screen) {
+    forget(screen);
+    publishLater();
+  });
+  publish();
+}
+
+WaylandScreens::~WaylandScreens() = default;
+
+// While nothing is connected Qt makes a screen up.
+void WaylandScreens::follow(QScreen* screen) {
+  if (!WaylandSession::outputOf(*screen) || probes_.contains(screen)) return;
+  connect(screen, &QScreen::geometryChanged, this, &WaylandScreens::publishLater);
+  connect(screen, &QScreen::physicalDotsPerInchChanged, this, &WaylandScreens::publishLater);
+  connect(screen, &QScreen::logicalDotsPerInchChanged, this, &WaylandScreens::publishLater);
+  auto probe = std::make_unique<UsableProbe>(session_, *screen);
+  connect(probe.get(), &UsableProbe::changed, this, &WaylandScreens::publishLater);
+  probes_[screen] = std::move(probe);
+}
+
+void WaylandScreens::forget(QScreen* screen) {
+  probes_.erase(screen);
+  screen->disconnect(this);
+}
+
+Screen WaylandScreens::screen(const QString& id) const {
+  const auto found = std::ranges::find(screens_, id, &Screen::id);
+  return found == screens_.end() ? Screen() : *found;
+}
+
+QString WaylandScreens::idOf(const QScreen* screen) const {
+  for (auto native = natives_.cbegin(); native != natives_.cend(); ++native) {
+    if (*native == screen) return native.key();
+  }
+  return {};
+}
+
+QString WaylandScreens::idOf(const wl_output* output) const {
+  for (auto native = natives_.cbegin(); native != natives_.cend(); ++native) {
+    if (*native && WaylandSession::outputOf(**native) == output) return native.key();
+  }
+  return {};
+}
+
+// What is usable is told anew when the compositor has made room; until then the old rectangle holds.
+void WaylandScreens::noteReservation(const QString& id, Edge edge, int zone) {
+  Kept& kept = kept_[id];
+  (edge == Edge::Top ? kept.top : kept.bottom) = zone;
+  (edge == Edge::Top ? kept.bottom : kept.top) = 0;
+}
+
+void WaylandScreens::publishLater() {
+  if (std::exchange(isPublishing_, true)) return;
+  QMetaObject::invokeMethod(this, &WaylandScreens::publish, Qt::QueuedConnection);
+}
+
+void WaylandScreens::publish() {
+  isPublishing_ = false;
+  QList<QScreen*> natives;
+  QList<ScreenIdentity::Source> sources;
+  for (QScreen* screen : QGuiApplication::screens()) {
+    if (!probes_.contains(screen)) continue;
+    natives.append(screen);
+    sources.append({.connector = screen->name(), .edid = KernelConnectors::edid(screen->name())});
+  }
+  const QStringList identities = ScreenIdentity::assign(sources);
+
+  QList<Screen> screens;
+  natives_.clear();
+  for (qsizetype index = 0; index < natives.size(); ++index) {
+    QScreen* native = natives[index];
+    const QString& id = identities[index];
+    const Kept kept = kept_.value(id);
+    const QRect frame = native->geometry();
+    const QRect usable = probes_[native]->area().marginsAdded(QMargins(0, kept.top, 0, kept.bottom));
+    const std::optional<Edid>& edid = sources[index].edid;
+    screens.append({.id = id,
+                    .legacyId = {},
+                    .name = edid && !edid->model.isEmpty() ? edid->model : native->name(),
+                    .frame = frame,
+                    .usable = usable.translated(frame.topLeft()) & frame,
+                    .scale = native->devicePixelRatio()});
+    natives_[id] = native;
+  }
+  if (std::exchange(screens_, screens) != screens) Q_EMIT changed();
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QHash>
+#include <map>
+#include <memory>
+
+#include "desktop/Zones.h"
+#include "platform/wayland/ClearWindow.h"
+#include "platform/wayland/PanelPointer.h"
+#include "platform/wayland/WaylandScreens.h"
+
+namespace tarnwick {
+
+/// Feels the edges by clear strips along them, above all other windows but cut out where a panel of ours takes clicks;
+/// what is over a panel the panel tells. A strip takes the clicks that fall on it, so that there are none at edges that
+/// nobody asks for. Only a drag over a strip or a panel is seen. What it is made with must outlive it.
+class WaylandZoneSensor final : public ZoneSensor {
+  Q_OBJECT
+ public:
+  WaylandZoneSensor(const WaylandSession& session, const WaylandScreens& screens, const PanelPointer& pointer);
+  ~WaylandZoneSensor() override;
+
+  void watch(const QList<ZoneRequest>& requests) override;
+  PointerZones zones(const QString& screen) const override { return zones_.value(screen); }
+  bool isDragging() const override { return isDragging_; }
+
+ private:
+  struct Strips {
+    std::unique_ptr<ClearWindow> top;
+    std::unique_ptr<ClearWindow> bottom;
+  };
+
+  void layOut();
+  void stand(std::unique_ptr<ClearWindow>& strip, bool wanted, QScreen& screen, const QRect& withinScreen);
+  void forgetPointer();
+  void publishLater();
+  void publish();
+  bool update();
+  PointerZones zonesOf(const ZoneRequest& request) const;
+
+  const WaylandSession& session_;
+  const WaylandScreens& screens_;
+  const PanelPointer& pointer_;
+  QList<ZoneRequest> requests_;
+  std::map<QString, Strips> strips_;
+  QHash<QString, PointerZones> zones_;
+  bool isDragging_ = false;
+  bool isPublishing_ = false;
+};
+
+}  // namespace tarnwick

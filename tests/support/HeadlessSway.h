@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QColor>
+#include <QImage>
+#include <QJsonDocument>
+#include <QPoint>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <functional>
+#include <memory>
+
+#include "support/ChildProcess.h"
+#include "support/VirtualPointer.h"
+
+namespace tarnwick::testing {
+
+/// A Wayland compositor without hardware, with two displays: HEADLESS-1 of 1280×800, and beside it HEADLESS-2 of
+/// 640×400 at a scale of 2; or one within another, whose displays (WL-1, …) can be unplugged. The focus follows clicks
+/// alone. Made before the application object: it sets
+/// WAYLAND_DISPLAY, a home and a runtime folder of its own. All coordinates are those of the layout.
+class HeadlessSway {
+ public:
+  enum class Kind { Plain, Nested };
+
+  /// Throws std::runtime_error when something does not come up within 10 seconds.
+  explicit HeadlessSway(Kind kind);
+  ~HeadlessSway();
+  /// The one that exists.
+  static HeadlessSway& current();
+
+  /// The body of a test program's main(): the compositor, then `application`, which makes the application object and
+  /// returns what RUN_ALL_TESTS() does. Nothing is started when the tests are merely listed.
+  static int run(int argc, char** argv, Kind kind, const std::function<int(int&, char**)>& application);
+
+  /// Gives an order; whether it was carried out.
+  bool order(const QString& command);
+  /// Takes a display of a nested compositor away; whether it was there.
+  bool unplug(const QString& output);
+  /// The answer to a question, such as "get_tree".
+  QJsonDocument ask(const QString& question);
+  /// The application id of the window that has the keyboard, if any.
+  QString focused();
+  /// A terminal with that application id, once it is there.
+  std::unique_ptr<ChildProcess> terminal(const QString& applicationId);
+  /// Types into whatever has the keyboard. `arguments` are those of wtype.
+  void type(const QStringList& arguments);
+
+  void moveTo(QPoint place);
+  void button(bool down);
+  void click(QPoint place);
+  /// Takes the only pointer device away, or brings it back.
+  void plugPointer(bool in);
+
+  /// One display, in device pixels.
+  QImage screenshot(const QString& output);
+  QColor pixel(QPoint place, const QString& output = QStringLiteral("HEADLESS-1"));
+
+ private:
+  static QByteArray run(const QStringList& command);
+  std::unique_ptr<ChildProcess> startCompositor(const char* name, const char* settings);
+
+  QTemporaryDir folder_;
+  QString outerSocket_;
+  std::unique_ptr<ChildProcess> outer_;
+  std::unique_ptr<ChildProcess> compositor_;
+  std::unique_ptr<VirtualPointer> pointer_;
+  std::unique_ptr<ChildProcess> keyboard_;
+};
+
+}  // namespace tarnwick::testing
