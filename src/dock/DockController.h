@@ -111,6 +111,7 @@ class DockController : public QObject {
     std::optional<QPointF> dragged;  // While a hand moves it: where it would be, without the limits of the screen.
     DockVisibility visibility;
     double trigger = 0;   // How thick its edge was when the zones were asked for last.
+    bool inUse = false;   // The pointer, or a window of the dock's own, held it when it was looked at last.
     bool isFresh = true;  // The first placement is not animated.
   };
 

@@ -75,6 +75,9 @@ void DockController::checkEdge() {
   for (auto& [id, dock] : docks_) {
     const DockVisibility::Surroundings around = surroundings(dock);
     const bool wasVisible = dock.visibility.visible;
+    // Nobody looks while the pointer rests, so use lasts until the look that finds it ended.
+    if (dock.inUse && wasVisible && DockVisibility::reveals(around.layout)) dock.visibility.lastInteraction = now;
+    dock.inUse = around.atEdge || around.interacting;
     dock.visibility = DockVisibility::next(dock.visibility, around, now);
     needsTimer = needsTimer || dock.visibility.needsTimer(around);
     dock.container->animate(dock.visibility.visible ? 1 : 0, !dock.isFresh);

@@ -200,6 +200,33 @@ TEST_F(DockControllerTest, TheSystemsDockIsTheEdgeWhileItIsOut) {
   EXPECT_EQ(trigger(), 3);
 }
 
+TEST_F(DockControllerTest, ADockGoesADelayAfterItsUseEndedHoweverLongThatWas) {
+  useLayout(DockLayout::RevealBottom);
+  const auto goes = [this] {
+    time.advance(0.6);
+    const bool stays = controller.isVisible(u"A"_s);
+    time.advance(0.15);
+    return stays && !controller.isVisible(u"A"_s);
+  };
+  const auto come = [this] {
+    zones.put(kAtTheBottom);
+    time.advance(0.2);
+    ASSERT_TRUE(controller.isVisible(u"A"_s));
+  };
+  come();
+  zones.put({true, false, false});
+  time.advance(30);
+  zones.put(kAway);
+  EXPECT_TRUE(goes());
+  come();
+  panelIsOpen = true;
+  zones.put(kAway);
+  time.advance(30);
+  panelIsOpen = false;
+  controller.checkEdge();
+  EXPECT_TRUE(goes());
+}
+
 TEST_F(DockControllerTest, ADockWithTheKeyboardStaysUntilTheUserTurnsAway) {
   useLayout(DockLayout::RevealBottom);
   const auto hasDone = [this] {
