@@ -16,34 +16,15 @@
 #include "platform/linux/FileOperations.h"
 #include "platform/linux/LinuxSystemCounters.h"
 #include "platform/linux/ProcessCommandLine.h"
-#include "platform/x11/X11ClientWindows.h"
-#include "platform/x11/X11Events.h"
-#include "platform/x11/X11FrameClocks.h"
-#include "platform/x11/X11HotKeys.h"
-#include "platform/x11/X11Panels.h"
-#include "platform/x11/X11Screens.h"
-#include "platform/x11/X11ZoneSensor.h"
 
 namespace tarnwick {
 
 Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment)
-    : scheduler_(scheduler), environment_(environment) {
-  if (!X11Events::isAvailable()) {
-    throw DomainError::invalid(
-        QCoreApplication::translate("Adapters", "Tarnwick needs an X11 display on this desktop, and there is none."));
-  }
-  events_ = std::make_unique<X11Events>();
-  auto screens = std::make_unique<X11Screens>(*events_);
-  panels_ = std::make_unique<X11Panels>(*events_, *screens);
-  hotKeys_ = std::make_unique<X11HotKeys>(*events_);
-  windows_ = std::make_unique<X11ClientWindows>(*events_, *screens);
-  zones_ = std::make_unique<X11ZoneSensor>(*events_, *screens);
-  clocks_ = std::make_unique<X11FrameClocks>(*screens);
-  screens_ = std::move(screens);
-
+    : scheduler_(scheduler), environment_(environment), windowSystem_(WindowSystem::make()) {
   installedApps_ = std::make_unique<InstalledApps>(AppEnvironment::ofProcess(), scheduler_);
   const RunningApplications::Self self{QStringLiteral("com.brindlemoor.Tarnwick"), QCoreApplication::applicationPid()};
-  runningApplications_ = std::make_unique<RunningApplications>(*windows_, *installedApps_, self, &processCommandLine);
+  runningApplications_ =
+      std::make_unique<RunningApplications>(*windowSystem_.windows, *installedApps_, self, &processCommandLine);
   launch_ = std::make_unique<AppLaunch>(AppEnvironment::ofProcess(), environment_);
   opener_ = std::make_unique<AppOpener>(*installedApps_, *launch_, scheduler_);
   files_ = std::make_unique<FileOperations>();
@@ -80,9 +61,15 @@ DelegateSetup Adapters::delegateSetup(const QString& dataDirectory) {
   DelegateSetup setup;
   preferences_ = std::make_unique<SystemDockPreferences>(dataDirectory);
   guard_ = std::make_unique<GuardianProcess>(QCoreApplication::applicationFilePath());
-  setup.ports = {screens_.get(), panels_.get(),  zones_.get(),       clocks_.get(),
-                 motion_.get(),  windows_.get(), preferences_.get(), guard_.get()};
-  setup.hotKeys = hotKeys_.get();
+  setup.ports = {windowSystem_.screens.get(),
+                 windowSystem_.panels.get(),
+                 windowSystem_.zones.get(),
+                 windowSystem_.clocks.get(),
+                 motion_.get(),
+                 windowSystem_.windows.get(),
+                 preferences_.get(),
+                 guard_.get()};
+  setup.hotKeys = windowSystem_.hotKeys.get();
   setup.session = session_.get();
   setup.events = sessionEvents_.get();
   setup.executable = QCoreApplication::applicationFilePath();

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "app/AppDelegate.h"
+#include "app/WindowSystem.h"
 #include "apps/AppIcons.h"
 #include "apps/AppLaunch.h"
 #include "apps/AppOpener.h"
@@ -15,8 +16,6 @@
 #include "desktop/Toggles.h"
 
 namespace tarnwick {
-
-class X11Events;
 
 /// One adapter for each port of this desktop, made once after the application object and before the delegate, which
 /// they outlive. Making them is cheap: what is costly begins when it is first used.
@@ -31,8 +30,8 @@ class Adapters {
   /// `dataDirectory` is where what the dock must give back is written down.
   DelegateSetup delegateSetup(const QString& dataDirectory);
 
-  Screens& screens() { return *screens_; }
-  Panels& panels() { return *panels_; }
+  Screens& screens() { return *windowSystem_.screens; }
+  Panels& panels() { return *windowSystem_.panels; }
   InstalledApps& installedApps() { return *installedApps_; }
   RunningApplications& runningApplications() { return *runningApplications_; }
   /// Made at the first call.
@@ -44,16 +43,10 @@ class Adapters {
  private:
   Scheduler& scheduler_;
   LaunchEnvironment environment_;
-  std::unique_ptr<X11Events> events_;
-  std::unique_ptr<Screens> screens_;
-  std::unique_ptr<Panels> panels_;
-  std::unique_ptr<ZoneSensor> zones_;
-  std::unique_ptr<FrameClocks> clocks_;
+  WindowSystem windowSystem_;
   std::unique_ptr<MotionPreference> motion_;
   std::unique_ptr<DockPreferenceAccess> preferences_;
   std::unique_ptr<DockGuard> guard_;
-  std::unique_ptr<HotKeys> hotKeys_;
-  std::unique_ptr<ClientWindows> windows_;
   std::unique_ptr<InstalledApps> installedApps_;
   std::unique_ptr<RunningApplications> runningApplications_;
   std::unique_ptr<AppIcons> icons_;

@@ -1,7 +1,5 @@
 #include "app/Program.h"
 
-#include <xcb/xcb.h>
-
 #include <QApplication>
 #include <QDBusConnection>
 #include <QDir>
@@ -19,6 +17,7 @@
 #include "app/RestoreDock.h"
 #include "app/SingleInstance.h"
 #include "app/SnapshotMode.h"
+#include "app/WindowSystem.h"
 #include "base/DomainError.h"
 #include "config/DataDirectory.h"
 #include "config/Persistence.h"
@@ -41,23 +40,6 @@ QStringList argumentsOf(int argc, char** argv) {
 int notYet(const CommandLine& line) {
   say(u"This version of Tarnwick does not offer %1 yet."_s.arg(line.argument));
   return 1;
-}
-
-/// Variables that are meant for our own toolkit and must be set before the application object is made. Programs that
-/// the dock starts get the environment from before.
-void prepareToolkit() {
-  // Shared-memory pictures cost two more wake-ups for every frame, and a tile is small.
-  if (!qEnvironmentVariableIsSet("QT_XCB_NO_MITSHM")) qputenv("QT_XCB_NO_MITSHM", "1");
-  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "xcb");
-}
-
-/// Without a display the toolkit ends the process with a text of its own; a sentence comes first.
-bool displayAnswers() {
-  if (qgetenv("QT_QPA_PLATFORM") != "xcb") return true;
-  xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
-  const bool answers = connection && xcb_connection_has_error(connection) == 0;
-  xcb_disconnect(connection);
-  return answers;
 }
 
 void loadWords(QCoreApplication& application) {
@@ -123,7 +105,7 @@ Start begin(int argc, char** argv, const CommandLine& line) {
 
 int end(int argc, char** argv, const Start& start) {
   if (start.alertText.isEmpty()) return *start.status;
-  if (displayAnswers()) {
+  if (WindowSystem::obstacle().isEmpty()) {
     const QApplication application(argc, argv);
     QMessageBox::warning(nullptr, start.alertTitle, start.alertText);
   } else {
@@ -134,15 +116,13 @@ int end(int argc, char** argv, const Start& start) {
 
 int runDock(int argc, char** argv, const CommandLine& line) {
   const LaunchEnvironment environment = LaunchEnvironment::ofProcess();
-  prepareToolkit();
+  WindowSystem::prepare();
   QCoreApplication::setApplicationName(u"tarnwick"_s);
   QCoreApplication::setApplicationVersion(QStringLiteral(TARNWICK_VERSION));
   const Start start = begin(argc, argv, line);
   if (start.status) return end(argc, argv, start);
-  if (!displayAnswers()) {
-    const QString display = qEnvironmentVariable("DISPLAY");
-    say(display.isEmpty() ? u"Tarnwick needs a display, and DISPLAY names none."_s
-                          : u"Tarnwick cannot reach the display \"%1\"."_s.arg(display));
+  if (const QString obstacle = WindowSystem::obstacle(); !obstacle.isEmpty()) {
+    say(obstacle);
     return 1;
   }
 

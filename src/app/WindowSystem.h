@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QObject>
+#include <memory>
+
+#include "desktop/ClientWindows.h"
+#include "desktop/FrameClock.h"
+#include "desktop/HotKeys.h"
+#include "desktop/Panels.h"
+#include "desktop/Screens.h"
+#include "desktop/Zones.h"
+
+namespace tarnwick {
+
+/// The adapters that belong to one window system, in the order in which they are made; they go in the other order.
+struct WindowSystem {
+  std::unique_ptr<QObject> connection;  ///< What all others share.
+  std::unique_ptr<Screens> screens;
+  std::unique_ptr<Panels> panels;
+  std::unique_ptr<ZoneSensor> zones;
+  std::unique_ptr<FrameClocks> clocks;
+  std::unique_ptr<ClientWindows> windows;
+  std::unique_ptr<HotKeys> hotKeys;  ///< Null where no program can take a key for itself.
+
+  WindowSystem() = default;
+  WindowSystem(WindowSystem&&) = default;
+  ~WindowSystem();
+
+  /// The one that the application object runs on. Throws DomainError where it is none that we know.
+  static WindowSystem make();
+  /// Chooses before the application object is made and sets what the toolkit needs: Wayland where the compositor has
+  /// layers for docks, X11 otherwise; what the user set in QT_QPA_PLATFORM wins. The variables are for this program
+  /// alone.
+  static void prepare();
+  /// Whether the chosen one answers; where it doesn't, a finished sentence.
+  static QString obstacle();
+};
+
+}  // namespace tarnwick
