@@ -1,0 +1,250 @@
+// Drives the pointer as a mouse does and measures what the running dock makes of it, from outside: time and wake-ups by
+// the kernel's counters, frames by the server's word that the dock's window was drawn on.
+//
+//   measure_shell rest PID SECONDS
+//   measure_shell move PID SECONDS X0 X1 Y               to and fro along a line
+//   measure_shell reveal PID RUNS X EDGE_Y AWAY_Y        from the pointer at the edge to frames of the dock
+//   measure_shell strip PID X EDGE_Y AWAY_Y FILE X Y W H what is seen there at each frame of a reveal, as a PPM
+#include <dirent.h>
+#include <poll.h>
+#include <unistd.h>
+#include <xcb/damage.h>
+#include <xcb/xtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using Milliseconds = std::chrono::duration<double, std::milli>;
+template <class T>
+using Reply = std::unique_ptr<T, decltype(&std::free)>;
+
+template <class T>
+Reply<T> own(T* reply) {
+  return {reply, &std::free};
+}
+
+constexpr auto kMousePeriod = std::chrono::milliseconds(8);
+constexpr auto kStill = std::chrono::milliseconds(1500);  ///< A dock that has drawn nothing for so long is at rest.
+constexpr auto kOneFrame = std::chrono::milliseconds(5);  ///< What is drawn within it belongs to one frame.
+
+/// What all threads of a process have used so far.
+struct Usage {
+  double cpuMilliseconds = 0;
+  double wakeUps = 0;
+};
+
+Usage usageOf(const std::string& pid) {
+  Usage usage;
+  const std::string folder = "/proc/" + pid + "/task/";
+  DIR* tasks = opendir(folder.c_str());
+  while (const dirent* task = tasks ? readdir(tasks) : nullptr) {
+    if (task->d_name[0] == '.') continue;
+    double nanoseconds = 0;
+    std::ifstream(folder + task->d_name + "/schedstat") >> nanoseconds;
+    usage.cpuMilliseconds += nanoseconds / 1e6;
+    std::ifstream status(folder + task->d_name + "/status");
+    for (std::string word; status >> word;) {
+      if (word == "voluntary_ctxt_switches:" && status >> word) usage.wakeUps += std::stod(word);
+    }
+  }
+  if (tasks) closedir(tasks);
+  return usage;
+}
+
+class Desktop {
+ public:
+  Desktop() : connection_(xcb_connect(nullptr, nullptr)) {
+    root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
+    const auto damage = xcb_damage_query_version(connection_, 1, 1);
+    own(xcb_damage_query_version_reply(connection_, damage, nullptr));
+    damageNotify_ = xcb_get_extension_data(connection_, &xcb_damage_id)->first_event + XCB_DAMAGE_NOTIFY;
+  }
+  ~Desktop() { xcb_disconnect(connection_); }
+  Desktop(const Desktop&) = delete;
+  Desktop& operator=(const Desktop&) = delete;
+
+  /// Moves as a mouse does, which tells ways and not places.
+  void moveTo(int x, int y) const {
+    const auto at = own(xcb_query_pointer_reply(connection_, xcb_query_pointer(connection_, root_), nullptr));
+    moveBy(x - at->root_x, y - at->root_y);
+  }
+  void moveBy(int x, int y) const {
+    xcb_test_fake_input(connection_, XCB_MOTION_NOTIFY, 1, XCB_CURRENT_TIME, XCB_NONE, static_cast<int16_t>(x),
+                        static_cast<int16_t>(y), 0);
+    xcb_flush(connection_);
+  }
+
+  /// From now on what is drawn on the windows of the process is told.
+  void watch(const std::string& pid) const {
+    for (const uint32_t window : words(root_, "_NET_CLIENT_LIST")) {
+      if (words(window, "_NET_WM_PID") != std::vector<uint32_t>{static_cast<uint32_t>(std::stoul(pid))}) continue;
+      xcb_damage_create(connection_, xcb_generate_id(connection_), window, XCB_DAMAGE_REPORT_LEVEL_RAW_RECTANGLES);
+    }
+    xcb_flush(connection_);
+  }
+  /// Whether something was drawn within the time.
+  bool waitForDrawing(Clock::duration patience) const {
+    const auto end = Clock::now() + patience;
+    for (;;) {
+      while (const auto event = own(xcb_poll_for_event(connection_))) {
+        if ((event->response_type & 0x7f) == damageNotify_) return true;
+      }
+      const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now());
+      if (left.count() <= 0) return false;
+      pollfd ready{xcb_get_file_descriptor(connection_), POLLIN, 0};
+      poll(&ready, 1, static_cast<int>(left.count()));
+    }
+  }
+  void waitUntilStill() const {
+    while (waitForDrawing(kStill)) {
+    }
+  }
+
+  std::vector<uint8_t> picture(int x, int y, int width, int height) const {
+    const auto cookie =
+        xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, root_, static_cast<int16_t>(x), static_cast<int16_t>(y),
+                      static_cast<uint16_t>(width), static_cast<uint16_t>(height), ~0U);
+    const auto image = own(xcb_get_image_reply(connection_, cookie, nullptr));
+    const uint8_t* pixels = xcb_get_image_data(image.get());
+    std::vector<uint8_t> colours;
+    for (int i = 0; i < width * height; ++i) {
+      for (const int channel : {2, 1, 0}) colours.push_back(pixels[i * 4 + channel]);
+    }
+    return colours;
+  }
+
+ private:
+  std::vector<uint32_t> words(xcb_window_t window, const char* name) const {
+    const auto length = static_cast<uint16_t>(std::strlen(name));
+    const auto atom = own(xcb_intern_atom_reply(connection_, xcb_intern_atom(connection_, 0, length, name), nullptr));
+    const auto cookie = xcb_get_property(connection_, 0, window, atom->atom, XCB_ATOM_ANY, 0, 256);
+    const auto reply = own(xcb_get_property_reply(connection_, cookie, nullptr));
+    if (!reply) return {};
+    const auto* first = static_cast<const uint32_t*>(xcb_get_property_value(reply.get()));
+    return {first, first + xcb_get_property_value_length(reply.get()) / 4};
+  }
+
+  xcb_connection_t* connection_;
+  xcb_window_t root_;
+  int damageNotify_;
+};
+
+void print(const char* what, const Usage& before, const Usage& after, double seconds) {
+  std::printf("%s: CPU %.2f %% of a core, %.2f wake-ups a second\n", what,
+              (after.cpuMilliseconds - before.cpuMilliseconds) / seconds / 10,
+              (after.wakeUps - before.wakeUps) / seconds);
+}
+
+void rest(const std::string& pid, double seconds) {
+  const Usage before = usageOf(pid);
+  usleep(static_cast<useconds_t>(seconds * 1e6));
+  print("at rest", before, usageOf(pid), seconds);
+}
+
+void move(const Desktop& desktop, const std::string& pid, double seconds, int x0, int x1, int y) {
+  constexpr int kStep = 8;
+  desktop.moveTo(x0, y);
+  usleep(500'000);
+  const Usage before = usageOf(pid);
+  const auto start = Clock::now();
+  int x = x0;
+  int step = kStep;
+  while (Clock::now() - start < std::chrono::duration<double>(seconds)) {
+    if (x + step > std::max(x0, x1) || x + step < std::min(x0, x1)) step = -step;
+    desktop.moveBy(step, 0);
+    x += step;
+    usleep(static_cast<useconds_t>(std::chrono::microseconds(kMousePeriod).count()));
+  }
+  print("moving", before, usageOf(pid), seconds);
+}
+
+void reveal(const Desktop& desktop, const std::string& pid, int runs, int x, int edge, int away) {
+  std::vector<double> first;
+  double longestWait = 0;
+  double longestFrame = 0;
+  int frames = 0;
+  desktop.watch(pid);
+  for (int run = 0; run < runs; ++run) {
+    desktop.moveTo(x, away);
+    desktop.waitUntilStill();
+    double used = usageOf(pid).cpuMilliseconds;
+    const auto start = Clock::now();
+    desktop.moveTo(x, edge);
+    auto last = start;
+    // The frames of the reveal follow each other without a break; the tiles' own come once a second.
+    while (desktop.waitForDrawing(last == start ? Clock::duration(std::chrono::seconds(2)) : 8 * kOneFrame)) {
+      const auto now = Clock::now();
+      if (last != start && now - last < kOneFrame) continue;
+      const double usedNow = usageOf(pid).cpuMilliseconds;
+      if (last == start) {
+        first.push_back(Milliseconds(now - start).count());
+      } else {
+        longestWait = std::max(longestWait, Milliseconds(now - last).count());
+      }
+      longestFrame = std::max(longestFrame, usedNow - used);
+      used = usedNow;
+      last = now;
+      ++frames;
+    }
+  }
+  if (first.empty()) {
+    std::puts("the dock did not come");
+    return;
+  }
+  std::ranges::sort(first);
+  std::printf(
+      "reveal, %d times: first frame after %.1f ms (median), %.1f (worst); %.0f frames each, at most %.1f ms "
+      "apart, at most %.1f ms of work in one\n",
+      runs, first[first.size() / 2], first.back(), static_cast<double>(frames) / runs, longestWait, longestFrame);
+}
+
+void strip(const Desktop& desktop, char** words) {
+  const auto number = [&](int at) { return std::atoi(words[at]); };
+  const int width = number(7);
+  const int height = number(8);
+  desktop.watch(words[0]);
+  desktop.moveTo(number(1), number(3));
+  desktop.waitUntilStill();
+  desktop.moveTo(number(1), number(2));
+  std::vector<uint8_t> pixels;
+  while (desktop.waitForDrawing(20 * kOneFrame)) {
+    const std::vector<uint8_t> picture = desktop.picture(number(5), number(6), width, height);
+    pixels.insert(pixels.end(), picture.begin(), picture.end());
+    while (desktop.waitForDrawing(kOneFrame)) {
+    }
+  }
+  std::ofstream file(words[4], std::ios::binary);
+  const auto rows = static_cast<int>(pixels.size()) / 3 / width;
+  file << "P6 " << width << ' ' << rows << " 255\n";
+  file.write(reinterpret_cast<const char*>(pixels.data()), static_cast<std::streamsize>(pixels.size()));
+  std::printf("%d frames\n", rows / height);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const std::string mode = argc > 2 ? argv[1] : "";
+  const auto number = [&](int at) { return std::atoi(argv[at]); };
+  if (mode == "rest" && argc == 4) {
+    rest(argv[2], number(3));
+  } else if (mode == "move" && argc == 7) {
+    move(Desktop(), argv[2], number(3), number(4), number(5), number(6));
+  } else if (mode == "reveal" && argc == 7) {
+    reveal(Desktop(), argv[2], number(3), number(4), number(5), number(6));
+  } else if (mode == "strip" && argc == 11) {
+    strip(Desktop(), argv + 2);
+  } else {
+    std::fputs("usage: measure_shell rest|move|reveal|strip PID …\n", stderr);
+    return 2;
+  }
+}

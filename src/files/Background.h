@@ -1,0 +1,21 @@
+#pragma once
+
+#include <functional>
+
+namespace tarnwick {
+
+/// Threads for reading what may stall, such as a folder on a server that does not answer. Nobody ever waits for them:
+/// work holds only what it shares, and its answer checks whether anybody still wants it.
+struct Background {
+  enum class Lane {
+    Reading,
+    Pictures  ///< One after the other, so that a folder full of them does not take every processor.
+  };
+
+  /// Runs `work` on another thread. Called on the main thread.
+  static void run(Lane lane, std::function<void()> work);
+  /// Runs `answer` on the main thread, in a turn of its event loop. Any thread.
+  static void answer(std::function<void()> answer);
+};
+
+}  // namespace tarnwick

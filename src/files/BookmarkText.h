@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+#include <QUrl>
+
+namespace tarnwick {
+
+/// An address that the user keeps in a browser.
+struct Bookmark {
+  QString title;
+  QUrl address;
+  QString folder;  ///< Where it stands in the browser; empty at the top.
+
+  bool operator==(const Bookmark&) const = default;
+};
+
+/// Reads the bookmark files of browsers. Only addresses that can be opened count; what a program would run is left out.
+struct BookmarkText {
+  static constexpr qsizetype most = 5000;
+  static constexpr int deepest = 24;
+
+  /// The JSON of Chromium and its kin; nothing for a text that is none.
+  static QList<Bookmark> fromChromium(const QByteArray& json);
+  /// Of a broken text what stands before the fault.
+  static QList<Bookmark> fromXbel(const QByteArray& xml);
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,116 @@
+#include "files/FolderReading.h"
+
+#include <QCollator>
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QTimeZone>
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <filesystem>
+#include <vector>
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+namespace fs = std::filesystem;
+
+namespace {
+
+/// A thing whose dates have not been asked for yet.
+struct Found {
+  fs::path path;
+  QString name;
+  bool isFolder = false;
+};
+
+QString sentenceFor(const std::error_code& failure) {
+  if (failure == std::errc::no_such_file_or_directory)
+    return QCoreApplication::translate("Files", "This folder is no longer there.");
+  if (failure == std::errc::not_a_directory) return QCoreApplication::translate("Files", "This is not a folder.");
+  if (failure == std::errc::permission_denied)
+    return QCoreApplication::translate("Files", "You may not look into this folder.");
+  return QCoreApplication::translate("Files", "This folder could not be read.");
+}
+
+std::vector<Found> look(const FolderRequest& request, const std::stop_token& stop, QString& problem) {
+  std::vector<Found> found;
+  std::error_code failure;
+  fs::directory_iterator at(QFile::encodeName(request.folder).toStdString(), failure);
+  if (failure) problem = sentenceFor(failure);
+  for (const fs::directory_iterator end; !failure && at != end && !stop.stop_requested(); at.increment(failure)) {
+    const QString name = QFile::decodeName(QByteArray::fromStdString(at->path().filename().string()));
+    if (name.startsWith(u'.')) continue;
+    std::error_code ignored;
+    const bool isFolder = at->is_directory(ignored);
+    if (request.onlyPictures && (isFolder || !FolderReading::isPicture(name))) continue;
+    found.push_back({at->path(), name, isFolder});
+  }
+  return found;
+}
+
+/// False when it has gone.
+bool complete(const Found& found, FolderEntry& entry) {
+  const QFileInfo info(QFile::decodeName(QByteArray::fromStdString(found.path.string())));
+  if (!info.exists() && !info.isSymLink()) return false;
+  entry = {info.filePath(), found.name, found.isFolder, found.isFolder ? 0 : info.size(), info.lastModified()};
+  return true;
+}
+
+template <class Less>
+void keepFirst(auto& list, qsizetype most, Less less) {
+  const auto middle = list.begin() + std::min<std::ptrdiff_t>(most, static_cast<std::ptrdiff_t>(list.size()));
+  std::partial_sort(list.begin(), middle, list.end(), less);
+  list.erase(middle, list.end());
+}
+
+void takeNewest(FolderContents& contents, const std::vector<Found>& found, qsizetype most,
+                const std::stop_token& stop) {
+  std::vector<FolderEntry> entries;
+  entries.reserve(found.size());
+  for (const Found& each : found) {
+    if (stop.stop_requested()) break;
+    if (FolderEntry entry; complete(each, entry)) entries.push_back(std::move(entry));
+  }
+  keepFirst(entries, most, [](const FolderEntry& a, const FolderEntry& b) {
+    return a.modified != b.modified ? a.modified > b.modified : a.name < b.name;
+  });
+  contents.entries = QList<FolderEntry>(entries.begin(), entries.end());
+}
+
+void takeByName(FolderContents& contents, std::vector<Found>& found, qsizetype most) {
+  QCollator collator;
+  collator.setNumericMode(true);
+  collator.setCaseSensitivity(Qt::CaseInsensitive);
+  keepFirst(found, most, [&collator](const Found& a, const Found& b) {
+    if (a.isFolder != b.isFolder) return a.isFolder;
+    const int order = collator.compare(a.name, b.name);
+    return order != 0 ? order < 0 : a.name < b.name;
+  });
+  for (const Found& each : found)
+    if (FolderEntry entry; complete(each, entry)) contents.entries.append(std::move(entry));
+}
+
+}  // namespace
+
+FolderContents FolderReading::read(const FolderRequest& request, const std::stop_token& stop) {
+  FolderContents contents;
+  std::vector<Found> found = look(request, stop, contents.problem);
+  contents.total = static_cast<qsizetype>(found.size());
+  const qsizetype most = std::max<qsizetype>(0, request.most);
+  if (request.order == FolderOrder::Name)
+    takeByName(contents, found, most);
+  else
+    takeNewest(contents, found, most, stop);
+  return contents;
+}
+
+bool FolderReading::isPicture(const QString& name) {
+  static constexpr std::array kEndings = {".png"_L1, ".jpg"_L1,  ".jpeg"_L1, ".webp"_L1,
+                                          ".gif"_L1, ".avif"_L1, ".jxl"_L1,  ".bmp"_L1};
+  return std::ranges::any_of(kEndings,
+                             [&name](QLatin1StringView end) { return name.endsWith(end, Qt::CaseInsensitive); });
+}
+
+}  // namespace tarnwick

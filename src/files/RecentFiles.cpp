@@ -1,0 +1,109 @@
+#include "files/RecentFiles.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QHash>
+#include <QUrl>
+#include <QXmlStreamReader>
+#include <algorithm>
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The last time that a bookmark tells.
+QDateTime lastUse(const QXmlStreamAttributes& attributes) {
+  QDateTime last;
+  for (const QLatin1StringView name : {"visited"_L1, "modified"_L1, "added"_L1}) {
+    const QDateTime at = QDateTime::fromString(attributes.value(name).toString(), Qt::ISODateWithMs);
+    if (at.isValid() && (!last.isValid() || at > last)) last = at;
+  }
+  return last;
+}
+
+/// Whether the bookmark that the reader stands on asks not to be shown to others. Leaves the reader at its end.
+bool isPrivate(QXmlStreamReader& xml) {
+  bool found = false;
+  for (int depth = 1; depth > 0 && !xml.atEnd();) {
+    xml.readNext();
+    if (xml.isStartElement()) {
+      ++depth;
+      found = found || xml.name() == "private"_L1;
+    } else if (xml.isEndElement()) {
+      --depth;
+    }
+  }
+  return found;
+}
+
+QByteArray contentOf(const QString& path) {
+  QFile file(path);
+  if (!QFileInfo(path).isFile() || file.size() > RecentFiles::kMostBytes || !file.open(QIODevice::ReadOnly)) return {};
+  return file.readAll();
+}
+
+QList<RecentFile> stillThere(const QList<RecentFile>& all, const std::stop_token& stop) {
+  QList<RecentFile> kept;
+  for (const RecentFile& each : all) {
+    if (kept.size() >= RecentFiles::most || stop.stop_requested()) break;
+    if (QFileInfo::exists(each.path)) kept.append(each);
+  }
+  return kept;
+}
+
+}  // namespace
+
+RecentFiles::RecentFiles(const QString& file, Scheduler& scheduler, QObject* parent)
+    : QObject(parent), file_(file), watch_(scheduler) {
+  connect(&watch_, &FileWatch::changed, this, &RecentFiles::read);
+}
+
+const QList<RecentFile>& RecentFiles::list() {
+  if (!asked_) {
+    asked_ = true;
+    watch_.watch({file_});
+    read();
+  }
+  return list_;
+}
+
+void RecentFiles::setFixed(const QList<RecentFile>& list) {
+  asked_ = loaded_ = true;
+  list_ = list;
+}
+
+void RecentFiles::read() {
+  work_.start([file = file_](const std::stop_token& stop) { return stillThere(parse(contentOf(file)), stop); },
+              [this](QList<RecentFile> list) {
+                if (loaded_ && list == list_) return;
+                loaded_ = true;
+                list_ = std::move(list);
+                Q_EMIT changed();
+              });
+}
+
+QList<RecentFile> RecentFiles::parse(const QByteArray& text) {
+  QHash<QString, QDateTime> found;
+  QXmlStreamReader xml(text);
+  while (!xml.atEnd()) {
+    xml.readNext();
+    if (!xml.isStartElement() || xml.name() != "bookmark"_L1) continue;
+    const QXmlStreamAttributes attributes = xml.attributes();
+    const QString path = QUrl(attributes.value("href"_L1).toString(), QUrl::StrictMode).toLocalFile();
+    const QDateTime used = lastUse(attributes);
+    const bool hidden = isPrivate(xml);
+    if (hidden || xml.hasError() || !path.startsWith(u'/') || !used.isValid()) continue;
+    QDateTime& last = found[path];
+    if (!last.isValid() || used > last) last = used;
+  }
+  QList<RecentFile> list;
+  for (auto each = found.cbegin(); each != found.cend(); ++each) list.append({each.key(), each.value()});
+  std::ranges::sort(list, [](const RecentFile& a, const RecentFile& b) {
+    return a.used != b.used ? a.used > b.used : a.path < b.path;
+  });
+  return list;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <stop_token>
+
+#include "files/FileWatch.h"
+#include "files/LatestWork.h"
+
+namespace tarnwick {
+
+/// A file that the user has had open.
+struct RecentFile {
+  QString path;
+  QDateTime used;
+
+  bool operator==(const RecentFile&) const = default;
+};
+
+/// The files that the user had open lately, as applications tell each other in the desktop's shared list. Nothing is
+/// read before the first question; then the list is watched. Main thread only.
+class RecentFiles final : public QObject {
+  Q_OBJECT
+ public:
+  static constexpr qsizetype most = 60;
+  /// A list that is larger than this many bytes is not read.
+  static constexpr qint64 kMostBytes = 8LL * 1024 * 1024;
+
+  /// `file`: the shared list; `scheduler` must outlive it.
+  RecentFiles(const QString& file, Scheduler& scheduler, QObject* parent = nullptr);
+
+  /// The latest first, only what is still there. Empty until `changed`, if it was never asked for.
+  const QList<RecentFile>& list();
+  /// Shows this list and reads nothing, for pictures.
+  void setFixed(const QList<RecentFile>& list);
+  bool loaded() const { return loaded_; }
+
+  /// Everything in the text of a list that may be shown, the latest first. Of a broken one what stands before the
+  /// fault.
+  static QList<RecentFile> parse(const QByteArray& text);
+
+ Q_SIGNALS:
+  void changed();
+
+ private:
+  void read();
+
+  QString file_;
+  FileWatch watch_;
+  QList<RecentFile> list_;
+  bool asked_ = false;
+  bool loaded_ = false;
+  LatestWork work_;
+};
+
+}  // namespace tarnwick
