@@ -118,6 +118,8 @@ TEST(CalendarText, SeriesHappenWhenTheirRulesSay) {
              "RDATE;VALUE=PERIOD:20261106T080000Z/PT3H\nEXDATE;VALUE=DATE:20261105"),
        "04 09:00-10:00 D, 06 09:00-10:00 D"},
       {"a date that no year has", rule("20261102", "FREQ=YEARLY;BYMONTH=2;BYMONTHDAY=30"), "02-03 R"},
+      {"twice a day", event("h", "SUMMARY:H\nDTSTART:20261130T000000Z\nRRULE:FREQ=HOURLY;INTERVAL=12;COUNT=9"),
+       "30 01:00-01:00 H, 30 13:00-13:00 H"},
       {"by the minute", rule("20261102", "FREQ=MINUTELY;BYMONTH=2;BYMONTHDAY=30"), "02-03 R"},
   });
 }

@@ -1,5 +1,6 @@
 #include "platform/ical/module/Occasions.h"
 
+#include <QElapsedTimer>
 #include <algorithm>
 #include <memory>
 
@@ -7,6 +8,7 @@ namespace tarnwick {
 namespace {
 
 constexpr qint64 kDay = 86400;
+constexpr qint64 kHour = 3600;
 constexpr qsizetype kMostOccasions = 3000;
 constexpr int kMostSteps = 100'000;
 constexpr qsizetype kMostRules = 16;
@@ -32,8 +34,9 @@ void each(icalcomponent* component, icalproperty_kind kind, Visit visit) {
 
 }  // namespace
 
-Occasions::Occasions(icalcomponent* component, CalendarZones& zones, const CalendarTime& anchor, qint64 length)
-    : zones_(zones), anchor_(anchor), length_(std::max<qint64>(0, length)) {
+Occasions::Occasions(icalcomponent* component, CalendarZones& zones, const CalendarTime& anchor, qint64 length,
+                     WalkBudget& budget)
+    : zones_(zones), budget_(budget), anchor_(anchor), length_(std::max<qint64>(0, length)) {
   each(component, ICAL_RRULE_PROPERTY, [this](icalproperty* property) { addRule(property); });
   each(component, ICAL_RDATE_PROPERTY, [this](icalproperty* property) {
     isSeries_ = true;
@@ -51,7 +54,8 @@ void Occasions::addRule(icalproperty* property) {
   isSeries_ = true;
   // What repeats every minute is no event, and a rule of that kind that never comes true would be looked for a
   // lifetime.
-  const bool isTooDense = rule.freq == ICAL_SECONDLY_RECURRENCE || rule.freq == ICAL_MINUTELY_RECURRENCE;
+  const bool isTooDense = rule.freq == ICAL_SECONDLY_RECURRENCE || rule.freq == ICAL_MINUTELY_RECURRENCE ||
+                          (rule.freq == ICAL_HOURLY_RECURRENCE && evenStep(rule) == 0);
   if (isTooDense || rule.freq == ICAL_NO_RECURRENCE || rules_.size() >= kMostRules) return;
   if (!icaltime_is_null_time(rule.until)) {
     // The library compares clock times; the end of a rule is told in universal time, or as a day that belongs to it.
@@ -90,11 +94,12 @@ QList<Occasion> Occasions::within(UtcSeconds from, UtcSeconds until) const {
   return touching;
 }
 
-/// Seconds from one occasion to the next of a rule that knows nothing but a number of days, as most do; else 0. Such a
-/// rule needs no walk through the years behind us.
+/// Seconds from one occasion to the next of a rule that knows nothing but a number of days or hours, as most do; else
+/// 0. Such a rule needs no walk through the years behind us.
 qint64 Occasions::evenStep(const icalrecurrencetype& rule) const {
-  const bool isDaily = rule.freq == ICAL_DAILY_RECURRENCE;
-  if (!isDaily && rule.freq != ICAL_WEEKLY_RECURRENCE) return 0;
+  const bool isWeekly = rule.freq == ICAL_WEEKLY_RECURRENCE;
+  const bool isHourly = rule.freq == ICAL_HOURLY_RECURRENCE && !anchor_.isDate;
+  if (!isWeekly && !isHourly && rule.freq != ICAL_DAILY_RECURRENCE) return 0;
   constexpr short kEnd = ICAL_RECURRENCE_ARRAY_MAX;
   for (const short* list : {rule.by_second, rule.by_minute, rule.by_hour, rule.by_month_day, rule.by_year_day,
                             rule.by_week_no, rule.by_month, rule.by_set_pos}) {
@@ -102,9 +107,9 @@ qint64 Occasions::evenStep(const icalrecurrencetype& rule) const {
   }
   if (rule.by_day[0] != kEnd) {
     const int weekday = icaltime_day_of_week(CalendarZones::valueOf(anchor_.wall, true));
-    if (isDaily || rule.by_day[1] != kEnd || rule.by_day[0] != weekday) return 0;
+    if (!isWeekly || rule.by_day[1] != kEnd || rule.by_day[0] != weekday) return 0;
   }
-  return std::max<qint64>(1, rule.interval) * (isDaily ? kDay : 7 * kDay);
+  return std::max<qint64>(1, rule.interval) * (isHourly ? kHour : isWeekly ? 7 * kDay : kDay);
 }
 
 void Occasions::walk(const icalrecurrencetype& rule, WallSeconds from, WallSeconds until,
@@ -112,13 +117,22 @@ void Occasions::walk(const icalrecurrencetype& rule, WallSeconds from, WallSecon
   if (const qint64 step = evenStep(rule)) {
     WallSeconds end = until;
     if (!icaltime_is_null_time(rule.until)) end = std::min(end, CalendarZones::wallOf(rule.until));
-    if (rule.count > 0) end = std::min(end, anchor_.wall + step * (rule.count - 1));
-    const qint64 skipped = from > anchor_.wall ? (from - anchor_.wall + step - 1) / step : 0;
-    for (WallSeconds wall = anchor_.wall + skipped * step; wall <= end && into.size() < kMostOccasions; wall += step) {
-      into.insert(wall);
-    }
+    if (end < anchor_.wall) return;
+    qint64 last = (end - anchor_.wall) / step;
+    if (rule.count > 0) last = std::min<qint64>(last, rule.count - 1);
+    const qint64 first = from > anchor_.wall ? (from - anchor_.wall + step - 1) / step : 0;
+    for (qint64 i = first; i <= last && into.size() < kMostOccasions; ++i) into.insert(anchor_.wall + i * step);
     return;
   }
+  if (budget_.leftMs <= 0) return;
+  QElapsedTimer timer;
+  timer.start();
+  follow(rule, from, until, into);
+  budget_.leftMs -= timer.elapsed();
+}
+
+void Occasions::follow(const icalrecurrencetype& rule, WallSeconds from, WallSeconds until,
+                       QSet<WallSeconds>& into) const {
   const icaltimetype start = CalendarZones::valueOf(anchor_.wall, anchor_.isDate);
   const std::unique_ptr<icalrecur_iterator, FreeIterator> iterator(icalrecur_iterator_new(rule, start));
   if (!iterator) return;

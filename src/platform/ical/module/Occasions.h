@@ -16,11 +16,17 @@ struct Occasion {
   UtcSeconds utc = 0;
 };
 
+/// How long rules may be followed that make the library look through the centuries for a day that never comes.
+struct WalkBudget {
+  qint64 leftMs = 3000;
+};
+
 /// When a component happens: its rules and further dates, less what is taken out.
 class Occasions {
  public:
   /// `anchor`: when it first happens. `length` in seconds, of every occasion.
-  Occasions(icalcomponent* component, CalendarZones& zones, const CalendarTime& anchor, qint64 length);
+  Occasions(icalcomponent* component, CalendarZones& zones, const CalendarTime& anchor, qint64 length,
+            WalkBudget& budget);
 
   /// Whether it happens more than once.
   bool isSeries() const { return isSeries_; }
@@ -37,8 +43,10 @@ class Occasions {
   void addRule(icalproperty* property);
   qint64 evenStep(const icalrecurrencetype& rule) const;
   void walk(const icalrecurrencetype& rule, WallSeconds from, WallSeconds until, QSet<WallSeconds>& into) const;
+  void follow(const icalrecurrencetype& rule, WallSeconds from, WallSeconds until, QSet<WallSeconds>& into) const;
 
   CalendarZones& zones_;
+  WalkBudget& budget_;
   CalendarTime anchor_;
   qint64 length_;
   bool isSeries_ = false;

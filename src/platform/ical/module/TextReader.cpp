@@ -41,19 +41,23 @@ qint64 lengthOf(icalcomponent* component, CalendarZones& zones, const CalendarTi
 
 CalendarText TextReader::read(const QByteArray& text, const CalendarRange& range) {
   // Where the user is may have changed; then the days of the range are others.
-  if (!zones_ || !(range_ == range)) zones_ = std::make_unique<SystemZones>();
+  if (!zones_ || !(range_ == range)) {
+    zones_ = std::make_unique<SystemZones>();
+    budget_ = {};
+  }
   range_ = range;
-  return TextReading(text, range, *zones_).result();
+  return TextReading(text, range, *zones_, budget_).result();
 }
 
-TextReading::TextReading(const QByteArray& text, const CalendarRange& range, SystemZones& zones)
+TextReading::TextReading(const QByteArray& text, const CalendarRange& range, SystemZones& zones, WalkBudget& budget)
     : chunks_(TextChunks::of({text.constData(), static_cast<std::size_t>(text.size())})),
       from_(range.from.toSecsSinceEpoch()),
       until_(range.until.toSecsSinceEpoch()),
       // A day is another one elsewhere.
       firstDay_(dayNumber(range.from.date().addDays(-2))),
       lastDay_(dayNumber(range.until.date().addDays(2))),
-      zones_(zones) {}
+      zones_(zones),
+      budget_(budget) {}
 
 CalendarText TextReading::result() {
   describe();
@@ -68,6 +72,7 @@ CalendarText TextReading::result() {
     if (chunk.kind == TextChunks::Kind::Todo) readTodo(chunk);
   }
   readLeftExceptions();
+  result_.isDamaged = result_.isDamaged || budget_.leftMs <= 0;
   return std::move(result_);
 }
 
@@ -134,7 +139,7 @@ void TextReading::readEvent(const TextChunks::Chunk& chunk) {
     return;
   }
   const qint64 length = lengthOf(component.get(), zones_, *start);
-  Occasions occasions(component.get(), zones_, *start, length);
+  Occasions occasions(component.get(), zones_, *start, length, budget_);
   if (const auto exceptions = exceptions_.find(chunk.uid); exceptions != exceptions_.end()) {
     for (const Exception& exception : exceptions->second) occasions.takeOut(exception.occasion);
   }
@@ -169,7 +174,7 @@ void TextReading::readTodo(const TextChunks::Chunk& chunk) {
   const auto due = ComponentValues::time(component.get(), ICAL_DUE_PROPERTY, zones_);
   const auto anchor = start ? start : due;
   if (!anchor) return addReminder(component.get(), {});
-  Occasions occasions(component.get(), zones_, *anchor, 0);
+  Occasions occasions(component.get(), zones_, *anchor, 0, budget_);
   // A series that is ticked off as a whole has no occasions left.
   if (!occasions.isSeries() || ComponentValues::reminder(component.get(), zones_).completed) {
     return addReminder(component.get(), {});
@@ -233,7 +238,7 @@ void TextReading::readLeftExceptions() {
       const auto start = ComponentValues::time(component, ICAL_DTSTART_PROPERTY, zones_);
       if (!start) continue;
       const qint64 length = lengthOf(component, zones_, *start);
-      addEvents(component, *start, Occasions(component, zones_, *start, length), length);
+      addEvents(component, *start, Occasions(component, zones_, *start, length, budget_), length);
     }
   }
 }

@@ -18,12 +18,13 @@ class TextReader final : public CalendarTextReader {
  private:
   CalendarRange range_;
   std::unique_ptr<SystemZones> zones_;
+  WalkBudget budget_;
 };
 
 /// The reading of one text.
 class TextReading {
  public:
-  TextReading(const QByteArray& text, const CalendarRange& range, SystemZones& zones);
+  TextReading(const QByteArray& text, const CalendarRange& range, SystemZones& zones, WalkBudget& budget);
 
   CalendarText result();
 
@@ -53,6 +54,7 @@ class TextReading {
   int firstDay_;
   int lastDay_;
   CalendarZones zones_;
+  WalkBudget& budget_;
   std::unordered_map<std::string, std::vector<Exception>> exceptions_;
   CalendarText result_;
 };
