@@ -29,6 +29,7 @@ Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment)
   opener_ = std::make_unique<AppOpener>(*installedApps_, *launch_, scheduler_);
   files_ = std::make_unique<FileOperations>();
   hints_ = std::make_unique<LauncherEntries>(QDBusConnection::sessionBus());
+  readings_ = std::make_unique<Readings>(scheduler_);
   notifications_ = std::make_unique<DesktopNotifications>(QDBusConnection::sessionBus());
   sessionEvents_ = std::make_unique<LoginSessionEvents>(QDBusConnection::systemBus());
   motion_ = std::make_unique<DesktopMotionPreference>(QDBusConnection::sessionBus());
@@ -54,6 +55,7 @@ StoreSetup Adapters::storeSetup() {
   setup.applications = runningApplications_.get();
   setup.notifications = notifications_.get();
   setup.session = sessionEvents_.get();
+  readings_->fill(setup.collaborators);
   return setup;
 }
 
@@ -82,6 +84,7 @@ DelegateSetup Adapters::delegateSetup(const QString& dataDirectory) {
   setup.opener = opener_.get();
   setup.files = files_.get();
   setup.hints = hints_.get();
+  setup.readings = readings_.get();
   return setup;
 }
 

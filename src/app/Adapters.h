@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "app/AppDelegate.h"
+#include "app/Readings.h"
 #include "app/WindowSystem.h"
 #include "apps/AppIcons.h"
 #include "apps/AppLaunch.h"
@@ -54,6 +55,7 @@ class Adapters {
   std::unique_ptr<AppOpener> opener_;
   std::unique_ptr<Files> files_;
   std::unique_ptr<LauncherHints> hints_;
+  std::unique_ptr<Readings> readings_;
   std::unique_ptr<Notifications> notifications_;
   std::unique_ptr<SessionEvents> sessionEvents_;
   std::unique_ptr<SessionApplication> session_;

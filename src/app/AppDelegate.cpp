@@ -1,7 +1,6 @@
 #include "app/AppDelegate.h"
 
 #include <QApplication>
-#include <QClipboard>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QProcess>
@@ -14,6 +13,7 @@
 #include "app/HotKeyTable.h"
 #include "app/MessageLine.h"
 #include "app/PanelHost.h"
+#include "app/Readings.h"
 #include "app/SingleInstance.h"
 #include "app/StatusItem.h"
 #include "base/DomainError.h"
@@ -173,12 +173,14 @@ void AppDelegate::makeDock() {
   parts.opener = setup_.opener;
   parts.files = setup_.files;
   parts.hints = setup_.hints;
+  parts.readings = setup_.readings;
   parts.toggles = setup_.toggles;
   parts.icons = setup_.icons;
   desk_ = std::make_unique<DockDesk>(std::move(parts));
   dock_ = std::make_unique<DockController>(*store_, setup_.ports,
                                            [this](const QString& display) { return desk_->makeContent(display); });
   desk_->setController(dock_.get());
+  setup_.readings->follow(*store_);
   connectDesk();
 }
 
@@ -188,9 +190,8 @@ void AppDelegate::connectDesk() {
   host.panels = setup_.ports.panels;
   host.clocks = setup_.ports.clocks;
   host.motion = setup_.ports.motion;
-  host.actions.openUrl = [this](const QUrl& url) { setup_.opener->open(url); };
-  host.actions.openPath = [this](const QString& path) { setup_.opener->open(QUrl::fromLocalFile(path)); };
-  host.actions.copyText = [](const QString& text) { QGuiApplication::clipboard()->setText(text); };
+  host.actions = desk_->panelActions();
+  host.readings = setup_.readings->services();
   host.sources = [this](const QString& display) { return desk_->sources(display); };
   panels_ = std::make_unique<PanelHost>(*store_, std::move(host));
   connect(panels_.get(), &PanelHost::openChanged, this, [this](const QString& display, const QUuid& widget) {

@@ -26,6 +26,7 @@ class ExitGuards;
 class DockDesk;
 class MessageLine;
 class PanelHost;
+class Readings;
 class StatusItem;
 
 /// What the delegate is made of. Pointers are borrowed and outlive it; `session` and `hotKeys` may be null.
@@ -40,6 +41,7 @@ struct DelegateSetup {
   AppOpener* opener = nullptr;
   Files* files = nullptr;
   LauncherHints* hints = nullptr;
+  Readings* readings = nullptr;
   RunningApplications* applications = nullptr;
   QString executable;
   /// What a new build of the program is started with.

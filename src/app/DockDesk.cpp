@@ -1,7 +1,11 @@
 #include "app/DockDesk.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+
 #include "app/BubblePlace.h"
 #include "app/DockMenuModel.h"
+#include "app/Readings.h"
 #include "store/AppStore.h"
 #include "views/dock/UndoBubble.h"
 
@@ -38,6 +42,7 @@ DockDesk::DockDesk(DockDeskParts parts)
         for (const auto& [display, dock] : docks_) placeApplications(display);
       },
       Qt::QueuedConnection);
+  connect(parts_.readings, &Readings::changed, this, &DockDesk::rebuildRows);
   commands_.showPanel = [this](const QUuid& widget) {
     if (openPanel) openPanel(openDisplay_, widget, openTile_);
   };
@@ -80,6 +85,31 @@ std::unique_ptr<DockContent> DockDesk::makeContent(const QString& display) {
 TileSources DockDesk::sources(const QString& display) const {
   const auto found = docks_.find(display);
   return found == docks_.end() ? TileSources() : found->second->sources();
+}
+
+PanelActions DockDesk::panelActions() {
+  PanelActions actions;
+  actions.openUrl = [this](const QUrl& url) { parts_.opener->open(url); };
+  actions.openPath = [this](const QString& path) { parts_.opener->open(QUrl::fromLocalFile(path)); };
+  actions.copyText = [](const QString& text) { QGuiApplication::clipboard()->setText(text); };
+  actions.completeReminder = [this](const Reminder& reminder, bool completed) {
+    parts_.readings->setCompleted(reminder, completed);
+  };
+  actions.applications = [this] { return parts_.apps->index(); };
+  actions.icon = [this](const QString& icon, int size, double ratio) {
+    DockApp app;
+    app.icon = icon;
+    return parts_.icons(app, size, ratio);
+  };
+  actions.startApplication = [this](const QString& path) { parts_.opener->start(path); };
+  actions.bringApplication = [this](quint64 application) { commands_.openApplication(application); };
+  actions.windows = [this] { return parts_.windows->all(); };
+  actions.showWindow = [this](quint64 window) { commands_.showWindow(window); };
+  actions.revealPath = [this](const QString& path) { commands_.reveal(path); };
+  actions.openTrash = [this] { parts_.opener->openTrash(parts_.files->trashFolder()); };
+  actions.emptyTrash = [this] { commands_.emptyTrash(); };
+  actions.endProcess = [this](const ProcessReading& process) { parts_.readings->processes().end(process); };
+  return actions;
 }
 
 void DockDesk::markOpen(const QString& display, const QUuid& widget) {
@@ -151,6 +181,12 @@ void DockDesk::addQuestions(DockActions& actions) {
   actions.hintOf = [this](const QString& desktopId) { return parts_.hints->of(desktopId); };
   actions.isStarting = [this](const QString& path) { return commands_.isLaunching(path); };
   actions.trashItems = [this] { return parts_.files->trashCount(); };
+  actions.calendar = [this] { return parts_.readings->calendar(parts_.store->now()); };
+  actions.completeReminder = [this](const Reminder& reminder) { parts_.readings->setCompleted(reminder, true); };
+  actions.openUrl = [this](const QUrl& url) { parts_.opener->open(url); };
+  actions.addReadings = [this](ReadingFacts& readings, const QList<DockWidget>& widgets) {
+    addReadings(readings, widgets, parts_.readings->services());
+  };
   actions.reducesMotion = [this] { return parts_.motion->reducesMotion(); };
 }
 

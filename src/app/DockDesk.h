@@ -14,8 +14,11 @@
 #include "store/UndoStack.h"
 #include "store/UndoableEdits.h"
 #include "views/dock/LiveDock.h"
+#include "views/panels/PanelContext.h"
 
 namespace tarnwick {
+
+class Readings;
 
 /// What the desk is made of. Borrowed; all are required.
 struct DockDeskParts {
@@ -29,6 +32,7 @@ struct DockDeskParts {
   AppOpener* opener = nullptr;
   Files* files = nullptr;
   LauncherHints* hints = nullptr;
+  Readings* readings = nullptr;
   Toggles* toggles = nullptr;
   DockView::IconProvider icons;
 };
@@ -46,6 +50,8 @@ class DockDesk : public QObject {
   std::unique_ptr<DockContent> makeContent(const QString& display);
   /// What the tiles of a display's dock show at this moment.
   TileSources sources(const QString& display) const;
+  /// What panels can ask of the program.
+  PanelActions panelActions();
   /// Marks the tile whose panel is open; a null identity marks none.
   void markOpen(const QString& display, const QUuid& widget);
   /// Whether a menu or a panel of a display's dock is open.

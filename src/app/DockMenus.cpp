@@ -103,11 +103,6 @@ QList<DockMenuEntry> DockMenus::application(quint64 identity, const QString& dis
   return DockMenuModel::application(app->name, state, actions);
 }
 
-QList<DockMenuEntry> DockMenus::dock() {
-  DockMenuActions actions;
-  actions.addWidgets = addWidgets;
-  actions.settings = settings;
-  return DockMenuModel::dock(actions);
-}
+QList<DockMenuEntry> DockMenus::dock() { return DockMenuModel::dock(dockActions ? dockActions() : DockMenuActions()); }
 
 }  // namespace tarnwick

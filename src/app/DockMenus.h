@@ -38,8 +38,8 @@ class DockMenus : public QObject {
   // What opens a window; empty until the window exists.
   std::function<void(const QUuid& widget)> editWidget;
   std::function<void(const QUuid& widget)> chooseIcon;
-  std::function<void()> addWidgets;
-  std::function<void()> settings;
+  /// Asked by each menu of the dock for what adds widgets and what shows the settings.
+  std::function<DockMenuActions()> dockActions;
 
  private:
   AppMenuState appState(const std::optional<RunningApp>& app, const QString& entryPath) const;

@@ -27,10 +27,15 @@ void MessageLine::update() {
   if (store_.error() == text_) return;
   text_ = store_.error();
   panel_.reset();
-  arrange();
+  // A message of a layout pass comes before the dock stands.
+  if (!dock_.displays().isEmpty()) arrange();
+  arrangeSoon();
 }
 
+int MessageLine::height() const { return panel_ ? bubble_->bubbleSize().height() : 0; }
+
 void MessageLine::arrangeSoon() {
+  arranging_.reset();
   if (!text_.isEmpty()) arranging_ = store_.scheduler().after(kOnceTheDockStands, [this] { arrange(); });
 }
 

@@ -25,6 +25,8 @@ class MessageLine : public QObject {
   /// Makes the bubble say what the store says now.
   void update();
   bool isShown() const { return panel_ != nullptr; }
+  /// Of the bubble; 0 while none is shown.
+  int height() const;
 
  private:
   void arrangeSoon();

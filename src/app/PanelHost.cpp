@@ -1,5 +1,6 @@
 #include "app/PanelHost.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "desktop/FrameClock.h"
@@ -14,6 +15,12 @@ using namespace Qt::StringLiterals;
 
 PanelHost::PanelHost(AppStore& store, PanelHostSetup setup) : store_(store), setup_(std::move(setup)) {
   connect(&store_, &AppStore::layoutChanged, this, &PanelHost::applyLook);
+  // Another profile shows other tiles.
+  connect(&store_, &AppStore::layoutChanged, this, [this] {
+    if (display_.isEmpty()) return;
+    const QList<DockWidget> shown = store_.displayedWidgets(display_);
+    if (std::ranges::find(shown, widget_, &DockWidget::id) == shown.end()) close();
+  });
   // Shadow and margins come and go with the compositor, and nobody minds opening a panel again then.
   connect(setup_.panels, &Panels::compositingChanged, this, [this] {
     forget();
@@ -40,7 +47,7 @@ void PanelHost::showPanel(Panel& dock, const QRect& tile) {
   const PanelContext context{store_,          store_.scheduler(),
                              *setup_.toggles, widget_,
                              display_,        [this, display = display_] { return setup_.sources(display); },
-                             setup_.actions};
+                             setup_.actions,  setup_.readings};
   std::unique_ptr<TilePanel> panel = makePanel(context);
   panel_ = panel.get();
   applyLook();

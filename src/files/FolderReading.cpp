@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
+#include <QLocale>
 #include <QTimeZone>
 #include <algorithm>
 #include <array>
@@ -80,7 +81,8 @@ void takeNewest(FolderContents& contents, const std::vector<Found>& found, qsize
 }
 
 void takeByName(FolderContents& contents, std::vector<Found>& found, qsizetype most) {
-  QCollator collator;
+  // Without a language names sort by their bytes, which nobody expects of a list.
+  QCollator collator(QLocale() == QLocale::c() ? QLocale(QLocale::English) : QLocale());
   collator.setNumericMode(true);
   collator.setCaseSensitivity(Qt::CaseInsensitive);
   keepFirst(found, most, [&collator](const Found& a, const Found& b) {

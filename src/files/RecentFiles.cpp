@@ -91,7 +91,8 @@ QList<RecentFile> RecentFiles::parse(const QByteArray& text) {
     xml.readNext();
     if (!xml.isStartElement() || xml.name() != "bookmark"_L1) continue;
     const QXmlStreamAttributes attributes = xml.attributes();
-    const QString path = QUrl(attributes.value("href"_L1).toString(), QUrl::StrictMode).toLocalFile();
+    const QUrl address(attributes.value("href"_L1).toString(), QUrl::StrictMode);
+    const QString path = address.host().isEmpty() ? address.toLocalFile() : QString();
     const QDateTime used = lastUse(attributes);
     const bool hidden = isPrivate(xml);
     if (hidden || xml.hasError() || !path.startsWith(u'/') || !used.isValid()) continue;

@@ -22,6 +22,8 @@ void SystemMetrics::sample() {
   append(cpuHistory_, snapshot_.cpu);
   append(ramHistory_, snapshot_.memory);
   append(networkHistory_, snapshot_.download + snapshot_.upload);
+  append(downloadHistory_, snapshot_.download);
+  append(uploadHistory_, snapshot_.upload);
   Q_EMIT changed();
 }
 

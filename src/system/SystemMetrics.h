@@ -29,6 +29,8 @@ class SystemMetrics final : public QObject {
   const QList<double>& cpuHistory() const { return cpuHistory_; }          ///< percent
   const QList<double>& ramHistory() const { return ramHistory_; }          ///< percent
   const QList<double>& networkHistory() const { return networkHistory_; }  ///< bytes per second, both ways together
+  const QList<double>& downloadHistory() const { return downloadHistory_; }  ///< the same, one way each
+  const QList<double>& uploadHistory() const { return uploadHistory_; }
 
   /// Whether something shows these readings, so that sampling is worth its cost.
   bool isNeeded() const { return isNeeded_; }
@@ -51,6 +53,8 @@ class SystemMetrics final : public QObject {
   QList<double> cpuHistory_;
   QList<double> ramHistory_;
   QList<double> networkHistory_;
+  QList<double> downloadHistory_;
+  QList<double> uploadHistory_;
   int samplesUntilSlowRefresh_ = 0;
   bool isNeeded_ = false;
 };

@@ -44,9 +44,7 @@ class AsPlainUser {
     EXPECT_EQ(::seteuid(kNobody), 0);
   }
   Q_DISABLE_COPY_MOVE(AsPlainUser)
-  ~AsPlainUser() {
-    EXPECT_TRUE(!root_ || ::seteuid(0) == 0);
-  }
+  ~AsPlainUser() { EXPECT_TRUE(!root_ || ::seteuid(0) == 0); }
 
  private:
   bool root_;

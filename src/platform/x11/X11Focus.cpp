@@ -1,11 +1,24 @@
 #include "platform/x11/X11Focus.h"
 
+#include <QList>
 #include <utility>
 
 #include "platform/x11/X11Events.h"
 #include "platform/x11/X11Properties.h"
 
 namespace tarnwick {
+namespace {
+
+QList<X11Focus*> loans;
+
+}  // namespace
+
+X11Focus::X11Focus(X11Events& events) : events_(events) { loans.append(this); }
+
+X11Focus::~X11Focus() {
+  giveBack();
+  loans.removeOne(this);
+}
 
 void X11Focus::take(xcb_window_t window) {
   const xcb_window_t before = current();
@@ -19,6 +32,10 @@ void X11Focus::giveBack(xcb_timestamp_t time) {
   const xcb_window_t window = std::exchange(window_, XCB_WINDOW_NONE);
   const xcb_window_t previous = std::exchange(previous_, XCB_WINDOW_NONE);
   if (current() == window) set(previous, time);
+  // Another of our windows may have taken it from this one, which will not be there to have it back.
+  for (X11Focus* loan : loans) {
+    if (loan->previous_ == window) loan->previous_ = previous;
+  }
 }
 
 xcb_window_t X11Focus::current() const {

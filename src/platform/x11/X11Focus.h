@@ -10,8 +10,8 @@ class X11Events;
 /// meantime. The events must outlive it.
 class X11Focus {
  public:
-  explicit X11Focus(X11Events& events) : events_(events) {}
-  ~X11Focus() { giveBack(); }
+  explicit X11Focus(X11Events& events);
+  ~X11Focus();
   X11Focus(const X11Focus&) = delete;
   X11Focus& operator=(const X11Focus&) = delete;
 

@@ -53,7 +53,7 @@ class SearchField final : public TextField {
 };
 
 /// Several lines that the user writes.
-class TextArea final : public QPlainTextEdit {
+class TextArea : public QPlainTextEdit {
   Q_OBJECT
  public:
   explicit TextArea(const QString& label, QWidget* parent = nullptr);

@@ -173,6 +173,12 @@ void CheckRow::setStrikes(bool strikes) {
   update();
 }
 
+void CheckRow::setValue(const QString& value) {
+  value_ = value;
+  setAccessibleDescription(value);
+  update();
+}
+
 void CheckRow::setParted(bool parted) {
   parted_ = parted;
   update();
@@ -201,7 +207,10 @@ void CheckRow::paintEvent(QPaintEvent*) {
   }
   if (hasFocus() && byKeyboard_) drawFocusLine(painter, rect(), theme::kRowCorner, look);
   const double left = disc.right() + theme::kRowGap;
-  const QRectF room(left, 0, width() - left, height());
+  const TextLine value = TextLine(value_, TextStyle::Caption).elided(width() / 2.0, Elide::End);
+  value.drawRight(painter, {static_cast<double>(width()), (height() + value.capHeight()) / 2}, look.palette.secondary);
+  const double end = width() - (value_.isEmpty() ? 0 : value.width() + theme::kRowGap);
+  const QRectF room(left, 0, std::max(0.0, end - left), height());
   const bool done = isChecked() && strikes_;
   const QColor ink = done ? look.palette.tertiary : look.palette.primary;
   const TextLine line = TextLine(label_, TextStyle::Body).elided(room.width(), Elide::End);

@@ -61,6 +61,8 @@ class CheckRow final : public QCheckBox {
 
   /// Whether the text of a ticked row is struck through, as for things done. It is unless told otherwise.
   void setStrikes(bool strikes);
+  /// A quiet word at the end.
+  void setValue(const QString& value);
   void setParted(bool parted);
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
@@ -72,6 +74,7 @@ class CheckRow final : public QCheckBox {
 
  private:
   QString label_;
+  QString value_;
   bool strikes_ = true;
   bool parted_ = false;
   bool byKeyboard_ = false;

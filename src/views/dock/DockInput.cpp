@@ -14,18 +14,15 @@
 
 namespace tarnwick {
 
-namespace {
-
-constexpr double kNotch = 120;  // What one step of a wheel counts.
-
-}  // namespace
-
 bool DockView::event(QEvent* event) {
   switch (event->type()) {
     case QEvent::ToolTip: {
       const auto* help = static_cast<QHelpEvent*>(event);
       const auto item = layout_.itemAt(help->pos());
-      if (item && answersPointer(*item) && !press_)
+      const auto tab = layout_.tabAt(help->pos());
+      if (tab && !press_)
+        QToolTip::showText(help->globalPos(), tabTip(*tab), this, layout_.tabs[*tab].toAlignedRect());
+      else if (item && answersPointer(*item) && !press_)
         QToolTip::showText(help->globalPos(), itemText(*item).tip(), this, layout_.items[*item].rect.toAlignedRect());
       else
         QToolTip::hideText();
@@ -38,6 +35,9 @@ bool DockView::event(QEvent* event) {
       break;
     case QEvent::StyleChange:  // With it, the theme of the icons may have changed.
       forgetIcons();
+      break;
+    case QEvent::Enter:  // The dock may come to a pointer that rests.
+      if (!drag_) setPointer(static_cast<QEnterEvent*>(event)->position());
       break;
     case QEvent::Show:
     case QEvent::ScreenChangeInternal:  // The new screen may have other pixels.
@@ -103,6 +103,8 @@ void DockView::leaveEvent(QEvent*) {
 // --- Buttons --------------------------------------------------------------------------------------------------------
 
 void DockView::mousePressEvent(QMouseEvent* event) {
+  // Of two quick clicks the second opens the menu again; by itself it would open none.
+  if (event->button() == Qt::RightButton && event->type() == QEvent::MouseButtonDblClick) openMenuAt(event->pos());
   if (event->button() == Qt::MiddleButton) middlePressed_ = layout_.itemAt(event->position()).value_or(-1);
   if (event->button() != Qt::LeftButton || drag_) return;
   setPointer(event->position());
@@ -227,7 +229,7 @@ void DockView::click(QPointF point) {
   }
   if (const TileContent* content = contentOf(*item)) {
     const QRectF& tile = layout_.items[*item].rect;
-    const auto part = tilePartAt(*content, tile.width() / row_.scale, (point - tile.topLeft()) / row_.scale);
+    const auto part = tilePartAt(*content, tile.width() / row_.scale, (point - tile.topLeft()) / row_.scale, row_.scale);
     if (part) {
       Q_EMIT tilePartActivated(widgetOf(*item)->id, *part);
       return;
@@ -240,7 +242,7 @@ void DockView::click(QPointF point) {
 
 void DockView::wheelEvent(QWheelEvent* event) {
   event->accept();
-  if (drag_ || cycleWindows(*event)) return;
+  if (drag_ || turnTabs(*event) || cycleWindows(*event)) return;
   if (layout_.overflow <= 0) {
     event->ignore();
     return;
@@ -263,7 +265,7 @@ bool DockView::cycleWindows(const QWheelEvent& event) {
   if (item != wheelItem_ || turnsBack) wheel_ = 0;
   wheelItem_ = item;
   wheel_ += turned.y();
-  for (; std::abs(wheel_) >= kNotch; wheel_ -= std::copysign(kNotch, wheel_))
+  for (; std::abs(wheel_) >= kWheelNotch; wheel_ -= std::copysign(kWheelNotch, wheel_))
     Q_EMIT cycleWindowsRequested(application, wheel_ > 0 ? -1 : 1);
   return true;
 }
@@ -292,7 +294,7 @@ void DockView::openMenu(qsizetype item, const QRect& beside) {
 
 void DockView::openItemMenu(qsizetype item) {
   const QRectF place = item >= 0 && item < layout_.items.size() ? layout_.items[item].rect : layout_.glass;
-  openMenu(item, place.toAlignedRect());
+  openMenu(item, glassBeside(place));
 }
 
 void DockView::contextMenuEvent(QContextMenuEvent* event) {
@@ -300,10 +302,15 @@ void DockView::contextMenuEvent(QContextMenuEvent* event) {
   if (drag_) return;
   if (event->reason() == QContextMenuEvent::Keyboard) {
     openItemMenu(focused_);
-  } else if (layout_.glass.contains(event->pos())) {
-    const auto item = layout_.itemAt(event->pos());
-    item ? openItemMenu(*item) : openMenu(-1, QRect(event->pos(), QSize(1, 1)));
+  } else {
+    openMenuAt(event->pos());
   }
+}
+
+void DockView::openMenuAt(QPoint point) {
+  if (drag_ || !layout_.glass.contains(point)) return;
+  const auto item = layout_.itemAt(point);
+  item ? openItemMenu(*item) : openMenu(-1, glassBeside(QRect(point, QSize(1, 1))));
 }
 
 }  // namespace tarnwick

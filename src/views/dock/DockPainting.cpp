@@ -299,12 +299,13 @@ void DockView::paintTabs(QPainter& painter) {
   painter.setOpacity(tabsShare());
   for (qsizetype i = 0; i < layout_.tabs.size(); ++i) {
     const QRectF& tab = layout_.tabs[i];
+    if (tab.isEmpty()) continue;
     const bool active = i == row_.activeTab;
     if (active) drawRounded(painter, tab, tab.height() / 2, palette_.tab);
     painter.save();
     painter.translate(tab.center());
     painter.scale(scale, scale);
-    const TextLine line(row_.tabs[i], TextStyle::TabLabel, scale);
+    const TextLine line = TextLine(row_.tabs[i], TextStyle::TabLabel, scale).elided(tabRoom(i), Elide::Middle);
     line.drawCentred(painter, {0, line.capHeight() / 2}, active ? palette_.primary : palette_.secondary);
     painter.restore();
   }

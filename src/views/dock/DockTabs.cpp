@@ -1,18 +1,38 @@
 // The profiles: their tabs, the drag that switches them, and the row that slides to the next one.
 
+#include <QCursor>
+#include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
 
 #include "views/dock/DockView.h"
 #include "views/dock/SpringNames.h"
 #include "views/theme/Theme.h"
+#include "views/theme/Typography.h"
 
 namespace tarnwick {
+
+namespace {
+
+constexpr qsizetype kTabsUnderWheel = -2;  // In the place of an item.
+
+}  // namespace
 
 // --- Tabs -----------------------------------------------------------------------------------------------------------
 
 double DockView::tabsShare() const {
   return std::clamp(springs_.value(kTabsSpring) / (theme::kTabRowHeight * row_.scale), 0.0, 1.0);
+}
+
+/// The room for a tab's name. The widths that were measured stand rounded to whole pixels.
+double DockView::tabRoom(qsizetype tab) const {
+  return (layout_.tabs[tab].width() + 1) / row_.scale - theme::kTabPadding * 2;
+}
+
+/// A name that stands there whole needs no tip.
+QString DockView::tabTip(qsizetype tab) const {
+  const TextLine line(row_.tabs[tab], TextStyle::TabLabel, row_.scale);
+  return line.width() > tabRoom(tab) ? row_.tabs[tab] : QString();
 }
 
 void DockView::showTabs(bool shown) {
@@ -30,7 +50,7 @@ void DockView::showTabs(bool shown) {
 }
 
 void DockView::hoverTabs(bool inside) {
-  const bool coming = inside && row_.offersTabs();
+  const bool coming = holdsTabs() ? tabsWanted_ : inside && row_.offersTabs();
   if (coming == tabsComing_ || !scheduler_) return;
   tabsComing_ = coming;
   tabsWork_.reset();
@@ -39,6 +59,33 @@ void DockView::hoverTabs(bool inside) {
     showTabs(tabsComing_);
     rehover();
   });
+}
+
+/// What stands above the glass should not see it grow or shrink.
+void DockView::holdTabs() { hoverTabs(pointer_ && layout_.glass.contains(*pointer_)); }
+
+void DockView::setMenuOpen(bool open) {
+  menuOpen_ = open;
+  // While it was open the pointer was the menu's, and nobody tells where that left it.
+  const QPointF pointer = mapFromGlobal(QCursor::pos());
+  if (!open && !drag_) setPointer(layout_.glass.contains(pointer) ? std::optional(pointer) : std::nullopt);
+  holdTabs();
+}
+
+/// The wheel over the tabs goes through the profiles, those that there is no room for included.
+bool DockView::turnTabs(const QWheelEvent& event) {
+  const auto shown = std::ranges::find_if_not(layout_.tabs, &QRectF::isEmpty);
+  if (shown == layout_.tabs.end() || !layout_.glass.contains(event.position())) return false;
+  if (event.position().y() < shown->top() || event.position().y() >= shown->bottom()) return false;
+  const int turned = event.angleDelta().y() != 0 ? event.angleDelta().y() : event.angleDelta().x();
+  if (wheelItem_ != kTabsUnderWheel || wheel_ * turned < 0) wheel_ = 0;
+  wheelItem_ = kTabsUnderWheel;
+  wheel_ += turned;
+  if (std::abs(wheel_) < kWheelNotch) return true;
+  const qsizetype tab = row_.activeTab + (wheel_ > 0 ? -1 : 1);
+  wheel_ = 0;
+  if (tab >= 0 && tab < row_.tabs.size()) Q_EMIT tabActivated(tab);
+  return true;
 }
 
 // --- Switching by a drag --------------------------------------------------------------------------------------------

@@ -157,6 +157,7 @@ void DockView::describe() {
 void DockView::setPanelOpen(const QUuid& widget) {
   if (widget == panelOpen_) return;
   panelOpen_ = widget;
+  holdTabs();
   updateRow();
 }
 
@@ -273,6 +274,15 @@ QRectF DockView::tileRect(const QUuid& widget) const {
   const auto found = std::ranges::find(row_.widgets, widget, &DockWidget::id);
   if (found == row_.widgets.end()) return {};
   return itemRect(layout_.itemOf(RowItem::Kind::Widget, found - row_.widgets.begin()));
+}
+
+QRect DockView::besideRect(const QUuid& widget) const { return glassBeside(tileRect(widget)); }
+
+QRect DockView::glassBeside(const QRectF& item) const {
+  QRectF beside = item;
+  beside.setTop(fullGlass().top());
+  beside.setBottom(fullGlass().bottom());
+  return beside.toAlignedRect();
 }
 
 QHash<quint64, QRectF> DockView::applicationPlaces() const {

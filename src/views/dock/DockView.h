@@ -48,6 +48,8 @@ class DockView : public QWidget {
   void refresh(const TileSources& sources);
   /// Marks the widget whose panel is open; a null identity marks none.
   void setPanelOpen(const QUuid& widget);
+  /// While a menu of the dock is open the tabs stay as they are, as while a panel is.
+  void setMenuOpen(bool open);
   /// Brings the tabs of the profiles out, or takes them back; hover does the same.
   void showTabs(bool shown);
 
@@ -65,6 +67,8 @@ class DockView : public QWidget {
   QUuid widgetAt(QPointF point) const;
   /// The place of a widget's tile; empty for none.
   QRectF tileRect(const QUuid& widget) const;
+  /// What a window that belongs to the tile stands beside: the stretch of the glass with the tile on it.
+  QRect besideRect(const QUuid& widget) const;
   /// The places of the running applications, whether as tiles of their own or behind a launcher's.
   QHash<quint64, QRectF> applicationPlaces() const;
 
@@ -175,6 +179,7 @@ class DockView : public QWidget {
   void endGesture(const Press& press, const QMouseEvent& event);
   bool isOver(const Press& press, QPointF point) const;
   void click(QPointF point);
+  void openMenuAt(QPoint point);
   void openMenu(qsizetype item, const QRect& beside);
 
   // By the keyboard.
@@ -200,6 +205,12 @@ class DockView : public QWidget {
 
   // Profiles.
   void hoverTabs(bool inside);
+  void holdTabs();
+  bool holdsTabs() const { return menuOpen_ || !panelOpen_.isNull(); }
+  double tabRoom(qsizetype tab) const;
+  QString tabTip(qsizetype tab) const;
+  bool turnTabs(const QWheelEvent& event);
+  QRect glassBeside(const QRectF& item) const;
   void swipeBy(double distance);
   void endSwipe(double distance, double velocity);
   void beginSlide(bool forward);
@@ -260,6 +271,7 @@ class DockView : public QWidget {
   qsizetype pressed_ = -1;
   qsizetype focused_ = -1;
   QUuid panelOpen_;
+  bool menuOpen_ = false;
 
   std::optional<Press> press_;
   qsizetype middlePressed_ = -1;

@@ -13,6 +13,8 @@
 
 namespace tarnwick {
 
+inline constexpr double kWheelNotch = 120;  ///< What one step of a wheel counts.
+
 /// How fast a pointer moves sideways, from what it did in the last tenth of a second.
 class FlickMeter {
  public:

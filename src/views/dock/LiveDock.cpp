@@ -3,6 +3,9 @@
 #include <QResizeEvent>
 #include <algorithm>
 
+#include "views/tiles/NoteTiles.h"
+#include "widgets/catalog/Catalog.h"
+
 namespace tarnwick {
 namespace {
 
@@ -129,6 +132,10 @@ TileSources LiveDock::sources() const {
   sources.cpuHistory = system.cpuHistory();
   sources.memoryHistory = system.ramHistory();
   sources.networkHistory = system.networkHistory();
+  sources.readings.downloadHistory = system.downloadHistory();
+  sources.readings.uploadHistory = system.uploadHistory();
+  for (const RunningApp& app : store_.runningApps())
+    sources.readings.running.append({app.identity, app.name, app.iconName, app.active});
   for (const Toggle toggle :
        {Toggle::WiFi, Toggle::Bluetooth, Toggle::DarkMode, Toggle::DoNotDisturb, Toggle::Mute, Toggle::KeepAwake}) {
     sources.toggles.insert(toggle, toggles_.state(toggle));
@@ -136,7 +143,20 @@ TileSources LiveDock::sources() const {
   sources.applications = pinnedApplications();
   sources.shelfItems = store_.config().shelf.size();
   sources.trashItems = ask(actions_.trashItems);
+  sources.todos = store_.config().todos;
+  sources.calendar = calendar();
+  if (const auto notes = notesByAge(store_.config()); !notes.isEmpty())
+    sources.latestNote = noteReading(notes.first().options.value(u"text"_s));
+  if (actions_.addReadings) actions_.addReadings(sources.readings, view_->row().widgets);
   return sources;
+}
+
+std::shared_ptr<const CalendarDigest> LiveDock::calendar() const {
+  if (auto digest = ask(actions_.calendar)) return digest;
+  auto none = std::make_shared<CalendarDigest>();
+  none->calendarMessage = store_.calendarMessage();
+  none->reminderMessage = store_.reminderMessage();
+  return none;
 }
 
 void LiveDock::connectStore() {
@@ -151,12 +171,9 @@ void LiveDock::connectStore() {
 void LiveDock::connectTiles() {
   connect(view_, &DockView::tileActivated, this, [this](const QUuid& widget) {
     store_.activeDisplay = display_;
-    ask(actions_.openTile, widget, view_->tileRect(widget).toAlignedRect());
+    ask(actions_.openTile, widget, view_->besideRect(widget));
   });
-  connect(view_, &DockView::tilePartActivated, this, [this](const QUuid&, int part) {
-    const auto toggle = static_cast<Toggle>(part);
-    toggles_.set(toggle, !toggles_.state(toggle).on);
-  });
+  connect(view_, &DockView::tilePartActivated, this, &LiveDock::activatePart);
   connect(view_, &DockView::addWidgetsRequested, this, [this] {
     store_.activeDisplay = display_;
     ask(actions_.addWidgets);
@@ -166,6 +183,34 @@ void LiveDock::connectTiles() {
     widget.isNull() ? ask(actions_.dockMenu, beside) : ask(actions_.tileMenu, widget, beside);
   });
   connect(view_, &DockView::focusLeft, this, [this] { ask(actions_.giveBackKeyboard); });
+}
+
+void LiveDock::activatePart(const QUuid& id, int part) {
+  const auto& shown = view_->row().widgets;
+  const auto widget = std::ranges::find(shown, id, &DockWidget::id);
+  if (widget == shown.end()) return;
+  const QString& family = Catalog::find(widget->kind).family;
+  if (family == "timer"_L1) {
+    store_.toggleTimer(id);
+  } else if (family == "water"_L1) {
+    store_.drink(id);
+  } else if (family == "habit"_L1) {
+    store_.toggleHabit(id);
+  } else if (family == "todos"_L1) {
+    const auto& todos = store_.config().todos;
+    if (part >= 0 && part < todos.size()) store_.toggleTodo(todos[part].id);
+  } else if (family == "calendar"_L1) {
+    if (const auto& meeting = calendar()->nextMeeting) ask(actions_.openUrl, QUrl(meeting->meetingLink));
+  } else if (family == "reminders"_L1) {
+    const auto digest = calendar();
+    if (part >= 0 && part < digest->reminders.size()) ask(actions_.completeReminder, digest->reminders[part]);
+  } else if (widget->kind == "openWindows"_L1) {
+    const auto& running = store_.runningApps();
+    if (part >= 0 && part < running.size()) ask(actions_.bringApplication, running[part].identity);
+  } else if (family == "toggles"_L1) {
+    const auto toggle = static_cast<Toggle>(part);
+    toggles_.set(toggle, !toggles_.state(toggle).on);
+  }
 }
 
 void LiveDock::connectApplications() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QUrl>
 #include <QUuid>
 #include <functional>
 #include <optional>
@@ -49,6 +50,12 @@ struct DockActions {
   std::function<bool(const QString& path)> isStarting;
   std::function<std::optional<qint64>()> trashItems;
   std::function<bool()> reducesMotion;
+  /// The user's calendars and reminders at this minute; null while nothing is known of them.
+  std::function<std::shared_ptr<const CalendarDigest>()> calendar;
+  std::function<void(const Reminder& reminder)> completeReminder;
+  std::function<void(const QUrl& url)> openUrl;
+  /// Adds what these widgets show of the machine and of the user's files (see ReadingSources).
+  std::function<void(ReadingFacts& readings, const QList<DockWidget>& widgets)> addReadings;
 };
 
 /// The dock of one display, kept true to the store: its row follows the settings and the running applications, its
@@ -79,6 +86,8 @@ class LiveDock final : public DockContent {
   void refreshTiles();
   void connectStore();
   void connectTiles();
+  void activatePart(const QUuid& id, int part);
+  std::shared_ptr<const CalendarDigest> calendar() const;
   void connectApplications();
   void connectHands();
   QList<DockApp> runningApps() const;

@@ -3,6 +3,7 @@
 #include <QHash>
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "views/theme/Theme.h"
 #include "views/theme/Typography.h"
@@ -95,22 +96,45 @@ struct Grid {
   }
 };
 
-void placeTabs(RowLayout& layout, const DockRow& row, const Grid& grid) {
-  QList<double> widths;
-  double total = theme::kTabGap * static_cast<double>(row.tabs.size() - 1);
-  for (const QString& tab : row.tabs) {
-    widths.append(TextLine(tab, TextStyle::TabLabel, row.scale).width() + theme::kTabPadding * 2);
-    total += widths.last();
+/// What tabs of these widths get of a room: the widest give way first, until all are alike.
+QList<double> sharesOf(const QList<double>& widths, double room) {
+  QList<double> ascending = widths;
+  std::ranges::sort(ascending);
+  double left = room;
+  double most = room;
+  for (qsizetype i = 0; i < ascending.size(); ++i) {
+    most = left / static_cast<double>(ascending.size() - i);
+    if (ascending[i] > most) break;
+    left -= ascending[i];
+    most = ascending[i];
   }
+  QList<double> shares;
+  for (const double width : widths) shares.append(std::min(width, most));
+  return shares;
+}
+
+void placeTabs(RowLayout& layout, const DockRow& row, const Grid& grid) {
+  // Where there is no room for all of them, those around the active one show.
+  const double room = layout.glass.width() / row.scale - theme::kInset * 2;
+  const auto most = static_cast<qsizetype>((room + theme::kTabGap) / (theme::kTabLeastWidth + theme::kTabGap));
+  const qsizetype count = std::clamp<qsizetype>(most, 1, row.tabs.size());
+  const qsizetype first = std::clamp<qsizetype>(row.activeTab - count / 2, 0, row.tabs.size() - count);
+  QList<double> widths;
+  for (const QString& tab : row.tabs.mid(first, count))
+    widths.append(TextLine(tab, TextStyle::TabLabel, row.scale).width() + theme::kTabPadding * 2);
+  const double gaps = theme::kTabGap * static_cast<double>(count - 1);
+  widths = sharesOf(widths, room - gaps);
+  const double total = std::accumulate(widths.cbegin(), widths.cend(), gaps);
+  layout.tabs.fill(QRectF(), row.tabs.size());
   // They stand still while the glass grows out to them.
   const double grown = theme::kDockHeightWithTabs * row.scale;
   const double top = row.edge == Edge::Bottom
                          ? layout.glass.bottom() - grown + theme::kTabTop * row.scale
                          : layout.glass.top() + grown - (theme::kTabTop + theme::kTabHeight) * row.scale;
   double x = layout.glass.center().x() - total * row.scale / 2;
-  for (const double width : widths) {
-    layout.tabs.append(grid(x, top, x + width * row.scale, top + theme::kTabHeight * row.scale));
-    x += (width + theme::kTabGap) * row.scale;
+  for (qsizetype i = 0; i < count; ++i) {
+    layout.tabs[first + i] = grid(x, top, x + widths[i] * row.scale, top + theme::kTabHeight * row.scale);
+    x += (widths[i] + theme::kTabGap) * row.scale;
   }
 }
 

@@ -30,8 +30,8 @@ struct RowLayout {
   QRectF glass;
   QList<RowItem> items;  ///< From left to right.
   QRectF separator;      ///< The line between tiles and running applications; empty where there is none.
-  QList<QRectF> tabs;
-  double overflow = 0;  ///< How far the row is wider than its glass; it scrolls that far.
+  QList<QRectF> tabs;    ///< None while they are in; one that there is no room for is empty.
+  double overflow = 0;   ///< How far the row is wider than its glass; it scrolls that far.
 
   /// The width at scale 1 that the glass takes when nothing limits it, never below the dock's least.
   static double idealWidth(const DockRow& row);

@@ -1,13 +1,20 @@
 #pragma once
 
+#include <QList>
+#include <QPixmap>
 #include <QString>
 #include <QUrl>
 #include <QUuid>
 #include <functional>
+#include <memory>
 
+#include "apps/AppIndex.h"
 #include "base/Scheduler.h"
+#include "desktop/ClientWindows.h"
 #include "desktop/Toggles.h"
 #include "store/AppStore.h"
+#include "system/ports/ProcessSource.h"
+#include "views/tiles/ReadingSources.h"
 #include "views/tiles/TileSources.h"
 
 namespace tarnwick {
@@ -22,6 +29,32 @@ struct PanelActions {
   /// Starts the desktop's own system monitor.
   std::function<void()> openMonitor;
   std::function<void(const QString& text)> copyText;
+  /// Lets the user pick a color on the screen. `picked` runs once with "#RRGGBB", or never when nothing was picked.
+  std::function<void(const std::function<void(const QString& hex)>& picked)> pickColor;
+  /// Starts the desktop's own calendar.
+  std::function<void()> openCalendar;
+  /// Lets the user choose a folder of calendar files.
+  std::function<void()> addCalendarFolder;
+  /// Ticks a reminder off, or takes the tick away.
+  std::function<void(const Reminder& reminder, bool completed)> completeReminder;
+
+  /// The applications that are installed; another one after each change.
+  std::function<std::shared_ptr<const AppIndex>()> applications;
+  /// The picture of an application, by what its tile knows it by.
+  std::function<QPixmap(const QString& icon, int size, double ratio)> icon;
+  /// Starts the application of a desktop entry.
+  std::function<void(const QString& path)> startApplication;
+  std::function<void(quint64 application)> bringApplication;
+  /// The windows of other programs.
+  std::function<QList<ClientWindow>()> windows;
+  std::function<void(quint64 window)> showWindow;
+  /// Shows a file in its folder.
+  std::function<void(const QString& path)> revealPath;
+  std::function<void()> openTrash;
+  /// Deletes what is in the trash for good, without asking.
+  std::function<void()> emptyTrash;
+  /// Asks a process to end itself. Throws DomainError.
+  std::function<void(const ProcessReading& process)> endProcess;
 };
 
 /// What a panel is made from. Everything is borrowed and outlives the panel. The widget is held by its identity: the
@@ -35,6 +68,7 @@ struct PanelContext {
   /// What tiles show at this moment; panels show the same values.
   std::function<TileSources()> sources;
   PanelActions actions;
+  ReadingServices readings = {};
 
   /// The widget's kind; empty when the settings hold it no more.
   QString kind() const {

@@ -172,7 +172,7 @@ void TilePanel::start() {
 
 void TilePanel::refreshNow() {
   refresh(context_.sources ? context_.sources() : TileSources());
-  header_->setTitle(title());
+  header_->setTitle(heading());
 }
 
 void TilePanel::takeWidget() {

@@ -73,6 +73,9 @@ class TilePanel : public QWidget, public LookSource {
   /// Shows what is true now. `sources` is what tiles show at the same moment.
   virtual void refresh(const TileSources& sources) = 0;
 
+  /// What the header says; the title unless told otherwise.
+  virtual QString heading() const { return title(); }
+
   PanelHeader& header() { return *header_; }
   /// Where the panel's own controls go, below each other.
   QVBoxLayout& body() { return *body_; }

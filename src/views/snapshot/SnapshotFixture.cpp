@@ -3,6 +3,8 @@
 #include <QTimeZone>
 #include <cmath>
 
+#include "views/snapshot/CalendarFixture.h"
+#include "views/snapshot/FileFixture.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
@@ -58,9 +60,12 @@ QString secondsFromNow(int seconds) {
 QMap<QString, QString> optionsOf(const QString& kind) {
   static const QHash<QString, QMap<QString, QString>> options = {
       {u"worldClockCity"_s, {{u"timezone"_s, u"Asia/Tokyo"_s}}},
-      {u"worldClockList"_s, {{u"timezones"_s, u"Asia/Tokyo,America/New_York,Europe/Berlin"_s}}},
+      {u"worldClockList"_s, {{u"zones"_s, u"America/New_York,Europe/London,Asia/Tokyo"_s}}},
+      {u"todayClock"_s, {{u"city"_s, u"Kendal"_s}}},
       {u"appLauncher"_s, {{u"path"_s, u"/usr/share/applications/browser.desktop"_s}}},
       {u"folderLauncher"_s, {{u"path"_s, u"/home/robin/Documents"_s}}},
+      {u"pinnedWindow"_s, {{u"windowTitle"_s, u"Inbox"_s}, {u"appName"_s, u"Mail"_s}}},
+      {u"appFolder"_s, {{u"paths"_s, u"/usr/share/applications/mail.desktop\n/usr/share/applications/music.desktop\n/usr/share/applications/messages.desktop\n/usr/share/applications/photos.desktop"_s}}},
       {u"scratchNote"_s, {{u"text"_s, u"Ask Ines about the museum tickets"_s}}},
       {u"drinkWater"_s, {{u"glasses"_s, u"5"_s}, {u"goal"_s, u"8"_s}, {u"day"_s, u"2026-11-24"_s}}},
       {u"habitTracker"_s,
@@ -124,7 +129,11 @@ TileSources SnapshotFixture::sources() {
   browser.name = u"Browser"_s;
   browser.marks.running = true;
   sources.applications.insert(u"/usr/share/applications/browser.desktop"_s, browser);
+  for (const QString& name : {u"Mail"_s, u"Music"_s, u"Messages"_s, u"Photos"_s})
+    sources.applications.insert(u"/usr/share/applications/%1.desktop"_s.arg(name.toLower()), {name, {}, 0, {}});
   sources.shelfItems = 3;
+  sources.calendar = calendarFixture(sources.now);
+  sources.readings = FileFixture::readings(sources.now);
   sources.trashItems = 12;
   sources.todos = configuration().todos;
   sources.latestNote = NoteReading{u"Dock review"_s, u"Check the ring width at half the scale"_s};
@@ -181,6 +190,8 @@ SnapshotStore::SnapshotStore()
   store_ = std::make_unique<AppStore>(std::move(setup));
   store_->setFrozenDate(SnapshotFixture::moment());
   store_->edit([](DockConfiguration& config) { config = SnapshotFixture::configuration(); });
+  store_->apply(FileFixture::running());
+  files_ = std::make_unique<FileFixture>(SnapshotFixture::moment(), *scheduler_);
 }
 
 SnapshotStore::~SnapshotStore() = default;
@@ -192,10 +203,23 @@ PanelContext SnapshotStore::contextOf(const QString& kind) {
   actions.openEditor = [](const QUuid&) {};
   actions.openMonitor = [] {};
   actions.copyText = [](const QString&) {};
+  actions.openCalendar = [] {};
+  actions.addCalendarFolder = [] {};
+  actions.completeReminder = [](const Reminder&, bool) {};
+  actions.applications = [apps = FileFixture::applications()] { return apps; };
+  actions.startApplication = [](const QString&) {};
+  actions.bringApplication = [](quint64) {};
+  actions.windows = [] { return FileFixture::windows(); };
+  actions.showWindow = [](quint64) {};
+  actions.revealPath = [](const QString&) {};
+  actions.openTrash = [] {};
+  actions.emptyTrash = [] {};
+  actions.endProcess = [](const ProcessReading&) {};
+  actions.pickColor = [](const std::function<void(const QString&)>&) {};
   return {*store_,      *scheduler_,
           *toggles_,    SnapshotFixture::widgetOf(kind).id,
           u"fixture"_s, [] { return SnapshotFixture::sources(); },
-          actions};
+          actions,      files_->services()};
 }
 
 }  // namespace tarnwick

@@ -13,6 +13,8 @@
 
 namespace tarnwick {
 
+class FileFixture;
+
 /// The one set of data that all pictures of the program are taken with. A family that shows something new gives it a
 /// value here: in sources() what tiles and panels read, in widgetOf() the options of its widgets, in configuration()
 /// what stands in the settings.
@@ -41,6 +43,7 @@ class SnapshotStore {
  private:
   std::unique_ptr<Scheduler> scheduler_;
   std::unique_ptr<Toggles> toggles_;
+  std::unique_ptr<FileFixture> files_;
   std::unique_ptr<AppStore> store_;
 };
 

@@ -60,6 +60,26 @@ void drawFolder(QPainter& painter, QPointF topLeft, const PictureColors& colors)
   painter.restore();
 }
 
+void drawDocument(QPainter& painter, QPointF topLeft, const PictureColors& colors) {
+  painter.save();
+  painter.translate(topLeft);
+  fill(painter, rounded(QRectF(7, 3, 26, 34), 3.5), colors.paper);
+  painter.setPen(QPen(colors.paperInk, 1.6, Qt::SolidLine, Qt::RoundCap));
+  painter.drawLine(QPointF(12, 10), QPointF(23, 10));
+  painter.drawLine(QPointF(12, 15), QPointF(28, 15));
+  painter.drawLine(QPointF(12, 20), QPointF(26, 20));
+  painter.restore();
+}
+
+void drawPapers(QPainter& painter, QPointF topLeft, const PictureColors& colors) {
+  painter.save();
+  painter.translate(topLeft);
+  drawSheet(painter, {4, 9}, -14, colors.paperBehind, colors.paperInk);
+  drawSheet(painter, {18, 9}, 14, colors.paperBehind, colors.paperInk);
+  drawSheet(painter, {11, 8}, 0, colors.paper, colors.paperInk);
+  painter.restore();
+}
+
 void drawShelf(QPainter& painter, QPointF topLeft, int sheets, const PictureColors& colors) {
   painter.save();
   painter.translate(topLeft);

@@ -15,6 +15,10 @@ inline constexpr QPointF kFolderGlyph{20, 23.5};
 inline constexpr double kFolderGlyphSize = 15;
 
 void drawFolder(QPainter& painter, QPointF topLeft, const PictureColors& colors);
+/// One sheet.
+void drawDocument(QPainter& painter, QPointF topLeft, const PictureColors& colors);
+/// A fan of three sheets.
+void drawPapers(QPainter& painter, QPointF topLeft, const PictureColors& colors);
 /// A tray with up to two sheets in it.
 void drawShelf(QPainter& painter, QPointF topLeft, int sheets, const PictureColors& colors);
 

@@ -116,6 +116,11 @@ PictureColors picturesOf(bool light, bool monochrome) {
   pictures.faceInk = tone(0x12151C);
   pictures.faceTick = tone(0x12151C, 45);
   pictures.faceSecond = monochrome ? pictures.faceInk : tone(0xE8552D);
+  pictures.nightFace = tone(0x0B0D11);
+  pictures.nightRim = tone(0x23262D);
+  pictures.nightInk = tone(0xF4F6F8);
+  pictures.nightTick = tone(0xF4F6F8, 45);
+  pictures.nightSecond = monochrome ? pictures.nightInk : tone(0xFF9F43);
   pictures.folderBack = tone(monochrome ? 0x7C828C : 0x466BAD);
   pictures.folderFront = tone(monochrome ? 0xA9AEB7 : 0x5B97FF);
   pictures.folderEdge = white(40);
@@ -145,6 +150,7 @@ void fillDark(Palette& palette) {
   palette.tileEdge = white(7);
   palette.hairline = white(9);
   palette.well = tone(0x04060A, 42);
+  palette.split = black(45);
   palette.selection = tone(0x5B97FF, 20);
   palette.separator = white(22);
   palette.mark = white(81);
@@ -170,6 +176,7 @@ void fillLight(Palette& palette) {
   palette.tileEdge = ink(5);
   palette.hairline = ink(10);
   palette.well = white(85);
+  palette.split = ink(16);
   palette.selection = tone(0x1F62DC, 13);
   palette.separator = ink(22);
   palette.mark = ink(80);

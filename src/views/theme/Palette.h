@@ -39,6 +39,7 @@ struct PictureColors {
   QColor sunTop, sunBottom, sunRay;
   QColor cloudTop, cloudBottom;
   QColor face, faceRim, faceInk, faceTick, faceSecond;
+  QColor nightFace, nightRim, nightInk, nightTick, nightSecond;  ///< Of the dark clock.
   QColor folderBack, folderFront, folderEdge, folderGlyph;
   QColor paper, paperBehind, paperInk;
   QColor tray, trayEdge;
@@ -56,6 +57,7 @@ struct Palette {
   QColor track;
   QColor tile, tileHover, tilePressed, tileOpen, tileDragged, tileEdge;
   QColor hairline, well, selection;
+  QColor split;  ///< Across the cards of a flip clock.
   QColor separator;
   QColor mark;  ///< Neutral marks, such as the squares of the applications tile.
   QColor inkOnAccent;

@@ -26,6 +26,7 @@ inline constexpr double kTabTop = 8;
 inline constexpr double kTabHeight = 20;
 inline constexpr double kTabPadding = 10;
 inline constexpr double kTabGap = 4;
+inline constexpr double kTabLeastWidth = 40;
 inline constexpr double kTabRowHeight = kDockHeightWithTabs - kDockHeight;
 
 // Shadows: how far one lies below what casts it, and how far it spreads.

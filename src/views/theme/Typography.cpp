@@ -47,6 +47,18 @@ Type typeOf(TextStyle style) {
       return {9.5, QFont::DemiBold, 0.5 / 9.5};
     case TextStyle::BadgeInitial:
       return {11, QFont::Bold, 0};
+    case TextStyle::Flip:
+      return {34, QFont::DemiBold, -0.02};
+    case TextStyle::Overlap:
+      return {46, QFont::ExtraBold, -0.08};
+    case TextStyle::Capitals:
+      return {10.5, QFont::Bold, 0.8 / 10.5};
+    case TextStyle::BodyStrong:
+      return {12, QFont::DemiBold, 0};
+    case TextStyle::DayFigure:
+      return {23, QFont::DemiBold, -0.02};
+    case TextStyle::ListRowStrong:
+      return {11.5, QFont::DemiBold, 0};
   }
   return {12, QFont::Medium, 0};
 }

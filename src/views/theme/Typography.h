@@ -24,6 +24,12 @@ enum class TextStyle {
   Figure17,
   BadgeInitial,
   TabLabel,
+  Flip,           ///< The cards of a flip clock.
+  Overlap,        ///< The figures of an overlap clock.
+  Capitals,       ///< A short word in capital letters.
+  BodyStrong,     ///< The word of a button.
+  DayFigure,      ///< The number of a day beside something else.
+  ListRowStrong,  ///< The row of a list that matters most.
 };
 
 /// Where a text that is too long loses characters: names in the middle, sentences at the end.

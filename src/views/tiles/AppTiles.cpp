@@ -53,30 +53,6 @@ void drawStandIn(TileCanvas& canvas, const QRectF& box, const QString& name) {
                      colors.plateInk);
 }
 
-void drawIcon(TileCanvas& canvas, const QRectF& box, const QString& icon, const QString& name) {
-  QPainter& painter = canvas.painter();
-  const double unit = 1 / hairline(painter);
-  const double ratio = unit / canvas.scale() / canvas.factor();
-  const int side = static_cast<int>(std::lround(box.width() * canvas.scale() * ratio));
-  const QPixmap picture = canvas.icon(icon, static_cast<int>(std::lround(side / ratio)), ratio);
-  painter.save();
-  painter.setOpacity(painter.opacity() * canvas.iconOpacity());
-  if (picture.isNull()) {
-    drawStandIn(canvas, canvas.snapped(box), name);
-  } else if (canvas.isStill() && painter.deviceTransform().type() <= QTransform::TxScale) {
-    // Pixel for pixel.
-    const QPoint corner = painter.deviceTransform().map(box.topLeft()).toPoint();
-    painter.translate(painter.deviceTransform().inverted().map(QPointF(corner)));
-    painter.scale(1 / unit, 1 / unit);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(QRectF(0, 0, side, side), picture, QRectF(picture.rect()));
-  } else {
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(box, picture, QRectF(picture.rect()));
-  }
-  painter.restore();
-}
-
 void paintDot(TileCanvas& canvas, double x, const AppMarks& marks) {
   QPainter& painter = canvas.painter();
   const Palette& colors = canvas.colors();
@@ -127,6 +103,30 @@ QString nameAt(const QString& path) { return QFileInfo(path).completeBaseName();
 
 }  // namespace
 
+void drawAppIcon(TileCanvas& canvas, const QRectF& box, const QString& icon, const QString& name) {
+  QPainter& painter = canvas.painter();
+  const double unit = 1 / hairline(painter);
+  const double ratio = unit / canvas.scale() / canvas.factor();
+  const int side = static_cast<int>(std::lround(box.width() * canvas.scale() * ratio));
+  const QPixmap picture = canvas.icon(icon, static_cast<int>(std::lround(side / ratio)), ratio);
+  painter.save();
+  painter.setOpacity(painter.opacity() * canvas.iconOpacity());
+  if (picture.isNull()) {
+    drawStandIn(canvas, canvas.snapped(box), name);
+  } else if (canvas.isStill() && painter.deviceTransform().type() <= QTransform::TxScale) {
+    // Pixel for pixel.
+    const QPoint corner = painter.deviceTransform().map(box.topLeft()).toPoint();
+    painter.translate(painter.deviceTransform().inverted().map(QPointF(corner)));
+    painter.scale(1 / unit, 1 / unit);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(QRectF(0, 0, side, side), picture, QRectF(picture.rect()));
+  } else {
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(box, picture, QRectF(picture.rect()));
+  }
+  painter.restore();
+}
+
 QString describe(const AppMarks& marks) {
   QStringList parts;
   if (marks.urgent) parts.append(QCoreApplication::translate("Tiles", "Needs attention"));
@@ -152,7 +152,7 @@ TileText describe(const LauncherContent& content, const QString&) {
 void paint(TileCanvas& canvas, const LauncherContent& content) {
   const double left = (canvas.width() - theme::kAppIcon) / 2;
   const QRectF icon(left, theme::kTileMiddle - theme::kAppIcon / 2, theme::kAppIcon, theme::kAppIcon);
-  drawIcon(canvas, icon, content.icon, content.name);
+  drawAppIcon(canvas, icon, content.icon, content.name);
   paintMarks(canvas, icon, content.marks);
 }
 
@@ -182,7 +182,8 @@ void paint(TileCanvas& canvas, const AppFolderContent& content) {
   for (qsizetype i = 0; i < content.entries.size(); ++i) {
     const QPointF corner = well.topLeft() + QPointF(kSmallInset + kSmallPitch * static_cast<double>(i % 2),
                                                     kSmallInset + kSmallPitch * static_cast<double>(i / 2));
-    drawIcon(canvas, QRectF(corner, QSizeF(kSmallIcon, kSmallIcon)), content.entries[i].icon, content.entries[i].name);
+    drawAppIcon(canvas, QRectF(corner, QSizeF(kSmallIcon, kSmallIcon)), content.entries[i].icon,
+                content.entries[i].name);
   }
 }
 
@@ -200,7 +201,7 @@ void paintRunningApp(QPainter& painter, const QRectF& rect, const QString& name,
   painter.scale(style.scale, style.scale);
   TileCanvas canvas(painter, rect.width() / style.scale, style);
   const QRectF box(theme::kAppIconLeft, theme::kAppIconTop, theme::kAppIcon, theme::kAppIcon);
-  drawIcon(canvas, box, icon, name);
+  drawAppIcon(canvas, box, icon, name);
   paintMarks(canvas, box, marks);
   painter.restore();
 }

@@ -41,6 +41,9 @@ AppFolderContent makeAppFolder(const TileRequest& request);
 TileText describe(const AppFolderContent& content, const QString& name);
 void paint(TileCanvas& canvas, const AppFolderContent& content);
 
+/// The picture of an application in `box`, or what stands in for it.
+void drawAppIcon(TileCanvas& canvas, const QRectF& box, const QString& icon, const QString& name);
+
 /// The place of a running application, which has no ground of its own: its icon and its marks. `rect` is in the
 /// painter's units, as for paintTile.
 void paintRunningApp(QPainter& painter, const QRectF& rect, const QString& name, const QString& icon,

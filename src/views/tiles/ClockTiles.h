@@ -9,11 +9,26 @@ namespace tarnwick {
 
 class TileCanvas;
 
+/// What the sky looks like where a clock goes, for clocks of other places.
+enum class Sky { Here, Day, Night };
+
+/// The moment on a widget's clock: in the zone that it is set to, or the user's.
+QDateTime clockMoment(const TileRequest& request);
+/// Whether a widget's clock goes differently from the user's.
+bool isElsewhere(const TileRequest& request);
+/// The place that a widget's clock is for: its label, or its zone's city, or "Local".
+QString clockPlace(const TileRequest& request);
+/// A headline over the longest of `captions` that fits, and the sky at the right for another place.
+void paintHeadline(TileCanvas& canvas, const QString& headline, const QString& unit, const QStringList& captions,
+                   Sky sky, double room);
+
 /// The time over the date.
 struct TimeDateContent {
   QString time;
   QString halfOfDay;  ///< "AM" or "PM"; empty where hours count to 24.
   QStringList dates;  ///< The date from its longest form to its shortest; the first that fits is shown.
+  Sky sky = Sky::Here;
+  QString place;  ///< Of another zone; heard and read in the tip.
 
   bool operator==(const TimeDateContent&) const = default;
 };
@@ -21,8 +36,11 @@ TimeDateContent makeTimeDate(const TileRequest& request);
 TileText describe(const TimeDateContent& content, const QString& name);
 void paint(TileCanvas& canvas, const TimeDateContent& content);
 
+enum class ClockFace { Light, Dark, Minimal };
+
 /// A face with three hands.
 struct AnalogClockContent {
+  ClockFace face = ClockFace::Light;
   int hour = 0;
   int minute = 0;
   int second = 0;
@@ -30,6 +48,8 @@ struct AnalogClockContent {
   bool operator==(const AnalogClockContent&) const = default;
 };
 AnalogClockContent makeAnalogClock(const TileRequest& request);
+AnalogClockContent makeDarkClock(const TileRequest& request);
+AnalogClockContent makeMinimalClock(const TileRequest& request);
 TileText describe(const AnalogClockContent& content, const QString& name);
 void paint(TileCanvas& canvas, const AnalogClockContent& content);
 

@@ -16,8 +16,7 @@ namespace {
 constexpr double kPictureTop = 3;
 constexpr double kPictureAlone = 12;  ///< The top of a picture without a caption.
 constexpr double kTrashSymbol = 24;
-constexpr double kTrashMiddle = 22.5;
-constexpr double kTrashBaseline = 53.5;
+constexpr double kTrashMiddle = 23;
 
 /// The top left of the picture of a tile that has a caption where there is room for one.
 QPointF pictureCorner(const TileCanvas& canvas) {
@@ -71,7 +70,7 @@ TileText describe(const TrashContent& content, const QString& name) {
 void paint(TileCanvas& canvas, const TrashContent& content) {
   const double middle = canvas.showsCaption() ? kTrashMiddle : theme::kTileMiddle;
   canvas.symbol(u"trash"_s, {canvas.width() / 2, middle}, kTrashSymbol, canvas.colors().primary);
-  paintCaption(canvas, kTrashBaseline, itemsIn(content));
+  paintCaption(canvas, theme::kUnderPictureBaseline, itemsIn(content));
 }
 
 ShelfContent makeShelf(const TileRequest& request) { return {request.sources.shelfItems}; }

@@ -134,7 +134,9 @@ GenericContent makeGeneric(const TileRequest& request) {
   return content;
 }
 
-TileText describe(const GenericContent& content, const QString& name) { return {name, content.word}; }
+TileText describe(const GenericContent& content, const QString& name) {
+  return {name, content.sentence.isEmpty() ? content.word : content.sentence};
+}
 
 void paint(TileCanvas& canvas, const GenericContent& content) {
   const double room = canvas.roomAfter(textLeft(canvas));

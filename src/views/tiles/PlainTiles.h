@@ -39,6 +39,7 @@ struct GenericContent {
   QString symbol;            ///< Empty where a badge stands for a service.
   QString initial;           ///< On the badge.
   bool opensEditor = false;  ///< Whether the word is something to do, which is what the accent says.
+  QString sentence = {};     ///< In the tip, in place of the word.
 
   bool operator==(const GenericContent&) const = default;
 };

@@ -49,6 +49,19 @@ void TileCanvas::arc(QPointF centre, double radius, double width, double begin, 
   });
 }
 
+QList<double> TileCanvas::rowBaselines(qsizetype wanted) const {
+  constexpr double pitch = 16;
+  constexpr double last = 52;  // Of three.
+  constexpr qsizetype three = 3;
+  const qsizetype count = std::min(wanted, showsLastRow() ? three : three - 1);
+  const double step = showsCaption() ? pitch : pitch * 1.5;
+  const double middle = showsCaption() ? last - pitch : last - pitch + 2.5;
+  QList<double> baselines;
+  for (qsizetype i = 0; i < count; ++i)
+    baselines.append(middle + step * (static_cast<double>(i) - static_cast<double>(count - 1) / 2));
+  return baselines;
+}
+
 QRectF TileCanvas::snapped(const QRectF& rect) const {
   const QTransform transform = painter_.deviceTransform();
   if (transform.type() > QTransform::TxScale) return rect;

@@ -34,6 +34,7 @@ class TileCanvas {
   const Palette& colors() const { return style_.palette; }
   /// The tile's one accent.
   QColor accent() const { return style_.palette.accent(style_.accent); }
+  Accent accentName() const { return style_.accent; }
   QColor accentWord() const { return style_.palette.accentWord(style_.accent); }
 
   /// Whether there is room for a third row or a label; small docks leave it out first.
@@ -62,6 +63,9 @@ class TileCanvas {
 
   /// A rectangle whose edges lie on whole device pixels, at least one apart.
   QRectF snapped(const QRectF& rect) const;
+
+  /// Where the rows of a list stand, `wanted` at most; fewer in small docks, whose letters are larger.
+  QList<double> rowBaselines(qsizetype wanted) const;
 
   /// The width between `x` and the right edge of the text.
   double roomAfter(double x) const { return width_ - theme::kTextRight - x; }

@@ -30,11 +30,75 @@ TileContent launcher(const TileRequest& request) {
   return content;
 }
 
+/// Without a calendar there is nothing to show but the way to one.
+template <auto Make>
+TileContent fromCalendar(const TileRequest& request) {
+  if (auto notice = calendarNotice(request)) return *std::move(notice);
+  return Make(request);
+}
+
+template <auto Make>
+TileContent fromReminders(const TileRequest& request) {
+  if (auto notice = remindersNotice(request)) return *std::move(notice);
+  return Make(request);
+}
+
+/// One that shows no window yet has only its name to show.
+TileContent pinnedWindow(const TileRequest& request) {
+  if (!request.widget.options.value(QStringLiteral("windowTitle")).isEmpty()) return makePinnedWindow(request);
+  GenericContent content = makeGeneric(request);
+  content.word = QCoreApplication::translate("Tiles", "Choose window");
+  content.opensEditor = true;
+  return content;
+}
+
+/// A tile without room for its whole name is called by what it does.
+TileContent calledByDeed(const TileRequest& request, const QString& deed) {
+  GenericContent content = makeGeneric(request);
+  if (request.widget.title.isEmpty()) content.name = deed;
+  return content;
+}
+TileContent capture(const TileRequest& request) {
+  return calledByDeed(request, QCoreApplication::translate("Tiles", "Capture"));
+}
+TileContent cleanKeys(const TileRequest& request) {
+  return calledByDeed(request, QCoreApplication::translate("Tiles", "Clean keys"));
+}
+
 /// Which widgets have a painter of their own.
 constexpr std::array kContentRows = {
     ContentRow{"applications"_L1, made<makeApplications>},
     ContentRow{"digitalClock"_L1, made<makeTimeDate>},
     ContentRow{"analogClassicLight"_L1, made<makeAnalogClock>},
+    ContentRow{"analogClassicDark"_L1, made<makeDarkClock>},
+    ContentRow{"analogMinimal"_L1, made<makeMinimalClock>},
+    ContentRow{"timeOnly"_L1, made<makeTimeOnly>},
+    ContentRow{"timeSeconds"_L1, made<makeTimeSeconds>},
+    ContentRow{"flipClock"_L1, made<makeFlipClock>},
+    ContentRow{"pixelClock"_L1, made<makePixelClock>},
+    ContentRow{"overlapClock"_L1, made<makeOverlapClock>},
+    ContentRow{"ringClock"_L1, made<makeRingClock>},
+    ContentRow{"worldClockCity"_L1, made<makeWorldTime>},
+    ContentRow{"worldClockList"_L1, made<makeWorldList>},
+    ContentRow{"dateOnly"_L1, made<makeDate>},
+    ContentRow{"dayNumber"_L1, made<makeDayNumber>},
+    ContentRow{"todayClock"_L1, made<makeTodayClock>},
+    ContentRow{"calendar"_L1, made<makeTodayEvent>},
+    ContentRow{"calendarWeek"_L1, made<makeWeek>},
+    ContentRow{"calendarSevenDays"_L1, fromCalendar<makeSevenDays>},
+    ContentRow{"calendarDayAgenda"_L1, fromCalendar<makeDayAgenda>},
+    ContentRow{"calendarThreeEvents"_L1, fromCalendar<makeThreeEvents>},
+    ContentRow{"calendarNextEvent"_L1, fromCalendar<makeNextEvent>},
+    ContentRow{"calendarMeeting"_L1, fromCalendar<makeMeetings>},
+    ContentRow{"calendarMeetingDetail"_L1, fromCalendar<makeMeetingCenter>},
+    ContentRow{"calendarMeetingCompact"_L1, fromCalendar<makeNextMeeting>},
+    ContentRow{"todayOverview"_L1, made<makeTodayOverview>},
+    ContentRow{"calendarDayProgress"_L1, made<makeDayProgress>},
+    ContentRow{"calendarMonthProgress"_L1, made<makeMonthProgress>},
+    ContentRow{"calendarYearProgress"_L1, made<makeYearProgress>},
+    ContentRow{"remindersNext"_L1, fromReminders<makeNextReminder>},
+    ContentRow{"remindersToday"_L1, fromReminders<makeDueToday>},
+    ContentRow{"remindersAgenda"_L1, fromReminders<makeRemindersAgenda>},
     ContentRow{"weatherCurrent"_L1, made<makeCurrentWeather>},
     ContentRow{"cpu"_L1, made<makeCpuGauge>},
     ContentRow{"ram"_L1, made<makeMemoryGauge>},
@@ -46,6 +110,42 @@ constexpr std::array kContentRows = {
     ContentRow{"downloads"_L1, made<makeDownloads>},
     ContentRow{"trash"_L1, made<makeTrash>},
     ContentRow{"fileShelf"_L1, made<makeShelf>},
+    ContentRow{"pomodoro"_L1, made<makeTimer>},
+    ContentRow{"timer"_L1, made<makeTimer>},
+    ContentRow{"stopwatch"_L1, made<makeTimer>},
+    ContentRow{"posture"_L1, made<makeTimer>},
+    ContentRow{"exercise"_L1, made<makeTimer>},
+    ContentRow{"drinkWater"_L1, made<makeWater>},
+    ContentRow{"habitTracker"_L1, made<makeHabit>},
+    ContentRow{"quickTodo"_L1, made<makeTodos>},
+    ContentRow{"scratchNote"_L1, made<makeNote>},
+    ContentRow{"notesLatest"_L1, made<makeLatestNote>},
+    ContentRow{"calculator"_L1, made<makeCalculator>},
+    ContentRow{"converter"_L1, made<makeConverter>},
+    ContentRow{"colorPicker"_L1, made<makeColor>},
+    ContentRow{"emojiRecents"_L1, made<makeEmoji>},
+    ContentRow{"screenshotCapture"_L1, capture},
+    ContentRow{"keyboardCleaner"_L1, cleanKeys},
+    ContentRow{"battery"_L1, made<makeBattery>},
+    ContentRow{"cpuChart"_L1, made<makeCpuChart>},
+    ContentRow{"ramChart"_L1, made<makeMemoryChart>},
+    ContentRow{"systemChart"_L1, made<makeSystemChart>},
+    ContentRow{"network"_L1, made<makeNetwork>},
+    ContentRow{"networkDownload"_L1, made<makeDownload>},
+    ContentRow{"networkUpload"_L1, made<makeUpload>},
+    ContentRow{"networkChart"_L1, made<makeNetworkChart>},
+    ContentRow{"temperature"_L1, made<makeTemperature>},
+    ContentRow{"temperatureChart"_L1, made<makeTemperatureChart>},
+    ContentRow{"processTopApps"_L1, made<makeProcesses>},
+    ContentRow{"openWindows"_L1, made<makeRunningApps>},
+    ContentRow{"topApps"_L1, made<makeSwitcher>},
+    ContentRow{"appSwitcher"_L1, made<makeSwitcher>},
+    ContentRow{"pinnedWindow"_L1, pinnedWindow},
+    ContentRow{"recentFiles"_L1, made<makeRecentFiles>},
+    ContentRow{"screenshots"_L1, made<makeScreenshots>},
+    ContentRow{"bookmarks"_L1, made<makeBookmarks>},
+    ContentRow{"finderSearch"_L1, made<makeFileSearch>},
+    ContentRow{"webSearch"_L1, made<makeWebSearch>},
     ContentRow{"dockSeparator"_L1, made<makeSeparator>},
     ContentRow{"dockSpace"_L1, made<makeSpace>},
 };
@@ -71,6 +171,7 @@ constexpr std::array kAccents = {
     AccentRow{"processes"_L1, Accent::Green},
     AccentRow{"accessoryBattery"_L1, Accent::Green},
     AccentRow{"temperature"_L1, Accent::Orange},
+    AccentRow{"dayNumber"_L1, Accent::Red},
     AccentRow{"clock"_L1, Accent::Orange},
     AccentRow{"timer"_L1, Accent::Orange},
     AccentRow{"calendar"_L1, Accent::Red},
@@ -125,8 +226,15 @@ bool isSolid(const TileContent& content) {
   return !std::holds_alternative<SeparatorContent>(content) && !std::holds_alternative<SpaceContent>(content);
 }
 
-std::optional<int> tilePartAt(const TileContent& content, double width, QPointF point) {
+std::optional<int> tilePartAt(const TileContent& content, double width, QPointF point, double scale) {
   return std::visit(Overloaded{[&](const TogglesContent& toggles) { return partAt(toggles, width, point); },
+                               [&](const TimerContent& timer) { return partAt(timer, width, point); },
+                               [&](const WaterContent& water) { return partAt(water, width, point); },
+                               [&](const HabitContent& habit) { return partAt(habit, width, point); },
+                               [&](const MeetingCenterContent& meeting) { return partAt(meeting, width, point); },
+                               [&](const RemindersContent& reminders) { return partAt(reminders, width, point); },
+                               [&](const TodosContent& todos) { return partAt(todos, scale, point); },
+                               [&](const RunningAppsContent& running) { return partAt(running, width, point); },
                                [](const auto&) { return std::optional<int>(); }},
                     content);
 }

@@ -5,12 +5,26 @@
 
 #include "views/theme/Palette.h"
 #include "views/tiles/AppTiles.h"
+#include "views/tiles/CalendarTiles.h"
 #include "views/tiles/ClockTiles.h"
+#include "views/tiles/DateTiles.h"
+#include "views/tiles/DigitTiles.h"
 #include "views/tiles/FileTiles.h"
 #include "views/tiles/GaugeTiles.h"
+#include "views/tiles/HabitTiles.h"
+#include "views/tiles/MeetingTiles.h"
+#include "views/tiles/MetricTiles.h"
+#include "views/tiles/NoteTiles.h"
+#include "views/tiles/PlaceTiles.h"
+#include "views/tiles/ProcessTiles.h"
+#include "views/tiles/RunningTiles.h"
 #include "views/tiles/PlainTiles.h"
+#include "views/tiles/ProgressTiles.h"
+#include "views/tiles/ReminderTiles.h"
 #include "views/tiles/TileText.h"
+#include "views/tiles/TimerTiles.h"
 #include "views/tiles/ToggleTiles.h"
+#include "views/tiles/UtilityTiles.h"
 #include "views/tiles/WeatherTiles.h"
 
 namespace tarnwick {
@@ -22,7 +36,14 @@ namespace tarnwick {
 /// list, and one row in TileContent.cpp that says which widgets it serves.
 using TileContent = std::variant<GenericContent, ApplicationsContent, TimeDateContent, AnalogClockContent,
                                  CurrentWeatherContent, GaugeContent, TogglesContent, SeparatorContent, SpaceContent,
-                                 LauncherContent, AppFolderContent, FolderContent, TrashContent, ShelfContent>;
+                                 LauncherContent, AppFolderContent, FolderContent, TrashContent, ShelfContent,
+                                 DigitsContent, DateContent, DayNumberContent, TodayClockContent, WorldTimeContent,
+                                 WorldListContent, ProgressContent, TodayEventContent, NextEventContent,
+                                 EventListContent, DaysContent, OverviewContent, MeetingContent, MeetingCenterContent,
+                                 RemindersContent, DueTodayContent, TimerContent, WaterContent, HabitContent, TodosContent, NoteContent, LatestNoteContent, ResultContent, ColorContent, EmojiContent,
+                                 BatteryContent, MetricChartContent, SystemChartContent, NetworkContent, FigureContent,
+                                 ProcessesContent, RunningAppsContent, SwitcherContent, PinnedWindowContent,
+                                 RecentFilesContent, ScreenshotsContent, SearchContent>;
 
 /// The content of `widget` at one moment. Never fails: a kind without a painter of its own gets the generic tile.
 TileContent makeTileContent(const DockWidget& widget, const WidgetDefinition& definition, const TileSources& sources);
@@ -36,8 +57,8 @@ Accent tileAccent(const WidgetDefinition& definition);
 /// Whether the tile stands on a ground and answers the pointer; separators and spaces do not.
 bool isSolid(const TileContent& content);
 
-/// The part of a tile that a click at `point` means by itself, in the tile's own units; for quick toggles, the
-/// `Toggle`.
-std::optional<int> tilePartAt(const TileContent& content, double width, QPointF point);
+/// The part of a tile that a click at `point` means by itself, in the tile's own units: of quick toggles the `Toggle`,
+/// of todos the place in the list, else 0 for the one thing that the tile lets a hand do. `scale` is the dock's.
+std::optional<int> tilePartAt(const TileContent& content, double width, QPointF point, double scale = 1);
 
 }  // namespace tarnwick

@@ -6,12 +6,16 @@
 #include <QLocale>
 #include <QMap>
 #include <QString>
+#include <memory>
 #include <optional>
 
+#include "config/TodoItem.h"
 #include "desktop/Toggles.h"
 #include "system/MetricsSnapshot.h"
 #include "views/theme/WeatherPictures.h"
 #include "views/tiles/AppMarks.h"
+#include "views/tiles/CalendarDigest.h"
+#include "views/tiles/ReadingFacts.h"
 
 namespace tarnwick {
 
@@ -23,6 +27,14 @@ struct WeatherReading {
   WeatherPicture picture = WeatherPicture::CloudSun;
 
   bool operator==(const WeatherReading&) const = default;
+};
+
+/// A note as a tile shows it.
+struct NoteReading {
+  QString title;  ///< Its first line.
+  QString text;   ///< What follows.
+
+  bool operator==(const NoteReading&) const = default;
 };
 
 /// Everything that a tile may show, as plain values taken at one moment.
@@ -39,6 +51,10 @@ struct TileSources {
   qint64 shelfItems = 0;
   std::optional<qint64> trashItems;       ///< Absent until they were counted.
   std::optional<WeatherReading> weather;  ///< Absent while no place is connected.
+  QList<TodoItem> todos;                  ///< In the user's order.
+  std::shared_ptr<const CalendarDigest> calendar;  ///< Null is like one that holds nothing.
+  ReadingFacts readings;
+  std::optional<NoteReading> latestNote;  ///< Absent while nothing was written.
 };
 
 }  // namespace tarnwick

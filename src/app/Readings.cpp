@@ -1,0 +1,104 @@
+#include "app/Readings.h"
+
+#include <QStandardPaths>
+
+#include "platform/ical/ICalendarFiles.h"
+#include "platform/linux/LinuxProcessSource.h"
+#include "platform/linux/SensorTemperatures.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+struct DrivenProcesses final : ProcessReadings {
+  explicit DrivenProcesses(ProcessMonitor& driven) : monitor(driven) {}
+  void refresh() override { monitor.refresh(); }
+  ProcessMonitor& monitor;
+};
+
+struct DrivenTemperature final : TemperatureReadings {
+  explicit DrivenTemperature(SystemTemperature& driven) : temperature(driven) {}
+  void refresh() override { temperature.refresh(); }
+  SystemTemperature& temperature;
+};
+
+/// One reading of the files brings events and reminders; the calendar makes one of the two questions.
+struct DrivenCalendar final : CalendarReadings {
+  explicit DrivenCalendar(Calendar& driven) : calendar(driven) {
+    QObject::connect(&calendar, &Calendar::outdated, &guard, [this] {
+      if (onChanged) onChanged();
+    });
+  }
+  void loadCalendar() override { calendar.load(); }
+  void loadReminders() override { calendar.load(); }
+  Calendar& calendar;
+  QObject guard;
+};
+
+QString home(QStandardPaths::StandardLocation location) { return QStandardPaths::writableLocation(location); }
+
+}  // namespace
+
+Readings::Readings(Scheduler& scheduler)
+    : calendarFiles_(std::make_unique<ICalendarFiles>(scheduler)),
+      calendar_(*calendarFiles_, scheduler),
+      digests_(calendar_),
+      processes_(std::make_unique<LinuxProcessSource>(), scheduler),
+      temperature_(std::make_unique<SensorTemperatures>()),
+      recent_(home(QStandardPaths::GenericDataLocation) + u"/recently-used.xbel"_s, scheduler),
+      bookmarks_({home(QStandardPaths::HomeLocation), home(QStandardPaths::GenericConfigLocation),
+                  home(QStandardPaths::GenericDataLocation)},
+                 scheduler),
+      screenshots_(home(QStandardPaths::PicturesLocation), scheduler),
+      thumbnails_(home(QStandardPaths::GenericCacheLocation)) {
+  connect(&calendar_, &Calendar::changed, this, &Readings::changed);
+  connect(&processes_, &ProcessMonitor::changed, this, &Readings::changed);
+  connect(&temperature_, &SystemTemperature::changed, this, &Readings::changed);
+  connect(&recent_, &RecentFiles::changed, this, &Readings::changed);
+  connect(&bookmarks_, &Bookmarks::changed, this, &Readings::changed);
+  connect(&screenshots_, &ScreenshotFolder::changed, this, &Readings::changed);
+}
+
+Readings::~Readings() = default;
+
+void Readings::fill(Collaborators& collaborators) {
+  collaborators.processes = std::make_unique<DrivenProcesses>(processes_);
+  collaborators.temperature = std::make_unique<DrivenTemperature>(temperature_);
+  collaborators.calendar = std::make_unique<DrivenCalendar>(calendar_);
+}
+
+void Readings::follow(AppStore& store) {
+  const auto ask = [this, &store] {
+    const ActiveSets& active = store.active();
+    screenshots_.setChosen(store.config().screenshotFolder);
+    calendar_.setNeeded(active.families.contains(u"calendar"_s) || active.families.contains(u"reminders"_s));
+  };
+  connect(&store, &AppStore::configChanged, this, ask);
+  connect(&calendar_, &Calendar::failed, &store, &AppStore::setError);
+  connect(&calendar_, &Calendar::changed, &store, [this, &store] {
+    store.setCalendarMessage(calendar_.calendarMessage());
+    store.setReminderMessage(calendar_.reminderMessage());
+  });
+  ask();
+}
+
+ReadingServices Readings::services() {
+  ReadingServices services;
+  services.recent = &recent_;
+  services.bookmarks = &bookmarks_;
+  services.screenshots = &screenshots_;
+  services.thumbnails = &thumbnails_;
+  services.processes = &processes_;
+  services.temperature = &temperature_;
+  return services;
+}
+
+std::shared_ptr<const CalendarDigest> Readings::calendar(const QDateTime& now) {
+  auto digest = std::make_shared<CalendarDigest>(*digests_.at(now));
+  digest->calendarMessage = calendar_.calendarMessage();
+  digest->reminderMessage = calendar_.reminderMessage();
+  return digest;
+}
+
+}  // namespace tarnwick

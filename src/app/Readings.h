@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QObject>
+#include <memory>
+
+#include "calendar/Calendar.h"
+#include "files/Bookmarks.h"
+#include "files/RecentFiles.h"
+#include "files/ScreenshotFolder.h"
+#include "files/Thumbnails.h"
+#include "store/AppStore.h"
+#include "system/ProcessMonitor.h"
+#include "system/SystemTemperature.h"
+#include "views/tiles/CalendarDigest.h"
+#include "views/tiles/ReadingSources.h"
+
+namespace tarnwick {
+
+/// What tiles read of the machine, of the user's calendars and of their files. Made before the store, which drives it
+/// on its beat, and outlives it. Making it is cheap: nothing is read before a tile asks.
+class Readings : public QObject {
+  Q_OBJECT
+ public:
+  explicit Readings(Scheduler& scheduler);
+  ~Readings() override;
+
+  /// Hands the store what it is to drive.
+  void fill(Collaborators& collaborators);
+  /// Follows the store: what it shows decides what is read, and what fails lands in its message line.
+  void follow(AppStore& store);
+
+  ReadingServices services();
+  std::shared_ptr<const CalendarDigest> calendar(const QDateTime& now);
+  void setCompleted(const Reminder& reminder, bool completed) { calendar_.setCompleted(reminder, completed); }
+  ProcessMonitor& processes() { return processes_; }
+
+ Q_SIGNALS:
+  /// Something that tiles show is another than before.
+  void changed();
+
+ private:
+  std::unique_ptr<CalendarSource> calendarFiles_;
+  Calendar calendar_;
+  CalendarDigests digests_;
+  ProcessMonitor processes_;
+  SystemTemperature temperature_;
+  RecentFiles recent_;
+  Bookmarks bookmarks_;
+  ScreenshotFolder screenshots_;
+  Thumbnails thumbnails_;
+};
+
+}  // namespace tarnwick

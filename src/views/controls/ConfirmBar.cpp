@@ -1,0 +1,52 @@
+#include "views/controls/ConfirmBar.h"
+
+#include <QCoreApplication>
+#include <QHBoxLayout>
+#include <utility>
+
+#include "views/controls/Buttons.h"
+#include "views/controls/ControlTheme.h"
+#include "views/controls/Labels.h"
+
+namespace tarnwick {
+
+ConfirmBar::ConfirmBar(QWidget* parent)
+    : QWidget(parent),
+      sentence_(new TextLabel({}, TextStyle::Body, Tone::Primary, this)),
+      cancel_(new Button(QCoreApplication::translate("Controls", "Cancel"), Button::Role::Plain, this)),
+      act_(new Button({}, Button::Role::Primary, this)) {
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(0, theme::kPanelHeaderBelow, 0, 0);
+  column->setSpacing(theme::kRowGap);
+  sentence_->setWordWrap(true);
+  column->addWidget(sentence_);
+  auto* row = new QHBoxLayout;
+  row->setSpacing(theme::kRowBleed);
+  row->addStretch();
+  row->addWidget(cancel_);
+  row->addWidget(act_);
+  column->addLayout(row);
+  connect(cancel_, &QPushButton::clicked, this, &ConfirmBar::leave);
+  connect(act_, &QPushButton::clicked, this, [this] {
+    const auto work = std::exchange(work_, {});
+    leave();
+    if (work) work();
+  });
+  hide();
+}
+
+void ConfirmBar::ask(const QString& sentence, const QString& button, std::function<void()> act) {
+  sentence_->setText(sentence);
+  act_->setLabel(button);
+  work_ = std::move(act);
+  show();
+  cancel_->setFocus(Qt::OtherFocusReason);
+}
+
+void ConfirmBar::leave() {
+  work_ = {};
+  hide();
+  Q_EMIT over();
+}
+
+}  // namespace tarnwick

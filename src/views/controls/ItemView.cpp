@@ -1,0 +1,391 @@
+#include "views/controls/ItemView.h"
+
+#include <QAbstractListModel>
+#include <QDrag>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <QToolTip>
+#include <algorithm>
+
+#include "views/controls/ControlTheme.h"
+#include "views/theme/Glass.h"
+
+namespace tarnwick {
+
+namespace {
+
+constexpr int kIconColumns = 4;
+constexpr int kIconCell = 78;
+constexpr double kIconSize = 40;
+constexpr double kIconTop = 9;
+constexpr double kIconTitle = 64;
+constexpr int kPictureColumns = 3;
+constexpr int kPictureCell = 92;
+constexpr double kPictureInset = 5;
+constexpr double kPictureHeight = 58;
+constexpr double kPictureTitle = 79;
+constexpr double kTitleShare = 0.34;
+constexpr double kCaptionShare = 0.69;
+constexpr double kActionSize = 24;
+constexpr double kActionSymbol = 14;
+
+}  // namespace
+
+class ItemView::Model final : public QAbstractListModel {
+ public:
+  using QAbstractListModel::QAbstractListModel;
+
+  QList<ViewItem> items;
+
+  void set(const QList<ViewItem>& wanted) {
+    beginResetModel();
+    items = wanted;
+    endResetModel();
+  }
+
+  int rowCount(const QModelIndex& parent = {}) const override {
+    return parent.isValid() ? 0 : static_cast<int>(items.size());
+  }
+  QVariant data(const QModelIndex& index, int role) const override {
+    if (!index.isValid() || index.row() >= items.size()) return {};
+    const ViewItem& item = items[index.row()];
+    switch (role) {
+      case Qt::DisplayRole:
+      case Qt::AccessibleTextRole:
+        return item.title;
+      case Qt::AccessibleDescriptionRole:
+        return item.caption.isEmpty() ? item.value : item.caption;
+      case Qt::ToolTipRole:
+        return item.tip.isEmpty() ? item.title : item.tip;
+      default:
+        return {};
+    }
+  }
+};
+
+class ItemView::Painter final : public QStyledItemDelegate {
+ public:
+  explicit Painter(ItemView& view) : QStyledItemDelegate(&view), view_(view) {}
+
+  QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override { return view_.cell(); }
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    const ControlLook& look = lookOf(view_);
+    const ViewItem& item = view_.items()[index.row()];
+    const QRectF box = option.rect;
+    const bool chosen = index == view_.currentIndex() && (view_.hasFocus() || view_.field_);
+    const bool under = option.state.testFlag(QStyle::State_MouseOver);
+    if (chosen)
+      drawRounded(*painter, box, theme::kRowCorner, look.palette.selection);
+    else if (under)
+      drawRounded(*painter, box, theme::kRowCorner, look.palette.tileHover);
+    if (chosen && view_.hasFocus()) drawFocusLine(*painter, box, theme::kRowCorner, look);
+    view_.shape_ == Shape::Rows ? paintRow(*painter, box, item, look, index) : paintCell(*painter, box, item, look);
+    if (view_.showsAction(index)) paintAction(*painter, QRectF(view_.actionRect(index)), look);
+    painter->restore();
+  }
+
+ private:
+  void paintRow(QPainter& painter, const QRectF& box, const ViewItem& item, const ControlLook& look,
+                const QModelIndex& index) const {
+    const double middle = box.center().y();
+    double left = box.left() + theme::kRowBleed;
+    if (view_.picture_) {
+      view_.picture_(painter, QRectF(left, middle - theme::kRowPicture / 2.0, theme::kRowPicture, theme::kRowPicture),
+                     item);
+      left += theme::kRowPicture + theme::kRowGap;
+    }
+    double right = box.right() - theme::kRowBleed;
+    if (view_.showsAction(index)) {
+      right = view_.actionRect(index).left() - theme::kButtonSymbolGap;
+    } else if (!item.value.isEmpty()) {
+      const TextLine value = TextLine(item.value, TextStyle::Caption);
+      value.drawRight(painter, {right, middle + value.capHeight() / 2}, look.palette.secondary);
+      right -= value.width() + theme::kRowGap;
+    }
+    const auto line = [&](double share) {
+      return QRectF(left, box.top() + box.height() * share - 10, std::max(0.0, right - left), 20);
+    };
+    if (item.caption.isEmpty()) {
+      drawTextIn(painter, line(0.5), item.title, TextStyle::Body, look.palette.primary, {}, Elide::Middle);
+      return;
+    }
+    drawTextIn(painter, line(kTitleShare), item.title, TextStyle::Body, look.palette.primary, {}, Elide::Middle);
+    drawTextIn(painter, line(kCaptionShare), item.caption, TextStyle::Caption, look.palette.secondary, {},
+               Elide::Middle);
+  }
+
+  void paintCell(QPainter& painter, const QRectF& box, const ViewItem& item, const ControlLook& look) const {
+    const bool icons = view_.shape_ == Shape::Icons;
+    QRectF place(box.center().x() - kIconSize / 2, box.top() + kIconTop, kIconSize, kIconSize);
+    if (!icons)
+      place = QRectF(box.left() + kPictureInset, box.top() + kPictureInset, box.width() - kPictureInset * 2,
+                     kPictureHeight);
+    if (view_.picture_) view_.picture_(painter, place, item);
+    const double y = box.top() + (icons ? kIconTitle : kPictureTitle);
+    drawTextIn(painter, QRectF(box.left() + 4, y - 10, box.width() - 8, 20), item.title, TextStyle::Caption,
+               look.palette.primary, Qt::AlignHCenter, Elide::Middle);
+  }
+
+  void paintAction(QPainter& painter, const QRectF& box, const ControlLook& look) const {
+    drawRounded(painter, box, theme::kSegmentCorner, look.palette.panel.bodyTop);
+    drawRounded(painter, box, theme::kSegmentCorner, look.palette.button);
+    QRectF mark(0, 0, kActionSymbol, kActionSymbol);
+    mark.moveCenter(box.center());
+    drawControlSymbol(painter, view_.actionSymbol_, mark, look.palette.primary);
+  }
+
+  ItemView& view_;
+};
+
+ItemView::ItemView(const QString& label, Shape shape, QWidget* parent)
+    : QListView(parent), shape_(shape), model_(new Model(this)) {
+  setAccessibleName(label);
+  setModel(model_);
+  setItemDelegate(new Painter(*this));
+  setFrameShape(QFrame::NoFrame);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+  setSelectionMode(QAbstractItemView::SingleSelection);
+  setEditTriggers(QAbstractItemView::NoEditTriggers);
+  setDragEnabled(true);
+  setUniformItemSizes(true);
+  setMouseTracking(true);
+  setAutoFillBackground(false);
+  viewport()->setAutoFillBackground(false);
+  setFocusPolicy(Qt::TabFocus);
+  if (shape != Shape::Rows) {
+    setFlow(QListView::LeftToRight);
+    setWrapping(true);
+    setResizeMode(QListView::Adjust);
+  }
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  scrolled_.setSingleShot(true);
+  scrolled_.setInterval(theme::kScrollStaysMilliseconds);
+  connect(&scrolled_, &QTimer::timeout, viewport(), qOverload<>(&QWidget::update));
+  connect(verticalScrollBar(), &QScrollBar::valueChanged, &scrolled_, qOverload<>(&QTimer::start));
+  connect(this, &QAbstractItemView::clicked, this, [this](const QModelIndex& index) { Q_EMIT opened(idAt(index)); });
+  fitHeight();
+}
+
+ItemView::~ItemView() = default;
+
+void ItemView::setPicture(Picture picture) {
+  picture_ = std::move(picture);
+  refreshPictures();
+}
+
+void ItemView::setItemAction(const QString& symbol, const QString& label, const QKeySequence& key) {
+  actionSymbol_ = symbol;
+  actionLabel_ = label;
+  actionKey_ = key;
+  setAccessibleDescription(label + u' ' + key.toString(QKeySequence::NativeText));
+}
+
+void ItemView::setMostRows(int rows) {
+  mostRows_ = rows;
+  fitHeight();
+}
+
+void ItemView::setItems(const QList<ViewItem>& items) {
+  if (items == model_->items) return;
+  const bool taller = !items.isEmpty() && (items.first().caption.isEmpty() != cellHasNoCaption_);
+  const QString chosen = idAt(currentIndex());
+  const int scrolledTo = verticalScrollBar()->value();
+  if (!items.isEmpty()) cellHasNoCaption_ = items.first().caption.isEmpty();
+  model_->set(items);
+  if (taller) scheduleDelayedItemsLayout();
+  const auto again = std::ranges::find(items, chosen, &ViewItem::id);
+  if (again != items.end())
+    setCurrentIndex(model_->index(static_cast<int>(again - items.begin())));
+  else if (field_)
+    choose(0);
+  fitHeight();
+  verticalScrollBar()->setValue(scrolledTo);
+}
+
+const QList<ViewItem>& ItemView::items() const { return model_->items; }
+
+void ItemView::choose(int index) { setCurrentIndex(model_->index(index)); }
+
+void ItemView::followField(QLineEdit& field) {
+  field_ = &field;
+  field.installEventFilter(this);
+  connect(&field, &QLineEdit::textChanged, this, [this] { choose(0); });
+  choose(0);
+}
+
+int ItemView::columns() const {
+  return shape_ == Shape::Rows    ? 1
+         : shape_ == Shape::Icons ? std::max(kIconColumns, width() / kIconCell)
+                                  : kPictureColumns;
+}
+
+QSize ItemView::cell() const {
+  const int width = std::max(1, viewport()->width() / columns());
+  if (shape_ == Shape::Icons) return {width, kIconCell};
+  if (shape_ == Shape::Pictures) return {width, kPictureCell};
+  return {width, cellHasNoCaption_ ? theme::kRowHeight : theme::kTallRowHeight};
+}
+
+QSize ItemView::sizeHint() const {
+  const int count = model_->rowCount();
+  const int rows = (count + columns() - 1) / columns();
+  return {200, cell().height() * std::clamp(rows, 1, mostRows_)};
+}
+
+void ItemView::fitHeight() {
+  if (const int wanted = sizeHint().height(); wanted != height() || minimumHeight() != wanted) setFixedHeight(wanted);
+  updateGeometry();
+}
+
+void ItemView::resizeEvent(QResizeEvent* event) {
+  if (shape_ != Shape::Rows) setGridSize(cell());
+  QListView::resizeEvent(event);
+  fitHeight();
+}
+
+QString ItemView::idAt(const QModelIndex& index) const {
+  return index.isValid() && index.row() < model_->items.size() ? model_->items[index.row()].id : QString();
+}
+
+// --- Hands and keys -------------------------------------------------------------------------------------------------
+
+bool ItemView::showsAction(const QModelIndex& index) const {
+  if (actionSymbol_.isEmpty() || !index.isValid()) return false;
+  const QPoint pointer = viewport()->mapFromGlobal(QCursor::pos());
+  const bool under = viewport()->underMouse() && indexAt(pointer) == index;
+  return under || (index == currentIndex() && hasFocus());
+}
+
+QRect ItemView::actionRect(const QModelIndex& index) const {
+  const QRect box = visualRect(index);
+  constexpr int size = static_cast<int>(kActionSize);
+  const bool row = shape_ == Shape::Rows;
+  const int inset = row ? theme::kRowBleed : 4;
+  const int x = isRightToLeft() && row ? box.left() + inset : box.right() + 1 - inset - size;
+  return {x, row ? box.center().y() + 1 - size / 2 : box.top() + inset, size, size};
+}
+
+void ItemView::mousePressEvent(QMouseEvent* event) {
+  const QModelIndex index = indexAt(event->position().toPoint());
+  pressedAction_ = event->button() == Qt::LeftButton && !actionSymbol_.isEmpty() && index.isValid() &&
+                   actionRect(index).contains(event->position().toPoint());
+  if (pressedAction_)
+    event->accept();
+  else
+    QListView::mousePressEvent(event);
+}
+
+void ItemView::mouseReleaseEvent(QMouseEvent* event) {
+  if (!std::exchange(pressedAction_, false)) {
+    QListView::mouseReleaseEvent(event);
+    return;
+  }
+  const QModelIndex index = indexAt(event->position().toPoint());
+  if (index.isValid() && actionRect(index).contains(event->position().toPoint())) Q_EMIT actionRequested(idAt(index));
+}
+
+void ItemView::openCurrent() {
+  if (const QString id = idAt(currentIndex()); !id.isEmpty()) Q_EMIT opened(id);
+}
+
+/// Whether the event is a key that means something to every item.
+bool ItemView::isKept(QKeyEvent& event) {
+  const QKeySequence pressed(event.keyCombination());
+  if (!actionKey_.isEmpty() && pressed == actionKey_) {
+    if (const QString id = idAt(currentIndex()); !id.isEmpty()) Q_EMIT actionRequested(id);
+    return true;
+  }
+  if (event.key() != Qt::Key_Return && event.key() != Qt::Key_Enter) return false;
+  openCurrent();
+  return true;
+}
+
+void ItemView::keyPressEvent(QKeyEvent* event) {
+  if (isKept(*event))
+    event->accept();
+  else
+    QListView::keyPressEvent(event);
+}
+
+bool ItemView::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != field_ || event->type() != QEvent::KeyPress) return QListView::eventFilter(watched, event);
+  auto& key = static_cast<QKeyEvent&>(*event);
+  switch (key.key()) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+      QListView::keyPressEvent(&key);
+      return true;
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+      if (shape_ == Shape::Rows || !field_->text().isEmpty()) return false;
+      QListView::keyPressEvent(&key);
+      return true;
+    case Qt::Key_Delete:
+      return false;
+    default:
+      return isKept(key);
+  }
+}
+
+void ItemView::startDrag(Qt::DropActions) {
+  const QModelIndex index = currentIndex();
+  if (!index.isValid()) return;
+  const ViewItem item = items()[index.row()];
+  if (item.drag.isEmpty()) return;
+  auto* carried = new QMimeData;
+  carried->setUrls({item.drag});
+  carried->setText(item.drag.toString());
+  auto* drag = new QDrag(this);
+  drag->setMimeData(carried);
+  if (picture_) {
+    constexpr int side = static_cast<int>(kIconSize);
+    QPixmap shown(QSize(side, side) * devicePixelRatio());
+    shown.setDevicePixelRatio(devicePixelRatio());
+    shown.fill(Qt::transparent);
+    QPainter painter(&shown);
+    painter.setRenderHint(QPainter::Antialiasing);
+    picture_(painter, QRectF(0, 0, side, side), item);
+    painter.end();
+    drag->setPixmap(shown);
+  }
+  drag->exec(Qt::CopyAction | Qt::MoveAction | Qt::LinkAction, Qt::CopyAction);
+}
+
+bool ItemView::viewportEvent(QEvent* event) {
+  if (event->type() == QEvent::ToolTip && !actionSymbol_.isEmpty()) {
+    const auto& help = static_cast<QHelpEvent&>(*event);
+    const QModelIndex index = indexAt(help.pos());
+    if (index.isValid() && actionRect(index).contains(help.pos())) {
+      QToolTip::showText(help.globalPos(), actionLabel_, viewport());
+      return true;
+    }
+  }
+  return QListView::viewportEvent(event);
+}
+
+void ItemView::paintEvent(QPaintEvent* event) {
+  QListView::paintEvent(event);
+  const QScrollBar& bar = *verticalScrollBar();
+  if (!scrolled_.isActive() || bar.maximum() <= bar.minimum()) return;
+  const int span = bar.maximum() - bar.minimum() + bar.pageStep();
+  const double length = std::max<double>(theme::kScrollThumbLeast, 1.0 * height() * bar.pageStep() / span);
+  const double y = (height() - length) * bar.value() / std::max(1, bar.maximum());
+  const double x = isRightToLeft() ? 0 : width() - theme::kScrollThumb;
+  QPainter painter(viewport());
+  painter.setRenderHint(QPainter::Antialiasing);
+  drawRounded(painter, QRectF(x, y, theme::kScrollThumb, length), theme::kScrollThumb / 2.0,
+              lookOf(*this).palette.tertiary);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,96 @@
+#pragma once
+
+#include <QListView>
+#include <QTimer>
+#include <QUrl>
+#include <functional>
+
+#include "views/controls/ControlLook.h"
+
+class QLineEdit;
+
+namespace tarnwick {
+
+/// One thing in an ItemView.
+struct ViewItem {
+  QString id;  ///< What it is known by; unique in its view.
+  QString title;
+  QString caption{};
+  QString tip{};    ///< The title where empty.
+  QString value{};  ///< At the end of a row.
+  QUrl drag{};      ///< What is dragged out; empty for nothing.
+
+  bool operator==(const ViewItem&) const = default;
+};
+
+/// Many things of one sort, as rows, as icons or as pictures, which scroll. One click or Return opens one; an action on
+/// each shows at its side under the pointer and is reached by its key. Named for screen readers item by item.
+class ItemView final : public QListView {
+  Q_OBJECT
+ public:
+  enum class Shape { Rows, Icons, Pictures };
+  /// Draws what stands for an item into a box.
+  using Picture = std::function<void(QPainter& painter, const QRectF& box, const ViewItem& item)>;
+
+  /// `label` names the whole.
+  ItemView(const QString& label, Shape shape, QWidget* parent = nullptr);
+  ~ItemView() override;
+
+  void setPicture(Picture picture);
+  void setItemAction(const QString& symbol, const QString& label, const QKeySequence& key);
+  /// How many rows of cells are seen at most.
+  void setMostRows(int rows);
+  /// The item that was chosen stays so, if it is still there.
+  void setItems(const QList<ViewItem>& items);
+  const QList<ViewItem>& items() const;
+  /// Draws the pictures anew.
+  void refreshPictures() { viewport()->update(); }
+  void choose(int index);
+  /// Lets a field that keeps the keyboard choose and open items.
+  void followField(QLineEdit& field);
+
+  Shape shape() const { return shape_; }
+  QSize cell() const;
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override { return {0, 0}; }
+
+ Q_SIGNALS:
+  void opened(const QString& id);
+  void actionRequested(const QString& id);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void startDrag(Qt::DropActions actions) override;
+  bool viewportEvent(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  class Model;
+  class Painter;
+
+  int columns() const;
+  void fitHeight();
+  bool showsAction(const QModelIndex& index) const;
+  QRect actionRect(const QModelIndex& index) const;
+  bool isKept(QKeyEvent& event);
+  void openCurrent();
+  QString idAt(const QModelIndex& index) const;
+
+  Shape shape_;
+  Model* model_;
+  Picture picture_;
+  QString actionSymbol_;
+  QString actionLabel_;
+  QKeySequence actionKey_;
+  int mostRows_ = 6;
+  bool cellHasNoCaption_ = false;
+  QLineEdit* field_ = nullptr;
+  bool pressedAction_ = false;
+  QTimer scrolled_;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QHash>
+#include <QList>
+#include <QString>
+
+#include "apps/AppIndex.h"
+#include "views/controls/ItemView.h"
+
+namespace tarnwick {
+
+struct PanelActions;
+
+/// An application as panels list it.
+struct AppItem {
+  QString path;  ///< Of its desktop entry, or whatever else tells it from the others.
+  QString name;
+  QString icon;
+  QString comment{};  ///< In the tip.
+
+  bool operator==(const AppItem&) const = default;
+};
+
+/// Draws the icon of an application, or a plate with its initial.
+void paintAppIcon(QPainter& painter, const QRectF& box, const QString& icon, const QString& name,
+                  const PanelActions& actions, const ControlLook& look);
+
+/// Applications in a view of icons. The view is borrowed; it must outlive this.
+class AppItems {
+ public:
+  AppItems(ItemView& view, const PanelActions& actions);
+  void set(const QList<AppItem>& apps);
+
+  /// Those of the installed applications that belong into a list and whose name, kind or keywords hold `wanted`: names
+  /// that begin with it first.
+  static QList<AppItem> fitting(const AppIndex& index, const QString& wanted);
+
+ private:
+  ItemView& view_;
+  QHash<QString, QString> icons_;
+};
+
+}  // namespace tarnwick

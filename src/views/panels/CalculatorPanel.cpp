@@ -1,0 +1,150 @@
+#include "views/panels/CalculatorPanel.h"
+
+#include <QCoreApplication>
+#include <QGridLayout>
+#include <QSignalBlocker>
+#include <array>
+
+#include "views/controls/Buttons.h"
+#include "views/controls/Fields.h"
+#include "views/panels/BigText.h"
+#include "views/tiles/UtilityText.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kColumns = 4;
+
+QString words(const char* text) { return QCoreApplication::translate("Panels", text); }
+
+enum class Key { Text, Point, Clear, Back, Equals };
+
+struct KeyRow {
+  Key key;
+  const char16_t* label;
+};
+
+constexpr std::array kKeys = {
+    KeyRow{Key::Clear, u"C"}, KeyRow{Key::Text, u"("},  KeyRow{Key::Text, u")"}, KeyRow{Key::Text, u"÷"},
+    KeyRow{Key::Text, u"7"},  KeyRow{Key::Text, u"8"},  KeyRow{Key::Text, u"9"}, KeyRow{Key::Text, u"×"},
+    KeyRow{Key::Text, u"4"},  KeyRow{Key::Text, u"5"},  KeyRow{Key::Text, u"6"}, KeyRow{Key::Text, u"−"},
+    KeyRow{Key::Text, u"1"},  KeyRow{Key::Text, u"2"},  KeyRow{Key::Text, u"3"}, KeyRow{Key::Text, u"+"},
+    KeyRow{Key::Text, u"0"},  KeyRow{Key::Point, u"."}, KeyRow{Key::Back, u"⌫"}, KeyRow{Key::Equals, u"="},
+};
+
+class CalculatorPanel final : public TilePanel {
+ public:
+  explicit CalculatorPanel(const PanelContext& context)
+      : TilePanel(context), field_(new TextField(words("Expression"))), result_(new ResultView) {
+    field_->setPlaceholderText(u"12 × 4 + 2"_s);
+    field_->setText(widget().options.value(u"expression"_s));
+    body().addWidget(field_);
+    body().addWidget(result_);
+    addKeys();
+    if (context.actions.copyText) {
+      copy_ = new IconButton(u"doc.on.clipboard"_s, words("Copy Result"));
+      connect(copy_, &QPushButton::clicked, this, [this, act = context.actions.copyText] {
+        if (answer_.value) act(UtilityText::typed(*answer_.value, locale_));
+      });
+      header().addAction(copy_);
+    }
+    connect(field_, &QLineEdit::textChanged, this, [this](const QString& text) {
+      evaluate();
+      // What the tile shows is the last calculation that had a result.
+      if (answer_.value || text.trimmed().isEmpty()) setOption(u"expression"_s, text);
+    });
+    connect(field_, &QLineEdit::returnPressed, this, [this] { goOn(); });
+  }
+
+ protected:
+  void refresh(const TileSources& sources) override {
+    if (isFilled_ && locale_ == sources.locale) return;
+    isFilled_ = true;
+    locale_ = sources.locale;
+    point_->setLabel(locale_.decimalPoint());
+    evaluate();
+  }
+  void showEvent(QShowEvent* event) override {
+    TilePanel::showEvent(event);
+    field_->setFocus();
+    field_->selectAll();
+  }
+
+ private:
+  void addKeys() {
+    auto* grid = new QGridLayout;
+    grid->setContentsMargins(0, theme::kSectionBelow, 0, 0);
+    grid->setSpacing(theme::kButtonSymbolGap);
+    for (int i = 0; i < static_cast<int>(kKeys.size()); ++i) {
+      const KeyRow& row = kKeys[static_cast<std::size_t>(i)];
+      const QString label = QString::fromUtf16(row.label);
+      auto* button = new Button(label, row.key == Key::Equals ? Button::Role::Primary : Button::Role::Plain);
+      button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+      button->setFocusPolicy(Qt::NoFocus);  // The keyboard writes into the field.
+      button->setAutoRepeat(row.key == Key::Back);
+      if (row.key == Key::Point) point_ = button;
+      if (row.key == Key::Clear) button->setAccessibleName(words("Clear"));
+      if (row.key == Key::Back) button->setAccessibleName(words("Delete"));
+      connect(button, &QPushButton::clicked, this, [this, key = row.key, label] { press(key, label); });
+      grid->addWidget(button, i / kColumns, i % kColumns);
+    }
+    for (int column = 0; column < kColumns; ++column) grid->setColumnStretch(column, 1);
+    body().addLayout(grid);
+  }
+
+  void press(Key key, const QString& label) {
+    switch (key) {
+      case Key::Text:
+        field_->insert(label);
+        break;
+      case Key::Point:
+        field_->insert(locale_.decimalPoint());
+        break;
+      case Key::Clear:
+        field_->clear();
+        break;
+      case Key::Back:
+        field_->backspace();
+        break;
+      case Key::Equals:
+        goOn();
+        break;
+    }
+    field_->setFocus();
+  }
+
+  void evaluate() {
+    answer_ = UtilityText::calculate(field_->text(), locale_);
+    if (answer_.value)
+      result_->setResult(UtilityText::forms(*answer_.value, locale_));
+    else
+      result_->setSentence(answer_.sentence);
+    if (copy_) copy_->setEnabled(answer_.value.has_value());
+  }
+
+  /// Puts the result into the field, to calculate on with it. The tile keeps what it came from.
+  void goOn() {
+    if (!answer_.value) return;
+    const QSignalBlocker quiet(field_);
+    field_->setText(UtilityText::typed(*answer_.value, locale_));
+  }
+
+  TextField* field_;
+  ResultView* result_;
+  Button* point_ = nullptr;
+  IconButton* copy_ = nullptr;
+  QLocale locale_;
+  Answer answer_;
+  bool isFilled_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<TilePanel> makeCalculatorPanel(const PanelContext& context) {
+  return std::make_unique<CalculatorPanel>(context);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,223 @@
+#include "views/panels/FileListPanels.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+#include "files/FileFinder.h"
+#include "files/LatestWork.h"
+#include "files/RecentFiles.h"
+#include "files/ScreenshotFolder.h"
+#include "views/controls/Buttons.h"
+#include "views/controls/Fields.h"
+#include "views/controls/ItemView.h"
+#include "views/panels/FileItems.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString say(const char* text) { return QCoreApplication::translate("Panels", text); }
+
+/// What panels that list files share: a view of them, and that a click opens one and closes the panel.
+class FileListPanel : public TilePanel {
+ protected:
+  FileListPanel(const PanelContext& context, const QString& label, ItemView::Shape shape)
+      : TilePanel(context, theme::kPanelWidthWide),
+        view_(new ItemView(label, shape)),
+        items_(*view_, context.readings.thumbnails, context.actions) {
+    connect(view_, &ItemView::opened, this, [this](const QString& path) {
+      if (!this->context().actions.openPath) return;
+      this->context().actions.openPath(path);
+      Q_EMIT closeRequested();
+    });
+  }
+
+  void sayNothing(const QString& sentence) { showEmpty({definition().symbol, {}, title(), sentence, {}, {}}); }
+
+  ItemView& view() { return *view_; }
+  FileItems& items() { return items_; }
+
+ private:
+  ItemView* view_;
+  FileItems items_;
+};
+
+class RecentFilesPanel final : public FileListPanel {
+ public:
+  explicit RecentFilesPanel(const PanelContext& context)
+      : FileListPanel(context, say("Recent files"), ItemView::Shape::Rows) {
+    view().setMostRows(8);
+    body().addWidget(&view());
+    if (context.readings.recent)
+      connect(context.readings.recent, &RecentFiles::changed, this, &RecentFilesPanel::refreshNow);
+  }
+
+ protected:
+  void refresh(const TileSources& sources) override {
+    RecentFiles* recent = context().readings.recent;
+    if (!recent) return sayNothing(say("This desktop keeps no list of recent files."));
+    QList<FolderEntry> entries;
+    for (const RecentFile& file : recent->list())
+      entries.append({file.path, QFileInfo(file.path).fileName(), false, 0, file.used});
+    if (entries.isEmpty())
+      return sayNothing(recent->loaded() ? say("Files that you open will be listed here.") : say("Looking…"));
+    hideEmpty();
+    items().set(entries, FileItems::Caption::FolderAndAge, sources.now, sources.locale);
+  }
+};
+
+class ScreenshotsPanel final : public FileListPanel {
+ public:
+  explicit ScreenshotsPanel(const PanelContext& context)
+      : FileListPanel(context, say("Screenshots"), ItemView::Shape::Pictures) {
+    view().setMostRows(4);
+    body().addWidget(&view());
+    ScreenshotFolder* shots = context.readings.screenshots;
+    if (!shots) return;
+    connect(shots, &ScreenshotFolder::changed, this, &ScreenshotsPanel::refreshNow);
+    if (const auto open = context.actions.openPath) {
+      auto* button = new IconButton(u"folder"_s, say("Open in Files"));
+      connect(button, &QPushButton::clicked, this, [this, open, shots] {
+        open(shots->folder());
+        Q_EMIT closeRequested();
+      });
+      header().addAction(button);
+    }
+  }
+
+ protected:
+  void refresh(const TileSources& sources) override {
+    ScreenshotFolder* shots = context().readings.screenshots;
+    if (!shots) return sayNothing(say("Screenshots are not available on this computer."));
+    const QList<FolderEntry>& newest = shots->newest();
+    if (newest.isEmpty())
+      return sayNothing(!shots->loaded()
+                            ? say("Looking…")
+                            : say("Screenshots in %1 will be shown here.").arg(shortFolder(shots->folder())));
+    hideEmpty();
+    QList<FolderEntry> named = newest;
+    for (FolderEntry& entry : named) entry.name = QFileInfo(entry.path).fileName();
+    items().set(named, FileItems::Caption::Age, sources.now, sources.locale);
+  }
+};
+
+class ShelfPanel final : public FileListPanel {
+ public:
+  explicit ShelfPanel(const PanelContext& context)
+      : FileListPanel(context, say("Files on the shelf"), ItemView::Shape::Rows),
+        clear_(new Button(say("Clear Shelf"), Button::Role::Quiet)) {
+    view().setMostRows(8);
+    disconnect(&view(), &ItemView::actionRequested, nullptr, nullptr);
+    view().setItemAction(u"xmark"_s, say("Remove from Shelf"), QKeySequence(Qt::Key_Delete));
+    connect(&view(), &ItemView::actionRequested, this, [this](const QString& path) {
+      store().edit([&path](DockConfiguration& config) { config.shelf.removeOne(path); });
+      refreshNow();
+    });
+    connect(clear_, &QPushButton::clicked, this, [this] {
+      store().edit([](DockConfiguration& config) { config.shelf.clear(); });
+      refreshNow();
+    });
+    body().addWidget(&view());
+    body().addSpacing(theme::kPanelHeaderBelow);
+    body().addWidget(clear_, 0, Qt::AlignLeft);
+  }
+
+ protected:
+  void refresh(const TileSources& sources) override {
+    const QStringList& shelf = store().config().shelf;
+    if (shelf.isEmpty()) return sayNothing(say("Drop files on this tile to keep them at hand."));
+    hideEmpty();
+    if (shelf != shelf_) look(shelf);
+    header().setNote(sources.locale.toString(shelf.size()));
+    items().set(entries_, FileItems::Caption::Folder, sources.now, sources.locale);
+  }
+
+ private:
+  /// The names are there at once; what is a folder, and which picture belongs to a file, the disk tells when it likes.
+  void look(const QStringList& shelf) {
+    shelf_ = shelf;
+    entries_.clear();
+    for (const QString& path : shelf) entries_.append({path, QFileInfo(path).fileName(), false, 0, {}});
+    if (context().readings.fixedFolder) return;
+    work_.start(
+        [all = entries_](const std::stop_token& stop) {
+          QList<FolderEntry> entries = all;
+          for (FolderEntry& entry : entries) {
+            if (stop.stop_requested()) break;
+            const QFileInfo info(entry.path);
+            entry.isFolder = info.isDir();
+            entry.size = info.isFile() ? info.size() : 0;
+            entry.modified = info.lastModified();
+          }
+          return entries;
+        },
+        [this](const QList<FolderEntry>& entries) {
+          entries_ = entries;
+          refreshNow();
+        });
+  }
+
+  Button* clear_;
+  QStringList shelf_;
+  QList<FolderEntry> entries_;
+  LatestWork work_;
+};
+
+class FileSearchPanel final : public FileListPanel {
+ public:
+  explicit FileSearchPanel(const PanelContext& context)
+      : FileListPanel(context, say("Files"), ItemView::Shape::Rows),
+        finder_(QDir::homePath(), context.scheduler),
+        field_(new SearchField(say("Search files…"))),
+        word_(new TextLabel({}, TextStyle::Body, Tone::Secondary)) {
+    word_->setWordWrap(true);
+    body().addWidget(field_);
+    body().addSpacing(theme::kRowBleed);
+    body().addWidget(word_);
+    body().addWidget(&view());
+    view().setMostRows(8);
+    view().followField(*field_);
+    connect(field_, &QLineEdit::textChanged, &finder_, &FileFinder::find);
+    connect(field_, &QLineEdit::textChanged, this, &FileSearchPanel::refreshNow);
+    connect(&finder_, &FileFinder::changed, this, &FileSearchPanel::refreshNow);
+  }
+
+ protected:
+  void refresh(const TileSources& sources) override {
+    items().set(finder_.found(), FileItems::Caption::Folder, sources.now, sources.locale);
+    view().setVisible(!finder_.found().isEmpty());
+    word_->setVisible(finder_.found().isEmpty());
+    const bool tooShort = field_->text().trimmed().size() < FileFinder::leastLetters;
+    word_->setText(tooShort         ? say("Write a part of a name to find files and folders in your home folder.")
+                   : finder_.busy() ? say("Looking…")
+                                    : say("No file is named like that."));
+  }
+
+  void showEvent(QShowEvent* event) override {
+    TilePanel::showEvent(event);
+    field_->setFocus(Qt::PopupFocusReason);
+  }
+
+ private:
+  FileFinder finder_;
+  SearchField* field_;
+  TextLabel* word_;
+};
+
+}  // namespace
+
+std::unique_ptr<TilePanel> makeRecentFilesPanel(const PanelContext& context) {
+  return std::make_unique<RecentFilesPanel>(context);
+}
+std::unique_ptr<TilePanel> makeScreenshotsPanel(const PanelContext& context) {
+  return std::make_unique<ScreenshotsPanel>(context);
+}
+std::unique_ptr<TilePanel> makeShelfPanel(const PanelContext& context) { return std::make_unique<ShelfPanel>(context); }
+std::unique_ptr<TilePanel> makeFileSearchPanel(const PanelContext& context) {
+  return std::make_unique<FileSearchPanel>(context);
+}
+
+}  // namespace tarnwick

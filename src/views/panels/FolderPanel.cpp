@@ -1,0 +1,148 @@
+#include "views/panels/FolderPanel.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+#include "files/FolderListing.h"
+#include "views/controls/Buttons.h"
+#include "views/controls/ItemView.h"
+#include "views/controls/Segments.h"
+#include "views/panels/FileItems.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString say(const char* text) { return QCoreApplication::translate("Panels", text); }
+
+const QString kSortKey = u"sort"_s;
+
+class FolderPanel final : public TilePanel {
+ public:
+  explicit FolderPanel(const PanelContext& context)
+      : TilePanel(context, theme::kPanelWidthWide),
+        listing_(context.scheduler),
+        back_(new IconButton(u"chevron.left"_s, say("Back"))),
+        order_(new Segments(say("Sort by"), {say("Date"), say("Name")})),
+        view_(new ItemView(say("Files"), ItemView::Shape::Icons)),
+        rest_(new TextLabel({}, TextStyle::Caption, Tone::Secondary)),
+        items_(*view_, context.readings.thumbnails, context.actions) {
+    header().addAction(back_);
+    header().addAction(order_);
+    if (const auto open = context.actions.openPath) {
+      auto* button = new IconButton(u"folder"_s, say("Open in Files"));
+      connect(button, &QPushButton::clicked, this, [this, open] {
+        open(listing_.request().folder);
+        Q_EMIT closeRequested();
+      });
+      header().addAction(button);
+    }
+    view_->setMostRows(5);
+    body().addWidget(view_);
+    body().addWidget(rest_);
+    connect(back_, &QPushButton::clicked, this, [this] { go(QFileInfo(listing_.request().folder).path()); });
+    connect(order_, &Segments::chosenChanged, this, [this](int chosen) {
+      setOption(kSortKey, chosen == 1 ? std::optional(u"name"_s) : std::nullopt);
+      go(listing_.request().folder);
+    });
+    connect(view_, &ItemView::opened, this, &FolderPanel::open);
+    connect(&listing_, &FolderListing::changed, this, &FolderPanel::refreshNow);
+    go(root());
+  }
+
+ protected:
+  void refresh(const TileSources& sources) override {
+    const FolderContents& contents = listing_.contents();
+    const bool inside = listing_.request().folder != root();
+    back_->setVisible(inside);
+    header().setNote(inside ? QFileInfo(listing_.request().folder).fileName() : QString());
+    order_->setChosen(order() == FolderOrder::Name ? 1 : 0);
+    if (root().isEmpty()) {
+      showEmpty({definition().symbol,
+                 {},
+                 title(),
+                 say("Choose the folder that this tile shows."),
+                 say("Choose Folder…"),
+                 editor()});
+      return;
+    }
+    if (listing_.loaded() && contents.entries.isEmpty() && !inside) {
+      const QString sentence = contents.problem.isEmpty() ? say("This folder is empty.") : contents.problem;
+      showEmpty({definition().symbol,
+                 {},
+                 title(),
+                 sentence,
+                 contents.problem.isEmpty() ? say("Open in Files") : QString(),
+                 opener()});
+      return;
+    }
+    hideEmpty();
+    setMessage(contents.problem);
+    items_.set(contents.entries, FileItems::Caption::None, sources.now, sources.locale);
+    const bool more = contents.total > contents.entries.size();
+    rest_->setVisible(more || contents.entries.isEmpty());
+    if (more)
+      rest_->setText(
+          say("%1 of %2 shown")
+              .arg(sources.locale.toString(contents.entries.size()), sources.locale.toString(contents.total)));
+    else
+      rest_->setText(!listing_.loaded()           ? say("Looking…")
+                     : contents.problem.isEmpty() ? say("This folder is empty.")
+                                                  : QString());
+  }
+
+ private:
+  QString root() const {
+    if (widget().kind == "downloads"_L1) return QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
+    return widget().options.value(u"path"_s);
+  }
+  FolderOrder order() const {
+    return widget().options.value(kSortKey) == "name"_L1 ? FolderOrder::Name : FolderOrder::Newest;
+  }
+  std::function<void()> editor() const {
+    if (!context().actions.openEditor) return {};
+    return [edit = context().actions.openEditor, id = context().widget] { edit(id); };
+  }
+  std::function<void()> opener() const {
+    if (!context().actions.openPath) return {};
+    return [open = context().actions.openPath, path = root()] { open(path); };
+  }
+
+  void go(const QString& folder) {
+    if (folder.isEmpty()) return;
+    const FolderRequest request{folder, order()};
+    if (const auto& fixed = context().readings.fixedFolder)
+      listing_.setFixed(request, fixed(request));
+    else
+      listing_.show(request);
+    refreshNow();
+  }
+
+  void open(const QString& path) {
+    const FolderEntry entry = items_.of(path);
+    if (entry.isFolder) {
+      go(path);
+    } else if (context().actions.openPath) {
+      context().actions.openPath(path);
+      Q_EMIT closeRequested();
+    }
+  }
+
+  FolderListing listing_;
+  IconButton* back_;
+  Segments* order_;
+  ItemView* view_;
+  TextLabel* rest_;
+  FileItems items_;
+};
+
+}  // namespace
+
+std::unique_ptr<TilePanel> makeFolderPanel(const PanelContext& context) {
+  return std::make_unique<FolderPanel>(context);
+}
+
+}  // namespace tarnwick

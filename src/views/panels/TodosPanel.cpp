@@ -1,0 +1,183 @@
+#include "views/panels/TodosPanel.h"
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <algorithm>
+#include <functional>
+
+#include "views/controls/Buttons.h"
+#include "views/controls/Fields.h"
+#include "views/controls/Rows.h"
+#include "views/theme/Glass.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString words(const char* text) { return QCoreApplication::translate("Panels", text); }
+
+/// One thing to do. Its button to delete it shows under the pointer and the keyboard; the Delete key does the same.
+class TodoRow final : public QWidget {
+ public:
+  TodoRow(const TodoItem& item, bool parted, const std::function<void()>& toggle, std::function<void()> remove)
+      : parted_(parted),
+        check_(new CheckRow(item.text.simplified())),
+        remove_(new IconButton(u"trash"_s, words("Delete %1").arg(item.text.simplified().left(80)))),
+        act_(std::move(remove)) {
+    auto* line = new QHBoxLayout(this);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->setSpacing(0);
+    line->addWidget(check_, 1);
+    line->addWidget(remove_);
+    check_->setChecked(item.completed);
+    check_->setToolTip(item.text);
+    check_->installEventFilter(this);
+    remove_->installEventFilter(this);
+    remove_->setGround(false);
+    remove_->setTone(Tone::Secondary);
+    QSizePolicy policy = remove_->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    remove_->setSizePolicy(policy);
+    remove_->hide();
+    setAttribute(Qt::WA_Hover);
+    connect(check_, &QAbstractButton::clicked, this, toggle);
+    connect(remove_, &QPushButton::clicked, this, [this] { act_(); });
+  }
+
+  CheckRow* check() { return check_; }
+
+ protected:
+  bool event(QEvent* event) override {
+    if (event->type() == QEvent::HoverEnter || event->type() == QEvent::HoverLeave) reveal();
+    return QWidget::event(event);
+  }
+  void paintEvent(QPaintEvent*) override {
+    if (!parted_) return;
+    QPainter painter(this);
+    painter.fillRect(QRectF(0, 0, width(), hairline(painter)), lookOf(*this).palette.hairline);
+  }
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Delete) {
+      act_();
+      return true;
+    }
+    // Where the focus goes is known only after it left.
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
+      QMetaObject::invokeMethod(
+          this, [this] { reveal(); }, Qt::QueuedConnection);
+    return QWidget::eventFilter(watched, event);
+  }
+
+ private:
+  void reveal() { remove_->setVisible(underMouse() || check_->hasFocus() || remove_->hasFocus()); }
+
+  bool parted_;
+  CheckRow* check_;
+  IconButton* remove_;
+  std::function<void()> act_;
+};
+
+class TodosPanel final : public TilePanel {
+ public:
+  explicit TodosPanel(const PanelContext& context)
+      : TilePanel(context),
+        field_(new TextField(words("Add a to-do"))),
+        nothing_(new TextLabel(words("Nothing to do"), TextStyle::Body, Tone::Secondary)),
+        rows_(new QVBoxLayout),
+        clear_(new Button(words("Clear completed"), Button::Role::Quiet)) {
+    field_->setPlaceholderText(words("Add a to-do"));
+    field_->setSymbol(u"plus"_s);
+    nothing_->setAlignment(Qt::AlignCenter);
+    nothing_->setFixedHeight(theme::kTallRowHeight);
+    rows_->setContentsMargins(0, 0, 0, 0);
+    rows_->setSpacing(0);
+    body().addWidget(field_);
+    body().addSpacing(theme::kSectionBelow);
+    body().addLayout(rows_);
+    body().addWidget(nothing_);
+    // The word, not the button around it, begins where the rows do.
+    auto* footer = new QWidget;
+    footer->setFixedHeight(theme::kRowHeight);
+    clear_->setParent(footer);
+    clear_->setGeometry(QRect({-theme::kRowBleed, theme::kRowHeight - theme::kControlHeight}, clear_->sizeHint()));
+    body().addWidget(footer);
+    connect(field_, &QLineEdit::returnPressed, this, [this] {
+      store().addTodo(field_->text());
+      field_->clear();
+    });
+    connect(clear_, &QPushButton::clicked, this, [this] {
+      store().edit([](DockConfiguration& config) { config.todos.removeIf(std::mem_fn(&TodoItem::completed)); });
+      field_->setFocus();
+    });
+  }
+
+ protected:
+  void refresh(const TileSources&) override {
+    // The document itself: what tiles show may be cut or late.
+    const QList<TodoItem>& todos = store().config().todos;
+    const auto done = std::ranges::count(todos, true, &TodoItem::completed);
+    header().setNote(todos.isEmpty() ? QString() : words("%1 of %2 done").arg(done).arg(todos.size()));
+    if (isFilled_ && todos == shown_) return;
+    isFilled_ = true;
+    fill(todos);
+    nothing_->setVisible(todos.isEmpty());
+    clear_->parentWidget()->setVisible(done > 0);
+  }
+
+  void showEvent(QShowEvent* event) override {
+    TilePanel::showEvent(event);
+    field_->setFocus();
+  }
+
+ private:
+  void fill(const QList<TodoItem>& todos) {
+    shown_ = todos;
+    const auto* focused = QApplication::focusWidget();
+    int focusedRow = -1;
+    for (int i = 0; i < rows_->count(); ++i)
+      if (focused && rows_->itemAt(i)->widget()->isAncestorOf(focused)) focusedRow = i;
+    while (QLayoutItem* item = rows_->takeAt(0)) {
+      item->widget()->hide();
+      item->widget()->deleteLater();
+      delete item;
+    }
+    for (const bool completed : {false, true})
+      for (const TodoItem& item : todos)
+        if (item.completed == completed) addRow(item);
+    // Whoever works through the list by keyboard stays in it.
+    if (focusedRow < 0) return;
+    const int next = std::min(focusedRow, rows_->count() - 1);
+    if (next < 0)
+      field_->setFocus();
+    else
+      static_cast<TodoRow*>(rows_->itemAt(next)->widget())->check()->setFocus();
+  }
+
+  void addRow(const TodoItem& item) {
+    auto* row = new TodoRow(
+        item, rows_->count() > 0, [this, id = item.id] { store().toggleTodo(id); },
+        [this, id = item.id] {
+          store().edit([&id](DockConfiguration& config) {
+            config.todos.removeIf([&id](const TodoItem& each) { return each.id == id; });
+          });
+        });
+    rows_->addWidget(row);
+  }
+
+  TextField* field_;
+  TextLabel* nothing_;
+  QVBoxLayout* rows_;
+  Button* clear_;
+  QList<TodoItem> shown_;
+  bool isFilled_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<TilePanel> makeTodosPanel(const PanelContext& context) { return std::make_unique<TodosPanel>(context); }
+
+}  // namespace tarnwick

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QDateTime>
+#include <memory>
+
+#include "views/tiles/CalendarDigest.h"
+
+namespace tarnwick {
+
+/// The calendars and reminders of a month, as pictures of the program show them around a moment.
+std::shared_ptr<const CalendarDigest> calendarFixture(const QDateTime& now);
+
+}  // namespace tarnwick

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QColor>
+#include <QPainter>
+#include <QPointF>
+
+namespace tarnwick {
+
+/// Filled marks of what a click does to something that runs, around `centre`; `height` is theirs.
+void drawPlayGlyph(QPainter& painter, QPointF centre, double height, const QColor& color);
+void drawPauseGlyph(QPainter& painter, QPointF centre, double height, const QColor& color);
+
+}  // namespace tarnwick

@@ -1,0 +1,400 @@
+#include "views/tiles/MetricTiles.h"
+
+#include <QCoreApplication>
+#include <algorithm>
+#include <cmath>
+
+#include "views/theme/Glass.h"
+#include "views/tiles/ChartPainting.h"
+#include "views/tiles/TileCanvas.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString tr(const char* text) { return QCoreApplication::translate("Tiles", text); }
+
+const QString kDash = u"–"_s;
+
+std::optional<int> percentOf(double value) {
+  if (!std::isfinite(value)) return std::nullopt;
+  return static_cast<int>(std::lround(std::clamp(value, 0.0, 100.0)));
+}
+
+QString withSign(const std::optional<int>& percent) { return percent ? u"%1%"_s.arg(*percent) : kDash; }
+
+double highestOf(const QList<double>& values) {
+  double highest = 0;
+  for (const double value : values)
+    if (std::isfinite(value)) highest = std::max(highest, value);
+  return highest;
+}
+
+// Charts stand at the right.
+constexpr double kChartWidth = 76;
+constexpr double kChartTop = 17;
+constexpr double kChartHeight = 28;
+
+QRectF chartBox(const TileCanvas& canvas) {
+  return {canvas.width() - theme::kTextRight - kChartWidth, kChartTop, kChartWidth, kChartHeight};
+}
+
+}  // namespace
+
+// --- Battery --------------------------------------------------------------------------------------------------------
+
+namespace {
+
+constexpr double kBatteryWidth = 40;
+constexpr double kBatteryHeight = 19;
+constexpr double kBatteryTop = 13;
+constexpr double kBatteryCorner = 6;
+constexpr double kBatteryInset = 2.5;
+constexpr double kBatteryFillCorner = 4;
+constexpr double kNubGap = 1.5;
+constexpr double kNubWidth = 2.5;
+constexpr double kNubHeight = 7;
+constexpr double kBatteryBaseline = 49.5;
+constexpr int kLow = 20;
+
+}  // namespace
+
+BatteryContent makeBattery(const TileRequest& request) {
+  const auto& metrics = request.sources.metrics;
+  if (!metrics) return {std::nullopt, kDash};
+  if (!metrics->battery) return {std::nullopt, tr("None")};
+  return {percentOf(*metrics->battery), kDash};
+}
+
+TileText describe(const BatteryContent& content, const QString& name) {
+  return {name, content.percent ? withSign(content.percent) : content.word == kDash ? QString() : content.word};
+}
+
+void paint(TileCanvas& canvas, const BatteryContent& content) {
+  QPainter& painter = canvas.painter();
+  const Palette& colors = canvas.colors();
+  const double whole = kBatteryWidth + kNubGap + kNubWidth;
+  const double top = canvas.showsCaption() ? kBatteryTop : theme::kTileMiddle - kBatteryHeight / 2;
+  const QRectF body((canvas.width() - whole) / 2, top, kBatteryWidth, kBatteryHeight);
+  drawRounded(painter, body, kBatteryCorner, colors.track);
+  const QRectF nub(body.right() + kNubGap, body.center().y() - kNubHeight / 2, kNubWidth, kNubHeight);
+  drawRounded(painter, nub, kNubWidth / 2, colors.track);
+  if (const int percent = content.percent.value_or(0); percent > 0) {
+    QRectF fill = body.adjusted(kBatteryInset, kBatteryInset, -kBatteryInset, -kBatteryInset);
+    fill.setWidth(std::max(kBatteryFillCorner, fill.width() * percent / 100));
+    drawRounded(painter, fill, std::min(kBatteryFillCorner, fill.width() / 2),
+                percent < kLow ? colors.accent(Accent::Red) : canvas.accent());
+  }
+  if (!canvas.showsCaption()) return;
+  if (!content.percent) {
+    canvas.centredText(kBatteryBaseline, TextStyle::Caption, content.word, colors.secondary);
+    return;
+  }
+  const QString figure = QString::number(*content.percent);
+  const double width = canvas.line(figure, TextStyle::Title).width() + 2 +
+                       TextLine::unit(u"%"_s, TextStyle::Title, canvas.scale()).width();
+  canvas.figure((canvas.width() - width) / 2, kBatteryBaseline, TextStyle::Title, figure, u"%"_s);
+}
+
+// --- One figure and its history -------------------------------------------------------------------------------------
+
+namespace {
+
+/// Little work looks little, but is seen.
+constexpr double kLeastCpuTop = 25;
+constexpr double kHeadroom = 1.1;
+/// A processor that stands still has a line in the middle of so many degrees.
+constexpr double kLeastDegrees = 20;
+constexpr double kDegreeRoom = 4;
+
+QString degrees(const std::optional<double>& celsius) {
+  if (!celsius || !std::isfinite(*celsius)) return kDash;
+  const auto whole = std::lround(*celsius);
+  return (whole < 0 ? QString(u'−') : QString()) + QString::number(std::abs(whole)) + u'°';
+}
+
+}  // namespace
+
+MetricChartContent makeCpuChart(const TileRequest& request) {
+  MetricChartContent content{kDash, {}, tr("CPU"), request.sources.cpuHistory};
+  content.high = std::clamp(highestOf(content.history) * kHeadroom, kLeastCpuTop, 100.0);
+  if (!request.sources.metrics) return content;
+  if (const auto percent = percentOf(request.sources.metrics->cpu)) {
+    content.figure = QString::number(*percent);
+    content.unit = u"%"_s;
+  }
+  return content;
+}
+
+MetricChartContent makeMemoryChart(const TileRequest& request) {
+  MetricChartContent content{kDash, {}, tr("RAM"), request.sources.memoryHistory};
+  const auto& metrics = request.sources.metrics;
+  if (!metrics) return content;
+  if (const auto percent = percentOf(metrics->memory)) {
+    content.figure = QString::number(*percent);
+    content.unit = u"%"_s;
+  }
+  if (metrics->memoryTotal > 0)
+    content.caption = memoryWords(request.sources.locale, metrics->memoryUsed, metrics->memoryTotal);
+  return content;
+}
+
+MetricChartContent makeTemperatureChart(const TileRequest& request) {
+  const ReadingFacts& readings = request.sources.readings;
+  MetricChartContent content{degrees(readings.celsius), {}, tr("CPU core"), readings.celsiusHistory};
+  if (content.history.isEmpty()) return content;
+  const auto [least, most] = std::ranges::minmax(content.history);
+  const double room = std::max(kDegreeRoom, (kLeastDegrees - (most - least)) / 2);
+  content.low = least - room;
+  content.high = most + room;
+  return content;
+}
+
+TileText describe(const MetricChartContent& content, const QString& name) {
+  if (content.figure == kDash) return {name, {}};
+  const QString figure = content.figure + content.unit;
+  return {name, content.caption.contains(u' ') ? figure + u", "_s + content.caption : figure};
+}
+
+void paint(TileCanvas& canvas, const MetricChartContent& content) {
+  using namespace theme;
+  const QRectF box = chartBox(canvas);
+  ChartLook look{canvas.accent(), content.low, content.high};
+  paintChart(canvas, box, content.history, look);
+  const bool caption = canvas.showsCaption();
+  const double baseline =
+      caption ? kHeadlineBaseline : TileCanvas::centredBaseline(canvas.line(content.figure, TextStyle::Headline));
+  const QColor ink = content.figure == kDash ? canvas.colors().tertiary : canvas.colors().primary;
+  canvas.figure(kTextLeft, baseline, TextStyle::Headline, content.figure, content.unit, ink);
+  if (caption)
+    canvas.text(kTextLeft, kCaptionBaseline, box.left() - kTextLeft - 2, TextStyle::Caption, content.caption,
+                canvas.colors().secondary);
+}
+
+// --- Processor and memory -------------------------------------------------------------------------------------------
+
+namespace {
+
+constexpr double kPairChartLeft = 91;
+constexpr double kPairChartTop = 15;
+constexpr double kPairChartHeight = 32;
+constexpr double kPairDot = 3;
+constexpr double kPairLabel = 23;
+constexpr double kPairValueRight = 82;
+constexpr double kPairFirst = 27;
+constexpr double kPairSecond = 45;
+
+void paintPairRow(TileCanvas& canvas, double baseline, Accent accent, const QString& label,
+                  const std::optional<int>& percent) {
+  const TextLine value = canvas.line(withSign(percent), TextStyle::Title);
+  const TextLine words = canvas.line(label, TextStyle::Body);
+  canvas.painter().setPen(Qt::NoPen);
+  canvas.painter().setBrush(canvas.colors().accent(accent));
+  canvas.painter().drawEllipse(QPointF(theme::kTextLeft + kPairDot, baseline - value.capHeight() / 2), kPairDot,
+                               kPairDot);
+  // Half a word says nothing, and the dot tells which is which.
+  if (kPairLabel + words.width() + 4 <= kPairValueRight - value.width())
+    words.draw(canvas.painter(), {kPairLabel, baseline}, canvas.colors().secondary);
+  value.drawRight(canvas.painter(), {kPairValueRight, baseline}, canvas.colors().primary);
+}
+
+}  // namespace
+
+SystemChartContent makeSystemChart(const TileRequest& request) {
+  const auto& metrics = request.sources.metrics;
+  SystemChartContent content;
+  content.cpuHistory = request.sources.cpuHistory;
+  content.memoryHistory = request.sources.memoryHistory;
+  if (!metrics) return content;
+  content.cpu = percentOf(metrics->cpu);
+  content.memory = percentOf(metrics->memory);
+  return content;
+}
+
+TileText describe(const SystemChartContent& content, const QString& name) {
+  if (!content.cpu && !content.memory) return {name, {}};
+  return {name, tr("CPU %1, RAM %2").arg(withSign(content.cpu), withSign(content.memory))};
+}
+
+void paint(TileCanvas& canvas, const SystemChartContent& content) {
+  const QRectF box(kPairChartLeft, kPairChartTop, canvas.width() - theme::kTextRight - kPairChartLeft,
+                   kPairChartHeight);
+  ChartLook look{canvas.colors().accent(Accent::Green)};
+  look.filled = look.marked = false;
+  look.high = std::clamp(std::max(highestOf(content.cpuHistory), highestOf(content.memoryHistory)) * kHeadroom,
+                         kLeastCpuTop, 100.0);
+  paintChart(canvas, box, content.cpuHistory, look);
+  look.color = canvas.colors().accent(Accent::Purple);
+  paintChart(canvas, box, content.memoryHistory, look);
+  paintPairRow(canvas, kPairFirst, Accent::Green, tr("CPU"), content.cpu);
+  paintPairRow(canvas, kPairSecond, Accent::Purple, tr("RAM"), content.memory);
+}
+
+// --- Network --------------------------------------------------------------------------------------------------------
+
+namespace {
+
+constexpr double kArrowCentre = 20;
+constexpr double kArrowSize = 16;
+constexpr double kSpeedLeft = 35;
+constexpr double kSpeedFirst = 26;
+constexpr double kSpeedSecond = 49;
+constexpr double kSmallArrowCentre = 17;
+constexpr double kSmallArrow = 12;
+constexpr double kSmallSpeedLeft = 26;
+constexpr double kSmallFirst = 27.5;
+constexpr double kSmallSecond = 44.5;
+constexpr double kSmallUnitGap = 5;
+constexpr double kTrafficLeft = 84;
+constexpr double kTrafficTop = 13;
+constexpr double kTrafficMiddle = 35;
+constexpr double kTrafficFoot = 52;
+/// Bytes per second: what is less looks like nothing.
+constexpr double kLeastTraffic = 20e3;
+
+void paintArrow(TileCanvas& canvas, double x, double baseline, double capHeight, double size, bool down) {
+  canvas.symbol(down ? u"arrow.down"_s : u"arrow.up"_s, {x, baseline - capHeight / 2}, size,
+                down ? canvas.accent() : canvas.colors().secondary);
+}
+
+void paintSpeed(TileCanvas& canvas, double baseline, const std::optional<SpeedWords>& speed, bool down) {
+  const TextLine line = canvas.line(speed ? speed->number : kDash, TextStyle::Figure17);
+  paintArrow(canvas, kArrowCentre, baseline, line.capHeight(), kArrowSize, down);
+  const QColor ink = speed ? canvas.colors().primary : canvas.colors().tertiary;
+  canvas.figure(kSpeedLeft, baseline, TextStyle::Figure17, line.text(), speed ? speed->unit : QString(), ink);
+}
+
+/// The unit stands once, behind the longer figure, where there is room for it.
+void paintSmallSpeeds(TileCanvas& canvas, const NetworkContent& content) {
+  double end = 0;
+  for (const bool down : {true, false}) {
+    const auto& speed = down ? content.download : content.upload;
+    const double baseline = down ? kSmallFirst : kSmallSecond;
+    const TextLine line = canvas.line(speed ? speed->number : kDash, TextStyle::Body);
+    paintArrow(canvas, kSmallArrowCentre, baseline, line.capHeight(), kSmallArrow, down);
+    line.draw(canvas.painter(), {kSmallSpeedLeft, baseline}, canvas.colors().primary);
+    end = kSmallSpeedLeft + line.width();
+  }
+  if (!content.upload) return;
+  const TextLine unit = canvas.line(content.upload->unit, TextStyle::Caption);
+  if (end + kSmallUnitGap + unit.width() <= kTrafficLeft - 2)
+    unit.draw(canvas.painter(), {end + kSmallUnitGap, kSmallSecond}, canvas.colors().secondary);
+}
+
+void paintTraffic(TileCanvas& canvas, const NetworkContent& content) {
+  const double right = canvas.width() - theme::kTextRight;
+  ChartLook look{canvas.accent()};
+  look.high = std::max(kLeastTraffic, highestOf(content.downloadHistory) * kHeadroom);
+  paintChart(canvas, QRectF(QPointF(kTrafficLeft, kTrafficTop), QPointF(right, kTrafficMiddle)),
+             content.downloadHistory, look);
+  const double line = hairline(canvas.painter());
+  canvas.painter().fillRect(canvas.snapped(QRectF(kTrafficLeft, kTrafficMiddle, right - kTrafficLeft, line)),
+                            canvas.colors().hairline);
+  look.color = canvas.colors().accent(Accent::Blue);
+  look.high = std::max(kLeastTraffic, highestOf(content.uploadHistory) * kHeadroom);
+  look.hanging = true;
+  look.marked = false;
+  paintChart(canvas, QRectF(QPointF(kTrafficLeft, kTrafficMiddle + 1), QPointF(right, kTrafficFoot)),
+             content.uploadHistory, look);
+}
+
+}  // namespace
+
+NetworkContent makeNetwork(const TileRequest& request) {
+  NetworkContent content;
+  if (const auto& metrics = request.sources.metrics) {
+    content.download = speedWords(request.sources.locale, metrics->download);
+    content.upload = speedWords(request.sources.locale, metrics->upload);
+  }
+  return content;
+}
+
+NetworkContent makeNetworkChart(const TileRequest& request) {
+  NetworkContent content;
+  content.chart = true;
+  content.downloadHistory = request.sources.readings.downloadHistory;
+  content.uploadHistory = request.sources.readings.uploadHistory;
+  if (const auto& metrics = request.sources.metrics) {
+    content.download = speedWords(request.sources.locale, metrics->download, metrics->upload);
+    content.upload = speedWords(request.sources.locale, metrics->upload, metrics->download);
+  }
+  return content;
+}
+
+TileText describe(const NetworkContent& content, const QString& name) {
+  if (!content.download || !content.upload) return {name, {}};
+  return {name,
+          tr("download %1 %2, upload %3 %4")
+              .arg(content.download->number, content.download->unit, content.upload->number, content.upload->unit)};
+}
+
+void paint(TileCanvas& canvas, const NetworkContent& content) {
+  if (content.chart) {
+    paintTraffic(canvas, content);
+    paintSmallSpeeds(canvas, content);
+    return;
+  }
+  paintSpeed(canvas, kSpeedFirst, content.download, true);
+  paintSpeed(canvas, kSpeedSecond, content.upload, false);
+}
+
+// --- One figure -----------------------------------------------------------------------------------------------------
+
+namespace {
+
+constexpr double kCompactText = 36;
+
+FigureContent speedFigure(const TileRequest& request, double MetricsSnapshot::*speed, const QString& symbol,
+                          const QString& caption) {
+  FigureContent content{symbol, kDash, {}, caption};
+  if (!request.sources.metrics) return content;
+  const SpeedWords words = speedWords(request.sources.locale, (*request.sources.metrics).*speed);
+  content.figure = words.number;
+  content.unit = words.unit;
+  return content;
+}
+
+}  // namespace
+
+FigureContent makeDownload(const TileRequest& request) {
+  return speedFigure(request, &MetricsSnapshot::download, u"arrow.down"_s, tr("Download"));
+}
+
+FigureContent makeUpload(const TileRequest& request) {
+  return speedFigure(request, &MetricsSnapshot::upload, u"arrow.up"_s, tr("Upload"));
+}
+
+FigureContent makeTemperature(const TileRequest& request) {
+  return {request.definition.symbol, degrees(request.sources.readings.celsius), {}, tr("CPU"), true};
+}
+
+FigureContent makeBookmarks(const TileRequest& request) {
+  const auto& count = request.sources.readings.bookmarks;
+  return {request.definition.symbol, count ? request.sources.locale.toString(*count) : kDash, {}, request.title()};
+}
+
+TileText describe(const FigureContent& content, const QString& name) {
+  if (content.figure == kDash) return {name, {}};
+  return {name, content.unit.isEmpty() ? content.figure : content.figure + u' ' + content.unit};
+}
+
+void paint(TileCanvas& canvas, const FigureContent& content) {
+  using namespace theme;
+  canvas.symbol(content.symbol, {kTextLeft + (content.compact ? 8 : kSymbolSize / 2), kTileMiddle}, kSymbolSize,
+                canvas.accent());
+  const double x = content.compact                       ? kCompactText
+                   : canvas.width() <= kNarrowSymbolTile ? kTextAfterSymbolNarrow
+                                                         : kTextAfterSymbol;
+  const bool caption = canvas.showsCaption();
+  const double baseline =
+      caption ? kHeadlineBaseline : TileCanvas::centredBaseline(canvas.line(content.figure, TextStyle::Headline));
+  const QColor ink = content.figure == kDash ? canvas.colors().tertiary : canvas.colors().primary;
+  canvas.figure(x, baseline, TextStyle::Headline, content.figure, content.unit, ink);
+  if (caption)
+    canvas.text(x, kCaptionBaseline, canvas.roomAfter(x), TextStyle::Caption, content.caption,
+                canvas.colors().secondary, Elide::Middle);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <QList>
+#include <optional>
+
+#include "views/tiles/FileWords.h"
+#include "views/tiles/TileRequest.h"
+#include "views/tiles/TileText.h"
+
+namespace tarnwick {
+
+class TileCanvas;
+
+/// A battery that is as full as the machine's.
+struct BatteryContent {
+  std::optional<int> percent;  ///< Absent until it was read, and without a battery.
+  QString word;                ///< What is said while there is no figure.
+
+  bool operator==(const BatteryContent&) const = default;
+};
+BatteryContent makeBattery(const TileRequest& request);
+TileText describe(const BatteryContent& content, const QString& name);
+void paint(TileCanvas& canvas, const BatteryContent& content);
+
+/// A figure and its history.
+struct MetricChartContent {
+  QString figure;  ///< A dash until it was read.
+  QString unit;
+  QString caption;
+  QList<double> history;
+  double low = 0;  ///< The values at the foot and the top of the chart.
+  double high = 100;
+
+  bool operator==(const MetricChartContent&) const = default;
+};
+MetricChartContent makeCpuChart(const TileRequest& request);
+MetricChartContent makeMemoryChart(const TileRequest& request);
+MetricChartContent makeTemperatureChart(const TileRequest& request);
+TileText describe(const MetricChartContent& content, const QString& name);
+void paint(TileCanvas& canvas, const MetricChartContent& content);
+
+/// Processor and memory in one chart.
+struct SystemChartContent {
+  std::optional<int> cpu;
+  std::optional<int> memory;
+  QList<double> cpuHistory;
+  QList<double> memoryHistory;
+
+  bool operator==(const SystemChartContent&) const = default;
+};
+SystemChartContent makeSystemChart(const TileRequest& request);
+TileText describe(const SystemChartContent& content, const QString& name);
+void paint(TileCanvas& canvas, const SystemChartContent& content);
+
+/// What comes and goes over the network; with histories also as a chart, downloads above and uploads below its middle.
+struct NetworkContent {
+  std::optional<SpeedWords> download;
+  std::optional<SpeedWords> upload;
+  bool chart = false;
+  QList<double> downloadHistory;
+  QList<double> uploadHistory;
+
+  bool operator==(const NetworkContent&) const = default;
+};
+NetworkContent makeNetwork(const TileRequest& request);
+NetworkContent makeNetworkChart(const TileRequest& request);
+TileText describe(const NetworkContent& content, const QString& name);
+void paint(TileCanvas& canvas, const NetworkContent& content);
+
+/// A symbol, a figure and what it is.
+struct FigureContent {
+  QString symbol;
+  QString figure;  ///< A dash until it was read.
+  QString unit;
+  QString caption;
+  bool compact = false;  ///< The symbol stands closer, in a tile that is hardly wider than its figure.
+
+  bool operator==(const FigureContent&) const = default;
+};
+FigureContent makeDownload(const TileRequest& request);
+FigureContent makeUpload(const TileRequest& request);
+FigureContent makeTemperature(const TileRequest& request);
+FigureContent makeBookmarks(const TileRequest& request);
+TileText describe(const FigureContent& content, const QString& name);
+void paint(TileCanvas& canvas, const FigureContent& content);
+
+}  // namespace tarnwick

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QDateTime>
+#include <QImage>
+#include <QList>
+#include <QString>
+#include <optional>
+
+#include "system/ProcessUsage.h"
+
+namespace tarnwick {
+
+/// A running application, for tiles that show several.
+struct RunningFacts {
+  quint64 identity = 0;
+  QString name;
+  QString icon;
+  bool front = false;
+
+  bool operator==(const RunningFacts&) const = default;
+};
+
+/// A small picture that is known by what it was made from, so that comparing it costs nothing.
+struct TilePicture {
+  QString key;
+  QImage image;
+
+  bool operator==(const TilePicture& other) const { return key == other.key && image.isNull() == other.image.isNull(); }
+};
+
+/// A screenshot that lies in its folder.
+struct ScreenshotFacts {
+  TilePicture picture;
+  QDateTime taken;
+
+  bool operator==(const ScreenshotFacts&) const = default;
+};
+
+/// What tiles show of the machine and of the user's files, beside the figures of MetricsSnapshot.
+struct ReadingFacts {
+  QList<double> downloadHistory;  ///< Bytes per second, oldest first, like the other one.
+  QList<double> uploadHistory;
+  std::optional<double> celsius;  ///< Of the processor; absent without a sensor.
+  QList<double> celsiusHistory;
+  QList<ProcessUsage> processes;
+  QString processMessage;
+  QList<RunningFacts> running;
+  QStringList recentNames;                            ///< Of the files that were open last, the latest first.
+  std::optional<QList<ScreenshotFacts>> screenshots;  ///< The newest first; absent until the folder was read.
+  std::optional<qint64> bookmarks;                    ///< Absent until they were counted.
+};
+
+}  // namespace tarnwick

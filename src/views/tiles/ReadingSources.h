@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QList>
+#include <functional>
+
+#include "config/DockWidget.h"
+#include "files/FolderReading.h"
+#include "views/tiles/ReadingFacts.h"
+
+namespace tarnwick {
+
+class Bookmarks;
+class ProcessMonitor;
+class RecentFiles;
+class ScreenshotFolder;
+class SystemTemperature;
+class Thumbnails;
+
+/// What tiles and panels read the user's files and the machine from. Null for what this desktop lacks; all of it is
+/// borrowed and outlives docks and panels.
+struct ReadingServices {
+  RecentFiles* recent = nullptr;
+  Bookmarks* bookmarks = nullptr;
+  ScreenshotFolder* screenshots = nullptr;
+  Thumbnails* thumbnails = nullptr;
+  const ProcessMonitor* processes = nullptr;
+  const SystemTemperature* temperature = nullptr;
+  /// Answers in place of the disk, for pictures of panels; empty otherwise.
+  std::function<FolderContents(const FolderRequest& request)> fixedFolder{};
+};
+
+/// Adds what these widgets show, and nothing else: a service that no widget shows is not asked, and so reads nothing.
+void addReadings(ReadingFacts& readings, const QList<DockWidget>& widgets, const ReadingServices& services);
+
+}  // namespace tarnwick

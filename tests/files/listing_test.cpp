@@ -1,0 +1,127 @@
+#include <utime.h>
+
+#include "files/Background.h"
+#include "files/FolderListing.h"
+#include "files/ScreenshotFolder.h"
+#include "support/FileTest.h"
+#include "support/TestScheduler.h"
+#include "support/Wait.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class ListingTest : public FolderTest {
+ protected:
+  /// A file whose age is so many minutes.
+  void aged(const QString& name, int minutes) const {
+    put(name, "x");
+    const time_t then = ::time(nullptr) - minutes * 60;
+    const utimbuf times{then, then};
+    ASSERT_EQ(::utime(encoded(name).constData(), &times), 0);
+  }
+  static std::string names(const FolderContents& contents) {
+    QStringList list;
+    for (const FolderEntry& entry : contents.entries) list << entry.name;
+    return list.join(u' ').toStdString();
+  }
+  FolderContents read(FolderRequest request) const {
+    request.folder = folder_.path();
+    return FolderReading::read(request);
+  }
+};
+
+TEST_F(ListingTest, SortsAsAskedAndTellsHowManyThereAre) {
+  aged(u"b10.png"_s, 3);
+  aged(u"B2.jpg"_s, 1);
+  aged(u"old.txt"_s, 60);
+  aged(u".hidden"_s, 0);
+  aged(u"zoo/inside"_s, 0);
+  ASSERT_EQ(::symlink("nowhere", encoded(u"broken"_s).constData()), 0);
+
+  const FolderContents byName = read({{}, FolderOrder::Name});
+  EXPECT_EQ(names(byName), "zoo B2.jpg b10.png broken old.txt");
+  EXPECT_TRUE(byName.entries.first().isFolder);
+  EXPECT_EQ(byName.entries[1].size, 1);
+
+  FolderRequest pictures{{}, FolderOrder::Newest, true};
+  EXPECT_EQ(names(read(pictures)), "B2.jpg b10.png");
+  pictures.most = 1;
+  EXPECT_EQ(names(read(pictures)), "B2.jpg");
+  EXPECT_EQ(read(pictures).total, 2);
+}
+
+TEST_F(ListingTest, SaysWhyAFolderShowsNothing) {
+  put(u"file"_s, "x");
+  put(u"locked/secret"_s, "x");
+  setMode(u"locked"_s, 0);
+  {
+    const AsPlainUser plain(folder_.path());
+    const auto problem = [&](const QString& name) { return FolderReading::read({at(name)}).problem.toStdString(); };
+    EXPECT_EQ(problem(u"gone"_s), "This folder is no longer there.");
+    EXPECT_EQ(problem(u"file"_s), "This is not a folder.");
+    EXPECT_EQ(problem(u"locked"_s), "You may not look into this folder.");
+  }
+  setMode(u"locked"_s, 0700);
+}
+
+TEST_F(ListingTest, AHugeFolderIsCutAndCanBeLeft) {
+  for (int i = 0; i < 5000; ++i) put(u"file %1"_s.arg(i), {});
+  const FolderContents some = read({{}, FolderOrder::Name, false, 20});
+  EXPECT_EQ(some.entries.size(), 20);
+  EXPECT_EQ(some.total, 5000);
+  EXPECT_EQ(some.entries.last().name, u"file 19"_s);
+  std::stop_source stop;
+  stop.request_stop();
+  EXPECT_EQ(FolderReading::read({folder_.path()}, stop.get_token()).entries.size(), 0);
+}
+
+TEST_F(ListingTest, FollowsTheFolderAndOnlyTheLatestRequest) {
+  test::TestScheduler scheduler;
+  put(u"one/a"_s, {});
+  put(u"two/b"_s, {});
+  FolderListing listing(scheduler);
+  int changes = 0;
+  QObject::connect(&listing, &FolderListing::changed, [&] { ++changes; });
+  listing.show({at(u"one"_s)});
+  listing.show({at(u"two"_s)});
+  ASSERT_TRUE(waitFor([&] { return listing.loaded(); }));
+  EXPECT_EQ(names(listing.contents()), "b");
+  EXPECT_EQ(changes, 1);
+
+  put(u"two/c"_s, {});
+  ASSERT_TRUE(waitFor([&] { return scheduler.waiting() > 0; }));
+  scheduler.advance(FileWatch::kQuiet);
+  ASSERT_TRUE(waitFor([&] { return changes == 2; }));
+  EXPECT_EQ(listing.contents().total, 2);
+}
+
+TEST_F(ListingTest, AnAnswerFindsNobodyWhoHasGone) {
+  test::TestScheduler scheduler;
+  for (int i = 0; i < 20; ++i) {
+    FolderListing listing(scheduler);
+    listing.show({folder_.path()});
+  }
+  bool turned = false;
+  Background::run(Background::Lane::Reading, [&] { Background::answer([&] { turned = true; }); });
+  EXPECT_TRUE(waitFor([&] { return turned; }));
+}
+
+TEST_F(ListingTest, ScreenshotsAreFoundWhereTheyWillBe) {
+  test::TestScheduler scheduler;
+  ScreenshotFolder shots(folder_.path(), scheduler);
+  EXPECT_TRUE(shots.newest().isEmpty());
+  EXPECT_EQ(shots.folder(), at(u"Screenshots"_s));
+  ASSERT_TRUE(waitFor([&] { return shots.loaded(); }));
+  put(u"Screenshots/shot.png"_s, "x");
+  ASSERT_TRUE(waitFor([&] { return scheduler.waiting() > 0; }));
+  scheduler.advance(FileWatch::kQuiet);
+  ASSERT_TRUE(waitFor([&] { return shots.newest().size() == 1; }));
+
+  shots.setChosen(at(u"elsewhere"_s));
+  EXPECT_EQ(shots.folder(), at(u"elsewhere"_s));
+}
+
+}  // namespace
+}  // namespace tarnwick

@@ -1,0 +1,160 @@
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QKeyEvent>
+#include <QLineEdit>
+
+#include "views/controls/Buttons.h"
+#include "views/controls/MonthGrid.h"
+#include "views/controls/Rows.h"
+#include "views/panels/Panels.h"
+#include "views/panels/ZoneSearch.h"
+#include "views/snapshot/SnapshotFixture.h"
+#include "widgets/catalog/Catalog.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+std::unique_ptr<TilePanel> shown(const PanelContext& context) {
+  std::unique_ptr<TilePanel> panel = makePanel(context);
+  panel->start();
+  panel->resize(panel->sizeHint());
+  panel->show();
+  QCoreApplication::processEvents();
+  return panel;
+}
+
+void press(QWidget& widget, Qt::Key key) {
+  QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+  QCoreApplication::sendEvent(&widget, &event);
+}
+
+QAbstractButton* buttonNamed(QWidget& panel, const QString& name) {
+  for (QAbstractButton* button : panel.findChildren<QAbstractButton*>())
+    if (button->isVisible() && (button->accessibleName() == name || button->text() == name)) return button;
+  return nullptr;
+}
+
+QString optionOf(const PanelContext& context, const QString& key) {
+  for (const DockProfile& profile : context.store.config().profiles)
+    for (const DockWidget& widget : profile.widgets)
+      if (widget.id == context.widget) return widget.options.value(key);
+  return {};
+}
+
+TEST(ZoneSearchTest, FindsByCityCountryAndName) {
+  for (const auto& [text, zone] :
+       std::initializer_list<std::pair<QString, QString>>{{u"tokyo"_s, u"Asia/Tokyo"_s},
+                                                          {u"  new YORK "_s, u"America/New_York"_s},
+                                                          {u"Asia/Kolkata"_s, u"Asia/Kolkata"_s},
+                                                          {u"são paulo"_s, u"America/Sao_Paulo"_s},
+                                                          {u"new zealand"_s, u"Pacific/Auckland"_s},
+                                                          {u"san franc"_s, u"America/Los_Angeles"_s},
+                                                          {u"US/Pacific"_s, u"US/Pacific"_s}}) {
+    const QList<ZoneMatch> found = ZoneSearch::find(text, 5);
+    ASSERT_FALSE(found.isEmpty()) << text.toStdString();
+    EXPECT_EQ(found.first().zone, zone) << text.toStdString();
+  }
+  EXPECT_TRUE(ZoneSearch::find(u" "_s, 5).isEmpty());
+  EXPECT_TRUE(ZoneSearch::find(u"Mars"_s + u"/Base"_s, 5).isEmpty());
+  EXPECT_EQ(ZoneSearch::find(u"a"_s, 5).size(), 5);
+}
+
+TEST(ClockPanelTest, AddsAndRemovesZones) {
+  SnapshotStore fixture;
+  const PanelContext list = fixture.contextOf(u"worldClockList"_s);
+  const auto panel = shown(list);
+  auto* field = panel->findChild<QLineEdit*>();
+  field->setText(u"Mumbai"_s);
+  EXPECT_FALSE(panel->findChild<MonthGrid*>()->isVisible());
+  press(*field, Qt::Key_Return);
+  EXPECT_EQ(optionOf(list, u"zones"_s), u"America/New_York,Europe/London,Asia/Tokyo,Asia/Kolkata"_s);
+  EXPECT_TRUE(field->text().isEmpty());
+  for (const QString& city : {u"London"_s, u"Tokyo"_s, u"Kolkata"_s}) {
+    QAbstractButton* remove = buttonNamed(*panel, u"Remove "_s + city);
+    ASSERT_TRUE(remove) << city.toStdString();
+    remove->click();
+  }
+  EXPECT_EQ(optionOf(list, u"zones"_s), u"America/New_York"_s);
+  EXPECT_FALSE(buttonNamed(*panel, u"Remove New York"_s)) << "the last one stays";
+
+  const PanelContext clock = fixture.contextOf(u"flipClock"_s);
+  const auto other = shown(clock);
+  other->findChild<QLineEdit*>()->setText(u"san francisco"_s);
+  press(*other->findChild<QLineEdit*>(), Qt::Key_Return);
+  EXPECT_EQ(optionOf(clock, u"timezone"_s), u"America/Los_Angeles"_s);
+  EXPECT_EQ(optionOf(clock, u"zoneLabel"_s), u"San Francisco"_s);
+  buttonNamed(*other, u"Use local time"_s)->click();
+  EXPECT_TRUE(optionOf(clock, u"timezone"_s).isEmpty());
+  EXPECT_TRUE(optionOf(clock, u"zoneLabel"_s).isEmpty());
+}
+
+TEST(CalendarPanelTest, ShowsTheChosenDayAndJoins) {
+  SnapshotStore fixture;
+  PanelContext context = fixture.contextOf(u"calendar"_s);
+  QList<QUrl> opened;
+  context.actions.openUrl = [&opened](const QUrl& url) { opened << url; };
+  const auto panel = shown(context);
+  auto* month = panel->findChild<MonthGrid*>();
+  EXPECT_EQ(month->chosen(), SnapshotFixture::moment().date());
+  QAbstractButton* join = buttonNamed(*panel, u"Join Design review"_s);
+  ASSERT_TRUE(join);
+  EXPECT_FALSE(buttonNamed(*panel, u"Join Stand-up"_s)) << "it is over";
+  join->click();
+  EXPECT_EQ(opened, QList<QUrl>{QUrl(u"https://meet.example.org/0"_s)});
+
+  for (const auto& [key, day] : std::initializer_list<std::pair<Qt::Key, QDate>>{{Qt::Key_Right, {2026, 11, 25}},
+                                                                                 {Qt::Key_Down, {2026, 12, 2}},
+                                                                                 {Qt::Key_PageDown, {2027, 1, 2}},
+                                                                                 {Qt::Key_Left, {2027, 1, 1}},
+                                                                                 {Qt::Key_Home, {2026, 11, 24}},
+                                                                                 {Qt::Key_PageUp, {2026, 10, 24}}}) {
+    press(*month, key);
+    EXPECT_EQ(month->chosen(), day);
+    EXPECT_EQ(month->month(), QDate(day.year(), day.month(), 1));
+  }
+  EXPECT_FALSE(buttonNamed(*panel, u"Join Design review"_s)) << "another day is shown";
+  EXPECT_TRUE(month->accessibleDescription().contains(u"24 October 2026"_s));
+}
+
+TEST(CalendarPanelTest, LeadsToACalendarWhereThereIsNone) {
+  SnapshotStore fixture;
+  auto digest = std::make_shared<CalendarDigest>();
+  digest->calendarMessage = digest->reminderMessage = u"Enable access."_s;
+  for (const QString& kind : {u"calendarWeek"_s, u"remindersNext"_s}) {
+    PanelContext context = fixture.contextOf(kind);
+    context.sources = [&digest] {
+      TileSources sources = SnapshotFixture::sources();
+      sources.calendar = digest;
+      return sources;
+    };
+    int asked = 0;
+    context.actions.addCalendarFolder = [&asked] { ++asked; };
+    const auto panel = shown(context);
+    QAbstractButton* add = buttonNamed(*panel, u"Add Calendar Folder…"_s);
+    ASSERT_TRUE(add) << kind.toStdString();
+    add->click();
+    EXPECT_EQ(asked, 1);
+  }
+}
+
+TEST(RemindersPanelTest, TicksOff) {
+  SnapshotStore fixture;
+  PanelContext context = fixture.contextOf(u"remindersToday"_s);
+  QStringList ticked;
+  context.actions.completeReminder = [&ticked](const Reminder& reminder, bool done) {
+    ticked << reminder.title + (done ? u" done"_s : u" open"_s);
+  };
+  const auto panel = shown(context);
+  const QList<CheckRow*> rows = panel->findChildren<CheckRow*>();
+  ASSERT_EQ(rows.size(), 6);
+  rows.first()->click();
+  EXPECT_EQ(ticked, QStringList{u"Call the dentist done"_s});
+  rows.last()->click();
+  EXPECT_EQ(ticked.last(), u"Buy stamps open"_s);
+}
+
+}  // namespace
+}  // namespace tarnwick
