@@ -82,7 +82,7 @@ void takeNewest(FolderContents& contents, const std::vector<Found>& found, qsize
 
 void takeByName(FolderContents& contents, std::vector<Found>& found, qsizetype most) {
   // Without a language names sort by their bytes, which nobody expects of a list.
-  QCollator collator(QLocale() == QLocale::c() ? QLocale(QLocale::English) : QLocale());
+  QCollator collator(QLocale().language() == QLocale::C ? QLocale(QLocale::English) : QLocale());
   collator.setNumericMode(true);
   collator.setCaseSensitivity(Qt::CaseInsensitive);
   keepFirst(found, most, [&collator](const Found& a, const Found& b) {
