@@ -67,12 +67,17 @@ void DockDesk::shutdown() {
 }
 
 bool DockDesk::isBusy(const QString& display) const {
+  const auto dock = docks_.find(display);
+  if (dock != docks_.end() && dock->second->view().isHeld()) return true;
   return (menu_ && menuDisplay_ == display) || (panelIsOpen && panelIsOpen(display));
 }
 
 std::unique_ptr<DockContent> DockDesk::makeContent(const QString& display) {
   auto dock = std::make_unique<LiveDock>(*parts_.store, *parts_.toggles, display, parts_.icons, actions(display));
   docks_[display] = dock.get();
+  connect(&dock->view(), &DockView::handLeft, this, [this] {
+    if (controller_) controller_->checkEdge();
+  });
   connect(dock.get(), &QObject::destroyed, this, [this, display, gone = dock.get()] {
     if (const auto found = docks_.find(display); found != docks_.end() && found->second == gone) {
       docks_.erase(found);

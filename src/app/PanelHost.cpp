@@ -73,7 +73,11 @@ void PanelHost::showPanel(Panel& dock, const QRect& tile) {
   connect(&dock, &QObject::destroyed, presentation_, lost);
 
   popup_ = dock.popup(std::move(presentation), tile, PopupStyle{.margins = margins, .gap = theme::kPanelGap});
-  connect(popup_.get(), &Popup::closed, this, lost, Qt::QueuedConnection);
+  // By the time that the event arrives another panel may be open.
+  const auto closed = [this, lost, popup = popup_.get()] {
+    if (popup_.get() == popup) lost();
+  };
+  connect(popup_.get(), &Popup::closed, this, closed, Qt::QueuedConnection);
   const bool atTop = store_.config().layout == DockLayout::RevealTop ||
                      (store_.config().layout == DockLayout::Fixed && store_.config().position == "top"_L1);
   const double height = std::max(1, presentation_->height());

@@ -26,7 +26,7 @@ struct PanelHostSetup {
   /// What the tiles of a display's dock show at this moment.
   std::function<TileSources(const QString& display)> sources;
   PanelActions actions;
-  ReadingServices readings;
+  ReadingServices readings = {};
 };
 
 /// Opens the panel behind a tile, one at a time. It grows out of the dock's edge, and closes on a second click, on

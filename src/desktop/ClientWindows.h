@@ -20,8 +20,9 @@ struct ClientWindow {
   bool active = false;
   bool minimised = false;
   bool fullscreen = false;
-  QStringList screens;  ///< The identities of the screens that show it.
-  bool dock = false;    ///< A bar or dock of the desktop.
+  bool elsewhere = false;  ///< On another virtual desktop than the one that is shown.
+  QStringList screens;     ///< The identities of the screens that show it.
+  bool dock = false;       ///< A bar or dock of the desktop.
   /// Of a full-screen window or a dock, in desktop coordinates; empty for all others, and where the desktop does not
   /// tell.
   QRectF frame;

@@ -40,7 +40,10 @@ DockController::DockController(AppStore& store, DockPorts ports, ContentFactory 
   });
   if (ports_.windows) connect(ports_.windows, &ClientWindows::changed, this, &DockController::platformStateChanged);
   connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &DockController::followKeyboard);
-  suppressor_.setNeedsApply([this] { refresh(); });
+  suppressor_.setNeedsApply([this] {
+    failedLayout_.reset();
+    refresh();
+  });
   platformStateChanged();
 }
 
@@ -163,10 +166,14 @@ void DockController::rememberDisplays(const QList<Screen>& screens) {
 }
 
 void DockController::applyToSystemDock() {
+  // What failed is tried again with another layout, not with every pass: a message that was dismissed stays dismissed.
+  if (failedLayout_ == store_.config().layout) return;
+  failedLayout_.reset();
   try {
     suppressor_.apply(store_.config().layout);
     if (const auto notice = suppressor_.takeNotice()) store_.setError(*notice);
   } catch (const DomainError& failure) {
+    failedLayout_ = store_.config().layout;
     store_.setError(failure.message());
   }
 }

@@ -145,6 +145,7 @@ class DockController : public QObject {
   std::map<QString, Dock> docks_;
   QList<QRectF> fullscreen_;
   std::optional<DockLayout> reservedLayout_;
+  std::optional<DockLayout> failedLayout_;  // Of the system's dock.
   QString focused_;           // The display whose dock was given the keyboard.
   bool hasKeyboard_ = false;  // Whether it has got it.
   JobHandle keyboardWork_;

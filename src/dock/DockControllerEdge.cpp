@@ -110,7 +110,7 @@ void DockController::platformStateChanged() {
   QList<QRectF> frames;
   if (ports_.windows && store_.config().desktopOptions().hideDuringFullscreen) {
     for (const ClientWindow& window : ports_.windows->all()) {
-      if (window.fullscreen && !window.minimised) frames.append(window.frame);
+      if (window.fullscreen && !window.minimised && !window.elsewhere) frames.append(window.frame);
     }
   }
   const bool moved = systemDockMoved();

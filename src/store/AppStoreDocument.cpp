@@ -12,6 +12,7 @@
 #include "store/AppStore.h"
 #include "store/DocumentEdits.h"
 #include "widgets/HabitMath.h"
+#include "widgets/PinnedTiles.h"
 #include "widgets/TimerActions.h"
 #include "widgets/catalog/Catalog.h"
 
@@ -40,15 +41,11 @@ QList<DockWidget> AppStore::displayedWidgets(const QString& display) const {
 }
 
 QList<RunningApp> AppStore::unpinnedRunningApps(const QString& display) const {
-  QSet<QString> held;
-  for (const DockWidget& widget : displayedWidgets(display)) {
-    held.insert(widget.options.value(u"path"_s));
-    for (const QString& path : widget.options.value(u"paths"_s).split(u'\n', Qt::SkipEmptyParts)) held.insert(path);
-  }
-  held.remove(QString());
-  QList<RunningApp> unpinned = runningApps_;
-  unpinned.removeIf([&](const RunningApp& app) { return held.contains(app.path); });
-  return unpinned;
+  // An entry that the user overrides in another folder is the same application.
+  const auto idOf = [this](const QString& path) {
+    return installedApps_ ? installedApps_->environment().desktopIdOf(path) : QString();
+  };
+  return PinnedTiles::unheld(runningApps_, displayedWidgets(display), idOf);
 }
 
 void AppStore::edit(const std::function<void(DockConfiguration&)>& change) {

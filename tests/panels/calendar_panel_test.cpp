@@ -32,6 +32,7 @@ void press(QWidget& widget, Qt::Key key) {
 }
 
 QAbstractButton* buttonNamed(QWidget& panel, const QString& name) {
+  QCoreApplication::processEvents();  // Layouts show what was just added.
   for (QAbstractButton* button : panel.findChildren<QAbstractButton*>())
     if (button->isVisible() && (button->accessibleName() == name || button->text() == name)) return button;
   return nullptr;

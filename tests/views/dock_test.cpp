@@ -108,6 +108,46 @@ TEST(Layout, TabsGrowTheGlassOnlyWhileTheyShow) {
   }
 }
 
+TEST(Layout, TabsStayOnTheGlassAndTheActiveOneAmongThem) {
+  const QString endless = u"A name that goes on and on and on and on and on"_s;
+  struct Case {
+    QStringList tabs;
+    qsizetype active;
+    double width;
+    QList<qsizetype> shown;
+  };
+  const Case cases[] = {
+      {{u"Everyday"_s, endless, u"Work"_s}, 1, 900, {0, 1, 2}},
+      {{endless, endless, endless}, 2, 400, {0, 1, 2}},
+      {{u"A"_s, u"B"_s, endless, u"D"_s, u"E"_s}, 3, 110, {2, 3}},
+      {{endless, u"B"_s, endless}, 0, 110, {0, 1}},
+      {{endless, u"B"_s, endless}, 2, 110, {1, 2}},
+  };
+  for (const Case& expected : cases) {
+    DockRow row;
+    row.tabs = expected.tabs;
+    row.activeTab = expected.active;
+    if (expected.width > 110) row.widgets = QList<DockWidget>(3, widget(u"digitalClock"_s));
+    const RowLayout layout = RowLayout::of(row, QRectF(0, 0, expected.width, 110), 1, {0, 1});
+    ASSERT_EQ(layout.tabs.size(), row.tabs.size());
+    double end = layout.glass.left() + 9;
+    for (qsizetype tab = 0; tab < row.tabs.size(); ++tab) {
+      const QRectF& place = layout.tabs[tab];
+      ASSERT_EQ(place.isEmpty(), !expected.shown.contains(tab)) << tab;
+      EXPECT_EQ(layout.tabAt(place.center()).value_or(-1), place.isEmpty() ? -1 : tab);
+      if (place.isEmpty()) continue;
+      EXPECT_GE(place.left(), end);
+      EXPECT_GE(place.width(), 28);
+      end = place.right();
+    }
+    EXPECT_LE(end, layout.glass.right() - 9);
+    // A short name is not shortened for a long one.
+    if (expected.width > 400) {
+      EXPECT_GT(layout.tabs[0].width(), 60);
+    }
+  }
+}
+
 TEST(Layout, AnEmptyProfileIsAGlassOfTheLeastWidthThatOffersWidgets) {
   const auto view = makeView(DockRow{});
   EXPECT_EQ(view->glassRect().width(), 110);

@@ -331,6 +331,42 @@ TEST(Profiles, TabsComeWithHoverOnlyWhereTheyAreWanted) {
   }
 }
 
+TEST(Profiles, TabsStandStillUnderWhatStandsOnTheGlassAndTurnByTheWheel) {
+  DockRow row = starterRow();
+  row.tabs = {u"Everyday"_s, u"Work"_s, u"Home"_s};
+  row.activeTab = 1;
+  row.reduceMotion = true;
+  tarnwick::test::TestScheduler time;
+  const auto view = makeView(row);
+  view->setScheduler(&time);
+  const QPointF onTile = view->itemRect(1).center();
+  view->setPanelOpen(row.widgets[1].id);
+  mouse(*view, QEvent::MouseMove, onTile, Qt::NoButton);
+  time.advance(1);
+  EXPECT_EQ(view->glassRect().height(), 84);
+  view->setPanelOpen({});
+  time.advance(1);
+  EXPECT_EQ(view->glassRect().height(), 110);
+  view->setMenuOpen(true);
+  QEvent leave(QEvent::Leave);
+  QCoreApplication::sendEvent(view.get(), &leave);
+  time.advance(1);
+  EXPECT_EQ(view->glassRect().height(), 110);
+
+  QList<qsizetype> chosen;
+  QObject::connect(view.get(), &DockView::tabActivated, [&](qsizetype tab) { chosen << tab; });
+  const QPointF onTabs(view->glassRect().left() + 20, view->glassRect().top() + 18);
+  wheel(*view, onTabs, {0, -60});
+  EXPECT_TRUE(chosen.isEmpty());
+  wheel(*view, onTabs, {0, -60});
+  wheel(*view, onTabs, {0, 120});
+  EXPECT_EQ(chosen, (QList<qsizetype>{2, 0}));
+
+  view->setMenuOpen(false);
+  time.advance(1);
+  EXPECT_EQ(view->glassRect().height(), 84);
+}
+
 TEST(Profiles, ADragAcrossEmptyRoomSwitches) {
   struct Case {
     const char* what;

@@ -11,6 +11,7 @@
 namespace tarnwick {
 namespace {
 
+constexpr quint32 kAllDesktops = 0xFFFFFFFF;
 constexpr quint32 kFromPager = 2;
 constexpr quint32 kIconic = 3;
 
@@ -18,7 +19,9 @@ constexpr quint32 kIconic = 3;
 
 X11ClientWindows::X11ClientWindows(X11Events& events, const X11Screens& screens) : events_(events), screens_(screens) {
   connect(&events, &X11Events::rootPropertyChanged, this, [this](quint32 name) {
-    if (name == events_.atom(X11Atom::NetClientList) || name == events_.atom(X11Atom::NetActiveWindow)) refreshLater();
+    for (const X11Atom one : {X11Atom::NetClientList, X11Atom::NetActiveWindow, X11Atom::NetCurrentDesktop}) {
+      if (name == events_.atom(one)) refreshLater();
+    }
   });
   connect(&events, &X11Events::windowPropertyChanged, this, [this](quint32 window, quint32 name) {
     if (!known_.contains(window) || !X11WindowReader::reads(events_, name)) return;
@@ -74,6 +77,7 @@ void X11ClientWindows::refreshLater() {
 void X11ClientWindows::refresh() {
   isRefreshing_ = false;
   PropertyRequest active(events_.connection(), events_.root(), events_.atom(X11Atom::NetActiveWindow));
+  PropertyRequest desktop(events_.connection(), events_.root(), events_.atom(X11Atom::NetCurrentDesktop));
   QList<xcb_window_t> order = events_.watchClients();
   order.removeIf([&](xcb_window_t window) { return events_.isOurs(window); });
   const QSet<xcb_window_t> stale = std::exchange(stale_, {});
@@ -90,14 +94,14 @@ void X11ClientWindows::refresh() {
   for (X11WindowReader& reader : readers) {
     X11WindowReader::Answer answer = reader.read();
     answer.window.sandboxId = sandboxOf(answer.window.pid);
-    known_[reader.window()] = {.window = answer.window, .frame = answer.frame};
+    known_[reader.window()] = {.window = answer.window, .frame = answer.frame, .desktop = answer.desktop};
   }
   sandboxes_.removeIf([&](const auto& entry) {
     return std::ranges::none_of(known_, [&](const Known& one) { return one.window.pid == entry.key(); });
   });
   tiles_.removeIf([&](const auto& entry) { return !known_.contains(entry.key()); });
   order_ = order;
-  publish(active.word());
+  publish(active.word(), desktop.word());
 }
 
 QString X11ClientWindows::sandboxOf(qint64 pid) {
@@ -106,12 +110,13 @@ QString X11ClientWindows::sandboxOf(qint64 pid) {
   return *found;
 }
 
-void X11ClientWindows::publish(xcb_window_t active) {
+void X11ClientWindows::publish(xcb_window_t active, quint32 desktop) {
   QList<ClientWindow> windows;
   for (const xcb_window_t window : order_) {
     const Known& known = known_[window];
     ClientWindow one = known.window;
     one.active = window == active;
+    one.elsewhere = known.desktop != kAllDesktops && known.desktop != desktop;
     one.screens = screens_.showing(known.frame);
     const bool tells = one.fullscreen || one.dock;
     const auto native = tells ? screens_.nativeOf(known.frame) : std::nullopt;

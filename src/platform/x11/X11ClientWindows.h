@@ -27,13 +27,14 @@ class X11ClientWindows final : public ClientWindows {
   struct Known {
     ClientWindow window;
     QRect frame;
+    quint32 desktop = 0;
   };
 
   void ask(quint64 id, X11Atom request, const std::array<quint32, 5>& data) const;
   void refreshLater();
   void refresh();
   QString sandboxOf(qint64 pid);
-  void publish(xcb_window_t active);
+  void publish(xcb_window_t active, quint32 desktop);
 
   X11Events& events_;
   const X11Screens& screens_;

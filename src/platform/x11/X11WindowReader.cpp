@@ -8,6 +8,7 @@ namespace tarnwick {
 namespace {
 
 constexpr quint32 kUrgencyHint = 1 << 8;
+constexpr quint32 kAllDesktops = 0xFFFFFFFF;
 
 PropertyRequest ask(const X11Events& events, xcb_window_t window, X11Atom name) {
   return {events.connection(), window, events.atom(name)};
@@ -35,6 +36,7 @@ X11WindowReader::X11WindowReader(const X11Events& events, xcb_window_t window)
       gtkId_(ask(events, window, X11Atom::GtkApplicationId)),
       kdeFile_(ask(events, window, X11Atom::KdeDesktopFile)),
       bamfFile_(ask(events, window, X11Atom::BamfDesktopFile)),
+      desktop_(ask(events, window, X11Atom::NetWmDesktop)),
       hints_(events.connection(), window, XCB_ATOM_WM_HINTS),
       geometry_(xcb_get_geometry(events.connection(), window)),
       place_(xcb_translate_coordinates(events.connection(), window, events.root(), 0, 0)) {}
@@ -52,6 +54,7 @@ X11WindowReader::X11WindowReader(X11WindowReader&& other) noexcept
       gtkId_(std::move(other.gtkId_)),
       kdeFile_(std::move(other.kdeFile_)),
       bamfFile_(std::move(other.bamfFile_)),
+      desktop_(std::move(other.desktop_)),
       hints_(std::move(other.hints_)),
       geometry_(other.geometry_),
       place_(other.place_),
@@ -67,7 +70,7 @@ bool X11WindowReader::reads(const X11Events& events, xcb_atom_t property) {
   constexpr X11Atom kRead[] = {X11Atom::NetWmName,       X11Atom::WmName,           X11Atom::WmClass,
                                X11Atom::NetWmPid,        X11Atom::WmClientMachine,  X11Atom::NetWmState,
                                X11Atom::NetWmWindowType, X11Atom::GtkApplicationId, X11Atom::KdeDesktopFile,
-                               X11Atom::BamfDesktopFile};
+                               X11Atom::BamfDesktopFile, X11Atom::NetWmDesktop};
   return property == XCB_ATOM_WM_HINTS ||
          std::ranges::any_of(kRead, [&](X11Atom name) { return events.atom(name) == property; });
 }
@@ -88,6 +91,7 @@ X11WindowReader::Answer X11WindowReader::read() {
   window.dock = types_.word(XCB_ATOM_NONE) == events_->atom(X11Atom::NetWmWindowTypeDock);
   window.urgent = (hints_.word() & kUrgencyHint) != 0 || has(X11Atom::NetWmStateDemandsAttention);
   answer.frame = frame();
+  answer.desktop = desktop_.word(kAllDesktops);
   return answer;
 }
 

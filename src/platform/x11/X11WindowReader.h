@@ -15,8 +15,9 @@ namespace tarnwick {
 class X11WindowReader {
  public:
   struct Answer {
-    ClientWindow window;  ///< Without `active`, `screens`, `frame` and `sandboxId`.
+    ClientWindow window;  ///< Without `active`, `screens`, `frame`, `elsewhere` and `sandboxId`.
     QRect frame;          ///< Root pixels, without what the window manager draws around it.
+    quint32 desktop = 0;  ///< Of the window manager's; all bits set for a window on all of them.
   };
 
   X11WindowReader(const X11Events& events, xcb_window_t window);
@@ -38,7 +39,8 @@ class X11WindowReader {
 
   const X11Events* events_;
   xcb_window_t window_;
-  PropertyRequest visibleName_, name_, class_, pid_, machine_, states_, types_, gtkId_, kdeFile_, bamfFile_, hints_;
+  PropertyRequest visibleName_, name_, class_, pid_, machine_, states_, types_, gtkId_, kdeFile_, bamfFile_, desktop_,
+      hints_;
   xcb_get_geometry_cookie_t geometry_;
   xcb_translate_coordinates_cookie_t place_;
   bool isPending_ = true;

@@ -229,10 +229,12 @@ int ItemView::columns() const {
 }
 
 QSize ItemView::cell() const {
-  const int width = std::max(1, viewport()->width() / columns());
+  // One pixel less than there is: a row that fills it to the last one is broken up.
+  const int width = std::max(1, (viewport()->width() - 1) / columns());
+  if (shape_ == Shape::Rows)
+    return {viewport()->width(), cellHasNoCaption_ ? theme::kRowHeight : theme::kTallRowHeight};
   if (shape_ == Shape::Icons) return {width, kIconCell};
-  if (shape_ == Shape::Pictures) return {width, kPictureCell};
-  return {width, cellHasNoCaption_ ? theme::kRowHeight : theme::kTallRowHeight};
+  return {width, kPictureCell};
 }
 
 QSize ItemView::sizeHint() const {

@@ -17,6 +17,7 @@ namespace {
 
 constexpr double kRowSymbol = 18;
 constexpr double kRowBarWidth = 56;
+constexpr double kRowBarValue = 44;
 constexpr double kTitleShare = 0.34;  ///< Where in a tall row the title's middle is.
 constexpr double kCaptionShare = 0.69;
 constexpr double kCheck = 16;
@@ -139,7 +140,8 @@ void ListRow::paintEvent(QPaintEvent*) {
   if (!value_.isEmpty()) {
     const TextLine value = TextLine(value_, TextStyle::Body).elided((right - left) * 0.6, Elide::End);
     value.drawRight(painter, {right, middle + value.capHeight() / 2}, toneColor(look, valueTone_));
-    right -= value.width() + theme::kRowGap;
+    // Bars of rows below each other begin at one place.
+    right -= (bar_ >= 0 ? std::max(value.width(), kRowBarValue) : value.width()) + theme::kRowGap;
   }
   if (bar_ >= 0) {
     const QRectF track(right - kRowBarWidth, middle - theme::kBarHeight / 2.0, kRowBarWidth, theme::kBarHeight);

@@ -105,6 +105,7 @@ void DockView::cancelDrag() {
   press_.reset();
   letGo();
   shifts_.settle();
+  Q_EMIT handLeft();
 }
 
 /// Ends the drag with everything where it is seen now.

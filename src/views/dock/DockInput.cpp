@@ -103,8 +103,6 @@ void DockView::leaveEvent(QEvent*) {
 // --- Buttons --------------------------------------------------------------------------------------------------------
 
 void DockView::mousePressEvent(QMouseEvent* event) {
-  // Of two quick clicks the second opens the menu again; by itself it would open none.
-  if (event->button() == Qt::RightButton && event->type() == QEvent::MouseButtonDblClick) openMenuAt(event->pos());
   if (event->button() == Qt::MiddleButton) middlePressed_ = layout_.itemAt(event->position()).value_or(-1);
   if (event->button() != Qt::LeftButton || drag_) return;
   setPointer(event->position());
@@ -180,6 +178,7 @@ void DockView::mouseReleaseEvent(QMouseEvent* event) {
   const Press press = *press_;
   press_.reset();
   endGesture(press, *event);
+  Q_EMIT handLeft();
 }
 
 void DockView::endGesture(const Press& press, const QMouseEvent& event) {
@@ -302,15 +301,10 @@ void DockView::contextMenuEvent(QContextMenuEvent* event) {
   if (drag_) return;
   if (event->reason() == QContextMenuEvent::Keyboard) {
     openItemMenu(focused_);
-  } else {
-    openMenuAt(event->pos());
+  } else if (layout_.glass.contains(event->pos())) {
+    const auto item = layout_.itemAt(event->pos());
+    item ? openItemMenu(*item) : openMenu(-1, glassBeside(QRect(event->pos(), QSize(1, 1))));
   }
-}
-
-void DockView::openMenuAt(QPoint point) {
-  if (drag_ || !layout_.glass.contains(point)) return;
-  const auto item = layout_.itemAt(point);
-  item ? openItemMenu(*item) : openMenu(-1, glassBeside(QRect(point, QSize(1, 1))));
 }
 
 }  // namespace tarnwick

@@ -79,6 +79,8 @@ class DockView : public QWidget {
   void activateItem(qsizetype item);
   void openItemMenu(qsizetype item);
   void focusItem(qsizetype item);
+  /// Whether a hand holds something over the dock: a press, a tile that is dragged.
+  bool isHeld() const { return press_.has_value() || drag_.has_value(); }
   qsizetype focusedItem() const { return hasFocus() && !drag_ ? focused_ : -1; }
 
   /// Whether something travels, fades or pulses, so that frames run.
@@ -117,6 +119,8 @@ class DockView : public QWidget {
   /// Where the layout lets it float, the dock is dragged: by how much since the last signal, on the screen.
   void moveRequested(const QPoint& delta);
   void moveFinished();
+  /// isHeld() is over.
+  void handLeft();
   /// The keyboard has nothing to do here any more.
   void focusLeft();
   /// glassRect, outlineRegion, inputRegion or margins changed.
@@ -179,7 +183,6 @@ class DockView : public QWidget {
   void endGesture(const Press& press, const QMouseEvent& event);
   bool isOver(const Press& press, QPointF point) const;
   void click(QPointF point);
-  void openMenuAt(QPoint point);
   void openMenu(qsizetype item, const QRect& beside);
 
   // By the keyboard.

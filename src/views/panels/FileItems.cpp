@@ -41,8 +41,8 @@ QString captionOf(const FolderEntry& entry, FileItems::Caption caption, const QD
   switch (caption) {
     case FileItems::Caption::None:
       return {};
-    case FileItems::Caption::Age:
-      return agoWord(entry.modified, now, locale);
+    case FileItems::Caption::AgeOnly:
+      return entry.name;
     case FileItems::Caption::Folder:
       return folder;
     case FileItems::Caption::FolderAndAge:
@@ -107,6 +107,7 @@ void FileItems::set(const QList<FolderEntry>& entries, Caption caption, const QD
   for (const FolderEntry& entry : entries) {
     entries_.insert(entry.path, entry);
     ViewItem item{entry.path, entry.name, captionOf(entry, caption, now, locale), tipOf(entry, locale)};
+    if (caption == Caption::AgeOnly) item.title = agoWord(entry.modified, now, locale);
     item.drag = QUrl::fromLocalFile(entry.path);
     items.append(item);
   }

@@ -25,7 +25,8 @@ class FileItems {
   /// `thumbnails` may be null. The view is borrowed; it must outlive this.
   FileItems(ItemView& view, Thumbnails* thumbnails, const PanelActions& actions);
 
-  enum class Caption { None, Age, Folder, FolderAndAge };
+  /// What stands below the name, or in its place.
+  enum class Caption { None, AgeOnly, Folder, FolderAndAge };
   void set(const QList<FolderEntry>& entries, Caption caption, const QDateTime& now, const QLocale& locale);
   /// The file of an item; empty when it is there no more.
   FolderEntry of(const QString& id) const { return entries_.value(id); }

@@ -98,9 +98,7 @@ class ScreenshotsPanel final : public FileListPanel {
                             ? say("Looking…")
                             : say("Screenshots in %1 will be shown here.").arg(shortFolder(shots->folder())));
     hideEmpty();
-    QList<FolderEntry> named = newest;
-    for (FolderEntry& entry : named) entry.name = QFileInfo(entry.path).fileName();
-    items().set(named, FileItems::Caption::Age, sources.now, sources.locale);
+    items().set(newest, FileItems::Caption::AgeOnly, sources.now, sources.locale);
   }
 };
 

@@ -54,11 +54,17 @@ class FolderPanel final : public TilePanel {
   }
 
  protected:
+  QString heading() const override {
+    const QString folder = listing_.request().folder;
+    const bool named = folder == root() && (!widget().title.isEmpty() || widget().kind == "downloads"_L1);
+    const QString name = QFileInfo(folder).fileName();
+    return named || name.isEmpty() ? title() : name;
+  }
+
   void refresh(const TileSources& sources) override {
     const FolderContents& contents = listing_.contents();
     const bool inside = listing_.request().folder != root();
     back_->setVisible(inside);
-    header().setNote(inside ? QFileInfo(listing_.request().folder).fileName() : QString());
     order_->setChosen(order() == FolderOrder::Name ? 1 : 0);
     if (root().isEmpty()) {
       showEmpty({definition().symbol,

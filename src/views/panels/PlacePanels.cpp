@@ -55,8 +55,10 @@ class TrashPanel final : public TilePanel {
  protected:
   void refresh(const TileSources& sources) override {
     const qint64 count = sources.trashItems.value_or(0);
-    figure_->setFigure(sources.locale.toString(count), count == 1 ? say("item") : say("items"));
-    figure_->setLines(count == 0 ? say("The trash is empty") : say("in the trash"));
+    figure_->setFigure(sources.locale.toString(count));
+    figure_->setLines(count == 0   ? say("The trash is empty")
+                      : count == 1 ? say("item in the trash")
+                                   : say("items in the trash"));
     empty_->setEnabled(count > 0 && context().actions.emptyTrash);
     if (count == 0 && confirm_->isAsking()) confirm_->leave();
   }

@@ -4,7 +4,9 @@
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
+#include <algorithm>
 #include <cmath>
+#include <functional>
 
 #include "files/Bookmarks.h"
 #include "files/RecentFiles.h"
@@ -71,6 +73,7 @@ FolderContents folder(const FolderRequest& request, const QDateTime& now) {
     contents.entries.append({request.folder + u'/' + name, name, thing.isFolder, thing.isFolder ? 0 : 48'000,
                              now.addSecs(-3600 * thing.hours)});
   }
+  std::ranges::sort(contents.entries, std::greater(), &FolderEntry::modified);
   contents.total = contents.entries.size();
   return contents;
 }

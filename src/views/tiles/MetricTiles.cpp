@@ -37,8 +37,14 @@ constexpr double kChartWidth = 76;
 constexpr double kChartTop = 17;
 constexpr double kChartHeight = 28;
 
-QRectF chartBox(const TileCanvas& canvas) {
-  return {canvas.width() - theme::kTextRight - kChartWidth, kChartTop, kChartWidth, kChartHeight};
+constexpr double kLeastChart = 48;
+constexpr double kBeforeChart = 6;
+
+/// It leaves room for what stands before it.
+QRectF chartBox(const TileCanvas& canvas, double textEnd) {
+  const double right = canvas.width() - theme::kTextRight;
+  const double width = std::clamp(right - textEnd - kBeforeChart, kLeastChart, kChartWidth);
+  return {right - width, kChartTop, width, kChartHeight};
 }
 
 }  // namespace
@@ -160,10 +166,10 @@ TileText describe(const MetricChartContent& content, const QString& name) {
 
 void paint(TileCanvas& canvas, const MetricChartContent& content) {
   using namespace theme;
-  const QRectF box = chartBox(canvas);
-  ChartLook look{canvas.accent(), content.low, content.high};
-  paintChart(canvas, box, content.history, look);
   const bool caption = canvas.showsCaption();
+  const double words = caption ? canvas.line(content.caption, TextStyle::Caption).width() : 0;
+  const QRectF box = chartBox(canvas, kTextLeft + words);
+  paintChart(canvas, box, content.history, {canvas.accent(), content.low, content.high});
   const double baseline =
       caption ? kHeadlineBaseline : TileCanvas::centredBaseline(canvas.line(content.figure, TextStyle::Headline));
   const QColor ink = content.figure == kDash ? canvas.colors().tertiary : canvas.colors().primary;

@@ -80,7 +80,7 @@ QStringList wrapped(const QString& text, double width, qsizetype rows, const Til
     QString line;
     for (const QString& word : paragraph.split(u' ', Qt::SkipEmptyParts)) {
       const QString longer = line.isEmpty() ? word : line + u' ' + word;
-      if (line.isEmpty() || lines.size() + 1 == rows || fits(longer)) {
+      if (line.isEmpty() || lines.size() + 1 >= rows || fits(longer)) {
         line = longer;  // All that is left goes on the last line, which is then elided.
         continue;
       }
@@ -182,7 +182,11 @@ void paint(TileCanvas& canvas, const NoteContent& content) {
   for (qsizetype i = 0; i < lines.size(); ++i) {
     const TextLine line = canvas.line(lines[i], TextStyle::Body).elided(room, Elide::End);
     const double baseline = lines.size() == 1 ? TileCanvas::centredBaseline(line) : i == 0 ? kNoteFirst : kNoteSecond;
-    line.draw(canvas.painter(), {kNoteLeft, baseline}, empty ? canvas.colors().tertiary : canvas.colors().primary);
+    const QColor& ink = empty ? canvas.colors().tertiary : canvas.colors().primary;
+    if (lines[i].isRightToLeft())
+      line.drawRight(canvas.painter(), {canvas.width() - kTextRight, baseline}, ink);
+    else
+      line.draw(canvas.painter(), {kNoteLeft, baseline}, ink);
   }
 }
 

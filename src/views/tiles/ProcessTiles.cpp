@@ -14,6 +14,7 @@ namespace {
 constexpr double kProcessBarLeft = 84;
 constexpr double kProcessBarWidth = 44;
 constexpr double kProcessBarHeight = 4;
+constexpr double kProcessGap = 8;
 
 }  // namespace
 
@@ -59,19 +60,26 @@ void paint(TileCanvas& canvas, const ProcessesContent& content) {
     return;
   }
   const QList<double> baselines = canvas.rowBaselines(content.rows.size());
+  double widest = 0;
+  for (const ProcessesContent::Row& row : content.rows)
+    widest = std::max(widest, canvas.line(row.value, TextStyle::ListRow).width());
+  const double valueLeft = canvas.width() - theme::kTextRight - widest;
+  // In a small dock the letters are larger, and names need what bars take.
+  const bool bars = canvas.showsLastRow();
+  const double nameEnd = (bars ? kProcessBarLeft : valueLeft) - kProcessGap;
   for (qsizetype i = 0; i < baselines.size(); ++i) {
     const ProcessesContent::Row& row = content.rows[i];
     const TextLine value = canvas.line(row.value, TextStyle::ListRow);
     value.drawRight(canvas.painter(), {canvas.width() - theme::kTextRight, baselines[i]}, colors.primary);
-    // A value that is longer takes room from the bar's end.
-    const double room = canvas.width() - theme::kTextRight - value.width() - 8 - kProcessBarLeft;
+    canvas.text(theme::kTextLeft, baselines[i], nameEnd - theme::kTextLeft, TextStyle::ListRow, row.name,
+                colors.primary, Elide::Middle);
+    if (!bars) continue;
     const double y = baselines[i] - value.capHeight() / 2 - kProcessBarHeight / 2;
-    QRectF bar(kProcessBarLeft, y, std::min(kProcessBarWidth, room), kProcessBarHeight);
+    QRectF bar(kProcessBarLeft, y, std::min(kProcessBarWidth, valueLeft - kProcessGap - kProcessBarLeft),
+               kProcessBarHeight);
     drawRounded(canvas.painter(), bar, kProcessBarHeight / 2, colors.track);
     bar.setWidth(std::max(kProcessBarHeight, bar.width() * std::clamp(row.share, 0.0, 1.0)));
     if (row.share > 0) drawRounded(canvas.painter(), bar, kProcessBarHeight / 2, canvas.accent());
-    canvas.text(theme::kTextLeft, baselines[i], kProcessBarLeft - theme::kTextLeft - 6, TextStyle::ListRow, row.name,
-                colors.primary, Elide::Middle);
   }
 }
 

@@ -16,6 +16,7 @@ struct ResultContent {
   QStringList figures;  ///< From the longest form to the shortest; the first that fits is shown.
   QString unit;
   QString source;
+  QString exact;  ///< The result with all of its digits, for the tip.
   QString symbol;
 
   bool operator==(const ResultContent&) const = default;

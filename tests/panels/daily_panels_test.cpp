@@ -1,0 +1,197 @@
+#include <gtest/gtest.h>
+
+#include <QTest>
+
+#include "store/DocumentEdits.h"
+#include "views/controls/Buttons.h"
+#include "views/controls/Fields.h"
+#include "views/controls/Rows.h"
+#include "views/panels/ColorPanel.h"
+#include "views/panels/EmojiTable.h"
+#include "views/panels/Panels.h"
+#include "views/snapshot/SnapshotFixture.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// A panel of a kind over a store of its own, and hands for it.
+struct Open {
+  explicit Open(const QString& kind) : context(fixture.contextOf(kind)) {
+    context.sources = [this] {
+      TileSources sources = SnapshotFixture::sources();
+      sources.todos = store().config().todos;
+      return sources;
+    };
+    context.actions.copyText = [this](const QString& text) { copied = text; };
+    context.actions.pickColor = [this](const std::function<void(const QString&)>& done) { picked = done; };
+    panel = makePanel(context);
+    panel->start();
+    panel->resize(panel->sizeHint());
+    panel->show();
+    QCoreApplication::processEvents();
+  }
+
+  AppStore& store() { return fixture.store(); }
+  QString option(const QString& key) {
+    return DocumentEdits::find(store().config(), context.widget)->options.value(key, u"absent"_s);
+  }
+  void click(const QString& label) {
+    for (PaintedButton* button : panel->findChildren<PaintedButton*>())
+      if (button->label() == label && !button->isHidden()) return button->click();
+    ADD_FAILURE() << "no button " << label.toStdString();
+  }
+  void write(const QString& text) {
+    auto* field = panel->findChild<TextField*>();
+    field->selectAll();
+    field->insert(text);
+    Q_EMIT field->textEdited(text);
+  }
+  void press(Qt::Key key) { QTest::keyClick(panel->findChild<TextField*>(), key); }
+
+  SnapshotStore fixture;
+  PanelContext context;
+  QString copied;
+  std::function<void(const QString&)> picked;
+  std::unique_ptr<TilePanel> panel;
+};
+
+TEST(TimerPanels, DoWhatTheirButtonsSay) {
+  Open timer(u"timer"_s);
+  timer.click(u"Resume"_s);
+  EXPECT_NE(timer.option(u"deadline"_s), u"absent"_s);
+  timer.click(u"5 min"_s);
+  EXPECT_EQ(timer.option(u"minutes"_s), u"5"_s);
+  EXPECT_EQ(timer.option(u"deadline"_s), u"absent"_s) << "another duration starts over";
+  EXPECT_EQ(timer.option(u"remaining"_s), u"absent"_s);
+
+  Open pomodoro(u"pomodoro"_s);
+  pomodoro.click(u"Skip"_s);
+  EXPECT_EQ(pomodoro.option(u"phase"_s), u"shortBreak"_s);
+  EXPECT_EQ(pomodoro.option(u"sessions"_s), u"3"_s);
+  EXPECT_EQ(pomodoro.option(u"deadline"_s), u"absent"_s);
+  pomodoro.click(u"Increase Short break"_s);
+  EXPECT_EQ(pomodoro.option(u"shortBreak"_s), u"6"_s);
+  EXPECT_EQ(pomodoro.option(u"remaining"_s), u"absent"_s) << "a phase that has not begun takes its new length";
+  pomodoro.click(u"Start"_s);
+  pomodoro.click(u"Reset"_s);
+  EXPECT_EQ(pomodoro.option(u"phase"_s), u"absent"_s);
+
+  Open stopwatch(u"stopwatch"_s);
+  EXPECT_EQ(stopwatch.panel->findChildren<ListRow*>().size(), 2);
+  stopwatch.click(u"Lap"_s);
+  EXPECT_EQ(stopwatch.option(u"laps"_s), u"64.2,131.7,192.0"_s);
+  stopwatch.click(u"Reset"_s);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_EQ(stopwatch.panel->findChildren<ListRow*>().size(), 0) << "laps of a run that was reset are gone";
+}
+
+TEST(TodosPanelTest, AddsTicksDeletesAndClears) {
+  Open todos(u"quickTodo"_s);
+  const auto texts = [&] {
+    QStringList list;
+    for (const TodoItem& item : todos.store().config().todos) list << item.text;
+    return list;
+  };
+  const qsizetype before = texts().size();
+  todos.write(u"  Water the plants "_s);
+  todos.press(Qt::Key_Return);
+  ASSERT_EQ(texts().size(), before + 1);
+  EXPECT_EQ(texts().last(), u"Water the plants"_s);
+  todos.press(Qt::Key_Return);
+  EXPECT_EQ(texts().size(), before + 1) << "nothing is nothing to do";
+
+  const auto rows = [&] {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return todos.panel->findChildren<CheckRow*>();
+  };
+  rows().first()->click();
+  EXPECT_TRUE(todos.store().config().todos.first().completed);
+  QTest::keyClick(rows().first(), Qt::Key_Delete);
+  EXPECT_FALSE(texts().contains(u"Reply to Sam about the theme"_s));
+  todos.click(u"Clear completed"_s);
+  EXPECT_EQ(texts(), (QStringList{u"Book train for Friday"_s, u"Water the plants"_s}));
+}
+
+TEST(NotePanels, SaveAsIsTyped) {
+  Open note(u"scratchNote"_s);
+  note.panel->findChild<TextArea*>()->setPlainText(u"Something else"_s);
+  EXPECT_EQ(note.option(u"text"_s), u"Something else"_s);
+  note.store().set(note.context.widget, u"text"_s, u"From elsewhere"_s);
+  EXPECT_EQ(note.panel->findChild<TextArea*>()->toPlainText(), u"From elsewhere"_s);
+
+  Open notes(u"notesLatest"_s);
+  const QUuid first = SnapshotFixture::widgetOf(u"scratchNote"_s).id;
+  notes.panel->findChild<TextArea*>()->setPlainText(u"Edited"_s);
+  EXPECT_EQ(DocumentEdits::find(notes.store().config(), first)->options.value(u"text"_s), u"Edited"_s);
+  EXPECT_EQ(notes.option(u"text"_s), u"absent"_s);
+}
+
+TEST(HabitPanelsTest, CountAndTick) {
+  Open water(u"drinkWater"_s);
+  water.click(u"Drink a Glass"_s);
+  EXPECT_EQ(water.option(u"glasses"_s), u"6"_s);
+  water.click(u"Increase Reminder"_s);
+  EXPECT_EQ(water.option(u"interval"_s), u"15"_s);
+  water.click(u"Decrease Reminder"_s);
+  EXPECT_EQ(water.option(u"interval"_s), u"absent"_s);
+
+  Open habit(u"habitTracker"_s);
+  habit.click(u"Done for Today"_s);
+  EXPECT_TRUE(habit.option(u"history"_s).endsWith(u"2026-11-24"_s));
+  habit.click(u"Undo Today"_s);
+  EXPECT_FALSE(habit.option(u"history"_s).contains(u"2026-11-24"_s));
+}
+
+TEST(CalculatorPanelTest, CalculatesOnAndKeepsWhatHadAResult) {
+  Open calculator(u"calculator"_s);
+  calculator.write(u"6 × 7"_s);
+  calculator.write(u"6 × 7 +"_s);
+  EXPECT_EQ(calculator.option(u"expression"_s), u"6 × 7"_s);
+  calculator.write(u"6 × 7"_s);
+  calculator.press(Qt::Key_Return);
+  EXPECT_EQ(calculator.panel->findChild<TextField*>()->text(), u"42"_s);
+  EXPECT_EQ(calculator.option(u"expression"_s), u"6 × 7"_s);
+  calculator.click(u"Copy Result"_s);
+  EXPECT_EQ(calculator.copied, u"42"_s);
+}
+
+TEST(ConverterPanelTest, StaysWithinOneGroup) {
+  Open converter(u"converter"_s);
+  converter.click(u"Temperature"_s);
+  EXPECT_EQ(converter.option(u"from"_s) + converter.option(u"to"_s), u"°C°F"_s);
+  converter.click(u"°F"_s);  // The first such button stands in "From": the units change places.
+  EXPECT_EQ(converter.option(u"from"_s) + converter.option(u"to"_s), u"°F°C"_s);
+  converter.click(u"Swap Units"_s);
+  converter.write(u"100"_s);
+  converter.click(u"Copy Result"_s);
+  EXPECT_EQ(converter.copied, u"212"_s);
+}
+
+TEST(ColorPanelTest, TakesColorsFromEverywhere) {
+  Open color(u"colorPicker"_s);
+  color.click(u"Pick from Screen"_s);
+  ASSERT_TRUE(color.picked);
+  color.panel.reset();  // Picking closed it.
+  color.picked(u"#102030"_s);
+  EXPECT_EQ(color.option(u"color"_s), u"#102030"_s);
+  color.picked(u"nonsense"_s);
+  for (int i = 0; i < 12; ++i) takeColor(color.store(), color.context.widget, u"#00000%1"_s.arg(i % 10));
+  EXPECT_EQ(color.option(u"recentColors"_s).split(u' ').size(), 8);
+  EXPECT_TRUE(color.option(u"recentColors"_s).startsWith(u"#000001 #000000 #000009"_s));
+}
+
+TEST(EmojiPanelTest, FindsAndCopies) {
+  Open emoji(u"emojiRecents"_s);
+  emoji.write(u"cof"_s);
+  emoji.press(Qt::Key_Return);
+  EXPECT_EQ(emoji.copied, u"☕"_s);
+  EXPECT_TRUE(emoji.option(u"recents"_s).startsWith(u"☕ "_s));
+  EXPECT_TRUE(EmojiTable::search(u"zzzz"_s).isEmpty());
+  EXPECT_EQ(EmojiTable::search(u"Chart UP"_s), QStringList{u"📈"_s});
+  EXPECT_EQ(EmojiTable::search({}).size(), EmojiTable::entries().size());
+}
+
+}  // namespace
+}  // namespace tarnwick

@@ -1,0 +1,224 @@
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QTest>
+
+#include "base/DomainError.h"
+#include "store/DocumentEdits.h"
+#include "views/controls/Buttons.h"
+#include "views/controls/ConfirmBar.h"
+#include "views/controls/Fields.h"
+#include "views/controls/ItemView.h"
+#include "views/controls/Segments.h"
+#include "views/panels/Panels.h"
+#include "views/snapshot/SnapshotFixture.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// A panel of a kind over a store of its own, and a note of everything that it asked for.
+struct Open {
+  explicit Open(const QString& kind, const std::function<void(PanelContext&)>& change = {})
+      : context(fixture.contextOf(kind)) {
+    PanelActions& actions = context.actions;
+    actions.openUrl = [this](const QUrl& url) { asked << url.toString(QUrl::FullyEncoded); };
+    actions.openPath = [this](const QString& path) { asked << path; };
+    actions.revealPath = [this](const QString& path) { asked << u"reveal "_s + path; };
+    actions.startApplication = [this](const QString& path) { asked << u"start "_s + path; };
+    actions.bringApplication = [this](quint64 app) { asked << u"app %1"_s.arg(app); };
+    actions.showWindow = [this](quint64 window) { asked << u"window %1"_s.arg(window); };
+    actions.emptyTrash = [this] { asked << u"emptied"_s; };
+    actions.endProcess = [this](const ProcessReading& process) {
+      asked << u"end "_s + process.name;
+      throw DomainError::invalid(u"You may not end it."_s);
+    };
+    if (change) change(context);
+    panel = makePanel(context);
+    panel->start();
+    panel->resize(panel->sizeHint());
+    panel->show();
+    QObject::connect(panel.get(), &TilePanel::closeRequested, [this] { closed = true; });
+    QCoreApplication::processEvents();
+  }
+
+  ItemView& view() { return *panel->findChild<ItemView*>(); }
+  QLineEdit& field() { return *panel->findChild<SearchField*>(); }
+  std::string titles() {
+    QStringList all;
+    for (const ViewItem& item : view().items()) all << item.title;
+    return all.join(u'|').toStdString();
+  }
+  std::string did() { return std::exchange(asked, {}).join(u'|').toStdString(); }
+  QString option(const QString& key) {
+    return DocumentEdits::find(fixture.store().config(), context.widget)->options.value(key);
+  }
+  void click(const QString& label) {
+    for (PaintedButton* button : panel->findChildren<PaintedButton*>())
+      if (button->label() == label && button->isVisible()) return button->click();
+    ADD_FAILURE() << "no button " << label.toStdString();
+  }
+
+  SnapshotStore fixture;
+  PanelContext context;
+  QStringList asked;
+  bool closed = false;
+  std::unique_ptr<TilePanel> panel;
+};
+
+TEST(ApplicationsPanel, IsSearchedAndStartedByKeys) {
+  Open open(u"applications"_s);
+  EXPECT_EQ(open.view().items().size(), 20);
+  QTest::keyClicks(&open.field(), u"m"_s);
+  EXPECT_EQ(open.titles().substr(0, 28), "Mail|Maps|Messages|Music|Cam") << "names that begin with it first";
+  QTest::keyClick(&open.field(), Qt::Key_Down);  // One row of four further.
+  QTest::keyClick(&open.field(), Qt::Key_Up);
+  QTest::keyClick(&open.field(), Qt::Key_Return);
+  EXPECT_EQ(open.did(), "start /usr/share/applications/mail.desktop");
+  EXPECT_TRUE(open.closed);
+  QTest::keyClicks(&open.field(), u"zzz"_s);
+  EXPECT_FALSE(open.view().isVisible());
+  QTest::keyClick(&open.field(), Qt::Key_Return);
+  EXPECT_EQ(open.did(), "");
+}
+
+TEST(AppFolderPanel, TakesAppsInAndGivesThemBack) {
+  Open open(u"appFolder"_s);
+  EXPECT_EQ(open.titles(), "Mail|Music|Messages|Photos");
+  open.click(u"Add Apps"_s);
+  EXPECT_EQ(open.view().items().size(), 16) << "those that are in it are not offered";
+  Q_EMIT open.view().opened(u"/usr/share/applications/maps.desktop"_s);
+  open.click(u"Done"_s);
+  EXPECT_EQ(open.titles(), "Mail|Music|Messages|Photos|Maps");
+  open.view().choose(1);
+  QTest::keyClick(&open.view(), Qt::Key_Delete);
+  EXPECT_EQ(open.titles(), "Mail|Messages|Photos|Maps");
+  EXPECT_FALSE(open.option(u"paths"_s).contains(u"music"_s));
+  EXPECT_EQ(open.did(), "");
+}
+
+TEST(RunningAppsPanel, LeadsToWindowsOrApps) {
+  Open windows(u"openWindows"_s);
+  EXPECT_EQ(windows.titles(), "Release notes|Weather in Kendal|tiles.cpp|robin@kendal: ~|Inbox");
+  Q_EMIT windows.view().opened(u"11"_s);
+  EXPECT_EQ(windows.did(), "window 11");
+  Open apps(u"topApps"_s, [](PanelContext& context) { context.actions.windows = {}; });
+  EXPECT_EQ(apps.titles(), "Browser|Editor|Terminal|Mail");
+  EXPECT_EQ(apps.view().items().first().caption, u"2 windows"_s);
+  QTest::keyClick(&apps.view(), Qt::Key_Down);
+  QTest::keyClick(&apps.view(), Qt::Key_Return);
+  EXPECT_EQ(apps.did().substr(0, 4), "app ");
+}
+
+TEST(PinnedWindowPanel, ShowsTheWindowAndTakesAnother) {
+  Open open(u"pinnedWindow"_s);
+  open.click(u"Show Window"_s);
+  EXPECT_EQ(open.did(), "window 40");
+  Q_EMIT open.view().opened(u"20"_s);
+  EXPECT_EQ(open.option(u"windowTitle"_s), u"tiles.cpp"_s);
+  EXPECT_EQ(open.option(u"bundleID"_s), u"editor"_s);
+  open.click(u"Show Window"_s);
+  EXPECT_EQ(open.did(), "window 20");
+}
+
+TEST(FolderPanel, IsLookedThroughInPlace) {
+  Open open(u"folderLauncher"_s);
+  EXPECT_EQ(open.titles().substr(0, 16), "tiles.png|Travel");
+  Q_EMIT open.view().opened(u"/home/robin/Documents/Travel"_s);
+  EXPECT_EQ(open.view().items().first().id, u"/home/robin/Documents/Travel/tiles.png"_s);
+  EXPECT_FALSE(open.closed);
+  open.click(u"Back"_s);
+  open.view().choose(0);
+  QTest::keyClick(&open.view(), Qt::Key_R, Qt::ControlModifier);
+  EXPECT_EQ(open.did(), "reveal /home/robin/Documents/tiles.png");
+  QTest::keyClick(&open.view(), Qt::Key_Return);
+  EXPECT_EQ(open.did(), "/home/robin/Documents/tiles.png");
+  EXPECT_TRUE(open.closed);
+  Q_EMIT open.panel->findChild<Segments*>()->chosenChanged(1);
+  EXPECT_EQ(open.option(u"sort"_s), u"name"_s);
+
+  const QAccessibleInterface* list = QAccessible::queryAccessibleInterface(&open.view());
+  EXPECT_EQ(list->childCount(), 12);
+  EXPECT_EQ(list->child(0)->text(QAccessible::Name), u"tiles.png"_s);
+}
+
+TEST(FolderPanel, SaysWhatIsWrongWithAFolder) {
+  Open gone(u"folderLauncher"_s, [](PanelContext& context) {
+    context.readings.fixedFolder = [](const FolderRequest&) {
+      return FolderContents{{}, 0, u"You may not look into this folder."_s};
+    };
+  });
+  bool said = false;
+  for (const TextLabel* label : gone.panel->findChildren<TextLabel*>())
+    said = said || (label->isVisible() && label->text() == u"You may not look into this folder."_s);
+  EXPECT_TRUE(said);
+}
+
+TEST(ShelfPanel, GivesUpFilesOneByOneAndAll) {
+  Open open(u"fileShelf"_s);
+  EXPECT_EQ(open.titles(), "Quarterly summary.pdf|tiles.png|notes.txt");
+  EXPECT_EQ(open.view().items()[1].drag, QUrl(u"file:///home/robin/tiles.png"_s));
+  open.view().choose(1);
+  QTest::keyClick(&open.view(), Qt::Key_Delete);
+  EXPECT_EQ(open.titles(), "Quarterly summary.pdf|notes.txt");
+  open.click(u"Clear Shelf"_s);
+  EXPECT_TRUE(open.fixture.store().config().shelf.isEmpty());
+  EXPECT_EQ(open.did(), "") << "nothing was opened or shown meanwhile";
+}
+
+TEST(TrashPanel, AsksBeforeItEmpties) {
+  Open open(u"trash"_s);
+  open.click(u"Empty Trash…"_s);
+  open.click(u"Cancel"_s);
+  EXPECT_EQ(open.did(), "");
+  open.click(u"Empty Trash…"_s);
+  open.click(u"Empty Trash"_s);
+  EXPECT_EQ(open.did(), "emptied");
+}
+
+TEST(SearchPanels, LeadToWhatWasMeant) {
+  Open web(u"webSearch"_s);
+  QTest::keyClick(&web.field(), Qt::Key_Return);
+  EXPECT_EQ(web.did(), "") << "nothing was written";
+  QTest::keyClicks(&web.field(), u" 100% & c++ ä "_s);
+  QTest::keyClick(&web.field(), Qt::Key_Return);
+  EXPECT_EQ(web.did(), "https://duckduckgo.com/?q=100%25%20%26%20c%2B%2B%20%C3%A4");
+
+  Open bookmarks(u"bookmarks"_s);
+  QTest::keyClicks(&bookmarks.field(), u"TRAINS"_s);
+  EXPECT_EQ(bookmarks.titles(), "Timetable");
+  QTest::keyClick(&bookmarks.field(), Qt::Key_Return);
+  EXPECT_EQ(bookmarks.did(), "https://trains.example.com/");
+}
+
+TEST(ProcessesPanel, EndsTheProcessThatWasShownAfterAsking) {
+  Open open(u"processTopApps"_s);
+  open.click(u"End Editor"_s);
+  open.click(u"Cancel"_s);
+  EXPECT_EQ(open.did(), "");
+  open.click(u"End Editor"_s);
+  Q_EMIT open.panel->findChild<Segments*>()->chosenChanged(1);  // Another process stands there now.
+  EXPECT_EQ(open.option(u"sortBy"_s), u"RAM"_s);
+  open.click(u"End Process"_s);
+  EXPECT_EQ(open.did(), "end Editor");
+  bool said = false;
+  for (const TextLabel* label : open.panel->findChildren<TextLabel*>())
+    said = said || (label->isVisible() && label->text() == u"You may not end it."_s);
+  EXPECT_TRUE(said);
+}
+
+TEST(ReadingPanels, AreFinishedWithoutTheirServices) {
+  for (const char* kind : {"applications", "appFolder", "openWindows", "pinnedWindow", "recentFiles", "screenshots",
+                           "bookmarks", "processTopApps", "temperature"}) {
+    Open bare(QString::fromLatin1(kind), [](PanelContext& context) {
+      context.actions = {};
+      context.readings = {};
+      context.sources = [] { return TileSources(); };
+    });
+    EXPECT_GT(bare.panel->panelSize().height(), 60) << kind;
+  }
+}
+
+}  // namespace
+}  // namespace tarnwick

@@ -1,0 +1,153 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "DockFixture.h"
+#include "views/tiles/FileWords.h"
+#include "views/tiles/TileContent.h"
+#include "widgets/catalog/Catalog.h"
+
+namespace tarnwick::testing {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double kNonsense = std::numeric_limits<double>::quiet_NaN();
+
+template <class Content>
+Content contentOf(const DockWidget& shown, const TileSources& sources) {
+  return std::get<Content>(makeTileContent(shown, Catalog::find(shown.kind), sources));
+}
+
+std::string spoken(const DockWidget& shown, const TileSources& sources) {
+  return tileText(makeTileContent(shown, Catalog::find(shown.kind), sources), u"N"_s).tip().toStdString();
+}
+
+ProcessUsage process(const QString& name, std::optional<double> cpu, quint64 memory) {
+  return {{1, 1, name, 0, memory}, cpu};
+}
+
+}  // namespace
+
+TEST(FileWords, SpeedsAndAges) {
+  const QLocale english(QLocale::English, QLocale::UnitedKingdom);
+  struct Speed {
+    double bytes;
+    double beside;
+    std::string words;
+  };
+  for (const Speed& each :
+       {Speed{0, 0, "0 kB/s"}, Speed{999, 0, "1 kB/s"}, Speed{318e3, 0, "318 kB/s"}, Speed{999.4e3, 0, "999 kB/s"},
+        Speed{999.9e3, 0, "1.0 MB/s"}, Speed{12.44e6, 0, "12.4 MB/s"}, Speed{140e6, 0, "140 MB/s"},
+        Speed{318e3, 2e6, "0.3 MB/s"}, Speed{3e12, 0, "3000 GB/s"}, Speed{-5, 0, "0 kB/s"},
+        Speed{kNonsense, kNonsense, "0 kB/s"}}) {
+    const SpeedWords words = speedWords(english, each.bytes, each.beside);
+    EXPECT_EQ((words.number.remove(u',') + u' ' + words.unit).toStdString(), each.words);
+  }
+  EXPECT_EQ(speedWords(QLocale(QLocale::German), 12.44e6).number, u"12,4"_s);
+
+  const QDateTime now(QDate(2026, 11, 24), QTime(10, 24), Qt::UTC);
+  struct Age {
+    qint64 seconds;
+    std::string words;
+  };
+  for (const Age& each :
+       {Age{-600, "now"}, Age{59, "now"}, Age{130, "2 min ago"}, Age{3599, "59 min ago"}, Age{3600 * 10, "10 h ago"},
+        Age{3600 * 11, "yesterday"}, Age{86400 * 3, "3 days ago"}, Age{86400 * 8, "16/11/2026"}})
+    EXPECT_EQ(agoWord(now.addSecs(-each.seconds), now, english).toStdString(), each.words);
+  EXPECT_EQ(memoryWords(english, 9.8 * (1 << 30), 16.0 * (1 << 30)), u"9.8 of 16 GB"_s);
+}
+
+TEST(MachineTiles, SpeakAndKeepToTheirRange) {
+  TileSources sources = morning();
+  sources.metrics = MetricsSnapshot{.cpu = 23, .memory = 61, .battery = 19.6, .download = 2.4e6, .upload = 318e3};
+  sources.cpuHistory = {10, kNonsense, 40};
+  sources.readings.celsius = -0.4;
+  sources.readings.celsiusHistory = {50, 50};
+  const std::vector<std::pair<QString, std::string>> words = {
+      {u"battery"_s, "N: 20%"},
+      {u"cpuChart"_s, "N: 23%"},
+      {u"systemChart"_s, "N: CPU 23%, RAM 61%"},
+      {u"network"_s, "N: download 2.4 MB/s, upload 318 kB/s"},
+      {u"networkChart"_s, "N: download 2.4 MB/s, upload 0.3 MB/s"},
+      {u"networkUpload"_s, "N: 318 kB/s"},
+      {u"temperature"_s, "N: 0°"},
+      {u"temperatureChart"_s, "N: 0°, CPU core"},
+  };
+  for (const auto& [kind, expected] : words) EXPECT_EQ(spoken(widget(kind), sources), expected) << kind.toStdString();
+
+  EXPECT_EQ(contentOf<MetricChartContent>(widget(u"cpuChart"_s), sources).high, 44);
+  sources.cpuHistory = {1, 2};
+  EXPECT_EQ(contentOf<MetricChartContent>(widget(u"cpuChart"_s), sources).high, 25) << "little work looks little";
+  const auto warmth = contentOf<MetricChartContent>(widget(u"temperatureChart"_s), sources);
+  EXPECT_EQ(warmth.low, 40);
+  EXPECT_EQ(warmth.high, 60);
+
+  sources.metrics->cpu = kNonsense;
+  sources.metrics->battery.reset();
+  sources.readings.celsius.reset();
+  EXPECT_EQ(spoken(widget(u"battery"_s), sources), "N: None");
+  sources.metrics.reset();
+  for (const auto& [kind, ignored] : words) EXPECT_EQ(spoken(widget(kind), sources), "N") << kind.toStdString();
+}
+
+TEST(MachineTiles, ProcessesAreSortedAsTheWidgetSays) {
+  TileSources sources = morning();
+  sources.readings.processMessage = u"Sampling processes…"_s;
+  DockWidget top = widget(u"processTopApps"_s);
+  EXPECT_EQ(spoken(top, sources), "N: Sampling processes…");
+  sources.readings.processes = {process(u"a"_s, 5, 900 << 20), process(u"b"_s, std::nullopt, 1 << 20),
+                                process(u"c"_s, 120.04, 2 << 20), process(u"d"_s, 1, 3 << 20)};
+  EXPECT_EQ(spoken(top, sources), "N: c 120.0%, a 5.0%, d 1.0%");
+  EXPECT_EQ(contentOf<ProcessesContent>(top, sources).rows.first().share, 1);
+  top.options[processOrderKey()] = u"RAM"_s;
+  EXPECT_EQ(spoken(top, sources), "N: a 900 MB, d 3 MB, c 2 MB");
+  top.options[processOrderKey()] = u"nonsense"_s;
+  EXPECT_EQ(processOrderOf(top), ProcessOrder::CPU);
+}
+
+TEST(AppTiles, ShowWhatRuns) {
+  TileSources sources = morning();
+  const DockWidget row = widget(u"openWindows"_s);
+  EXPECT_EQ(spoken(row, sources), "N: No apps are open");
+  for (const char* name : {"A", "B", "C", "D"})
+    sources.readings.running.append({1, QString::fromLatin1(name), {}, name[0] == 'C'});
+  EXPECT_EQ(spoken(row, sources), "N: A, B, C, D");
+  EXPECT_EQ(spoken(widget(u"appSwitcher"_s), sources), "N: C, A, B") << "the one in front lies before the others";
+
+  sources.readings.running.append({1, u"E"_s, {}, false});
+  EXPECT_EQ(spoken(row, sources), "N: A, B, C, 2 more");
+  const TileContent content = makeTileContent(row, Catalog::find(row.kind), sources);
+  EXPECT_EQ(tilePartAt(content, 180, {20, 30}), 0);
+  EXPECT_EQ(tilePartAt(content, 180, {100, 30}), 2);
+  EXPECT_FALSE(tilePartAt(content, 180, {150, 30})) << "the number opens the panel";
+
+  DockWidget pinned = widget(u"pinnedWindow"_s);
+  EXPECT_TRUE(std::holds_alternative<GenericContent>(makeTileContent(pinned, Catalog::find(pinned.kind), sources)));
+  pinned.options[u"windowTitle"_s] = u"Budget"_s;
+  pinned.options[u"appName"_s] = u"Sheets"_s;
+  EXPECT_EQ(spoken(pinned, sources), "Budget: Sheets");
+}
+
+TEST(FileTiles, TellWhatTheyKnow) {
+  TileSources sources = morning();
+  EXPECT_EQ(spoken(widget(u"bookmarks"_s), sources), "N");
+  EXPECT_EQ(spoken(widget(u"recentFiles"_s), sources), "N");
+  sources.readings.bookmarks = 0;
+  sources.readings.recentNames = {u"a.txt"_s, u"b.txt"_s};
+  EXPECT_EQ(spoken(widget(u"bookmarks"_s), sources), "N: 0");
+  EXPECT_EQ(spoken(widget(u"recentFiles"_s), sources), "N: a.txt, b.txt");
+
+  const DockWidget shots = widget(u"screenshots"_s);
+  EXPECT_TRUE(contentOf<ScreenshotsContent>(shots, sources).pictures.isEmpty());
+  sources.readings.screenshots.emplace();
+  EXPECT_EQ(contentOf<ScreenshotsContent>(shots, sources).caption, u"None yet"_s);
+  sources.readings.screenshots->append({{u"k"_s, {}}, sources.now.addSecs(-120)});
+  const auto waiting = contentOf<ScreenshotsContent>(shots, sources);
+  EXPECT_EQ(waiting.caption, u"2 min ago"_s);
+  sources.readings.screenshots->first().picture.image = QImage(4, 4, QImage::Format_RGB32);
+  EXPECT_NE(waiting, contentOf<ScreenshotsContent>(shots, sources)) << "the picture has come";
+}
+
+}  // namespace tarnwick::testing
