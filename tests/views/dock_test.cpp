@@ -137,7 +137,7 @@ TEST(Layout, TabsStayOnTheGlassAndTheActiveOneAmongThem) {
       EXPECT_EQ(layout.tabAt(place.center()).value_or(-1), place.isEmpty() ? -1 : tab);
       if (place.isEmpty()) continue;
       EXPECT_GE(place.left(), end);
-      EXPECT_GE(place.width(), 28);
+      EXPECT_GE(place.width(), 26);
       end = place.right();
     }
     EXPECT_LE(end, layout.glass.right() - 9);
