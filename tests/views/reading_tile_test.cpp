@@ -42,7 +42,7 @@ TEST(FileWords, SpeedsAndAges) {
         Speed{999.9e3, 0, "1.0 MB/s"}, Speed{12.44e6, 0, "12.4 MB/s"}, Speed{140e6, 0, "140 MB/s"},
         Speed{318e3, 2e6, "0.3 MB/s"}, Speed{3e12, 0, "3000 GB/s"}, Speed{-5, 0, "0 kB/s"},
         Speed{kNonsense, kNonsense, "0 kB/s"}}) {
-    const SpeedWords words = speedWords(english, each.bytes, each.beside);
+    SpeedWords words = speedWords(english, each.bytes, each.beside);
     EXPECT_EQ((words.number.remove(u',') + u' ' + words.unit).toStdString(), each.words);
   }
   EXPECT_EQ(speedWords(QLocale(QLocale::German), 12.44e6).number, u"12,4"_s);

@@ -119,7 +119,7 @@ TEST(Words, SayWhatATileIsAndShows) {
   EXPECT_EQ(tip(u"weatherCurrent"_s), u"Location: Kendal, 6°, Partly cloudy"_s);
   EXPECT_EQ(tip(u"systemQuickToggles"_s), u"Quick Toggles: Wi-Fi, Dark Mode"_s);
   EXPECT_EQ(tip(u"analyticsGitHub"_s), u"GitHub: Connect"_s);
-  EXPECT_EQ(tip(u"screenshots"_s), u"Recent Screenshots: Not available"_s);
+  EXPECT_EQ(tip(u"airdrop"_s), u"AirDrop: Not available"_s);
   EXPECT_EQ(tip(u"trash"_s), u"Trash"_s);
   sources.trashItems = 0;
   EXPECT_EQ(tip(u"trash"_s), u"Trash: Empty"_s);

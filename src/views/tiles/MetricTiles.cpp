@@ -63,6 +63,9 @@ constexpr double kNubGap = 1.5;
 constexpr double kNubWidth = 2.5;
 constexpr double kNubHeight = 7;
 constexpr double kBatteryBaseline = 49.5;
+/// In the smallest docks the figure is larger beside everything else.
+constexpr double kBareBatteryTop = 9;
+constexpr double kBareBatteryBaseline = 53;
 constexpr int kLow = 20;
 
 }  // namespace
@@ -82,7 +85,8 @@ void paint(TileCanvas& canvas, const BatteryContent& content) {
   QPainter& painter = canvas.painter();
   const Palette& colors = canvas.colors();
   const double whole = kBatteryWidth + kNubGap + kNubWidth;
-  const double top = canvas.showsCaption() ? kBatteryTop : theme::kTileMiddle - kBatteryHeight / 2;
+  const double top = canvas.showsCaption() ? kBatteryTop : kBareBatteryTop;
+  const double baseline = canvas.showsCaption() ? kBatteryBaseline : kBareBatteryBaseline;
   const QRectF body((canvas.width() - whole) / 2, top, kBatteryWidth, kBatteryHeight);
   drawRounded(painter, body, kBatteryCorner, colors.track);
   const QRectF nub(body.right() + kNubGap, body.center().y() - kNubHeight / 2, kNubWidth, kNubHeight);
@@ -93,15 +97,14 @@ void paint(TileCanvas& canvas, const BatteryContent& content) {
     drawRounded(painter, fill, std::min(kBatteryFillCorner, fill.width() / 2),
                 percent < kLow ? colors.accent(Accent::Red) : canvas.accent());
   }
-  if (!canvas.showsCaption()) return;
   if (!content.percent) {
-    canvas.centredText(kBatteryBaseline, TextStyle::Caption, content.word, colors.secondary);
+    canvas.centredText(baseline, TextStyle::Caption, content.word, colors.secondary);
     return;
   }
   const QString figure = QString::number(*content.percent);
   const double width = canvas.line(figure, TextStyle::Title).width() + 2 +
                        TextLine::unit(u"%"_s, TextStyle::Title, canvas.scale()).width();
-  canvas.figure((canvas.width() - width) / 2, kBatteryBaseline, TextStyle::Title, figure, u"%"_s);
+  canvas.figure((canvas.width() - width) / 2, baseline, TextStyle::Title, figure, u"%"_s);
 }
 
 // --- One figure and its history -------------------------------------------------------------------------------------

@@ -27,6 +27,7 @@ constexpr double kMarkWidth = 10;
 constexpr double kMarkGap = 3;
 constexpr double kMarkGapTight = 2;
 constexpr int kUsualMarks = 4;
+constexpr double kOverhang = 4;  ///< How far a text may reach into the room at the right.
 
 QString tr(const char* text) { return QCoreApplication::translate("Tiles", text); }
 
@@ -74,11 +75,21 @@ void paintMarks(TileCanvas& canvas, const TimerContent& content) {
                 std::min(width, kMarkHeight) / 2, i < content.lit ? canvas.accent() : canvas.colors().track);
 }
 
-/// The largest style in which a figure has room: hours need a smaller one than minutes.
-TextStyle figureStyle(const TileCanvas& canvas, const QString& figure) {
-  for (const TextStyle style : {TextStyle::Timer, TextStyle::Figure17, TextStyle::Title})
-    if (canvas.line(figure, style).width() <= canvas.roomAfter(kBesideRing) + 2) return style;
-  return TextStyle::Caption;
+/// The figure in the largest style that has room for it. Hours that have room in none do without their seconds.
+void paintFigure(TileCanvas& canvas, const QString& figure, bool overWord) {
+  const double room = canvas.roomAfter(kBesideRing) + kOverhang;
+  TextStyle style = TextStyle::Caption;
+  for (const TextStyle each : {TextStyle::Timer, TextStyle::Figure17, TextStyle::Title, TextStyle::Caption}) {
+    style = each;
+    if (canvas.line(figure, each).width() <= room) break;
+  }
+  const bool hasHours = figure.count(u':') > 1;
+  const bool cut = hasHours && canvas.line(figure, style).width() > room;
+  const TextLine line =
+      canvas.line(cut ? figure.section(u':', 0, 1) + tr("h") : figure, style).elided(room, Elide::End);
+  line.drawFromInk(canvas.painter(),
+                   {kBesideRing, overWord ? theme::kHeadlineBaseline : TileCanvas::centredBaseline(line)},
+                   canvas.colors().primary);
 }
 
 }  // namespace
@@ -106,18 +117,15 @@ void paint(TileCanvas& canvas, const TimerContent& content) {
   if (content.share > 0) canvas.arc(kCentre, kRadius, kStroke, 0, 360 * content.share, canvas.accent());
   paintGlyph(canvas, content.glyph);
 
-  const TextStyle style = figureStyle(canvas, content.figure);
   const bool hasMarks = content.marks > 0;
   const bool second = hasMarks ? canvas.showsLastRow() : canvas.showsCaption();
-  const TextLine figure = canvas.line(content.figure, style).elided(canvas.roomAfter(kBesideRing) + 2, Elide::End);
-  figure.drawFromInk(canvas.painter(), {kBesideRing, second ? kHeadlineBaseline : TileCanvas::centredBaseline(figure)},
-                     canvas.colors().primary);
+  paintFigure(canvas, content.figure, second);
   if (!second) return;
   if (hasMarks)
     paintMarks(canvas, content);
   else
     canvas.line(content.word, TextStyle::Caption)
-        .elided(canvas.roomAfter(kBesideRing) + 4, Elide::End)
+        .elided(canvas.roomAfter(kBesideRing) + kOverhang, Elide::End)
         .drawFromInk(canvas.painter(), {kBesideRing, kCaptionBaseline}, canvas.colors().secondary);
 }
 

@@ -58,11 +58,12 @@ Fitted fitted(const TileCanvas& canvas, const ResultContent& content, double roo
 ResultContent makeCalculator(const TileRequest& request) {
   const QLocale& locale = request.sources.locale;
   const QString expression = request.widget.options.value(u"expression"_s).simplified();
-  ResultContent content{{UtilityText::number(0, locale)}, {}, request.title(), request.definition.symbol};
+  ResultContent content{{UtilityText::number(0, locale)}, {}, request.title(), {}, request.definition.symbol};
   if (expression.isEmpty()) return content;
   if (const auto value = UtilityText::calculate(expression, locale).value) {
     content.figures = UtilityText::forms(*value, locale);
     content.source = expression;
+    content.exact = content.figures.first();
   }
   return content;
 }
@@ -70,16 +71,19 @@ ResultContent makeCalculator(const TileRequest& request) {
 ResultContent makeConverter(const TileRequest& request) {
   const QLocale& locale = request.sources.locale;
   const Conversion chosen = Conversion::of(request.widget);
-  ResultContent content{{u"–"_s}, chosen.to, u"%1 %2"_s.arg(chosen.value, chosen.from), request.definition.symbol};
-  if (const auto value = UtilityText::convert(chosen.value, chosen.from, chosen.to, locale).value)
+  ResultContent content{{u"–"_s}, chosen.to, u"%1 %2"_s.arg(chosen.value, chosen.from), {}, request.definition.symbol};
+  if (content.source.startsWith(u'-')) content.source[0] = u'−';
+  if (const auto value = UtilityText::convert(chosen.value, chosen.from, chosen.to, locale).value) {
     content.figures = shortForms(*value, locale);
+    content.exact = UtilityText::forms(*value, locale).first();
+  }
   return content;
 }
 
 TileText describe(const ResultContent& content, const QString& name) {
-  const QString result =
-      content.unit.isEmpty() ? content.figures.first() : u"%1 %2"_s.arg(content.figures.first(), content.unit);
-  return {name, content.source == name ? result : u"%1 = %2"_s.arg(content.source, result)};
+  if (content.exact.isEmpty()) return {name, content.source == name ? QString() : content.source};
+  const QString result = content.unit.isEmpty() ? content.exact : u"%1 %2"_s.arg(content.exact, content.unit);
+  return {name, u"%1 = %2"_s.arg(content.source, result)};
 }
 
 void paint(TileCanvas& canvas, const ResultContent& content) {
