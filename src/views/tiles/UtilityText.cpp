@@ -16,8 +16,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// From here on a number is written with an exponent, where there is little room.
-constexpr double kTooLong = 1e12;
+/// From here on a number is written with an exponent only: further digits would be made up.
+constexpr double kTooLong = 1e21;
 
 Answer answer(const std::function<double()>& compute) {
   try {
