@@ -205,7 +205,11 @@ TEST_F(CommandsTest, MenusOfferWhatAppliesNow) {
   windows.activate(1);
   files.count = 2;
   menus->editWidget = [](const QUuid&) {};
-  menus->settings = [] {};
+  menus->dockActions = [] {
+    DockMenuActions actions;
+    actions.settings = [] {};
+    return actions;
+  };
   store->edit([](DockConfiguration& config) { config.desktop.emplace().customAppIcons.insert(u"editor"_s, u"x"_s); });
   EXPECT_EQ(lines(tile(0)),
             u"Open Editor & Co|Edit Widget…|(App Icon…)|Reset Icon|(Move Left)|Move Right|Remove Widget|-|"
