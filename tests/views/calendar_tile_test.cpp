@@ -217,6 +217,11 @@ TEST(Events, FillTheDaysThatTheyTouch) {
   EXPECT_EQ(week[0].number, u"23"_s);
   EXPECT_TRUE(week[1].today);
   EXPECT_TRUE(week[5].free);
+  TileSources arabic = sources;
+  arabic.locale = QLocale(QLocale::Arabic, QLocale::Egypt);
+  const auto names = contentOf<DaysContent>(u"calendarSevenDays"_s, arabic).days;
+  EXPECT_NE(names[0].name, names[1].name) << "all of its short names begin alike";
+  EXPECT_EQ(ClockWords::dayAndMonth({2026, 11, 24}, arabic.locale), u"٢٤ نوفمبر"_s);
   const auto agenda = contentOf<EventListContent>(u"calendarDayAgenda"_s, sources);
   ASSERT_EQ(agenda.rows.size(), 1) << "what is over is left out";
   EXPECT_EQ(contentOf<EventListContent>(u"calendarDayAgenda"_s, with(today(9, 0), {})).empty, u"No events today"_s);

@@ -1,6 +1,7 @@
 #include "views/tiles/CalendarTiles.h"
 
 #include <QCoreApplication>
+#include <QSet>
 #include <algorithm>
 
 #include "views/theme/Glass.h"
@@ -34,6 +35,7 @@ constexpr double kAgendaGap = 3;
 constexpr double kAgendaLeast = 1.5;  ///< More, where the times are wider than that.
 constexpr double kAgendaTextGap = 6;
 
+constexpr int kDaysInWeek = 7;
 constexpr double kDayPitch = 22.67;
 constexpr double kLetterBaseline = 19;
 constexpr double kNumberMiddle = 39.5 - 4;
@@ -117,6 +119,16 @@ void paintAgenda(TileCanvas& canvas, const EventListContent& content, const QLis
   }
 }
 
+/// Two letters of each day, or one in languages where two do not tell the days apart.
+QString dayName(const QDate& date, const QLocale& locale) {
+  QSet<QString> names;
+  for (int day = 1; day <= kDaysInWeek; ++day)
+    names.insert(locale.standaloneDayName(day, QLocale::ShortFormat).left(2));
+  const bool distinct = names.size() == kDaysInWeek;
+  const QString name = ClockWords::weekday(date, locale, distinct ? QLocale::ShortFormat : QLocale::NarrowFormat);
+  return name.left(2);
+}
+
 DaysContent days(const TileRequest& request, bool week) {
   const QLocale& locale = request.sources.locale;
   const CalendarDigest& digest = digestOf(request);
@@ -126,9 +138,9 @@ DaysContent days(const TileRequest& request, bool week) {
   const QList<Qt::DayOfWeek> working = locale.weekdays();
   QStringList spoken;
   for (const QDate& date : CalendarStrip::days(request.widget.kind, request.sources.now, locale.firstDayOfWeek())) {
-    const QString name = ClockWords::weekday(date, locale, week ? QLocale::NarrowFormat : QLocale::ShortFormat);
+    const QString name = week ? ClockWords::weekday(date, locale, QLocale::NarrowFormat) : dayName(date, locale);
     const int events = digest.counts.value(date);
-    content.days.append({week ? name : name.left(2), locale.toString(date.day()), events, date == today,
+    content.days.append({name, locale.toString(date.day()), events, date == today,
                          !working.contains(static_cast<Qt::DayOfWeek>(date.dayOfWeek()))});
     if (events > 0)
       spoken << QCoreApplication::translate("Tiles", "%1: %2")

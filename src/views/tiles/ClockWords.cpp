@@ -26,12 +26,10 @@ QString withoutYear(QString format) {
   return rest.startsWith(u'年') ? rest.sliced(1) : rest;
 }
 
-/// A date format less the weekday and what parts it from the rest.
+/// A date format less the weekday and what parts it from the rest, whatever kind of comma that is.
 QString withoutWeekday(QString format) {
-  static const QRegularExpression weekday(u"[\\s,]*(?:'[^']*'\\s*)?\\bdddd?\\b[\\s,]*(?:'[^']*')?"_s);
-  format.remove(weekday);
-  while (!format.isEmpty() && (format[0].isSpace() || format[0] == u',')) format.remove(0, 1);
-  return format.trimmed();
+  static const QRegularExpression weekday(u"[\\s,\u060c]*(?:'[^']*'\\s*)?\\bdddd?\\b[\\s,\u060c]*(?:'[^']*')?"_s);
+  return format.remove(weekday).trimmed();
 }
 
 QString separatorOf(const QLocale& locale) {
