@@ -9,6 +9,7 @@
 #include "apps/AppOpener.h"
 #include "apps/ports/LauncherHints.h"
 #include "desktop/Files.h"
+#include "desktop/ScreenColors.h"
 #include "dock/DockController.h"
 #include "store/DockDrops.h"
 #include "store/UndoStack.h"
@@ -20,7 +21,7 @@ namespace tarnwick {
 
 class Readings;
 
-/// What the desk is made of. Borrowed; all are required.
+/// What the desk is made of. Borrowed; all but the colors are required.
 struct DockDeskParts {
   AppStore* store = nullptr;
   Screens* screens = nullptr;
@@ -34,6 +35,7 @@ struct DockDeskParts {
   LauncherHints* hints = nullptr;
   Readings* readings = nullptr;
   Toggles* toggles = nullptr;
+  ScreenColors* colors = nullptr;
   DockView::IconProvider icons;
 };
 
