@@ -175,7 +175,6 @@ void AppDelegate::makeDock() {
   parts.hints = setup_.hints;
   parts.readings = setup_.readings;
   parts.toggles = setup_.toggles;
-  parts.colors = setup_.colors;
   parts.icons = setup_.icons;
   desk_ = std::make_unique<DockDesk>(std::move(parts));
   dock_ = std::make_unique<DockController>(*store_, setup_.ports,

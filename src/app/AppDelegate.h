@@ -14,7 +14,6 @@
 #include "desktop/Files.h"
 #include "desktop/HotKeys.h"
 #include "desktop/Panels.h"
-#include "desktop/ScreenColors.h"
 #include "desktop/Screens.h"
 #include "desktop/Toggles.h"
 #include "dock/DockController.h"
@@ -37,7 +36,6 @@ struct DelegateSetup {
   SessionApplication* session = nullptr;
   SessionEvents* events = nullptr;
   Toggles* toggles = nullptr;  ///< Required.
-  ScreenColors* colors = nullptr;
   DockView::IconProvider icons;
   InstalledApps* installedApps = nullptr;
   AppOpener* opener = nullptr;

@@ -97,11 +97,6 @@ PanelActions DockDesk::panelActions() {
   actions.openUrl = [this](const QUrl& url) { parts_.opener->open(url); };
   actions.openPath = [this](const QString& path) { parts_.opener->open(QUrl::fromLocalFile(path)); };
   actions.copyText = [](const QString& text) { QGuiApplication::clipboard()->setText(text); };
-  if (parts_.colors) {
-    actions.pickColor = [this](const std::function<void(const QString&)>& picked) {
-      parts_.colors->pick(this, picked, [this](const QString& sentence) { parts_.store->setError(sentence); });
-    };
-  }
   actions.completeReminder = [this](const Reminder& reminder, bool completed) {
     parts_.readings->setCompleted(reminder, completed);
   };

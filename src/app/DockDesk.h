@@ -9,7 +9,6 @@
 #include "apps/AppOpener.h"
 #include "apps/ports/LauncherHints.h"
 #include "desktop/Files.h"
-#include "desktop/ScreenColors.h"
 #include "dock/DockController.h"
 #include "store/DockDrops.h"
 #include "store/UndoStack.h"
@@ -21,7 +20,7 @@ namespace tarnwick {
 
 class Readings;
 
-/// What the desk is made of. Borrowed; all but the colors are required.
+/// What the desk is made of. Borrowed; all are required.
 struct DockDeskParts {
   AppStore* store = nullptr;
   Screens* screens = nullptr;
@@ -35,7 +34,6 @@ struct DockDeskParts {
   LauncherHints* hints = nullptr;
   Readings* readings = nullptr;
   Toggles* toggles = nullptr;
-  ScreenColors* colors = nullptr;
   DockView::IconProvider icons;
 };
 
