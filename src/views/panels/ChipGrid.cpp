@@ -7,13 +7,15 @@
 
 namespace tarnwick {
 
-using namespace Qt::StringLiterals;
+namespace {
+constexpr int kUsualWidth = 76;  ///< A quarter of a panel, and what a word may need less of a button's padding.
+}  // namespace
 
-ChipGrid::ChipGrid(const QString& label, int columns, QWidget* parent)
+ChipGrid::ChipGrid(const QString& label, int columns, int gap, QWidget* parent)
     : QWidget(parent), label_(label), columns_(columns), grid_(new QGridLayout(this)) {
   setAccessibleName(label);
   grid_->setContentsMargins(0, 0, 0, 0);
-  grid_->setSpacing(theme::kButtonSymbolGap);
+  grid_->setSpacing(gap);
   for (int column = 0; column < columns; ++column) grid_->setColumnStretch(column, 1);
   connect(&group_, &QButtonGroup::idClicked, this, [this](int index) {
     setChosen(index);
@@ -35,7 +37,7 @@ void ChipGrid::setWords(const QStringList& words) {
     auto* chip = new Button(words[i]);
     chip->setCheckable(true);
     // Columns are alike unless a word is too long for that.
-    chip->setMinimumWidth(chip->sizeHint().width() - theme::kButtonPadding * 2 + theme::kRowBleed * 2);
+    if (const int wanted = chip->sizeHint().width(); wanted > kUsualWidth) chip->setMinimumWidth(wanted);
     chip->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     chip->setAccessibleDescription(label_);
     group_.addButton(chip, i);
