@@ -7,15 +7,13 @@
 
 namespace tarnwick {
 
-namespace {
-constexpr int kUsualWidth = 76;  ///< A quarter of a panel, and what a word may need less of a button's padding.
-}  // namespace
+using namespace Qt::StringLiterals;
 
-ChipGrid::ChipGrid(const QString& label, int columns, int gap, QWidget* parent)
+ChipGrid::ChipGrid(const QString& label, int columns, QWidget* parent)
     : QWidget(parent), label_(label), columns_(columns), grid_(new QGridLayout(this)) {
   setAccessibleName(label);
   grid_->setContentsMargins(0, 0, 0, 0);
-  grid_->setSpacing(gap);
+  grid_->setSpacing(theme::kButtonSymbolGap);
   for (int column = 0; column < columns; ++column) grid_->setColumnStretch(column, 1);
   connect(&group_, &QButtonGroup::idClicked, this, [this](int index) {
     setChosen(index);
@@ -37,7 +35,7 @@ void ChipGrid::setWords(const QStringList& words) {
     auto* chip = new Button(words[i]);
     chip->setCheckable(true);
     // Columns are alike unless a word is too long for that.
-    if (const int wanted = chip->sizeHint().width(); wanted > kUsualWidth) chip->setMinimumWidth(wanted);
+    chip->setMinimumWidth(chip->sizeHint().width() - theme::kButtonPadding * 2 + theme::kRowBleed * 2);
     chip->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     chip->setAccessibleDescription(label_);
     group_.addButton(chip, i);

@@ -8,11 +8,11 @@ class QGridLayout;
 
 namespace tarnwick {
 
-/// A few words, of which one may be chosen, in rows of as many columns with gaps between them.
+/// A few words, of which one may be chosen, in rows of as many columns.
 class ChipGrid final : public QWidget {
   Q_OBJECT
  public:
-  ChipGrid(const QString& label, int columns, int gap, QWidget* parent = nullptr);
+  ChipGrid(const QString& label, int columns, QWidget* parent = nullptr);
 
   void setWords(const QStringList& words);
   /// Chooses without a signal; -1 for none.

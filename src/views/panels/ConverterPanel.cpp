@@ -37,9 +37,9 @@ class ConverterPanel final : public TilePanel {
       : TilePanel(context),
         field_(new TextField(words("Value"))),
         result_(new ResultView),
-        groups_(new ChipGrid(words("Quantity"), kColumns, theme::kSectionBelow)),
-        from_(new ChipGrid(words("From"), kColumns, theme::kSectionBelow)),
-        to_(new ChipGrid(words("To"), kColumns, theme::kSectionBelow)) {
+        groups_(new ChipGrid(words("Quantity"), kColumns)),
+        from_(new ChipGrid(words("From"), kColumns)),
+        to_(new ChipGrid(words("To"), kColumns)) {
     QStringList names;
     for (const auto& group : UnitConversion::groups()) names.append(groupName(group.name));
     groups_->setWords(names);

@@ -25,7 +25,6 @@ namespace {
 
 constexpr int kMostMinutes = 1440;
 constexpr int kMostBreak = 120;
-constexpr int kFourDigits = 1000;
 constexpr int kMostSessions = 12;
 constexpr qsizetype kMostLaps = 99;
 constexpr std::array kPresets = {5, 15, 25, 60};
@@ -91,10 +90,7 @@ class TimerPanel : public TilePanel {
   Stepper* addDuration(const QString& label, const QString& key, int least, int most) {
     auto* stepper = new Stepper(label);
     stepper->setRange(least, most);
-    stepper->setFormat([least](int value) {
-      if (least == 0 && value == 0) return words("Off");
-      return value < kFourDigits ? minutesText(value) : QString::number(value);  // Which leave no room for the word.
-    });
+    stepper->setFormat([least](int value) { return least == 0 && value == 0 ? words("Off") : minutesText(value); });
     connect(stepper, &Stepper::valueChanged, this, [this, key](int value) { setDuration(key, value); });
     addSetting(label, stepper);
     return stepper;
@@ -159,7 +155,7 @@ class CountdownPanel final : public TimerPanel {
   explicit CountdownPanel(const PanelContext& context)
       : TimerPanel(context, TimerFace::Shape::Plain),
         bar_(new ProgressBar(words("Time left"))),
-        presets_(new ChipGrid(words("Duration"), static_cast<int>(kPresets.size()), theme::kRowBleed)) {
+        presets_(new ChipGrid(words("Duration"), static_cast<int>(kPresets.size()))) {
     body().addSpacing(theme::kButtonSymbolGap);
     body().addWidget(bar_);
     body().addSpacing(theme::kPanelHeaderBelow);
