@@ -171,8 +171,7 @@ void move(const Desktop& desktop, const std::string& pid, double seconds, int x0
 void reveal(const Desktop& desktop, const std::string& pid, int runs, int x, int edge, int away) {
   std::vector<double> first;
   double longestWait = 0;
-  double longestFrame = 0;
-  int frames = 0;
+  std::vector<double> works;
   desktop.watch(pid);
   for (int run = 0; run < runs; ++run) {
     desktop.moveTo(x, away);
@@ -191,10 +190,9 @@ void reveal(const Desktop& desktop, const std::string& pid, int runs, int x, int
       } else {
         longestWait = std::max(longestWait, Milliseconds(now - last).count());
       }
-      longestFrame = std::max(longestFrame, usedNow - used);
+      works.push_back(usedNow - used);
       used = usedNow;
       last = now;
-      ++frames;
     }
   }
   if (first.empty()) {
@@ -202,10 +200,12 @@ void reveal(const Desktop& desktop, const std::string& pid, int runs, int x, int
     return;
   }
   std::ranges::sort(first);
+  std::ranges::sort(works);
   std::printf(
-      "reveal, %d times: first frame after %.1f ms (median), %.1f (worst); %.0f frames each, at most %.1f ms "
-      "apart, at most %.1f ms of work in one\n",
-      runs, first[first.size() / 2], first.back(), static_cast<double>(frames) / runs, longestWait, longestFrame);
+      "reveal, %d times: first frame after %.1f ms (median), %.1f (worst); %.0f frames each, at most %.1f ms apart; a "
+      "frame is %.1f ms of work (median), %.1f (longest)\n",
+      runs, first[first.size() / 2], first.back(), static_cast<double>(works.size()) / runs, longestWait,
+      works[works.size() / 2], works.back());
 }
 
 void strip(const Desktop& desktop, char** words) {

@@ -55,6 +55,7 @@ class ShellTest : public ::testing::Test {
     store.storage = file();
     DelegateSetup setup = adapters->delegateSetup(QFileInfo(file()).path());
     setup.guards = false;
+    zones = setup.ports.zones;
     delegate = std::make_unique<AppDelegate>(std::move(store), std::move(setup));
     delegate->didFinishLaunching();
     display.settle();
@@ -106,6 +107,7 @@ class ShellTest : public ::testing::Test {
   test::TestScheduler time;
   std::unique_ptr<Adapters> adapters;
   std::unique_ptr<AppDelegate> delegate;
+  ZoneSensor* zones = nullptr;
 };
 
 TEST_F(ShellTest, EachLayoutStandsWhereItsRuleSays) {
@@ -168,13 +170,13 @@ TEST_F(ShellTest, AHiddenDockComesAtTheEdgeAfterItsDelayAndGoesAgain) {
 
   // It stays while the pointer is on it, and while a panel of it is open.
   display.moveTo(tile(4).center());
-  display.settle();
+  ASSERT_TRUE(comesTrue([&] { return zones->zones(id()).inside && !zones->zones(id()).bottomEdge; }));
   time.advance(5);
   EXPECT_TRUE(dock().isVisible(id()));
   display.click(tile(4).center());
   ASSERT_TRUE(comesTrue([&] { return isOpen(); }));
   display.moveTo(kAway);
-  display.settle();
+  ASSERT_TRUE(comesTrue([&] { return !zones->zones(id()).inside; }));
   time.advance(5);
   EXPECT_TRUE(dock().isVisible(id()));
 

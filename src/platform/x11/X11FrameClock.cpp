@@ -53,9 +53,10 @@ double X11FrameClock::rate() const {
 
 void X11FrameClock::run() {
   period_ = std::llround(static_cast<double>(kSecond) / rate());
-  previous_ = steadyNow();
-  const itimerspec beats{.it_interval = timeOf(period_), .it_value = timeOf(previous_ + period_)};
-  timerfd_settime(timer_.number(), TFD_TIMER_ABSTIME, &beats, nullptr);
+  // The first beat comes at once: what moves is a frame further on before the screen shows it.
+  previous_ = steadyNow() - period_;
+  const itimerspec beats{.it_interval = timeOf(period_), .it_value = timeOf(1)};
+  timerfd_settime(timer_.number(), 0, &beats, nullptr);
 }
 
 void X11FrameClock::beat() {

@@ -7,6 +7,7 @@
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "views/dock/DockView.h"
 #include "views/theme/Theme.h"
@@ -70,15 +71,34 @@ void DockView::setPointer(std::optional<QPointF> pointer) {
   const qsizetype before = hovered_;
   pointer_ = pointer;
   hovered_ = answersPointer(under) && !drag_ && !drop_ ? under : -1;
-  if (inside) pointerX_ = pointer->x();
   hoverTabs(inside);
-  const bool swells = inside && !drag_ && !drop_;
-  swell(swells);
-  if (swells && !row_.reduceMotion) {
-    updateRow();
-  } else if (before != hovered_) {
+  if (before != hovered_) {
     updateItem(before);
     updateItem(hovered_);
+  }
+  const bool swells = inside && !drag_ && !drop_;
+  if (swells) followPointer();
+  swell(swells);
+}
+
+/// Once a frame: a mouse tells of its way more often than a screen shows it.
+void DockView::followPointer() {
+  followsOn_ = follow_.isActive();
+  if (followsOn_ || row_.reduceMotion) return;
+  pointerX_ = pointer_->x();
+  updateSwelling();
+  follow_.start();
+}
+
+/// Only the tiles that are drawn larger or smaller than they are.
+void DockView::updateSwelling() {
+  magnifications_.resize(layout_.items.size(), 1);
+  for (qsizetype item = 0; item < layout_.items.size(); ++item) {
+    const double wanted = magnificationOf(item);
+    if (std::exchange(magnifications_[item], wanted) == wanted) continue;
+    TileStyle largest;
+    largest.magnification = theme::kHoverScale;
+    update(tilePaintBounds(visibleRect(item), largest).toAlignedRect());
   }
 }
 

@@ -49,7 +49,13 @@ DockView::DockView(QWidget* parent)
   swell_.setDuration(theme::kFadeMilliseconds);
   swell_.setStartValue(0.0);
   swell_.setEndValue(1.0);
-  connect(&swell_, &QVariantAnimation::valueChanged, this, [this] { updateRow(); });
+  connect(&swell_, &QVariantAnimation::valueChanged, this, &DockView::updateSwelling);
+  follow_.setSingleShot(true);
+  follow_.setTimerType(Qt::PreciseTimer);
+  follow_.setInterval(theme::kFrameMilliseconds);
+  connect(&follow_, &QTimer::timeout, this, [this] {
+    if (followsOn_ && pointer_) followPointer();
+  });
   connect(&shifts_, &SpringSet::moved, this, [this] { updateRow(); });
   connect(&springs_, &SpringSet::moved, this, [this] {
     if (springs_.isMoving(kTabsSpring) || springs_.value(kTabsSpring) > 0) relayout();
@@ -178,6 +184,7 @@ void DockView::relayout() {
   if (hovered_ >= layout_.items.size()) hovered_ = -1;
   if (pressed_ >= layout_.items.size()) pressed_ = -1;
   update();
+  updateSwelling();
   // A dock without glass has the shape of its tiles.
   const bool reshaped = fullGlass() != toldGlass_ || (!palette_.glass.bodyTop.isValid() && old.items != layout_.items);
   toldGlass_ = fullGlass();

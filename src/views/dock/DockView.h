@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QMargins>
 #include <QRegion>
+#include <QTimer>
 #include <QUuid>
 #include <QVariantAnimation>
 #include <QWidget>
@@ -176,6 +177,8 @@ class DockView : public QWidget {
   // Under the pointer.
   void setPointer(std::optional<QPointF> pointer);
   void rehover();
+  void followPointer();
+  void updateSwelling();
   void swell(bool wanted);
   void scrollBy(double units);
   bool cycleWindows(const QWheelEvent& event);
@@ -258,6 +261,9 @@ class DockView : public QWidget {
 
   QVariantAnimation swell_;  ///< From 0, nobody points here, to 1.
   bool swollen_ = false;
+  QTimer follow_;
+  bool followsOn_ = false;
+  QList<double> magnifications_;  ///< By item, as it was drawn last.
   SpringSet shifts_;   ///< By key: how far items are from their places.
   SpringSet springs_;  ///< Everything else that travels.
   QVariantAnimation pulse_;

@@ -59,6 +59,7 @@ inline constexpr double kFocusWidth = 2;
 inline constexpr double kDisabledOpacity = 0.38;
 inline constexpr double kUnconnectedOpacity = 0.45;
 inline constexpr int kFadeMilliseconds = 120;
+inline constexpr int kFrameMilliseconds = 16;  ///< What follows the pointer is drawn no more often.
 
 // Motion.
 inline constexpr int kPulseMilliseconds = 400;  ///< One beat of an application that starts.
