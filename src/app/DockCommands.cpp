@@ -59,14 +59,13 @@ void DockCommands::openTile(const QUuid& id, bool mayMinimise) {
 }
 
 bool DockCommands::openPlace(const DockWidget& widget) {
-  if (widget.kind == "trash"_L1) {
-    parts_.opener->openTrash(parts_.files->trashFolder());
-    return true;
-  }
+  const bool isTrash = widget.kind == "trash"_L1;
   const QString folder = folderOf(widget);
-  if (folder.isEmpty()) return false;
+  if (folder.isEmpty() && !isTrash) return false;
   if (showGallery && !parts_.store->config().foldersInFinder) {
     showGallery(widget.id);
+  } else if (isTrash) {
+    parts_.opener->openTrash(parts_.files->trashFolder());
   } else {
     parts_.opener->open(QUrl::fromLocalFile(folder));
   }

@@ -75,7 +75,7 @@ class DockCommands : public QObject {
 
   /// Opens a tile's panel; a click does nothing while it is empty.
   std::function<void(const QUuid& widget)> showPanel;
-  /// Opens the gallery of a folder tile; while it is empty folders open in the file manager.
+  /// Opens the gallery of a folder or of the trash; while it is empty they open in the file manager.
   std::function<void(const QUuid& widget)> showGallery;
 
  Q_SIGNALS:

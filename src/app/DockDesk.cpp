@@ -46,6 +46,7 @@ DockDesk::DockDesk(DockDeskParts parts)
   commands_.showPanel = [this](const QUuid& widget) {
     if (openPanel) openPanel(openDisplay_, widget, openTile_);
   };
+  commands_.showGallery = commands_.showPanel;
 }
 
 DockDesk::~DockDesk() = default;

@@ -162,9 +162,11 @@ TEST_F(CommandsTest, OpensFoldersTheTrashAndPanels) {
   commands->showPanel = [&](const QUuid& id) { panels << id; };
   commands->activateTile(widget(1).id);
   commands->activateTile(widget(3).id);
-  EXPECT_EQ(galleries, QList<QUuid>{widget(1).id});
+  commands->activateTile(widget(2).id);
+  EXPECT_EQ(galleries, (QList<QUuid>{widget(1).id, widget(2).id}));
   EXPECT_EQ(panels, QList<QUuid>{widget(3).id});
   store->clearError();
+  store->edit([](DockConfiguration& config) { config.foldersInFinder = true; });
   commands->activateTile(widget(2).id);
   EXPECT_EQ(store->error(), u"No file manager is installed."_s);
 }

@@ -47,6 +47,8 @@ double mostOf(const QList<double>& values) { return values.isEmpty() ? 0 : *std:
 
 /// What all of these panels share.
 class MetricsPanel : public TilePanel {
+  Q_DECLARE_TR_FUNCTIONS(Panels)
+
  public:
   explicit MetricsPanel(const PanelContext& context) : TilePanel(context), figure_(new FigureView) {
     if (const auto open = context.actions.openMonitor) {
