@@ -2,6 +2,7 @@
 
 #include <signal.h>
 
+#include <QDBusConnection>
 #include <QFile>
 #include <QMap>
 #include <stdexcept>
@@ -80,7 +81,14 @@ SessionBus::SessionBus() {
   daemon_ = ChildProcess::start(
       {u"dbus-daemon"_s, u"--session"_s, u"--nofork"_s, u"--nopidfile"_s, u"--address"_s + u"="_s + address_});
   qputenv("DBUS_SESSION_BUS_ADDRESS", address_.toUtf8());
-  if (!VirtualDisplay::waitUntil([&] { return QFile::exists(socket); })) throw std::runtime_error("no session bus");
+  // The socket is there a moment before the bus listens on it: only a connection that stands says that it runs.
+  const auto answers = [&] {
+    const QString probe = u"probe"_s;
+    const bool connected = QDBusConnection::connectToBus(address_, probe).isConnected();
+    QDBusConnection::disconnectFromBus(probe);
+    return connected;
+  };
+  if (!VirtualDisplay::waitUntil(answers)) throw std::runtime_error("no session bus");
 }
 
 }  // namespace tarnwick::testing
