@@ -47,7 +47,11 @@ endfunction()
 
 # tarnwick_test(NAME SOURCES file... LINK target... [PCH core|gui|widgets] [MAIN]
 #               [TIMEOUT seconds] [LABELS label...])
-# One GoogleTest program. With MAIN the sources bring a main() of their own, otherwise GoogleTest's is used.
+# One GoogleTest program. With MAIN the sources bring a main() of their own, otherwise GoogleTest's is used. One without
+# labels needs no window system and belongs to the target unit_tests.
+if(TARNWICK_TESTS)
+  add_custom_target(unit_tests)
+endif()
 function(tarnwick_test name)
   cmake_parse_arguments(arg "MAIN" "PCH;TIMEOUT" "SOURCES;LINK;LABELS" ${ARGN})
   if(NOT arg_PCH)
@@ -63,5 +67,8 @@ function(tarnwick_test name)
     target_link_libraries(${name} PRIVATE GTest::gtest_main)
   endif()
   target_precompile_headers(${name} REUSE_FROM tarnwick_pch_${arg_PCH})
+  if(NOT arg_LABELS)
+    add_dependencies(unit_tests ${name})
+  endif()
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT ${arg_TIMEOUT} LABELS "${arg_LABELS}")
 endfunction()
