@@ -1,0 +1,47 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "apps/InstalledApps.h"
+#include "store/UndoableEdits.h"
+#include "views/library/WidgetPreviews.h"
+#include "views/window/AppWindow.h"
+
+namespace tarnwick {
+
+/// What the library asks of the rest of the program. What is borrowed outlives the window.
+struct LibraryServices {
+  InstalledApps* apps = nullptr;   ///< Required.
+  UndoableEdits* edits = nullptr;  ///< Required: what is added can be taken back.
+  PreviewSources previews;
+  /// Takes the newest change of a dock back.
+  std::function<void()> undo;
+  /// Opens the form of a widget. Empty where there is none.
+  std::function<void(const QUuid& widget)> openEditor;
+};
+
+/// Shows everything that a dock can hold, with live pictures, and adds it to the profile that is chosen: by a double
+/// click, by Return, by its button, or by dragging it onto a dock.
+class LibraryWindow final : public AppWindow {
+  Q_OBJECT
+ public:
+  LibraryWindow(AppStore& store, LibraryServices services);
+  ~LibraryWindow() override;
+
+  /// Shows one section, named as Catalog::categories has it; an unknown one shows all.
+  void showCategory(const QString& category);
+  /// Chooses the profile that a display's dock shows as the one to add to; an empty text means the active one.
+  void setTarget(const QString& display);
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  class Shelves;
+
+  LibraryServices services_;
+  std::unique_ptr<Shelves> shelves_;
+};
+
+}  // namespace tarnwick
