@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QColor>
+
+namespace tarnwick {
+
+/// The colours of the small scene at a lake that stands for a screen in pictures of the dock. It keeps them in light
+/// and dark windows alike.
+struct SceneColors {
+  QColor skyTop{0x32, 0x50, 0x6A};
+  QColor skyMiddle{0x67, 0x87, 0x98};
+  QColor skyGlow{0xC9, 0xA9, 0x8E};  ///< Just above the horizon.
+  QColor hill{0x29, 0x4A, 0x61, 0xD1};
+  QColor hillNear{0x1E, 0x40, 0x56};
+  QColor waterTop{0x44, 0x66, 0x7E};
+  QColor waterBottom{0x1F, 0x3B, 0x57};
+  QColor sun{0xFE, 0xF0, 0xDC};
+  QColor bar{0x0C, 0x16, 0x24, 0x78};  ///< Along the top of a screen.
+  QColor rim{0xFF, 0xFF, 0xFF, 0x2E};
+  QColor dock{0x12, 0x18, 0x20, 0xF2};
+  QColor accentTile{0x5B, 0x97, 0xFF};
+  QColor tile{0xFF, 0xFF, 0xFF, 0x84};
+  QColor ink{0xFF, 0xFF, 0xFF};  ///< Arrows, and with less strength the system's dock and dashed places.
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,194 @@
+#include "views/window/LayoutCard.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QTextLayout>
+
+#include "views/theme/Glass.h"
+#include "views/theme/Theme.h"
+#include "views/window/LayoutPicture.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kSmallPadding = 7;
+constexpr int kSmallWidth = 142;
+constexpr int kSmallName = 26;
+constexpr double kSmallCorner = 10;
+constexpr double kSmallLine = 1.5;
+
+constexpr int kBadgeRoom = 6;  // Around a large card, where the mark of the chosen one reaches over its edge.
+constexpr int kPadding = 12;
+constexpr int kNameBelow = 19;  // From the picture to the middle of the name.
+constexpr int kTextBelow = 30;
+constexpr int kDescriptionLines = 3;
+constexpr double kCorner = 14;
+constexpr double kLine = 2;
+constexpr double kBadgeRadius = 11;
+
+QFont descriptionFont() {
+  QFont font = Typography::widgetFont(TextStyle::Caption);
+  font.setWeight(QFont::Normal);
+  return font;
+}
+
+double lineHeight() { return QFontMetricsF(descriptionFont()).height() + 1; }
+
+/// A sentence in a few lines, the last of which is elided if there would be more.
+void drawSentence(QPainter& painter, const QRectF& box, const QString& text, Qt::LayoutDirection direction) {
+  QTextLayout layout(text, painter.font());
+  QTextOption option(direction == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft);
+  option.setTextDirection(direction);
+  layout.setTextOption(option);
+  layout.beginLayout();
+  double y = 0;
+  for (int i = 0; i < kDescriptionLines; ++i) {
+    QTextLine line = layout.createLine();
+    if (!line.isValid()) break;
+    line.setLineWidth(box.width());
+    const bool isLast = i + 1 == kDescriptionLines;
+    if (isLast && line.textStart() + line.textLength() < text.size()) {
+      const QString rest =
+          painter.fontMetrics().elidedText(text.mid(line.textStart()), Qt::ElideRight, static_cast<int>(box.width()));
+      painter.drawText(QRectF(box.left(), box.top() + y, box.width(), lineHeight()), Qt::AlignLeading, rest);
+      break;
+    }
+    line.draw(&painter, box.topLeft() + QPointF(0, y));
+    y += lineHeight();
+  }
+  layout.endLayout();
+}
+
+}  // namespace
+
+LayoutCard::LayoutCard(DockLayout layout, Size size, QWidget* parent)
+    : QRadioButton(parent),
+      layout_(layout),
+      size_(size),
+      picture_(new LayoutPicture(layout, size == Size::Small ? LayoutPicture::kSmall : LayoutPicture::kLarge, this)) {
+  setText(label(layout).replace(u"&"_s, u"&&"_s));  // A single one would be taken for a mnemonic.
+  setAccessibleDescription(description(layout));
+  if (size == Size::Small) setToolTip(description(layout));
+  setAttribute(Qt::WA_Hover);
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  connect(this, &QAbstractButton::toggled, this, &LayoutCard::move);
+  connect(this, &QAbstractButton::clicked, this, [this] { Q_EMIT chosen(layout_); });
+}
+
+void LayoutCard::setChosen(bool chosen) {
+  // One of a group cannot be taken back while the group is exclusive.
+  setAutoExclusive(chosen);
+  setChecked(chosen);
+  setAutoExclusive(true);
+}
+
+void LayoutCard::setReduceMotion(bool reduce) { picture_->setReduceMotion(reduce); }
+
+QSize LayoutCard::sizeHint() const {
+  if (size_ == Size::Small) return {kSmallWidth, LayoutPicture::kSmall.height() + kSmallPadding + kSmallName};
+  const int text = kTextBelow + static_cast<int>(lineHeight() * kDescriptionLines + 1);
+  return {LayoutPicture::kLarge.width() + kPadding * 2 + kBadgeRoom * 2,
+          LayoutPicture::kLarge.height() + kPadding * 2 + text + kBadgeRoom * 2};
+}
+
+QRectF LayoutCard::ground() const {
+  if (size_ == Size::Small) return rect();
+  return QRectF(rect()).adjusted(kBadgeRoom, kBadgeRoom, -kBadgeRoom, -kBadgeRoom);
+}
+
+void LayoutCard::resizeEvent(QResizeEvent* event) {
+  QRadioButton::resizeEvent(event);
+  const int top = size_ == Size::Small ? kSmallPadding : kBadgeRoom + kPadding;
+  picture_->move((width() - picture_->width()) / 2, top);
+}
+
+void LayoutCard::move() { picture_->setMoving(underMouse() || isChecked()); }
+
+void LayoutCard::enterEvent(QEnterEvent* event) {
+  QRadioButton::enterEvent(event);
+  // One that is chosen played when it was; the pointer asks for it again.
+  picture_->setMoving(false);
+  picture_->setMoving(true);
+}
+
+void LayoutCard::leaveEvent(QEvent* event) {
+  QRadioButton::leaveEvent(event);
+  picture_->setMoving(false);
+}
+
+void LayoutCard::focusInEvent(QFocusEvent* event) {
+  byKeyboard_ = isKeyboardReason(event->reason());
+  QRadioButton::focusInEvent(event);
+}
+
+void LayoutCard::keyPressEvent(QKeyEvent* event) {
+  byKeyboard_ = true;
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+    click();
+  else
+    QRadioButton::keyPressEvent(event);
+  update();
+}
+
+void LayoutCard::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  if (!isEnabled()) painter.setOpacity(theme::kDisabledOpacity);
+  const ControlLook& look = lookOf(*this);
+  if (size_ == Size::Small)
+    paintSmall(painter, look);
+  else
+    paintLarge(painter, look);
+}
+
+void LayoutCard::paintSmall(QPainter& painter, const ControlLook& look) const {
+  const QRectF box = ground();
+  if (isChecked()) {
+    drawRounded(painter, box, kSmallCorner, look.palette.selection);
+    drawInnerLine(painter, box, kSmallCorner, kSmallLine, look.accentColor());
+  } else if (underMouse()) {
+    drawRounded(painter, box, kSmallCorner, look.palette.tile);
+  }
+  if (hasFocus() && byKeyboard_) drawFocusLine(painter, box, kSmallCorner, look);
+  const double top = kSmallPadding + LayoutPicture::kSmall.height();
+  drawTextIn(painter, QRectF(1, top, width() - 2, kSmallName), label(layout_), TextStyle::ListRowStrong,
+             isChecked() ? look.accentColor() : look.palette.primary, Qt::AlignHCenter, Elide::Middle);
+}
+
+void LayoutCard::paintLarge(QPainter& painter, const ControlLook& look) const {
+  const QRectF box = ground();
+  if (isChecked()) {
+    drawRounded(painter, box, kCorner, look.palette.selection);
+  } else {
+    drawRounded(painter, box, kCorner, palette().color(QPalette::Base));
+    if (underMouse()) drawRounded(painter, box, kCorner, look.palette.tile);
+    drawInnerLine(painter, box, kCorner, hairline(painter), look.palette.tileEdge);
+  }
+  const double left = picture_->x();
+  const double bottom = picture_->geometry().bottom() + 1;
+  const double room = picture_->width();
+  const Qt::LayoutDirection direction = layoutDirection();
+  const Qt::Alignment side = direction == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft;
+  drawTextIn(painter, QRectF(left, bottom + kNameBelow - 10, room, 20), label(layout_), TextStyle::Title,
+             look.palette.primary, side);
+  painter.setFont(descriptionFont());
+  painter.setPen(look.palette.secondary);
+  drawSentence(painter, QRectF(left, bottom + kTextBelow, room, lineHeight() * kDescriptionLines), description(layout_),
+               direction);
+  if (isChecked()) {
+    drawInnerLine(painter, box.adjusted(-1, -1, 1, 1), kCorner + 1, kLine, look.accentColor());
+    const double x = direction == Qt::RightToLeft ? box.left() + kBadgeRadius / 2 : box.right() - kBadgeRadius / 2;
+    const QPointF middle(x, box.top() + kBadgeRadius / 2);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(look.accentColor());
+    painter.drawEllipse(middle, kBadgeRadius, kBadgeRadius);
+    drawControlSymbol(painter, u"checkmark"_s, QRectF(middle - QPointF(7, 7), QSizeF(14, 14)),
+                      look.palette.inkOnAccent);
+  }
+  if (hasFocus() && byKeyboard_) drawFocusLine(painter, box.adjusted(3, 3, -3, -3), kCorner - 3, look);
+}
+
+}  // namespace tarnwick

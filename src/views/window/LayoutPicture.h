@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QTimer>
+#include <QVariantAnimation>
+#include <QWidget>
+
+#include "config/DockLayout.h"
+
+namespace tarnwick {
+
+/// A small picture of a screen with the dock where a layout puts it: our dock, the system's, arrows for what moves and
+/// dashed lines for where it can be. Alike in light and dark windows, and the same way round in every language.
+class LayoutPicture final : public QWidget {
+  Q_OBJECT
+ public:
+  static constexpr QSize kSmall{124, 78};
+  static constexpr QSize kLarge{172, 109};
+
+  LayoutPicture(DockLayout layout, QSize size, QWidget* parent = nullptr);
+
+  /// Plays what the layout does a few times over, then rests; false ends it at once. Nothing runs while the picture
+  /// rests or cannot be seen.
+  void setMoving(bool moving);
+  bool isMoving() const { return isMoving_; }
+  /// Keeps the picture still.
+  void setReduceMotion(bool reduce);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
+
+ private:
+  void play();
+  void rest();
+  void travelOn();
+
+  DockLayout layout_;
+  bool wanted_ = false;
+  bool isMoving_ = false;
+  bool reduceMotion_ = false;
+  double progress_ = 0;  // 0 as at rest, 1 with everything at the other end of its way.
+  int travels_ = 0;
+  QVariantAnimation travel_;
+  QTimer pause_;
+};
+
+}  // namespace tarnwick
