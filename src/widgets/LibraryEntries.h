@@ -4,16 +4,10 @@
 #include <QString>
 #include <optional>
 
+#include "apps/StandardApplications.h"
 #include "config/DockWidget.h"
 
 namespace tarnwick {
-
-/// An installed application that the library offers ready-made.
-struct StandardApplication {
-  QString name;              ///< in the user's language
-  QString desktopEntryPath;  ///< absolute
-  QString iconName;          ///< as the desktop entry has it; empty for none
-};
 
 /// Where the folders lie that the library offers. Absolute paths; an empty one isn't offered.
 struct StandardFolders {

@@ -87,11 +87,9 @@ class LiveDock final : public DockContent {
   void connectStore();
   void connectTiles();
   void activatePart(const QUuid& id, int part);
-  std::shared_ptr<const CalendarDigest> calendar() const;
   void connectApplications();
   void connectHands();
   QList<DockApp> runningApps() const;
-  QHash<QString, ApplicationFacts> pinnedApplications() const;
 
   AppStore& store_;
   Toggles& toggles_;

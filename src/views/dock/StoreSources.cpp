@@ -1,0 +1,80 @@
+#include "views/dock/StoreSources.h"
+
+#include <algorithm>
+
+#include "views/tiles/NoteTiles.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The locale writes the hour of a 24-hour clock with a capital letter or has no mark for morning and evening.
+bool writes24Hours(const QLocale& locale) {
+  return !locale.timeFormat(QLocale::ShortFormat).contains("ap"_L1, Qt::CaseInsensitive);
+}
+
+QStringList pathsOf(const DockWidget& widget) {
+  QStringList paths = widget.options.value(u"paths"_s).split(u'\n', Qt::SkipEmptyParts);
+  if (widget.kind == "appLauncher"_L1) paths.append(widget.options.value(u"path"_s));
+  paths.removeAll(QString());
+  return paths;
+}
+
+std::optional<ApplicationFacts> applicationOf(const AppStore& store, const DockActions& actions, const QString& path) {
+  auto facts = askAction(actions.applicationAt, path);
+  const auto running = std::ranges::find(store.runningApps(), path, &RunningApp::path);
+  const bool runs = running != store.runningApps().end();
+  if (!facts && runs) facts = ApplicationFacts{running->name, running->iconName, 0, {}};
+  if (!facts) return std::nullopt;
+  if (runs) {
+    const LauncherHint hint = askAction(actions.hintOf, running->desktopId);
+    facts->identity = running->identity;
+    facts->marks = {true, running->active, hint.urgent, false, hint.progress, hint.count};
+  }
+  facts->marks.launching = !runs && askAction(actions.isStarting, path);
+  return facts;
+}
+
+}  // namespace
+
+TileSources storeSources(const AppStore& store, const Toggles& toggles, const DockActions& actions,
+                         const QList<DockWidget>& widgets) {
+  TileSources sources;
+  sources.now = store.now();
+  sources.use24Hour = writes24Hours(sources.locale);
+  const SystemMetrics& system = store.system();
+  if (!system.cpuHistory().isEmpty()) sources.metrics = system.snapshot();
+  sources.cpuHistory = system.cpuHistory();
+  sources.memoryHistory = system.ramHistory();
+  sources.networkHistory = system.networkHistory();
+  sources.readings.downloadHistory = system.downloadHistory();
+  sources.readings.uploadHistory = system.uploadHistory();
+  for (const RunningApp& app : store.runningApps())
+    sources.readings.running.append({app.identity, app.name, app.iconName, app.active});
+  for (const Toggle toggle :
+       {Toggle::WiFi, Toggle::Bluetooth, Toggle::DarkMode, Toggle::DoNotDisturb, Toggle::Mute, Toggle::KeepAwake})
+    sources.toggles.insert(toggle, toggles.state(toggle));
+  for (const DockWidget& widget : widgets)
+    for (const QString& path : pathsOf(widget))
+      if (const auto facts = applicationOf(store, actions, path)) sources.applications.insert(path, *facts);
+  sources.shelfItems = store.config().shelf.size();
+  sources.trashItems = askAction(actions.trashItems);
+  sources.todos = store.config().todos;
+  sources.calendar = calendarOf(store, actions);
+  if (const auto notes = notesByAge(store.config()); !notes.isEmpty())
+    sources.latestNote = noteReading(notes.first().options.value(u"text"_s));
+  if (actions.addReadings) actions.addReadings(sources.readings, widgets);
+  return sources;
+}
+
+std::shared_ptr<const CalendarDigest> calendarOf(const AppStore& store, const DockActions& actions) {
+  if (auto digest = askAction(actions.calendar)) return digest;
+  auto none = std::make_shared<CalendarDigest>();
+  none->calendarMessage = store.calendarMessage();
+  none->reminderMessage = store.reminderMessage();
+  return none;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QList>
+#include <memory>
+#include <type_traits>
+
+#include "desktop/Toggles.h"
+#include "store/AppStore.h"
+#include "views/dock/LiveDock.h"
+#include "views/tiles/TileSources.h"
+
+namespace tarnwick {
+
+/// What tiles of these widgets show at this moment, whether or not a dock holds them. Of `actions` only the questions
+/// are asked.
+TileSources storeSources(const AppStore& store, const Toggles& toggles, const DockActions& actions,
+                         const QList<DockWidget>& widgets);
+
+/// The user's calendars at this moment. Never null: where nothing is known it says why.
+std::shared_ptr<const CalendarDigest> calendarOf(const AppStore& store, const DockActions& actions);
+
+/// Runs an action with its arguments, if there is one.
+template <class Function, class... Arguments>
+auto askAction(const Function& function, const Arguments&... arguments) -> decltype(function(arguments...)) {
+  using Answer = decltype(function(arguments...));
+  if (function) return function(arguments...);
+  if constexpr (!std::is_void_v<Answer>) return Answer{};
+}
+
+}  // namespace tarnwick
