@@ -11,6 +11,7 @@
 #include "platform/dbus/DesktopToggles.h"
 #include "platform/dbus/LauncherEntries.h"
 #include "platform/dbus/LoginSessionEvents.h"
+#include "platform/dbus/PortalScreenColors.h"
 #include "platform/docks/GuardianProcess.h"
 #include "platform/docks/SystemDockPreferences.h"
 #include "platform/linux/FileOperations.h"
@@ -35,6 +36,7 @@ Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment)
   motion_ = std::make_unique<DesktopMotionPreference>(QDBusConnection::sessionBus());
   session_ = std::make_unique<DBusSessionApplication>();
   toggles_ = std::make_unique<DesktopToggles>(QDBusConnection::sessionBus(), QDBusConnection::systemBus());
+  colors_ = std::make_unique<PortalScreenColors>(QDBusConnection::sessionBus());
 }
 
 Adapters::~Adapters() = default;
@@ -78,6 +80,7 @@ DelegateSetup Adapters::delegateSetup(const QString& dataDirectory) {
   setup.environment = environment_;
   setup.autostartFile = Autostart::path();
   setup.toggles = toggles_.get();
+  setup.colors = colors_.get();
   setup.applications = runningApplications_.get();
   setup.icons = [this](const DockApp& app, int size, double ratio) { return icons().pixmap(app.icon, size, ratio); };
   setup.installedApps = installedApps_.get();

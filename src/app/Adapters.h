@@ -14,6 +14,7 @@
 #include "apps/ports/LauncherHints.h"
 #include "desktop/ClientWindows.h"
 #include "desktop/Files.h"
+#include "desktop/ScreenColors.h"
 #include "desktop/Toggles.h"
 
 namespace tarnwick {
@@ -60,6 +61,7 @@ class Adapters {
   std::unique_ptr<SessionEvents> sessionEvents_;
   std::unique_ptr<SessionApplication> session_;
   std::unique_ptr<Toggles> toggles_;
+  std::unique_ptr<ScreenColors> colors_;
 };
 
 }  // namespace tarnwick

@@ -175,6 +175,7 @@ void AppDelegate::makeDock() {
   parts.hints = setup_.hints;
   parts.readings = setup_.readings;
   parts.toggles = setup_.toggles;
+  parts.colors = setup_.colors;
   parts.icons = setup_.icons;
   desk_ = std::make_unique<DockDesk>(std::move(parts));
   dock_ = std::make_unique<DockController>(*store_, setup_.ports,
@@ -190,7 +191,7 @@ void AppDelegate::connectDesk() {
   host.panels = setup_.ports.panels;
   host.clocks = setup_.ports.clocks;
   host.motion = setup_.ports.motion;
-  host.actions = desk_->panelActions();
+  host.actions = [this] { return desk_->panelActions(); };
   host.readings = setup_.readings->services();
   host.sources = [this](const QString& display) { return desk_->sources(display); };
   panels_ = std::make_unique<PanelHost>(*store_, std::move(host));

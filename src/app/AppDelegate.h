@@ -14,6 +14,7 @@
 #include "desktop/Files.h"
 #include "desktop/HotKeys.h"
 #include "desktop/Panels.h"
+#include "desktop/ScreenColors.h"
 #include "desktop/Screens.h"
 #include "desktop/Toggles.h"
 #include "dock/DockController.h"
@@ -36,6 +37,7 @@ struct DelegateSetup {
   SessionApplication* session = nullptr;
   SessionEvents* events = nullptr;
   Toggles* toggles = nullptr;  ///< Required.
+  ScreenColors* colors = nullptr;
   DockView::IconProvider icons;
   InstalledApps* installedApps = nullptr;
   AppOpener* opener = nullptr;

@@ -1,10 +1,10 @@
 #include "app/DockDesk.h"
 
-#include <QClipboard>
 #include <QGuiApplication>
 
 #include "app/BubblePlace.h"
 #include "app/DockMenuModel.h"
+#include "app/PanelWiring.h"
 #include "app/Readings.h"
 #include "store/AppStore.h"
 #include "views/dock/UndoBubble.h"
@@ -47,6 +47,7 @@ DockDesk::DockDesk(DockDeskParts parts)
     if (openPanel) openPanel(openDisplay_, widget, openTile_);
   };
   commands_.showGallery = commands_.showPanel;
+  menus_.addCalendarFolder = panelActions().addCalendarFolder;
 }
 
 DockDesk::~DockDesk() = default;
@@ -93,30 +94,7 @@ TileSources DockDesk::sources(const QString& display) const {
   return found == docks_.end() ? TileSources() : found->second->sources();
 }
 
-PanelActions DockDesk::panelActions() {
-  PanelActions actions;
-  actions.openUrl = [this](const QUrl& url) { parts_.opener->open(url); };
-  actions.openPath = [this](const QString& path) { parts_.opener->open(QUrl::fromLocalFile(path)); };
-  actions.copyText = [](const QString& text) { QGuiApplication::clipboard()->setText(text); };
-  actions.completeReminder = [this](const Reminder& reminder, bool completed) {
-    parts_.readings->setCompleted(reminder, completed);
-  };
-  actions.applications = [this] { return parts_.apps->index(); };
-  actions.icon = [this](const QString& icon, int size, double ratio) {
-    DockApp app;
-    app.icon = icon;
-    return parts_.icons(app, size, ratio);
-  };
-  actions.startApplication = [this](const QString& path) { parts_.opener->start(path); };
-  actions.bringApplication = [this](quint64 application) { commands_.openApplication(application); };
-  actions.windows = [this] { return parts_.windows->all(); };
-  actions.showWindow = [this](quint64 window) { commands_.showWindow(window); };
-  actions.revealPath = [this](const QString& path) { commands_.reveal(path); };
-  actions.openTrash = [this] { parts_.opener->openTrash(parts_.files->trashFolder()); };
-  actions.emptyTrash = [this] { commands_.emptyTrash(); };
-  actions.endProcess = [this](const ProcessReading& process) { parts_.readings->processes().end(process); };
-  return actions;
-}
+PanelActions DockDesk::panelActions() { return makePanelActions(parts_, commands_, folders_, this); }
 
 void DockDesk::markOpen(const QString& display, const QUuid& widget) {
   for (const auto& [id, dock] : docks_) dock->view().setPanelOpen(id == display ? widget : QUuid());

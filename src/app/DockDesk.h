@@ -6,9 +6,11 @@
 
 #include "app/DockCommands.h"
 #include "app/DockMenus.h"
+#include "app/FolderQuestion.h"
 #include "apps/AppOpener.h"
 #include "apps/ports/LauncherHints.h"
 #include "desktop/Files.h"
+#include "desktop/ScreenColors.h"
 #include "dock/DockController.h"
 #include "store/DockDrops.h"
 #include "store/UndoStack.h"
@@ -20,7 +22,7 @@ namespace tarnwick {
 
 class Readings;
 
-/// What the desk is made of. Borrowed; all are required.
+/// What the desk is made of. Borrowed; all but the colors are required.
 struct DockDeskParts {
   AppStore* store = nullptr;
   Screens* screens = nullptr;
@@ -34,6 +36,7 @@ struct DockDeskParts {
   LauncherHints* hints = nullptr;
   Readings* readings = nullptr;
   Toggles* toggles = nullptr;
+  ScreenColors* colors = nullptr;
   DockView::IconProvider icons;
 };
 
@@ -50,7 +53,7 @@ class DockDesk : public QObject {
   std::unique_ptr<DockContent> makeContent(const QString& display);
   /// What the tiles of a display's dock show at this moment.
   TileSources sources(const QString& display) const;
-  /// What panels can ask of the program.
+  /// What panels can ask of the program at this moment.
   PanelActions panelActions();
   /// Marks the tile whose panel is open; a null identity marks none.
   void markOpen(const QString& display, const QUuid& widget);
@@ -89,6 +92,7 @@ class DockDesk : public QObject {
   DockDrops drops_;
   DockCommands commands_;
   DockMenus menus_;
+  FolderQuestion folders_;
   std::map<QString, LiveDock*> docks_;
   std::unique_ptr<QMenu> menu_;
   QString menuDisplay_;

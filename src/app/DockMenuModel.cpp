@@ -1,6 +1,7 @@
 #include "app/DockMenuModel.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QFontMetrics>
 
 namespace tarnwick {
@@ -46,6 +47,16 @@ void addApplication(QList<DockMenuEntry>& entries, const AppMenuState& state, co
   if (entries.last().text.isEmpty()) entries.removeLast();
 }
 
+void addCalendarFolders(QList<DockMenuEntry>& entries, const QStringList& folders, const DockMenuActions& actions) {
+  separate(entries);
+  entries << DockMenuEntry{words(QT_TRANSLATE_NOOP("DockMenu", "Add Calendar Folder…")), actions.addCalendarFolder, {}};
+  for (const QString& path : folders) {
+    entries << DockMenuEntry{words(QT_TRANSLATE_NOOP("DockMenu", "Remove “%1”")).arg(QFileInfo(path).fileName()),
+                             [remove = actions.removeCalendarFolder, path] { remove(path); },
+                             {}};
+  }
+}
+
 }  // namespace
 
 QList<DockMenuEntry> DockMenuModel::tile(const TileMenuState& state, const DockMenuActions& actions) {
@@ -72,6 +83,7 @@ QList<DockMenuEntry> DockMenuModel::tile(const TileMenuState& state, const DockM
     entries << DockMenuEntry{
         words(QT_TRANSLATE_NOOP("DockMenu", "Empty Trash…")), onlyIf(!state.trashIsEmpty, actions.emptyTrash), {}};
   }
+  if (state.calendarFolders) addCalendarFolders(entries, *state.calendarFolders, actions);
   if (state.app) addApplication(entries, *state.app, actions);
   return entries;
 }

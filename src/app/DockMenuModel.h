@@ -41,6 +41,7 @@ struct TileMenuState {
   bool isFolder = false;
   bool isTrash = false;
   bool trashIsEmpty = true;
+  std::optional<QStringList> calendarFolders;  ///< Those that the user added, for what shows calendars.
   std::optional<AppMenuState> app;
 };
 
@@ -55,6 +56,8 @@ struct DockMenuActions {
   std::function<void()> remove;
   std::function<void()> reveal;
   std::function<void()> emptyTrash;
+  std::function<void()> addCalendarFolder;
+  std::function<void(const QString& path)> removeCalendarFolder;
   std::function<void(const QString& action)> startAction;
   std::function<void(quint64 window)> showWindow;
   std::function<void()> keep;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "config/CalendarFolders.h"
 #include "store/AppStore.h"
 #include "widgets/PinnedTiles.h"
 #include "widgets/catalog/Catalog.h"
@@ -53,7 +54,8 @@ QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
   const DockWidget& widget = *found;
   const qsizetype at = found - shown.begin();
   const QString path = widget.options.value(u"path"_s);
-  const bool launches = Catalog::find(widget.kind).family == "launcher"_L1 && PinnedTiles::isDesktopEntry(path);
+  const QString& family = Catalog::find(widget.kind).family;
+  const bool launches = family == "launcher"_L1 && PinnedTiles::isDesktopEntry(path);
 
   TileMenuState state;
   state.name = parts_.edits->nameOf(widget);
@@ -65,12 +67,18 @@ QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
   state.isFolder = widget.kind == "folderLauncher"_L1 && !path.isEmpty();
   state.isTrash = widget.kind == "trash"_L1;
   if (state.isTrash) state.trashIsEmpty = parts_.files->trashCount() == 0;
+  if (family == "calendar"_L1 || family == "reminders"_L1)
+    state.calendarFolders = CalendarFolders::of(parts_.store->config());
 
   DockMenuActions actions;
   DockCommands* commands = parts_.commands;
-  const auto moveBy = [this, at, display](qsizetype places) {
+  // The row may have changed while the menu was open.
+  const auto moveBy = [this, id, display](qsizetype places) {
+    const QList<DockWidget> now = parts_.store->displayedWidgets(display);
+    const qsizetype place = std::ranges::find(now, id, &DockWidget::id) - now.begin();
+    if (place == now.size()) return;
     parts_.store->activeDisplay = display;
-    parts_.store->moveDisplayed(at, at + places);
+    parts_.store->moveDisplayed(place, place + places);
   };
   actions.open = [commands, id] { commands->openTile(id); };
   if (editWidget) actions.edit = [edit = editWidget, id] { edit(id); };
@@ -81,6 +89,10 @@ QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
   actions.remove = [this, id] { parts_.edits->remove(id); };
   actions.reveal = [commands, path] { commands->reveal(path); };
   actions.emptyTrash = [commands] { commands->askToEmptyTrash(); };
+  actions.addCalendarFolder = addCalendarFolder;
+  actions.removeCalendarFolder = [store = parts_.store](const QString& folder) {
+    store->edit([&folder](DockConfiguration& config) { CalendarFolders::remove(config, folder); });
+  };
   if (launches) {
     const auto app = parts_.running->byPath(path);
     state.app = appState(app, path);

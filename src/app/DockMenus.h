@@ -38,6 +38,7 @@ class DockMenus : public QObject {
   // What opens a window; empty until the window exists.
   std::function<void(const QUuid& widget)> editWidget;
   std::function<void(const QUuid& widget)> chooseIcon;
+  std::function<void()> addCalendarFolder;
   /// Asked by each menu of the dock for what adds widgets and what shows the settings.
   std::function<DockMenuActions()> dockActions;
 

@@ -44,10 +44,14 @@ void PanelHost::open(const QString& display, const QUuid& widget, Panel& dock, c
 }
 
 void PanelHost::showPanel(Panel& dock, const QRect& tile) {
-  const PanelContext context{store_,          store_.scheduler(),
-                             *setup_.toggles, widget_,
-                             display_,        [this, display = display_] { return setup_.sources(display); },
-                             setup_.actions,  setup_.readings};
+  const PanelContext context{store_,
+                             store_.scheduler(),
+                             *setup_.toggles,
+                             widget_,
+                             display_,
+                             [this, display = display_] { return setup_.sources(display); },
+                             setup_.actions ? setup_.actions() : PanelActions(),
+                             setup_.readings};
   std::unique_ptr<TilePanel> panel = makePanel(context);
   panel_ = panel.get();
   applyLook();

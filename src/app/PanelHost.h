@@ -25,7 +25,8 @@ struct PanelHostSetup {
   MotionPreference* motion = nullptr;
   /// What the tiles of a display's dock show at this moment.
   std::function<TileSources(const QString& display)> sources;
-  PanelActions actions;
+  /// What panels can ask of the program at this moment.
+  std::function<PanelActions()> actions;
   ReadingServices readings = {};
 };
 

@@ -2,6 +2,7 @@
 
 #include <QStandardPaths>
 
+#include "config/CalendarFolders.h"
 #include "platform/ical/ICalendarFiles.h"
 #include "platform/linux/LinuxProcessSource.h"
 #include "platform/linux/SensorTemperatures.h"
@@ -72,6 +73,7 @@ void Readings::follow(AppStore& store) {
   const auto ask = [this, &store] {
     const ActiveSets& active = store.active();
     screenshots_.setChosen(store.config().screenshotFolder);
+    calendar_.setFolders(CalendarFolders::of(store.config()));
     calendar_.setNeeded(active.families.contains(u"calendar"_s) || active.families.contains(u"reminders"_s));
   };
   connect(&store, &AppStore::configChanged, this, ask);

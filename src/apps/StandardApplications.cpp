@@ -48,6 +48,8 @@ Signs signsOf(StandardApplications::Purpose purpose) {
               {u"org.gnome.Settings"_s, u"gnome-control-center"_s, u"systemsettings"_s, u"kdesystemsettings"_s,
                u"xfce-settings-manager"_s, u"cinnamon-settings"_s, u"matecc"_s, u"lxqt-config"_s,
                u"io.elementary.settings"_s, u"budgie-control-center"_s, u"com.system76.CosmicSettings"_s}};
+    case Monitor:
+      return {{}, {{u"System"_s, u"Monitor"_s}}, {}};
   }
   return {};
 }
@@ -63,11 +65,11 @@ const DesktopEntry* visible(const QString& id, const AppIndex& index) {
 }
 
 /// The best of those that belong to a set of categories: what opens the types before the rest, what belongs to this
-/// desktop before strangers, then by name.
+/// desktop before strangers, what has a window of its own before what needs a terminal, then by name.
 const DesktopEntry* fitting(const Signs& signs, const AppIndex& index) {
   for (const QStringList& categories : signs.categories) {
     const DesktopEntry* found = nullptr;
-    int foundRank = 0;
+    int foundRank = -1;
     for (const DesktopEntry& entry : index.applications()) {
       if (!index.isVisible(entry) || !hasAll(entry, categories)) continue;
       const bool handles = std::any_of(signs.types.begin(), signs.types.end(), [&](const QString& type) {
@@ -76,8 +78,8 @@ const DesktopEntry* fitting(const Signs& signs, const AppIndex& index) {
       const bool native = std::any_of(index.desktops().begin(), index.desktops().end(), [&](const QString& desktop) {
         return entry.categories.contains(desktop, Qt::CaseInsensitive);
       });
-      const int rank = (handles ? 2 : 0) + (native ? 1 : 0);
-      if (found && rank <= foundRank) continue;
+      const int rank = (handles ? 4 : 0) + (native ? 2 : 0) + (entry.terminal ? 0 : 1);
+      if (rank <= foundRank) continue;
       found = &entry;
       foundRank = rank;
     }

@@ -19,9 +19,23 @@ struct StandardApplication {
 
 /// The applications that this desktop uses for the usual purposes.
 struct StandardApplications {
-  enum class Purpose { Browser, Mail, Files, Terminal, Editor, Music, Video, Pictures, Calendar, Software, Settings };
+  enum class Purpose {
+    Browser,
+    Mail,
+    Files,
+    Terminal,
+    Editor,
+    Music,
+    Video,
+    Pictures,
+    Calendar,
+    Software,
+    Settings,
+    Monitor
+  };
 
-  /// In the order of the purposes, each application once; a purpose that nothing installed serves is left out.
+  /// In the order of the purposes, each application once; a purpose that nothing installed serves is left out, and so
+  /// is the monitor, which nobody looks for in a dock.
   static QList<StandardApplication> list(const AppIndex& index);
 
   /// What the user chose for it; else what is made for it and opens its kind of files; else what is made for it. Null

@@ -5,6 +5,7 @@
 #include "desktop/HotKeys.h"
 #include "desktop/MotionPreference.h"
 #include "desktop/Panels.h"
+#include "desktop/ScreenColors.h"
 #include "desktop/Screens.h"
 #include "desktop/SessionEvents.h"
 #include "desktop/Toggles.h"

@@ -4,6 +4,7 @@
 #include "app/DockCommands.h"
 #include "app/DockMenus.h"
 #include "apps/apps_fixture.h"
+#include "config/CalendarFolders.h"
 #include "store/AppStore.h"
 #include "support/FakeFiles.h"
 #include "support/FakeWindows.h"
@@ -190,6 +191,24 @@ TEST_F(CommandsTest, TellsWindowsWhereTheirTileIs) {
   EXPECT_EQ(windows.tiles.value(1), right);
 }
 
+TEST_F(CommandsTest, CalendarFoldersAreKeptForAllCalendars) {
+  store->edit([](DockConfiguration& config) {
+    config.nativeConnections = QStringList{u"player"_s, u"calendarFolder:not/absolute"_s};
+    config.profiles[0].widgets = {{QUuid::createUuid(), u"remindersNext"_s, {}, {}}};
+  });
+  const auto tail = [&] { return lines(menus->tile(widget(0).id, u"L"_s)).section(u"|-|"_s, 1); };
+  EXPECT_EQ(tail(), u"(Add Calendar Folder…)"_s);
+  menus->addCalendarFolder = [&] {
+    store->edit([](DockConfiguration& config) { CalendarFolders::add(config, u"/home/me/club/"_s); });
+  };
+  choose(menus->tile(widget(0).id, u"L"_s), u"Add Calendar Folder…"_s);
+  choose(menus->tile(widget(0).id, u"L"_s), u"Add Calendar Folder…"_s);
+  EXPECT_EQ(CalendarFolders::of(store->config()), QStringList{u"/home/me/club"_s});
+  EXPECT_EQ(tail(), u"Add Calendar Folder…|Remove “club”"_s);
+  choose(menus->tile(widget(0).id, u"L"_s), u"Remove “club”"_s);
+  EXPECT_EQ(store->config().nativeConnections, (QStringList{u"player"_s, u"calendarFolder:not/absolute"_s}));
+}
+
 TEST_F(CommandsTest, MenusOfferWhatAppliesNow) {
   const auto tile = [&](qsizetype index) { return menus->tile(widget(index).id, u"L"_s); };
   EXPECT_EQ(lines(tile(0)),
@@ -228,6 +247,12 @@ TEST_F(CommandsTest, MenusOfferWhatAppliesNow) {
   EXPECT_EQ(ran(), u"--tips"_s);
   choose(tile(0), u"Move Right"_s);
   EXPECT_EQ(widget(1).kind, u"appLauncher"_s);
+  // The row changes under an open menu: it is the tile that moves, wherever it stands by then.
+  const auto opened = tile(1);
+  store->moveDisplayed(1, 3);
+  choose(opened, u"Move Left"_s);
+  EXPECT_EQ(widget(2).kind, u"appLauncher"_s);
+  store->moveDisplayed(2, 1);
   choose(tile(1), u"Remove Widget"_s);
   const quint64 application = running->list()[0].identity;
   const auto kept = menus->application(application, u"L"_s);

@@ -69,6 +69,22 @@ TEST_F(StandardTest, FollowsChoicesBeforeAssociationsBeforeCategories) {
   }
 }
 
+TEST_F(StandardTest, AMonitorWithAWindowComesBeforeOneInATerminal) {
+  const auto monitor = [&] {
+    const AppScan scan = AppScan::run(environment, {}, {});
+    const DesktopEntry* entry = StandardApplications::entryFor(StandardApplications::Purpose::Monitor, scan.index);
+    return entry ? entry->id : QString();
+  };
+  EXPECT_EQ(monitor(), QString());
+  install(u"atop"_s, u"System;Monitor;"_s, {}, u"Terminal=true\n"_s);
+  EXPECT_EQ(monitor(), u"atop"_s);
+  install(u"gauges"_s, u"System;Monitor;"_s);
+  EXPECT_EQ(monitor(), u"gauges"_s);
+  install(u"meters"_s, u"Gnome;System;Monitor;"_s);
+  EXPECT_EQ(monitor(), u"meters"_s);
+  EXPECT_FALSE(names().contains(u"meters"_s));
+}
+
 TEST_F(StandardTest, AsksTheListOfTerminals) {
   install(u"aterm"_s, u"System;TerminalEmulator;"_s);
   install(u"bterm"_s, u"System;TerminalEmulator;"_s);

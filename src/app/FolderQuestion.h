@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QFileDialog>
+#include <QPointer>
+#include <functional>
+#include <memory>
+
+namespace tarnwick {
+
+/// Asks the user for a folder, in the desktop's own window for that. One question at a time: asking again brings the
+/// open one forward. Destroying it closes the window.
+class FolderQuestion {
+ public:
+  ~FolderQuestion();
+
+  /// `chosen` runs once with an absolute path, or never when the user thinks better of it.
+  void ask(const QString& title, std::function<void(const QString& path)> chosen);
+  bool isOpen() const { return !dialog_.isNull(); }
+
+ private:
+  QPointer<QFileDialog> dialog_;  // Deletes itself when it is closed.
+};
+
+}  // namespace tarnwick
