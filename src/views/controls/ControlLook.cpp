@@ -26,6 +26,15 @@ const QHash<QString, QPainterPath>& marks() {
       {u"arrow.clockwise"_s, parseSymbol("A10 10 6.4 60 285M16.4 3.4V7.2H12.6"_L1)},
       {u"play"_s, parseSymbol("M6.4 4.2V15.8L15.6 10Z"_L1)},
       {u"pause"_s, parseSymbol("M7.2 4.6V15.4M12.8 4.6V15.4"_L1)},
+      {u"lock"_s, parseSymbol("R4.4 8.6 11.2 8.4 2.4M6.8 8.6V6.4C6.8 4.4 8.1 3 10 3C11.9 3 13.2 4.4 13.2 6.4V8.6"_L1)},
+      {u"link"_s, parseSymbol("M8.2 11.8L11.8 8.2M9 6.2L11 4.2C12.4 2.8 14.5 2.8 15.8 4.2C17.2 5.5 17.2 7.6 15.8 9"
+                              "L13.8 11M11 13.8L9 15.8C7.6 17.2 5.5 17.2 4.2 15.8C2.8 14.5 2.8 12.4 4.2 11L6.2 9"_L1)},
+      {u"paintpalette"_s,
+       parseSymbol("M10 2.8C5.9 2.8 2.8 5.9 2.8 10C2.8 14.1 5.9 17.2 10 17.2C11.2 17.2 11.9 16.3 11.6"
+                   " 15.2C11.2 13.7 12 12.6 13.5 12.6H15C16.4 12.6 17.2 11.6 17.2 10C17.2 5.9 14.1"
+                   " 2.8 10 2.8ZP6.6 10.6P7.6 6.9P11 5.6P14 7.8"_L1)},
+      {u"dock.rectangle"_s, parseSymbol("R2.8 3.4 14.4 13.2 3M6 13.4H14"_L1)},
+      {u"info.circle"_s, parseSymbol("O10 10 7.2M10 9.4V13.8P10 6.4"_L1)},
       {u"star"_s, parseSymbol("M10 3L12.1 7.4L17 8.1L13.5 11.5L14.3 16.4L10 14.1L5.7 16.4L6.5 11.5L3 8.1L7.9 7.4Z"_L1)},
   };
   return table;
@@ -64,6 +73,8 @@ QColor toneColor(const ControlLook& look, Tone tone) {
       return look.palette.tertiary;
     case Tone::AccentWord:
       return look.palette.accentWord(look.accent);
+    case Tone::Fault:
+      return look.palette.accentWord(Accent::Red);
   }
   return {};
 }

@@ -35,8 +35,8 @@ const ControlLook& lookOf(const QWidget& widget);
 /// Makes every control inside `root` take the look anew.
 void announceLook(QWidget& root);
 
-/// Which of the three strengths of text, or the accent.
-enum class Tone { Primary, Secondary, Tertiary, AccentWord };
+/// Which of the three strengths of text, the accent, or what says that something is wrong.
+enum class Tone { Primary, Secondary, Tertiary, AccentWord, Fault };
 QColor toneColor(const ControlLook& look, Tone tone);
 
 /// The label of buttons: body size, semi-bold.

@@ -4,33 +4,44 @@ namespace tarnwick {
 namespace {
 
 struct Colors {
-  QColor body, side, card, text, secondary, disabled, hairline, accent, onAccent, tip;
+  WindowColors grounds;
+  QColor text, secondary, disabled, accent, onAccent, tip;
 };
 
 const Colors& colors(bool dark) {
-  static const Colors darkOnes{QColor(0x1A, 0x1D, 0x23), QColor(0x15, 0x18, 0x1D), QColor(0x23, 0x27, 0x2F),
-                               QColor(0xF0, 0xF1, 0xF3), QColor(0xB5, 0xB8, 0xBE), QColor(0x72, 0x76, 0x7E),
-                               QColor(0x33, 0x38, 0x42), QColor(0x5B, 0x97, 0xFF), QColor(0x0B, 0x0D, 0x12),
-                               QColor(0x2C, 0x30, 0x3A)};
-  static const Colors lightOnes{QColor(0xF3, 0xF4, 0xF6), QColor(0xE9, 0xEB, 0xEF), QColor(0xFF, 0xFF, 0xFF),
-                                QColor(0x1E, 0x21, 0x28), QColor(0x5A, 0x5E, 0x66), QColor(0x9A, 0x9E, 0xA6),
-                                QColor(0xD5, 0xD9, 0xDF), QColor(0x1F, 0x62, 0xDC), QColor(0xFF, 0xFF, 0xFF),
-                                QColor(0xFF, 0xFF, 0xFF)};
+  static const Colors darkOnes{
+      {QColor(0x15, 0x18, 0x1D), QColor(0x1A, 0x1D, 0x23), QColor(0x23, 0x27, 0x2F), QColor(0x33, 0x38, 0x42)},
+      QColor(0xF0, 0xF1, 0xF3),
+      QColor(0xB5, 0xB8, 0xBE),
+      QColor(0x72, 0x76, 0x7E),
+      QColor(0x5B, 0x97, 0xFF),
+      QColor(0x0B, 0x0D, 0x12),
+      QColor(0x2C, 0x30, 0x3A)};
+  static const Colors lightOnes{
+      {QColor(0xE9, 0xEB, 0xEF), QColor(0xF3, 0xF4, 0xF6), QColor(0xFF, 0xFF, 0xFF), QColor(0xD5, 0xD9, 0xDF)},
+      QColor(0x1E, 0x21, 0x28),
+      QColor(0x5A, 0x5E, 0x66),
+      QColor(0x9A, 0x9E, 0xA6),
+      QColor(0x1F, 0x62, 0xDC),
+      QColor(0xFF, 0xFF, 0xFF),
+      QColor(0xFF, 0xFF, 0xFF)};
   return dark ? darkOnes : lightOnes;
 }
 
 }  // namespace
 
+const WindowColors& windowColors(bool dark) { return colors(dark).grounds; }
+
 QPalette windowPalette(bool dark) {
   const Colors& c = colors(dark);
   QPalette palette;
-  palette.setColor(QPalette::Window, c.body);
+  palette.setColor(QPalette::Window, c.grounds.body);
   palette.setColor(QPalette::WindowText, c.text);
-  palette.setColor(QPalette::Base, c.card);
-  palette.setColor(QPalette::AlternateBase, c.side);
+  palette.setColor(QPalette::Base, c.grounds.card);
+  palette.setColor(QPalette::AlternateBase, c.grounds.side);
   palette.setColor(QPalette::Text, c.text);
   palette.setColor(QPalette::PlaceholderText, c.disabled);
-  palette.setColor(QPalette::Button, c.card);
+  palette.setColor(QPalette::Button, c.grounds.card);
   palette.setColor(QPalette::ButtonText, c.text);
   palette.setColor(QPalette::BrightText, c.text);
   palette.setColor(QPalette::ToolTipBase, c.tip);
@@ -39,10 +50,10 @@ QPalette windowPalette(bool dark) {
   palette.setColor(QPalette::HighlightedText, c.onAccent);
   palette.setColor(QPalette::Link, c.accent);
   palette.setColor(QPalette::LinkVisited, c.accent);
-  palette.setColor(QPalette::Light, c.hairline);
-  palette.setColor(QPalette::Midlight, c.hairline);
-  palette.setColor(QPalette::Mid, c.hairline);
-  palette.setColor(QPalette::Dark, c.side);
+  palette.setColor(QPalette::Light, c.grounds.hairline);
+  palette.setColor(QPalette::Midlight, c.grounds.hairline);
+  palette.setColor(QPalette::Mid, c.grounds.hairline);
+  palette.setColor(QPalette::Dark, c.grounds.side);
   palette.setColor(QPalette::Shadow, Qt::black);
   for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
     palette.setColor(QPalette::Disabled, role, c.disabled);

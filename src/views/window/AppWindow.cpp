@@ -1,0 +1,137 @@
+#include "views/window/AppWindow.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QScreen>
+#include <QVBoxLayout>
+
+#include "views/theme/WindowPalette.h"
+#include "views/window/MessageStrip.h"
+
+namespace tarnwick {
+
+namespace {
+
+bool isDarkNow() {
+  constexpr int half = 128;
+  return QApplication::palette().color(QPalette::Window).lightness() < half;
+}
+
+/// The colours of text and controls are those of the panels of the same scheme, over a window's grounds.
+ControlLook windowLook(bool dark) {
+  ControlLook look;
+  look.palette = Palette::make(dark ? DockStyle::DarkGlass : DockStyle::LightGlass, Backdrop::Opaque, false);
+  look.palette.panel.bodyTop = look.palette.panel.bodyBottom = windowColors(dark).card;
+  return look;
+}
+
+}  // namespace
+
+AppWindow::AppWindow(AppStore& store, const QString& title)
+    : QWidget(nullptr, Qt::Window), message_(new MessageStrip(store)) {
+  setAttribute(Qt::WA_DeleteOnClose);
+  setWindowTitle(title);
+  isDark_ = isDarkNow();
+  look_ = windowLook(isDark_);
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(0);
+  column_ = new QVBoxLayout;
+  column_->setSpacing(0);
+  column_->addWidget(message_);
+  row->addLayout(column_, 1);
+}
+
+AppWindow::~AppWindow() = default;
+
+void AppWindow::setContent(QWidget* side, QWidget* body) {
+  side_ = side;
+  if (side) {
+    static_cast<QHBoxLayout*>(layout())->insertWidget(0, side);
+    setTabOrder(side, body);
+  }
+  column_->addWidget(body, 1);
+}
+
+void AppWindow::present() {
+  if (const QScreen* at = screen()) resize(size().boundedTo(at->availableSize()));
+  isMinimized() ? showNormal() : show();
+  raise();
+  activateWindow();
+}
+
+// --- Look -----------------------------------------------------------------------------------------------------------
+
+void AppWindow::takeLook() {
+  const bool dark = isDarkNow();
+  if (dark == isDark_) return;
+  isDark_ = dark;
+  look_ = windowLook(dark);
+  announceLook(*this);
+}
+
+void AppWindow::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) takeLook();
+  if (event->type() == QEvent::ActivationChange) altAlone_ = false;
+}
+
+void AppWindow::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  const WindowColors& grounds = windowColors(isDark_);
+  painter.fillRect(rect(), grounds.body);
+  if (side_ && side_->isVisible()) painter.fillRect(side_->geometry(), grounds.side);
+}
+
+// --- Menu bar and keys ----------------------------------------------------------------------------------------------
+
+void AppWindow::setMenuBar(std::unique_ptr<QMenuBar> bar) {
+  delete menuBar_.data();
+  menuBar_ = bar.release();
+  if (!menuBar_) return;
+  adoptShortcuts(menuBar_->actions());
+  layout()->setMenuBar(menuBar_);
+  menuBar_->hide();
+  connect(qApp, &QApplication::focusChanged, menuBar_, [bar = menuBar_.data()](QWidget* old, QWidget* now) {
+    if (old == bar && !qobject_cast<QMenu*>(now)) bar->hide();
+  });
+}
+
+/// The keys of a menu that is not seen only work where its entries belong to something that is.
+void AppWindow::adoptShortcuts(const QList<QAction*>& actions) {
+  for (QAction* action : actions) {
+    if (!action->shortcut().isEmpty()) addAction(action);
+    if (action->menu()) adoptShortcuts(action->menu()->actions());
+  }
+}
+
+void AppWindow::openMenuBar() {
+  if (!menuBar_ || menuBar_->actions().isEmpty()) return;
+  menuBar_->show();
+  menuBar_->setFocus(Qt::MenuBarFocusReason);
+  menuBar_->setActiveAction(menuBar_->actions().first());
+}
+
+void AppWindow::keyPressEvent(QKeyEvent* event) {
+  altAlone_ = event->key() == Qt::Key_Alt && event->modifiers() == Qt::AltModifier;
+  if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::NoModifier) {
+    openMenuBar();
+  } else if (event->matches(QKeySequence::Undo)) {
+    undo();
+  } else if (event->keyCombination() == (Qt::CTRL | Qt::Key_W)) {
+    close();
+  } else {
+    QWidget::keyPressEvent(event);
+  }
+}
+
+void AppWindow::keyReleaseEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Alt && std::exchange(altAlone_, false))
+    openMenuBar();
+  else
+    QWidget::keyReleaseEvent(event);
+}
+
+}  // namespace tarnwick

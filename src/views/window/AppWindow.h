@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QMenuBar>
+#include <QPointer>
+#include <QWidget>
+#include <memory>
+
+#include "views/controls/ControlLook.h"
+
+class QVBoxLayout;
+
+namespace tarnwick {
+
+class AppStore;
+class MessageStrip;
+
+/// A window of the program's own: Settings, the library, the first run. It carries the look of all that stands in it,
+/// which follows the palette of the application, and shows the store's message line as a quiet strip below its content
+/// area's top. Its menu bar shows only while it is asked for (F10 or Alt); the shortcuts in it always work. Ctrl+W
+/// closes it. It deletes itself when it is closed, so that a closed window costs nothing.
+class AppWindow : public QWidget, public LookSource {
+  Q_OBJECT
+ public:
+  /// `store` outlives the window.
+  AppWindow(AppStore& store, const QString& title);
+  ~AppWindow() override;
+
+  const ControlLook& look() const override { return look_; }
+  bool isDark() const { return isDark_; }
+
+  void setMenuBar(std::unique_ptr<QMenuBar> bar);
+  /// Shows the window, in front of all others and with the keyboard. It never begins larger than its screen.
+  void present();
+
+ public Q_SLOTS:
+  /// Ctrl+Z where no field that has the keyboard takes it: takes back the last change. Does nothing unless overridden.
+  virtual void undo() {}
+
+ protected:
+  /// Where the window's content goes. `side` stands at the left, in the colour of side bars, and may be null.
+  void setContent(QWidget* side, QWidget* body);
+
+  void paintEvent(QPaintEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void keyReleaseEvent(QKeyEvent* event) override;
+
+ private:
+  void takeLook();
+  void openMenuBar();
+  void adoptShortcuts(const QList<QAction*>& actions);
+
+  ControlLook look_;
+  bool isDark_ = true;
+  QPointer<QMenuBar> menuBar_;  // The layout's.
+  MessageStrip* message_;
+  QVBoxLayout* column_;  // Beside the side bar: the message above the body.
+  QWidget* side_ = nullptr;
+  bool altAlone_ = false;  // Alt went down and nothing else since.
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,217 @@
+#include "views/window/Cards.h"
+
+#include <QAbstractSlider>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "views/controls/ControlTheme.h"
+#include "views/controls/Labels.h"
+#include "views/controls/ScrollArea.h"
+#include "views/theme/Glass.h"
+#include "views/window/WindowTheme.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Lower case and without accents, so that what is typed finds what is written.
+QString folded(const QString& text) {
+  QString letters;
+  for (const QChar each : text.normalized(QString::NormalizationForm_KD))
+    if (!each.isMark()) letters += each.toCaseFolded();
+  return letters;
+}
+
+TextLabel* makeHelp(const QString& text, Tone tone) {
+  auto* label = new TextLabel(text, TextStyle::Caption, tone);
+  label->setWordWrap(true);
+  label->setVisible(!text.isEmpty());
+  return label;
+}
+
+}  // namespace
+
+// --- Rows -----------------------------------------------------------------------------------------------------------
+
+FormRow::FormRow(const QString& label, QWidget* control, const QString& help, QWidget* parent)
+    : FormRow(label, control, help, false, parent) {}
+
+FormRow* FormRow::wide(const QString& label, QWidget* control, const QString& help) {
+  return new FormRow(label, control, help, true, nullptr);
+}
+
+FormRow::FormRow(const QString& label, QWidget* control, const QString& help, bool isWide, QWidget* parent)
+    : QWidget(parent),
+      label_(label),
+      help_(help),
+      control_(control),
+      helpLabel_(makeHelp(help, Tone::Secondary)),
+      fault_(makeHelp({}, Tone::Fault)) {
+  auto* words = new QVBoxLayout;
+  words->setSpacing(theme::kCardHelpGap);
+  if (!label.isEmpty()) {
+    auto* title = new TextLabel(label, TextStyle::Body);
+    title->setBuddy(control);
+    words->addWidget(title);
+  }
+  words->addWidget(helpLabel_);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(theme::kCardPadding, theme::kCardRowPadding, theme::kCardPadding, theme::kCardRowPadding);
+  column->setSpacing(theme::kCardRowPadding);
+  if (isWide) {
+    column->addLayout(words);
+    if (control) column->addWidget(control);
+  } else {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(theme::kCardPadding);
+    words->insertStretch(0, 1);
+    words->addStretch(1);
+    row->addLayout(words, 1);
+    if (control) row->addWidget(control, 0, Qt::AlignVCenter);
+    column->addLayout(row, 1);
+  }
+  column->addWidget(fault_);
+  setMinimumHeight(theme::kCardRow);
+  if (!control) return;
+  if (control->accessibleName().isEmpty()) control->setAccessibleName(label);
+  if (control->accessibleDescription().isEmpty()) control->setAccessibleDescription(help);
+  if (qobject_cast<QAbstractSlider*>(control)) control->installEventFilter(this);
+}
+
+bool FormRow::eventFilter(QObject* watched, QEvent* event) {
+  // A wheel that passes over a page scrolls it and changes nothing on its way.
+  if (watched == control_ && event->type() == QEvent::Wheel && !control_->hasFocus()) {
+    event->ignore();
+    return true;
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+void FormRow::setHelp(const QString& help) {
+  if (help == help_) return;
+  help_ = help;
+  helpLabel_->setText(help);
+  helpLabel_->setVisible(!help.isEmpty());
+  if (control_) control_->setAccessibleDescription(help);
+}
+
+void FormRow::setFault(const QString& sentence) {
+  fault_->setText(sentence);
+  fault_->setVisible(!sentence.isEmpty());
+  if (control_) control_->setAccessibleDescription(sentence.isEmpty() ? help_ : sentence);
+}
+
+bool FormRow::matches(const QString& search) const {
+  const QString said = folded(label_ + u' ' + help_ + u' ' + words_.join(u' '));
+  const QStringList wanted = folded(search).split(u' ', Qt::SkipEmptyParts);
+  return !wanted.isEmpty() && std::ranges::all_of(wanted, [&](const QString& word) { return said.contains(word); });
+}
+
+// --- Cards ----------------------------------------------------------------------------------------------------------
+
+Card::Card(const QString& heading, QWidget* parent)
+    : QWidget(parent), column_(new QVBoxLayout), heading_(new TextLabel(heading, TextStyle::Title)) {
+  heading_->setVisible(!heading.isEmpty());
+  heading_->setContentsMargins(0, 0, 0, 0);
+  setAccessibleName(heading);
+  auto* all = new QVBoxLayout(this);
+  all->setContentsMargins(0, heading.isEmpty() ? 0 : theme::kCardRowPadding, 0, 0);
+  all->setSpacing(theme::kRowGap);
+  all->addWidget(heading_);
+  column_->setContentsMargins(0, theme::kCardEnds, 0, theme::kCardEnds);
+  column_->setSpacing(0);
+  all->addLayout(column_);
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+}
+
+void Card::add(QWidget* row) {
+  column_->addWidget(row);
+  row->installEventFilter(this);
+  if (auto* form = qobject_cast<FormRow*>(row)) rows_ << form;
+}
+
+FormRow* Card::addRow(const QString& label, QWidget* control, const QString& help) {
+  auto* row = new FormRow(label, control, help);
+  add(row);
+  return row;
+}
+
+bool Card::hasVisibleRow() const {
+  for (int i = 0; i < column_->count(); ++i)
+    if (const QWidget* row = column_->itemAt(i)->widget(); row && !row->isHidden()) return true;
+  return false;
+}
+
+bool Card::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent) {
+    setVisible(hasVisibleRow());
+    update();
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+void Card::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const Palette& palette = lookOf(*this).palette;
+  const QRectF ground = column_->geometry();
+  drawRounded(painter, ground, theme::kCardCorner, palette.panel.bodyTop);
+  drawInnerLine(painter, ground, theme::kCardCorner, hairline(painter), palette.tileEdge);
+  bool first = true;
+  for (int i = 0; i < column_->count(); ++i) {
+    const QWidget* row = column_->itemAt(i)->widget();
+    if (!row || row->isHidden()) continue;
+    if (!std::exchange(first, false))
+      painter.fillRect(QRectF(ground.left() + theme::kCardPadding, row->y(), ground.width() - theme::kCardPadding * 2,
+                              hairline(painter)),
+                       palette.hairline);
+  }
+}
+
+// --- Pages ----------------------------------------------------------------------------------------------------------
+
+CardPage::CardPage(const QString& heading, QWidget* parent)
+    : QWidget(parent), heading_(heading), area_(new ScrollArea), column_(new QVBoxLayout) {
+  setAccessibleName(heading);
+  auto* content = new QWidget;
+  auto* all = new QVBoxLayout(content);
+  all->setContentsMargins(theme::kBodyPadding, theme::kBodyTop, theme::kBodyPadding, theme::kBodyPadding);
+  all->setSpacing(0);
+  column_->setSpacing(theme::kCardGap);
+  if (!heading.isEmpty()) {
+    auto* title = new TextLabel(heading, TextStyle::Timer);
+    title->setFixedHeight(theme::kWindowHeading);
+    column_->addWidget(title);
+  }
+  all->addLayout(column_);
+  all->addStretch(1);
+  content->setAutoFillBackground(false);
+  area_->setWidget(content);
+  content->setAutoFillBackground(false);
+  area_->viewport()->setAutoFillBackground(false);
+  auto* whole = new QVBoxLayout(this);
+  whole->setContentsMargins(0, 0, 0, 0);
+  whole->addWidget(area_);
+}
+
+Card* CardPage::addCard(const QString& heading) {
+  auto* card = new Card(heading);
+  cards_ << card;
+  column_->addWidget(card);
+  return card;
+}
+
+void CardPage::addWidget(QWidget* widget) { column_->addWidget(widget); }
+
+void CardPage::reveal(QWidget* widget) {
+  layout()->activate();
+  area_->widget()->layout()->activate();
+  area_->ensureWidgetVisible(widget, 0, theme::kCardRow);
+}
+
+}  // namespace tarnwick

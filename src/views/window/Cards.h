@@ -1,0 +1,86 @@
+#pragma once
+
+#include <QWidget>
+
+class QVBoxLayout;
+
+namespace tarnwick {
+
+/// A setting in a card: its label, a sentence of help below it, its control at the right. A wide control stands on a
+/// line of its own below both. The control is named after the label for screen readers, unless it has a name already.
+class FormRow final : public QWidget {
+  Q_OBJECT
+ public:
+  FormRow(const QString& label, QWidget* control, const QString& help = {}, QWidget* parent = nullptr);
+
+  static FormRow* wide(const QString& label, QWidget* control, const QString& help = {});
+
+  const QString& label() const { return label_; }
+  void setHelp(const QString& help);
+  /// A sentence in red below the control that says what is wrong with it; empty takes it away.
+  void setFault(const QString& sentence);
+  /// Words that find this row beside its label and its help.
+  void setSearchWords(const QStringList& words) { words_ = words; }
+  /// Whether all the words of `search` occur in what the row says, whatever their case and accents.
+  bool matches(const QString& search) const;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  FormRow(const QString& label, QWidget* control, const QString& help, bool isWide, QWidget* parent);
+
+  QString label_;
+  QString help_;
+  QStringList words_;
+  QWidget* control_;
+  class TextLabel* helpLabel_;
+  class TextLabel* fault_;
+};
+
+/// A rounded ground with rows on it, parted by hairlines, under an optional heading. One whose rows are all hidden
+/// hides too.
+class Card final : public QWidget {
+  Q_OBJECT
+ public:
+  explicit Card(const QString& heading = {}, QWidget* parent = nullptr);
+
+  /// Takes a row. Rows that are hidden leave no line behind.
+  void add(QWidget* row);
+  /// The common case of it.
+  FormRow* addRow(const QString& label, QWidget* control, const QString& help = {});
+  const QList<FormRow*>& rows() const { return rows_; }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  bool hasVisibleRow() const;
+
+  QVBoxLayout* column_;
+  QList<FormRow*> rows_;
+  class TextLabel* heading_;
+};
+
+/// A page of a window: a heading and cards below each other, which scroll.
+class CardPage : public QWidget {
+  Q_OBJECT
+ public:
+  explicit CardPage(const QString& heading, QWidget* parent = nullptr);
+
+  const QString& heading() const { return heading_; }
+  Card* addCard(const QString& heading = {});
+  void addWidget(QWidget* widget);
+  const QList<Card*>& cards() const { return cards_; }
+  /// Scrolls so that `widget`, which stands on this page, is seen.
+  void reveal(QWidget* widget);
+
+ private:
+  QString heading_;
+  class ScrollArea* area_;
+  QVBoxLayout* column_;
+  QList<Card*> cards_;
+};
+
+}  // namespace tarnwick

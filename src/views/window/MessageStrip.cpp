@@ -1,0 +1,71 @@
+#include "views/window/MessageStrip.h"
+
+#include <QAccessible>
+#include <QCoreApplication>
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QStyle>
+
+#include "store/AppStore.h"
+#include "views/controls/Buttons.h"
+#include "views/controls/ControlTheme.h"
+#include "views/controls/Labels.h"
+#include "views/theme/Glass.h"
+#include "views/window/WindowTheme.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double kGroundShare = 0.14;  // Of the accent.
+constexpr int kSymbol = 16;
+constexpr int kInset = 12;
+constexpr int kAbove = 12;  // The clear room over the ground.
+
+}  // namespace
+
+MessageStrip::MessageStrip(AppStore& store, QWidget* parent)
+    : QWidget(parent),
+      store_(store),
+      text_(new TextLabel({}, TextStyle::Body)),
+      dismiss_(new IconButton(u"xmark"_s, QCoreApplication::translate("MessageStrip", "Dismiss"))) {
+  text_->setWordWrap(true);
+  text_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+  dismiss_->setGround(false);
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(theme::kBodyPadding + kInset + kSymbol + theme::kRowGap, kAbove + kInset / 2,
+                          theme::kBodyPadding + kInset / 2, kInset / 2);
+  row->setSpacing(theme::kRowGap);
+  row->addWidget(text_, 1);
+  row->addWidget(dismiss_);
+  connect(dismiss_, &QPushButton::clicked, this, [this] { store_.clearError(); });
+  connect(&store, &AppStore::errorChanged, this, &MessageStrip::update);
+  update();
+}
+
+void MessageStrip::update() {
+  const QString& message = store_.error();
+  setVisible(!message.isEmpty());
+  if (message.isEmpty()) return;
+  text_->setText(message);
+  setAccessibleName(message);
+  QAccessibleEvent heard(this, QAccessible::Alert);
+  QAccessible::updateAccessibility(&heard);
+  QWidget::update();
+}
+
+void MessageStrip::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const ControlLook& look = lookOf(*this);
+  const QColor accent = look.palette.accent(Accent::Orange);
+  const QRectF ground = rect().adjusted(theme::kBodyPadding, kAbove, -theme::kBodyPadding, 0);
+  drawRounded(painter, ground, theme::kRowCorner, faded(accent, kGroundShare));
+  const QRect symbol(theme::kBodyPadding + kInset, kAbove + (height() - kAbove - kSymbol) / 2, kSymbol, kSymbol);
+  drawControlSymbol(painter, u"exclamationmark.circle"_s, QStyle::visualRect(layoutDirection(), rect(), symbol),
+                    accent);
+}
+
+}  // namespace tarnwick
