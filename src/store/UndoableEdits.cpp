@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QPointer>
+#include <algorithm>
 
 #include "base/DomainError.h"
 #include "store/AppStore.h"
@@ -34,10 +35,19 @@ QString UndoableEdits::nameOf(const DockWidget& widget) const {
 }
 
 bool UndoableEdits::insert(const QList<DockWidget>& widgets, const QString& display, qsizetype index) {
-  if (widgets.isEmpty()) return false;
   const QList<DockWidget> shown = store_.displayedWidgets(display);
   const QUuid before = index >= 0 && index < shown.size() ? shown[index].id : QUuid();
-  const qsizetype profile = store_.profileIndex(display);
+  return place(widgets, store_.profileIndex(display), before);
+}
+
+bool UndoableEdits::append(const QList<DockWidget>& widgets, const QUuid& profile) {
+  const QList<DockProfile>& profiles = store_.config().profiles;
+  const auto found = std::ranges::find(profiles, profile, &DockProfile::id);
+  return found != profiles.end() && place(widgets, found - profiles.begin(), {});
+}
+
+bool UndoableEdits::place(const QList<DockWidget>& widgets, qsizetype profile, const QUuid& before) {
+  if (widgets.isEmpty()) return false;
   DockConfiguration changed = store_.config();
   QList<QUuid> added;
   for (const DockWidget& widget : widgets) {

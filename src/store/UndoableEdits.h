@@ -20,6 +20,8 @@ class UndoableEdits : public QObject {
   /// Inserts at an index of what a display's dock shows, at its end for any other index: all of them, or none and the
   /// message that the dock is full. Gives whether it did.
   bool insert(const QList<DockWidget>& widgets, const QString& display, qsizetype index = -1);
+  /// The same at the end of a profile. Gives false without a message when there is no such profile.
+  bool append(const QList<DockWidget>& widgets, const QUuid& profile);
   /// Removes a widget. It comes back with its settings at its place; its credentials are kept as long as it can.
   void remove(const QUuid& widget);
 
@@ -27,6 +29,7 @@ class UndoableEdits : public QObject {
   QString nameOf(const DockWidget& widget) const;
 
  private:
+  bool place(const QList<DockWidget>& widgets, qsizetype profile, const QUuid& before);
   void removeAll(const QList<QUuid>& widgets);
 
   AppStore& store_;

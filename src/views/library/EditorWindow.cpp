@@ -1,16 +1,283 @@
 #include "views/library/EditorWindow.h"
 
+#include <QAccessible>
 #include <QCoreApplication>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QShortcut>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "base/DomainError.h"
+#include "store/AppStore.h"
+#include "store/DocumentEdits.h"
+#include "views/controls/Buttons.h"
+#include "views/controls/ControlTheme.h"
+#include "views/controls/Fields.h"
+#include "views/controls/Labels.h"
+#include "views/controls/ScrollArea.h"
+#include "views/library/FieldControl.h"
+#include "views/library/TilePreview.h"
+#include "views/library/ZoneFields.h"
+#include "views/window/Cards.h"
+#include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
 
-class EditorWindow::Form {};
+using namespace Qt::StringLiterals;
 
-EditorWindow::EditorWindow(AppStore& store, const QUuid& widget, EditorServices)
-    : AppWindow(store, QCoreApplication::translate("Library", "Edit Widget")), widget_(widget) {}
+namespace {
+
+constexpr int kMargin = 16;
+
+QString say(const char* text) { return QCoreApplication::translate("Library", text); }
+
+const DockWidget* stored(const AppStore& store, const QUuid& widget) {
+  return DocumentEdits::find(store.config(), widget);
+}
+
+void completeRules(WidgetEditor::Hooks& rules) {
+  if (!rules.isExecutable) {
+    rules.isExecutable = [](const QString& path) {
+      const QFileInfo file(path);
+      return file.isFile() && file.isExecutable();
+    };
+  }
+  if (!rules.configured) rules.configured = [](const DockWidget& widget) { return widget; };
+}
+
+}  // namespace
+
+EditorWindow::EditorWindow(AppStore& store, const QUuid& widget, EditorServices services)
+    : AppWindow(store, say("Edit Widget")),
+      store_(store),
+      widget_(widget),
+      services_(std::move(services)),
+      preview_(new TilePreview(store, services_.previews)),
+      page_(nullptr),
+      title_(new TextField(say("Title"))),
+      titleRow_(FormRow::wide(say("Title"), title_)),
+      fault_(new TextLabel({}, TextStyle::Caption, Tone::AccentWord)) {
+  completeRules(services_.rules);
+  setFixedWidth(theme::kPanelWidthEditor);
+  setContent(nullptr, makeBody());
+  take();
+  connect(title_, &QLineEdit::textEdited, this, [this] {
+    titleTouched_ = true;
+    clearFaults();
+    if (const DockWidget* now = stored(store_, widget_)) preview_->show(edited(*now));
+  });
+  connect(&store_, &AppStore::configChanged, this, &EditorWindow::follow);
+  for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
+    auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | static_cast<Qt::Key>(key)), this);
+    connect(shortcut, &QShortcut::activated, this, &EditorWindow::save);
+  }
+}
 
 EditorWindow::~EditorWindow() = default;
 
-void EditorWindow::keyPressEvent(QKeyEvent* event) { AppWindow::keyPressEvent(event); }
+QWidget* EditorWindow::makeBody() {
+  auto* body = new QWidget;
+  page_ = new CardPage({});
+  page_->addWidget(preview_);
+  Card* card = page_->addCard();
+  card->add(titleRow_);
+  if (const DockWidget* widget = stored(store_, widget_)) {
+    for (const EditorField& field : EditorFields::of(widget->kind))
+      if (field.shape != FieldShape::Credential || services_.saveCredential) addLine(field);
+  }
+  fault_->setWordWrap(true);
+  fault_->hide();
+  page_->addWidget(fault_);
+
+  auto* cancel = new Button(say("Cancel"));
+  auto* saving = new Button(say("Save"), Button::Role::Primary);
+  connect(cancel, &QPushButton::clicked, this, &QWidget::close);
+  connect(saving, &QPushButton::clicked, this, &EditorWindow::save);
+  auto* buttons = new QHBoxLayout;
+  buttons->setContentsMargins(kMargin, 0, kMargin + theme::kRowBleed, kMargin);
+  buttons->setSpacing(theme::kRowBleed);
+  buttons->addStretch(1);
+  buttons->addWidget(cancel);
+  buttons->addWidget(saving);
+  auto* column = new QVBoxLayout(body);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  column->addWidget(page_, 1);
+  column->addLayout(buttons);
+  page_->installEventFilter(this);
+  for (QWidget* inside : page_->findChildren<QWidget*>()) inside->installEventFilter(this);
+  return body;
+}
+
+void EditorWindow::addLine(const EditorField& field) {
+  FieldControl* control = FieldControl::make(field, {services_.apps, services_.previews.icons});
+  FormRow* row = control->isWide() ? FormRow::wide(field.label, control, field.help)
+                                   : new FormRow(field.label, control, field.help);
+  page_->cards().constFirst()->add(row);
+  lines_.push_back(std::make_unique<Line>(Line{field, control, row}));
+  connect(control, &FieldControl::changed, this, [this, line = lines_.back().get()] { changed(*line); });
+}
+
+// --- What stands in it ----------------------------------------------------------------------------------------------
+
+/// Fills what the user has not touched from the settings.
+void EditorWindow::take() {
+  const DockWidget* widget = stored(store_, widget_);
+  if (!widget) return;
+  const WidgetDefinition& definition = Catalog::find(widget->kind);
+  setWindowTitle(say("Edit “%1”").arg(widget->title.isEmpty() ? definition.name : widget->title));
+  title_->setPlaceholderText(definition.name);
+  if (!titleTouched_ && title_->text() != widget->title) title_->setText(widget->title);
+  for (const auto& line : lines_)
+    if (!line->touched && line->field.shape != FieldShape::Credential)
+      line->control->setValue(widget->options.value(line->field.key));
+  preview_->show(edited(*widget));
+}
+
+DockWidget EditorWindow::edited(const DockWidget& stored) const {
+  DockWidget widget = stored;
+  if (titleTouched_) widget.title = title_->text().trimmed();
+  for (const auto& line : lines_) {
+    if (!line->touched || line->field.shape == FieldShape::Credential) continue;
+    const QString value = line->control->value();
+    if (value.isEmpty())
+      widget.options.remove(line->field.key);
+    else
+      widget.options.insert(line->field.key, value);
+  }
+  return widget;
+}
+
+void EditorWindow::changed(Line& line) {
+  line.touched = true;
+  clearFaults();
+  // A label says which zone is meant, so it goes along with it.
+  if (line.field.shape == FieldShape::Zone) {
+    for (const auto& other : lines_) {
+      if (other->field.key != "zoneLabel"_L1) continue;
+      other->control->setValue(static_cast<ZoneField*>(line.control)->city());
+      other->touched = true;
+    }
+  }
+  if (const DockWidget* widget = stored(store_, widget_)) preview_->show(edited(*widget));
+}
+
+void EditorWindow::follow() {
+  if (stored(store_, widget_))
+    take();
+  else
+    close();
+}
+
+// --- Saving ---------------------------------------------------------------------------------------------------------
+
+bool EditorWindow::save() {
+  const DockWidget* widget = stored(store_, widget_);
+  if (!widget) {
+    close();
+    return false;
+  }
+  clearFaults();
+  for (const auto& line : lines_) {
+    const QString fault = line->touched ? line->control->fault() : QString();
+    if (fault.isEmpty()) continue;
+    line->row->setFault(fault);
+    return false;
+  }
+  QString credential;
+  bool credentialChanged = false;
+  for (const auto& line : lines_) {
+    if (line->field.shape != FieldShape::Credential || !line->touched) continue;
+    credential = line->control->value();
+    credentialChanged = true;
+  }
+  try {
+    const auto outcome = WidgetEditor::save(edited(*widget), *widget, credentialChanged, services_.rules);
+    if (outcome.saveCredential && services_.saveCredential) services_.saveCredential(outcome.widget, credential);
+    // From here on the form is done, and what it stores need not come back to it.
+    disconnect(&store_, nullptr, this, nullptr);
+    store_.update(outcome.widget);
+    if (outcome.refresh) store_.refresh(outcome.widget);
+  } catch (const DomainError& failure) {
+    showFault(failure.message());
+    return false;
+  }
+  close();
+  return true;
+}
+
+EditorWindow::Line* EditorWindow::faultyLine() {
+  const auto line = std::ranges::find_if(lines_, [](const auto& each) { return each->field.isFaulty; });
+  return line == lines_.end() ? nullptr : line->get();
+}
+
+void EditorWindow::showFault(const QString& sentence) {
+  if (Line* line = faultyLine()) {
+    line->row->setFault(sentence);
+    line->control->setFaulty(true);
+    line->control->setFocus(Qt::OtherFocusReason);
+    page_->reveal(line->row);
+  } else {
+    fault_->setText(sentence);
+    fault_->show();
+  }
+  QAccessibleEvent heard(fault_, QAccessible::Alert);
+  QAccessible::updateAccessibility(&heard);
+}
+
+void EditorWindow::clearFaults() {
+  fault_->hide();
+  for (const auto& line : lines_) {
+    line->row->setFault({});
+    line->control->setFaulty(false);
+  }
+}
+
+// --- The window -----------------------------------------------------------------------------------------------------
+
+void EditorWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape)
+    close();
+  else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+    save();
+  else
+    AppWindow::keyPressEvent(event);
+}
+
+void EditorWindow::showEvent(QShowEvent* event) {
+  AppWindow::showEvent(event);
+  if (!stored(store_, widget_)) {
+    QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+    return;
+  }
+  if (services_.hasCredential)
+    for (const auto& line : lines_)
+      if (line->field.shape == FieldShape::Credential && services_.hasCredential(*stored(store_, widget_)))
+        line->row->setHelp(say("A credential is kept in the keyring. What you enter takes its place."));
+  fit();
+  if (focusWidget()) return;
+  // What one comes for stands first; the title is rarely it.
+  (lines_.empty() ? static_cast<QWidget*>(title_) : lines_.front()->control)->setFocus(Qt::OtherFocusReason);
+}
+
+bool EditorWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::LayoutRequest)
+    QMetaObject::invokeMethod(
+        this, [this] { fit(); }, Qt::QueuedConnection);
+  return AppWindow::eventFilter(watched, event);
+}
+
+/// As high as what stands in it, as far as the screen has room.
+void EditorWindow::fit() {
+  auto* area = page_->findChild<ScrollArea*>();
+  if (!area || !isVisible()) return;
+  const int rest = height() - area->height();
+  const int most = screen() ? screen()->availableSize().height() * 9 / 10 : 900;
+  const int wanted = std::min(area->contentHeight(width()) + rest, most);
+  if (wanted != height()) resize(width(), wanted);
+}
 
 }  // namespace tarnwick

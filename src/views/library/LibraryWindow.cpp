@@ -1,20 +1,236 @@
 #include "views/library/LibraryWindow.h"
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "store/AppStore.h"
+#include "views/controls/Fields.h"
+#include "views/library/AddedNote.h"
+#include "views/library/AppPicker.h"
+#include "views/library/EditorFields.h"
+#include "views/library/LibraryView.h"
+#include "views/window/DropDown.h"
+#include "views/window/SideList.h"
+#include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
 
-class LibraryWindow::Shelves {};
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QSize kSize(1184, 720);
+constexpr QSize kLeastSize(640, 420);
+constexpr int kSideRow = 29;
+constexpr int kTop = 16;
+constexpr int kFieldHeight = 36;
+constexpr int kGap = 12;
+
+QString say(const char* text) { return QCoreApplication::translate("Library", text); }
+
+}  // namespace
 
 LibraryWindow::LibraryWindow(AppStore& store, LibraryServices services)
-    : AppWindow(store, QCoreApplication::translate("Library", "Add Widgets")), services_(std::move(services)) {}
+    : AppWindow(store, say("Add Widgets")),
+      store_(store),
+      services_(std::move(services)),
+      side_(new SideList(say("Sections"), kSideRow)),
+      field_(new SearchField(say("Search %1 widgets").arg(locale().toString(Catalog::items().size())))),
+      choice_(new DropDown(say("Add to"))),
+      view_(nullptr),
+      note_(nullptr) {
+  setContent(side_, makeBody());
+  setMinimumSize(kLeastSize);
+  resize(kSize);
+  fill();
+  setTarget(store_.activeDisplay);
+  connectParts();
+}
 
 LibraryWindow::~LibraryWindow() = default;
 
-void LibraryWindow::showCategory(const QString&) {}
+QWidget* LibraryWindow::makeBody() {
+  auto* body = new QWidget;
+  auto* bar = new QHBoxLayout;
+  bar->setContentsMargins(CardLayout::kMargin, 0, CardLayout::kMargin, 0);
+  bar->setSpacing(kGap);
+  field_->setFixedHeight(kFieldHeight);
+  choice_->setFixedHeight(kFieldHeight);
+  bar->addWidget(field_, 1);
+  bar->addWidget(choice_);
+  view_ = new LibraryView(store_, services_.previews, body);
+  view_->followField(*field_);
+  auto* column = new QVBoxLayout(body);
+  column->setContentsMargins(0, kTop, 0, 0);
+  column->setSpacing(0);
+  column->addLayout(bar);
+  column->addWidget(view_, 1);
+  note_ = new AddedNote(body);
+  field_->installEventFilter(this);
+  return body;
+}
 
-void LibraryWindow::setTarget(const QString&) {}
+void LibraryWindow::connectParts() {
+  connect(side_, &SideList::chosenChanged, this, [this] {
+    if (field_->text().isEmpty())
+      search();
+    else
+      field_->clear();
+  });
+  connect(field_, &QLineEdit::textChanged, this, [this](const QString& text) {
+    // A search goes over everything.
+    if (!text.trimmed().isEmpty()) side_->choose(Catalog::categories().first());
+    search();
+  });
+  connect(choice_, &DropDown::valueChosen, this,
+          [this](const QString& profile) { chooseTarget(QUuid::fromString(profile)); });
+  connect(view_, &LibraryView::itemActivated, this, &LibraryWindow::activate);
+  connect(note_, &AddedNote::undoRequested, this, &LibraryWindow::undo);
+  connect(note_, &AddedNote::editRequested, this, [this] {
+    if (services_.openEditor) services_.openEditor(added_);
+  });
+  connect(&store_, &AppStore::configChanged, this, &LibraryWindow::showTargets);
+  connect(services_.apps, &InstalledApps::changed, this, &LibraryWindow::fill);
+}
 
-void LibraryWindow::keyPressEvent(QKeyEvent* event) { AppWindow::keyPressEvent(event); }
+void LibraryWindow::showEvent(QShowEvent* event) {
+  AppWindow::showEvent(event);
+  if (!focusWidget()) field_->setFocus(Qt::OtherFocusReason);
+}
+
+// --- What is offered ------------------------------------------------------------------------------------------------
+
+void LibraryWindow::fill() {
+  const QList<StandardApplication> applications = StandardApplications::list(*services_.apps->index());
+  shelves_ = LibraryShelves::all(applications, StandardFolders::ofUser());
+  QStringList paths;
+  for (const StandardApplication& application : applications) paths.append(application.desktopEntryPath);
+  view_->setApplications(paths);
+
+  QList<SideItem> rows;
+  rows.append({Catalog::categories().first(), Catalog::categories().first(), u"square.grid.2x2"_s,
+               locale().toString(Catalog::items().size()), false});
+  for (qsizetype i = 0; i < shelves_.size(); ++i) {
+    const LibraryShelf& shelf = shelves_[i];
+    const bool isGroup =
+        std::ranges::find(Catalog::groups(), shelf.name, &WidgetGroup::name) != Catalog::groups().end();
+    const bool isExtra = i == shelves_.size() - 1;
+    SideItem row{shelf.name, shelf.name, shelf.symbol, {}, false};
+    if (isGroup || isExtra) row.count = locale().toString(shelf.items.size());
+    // Ready-made entries, groups and the rest stand apart.
+    row.startsGroup = i == 2 || isExtra;
+    rows.append(row);
+  }
+  side_->setItems(rows);
+  search();
+}
+
+void LibraryWindow::search() {
+  view_->setShelves(LibraryShelves::fitting(shelves_, side_->chosen(), field_->text()));
+  view_->choose(field_->text().trimmed().isEmpty() ? -1 : 0);
+}
+
+void LibraryWindow::showCategory(const QString& category) {
+  field_->clear();
+  side_->choose(Catalog::categories().contains(category) ? category : Catalog::categories().first());
+  search();
+}
+
+bool LibraryWindow::eventFilter(QObject* watched, QEvent* event) {
+  // A field that has nothing to take back leaves the key to the window.
+  if (watched == field_ && event->type() == QEvent::KeyPress && !field_->isUndoAvailable() &&
+      static_cast<QKeyEvent*>(event)->matches(QKeySequence::Undo)) {
+    undo();
+    return true;
+  }
+  return AppWindow::eventFilter(watched, event);
+}
+
+void LibraryWindow::undo() {
+  if (services_.undo) services_.undo();
+}
+
+// --- Where it goes --------------------------------------------------------------------------------------------------
+
+void LibraryWindow::setTarget(const QString& display) {
+  const QList<DockProfile>& profiles = store_.config().profiles;
+  const qsizetype index = store_.profileIndex(display);
+  chooseTarget(index >= 0 && index < profiles.size() ? profiles[index].id : store_.profile().id);
+}
+
+void LibraryWindow::chooseTarget(const QUuid& profile) {
+  target_ = profile;
+  view_->setTarget(profile);
+  showTargets();
+}
+
+void LibraryWindow::showTargets() {
+  const DockConfiguration& config = store_.config();
+  const DesktopOptions options = config.desktopOptions();
+  if (std::ranges::find(config.profiles, target_, &DockProfile::id) == config.profiles.end())
+    return chooseTarget(store_.profile().id);
+  QStringList words;
+  for (const DockProfile& profile : config.profiles) {
+    QStringList displays;
+    for (auto pin = options.displayProfiles.cbegin(); pin != options.displayProfiles.cend(); ++pin)
+      if (QUuid::fromString(pin.value()) == profile.id)
+        displays.append(options.displayNames.value(pin.key(), pin.key()));
+    words.append(displays.isEmpty() ? profile.name : say("%1 (%2)").arg(profile.name, displays.join(u", "_s)));
+  }
+  QStringList targets = words;
+  for (const DockProfile& profile : config.profiles) targets.append(profile.id.toString());
+  if (targets != targets_) {
+    targets_ = targets;
+    choice_->clear();
+    for (qsizetype i = 0; i < words.size(); ++i) choice_->addChoice(words[i], config.profiles[i].id.toString());
+  }
+  choice_->chooseValue(target_.toString());
+}
+
+// --- Adding ---------------------------------------------------------------------------------------------------------
+
+void LibraryWindow::activate(const LibraryItem& item) {
+  if (auto widget = LibraryShelves::freshWidget(item)) return add(*std::move(widget));
+  item.entry.picker == LibraryEntry::applicationPicker ? chooseApplication() : chooseFolder();
+}
+
+void LibraryWindow::chooseApplication() {
+  auto* picker = new AppPicker(*services_.apps, services_.previews.icons, this);
+  connect(picker, &AppPicker::chosen, this, [this](const QString& path) { addPath(u"appLauncher"_s, path); });
+  picker->open();
+}
+
+void LibraryWindow::chooseFolder() {
+  auto* dialog = new QFileDialog(this, say("Choose Folder"), QDir::homePath());
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  dialog->setFileMode(QFileDialog::Directory);
+  dialog->setOption(QFileDialog::ShowDirsOnly);
+  connect(dialog, &QFileDialog::fileSelected, this,
+          [this](const QString& path) { addPath(u"folderLauncher"_s, QDir::cleanPath(path)); });
+  dialog->open();
+}
+
+void LibraryWindow::addPath(const QString& kind, const QString& path) {
+  DockWidget widget;
+  widget.id = QUuid::createUuid();
+  widget.kind = kind;
+  widget.options.insert(u"path"_s, path);
+  add(widget);
+}
+
+void LibraryWindow::add(DockWidget widget) {
+  const QString name = services_.edits->nameOf(widget);
+  if (!services_.edits->append({widget}, target_)) return;
+  added_ = widget.id;
+  const auto& profiles = store_.config().profiles;
+  const auto profile = std::ranges::find(profiles, target_, &DockProfile::id);
+  note_->say(say("“%1” was added to “%2”.").arg(name, profile->name),
+             services_.openEditor && !EditorFields::of(widget.kind).isEmpty());
+}
 
 }  // namespace tarnwick

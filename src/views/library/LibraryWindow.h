@@ -1,14 +1,20 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 
 #include "apps/InstalledApps.h"
 #include "store/UndoableEdits.h"
+#include "views/library/LibraryShelves.h"
 #include "views/library/WidgetPreviews.h"
 #include "views/window/AppWindow.h"
 
 namespace tarnwick {
+
+class AddedNote;
+class DropDown;
+class LibraryView;
+class SearchField;
+class SideList;
 
 /// What the library asks of the rest of the program. What is borrowed outlives the window.
 struct LibraryServices {
@@ -34,14 +40,38 @@ class LibraryWindow final : public AppWindow {
   /// Chooses the profile that a display's dock shows as the one to add to; an empty text means the active one.
   void setTarget(const QString& display);
 
+ public Q_SLOTS:
+  void undo() override;
+
  protected:
-  void keyPressEvent(QKeyEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  class Shelves;
+  QWidget* makeBody();
+  void connectParts();
+  /// Takes what is installed and what the folders are.
+  void fill();
+  void search();
+  void showTargets();
+  void chooseTarget(const QUuid& profile);
+  void activate(const LibraryItem& item);
+  void chooseApplication();
+  void chooseFolder();
+  void addPath(const QString& kind, const QString& path);
+  void add(DockWidget widget);
 
+  AppStore& store_;
   LibraryServices services_;
-  std::unique_ptr<Shelves> shelves_;
+  QList<LibraryShelf> shelves_;
+  QUuid target_;
+  QUuid added_;          ///< The widget that the note is about.
+  QStringList targets_;  ///< What the list of targets holds, to fill it only when it changed.
+  SideList* side_;
+  SearchField* field_;
+  DropDown* choice_;
+  LibraryView* view_;
+  AddedNote* note_;
 };
 
 }  // namespace tarnwick

@@ -1,9 +1,9 @@
 #include "views/tiles/ToggleTiles.h"
 
-#include <QCoreApplication>
 #include <QStringList>
 
 #include "views/tiles/TileCanvas.h"
+#include "views/tiles/ToggleChoice.h"
 
 namespace tarnwick {
 
@@ -15,42 +15,6 @@ constexpr double kRadius = 16.5;
 constexpr double kPitch = 37.3;
 constexpr double kSymbol = 18;
 
-QString symbolOf(Toggle toggle) {
-  switch (toggle) {
-    case Toggle::WiFi:
-      return u"wifi"_s;
-    case Toggle::Bluetooth:
-      return u"bluetooth"_s;
-    case Toggle::DarkMode:
-      return u"moon"_s;
-    case Toggle::DoNotDisturb:
-      return u"bell.slash"_s;
-    case Toggle::Mute:
-      return u"speaker.slash"_s;
-    case Toggle::KeepAwake:
-      return u"cup.and.saucer"_s;
-  }
-  return u"square"_s;
-}
-
-QString nameOf(Toggle toggle) {
-  switch (toggle) {
-    case Toggle::WiFi:
-      return QCoreApplication::translate("Tiles", "Wi-Fi");
-    case Toggle::Bluetooth:
-      return QCoreApplication::translate("Tiles", "Bluetooth");
-    case Toggle::DarkMode:
-      return QCoreApplication::translate("Tiles", "Dark Mode");
-    case Toggle::DoNotDisturb:
-      return QCoreApplication::translate("Tiles", "Do Not Disturb");
-    case Toggle::Mute:
-      return QCoreApplication::translate("Tiles", "Mute");
-    case Toggle::KeepAwake:
-      return QCoreApplication::translate("Tiles", "Keep Awake");
-  }
-  return {};
-}
-
 QPointF centreOf(qsizetype index, qsizetype count, double width) {
   const double first = (width - kPitch * static_cast<double>(count - 1)) / 2;
   return {first + kPitch * static_cast<double>(index), theme::kTileMiddle};
@@ -60,7 +24,7 @@ QPointF centreOf(qsizetype index, qsizetype count, double width) {
 
 TogglesContent makeToggles(const TileRequest& request) {
   TogglesContent content;
-  for (const Toggle toggle : {Toggle::WiFi, Toggle::DarkMode, Toggle::DoNotDisturb, Toggle::KeepAwake}) {
+  for (const Toggle toggle : ToggleChoice::of(request.widget.options.value(ToggleChoice::key()))) {
     const auto state = request.sources.toggles.constFind(toggle);
     const bool known = state != request.sources.toggles.constEnd();
     content.marks.append({toggle, known && state->on, known && state->capability.available});
@@ -71,7 +35,7 @@ TogglesContent makeToggles(const TileRequest& request) {
 TileText describe(const TogglesContent& content, const QString& name) {
   QStringList on;
   for (const ToggleMark& mark : content.marks)
-    if (mark.on) on.append(nameOf(mark.toggle));
+    if (mark.on) on.append(ToggleChoice::name(mark.toggle));
   return {name, on.join(u", "_s)};
 }
 
@@ -85,7 +49,7 @@ void paint(TileCanvas& canvas, const TogglesContent& content) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(mark.on ? canvas.accent() : canvas.colors().toggleOff);
     painter.drawEllipse(centre, kRadius, kRadius);
-    canvas.symbol(symbolOf(mark.toggle), centre, kSymbol,
+    canvas.symbol(ToggleChoice::symbol(mark.toggle), centre, kSymbol,
                   mark.on ? canvas.colors().inkOnAccent : canvas.colors().primary);
     painter.restore();
   }

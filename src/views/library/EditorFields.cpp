@@ -1,0 +1,212 @@
+#include "views/library/EditorFields.h"
+
+#include <QCoreApplication>
+#include <algorithm>
+#include <array>
+
+#include "widgets/catalog/Catalog.h"
+
+namespace tarnwick {
+
+namespace {
+
+using enum FieldShape;
+
+constexpr bool kFaulty = true;
+
+/// `scope` is a kind or a family; a kind that has rows of its own takes none of its family's.
+struct Row {
+  const char* scope;
+  const char* key;
+  FieldShape shape;
+  const char* label = "";
+  const char* placeholder = "";
+  const char* help = "";
+  const char* value = "";
+  const char* words = "";
+  int usual = 0;
+  int least = 0;
+  int most = 0;
+  bool isFaulty = false;
+};
+
+#define WORD(text) QT_TRANSLATE_NOOP("Library", text)
+
+constexpr std::array kRows = {
+    // A stopwatch has no duration.
+    Row{.scope = "stopwatch", .key = "", .shape = Line},
+    Row{.scope = "timer",
+        .key = "minutes",
+        .shape = Number,
+        .label = WORD("Duration"),
+        .placeholder = "25",
+        .help = WORD("In minutes. Another duration starts the timer over."),
+        .isFaulty = kFaulty},
+    Row{.scope = "pomodoro",
+        .key = "minutes",
+        .shape = Number,
+        .label = WORD("Focus"),
+        .placeholder = "25",
+        .help = WORD("In minutes. Another duration starts the timer over."),
+        .isFaulty = kFaulty},
+    Row{.scope = "pomodoro",
+        .key = "shortBreak",
+        .shape = Steps,
+        .label = WORD("Short break"),
+        .words = WORD("%1 min"),
+        .usual = 5,
+        .least = 1,
+        .most = 240},
+    Row{.scope = "pomodoro",
+        .key = "longBreak",
+        .shape = Steps,
+        .label = WORD("Long break"),
+        .words = WORD("%1 min"),
+        .usual = 15,
+        .least = 1,
+        .most = 240},
+    Row{.scope = "pomodoro",
+        .key = "cycleLength",
+        .shape = Steps,
+        .label = WORD("Sessions before a long break"),
+        .usual = 4,
+        .least = 1,
+        .most = 12},
+    Row{.scope = "pomodoro",
+        .key = "autoContinue",
+        .shape = Switch,
+        .label = WORD("Continue by itself"),
+        .help = WORD("The next phase begins when one ends."),
+        .value = "true"},
+    Row{.scope = "posture",
+        .key = "minutes",
+        .shape = Number,
+        .label = WORD("Seated"),
+        .placeholder = "25",
+        .help = WORD("In minutes. Another duration starts the timer over."),
+        .isFaulty = kFaulty},
+    Row{.scope = "posture",
+        .key = "standingMinutes",
+        .shape = Steps,
+        .label = WORD("Standing"),
+        .words = WORD("%1 min"),
+        .usual = 0,
+        .least = 0,
+        .most = 240},
+    Row{.scope = "posture",
+        .key = "autoContinue",
+        .shape = Switch,
+        .label = WORD("Continue by itself"),
+        .help = WORD("The next phase begins when one ends."),
+        .value = "true"},
+
+    Row{.scope = "water",
+        .key = "goal",
+        .shape = Number,
+        .label = WORD("Daily goal"),
+        .placeholder = "8",
+        .help = WORD("In glasses."),
+        .isFaulty = kFaulty},
+    Row{.scope = "habit",
+        .key = "text",
+        .shape = Line,
+        .label = WORD("Habit"),
+        .placeholder = WORD("Read for 20 minutes")},
+    Row{.scope = "notes", .key = "text", .shape = Text, .label = WORD("Note")},
+
+    Row{.scope = "clock", .key = "timezone", .shape = Zone, .label = WORD("Time zone")},
+    Row{.scope = "clock", .key = "zoneLabel", .shape = Line, .label = WORD("Label"), .placeholder = WORD("Local")},
+    Row{.scope = "todayClock", .key = "timezone", .shape = Zone, .label = WORD("Time zone")},
+    Row{.scope = "todayClock", .key = "zoneLabel", .shape = Line, .label = WORD("Label"), .placeholder = WORD("Local")},
+    Row{.scope = "todayClock",
+        .key = "city",
+        .shape = Line,
+        .label = WORD("City"),
+        .placeholder = WORD("Chicago"),
+        .help = WORD("Shows the weather of this place.")},
+    Row{.scope = "worldClockList",
+        .key = "zones",
+        .shape = Zones,
+        .label = WORD("Time zones"),
+        .placeholder = "America/New_York,Europe/London,Asia/Tokyo"},
+
+    Row{.scope = "weather", .key = "city", .shape = Line, .label = WORD("Place"), .placeholder = WORD("Chicago")},
+    Row{.scope = "weather",
+        .key = "weatherLocation",
+        .shape = Switch,
+        .label = WORD("Current location"),
+        .help = WORD("In place of the one above."),
+        .value = "current"},
+
+    Row{.scope = "launcher", .key = "path", .shape = Application, .label = WORD("Application")},
+    Row{.scope = "appFolder", .key = "paths", .shape = Applications, .label = WORD("Applications")},
+    Row{.scope = "folderLauncher", .key = "path", .shape = Folder, .label = WORD("Folder")},
+    Row{.scope = "toggles",
+        .key = "toggles",
+        .shape = Toggles,
+        .label = WORD("Switches"),
+        .help = WORD("The tile shows four of them.")},
+    Row{.scope = "processes",
+        .key = "sortBy",
+        .shape = Choice,
+        .label = WORD("Sort by"),
+        .value = "CPU,RAM",
+        .words = WORD("CPU,Memory")},
+
+    Row{.scope = "integration",
+        .key = "endpoint",
+        .shape = Line,
+        .label = WORD("Address"),
+        .placeholder = "https://api.example.org/v1/stats",
+        .isFaulty = kFaulty},
+    Row{.scope = "integration",
+        .key = "",
+        .shape = Credential,
+        .label = WORD("Credential"),
+        .help = WORD("Kept in the keyring, never in the settings.")},
+    Row{.scope = "integration", .key = "field", .shape = Line, .label = WORD("Field"), .placeholder = "stats.today"},
+    Row{.scope = "integration", .key = "metricLabel", .shape = Line, .label = WORD("Label")},
+    Row{.scope = "integration", .key = "prefix", .shape = Line, .label = WORD("Prefix"), .placeholder = WORD("none")},
+    Row{.scope = "integration", .key = "suffix", .shape = Line, .label = WORD("Suffix"), .placeholder = WORD("none")},
+};
+
+#undef WORD
+
+QString translated(const char* text) { return *text ? QCoreApplication::translate("Library", text) : QString(); }
+
+EditorField fieldOf(const Row& row) {
+  EditorField field;
+  field.key = QString::fromLatin1(row.key);
+  field.shape = row.shape;
+  field.label = translated(row.label);
+  field.placeholder = translated(row.placeholder);
+  field.help = translated(row.help);
+  field.value = QString::fromLatin1(row.value);
+  field.words = translated(row.words);
+  field.usual = row.usual;
+  field.least = row.least;
+  field.most = row.most;
+  field.isFaulty = row.isFaulty;
+  return field;
+}
+
+bool isOf(const Row& row, const QString& scope) { return scope == QLatin1StringView(row.scope); }
+
+}  // namespace
+
+QList<EditorField> EditorFields::of(const QString& kind) {
+  const QString& family = Catalog::find(kind).family;
+  const bool ownRows = std::ranges::any_of(kRows, [&](const Row& row) { return isOf(row, kind); });
+  const QString scope = ownRows ? kind : isConnectedFamily(family) ? QStringLiteral("integration") : family;
+  QList<EditorField> fields;
+  for (const Row& row : kRows)
+    if (isOf(row, scope) && *row.label) fields.append(fieldOf(row));
+  return fields;
+}
+
+bool EditorFields::isEditable(const QString& kind) {
+  const QString& family = Catalog::find(kind).family;
+  return family != QLatin1StringView("separator") && family != QLatin1StringView("space");
+}
+
+}  // namespace tarnwick

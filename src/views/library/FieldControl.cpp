@@ -1,0 +1,207 @@
+#include "views/library/FieldControl.h"
+
+#include <QCoreApplication>
+#include <QVBoxLayout>
+#include <cmath>
+
+#include "base/Text.h"
+#include "views/controls/Fields.h"
+#include "views/controls/Rows.h"
+#include "views/controls/Segments.h"
+#include "views/controls/Stepper.h"
+#include "views/controls/Switch.h"
+#include "views/library/PathFields.h"
+#include "views/library/ZoneFields.h"
+#include "views/tiles/ToggleChoice.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kNoteHeight = 120;
+
+QString say(const char* text) { return QCoreApplication::translate("Library", text); }
+
+class LineControl final : public FieldControl {
+ public:
+  explicit LineControl(const EditorField& field) : line_(new TextField(field.label)) {
+    line_->setPlaceholderText(field.placeholder);
+    if (field.shape == FieldShape::Credential) line_->setEchoMode(QLineEdit::Password);
+    if (field.shape == FieldShape::Number) line_->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
+    hold(line_);
+    connect(line_, &QLineEdit::textEdited, this, &FieldControl::changed);
+  }
+  QString value() const override { return line_->text().trimmed(); }
+  void setValue(const QString& value) override {
+    if (value != line_->text()) line_->setText(value);
+  }
+  void setFaulty(bool faulty) override { line_->setFaulty(faulty); }
+
+ private:
+  TextField* line_;
+};
+
+class TextControl final : public FieldControl {
+ public:
+  explicit TextControl(const EditorField& field) : text_(new TextArea(field.label)) {
+    text_->setPlaceholderText(field.placeholder);
+    text_->setFixedHeight(kNoteHeight);
+    text_->setTabChangesFocus(true);
+    hold(text_);
+    connect(text_, &QPlainTextEdit::textChanged, this, [this] {
+      if (!quiet_) Q_EMIT changed();
+    });
+  }
+  QString value() const override { return text_->toPlainText(); }
+  void setValue(const QString& value) override {
+    if (value == text_->toPlainText()) return;
+    quiet_ = true;
+    text_->setPlainText(value);
+    quiet_ = false;
+  }
+
+ private:
+  TextArea* text_;
+  bool quiet_ = false;
+};
+
+class SwitchControl final : public FieldControl {
+ public:
+  explicit SwitchControl(const EditorField& field) : value_(field.value), switch_(new Switch(field.label)) {
+    hold(switch_);
+    connect(switch_, &QAbstractButton::clicked, this, &FieldControl::changed);
+  }
+  QString value() const override { return switch_->isChecked() ? value_ : QString(); }
+  void setValue(const QString& value) override { switch_->setChecked(value == value_); }
+  bool isWide() const override { return false; }
+
+ private:
+  QString value_;
+  Switch* switch_;
+};
+
+class StepsControl final : public FieldControl {
+ public:
+  explicit StepsControl(const EditorField& field) : usual_(field.usual), stepper_(new Stepper(field.label)) {
+    stepper_->setRange(field.least, field.most);
+    stepper_->setFormat([words = field.words, least = field.least](int value) {
+      if (value == 0 && least == 0) return say("Off");
+      return words.isEmpty() ? QString::number(value) : words.arg(value);
+    });
+    hold(stepper_);
+    connect(stepper_, &Stepper::valueChanged, this, &FieldControl::changed);
+  }
+  QString value() const override { return QString::number(stepper_->value()); }
+  void setValue(const QString& value) override {
+    stepper_->setValue(static_cast<int>(std::clamp(std::trunc(Text::number(value).value_or(usual_)), -1e6, 1e6)));
+  }
+  bool isWide() const override { return false; }
+
+ private:
+  int usual_;
+  Stepper* stepper_;
+};
+
+class ChoiceControl final : public FieldControl {
+ public:
+  explicit ChoiceControl(const EditorField& field)
+      : values_(field.value.split(u',')), segments_(new Segments(field.label, field.words.split(u','))) {
+    hold(segments_);
+    connect(segments_, &Segments::chosenChanged, this, &FieldControl::changed);
+  }
+  /// The first is what an absent option means.
+  QString value() const override { return segments_->chosen() > 0 ? values_.value(segments_->chosen()) : QString(); }
+  void setValue(const QString& value) override {
+    segments_->setChosen(static_cast<int>(std::max<qsizetype>(0, values_.indexOf(value))));
+  }
+  bool isWide() const override { return false; }
+
+ private:
+  QStringList values_;
+  Segments* segments_;
+};
+
+/// The switches of a tile of quick toggles, of which some are chosen.
+class TogglesControl final : public FieldControl {
+ public:
+  TogglesControl() {
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    for (const Toggle toggle : ToggleChoice::all()) {
+      auto* row = new CheckRow(ToggleChoice::name(toggle));
+      row->setStrikes(false);
+      row->setParted(!rows_.isEmpty());
+      rows_.append(row);
+      column->addWidget(row);
+      connect(row, &QAbstractButton::clicked, this, [this] {
+        limit();
+        Q_EMIT changed();
+      });
+    }
+  }
+  QString value() const override {
+    QList<Toggle> chosen;
+    for (qsizetype i = 0; i < rows_.size(); ++i)
+      if (rows_[i]->isChecked()) chosen.append(ToggleChoice::all()[i]);
+    return chosen == ToggleChoice::of({}) ? QString() : ToggleChoice::text(chosen);
+  }
+  void setValue(const QString& value) override {
+    const QList<Toggle> chosen = ToggleChoice::of(value);
+    for (qsizetype i = 0; i < rows_.size(); ++i) rows_[i]->setChecked(chosen.contains(ToggleChoice::all()[i]));
+    limit();
+  }
+  QString fault() const override { return count() == ToggleChoice::kShown ? QString() : say("Choose four switches."); }
+
+ private:
+  qsizetype count() const {
+    return std::ranges::count_if(rows_, [](const CheckRow* row) { return row->isChecked(); });
+  }
+  void limit() {
+    const bool full = count() >= ToggleChoice::kShown;
+    for (CheckRow* row : std::as_const(rows_)) row->setEnabled(!full || row->isChecked());
+  }
+
+  QList<CheckRow*> rows_;
+};
+
+}  // namespace
+
+void FieldControl::hold(QWidget* control) {
+  auto* box = new QVBoxLayout(this);
+  box->setContentsMargins(0, 0, 0, 0);
+  box->addWidget(control);
+  setFocusProxy(control);
+}
+
+FieldControl* FieldControl::make(const EditorField& field, const FieldServices& services) {
+  switch (field.shape) {
+    case FieldShape::Line:
+    case FieldShape::Number:
+    case FieldShape::Credential:
+      return new LineControl(field);
+    case FieldShape::Text:
+      return new TextControl(field);
+    case FieldShape::Switch:
+      return new SwitchControl(field);
+    case FieldShape::Steps:
+      return new StepsControl(field);
+    case FieldShape::Choice:
+      return new ChoiceControl(field);
+    case FieldShape::Zone:
+    case FieldShape::Zones:
+      return new ZoneField(field.shape == FieldShape::Zones);
+    case FieldShape::Application:
+    case FieldShape::Applications:
+      return new AppField(services, field.shape == FieldShape::Applications);
+    case FieldShape::Folder:
+      return new FolderField;
+    case FieldShape::Toggles:
+      return new TogglesControl;
+  }
+  return new LineControl(field);
+}
+
+}  // namespace tarnwick

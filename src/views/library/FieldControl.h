@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QWidget>
+#include <memory>
+
+#include "apps/InstalledApps.h"
+#include "views/library/EditorFields.h"
+#include "views/tiles/TileStyle.h"
+
+namespace tarnwick {
+
+/// What the controls of a form ask of the program. Borrowed.
+struct FieldServices {
+  InstalledApps* apps = nullptr;
+  TileIcons icons;
+};
+
+/// The control of one option in a form. It holds the option as the text that a widget keeps.
+class FieldControl : public QWidget {
+  Q_OBJECT
+ public:
+  static FieldControl* make(const EditorField& field, const FieldServices& services);
+
+  /// Empty for an option that is left away.
+  virtual QString value() const = 0;
+  /// Without a signal.
+  virtual void setValue(const QString& value) = 0;
+  /// What is wrong with it by itself, as a finished sentence; empty for nothing.
+  virtual QString fault() const { return {}; }
+  /// Shows that something is wrong with it.
+  virtual void setFaulty(bool faulty) { Q_UNUSED(faulty) }
+  /// Whether it stands on a line of its own below its label.
+  virtual bool isWide() const { return true; }
+
+ Q_SIGNALS:
+  /// The user changed it.
+  void changed();
+
+ protected:
+  explicit FieldControl(QWidget* parent = nullptr) : QWidget(parent) {}
+  /// Makes `control` all that this is.
+  void hold(QWidget* control);
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,486 @@
+#include "views/library/LibraryView.h"
+
+#include <QAccessible>
+#include <QCoreApplication>
+#include <QDrag>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QScrollBar>
+#include <QStyle>
+#include <algorithm>
+#include <cmath>
+
+#include "config/WidgetTransfer.h"
+#include "store/AppStore.h"
+#include "views/controls/Buttons.h"
+#include "views/controls/ControlTheme.h"
+#include "views/window/AppWindow.h"
+#include "widgets/catalog/Catalog.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kButtonHeight = 26;
+constexpr int kPickerTile = 120;
+constexpr int kWheelStep = 48;
+
+QString say(const char* text) { return QCoreApplication::translate("Library", text); }
+
+QString buttonWord(const LibraryItem& item) { return item.entry.picker ? say("Choose…") : say("Add"); }
+
+int wordWidth(const QString& text, TextStyle style) {
+  return static_cast<int>(std::ceil(TextLine(text, style).width()));
+}
+
+int tileWidth(const LibraryItem& item) {
+  return item.entry.widget ? static_cast<int>(std::ceil(PreviewTiles::widthOf(*item.entry.widget))) : kPickerTile;
+}
+
+}  // namespace
+
+class LibraryView::Model final : public QAbstractListModel {
+ public:
+  Model(LibraryView& view) : QAbstractListModel(&view), view_(view) {}
+
+  QList<LibraryShelf> shelves;
+  QList<const LibraryItem*> items;
+  QList<const LibraryShelf*> shelfOf;
+
+  void set(const QList<LibraryShelf>& wanted) {
+    beginResetModel();
+    shelves = wanted;
+    items.clear();
+    shelfOf.clear();
+    for (const LibraryShelf& shelf : std::as_const(shelves)) {
+      for (const LibraryItem& item : shelf.items) {
+        items.append(&item);
+        shelfOf.append(&shelf);
+      }
+    }
+    endResetModel();
+  }
+
+  int rowCount(const QModelIndex& parent = {}) const override {
+    return parent.isValid() ? 0 : static_cast<int>(items.size());
+  }
+  Qt::ItemFlags flags(const QModelIndex& index) const override {
+    if (!index.isValid()) return Qt::NoItemFlags;
+    const bool carries = items[index.row()]->entry.widget.has_value();
+    return Qt::ItemIsSelectable | Qt::ItemIsEnabled | (carries ? Qt::ItemIsDragEnabled : Qt::NoItemFlags);
+  }
+  QVariant data(const QModelIndex& index, int role) const override {
+    if (!index.isValid() || index.row() >= items.size()) return {};
+    if (role == Qt::DisplayRole || role == Qt::AccessibleTextRole) return items[index.row()]->title();
+    if (role == Qt::AccessibleDescriptionRole) {
+      const QString& shelf = shelfOf[index.row()]->name;
+      return view_.isPlaced(index.row()) ? shelf + u", "_s + say("On dock") : shelf;
+    }
+    return {};
+  }
+
+ private:
+  LibraryView& view_;
+};
+
+LibraryView::LibraryView(AppStore& store, PreviewSources sources, QWidget* parent)
+    : QListView(parent),
+      store_(store),
+      tiles_(std::move(sources)),
+      model_(new Model(*this)),
+      add_(new Button(say("Add"), Button::Role::Primary, parent)) {
+  setAccessibleName(say("Widgets"));
+  setModel(model_);
+  setFrameShape(QFrame::NoFrame);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+  setSelectionMode(QAbstractItemView::SingleSelection);
+  setEditTriggers(QAbstractItemView::NoEditTriggers);
+  setDragEnabled(true);
+  setMouseTracking(true);
+  setFocusPolicy(Qt::StrongFocus);
+  setAutoFillBackground(false);
+  viewport()->setAutoFillBackground(false);
+  add_->setFocusPolicy(Qt::NoFocus);
+  add_->hide();
+  add_->installEventFilter(this);
+  connect(add_, &QPushButton::clicked, this, [this] { activate(activeRow()); });
+  scrolled_.setSingleShot(true);
+  scrolled_.setInterval(theme::kScrollStaysMilliseconds);
+  connect(&scrolled_, &QTimer::timeout, viewport(), qOverload<>(&QWidget::update));
+  connect(&store, &AppStore::ticked, this, &LibraryView::refreshTiles);
+  connect(&store, &AppStore::configChanged, this, [this] {
+    takePlaced();
+    takeLook();
+    refreshTiles();
+  });
+}
+
+LibraryView::~LibraryView() = default;
+
+void LibraryView::setShelves(const QList<LibraryShelf>& shelves) {
+  const LibraryItem* chosen = itemOf(currentIndex());
+  const QString kept = chosen ? chosen->entry.id : QString();
+  hovered_ = -1;
+  model_->set(shelves);
+  words_.clear();
+  for (const LibraryItem* item : std::as_const(model_->items)) words_.append(wordWidth(item->title(), TextStyle::Body));
+  placed_.clear();
+  takePlaced();
+  layoutWidth_ = -1;
+  doItemsLayout();
+  verticalScrollBar()->setValue(0);
+  const auto again = std::ranges::find_if(model_->items, [&kept](const auto* item) { return item->entry.id == kept; });
+  if (!kept.isEmpty() && again != model_->items.end()) choose(static_cast<int>(again - model_->items.begin()));
+  placeButton();
+  viewport()->update();
+}
+
+const QList<LibraryShelf>& LibraryView::shelves() const { return model_->shelves; }
+
+void LibraryView::setTarget(const QUuid& profile) {
+  if (profile == target_) return;
+  target_ = profile;
+  takePlaced();
+}
+
+void LibraryView::takePlaced() {
+  QList<bool> placed(model_->items.size(), false);
+  for (const DockProfile& profile : store_.config().profiles) {
+    if (profile.id != target_) continue;
+    for (qsizetype i = 0; i < placed.size(); ++i) placed[i] = LibraryShelves::isPlaced(*model_->items[i], profile);
+  }
+  if (placed == placed_) return;
+  placed_ = placed;
+  viewport()->update();
+}
+
+void LibraryView::choose(int row) {
+  const QModelIndex index = model_->index(row);
+  if (index.isValid())
+    setCurrentIndex(index);
+  else
+    selectionModel()->clear();
+}
+
+const LibraryItem* LibraryView::itemOf(const QModelIndex& index) const {
+  return index.isValid() && index.row() < model_->items.size() ? model_->items[index.row()] : nullptr;
+}
+
+const LibraryItem& LibraryView::itemAt(int row) const { return *model_->items[row]; }
+
+bool LibraryView::isPlaced(int row) const { return placed_.value(row, false); }
+
+// --- Layout ---------------------------------------------------------------------------------------------------------
+
+/// Cards are as wide as their tile, their name and what stands beside that, so that neither is ever cut. What is placed
+/// counts as it was when the shelves were filled: a card that has just been added does not push the others away.
+void LibraryView::doItemsLayout() {
+  const int width = viewport()->width();
+  if (width == layoutWidth_) return;
+  layoutWidth_ = width;
+  const int placedWidth = wordWidth(say("On dock"), TextStyle::Caption) + kMark + kMarkGap;
+  QList<QList<int>> widths;
+  int row = 0;
+  for (const LibraryShelf& shelf : std::as_const(model_->shelves)) {
+    widths.append(QList<int>());
+    for (const LibraryItem& item : shelf.items) {
+      const int button = wordWidth(buttonWord(item), TextStyle::BodyStrong) + theme::kButtonPadding * 2;
+      const int beside = isPlaced(row) ? std::max(button, placedWidth) : button;
+      widths.last().append(std::max(tileWidth(item), words_.value(row) + kNameGap + beside));
+      ++row;
+    }
+  }
+  layout_ = CardLayout::make(widths, width);
+  updateGeometries();
+}
+
+void LibraryView::updateGeometries() {
+  QScrollBar& bar = *verticalScrollBar();
+  bar.setPageStep(viewport()->height());
+  bar.setSingleStep(kWheelStep);
+  bar.setRange(0, std::max(0, layout_.height - viewport()->height()));
+}
+
+int LibraryView::verticalOffset() const { return verticalScrollBar()->value(); }
+
+QRect LibraryView::cardRect(int row) const {
+  if (row < 0 || row >= layout_.cards.size()) return {};
+  return QStyle::visualRect(layoutDirection(), viewport()->rect(), layout_.cards[row]).translated(0, -verticalOffset());
+}
+
+QRect LibraryView::visualRect(const QModelIndex& index) const {
+  return index.isValid() ? cardRect(index.row()) : QRect();
+}
+
+QModelIndex LibraryView::indexAt(const QPoint& point) const {
+  const QPoint logical(isRightToLeft() ? viewport()->width() - 1 - point.x() : point.x(), point.y() + verticalOffset());
+  const int row = layout_.cardAt(logical);
+  return row < 0 ? QModelIndex() : model_->index(row);
+}
+
+std::pair<int, int> LibraryView::seen() const {
+  return layout_.between(verticalOffset(), verticalOffset() + viewport()->height());
+}
+
+void LibraryView::scrollTo(const QModelIndex& index, ScrollHint hint) {
+  if (!index.isValid() || index.row() >= layout_.cards.size()) return;
+  const QRect& card = layout_.cards[index.row()];
+  QScrollBar& bar = *verticalScrollBar();
+  if (hint == PositionAtTop || card.top() - CardLayout::kHeading < bar.value())
+    bar.setValue(card.top() - CardLayout::kHeading);
+  else if (card.bottom() + CardLayout::kMargin > bar.value() + viewport()->height())
+    bar.setValue(card.bottom() + CardLayout::kMargin - viewport()->height());
+}
+
+QModelIndex LibraryView::moveCursor(CursorAction action, Qt::KeyboardModifiers) {
+  const int count = model_->rowCount();
+  if (count == 0) return {};
+  const int from = currentIndex().row();
+  if (!currentIndex().isValid()) return model_->index(seen().first < count ? seen().first : 0);
+  const int ahead = isRightToLeft() ? -1 : 1;
+  const int page = std::max(1, viewport()->height() - CardLayout::kHeading);
+  const auto row = [&]() -> int {
+    switch (action) {
+      case MoveLeft:
+        return from - ahead;
+      case MoveRight:
+        return from + ahead;
+      case MoveNext:
+        return from + 1;
+      case MovePrevious:
+        return from - 1;
+      case MoveUp:
+        return layout_.beside(from, -1);
+      case MoveDown:
+        return layout_.beside(from, 1);
+      case MovePageUp:
+        return layout_.paged(from, -page);
+      case MovePageDown:
+        return layout_.paged(from, page);
+      case MoveHome:
+        return 0;
+      case MoveEnd:
+        return count - 1;
+    }
+    return from;
+  };
+  return model_->index(std::clamp(row(), 0, count - 1));
+}
+
+void LibraryView::setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags flags) {
+  if (const QModelIndex index = indexAt(rect.center()); index.isValid()) selectionModel()->select(index, flags);
+}
+
+QRegion LibraryView::visualRegionForSelection(const QItemSelection& selection) const {
+  QRegion region;
+  for (const QModelIndex& index : selection.indexes()) region += visualRect(index);
+  return region;
+}
+
+void LibraryView::resizeEvent(QResizeEvent* event) {
+  QAbstractItemView::resizeEvent(event);
+  doItemsLayout();
+  updateGeometries();
+  placeButton();
+}
+
+void LibraryView::scrollContentsBy(int, int) {
+  scrolled_.start();
+  setHovered(indexAt(viewport()->mapFromGlobal(QCursor::pos())).row());
+  placeButton();
+  viewport()->update();
+}
+
+// --- The card in hand -----------------------------------------------------------------------------------------------
+
+int LibraryView::activeRow() const { return hovered_ >= 0 ? hovered_ : currentIndex().row(); }
+
+void LibraryView::updateCard(int row) {
+  if (row >= 0) viewport()->update(cardRect(row));
+}
+
+void LibraryView::setHovered(int row) {
+  if (!viewport()->underMouse() && !add_->underMouse()) row = -1;
+  if (row == hovered_) return;
+  updateCard(hovered_);
+  hovered_ = row;
+  updateCard(hovered_);
+  placeButton();
+}
+
+QRect LibraryView::buttonRect(int row) const {
+  const QRect card = cardRect(row);
+  const int width = add_->sizeHint().width();
+  const int top = card.bottom() + 1 - CardLayout::kNameRow + (CardLayout::kNameRow - kButtonHeight) / 2;
+  const int left =
+      isRightToLeft() ? card.left() + CardLayout::kPadding : card.right() + 1 - CardLayout::kPadding - width;
+  return {left, top, width, kButtonHeight};
+}
+
+void LibraryView::placeButton() {
+  const int row = activeRow();
+  const LibraryItem* item = itemOf(model_->index(row));
+  if (!item) {
+    add_->hide();
+    return;
+  }
+  add_->setLabel(buttonWord(*item));
+  add_->setAccessibleName(item->entry.picker ? item->title() : say("Add %1").arg(item->title()));
+  const QRect place = buttonRect(row);
+  add_->setFixedSize(place.size());
+  add_->move(mapToParent(viewport()->mapToParent(place.topLeft())));
+  add_->setVisible(viewport()->rect().contains(place));
+  add_->raise();
+}
+
+void LibraryView::activate(int row) {
+  if (const LibraryItem* item = itemOf(model_->index(row))) {
+    const LibraryItem wanted = *item;
+    choose(row);
+    Q_EMIT itemActivated(wanted);
+  }
+}
+
+void LibraryView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QAbstractItemView::currentChanged(current, previous);
+  updateCard(previous.row());
+  updateCard(current.row());
+  placeButton();
+  if (!current.isValid() || !QAccessible::isActive()) return;
+  QAccessibleEvent heard(this, QAccessible::Focus);
+  heard.setChild(current.row());
+  QAccessible::updateAccessibility(&heard);
+}
+
+void LibraryView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+  QAbstractItemView::selectionChanged(selected, deselected);
+  const QModelIndexList chosen = selected.indexes();
+  if (!chosen.isEmpty() && chosen.first() != currentIndex()) setCurrentIndex(chosen.first());
+}
+
+void LibraryView::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton) activate(indexAt(event->position().toPoint()).row());
+}
+
+void LibraryView::keyPressEvent(QKeyEvent* event) {
+  const bool enters = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (enters) {
+    activate(currentIndex().row());
+  } else if (field_ && !event->text().trimmed().isEmpty() && event->text().at(0).isPrint() &&
+             !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) {
+    // What is typed is looked for.
+    field_->setFocus(Qt::OtherFocusReason);
+    QCoreApplication::sendEvent(field_, event);
+  } else {
+    QAbstractItemView::keyPressEvent(event);
+  }
+}
+
+void LibraryView::followField(QLineEdit& field) {
+  field_ = &field;
+  field.installEventFilter(this);
+}
+
+bool LibraryView::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == add_) {
+    if (event->type() == QEvent::Wheel) {
+      QCoreApplication::sendEvent(verticalScrollBar(), event);
+      return true;
+    }
+    if (event->type() == QEvent::Leave) setHovered(indexAt(viewport()->mapFromGlobal(QCursor::pos())).row());
+    return false;
+  }
+  if (watched != field_ || event->type() != QEvent::KeyPress) return QAbstractItemView::eventFilter(watched, event);
+  auto& key = static_cast<QKeyEvent&>(*event);
+  switch (key.key()) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+      QAbstractItemView::keyPressEvent(&key);
+      return true;
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+      if (!field_->text().isEmpty() || !currentIndex().isValid()) return false;
+      QAbstractItemView::keyPressEvent(&key);
+      return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      activate(currentIndex().row());
+      return true;
+    default:
+      return false;
+  }
+}
+
+void LibraryView::startDrag(Qt::DropActions) {
+  const LibraryItem* item = itemOf(currentIndex());
+  if (!item || !item->entry.widget) return;
+  const auto carried = LibraryShelves::freshWidget(*item);
+  auto* mime = new QMimeData;
+  mime->setText(WidgetTransfer::encode(*carried));
+  auto* drag = new QDrag(this);
+  drag->setMimeData(mime);
+  const QPixmap picture = tiles_.dragPicture(*item->entry.widget, devicePixelRatioF());
+  drag->setPixmap(picture);
+  drag->setHotSpot(QRectF(QPointF(), picture.deviceIndependentSize()).center().toPoint());
+  drag->exec(Qt::CopyAction);
+}
+
+bool LibraryView::viewportEvent(QEvent* event) {
+  switch (event->type()) {
+    case QEvent::MouseMove:
+    case QEvent::HoverMove:
+      setHovered(indexAt(viewport()->mapFromGlobal(QCursor::pos())).row());
+      break;
+    case QEvent::Leave:
+      setHovered(add_->underMouse() ? hovered_ : -1);
+      break;
+    default:
+      break;
+  }
+  return QAbstractItemView::viewportEvent(event);
+}
+
+// --- Live tiles -----------------------------------------------------------------------------------------------------
+
+void LibraryView::takeLook() {
+  // Tiles lie on the cards of the window, so they are painted in its scheme.
+  const bool light = lookOf(*this).palette.light;
+  tiles_.setPalette(
+      Palette::make(light ? DockStyle::LightGlass : DockStyle::DarkGlass, Backdrop::Plain, store_.config().monochrome));
+  viewport()->update();
+}
+
+void LibraryView::showEvent(QShowEvent* event) {
+  takeLook();
+  QAbstractItemView::showEvent(event);
+}
+
+void LibraryView::changeEvent(QEvent* event) {
+  QAbstractItemView::changeEvent(event);
+  if (event->type() == QEvent::StyleChange) takeLook();
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::LayoutDirectionChange) placeButton();
+}
+
+void LibraryView::refreshTiles() {
+  if (!isVisible() || window()->isMinimized()) return;
+  QList<DockWidget> widgets;
+  QList<int> rows;
+  const auto [first, last] = seen();
+  for (int row = first; row < last; ++row) {
+    if (!model_->items[row]->entry.widget) continue;
+    widgets.append(*model_->items[row]->entry.widget);
+    rows.append(row);
+  }
+  const QList<QUuid> changed = tiles_.refresh(widgets, store_.now());
+  for (qsizetype i = 0; i < rows.size(); ++i)
+    if (changed.contains(widgets[i].id)) updateCard(rows[i]);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,72 @@
+#include "views/library/TilePreview.h"
+
+#include <QCoreApplication>
+#include <cmath>
+
+#include "store/AppStore.h"
+#include "views/controls/ControlLook.h"
+#include "views/theme/Glass.h"
+#include "views/theme/Theme.h"
+#include "views/theme/WindowPalette.h"
+#include "widgets/catalog/Catalog.h"
+
+namespace tarnwick {
+
+namespace {
+
+constexpr int kRoom = 20;  // Above and below the tile.
+constexpr double kRounded = 12;
+
+}  // namespace
+
+TilePreview::TilePreview(AppStore& store, PreviewSources sources) : store_(store), tiles_(std::move(sources)) {
+  tiles_.setExamples(false);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  connect(&store, &AppStore::ticked, this, &TilePreview::refresh);
+}
+
+void TilePreview::show(const DockWidget& widget) {
+  widget_ = widget;
+  refresh();
+}
+
+QSize TilePreview::sizeHint() const { return {200, static_cast<int>(theme::kTileHeight) + kRoom * 2}; }
+
+void TilePreview::refresh() {
+  if (!isVisible() || widget_.id.isNull()) return;
+  if (tiles_.refresh({widget_}, store_.now()).isEmpty()) return;
+  const QString& name = widget_.title.isEmpty() ? Catalog::find(widget_.kind).name : widget_.title;
+  const QString value = tileText(*tiles_.content(widget_.id), name).tip();
+  setAccessibleName(QCoreApplication::translate("Library", "Preview: %1").arg(value));
+  update();
+}
+
+void TilePreview::takeLook() {
+  const bool light = lookOf(*this).palette.light;
+  tiles_.setPalette(
+      Palette::make(light ? DockStyle::LightGlass : DockStyle::DarkGlass, Backdrop::Plain, store_.config().monochrome));
+  update();
+}
+
+void TilePreview::showEvent(QShowEvent* event) {
+  takeLook();
+  QWidget::showEvent(event);
+  refresh();
+}
+
+void TilePreview::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::StyleChange) takeLook();
+}
+
+void TilePreview::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const ControlLook& look = lookOf(*this);
+  drawRounded(painter, rect(), kRounded, windowColors(!look.palette.light).side);
+  drawInnerLine(painter, rect(), kRounded, hairline(painter), look.palette.tileEdge);
+  const double width = PreviewTiles::widthOf(widget_);
+  tiles_.paint(painter, {std::round((this->width() - width) / 2), double(kRoom)}, widget_);
+}
+
+}  // namespace tarnwick
