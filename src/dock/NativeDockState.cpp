@@ -107,9 +107,9 @@ void NativeDockState::hide(DockLayout layout) {
   }
   current_ = layout;
   preferences_.restart();
-  if (const Capability dock = preferences_.capability(); !dock && !std::exchange(noticeGiven_, true)) {
-    notice_ = dock.reason;
-  }
+  Capability fits = preferences_.capability();
+  if (fits && layout != DockLayout::Swap) fits = preferences_.staysAway();
+  if (!fits && !std::exchange(noticeGiven_, true)) notice_ = fits.reason;
 }
 
 void NativeDockState::takeSnapshot() {

@@ -39,7 +39,7 @@ class NativeDockState {
   /// Why the recovery file of an earlier run cannot be used; blocks `apply`.
   const std::optional<QString>& recoveryError() const { return recoveryError_; }
 
-  /// Once, after a hiding layout was applied where there is no dock to hide: the sentence that says so.
+  /// Once, after a hiding layout was applied where the dock cannot be hidden as it asks: the sentence that says so.
   std::optional<QString> takeNotice() { return std::exchange(notice_, std::nullopt); }
 
   /// Called when a dock came up after ours had looked for one. What was changed before is given back by then, so the

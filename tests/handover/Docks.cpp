@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 std::optional<QByteArray> output(const QStringList& command) {
   QProcess process;
   process.start(command.first(), command.mid(1));
-  if (!process.waitForFinished(10'000) || process.exitCode() != 0) return std::nullopt;
+  if (!process.waitForFinished(30'000) || process.exitCode() != 0) return std::nullopt;
   return process.readAllStandardOutput();
 }
 

@@ -36,9 +36,17 @@ bool diesAt(int fatal, FakeDock& dock, const Work& work) {
   return WIFSIGNALED(status);
 }
 
-class CrashTest : public ::testing::TestWithParam<QVariantMap> {
+/// What a user has set.
+struct User {
+  const char* name;
+  QVariantMap values;
+};
+
+void PrintTo(const User& user, std::ostream* out) { *out << user.name; }
+
+class CrashTest : public ::testing::TestWithParam<User> {
  protected:
-  void SetUp() override { dock.setValues(GetParam()); }
+  void SetUp() override { dock.setValues(GetParam().values); }
 
   /// A day of changes.
   void run() {
@@ -82,8 +90,9 @@ TEST_P(CrashTest, AStartThatDiesWhileItRepairsIsRepairedByTheNext) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Users, CrashTest,
-                         ::testing::Values(QVariantMap{}, QVariantMap{{u"autohide-delay"_s, 0.5}},
-                                           QVariantMap{{u"autohide"_s, true}, {u"autohide-delay"_s, 0.1}}));
+                         ::testing::Values(User{"SetNothing", {}}, User{"SetTheDelay", {{u"autohide-delay"_s, 0.5}}},
+                                           User{"SetBoth", {{u"autohide"_s, true}, {u"autohide-delay"_s, 0.1}}}),
+                         [](const auto& user) { return std::string(user.param.name); });
 
 }  // namespace
 }  // namespace tarnwick

@@ -72,6 +72,22 @@ TEST_F(GuardianTest, ActsOnlyWhenTheLineBreaksWithoutAWord) {
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return called() == expected; }));
 }
 
+TEST_F(GuardianTest, OneThatIsKilledIsReplaced) {
+  {
+    GuardianProcess guardian(restorer);
+    guardian.watch(folder.path());
+    const pid_t first = started();
+    ::kill(first, SIGKILL);
+    EXPECT_TRUE(VirtualDisplay::waitUntil([&] {
+      const QList<pid_t> all = guardiansOf(folder.path());
+      return all.size() == 1 && all[0] != first;
+    }));
+    started();
+    EXPECT_EQ(called(), "");
+  }
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return !called().isEmpty(); }));
+}
+
 TEST_F(GuardianTest, LeavesAloneWhatAnotherStartHasRepaired) {
   for (const bool changedAgain : {false, true}) {
     write(NativeDockState::recoveryFile(folder.path()), "values");

@@ -103,7 +103,11 @@ TEST_F(OtherDocksTest, ThePanelsOfPlasmaAndADockThatIsNotThere) {
     const FakePlasma plasma(before);
     SystemDockPreferences preferences(folder.path());
     NativeDockState state(folder.path(), preferences);
+    state.apply(DockLayout::Swap);
+    EXPECT_FALSE(state.takeNotice());
     state.apply(DockLayout::Replace);
+    EXPECT_EQ(state.takeNotice(),
+              u"Panels of this desktop can be hidden, but still come out at the edge of the screen."_s);
     hidden = plasma.panels();
     EXPECT_EQ(hidden, QStringList({u"2 top none"_s, u"7 bottom autohide"_s, u"9 bottom autohide"_s}));
     state.apply(DockLayout::Floating);

@@ -47,10 +47,11 @@ class PlankTest : public ::testing::Test {
   }
   QString file() const { return NativeDockState::recoveryFile(folder.path()); }
   bool isGivenBack(const QByteArray& before) const { return dconfDump() == before && !QFile::exists(file()); }
-  /// Kills the guardian first, so that nobody gives the dock back.
+  /// Kills the guardian first, so that nobody gives the dock back, while the program cannot start another.
   void killBoth(ChildProcess& program) const {
     const QList<pid_t> guardians = guardiansOf(folder.path());
     ASSERT_EQ(guardians.size(), 1);
+    ::kill(program.pid(), SIGSTOP);
     ::kill(guardians[0], SIGKILL);
     ::kill(program.pid(), SIGKILL);
     ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return !program.isRunning(); }));

@@ -28,6 +28,8 @@ class DockPreferenceAccess {
 
   /// Whether this desktop has a dock that can be hidden. Without one the other operations work all the same.
   virtual Capability capability() = 0;
+  /// Whether the dock that was hidden last can be kept from coming out at the screen's edge for good.
+  virtual Capability staysAway() { return Capability::yes(); }
 
   /// Called later, from the event loop, when a dock has come up that the last `read` did not know.
   void setDockAppeared(std::function<void()> appeared) { appeared_ = std::move(appeared); }

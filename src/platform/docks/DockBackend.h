@@ -26,6 +26,8 @@ class DockBackend {
   virtual QList<DockSetting> own(DockPreference preference) = 0;
   /// What these settings become so that the dock hides, or comes out after so many seconds.
   virtual QList<DockSetting> hiding(DockPreference preference, double seconds, const QList<DockSetting>& own) = 0;
+  /// Whether a dock of the kind can be kept from coming out at the edge.
+  virtual bool staysAway() const { return true; }
   /// Sets or unsets. False where there is no such setting any more.
   virtual bool put(const DockSetting& setting) = 0;
   /// Whether everything that was put since the last call holds.

@@ -65,6 +65,15 @@ Capability SystemDockPreferences::capability() {
   return Capability::no(QCoreApplication::translate("SystemDockPreferences", "No dock that can be hidden was found."));
 }
 
+Capability SystemDockPreferences::staysAway() {
+  const auto& docks = found();
+  if (std::ranges::all_of(docks, [](const Found& dock) { return !dock.backend || dock.backend->staysAway(); })) {
+    return Capability::yes();
+  }
+  return Capability::no(QCoreApplication::translate(
+      "SystemDockPreferences", "Panels of this desktop can be hidden, but still come out at the edge of the screen."));
+}
+
 QVariant SystemDockPreferences::read(const QString& key) {
   const auto preference = preferenceOf(key);
   if (!preference) return {};

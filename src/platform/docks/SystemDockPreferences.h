@@ -31,6 +31,7 @@ class SystemDockPreferences final : public QObject, public DockPreferenceAccess 
   /// Docks of this desktop follow their settings by themselves.
   void restart() override {}
   Capability capability() override;
+  Capability staysAway() override;
 
  private:
   using Own = QList<DockSetting>;

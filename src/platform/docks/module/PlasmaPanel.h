@@ -10,6 +10,8 @@ class PlasmaPanel final : public DockBackend {
  public:
   QList<DockSetting> own(DockPreference preference) override;
   QList<DockSetting> hiding(DockPreference preference, double seconds, const QList<DockSetting>& own) override;
+  /// A panel that hides comes out at the edge without any delay.
+  bool staysAway() const override { return false; }
   bool put(const DockSetting& setting) override;
   bool flush() override;
 
