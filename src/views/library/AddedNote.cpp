@@ -30,9 +30,9 @@ AddedNote::AddedNote(QWidget* parent)
       edit_(new Button(word("Edit…"))),
       undo_(new Button(word("Undo"))) {
   auto* row = new QHBoxLayout(this);
-  row->setContentsMargins(theme::kPanelPadding + kMark + theme::kRowBleed, theme::kRowBleed, theme::kRowBleed,
-                          theme::kRowBleed);
+  row->setContentsMargins(theme::kRowBleed, theme::kRowBleed, theme::kRowBleed, theme::kRowBleed);
   row->setSpacing(theme::kRowBleed);
+  row->addSpacing(theme::kPanelPadding + kMark);
   row->addWidget(text_, 1);
   row->addSpacing(theme::kRowBleed);
   row->addWidget(edit_);

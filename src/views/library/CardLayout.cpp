@@ -26,7 +26,7 @@ int nearestInRow(const QList<QRect>& cards, int top, int x) {
 CardLayout CardLayout::make(const QList<QList<int>>& widths, int width) {
   CardLayout layout;
   const int most = std::max(1, width - kMargin * 2);
-  int y = 0;
+  int y = -kAbove;
   for (const QList<int>& shelf : widths) {
     layout.headings.append(y);
     y += kHeading;

@@ -1,22 +1,14 @@
 #include "views/library/LibraryView.h"
 
-#include <QAccessible>
 #include <QCoreApplication>
-#include <QDrag>
-#include <QKeyEvent>
-#include <QLineEdit>
-#include <QMimeData>
 #include <QScrollBar>
 #include <QStyle>
 #include <algorithm>
 #include <cmath>
 
-#include "config/WidgetTransfer.h"
 #include "store/AppStore.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/ControlTheme.h"
-#include "views/window/AppWindow.h"
-#include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
 
@@ -24,13 +16,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kButtonHeight = 26;
 constexpr int kPickerTile = 120;
 constexpr int kWheelStep = 48;
 
 QString say(const char* text) { return QCoreApplication::translate("Library", text); }
-
-QString buttonWord(const LibraryItem& item) { return item.entry.picker ? say("Choose…") : say("Add"); }
 
 int wordWidth(const QString& text, TextStyle style) {
   return static_cast<int>(std::ceil(TextLine(text, style).width()));
@@ -122,6 +111,8 @@ LibraryView::LibraryView(AppStore& store, PreviewSources sources, QWidget* paren
 
 LibraryView::~LibraryView() = default;
 
+QString LibraryView::buttonWord(const LibraryItem& item) { return item.entry.picker ? say("Choose…") : say("Add"); }
+
 void LibraryView::setShelves(const QList<LibraryShelf>& shelves) {
   const LibraryItem* chosen = itemOf(currentIndex());
   const QString kept = chosen ? chosen->entry.id : QString();
@@ -136,6 +127,7 @@ void LibraryView::setShelves(const QList<LibraryShelf>& shelves) {
   verticalScrollBar()->setValue(0);
   const auto again = std::ranges::find_if(model_->items, [&kept](const auto* item) { return item->entry.id == kept; });
   if (!kept.isEmpty() && again != model_->items.end()) choose(static_cast<int>(again - model_->items.begin()));
+  scrolled_.stop();
   placeButton();
   viewport()->update();
 }
@@ -294,157 +286,6 @@ void LibraryView::scrollContentsBy(int, int) {
   setHovered(indexAt(viewport()->mapFromGlobal(QCursor::pos())).row());
   placeButton();
   viewport()->update();
-}
-
-// --- The card in hand -----------------------------------------------------------------------------------------------
-
-int LibraryView::activeRow() const { return hovered_ >= 0 ? hovered_ : currentIndex().row(); }
-
-void LibraryView::updateCard(int row) {
-  if (row >= 0) viewport()->update(cardRect(row));
-}
-
-void LibraryView::setHovered(int row) {
-  if (!viewport()->underMouse() && !add_->underMouse()) row = -1;
-  if (row == hovered_) return;
-  updateCard(hovered_);
-  hovered_ = row;
-  updateCard(hovered_);
-  placeButton();
-}
-
-QRect LibraryView::buttonRect(int row) const {
-  const QRect card = cardRect(row);
-  const int width = add_->sizeHint().width();
-  const int top = card.bottom() + 1 - CardLayout::kNameRow + (CardLayout::kNameRow - kButtonHeight) / 2;
-  const int left =
-      isRightToLeft() ? card.left() + CardLayout::kPadding : card.right() + 1 - CardLayout::kPadding - width;
-  return {left, top, width, kButtonHeight};
-}
-
-void LibraryView::placeButton() {
-  const int row = activeRow();
-  const LibraryItem* item = itemOf(model_->index(row));
-  if (!item) {
-    add_->hide();
-    return;
-  }
-  add_->setLabel(buttonWord(*item));
-  add_->setAccessibleName(item->entry.picker ? item->title() : say("Add %1").arg(item->title()));
-  const QRect place = buttonRect(row);
-  add_->setFixedSize(place.size());
-  add_->move(mapToParent(viewport()->mapToParent(place.topLeft())));
-  add_->setVisible(viewport()->rect().contains(place));
-  add_->raise();
-}
-
-void LibraryView::activate(int row) {
-  if (const LibraryItem* item = itemOf(model_->index(row))) {
-    const LibraryItem wanted = *item;
-    choose(row);
-    Q_EMIT itemActivated(wanted);
-  }
-}
-
-void LibraryView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
-  QAbstractItemView::currentChanged(current, previous);
-  updateCard(previous.row());
-  updateCard(current.row());
-  placeButton();
-  if (!current.isValid() || !QAccessible::isActive()) return;
-  QAccessibleEvent heard(this, QAccessible::Focus);
-  heard.setChild(current.row());
-  QAccessible::updateAccessibility(&heard);
-}
-
-void LibraryView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
-  QAbstractItemView::selectionChanged(selected, deselected);
-  const QModelIndexList chosen = selected.indexes();
-  if (!chosen.isEmpty() && chosen.first() != currentIndex()) setCurrentIndex(chosen.first());
-}
-
-void LibraryView::mouseDoubleClickEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton) activate(indexAt(event->position().toPoint()).row());
-}
-
-void LibraryView::keyPressEvent(QKeyEvent* event) {
-  const bool enters = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  if (enters) {
-    activate(currentIndex().row());
-  } else if (field_ && !event->text().trimmed().isEmpty() && event->text().at(0).isPrint() &&
-             !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) {
-    // What is typed is looked for.
-    field_->setFocus(Qt::OtherFocusReason);
-    QCoreApplication::sendEvent(field_, event);
-  } else {
-    QAbstractItemView::keyPressEvent(event);
-  }
-}
-
-void LibraryView::followField(QLineEdit& field) {
-  field_ = &field;
-  field.installEventFilter(this);
-}
-
-bool LibraryView::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == add_) {
-    if (event->type() == QEvent::Wheel) {
-      QCoreApplication::sendEvent(verticalScrollBar(), event);
-      return true;
-    }
-    if (event->type() == QEvent::Leave) setHovered(indexAt(viewport()->mapFromGlobal(QCursor::pos())).row());
-    return false;
-  }
-  if (watched != field_ || event->type() != QEvent::KeyPress) return QAbstractItemView::eventFilter(watched, event);
-  auto& key = static_cast<QKeyEvent&>(*event);
-  switch (key.key()) {
-    case Qt::Key_Up:
-    case Qt::Key_Down:
-    case Qt::Key_PageUp:
-    case Qt::Key_PageDown:
-      QAbstractItemView::keyPressEvent(&key);
-      return true;
-    case Qt::Key_Left:
-    case Qt::Key_Right:
-      if (!field_->text().isEmpty() || !currentIndex().isValid()) return false;
-      QAbstractItemView::keyPressEvent(&key);
-      return true;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-      activate(currentIndex().row());
-      return true;
-    default:
-      return false;
-  }
-}
-
-void LibraryView::startDrag(Qt::DropActions) {
-  const LibraryItem* item = itemOf(currentIndex());
-  if (!item || !item->entry.widget) return;
-  const auto carried = LibraryShelves::freshWidget(*item);
-  auto* mime = new QMimeData;
-  mime->setText(WidgetTransfer::encode(*carried));
-  auto* drag = new QDrag(this);
-  drag->setMimeData(mime);
-  const QPixmap picture = tiles_.dragPicture(*item->entry.widget, devicePixelRatioF());
-  drag->setPixmap(picture);
-  drag->setHotSpot(QRectF(QPointF(), picture.deviceIndependentSize()).center().toPoint());
-  drag->exec(Qt::CopyAction);
-}
-
-bool LibraryView::viewportEvent(QEvent* event) {
-  switch (event->type()) {
-    case QEvent::MouseMove:
-    case QEvent::HoverMove:
-      setHovered(indexAt(viewport()->mapFromGlobal(QCursor::pos())).row());
-      break;
-    case QEvent::Leave:
-      setHovered(add_->underMouse() ? hovered_ : -1);
-      break;
-    default:
-      break;
-  }
-  return QAbstractItemView::viewportEvent(event);
 }
 
 // --- Live tiles -----------------------------------------------------------------------------------------------------

@@ -74,6 +74,7 @@ class LibraryView final : public QListView {
   static constexpr int kMarkGap = 6;   ///< Between the mark and its words.
   static constexpr int kNameGap = 10;  ///< Behind the name.
 
+  static QString buttonWord(const LibraryItem& item);
   const LibraryItem& itemAt(int row) const;
   const LibraryItem* itemOf(const QModelIndex& index) const;
   bool isPlaced(int row) const;
@@ -101,8 +102,9 @@ class LibraryView final : public QListView {
   Model* model_;
   Button* add_;
   CardLayout layout_;
-  QList<int> words_;    ///< The widths of the names.
-  QList<bool> placed_;  ///< Of each item.
+  QList<int> words_;              ///< The widths of the names.
+  QHash<QString, int> measured_;  ///< Widths of names, by the name.
+  QList<bool> placed_;            ///< Of each item.
   QUuid target_;
   QLineEdit* field_ = nullptr;
   int hovered_ = -1;

@@ -16,6 +16,7 @@
 #include "views/library/LibraryView.h"
 #include "views/window/DropDown.h"
 #include "views/window/SideList.h"
+#include "views/window/WindowTheme.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
@@ -33,6 +34,13 @@ constexpr int kGap = 12;
 
 QString say(const char* text) { return QCoreApplication::translate("Library", text); }
 
+QStringList idsOf(const QList<LibraryShelf>& shelves) {
+  QStringList ids;
+  for (const LibraryShelf& shelf : shelves)
+    for (const LibraryItem& item : shelf.items) ids << item.entry.id << item.title();
+  return ids;
+}
+
 }  // namespace
 
 LibraryWindow::LibraryWindow(AppStore& store, LibraryServices services)
@@ -44,7 +52,7 @@ LibraryWindow::LibraryWindow(AppStore& store, LibraryServices services)
       choice_(new DropDown(say("Add to"))),
       view_(nullptr),
       note_(nullptr) {
-  setContent(side_, makeBody());
+  setContent(makeSide(), makeBody());
   setMinimumSize(kLeastSize);
   resize(kSize);
   fill();
@@ -53,6 +61,15 @@ LibraryWindow::LibraryWindow(AppStore& store, LibraryServices services)
 }
 
 LibraryWindow::~LibraryWindow() = default;
+
+QWidget* LibraryWindow::makeSide() {
+  auto* side = new QWidget;
+  side->setFixedWidth(theme::kSideWidth);
+  auto* column = new QVBoxLayout(side);
+  column->setContentsMargins(theme::kSidePadding, kTop, theme::kSidePadding, theme::kSidePadding);
+  column->addWidget(side_);
+  return side;
+}
 
 QWidget* LibraryWindow::makeBody() {
   auto* body = new QWidget;
@@ -69,6 +86,7 @@ QWidget* LibraryWindow::makeBody() {
   column->setContentsMargins(0, kTop, 0, 0);
   column->setSpacing(0);
   column->addLayout(bar);
+  column->addSpacing(CardLayout::kAbove);
   column->addWidget(view_, 1);
   note_ = new AddedNote(body);
   field_->installEventFilter(this);
@@ -107,7 +125,10 @@ void LibraryWindow::showEvent(QShowEvent* event) {
 
 void LibraryWindow::fill() {
   const QList<StandardApplication> applications = StandardApplications::list(*services_.apps->index());
-  shelves_ = LibraryShelves::all(applications, StandardFolders::ofUser());
+  const QList<LibraryShelf> shelves = LibraryShelves::all(applications, StandardFolders::ofUser());
+  // The folders of applications are read anew now and then; what is shown stays where it is unless it is another.
+  if (idsOf(shelves) == idsOf(shelves_)) return;
+  shelves_ = shelves;
   QStringList paths;
   for (const StandardApplication& application : applications) paths.append(application.desktopEntryPath);
   view_->setApplications(paths);

@@ -48,6 +48,7 @@ class LibraryWindow final : public AppWindow {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  QWidget* makeSide();
   QWidget* makeBody();
   void connectParts();
   /// Takes what is installed and what the folders are.

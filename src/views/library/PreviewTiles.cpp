@@ -58,9 +58,12 @@ QPixmap PreviewTiles::render(const DockWidget& widget, const TileContent& conten
   return picture;
 }
 
-void PreviewTiles::paint(QPainter& painter, const QPointF& at, const DockWidget& widget) {
+void PreviewTiles::paint(QPainter& painter, const QPointF& place, const DockWidget& widget) {
   const TileContent* shown = content(widget.id);
   if (!shown) return;
+  // A picture between device pixels would blur.
+  const QTransform device = painter.deviceTransform();
+  const QPointF at = device.inverted().map(QPointF(device.map(place).toPoint()));
   const double ratio = painter.device()->devicePixelRatioF();
   const QPixmap* kept = pictures_.object(widget.id);
   if (!kept || kept->devicePixelRatio() != ratio) {

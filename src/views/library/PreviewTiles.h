@@ -29,8 +29,8 @@ class PreviewTiles {
   /// What a widget showed when it was refreshed last; null for one that never was.
   const TileContent* content(const QUuid& widget) const;
 
-  /// Draws the tile of `widget` with its top left at `at`, in the size that the dock gives it.
-  void paint(QPainter& painter, const QPointF& at, const DockWidget& widget);
+  /// Draws the tile of `widget` with its top left at `place`, in the size that the dock gives it.
+  void paint(QPainter& painter, const QPointF& place, const DockWidget& widget);
   /// The same as a picture for a drag, on a ground of its own.
   QPixmap dragPicture(const DockWidget& widget, double ratio);
 

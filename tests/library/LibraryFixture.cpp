@@ -1,0 +1,80 @@
+#include "library/LibraryFixture.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSignalSpy>
+
+#include "store/DocumentEdits.h"
+
+namespace tarnwick::test {
+
+using namespace Qt::StringLiterals;
+
+LibraryFixture::LibraryFixture() {
+  store().edit([](DockConfiguration& config) {
+    config.profiles = {DockProfile::initial(), DockProfile::initial()};
+    config.profiles[1].name = u"Work"_s;
+    config.profiles[1].widgets.clear();
+    config.activeProfileID = config.profiles[0].id;
+  });
+  QDir(folder_.path()).mkpath(u"applications"_s);
+  QFile entry(folder_.filePath(u"applications/writer.desktop"_s));
+  if (entry.open(QIODevice::WriteOnly))
+    entry.write(
+        "[Desktop Entry]\nType=Application\nName=Letters\nExec=true\nCategories=TextEditor;Utility;\n"
+        "MimeType=text/plain;\n");
+  entry.close();
+  AppEnvironment environment;
+  environment.home = environment.dataHome = folder_.path();
+  environment.executableFolders = {u"/usr/bin"_s, u"/bin"_s};
+  apps_ = std::make_unique<InstalledApps>(environment, scheduler_);
+  QSignalSpy changed(apps_.get(), &InstalledApps::changed);
+  apps_->load();
+  if (!apps_->loaded()) changed.wait();
+  edits_ = std::make_unique<UndoableEdits>(store(), *apps_, undo_);
+}
+
+DockWidget LibraryFixture::add(const QString& kind, const QMap<QString, QString>& options) {
+  DockWidget widget{QUuid::createUuid(), kind, {}, options};
+  store().addWidget(widget);
+  return widget;
+}
+
+const DockWidget* LibraryFixture::find(const QUuid& id) {
+  return DocumentEdits::find(std::as_const(store()).config(), id);
+}
+
+PreviewSources LibraryFixture::previews() {
+  return {[this](const QList<DockWidget>& widgets) {
+            for (const DockWidget& widget : widgets) asked.insert(widget.kind);
+            return SnapshotFixture::sources();
+          },
+          {}};
+}
+
+std::unique_ptr<LibraryWindow> LibraryFixture::library() {
+  LibraryServices services;
+  services.apps = apps_.get();
+  services.edits = edits_.get();
+  services.previews = previews();
+  services.undo = [this] { undo_.undo(); };
+  services.openEditor = [this](const QUuid& widget) { edited = widget; };
+  auto window = std::make_unique<LibraryWindow>(store(), services);
+  window->setAttribute(Qt::WA_DeleteOnClose, false);
+  window->present();
+  QCoreApplication::processEvents();
+  return window;
+}
+
+std::unique_ptr<EditorWindow> LibraryFixture::editor(const QUuid& widget) {
+  EditorServices services;
+  services.apps = apps_.get();
+  services.previews = previews();
+  auto window = std::make_unique<EditorWindow>(store(), widget, services);
+  window->setAttribute(Qt::WA_DeleteOnClose, false);
+  window->present();
+  QCoreApplication::processEvents();
+  return window;
+}
+
+}  // namespace tarnwick::test

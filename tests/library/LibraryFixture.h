@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QTemporaryDir>
+#include <QUuid>
+#include <memory>
+
+#include "apps/InstalledApps.h"
+#include "store/UndoStack.h"
+#include "store/UndoableEdits.h"
+#include "support/TestScheduler.h"
+#include "views/library/EditorWindow.h"
+#include "views/library/LibraryWindow.h"
+#include "views/snapshot/SnapshotFixture.h"
+
+namespace tarnwick::test {
+
+/// A store with one profile of a few widgets and a second, empty one, an application that is installed, and the two
+/// windows over them. What they ask is counted.
+class LibraryFixture {
+ public:
+  LibraryFixture();
+
+  AppStore& store() { return snapshot_.store(); }
+  UndoStack& undo() { return undo_; }
+  const DockProfile& profile(int index) { return store().config().profiles.at(index); }
+  DockWidget add(const QString& kind, const QMap<QString, QString>& options = {});
+  const DockWidget* find(const QUuid& id);
+
+  std::unique_ptr<LibraryWindow> library();
+  std::unique_ptr<EditorWindow> editor(const QUuid& widget);
+  PreviewSources previews();
+
+  QSet<QString> asked;  ///< The kinds whose tiles were asked for.
+  QUuid edited;         ///< What the library asked to edit.
+
+ private:
+  QTemporaryDir folder_;
+  TestScheduler scheduler_;
+  SnapshotStore snapshot_;
+  std::unique_ptr<InstalledApps> apps_;
+  UndoStack undo_;
+  std::unique_ptr<UndoableEdits> edits_;
+};
+
+}  // namespace tarnwick::test

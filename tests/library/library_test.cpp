@@ -1,0 +1,205 @@
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSet>
+#include <QTest>
+
+#include "library/LibraryFixture.h"
+#include "views/library/AddedNote.h"
+#include "views/library/CardLayout.h"
+#include "views/library/LibraryView.h"
+#include "views/window/DropDown.h"
+#include "views/window/SideList.h"
+#include "widgets/catalog/Catalog.h"
+
+namespace tarnwick::test {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+QList<LibraryShelf> shelves() {
+  return LibraryShelves::all({{u"Letters"_s, u"/usr/share/applications/writer.desktop"_s, {}}},
+                             {.applications = u"/usr/share/applications"_s,
+                              .downloads = u"/home/robin/Downloads"_s,
+                              .documents = {},
+                              .desktop = {},
+                              .pictures = {},
+                              .movies = {},
+                              .music = {},
+                              .home = u"/home/robin"_s});
+}
+
+TEST(LibraryShelvesTest, HoldEveryKindInTheOrderOfTheCatalog) {
+  QStringList names{Catalog::categories().first()};
+  QSet<QString> kinds;
+  for (const LibraryShelf& shelf : shelves()) {
+    names << shelf.name;
+    for (const LibraryItem& item : shelf.items) kinds << item.kind;
+  }
+  EXPECT_EQ(names, Catalog::categories());
+  for (const WidgetDefinition& definition : Catalog::items())
+    EXPECT_TRUE(kinds.contains(definition.id)) << definition.id.toStdString();
+}
+
+TEST(LibraryShelvesTest, AreSearchedByNameGroupAndKind) {
+  struct Case {
+    QString section, search;
+    QStringList found;
+  };
+  const auto all = Catalog::categories().first();
+  for (const auto& [section, search, found] : QList<Case>{
+           {all, u"POMO"_s, {u"Pomodoro"_s}},
+           {all, u"worldClockCity"_s, {u"World Time"_s}},
+           {all, u"  contacts phone "_s, {u"Quick Contacts"_s}},
+           {all, u"clock analog dark"_s, {Catalog::find(u"analogClassicDark"_s).name}},
+           {all, u"létters"_s, {u"Letters"_s}},
+           {u"Clocks"_s, u"letters"_s, {}},
+           {u"Photos"_s, {}, {u"Recent Photo"_s, u"Wallpaper"_s}},
+           {all, u"no such thing"_s, {}},
+       }) {
+    QStringList titles;
+    for (const LibraryShelf& shelf : LibraryShelves::fitting(shelves(), section, search))
+      for (const LibraryItem& item : shelf.items) titles << item.title();
+    EXPECT_EQ(titles, found) << search.toStdString();
+  }
+}
+
+TEST(CardLayoutTest, CardsKeepApartWithinAnyWidthAndArrowsReachThemAll) {
+  const QList<QList<int>> widths{{150, 70, 64, 280, 150, 90, 400}, {180, 70}, {120, 120, 120, 120, 120, 120, 120}};
+  for (const int width : {300, 520, 1000, 2400}) {
+    const CardLayout layout = CardLayout::make(widths, width);
+    ASSERT_EQ(layout.cards.size(), 16);
+    for (int i = 0; i < layout.cards.size(); ++i) {
+      const QRect& card = layout.cards[i];
+      EXPECT_GE(card.left(), CardLayout::kMargin);
+      EXPECT_LT(card.right(), width - CardLayout::kMargin + 1) << width;
+      EXPECT_EQ(layout.cardAt(card.center()), i);
+      for (int j = 0; j < i; ++j) EXPECT_FALSE(card.intersects(layout.cards[j])) << i << " and " << j;
+    }
+    EXPECT_LT(layout.cards.last().bottom(), layout.height);
+    int at = 0;
+    for (int next = layout.beside(at, 1); next != at; next = layout.beside(at, 1)) {
+      EXPECT_GT(layout.cards[next].top(), layout.cards[at].top());
+      at = next;
+    }
+    EXPECT_EQ(layout.cards[at].top(), layout.cards.last().top()) << "down leads to the last row";
+  }
+}
+
+class LibraryWindowTest : public testing::Test {
+ protected:
+  LibraryFixture fixture_;
+  std::unique_ptr<LibraryWindow> window_ = fixture_.library();
+  LibraryView& view_ = *window_->findChild<LibraryView*>();
+  QLineEdit& field_ = *window_->findChild<QLineEdit*>();
+
+  QModelIndex indexOf(const QString& title) const {
+    for (int row = 0; row < view_.model()->rowCount(); ++row)
+      if (view_.model()->index(row, 0).data().toString() == title) return view_.model()->index(row, 0);
+    return {};
+  }
+  QPushButton* addButton() const {
+    for (auto* button : window_->findChildren<QPushButton*>())
+      if (button->isVisible() && button->accessibleName().startsWith("Add "_L1)) return button;
+    return nullptr;
+  }
+  QString note() const {
+    const auto* note = window_->findChild<AddedNote*>();
+    return note->isVisible() ? note->accessibleName() : QString();
+  }
+  QStringList kinds(int profile) {
+    QStringList kinds;
+    for (const DockWidget& widget : fixture_.profile(profile).widgets) kinds << widget.kind;
+    return kinds;
+  }
+};
+
+TEST_F(LibraryWindowTest, AddsByKeyboardAloneAndTakesItBack) {
+  const QStringList before = kinds(0);
+  QTest::keyClick(&field_, Qt::Key_Return);
+  EXPECT_EQ(kinds(0), before) << "nothing is chosen before something was looked for";
+  QTest::keyClicks(&field_, u"pomodoro"_s);
+  EXPECT_EQ(view_.model()->rowCount(), 1);
+  QTest::keyClick(&field_, Qt::Key_Return);
+  EXPECT_EQ(kinds(0), before + QStringList{u"pomodoro"_s});
+  EXPECT_EQ(note(), u"“Pomodoro” was added to “Everyday”."_s);
+  EXPECT_TRUE(indexOf(u"Pomodoro"_s).data(Qt::AccessibleDescriptionRole).toString().endsWith(u"On dock"_s));
+  QTest::keyClick(&view_, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(kinds(0), before);
+  EXPECT_EQ(indexOf(u"Pomodoro"_s).data(Qt::AccessibleDescriptionRole).toString(), u"Clocks"_s);
+}
+
+TEST_F(LibraryWindowTest, ArrowsChooseCardsAndTypingInThemSearches) {
+  QTest::keyClick(&field_, Qt::Key_Down);
+  ASSERT_TRUE(view_.currentIndex().isValid());
+  const QRect first = view_.visualRect(view_.currentIndex());
+  QTest::keyClick(&field_, Qt::Key_Right);
+  EXPECT_GT(view_.visualRect(view_.currentIndex()).left(), first.left());
+  view_.setFocus();
+  QTest::keyClick(&view_, Qt::Key_End);
+  EXPECT_EQ(view_.currentIndex().row(), view_.model()->rowCount() - 1);
+  EXPECT_TRUE(view_.viewport()->rect().contains(view_.visualRect(view_.currentIndex())));
+  QTest::keyClick(&view_, Qt::Key_M);
+  EXPECT_EQ(field_.text(), u"m"_s);
+}
+
+TEST_F(LibraryWindowTest, AddsByHandToTheProfileThatIsChosen) {
+  auto* target = window_->findChild<DropDown*>();
+  const QString work = fixture_.profile(1).id.toString();
+  target->chooseValue(work);
+  Q_EMIT target->valueChosen(work);
+  const QStringList before = kinds(0);
+
+  window_->showCategory(u"Weather"_s);
+  const QModelIndex forecast = indexOf(u"Forecast"_s);
+  const QPoint middle = view_.visualRect(forecast).center();
+  QTest::mouseDClick(view_.viewport(), Qt::LeftButton, {}, middle);
+  EXPECT_EQ(kinds(1), QStringList{u"weatherForecast"_s});
+  ASSERT_TRUE(addButton());
+  EXPECT_EQ(addButton()->accessibleName(), u"Add Forecast"_s);
+  addButton()->click();
+  EXPECT_EQ(kinds(1).size(), 2);
+  EXPECT_NE(fixture_.profile(1).widgets[0].id, fixture_.profile(1).widgets[1].id);
+  EXPECT_EQ(kinds(0), before);
+  EXPECT_EQ(note(), u"“Forecast” was added to “Work”."_s);
+
+  // The profile goes while it is chosen.
+  fixture_.store().deleteProfile(fixture_.profile(1).id);
+  EXPECT_EQ(target->chosenValue(), fixture_.profile(0).id.toString());
+}
+
+TEST_F(LibraryWindowTest, OnlyWhatIsSeenIsAskedAndEveryItemHasAName) {
+  EXPECT_FALSE(fixture_.asked.isEmpty());
+  EXPECT_FALSE(fixture_.asked.contains(u"notesLatest"_s)) << "stands far below";
+  fixture_.asked.clear();
+  Q_EMIT fixture_.store().ticked();
+  EXPECT_FALSE(fixture_.asked.isEmpty());
+  window_->hide();
+  fixture_.asked.clear();
+  Q_EMIT fixture_.store().ticked();
+  EXPECT_TRUE(fixture_.asked.isEmpty()) << "a window that is not seen costs nothing";
+  window_->show();
+  const QAccessibleInterface* access = QAccessible::queryAccessibleInterface(&view_);
+  ASSERT_TRUE(access);
+  EXPECT_EQ(access->role(), QAccessible::List);
+  EXPECT_EQ(access->childCount(), view_.model()->rowCount());
+  for (int i = 0; i < access->childCount(); ++i) ASSERT_FALSE(access->child(i)->text(QAccessible::Name).isEmpty()) << i;
+}
+
+TEST_F(LibraryWindowTest, ASectionShowsItsShelfAlone) {
+  auto* side = window_->findChild<SideList*>();
+  window_->showCategory(u"Clocks"_s);
+  ASSERT_EQ(view_.shelves().size(), 1);
+  EXPECT_EQ(view_.shelves().first().items.size(), 19);
+  QTest::keyClicks(&field_, u"cpu"_s);
+  EXPECT_EQ(side->chosen(), u"All Widgets"_s) << "a search goes over everything";
+  EXPECT_FALSE(view_.shelves().isEmpty());
+  window_->showCategory(u"No such section"_s);
+  EXPECT_EQ(view_.shelves().size(), Catalog::categories().size() - 1);
+}
+
+}  // namespace
+}  // namespace tarnwick::test
