@@ -11,7 +11,7 @@ namespace tarnwick {
 struct Screen {
   QString id;        ///< Stable over a reconnection: a UUID made from the monitor's maker, product and serial, or the
                      ///< connector's name where the monitor tells nothing.
-  QString legacyId;  ///< The decimal number that older settings used for this display; may be empty.
+  QString legacyId;  ///< The decimal number that older settings used for this display; empty where none ever did.
   QString name;      ///< What a person calls it, such as the monitor's model or the connector.
   QRectF frame;      ///< The whole display.
   QRectF usable;     ///< Without the bars that others keep; our own reservation is not subtracted.

@@ -47,7 +47,7 @@ TEST(X11Panel, StandsWhereItIsPutOnEveryDesktop) {
       [&] { return desk.display.words(desk.display.root(), "_NET_CURRENT_DESKTOP").value(0) == 1; }));
   ForeignWindow window(desk.display, QRect(0, 0, 50, 50));
   ASSERT_TRUE(window.show());
-  EXPECT_EQ(desk.display.pixel({291, 681}), kRed);
+  EXPECT_TRUE(waitForPixel({291, 681}, kRed));
   ASSERT_TRUE(desk.display.execute({u"xdotool"_s, u"set_desktop"_s, u"0"_s}));
 
   one.panel->place({.screen = desk.screens.mainId(), .rectangle = QRect(0, 740, 100, 60), .margins = {}});

@@ -20,7 +20,7 @@
 namespace tarnwick::testing {
 namespace {
 
-constexpr qint64 kDeadline = 10'000;
+constexpr qint64 kDeadline = 30'000;
 constexpr int kLookAgain = 5;
 
 VirtualDisplay* currentDisplay = nullptr;
@@ -58,6 +58,7 @@ VirtualDisplay::VirtualDisplay(const Options& options) {
   qputenv("HOME", folder_.path().toLocal8Bit());
   qputenv("XDG_RUNTIME_DIR", folder_.path().toLocal8Bit());
   qputenv("QT_QPA_PLATFORM", "xcb");
+  qunsetenv("WAYLAND_DISPLAY");
   qputenv("QT_XCB_NO_MITSHM", "1");
   startServer(options.size);
   connectToServer();

@@ -29,7 +29,7 @@ class VirtualDisplay {
     bool compositor = false;    ///< picom.
   };
 
-  /// Throws std::runtime_error when something does not come up within 10 seconds.
+  /// Throws std::runtime_error when something does not come up within 30 seconds.
   explicit VirtualDisplay(const Options& options);
   ~VirtualDisplay();
   /// The one that exists.
@@ -77,7 +77,7 @@ class VirtualDisplay {
   QImage screenshot() const;
   QColor pixel(QPoint place) const;
 
-  /// Runs the event loop until the predicate holds; false after 10 seconds.
+  /// Runs the event loop until the predicate holds; false after 30 seconds.
   static bool waitUntil(const std::function<bool()>& predicate);
   /// Runs the event loop until the program has seen all that the server did up to now, and has acted on it.
   void settle();

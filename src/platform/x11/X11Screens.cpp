@@ -147,10 +147,9 @@ void X11Screens::readDisplays() {
   if (hasMonitors_ && monitors.isEmpty()) return;
   for (QScreen* screen : QGuiApplication::screens()) {
     Display display{
-        .screen = screen, .connector = screen->name(), .legacyId = {}, .edid = {}, .frame = nativeFrame(*screen)};
+        .screen = screen, .connector = screen->name(), .edid = {}, .frame = nativeFrame(*screen)};
     if (const X11Monitor* monitor = monitorOf(*screen, monitors)) {
       display.connector = monitor->name;
-      if (monitor->output != 0) display.legacyId = QString::number(monitor->output);
       display.edid = monitor->edid;
       display.frame = monitor->frame;
     }
@@ -226,7 +225,7 @@ void X11Screens::publish() {
     const QPointF corner = frame.topLeft() + QPointF(usable.topLeft() - display.frame.topLeft()) / scale;
     const bool isWhole = usable == display.frame;
     screens.append({.id = identities[index],
-                    .legacyId = display.legacyId,
+                    .legacyId = {},
                     .name = display.edid && !display.edid->model.isEmpty() ? display.edid->model : display.connector,
                     .frame = frame,
                     .usable = isWhole ? frame : QRectF(corner, QSizeF(usable.size()) / scale),

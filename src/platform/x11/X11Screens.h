@@ -58,7 +58,6 @@ class X11Screens final : public Screens {
   struct Display {
     QPointer<QScreen> screen;
     QString connector;
-    QString legacyId;
     std::optional<Edid> edid;
     QRect frame;
   };
