@@ -52,6 +52,10 @@ TEST(Layout, StandsOnTheToldNumbersAtEveryScale) {
         EXPECT_NEAR(edge, std::round(edge), 1e-9) << "an edge between device pixels at " << scale;
       x += width + 7;
     }
+    dock.widgets.clear();
+    const RowLayout empty = RowLayout::of(dock, QRectF(0, 0, 110, std::ceil(84 * scale)), 1);
+    EXPECT_EQ(empty.glass.width(), 110) << scale;
+    EXPECT_EQ(empty.overflow, 0) << scale;
   }
 }
 

@@ -150,7 +150,8 @@ TEST(Dropping, GoesWhereTheRulesSay) {
                  widgetWith(u"folderLauncher"_s, u"/proc"_s),
                  widget(u"trash"_s),
                  widgetWith(u"appLauncher"_s, u"/usr/share/applications/x.desktop"_s),
-                 widget(u"fileShelf"_s)};
+                 widget(u"fileShelf"_s),
+                 widgetWith(u"folderLauncher"_s, here + u"/gone"_s)};
   row.runningApps = runningApps().mid(0, 1);
   const auto view = makeView(row);
   QMimeData files;
@@ -175,7 +176,8 @@ TEST(Dropping, GoesWhereTheRulesSay) {
       {"the trash", 3, Qt::NoModifier, kAll, Qt::MoveAction, true},
       {"an application", 4, Qt::ShiftModifier, kAll, Qt::CopyAction, true},
       {"the shelf", 5, Qt::NoModifier, kAll, Qt::LinkAction, true},
-      {"a running application", 6, Qt::NoModifier, kAll, Qt::CopyAction, true},
+      {"a folder that is gone", 6, Qt::NoModifier, kAll, Qt::LinkAction, false},
+      {"a running application", 7, Qt::NoModifier, kAll, Qt::CopyAction, true},
       {"a clock, which takes nothing", 0, Qt::NoModifier, kAll, Qt::LinkAction, false},
       {"a clock, by one who only moves", 0, Qt::NoModifier, Qt::MoveAction, Qt::IgnoreAction, false}};
   for (const Case& expected : cases) {
@@ -188,7 +190,7 @@ TEST(Dropping, GoesWhereTheRulesSay) {
     if (!dropped) continue;
     EXPECT_EQ(dropped->urls, files.urls());
     EXPECT_EQ(dropped->action, expected.action) << expected.what;
-    const bool application = expected.item == 6;
+    const bool application = expected.item == 7;
     EXPECT_EQ(dropped->widget, expected.onTile && !application ? row.widgets[expected.item].id : QUuid());
     EXPECT_EQ(dropped->application, application ? 1U : 0U) << expected.what;
   }
@@ -414,6 +416,21 @@ TEST(Profiles, ADragAcrossEmptyRoomSwitches) {
     EXPECT_EQ(moved.x(), moves ? expected.distance : 0);
     EXPECT_EQ(finished, moves ? 1 : 0);
   }
+}
+
+TEST(Floating, AMoveEndsWithTheDockThatIsMoved) {
+  DockRow row = starterRow();
+  row.floats = true;
+  const auto view = makeView(row);
+  view->show();
+  QStringList told;
+  QObject::connect(view.get(), &DockView::moveFinished, [&] { told << u"finished"_s; });
+  QObject::connect(view.get(), &DockView::handLeft, [&] { told << (view->isHeld() ? u"held"_s : u"left"_s); });
+  const QPointF between = view->itemRect(0).topRight() + QPointF(3, 30);
+  mouse(*view, QEvent::MouseButtonPress, between);
+  mouse(*view, QEvent::MouseMove, between + QPointF(20, 0));
+  view->hide();
+  EXPECT_EQ(told, (QStringList{u"finished"_s, u"left"_s}));
 }
 
 TEST(Profiles, TheRowSlidesAndComesToRest) {

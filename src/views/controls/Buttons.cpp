@@ -89,7 +89,12 @@ void Button::paintEvent(QPaintEvent*) {
   const ControlLook& look = this->look();
   const QRectF box = rect();
   QColor ink = role_ == Role::Quiet ? look.palette.secondary : look.palette.primary;
-  if (role_ == Role::Primary) {
+  if (role_ == Role::Primary && !isEnabled()) {
+    // A pale accent would swallow the word on it.
+    painter.setOpacity(1);
+    drawRounded(painter, box, theme::kButtonCorner, look.palette.button);
+    ink = look.palette.tertiary;
+  } else if (role_ == Role::Primary) {
     QColor fill = look.accentColor();
     if (isEnabled() && underMouse() && !isDown()) fill = lightened(fill, theme::kPrimaryHover);
     drawRounded(painter, box, theme::kButtonCorner, isDown() ? faded(fill, 0.85) : fill);

@@ -5,12 +5,11 @@
 #include <QDragMoveEvent>
 #include <QDropEvent>
 #include <QMimeData>
+#include <utility>
 
 #include "views/dock/DockView.h"
 
 namespace tarnwick {
-
-using namespace Qt::StringLiterals;
 
 void DockView::dragEnterEvent(QDragEnterEvent* event) {
   if (!hold(event)) return;
@@ -43,7 +42,6 @@ bool DockView::hold(QDropEvent* event) {
     event->ignore();
     return false;
   }
-  const qsizetype before = drop_ ? drop_->item : -1;
   DropHover hover = drop_.value_or(DropHover{});
   hover.pointer = event->position();
   hover.widget = widget;
@@ -54,16 +52,17 @@ bool DockView::hold(QDropEvent* event) {
   const DockWidget* tile = widgetOf(under);
   if (!widget && (tile || appOf(under))) {
     hover.taker = tile ? DropRules::takerOf(*tile) : DropRules::Taker::Application;
+    // The file system is asked when a folder is entered, not with every move.
+    if (hover.taker == DropRules::Taker::Folder && std::exchange(hover.looked, under) != under)
+      hover.folder = DropRules::lookAt(DropRules::folderOf(*tile), mime.urls());
+    if (hover.taker == DropRules::Taker::Folder && !hover.folder.exists) hover.taker = DropRules::Taker::None;
     if (hover.taker != DropRules::Taker::None) hover.item = under;
   }
-  // The file system is asked when a folder is entered, not with every move.
-  if (hover.taker == DropRules::Taker::Folder && hover.item != before)
-    hover.sameFileSystem = DropRules::sameFileSystem(mime.urls(), tile->options.value(u"path"_s));
   const bool first = !drop_;
   drop_ = hover;
-  const Qt::DropAction action =
-      widget ? Qt::CopyAction
-             : DropRules::action(hover.taker, event->possibleActions(), event->modifiers(), hover.sameFileSystem);
+  const Qt::DropAction action = widget ? Qt::CopyAction
+                                       : DropRules::action(hover.taker, event->possibleActions(), event->modifiers(),
+                                                           hover.folder.sameFileSystem);
   event->setDropAction(action);
   event->setAccepted(action != Qt::IgnoreAction);
   if (first) setPointer(std::nullopt);

@@ -58,9 +58,13 @@ void DockView::resizeEvent(QResizeEvent* event) {
 void DockView::hideEvent(QHideEvent* event) {
   cancelDrag();
   clearDrop();
-  press_.reset();
+  // No button will come up here any more.
+  const auto press = std::exchange(press_, std::nullopt);
   setPointer(std::nullopt);
   QWidget::hideEvent(event);
+  if (!press) return;
+  if (press->turned == Press::Turned::Move) Q_EMIT moveFinished();
+  Q_EMIT handLeft();
 }
 
 // --- Hover ----------------------------------------------------------------------------------------------------------
@@ -69,6 +73,8 @@ void DockView::setPointer(std::optional<QPointF> pointer) {
   const bool inside = pointer && layout_.glass.contains(*pointer);
   const qsizetype under = inside ? layout_.itemAt(*pointer).value_or(-1) : -1;
   const qsizetype before = hovered_;
+  // An empty dock is one button.
+  if (isEmpty()) update();
   pointer_ = pointer;
   hovered_ = answersPointer(under) && !drag_ && !drop_ ? under : -1;
   hoverTabs(inside);
@@ -123,6 +129,11 @@ void DockView::leaveEvent(QEvent*) {
 // --- Buttons --------------------------------------------------------------------------------------------------------
 
 void DockView::mousePressEvent(QMouseEvent* event) {
+  // The toolkit asks for a menu with the first press of a double click only.
+  if (event->type() == QEvent::MouseButtonDblClick && event->button() == Qt::RightButton && !drag_) {
+    openMenuAt(event->position().toPoint());
+    return;
+  }
   if (event->button() == Qt::MiddleButton) middlePressed_ = layout_.itemAt(event->position()).value_or(-1);
   if (event->button() != Qt::LeftButton || drag_) return;
   setPointer(event->position());
@@ -139,6 +150,7 @@ void DockView::mousePressEvent(QMouseEvent* event) {
     press.key = keyOf(*item);
   }
   press_ = press;
+  if (isEmpty()) update();
   pressed_ = hovered_;
   updateItem(pressed_);
 }
@@ -248,7 +260,8 @@ void DockView::click(QPointF point) {
   }
   if (const TileContent* content = contentOf(*item)) {
     const QRectF& tile = layout_.items[*item].rect;
-    const auto part = tilePartAt(*content, tile.width() / row_.scale, (point - tile.topLeft()) / row_.scale, row_.scale);
+    const auto part =
+        tilePartAt(*content, tile.width() / row_.scale, (point - tile.topLeft()) / row_.scale, row_.scale);
     if (part) {
       Q_EMIT tilePartActivated(widgetOf(*item)->id, *part);
       return;
@@ -321,10 +334,15 @@ void DockView::contextMenuEvent(QContextMenuEvent* event) {
   if (drag_) return;
   if (event->reason() == QContextMenuEvent::Keyboard) {
     openItemMenu(focused_);
-  } else if (layout_.glass.contains(event->pos())) {
-    const auto item = layout_.itemAt(event->pos());
-    item ? openItemMenu(*item) : openMenu(-1, glassBeside(QRect(event->pos(), QSize(1, 1))));
+  } else {
+    openMenuAt(event->pos());
   }
+}
+
+void DockView::openMenuAt(QPoint point) {
+  if (!layout_.glass.contains(point)) return;
+  const auto item = layout_.itemAt(point);
+  item ? openItemMenu(*item) : openMenu(-1, glassBeside(QRect(point, QSize(1, 1))));
 }
 
 }  // namespace tarnwick

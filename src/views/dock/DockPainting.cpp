@@ -288,9 +288,16 @@ QPixmap DockView::pictureOfRow() {
 void DockView::paintEmpty(QPainter& painter) {
   const TextLine line = addWidgetsLine(row_.scale);
   const QPointF centre = layout_.glass.center();
+  if (pointer_ && layout_.glass.contains(*pointer_)) {
+    const double inset = theme::kInset * row_.scale;
+    const QRectF ground = layout_.glass.adjusted(inset, inset, -inset, -inset);
+    drawRounded(painter, ground, theme::kTileCorner * row_.scale, press_ ? palette_.tilePressed : palette_.tileHover);
+  }
+  // The glass of an empty dock is equally wide at every scale.
+  const double scale = std::min(row_.scale, (layout_.glass.width() - theme::kInset * 2) / line.width());
   painter.save();
   painter.translate(centre);
-  painter.scale(row_.scale, row_.scale);
+  painter.scale(scale, scale);
   line.drawCentred(painter, {0, line.capHeight() / 2}, palette_.primary);
   painter.restore();
 }

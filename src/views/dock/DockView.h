@@ -63,7 +63,7 @@ class DockView : public QWidget {
   /// Room around the slot that shadow and lifted tiles are painted on.
   QMargins margins() const;
   /// The width of a slot that the whole row fits in, in the units of the window.
-  double idealRowWidth() const { return RowLayout::idealWidth(row_) * row_.scale; }
+  double idealRowWidth() const { return RowLayout::idealWidth(row_); }
   /// The widget whose tile lies at a point; null for none.
   QUuid widgetAt(QPointF point) const;
   /// The place of a widget's tile; empty for none.
@@ -187,6 +187,7 @@ class DockView : public QWidget {
   bool isOver(const Press& press, QPointF point) const;
   void click(QPointF point);
   void openMenu(qsizetype item, const QRect& beside);
+  void openMenuAt(QPoint point);
 
   // By the keyboard.
   void moveFocus(int direction);
@@ -264,8 +265,8 @@ class DockView : public QWidget {
   QTimer follow_;
   bool followsOn_ = false;
   QList<double> magnifications_;  ///< By item, as it was drawn last.
-  SpringSet shifts_;   ///< By key: how far items are from their places.
-  SpringSet springs_;  ///< Everything else that travels.
+  SpringSet shifts_;              ///< By key: how far items are from their places.
+  SpringSet springs_;             ///< Everything else that travels.
   QVariantAnimation pulse_;
   int pulses_ = 0;
   QVariantAnimation edgeScroll_;

@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QMimeData>
+#include <QStandardPaths>
 #include <initializer_list>
 #include <optional>
 
@@ -18,10 +19,10 @@ namespace {
 
 constexpr auto kWidgetText = "tarnwick-widget:"_L1;
 
-std::optional<dev_t> deviceOf(const QString& path) {
+std::optional<struct stat> factsOf(const QString& path) {
   struct stat facts {};
   if (path.isEmpty() || ::stat(QFile::encodeName(path).constData(), &facts) != 0) return std::nullopt;
-  return facts.st_dev;
+  return facts;
 }
 
 Qt::DropAction firstOf(Qt::DropActions possible, std::initializer_list<Qt::DropAction> wanted) {
@@ -38,8 +39,13 @@ DropRules::Taker DropRules::takerOf(const DockWidget& widget) {
   if (widget.kind == "trash"_L1) return Taker::Trash;
   if (widget.kind == "fileShelf"_L1) return Taker::Shelf;
   if (widget.kind == "appLauncher"_L1) return PinnedTiles::isDesktopEntry(path) ? Taker::Application : Taker::None;
-  if (widget.kind == "downloads"_L1) return Taker::Folder;
-  return !path.isEmpty() && Catalog::find(widget.kind).family == "files"_L1 ? Taker::Folder : Taker::None;
+  return folderOf(widget).isEmpty() ? Taker::None : Taker::Folder;
+}
+
+QString DropRules::folderOf(const DockWidget& widget) {
+  if (Catalog::find(widget.kind).family != "files"_L1) return {};
+  if (widget.kind == "downloads"_L1) return QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
+  return widget.options.value(u"path"_s);
 }
 
 bool DropRules::carriesWidget(const QMimeData& data) { return data.hasText() && data.text().startsWith(kWidgetText); }
@@ -67,10 +73,11 @@ Qt::DropAction DropRules::action(Taker taker, Qt::DropActions possible, Qt::Keyb
   return firstOf(possible, {Qt::LinkAction, Qt::CopyAction});
 }
 
-bool DropRules::sameFileSystem(const QList<QUrl>& urls, const QString& folder) {
-  if (urls.isEmpty() || !urls.first().isLocalFile()) return false;
-  const auto from = deviceOf(urls.first().toLocalFile());
-  return from && from == deviceOf(folder);
+DropRules::Folder DropRules::lookAt(const QString& folder, const QList<QUrl>& urls) {
+  const auto there = factsOf(folder);
+  if (!there || !S_ISDIR(there->st_mode)) return {};
+  const auto from = urls.isEmpty() || !urls.first().isLocalFile() ? std::nullopt : factsOf(urls.first().toLocalFile());
+  return {true, from && from->st_dev == there->st_dev};
 }
 
 }  // namespace tarnwick

@@ -15,7 +15,10 @@ struct DropRules {
   /// What a tile does with files.
   enum class Taker { None, Folder, Trash, Shelf, Share, Application };
 
+  /// What a folder's tile leads to may be gone: see lookAt.
   static Taker takerOf(const DockWidget& widget);
+  /// The folder that files go into on a tile; empty for none.
+  static QString folderOf(const DockWidget& widget);
   /// Whether this is the text of a widget on its way from the library to a dock.
   static bool carriesWidget(const QMimeData& data);
   static bool carriesFiles(const QMimeData& data);
@@ -26,8 +29,12 @@ struct DropRules {
   /// gives IgnoreAction.
   static Qt::DropAction action(Taker taker, Qt::DropActions possible, Qt::KeyboardModifiers modifiers,
                                bool sameFileSystem);
-  /// Whether the first of the files lies in the file system of the folder. Asks the file system once.
-  static bool sameFileSystem(const QList<QUrl>& urls, const QString& folder);
+  struct Folder {
+    bool exists = false;
+    bool sameFileSystem = false;  ///< As the first of the files.
+  };
+  /// Asks the file system about a folder that files are held over.
+  static Folder lookAt(const QString& folder, const QList<QUrl>& urls);
 };
 
 }  // namespace tarnwick

@@ -66,8 +66,9 @@ struct DropHover {
   bool widget = false;
   qsizetype item = -1;  ///< That would take it; -1 for none.
   DropRules::Taker taker = DropRules::Taker::None;
-  qsizetype index = 0;          ///< Where it would be put in otherwise.
-  bool sameFileSystem = false;  ///< Known for `item`.
+  qsizetype index = 0;    ///< Where it would be put in otherwise.
+  qsizetype looked = -1;  ///< The folder's item that `folder` is known for.
+  DropRules::Folder folder{};
 };
 
 /// The change of one profile's row to another's.

@@ -173,13 +173,13 @@ RunningAppsPlacement runningAppsPlacementNamed(const QString& name) {
 
 double RowLayout::idealWidth(const DockRow& row) {
   const QList<Block> blocks = blocksOf(row);
-  return std::max(widthOf(blocks, row.spacing) + theme::kInset * 2, theme::kDockLeastWidth);
+  return std::max((widthOf(blocks, row.spacing) + theme::kInset * 2) * row.scale, theme::kDockLeastWidth);
 }
 
 RowLayout RowLayout::of(const DockRow& row, const QRectF& slot, double ratio, const RowPose& pose) {
   const Grid grid{ratio};
   const double scale = row.scale;
-  const double ideal = idealWidth(row) * scale;
+  const double ideal = idealWidth(row);
   RowLayout layout;
   const double tabs = row.keepsRoomForTabs() ? pose.tabs : 0;
   layout.glass = glassOf(row, slot, std::min(ideal, slot.width()), tabs, grid);

@@ -33,7 +33,7 @@ struct RowLayout {
   QList<QRectF> tabs;    ///< None while they are in; one that there is no room for is empty.
   double overflow = 0;   ///< How far the row is wider than its glass; it scrolls that far.
 
-  /// The width at scale 1 that the glass takes when nothing limits it, never below the dock's least.
+  /// The width that the glass takes when nothing limits it, never below the dock's least, whatever the scale.
   static double idealWidth(const DockRow& row);
   /// Lays the row out in the middle of `slot`. `ratio` is device pixels per unit.
   static RowLayout of(const DockRow& row, const QRectF& slot, double ratio, const RowPose& pose = {});

@@ -1,6 +1,7 @@
 #include "views/dock/StoreSources.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "views/tiles/NoteTiles.h"
 
@@ -46,7 +47,11 @@ TileSources storeSources(const AppStore& store, const Toggles& toggles, const Do
   sources.use24Hour = writes24Hours(sources.locale);
   const SystemMetrics& system = store.system();
   if (!system.cpuHistory().isEmpty()) sources.metrics = system.snapshot();
-  sources.cpuHistory = system.cpuHistory();
+  // How busy the processor is follows from two looks at its counters.
+  if (system.cpuHistory().size() == 1)
+    sources.metrics->cpu = std::numeric_limits<double>::quiet_NaN();
+  else
+    sources.cpuHistory = system.cpuHistory();
   sources.memoryHistory = system.ramHistory();
   sources.networkHistory = system.networkHistory();
   sources.readings.downloadHistory = system.downloadHistory();

@@ -16,7 +16,7 @@ struct ToggleWords {
   Toggle toggle;
   const char* symbol;
   const char* name;
-  const char* sentence;  ///< What the switch does, while it is available.
+  const char* sentence;  ///< What the switch is for, on or off, while it is available.
 };
 
 constexpr std::array kToggles = {
@@ -25,13 +25,13 @@ constexpr std::array kToggles = {
     ToggleWords{Toggle::Bluetooth, "bluetooth", QT_TRANSLATE_NOOP("Tiles", "Bluetooth"),
                 QT_TRANSLATE_NOOP("Panels", "Headphones, keyboards and other devices nearby")},
     ToggleWords{Toggle::DarkMode, "moon", QT_TRANSLATE_NOOP("Tiles", "Dark Mode"),
-                QT_TRANSLATE_NOOP("Panels", "Applications appear dark")},
+                QT_TRANSLATE_NOOP("Panels", "Dark colors for applications and windows")},
     ToggleWords{Toggle::DoNotDisturb, "bell.slash", QT_TRANSLATE_NOOP("Tiles", "Do Not Disturb"),
-                QT_TRANSLATE_NOOP("Panels", "Notifications stay out of sight")},
+                QT_TRANSLATE_NOOP("Panels", "Keep notifications out of sight")},
     ToggleWords{Toggle::Mute, "speaker.slash", QT_TRANSLATE_NOOP("Tiles", "Mute"),
-                QT_TRANSLATE_NOOP("Panels", "Nothing is heard from this computer")},
+                QT_TRANSLATE_NOOP("Panels", "Silence everything on this computer")},
     ToggleWords{Toggle::KeepAwake, "cup.and.saucer", QT_TRANSLATE_NOOP("Tiles", "Keep Awake"),
-                QT_TRANSLATE_NOOP("Panels", "The screen stays on")},
+                QT_TRANSLATE_NOOP("Panels", "Keep the screen on")},
 };
 
 class TogglesPanel final : public TilePanel {

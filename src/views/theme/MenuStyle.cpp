@@ -1,0 +1,177 @@
+#include "views/theme/MenuStyle.h"
+
+#include <QApplication>
+#include <QMenu>
+#include <QPainter>
+#include <QPointer>
+#include <QStyleOptionMenuItem>
+#include <algorithm>
+
+#include "views/theme/Glass.h"
+#include "views/theme/Symbols.h"
+#include "views/theme/Typography.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double kCorner = 12;
+constexpr double kItemCorner = 7;
+constexpr int kMargin = 6;
+constexpr int kItemHeight = 28;
+constexpr int kSeparatorHeight = 9;
+constexpr int kTextInset = 12;
+constexpr int kMarkWidth = 20;  ///< For check marks in front, and for what says that a menu follows behind.
+constexpr double kMarkSize = 14;
+constexpr int kBeforeShortcut = 28;
+constexpr int kLeastWidth = 150;
+constexpr double kHover = 0.10;     ///< How much of the text's colour lies over the ground.
+constexpr double kShortcut = 0.62;  ///< How strong the text of a key is.
+
+QColor faint(QColor color, double share) {
+  color.setAlphaF(static_cast<float>(color.alphaF() * share));
+  return color;
+}
+
+int leadingOf(const QStyleOptionMenuItem& item) { return kTextInset + (item.menuHasCheckableItems ? kMarkWidth : 0); }
+
+void paintSeparator(QPainter& painter, const QStyleOptionMenuItem& item) {
+  const QRectF line(item.rect.left() + kTextInset, item.rect.center().y(), item.rect.width() - 2 * kTextInset, 1);
+  painter.fillRect(line, item.palette.color(QPalette::Mid));
+}
+
+void paintMark(QPainter& painter, const QStyleOptionMenuItem& item, double left, const QColor& color) {
+  const QRectF box(left, item.rect.center().y() + 0.5 - kMarkSize / 2, kMarkSize, kMarkSize);
+  Symbols::draw(painter, u"checkmark"_s, box, color);
+}
+
+void paintChevron(QPainter& painter, const QStyleOptionMenuItem& item, const QColor& color) {
+  const bool leftToRight = item.direction == Qt::LeftToRight;
+  const double tip = leftToRight ? item.rect.right() - kTextInset + 1 : item.rect.left() + kTextInset;
+  const double back = tip + (leftToRight ? -4 : 4);
+  const double middle = item.rect.center().y() + 0.5;
+  painter.setPen(QPen(color, Symbols::strokeWidth(kMarkSize), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.drawPolyline(QPolygonF{{back, middle - 4}, {tip, middle}, {back, middle + 4}});
+}
+
+void paintItem(QPainter& painter, const QStyleOptionMenuItem& item) {
+  if (item.menuItemType == QStyleOptionMenuItem::Separator) return paintSeparator(painter, item);
+  const bool enabled = item.state.testFlag(QStyle::State_Enabled);
+  const QColor text = item.palette.color(enabled ? QPalette::Active : QPalette::Disabled, QPalette::Text);
+  if (enabled && item.state.testFlag(QStyle::State_Selected)) {
+    drawRounded(painter, QRectF(item.rect), kItemCorner, faint(text, kHover));
+  }
+  const int leading = leadingOf(item);
+  const QRect whole = item.rect.adjusted(leading, 0, -kTextInset, 0);
+  const QRect box = QStyle::visualRect(item.direction, item.rect, whole);
+  if (item.checkType != QStyleOptionMenuItem::NotCheckable && item.checked) {
+    const bool leftToRight = item.direction == Qt::LeftToRight;
+    paintMark(painter, item,
+              leftToRight ? item.rect.left() + kTextInset - 1 : item.rect.right() - kTextInset - kMarkSize + 2, text);
+  }
+  const auto align = [&](Qt::Alignment side) {
+    return static_cast<int>(QStyle::visualAlignment(item.direction, side) | Qt::AlignVCenter) | Qt::TextSingleLine |
+           Qt::TextHideMnemonic;
+  };
+  const qsizetype tab = item.text.indexOf(u'\t');
+  painter.setFont(item.font);
+  painter.setPen(text);
+  painter.drawText(box, align(Qt::AlignLeft), item.text.left(tab));
+  if (tab >= 0) {
+    painter.setPen(faint(text, kShortcut));
+    painter.drawText(box, align(Qt::AlignRight), item.text.mid(tab + 1));
+  }
+  if (item.menuItemType == QStyleOptionMenuItem::SubMenu) paintChevron(painter, item, faint(text, kShortcut));
+}
+
+}  // namespace
+
+MenuStyle& MenuStyle::install() {
+  static QPointer<MenuStyle> installed;
+  if (!installed) {
+    installed = new MenuStyle;
+    QApplication::setStyle(installed);
+  }
+  return *installed;
+}
+
+void MenuStyle::polish(QWidget* widget) {
+  QProxyStyle::polish(widget);
+  if (!qobject_cast<QMenu*>(widget)) return;
+  widget->setAttribute(Qt::WA_TranslucentBackground);
+  widget->setFont(Typography::widgetFont(TextStyle::Body));
+}
+
+int MenuStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+  switch (metric) {
+    case PM_MenuHMargin:
+    case PM_MenuVMargin:
+      return kMargin;
+    case PM_MenuPanelWidth:
+    case PM_MenuDesktopFrameWidth:
+      return 0;
+    case PM_SubMenuOverlap:
+      return -2;
+    default:
+      return QProxyStyle::pixelMetric(metric, option, widget);
+  }
+}
+
+int MenuStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                         QStyleHintReturn* answer) const {
+  switch (hint) {
+    case SH_Menu_Mask:
+      if (auto* mask = qstyleoption_cast<QStyleHintReturnMask*>(answer); mask && option && !composited_) {
+        mask->region = Glass::outline(option->rect, kCorner);
+        return 1;
+      }
+      return 0;
+    case SH_EtchDisabledText:
+    case SH_DitherDisabledText:
+      return 0;
+    case SH_Menu_MouseTracking:
+      return 1;
+    default:
+      return QProxyStyle::styleHint(hint, option, widget, answer);
+  }
+}
+
+QSize MenuStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                                  const QWidget* widget) const {
+  const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+  if (type != CT_MenuItem || !item) return QProxyStyle::sizeFromContents(type, option, contents, widget);
+  if (item->menuItemType == QStyleOptionMenuItem::Separator) return {contents.width(), kSeparatorHeight};
+  int width = contents.width() + leadingOf(*item) + kTextInset;
+  if (item->text.contains(u'\t')) width += kBeforeShortcut;
+  if (item->menuItemType == QStyleOptionMenuItem::SubMenu) width += kMarkWidth;
+  return {std::max(width, kLeastWidth), std::max(kItemHeight, item->fontMetrics.height() + 8)};
+}
+
+void MenuStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                              const QWidget* widget) const {
+  if (element != PE_PanelMenu) return QProxyStyle::drawPrimitive(element, option, painter, widget);
+  const QColor ground = option->palette.color(QPalette::Base);
+  painter->save();
+  // A menu that is cut has no soft corners.
+  if (!composited_) painter->fillRect(option->rect, ground);
+  painter->setRenderHint(QPainter::Antialiasing);
+  painter->setPen(QPen(option->palette.color(QPalette::Mid), 1));
+  painter->setBrush(ground);
+  painter->drawRoundedRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), kCorner, kCorner);
+  painter->restore();
+}
+
+void MenuStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                            const QWidget* widget) const {
+  const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+  if (element == CE_MenuEmptyArea) return;
+  if (element != CE_MenuItem || !item) return QProxyStyle::drawControl(element, option, painter, widget);
+  painter->save();
+  painter->setRenderHint(QPainter::Antialiasing);
+  paintItem(*painter, *item);
+  painter->restore();
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QProxyStyle>
+
+class QStyleOptionMenuItem;
+
+namespace tarnwick {
+
+/// Paints the program's menus, in the colours of its windows; everything else stays as the desktop's own style has it.
+class MenuStyle final : public QProxyStyle {
+  Q_OBJECT
+ public:
+  /// Makes it the application's style, if it is not yet.
+  static MenuStyle& install();
+
+  /// Whether windows can be translucent. Where they cannot, menus are cut to their shape.
+  void setComposited(bool composited) { composited_ = composited; }
+
+  void polish(QWidget* widget) override;
+  using QProxyStyle::polish;
+  int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* answer) const override;
+  QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                         const QWidget* widget) const override;
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override;
+
+ private:
+  bool composited_ = true;
+};
+
+}  // namespace tarnwick
