@@ -32,6 +32,7 @@ bool DockView::event(QEvent* event) {
     case QEvent::ApplicationFontChange:
     case QEvent::FontChange:
       Typography::reload();
+      pictures_.clear();
       relayout();
       break;
     case QEvent::StyleChange:  // With it, the theme of the icons may have changed.
@@ -102,10 +103,20 @@ void DockView::updateSwelling() {
   for (qsizetype item = 0; item < layout_.items.size(); ++item) {
     const double wanted = magnificationOf(item);
     if (std::exchange(magnifications_[item], wanted) == wanted) continue;
+    noteMotion();
     TileStyle largest;
     largest.magnification = theme::kHoverScale;
     update(tilePaintBounds(visibleRect(item), largest).toAlignedRect());
   }
+}
+
+/// From now on tiles are drawn with their pictures, until a moment after the last such call.
+void DockView::noteMotion() { rest_.start(); }
+
+void DockView::comeToRest() {
+  pictures_.clear();
+  for (qsizetype item = 0; item < layout_.items.size(); ++item)
+    if (tileFactor(styleOf(item)) != 1) updateItem(item);
 }
 
 void DockView::rehover() {

@@ -148,7 +148,8 @@ void DockView::pulse() {
 
 bool DockView::isMoving() const {
   const auto runs = [](const QVariantAnimation& each) { return each.state() == QAbstractAnimation::Running; };
-  return shifts_.isMoving() || springs_.isMoving() || runs(swell_) || runs(pulse_) || runs(edgeScroll_);
+  return shifts_.isMoving() || springs_.isMoving() || runs(swell_) || runs(pulse_) || runs(edgeScroll_) ||
+         rest_.isActive();
 }
 
 // --- Painting -------------------------------------------------------------------------------------------------------
@@ -334,6 +335,16 @@ void DockView::paintInsertion(QPainter& painter) {
 void DockView::paintItem(QPainter& painter, qsizetype item) {
   const TileStyle style = styleOf(item);
   const QRectF place = visibleRect(item);
+  if (!rest_.isActive() || !TilePictures::hasPicture(style)) {
+    paintItself(painter, item, place, style);
+    return;
+  }
+  // The picture is taken where the tile stands in the row, on whole pixels whatever shift it is drawn with.
+  pictures_.draw(painter, item, place, style,
+                 [&](QPainter& layer, const TileStyle& own) { paintItself(layer, item, place, own); });
+}
+
+void DockView::paintItself(QPainter& painter, qsizetype item, const QRectF& place, const TileStyle& style) {
   if (const TileContent* content = contentOf(item)) {
     paintTile(painter, place, *content, style);
   } else if (const DockApp* app = appOf(item)) {

@@ -56,8 +56,15 @@ DockView::DockView(QWidget* parent)
   connect(&follow_, &QTimer::timeout, this, [this] {
     if (followsOn_ && pointer_) followPointer();
   });
-  connect(&shifts_, &SpringSet::moved, this, [this] { updateRow(); });
+  rest_.setSingleShot(true);
+  rest_.setInterval(theme::kRestMilliseconds);
+  connect(&rest_, &QTimer::timeout, this, &DockView::comeToRest);
+  connect(&shifts_, &SpringSet::moved, this, [this] {
+    noteMotion();
+    updateRow();
+  });
   connect(&springs_, &SpringSet::moved, this, [this] {
+    noteMotion();
     if (springs_.isMoving(kTabsSpring) || springs_.value(kTabsSpring) > 0) relayout();
     update();
   });
@@ -95,6 +102,7 @@ void DockView::setIconProvider(IconProvider provider) {
 
 void DockView::forgetIcons() {
   iconCache_.clear();
+  pictures_.clear();
   update();
 }
 
@@ -128,6 +136,7 @@ void DockView::applyRow(const DockRow& row) {
   if (!row.offersTabs()) tabsWanted_ = false;
   springs_.jump(kTabsSpring, tabsWanted_ ? theme::kTabRowHeight * row.scale : 0);
   tiles_.clear();
+  pictures_.clear();
   relayout();
   refresh(sources_);
 }
@@ -146,6 +155,7 @@ void DockView::refresh(const TileSources& sources) {
     tile.text = std::move(text);
     if (content == tile.content) continue;
     tile.content = std::move(content);
+    pictures_.forget(item);
     updateItem(item);
   }
   if (textChanged) describe();

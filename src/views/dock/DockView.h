@@ -19,6 +19,7 @@
 #include "views/dock/SpringSet.h"
 #include "views/theme/Glass.h"
 #include "views/tiles/TilePainter.h"
+#include "views/tiles/TilePictures.h"
 
 namespace tarnwick {
 
@@ -180,6 +181,8 @@ class DockView : public QWidget {
   void followPointer();
   void updateSwelling();
   void swell(bool wanted);
+  void noteMotion();
+  void comeToRest();
   void scrollBy(double units);
   bool cycleWindows(const QWheelEvent& event);
   void startGesture(Press& press, const QMouseEvent& event);
@@ -243,6 +246,7 @@ class DockView : public QWidget {
   void clipSlide(QPainter& painter);
   void paintInsertion(QPainter& painter);
   void paintItem(QPainter& painter, qsizetype item);
+  void paintItself(QPainter& painter, qsizetype item, const QRectF& place, const TileStyle& style);
   QPixmap iconOf(const DockApp& app, int size, double pixelRatio);
   QPixmap pictureOfRow();
   QRectF rowBand() const;
@@ -265,6 +269,8 @@ class DockView : public QWidget {
   QTimer follow_;
   bool followsOn_ = false;
   QList<double> magnifications_;  ///< By item, as it was drawn last.
+  TilePictures pictures_;         ///< What tiles are drawn with as long as rest_ counts.
+  QTimer rest_;                   ///< Runs from each frame in which something moves.
   SpringSet shifts_;              ///< By key: how far items are from their places.
   SpringSet springs_;             ///< Everything else that travels.
   QVariantAnimation pulse_;

@@ -5,6 +5,7 @@
 
 #include "views/theme/Glass.h"
 #include "views/tiles/TileCanvas.h"
+#include "views/tiles/TileGround.h"
 
 namespace tarnwick {
 
@@ -46,8 +47,7 @@ void paintGround(QPainter& painter, const QRectF& rect, const TileStyle& style) 
   if (style.state == TileState::Dragged)
     paintDragShadow(painter, rect, corner, style.scale, faded(style.palette.dragShadow, style.lift));
   if (const QColor ground = groundOf(style); ground.isValid()) {
-    drawRounded(painter, rect, corner, ground);
-    drawInnerLine(painter, rect, corner, hairline(painter), style.palette.tileEdge);
+    TileGround::paint(painter, rect, corner, ground, style.palette.tileEdge);
   }
   if (style.takesDrop) drawRounded(painter, rect, corner, style.palette.selection);
   if (style.focused || style.takesDrop) {
