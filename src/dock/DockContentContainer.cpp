@@ -1,14 +1,18 @@
 #include "dock/DockContentContainer.h"
 
 #include <QEvent>
+#include <QTimer>
 #include <QWindow>
 #include <algorithm>
+#include <utility>
 
 #include "desktop/FrameClock.h"
 #include "dock/MovingPicture.h"
 
 namespace tarnwick {
 namespace {
+
+constexpr int kStartMilliseconds = 600;  ///< After which nothing of the program's start is left to wait for.
 
 /// Whether the window is about to look for the widget under a point.
 bool looksForWidget(QEvent::Type type) {
@@ -114,6 +118,13 @@ void DockContentContainer::apply() {
   if (look_.isHidden != wasHidden || shapeShift() != oldShift) Q_EMIT shapeChanged();
 }
 
+void DockContentContainer::warmUpSoon() {
+  if (std::exchange(isWarm_, true)) return;
+  QTimer::singleShot(kStartMilliseconds, this, [this] {
+    if (look_.isHidden) picture_->warmUp();
+  });
+}
+
 /// The live content stands where its picture is seen, so that what the pointer does reaches it there.
 void DockContentContainer::placeContent() { content_->setGeometry(restingFrame().translated(0, shapeShift())); }
 
@@ -147,6 +158,7 @@ bool DockContentContainer::event(QEvent* event) {
         watched_->installEventFilter(this);
       }
       apply();
+      if (event->type() == QEvent::Show) warmUpSoon();
       break;
     case QEvent::ScreenChangeInternal:  // The new screen may have other pixels.
       apply();

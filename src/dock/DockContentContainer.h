@@ -19,6 +19,9 @@ class MovingPicture;
 /// takes no clicks; in between, a picture of the content slides and fades, and clicks land on what is seen. Where
 /// windows cannot be translucent nothing fades, and the outline moves along instead.
 ///
+/// A dock that begins hidden has its content painted once, unseen, when the start is over: fonts, glyphs and icons are
+/// there then when it is first called.
+///
 /// It must be the window itself. Until `animate` is called it is hidden.
 class DockContentContainer final : public DockContent {
   Q_OBJECT
@@ -69,6 +72,7 @@ class DockContentContainer final : public DockContent {
 
   Look look() const;
   void apply();
+  void warmUpSoon();
   void placeContent();
   int shapeShift() const;
   QRegion placed(const QRegion& region) const;
@@ -83,6 +87,7 @@ class DockContentContainer final : public DockContent {
   double progress_ = 0;
   Look look_;
   QPointer<QWindow> watched_;
+  bool isWarm_ = false;  ///< The content was painted, or is about to be.
   SpringDriver driver_;
 };
 

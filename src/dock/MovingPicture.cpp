@@ -47,6 +47,13 @@ void MovingPicture::present(const Look& look) {
   isDrawing_ = false;
 }
 
+void MovingPicture::warmUp() {
+  if (isPresenting_) return;
+  setGeometry(QRect(QPoint(), window()->size()));
+  renderSubject();
+  picture_ = QPixmap();
+}
+
 void MovingPicture::finish() {
   if (!isPresenting_) return;
   isPresenting_ = false;
@@ -78,6 +85,10 @@ QSize MovingPicture::deviceSize() const {
 
 void MovingPicture::take() {
   ProbeCounters::count("movingPicture");
+  renderSubject();
+}
+
+void MovingPicture::renderSubject() {
   if (picture_.size() != deviceSize()) picture_ = QPixmap(deviceSize());
   picture_.setDevicePixelRatio(devicePixelRatioF());
   picture_.fill(Qt::transparent);

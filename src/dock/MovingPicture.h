@@ -29,6 +29,8 @@ class MovingPicture final : public QWidget {
   void setRestingPlace(const QPoint& place);
   /// Draws at once, unless nothing changed. The live widget must be visible.
   void present(const Look& look);
+  /// Takes a picture that nobody sees, so that everything that the first one needs is there. Before any presentation.
+  void warmUp();
   /// Uncovers the live widget and lets go of the picture.
   void finish();
   bool isPresenting() const { return isPresenting_; }
@@ -40,6 +42,7 @@ class MovingPicture final : public QWidget {
  private:
   QSize deviceSize() const;
   void take();
+  void renderSubject();
   void draw();
 
   QWidget* subject_;

@@ -11,6 +11,7 @@
 #include "base/ProbeCounters.h"
 #include "dock/MovingPicture.h"
 #include "support/TestFrameClock.h"
+#include "support/Wait.h"
 
 namespace tarnwick {
 namespace {
@@ -96,6 +97,15 @@ TEST_F(DockContentContainerTest, ShowsNothingWhileHidden) {
   settle();
   EXPECT_EQ(contentPaints.count, 0);
   EXPECT_EQ(pictures(), 0);
+}
+
+TEST_F(DockContentContainerTest, PaintsItsContentUnseenBeforeItIsFirstCalled) {
+  EXPECT_TRUE(waitFor([this] { return contentPaints.count == 1; }));
+  EXPECT_EQ(pixel({80, 40}), kClear);
+  EXPECT_EQ(pictures(), 0);
+  container.animate(1, true);
+  EXPECT_GT(clock->beat(), 0);
+  EXPECT_EQ(pictures(), 1);
 }
 
 TEST_F(DockContentContainerTest, IsOnlyTheContentWhenShown) {
