@@ -1,5 +1,6 @@
 #include "views/theme/Typography.h"
 
+#include <QCache>
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QGuiApplication>
@@ -70,6 +71,27 @@ QString& cachedFamily() {
   return family;
 }
 
+/// What decides how a line is laid out, but for the family.
+struct LineKey {
+  QString text;
+  TextStyle style;
+  double scale;
+  bool unit;
+  bool operator==(const LineKey&) const = default;
+};
+
+size_t qHash(const LineKey& key, size_t seed) {
+  return qHashMulti(seed, key.text, static_cast<int>(key.style), key.scale, key.unit);
+}
+
+/// Measuring a line costs more than drawing it, and most lines are the same the next time.
+QCache<LineKey, TextLine>& knownLines() {
+  constexpr qsizetype kMostLines = 384;
+  // Never destroyed: fonts must not outlive what draws them, and this lives as long as the process.
+  static auto* const lines = new QCache<LineKey, TextLine>(kMostLines);
+  return *lines;
+}
+
 bool isDigit(QChar character) { return character >= u'0' && character <= u'9'; }
 
 /// The widest digit and the heights of the ink of "0" and ":", measured once per font.
@@ -118,7 +140,10 @@ QString Typography::family() {
   return family;
 }
 
-void Typography::reload() { cachedFamily().clear(); }
+void Typography::reload() {
+  cachedFamily().clear();
+  knownLines().clear();
+}
 
 double Typography::pixelSize(TextStyle style, double scale) {
   return std::max(typeOf(style).size, theme::kLeastTextSize / scale);
@@ -152,6 +177,11 @@ TextLine TextLine::unit(const QString& text, TextStyle ofNumber, double scale) {
 
 TextLine::TextLine(const QString& text, TextStyle style, double scale, bool unit)
     : text_(text), style_(style), scale_(scale), unit_(unit) {
+  const LineKey key{text, style, scale, unit};
+  if (const TextLine* known = knownLines().object(key)) {
+    *this = *known;
+    return;
+  }
   const Type type = typeOf(style);
   size_ = std::max(type.size * (unit ? kUnitShare : 1), theme::kLeastTextSize / scale);
   font_ = QFont(Typography::family());
@@ -160,6 +190,7 @@ TextLine::TextLine(const QString& text, TextStyle style, double scale, bool unit
   font_.setHintingPreference(QFont::PreferNoHinting);
   font_.setLetterSpacing(QFont::AbsoluteSpacing, size_ * Typography::kGrid * type.tracking);
   layOut();
+  knownLines().insert(key, new TextLine(*this));
 }
 
 void TextLine::layOut() {
