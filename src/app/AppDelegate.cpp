@@ -17,6 +17,7 @@
 #include "app/SingleInstance.h"
 #include "app/StatusItem.h"
 #include "base/DomainError.h"
+#include "views/theme/MenuStyle.h"
 #include "views/theme/WindowPalette.h"
 
 namespace tarnwick {
@@ -43,6 +44,11 @@ AppDelegate::AppDelegate(StoreSetup store, DelegateSetup setup)
 AppDelegate::~AppDelegate() { willTerminate(); }
 
 void AppDelegate::didFinishLaunching() {
+  const auto dressMenus = [panels = setup_.ports.panels] {
+    MenuStyle::install().setComposited(panels->isComposited());
+  };
+  dressMenus();
+  connect(setup_.ports.panels, &Panels::compositingChanged, this, dressMenus);
   setupMenu();
   setupHotKeys();
   connect(store_.get(), &AppStore::layoutChanged, this, &AppDelegate::layoutDidChange);
@@ -58,7 +64,9 @@ void AppDelegate::didFinishLaunching() {
 
 void AppDelegate::comeUp() {
   if (down_) return;
-  messages_ = std::make_unique<MessageLine>(*store_, *dock_, *setup_.ports.screens, *setup_.ports.panels);
+  messages_ = std::make_unique<MessageLine>(
+      DockBubbleParts{store_.get(), dock_.get(), setup_.ports.screens, setup_.ports.panels});
+  connect(messages_.get(), &MessageLine::changed, desk_.get(), &DockDesk::makeRoomForTheMessage);
   dock_->setMayShow(true);
   messages_->update();
   // What the first picture does not need comes once it is there.

@@ -2,7 +2,6 @@
 
 #include <QGuiApplication>
 
-#include "app/BubblePlace.h"
 #include "app/DockMenuModel.h"
 #include "app/PanelWiring.h"
 #include "app/Readings.h"
@@ -56,7 +55,7 @@ void DockDesk::setController(DockController* controller) {
   controller_ = controller;
   connect(controller, &DockController::placed, this, &DockDesk::placeApplications);
   connect(controller, &DockController::goesAway, this, [this](const QString& display) {
-    if (menu_ && menuDisplay_ == display) menu_->close();
+    if (menuDisplay_ == display) closeMenu();
   });
 }
 
@@ -64,7 +63,7 @@ void DockDesk::start() { parts_.hints->start(); }
 
 void DockDesk::shutdown() {
   bubble_.reset();
-  menu_.reset();
+  delete menu_;
   undo_.clear();
 }
 
@@ -141,7 +140,7 @@ DockActions DockDesk::actions(const QString& display) {
   actions.dropFiles = [this, display](const DockFileDrop& dropped) {
     DockFileDrop drop = dropped;
     drop.display = display;
-    drops_.drop(drop);
+    drops_.routeDroppedFiles(drop);
   };
   actions.dropWidget = [this, display](const QString& text, qsizetype index) {
     drops_.dropWidget(text, index, display);
@@ -187,21 +186,33 @@ std::optional<ApplicationFacts> DockDesk::factsAt(const QString& path) {
 void DockDesk::openMenu(const QString& display, const QList<DockMenuEntry>& entries, const QRect& beside) {
   Panel* panel = controller_ ? controller_->panel(display) : nullptr;
   if (!panel || entries.isEmpty()) return;
-  markMenu(false);
-  menu_ = std::make_unique<QMenu>();
+  closeMenu();
+  auto* menu = new QMenu;
+  menu_ = menu;
   menuDisplay_ = display;
-  DockMenuModel::fill(*menu_, entries);
-  // An entry may close the very dock that the menu belongs to, so the menu goes once its entry has run.
-  const auto closed = [this, opened = menu_.get()] {
-    if (menu_.get() == opened) {
-      menu_.reset();
-      markMenu(false);
-    }
-    if (controller_) controller_->checkEdge();
-  };
-  connect(menu_.get(), &QMenu::aboutToHide, this, closed, Qt::QueuedConnection);
+  DockMenuModel::fill(*menu, entries);
+  connect(menu, &QMenu::aboutToHide, this, [this, menu] {
+    // It goes once its entry has run, even where that entry asks something and waits for the answer.
+    menu->deleteLater();
+    const auto forget = [this, menu] {
+      if (menu_ == menu) {
+        menu_.clear();
+        markMenu(false);
+      }
+      if (controller_) controller_->checkEdge();
+    };
+    QMetaObject::invokeMethod(this, forget, Qt::QueuedConnection);
+  });
   markMenu(true);
-  panel->openMenu(*menu_, controller_->mapFromContent(display, beside));
+  panel->openMenu(*menu, controller_->mapFromContent(display, beside));
+}
+
+void DockDesk::closeMenu() {
+  if (!menu_) return;
+  menu_->close();
+  menu_->deleteLater();  // One that was never shown says nothing when it is closed.
+  menu_.clear();
+  markMenu(false);
 }
 
 void DockDesk::markMenu(bool open) {
@@ -210,26 +221,32 @@ void DockDesk::markMenu(bool open) {
 
 void DockDesk::offerUndo(quint64 entry, const QString& sentence) {
   if (!controller_ || controller_->displays().isEmpty() || parts_.screens->all().isEmpty()) return;
-  auto bubble = std::make_unique<UndoBubble>(parts_.store->scheduler(), sentence);
-  bubble->setLook(dockStyleNamed(parts_.store->config().style), backdropOf(*parts_.panels));
-  connect(
-      bubble.get(), &MessageBubble::dismissed, this, [this, entry] { closeBubble(entry); }, Qt::QueuedConnection);
-  connect(
-      bubble.get(), &MessageBubble::actionRequested, this,
-      [this, entry] {
-        closeBubble(entry);
-        undo_.undo(entry);
-      },
-      Qt::QueuedConnection);
+  const auto make = [this, entry, sentence] {
+    auto bubble = std::make_unique<UndoBubble>(parts_.store->scheduler(), sentence);
+    connect(
+        bubble.get(), &MessageBubble::dismissed, this, [this, entry] { closeBubble(entry); }, Qt::QueuedConnection);
+    connect(
+        bubble.get(), &MessageBubble::actionRequested, this,
+        [this, entry] {
+          closeBubble(entry);
+          undo_.undo(entry);
+        },
+        Qt::QueuedConnection);
+    return bubble;
+  };
   bubbleEntry_ = entry;
-  const MessageBubble& shown = *bubble;
-  const int message = messageHeight ? messageHeight() : 0;
-  const int raised = message > 0 ? message + kOverAMessage : 0;
-  bubble_ = parts_.panels->make(std::move(bubble));
-  bubble_->place(bubblePlacement(shown, *controller_, *parts_.screens, raised, parts_.store->activeDisplay));
-  bubble_->setOutline(shown.outlineRegion());
-  bubble_->setInputRegion(shown.outlineRegion());
-  bubble_->setShown(true);
+  bubble_ =
+      std::make_unique<DockBubble>(DockBubbleParts{parts_.store, controller_, parts_.screens, parts_.panels}, make);
+  bubble_->setDisplay(parts_.store->activeDisplay);
+  bubble_->setRaised([this] {
+    const int message = messageHeight ? messageHeight() : 0;
+    return message > 0 ? message + kOverAMessage : 0;
+  });
+  bubble_->arrange();
+}
+
+void DockDesk::makeRoomForTheMessage() {
+  if (bubble_) bubble_->arrange();
 }
 
 /// By the time that this is asked for, the bubble may be another entry's.

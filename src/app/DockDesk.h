@@ -2,8 +2,10 @@
 
 #include <QMenu>
 #include <QObject>
+#include <QPointer>
 #include <memory>
 
+#include "app/DockBubble.h"
 #include "app/DockCommands.h"
 #include "app/DockMenus.h"
 #include "app/FolderQuestion.h"
@@ -64,6 +66,8 @@ class DockDesk : public QObject {
   DockMenus& menus() { return menus_; }
   /// Starts listening to what applications want shown on their tiles.
   void start();
+  /// The message that stands above a dock came, went or changed its height.
+  void makeRoomForTheMessage();
   /// Nothing can be taken back from now on. To be called before the store goes down.
   void shutdown();
 
@@ -78,6 +82,7 @@ class DockDesk : public QObject {
   DockActions actions(const QString& display);
   void addQuestions(DockActions& actions);
   void openMenu(const QString& display, const QList<DockMenuEntry>& entries, const QRect& beside);
+  void closeMenu();
   void markMenu(bool open);
   void rebuildRows();
   void placeApplications(const QString& display);
@@ -94,11 +99,11 @@ class DockDesk : public QObject {
   DockMenus menus_;
   FolderQuestion folders_;
   std::map<QString, LiveDock*> docks_;
-  std::unique_ptr<QMenu> menu_;
+  QPointer<QMenu> menu_;  // The one that is open.
   QString menuDisplay_;
   QRect openTile_;  // The tile that was clicked or asked for its menu last, for its panel to stand beside.
   QString openDisplay_;
-  std::unique_ptr<Panel> bubble_;
+  std::unique_ptr<DockBubble> bubble_;
   quint64 bubbleEntry_ = 0;
 };
 

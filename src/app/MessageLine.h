@@ -2,45 +2,32 @@
 
 #include <QObject>
 #include <memory>
-#include <optional>
 
-#include "base/Scheduler.h"
-#include "desktop/Panels.h"
-#include "desktop/Screens.h"
+#include "app/DockBubble.h"
 
 namespace tarnwick {
 
-class AppStore;
-class DockController;
-class MessageBubble;
-
-/// Shows the store's message in a quiet bubble above the dock until the user dismisses it or it is withdrawn. The
-/// bubble follows the dock; while no display is connected it waits for one.
+/// Shows the store's message in a quiet bubble above the dock until the user dismisses it or it is withdrawn.
 class MessageLine : public QObject {
   Q_OBJECT
  public:
-  MessageLine(AppStore& store, DockController& dock, Screens& screens, Panels& panels);
+  explicit MessageLine(DockBubbleParts parts);
   ~MessageLine() override;
 
   /// Makes the bubble say what the store says now.
   void update();
-  bool isShown() const { return panel_ != nullptr; }
   /// Of the bubble; 0 while none is shown.
-  int height() const;
+  int height() const { return bubble_ ? bubble_->height() : 0; }
+
+ Q_SIGNALS:
+  /// height() changed.
+  void changed();
 
  private:
-  void arrangeSoon();
-  void arrange();
-  void make();
+  std::unique_ptr<MessageBubble> make();
 
-  AppStore& store_;
-  DockController& dock_;
-  Screens& screens_;
-  Panels& panels_;
-  std::unique_ptr<Panel> panel_;
-  MessageBubble* bubble_ = nullptr;  // Owned by the panel.
-  std::optional<PanelPlacement> placement_;
-  JobHandle arranging_;
+  DockBubbleParts parts_;
+  std::unique_ptr<DockBubble> bubble_;
   QString text_;
 };
 

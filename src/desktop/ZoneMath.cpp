@@ -31,6 +31,12 @@ PointerZones ZoneMath::zones(const QPointF& pointer, const QRectF& screen, const
           onScreen && y >= screen.top() && y < screen.top() + triggerSize};
 }
 
+PointerZones ZoneMath::zones(const QPointF& pointer, const QRectF& screen, const ZoneRequest& request) {
+  PointerZones result = zones(pointer, screen, request.panel, request.triggerSize);
+  result.bottomEdge = result.bottomEdge || request.systemDock.contains(pointer);
+  return result;
+}
+
 double ZoneMath::distance(const QPointF& pointer, const QRectF& screen, const QRectF& panel, double triggerSize) {
   const QSizeF strip(screen.width(), triggerSize);
   const QRectF bottom(QPointF(screen.left(), screen.bottom() - triggerSize), strip);
@@ -38,6 +44,12 @@ double ZoneMath::distance(const QPointF& pointer, const QRectF& screen, const QR
   // The lower side of the pixel counts at the bottom.
   const double toOutlines = panel.isEmpty() ? toEdges : std::min(toEdges, distanceTo(around(panel), pointer));
   return std::max(0.0, toOutlines - 1);
+}
+
+double ZoneMath::distance(const QPointF& pointer, const QRectF& screen, const ZoneRequest& request) {
+  const double told = distance(pointer, screen, request.panel, request.triggerSize);
+  return request.systemDock.isEmpty() ? told
+                                      : std::min(told, std::max(0.0, distanceTo(request.systemDock, pointer) - 1));
 }
 
 }  // namespace tarnwick

@@ -15,8 +15,10 @@ struct ZoneMath {
   /// Zones include their outer lines, so that a pointer pressed against the edge of the screen counts, and leave out
   /// the inner ones.
   static PointerZones zones(const QPointF& pointer, const QRectF& screen, const QRectF& panel, double triggerSize);
+  static PointerZones zones(const QPointF& pointer, const QRectF& screen, const ZoneRequest& request);
   /// How far the pointer must at least go, along one of the axes, before any of the zones can change.
   static double distance(const QPointF& pointer, const QRectF& screen, const QRectF& panel, double triggerSize);
+  static double distance(const QPointF& pointer, const QRectF& screen, const ZoneRequest& request);
 };
 
 }  // namespace tarnwick

@@ -24,6 +24,7 @@ struct ZoneRequest {
   /// Which edges matter. To watch one may cost the windows there the clicks on its outermost pixels.
   bool watchesTop = true;
   bool watchesBottom = true;
+  QRectF systemDock{};  ///< Of the desktop's own dock while it is out: it counts as the bottom edge. Empty for none.
 
   bool operator==(const ZoneRequest&) const = default;
 };

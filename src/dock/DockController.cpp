@@ -109,14 +109,17 @@ void DockController::removeDocks(const std::function<bool(const QString&)>& isDo
       continue;
     }
     if (focused_ == dock->first) focused_.clear();
+    finishMove(dock->first);
     Q_EMIT goesAway(dock->first);
-    dock = docks_.erase(dock);
+    // Out of the list before it goes: what its window says at its end may ask for it.
+    const auto going = docks_.extract(dock++);
   }
 }
 
 void DockController::restoreSystemDock() {
   try {
     suppressor_.restore();
+    failedLayout_.reset();
     store_.setError(tr("The macOS Dock settings have been restored."));
   } catch (const DomainError& failure) {
     store_.setError(failure.message());
@@ -296,7 +299,7 @@ void DockController::moveBy(const QString& display, const QPointF& delta) {
 void DockController::finishMove(const QString& display) {
   const auto found = docks_.find(display);
   if (found == docks_.end() || !std::exchange(found->second.dragged, std::nullopt)) return;
-  if (store_.config().layout != DockLayout::Floating) return;
+  if (store_.config().layout != DockLayout::Floating || down_) return;
   const QPointF place = found->second.frame.topLeft() - found->second.screen.frame.topLeft();
   store_.edit([&](DockConfiguration& config) { config.floatingPositions.insert(display, {place.x(), place.y()}); });
   Q_EMIT placed(display);
@@ -342,6 +345,11 @@ QRect DockController::mapFromContent(const QString& display, const QRect& rectan
 bool DockController::isVisible(const QString& display) const {
   const auto dock = docks_.find(display);
   return dock != docks_.end() && dock->second.visibility.visible && dock->second.panel->isShown();
+}
+
+bool DockController::isCovered(const QString& display) const {
+  const auto dock = docks_.find(display);
+  return dock != docks_.end() && dock->second.covered;
 }
 
 }  // namespace tarnwick

@@ -88,6 +88,8 @@ class DockController : public QObject {
   Panel* panel(const QString& display) const;
   DockContent* content(const QString& display) const;
   bool isVisible(const QString& display) const;
+  /// Whether a full-screen window covers the display, so that nothing of the dock belongs above it now.
+  bool isCovered(const QString& display) const;
   /// Where the content's upper left corner lies on the desktop while it rests.
   QPointF contentOrigin(const QString& display) const;
   /// A rectangle of the content in the coordinates of its panel.
@@ -98,6 +100,8 @@ class DockController : public QObject {
   void goesAway(const QString& display);
   /// A display's dock stands elsewhere now.
   void placed(const QString& display);
+  /// isCovered() changed for a display.
+  void coveredChanged(const QString& display);
 
  private:
   struct Dock {
@@ -110,7 +114,8 @@ class DockController : public QObject {
     QRectF frame;
     std::optional<QPointF> dragged;  // While a hand moves it: where it would be, without the limits of the screen.
     DockVisibility visibility;
-    double trigger = 0;   // How thick its edge was when the zones were asked for last.
+    bool covered = false;
+    QRectF systemDock;    // Where it was out when the zones were asked for last.
     bool inUse = false;   // The pointer, or a window of the dock's own, held it when it was looked at last.
     bool isFresh = true;  // The first placement is not animated.
   };
@@ -130,7 +135,7 @@ class DockController : public QObject {
 
   // Visibility.
   void updateZones();
-  double triggerSize(const Dock& dock) const;
+  QRectF systemDockAt(const Dock& dock) const;
   bool systemDockMoved() const;
   void platformStateChanged();
   bool isCovered(const Screen& screen) const;
@@ -146,8 +151,8 @@ class DockController : public QObject {
   QList<QRectF> fullscreen_;
   std::optional<DockLayout> reservedLayout_;
   std::optional<DockLayout> failedLayout_;  // Of the system's dock.
-  QString focused_;           // The display whose dock was given the keyboard.
-  bool hasKeyboard_ = false;  // Whether it has got it.
+  QString focused_;                         // The display whose dock was given the keyboard.
+  bool hasKeyboard_ = false;                // Whether it has got it.
   JobHandle keyboardWork_;
   JobHandle refreshWork_;
   JobHandle transitionTimer_;

@@ -1,4 +1,6 @@
 // The part of the controller that decides from moment to moment whether docks are shown.
+#include <utility>
+
 #include "base/DomainError.h"
 #include "dock/DockContentContainer.h"
 #include "dock/DockController.h"
@@ -20,8 +22,9 @@ void DockController::updateZones() {
     const DockLayout layout = store_.config().layout;
     for (auto& [id, dock] : docks_) {
       const bool top = layout == DockLayout::RevealTop;
-      dock.trigger = triggerSize(dock);
-      requests.append({id, dock.frame, dock.trigger, top, !top});
+      dock.systemDock = systemDockAt(dock);
+      const double trigger = store_.config().desktopOptions().triggerSize;
+      requests.append({id, dock.frame, trigger, top, !top, dock.systemDock});
     }
   }
   ports_.zones->watch(requests);
@@ -29,25 +32,28 @@ void DockController::updateZones() {
 
 /// While the system's dock is out in our place, all of it counts as the edge; else ours would come back over it as soon
 /// as the pointer rises to its icons.
-double DockController::triggerSize(const Dock& dock) const {
-  const double told = store_.config().desktopOptions().triggerSize;
-  if (store_.config().layout != DockLayout::Swap || dock.visibility.visible || !ports_.windows) return told;
+QRectF DockController::systemDockAt(const Dock& dock) const {
+  QRectF place;
+  if (store_.config().layout != DockLayout::Swap || dock.visibility.visible || !ports_.windows) return place;
   const QRectF screen = dock.screen.frame;
-  double height = told;
   for (const ClientWindow& window : ports_.windows->all()) {
     const bool isAtTheBottom = window.dock && window.frame.intersects(screen) &&
                                std::abs(window.frame.bottom() - screen.bottom()) <= kAtTheEdge &&
                                window.frame.height() < screen.height() / 2;
-    if (isAtTheBottom) height = std::max(height, screen.bottom() - window.frame.top());
+    if (!isAtTheBottom) continue;
+    // What it leaves free below itself is no way out of it.
+    QRectF reached = window.frame;
+    reached.setBottom(screen.bottom());
+    place |= reached;
   }
-  return height;
+  return place;
 }
 
 /// It may come out only when ours has gone, and grow while it is out.
 bool DockController::systemDockMoved() const {
   if (manuallyHidden_ || down_ || store_.config().layout != DockLayout::Swap) return false;
   return std::ranges::any_of(docks_,
-                             [this](const auto& each) { return triggerSize(each.second) != each.second.trigger; });
+                             [this](const auto& each) { return systemDockAt(each.second) != each.second.systemDock; });
 }
 
 DockVisibility::Surroundings DockController::surroundings(const Dock& dock) const {
@@ -72,6 +78,7 @@ void DockController::checkEdge() {
   bool needsTimer = false;
   bool swapped = false;
   QStringList gone;
+  QStringList coverChanged;
   for (auto& [id, dock] : docks_) {
     const DockVisibility::Surroundings around = surroundings(dock);
     const bool wasVisible = dock.visibility.visible;
@@ -79,6 +86,9 @@ void DockController::checkEdge() {
     if (dock.inUse && wasVisible && DockVisibility::reveals(around.layout)) dock.visibility.lastInteraction = now;
     dock.inUse = around.atEdge || around.interacting;
     dock.visibility = DockVisibility::next(dock.visibility, around, now);
+    if (std::exchange(dock.covered, around.covered) != around.covered) coverChanged << id;
+    // A window above another keeps that one from being shown without the compositor, seen or not.
+    dock.panel->setAboveFullscreen(!around.covered);
     needsTimer = needsTimer || dock.visibility.needsTimer(around);
     dock.container->animate(dock.visibility.visible ? 1 : 0, !dock.isFresh);
     if (dock.isFresh || dock.visibility.visible != wasVisible) applyShape(dock);
@@ -91,6 +101,7 @@ void DockController::checkEdge() {
   if (swapped && store_.config().layout == DockLayout::Swap) updateZones();
   // Last of all: what goes with them may have this look again.
   for (const QString& id : gone) Q_EMIT goesAway(id);
+  for (const QString& id : coverChanged) Q_EMIT coveredChanged(id);
 }
 
 void DockController::setTransitionTimer(bool runs) {

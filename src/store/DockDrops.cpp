@@ -60,23 +60,7 @@ DropRouting::Tile DockDrops::routed(const DockWidget& widget) {
   return {widget.kind, definition.family, path, definition.width};
 }
 
-void DockDrops::routeDroppedFiles(const QList<QUrl>& urls, double x, const QString& display) {
-  const QList<DockWidget> shown = parts_.store->displayedWidgets(display);
-  QList<DropRouting::Tile> tiles;
-  for (const DockWidget& widget : shown) tiles << routed(widget);
-  const double spacing = parts_.store->config().spacing;
-  const qsizetype at = DropRouting::indexAt(x, tiles, spacing, kLeadingInset);
-  // Beside the tiles, a new one goes in front of the first whose middle is further on.
-  qsizetype index = 0;
-  for (double start = kLeadingInset; index < tiles.size() && start + tiles[index].width / 2 <= x; ++index) {
-    start += tiles[index].width + spacing;
-  }
-  DockFileDrop dropped{.display = display, .urls = urls, .widget = {}, .index = index};
-  if (at >= 0) dropped.widget = shown[at].id;
-  drop(dropped);
-}
-
-void DockDrops::drop(const DockFileDrop& drop) {
+void DockDrops::routeDroppedFiles(const DockFileDrop& drop) {
   parts_.store->holdRunningApps();
   if (drop.urls.isEmpty()) return;
   QStringList paths = localPaths(drop.urls);
@@ -124,7 +108,7 @@ bool DockDrops::applyToTile(const DockFileDrop& drop, const DockWidget& tile, co
   } else if (tile.kind == "trash"_L1) {
     throwAway(drop);
   } else {
-    shelve(paths);
+    shelve(paths, kinds);
   }
   return true;
 }
@@ -187,11 +171,18 @@ void DockDrops::throwAway(const DockFileDrop& drop) {
   });
 }
 
-void DockDrops::shelve(const QStringList& paths) {
+void DockDrops::sayMissing(const QString& path) {
+  parts_.store->setError(tr("“%1” is not there any more.").arg(nameOf(path)));
+}
+
+void DockDrops::shelve(const QStringList& paths, const Kinds& kinds) {
   QStringList shelf = parts_.store->config().shelf;
   QStringList added;
   for (const QString& path : paths) {
-    if (!shelf.contains(path) && !added.contains(path)) added << path;
+    if (kinds.value(path, Files::Kind::Missing) == Files::Kind::Missing) {
+      sayMissing(path);
+    } else if (!shelf.contains(path) && !added.contains(path))
+      added << path;
   }
   if (added.isEmpty()) return;
   if (shelf.size() + added.size() > kMostShelved) {
@@ -219,14 +210,14 @@ void DockDrops::makeTiles(const DockFileDrop& drop, const Kinds& kinds) {
   for (const QString& path : localPaths(drop.urls)) {
     const Files::Kind kind = kinds.value(path, Files::Kind::Missing);
     if (kind == Files::Kind::Missing) {
-      parts_.store->setError(tr("“%1” is not there any more.").arg(nameOf(path)));
+      sayMissing(path);
     } else if (hasShelf && !PinnedTiles::isDesktopEntry(path)) {
       shelved << path;
     } else if (!held.contains(path)) {
       tiles << (kind == Files::Kind::Folder ? PinnedTiles::folder(path) : PinnedTiles::launcher(path));
     }
   }
-  if (!shelved.isEmpty()) shelve(shelved);
+  if (!shelved.isEmpty()) shelve(shelved, kinds);
   parts_.edits->insert(tiles, drop.display, drop.index);
 }
 

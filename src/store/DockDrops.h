@@ -31,8 +31,6 @@ class DockDrops : public QObject {
   Q_OBJECT
  public:
   static constexpr qsizetype kMostShelved = 500;
-  /// From the left edge of the glass to the first tile, at scale 1.
-  static constexpr double kLeadingInset = 24;
 
   /// Borrowed; all but `running` are required.
   struct Parts {
@@ -46,10 +44,8 @@ class DockDrops : public QObject {
 
   explicit DockDrops(const Parts& parts) : parts_(parts) {}
 
-  void drop(const DockFileDrop& drop);
-  /// The same for a place along the row of widgets, at scale 1 from the left edge of the glass, in a dock that shows no
-  /// running applications.
-  void routeDroppedFiles(const QList<QUrl>& urls, double x, const QString& display);
+  /// The tile was found by whoever shows the row.
+  void routeDroppedFiles(const DockFileDrop& drop);
   /// Takes a widget that travels as text.
   void dropWidget(const QString& text, qsizetype index, const QString& display);
 
@@ -64,7 +60,8 @@ class DockDrops : public QObject {
   bool openInApplication(const DockFileDrop& drop, const DockWidget* tile);
   void bringInto(const QString& folder, const DockFileDrop& drop);
   void throwAway(const DockFileDrop& drop);
-  void shelve(const QStringList& paths);
+  void shelve(const QStringList& paths, const Kinds& kinds);
+  void sayMissing(const QString& path);
   void makeTiles(const DockFileDrop& drop, const Kinds& kinds);
   void offerUndo(const FilesOutcome& outcome, const QString& sentence);
   static QStringList localPaths(const QList<QUrl>& urls);

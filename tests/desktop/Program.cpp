@@ -12,7 +12,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int kPatienceMs = 10'000;
+constexpr int kPatienceMs = 30'000;
 
 QMap<QString, QString>& variables() {
   static QMap<QString, QString> changed;

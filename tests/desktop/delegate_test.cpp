@@ -18,6 +18,7 @@ namespace tarnwick {
 namespace {
 
 using namespace Qt::StringLiterals;
+using tarnwick::testing::ForeignWindow;
 using tarnwick::testing::VirtualDisplay;
 
 class DelegateTest : public ::testing::Test {
@@ -140,21 +141,33 @@ TEST_F(DelegateTest, ATakenKeyIsSaidAndTheOthersWork) {
 TEST_F(DelegateTest, AMessageStandsAboveTheDockUntilItIsDismissed) {
   VirtualDisplay& display = VirtualDisplay::current();
   start();
-  const auto bubble = [&] { return display.topLevelAt(QPoint(800, static_cast<int>(dock().top()) - 30)); };
-  const xcb_window_t nothing = bubble();
+  const auto takesClicks = [&](int y) { return display.topLevelAt(QPoint(800, y)) != XCB_WINDOW_NONE; };
+  const auto bubble = [&] { return takesClicks(static_cast<int>(dock().top()) - 30); };
+  // Until the window manager knows what the dock's window lets through, all of it takes clicks.
+  ASSERT_TRUE(
+      VirtualDisplay::waitUntil([&] { return takesClicks(static_cast<int>(dock().center().y())) && !bubble(); }));
   store().setError(u"Settings could not be saved: The disk is full."_s);
-  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return bubble() != nothing; }));
+  EXPECT_TRUE(VirtualDisplay::waitUntil(bubble));
   store().clearError();
-  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return bubble() == nothing; }));
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return !bubble(); }));
 
   // It goes where the dock goes.
   store().setError(u"Settings could not be saved: The disk is full."_s);
-  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return bubble() != nothing; }));
+  EXPECT_TRUE(VirtualDisplay::waitUntil(bubble));
   store().edit([](DockConfiguration& config) { config.position = u"top"_s; });
-  time.advance(0.1);
-  EXPECT_TRUE(VirtualDisplay::waitUntil(
-      [&] { return display.topLevelAt(QPoint(800, static_cast<int>(dock().bottom()) + 30)) != nothing; }));
-  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return display.topLevelAt(QPoint(800, 770)) == nothing; }));
+  time.advance(0.2);
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return takesClicks(static_cast<int>(dock().bottom()) + 30); }));
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return !takesClicks(770); }));
+
+  // A full-screen window that covers the display has it to itself.
+  ForeignWindow film(display, QRect(100, 300, 300, 200));
+  ASSERT_TRUE(film.show());
+  film.addState("_NET_WM_STATE_FULLSCREEN");
+  const auto below = [&] {
+    time.advance(0.1);
+    return display.topLevelAt({800, 122}) == display.topLevelAt({800, 600});
+  };
+  EXPECT_TRUE(VirtualDisplay::waitUntil(below));
 }
 
 TEST_F(DelegateTest, TheCommandBarsKeyGivesWayQuietlyUntilNoneIsLeft) {
@@ -177,6 +190,7 @@ TEST_F(DelegateTest, TheCommandBarsKeyGivesWayQuietlyUntilNoneIsLeft) {
   for (const Step& step : steps) {
     delegate.reset();
     adapters.reset();
+    display.settle();  // What the one before held is free.
     if (step.takenNow != 0) {
       xcb_grab_key(display.connection(), 1, display.root(), static_cast<quint16>(step.takenNow), kSpace,
                    XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);

@@ -42,7 +42,7 @@ struct FakePanel final : Panel {
   void setBlurBehind(const QRegion&) override {}
   void reserve(Edge, int thickness) override { reserved = thickness; }
   void setKeyboard(Keyboard wanted) override { keyboard = wanted; }
-  void setAboveFullscreen(bool) override {}
+  void setAboveFullscreen(bool above) override { aboveFullscreen = above; }
   void setHiddenFromCapture(bool) override {}
   std::unique_ptr<Popup> popup(std::unique_ptr<QWidget>, const QRect&, const PopupStyle&) override { return {}; }
   void openMenu(QMenu&, const QRect&) override {}
@@ -52,6 +52,7 @@ struct FakePanel final : Panel {
   PanelPlacement placement;
   QRegion input;
   int reserved = 0;
+  bool aboveFullscreen = true;
   Keyboard keyboard = Keyboard::None;
 };
 
@@ -163,7 +164,9 @@ TEST_F(DockControllerTest, WhatStandsBesideADockGoesWithIt) {
   zones.put(kAway);
   cover(true);
   EXPECT_EQ(gone.size(), 2) << "covered";
+  EXPECT_TRUE(controller.isCovered(u"A"_s) && !panel().aboveFullscreen);
   cover(false);
+  EXPECT_TRUE(!controller.isCovered(u"A"_s) && panel().aboveFullscreen);
   controller.toggle();
   EXPECT_EQ(gone.size(), 3) << "hidden by hand";
   EXPECT_TRUE(zones.watched.isEmpty());
@@ -184,20 +187,21 @@ TEST_F(DockControllerTest, TheSystemsDockIsTheEdgeWhileItIsOut) {
     windows.windows = {bar};
     Q_EMIT windows.changed();
   };
-  const auto trigger = [this] { return zones.watched.value(0).triggerSize; };
+  const auto edge = [this] { return zones.watched.value(0).systemDock; };
   put({200, 798, 600, 2});
   useLayout(DockLayout::Swap);
-  EXPECT_EQ(trigger(), 3);
+  EXPECT_EQ(edge(), QRectF());
   zones.put(kAtTheBottom);
-  EXPECT_EQ(trigger(), 3);
-  put({200, 720, 600, 80});  // It comes out only now.
-  EXPECT_EQ(trigger(), 80);
+  EXPECT_EQ(edge(), QRectF(200, 798, 600, 2));
+  put({200, 720, 600, 72});  // It comes out only now, and stands off the screen's edge.
+  EXPECT_EQ(edge(), QRectF(200, 720, 600, 80));
   put({0, 0, 1000, 30});  // A bar at the top is none of ours.
-  EXPECT_EQ(trigger(), 3);
+  EXPECT_EQ(edge(), QRectF());
   put({200, 720, 600, 80});
   zones.put(kAway);
   EXPECT_TRUE(controller.isVisible(u"A"_s));
-  EXPECT_EQ(trigger(), 3);
+  EXPECT_EQ(edge(), QRectF());
+  EXPECT_EQ(zones.watched.value(0).triggerSize, 3);
 }
 
 TEST_F(DockControllerTest, ADockGoesADelayAfterItsUseEndedHoweverLongThatWas) {
@@ -278,6 +282,14 @@ TEST_F(DockControllerTest, AFloatingDockIsMovedByTheHandAlone) {
   controller.finishMove(u"A"_s);
   const QList<double> stored = store->config().floatingPositions.value(u"A"_s);
   EXPECT_EQ(stored, (QList<double>{start.x() - 30, start.y() - 100}));
+  // What goes in the middle of a move comes back where the hand had it.
+  controller.moveBy(u"A"_s, {-10, 0});
+  const QList<Screen> both = screens.list;
+  for (const QList<Screen>& list : {QList<Screen>(), both}) {
+    screens.show(list);
+    time.advance(DockController::kRefreshDelay);
+  }
+  EXPECT_EQ(controller.frame(u"A"_s).topLeft(), start + QPointF(-40, -100));
 }
 
 TEST_F(DockControllerTest, TheWindowEndsWhereItsScreenDoes) {

@@ -67,6 +67,19 @@ TEST_F(X11ZoneSensorTest, TellsEachChangeOnceAndNothingElse) {
   EXPECT_EQ(zones(), PointerZones());
 }
 
+TEST_F(X11ZoneSensorTest, TakesTheDesktopsOwnDockForTheEdgeButNotWhatLiesBesideIt) {
+  ZoneRequest with = request();
+  with.panel = {};
+  with.systemDock = QRectF(400, 720, 200, 80);
+  sensor.watch({with});
+  const std::pair<QPoint, bool> rows[] = {
+      {{500, 798}, true}, {{500, 730}, true}, {{620, 730}, false}, {{590, 730}, true}, {{500, 710}, false}};
+  for (const auto& [place, isEdge] : rows) {
+    desk.display.moveTo(place);
+    EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return zones() == PointerZones{.bottomEdge = isEdge}; })) << place.x();
+  }
+}
+
 TEST_F(X11ZoneSensorTest, AsksAMouseSeldomAndMissesNothing) {
   sensor.watch({request()});
   const QSignalSpy answers(&desk.events.rawInput(), &X11RawInput::answered);

@@ -170,6 +170,17 @@ TEST_F(DropsTest, EachTileTakesFilesInItsOwnWay) {
        base + u" fileShelf"_s,
        {u"/b.desktop"_s},
        {}},
+      {"the shelf, and a file that is gone",
+       shelved,
+       shelf.id,
+       {u"/a"_s, u"/lost"_s},
+       0,
+       none,
+       u"“a” was put on the file shelf."_s,
+       u"“lost” is not there any more."_s,
+       base + u" fileShelf"_s,
+       {u"/a"_s},
+       {}},
       {"what the dock holds", plain, {}, {u"/tmp/old"_s}, 0, none, {}, {}, base, {}, {}},
   };
   for (const Case& c : cases) {
@@ -181,7 +192,7 @@ TEST_F(DropsTest, EachTileTakesFilesInItsOwnWay) {
     const DockConfiguration before = store.config();
     DockFileDrop drop{u"L"_s, {}, c.on, 0, c.index, c.action};
     for (const QString& url : c.urls) drop.urls << (url.startsWith(u'/') ? QUrl::fromLocalFile(url) : QUrl(url));
-    drops.drop(drop);
+    drops.routeDroppedFiles(drop);
     EXPECT_EQ(sentence(), c.sentence) << c.name;
     EXPECT_EQ(store.error(), c.error) << c.name;
     EXPECT_EQ(row(), c.expectedRow) << c.name;
@@ -192,20 +203,9 @@ TEST_F(DropsTest, EachTileTakesFilesInItsOwnWay) {
   }
 
   files.error = u"“b” could not be moved: Permission denied."_s;
-  drops.drop({u"L"_s, {QUrl::fromLocalFile(u"/a"_s)}, folder.id});
+  drops.routeDroppedFiles({u"L"_s, {QUrl::fromLocalFile(u"/a"_s)}, folder.id});
   EXPECT_EQ(store.error(), files.error);
   EXPECT_EQ(undo.size(), 1) << "what was done can be taken back nevertheless";
-}
-
-TEST_F(DropsTest, APlaceAlongTheRowIsATileOrAGap) {
-  show({tile(u"trash"_s), tile(u"folderLauncher"_s, u"/old"_s)});  // 70 and 100 wide, 7 between.
-  const QList<QUrl> urls{QUrl::fromLocalFile(u"/a"_s)};
-  drops.routeDroppedFiles(urls, 24, u"L"_s);
-  EXPECT_EQ(sentence(), u"“a” was moved to the trash."_s);
-  drops.routeDroppedFiles(urls, 24 + 77, u"L"_s);
-  EXPECT_EQ(sentence(), u"“a” was moved to “old”."_s);
-  drops.routeDroppedFiles(urls, 24 + 73, u"L"_s);
-  EXPECT_EQ(row(), u"trash appLauncher/a folderLauncher/old"_s);
 }
 
 TEST_F(DropsTest, AWidgetTravelsAsText) {
@@ -224,7 +224,7 @@ TEST_F(DropsTest, AWidgetTravelsAsText) {
   for (int i = 0; i < 149; ++i) full << tile(u"cpu"_s);
   show(full);
   // Two for one place: all or nothing.
-  drops.drop({u"L"_s, {QUrl::fromLocalFile(u"/a"_s), QUrl::fromLocalFile(u"/b"_s)}});
+  drops.routeDroppedFiles({u"L"_s, {QUrl::fromLocalFile(u"/a"_s), QUrl::fromLocalFile(u"/b"_s)}});
   EXPECT_EQ(store.error(), u"This dock already has 150 widgets."_s);
   EXPECT_EQ(store.widgets(), full);
 }

@@ -81,8 +81,7 @@ double X11ZoneSensor::distance(const QPoint& place) const {
   for (const ZoneRequest& request : requests_) {
     const auto native = screens_.native(request.screen);
     if (!native) continue;
-    const double distance =
-        ZoneMath::distance(native->toDesktop(place), native->desktopFrame, request.panel, request.triggerSize);
+    const double distance = ZoneMath::distance(native->toDesktop(place), native->desktopFrame, request);
     least = std::min(least, distance * native->scale);
   }
   return least;
@@ -91,8 +90,7 @@ double X11ZoneSensor::distance(const QPoint& place) const {
 PointerZones X11ZoneSensor::zonesAt(const QPoint& place, const ZoneRequest& request) const {
   const auto native = screens_.native(request.screen);
   if (!native) return {};
-  PointerZones zones =
-      ZoneMath::zones(native->toDesktop(place), native->desktopFrame, request.panel, request.triggerSize);
+  PointerZones zones = ZoneMath::zones(native->toDesktop(place), native->desktopFrame, request);
   // Where displays adjoin, the outer line of one is the first of the next.
   if (!native->frame.contains(place)) zones.topEdge = zones.bottomEdge = false;
   return zones;

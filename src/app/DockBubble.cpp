@@ -1,0 +1,68 @@
+#include "app/DockBubble.h"
+
+#include "app/BubblePlace.h"
+#include "dock/DockController.h"
+#include "store/AppStore.h"
+#include "views/dock/MessageBubble.h"
+
+namespace tarnwick {
+namespace {
+
+/// By then the dock stands where a change of the layout or of the displays puts it.
+constexpr double kOnceTheDockStands = 0.06;
+
+}  // namespace
+
+DockBubble::DockBubble(DockBubbleParts parts, Maker make) : parts_(parts), maker_(std::move(make)) {
+  connect(parts_.store, &AppStore::layoutChanged, this, &DockBubble::arrangeSoon);
+  connect(parts_.screens, &Screens::changed, this, &DockBubble::arrangeSoon);
+  connect(parts_.panels, &Panels::compositingChanged, this, &DockBubble::arrangeSoon);
+  connect(parts_.dock, &DockController::placed, this, &DockBubble::arrangeSoon);
+  connect(parts_.dock, &DockController::goesAway, this, &DockBubble::arrangeSoon);
+  connect(parts_.dock, &DockController::coveredChanged, this, &DockBubble::arrangeSoon);
+}
+
+DockBubble::~DockBubble() = default;
+
+int DockBubble::height() const { return panel_ ? bubble_->bubbleSize().height() : 0; }
+
+void DockBubble::arrangeSoon() {
+  arranging_ = parts_.store->scheduler().after(kOnceTheDockStands, [this] { arrange(); });
+}
+
+void DockBubble::arrange() {
+  arranging_.reset();
+  if (parts_.screens->all().isEmpty()) {
+    panel_.reset();
+    return;
+  }
+  if (!panel_) make();
+  bubble_->setLook(dockStyleNamed(parts_.store->config().style), backdropOf(*parts_.panels));
+  const PanelPlacement wanted =
+      bubblePlacement(*bubble_, *parts_.dock, *parts_.screens, raised_ ? raised_() : 0, display_);
+  if (wanted != placement_) {
+    placement_ = wanted;
+    panel_->place(wanted);
+  }
+  panel_->setAboveFullscreen(!parts_.dock->isCovered(wanted.screen));
+  panel_->setOutline(bubble_->outlineRegion());
+  panel_->setInputRegion(bubble_->outlineRegion());
+  panel_->setShown(true);
+}
+
+void DockBubble::make() {
+  std::unique_ptr<MessageBubble> bubble = maker_();
+  bubble_ = bubble.get();
+  placement_.reset();
+  panel_ = parts_.panels->make(std::move(bubble));
+  // The display went, or the window was taken in some other way: where there is a display the bubble comes again.
+  connect(
+      panel_.get(), &Panel::closed, this,
+      [this] {
+        panel_.reset();
+        arrangeSoon();
+      },
+      Qt::QueuedConnection);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QObject>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "base/Scheduler.h"
+#include "desktop/Panels.h"
+#include "desktop/Screens.h"
+
+namespace tarnwick {
+
+class AppStore;
+class DockController;
+class MessageBubble;
+
+/// What a bubble stands beside. Borrowed; all are required.
+struct DockBubbleParts {
+  AppStore* store = nullptr;
+  DockController* dock = nullptr;
+  Screens* screens = nullptr;
+  Panels* panels = nullptr;
+};
+
+/// The window of a bubble above a dock. It follows the dock's place and look, moves to another dock when its own goes,
+/// and stays below a full-screen window that covers its display. While no display is connected it waits for one.
+class DockBubble final : public QObject {
+  Q_OBJECT
+ public:
+  /// Makes the bubble; asked again when the window system took the window.
+  using Maker = std::function<std::unique_ptr<MessageBubble>()>;
+
+  DockBubble(DockBubbleParts parts, Maker make);
+  ~DockBubble() override;
+
+  /// The display whose dock it prefers; the first one while it is empty.
+  void setDisplay(const QString& display) { display_ = display; }
+  /// Asked for how far it is lifted over another bubble.
+  void setRaised(std::function<int()> raised) { raised_ = std::move(raised); }
+
+  /// Shows it where it belongs now.
+  void arrange();
+  /// The same once the dock stands where a change of the settings or of the displays puts it.
+  void arrangeSoon();
+  /// Of the bubble; 0 while none is shown.
+  int height() const;
+
+ private:
+  void make();
+
+  DockBubbleParts parts_;
+  Maker maker_;
+  QString display_;
+  std::function<int()> raised_;
+  std::unique_ptr<Panel> panel_;
+  MessageBubble* bubble_ = nullptr;  // Owned by the panel.
+  std::optional<PanelPlacement> placement_;
+  JobHandle arranging_;
+};
+
+}  // namespace tarnwick
