@@ -84,9 +84,13 @@ TEST_F(PanelPresentationTest, HasPlainerWays) {
   EXPECT_EQ(seen(), QRectF(0, 0, 200, 100));
   panel.setComposited(false);
   EXPECT_EQ(panel.progress(), 1) << "it arrives at once";
+  EXPECT_FALSE(panel.mask().contains(QPoint(0, 0))) << "the window is cut to round corners";
+  EXPECT_TRUE(panel.mask().contains(QPoint(0, panel.height() / 2)));
   panel.animate(0, true);
   EXPECT_EQ(panel.progress(), 0);
   EXPECT_FALSE(clock->isRunning());
+  panel.setComposited(true);
+  EXPECT_TRUE(panel.mask().isEmpty());
 }
 
 }  // namespace

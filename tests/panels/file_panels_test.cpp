@@ -98,6 +98,22 @@ TEST(AppFolderPanel, TakesAppsInAndGivesThemBack) {
   EXPECT_EQ(open.did(), "");
 }
 
+TEST(RunningAppsPanel, KeepsTheTextOfItsRowsInLineWhicheverWayWordsRun) {
+  for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+    QGuiApplication::setLayoutDirection(direction);
+    Open open(u"openWindows"_s);
+    const auto header = open.panel->findChild<PanelHeader*>();
+    const int left = header->mapTo(open.panel.get(), QPoint()).x();
+    const int right = left + header->width();
+    EXPECT_EQ(open.view().mapTo(open.panel.get(), QPoint()).x(), left - theme::kRowBleed);
+    EXPECT_EQ(open.view().mapTo(open.panel.get(), open.view().rect().topRight()).x() + 1, right + theme::kRowBleed);
+    // Nothing on the way to the panel cuts the rows off.
+    EXPECT_EQ(open.view().visibleRegion().boundingRect().width(), open.view().width());
+    EXPECT_EQ(open.panel->layoutDirection(), Qt::LeftToRight) << "what is painted is";
+  }
+  QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+}
+
 TEST(RunningAppsPanel, LeadsToWindowsOrApps) {
   Open windows(u"openWindows"_s);
   EXPECT_EQ(windows.titles(), "Release notes|Weather in Kendal|tiles.cpp|robin@kendal: ~|Inbox");

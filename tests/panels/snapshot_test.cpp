@@ -47,7 +47,7 @@ TEST(SnapshotTest, WritesWhatWasChosen) {
     return QDir(root.filePath(part)).entryList({u"*@1.5x.png"_s}, QDir::Files).size();
   };
   EXPECT_EQ(count(u"tiles"_s), kinds);
-  EXPECT_EQ(count(u"docks"_s), 6);
+  EXPECT_EQ(count(u"docks"_s), 7);
   EXPECT_EQ(count(u"panels"_s), 0);
   EXPECT_GE(count(u"sheets"_s), Catalog::groups().size() * 3);
   EXPECT_EQ(files.size(), count(u"tiles"_s) + count(u"docks"_s) + count(u"sheets"_s));

@@ -365,6 +365,23 @@ TEST(Painting, StaysWithinTheGlassAndItsMargins) {
       }
 }
 
+TEST(Painting, AppsOfADockWithoutGlassStandOnOnePlate) {
+  DockRow row = starterRow();
+  row.style = DockStyle::Transparent;
+  row.composited = false;
+  row.runningApps = runningApps();
+  const auto view = makeView(row);
+  const QRegion outline = view->outlineRegion();
+  const auto layout = RowLayout::of(row, view->glassRect(), 1);
+  const QList<QRectF> plates = layout.plates();
+  ASSERT_EQ(plates.size(), row.widgets.size() + 1);
+  const QRect plate = plates.last().toAlignedRect();
+  EXPECT_DOUBLE_EQ(plates.last().width(), theme::kAppSlot * static_cast<double>(row.runningApps.size()));
+  EXPECT_TRUE(outline.contains(QPoint(plate.left() + static_cast<int>(theme::kAppSlot), plate.top())))
+      << "no corners where two applications meet";
+  EXPECT_FALSE(outline.contains(plate.topLeft()));
+}
+
 TEST(Painting, EveryKindStaysWithinItsTile) {
   for (const double scale : {0.5, 0.7, 1.0, 1.6})
     for (const bool connected : {true, false})

@@ -68,7 +68,9 @@ void X11Popup::setComposited(bool isComposited) {
 // Nobody can click on a shadow; and where nothing composites the screen there is none.
 void X11Popup::applyShape() const {
   const auto window = static_cast<xcb_window_t>(content_->winId());
-  const QRegion outline = content_->rect().marginsRemoved(style_.margins);
+  // A content that has cut itself to a shape keeps it.
+  const QRegion whole = content_->rect().marginsRemoved(style_.margins);
+  const QRegion outline = content_->mask().isEmpty() ? whole : content_->mask();
   const double scale = content_->devicePixelRatio();
   X11Shape::apply(events_, window, XCB_SHAPE_SK_INPUT, outline, scale);
   X11Shape::apply(events_, window, XCB_SHAPE_SK_BOUNDING, isComposited_ ? std::nullopt : std::optional(outline), scale);

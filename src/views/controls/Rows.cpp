@@ -22,8 +22,8 @@ constexpr double kTitleShare = 0.34;  ///< Where in a tall row the title's middl
 constexpr double kCaptionShare = 0.69;
 constexpr double kCheck = 16;
 
-void paintParting(QPainter& painter, const QWidget& row, const ControlLook& look) {
-  painter.fillRect(QRectF(0, 0, row.width(), hairline(painter)), look.palette.hairline);
+void paintParting(QPainter& painter, const QWidget& row, const ControlLook& look, double inset = 0) {
+  painter.fillRect(QRectF(inset, 0, row.width() - inset * 2, hairline(painter)), look.palette.hairline);
 }
 
 }  // namespace
@@ -117,7 +117,7 @@ void ListRow::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   prepare(painter);
   const ControlLook& look = this->look();
-  if (parted_) paintParting(painter, *this, look);
+  if (parted_) paintParting(painter, *this, look, clickable_ ? theme::kRowBleed : 0);
   const QRectF box = rect();
   if (clickable_ && (underMouse() || isDown()))
     drawRounded(painter, box, theme::kRowCorner, isDown() ? look.palette.buttonPressed : look.palette.tileHover);

@@ -228,8 +228,8 @@ QRegion DockView::outlineRegion() const {
   const double scale = row_.scale;
   if (palette_.glass.bodyTop.isValid()) return Glass::outline(fullGlass().toAlignedRect(), theme::kDockCorner * scale);
   QRegion region;
-  for (const RowItem& item : layout_.items)
-    region += Glass::outline(item.rect.toAlignedRect(), theme::kTileCorner * scale);
+  for (const QRectF& plate : layout_.plates())
+    region += Glass::outline(plate.toAlignedRect(), theme::kTileCorner * scale);
   for (const QRectF& tab : layout_.tabs) region += tab.toAlignedRect();
   return region;
 }

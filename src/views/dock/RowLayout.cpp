@@ -217,6 +217,20 @@ std::optional<qsizetype> RowLayout::tabAt(QPointF point) const {
   return std::nullopt;
 }
 
+QList<QRectF> RowLayout::plates() const {
+  QList<QRectF> plates;
+  bool afterApp = false;
+  for (const RowItem& item : items) {
+    const bool isApp = item.kind == RowItem::Kind::App;
+    if (isApp && afterApp)
+      plates.last() |= item.rect;
+    else
+      plates.append(item.rect);
+    afterApp = isApp;
+  }
+  return plates;
+}
+
 qsizetype RowLayout::itemOf(RowItem::Kind kind, qsizetype index) const {
   const auto found =
       std::ranges::find_if(items, [&](const RowItem& item) { return item.kind == kind && item.index == index; });

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QHBoxLayout>
 
+#include "views/controls/Bleed.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
 #include "views/controls/MonthGrid.h"
@@ -198,7 +199,7 @@ class ClockPanel final : public TilePanel {
       words.removeAll(QString());
       row->setCaption(words.join(u" · "_s));
       connect(row, &QPushButton::clicked, this, [this, match] { take(match); });
-      matches_->addWidget(row);
+      addBleeding(*matches_, row);
       matchRows_ << row;
     }
     const bool searching = !field_->text().trimmed().isEmpty();

@@ -8,6 +8,7 @@
 #include <cmath>
 
 #include "store/DocumentEdits.h"
+#include "views/controls/Bleed.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
 #include "views/controls/Rows.h"
@@ -162,7 +163,7 @@ class ColorPanel final : public TilePanel {
         takeColor(store(), context().widget, hexOf(*color_));
         header().setNote(words("Copied"));
       });
-      body().addWidget(row);
+      addBleeding(body(), row);
       forms_[i] = row;
     }
   }

@@ -8,6 +8,7 @@
 #include "files/LatestWork.h"
 #include "files/RecentFiles.h"
 #include "files/ScreenshotFolder.h"
+#include "views/controls/Bleed.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
 #include "views/controls/ItemView.h"
@@ -50,7 +51,7 @@ class RecentFilesPanel final : public FileListPanel {
   explicit RecentFilesPanel(const PanelContext& context)
       : FileListPanel(context, say("Recent files"), ItemView::Shape::Rows) {
     view().setMostRows(8);
-    body().addWidget(&view());
+    addBleeding(body(), &view());
     if (context.readings.recent)
       connect(context.readings.recent, &RecentFiles::changed, this, &RecentFilesPanel::refreshNow);
   }
@@ -118,9 +119,15 @@ class ShelfPanel final : public FileListPanel {
       store().edit([](DockConfiguration& config) { config.shelf.clear(); });
       refreshNow();
     });
-    body().addWidget(&view());
+    addBleeding(body(), &view());
     body().addSpacing(theme::kPanelHeaderBelow);
-    body().addWidget(clear_, 0, Qt::AlignLeft);
+    // The word, not the button around it, begins where the rows do.
+    auto* foot = new QWidget;
+    auto* footRow = new QHBoxLayout(foot);
+    footRow->setContentsMargins(0, 0, 0, 0);
+    footRow->addWidget(clear_);
+    footRow->addStretch();
+    addBleeding(body(), foot);
   }
 
  protected:
@@ -175,7 +182,7 @@ class FileSearchPanel final : public FileListPanel {
     body().addWidget(field_);
     body().addSpacing(theme::kRowBleed);
     body().addWidget(word_);
-    body().addWidget(&view());
+    addBleeding(body(), &view());
     view().setMostRows(8);
     view().followField(*field_);
     connect(field_, &QLineEdit::textChanged, &finder_, &FileFinder::find);

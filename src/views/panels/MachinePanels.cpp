@@ -22,6 +22,9 @@ namespace {
 
 QString say(const char* text) { return QCoreApplication::translate("Panels", text); }
 
+/// What fills a bar, in per cent of a core, while nothing uses more.
+constexpr double kQuietCpu = 25;
+
 QString memoryText(const QLocale& locale, quint64 bytes) {
   return locale.formattedDataSize(static_cast<qint64>(bytes), bytes < 1'000'000'000 ? 0 : 1,
                                   QLocale::DataSizeTraditionalFormat);
@@ -53,7 +56,8 @@ class ProcessesPanel final : public TilePanel {
     const ProcessOrder order = processOrderOf(widget());
     order_->setChosen(order == ProcessOrder::RAM ? 1 : 0);
     shown_ = ProcessRanking::top(sources.readings.processes, order, ProcessRanking::panelRows);
-    double most = order == ProcessOrder::CPU ? 100 : 1;
+    // A busy machine fills the bars; of a quiet one they compare what there is.
+    double most = order == ProcessOrder::CPU ? kQuietCpu : 1;
     for (const ProcessUsage& each : shown_) most = std::max(most, amount(each, order));
     for (qsizetype i = 0; i < rows_.size(); ++i) {
       rows_[i].row->setVisible(i < shown_.size());

@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 
 #include "store/DocumentEdits.h"
+#include "views/controls/Bleed.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
 #include "views/controls/Rows.h"
@@ -173,7 +174,7 @@ class NotesPanel final : public TilePanel {
         refreshNow();
         area_->setFocus();
       });
-      rows_->addWidget(row);
+      addBleeding(*rows_, row);
     }
   }
 

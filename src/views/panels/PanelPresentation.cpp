@@ -5,6 +5,8 @@
 
 #include "desktop/FrameClock.h"
 #include "dock/MovingPicture.h"
+#include "views/controls/ControlTheme.h"
+#include "views/theme/Glass.h"
 
 namespace tarnwick {
 
@@ -36,6 +38,15 @@ void PanelPresentation::setReduceMotion(bool reduceMotion) {
 void PanelPresentation::setComposited(bool composited) {
   isComposited_ = composited;
   if (!isComposited_) driver_.animate(driver_.spring().target, MotionStyle::Quick, false, reduceMotion_);
+  cut();
+}
+
+void PanelPresentation::cut() {
+  // A pane has no shadow then, and fills its window.
+  if (isComposited_)
+    clearMask();
+  else
+    setMask(Glass::outline(rect(), theme::kPanelCorner));
 }
 
 void PanelPresentation::animate(double to, bool animated) {
@@ -71,6 +82,7 @@ bool PanelPresentation::event(QEvent* event) {
 
 void PanelPresentation::resizeEvent(QResizeEvent*) {
   content_->resize(size());
+  cut();
   apply();
 }
 

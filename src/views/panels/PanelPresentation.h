@@ -25,7 +25,7 @@ class PanelPresentation final : public QWidget {
   void setAnchor(const QPointF& anchor);
   /// Nothing grows any more; it only fades.
   void setReduceMotion(bool reduceMotion);
-  /// Where windows cannot be translucent, everything comes and goes at once.
+  /// Where windows cannot be translucent, everything comes and goes at once, and the window is cut to a pane's outline.
   void setComposited(bool composited);
 
   /// Shows the content (1) or hides it (0), by the spring of a small panel or at once.
@@ -46,6 +46,7 @@ class PanelPresentation final : public QWidget {
 
  private:
   void apply();
+  void cut();
 
   QWidget* content_;
   MovingPicture* picture_;

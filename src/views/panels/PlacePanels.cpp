@@ -5,6 +5,7 @@
 #include <QUrlQuery>
 
 #include "files/Bookmarks.h"
+#include "views/controls/Bleed.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/ConfirmBar.h"
 #include "views/controls/Fields.h"
@@ -88,7 +89,7 @@ class BookmarksPanel final : public TilePanel {
     body().addWidget(field_);
     body().addSpacing(theme::kRowBleed);
     body().addWidget(none_);
-    body().addWidget(view_);
+    addBleeding(body(), view_);
     view_->setMostRows(8);
     view_->followField(*field_);
     view_->setPicture(

@@ -46,12 +46,14 @@ class PlainPanel final : public TilePanel {
   explicit PlainPanel(const PanelContext& context) : TilePanel(context) {}
 
  protected:
-  void refresh(const TileSources&) override {
+  void refresh(const TileSources& sources) override {
     EmptyState state;
     if (isConnectedFamily(definition().family)) state.initial = definition().name.left(1).toUpper();
     state.symbol = definition().symbol;
     state.title = title();
     state.sentence = sentenceFor(definition());
+    const QString opened = sources.applications.value(widget().options.value(u"path"_s)).name;
+    if (definition().family == u"launcher"_s && !opened.isEmpty()) state.sentence = tr("Opens %1.").arg(opened);
     state.button = buttonFor(definition());
     if (context().actions.openEditor)
       state.act = [edit = context().actions.openEditor, id = context().widget] { edit(id); };

@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <algorithm>
 
+#include "views/controls/Bleed.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/ScrollArea.h"
 #include "views/theme/Theme.h"
@@ -72,7 +73,8 @@ class TilePanel::EmptyView final : public QWidget {
         sentence_(new TextLabel({}, TextStyle::Body, Tone::Secondary, this)),
         button_(new Button({}, Button::Role::Primary, this)) {
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(kEmptyAround, kEmptyAround, kEmptyAround, kEmptyAround);
+    constexpr int side = kEmptyAround + theme::kRowBleed;
+    column->setContentsMargins(side, kEmptyAround, side, kEmptyAround);
     column->setSpacing(kEmptyGap);
     title_->setAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
     sentence_->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
@@ -109,6 +111,8 @@ class TilePanel::EmptyView final : public QWidget {
 TilePanel::TilePanel(const PanelContext& context, int width)
     : context_(context), width_(width), header_(new PanelHeader(this)) {
   setAttribute(Qt::WA_NoSystemBackground);
+  // As on the tile: what is painted and what is laid out keep one direction, whichever way the words run.
+  setLayoutDirection(Qt::LeftToRight);
   takeWidget();
   look_.accent = tileAccent(definition());
 
@@ -134,7 +138,7 @@ TilePanel::TilePanel(const PanelContext& context, int width)
   column->setSpacing(0);
   own_ = new QWidget(content_);
   body_ = new QVBoxLayout(own_);
-  body_->setContentsMargins(0, theme::kPanelHeaderBelow, 0, 0);
+  body_->setContentsMargins(theme::kRowBleed, theme::kPanelHeaderBelow, theme::kRowBleed, 0);
   body_->setSpacing(0);
   empty_ = new EmptyView(content_);
   empty_->hide();
@@ -143,7 +147,8 @@ TilePanel::TilePanel(const PanelContext& context, int width)
   scroll_->setWidget(content_);
   content_->setAutoFillBackground(false);
   content_->installEventFilter(this);
-  frame_->addWidget(scroll_, 1);
+  addBleeding(*frame_, scroll_);
+  frame_->setStretchFactor(scroll_, 1);
   arrange();
 
   if (isConnectedFamily(definition().family))
@@ -238,7 +243,7 @@ void TilePanel::arrange() {
 }
 
 QSize TilePanel::panelSize() const {
-  int height = theme::kPanelPadding * 2 + scroll_->contentHeight(contentWidth());
+  int height = theme::kPanelPadding * 2 + scroll_->contentHeight(contentWidth() + theme::kRowBleed * 2);
   if (!header_->isHidden()) height += header_->height();
   if (!message_->isHidden()) height += message_->layout()->totalHeightForWidth(contentWidth());
   return {width_, height};
@@ -267,9 +272,8 @@ void TilePanel::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   const GlassColors& colors = look_.palette.panel;
-  // Where nothing composites, the window is cut to a rectangle.
-  const double corner = colors.shadow.isValid() ? theme::kPanelCorner / theme::kPanelShadowScale : 0;
-  glass_.paint(painter, rect().marginsRemoved(margins()), colors, corner, theme::kPanelShadowScale);
+  glass_.paint(painter, rect().marginsRemoved(margins()), colors, theme::kPanelCorner / theme::kPanelShadowScale,
+               theme::kPanelShadowScale);
 }
 
 PanelHeader::PanelHeader(QWidget* parent) : QWidget(parent), actions_(new QHBoxLayout(this)) {

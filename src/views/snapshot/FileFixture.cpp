@@ -1,9 +1,7 @@
 #include "views/snapshot/FileFixture.h"
 
 #include <QFileInfo>
-#include <QLinearGradient>
 #include <QPainter>
-#include <QPainterPath>
 #include <algorithm>
 #include <cmath>
 #include <functional>
@@ -14,6 +12,7 @@
 #include "files/Thumbnails.h"
 #include "system/SystemMetrics.h"
 #include "views/panels/FileItems.h"
+#include "views/snapshot/SnapshotScenery.h"
 
 namespace tarnwick {
 
@@ -23,25 +22,11 @@ namespace {
 
 const QString kPictures = u"/home/robin/Pictures/Screenshots"_s;
 
-/// Evening over hills, in one of a few moods.
-QImage landscape(int mood) {
+QImage landscape(int which) {
   QImage image(256, 160, QImage::Format_ARGB32_Premultiplied);
   QPainter painter(&image);
   painter.setRenderHint(QPainter::Antialiasing);
-  QLinearGradient sky(0, 0, 0, image.height());
-  sky.setColorAt(0, QColor::fromHsv((260 + mood * 47) % 360, 110, 130));
-  sky.setColorAt(1, QColor::fromHsv((20 + mood * 31) % 360, 120, 235));
-  painter.fillRect(image.rect(), sky);
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(QColor(255, 236, 196));
-  painter.drawEllipse(QPointF(150 + mood * 14, 66), 24, 24);
-  for (const int hill : {0, 1}) {
-    QPainterPath path(QPointF(0, image.height()));
-    for (int x = 0; x <= image.width(); x += 8)
-      path.lineTo(x, 104 + hill * 26 + 12 * std::sin((x + mood * 60) / (34.0 + hill * 20)));
-    path.lineTo(image.width(), image.height());
-    painter.fillPath(path, QColor::fromHsv(225, 110, 95 - hill * 35));
-  }
+  SnapshotScenery::paintLandscape(painter, image.rect(), which);
   return image;
 }
 
@@ -89,7 +74,7 @@ ProcessUsage process(const QString& name, double cpu, double megabytes) {
 QList<double> curve(double base, double swing, double phase) {
   QList<double> values;
   for (int i = 0; i < SystemMetrics::depth; ++i)
-    values << std::max(0.0, base + swing * (std::sin((i + phase) * 0.4) * 0.6 + std::sin((i + phase) * 1.3) * 0.4));
+    values << std::max(0.0, base + swing * (std::sin((i + phase) * 0.22) * 0.65 + std::sin((i + phase) * 0.61) * 0.35));
   return values;
 }
 
@@ -179,6 +164,7 @@ std::shared_ptr<const AppIndex> FileFixture::applications() {
     entry.id = name.toLower();
     entry.path = u"/usr/share/applications/%1.desktop"_s.arg(entry.id);
     entry.name = name;
+    entry.iconName = entry.id;
     entries.append(entry);
   }
   return std::make_shared<AppIndex>(AppEnvironment(), entries, QHash<QString, DesktopEntry>(), MimeDefaults());
@@ -193,6 +179,7 @@ QList<RunningApp> FileFixture::running() {
     app.identity = number;
     app.name = name;
     app.desktopId = name.toLower();
+    app.iconName = app.desktopId;
     app.path = u"/usr/share/applications/%1.desktop"_s.arg(app.desktopId);
     app.windows = {number * 10};
     app.active = number == 1;

@@ -2,8 +2,10 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QSet>
+#include <QSemaphore>
+#include <QThreadPool>
 #include <array>
+#include <mutex>
 #include <vector>
 
 #include "base/DomainError.h"
@@ -18,6 +20,8 @@ namespace {
 
 /// Between speed and size of the files.
 constexpr int kPngQuality = 85;
+/// A picture can be large, so few wait to be written.
+constexpr int kMostWaiting = 3;
 
 struct StyleName {
   const char* name;
@@ -66,7 +70,7 @@ QString fileName(const QString& text) {
   return name;
 }
 
-/// Writes pictures below the folder and keeps their names.
+/// Writes pictures below the folder, while the next ones are painted, and keeps their names.
 class Album {
  public:
   explicit Album(const QString& folder) : folder_(folder) {}
@@ -74,17 +78,69 @@ class Album {
   void add(const QString& part, const QString& name, double density, const QImage& image) {
     const QString file = u"%1/%2@%3x.png"_s.arg(part, name, QString::number(density));
     const QString path = folder_.filePath(file);
-    if (!folder_.mkpath(part) || !image.save(path, "PNG", kPngQuality))
-      throw DomainError::invalid(
-          QCoreApplication::translate("Snapshot", "The picture %1 could not be written.").arg(path));
+    if (!folder_.mkpath(part)) fail(path);
+    waiting_.acquire();
+    writers_.start([this, path, image] {
+      if (!image.save(path, "PNG", kPngQuality)) {
+        const std::lock_guard lock(mutex_);
+        unwritten_ = path;
+      }
+      waiting_.release();
+    });
     files_ << file;
   }
-  const QStringList& files() const { return files_; }
+
+  /// The files, once all of them are written.
+  const QStringList& files() {
+    writers_.waitForDone();
+    if (!unwritten_.isEmpty()) fail(unwritten_);
+    return files_;
+  }
 
  private:
+  [[noreturn]] static void fail(const QString& path) {
+    throw DomainError::invalid(
+        QCoreApplication::translate("Snapshot", "The picture %1 could not be written.").arg(path));
+  }
+
   QDir folder_;
   QStringList files_;
+  std::mutex mutex_;
+  QString unwritten_;
+  QSemaphore waiting_{kMostWaiting};
+  QThreadPool writers_;  ///< The last member: whoever writes uses the others.
 };
+
+void addDocks(Album& album, SnapshotPainter& painter) {
+  QList<SnapshotPicture> rows;
+  for (const StyleName& style : kStyles) {
+    DockRow row = SnapshotFixture::dock();
+    row.style = style.style;
+    const QString name = QString::fromLatin1(style.name);
+    rows << SnapshotPicture{name, painter.dock(row)};
+    album.add(u"docks"_s, name, painter.density(), rows.last().image);
+  }
+  DockRow row = SnapshotFixture::dock();
+  row.monochrome = true;
+  rows << SnapshotPicture{u"monochrome"_s, painter.dock(row)};
+  row.style = DockStyle::LightGlass;
+  rows << SnapshotPicture{u"monochrome, lightGlass"_s, painter.dock(row)};
+  row = SnapshotFixture::dock();
+  row.tiles = false;
+  rows << SnapshotPicture{u"without tiles"_s, painter.dock(row)};
+  row = SnapshotFixture::dock();
+  row.composited = false;
+  rows << SnapshotPicture{u"without a compositor"_s, painter.dock(row)};
+  row.style = DockStyle::Transparent;
+  rows << SnapshotPicture{u"transparent, without a compositor"_s, painter.dock(row)};
+  for (const double scale : {0.5, 0.75, 1.6}) {
+    row = SnapshotFixture::starterDock();
+    row.scale = scale;
+    rows << SnapshotPicture{u"scale %1"_s.arg(scale), painter.dock(row)};
+  }
+  album.add(u"docks"_s, u"scene"_s, painter.density(), painter.scene(SnapshotFixture::starterDock()));
+  album.add(u"sheets"_s, u"docks"_s, painter.density(), painter.list(QStringLiteral("Docks"), rows));
+}
 
 }  // namespace
 
@@ -105,9 +161,7 @@ QStringList takeSnapshot(const SnapshotOptions& options) {
         for (SnapshotPainter& painter : painters)
           album.add(u"sheets"_s, fileName(group.name) + u'-' + painter.scheme().name, density,
                     painter.sheet(fixture, group.name, group.kinds, options.tiles, options.panels));
-    if (options.docks)
-      for (const StyleName& style : kStyles)
-        album.add(u"docks"_s, QString::fromLatin1(style.name), density, dark.dock(style.style));
+    if (options.docks) addDocks(album, dark);
     if (options.windows)
       for (const SnapshotWindow& window : options.windowList)
         for (const bool isDark : {true, false})

@@ -5,6 +5,7 @@
 
 #include "views/snapshot/CalendarFixture.h"
 #include "views/snapshot/FileFixture.h"
+#include "views/snapshot/SnapshotScenery.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
@@ -41,14 +42,18 @@ class FixedToggles final : public Toggles {
   void start() override {}
 };
 
-/// A curve that looks like a reading and is the same each time.
-QList<double> history(double base, double swing, double phase) {
+/// A curve that looks like a reading, is the same each time and ends where the reading is.
+QList<double> history(double base, double swing, double phase, double last) {
   QList<double> values;
   for (int i = 0; i < SystemMetrics::depth; ++i) {
     const double at = i + phase;
-    const double wave = std::sin(at * 0.55) * 0.5 + std::sin(at * 1.7) * 0.3 + std::sin(at * 0.21) * 0.4;
+    const double wave = std::sin(at * 0.31) * 0.45 + std::sin(at * 0.83) * 0.35 + std::sin(at * 0.13) * 0.45;
     values << std::max(0.0, base + swing * wave);
   }
+  // The last few lead to what is shown beside the curve.
+  constexpr int lead = 4;
+  const double off = last - values.last();
+  for (int i = 0; i < lead; ++i) values[SystemMetrics::depth - lead + i] += off * (i + 1) / lead;
   return values;
 }
 
@@ -65,15 +70,17 @@ QMap<QString, QString> optionsOf(const QString& kind) {
       {u"appLauncher"_s, {{u"path"_s, u"/usr/share/applications/browser.desktop"_s}}},
       {u"folderLauncher"_s, {{u"path"_s, u"/home/robin/Documents"_s}}},
       {u"pinnedWindow"_s, {{u"windowTitle"_s, u"Inbox"_s}, {u"appName"_s, u"Mail"_s}}},
-      {u"appFolder"_s, {{u"paths"_s, u"/usr/share/applications/mail.desktop\n/usr/share/applications/music.desktop\n/usr/share/applications/messages.desktop\n/usr/share/applications/photos.desktop"_s}}},
+      {u"appFolder"_s,
+       {{u"paths"_s,
+         u"/usr/share/applications/mail.desktop\n/usr/share/applications/music.desktop\n/usr/share/applications/messages.desktop\n/usr/share/applications/photos.desktop"_s}}},
       {u"scratchNote"_s, {{u"text"_s, u"Ask Ines about the museum tickets"_s}}},
       {u"drinkWater"_s, {{u"glasses"_s, u"5"_s}, {u"goal"_s, u"8"_s}, {u"day"_s, u"2026-11-24"_s}}},
       {u"habitTracker"_s,
        {{u"text"_s, u"Read"_s},
-        {u"history"_s, u"2026-11-08,2026-11-09,2026-11-10,2026-11-12,2026-11-13,2026-11-14,2026-11-15,2026-11-16,"
-                       u"2026-11-18,2026-11-19,2026-11-21,2026-11-22,2026-11-23"_s}}},
-      {u"pomodoro"_s,
-       {{u"sessions"_s, u"2"_s}, {u"phase"_s, u"work"_s}, {u"deadline"_s, secondsFromNow(9 * 60 + 41)}}},
+        {u"history"_s,
+         u"2026-11-08,2026-11-09,2026-11-10,2026-11-12,2026-11-13,2026-11-14,2026-11-15,2026-11-16,"
+         u"2026-11-18,2026-11-19,2026-11-21,2026-11-22,2026-11-23"_s}}},
+      {u"pomodoro"_s, {{u"sessions"_s, u"2"_s}, {u"phase"_s, u"work"_s}, {u"deadline"_s, secondsFromNow(9 * 60 + 41)}}},
       {u"timer"_s, {{u"remaining"_s, u"1125"_s}}},
       {u"stopwatch"_s, {{u"started"_s, secondsFromNow(-192)}, {u"laps"_s, u"64.2,131.7"_s}}},
       {u"posture"_s,
@@ -97,7 +104,7 @@ TodoItem todo(const QString& text, bool done) {
 
 }  // namespace
 
-QDateTime SnapshotFixture::moment() { return QDateTime(QDate(2026, 11, 24), QTime(10, 24, 30), QTimeZone::utc()); }
+QDateTime SnapshotFixture::moment() { return QDateTime(QDate(2026, 11, 24), QTime(10, 24, 36), QTimeZone::utc()); }
 
 QLocale SnapshotFixture::locale() { return QLocale(QLocale::English, QLocale::UnitedKingdom); }
 
@@ -115,22 +122,21 @@ TileSources SnapshotFixture::sources() {
                                     .diskFree = 140e9,
                                     .download = 2.4e6,
                                     .upload = 318e3};
-  sources.cpuHistory = history(24, 14, 0);
-  sources.cpuHistory.last() = 23;
-  sources.memoryHistory = history(58, 4, 7);
-  sources.memoryHistory.last() = 61;
-  sources.networkHistory = history(1.8e6, 1.1e6, 3);
-  sources.networkHistory.last() = 2.718e6;
+  sources.cpuHistory = history(34, 24, 2, 23);
+  sources.memoryHistory = history(54, 9, 7, 61);
+  sources.networkHistory = history(1.8e6, 1.1e6, 3, 2.718e6);
   const auto absent = Capability::no(u"This computer has no Bluetooth adapter."_s);
   sources.toggles = {{Toggle::WiFi, {true, {}}},     {Toggle::Bluetooth, {false, absent}},
                      {Toggle::DarkMode, {true, {}}}, {Toggle::DoNotDisturb, {false, {}}},
                      {Toggle::Mute, {false, {}}},    {Toggle::KeepAwake, {false, {}}}};
   ApplicationFacts browser;
   browser.name = u"Browser"_s;
+  browser.icon = u"browser"_s;
   browser.marks.running = true;
   sources.applications.insert(u"/usr/share/applications/browser.desktop"_s, browser);
   for (const QString& name : {u"Mail"_s, u"Music"_s, u"Messages"_s, u"Photos"_s})
-    sources.applications.insert(u"/usr/share/applications/%1.desktop"_s.arg(name.toLower()), {name, {}, 0, {}});
+    sources.applications.insert(u"/usr/share/applications/%1.desktop"_s.arg(name.toLower()),
+                                {name, name.toLower(), 0, {}});
   sources.shelfItems = 3;
   sources.calendar = calendarFixture(sources.now);
   sources.readings = FileFixture::readings(sources.now);
@@ -164,19 +170,26 @@ DockConfiguration SnapshotFixture::configuration() {
 }
 
 DockRow SnapshotFixture::dock() {
-  DockRow row;
-  for (const QString& kind :
-       {u"applications"_s, u"digitalClock"_s, u"analogClassicLight"_s, u"weatherCurrent"_s, u"cpu"_s, u"ram"_s,
-        u"systemQuickToggles"_s, u"dockSeparator"_s, u"quickTodo"_s, u"downloads"_s, u"trash"_s})
+  DockRow row = starterDock();
+  for (const QString& kind : {u"dockSeparator"_s, u"quickTodo"_s, u"downloads"_s, u"trash"_s})
     row.widgets << widgetOf(kind);
-  DockApp front;
-  front.id = 1;
-  front.name = u"Browser"_s;
-  front.front = true;
-  DockApp other;
-  other.id = 2;
-  other.name = u"Editor"_s;
-  row.runningApps = {front, other};
+  row.runningApps = row.runningApps.mid(0, 3);
+  return row;
+}
+
+DockRow SnapshotFixture::starterDock() {
+  DockRow row;
+  for (const QString& kind : {u"applications"_s, u"digitalClock"_s, u"analogClassicLight"_s, u"weatherCurrent"_s,
+                              u"cpu"_s, u"ram"_s, u"systemQuickToggles"_s})
+    row.widgets << widgetOf(kind);
+  for (const QString& name : {u"Browser"_s, u"Files"_s, u"Editor"_s, u"Terminal"_s, u"Mail"_s, u"Music"_s}) {
+    DockApp app;
+    app.id = static_cast<quint64>(row.runningApps.size()) + 1;
+    app.name = name;
+    app.icon = name.toLower();
+    app.front = row.runningApps.isEmpty();
+    row.runningApps << app;
+  }
   return row;
 }
 
@@ -215,6 +228,7 @@ PanelContext SnapshotStore::contextOf(const QString& kind) {
   actions.openTrash = [] {};
   actions.emptyTrash = [] {};
   actions.endProcess = [](const ProcessReading&) {};
+  actions.icon = &SnapshotScenery::icon;
   actions.pickColor = [](const std::function<void(const QString&)>&) {};
   return {*store_,      *scheduler_,
           *toggles_,    SnapshotFixture::widgetOf(kind).id,

@@ -28,6 +28,8 @@ struct SnapshotFixture {
   static DockConfiguration configuration();
   /// A dock as people have it.
   static DockRow dock();
+  /// The dock of the first day, with applications running.
+  static DockRow starterDock();
 };
 
 /// A store with the fixture's settings at the fixture's moment, for as many panels as are wanted. Reads and writes

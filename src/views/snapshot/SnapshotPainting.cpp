@@ -6,6 +6,7 @@
 
 #include "views/dock/DockView.h"
 #include "views/panels/Panels.h"
+#include "views/snapshot/SnapshotScenery.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
 #include "views/theme/WindowPalette.h"
@@ -24,8 +25,30 @@ constexpr double kCaption = 18;
 constexpr double kTitle = 40;
 constexpr double kOverlap = 28;
 
+// Docks below each other.
+constexpr double kListGap = 36;
+constexpr double kListBelow = 10;
+constexpr int kDusk = 0;
+constexpr int kDay = 1;
+constexpr QSizeF kScene{1280, 360};
+constexpr double kSceneFoot = 12;
+
 QColor groundOf(bool light) { return windowPalette(!light).color(QPalette::Window); }
 QColor inkOf(bool light) { return windowPalette(!light).color(QPalette::WindowText); }
+
+QPixmap appIcon(const DockApp& app, int size, double ratio) { return SnapshotScenery::icon(app.icon, size, ratio); }
+
+const TileIcons kIcons = &SnapshotScenery::icon;
+
+/// Puts the row into a dock that is as large as it wants to be.
+void fill(DockView& view, const DockRow& row) {
+  view.setIconProvider(appIcon);
+  view.setRow(row);
+  view.refresh(SnapshotFixture::sources());
+  const QSizeF slot(view.idealRowWidth(), theme::kDockHeight * row.scale);
+  view.resize(QSize(static_cast<int>(std::ceil(slot.width())), static_cast<int>(std::ceil(slot.height())))
+                  .grownBy(view.margins()));
+}
 
 /// A picture with words below it, and its place on the sheet.
 struct Piece {
@@ -59,7 +82,7 @@ double flow(QList<Piece>& pieces, double top) {
 }
 
 /// Puts pieces of one width into columns of about the same height.
-double fill(QList<Piece>& pieces, double top) {
+double stack(QList<Piece>& pieces, double top) {
   double pitch = 1;
   for (const Piece& piece : pieces) pitch = std::max(pitch, piece.size().width() - kOverlap);
   const auto count = std::max<qsizetype>(1, static_cast<qsizetype>((kSheetWidth - kEdge * 2 + kOverlap) / pitch));
@@ -81,10 +104,21 @@ QImage SnapshotPainter::blank(const QSizeF& size) const {
   return image;
 }
 
+QImage SnapshotPainter::ground(const QSizeF& size) const {
+  QImage image((size * density_).toSize(), QImage::Format_RGB32);
+  image.setDevicePixelRatio(density_);
+  image.fill(groundOf(scheme_.isLight()));
+  return image;
+}
+
 QImage SnapshotPainter::picture(QWidget& widget) const {
   // Never shown, so that no window is made for it: the controls are told their look by hand.
   announceLook(widget);
   widget.resize(widget.sizeHint());
+  return render(widget);
+}
+
+QImage SnapshotPainter::render(QWidget& widget) const {
   QImage image = blank(widget.size());
   QPainter painter(&image);
   widget.render(&painter, {}, {}, QWidget::DrawChildren);
@@ -108,6 +142,7 @@ QImage SnapshotPainter::tile(const QString& kind, double scale) {
   style.palette = palette;
   style.accent = tileAccent(definition);
   style.scale = scale;
+  style.icons = &kIcons;
   const double left = pane.left() + std::round((paneWidth - width) / 2);
   const QRectF tile(left, pane.top() + inset, width, std::round(theme::kTileHeight * scale));
   paintTile(painter, tile, makeTileContent(widget, definition, SnapshotFixture::sources()), style);
@@ -122,26 +157,57 @@ QImage SnapshotPainter::panel(SnapshotStore& fixture, const QString& kind) {
   return *panels_.insert(kind, picture(*panel));
 }
 
-QImage SnapshotPainter::dock(DockStyle style) const {
+QImage SnapshotPainter::dock(const DockRow& row) const {
   DockView view;
-  DockRow row = SnapshotFixture::dock();
-  row.style = style;
-  view.setRow(row);
-  view.refresh(SnapshotFixture::sources());
-  const QSize slot(static_cast<int>(std::ceil(view.idealRowWidth())), static_cast<int>(theme::kDockHeight));
-  view.resize(slot.grownBy(view.margins()));
-  QImage image = blank(view.size());
+  fill(view, row);
+  const QImage picture = render(view);  // Only now everything has its place.
+  QImage image = ground(view.size());
   QPainter painter(&image);
+  painter.setRenderHint(QPainter::Antialiasing);
   const QRectF whole = view.rect();
-  painter.fillRect(whole, groundOf(false));
-  painter.fillRect(whole.adjusted(whole.width() / 2, 0, 0, 0), groundOf(true));
-  view.render(&painter, {}, {}, QWidget::DrawChildren);
+  const double middle = std::round(whole.width() / 2);
+  SnapshotScenery::paintLandscape(painter, whole.adjusted(0, 0, middle - whole.width(), 0), kDusk);
+  SnapshotScenery::paintLandscape(painter, whole.adjusted(middle, 0, 0, 0), kDay);
+  if (!row.composited) painter.setClipRegion(view.outlineRegion());
+  painter.drawImage(QPointF(), picture);
+  return image;
+}
+
+QImage SnapshotPainter::scene(const DockRow& row) const {
+  DockView view;
+  fill(view, row);
+  const QImage picture = render(view);
+  QImage image = ground(kScene);
+  QPainter painter(&image);
+  painter.setRenderHint(QPainter::Antialiasing);
+  SnapshotScenery::paintLandscape(painter, QRectF(QPointF(), kScene), kDusk);
+  const double left = std::round((kScene.width() - view.width()) / 2);
+  const double top = kScene.height() - kSceneFoot - view.glassRect().bottom();
+  painter.drawImage(QPointF(left, std::round(top)), picture);
+  return image;
+}
+
+QImage SnapshotPainter::list(const QString& title, const QList<SnapshotPicture>& pictures) const {
+  QSizeF size(0, kEdge * 2 + kTitle);
+  for (const SnapshotPicture& picture : pictures) {
+    const QSizeF one = picture.image.deviceIndependentSize();
+    size = {std::max(size.width(), one.width() + kEdge * 2), size.height() + one.height() + kListGap};
+  }
+  QImage image = ground(size);
+  QPainter painter(&image);
+  const QColor ink = inkOf(scheme_.isLight());
+  TextLine(title, TextStyle::Headline).draw(painter, {kEdge, kEdge + kCaption}, ink);
+  double y = kEdge + kTitle;
+  for (const SnapshotPicture& picture : pictures) {
+    TextLine(picture.name, TextStyle::Caption).draw(painter, {kEdge, y + kCaption}, ink);
+    painter.drawImage(QPointF(kEdge, y + kListGap - kListBelow), picture.image);
+    y += picture.image.deviceIndependentSize().height() + kListGap;
+  }
   return image;
 }
 
 QImage SnapshotPainter::onGround(const QImage& piece) const {
-  QImage image = blank(piece.deviceIndependentSize());
-  image.fill(groundOf(scheme_.isLight()));
+  QImage image = ground(piece.deviceIndependentSize());
   QPainter(&image).drawImage(QPointF(), piece);
   return image;
 }
@@ -164,12 +230,11 @@ QImage SnapshotPainter::sheet(SnapshotStore& fixture, const QString& title, cons
   if (panels) {
     QList<Piece> part;
     for (const QString& kind : kinds) part << Piece{panel(fixture, kind), Catalog::find(kind).name};
-    take(part, fill);
+    take(part, stack);
   }
 
-  QImage image = blank(QSizeF(kSheetWidth, height));
+  QImage image = ground(QSizeF(kSheetWidth, height));
   const bool light = scheme_.isLight();
-  image.fill(groundOf(light));
   QPainter painter(&image);
   TextLine(title, TextStyle::Headline).draw(painter, {kEdge, kEdge + kCaption}, inkOf(light));
   for (const Piece& piece : all) painter.drawImage(piece.place, piece.image);

@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <map>
 
+#include "views/dock/DockRow.h"
 #include "views/snapshot/SnapshotFixture.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Palette.h"
@@ -21,6 +22,12 @@ struct SnapshotScheme {
   bool isLight() const { return style == DockStyle::LightGlass; }
 };
 
+/// A picture and what it is called on a sheet.
+struct SnapshotPicture {
+  QString name;
+  QImage image;
+};
+
 /// Paints single things into pictures of their own, at a density. Keeps what it has painted, since a tile and a panel
 /// stand in a picture of their own and on a sheet.
 class SnapshotPainter {
@@ -28,21 +35,29 @@ class SnapshotPainter {
   SnapshotPainter(const SnapshotScheme& scheme, double density) : scheme_(scheme), density_(density) {}
 
   const SnapshotScheme& scheme() const { return scheme_; }
+  double density() const { return density_; }
   /// A picture as it stands alone: on the ground of the scheme. Those of tiles and panels are clear around them.
   QImage onGround(const QImage& piece) const;
   /// A tile on its piece of glass.
   QImage tile(const QString& kind, double scale = 1);
   /// A panel with its shadow.
   QImage panel(SnapshotStore& fixture, const QString& kind);
-  /// The fixture's dock in a style, half over dark and half over light.
-  QImage dock(DockStyle style) const;
+  /// A dock, half over a dark landscape and half over a light one.
+  QImage dock(const DockRow& row) const;
+  /// A dock at the foot of a screen.
+  QImage scene(const DockRow& row) const;
+  /// Pictures below each other, under their names.
+  QImage list(const QString& title, const QList<SnapshotPicture>& pictures) const;
   /// A whole widget in the size that it wants.
   QImage picture(QWidget& widget) const;
   /// A group's tiles at three scales, then its panels, under its name.
   QImage sheet(SnapshotStore& fixture, const QString& title, const QStringList& kinds, bool tiles, bool panels);
 
  private:
+  QImage render(QWidget& widget) const;
   QImage blank(const QSizeF& size) const;
+  /// One that is filled, without the room for an alpha that nothing of it has.
+  QImage ground(const QSizeF& size) const;
 
   SnapshotScheme scheme_;
   double density_;

@@ -12,14 +12,14 @@ namespace {
 
 constexpr double kDividerHeight = 36;
 constexpr double kDividerFromRight = 69;
-constexpr double kWeatherFromRight = 58;
+constexpr double kWeatherFromRight = 60;
 constexpr double kWeatherPicture = 28;
 constexpr double kWeatherTop = 14.5;
 constexpr double kWeatherTopStacked = 8;
 constexpr double kWeatherMiddle = 31;
 constexpr double kWeatherLeastRight = 6;
 constexpr double kWeatherStackedBaseline = 53;
-constexpr double kWeatherFigureFromRight = 28.5;
+constexpr double kWeatherFigureFromRight = 27.5;
 
 constexpr double kWeekdayBaseline = 20;
 constexpr double kDayBaseline = 48;

@@ -15,6 +15,7 @@ namespace {
 
 constexpr double kPictureTop = 3;
 constexpr double kPictureAlone = 12;  ///< The top of a picture without a caption.
+constexpr double kShelfLift = 1.25;   ///< How far the middle of a shelf lies below that of its room.
 constexpr double kTrashSymbol = 24;
 constexpr double kTrashMiddle = 23;
 
@@ -70,7 +71,10 @@ TileText describe(const TrashContent& content, const QString& name) {
 void paint(TileCanvas& canvas, const TrashContent& content) {
   const double middle = canvas.showsCaption() ? kTrashMiddle : theme::kTileMiddle;
   canvas.symbol(u"trash"_s, {canvas.width() / 2, middle}, kTrashSymbol, canvas.colors().primary);
-  paintCaption(canvas, theme::kUnderPictureBaseline, itemsIn(content));
+  // Of a great many the number says enough.
+  const double room = canvas.width() - theme::kTextLeft;
+  const bool whole = !content.items || canvas.line(itemsIn(content), TextStyle::Caption).width() <= room;
+  paintCaption(canvas, theme::kUnderPictureBaseline, whole ? itemsIn(content) : QLocale().toString(*content.items));
 }
 
 ShelfContent makeShelf(const TileRequest& request) { return {request.sources.shelfItems}; }
@@ -78,7 +82,8 @@ ShelfContent makeShelf(const TileRequest& request) { return {request.sources.she
 TileText describe(const ShelfContent& content, const QString& name) { return {name, filesOn(content)}; }
 
 void paint(TileCanvas& canvas, const ShelfContent& content) {
-  drawShelf(canvas.painter(), pictureCorner(canvas), std::clamp<int>(static_cast<int>(content.files), 0, 2),
+  const QPointF lift(0, canvas.showsCaption() ? 0 : kShelfLift);
+  drawShelf(canvas.painter(), pictureCorner(canvas) - lift, std::clamp<int>(static_cast<int>(content.files), 0, 2),
             canvas.colors().pictures);
   paintCaption(canvas, theme::kUnderPictureBaseline, filesOn(content));
 }

@@ -115,7 +115,10 @@ TileText describe(const SearchContent& content, const QString& name) { return {n
 
 void paint(TileCanvas& canvas, const SearchContent& content) {
   const QRectF field(theme::kPictureInset, kFieldTop, canvas.width() - theme::kPictureInset * 2, kFieldHeight);
-  drawRounded(canvas.painter(), field, kFieldCorner, canvas.colors().button);
+  // On a light tile a field is something bright to write into, as on paper.
+  const Palette& colors = canvas.colors();
+  drawRounded(canvas.painter(), field, kFieldCorner, colors.light ? colors.well : colors.button);
+  if (colors.light) drawInnerLine(canvas.painter(), field, kFieldCorner, hairline(canvas.painter()), colors.tileEdge);
   canvas.symbol(content.symbol, {field.left() + kFieldSymbolLeft + kFieldSymbol / 2, field.center().y()}, kFieldSymbol,
                 canvas.colors().primary);
   const double x = field.left() + kFieldText;

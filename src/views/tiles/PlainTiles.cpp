@@ -18,12 +18,15 @@ constexpr double kGridPitch = 12.5;
 constexpr double kGridCorner = 2.8;
 
 constexpr double kBadgeCorner = 6;
+constexpr double kLeastRight = 8;
+/// In small docks a badge is as large as its letter needs it.
+constexpr double kBareBadge = 26;
 /// Narrower tiles put the symbol over the name, and so do those up to kMayStack whose name has no room beside it.
 constexpr double kSideBySide = 100;
 constexpr double kMayStack = 140;
-constexpr double kStackedSymbol = 18;
-constexpr double kStackedNameBaseline = 43;
-constexpr double kStackedWordBaseline = 56;
+constexpr double kStackedSymbol = 17;
+constexpr double kStackedNameBaseline = 41.5;
+constexpr double kStackedWordBaseline = 55;
 // Without a word.
 constexpr double kPairSymbol = 24;
 constexpr double kPairNameBaseline = 50;
@@ -36,8 +39,8 @@ void drawSign(TileCanvas& canvas, const GenericContent& content, QPointF centre)
   }
   painter.save();
   painter.setOpacity(painter.opacity() * theme::kUnconnectedOpacity);
-  const double half = theme::kSymbolSize / 2;
-  drawRounded(painter, QRectF(centre.x() - half, centre.y() - half, half * 2, half * 2), kBadgeCorner, canvas.accent());
+  const double side = canvas.showsCaption() ? theme::kSymbolSize : kBareBadge;
+  drawRounded(painter, QRectF(centre.x() - side / 2, centre.y() - side / 2, side, side), kBadgeCorner, canvas.accent());
   painter.restore();
   const TextLine letter = canvas.line(content.initial, TextStyle::BadgeInitial);
   letter.drawCentred(painter, {centre.x(), TileCanvas::centredBaseline(letter, centre.y())}, canvas.colors().primary);
@@ -51,11 +54,19 @@ QColor wordColor(const TileCanvas& canvas, const GenericContent& content) {
   return content.opensEditor ? canvas.accentWord() : canvas.colors().secondary;
 }
 
+/// The name in the largest of a few styles that it fits in as a whole; else shortened.
+TextLine nameLine(const TileCanvas& canvas, const QString& name, double room) {
+  for (const TextStyle style : {TextStyle::Title, TextStyle::BodyStrong, TextStyle::TabLabel})
+    if (const TextLine line = canvas.line(name, style); line.width() <= room) return line;
+  return canvas.line(name, TextStyle::Title).elided(room, Elide::Middle);
+}
+
 void paintBeside(TileCanvas& canvas, const GenericContent& content) {
   using namespace theme;
   drawSign(canvas, content, {kTextLeft + kSymbolSize / 2, kTileMiddle});
   const double x = textLeft(canvas);
-  const TextLine name = canvas.line(content.name, TextStyle::Title).elided(canvas.roomAfter(x), Elide::Middle);
+  // A name may come closer to the edge before it loses letters.
+  const TextLine name = nameLine(canvas, content.name, canvas.roomAfter(x) + kTextRight - kLeastRight);
   if (!canvas.showsCaption()) {
     name.draw(canvas.painter(), {x, TileCanvas::centredBaseline(name)}, canvas.colors().primary);
     return;
@@ -142,7 +153,9 @@ void paint(TileCanvas& canvas, const GenericContent& content) {
   const double room = canvas.roomAfter(textLeft(canvas));
   const double wanted = std::max(canvas.line(content.name, TextStyle::Title).width(),
                                  canvas.line(content.word, TextStyle::Caption).width());
-  const bool stacked = canvas.width() < kSideBySide || (canvas.width() <= kMayStack && wanted > room);
+  // A symbol alone says little; where a small dock has no second row, a part of the name stands beside it.
+  const bool mayStack = canvas.width() <= kMayStack && canvas.showsCaption();
+  const bool stacked = canvas.width() < kSideBySide || (mayStack && wanted > room);
   stacked ? paintStacked(canvas, content) : paintBeside(canvas, content);
 }
 

@@ -64,6 +64,12 @@ TileContent capture(const TileRequest& request) {
 TileContent cleanKeys(const TileRequest& request) {
   return calledByDeed(request, QCoreApplication::translate("Tiles", "Clean keys"));
 }
+TileContent batteries(const TileRequest& request) {
+  return calledByDeed(request, QCoreApplication::translate("Tiles", "Batteries"));
+}
+TileContent music(const TileRequest& request) {
+  return calledByDeed(request, QCoreApplication::translate("Tiles", "Music"));
+}
 
 /// Which widgets have a painter of their own.
 constexpr std::array kContentRows = {
@@ -126,6 +132,8 @@ constexpr std::array kContentRows = {
     ContentRow{"emojiRecents"_L1, made<makeEmoji>},
     ContentRow{"screenshotCapture"_L1, capture},
     ContentRow{"keyboardCleaner"_L1, cleanKeys},
+    ContentRow{"externalBattery"_L1, batteries},
+    ContentRow{"nowPlayingMini"_L1, music},
     ContentRow{"battery"_L1, made<makeBattery>},
     ContentRow{"cpuChart"_L1, made<makeCpuChart>},
     ContentRow{"ramChart"_L1, made<makeMemoryChart>},

@@ -12,19 +12,28 @@ namespace {
 
 constexpr double kPicture = 32;
 constexpr double kPictureTop = 4;
+constexpr double kFigureLeastRight = 4;
 constexpr double kFigureLeft = 48;
 constexpr double kPlaceBaseline = 51;
 constexpr double kNameBaseline = 44;
 constexpr double kWordBaseline = 56.5;
+
+/// The largest in which the whole figure stands on the tile: in hard winters it has three characters.
+TextStyle figureStyle(const TileCanvas& canvas, const QString& figure) {
+  const double room = canvas.width() - kFigureLeft - kFigureLeastRight;
+  for (const TextStyle style : {TextStyle::Headline, TextStyle::Figure17})
+    if (canvas.line(figure, style).width() <= room) return style;
+  return TextStyle::Title;
+}
 
 void paintReading(TileCanvas& canvas, const WeatherReading& reading) {
   const double lower = canvas.showsCaption() ? 0 : 12;
   drawWeather(canvas.painter(), reading.picture, {theme::kPictureInset, kPictureTop + lower}, kPicture,
               canvas.colors().pictures);
   double baseline = theme::kHeadlineBaseline;
-  if (!canvas.showsCaption())
-    baseline = TileCanvas::centredBaseline(canvas.line(reading.temperature, TextStyle::Headline));
-  canvas.figure(kFigureLeft, baseline, TextStyle::Headline, reading.temperature);
+  const TextStyle style = figureStyle(canvas, reading.temperature);
+  if (!canvas.showsCaption()) baseline = TileCanvas::centredBaseline(canvas.line(reading.temperature, style));
+  canvas.figure(kFigureLeft, baseline, style, reading.temperature);
   if (canvas.showsCaption())
     canvas.text(theme::kTextLeft, kPlaceBaseline, canvas.roomAfter(theme::kTextLeft), TextStyle::Caption, reading.place,
                 canvas.colors().secondary, Elide::Middle);

@@ -1,0 +1,34 @@
+#include "views/controls/Bleed.h"
+
+#include <QBoxLayout>
+#include <QWidgetItem>
+
+#include "views/controls/ControlTheme.h"
+
+namespace tarnwick {
+
+namespace {
+
+class BleedingItem final : public QWidgetItemV2 {
+ public:
+  using QWidgetItemV2::QWidgetItemV2;
+
+  void setGeometry(const QRect& rect) override {
+    QWidgetItemV2::setGeometry(rect.adjusted(-theme::kRowBleed, 0, theme::kRowBleed, 0));
+  }
+  int heightForWidth(int width) const override { return QWidgetItemV2::heightForWidth(width + theme::kRowBleed * 2); }
+  QSize minimumSize() const override { return QWidgetItemV2::minimumSize().shrunkBy(bleed()).expandedTo(QSize(0, 0)); }
+  QSize sizeHint() const override { return QWidgetItemV2::sizeHint().shrunkBy(bleed()).expandedTo(QSize(0, 0)); }
+
+ private:
+  static QMargins bleed() { return {theme::kRowBleed, 0, theme::kRowBleed, 0}; }
+};
+
+}  // namespace
+
+void addBleeding(QBoxLayout& column, QWidget* widget) {
+  if (QWidget* parent = column.parentWidget()) widget->setParent(parent);
+  column.addItem(new BleedingItem(widget));
+}
+
+}  // namespace tarnwick
