@@ -202,6 +202,7 @@ void AppDelegate::connectDesk() {
   host.actions = [this] { return desk_->panelActions(); };
   host.readings = setup_.readings->services();
   host.sources = [this](const QString& display) { return desk_->sources(display); };
+  host.opensDownwards = [this](const QString& display) { return desk_->opensDownwards(display); };
   panels_ = std::make_unique<PanelHost>(*store_, std::move(host));
   connect(panels_.get(), &PanelHost::openChanged, this, [this](const QString& display, const QUuid& widget) {
     desk_->markOpen(display, widget);

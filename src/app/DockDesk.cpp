@@ -1,6 +1,7 @@
 #include "app/DockDesk.h"
 
 #include <QGuiApplication>
+#include <algorithm>
 
 #include "app/DockMenuModel.h"
 #include "app/PanelWiring.h"
@@ -71,6 +72,15 @@ bool DockDesk::isBusy(const QString& display) const {
   const auto dock = docks_.find(display);
   if (dock != docks_.end() && dock->second->view().isHeld()) return true;
   return (menu_ && menuDisplay_ == display) || (panelIsOpen && panelIsOpen(display));
+}
+
+bool DockDesk::opensDownwards(const QString& display) const {
+  const auto dock = docks_.find(display);
+  const QList<Screen> screens = parts_.screens->all();
+  const auto screen = std::ranges::find(screens, display, &Screen::id);
+  if (!controller_ || dock == docks_.end() || screen == screens.end()) return false;
+  const double middle = controller_->contentOrigin(display).y() + dock->second->view().glassRect().center().y();
+  return middle < screen->usable.center().y();
 }
 
 std::unique_ptr<DockContent> DockDesk::makeContent(const QString& display) {

@@ -59,6 +59,8 @@ class DockDesk : public QObject {
   PanelActions panelActions();
   /// Marks the tile whose panel is open; a null identity marks none.
   void markOpen(const QString& display, const QUuid& widget);
+  /// Whether popups of a display's dock open below it, as they do in the upper half of what is usable of the display.
+  bool opensDownwards(const QString& display) const;
   /// Whether a menu or a panel of a display's dock is open.
   bool isBusy(const QString& display) const;
 

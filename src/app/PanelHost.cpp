@@ -82,10 +82,9 @@ void PanelHost::showPanel(Panel& dock, const QRect& tile) {
     if (popup_.get() == popup) lost();
   };
   connect(popup_.get(), &Popup::closed, this, closed, Qt::QueuedConnection);
-  const bool atTop = store_.config().layout == DockLayout::RevealTop ||
-                     (store_.config().layout == DockLayout::Fixed && store_.config().position == "top"_L1);
+  const bool downwards = setup_.opensDownwards && setup_.opensDownwards(display_);
   const double height = std::max(1, presentation_->height());
-  presentation_->setAnchor({0.5, (atTop ? margins.top() : height - margins.bottom()) / height});
+  presentation_->setAnchor({0.5, (downwards ? margins.top() : height - margins.bottom()) / height});
   presentation_->animate(1, true);
 }
 

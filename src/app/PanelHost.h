@@ -28,6 +28,8 @@ struct PanelHostSetup {
   /// What panels can ask of the program at this moment.
   std::function<PanelActions()> actions;
   ReadingServices readings = {};
+  /// Whether what belongs to a display's dock opens below it; above it where this is empty.
+  std::function<bool(const QString& display)> opensDownwards = {};
 };
 
 /// Opens the panel behind a tile, one at a time. It grows out of the dock's edge, and closes on a second click, on

@@ -67,6 +67,7 @@ PanelActions makePanelActions(const DockDeskParts& parts, DockCommands& commands
   addCalendarActions(actions, parts, folders);
   actions.copyText = [](const QString& text) { QGuiApplication::clipboard()->setText(text); };
   actions.openMonitor = starting(StandardApplications::Purpose::Monitor, parts);
+  actions.refreshProcesses = [readings = parts.readings] { readings->processes().refresh(); };
   actions.endProcess = [readings = parts.readings](const ProcessReading& process) {
     readings->processes().end(process);
   };

@@ -4,6 +4,7 @@
 
 #include "config/CalendarFolders.h"
 #include "platform/ical/ICalendarFiles.h"
+#include "platform/linux/LinuxMachineDetails.h"
 #include "platform/linux/LinuxProcessSource.h"
 #include "platform/linux/SensorTemperatures.h"
 
@@ -47,6 +48,7 @@ Readings::Readings(Scheduler& scheduler)
       digests_(calendar_),
       processes_(std::make_unique<LinuxProcessSource>(), scheduler),
       temperature_(std::make_unique<SensorTemperatures>()),
+      machine_(std::make_unique<LinuxMachineDetails>()),
       recent_(home(QStandardPaths::GenericDataLocation) + u"/recently-used.xbel"_s, scheduler),
       bookmarks_({home(QStandardPaths::HomeLocation), home(QStandardPaths::GenericConfigLocation),
                   home(QStandardPaths::GenericDataLocation)},
@@ -93,6 +95,7 @@ ReadingServices Readings::services() {
   services.thumbnails = &thumbnails_;
   services.processes = &processes_;
   services.temperature = &temperature_;
+  services.machine = machine_.get();
   return services;
 }
 

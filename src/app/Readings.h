@@ -11,6 +11,7 @@
 #include "store/AppStore.h"
 #include "system/ProcessMonitor.h"
 #include "system/SystemTemperature.h"
+#include "system/ports/MachineDetails.h"
 #include "views/tiles/CalendarDigest.h"
 #include "views/tiles/ReadingSources.h"
 
@@ -44,6 +45,7 @@ class Readings : public QObject {
   CalendarDigests digests_;
   ProcessMonitor processes_;
   SystemTemperature temperature_;
+  std::unique_ptr<MachineDetails> machine_;
   RecentFiles recent_;
   Bookmarks bookmarks_;
   ScreenshotFolder screenshots_;

@@ -106,6 +106,18 @@ TEST(TodosPanelTest, AddsTicksDeletesAndClears) {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     return todos.panel->findChildren<CheckRow*>();
   };
+  const auto field = [&] { return rows().first()->parentWidget()->findChild<TextField*>(); };
+  QTest::keyClick(rows().first(), Qt::Key_F2);
+  field()->setText(u"Never mind"_s);
+  QTest::keyClick(field(), Qt::Key_Escape);
+  EXPECT_FALSE(texts().contains(u"Never mind"_s));
+  for (const QString& text : {u"  "_s, u" Fix the icon "_s}) {
+    QTest::keyClick(rows().first(), Qt::Key_F2);
+    field()->setText(text);
+    QTest::keyClick(field(), Qt::Key_Return);
+  }
+  EXPECT_EQ(texts().first(), u"Fix the icon"_s);
+
   rows().first()->click();
   EXPECT_TRUE(todos.store().config().todos.first().completed);
   QTest::keyClick(rows().first(), Qt::Key_Delete);
@@ -155,6 +167,18 @@ TEST(CalculatorPanelTest, CalculatesOnAndKeepsWhatHadAResult) {
   EXPECT_EQ(calculator.option(u"expression"_s), u"6 × 7"_s);
   calculator.click(u"Copy Result"_s);
   EXPECT_EQ(calculator.copied, u"42"_s);
+
+  // Finished calculations can be taken up again; a number alone is none.
+  calculator.press(Qt::Key_Return);
+  calculator.write(u"1 ÷ 4"_s);
+  calculator.press(Qt::Key_Return);
+  EXPECT_EQ(calculator.option(u"calculations"_s), u"1 ÷ 4 = 0.25\n6 × 7 = 42"_s);
+  calculator.panel->findChildren<ListRow*>()[1]->click();
+  EXPECT_EQ(calculator.panel->findChild<TextField*>()->text(), u"6 × 7"_s);
+  calculator.press(Qt::Key_Return);
+  EXPECT_EQ(calculator.option(u"calculations"_s), u"6 × 7 = 42\n1 ÷ 4 = 0.25"_s);
+  calculator.click(u"Clear History"_s);
+  EXPECT_EQ(calculator.option(u"calculations"_s), u"absent"_s);
 }
 
 TEST(ConverterPanelTest, StaysWithinOneGroup) {

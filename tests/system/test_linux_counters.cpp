@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <vector>
 
+#include "platform/linux/LinuxMachineDetails.h"
 #include "platform/linux/LinuxSystemCounters.h"
 #include "platform/linux/PowerSupplies.h"
 #include "platform/linux/RfkillSwitches.h"
@@ -215,6 +216,41 @@ TEST_F(FolderTest, RfkillSwitchesFollowTheRadios) {
     EXPECT_EQ(switches.wifiBlocked(), step.blocked) << step.what;
   }
   ::close(writer);
+}
+
+TEST_F(LinuxCounters, TellMoreOfTheMachineWhileItIsAsked) {
+  LinuxMachineDetails details(folder_.path());
+  EXPECT_EQ(details.read(), MachineReading()) << "nothing is there to be read";
+
+  put(u"proc/stat"_s,
+      "cpu  30 0 30 240 0 0 0 0 0 0\ncpu0 10 0 20 70 0 0 0 0 0 0\ncpu3 20 0 10 170 0 0 0 0 0 0\nintr 7\n");
+  put(u"proc/loadavg"_s, "1.84 1.20 0.90 2/901 4711\n");
+  put(u"proc/uptime"_s, "273600.52 100.00\n");
+  put(u"sys/devices/system/cpu/cpufreq/policy0/scaling_cur_freq"_s, "1800000\n");
+  put(u"sys/devices/system/cpu/cpufreq/policy4/scaling_cur_freq"_s, "2400000\n");
+  put(u"sys/devices/system/cpu/cpufreq/policy8/scaling_cur_freq"_s, "<unknown>\n");
+  put(u"proc/meminfo"_s,
+      "MemTotal: 1000 kB\nMemFree: 100 kB\nMemAvailable: 500 kB\nBuffers: 20 kB\nCached: 380 kB\nAnonPages: 250 kB\n"
+      "Shmem: 50 kB\nSReclaimable: 30 kB\nSwapTotal: 400 kB\nSwapFree: 300 kB\n");
+  const MachineReading reading = details.read();
+  EXPECT_EQ(reading.cores, (QList<CoreTicks>{{30, 100}, {30, 200}}));
+  EXPECT_EQ(reading.load, 1.84);
+  EXPECT_EQ(reading.uptime, 273600.52);
+  EXPECT_EQ(reading.frequency, 2.4e9);
+  const MemoryParts parts{300 * 1024, 220 * 1024, 380 * 1024, 100 * 1024, 100 * 1024, 400 * 1024};
+  EXPECT_EQ(reading.memory, parts);
+
+  put(u"proc/meminfo"_s, "MemTotal: 10 kB\nMemFree: 99 kB\nCached: x kB\n");
+  put(u"proc/loadavg"_s, "nan\n");
+  EXPECT_EQ(details.read().memory->whole(), 10 * 1024.0) << "parts never exceed the whole";
+  EXPECT_FALSE(details.read().load);
+}
+
+TEST(CoreLoads, AreDifferences) {
+  const QList<CoreTicks> before{{10, 100}, {50, 100}, {90, 900}};
+  EXPECT_EQ(coreLoads(before, {{35, 200}, {150, 200}, {5, 20}}), (QList<double>{0.25, 1, 0})) << "the last began anew";
+  EXPECT_EQ(coreLoads(before, before), QList<double>());
+  EXPECT_EQ(coreLoads(before, {{35, 200}}), QList<double>());
 }
 
 }  // namespace

@@ -30,11 +30,8 @@ std::optional<quint64> takeNumber(std::string_view& line) {
   return value;
 }
 
-}  // namespace
-
-std::optional<ProcText::Ticks> ProcText::processorTicks(std::string_view stat) {
-  auto line = takeLine(stat);
-  if (takeWord(line) != "cpu") return std::nullopt;
+/// What follows the name in a line of /proc/stat.
+std::optional<ProcText::Ticks> takeTicks(std::string_view line) {
   enum Column { User, Nice, System, Idle, Waiting, Interrupts, SoftInterrupts, Stolen, ColumnCount };
   std::array<quint64, ColumnCount> column{};
   for (std::size_t i = 0; i < column.size(); ++i) {
@@ -43,8 +40,31 @@ std::optional<ProcText::Ticks> ProcText::processorTicks(std::string_view stat) {
     if (!value && i <= Idle) return std::nullopt;
     column[i] = value.value_or(0);
   }
-  return Ticks{column[User], column[System] + column[Interrupts] + column[SoftInterrupts] + column[Stolen],
-               column[Idle] + column[Waiting], column[Nice]};
+  return ProcText::Ticks{column[User], column[System] + column[Interrupts] + column[SoftInterrupts] + column[Stolen],
+                         column[Idle] + column[Waiting], column[Nice]};
+}
+
+}  // namespace
+
+std::optional<ProcText::Ticks> ProcText::processorTicks(std::string_view stat) {
+  auto line = takeLine(stat);
+  return takeWord(line) == "cpu" ? takeTicks(line) : std::nullopt;
+}
+
+QList<CoreTicks> ProcText::cores(std::string_view stat) {
+  QList<CoreTicks> cores;
+  while (!stat.empty()) {
+    auto line = takeLine(stat);
+    const auto name = takeWord(line);
+    // They stand together at the top of a file that may be long.
+    if (!name.starts_with("cpu")) break;
+    if (name == "cpu") continue;
+    if (const auto ticks = takeTicks(line)) {
+      const auto& [user, system, idle, nice] = *ticks;
+      cores << CoreTicks{user + system + nice, user + system + nice + idle};
+    }
+  }
+  return cores;
 }
 
 std::optional<MemoryReading> ProcText::memory(std::string_view meminfo) {
@@ -61,6 +81,36 @@ std::optional<MemoryReading> ProcText::memory(std::string_view meminfo) {
   MemoryReading reading{.total = static_cast<double>(*total) * kKibi, .available = {}};
   if (available) reading.available = static_cast<double>(*available) * kKibi;
   return reading;
+}
+
+std::optional<MemoryParts> ProcText::memoryParts(std::string_view meminfo) {
+  constexpr double kKibi = 1024.0;
+  constexpr std::array<std::string_view, 9> keys = {"MemTotal:",     "MemFree:",   "Buffers:",   "Cached:",  "Shmem:",
+                                                    "SReclaimable:", "AnonPages:", "SwapTotal:", "SwapFree:"};
+  enum Key { Total, Free, Buffers, Cached, Shared, Reclaimable, Anonymous, SwapTotal, SwapFree };
+  std::array<double, keys.size()> values{};
+  while (!meminfo.empty()) {
+    auto line = takeLine(meminfo);
+    const auto found = std::find(keys.begin(), keys.end(), takeWord(line));
+    if (found == keys.end()) continue;
+    values[static_cast<std::size_t>(found - keys.begin())] = static_cast<double>(takeNumber(line).value_or(0)) * kKibi;
+  }
+  if (values[Total] <= 0) return std::nullopt;
+  // Memory that programs share is counted as cache by the kernel, but nobody gets it back.
+  MemoryParts parts;
+  double left = values[Total];
+  const auto take = [&left](double wanted) {
+    const double taken = std::clamp(wanted, 0.0, left);
+    left -= taken;
+    return taken;
+  };
+  parts.free = take(values[Free]);
+  parts.applications = take(values[Anonymous] + values[Shared]);
+  parts.cache = take(values[Buffers] + values[Cached] + values[Reclaimable] - values[Shared]);
+  parts.system = left;
+  parts.swapTotal = values[SwapTotal];
+  parts.swapUsed = std::max(0.0, values[SwapTotal] - values[SwapFree]);
+  return parts;
 }
 
 std::vector<ProcText::Interface> ProcText::interfaces(std::string_view netDev) {

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "system/ports/MachineDetails.h"
 #include "system/ports/SystemCounters.h"
 
 namespace tarnwick {
@@ -17,7 +18,11 @@ struct ProcText {
   using Ticks = std::array<quint64, 4>;
   static std::optional<Ticks> processorTicks(std::string_view stat);
 
+  /// Each core that is switched on, in the kernel's order.
+  static QList<CoreTicks> cores(std::string_view stat);
+
   static std::optional<MemoryReading> memory(std::string_view meminfo);
+  static std::optional<MemoryParts> memoryParts(std::string_view meminfo);
 
   struct Interface {
     std::string_view name;

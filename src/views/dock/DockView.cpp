@@ -141,12 +141,12 @@ void DockView::applyRow(const DockRow& row) {
   refresh(sources_);
 }
 
-void DockView::refresh(const TileSources& sources) {
+void DockView::refresh(const TileSources& sources, const std::function<bool(const DockWidget&)>& which) {
   sources_ = sources;
   bool textChanged = false;
   for (qsizetype item = 0; item < layout_.items.size(); ++item) {
     const DockWidget* widget = widgetOf(item);
-    if (!widget) continue;
+    if (!widget || (which && !which(*widget))) continue;
     const WidgetDefinition& definition = Catalog::find(widget->kind);
     TileContent content = makeTileContent(*widget, definition, sources);
     TileText text = tileText(content, widget->title.isEmpty() ? definition.name : widget->title);

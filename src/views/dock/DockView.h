@@ -47,7 +47,8 @@ class DockView : public QWidget {
 
   void setRow(const DockRow& row);
   const DockRow& row() const { return row_; }
-  void refresh(const TileSources& sources);
+  /// Makes tiles anew: those of widgets that `which` accepts, or all where it is empty.
+  void refresh(const TileSources& sources, const std::function<bool(const DockWidget& widget)>& which = {});
   /// Marks the widget whose panel is open; a null identity marks none.
   void setPanelOpen(const QUuid& widget);
   /// While a menu of the dock is open the tabs stay as they are, as while a panel is.

@@ -4,12 +4,22 @@
 #include <algorithm>
 
 #include "views/dock/StoreSources.h"
+#include "widgets/TickCadence.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
 namespace {
 
 using namespace Qt::StringLiterals;
+
+constexpr qint64 kMinute = 60;
+
+qint64 minuteOf(const QDateTime& moment) { return moment.toSecsSinceEpoch() / kMinute; }
+
+TickCadence cadenceOf(const DockWidget& widget) {
+  // It says how long ago the picture was taken.
+  return widget.kind == "screenshots"_L1 ? TickCadence::Minute : Ticking::cadence(widget);
+}
 
 }  // namespace
 
@@ -74,14 +84,58 @@ QList<DockApp> LiveDock::runningApps() const {
   return apps;
 }
 
-void LiveDock::refreshTiles() { view_->refresh(sources()); }
+bool LiveDock::isSeen() {
+  if (isVisible()) return true;
+  isLate_ = true;
+  return false;
+}
+
+void LiveDock::showEvent(QShowEvent* event) {
+  if (isLate_) refreshTiles();
+  DockContent::showEvent(event);
+}
+
+void LiveDock::refreshTiles() {
+  if (isFilled_ && !isSeen()) return;
+  isFilled_ = true;
+  isLate_ = false;
+  shown_ = sources();
+  minute_ = minuteOf(shown_.now);
+  view_->refresh(shown_);
+}
+
+void LiveDock::refreshMetrics() {
+  const auto isMetric = [](const DockWidget& widget) { return Catalog::find(widget.kind).family == "metric"_L1; };
+  if (std::ranges::none_of(view_->row().widgets, isMetric) || !isSeen()) return;
+  shown_ = sources();
+  view_->refresh(shown_, isMetric);
+}
+
+/// Most seconds change nothing but the time.
+void LiveDock::beat() {
+  if (!isSeen()) return;
+  const QDateTime now = store_.now();
+  const bool turns = minuteOf(now) != minute_;
+  minute_ = minuteOf(now);
+  const auto isDue = [turns](const DockWidget& widget) {
+    const TickCadence cadence = cadenceOf(widget);
+    return cadence == TickCadence::Second || (turns && cadence == TickCadence::Minute);
+  };
+  if (std::ranges::none_of(view_->row().widgets, isDue)) return;
+  if (turns)
+    shown_ = sources();
+  else
+    shown_.now = now;
+  view_->refresh(shown_, isDue);
+}
 
 TileSources LiveDock::sources() const { return storeSources(store_, toggles_, actions_, view_->row().widgets); }
 
 void LiveDock::connectStore() {
   connect(&store_, &AppStore::configChanged, this, &LiveDock::rebuildRow);
   connect(&store_, &AppStore::runningAppsChanged, this, &LiveDock::rebuildRow);
-  connect(&store_, &AppStore::ticked, this, &LiveDock::refreshTiles);
+  connect(&store_, &AppStore::ticked, this, &LiveDock::beat);
+  connect(&store_.system(), &SystemMetrics::changed, this, &LiveDock::refreshMetrics);
   connect(&toggles_, &Toggles::changed, this, &LiveDock::refreshTiles);
 }
 

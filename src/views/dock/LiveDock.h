@@ -59,7 +59,8 @@ struct DockActions {
 };
 
 /// The dock of one display, kept true to the store: its row follows the settings and the running applications, its
-/// tiles follow the beat. Borrows the store and the toggles.
+/// tiles follow what they show, and the beat as often as their cadence says. While it is hidden its tiles are frozen.
+/// Borrows the store and the toggles.
 class LiveDock final : public DockContent {
   Q_OBJECT
  public:
@@ -81,9 +82,14 @@ class LiveDock final : public DockContent {
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
 
  private:
   void refreshTiles();
+  void refreshMetrics();
+  void beat();
+  /// Whether tiles may be made anew now; while nobody sees them it is noted that they are late.
+  bool isSeen();
   void connectStore();
   void connectTiles();
   void activatePart(const QUuid& id, int part);
@@ -97,6 +103,10 @@ class LiveDock final : public DockContent {
   DockActions actions_;
   DockGeometry geometry_;
   DockView* view_;
+  TileSources shown_;  ///< What the tiles were made from last.
+  qint64 minute_ = 0;  ///< The one that tiles showed last, since 1970.
+  bool isFilled_ = false;
+  bool isLate_ = false;
 };
 
 }  // namespace tarnwick

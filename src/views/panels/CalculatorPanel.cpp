@@ -7,6 +7,8 @@
 
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
+#include "views/controls/Labels.h"
+#include "views/controls/Rows.h"
 #include "views/panels/BigText.h"
 #include "views/tiles/UtilityText.h"
 
@@ -17,6 +19,14 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kColumns = 4;
+constexpr qsizetype kRemembered = 20;
+constexpr int kHistoryRows = 5;
+constexpr auto kBetween = " = "_L1;
+
+/// Calculations that were finished, the latest first.
+QStringList finished(const DockWidget& calculator) {
+  return calculator.options.value(u"calculations"_s).split(u'\n', Qt::SkipEmptyParts);
+}
 
 QString words(const char* text) { return QCoreApplication::translate("Panels", text); }
 
@@ -44,6 +54,7 @@ class CalculatorPanel final : public TilePanel {
     body().addWidget(field_);
     body().addWidget(result_);
     addKeys();
+    addHistory();
     if (context.actions.copyText) {
       copy_ = new IconButton(u"doc.on.clipboard"_s, words("Copy Result"));
       connect(copy_, &QPushButton::clicked, this, [this, act = context.actions.copyText] {
@@ -61,6 +72,7 @@ class CalculatorPanel final : public TilePanel {
 
  protected:
   void refresh(const TileSources& sources) override {
+    showHistory();
     if (isFilled_ && locale_ == sources.locale) return;
     isFilled_ = true;
     locale_ = sources.locale;
@@ -93,6 +105,58 @@ class CalculatorPanel final : public TilePanel {
     }
     for (int column = 0; column < kColumns; ++column) grid->setColumnStretch(column, 1);
     body().addLayout(grid);
+  }
+
+  void addHistory() {
+    history_ = new QWidget;
+    auto* column = new QVBoxLayout(history_);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(new SectionLabel(words("History")));
+    for (int i = 0; i < kHistoryRows; ++i) {
+      auto* row = new ListRow({});
+      row->setClickable(true);
+      row->setParted(i > 0);
+      connect(row, &QPushButton::clicked, this, [this, i] { takeUp(i); });
+      column->addWidget(row);
+      rows_ << row;
+    }
+    auto* clear = new Button(words("Clear History"), Button::Role::Quiet);
+    connect(clear, &QPushButton::clicked, this, [this] {
+      setOption(u"calculations"_s, std::nullopt);
+      field_->setFocus();
+    });
+    column->addWidget(clear, 0, Qt::AlignLeft);
+    body().addWidget(history_);
+  }
+
+  void showHistory() {
+    const QStringList past = finished(widget());
+    history_->setVisible(!past.isEmpty());
+    if (past == shown_) return;
+    shown_ = past;
+    for (qsizetype i = 0; i < rows_.size(); ++i) {
+      rows_[i]->setVisible(i < past.size());
+      if (i >= past.size()) continue;
+      rows_[i]->setTitle(past[i].section(kBetween, 0, 0));
+      rows_[i]->setValue(past[i].section(kBetween, 1));
+    }
+  }
+
+  /// Brings a calculation back, to be changed.
+  void takeUp(int place) {
+    if (place >= shown_.size()) return;
+    field_->setText(shown_[place].section(kBetween, 0, 0));
+    field_->setFocus();
+  }
+
+  void remember(const QString& expression, const QString& result) {
+    if (expression == result) return;
+    QStringList past = finished(widget());
+    const QString entry = expression + kBetween + result;
+    past.removeAll(entry);
+    past.prepend(entry);
+    setOption(u"calculations"_s, past.mid(0, kRemembered).join(u'\n'));
   }
 
   void press(Key key, const QString& label) {
@@ -128,14 +192,19 @@ class CalculatorPanel final : public TilePanel {
   /// Puts the result into the field, to calculate on with it. The tile keeps what it came from.
   void goOn() {
     if (!answer_.value) return;
+    const QString result = UtilityText::typed(*answer_.value, locale_);
+    remember(field_->text().simplified(), result);
     const QSignalBlocker quiet(field_);
-    field_->setText(UtilityText::typed(*answer_.value, locale_));
+    field_->setText(result);
   }
 
   TextField* field_;
   ResultView* result_;
   Button* point_ = nullptr;
   IconButton* copy_ = nullptr;
+  QWidget* history_ = nullptr;
+  QList<ListRow*> rows_;
+  QStringList shown_;  ///< The history as the rows show it.
   QLocale locale_;
   Answer answer_;
   bool isFilled_ = false;

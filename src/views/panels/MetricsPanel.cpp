@@ -3,11 +3,13 @@
 #include <QCoreApplication>
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 
 #include "views/controls/Buttons.h"
 #include "views/controls/Charts.h"
+#include "views/controls/Meters.h"
 #include "views/controls/Rows.h"
+#include "views/panels/MachineWords.h"
+#include "views/panels/ProcessSection.h"
 
 namespace tarnwick {
 
@@ -15,34 +17,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString tr(const char* text) { return QCoreApplication::translate("Panels", text); }
-
-QString percent(double value) {
-  return QString::number(std::lround(std::isfinite(value) ? std::clamp(value, 0.0, 100.0) : 0.0));
-}
-QString percentWithSign(double value) { return percent(value) + u'%'; }
-
-/// Memory is counted in powers of two, what lies on a disk or goes through a cable in powers of ten.
-QString sizeIn(const QLocale& locale, double bytes, QLocale::DataSizeFormats format) {
-  const double known = std::isfinite(bytes) ? std::clamp(bytes, 0.0, 1e18) : 0;
-  return locale.formattedDataSize(static_cast<qint64>(known), 1, format)
-      .replace(locale.decimalPoint() + locale.zeroDigit() + u' ', u" "_s);
-}
-QString memorySize(const QLocale& locale, double bytes) {
-  return sizeIn(locale, bytes, QLocale::DataSizeTraditionalFormat);
-}
-QString diskSize(const QLocale& locale, double bytes) { return sizeIn(locale, bytes, QLocale::DataSizeSIFormat); }
-QString speed(const QLocale& locale, double bytes) { return tr("%1/s").arg(diskSize(locale, bytes)); }
-
-/// A part and its whole, the unit written once where it is the same.
-QString partOf(const QString& part, const QString& whole) {
-  const QString unit = whole.section(u' ', 1);
-  return tr("%1 of %2").arg(part.endsWith(u' ' + unit) ? part.section(u' ', 0, 0) : part, whole);
-}
-
-double meanOf(const QList<double>& values) {
-  return values.isEmpty() ? 0 : std::accumulate(values.begin(), values.end(), 0.0) / static_cast<double>(values.size());
-}
 double mostOf(const QList<double>& values) { return values.isEmpty() ? 0 : *std::ranges::max_element(values); }
 
 /// What all of these panels share.
@@ -72,6 +46,8 @@ class MetricsPanel : public TilePanel {
   }
 
   FigureView& figure() { return *figure_; }
+  /// Null where this desktop tells no more than the tile shows.
+  MachineDetails* machine() const { return context().readings.machine; }
 
   ChartView* addChart(const QString& label, std::optional<double> maximum) {
     auto* chart = new ChartView(label);
@@ -108,49 +84,90 @@ class ProcessorPanel final : public MetricsPanel {
   explicit ProcessorPanel(const PanelContext& context)
       : MetricsPanel(context),
         chart_(addChart(tr("Processor load"), 100)),
-        mean_(addDetail(tr("Average"), true)),
-        most_(addDetail(tr("Highest"))) {}
+        coresLabel_(addSection(tr("Cores"))),
+        cores_(new LevelBars(tr("Load of each core"))),
+        processes_(new ProcessSection(context, ProcessOrder::CPU)) {
+    body().addWidget(cores_);
+    body().addWidget(processes_);
+    if (machine()) before_ = machine()->read().cores;
+  }
 
  protected:
   void fill(const MetricsSnapshot& now, const TileSources& sources) override {
-    figure().setFigure(percent(now.cpu), u"%"_s);
-    figure().setLines(tr("of all processors"));
+    figure().setFigure(MachineWords::percent(now.cpu), u"%"_s);
     chart_->setSeries({{sources.cpuHistory, {}}});
-    mean_->setValue(percentWithSign(meanOf(sources.cpuHistory)));
-    most_->setValue(percentWithSign(mostOf(sources.cpuHistory)));
+    const MachineReading reading = machine() ? machine()->read() : MachineReading();
+    const QString facts = MachineWords::processor(sources.locale, reading);
+    figure().setLines(facts.isEmpty() ? tr("of all processors") : facts, MachineWords::uptime(reading));
+    showCores(reading.cores);
+    processes_->fill(sources);
   }
 
  private:
+  /// Too short a time says nothing about a core.
+  void showCores(const QList<CoreTicks>& ticks) {
+    const bool longEnough =
+        ticks.size() != before_.size() || (!ticks.isEmpty() && ticks.first().all >= before_.first().all + kFewestTicks);
+    if (longEnough) {
+      loads_ = coreLoads(before_, ticks);
+      before_ = ticks;
+    }
+    if (loads_.size() != ticks.size()) loads_ = QList<double>(ticks.size(), 0.0);
+    cores_->setLevels(loads_);
+    cores_->setVisible(!ticks.isEmpty());
+    coresLabel_->setVisible(!ticks.isEmpty());
+  }
+
+  static constexpr quint64 kFewestTicks = 50;
+
   ChartView* chart_;
-  ListRow* mean_;
-  ListRow* most_;
+  SectionLabel* coresLabel_;
+  LevelBars* cores_;
+  ProcessSection* processes_;
+  QList<CoreTicks> before_;
+  QList<double> loads_;
 };
 
 class MemoryPanel final : public MetricsPanel {
  public:
   explicit MemoryPanel(const PanelContext& context)
-      : MetricsPanel(context),
-        bar_(addBar(tr("Memory in use"))),
-        chart_(addChart(tr("Memory in use"), 100)),
-        used_(addDetail(tr("In use"), true)),
-        free_(addDetail(tr("Available"))) {}
+      : MetricsPanel(context), bar_(addBar(tr("Memory in use"))), parts_(new PartedBar(tr("Memory in use"))) {
+    body().insertWidget(body().indexOf(bar_), parts_);
+    chart_ = addChart(tr("Memory in use"), 100);
+    processes_ = new ProcessSection(context, ProcessOrder::RAM);
+    body().addWidget(processes_);
+  }
 
  protected:
   void fill(const MetricsSnapshot& now, const TileSources& sources) override {
-    figure().setFigure(percent(now.memory), u"%"_s);
-    figure().setLines(partOf(memorySize(sources.locale, now.memoryUsed), memorySize(sources.locale, now.memoryTotal)),
-                      tr("in use"));
-    bar_->setShare(now.memory / 100);
+    const QLocale& locale = sources.locale;
+    const auto parts = machine() ? machine()->read().memory : std::nullopt;
+    figure().setFigure(MachineWords::percent(now.memory), u"%"_s);
+    const QString used = MachineWords::partOf(MachineWords::memory(locale, now.memoryUsed),
+                                              MachineWords::memory(locale, now.memoryTotal));
+    const QString swap = parts ? MachineWords::swap(locale, *parts) : QString();
+    figure().setLines(tr("%1 in use").arg(used), swap);
     chart_->setSeries({{sources.memoryHistory, {}}});
-    used_->setValue(memorySize(sources.locale, now.memoryUsed));
-    free_->setValue(memorySize(sources.locale, now.memoryTotal - now.memoryUsed));
+    bar_->setShare(now.memory / 100);
+    bar_->setVisible(!parts);
+    parts_->setVisible(parts.has_value());
+    if (parts) showParts(locale, *parts);
+    processes_->fill(sources);
   }
 
  private:
+  void showParts(const QLocale& locale, const MemoryParts& parts) {
+    const auto part = [&](const QString& name, double bytes) {
+      return PartedBar::Part{name, MachineWords::memory(locale, bytes), bytes / std::max(1.0, parts.whole())};
+    };
+    parts_->setParts({part(tr("Applications"), parts.applications), part(tr("Cache"), parts.cache),
+                      part(tr("System"), parts.system), part(tr("Free"), parts.free)});
+  }
+
   ProgressBar* bar_;
+  PartedBar* parts_;
   ChartView* chart_;
-  ListRow* used_;
-  ListRow* free_;
+  ProcessSection* processes_;
 };
 
 class StoragePanel final : public MetricsPanel {
@@ -166,13 +183,13 @@ class StoragePanel final : public MetricsPanel {
   void fill(const MetricsSnapshot& now, const TileSources& sources) override {
     const double share = std::clamp(now.disk / 100, 0.0, 1.0);
     const double capacity = share < 1 ? now.diskFree / (1 - share) : 0;
-    const auto size = [&](double bytes) { return capacity > 0 ? diskSize(sources.locale, bytes) : u"–"_s; };
-    figure().setFigure(percent(now.disk), u"%"_s);
-    figure().setLines(tr("%1 available").arg(diskSize(sources.locale, now.diskFree)));
+    const auto size = [&](double bytes) { return capacity > 0 ? MachineWords::disk(sources.locale, bytes) : u"–"_s; };
+    figure().setFigure(MachineWords::percent(now.disk), u"%"_s);
+    figure().setLines(tr("%1 available").arg(MachineWords::disk(sources.locale, now.diskFree)));
     bar_->setShare(share);
     bar_->setAccent(now.disk > 85 ? std::optional(Accent::Red) : std::nullopt);
     used_->setValue(size(capacity * share));
-    free_->setValue(diskSize(sources.locale, now.diskFree));
+    free_->setValue(MachineWords::disk(sources.locale, now.diskFree));
     all_->setValue(size(capacity));
   }
 
@@ -194,7 +211,7 @@ class BatteryPanel final : public MetricsPanel {
       return;
     }
     const bool low = *now.battery < 20;
-    figure().setFigure(percent(*now.battery), u"%"_s);
+    figure().setFigure(MachineWords::percent(*now.battery), u"%"_s);
     figure().setLines(low ? tr("Charge it soon") : tr("charged"));
     bar_->setShare(*now.battery / 100);
     bar_->setAccent(low ? std::optional(Accent::Red) : std::nullopt);
@@ -220,13 +237,13 @@ class NetworkPanel final : public MetricsPanel {
  protected:
   void fill(const MetricsSnapshot& now, const TileSources& sources) override {
     const bool sending = definition().id == u"networkUpload"_s;
-    const QStringList parts = speed(sources.locale, sending ? now.upload : now.download).split(u' ');
+    const QStringList parts = MachineWords::speed(sources.locale, sending ? now.upload : now.download).split(u' ');
     figure().setFigure(parts.value(0), parts.value(1));
     figure().setLines(sending ? tr("Upload") : tr("Download"));
     chart_->setSeries({{sources.networkHistory, {}}});
-    down_->setValue(speed(sources.locale, now.download));
-    up_->setValue(speed(sources.locale, now.upload));
-    most_->setValue(speed(sources.locale, mostOf(sources.networkHistory)));
+    down_->setValue(MachineWords::speed(sources.locale, now.download));
+    up_->setValue(MachineWords::speed(sources.locale, now.upload));
+    most_->setValue(MachineWords::speed(sources.locale, mostOf(sources.networkHistory)));
   }
 
  private:
@@ -250,11 +267,11 @@ class SystemPanel final : public MetricsPanel {
 
  protected:
   void fill(const MetricsSnapshot& now, const TileSources& sources) override {
-    figure().setFigure(percent(now.cpu), u"%"_s);
-    figure().setLines(tr("Processor"), tr("Memory %1").arg(percentWithSign(now.memory)));
+    figure().setFigure(MachineWords::percent(now.cpu), u"%"_s);
+    figure().setLines(tr("Processor"), tr("Memory %1").arg(MachineWords::percentWithSign(now.memory)));
     chart_->setSeries({{sources.cpuHistory, Accent::Green}, {sources.memoryHistory, Accent::Purple}});
-    processor_->setValue(percentWithSign(now.cpu));
-    memory_->setValue(percentWithSign(now.memory));
+    processor_->setValue(MachineWords::percentWithSign(now.cpu));
+    memory_->setValue(MachineWords::percentWithSign(now.memory));
   }
 
  private:

@@ -13,6 +13,7 @@
 #include "desktop/ClientWindows.h"
 #include "desktop/Toggles.h"
 #include "store/AppStore.h"
+#include "system/ports/MachineDetails.h"
 #include "system/ports/ProcessSource.h"
 #include "views/tiles/ReadingSources.h"
 #include "views/tiles/TileSources.h"
@@ -53,6 +54,8 @@ struct PanelActions {
   std::function<void()> openTrash;
   /// Deletes what is in the trash for good, without asking.
   std::function<void()> emptyTrash;
+  /// Has the processes read once, unless that goes on already.
+  std::function<void()> refreshProcesses;
   /// Asks a process to end itself. Throws DomainError.
   std::function<void(const ProcessReading& process)> endProcess;
 };

@@ -20,32 +20,42 @@ namespace {
 
 QString words(const char* text) { return QCoreApplication::translate("Panels", text); }
 
-/// One thing to do. Its button to delete it shows under the pointer and the keyboard; the Delete key does the same.
+/// What a hand can do to one thing to do.
+struct TodoDeeds {
+  std::function<void()> toggle;
+  std::function<void(const QString& text)> rename;
+  std::function<void()> remove;
+};
+
+/// One thing to do. Its buttons to edit and to delete it show under the pointer and the keyboard; F2 and the
+/// Delete key do the same.
 class TodoRow final : public QWidget {
  public:
-  TodoRow(const TodoItem& item, bool parted, const std::function<void()>& toggle, std::function<void()> remove)
+  TodoRow(const TodoItem& item, bool parted, TodoDeeds deeds)
       : parted_(parted),
+        text_(item.text),
         check_(new CheckRow(item.text.simplified())),
-        remove_(new IconButton(u"trash"_s, words("Delete %1").arg(item.text.simplified().left(80)))),
-        act_(std::move(remove)) {
+        field_(new TextField(words("To-do"))),
+        edit_(button(u"square.and.pencil"_s, words("Edit %1"))),
+        remove_(button(u"trash"_s, words("Delete %1"))),
+        deeds_(std::move(deeds)) {
     auto* line = new QHBoxLayout(this);
     line->setContentsMargins(0, 0, 0, 0);
     line->setSpacing(0);
     line->addWidget(check_, 1);
+    line->addWidget(field_, 1);
+    line->addWidget(edit_);
     line->addWidget(remove_);
     check_->setChecked(item.completed);
     check_->setToolTip(item.text);
-    check_->installEventFilter(this);
-    remove_->installEventFilter(this);
-    remove_->setGround(false);
-    remove_->setTone(Tone::Secondary);
-    QSizePolicy policy = remove_->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    remove_->setSizePolicy(policy);
-    remove_->hide();
+    for (QWidget* part : std::initializer_list<QWidget*>{check_, field_, edit_, remove_})
+      part->installEventFilter(this);
+    field_->hide();
     setAttribute(Qt::WA_Hover);
-    connect(check_, &QAbstractButton::clicked, this, toggle);
-    connect(remove_, &QPushButton::clicked, this, [this] { act_(); });
+    connect(check_, &QAbstractButton::clicked, this, [this] { deeds_.toggle(); });
+    connect(edit_, &QPushButton::clicked, this, [this] { beginEditing(); });
+    connect(remove_, &QPushButton::clicked, this, [this] { deeds_.remove(); });
+    connect(field_, &QLineEdit::editingFinished, this, [this] { endEditing(true); });
   }
 
   CheckRow* check() { return check_; }
@@ -61,10 +71,7 @@ class TodoRow final : public QWidget {
     painter.fillRect(QRectF(0, 0, width(), hairline(painter)), lookOf(*this).palette.hairline);
   }
   bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Delete) {
-      act_();
-      return true;
-    }
+    if (event->type() == QEvent::KeyPress && keyPressed(watched, static_cast<QKeyEvent*>(event)->key())) return true;
     // Where the focus goes is known only after it left.
     if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
       QMetaObject::invokeMethod(
@@ -73,12 +80,61 @@ class TodoRow final : public QWidget {
   }
 
  private:
-  void reveal() { remove_->setVisible(underMouse() || check_->hasFocus() || remove_->hasFocus()); }
+  IconButton* button(const QString& symbol, const QString& label) {
+    auto* made = new IconButton(symbol, label.arg(text_.simplified().left(80)));
+    made->setGround(false);
+    made->setTone(Tone::Secondary);
+    QSizePolicy policy = made->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    made->setSizePolicy(policy);
+    made->hide();
+    return made;
+  }
+
+  bool keyPressed(const QObject* watched, int key) {
+    if (watched == field_) {
+      if (key != Qt::Key_Escape) return false;
+      endEditing(false);
+      return true;
+    }
+    if (key == Qt::Key_Delete) deeds_.remove();
+    if (key == Qt::Key_F2) beginEditing();
+    return key == Qt::Key_Delete || key == Qt::Key_F2;
+  }
+
+  void beginEditing() {
+    field_->setText(text_);
+    check_->hide();
+    field_->show();
+    field_->setFocus();
+    field_->selectAll();
+    reveal();
+  }
+
+  /// A text of blanks changes nothing.
+  void endEditing(bool keep) {
+    if (field_->isHidden()) return;
+    const bool hadFocus = field_->hasFocus();
+    const QString text = field_->text().trimmed();
+    field_->hide();
+    check_->show();
+    if (hadFocus) check_->setFocus();
+    if (keep && !text.isEmpty() && text != text_) deeds_.rename(text);
+  }
+
+  void reveal() {
+    const bool reached = underMouse() || check_->hasFocus() || edit_->hasFocus() || remove_->hasFocus();
+    edit_->setVisible(reached && field_->isHidden());
+    remove_->setVisible(reached && field_->isHidden());
+  }
 
   bool parted_;
+  QString text_;
   CheckRow* check_;
+  TextField* field_;
+  IconButton* edit_;
   IconButton* remove_;
-  std::function<void()> act_;
+  TodoDeeds deeds_;
 };
 
 class TodosPanel final : public TilePanel {
@@ -158,14 +214,20 @@ class TodosPanel final : public TilePanel {
   }
 
   void addRow(const TodoItem& item) {
-    auto* row = new TodoRow(
-        item, rows_->count() > 0, [this, id = item.id] { store().toggleTodo(id); },
-        [this, id = item.id] {
-          store().edit([&id](DockConfiguration& config) {
-            config.todos.removeIf([&id](const TodoItem& each) { return each.id == id; });
-          });
-        });
-    rows_->addWidget(row);
+    TodoDeeds deeds;
+    deeds.toggle = [this, id = item.id] { store().toggleTodo(id); };
+    deeds.rename = [this, id = item.id](const QString& text) {
+      store().edit([&](DockConfiguration& config) {
+        for (TodoItem& each : config.todos)
+          if (each.id == id) each.text = text;
+      });
+    };
+    deeds.remove = [this, id = item.id] {
+      store().edit([&id](DockConfiguration& config) {
+        config.todos.removeIf([&id](const TodoItem& each) { return each.id == id; });
+      });
+    };
+    rows_->addWidget(new TodoRow(item, rows_->count() > 0, std::move(deeds)));
   }
 
   TextField* field_;

@@ -71,6 +71,26 @@ ProcessUsage process(const QString& name, double cpu, double megabytes) {
   return usage;
 }
 
+/// Each reading comes as much later as the one before.
+class FixedMachine final : public MachineDetails {
+ public:
+  MachineReading read() override {
+    static constexpr quint64 busy[] = {42, 16, 9, 34, 7, 22, 28, 15};
+    ++readings_;
+    MachineReading reading;
+    for (const quint64 each : busy) reading.cores << CoreTicks{readings_ * each, readings_ * 100};
+    reading.frequency = 2.4e9;
+    reading.load = 1.84;
+    reading.uptime = 76 * 3600;
+    constexpr double giga = 1024.0 * 1024 * 1024;
+    reading.memory = MemoryParts{5.9 * giga, 1.6 * giga, 2.3 * giga, 6.2 * giga, 0.2 * giga, 4 * giga};
+    return reading;
+  }
+
+ private:
+  quint64 readings_ = 0;
+};
+
 QList<double> curve(double base, double swing, double phase) {
   QList<double> values;
   for (int i = 0; i < SystemMetrics::depth; ++i)
@@ -85,7 +105,8 @@ FileFixture::FileFixture(const QDateTime& now, Scheduler& scheduler)
       recent_(std::make_unique<RecentFiles>(QString(), scheduler)),
       bookmarks_(std::make_unique<Bookmarks>(BookmarkPlaces(), scheduler)),
       screenshots_(std::make_unique<ScreenshotFolder>(QString(), scheduler)),
-      thumbnails_(std::make_unique<Thumbnails>(QString())) {
+      thumbnails_(std::make_unique<Thumbnails>(QString())),
+      machine_(std::make_unique<FixedMachine>()) {
   recent_->setFixed({{u"/home/robin/Documents/Quarterly summary.pdf"_s, now.addSecs(-600)},
                      {u"/home/robin/Pictures/museum.jpg"_s, now.addSecs(-4300)},
                      {u"/home/robin/Documents/Release plan.md"_s, now.addSecs(-9000)},
@@ -110,6 +131,7 @@ FileFixture::~FileFixture() = default;
 
 ReadingServices FileFixture::services() const {
   ReadingServices services{recent_.get(), bookmarks_.get(), screenshots_.get(), thumbnails_.get()};
+  services.machine = machine_.get();
   services.fixedFolder = [now = now_](const FolderRequest& request) { return folder(request, now); };
   return services;
 }

@@ -6,6 +6,7 @@
 #include "apps/RunningApp.h"
 #include "base/Scheduler.h"
 #include "desktop/ClientWindows.h"
+#include "system/ports/MachineDetails.h"
 #include "views/tiles/ReadingSources.h"
 
 namespace tarnwick {
@@ -31,6 +32,7 @@ class FileFixture {
   std::unique_ptr<Bookmarks> bookmarks_;
   std::unique_ptr<ScreenshotFolder> screenshots_;
   std::unique_ptr<Thumbnails> thumbnails_;
+  std::unique_ptr<MachineDetails> machine_;
 };
 
 }  // namespace tarnwick

@@ -10,6 +10,7 @@
 namespace tarnwick {
 
 class Bookmarks;
+class MachineDetails;
 class ProcessMonitor;
 class RecentFiles;
 class ScreenshotFolder;
@@ -25,6 +26,8 @@ struct ReadingServices {
   Thumbnails* thumbnails = nullptr;
   const ProcessMonitor* processes = nullptr;
   const SystemTemperature* temperature = nullptr;
+  /// What only panels show.
+  MachineDetails* machine = nullptr;
   /// Answers in place of the disk, for pictures of panels; empty otherwise.
   std::function<FolderContents(const FolderRequest& request)> fixedFolder{};
 };

@@ -1,0 +1,129 @@
+#include <gtest/gtest.h>
+
+#include "support/TestScheduler.h"
+#include "views/dock/LiveDock.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+struct StillToggles final : Toggles {
+  ToggleState state(Toggle) const override { return {}; }
+  void set(Toggle, bool) override {}
+  void start() override {}
+};
+
+struct BusyProcessor final : SystemCounters {
+  std::optional<ProcessorTicks> processorTicks() override {
+    ticks.user += 30;
+    ticks.idle += 70;
+    return ticks;
+  }
+  std::optional<MemoryReading> memory() override { return std::nullopt; }
+  std::optional<NetworkReading> network() override { return std::nullopt; }
+  std::optional<DiskReading> disk() override { return std::nullopt; }
+  std::optional<double> batteryCharge() override { return std::nullopt; }
+  ProcessorTicks ticks;
+};
+
+class LiveDockTest : public testing::Test {
+ protected:
+  LiveDockTest() : store(setup()) {
+    store.edit([](DockConfiguration& config) { config.profiles[0].widgets.clear(); });
+  }
+
+  StoreSetup setup() {
+    StoreSetup setup;
+    setup.diagnostic = true;
+    setup.platformReads = false;
+    setup.scheduler = &time;
+    setup.counters = std::make_unique<BusyProcessor>();
+    return setup;
+  }
+  void show(const QStringList& kinds) {
+    for (const QString& kind : kinds) store.add(kind);
+    DockActions actions;
+    // Asked once whenever everything that tiles may show is gathered.
+    actions.calendar = [this] {
+      ++gathered;
+      return std::make_shared<const CalendarDigest>();
+    };
+    dock = std::make_unique<LiveDock>(store, toggles, u"L"_s, DockView::IconProvider(), actions);
+    dock->resize(900, 140);
+    dock->configure({});
+    dock->show();
+    gathered = 0;
+  }
+  void beat(int seconds) {
+    for (int i = 0; i < seconds; ++i) {
+      time.advance(1);
+      store.heartbeat();
+    }
+  }
+  QString shown(qsizetype item) { return dock->view().itemText(item).value; }
+  QImage picture(qsizetype item) {
+    return dock->view().grab(dock->view().itemRect(item).toAlignedRect()).toImage();
+  }
+
+  test::TestScheduler time{QDateTime(QDate(2026, 11, 24), QTime(10, 24, 0), QTimeZone::utc())};
+  StillToggles toggles;
+  AppStore store;
+  std::unique_ptr<LiveDock> dock;
+  int gathered = 0;
+};
+
+TEST_F(LiveDockTest, TilesAreMadeAnewAsOftenAsTheyTick) {
+  show({u"timeSeconds"_s, u"digitalClock"_s, u"cpu"_s});
+  const QImage seconds = picture(0);
+  const QString minutes = shown(1);
+  beat(1);
+  EXPECT_NE(picture(0), seconds);
+  EXPECT_EQ(gathered, 0) << "a second changes nothing but the time";
+  const QString before = shown(2);
+  beat(3);
+  EXPECT_NE(shown(2), before) << "a reading comes with its sample, not with the clock";
+  EXPECT_EQ(shown(1), minutes);
+  gathered = 0;
+  beat(56);
+  EXPECT_NE(shown(1), minutes);
+  EXPECT_EQ(gathered, 28 + 1) << "for each sample, and for the minute";
+
+  // The wall clock may go back within a minute's beat.
+  time.jump(-3600);
+  beat(1);
+  EXPECT_EQ(shown(1), QString(minutes).replace(u"10:24"_s, u"09:25"_s));
+}
+
+TEST_F(LiveDockTest, WithoutSecondsItWorksOnceAMinute) {
+  show({u"digitalClock"_s, u"trash"_s, u"dockSeparator"_s});
+  beat(59);
+  EXPECT_EQ(gathered, 0);
+  beat(1);
+  EXPECT_EQ(gathered, 1);
+}
+
+TEST_F(LiveDockTest, NothingThatTicksMakesNoWork) {
+  show({u"trash"_s, u"timer"_s});
+  beat(130);
+  EXPECT_EQ(gathered, 0);
+  store.toggleTimer(store.widgets()[1].id);
+  const QImage running = picture(1);
+  beat(1);
+  EXPECT_NE(picture(1), running);
+}
+
+TEST_F(LiveDockTest, AHiddenDockIsFrozenAndCatchesUpAtOnce) {
+  show({u"timeSeconds"_s, u"cpu"_s});
+  dock->hide();
+  const QImage frozen = picture(0);
+  beat(90);
+  EXPECT_EQ(gathered, 0);
+  EXPECT_EQ(picture(0), frozen);
+  dock->show();
+  EXPECT_EQ(gathered, 1);
+  EXPECT_NE(picture(0), frozen);
+}
+
+}  // namespace
+}  // namespace tarnwick
