@@ -27,7 +27,10 @@ class Segment final : public PaintedButton {
     QPainter painter(this);
     prepare(painter);
     const Palette& palette = look().palette;
-    if (isChecked() || isDown()) drawRounded(painter, rect(), theme::kSegmentCorner, palette.tab);
+    if (isChecked() || isDown()) {
+      drawRounded(painter, rect(), theme::kSegmentCorner, palette.light ? look().knob() : palette.tab);
+      if (palette.light) drawInnerLine(painter, rect(), theme::kSegmentCorner, hairline(painter), palette.hairline);
+    }
     if (showsFocus()) drawFocusLine(painter, rect(), theme::kSegmentCorner, look());
     painter.setFont(buttonFont());
     painter.setPen(isChecked() || underMouse() ? palette.primary : palette.secondary);

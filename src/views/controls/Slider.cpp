@@ -11,7 +11,7 @@
 
 namespace tarnwick {
 
-Slider::Slider(const QString& label, QWidget* parent) : QAbstractSlider(parent) {
+Slider::Slider(const QString& label, QWidget* parent) : QAbstractSlider(parent), valueWidth_(theme::kSliderValueWidth) {
   setAccessibleName(label);
   setOrientation(Qt::Horizontal);
   setRange(0, 100);
@@ -27,11 +27,16 @@ void Slider::setFormat(std::function<QString(int)> format) {
   update();
 }
 
+void Slider::setValueWidth(int width) {
+  valueWidth_ = width;
+  update();
+}
+
 QSize Slider::sizeHint() const { return {160, theme::kControlHeight}; }
 
 double Slider::lineWidth() const {
   const bool written = format_ && !format_(value()).isEmpty();
-  return width() - (written ? theme::kSliderValueWidth : 0);
+  return width() - (written ? valueWidth_ : 0);
 }
 
 void Slider::moveTo(double x) {
@@ -79,6 +84,7 @@ void Slider::paintEvent(QPaintEvent*) {
   const double radius = theme::kSliderKnob / 2.0;
   const QRectF disc(knob - radius, middle - radius, radius * 2, radius * 2);
   drawRounded(painter, disc, radius, look.knob());
+  if (look.palette.light) drawInnerLine(painter, disc, radius, 1, look.palette.track);
   if (hasFocus() && byKeyboard_) {
     const double ring = radius + theme::kFocusWidth;
     drawFocusLine(painter,

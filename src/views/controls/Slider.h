@@ -15,6 +15,8 @@ class Slider final : public QAbstractSlider {
 
   /// How the value is written; "64%" unless told otherwise. A function that gives no text hides it.
   void setFormat(std::function<QString(int value)> format);
+  /// The room that the written value takes at the end.
+  void setValueWidth(int width);
   QSize sizeHint() const override;
 
  protected:
@@ -29,6 +31,7 @@ class Slider final : public QAbstractSlider {
   void moveTo(double x);
 
   std::function<QString(int)> format_;
+  int valueWidth_;
   bool byKeyboard_ = false;
 };
 

@@ -69,7 +69,9 @@ void Switch::paintEvent(QPaintEvent*) {
   if (at > 0) drawRounded(painter, box, corner, faded(look.palette.accent(Accent::Blue), at));
   const double inset = (theme::kSwitchHeight - theme::kSwitchKnob) / 2.0;
   const double x = inset + at * (theme::kSwitchWidth - theme::kSwitchKnob - inset * 2);
-  drawRounded(painter, QRectF(x, inset, theme::kSwitchKnob, theme::kSwitchKnob), theme::kSwitchKnob / 2.0, look.knob());
+  const QRectF disc(x, inset, theme::kSwitchKnob, theme::kSwitchKnob);
+  drawRounded(painter, disc, theme::kSwitchKnob / 2.0, look.knob());
+  if (look.palette.light) drawInnerLine(painter, disc, theme::kSwitchKnob / 2.0, 1, look.palette.tileEdge);
   if (hasFocus() && byKeyboard_) drawFocusLine(painter, box, corner, look);
 }
 

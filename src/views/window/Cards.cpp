@@ -28,13 +28,28 @@ QString folded(const QString& text) {
 }
 
 TextLabel* makeHelp(const QString& text, Tone tone) {
-  auto* label = new TextLabel(text, TextStyle::Caption, tone);
-  label->setWordWrap(true);
+  auto* label = makeSentence(text, TextStyle::Caption, tone);
   label->setVisible(!text.isEmpty());
   return label;
 }
 
 }  // namespace
+
+TextLabel* makeSentence(const QString& text, TextStyle style, Tone tone) {
+  auto* label = new TextLabel(text, style, tone);
+  label->setWordWrap(true);
+  // The toolkit sets small sizes at whole pixels, where the weight of single lines looks bold.
+  QFont font = label->font();
+  font.setWeight(QFont::Normal);
+  label->setFont(font);
+  return label;
+}
+
+bool matchesSearch(const QString& said, const QString& search) {
+  const QString text = folded(said);
+  const QStringList wanted = folded(search).split(u' ', Qt::SkipEmptyParts);
+  return !wanted.isEmpty() && std::ranges::all_of(wanted, [&](const QString& word) { return text.contains(word); });
+}
 
 // --- Rows -----------------------------------------------------------------------------------------------------------
 
@@ -106,10 +121,10 @@ void FormRow::setFault(const QString& sentence) {
   if (control_) control_->setAccessibleDescription(sentence.isEmpty() ? help_ : sentence);
 }
 
+QString FormRow::fault() const { return fault_->text(); }
+
 bool FormRow::matches(const QString& search) const {
-  const QString said = folded(label_ + u' ' + help_ + u' ' + words_.join(u' '));
-  const QStringList wanted = folded(search).split(u' ', Qt::SkipEmptyParts);
-  return !wanted.isEmpty() && std::ranges::all_of(wanted, [&](const QString& word) { return said.contains(word); });
+  return matchesSearch(label_ + u' ' + help_ + u' ' + words_.join(u' '), search);
 }
 
 // --- Cards ----------------------------------------------------------------------------------------------------------

@@ -2,9 +2,18 @@
 
 #include <QWidget>
 
+#include "views/controls/ControlLook.h"
+
 class QVBoxLayout;
 
 namespace tarnwick {
+
+/// Whether all the words of `search` occur in what is said, whatever their case and accents. Nothing matches an empty
+/// search.
+bool matchesSearch(const QString& said, const QString& search);
+
+/// A sentence that wraps.
+class TextLabel* makeSentence(const QString& text, TextStyle style, Tone tone);
 
 /// A setting in a card: its label, a sentence of help below it, its control at the right. A wide control stands on a
 /// line of its own below both. The control is named after the label for screen readers, unless it has a name already.
@@ -19,6 +28,7 @@ class FormRow final : public QWidget {
   void setHelp(const QString& help);
   /// A sentence in red below the control that says what is wrong with it; empty takes it away.
   void setFault(const QString& sentence);
+  QString fault() const;
   /// Words that find this row beside its label and its help.
   void setSearchWords(const QStringList& words) { words_ = words; }
   /// Whether all the words of `search` occur in what the row says, whatever their case and accents.

@@ -1,0 +1,36 @@
+#include <QCoreApplication>
+
+#include "store/AppStore.h"
+#include "views/controls/Labels.h"
+#include "views/settings/Pages.h"
+#include "views/window/Credits.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+SettingsPage* makeAboutPage(AppStore& store, const SettingsServices&) {
+  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "About")), store);
+  const auto value = [](const QString& text) {
+    auto* label = new TextLabel(text, TextStyle::Body, Tone::Secondary);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return label;
+  };
+  Card& program = *page->addCard();
+  page->addControl(
+      program,
+      {QT_TRANSLATE_NOOP("Settings", "Tarnwick"), QT_TRANSLATE_NOOP("Settings", "A dock of live widgets."), "version"},
+      value(QStringLiteral(TARNWICK_VERSION)));
+  page->addControl(program,
+                   {QT_TRANSLATE_NOOP("Settings", "Licence"),
+                    QT_TRANSLATE_NOOP("Settings", "© 2026 The Tarnwick authors."), "license"},
+                   value(u"MIT"_s));
+  Card& credits = *page->addCard(settingsText(QT_TRANSLATE_NOOP("Settings", "It stands on")));
+  for (const Credit& credit : allCredits()) {
+    auto* row = new FormRow(credit.words(), value(credit.licence));
+    page->addOther(credits, row, credit.name + u' ' + credit.licence);
+  }
+  return page;
+}
+
+}  // namespace tarnwick

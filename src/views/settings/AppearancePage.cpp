@@ -1,0 +1,109 @@
+#include <QCoreApplication>
+#include <QGridLayout>
+#include <array>
+
+#include "store/AppStore.h"
+#include "views/settings/Pages.h"
+#include "views/settings/StyleCard.h"
+#include "views/window/WindowTheme.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kColumns = 3;
+constexpr int kBetween = 6;
+
+constexpr auto kStyles = std::to_array<SettingChoice>({
+    {QT_TRANSLATE_NOOP("Settings", "Dark Glass"), "darkGlass"},
+    {QT_TRANSLATE_NOOP("Settings", "Light Glass"), "lightGlass"},
+    {QT_TRANSLATE_NOOP("Settings", "Liquid Glass"), "liquidGlass"},
+    {QT_TRANSLATE_NOOP("Settings", "Black"), "black"},
+    {QT_TRANSLATE_NOOP("Settings", "White"), "white"},
+    {QT_TRANSLATE_NOOP("Settings", "Transparent"), "transparent"},
+});
+constexpr auto kWidgetColors = std::to_array<SettingChoice>({
+    {QT_TRANSLATE_NOOP("Settings", "Colorful"), "false"},
+    {QT_TRANSLATE_NOOP("Settings", "Monochrome"), "true"},
+});
+constexpr auto kAppearances = std::to_array<SettingChoice>({
+    {QT_TRANSLATE_NOOP("Settings", "Auto"), "auto"},
+    {QT_TRANSLATE_NOOP("Settings", "Light"), "light"},
+    {QT_TRANSLATE_NOOP("Settings", "Dark"), "dark"},
+});
+
+class AppearancePage final : public SettingsPage {
+ public:
+  explicit AppearancePage(AppStore& store)
+      : SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Appearance")), store) {
+    addStyles();
+    addSizes();
+    addTiles();
+    addWindows();
+  }
+
+ private:
+  void addStyles() {
+    auto* cards = new QWidget;
+    cards->setAccessibleName(settingsText(QT_TRANSLATE_NOOP("Settings", "Dock style")));
+    auto* grid = new QGridLayout(cards);
+    grid->setContentsMargins(theme::kCardRowPadding, theme::kCardRowPadding, theme::kCardRowPadding,
+                             theme::kCardRowPadding);
+    grid->setSpacing(kBetween);
+    QStringList words{cards->accessibleName()};
+    QList<StyleCard*> group;
+    for (const SettingChoice& style : kStyles) {
+      auto* card = new StyleCard(QString::fromLatin1(style.value), settingsText(style.word), cards);
+      const int index = static_cast<int>(group.size());
+      grid->addWidget(card, index / kColumns, index % kColumns, Qt::AlignHCenter);
+      connect(card, &QAbstractButton::clicked, this,
+              [this, card] { edit([&](DockConfiguration& config) { config.style = card->style(); }); });
+      group << card;
+      words << card->text();
+    }
+    addOther(*addCard(), cards, words.join(u' '));
+    follow([group](const DockConfiguration& config) {
+      for (StyleCard* card : group) {
+        card->setChecked(card->style() == config.style);
+        card->setDock(config.tiles, config.monochrome);
+      }
+    });
+  }
+
+  void addSizes() {
+    Card& card = *addCard();
+    addSlider(card, {QT_TRANSLATE_NOOP("Settings", "Dock scale"), "", QT_TRANSLATE_NOOP("Settings", "size zoom")},
+              settingField(&DockConfiguration::scale), {0.5, 1.6, 0.01, QT_TRANSLATE_NOOP("Settings", "%1%"), 0, 100});
+    addSlider(card, {QT_TRANSLATE_NOOP("Settings", "Widget spacing"), "", QT_TRANSLATE_NOOP("Settings", "gap")},
+              settingField(&DockConfiguration::spacing), {0, 24, 1, QT_TRANSLATE_NOOP("Settings", "%1 px"), 0});
+  }
+
+  void addTiles() {
+    Card& card = *addCard();
+    addSwitch(card,
+              {QT_TRANSLATE_NOOP("Settings", "Widget tile fills"),
+               QT_TRANSLATE_NOOP("Settings", "A ground behind every widget.")},
+              settingField(&DockConfiguration::tiles));
+    addSegments(card, {QT_TRANSLATE_NOOP("Settings", "Widget colors")},
+                {[](const DockConfiguration& config) { return config.monochrome ? u"true"_s : u"false"_s; },
+                 [](DockConfiguration& config, const QString& value) { config.monochrome = value == "true"_L1; }},
+                kWidgetColors);
+  }
+
+  void addWindows() {
+    Card& card = *addCard();
+    addSegments(card,
+                {QT_TRANSLATE_NOOP("Settings", "Window appearance"),
+                 QT_TRANSLATE_NOOP("Settings", "Of Tarnwick’s own windows and menus."),
+                 QT_TRANSLATE_NOOP("Settings", "theme mode")},
+                settingField(&DockConfiguration::appAppearance), kAppearances);
+  }
+};
+
+}  // namespace
+
+SettingsPage* makeAppearancePage(AppStore& store, const SettingsServices&) { return new AppearancePage(store); }
+
+}  // namespace tarnwick

@@ -1,0 +1,22 @@
+#include <QCoreApplication>
+
+#include "store/AppStore.h"
+#include "views/settings/Pages.h"
+#include "views/settings/ShortcutRow.h"
+
+namespace tarnwick {
+
+SettingsPage* makeCommandBarPage(AppStore& store, const SettingsServices& services) {
+  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Command Bar")), store);
+  Card& card = *page->addCard();
+  addShortcutRow(*page, card, services, Shortcut::CommandBar);
+  auto* about = new FormRow(
+      settingsText(QT_TRANSLATE_NOOP("Settings", "What it finds")), nullptr,
+      settingsText(QT_TRANSLATE_NOOP(
+          "Settings",
+          "Apps, open windows, files and settings, sums and units. What you type stays on this computer.")));
+  page->addOther(card, about, about->label());
+  return page;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,108 @@
+#include <QCoreApplication>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "store/AppStore.h"
+#include "views/controls/Buttons.h"
+#include "views/controls/Labels.h"
+#include "views/controls/Rows.h"
+#include "views/settings/OrderList.h"
+#include "views/settings/Pages.h"
+#include "views/window/WindowTheme.h"
+#include "widgets/catalog/Catalog.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kSymbol = 32;
+
+class BigSymbol final : public QWidget {
+ public:
+  explicit BigSymbol(const QString& name) : name_(name) { setFixedSize(kSymbol, kSymbol); }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    drawControlSymbol(painter, name_, rect(), lookOf(*this).palette.tertiary);
+  }
+
+ private:
+  QString name_;
+};
+
+bool isConnected(const DockWidget& widget) {
+  return isConnectedFamily(Catalog::find(widget.kind).family) &&
+         (!widget.options.value(u"endpoint"_s).isEmpty() || !widget.options.value(u"connectionMode"_s).isEmpty());
+}
+
+QList<DockWidget> connectedWidgets(const DockConfiguration& config) {
+  QList<DockWidget> found;
+  for (const DockProfile& profile : config.profiles)
+    std::ranges::copy_if(profile.widgets, std::back_inserter(found), isConnected);
+  return found;
+}
+
+QWidget* makeEmptyState(const SettingsServices& services) {
+  auto* empty = new QWidget;
+  auto* column = new QVBoxLayout(empty);
+  column->setContentsMargins(theme::kBodyPadding, theme::kBodyPadding + 8, theme::kBodyPadding,
+                             theme::kBodyPadding + 8);
+  column->setSpacing(theme::kCardRowPadding);
+  column->addWidget(new BigSymbol(u"link"_s), 0, Qt::AlignHCenter);
+  column->addSpacing(theme::kCardRowPadding);
+  const auto line = [&](const char* source, TextStyle style, Tone tone) {
+    TextLabel* label = makeSentence(settingsText(source), style, tone);
+    if (style == TextStyle::Title) label->setStyle(style);
+    label->setAlignment(Qt::AlignCenter);
+    column->addWidget(label);
+  };
+  line(QT_TRANSLATE_NOOP("Settings", "No service is connected"), TextStyle::Title, Tone::Primary);
+  line(QT_TRANSLATE_NOOP("Settings",
+                         "A widget that shows what a service tells is connected in its own form. It is "
+                         "listed here once it is."),
+       TextStyle::Caption, Tone::Secondary);
+  if (services.addWidgets) {
+    auto* add = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Add Widgets…")));
+    QObject::connect(add, &QPushButton::clicked, empty, [&services] { services.addWidgets(); });
+    column->addSpacing(theme::kCardRowPadding);
+    column->addWidget(add, 0, Qt::AlignHCenter);
+  }
+  return empty;
+}
+
+}  // namespace
+
+SettingsPage* makeConnectionsPage(AppStore& store, const SettingsServices& services) {
+  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Connections")), store);
+  Card& card = *page->addCard();
+  QWidget* empty = makeEmptyState(services);
+  page->addOther(card, empty, settingsText(QT_TRANSLATE_NOOP("Settings", "No service is connected")));
+  page->showWhile(empty, [](const DockConfiguration& config) { return connectedWidgets(config).isEmpty(); });
+  auto* list = new OrderList(settingsText(QT_TRANSLATE_NOOP("Settings", "Connections")));
+  list->setDragDropMode(QAbstractItemView::NoDragDrop);
+  if (services.openEditor) {
+    list->setActions({{u"edit"_s, u"slider.horizontal.3"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Edit")),
+                       QKeySequence(Qt::Key_F2)}});
+    const auto open = [&services](const QString& id) { services.openEditor(QUuid::fromString(id)); };
+    QObject::connect(list, &OrderList::opened, page, open);
+    QObject::connect(list, &OrderList::actionRequested, page, open);
+  }
+  page->addOther(card, list, settingsText(QT_TRANSLATE_NOOP("Settings", "service account widgets")));
+  page->showWhile(list, [](const DockConfiguration& config) { return !connectedWidgets(config).isEmpty(); });
+  page->follow([list, &services](const DockConfiguration& config) {
+    QList<OrderItem> items;
+    for (const DockWidget& widget : connectedWidgets(config)) {
+      const WidgetDefinition& kind = Catalog::find(widget.kind);
+      items.append(
+          {widget.id.toString(), services.edits->nameOf(widget), kind.name + u" · "_s + kind.category, kind.symbol});
+    }
+    list->setItems(items);
+  });
+  return page;
+}
+
+}  // namespace tarnwick

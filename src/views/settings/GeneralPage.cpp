@@ -1,0 +1,179 @@
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <array>
+
+#include "store/AppStore.h"
+#include "views/controls/Buttons.h"
+#include "views/settings/Pages.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto kUnits = std::to_array<SettingChoice>({
+    {QT_TRANSLATE_NOOP("Settings", "Automatic"), "auto"},
+    {QT_TRANSLATE_NOOP("Settings", "Celsius"), "celsius"},
+    {QT_TRANSLATE_NOOP("Settings", "Fahrenheit"), "fahrenheit"},
+});
+
+class GeneralPage final : public SettingsPage {
+ public:
+  GeneralPage(AppStore& store, const SettingsServices& services)
+      : SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "General")), store), services_(services) {
+    addProgram();
+    addWidgetSettings();
+    addFiles();
+  }
+
+ private:
+  void addProgram() {
+    Card& card = *addCard();
+    addSwitch(card,
+              {QT_TRANSLATE_NOOP("Settings", "Launch at login"),
+               QT_TRANSLATE_NOOP("Settings", "Starts Tarnwick when you log in."),
+               QT_TRANSLATE_NOOP("Settings", "autostart startup")},
+              settingField(&DockConfiguration::launchAtLogin));
+    FormRow* notifications =
+        addSwitch(card,
+                  {QT_TRANSLATE_NOOP("Settings", "Notifications"),
+                   QT_TRANSLATE_NOOP("Settings", "Tells when a timer ends, a habit waits or a break is due.")},
+                  settingField(&DockConfiguration::notificationsEnabled));
+    if (services_.notifications)
+      if (const Capability can = services_.notifications(); !can) notifications->setHelp(can.reason);
+    addSwitch(card,
+              {QT_TRANSLATE_NOOP("Settings", "Show menu bar icon"),
+               QT_TRANSLATE_NOOP("Settings", "The icon among those of the system opens the dock’s own panel."),
+               QT_TRANSLATE_NOOP("Settings", "status item tray")},
+              settingField(&DesktopOptions::showMenuBarIcon));
+    FormRow* classic = addSwitch(card,
+                                 {QT_TRANSLATE_NOOP("Settings", "Classic menu"),
+                                  QT_TRANSLATE_NOOP("Settings", "The icon opens a plain menu instead of the panel.")},
+                                 settingField(&DesktopOptions::classicMenu));
+    showWhile(classic, [](const DockConfiguration& config) { return config.desktopOptions().showMenuBarIcon; });
+  }
+
+  void addWidgetSettings() {
+    Card& card = *addCard();
+    addDropDown(card, {QT_TRANSLATE_NOOP("Settings", "Temperature"), "", QT_TRANSLATE_NOOP("Settings", "unit weather")},
+                {[](const DockConfiguration& config) {
+                   return config.temperatureUnit.value_or(config.fahrenheit ? u"fahrenheit"_s : u"celsius"_s);
+                 },
+                 [](DockConfiguration& config, const QString& unit) { config.temperatureUnit = unit; }},
+                kUnits);
+    addSwitch(card,
+              {QT_TRANSLATE_NOOP("Settings", "Open folders in Finder"),
+               QT_TRANSLATE_NOOP("Settings", "Pinned folders open in the file manager instead of their gallery.")},
+              settingField(&DockConfiguration::foldersInFinder));
+    auto* choose = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Choose…")));
+    FormRow* folder = addControl(
+        card, {QT_TRANSLATE_NOOP("Settings", "Screenshots"), "", QT_TRANSLATE_NOOP("Settings", "folder pictures")},
+        choose);
+    follow([folder](const DockConfiguration& config) {
+      folder->setHelp(config.screenshotFolder.isEmpty()
+                          ? settingsText(QT_TRANSLATE_NOOP("Settings", "Where the desktop saves them."))
+                          : QDir::toNativeSeparators(config.screenshotFolder));
+    });
+    connect(choose, &QPushButton::clicked, this, [this] {
+      auto* dialog = makeDialog(settingsText(QT_TRANSLATE_NOOP("Settings", "Screenshots")), QFileDialog::AcceptOpen);
+      dialog->setFileMode(QFileDialog::Directory);
+      if (!store().config().screenshotFolder.isEmpty()) dialog->setDirectory(store().config().screenshotFolder);
+      connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& path) {
+        edit([&](DockConfiguration& config) { config.screenshotFolder = path; });
+      });
+      dialog->open();
+    });
+  }
+
+  void addFiles() {
+    Card& card = *addCard();
+    auto* exportButton = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Export…")));
+    exported_ = addControl(card,
+                           {QT_TRANSLATE_NOOP("Settings", "Export settings"), kExportHelp,
+                            QT_TRANSLATE_NOOP("Settings", "save backup configuration")},
+                           exportButton);
+    connect(exportButton, &QPushButton::clicked, this, &GeneralPage::exportSettings);
+    auto* importButton = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Import…")));
+    imported_ = addControl(card,
+                           {QT_TRANSLATE_NOOP("Settings", "Import settings"), kImportHelp,
+                            QT_TRANSLATE_NOOP("Settings", "load restore configuration")},
+                           importButton);
+    connect(importButton, &QPushButton::clicked, this, &GeneralPage::importSettings);
+    if (services_.continueSetup) {
+      auto* setup = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Open")));
+      connect(setup, &QPushButton::clicked, this, [this] { services_.continueSetup(); });
+      FormRow* row = addControl(card, {QT_TRANSLATE_NOOP("Settings", "Setup"), ""}, setup);
+      follow([row](const DockConfiguration& config) {
+        row->setHelp(config.onboardingComplete
+                         ? settingsText(QT_TRANSLATE_NOOP("Settings", "Shows the welcome of the first start again."))
+                         : settingsText(QT_TRANSLATE_NOOP("Settings", "Goes on where you left the welcome.")));
+      });
+    }
+  }
+
+  QFileDialog* makeDialog(const QString& title, QFileDialog::AcceptMode mode) {
+    auto* dialog = new QFileDialog(this, title);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setAcceptMode(mode);
+    return dialog;
+  }
+  QFileDialog* makeSettingsDialog(const QString& title, QFileDialog::AcceptMode mode) {
+    QFileDialog* dialog = makeDialog(title, mode);
+    dialog->setNameFilters({settingsText(QT_TRANSLATE_NOOP("Settings", "Settings (*.json)")),
+                            settingsText(QT_TRANSLATE_NOOP("Settings", "All files (*)"))});
+    dialog->setDirectory(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    return dialog;
+  }
+
+  void exportSettings() {
+    QFileDialog* dialog =
+        makeSettingsDialog(settingsText(QT_TRANSLATE_NOOP("Settings", "Export settings")), QFileDialog::AcceptSave);
+    dialog->setDefaultSuffix(u"json"_s);
+    dialog->selectFile(u"Tarnwick.json"_s);
+    connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& path) {
+      store().clearError();
+      store().exportConfiguration(path);
+      say(*exported_, kExportHelp, QT_TRANSLATE_NOOP("Settings", "Saved as “%1”."), path);
+    });
+    dialog->open();
+  }
+
+  void importSettings() {
+    QFileDialog* dialog =
+        makeSettingsDialog(settingsText(QT_TRANSLATE_NOOP("Settings", "Import settings")), QFileDialog::AcceptOpen);
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& path) {
+      store().clearError();
+      store().importConfiguration(path);
+      say(*imported_, kImportHelp, QT_TRANSLATE_NOOP("Settings", "Took everything from “%1”."), path);
+    });
+    dialog->open();
+  }
+
+  /// What went wrong stands in the message line of the window.
+  void say(FormRow& row, const char* otherwise, const char* done, const QString& path) {
+    row.setHelp(store().error().isEmpty() ? settingsText(done).arg(QFileInfo(path).fileName())
+                                          : settingsText(otherwise));
+  }
+
+  static constexpr const char* kExportHelp =
+      QT_TRANSLATE_NOOP("Settings", "Writes everything that you set up to a file. Passwords and tokens are not in it.");
+  static constexpr const char* kImportHelp =
+      QT_TRANSLATE_NOOP("Settings", "Replaces everything that you set up by what a file holds.");
+
+  const SettingsServices& services_;
+  FormRow* exported_ = nullptr;
+  FormRow* imported_ = nullptr;
+};
+
+}  // namespace
+
+SettingsPage* makeGeneralPage(AppStore& store, const SettingsServices& services) {
+  return new GeneralPage(store, services);
+}
+
+}  // namespace tarnwick

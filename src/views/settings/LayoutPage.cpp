@@ -1,0 +1,216 @@
+#include <QCoreApplication>
+#include <QGridLayout>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <array>
+
+#include "dock/rules/DockPlacement.h"
+#include "dock/rules/DockVisibility.h"
+#include "store/AppStore.h"
+#include "views/controls/Buttons.h"
+#include "views/controls/Labels.h"
+#include "views/settings/KnownDisplays.h"
+#include "views/settings/Pages.h"
+#include "views/window/DropDown.h"
+#include "views/window/LayoutCard.h"
+#include "views/window/WindowTheme.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kColumns = 4;
+constexpr int kBetween = 3;
+
+constexpr auto kEdges = std::to_array<SettingChoice>({
+    {QT_TRANSLATE_NOOP("Settings", "Bottom"), "bottom"},
+    {QT_TRANSLATE_NOOP("Settings", "Top"), "top"},
+});
+constexpr auto kAlignments = std::to_array<SettingChoice>({
+    {QT_TRANSLATE_NOOP("Settings", "Left"), "left"},
+    {QT_TRANSLATE_NOOP("Settings", "Center"), "center"},
+    {QT_TRANSLATE_NOOP("Settings", "Right"), "right"},
+});
+constexpr auto kOverflows = std::to_array<SettingChoice>({
+    {QT_TRANSLATE_NOOP("Settings", "Scroll"), "scroll"},
+    {QT_TRANSLATE_NOOP("Settings", "Adapt Size"), "fit"},
+});
+
+bool reveals(const DockConfiguration& config) { return DockVisibility::reveals(config.layout); }
+bool hasTrigger(const DockConfiguration& config) { return DockVisibility::hides(config.layout); }
+bool hasEdge(const DockConfiguration& config) { return config.layout != DockLayout::Floating; }
+
+/// The layouts that take the screen's edge from the dock that the desktop brings.
+bool takesOver(const DockConfiguration& config) {
+  return config.layout == DockLayout::Swap || config.layout == DockLayout::Replace ||
+         config.layout == DockLayout::ReplaceAutoHide;
+}
+
+class LayoutPage final : public SettingsPage {
+ public:
+  LayoutPage(AppStore& store, const SettingsServices& services)
+      : SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Layout & Displays")), store), services_(services) {
+    addLayouts();
+    addReveal();
+    addPlace();
+    addDisplays();
+    addSystemDock();
+  }
+
+ private:
+  void addLayouts() {
+    auto* all = new QWidget;
+    auto* column = new QVBoxLayout(all);
+    column->setContentsMargins(theme::kCardEnds + 2, theme::kCardEnds + 2, theme::kCardEnds + 2,
+                               theme::kCardRowPadding);
+    column->setSpacing(theme::kCardRowPadding);
+    auto* cards = new QWidget;
+    cards->setAccessibleName(settingsText(QT_TRANSLATE_NOOP("Settings", "Layout")));
+    auto* grid = new QGridLayout(cards);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setSpacing(kBetween);
+    grid->setColumnStretch(kColumns, 1);
+    QStringList words{cards->accessibleName()};
+    QList<LayoutCard*> group;
+    for (const DockLayout layout : kDockLayouts) {
+      auto* card = new LayoutCard(layout, LayoutCard::Size::Small, cards);
+      card->setReduceMotion(services_.reduceMotion);
+      const int index = static_cast<int>(group.size());
+      grid->addWidget(card, index / kColumns, index % kColumns);
+      connect(card, &LayoutCard::chosen, this,
+              [this](DockLayout chosen) { edit([&](DockConfiguration& config) { config.layout = chosen; }); });
+      group << card;
+      words << label(layout) << description(layout);
+    }
+    auto* told = makeSentence({}, TextStyle::Body, Tone::Secondary);
+    told->setContentsMargins(theme::kCardRowPadding + kBetween, 0, theme::kCardRowPadding, theme::kCardEnds);
+    column->addWidget(cards);
+    column->addWidget(told);
+    addOther(*addCard(), all, words.join(u' '));
+    follow([this, group, told](const DockConfiguration& config) {
+      for (LayoutCard* card : group) card->setChosen(card->layout() == config.layout);
+      const QString missing = whatIsMissing(config);
+      told->setText(missing.isEmpty() ? description(config.layout) : description(config.layout) + u' ' + missing);
+    });
+  }
+
+  QString whatIsMissing(const DockConfiguration& config) const {
+    const auto reason = [](const std::function<Capability()>& ask) {
+      const Capability can = ask ? ask() : Capability::yes();
+      return can ? QString() : can.reason;
+    };
+    if (hasTrigger(config))
+      if (const QString why = reason(services_.edges); !why.isEmpty()) return why;
+    return takesOver(config) ? reason(services_.systemDock) : QString();
+  }
+
+  void addReveal() {
+    Card& card = *addCard();
+    const SettingRange show{0, 3, 0.01, QT_TRANSLATE_NOOP("Settings", "%1 s"), 2};
+    const SettingRange hide{0, 5, 0.01, QT_TRANSLATE_NOOP("Settings", "%1 s"), 2};
+    showWhile(addSlider(card,
+                        {QT_TRANSLATE_NOOP("Settings", "Show delay"),
+                         QT_TRANSLATE_NOOP("Settings", "How long the pointer rests at the edge.")},
+                        settingField(&DesktopOptions::revealShowDelay), show),
+              reveals);
+    showWhile(addSlider(card,
+                        {QT_TRANSLATE_NOOP("Settings", "Hide delay"),
+                         QT_TRANSLATE_NOOP("Settings", "How long the dock stays once the pointer has left it.")},
+                        settingField(&DesktopOptions::revealHideDelay), hide),
+              reveals);
+    showWhile(
+        addSlider(card,
+                  {QT_TRANSLATE_NOOP("Settings", "Trigger area"),
+                   QT_TRANSLATE_NOOP("Settings", "How far from the edge the pointer counts as at it.")},
+                  settingField(&DesktopOptions::triggerSize), {1, 30, 1, QT_TRANSLATE_NOOP("Settings", "%1 px"), 0}),
+        hasTrigger);
+  }
+
+  void addPlace() {
+    Card& card = *addCard();
+    showWhile(addSegments(card, {QT_TRANSLATE_NOOP("Settings", "Screen edge")},
+                          settingField(&DockConfiguration::position), kEdges),
+              [](const DockConfiguration& config) { return config.layout == DockLayout::Fixed; });
+    showWhile(addSegments(card, {QT_TRANSLATE_NOOP("Settings", "Alignment")},
+                          settingField(&DockConfiguration::alignment), kAlignments),
+              hasEdge);
+    showWhile(
+        addSlider(card, {QT_TRANSLATE_NOOP("Settings", "Distance from the edge")},
+                  settingField(&DockConfiguration::edgeGap), {0, 180, 1, QT_TRANSLATE_NOOP("Settings", "%1 px"), 0}),
+        hasEdge);
+    addSegments(card, {QT_TRANSLATE_NOOP("Settings", "When widgets don't fit")},
+                settingField(&DockConfiguration::overflow), kOverflows);
+  }
+
+  void addDisplays() {
+    Card& card = *addCard();
+    displays_ = new DropDown(settingsText(QT_TRANSLATE_NOOP("Settings", "Displays")));
+    connect(displays_, &DropDown::valueChosen, this,
+            [this](const QString& value) { edit([&](DockConfiguration& config) { config.display = value; }); });
+    addControl(
+        card,
+        {QT_TRANSLATE_NOOP("Settings", "Displays"),
+         QT_TRANSLATE_NOOP("Settings", "Attached displays are remembered in the order they were first connected."),
+         QT_TRANSLATE_NOOP("Settings", "monitor screen main attached every all")},
+        displays_);
+    follow([this](const DockConfiguration&) { listDisplays(); });
+    if (services_.screens) connect(services_.screens, &Screens::changed, this, &LayoutPage::listDisplays);
+    addSwitch(card,
+              {QT_TRANSLATE_NOOP("Settings", "Hide During Fullscreen"),
+               QT_TRANSLATE_NOOP("Settings", "Hides on displays covered by fullscreen apps or video.")},
+              settingField(&DesktopOptions::hideDuringFullscreen));
+    showWhile(addSwitch(card,
+                        {QT_TRANSLATE_NOOP("Settings", "Reserve Dock Space"),
+                         QT_TRANSLATE_NOOP("Settings", "Maximised windows end at the dock."),
+                         QT_TRANSLATE_NOOP("Settings", "struts")},
+                        settingField(&DesktopOptions::reserveSpace)),
+              [](const DockConfiguration& config) {
+                return config.layout == DockLayout::Fixed || config.layout == DockLayout::Replace;
+              });
+  }
+
+  void listDisplays() {
+    const DockConfiguration& config = store().config();
+    QList<KnownDisplay> known = knownDisplays(config, services_.screens);
+    const bool isNamed = config.display != "main"_L1 && config.display != "attached"_L1 && config.display != "all"_L1;
+    if (isNamed && std::ranges::none_of(known, [&](const KnownDisplay& each) { return each.id == config.display; }))
+      known.append({config.display, config.display, false});
+    if (known != shown_ || displays_->count() == 0) {
+      shown_ = known;
+      const QSignalBlocker quiet(displays_);
+      displays_->clear();
+      displays_->addChoice(settingsText(QT_TRANSLATE_NOOP("Settings", "Main display")), u"main"_s);
+      displays_->addChoice(settingsText(QT_TRANSLATE_NOOP("Settings", "Attached display")), u"attached"_s);
+      displays_->addChoice(settingsText(QT_TRANSLATE_NOOP("Settings", "Every display")), u"all"_s);
+      for (const KnownDisplay& display : known) displays_->addChoice(display.words(), display.id);
+      displays_->updateGeometry();
+    }
+    displays_->chooseValue(config.display);
+  }
+
+  void addSystemDock() {
+    if (!services_.restoreSystemDock) return;
+    Card& card = *addCard();
+    auto* restore = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Restore")));
+    connect(restore, &QPushButton::clicked, this, [this] { services_.restoreSystemDock(); });
+    showWhile(addControl(card,
+                         {QT_TRANSLATE_NOOP("Settings", "Restore the macOS Dock"),
+                          QT_TRANSLATE_NOOP("Settings", "Gives the system’s own dock back as it was.")},
+                         restore),
+              takesOver);
+  }
+
+  const SettingsServices& services_;
+  DropDown* displays_ = nullptr;
+  QList<KnownDisplay> shown_;
+};
+
+}  // namespace
+
+SettingsPage* makeLayoutPage(AppStore& store, const SettingsServices& services) {
+  return new LayoutPage(store, services);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,350 @@
+#include "views/settings/OrderList.h"
+
+#include <QAbstractListModel>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <QToolTip>
+#include <algorithm>
+
+#include "views/controls/ControlTheme.h"
+#include "views/controls/Fields.h"
+#include "views/theme/Glass.h"
+#include "views/window/WindowTheme.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kMostRows = 9;
+constexpr int kSymbol = 18;
+constexpr int kAction = 28;
+constexpr int kActionSymbol = 15;
+constexpr double kFaint = 0.55;
+constexpr double kTitleShare = 0.34;
+constexpr double kCaptionShare = 0.68;
+
+}  // namespace
+
+class OrderList::Model final : public QAbstractListModel {
+ public:
+  explicit Model(OrderList& list) : QAbstractListModel(&list), list_(list) {}
+
+  QList<OrderItem> items;
+  bool renamable = false;
+
+  void set(const QList<OrderItem>& wanted) {
+    beginResetModel();
+    items = wanted;
+    endResetModel();
+  }
+  int rowOf(const QString& id) const {
+    const auto at = std::ranges::find(items, id, &OrderItem::id);
+    return at == items.end() ? -1 : static_cast<int>(at - items.begin());
+  }
+
+  int rowCount(const QModelIndex& parent = {}) const override {
+    return parent.isValid() ? 0 : static_cast<int>(items.size());
+  }
+  QVariant data(const QModelIndex& index, int role) const override {
+    if (!index.isValid() || index.row() >= items.size()) return {};
+    const OrderItem& item = items[index.row()];
+    if (role == Qt::DisplayRole || role == Qt::EditRole || role == Qt::AccessibleTextRole) return item.title;
+    if (role == Qt::AccessibleDescriptionRole)
+      return item.value.isEmpty() ? item.caption : item.caption + u", "_s + item.value;
+    return {};
+  }
+  bool setData(const QModelIndex& index, const QVariant& value, int role) override {
+    if (role != Qt::EditRole || !index.isValid()) return false;
+    const QString title = value.toString();
+    if (!title.trimmed().isEmpty() && title != items[index.row()].title)
+      later([id = items[index.row()].id, title](OrderList& list) { Q_EMIT list.renamed(id, title); });
+    return true;
+  }
+  Qt::ItemFlags flags(const QModelIndex& index) const override {
+    if (!index.isValid()) return Qt::ItemIsDropEnabled;
+    Qt::ItemFlags flags = QAbstractListModel::flags(index) | Qt::ItemIsDragEnabled;
+    if (renamable) flags |= Qt::ItemIsEditable;
+    return flags;
+  }
+  Qt::DropActions supportedDropActions() const override { return Qt::MoveAction; }
+  bool dropMimeData(const QMimeData*, Qt::DropAction, int, int, const QModelIndex&) override { return false; }
+  /// The view asks for this when a row is dropped. The order is the store's, which tells the new one.
+  bool moveRows(const QModelIndex&, int from, int count, const QModelIndex&, int before) override {
+    if (count != 1 || from < 0 || from >= items.size()) return false;
+    const int to = before > from ? before - 1 : before;
+    if (to == from) return false;
+    later([id = items[from].id, to](OrderList& list) { Q_EMIT list.moved(id, to); });
+    return true;
+  }
+
+ private:
+  /// The view is in the middle of something that a new list would disturb.
+  void later(std::function<void(OrderList&)> tell) {
+    QMetaObject::invokeMethod(
+        &list_, [&list = list_, tell = std::move(tell)] { tell(list); }, Qt::QueuedConnection);
+  }
+
+  OrderList& list_;
+};
+
+class OrderList::Painter final : public QStyledItemDelegate {
+ public:
+  explicit Painter(OrderList& list) : QStyledItemDelegate(&list), list_(list) {}
+
+  QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override {
+    return {list_.viewport()->width(), theme::kTallRowHeight};
+  }
+  QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex&) const override {
+    return new TextField(tr("Name"), parent);
+  }
+  void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option, const QModelIndex&) const override {
+    const int left = theme::kCardPadding + kSymbol;
+    const int y = option.rect.center().y() + 1 - editor->height() / 2;
+    editor->setGeometry(QStyle::visualRect(
+        list_.layoutDirection(), option.rect,
+        QRect(option.rect.left() + left, y, option.rect.width() - left - theme::kCardPadding, editor->height())));
+  }
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    const ControlLook& look = lookOf(list_);
+    const OrderItem& item = list_.model_->items[index.row()];
+    const QRect row = option.rect;
+    if (index.row() > 0)
+      painter->fillRect(QRectF(row.left() + theme::kCardPadding, row.top(), row.width() - theme::kCardPadding * 2,
+                               hairline(*painter)),
+                        look.palette.hairline);
+    const QRectF ground = QRectF(row).adjusted(theme::kCardPadding / 2.0, 2, -theme::kCardPadding / 2.0, -2);
+    const bool chosen = index == list_.currentIndex();
+    if (chosen && list_.hasFocus())
+      drawRounded(*painter, ground, theme::kRowCorner, look.palette.selection);
+    else if (chosen || option.state.testFlag(QStyle::State_MouseOver))
+      drawRounded(*painter, ground, theme::kRowCorner, look.palette.tile);
+    if (item.isFaint) painter->setOpacity(kFaint);
+    paintWords(*painter, row, item, index, look);
+    painter->setOpacity(1);
+    if (list_.showsActions(index)) paintActions(*painter, index, look);
+    painter->restore();
+  }
+
+ private:
+  void paintWords(QPainter& painter, const QRect& row, const OrderItem& item, const QModelIndex& index,
+                  const ControlLook& look) const {
+    const bool mirrored = list_.isRightToLeft();
+    const Qt::Alignment start = mirrored ? Qt::AlignRight : Qt::AlignLeft;
+    const auto place = [&](int x, int width, double share) {
+      const QRect box(row.left() + x, row.top(), std::max(0, width), row.height());
+      const QRectF seen = QStyle::visualRect(list_.layoutDirection(), row, box);
+      return QRectF(seen.left(), row.top() + row.height() * share - 10, seen.width(), 20);
+    };
+    int left = theme::kCardPadding;
+    if (!item.symbol.isEmpty()) {
+      QRectF box(0, 0, kSymbol, kSymbol);
+      box.moveCenter(place(left, kSymbol, 0.5).center());
+      drawControlSymbol(painter, item.symbol, box, look.palette.secondary);
+      left += kSymbol + theme::kRowGap;
+    }
+    int right = row.width() - theme::kCardPadding;
+    if (list_.showsActions(index)) {
+      right -= static_cast<int>(list_.actions_.size()) * kAction;
+    } else if (!item.value.isEmpty()) {
+      const int width = static_cast<int>(std::ceil(TextLine(item.value, TextStyle::Caption).width()));
+      drawTextIn(painter, place(right - width, width, 0.5), item.value, TextStyle::Caption,
+                 look.palette.accentWord(look.accent), mirrored ? Qt::AlignLeft : Qt::AlignRight);
+      right -= width + theme::kRowGap;
+    }
+    const bool two = !item.caption.isEmpty();
+    drawTextIn(painter, place(left, right - left, two ? kTitleShare : 0.5), item.title, TextStyle::Body,
+               look.palette.primary, start, Elide::Middle);
+    if (two)
+      drawTextIn(painter, place(left, right - left, kCaptionShare), item.caption, TextStyle::Caption,
+                 look.palette.secondary, start);
+  }
+
+  void paintActions(QPainter& painter, const QModelIndex& index, const ControlLook& look) const {
+    const QPoint pointer = list_.viewport()->mapFromGlobal(QCursor::pos());
+    for (qsizetype i = 0; i < list_.actions_.size(); ++i) {
+      const QRectF box = list_.actionRect(index, i);
+      if (box.contains(pointer) && list_.viewport()->underMouse())
+        drawRounded(painter, box.adjusted(1, 1, -1, -1), theme::kSegmentCorner, look.palette.buttonHover);
+      QRectF mark(0, 0, kActionSymbol, kActionSymbol);
+      mark.moveCenter(box.center());
+      drawControlSymbol(painter, list_.actions_[i].symbol, mark, look.palette.primary);
+    }
+  }
+
+  OrderList& list_;
+};
+
+OrderList::OrderList(const QString& label, QWidget* parent) : QListView(parent), model_(new Model(*this)) {
+  setAccessibleName(label);
+  setModel(model_);
+  setItemDelegate(new Painter(*this));
+  setFrameShape(QFrame::NoFrame);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+  setSelectionMode(QAbstractItemView::SingleSelection);
+  setEditTriggers(QAbstractItemView::NoEditTriggers);
+  setDragDropMode(QAbstractItemView::InternalMove);
+  setDefaultDropAction(Qt::MoveAction);
+  setUniformItemSizes(true);
+  setMouseTracking(true);
+  setTabKeyNavigation(false);
+  setAutoFillBackground(false);
+  viewport()->setAutoFillBackground(false);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  connect(this, &QAbstractItemView::doubleClicked, this, [this](const QModelIndex& index) {
+    if (actionAt(viewport()->mapFromGlobal(QCursor::pos())) < 0) Q_EMIT opened(idAt(index));
+  });
+}
+
+OrderList::~OrderList() = default;
+
+void OrderList::setActions(const QList<OrderAction>& actions) {
+  actions_ = actions;
+  QStringList keys;
+  for (const OrderAction& action : actions)
+    if (!action.key.isEmpty()) keys << action.label + u' ' + action.key.toString(QKeySequence::NativeText);
+  keys << tr("Move %1").arg(QKeySequence(Qt::ALT | Qt::Key_Up).toString(QKeySequence::NativeText));
+  setAccessibleDescription(keys.join(u", "_s));
+}
+
+void OrderList::setItems(const QList<OrderItem>& items) {
+  if (items == model_->items) return;
+  const QString before = chosen();
+  const int row = currentIndex().row();
+  const int scrolledTo = verticalScrollBar()->value();
+  isQuiet_ = true;
+  model_->set(items);
+  const int again = model_->rowOf(before);
+  setCurrentIndex(model_->index(again >= 0 ? again : std::min(row, model_->rowCount() - 1)));
+  isQuiet_ = false;
+  if (chosen() != before) Q_EMIT chosenChanged(chosen());
+  setFixedHeight(sizeHint().height());
+  updateGeometry();
+  verticalScrollBar()->setValue(scrolledTo);
+}
+
+const QList<OrderItem>& OrderList::items() const { return model_->items; }
+
+QString OrderList::idAt(const QModelIndex& index) const {
+  return index.isValid() ? model_->items.value(index.row()).id : QString();
+}
+
+QString OrderList::chosen() const { return idAt(currentIndex()); }
+
+void OrderList::choose(const QString& id) { setCurrentIndex(model_->index(model_->rowOf(id))); }
+
+void OrderList::setRenamable(bool renamable) { model_->renamable = renamable; }
+
+void OrderList::rename(const QString& id) {
+  const QModelIndex index = model_->index(model_->rowOf(id));
+  if (!index.isValid() || !model_->renamable) return;
+  setCurrentIndex(index);
+  edit(index);
+}
+
+QSize OrderList::sizeHint() const {
+  const int rows = std::clamp(model_->rowCount(), 1, kMostRows);
+  return {200, rows * theme::kTallRowHeight};
+}
+
+void OrderList::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QListView::currentChanged(current, previous);
+  viewport()->update();
+  if (!isQuiet_) Q_EMIT chosenChanged(chosen());
+}
+
+// --- Hands and keys -------------------------------------------------------------------------------------------------
+
+bool OrderList::showsActions(const QModelIndex& index) const {
+  if (actions_.isEmpty() || !index.isValid()) return false;
+  const bool under =
+      viewport()->underMouse() && indexAt(viewport()->mapFromGlobal(QCursor::pos())).row() == index.row();
+  return under || (index == currentIndex() && hasFocus());
+}
+
+QRect OrderList::actionRect(const QModelIndex& index, qsizetype action) const {
+  const QRect row = visualRect(index);
+  const int fromEnd = static_cast<int>(actions_.size() - action) * kAction + theme::kCardPadding - theme::kRowGap / 2;
+  const QRect box(row.right() + 1 - fromEnd, row.top() + (row.height() - kAction) / 2, kAction, kAction);
+  return QStyle::visualRect(layoutDirection(), row, box);
+}
+
+qsizetype OrderList::actionAt(const QPoint& position) const {
+  const QModelIndex index = indexAt(position);
+  if (!index.isValid()) return -1;
+  for (qsizetype i = 0; i < actions_.size(); ++i)
+    if (actionRect(index, i).contains(position)) return i;
+  return -1;
+}
+
+void OrderList::mousePressEvent(QMouseEvent* event) {
+  pressed_ = event->button() == Qt::LeftButton ? actionAt(event->position().toPoint()) : -1;
+  if (pressed_ < 0) {
+    QListView::mousePressEvent(event);
+    return;
+  }
+  setCurrentIndex(indexAt(event->position().toPoint()));
+  event->accept();
+}
+
+void OrderList::mouseReleaseEvent(QMouseEvent* event) {
+  const qsizetype pressed = std::exchange(pressed_, -1);
+  if (pressed < 0) {
+    QListView::mouseReleaseEvent(event);
+    return;
+  }
+  const QPoint at = event->position().toPoint();
+  if (actionAt(at) == pressed) Q_EMIT actionRequested(idAt(indexAt(at)), actions_[pressed].id);
+}
+
+void OrderList::moveCurrent(int places) {
+  const int to = currentIndex().row() + places;
+  if (!currentIndex().isValid() || to < 0 || to >= model_->rowCount()) return;
+  Q_EMIT moved(chosen(), to);
+}
+
+void OrderList::keyPressEvent(QKeyEvent* event) {
+  const QKeySequence pressed(event->keyCombination());
+  const auto action = std::ranges::find_if(
+      actions_, [&](const OrderAction& each) { return !each.key.isEmpty() && each.key == pressed; });
+  if (event->keyCombination() == (Qt::ALT | Qt::Key_Up)) {
+    moveCurrent(-1);
+  } else if (event->keyCombination() == (Qt::ALT | Qt::Key_Down)) {
+    moveCurrent(1);
+  } else if (action != actions_.end() && currentIndex().isValid()) {
+    Q_EMIT actionRequested(chosen(), action->id);
+  } else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && state() != EditingState) {
+    if (currentIndex().isValid()) Q_EMIT opened(chosen());
+  } else {
+    QListView::keyPressEvent(event);
+  }
+}
+
+void OrderList::wheelEvent(QWheelEvent* event) {
+  // A list that shows all of its rows leaves the wheel to the page.
+  if (verticalScrollBar()->maximum() > 0)
+    QListView::wheelEvent(event);
+  else
+    event->ignore();
+}
+
+bool OrderList::viewportEvent(QEvent* event) {
+  if (event->type() == QEvent::MouseMove || event->type() == QEvent::Leave) viewport()->update();
+  if (event->type() == QEvent::ToolTip) {
+    const auto& help = static_cast<QHelpEvent&>(*event);
+    const qsizetype action = actionAt(help.pos());
+    QToolTip::showText(help.globalPos(), action >= 0 ? actions_[action].label : QString(), viewport());
+    return true;
+  }
+  return QListView::viewportEvent(event);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <QKeySequence>
+#include <QListView>
+
+#include "views/controls/ControlLook.h"
+
+namespace tarnwick {
+
+/// One row of an OrderList.
+struct OrderItem {
+  QString id;  ///< Unique in its list.
+  QString title;
+  QString caption{};
+  QString symbol{};
+  QString value{};  ///< At the end.
+  bool isFaint = false;
+
+  bool operator==(const OrderItem&) const = default;
+};
+
+/// What can be done to a row, by a small button in it or by a key.
+struct OrderAction {
+  QString id;
+  QString symbol;
+  QString label;
+  QKeySequence key;
+};
+
+/// Things in an order that the user makes: rows are dragged, or moved by Alt and the arrow keys. Return or a double
+/// click opens one. Its buttons show in the row that is under the pointer or has the keyboard. Wants to be as high as
+/// its rows, up to a number of them.
+class OrderList final : public QListView {
+  Q_OBJECT
+ public:
+  explicit OrderList(const QString& label, QWidget* parent = nullptr);
+  ~OrderList() override;
+
+  void setActions(const QList<OrderAction>& actions);
+  /// The row that was chosen stays so if it is still there, else the one that took its place is.
+  void setItems(const QList<OrderItem>& items);
+  const QList<OrderItem>& items() const;
+  QString chosen() const;
+  void choose(const QString& id);
+  /// Lets titles be written anew, by F2 or rename().
+  void setRenamable(bool renamable);
+  void rename(const QString& id);
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override { return {0, 0}; }
+
+ Q_SIGNALS:
+  void chosenChanged(const QString& id);
+  void opened(const QString& id);
+  void actionRequested(const QString& id, const QString& action);
+  /// The row should come to stand at index `to` of the list without it.
+  void moved(const QString& id, int to);
+  void renamed(const QString& id, const QString& title);
+
+ protected:
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
+
+ private:
+  class Model;
+  class Painter;
+
+  QString idAt(const QModelIndex& index) const;
+  bool showsActions(const QModelIndex& index) const;
+  QRect actionRect(const QModelIndex& index, qsizetype action) const;
+  qsizetype actionAt(const QPoint& position) const;
+  void moveCurrent(int places);
+
+  Model* model_;
+  QList<OrderAction> actions_;
+  qsizetype pressed_ = -1;  // The action that the button went down on.
+  bool isQuiet_ = false;
+};
+
+}  // namespace tarnwick

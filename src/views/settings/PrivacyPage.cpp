@@ -1,0 +1,49 @@
+#include <QCoreApplication>
+#include <QDir>
+
+#include "store/AppStore.h"
+#include "views/controls/Buttons.h"
+#include "views/controls/Switch.h"
+#include "views/settings/Pages.h"
+
+namespace tarnwick {
+
+namespace {
+
+/// A switch whose row says where the desktop cannot do it.
+void addCapture(SettingsPage& page, Card& card, const SettingsServices& services) {
+  FormRow* row = page.addSwitch(card,
+                                {QT_TRANSLATE_NOOP("Settings", "Hide from screen capture"),
+                                 QT_TRANSLATE_NOOP("Settings", "Leaves the dock out of screenshots and recordings."),
+                                 QT_TRANSLATE_NOOP("Settings", "screenshot recording share")},
+                                settingField(&DesktopOptions::hideFromScreenCapture));
+  const Capability can = services.captureProtection ? services.captureProtection() : Capability::yes();
+  if (can) return;
+  row->setHelp(can.reason);
+  row->findChild<Switch*>()->setEnabled(false);
+}
+
+}  // namespace
+
+SettingsPage* makePrivacyPage(AppStore& store, const SettingsServices& services) {
+  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Privacy")), store);
+  addCapture(*page, *page->addCard(), services);
+  Card& card = *page->addCard();
+  const QString folder = store.dataDirectory();
+  Button* open = nullptr;
+  if (services.openFolder) {
+    open = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Open Folder")));
+    QObject::connect(open, &QPushButton::clicked, page, [&services, folder] { services.openFolder(folder); });
+  }
+  FormRow* data = page->addControl(card, {QT_TRANSLATE_NOOP("Settings", "Your data"), "", "folder files"}, open);
+  data->setHelp(QDir::toNativeSeparators(folder));
+  auto* said = new FormRow(
+      settingsText(QT_TRANSLATE_NOOP("Settings", "Nothing is sent")), nullptr,
+      settingsText(QT_TRANSLATE_NOOP("Settings",
+                                     "Tarnwick has no account and counts nothing. It asks a service only for a widget "
+                                     "that you connected to it, and for the weather of the place that you chose.")));
+  page->addOther(card, said, said->label());
+  return page;
+}
+
+}  // namespace tarnwick

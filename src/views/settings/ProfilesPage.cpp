@@ -1,0 +1,301 @@
+#include <QCoreApplication>
+#include <QHBoxLayout>
+#include <algorithm>
+
+#include "config/Reordering.h"
+#include "dock/rules/ProfileRules.h"
+#include "store/AppStore.h"
+#include "views/controls/Buttons.h"
+#include "views/controls/ConfirmBar.h"
+#include "views/controls/ControlTheme.h"
+#include "views/controls/Labels.h"
+#include "views/settings/KnownDisplays.h"
+#include "views/settings/OrderList.h"
+#include "views/settings/Pages.h"
+#include "views/settings/RuleForm.h"
+#include "views/window/DropDown.h"
+#include "views/window/WindowTheme.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto kActivate = "activate"_L1;
+constexpr auto kRename = "rename"_L1;
+constexpr auto kRemove = "remove"_L1;
+constexpr int kMorning = 9 * 60;
+constexpr int kEvening = 17 * 60;
+
+template <class T>
+qsizetype indexOf(const QList<T>& all, const QUuid& id) {
+  const auto at = std::ranges::find(all, id, &T::id);
+  return at == all.end() ? -1 : at - all.begin();
+}
+
+QWidget* buttonLine(const QList<QWidget*>& buttons) {
+  auto* line = new QWidget;
+  auto* row = new QHBoxLayout(line);
+  row->setContentsMargins(theme::kCardPadding, theme::kRowBleed, theme::kCardPadding, theme::kRowBleed);
+  row->setSpacing(theme::kRowBleed);
+  for (QWidget* button : buttons) row->addWidget(button);
+  row->addStretch(1);
+  return line;
+}
+
+class ProfilesPage final : public SettingsPage {
+ public:
+  ProfilesPage(AppStore& store, const SettingsServices& services)
+      : SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Profiles")), store), services_(services) {
+    addProfiles();
+    addSwitching();
+    addRules();
+    addDisplays();
+  }
+
+ private:
+  // --- The profiles -----------------------------------------------------------------------------------------------
+
+  void addProfiles() {
+    Card& card = *addCard();
+    profiles_ = new OrderList(settingsText(QT_TRANSLATE_NOOP("Settings", "Profiles")));
+    profiles_->setRenamable(true);
+    profiles_->setActions(
+        {{kActivate, u"checkmark.circle"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Make active")), {}},
+         {kRename, u"square.and.pencil"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Rename")),
+          QKeySequence(Qt::Key_F2)},
+         {kRemove, u"trash"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Delete")), QKeySequence(Qt::Key_Delete)}});
+    addOther(card, profiles_, settingsText(QT_TRANSLATE_NOOP("Settings", "Profiles name rename active order")));
+    connect(profiles_, &OrderList::opened, this,
+            [this](const QString& id) { store().selectProfile(QUuid::fromString(id)); });
+    connect(profiles_, &OrderList::actionRequested, this, &ProfilesPage::actOnProfile);
+    connect(profiles_, &OrderList::moved, this, [this](const QString& id, int to) {
+      edit([&](DockConfiguration& config) {
+        config.profiles = Reordering::reordered(config.profiles, indexOf(config.profiles, QUuid::fromString(id)), to);
+      });
+    });
+    connect(profiles_, &OrderList::renamed, this, [this](const QString& id, const QString& name) {
+      edit([&](DockConfiguration& config) {
+        const qsizetype at = indexOf(config.profiles, QUuid::fromString(id));
+        if (at >= 0) config.profiles[at].name = name;
+      });
+    });
+
+    confirm_ = new ConfirmBar;
+    confirm_->setContentsMargins(theme::kCardPadding, 0, theme::kCardPadding, theme::kRowBleed);
+    card.add(confirm_);
+    auto* add = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "New Profile")));
+    add->setSymbol(u"plus"_s);
+    auto* copy = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Duplicate the Active One")));
+    connect(add, &QPushButton::clicked, this, [this] { newProfile(false); });
+    connect(copy, &QPushButton::clicked, this, [this] { newProfile(true); });
+    addOther(card, buttonLine({add, copy}), settingsText(QT_TRANSLATE_NOOP("Settings", "New Profile duplicate")));
+    follow([this, add, copy](const DockConfiguration& config) {
+      QList<OrderItem> items;
+      const qsizetype active = config.activeIndex();
+      for (qsizetype i = 0; i < config.profiles.size(); ++i) {
+        const DockProfile& profile = config.profiles[i];
+        items.append(
+            {profile.id.toString(), profile.name,
+             QCoreApplication::translate("Settings", "%n widgets", nullptr, static_cast<int>(profile.widgets.size())),
+             u"person.crop.circle"_s, i == active ? settingsText(QT_TRANSLATE_NOOP("Settings", "Active")) : QString()});
+      }
+      profiles_->setItems(items);
+      const bool hasRoom = config.profiles.size() < DockConfiguration::kMostProfiles;
+      add->setEnabled(hasRoom);
+      copy->setEnabled(hasRoom);
+    });
+  }
+
+  void newProfile(bool duplicate) {
+    const DockConfiguration& config = store().config();
+    const QString name =
+        duplicate ? QCoreApplication::translate("Settings", "%1 Copy").arg(config.profiles[config.activeIndex()].name)
+                  : QString();
+    store().newProfile(name, duplicate);
+    profiles_->rename(store().config().activeProfileID.value_or(QUuid()).toString());
+  }
+
+  void actOnProfile(const QString& id, const QString& action) {
+    const QUuid profile = QUuid::fromString(id);
+    if (action == kActivate) store().selectProfile(profile);
+    if (action == kRename) profiles_->rename(id);
+    const qsizetype at = indexOf(store().config().profiles, profile);
+    if (action != kRemove || at < 0) return;
+    if (store().config().profiles.size() < 2) {
+      store().setError(settingsText(QT_TRANSLATE_NOOP("Settings", "The last profile stays.")));
+      return;
+    }
+    confirm_->ask(QCoreApplication::translate("Settings", "Delete “%1” with its widgets? This can’t be taken back.")
+                      .arg(store().config().profiles[at].name),
+                  settingsText(QT_TRANSLATE_NOOP("Settings", "Delete")), [this, profile] {
+                    store().deleteProfile(profile);
+                    profiles_->setFocus();
+                  });
+  }
+
+  void addSwitching() {
+    Card& card = *addCard();
+    addSwitch(card,
+              {QT_TRANSLATE_NOOP("Settings", "Show profile switcher on hover"),
+               QT_TRANSLATE_NOOP("Settings", "Hover the dock to reveal profile tabs.")},
+              settingField(&DesktopOptions::profileSwitcherOnHover));
+    addSwitch(card,
+              {QT_TRANSLATE_NOOP("Settings", "Drag to switch profiles"),
+               QT_TRANSLATE_NOOP(
+                   "Settings",
+                   "Drag horizontally across empty dock space. Disabled while an editor or widget panel is open.")},
+              settingField(&DesktopOptions::profileSwipe));
+  }
+
+  // --- The rules --------------------------------------------------------------------------------------------------
+
+  void addRules() {
+    Card& card = *addCard(settingsText(QT_TRANSLATE_NOOP("Settings", "Switch by itself")));
+    rules_ = new OrderList(settingsText(QT_TRANSLATE_NOOP("Settings", "Rules")));
+    rules_->setActions(
+        {{kRemove, u"trash"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Remove")), QKeySequence(Qt::Key_Delete)}});
+    addOther(card, rules_, settingsText(QT_TRANSLATE_NOOP("Settings", "Rules schedule days time automatic")));
+    form_ = new RuleForm(*this);
+    addOther(card, form_, settingsText(QT_TRANSLATE_NOOP("Settings", "Rules schedule days time automatic")));
+    auto* add = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Add Rule")));
+    add->setSymbol(u"plus"_s);
+    auto* told = new TextLabel(
+        settingsText(QT_TRANSLATE_NOOP("Settings", "The first rule that holds wins. Between rules the profile stays.")),
+        TextStyle::Caption, Tone::Secondary);
+    addOther(card, buttonLine({add, told}), settingsText(QT_TRANSLATE_NOOP("Settings", "Add Rule schedule")));
+    auto* focus = new FormRow(
+        settingsText(QT_TRANSLATE_NOOP("Settings", "Focus")), nullptr,
+        settingsText(QT_TRANSLATE_NOOP(
+            "Settings",
+            "Following a macOS Focus isn't available in this build: reading Focus needs either Full Disk Access, which "
+            "is far more than a dock should ask for, or a Focus Filter, which needs build tooling this project doesn't "
+            "use yet.")));
+    addOther(card, focus, focus->label());
+
+    connect(add, &QPushButton::clicked, this, &ProfilesPage::addRule);
+    connect(rules_, &OrderList::chosenChanged, this, [this](const QString& id) {
+      form_->setRule(QUuid::fromString(id));
+      refresh();
+    });
+    connect(rules_, &OrderList::actionRequested, this, [this](const QString& id, const QString&) {
+      edit([&](DockConfiguration& config) {
+        optionsOf(config).profileRules.removeIf(
+            [&](const ProfileRule& rule) { return rule.id == QUuid::fromString(id); });
+      });
+    });
+    connect(rules_, &OrderList::moved, this, [this](const QString& id, int to) {
+      edit([&](DockConfiguration& config) {
+        auto& rules = optionsOf(config).profileRules;
+        rules = Reordering::reordered(rules, indexOf(rules, QUuid::fromString(id)), to);
+      });
+    });
+    follow([this](const DockConfiguration& config) { showRules(config); });
+    const auto rulesOf = [](const DockConfiguration& config) { return config.desktopOptions().profileRules; };
+    showWhile(rules_, [rulesOf](const DockConfiguration& config) { return !rulesOf(config).isEmpty(); });
+    showWhile(form_, [this, rulesOf](const DockConfiguration& config) {
+      const auto rules = rulesOf(config);
+      const qsizetype at = indexOf(rules, form_->rule());
+      return at >= 0 && rules[at].trigger == ProfileRule::Trigger::Schedule;
+    });
+    showWhile(focus, [rulesOf](const DockConfiguration& config) {
+      return std::ranges::any_of(rulesOf(config),
+                                 [](const ProfileRule& rule) { return rule.trigger == ProfileRule::Trigger::Focus; });
+    });
+  }
+
+  void addRule() {
+    const QUuid id = QUuid::createUuid();
+    edit([&](DockConfiguration& config) {
+      ProfileRule rule;
+      rule.id = id;
+      rule.profileID = config.profiles[config.activeIndex()].id;
+      rule.enabled = true;
+      rule.days = {2, 3, 4, 5, 6};  // Monday to Friday.
+      rule.startMinutes = kMorning;
+      rule.endMinutes = kEvening;
+      optionsOf(config).profileRules.append(rule);
+    });
+    rules_->choose(id.toString());
+    rules_->setFocus(Qt::OtherFocusReason);
+  }
+
+  void showRules(const DockConfiguration& config) {
+    QList<OrderItem> items;
+    for (const ProfileRule& rule : config.desktopOptions().profileRules) {
+      const qsizetype profile = indexOf(config.profiles, rule.profileID);
+      OrderItem item{rule.id.toString(), ProfileRules::describe(rule)};
+      item.symbol = rule.trigger == ProfileRule::Trigger::Focus ? u"moon"_s : u"clock"_s;
+      item.caption = profile < 0 ? settingsText(QT_TRANSLATE_NOOP("Settings", "Its profile is gone"))
+                                 : config.profiles[profile].name;
+      if (!rule.enabled) item.value = settingsText(QT_TRANSLATE_NOOP("Settings", "Off"));
+      item.isFaint = !rule.enabled || profile < 0;
+      items << item;
+    }
+    rules_->setItems(items);
+    form_->show(config);
+  }
+
+  // --- Displays ---------------------------------------------------------------------------------------------------
+
+  void addDisplays() {
+    displays_ = addCard(settingsText(QT_TRANSLATE_NOOP("Settings", "Displays")));
+    auto* told = new FormRow({}, nullptr,
+                             settingsText(QT_TRANSLATE_NOOP(
+                                 "Settings",
+                                 "A display set to Follow active changes with every other dock. One pinned to a "
+                                 "profile keeps it, and switching profiles on that dock only changes that dock.")));
+    addOther(*displays_, told, settingsText(QT_TRANSLATE_NOOP("Settings", "display pin follow active monitor screen")));
+    follow([this](const DockConfiguration& config) { showDisplays(config); });
+    if (services_.screens)
+      connect(services_.screens, &Screens::changed, this, [this] { showDisplays(store().config()); });
+  }
+
+  void showDisplays(const DockConfiguration& config) {
+    QList<KnownDisplay> known = knownDisplays(config, services_.screens);
+    for (const QString& id : config.desktopOptions().displayProfiles.keys())
+      if (std::ranges::none_of(known, [&](const KnownDisplay& each) { return each.id == id; }))
+        known.append({id, config.desktopOptions().displayNames.value(id, id), false});
+    for (const KnownDisplay& display : known)
+      if (!pins_.contains(display.id)) pins_[display.id] = addPin(display);
+    for (auto pin = pins_.cbegin(); pin != pins_.cend(); ++pin) showPin(pin.key(), **pin, config);
+  }
+
+  DropDown* addPin(const KnownDisplay& display) {
+    auto* choice = new DropDown(display.words());
+    connect(choice, &DropDown::valueChosen, this, [this, id = display.id](const QString& profile) {
+      store().pinDisplay(id, profile.isEmpty() ? std::nullopt : std::optional(QUuid::fromString(profile)));
+    });
+    auto* row = new FormRow(display.words(), choice);
+    addOther(*displays_, row, display.words() + u' ' + settingsText(QT_TRANSLATE_NOOP("Settings", "Follow active")));
+    return choice;
+  }
+
+  void showPin(const QString& display, DropDown& choice, const DockConfiguration& config) {
+    const QSignalBlocker quiet(&choice);
+    choice.clear();
+    choice.addChoice(settingsText(QT_TRANSLATE_NOOP("Settings", "Follow active")), {});
+    for (const DockProfile& profile : config.profiles) choice.addChoice(profile.name, profile.id.toString());
+    choice.updateGeometry();
+    const bool pinned = store().isPinned(display);
+    choice.chooseValue(pinned ? config.profiles[store().profileIndex(display)].id.toString() : QString());
+    if (!pinned) choice.setCurrentIndex(0);
+  }
+
+  const SettingsServices& services_;
+  OrderList* profiles_ = nullptr;
+  ConfirmBar* confirm_ = nullptr;
+  OrderList* rules_ = nullptr;
+  RuleForm* form_ = nullptr;
+  Card* displays_ = nullptr;
+  QMap<QString, DropDown*> pins_;
+};
+
+}  // namespace
+
+SettingsPage* makeProfilesPage(AppStore& store, const SettingsServices& services) {
+  return new ProfilesPage(store, services);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,41 @@
+#include <QCoreApplication>
+#include <array>
+
+#include "store/AppStore.h"
+#include "views/settings/Pages.h"
+
+namespace tarnwick {
+
+namespace {
+
+constexpr auto kPlaces = std::to_array<SettingChoice>({
+    {QT_TRANSLATE_NOOP("Settings", "Don't show"), "none"},
+    {QT_TRANSLATE_NOOP("Settings", "Left"), "left"},
+    {QT_TRANSLATE_NOOP("Settings", "Before Apps"), "beforeApps"},
+    {QT_TRANSLATE_NOOP("Settings", "After Apps"), "afterApps"},
+    {QT_TRANSLATE_NOOP("Settings", "Right"), "right"},
+});
+
+}  // namespace
+
+SettingsPage* makeRunningAppsPage(AppStore& store, const SettingsServices&) {
+  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Running Apps")), store);
+  Card& card = *page->addCard();
+  page->addSwitch(card,
+                  {QT_TRANSLATE_NOOP("Settings", "Show running apps"),
+                   QT_TRANSLATE_NOOP("Settings", "Apps that run stand in the dock beside your widgets."),
+                   QT_TRANSLATE_NOOP("Settings", "programs windows taskbar")},
+                  settingField(&DockConfiguration::liveApps));
+  FormRow* place = page->addDropDown(card,
+                                     {QT_TRANSLATE_NOOP("Settings", "Place in the dock"),
+                                      QT_TRANSLATE_NOOP("Settings", "Where they stand among the widgets.")},
+                                     settingField(&DesktopOptions::runningAppsPlacement), kPlaces);
+  page->showWhile(place, [](const DockConfiguration& config) { return config.liveApps; });
+  page->addSwitch(card,
+                  {QT_TRANSLATE_NOOP("Settings", "Show pinned windows"),
+                   QT_TRANSLATE_NOOP("Settings", "Tiles of windows that you pinned to the dock.")},
+                  settingField(&DesktopOptions::showPinnedWindows));
+  return page;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <functional>
+
+#include "config/DockConfiguration.h"
+
+namespace tarnwick {
+
+/// One place in the settings document: how it is read and how it is changed.
+template <class T>
+struct SettingField {
+  std::function<T(const DockConfiguration& config)> read;
+  std::function<void(DockConfiguration& config, const T& value)> write;
+};
+
+/// The later options of a document, made first where it has none yet.
+inline DesktopOptions& optionsOf(DockConfiguration& config) {
+  if (!config.desktop) config.desktop = DesktopOptions();
+  return *config.desktop;
+}
+
+template <class T>
+SettingField<T> settingField(T DockConfiguration::*field) {
+  return {[field](const DockConfiguration& config) { return config.*field; },
+          [field](DockConfiguration& config, const T& value) { config.*field = value; }};
+}
+
+template <class T>
+SettingField<T> settingField(T DesktopOptions::*field) {
+  return {[field](const DockConfiguration& config) { return config.desktopOptions().*field; },
+          [field](DockConfiguration& config, const T& value) { optionsOf(config).*field = value; }};
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,163 @@
+#include "views/settings/SettingsPage.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+#include <QSignalBlocker>
+#include <algorithm>
+#include <cmath>
+
+#include "store/AppStore.h"
+#include "views/controls/Segments.h"
+#include "views/controls/Slider.h"
+#include "views/controls/Switch.h"
+#include "views/window/DropDown.h"
+
+namespace tarnwick {
+
+namespace {
+
+constexpr int kSliderWidth = 176;
+constexpr int kValueWidth = 60;
+constexpr int kPages = 10;  // How many steps of the Page keys a slider has.
+
+}  // namespace
+
+QString settingsText(const char* source) {
+  return *source ? QCoreApplication::translate("Settings", source) : QString();
+}
+
+SettingsPage::SettingsPage(const QString& heading, AppStore& store) : CardPage(heading), store_(store) {
+  connect(&store, &AppStore::configChanged, this, &SettingsPage::refresh);
+  // What follows from a change elsewhere, such as a key that was taken, is there only after it.
+  connect(&store, &AppStore::layoutChanged, this, &SettingsPage::refresh, Qt::QueuedConnection);
+}
+
+void SettingsPage::edit(const std::function<void(DockConfiguration&)>& change) { store_.edit(change); }
+
+// --- Rows -----------------------------------------------------------------------------------------------------------
+
+FormRow* SettingsPage::addControl(Card& card, const SettingText& text, QWidget* control) {
+  FormRow* row = card.addRow(settingsText(text.label), control, settingsText(text.help));
+  row->setSearchWords({settingsText(text.words), card.accessibleName()});
+  rows_.append({row, {}, {}});
+  return row;
+}
+
+void SettingsPage::addOther(Card& card, QWidget* row, const QString& words) {
+  card.add(row);
+  rows_.append({row, words + u' ' + card.accessibleName(), {}});
+}
+
+FormRow* SettingsPage::addSwitch(Card& card, const SettingText& text, const SettingField<bool>& field) {
+  auto* control = new Switch(settingsText(text.label));
+  connect(control, &QAbstractButton::clicked, this,
+          [this, field](bool on) { edit([&](DockConfiguration& config) { field.write(config, on); }); });
+  follow([control, field](const DockConfiguration& config) { control->setChecked(field.read(config)); });
+  return addControl(card, text, control);
+}
+
+FormRow* SettingsPage::addSlider(Card& card, const SettingText& text, const SettingField<double>& field,
+                                 const SettingRange& range) {
+  auto* control = new Slider(settingsText(text.label));
+  const auto steps = [range](double value) { return static_cast<int>(std::lround(value / range.step)); };
+  control->setRange(steps(range.least), steps(range.most));
+  control->setPageStep(std::max(1, (control->maximum() - control->minimum()) / kPages));
+  control->setValueWidth(kValueWidth);
+  control->setFixedWidth(kSliderWidth + kValueWidth);
+  control->setFormat([range](int at) {
+    return settingsText(range.format).arg(QLocale().toString(at * range.step * range.shownTimes, 'f', range.decimals));
+  });
+  connect(control, &QAbstractSlider::valueChanged, this, [this, field, range](int at) {
+    edit([&](DockConfiguration& config) { field.write(config, at * range.step); });
+  });
+  follow([control, field, steps](const DockConfiguration& config) {
+    const QSignalBlocker quiet(control);
+    control->setValue(steps(field.read(config)));
+    control->update();
+  });
+  return addControl(card, text, control);
+}
+
+FormRow* SettingsPage::addSegments(Card& card, const SettingText& text, const SettingField<QString>& field,
+                                   std::span<const SettingChoice> choices) {
+  QStringList words;
+  QStringList values;
+  for (const SettingChoice& choice : choices) {
+    words << settingsText(choice.word);
+    values << QString::fromLatin1(choice.value);
+  }
+  auto* control = new Segments(settingsText(text.label), words);
+  connect(control, &Segments::chosenChanged, this, [this, field, values](int index) {
+    edit([&](DockConfiguration& config) { field.write(config, values.value(index)); });
+  });
+  follow([control, field, values](const DockConfiguration& config) {
+    control->setChosen(static_cast<int>(values.indexOf(field.read(config))));
+  });
+  FormRow* row = addControl(card, text, control);
+  row->setSearchWords(QStringList{settingsText(text.words), card.accessibleName()} + words);
+  return row;
+}
+
+FormRow* SettingsPage::addDropDown(Card& card, const SettingText& text, const SettingField<QString>& field,
+                                   std::span<const SettingChoice> choices) {
+  auto* control = new DropDown(settingsText(text.label));
+  QStringList words{settingsText(text.words), card.accessibleName()};
+  for (const SettingChoice& choice : choices) {
+    words << settingsText(choice.word);
+    control->addChoice(words.last(), QString::fromLatin1(choice.value));
+  }
+  connect(control, &DropDown::valueChosen, this, [this, field](const QString& value) {
+    edit([&](DockConfiguration& config) { field.write(config, value); });
+  });
+  follow([control, field](const DockConfiguration& config) { control->chooseValue(field.read(config)); });
+  FormRow* row = addControl(card, text, control);
+  row->setSearchWords(words);
+  return row;
+}
+
+// --- What is shown --------------------------------------------------------------------------------------------------
+
+void SettingsPage::follow(std::function<void(const DockConfiguration&)> show) {
+  show(store_.config());
+  followers_.append(std::move(show));
+}
+
+void SettingsPage::showWhile(QWidget* row, std::function<bool(const DockConfiguration&)> applies) {
+  const auto at = std::ranges::find(rows_, row, &Row::widget);
+  if (at == rows_.end()) return;
+  at->applies = std::move(applies);
+  row->setVisible(at->applies(store_.config()) && isFound(*at));
+}
+
+void SettingsPage::refresh() {
+  isLate_ = !isVisible();
+  if (isLate_) return;
+  for (qsizetype i = 0; i < followers_.size(); ++i) followers_[i](store_.config());
+  arrange();
+}
+
+bool SettingsPage::isFound(const Row& row) const {
+  if (search_.isEmpty() || matchesSearch(heading(), search_)) return true;
+  const auto* form = qobject_cast<const FormRow*>(row.widget);
+  return form && row.words.isEmpty() ? form->matches(search_) : matchesSearch(row.words, search_);
+}
+
+void SettingsPage::arrange() {
+  for (const Row& row : rows_) {
+    const bool shown = (!row.applies || row.applies(store_.config())) && isFound(row);
+    if (shown == row.widget->isHidden()) row.widget->setVisible(shown);
+  }
+}
+
+int SettingsPage::search(const QString& words) {
+  search_ = words;
+  arrange();
+  return static_cast<int>(std::ranges::count_if(rows_, [](const Row& row) { return !row.widget->isHidden(); }));
+}
+
+void SettingsPage::showEvent(QShowEvent* event) {
+  CardPage::showEvent(event);
+  isLate_ ? refresh() : arrange();
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,90 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <span>
+
+#include "views/settings/SettingField.h"
+#include "views/window/Cards.h"
+
+namespace tarnwick {
+
+class AppStore;
+
+/// A text of Settings in the user's language; the source is marked by QT_TRANSLATE_NOOP("Settings", …).
+QString settingsText(const char* source);
+
+/// What a row says.
+struct SettingText {
+  const char* label;
+  const char* help = "";
+  const char* words = "";  ///< Other words that find it.
+};
+
+/// One of the words that a setting can take.
+struct SettingChoice {
+  const char* word;
+  const char* value;  ///< As the settings document has it.
+};
+
+/// What a slider goes over.
+struct SettingRange {
+  double least = 0;
+  double most = 1;
+  double step = 0.01;
+  const char* format = "%1";  ///< With "%1" for the number.
+  int decimals = 0;
+  double shownTimes = 1;  ///< What the number is multiplied by before it is written.
+};
+
+/// A section of Settings: rows that show what the store holds and change it at once, whatever else changes it. Those
+/// that do not apply are not shown; a search leaves those that match.
+class SettingsPage : public CardPage {
+  Q_OBJECT
+ public:
+  /// `store` outlives the page.
+  SettingsPage(const QString& heading, AppStore& store);
+
+  AppStore& store() { return store_; }
+  void edit(const std::function<void(DockConfiguration&)>& change);
+
+  FormRow* addSwitch(Card& card, const SettingText& text, const SettingField<bool>& field);
+  FormRow* addSlider(Card& card, const SettingText& text, const SettingField<double>& field, const SettingRange& range);
+  FormRow* addSegments(Card& card, const SettingText& text, const SettingField<QString>& field,
+                       std::span<const SettingChoice> choices);
+  FormRow* addDropDown(Card& card, const SettingText& text, const SettingField<QString>& field,
+                       std::span<const SettingChoice> choices);
+  FormRow* addControl(Card& card, const SettingText& text, QWidget* control);
+  /// A row of another shape; `words` is what finds it.
+  void addOther(Card& card, QWidget* row, const QString& words);
+
+  /// Runs now, and whenever the settings changed while the page is seen or has changed unseen and is shown again.
+  void follow(std::function<void(const DockConfiguration& config)> show);
+  /// Shows the row only while that is so.
+  void showWhile(QWidget* row, std::function<bool(const DockConfiguration& config)> applies);
+
+  /// Leaves the rows that match; an empty search shows all again. Gives how many are left.
+  int search(const QString& words);
+  void refresh();
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  struct Row {
+    QWidget* widget;
+    QString words;  ///< Of a row of another shape.
+    std::function<bool(const DockConfiguration&)> applies;
+  };
+
+  bool isFound(const Row& row) const;
+  void arrange();
+
+  AppStore& store_;
+  QList<std::function<void(const DockConfiguration&)>> followers_;
+  QList<Row> rows_;
+  QString search_;
+  bool isLate_ = false;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QString>
+#include <QUuid>
+#include <functional>
+#include <optional>
+
+#include "desktop/Capability.h"
+#include "desktop/HotKeys.h"
+#include "desktop/Screens.h"
+#include "store/UndoableEdits.h"
+
+namespace tarnwick {
+
+/// What Settings asks of the rest of the program. What is borrowed outlives the window. A function that is empty takes
+/// its button away; a capability that is not asked for counts as there.
+struct SettingsServices {
+  UndoableEdits* edits = nullptr;  ///< Required: a widget that is removed can be taken back.
+  Screens* screens = nullptr;      ///< Names the displays. Without it only those in the settings are known.
+
+  /// Takes the newest change of a dock back.
+  std::function<void()> undo{};
+  std::function<void()> addWidgets{};
+  /// Opens the form of a widget.
+  std::function<void(const QUuid& widget)> openEditor{};
+  std::function<void()> continueSetup{};
+  std::function<void()> restoreSystemDock{};
+  /// Shows a folder in the file manager.
+  std::function<void(const QString& folder)> openFolder{};
+
+  /// Whether a key could be taken for a new action at this moment, and the sentence where not. It may keep the key
+  /// until the settings change next or `recordsKeys(false)` is called.
+  std::function<HotKeyBinding(const HotKeyWish& wish)> tryKey{};
+  /// True while a key is being recorded: the program's own keys must reach the window then, so they are given back to
+  /// the desktop; false takes them anew.
+  std::function<void(bool recording)> recordsKeys{};
+  /// The key that opens the command bar now, as a person reads it: empty while none does, absent while there is no
+  /// command bar.
+  std::function<std::optional<QString>()> commandBarKey{};
+
+  std::function<Capability()> keys{};
+  std::function<Capability()> edges{};       ///< Whether docks can come out at the edges of the screen.
+  std::function<Capability()> systemDock{};  ///< Whether there is a dock of the system's that can be hidden.
+  std::function<Capability()> notifications{};
+  std::function<Capability()> captureProtection{};  ///< Whether windows can be left out of pictures of the screen.
+
+  bool reduceMotion = false;
+};
+
+}  // namespace tarnwick

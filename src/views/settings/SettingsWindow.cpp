@@ -1,0 +1,168 @@
+#include "views/settings/SettingsWindow.h"
+
+#include <QKeyEvent>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <array>
+
+#include "views/controls/Fields.h"
+#include "views/controls/Labels.h"
+#include "views/settings/Pages.h"
+#include "views/window/SideList.h"
+#include "views/window/WindowTheme.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QSize kWindow{840, 720};
+constexpr QSize kLeast{832, 420};
+constexpr int kRow = 32;
+
+struct Section {
+  const char* id;
+  const char* title;
+  const char* symbol;
+  SettingsPage* (*make)(AppStore&, const SettingsServices&);
+};
+
+constexpr auto kSections = std::to_array<Section>({
+    {"general", QT_TRANSLATE_NOOP("Settings", "General"), "slider.horizontal.3", makeGeneralPage},
+    {"layout", QT_TRANSLATE_NOOP("Settings", "Layout & Displays"), "dock.rectangle", makeLayoutPage},
+    {"appearance", QT_TRANSLATE_NOOP("Settings", "Appearance"), "paintpalette", makeAppearancePage},
+    {"profiles", QT_TRANSLATE_NOOP("Settings", "Profiles"), "person.2", makeProfilesPage},
+    {"runningApps", QT_TRANSLATE_NOOP("Settings", "Running Apps"), "square.grid.2x2", makeRunningAppsPage},
+    {"widgets", QT_TRANSLATE_NOOP("Settings", "Widgets"), "macwindow.on.rectangle", makeWidgetsPage},
+    {"commandBar", QT_TRANSLATE_NOOP("Settings", "Command Bar"), "magnifyingglass", makeCommandBarPage},
+    {"clipboard", QT_TRANSLATE_NOOP("Settings", "Clipboard"), "doc.on.clipboard", makeClipboardPage},
+    {"shortcuts", QT_TRANSLATE_NOOP("Settings", "Shortcuts"), "keyboard", makeShortcutsPage},
+    {"connections", QT_TRANSLATE_NOOP("Settings", "Connections"), "link", makeConnectionsPage},
+    {"privacy", QT_TRANSLATE_NOOP("Settings", "Privacy"), "lock", makePrivacyPage},
+    {"about", QT_TRANSLATE_NOOP("Settings", "About"), "info.circle", makeAboutPage},
+});
+
+const Section* sectionNamed(const QString& id) {
+  const auto at =
+      std::ranges::find_if(kSections, [&](const Section& section) { return id == QLatin1String(section.id); });
+  return at == kSections.end() ? nullptr : &*at;
+}
+
+SideItem itemOf(const Section& section, int count = 0) {
+  return {QString::fromLatin1(section.id), settingsText(section.title), QString::fromLatin1(section.symbol),
+          count ? QString::number(count) : QString(), false};
+}
+
+}  // namespace
+
+SettingsWindow::SettingsWindow(AppStore& store, SettingsServices services)
+    : AppWindow(store, tr("Tarnwick Settings")),
+      store_(store),
+      services_(std::move(services)),
+      field_(new SearchField(tr("Search"))),
+      side_(new SideList(tr("Sections"), kRow)),
+      stack_(new QStackedWidget),
+      nothing_(new TextLabel({}, TextStyle::Body, Tone::Secondary)) {
+  nothing_->setAlignment(Qt::AlignCenter);
+  stack_->addWidget(nothing_);
+  QList<SideItem> items;
+  for (const Section& section : kSections) items << itemOf(section);
+  side_->setItems(items);
+  setContent(makeSide(), stack_);
+  connect(side_, &SideList::chosenChanged, this, &SettingsWindow::turnTo);
+  connect(field_, &QLineEdit::textChanged, this, &SettingsWindow::search);
+  connect(field_, &QLineEdit::returnPressed, side_, [this] { focusNextChild(); });
+  setMinimumSize(kLeast);
+  resize(kWindow);
+  turnTo(side_->chosen());
+  side_->setFocus();
+}
+
+SettingsWindow::~SettingsWindow() = default;
+
+QWidget* SettingsWindow::makeSide() {
+  auto* side = new QWidget;
+  side->setFixedWidth(theme::kSideWidth);
+  auto* column = new QVBoxLayout(side);
+  column->setContentsMargins(theme::kSidePadding, theme::kCardGap, theme::kSidePadding, theme::kSidePadding);
+  column->setSpacing(theme::kCardGap);
+  column->addWidget(field_);
+  column->addWidget(side_, 1);
+  return side;
+}
+
+QStringList SettingsWindow::sections() {
+  QStringList ids;
+  for (const Section& section : kSections) ids << QString::fromLatin1(section.id);
+  return ids;
+}
+
+void SettingsWindow::showSection(const QString& section) {
+  if (!sectionNamed(section)) return;
+  field_->clear();
+  side_->choose(section);
+  turnTo(section);
+}
+
+QString SettingsWindow::section() const { return side_->chosen(); }
+
+SettingsPage* SettingsWindow::page(const QString& section) {
+  const auto made = pages_.find(section);
+  if (made != pages_.end()) return made->second;
+  SettingsPage* page = sectionNamed(section)->make(store_, services_);
+  stack_->addWidget(page);
+  pages_[section] = page;
+  return page;
+}
+
+void SettingsWindow::turnTo(const QString& section) {
+  if (sectionNamed(section)) stack_->setCurrentWidget(page(section));
+}
+
+/// Leaves the sections in which something is found, and in each what is found.
+void SettingsWindow::search() {
+  const QString words = field_->text().trimmed();
+  if (words.isEmpty() && beforeSearch_.isEmpty()) return;
+  if (beforeSearch_.isEmpty()) beforeSearch_ = side_->chosen();
+  QList<SideItem> items;
+  for (const Section& section : kSections) {
+    if (words.isEmpty()) {
+      items << itemOf(section);
+      const auto made = pages_.find(QString::fromLatin1(section.id));
+      if (made != pages_.end()) made->second->search({});
+      continue;
+    }
+    const int found = page(QString::fromLatin1(section.id))->search(words);
+    if (found > 0) items << itemOf(section, found);
+  }
+  const QString chosen = side_->chosen();
+  side_->setItems(items);
+  if (words.isEmpty()) {
+    if (chosen.isEmpty()) side_->choose(beforeSearch_);
+    beforeSearch_.clear();
+  }
+  nothing_->setText(items.isEmpty() ? tr("No setting matches “%1”.").arg(words) : QString());
+  items.isEmpty() ? stack_->setCurrentWidget(nothing_) : turnTo(side_->chosen());
+}
+
+void SettingsWindow::undo() {
+  if (services_.undo) services_.undo();
+}
+
+void SettingsWindow::showEvent(QShowEvent* event) {
+  AppWindow::showEvent(event);
+  turnTo(side_->chosen());
+}
+
+void SettingsWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->matches(QKeySequence::Find)) {
+    field_->setFocus(Qt::ShortcutFocusReason);
+    field_->selectAll();
+  } else {
+    AppWindow::keyPressEvent(event);
+  }
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <map>
+
+#include "views/settings/SettingsServices.h"
+#include "views/window/AppWindow.h"
+
+class QStackedWidget;
+
+namespace tarnwick {
+
+class SearchField;
+class SettingsPage;
+class SideList;
+class TextLabel;
+
+/// Everything that the user can set, in sections. Each is made when it is first shown or searched. Nothing needs to be
+/// confirmed: what is changed is stored and seen at once.
+class SettingsWindow final : public AppWindow {
+  Q_OBJECT
+ public:
+  SettingsWindow(AppStore& store, SettingsServices services);
+  ~SettingsWindow() override;
+
+  /// The sections by name, in their order: "general", "layout", "appearance", "profiles", "runningApps", "widgets",
+  /// "commandBar", "clipboard", "shortcuts", "connections", "privacy", "about".
+  static QStringList sections();
+  /// Shows one; an unknown name changes nothing.
+  void showSection(const QString& section);
+  QString section() const;
+
+ public Q_SLOTS:
+  void undo() override;
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  QWidget* makeSide();
+  SettingsPage* page(const QString& section);
+  void turnTo(const QString& section);
+  void search();
+
+  AppStore& store_;
+  const SettingsServices services_;
+  SearchField* field_;
+  SideList* side_;
+  QStackedWidget* stack_;
+  TextLabel* nothing_;
+  std::map<QString, SettingsPage*> pages_;
+  QString beforeSearch_;  ///< The section that was shown then.
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,173 @@
+#include "views/settings/ShortcutRow.h"
+
+#include <QCoreApplication>
+#include <QHBoxLayout>
+#include <QPointer>
+#include <array>
+
+#include "desktop/VirtualKeys.h"
+#include "store/AppStore.h"
+#include "views/controls/ControlTheme.h"
+#include "views/controls/Switch.h"
+#include "views/settings/ShortcutField.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Words {
+  SettingText text;
+  bool DesktopOptions::*enabled;
+  quint32 DesktopOptions::*key;  ///< Null for a prefix.
+  quint32 DesktopOptions::*modifiers;
+};
+
+constexpr std::array<Shortcut, 3> kAll{Shortcut::Dock, Shortcut::CommandBar, Shortcut::Profiles};
+
+Words wordsOf(Shortcut shortcut) {
+  switch (shortcut) {
+    case Shortcut::Dock:
+      return {{QT_TRANSLATE_NOOP("Settings", "Hide and Show Dock"),
+               QT_TRANSLATE_NOOP("Settings", "With Shift it gives the dock the keyboard."),
+               QT_TRANSLATE_NOOP("Settings", "hot key focus")},
+              &DesktopOptions::dockShortcutEnabled,
+              &DesktopOptions::shortcutKey,
+              &DesktopOptions::shortcutModifiers};
+    case Shortcut::CommandBar:
+      return {{QT_TRANSLATE_NOOP("Settings", "Command Bar"), "", QT_TRANSLATE_NOOP("Settings", "hot key search")},
+              &DesktopOptions::commandBarEnabled,
+              &DesktopOptions::commandBarKey,
+              &DesktopOptions::commandBarModifiers};
+    case Shortcut::Profiles:
+      return {{QT_TRANSLATE_NOOP("Settings", "Switch Profile"),
+               QT_TRANSLATE_NOOP("Settings", "Use the prefix with 0–9 in profile order."),
+               QT_TRANSLATE_NOOP("Settings", "hot key digits")},
+              &DesktopOptions::profileShortcutEnabled,
+              nullptr,
+              &DesktopOptions::profileModifiers};
+  }
+  return {};
+}
+
+HotKeyWish keyOf(const DesktopOptions& options, const Words& words) {
+  return {words.key ? options.*words.key : 0, options.*words.modifiers};
+}
+
+ShortcutField::Kind kindOf(const Words& words) {
+  return words.key ? ShortcutField::Kind::Key : ShortcutField::Kind::Prefix;
+}
+
+quint32 digitCode(int digit) { return VirtualKeys::keyCode(static_cast<quint32>('0' + digit)).value_or(0); }
+
+bool isDigit(quint32 code) {
+  for (int digit = 0; digit < 10; ++digit)
+    if (digitCode(digit) == code) return true;
+  return false;
+}
+
+/// Whether two of the program's own keys would be one.
+bool clash(const Words& first, const HotKeyWish& wish, const Words& second, const HotKeyWish& other) {
+  if (wish.modifiers != other.modifiers) return false;
+  if (first.key && second.key) return wish.keyCode == other.keyCode;
+  return isDigit(first.key ? wish.keyCode : other.keyCode);
+}
+
+QString said(const HotKeyWish& wish, const Words& words) { return ShortcutField::text(wish, kindOf(words)); }
+
+QString whoElseHasIt(const DesktopOptions& options, Shortcut shortcut, const HotKeyWish& wish) {
+  const Words words = wordsOf(shortcut);
+  for (const Shortcut each : kAll) {
+    const Words other = wordsOf(each);
+    if (each == shortcut || !(options.*other.enabled) || !clash(words, wish, other, keyOf(options, other))) continue;
+    return QCoreApplication::translate("Settings", "“%1” is used for “%2” already. Choose a different shortcut.")
+        .arg(said(wish, words), settingsText(other.text.label));
+  }
+  return {};
+}
+
+/// Why a key cannot be had; empty where it can.
+QString obstacle(const DesktopOptions& options, Shortcut shortcut, const HotKeyWish& wish,
+                 const SettingsServices& services) {
+  const Words words = wordsOf(shortcut);
+  if (const QString other = whoElseHasIt(options, shortcut, wish); !other.isEmpty()) return other;
+  if (!services.tryKey) return {};
+  QList<HotKeyWish> wishes{wish};
+  if (!words.key) {
+    wishes.clear();
+    for (int digit = 0; digit < 10; ++digit) wishes.append({digitCode(digit), wish.modifiers});
+  }
+  for (const HotKeyWish& each : wishes) {
+    const HotKeyBinding binding = services.tryKey(each);
+    if (!binding.bound)
+      return QCoreApplication::translate("Settings", "“%1” is used by another app. Choose a different shortcut.")
+          .arg(VirtualKeys::text(each.keyCode, each.modifiers));
+  }
+  return {};
+}
+
+void store(SettingsPage& page, Shortcut shortcut, const HotKeyWish& wish) {
+  const Words words = wordsOf(shortcut);
+  page.edit([&](DockConfiguration& config) {
+    DesktopOptions& options = optionsOf(config);
+    if (words.key) options.*words.key = wish.keyCode;
+    options.*words.modifiers = wish.modifiers;
+  });
+}
+
+}  // namespace
+
+QString commandBarKeyNote(const DesktopOptions& options, const SettingsServices& services) {
+  if (!options.commandBarEnabled || !services.commandBarKey) return {};
+  const std::optional<QString> working = services.commandBarKey();
+  const Words words = wordsOf(Shortcut::CommandBar);
+  const QString wished = said(keyOf(options, words), words);
+  if (!working || *working == wished) return {};
+  if (working->isEmpty())
+    return QCoreApplication::translate("Settings", "“%1” is used by another app. Choose a different shortcut.")
+        .arg(wished);
+  return QCoreApplication::translate("Settings", "“%1” is used by another app, so “%2” opens it now.")
+      .arg(wished, *working);
+}
+
+FormRow* addShortcutRow(SettingsPage& page, Card& card, const SettingsServices& services, Shortcut shortcut) {
+  const Words words = wordsOf(shortcut);
+  const QString name = settingsText(words.text.label);
+  auto* pair = new QWidget;
+  auto* line = new QHBoxLayout(pair);
+  line->setContentsMargins(0, 0, 0, 0);
+  line->setSpacing(theme::kRowGap);
+  auto* field = new ShortcutField(QCoreApplication::translate("Settings", "%1, shortcut").arg(name), kindOf(words));
+  auto* enabled = new Switch(name);
+  line->addWidget(field);
+  line->addWidget(enabled);
+  FormRow* row = page.addControl(card, words.text, pair);
+
+  QObject::connect(enabled, &QAbstractButton::clicked, &page, [&page, words](bool on) {
+    page.edit([&](DockConfiguration& config) { optionsOf(config).*words.enabled = on; });
+  });
+  QObject::connect(field, &ShortcutField::recordingChanged, row, [row, &services](bool recording) {
+    if (recording) row->setFault({});
+    if (services.recordsKeys) services.recordsKeys(recording);
+  });
+  QObject::connect(field, &ShortcutField::recorded, row, [&page, row, shortcut, &services](const HotKeyWish& wish) {
+    const DesktopOptions options = page.store().config().desktopOptions();
+    if (keyOf(options, wordsOf(shortcut)) == wish) return;
+    const QString why = obstacle(options, shortcut, wish, services);
+    row->setFault(why);
+    // What was tried is given back before it is asked for in earnest.
+    if (services.recordsKeys) services.recordsKeys(false);
+    if (why.isEmpty()) store(page, shortcut, wish);
+  });
+  page.follow([field, enabled, row, shortcut, words, &services](const DockConfiguration& config) {
+    const DesktopOptions options = config.desktopOptions();
+    enabled->setChecked(options.*words.enabled);
+    field->setKey(keyOf(options, words));
+    field->setEnabled(options.*words.enabled);
+    if (shortcut == Shortcut::CommandBar) row->setHelp(commandBarKeyNote(options, services));
+  });
+  return row;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,29 @@
+#include <QCoreApplication>
+
+#include "store/AppStore.h"
+#include "views/controls/Labels.h"
+#include "views/settings/Pages.h"
+#include "views/settings/ShortcutRow.h"
+
+namespace tarnwick {
+
+SettingsPage* makeShortcutsPage(AppStore& store, const SettingsServices& services) {
+  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Shortcuts")), store);
+  const Capability can = services.keys ? services.keys() : Capability::yes();
+  if (!can) {
+    auto* why = new FormRow(settingsText(QT_TRANSLATE_NOOP("Settings", "No shortcuts here")), nullptr, can.reason);
+    page->addOther(*page->addCard(), why, can.reason);
+  }
+  Card& card = *page->addCard();
+  for (const Shortcut each : {Shortcut::Dock, Shortcut::CommandBar, Shortcut::Profiles})
+    addShortcutRow(*page, card, services, each)->setEnabled(static_cast<bool>(can));
+  auto* note =
+      makeSentence(settingsText(QT_TRANSLATE_NOOP("Settings",
+                                                  "Press a shortcut here, then the keys that it should have. They work "
+                                                  "whatever app is in front.")),
+                   TextStyle::Caption, Tone::Secondary);
+  page->addWidget(note);
+  return page;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,77 @@
+#include "views/settings/TimeField.h"
+
+#include <QKeyEvent>
+#include <QTime>
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kWidth = 72;
+constexpr int kDay = 24 * 60;
+constexpr int kStep = 15;
+constexpr int kPage = 60;
+
+QString written(int minutes) { return QString::asprintf("%02d:%02d", minutes / 60, minutes % 60); }
+
+}  // namespace
+
+TimeField::TimeField(const QString& label, QWidget* parent) : TextField(label, parent) {
+  setFixedWidth(kWidth);
+  setAlignment(Qt::AlignCenter);
+  setMaxLength(5);
+  connect(this, &QLineEdit::textEdited, this, &TimeField::written);
+}
+
+void TimeField::setMinutes(int minutes) {
+  minutes_ = minutes;
+  if (!isWriting_) setText(tarnwick::written(minutes));
+}
+
+void TimeField::written() {
+  isWriting_ = true;
+  QTime time = QTime::fromString(text().trimmed(), u"H:m"_s);
+  if (!time.isValid()) time = QTime::fromString(text().trimmed(), u"H.m"_s);
+  setFaulty(!time.isValid());
+  const int minutes = time.isValid() ? time.hour() * 60 + time.minute() : minutes_;
+  if (std::exchange(minutes_, minutes) != minutes) Q_EMIT minutesChanged(minutes);
+  Q_EMIT validityChanged(time.isValid());
+}
+
+/// What was written gives way to the time that holds.
+void TimeField::settle() {
+  isWriting_ = false;
+  setText(tarnwick::written(minutes_));
+  setFaulty(false);
+  Q_EMIT validityChanged(true);
+}
+
+void TimeField::step(int minutes) {
+  minutes_ = ((minutes_ + minutes) % kDay + kDay) % kDay;
+  Q_EMIT minutesChanged(minutes_);
+  settle();
+}
+
+void TimeField::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+    case Qt::Key_Up:
+      return step(kStep);
+    case Qt::Key_Down:
+      return step(-kStep);
+    case Qt::Key_PageUp:
+      return step(kPage);
+    case Qt::Key_PageDown:
+      return step(-kPage);
+    default:
+      TextField::keyPressEvent(event);
+  }
+}
+
+void TimeField::focusOutEvent(QFocusEvent* event) {
+  TextField::focusOutEvent(event);
+  settle();
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QTemporaryDir>
+#include <memory>
+
+#include "store/UndoStack.h"
+#include "support/TestScheduler.h"
+#include "views/settings/SettingsWindow.h"
+#include "views/snapshot/SnapshotFixture.h"
+
+namespace tarnwick::test {
+
+/// Two displays.
+class TwoScreens final : public Screens {
+ public:
+  QList<Screen> all() const override;
+  QString mainId() const override { return QStringLiteral("one"); }
+};
+
+/// A store with two profiles and the window over it. What it asks of the program is kept here.
+class SettingsFixture {
+ public:
+  SettingsFixture();
+  ~SettingsFixture();
+
+  AppStore& store() { return snapshot_.store(); }
+  const DockConfiguration& config() { return store().config(); }
+  DesktopOptions options() { return config().desktopOptions(); }
+  UndoStack& undo() { return undo_; }
+  SettingsWindow& window();
+  /// Shows a section.
+  void turnTo(const char* section);
+
+  /// The control of that name in the section that is shown; a failure of the test where there is none.
+  template <class Control>
+  Control* control(const char* name) {
+    for (Control* each : window().findChildren<Control*>())
+      if (each->isVisible() && each->accessibleName() == QString::fromUtf8(name)) return each;
+    ADD_FAILURE() << "no " << name;
+    return nullptr;
+  }
+  /// Whether a row of that label is seen.
+  bool sees(const char* label);
+  QStringList faults();
+
+  SettingsServices services;
+  QUuid edited;
+  QList<HotKeyWish> tried;
+  QList<HotKeyWish> taken;  ///< Keys that others have.
+  QList<bool> recordings;
+
+ private:
+  QTemporaryDir folder_;
+  TestScheduler scheduler_;
+  SnapshotStore snapshot_;
+  std::unique_ptr<InstalledApps> apps_;
+  UndoStack undo_;
+  std::unique_ptr<UndoableEdits> edits_;
+  TwoScreens screens_;
+  std::unique_ptr<SettingsWindow> window_;
+};
+
+}  // namespace tarnwick::test

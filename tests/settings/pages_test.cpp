@@ -1,0 +1,205 @@
+#include <QAbstractItemView>
+#include <QSignalSpy>
+#include <QTest>
+
+#include "settings/SettingsFixture.h"
+#include "views/controls/Buttons.h"
+#include "views/controls/Slider.h"
+#include "views/controls/Switch.h"
+#include "views/settings/OrderList.h"
+#include "views/settings/TimeField.h"
+#include "views/window/DropDown.h"
+#include "views/window/LayoutCard.h"
+
+namespace tarnwick::test {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class SettingsPagesTest : public testing::Test, public SettingsFixture {
+ protected:
+  void click(const char* label) {
+    for (QPushButton* button : window().findChildren<QPushButton*>())
+      if (button->isVisible() && button->accessibleName() + button->text() == QString::fromUtf8(label))
+        return button->click();
+    ADD_FAILURE() << "no button " << label;
+  }
+};
+
+TEST_F(SettingsPagesTest, ALayoutShowsTheRowsThatItUses) {
+  struct Case {
+    DockLayout layout;
+    bool delays, trigger, edge, alignment, reserve;
+  };
+  const Case cases[] = {
+      {DockLayout::Swap, false, true, false, true, false},
+      {DockLayout::RevealBottom, true, true, false, true, false},
+      {DockLayout::Fixed, false, false, true, true, true},
+      {DockLayout::RevealTop, true, true, false, true, false},
+      {DockLayout::Replace, false, false, false, true, true},
+      {DockLayout::ReplaceAutoHide, true, true, false, true, false},
+      {DockLayout::Floating, false, false, false, false, false},
+  };
+  turnTo("layout");
+  for (const Case& each : cases) {
+    SCOPED_TRACE(qPrintable(label(each.layout)));
+    for (LayoutCard* card : window().findChildren<LayoutCard*>())
+      if (card->layout() == each.layout) card->click();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(config().layout, each.layout);
+    EXPECT_EQ(sees("Show delay"), each.delays);
+    EXPECT_EQ(sees("Hide delay"), each.delays);
+    EXPECT_EQ(sees("Trigger area"), each.trigger);
+    EXPECT_EQ(sees("Screen edge"), each.edge);
+    EXPECT_EQ(sees("Alignment"), each.alignment);
+    EXPECT_EQ(sees("Distance from the edge"), each.alignment);
+    EXPECT_EQ(sees("Reserve Dock Space"), each.reserve);
+    EXPECT_TRUE(sees("When widgets don't fit"));
+  }
+}
+
+TEST_F(SettingsPagesTest, SlidersGoOverTheirWholeRangeAndStoreAtOnce) {
+  store().edit([](DockConfiguration& config) { config.layout = DockLayout::RevealBottom; });
+  struct Case {
+    const char* section;
+    const char* name;
+    double least, most;
+    std::function<double()> stored;
+  };
+  const Case cases[] = {
+      {"appearance", "Dock scale", 0.5, 1.6, [this] { return config().scale; }},
+      {"appearance", "Widget spacing", 0, 24, [this] { return config().spacing; }},
+      {"layout", "Distance from the edge", 0, 180, [this] { return config().edgeGap; }},
+      {"layout", "Show delay", 0, 3, [this] { return options().revealShowDelay; }},
+      {"layout", "Hide delay", 0, 5, [this] { return options().revealHideDelay; }},
+      {"layout", "Trigger area", 1, 30, [this] { return options().triggerSize; }},
+  };
+  for (const Case& each : cases) {
+    turnTo(each.section);
+    auto* slider = control<Slider>(each.name);
+    ASSERT_TRUE(slider);
+    QTest::keyClick(slider, Qt::Key_End);
+    EXPECT_NEAR(each.stored(), each.most, 1e-9) << each.name;
+    QTest::keyClick(slider, Qt::Key_Home);
+    EXPECT_NEAR(each.stored(), each.least, 1e-9) << each.name;
+    QTest::keyClick(slider, Qt::Key_Right);
+    EXPECT_GT(each.stored(), each.least) << each.name;
+    DockConfiguration copy = config();
+    EXPECT_NO_THROW(copy.validate());
+  }
+}
+
+TEST_F(SettingsPagesTest, AControlShowsWhatElseChangesTheSettings) {
+  turnTo("appearance");
+  auto* fills = control<Switch>("Widget tile fills");
+  auto* scale = control<Slider>("Dock scale");
+  ASSERT_TRUE(fills && scale);
+  const int before = scale->value();
+  turnTo("about");  // Also while its page is not seen.
+  store().edit([](DockConfiguration& config) {
+    config.tiles = false;
+    config.scale = 1.4;
+  });
+  turnTo("appearance");
+  EXPECT_FALSE(fills->isChecked());
+  EXPECT_NE(scale->value(), before);
+  EXPECT_EQ(config().scale, 1.4);  // Showing is no change.
+}
+
+TEST_F(SettingsPagesTest, WidgetsAreMovedEditedAndRemovedByKeys) {
+  turnTo("widgets");
+  auto* list = control<OrderList>("Widgets");
+  ASSERT_TRUE(list);
+  const QList<DockWidget> before = config().profiles[0].widgets;
+  list->choose(before[1].id.toString());
+  QTest::keyClick(list, Qt::Key_Down, Qt::AltModifier);
+  EXPECT_EQ(config().profiles[0].widgets[2], before[1]);
+  EXPECT_EQ(list->chosen(), before[1].id.toString());
+  QTest::keyClick(list, Qt::Key_Return);
+  EXPECT_EQ(edited, before[1].id);
+  QTest::keyClick(list, Qt::Key_Delete);
+  EXPECT_EQ(config().profiles[0].widgets.size(), before.size() - 1);
+  // A row that is dropped between two others.
+  list->model()->moveRow({}, 0, {}, 3);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(config().profiles[0].widgets[2], before[0]);
+}
+
+TEST_F(SettingsPagesTest, ProfilesAreMadeRenamedAndDeleted) {
+  turnTo("profiles");
+  auto* list = control<OrderList>("Profiles");
+  ASSERT_TRUE(list);
+  const QUuid work = config().profiles[1].id;
+  list->model()->setData(list->model()->index(1, 0), u"Office"_s);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(config().profiles[1].name, u"Office"_s);
+  list->model()->setData(list->model()->index(1, 0), u"  "_s);  // Which no profile may be called.
+  QCoreApplication::processEvents();
+  EXPECT_EQ(config().profiles[1].name, u"Office"_s);
+
+  list->choose(work.toString());
+  QTest::keyClick(list, Qt::Key_Return);
+  EXPECT_EQ(config().activeProfileID, work);
+  QTest::keyClick(list, Qt::Key_Delete);
+  EXPECT_EQ(config().profiles.size(), 2);  // It asks first.
+  click("Delete");
+  EXPECT_EQ(config().profiles.size(), 1);
+  QTest::keyClick(list, Qt::Key_Delete);
+  EXPECT_EQ(config().profiles.size(), 1);
+  EXPECT_FALSE(store().error().isEmpty());
+  click("New Profile");
+  EXPECT_EQ(config().profiles.size(), 2);
+}
+
+TEST_F(SettingsPagesTest, ARuleIsMadeAndSaysWhatIsWrongWithIt) {
+  turnTo("profiles");
+  click("Add Rule");
+  QCoreApplication::processEvents();
+  ASSERT_EQ(options().profileRules.size(), 1);
+  EXPECT_EQ(options().profileRules[0].days, (QList<int>{2, 3, 4, 5, 6}));
+  EXPECT_EQ(faults(), QStringList());
+
+  auto* from = control<TimeField>("From");
+  auto* to = control<TimeField>("To");
+  ASSERT_TRUE(from && to);
+  from->setFocus();
+  from->selectAll();
+  QTest::keyClicks(from, u"22:30"_s);
+  EXPECT_EQ(options().profileRules[0].startMinutes, 22 * 60 + 30);
+  from->selectAll();
+  QTest::keyClicks(from, u"25:00"_s);
+  EXPECT_EQ(faults().size(), 1);
+  EXPECT_EQ(options().profileRules[0].startMinutes, 22 * 60 + 30);
+  from->selectAll();
+  QTest::keyClicks(from, u"17:00"_s);
+  EXPECT_EQ(faults().size(), 1);  // It ends when it begins.
+  QTest::keyClick(to, Qt::Key_PageDown);
+  EXPECT_EQ(options().profileRules[0].endMinutes, 16 * 60);
+  EXPECT_EQ(faults(), QStringList());
+
+  for (const char* day : {"Monday", "Tuesday", "Wednesday", "Thursday", "Friday"}) control<Button>(day)->click();
+  EXPECT_EQ(options().profileRules[0].days, QList<int>());
+  EXPECT_EQ(faults().size(), 1);
+  control<Button>("Sunday")->click();
+  EXPECT_EQ(options().profileRules[0].days, QList<int>{1});
+
+  QTest::keyClick(control<OrderList>("Rules"), Qt::Key_Delete);
+  EXPECT_TRUE(options().profileRules.isEmpty());
+}
+
+TEST_F(SettingsPagesTest, ADisplayIsPinnedAndFollowsAgain) {
+  turnTo("profiles");
+  auto* pin = control<DropDown>("Right Display");
+  ASSERT_TRUE(pin);
+  EXPECT_EQ(pin->currentText(), u"Follow active"_s);
+  pin->setCurrentIndex(2);
+  Q_EMIT pin->activated(2);
+  EXPECT_TRUE(store().isPinned(u"two"_s));
+  EXPECT_EQ(store().profileIndex(u"two"_s), 1);
+  pin->setCurrentIndex(0);
+  Q_EMIT pin->activated(0);
+  EXPECT_FALSE(store().isPinned(u"two"_s));
+}
+
+}  // namespace
+}  // namespace tarnwick::test

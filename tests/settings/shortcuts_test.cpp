@@ -1,0 +1,96 @@
+#include <QTest>
+
+#include "desktop/VirtualKeys.h"
+#include "settings/SettingsFixture.h"
+#include "views/settings/ShortcutField.h"
+#include "views/settings/ShortcutRow.h"
+
+namespace tarnwick::test {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class ShortcutsTest : public testing::Test, public SettingsFixture {
+ protected:
+  void SetUp() override { turnTo("shortcuts"); }
+  /// Records as a hand does: the modifiers go down first.
+  void record(const char* name, Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    auto* field = field_ = window().findChildren<ShortcutField*>().value(index(name));
+    ASSERT_TRUE(field);
+    field->setFocus();
+    field->click();
+    ASSERT_TRUE(field->isRecording());
+    if (modifiers) QTest::keyPress(field, Qt::Key_Control, Qt::ControlModifier);
+    QTest::keyClick(field, key, modifiers);
+  }
+  static qsizetype index(const char* name) {
+    return QList<QString>{u"dock"_s, u"bar"_s, u"profiles"_s}.indexOf(QString::fromLatin1(name));
+  }
+
+  QString note(const std::optional<QString>& working) {
+    services.commandBarKey = [working] { return working; };
+    return commandBarKeyNote(options(), services);
+  }
+
+  ShortcutField* field_ = nullptr;
+};
+
+TEST_F(ShortcutsTest, AKeyThatIsPressedIsStored) {
+  record("dock", Qt::Key_K, Qt::ControlModifier | Qt::AltModifier);
+  EXPECT_FALSE(field_->isRecording());
+  EXPECT_EQ(options().shortcutKey, VirtualKeys::keyCode('k'));
+  EXPECT_EQ(options().shortcutModifiers, VirtualKeys::kControl | VirtualKeys::kOption);
+  EXPECT_EQ(faults(), QStringList());
+  EXPECT_EQ(recordings.value(0), true);  // The program's own keys must reach the field.
+  EXPECT_EQ(recordings.last(), false);
+}
+
+TEST_F(ShortcutsTest, KeysThatWouldBeMissedElsewhereAreWaitedThrough) {
+  const DesktopOptions before = options();
+  record("dock", Qt::Key_K, Qt::NoModifier);
+  EXPECT_TRUE(field_->isRecording());
+  QTest::keyClick(field_, Qt::Key_K, Qt::ShiftModifier);
+  EXPECT_TRUE(field_->isRecording());
+  QTest::keyClick(field_, Qt::Key_Escape);
+  EXPECT_FALSE(field_->isRecording());
+  EXPECT_EQ(options(), before);
+  record("dock", Qt::Key_F9, Qt::NoModifier);
+  EXPECT_EQ(options().shortcutKey, VirtualKeys::keyCode(0xffc6));
+  EXPECT_EQ(options().shortcutModifiers, 0u);
+}
+
+TEST_F(ShortcutsTest, ATakenKeySaysSoAtOnceAndIsNotStored) {
+  const DesktopOptions before = options();
+  taken << HotKeyWish{*VirtualKeys::keyCode('k'), VirtualKeys::kControl};
+  record("bar", Qt::Key_K, Qt::ControlModifier);
+  EXPECT_EQ(faults(), QStringList{u"“Ctrl+K” is used by another app. Choose a different shortcut."_s});
+  EXPECT_EQ(options(), before);
+  record("bar", Qt::Key_J, Qt::ControlModifier);
+  EXPECT_EQ(faults(), QStringList());
+  EXPECT_EQ(options().commandBarKey, VirtualKeys::keyCode('j'));
+  // One of the program's own.
+  record("dock", Qt::Key_J, Qt::ControlModifier);
+  EXPECT_EQ(faults(), QStringList{u"“Ctrl+J” is used for “Command Bar” already. Choose a different shortcut."_s});
+  EXPECT_EQ(options().shortcutKey, before.shortcutKey);
+}
+
+TEST_F(ShortcutsTest, APrefixTakesTheModifiersAndTriesEveryDigit) {
+  record("profiles", Qt::Key_5, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(options().profileModifiers, VirtualKeys::kControl | VirtualKeys::kShift);
+  EXPECT_EQ(tried.size(), 10);
+  const quint32 before = options().profileModifiers;
+  taken << HotKeyWish{*VirtualKeys::keyCode('7'), VirtualKeys::kOption};
+  record("profiles", Qt::Key_1, Qt::AltModifier);
+  EXPECT_EQ(faults().size(), 1);
+  EXPECT_EQ(options().profileModifiers, before);
+}
+
+TEST_F(ShortcutsTest, TheRowOfTheCommandBarTellsWhichKeyOpensIt) {
+  EXPECT_EQ(note(std::nullopt), QString());
+  EXPECT_EQ(note(u"Alt+Space"_s), QString());
+  EXPECT_EQ(note(u"Super+Space"_s), u"“Alt+Space” is used by another app, so “Super+Space” opens it now."_s);
+  EXPECT_EQ(note(u""_s), u"“Alt+Space” is used by another app. Choose a different shortcut."_s);
+}
+
+}  // namespace
+}  // namespace tarnwick::test

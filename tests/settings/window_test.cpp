@@ -1,0 +1,110 @@
+#include <QAccessible>
+#include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QTest>
+
+#include "settings/SettingsFixture.h"
+#include "views/controls/Buttons.h"
+#include "views/controls/Fields.h"
+#include "views/window/SideList.h"
+
+namespace tarnwick::test {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class SettingsWindowTest : public testing::Test, public SettingsFixture {
+ protected:
+  SideList& side() { return *window().findChild<SideList*>(); }
+  QStringList titles() {
+    QStringList found;
+    for (int row = 0; row < side().model()->rowCount(); ++row) found << side().model()->index(row, 0).data().toString();
+    return found;
+  }
+  void search(const QString& words) {
+    window().findChild<SearchField*>()->setText(words);
+    QCoreApplication::processEvents();
+  }
+};
+
+/// What is in the tab order and says nothing to a screen reader.
+QStringList namelessControls(const QWidget& window) {
+  QStringList nameless;
+  for (QWidget* each : window.findChildren<QWidget*>()) {
+    if (!each->isVisible() || each->focusPolicy() == Qt::NoFocus || each->focusProxy()) continue;
+    QAccessibleInterface* heard = QAccessible::queryAccessibleInterface(each);
+    if (!heard || heard->text(QAccessible::Name).isEmpty() || heard->role() == QAccessible::NoRole)
+      nameless << QString::fromLatin1(each->metaObject()->className());
+  }
+  return nameless;
+}
+
+TEST_F(SettingsWindowTest, EverySectionHasAHeadingAndNamesEveryControl) {
+  for (const QString& section : SettingsWindow::sections()) {
+    turnTo(qPrintable(section));
+    EXPECT_EQ(window().section(), section);
+    EXPECT_EQ(namelessControls(window()), QStringList()) << qPrintable(section);
+  }
+}
+
+TEST_F(SettingsWindowTest, ASearchLeavesWhatMatchesAndTellsWhereItIs) {
+  turnTo("privacy");
+  search(u"dock scále"_s);  // Accents and case don't matter.
+  EXPECT_EQ(titles(), QStringList{u"Appearance"_s});
+  EXPECT_TRUE(sees("Dock scale"));
+  EXPECT_FALSE(sees("Widget spacing"));
+
+  search(u"fullscreen"_s);
+  EXPECT_EQ(titles(), QStringList{u"Layout & Displays"_s});
+  EXPECT_TRUE(sees("Hide During Fullscreen"));
+
+  search(u"clipboard"_s);  // A section's own name shows all of it.
+  EXPECT_TRUE(titles().contains(u"Clipboard"_s));
+  EXPECT_TRUE(sees("Clipboard history"));
+
+  search(u"no such thing"_s);
+  EXPECT_EQ(titles(), QStringList());
+
+  search({});
+  EXPECT_EQ(titles().size(), SettingsWindow::sections().size());
+  EXPECT_EQ(window().section(), u"privacy"_s);
+  turnTo("appearance");
+  EXPECT_TRUE(sees("Widget spacing"));
+}
+
+TEST_F(SettingsWindowTest, UndoBringsARemovedWidgetBack) {
+  turnTo("widgets");
+  const QList<DockWidget> before = config().profiles[0].widgets;
+  services.edits->remove(before[2].id);
+  ASSERT_EQ(config().profiles[0].widgets.size(), before.size() - 1);
+  QTest::keyClick(&window(), Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(config().profiles[0].widgets, before);
+}
+
+TEST_F(SettingsWindowTest, AFileThatIsNotASettingsFileChangesNothingAndSaysSo) {
+  QTemporaryDir folder;
+  const QString broken = folder.filePath(u"broken.json"_s);
+  QFile file(broken);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write("{\"schema\": 1}");
+  file.close();
+  turnTo("general");
+  const DockConfiguration before = config();
+  for (Button* button : window().findChildren<Button*>())
+    if (button->label() == u"Import…"_s) button->click();
+  auto* dialog = window().findChild<QFileDialog*>();
+  ASSERT_TRUE(dialog);
+  dialog->setDirectory(folder.path());
+  Q_EMIT dialog->fileSelected(broken);
+  dialog->close();
+  EXPECT_EQ(config(), before);
+  EXPECT_FALSE(store().error().isEmpty());
+  for (IconButton* button : window().findChildren<IconButton*>())
+    if (button->label() == u"Dismiss"_s) button->click();
+  EXPECT_TRUE(store().error().isEmpty());
+}
+
+}  // namespace
+}  // namespace tarnwick::test
