@@ -161,6 +161,7 @@ bool LibraryView::viewportEvent(QEvent* event) {
   switch (event->type()) {
     case QEvent::MouseMove:
     case QEvent::HoverMove:
+    case QEvent::Enter:
       setHovered(indexAt(viewport()->mapFromGlobal(QCursor::pos())).row());
       break;
     case QEvent::Leave:

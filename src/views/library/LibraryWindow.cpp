@@ -25,7 +25,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QSize kSize(1184, 720);
+constexpr QSize kSize(1184, 744);
 constexpr QSize kLeastSize(640, 420);
 constexpr int kSideRow = 29;
 constexpr int kTop = 16;
