@@ -172,6 +172,28 @@ TEST(Layout, ARowThatIsTooLongScrollsWithinItsGlass) {
   EXPECT_TRUE(view->widgetAt(view->itemRect(0).center()).isNull());
 }
 
+TEST(Look, ReducedTransparencyLetsNothingThroughAndKeepsTheShadow) {
+  for (const DockStyle style : {DockStyle::DarkGlass, DockStyle::LightGlass, DockStyle::LiquidGlass}) {
+    DockRow row = starterRow();
+    row.style = style;
+    row.blurred = true;
+    const auto alphas = [&] {
+      const auto view = makeView(row);
+      const QImage picture = paintedBy(*view);
+      const QRectF first = view->itemRect(0);
+      const QPoint besides(static_cast<int>(first.left()) - 4, static_cast<int>(first.center().y()));
+      const QPoint below(static_cast<int>(first.right()), picture.height() - 8);
+      return std::pair(qAlpha(picture.pixel(besides)), qAlpha(picture.pixel(below)));
+    };
+    const auto usual = alphas();
+    row.reduceTransparency = true;
+    const auto reduced = alphas();
+    EXPECT_LT(usual.first, 255);
+    EXPECT_EQ(reduced.first, 255);
+    EXPECT_EQ(reduced.second, usual.second);
+  }
+}
+
 TEST(Repainting, ATickPaintsOnlyTheTilesThatLookDifferent) {
   WatchedView view;
   view.setRow(starterRow());

@@ -39,8 +39,10 @@ struct DockRow {
   RunningAppsPlacement placement = RunningAppsPlacement::Right;
 
   DockStyle style = DockStyle::DarkGlass;
-  bool tiles = true;  ///< Whether tiles have a ground.
+  bool tiles = true;        ///< Whether tiles have a ground.
+  bool tileBorders = true;  ///< Whether the ground of a tile has a thin line inside its edge.
   bool monochrome = false;
+  bool reduceTransparency = false;  ///< Whether nothing of what lies behind may be seen through the glass.
   double scale = 1;
   double spacing = 7;
 

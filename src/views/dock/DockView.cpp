@@ -31,6 +31,21 @@ bool sameOrder(const QList<DockWidget>& a, const QList<DockWidget>& b) {
   return std::ranges::equal(a, b, {}, &DockWidget::id, &DockWidget::id);
 }
 
+Palette paletteOf(const DockRow& row) {
+  const Palette usual = Palette::make(row.style, row.backdrop(), row.monochrome);
+  Palette palette = usual;
+  if (row.reduceTransparency) {
+    palette = Palette::make(row.style, Backdrop::Opaque, row.monochrome);
+    // Only the glass is opaque; the window around it is what it was.
+    palette.glass.shadow = usual.glass.shadow;
+    palette.glass.outline = usual.glass.outline;
+    palette.panel.shadow = usual.panel.shadow;
+    palette.panel.outline = usual.panel.outline;
+  }
+  if (!row.tileBorders) palette.tileEdge = QColor(Qt::transparent);
+  return palette;
+}
+
 }  // namespace
 
 DockView::DockView(QWidget* parent)
@@ -129,7 +144,7 @@ void DockView::setRow(const DockRow& row) {
 
 void DockView::applyRow(const DockRow& row) {
   row_ = row;
-  palette_ = Palette::make(row.style, row.backdrop(), row.monochrome);
+  palette_ = paletteOf(row);
   shifts_.setReduced(row.reduceMotion);
   springs_.setReduced(row.reduceMotion);
   hovered_ = pressed_ = wheelItem_ = middlePressed_ = -1;

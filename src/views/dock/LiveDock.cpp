@@ -58,7 +58,9 @@ void LiveDock::rebuildRow() {
       config.liveApps ? runningAppsPlacementNamed(options.runningAppsPlacement) : RunningAppsPlacement::None;
   row.style = dockStyleNamed(config.style);
   row.tiles = config.tiles;
+  row.tileBorders = config.tileBorders.value_or(true);
   row.monochrome = config.monochrome;
+  row.reduceTransparency = options.reduceTransparency;
   row.scale = geometry_.scale;
   row.spacing = config.spacing;
   row.edge = geometry_.atTop ? Edge::Top : Edge::Bottom;
