@@ -74,6 +74,14 @@ TEST_F(ShortcutsTest, ATakenKeySaysSoAtOnceAndIsNotStored) {
   EXPECT_EQ(options().shortcutKey, before.shortcutKey);
 }
 
+TEST_F(ShortcutsTest, AWindowThatGoesGivesTheKeysBack) {
+  auto* field = window().findChild<ShortcutField*>();
+  field->click();
+  ASSERT_EQ(recordings, QList<bool>{true});
+  window().close();
+  EXPECT_EQ(recordings, (QList<bool>{true, false}));
+}
+
 TEST_F(ShortcutsTest, APrefixTakesTheModifiersAndTriesEveryDigit) {
   record("profiles", Qt::Key_5, Qt::ControlModifier | Qt::ShiftModifier);
   EXPECT_EQ(options().profileModifiers, VirtualKeys::kControl | VirtualKeys::kShift);

@@ -71,11 +71,18 @@ void TextLabel::showEvent(QShowEvent* event) {
 }
 
 void TextLabel::paintEvent(QPaintEvent* event) {
-  if (wordWrap()) {
+  if (wordWrap() && !isRightToLeft()) {
     QLabel::paintEvent(event);
     return;
   }
   QPainter painter(this);
+  if (wordWrap()) {
+    // Left to itself a text that is written the other way would stand apart from what it belongs to.
+    painter.setPen(toneColor(lookOf(*this), tone_));
+    const Qt::Alignment side = QStyle::visualAlignment(layoutDirection(), alignment());
+    painter.drawText(contentsRect(), static_cast<int>(side | Qt::AlignAbsolute) | Qt::TextWordWrap, text());
+    return;
+  }
   drawTextIn(painter, rect(), text(), style_, toneColor(lookOf(*this), tone_),
              QStyle::visualAlignment(layoutDirection(), alignment()), elide_);
 }

@@ -86,10 +86,21 @@ class AppearancePage final : public SettingsPage {
               {QT_TRANSLATE_NOOP("Settings", "Widget tile fills"),
                QT_TRANSLATE_NOOP("Settings", "A ground behind every widget.")},
               settingField(&DockConfiguration::tiles));
+    FormRow* borders = addSwitch(card,
+                                 {QT_TRANSLATE_NOOP("Settings", "Tile borders"),
+                                  QT_TRANSLATE_NOOP("Settings", "A thin line along the edge of that ground.")},
+                                 {[](const DockConfiguration& config) { return config.tileBorders.value_or(true); },
+                                  [](DockConfiguration& config, const bool& on) { config.tileBorders = on; }});
+    showWhile(borders, [](const DockConfiguration& config) { return config.tiles; });
     addSegments(card, {QT_TRANSLATE_NOOP("Settings", "Widget colors")},
                 {[](const DockConfiguration& config) { return config.monochrome ? u"true"_s : u"false"_s; },
                  [](DockConfiguration& config, const QString& value) { config.monochrome = value == "true"_L1; }},
                 kWidgetColors);
+    addSwitch(card,
+              {QT_TRANSLATE_NOOP("Settings", "Reduce transparency"),
+               QT_TRANSLATE_NOOP("Settings", "The dock shows nothing of what lies behind it."),
+               QT_TRANSLATE_NOOP("Settings", "glass blur opaque")},
+              settingField(&DesktopOptions::reduceTransparency));
   }
 
   void addWindows() {

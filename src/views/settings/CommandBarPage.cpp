@@ -10,11 +10,16 @@ SettingsPage* makeCommandBarPage(AppStore& store, const SettingsServices& servic
   auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Command Bar")), store);
   Card& card = *page->addCard();
   addShortcutRow(*page, card, services, Shortcut::CommandBar);
-  auto* about = new FormRow(
-      settingsText(QT_TRANSLATE_NOOP("Settings", "What it finds")), nullptr,
-      settingsText(QT_TRANSLATE_NOOP(
-          "Settings",
-          "Apps, open windows, files and settings, sums and units. What you type stays on this computer.")));
+  const bool isThere = !services.commandBarKey || services.commandBarKey().has_value();
+  auto* about = isThere
+                    ? new FormRow(settingsText(QT_TRANSLATE_NOOP("Settings", "What it does")), nullptr,
+                                  settingsText(QT_TRANSLATE_NOOP("Settings",
+                                                                 "Opens apps, does sums and converts units. What you "
+                                                                 "type stays on this computer.")))
+                    : new FormRow(settingsText(QT_TRANSLATE_NOOP("Settings", "Not there yet")), nullptr,
+                                  settingsText(QT_TRANSLATE_NOOP("Settings",
+                                                                 "This version has no command bar, so no key is taken "
+                                                                 "for it. What you choose here is kept.")));
   page->addOther(card, about, about->label());
   return page;
 }

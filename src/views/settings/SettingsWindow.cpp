@@ -80,7 +80,9 @@ SettingsWindow::SettingsWindow(AppStore& store, SettingsServices services)
   side_->setFocus();
 }
 
-SettingsWindow::~SettingsWindow() = default;
+SettingsWindow::~SettingsWindow() {
+  hide();  // Ends what the sections do while they are seen, as long as there is somebody to tell.
+}
 
 QWidget* SettingsWindow::makeSide() {
   auto* side = new QWidget;

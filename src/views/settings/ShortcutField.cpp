@@ -127,6 +127,7 @@ void ShortcutField::record(bool on) {
   if (on == isRecording_) return;
   isRecording_ = on;
   held_ = 0;
+  if (on) setFocus(Qt::MouseFocusReason);  // A click alone does not give the keyboard.
   describe();
   Q_EMIT recordingChanged(on);
 }
@@ -171,6 +172,11 @@ bool ShortcutField::event(QEvent* event) {
 void ShortcutField::focusOutEvent(QFocusEvent* event) {
   record(false);
   PaintedButton::focusOutEvent(event);
+}
+
+void ShortcutField::hideEvent(QHideEvent* event) {
+  record(false);
+  PaintedButton::hideEvent(event);
 }
 
 QSize ShortcutField::sizeHint() const {

@@ -31,6 +31,7 @@ class ShortcutField final : public PaintedButton {
  protected:
   bool event(QEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
  private:
