@@ -14,6 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr int kTinyPadding = 5;
 constexpr int kSmallPadding = 7;
 constexpr int kSmallWidth = 142;
 constexpr int kSmallName = 26;
@@ -28,6 +29,18 @@ constexpr int kDescriptionLines = 3;
 constexpr double kCorner = 14;
 constexpr double kLine = 2;
 constexpr double kBadgeRadius = 11;
+
+QSize pictureSize(LayoutCard::Size size) {
+  switch (size) {
+    case LayoutCard::Size::Tiny:
+      return LayoutPicture::kTiny;
+    case LayoutCard::Size::Small:
+      return LayoutPicture::kSmall;
+    case LayoutCard::Size::Large:
+      return LayoutPicture::kLarge;
+  }
+  return {};
+}
 
 QFont descriptionFont() {
   QFont font = Typography::widgetFont(TextStyle::Caption);
@@ -65,13 +78,11 @@ void drawSentence(QPainter& painter, const QRectF& box, const QString& text, Qt:
 }  // namespace
 
 LayoutCard::LayoutCard(DockLayout layout, Size size, QWidget* parent)
-    : QRadioButton(parent),
-      layout_(layout),
-      size_(size),
-      picture_(new LayoutPicture(layout, size == Size::Small ? LayoutPicture::kSmall : LayoutPicture::kLarge, this)) {
+    : QRadioButton(parent), layout_(layout), size_(size), picture_(new LayoutPicture(layout, pictureSize(size), this)) {
   setText(label(layout).replace(u"&"_s, u"&&"_s));  // A single one would be taken for a mnemonic.
   setAccessibleDescription(description(layout));
   if (size == Size::Small) setToolTip(description(layout));
+  if (size == Size::Tiny) setToolTip(label(layout));
   setAttribute(Qt::WA_Hover);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   connect(this, &QAbstractButton::toggled, this, &LayoutCard::move);
@@ -88,6 +99,8 @@ void LayoutCard::setChosen(bool chosen) {
 void LayoutCard::setReduceMotion(bool reduce) { picture_->setReduceMotion(reduce); }
 
 QSize LayoutCard::sizeHint() const {
+  if (size_ == Size::Tiny)
+    return LayoutPicture::kTiny.grownBy({kTinyPadding, kTinyPadding, kTinyPadding, kTinyPadding});
   if (size_ == Size::Small) return {kSmallWidth, LayoutPicture::kSmall.height() + kSmallPadding + kSmallName};
   const int text = kTextBelow + static_cast<int>(lineHeight() * kDescriptionLines + 1);
   return {LayoutPicture::kLarge.width() + kPadding * 2 + kBadgeRoom * 2,
@@ -95,13 +108,13 @@ QSize LayoutCard::sizeHint() const {
 }
 
 QRectF LayoutCard::ground() const {
-  if (size_ == Size::Small) return rect();
+  if (size_ != Size::Large) return rect();
   return QRectF(rect()).adjusted(kBadgeRoom, kBadgeRoom, -kBadgeRoom, -kBadgeRoom);
 }
 
 void LayoutCard::resizeEvent(QResizeEvent* event) {
   QRadioButton::resizeEvent(event);
-  const int top = size_ == Size::Small ? kSmallPadding : kBadgeRoom + kPadding;
+  const int top = size_ == Size::Large ? kBadgeRoom + kPadding : size_ == Size::Small ? kSmallPadding : kTinyPadding;
   picture_->move((width() - picture_->width()) / 2, top);
 }
 
@@ -138,7 +151,7 @@ void LayoutCard::paintEvent(QPaintEvent*) {
   painter.setRenderHint(QPainter::Antialiasing);
   if (!isEnabled()) painter.setOpacity(theme::kDisabledOpacity);
   const ControlLook& look = lookOf(*this);
-  if (size_ == Size::Small)
+  if (size_ != Size::Large)
     paintSmall(painter, look);
   else
     paintLarge(painter, look);
@@ -153,6 +166,7 @@ void LayoutCard::paintSmall(QPainter& painter, const ControlLook& look) const {
     drawRounded(painter, box, kSmallCorner, look.palette.tile);
   }
   if (hasFocus() && byKeyboard_) drawFocusLine(painter, box, kSmallCorner, look);
+  if (size_ == Size::Tiny) return;
   const double top = kSmallPadding + LayoutPicture::kSmall.height();
   drawTextIn(painter, QRectF(1, top, width() - 2, kSmallName), label(layout_), TextStyle::ListRowStrong,
              isChecked() ? look.accentColor() : look.palette.primary, Qt::AlignHCenter, Elide::Middle);

@@ -16,6 +16,7 @@ class LayoutCard final : public QRadioButton {
   Q_OBJECT
  public:
   enum class Size {
+    Tiny,   ///< The picture alone; the name is in the tip.
     Small,  ///< Picture and name.
     Large,  ///< On a card of its own, with the description.
   };

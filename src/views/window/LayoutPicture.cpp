@@ -231,6 +231,14 @@ LayoutPicture::LayoutPicture(DockLayout layout, QSize size, QWidget* parent) : Q
   connect(&pause_, &QTimer::timeout, this, &LayoutPicture::travelOn);
 }
 
+void LayoutPicture::paintLake(QPainter& painter, const QRectF& box) {
+  painter.save();
+  painter.translate(box.topLeft());
+  painter.scale(box.width() / kWidth, box.height() / kHeight);
+  drawLake(painter, SceneColors());
+  painter.restore();
+}
+
 void LayoutPicture::setMoving(bool moving) {
   if (wanted_ == moving) return;
   wanted_ = moving;

@@ -13,10 +13,14 @@ namespace tarnwick {
 class LayoutPicture final : public QWidget {
   Q_OBJECT
  public:
+  static constexpr QSize kTiny{62, 39};
   static constexpr QSize kSmall{124, 78};
   static constexpr QSize kLarge{172, 109};
 
   LayoutPicture(DockLayout layout, QSize size, QWidget* parent = nullptr);
+
+  /// The lake and the hills alone.
+  static void paintLake(QPainter& painter, const QRectF& box);
 
   /// Plays what the layout does a few times over, then rests; false ends it at once. Nothing runs while the picture
   /// rests or cannot be seen.

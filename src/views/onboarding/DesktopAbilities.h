@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+
+#include "desktop/Capability.h"
+
+namespace tarnwick {
+
+/// What the program uses of the desktop, and whether it is there.
+struct DesktopAbilities {
+  /// Whether windows can be translucent.
+  bool isComposited = true;
+  /// Whether docks can come out at the edges of the screen.
+  Capability edges;
+  Capability windows;
+  Capability keys;
+  QString dockKey;  ///< As a person reads it; empty while it is switched off.
+  /// Absent while there is no command bar to open; empty while no key opens it.
+  std::optional<QString> commandBarKey;
+  Capability notifications;
+  /// Whether there is a dock of the system's that can be hidden.
+  Capability systemDock;
+};
+
+}  // namespace tarnwick

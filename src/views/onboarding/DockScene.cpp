@@ -1,0 +1,59 @@
+#include "views/onboarding/DockScene.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <cmath>
+
+#include "views/dock/DockView.h"
+#include "views/snapshot/SnapshotFixture.h"
+#include "views/theme/Glass.h"
+#include "views/theme/SceneColors.h"
+#include "views/theme/Theme.h"
+#include "views/window/LayoutPicture.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr double kScale = 0.86;
+constexpr double kCorner = 14;
+constexpr int kFoot = 14;
+
+}  // namespace
+
+DockScene::DockScene(QSize size, QWidget* parent) : QWidget(parent) { setFixedSize(size); }
+
+void DockScene::render() {
+  DockView view;
+  view.setAttribute(Qt::WA_TranslucentBackground);
+  DockRow row = SnapshotFixture::starterDock();
+  row.runningApps.clear();
+  row.scale = kScale;
+  view.setRow(row);
+  view.refresh(SnapshotFixture::sources());
+  const QSizeF slot(view.idealRowWidth(), theme::kDockHeight * kScale);
+  view.resize(QSize(static_cast<int>(std::ceil(slot.width())), static_cast<int>(std::ceil(slot.height())))
+                  .grownBy(view.margins()));
+  const double ratio = devicePixelRatioF();
+  dock_ = QPixmap(view.size() * ratio);
+  dock_.setDevicePixelRatio(ratio);
+  dock_.fill(Qt::transparent);
+  view.render(&dock_, QPoint(), QRegion(), QWidget::DrawChildren);
+}
+
+void DockScene::paintEvent(QPaintEvent*) {
+  if (dock_.devicePixelRatio() != devicePixelRatioF() || dock_.isNull()) render();
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  QPainterPath outline;
+  outline.addRoundedRect(QRectF(rect()), kCorner, kCorner);
+  painter.setClipPath(outline);
+  LayoutPicture::paintLake(painter, rect());
+  const QSizeF size = dock_.deviceIndependentSize();
+  const double below = (size.height() - theme::kDockHeight * kScale) / 2;  // The shadow's share.
+  painter.drawPixmap(QPointF(std::round((width() - size.width()) / 2), height() - kFoot + below - size.height()),
+                     dock_);
+  painter.setClipping(false);
+  drawInnerLine(painter, rect(), kCorner, 1, SceneColors().rim);
+}
+
+}  // namespace tarnwick

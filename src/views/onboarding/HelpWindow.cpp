@@ -1,0 +1,93 @@
+#include "views/onboarding/HelpWindow.h"
+
+#include "desktop/VirtualKeys.h"
+#include "store/AppStore.h"
+#include "views/controls/Labels.h"
+#include "views/onboarding/KeyCaps.h"
+#include "views/window/Cards.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QSize kWindow{620, 640};
+
+QString words(const char* text) { return QCoreApplication::translate("Help", text); }
+
+void addGlobalKeys(CardPage& page, const AppStore& store, const DesktopAbilities& abilities) {
+  const DesktopOptions options = store.config().desktopOptions();
+  Card* card = page.addCard(words(QT_TRANSLATE_NOOP("Help", "Keys that work everywhere")));
+  if (!abilities.keys) {
+    card->addRow(words(QT_TRANSLATE_NOOP("Help", "No key of ours")), nullptr, abilities.keys.reason);
+    return;
+  }
+  if (options.dockShortcutEnabled)
+    card->addRow(words(QT_TRANSLATE_NOOP("Help", "Hide and Show Dock")),
+                 new KeyCaps(VirtualKeys::text(options.shortcutKey, options.shortcutModifiers)));
+  const bool canAddShift = (options.shortcutModifiers & VirtualKeys::kShift) == 0;
+  if (options.dockShortcutEnabled && canAddShift)
+    card->addRow(words(QT_TRANSLATE_NOOP("Help", "Give the dock the keyboard")),
+                 new KeyCaps(VirtualKeys::text(options.shortcutKey, options.shortcutModifiers | VirtualKeys::kShift)));
+  if (abilities.commandBarKey && !abilities.commandBarKey->isEmpty())
+    card->addRow(words(QT_TRANSLATE_NOOP("Help", "Command Bar")), new KeyCaps(*abilities.commandBarKey));
+  if (options.profileShortcutEnabled) {
+    constexpr quint32 digitOne = 18;
+    QString keys = VirtualKeys::text(digitOne, options.profileModifiers);
+    keys.chop(1);
+    card->addRow(words(QT_TRANSLATE_NOOP("Help", "Switch Profile")), new KeyCaps(keys + u"0–9"_s),
+                 words(QT_TRANSLATE_NOOP("Help", "Use the prefix with 0–9 in profile order.")));
+  }
+}
+
+void addPlain(CardPage& page, const char* heading, std::initializer_list<std::pair<const char*, const char*>> rows) {
+  Card* card = page.addCard(words(heading));
+  for (const auto& [what, how] : rows) card->addRow(words(what), nullptr, words(how));
+}
+
+void addOrders(CardPage& page) {
+  Card* card = page.addCard(words(QT_TRANSLATE_NOOP("Help", "Orders for the running dock")));
+  const auto add = [card](const QString& order, const char* what) {
+    auto* text = new TextLabel(order, TextStyle::Body, Tone::Secondary);
+    text->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    card->addRow(words(what), text);
+    text->setAccessibleName(order);
+  };
+  add(u"tarnwick --toggle"_s, QT_TRANSLATE_NOOP("Help", "Hide it, or show it again"));
+  add(u"tarnwick --focus"_s, QT_TRANSLATE_NOOP("Help", "Give it the keyboard"));
+  add(u"tarnwick --profile N"_s, QT_TRANSLATE_NOOP("Help", "Switch to a profile, counted from 0"));
+  add(u"tarnwick --restore-dock"_s, QT_TRANSLATE_NOOP("Help", "Give the system's dock back by hand"));
+}
+
+}  // namespace
+
+HelpWindow::HelpWindow(AppStore& store, const DesktopAbilities& abilities) : AppWindow(store, tr("Tarnwick Help")) {
+  auto* page = new CardPage(words(QT_TRANSLATE_NOOP("Help", "Help")));
+  addGlobalKeys(*page, store, abilities);
+  addPlain(*page, QT_TRANSLATE_NOOP("Help", "While the dock has the keyboard"),
+           {{QT_TRANSLATE_NOOP("Help", "Arrow keys"), QT_TRANSLATE_NOOP("Help", "Go from tile to tile.")},
+            {QT_TRANSLATE_NOOP("Help", "Return or Space"), QT_TRANSLATE_NOOP("Help", "Does what a click does.")},
+            {QT_TRANSLATE_NOOP("Help", "Menu key or Shift+F10"), QT_TRANSLATE_NOOP("Help", "Opens the tile's menu.")},
+            {QT_TRANSLATE_NOOP("Help", "Escape"), QT_TRANSLATE_NOOP("Help", "Gives the keyboard back.")}});
+  addPlain(
+      *page, QT_TRANSLATE_NOOP("Help", "With the pointer"),
+      {{QT_TRANSLATE_NOOP("Help", "Click"),
+        QT_TRANSLATE_NOOP("Help",
+                          "Opens a tile's panel, or an application. A click on the one in front minimises it.")},
+       {QT_TRANSLATE_NOOP("Help", "Right click"),
+        QT_TRANSLATE_NOOP("Help", "Opens the menu of a tile or of the dock.")},
+       {QT_TRANSLATE_NOOP("Help", "Drag a tile"), QT_TRANSLATE_NOOP("Help", "Moves it to another place.")},
+       {QT_TRANSLATE_NOOP("Help", "Drop files"),
+        QT_TRANSLATE_NOOP("Help",
+                          "On an application they open in it, on the trash they go there, on empty space they become a "
+                          "tile. Removals and drops can be undone for eight seconds.")},
+       {QT_TRANSLATE_NOOP("Help", "Wheel"),
+        QT_TRANSLATE_NOOP("Help", "Over an application it goes through its windows, elsewhere it scrolls the dock.")},
+       {QT_TRANSLATE_NOOP("Help", "Drag empty space"), QT_TRANSLATE_NOOP("Help", "Switches to the next profile.")}});
+  addOrders(*page);
+  setContent(nullptr, page);
+  resize(kWindow);
+}
+
+}  // namespace tarnwick

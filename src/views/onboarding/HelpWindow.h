@@ -1,0 +1,16 @@
+#pragma once
+
+#include "views/onboarding/DesktopAbilities.h"
+#include "views/window/AppWindow.h"
+
+namespace tarnwick {
+
+/// The keys, what the hand does on a dock, and the orders of the command line.
+class HelpWindow final : public AppWindow {
+  Q_OBJECT
+ public:
+  /// `abilities` as the program is now: keys that are off or belong to others are left out.
+  HelpWindow(AppStore& store, const DesktopAbilities& abilities);
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,263 @@
+#include "views/onboarding/MenuBarPanel.h"
+
+#include <QCoreApplication>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+#include "store/AppStore.h"
+#include "views/controls/Bleed.h"
+#include "views/controls/Buttons.h"
+#include "views/controls/ControlTheme.h"
+#include "views/controls/Labels.h"
+#include "views/controls/Rows.h"
+#include "views/controls/ScrollArea.h"
+#include "views/controls/Switch.h"
+#include "views/onboarding/AppMark.h"
+#include "views/window/LayoutCard.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kMark = 24;
+constexpr int kLayoutsInARow = 4;
+constexpr int kMessageSymbol = 16;
+
+QString words(const char* text) { return QCoreApplication::translate("MenuBarPanel", text); }
+
+/// A word and a control on one line.
+QWidget* line(const QString& word, QWidget* control) {
+  auto* row = new QWidget;
+  row->setFixedHeight(theme::kRowHeight);
+  auto* layout = new QHBoxLayout(row);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(new TextLabel(word, TextStyle::Body), 1);
+  layout->addWidget(control);
+  return row;
+}
+
+class Warning final : public QWidget {
+ public:
+  Warning() { setFixedSize(kMessageSymbol, kMessageSymbol); }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    drawControlSymbol(painter, u"exclamationmark.circle"_s, rect(), lookOf(*this).palette.accent(Accent::Orange));
+  }
+};
+
+/// Parts what is above it from what is below.
+class Hairline final : public QWidget {
+ public:
+  Hairline() { setFixedHeight(theme::kSectionBelow * 2 + 1); }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.fillRect(QRectF(0, height() / 2, width(), hairline(painter)), lookOf(*this).palette.hairline);
+  }
+};
+
+}  // namespace
+
+MenuBarPanel::MenuBarPanel(AppStore& store, MenuBarPanelActions actions)
+    : store_(store),
+      actions_(std::move(actions)),
+      frame_(new QVBoxLayout(this)),
+      content_(new QWidget),
+      scroll_(new ScrollArea(this)),
+      column_(new QVBoxLayout(content_)),
+      message_(new QWidget),
+      messageText_(new TextLabel({}, TextStyle::Body)),
+      dock_(new Switch(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Show Dock")))),
+      layoutName_(new SectionLabel(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Layout")))),
+      profiles_(new QWidget) {
+  setAttribute(Qt::WA_NoSystemBackground);
+  setAccessibleName(u"Tarnwick"_s);
+  column_->setContentsMargins(0, 0, 0, 0);
+  column_->setSpacing(0);
+  addHeader();
+  column_->addWidget(line(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Show Dock")), dock_));
+  addLayouts();
+  column_->addWidget(profiles_);
+  addEntries();
+  scroll_->setWidget(content_);
+  content_->setAutoFillBackground(false);
+  content_->installEventFilter(this);
+  frame_->setSpacing(0);
+  frame_->addWidget(scroll_);
+  setScheme(true, Backdrop::Plain);
+
+  connect(dock_, &QAbstractButton::clicked, this, [this] { actions_.toggleDock(); });
+  connect(&store_, &AppStore::configChanged, this, &MenuBarPanel::fill);
+  connect(&store_, &AppStore::errorChanged, this, &MenuBarPanel::fill);
+  fill();
+  fillProfiles();
+}
+
+MenuBarPanel::~MenuBarPanel() = default;
+
+void MenuBarPanel::addHeader() {
+  auto* header = new QWidget;
+  header->setFixedHeight(theme::kPanelHeader);
+  auto* row = new QHBoxLayout(header);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(theme::kRowGap);
+  row->addWidget(new AppMark(kMark));
+  row->addWidget(new TextLabel(u"Tarnwick"_s, TextStyle::Title), 1);
+  column_->addWidget(header);
+  column_->addSpacing(theme::kSectionBelow);
+
+  auto* says = new QHBoxLayout(message_);
+  says->setContentsMargins(0, theme::kSectionBelow, 0, theme::kSectionBelow);
+  says->setSpacing(theme::kRowGap);
+  says->addWidget(new Warning, 0, Qt::AlignVCenter);
+  messageText_->setWordWrap(true);
+  says->addWidget(messageText_, 1);
+  auto* dismiss = new IconButton(u"xmark"_s, words(QT_TRANSLATE_NOOP("MenuBarPanel", "Dismiss")));
+  dismiss->setGround(false);
+  connect(dismiss, &QPushButton::clicked, this, [this] { store_.clearError(); });
+  says->addWidget(dismiss);
+  column_->addWidget(message_);
+}
+
+void MenuBarPanel::addLayouts() {
+  column_->addWidget(layoutName_);
+  auto* holder = new QWidget;
+  holder->setAccessibleName(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Layout")));
+  auto* grid = new QGridLayout(holder);
+  grid->setContentsMargins(0, 0, 0, 0);
+  grid->setSpacing(0);
+  int place = 0;
+  for (const DockLayout layout : kDockLayouts) {
+    auto* card = new LayoutCard(layout, LayoutCard::Size::Tiny);
+    card->setReduceMotion(actions_.reduceMotion);
+    grid->addWidget(card, place / kLayoutsInARow, place % kLayoutsInARow);
+    ++place;
+    connect(card, &LayoutCard::chosen, this, [this](DockLayout chosen) {
+      store_.edit([chosen](DockConfiguration& config) { config.layout = chosen; });
+    });
+    const auto show = [this, card] { card->setChosen(store_.config().layout == card->layout()); };
+    connect(&store_, &AppStore::configChanged, card, show);
+    show();
+  }
+  column_->addWidget(holder);
+}
+
+void MenuBarPanel::addEntries() {
+  column_->addWidget(new Hairline);
+  continueSetup_ = addEntry(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Continue Setup…")), actions_.continueSetup);
+  addEntry(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Add Widgets…")), actions_.addWidgets);
+  addEntry(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Settings…")), actions_.settings);
+  addEntry(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Help")), actions_.help);
+  addEntry(words(QT_TRANSLATE_NOOP("MenuBarPanel", "About Tarnwick")), actions_.about);
+  column_->addWidget(new Hairline);
+  addEntry(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Quit Tarnwick")), actions_.quit);
+}
+
+ListRow* MenuBarPanel::addEntry(const QString& title, const std::function<void()>& act) {
+  if (!act) return nullptr;
+  auto* row = new ListRow(title);
+  row->setClickable(true);
+  connect(row, &QPushButton::clicked, this, [this, act] {
+    Q_EMIT closeRequested();
+    act();
+  });
+  addBleeding(*column_, row);
+  return row;
+}
+
+void MenuBarPanel::fill() {
+  const DockConfiguration& config = store_.config();
+  message_->setVisible(!store_.error().isEmpty());
+  messageText_->setText(store_.error());
+  if (continueSetup_) continueSetup_->setVisible(!config.onboardingComplete);
+  layoutName_->setTrailing(label(config.layout));
+  const QSignalBlocker quiet(dock_);
+  dock_->setChecked(!actions_.dockIsHidden());
+}
+
+void MenuBarPanel::fillProfiles() {
+  const DockConfiguration& config = store_.config();
+  auto* column = new QVBoxLayout(profiles_);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  profiles_->setVisible(config.profiles.size() > 1);
+  column->addWidget(new SectionLabel(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Profiles"))));
+  for (const DockProfile& profile : config.profiles) {
+    auto* row = new ListRow(profile.name);
+    row->setClickable(true);
+    row->setCheckable(true);
+    addBleeding(*column, row);
+    const QUuid id = profile.id;
+    connect(row, &QPushButton::clicked, this, [this, id] { store_.selectProfile(id); });
+    const auto show = [this, row, id] {
+      const bool active = store_.profile().id == id;
+      row->setChecked(active);
+      row->setValue(active ? words(QT_TRANSLATE_NOOP("MenuBarPanel", "Active")) : QString(), Tone::AccentWord);
+    };
+    connect(&store_, &AppStore::configChanged, row, show);
+    show();
+  }
+}
+
+void MenuBarPanel::setScheme(bool dark, Backdrop backdrop) {
+  look_.palette = Palette::make(dark ? DockStyle::DarkGlass : DockStyle::LightGlass, backdrop, false);
+  const QMargins padding(theme::kPanelPadding, theme::kPanelPadding, theme::kPanelPadding, theme::kPanelPadding);
+  frame_->setContentsMargins(margins() + padding);
+  announceLook(*this);
+  updateGeometry();
+}
+
+QMargins MenuBarPanel::margins() const { return Glass::margins(look_.palette.panel, theme::kPanelShadowScale); }
+
+QSize MenuBarPanel::sizeHint() const {
+  const int width = theme::kPanelWidth;
+  const int height = scroll_->contentHeight(width - theme::kPanelPadding * 2) + theme::kPanelPadding * 2;
+  return QSize(width, height).grownBy(margins());
+}
+
+bool MenuBarPanel::event(QEvent* event) {
+  const bool result = QWidget::event(event);
+  if (event->type() == QEvent::LayoutRequest) {
+    if (const QSize size = sizeHint(); size != announced_) {
+      announced_ = size;
+      updateGeometry();
+      Q_EMIT sizeChanged();
+    }
+  }
+  return result;
+}
+
+bool MenuBarPanel::eventFilter(QObject* watched, QEvent* event) {
+  // A scroll area keeps to itself that its content wants another size.
+  if (watched == content_ && event->type() == QEvent::LayoutRequest)
+    QCoreApplication::postEvent(this, new QEvent(QEvent::LayoutRequest));
+  return QWidget::eventFilter(watched, event);
+}
+
+void MenuBarPanel::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Down)
+    focusNextChild();
+  else if (event->key() == Qt::Key_Up)
+    focusPreviousChild();
+  else
+    QWidget::keyPressEvent(event);
+}
+
+void MenuBarPanel::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const GlassColors& colors = look_.palette.panel;
+  const double corner = colors.shadow.isValid() ? theme::kPanelCorner / theme::kPanelShadowScale : 0;
+  glass_.paint(painter, rect().marginsRemoved(margins()), colors, corner, theme::kPanelShadowScale);
+}
+
+}  // namespace tarnwick

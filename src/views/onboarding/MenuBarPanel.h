@@ -1,0 +1,85 @@
+#pragma once
+
+#include <QWidget>
+#include <functional>
+
+#include "views/controls/ControlLook.h"
+#include "views/theme/Glass.h"
+
+class QVBoxLayout;
+
+namespace tarnwick {
+
+class AppStore;
+class ListRow;
+class ScrollArea;
+class SectionLabel;
+class Switch;
+class TextLabel;
+
+/// What the entries of the panel do; one that is empty is not shown.
+struct MenuBarPanelActions {
+  std::function<bool()> dockIsHidden;  ///< Required, by the user's own hand.
+  std::function<void()> toggleDock;    ///< Required.
+  std::function<void()> continueSetup;
+  std::function<void()> addWidgets;
+  std::function<void()> settings;
+  std::function<void()> help;
+  std::function<void()> about;
+  std::function<void()> quit;
+  bool reduceMotion = false;
+};
+
+/// The small window below the status item: the dock, its layout and its profiles at a glance, and the ways to all else.
+/// It takes the size of its content.
+class MenuBarPanel final : public QWidget, public LookSource {
+  Q_OBJECT
+ public:
+  MenuBarPanel(AppStore& store, MenuBarPanelActions actions);
+  ~MenuBarPanel() override;
+
+  const ControlLook& look() const override { return look_; }
+  /// Where nothing composites, the panel is cut to its rectangle and has no shadow.
+  void setScheme(bool dark, Backdrop backdrop);
+  /// Room around the pane for its shadow.
+  QMargins margins() const;
+  QSize sizeHint() const override;
+
+ Q_SIGNALS:
+  /// Something was chosen that is not seen in the panel itself. Whoever owns it closes it, not within this signal.
+  void closeRequested();
+  /// sizeHint() changed.
+  void sizeChanged();
+
+ protected:
+  bool event(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  void addHeader();
+  void addLayouts();
+  void addEntries();
+  ListRow* addEntry(const QString& title, const std::function<void()>& act);
+  void fill();
+  void fillProfiles();
+
+  AppStore& store_;
+  MenuBarPanelActions actions_;
+  ControlLook look_;
+  Glass glass_;
+  QVBoxLayout* frame_;
+  QWidget* content_;
+  ScrollArea* scroll_;
+  QVBoxLayout* column_;
+  QWidget* message_;
+  TextLabel* messageText_;
+  Switch* dock_;
+  SectionLabel* layoutName_;
+  ListRow* continueSetup_ = nullptr;
+  QWidget* profiles_;
+  QSize announced_;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,307 @@
+#include "views/onboarding/OnboardingPages.h"
+
+#include <QCoreApplication>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+#include "store/AppStore.h"
+#include "views/controls/Buttons.h"
+#include "views/controls/Labels.h"
+#include "views/controls/Switch.h"
+#include "views/onboarding/AppMark.h"
+#include "views/onboarding/DockScene.h"
+#include "views/onboarding/KeyCaps.h"
+#include "views/onboarding/StateLabel.h"
+#include "views/window/Cards.h"
+#include "views/window/LayoutCard.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kMark = 64;
+constexpr int kTop = 22;
+constexpr int kCardRoom = 6;  // That cards of layouts have around them.
+constexpr int kColumn = 560;  // The width of pages of text.
+constexpr QSize kScene{760, 152};
+constexpr int kFeatureSymbol = 20;
+
+QString words(const char* text) { return QCoreApplication::translate("Onboarding", text); }
+
+QVBoxLayout* beginPage(QWidget* page, const QString& heading, const QString& sentence) {
+  page->setAccessibleName(heading);
+  auto* column = new QVBoxLayout(page);
+  column->setContentsMargins(kTop, kTop, kTop, 0);
+  column->setSpacing(0);
+  column->addWidget(new AppMark(kMark), 0, Qt::AlignHCenter);
+  column->addSpacing(12);
+  auto* title = new TextLabel(heading, TextStyle::Display);
+  auto* below = new TextLabel(sentence, TextStyle::Title, Tone::Secondary);
+  QFont plain = below->font();
+  plain.setWeight(QFont::Medium);
+  below->setFont(plain);
+  below->setWordWrap(true);
+  for (TextLabel* label : {title, below}) label->setAlignment(Qt::AlignCenter);
+  column->addWidget(title);
+  column->addSpacing(2);
+  column->addWidget(below);
+  column->addSpacing(14);
+  return column;
+}
+
+/// The column of a page of text, in its middle.
+QVBoxLayout* addColumn(QVBoxLayout* page, int width = kColumn) {
+  auto* holder = new QWidget;
+  holder->setFixedWidth(width);
+  auto* column = new QVBoxLayout(holder);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(12);
+  // Stretches, and not an alignment, so that sentences wrap at the width that they have.
+  auto* middle = new QHBoxLayout;
+  middle->addStretch(1);
+  middle->addWidget(holder);
+  middle->addStretch(1);
+  page->addLayout(middle);
+  page->addStretch(1);
+  return column;
+}
+
+/// A symbol in the colour that its subject has on the dock.
+class Sign final : public QWidget {
+ public:
+  Sign(const QString& symbol, Accent accent) : symbol_(symbol), accent_(accent) {
+    setFixedSize(kFeatureSymbol, kFeatureSymbol);
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    drawControlSymbol(painter, symbol_, rect(), lookOf(*this).palette.accent(accent_));
+  }
+
+ private:
+  QString symbol_;
+  Accent accent_;
+};
+
+QWidget* feature(const QString& symbol, Accent accent, const QString& title, const QString& sentence) {
+  auto* row = new QWidget;
+  auto* layout = new QHBoxLayout(row);
+  layout->setContentsMargins(16, 12, 16, 12);
+  layout->setSpacing(14);
+  layout->addWidget(new Sign(symbol, accent), 0, Qt::AlignVCenter);
+  auto* text = new QVBoxLayout;
+  text->setSpacing(2);
+  text->addWidget(new TextLabel(title, TextStyle::Title));
+  auto* below = new TextLabel(sentence, TextStyle::Body, Tone::Secondary);
+  below->setWordWrap(true);
+  text->addWidget(below);
+  layout->addLayout(text, 1);
+  return row;
+}
+
+/// What the last cell of the layouts says.
+QWidget* starterNote() {
+  auto* note = new QWidget;
+  auto* column = new QVBoxLayout(note);
+  column->setContentsMargins(kCardRoom + 6, 0, kCardRoom + 6, 0);
+  column->setSpacing(6);
+  column->addStretch();
+  column->addWidget(new TextLabel(words(QT_TRANSLATE_NOOP("Onboarding", "Starter widgets")), TextStyle::Title));
+  auto* text = new TextLabel(
+      words(QT_TRANSLATE_NOOP("Onboarding",
+                              "Applications, time, weather, CPU, RAM and quick toggles. Add more from the library.")),
+      TextStyle::Caption, Tone::Secondary);
+  text->setWordWrap(true);
+  column->addWidget(text);
+  column->addStretch();
+  return note;
+}
+
+}  // namespace
+
+QWidget* makeWelcomePage() {
+  auto* page = new QWidget;
+  QVBoxLayout* column = beginPage(
+      page, words(QT_TRANSLATE_NOOP("Onboarding", "A dock of live widgets")),
+      words(QT_TRANSLATE_NOOP("Onboarding", "What you look at all day, in one calm row at the edge of your screen.")));
+  auto* card = new Card;
+  card->add(feature(u"clock"_s, Accent::Orange, words(QT_TRANSLATE_NOOP("Onboarding", "Tiles that live")),
+                    words(QT_TRANSLATE_NOOP("Onboarding",
+                                            "Time, calendar, weather, the state of this computer, timers and notes. A "
+                                            "click on a tile opens the rest of it."))));
+  card->add(feature(u"square.grid.2x2"_s, Accent::Blue, words(QT_TRANSLATE_NOOP("Onboarding", "Your applications")),
+                    words(QT_TRANSLATE_NOOP("Onboarding",
+                                            "Start them, see which run, and drop files on them. Folders open in the "
+                                            "dock itself."))));
+  card->add(feature(u"person.2"_s, Accent::Purple, words(QT_TRANSLATE_NOOP("Onboarding", "Profiles")),
+                    words(QT_TRANSLATE_NOOP("Onboarding",
+                                            "One set of tiles for work and one for the evening, switched by you, by "
+                                            "the time or by the display."))));
+  card->add(feature(u"battery.100"_s, Accent::Green, words(QT_TRANSLATE_NOOP("Onboarding", "Light on the machine")),
+                    words(QT_TRANSLATE_NOOP("Onboarding",
+                                            "While nothing changes, nothing runs. Your settings stay in one file on "
+                                            "this computer."))));
+  QVBoxLayout* middle = addColumn(column, kScene.width());
+  middle->addWidget(new DockScene(kScene));
+  middle->addWidget(card);
+  return page;
+}
+
+QWidget* makeLayoutPage(AppStore& store, const OnboardingServices& services) {
+  auto* page = new QWidget;
+  const Capability edges = services.abilities().edges;
+  QVBoxLayout* column =
+      beginPage(page, words(QT_TRANSLATE_NOOP("Onboarding", "Where should your dock live?")),
+                edges ? words(QT_TRANSLATE_NOOP(
+                            "Onboarding", "Pick one of seven layouts. You can change this at any time in Settings."))
+                      : edges.reason);
+  auto* holder = new QWidget;
+  holder->setAccessibleName(page->accessibleName());
+  auto* grid = new QGridLayout(holder);
+  grid->setContentsMargins(0, 0, 0, 0);
+  grid->setSpacing(0);
+  constexpr int perRow = 4;
+  int place = 0;
+  for (const DockLayout layout : kDockLayouts) {
+    auto* card = new LayoutCard(layout, LayoutCard::Size::Large);
+    card->setReduceMotion(services.reduceMotion);
+    grid->addWidget(card, place / perRow, place % perRow);
+    ++place;
+    QObject::connect(card, &LayoutCard::chosen, page, [&store](DockLayout chosen) {
+      store.edit([chosen](DockConfiguration& config) { config.layout = chosen; });
+    });
+    const auto show = [card, &store] { card->setChosen(store.config().layout == card->layout()); };
+    QObject::connect(&store, &AppStore::configChanged, card, show);
+    show();
+  }
+  grid->addWidget(starterNote(), place / perRow, place % perRow);
+  column->addWidget(holder, 0, Qt::AlignHCenter);
+  column->addStretch(1);
+  return page;
+}
+
+namespace {
+
+/// The row of something that is there or not.
+void addState(Card* card, const QString& label, const QString& why, const Capability& there) {
+  auto* state = new StateLabel(there.available);
+  card->addRow(label, state, there ? why : there.reason);
+  state->setAccessibleName(label + u": "_s + state->word());
+}
+
+/// A switch for a field of the settings, which it follows.
+Switch* makeSwitch(AppStore& store, const QString& label, bool DockConfiguration::*field) {
+  auto* made = new Switch(label);
+  const auto show = [made, &store, field] {
+    const QSignalBlocker quiet(made);
+    made->setChecked(store.config().*field);
+  };
+  QObject::connect(&store, &AppStore::configChanged, made, show);
+  QObject::connect(made, &QAbstractButton::toggled, made, [&store, field](bool on) {
+    store.edit([field, on](DockConfiguration& config) { config.*field = on; });
+  });
+  show();
+  return made;
+}
+
+void addKeys(Card* card, const DesktopAbilities& abilities) {
+  const QString title = words(QT_TRANSLATE_NOOP("Onboarding", "Keys"));
+  QString why =
+      abilities.dockKey.isEmpty()
+          ? words(QT_TRANSLATE_NOOP("Onboarding", "The key of the dock is switched off."))
+          : words(QT_TRANSLATE_NOOP("Onboarding", "%1 hides and shows the dock from anywhere.")).arg(abilities.dockKey);
+  Capability keys = abilities.keys;
+  if (!keys)
+    keys.reason +=
+        u' ' + words(QT_TRANSLATE_NOOP("Onboarding", "Bind “tarnwick --toggle” to a key of your desktop instead."));
+  addState(card, title, why, keys);
+  if (!abilities.commandBarKey) return;
+  const QString& bar = *abilities.commandBarKey;
+  addState(card, words(QT_TRANSLATE_NOOP("Onboarding", "Command bar")),
+           words(QT_TRANSLATE_NOOP("Onboarding", "%1 opens it.")).arg(bar),
+           bar.isEmpty() ? Capability::no(words(
+                               QT_TRANSLATE_NOOP("Onboarding",
+                                                 "Its key belongs to another program. Choose one in Settings, or bind "
+                                                 "“tarnwick --command-bar” to a key of your desktop.")))
+                         : Capability::yes());
+}
+
+void fill(Card* card, AppStore& store, const DesktopAbilities& abilities) {
+  const QString screens =
+      abilities.isComposited
+          ? words(QT_TRANSLATE_NOOP("Onboarding", "The dock stands at an edge of your screens, above other windows."))
+          : words(
+                QT_TRANSLATE_NOOP("Onboarding",
+                                  "The dock stands at an edge of your screens. Nothing composites them here, so it is "
+                                  "opaque."));
+  addState(card, words(QT_TRANSLATE_NOOP("Onboarding", "Screens and panels")), screens, abilities.edges);
+  addState(card, words(QT_TRANSLATE_NOOP("Onboarding", "Windows of other programs")),
+           words(QT_TRANSLATE_NOOP("Onboarding",
+                                   "Running applications show in the dock, and a click brings them to the front.")),
+           abilities.windows);
+  addKeys(card, abilities);
+  const QString notes = words(QT_TRANSLATE_NOOP("Onboarding", "Notifications"));
+  const QString tell = words(QT_TRANSLATE_NOOP("Onboarding", "Timers and habits say when their time has come."));
+  if (abilities.notifications)
+    card->addRow(notes, makeSwitch(store, notes, &DockConfiguration::notificationsEnabled), tell);
+  else
+    addState(card, notes, tell, abilities.notifications);
+  addState(card, words(QT_TRANSLATE_NOOP("Onboarding", "The system's dock")),
+           words(QT_TRANSLATE_NOOP("Onboarding",
+                                   "Three layouts send it away while Tarnwick runs, and always give it back.")),
+           abilities.systemDock);
+  const QString login = words(QT_TRANSLATE_NOOP("Onboarding", "Start at login"));
+  card->addRow(login, makeSwitch(store, login, &DockConfiguration::launchAtLogin),
+               words(QT_TRANSLATE_NOOP("Onboarding", "The dock is there when you are.")));
+}
+
+}  // namespace
+
+QWidget* makeDesktopPage(AppStore& store, const OnboardingServices& services) {
+  auto* page = new QWidget;
+  QVBoxLayout* column =
+      beginPage(page, words(QT_TRANSLATE_NOOP("Onboarding", "What it asks of your desktop")),
+                words(QT_TRANSLATE_NOOP("Onboarding", "What is missing here is left out; everything else works.")));
+  auto* card = new Card;
+  fill(card, store, services.abilities());
+  addColumn(column)->addWidget(card);
+  return page;
+}
+
+QWidget* makeDonePage(AppStore& store, const OnboardingServices& services) {
+  auto* page = new QWidget;
+  QVBoxLayout* column =
+      beginPage(page, words(QT_TRANSLATE_NOOP("Onboarding", "Your dock is ready")),
+                words(QT_TRANSLATE_NOOP("Onboarding", "Everything can be changed later, and most of it undone.")));
+  const DesktopAbilities abilities = services.abilities();
+  auto* card = new Card;
+  const auto key = [](const QString& text) { return new KeyCaps(text); };
+  if (abilities.keys && !abilities.dockKey.isEmpty())
+    card->addRow(words(QT_TRANSLATE_NOOP("Onboarding", "Hide and show the dock")), key(abilities.dockKey));
+  if (abilities.commandBarKey && !abilities.commandBarKey->isEmpty())
+    card->addRow(words(QT_TRANSLATE_NOOP("Onboarding", "Open the command bar")), key(*abilities.commandBarKey));
+  card->addRow(words(QT_TRANSLATE_NOOP("Onboarding", "Open a tile")), nullptr,
+               words(QT_TRANSLATE_NOOP("Onboarding",
+                                       "Click it for its panel, right-click it for its menu, drag it to move it.")));
+  if (store.config().desktopOptions().showMenuBarIcon)
+    card->addRow(words(QT_TRANSLATE_NOOP("Onboarding", "Everything else")), nullptr,
+                 words(QT_TRANSLATE_NOOP("Onboarding",
+                                         "Tarnwick's icon in the tray has the layouts, profiles and Settings. So has a "
+                                         "right click on the dock.")));
+  if (services.addWidgets) {
+    auto* open = new Button(words(QT_TRANSLATE_NOOP("Onboarding", "Add Widgets…")));
+    QObject::connect(open, &QPushButton::clicked, open, [add = services.addWidgets] { add(); });
+    card->addRow(words(QT_TRANSLATE_NOOP("Onboarding", "More widgets")), open,
+                 words(QT_TRANSLATE_NOOP("Onboarding", "The library shows every one of them alive.")));
+  }
+  addColumn(column)->addWidget(card);
+  return page;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,141 @@
+#include "views/onboarding/OnboardingWindow.h"
+
+#include <QAccessible>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+#include "store/AppStore.h"
+#include "views/controls/Buttons.h"
+#include "views/controls/ScrollArea.h"
+#include "views/onboarding/OnboardingPages.h"
+#include "views/theme/Glass.h"
+
+namespace tarnwick {
+
+namespace {
+
+constexpr QSize kWindow{880, 692};
+constexpr int kSide = 26;  // The cards of the layouts have six pixels of their own around them.
+constexpr int kFooter = 74;
+constexpr int kButtonHeight = 32;
+constexpr int kButtonWidth = 93;
+constexpr int kBackWidth = 61;
+constexpr int kDot = 6;
+constexpr int kDotGap = 6;
+constexpr int kChosenDot = 18;
+
+}  // namespace
+
+/// How far along the pages are.
+class PageDots final : public QWidget {
+ public:
+  explicit PageDots(int count) : count_(count) { setFixedSize((count - 1) * (kDot + kDotGap) + kChosenDot, kDot); }
+
+  void setPage(int page) {
+    page_ = page;
+    setAccessibleName(OnboardingWindow::tr("Step %1 of %2").arg(page + 1).arg(count_));
+    update();
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const ControlLook& look = lookOf(*this);
+    const bool mirrored = layoutDirection() == Qt::RightToLeft;
+    double x = 0;
+    for (int i = 0; i < count_; ++i) {
+      const bool chosen = i == page_;
+      const int wide = chosen ? kChosenDot : kDot;
+      const QRectF dot(mirrored ? width() - x - wide : x, 0, wide, kDot);
+      drawRounded(painter, dot, kDot / 2.0, chosen ? look.accentColor() : look.palette.hairline);
+      x += wide + kDotGap;
+    }
+  }
+
+ private:
+  int count_;
+  int page_ = 0;
+};
+
+OnboardingWindow::OnboardingWindow(AppStore& store, OnboardingServices services, int page)
+    : AppWindow(store, tr("Welcome to Tarnwick")),
+      store_(store),
+      pages_(new QStackedWidget),
+      dots_(new PageDots(kPages)),
+      back_(new Button(tr("Back"))),
+      on_(new Button(tr("Continue"), Button::Role::Primary)) {
+  auto* body = new QWidget;
+  auto* column = new QVBoxLayout(body);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  column->addWidget(pages_, 1);
+  addPage(makeWelcomePage());
+  addPage(makeLayoutPage(store, services));
+  addPage(makeDesktopPage(store, services));
+  addPage(makeDonePage(store, services));
+
+  auto* footer = new QWidget;
+  footer->setFixedHeight(kFooter);
+  auto* row = new QHBoxLayout(footer);
+  row->setContentsMargins(kSide + 6, 0, kSide + 6, 0);
+  row->setSpacing(8);
+  row->addWidget(dots_);
+  row->addStretch();
+  for (Button* button : {back_, on_}) {
+    button->setFixedHeight(kButtonHeight);
+    row->addWidget(button);
+  }
+  back_->setMinimumWidth(kBackWidth);
+  on_->setMinimumWidth(kButtonWidth);
+  column->addWidget(footer);
+  setContent(nullptr, body);
+
+  connect(back_, &QPushButton::clicked, this, [this] { turnTo(this->page() - 1); });
+  connect(on_, &QPushButton::clicked, this, &OnboardingWindow::goOn);
+  resize(kWindow);
+  turnTo(std::clamp(page, 0, kPages - 1));
+}
+
+OnboardingWindow::~OnboardingWindow() = default;
+
+int OnboardingWindow::page() const { return pages_->currentIndex(); }
+
+void OnboardingWindow::addPage(QWidget* page) {
+  // A screen that is too small for a page scrolls it.
+  auto* area = new ScrollArea;
+  page->setAutoFillBackground(false);
+  area->setWidget(page);
+  page->setAutoFillBackground(false);
+  area->viewport()->setAutoFillBackground(false);
+  pages_->addWidget(area);
+}
+
+void OnboardingWindow::turnTo(int page) {
+  if (page < 0 || page >= kPages) return;
+  pages_->setCurrentIndex(page);
+  dots_->setPage(page);
+  back_->setVisible(page > 0);
+  on_->setLabel(page + 1 == kPages ? tr("Done") : tr("Continue"));
+  on_->setFocus(Qt::NoFocusReason);
+  Q_EMIT pageChanged(page);
+}
+
+void OnboardingWindow::goOn() {
+  if (page() + 1 < kPages) return turnTo(page() + 1);
+  store_.edit([](DockConfiguration& config) { config.onboardingComplete = true; });
+  close();
+}
+
+void OnboardingWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+    goOn();
+  else if (event->matches(QKeySequence::Back))
+    turnTo(page() - 1);
+  else
+    AppWindow::keyPressEvent(event);
+}
+
+}  // namespace tarnwick

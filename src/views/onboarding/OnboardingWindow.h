@@ -1,0 +1,55 @@
+#pragma once
+
+#include <functional>
+
+#include "views/onboarding/DesktopAbilities.h"
+#include "views/window/AppWindow.h"
+
+class QStackedWidget;
+
+namespace tarnwick {
+
+class Button;
+class PageDots;
+
+/// What the first run asks of the rest of the program.
+struct OnboardingServices {
+  std::function<DesktopAbilities()> abilities;  ///< Required.
+  /// Opens the library; empty where there is none.
+  std::function<void()> addWidgets;
+  bool reduceMotion = false;
+};
+
+/// The first run: what the program is, where the dock should live, what it asks of the desktop, and how to go on. What
+/// is chosen holds at once. Closing it early leaves the setup to be continued; only its last button says that it is
+/// complete.
+class OnboardingWindow final : public AppWindow {
+  Q_OBJECT
+ public:
+  static constexpr int kPages = 4;
+
+  /// Begins with `page`, counted from 0.
+  OnboardingWindow(AppStore& store, OnboardingServices services, int page = 0);
+  ~OnboardingWindow() override;
+
+  int page() const;
+
+ Q_SIGNALS:
+  void pageChanged(int page);
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void addPage(QWidget* page);
+  void turnTo(int page);
+  void goOn();
+
+  AppStore& store_;
+  QStackedWidget* pages_;
+  PageDots* dots_;
+  Button* back_;
+  Button* on_;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,173 @@
+// The first run and the small window below the status item, under a keyboard and a pointer.
+#include <gtest/gtest.h>
+
+#include <QLabel>
+#include <QPointer>
+#include <QSignalSpy>
+#include <QTest>
+
+#include "views/controls/Rows.h"
+#include "views/controls/Switch.h"
+#include "views/onboarding/MenuBarPanel.h"
+#include "views/onboarding/OnboardingWindow.h"
+#include "views/snapshot/SnapshotFixture.h"
+#include "views/window/LayoutCard.h"
+#include "views/window/LayoutPicture.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class OnboardingTest : public ::testing::Test {
+ protected:
+  AppStore& store() { return snapshot.store(); }
+
+  OnboardingWindow* open(int page = 0) {
+    OnboardingServices services;
+    services.abilities = [this] { return abilities; };
+    auto* window = new OnboardingWindow(store(), services, page);
+    window->present();
+    QCoreApplication::processEvents();
+    return window;
+  }
+  template <class Widget>
+  static Widget* find(const QWidget* in, const QString& name) {
+    for (Widget* each : in->findChildren<Widget*>())
+      if (each->isVisibleTo(in) && each->accessibleName() == name) return each;
+    return nullptr;
+  }
+  static QPushButton* button(const QWidget* in, const QString& word) {
+    for (QPushButton* each : in->findChildren<QPushButton*>())
+      if (each->isVisibleTo(in) && each->text() == word) return each;
+    return nullptr;
+  }
+  static LayoutCard* card(const QWidget* in, DockLayout layout) {
+    for (LayoutCard* each : in->findChildren<LayoutCard*>())
+      if (each->layout() == layout) return each;
+    return nullptr;
+  }
+  static bool says(const QWidget* in, const QString& part) {
+    for (const QLabel* each : in->findChildren<QLabel*>())
+      if (each->isVisibleTo(in) && each->text().contains(part)) return true;
+    return false;
+  }
+
+  SnapshotStore snapshot;
+  DesktopAbilities abilities;
+};
+
+TEST_F(OnboardingTest, CanBeLeftAndContinuedAndOnlyItsEndCompletesIt) {
+  store().edit([](DockConfiguration& config) { config.onboardingComplete = false; });
+  QPointer<OnboardingWindow> window = open();
+  EXPECT_EQ(window->windowTitle(), u"Welcome to Tarnwick"_s);
+  EXPECT_EQ(button(window, u"Back"_s), nullptr);
+  QTest::keyClick(window->focusWidget(), Qt::Key_Return);
+  EXPECT_EQ(window->page(), 1);
+  window->close();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(window.isNull());
+  EXPECT_FALSE(store().config().onboardingComplete);
+
+  window = open(1);
+  for (int page = 2; page < OnboardingWindow::kPages; ++page) QTest::keyClick(window->focusWidget(), Qt::Key_Space);
+  QTest::mouseClick(button(window, u"Back"_s), Qt::LeftButton);
+  EXPECT_EQ(window->page(), 2);
+  button(window, u"Continue"_s)->click();
+  EXPECT_FALSE(store().config().onboardingComplete);
+  button(window, u"Done"_s)->click();
+  EXPECT_TRUE(store().config().onboardingComplete);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(window.isNull());
+}
+
+TEST_F(OnboardingTest, ALayoutIsChosenByPointerOrArrowsAndHoldsAtOnce) {
+  store().edit([](DockConfiguration& config) { config.layout = DockLayout::Fixed; });
+  OnboardingWindow* window = open(1);
+  EXPECT_TRUE(card(window, DockLayout::Fixed)->isChecked());
+  QTest::mouseClick(card(window, DockLayout::Replace), Qt::LeftButton);
+  EXPECT_EQ(store().config().layout, DockLayout::Replace);
+  card(window, DockLayout::Replace)->setFocus(Qt::TabFocusReason);
+  QTest::keyClick(window->focusWidget(), Qt::Key_Right);
+  EXPECT_EQ(store().config().layout, DockLayout::ReplaceAutoHide);
+  // The window follows what another part of the program changes.
+  store().edit([](DockConfiguration& config) { config.layout = DockLayout::Swap; });
+  for (const DockLayout layout : kDockLayouts) EXPECT_EQ(card(window, layout)->isChecked(), layout == DockLayout::Swap);
+  delete window;
+}
+
+TEST_F(OnboardingTest, SaysWhatIsMissingAndWhy) {
+  abilities.keys = Capability::no(u"This desktop keeps its keys."_s);
+  abilities.systemDock = Capability::no(u"No dock was found."_s);
+  abilities.commandBarKey = QString();
+  OnboardingWindow* window = open(2);
+  for (const QString& sentence : {u"This desktop keeps its keys."_s, u"tarnwick --toggle"_s, u"No dock was found."_s,
+                                  u"tarnwick --command-bar"_s})
+    EXPECT_TRUE(says(window, sentence)) << qPrintable(sentence);
+  auto* login = find<Switch>(window, u"Start at login"_s);
+  ASSERT_NE(login, nullptr);
+  login->click();
+  EXPECT_TRUE(store().config().launchAtLogin);
+  store().edit([](DockConfiguration& config) { config.launchAtLogin = false; });
+  EXPECT_FALSE(login->isChecked());
+  delete window;
+}
+
+TEST(LayoutPicture, MovesOnlyWhileItIsSeenAndWantedAndComesToRest) {
+  LayoutPicture picture(DockLayout::Swap, LayoutPicture::kSmall);
+  picture.setMoving(true);
+  EXPECT_FALSE(picture.isMoving());
+  picture.show();
+  EXPECT_TRUE(picture.isMoving());
+  picture.hide();
+  EXPECT_FALSE(picture.isMoving());
+  picture.show();
+  picture.setMoving(false);
+  EXPECT_FALSE(picture.isMoving());
+  picture.setReduceMotion(true);
+  picture.setMoving(true);
+  EXPECT_FALSE(picture.isMoving());
+  picture.setReduceMotion(false);
+  picture.setMoving(false);
+  picture.setMoving(true);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !picture.isMoving(); }, 30'000));
+}
+
+TEST_F(OnboardingTest, ThePanelOfTheStatusItemShowsTheDockAndLeadsOn) {
+  store().edit([](DockConfiguration& config) {
+    config.profiles = {DockProfile::initial(), DockProfile::initial()};
+    config.profiles[1].name = u"Work"_s;
+    config.activeProfileID = config.profiles[0].id;
+  });
+  bool hidden = false;
+  int settings = 0;
+  MenuBarPanelActions actions;
+  actions.dockIsHidden = [&] { return hidden; };
+  actions.toggleDock = [&] { hidden = !hidden; };
+  actions.settings = [&] { ++settings; };
+  MenuBarPanel panel(store(), actions);
+  QSignalSpy closes(&panel, &MenuBarPanel::closeRequested);
+  panel.show();
+  find<Switch>(&panel, u"Show Dock"_s)->click();
+  EXPECT_TRUE(hidden);
+  button(&panel, u"Work"_s)->click();
+  EXPECT_EQ(store().profile().name, u"Work"_s);
+  QTest::mouseClick(card(&panel, DockLayout::Floating), Qt::LeftButton);
+  EXPECT_EQ(store().config().layout, DockLayout::Floating);
+  EXPECT_EQ(closes.count(), 0);
+  EXPECT_EQ(button(&panel, u"Add Widgets…"_s), nullptr);
+  button(&panel, u"Settings…"_s)->click();
+  EXPECT_EQ(settings, 1);
+  EXPECT_EQ(closes.count(), 1);
+
+  const int without = panel.sizeHint().height();
+  store().setError(u"Something went wrong."_s);
+  EXPECT_TRUE(says(&panel, u"Something went wrong."_s));
+  EXPECT_GT(panel.sizeHint().height(), without);
+  button(&panel, u"Dismiss"_s)->click();
+  EXPECT_TRUE(store().error().isEmpty());
+  EXPECT_EQ(panel.sizeHint().height(), without);
+}
+
+}  // namespace
+}  // namespace tarnwick
