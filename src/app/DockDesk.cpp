@@ -194,8 +194,7 @@ std::optional<ApplicationFacts> DockDesk::factsAt(const QString& path) {
 }
 
 void DockDesk::openMenu(const QString& display, const QList<DockMenuEntry>& entries, const QRect& beside) {
-  Panel* panel = controller_ ? controller_->panel(display) : nullptr;
-  if (!panel || entries.isEmpty()) return;
+  if (!controller_ || !controller_->panel(display) || entries.isEmpty()) return;
   closeMenu();
   auto* menu = new QMenu;
   menu_ = menu;
@@ -214,7 +213,16 @@ void DockDesk::openMenu(const QString& display, const QList<DockMenuEntry>& entr
     QMetaObject::invokeMethod(this, forget, Qt::QueuedConnection);
   });
   markMenu(true);
-  panel->openMenu(*menu, controller_->mapFromContent(display, beside));
+  // Of a double click the toolkit tells twice, and the second word would close a menu that is open by then.
+  const auto open = [this, menu, display, beside] {
+    if (menu != menu_) return;
+    if (Panel* owner = controller_->panel(display)) {
+      owner->openMenu(*menu, controller_->mapFromContent(display, beside));
+    } else {
+      closeMenu();
+    }
+  };
+  QMetaObject::invokeMethod(menu, open, Qt::QueuedConnection);
 }
 
 void DockDesk::closeMenu() {

@@ -79,6 +79,11 @@ void DockContentContainer::animate(double to, bool animated) {
   driver_.animate(to, MotionStyle::Reveal, animated, reduceMotion_);
 }
 
+void DockContentContainer::focusContent() {
+  focusIsWanted_ = look_.isHidden;
+  if (!focusIsWanted_) content_->setFocus(Qt::ShortcutFocusReason);
+}
+
 double DockContentContainer::offset() const {
   if (reduceMotion_) return 0;
   const double away = (1 - progress_) * travel_;
@@ -110,6 +115,7 @@ void DockContentContainer::apply() {
   look_ = next;
   if (look_.isHidden || look_.isAtRest()) placeContent();
   content_->setVisible(!look_.isHidden);
+  if (!look_.isHidden && std::exchange(focusIsWanted_, false)) content_->setFocus(Qt::ShortcutFocusReason);
   if (look_.isHidden || look_.isAtRest()) {
     picture_->finish();
   } else {

@@ -40,6 +40,8 @@ class DockContentContainer final : public DockContent {
 
   /// Shows the content (1) or hides it (0), by the reveal's spring or at once.
   void animate(double to, bool animated);
+  /// Gives the content the focus of the keyboard, as soon as it is shown: what is hidden cannot have it.
+  void focusContent();
   /// 0 hidden, 1 shown. It may pass 1.
   double progress() const { return progress_; }
   const SpringDriver& driver() const { return driver_; }
@@ -87,6 +89,7 @@ class DockContentContainer final : public DockContent {
   double progress_ = 0;
   Look look_;
   QPointer<QWindow> watched_;
+  bool focusIsWanted_ = false;
   bool isWarm_ = false;  ///< The content was painted, or is about to be.
   SpringDriver driver_;
 };

@@ -143,7 +143,7 @@ void DockController::focus() {
   }
   checkEdge();
   found->second.panel->setKeyboard(Keyboard::Exclusive);
-  found->second.content->setFocus(Qt::ShortcutFocusReason);
+  found->second.container->focusContent();
 }
 
 void DockController::leaveKeyboard() {

@@ -165,7 +165,8 @@ TEST_F(DesktopTogglesTest, DarkModeIsTheDesktopsSetting) {
   start();
   EXPECT_TRUE(becomes(Toggle::DarkMode, false));
   EXPECT_TRUE(switches(Toggle::DarkMode, true));
-  EXPECT_EQ(setting(QStringList{u"get"_s} + key), u"'prefer-dark'"_s);
+  // It is on for us a moment before it is on the disk, where another program looks.
+  EXPECT_TRUE(waitFor([&] { return setting(QStringList{u"get"_s} + key) == u"'prefer-dark'"_s; }));
   toggles->set(Toggle::DarkMode, false);
   toggles->set(Toggle::DarkMode, true);
   EXPECT_TRUE(switches(Toggle::DarkMode, false));
@@ -239,7 +240,9 @@ TEST_F(DesktopTogglesTest, DoNotDisturbSpeaksTheDialectOfTheServiceThatRuns) {
   });
   EXPECT_TRUE(becomes(Toggle::DoNotDisturb, false));
   EXPECT_TRUE(switches(Toggle::DoNotDisturb, true));
-  EXPECT_EQ(setting({u"get"_s, u"org.gnome.desktop.notifications"_s, u"show-banners"_s}), u"false"_s);
+  EXPECT_TRUE(waitFor([] {
+    return setting({u"get"_s, u"org.gnome.desktop.notifications"_s, u"show-banners"_s}) == u"false"_s;
+  }));
 }
 
 TEST_F(DesktopTogglesTest, KeepAwakeHoldsTheLocksOfBothServicesWhileItIsOn) {

@@ -140,11 +140,6 @@ void DockView::leaveEvent(QEvent*) {
 // --- Buttons --------------------------------------------------------------------------------------------------------
 
 void DockView::mousePressEvent(QMouseEvent* event) {
-  // The toolkit asks for a menu with the first press of a double click only.
-  if (event->type() == QEvent::MouseButtonDblClick && event->button() == Qt::RightButton && !drag_) {
-    openMenuAt(event->position().toPoint());
-    return;
-  }
   if (event->button() == Qt::MiddleButton) middlePressed_ = layout_.itemAt(event->position()).value_or(-1);
   if (event->button() != Qt::LeftButton || drag_) return;
   setPointer(event->position());
@@ -271,8 +266,7 @@ void DockView::click(QPointF point) {
   }
   if (const TileContent* content = contentOf(*item)) {
     const QRectF& tile = layout_.items[*item].rect;
-    const auto part =
-        tilePartAt(*content, tile.width() / row_.scale, (point - tile.topLeft()) / row_.scale, row_.scale);
+    const auto part = tilePartAt(*content, tile.width() / row_.scale, (point - tile.topLeft()) / row_.scale, row_.scale);
     if (part) {
       Q_EMIT tilePartActivated(widgetOf(*item)->id, *part);
       return;

@@ -1,0 +1,94 @@
+// The dock by the keyboard alone, and under a hand that is quicker or slower than the dock.
+#include <QApplication>
+#include <QMenu>
+
+#include "desktop/ShellTest.h"
+#include "support/VirtualDisplay.h"
+
+namespace tarnwick::testing {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class X11Hands : public ShellTest {
+ protected:
+  bool menuIsOpen() const {
+    return QApplication::activePopupWidget() && QApplication::activePopupWidget()->isVisible();
+  }
+  QString firstEntry() const {
+    const auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    return menu ? menu->actions().first()->text() : QString();
+  }
+  /// With the settings as they were left, but for a change.
+  void startAgain(const std::function<void(DockConfiguration&)>& change) {
+    DockConfiguration config = store().config();
+    end();
+    change(config);
+    startShown(config);
+  }
+
+  VirtualDisplay& display = VirtualDisplay::current();
+};
+
+TEST_F(X11Hands, ReachEveryTileAndItsMenuByTheKeyboardAlone) {
+  DockConfiguration config;
+  config.layout = DockLayout::RevealBottom;
+  start(config);
+  constexpr quint8 kEscape = 9, kReturn = 36, kControl = 37, kD = 40, kShift = 50, kAlt = 64, kLeft = 113, kRight = 114,
+                   kSuper = 133, kMenu = 135;
+  const auto standsOn = [&](qsizetype item) { return comesTrue([&] { return view().focusedItem() == item; }); };
+  display.tap(kD, {kControl, kAlt, kSuper, kShift});
+  ASSERT_TRUE(comesTrue([&] { return dock().isVisible(id()) && view().hasFocus(); }));
+  EXPECT_TRUE(standsOn(0));
+  for (const quint8 key : {kRight, kRight, kLeft, kRight, kRight, kRight}) display.tap(key);
+  EXPECT_TRUE(standsOn(4));
+  display.tap(kMenu);
+  ASSERT_TRUE(comesTrue([&] { return menuIsOpen(); }));
+  EXPECT_TRUE(firstEntry().startsWith(u"Open "_s)) << qPrintable(firstEntry());
+  display.tap(kEscape);
+  ASSERT_TRUE(comesTrue([&] { return !menuIsOpen() && !isOpen(); }));
+  EXPECT_TRUE(standsOn(4));
+  display.tap(kReturn);
+  ASSERT_TRUE(comesTrue([&] { return isOpen() && !view().hasFocus(); }));
+  display.tap(kEscape);
+  ASSERT_TRUE(comesTrue([&] { return !isOpen() && view().hasFocus(); }));
+  display.tap(kEscape);
+  EXPECT_TRUE(inTime([&] { return !dock().isVisible(id()); }));
+}
+
+TEST_F(X11Hands, TwoQuickClicksWithTheRightButtonOpenTheMenuAnew) {
+  startShown(DockConfiguration());
+  const QPoint between(tile(0).right() + 4, glass().center().y());
+  for (const char* which : {"the first", "the second of a double click"}) {
+    display.click(between, 3);
+    ASSERT_TRUE(comesTrue([&] { return menuIsOpen(); })) << which;
+    QApplication::activePopupWidget()->close();
+    ASSERT_TRUE(comesTrue([&] { return !isOpen(); }));
+  }
+}
+
+TEST_F(X11Hands, DragAFloatingDockThatIsKeptAndBroughtBackInside) {
+  DockConfiguration config;
+  config.layout = DockLayout::Floating;
+  startShown(config);
+  const QRect before = glass();
+  const QPoint grip(tile(0).right() + 4, before.center().y());
+  display.moveTo(grip);
+  display.button(1, true);
+  // A hand that has gone far in one go and then rests.
+  for (const int share : {1, 2, 4}) display.moveTo(grip - QPoint(25, 75) * share);
+  EXPECT_TRUE(comesTrue([&] { return glass() == before.translated(-100, -300); }));
+  EXPECT_TRUE(store().config().floatingPositions.isEmpty());
+  // It goes in the middle of the move, and comes back where it was by then.
+  dock().toggle();
+  display.button(1, false);
+  EXPECT_EQ(store().config().floatingPositions.size(), 1);
+  dock().toggle();
+  EXPECT_TRUE(inTime([&] { return dock().isVisible(id()) && glass() == before.translated(-100, -300); }));
+
+  startAgain([](DockConfiguration& saved) { saved.floatingPositions.first() = {-4000, 5000}; });
+  EXPECT_TRUE(QRect(0, 0, 1600, 900).contains(glass())) << "a place outside every display";
+}
+
+}  // namespace
+}  // namespace tarnwick::testing
