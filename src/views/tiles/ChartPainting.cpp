@@ -59,6 +59,13 @@ void paintArea(QPainter& painter, const QRectF& box, QPainterPath area, const QL
 
 }  // namespace
 
+double highestOf(const QList<double>& values) {
+  double highest = 0;
+  for (const double value : values)
+    if (std::isfinite(value)) highest = std::max(highest, value);
+  return highest;
+}
+
 void paintChart(TileCanvas& canvas, const QRectF& box, const QList<double>& values, const ChartLook& look) {
   if (values.isEmpty()) return;
   QPainter& painter = canvas.painter();

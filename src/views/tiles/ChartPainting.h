@@ -19,6 +19,9 @@ struct ChartLook {
   bool hanging = false;  ///< Whether it grows downwards from the top.
 };
 
+/// The highest of what is finite; 0 where nothing is above it.
+double highestOf(const QList<double>& values);
+
 /// Draws a history, oldest value first, as a line with round joints.
 void paintChart(TileCanvas& canvas, const QRectF& box, const QList<double>& values, const ChartLook& look);
 

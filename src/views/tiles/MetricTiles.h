@@ -3,7 +3,6 @@
 #include <QList>
 #include <optional>
 
-#include "views/tiles/FileWords.h"
 #include "views/tiles/TileRequest.h"
 #include "views/tiles/TileText.h"
 
@@ -51,21 +50,6 @@ struct SystemChartContent {
 SystemChartContent makeSystemChart(const TileRequest& request);
 TileText describe(const SystemChartContent& content, const QString& name);
 void paint(TileCanvas& canvas, const SystemChartContent& content);
-
-/// What comes and goes over the network; with histories also as a chart, downloads above and uploads below its middle.
-struct NetworkContent {
-  std::optional<SpeedWords> download;
-  std::optional<SpeedWords> upload;
-  bool chart = false;
-  QList<double> downloadHistory;
-  QList<double> uploadHistory;
-
-  bool operator==(const NetworkContent&) const = default;
-};
-NetworkContent makeNetwork(const TileRequest& request);
-NetworkContent makeNetworkChart(const TileRequest& request);
-TileText describe(const NetworkContent& content, const QString& name);
-void paint(TileCanvas& canvas, const NetworkContent& content);
 
 /// A symbol, a figure and what it is.
 struct FigureContent {

@@ -14,6 +14,7 @@
 #include "views/tiles/HabitTiles.h"
 #include "views/tiles/MeetingTiles.h"
 #include "views/tiles/MetricTiles.h"
+#include "views/tiles/NetworkTiles.h"
 #include "views/tiles/NoteTiles.h"
 #include "views/tiles/PlaceTiles.h"
 #include "views/tiles/ProcessTiles.h"
