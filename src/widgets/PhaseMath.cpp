@@ -15,6 +15,13 @@ constexpr double kDay = 86'400;
 
 double seconds(double minutes) { return std::clamp(minutes * 60, 1.0, kDay); }
 
+/// False for an infinity and for what is no number by its own word; any other text that is none counts as absent.
+bool isCountable(const DockWidget& widget, const QString& key) {
+  bool isNumber = false;
+  const double value = widget.options.value(key).toDouble(&isNumber);
+  return !isNumber || std::isfinite(value);
+}
+
 /// What runs through phases: what comes after one, and how long a whole round takes that ends where it began.
 struct Cycle {
   std::function<QString(const QString& phase)> next;
@@ -61,15 +68,9 @@ DockWidget PomodoroMath::advance(const DockWidget& widget, const QDateTime& at) 
   const double now = TimeMath::unixSeconds(at);
   if (widget.kind != "pomodoro"_L1 || !deadline || *deadline > now) return widget;
 
-  const auto whole = [&](const QString& key, double otherwise) {
-    const QString text = widget.options.value(key);
-    return text.isEmpty() ? std::optional(otherwise) : Text::number(text);
-  };
-  const auto counted = whole(u"sessions"_s, 0);
-  const auto wanted = whole(u"cycleLength"_s, 4);
-  if (!counted || !wanted) return widget;
-  const double length = std::clamp(std::trunc(*wanted), 1.0, 12.0);
-  double sessions = *counted;
+  if (!isCountable(widget, u"sessions"_s) || !isCountable(widget, u"cycleLength"_s)) return widget;
+  const double length = std::clamp(std::trunc(widget.number(u"cycleLength"_s, 4)), 1.0, 12.0);
+  double sessions = widget.number(u"sessions"_s, 0);
 
   DockWidget advanced = widget;
   Cycle cycle;

@@ -1,0 +1,134 @@
+#include <gtest/gtest.h>
+
+#include <QTemporaryDir>
+
+#include "config/Persistence.h"
+#include "store/AppStore.h"
+#include "support/TestScheduler.h"
+#include "widgets/TimeMath.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+struct HeardNotifications final : Notifications {
+  Capability capability() const override { return Capability::yes(); }
+  void post(const QString&, const QString& body) override { posted << body; }
+  QStringList posted;
+};
+
+struct NoCounters final : SystemCounters {
+  std::optional<ProcessorTicks> processorTicks() override { return std::nullopt; }
+  std::optional<MemoryReading> memory() override { return std::nullopt; }
+  std::optional<NetworkReading> network() override { return std::nullopt; }
+  std::optional<DiskReading> disk() override { return std::nullopt; }
+  std::optional<double> batteryCharge() override { return std::nullopt; }
+};
+
+/// A store that lives through what a computer does in a day.
+struct Life {
+  Life() { start(); }
+
+  void start() {
+    StoreSetup setup;
+    setup.storage = folder.filePath(u"config.json"_s);
+    setup.scheduler = &time;
+    setup.counters = std::make_unique<NoCounters>();
+    setup.session = &session;
+    setup.notifications = &notifications;
+    store = std::make_unique<AppStore>(std::move(setup));
+  }
+  void begin(const QString& kind, const QMap<QString, QString>& options) {
+    store->edit([&](DockConfiguration& config) {
+      config.notificationsEnabled = true;
+      config.profiles[0].widgets = {{QUuid::createUuid(), kind, {}, options}};
+    });
+    store->toggleTimer(store->widgets().first().id);
+  }
+  /// "+60": a minute goes by. "sleep 60": so does one asleep. "off 60": so does one while the program does not run.
+  /// "clock -60": the wall clock is set back by a minute. "toggle": a hand on the timer.
+  void live(const QString& step) {
+    const QString deed = step.section(u' ', 0, 0);
+    const int seconds = step.section(u' ', -1).toInt();
+    if (deed == u"sleep"_s) {
+      Q_EMIT session.willSleep();
+      time.jump(seconds);
+      Q_EMIT session.didWake();
+    } else if (deed == u"off"_s) {
+      store->shutdown();
+      store.reset();
+      time.advance(seconds);
+      start();
+    } else if (deed == u"clock"_s) {
+      time.jump(seconds);
+    } else if (deed == u"toggle"_s) {
+      store->toggleTimer(store->widgets().first().id);
+    } else {
+      time.advance(seconds);
+    }
+  }
+
+  QTemporaryDir folder;
+  test::TestScheduler time;
+  SessionEvents session;
+  HeardNotifications notifications;
+  std::unique_ptr<AppStore> store;
+};
+
+TEST(TimerLife, EndsAreAnnouncedOnceWhateverHappens) {
+  const QString finished = u"Your timer is finished."_s;
+  const QString pause = u"Time for a break."_s;
+  const QString work = u"Ready for your next focus session."_s;
+  const QString seated = u"Return to a comfortable seated posture."_s;
+  const QMap<QString, QString> minute{{u"minutes"_s, u"1"_s}};
+  QMap<QString, QString> goesOn{{u"minutes"_s, u"1"_s}, {u"shortBreak"_s, u"1"_s}, {u"autoContinue"_s, u"true"_s}};
+  QMap<QString, QString> stands{{u"minutes"_s, u"1"_s}, {u"standingMinutes"_s, u"1"_s}, {u"autoContinue"_s, u"true"_s}};
+  const struct {
+    const char* name;
+    QString kind;
+    QMap<QString, QString> options;
+    QStringList steps;
+    QStringList announced;
+    double left;  ///< Or counted, of a stopwatch.
+  } cases[] = {
+      {"runs out", u"timer"_s, minute, {u"+59"_s, u"+1"_s, u"+60"_s}, {finished}, 0},
+      {"asleep at its end", u"timer"_s, minute, {u"sleep 500"_s, u"+5"_s}, {finished}, 0},
+      {"ends while the program is off",
+       u"timer"_s,
+       minute,
+       {u"+10"_s, u"off 500"_s, u"+5"_s, u"off 5"_s},
+       {finished},
+       0},
+      {"runs across a restart", u"timer"_s, minute, {u"+10"_s, u"off 20"_s, u"+1"_s}, {}, 29},
+      {"paused across everything",
+       u"timer"_s,
+       minute,
+       {u"+10"_s, u"toggle"_s, u"off 90"_s, u"sleep 90"_s, u"clock 90"_s},
+       {},
+       50},
+      {"a clock set back after its end", u"timer"_s, minute, {u"+61"_s, u"clock -300"_s, u"+300"_s}, {finished}, 0},
+      {"a clock set forward", u"timer"_s, minute, {u"clock 300"_s, u"+2"_s, u"clock -300"_s, u"+90"_s}, {finished}, 0},
+      {"a clock set back on the way", u"timer"_s, minute, {u"+30"_s, u"clock -30"_s, u"+1"_s}, {}, 59},
+      {"a focus session that stops", u"pomodoro"_s, minute, {u"sleep 4000"_s, u"+90"_s}, {pause}, 300},
+      {"a focus cycle asleep", u"pomodoro"_s, goesOn, {u"sleep 190"_s, u"+1"_s}, {pause}, 49},
+      {"a focus cycle while off", u"pomodoro"_s, goesOn, {u"+1"_s, u"off 129"_s, u"+1"_s}, {work}, 49},
+      {"a focus cycle awake", u"pomodoro"_s, goesOn, {u"+130"_s}, {pause, work}, 50},
+      {"a posture cycle asleep", u"posture"_s, stands, {u"sleep 130"_s, u"+1"_s}, {seated}, 49},
+      {"a stopwatch across a restart", u"stopwatch"_s, {}, {u"+10"_s, u"off 20"_s, u"sleep 30"_s, u"+1"_s}, {}, 61},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.name);
+    Life life;
+    life.begin(each.kind, each.options);
+    for (const QString& step : each.steps) life.live(step);
+    EXPECT_EQ(life.notifications.posted.join(u'|').toStdString(), each.announced.join(u'|').toStdString());
+    const DockWidget& widget = life.store->widgets().first();
+    const QDateTime now = life.time.now();
+    EXPECT_EQ(each.kind == u"stopwatch"_s ? TimeMath::elapsed(widget, now) : TimeMath::remaining(widget, now),
+              each.left);
+  }
+}
+
+}  // namespace
+}  // namespace tarnwick
