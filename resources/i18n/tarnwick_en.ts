@@ -76,4 +76,63 @@
         <translation>Nearby Share</translation>
     </message>
 </context>
+<context>
+    <name>tarnwick::DockController</name>
+    <message>
+        <source>The macOS Dock settings have been restored.</source>
+        <translation>The settings of the system dock have been restored.</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::ProcessMonitor</name>
+    <message>
+        <source>Process metrics are unavailable on this Mac.</source>
+        <translation>Process metrics are unavailable on this computer.</translation>
+    </message>
+    <message>
+        <source>CPU uses one core as 100%. RAM is each process’s physical footprint.</source>
+        <translation>CPU uses one core as 100%. RAM is what each process has for itself.</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::AppStore</name>
+    <message>
+        <source>Enable Calendar access to see your events.</source>
+        <translation>Your calendars are being read.</translation>
+    </message>
+    <message>
+        <source>Enable Reminders access to see your reminders.</source>
+        <translation>Your reminders are being read.</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::Calendar</name>
+    <message>
+        <source>Enable Calendar access to see your events.</source>
+        <translation>Your calendars are being read.</translation>
+    </message>
+    <message>
+        <source>Enable Reminders access to see your reminders.</source>
+        <translation>Your reminders are being read.</translation>
+    </message>
+</context>
+<context>
+    <name>Settings</name>
+    <message>
+        <source>Show menu bar icon</source>
+        <translation>Show status icon</translation>
+    </message>
+    <message>
+        <source>Open folders in Finder</source>
+        <translation>Open folders in Files</translation>
+    </message>
+    <message>
+        <source>Restore the macOS Dock</source>
+        <translation>Restore the System Dock</translation>
+    </message>
+    <message>
+        <source>Following a macOS Focus isn't available in this build: reading Focus needs either Full Disk Access, which is far more than a dock should ask for, or a Focus Filter, which needs build tooling this project doesn't use yet.</source>
+        <translation>Following the desktop’s do-not-disturb mode isn’t available in this build.</translation>
+    </message>
+</context>
 </TS>

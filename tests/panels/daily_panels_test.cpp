@@ -158,6 +158,7 @@ TEST(HabitPanelsTest, CountAndTick) {
 
 TEST(CalculatorPanelTest, CalculatesOnAndKeepsWhatHadAResult) {
   Open calculator(u"calculator"_s);
+  calculator.click(u"Clear History"_s);
   calculator.write(u"6 × 7"_s);
   calculator.write(u"6 × 7 +"_s);
   EXPECT_EQ(calculator.option(u"expression"_s), u"6 × 7"_s);

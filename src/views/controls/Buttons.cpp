@@ -110,7 +110,8 @@ void Button::paintEvent(QPaintEvent*) {
   const int symbol = symbol_.isEmpty() ? 0 : theme::kButtonSymbol + theme::kButtonSymbolGap;
   const int room = width() - theme::kRowBleed * 2 - symbol;
   painter.setFont(buttonFont());
-  const QString word = painter.fontMetrics().elidedText(label(), Qt::ElideRight, room);
+  // On another device the same word may be a pixel wider than the one that the size was made for.
+  const QString word = painter.fontMetrics().elidedText(label(), Qt::ElideRight, room + 1);
   const int wordRoom = painter.fontMetrics().horizontalAdvance(word);
   double x = (width() - symbol - wordRoom) / 2.0;
   if (symbol > 0) {

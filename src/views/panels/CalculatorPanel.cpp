@@ -5,6 +5,7 @@
 #include <QSignalBlocker>
 #include <array>
 
+#include "views/controls/Bleed.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
 #include "views/controls/Labels.h"
@@ -112,7 +113,10 @@ class CalculatorPanel final : public TilePanel {
     auto* column = new QVBoxLayout(history_);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    column->addWidget(new SectionLabel(words("History")));
+    auto* heading = new QHBoxLayout;
+    heading->setContentsMargins(theme::kRowBleed, 0, theme::kRowBleed, 0);
+    heading->addWidget(new SectionLabel(words("History")));
+    column->addLayout(heading);
     for (int i = 0; i < kHistoryRows; ++i) {
       auto* row = new ListRow({});
       row->setClickable(true);
@@ -127,7 +131,7 @@ class CalculatorPanel final : public TilePanel {
       field_->setFocus();
     });
     column->addWidget(clear, 0, Qt::AlignLeft);
-    body().addWidget(history_);
+    addBleeding(body(), history_);
   }
 
   void showHistory() {

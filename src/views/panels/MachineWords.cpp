@@ -12,6 +12,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double kGiga = 1e9;
+constexpr double kGibi = 1024.0 * 1024 * 1024;
 constexpr qint64 kMinute = 60;
 constexpr qint64 kHour = 60 * kMinute;
 constexpr qint64 kDay = 24 * kHour;
@@ -83,7 +84,10 @@ QString MachineWords::uptime(const MachineReading& reading) {
 
 QString MachineWords::swap(const QLocale& locale, const MemoryParts& parts) {
   if (parts.swapTotal <= 0) return {};
-  return words("Swap %1").arg(partOf(memory(locale, parts.swapUsed), memory(locale, parts.swapTotal)));
+  const QString whole = memory(locale, parts.swapTotal);
+  if (parts.swapTotal < kGibi) return words("Swap %1").arg(partOf(memory(locale, parts.swapUsed), whole));
+  const QString used = locale.toString(parts.swapUsed / kGibi, 'f', 1);
+  return words("Swap %1").arg(words("%1 of %2").arg(used, whole));
 }
 
 }  // namespace tarnwick

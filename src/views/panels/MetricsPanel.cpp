@@ -17,6 +17,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// The beat takes one every other second.
+constexpr int kSampleSeconds = 2;
+
 double mostOf(const QList<double>& values) { return values.isEmpty() ? 0 : *std::ranges::max_element(values); }
 
 /// What all of these panels share.
@@ -53,7 +56,7 @@ class MetricsPanel : public TilePanel {
     auto* chart = new ChartView(label);
     chart->setDepth(SystemMetrics::depth);
     chart->setMaximum(maximum);
-    chart->setEnds(tr("%1 s ago").arg(SystemMetrics::depth), tr("now"));
+    chart->setEnds(tr("%1 s ago").arg(SystemMetrics::depth * kSampleSeconds), tr("now"));
     body().addSpacing(theme::kPanelHeaderBelow);
     body().addWidget(chart);
     return chart;

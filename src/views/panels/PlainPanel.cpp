@@ -42,6 +42,8 @@ QString buttonFor(const WidgetDefinition& definition) {
 }
 
 class PlainPanel final : public TilePanel {
+  Q_DECLARE_TR_FUNCTIONS(Panels)
+
  public:
   explicit PlainPanel(const PanelContext& context) : TilePanel(context) {}
 

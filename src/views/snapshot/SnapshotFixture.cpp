@@ -88,7 +88,8 @@ QMap<QString, QString> optionsOf(const QString& kind) {
         {u"standingMinutes"_s, u"15"_s},
         {u"phase"_s, u"seated"_s},
         {u"deadline"_s, secondsFromNow(24 * 60 + 10)}}},
-      {u"calculator"_s, {{u"expression"_s, u"12 × 4 + 2"_s}}},
+      {u"calculator"_s,
+       {{u"expression"_s, u"12 × 4 + 2"_s}, {u"calculations"_s, u"1250 ÷ 8 = 156.25\n(18 + 24) × 3 = 126"_s}}},
       {u"colorPicker"_s, {{u"color"_s, u"#2E8C94"_s}, {u"recentColors"_s, u"#2E8C94 #F5C542 #C5306E #1B2A3C"_s}}},
   };
   return options.value(kind);
