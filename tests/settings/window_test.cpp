@@ -1,6 +1,7 @@
 #include <QAccessible>
 #include <QFile>
 #include <QFileDialog>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QTest>
@@ -8,6 +9,7 @@
 #include "settings/SettingsFixture.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
+#include "views/settings/OrderList.h"
 #include "views/window/SideList.h"
 
 namespace tarnwick::test {
@@ -81,6 +83,28 @@ TEST_F(SettingsWindowTest, UndoBringsARemovedWidgetBack) {
   ASSERT_EQ(config().profiles[0].widgets.size(), before.size() - 1);
   QTest::keyClick(&window(), Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ(config().profiles[0].widgets, before);
+}
+
+TEST_F(SettingsWindowTest, AltAloneOpensTheMenuBarAndAltWithAnotherKeyDoesNot) {
+  auto bar = std::make_unique<QMenuBar>();
+  bar->addMenu(u"Edit"_s);
+  QMenuBar* shown = bar.get();
+  window().setMenuBar(std::move(bar));
+  turnTo("widgets");
+  auto* list = control<OrderList>("Widgets");
+  ASSERT_TRUE(list);
+  list->choose(config().profiles[0].widgets[0].id.toString());
+  const auto press = [list](QEvent::Type type) {
+    QKeyEvent alt(type, Qt::Key_Alt, Qt::AltModifier);
+    QCoreApplication::sendEvent(list, &alt);
+  };
+  press(QEvent::KeyPress);
+  QTest::keyClick(list, Qt::Key_Down, Qt::AltModifier);  // The list takes it.
+  press(QEvent::KeyRelease);
+  EXPECT_FALSE(shown->isVisible());
+  press(QEvent::KeyPress);
+  press(QEvent::KeyRelease);
+  EXPECT_TRUE(shown->isVisible());
 }
 
 TEST_F(SettingsWindowTest, AFileThatIsNotASettingsFileChangesNothingAndSaysSo) {

@@ -311,6 +311,13 @@ void OrderList::moveCurrent(int places) {
   Q_EMIT moved(chosen(), to);
 }
 
+void OrderList::focusInEvent(QFocusEvent* event) {
+  // The keyboard stands somewhere that is seen.
+  if (isKeyboardReason(event->reason()) && !currentIndex().isValid()) setCurrentIndex(model_->index(0));
+  QListView::focusInEvent(event);
+  viewport()->update();
+}
+
 void OrderList::keyPressEvent(QKeyEvent* event) {
   const QKeySequence pressed(event->keyCombination());
   const auto action = std::ranges::find_if(

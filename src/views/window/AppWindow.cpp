@@ -87,7 +87,7 @@ void AppWindow::takeLook() {
 void AppWindow::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() == QEvent::PaletteChange) takeLook();
-  if (event->type() == QEvent::ActivationChange) altAlone_ = false;
+  if (event->type() == QEvent::ActivationChange) watchAlt(false);
 }
 
 void AppWindow::paintEvent(QPaintEvent*) {
@@ -127,7 +127,7 @@ void AppWindow::openMenuBar() {
 }
 
 void AppWindow::keyPressEvent(QKeyEvent* event) {
-  altAlone_ = event->key() == Qt::Key_Alt && event->modifiers() == Qt::AltModifier;
+  watchAlt(event->key() == Qt::Key_Alt && !(event->modifiers() & ~Qt::AltModifier));
   if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::NoModifier) {
     openMenuBar();
   } else if (event->matches(QKeySequence::Undo)) {
@@ -140,10 +140,26 @@ void AppWindow::keyPressEvent(QKeyEvent* event) {
 }
 
 void AppWindow::keyReleaseEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Alt && std::exchange(altAlone_, false))
+  const bool opens = event->key() == Qt::Key_Alt && altAlone_;
+  watchAlt(false);
+  if (opens)
     openMenuBar();
   else
     QWidget::keyReleaseEvent(event);
+}
+
+/// What is pressed together with Alt may be taken by something in the window, which then does not hear of it.
+void AppWindow::watchAlt(bool watch) {
+  altAlone_ = watch;
+  qApp->removeEventFilter(this);
+  if (watch) qApp->installEventFilter(this);
+}
+
+bool AppWindow::eventFilter(QObject* watched, QEvent* event) {
+  const bool isOtherKey =
+      event->type() == QEvent::KeyPress && static_cast<const QKeyEvent*>(event)->key() != Qt::Key_Alt;
+  if (isOtherKey || event->type() == QEvent::MouseButtonPress || event->type() == QEvent::Wheel) watchAlt(false);
+  return QWidget::eventFilter(watched, event);
 }
 
 }  // namespace tarnwick

@@ -44,10 +44,12 @@ class AppWindow : public QWidget, public LookSource {
   void changeEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void takeLook();
   void openMenuBar();
+  void watchAlt(bool watch);
   void adoptShortcuts(const QList<QAction*>& actions);
 
   ControlLook look_;
