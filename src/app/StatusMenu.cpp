@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QCoreApplication>
 #include <QKeySequence>
+#include <QLineEdit>
 #include <QWidget>
 
 namespace tarnwick {
@@ -53,12 +54,23 @@ struct Entries {
   }
 };
 
-/// The standard edit commands go to whatever has the focus.
+/// Who answers an edit command: what has the keyboard, or what it stands in. A field where nothing was written leaves
+/// taking back to its window.
+QWidget* answerTo(const char* slot) {
+  const QByteArray signature = QByteArray(slot) + "()";
+  for (QWidget* at = QApplication::focusWidget(); at; at = at->parentWidget()) {
+    const auto* field = qobject_cast<QLineEdit*>(at);
+    if (field && qstrcmp(slot, "undo") == 0 && !field->isUndoAvailable()) continue;
+    if (at->metaObject()->indexOfMethod(signature.constData()) >= 0) return at;
+  }
+  return nullptr;
+}
+
 void editEntry(QMenu& menu, const char* text, QKeySequence::StandardKey key, const char* slot) {
   QAction* added = menu.addAction(words(text));
   added->setShortcut(QKeySequence(key));
   QObject::connect(added, &QAction::triggered, &menu, [slot] {
-    if (QWidget* focus = QApplication::focusWidget()) QMetaObject::invokeMethod(focus, slot, Qt::DirectConnection);
+    if (QWidget* answers = answerTo(slot)) QMetaObject::invokeMethod(answers, slot, Qt::DirectConnection);
   });
 }
 
