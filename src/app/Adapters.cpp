@@ -79,6 +79,7 @@ DelegateSetup Adapters::delegateSetup(const QString& dataDirectory) {
   setup.executable = QCoreApplication::applicationFilePath();
   setup.environment = environment_;
   setup.autostartFile = Autostart::path();
+  setup.notifications = notifications_.get();
   setup.toggles = toggles_.get();
   setup.colors = colors_.get();
   setup.applications = runningApplications_.get();

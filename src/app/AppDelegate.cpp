@@ -2,11 +2,11 @@
 
 #include <QApplication>
 #include <QFileInfo>
-#include <QMessageBox>
 #include <QProcess>
 #include <QUrl>
 #include <algorithm>
 
+#include "app/AppKeys.h"
 #include "app/Autostart.h"
 #include "app/DockDesk.h"
 #include "app/ExitGuards.h"
@@ -89,7 +89,7 @@ void AppDelegate::willTerminate() {
   store_->shutdown();
   messages_.reset();
   dock_->shutdown();
-  if (setup_.hotKeys) setup_.hotKeys->unbindAll();
+  if (keys_) keys_->release();
   if (setup_.session) setup_.session->release();
   status_.reset();
 }
@@ -162,7 +162,7 @@ void AppDelegate::layoutDidChange() {
   followRunningApps();
   applyAutostart();
   applyAppearance();
-  setupHotKeys();
+  keys_->follow();
   if (status_) {
     status_->setVisible(store_->config().desktopOptions().showMenuBarIcon);
     status_->setClassicMenu(store_->config().desktopOptions().classicMenu);
@@ -297,11 +297,9 @@ void AppDelegate::open(const QStringList& urls) {
 void AppDelegate::reopen() {
   if (down_) return;
   if (!setup_.measures && SingleInstance::isStale(setup_.executable) && handOverToTheNewBuild()) return;
-  if (showSettings) {
-    showSettings();
-  } else if (dock_->isManuallyHidden()) {
-    dock_->toggle();
-  }
+  // Whoever opens the program again wants to see it.
+  if (dock_->isManuallyHidden()) dock_->toggle();
+  call(showSettings);
 }
 
 bool AppDelegate::handOverToTheNewBuild() {
@@ -315,49 +313,11 @@ bool AppDelegate::handOverToTheNewBuild() {
 // --- Keys and menus -------------------------------------------------------------------------------------------------
 
 void AppDelegate::setupHotKeys() {
-  if (!setup_.hotKeys) return;
-  const DesktopOptions options = store_->config().desktopOptions();
-  const QString signature = HotKeyTable::signature(options);
-  if (signature == shortcutSignature_) return;
-  if (shortcutSignature_.isEmpty()) {
-    connect(setup_.hotKeys, &HotKeys::pressed, this, &AppDelegate::hotKeyPressed);
-    connect(setup_.hotKeys, &HotKeys::lost, this, [this](quint32 identifier) {
-      if (identifier == HotKeyTable::kCommandBar) commandBarKey_.clear();
-      if (identifier != HotKeyTable::kFocus) sayKeyIsTaken();
-    });
-  }
-  shortcutSignature_ = signature;
-  setup_.hotKeys->unbindAll();
-  commandBarKey_.clear();
-  bool allBound = true;
-  for (const HotKeyTable::Row& row : HotKeyTable::rows(options)) {
-    // A key is not taken from others before there is something for it to open.
-    if (row.identifier == HotKeyTable::kCommandBar) {
-      if (toggleCommandBar) allBound = bindCommandBar(options, row.wish) && allBound;
-    } else if (row.identifier == HotKeyTable::kFocus) {
-      // Nobody chose this key, so nobody need be told that it is taken.
-      if (focusDock) setup_.hotKeys->bind(row.identifier, row.wish);
-    } else {
-      allBound = setup_.hotKeys->bind(row.identifier, row.wish).bound && allBound;
-    }
-  }
-  if (!allBound) sayKeyIsTaken();
-}
-
-bool AppDelegate::bindCommandBar(const DesktopOptions& options, const HotKeyWish& wish) {
-  QList<HotKeyWish> wishes{wish};
-  wishes += HotKeyTable::commandBarFallbacks(options);
-  for (const HotKeyWish& each : wishes) {
-    const HotKeyBinding binding = setup_.hotKeys->bind(HotKeyTable::kCommandBar, each);
-    if (!binding.bound) continue;
-    commandBarKey_ = binding.text;
-    return true;
-  }
-  return false;
-}
-
-void AppDelegate::sayKeyIsTaken() {
-  store_->setError(tr("A Tarnwick shortcut is already used by another app. Choose a different shortcut in Settings."));
+  keys_ = std::make_unique<AppKeys>(*store_, setup_.hotKeys);
+  keys_->hasCommandBar = [this] { return static_cast<bool>(toggleCommandBar); };
+  keys_->canFocusDock = [this] { return static_cast<bool>(focusDock); };
+  connect(keys_.get(), &AppKeys::pressed, this, &AppDelegate::hotKeyPressed);
+  keys_->follow();
 }
 
 void AppDelegate::hotKeyPressed(quint32 identifier) {
@@ -387,10 +347,17 @@ std::unique_ptr<QMenuBar> AppDelegate::makeMenuBar() {
   return makeApplicationMenu([this] { return menuActions(); });
 }
 
+const QString& AppDelegate::commandBarKey() const {
+  static const QString none;
+  return keys_ ? keys_->commandBarKey() : none;
+}
+
+QRect AppDelegate::statusItemPlace() const { return status_ ? status_->place() : QRect(); }
+
 MenuActions AppDelegate::menuActions() {
   MenuActions actions;
   actions.toggleDock = [this] { dock_->toggle(); };
-  actions.about = [this] { showAbout(); };
+  actions.about = showAbout;
   // The end takes the menu down, so it waits until the menu has done with the choice.
   actions.quit = [this] { QMetaObject::invokeMethod(this, &AppDelegate::quit, Qt::QueuedConnection); };
   actions.dismissError = [this] { store_->clearError(); };
@@ -409,14 +376,6 @@ MenuActions AppDelegate::menuActions() {
   actions.togglePanel = toggleMenuBarPanel;
   actions.hidePanel = hideMenuBarPanel;
   return actions;
-}
-
-void AppDelegate::showAbout() {
-  auto* box = new QMessageBox(
-      QMessageBox::NoIcon, tr("About Tarnwick"),
-      tr("<b>Tarnwick %1</b><p>A dock of live widgets.</p>").arg(QStringLiteral(TARNWICK_VERSION)), QMessageBox::Close);
-  box->setAttribute(Qt::WA_DeleteOnClose);
-  box->show();
 }
 
 }  // namespace tarnwick

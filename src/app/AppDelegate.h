@@ -13,6 +13,7 @@
 #include "base/Scheduler.h"
 #include "desktop/Files.h"
 #include "desktop/HotKeys.h"
+#include "desktop/Notifications.h"
 #include "desktop/Panels.h"
 #include "desktop/ScreenColors.h"
 #include "desktop/Screens.h"
@@ -23,6 +24,7 @@
 
 namespace tarnwick {
 
+class AppKeys;
 class ExitGuards;
 class DockDesk;
 class MessageLine;
@@ -36,6 +38,7 @@ struct DelegateSetup {
   HotKeys* hotKeys = nullptr;
   SessionApplication* session = nullptr;
   SessionEvents* events = nullptr;
+  Notifications* notifications = nullptr;
   Toggles* toggles = nullptr;  ///< Required.
   ScreenColors* colors = nullptr;
   DockView::IconProvider icons;
@@ -81,7 +84,14 @@ class AppDelegate : public QObject {
   /// The menu bar of one of the program's own windows. Never null.
   std::unique_ptr<QMenuBar> makeMenuBar();
   /// The key that opens the command bar now, as a person reads it; empty while none does.
-  const QString& commandBarKey() const { return commandBarKey_; }
+  const QString& commandBarKey() const;
+  /// Where the status item stands on the desktop; empty where the tray does not tell.
+  QRect statusItemPlace() const;
+  DockDesk& desk() { return *desk_; }
+  /// Since didFinishLaunching.
+  AppKeys& keys() { return *keys_; }
+  bool isDark() const { return isDark_.value_or(true); }
+  void quit();
 
   // Set by the parts of the program that bring them. Those with a hot key (toggleCommandBar, focusDock) and those that
   // the start calls must be set before didFinishLaunching; a menu entry is enabled once its part is there.
@@ -91,6 +101,11 @@ class AppDelegate : public QObject {
   std::function<void()> showSettings;
   std::function<void()> showOnboarding;
   std::function<void()> addWidgets;
+  std::function<void(const QUuid& widget)> openEditor;
+  /// Whether a window is open that is about the docks, which stay out meanwhile; checkEdge() when the answer changed.
+  std::function<bool()> windowHoldsDock;
+  std::function<bool()> editorIsOpen;
+  std::function<void()> showAbout;
   std::function<void()> folderIcons;
   std::function<void()> openSpace;
   std::function<void()> saveSpace;
@@ -125,13 +140,9 @@ class AppDelegate : public QObject {
   void listenToScreens();
   void takeOrder(const QString& action, const QVariantList& parameter);
   bool handOverToTheNewBuild();
-  bool bindCommandBar(const DesktopOptions& options, const HotKeyWish& wish);
-  void sayKeyIsTaken();
   void hotKeyPressed(quint32 identifier);
   void selectProfileAt(int index);
   void layoutDidChange();
-  void showAbout();
-  void quit();
   MenuActions menuActions();
 
   DelegateSetup setup_;
@@ -140,12 +151,11 @@ class AppDelegate : public QObject {
   std::unique_ptr<DockController> dock_;
   std::unique_ptr<PanelHost> panels_;
   std::unique_ptr<StatusItem> status_;
+  std::unique_ptr<AppKeys> keys_;
   std::unique_ptr<MessageLine> messages_;
   std::unique_ptr<ExitGuards> guards_;
   JobHandle afterFirstFrame_;
   JobHandle docksStand_;
-  QString shortcutSignature_;
-  QString commandBarKey_;
   std::optional<bool> isDark_;
   bool down_ = false;
 };

@@ -7,6 +7,7 @@
 #include "app/PanelWiring.h"
 #include "app/Readings.h"
 #include "store/AppStore.h"
+#include "views/dock/StoreSources.h"
 #include "views/dock/UndoBubble.h"
 
 namespace tarnwick {
@@ -101,6 +102,12 @@ std::unique_ptr<DockContent> DockDesk::makeContent(const QString& display) {
 TileSources DockDesk::sources(const QString& display) const {
   const auto found = docks_.find(display);
   return found == docks_.end() ? TileSources() : found->second->sources();
+}
+
+TileSources DockDesk::previews(const QList<DockWidget>& widgets) {
+  DockActions questions;
+  addQuestions(questions);
+  return storeSources(*parts_.store, *parts_.toggles, questions, widgets);
 }
 
 PanelActions DockDesk::panelActions() { return makePanelActions(parts_, commands_, folders_, this); }

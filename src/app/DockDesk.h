@@ -66,6 +66,11 @@ class DockDesk : public QObject {
 
   DockCommands& commands() { return commands_; }
   DockMenus& menus() { return menus_; }
+  UndoableEdits& edits() { return edits_; }
+  /// Takes the newest change of a dock back.
+  void undo() { undo_.undo(); }
+  /// What tiles of these widgets show at this moment, whether or not a dock holds them.
+  TileSources previews(const QList<DockWidget>& widgets);
   /// Starts listening to what applications want shown on their tiles.
   void start();
   /// The message that stands above a dock came, went or changed its height.

@@ -13,6 +13,7 @@ struct HotKeyTable {
   static constexpr quint32 kToggle = 1;
   static constexpr quint32 kCommandBar = 2;
   static constexpr quint32 kFocus = 3;  ///< The dock's key with Shift added.
+  static constexpr quint32 kTrial = 4;  ///< One that is only tried.
   static constexpr quint32 kFirstProfile = 10;
   static constexpr int kProfileKeys = 10;
 

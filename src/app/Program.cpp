@@ -18,6 +18,7 @@
 #include "app/SingleInstance.h"
 #include "app/SnapshotMode.h"
 #include "app/WindowSystem.h"
+#include "app/Windows.h"
 #include "base/DomainError.h"
 #include "config/DataDirectory.h"
 #include "config/Persistence.h"
@@ -134,7 +135,9 @@ int runDock(int argc, char** argv, const CommandLine& line) {
   Adapters adapters(scheduler, environment);
   StoreSetup store = adapters.storeSetup();
   store.keys = start.keys;
-  AppDelegate delegate(std::move(store), adapters.delegateSetup(QFileInfo(settingsFile(start.keys)).path()));
+  const DelegateSetup setup = adapters.delegateSetup(QFileInfo(settingsFile(start.keys)).path());
+  AppDelegate delegate(std::move(store), setup);
+  const Windows windows(delegate, setup);
   const LastChance lastChance(delegate);
   delegate.didFinishLaunching();
   // Behind the dock's own coming up, which waits for the event loop as well.

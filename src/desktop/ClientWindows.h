@@ -6,6 +6,8 @@
 #include <QString>
 #include <QStringList>
 
+#include "desktop/Capability.h"
+
 namespace tarnwick {
 
 /// A window of another program, as far as every window system tells it.
@@ -35,6 +37,8 @@ struct ClientWindow {
 class ClientWindows : public QObject {
   Q_OBJECT
  public:
+  /// Whether the desktop tells of windows at all.
+  virtual Capability capability() const { return Capability::yes(); }
   virtual QList<ClientWindow> all() const = 0;
   virtual void activate(quint64 id) = 0;
   virtual void close(quint64 id) = 0;

@@ -3,6 +3,8 @@
 #include <QObject>
 #include <QString>
 
+#include "desktop/Capability.h"
+
 namespace tarnwick {
 
 /// A wished-for key: a virtual key code and a modifier mask in the form that the settings document keeps
@@ -23,10 +25,19 @@ struct HotKeyBinding {
   bool operator==(const HotKeyBinding&) const = default;
 };
 
+/// What a key does, for desktops that bind it themselves.
+struct HotKeyAction {
+  QString order;  ///< The order to a running program that does the same, such as "--toggle".
+  QString words;  ///< As a person reads it, such as "Show or hide the dock".
+};
+
 /// Keys that work whatever program has the focus.
 class HotKeys : public QObject {
   Q_OBJECT
  public:
+  /// Whether a program can have keys here at all. It may turn out only some time after the first is asked for; then
+  /// `lost` follows for each.
+  virtual Capability capability() const { return Capability::yes(); }
   /// Binds the action `identifier` to a key. An identifier that is bound already is bound anew.
   virtual HotKeyBinding bind(quint32 identifier, const HotKeyWish& wish) = 0;
   /// Gives every key back.
@@ -34,7 +45,8 @@ class HotKeys : public QObject {
 
  Q_SIGNALS:
   void pressed(quint32 identifier);
-  /// The keyboard's layout changed and a key of ours could not be taken under the new one.
+  /// A key of ours is none any more: the keyboard's layout changed and it could not be taken under the new one, or the
+  /// desktop gave it to nobody.
   void lost(quint32 identifier);
 };
 

@@ -5,6 +5,8 @@
 #include <QRectF>
 #include <QString>
 
+#include "desktop/Capability.h"
+
 namespace tarnwick {
 
 /// Where the pointer is, as far as a dock must know.
@@ -34,6 +36,9 @@ struct ZoneRequest {
 class ZoneSensor : public QObject {
   Q_OBJECT
  public:
+  /// Whether the edges of the displays can be felt, and a dock put where the edges are. Where they cannot, a dock
+  /// stands still in the place that it has.
+  virtual Capability edges() const { return Capability::yes(); }
   /// Replaces what is watched; an empty list ends all listening. The zones are up to date when the call returns; what
   /// became different by the call itself is not announced.
   virtual void watch(const QList<ZoneRequest>& requests) = 0;

@@ -51,8 +51,10 @@ void Program::resetVariables() { variables().clear(); }
 QList<xcb_window_t> Program::windows() const {
   const VirtualDisplay& display = VirtualDisplay::current();
   QList<xcb_window_t> ours;
+  const QList<quint32> dock{display.atom("_NET_WM_WINDOW_TYPE_DOCK")};
   for (const quint32 window : display.words(display.root(), "_NET_CLIENT_LIST")) {
-    if (display.words(window, "_NET_WM_PID") == QList<quint32>{static_cast<quint32>(pid())}) ours << window;
+    const bool isOurs = display.words(window, "_NET_WM_PID") == QList<quint32>{static_cast<quint32>(pid())};
+    if (isOurs && display.words(window, "_NET_WM_WINDOW_TYPE") == dock) ours << window;
   }
   return ours;
 }

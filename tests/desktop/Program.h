@@ -25,9 +25,9 @@ class Program {
 
   bool isRunning() const { return process_.state() == QProcess::Running; }
   pid_t pid() const { return static_cast<pid_t>(process_.processId()); }
-  /// The managed windows of the process, oldest first.
+  /// The docks and bubbles of the process, oldest first; the program's other windows are left out.
   QList<xcb_window_t> windows() const;
-  /// Waits until it shows that many windows; false when it never does.
+  /// Waits until it shows that many of them; false when it never does.
   bool shows(qsizetype count) const;
   void signal(int number) const;
   /// Waits until it ends by itself and gives its status; nothing when it crashed or stays.

@@ -49,6 +49,9 @@ class ProgramTest : public ::testing::Test {
 };
 
 TEST_F(ProgramTest, StandsAtTheBottomAndComesBackAfterAKill) {
+  DockConfiguration config;
+  config.onboardingComplete = true;  // No window covers the dock.
+  Persistence::save(config, file());
   Program first(home());
   ASSERT_TRUE(first.shows(1)) << qPrintable(first.standardError());
   const auto standsInTheMiddle = [] { return isGlassAt({800, 850}, {800, 804}) && isGlassAt({440, 850}, {800, 895}); };
@@ -57,7 +60,6 @@ TEST_F(ProgramTest, StandsAtTheBottomAndComesBackAfterAKill) {
   EXPECT_FALSE(first.end());
 
   // The next one finds the lock free and the settings whole.
-  DockConfiguration config;
   config.position = u"top"_s;
   Persistence::save(config, file());
   {

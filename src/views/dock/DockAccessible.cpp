@@ -3,10 +3,12 @@
 #include <QAccessible>
 #include <QAccessibleActionInterface>
 #include <QAccessibleWidget>
+#include <QCoreApplication>
 #include <QPointer>
 #include <vector>
 
 #include "views/dock/DockView.h"
+#include "views/dock/MessageBubble.h"
 
 namespace tarnwick {
 
@@ -113,9 +115,44 @@ class DockAccessible final : public QAccessibleWidget {
   mutable std::vector<QAccessible::Id> tiles_;
 };
 
+/// A bubble: its message, and what its buttons do.
+class BubbleAccessible final : public QAccessibleWidget {
+ public:
+  explicit BubbleAccessible(MessageBubble* bubble)
+      : QAccessibleWidget(bubble, QAccessible::AlertMessage), bubble_(bubble) {}
+
+  QStringList actionNames() const override {
+    QStringList names = QAccessibleWidget::actionNames();
+    if (!bubble_) return names;
+    if (!bubble_->action().isEmpty()) names.prepend(pressAction());
+    return names << dismissAction();
+  }
+  QString localizedActionName(const QString& name) const override {
+    if (bubble_ && name == pressAction()) return bubble_->action();
+    if (name == dismissAction()) return QCoreApplication::translate("Dock", "Dismiss");
+    return QAccessibleWidget::localizedActionName(name);
+  }
+  void doAction(const QString& name) override {
+    if (!bubble_) return;
+    if (name == pressAction() && !bubble_->action().isEmpty())
+      Q_EMIT bubble_->actionRequested();
+    else if (name == dismissAction())
+      Q_EMIT bubble_->dismissed();
+    else
+      QAccessibleWidget::doAction(name);
+  }
+
+ private:
+  static QString dismissAction() { return QStringLiteral("Dismiss"); }
+
+  QPointer<MessageBubble> bubble_;
+};
+
 QAccessibleInterface* makeInterface(const QString&, QObject* object) {
-  auto* view = qobject_cast<DockView*>(object);
-  return view ? new DockAccessible(view) : nullptr;  // Qt's cache owns it.
+  // Qt's cache owns what is made.
+  if (auto* view = qobject_cast<DockView*>(object)) return new DockAccessible(view);
+  if (auto* bubble = qobject_cast<MessageBubble*>(object)) return new BubbleAccessible(bubble);
+  return nullptr;
 }
 
 }  // namespace

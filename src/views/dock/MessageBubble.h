@@ -22,6 +22,7 @@ class MessageBubble : public QWidget {
   void setSign(const QString& symbol, Accent accent);
   /// The word on the button behind the message; empty for no button.
   void setAction(const QString& word);
+  const QString& action() const { return action_; }
   /// The dock's look; the bubble follows it.
   void setLook(DockStyle style, Backdrop backdrop);
 

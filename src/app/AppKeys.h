@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <functional>
+
+#include "config/DesktopOptions.h"
+#include "desktop/HotKeys.h"
+
+namespace tarnwick {
+
+class AppStore;
+
+/// Takes the keys that the settings ask for and keeps them as they change. A key that another program has is said in
+/// the store's message line; the others still work. Main thread only.
+class AppKeys final : public QObject {
+  Q_OBJECT
+ public:
+  /// Both are borrowed; without `keys` nothing happens.
+  AppKeys(AppStore& store, HotKeys* keys);
+
+  // Whether there is something for these keys to open. A key is not taken from others before that.
+  std::function<bool()> hasCommandBar;
+  std::function<bool()> canFocusDock;
+
+  /// Takes the keys anew if the settings ask for others than before.
+  void follow();
+  /// Gives every key back.
+  void release();
+  /// While a key is being recorded, ours are given back, so that they reach the window that records; then they are
+  /// taken anew.
+  void setRecording(bool recording);
+  /// Whether a key could be taken at this moment. It is kept until the keys are taken anew.
+  HotKeyBinding tryKey(const HotKeyWish& wish);
+  /// Whether a program can have keys on this desktop at all.
+  Capability capability() const;
+  /// The key that opens the command bar now, as a person reads it; empty while none does.
+  const QString& commandBarKey() const { return commandBarKey_; }
+
+ Q_SIGNALS:
+  /// `identifier` as HotKeyTable has them.
+  void pressed(quint32 identifier);
+
+ private:
+  bool bindCommandBar(const DesktopOptions& options, const HotKeyWish& wish);
+  void sayKeyIsTaken();
+
+  AppStore& store_;
+  HotKeys* keys_;
+  QString signature_;
+  QString commandBarKey_;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,97 @@
+#include "app/MenuBarPopup.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <algorithm>
+
+#include "store/AppStore.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kGap = 6;
+constexpr int kFromTheCorner = 8;
+/// The click on the item that means to close the window closes it as any click outside does, before it is told.
+constexpr double kSameClick = 0.4;
+
+}  // namespace
+
+MenuBarPopup::MenuBarPopup(AppStore& store, Panels& panels, Screens& screens, MenuBarPanelActions actions)
+    : store_(store), panels_(panels), screens_(screens), actions_(std::move(actions)) {
+  // Its shadow and its margins come and go with the compositor.
+  connect(&panels, &Panels::compositingChanged, this, &MenuBarPopup::hide);
+}
+
+MenuBarPopup::~MenuBarPopup() = default;
+
+void MenuBarPopup::toggle(const QRect& item, bool dark) {
+  const bool wasOpen = isShown() || store_.scheduler().reference() - closedAt_ < kSameClick;
+  hide();
+  closedAt_ = 0;
+  if (wasOpen) return;
+  if (const auto place = placeOf(item)) open(*place, dark);
+}
+
+void MenuBarPopup::hide() {
+  popup_.reset();
+  anchor_.reset();
+}
+
+std::optional<PanelPlacement> MenuBarPopup::placeOf(const QRect& item) const {
+  const QList<Screen> all = screens_.all();
+  if (all.isEmpty()) return std::nullopt;
+  const auto on = [&](const QRect& place) -> std::optional<PanelPlacement> {
+    const auto holds = [&](const Screen& screen) { return screen.frame.contains(QPointF(place.center())); };
+    const auto found = std::ranges::find_if(all, holds);
+    if (place.isEmpty() || found == all.end()) return std::nullopt;
+    return PanelPlacement{found->id, place.translated(-found->frame.topLeft().toPoint()), {}};
+  };
+  if (const auto place = on(item)) return place;
+  // Only X11 tells where the pointer is over the windows of others.
+  if (QGuiApplication::platformName() == u"xcb"_s)
+    if (const auto place = on(QRect(QCursor::pos(), QSize(1, 1)))) return place;
+  const Screen& main = all.first();
+  const bool atLeft = QGuiApplication::isRightToLeft();
+  const QRectF usable = main.usable.isEmpty() ? main.frame : main.usable;
+  const double x = atLeft ? usable.left() + kFromTheCorner : usable.right() - kFromTheCorner - 1;
+  return PanelPlacement{
+      main.id, QRect((QPointF(x, usable.top() + 1) - main.frame.topLeft()).toPoint(), QSize(1, 1)), {}};
+}
+
+void MenuBarPopup::open(const PanelPlacement& place, bool dark) {
+  const QSize size = place.rectangle.size();
+  auto clear = std::make_unique<QWidget>();
+  clear->setAttribute(Qt::WA_TranslucentBackground);
+  clear->setAccessibleName(u"Tarnwick"_s);
+  anchor_ = panels_.make(std::move(clear));
+  anchor_->place(place);
+  anchor_->setOutline({});
+  anchor_->setInputRegion({});
+  anchor_->setShown(true);
+
+  auto made = std::make_unique<MenuBarPanel>(store_, actions_);
+  MenuBarPanel* panel = made.get();
+  panel->setScheme(dark, panels_.isComposited() ? Backdrop::Plain : Backdrop::Opaque);
+  connect(panel, &MenuBarPanel::closeRequested, this, &MenuBarPopup::hide, Qt::QueuedConnection);
+  connect(
+      panel, &MenuBarPanel::sizeChanged, this,
+      [this] {
+        if (popup_) popup_->reposition();
+      },
+      Qt::QueuedConnection);
+  const QMargins margins = panel->margins();
+  popup_ = anchor_->popup(std::move(made), QRect(QPoint(), size), PopupStyle{.margins = margins, .gap = kGap});
+  // By the time that the word arrives another one may be open.
+  const auto closed = [this, popup = popup_.get()] {
+    if (popup_.get() != popup) return;
+    closedAt_ = store_.scheduler().reference();
+    hide();
+  };
+  connect(popup_.get(), &Popup::closed, this, closed, Qt::QueuedConnection);
+  connect(anchor_.get(), &Panel::closed, this, &MenuBarPopup::hide, Qt::QueuedConnection);
+}
+
+}  // namespace tarnwick

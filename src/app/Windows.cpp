@@ -1,0 +1,194 @@
+#include "app/Windows.h"
+
+#include <QApplication>
+#include <QShortcut>
+#include <algorithm>
+
+#include "app/AppKeys.h"
+#include "app/DockDesk.h"
+#include "app/MenuBarPopup.h"
+#include "desktop/VirtualKeys.h"
+#include "views/library/EditorWindow.h"
+#include "views/library/LibraryWindow.h"
+#include "views/onboarding/AboutWindow.h"
+#include "views/onboarding/AppMark.h"
+#include "views/onboarding/HelpWindow.h"
+#include "views/onboarding/OnboardingWindow.h"
+#include "views/settings/SettingsWindow.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool isOpen(const QWidget* window) { return window && window->isVisible() && !window->isMinimized(); }
+
+}  // namespace
+
+Windows::Windows(AppDelegate& delegate, const DelegateSetup& services) : delegate_(delegate), services_(services) {
+  delegate.showSettings = [this] { showSettings(); };
+  delegate.addWidgets = [this] { showLibrary(delegate_.store().activeDisplay); };
+  delegate.openEditor = [this](const QUuid& widget) { showEditor(widget); };
+  delegate.desk().menus().editWidget = delegate.openEditor;
+  delegate.windowHoldsDock = [this] { return holdsDock(); };
+  delegate.editorIsOpen = [this] { return hasEditor(); };
+  delegate.showOnboarding = [this] { showOnboarding(); };
+  delegate.showAbout = [this] { showAbout(); };
+  delegate.toggleMenuBarPanel = [this] { menuBar().toggle(delegate_.statusItemPlace(), delegate_.isDark()); };
+  delegate.hideMenuBarPanel = [this] {
+    if (menuBar_) menuBar_->hide();
+  };
+}
+
+Windows::~Windows() {
+  QList<AppWindow*> all{settings_, library_, onboarding_, about_, help_};
+  for (const auto& editor : editors_) all << editor;
+  qDeleteAll(all);
+}
+
+template <class Window, class Make>
+void Windows::present(QPointer<Window>& window, const Make& make) {
+  if (!window) {
+    window = make();
+    dress(*window);
+  }
+  window->present();
+}
+
+void Windows::dress(AppWindow& window) {
+  if (QApplication::windowIcon().isNull())
+    QApplication::setWindowIcon(QIcon::fromTheme(u"com.brindlemoor.Tarnwick"_s, AppMark::icon()));
+  window.setMenuBar(delegate_.makeMenuBar());
+  window.installEventFilter(this);
+  connect(new QShortcut(QKeySequence::HelpContents, &window), &QShortcut::activated, this, &Windows::showHelp);
+}
+
+bool Windows::holdsDock() const { return isOpen(settings_) || isOpen(library_) || hasEditor(); }
+
+bool Windows::hasEditor() const {
+  return std::ranges::any_of(editors_, [](const auto& editor) { return isOpen(editor); });
+}
+
+bool Windows::eventFilter(QObject* window, QEvent* event) {
+  const QEvent::Type type = event->type();
+  if (type == QEvent::Show || type == QEvent::Hide || type == QEvent::WindowStateChange)
+    QMetaObject::invokeMethod(&delegate_.dock(), &DockController::checkEdge, Qt::QueuedConnection);
+  return QObject::eventFilter(window, event);
+}
+
+void Windows::showSettings() {
+  present(settings_, [this] {
+    SettingsServices services;
+    DockDesk& desk = delegate_.desk();
+    services.edits = &desk.edits();
+    services.screens = services_.ports.screens;
+    services.undo = [&desk] { desk.undo(); };
+    services.addWidgets = delegate_.addWidgets;
+    services.openEditor = delegate_.openEditor;
+    services.continueSetup = delegate_.showOnboarding;
+    services.restoreSystemDock = delegate_.restoreSystemDock;
+    services.openFolder = [this](const QString& folder) { services_.opener->open(QUrl::fromLocalFile(folder)); };
+    services.tryKey = [this](const HotKeyWish& wish) { return delegate_.keys().tryKey(wish); };
+    services.recordsKeys = [this](bool recording) { delegate_.keys().setRecording(recording); };
+    services.commandBarKey = [this] { return abilities().commandBarKey; };
+    services.keys = [this] { return delegate_.keys().capability(); };
+    services.edges = [this] { return services_.ports.zones->edges(); };
+    services.systemDock = [this] { return services_.ports.preferences->capability(); };
+    services.notifications = [this] { return abilities().notifications; };
+    services.captureProtection = [this] { return services_.ports.panels->captureProtection(); };
+    services.reduceMotion = services_.ports.motion->reducesMotion();
+    return new SettingsWindow(delegate_.store(), std::move(services));
+  });
+}
+
+PreviewSources Windows::previews() {
+  PreviewSources sources;
+  sources.values = [this](const QList<DockWidget>& widgets) { return delegate_.desk().previews(widgets); };
+  sources.icons = [this](const QString& icon, int size, double ratio) {
+    DockApp app;
+    app.icon = icon;
+    return services_.icons(app, size, ratio);
+  };
+  return sources;
+}
+
+void Windows::showLibrary(const QString& display) {
+  present(library_, [this] {
+    LibraryServices services;
+    DockDesk& desk = delegate_.desk();
+    services.apps = services_.installedApps;
+    services.edits = &desk.edits();
+    services.previews = previews();
+    services.undo = [&desk] { desk.undo(); };
+    services.openEditor = delegate_.openEditor;
+    return new LibraryWindow(delegate_.store(), std::move(services));
+  });
+  library_->setTarget(display);
+}
+
+void Windows::showEditor(const QUuid& widget) {
+  // Those that were closed leave nothing behind.
+  editors_.removeIf([](const auto& editor) { return editor.value().isNull(); });
+  present(editors_[widget], [this, widget] {
+    EditorServices services;
+    services.apps = services_.installedApps;
+    services.previews = previews();
+    return new EditorWindow(delegate_.store(), widget, std::move(services));
+  });
+}
+
+void Windows::showOnboarding() {
+  present(onboarding_, [this] {
+    OnboardingServices services;
+    services.abilities = [this] { return abilities(); };
+    services.addWidgets = delegate_.addWidgets;
+    services.reduceMotion = services_.ports.motion->reducesMotion();
+    auto* window = new OnboardingWindow(delegate_.store(), std::move(services), onboardingPage_);
+    connect(window, &OnboardingWindow::pageChanged, this, [this](int page) { onboardingPage_ = page; });
+    return window;
+  });
+}
+
+void Windows::showAbout() {
+  present(about_, [this] { return new AboutWindow(delegate_.store()); });
+}
+
+void Windows::showHelp() {
+  present(help_, [this] { return new HelpWindow(delegate_.store(), abilities()); });
+}
+
+MenuBarPopup& Windows::menuBar() {
+  if (menuBar_) return *menuBar_;
+  MenuBarPanelActions actions;
+  actions.dockIsHidden = [this] { return delegate_.dock().isManuallyHidden(); };
+  actions.toggleDock = [this] { delegate_.dock().toggle(); };
+  actions.continueSetup = delegate_.showOnboarding;
+  actions.addWidgets = delegate_.addWidgets;
+  actions.settings = delegate_.showSettings;
+  actions.help = [this] { showHelp(); };
+  actions.about = delegate_.showAbout;
+  actions.quit = [this] { QMetaObject::invokeMethod(&delegate_, &AppDelegate::quit, Qt::QueuedConnection); };
+  actions.reduceMotion = services_.ports.motion->reducesMotion();
+  menuBar_ = std::make_unique<MenuBarPopup>(delegate_.store(), *services_.ports.panels, *services_.ports.screens,
+                                            std::move(actions));
+  return *menuBar_;
+}
+
+DesktopAbilities Windows::abilities() const {
+  DesktopAbilities found;
+  found.isComposited = services_.ports.panels->isComposited();
+  found.edges = services_.ports.zones->edges();
+  found.windows = services_.ports.windows ? services_.ports.windows->capability()
+                                          : Capability::no(tr("This desktop does not list the windows of programs."));
+  found.keys = delegate_.keys().capability();
+  const DesktopOptions options = delegate_.store().config().desktopOptions();
+  if (options.dockShortcutEnabled) found.dockKey = VirtualKeys::text(options.shortcutKey, options.shortcutModifiers);
+  if (delegate_.toggleCommandBar && options.commandBarEnabled) found.commandBarKey = delegate_.commandBarKey();
+  found.notifications = services_.notifications ? services_.notifications->capability()
+                                                : Capability::no(tr("This desktop has no notifications."));
+  found.systemDock = services_.ports.preferences->capability();
+  return found;
+}
+
+}  // namespace tarnwick
