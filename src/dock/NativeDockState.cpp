@@ -82,6 +82,7 @@ void NativeDockState::recover() {
 void NativeDockState::apply(DockLayout layout) {
   if (recoveryError_) throw DomainError::invalid(*recoveryError_);
   if (current_ == layout) return;
+  if (givesBackFirst_) restore();
   if (hidesSystemDock(layout)) {
     hide(layout);
   } else {
@@ -109,7 +110,8 @@ void NativeDockState::hide(DockLayout layout) {
   preferences_.restart();
   Capability fits = preferences_.capability();
   if (fits && layout != DockLayout::Swap) fits = preferences_.staysAway();
-  if (!fits && !std::exchange(noticeGiven_, true)) notice_ = fits.reason;
+  const std::pair notice(layout, fits.reason);
+  if (!fits && std::exchange(lastNotice_, notice) != notice) notice_ = fits.reason;
 }
 
 void NativeDockState::takeSnapshot() {
@@ -137,6 +139,7 @@ void NativeDockState::restore() {
   original_.reset();
   recoveryError_.reset();
   current_.reset();
+  givesBackFirst_ = false;
   if (guard_) guard_->release();
   preferences_.restart();
 }
@@ -146,8 +149,9 @@ void NativeDockState::dockAppeared() {
   try {
     restore();
   } catch (const std::exception&) {
-    // Nothing is lost: the file stays, and with it what `recoveryError` says.
-    return;
+    // Nothing is lost: the file stays. The layout's next attempt tries again and says what it finds.
+    current_.reset();
+    givesBackFirst_ = true;
   }
   if (needsApply_) needsApply_();
 }

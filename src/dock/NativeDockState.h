@@ -4,6 +4,7 @@
 #include <QVariant>
 #include <functional>
 #include <optional>
+#include <utility>
 
 #include "config/DockLayout.h"
 #include "dock/ports/DockGuard.h"
@@ -39,11 +40,12 @@ class NativeDockState {
   /// Why the recovery file of an earlier run cannot be used; blocks `apply`.
   const std::optional<QString>& recoveryError() const { return recoveryError_; }
 
-  /// Once, after a hiding layout was applied where the dock cannot be hidden as it asks: the sentence that says so.
+  /// Once for each layout and reason, after a hiding layout was applied where the dock cannot be hidden as it asks: the
+  /// sentence that says so.
   std::optional<QString> takeNotice() { return std::exchange(notice_, std::nullopt); }
 
-  /// Called when a dock came up after ours had looked for one. What was changed before is given back by then, so the
-  /// layout is to be applied again.
+  /// Called when a dock came up after ours had looked for one, and the layout is to be applied again. What was changed
+  /// before is given back by then; where that failed, `apply` begins with it and says why it cannot.
   void setNeedsApply(std::function<void()> needsApply) { needsApply_ = std::move(needsApply); }
 
  private:
@@ -60,7 +62,8 @@ class NativeDockState {
   std::optional<DockLayout> current_;
   std::optional<QString> recoveryError_;
   std::optional<QString> notice_;
-  bool noticeGiven_ = false;
+  std::pair<DockLayout, QString> lastNotice_;
+  bool givesBackFirst_ = false;  // The docks changed, and what is recorded is of those before.
   std::function<void()> needsApply_;
 };
 
