@@ -48,6 +48,7 @@ DockContentContainer::DockContentContainer(std::unique_ptr<DockContent> content,
   content_->hide();
   picture_ = new MovingPicture(this, content_);
   connect(content_, &DockContent::shapeChanged, this, [this] {
+    takeShape();
     if (!look_.isHidden) Q_EMIT shapeChanged();
   });
 }
@@ -132,7 +133,16 @@ void DockContentContainer::warmUpSoon() {
 }
 
 /// The live content stands where its picture is seen, so that what the pointer does reaches it there.
-void DockContentContainer::placeContent() { content_->setGeometry(restingFrame().translated(0, shapeShift())); }
+void DockContentContainer::placeContent() {
+  const QSize before = content_->size();
+  content_->setGeometry(restingFrame().translated(0, shapeShift()));
+  if (content_->size() != before) takeShape();
+}
+
+void DockContentContainer::takeShape() {
+  contentOutline_ = content_->outline();
+  contentInput_ = content_->inputRegion();
+}
 
 int DockContentContainer::shapeShift() const { return qRound(look_.shift / devicePixelRatioF()); }
 
@@ -143,16 +153,15 @@ QRegion DockContentContainer::placed(const QRegion& region) const {
 void DockContentContainer::configure(const DockGeometry& geometry) {
   isComposited_ = geometry.composited;
   content_->configure(geometry);
+  takeShape();
   apply();
 }
 
 QMargins DockContentContainer::margins() const { return content_->margins(); }
 
-QRegion DockContentContainer::outline() const { return look_.isHidden ? QRegion() : placed(content_->outline()); }
+QRegion DockContentContainer::outline() const { return look_.isHidden ? QRegion() : placed(contentOutline_); }
 
-QRegion DockContentContainer::inputRegion() const {
-  return look_.isHidden ? QRegion() : placed(content_->inputRegion());
-}
+QRegion DockContentContainer::inputRegion() const { return look_.isHidden ? QRegion() : placed(contentInput_); }
 
 bool DockContentContainer::event(QEvent* event) {
   const bool result = DockContent::event(event);

@@ -77,6 +77,7 @@ class DockContentContainer final : public DockContent {
   void warmUpSoon();
   void placeContent();
   int shapeShift() const;
+  void takeShape();
   QRegion placed(const QRegion& region) const;
 
   DockContent* content_;
@@ -88,6 +89,8 @@ class DockContentContainer final : public DockContent {
   bool isComposited_ = true;
   double progress_ = 0;
   Look look_;
+  QRegion contentOutline_;  ///< As it was when the content's shape changed last: it is asked for in every frame.
+  QRegion contentInput_;
   QPointer<QWindow> watched_;
   bool focusIsWanted_ = false;
   bool isWarm_ = false;  ///< The content was painted, or is about to be.

@@ -78,7 +78,7 @@ void X11Panel::setInputRegion(const QRegion& region) {
 void X11Panel::setOutline(const QRegion& outline) {
   if (outline_ == outline) return;
   outline_ = outline;
-  applyOutline();
+  if (!isComposited_) applyOutline();
 }
 
 void X11Panel::setBlurBehind(const QRegion& region) {
