@@ -110,7 +110,11 @@ TileSources DockDesk::previews(const QList<DockWidget>& widgets) {
   return storeSources(*parts_.store, *parts_.toggles, questions, widgets);
 }
 
-PanelActions DockDesk::panelActions() { return makePanelActions(parts_, commands_, folders_, this); }
+PanelActions DockDesk::panelActions() {
+  PanelActions actions = makePanelActions(parts_, commands_, folders_, this);
+  actions.openEditor = menus_.editWidget;
+  return actions;
+}
 
 void DockDesk::markOpen(const QString& display, const QUuid& widget) {
   for (const auto& [id, dock] : docks_) dock->view().setPanelOpen(id == display ? widget : QUuid());
