@@ -8,6 +8,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
+#include "platform/dbus/DesktopClockFormat.h"
 #include "platform/dbus/DesktopToggles.h"
 #include "platform_dbus/FakeLocks.h"
 #include "platform_dbus/FakeService.h"
@@ -41,6 +42,7 @@ struct DesktopTogglesTest : ::testing::Test {
     qDBusRegisterMetaType<Interfaces>();
     qDBusRegisterMetaType<Objects>();
     bus.makeStartable(u"ca.desrt.dconf"_s, u"/usr/libexec/dconf-service"_s);
+    bus.makeStartable(u"org.xfce.Xfconf"_s, u"/usr/lib/x86_64-linux-gnu/xfce4/xfconf/xfconfd"_s);
   }
 
   void start() {
@@ -153,11 +155,24 @@ TEST_F(DesktopTogglesTest, BluetoothIsOnWhenAnyAdapterHasPower) {
   EXPECT_TRUE(becomes(Toggle::Bluetooth, false, u"This computer has no Bluetooth adapter."_s));
 }
 
-QString setting(const QStringList& arguments) {
-  QProcess gsettings;
-  gsettings.start(u"gsettings"_s, arguments);
-  EXPECT_TRUE(gsettings.waitForFinished() && gsettings.exitCode() == 0) << arguments.join(u' ').toStdString();
-  return QString::fromUtf8(gsettings.readAllStandardOutput()).trimmed();
+/// What a program of the desktop says.
+QString run(const QString& program, const QStringList& arguments) {
+  QProcess process;
+  process.start(program, arguments);
+  EXPECT_TRUE(process.waitForFinished() && process.exitCode() == 0) << arguments.join(u' ').toStdString();
+  return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+}
+QString setting(const QStringList& arguments) { return run(u"gsettings"_s, arguments); }
+
+TEST_F(DesktopTogglesTest, TheClocksFormatIsTheDesktopsWhereItObeysItself) {
+  const QStringList key{u"org.gnome.desktop.interface"_s, u"clock-format"_s};
+  qputenv("XDG_CURRENT_DESKTOP", "KDE");
+  EXPECT_EQ(DesktopClockFormat(bus.connection()).uses24Hour(), std::nullopt);
+  qputenv("XDG_CURRENT_DESKTOP", "ubuntu:GNOME");
+  const DesktopClockFormat format(bus.connection());
+  EXPECT_TRUE(waitFor([&] { return format.uses24Hour() == true; }));
+  setting(QStringList{u"set"_s} + key + QStringList{u"12h"_s});
+  EXPECT_TRUE(waitFor([&] { return format.uses24Hour() == false; }));
 }
 
 TEST_F(DesktopTogglesTest, DarkModeIsTheDesktopsSetting) {
@@ -231,8 +246,24 @@ TEST_F(DesktopTogglesTest, DoNotDisturbSpeaksTheDialectOfTheServiceThatRuns) {
     EXPECT_EQ(released, QList<uint>{7u});
   }
   {
+    FakeService xfce(bus.connection(), kNotifications);
+    xfce.answer(u"GetServerInformation"_s, [](const QDBusMessage&) {
+      return QVariantList{u"Xfce Notify Daemon"_s, u"Xfce"_s, u"0.7.3"_s, u"1.2"_s};
+    });
+    const QStringList key{u"-c"_s, u"xfce4-notifyd"_s, u"-p"_s, u"/do-not-disturb"_s};
+    run(u"xfconf-query"_s, key + QStringList{u"-n"_s, u"-t"_s, u"bool"_s, u"-s"_s, u"true"_s});
+    EXPECT_TRUE(becomes(Toggle::DoNotDisturb, true));
+    EXPECT_TRUE(switches(Toggle::DoNotDisturb, false));
+    EXPECT_EQ(run(u"xfconf-query"_s, key), u"false"_s);
+    run(u"xfconf-query"_s, key + QStringList{u"-s"_s, u"true"_s});
+    EXPECT_TRUE(becomes(Toggle::DoNotDisturb, true)) << "changed by another program";
+    run(u"xfconf-query"_s, key + QStringList{u"-r"_s});
+    EXPECT_TRUE(becomes(Toggle::DoNotDisturb, false)) << "a setting that nobody made";
+  }
+  {
     FakeService plain(bus.connection(), kNotifications);
-    EXPECT_TRUE(becomes(Toggle::DoNotDisturb, false, u"The notification service has no Do Not Disturb mode."_s));
+    EXPECT_TRUE(becomes(Toggle::DoNotDisturb, false,
+                        u"Do Not Disturb of this notification service cannot be controlled from here."_s));
   }
   FakeService shell(bus.connection(), kNotifications);
   shell.answer(u"GetServerInformation"_s, [](const QDBusMessage&) {
@@ -324,26 +355,47 @@ TEST_F(DesktopTogglesTest, NothingBreaksWhenTheBusGoesAwayOrWasNeverThere) {
   }
 }
 
-/// Stands for the sound server's adapter.
-struct SetSource final : ToggleSource {
-  bool on = false;
-  int starts = 0;
-  ToggleState state() const override { return {on, Capability::yes()}; }
-  void set(bool wanted) override {
-    on = wanted;
-    Q_EMIT changed();
-  }
-  void start() override { ++starts; }
-};
+/// A real sound server with one silent output, on the runtime folder of the test.
+std::unique_ptr<QProcess> soundServer() {
+  auto server = std::make_unique<QProcess>();
+  server->setStandardErrorFile(QProcess::nullDevice());
+  server->start(u"pulseaudio"_s, {u"-n"_s, u"--daemonize=no"_s, u"--exit-idle-time=-1"_s, u"--use-pid-file=no"_s,
+                                  u"--load=module-native-protocol-unix auth-anonymous=1"_s,
+                                  u"--load=module-null-sink sink_name=speakers"_s});
+  return server;
+}
 
-TEST_F(DesktopTogglesTest, MuteIsBroughtByWhoeverHasASoundServer) {
+QString pactl(const QStringList& arguments) { return run(u"pactl"_s, arguments); }
+
+TEST_F(DesktopTogglesTest, MuteIsThatOfTheDefaultSoundOutput) {
+  const auto none = u"No sound server was found."_s;
   start();
-  EXPECT_TRUE(becomes(Toggle::Mute, false, u"No sound server was found."_s));
-  auto owned = std::make_unique<SetSource>();
-  auto& source = *owned;
-  toggles->provide(Toggle::Mute, std::move(owned));
-  EXPECT_EQ(source.starts, 1) << "brought after the start, it is started at once";
+  EXPECT_TRUE(becomes(Toggle::Mute, false, none));
+  EXPECT_TRUE(refuses(Toggle::Mute, true));
+
+  auto server = soundServer();
+  EXPECT_TRUE(becomes(Toggle::Mute, false)) << "a server that comes later is noticed";
   EXPECT_TRUE(switches(Toggle::Mute, true));
+  EXPECT_EQ(pactl({u"get-sink-mute"_s, u"speakers"_s}), u"Mute: yes"_s);
+  pactl({u"set-sink-mute"_s, u"speakers"_s, u"0"_s});
+  EXPECT_TRUE(becomes(Toggle::Mute, false)) << "changed by another program";
+
+  pactl({u"load-module"_s, u"module-null-sink"_s, u"sink_name=headset"_s});
+  pactl({u"set-sink-mute"_s, u"headset"_s, u"1"_s});
+  pactl({u"set-default-sink"_s, u"headset"_s});
+  EXPECT_TRUE(becomes(Toggle::Mute, true)) << "another output became the default";
+  EXPECT_TRUE(switches(Toggle::Mute, false));
+  EXPECT_EQ(pactl({u"get-sink-mute"_s, u"headset"_s}), u"Mute: no"_s);
+
+  server->kill();
+  server->waitForFinished();
+  EXPECT_TRUE(becomes(Toggle::Mute, false, none));
+  server = soundServer();
+  EXPECT_TRUE(becomes(Toggle::Mute, false)) << "a server that was started again";
+  EXPECT_TRUE(switches(Toggle::Mute, true));
+  toggles.reset();
+  server->terminate();
+  server->waitForFinished();
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "platform/dbus/toggles/DarkModeToggle.h"
 #include "platform/dbus/toggles/DoNotDisturbToggle.h"
 #include "platform/dbus/toggles/KeepAwakeToggle.h"
+#include "platform/dbus/toggles/MuteToggle.h"
 #include "platform/dbus/toggles/WiFiToggle.h"
 
 namespace tarnwick {
@@ -17,24 +18,20 @@ DesktopToggles::DesktopToggles(const QDBusConnection& session, const QDBusConnec
   provide(Toggle::Bluetooth, std::make_unique<BluetoothToggle>(system));
   provide(Toggle::DarkMode, std::make_unique<DarkModeToggle>(session));
   provide(Toggle::DoNotDisturb, std::make_unique<DoNotDisturbToggle>(session));
+  provide(Toggle::Mute, std::make_unique<MuteToggle>());
   provide(Toggle::KeepAwake, std::make_unique<KeepAwakeToggle>(session, system));
 }
 
 DesktopToggles::~DesktopToggles() = default;
 
 void DesktopToggles::provide(Toggle toggle, std::unique_ptr<ToggleSource> source) {
-  auto& place = sources_[toggle];
-  place = std::move(source);
-  connect(place.get(), &ToggleSource::changed, this, &DesktopToggles::changed);
-  if (!started_) return;
-  place->start();
-  Q_EMIT changed();
+  connect(source.get(), &ToggleSource::changed, this, &DesktopToggles::changed);
+  sources_[toggle] = std::move(source);
 }
 
 ToggleState DesktopToggles::state(Toggle toggle) const {
   const auto source = sources_.find(toggle);
-  if (source != sources_.end()) return source->second->state();
-  return {false, Capability::no(tr("No sound server was found."))};
+  return source == sources_.end() ? ToggleState() : source->second->state();
 }
 
 void DesktopToggles::set(Toggle toggle, bool on) {

@@ -20,15 +20,14 @@ class DesktopToggles final : public Toggles {
                  const QString& root = QStringLiteral("/"), QObject* parent = nullptr);
   ~DesktopToggles() override;
 
-  /// Puts `source` behind a switch, in place of what stood there. This is how the sound server's adapter brings Mute.
-  void provide(Toggle toggle, std::unique_ptr<ToggleSource> source);
-
   ToggleState state(Toggle toggle) const override;
-  /// Before `start`, and for a switch that nothing stands behind, this only announces `changed`.
+  /// Before `start` this only announces `changed`.
   void set(Toggle toggle, bool on) override;
   void start() override;
 
  private:
+  void provide(Toggle toggle, std::unique_ptr<ToggleSource> source);
+
   std::map<Toggle, std::unique_ptr<ToggleSource>> sources_;
   bool started_ = false;
 };

@@ -24,11 +24,17 @@ void DoNotDisturbToggle::start() {
   connect(service_.get(), &BusService::ownerChanged, this, &DoNotDisturbToggle::serviceChanged);
 }
 
-// The banners' setting is installed on many desktops, but only GNOME's own shell obeys it.
+// Settings may be installed anywhere, but only the service that reads them obeys them.
 void DoNotDisturbToggle::serviceChanged() {
   banners_.reset();
+  setting_.reset();
   service_->call(kPath, kName, u"GetServerInformation"_s, {}, this, [this](const QDBusMessage& reply) {
-    if (reply.arguments().value(0).toString() != "gnome-shell"_L1) return;
+    const QString server = reply.arguments().value(0).toString();
+    if (server == "Xfce Notify Daemon"_L1) {
+      setting_ = std::make_unique<XfconfSwitch>(session_, u"xfce4-notifyd"_s, u"/do-not-disturb"_s);
+      connect(setting_.get(), &XfconfSwitch::changed, this, &DoNotDisturbToggle::changed);
+    }
+    if (server != "gnome-shell"_L1) return;
     banners_ = std::make_unique<GSettingsKey>(session_, u"org.gnome.desktop.notifications"_s, u"show-banners"_s);
     connect(banners_.get(), &GSettingsKey::changed, this, &DoNotDisturbToggle::changed);
   });
@@ -37,6 +43,7 @@ void DoNotDisturbToggle::serviceChanged() {
 DoNotDisturbToggle::Dialect DoNotDisturbToggle::dialect() const {
   if (!service_ || !service_->isRunning()) return Dialect::None;
   if (pause_->has(u"paused"_s)) return Dialect::Pause;
+  if (setting_ && setting_->value()) return Dialect::Setting;
   if (inhibition_->has(u"Inhibited"_s)) return Dialect::Inhibition;
   if (banners_ && banners_->value()) return Dialect::Banners;
   return Dialect::None;
@@ -46,6 +53,8 @@ ToggleState DoNotDisturbToggle::state() const {
   switch (dialect()) {
     case Dialect::Pause:
       return {pause_->value(u"paused"_s).toBool(), Capability::yes()};
+    case Dialect::Setting:
+      return {*setting_->value(), Capability::yes()};
     case Dialect::Inhibition: {
       const bool on = inhibition_->value(u"Inhibited"_s).toBool();
       if (on && !ownInhibition_->isHeld())
@@ -57,15 +66,18 @@ ToggleState DoNotDisturbToggle::state() const {
     case Dialect::None:
       break;
   }
-  return {false,
-          Capability::no(service_ && service_->isRunning() ? tr("The notification service has no Do Not Disturb mode.")
-                                                           : tr("No notification service was found."))};
+  return {false, Capability::no(service_ && service_->isRunning()
+                                    ? tr("Do Not Disturb of this notification service cannot be controlled from here.")
+                                    : tr("No notification service was found."))};
 }
 
 void DoNotDisturbToggle::set(bool on) {
   switch (dialect()) {
     case Dialect::Pause:
       pause_->set(u"paused"_s, on);
+      break;
+    case Dialect::Setting:
+      setting_->set(on);
       break;
     case Dialect::Inhibition:
       ownInhibition_->want(on);

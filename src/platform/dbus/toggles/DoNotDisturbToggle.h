@@ -7,11 +7,12 @@
 #include "platform/dbus/GSettingsKey.h"
 #include "platform/dbus/toggles/CookieInhibition.h"
 #include "platform/dbus/toggles/ToggleSource.h"
+#include "platform/dbus/toggles/XfconfSwitch.h"
 
 namespace tarnwick {
 
 /// Silence from the notification service, in whichever of its dialects the one that runs here speaks: dunst's pause,
-/// Plasma's inhibition, GNOME's banners.
+/// Plasma's inhibition, a setting of Xfce, GNOME's banners.
 class DoNotDisturbToggle final : public ToggleSource {
   Q_OBJECT
  public:
@@ -22,7 +23,7 @@ class DoNotDisturbToggle final : public ToggleSource {
   void start() override;
 
  private:
-  enum class Dialect { None, Pause, Inhibition, Banners };
+  enum class Dialect { None, Pause, Setting, Inhibition, Banners };
 
   Dialect dialect() const;
   void serviceChanged();
@@ -32,6 +33,7 @@ class DoNotDisturbToggle final : public ToggleSource {
   std::unique_ptr<BusProperties> pause_;
   std::unique_ptr<BusProperties> inhibition_;  ///< Anybody's.
   std::unique_ptr<CookieInhibition> ownInhibition_;
+  std::unique_ptr<XfconfSwitch> setting_;
   std::unique_ptr<GSettingsKey> banners_;
 };
 

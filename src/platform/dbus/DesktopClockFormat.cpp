@@ -1,0 +1,30 @@
+#include "platform/dbus/DesktopClockFormat.h"
+
+#include <QStringList>
+#include <algorithm>
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+bool settingIsObeyed() {
+  static const QStringList obeying{u"GNOME"_s, u"Unity"_s, u"Budgie"_s, u"Pantheon"_s};
+  const QStringList desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':');
+  return std::ranges::any_of(desktops, [](const QString& desktop) { return obeying.contains(desktop); });
+}
+
+}  // namespace
+
+DesktopClockFormat::DesktopClockFormat(const QDBusConnection& session) {
+  if (!settingIsObeyed()) return;
+  setting_ = std::make_unique<GSettingsKey>(session, u"org.gnome.desktop.interface"_s, u"clock-format"_s);
+  connect(setting_.get(), &GSettingsKey::changed, this, &DesktopClockFormat::changed);
+}
+
+std::optional<bool> DesktopClockFormat::uses24Hour() const {
+  if (!setting_ || !setting_->value()) return std::nullopt;
+  return *setting_->value() == "'24h'"_L1;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,9 @@
+#include <QtGlobal>
+
+#include "platform/sound/module/PulseOutput.h"
+
+/// The module's one door; the caller owns what it gives.
+extern "C" Q_DECL_EXPORT tarnwick::SoundOutput* tarnwickSoundOutput(const QString& address,
+                                                                    tarnwick::SoundOutput::Told told) {
+  return new tarnwick::PulseOutput(address.toUtf8(), std::move(told));
+}
