@@ -1,10 +1,13 @@
 #include "files/BookmarkText.h"
 
+#include <lz4.h>
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QStringList>
 #include <QXmlStreamReader>
+#include <QtEndian>
 #include <algorithm>
 
 namespace tarnwick {
@@ -34,7 +37,47 @@ void walk(QList<Bookmark>& list, const QJsonArray& children, const QString& fold
   }
 }
 
+constexpr QByteArrayView kPackedMark("mozLz40\0", 8);
+
+/// The text of a packed file; empty where it is none.
+QByteArray unpacked(const QByteArray& file) {
+  constexpr qsizetype kHead = kPackedMark.size() + static_cast<qsizetype>(sizeof(quint32));
+  if (!file.startsWith(kPackedMark) || file.size() <= kHead) return {};
+  const auto size = qFromLittleEndian<quint32>(file.constData() + kPackedMark.size());
+  const qsizetype packed = file.size() - kHead;
+  // A block cannot hold more than 255 times its own length, so that a small file makes us reserve little.
+  if (size == 0 || size > BookmarkText::mostUnpacked || size / 255 > packed) return {};
+  QByteArray text(static_cast<qsizetype>(size), Qt::Uninitialized);
+  const int got = LZ4_decompress_safe(file.constData() + kHead, text.data(), static_cast<int>(packed),
+                                      static_cast<int>(text.size()));
+  return got == text.size() ? text : QByteArray();
+}
+
+void walkPlaces(QList<Bookmark>& list, const QJsonArray& children, const QString& folder, int depth) {
+  if (depth > BookmarkText::deepest) return;
+  for (const QJsonValue& child : children) {
+    const QJsonObject node = child.toObject();
+    const QString title = node.value("title"_L1).toString();
+    if (node.contains("children"_L1))
+      walkPlaces(list, node.value("children"_L1).toArray(), title.simplified(), depth + 1);
+    else
+      append(list, title, node.value("uri"_L1).toString(), folder);
+  }
+}
+
 }  // namespace
+
+QList<Bookmark> BookmarkText::fromFirefox(const QByteArray& backup) {
+  QList<Bookmark> list;
+  QList<QJsonObject> roots;
+  for (const QJsonValue& root : QJsonDocument::fromJson(unpacked(backup)).object().value("children"_L1).toArray())
+    roots.append(root.toObject());
+  // The bar first, as in the browser.
+  std::ranges::stable_partition(roots,
+                                [](const QJsonObject& root) { return root.value("root"_L1) == "toolbarFolder"_L1; });
+  for (const QJsonObject& root : roots) walkPlaces(list, root.value("children"_L1).toArray(), {}, 1);
+  return list;
+}
 
 QList<Bookmark> BookmarkText::fromChromium(const QByteArray& json) {
   QList<Bookmark> list;

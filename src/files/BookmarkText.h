@@ -20,9 +20,13 @@ struct Bookmark {
 struct BookmarkText {
   static constexpr qsizetype most = 5000;
   static constexpr int deepest = 24;
+  /// A backup that unpacks to more bytes is not read.
+  static constexpr int mostUnpacked = 64 * 1024 * 1024;
 
   /// The JSON of Chromium and its kin; nothing for a text that is none.
   static QList<Bookmark> fromChromium(const QByteArray& json);
+  /// A backup of Firefox and its kin: JSON, packed as one block. Nothing for what is damaged or claims too much.
+  static QList<Bookmark> fromFirefox(const QByteArray& backup);
   /// Of a broken text what stands before the fault.
   static QList<Bookmark> fromXbel(const QByteArray& xml);
 };

@@ -28,6 +28,11 @@ constexpr std::array kSandboxes = {
     Sandbox{"snap/chromium/common"_L1, "chromium"_L1},
 };
 
+/// Below the home folder, each with its profiles.
+constexpr std::array kFirefoxes = {".mozilla/firefox"_L1, ".var/app/org.mozilla.firefox/.mozilla/firefox"_L1,
+                                   "snap/firefox/common/.mozilla/firefox"_L1};
+constexpr auto kBackups = "bookmarkbackups"_L1;
+
 constexpr std::array kXbelFiles = {"konqueror/bookmarks.xml"_L1, "falkon/bookmarks.xbel"_L1};
 
 /// The bookmark files of one browser's profiles.
@@ -40,6 +45,28 @@ QStringList profilesOf(const QString& folder) {
     if (QFileInfo(file).isFile()) files.append(file);
   }
   return files;
+}
+
+/// The newest backup of each profile; their names begin with the day.
+QStringList backupsOf(const QString& folder) {
+  QStringList files;
+  for (const QString& profile : QDir(folder).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name)) {
+    const QDir backups(u"%1/%2/%3"_s.arg(folder, profile, kBackups));
+    const QStringList names = backups.entryList({u"bookmarks-*.jsonlz4"_s}, QDir::Files, QDir::Name);
+    if (!names.isEmpty()) files.append(backups.filePath(names.last()));
+  }
+  return files;
+}
+
+/// What is watched for a file: itself, or for one of many the folder into which the next one is put.
+QString watched(const QString& file) {
+  const QFileInfo info(file);
+  return info.dir().dirName() == kBackups ? info.path() : file;
+}
+
+QList<Bookmark> bookmarksOf(const QString& file, const QByteArray& text) {
+  if (file.endsWith(".jsonlz4"_L1)) return BookmarkText::fromFirefox(text);
+  return QFileInfo(file).fileName() == "Bookmarks"_L1 ? BookmarkText::fromChromium(text) : BookmarkText::fromXbel(text);
 }
 
 QByteArray contentOf(const QString& path) {
@@ -77,7 +104,10 @@ void Bookmarks::load() {
         return read;
       },
       [this](Read read) {
-        watch_.watch(read.files.isEmpty() ? QStringList{places_.configHome} : read.files);
+        QStringList paths{places_.configHome};
+        if (!read.files.isEmpty()) paths.clear();
+        for (const QString& file : read.files) paths.append(watched(file));
+        watch_.watch(paths);
         if (loaded_ && read.list == list_) return;
         loaded_ = true;
         list_ = std::move(read.list);
@@ -90,6 +120,7 @@ QStringList Bookmarks::files(const BookmarkPlaces& places) {
   for (const QLatin1StringView browser : kBrowsers) files += profilesOf(places.configHome + u'/' + browser);
   for (const Sandbox& sandbox : kSandboxes)
     files += profilesOf(u"%1/%2/%3"_s.arg(places.home, sandbox.folder, sandbox.browser));
+  for (const QLatin1StringView folder : kFirefoxes) files += backupsOf(places.home + u'/' + folder);
   for (const QLatin1StringView name : kXbelFiles)
     if (const QString file = places.dataHome + u'/' + name; QFileInfo(file).isFile()) files.append(file);
   return files;
@@ -101,8 +132,7 @@ QList<Bookmark> Bookmarks::read(const QStringList& files, const std::stop_token&
   for (const QString& file : files) {
     if (stop.stop_requested()) break;
     const QByteArray text = contentOf(file);
-    const bool json = QFileInfo(file).fileName() == "Bookmarks"_L1;
-    for (Bookmark& each : json ? BookmarkText::fromChromium(text) : BookmarkText::fromXbel(text)) {
+    for (Bookmark& each : bookmarksOf(file, text)) {
       if (known.contains(each.address) || all.size() >= BookmarkText::most) continue;
       known.insert(each.address);
       all.append(std::move(each));
