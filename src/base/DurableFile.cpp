@@ -99,9 +99,13 @@ class Draft {
     }
   }
 
-  void takePlace() {
+  /// All of it is on the disk.
+  void finish() {
     if (uninterrupted([&] { return ::fsync(file_.number()); }) != 0) abandon(errno);
     if (::close(file_.release()) != 0) abandon(errno);
+  }
+
+  void takePlace() {
     if (::rename(path_.constData(), target_.constData()) != 0) abandon(errno);
     exists_ = false;
   }
@@ -165,7 +169,24 @@ void DurableFile::writeAtomically(const QByteArray& data, const QString& path, s
   const QByteArray target = followLinks(QFile::encodeName(path));
   Draft draft(target, finalMode(target, mode));
   draft.write(data);
+  draft.finish();
   draft.takePlace();
+}
+
+std::optional<DurableFile::Stamp> DurableFile::stamp(const QString& path) {
+  struct stat status;
+  if (::stat(QFile::encodeName(path).constData(), &status) != 0) return std::nullopt;
+  return Stamp{status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+}
+
+bool DurableFile::replace(const QByteArray& data, const QString& path, const Stamp& before) {
+  const QByteArray target = followLinks(QFile::encodeName(path));
+  Draft draft(target, finalMode(target, std::nullopt));
+  draft.write(data);
+  draft.finish();
+  if (stamp(path) != before) return false;
+  draft.takePlace();
+  return true;
 }
 
 void DurableFile::write(const QByteArray& data, const QString& path) {

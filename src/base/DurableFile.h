@@ -17,6 +17,22 @@ struct DurableFile {
   /// without one an existing file keeps its own and a new one gets the user's default. Only regular files are replaced.
   static void writeAtomically(const QByteArray& data, const QString& path, std::optional<unsigned> mode = std::nullopt);
 
+  /// What tells one state of a file from another.
+  struct Stamp {
+    quint64 device = 0;
+    quint64 inode = 0;
+    qint64 size = 0;
+    qint64 seconds = 0;  ///< When it was changed, like `nanoseconds`.
+    qint64 nanoseconds = 0;
+
+    bool operator==(const Stamp&) const = default;
+  };
+  /// Absent where there is no such file.
+  static std::optional<Stamp> stamp(const QString& path);
+  /// As `writeAtomically`, unless another program changed the file since it was `before`: then that stays and false is
+  /// told.
+  static bool replace(const QByteArray& data, const QString& path, const Stamp& before);
+
   /// For journals that must be on the disk before the step that they guard: makes missing folders, writes atomically
   /// and privately, and returns once the disk has the file and its folder's entry. The reason is EIO when the disk
   /// can't be asked or doesn't confirm; the file may be there then.

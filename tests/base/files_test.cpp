@@ -68,6 +68,18 @@ TEST_F(Files, BehindLinksAreReplacedAndTheLinksStay) {
   }
 }
 
+TEST_F(Files, ThatAnotherProgramChangedAreLeftToIt) {
+  put(u"note"_s, "one");
+  const auto before = DurableFile::stamp(at(u"note"_s));
+  ASSERT_TRUE(before);
+  put(u"note"_s, "another");
+  EXPECT_FALSE(DurableFile::replace("ours", at(u"note"_s), *before));
+  EXPECT_EQ(content(u"note"_s), "another");
+  EXPECT_TRUE(DurableFile::replace("ours", at(u"note"_s), *DurableFile::stamp(at(u"note"_s))));
+  EXPECT_EQ(content(u"note"_s), "ours");
+  EXPECT_EQ(entries(), QStringList{u"note"_s}) << "what was not used is gone";
+}
+
 TEST_F(Files, OnlyTakeThePlaceOfFiles) {
   makeOddities();
   const QStringList before = entries();

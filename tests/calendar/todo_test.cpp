@@ -19,7 +19,8 @@ TodoEdit edit(const QString& occasion = {}, bool completed = true) {
 }
 
 const QByteArray kAlarm = "BEGIN:VALARM\nTRIGGER:-PT5M\nSTATUS:OWN\nEND:VALARM\n";
-const QByteArray kDone = "STATUS:COMPLETED\nCOMPLETED:20261124T100509Z\nPERCENT-COMPLETE:100\n";
+const QByteArray kDone = "STATUS:COMPLETED\nCOMPLETED:20261124T100509Z\n";
+const QByteArray kWhole = "PERCENT-COMPLETE:100\n";
 
 TEST(TodoEdit, ChangesTheLinesThatSayHowFarItIsAndNoOtherByte) {
   const QByteArray head = "BEGIN:VTODO\nUID:t\nSUMMARY:Water the pl\n ants\nX-ODD;P=\"a:b\":  kept \n";
@@ -39,13 +40,15 @@ TEST(TodoEdit, ChangesTheLinesThatSayHowFarItIsAndNoOtherByte) {
       {"nothing said yet", edit(), head + kAlarm + end, head + kAlarm + kDone + end},
       {"something said, folded", edit(), head + "STATUS:NEEDS-\n ACTION\nPERCENT-COMPLETE:50\n" + kAlarm + end,
        head + "STATUS:COMPLETED\nPERCENT-COMPLETE:100\n" + kAlarm + "COMPLETED:20261124T100509Z\n" + end},
-      {"taken away again", edit({}, false), head + kDone + kAlarm + end, head + "STATUS:NEEDS-ACTION\n" + kAlarm + end},
+      {"taken away again", edit({}, false), head + kDone + kWhole + kAlarm + end,
+       head + "STATUS:NEEDS-ACTION\n" + kAlarm + end},
+      {"taken away from what is half done", edit({}, false), head + kDone + "PERCENT-COMPLETE:50\n" + end,
+       head + "STATUS:NEEDS-ACTION\nPERCENT-COMPLETE:50\n" + end},
       {"one of a series", edit(u"20261124T080000"_s), series + kAlarm + end,
        series + kAlarm + end + once + kDone + end},
       {"one that is an exception already", edit(u"20261124T080000"_s),
-       series + end + once + "STATUS:IN-PROCESS\n" + end,
-       series + end + once + "STATUS:COMPLETED\nCOMPLETED:20261124T100509Z\nPERCENT-COMPLETE:100\n" + end},
-      {"taken away from one of a series", edit(u"20261124T080000"_s, false), series + end + once + kDone + end,
+       series + end + once + "STATUS:IN-PROCESS\n" + end, series + end + once + kDone + end},
+      {"taken away from one of a series", edit(u"20261124T080000"_s, false), series + end + once + kDone + kWhole + end,
        series + end + once + "STATUS:NEEDS-ACTION\n" + end},
       {"by the day", edit(u"20261124"_s), "BEGIN:VTODO\nUID:t\nDUE;VALUE=DATE:20261101\nRRULE:FREQ=DAILY\n" + end,
        "BEGIN:VTODO\nUID:t\nDUE;VALUE=DATE:20261101\nRRULE:FREQ=DAILY\n" + end +

@@ -9,6 +9,7 @@ namespace tarnwick {
 namespace {
 
 constexpr int kIdleThreadMs = 2000;
+constexpr int kMostTries = 2;
 // A synchronisation writes many files in a row; one reading a moment later serves them all.
 constexpr double kBurstSeconds = 0.4;
 
@@ -20,10 +21,14 @@ std::unique_ptr<CalendarTextReader> loadReader() {
 
 QString tickOff(const Reminder& reminder, const TodoEdit& edit) {
   try {
-    const QByteArray before = DurableFile::read(reminder.filePath);
-    const QByteArray after = edit.apply(before);
-    if (after != before) DurableFile::writeAtomically(after, reminder.filePath);
-    return {};
+    // A synchronisation may bring the file anew at any moment; what it brought is then what changes.
+    for (int tries = 0; tries < kMostTries; ++tries) {
+      const auto stamp = DurableFile::stamp(reminder.filePath);
+      const QByteArray before = DurableFile::read(reminder.filePath);
+      const QByteArray after = edit.apply(before);
+      if (after == before || (stamp && DurableFile::replace(after, reminder.filePath, *stamp))) return {};
+    }
+    return ICalendarFiles::tr("Another program is changing this reminder. Try again in a moment.");
   } catch (const DomainError& failure) {
     return failure.message();
   }

@@ -116,10 +116,19 @@ struct State {
   QByteArray value;  ///< Null for a line that must not be there.
 };
 
-QList<State> stateLines(bool completed, const QDateTime& at) {
-  if (!completed) return {{"STATUS", "NEEDS-ACTION"}, {"COMPLETED", {}}, {"PERCENT-COMPLETE", {}}};
-  const QByteArray moment = at.toUTC().toString(QLatin1StringView(kTimeFormat)).toLatin1() + 'Z';
-  return {{"STATUS", "COMPLETED"}, {"COMPLETED", moment}, {"PERCENT-COMPLETE", "100"}};
+/// How far it is, is said only where the file says so already, and what is only begun stays as far as it is.
+QList<State> stateLines(const TodoEdit& edit, const Todo& todo) {
+  const QByteArray percent = todo.value("PERCENT-COMPLETE");
+  QList<State> state;
+  if (edit.completed) {
+    const QByteArray moment = edit.at.toUTC().toString(QLatin1StringView(kTimeFormat)).toLatin1() + 'Z';
+    state = {{"STATUS", "COMPLETED"}, {"COMPLETED", moment}};
+    if (!percent.isEmpty()) state.append(State{"PERCENT-COMPLETE", "100"});
+  } else {
+    state = {{"STATUS", "NEEDS-ACTION"}, {"COMPLETED", {}}};
+    if (percent == "100") state.append(State{"PERCENT-COMPLETE", {}});
+  }
+  return state;
 }
 
 QByteArray changedTodo(const QByteArray& text, const Todo& todo, const QList<State>& state) {
@@ -168,10 +177,11 @@ QByteArray exceptionFor(const QByteArray& text, const Todo& series, const QByteA
   const qint64 shift = clock(anchor->value.trimmed()).secsTo(clock(occasion));
   QByteArray made;
   for (const Line& line : series.lines) {
-    static constexpr const char* kOfTheSeries[] = {"RRULE",  "RDATE",     "EXDATE",           "EXRULE",
-                                                   "STATUS", "COMPLETED", "PERCENT-COMPLETE", "RECURRENCE-ID"};
-    const bool isLeftOut = std::any_of(std::begin(kOfTheSeries), std::end(kOfTheSeries),
-                                       [&](const char* name) { return line.name == name; });
+    static constexpr const char* kOfTheSeries[] = {"RRULE", "RDATE", "EXDATE", "EXRULE", "RECURRENCE-ID"};
+    const bool isLeftOut =
+        std::any_of(std::begin(kOfTheSeries), std::end(kOfTheSeries),
+                    [&](const char* name) { return line.name == name; }) ||
+        std::any_of(state.begin(), state.end(), [&](const State& each) { return line.name == each.name; });
     if (isLeftOut) continue;
     if (line.name == "END") {
       made += "RECURRENCE-ID" + anchor->head.mid(anchor->name.size()) + ':' + occasion + newLine;
@@ -193,7 +203,6 @@ QByteArray exceptionFor(const QByteArray& text, const Todo& series, const QByteA
 
 QByteArray TodoEdit::apply(const QByteArray& text) const {
   const QList<Todo> todos = todosOf(text);
-  const QList<State> state = stateLines(completed, at);
   const Todo* series = nullptr;
   const Todo* exception = nullptr;
   for (const Todo& todo : todos) {
@@ -206,8 +215,9 @@ QByteArray TodoEdit::apply(const QByteArray& text) const {
       exception = &todo;
     }
   }
-  if (exception && !occasion.isEmpty()) return changedTodo(text, *exception, state);
+  if (exception && !occasion.isEmpty()) return changedTodo(text, *exception, stateLines(*this, *exception));
   if (!series) refuse(QT_TRANSLATE_NOOP("TodoEdit", "The reminder is no longer in its file."));
+  const QList<State> state = stateLines(*this, *series);
   if (occasion.isEmpty()) return changedTodo(text, *series, state);
   return applied(text, {{series->lines.last().to, series->lines.last().to,
                          exceptionFor(text, *series, occasion.toLatin1(), state)}});
