@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QJsonObject>
 #include <QRegularExpression>
+#include <algorithm>
 #include <cmath>
 
 #include "base/DomainError.h"
@@ -12,14 +13,14 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// A whole number not below 0, small enough to be added up for a year.
-int countOf(const QJsonValue& value) {
-  constexpr double kMost = 1e6;
+/// A whole number not below 0. What a sum could not hold counts as the most that one day can.
+qint64 countOf(const QJsonValue& value) {
+  constexpr double kMost = 1e15;
   const double number = value.toDouble(-1);
-  if (!value.isDouble() || number < 0 || number > kMost || number != std::floor(number)) {
+  if (!value.isDouble() || number < 0 || number != std::floor(number)) {
     throw DomainError::invalid(QCoreApplication::translate("ContributionSummary", "Invalid contribution count."));
   }
-  return static_cast<int>(number);
+  return static_cast<qint64>(std::min(number, kMost));
 }
 
 }  // namespace
@@ -42,7 +43,7 @@ ContributionSummary ContributionSummary::decode(const QJsonArray& days, const QD
     const QDate date = form.match(text).hasMatch() ? QDate::fromString(text, Qt::ISODate) : QDate();
     if (!date.isValid()) continue;
     found = true;
-    const int count = countOf(day[u"contributionCount"]);
+    const qint64 count = countOf(day[u"contributionCount"]);
     summary.total += count;
     if (date == today) summary.today = count;
     if (date <= today && date > today.addDays(-7)) summary.lastSevenDays += count;
@@ -52,6 +53,10 @@ ContributionSummary ContributionSummary::decode(const QJsonArray& days, const QD
         QCoreApplication::translate("ContributionSummary", "GitHub did not return contribution dates."));
   }
   return summary;
+}
+
+QString ContributionSummary::totalText(const QLocale& locale) const {
+  return locale.toString(total) + QCoreApplication::translate("ContributionSummary", " in the last year");
 }
 
 }  // namespace tarnwick

@@ -18,13 +18,15 @@ struct CalendarStrip {
 
 /// What a year of contributions comes to.
 struct ContributionSummary {
-  int today = 0;
-  int lastSevenDays = 0;
-  int total = 0;
+  qint64 today = 0;
+  qint64 lastSevenDays = 0;
+  qint64 total = 0;
 
   /// `days` are objects with `date` and `contributionCount`. Days whose date is malformed are left out. Throws
   /// DomainError for a count that is none, and when no day is left.
   static ContributionSummary decode(const QJsonArray& days, const QDateTime& now);
+  /// "1,234 in the last year".
+  QString totalText(const QLocale& locale = QLocale()) const;
   bool operator==(const ContributionSummary&) const = default;
 };
 

@@ -21,6 +21,8 @@ TickCadence Ticking::cadence(const QString& family, const QString& kind, bool ru
 }
 
 TickCadence Ticking::cadence(const DockWidget& widget) {
+  // It says how long ago its picture was taken.
+  if (widget.kind == "screenshots"_L1) return TickCadence::Minute;
   return cadence(Catalog::find(widget.kind).family, widget.kind, timerIsRunning(widget));
 }
 

@@ -78,7 +78,8 @@ DockWidget TimerActions::toggled(const DockWidget& widget, const QDateTime& at) 
 
 DockWidget TimerActions::reset(const DockWidget& widget) {
   DockWidget result = widget;
-  for (const QString& key : {u"deadline"_s, u"remaining"_s, u"started"_s, u"elapsed"_s, u"phase"_s, u"sessions"_s}) {
+  for (const QString& key :
+       {u"deadline"_s, u"remaining"_s, u"started"_s, u"elapsed"_s, u"phase"_s, u"sessions"_s, u"laps"_s}) {
     result.options.remove(key);
   }
   return result;

@@ -169,6 +169,8 @@ TEST(TimerActions, StartPauseAndEndOnce) {
   watch = TimerActions::toggled(watch, kNow.addSecs(30));
   watch = TimerActions::toggled(watch, kNow.addSecs(100));
   EXPECT_EQ(TimeMath::elapsed(watch, kNow.addSecs(105)), 35);
+  watch.options.insert(u"laps"_s, u"10.0,30.0"_s);
+  EXPECT_TRUE(TimerActions::reset(watch).options.isEmpty()) << "laps of another run would come back with the time";
 
   const std::pair<QString, QString> texts[] = {
       {u"exercise"_s, u"Take a break to move and stretch."_s},
@@ -245,6 +247,8 @@ TEST(Contributions, AreAddedUpOrRefused) {
   const QJsonArray days{day(u"2026-11-24"_s, 3), day(u"2026-11-18"_s, 4), day(u"2026-11-17"_s, 5),
                         day(u"24.11.2026"_s, -1)};
   EXPECT_EQ(ContributionSummary::decode(days, kNow), (ContributionSummary{3, 7, 12}));
+  const auto year = ContributionSummary::decode({day(u"2026-11-24"_s, 3e9), day(u"2026-11-23"_s, 2e9)}, kNow);
+  EXPECT_EQ(year.totalText(QLocale(QLocale::English)), u"5,000,000,000 in the last year"_s);
   const auto refusal = [](const QJsonArray& refused) {
     try {
       ContributionSummary::decode(refused, kNow);
