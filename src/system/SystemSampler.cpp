@@ -33,12 +33,14 @@ MetricsSnapshot SystemSampler::sample(SystemCounters& counters, bool includingSl
     ProbeCounters::count("diskCapacityRead");
     if (const auto disk = counters.disk()) lastDisk.emplace(disk->capacity - disk->available, disk->available);
     lastBattery = batteryCharge(counters);
+    lastBatteryFlow = lastBattery ? counters.batteryFlow() : BatteryFlow::Unknown;
   }
   if (lastDisk) {
     snapshot.disk = share(lastDisk->first, lastDisk->first + lastDisk->second);
     snapshot.diskFree = lastDisk->second;
   }
   snapshot.battery = lastBattery;
+  snapshot.batteryFlow = lastBatteryFlow;
   return snapshot;
 }
 

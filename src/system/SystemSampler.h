@@ -18,6 +18,7 @@ struct SystemSampler {
   double lastTime = 0.0;  ///< When `previousBytes` was read, in seconds on a clock that never jumps.
   std::optional<std::pair<double, double>> lastDisk;  ///< used, free
   std::optional<double> lastBattery;
+  BatteryFlow lastBatteryFlow = BatteryFlow::Unknown;
 
   /// `now` is in seconds on a clock that never jumps, so that setting the wall clock makes no burst of traffic.
   /// Without slow readings, disk and battery are those of the last slow sample.

@@ -37,6 +37,7 @@ QList<double> SystemTemperature::read() {
 
 void SystemTemperature::take(const QList<double>& values) {
   busy_ = false;
+  answered_ = true;
   sensorCount_ = static_cast<int>(values.size());
   if (values.isEmpty()) {
     celsius_.reset();

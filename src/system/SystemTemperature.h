@@ -26,6 +26,8 @@ class SystemTemperature final : public QObject {
 
   /// Degrees Celsius, the mean of the sensors; none before the first reading and while no sensor tells anything.
   std::optional<double> celsius() const { return celsius_; }
+  /// The sensors were asked and have told what they know, were it nothing.
+  bool hasAnswered() const { return answered_; }
   int sensorCount() const { return sensorCount_; }
   const QList<double>& history() const { return history_; }
   bool busy() const { return busy_; }
@@ -47,6 +49,7 @@ class SystemTemperature final : public QObject {
   int sensorCount_ = 0;
   QList<double> history_;
   bool busy_ = false;
+  bool answered_ = false;
 };
 
 }  // namespace tarnwick

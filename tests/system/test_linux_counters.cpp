@@ -119,11 +119,13 @@ TEST_F(LinuxCounters, ChargeIsThatOfTheMachinesBatteriesTogether) {
   const QByteArray counting = "TYPE=Battery VOLTAGE_MIN_DESIGN=10000000 CHARGE_FULL=4000000 CHARGE_NOW=3000000";
   const QByteArray percent = "TYPE=Battery CHARGE_NOW=2000000 CAPACITY=63";
   const QByteArray mouse = "TYPE=Battery ONLINE=1 SCOPE=Device CAPACITY=12";
+  const QByteArray full = "TYPE=Battery ENERGY_FULL=20000000 ENERGY_NOW=20000000 STATUS=Full";
   const QByteArray mains = "NAME=AC TYPE=Mains ONLINE=1";
   const struct {
     const char* what;
     QByteArrayList supplies;
     std::optional<double> charge;
+    BatteryFlow flow = BatteryFlow::Unknown;
   } cases[] = {
       {"no folder at all", {}, {}},
       {"a desktop with a mouse", {mains, mouse}, {}},
@@ -137,17 +139,26 @@ TEST_F(LinuxCounters, ChargeIsThatOfTheMachinesBatteriesTogether) {
       {"what it was built for, where what it holds now isn't told",
        {"TYPE=Battery ENERGY_FULL=0 ENERGY_FULL_DESIGN=40000000 ENERGY_NOW=10000000"},
        25},
+      {"full beside one that is charged",
+       {full, counting + " STATUS=Charging"},
+       50.0 / 60 * 100,
+       BatteryFlow::Charging},
+      {"one of two is drained", {full, energy + " STATUS=Discharging"}, 62.5, BatteryFlow::Draining},
+      {"kept where it is", {percent + " STATUS=Not charging"}, 63, BatteryFlow::Held},
+      {"nobody knows", {percent + " STATUS=Unknown"}, 63},
   };
   for (const auto& c : cases) {
     QDir(at(u"supplies"_s)).removeRecursively();
     int bay = 0;
     for (QByteArray supply : c.supplies) {
-      supply.replace(" ", "\nPOWER_SUPPLY_");
+      supply.replace(" ", "\nPOWER_SUPPLY_").replace("\nPOWER_SUPPLY_charging", " charging");
       put(u"supplies/S%1/uevent"_s.arg(bay++), "POWER_SUPPLY_" + supply + '\n');
     }
-    const auto charge = PowerSupplies::readCharge(at(u"supplies"_s).toStdString());
-    ASSERT_EQ(charge.has_value(), c.charge.has_value()) << c.what;
-    EXPECT_NEAR(charge.value_or(0), c.charge.value_or(0), 1e-9) << c.what;
+    const auto read = PowerSupplies::read(at(u"supplies"_s).toStdString());
+    ASSERT_EQ(read.has_value(), c.charge.has_value()) << c.what;
+    if (!read) continue;
+    EXPECT_NEAR(read->charge, *c.charge, 1e-9) << c.what;
+    EXPECT_EQ(read->flow, c.flow) << c.what;
   }
 }
 

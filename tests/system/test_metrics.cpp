@@ -29,6 +29,7 @@ struct SetCounters final : SystemCounters {
     return diskNow;
   }
   std::optional<double> batteryCharge() override { return battery; }
+  BatteryFlow batteryFlow() override { return BatteryFlow::Charging; }
 };
 
 TEST(SystemSampler, ProcessorLoadIsTheShareOfWhatWasNotIdle) {
@@ -112,6 +113,7 @@ TEST(SystemSampler, FastSamplesReuseTheSlowReadings) {
   EXPECT_DOUBLE_EQ(snapshot.disk, 75.0);
   EXPECT_DOUBLE_EQ(snapshot.diskFree, 125 * kGiga);
   EXPECT_EQ(snapshot.battery, 100.0) << "a worn battery may claim more than all";
+  EXPECT_EQ(snapshot.batteryFlow, BatteryFlow::Charging);
 
   counters.diskNow = DiskReading{500 * kGiga, 500 * kGiga};
   counters.battery = std::nullopt;

@@ -5,7 +5,6 @@
 #include <QDir>
 #include <algorithm>
 
-#include "platform/linux/PowerSupplies.h"
 #include "platform/linux/SystemVolume.h"
 
 namespace tarnwick {
@@ -33,7 +32,7 @@ LinuxSystemCounters::LinuxSystemCounters(const QString& root, const QString& hom
         const bool needsHome = !volume || volume->isReadOnlyImage();
         return SystemVolume::chosen(volume, needsHome ? SystemVolume::at(user) : std::nullopt);
       }),
-      battery_([folder = root_ + "sys/class/power_supply"] { return PowerSupplies::readCharge(folder); }) {}
+      battery_([folder = root_ + "sys/class/power_supply"] { return PowerSupplies::read(folder); }) {}
 
 std::optional<ProcessorTicks> LinuxSystemCounters::processorTicks() {
   const auto text = stat_.read(kTopOfFile);
@@ -66,6 +65,12 @@ std::optional<NetworkReading> LinuxSystemCounters::network() {
   const auto interfaces = ProcText::interfaces(*text);
   findDevices(interfaces);
   return ProcText::traffic(interfaces, interfaceHasDevice_);
+}
+
+std::optional<double> LinuxSystemCounters::batteryCharge() {
+  const auto reading = battery_.value();
+  batteryFlow_ = reading ? reading->flow : BatteryFlow::Unknown;
+  return reading ? std::optional(reading->charge) : std::nullopt;
 }
 
 // What is behind an interface doesn't change while it keeps its name, so the folders are looked at only when one comes,

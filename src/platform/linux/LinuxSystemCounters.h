@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/linux/KernelFile.h"
+#include "platform/linux/PowerSupplies.h"
 #include "platform/linux/ProcText.h"
 #include "platform/linux/SlowReading.h"
 #include "system/ports/SystemCounters.h"
@@ -22,7 +23,8 @@ class LinuxSystemCounters final : public SystemCounters {
   std::optional<MemoryReading> memory() override;
   std::optional<NetworkReading> network() override;
   std::optional<DiskReading> disk() override { return disk_.value(); }
-  std::optional<double> batteryCharge() override { return battery_.value(); }
+  std::optional<double> batteryCharge() override;
+  BatteryFlow batteryFlow() override { return batteryFlow_; }
 
  private:
   void findDevices(const std::vector<ProcText::Interface>& interfaces);
@@ -32,7 +34,8 @@ class LinuxSystemCounters final : public SystemCounters {
   KernelFile meminfo_;
   KernelFile netDev_;
   SlowReading<DiskReading> disk_;
-  SlowReading<double> battery_;
+  SlowReading<PowerSupplies::Reading> battery_;
+  BatteryFlow batteryFlow_ = BatteryFlow::Unknown;
   std::optional<ProcText::Ticks> previousTicks_;
   ProcText::Ticks ticks_{};
   std::vector<std::string> interfaceNames_;

@@ -38,6 +38,12 @@ std::optional<double> fullOf(std::string_view text, std::string_view key, std::s
   return design && *design > 0.0 ? design : std::nullopt;
 }
 
+BatteryFlow flowOf(std::string_view status) {
+  if (status == "Charging") return BatteryFlow::Charging;
+  if (status == "Discharging") return BatteryFlow::Draining;
+  return status == "Full" || status == "Not charging" ? BatteryFlow::Held : BatteryFlow::Unknown;
+}
+
 using Field = std::optional<double> Battery::*;
 
 std::optional<double> together(const std::vector<Battery>& batteries, Field now, Field full) {
@@ -67,7 +73,8 @@ std::optional<Battery> Battery::fromUevent(std::string_view text) {
                   .energyFull = fullOf(text, "ENERGY_FULL", "ENERGY_FULL_DESIGN"),
                   .chargeNow = numberOf(text, "CHARGE_NOW"),
                   .chargeFull = fullOf(text, "CHARGE_FULL", "CHARGE_FULL_DESIGN"),
-                  .capacity = numberOf(text, "CAPACITY")};
+                  .capacity = numberOf(text, "CAPACITY"),
+                  .flow = flowOf(valueOf(text, "STATUS"))};
   // Drivers that count charge tell a voltage too, with which batteries of different kinds can be added.
   auto volts = numberOf(text, "VOLTAGE_MIN_DESIGN");
   if (!volts || *volts <= 0.0) volts = numberOf(text, "VOLTAGE_NOW");
@@ -93,7 +100,13 @@ std::optional<double> PowerSupplies::charge(const std::vector<Battery>& batterie
   return count > 0 ? std::optional(sum / count) : std::nullopt;
 }
 
-std::optional<double> PowerSupplies::readCharge(const std::string& folder) {
+BatteryFlow PowerSupplies::flow(const std::vector<Battery>& batteries) {
+  for (const auto flow : {BatteryFlow::Charging, BatteryFlow::Draining, BatteryFlow::Held})
+    if (std::ranges::any_of(batteries, [flow](const Battery& battery) { return battery.flow == flow; })) return flow;
+  return BatteryFlow::Unknown;
+}
+
+std::optional<PowerSupplies::Reading> PowerSupplies::read(const std::string& folder) {
   std::vector<Battery> batteries;
   std::error_code failure;
   for (std::filesystem::directory_iterator entry(folder, failure), end; !failure && entry != end;
@@ -103,7 +116,8 @@ std::optional<double> PowerSupplies::readCharge(const std::string& folder) {
     if (!text) continue;
     if (const auto battery = Battery::fromUevent(*text)) batteries.push_back(*battery);
   }
-  return charge(batteries);
+  const auto now = charge(batteries);
+  return now ? std::optional(Reading{*now, flow(batteries)}) : std::nullopt;
 }
 
 }  // namespace tarnwick

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "system/ports/SystemCounters.h"
+
 namespace tarnwick {
 
 /// One battery that feeds the machine, with whatever its driver tells.
@@ -14,6 +16,7 @@ struct Battery {
   std::optional<double> chargeNow;  ///< microampere-hours, like `chargeFull`
   std::optional<double> chargeFull;
   std::optional<double> capacity;  ///< percent, from drivers that know no more
+  BatteryFlow flow = BatteryFlow::Unknown;
 
   /// From the `uevent` text of a power supply. None for mains, for an empty bay, and for the battery of a mouse or
   /// headset.
@@ -25,8 +28,15 @@ struct PowerSupplies {
   /// of the percentages. None without a battery that tells anything.
   static std::optional<double> charge(const std::vector<Battery>& batteries);
 
-  /// The charge as the folder of power supplies tells it now. May stall in the firmware of some laptops.
-  static std::optional<double> readCharge(const std::string& folder);
+  /// One battery that is charged or drained speaks for all.
+  static BatteryFlow flow(const std::vector<Battery>& batteries);
+
+  struct Reading {
+    double charge = 0;  ///< Percent.
+    BatteryFlow flow = BatteryFlow::Unknown;
+  };
+  /// What the folder of power supplies tells now. May stall in the firmware of some laptops.
+  static std::optional<Reading> read(const std::string& folder);
 };
 
 }  // namespace tarnwick

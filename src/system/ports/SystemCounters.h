@@ -3,6 +3,8 @@
 #include <QtGlobal>
 #include <optional>
 
+#include "system/MetricsSnapshot.h"
+
 namespace tarnwick {
 
 /// What the processors did since the machine started, in ticks, all of them together. Each counter wraps at 32 bits;
@@ -44,6 +46,8 @@ class SystemCounters {
   virtual std::optional<DiskReading> disk() = 0;
   /// Percent, all batteries of the machine as one. May be as old as the last time it was asked.
   virtual std::optional<double> batteryCharge() = 0;
+  /// As old as the charge that was told last.
+  virtual BatteryFlow batteryFlow() { return BatteryFlow::Unknown; }
 };
 
 }  // namespace tarnwick
