@@ -44,6 +44,9 @@ DockDesk::DockDesk(DockDeskParts parts)
       },
       Qt::QueuedConnection);
   connect(parts_.readings, &Readings::changed, this, &DockDesk::rebuildRows);
+  connect(parts_.readings, &Readings::measured, this, [this](const QString& family) {
+    for (const auto& [display, dock] : docks_) dock->refreshFamily(family);
+  });
   commands_.showPanel = [this](const QUuid& widget) {
     if (openPanel) openPanel(openDisplay_, widget, openTile_);
   };
@@ -61,7 +64,10 @@ void DockDesk::setController(DockController* controller) {
   });
 }
 
-void DockDesk::start() { parts_.hints->start(); }
+void DockDesk::start() {
+  parts_.hints->start();
+  parts_.readings->start();
+}
 
 void DockDesk::shutdown() {
   bubble_.reset();
@@ -191,6 +197,7 @@ void DockDesk::addQuestions(DockActions& actions) {
   actions.addReadings = [this](ReadingFacts& readings, const QList<DockWidget>& widgets) {
     addReadings(readings, widgets, parts_.readings->services());
   };
+  actions.uses24Hour = [this] { return parts_.readings->uses24Hour(); };
   actions.reducesMotion = [this] { return parts_.motion->reducesMotion(); };
 }
 

@@ -1,8 +1,10 @@
 #include "app/Readings.h"
 
+#include <QDBusConnection>
 #include <QStandardPaths>
 
 #include "config/CalendarFolders.h"
+#include "platform/dbus/DesktopClockFormat.h"
 #include "platform/ical/ICalendarFiles.h"
 #include "platform/linux/LinuxMachineDetails.h"
 #include "platform/linux/LinuxProcessSource.h"
@@ -56,14 +58,21 @@ Readings::Readings(Scheduler& scheduler)
       screenshots_(home(QStandardPaths::PicturesLocation), scheduler),
       thumbnails_(home(QStandardPaths::GenericCacheLocation)) {
   connect(&calendar_, &Calendar::changed, this, &Readings::changed);
-  connect(&processes_, &ProcessMonitor::changed, this, &Readings::changed);
-  connect(&temperature_, &SystemTemperature::changed, this, &Readings::changed);
+  connect(&processes_, &ProcessMonitor::changed, this, [this] { Q_EMIT measured(u"processes"_s); });
+  connect(&temperature_, &SystemTemperature::changed, this, [this] { Q_EMIT measured(u"temperature"_s); });
   connect(&recent_, &RecentFiles::changed, this, &Readings::changed);
   connect(&bookmarks_, &Bookmarks::changed, this, &Readings::changed);
   connect(&screenshots_, &ScreenshotFolder::changed, this, &Readings::changed);
 }
 
 Readings::~Readings() = default;
+
+void Readings::start() {
+  clockFormat_ = std::make_unique<DesktopClockFormat>(QDBusConnection::sessionBus());
+  connect(clockFormat_.get(), &DesktopClockFormat::changed, this, &Readings::changed);
+}
+
+std::optional<bool> Readings::uses24Hour() const { return clockFormat_ ? clockFormat_->uses24Hour() : std::nullopt; }
 
 void Readings::fill(Collaborators& collaborators) {
   collaborators.processes = std::make_unique<DrivenProcesses>(processes_);

@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <memory>
+#include <optional>
 
 #include "calendar/Calendar.h"
 #include "files/Bookmarks.h"
@@ -17,6 +18,8 @@
 
 namespace tarnwick {
 
+class DesktopClockFormat;
+
 /// What tiles read of the machine, of the user's calendars and of their files. Made before the store, which drives it
 /// on its beat, and outlives it. Making it is cheap: nothing is read before a tile asks.
 class Readings : public QObject {
@@ -30,7 +33,12 @@ class Readings : public QObject {
   /// Follows the store: what it shows decides what is read, and what fails lands in its message line.
   void follow(AppStore& store);
 
+  /// Begins to listen to what the first picture does not need.
+  void start();
+
   ReadingServices services();
+  /// How the desktop writes the hour; absent where it leaves that to the language, and until it has told.
+  std::optional<bool> uses24Hour() const;
   std::shared_ptr<const CalendarDigest> calendar(const QDateTime& now);
   void setCompleted(const Reminder& reminder, bool completed) { calendar_.setCompleted(reminder, completed); }
   ProcessMonitor& processes() { return processes_; }
@@ -38,6 +46,8 @@ class Readings : public QObject {
  Q_SIGNALS:
   /// Something that tiles show is another than before.
   void changed();
+  /// The same, of what tiles of this family alone show.
+  void measured(const QString& family);
 
  private:
   std::unique_ptr<CalendarSource> calendarFiles_;
@@ -46,6 +56,7 @@ class Readings : public QObject {
   ProcessMonitor processes_;
   SystemTemperature temperature_;
   std::unique_ptr<MachineDetails> machine_;
+  std::unique_ptr<DesktopClockFormat> clockFormat_;
   RecentFiles recent_;
   Bookmarks bookmarks_;
   ScreenshotFolder screenshots_;

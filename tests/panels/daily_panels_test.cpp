@@ -1,11 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <QImage>
 #include <QTest>
 
 #include "store/DocumentEdits.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
 #include "views/controls/Rows.h"
+#include "views/controls/Switch.h"
 #include "views/panels/ColorPanel.h"
 #include "views/panels/EmojiTable.h"
 #include "views/panels/Panels.h"
@@ -78,6 +80,13 @@ TEST(TimerPanels, DoWhatTheirButtonsSay) {
   pomodoro.click(u"Reset"_s);
   EXPECT_EQ(pomodoro.option(u"phase"_s), u"absent"_s);
 
+  Open posture(u"posture"_s);
+  DockWidget standing = *DocumentEdits::find(posture.store().config(), posture.context.widget);
+  standing.options = {{u"standingMinutes"_s, u"5"_s}, {u"phase"_s, u"standing"_s}, {u"remaining"_s, u"300"_s}};
+  posture.store().update(standing);
+  posture.click(u"Increase Standing"_s);
+  EXPECT_EQ(posture.option(u"remaining"_s), u"360"_s) << "that of the phase it stands in, not of the seated one";
+
   Open stopwatch(u"stopwatch"_s);
   EXPECT_EQ(stopwatch.panel->findChildren<ListRow*>().size(), 2);
   stopwatch.click(u"Lap"_s);
@@ -85,6 +94,28 @@ TEST(TimerPanels, DoWhatTheirButtonsSay) {
   stopwatch.click(u"Reset"_s);
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   EXPECT_EQ(stopwatch.panel->findChildren<ListRow*>().size(), 0) << "laps of a run that was reset are gone";
+}
+
+TEST(Rows, AreTurnedOverWherePeopleReadFromTheRight) {
+  ListRow row(u"Title"_s);
+  auto* control = new Switch(u"On"_s);
+  row.addControl(control);
+  row.setValue(u"Value"_s);
+  row.setLayoutDirection(Qt::RightToLeft);
+  row.resize(300, row.height());
+  row.show();
+  QCoreApplication::processEvents();
+  QImage image(row.size(), QImage::Format_ARGB32_Premultiplied);
+  image.fill(Qt::transparent);
+  row.render(&image, {}, {}, QWidget::RenderFlags());
+  const auto isInked = [&image](const QRect& part) {
+    for (int y = part.top(); y <= part.bottom(); ++y)
+      for (int x = part.left(); x <= part.right(); ++x)
+        if (qAlpha(image.pixel(x, y)) > 0) return true;
+    return false;
+  };
+  EXPECT_FALSE(isInked(control->geometry())) << "words below a control";
+  EXPECT_TRUE(isInked({270, 0, 30, image.height()})) << "the title begins at the right";
 }
 
 TEST(TodosPanelTest, AddsTicksDeletesAndClears) {

@@ -370,11 +370,14 @@ TEST(Painting, AppsOfADockWithoutGlassStandOnOnePlate) {
   row.style = DockStyle::Transparent;
   row.composited = false;
   row.runningApps = runningApps();
+  const qsizetype shown = row.widgets.size();
+  row.widgets.insert(1, widget(u"separator"_s));
+  row.widgets.append(widget(u"space"_s));
   const auto view = makeView(row);
   const QRegion outline = view->outlineRegion();
   const auto layout = RowLayout::of(row, view->glassRect(), 1);
-  const QList<QRectF> plates = layout.plates();
-  ASSERT_EQ(plates.size(), row.widgets.size() + 1);
+  const QList<QRectF> plates = layout.plates(row);
+  ASSERT_EQ(plates.size(), shown + 1) << "what only parts tiles has no ground";
   const QRect plate = plates.last().toAlignedRect();
   EXPECT_DOUBLE_EQ(plates.last().width(), theme::kAppSlot * static_cast<double>(row.runningApps.size()));
   EXPECT_TRUE(outline.contains(QPoint(plate.left() + static_cast<int>(theme::kAppSlot), plate.top())))

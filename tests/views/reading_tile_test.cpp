@@ -5,6 +5,7 @@
 #include "DockFixture.h"
 #include "views/tiles/FileWords.h"
 #include "views/tiles/TileContent.h"
+#include "views/tiles/ToggleChoice.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick::testing {
@@ -83,6 +84,14 @@ TEST(MachineTiles, SpeakAndKeepToTheirRange) {
   const auto warmth = contentOf<MetricChartContent>(widget(u"temperatureChart"_s), sources);
   EXPECT_EQ(warmth.low, 40);
   EXPECT_EQ(warmth.high, 60);
+
+  sources.metrics->batteryFlow = BatteryFlow::Charging;
+  EXPECT_EQ(spoken(widget(u"battery"_s), sources), "N: 20%, Charging");
+  sources.toggles = {{Toggle::WiFi, {true, Capability::yes()}},
+                     {Toggle::Mute, {false, Capability::no(u"No sound server was found."_s)}}};
+  DockWidget switches = widget(u"systemQuickToggles"_s);
+  switches.options.insert(ToggleChoice::key(), ToggleChoice::text({Toggle::WiFi, Toggle::Mute}));
+  EXPECT_EQ(spoken(switches, sources), "N: Wi-Fi · Mute: No sound server was found.");
 
   sources.metrics->cpu = kNonsense;
   sources.metrics->battery.reset();

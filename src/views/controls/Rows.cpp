@@ -26,6 +26,26 @@ void paintParting(QPainter& painter, const QWidget& row, const ControlLook& look
   painter.fillRect(QRectF(inset, 0, row.width() - inset * 2, hairline(painter)), look.palette.hairline);
 }
 
+/// Rows are thought of from left to right; where people read the other way they are turned over as a whole.
+struct Turned {
+  explicit Turned(const QWidget& row) : width(row.width()), turns(row.isRightToLeft()) {}
+
+  QRectF operator()(const QRectF& box) const {
+    return turns ? QRectF(width - box.right(), box.top(), box.width(), box.height()) : box;
+  }
+  /// Draws a line of text that begins at a place, or ends there.
+  void begin(QPainter& painter, const TextLine& line, QPointF place, const QColor& ink) const {
+    turns ? line.drawRight(painter, {width - place.x(), place.y()}, ink) : line.draw(painter, place, ink);
+  }
+  void end(QPainter& painter, const TextLine& line, QPointF place, const QColor& ink) const {
+    turns ? line.draw(painter, {width - place.x(), place.y()}, ink) : line.drawRight(painter, place, ink);
+  }
+  Qt::Alignment reading() const { return turns ? Qt::AlignRight : Qt::AlignLeft; }
+
+  double width;
+  bool turns;
+};
+
 }  // namespace
 
 ListRow::ListRow(const QString& title, QWidget* parent)
@@ -123,15 +143,16 @@ void ListRow::paintEvent(QPaintEvent*) {
     drawRounded(painter, box, theme::kRowCorner, isDown() ? look.palette.buttonPressed : look.palette.tileHover);
   if (clickable_ && showsFocus()) drawFocusLine(painter, box, theme::kRowCorner, look);
 
+  const Turned turned(*this);
   double left = clickable_ ? theme::kRowBleed : 0;
   const double middle = box.center().y();
   if (!picture_.isNull()) {
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(QRectF(left, middle - theme::kRowPicture / 2.0, theme::kRowPicture, theme::kRowPicture),
-                       picture_, picture_.rect());
+    const QRectF place(left, middle - theme::kRowPicture / 2.0, theme::kRowPicture, theme::kRowPicture);
+    painter.drawPixmap(turned(place), picture_, picture_.rect());
     left += theme::kRowPicture + theme::kRowGap;
   } else if (!symbol_.isEmpty()) {
-    drawControlSymbol(painter, symbol_, QRectF(left, middle - kRowSymbol / 2, kRowSymbol, kRowSymbol),
+    drawControlSymbol(painter, symbol_, turned(QRectF(left, middle - kRowSymbol / 2, kRowSymbol, kRowSymbol)),
                       toneColor(look, symbolTone_));
     left += kRowSymbol + theme::kRowGap;
   }
@@ -139,27 +160,28 @@ void ListRow::paintEvent(QPaintEvent*) {
   double right = width() - controlsWidth() - (clickable_ ? theme::kRowBleed : 0);
   if (!value_.isEmpty()) {
     const TextLine value = TextLine(value_, TextStyle::Body).elided((right - left) * 0.6, Elide::End);
-    value.drawRight(painter, {right, middle + value.capHeight() / 2}, toneColor(look, valueTone_));
+    turned.end(painter, value, {right, middle + value.capHeight() / 2}, toneColor(look, valueTone_));
     // Bars of rows below each other begin at one place.
     right -= (bar_ >= 0 ? std::max(value.width(), kRowBarValue) : value.width()) + theme::kRowGap;
   }
   if (bar_ >= 0) {
     const QRectF track(right - kRowBarWidth, middle - theme::kBarHeight / 2.0, kRowBarWidth, theme::kBarHeight);
-    drawRounded(painter, track, theme::kBarHeight / 2.0, look.palette.track);
+    drawRounded(painter, turned(track), theme::kBarHeight / 2.0, look.palette.track);
     QRectF part = track;
     part.setWidth(std::max<double>(theme::kBarHeight, track.width() * std::min(1.0, bar_)));
-    if (bar_ > 0) drawRounded(painter, part, theme::kBarHeight / 2.0, look.accentColor());
+    if (bar_ > 0) drawRounded(painter, turned(part), theme::kBarHeight / 2.0, look.accentColor());
     right -= kRowBarWidth + theme::kRowGap;
   }
 
   const QRectF room(left, 0, std::max(0.0, right - left), box.height());
   if (caption_.isEmpty()) {
-    drawTextIn(painter, room, label(), TextStyle::Body, look.palette.primary, {}, Elide::Middle);
+    drawTextIn(painter, turned(room), label(), TextStyle::Body, look.palette.primary, turned.reading(), Elide::Middle);
     return;
   }
-  const auto around = [&](double share) { return QRectF(left, box.height() * share - 10, room.width(), 20); };
-  drawTextIn(painter, around(kTitleShare), label(), TextStyle::Body, look.palette.primary, {}, Elide::Middle);
-  drawTextIn(painter, around(kCaptionShare), caption_, TextStyle::Caption, look.palette.secondary);
+  const auto around = [&](double share) { return turned(QRectF(left, box.height() * share - 10, room.width(), 20)); };
+  drawTextIn(painter, around(kTitleShare), label(), TextStyle::Body, look.palette.primary, turned.reading(),
+             Elide::Middle);
+  drawTextIn(painter, around(kCaptionShare), caption_, TextStyle::Caption, look.palette.secondary, turned.reading());
 }
 
 CheckRow::CheckRow(const QString& text, QWidget* parent) : QCheckBox(parent), label_(text) {
@@ -200,7 +222,9 @@ void CheckRow::paintEvent(QPaintEvent*) {
   if (!isEnabled()) painter.setOpacity(theme::kDisabledOpacity);
   const ControlLook& look = lookOf(*this);
   if (parted_) paintParting(painter, *this, look);
-  const QRectF disc(1, (height() - kCheck) / 2, kCheck, kCheck);
+  const Turned turned(*this);
+  const QRectF place(1, (height() - kCheck) / 2, kCheck, kCheck);
+  const QRectF disc = turned(place);
   if (isChecked()) {
     drawRounded(painter, disc, kCheck / 2, look.accentColor());
     drawControlSymbol(painter, u"checkmark"_s, disc.adjusted(3, 3, -3, -3), look.palette.inkOnAccent);
@@ -208,16 +232,17 @@ void CheckRow::paintEvent(QPaintEvent*) {
     drawInnerLine(painter, disc, kCheck / 2, 1.5, underMouse() ? look.palette.primary : look.palette.secondary);
   }
   if (hasFocus() && byKeyboard_) drawFocusLine(painter, rect(), theme::kRowCorner, look);
-  const double left = disc.right() + theme::kRowGap;
+  const double left = place.right() + theme::kRowGap;
   const TextLine value = TextLine(value_, TextStyle::Caption).elided(width() / 2.0, Elide::End);
-  value.drawRight(painter, {static_cast<double>(width()), (height() + value.capHeight()) / 2}, look.palette.secondary);
+  turned.end(painter, value, {static_cast<double>(width()), (height() + value.capHeight()) / 2},
+             look.palette.secondary);
   const double end = width() - (value_.isEmpty() ? 0 : value.width() + theme::kRowGap);
   const QRectF room(left, 0, std::max(0.0, end - left), height());
   const bool done = isChecked() && strikes_;
   const QColor ink = done ? look.palette.tertiary : look.palette.primary;
   const TextLine line = TextLine(label_, TextStyle::Body).elided(room.width(), Elide::End);
-  line.draw(painter, {left, room.center().y() + line.capHeight() / 2}, ink);
-  if (done) painter.fillRect(QRectF(left, room.center().y(), line.width(), 1), ink);
+  turned.begin(painter, line, {left, room.center().y() + line.capHeight() / 2}, ink);
+  if (done) painter.fillRect(turned(QRectF(left, room.center().y(), line.width(), 1)), ink);
 }
 
 }  // namespace tarnwick

@@ -176,7 +176,7 @@ void DockView::paintPart(QPainter& painter, const QRect& part) {
   if (!layout_.tabs.isEmpty()) paintTabs(painter);
   if (!row_.composited && !palette_.glass.bodyTop.isValid())
     // The window is cut to its tiles, whose corners must be full for that.
-    for (const QRectF& plate : layout_.plates()) painter.fillRect(plate.toAlignedRect(), palette_.tile);
+    for (const QRectF& plate : layout_.plates(row_)) painter.fillRect(plate.toAlignedRect(), palette_.tile);
   if (layout_.overflow > 0)
     paintItemsThatEnd(painter, part);
   else

@@ -243,7 +243,7 @@ QRegion DockView::outlineRegion() const {
   const double scale = row_.scale;
   if (palette_.glass.bodyTop.isValid()) return Glass::outline(fullGlass().toAlignedRect(), theme::kDockCorner * scale);
   QRegion region;
-  for (const QRectF& plate : layout_.plates())
+  for (const QRectF& plate : layout_.plates(row_))
     region += Glass::outline(plate.toAlignedRect(), theme::kTileCorner * scale);
   for (const QRectF& tab : layout_.tabs) region += tab.toAlignedRect();
   return region;

@@ -16,11 +16,6 @@ constexpr qint64 kMinute = 60;
 
 qint64 minuteOf(const QDateTime& moment) { return moment.toSecsSinceEpoch() / kMinute; }
 
-TickCadence cadenceOf(const DockWidget& widget) {
-  // It says how long ago the picture was taken.
-  return widget.kind == "screenshots"_L1 ? TickCadence::Minute : Ticking::cadence(widget);
-}
-
 }  // namespace
 
 LiveDock::LiveDock(AppStore& store, Toggles& toggles, const QString& display, DockView::IconProvider icons,
@@ -106,11 +101,11 @@ void LiveDock::refreshTiles() {
   view_->refresh(shown_);
 }
 
-void LiveDock::refreshMetrics() {
-  const auto isMetric = [](const DockWidget& widget) { return Catalog::find(widget.kind).family == "metric"_L1; };
-  if (std::ranges::none_of(view_->row().widgets, isMetric) || !isSeen()) return;
+void LiveDock::refreshFamily(const QString& family) {
+  const auto isOfIt = [&family](const DockWidget& widget) { return Catalog::find(widget.kind).family == family; };
+  if (std::ranges::none_of(view_->row().widgets, isOfIt) || !isSeen()) return;
   shown_ = sources();
-  view_->refresh(shown_, isMetric);
+  view_->refresh(shown_, isOfIt);
 }
 
 /// Most seconds change nothing but the time.
@@ -120,7 +115,7 @@ void LiveDock::beat() {
   const bool turns = minuteOf(now) != minute_;
   minute_ = minuteOf(now);
   const auto isDue = [turns](const DockWidget& widget) {
-    const TickCadence cadence = cadenceOf(widget);
+    const TickCadence cadence = Ticking::cadence(widget);
     return cadence == TickCadence::Second || (turns && cadence == TickCadence::Minute);
   };
   if (std::ranges::none_of(view_->row().widgets, isDue)) return;
@@ -137,7 +132,7 @@ void LiveDock::connectStore() {
   connect(&store_, &AppStore::configChanged, this, &LiveDock::rebuildRow);
   connect(&store_, &AppStore::runningAppsChanged, this, &LiveDock::rebuildRow);
   connect(&store_, &AppStore::ticked, this, &LiveDock::beat);
-  connect(&store_.system(), &SystemMetrics::changed, this, &LiveDock::refreshMetrics);
+  connect(&store_.system(), &SystemMetrics::changed, this, [this] { refreshFamily(u"metric"_s); });
   connect(&toggles_, &Toggles::changed, this, &LiveDock::refreshTiles);
 }
 

@@ -50,6 +50,8 @@ struct DockActions {
   std::function<bool(const QString& path)> isStarting;
   std::function<std::optional<qint64>()> trashItems;
   std::function<bool()> reducesMotion;
+  /// How the desktop writes the hour; absent where it leaves that to the language.
+  std::function<std::optional<bool>()> uses24Hour;
   /// The user's calendars and reminders at this minute; null while nothing is known of them.
   std::function<std::shared_ptr<const CalendarDigest>()> calendar;
   std::function<void(const Reminder& reminder)> completeReminder;
@@ -77,6 +79,8 @@ class LiveDock final : public DockContent {
   /// Takes everything anew: the settings, the applications, and the answers of the actions. To be called when one of
   /// those answers changed; what the store holds is followed by itself.
   void rebuildRow();
+  /// Makes the tiles of one family anew, for readings that nothing else shows.
+  void refreshFamily(const QString& family);
   /// What the tiles show at this moment.
   TileSources sources() const;
 
@@ -86,7 +90,6 @@ class LiveDock final : public DockContent {
 
  private:
   void refreshTiles();
-  void refreshMetrics();
   void beat();
   /// Whether tiles may be made anew now; while nobody sees them it is noted that they are late.
   bool isSeen();

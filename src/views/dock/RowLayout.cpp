@@ -34,6 +34,9 @@ struct Block {
   }
 };
 
+/// Tiles that only part others.
+bool isGap(const DockWidget& widget) { return widget.kind == u"separator"_s || widget.kind == u"space"_s; }
+
 Block appBlock(const DockRow& row, bool lineBefore, bool lineAfter) {
   Block block;
   const Stretch line{Stretch::Kind::Separator, 0, theme::kSeparatorZone};
@@ -217,11 +220,15 @@ std::optional<qsizetype> RowLayout::tabAt(QPointF point) const {
   return std::nullopt;
 }
 
-QList<QRectF> RowLayout::plates() const {
+QList<QRectF> RowLayout::plates(const DockRow& row) const {
   QList<QRectF> plates;
   bool afterApp = false;
   for (const RowItem& item : items) {
     const bool isApp = item.kind == RowItem::Kind::App;
+    if (!isApp && isGap(row.widgets[item.index])) {
+      afterApp = false;
+      continue;
+    }
     if (isApp && afterApp)
       plates.last() |= item.rect;
     else

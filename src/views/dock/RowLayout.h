@@ -41,8 +41,9 @@ struct RowLayout {
   /// The item at a point, if any.
   std::optional<qsizetype> itemAt(QPointF point) const;
   std::optional<qsizetype> tabAt(QPointF point) const;
-  /// The grounds that a dock without glass is cut to: one of each widget, and one of all running applications.
-  QList<QRectF> plates() const;
+  /// The grounds that a dock without glass is cut to: one of each widget that shows something, and one of all running
+  /// applications.
+  QList<QRectF> plates(const DockRow& row) const;
   /// The item of a widget or a running application; -1 for none.
   qsizetype itemOf(RowItem::Kind kind, qsizetype index) const;
   /// The number of widgets whose middle lies left of `x`: where something dropped there goes.

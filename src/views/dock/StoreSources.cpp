@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "views/tiles/NoteTiles.h"
+#include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
 
@@ -22,6 +23,8 @@ QStringList pathsOf(const DockWidget& widget) {
   paths.removeAll(QString());
   return paths;
 }
+
+bool isSwitches(const DockWidget& widget) { return Catalog::find(widget.kind).family == "toggles"_L1; }
 
 std::optional<ApplicationFacts> applicationOf(const AppStore& store, const DockActions& actions, const QString& path) {
   auto facts = askAction(actions.applicationAt, path);
@@ -44,7 +47,7 @@ TileSources storeSources(const AppStore& store, const Toggles& toggles, const Do
                          const QList<DockWidget>& widgets) {
   TileSources sources;
   sources.now = store.now();
-  sources.use24Hour = writes24Hours(sources.locale);
+  sources.use24Hour = askAction(actions.uses24Hour).value_or(writes24Hours(sources.locale));
   const SystemMetrics& system = store.system();
   if (!system.cpuHistory().isEmpty()) sources.metrics = system.snapshot();
   // How busy the processor is follows from two looks at its counters.
@@ -58,9 +61,11 @@ TileSources storeSources(const AppStore& store, const Toggles& toggles, const Do
   sources.readings.uploadHistory = system.uploadHistory();
   for (const RunningApp& app : store.runningApps())
     sources.readings.running.append({app.identity, app.name, app.iconName, app.active});
-  for (const Toggle toggle :
-       {Toggle::WiFi, Toggle::Bluetooth, Toggle::DarkMode, Toggle::DoNotDisturb, Toggle::Mute, Toggle::KeepAwake})
-    sources.toggles.insert(toggle, toggles.state(toggle));
+  // A switch begins to listen to its service when it is first asked, so only those that are shown are.
+  if (std::ranges::any_of(widgets, isSwitches))
+    for (const Toggle toggle :
+         {Toggle::WiFi, Toggle::Bluetooth, Toggle::DarkMode, Toggle::DoNotDisturb, Toggle::Mute, Toggle::KeepAwake})
+      sources.toggles.insert(toggle, toggles.state(toggle));
   for (const DockWidget& widget : widgets)
     for (const QString& path : pathsOf(widget))
       if (const auto facts = applicationOf(store, actions, path)) sources.applications.insert(path, *facts);

@@ -41,9 +41,9 @@ class CalendarPanel final : public TilePanel {
     addTurn(u"chevron.left"_s, tr("Previous month"), -1);
     addTurn(u"chevron.right"_s, tr("Next month"), 1);
     if (const auto open = context.actions.openCalendar) {
-      auto* add = new IconButton(u"plus"_s, tr("New event in the calendar application"));
-      connect(add, &QPushButton::clicked, this, [open] { open(); });
-      header().addAction(add);
+      auto* application = new IconButton(u"calendar"_s, tr("Open Calendar"));
+      connect(application, &QPushButton::clicked, this, [open] { open(); });
+      header().addAction(application);
     }
     body().addWidget(month_);
     heading_ = addSection({});

@@ -146,10 +146,13 @@ class TemperaturePanel final : public TilePanel {
   void refresh(const TileSources& sources) override {
     const ReadingFacts& readings = sources.readings;
     if (!readings.celsius) {
+      const SystemTemperature* service = context().readings.temperature;
+      const bool waits = service && !service->hasAnswered();
       showEmpty({definition().symbol,
                  {},
                  title(),
-                 say("No sensor of this computer tells how warm its processor is."),
+                 waits ? say("The first reading is on its way.")
+                       : say("No sensor of this computer tells how warm its processor is."),
                  {},
                  {}});
       return;

@@ -213,14 +213,29 @@ class BatteryPanel final : public MetricsPanel {
       showEmpty({definition().symbol, {}, title(), tr("This computer has no battery."), {}, {}});
       return;
     }
-    const bool low = *now.battery < 20;
+    const bool onCharger = now.batteryFlow == BatteryFlow::Charging || now.batteryFlow == BatteryFlow::Held;
+    const bool low = *now.battery < 20 && !onCharger;
     figure().setFigure(MachineWords::percent(*now.battery), u"%"_s);
-    figure().setLines(low ? tr("Charge it soon") : tr("charged"));
+    figure().setLines(low ? tr("Charge it soon") : stateWords(now));
     bar_->setShare(*now.battery / 100);
     bar_->setAccent(low ? std::optional(Accent::Red) : std::nullopt);
   }
 
  private:
+  static QString stateWords(const MetricsSnapshot& now) {
+    switch (now.batteryFlow) {
+      case BatteryFlow::Charging:
+        return tr("Charging");
+      case BatteryFlow::Draining:
+        return tr("On battery power");
+      case BatteryFlow::Held:
+        return MachineWords::percent(*now.battery) == "100"_L1 ? tr("Fully charged") : tr("Plugged in, not charging");
+      case BatteryFlow::Unknown:
+        break;
+    }
+    return tr("of its charge is left");
+  }
+
   ProgressBar* bar_;
 };
 
@@ -239,14 +254,21 @@ class NetworkPanel final : public MetricsPanel {
 
  protected:
   void fill(const MetricsSnapshot& now, const TileSources& sources) override {
-    const bool sending = definition().id == u"networkUpload"_s;
+    const QString& kind = definition().id;
+    const bool sending = kind == "networkUpload"_L1;
+    const bool receiving = kind == "networkDownload"_L1;
+    const ReadingFacts& readings = sources.readings;
     const QStringList parts = MachineWords::speed(sources.locale, sending ? now.upload : now.download).split(u' ');
     figure().setFigure(parts.value(0), parts.value(1));
     figure().setLines(sending ? tr("Upload") : tr("Download"));
-    chart_->setSeries({{sources.networkHistory, {}}});
+    const QList<double>& shown = sending ? readings.uploadHistory : readings.downloadHistory;
+    if (sending || receiving)
+      chart_->setSeries({{shown, {}}});
+    else
+      chart_->setSeries({{readings.downloadHistory, {}}, {readings.uploadHistory, Accent::Blue}});
     down_->setValue(MachineWords::speed(sources.locale, now.download));
     up_->setValue(MachineWords::speed(sources.locale, now.upload));
-    most_->setValue(MachineWords::speed(sources.locale, mostOf(sources.networkHistory)));
+    most_->setValue(MachineWords::speed(sources.locale, mostOf(shown)));
   }
 
  private:

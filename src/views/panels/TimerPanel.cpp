@@ -118,7 +118,12 @@ class TimerPanel : public TilePanel {
     changed.options.insert(key, text);
     // Another main duration starts the timer over; what stands at its beginning takes its new length in any case.
     if (key == u"minutes"_s) changed.options.remove(u"deadline"_s);
-    if (key == u"minutes"_s || timerFacts(widget(), now_).fresh) changed.options.remove(u"remaining"_s);
+    if (key == u"minutes"_s || timerFacts(widget(), now_).fresh) {
+      changed.options.remove(u"remaining"_s);
+      // Without a time left on it, a posture cycle has that of its seated phase, whichever it stands in.
+      if (const QString phase = changed.options.value(u"phase"_s); changed.kind == "posture"_L1 && !phase.isEmpty())
+        changed.options.insert(u"remaining"_s, TimeMath::text(PostureMath::duration(changed, phase)));
+    }
     store().update(changed);
   }
 

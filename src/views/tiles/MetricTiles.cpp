@@ -60,19 +60,31 @@ constexpr double kBatteryBaseline = 49.5;
 /// In the smallest docks the figure is larger beside everything else.
 constexpr double kBareBatteryTop = 9;
 constexpr double kBareBatteryBaseline = 53;
+constexpr double kBoltHalf = 7.5;  ///< Of its height; its points follow from it.
 constexpr int kLow = 20;
+
+void paintBolt(QPainter& painter, QPointF middle, const QColor& ink) {
+  const auto at = [&](double x, double y) { return middle + QPointF(x, y) * kBoltHalf; };
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(ink);
+  painter.drawPolygon(
+      QPolygonF({at(0.2, -1), at(-0.6, 0.2), at(-0.05, 0.2), at(-0.2, 1), at(0.6, -0.25), at(0.05, -0.25)}));
+}
 
 }  // namespace
 
 BatteryContent makeBattery(const TileRequest& request) {
   const auto& metrics = request.sources.metrics;
-  if (!metrics) return {std::nullopt, kDash};
-  if (!metrics->battery) return {std::nullopt, tr("None")};
-  return {percentOf(*metrics->battery), kDash};
+  if (!metrics) return {.percent = std::nullopt, .word = kDash};
+  if (!metrics->battery) return {.percent = std::nullopt, .word = tr("None")};
+  const bool charging = metrics->batteryFlow == BatteryFlow::Charging;
+  return {percentOf(*metrics->battery), kDash, charging, charging || metrics->batteryFlow == BatteryFlow::Held};
 }
 
 TileText describe(const BatteryContent& content, const QString& name) {
-  return {name, content.percent ? withSign(content.percent) : content.word == kDash ? QString() : content.word};
+  if (!content.percent) return {name, content.word == kDash ? QString() : content.word};
+  const QString charge = withSign(content.percent);
+  return {name, content.charging ? charge + u", "_s + tr("Charging") : charge};
 }
 
 void paint(TileCanvas& canvas, const BatteryContent& content) {
@@ -89,8 +101,9 @@ void paint(TileCanvas& canvas, const BatteryContent& content) {
     QRectF fill = body.adjusted(kBatteryInset, kBatteryInset, -kBatteryInset, -kBatteryInset);
     fill.setWidth(std::max(kBatteryFillCorner, fill.width() * percent / 100));
     drawRounded(painter, fill, std::min(kBatteryFillCorner, fill.width() / 2),
-                percent < kLow ? colors.accent(Accent::Red) : canvas.accent());
+                percent < kLow && !content.plugged ? colors.accent(Accent::Red) : canvas.accent());
   }
+  if (content.charging) paintBolt(painter, body.center(), colors.primary);
   if (!content.percent) {
     canvas.centredText(baseline, TextStyle::Caption, content.word, colors.secondary);
     return;

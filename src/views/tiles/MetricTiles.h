@@ -14,6 +14,8 @@ class TileCanvas;
 struct BatteryContent {
   std::optional<int> percent;  ///< Absent until it was read, and without a battery.
   QString word;                ///< What is said while there is no figure.
+  bool charging = false;
+  bool plugged = false;  ///< On the charger, whether or not that charges it.
 
   bool operator==(const BatteryContent&) const = default;
 };

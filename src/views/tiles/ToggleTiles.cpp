@@ -27,16 +27,22 @@ TogglesContent makeToggles(const TileRequest& request) {
   for (const Toggle toggle : ToggleChoice::of(request.widget.options.value(ToggleChoice::key()))) {
     const auto state = request.sources.toggles.constFind(toggle);
     const bool known = state != request.sources.toggles.constEnd();
-    content.marks.append({toggle, known && state->on, known && state->capability.available});
+    content.marks.append({toggle, known && state->on, known && state->capability.available,
+                          known ? state->capability.reason : QString()});
   }
   return content;
 }
 
 TileText describe(const TogglesContent& content, const QString& name) {
   QStringList on;
-  for (const ToggleMark& mark : content.marks)
-    if (mark.on) on.append(ToggleChoice::name(mark.toggle));
-  return {name, on.join(u", "_s)};
+  QStringList missing;
+  for (const ToggleMark& mark : content.marks) {
+    const QString toggle = ToggleChoice::name(mark.toggle);
+    if (mark.on) on.append(toggle);
+    if (!mark.available && !mark.reason.isEmpty()) missing.append(u"%1: %2"_s.arg(toggle, mark.reason));
+  }
+  if (!on.isEmpty()) missing.prepend(on.join(u", "_s));
+  return {name, missing.join(u" · "_s)};
 }
 
 void paint(TileCanvas& canvas, const TogglesContent& content) {

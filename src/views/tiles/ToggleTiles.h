@@ -15,6 +15,7 @@ struct ToggleMark {
   Toggle toggle = Toggle::WiFi;
   bool on = false;
   bool available = true;
+  QString reason;  ///< Why it is not available.
 
   bool operator==(const ToggleMark&) const = default;
 };
