@@ -1,5 +1,6 @@
 #include "apps/AppActivation.h"
 
+#include <QSet>
 #include <ranges>
 
 namespace tarnwick {
@@ -8,10 +9,20 @@ bool AppActivation::bring(const QString& path) { return bring(running_.byPath(pa
 
 bool AppActivation::bring(quint64 identity) { return bring(running_.byIdentity(identity)); }
 
+QList<quint64> AppActivation::windowsAtHand(const RunningApp& app, const ClientWindows& windows) {
+  QSet<quint64> elsewhere;
+  for (const ClientWindow& window : windows.all())
+    if (window.elsewhere) elsewhere.insert(window.id);
+  QList<quint64> here = app.windows;
+  here.removeIf([&](quint64 window) { return elsewhere.contains(window); });
+  return here.isEmpty() ? app.windows : here;
+}
+
 bool AppActivation::bring(const std::optional<RunningApp>& app) {
   if (!app) return false;
-  // Activating a window changes the list: the copy in `app` stays as it was.
-  for (const quint64 window : app->windows | std::views::reverse) windows_.activate(window);
+  // Activating a window changes the list: this copy stays as it was.
+  const QList<quint64> windows = windowsAtHand(*app, windows_);
+  for (const quint64 window : windows | std::views::reverse) windows_.activate(window);
   return true;
 }
 

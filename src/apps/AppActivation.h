@@ -13,11 +13,14 @@ class AppActivation {
   /// Both must outlive it.
   AppActivation(RunningApplications& running, ClientWindows& windows) : running_(running), windows_(windows) {}
 
-  /// Activates all windows of the application with the desktop entry at `path`, the one that was active last at the
-  /// end, so that it lies on top. Returns whether such an application runs.
+  /// Activates the windows of the application with the desktop entry at `path`, the one that was active last at the
+  /// end, so that it lies on top: those of the virtual desktop that is shown, or all where it has none there. Returns
+  /// whether such an application runs.
   bool bring(const QString& path);
   /// The same by the identity of a running application.
   bool bring(quint64 identity);
+  /// Which windows of the application are meant, the most recently active first.
+  static QList<quint64> windowsAtHand(const RunningApp& app, const ClientWindows& windows);
 
  private:
   bool bring(const std::optional<RunningApp>& app);

@@ -34,6 +34,14 @@ QString UndoableEdits::nameOf(const DockWidget& widget) const {
   return entry ? entry->name : QFileInfo(path).completeBaseName();
 }
 
+bool UndoableEdits::isHeld(const QString& path, const QString& display) const {
+  const auto idOf = [this](const QString& each) { return apps_.environment().desktopIdOf(each); };
+  RunningApp there;
+  there.path = path;
+  there.desktopId = idOf(path);
+  return PinnedTiles::unheld({there}, store_.displayedWidgets(display), idOf).isEmpty();
+}
+
 bool UndoableEdits::insert(const QList<DockWidget>& widgets, const QString& display, qsizetype index) {
   const QList<DockWidget> shown = store_.displayedWidgets(display);
   const QUuid before = index >= 0 && index < shown.size() ? shown[index].id : QUuid();

@@ -25,6 +25,9 @@ class UndoableEdits : public QObject {
   /// Removes a widget. It comes back with its settings at its place; its credentials are kept as long as it can.
   void remove(const QUuid& widget);
 
+  /// Whether a tile of a display's dock stands for what lies at a path. An entry that was overridden in another folder
+  /// is the same application.
+  bool isHeld(const QString& path, const QString& display) const;
   /// What a person calls a tile: its title, else its application, file or folder, else its kind.
   QString nameOf(const DockWidget& widget) const;
 
