@@ -12,6 +12,7 @@
 #include "app/ExitGuards.h"
 #include "app/HotKeyTable.h"
 #include "app/MessageLine.h"
+#include "app/NearbySender.h"
 #include "app/PanelHost.h"
 #include "app/Readings.h"
 #include "app/SingleInstance.h"
@@ -185,6 +186,7 @@ void AppDelegate::makeDock() {
   parts.toggles = setup_.toggles;
   parts.colors = setup_.colors;
   parts.icons = setup_.icons;
+  parts.sendNearby = nearbySender(setup_.installedApps->environment(), setup_.environment);
   desk_ = std::make_unique<DockDesk>(std::move(parts));
   dock_ = std::make_unique<DockController>(*store_, setup_.ports,
                                            [this](const QString& display) { return desk_->makeContent(display); });
@@ -214,6 +216,9 @@ void AppDelegate::connectDesk() {
     }
   };
   desk_->panelIsOpen = [this](const QString& display) { return panels_ && panels_->hasActivePanel(display); };
+  desk_->mayNotSwipe = [this] {
+    return (panels_ && !panels_->openWidget().isNull()) || (editorIsOpen && editorIsOpen());
+  };
   desk_->addWidgets = [this] { call(addWidgets); };
   desk_->menus().dockActions = [this] {
     DockMenuActions actions;
@@ -223,6 +228,7 @@ void AppDelegate::connectDesk() {
   };
   desk_->messageHeight = [this] { return messages_ ? messages_->height() : 0; };
   dock_->hasActivePanel = [this](const QString& display) { return desk_->isBusy(display); };
+  dock_->hasOpenWindow = [this] { return windowHoldsDock && windowHoldsDock(); };
   connect(dock_.get(), &DockController::goesAway, this, [this](const QString& display) {
     if (panels_) panels_->closeOn(display);
   });

@@ -89,7 +89,8 @@ void DockCommands::activateApplication(quint64 application) {
   const auto app = parts_.running->byIdentity(application);
   if (!app) return;
   if (!app->active) return openApplication(application);
-  for (const quint64 window : app->windows | std::views::reverse) parts_.windows->minimise(window);
+  const QList<quint64> windows = AppActivation::windowsAtHand(*app, *parts_.windows);
+  for (const quint64 window : windows | std::views::reverse) parts_.windows->minimise(window);
 }
 
 void DockCommands::openApplication(quint64 application) {

@@ -40,6 +40,8 @@ struct DockDeskParts {
   Toggles* toggles = nullptr;
   ScreenColors* colors = nullptr;
   DockView::IconProvider icons;
+  /// Sends files to devices nearby; empty where nothing can.
+  std::function<bool(const QList<QUrl>& files)> sendNearby;
 };
 
 /// What the hands on the docks lead to: clicks, menus, drops, and the way back from them. It makes the content of each
@@ -81,6 +83,8 @@ class DockDesk : public QObject {
   /// Opens the panel of a tile beside it; set by whoever shows panels. The rectangle is one of the dock's content.
   std::function<void(const QString& display, const QUuid& widget, const QRect& tile)> openPanel;
   std::function<bool(const QString& display)> panelIsOpen;
+  /// Whether something is open that a switch of profiles by a drag would pull away.
+  std::function<bool()> mayNotSwipe;
   std::function<void()> addWidgets;
   /// Of the message that stands above the dock now; 0 for none.
   std::function<int()> messageHeight;
@@ -105,6 +109,7 @@ class DockDesk : public QObject {
   DockCommands commands_;
   DockMenus menus_;
   FolderQuestion folders_;
+  FolderQuestion pictures_;
   std::map<QString, LiveDock*> docks_;
   QPointer<QMenu> menu_;  // The one that is open.
   QString menuDisplay_;

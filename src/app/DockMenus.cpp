@@ -17,19 +17,6 @@ bool isOnlySeen(const DockWidget& widget) { return widget.kind == "dockSeparator
 
 }  // namespace
 
-QString DockMenus::iconKey(const QString& path) const {
-  const QString id = parts_.apps->environment().desktopIdOf(path);
-  return id.isEmpty() ? path : id;
-}
-
-void DockMenus::resetIcon(const QString& key) {
-  parts_.store->edit([&](DockConfiguration& config) {
-    DesktopOptions options = config.desktopOptions();
-    options.customAppIcons.remove(key);
-    config.desktop = options;
-  });
-}
-
 AppMenuState DockMenus::appState(const std::optional<RunningApp>& app, const QString& entryPath) const {
   AppMenuState state;
   if (const auto entry = parts_.apps->byPath(entryPath)) state.actions = entry->actions;
@@ -61,7 +48,7 @@ QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
   state.name = parts_.edits->nameOf(widget);
   state.opens = !isOnlySeen(widget);
   state.hasIcon = launches;
-  state.hasOwnIcon = parts_.store->config().desktopOptions().customAppIcons.contains(iconKey(path));
+  state.hasOwnIcon = icons_.has(path);
   state.canMoveLeft = at > 0;
   state.canMoveRight = at + 1 < shown.size();
   state.isFolder = widget.kind == "folderLauncher"_L1 && !path.isEmpty();
@@ -82,8 +69,8 @@ QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
   };
   actions.open = [commands, id] { commands->openTile(id); };
   if (editWidget) actions.edit = [edit = editWidget, id] { edit(id); };
-  if (chooseIcon) actions.chooseIcon = [choose = chooseIcon, id] { choose(id); };
-  actions.resetIcon = [this, key = iconKey(path)] { resetIcon(key); };
+  if (chooseIcon) actions.chooseIcon = [choose = chooseIcon, path] { choose(path); };
+  actions.resetIcon = [this, path] { icons_.reset(path); };
   actions.moveLeft = [moveBy] { moveBy(-1); };
   actions.moveRight = [moveBy] { moveBy(1); };
   actions.remove = [this, id] { parts_.edits->remove(id); };

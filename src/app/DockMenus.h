@@ -6,6 +6,7 @@
 
 #include "app/DockCommands.h"
 #include "app/DockMenuModel.h"
+#include "app/OwnIcons.h"
 #include "store/UndoableEdits.h"
 
 namespace tarnwick {
@@ -26,7 +27,7 @@ class DockMenus : public QObject {
     UndoableEdits* edits = nullptr;
   };
 
-  explicit DockMenus(const Parts& parts) : parts_(parts) {}
+  explicit DockMenus(const Parts& parts) : parts_(parts), icons_(*parts.store, *parts.apps) {}
 
   /// The menu of a widget's tile on a display; empty for a widget that is not shown there.
   QList<DockMenuEntry> tile(const QUuid& widget, const QString& display);
@@ -34,10 +35,12 @@ class DockMenus : public QObject {
   QList<DockMenuEntry> application(quint64 application, const QString& display);
   /// The menu of the dock itself.
   QList<DockMenuEntry> dock();
+  /// What the entries about an application's icon change.
+  OwnIcons& icons() { return icons_; }
 
   // What opens a window; empty until the window exists.
   std::function<void(const QUuid& widget)> editWidget;
-  std::function<void(const QUuid& widget)> chooseIcon;
+  std::function<void(const QString& entryPath)> chooseIcon;
   std::function<void()> addCalendarFolder;
   /// Asked by each menu of the dock for what adds widgets and what shows the settings.
   std::function<DockMenuActions()> dockActions;
@@ -45,10 +48,9 @@ class DockMenus : public QObject {
  private:
   AppMenuState appState(const std::optional<RunningApp>& app, const QString& entryPath) const;
   void addAppActions(DockMenuActions& actions, quint64 application, const QString& entryPath);
-  QString iconKey(const QString& path) const;
-  void resetIcon(const QString& key);
 
   Parts parts_;
+  OwnIcons icons_;
 };
 
 }  // namespace tarnwick

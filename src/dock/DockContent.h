@@ -13,6 +13,8 @@ struct DockGeometry {
   double scale = 1;        ///< Of everything that is drawn.
   bool composited = true;  ///< Whether the window can be translucent.
   bool blurred = false;    ///< Whether the compositor blurs behind it.
+  bool atTop = false;      ///< At the display's upper edge.
+  bool floats = false;     ///< Moved by hand.
 
   bool operator==(const DockGeometry&) const = default;
 };

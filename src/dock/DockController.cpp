@@ -3,6 +3,8 @@
 #include <QGuiApplication>
 #include <QWindow>
 #include <QtMath>
+#include <cstdio>
+#include <utility>
 
 #include "base/DomainError.h"
 #include "dock/DockContentContainer.h"
@@ -24,6 +26,9 @@ bool standsOnTop(const DockConfiguration& config) {
   return config.layout == DockLayout::RevealTop || (config.layout == DockLayout::Fixed && config.position == "top"_L1);
 }
 
+/// The recovery file stays, and the next start tries again; no message line is left to say so.
+void sayAtTheEnd(const std::exception& failure) { std::fprintf(stderr, "%s\n", failure.what()); }
+
 }  // namespace
 
 DockController::DockController(AppStore& store, DockPorts ports, ContentFactory factory)
@@ -36,18 +41,23 @@ DockController::DockController(AppStore& store, DockPorts ports, ContentFactory 
   connect(ports_.zones, &ZoneSensor::changed, this, &DockController::checkEdge);
   connect(ports_.motion, &MotionPreference::changed, this, &DockController::refresh);
   connect(&store_, &AppStore::runningAppsChanged, this, [this] {
-    if (store_.config().liveApps) refresh();
+    if (settings().liveApps) refresh();
   });
   if (ports_.windows) connect(ports_.windows, &ClientWindows::changed, this, &DockController::platformStateChanged);
   connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &DockController::followKeyboard);
-  suppressor_.setNeedsApply([this] {
-    failedLayout_.reset();
-    refresh();
-  });
+  suppressor_.setNeedsApply([this] { refresh(); });
   platformStateChanged();
 }
 
 DockController::~DockController() { shutdown(); }
+
+const DockConfiguration& DockController::settings() const {
+  if (ports_.zones->edges()) return store_.config();
+  // The wish stays in the document, for a session under another desktop.
+  limited_ = store_.config();
+  limited_.layout = DockLayout::Fixed;
+  return limited_;
+}
 
 void DockController::refresh() {
   if (down_) return;
@@ -89,6 +99,7 @@ void DockController::shutdown() {
     suppressor_.restore();
   } catch (const DomainError& failure) {
     store_.setError(failure.message());
+    sayAtTheEnd(failure);
   }
   store_.services().windows->restoreReservations(store_.dataDirectory() + "/window-recovery.json"_L1);
   removeDocks([](const QString&) { return true; });
@@ -97,8 +108,8 @@ void DockController::shutdown() {
 void DockController::giveBack() noexcept {
   try {
     suppressor_.restore();
-  } catch (const std::exception&) {
-    // The recovery file stays, and the next start tries again.
+  } catch (const std::exception& failure) {
+    sayAtTheEnd(failure);
   }
 }
 
@@ -119,7 +130,7 @@ void DockController::removeDocks(const std::function<bool(const QString&)>& isDo
 void DockController::restoreSystemDock() {
   try {
     suppressor_.restore();
-    failedLayout_.reset();
+    failure_.second.clear();
     store_.setError(tr("The macOS Dock settings have been restored."));
   } catch (const DomainError& failure) {
     store_.setError(failure.message());
@@ -134,7 +145,7 @@ void DockController::layoutPanels() {
   refreshWork_.reset();  // What that changed is part of this pass.
   QStringList connected;
   for (const Screen& screen : screens) connected << screen.id;
-  const DockConfiguration& config = store_.config();
+  const DockConfiguration& config = settings();
   const QStringList selected = DesktopMath::selectedDisplays(
       config.display, connected, config.desktopOptions().attachedDisplays, ports_.screens->mainId());
 
@@ -146,6 +157,7 @@ void DockController::layoutPanels() {
   reservedLayout_ = reserved;
   removeDocks([&](const QString& id) { return !selected.contains(id); });
   applyToSystemDock();
+  sayWhatIsNotAvailable();
   for (const Screen& screen : screens) {
     if (selected.contains(screen.id)) layout(screen);
   }
@@ -168,21 +180,27 @@ void DockController::rememberDisplays(const QList<Screen>& screens) {
   store_.edit([&](DockConfiguration& stored) { stored = wanted; });
 }
 
+void DockController::sayWhatIsNotAvailable() {
+  const Capability edges = ports_.zones->edges();
+  if (edges || store_.config().layout == DockLayout::Fixed || std::exchange(saidWhatIsNot_, true)) return;
+  store_.setError(edges.reason);
+}
+
 void DockController::applyToSystemDock() {
-  // What failed is tried again with another layout, not with every pass: a message that was dismissed stays dismissed.
-  if (failedLayout_ == store_.config().layout) return;
-  failedLayout_.reset();
+  const DockLayout layout = settings().layout;
   try {
-    suppressor_.apply(store_.config().layout);
+    suppressor_.apply(layout);
+    failure_.second.clear();
     if (const auto notice = suppressor_.takeNotice()) store_.setError(*notice);
   } catch (const DomainError& failure) {
-    failedLayout_ = store_.config().layout;
-    store_.setError(failure.message());
+    // Every pass tries again, but a message that was dismissed stays dismissed.
+    const std::pair said(layout, failure.message());
+    if (std::exchange(failure_, said) != said) store_.setError(failure.message());
   }
 }
 
 void DockController::layout(const Screen& screen) {
-  const DockConfiguration& config = store_.config();
+  const DockConfiguration& config = settings();
   const int apps = config.liveApps ? static_cast<int>(store_.unpinnedRunningApps(screen.id).size()) : 0;
   const DockPlacement::Row row = DockPlacement::row(store_.displayedWidgets(screen.id), apps);
   const DockPlacement::Size size = DockPlacement::size(config, row, screen.usable.width());
@@ -191,7 +209,13 @@ void DockController::layout(const Screen& screen) {
   dock.screen = screen;
   const std::optional<QPointF> floating = dock.dragged ? dock.dragged : savedPlace(config, screen.id);
   dock.frame = DockPlacement::place(config, size.panel, screen.frame, screen.usable, floating);
-  dock.geometry = {screen.id, dock.frame.size(), size.scale, ports_.panels->isComposited(), ports_.panels->canBlur()};
+  dock.geometry = {screen.id,
+                   dock.frame.size(),
+                   size.scale,
+                   ports_.panels->isComposited(),
+                   ports_.panels->canBlur(),
+                   standsOnTop(config),
+                   config.layout == DockLayout::Floating};
   dock.container->setReduceMotion(ports_.motion->reducesMotion());
   dock.container->configure(dock.geometry);
   place(dock);
@@ -230,7 +254,7 @@ void DockController::connectDock(const Dock& dock, const QString& id) {
 /// The window stands still and holds the slot with the content's margins, cut at the screen's edges. Where the dock
 /// hides, the window reaches to its edge, so that the content can slide out of sight within it.
 void DockController::place(Dock& dock) {
-  const DockConfiguration& config = store_.config();
+  const DockConfiguration& config = settings();
   const QRectF slot = dock.frame.translated(-dock.screen.frame.topLeft());
   const bool top = standsOnTop(config);
   const QSize size(qCeil(slot.width()), qCeil(slot.height()));
@@ -267,7 +291,7 @@ void DockController::applyShape(Dock& dock) {
 }
 
 void DockController::reserveSpace(Dock& dock) {
-  const DockConfiguration& config = store_.config();
+  const DockConfiguration& config = settings();
   const bool owns = config.layout == DockLayout::Fixed || config.layout == DockLayout::Replace;
   const bool top = standsOnTop(config);
   const double inner =
@@ -287,19 +311,19 @@ void DockController::setShown(bool shown) {
 
 void DockController::moveBy(const QString& display, const QPointF& delta) {
   const auto found = docks_.find(display);
-  if (found == docks_.end() || store_.config().layout != DockLayout::Floating) return;
+  if (found == docks_.end() || settings().layout != DockLayout::Floating) return;
   Dock& dock = found->second;
   const Screen& screen = dock.screen;
   // A hand that goes on beyond the edge finds the dock under it again when it comes back.
   dock.dragged = dock.dragged.value_or(dock.frame.topLeft() - screen.frame.topLeft()) + delta;
-  dock.frame = DockPlacement::place(store_.config(), dock.frame.size(), screen.frame, screen.usable, dock.dragged);
+  dock.frame = DockPlacement::place(settings(), dock.frame.size(), screen.frame, screen.usable, dock.dragged);
   place(dock);
 }
 
 void DockController::finishMove(const QString& display) {
   const auto found = docks_.find(display);
   if (found == docks_.end() || !std::exchange(found->second.dragged, std::nullopt)) return;
-  if (store_.config().layout != DockLayout::Floating || down_) return;
+  if (settings().layout != DockLayout::Floating || down_) return;
   const QPointF place = found->second.frame.topLeft() - found->second.screen.frame.topLeft();
   store_.edit([&](DockConfiguration& config) { config.floatingPositions.insert(display, {place.x(), place.y()}); });
   Q_EMIT placed(display);

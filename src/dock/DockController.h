@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "base/Scheduler.h"
+#include "config/DockConfiguration.h"
 #include "desktop/ClientWindows.h"
 #include "desktop/FrameClock.h"
 #include "desktop/MotionPreference.h"
@@ -56,6 +57,8 @@ class DockController : public QObject {
 
   /// Whether a window of the program that belongs to a display's dock is open: a panel, an editor, a menu, a drag.
   std::function<bool(const QString& display)> hasActivePanel;
+  /// Whether a window of the program is open that is about all docks, which then stay out.
+  std::function<bool()> hasOpenWindow;
 
   /// Lays out soon; a burst of calls costs one pass.
   void refresh();
@@ -120,10 +123,14 @@ class DockController : public QObject {
     bool isFresh = true;  // The first placement is not animated.
   };
 
+  /// The user's, as far as this desktop can do it.
+  const DockConfiguration& settings() const;
+
   // Layout.
   void layoutPanels();
   void rememberDisplays(const QList<Screen>& screens);
   void applyToSystemDock();
+  void sayWhatIsNotAvailable();
   void removeDocks(const std::function<bool(const QString&)>& isDoomed);
   void layout(const Screen& screen);
   Dock& dockFor(const Screen& screen);
@@ -148,9 +155,11 @@ class DockController : public QObject {
   NativeDockState suppressor_;
   ContentFactory factory_;
   std::map<QString, Dock> docks_;
+  mutable DockConfiguration limited_;  // What settings() gives where the desktop cannot do all of it.
+  bool saidWhatIsNot_ = false;
   QList<QRectF> fullscreen_;
   std::optional<DockLayout> reservedLayout_;
-  std::optional<DockLayout> failedLayout_;  // Of the system's dock.
+  std::pair<DockLayout, QString> failure_;  // Of the system's dock, as it was said last; empty once it is over.
   QString focused_;                         // The display whose dock was given the keyboard.
   bool hasKeyboard_ = false;                // Whether it has got it.
   JobHandle keyboardWork_;

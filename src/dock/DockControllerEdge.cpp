@@ -18,12 +18,12 @@ constexpr double kAtTheEdge = 16;
 
 void DockController::updateZones() {
   QList<ZoneRequest> requests;
-  if (!manuallyHidden_ && !down_ && DockVisibility::hides(store_.config().layout)) {
-    const DockLayout layout = store_.config().layout;
+  if (!manuallyHidden_ && !down_ && DockVisibility::hides(settings().layout)) {
+    const DockLayout layout = settings().layout;
     for (auto& [id, dock] : docks_) {
       const bool top = layout == DockLayout::RevealTop;
       dock.systemDock = systemDockAt(dock);
-      const double trigger = store_.config().desktopOptions().triggerSize;
+      const double trigger = settings().desktopOptions().triggerSize;
       requests.append({id, dock.frame, trigger, top, !top, dock.systemDock});
     }
   }
@@ -34,7 +34,7 @@ void DockController::updateZones() {
 /// as the pointer rises to its icons.
 QRectF DockController::systemDockAt(const Dock& dock) const {
   QRectF place;
-  if (store_.config().layout != DockLayout::Swap || dock.visibility.visible || !ports_.windows) return place;
+  if (settings().layout != DockLayout::Swap || dock.visibility.visible || !ports_.windows) return place;
   const QRectF screen = dock.screen.frame;
   for (const ClientWindow& window : ports_.windows->all()) {
     const bool isAtTheBottom = window.dock && window.frame.intersects(screen) &&
@@ -51,13 +51,13 @@ QRectF DockController::systemDockAt(const Dock& dock) const {
 
 /// It may come out only when ours has gone, and grow while it is out.
 bool DockController::systemDockMoved() const {
-  if (manuallyHidden_ || down_ || store_.config().layout != DockLayout::Swap) return false;
+  if (manuallyHidden_ || down_ || settings().layout != DockLayout::Swap) return false;
   return std::ranges::any_of(docks_,
                              [this](const auto& each) { return systemDockAt(each.second) != each.second.systemDock; });
 }
 
 DockVisibility::Surroundings DockController::surroundings(const Dock& dock) const {
-  const DockConfiguration& config = store_.config();
+  const DockConfiguration& config = settings();
   const DesktopOptions options = config.desktopOptions();
   const PointerZones zones = ports_.zones->zones(dock.screen.id);
   // A dock that has the keyboard was asked for by name: hidden, it would swallow what is typed.
@@ -66,7 +66,8 @@ DockVisibility::Surroundings DockController::surroundings(const Dock& dock) cons
   around.layout = config.layout;
   around.covered = !isFocused && isCovered(dock.screen);
   around.atEdge = !isFocused && DockVisibility::atEdge(config.layout, zones);
-  around.interacting = zones.inside || isFocused || (hasActivePanel && hasActivePanel(dock.screen.id));
+  around.interacting = zones.inside || isFocused || (hasActivePanel && hasActivePanel(dock.screen.id)) ||
+                       (hasOpenWindow && hasOpenWindow());
   around.showDelay = options.revealShowDelay;
   around.hideDelay = options.revealHideDelay;
   return around;
@@ -98,7 +99,7 @@ void DockController::checkEdge() {
   }
   setTransitionTimer(needsTimer);
   // The edge of a dock that gave way is another one than its own.
-  if (swapped && store_.config().layout == DockLayout::Swap) updateZones();
+  if (swapped && settings().layout == DockLayout::Swap) updateZones();
   // Last of all: what goes with them may have this look again.
   for (const QString& id : gone) Q_EMIT goesAway(id);
   for (const QString& id : coverChanged) Q_EMIT coveredChanged(id);
@@ -119,7 +120,7 @@ bool DockController::isCovered(const Screen& screen) const {
 
 void DockController::platformStateChanged() {
   QList<QRectF> frames;
-  if (ports_.windows && store_.config().desktopOptions().hideDuringFullscreen) {
+  if (ports_.windows && settings().desktopOptions().hideDuringFullscreen) {
     for (const ClientWindow& window : ports_.windows->all()) {
       if (window.fullscreen && !window.minimised && !window.elsewhere) frames.append(window.frame);
     }
@@ -137,7 +138,7 @@ void DockController::focus() {
   if (focused_ != found->first) leaveKeyboard();
   focused_ = found->first;
   // A hidden dock comes at once: the user asked for it by name, not by resting at the edge.
-  if (DockVisibility::reveals(store_.config().layout)) {
+  if (DockVisibility::reveals(settings().layout)) {
     found->second.visibility.visible = true;
     found->second.visibility.lastInteraction = store_.scheduler().reference();
   }

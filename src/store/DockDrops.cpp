@@ -98,11 +98,8 @@ bool DockDrops::applyToTile(const DockFileDrop& drop, const DockWidget& tile, co
   if (paths.isEmpty()) {
     parts_.store->setError(tr("Only files on this computer can be dropped here."));
   } else if (target.kind == DropRouting::Target::Kind::AirDrop) {
-    if (sendNearby) {
-      sendNearby(drop.urls);
-    } else {
+    if (!sendNearby || !sendNearby(drop.urls))
       parts_.store->setError(tr("Nothing on this computer can send files to devices nearby."));
-    }
   } else if (target.kind == DropRouting::Target::Kind::Folder) {
     bringInto(target.path, drop);
   } else if (tile.kind == "trash"_L1) {
@@ -204,7 +201,6 @@ void DockDrops::shelve(const QStringList& paths, const Kinds& kinds) {
 void DockDrops::makeTiles(const DockFileDrop& drop, const Kinds& kinds) {
   const QList<DockWidget> shown = parts_.store->displayedWidgets(drop.display);
   const bool hasShelf = std::ranges::any_of(shown, [](const DockWidget& each) { return each.kind == "fileShelf"_L1; });
-  const QSet<QString> held = PinnedTiles::heldPaths(shown);
   QList<DockWidget> tiles;
   QStringList shelved;
   for (const QString& path : localPaths(drop.urls)) {
@@ -213,8 +209,12 @@ void DockDrops::makeTiles(const DockFileDrop& drop, const Kinds& kinds) {
       sayMissing(path);
     } else if (hasShelf && !PinnedTiles::isDesktopEntry(path)) {
       shelved << path;
-    } else if (!held.contains(path)) {
-      tiles << (kind == Files::Kind::Folder ? PinnedTiles::folder(path) : PinnedTiles::launcher(path));
+    } else {
+      const DockWidget tile = kind == Files::Kind::Folder ? PinnedTiles::folder(path) : PinnedTiles::launcher(path);
+      if (parts_.edits->isHeld(path, drop.display))
+        parts_.store->setError(tr("“%1” is in the dock already.").arg(parts_.edits->nameOf(tile)));
+      else
+        tiles << tile;
     }
   }
   if (!shelved.isEmpty()) shelve(shelved, kinds);

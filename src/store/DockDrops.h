@@ -49,8 +49,8 @@ class DockDrops : public QObject {
   /// Takes a widget that travels as text.
   void dropWidget(const QString& text, qsizetype index, const QString& display);
 
-  /// Sends files to a device nearby; empty where nothing can.
-  std::function<void(const QList<QUrl>& urls)> sendNearby;
+  /// Sends files to a device nearby and tells whether it has begun; empty where nothing can.
+  std::function<bool(const QList<QUrl>& urls)> sendNearby;
 
  private:
   using Kinds = QHash<QString, Files::Kind>;

@@ -135,6 +135,24 @@ TEST_F(CommandsTest, AClickStartsBringsForwardAndMinimises) {
   EXPECT_EQ(ran(), u"--new"_s);
 }
 
+TEST_F(CommandsTest, WindowsOfOtherDesktopsStayThereWhereSomeAreHere) {
+  windows.open(1, u"editor"_s);
+  windows.open(2, u"editor"_s);
+  windows.open(3, u"other"_s);
+  const auto activate = [&](bool first, bool second) {
+    windows.windows[0].elsewhere = first;
+    windows.windows[1].elsewhere = second;
+    windows.activate(3);
+    windows.activated.clear();
+    commands->activateTile(widget(0).id);
+    return windows.activated;
+  };
+  EXPECT_EQ(activate(true, false), (QList<quint64>{2}));
+  commands->activateTile(widget(0).id);
+  EXPECT_EQ(windows.minimised, (QList<quint64>{2}));
+  EXPECT_EQ(activate(true, true).size(), 2);
+}
+
 TEST_F(CommandsTest, TheWheelGoesRoundTheWindows) {
   const QList<quint64> all{7, 8, 9};
   EXPECT_EQ(DockCommands::nextWindow(all, 9, 1), 7u);
@@ -189,6 +207,36 @@ TEST_F(CommandsTest, TellsWindowsWhereTheirTileIs) {
   EXPECT_EQ(windows.tiles.value(3), left);
   commands->setTileRects(u"L"_s, {});
   EXPECT_EQ(windows.tiles.value(1), right);
+}
+
+TEST_F(CommandsTest, AnIconOfTheUsersOwnOutlivesItsFileAndIsTakenBack) {
+  OwnIcons& icons = menus->icons();
+  const QString picture = root(u"mine.jpg"_s);
+  QImage large(900, 300, QImage::Format_RGB32);
+  large.fill(Qt::red);
+  ASSERT_TRUE(large.save(picture));
+  icons.choose(editor(), picture);
+  ASSERT_TRUE(waitFor([&] { return icons.has(editor()); }));
+  QFile::remove(picture);
+  const QImage kept(icons.iconOf(editor()));
+  EXPECT_EQ(kept.width(), OwnIcons::kSide);
+  EXPECT_EQ(kept.height(), OwnIcons::kSide / 3);
+  // An entry that overrides it is the same application.
+  EXPECT_EQ(icons.iconOf(own(u"editor.desktop"_s)), icons.iconOf(editor()));
+
+  write(root(u"text.png"_s), u"no picture"_s);
+  icons.choose(editor(), root(u"text.png"_s));
+  ASSERT_TRUE(waitFor([&] { return !store->error().isEmpty(); }));
+  EXPECT_EQ(store->error(), u"That file couldn't be read as an image."_s);
+  EXPECT_TRUE(icons.has(editor())) << "what there was stays";
+  icons.reset(editor());
+  EXPECT_TRUE(icons.iconOf(editor()).isEmpty());
+
+  // What the settings name may be anything.
+  for (const QString& name : {u"../../x"_s, QString(64, u'0')}) {
+    store->edit([&](DockConfiguration& config) { config.desktop.emplace().customAppIcons.insert(u"editor"_s, name); });
+    EXPECT_TRUE(icons.iconOf(editor()).isEmpty()) << qPrintable(name);
+  }
 }
 
 TEST_F(CommandsTest, CalendarFoldersAreKeptForAllCalendars) {

@@ -66,6 +66,7 @@ struct FakePanels final : Panels {
 };
 
 struct FakeZones final : ZoneSensor {
+  Capability edges() const override { return canFeel; }
   void watch(const QList<ZoneRequest>& requests) override { watched = requests; }
   PointerZones zones(const QString& screen) const override { return pointer.value(screen); }
   bool isDragging() const override { return false; }
@@ -73,6 +74,7 @@ struct FakeZones final : ZoneSensor {
     pointer[u"A"_s] = where;
     Q_EMIT changed();
   }
+  Capability canFeel;
   QList<ZoneRequest> watched;
   QHash<QString, PointerZones> pointer;
 };
@@ -292,6 +294,23 @@ TEST_F(DockControllerTest, AFloatingDockIsMovedByTheHandAlone) {
   EXPECT_EQ(controller.frame(u"A"_s).topLeft(), start + QPointF(-40, -100));
 }
 
+TEST_F(DockControllerTest, WhereNoEdgeIsFeltTheDockIsFixedAndSaysSoOnce) {
+  zones.canFeel = Capability::no(u"No edges."_s);
+  useLayout(DockLayout::Fixed);
+  EXPECT_TRUE(store->error().isEmpty()) << "nothing else was wished for";
+  for (const DockLayout layout : {DockLayout::ReplaceAutoHide, DockLayout::Swap, DockLayout::Floating}) {
+    useLayout(layout);
+    EXPECT_EQ(store->config().layout, layout);
+    EXPECT_EQ(store->error(), layout == DockLayout::ReplaceAutoHide ? u"No edges."_s : QString());
+    store->clearError();
+    EXPECT_TRUE(controller.isVisible(u"A"_s) && zones.watched.isEmpty());
+    EXPECT_EQ(controller.frame(u"A"_s).bottom(), kUsable.bottom() - 8);
+    EXPECT_EQ(panel().placement.margins.bottom(), 8) << "no room to slide";
+    controller.moveBy(u"A"_s, {-30, -100});
+    EXPECT_EQ(controller.frame(u"A"_s).bottom(), kUsable.bottom() - 8);
+  }
+}
+
 TEST_F(DockControllerTest, TheWindowEndsWhereItsScreenDoes) {
   settle([](DockConfiguration& config) {
     config.alignment = u"left"_s;
@@ -305,6 +324,64 @@ TEST_F(DockControllerTest, TheWindowEndsWhereItsScreenDoes) {
   EXPECT_EQ(window.left(), 0);
   EXPECT_EQ(window.bottom(), 799);
   EXPECT_EQ(controller.contentOrigin(u"A"_s), QPointF(-20, 708));
+}
+
+TEST_F(DockControllerTest, AFilmHidesAFixedDockOnlyWhereThatIsWished) {
+  for (const bool hides : {true, false}) {
+    settle([&](DockConfiguration& config) {
+      config.layout = DockLayout::Fixed;
+      DesktopOptions options = config.desktopOptions();
+      options.hideDuringFullscreen = hides;
+      config.desktop = options;
+    });
+    cover(true);
+    EXPECT_EQ(controller.isVisible(u"A"_s), !hides);
+    cover(false);
+    EXPECT_TRUE(controller.isVisible(u"A"_s));
+  }
+}
+
+TEST_F(DockControllerTest, TheSystemsDockIsAskedWithEveryPassAndGivenBackOnDemand) {
+  const auto isHidden = [this] { return system.values().value(u"autohide"_s).toBool(); };
+  const auto pass = [this] { settle([](DockConfiguration&) {}); };
+  system.answers = {false, false};
+  useLayout(DockLayout::Replace);
+  EXPECT_TRUE(store->error().startsWith("macOS Dock preferences could not be saved."_L1));
+  EXPECT_TRUE(controller.isVisible(u"A"_s)) << "ours stands all the same";
+  store->clearError();
+  system.answers = {false, false};
+  pass();
+  EXPECT_TRUE(store->error().isEmpty()) << "what was dismissed";
+  EXPECT_FALSE(isHidden());
+  pass();
+  EXPECT_TRUE(isHidden());
+
+  controller.restoreSystemDock();
+  EXPECT_EQ(store->error(), u"The macOS Dock settings have been restored."_s);
+  EXPECT_FALSE(isHidden());
+  pass();
+  EXPECT_TRUE(isHidden());
+}
+
+TEST_F(DockControllerTest, ADisplayThatComesBackHasItsDockAgain) {
+  const Screen a = screens.list.first();
+  Screen b = a;
+  b.id = b.name = u"B"_s;
+  b.frame.translate(1000, 0);
+  b.usable.translate(1000, 0);
+  const struct {
+    QString choice;
+    QStringList both, alone;
+  } cases[] = {{u"main"_s, {u"A"_s}, {u"A"_s}}, {u"B"_s, {u"B"_s}, {u"A"_s}}, {u"all"_s, {u"A"_s, u"B"_s}, {u"A"_s}}};
+  for (const auto& [choice, both, alone] : cases) {
+    screens.show({a, b});
+    settle([choice = choice](DockConfiguration& config) { config.display = choice; });
+    for (const bool gone : {false, true, false}) {
+      screens.show(gone ? QList{a} : QList{a, b});
+      time.advance(DockController::kRefreshDelay);
+      EXPECT_EQ(controller.displays(), gone ? alone : both) << qPrintable(choice) << gone;
+    }
+  }
 }
 
 TEST_F(DockControllerTest, SpaceIsKeptOnlyWhereADockAlwaysStands) {

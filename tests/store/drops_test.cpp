@@ -41,6 +41,13 @@ StoreSetup setupWith(Scheduler& time, QList<QUuid>& removed) {
   return setup;
 }
 
+AppEnvironment twoFolders() {
+  AppEnvironment environment;
+  environment.dataHome = u"/mine"_s;
+  environment.dataFolders = {u"/all"_s};
+  return environment;
+}
+
 class DropsTest : public testing::Test {
  protected:
   DropsTest() { QObject::connect(&undo, &UndoStack::failed, &store, &AppStore::setError); }
@@ -64,7 +71,7 @@ class DropsTest : public testing::Test {
   test::TestScheduler time;
   QList<QUuid> forgotten;
   AppStore store{setupWith(time, forgotten)};
-  InstalledApps apps{AppEnvironment(), time};
+  InstalledApps apps{twoFolders(), time};
   AppLaunch launch{AppEnvironment(), LaunchEnvironment(), [] { return QDBusConnection(u"no such bus"_s); }};
   AppOpener opener{apps, launch, time};
   test::FakeFiles files;
@@ -181,7 +188,17 @@ TEST_F(DropsTest, EachTileTakesFilesInItsOwnWay) {
        base + u" fileShelf"_s,
        {u"/a"_s},
        {}},
-      {"what the dock holds", plain, {}, {u"/tmp/old"_s}, 0, none, {}, {}, base, {}, {}},
+      {"what the dock holds",
+       plain,
+       {},
+       {u"/tmp/old"_s},
+       0,
+       none,
+       {},
+       u"“old” is in the dock already."_s,
+       base,
+       {},
+       {}},
   };
   for (const Case& c : cases) {
     undo.clear();
@@ -206,6 +223,14 @@ TEST_F(DropsTest, EachTileTakesFilesInItsOwnWay) {
   drops.routeDroppedFiles({u"L"_s, {QUrl::fromLocalFile(u"/a"_s)}, folder.id});
   EXPECT_EQ(store.error(), files.error);
   EXPECT_EQ(undo.size(), 1) << "what was done can be taken back nevertheless";
+}
+
+TEST_F(DropsTest, AnEntryThatOverridesOneOfTheDockIsTheSameApplication) {
+  show({tile(u"appLauncher"_s, u"/all/applications/x.desktop"_s)});
+  const QString before = row();
+  drops.routeDroppedFiles({u"L"_s, {QUrl::fromLocalFile(u"/mine/applications/x.desktop"_s)}});
+  EXPECT_EQ(store.error(), u"“x” is in the dock already."_s);
+  EXPECT_EQ(row(), before);
 }
 
 TEST_F(DropsTest, AWidgetTravelsAsText) {

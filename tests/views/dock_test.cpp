@@ -289,14 +289,34 @@ TEST(Keyboard, WalksTheRowAndSpeaksToScreenReaders) {
   QCoreApplication::processEvents();
   ASSERT_TRUE(view->hasFocus());
   EXPECT_EQ(view->focusedItem(), 0);
+  QUuid activated;
+  QList<QUuid> menus;
+  QObject::connect(view.get(), &DockView::tileActivated, [&](const QUuid& id) { activated = id; });
+  QObject::connect(view.get(), &DockView::contextMenuRequested, [&](const QUuid& id) { menus.append(id); });
   press(*view, Qt::Key_Right);
-  EXPECT_EQ(view->focusedItem(), 2) << "a separator is passed over";
+  EXPECT_EQ(view->focusedItem(), 1);
+  press(*view, Qt::Key_Return);
+  EXPECT_TRUE(activated.isNull()) << "a separator has nothing but a menu";
+  press(*view, Qt::Key_F10, Qt::ShiftModifier);
+  press(*view, Qt::Key_F10, Qt::ControlModifier);
+  EXPECT_EQ(menus, (QList<QUuid>{row.widgets[1].id, QUuid()})) << "its own, and the dock's";
+  press(*view, Qt::Key_Right);
   press(*view, Qt::Key_Right);
   EXPECT_EQ(view->focusedItem(), 2);
-  QUuid activated;
-  QObject::connect(view.get(), &DockView::tileActivated, [&](const QUuid& id) { activated = id; });
   press(*view, Qt::Key_Return);
   EXPECT_EQ(activated, row.widgets[2].id);
+
+  // The keyboard stays with its tile, and takes the place of one that goes.
+  DockRow longer = row;
+  longer.widgets.prepend(widget(u"trash"_s));
+  view->setRow(longer);
+  EXPECT_EQ(view->focusedItem(), 3);
+  longer.widgets.removeLast();
+  view->setRow(longer);
+  EXPECT_EQ(view->focusedItem(), 2);
+  view->setRow(row);
+  EXPECT_EQ(view->focusedItem(), 1);
+  press(*view, Qt::Key_Right);
 
   QAccessibleInterface* bar = QAccessible::queryAccessibleInterface(view.get());
   ASSERT_NE(bar, nullptr);
@@ -309,6 +329,7 @@ TEST(Keyboard, WalksTheRowAndSpeaksToScreenReaders) {
   EXPECT_EQ(activated, row.widgets[0].id);
   EXPECT_EQ(view->accessibleDescription(), u"CPU: 23%; RAM: 61%"_s);
 
+  view->clearFocus();
   QAccessibleInterface* last = bar->child(2);
   row.widgets.removeLast();
   view->setRow(row);

@@ -151,7 +151,8 @@ TEST(Dropping, GoesWhereTheRulesSay) {
                  widget(u"trash"_s),
                  widgetWith(u"appLauncher"_s, u"/usr/share/applications/x.desktop"_s),
                  widget(u"fileShelf"_s),
-                 widgetWith(u"folderLauncher"_s, here + u"/gone"_s)};
+                 widgetWith(u"folderLauncher"_s, here + u"/gone"_s),
+                 widget(u"airdrop"_s)};
   row.runningApps = runningApps().mid(0, 1);
   const auto view = makeView(row);
   QMimeData files;
@@ -177,7 +178,8 @@ TEST(Dropping, GoesWhereTheRulesSay) {
       {"an application", 4, Qt::ShiftModifier, kAll, Qt::CopyAction, true},
       {"the shelf", 5, Qt::NoModifier, kAll, Qt::LinkAction, true},
       {"a folder that is gone", 6, Qt::NoModifier, kAll, Qt::LinkAction, false},
-      {"a running application", 7, Qt::NoModifier, kAll, Qt::CopyAction, true},
+      {"devices nearby, with nothing to send by", 7, Qt::NoModifier, kAll, Qt::LinkAction, false},
+      {"a running application", 8, Qt::NoModifier, kAll, Qt::CopyAction, true},
       {"a clock, which takes nothing", 0, Qt::NoModifier, kAll, Qt::LinkAction, false},
       {"a clock, by one who only moves", 0, Qt::NoModifier, Qt::MoveAction, Qt::IgnoreAction, false}};
   for (const Case& expected : cases) {
@@ -190,9 +192,21 @@ TEST(Dropping, GoesWhereTheRulesSay) {
     if (!dropped) continue;
     EXPECT_EQ(dropped->urls, files.urls());
     EXPECT_EQ(dropped->action, expected.action) << expected.what;
-    const bool application = expected.item == 7;
+    const bool application = expected.item == 8;
     EXPECT_EQ(dropped->widget, expected.onTile && !application ? row.widgets[expected.item].id : QUuid());
     EXPECT_EQ(dropped->application, application ? 1U : 0U) << expected.what;
+  }
+
+  row.sendsNearby = true;
+  view->setRow(row);
+  dropOn(*view, view->itemRect(7).center(), files);
+  EXPECT_EQ(dropped->widget, row.widgets[7].id);
+  // A tile takes what is over or under it within the glass, from its left edge to what is not its right edge any more.
+  const QRectF folder = view->itemRect(1);
+  const double bottom = view->glassRect().bottom() - 1;
+  for (const double x : {folder.left() - 1, folder.left(), folder.right() - 1, folder.right()}) {
+    dropOn(*view, {x, bottom}, files);
+    EXPECT_EQ(dropped->widget, x >= folder.left() && x < folder.right() ? row.widgets[1].id : QUuid()) << x;
   }
 
   // In the margins, and for what is no file, the dock is not there.

@@ -41,9 +41,8 @@ class LiveDockTest : public testing::Test {
     setup.counters = std::make_unique<BusyProcessor>();
     return setup;
   }
-  void show(const QStringList& kinds) {
+  void show(const QStringList& kinds, DockActions actions = {}) {
     for (const QString& kind : kinds) store.add(kind);
-    DockActions actions;
     // Asked once whenever everything that tiles may show is gathered.
     actions.calendar = [this] {
       ++gathered;
@@ -62,9 +61,7 @@ class LiveDockTest : public testing::Test {
     }
   }
   QString shown(qsizetype item) { return dock->view().itemText(item).value; }
-  QImage picture(qsizetype item) {
-    return dock->view().grab(dock->view().itemRect(item).toAlignedRect()).toImage();
-  }
+  QImage picture(qsizetype item) { return dock->view().grab(dock->view().itemRect(item).toAlignedRect()).toImage(); }
 
   test::TestScheduler time{QDateTime(QDate(2026, 11, 24), QTime(10, 24, 0), QTimeZone::utc())};
   StillToggles toggles;
@@ -93,6 +90,22 @@ TEST_F(LiveDockTest, TilesAreMadeAnewAsOftenAsTheyTick) {
   time.jump(-3600);
   beat(1);
   EXPECT_EQ(shown(1), QString(minutes).replace(u"10:24"_s, u"09:25"_s));
+}
+
+TEST_F(LiveDockTest, AnEntryThatIsOverriddenStandsForTheApplicationThatRuns) {
+  RunningApp app;
+  app.identity = 7;
+  app.path = u"/mine/editor.desktop"_s;
+  const QString held = u"/all/editor.desktop"_s;
+  store.edit([&](DockConfiguration& config) {
+    config.profiles[0].widgets = {{QUuid::createUuid(), u"appLauncher"_s, {}, {{u"path"_s, held}}}};
+  });
+  DockActions actions;
+  actions.applicationAt = [](const QString&) { return ApplicationFacts{u"Editor"_s, {}, 7, {}}; };
+  show({}, actions);
+  EXPECT_FALSE(dock->sources().applications.value(held).marks.running);
+  store.apply({app});
+  EXPECT_TRUE(dock->sources().applications.value(held).marks.running);
 }
 
 TEST_F(LiveDockTest, WithoutSecondsItWorksOnceAMinute) {

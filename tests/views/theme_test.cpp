@@ -3,6 +3,7 @@
 #include <QLocale>
 
 #include "views/theme/Glass.h"
+#include "views/theme/IconStyle.h"
 #include "views/theme/Palette.h"
 #include "views/theme/SymbolTable.h"
 #include "views/theme/Symbols.h"
@@ -89,6 +90,26 @@ TEST(Styles, NamesAndSchemes) {
   const Palette grey = Palette::make(DockStyle::DarkGlass, Backdrop::Plain, true);
   for (const Accent accent : {Accent::Blue, Accent::Green, Accent::Red, Accent::Purple})
     EXPECT_EQ(grey.accent(accent).hslSaturation(), 0);
+}
+
+TEST(Icons, TakeTheirStyle) {
+  QImage icon(3, 1, QImage::Format_ARGB32);
+  icon.setPixel(0, 0, qRgb(255, 255, 255));
+  icon.setPixel(1, 0, qRgb(255, 0, 0));
+  icon.setPixel(2, 0, qRgba(0, 0, 255, 0));
+  const auto styled = [&](const QString& name, bool dockIsDark) {
+    return styledIcon(QPixmap::fromImage(icon), iconStyleNamed(name, dockIsDark)).toImage();
+  };
+  for (const QString& dark : {u"dark"_s, u"auto"_s}) {
+    const QImage image = styled(dark, true);
+    EXPECT_LT(qRed(image.pixel(0, 0)), 80) << "what is pale";
+    EXPECT_EQ(image.pixel(1, 0), icon.pixel(1, 0)) << "colours stay";
+    EXPECT_EQ(qAlpha(image.pixel(2, 0)), 0);
+  }
+  EXPECT_EQ(styled(u"auto"_s, false).pixel(0, 0), icon.pixel(0, 0));
+  EXPECT_EQ(styled(u"strange"_s, true).pixel(0, 0), icon.pixel(0, 0));
+  const QRgb grey = styled(u"monochrome"_s, true).pixel(1, 0);
+  EXPECT_TRUE(qRed(grey) == qGreen(grey) && qGreen(grey) == qBlue(grey));
 }
 
 TEST(Outlines, AreRoundedAndSymmetric) {

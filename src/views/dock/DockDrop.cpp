@@ -48,7 +48,7 @@ bool DockView::hold(QDropEvent* event) {
   hover.item = -1;
   hover.taker = DropRules::Taker::None;
   hover.index = layout_.widgetsBefore(event->position().x());
-  const qsizetype under = layout_.itemAt(event->position()).value_or(-1);
+  const qsizetype under = layout_.itemUnder(event->position(), row_.scale).value_or(-1);
   const DockWidget* tile = widgetOf(under);
   if (!widget && (tile || appOf(under))) {
     hover.taker = tile ? DropRules::takerOf(*tile) : DropRules::Taker::Application;
@@ -56,6 +56,7 @@ bool DockView::hold(QDropEvent* event) {
     if (hover.taker == DropRules::Taker::Folder && std::exchange(hover.looked, under) != under)
       hover.folder = DropRules::lookAt(DropRules::folderOf(*tile), mime.urls());
     if (hover.taker == DropRules::Taker::Folder && !hover.folder.exists) hover.taker = DropRules::Taker::None;
+    if (hover.taker == DropRules::Taker::Share && !row_.sendsNearby) hover.taker = DropRules::Taker::None;
     if (hover.taker != DropRules::Taker::None) hover.item = under;
   }
   const bool first = !drop_;

@@ -10,7 +10,7 @@
 namespace tarnwick {
 
 void DockView::focusItem(qsizetype item) {
-  if (!answersPointer(item)) return;
+  if (!isItem(item)) return;
   updateItem(focused_);
   focused_ = item;
   scrollTo(item);
@@ -20,12 +20,8 @@ void DockView::focusItem(qsizetype item) {
   QAccessible::updateAccessibility(&told);
 }
 
-void DockView::moveFocus(int direction) {
-  qsizetype item = focused_;
-  do item += direction;
-  while (item >= 0 && item < layout_.items.size() && !answersPointer(item));
-  focusItem(item);
-}
+/// Separators and spaces do nothing but have a menu, so that the keyboard comes by them too.
+void DockView::moveFocus(int direction) { focusItem(focused_ + direction); }
 
 void DockView::scrollTo(qsizetype item) {
   if (layout_.overflow <= 0) return;
@@ -67,8 +63,13 @@ void DockView::keyPressEvent(QKeyEvent* event) {
       activateItem(focused_);
       return;
     case Qt::Key_F10:
-      if (!event->modifiers().testFlag(Qt::ShiftModifier)) break;
-      openItemMenu(focused_);
+    case Qt::Key_Menu:
+      if (event->modifiers().testFlag(Qt::ControlModifier))
+        openDockMenu();
+      else if (event->key() == Qt::Key_F10 && !event->modifiers().testFlag(Qt::ShiftModifier))
+        break;
+      else
+        openItemMenu(focused_);
       return;
     case Qt::Key_Escape:
       clearFocus();

@@ -42,6 +42,7 @@ struct DockRow {
   bool tiles = true;        ///< Whether tiles have a ground.
   bool tileBorders = true;  ///< Whether the ground of a tile has a thin line inside its edge.
   bool monochrome = false;
+  QString iconStyle = QStringLiteral("default");  ///< Of applications; see iconStyleNamed.
   bool reduceTransparency = false;  ///< Whether nothing of what lies behind may be seen through the glass.
   double scale = 1;
   double spacing = 7;
@@ -53,9 +54,10 @@ struct DockRow {
 
   QStringList tabs;  ///< The names of the profiles; room is kept for them when there are two or more.
   qsizetype activeTab = 0;
-  bool tabsOnHover = true;  ///< Whether the pointer brings the tabs.
-  bool swipes = true;       ///< Whether a sideways drag of empty room switches profiles.
-  bool floats = false;      ///< Whether a drag of empty room moves the dock instead.
+  bool tabsOnHover = true;   ///< Whether the pointer brings the tabs.
+  bool swipes = true;        ///< Whether a sideways drag of empty room switches profiles.
+  bool floats = false;       ///< Whether a drag of empty room moves the dock instead.
+  bool sendsNearby = false;  ///< Whether files can be sent to devices nearby, so that the tile for that takes some.
 
   Backdrop backdrop() const { return !composited ? Backdrop::Opaque : blurred ? Backdrop::Blurred : Backdrop::Plain; }
   bool keepsRoomForTabs() const { return tabs.size() > 1; }

@@ -81,6 +81,7 @@ class DockView : public QWidget {
   TileText itemText(qsizetype item) const;
   void activateItem(qsizetype item);
   void openItemMenu(qsizetype item);
+  void openDockMenu() { openItemMenu(-1); }
   void focusItem(qsizetype item);
   /// Whether a hand holds something over the dock: a press, a tile that is dragged.
   bool isHeld() const { return press_.has_value() || drag_.has_value(); }
@@ -166,6 +167,7 @@ class DockView : public QWidget {
   /// The same for as long as the widget or the application is in the row.
   QString keyOf(qsizetype item) const;
   qsizetype itemWithKey(const QString& key) const;
+  bool isItem(qsizetype item) const { return item >= 0 && item < layout_.items.size(); }
   bool answersPointer(qsizetype item) const;
   bool isEmpty() const { return row_.widgets.isEmpty() && layout_.items.isEmpty(); }
   RowLayout layoutOf(const DockRow& row) const;

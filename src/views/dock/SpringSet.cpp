@@ -10,9 +10,15 @@ namespace tarnwick {
 namespace {
 
 constexpr double kLongest = 0.4;   // Seconds that anything is seen to move.
+constexpr double kLanding = 0.2;   // The last of them, in which the goal is reached whatever the spring does.
 constexpr double kNothing = 0.25;  // Device pixels that nobody sees.
 
 }  // namespace
+
+double SpringSet::Travel::seen() const {
+  const double left = std::clamp((kLongest - age) / kLanding, 0.0, 1.0);
+  return spring.target + (spring.value - spring.target) * (moving ? left * left * (3 - 2 * left) : 1);
+}
 
 SpringSet::SpringSet(QObject* parent) : QObject(parent) {
   clock_.setStartValue(0.0);
@@ -25,6 +31,7 @@ SpringSet::SpringSet(QObject* parent) : QObject(parent) {
 void SpringSet::animate(const QString& name, double goal) {
   Travel& travel = travels_[name];
   if (travel.spring.target == goal && (travel.moving || travel.spring.value == goal)) return;
+  travel.spring.value = travel.seen();
   travel.spring.target = goal;
   travel.age = 0;
   travel.moving = true;
@@ -65,9 +72,9 @@ void SpringSet::frame() {
   bool moving = false;
   for (Travel& travel : travels_) {
     if (!travel.moving) continue;
-    const double before = travel.spring.value;
+    const double before = travel.seen();
     moving = step(travel, seconds) || moving;
-    seen = seen || pixel(before) != pixel(travel.spring.value) || !travel.moving;
+    seen = seen || pixel(before) != pixel(travel.seen()) || !travel.moving;
   }
   if (!moving) clock_.stop();
   if (seen) Q_EMIT moved();

@@ -23,7 +23,7 @@ class SpringSet : public QObject {
   void setReduced(bool reduced) { reduced_ = reduced; }
 
   /// Where it is now; 0 for a name that was never set.
-  double value(const QString& name) const { return travels_.value(name).spring.value; }
+  double value(const QString& name) const { return travels_.value(name).seen(); }
   double goal(const QString& name) const { return travels_.value(name).spring.target; }
   bool isMoving() const { return clock_.state() == QAbstractAnimation::Running; }
   bool isMoving(const QString& name) const { return travels_.value(name).moving; }
@@ -44,6 +44,9 @@ class SpringSet : public QObject {
     RevealSpring spring;
     double age = 0;  ///< Seconds since the goal was set.
     bool moving = false;
+
+    /// Towards the end of its time the rest of the way shrinks to nothing, so that the cut is not seen.
+    double seen() const;
   };
 
   void frame();

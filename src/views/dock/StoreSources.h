@@ -19,6 +19,9 @@ TileSources storeSources(const AppStore& store, const Toggles& toggles, const Do
 /// The user's calendars at this moment. Never null: where nothing is known it says why.
 std::shared_ptr<const CalendarDigest> calendarOf(const AppStore& store, const DockActions& actions);
 
+/// The icon of a running application, as the provider of icons knows it.
+QString iconOf(const RunningApp& app, const DockActions& actions);
+
 /// Runs an action with its arguments, if there is one.
 template <class Function, class... Arguments>
 auto askAction(const Function& function, const Arguments&... arguments) -> decltype(function(arguments...)) {

@@ -69,6 +69,7 @@ HelpWindow::HelpWindow(AppStore& store, const DesktopAbilities& abilities) : App
            {{QT_TRANSLATE_NOOP("Help", "Arrow keys"), QT_TRANSLATE_NOOP("Help", "Go from tile to tile.")},
             {QT_TRANSLATE_NOOP("Help", "Return or Space"), QT_TRANSLATE_NOOP("Help", "Does what a click does.")},
             {QT_TRANSLATE_NOOP("Help", "Menu key or Shift+F10"), QT_TRANSLATE_NOOP("Help", "Opens the tile's menu.")},
+            {QT_TRANSLATE_NOOP("Help", "Ctrl+F10"), QT_TRANSLATE_NOOP("Help", "Opens the dock's menu.")},
             {QT_TRANSLATE_NOOP("Help", "Escape"), QT_TRANSLATE_NOOP("Help", "Gives the keyboard back.")}});
   addPlain(
       *page, QT_TRANSLATE_NOOP("Help", "With the pointer"),

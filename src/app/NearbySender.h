@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QList>
+#include <QUrl>
+#include <functional>
+
+#include "apps/AppEnvironment.h"
+#include "apps/LaunchEnvironment.h"
+
+namespace tarnwick {
+
+/// Hands files to the program with which this desktop sends them to devices nearby; empty where none is installed.
+/// What it gives tells whether that program could be started.
+std::function<bool(const QList<QUrl>& files)> nearbySender(const AppEnvironment& environment,
+                                                           const LaunchEnvironment& variables);
+
+}  // namespace tarnwick
