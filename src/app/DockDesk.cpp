@@ -51,7 +51,12 @@ DockDesk::DockDesk(DockDeskParts parts)
     if (openPanel) openPanel(openDisplay_, widget, openTile_);
   };
   commands_.showGallery = commands_.showPanel;
+  drops_.sendNearby = parts_.sendNearby;
   menus_.addCalendarFolder = panelActions().addCalendarFolder;
+  menus_.chooseIcon = [this](const QString& entryPath) {
+    pictures_.askPicture(tr("App Icon"),
+                         [this, entryPath](const QString& picture) { menus_.icons().choose(entryPath, picture); });
+  };
 }
 
 DockDesk::~DockDesk() = default;
@@ -172,7 +177,7 @@ DockActions DockDesk::actions(const QString& display) {
   actions.dropWidget = [this, display](const QString& text, qsizetype index) {
     drops_.dropWidget(text, index, display);
   };
-  actions.panelIsOpen = [this, display] { return panelIsOpen && panelIsOpen(display); };
+  actions.mayNotSwipe = [this] { return mayNotSwipe && mayNotSwipe(); };
   actions.moveDock = [this, display](const QPoint& delta) {
     if (controller_) controller_->moveBy(display, delta);
   };
@@ -188,6 +193,7 @@ DockActions DockDesk::actions(const QString& display) {
 
 void DockDesk::addQuestions(DockActions& actions) {
   actions.applicationAt = [this](const QString& path) { return factsAt(path); };
+  actions.ownIcon = [this](const QString& path) { return menus_.icons().iconOf(path); };
   actions.hintOf = [this](const QString& desktopId) { return parts_.hints->of(desktopId); };
   actions.isStarting = [this](const QString& path) { return commands_.isLaunching(path); };
   actions.trashItems = [this] { return parts_.files->trashCount(); };
@@ -199,6 +205,7 @@ void DockDesk::addQuestions(DockActions& actions) {
   };
   actions.uses24Hour = [this] { return parts_.readings->uses24Hour(); };
   actions.reducesMotion = [this] { return parts_.motion->reducesMotion(); };
+  actions.sendsNearby = [this] { return static_cast<bool>(drops_.sendNearby); };
 }
 
 std::optional<ApplicationFacts> DockDesk::factsAt(const QString& path) {
@@ -206,7 +213,8 @@ std::optional<ApplicationFacts> DockDesk::factsAt(const QString& path) {
   if (!entry) return std::nullopt;
   ApplicationFacts facts;
   facts.name = entry->name;
-  facts.icon = entry->iconName;
+  const QString own = menus_.icons().iconOf(path);
+  facts.icon = own.isEmpty() ? entry->iconName : own;
   if (const auto running = parts_.running->byPath(path)) facts.identity = running->identity;
   return facts;
 }

@@ -8,6 +8,7 @@
 #include "dock/rules/Magnification.h"
 #include "views/dock/DockView.h"
 #include "views/dock/SpringNames.h"
+#include "views/theme/IconStyle.h"
 #include "views/theme/Theme.h"
 #include "views/theme/Typography.h"
 #include "widgets/catalog/Catalog.h"
@@ -46,9 +47,9 @@ double DockView::magnificationOf(qsizetype item) const {
   if (row_.reduceMotion || amount <= 0 || !answersPointer(item)) return 1;
   const QRectF& place = layout_.items[item].rect;
   const double scale = Magnification::scale(place.center().x() / row_.scale, pointerX_ / row_.scale);
-  // In steps in which its edges move by half a device pixel: nobody sees less.
+  // In whole steps in which its edges move by half a device pixel: nobody sees less.
   const double step = 1 / (std::max(place.width(), place.height()) * ratio());
-  return 1 + std::round((scale - 1) * amount / step) * step;
+  return 1 + std::floor((scale - 1) * amount / step) * step;
 }
 
 TileStyle DockView::styleOf(qsizetype item) const {
@@ -353,10 +354,11 @@ void DockView::paintItself(QPainter& painter, qsizetype item, const QRectF& plac
 }
 
 QPixmap DockView::iconOf(const DockApp& app, int size, double pixelRatio) {
-  const QString key = u"%1 %2 %3"_s.arg(app.icon).arg(size).arg(pixelRatio);
+  const IconStyle style = iconStyleNamed(row_.iconStyle, !palette_.light);
+  const QString key = u"%1 %2 %3 %4"_s.arg(app.icon).arg(size).arg(pixelRatio).arg(static_cast<int>(style));
   const auto known = iconCache_.constFind(key);
   if (known != iconCache_.constEnd()) return *known;
-  return *iconCache_.insert(key, icons_ ? icons_(app, size, pixelRatio) : QPixmap());
+  return *iconCache_.insert(key, icons_ ? styledIcon(icons_(app, size, pixelRatio), style) : QPixmap());
 }
 
 }  // namespace tarnwick

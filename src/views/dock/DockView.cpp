@@ -143,6 +143,8 @@ void DockView::setRow(const DockRow& row) {
 }
 
 void DockView::applyRow(const DockRow& row) {
+  const QString focusKey = keyOf(focused_);
+  const qsizetype focusedBefore = focused_;
   row_ = row;
   palette_ = paletteOf(row);
   shifts_.setReduced(row.reduceMotion);
@@ -154,6 +156,10 @@ void DockView::applyRow(const DockRow& row) {
   pictures_.clear();
   relayout();
   refresh(sources_);
+  // The keyboard stays on its tile, or on what stands in the place of one that went.
+  const qsizetype kept = focusKey.isEmpty() ? -1 : itemWithKey(focusKey);
+  focused_ = kept >= 0 ? kept : std::min(focusedBefore, layout_.items.size() - 1);
+  if (hasFocus() && (kept < 0 || kept != focusedBefore)) focusItem(std::max<qsizetype>(focused_, 0));
 }
 
 void DockView::refresh(const TileSources& sources, const std::function<bool(const DockWidget&)>& which) {
@@ -292,7 +298,7 @@ qsizetype DockView::itemWithKey(const QString& key) const {
 }
 
 bool DockView::answersPointer(qsizetype item) const {
-  if (item < 0 || item >= layout_.items.size()) return false;
+  if (!isItem(item)) return false;
   const TileContent* content = contentOf(item);
   return !content || isSolid(*content);
 }

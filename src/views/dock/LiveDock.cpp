@@ -26,7 +26,7 @@ LiveDock::LiveDock(AppStore& store, Toggles& toggles, const QString& display, Do
   setFocusProxy(view_);
   view_->setScheduler(&store_.scheduler());
   view_->setIconProvider(std::move(icons));
-  view_->setSwitchGuard([this] { return askAction(actions_.panelIsOpen); });
+  view_->setSwitchGuard([this] { return askAction(actions_.mayNotSwipe); });
   connect(view_, &DockView::shapeChanged, this, &DockContent::shapeChanged);
   connectStore();
   connectTiles();
@@ -55,6 +55,7 @@ void LiveDock::rebuildRow() {
   row.tiles = config.tiles;
   row.tileBorders = config.tileBorders.value_or(true);
   row.monochrome = config.monochrome;
+  row.iconStyle = options.appIconStyle;
   row.reduceTransparency = options.reduceTransparency;
   row.scale = geometry_.scale;
   row.spacing = config.spacing;
@@ -67,6 +68,7 @@ void LiveDock::rebuildRow() {
   row.tabsOnHover = options.profileSwitcherOnHover;
   row.swipes = options.profileSwipe;
   row.floats = geometry_.floats;
+  row.sendsNearby = askAction(actions_.sendsNearby);
   view_->setRow(row);
   refreshTiles();
 }
@@ -75,7 +77,7 @@ QList<DockApp> LiveDock::runningApps() const {
   QList<DockApp> apps;
   for (const RunningApp& running : store_.unpinnedRunningApps(display_)) {
     const LauncherHint hint = askAction(actions_.hintOf, running.desktopId);
-    apps.append({running.identity, running.name, running.iconName, running.active, hint.urgent, hint.progress,
+    apps.append({running.identity, running.name, iconOf(running, actions_), running.active, hint.urgent, hint.progress,
                  hint.count, false});
   }
   return apps;

@@ -35,7 +35,7 @@ struct DockActions {
   /// A widget that travels as text; `index` among the displayed widgets.
   std::function<void(const QString& text, qsizetype index)> dropWidget;
   /// Whether a widget's panel or editor is open, during which a drag switches no profile.
-  std::function<bool()> panelIsOpen;
+  std::function<bool()> mayNotSwipe;
   /// Moves the floating dock by so much; `dockMoved` follows when the hand lets go.
   std::function<void(const QPoint& delta)> moveDock;
   std::function<void()> dockMoved;
@@ -44,12 +44,16 @@ struct DockActions {
 
   /// What a desktop entry says, for tiles of applications. Absent until it is known.
   std::function<std::optional<ApplicationFacts>(const QString& path)> applicationAt;
+  /// The picture that the user chose for the application of a desktop entry; empty for none.
+  std::function<QString(const QString& path)> ownIcon;
   /// What an application wants to be seen on its tile.
   std::function<LauncherHint(const QString& desktopId)> hintOf;
   /// Whether the application of a desktop entry was started a moment ago and has no window yet.
   std::function<bool(const QString& path)> isStarting;
   std::function<std::optional<qint64>()> trashItems;
   std::function<bool()> reducesMotion;
+  /// Whether files can be sent to devices nearby.
+  std::function<bool()> sendsNearby;
   /// How the desktop writes the hour; absent where it leaves that to the language.
   std::function<std::optional<bool>()> uses24Hour;
   /// The user's calendars and reminders at this minute; null while nothing is known of them.

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <numeric>
 
+#include "dock/rules/DropRouting.h"
 #include "views/theme/Theme.h"
 #include "views/theme/Typography.h"
 #include "widgets/catalog/Catalog.h"
@@ -163,6 +164,11 @@ void placeStretch(RowLayout& layout, const Stretch& stretch, double x, double to
   layout.items.append({kind, stretch.index, grid(x, top, right, top + theme::kTileHeight * scale)});
 }
 
+/// An edge that two rectangles share belongs to one of them.
+bool covers(const QRectF& rect, QPointF point) {
+  return point.x() >= rect.left() && point.x() < rect.right() && point.y() >= rect.top() && point.y() < rect.bottom();
+}
+
 }  // namespace
 
 RunningAppsPlacement runningAppsPlacementNamed(const QString& name) {
@@ -210,13 +216,30 @@ RowLayout RowLayout::of(const DockRow& row, const QRectF& slot, double ratio, co
 std::optional<qsizetype> RowLayout::itemAt(QPointF point) const {
   if (!glass.contains(point)) return std::nullopt;
   for (qsizetype i = 0; i < items.size(); ++i)
-    if (items[i].rect.contains(point)) return i;
+    if (covers(items[i].rect, point)) return i;
   return std::nullopt;
+}
+
+std::optional<qsizetype> RowLayout::itemUnder(QPointF point, double scale) const {
+  if (items.isEmpty() || !glass.contains(point)) return std::nullopt;
+  const QRectF& first = items.first().rect;
+  const double inset = theme::kInset * scale;
+  if (point.y() < first.top() - inset || point.y() >= first.bottom() + inset) return std::nullopt;
+  // What lies between two items is a stretch of its own.
+  QList<DropRouting::Tile> stretches;
+  double end = first.left();
+  for (const RowItem& item : items) {
+    stretches << DropRouting::Tile{{}, {}, {}, item.rect.left() - end}
+              << DropRouting::Tile{{}, {}, {}, item.rect.width()};
+    end = item.rect.right();
+  }
+  const qsizetype at = DropRouting::indexAt(point.x(), stretches, 0, first.left());
+  return at < 0 || at % 2 == 0 ? std::nullopt : std::optional(at / 2);
 }
 
 std::optional<qsizetype> RowLayout::tabAt(QPointF point) const {
   for (qsizetype i = 0; i < tabs.size(); ++i)
-    if (tabs[i].contains(point)) return i;
+    if (covers(tabs[i], point)) return i;
   return std::nullopt;
 }
 

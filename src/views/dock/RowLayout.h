@@ -38,8 +38,10 @@ struct RowLayout {
   /// Lays the row out in the middle of `slot`. `ratio` is device pixels per unit.
   static RowLayout of(const DockRow& row, const QRectF& slot, double ratio, const RowPose& pose = {});
 
-  /// The item at a point, if any.
+  /// The item at a point, if any. It covers its first edges but not its last.
   std::optional<qsizetype> itemAt(QPointF point) const;
+  /// The item for things that are held over the dock: by its stretch of the row alone, but not beside the tabs.
+  std::optional<qsizetype> itemUnder(QPointF point, double scale) const;
   std::optional<qsizetype> tabAt(QPointF point) const;
   /// The grounds that a dock without glass is cut to: one of each widget that shows something, and one of all running
   /// applications.

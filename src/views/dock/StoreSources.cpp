@@ -28,9 +28,13 @@ bool isSwitches(const DockWidget& widget) { return Catalog::find(widget.kind).fa
 
 std::optional<ApplicationFacts> applicationOf(const AppStore& store, const DockActions& actions, const QString& path) {
   auto facts = askAction(actions.applicationAt, path);
-  const auto running = std::ranges::find(store.runningApps(), path, &RunningApp::path);
+  // An entry that the user overrides in another folder is the same application.
+  const auto isIt = [&](const RunningApp& app) {
+    return facts && facts->identity != 0 ? app.identity == facts->identity : app.path == path;
+  };
+  const auto running = std::ranges::find_if(store.runningApps(), isIt);
   const bool runs = running != store.runningApps().end();
-  if (!facts && runs) facts = ApplicationFacts{running->name, running->iconName, 0, {}};
+  if (!facts && runs) facts = ApplicationFacts{running->name, iconOf(*running, actions), 0, {}};
   if (!facts) return std::nullopt;
   if (runs) {
     const LauncherHint hint = askAction(actions.hintOf, running->desktopId);
@@ -60,7 +64,7 @@ TileSources storeSources(const AppStore& store, const Toggles& toggles, const Do
   sources.readings.downloadHistory = system.downloadHistory();
   sources.readings.uploadHistory = system.uploadHistory();
   for (const RunningApp& app : store.runningApps())
-    sources.readings.running.append({app.identity, app.name, app.iconName, app.active});
+    sources.readings.running.append({app.identity, app.name, iconOf(app, actions), app.active});
   // A switch begins to listen to its service when it is first asked, so only those that are shown are.
   if (std::ranges::any_of(widgets, isSwitches))
     for (const Toggle toggle :
@@ -77,6 +81,11 @@ TileSources storeSources(const AppStore& store, const Toggles& toggles, const Do
     sources.latestNote = noteReading(notes.first().options.value(u"text"_s));
   if (actions.addReadings) actions.addReadings(sources.readings, widgets);
   return sources;
+}
+
+QString iconOf(const RunningApp& app, const DockActions& actions) {
+  const QString own = askAction(actions.ownIcon, app.path);
+  return own.isEmpty() ? app.iconName : own;
 }
 
 std::shared_ptr<const CalendarDigest> calendarOf(const AppStore& store, const DockActions& actions) {
