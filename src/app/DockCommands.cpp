@@ -11,6 +11,7 @@
 #include "store/AppStore.h"
 #include "store/DocumentEdits.h"
 #include "widgets/PinnedTiles.h"
+#include "widgets/WidgetFolder.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
@@ -20,8 +21,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 QString folderOf(const DockWidget& widget) {
-  if (widget.kind == "downloads"_L1) return QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
-  return widget.kind == "folderLauncher"_L1 ? widget.options.value(u"path"_s) : QString();
+  return widget.kind == "folderLauncher"_L1 || widget.kind == "downloads"_L1 ? widgetFolder(widget) : QString();
 }
 
 /// The action by which an application says how to open another window of it; empty when it offers none.

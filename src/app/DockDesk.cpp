@@ -184,6 +184,8 @@ DockActions DockDesk::actions(const QString& display) {
   actions.dockMoved = [this, display] {
     if (controller_) controller_->finishMove(display);
   };
+  actions.moveTile = [this, display](qsizetype from, qsizetype to) { edits_.moveShown(display, from, to); };
+  actions.undo = [this] { undo_.undo(); };
   actions.giveBackKeyboard = [this] {
     if (controller_) controller_->leaveKeyboard();
   };
@@ -264,6 +266,7 @@ void DockDesk::markMenu(bool open) {
 }
 
 void DockDesk::offerUndo(quint64 entry, const QString& sentence) {
+  if (sentence.isEmpty()) return;
   if (!controller_ || controller_->displays().isEmpty() || parts_.screens->all().isEmpty()) return;
   const auto make = [this, entry, sentence] {
     auto bubble = std::make_unique<UndoBubble>(parts_.store->scheduler(), sentence);

@@ -64,8 +64,7 @@ QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
     const QList<DockWidget> now = parts_.store->displayedWidgets(display);
     const qsizetype place = std::ranges::find(now, id, &DockWidget::id) - now.begin();
     if (place == now.size()) return;
-    parts_.store->activeDisplay = display;
-    parts_.store->moveDisplayed(place, place + places);
+    parts_.edits->moveShown(display, place, place + places);
   };
   actions.open = [commands, id] { commands->openTile(id); };
   if (editWidget) actions.edit = [edit = editWidget, id] { edit(id); };

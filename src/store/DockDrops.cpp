@@ -11,6 +11,7 @@
 #include "store/AppStore.h"
 #include "store/DocumentEdits.h"
 #include "widgets/PinnedTiles.h"
+#include "widgets/WidgetFolder.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
@@ -55,9 +56,7 @@ QStringList DockDrops::localPaths(const QList<QUrl>& urls) {
 
 DropRouting::Tile DockDrops::routed(const DockWidget& widget) {
   const WidgetDefinition& definition = Catalog::find(widget.kind);
-  QString path = widget.options.value(u"path"_s);
-  if (widget.kind == "downloads"_L1) path = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
-  return {widget.kind, definition.family, path, definition.width};
+  return {widget.kind, definition.family, widgetFolder(widget), definition.width};
 }
 
 void DockDrops::routeDroppedFiles(const DockFileDrop& drop) {

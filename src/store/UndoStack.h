@@ -17,7 +17,7 @@ class UndoStack : public QObject {
   /// What a bubble shows of an entry.
   struct Entry {
     quint64 id = 0;
-    QString sentence;  ///< What was done, as a finished sentence.
+    QString sentence;  ///< What was done, as a finished sentence; empty for what nobody need be told of.
 
     bool operator==(const Entry&) const = default;
   };

@@ -8,6 +8,7 @@
 #include "base/DomainError.h"
 #include "store/AppStore.h"
 #include "store/DocumentEdits.h"
+#include "store/WidgetEditor.h"
 #include "store/WidgetPlaces.h"
 #include "widgets/PinnedTiles.h"
 #include "widgets/catalog/Catalog.h"
@@ -17,6 +18,12 @@ namespace tarnwick {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+QList<QUuid> idsOf(const DockProfile& profile) {
+  QList<QUuid> ids;
+  for (const DockWidget& widget : profile.widgets) ids.append(widget.id);
+  return ids;
+}
 
 QString full() { return QCoreApplication::translate("AppStore", "This dock already has 150 widgets."); }
 
@@ -99,6 +106,89 @@ void UndoableEdits::remove(const QUuid& id) {
     self->store_.remove(id);
   };
   undo_.push(tr("“%1” was removed from the dock.").arg(nameOf(widget)), putBack, forget);
+}
+
+// --- Order ----------------------------------------------------------------------------------------------------------
+
+void UndoableEdits::move(const QUuid& widget, int places) {
+  const auto place = WidgetPlaces::of(store_.config(), widget);
+  if (!place) return;
+  const QList<DockProfile>& profiles = store_.config().profiles;
+  const auto profile = std::ranges::find(profiles, place->profile, &DockProfile::id);
+  rearrange(profile - profiles.begin(), [&] { store_.move(widget, places); });
+}
+
+void UndoableEdits::moveShown(const QString& display, qsizetype from, qsizetype to) {
+  store_.activeDisplay = display;
+  rearrange(store_.profileIndex(display), [&] { store_.moveDisplayed(from, to); });
+}
+
+void UndoableEdits::rearrange(qsizetype profile, const std::function<void()>& move) {
+  const QUuid id = store_.config().profiles[profile].id;
+  const QList<QUuid> before = idsOf(store_.config().profiles[profile]);
+  move();
+  if (idsOf(store_.config().profiles[profile]) == before) return;
+  // What was moved is seen where it is: nothing need be said.
+  undo_.push({}, [self = QPointer(this), id, before] {
+    if (self) self->bringBackOrder(id, before);
+  });
+}
+
+void UndoableEdits::bringBackOrder(const QUuid& profile, const QList<QUuid>& order) {
+  store_.edit([&](DockConfiguration& config) {
+    const auto home = std::ranges::find(config.profiles, profile, &DockProfile::id);
+    if (home == config.profiles.end()) return;
+    const QList<QUuid> now = idsOf(*home);
+    QList<QUuid> wanted;
+    std::ranges::copy_if(order, std::back_inserter(wanted), [&](const QUuid& id) { return now.contains(id); });
+    DocumentEdits::arrange(config, home - config.profiles.begin(), wanted);
+  });
+}
+
+// --- Values ---------------------------------------------------------------------------------------------------------
+
+void UndoableEdits::update(const DockWidget& widget) {
+  const DockWidget* stored = DocumentEdits::find(store_.config(), widget.id);
+  if (!stored) return;
+  const DockWidget before = *stored;
+  store_.update(widget);
+  stored = DocumentEdits::find(store_.config(), widget.id);
+  if (!stored || *stored == before) return;
+  undo_.push({}, [self = QPointer(this), before, after = *stored] {
+    if (self) self->bringBackValues(before, after);
+  });
+}
+
+void UndoableEdits::bringBackValues(const DockWidget& before, const DockWidget& after) {
+  const DockWidget* stored = DocumentEdits::find(store_.config(), before.id);
+  if (!stored) return;
+  DockWidget widget = *stored;
+  if (before.title != after.title) widget.title = before.title;
+  QStringList keys = before.options.keys() + after.options.keys();
+  keys.removeDuplicates();
+  for (const QString& key : std::as_const(keys)) {
+    if (WidgetEditor::isRunningState(key) || before.options.value(key) == after.options.value(key)) continue;
+    // Another duration starts a timer over, in either direction.
+    if (key == "minutes"_L1)
+      for (const QString& running : {u"deadline"_s, u"remaining"_s}) widget.options.remove(running);
+    if (before.options.contains(key))
+      widget.options.insert(key, before.options.value(key));
+    else
+      widget.options.remove(key);
+  }
+  store_.update(widget);
+}
+
+void UndoableEdits::importConfiguration(const QString& path) {
+  const DockConfiguration before = store_.config();
+  store_.importConfiguration(path);
+  if (store_.config() == before) return;
+  undo_.clear();
+  undo_.push(tr("The settings of a file took the place of yours."), [self = QPointer(this), before] {
+    if (!self) return;
+    self->store_.edit([&](DockConfiguration& config) { config = before; });
+    self->store_.refreshAll();
+  });
 }
 
 }  // namespace tarnwick

@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QObject>
+#include <functional>
 
 #include "apps/InstalledApps.h"
 #include "config/DockWidget.h"
@@ -24,6 +25,17 @@ class UndoableEdits : public QObject {
   bool append(const QList<DockWidget>& widgets, const QUuid& profile);
   /// Removes a widget. It comes back with its settings at its place; its credentials are kept as long as it can.
   void remove(const QUuid& widget);
+  /// Moves a widget by `places` within its profile; stops at the ends. Taking it back brings the old order back,
+  /// without what came or went meanwhile.
+  void move(const QUuid& widget, int places);
+  /// The same by indices of what a display's dock shows, counted as Reordering does.
+  void moveShown(const QString& display, qsizetype from, qsizetype to);
+  /// Replaces the stored widget of the same identity. Taking it back gives what this changed its old value: the title
+  /// and options, and none that the tile counts by itself.
+  void update(const DockWidget& widget);
+  /// Replaces the settings by a file's; on a failure they stay, and the store says why. What was done before belongs to
+  /// the old settings and can no longer be taken back; the import itself can.
+  void importConfiguration(const QString& path);
 
   /// Whether a tile of a display's dock stands for what lies at a path. An entry that was overridden in another folder
   /// is the same application.
@@ -34,6 +46,9 @@ class UndoableEdits : public QObject {
  private:
   bool place(const QList<DockWidget>& widgets, qsizetype profile, const QUuid& before);
   void removeAll(const QList<QUuid>& widgets);
+  void rearrange(qsizetype profile, const std::function<void()>& move);
+  void bringBackOrder(const QUuid& profile, const QList<QUuid>& order);
+  void bringBackValues(const DockWidget& before, const DockWidget& after);
 
   AppStore& store_;
   InstalledApps& apps_;

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QUrl>
+#include <algorithm>
 #include <array>
 
 #include "base/DomainError.h"
@@ -19,13 +20,13 @@ constexpr double kDefaultMinutes = 25;
 constexpr double kMostMinutes = 1440;
 constexpr int kMostGlasses = 100;
 
-/// What tiles write by themselves; no form shows any of it.
+constexpr std::array kRunningState{
+    "deadline"_L1,      "remaining"_L1,    "started"_L1, "elapsed"_L1, "phase"_L1,
+    "sessions"_L1,      "lastReminder"_L1, "glasses"_L1, "day"_L1,     "lastWallpaperChange"_L1,
+    "completedDays"_L1, "history"_L1};
+
 void keepRunningState(DockWidget& widget, const DockWidget& stored) {
-  static const std::array keys{
-      u"deadline"_s,      u"remaining"_s,    u"started"_s, u"elapsed"_s, u"phase"_s,
-      u"sessions"_s,      u"lastReminder"_s, u"glasses"_s, u"day"_s,     u"lastWallpaperChange"_s,
-      u"completedDays"_s, u"history"_s};
-  for (const QString& key : keys) {
+  for (const QString key : kRunningState) {
     const auto current = stored.options.constFind(key);
     if (current == stored.options.constEnd()) {
       widget.options.remove(key);
@@ -80,6 +81,10 @@ void checkEndpoint(const DockWidget& widget) {
 }
 
 }  // namespace
+
+bool WidgetEditor::isRunningState(const QString& key) {
+  return std::ranges::find(kRunningState, key) != kRunningState.end();
+}
 
 WidgetEditor::Outcome WidgetEditor::save(const DockWidget& edited, const DockWidget& stored, bool credentialChanged,
                                          const Hooks& hooks) {

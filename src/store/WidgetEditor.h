@@ -36,6 +36,8 @@ struct WidgetEditor {
   /// from `stored`: it may have moved on while the form was open. What the settings document would refuse is
   /// refused here. Throws DomainError with the sentence that the form shows; then nothing is to be stored.
   static Outcome save(const DockWidget& edited, const DockWidget& stored, bool credentialChanged, const Hooks& hooks);
+  /// Whether an option is one that a tile writes by itself; no form shows it.
+  static bool isRunningState(const QString& key);
 };
 
 }  // namespace tarnwick

@@ -40,6 +40,10 @@ void DockView::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape) cancelDrag();
     return;
   }
+  if (event->matches(QKeySequence::Undo)) {
+    Q_EMIT undoRequested();
+    return;
+  }
   const int right = layoutDirection() == Qt::LeftToRight ? 1 : -1;
   switch (event->key()) {
     case Qt::Key_Left:

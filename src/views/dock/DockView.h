@@ -100,6 +100,8 @@ class DockView : public QWidget {
   /// A profile was chosen, by its tab or by a drag.
   void tabActivated(qsizetype tab);
   void addWidgetsRequested();
+  /// Ctrl+Z while the dock has the keyboard.
+  void undoRequested();
   /// Null for the dock itself. The menu belongs beside `beside`, which is in the view's coordinates.
   void contextMenuRequested(const QUuid& widget, const QRect& beside);
   void applicationMenuRequested(quint64 application, const QRect& beside);

@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "widgets/PinnedTiles.h"
+#include "widgets/WidgetFolder.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
@@ -44,8 +45,7 @@ DropRules::Taker DropRules::takerOf(const DockWidget& widget) {
 
 QString DropRules::folderOf(const DockWidget& widget) {
   if (Catalog::find(widget.kind).family != "files"_L1) return {};
-  if (widget.kind == "downloads"_L1) return QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
-  return widget.options.value(u"path"_s);
+  return widgetFolder(widget);
 }
 
 bool DropRules::carriesWidget(const QMimeData& data) { return data.hasText() && data.text().startsWith(kWidgetText); }

@@ -206,8 +206,9 @@ void LiveDock::connectHands() {
     connect(view_, signal, this, [this] { store_.holdRunningApps(); });
   connect(view_, &DockView::reorderRequested, this, [this](qsizetype from, qsizetype to) {
     store_.activeDisplay = display_;
-    store_.moveDisplayed(from, to);
+    actions_.moveTile ? actions_.moveTile(from, to) : store_.moveDisplayed(from, to);
   });
+  connect(view_, &DockView::undoRequested, this, [this] { askAction(actions_.undo); });
   connect(view_, &DockView::filesDropped, this, [this](DockFileDrop drop) {
     drop.display = display_;
     store_.activeDisplay = display_;

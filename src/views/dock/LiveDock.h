@@ -34,6 +34,10 @@ struct DockActions {
   std::function<void(const DockFileDrop& drop)> dropFiles;
   /// A widget that travels as text; `index` among the displayed widgets.
   std::function<void(const QString& text, qsizetype index)> dropWidget;
+  /// Moves a tile, by indices among the displayed widgets as Reordering counts them. Without it the store is told.
+  std::function<void(qsizetype from, qsizetype to)> moveTile;
+  /// Takes the newest change of a dock back.
+  std::function<void()> undo;
   /// Whether a widget's panel or editor is open, during which a drag switches no profile.
   std::function<bool()> mayNotSwipe;
   /// Moves the floating dock by so much; `dockMoved` follows when the hand lets go.
@@ -52,10 +56,10 @@ struct DockActions {
   std::function<bool(const QString& path)> isStarting;
   std::function<std::optional<qint64>()> trashItems;
   std::function<bool()> reducesMotion;
-  /// Whether files can be sent to devices nearby.
-  std::function<bool()> sendsNearby;
   /// How the desktop writes the hour; absent where it leaves that to the language.
   std::function<std::optional<bool>()> uses24Hour;
+  /// Whether files can be sent to devices nearby.
+  std::function<bool()> sendsNearby;
   /// The user's calendars and reminders at this minute; null while nothing is known of them.
   std::function<std::shared_ptr<const CalendarDigest>()> calendar;
   std::function<void(const Reminder& reminder)> completeReminder;

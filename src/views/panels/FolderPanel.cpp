@@ -9,6 +9,7 @@
 #include "views/controls/ItemView.h"
 #include "views/controls/Segments.h"
 #include "views/panels/FileItems.h"
+#include "widgets/WidgetFolder.h"
 
 namespace tarnwick {
 
@@ -101,10 +102,7 @@ class FolderPanel final : public TilePanel {
   }
 
  private:
-  QString root() const {
-    if (widget().kind == "downloads"_L1) return QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
-    return widget().options.value(u"path"_s);
-  }
+  QString root() const { return widgetFolder(widget()); }
   FolderOrder order() const {
     return widget().options.value(kSortKey) == "name"_L1 ? FolderOrder::Name : FolderOrder::Newest;
   }

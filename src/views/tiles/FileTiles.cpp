@@ -43,14 +43,16 @@ QString filesOn(const ShelfContent& content) {
   return QCoreApplication::translate("Tiles", "%1 on shelf").arg(QLocale().toString(content.files));
 }
 
-}  // namespace
-
-FolderContent makeFolder(const TileRequest& request) {
+QString folderName(const TileRequest& request) {
   const QString own = QFileInfo(request.widget.options.value(u"path"_s)).fileName();
-  return {request.widget.title.isEmpty() && !own.isEmpty() ? own : request.title(), false};
+  return request.widget.title.isEmpty() && !own.isEmpty() ? own : request.title();
 }
 
-FolderContent makeDownloads(const TileRequest& request) { return {request.title(), true}; }
+}  // namespace
+
+FolderContent makeFolder(const TileRequest& request) { return {folderName(request), false}; }
+
+FolderContent makeDownloads(const TileRequest& request) { return {folderName(request), true}; }
 
 TileText describe(const FolderContent& content, const QString&) { return {content.name, {}}; }
 

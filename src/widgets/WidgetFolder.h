@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QStandardPaths>
+
+#include "config/DockWidget.h"
+
+namespace tarnwick {
+
+/// The folder that a tile of files shows: the one that was chosen for it, else the user's downloads where it is a tile
+/// of those. Empty for none.
+inline QString widgetFolder(const DockWidget& widget) {
+  const QString path = widget.options.value(QStringLiteral("path"));
+  if (!path.isEmpty() || widget.kind != QLatin1StringView("downloads")) return path;
+  return QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
+}
+
+}  // namespace tarnwick
