@@ -15,6 +15,7 @@
 #include "views/onboarding/HelpWindow.h"
 #include "views/onboarding/OnboardingWindow.h"
 #include "views/settings/SettingsWindow.h"
+#include "views/window/LayoutCard.h"
 
 namespace tarnwick {
 
@@ -39,6 +40,14 @@ Windows::Windows(AppDelegate& delegate, const DelegateSetup& services) : delegat
   delegate.hideMenuBarPanel = [this] {
     if (menuBar_) menuBar_->hide();
   };
+  connect(services.ports.motion, &MotionPreference::changed, this, &Windows::followMotion);
+}
+
+/// Pictures that are on the screen follow the desktop.
+void Windows::followMotion() {
+  const bool reduces = services_.ports.motion->reducesMotion();
+  for (const QWidget* window : QApplication::topLevelWidgets())
+    for (LayoutCard* card : window->findChildren<LayoutCard*>()) card->setReduceMotion(reduces);
 }
 
 Windows::~Windows() {
@@ -60,6 +69,7 @@ void Windows::dress(AppWindow& window) {
   if (QApplication::windowIcon().isNull())
     QApplication::setWindowIcon(QIcon::fromTheme(u"com.brindlemoor.Tarnwick"_s, AppMark::icon()));
   window.setMenuBar(delegate_.makeMenuBar());
+  window.setUndo([this] { delegate_.desk().undo(); });
   window.installEventFilter(this);
   connect(new QShortcut(QKeySequence::HelpContents, &window), &QShortcut::activated, this, &Windows::showHelp);
 }
@@ -83,8 +93,12 @@ void Windows::showSettings() {
     DockDesk& desk = delegate_.desk();
     services.edits = &desk.edits();
     services.screens = services_.ports.screens;
-    services.undo = [&desk] { desk.undo(); };
-    services.addWidgets = delegate_.addWidgets;
+    services.addWidgets = [this](const QUuid& profile) {
+      showLibrary(delegate_.store().activeDisplay);
+      if (!profile.isNull()) library_->setTargetProfile(profile);
+    };
+    services.addCalendarFolder = desk.menus().addCalendarFolder;
+    services.hasCommandBar = [this] { return static_cast<bool>(delegate_.toggleCommandBar); };
     services.openEditor = delegate_.openEditor;
     services.continueSetup = delegate_.showOnboarding;
     services.restoreSystemDock = delegate_.restoreSystemDock;
@@ -97,7 +111,7 @@ void Windows::showSettings() {
     services.systemDock = [this] { return services_.ports.preferences->capability(); };
     services.notifications = [this] { return abilities().notifications; };
     services.captureProtection = [this] { return services_.ports.panels->captureProtection(); };
-    services.reduceMotion = services_.ports.motion->reducesMotion();
+    services.reducesMotion = [this] { return services_.ports.motion->reducesMotion(); };
     return new SettingsWindow(delegate_.store(), std::move(services));
   });
 }
@@ -120,7 +134,6 @@ void Windows::showLibrary(const QString& display) {
     services.apps = services_.installedApps;
     services.edits = &desk.edits();
     services.previews = previews();
-    services.undo = [&desk] { desk.undo(); };
     services.openEditor = delegate_.openEditor;
     return new LibraryWindow(delegate_.store(), std::move(services));
   });
@@ -133,6 +146,7 @@ void Windows::showEditor(const QUuid& widget) {
   present(editors_[widget], [this, widget] {
     EditorServices services;
     services.apps = services_.installedApps;
+    services.edits = &delegate_.desk().edits();
     services.previews = previews();
     return new EditorWindow(delegate_.store(), widget, std::move(services));
   });
@@ -144,7 +158,9 @@ void Windows::showOnboarding() {
     services.abilities = [this] { return abilities(); };
     services.addWidgets = delegate_.addWidgets;
     services.reduceMotion = services_.ports.motion->reducesMotion();
-    auto* window = new OnboardingWindow(delegate_.store(), std::move(services), onboardingPage_);
+    // Once it was gone through, it begins anew.
+    const int first = delegate_.store().config().onboardingComplete ? 0 : onboardingPage_;
+    auto* window = new OnboardingWindow(delegate_.store(), std::move(services), first);
     connect(window, &OnboardingWindow::pageChanged, this, [this](int page) { onboardingPage_ = page; });
     return window;
   });

@@ -52,6 +52,7 @@ class Windows final : public QObject {
   template <class Window, class Make>
   void present(QPointer<Window>& window, const Make& make);
   void dress(AppWindow& window);
+  void followMotion();
   PreviewSources previews();
   DesktopAbilities abilities() const;
 

@@ -57,10 +57,10 @@ std::unique_ptr<LibraryWindow> LibraryFixture::library() {
   services.apps = apps_.get();
   services.edits = edits_.get();
   services.previews = previews();
-  services.undo = [this] { undo_.undo(); };
   services.openEditor = [this](const QUuid& widget) { edited = widget; };
   auto window = std::make_unique<LibraryWindow>(store(), services);
   window->setAttribute(Qt::WA_DeleteOnClose, false);
+  window->setUndo([this] { undo_.undo(); });
   window->present();
   QCoreApplication::processEvents();
   return window;
@@ -69,6 +69,7 @@ std::unique_ptr<LibraryWindow> LibraryFixture::library() {
 std::unique_ptr<EditorWindow> LibraryFixture::editor(const QUuid& widget) {
   EditorServices services;
   services.apps = apps_.get();
+  services.edits = edits_.get();
   services.previews = previews();
   auto window = std::make_unique<EditorWindow>(store(), widget, services);
   window->setAttribute(Qt::WA_DeleteOnClose, false);

@@ -12,6 +12,7 @@
 #include "views/controls/Stepper.h"
 #include "views/controls/Switch.h"
 #include "views/library/ZoneFields.h"
+#include "views/window/Cards.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick::test {
@@ -152,6 +153,36 @@ TEST_F(EditorTest, QuickTogglesTakeFour) {
   rows[1]->click();
   EXPECT_TRUE(window->save());
   EXPECT_EQ(fixture_.find(widget.id)->options.value(u"toggles"_s), u"bluetooth,darkMode,doNotDisturb,keepAwake"_s);
+}
+
+TEST_F(EditorTest, ASentenceStandsUnderTheLineThatItIsAbout) {
+  const auto faultOf = [](EditorWindow& window, const QString& label) {
+    for (const FormRow* row : window.findChildren<FormRow*>())
+      if (row->label() == label) return row->fault();
+    return QString();
+  };
+  const DockWidget codex = fixture_.add(u"codexUsageGauge"_s, {{u"connectionMode"_s, u"codexLocal"_s}});
+  auto window = fixture_.editor(codex.id);
+  EXPECT_FALSE(window->save());
+  EXPECT_EQ(faultOf(*window, u"Codex executable"_s), u"Choose your installed Codex executable."_s);
+  EXPECT_EQ(faultOf(*window, u"Address"_s), QString());
+  write(*window, u"Codex executable"_s, u"/bin/sh"_s);
+  EXPECT_TRUE(window->save());
+  EXPECT_EQ(fixture_.find(codex.id)->options.value(u"codexExecutable"_s), u"/bin/sh"_s);
+}
+
+TEST_F(EditorTest, WhatWasSavedIsTakenBackButWhatTheTileCountsIsNot) {
+  const DockWidget widget = fixture_.add(u"pomodoro"_s, {{u"minutes"_s, u"25"_s}});
+  const auto window = fixture_.editor(widget.id);
+  write(*window, u"Title"_s, u"Mine"_s);
+  write(*window, u"Focus"_s, u"40"_s);
+  ASSERT_TRUE(window->save());
+  fixture_.store().set(widget.id, u"sessions"_s, u"3"_s);
+  fixture_.store().set(widget.id, u"deadline"_s, u"1"_s);  // Of the 40 minutes, which are no more.
+  fixture_.undo().undo();
+  EXPECT_EQ(fixture_.find(widget.id)->title, QString());
+  const QMap<QString, QString> wanted{{u"minutes"_s, u"25"_s}, {u"sessions"_s, u"3"_s}};
+  EXPECT_EQ(fixture_.find(widget.id)->options, wanted);
 }
 
 TEST_F(EditorTest, EscapeLeavesItAndARemovedWidgetClosesIt) {

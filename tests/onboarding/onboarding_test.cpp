@@ -70,6 +70,12 @@ TEST_F(OnboardingTest, CanBeLeftAndContinuedAndOnlyItsEndCompletesIt) {
   EXPECT_FALSE(store().config().onboardingComplete);
 
   window = open(1);
+  button(window, u"Later"_s)->click();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(window.isNull());
+  EXPECT_FALSE(store().config().onboardingComplete);
+
+  window = open(1);
   for (int page = 2; page < OnboardingWindow::kPages; ++page) QTest::keyClick(window->focusWidget(), Qt::Key_Space);
   QTest::mouseClick(button(window, u"Back"_s), Qt::LeftButton);
   EXPECT_EQ(window->page(), 2);
@@ -104,7 +110,7 @@ TEST_F(OnboardingTest, SaysWhatIsMissingAndWhy) {
   for (const QString& sentence : {u"This desktop keeps its keys."_s, u"tarnwick --toggle"_s, u"No dock was found."_s,
                                   u"tarnwick --command-bar"_s})
     EXPECT_TRUE(says(window, sentence)) << qPrintable(sentence);
-  auto* login = find<Switch>(window, u"Start at login"_s);
+  auto* login = find<Switch>(window, u"Launch at login"_s);
   ASSERT_NE(login, nullptr);
   login->click();
   EXPECT_TRUE(store().config().launchAtLogin);

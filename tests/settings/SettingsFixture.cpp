@@ -30,8 +30,7 @@ SettingsFixture::SettingsFixture() {
   edits_ = std::make_unique<UndoableEdits>(store(), *apps_, undo_);
   services.edits = edits_.get();
   services.screens = &screens_;
-  services.undo = [this] { undo_.undo(); };
-  services.addWidgets = [] {};
+  services.addWidgets = [this](const QUuid& profile) { added = profile; };
   services.openEditor = [this](const QUuid& widget) { edited = widget; };
   services.tryKey = [this](const HotKeyWish& wish) {
     tried << wish;
@@ -47,6 +46,7 @@ SettingsWindow& SettingsFixture::window() {
   if (!window_) {
     window_ = std::make_unique<SettingsWindow>(store(), services);
     window_->setAttribute(Qt::WA_DeleteOnClose, false);
+    window_->setUndo([this] { undo_.undo(); });
     window_->present();
     QCoreApplication::processEvents();
   }

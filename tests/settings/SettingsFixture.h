@@ -47,6 +47,7 @@ class SettingsFixture {
 
   SettingsServices services;
   QUuid edited;
+  QUuid added;  ///< The profile that the library was opened for.
   QList<HotKeyWish> tried;
   QList<HotKeyWish> taken;  ///< Keys that others have.
   QList<bool> recordings;

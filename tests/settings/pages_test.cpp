@@ -2,6 +2,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include "config/CalendarFolders.h"
 #include "settings/SettingsFixture.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Slider.h"
@@ -115,6 +116,9 @@ TEST_F(SettingsPagesTest, WidgetsAreMovedEditedAndRemovedByKeys) {
   QTest::keyClick(list, Qt::Key_Down, Qt::AltModifier);
   EXPECT_EQ(config().profiles[0].widgets[2], before[1]);
   EXPECT_EQ(list->chosen(), before[1].id.toString());
+  QTest::keyClick(list, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(config().profiles[0].widgets, before);
+  QTest::keyClick(list, Qt::Key_Down, Qt::AltModifier);
   QTest::keyClick(list, Qt::Key_Return);
   EXPECT_EQ(edited, before[1].id);
   QTest::keyClick(list, Qt::Key_Delete);
@@ -123,6 +127,27 @@ TEST_F(SettingsPagesTest, WidgetsAreMovedEditedAndRemovedByKeys) {
   list->model()->moveRow({}, 0, {}, 3);
   QCoreApplication::processEvents();
   EXPECT_EQ(config().profiles[0].widgets[2], before[0]);
+}
+
+TEST_F(SettingsPagesTest, TheLibraryIsOpenedForTheProfileThatIsListed) {
+  turnTo("widgets");
+  auto* choice = control<DropDown>("Profile");
+  ASSERT_TRUE(choice);
+  choice->setCurrentIndex(1);
+  Q_EMIT choice->activated(1);
+  click("Add Widgets…");
+  EXPECT_EQ(added, config().profiles[1].id);
+}
+
+TEST_F(SettingsPagesTest, FoldersOfCalendarsAreListedAndLeft) {
+  store().edit([](DockConfiguration& config) { CalendarFolders::add(config, u"/home/me/calendars"_s); });
+  turnTo("connections");
+  auto* list = control<OrderList>("Calendar folders");
+  ASSERT_TRUE(list);
+  ASSERT_EQ(list->items().size(), 1);
+  list->choose(list->items().first().id);
+  QTest::keyClick(list, Qt::Key_Delete);
+  EXPECT_TRUE(CalendarFolders::of(config()).isEmpty());
 }
 
 TEST_F(SettingsPagesTest, ProfilesAreMadeRenamedAndDeleted) {

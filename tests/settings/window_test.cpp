@@ -9,6 +9,7 @@
 #include "settings/SettingsFixture.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
+#include "views/controls/Segments.h"
 #include "views/settings/OrderList.h"
 #include "views/window/SideList.h"
 
@@ -62,6 +63,16 @@ TEST_F(SettingsWindowTest, ASearchLeavesWhatMatchesAndTellsWhereItIs) {
   EXPECT_EQ(titles(), QStringList{u"Layout & Displays"_s});
   EXPECT_TRUE(sees("Hide During Fullscreen"));
 
+  store().edit([](DockConfiguration& config) { config.layout = DockLayout::Floating; });
+  search(u"screen edge"_s);  // What another layout has is told of.
+  EXPECT_EQ(titles(), QStringList{u"Layout & Displays"_s});
+  auto* edge = control<Segments>("Screen edge");
+  ASSERT_TRUE(edge);
+  EXPECT_FALSE(edge->isEnabled());
+  EXPECT_EQ(edge->accessibleDescription(), u"Only for Fixed."_s);
+  store().edit([](DockConfiguration& config) { config.layout = DockLayout::Fixed; });
+  EXPECT_TRUE(edge->isEnabled());
+
   search(u"clipboard"_s);  // A section's own name shows all of it.
   EXPECT_TRUE(titles().contains(u"Clipboard"_s));
   EXPECT_TRUE(sees("Clipboard history"));
@@ -83,6 +94,36 @@ TEST_F(SettingsWindowTest, UndoBringsARemovedWidgetBack) {
   ASSERT_EQ(config().profiles[0].widgets.size(), before.size() - 1);
   QTest::keyClick(&window(), Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ(config().profiles[0].widgets, before);
+}
+
+TEST_F(SettingsWindowTest, AMoveIsTakenBackAmongWhatCameAndWentMeanwhile) {
+  const QList<DockWidget> before = config().profiles[0].widgets;
+  services.edits->move(before[0].id, 3);
+  store().remove(before[1].id);
+  store().add(u"flipClock"_s);
+  undo().undo();
+  QList<DockWidget> wanted = before;
+  wanted.remove(1);
+  ASSERT_EQ(config().profiles[0].widgets.size(), wanted.size() + 1);
+  EXPECT_EQ(config().profiles[0].widgets.first(wanted.size()), wanted);
+}
+
+TEST_F(SettingsWindowTest, AnImportIsTakenBackWholeAndEndsWhatBelongedToTheOldSettings) {
+  QTemporaryDir folder;
+  const QString other = folder.filePath(u"other.json"_s);
+  store().exportConfiguration(other);
+  const DockConfiguration exported = config();
+  services.edits->remove(config().profiles[0].widgets[0].id);
+  const DockConfiguration before = config();
+  services.edits->importConfiguration(folder.filePath(u"none.json"_s));
+  EXPECT_EQ(undo().size(), 1);  // A file that cannot be read leaves everything, the way back included.
+  services.edits->importConfiguration(other);
+  EXPECT_EQ(config().profiles, exported.profiles);
+  EXPECT_EQ(undo().size(), 1);
+  undo().undo();
+  EXPECT_EQ(config(), before);
+  undo().undo();
+  EXPECT_EQ(config(), before);
 }
 
 TEST_F(SettingsWindowTest, AltAloneOpensTheMenuBarAndAltWithAnotherKeyDoesNot) {

@@ -1,6 +1,7 @@
 #include "views/library/EditorFields.h"
 
 #include <QCoreApplication>
+#include <QStandardPaths>
 #include <algorithm>
 #include <array>
 
@@ -11,8 +12,6 @@ namespace tarnwick {
 namespace {
 
 using enum FieldShape;
-
-constexpr bool kFaulty = true;
 
 /// `scope` is a kind or a family; a kind that has rows of its own takes none of its family's.
 struct Row {
@@ -27,10 +26,16 @@ struct Row {
   int usual = 0;
   int least = 0;
   int most = 0;
-  bool isFaulty = false;
+  const char* fault = "";
+  bool isLater = false;
 };
 
 #define WORD(text) QT_TRANSLATE_NOOP("Library", text)
+#define FAULT(text) QT_TRANSLATE_NOOP("WidgetEditor", text)
+
+constexpr const char* kLater =
+    WORD("Connections to services are not part of this version yet. What is set here is kept.");
+constexpr const char* kNoWeather = WORD("Weather is not part of this version yet.");
 
 constexpr std::array kRows = {
     // A stopwatch has no duration.
@@ -41,14 +46,14 @@ constexpr std::array kRows = {
         .label = WORD("Duration"),
         .placeholder = "25",
         .help = WORD("In minutes. Another duration starts the timer over."),
-        .isFaulty = kFaulty},
+        .fault = FAULT("Enter a duration between 0 and 1440 minutes.")},
     Row{.scope = "pomodoro",
         .key = "minutes",
         .shape = Number,
         .label = WORD("Focus"),
         .placeholder = "25",
         .help = WORD("In minutes. Another duration starts the timer over."),
-        .isFaulty = kFaulty},
+        .fault = FAULT("Enter a duration between 0 and 1440 minutes.")},
     Row{.scope = "pomodoro",
         .key = "shortBreak",
         .shape = Steps,
@@ -84,7 +89,7 @@ constexpr std::array kRows = {
         .label = WORD("Seated"),
         .placeholder = "25",
         .help = WORD("In minutes. Another duration starts the timer over."),
-        .isFaulty = kFaulty},
+        .fault = FAULT("Enter a duration between 0 and 1440 minutes.")},
     Row{.scope = "posture",
         .key = "standingMinutes",
         .shape = Steps,
@@ -106,7 +111,7 @@ constexpr std::array kRows = {
         .label = WORD("Daily goal"),
         .placeholder = "8",
         .help = WORD("In glasses."),
-        .isFaulty = kFaulty},
+        .fault = FAULT("Enter a goal between 1 and 100 glasses.")},
     Row{.scope = "habit",
         .key = "text",
         .shape = Line,
@@ -123,24 +128,33 @@ constexpr std::array kRows = {
         .shape = Line,
         .label = WORD("City"),
         .placeholder = WORD("Chicago"),
-        .help = WORD("Shows the weather of this place.")},
+        .help = kNoWeather,
+        .isLater = true},
     Row{.scope = "worldClockList",
         .key = "zones",
         .shape = Zones,
         .label = WORD("Time zones"),
         .placeholder = "America/New_York,Europe/London,Asia/Tokyo"},
 
-    Row{.scope = "weather", .key = "city", .shape = Line, .label = WORD("Place"), .placeholder = WORD("Chicago")},
+    Row{.scope = "weather",
+        .key = "city",
+        .shape = Line,
+        .label = WORD("Place"),
+        .placeholder = WORD("Chicago"),
+        .help = kNoWeather,
+        .isLater = true},
     Row{.scope = "weather",
         .key = "weatherLocation",
         .shape = Switch,
         .label = WORD("Current location"),
-        .help = WORD("In place of the one above."),
-        .value = "current"},
+        .help = kNoWeather,
+        .value = "current",
+        .isLater = true},
 
     Row{.scope = "launcher", .key = "path", .shape = Application, .label = WORD("Application")},
     Row{.scope = "appFolder", .key = "paths", .shape = Applications, .label = WORD("Applications")},
     Row{.scope = "folderLauncher", .key = "path", .shape = Folder, .label = WORD("Folder")},
+    Row{.scope = "downloads", .key = "path", .shape = Folder, .label = WORD("Folder")},
     Row{.scope = "toggles",
         .key = "toggles",
         .shape = Toggles,
@@ -153,12 +167,33 @@ constexpr std::array kRows = {
         .value = "CPU,RAM",
         .words = WORD("CPU,Memory")},
 
+    Row{.scope = "codex",
+        .key = "connectionMode",
+        .shape = Choice,
+        .label = WORD("Connection"),
+        .help = kLater,
+        .value = ",codexLocal",
+        .words = WORD("Address,This Computer")},
+    Row{.scope = "codex",
+        .key = "codexExecutable",
+        .shape = Line,
+        .label = WORD("Codex executable"),
+        .placeholder = "/usr/bin/codex",
+        .help = WORD("Asked while the connection is to this computer."),
+        .fault = FAULT("Choose your installed Codex executable.")},
+    Row{.scope = "integration",
+        .key = "connectionMode",
+        .shape = Choice,
+        .label = WORD("Connection"),
+        .help = kLater,
+        .value = ",native",
+        .words = WORD("Address,Service")},
     Row{.scope = "integration",
         .key = "endpoint",
         .shape = Line,
         .label = WORD("Address"),
         .placeholder = "https://api.example.org/v1/stats",
-        .isFaulty = kFaulty},
+        .fault = FAULT("Use a valid HTTPS endpoint without credentials in its URL.")},
     Row{.scope = "integration",
         .key = "",
         .shape = Credential,
@@ -171,6 +206,7 @@ constexpr std::array kRows = {
 };
 
 #undef WORD
+#undef FAULT
 
 QString translated(const char* text) { return *text ? QCoreApplication::translate("Library", text) : QString(); }
 
@@ -186,7 +222,8 @@ EditorField fieldOf(const Row& row) {
   field.usual = row.usual;
   field.least = row.least;
   field.most = row.most;
-  field.isFaulty = row.isFaulty;
+  field.isLater = row.isLater;
+  if (*row.fault) field.fault = QCoreApplication::translate("WidgetEditor", row.fault);
   return field;
 }
 
@@ -196,11 +233,20 @@ bool isOf(const Row& row, const QString& scope) { return scope == QLatin1StringV
 
 QList<EditorField> EditorFields::of(const QString& kind) {
   const QString& family = Catalog::find(kind).family;
+  const bool isCodex = kind == QLatin1StringView("codexUsage") || kind == QLatin1StringView("codexUsageGauge");
   const bool ownRows = std::ranges::any_of(kRows, [&](const Row& row) { return isOf(row, kind); });
-  const QString scope = ownRows ? kind : isConnectedFamily(family) ? QStringLiteral("integration") : family;
+  QStringList scopes{ownRows ? kind : isConnectedFamily(family) ? QStringLiteral("integration") : family};
+  if (isCodex) scopes.prepend(QStringLiteral("codex"));
   QList<EditorField> fields;
-  for (const Row& row : kRows)
-    if (isOf(row, scope) && *row.label) fields.append(fieldOf(row));
+  for (const QString& scope : std::as_const(scopes)) {
+    for (const Row& row : kRows) {
+      const bool isThere = std::ranges::find(fields, QLatin1StringView(row.key), &EditorField::key) != fields.end();
+      if (isOf(row, scope) && *row.label && !isThere) fields.append(fieldOf(row));
+    }
+  }
+  for (EditorField& field : fields)
+    if (field.shape == Folder && kind == QLatin1StringView("downloads"))
+      field.placeholder = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
   return fields;
 }
 

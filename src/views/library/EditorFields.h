@@ -27,14 +27,15 @@ struct EditorField {
   QString key;  ///< The option.
   FieldShape shape = FieldShape::Line;
   QString label;
-  QString placeholder;
+  QString placeholder;  ///< Of a folder the one that an absent option means.
   QString help;
   QString value;  ///< What a switch writes; of a choice its values, joined by ",", the first being the default.
   QString words;  ///< Of a choice, joined by ",".
   int usual = 0;  ///< What an absent option means, of steps.
   int least = 0;
   int most = 0;
-  bool isFaulty = false;  ///< The sentence of a failed save belongs to this line.
+  bool isLater = false;  ///< Nothing reads it yet, as `help` says: it is shown out of use.
+  QString fault;         ///< The sentence of a failed save that belongs to this line.
 };
 
 /// What the form of each kind holds beside the title.

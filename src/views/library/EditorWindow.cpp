@@ -117,6 +117,7 @@ void EditorWindow::addLine(const EditorField& field) {
   FormRow* row = control->isWide() ? FormRow::wide(field.label, control, field.help)
                                    : new FormRow(field.label, control, field.help);
   page_->cards().constFirst()->add(row);
+  if (field.isLater) row->setUnavailable(field.help);
   lines_.push_back(std::make_unique<Line>(Line{field, control, row}));
   connect(control, &FieldControl::changed, this, [this, line = lines_.back().get()] { changed(*line); });
 }
@@ -199,7 +200,7 @@ bool EditorWindow::save() {
     if (outcome.saveCredential && services_.saveCredential) services_.saveCredential(outcome.widget, credential);
     // From here on the form is done, and what it stores need not come back to it.
     disconnect(&store_, nullptr, this, nullptr);
-    store_.update(outcome.widget);
+    services_.edits->update(outcome.widget);
     if (outcome.refresh) store_.refresh(outcome.widget);
   } catch (const DomainError& failure) {
     showFault(failure.message());
@@ -209,13 +210,18 @@ bool EditorWindow::save() {
   return true;
 }
 
-EditorWindow::Line* EditorWindow::faultyLine() {
-  const auto line = std::ranges::find_if(lines_, [](const auto& each) { return each->field.isFaulty; });
+/// The line that a sentence is about: its own, or one whose option it names at its end.
+EditorWindow::Line* EditorWindow::faultyLine(const QString& sentence) {
+  const auto isMeant = [&](const std::unique_ptr<Line>& line) {
+    const EditorField& field = line->field;
+    return field.fault == sentence || (!field.key.isEmpty() && sentence.endsWith(u' ' + field.key + u'.'));
+  };
+  const auto line = std::ranges::find_if(lines_, isMeant);
   return line == lines_.end() ? nullptr : line->get();
 }
 
 void EditorWindow::showFault(const QString& sentence) {
-  if (Line* line = faultyLine()) {
+  if (Line* line = faultyLine(sentence)) {
     line->row->setFault(sentence);
     line->control->setFaulty(true);
     line->control->setFocus(Qt::OtherFocusReason);
@@ -260,7 +266,8 @@ void EditorWindow::showEvent(QShowEvent* event) {
   fit();
   if (focusWidget()) return;
   // What one comes for stands first; the title is rarely it.
-  (lines_.empty() ? static_cast<QWidget*>(title_) : lines_.front()->control)->setFocus(Qt::OtherFocusReason);
+  const auto first = std::ranges::find_if(lines_, [](const auto& line) { return line->control->isEnabled(); });
+  (first == lines_.end() ? static_cast<QWidget*>(title_) : (*first)->control)->setFocus(Qt::OtherFocusReason);
 }
 
 bool EditorWindow::eventFilter(QObject* watched, QEvent* event) {

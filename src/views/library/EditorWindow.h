@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "apps/InstalledApps.h"
+#include "store/UndoableEdits.h"
 #include "store/WidgetEditor.h"
 #include "views/library/EditorFields.h"
 #include "views/library/WidgetPreviews.h"
@@ -21,7 +22,8 @@ class TilePreview;
 
 /// What the editor asks of the rest of the program. What is borrowed outlives the window.
 struct EditorServices {
-  InstalledApps* apps = nullptr;  ///< Required.
+  InstalledApps* apps = nullptr;   ///< Required.
+  UndoableEdits* edits = nullptr;  ///< Required: what is saved can be taken back.
   PreviewSources previews;
   /// What the rules ask. Each function that is left empty gets a plain answer.
   WidgetEditor::Hooks rules{};
@@ -67,7 +69,7 @@ class EditorWindow final : public AppWindow {
   void follow();
   void showFault(const QString& sentence);
   void clearFaults();
-  Line* faultyLine();
+  Line* faultyLine(const QString& sentence);
   void fit();
 
   AppStore& store_;

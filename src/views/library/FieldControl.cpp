@@ -192,12 +192,12 @@ FieldControl* FieldControl::make(const EditorField& field, const FieldServices& 
       return new ChoiceControl(field);
     case FieldShape::Zone:
     case FieldShape::Zones:
-      return new ZoneField(field.shape == FieldShape::Zones);
+      return new ZoneField(field.shape == FieldShape::Zones, field.placeholder);
     case FieldShape::Application:
     case FieldShape::Applications:
       return new AppField(services, field.shape == FieldShape::Applications);
     case FieldShape::Folder:
-      return new FolderField;
+      return new FolderField(field.placeholder);
     case FieldShape::Toggles:
       return new TogglesControl;
   }

@@ -172,10 +172,6 @@ bool LibraryWindow::eventFilter(QObject* watched, QEvent* event) {
   return AppWindow::eventFilter(watched, event);
 }
 
-void LibraryWindow::undo() {
-  if (services_.undo) services_.undo();
-}
-
 // --- Where it goes --------------------------------------------------------------------------------------------------
 
 void LibraryWindow::setTarget(const QString& display) {

@@ -21,8 +21,6 @@ struct LibraryServices {
   InstalledApps* apps = nullptr;   ///< Required.
   UndoableEdits* edits = nullptr;  ///< Required: what is added can be taken back.
   PreviewSources previews;
-  /// Takes the newest change of a dock back.
-  std::function<void()> undo;
   /// Opens the form of a widget. Empty where there is none.
   std::function<void(const QUuid& widget)> openEditor;
 };
@@ -39,9 +37,7 @@ class LibraryWindow final : public AppWindow {
   void showCategory(const QString& category);
   /// Chooses the profile that a display's dock shows as the one to add to; an empty text means the active one.
   void setTarget(const QString& display);
-
- public Q_SLOTS:
-  void undo() override;
+  void setTargetProfile(const QUuid& profile) { chooseTarget(profile); }
 
  protected:
   void showEvent(QShowEvent* event) override;

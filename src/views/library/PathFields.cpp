@@ -88,9 +88,11 @@ void AppField::take(const QString& path) {
   Q_EMIT changed();
 }
 
-FolderField::FolderField() : rows_(FieldRows::column()), choose_(new Button(say("Choose Folder…"))) {
+FolderField::FolderField(const QString& usual)
+    : usual_(usual), rows_(FieldRows::column()), choose_(new Button(say("Choose Folder…"))) {
   fill(*this, *rows_, *choose_);
   connect(choose_, &QPushButton::clicked, this, &FolderField::choose);
+  showFolder();
 }
 
 void FolderField::setValue(const QString& value) {
@@ -101,11 +103,19 @@ void FolderField::setValue(const QString& value) {
 
 void FolderField::showFolder() {
   FieldRows::clear(*rows_);
-  if (path_.isEmpty()) return;
-  const QString name = QFileInfo(path_).fileName();
-  auto* row = new ListRow(name.isEmpty() ? path_ : name);
+  const QString path = path_.isEmpty() ? usual_ : path_;
+  if (path.isEmpty()) return;
+  const QString name = QFileInfo(path).fileName();
+  auto* row = new ListRow(name.isEmpty() ? path : name);
   row->setSymbol(u"folder"_s);
-  row->setCaption(shortened(path_));
+  row->setCaption(shortened(path));
+  if (!usual_.isEmpty() && !path_.isEmpty())
+    FieldRows::addRemoval(*row, say("Use Default"), [this] {
+      path_.clear();
+      showFolder();
+      choose_->setFocus(Qt::OtherFocusReason);
+      Q_EMIT changed();
+    });
   rows_->addWidget(row);
 }
 

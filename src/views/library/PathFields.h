@@ -33,7 +33,8 @@ class AppField final : public FieldControl {
 class FolderField final : public FieldControl {
   Q_OBJECT
  public:
-  FolderField();
+  /// `usual` is what stands for an option that is left away; empty for nothing.
+  explicit FolderField(const QString& usual);
 
   QString value() const override { return path_; }
   void setValue(const QString& value) override;
@@ -42,6 +43,7 @@ class FolderField final : public FieldControl {
   void showFolder();
   void choose();
 
+  QString usual_;
   QString path_;
   QVBoxLayout* rows_;
   Button* choose_;

@@ -24,7 +24,7 @@ QString say(const char* text) { return QCoreApplication::translate("Library", te
 
 }  // namespace
 
-ZoneField::ZoneField(bool several)
+ZoneField::ZoneField(bool several, const QString& placeholder)
     : several_(several),
       chosen_(FieldRows::column()),
       field_(new SearchField(several ? say("Add a city or time zone") : say("Choose a city or time zone"))),
@@ -38,6 +38,7 @@ ZoneField::ZoneField(bool several)
   column->addLayout(matches_);
   column->addWidget(message_);
   message_->hide();
+  if (!placeholder.isEmpty()) field_->setPlaceholderText(placeholder);
   setFocusProxy(field_);
   field_->installEventFilter(this);
   connect(field_, &QLineEdit::textChanged, this, &ZoneField::search);

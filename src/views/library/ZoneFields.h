@@ -17,7 +17,7 @@ class ZoneField final : public FieldControl {
  public:
   static constexpr qsizetype kMostZones = 8;
 
-  explicit ZoneField(bool several);
+  explicit ZoneField(bool several, const QString& placeholder = {});
 
   QString value() const override { return zones_.join(u','); }
   void setValue(const QString& value) override;

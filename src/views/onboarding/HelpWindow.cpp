@@ -70,7 +70,10 @@ HelpWindow::HelpWindow(AppStore& store, const DesktopAbilities& abilities) : App
             {QT_TRANSLATE_NOOP("Help", "Return or Space"), QT_TRANSLATE_NOOP("Help", "Does what a click does.")},
             {QT_TRANSLATE_NOOP("Help", "Menu key or Shift+F10"), QT_TRANSLATE_NOOP("Help", "Opens the tile's menu.")},
             {QT_TRANSLATE_NOOP("Help", "Ctrl+F10"), QT_TRANSLATE_NOOP("Help", "Opens the dock's menu.")},
-            {QT_TRANSLATE_NOOP("Help", "Escape"), QT_TRANSLATE_NOOP("Help", "Gives the keyboard back.")}});
+            {QT_TRANSLATE_NOOP("Help", "Escape"), QT_TRANSLATE_NOOP("Help", "Gives the keyboard back.")},
+            {QT_TRANSLATE_NOOP("Help", "Ctrl+Z"),
+             QT_TRANSLATE_NOOP(
+                 "Help", "Takes the last change of the tiles back. It works in every window of Tarnwick, too.")}});
   addPlain(
       *page, QT_TRANSLATE_NOOP("Help", "With the pointer"),
       {{QT_TRANSLATE_NOOP("Help", "Click"),
@@ -80,9 +83,10 @@ HelpWindow::HelpWindow(AppStore& store, const DesktopAbilities& abilities) : App
         QT_TRANSLATE_NOOP("Help", "Opens the menu of a tile or of the dock.")},
        {QT_TRANSLATE_NOOP("Help", "Drag a tile"), QT_TRANSLATE_NOOP("Help", "Moves it to another place.")},
        {QT_TRANSLATE_NOOP("Help", "Drop files"),
-        QT_TRANSLATE_NOOP("Help",
-                          "On an application they open in it, on the trash they go there, on empty space they become a "
-                          "tile. Removals and drops can be undone for eight seconds.")},
+        QT_TRANSLATE_NOOP(
+            "Help",
+            "On an application they open in it, on the trash they go there. Elsewhere they go to the file "
+            "shelf, or become a tile where there is none.")},
        {QT_TRANSLATE_NOOP("Help", "Wheel"),
         QT_TRANSLATE_NOOP("Help", "Over an application it goes through its windows, elsewhere it scrolls the dock.")},
        {QT_TRANSLATE_NOOP("Help", "Drag empty space"), QT_TRANSLATE_NOOP("Help", "Switches to the next profile.")}});

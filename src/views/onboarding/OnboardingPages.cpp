@@ -256,9 +256,9 @@ void fill(Card* card, AppStore& store, const DesktopAbilities& abilities) {
            words(QT_TRANSLATE_NOOP("Onboarding",
                                    "Three layouts send it away while Tarnwick runs, and always give it back.")),
            abilities.systemDock);
-  const QString login = words(QT_TRANSLATE_NOOP("Onboarding", "Start at login"));
+  const QString login = words(QT_TRANSLATE_NOOP("Onboarding", "Launch at login"));
   card->addRow(login, makeSwitch(store, login, &DockConfiguration::launchAtLogin),
-               words(QT_TRANSLATE_NOOP("Onboarding", "The dock is there when you are.")));
+               words(QT_TRANSLATE_NOOP("Onboarding", "Starts Tarnwick when you log in.")));
 }
 
 }  // namespace

@@ -65,6 +65,7 @@ OnboardingWindow::OnboardingWindow(AppStore& store, OnboardingServices services,
       store_(store),
       pages_(new QStackedWidget),
       dots_(new PageDots(kPages)),
+      later_(new Button(tr("Later"))),
       back_(new Button(tr("Back"))),
       on_(new Button(tr("Continue"), Button::Role::Primary)) {
   auto* body = new QWidget;
@@ -84,7 +85,7 @@ OnboardingWindow::OnboardingWindow(AppStore& store, OnboardingServices services,
   row->setSpacing(8);
   row->addWidget(dots_);
   row->addStretch();
-  for (Button* button : {back_, on_}) {
+  for (Button* button : {later_, back_, on_}) {
     button->setFixedHeight(kButtonHeight);
     row->addWidget(button);
   }
@@ -93,6 +94,7 @@ OnboardingWindow::OnboardingWindow(AppStore& store, OnboardingServices services,
   column->addWidget(footer);
   setContent(nullptr, body);
 
+  connect(later_, &QPushButton::clicked, this, &QWidget::close);
   connect(back_, &QPushButton::clicked, this, [this] { turnTo(this->page() - 1); });
   connect(on_, &QPushButton::clicked, this, &OnboardingWindow::goOn);
   resize(kWindow);
@@ -117,6 +119,7 @@ void OnboardingWindow::turnTo(int page) {
   if (page < 0 || page >= kPages) return;
   pages_->setCurrentIndex(page);
   dots_->setPage(page);
+  later_->setVisible(page + 1 < kPages);
   back_->setVisible(page > 0);
   on_->setLabel(page + 1 == kPages ? tr("Done") : tr("Continue"));
   on_->setFocus(Qt::NoFocusReason);

@@ -48,6 +48,7 @@ class OnboardingWindow final : public AppWindow {
   AppStore& store_;
   QStackedWidget* pages_;
   PageDots* dots_;
+  Button* later_;
   Button* back_;
   Button* on_;
 };

@@ -91,7 +91,9 @@ class AppearancePage final : public SettingsPage {
                                   QT_TRANSLATE_NOOP("Settings", "A thin line along the edge of that ground.")},
                                  {[](const DockConfiguration& config) { return config.tileBorders.value_or(true); },
                                   [](DockConfiguration& config, const bool& on) { config.tileBorders = on; }});
-    showWhile(borders, [](const DockConfiguration& config) { return config.tiles; });
+    showWhile(
+        borders, [](const DockConfiguration& config) { return config.tiles; },
+        settingsText(QT_TRANSLATE_NOOP("Settings", "Only for tiles with a fill.")));
     addSegments(card, {QT_TRANSLATE_NOOP("Settings", "Widget colors")},
                 {[](const DockConfiguration& config) { return config.monochrome ? u"true"_s : u"false"_s; },
                  [](DockConfiguration& config, const QString& value) { config.monochrome = value == "true"_L1; }},

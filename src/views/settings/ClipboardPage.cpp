@@ -8,7 +8,7 @@ namespace tarnwick {
 SettingsPage* makeClipboardPage(AppStore& store, const SettingsServices&) {
   auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Clipboard")), store);
   Card& card = *page->addCard();
-  page->addSwitch(
+  FormRow* history = page->addSwitch(
       card,
       {QT_TRANSLATE_NOOP("Settings", "Clipboard history"),
        QT_TRANSLATE_NOOP("Settings",
@@ -16,11 +16,8 @@ SettingsPage* makeClipboardPage(AppStore& store, const SettingsServices&) {
                          "exported."),
        QT_TRANSLATE_NOOP("Settings", "copy paste")},
       settingField(&DockConfiguration::clipboardEnabled));
-  auto* concealed = new FormRow(
-      settingsText(QT_TRANSLATE_NOOP("Settings", "Passwords")), nullptr,
-      settingsText(QT_TRANSLATE_NOOP(
-          "Settings", "Copies that apps mark as concealed — what password managers use — are never recorded.")));
-  page->addOther(card, concealed, concealed->label());
+  history->setUnavailable(
+      settingsText(QT_TRANSLATE_NOOP("Settings", "Clipboard history is not part of this version yet.")));
   return page;
 }
 

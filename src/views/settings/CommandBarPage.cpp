@@ -10,7 +10,7 @@ SettingsPage* makeCommandBarPage(AppStore& store, const SettingsServices& servic
   auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Command Bar")), store);
   Card& card = *page->addCard();
   addShortcutRow(*page, card, services, Shortcut::CommandBar);
-  const bool isThere = !services.commandBarKey || services.commandBarKey().has_value();
+  const bool isThere = !services.hasCommandBar || services.hasCommandBar();
   auto* about = isThere
                     ? new FormRow(settingsText(QT_TRANSLATE_NOOP("Settings", "What it does")), nullptr,
                                   settingsText(QT_TRANSLATE_NOOP("Settings",

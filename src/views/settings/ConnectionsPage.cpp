@@ -1,7 +1,10 @@
 #include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "config/CalendarFolders.h"
 #include "store/AppStore.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Labels.h"
@@ -62,16 +65,49 @@ QWidget* makeEmptyState(const SettingsServices& services) {
   };
   line(QT_TRANSLATE_NOOP("Settings", "No service is connected"), TextStyle::Title, Tone::Primary);
   line(QT_TRANSLATE_NOOP("Settings",
-                         "A widget that shows what a service tells is connected in its own form. It is "
-                         "listed here once it is."),
+                         "Connections to services are not part of this version yet. What a widget's form "
+                         "holds of one is kept."),
        TextStyle::Caption, Tone::Secondary);
   if (services.addWidgets) {
     auto* add = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Add Widgets…")));
-    QObject::connect(add, &QPushButton::clicked, empty, [&services] { services.addWidgets(); });
+    QObject::connect(add, &QPushButton::clicked, empty, [&services] { services.addWidgets({}); });
     column->addSpacing(theme::kCardRowPadding);
     column->addWidget(add, 0, Qt::AlignHCenter);
   }
   return empty;
+}
+
+/// Folders of calendar files, beside the places where calendars are looked for anyway.
+void addCalendars(SettingsPage& page, const SettingsServices& services) {
+  Card& card = *page.addCard(settingsText(QT_TRANSLATE_NOOP("Settings", "Calendars")));
+  auto* list = new OrderList(settingsText(QT_TRANSLATE_NOOP("Settings", "Calendar folders")));
+  list->setDragDropMode(QAbstractItemView::NoDragDrop);
+  list->setActions(
+      {{u"remove"_s, u"trash"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Remove")), QKeySequence(Qt::Key_Delete)}});
+  QObject::connect(list, &OrderList::actionRequested, &page, [&page](const QString& folder) {
+    page.edit([&](DockConfiguration& config) { CalendarFolders::remove(config, folder); });
+  });
+  page.addOther(card, list, settingsText(QT_TRANSLATE_NOOP("Settings", "calendar folder reminders events")));
+  page.showWhile(list, [](const DockConfiguration& config) { return !CalendarFolders::of(config).isEmpty(); });
+  page.follow([list](const DockConfiguration& config) {
+    QList<OrderItem> items;
+    for (const QString& folder : CalendarFolders::of(config))
+      items.append({folder, QFileInfo(folder).fileName(), QDir::toNativeSeparators(folder), u"folder"_s});
+    list->setItems(items);
+  });
+  Button* add = nullptr;
+  if (services.addCalendarFolder) {
+    add = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Add Folder…")));
+    QObject::connect(add, &QPushButton::clicked, &page, [&services] { services.addCalendarFolder(); });
+  }
+  page.addControl(
+      card,
+      {QT_TRANSLATE_NOOP("Settings", "Calendar folders"),
+       QT_TRANSLATE_NOOP("Settings",
+                         "Calendars of this desktop are found by themselves. Folders of calendar files that "
+                         "lie elsewhere are added here."),
+       QT_TRANSLATE_NOOP("Settings", "events reminders ics")},
+      add);
 }
 
 }  // namespace
@@ -102,6 +138,7 @@ SettingsPage* makeConnectionsPage(AppStore& store, const SettingsServices& servi
     }
     list->setItems(items);
   });
+  addCalendars(*page, services);
   return page;
 }
 

@@ -2,6 +2,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHBoxLayout>
 #include <QStandardPaths>
 #include <array>
 
@@ -44,7 +45,7 @@ class GeneralPage final : public SettingsPage {
                    QT_TRANSLATE_NOOP("Settings", "Tells when a timer ends, a habit waits or a break is due.")},
                   settingField(&DockConfiguration::notificationsEnabled));
     if (services_.notifications)
-      if (const Capability can = services_.notifications(); !can) notifications->setHelp(can.reason);
+      if (const Capability can = services_.notifications(); !can) notifications->setUnavailable(can.reason);
     addSwitch(card,
               {QT_TRANSLATE_NOOP("Settings", "Show menu bar icon"),
                QT_TRANSLATE_NOOP("Settings", "The icon among those of the system opens the dock’s own panel."),
@@ -54,26 +55,41 @@ class GeneralPage final : public SettingsPage {
                                  {QT_TRANSLATE_NOOP("Settings", "Classic menu"),
                                   QT_TRANSLATE_NOOP("Settings", "The icon opens a plain menu instead of the panel.")},
                                  settingField(&DesktopOptions::classicMenu));
-    showWhile(classic, [](const DockConfiguration& config) { return config.desktopOptions().showMenuBarIcon; });
+    showWhile(
+        classic, [](const DockConfiguration& config) { return config.desktopOptions().showMenuBarIcon; },
+        settingsText(QT_TRANSLATE_NOOP("Settings", "Only while the menu bar icon is shown.")));
   }
 
   void addWidgetSettings() {
     Card& card = *addCard();
-    addDropDown(card, {QT_TRANSLATE_NOOP("Settings", "Temperature"), "", QT_TRANSLATE_NOOP("Settings", "unit weather")},
-                {[](const DockConfiguration& config) {
-                   return config.temperatureUnit.value_or(config.fahrenheit ? u"fahrenheit"_s : u"celsius"_s);
-                 },
-                 [](DockConfiguration& config, const QString& unit) { config.temperatureUnit = unit; }},
-                kUnits);
+    FormRow* units = addDropDown(
+        card, {QT_TRANSLATE_NOOP("Settings", "Temperature"), "", QT_TRANSLATE_NOOP("Settings", "unit weather")},
+        {[](const DockConfiguration& config) {
+           return config.temperatureUnit.value_or(config.fahrenheit ? u"fahrenheit"_s : u"celsius"_s);
+         },
+         [](DockConfiguration& config, const QString& unit) { config.temperatureUnit = unit; }},
+        kUnits);
+    units->setUnavailable(settingsText(QT_TRANSLATE_NOOP("Settings", "Weather is not part of this version yet.")));
     addSwitch(card,
               {QT_TRANSLATE_NOOP("Settings", "Open folders in Finder"),
                QT_TRANSLATE_NOOP("Settings", "Pinned folders open in the file manager instead of their gallery.")},
               settingField(&DockConfiguration::foldersInFinder));
+    auto* buttons = new QWidget;
+    auto* line = new QHBoxLayout(buttons);
+    line->setContentsMargins(0, 0, 0, 0);
+    auto* usual = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Use Default")));
     auto* choose = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Choose…")));
+    line->addWidget(usual);
+    line->addWidget(choose);
+    connect(usual, &QPushButton::clicked, this, [this, choose] {
+      choose->setFocus(Qt::OtherFocusReason);
+      edit([](DockConfiguration& config) { config.screenshotFolder.clear(); });
+    });
     FormRow* folder = addControl(
         card, {QT_TRANSLATE_NOOP("Settings", "Screenshots"), "", QT_TRANSLATE_NOOP("Settings", "folder pictures")},
-        choose);
-    follow([folder](const DockConfiguration& config) {
+        buttons);
+    follow([folder, usual](const DockConfiguration& config) {
+      usual->setVisible(!config.screenshotFolder.isEmpty());
       folder->setHelp(config.screenshotFolder.isEmpty()
                           ? settingsText(QT_TRANSLATE_NOOP("Settings", "Where the desktop saves them."))
                           : QDir::toNativeSeparators(config.screenshotFolder));
@@ -148,7 +164,7 @@ class GeneralPage final : public SettingsPage {
     dialog->setFileMode(QFileDialog::ExistingFile);
     connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& path) {
       store().clearError();
-      store().importConfiguration(path);
+      services_.edits->importConfiguration(path);
       say(*imported_, kImportHelp, QT_TRANSLATE_NOOP("Settings", "Took everything from “%1”."), path);
     });
     dialog->open();

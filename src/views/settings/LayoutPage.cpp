@@ -76,7 +76,7 @@ class LayoutPage final : public SettingsPage {
     QList<LayoutCard*> group;
     for (const DockLayout layout : kDockLayouts) {
       auto* card = new LayoutCard(layout, LayoutCard::Size::Small, cards);
-      card->setReduceMotion(services_.reduceMotion);
+      card->setReduceMotion(services_.reducesMotion && services_.reducesMotion());
       const int index = static_cast<int>(group.size());
       grid->addWidget(card, index / kColumns, index % kColumns);
       connect(card, &LayoutCard::chosen, this,

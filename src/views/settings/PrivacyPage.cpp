@@ -3,7 +3,6 @@
 
 #include "store/AppStore.h"
 #include "views/controls/Buttons.h"
-#include "views/controls/Switch.h"
 #include "views/settings/Pages.h"
 
 namespace tarnwick {
@@ -19,8 +18,7 @@ void addCapture(SettingsPage& page, Card& card, const SettingsServices& services
                                 settingField(&DesktopOptions::hideFromScreenCapture));
   const Capability can = services.captureProtection ? services.captureProtection() : Capability::yes();
   if (can) return;
-  row->setHelp(can.reason);
-  row->findChild<Switch*>()->setEnabled(false);
+  row->setUnavailable(can.reason);
 }
 
 }  // namespace
@@ -40,8 +38,8 @@ SettingsPage* makePrivacyPage(AppStore& store, const SettingsServices& services)
   auto* said = new FormRow(
       settingsText(QT_TRANSLATE_NOOP("Settings", "Nothing is sent")), nullptr,
       settingsText(QT_TRANSLATE_NOOP("Settings",
-                                     "Tarnwick has no account and counts nothing. It asks a service only for a widget "
-                                     "that you connected to it, and for the weather of the place that you chose.")));
+                                     "Tarnwick has no account and counts nothing. This version asks no service on the "
+                                     "network for anything.")));
   page->addOther(card, said, said->label());
   return page;
 }

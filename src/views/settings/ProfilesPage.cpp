@@ -258,7 +258,10 @@ class ProfilesPage final : public SettingsPage {
       if (std::ranges::none_of(known, [&](const KnownDisplay& each) { return each.id == id; }))
         known.append({id, config.desktopOptions().displayNames.value(id, id), false});
     for (const KnownDisplay& display : known)
-      if (!pins_.contains(display.id)) pins_[display.id] = addPin(display);
+      if (!pins_.contains(display.id))
+        pins_[display.id] = addPin(display);
+      else
+        qobject_cast<FormRow*>(pins_[display.id]->parentWidget())->setLabel(display.words());
     for (auto pin = pins_.cbegin(); pin != pins_.cend(); ++pin) showPin(pin.key(), **pin, config);
   }
 

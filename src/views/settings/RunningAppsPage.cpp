@@ -30,7 +30,9 @@ SettingsPage* makeRunningAppsPage(AppStore& store, const SettingsServices&) {
                                      {QT_TRANSLATE_NOOP("Settings", "Place in the dock"),
                                       QT_TRANSLATE_NOOP("Settings", "Where they stand among the widgets.")},
                                      settingField(&DesktopOptions::runningAppsPlacement), kPlaces);
-  page->showWhile(place, [](const DockConfiguration& config) { return config.liveApps; });
+  page->showWhile(
+      place, [](const DockConfiguration& config) { return config.liveApps; },
+      settingsText(QT_TRANSLATE_NOOP("Settings", "Only while running apps are shown.")));
   page->addSwitch(card,
                   {QT_TRANSLATE_NOOP("Settings", "Show pinned windows"),
                    QT_TRANSLATE_NOOP("Settings", "Tiles of windows that you pinned to the dock.")},

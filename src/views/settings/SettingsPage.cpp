@@ -39,13 +39,13 @@ void SettingsPage::edit(const std::function<void(DockConfiguration&)>& change) {
 FormRow* SettingsPage::addControl(Card& card, const SettingText& text, QWidget* control) {
   FormRow* row = card.addRow(settingsText(text.label), control, settingsText(text.help));
   row->setSearchWords({settingsText(text.words), card.accessibleName()});
-  rows_.append({row, {}, {}});
+  rows_.append({.widget = row});
   return row;
 }
 
 void SettingsPage::addOther(Card& card, QWidget* row, const QString& words) {
   card.add(row);
-  rows_.append({row, words + u' ' + card.accessibleName(), {}});
+  rows_.append({.widget = row, .words = words + u' ' + card.accessibleName()});
 }
 
 FormRow* SettingsPage::addSwitch(Card& card, const SettingText& text, const SettingField<bool>& field) {
@@ -122,9 +122,11 @@ void SettingsPage::follow(std::function<void(const DockConfiguration&)> show) {
   followers_.append(std::move(show));
 }
 
-void SettingsPage::showWhile(QWidget* row, std::function<bool(const DockConfiguration&)> applies) {
+void SettingsPage::showWhile(QWidget* row, std::function<bool(const DockConfiguration&)> applies,
+                             const QString& otherwise) {
   const auto at = std::ranges::find(rows_, row, &Row::widget);
   if (at == rows_.end()) return;
+  at->otherwise = otherwise;
   at->applies = std::move(applies);
   row->setVisible(at->applies(store_.config()) && isFound(*at));
 }
@@ -137,14 +139,37 @@ void SettingsPage::refresh() {
 }
 
 bool SettingsPage::isFound(const Row& row) const {
-  if (search_.isEmpty() || matchesSearch(heading(), search_)) return true;
+  return search_.isEmpty() || matchesSearch(heading(), search_) || matches(row);
+}
+
+bool SettingsPage::matches(const Row& row) const {
   const auto* form = qobject_cast<const FormRow*>(row.widget);
   return form && row.words.isEmpty() ? form->matches(search_) : matchesSearch(row.words, search_);
 }
 
+QString SettingsPage::whatItIsFor(const Row& row) const {
+  if (!row.otherwise.isEmpty()) return row.otherwise;
+  QStringList names;
+  DockConfiguration config = store_.config();
+  for (const DockLayout layout : kDockLayouts) {
+    config.layout = layout;
+    if (row.applies(config)) names << label(layout);
+  }
+  return names.isEmpty()
+             ? QString()
+             : settingsText(QT_TRANSLATE_NOOP("Settings", "Only for %1.")).arg(locale().createSeparatedList(names));
+}
+
 void SettingsPage::arrange() {
-  for (const Row& row : rows_) {
-    const bool shown = (!row.applies || row.applies(store_.config())) && isFound(row);
+  for (Row& row : rows_) {
+    const bool applies = !row.applies || row.applies(store_.config());
+    auto* form = qobject_cast<FormRow*>(row.widget);
+    const QString why = form && !applies && !search_.isEmpty() && matches(row) ? whatItIsFor(row) : QString();
+    if (why != row.unavailable) {
+      row.unavailable = why;
+      form->setUnavailable(why);
+    }
+    const bool shown = applies ? isFound(row) : !why.isEmpty();
     if (shown == row.widget->isHidden()) row.widget->setVisible(shown);
   }
 }

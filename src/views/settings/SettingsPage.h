@@ -60,8 +60,10 @@ class SettingsPage : public CardPage {
 
   /// Runs now, and whenever the settings changed while the page is seen or has changed unseen and is shown again.
   void follow(std::function<void(const DockConfiguration& config)> show);
-  /// Shows the row only while that is so.
-  void showWhile(QWidget* row, std::function<bool(const DockConfiguration& config)> applies);
+  /// Shows the row only while that is so. A search finds it all the same, out of use and with a sentence that says what
+  /// it is for: `otherwise`, else the layouts under which it applies.
+  void showWhile(QWidget* row, std::function<bool(const DockConfiguration& config)> applies,
+                 const QString& otherwise = {});
 
   /// Leaves the rows that match; an empty search shows all again. Gives how many are left.
   int search(const QString& words);
@@ -73,11 +75,15 @@ class SettingsPage : public CardPage {
  private:
   struct Row {
     QWidget* widget;
-    QString words;  ///< Of a row of another shape.
-    std::function<bool(const DockConfiguration&)> applies;
+    QString words{};  ///< Of a row of another shape.
+    std::function<bool(const DockConfiguration&)> applies{};
+    QString otherwise{};
+    QString unavailable{};  ///< What it says now of why it is out of use.
   };
 
   bool isFound(const Row& row) const;
+  bool matches(const Row& row) const;
+  QString whatItIsFor(const Row& row) const;
   void arrange();
 
   AppStore& store_;

@@ -18,11 +18,12 @@ struct SettingsServices {
   UndoableEdits* edits = nullptr;  ///< Required: a widget that is removed can be taken back.
   Screens* screens = nullptr;      ///< Names the displays. Without it only those in the settings are known.
 
-  /// Takes the newest change of a dock back.
-  std::function<void()> undo{};
-  std::function<void()> addWidgets{};
+  /// Opens the library with a profile to add to; a null one means the active one.
+  std::function<void(const QUuid& profile)> addWidgets{};
   /// Opens the form of a widget.
   std::function<void(const QUuid& widget)> openEditor{};
+  /// Asks for a folder of calendar files and adds it to the settings.
+  std::function<void()> addCalendarFolder{};
   std::function<void()> continueSetup{};
   std::function<void()> restoreSystemDock{};
   /// Shows a folder in the file manager.
@@ -34,8 +35,10 @@ struct SettingsServices {
   /// True while a key is being recorded: the program's own keys must reach the window then, so they are given back to
   /// the desktop; false takes them anew.
   std::function<void(bool recording)> recordsKeys{};
-  /// The key that opens the command bar now, as a person reads it: empty while none does, absent while there is no
-  /// command bar.
+  /// Whether there is a command bar to open.
+  std::function<bool()> hasCommandBar{};
+  /// The key that opens the command bar now, as a person reads it: empty while none does, absent while it is switched
+  /// off or there is none.
   std::function<std::optional<QString>()> commandBarKey{};
 
   std::function<Capability()> keys{};
@@ -44,7 +47,7 @@ struct SettingsServices {
   std::function<Capability()> notifications{};
   std::function<Capability()> captureProtection{};  ///< Whether windows can be left out of pictures of the screen.
 
-  bool reduceMotion = false;
+  std::function<bool()> reducesMotion{};  ///< Whether pictures stand still.
 };
 
 }  // namespace tarnwick

@@ -31,14 +31,14 @@ struct Section {
 
 constexpr auto kSections = std::to_array<Section>({
     {"general", QT_TRANSLATE_NOOP("Settings", "General"), "slider.horizontal.3", makeGeneralPage},
-    {"layout", QT_TRANSLATE_NOOP("Settings", "Layout & Displays"), "dock.rectangle", makeLayoutPage},
     {"appearance", QT_TRANSLATE_NOOP("Settings", "Appearance"), "paintpalette", makeAppearancePage},
+    {"layout", QT_TRANSLATE_NOOP("Settings", "Layout & Displays"), "dock.rectangle", makeLayoutPage},
     {"profiles", QT_TRANSLATE_NOOP("Settings", "Profiles"), "person.2", makeProfilesPage},
-    {"runningApps", QT_TRANSLATE_NOOP("Settings", "Running Apps"), "square.grid.2x2", makeRunningAppsPage},
     {"widgets", QT_TRANSLATE_NOOP("Settings", "Widgets"), "macwindow.on.rectangle", makeWidgetsPage},
+    {"runningApps", QT_TRANSLATE_NOOP("Settings", "Running Apps"), "square.grid.2x2", makeRunningAppsPage},
     {"commandBar", QT_TRANSLATE_NOOP("Settings", "Command Bar"), "magnifyingglass", makeCommandBarPage},
-    {"clipboard", QT_TRANSLATE_NOOP("Settings", "Clipboard"), "doc.on.clipboard", makeClipboardPage},
     {"shortcuts", QT_TRANSLATE_NOOP("Settings", "Shortcuts"), "keyboard", makeShortcutsPage},
+    {"clipboard", QT_TRANSLATE_NOOP("Settings", "Clipboard"), "doc.on.clipboard", makeClipboardPage},
     {"connections", QT_TRANSLATE_NOOP("Settings", "Connections"), "link", makeConnectionsPage},
     {"privacy", QT_TRANSLATE_NOOP("Settings", "Privacy"), "lock", makePrivacyPage},
     {"about", QT_TRANSLATE_NOOP("Settings", "About"), "info.circle", makeAboutPage},
@@ -147,10 +147,6 @@ void SettingsWindow::search() {
   }
   nothing_->setText(items.isEmpty() ? tr("No setting matches “%1”.").arg(words) : QString());
   items.isEmpty() ? stack_->setCurrentWidget(nothing_) : turnTo(side_->chosen());
-}
-
-void SettingsWindow::undo() {
-  if (services_.undo) services_.undo();
 }
 
 void SettingsWindow::showEvent(QShowEvent* event) {

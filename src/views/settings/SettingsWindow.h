@@ -22,15 +22,12 @@ class SettingsWindow final : public AppWindow {
   SettingsWindow(AppStore& store, SettingsServices services);
   ~SettingsWindow() override;
 
-  /// The sections by name, in their order: "general", "layout", "appearance", "profiles", "runningApps", "widgets",
-  /// "commandBar", "clipboard", "shortcuts", "connections", "privacy", "about".
+  /// The sections by name, in their order: "general", "appearance", "layout", "profiles", "widgets", "runningApps",
+  /// "commandBar", "shortcuts", "clipboard", "connections", "privacy", "about".
   static QStringList sections();
   /// Shows one; an unknown name changes nothing.
   void showSection(const QString& section);
   QString section() const;
-
- public Q_SLOTS:
-  void undo() override;
 
  protected:
   void showEvent(QShowEvent* event) override;

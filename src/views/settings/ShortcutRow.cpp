@@ -160,12 +160,16 @@ FormRow* addShortcutRow(SettingsPage& page, Card& card, const SettingsServices& 
     if (services.recordsKeys) services.recordsKeys(false);
     if (why.isEmpty()) store(page, shortcut, wish);
   });
-  page.follow([field, enabled, row, shortcut, words, &services](const DockConfiguration& config) {
+  const Capability can = services.keys ? services.keys() : Capability::yes();
+  page.follow([field, enabled, row, can, shortcut, words, &services](const DockConfiguration& config) {
     const DesktopOptions options = config.desktopOptions();
     enabled->setChecked(options.*words.enabled);
     field->setKey(keyOf(options, words));
-    field->setEnabled(options.*words.enabled);
-    if (shortcut == Shortcut::CommandBar) row->setHelp(commandBarKeyNote(options, services));
+    field->setEnabled(can && options.*words.enabled);
+    if (!can)
+      row->setHelp(can.reason);
+    else if (shortcut == Shortcut::CommandBar)
+      row->setHelp(commandBarKeyNote(options, services));
   });
   return row;
 }

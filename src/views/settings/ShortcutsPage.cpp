@@ -15,8 +15,8 @@ SettingsPage* makeShortcutsPage(AppStore& store, const SettingsServices& service
     page->addOther(*page->addCard(), why, can.reason);
   }
   Card& card = *page->addCard();
-  for (const Shortcut each : {Shortcut::Dock, Shortcut::CommandBar, Shortcut::Profiles})
-    addShortcutRow(*page, card, services, each)->setEnabled(static_cast<bool>(can));
+  // That of the command bar stands in its own section.
+  for (const Shortcut each : {Shortcut::Dock, Shortcut::Profiles}) addShortcutRow(*page, card, services, each);
   auto* note =
       makeSentence(settingsText(QT_TRANSLATE_NOOP("Settings",
                                                   "Press a shortcut here, then the keys that it should have. They work "

@@ -60,7 +60,7 @@ class WidgetsPage final : public SettingsPage {
     connect(list_, &OrderList::moved, this, [this](const QString& id, int to) {
       const auto at = std::ranges::find(list_->items(), id, &OrderItem::id);
       const qsizetype from = at - list_->items().begin();
-      store().move(QUuid::fromString(id), static_cast<int>(to - from));
+      services_.edits->move(QUuid::fromString(id), static_cast<int>(to - from));
     });
     addOther(card, list_, settingsText(QT_TRANSLATE_NOOP("Settings", "Widgets order remove edit dock tiles")));
     empty_ = new TextLabel(settingsText(QT_TRANSLATE_NOOP("Settings", "This dock is empty.")), TextStyle::Body,
@@ -73,8 +73,9 @@ class WidgetsPage final : public SettingsPage {
 
     auto* add = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Add Widgets…")));
     add->setSymbol(u"plus"_s);
-    add->setVisible(static_cast<bool>(services_.addWidgets));
-    connect(add, &QPushButton::clicked, this, [this] { services_.addWidgets(); });
+    if (!services_.addWidgets) add->hide();
+    connect(add, &QPushButton::clicked, this,
+            [this] { services_.addWidgets(QUuid::fromString(choice_->chosenValue())); });
     count_ = addControl(card, {QT_TRANSLATE_NOOP("Settings", "On this dock"), "", "add library"}, add);
   }
 

@@ -74,6 +74,10 @@ void AppWindow::present() {
   activateWindow();
 }
 
+void AppWindow::undo() {
+  if (undo_) undo_();
+}
+
 // --- Look -----------------------------------------------------------------------------------------------------------
 
 void AppWindow::takeLook() {

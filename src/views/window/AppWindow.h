@@ -3,6 +3,7 @@
 #include <QMenuBar>
 #include <QPointer>
 #include <QWidget>
+#include <functional>
 #include <memory>
 
 #include "views/controls/ControlLook.h"
@@ -29,12 +30,14 @@ class AppWindow : public QWidget, public LookSource {
   bool isDark() const { return isDark_; }
 
   void setMenuBar(std::unique_ptr<QMenuBar> bar);
+  /// What undo() does; nothing while it is empty.
+  void setUndo(std::function<void()> undo) { undo_ = std::move(undo); }
   /// Shows the window, in front of all others and with the keyboard. It never begins larger than its screen.
   void present();
 
  public Q_SLOTS:
-  /// Ctrl+Z where no field that has the keyboard takes it: takes back the last change. Does nothing unless overridden.
-  virtual void undo() {}
+  /// Ctrl+Z where no field that has the keyboard takes it: takes back the last change.
+  void undo();
 
  protected:
   /// Where the window's content goes. `side` stands at the left, in the colour of side bars, and may be null.
@@ -54,6 +57,7 @@ class AppWindow : public QWidget, public LookSource {
 
   ControlLook look_;
   bool isDark_ = true;
+  std::function<void()> undo_;
   QPointer<QMenuBar> menuBar_;  // The layout's.
   MessageStrip* message_;
   QVBoxLayout* column_;  // Beside the side bar: the message above the body.

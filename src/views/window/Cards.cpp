@@ -29,7 +29,8 @@ QString folded(const QString& text) {
 
 TextLabel* makeHelp(const QString& text, Tone tone) {
   auto* label = makeSentence(text, TextStyle::Caption, tone);
-  label->setVisible(!text.isEmpty());
+  // To show it before it stands somewhere would make a window of it.
+  if (text.isEmpty()) label->hide();
   return label;
 }
 
@@ -65,15 +66,14 @@ FormRow::FormRow(const QString& label, QWidget* control, const QString& help, bo
       label_(label),
       help_(help),
       control_(control),
+      title_(new TextLabel(label, TextStyle::Body)),
       helpLabel_(makeHelp(help, Tone::Secondary)),
       fault_(makeHelp({}, Tone::Fault)) {
   auto* words = new QVBoxLayout;
   words->setSpacing(theme::kCardHelpGap);
-  if (!label.isEmpty()) {
-    auto* title = new TextLabel(label, TextStyle::Body);
-    title->setBuddy(control);
-    words->addWidget(title);
-  }
+  title_->setBuddy(control);
+  if (label.isEmpty()) title_->hide();
+  words->addWidget(title_);
   words->addWidget(helpLabel_);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(theme::kCardPadding, theme::kCardRowPadding, theme::kCardPadding, theme::kCardRowPadding);
@@ -107,12 +107,30 @@ bool FormRow::eventFilter(QObject* watched, QEvent* event) {
   return QWidget::eventFilter(watched, event);
 }
 
+void FormRow::setLabel(const QString& label) {
+  if (label == label_) return;
+  if (control_ && control_->accessibleName() == label_) control_->setAccessibleName(label);
+  label_ = label;
+  title_->setText(label);
+}
+
 void FormRow::setHelp(const QString& help) {
   if (help == help_) return;
   help_ = help;
-  helpLabel_->setText(help);
-  helpLabel_->setVisible(!help.isEmpty());
-  if (control_) control_->setAccessibleDescription(help);
+  if (unavailable_.isEmpty()) showHelp(help);
+}
+
+void FormRow::setUnavailable(const QString& why) {
+  if (why == unavailable_) return;
+  unavailable_ = why;
+  showHelp(why.isEmpty() ? help_ : why);
+  if (control_) control_->setEnabled(why.isEmpty());
+}
+
+void FormRow::showHelp(const QString& text) {
+  helpLabel_->setText(text);
+  helpLabel_->setVisible(!text.isEmpty());
+  if (control_) control_->setAccessibleDescription(text);
 }
 
 void FormRow::setFault(const QString& sentence) {
@@ -131,7 +149,7 @@ bool FormRow::matches(const QString& search) const {
 
 Card::Card(const QString& heading, QWidget* parent)
     : QWidget(parent), column_(new QVBoxLayout), heading_(new TextLabel(heading, TextStyle::Title)) {
-  heading_->setVisible(!heading.isEmpty());
+  if (heading.isEmpty()) heading_->hide();
   heading_->setContentsMargins(0, 0, 0, 0);
   setAccessibleName(heading);
   auto* all = new QVBoxLayout(this);

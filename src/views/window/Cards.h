@@ -25,10 +25,13 @@ class FormRow final : public QWidget {
   static FormRow* wide(const QString& label, QWidget* control, const QString& help = {});
 
   const QString& label() const { return label_; }
+  void setLabel(const QString& label);
   void setHelp(const QString& help);
   /// A sentence in red below the control that says what is wrong with it; empty takes it away.
   void setFault(const QString& sentence);
   QString fault() const;
+  /// Takes the control out of use and says why in place of the help; empty gives both back.
+  void setUnavailable(const QString& why);
   /// Words that find this row beside its label and its help.
   void setSearchWords(const QStringList& words) { words_ = words; }
   /// Whether all the words of `search` occur in what the row says, whatever their case and accents.
@@ -39,11 +42,14 @@ class FormRow final : public QWidget {
 
  private:
   FormRow(const QString& label, QWidget* control, const QString& help, bool isWide, QWidget* parent);
+  void showHelp(const QString& text);
 
   QString label_;
   QString help_;
+  QString unavailable_;
   QStringList words_;
   QWidget* control_;
+  class TextLabel* title_;
   class TextLabel* helpLabel_;
   class TextLabel* fault_;
 };

@@ -1,7 +1,10 @@
 #include "views/window/DropDown.h"
 
+#include <QApplication>
 #include <QListView>
 #include <QPainter>
+#include <QPointer>
+#include <QProxyStyle>
 #include <QStyledItemDelegate>
 #include <QWheelEvent>
 #include <algorithm>
@@ -61,10 +64,29 @@ class ChoicePainter final : public QStyledItemDelegate {
   DropDown& box_;
 };
 
+/// Opens the list below the field, where the toolkit's own style lays it over it.
+class ListBelow final : public QProxyStyle {
+ public:
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* data) const override {
+    return hint == SH_ComboBox_Popup ? 0 : QProxyStyle::styleHint(hint, option, widget, data);
+  }
+};
+
+QStyle* listBelow() {
+  static const QPointer<QStyle> style = [] {
+    auto* made = new ListBelow;
+    made->setParent(qApp);
+    return made;
+  }();
+  return style;
+}
+
 }  // namespace
 
 DropDown::DropDown(const QString& label, QWidget* parent) : QComboBox(parent) {
   setAccessibleName(label);
+  setStyle(listBelow());
   setFixedHeight(theme::kControlHeight);
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
   setSizeAdjustPolicy(QComboBox::AdjustToContents);
@@ -116,6 +138,11 @@ void DropDown::paintEvent(QPaintEvent*) {
                    static_cast<int>(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter)) |
                        Qt::TextSingleLine,
                    word);
+}
+
+void DropDown::showPopup() {
+  view()->setMinimumWidth(std::max(width(), view()->sizeHintForColumn(0)));
+  QComboBox::showPopup();
 }
 
 void DropDown::wheelEvent(QWheelEvent* event) { event->ignore(); }

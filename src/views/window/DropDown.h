@@ -17,6 +17,7 @@ class DropDown final : public QComboBox {
   /// Chooses without a signal; an unknown value leaves none chosen.
   void chooseValue(const QString& value);
   QSize sizeHint() const override;
+  void showPopup() override;
 
  Q_SIGNALS:
   /// The user chose another one.
