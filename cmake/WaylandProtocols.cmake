@@ -1,6 +1,6 @@
 # tarnwick_wayland_protocols(TARGET protocol...)
-# A C library with the client side of protocols, made by wayland-scanner from what stands in resources/protocols/ or, for
-# the stable ones, from what the system has.
+# A C library with the client side of protocols, made by wayland-scanner from what stands in resources/protocols/ or else
+# from what the system has.
 find_program(WAYLAND_SCANNER wayland-scanner REQUIRED)
 pkg_check_modules(WAYLAND_CLIENT REQUIRED IMPORTED_TARGET wayland-client)
 pkg_check_modules(WAYLAND_PROTOCOLS REQUIRED wayland-protocols)
@@ -13,7 +13,7 @@ function(tarnwick_wayland_protocols target)
   foreach(protocol IN LISTS ARGN)
     set(description ${PROJECT_SOURCE_DIR}/resources/protocols/${protocol}.xml)
     if(NOT EXISTS ${description})
-      set(description ${WAYLAND_PROTOCOLS_FOLDER}/stable/${protocol}/${protocol}.xml)
+      file(GLOB description ${WAYLAND_PROTOCOLS_FOLDER}/*/*/${protocol}.xml)
     endif()
     add_custom_command(
       OUTPUT ${made}/${protocol}-client.h ${made}/${protocol}.c

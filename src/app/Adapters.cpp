@@ -27,6 +27,7 @@ Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment)
   runningApplications_ =
       std::make_unique<RunningApplications>(*windowSystem_.windows, *installedApps_, self, &processCommandLine);
   launch_ = std::make_unique<AppLaunch>(AppEnvironment::ofProcess(), environment_);
+  launch_->tokenFor = windowSystem_.activationToken;
   opener_ = std::make_unique<AppOpener>(*installedApps_, *launch_, scheduler_);
   files_ = std::make_unique<FileOperations>();
   hints_ = std::make_unique<LauncherEntries>(QDBusConnection::sessionBus());

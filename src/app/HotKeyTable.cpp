@@ -1,5 +1,6 @@
 #include "app/HotKeyTable.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 #include <array>
 
@@ -18,6 +19,22 @@ constexpr quint32 kControl = 4096;
 QString word(bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); }
 
 }  // namespace
+
+HotKeyAction HotKeyTable::action(quint32 identifier) {
+  const auto words = [](const char* text) { return QCoreApplication::translate("HotKeyTable", text); };
+  switch (identifier) {
+    case kToggle:
+      return {QStringLiteral("--toggle"), words("Show or hide the dock")};
+    case kCommandBar:
+      return {QStringLiteral("--command-bar"), words("Open the command bar")};
+    case kFocus:
+      return {QStringLiteral("--focus"), words("Give the dock the keyboard")};
+    default: {
+      const QString number = QString::number(identifier - kFirstProfile);
+      return {QStringLiteral("--profile ") + number, words("Switch to profile %1").arg(number)};
+    }
+  }
+}
 
 QString HotKeyTable::signature(const DesktopOptions& options) {
   return QStringList{word(options.dockShortcutEnabled),         word(options.profileShortcutEnabled),

@@ -24,6 +24,8 @@ struct HotKeyTable {
     bool operator==(const Row&) const = default;
   };
 
+  /// What a key does.
+  static HotKeyAction action(quint32 identifier);
   /// A text that changes exactly when a key must be taken anew.
   static QString signature(const DesktopOptions& options);
   /// The enabled keys, in the order in which they are taken.

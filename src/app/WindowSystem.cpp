@@ -3,19 +3,25 @@
 #include <xcb/xcb.h>
 
 #include <QCoreApplication>
+#include <QDBusConnection>
 #include <QGuiApplication>
 
+#include "app/HotKeyTable.h"
 #include "base/DomainError.h"
+#include "platform/dbus/PortalHotKeys.h"
+#include "platform/qt/TimerFrameClocks.h"
+#include "platform/wayland/PlainPanels.h"
+#include "platform/wayland/PlainZoneSensor.h"
+#include "platform/wayland/PlasmaClientWindows.h"
+#include "platform/wayland/WaylandActivation.h"
 #include "platform/wayland/WaylandClientWindows.h"
 #include "platform/wayland/WaylandEnvironment.h"
-#include "platform/wayland/WaylandFrameClocks.h"
 #include "platform/wayland/WaylandPanels.h"
 #include "platform/wayland/WaylandScreens.h"
 #include "platform/wayland/WaylandSession.h"
 #include "platform/wayland/WaylandZoneSensor.h"
 #include "platform/x11/X11ClientWindows.h"
 #include "platform/x11/X11Events.h"
-#include "platform/x11/X11FrameClocks.h"
 #include "platform/x11/X11HotKeys.h"
 #include "platform/x11/X11Panels.h"
 #include "platform/x11/X11Screens.h"
@@ -26,15 +32,42 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+/// Whether a display of X11 takes connections, by the name in DISPLAY.
+bool answersX11() {
+  xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
+  const bool answers = connection && xcb_connection_has_error(connection) == 0;
+  xcb_disconnect(connection);
+  return answers;
+}
+
+/// An X server within a Wayland desktop knows where the pointer is only while that is over a window of X11.
+Capability edgesOnX11() {
+  if (WaylandSession::offer() == WaylandSession::Offer::Nothing) return Capability::yes();
+  return Capability::no(QCoreApplication::translate(
+      "WindowSystem",
+      "This desktop does not tell X11 programs where the pointer is, so only the layout Fixed is available here."));
+}
+
+/// Over a connection of its own: a program tells the portal its name as the very first thing that it says there.
+std::unique_ptr<HotKeys> portalKeys() {
+  return std::make_unique<PortalHotKeys>(QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"hot-keys"_s),
+                                         QGuiApplication::desktopFileName(), &HotKeyTable::action);
+}
+
 WindowSystem makeX11() {
   WindowSystem system;
   auto events = std::make_unique<X11Events>();
   auto screens = std::make_unique<X11Screens>(*events);
+  const Capability edges = edgesOnX11();
   system.panels = std::make_unique<X11Panels>(*events, *screens);
-  system.zones = std::make_unique<X11ZoneSensor>(*events, *screens);
-  system.clocks = std::make_unique<X11FrameClocks>(*screens);
+  system.zones = std::make_unique<X11ZoneSensor>(*events, *screens, edges);
+  system.clocks = std::make_unique<TimerFrameClocks>([known = screens.get()](const QString& id) {
+    const auto native = known->native(id);
+    return native ? native->screen.data() : nullptr;
+  });
   system.windows = std::make_unique<X11ClientWindows>(*events, *screens);
-  system.hotKeys = std::make_unique<X11HotKeys>(*events);
+  // What the X server cannot see it cannot grab either.
+  system.hotKeys = edges ? std::make_unique<X11HotKeys>(*events) : portalKeys();
   system.screens = std::move(screens);
   system.connection = std::move(events);
   return system;
@@ -44,14 +77,42 @@ WindowSystem makeWayland() {
   WindowSystem system;
   auto session = std::make_unique<WaylandSession>();
   auto screens = std::make_unique<WaylandScreens>(*session);
-  auto panels = std::make_unique<WaylandPanels>(*session, *screens);
-  system.zones = std::make_unique<WaylandZoneSensor>(*session, *screens, panels->pointer());
-  system.clocks = std::make_unique<WaylandFrameClocks>(*screens);
-  system.windows = std::make_unique<WaylandClientWindows>(*session, *screens, *panels);
-  system.panels = std::move(panels);
+  system.clocks =
+      std::make_unique<TimerFrameClocks>([known = screens.get()](const QString& id) { return known->native(id); });
+  if (session->layerShell()) {
+    auto panels = std::make_unique<WaylandPanels>(*session, *screens);
+    system.zones = std::make_unique<WaylandZoneSensor>(*session, *screens, panels->pointer());
+    if (auto plasma = session->bindPlasmaWindows()) {
+      system.windows = std::make_unique<PlasmaClientWindows>(std::move(plasma), *screens, *panels);
+    } else {
+      system.windows = std::make_unique<WaylandClientWindows>(*session, *screens, panels.get());
+    }
+    system.panels = std::move(panels);
+  } else {
+    system.zones = std::make_unique<PlainZoneSensor>();
+    system.windows = std::make_unique<WaylandClientWindows>(*session, *screens, nullptr);
+    system.panels = std::make_unique<PlainPanels>(*screens);
+  }
+  system.hotKeys = portalKeys();
+  system.activationToken = [known = session.get()](const QString& application) {
+    return WaylandActivation::token(*known, application);
+  };
   system.screens = std::move(screens);
   system.connection = std::move(session);
   return system;
+}
+
+/// Where the compositor has no layers for docks, the X server within it at least puts a dock where it belongs.
+bool prefersWayland() {
+  switch (WaylandSession::offer()) {
+    case WaylandSession::Offer::Layers:
+      return true;
+    case WaylandSession::Offer::PlainWindows:
+      return !answersX11();
+    case WaylandSession::Offer::Nothing:
+      break;
+  }
+  return false;
 }
 
 }  // namespace
@@ -68,15 +129,15 @@ WindowSystem::~WindowSystem() {
 WindowSystem WindowSystem::make() {
   if (QGuiApplication::platformName() == "wayland"_L1) return makeWayland();
   if (X11Events::isAvailable()) return makeX11();
-  throw DomainError::invalid(QCoreApplication::translate(
-      "WindowSystem", "Tarnwick needs an X11 display or a Wayland compositor with layers for docks, and has neither."));
+  throw DomainError::invalid(
+      QCoreApplication::translate("WindowSystem", "Tarnwick needs a Wayland or an X11 display, and has neither."));
 }
 
 void WindowSystem::prepare() {
   // Shared-memory pictures cost two more wake-ups for every frame, and a tile is small.
   if (!qEnvironmentVariableIsSet("QT_XCB_NO_MITSHM")) qputenv("QT_XCB_NO_MITSHM", "1");
   const QByteArray wanted = qgetenv("QT_QPA_PLATFORM");
-  if (wanted.isEmpty() ? WaylandSession::isAvailable() : wanted.startsWith("wayland")) {
+  if (wanted.isEmpty() ? prefersWayland() : wanted.startsWith("wayland")) {
     WaylandEnvironment::prepare();
   } else if (wanted.isEmpty()) {
     qputenv("QT_QPA_PLATFORM", "xcb");
@@ -86,15 +147,11 @@ void WindowSystem::prepare() {
 QString WindowSystem::obstacle() {
   const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
   if (platform.startsWith("wayland")) {
-    return WaylandSession::isAvailable()
-               ? QString()
-               : u"Tarnwick cannot run on this Wayland compositor: it has no layers for docks."_s;
+    const bool answers = WaylandSession::offer() != WaylandSession::Offer::Nothing;
+    return answers ? QString() : u"Tarnwick cannot reach a Wayland display."_s;
   }
   if (platform != "xcb") return {};
-  xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
-  const bool answers = connection && xcb_connection_has_error(connection) == 0;
-  xcb_disconnect(connection);
-  if (answers) return {};
+  if (answersX11()) return {};
   const QString display = qEnvironmentVariable("DISPLAY");
   return display.isEmpty() ? u"Tarnwick needs a display, and DISPLAY names none."_s
                            : u"Tarnwick cannot reach the display \"%1\"."_s.arg(display);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <functional>
 #include <memory>
 
 #include "desktop/ClientWindows.h"
@@ -20,7 +21,9 @@ struct WindowSystem {
   std::unique_ptr<ZoneSensor> zones;
   std::unique_ptr<FrameClocks> clocks;
   std::unique_ptr<ClientWindows> windows;
-  std::unique_ptr<HotKeys> hotKeys;  ///< Null where no program can take a key for itself.
+  std::unique_ptr<HotKeys> hotKeys;
+  /// The permission with which a started application's window may come to the front; left empty where none is needed.
+  std::function<QString(const QString& application)> activationToken;
 
   WindowSystem() = default;
   WindowSystem(WindowSystem&&) = default;
@@ -29,8 +32,8 @@ struct WindowSystem {
   /// The one that the application object runs on. Throws DomainError where it is none that we know.
   static WindowSystem make();
   /// Chooses before the application object is made and sets what the toolkit needs: Wayland where the compositor has
-  /// layers for docks, X11 otherwise; what the user set in QT_QPA_PLATFORM wins. The variables are for this program
-  /// alone.
+  /// layers for docks, X11 otherwise, and a plain window on Wayland where there is no X11; what the user set in
+  /// QT_QPA_PLATFORM wins. The variables are for this program alone.
   static void prepare();
   /// Whether the chosen one answers; where it doesn't, a finished sentence.
   static QString obstacle();

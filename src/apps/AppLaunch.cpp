@@ -57,7 +57,9 @@ QDBusMessage activation(const DesktopEntry& entry, const LaunchRequest& request,
 AppLaunch::AppLaunch(AppEnvironment environment, LaunchEnvironment variables, Bus bus, QObject* parent)
     : QObject(parent), environment_(std::move(environment)), variables_(std::move(variables)), bus_(std::move(bus)) {}
 
-void AppLaunch::launch(const DesktopEntry& entry, const LaunchRequest& request) {
+void AppLaunch::launch(const DesktopEntry& entry, const LaunchRequest& wish) {
+  LaunchRequest request = wish;
+  if (tokenFor && request.activationToken.isEmpty()) request.activationToken = tokenFor(entry.id);
   if (entry.type == DesktopEntry::Type::Link) return start(entry, {u"xdg-open"_s, entry.url}, request);
   if (entry.type == DesktopEntry::Type::Directory)
     throw DomainError::invalid(said("“%1” is no application.").arg(entry.name));

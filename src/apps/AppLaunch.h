@@ -39,6 +39,10 @@ class AppLaunch : public QObject {
   /// An identity for a startup notification, different each time.
   static QString startupId(const QString& program, quint32 userTime);
 
+  /// Where a window needs a permission to come to the front: gets one for an application, and is asked at every start
+  /// that brings none.
+  std::function<QString(const QString& application)> tokenFor;
+
  Q_SIGNALS:
   /// A finished sentence for the user.
   void failed(const QString& message);

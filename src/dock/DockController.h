@@ -149,6 +149,7 @@ class DockController : public QObject {
   DockVisibility::Surroundings surroundings(const Dock& dock) const;
   void setTransitionTimer(bool runs);
   void followKeyboard(const QWindow* window);
+  void waitForKeyboard();
 
   AppStore& store_;
   DockPorts ports_;
@@ -163,6 +164,7 @@ class DockController : public QObject {
   QString focused_;                         // The display whose dock was given the keyboard.
   bool hasKeyboard_ = false;                // Whether it has got it.
   JobHandle keyboardWork_;
+  bool keyboardIsLent_ = false;  // To a panel of the dock's own.
   JobHandle refreshWork_;
   JobHandle transitionTimer_;
   bool manuallyHidden_ = false;

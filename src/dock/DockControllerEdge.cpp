@@ -74,6 +74,11 @@ DockVisibility::Surroundings DockController::surroundings(const Dock& dock) cons
 }
 
 void DockController::checkEdge() {
+  // What had borrowed the keyboard is gone. It gives it back, or somebody else has it by now.
+  if (keyboardIsLent_ && !(hasActivePanel && hasActivePanel(focused_))) {
+    keyboardIsLent_ = false;
+    waitForKeyboard();
+  }
   if (manuallyHidden_ || down_) return;
   const double now = store_.scheduler().reference();
   bool needsTimer = false;
@@ -151,6 +156,7 @@ void DockController::leaveKeyboard() {
   const auto found = docks_.find(focused_);
   focused_.clear();
   hasKeyboard_ = false;
+  keyboardIsLent_ = false;
   keyboardWork_.reset();
   if (found != docks_.end()) found->second.panel->setKeyboard(Keyboard::None);
   checkEdge();
@@ -163,12 +169,18 @@ void DockController::followKeyboard(const QWindow* window) {
   if (found == docks_.end()) return;
   if (window && window == found->second.container->windowHandle()) {
     hasKeyboard_ = true;
+    keyboardIsLent_ = false;
     keyboardWork_.reset();
   } else if (hasKeyboard_) {
-    keyboardWork_ = store_.scheduler().after(kKeyboardGrace, [this] {
-      if (!hasActivePanel || !hasActivePanel(focused_)) leaveKeyboard();
-    });
+    waitForKeyboard();
   }
+}
+
+void DockController::waitForKeyboard() {
+  keyboardWork_ = store_.scheduler().after(kKeyboardGrace, [this] {
+    keyboardIsLent_ = hasActivePanel && hasActivePanel(focused_);
+    if (!keyboardIsLent_) leaveKeyboard();
+  });
 }
 
 }  // namespace tarnwick

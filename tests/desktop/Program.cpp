@@ -19,8 +19,14 @@ QMap<QString, QString>& variables() {
   return changed;
 }
 
+std::optional<QProcessEnvironment>& ground() {
+  static std::optional<QProcessEnvironment> told;
+  return told;
+}
+
 QProcessEnvironment environment(const QString& dataHome) {
-  QProcessEnvironment result = QProcessEnvironment::systemEnvironment();
+  QProcessEnvironment result = ground().value_or(QProcessEnvironment::systemEnvironment());
+  result.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"));
   result.insert(u"XDG_DATA_HOME"_s, dataHome);
   for (auto it = variables().cbegin(); it != variables().cend(); ++it) result.insert(it.key(), it.value());
   return result;
@@ -43,6 +49,8 @@ Program::Program(const QString& dataHome, const QStringList& arguments, const QS
   process_.start(executableOr(executable), arguments);
   if (!process_.waitForStarted(kPatienceMs)) throw std::runtime_error("the program does not start");
 }
+
+void Program::startFrom(const QProcessEnvironment& environment) { ground() = environment; }
 
 void Program::setVariable(const QString& name, const QString& value) { variables().insert(name, value); }
 

@@ -19,6 +19,8 @@ namespace tarnwick::testing {
 class Program {
  public:
   explicit Program(const QString& dataHome, const QStringList& arguments = {}, const QString& executable = {});
+  /// The environment that programs get instead of this one's, but for the variables that are changed.
+  static void startFrom(const QProcessEnvironment& environment);
   /// Changes one variable of the environment of programs that are started from now on.
   static void setVariable(const QString& name, const QString& value);
   static void resetVariables();

@@ -22,6 +22,8 @@ inline const QString kSecond = QStringLiteral("HEADLESS-2");
 
 /// The adapters as the program puts them together.
 struct Desk {
+  explicit Desk(quint32 layers = WaylandSession::kLayerShellVersion) : session(layers) {}
+
   HeadlessSway& sway = HeadlessSway::current();
   WaylandSession session;
   WaylandScreens screens{session};

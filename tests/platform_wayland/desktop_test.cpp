@@ -8,7 +8,6 @@
 #include "Desk.h"
 #include "platform/wayland/KernelConnectors.h"
 #include "platform/wayland/WaylandClientWindows.h"
-#include "platform/wayland/WaylandFrameClocks.h"
 #include "platform/wayland/WaylandZoneSensor.h"
 
 namespace tarnwick::testing {
@@ -138,7 +137,7 @@ TEST(WaylandZoneSensor, FeelsADragOverAnEdge) {
 
 TEST(WaylandClientWindows, ListsWindowsAndGivesThemOrders) {
   Desk desk;
-  WaylandClientWindows windows(desk.session, desk.screens, desk.panels);
+  WaylandClientWindows windows(desk.session, desk.screens, &desk.panels);
   EXPECT_TRUE(windows.capability().available);
   auto first = desk.sway.terminal(u"first"_s);
   auto second = desk.sway.terminal(u"second"_s);
@@ -175,23 +174,6 @@ TEST(WaylandPanel, LiesAboveFullScreenWindowsUnlessToldOtherwise) {
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return desk.sway.pixel({350, 750}) != Qt::red; }));
   one.panel->setAboveFullscreen(true);
   EXPECT_TRUE(desk.shows({350, 750}, Qt::red));
-}
-
-TEST(WaylandFrameClock, BeatsUntilItIsStopped) {
-  Desk desk;
-  WaylandFrameClocks clocks(desk.screens);
-  for (const QString& screen : {kFirst, u"gone"_s}) {
-    const auto clock = clocks.make(screen);
-    QList<double> moments;
-    QObject::connect(clock.get(), &FrameClock::frame, [&](double timestamp, double duration) {
-      EXPECT_NEAR(duration, 1.0 / 60, 0.002);
-      moments.append(timestamp);
-      if (moments.size() == 4) clock->stop();
-    });
-    clock->start();
-    EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return !clock->isRunning(); }));
-    EXPECT_TRUE(std::is_sorted(moments.begin(), moments.end()));
-  }
 }
 
 }  // namespace

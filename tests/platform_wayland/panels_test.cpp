@@ -5,6 +5,7 @@
 #include <QToolTip>
 
 #include "Desk.h"
+#include "platform/wayland/PlainPanels.h"
 
 namespace tarnwick::testing {
 namespace {
@@ -42,6 +43,72 @@ TEST(WaylandPanel, StandsWhereItIsPutOnDisplaysOfDifferentScale) {
   EXPECT_TRUE(desk.shows({100, 700}, kGround, kSecond));
   one.panel->setShown(true);
   EXPECT_TRUE(desk.shows({100, 700}, Qt::red, kSecond));
+}
+
+TEST(WaylandPanel, MakesDoWithTheFirstVersionOfLayers) {
+  Desk desk(1);
+  PaintedPanel one(desk, Qt::red);
+  one.panel->place({.screen = kFirst, .rectangle = kPlace, .margins = {}});
+  one.panel->setShown(true);
+  EXPECT_TRUE(desk.shows({350, 730}, Qt::red));
+  one.panel->setAboveFullscreen(false);
+  one.panel->setKeyboard(Keyboard::Exclusive);
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return one.content->isActiveWindow(); }));
+  one.panel->setKeyboard(Keyboard::None);
+  one.panel->place({.screen = kFirst, .rectangle = kPlace.translated(0, -300), .margins = {}});
+  EXPECT_TRUE(desk.shows({350, 430}, Qt::red));
+  const auto popup = one.panel->popup(std::make_unique<Paint>(Qt::blue, QSize(80, 80)), QRect(0, 0, 50, 50), {});
+  EXPECT_TRUE(desk.shows({325, 350}, Qt::blue));
+}
+
+TEST(PlainPanel, IsAnOrdinaryWindowWithAllThatBelongsToIt) {
+  Desk desk(0);
+  ASSERT_EQ(desk.screens.all().size(), 2);
+  EXPECT_EQ(desk.screens.all()[0].usable, QRectF(0, 0, 1280, 800));
+  PlainPanels panels(desk.screens);
+  auto made = std::make_unique<Paint>(Qt::red);
+  Paint& content = *made;
+  const auto panel = panels.make(std::move(made));
+  panel->setShown(true);
+  EXPECT_FALSE(panel->isShown()) << "without a place";
+  panel->place({.screen = kFirst, .rectangle = kPlace, .margins = {}});
+  panel->setInputRegion(QRect(100, 0, 300, 60));
+  panel->setShown(true);
+  // A window that cannot be stretched floats in the middle of the display that has the focus.
+  const QString order = u"[app_id=\".*\"] focus, move position 300 400"_s;
+  ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return desk.sway.order(order); }));
+  ASSERT_TRUE(desk.shows({310, 410}, Qt::red));
+  {
+    QMenu menu;
+    const QSignalSpy chosen(menu.addAction(u"Plain"_s), &QAction::triggered);
+    content.pressed = [&] { panel->openMenu(menu, QRect(100, 0, 60, 60)); };
+    desk.sway.click({450, 430});
+    constexpr QPoint kEntry(430, 381);
+    ASSERT_TRUE(VirtualDisplay::waitUntil([&] {
+      const QColor seen = desk.sway.pixel(kEntry);
+      return seen.isValid() && seen != kGround;
+    }));
+    desk.sway.click(kEntry);
+    EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return chosen.size() == 1 && !menu.isVisible(); }));
+  }
+
+  std::unique_ptr<Popup> popup;
+  int closed = 0;
+  content.pressed = [&] {
+    popup = panel->popup(std::make_unique<Paint>(Qt::blue, QSize(220, 180)), QRect(100, 0, 60, 60), {});
+    QObject::connect(popup.get(), &Popup::closed, [&] { ++closed; });
+  };
+  desk.sway.click({450, 430});
+  EXPECT_TRUE(desk.shows({430, 380}, Qt::blue)) << "above its rectangle";
+  desk.sway.click({100, 100});
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return closed == 1; }));
+  popup.reset();
+  const int presses = content.presses;
+  desk.sway.click({350, 430});
+  desk.settle();
+  EXPECT_EQ(content.presses, presses) << "outside of what takes clicks";
+  panel->setShown(false);
+  EXPECT_TRUE(desk.shows({310, 410}, kGround));
 }
 
 TEST(WaylandPanel, TakesTheClicksOfItsRegionAndTheKeyboardOnlyWhenTold) {

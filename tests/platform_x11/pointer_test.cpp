@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "Desk.h"
-#include "platform/x11/X11FrameClocks.h"
+#include "platform/qt/TimerFrameClocks.h"
 #include "platform/x11/X11ZoneSensor.h"
 #include "support/ForeignWindow.h"
 
@@ -141,9 +141,12 @@ TEST_F(X11ZoneSensorTest, SeesThroughTheDragOfAnotherProgram) {
   EXPECT_EQ(changes.size(), 0) << "the selection is left over from the last drag";
 }
 
-TEST(X11FrameClock, BeatsOnItsGridOnlyWhileItRuns) {
+TEST(TimerFrameClock, BeatsOnItsGridOnlyWhileItRuns) {
   Desk desk;
-  X11FrameClocks clocks(desk.screens);
+  TimerFrameClocks clocks([&](const QString& id) {
+    const auto native = desk.screens.native(id);
+    return native ? native->screen : nullptr;
+  });
   for (const QString& screen : {desk.screens.mainId(), u"a display that is gone"_s}) {
     const auto clock = clocks.make(screen);
     QSignalSpy frames(clock.get(), &FrameClock::frame);

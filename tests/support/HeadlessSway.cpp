@@ -1,7 +1,6 @@
 #include "support/HeadlessSway.h"
 
 #include <gtest/gtest.h>
-#include <linux/input-event-codes.h>
 #include <unistd.h>
 
 #include <QFile>
@@ -101,6 +100,17 @@ std::unique_ptr<ChildProcess> HeadlessSway::startCompositor(const char* name, co
   return compositor;
 }
 
+HeadlessSway::Another HeadlessSway::another() {
+  const QByteArray socket = qgetenv("SWAYSOCK");
+  const QByteArray display = qgetenv("WAYLAND_DISPLAY");
+  Another another;
+  another.process = startCompositor("another", "");
+  another.display = qEnvironmentVariable("WAYLAND_DISPLAY");
+  qputenv("SWAYSOCK", socket);
+  qputenv("WAYLAND_DISPLAY", display);
+  return another;
+}
+
 HeadlessSway& HeadlessSway::current() { return *currentSway; }
 
 int HeadlessSway::run(int argc, char** argv, Kind kind, const std::function<int(int&, char**)>& application) {
@@ -144,10 +154,19 @@ std::unique_ptr<ChildProcess> HeadlessSway::terminal(const QString& applicationI
 void HeadlessSway::type(const QStringList& arguments) { run(QStringList(QStringLiteral("wtype")) + arguments); }
 
 void HeadlessSway::moveTo(QPoint place) {
-  EXPECT_TRUE(order(QStringLiteral("seat - cursor set %1 %2").arg(place.x()).arg(place.y())));
+  // What a button holds follows the motion of a device alone.
+  if (isHolding_) {
+    pointer_->moveBy(place - place_);
+  } else {
+    EXPECT_TRUE(order(QStringLiteral("seat - cursor set %1 %2").arg(place.x()).arg(place.y())));
+  }
+  place_ = place;
 }
 
-void HeadlessSway::button(bool down) { pointer_->button(BTN_LEFT, down); }
+void HeadlessSway::button(bool down, std::uint32_t code) {
+  isHolding_ = down;
+  pointer_->button(code, down);
+}
 
 void HeadlessSway::click(QPoint place) {
   moveTo(place);

@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <cstdint>
 #include <functional>
 #include <memory>
 
@@ -33,6 +34,13 @@ class HeadlessSway {
   /// returns what RUN_ALL_TESTS() does. Nothing is started when the tests are merely listed.
   static int run(int argc, char** argv, Kind kind, const std::function<int(int&, char**)>& application);
 
+  /// A compositor beside this one, with a display of its own, to be ended at will.
+  struct Another {
+    QString display;  ///< For WAYLAND_DISPLAY.
+    std::unique_ptr<ChildProcess> process;
+  };
+  Another another();
+
   /// Gives an order; whether it was carried out.
   bool order(const QString& command);
   /// Takes a display of a nested compositor away; whether it was there.
@@ -47,7 +55,8 @@ class HeadlessSway {
   void type(const QStringList& arguments);
 
   void moveTo(QPoint place);
-  void button(bool down);
+  /// `code`: as the kernel numbers buttons; the left one unless told otherwise.
+  void button(bool down, std::uint32_t code = 0x110);
   void click(QPoint place);
   /// Takes the only pointer device away, or brings it back.
   void plugPointer(bool in);
@@ -65,6 +74,8 @@ class HeadlessSway {
   std::unique_ptr<ChildProcess> outer_;
   std::unique_ptr<ChildProcess> compositor_;
   std::unique_ptr<VirtualPointer> pointer_;
+  QPoint place_;
+  bool isHolding_ = false;
   std::unique_ptr<ChildProcess> keyboard_;
 };
 

@@ -34,6 +34,12 @@ VirtualPointer::~VirtualPointer() {
   wl_display_disconnect(display_);
 }
 
+void VirtualPointer::moveBy(QPoint way) {
+  zwlr_virtual_pointer_v1_motion(pointer_, ++time_, wl_fixed_from_int(way.x()), wl_fixed_from_int(way.y()));
+  zwlr_virtual_pointer_v1_frame(pointer_);
+  wl_display_roundtrip(display_);
+}
+
 void VirtualPointer::button(std::uint32_t code, bool down) {
   zwlr_virtual_pointer_v1_button(pointer_, ++time_, code,
                                  down ? WL_POINTER_BUTTON_STATE_PRESSED : WL_POINTER_BUTTON_STATE_RELEASED);

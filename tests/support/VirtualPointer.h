@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtGlobal>
+#include <QPoint>
 #include <cstdint>
 
 struct wl_display;
@@ -17,6 +17,7 @@ class VirtualPointer {
   Q_DISABLE_COPY_MOVE(VirtualPointer)
   ~VirtualPointer();
 
+  void moveBy(QPoint way);
   /// `code`: as the kernel numbers buttons.
   void button(std::uint32_t code, bool down);
 

@@ -22,11 +22,13 @@ std::optional<QPoint> slidIn(const WaylandSession& session, const LayerSurface& 
 
 UsableProbe::UsableProbe(const WaylandSession& session, QScreen& screen)
     : session_(session), screen_(&screen), surface_(wl_compositor_create_surface(session.compositor())) {
+  connect(&screen, &QScreen::geometryChanged, this, &UsableProbe::measureLater);
+  measure();
+  if (!session.layerShell()) return;
   LayerSurface::Listener listener;
   listener.resized = [this](const QSize&) { measureLater(); };
   role_ = std::make_unique<LayerSurface>(session, surface_.get(), WaylandSession::outputOf(screen),
                                          LayerLook::between(), std::move(listener));
-  connect(&screen, &QScreen::geometryChanged, this, &UsableProbe::measureLater);
   measure();
 }
 
@@ -42,7 +44,7 @@ void UsableProbe::measure() {
   if (!screen_ || !WaylandSession::outputOf(*screen_)) return;
   const QRect whole(QPoint(), screen_->size());
   QRect area = whole;
-  if (!role_->isClosed() && !role_->size().isEmpty() && role_->size() != whole.size()) {
+  if (role_ && !role_->isClosed() && !role_->size().isEmpty() && role_->size() != whole.size()) {
     area = QRect(corner(), role_->size()) & whole;
   }
   if (std::exchange(area_, area) != area) Q_EMIT changed();

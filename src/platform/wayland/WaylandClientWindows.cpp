@@ -71,7 +71,7 @@ class WaylandClientWindows::Toplevel {
 };
 
 WaylandClientWindows::WaylandClientWindows(const WaylandSession& session, const WaylandScreens& screens,
-                                           const WaylandPanels& panels)
+                                           const WaylandPanels* panels)
     : session_(session), screens_(screens), panels_(panels), manager_(session.bindToplevels()) {
   connect(&screens, &WaylandScreens::changed, this, &WaylandClientWindows::publishLater);
   connect(qGuiApp, &QGuiApplication::screenRemoved, this, [this](QScreen* screen) {
@@ -113,7 +113,7 @@ void WaylandClientWindows::minimise(quint64 id) {
 }
 
 void WaylandClientWindows::setIconGeometry(const QList<quint64>& windows, const QRectF& tile) {
-  const WaylandPanel* panel = panels_.panelAt(tile);
+  const WaylandPanel* panel = panels_ ? panels_->panelAt(tile) : nullptr;
   wl_surface* surface = panel ? panel->surface() : nullptr;
   if (!surface) return;
   const QRect place = tile.toRect().translated(-panel->frame().topLeft());

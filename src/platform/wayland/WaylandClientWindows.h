@@ -11,16 +11,14 @@
 namespace tarnwick {
 
 /// The windows that the compositor lists, ours left out. It tells neither their processes nor where they stand.
-/// What it is made with must outlive it.
+/// What it is made with must outlive it; `panels` is null where docks are ordinary windows.
 class WaylandClientWindows final : public ClientWindows {
   Q_OBJECT
  public:
-  WaylandClientWindows(const WaylandSession& session, const WaylandScreens& screens, const WaylandPanels& panels);
+  WaylandClientWindows(const WaylandSession& session, const WaylandScreens& screens, const WaylandPanels* panels);
   ~WaylandClientWindows() override;
 
-  /// Whether the compositor tells of windows at all.
-  Capability capability() const;
-
+  Capability capability() const override;
   QList<ClientWindow> all() const override { return windows_; }
   void activate(quint64 id) override;
   void close(quint64 id) override;
@@ -38,7 +36,7 @@ class WaylandClientWindows final : public ClientWindows {
 
   const WaylandSession& session_;
   const WaylandScreens& screens_;
-  const WaylandPanels& panels_;
+  const WaylandPanels* panels_;
   WaylandOwned<zwlr_foreign_toplevel_manager_v1> manager_;
   std::vector<std::unique_ptr<Toplevel>> toplevels_;  ///< Oldest first.
   quint64 latest_ = 0;

@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <utility>
 
@@ -18,7 +19,12 @@ constexpr int kMenuGap = 6;
 
 WaylandPanel::WaylandPanel(const WaylandSession& session, WaylandScreens& screens, PanelPointer& pointer,
                            TransientLayers& transients, std::unique_ptr<QWidget> content)
-    : session_(session), screens_(screens), pointer_(pointer), transients_(transients), content_(std::move(content)) {
+    : session_(session),
+      screens_(screens),
+      pointer_(pointer),
+      transients_(transients),
+      held_(session),
+      content_(std::move(content)) {
   content_->setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint |
                            Qt::NoDropShadowWindowHint);
   content_->setAttribute(Qt::WA_TranslucentBackground);
@@ -121,10 +127,29 @@ void WaylandPanel::openMenu(QMenu& menu, const QRect& beside) {
 bool WaylandPanel::eventFilter(QObject* watched, QEvent* event) {
   if (watched == content_.get()) {
     if (event->type() == QEvent::Close) QMetaObject::invokeMethod(this, &Panel::closed, Qt::QueuedConnection);
-  } else {
-    follow(event);
+    return false;
   }
-  return false;
+  follow(event);
+  return correct(event);
+}
+
+// The window may have moved under the hand since it was pressed.
+bool WaylandPanel::correct(QEvent* event) {
+  if (event->type() != QEvent::MouseMove || isCorrecting_) return false;
+  const auto& told = *static_cast<QMouseEvent*>(event);
+  if (content_->pos() == pressedAt_) {
+    held_.note(told.position() + pressedAt_, told.timestamp());
+    return false;
+  }
+  const std::optional<QPointF> hand = held_.place();
+  if (!hand) return false;
+  const QPointF within = *hand - content_->pos();
+  QMouseEvent corrected(told.type(), within, within, *hand, told.button(), told.buttons(), told.modifiers(),
+                        told.pointingDevice());
+  corrected.setTimestamp(told.timestamp());
+  const QScopedValueRollback<bool> guard(isCorrecting_, true);
+  QCoreApplication::sendEvent(content_->windowHandle(), &corrected);
+  return true;
 }
 
 void WaylandPanel::follow(QEvent* event) {
@@ -145,8 +170,15 @@ void WaylandPanel::follow(QEvent* event) {
     case QEvent::DragMove:
       meet(static_cast<QDropEvent*>(event)->position(), true);
       break;
-    case QEvent::MouseButtonPress:
-      pointer_.press(static_cast<QMouseEvent*>(event)->position() + content_->geometry().topLeft());
+    case QEvent::MouseButtonPress: {
+      const auto& press = *static_cast<QMouseEvent*>(event);
+      pressedAt_ = content_->pos();
+      pointer_.press(press.position() + pressedAt_);
+      held_.press(press.position() + pressedAt_, press.timestamp());
+      break;
+    }
+    case QEvent::MouseButtonRelease:
+      held_.release();
       break;
     case QEvent::Leave:
     case QEvent::DragLeave:
@@ -172,6 +204,7 @@ void WaylandPanel::followScreens() {
 
 void WaylandPanel::hide() {
   content_->hide();
+  held_.release();
   pointer_.setPlace(this, std::nullopt);
   pointer_.setDragging(this, false);
   applyArea();

@@ -6,6 +6,7 @@
 
 #include "desktop/Panels.h"
 #include "platform/wayland/ClearWindow.h"
+#include "platform/wayland/HeldPointer.h"
 #include "platform/wayland/PanelPointer.h"
 #include "platform/wayland/TransientLayers.h"
 #include "platform/wayland/WaylandScreens.h"
@@ -54,11 +55,15 @@ class WaylandPanel final : public Panel {
   void hide();
   void lose();
   void follow(QEvent* event);
+  bool correct(QEvent* event);
 
   const WaylandSession& session_;
   WaylandScreens& screens_;
   PanelPointer& pointer_;
   TransientLayers& transients_;
+  HeldPointer held_;
+  QPoint pressedAt_;  ///< Where the window was then.
+  bool isCorrecting_ = false;
   std::unique_ptr<QWidget> content_;
   QPointer<LayerWindow> layer_;  ///< Null until it is first shown.
   std::unique_ptr<ClearWindow> reservation_;

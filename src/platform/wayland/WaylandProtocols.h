@@ -8,8 +8,11 @@
 #define namespace namespace_
 #include "wlr-layer-shell-unstable-v1-client.h"
 #undef namespace
+#include "plasma-window-management-client.h"
+#include "relative-pointer-unstable-v1-client.h"
 #include "viewporter-client.h"
 #include "wlr-foreign-toplevel-management-unstable-v1-client.h"
+#include "xdg-activation-v1-client.h"
 #include "xdg-shell-client.h"
 
 namespace tarnwick {
@@ -23,6 +26,7 @@ struct WaylandDestroy {
   void operator()(wl_seat* object) const { wl_seat_destroy(object); }
   void operator()(wl_region* object) const { wl_region_destroy(object); }
   void operator()(wl_buffer* object) const { wl_buffer_destroy(object); }
+  void operator()(wl_pointer* object) const { wl_pointer_destroy(object); }
   void operator()(wl_surface* object) const { wl_surface_destroy(object); }
   void operator()(wp_viewporter* object) const { wp_viewporter_destroy(object); }
   void operator()(wp_viewport* object) const { wp_viewport_destroy(object); }
@@ -38,6 +42,18 @@ struct WaylandDestroy {
       wl_proxy_destroy(reinterpret_cast<wl_proxy*>(object));
     }
   }
+  void operator()(zwp_relative_pointer_manager_v1* object) const { zwp_relative_pointer_manager_v1_destroy(object); }
+  void operator()(zwp_relative_pointer_v1* object) const { zwp_relative_pointer_v1_destroy(object); }
+  void operator()(xdg_activation_v1* object) const { xdg_activation_v1_destroy(object); }
+  void operator()(xdg_activation_token_v1* object) const { xdg_activation_token_v1_destroy(object); }
+  void operator()(org_kde_plasma_window* object) const {
+    if (org_kde_plasma_window_get_version(object) >= ORG_KDE_PLASMA_WINDOW_DESTROY_SINCE_VERSION) {
+      org_kde_plasma_window_destroy(object);
+    } else {
+      wl_proxy_destroy(reinterpret_cast<wl_proxy*>(object));
+    }
+  }
+  void operator()(org_kde_plasma_window_management* object) const { org_kde_plasma_window_management_destroy(object); }
   void operator()(zwlr_foreign_toplevel_handle_v1* object) const { zwlr_foreign_toplevel_handle_v1_destroy(object); }
   void operator()(zwlr_foreign_toplevel_manager_v1* object) const { zwlr_foreign_toplevel_manager_v1_destroy(object); }
 };

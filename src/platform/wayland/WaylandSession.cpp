@@ -18,8 +18,9 @@ namespace tarnwick {
 namespace {
 
 constexpr quint32 kCompositorVersion = 4;
-constexpr quint32 kLayerShellVersion = 4;
 constexpr quint32 kToplevelsVersion = 3;
+/// The last one that tells of windows by a number.
+constexpr quint32 kPlasmaWindowsVersion = 12;
 constexpr const char* kKWin = "org_kde_plasma_shell";
 
 void* ofDisplay(const char* name) {
@@ -56,14 +57,14 @@ WaylandSession::Offer WaylandSession::offer() {
   return found;
 }
 
-WaylandSession::WaylandSession() : display_(static_cast<wl_display*>(ofDisplay("wl_display"))) {
+WaylandSession::WaylandSession(quint32 layers) : display_(static_cast<wl_display*>(ofDisplay("wl_display"))) {
   if (!display_) throw DomainError::invalid(tr("Tarnwick does not run on a Wayland display."));
   static constexpr wl_registry_listener kListener{
       .global =
           [](void* data, wl_registry*, uint32_t name, const char* interface, uint32_t version) {
             auto* self = static_cast<WaylandSession*>(data);
             self->globals_.insert(name, {interface, version});
-            if (self->layerShell_) self->bindSeat();
+            if (self->compositor_) self->bindSeat();
           },
       .global_remove = [](void* data, wl_registry*,
                           uint32_t name) { static_cast<WaylandSession*>(data)->removed(name); }};
@@ -80,15 +81,15 @@ WaylandSession::WaylandSession() : display_(static_cast<wl_display*>(ofDisplay("
   judgesKeysOnce_ = std::ranges::find(globals_, kKWin, &Global::interface) != globals_.end();
   compositor_ = bind<wl_compositor>(wl_compositor_interface, kCompositorVersion);
   shm_ = bind<wl_shm>(wl_shm_interface, 1);
-  layerShell_ = bind<zwlr_layer_shell_v1>(zwlr_layer_shell_v1_interface, kLayerShellVersion);
+  if (layers > 0) layerShell_ = bind<zwlr_layer_shell_v1>(zwlr_layer_shell_v1_interface, layers);
   viewporter_ = bind<wp_viewporter>(wp_viewporter_interface, 1);
-  if (!compositor_ || !shm_ || !layerShell_) {
-    throw DomainError::invalid(tr("This desktop offers no layer for a dock."));
-  }
+  if (!compositor_ || !shm_) throw DomainError::invalid(tr("This Wayland compositor does not answer."));
   windows_ = bind<xdg_wm_base>(xdg_wm_base_interface, 1);
   static constexpr xdg_wm_base_listener kWindowsListener{
       .ping = [](void*, xdg_wm_base* windows, uint32_t serial) { xdg_wm_base_pong(windows, serial); }};
   if (windows_) xdg_wm_base_add_listener(windows_.get(), &kWindowsListener, this);
+  activation_ = bind<xdg_activation_v1>(xdg_activation_v1_interface, 1);
+  devices_ = bind<zwp_relative_pointer_manager_v1>(zwp_relative_pointer_manager_v1_interface, 1);
   bindSeat();
 }
 
@@ -107,6 +108,10 @@ WaylandOwned<Object> WaylandSession::bind(const wl_interface& interface, quint32
 
 WaylandOwned<zwlr_foreign_toplevel_manager_v1> WaylandSession::bindToplevels() const {
   return bind<zwlr_foreign_toplevel_manager_v1>(zwlr_foreign_toplevel_manager_v1_interface, kToplevelsVersion);
+}
+
+WaylandOwned<org_kde_plasma_window_management> WaylandSession::bindPlasmaWindows() const {
+  return bind<org_kde_plasma_window_management>(org_kde_plasma_window_management_interface, kPlasmaWindowsVersion);
 }
 
 void WaylandSession::bindSeat() {

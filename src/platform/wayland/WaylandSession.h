@@ -25,23 +25,33 @@ class WaylandSession final : public QObject {
   static Offer offer();
   static bool isAvailable() { return offer() == Offer::Layers; }
 
-  /// Throws DomainError where the application does not run on Wayland or the compositor knows no layers.
-  WaylandSession();
+  static constexpr quint32 kLayerShellVersion = 4;
+
+  /// Throws DomainError where the application does not run on Wayland. `layers`: the greatest version of the protocol
+  /// of layers that is spoken, as with a compositor that has no newer one; 0 as with one that has none.
+  explicit WaylandSession(quint32 layers = kLayerShellVersion);
   ~WaylandSession() override;
 
   wl_display* display() const { return display_; }
   wl_compositor* compositor() const { return compositor_.get(); }
+  /// Null where the compositor knows no layers.
   zwlr_layer_shell_v1* layerShell() const { return layerShell_.get(); }
   /// Null where there is no seat.
   wl_seat* seat() const { return seat_.get(); }
   /// Null where the compositor cannot stretch pictures.
   wp_viewporter* viewporter() const { return viewporter_.get(); }
+  /// Lets one program bring the window of another to the front. Null where the compositor has no such thing.
+  xdg_activation_v1* activation() const { return activation_.get(); }
+  /// Tells of the motion of devices. Null where the compositor does not.
+  zwp_relative_pointer_manager_v1* devices() const { return devices_.get(); }
   /// Whether the compositor (KWin) gives the keyboard only to surfaces that wanted it from the first.
   bool judgesKeysOnce() const { return judgesKeysOnce_; }
   /// Makes small windows above others. Null where the compositor has none.
   xdg_wm_base* windows() const { return windows_.get(); }
   /// Null where the compositor does not tell of windows. Its events go to the event loop.
   WaylandOwned<zwlr_foreign_toplevel_manager_v1> bindToplevels() const;
+  /// KWin's own way. Null for all but KWin, and where its permission was not asked for.
+  WaylandOwned<org_kde_plasma_window_management> bindPlasmaWindows() const;
 
   /// A picture of that size without a visible pixel.
   WaylandOwned<wl_buffer> clearBuffer(const QSize& size) const;
@@ -75,6 +85,8 @@ class WaylandSession final : public QObject {
   WaylandOwned<zwlr_layer_shell_v1> layerShell_;
   WaylandOwned<wp_viewporter> viewporter_;
   WaylandOwned<xdg_wm_base> windows_;
+  WaylandOwned<xdg_activation_v1> activation_;
+  WaylandOwned<zwp_relative_pointer_manager_v1> devices_;
   WaylandOwned<wl_seat> seat_;
   quint32 seatName_ = 0;
   bool hasPointer_ = false;

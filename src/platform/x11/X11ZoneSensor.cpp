@@ -8,8 +8,8 @@
 
 namespace tarnwick {
 
-X11ZoneSensor::X11ZoneSensor(X11Events& events, const X11Screens& screens)
-    : events_(events), input_(events.rawInput()), screens_(screens) {
+X11ZoneSensor::X11ZoneSensor(X11Events& events, const X11Screens& screens, const Capability& edges)
+    : events_(events), input_(events.rawInput()), screens_(screens), edges_(edges) {
   connect(&screens, &X11Screens::changed, this, [this] {
     travel_.reset();
     if (!requests_.isEmpty()) ask();

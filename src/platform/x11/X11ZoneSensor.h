@@ -16,7 +16,10 @@ namespace tarnwick {
 class X11ZoneSensor final : public ZoneSensor {
   Q_OBJECT
  public:
-  X11ZoneSensor(X11Events& events, const X11Screens& screens);
+  /// `edges`: whether the server sees the pointer wherever it is; one that is itself a Wayland program does not.
+  X11ZoneSensor(X11Events& events, const X11Screens& screens, const Capability& edges = Capability::yes());
+
+  Capability edges() const override { return edges_; }
 
   void watch(const QList<ZoneRequest>& requests) override;
   PointerZones zones(const QString& screen) const override { return zones_.value(screen); }
@@ -34,6 +37,7 @@ class X11ZoneSensor final : public ZoneSensor {
   X11Events& events_;
   X11RawInput& input_;
   const X11Screens& screens_;
+  Capability edges_;
   QList<ZoneRequest> requests_;
   X11RawInput::Ear motion_;
   X11RawInput::Ear buttons_;

@@ -1,8 +1,9 @@
-#include "platform/x11/X11FrameClock.h"
+#include "platform/qt/TimerFrameClock.h"
 
 #include <sys/timerfd.h>
 #include <time.h>
 
+#include <QScreen>
 #include <cmath>
 
 namespace tarnwick {
@@ -23,21 +24,19 @@ timespec timeOf(qint64 nanoseconds) { return {.tv_sec = nanoseconds / kSecond, .
 
 }  // namespace
 
-X11FrameClock::X11FrameClock(const X11Screens& screens, const QString& screen) : screens_(screens), screen_(screen) {}
-
-void X11FrameClock::start() {
+void TimerFrameClock::start() {
   if (isRunning()) return;
   timer_ = FileDescriptor(timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK));
   if (!timer_) return;
   notifier_ = std::make_unique<QSocketNotifier>(timer_.number(), QSocketNotifier::Read);
-  connect(notifier_.get(), &QSocketNotifier::activated, this, &X11FrameClock::beat);
-  if (const auto native = screens_.native(screen_); native && native->screen) {
-    connect(native->screen, &QScreen::refreshRateChanged, notifier_.get(), [this] { run(); });
+  connect(notifier_.get(), &QSocketNotifier::activated, this, &TimerFrameClock::beat);
+  if (const QScreen* screen = screen_()) {
+    connect(screen, &QScreen::refreshRateChanged, notifier_.get(), [this] { run(); });
   }
   run();
 }
 
-void X11FrameClock::stop() {
+void TimerFrameClock::stop() {
   if (!notifier_) return;
   notifier_->setEnabled(false);
   notifier_->disconnect(this);
@@ -45,13 +44,13 @@ void X11FrameClock::stop() {
   timer_.reset();
 }
 
-double X11FrameClock::rate() const {
-  const auto native = screens_.native(screen_);
-  const double rate = native && native->screen ? native->screen->refreshRate() : kUsualRate;
+double TimerFrameClock::rate() const {
+  const QScreen* screen = screen_();
+  const double rate = screen ? screen->refreshRate() : kUsualRate;
   return rate >= kLeastRate && rate <= kGreatestRate ? rate : kUsualRate;
 }
 
-void X11FrameClock::run() {
+void TimerFrameClock::run() {
   period_ = std::llround(static_cast<double>(kSecond) / rate());
   // The first beat comes at once: what moves is a frame further on before the screen shows it.
   previous_ = steadyNow() - period_;
@@ -59,7 +58,7 @@ void X11FrameClock::run() {
   timerfd_settime(timer_.number(), 0, &beats, nullptr);
 }
 
-void X11FrameClock::beat() {
+void TimerFrameClock::beat() {
   quint64 count = 0;
   if (::read(timer_.number(), &count, sizeof count) != sizeof count) return;
   previous_ += static_cast<qint64>(count) * period_;

@@ -1,21 +1,23 @@
 #pragma once
 
 #include <QSocketNotifier>
+#include <functional>
 #include <memory>
 
 #include "base/FileDescriptor.h"
 #include "desktop/FrameClock.h"
-#include "platform/x11/X11Screens.h"
+
+class QScreen;
 
 namespace tarnwick {
 
 /// Beats of a kernel timer. Each lies a whole number of periods after the start, so that a late one does not move those
 /// after it; those that the main thread slept through are left out.
-class X11FrameClock final : public FrameClock {
+class TimerFrameClock final : public FrameClock {
   Q_OBJECT
  public:
-  X11FrameClock(const X11Screens& screens, const QString& screen);
-  ~X11FrameClock() override { stop(); }
+  explicit TimerFrameClock(std::function<QScreen*()> screen) : screen_(std::move(screen)) {}
+  ~TimerFrameClock() override { stop(); }
 
   void start() override;
   void stop() override;
@@ -26,8 +28,7 @@ class X11FrameClock final : public FrameClock {
   void run();
   void beat();
 
-  const X11Screens& screens_;
-  QString screen_;
+  std::function<QScreen*()> screen_;
   FileDescriptor timer_;
   std::unique_ptr<QSocketNotifier> notifier_;
   qint64 period_ = 0;    ///< Nanoseconds.

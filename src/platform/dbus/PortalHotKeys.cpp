@@ -1,0 +1,227 @@
+#include "platform/dbus/PortalHotKeys.h"
+
+#include <xkbcommon/xkbcommon.h>
+
+#include <QDBusArgument>
+#include <QDBusMetaType>
+#include <QDBusObjectPath>
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "desktop/VirtualKeys.h"
+
+namespace tarnwick {
+
+/// One key as the portal writes it.
+struct PortalShortcut {
+  QString id;
+  QVariantMap facts;
+};
+
+QDBusArgument& operator<<(QDBusArgument& out, const PortalShortcut& shortcut) {
+  out.beginStructure();
+  out << shortcut.id << shortcut.facts;
+  out.endStructure();
+  return out;
+}
+
+const QDBusArgument& operator>>(const QDBusArgument& in, PortalShortcut& shortcut) {
+  in.beginStructure();
+  in >> shortcut.id >> shortcut.facts;
+  in.endStructure();
+  return in;
+}
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr auto kPortal = "org.freedesktop.portal.Desktop"_L1;
+constexpr auto kPath = "/org/freedesktop/portal/desktop"_L1;
+constexpr auto kShortcuts = "org.freedesktop.portal.GlobalShortcuts"_L1;
+constexpr auto kRegistry = "org.freedesktop.host.portal.Registry"_L1;
+constexpr auto kRequest = "org.freedesktop.portal.Request"_L1;
+constexpr auto kSession = "org.freedesktop.portal.Session"_L1;
+constexpr auto kProperties = "org.freedesktop.DBus.Properties"_L1;
+
+QDBusMessage question(QLatin1StringView interface, const QString& method, const QVariantList& arguments) {
+  auto message = QDBusMessage::createMethodCall(kPortal, kPath, interface, method);
+  message.setArguments(arguments);
+  return message;
+}
+
+/// Such as "CTRL+ALT+LOGO+d"; empty for a key that no keyboard has.
+QString triggerOf(const HotKeyWish& wish) {
+  std::array<char, 64> name{};
+  const auto keysym = VirtualKeys::keysym(wish.keyCode);
+  if (!keysym || xkb_keysym_get_name(*keysym, name.data(), name.size()) <= 0) return {};
+  QStringList parts;
+  if (wish.modifiers & VirtualKeys::kControl) parts << u"CTRL"_s;
+  if (wish.modifiers & VirtualKeys::kOption) parts << u"ALT"_s;
+  if (wish.modifiers & VirtualKeys::kShift) parts << u"SHIFT"_s;
+  if (wish.modifiers & VirtualKeys::kCommand) parts << u"LOGO"_s;
+  parts << QString::fromLatin1(name.data());
+  return parts.join(u'+');
+}
+
+QString idOf(const HotKeyAction& action) {
+  QString id = action.order;
+  return id.remove(u"--"_s).replace(u' ', u'-');
+}
+
+QStringList idsIn(const QVariant& told) {
+  if (!told.canConvert<QDBusArgument>()) return {};
+  const auto argument = told.value<QDBusArgument>();
+  if (argument.currentSignature() != "a(sa{sv})"_L1) return {};
+  QStringList ids;
+  for (const PortalShortcut& one : qdbus_cast<QList<PortalShortcut>>(argument)) ids << one.id;
+  return ids;
+}
+
+}  // namespace
+
+PortalHotKeys::PortalHotKeys(const QDBusConnection& session, const QString& application, ActionOf actionOf)
+    : session_(session), application_(application), actionOf_(std::move(actionOf)), portal_(session, kPortal) {
+  qDBusRegisterMetaType<PortalShortcut>();
+  qDBusRegisterMetaType<QList<PortalShortcut>>();
+  portal_.listen({}, kRequest, u"Response"_s, [this](const QDBusMessage& response) { heard(response); });
+  portal_.listen(kPath, kShortcuts, u"Activated"_s, [this](const QDBusMessage& signal) { activated(signal); });
+  // Without a bus nobody will ever answer.
+  if (!session.isConnected()) state_ = State::Refused;
+  connect(&portal_, &BusService::ownerChanged, this, &PortalHotKeys::ownerChanged);
+}
+
+Capability PortalHotKeys::capability() const {
+  if (state_ != State::Refused) return Capability::yes();
+  return Capability::no(
+      tr("This desktop keeps its keys to itself: bind them in its own settings to orders such as "
+         "\"tarnwick --toggle\"."));
+}
+
+HotKeyBinding PortalHotKeys::bind(quint32 identifier, const HotKeyWish& wish) {
+  if (state_ == State::Refused) {
+    return {.bound = false,
+            .text = {},
+            .reason = tr("This desktop keeps its keys to itself: bind one in its own settings to \"tarnwick %1\".")
+                          .arg(actionOf_(identifier).order)};
+  }
+  wishes_.insert(identifier, wish);
+  submitLater();
+  return {.bound = true, .text = VirtualKeys::text(wish.keyCode, wish.modifiers), .reason = {}};
+}
+
+void PortalHotKeys::unbindAll() {
+  wishes_.clear();
+  closeSession();
+}
+
+void PortalHotKeys::closeSession() {
+  requestPath_.clear();
+  if (sessionPath_.isEmpty()) return;
+  session_.send(QDBusMessage::createMethodCall(kPortal, sessionPath_, kSession, u"Close"_s));
+  sessionPath_.clear();
+}
+
+// --- Whether there is one -------------------------------------------------------------------------------------------
+
+// A portal that isn't running yet is started by the first question, early in a session it rarely runs. One that ended
+// is left in peace until somebody needs it.
+void PortalHotKeys::ownerChanged() {
+  const bool isFirst = !std::exchange(hasAsked_, true);
+  requestPath_.clear();
+  sessionPath_.clear();
+  if (!isFirst && !portal_.isRunning()) return;
+  state_ = State::Unknown;
+  // The portal knows programs by their desktop entry. Old ones look it up themselves, and know nothing of this method.
+  const int asked = ++questions_;
+  ask(session_, question(kRegistry, u"Register"_s, {application_, QVariantMap()}), this, [](const QDBusMessage&) {});
+  ask(session_, question(kProperties, u"GetAll"_s, {QString(kShortcuts)}), this,
+      [this, asked](const QDBusMessage& reply) {
+        if (asked != questions_) return;
+        if (reply.type() != QDBusMessage::ReplyMessage) return refuse();
+        state_ = State::Ready;
+        submitLater();
+      });
+}
+
+void PortalHotKeys::refuse() {
+  state_ = State::Refused;
+  closeSession();
+  for (const quint32 identifier : std::exchange(wishes_, {}).keys()) Q_EMIT lost(identifier);
+}
+
+// --- Binding --------------------------------------------------------------------------------------------------------
+
+void PortalHotKeys::submitLater() {
+  if (state_ != State::Ready || std::exchange(isSubmitting_, true)) return;
+  QMetaObject::invokeMethod(this, &PortalHotKeys::submit, Qt::QueuedConnection);
+}
+
+// A session takes keys only once.
+void PortalHotKeys::submit() {
+  isSubmitting_ = false;
+  closeSession();
+  if (state_ != State::Ready || wishes_.isEmpty()) return;
+  const QVariantMap options{{u"session_handle_token"_s, u"tarnwick%1"_s.arg(++count_)}};
+  request(u"CreateSession"_s, {}, options, [this](const QVariantMap& results) {
+    sessionPath_ = results.value(u"session_handle"_s).toString();
+    bindAll();
+  });
+}
+
+void PortalHotKeys::bindAll() {
+  QList<PortalShortcut> shortcuts;
+  for (auto wish = wishes_.cbegin(); wish != wishes_.cend(); ++wish) {
+    const HotKeyAction action = actionOf_(wish.key());
+    QVariantMap facts{{u"description"_s, action.words}};
+    if (const QString trigger = triggerOf(*wish); !trigger.isEmpty()) facts.insert(u"preferred_trigger"_s, trigger);
+    shortcuts.append({idOf(action), facts});
+  }
+  const QVariantList arguments{QVariant::fromValue(QDBusObjectPath(sessionPath_)), QVariant::fromValue(shortcuts),
+                               QString()};
+  request(u"BindShortcuts"_s, arguments, {}, [this](const QVariantMap& results) {
+    const QStringList bound = idsIn(results.value(u"shortcuts"_s));
+    for (const quint32 identifier : wishes_.keys()) {
+      if (bound.contains(idOf(actionOf_(identifier)))) continue;
+      wishes_.remove(identifier);
+      Q_EMIT lost(identifier);
+    }
+  });
+}
+
+void PortalHotKeys::request(const QString& method, const QVariantList& arguments, QVariantMap options, Handler done) {
+  // The answer may come before the reply that names its path, so the path is told in advance.
+  const QString token = u"tarnwick%1"_s.arg(++count_);
+  const QString sender = session_.baseService().sliced(std::min<qsizetype>(1, session_.baseService().size()));
+  requestPath_ = u"%1/request/%2/%3"_s.arg(kPath, QString(sender).replace(u'.', u'_'), token);
+  answered_ = std::move(done);
+  options.insert(u"handle_token"_s, token);
+  ask(session_, question(kShortcuts, method, QVariantList(arguments) << options), this,
+      [this, expected = requestPath_](const QDBusMessage& reply) {
+        if (requestPath_ == expected && reply.type() != QDBusMessage::ReplyMessage) refuse();
+      });
+}
+
+void PortalHotKeys::heard(const QDBusMessage& response) {
+  if (requestPath_.isEmpty() || response.path() != requestPath_) return;
+  requestPath_.clear();
+  const QVariantList arguments = response.arguments();
+  if (arguments.value(0).toUInt() != 0) return refuse();
+  const Handler answered = std::exchange(answered_, {});
+  answered(qdbus_cast<QVariantMap>(arguments.value(1)));
+}
+
+void PortalHotKeys::activated(const QDBusMessage& signal) {
+  const QVariantList arguments = signal.arguments();
+  if (sessionPath_.isEmpty() || arguments.value(0).value<QDBusObjectPath>().path() != sessionPath_) return;
+  const QString id = arguments.value(1).toString();
+  for (const quint32 identifier : wishes_.keys()) {
+    if (idOf(actionOf_(identifier)) == id) {
+      Q_EMIT pressed(identifier);
+      return;
+    }
+  }
+}
+
+}  // namespace tarnwick

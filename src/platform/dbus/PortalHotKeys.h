@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QMap>
+#include <functional>
+
+#include "desktop/HotKeys.h"
+#include "platform/dbus/BusService.h"
+
+namespace tarnwick {
+
+/// Keys that the desktop's portal binds for us, where it has that facility: the desktop asks the user and decides. All
+/// wishes of a moment go out together, and again whenever one changes. Where there is no such portal, a key is bound in
+/// the desktop's own settings to an order of ours.
+class PortalHotKeys final : public HotKeys {
+  Q_OBJECT
+ public:
+  using ActionOf = std::function<HotKeyAction(quint32 identifier)>;
+
+  /// `session` should be a connection that nobody else speaks to the portal over. `application`: what the desktop entry
+  /// is called, by which the portal knows programs.
+  PortalHotKeys(const QDBusConnection& session, const QString& application, ActionOf actionOf);
+  ~PortalHotKeys() override { closeSession(); }
+
+  Capability capability() const override;
+  HotKeyBinding bind(quint32 identifier, const HotKeyWish& wish) override;
+  void unbindAll() override;
+
+ private:
+  enum class State {
+    Unknown,  ///< The portal has not answered yet.
+    Ready,
+    Refused  ///< There is none, or it would not have our keys.
+  };
+  using Handler = std::function<void(const QVariantMap& results)>;
+
+  void ownerChanged();
+  void refuse();
+  void submitLater();
+  void submit();
+  void bindAll();
+  void closeSession();
+  /// Calls a method whose answer comes by a signal. Less than success is a refusal.
+  void request(const QString& method, const QVariantList& arguments, QVariantMap options, Handler done);
+  void heard(const QDBusMessage& response);
+  void activated(const QDBusMessage& signal);
+
+  QDBusConnection session_;
+  QString application_;
+  ActionOf actionOf_;
+  BusService portal_;
+  State state_ = State::Unknown;
+  bool hasAsked_ = false;
+  bool isSubmitting_ = false;
+  int questions_ = 0;
+  QMap<quint32, HotKeyWish> wishes_;
+  QString sessionPath_;  ///< Empty while no keys are bound.
+  QString requestPath_;  ///< Of what was asked last; empty while nothing is.
+  Handler answered_;
+  int count_ = 0;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,18 @@
+#include "platform/wayland/PlainPanels.h"
+
+#include <QCoreApplication>
+
+#include "platform/wayland/PlainPanel.h"
+
+namespace tarnwick {
+
+std::unique_ptr<Panel> PlainPanels::make(std::unique_ptr<QWidget> content) {
+  return std::make_unique<PlainPanel>(screens_, std::move(content));
+}
+
+Capability PlainPanels::captureProtection() const {
+  return Capability::no(QCoreApplication::translate(
+      "tarnwick::WaylandPanels", "On Wayland no program can leave a window out of pictures of the screen."));
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "desktop/ClientWindows.h"
+#include "platform/wayland/WaylandPanels.h"
+#include "platform/wayland/WaylandScreens.h"
+
+namespace tarnwick {
+
+/// The windows that KWin lists, ours left out. It does so only for a program whose desktop entry names the interface in
+/// X-KDE-Wayland-Interfaces. What it is made with must outlive it.
+class PlasmaClientWindows final : public ClientWindows {
+  Q_OBJECT
+ public:
+  PlasmaClientWindows(WaylandOwned<org_kde_plasma_window_management> manager, const WaylandScreens& screens,
+                      const WaylandPanels& panels);
+  ~PlasmaClientWindows() override;
+
+  QList<ClientWindow> all() const override { return windows_; }
+  void activate(quint64 id) override;
+  void close(quint64 id) override;
+  void minimise(quint64 id) override;
+  void setIconGeometry(const QList<quint64>& windows, const QRectF& tile) override;
+
+ private:
+  class Window;
+
+  void came(org_kde_plasma_window* handle);
+  void ended(const Window* window);
+  void setState(quint64 id, quint32 flag, bool on);
+  org_kde_plasma_window* handle(quint64 id) const;
+  void publishLater();
+  void publish();
+
+  WaylandOwned<org_kde_plasma_window_management> manager_;
+  const WaylandScreens& screens_;
+  const WaylandPanels& panels_;
+  std::vector<std::unique_ptr<Window>> known_;  ///< Oldest first.
+  quint64 latest_ = 0;
+  QList<ClientWindow> windows_;
+  bool isPublishing_ = false;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,18 @@
+#include "desktop/ForeignProgram.h"
+
+namespace tarnwick::testing {
+
+ForeignProgram::ForeignProgram(const QString& file, const QRect& place) {
+  QStringList arguments{file};
+  for (const int number : {place.x(), place.y(), place.width(), place.height()}) {
+    if (!place.isEmpty()) arguments << QString::number(number);
+  }
+  process_.start(QStringLiteral(TARNWICK_DRAG_SOURCE), arguments);
+}
+
+ForeignProgram::~ForeignProgram() {
+  process_.kill();
+  process_.waitForFinished();
+}
+
+}  // namespace tarnwick::testing

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QColor>
+#include <QPoint>
+#include <QRect>
+#include <QString>
+#include <memory>
+
+namespace tarnwick::testing {
+
+/// A window of another program; it goes with this.
+class OtherWindow {
+ public:
+  virtual ~OtherWindow() = default;
+};
+
+/// The desktop that the scenarios play on, whichever window system it has: its displays, and a hand with a pointer.
+/// Desktop coordinates.
+class TestDesk {
+ public:
+  static TestDesk& current();
+  virtual ~TestDesk() = default;
+
+  /// Divides the desktop in two displays, or makes it one again where it can be.
+  virtual void showTwo() = 0;
+  virtual void showOne() = 0;
+  /// The display that stands at that number of those that are shown now.
+  virtual QRect display(int number) = 0;
+  /// A place on the first display where no dock is, and that a window of another program would cover.
+  virtual QPoint away() const = 0;
+
+  virtual void moveTo(QPoint place) = 0;
+  virtual void button(bool down, Qt::MouseButton which = Qt::LeftButton) = 0;
+  void click(QPoint place, Qt::MouseButton which = Qt::LeftButton) {
+    moveTo(place);
+    button(true, which);
+    button(false, which);
+  }
+  /// Waits until the program has seen all that happened up to now, and has acted on it.
+  virtual void settle() = 0;
+
+  /// Whether something else than the desktop's ground is seen there.
+  virtual bool isPainted(QPoint place) = 0;
+  /// Whether a click there would be for that window. May move the pointer there.
+  virtual bool takesClicks(QPoint place, QWidget& window) = 0;
+
+  /// A bar that keeps so much of the first display's lower edge.
+  virtual std::unique_ptr<OtherWindow> bar(int thickness) = 0;
+  /// A window that fills the first display and is in front.
+  virtual std::unique_ptr<OtherWindow> film() = 0;
+  /// A program around `away()` from which a hand can drag that file, once it is seen there.
+  virtual std::unique_ptr<OtherWindow> source(const QString& file) = 0;
+};
+
+}  // namespace tarnwick::testing

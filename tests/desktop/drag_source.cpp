@@ -1,0 +1,49 @@
+// usage: drag_source FILE [X Y WIDTH HEIGHT]
+// A window from which a hand can drag the file.
+#include <QApplication>
+#include <QDrag>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QUrl>
+#include <QWidget>
+
+namespace {
+
+class Source final : public QWidget {
+ public:
+  explicit Source(const QString& file) : file_(file) {}
+
+ protected:
+  // Its corner is another colour than the rest, so that it is seen to be there also where it covers everything.
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.fillRect(rect(), Qt::black);
+    painter.fillRect(rect().adjusted(20, 20, -20, -20), Qt::yellow);
+  }
+  void mousePressEvent(QMouseEvent*) override {
+    auto* carried = new QMimeData;
+    carried->setUrls({QUrl::fromLocalFile(file_)});
+    auto* drag = new QDrag(this);
+    drag->setMimeData(carried);
+    drag->exec(Qt::CopyAction);
+  }
+
+ private:
+  QString file_;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const QApplication application(argc, argv);
+  const QStringList arguments = QApplication::arguments();
+  Source source(arguments.value(1));
+  const auto number = [&](int at) { return arguments.value(at).toInt(); };
+  if (arguments.size() > 5) {
+    source.setWindowFlag(Qt::FramelessWindowHint);
+    source.setGeometry(number(2), number(3), number(4), number(5));
+  }
+  source.show();
+  return QApplication::exec();
+}

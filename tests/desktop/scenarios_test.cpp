@@ -1,0 +1,255 @@
+// The dock under a real pointer, on every window system alike: where each layout stands, when it comes and goes, what
+// opens beside it, and what is dropped on it.
+#include <QApplication>
+#include <QDir>
+#include <QMenu>
+#include <algorithm>
+
+#include "desktop/ShellTest.h"
+
+namespace tarnwick::testing {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr DockLayout kLayouts[] = {DockLayout::Fixed,     DockLayout::Swap,    DockLayout::RevealBottom,
+                                   DockLayout::RevealTop, DockLayout::Replace, DockLayout::ReplaceAutoHide,
+                                   DockLayout::Floating};
+constexpr double kStarterWidth = 797;
+constexpr double kHeight = 84;
+constexpr double kGap = 8;
+constexpr double kSides = 24;
+constexpr int kBar = 40;
+
+class ShellScenario : public ShellTest {
+ protected:
+  QMenu* menu() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
+  QAction* entry(const QString& text) {
+    const QList<QAction*> entries = menu()->actions();
+    return *std::ranges::find(entries, text, &QAction::text);
+  }
+  /// A drag of any program over the dock.
+  struct DragEar final : QObject {
+    bool eventFilter(QObject*, QEvent* event) override {
+      heard = heard || event->type() == QEvent::DragMove;
+      return false;
+    }
+    bool heard = false;
+  };
+  QPoint edge() { return QPoint(desk.away().x(), desk.display(0).bottom()); }
+};
+
+TEST_F(ShellScenario, EachLayoutStandsWhereItsRuleSays) {
+  desk.showTwo();
+  // A bar of another program at the foot of the first display: layouts that own the edge do not mind it.
+  const auto bar = desk.bar(kBar);
+  for (const DockLayout layout : kLayouts) {
+    SCOPED_TRACE(static_cast<int>(layout));
+    DockConfiguration config;
+    config.layout = layout;
+    config.display = u"all"_s;
+    start(config);
+    const bool owns =
+        layout == DockLayout::Replace || layout == DockLayout::ReplaceAutoHide || layout == DockLayout::Swap;
+    for (const int number : {0, 1}) {
+      const QRectF display = desk.display(number);
+      const double width = std::min(kStarterWidth, display.width() - kSides);
+      const double free = display.bottom() - (number == 0 && !owns ? kBar : 0);
+      const double top = layout == DockLayout::RevealTop ? display.top() + kGap : free - kGap - kHeight;
+      const QRectF expected(display.center().x() - width / 2, top, width, kHeight);
+      EXPECT_TRUE(inTime([&] { return dock().frame(idOn(number)) == expected; })) << number;
+      const QPoint inside = expected.center().toPoint();
+      const bool hides = DockVisibility::reveals(layout);
+      EXPECT_TRUE(comesTrue([&] { return isPainted(inside) != hides; })) << number;
+    }
+    end();
+  }
+}
+
+TEST_F(ShellScenario, AHiddenDockComesAtTheEdgeAfterItsDelayAndGoesAgain) {
+  DockConfiguration config;
+  config.layout = DockLayout::ReplaceAutoHide;
+  start(config);
+  const QPoint place = middle();
+  EXPECT_FALSE(dock().isVisible(id()));
+  EXPECT_FALSE(isPainted(place));
+  EXPECT_FALSE(takesClicks(place));
+
+  moveAndCount(edge(), true);
+  time.advance(0.1);
+  EXPECT_FALSE(dock().isVisible(id()));
+  // Who leaves before it is over waits anew.
+  moveAndCount(desk.away(), false);
+  moveAndCount(edge(), true);
+  time.advance(0.1);
+  EXPECT_FALSE(dock().isVisible(id()));
+  time.advance(0.05);
+  EXPECT_TRUE(dock().isVisible(id()));
+  EXPECT_TRUE(comesTrue([&] { return isIn() && isPainted(place) && takesClicks(place); }));
+
+  // It stays while the pointer is on it, and while a panel of it is open.
+  desk.moveTo(tile(4).center());
+  ASSERT_TRUE(comesTrue([&] { return zones->zones(id()).inside && !zones->zones(id()).bottomEdge; }));
+  time.advance(5);
+  EXPECT_TRUE(dock().isVisible(id()));
+  desk.click(tile(4).center());
+  ASSERT_TRUE(comesTrue([&] { return isOpen(); }));
+  desk.moveTo(desk.away());
+  ASSERT_TRUE(comesTrue([&] { return !zones->zones(id()).inside; }));
+  time.advance(5);
+  EXPECT_TRUE(dock().isVisible(id()));
+
+  const qsizetype before = time.waiting();
+  desk.click(desk.away());
+  ASSERT_TRUE(comesTrue([&] { return !isOpen() && time.waiting() > before; }));
+  time.advance(0.5);
+  EXPECT_TRUE(dock().isVisible(id()));
+  time.advance(0.25);
+  EXPECT_FALSE(dock().isVisible(id()));
+  EXPECT_TRUE(comesTrue([&] { return !isPainted(place) && !takesClicks(place); }));
+}
+
+TEST_F(ShellScenario, SwapGivesWayAtTheEdgeAndComesBack) {
+  DockConfiguration config;
+  config.layout = DockLayout::Swap;
+  start(config);
+  const QPoint place = middle();
+  EXPECT_TRUE(comesTrue([&] { return isPainted(place); }));
+  desk.moveTo(edge());
+  EXPECT_TRUE(comesTrue([&] { return !dock().isVisible(id()) && !isPainted(place); }));
+  desk.moveTo(desk.away());
+  EXPECT_TRUE(comesTrue([&] { return dock().isVisible(id()) && isPainted(place); }));
+  EXPECT_TRUE(comesTrue([&] { return takesClicks(place); }));
+}
+
+TEST_F(ShellScenario, APanelStandsBesideTheGlassUntilAClickElsewhere) {
+  startShown(twoProfiles());
+  desk.moveTo(tile(4).center());
+  desk.settle();
+  ASSERT_TRUE(inTime([&] { return glass().height() == 110; }));  // The tabs came.
+  desk.click(tile(4).center());
+  ASSERT_TRUE(comesTrue([&] { return isOpen(); }));
+  const QPoint tab(tile(4).center().x(), glass().top() + 18);
+  const QPoint above(tile(4).center().x(), glass().top() - 14);
+  EXPECT_TRUE(comesTrue([&] { return isPainted(above) && !takesClicks(above); }));
+  EXPECT_TRUE(comesTrue([&] { return takesClicks(tab); }));
+  // What the panel stands on does not move while it is open.
+  desk.moveTo(above);
+  desk.settle();
+  time.advance(1);
+  EXPECT_EQ(glass().height(), 110);
+
+  desk.click(desk.away());
+  EXPECT_TRUE(comesTrue([&] { return !isOpen(); }));
+  EXPECT_TRUE(inTime([&] { return glass().height() == 84; }));
+  // A second click on its tile closes it too, and so does another profile.
+  desk.click(tile(4).center());
+  EXPECT_TRUE(comesTrue([&] { return isOpen(); }));
+  desk.click(tile(4).center());
+  EXPECT_TRUE(comesTrue([&] { return !isOpen(); }));
+  desk.click(tile(4).center());
+  EXPECT_TRUE(comesTrue([&] { return isOpen(); }));
+  delegate->perform({Order::Kind::Profile, 1});
+  EXPECT_TRUE(comesTrue([&] { return !isOpen(); }));
+}
+
+TEST_F(ShellScenario, AMenuStandsBesideTheGlassAndItsEntryActs) {
+  startShown(DockConfiguration());
+  const QUuid clock = store().widgets()[1].id;
+  desk.click(tile(1).center(), Qt::RightButton);
+  ASSERT_TRUE(comesTrue([&] { return menu() && menu()->isVisible(); }));
+  EXPECT_LE(menu()->geometry().bottom(), glass().top());
+  const QPoint move = menu()->mapToGlobal(menu()->actionGeometry(entry(u"Move Right"_s)).center());
+  ASSERT_TRUE(comesTrue([&] { return isPainted(move); }));
+  desk.click(move);
+  EXPECT_TRUE(comesTrue([&] { return store().widgets()[2].id == clock; }));
+  EXPECT_TRUE(comesTrue([&] { return !isOpen(); }));
+
+  // Entries whose windows there are not yet say so.
+  desk.click(QPoint(tile(0).right() + 4, glass().center().y()), Qt::RightButton);
+  ASSERT_TRUE(comesTrue([&] { return menu() && menu()->isVisible(); }));
+  EXPECT_FALSE(entry(u"Settings…"_s)->isEnabled());
+  menu()->close();
+  EXPECT_TRUE(comesTrue([&] { return !isOpen(); }));
+  delegate->showSettings = [] {};
+  // Elsewhere: not the second of a double click.
+  desk.click(QPoint(tile(3).right() + 4, glass().center().y()), Qt::RightButton);
+  ASSERT_TRUE(comesTrue([&] { return menu() && menu()->isVisible(); }));
+  EXPECT_TRUE(entry(u"Settings…"_s)->isEnabled());
+  menu()->close();
+}
+
+TEST_F(ShellScenario, AFullScreenWindowHidesTheDockOfItsDisplayOnly) {
+  desk.showTwo();
+  DockConfiguration config;
+  config.display = u"all"_s;
+  start(config);
+  ASSERT_TRUE(inTime([&] { return !idOn(0).isEmpty() && !idOn(1).isEmpty(); }));
+  const auto shownOn = [&](int number) { return dock().isVisible(idOn(number)); };
+  {
+    const auto film = desk.film();
+    EXPECT_TRUE(comesTrue([&] { return !shownOn(0) && shownOn(1); }));
+  }
+  EXPECT_TRUE(comesTrue([&] { return shownOn(0) && shownOn(1); }));
+  end();
+}
+
+TEST_F(ShellScenario, AFloatingDockStaysUnderTheHandThatMovesIt) {
+  DockConfiguration config;
+  config.layout = DockLayout::Floating;
+  startShown(config);
+  const QPointF before = dock().frame(id()).topLeft();
+  const QPoint held(tile(0).right() + 4, glass().center().y());
+  constexpr QPoint kStep(-3, -7);
+  constexpr int kSteps = 30;
+  desk.moveTo(held);
+  desk.button(true);
+  desk.settle();
+  for (int step = 1; step <= kSteps; ++step) {
+    desk.moveTo(held + kStep * step);
+    QCoreApplication::processEvents();
+  }
+  EXPECT_TRUE(comesTrue([&] { return dock().frame(id()).topLeft() == before + kStep * kSteps; }))
+      << dock().frame(id()).left() << ", " << dock().frame(id()).top() << " from " << before.x() << ", " << before.y();
+  desk.button(false);
+  const QPoint glassNow = (before + kStep * kSteps).toPoint() + (middle() - dock().frame(id()).topLeft().toPoint());
+  EXPECT_TRUE(comesTrue([&] { return store().config().floatingPositions.contains(id()) && isPainted(glassNow); }));
+}
+
+TEST_F(ShellScenario, AMessageOfTheFirstLayoutStandsAboveTheDock) {
+  DockConfiguration config;
+  config.layout = DockLayout::Replace;  // There is no dock that it could replace.
+  start(config);
+  ASSERT_EQ(store().error(), u"No dock that can be hidden was found."_s);
+  EXPECT_TRUE(inTime([&] { return isPainted({glass().center().x(), glass().top() - 30}); }));
+  EXPECT_TRUE(comesTrue([&] { return takesClicks(glass().center()); }));
+}
+
+TEST_F(ShellScenario, AFolderOfAnotherProgramBecomesATile) {
+  startShown(DockConfiguration());
+  const QString dropped = folder.filePath(u"Letters"_s);
+  ASSERT_TRUE(QDir().mkpath(dropped));
+  const auto source = desk.source(dropped);
+  ASSERT_TRUE(comesTrue([&] { return isPainted(desk.away()); }));
+  const qsizetype before = store().widgets().size();
+  desk.moveTo(desk.away());
+  desk.button(true);
+  // The other program begins the drag in its own time; a hand that is on its way meanwhile goes on moving.
+  DragEar ear;
+  view().installEventFilter(&ear);
+  const QPoint target = tile(1).center();
+  int way = 0;
+  EXPECT_TRUE(comesTrue([&] {
+    way = (way + 1) % 4;
+    desk.moveTo(target + QPoint(way, -way));
+    return ear.heard;
+  }));
+  desk.settle();
+  desk.button(false);
+  ASSERT_TRUE(inTime([&] { return store().widgets().size() == before + 1; }));
+  EXPECT_TRUE(std::ranges::any_of(
+      store().widgets(), [&](const DockWidget& widget) { return widget.options.value(u"path"_s) == dropped; }));
+}
+
+}  // namespace
+}  // namespace tarnwick::testing
