@@ -64,7 +64,7 @@ EditorWindow::EditorWindow(AppStore& store, const QUuid& widget, EditorServices 
   setFixedWidth(theme::kPanelWidthEditor);
   setContent(nullptr, makeBody());
   take();
-  connect(title_, &QLineEdit::textEdited, this, [this] {
+  connect(title_, &QLineEdit::textChanged, this, [this] {
     titleTouched_ = true;
     clearFaults();
     if (const DockWidget* now = stored(store_, widget_)) preview_->show(edited(*now));
@@ -131,7 +131,10 @@ void EditorWindow::take() {
   const WidgetDefinition& definition = Catalog::find(widget->kind);
   setWindowTitle(say("Edit “%1”").arg(widget->title.isEmpty() ? definition.name : widget->title));
   title_->setPlaceholderText(definition.name);
-  if (!titleTouched_ && title_->text() != widget->title) title_->setText(widget->title);
+  if (!titleTouched_ && title_->text() != widget->title) {
+    const QSignalBlocker quiet(title_);
+    title_->setText(widget->title);
+  }
   for (const auto& line : lines_)
     if (!line->touched && line->field.shape != FieldShape::Credential)
       line->control->setValue(widget->options.value(line->field.key));

@@ -1,6 +1,7 @@
 #include "views/library/FieldControl.h"
 
 #include <QCoreApplication>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 #include <cmath>
 
@@ -31,10 +32,12 @@ class LineControl final : public FieldControl {
     if (field.shape == FieldShape::Credential) line_->setEchoMode(QLineEdit::Password);
     if (field.shape == FieldShape::Number) line_->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
     hold(line_);
-    connect(line_, &QLineEdit::textEdited, this, &FieldControl::changed);
+    // Whoever writes through a screen reader sets the text, and that is no edit to the toolkit.
+    connect(line_, &QLineEdit::textChanged, this, &FieldControl::changed);
   }
   QString value() const override { return line_->text().trimmed(); }
   void setValue(const QString& value) override {
+    const QSignalBlocker quiet(line_);
     if (value != line_->text()) line_->setText(value);
   }
   void setFaulty(bool faulty) override { line_->setFaulty(faulty); }

@@ -22,12 +22,15 @@ TimeField::TimeField(const QString& label, QWidget* parent) : TextField(label, p
   setFixedWidth(kWidth);
   setAlignment(Qt::AlignCenter);
   setMaxLength(5);
-  connect(this, &QLineEdit::textEdited, this, &TimeField::written);
+  // Whoever writes through a screen reader sets the text, and that is no edit to the toolkit.
+  connect(this, &QLineEdit::textChanged, this, &TimeField::written);
 }
 
 void TimeField::setMinutes(int minutes) {
   minutes_ = minutes;
-  if (!isWriting_) setText(tarnwick::written(minutes));
+  if (isWriting_) return;
+  const QSignalBlocker quiet(this);
+  setText(tarnwick::written(minutes));
 }
 
 void TimeField::written() {
@@ -43,6 +46,7 @@ void TimeField::written() {
 /// What was written gives way to the time that holds.
 void TimeField::settle() {
   isWriting_ = false;
+  const QSignalBlocker quiet(this);
   setText(tarnwick::written(minutes_));
   setFaulty(false);
   Q_EMIT validityChanged(true);

@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QPainter>
+#include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -93,7 +94,9 @@ FormRow::FormRow(const QString& label, QWidget* control, const QString& help, bo
   column->addWidget(fault_);
   setMinimumHeight(theme::kCardRow);
   if (!control) return;
-  if (control->accessibleName().isEmpty()) control->setAccessibleName(label);
+  // A button says its own word, which is what a person sees of it.
+  const auto* button = qobject_cast<QPushButton*>(control);
+  if (control->accessibleName().isEmpty() && (!button || button->text().isEmpty())) control->setAccessibleName(label);
   if (control->accessibleDescription().isEmpty()) control->setAccessibleDescription(help);
   if (qobject_cast<QAbstractSlider*>(control)) control->installEventFilter(this);
 }
