@@ -371,8 +371,8 @@ TEST(Painting, AppsOfADockWithoutGlassStandOnOnePlate) {
   row.composited = false;
   row.runningApps = runningApps();
   const qsizetype shown = row.widgets.size();
-  row.widgets.insert(1, widget(u"separator"_s));
-  row.widgets.append(widget(u"space"_s));
+  row.widgets.insert(1, widget(u"dockSeparator"_s));
+  row.widgets.append(widget(u"dockSpace"_s));
   const auto view = makeView(row);
   const QRegion outline = view->outlineRegion();
   const auto layout = RowLayout::of(row, view->glassRect(), 1);

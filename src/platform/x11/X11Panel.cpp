@@ -96,7 +96,11 @@ void X11Panel::reserve(Edge edge, int thickness) {
 }
 
 void X11Panel::setKeyboard(Keyboard keyboard) {
-  if (std::exchange(keyboard_, keyboard) == keyboard) return;
+  if (std::exchange(keyboard_, keyboard) == keyboard) {
+    // Asked for once more, it may have been lost without a word in between.
+    if (keyboard == Keyboard::Exclusive && isMapped_) takeKeyboard();
+    return;
+  }
   applyKeyboard();
   if (keyboard == Keyboard::None) {
     focus_.giveBack();

@@ -15,6 +15,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr double kFocusInset = 3;  // Of the second line on a button of the accent's colour.
+
 QColor lightened(const QColor& color, double share) {
   const auto blend = [share](float part) { return static_cast<float>(part + (1 - part) * share); };
   return QColor::fromRgbF(blend(color.redF()), blend(color.greenF()), blend(color.blueF()), color.alphaF());
@@ -105,7 +107,13 @@ void Button::paintEvent(QPaintEvent*) {
   } else if (role_ == Role::Plain || isDown() || (underMouse() && isEnabled())) {
     drawRounded(painter, box, theme::kButtonCorner, ground());
   }
-  if (showsFocus()) drawFocusLine(painter, box, theme::kButtonCorner, look);
+  if (showsFocus()) {
+    drawFocusLine(painter, box, theme::kButtonCorner, look);
+    // The line would drown in a ground of its own colour.
+    if (role_ == Role::Primary && isEnabled())
+      drawInnerLine(painter, box.adjusted(kFocusInset, kFocusInset, -kFocusInset, -kFocusInset),
+                    theme::kButtonCorner - kFocusInset, theme::kFieldFocus, look.palette.inkOnAccent);
+  }
 
   const int symbol = symbol_.isEmpty() ? 0 : theme::kButtonSymbol + theme::kButtonSymbolGap;
   const int room = width() - theme::kRowBleed * 2 - symbol;

@@ -36,7 +36,7 @@ struct Block {
 };
 
 /// Tiles that only part others.
-bool isGap(const DockWidget& widget) { return widget.kind == u"separator"_s || widget.kind == u"space"_s; }
+bool isGap(const DockWidget& widget) { return widget.kind == u"dockSeparator"_s || widget.kind == u"dockSpace"_s; }
 
 Block appBlock(const DockRow& row, bool lineBefore, bool lineAfter) {
   Block block;

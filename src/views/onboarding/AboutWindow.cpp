@@ -46,6 +46,8 @@ AboutWindow::AboutWindow(AppStore& store) : AppWindow(store, tr("About Tarnwick"
     card->addRow(credit.words(), new TextLabel(credit.licence, TextStyle::Caption, Tone::Secondary));
   column->addWidget(page, 1);
   setContent(nullptr, body);
+  page->takeKeys();
+  page->setFocus();
   resize(kWindow);
 }
 

@@ -92,6 +92,8 @@ HelpWindow::HelpWindow(AppStore& store, const DesktopAbilities& abilities) : App
        {QT_TRANSLATE_NOOP("Help", "Drag empty space"), QT_TRANSLATE_NOOP("Help", "Switches to the next profile.")}});
   addOrders(*page);
   setContent(nullptr, page);
+  page->takeKeys();
+  page->setFocus();
   resize(kWindow);
 }
 

@@ -149,6 +149,7 @@ class OrderList::Painter final : public QStyledItemDelegate {
       drawControlSymbol(painter, item.symbol, box, look.palette.secondary);
       left += kSymbol + theme::kRowGap;
     }
+    if (list_.isPersistentEditorOpen(index)) return;  // Its field stands where the words are.
     int right = row.width() - theme::kCardPadding;
     if (list_.showsActions(index)) {
       right -= static_cast<int>(list_.actions_.size()) * kAction;

@@ -101,7 +101,10 @@ void StyleCard::paintEvent(QPaintEvent*) {
   } else if (underMouse()) {
     drawRounded(painter, rect(), kCardCorner, look.palette.tile);
   }
-  if (hasFocus() && byKeyboard_) drawFocusLine(painter, rect(), kCardCorner, look);
+  if (hasFocus() && byKeyboard_) {
+    const double inset = isChecked() ? 3 : 0;  // Within the line of the chosen one, so that both are seen.
+    drawFocusLine(painter, QRectF(rect()).adjusted(inset, inset, -inset, -inset), kCardCorner - inset, look);
+  }
   paintPicture(painter, QRectF(QPointF((width() - kPicture.width()) / 2, kPadding), kPicture));
   drawTextIn(painter, QRectF(1, height() - kName, width() - 2, kName), text(), TextStyle::ListRowStrong,
              isChecked() ? look.accentColor() : look.palette.primary, Qt::AlignHCenter);

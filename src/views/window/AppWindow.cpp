@@ -110,6 +110,7 @@ void AppWindow::setMenuBar(std::unique_ptr<QMenuBar> bar) {
   adoptShortcuts(menuBar_->actions());
   layout()->setMenuBar(menuBar_);
   menuBar_->hide();
+  menuBar_->installEventFilter(this);
   connect(qApp, &QApplication::focusChanged, menuBar_, [bar = menuBar_.data()](QWidget* old, QWidget* now) {
     if (old == bar && !qobject_cast<QMenu*>(now)) bar->hide();
   });
@@ -125,9 +126,27 @@ void AppWindow::adoptShortcuts(const QList<QAction*>& actions) {
 
 void AppWindow::openMenuBar() {
   if (!menuBar_ || menuBar_->actions().isEmpty()) return;
+  if (focusWidget() != menuBar_) beforeMenuBar_ = focusWidget();
   menuBar_->show();
   menuBar_->setFocus(Qt::MenuBarFocusReason);
   menuBar_->setActiveAction(menuBar_->actions().first());
+}
+
+/// A menu bar that was opened by its key would keep the keyboard.
+void AppWindow::leaveMenuBar() {
+  if (!menuBar_ || !menuBar_->isVisible()) return;
+  menuBar_->setActiveAction(nullptr);
+  if (beforeMenuBar_) {
+    beforeMenuBar_->setFocus(Qt::OtherFocusReason);
+  } else {
+    menuBar_->clearFocus();
+  }
+  menuBar_->hide();
+}
+
+void AppWindow::mousePressEvent(QMouseEvent* event) {
+  leaveMenuBar();
+  QWidget::mousePressEvent(event);
 }
 
 void AppWindow::keyPressEvent(QKeyEvent* event) {
@@ -160,6 +179,11 @@ void AppWindow::watchAlt(bool watch) {
 }
 
 bool AppWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == menuBar_ && event->type() == QEvent::KeyPress &&
+      static_cast<const QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+    leaveMenuBar();
+    return true;
+  }
   const bool isOtherKey =
       event->type() == QEvent::KeyPress && static_cast<const QKeyEvent*>(event)->key() != Qt::Key_Alt;
   if (isOtherKey || event->type() == QEvent::MouseButtonPress || event->type() == QEvent::Wheel) watchAlt(false);

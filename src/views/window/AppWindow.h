@@ -47,18 +47,21 @@ class AppWindow : public QWidget, public LookSource {
   void changeEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void takeLook();
   void openMenuBar();
+  void leaveMenuBar();
   void watchAlt(bool watch);
   void adoptShortcuts(const QList<QAction*>& actions);
 
   ControlLook look_;
   bool isDark_ = true;
   std::function<void()> undo_;
-  QPointer<QMenuBar> menuBar_;  // The layout's.
+  QPointer<QMenuBar> menuBar_;       // The layout's.
+  QPointer<QWidget> beforeMenuBar_;  // What had the keyboard before it.
   MessageStrip* message_;
   QVBoxLayout* column_;  // Beside the side bar: the message above the body.
   QWidget* side_ = nullptr;

@@ -244,6 +244,11 @@ Card* CardPage::addCard(const QString& heading) {
 
 void CardPage::addWidget(QWidget* widget) { column_->addWidget(widget); }
 
+void CardPage::takeKeys() {
+  area_->setFocusPolicy(Qt::StrongFocus);
+  setFocusProxy(area_);
+}
+
 void CardPage::reveal(QWidget* widget) {
   layout()->activate();
   area_->widget()->layout()->activate();

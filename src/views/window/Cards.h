@@ -88,6 +88,8 @@ class CardPage : public QWidget {
   const QString& heading() const { return heading_; }
   Card* addCard(const QString& heading = {});
   void addWidget(QWidget* widget);
+  /// For a page to read, without controls: the keyboard scrolls it.
+  void takeKeys();
   const QList<Card*>& cards() const { return cards_; }
   /// Scrolls so that `widget`, which stands on this page, is seen.
   void reveal(QWidget* widget);

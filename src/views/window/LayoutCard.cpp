@@ -139,8 +139,12 @@ void LayoutCard::focusInEvent(QFocusEvent* event) {
 
 void LayoutCard::keyPressEvent(QKeyEvent* event) {
   byKeyboard_ = true;
-  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+  const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  // On the card that is chosen already the key means the window's own button.
+  if (isReturn && !isChecked())
     click();
+  else if (isReturn)
+    event->ignore();
   else
     QRadioButton::keyPressEvent(event);
   update();
@@ -165,7 +169,10 @@ void LayoutCard::paintSmall(QPainter& painter, const ControlLook& look) const {
   } else if (underMouse()) {
     drawRounded(painter, box, kSmallCorner, look.palette.tile);
   }
-  if (hasFocus() && byKeyboard_) drawFocusLine(painter, box, kSmallCorner, look);
+  // Within the line of the chosen one, so that both are seen.
+  const double inset = isChecked() ? kSmallLine + 1 : 0;
+  if (hasFocus() && byKeyboard_)
+    drawFocusLine(painter, box.adjusted(inset, inset, -inset, -inset), kSmallCorner - inset, look);
   if (size_ == Size::Tiny) return;
   const double top = kSmallPadding + LayoutPicture::kSmall.height();
   drawTextIn(painter, QRectF(1, top, width() - 2, kSmallName), label(layout_), TextStyle::ListRowStrong,
