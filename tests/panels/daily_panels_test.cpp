@@ -61,6 +61,7 @@ struct Open {
 
 TEST(TimerPanels, DoWhatTheirButtonsSay) {
   Open timer(u"timer"_s);
+  EXPECT_EQ(timer.panel->focusWidget()->property("text").toString(), u"Resume"_s) << "what Return does at once";
   timer.click(u"Resume"_s);
   EXPECT_NE(timer.option(u"deadline"_s), u"absent"_s);
   timer.click(u"5 min"_s);

@@ -39,13 +39,17 @@ void ConfirmBar::ask(const QString& sentence, const QString& button, std::functi
   sentence_->setText(sentence);
   act_->setLabel(button);
   work_ = std::move(act);
+  if (!isAsking()) before_ = window()->focusWidget();
   show();
   cancel_->setFocus(Qt::OtherFocusReason);
 }
 
 void ConfirmBar::leave() {
   work_ = {};
+  // Hidden with the keyboard, it would pass it on to whatever comes next.
+  const bool hasKeyboard = isAncestorOf(window()->focusWidget());
   hide();
+  if (hasKeyboard && before_ && before_->isVisible()) before_->setFocus(Qt::OtherFocusReason);
   Q_EMIT over();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 #include <functional>
 
@@ -29,6 +30,7 @@ class ConfirmBar final : public QWidget {
   Button* cancel_;
   Button* act_;
   std::function<void()> work_;
+  QPointer<QWidget> before_;  // What had the keyboard before the question.
 };
 
 }  // namespace tarnwick

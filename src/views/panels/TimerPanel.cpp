@@ -77,6 +77,8 @@ class TimerPanel : public TilePanel {
       buttons_->addWidget(button, stretch);
     }
     body().addLayout(buttons_);
+    // Return starts the timer; the first control of the panel would change its length.
+    toggle_->setFocus(Qt::PopupFocusReason);
   }
 
   void addSettingsButton() {
