@@ -203,7 +203,7 @@ TEST_F(SettingsPagesTest, ARuleIsMadeAndSaysWhatIsWrongWithIt) {
   EXPECT_EQ(faults(), QStringList());
 
   for (const char* day : {"Monday", "Tuesday", "Wednesday", "Thursday", "Friday"}) control<Button>(day)->click();
-  EXPECT_EQ(options().profileRules[0].days, QList<int>());
+  EXPECT_TRUE(options().profileRules[0].days.isEmpty());
   EXPECT_EQ(faults().size(), 1);
   control<Button>("Sunday")->click();
   EXPECT_EQ(options().profileRules[0].days, QList<int>{1});
