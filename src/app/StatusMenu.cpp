@@ -3,9 +3,12 @@
 #include <QActionGroup>
 #include <QApplication>
 #include <QCoreApplication>
+#include <QFontMetrics>
 #include <QKeySequence>
 #include <QLineEdit>
 #include <QWidget>
+
+#include "views/theme/Typography.h"
 
 namespace tarnwick {
 namespace {
@@ -104,7 +107,11 @@ StatusMenu::StatusMenu(std::function<MenuState()> state, MenuActionsProvider act
 void StatusMenu::refresh() {
   const MenuState state = state_();
   const bool says = !state.error.isEmpty();
-  message_->setText(withoutMnemonic(fontMetrics().elidedText(state.error, Qt::ElideRight, kMessageWidth)));
+  // The menu takes this font when it opens; a tray may read it before.
+  const QString error = state.error.isEmpty() ? QString()
+                                              : QFontMetrics(Typography::widgetFont(TextStyle::Body))
+                                                    .elidedText(state.error, Qt::ElideRight, kMessageWidth);
+  message_->setText(withoutMnemonic(error));
   message_->setToolTip(state.error);
   message_->setVisible(says);
   belowMessage_->setVisible(says);

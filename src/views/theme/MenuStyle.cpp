@@ -99,9 +99,11 @@ MenuStyle& MenuStyle::install() {
 
 void MenuStyle::polish(QWidget* widget) {
   QProxyStyle::polish(widget);
-  if (!qobject_cast<QMenu*>(widget)) return;
-  widget->setAttribute(Qt::WA_TranslucentBackground);
-  widget->setFont(Typography::widgetFont(TextStyle::Body));
+  auto* menu = qobject_cast<QMenu*>(widget);
+  if (!menu || menu->testAttribute(Qt::WA_TranslucentBackground)) return;
+  menu->setAttribute(Qt::WA_TranslucentBackground);
+  // Looking for the font reads all of them, for which no start need wait.
+  QObject::connect(menu, &QMenu::aboutToShow, menu, [menu] { menu->setFont(Typography::widgetFont(TextStyle::Body)); });
 }
 
 int MenuStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
