@@ -13,6 +13,7 @@ TEST(Magnified, TilesSwellAlongACosine) {
   EXPECT_DOUBLE_EQ(Magnification::scale(0, -400), 1);
   EXPECT_DOUBLE_EQ(Magnification::scale(0, std::numeric_limits<double>::infinity()), 1);
   EXPECT_DOUBLE_EQ(Magnification::scale(std::numeric_limits<double>::quiet_NaN(), 0), 1);
+  EXPECT_EQ(Magnification::centres({50, 50}, 7, 10), (QList<double>{35, 92}));
 }
 
 }  // namespace tarnwick

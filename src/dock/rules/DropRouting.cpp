@@ -13,6 +13,12 @@ qsizetype DropRouting::indexAt(double x, const QList<Tile>& tiles, double spacin
   return -1;
 }
 
+DropRouting::Target DropRouting::route(double x, const QList<Tile>& tiles, double spacing, double leadingInset,
+                                       const IsFolder& isFolder) {
+  const qsizetype at = indexAt(x, tiles, spacing, leadingInset);
+  return at < 0 ? Target() : route(tiles[at], at, isFolder);
+}
+
 DropRouting::Target DropRouting::route(const Tile& tile, qsizetype at, const IsFolder& isFolder) {
   if (tile.kind == "airdrop"_L1) return {Target::Kind::AirDrop, -1, {}};
   const bool leadsToAFolder = tile.family == "files"_L1 && !tile.path.isEmpty() && isFolder(tile.path);

@@ -33,6 +33,9 @@ struct DropRouting {
   /// no tile.
   static qsizetype indexAt(double x, const QList<Tile>& tiles, double spacing, double leadingInset);
 
+  /// What takes files that are dropped at `x` along a row.
+  static Target route(double x, const QList<Tile>& tiles, double spacing, double leadingInset,
+                      const IsFolder& isFolder);
   /// `at` is the index that a folder is answered with.
   static Target route(const Tile& tile, qsizetype at, const IsFolder& isFolder);
 };

@@ -6,6 +6,16 @@
 
 namespace tarnwick {
 
+QList<double> Magnification::centres(const QList<double>& widths, double spacing, double leadingInset) {
+  QList<double> centres;
+  double x = leadingInset;
+  for (const double width : widths) {
+    centres.append(x + width / 2);
+    x += width + spacing;
+  }
+  return centres;
+}
+
 double Magnification::scale(double centre, double x) {
   const double distance = std::abs(centre - x);
   if (!std::isfinite(distance)) return 1;

@@ -133,7 +133,7 @@ QWidget* makeWelcomePage() {
   auto* card = new Card;
   card->add(feature(u"clock"_s, Accent::Orange, words(QT_TRANSLATE_NOOP("Onboarding", "Tiles that live")),
                     words(QT_TRANSLATE_NOOP("Onboarding",
-                                            "Time, calendar, weather, the state of this computer, timers and notes. A "
+                                            "Time, calendar, the state of this computer, timers and notes. A "
                                             "click on a tile opens the rest of it."))));
   card->add(feature(u"square.grid.2x2"_s, Accent::Blue, words(QT_TRANSLATE_NOOP("Onboarding", "Your applications")),
                     words(QT_TRANSLATE_NOOP("Onboarding",
