@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QLocale>
+#include <cmath>
 
 #include "views/theme/Glass.h"
 #include "views/theme/IconStyle.h"
@@ -43,6 +44,56 @@ TEST(Text, ElisionNeverExceedsTheRoomAndKeepsTheRightEnd) {
           EXPECT_EQ(line.text().front(), name.front());
           EXPECT_EQ(line.text().back(), mode == Elide::Middle && line.text().size() > 2 ? name.back() : QChar(0x2026));
         }
+}
+
+TEST(Text, RunsBothWaysWithinALine) {
+  struct Case {
+    QString text;
+    QString seen;  ///< From left to right, whichever way that is read.
+  };
+  const Case cases[] = {
+      {u"יום רביעי, 25 בנוב"_s, u"בונב 25 ,יעיבר םוי"_s},
+      {u"ב־14:30 עם Ines"_s, u"Ines םע 14:30־ב"_s},
+      {u"Lunch עם דנה 3, at 13:30"_s, u"Lunch 3 הנד םע, at 13:30"_s},
+      {u"חדר 12.4 MB/s"_s, u"MB/s 12.4 רדח"_s},
+      {u"11:00 – 11:45"_s, u"11:00 – 11:45"_s},
+      {u"דו ٢٥ דו"_s, u"וד ٢٥ וד"_s},
+  };
+  const auto picture = [](const TextLine& line) {
+    QImage image(640, 60, QImage::Format_Alpha8);
+    image.fill(0);
+    QPainter painter(&image);
+    painter.scale(3, 3);
+    line.draw(painter, {3, 14}, Qt::black);
+    return image;
+  };
+  /// How much of their ink two pictures do not share, from 0 to 1.
+  const auto difference = [](const QImage& a, const QImage& b) {
+    double apart = 0;
+    double whole = 0;
+    for (int y = 0; y < a.height(); ++y)
+      for (int x = 0; x < a.width(); ++x) {
+        apart += std::abs(a.constScanLine(y)[x] - b.constScanLine(y)[x]);
+        whole += a.constScanLine(y)[x] + b.constScanLine(y)[x];
+      }
+    return apart / whole;
+  };
+  for (const Case& each : cases) {
+    const TextLine line(each.text, TextStyle::Body);
+    // Forced from left to right, character by character.
+    const TextLine seen(QChar(0x202D) + each.seen + QChar(0x202C), TextStyle::Body);
+    EXPECT_NEAR(line.width(), seen.width(), 0.5) << qPrintable(each.text);
+    EXPECT_LT(difference(picture(line), picture(seen)), 0.2) << qPrintable(each.text);
+  }
+  // Shortened, it goes on the way it ran, and no character loses a part.
+  for (const QString& text :
+       {u"12 פגישות עם Ines and Sam"_s, u"👩‍👩‍👧👩‍👩‍👧👩‍👩‍👧👩‍👩‍👧"_s})
+    for (double room = 20; room < 100; room += 7)
+      for (const Elide mode : {Elide::End, Elide::Middle}) {
+        const QString kept = TextLine(text, TextStyle::Title).elided(room, mode).text();
+        EXPECT_FALSE(kept.toUcs4().contains(0xFFFD)) << qPrintable(kept);
+        EXPECT_FALSE(kept.endsWith(QChar(0x200D)) || kept.contains(u"\u200D…"_s)) << qPrintable(kept);
+      }
 }
 
 TEST(Text, NeverFallsBelowTheLeastSizeOnTheScreen) {

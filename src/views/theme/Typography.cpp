@@ -4,9 +4,11 @@
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QGuiApplication>
+#include <QTextLayout>
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 
 #include "views/theme/Theme.h"
 
@@ -77,11 +79,12 @@ struct LineKey {
   TextStyle style;
   double scale;
   bool unit;
+  Qt::LayoutDirection direction;
   bool operator==(const LineKey&) const = default;
 };
 
 size_t qHash(const LineKey& key, size_t seed) {
-  return qHashMulti(seed, key.text, static_cast<int>(key.style), key.scale, key.unit);
+  return qHashMulti(seed, key.text, static_cast<int>(key.style), key.scale, key.unit, static_cast<int>(key.direction));
 }
 
 /// Measuring a line costs more than drawing it, and most lines are the same the next time.
@@ -92,39 +95,80 @@ QCache<LineKey, TextLine>& knownLines() {
   return *lines;
 }
 
-bool isDigit(QChar character) { return character >= u'0' && character <= u'9'; }
+bool isDigit(QChar character) { return character.category() == QChar::Number_DecimalDigit; }
 
-/// The widest digit and the heights of the ink of "0" and ":", measured once per font.
+/// The digits' advances and the heights of the ink of "0" and ":", measured once per font and way of writing digits.
 struct FigureMetrics {
+  std::array<double, 10> advances{};
   double widest = 0;
   double digitMiddle = 0;
   double colonMiddle = 0;
 };
 
-const FigureMetrics& figuresOf(const QFont& font) {
-  static QHash<QString, FigureMetrics> cache;
-  const QString key = font.key();
+const FigureMetrics& figuresOf(const QFont& font, QChar digit) {
+  static QHash<std::pair<QString, char16_t>, FigureMetrics> cache;
+  const auto zero = static_cast<char16_t>(digit.unicode() - digit.digitValue());
+  const std::pair key(font.key(), zero);
   if (const auto found = cache.constFind(key); found != cache.constEnd()) return *found;
   const QFontMetricsF metrics(font);
   FigureMetrics figures;
-  for (char16_t digit = u'0'; digit <= u'9'; ++digit)
-    figures.widest = std::max(figures.widest, metrics.horizontalAdvance(QString(QChar(digit))));
-  figures.digitMiddle = metrics.tightBoundingRect(u"0"_s).center().y();
+  for (size_t i = 0; i < figures.advances.size(); ++i)
+    figures.advances[i] = metrics.horizontalAdvance(QString(QChar(static_cast<char16_t>(zero + i))));
+  figures.widest = *std::ranges::max_element(figures.advances);
+  figures.digitMiddle = metrics.tightBoundingRect(QString(QChar(zero))).center().y();
   figures.colonMiddle = metrics.tightBoundingRect(u":"_s).center().y();
   return *cache.insert(key, figures);
 }
 
-/// Where the run that begins at `start` ends: digits and colons between them stand alone, everything else is shaped
-/// together.
-qsizetype runEnd(const QString& text, qsizetype start) {
-  const auto standsAlone = [&text](qsizetype i) {
-    if (isDigit(text[i])) return true;
+/// A part of a line whose glyphs are moved together.
+struct Stretch {
+  int start = 0;
+  int length = 0;
+  bool alone = false;
+  double wider = 0;  ///< By how much its cell is wider than its character.
+  double rise = 0;
+};
+
+/// Digits and the colons between them stand alone, everything else is shaped together.
+std::vector<Stretch> stretchesOf(const QString& text, const QFont& font) {
+  const auto isColon = [&text](qsizetype i) {
     return text[i] == u':' && i > 0 && i + 1 < text.size() && isDigit(text[i - 1]) && isDigit(text[i + 1]);
   };
-  if (standsAlone(start)) return start + 1;
-  qsizetype end = start + 1;
-  while (end < text.size() && !standsAlone(end)) ++end;
-  return end;
+  std::vector<Stretch> stretches;
+  const FigureMetrics* figures = nullptr;
+  bool open = false;
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    const bool colon = isColon(i);
+    const bool alone = colon || isDigit(text[i]);
+    if (open && !alone) {
+      ++stretches.back().length;
+      continue;
+    }
+    Stretch stretch{static_cast<int>(i), 1, alone};
+    if (colon) {
+      stretch.rise = figures->digitMiddle - figures->colonMiddle;
+    } else if (alone) {
+      // Not asked again for each digit: who writes in two ways does not do so in one number.
+      if (i == 0 || !figures || !isDigit(text[i - 1])) figures = &figuresOf(font, text[i]);
+      stretch.wider = figures->widest - figures->advances[static_cast<size_t>(text[i].digitValue())];
+    }
+    stretches.push_back(stretch);
+    open = !alone;
+  }
+  return stretches;
+}
+
+/// What ends a line elsewhere is a blank here.
+QString onOneLine(QString text) {
+  for (QChar& character : text)
+    if (character.category() == QChar::Separator_Line || character.category() == QChar::Separator_Paragraph ||
+        character == u'\n' || character == u'\t')
+      character = u' ';
+  return text;
+}
+
+Qt::LayoutDirection directionOf(const QString& text) {
+  return text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight;
 }
 
 }  // namespace
@@ -169,15 +213,16 @@ double snappedY(const QPainter& painter, QPointF point) {
   return point.y() + (std::round(device) - device) / transform.m22();
 }
 
-TextLine::TextLine(const QString& text, TextStyle style, double scale) : TextLine(text, style, scale, false) {}
+TextLine::TextLine(const QString& text, TextStyle style, double scale)
+    : TextLine(text, style, scale, false, directionOf(text)) {}
 
 TextLine TextLine::unit(const QString& text, TextStyle ofNumber, double scale) {
-  return TextLine(text, ofNumber, scale, true);
+  return TextLine(text, ofNumber, scale, true, directionOf(text));
 }
 
-TextLine::TextLine(const QString& text, TextStyle style, double scale, bool unit)
-    : text_(text), style_(style), scale_(scale), unit_(unit) {
-  const LineKey key{text, style, scale, unit};
+TextLine::TextLine(const QString& text, TextStyle style, double scale, bool unit, Qt::LayoutDirection direction)
+    : text_(text), style_(style), scale_(scale), unit_(unit), direction_(direction) {
+  const LineKey key{text, style, scale, unit, direction};
   if (const TextLine* known = knownLines().object(key)) {
     *this = *known;
     return;
@@ -189,43 +234,67 @@ TextLine::TextLine(const QString& text, TextStyle style, double scale, bool unit
   font_.setWeight(unit ? QFont::Medium : type.weight);
   font_.setHintingPreference(QFont::PreferNoHinting);
   font_.setLetterSpacing(QFont::AbsoluteSpacing, size_ * Typography::kGrid * type.tracking);
-  layOut();
+  if (!text_.isEmpty()) layOut();
   knownLines().insert(key, new TextLine(*this));
 }
 
 void TextLine::layOut() {
-  const QFontMetricsF metrics(font_);
-  const FigureMetrics& figures = figuresOf(font_);
-  double x = 0;
-  for (qsizetype start = 0; start < text_.size();) {
-    const qsizetype end = runEnd(text_, start);
-    Run run{text_.sliced(start, end - start), x, 0};
-    const double advance = metrics.horizontalAdvance(run.text);
-    double cell = advance;
-    if (isDigit(run.text[0])) {
-      cell = figures.widest;
-      run.x += (cell - advance) / 2;
-    } else if (run.text == u":"_s) {
-      run.rise = figures.digitMiddle - figures.colonMiddle;
+  const QString text = onOneLine(text_);
+  const std::vector<Stretch> stretches = stretchesOf(text, font_);
+  QTextLayout layout(text, font_);
+  QTextOption option;
+  option.setTextDirection(direction_);
+  option.setWrapMode(QTextOption::NoWrap);
+  option.setFlags(QTextOption::IncludeTrailingSpaces);
+  layout.setTextOption(option);
+  // Ranges of their own keep digits from being kerned, and make their cells as wide as the widest.
+  QList<QTextLayout::FormatRange> formats;
+  for (const Stretch& stretch : stretches) {
+    if (!stretch.alone) continue;
+    QTextLayout::FormatRange range{stretch.start, stretch.length, {}};
+    if (stretch.wider > 0) {
+      range.format.setFontLetterSpacingType(QFont::AbsoluteSpacing);
+      range.format.setFontLetterSpacing(font_.letterSpacing() + stretch.wider);
     }
-    if (start == 0) leftBearing_ = (run.x + metrics.tightBoundingRect(run.text.left(1)).left()) / Typography::kGrid;
-    run.x /= Typography::kGrid;
-    run.rise /= Typography::kGrid;
-    x += cell;
-    runs_.push_back(std::move(run));
-    start = end;
+    formats << range;
   }
-  width_ = x / Typography::kGrid;
+  layout.setFormats(formats);
+  layout.beginLayout();
+  const QTextLine line = layout.createLine();
+  layout.endLayout();
+
+  const double baseline = line.y() + line.ascent();
+  double leftmost = std::numeric_limits<double>::max();
+  for (const Stretch& stretch : stretches) {
+    const QPointF shift(stretch.wider / 2, stretch.rise - baseline);
+    for (QGlyphRun& run : layout.glyphRuns(stretch.start, stretch.length)) {
+      QList<QPointF> places = run.positions();
+      for (QPointF& place : places) place += shift;
+      for (qsizetype i = 0; i < places.size(); ++i) {
+        if (places[i].x() >= leftmost) continue;
+        leftmost = places[i].x();
+        leftBearing_ = (leftmost + run.rawFont().boundingRect(run.glyphIndexes()[i]).left()) / Typography::kGrid;
+      }
+      run.setPositions(places);
+      glyphs_.push_back(std::move(run));
+    }
+  }
+  width_ = line.horizontalAdvance() / Typography::kGrid;
 }
 
 TextLine TextLine::elided(double width, Elide mode) const {
   if (width_ <= width) return *this;
   const QString ellipsis(QChar(0x2026));
+  const QTextLayout whole(text_);
   // Cells of digits are wider than the font says, so the length is searched for with the measure that also draws.
   const auto shortened = [&](qsizetype kept) {
     const qsizetype head = mode == Elide::End ? kept : (kept + 1) / 2;
-    const QString start = text_.left(head).trimmed();
-    return TextLine(start + ellipsis + text_.right(kept - head).trimmed(), style_, scale_, unit_);
+    qsizetype end = head;
+    while (end > 0 && !whole.isValidCursorPosition(static_cast<int>(end))) --end;
+    qsizetype rest = text_.size() - (kept - head);
+    while (rest < text_.size() && !whole.isValidCursorPosition(static_cast<int>(rest))) ++rest;
+    return TextLine(text_.left(end).trimmed() + ellipsis + text_.sliced(rest).trimmed(), style_, scale_, unit_,
+                    direction_);
   };
   qsizetype low = 0;
   qsizetype high = text_.size() - 1;
@@ -237,7 +306,7 @@ TextLine TextLine::elided(double width, Elide mode) const {
       high = middle - 1;
   }
   const TextLine best = shortened(low);
-  return low > 0 && best.width() <= width ? best : TextLine(QString(), style_, scale_, unit_);
+  return low > 0 && best.width() <= width ? best : TextLine(QString(), style_, scale_, unit_, direction_);
 }
 
 double TextLine::ascent() const { return QFontMetricsF(font_).ascent() / Typography::kGrid; }
@@ -248,10 +317,8 @@ void TextLine::draw(QPainter& painter, QPointF baseline, const QColor& color) co
   painter.save();
   painter.translate(baseline.x(), snappedY(painter, baseline));
   painter.scale(1 / Typography::kGrid, 1 / Typography::kGrid);
-  painter.setFont(font_);
   painter.setPen(color);
-  for (const Run& run : runs_)
-    painter.drawText(QPointF(run.x * Typography::kGrid, run.rise * Typography::kGrid), run.text);
+  for (const QGlyphRun& run : glyphs_) painter.drawGlyphRun({}, run);
   painter.restore();
 }
 

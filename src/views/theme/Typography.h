@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QFont>
+#include <QGlyphRun>
 #include <QPainter>
 #include <QPointF>
 #include <QString>
@@ -40,6 +41,9 @@ enum class Elide { End, Middle };
 ///
 /// Every digit stands in a cell as wide as the widest digit, so that a figure that changes does not move its
 /// neighbours, whatever the font. A colon between two digits is centred on their height.
+///
+/// A text runs the way its first letter does, whatever the window around it does; what runs the other way within it
+/// stands where a reader looks for it.
 class TextLine {
  public:
   TextLine(const QString& text, TextStyle style, double scale = 1);
@@ -52,7 +56,7 @@ class TextLine {
   const QString& text() const { return text_; }
   /// The advance of the whole line.
   double width() const { return width_; }
-  /// How far the ink of the first character lies right of the line's origin.
+  /// How far the ink of the leftmost character lies right of the line's origin.
   double leftBearing() const { return leftBearing_; }
   double ascent() const;
   double descent() const;
@@ -67,22 +71,17 @@ class TextLine {
   void drawRight(QPainter& painter, QPointF baseline, const QColor& color) const;
 
  private:
-  struct Run {
-    QString text;
-    double x = 0;
-    double rise = 0;
-  };
-
-  TextLine(const QString& text, TextStyle style, double scale, bool unit);
+  TextLine(const QString& text, TextStyle style, double scale, bool unit, Qt::LayoutDirection direction);
   void layOut();
 
   QString text_;
   TextStyle style_;
   double scale_;
   bool unit_;
+  Qt::LayoutDirection direction_;
   double size_ = 0;
   QFont font_;  ///< Made kGrid times as large as it is drawn, so that sizes between whole pixels exist.
-  std::vector<Run> runs_;
+  std::vector<QGlyphRun> glyphs_;
   double width_ = 0;
   double leftBearing_ = 0;
 };
