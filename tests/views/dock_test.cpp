@@ -91,6 +91,37 @@ TEST(Layout, RunningAppsStandWhereTheyAreWished) {
   }
 }
 
+TEST(Layout, IsTurnedOverForPeopleWhoReadFromTheRight) {
+  DockRow row = starterRow();
+  row.runningApps = runningApps();
+  row.tabs = {u"Everyday"_s, u"Work"_s};
+  for (const double width : {2000.0, 500.0}) {
+    const QRectF slot(24, 0, width, 110);
+    const RowLayout plain = RowLayout::of(row, slot, 1, {40, 1});
+    const RowLayout turned = RowLayout::of(row, slot, 1, {40, 1, true});
+    const auto mirrored = [&](double x) { return plain.glass.left() + plain.glass.right() - x; };
+    ASSERT_EQ(turned.glass, plain.glass);
+    ASSERT_EQ(turned.items.size(), plain.items.size());
+    for (qsizetype i = 0; i < plain.items.size(); ++i) {
+      EXPECT_EQ(turned.items[i].index, plain.items[i].index) << "the order of reading stays";
+      EXPECT_EQ(turned.items[i].rect.left(), mirrored(plain.items[i].rect.right()));
+      EXPECT_EQ(turned.items[i].rect.size(), plain.items[i].rect.size());
+    }
+    EXPECT_EQ(turned.tabs[0].right(), mirrored(plain.tabs[0].left()));
+    EXPECT_EQ(turned.separator.left(), mirrored(plain.separator.right()));
+    // What is held at a place means the same tile and the same gap.
+    for (double x = plain.glass.left() + 0.5; x < plain.glass.right(); x += 3) {
+      const QPointF place(x, plain.items[0].rect.center().y());
+      const QPointF other(mirrored(x), place.y());
+      EXPECT_EQ(turned.itemAt(other), plain.itemAt(place)) << x;
+      EXPECT_EQ(turned.itemUnder(other, 1), plain.itemUnder(place, 1)) << x;
+      EXPECT_EQ(turned.widgetsBefore(other.x()), plain.widgetsBefore(x)) << x;
+    }
+    for (qsizetype index = 0; index <= row.widgets.size(); ++index)
+      EXPECT_EQ(turned.insertionX(index, 7), mirrored(plain.insertionX(index, 7)));
+  }
+}
+
 TEST(Layout, TabsGrowTheGlassOnlyWhileTheyShow) {
   DockRow row = starterRow();
   row.tabs = {u"Everyday"_s, u"Work"_s};

@@ -130,8 +130,9 @@ void DockView::scrollAtEdges(QPointF pointer, bool holding) {
   const double zone = theme::kEdgeZone * row_.scale;
   edge_ = 0;
   if (holding && layout_.overflow > 0) {
-    if (pointer.x() < layout_.glass.left() + zone) edge_ = -1;
-    if (pointer.x() > layout_.glass.right() - zone) edge_ = 1;
+    const int right = layout_.mirrored ? -1 : 1;
+    if (pointer.x() < layout_.glass.left() + zone) edge_ = -right;
+    if (pointer.x() > layout_.glass.right() - zone) edge_ = right;
   }
   if (edge_ == 0)
     edgeScroll_.stop();

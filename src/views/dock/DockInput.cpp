@@ -41,6 +41,7 @@ bool DockView::event(QEvent* event) {
     case QEvent::Enter:  // The dock may come to a pointer that rests.
       if (!drag_) setPointer(static_cast<QEnterEvent*>(event)->position());
       break;
+    case QEvent::LayoutDirectionChange:
     case QEvent::Show:
     case QEvent::ScreenChangeInternal:  // The new screen may have other pixels.
       relayout();
@@ -266,7 +267,8 @@ void DockView::click(QPointF point) {
   }
   if (const TileContent* content = contentOf(*item)) {
     const QRectF& tile = layout_.items[*item].rect;
-    const auto part = tilePartAt(*content, tile.width() / row_.scale, (point - tile.topLeft()) / row_.scale, row_.scale);
+    const auto part =
+        tilePartAt(*content, tile.width() / row_.scale, (point - tile.topLeft()) / row_.scale, row_.scale);
     if (part) {
       Q_EMIT tilePartActivated(widgetOf(*item)->id, *part);
       return;
@@ -285,7 +287,9 @@ void DockView::wheelEvent(QWheelEvent* event) {
     return;
   }
   const QPointF pixels = event->pixelDelta().isNull() ? QPointF(event->angleDelta()) / 2 : QPointF(event->pixelDelta());
-  scrollBy(-(std::abs(pixels.x()) > std::abs(pixels.y()) ? pixels.x() : pixels.y()));
+  // Sideways the row goes where the hand does.
+  const double sideways = layout_.mirrored ? -pixels.x() : pixels.x();
+  scrollBy(-(std::abs(pixels.x()) > std::abs(pixels.y()) ? sideways : pixels.y()));
   setPointer(event->position());
 }
 

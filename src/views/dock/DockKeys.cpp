@@ -29,10 +29,11 @@ void DockView::scrollTo(qsizetype item) {
   const QRectF& place = layout_.items[item].rect;
   const double beyondLeft = layout_.glass.left() + room - place.left();
   const double beyondRight = place.right() + room - layout_.glass.right();
+  const int onwards = layout_.mirrored ? -1 : 1;
   if (beyondLeft > 0)
-    scrollBy(-beyondLeft);
+    scrollBy(-beyondLeft * onwards);
   else if (beyondRight > 0)
-    scrollBy(beyondRight);
+    scrollBy(beyondRight * onwards);
 }
 
 void DockView::keyPressEvent(QKeyEvent* event) {
@@ -44,7 +45,7 @@ void DockView::keyPressEvent(QKeyEvent* event) {
     Q_EMIT undoRequested();
     return;
   }
-  const int right = layoutDirection() == Qt::LeftToRight ? 1 : -1;
+  const int right = layout_.mirrored ? -1 : 1;
   switch (event->key()) {
     case Qt::Key_Left:
       moveFocus(-right);

@@ -191,28 +191,30 @@ void DockView::paintItemsThatEnd(QPainter& painter, const QRect& part) {
   const double pixelRatio = 1 / hairline(painter);
   const QRectF band(layout_.glass.left(), 0, layout_.glass.width(), height());
   const double zone = std::round(theme::kEndFade * row_.scale * pixelRatio) / pixelRatio;
-  const double left = scroll_ > 0 ? zone : 0;
-  const double right = scroll_ < layout_.overflow ? zone : 0;
+  const double begin = scroll_ > 0 ? zone : 0;
+  const double end = scroll_ < layout_.overflow ? zone : 0;
+  const double left = layout_.mirrored ? end : begin;
+  const double right = layout_.mirrored ? begin : end;
   painter.save();
   painter.setClipRect(band.adjusted(left, 0, -right, 0), Qt::IntersectClip);
   paintItems(painter, part);
   painter.restore();
   for (const bool leftEnd : {true, false}) {
     if ((leftEnd ? left : right) == 0) continue;
-    const QRectF end(leftEnd ? band.left() : band.right() - right, rowBand().top(), zone, rowBand().height());
-    if (!end.intersects(part)) continue;
-    QImage picture((end.size() * pixelRatio).toSize(), QImage::Format_ARGB32_Premultiplied);
+    const QRectF side(leftEnd ? band.left() : band.right() - right, rowBand().top(), zone, rowBand().height());
+    if (!side.intersects(part)) continue;
+    QImage picture((side.size() * pixelRatio).toSize(), QImage::Format_ARGB32_Premultiplied);
     picture.setDevicePixelRatio(pixelRatio);
     picture.fill(Qt::transparent);
     QPainter layer(&picture);
     layer.setRenderHint(QPainter::Antialiasing);
-    layer.translate(-end.topLeft());
-    paintItems(layer, end.toAlignedRect());
+    layer.translate(-side.topLeft());
+    paintItems(layer, side.toAlignedRect());
     layer.end();
     picture.setDevicePixelRatio(1);
     fadeOut(picture, leftEnd);
     picture.setDevicePixelRatio(pixelRatio);
-    painter.drawImage(end.topLeft(), picture);
+    painter.drawImage(side.topLeft(), picture);
   }
 }
 
@@ -255,9 +257,10 @@ void DockView::clipSlide(QPainter& painter) {
   painter.setClipPath(inside, Qt::IntersectClip);
   if (row_.runningApps.isEmpty() || layout_.separator.isEmpty()) return;
   QRectF free = layout_.glass;
-  if (layout_.items.first().kind == RowItem::Kind::App)
+  const auto isApp = [](const RowItem& item) { return item.kind == RowItem::Kind::App; };
+  if (isApp(layout_.mirrored ? layout_.items.last() : layout_.items.first()))
     free.setLeft(layout_.separator.right());
-  else if (layout_.items.last().kind == RowItem::Kind::App)
+  else if (isApp(layout_.mirrored ? layout_.items.first() : layout_.items.last()))
     free.setRight(layout_.separator.left());
   painter.setClipRect(free.adjusted(0, -layout_.glass.height(), 0, layout_.glass.height()), Qt::IntersectClip);
 }

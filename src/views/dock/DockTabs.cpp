@@ -77,7 +77,8 @@ bool DockView::turnTabs(const QWheelEvent& event) {
   const auto shown = std::ranges::find_if_not(layout_.tabs, &QRectF::isEmpty);
   if (shown == layout_.tabs.end() || !layout_.glass.contains(event.position())) return false;
   if (event.position().y() < shown->top() || event.position().y() >= shown->bottom()) return false;
-  const int turned = event.angleDelta().y() != 0 ? event.angleDelta().y() : event.angleDelta().x();
+  const int sideways = layout_.mirrored ? -event.angleDelta().x() : event.angleDelta().x();
+  const int turned = event.angleDelta().y() != 0 ? event.angleDelta().y() : sideways;
   if (wheelItem_ != kTabsUnderWheel || wheel_ * turned < 0) wheel_ = 0;
   wheelItem_ = kTabsUnderWheel;
   wheel_ += turned;
@@ -99,8 +100,8 @@ void DockView::swipeBy(double distance) {
 void DockView::endSwipe(double distance, double velocity) {
   const qsizetype count = row_.tabs.size();
   if (count > 1 && swipeSwitches(distance, velocity)) {
-    // Like a strip under the hand: a drag to the left brings what lies right.
-    const bool forward = distance < 0;
+    // Like a strip under the hand: a drag to the left brings what lies right, which is the one before for some.
+    const bool forward = (distance < 0) != layout_.mirrored;
     swipedForward_ = forward;
     Q_EMIT tabActivated((row_.activeTab + (forward ? 1 : count - 1)) % count);
     swipedForward_.reset();
@@ -114,7 +115,7 @@ void DockView::beginSlide(bool forward) {
   RowSlide slide;
   slide.old = pictureOfRow();
   slide.oldStart = springs_.value(kSlideSpring);
-  slide.from = slide.oldStart + (forward ? 1 : -1) * theme::kSlideTravel * row_.scale;
+  slide.from = slide.oldStart + (forward != layout_.mirrored ? 1 : -1) * theme::kSlideTravel * row_.scale;
   springs_.jump(kSlideSpring, slide.from);
   springs_.animate(kSlideSpring, 0);
   slide_ = std::move(slide);

@@ -202,7 +202,7 @@ void DockView::setPanelOpen(const QUuid& widget) {
 
 RowLayout DockView::layoutOf(const DockRow& row) const {
   const QRectF slot = QRectF(rect()).marginsRemoved(QMarginsF(margins()));
-  return RowLayout::of(row, slot, ratio(), {scroll_, tabsShare()});
+  return RowLayout::of(row, slot, ratio(), {scroll_, tabsShare(), isRightToLeft()});
 }
 
 void DockView::relayout() {

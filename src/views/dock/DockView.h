@@ -281,7 +281,7 @@ class DockView : public QWidget {
   QVariantAnimation pulse_;
   int pulses_ = 0;
   QVariantAnimation edgeScroll_;
-  int edge_ = 0;  ///< -1 or 1 while something is held over an end of a row that goes on there.
+  int edge_ = 0;  ///< -1 or 1 while something is held over the begin or end of a row that goes on there.
 
   double scroll_ = 0;
   std::optional<QPointF> pointer_;

@@ -210,7 +210,20 @@ RowLayout RowLayout::of(const DockRow& row, const QRectF& slot, double ratio, co
     }
     x += row.spacing * scale;
   }
+  if (pose.mirrored) layout.mirror();
   return layout;
+}
+
+/// Turns everything in the glass over.
+void RowLayout::mirror() {
+  mirrored = true;
+  const double sum = glass.left() + glass.right();
+  const auto turn = [sum](QRectF& rect) {
+    if (!rect.isEmpty()) rect.moveLeft(sum - rect.right());
+  };
+  for (RowItem& item : items) turn(item.rect);
+  for (QRectF& tab : tabs) turn(tab);
+  turn(separator);
 }
 
 std::optional<qsizetype> RowLayout::itemAt(QPointF point) const {
@@ -227,13 +240,13 @@ std::optional<qsizetype> RowLayout::itemUnder(QPointF point, double scale) const
   if (point.y() < first.top() - inset || point.y() >= first.bottom() + inset) return std::nullopt;
   // What lies between two items is a stretch of its own.
   QList<DropRouting::Tile> stretches;
-  double end = first.left();
+  double end = beginOf(first);
   for (const RowItem& item : items) {
-    stretches << DropRouting::Tile{{}, {}, {}, item.rect.left() - end}
+    stretches << DropRouting::Tile{{}, {}, {}, beginOf(item.rect) - end}
               << DropRouting::Tile{{}, {}, {}, item.rect.width()};
-    end = item.rect.right();
+    end = endOf(item.rect);
   }
-  const qsizetype at = DropRouting::indexAt(point.x(), stretches, 0, first.left());
+  const qsizetype at = DropRouting::indexAt(along(point.x()), stretches, 0, beginOf(first));
   return at < 0 || at % 2 == 0 ? std::nullopt : std::optional(at / 2);
 }
 
@@ -268,16 +281,17 @@ qsizetype RowLayout::itemOf(RowItem::Kind kind, qsizetype index) const {
 }
 
 qsizetype RowLayout::widgetsBefore(double x) const {
-  return std::ranges::count_if(
-      items, [x](const RowItem& item) { return item.kind == RowItem::Kind::Widget && item.rect.center().x() < x; });
+  return std::ranges::count_if(items, [this, x](const RowItem& item) {
+    return item.kind == RowItem::Kind::Widget && along(item.rect.center().x()) < along(x);
+  });
 }
 
 double RowLayout::insertionX(qsizetype index, double spacing) const {
   if (const qsizetype next = itemOf(RowItem::Kind::Widget, index); next >= 0)
-    return items[next].rect.left() - spacing / 2;
+    return along(beginOf(items[next].rect) - spacing / 2);
   if (const qsizetype last = itemOf(RowItem::Kind::Widget, index - 1); last >= 0)
-    return items[last].rect.right() + spacing / 2;
-  return items.isEmpty() ? glass.center().x() : items.first().rect.left();
+    return along(endOf(items[last].rect) + spacing / 2);
+  return items.isEmpty() ? glass.center().x() : along(beginOf(items.first().rect));
 }
 
 }  // namespace tarnwick

@@ -21,17 +21,19 @@ struct RowItem {
 
 /// What moves a row in its glass without changing what is in it.
 struct RowPose {
-  double scroll = 0;  ///< Of a row that is wider than its glass.
-  double tabs = 0;    ///< How far the tabs have come out, from 0 to 1.
+  double scroll = 0;      ///< Of a row that is wider than its glass.
+  double tabs = 0;        ///< How far the tabs have come out, from 0 to 1.
+  bool mirrored = false;  ///< For people who read from the right: the row begins there.
 };
 
 /// Where everything of a dock stands, in the units of its window. All edges lie on whole device pixels.
 struct RowLayout {
   QRectF glass;
-  QList<RowItem> items;  ///< From left to right.
+  QList<RowItem> items;  ///< In the order of reading: from left to right, or from right to left where it is mirrored.
   QRectF separator;      ///< The line between tiles and running applications; empty where there is none.
   QList<QRectF> tabs;    ///< None while they are in; one that there is no room for is empty.
   double overflow = 0;   ///< How far the row is wider than its glass; it scrolls that far.
+  bool mirrored = false;
 
   /// The width that the glass takes when nothing limits it, never below the dock's least, whatever the scale.
   static double idealWidth(const DockRow& row);
@@ -48,10 +50,17 @@ struct RowLayout {
   QList<QRectF> plates(const DockRow& row) const;
   /// The item of a widget or a running application; -1 for none.
   qsizetype itemOf(RowItem::Kind kind, qsizetype index) const;
-  /// The number of widgets whose middle lies left of `x`: where something dropped there goes.
+  /// The number of widgets whose middle is read before `x`: where something dropped there goes.
   qsizetype widgetsBefore(double x) const;
   /// Where the line is drawn that says so: the middle of the gap before the widget of that index.
   double insertionX(qsizetype index, double spacing) const;
+
+ private:
+  void mirror();
+  /// How far something lies along the row, for comparisons.
+  double along(double x) const { return mirrored ? -x : x; }
+  double beginOf(const QRectF& rect) const { return mirrored ? -rect.right() : rect.left(); }
+  double endOf(const QRectF& rect) const { return mirrored ? -rect.left() : rect.right(); }
 };
 
 }  // namespace tarnwick
