@@ -82,8 +82,10 @@ int runSnapshot(const QStringList& arguments) {
   qunsetenv("QT_STYLE_OVERRIDE");
   QLocale::setDefault(SnapshotFixture::locale());
   QByteArray name("tarnwick");
-  char* argv[] = {name.data(), nullptr};
-  int argc = 1;
+  // The toolkit's own switch, for looking at everything as people see it who read from the right.
+  QByteArray reverse("-reverse");
+  char* argv[] = {name.data(), reverse.data(), nullptr};
+  int argc = arguments.contains(u"-reverse"_s) ? 2 : 1;
   const QApplication application(argc, argv);
   const QStringList files = takeSnapshot(options);
   std::printf("%s\n", qUtf8Printable(options.folder));

@@ -2,12 +2,20 @@
 
 #include <QImage>
 #include <QTest>
+#include <algorithm>
+#include <functional>
+#include <vector>
 
 #include "store/DocumentEdits.h"
 #include "views/controls/Buttons.h"
+#include "views/controls/Charts.h"
 #include "views/controls/Fields.h"
+#include "views/controls/Labels.h"
+#include "views/controls/Meters.h"
 #include "views/controls/Rows.h"
+#include "views/controls/Slider.h"
 #include "views/controls/Switch.h"
+#include "views/panels/AgendaRow.h"
 #include "views/panels/ColorPanel.h"
 #include "views/panels/EmojiTable.h"
 #include "views/panels/Panels.h"
@@ -98,25 +106,83 @@ TEST(TimerPanels, DoWhatTheirButtonsSay) {
 }
 
 TEST(Rows, AreTurnedOverWherePeopleReadFromTheRight) {
-  ListRow row(u"Title"_s);
-  auto* control = new Switch(u"On"_s);
-  row.addControl(control);
-  row.setValue(u"Value"_s);
-  row.setLayoutDirection(Qt::RightToLeft);
-  row.resize(300, row.height());
-  row.show();
-  QCoreApplication::processEvents();
-  QImage image(row.size(), QImage::Format_ARGB32_Premultiplied);
-  image.fill(Qt::transparent);
-  row.render(&image, {}, {}, QWidget::RenderFlags());
-  const auto isInked = [&image](const QRect& part) {
-    for (int y = part.top(); y <= part.bottom(); ++y)
-      for (int x = part.left(); x <= part.right(); ++x)
-        if (qAlpha(image.pixel(x, y)) > 0) return true;
-    return false;
+  using Make = std::function<QWidget*()>;
+  const std::pair<const char*, Make> makes[] = {
+      {"row",
+       [] {
+         auto* row = new ListRow(u"A title"_s);
+         row->setCaption(u"Words"_s);
+         row->setSymbol(u"bell"_s);
+         row->addControl(new Switch(u"On"_s));
+         row->setValue(u"9"_s);
+         return row;
+       }},
+      {"check", [] { return new CheckRow(u"A title"_s); }},
+      {"agenda",
+       [] {
+         return new AgendaRow(
+             {u"9:00"_s, u"10:00"_s, u"Review"_s, u"Room"_s, {}, false}, 34, [] {}, true);
+       }},
+      {"header",
+       [] {
+         auto* header = new PanelHeader(nullptr);
+         header->setTitle(u"A title"_s);
+         header->setInitial(u"T"_s);
+         header->addAction(new Button(u"Go"_s));
+         return header;
+       }},
+      {"section", [] { return new SectionLabel(u"A heading"_s, u"1"_s); }},
+      {"figure",
+       [] {
+         auto* figure = new FigureView;
+         figure->setFigure(u"23"_s, u"%"_s);
+         figure->setLines(u"of it"_s);
+         return figure;
+       }},
+      {"bar",
+       [] {
+         auto* bar = new ProgressBar(u"Share"_s);
+         bar->setShare(0.2);
+         return bar;
+       }},
+      {"parts",
+       [] {
+         auto* parts = new PartedBar(u"Parts"_s);
+         parts->setParts({{u"Used"_s, u"1"_s, 0.2}, {u"Left over"_s, u"2"_s, 0.8}});
+         return parts;
+       }},
+      {"slider",
+       [] {
+         auto* slider = new Slider(u"Volume"_s);
+         slider->setValue(20);
+         return slider;
+       }},
   };
-  EXPECT_FALSE(isInked(control->geometry())) << "words below a control";
-  EXPECT_TRUE(isInked({270, 0, 30, image.height()})) << "the title begins at the right";
+  for (const auto& [name, make] : makes) {
+    // How much ink stands in each of ten columns.
+    const auto inkOf = [&](Qt::LayoutDirection direction) {
+      const std::unique_ptr<QWidget> widget(make());
+      widget->setLayoutDirection(direction);
+      widget->resize(300, widget->height());
+      widget->show();
+      QCoreApplication::processEvents();
+      QImage image(widget->size(), QImage::Format_ARGB32_Premultiplied);
+      image.fill(Qt::transparent);
+      widget->render(&image, {}, {}, QWidget::DrawChildren);
+      std::vector<double> ink(10);
+      for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+          ink[static_cast<std::size_t>(x * 10 / image.width())] += qAlpha(image.pixel(x, y)) / 255.0;
+      return ink;
+    };
+    std::vector<double> left = inkOf(Qt::LeftToRight);
+    const std::vector<double> right = inkOf(Qt::RightToLeft);
+    const double most = *std::ranges::max_element(left);
+    EXPECT_NE(left, std::vector<double>(left.rbegin(), left.rend())) << name << " has no sides to tell apart";
+    std::ranges::reverse(left);
+    // Words are not turned over, only the places where they stand.
+    for (std::size_t i = 0; i < left.size(); ++i) EXPECT_NEAR(left[i], right[i], most * 0.6) << name << " column " << i;
+  }
 }
 
 TEST(TodosPanelTest, AddsTicksDeletesAndClears) {

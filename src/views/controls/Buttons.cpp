@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "views/controls/ControlTheme.h"
+#include "views/controls/Turned.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
 
@@ -20,6 +21,12 @@ constexpr double kFocusInset = 3;  // Of the second line on a button of the acce
 QColor lightened(const QColor& color, double share) {
   const auto blend = [share](float part) { return static_cast<float>(part + (1 - part) * share); };
   return QColor::fromRgbF(blend(color.redF()), blend(color.greenF()), blend(color.blueF()), color.alphaF());
+}
+
+/// Back and on point the other way for people who read from the right.
+QString theOtherWay(const QString& symbol) {
+  if (symbol == "chevron.left"_L1) return u"chevron.right"_s;
+  return symbol == "chevron.right"_L1 ? u"chevron.left"_s : symbol;
 }
 
 }  // namespace
@@ -121,15 +128,17 @@ void Button::paintEvent(QPaintEvent*) {
   // On another device the same word may be a pixel wider than the one that the size was made for.
   const QString word = painter.fontMetrics().elidedText(label(), Qt::ElideRight, room + 1);
   const int wordRoom = painter.fontMetrics().horizontalAdvance(word);
+  const Turned turned(*this);
   double x = (width() - symbol - wordRoom) / 2.0;
   if (symbol > 0) {
-    drawControlSymbol(painter, symbol_,
-                      QRectF(x, (height() - theme::kButtonSymbol) / 2.0, theme::kButtonSymbol, theme::kButtonSymbol),
-                      ink);
+    const QRectF place(x, (height() - theme::kButtonSymbol) / 2.0, theme::kButtonSymbol, theme::kButtonSymbol);
+    drawControlSymbol(painter, symbol_, turned(place), ink);
     x += symbol;
   }
   painter.setPen(ink);
-  painter.drawText(QRectF(x, 0, wordRoom + 1, height()), Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, word);
+  painter.drawText(turned(QRectF(x, 0, wordRoom + 1, height())),
+                   static_cast<int>(Qt::AlignVCenter | turned.reading() | Qt::AlignAbsolute | Qt::TextSingleLine),
+                   word);
 }
 
 IconButton::IconButton(const QString& symbol, const QString& label, QWidget* parent)
@@ -167,7 +176,8 @@ void IconButton::paintEvent(QPaintEvent*) {
   if (showsFocus()) drawFocusLine(painter, box, theme::kButtonCorner, look);
   const double half = theme::kIconButtonSymbol / 2.0;
   const QColor ink = isChecked() ? look.palette.accentWord(look.accent) : toneColor(look, tone_);
-  drawControlSymbol(painter, symbol_, QRectF(box.center() - QPointF(half, half), QSizeF(half * 2, half * 2)), ink);
+  drawControlSymbol(painter, isRightToLeft() ? theOtherWay(symbol_) : symbol_,
+                    QRectF(box.center() - QPointF(half, half), QSizeF(half * 2, half * 2)), ink);
 }
 
 }  // namespace tarnwick

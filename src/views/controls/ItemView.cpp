@@ -12,6 +12,7 @@
 #include <algorithm>
 
 #include "views/controls/ControlTheme.h"
+#include "views/controls/Turned.h"
 #include "views/theme/Glass.h"
 
 namespace tarnwick {
@@ -95,30 +96,27 @@ class ItemView::Painter final : public QStyledItemDelegate {
   void paintRow(QPainter& painter, const QRectF& box, const ViewItem& item, const ControlLook& look,
                 const QModelIndex& index) const {
     const double middle = box.center().y();
+    const Turned turned(*view_.viewport());
     double left = box.left() + theme::kRowBleed;
     if (view_.picture_) {
-      view_.picture_(painter, QRectF(left, middle - theme::kRowPicture / 2.0, theme::kRowPicture, theme::kRowPicture),
-                     item);
+      const QRectF place(left, middle - theme::kRowPicture / 2.0, theme::kRowPicture, theme::kRowPicture);
+      view_.picture_(painter, turned(place), item);
       left += theme::kRowPicture + theme::kRowGap;
     }
     double right = box.right() - theme::kRowBleed;
     if (view_.showsAction(index)) {
-      right = view_.actionRect(index).left() - theme::kButtonSymbolGap;
+      right -= kActionSize + theme::kButtonSymbolGap;
     } else if (!item.value.isEmpty()) {
       const TextLine value = TextLine(item.value, TextStyle::Caption);
-      value.drawRight(painter, {right, middle + value.capHeight() / 2}, look.palette.secondary);
+      turned.end(painter, value, {right, middle + value.capHeight() / 2}, look.palette.secondary);
       right -= value.width() + theme::kRowGap;
     }
-    const auto line = [&](double share) {
-      return QRectF(left, box.top() + box.height() * share - 10, std::max(0.0, right - left), 20);
+    const auto draw = [&](double share, const QString& text, TextStyle style, const QColor& ink) {
+      const QRectF line(left, box.top() + box.height() * share - 10, std::max(0.0, right - left), 20);
+      drawTextIn(painter, turned(line), text, style, ink, turned.reading(), Elide::Middle);
     };
-    if (item.caption.isEmpty()) {
-      drawTextIn(painter, line(0.5), item.title, TextStyle::Body, look.palette.primary, {}, Elide::Middle);
-      return;
-    }
-    drawTextIn(painter, line(kTitleShare), item.title, TextStyle::Body, look.palette.primary, {}, Elide::Middle);
-    drawTextIn(painter, line(kCaptionShare), item.caption, TextStyle::Caption, look.palette.secondary, {},
-               Elide::Middle);
+    draw(item.caption.isEmpty() ? 0.5 : kTitleShare, item.title, TextStyle::Body, look.palette.primary);
+    draw(kCaptionShare, item.caption, TextStyle::Caption, look.palette.secondary);
   }
 
   void paintCell(QPainter& painter, const QRectF& box, const ViewItem& item, const ControlLook& look) const {

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "views/controls/ControlTheme.h"
+#include "views/controls/Turned.h"
 
 namespace tarnwick {
 
@@ -115,8 +116,10 @@ void SectionLabel::paintEvent(QPaintEvent*) {
   const ControlLook& look = lookOf(*this);
   const QRectF box = QRectF(rect()).adjusted(0, theme::kSectionAbove, 0, -theme::kSectionBelow);
   const double end = trailing_.isEmpty() ? 0 : TextLine(trailing_, TextStyle::TabLabel).width() + theme::kRowGap;
-  drawTextIn(painter, box.adjusted(0, 0, -end, 0), text_, TextStyle::TabLabel, look.palette.secondary);
-  drawTextIn(painter, box, trailing_, TextStyle::TabLabel, toneColor(look, trailingTone_), Qt::AlignRight);
+  const Turned turned(*this);
+  drawTextIn(painter, turned(box.adjusted(0, 0, -end, 0)), text_, TextStyle::TabLabel, look.palette.secondary,
+             turned.reading());
+  drawTextIn(painter, turned(box), trailing_, TextStyle::TabLabel, toneColor(look, trailingTone_), turned.ending());
 }
 
 FigureView::FigureView(QWidget* parent) : QWidget(parent) { setFixedHeight(theme::kPanelFigureHeight); }
@@ -148,31 +151,35 @@ QSize FigureView::sizeHint() const { return {200, theme::kPanelFigureHeight}; }
 void FigureView::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const ControlLook& look = lookOf(*this);
-  const auto draw = [&](const TextLine& line, double x, double baseline, double size, const QColor& color) {
-    const double factor = size / line.pixelSize();
+  const auto draw = [&](const TextLine& line, double x, double baseline, double factor, const QColor& color) {
     painter.save();
     painter.translate(x, snappedY(painter, {x, baseline}));
     painter.scale(factor, factor);
     line.draw(painter, {}, color);
     painter.restore();
-    return line.width() * factor;
   };
   const TextLine figure(figure_, TextStyle::Display);
   const double share = theme::kPanelFigure / figure.pixelSize();
   const double baseline = height() / 2.0 + figure.capHeight() * share / 2;
   const double bearing = figure.leftBearing() * share;  // So that the ink, not the cell, begins at the edge.
-  double end = draw(figure, -bearing, baseline, theme::kPanelFigure, look.palette.primary) - bearing;
-  if (!unit_.isEmpty()) {
-    const TextLine unit = TextLine::unit(unit_, TextStyle::Display);
-    end += kUnitGap + draw(unit, end + kUnitGap, baseline, theme::kPanelFigureUnit, look.palette.secondary);
-  }
+  const TextLine unit = TextLine::unit(unit_, TextStyle::Display);
+  const double unitShare = theme::kPanelFigureUnit / unit.pixelSize();
+  const double unitWidth = unit_.isEmpty() ? 0 : kUnitGap + unit.width() * unitShare;
+  const double end = figure.width() * share - bearing + unitWidth;
+  const Turned turned(*this);
+  const double start = turned.turns() ? width() - end : 0;
+  // A unit stands behind its figure the way that it is read itself.
+  const bool before = turned.turns() && unit_.isRightToLeft();
+  draw(figure, start - bearing + (before ? unitWidth : 0), baseline, share, look.palette.primary);
+  if (!unit_.isEmpty())
+    draw(unit, before ? start : start + end - unitWidth + kUnitGap, baseline, unitShare, look.palette.secondary);
   const double left = end + theme::kRowGap;
   const QRectF side(left, 0, std::max(0.0, width() - left), height());
   constexpr double step = 15;
   const double middle = height() / 2.0 + (second_.isEmpty() ? 0 : -step / 2);
   const auto line = [&](const QString& text, double y) {
-    drawTextIn(painter, QRectF(side.left(), y - step / 2, side.width(), step), text, TextStyle::Caption,
-               look.palette.secondary, Qt::AlignRight);
+    drawTextIn(painter, turned(QRectF(side.left(), y - step / 2, side.width(), step)), text, TextStyle::Caption,
+               look.palette.secondary, turned.ending());
   };
   line(first_, middle);
   if (!second_.isEmpty()) line(second_, middle + step);

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "views/controls/ControlTheme.h"
+#include "views/controls/Turned.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
 
@@ -25,26 +26,6 @@ constexpr double kCheck = 16;
 void paintParting(QPainter& painter, const QWidget& row, const ControlLook& look, double inset = 0) {
   painter.fillRect(QRectF(inset, 0, row.width() - inset * 2, hairline(painter)), look.palette.hairline);
 }
-
-/// Rows are thought of from left to right; where people read the other way they are turned over as a whole.
-struct Turned {
-  explicit Turned(const QWidget& row) : width(row.width()), turns(row.isRightToLeft()) {}
-
-  QRectF operator()(const QRectF& box) const {
-    return turns ? QRectF(width - box.right(), box.top(), box.width(), box.height()) : box;
-  }
-  /// Draws a line of text that begins at a place, or ends there.
-  void begin(QPainter& painter, const TextLine& line, QPointF place, const QColor& ink) const {
-    turns ? line.drawRight(painter, {width - place.x(), place.y()}, ink) : line.draw(painter, place, ink);
-  }
-  void end(QPainter& painter, const TextLine& line, QPointF place, const QColor& ink) const {
-    turns ? line.draw(painter, {width - place.x(), place.y()}, ink) : line.drawRight(painter, place, ink);
-  }
-  Qt::Alignment reading() const { return turns ? Qt::AlignRight : Qt::AlignLeft; }
-
-  double width;
-  bool turns;
-};
 
 }  // namespace
 

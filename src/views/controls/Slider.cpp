@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "views/controls/ControlTheme.h"
+#include "views/controls/Turned.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
 
@@ -39,22 +40,23 @@ double Slider::lineWidth() const {
   return width() - (written ? valueWidth_ : 0);
 }
 
+/// `x` is measured from where the line begins.
 void Slider::moveTo(double x) {
   const double room = lineWidth() - theme::kSliderKnob;
   if (room <= 0) return;
-  double share = std::clamp((x - theme::kSliderKnob / 2.0) / room, 0.0, 1.0);
-  if (layoutDirection() == Qt::RightToLeft) share = 1 - share;
+  const double share = std::clamp((x - theme::kSliderKnob / 2.0) / room, 0.0, 1.0);
   setSliderPosition(minimum() + static_cast<int>(std::lround(share * (maximum() - minimum()))));
 }
 
 void Slider::mousePressEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton || event->position().x() > lineWidth()) return;
+  const double x = Turned(*this)(event->position().x());
+  if (event->button() != Qt::LeftButton || x > lineWidth()) return;
   setSliderDown(true);
-  moveTo(event->position().x());
+  moveTo(x);
 }
 
 void Slider::mouseMoveEvent(QMouseEvent* event) {
-  if (isSliderDown()) moveTo(event->position().x());
+  if (isSliderDown()) moveTo(Turned(*this)(event->position().x()));
 }
 
 void Slider::mouseReleaseEvent(QMouseEvent*) { setSliderDown(false); }
@@ -72,17 +74,16 @@ void Slider::paintEvent(QPaintEvent*) {
   const double line = lineWidth();
   const double middle = height() / 2.0;
   const int span = std::max(1, maximum() - minimum());
-  double share = static_cast<double>(sliderPosition() - minimum()) / span;
-  const bool mirrored = layoutDirection() == Qt::RightToLeft;
-  if (mirrored) share = 1 - share;
+  const double share = static_cast<double>(sliderPosition() - minimum()) / span;
+  const Turned turned(*this);
   const double knob = theme::kSliderKnob / 2.0 + share * (line - theme::kSliderKnob);
   const QRectF track(0, middle - theme::kSliderTrack / 2.0, line, theme::kSliderTrack);
   QRectF filled = track;
-  mirrored ? filled.setLeft(knob) : filled.setRight(knob);
-  drawRounded(painter, track, theme::kSliderTrack / 2.0, look.palette.track);
-  drawRounded(painter, filled, theme::kSliderTrack / 2.0, look.accentColor());
+  filled.setRight(knob);
+  drawRounded(painter, turned(track), theme::kSliderTrack / 2.0, look.palette.track);
+  drawRounded(painter, turned(filled), theme::kSliderTrack / 2.0, look.accentColor());
   const double radius = theme::kSliderKnob / 2.0;
-  const QRectF disc(knob - radius, middle - radius, radius * 2, radius * 2);
+  const QRectF disc = turned(QRectF(knob - radius, middle - radius, radius * 2, radius * 2));
   drawRounded(painter, disc, radius, look.knob());
   if (look.palette.light) drawInnerLine(painter, disc, radius, 1, look.palette.track);
   if (hasFocus() && byKeyboard_) {
@@ -92,8 +93,8 @@ void Slider::paintEvent(QPaintEvent*) {
                   look);
   }
   if (const QString text = format_ ? format_(sliderPosition()) : QString(); !text.isEmpty())
-    drawTextIn(painter, QRectF(line, 0, width() - line, height()), text, TextStyle::ListRow, look.palette.primary,
-               Qt::AlignRight);
+    drawTextIn(painter, turned(QRectF(line, 0, width() - line, height())), text, TextStyle::ListRow,
+               look.palette.primary, turned.ending());
 }
 
 }  // namespace tarnwick

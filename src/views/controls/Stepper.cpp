@@ -58,8 +58,9 @@ void Stepper::showValue() {
 }
 
 void Stepper::resizeEvent(QResizeEvent*) {
-  less_->move(0, 0);
-  more_->move(width() - more_->width(), 0);
+  const int end = width() - theme::kControlHeight;
+  less_->move(isRightToLeft() ? end : 0, 0);
+  more_->move(isRightToLeft() ? 0 : end, 0);
 }
 
 void Stepper::keyPressEvent(QKeyEvent* event) {

@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 
 #include "views/controls/ControlTheme.h"
+#include "views/controls/Turned.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
 
@@ -69,7 +70,7 @@ void Switch::paintEvent(QPaintEvent*) {
   if (at > 0) drawRounded(painter, box, corner, faded(look.palette.accent(Accent::Blue), at));
   const double inset = (theme::kSwitchHeight - theme::kSwitchKnob) / 2.0;
   const double x = inset + at * (theme::kSwitchWidth - theme::kSwitchKnob - inset * 2);
-  const QRectF disc(x, inset, theme::kSwitchKnob, theme::kSwitchKnob);
+  const QRectF disc = Turned(*this)(QRectF(x, inset, theme::kSwitchKnob, theme::kSwitchKnob));
   drawRounded(painter, disc, theme::kSwitchKnob / 2.0, look.knob());
   if (look.palette.light) drawInnerLine(painter, disc, theme::kSwitchKnob / 2.0, 1, look.palette.tileEdge);
   if (hasFocus() && byKeyboard_) drawFocusLine(painter, box, corner, look);

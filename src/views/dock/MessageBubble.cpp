@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "views/controls/Turned.h"
 #include "views/theme/Symbols.h"
 #include "views/theme/Theme.h"
 #include "views/theme/Typography.h"
@@ -43,6 +44,14 @@ struct WrappedText {
       size = QSizeF(std::max(size.width(), line.naturalTextWidth()), size.height() + line.height());
     }
     layout.endLayout();
+  }
+
+  void draw(QPainter& painter, const QPointF& place, bool fromTheRight) {
+    for (int i = 0; i < layout.lineCount(); ++i) {
+      QTextLine line = layout.lineAt(i);
+      line.setPosition({fromTheRight ? size.width() - line.naturalTextWidth() : 0, line.y()});
+    }
+    layout.draw(&painter, place);
   }
 };
 
@@ -105,9 +114,10 @@ QRect MessageBubble::bubbleRect() const { return rect().marginsRemoved(margins()
 QRectF MessageBubble::rectOf(Button button) const {
   const QRect bubble = bubbleRect();
   const QRectF cross(bubble.right() + 1 - kButtonInset - kButton, bubble.top() + kButtonInset, kButton, kButton);
-  if (button == Button::Cross) return cross;
+  const Turned turned(*this);
+  if (button == Button::Cross) return turned(cross);
   if (button == Button::None || action_.isEmpty()) return {};
-  return QRectF(cross.left() - kButtonGap - actionWidth(), cross.top(), actionWidth(), kButton);
+  return turned(QRectF(cross.left() - kButtonGap - actionWidth(), cross.top(), actionWidth(), kButton));
 }
 
 MessageBubble::Button MessageBubble::buttonAt(QPointF point) const {
@@ -125,12 +135,14 @@ void MessageBubble::paintEvent(QPaintEvent*) {
   glass_.paint(painter, bubble, palette_.panel, theme::kBubbleCorner, 1);
   const double middle = rectOf(Button::Cross).center().y();
   const QRectF symbol(bubble.left() + kPadding, middle - kSymbol / 2.0, kSymbol, kSymbol);
-  Symbols::draw(painter, symbol_, symbol, palette_.accent(accent_));
+  const Turned turned(*this);
+  Symbols::draw(painter, symbol_, turned(symbol), palette_.accent(accent_));
 
-  const WrappedText text(message_);
+  WrappedText text(message_);
   const double textTop = std::round(bubble.top() + (bubble.height() - text.size.height()) / 2);
   painter.setPen(palette_.primary);
-  text.layout.draw(&painter, QPointF(bubble.left() + kPadding + kSymbol + kSymbolGap, textTop));
+  const QRectF place(QPointF(bubble.left() + kPadding + kSymbol + kSymbolGap, textTop), text.size);
+  text.draw(painter, turned(place).topLeft(), turned.turns());
   if (!action_.isEmpty()) paintButton(painter, Button::Action);
   paintButton(painter, Button::Cross);
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "views/controls/ControlTheme.h"
+#include "views/controls/Turned.h"
 #include "views/theme/Typography.h"
 
 namespace tarnwick {
@@ -68,7 +69,7 @@ void ResultView::paintEvent(QPaintEvent*) {
   painter.setRenderHint(QPainter::Antialiasing);
   const Palette& palette = lookOf(*this).palette;
   if (forms_.isEmpty()) {
-    drawTextIn(painter, rect(), sentence_, TextStyle::Body, palette.secondary);
+    drawTextIn(painter, rect(), sentence_, TextStyle::Body, palette.secondary, Turned(*this).reading());
     return;
   }
   const auto widthAt = [this](const QString& form, double size) {
@@ -89,7 +90,8 @@ void ResultView::paintEvent(QPaintEvent*) {
     size = 18;
   }
   const double baseline = height() / 2.0 + size * 0.36;
-  const double end = drawBigText(painter, form, {0, baseline}, size, palette.primary);
+  const double start = isRightToLeft() ? width() - widthAt(form, size) : 0;
+  const double end = start + drawBigText(painter, form, {start, baseline}, size, palette.primary);
   if (!unit_.isEmpty()) drawBigText(painter, unit_, {end + kUnitGap, baseline}, size * kUnitShare, palette.secondary);
 }
 

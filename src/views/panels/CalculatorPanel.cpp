@@ -88,7 +88,9 @@ class CalculatorPanel final : public TilePanel {
 
  private:
   void addKeys() {
-    auto* grid = new QGridLayout;
+    auto* keys = new QWidget;
+    keys->setLayoutDirection(Qt::LeftToRight);  // As on every calculator.
+    auto* grid = new QGridLayout(keys);
     grid->setContentsMargins(0, theme::kSectionBelow, 0, 0);
     grid->setSpacing(theme::kButtonSymbolGap);
     for (int i = 0; i < static_cast<int>(kKeys.size()); ++i) {
@@ -105,7 +107,7 @@ class CalculatorPanel final : public TilePanel {
       grid->addWidget(button, i / kColumns, i % kColumns);
     }
     for (int column = 0; column < kColumns; ++column) grid->setColumnStretch(column, 1);
-    body().addLayout(grid);
+    body().addWidget(keys);
   }
 
   void addHistory() {

@@ -10,6 +10,7 @@
 #include "views/controls/Fields.h"
 #include "views/controls/Rows.h"
 #include "views/controls/Stepper.h"
+#include "views/controls/Turned.h"
 #include "views/theme/WaterGlass.h"
 #include "widgets/HabitMath.h"
 
@@ -146,13 +147,15 @@ class HabitWeeks final : public QWidget {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const ControlLook& look = lookOf(*this);
+    const Turned turned(*this);
     const double cell = width() / 7.0;
     for (int i = 0; i < 7; ++i)
-      drawTextIn(painter, QRectF(cell * i, 0, cell, kLetters),
+      drawTextIn(painter, turned(QRectF(cell * i, 0, cell, kLetters)),
                  locale_.standaloneDayName(first_.addDays(i).dayOfWeek(), QLocale::NarrowFormat), TextStyle::TabLabel,
                  look.palette.secondary, Qt::AlignHCenter);
     for (int i = 0; i < 7 * kWeeks; ++i)
-      paintDay(painter, look, first_.addDays(i), QRectF(cell * (i % 7), kLetters + kCell * (i / 7), cell, kCell));
+      paintDay(painter, look, first_.addDays(i),
+               turned(QRectF(cell * (i % 7), kLetters + kCell * (i / 7), cell, kCell)));
   }
 
  private:

@@ -27,7 +27,8 @@ class RemindersPanel final : public TilePanel {
 
  public:
   explicit RemindersPanel(const PanelContext& context) : TilePanel(context) {
-    body().setContentsMargins(0, 0, 0, 0);  // The first section brings the room above it.
+    // The first section brings the room above it.
+    body().setContentsMargins(theme::kRowBleed, 0, theme::kRowBleed, 0);
   }
 
  protected:

@@ -7,6 +7,7 @@
 #include "views/controls/Bleed.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/ScrollArea.h"
+#include "views/controls/Turned.h"
 #include "views/theme/Theme.h"
 #include "views/tiles/TileContent.h"
 #include "widgets/catalog/Catalog.h"
@@ -111,8 +112,6 @@ class TilePanel::EmptyView final : public QWidget {
 TilePanel::TilePanel(const PanelContext& context, int width)
     : context_(context), width_(width), header_(new PanelHeader(this)) {
   setAttribute(Qt::WA_NoSystemBackground);
-  // As on the tile: what is painted and what is laid out keep one direction, whichever way the words run.
-  setLayoutDirection(Qt::LeftToRight);
   takeWidget();
   look_.accent = tileAccent(definition());
 
@@ -322,20 +321,21 @@ void PanelHeader::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   const ControlLook& look = lookOf(*this);
+  const Turned turned(*this);
   const QRectF sign(0, (height() - theme::kSymbolSize) / 2, theme::kSymbolSize, theme::kSymbolSize);
   if (initial_.isEmpty())
-    drawControlSymbol(painter, symbol_, sign, look.accentColor());
+    drawControlSymbol(painter, symbol_, turned(sign), look.accentColor());
   else
-    drawBadge(painter, sign, initial_, look);
+    drawBadge(painter, turned(sign), initial_, look);
   double right = width() - actionsWidth();
   if (!note_.isEmpty()) {
     const TextLine note = TextLine(note_, TextStyle::Caption).elided(right / 2, Elide::End);
-    note.drawRight(painter, {right, (height() + note.capHeight()) / 2}, look.palette.secondary);
+    turned.end(painter, note, {right, (height() + note.capHeight()) / 2}, look.palette.secondary);
     right -= note.width() + theme::kRowGap;
   }
   const double left = sign.right() + theme::kRowGap;
-  drawTextIn(painter, QRectF(left, 0, std::max(0.0, right - left), height()), title_, TextStyle::Title,
-             look.palette.primary, {}, Elide::Middle);
+  drawTextIn(painter, turned(QRectF(left, 0, std::max(0.0, right - left), height())), title_, TextStyle::Title,
+             look.palette.primary, turned.reading(), Elide::Middle);
 }
 
 void drawBadge(QPainter& painter, const QRectF& box, const QString& initial, const ControlLook& look) {

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <functional>
 
+#include "views/controls/Bleed.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
 #include "views/controls/Rows.h"
@@ -158,9 +159,10 @@ class TodosPanel final : public TilePanel {
     // The word, not the button around it, begins where the rows do.
     auto* footer = new QWidget;
     footer->setFixedHeight(theme::kRowHeight);
-    clear_->setParent(footer);
-    clear_->setGeometry(QRect({-theme::kRowBleed, theme::kRowHeight - theme::kControlHeight}, clear_->sizeHint()));
-    body().addWidget(footer);
+    auto* line = new QHBoxLayout(footer);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->addWidget(clear_, 0, Qt::AlignLeft | Qt::AlignBottom);
+    addBleeding(body(), footer);
     connect(field_, &QLineEdit::returnPressed, this, [this] {
       store().addTodo(field_->text());
       field_->clear();
