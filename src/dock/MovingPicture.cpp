@@ -37,10 +37,10 @@ void MovingPicture::present(const Look& look) {
   setGeometry(QRect(QPoint(), window()->size()));
   raise();
   show();
-  // What only says that widgets were shown would look like a change of the live widget if it waited any longer.
+  // What only says that widgets were shown, those within the live one included, would look like a change of it if it
+  // waited any longer.
   isDrawing_ = true;
-  QCoreApplication::sendPostedEvents(subject_, QEvent::UpdateLater);
-  QCoreApplication::sendPostedEvents(this, QEvent::UpdateLater);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateLater);
   draw();
   isDrawing_ = true;
   QCoreApplication::sendPostedEvents(window(), QEvent::UpdateRequest);

@@ -35,6 +35,7 @@ class PlainContent final : public DockContent {
 
   QColor color{kFill};
   QList<QPoint> presses;
+  QWidget part{this};  ///< It paints nothing.
 };
 
 /// The painter rounds an opacity in its own way.
