@@ -272,6 +272,7 @@ TEST(Reminders, ComeDueAndAreTickedOff) {
   EXPECT_EQ(tilePartAt(agenda, 180, {17, 32}), std::nullopt) << "its list can only be read";
   EXPECT_EQ(tilePartAt(agenda, 180, {17, 48}), 2);
   EXPECT_EQ(tilePartAt(agenda, 180, {90, 16}), std::nullopt);
+  EXPECT_EQ(tilePartAt(agenda, 180, {17, 30}, 0.5), 0) << "small docks have two rows, farther apart";
   EXPECT_EQ(contentOf<DueTodayContent>(u"remindersToday"_s, sources), (DueTodayContent{2, 1}));
   EXPECT_EQ(contentOf<RemindersContent>(u"remindersNext"_s, with(today(10, 24), {}, {done})).empty, u"All done"_s);
 }

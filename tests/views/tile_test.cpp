@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "DockFixture.h"
+#include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileContent.h"
 #include "widgets/catalog/Catalog.h"
 
@@ -134,6 +135,36 @@ TEST(Words, AGivenTitleReplacesTheName) {
   note.title = u"My thing"_s;
   const auto content = std::get<GenericContent>(makeTileContent(note, Catalog::find(note.kind), morning()));
   EXPECT_EQ(content.name, u"My thing"_s);
+}
+
+TEST(Words, GiveWayBeforeTheyAreScraps) {
+  QImage image(400, 200, QImage::Format_ARGB32_Premultiplied);
+  const auto canvasAt = [](QPainter& painter, const TileStyle& style) { return TileCanvas(painter, 180, style); };
+  const auto inkAtTheRight = [&](const QString& title, double scale) {
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    TileStyle style;
+    style.scale = scale;
+    canvasAt(painter, style).row(12, 30, title, TextStyle::ListRow, u"13:30"_s, Qt::white);
+    painter.end();
+    for (int y = 0; y < image.height(); ++y)
+      if (qAlpha(image.pixel(164, y)) > 100 || qAlpha(image.pixel(162, y)) > 100) return true;
+    return false;
+  };
+  EXPECT_TRUE(inkAtTheRight(u"Lunch with Ines"_s, 1)) << "both have room";
+  EXPECT_TRUE(inkAtTheRight(u"Quarterly planning with the whole team"_s, 1)) << "enough is left of the title";
+  EXPECT_FALSE(inkAtTheRight(u"Lunch with Ines"_s, 0.5)) << "the time gives way";
+  EXPECT_TRUE(inkAtTheRight(u"Lunch"_s, 0.5));
+
+  QPainter painter(&image);
+  for (const double scale : {0.5, 1.0}) {
+    TileStyle style;
+    style.scale = scale;
+    const TileCanvas canvas = canvasAt(painter, style);
+    EXPECT_EQ(canvas.name(u"Wallpaper"_s, TextStyle::Title, 60).text().isEmpty(), scale < 1);
+    EXPECT_TRUE(canvas.name(u"Quarterly planning"_s, TextStyle::Title, 100).text().startsWith(u"Quarte"_s));
+    EXPECT_EQ(canvas.name(u"Mail"_s, TextStyle::Title, 60).text(), u"Mail"_s);
+  }
 }
 
 }  // namespace tarnwick::testing

@@ -113,7 +113,7 @@ class ItemView::Painter final : public QStyledItemDelegate {
     }
     const auto draw = [&](double share, const QString& text, TextStyle style, const QColor& ink) {
       const QRectF line(left, box.top() + box.height() * share - 10, std::max(0.0, right - left), 20);
-      drawTextIn(painter, turned(line), text, style, ink, turned.reading(), Elide::Middle);
+      drawTextIn(painter, turned(line), text, style, ink, turned.reading(), view_.elide_);
     };
     draw(item.caption.isEmpty() ? 0.5 : kTitleShare, item.title, TextStyle::Body, look.palette.primary);
     draw(kCaptionShare, item.caption, TextStyle::Caption, look.palette.secondary);
@@ -128,7 +128,7 @@ class ItemView::Painter final : public QStyledItemDelegate {
     if (view_.picture_) view_.picture_(painter, place, item);
     const double y = box.top() + (icons ? kIconTitle : kPictureTitle);
     drawTextIn(painter, QRectF(box.left() + 4, y - 10, box.width() - 8, 20), item.title, TextStyle::Caption,
-               look.palette.primary, Qt::AlignHCenter, Elide::Middle);
+               look.palette.primary, Qt::AlignHCenter, view_.elide_);
   }
 
   void paintAction(QPainter& painter, const QRectF& box, const ControlLook& look) const {

@@ -38,6 +38,8 @@ class ItemView final : public QListView {
 
   void setPicture(Picture picture);
   void setItemAction(const QString& symbol, const QString& label, const QKeySequence& key);
+  /// Where titles lose letters: at their end, but for files, which end with what they are.
+  void setElide(Elide elide) { elide_ = elide; }
   /// How many rows of cells are seen at most.
   void setMostRows(int rows);
   /// The item that was chosen stays so, if it is still there.
@@ -86,6 +88,7 @@ class ItemView final : public QListView {
   QString actionSymbol_;
   QString actionLabel_;
   QKeySequence actionKey_;
+  Elide elide_ = Elide::End;
   int mostRows_ = 6;
   bool cellHasNoCaption_ = false;
   QLineEdit* field_ = nullptr;

@@ -156,12 +156,11 @@ void ListRow::paintEvent(QPaintEvent*) {
 
   const QRectF room(left, 0, std::max(0.0, right - left), box.height());
   if (caption_.isEmpty()) {
-    drawTextIn(painter, turned(room), label(), TextStyle::Body, look.palette.primary, turned.reading(), Elide::Middle);
+    drawTextIn(painter, turned(room), label(), TextStyle::Body, look.palette.primary, turned.reading());
     return;
   }
   const auto around = [&](double share) { return turned(QRectF(left, box.height() * share - 10, room.width(), 20)); };
-  drawTextIn(painter, around(kTitleShare), label(), TextStyle::Body, look.palette.primary, turned.reading(),
-             Elide::Middle);
+  drawTextIn(painter, around(kTitleShare), label(), TextStyle::Body, look.palette.primary, turned.reading());
   drawTextIn(painter, around(kCaptionShare), caption_, TextStyle::Caption, look.palette.secondary, turned.reading());
 }
 

@@ -8,6 +8,7 @@
 #include "dock/rules/Magnification.h"
 #include "views/dock/DockView.h"
 #include "views/dock/SpringNames.h"
+#include "views/theme/ClearMarks.h"
 #include "views/theme/IconStyle.h"
 #include "views/theme/Theme.h"
 #include "views/theme/Typography.h"
@@ -220,13 +221,13 @@ void DockView::paintItemsThatEnd(QPainter& painter, const QRect& part) {
 
 void DockView::paintItems(QPainter& painter, const QRect& part) {
   painter.save();
-  if (!layout_.separator.isEmpty()) painter.fillRect(layout_.separator, palette_.hairline);
+  if (!layout_.separator.isEmpty()) ClearMarks::drawLine(painter, layout_.separator, palette_.hairline, palette_);
   if (slide_) paintSlide(painter);
   const double shown = slide_ ? 1 - std::abs(springs_.value(kSlideSpring) / slide_->from) : 1;
   if (drag_) {
     const QSizeF size = layout_.items[layout_.itemOf(RowItem::Kind::Widget, drag_->from)].rect.size();
-    drawDashed(painter, QRectF(QPointF(std::round(springs_.value(kGapSpring)), layout_.items[0].rect.top()), size),
-               theme::kTileCorner * row_.scale, palette_.gapOutline);
+    const QRectF gap(QPointF(std::round(springs_.value(kGapSpring)), layout_.items[0].rect.top()), size);
+    ClearMarks::drawGap(painter, gap, theme::kTileCorner * row_.scale, palette_);
   }
   // The tile under the pointer is larger than its place and lies above its neighbours; one in the hand above all.
   const qsizetype above = liftedItem();
@@ -293,11 +294,12 @@ QPixmap DockView::pictureOfRow() {
 void DockView::paintEmpty(QPainter& painter) {
   const TextLine line = addWidgetsLine(row_.scale);
   const QPointF centre = layout_.glass.center();
-  if (pointer_ && layout_.glass.contains(*pointer_)) {
-    const double inset = theme::kInset * row_.scale;
-    const QRectF ground = layout_.glass.adjusted(inset, inset, -inset, -inset);
+  const double inset = theme::kInset / 2 * row_.scale;  // The words reach closer to the edge than tiles do.
+  const QRectF ground = layout_.glass.adjusted(inset, inset, -inset, -inset);
+  if (pointer_ && layout_.glass.contains(*pointer_))
     drawRounded(painter, ground, theme::kTileCorner * row_.scale, press_ ? palette_.tilePressed : palette_.tileHover);
-  }
+  else
+    ClearMarks::drawGround(painter, ground, theme::kTileCorner * row_.scale, palette_);
   // The glass of an empty dock is equally wide at every scale.
   const double scale = std::min(row_.scale, (layout_.glass.width() - theme::kInset * 2) / line.width());
   painter.save();
@@ -316,11 +318,12 @@ void DockView::paintTabs(QPainter& painter) {
     const QRectF& tab = layout_.tabs[i];
     if (tab.isEmpty()) continue;
     const bool active = i == row_.activeTab;
+    ClearMarks::drawGround(painter, tab, tab.height() / 2, palette_);
     if (active) drawRounded(painter, tab, tab.height() / 2, palette_.tab);
     painter.save();
     painter.translate(tab.center());
     painter.scale(scale, scale);
-    const TextLine line = TextLine(row_.tabs[i], TextStyle::TabLabel, scale).elided(tabRoom(i), Elide::Middle);
+    const TextLine line = TextLine(row_.tabs[i], TextStyle::TabLabel, scale).elided(tabRoom(i), Elide::End);
     line.drawCentred(painter, {0, line.capHeight() / 2}, active ? palette_.primary : palette_.secondary);
     painter.restore();
   }

@@ -86,6 +86,7 @@ void paintFile(QPainter& painter, const QRectF& box, const FolderEntry& entry, c
 }
 
 FileItems::FileItems(ItemView& view, Thumbnails* thumbnails, const PanelActions& actions) : view_(view) {
+  view_.setElide(Elide::Middle);
   view.setPicture([this, thumbnails](QPainter& painter, const QRectF& box, const ViewItem& item) {
     const FolderEntry entry = of(item.id);
     QImage picture;

@@ -335,7 +335,7 @@ void PanelHeader::paintEvent(QPaintEvent*) {
   }
   const double left = sign.right() + theme::kRowGap;
   drawTextIn(painter, turned(QRectF(left, 0, std::max(0.0, right - left), height())), title_, TextStyle::Title,
-             look.palette.primary, turned.reading(), Elide::Middle);
+             look.palette.primary, turned.reading());
 }
 
 void drawBadge(QPainter& painter, const QRectF& box, const QString& initial, const ControlLook& look) {

@@ -58,6 +58,8 @@ void paintDot(TileCanvas& canvas, double x, const AppMarks& marks) {
   const Palette& colors = canvas.colors();
   if (marks.urgent) {
     const QRectF bar(x - kUrgentWidth / 2, theme::kAppDotTop - kUrgentHeight / 2, kUrgentWidth, kUrgentHeight);
+    if (colors.dotRing.isValid())
+      drawRounded(painter, bar.adjusted(-1, -1, 1, 1), kUrgentHeight / 2 + 1, colors.dotRing);
     drawRounded(painter, bar, kUrgentHeight / 2, colors.accent(Accent::Orange));
     return;
   }

@@ -18,7 +18,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qsizetype kMostRows = 3;
-constexpr double kRowGap = 8;
 
 constexpr double kDayMiddle = 28;
 constexpr double kDayDivider = 55;
@@ -56,6 +55,7 @@ constexpr double kCell = 70;
 constexpr double kCellDivider = 74;
 constexpr double kCellDividerHeight = 32;
 constexpr double kAfterDivider = 12;
+constexpr double kSymbolGap = 5;
 
 const CalendarDigest& digestOf(const TileRequest& request) {
   static const CalendarDigest none;
@@ -87,14 +87,10 @@ void paintDivider(TileCanvas& canvas, double x, double height) {
 
 /// Rows with the word at the right.
 void paintUpcoming(TileCanvas& canvas, const EventListContent& content, const QList<double>& baselines) {
-  const double right = canvas.width() - theme::kTextRight;
   for (qsizetype i = 0; i < baselines.size(); ++i) {
     const EventListContent::Row& row = content.rows[i];
-    const TextLine word = canvas.line(row.word, TextStyle::ListRow).elided(right / 2, Elide::End);
-    word.drawRight(canvas.painter(), {right, baselines[i]},
-                   row.accented ? canvas.accentWord() : canvas.colors().secondary);
-    canvas.text(theme::kTextLeft, baselines[i], right - word.width() - kRowGap - theme::kTextLeft,
-                row.accented ? TextStyle::ListRowStrong : TextStyle::ListRow, row.title, canvas.colors().primary);
+    canvas.row(theme::kTextLeft, baselines[i], row.title, row.accented ? TextStyle::ListRowStrong : TextStyle::ListRow,
+               row.word, row.accented ? canvas.accentWord() : canvas.colors().secondary);
   }
 }
 
@@ -342,18 +338,18 @@ void paint(TileCanvas& canvas, const DaysContent& content) {
 OverviewContent makeTodayOverview(const TileRequest& request) {
   const TileSources& sources = request.sources;
   const CalendarDigest& digest = digestOf(request);
-  const auto figure = [&](qint64 count, const QString& one, const QString& many) {
-    return OverviewContent::Figure{sources.locale.toString(count), count == 1 ? one : many};
+  const auto figure = [&](qint64 count, const QString& symbol, const QString& one, const QString& many) {
+    return OverviewContent::Figure{sources.locale.toString(count), count == 1 ? one : many, symbol};
   };
   OverviewContent content;
   if (hasCalendar(request))
-    content.figures << figure(digest.today.size(), QCoreApplication::translate("Tiles", "Event"),
+    content.figures << figure(digest.today.size(), u"calendar"_s, QCoreApplication::translate("Tiles", "Event"),
                               QCoreApplication::translate("Tiles", "Events"));
-  content.figures << figure(std::ranges::count(sources.todos, false, &TodoItem::completed),
+  content.figures << figure(std::ranges::count(sources.todos, false, &TodoItem::completed), u"checkmark.square"_s,
                             QCoreApplication::translate("Tiles", "To-do"),
                             QCoreApplication::translate("Tiles", "To-dos"));
   if (sources.calendar && digest.reminderMessage.isEmpty())
-    content.figures << figure(digest.dueToday.size(), QCoreApplication::translate("Tiles", "Reminder"),
+    content.figures << figure(digest.dueToday.size(), u"checklist"_s, QCoreApplication::translate("Tiles", "Reminder"),
                               QCoreApplication::translate("Tiles", "Reminders"));
   return content;
 }
@@ -364,20 +360,62 @@ TileText describe(const OverviewContent& content, const QString& name) {
   return {name, parts.join(u", "_s)};
 }
 
+namespace {
+
+/// Where cells begin and where the lines between them stand.
+struct Cells {
+  QList<double> lefts;
+  QList<double> dividers;
+};
+
+/// At their usual places, or, where a word has no room then, with equal gaps between the words.
+Cells cellsOf(const TileCanvas& canvas, const OverviewContent& content) {
+  Cells usual;
+  Cells close;
+  double words = 0;
+  bool fits = true;
+  const double end = canvas.width() - theme::kPictureInset;
+  const qsizetype count = content.figures.size();
+  QList<double> widths;
+  for (qsizetype i = 0; i < count; ++i) {
+    const double divider = kCellDivider + kCell * static_cast<double>(i - 1);
+    usual.lefts << (i == 0 ? theme::kTextLeft : divider + kAfterDivider);
+    if (i > 0) usual.dividers << divider;
+    widths << canvas.line(content.figures[i].label, TextStyle::Caption).width();
+    words += widths.last();
+    fits = fits && usual.lefts.last() + widths.last() <= (i + 1 < count ? divider + kCell - 2 : end);
+  }
+  if (fits || count < 2 || !canvas.showsCaption()) return usual;
+  const double gap = (end - theme::kTextLeft - words) / static_cast<double>(count - 1);
+  double x = theme::kTextLeft;
+  for (qsizetype i = 0; i < count; ++i) {
+    close.lefts << x;
+    if (i > 0) close.dividers << x - gap / 2;
+    x += widths[i] + gap;
+  }
+  return close;
+}
+
+}  // namespace
+
 void paint(TileCanvas& canvas, const OverviewContent& content) {
   using namespace theme;
+  const Cells cells = cellsOf(canvas, content);
+  for (const double divider : cells.dividers) paintDivider(canvas, divider, kCellDividerHeight);
   for (qsizetype i = 0; i < content.figures.size(); ++i) {
-    const double divider = kCellDivider + kCell * static_cast<double>(i - 1);
-    const double x = i == 0 ? kTextLeft : divider + kAfterDivider;
-    if (i > 0) paintDivider(canvas, divider, kCellDividerHeight);
     const OverviewContent::Figure& cell = content.figures[i];
     const TextLine figure = canvas.line(cell.figure, TextStyle::Headline);
-    const double baseline = canvas.showsCaption() ? kHeadlineBaseline : TileCanvas::centredBaseline(figure);
-    figure.drawFromInk(canvas.painter(), {x, baseline}, canvas.colors().primary);
-    if (!canvas.showsCaption()) continue;
-    const bool last = i + 1 == content.figures.size();
-    const double room = last ? canvas.width() - kPictureInset - x : kCell - kAfterDivider - 2;
-    canvas.text(x, kCaptionBaseline, room, TextStyle::Caption, cell.label, canvas.colors().secondary);
+    const double x = cells.lefts[i];
+    if (!canvas.showsCaption()) {
+      // Figures alone would not say of what.
+      canvas.symbol(cell.symbol, {x + kSymbolSize / 2, kTileMiddle}, kSymbolSize, canvas.accent());
+      figure.drawFromInk(canvas.painter(), {x + kSymbolSize + kSymbolGap, TileCanvas::centredBaseline(figure)},
+                         canvas.colors().primary);
+      continue;
+    }
+    figure.drawFromInk(canvas.painter(), {x, kHeadlineBaseline}, canvas.colors().primary);
+    const double end = i < cells.dividers.size() ? cells.dividers[i] - 2 : canvas.width() - kPictureInset;
+    canvas.text(x, kCaptionBaseline, end - x, TextStyle::Caption, cell.label, canvas.colors().secondary);
   }
 }
 

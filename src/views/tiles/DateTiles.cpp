@@ -169,6 +169,17 @@ TileText describe(const WorldListContent& content, const QString& name) {
   return {name, parts.join(u", "_s)};
 }
 
+namespace {
+
+/// "N. York", where there is no room for more.
+QString briefCity(const QString& city) {
+  QStringList words = city.split(u' ', Qt::SkipEmptyParts);
+  for (qsizetype i = 0; i + 1 < words.size(); ++i) words[i] = words[i].left(1) + u'.';
+  return words.join(u' ');
+}
+
+}  // namespace
+
 void paint(TileCanvas& canvas, const WorldListContent& content) {
   const QList<double> baselines = canvas.rowBaselines(std::min(content.rows.size(), kMostRows));
   for (qsizetype i = 0; i < baselines.size(); ++i) {
@@ -176,8 +187,9 @@ void paint(TileCanvas& canvas, const WorldListContent& content) {
     const TextLine time = canvas.line(row.time, TextStyle::ListRow);
     const double right = canvas.width() - theme::kTextRight;
     time.drawRight(canvas.painter(), {right, baselines[i]}, canvas.colors().secondary);
-    canvas.text(theme::kTextLeft, baselines[i], right - time.width() - kRowGap - theme::kTextLeft, TextStyle::ListRow,
-                row.city, canvas.colors().primary, Elide::Middle);
+    Typography::fitting({row.city, briefCity(row.city)}, TextStyle::ListRow,
+                        right - time.width() - kRowGap - theme::kTextLeft, Elide::End, canvas.scale())
+        .draw(canvas.painter(), {theme::kTextLeft, baselines[i]}, canvas.colors().primary);
   }
 }
 

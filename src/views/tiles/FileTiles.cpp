@@ -25,8 +25,14 @@ QPointF pictureCorner(const TileCanvas& canvas) {
 }
 
 void paintCaption(TileCanvas& canvas, double baseline, const QString& text) {
-  if (canvas.showsCaption())
-    canvas.centredText(baseline, TextStyle::Caption, text, canvas.colors().secondary, Elide::Middle);
+  if (canvas.showsCaption()) canvas.centredText(baseline, TextStyle::Caption, text, canvas.colors().secondary);
+}
+
+/// Of a great many the number says enough.
+void paintCount(TileCanvas& canvas, const QString& words, qint64 count) {
+  const double room = canvas.width() - theme::kTextLeft;
+  const bool whole = count <= 0 || canvas.line(words, TextStyle::Caption).width() <= room;
+  paintCaption(canvas, theme::kUnderPictureBaseline, whole ? words : QLocale().toString(count));
 }
 
 QString emptyWord() { return QCoreApplication::translate("Tiles", "Empty"); }
@@ -73,10 +79,7 @@ TileText describe(const TrashContent& content, const QString& name) {
 void paint(TileCanvas& canvas, const TrashContent& content) {
   const double middle = canvas.showsCaption() ? kTrashMiddle : theme::kTileMiddle;
   canvas.symbol(u"trash"_s, {canvas.width() / 2, middle}, kTrashSymbol, canvas.colors().primary);
-  // Of a great many the number says enough.
-  const double room = canvas.width() - theme::kTextLeft;
-  const bool whole = !content.items || canvas.line(itemsIn(content), TextStyle::Caption).width() <= room;
-  paintCaption(canvas, theme::kUnderPictureBaseline, whole ? itemsIn(content) : QLocale().toString(*content.items));
+  paintCount(canvas, itemsIn(content), content.items.value_or(0));
 }
 
 ShelfContent makeShelf(const TileRequest& request) { return {request.sources.shelfItems}; }
@@ -87,7 +90,7 @@ void paint(TileCanvas& canvas, const ShelfContent& content) {
   const QPointF lift(0, canvas.showsCaption() ? 0 : kShelfLift);
   drawShelf(canvas.painter(), pictureCorner(canvas) - lift, std::clamp<int>(static_cast<int>(content.files), 0, 2),
             canvas.colors().pictures);
-  paintCaption(canvas, theme::kUnderPictureBaseline, filesOn(content));
+  paintCount(canvas, filesOn(content), content.files);
 }
 
 }  // namespace tarnwick

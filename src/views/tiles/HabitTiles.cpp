@@ -101,15 +101,14 @@ TileText describe(const HabitContent& content, const QString& name) {
 
 void paint(TileCanvas& canvas, const HabitContent& content) {
   using namespace theme;
-  double room = canvas.roomAfter(kTextLeft);
+  TextLine habit = canvas.line(content.habit, TextStyle::Title).elided(canvas.roomAfter(kTextLeft), Elide::End);
   if (canvas.showsLastRow() && content.streak > 0) {
     const TextLine streak = canvas.line(daysWord(content.streak), TextStyle::Caption);
-    streak.drawRight(canvas.painter(), {canvas.width() - kTextRight, kHabitBaseline}, canvas.accentWord());
-    room -= streak.width() + kNameGap;
+    // A habit of many words has the line to itself.
+    if (kTextLeft + habit.width() + kNameGap + streak.width() <= canvas.width() - kTextRight)
+      streak.drawRight(canvas.painter(), {canvas.width() - kTextRight, kHabitBaseline}, canvas.accentWord());
   }
-  canvas.line(content.habit, TextStyle::Title)
-      .elided(room, Elide::End)
-      .drawFromInk(canvas.painter(), {kTextLeft, kHabitBaseline}, canvas.colors().primary);
+  habit.drawFromInk(canvas.painter(), {kTextLeft, kHabitBaseline}, canvas.colors().primary);
   QPainter& painter = canvas.painter();
   for (int day = 0; day < content.days.size(); ++day) {
     const bool done = content.days[day];

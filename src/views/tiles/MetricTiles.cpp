@@ -211,8 +211,11 @@ void paintPairRow(TileCanvas& canvas, double baseline, Accent accent, const QStr
   canvas.painter().drawEllipse(QPointF(theme::kTextLeft + kPairDot, baseline - value.capHeight() / 2), kPairDot,
                                kPairDot);
   // Half a word says nothing, and the dot tells which is which.
-  if (kPairLabel + words.width() + 4 <= kPairValueRight - value.width())
-    words.draw(canvas.painter(), {kPairLabel, baseline}, canvas.colors().secondary);
+  if (kPairLabel + words.width() + 4 > kPairValueRight - value.width()) {
+    value.draw(canvas.painter(), {kPairLabel, baseline}, canvas.colors().primary);
+    return;
+  }
+  words.draw(canvas.painter(), {kPairLabel, baseline}, canvas.colors().secondary);
   value.drawRight(canvas.painter(), {kPairValueRight, baseline}, canvas.colors().primary);
 }
 
@@ -253,6 +256,15 @@ void paint(TileCanvas& canvas, const SystemChartContent& content) {
 namespace {
 
 constexpr double kCompactText = 36;
+
+/// The largest in which all of it stands on the tile.
+TextStyle figureStyle(const TileCanvas& canvas, const FigureContent& content, double room) {
+  for (const TextStyle style : {TextStyle::Headline, TextStyle::Figure17}) {
+    const double unit = content.unit.isEmpty() ? 0 : 2 + TextLine::unit(content.unit, style, canvas.scale()).width();
+    if (canvas.line(content.figure, style).width() + unit <= room) return style;
+  }
+  return TextStyle::Title;
+}
 
 FigureContent speedFigure(const TileRequest& request, double MetricsSnapshot::*speed, const QString& symbol,
                           const QString& caption) {
@@ -296,13 +308,13 @@ void paint(TileCanvas& canvas, const FigureContent& content) {
                    : canvas.width() <= kNarrowSymbolTile ? kTextAfterSymbolNarrow
                                                          : kTextAfterSymbol;
   const bool caption = canvas.showsCaption();
-  const double baseline =
-      caption ? kHeadlineBaseline : TileCanvas::centredBaseline(canvas.line(content.figure, TextStyle::Headline));
+  const TextStyle style = figureStyle(canvas, content, canvas.roomAfter(x));
+  const double baseline = caption ? kHeadlineBaseline : TileCanvas::centredBaseline(canvas.line(content.figure, style));
   const QColor ink = content.figure == kDash ? canvas.colors().tertiary : canvas.colors().primary;
-  canvas.figure(x, baseline, TextStyle::Headline, content.figure, content.unit, ink);
+  canvas.figure(x, baseline, style, content.figure, content.unit, ink);
   if (caption)
     canvas.text(x, kCaptionBaseline, canvas.roomAfter(x), TextStyle::Caption, content.caption,
-                canvas.colors().secondary, Elide::Middle);
+                canvas.colors().secondary);
 }
 
 }  // namespace tarnwick

@@ -70,8 +70,7 @@ void paint(TileCanvas& canvas, const RecentFilesContent& content) {
   drawPapers(canvas.painter(), {(canvas.width() - kFilePicture) / 2, caption ? kPapersTop : kPapersAlone},
              canvas.colors().pictures);
   if (caption)
-    canvas.centredText(theme::kUnderPictureBaseline, TextStyle::Caption, content.name, canvas.colors().secondary,
-                       Elide::Middle);
+    canvas.centredText(theme::kUnderPictureBaseline, TextStyle::Caption, content.name, canvas.colors().secondary);
 }
 
 ScreenshotsContent makeScreenshots(const TileRequest& request) {
@@ -104,8 +103,7 @@ void paint(TileCanvas& canvas, const ScreenshotsContent& content) {
   }
   paintShot(canvas, front, content.pictures.isEmpty() ? QImage() : content.pictures.first().image);
   if (caption)
-    canvas.centredText(theme::kUnderPictureBaseline, TextStyle::Caption, content.caption, canvas.colors().secondary,
-                       Elide::Middle);
+    canvas.centredText(theme::kUnderPictureBaseline, TextStyle::Caption, content.caption, canvas.colors().secondary);
 }
 
 SearchContent makeFileSearch(const TileRequest&) { return {u"folder"_s, tr("Search files…")}; }
@@ -122,8 +120,8 @@ void paint(TileCanvas& canvas, const SearchContent& content) {
   canvas.symbol(content.symbol, {field.left() + kFieldSymbolLeft + kFieldSymbol / 2, field.center().y()}, kFieldSymbol,
                 canvas.colors().primary);
   const double x = field.left() + kFieldText;
-  const TextLine words =
-      canvas.line(content.placeholder, TextStyle::Body).elided(field.right() - kFieldSymbolLeft - x, Elide::End);
+  const TextLine words = Typography::fitting({content.placeholder, tr("Search…")}, TextStyle::Body,
+                                             field.right() - kFieldSymbolLeft - x, Elide::End, canvas.scale());
   words.draw(canvas.painter(), {x, TileCanvas::centredBaseline(words)}, canvas.colors().secondary);
 }
 

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <algorithm>
 
+#include "views/theme/ClearMarks.h"
 #include "views/theme/Glass.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/WeatherTiles.h"
@@ -58,15 +59,16 @@ QColor wordColor(const TileCanvas& canvas, const GenericContent& content) {
 TextLine nameLine(const TileCanvas& canvas, const QString& name, double room) {
   for (const TextStyle style : {TextStyle::Title, TextStyle::BodyStrong, TextStyle::TabLabel})
     if (const TextLine line = canvas.line(name, style); line.width() <= room) return line;
-  return canvas.line(name, TextStyle::Title).elided(room, Elide::Middle);
+  return canvas.name(name, TextStyle::Title, room);
 }
 
 void paintBeside(TileCanvas& canvas, const GenericContent& content) {
   using namespace theme;
-  drawSign(canvas, content, {kTextLeft + kSymbolSize / 2, kTileMiddle});
   const double x = textLeft(canvas);
   // A name may come closer to the edge before it loses letters.
   const TextLine name = nameLine(canvas, content.name, canvas.roomAfter(x) + kTextRight - kLeastRight);
+  const bool alone = name.text().isEmpty();
+  drawSign(canvas, content, {alone ? canvas.width() / 2 : kTextLeft + kSymbolSize / 2, kTileMiddle});
   if (!canvas.showsCaption()) {
     name.draw(canvas.painter(), {x, TileCanvas::centredBaseline(name)}, canvas.colors().primary);
     return;
@@ -87,7 +89,7 @@ void paintStacked(TileCanvas& canvas, const GenericContent& content) {
   const bool three = canvas.showsLastRow() && word.width() <= canvas.width() - theme::kTextLeft;
   drawSign(canvas, content, {x, three ? kStackedSymbol : kPairSymbol});
   canvas.centredText(three ? kStackedNameBaseline : kPairNameBaseline, TextStyle::TabLabel, content.name,
-                     canvas.colors().primary, Elide::Middle);
+                     canvas.colors().primary);
   if (three) word.drawCentred(canvas.painter(), {x, kStackedWordBaseline}, wordColor(canvas, content));
 }
 
@@ -119,8 +121,8 @@ TileText describe(const SeparatorContent&, const QString& name) { return {name, 
 
 void paint(TileCanvas& canvas, const SeparatorContent&) {
   const double top = theme::kTileMiddle - theme::kSeparatorHeight / 2;
-  canvas.painter().fillRect(canvas.snapped(QRectF(canvas.width() / 2 - 0.5, top, 1, theme::kSeparatorHeight)),
-                            canvas.colors().separator);
+  const QRectF line = canvas.snapped(QRectF(canvas.width() / 2 - 0.5, top, 1, theme::kSeparatorHeight));
+  ClearMarks::drawLine(canvas.painter(), line, canvas.colors().separator, canvas.colors());
 }
 
 SpaceContent makeSpace(const TileRequest&) { return {}; }
@@ -128,9 +130,8 @@ TileText describe(const SpaceContent&, const QString& name) { return {name, {}};
 
 void paint(TileCanvas& canvas, const SpaceContent&) {
   if (!canvas.isEditing()) return;
-  QPainter& painter = canvas.painter();
-  drawDashed(painter, canvas.snapped(QRectF(0, 0, canvas.width(), theme::kTileHeight)), theme::kTileCorner,
-             canvas.colors().gapOutline);
+  const QRectF place = canvas.snapped(QRectF(0, 0, canvas.width(), theme::kTileHeight));
+  ClearMarks::drawGap(canvas.painter(), place, theme::kTileCorner, canvas.colors());
 }
 
 GenericContent makeGeneric(const TileRequest& request) {

@@ -73,7 +73,7 @@ void paint(TileCanvas& canvas, const ProcessesContent& content) {
     const TextLine value = canvas.line(row.value, TextStyle::ListRow);
     value.drawRight(canvas.painter(), {canvas.width() - theme::kTextRight, baselines[i]}, colors.primary);
     canvas.text(theme::kTextLeft, baselines[i], nameEnd - theme::kTextLeft, TextStyle::ListRow, row.name,
-                colors.primary, Elide::Middle);
+                colors.primary);
     if (!bars) continue;
     const double y = baselines[i] - value.capHeight() / 2 - kProcessBarHeight / 2;
     QRectF bar(kProcessBarLeft, y, std::min(kProcessBarWidth, valueLeft - kProcessGap - kProcessBarLeft),

@@ -17,7 +17,6 @@ namespace {
 
 constexpr qsizetype kMostRows = 3;
 constexpr double kRowPitch = 16;
-constexpr double kRowGap = 8;
 
 constexpr double kRing = 9.2;
 constexpr double kRingStroke = 1.8;
@@ -96,29 +95,27 @@ void paint(TileCanvas& canvas, const RemindersContent& content) {
     return;
   }
   const QList<double> baselines = canvas.rowBaselines(std::min(content.rows.size(), kMostRows));
-  const double right = canvas.width() - theme::kTextRight;
+  const double rise = canvas.line(u"0"_s, TextStyle::ListRow).capHeight() / 2;
   for (qsizetype i = 0; i < baselines.size(); ++i) {
     const RemindersContent::Row& row = content.rows[i];
-    const TextLine word = canvas.line(row.word, TextStyle::ListRow);
-    word.drawRight(canvas.painter(), {right, baselines[i]},
-                   row.overdue ? canvas.accentWord() : canvas.colors().secondary);
-    drawRing(canvas, {kSmallMiddle, baselines[i] - word.capHeight() / 2}, kSmallRing, kSmallStroke,
-             canvas.colors().tertiary);
-    canvas.text(kBesideSmall, baselines[i], right - word.width() - kRowGap - kBesideSmall, TextStyle::ListRow,
-                row.title, canvas.colors().primary);
+    drawRing(canvas, {kSmallMiddle, baselines[i] - rise}, kSmallRing, kSmallStroke, canvas.colors().tertiary);
+    canvas.row(kBesideSmall, baselines[i], row.title, TextStyle::ListRow, row.word,
+               row.overdue ? canvas.accentWord() : canvas.colors().secondary);
   }
 }
 
-std::optional<int> partAt(const RemindersContent& content, double, QPointF point) {
+std::optional<int> partAt(const RemindersContent& content, double scale, QPointF point) {
   if (content.rows.isEmpty()) return std::nullopt;
   const auto ticked = [&](qsizetype row) {
     return content.rows[row].ticks ? std::optional(static_cast<int>(row)) : std::nullopt;
   };
   if (!content.agenda) return point.x() <= kBesideRing - 4 ? ticked(0) : std::nullopt;
   if (point.x() > kBesideSmall - 4) return std::nullopt;
-  const qsizetype count = std::min(content.rows.size(), kMostRows);
-  const double first = theme::kTileMiddle - kRowPitch * static_cast<double>(count) / 2;
-  const auto row = static_cast<qsizetype>(std::floor((point.y() - first) / kRowPitch));
+  // In small docks there are fewer rows, farther apart.
+  const qsizetype count = std::min(content.rows.size(), scale >= theme::kCompactScale ? kMostRows : kMostRows - 1);
+  const double pitch = scale >= theme::kBareScale ? kRowPitch : kRowPitch * 1.5;
+  const double first = theme::kTileMiddle - pitch * static_cast<double>(count) / 2;
+  const auto row = static_cast<qsizetype>(std::floor((point.y() - first) / pitch));
   return row >= 0 && row < count ? ticked(row) : std::nullopt;
 }
 

@@ -30,7 +30,7 @@ RemindersContent makeRemindersAgenda(const TileRequest& request);
 TileText describe(const RemindersContent& content, const QString& name);
 void paint(TileCanvas& canvas, const RemindersContent& content);
 /// The reminder whose ring is under the point, in the order in which they are open.
-std::optional<int> partAt(const RemindersContent& content, double width, QPointF point);
+std::optional<int> partAt(const RemindersContent& content, double scale, QPointF point);
 
 /// How many are due today, and how far one has come.
 struct DueTodayContent {

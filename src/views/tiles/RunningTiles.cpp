@@ -141,6 +141,11 @@ void paint(TileCanvas& canvas, const PinnedWindowContent& content) {
   using namespace theme;
   QPainter& painter = canvas.painter();
   const Palette& colors = canvas.colors();
+  const double room = canvas.roomAfter(kWindowText);
+  const TextLine title = canvas.name(content.title, TextStyle::Title, room);
+  const bool alone = title.text().isEmpty();
+  painter.save();
+  if (alone) painter.translate(canvas.width() / 2 - kWindow.center().x(), 0);
   constexpr double corner = 6;
   constexpr double bar = 9;
   drawRounded(painter, kWindow, corner, colors.well);
@@ -156,15 +161,14 @@ void paint(TileCanvas& canvas, const PinnedWindowContent& content) {
   drawRounded(painter, QRectF(page + QPointF(0, 7.5), QSizeF(40, 2.5)), 1.25, colors.track);
   drawRounded(painter, QRectF(page + QPointF(0, 14), QSizeF(32, 2.5)), 1.25, colors.track);
 
-  const double room = canvas.roomAfter(kWindowText);
-  const TextLine title = canvas.line(content.title, TextStyle::Title).elided(room, Elide::Middle);
+  painter.restore();
+
   if (!canvas.showsCaption()) {
     title.draw(painter, {kWindowText, TileCanvas::centredBaseline(title)}, colors.primary);
     return;
   }
   title.draw(painter, {kWindowText, kTitleBaseline}, colors.primary);
-  canvas.text(kWindowText, kTitleCaptionBaseline, room, TextStyle::Caption, content.app, colors.secondary,
-              Elide::Middle);
+  canvas.text(kWindowText, kTitleCaptionBaseline, room, TextStyle::Caption, content.app, colors.secondary);
 }
 
 }  // namespace tarnwick

@@ -8,8 +8,20 @@
 namespace tarnwick {
 
 namespace {
+
 constexpr double kUnitGap = 2;
+constexpr double kWordGap = 8;
+/// With fewer letters a name is a scrap.
+constexpr qsizetype kLeastLetters = 6;
+/// What of a title mostly tells it from others.
+constexpr qsizetype kTellingLetters = 10;
+
+/// The letters that are left of a text.
+qsizetype lettersOf(const TextLine& line, const QString& text) {
+  return line.text() == text ? text.size() : std::max<qsizetype>(0, line.text().size() - 1);
 }
+
+}  // namespace
 
 double TileCanvas::figure(double x, double baseline, TextStyle style, const QString& text, const QString& unit,
                           const QColor& color) {
@@ -32,6 +44,23 @@ void TileCanvas::text(double x, double baseline, double width, TextStyle style, 
 void TileCanvas::centredText(double baseline, TextStyle style, const QString& text, const QColor& color, Elide elide) {
   const double room = width_ - theme::kTextLeft;
   line(text, style).elided(room, elide).drawCentred(painter_, {width_ / 2, baseline}, color);
+}
+
+TextLine TileCanvas::name(const QString& text, TextStyle style, double room) const {
+  TextLine shortened = line(text, style).elided(room, Elide::End);
+  if (showsCaption()) return shortened;
+  return lettersOf(shortened, text) < std::min(kLeastLetters, text.size()) ? line({}, style) : shortened;
+}
+
+void TileCanvas::row(double x, double baseline, const QString& title, TextStyle style, const QString& word,
+                     const QColor& wordColor) {
+  const TextLine aside = line(word, style == TextStyle::ListRowStrong ? TextStyle::ListRow : style);
+  const TextLine whole = line(title, style);
+  const double room = roomAfter(x) - (word.isEmpty() ? 0 : aside.width() + kWordGap);
+  const TextLine beside = whole.elided(room, Elide::End);
+  const bool tells = lettersOf(beside, title) >= std::min(kTellingLetters, title.size());
+  if (tells) aside.drawRight(painter_, {width_ - theme::kTextRight, baseline}, wordColor);
+  (tells ? beside : whole.elided(roomAfter(x), Elide::End)).draw(painter_, {x, baseline}, colors().primary);
 }
 
 void TileCanvas::symbol(const QString& name, QPointF centre, double size, const QColor& color) {

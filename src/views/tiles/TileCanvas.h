@@ -57,6 +57,13 @@ class TileCanvas {
   /// A line in the middle of the tile, shortened to what the tile has room for.
   void centredText(double baseline, TextStyle style, const QString& text, const QColor& color,
                    Elide elide = Elide::End);
+  /// A name or title shortened to `room` at its end. In the smallest docks it is empty where so few letters would be
+  /// left that they say nothing: there the picture beside it says more alone.
+  TextLine name(const QString& text, TextStyle style, double room) const;
+  /// A row of a list from `x` to the edge of the text: its title, and a word about it at the right. The word gives way
+  /// where the title would lose what tells it from others.
+  void row(double x, double baseline, const QString& title, TextStyle style, const QString& word,
+           const QColor& wordColor);
   void symbol(const QString& name, QPointF centre, double size, const QColor& color);
   /// An arc with round ends; degrees clockwise from the top.
   void arc(QPointF centre, double radius, double width, double begin, double sweep, const QColor& color);

@@ -240,7 +240,7 @@ std::optional<int> tilePartAt(const TileContent& content, double width, QPointF 
                                [&](const WaterContent& water) { return partAt(water, width, point); },
                                [&](const HabitContent& habit) { return partAt(habit, width, point); },
                                [&](const MeetingCenterContent& meeting) { return partAt(meeting, width, point); },
-                               [&](const RemindersContent& reminders) { return partAt(reminders, width, point); },
+                               [&](const RemindersContent& reminders) { return partAt(reminders, scale, point); },
                                [&](const TodosContent& todos) { return partAt(todos, scale, point); },
                                [&](const RunningAppsContent& running) { return partAt(running, width, point); },
                                [](const auto&) { return std::optional<int>(); }},

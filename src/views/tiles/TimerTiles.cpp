@@ -75,7 +75,8 @@ void paintMarks(TileCanvas& canvas, const TimerContent& content) {
                 std::min(width, kMarkHeight) / 2, i < content.lit ? canvas.accent() : canvas.colors().track);
 }
 
-/// The figure in the largest style that has room for it. Hours that have room in none do without their seconds.
+/// The figure in the largest style that has room for it. Hours that have room in none do without their seconds, and
+/// then without their minutes.
 void paintFigure(TileCanvas& canvas, const QString& figure, bool overWord) {
   const double room = canvas.roomAfter(kBesideRing) + kOverhang;
   TextStyle style = TextStyle::Caption;
@@ -83,10 +84,9 @@ void paintFigure(TileCanvas& canvas, const QString& figure, bool overWord) {
     style = each;
     if (canvas.line(figure, each).width() <= room) break;
   }
-  const bool hasHours = figure.count(u':') > 1;
-  const bool cut = hasHours && canvas.line(figure, style).width() > room;
-  const TextLine line =
-      canvas.line(cut ? figure.section(u':', 0, 1) + tr("h") : figure, style).elided(room, Elide::End);
+  QStringList forms{figure};
+  if (figure.count(u':') > 1) forms << figure.section(u':', 0, 1) + tr("h") << figure.section(u':', 0, 0) + tr("h");
+  const TextLine line = Typography::fitting(forms, style, room, Elide::End, canvas.scale());
   line.drawFromInk(canvas.painter(),
                    {kBesideRing, overWord ? theme::kHeadlineBaseline : TileCanvas::centredBaseline(line)},
                    canvas.colors().primary);

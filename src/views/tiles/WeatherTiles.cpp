@@ -36,7 +36,7 @@ void paintReading(TileCanvas& canvas, const WeatherReading& reading) {
   canvas.figure(kFigureLeft, baseline, style, reading.temperature);
   if (canvas.showsCaption())
     canvas.text(theme::kTextLeft, kPlaceBaseline, canvas.roomAfter(theme::kTextLeft), TextStyle::Caption, reading.place,
-                canvas.colors().secondary, Elide::Middle);
+                canvas.colors().secondary);
 }
 
 void paintUnconnected(TileCanvas& canvas, const QString& name) {
@@ -52,7 +52,7 @@ void paintUnconnected(TileCanvas& canvas, const QString& name) {
   if (!words) return;
   const double room = canvas.roomAfter(kTextLeft);
   const double nameBaseline = canvas.showsLastRow() ? kNameBaseline : kCaptionBaseline;
-  canvas.text(kTextLeft, nameBaseline, room, TextStyle::TabLabel, name, canvas.colors().primary, Elide::Middle);
+  canvas.text(kTextLeft, nameBaseline, room, TextStyle::TabLabel, name, canvas.colors().primary);
   if (canvas.showsLastRow())
     canvas.text(kTextLeft, kWordBaseline, room, TextStyle::Caption, choosePlaceWord(), canvas.accentWord());
 }
