@@ -38,6 +38,10 @@ void UndoStack::undo(quint64 id) {
   }
 }
 
+void UndoStack::withdraw(quint64 id) {
+  if (steps_.removeIf([id](const Step& step) { return step.entry.id == id; }) > 0) Q_EMIT gone(id);
+}
+
 void UndoStack::clear() {
   while (!steps_.isEmpty()) forgetFirst();
 }

@@ -36,6 +36,8 @@ class UndoStack : public QObject {
   void undo();
   /// Takes that one back, whatever came after it. One that is gone is ignored.
   void undo(quint64 id);
+  /// Takes an entry out that turned out to have done nothing.
+  void withdraw(quint64 id);
   /// Forgets all, the oldest first: to be called before the program ends.
   void clear();
 

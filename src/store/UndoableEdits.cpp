@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QPointer>
 #include <algorithm>
+#include <utility>
 
 #include "base/DomainError.h"
 #include "store/AppStore.h"
@@ -18,6 +19,9 @@ namespace tarnwick {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// Within so many seconds a change of the same fields belongs to the one before.
+constexpr double kRun = 1;
 
 QList<QUuid> idsOf(const DockProfile& profile) {
   QList<QUuid> ids;
@@ -177,6 +181,54 @@ void UndoableEdits::bringBackValues(const DockWidget& before, const DockWidget& 
       widget.options.remove(key);
   }
   store_.update(widget);
+}
+
+// --- Settings -------------------------------------------------------------------------------------------------------
+
+void UndoableEdits::change(const std::function<void(DockConfiguration&)>& change) {
+  const DockConfiguration before = store_.config();
+  // What others do when they hear of it is theirs.
+  DockConfiguration after = before;
+  editSettings([&](DockConfiguration& config) {
+    change(config);
+    after = config;
+  });
+  const SettingsChange made(before, after);
+  if (made.isEmpty()) return;
+  if (goesOn(made)) {
+    run_.change->goOn(made);
+    if (run_.change->isEmpty()) undo_.withdraw(std::exchange(run_, {}).entry);
+  } else {
+    run_.change = std::make_shared<SettingsChange>(made);
+    run_.entry = undo_.push({}, [self = QPointer(this), step = run_.change] {
+      if (self) self->takeBack(*step);
+    });
+  }
+  run_.last = store_.scheduler().reference();
+}
+
+bool UndoableEdits::goesOn(const SettingsChange& change) const {
+  const auto latest = undo_.latest();
+  if (!run_.change || !latest || latest->id != run_.entry || run_.change->fields() != change.fields()) return false;
+  return isHeld_ || store_.scheduler().reference() - run_.last < kRun;
+}
+
+void UndoableEdits::setHeld(bool held) {
+  isHeld_ = held;
+  run_ = {};
+}
+
+void UndoableEdits::takeBack(const SettingsChange& change) {
+  editSettings([&](DockConfiguration& config) { change.takeBack(config); });
+}
+
+void UndoableEdits::editSettings(const std::function<void(DockConfiguration&)>& change) {
+  const auto shown = [this] {
+    return std::pair(store_.config().activeProfileID, store_.config().desktopOptions().displayProfiles);
+  };
+  const auto before = shown();
+  store_.edit(change);
+  if (shown() != before) store_.refreshAll();
 }
 
 void UndoableEdits::importConfiguration(const QString& path) {

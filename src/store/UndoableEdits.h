@@ -3,16 +3,19 @@
 #include <QList>
 #include <QObject>
 #include <functional>
+#include <memory>
 
 #include "apps/InstalledApps.h"
 #include "config/DockWidget.h"
+#include "store/SettingsChange.h"
 #include "store/UndoStack.h"
 
 namespace tarnwick {
 
 class AppStore;
 
-/// Changes of a dock's tiles that the user may take back. Main thread only; all that it is made of must outlive it.
+/// Changes of a dock and its tiles that the user may take back. Main thread only; all that it is made of must outlive
+/// it.
 class UndoableEdits : public QObject {
   Q_OBJECT
  public:
@@ -33,6 +36,12 @@ class UndoableEdits : public QObject {
   /// Replaces the stored widget of the same identity. Taking it back gives what this changed its old value: the title
   /// and options, and none that the tile counts by itself.
   void update(const DockWidget& widget);
+  /// Changes settings other than tiles. Taking it back gives what this changed its old value, where nothing else
+  /// changed it since. Changes of the same fields that follow each other closely are one step.
+  void change(const std::function<void(DockConfiguration&)>& change);
+  /// While a hand holds a control, all that it does to the same fields is one step, however long it takes; what was
+  /// done before and comes after is another.
+  void setHeld(bool held);
   /// Replaces the settings by a file's; on a failure they stay, and the store says why. What was done before belongs to
   /// the old settings and can no longer be taken back; the import itself can.
   void importConfiguration(const QString& path);
@@ -44,15 +53,27 @@ class UndoableEdits : public QObject {
   QString nameOf(const DockWidget& widget) const;
 
  private:
+  /// Changes of the same fields, one after the other.
+  struct Run {
+    quint64 entry = 0;
+    double last = 0;  // When it was last gone on with, on the reference clock.
+    std::shared_ptr<SettingsChange> change;
+  };
+
   bool place(const QList<DockWidget>& widgets, qsizetype profile, const QUuid& before);
   void removeAll(const QList<QUuid>& widgets);
   void rearrange(qsizetype profile, const std::function<void()>& move);
   void bringBackOrder(const QUuid& profile, const QList<QUuid>& order);
   void bringBackValues(const DockWidget& before, const DockWidget& after);
+  bool goesOn(const SettingsChange& change) const;
+  void takeBack(const SettingsChange& change);
+  void editSettings(const std::function<void(DockConfiguration&)>& change);
 
   AppStore& store_;
   InstalledApps& apps_;
   UndoStack& undo_;
+  Run run_;
+  bool isHeld_ = false;
 };
 
 }  // namespace tarnwick

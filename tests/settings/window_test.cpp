@@ -10,7 +10,10 @@
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
 #include "views/controls/Segments.h"
+#include "views/controls/Slider.h"
+#include "views/controls/Switch.h"
 #include "views/settings/OrderList.h"
+#include "views/window/LayoutCard.h"
 #include "views/window/SideList.h"
 
 namespace tarnwick::test {
@@ -94,6 +97,28 @@ TEST_F(SettingsWindowTest, UndoBringsARemovedWidgetBack) {
   ASSERT_EQ(config().profiles[0].widgets.size(), before.size() - 1);
   QTest::keyClick(&window(), Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ(config().profiles[0].widgets, before);
+}
+
+TEST_F(SettingsWindowTest, UndoTakesSettingsBackAndADragOfASliderIsOneStep) {
+  const DockConfiguration before = config();
+  turnTo("layout");
+  for (LayoutCard* card : window().findChildren<LayoutCard*>())
+    if (card->layout() == DockLayout::Floating) card->click();
+  turnTo("appearance");
+  control<Switch>("Widget tile fills")->click();
+  auto* scale = control<Slider>("Dock scale");
+  scale->setSliderDown(true);
+  scale->setValue(scale->maximum());
+  scale->setValue(scale->minimum());
+  scale->setSliderDown(false);
+  EXPECT_EQ(config().scale, 0.5);
+  EXPECT_EQ(undo().size(), 3);
+  QTest::keyClick(scale, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(config().scale, before.scale);
+  EXPECT_FALSE(config().tiles);
+  QTest::keyClick(scale, Qt::Key_Z, Qt::ControlModifier);
+  QTest::keyClick(scale, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(config(), before);
 }
 
 TEST_F(SettingsWindowTest, AMoveIsTakenBackAmongWhatCameAndWentMeanwhile) {

@@ -293,6 +293,42 @@ TEST_F(DropsTest, ARemovedWidgetComesBackWhereItWas) {
   EXPECT_EQ(forgotten, (QList<QUuid>{full[0].id, full[1].id}));
 }
 
+TEST_F(DropsTest, ChangesOfTheSameFieldsThatFollowCloselyAreOneStep) {
+  const auto scaleTo = [this](double scale) {
+    edits.change([scale](DockConfiguration& config) { config.scale = scale; });
+  };
+  scaleTo(1.1);
+  time.advance(0.5);
+  store.edit([](DockConfiguration& config) { config.spacing = 9; });  // Another part's.
+  scaleTo(1.2);
+  time.advance(2);
+  scaleTo(1.3);
+  edits.change([](DockConfiguration& config) { config.edgeGap = 20; });
+  EXPECT_EQ(undo.size(), 3);
+  undo.undo();
+  undo.undo();
+  EXPECT_EQ(store.config().scale, 1.2);
+  scaleTo(1.4);  // What was taken back is not gone on with.
+  undo.undo();
+  undo.undo();
+  EXPECT_EQ(store.config().scale, 1.0);
+  EXPECT_EQ(store.config().spacing, 9);
+
+  edits.setHeld(true);
+  for (const double scale : {1.1, 1.3, 1.2}) {
+    scaleTo(scale);
+    time.advance(5);
+  }
+  edits.setHeld(false);
+  scaleTo(1.25);
+  EXPECT_EQ(undo.size(), 2);
+  undo.undo();
+  EXPECT_EQ(store.config().scale, 1.2);
+  scaleTo(1.5);
+  scaleTo(1.2);  // There and back is nothing to take back.
+  EXPECT_EQ(undo.size(), 1);
+}
+
 TEST(UndoStack, TakesBackWhatIsAskedAndSurvivesWhatFails) {
   UndoStack stack;
   QStringList log;

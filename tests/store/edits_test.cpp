@@ -2,6 +2,7 @@
 
 #include "store/ActiveSets.h"
 #include "store/DocumentEdits.h"
+#include "store/SettingsChange.h"
 
 namespace tarnwick {
 namespace {
@@ -112,6 +113,59 @@ TEST(Edits, OptionsMovesAndTodos) {
   while (widgets.size() < 150) widgets.append(widgetOf(u"cpu"_s));
   EXPECT_FALSE(DocumentEdits::add(config, 0, widgetOf(u"cpu"_s)));
   EXPECT_EQ(widgets.size(), 150);
+}
+
+TEST(SettingsChange, TakesBackItsOwnFieldsAndNothingOfOthers) {
+  using Config = DockConfiguration;
+  using Edit = void (*)(Config&);
+  const Config start = twoProfiles();
+  struct Case {
+    const char* name;
+    Edit change;
+    Edit others;  ///< What happens after it.
+    Edit left;    ///< What the start then differs by.
+  };
+  static constexpr auto nothing = [](Config&) {};
+  const Case cases[] = {
+      {"two plain fields",
+       [](Config& c) {
+         c.layout = DockLayout::Floating;
+         c.tileBorders = false;
+       },
+       [](Config& c) { c.scale = 1.5; }, [](Config& c) { c.scale = 1.5; }},
+      {"a field that another changed since", [](Config& c) { c.layout = DockLayout::Floating; },
+       [](Config& c) { c.layout = DockLayout::Swap; }, [](Config& c) { c.layout = DockLayout::Swap; }},
+      {"options that were not there", [](Config& c) { (c.desktop = DesktopOptions())->triggerSize = 9; },
+       [](Config& c) { c.desktop->displayNames[u"L"_s] = u"Left"_s; },
+       [](Config& c) { (c.desktop = DesktopOptions())->displayNames[u"L"_s] = u"Left"_s; }},
+      {"one key of a map", [](Config& c) { DocumentEdits::pin(c, u"L"_s, c.profiles[1].id); },
+       [](Config& c) { DocumentEdits::pin(c, u"R"_s, c.profiles[1].id); },
+       [](Config& c) { DocumentEdits::pin(c, u"R"_s, c.profiles[1].id); }},
+      {"a name, while tiles go on", [](Config& c) { c.profiles[0].name = u"Home"_s; },
+       [](Config& c) { c.profiles[0].widgets.removeLast(); }, [](Config& c) { c.profiles[0].widgets.removeLast(); }},
+      {"an order", [](Config& c) { c.profiles.swapItemsAt(0, 1); }, nothing, nothing},
+      {"a new profile", [](Config& c) { DocumentEdits::newProfile(c, u"Third"_s, true); }, nothing, nothing},
+      {"a deleted one", [](Config& c) { DocumentEdits::deleteProfile(c, c.profiles[0].id); }, nothing, nothing},
+      {"the last one that is left", [](Config& c) { DocumentEdits::newProfile(c, {}, false); },
+       [](Config& c) { c.profiles = {c.profiles[2]}; }, [](Config& c) { c.profiles.clear(); }},
+  };
+  for (const Case& each : cases) {
+    SCOPED_TRACE(each.name);
+    Config config = start;
+    each.change(config);
+    const SettingsChange made(start, config);
+    each.others(config);
+    const QList<DockProfile> there = config.profiles;
+    made.takeBack(config);
+    Config wanted = start;
+    each.left(wanted);
+    if (wanted.profiles.isEmpty()) wanted.profiles = there;
+    if (!wanted.desktop) config.desktop.reset();
+    EXPECT_EQ(config, wanted);
+  }
+  Config tiles = start;
+  tiles.profiles[0].widgets.clear();
+  EXPECT_TRUE(SettingsChange(start, tiles).isEmpty());
 }
 
 TEST(ActiveSets, NameWhatTheWidgetsNeed) {

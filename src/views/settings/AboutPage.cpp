@@ -9,8 +9,8 @@ namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
-SettingsPage* makeAboutPage(AppStore& store, const SettingsServices&) {
-  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "About")), store);
+SettingsPage* makeAboutPage(AppStore& store, const SettingsServices& services) {
+  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "About")), store, services);
   const auto value = [](const QString& text) {
     auto* label = new TextLabel(text, TextStyle::Body, Tone::Secondary);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);

@@ -36,8 +36,8 @@ constexpr auto kAppearances = std::to_array<SettingChoice>({
 
 class AppearancePage final : public SettingsPage {
  public:
-  explicit AppearancePage(AppStore& store)
-      : SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Appearance")), store) {
+  AppearancePage(AppStore& store, const SettingsServices& services)
+      : SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Appearance")), store, services) {
     addStyles();
     addSizes();
     addTiles();
@@ -117,6 +117,8 @@ class AppearancePage final : public SettingsPage {
 
 }  // namespace
 
-SettingsPage* makeAppearancePage(AppStore& store, const SettingsServices&) { return new AppearancePage(store); }
+SettingsPage* makeAppearancePage(AppStore& store, const SettingsServices& services) {
+  return new AppearancePage(store, services);
+}
 
 }  // namespace tarnwick

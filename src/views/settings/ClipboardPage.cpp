@@ -5,8 +5,8 @@
 
 namespace tarnwick {
 
-SettingsPage* makeClipboardPage(AppStore& store, const SettingsServices&) {
-  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Clipboard")), store);
+SettingsPage* makeClipboardPage(AppStore& store, const SettingsServices& services) {
+  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Clipboard")), store, services);
   Card& card = *page->addCard();
   FormRow* history = page->addSwitch(
       card,

@@ -7,7 +7,7 @@
 namespace tarnwick {
 
 SettingsPage* makeCommandBarPage(AppStore& store, const SettingsServices& services) {
-  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Command Bar")), store);
+  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Command Bar")), store, services);
   Card& card = *page->addCard();
   addShortcutRow(*page, card, services, Shortcut::CommandBar);
   const bool isThere = !services.hasCommandBar || services.hasCommandBar();

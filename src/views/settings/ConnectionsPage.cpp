@@ -113,7 +113,7 @@ void addCalendars(SettingsPage& page, const SettingsServices& services) {
 }  // namespace
 
 SettingsPage* makeConnectionsPage(AppStore& store, const SettingsServices& services) {
-  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Connections")), store);
+  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Connections")), store, services);
   Card& card = *page->addCard();
   QWidget* empty = makeEmptyState(services);
   page->addOther(card, empty, settingsText(QT_TRANSLATE_NOOP("Settings", "No service is connected")));

@@ -25,7 +25,7 @@ constexpr auto kUnits = std::to_array<SettingChoice>({
 class GeneralPage final : public SettingsPage {
  public:
   GeneralPage(AppStore& store, const SettingsServices& services)
-      : SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "General")), store), services_(services) {
+      : SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "General")), store, services), services_(services) {
     addProgram();
     addWidgetSettings();
     addFiles();

@@ -51,7 +51,8 @@ bool takesOver(const DockConfiguration& config) {
 class LayoutPage final : public SettingsPage {
  public:
   LayoutPage(AppStore& store, const SettingsServices& services)
-      : SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Layout & Displays")), store), services_(services) {
+      : SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Layout & Displays")), store, services),
+        services_(services) {
     addLayouts();
     addReveal();
     addPlace();

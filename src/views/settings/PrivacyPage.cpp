@@ -24,7 +24,7 @@ void addCapture(SettingsPage& page, Card& card, const SettingsServices& services
 }  // namespace
 
 SettingsPage* makePrivacyPage(AppStore& store, const SettingsServices& services) {
-  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Privacy")), store);
+  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Privacy")), store, services);
   addCapture(*page, *page->addCard(), services);
   Card& card = *page->addCard();
   const QString folder = store.dataDirectory();

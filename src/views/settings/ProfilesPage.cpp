@@ -5,6 +5,7 @@
 #include "config/Reordering.h"
 #include "dock/rules/ProfileRules.h"
 #include "store/AppStore.h"
+#include "store/DocumentEdits.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/ConfirmBar.h"
 #include "views/controls/ControlTheme.h"
@@ -47,7 +48,7 @@ QWidget* buttonLine(const QList<QWidget*>& buttons) {
 class ProfilesPage final : public SettingsPage {
  public:
   ProfilesPage(AppStore& store, const SettingsServices& services)
-      : SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Profiles")), store), services_(services) {
+      : SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Profiles")), store, services), services_(services) {
     addProfiles();
     addSwitching();
     addRules();
@@ -113,7 +114,7 @@ class ProfilesPage final : public SettingsPage {
     const QString name =
         duplicate ? QCoreApplication::translate("Settings", "%1 Copy").arg(config.profiles[config.activeIndex()].name)
                   : QString();
-    store().newProfile(name, duplicate);
+    edit([&](DockConfiguration& changed) { DocumentEdits::newProfile(changed, name, duplicate); });
     profiles_->rename(store().config().activeProfileID.value_or(QUuid()).toString());
   }
 
@@ -127,10 +128,10 @@ class ProfilesPage final : public SettingsPage {
       store().setError(settingsText(QT_TRANSLATE_NOOP("Settings", "The last profile stays.")));
       return;
     }
-    confirm_->ask(QCoreApplication::translate("Settings", "Delete “%1” with its widgets? This can’t be taken back.")
+    confirm_->ask(QCoreApplication::translate("Settings", "Delete “%1” with its widgets?")
                       .arg(store().config().profiles[at].name),
                   settingsText(QT_TRANSLATE_NOOP("Settings", "Delete")), [this, profile] {
-                    store().deleteProfile(profile);
+                    edit([&](DockConfiguration& config) { DocumentEdits::deleteProfile(config, profile); });
                     profiles_->setFocus();
                   });
   }
@@ -268,7 +269,8 @@ class ProfilesPage final : public SettingsPage {
   DropDown* addPin(const KnownDisplay& display) {
     auto* choice = new DropDown(display.words());
     connect(choice, &DropDown::valueChosen, this, [this, id = display.id](const QString& profile) {
-      store().pinDisplay(id, profile.isEmpty() ? std::nullopt : std::optional(QUuid::fromString(profile)));
+      const auto wanted = profile.isEmpty() ? std::nullopt : std::optional(QUuid::fromString(profile));
+      edit([&](DockConfiguration& config) { DocumentEdits::pin(config, id, wanted); });
     });
     auto* row = new FormRow(display.words(), choice);
     addOther(*displays_, row, display.words() + u' ' + settingsText(QT_TRANSLATE_NOOP("Settings", "Follow active")));

@@ -18,8 +18,8 @@ constexpr auto kPlaces = std::to_array<SettingChoice>({
 
 }  // namespace
 
-SettingsPage* makeRunningAppsPage(AppStore& store, const SettingsServices&) {
-  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Running Apps")), store);
+SettingsPage* makeRunningAppsPage(AppStore& store, const SettingsServices& services) {
+  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Running Apps")), store, services);
   Card& card = *page->addCard();
   page->addSwitch(card,
                   {QT_TRANSLATE_NOOP("Settings", "Show running apps"),

@@ -10,6 +10,7 @@
 #include "views/controls/Segments.h"
 #include "views/controls/Slider.h"
 #include "views/controls/Switch.h"
+#include "views/settings/SettingsServices.h"
 #include "views/window/DropDown.h"
 
 namespace tarnwick {
@@ -26,13 +27,14 @@ QString settingsText(const char* source) {
   return *source ? QCoreApplication::translate("Settings", source) : QString();
 }
 
-SettingsPage::SettingsPage(const QString& heading, AppStore& store) : CardPage(heading), store_(store) {
+SettingsPage::SettingsPage(const QString& heading, AppStore& store, const SettingsServices& services)
+    : CardPage(heading), store_(store), edits_(*services.edits) {
   connect(&store, &AppStore::configChanged, this, &SettingsPage::refresh);
   // What follows from a change elsewhere, such as a key that was taken, is there only after it.
   connect(&store, &AppStore::layoutChanged, this, &SettingsPage::refresh, Qt::QueuedConnection);
 }
 
-void SettingsPage::edit(const std::function<void(DockConfiguration&)>& change) { store_.edit(change); }
+void SettingsPage::edit(const std::function<void(DockConfiguration&)>& change) { edits_.change(change); }
 
 // --- Rows -----------------------------------------------------------------------------------------------------------
 
@@ -70,6 +72,8 @@ FormRow* SettingsPage::addSlider(Card& card, const SettingText& text, const Sett
   connect(control, &QAbstractSlider::valueChanged, this, [this, field, range](int at) {
     edit([&](DockConfiguration& config) { field.write(config, at * range.step); });
   });
+  connect(control, &QAbstractSlider::sliderPressed, this, [this] { edits_.setHeld(true); });
+  connect(control, &QAbstractSlider::sliderReleased, this, [this] { edits_.setHeld(false); });
   follow([control, field, steps](const DockConfiguration& config) {
     const QSignalBlocker quiet(control);
     control->setValue(steps(field.read(config)));
@@ -183,6 +187,11 @@ int SettingsPage::search(const QString& words) {
 void SettingsPage::showEvent(QShowEvent* event) {
   CardPage::showEvent(event);
   isLate_ ? refresh() : arrange();
+}
+
+void SettingsPage::hideEvent(QHideEvent* event) {
+  edits_.setHeld(false);  // A control that goes in the middle of a drag is never let go.
+  CardPage::hideEvent(event);
 }
 
 }  // namespace tarnwick

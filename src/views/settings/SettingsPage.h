@@ -4,12 +4,14 @@
 #include <functional>
 #include <span>
 
+#include "store/UndoableEdits.h"
 #include "views/settings/SettingField.h"
 #include "views/window/Cards.h"
 
 namespace tarnwick {
 
 class AppStore;
+struct SettingsServices;
 
 /// A text of Settings in the user's language; the source is marked by QT_TRANSLATE_NOOP("Settings", …).
 QString settingsText(const char* source);
@@ -42,10 +44,11 @@ struct SettingRange {
 class SettingsPage : public CardPage {
   Q_OBJECT
  public:
-  /// `store` outlives the page.
-  SettingsPage(const QString& heading, AppStore& store);
+  /// Both outlive the page.
+  SettingsPage(const QString& heading, AppStore& store, const SettingsServices& services);
 
   AppStore& store() { return store_; }
+  /// Changes the settings; the user may take it back.
   void edit(const std::function<void(DockConfiguration&)>& change);
 
   FormRow* addSwitch(Card& card, const SettingText& text, const SettingField<bool>& field);
@@ -71,6 +74,7 @@ class SettingsPage : public CardPage {
 
  protected:
   void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
 
  private:
   struct Row {
@@ -87,6 +91,7 @@ class SettingsPage : public CardPage {
   void arrange();
 
   AppStore& store_;
+  UndoableEdits& edits_;
   QList<std::function<void(const DockConfiguration&)>> followers_;
   QList<Row> rows_;
   QString search_;

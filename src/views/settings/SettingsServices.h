@@ -15,7 +15,7 @@ namespace tarnwick {
 /// What Settings asks of the rest of the program. What is borrowed outlives the window. A function that is empty takes
 /// its button away; a capability that is not asked for counts as there.
 struct SettingsServices {
-  UndoableEdits* edits = nullptr;  ///< Required: a widget that is removed can be taken back.
+  UndoableEdits* edits = nullptr;  ///< Required: what is changed can be taken back.
   Screens* screens = nullptr;      ///< Names the displays. Without it only those in the settings are known.
 
   /// Opens the library with a profile to add to; a null one means the active one.

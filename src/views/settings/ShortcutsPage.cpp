@@ -8,7 +8,7 @@
 namespace tarnwick {
 
 SettingsPage* makeShortcutsPage(AppStore& store, const SettingsServices& services) {
-  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Shortcuts")), store);
+  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Shortcuts")), store, services);
   const Capability can = services.keys ? services.keys() : Capability::yes();
   if (!can) {
     auto* why = new FormRow(settingsText(QT_TRANSLATE_NOOP("Settings", "No shortcuts here")), nullptr, can.reason);

@@ -22,7 +22,7 @@ constexpr auto kRemove = "remove"_L1;
 class WidgetsPage final : public SettingsPage {
  public:
   WidgetsPage(AppStore& store, const SettingsServices& services)
-      : SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Widgets")), store), services_(services) {
+      : SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Widgets")), store, services), services_(services) {
     addProfile();
     addList();
     follow([this](const DockConfiguration& config) { show(config); });
