@@ -2,8 +2,8 @@
 
 #include <QHash>
 #include <QObject>
-#include <QThreadPool>
 
+#include "app/PictureKeeper.h"
 #include "apps/InstalledApps.h"
 
 namespace tarnwick {
@@ -19,9 +19,7 @@ class OwnIcons : public QObject {
   static constexpr int kSide = 512;
 
   /// Both must outlive it.
-  OwnIcons(AppStore& store, const InstalledApps& apps) : store_(store), apps_(apps) {}
-  /// Waits for a picture that is being copied.
-  ~OwnIcons() override;
+  OwnIcons(AppStore& store, const InstalledApps& apps) : store_(store), apps_(apps), keeper_(store) {}
 
   /// The picture for the application of a desktop entry; empty where it has the icon that it came with.
   QString iconOf(const QString& entryPath);
@@ -33,12 +31,11 @@ class OwnIcons : public QObject {
  private:
   QString keyOf(const QString& entryPath) const;
   QString assetOf(const QString& entryPath) const;
-  QString folder() const;
 
   AppStore& store_;
   const InstalledApps& apps_;
   QHash<QString, bool> exists_;  // By asset: every beat asks.
-  QThreadPool pool_;
+  PictureKeeper keeper_;
 };
 
 }  // namespace tarnwick

@@ -23,6 +23,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr int kDockPictureSide = 2560;  // A dock is no wider on most displays, and what lies on it is blurred.
+
 bool isOpen(const QWidget* window) { return window && window->isVisible() && !window->isMinimized(); }
 
 }  // namespace
@@ -102,6 +104,7 @@ void Windows::showSettings() {
     services.openEditor = delegate_.openEditor;
     services.continueSetup = delegate_.showOnboarding;
     services.restoreSystemDock = delegate_.restoreSystemDock;
+    services.chooseDockPicture = [this] { chooseDockPicture(); };
     services.openFolder = [this](const QString& folder) { services_.opener->open(QUrl::fromLocalFile(folder)); };
     services.tryKey = [this](const HotKeyWish& wish) { return delegate_.keys().tryKey(wish); };
     services.recordsKeys = [this](bool recording) { delegate_.keys().setRecording(recording); };
@@ -114,6 +117,17 @@ void Windows::showSettings() {
     services.reducesMotion = [this] { return services_.ports.motion->reducesMotion(); };
     return new SettingsWindow(delegate_.store(), std::move(services));
   });
+}
+
+void Windows::chooseDockPicture() {
+  const auto use = [this](const QString& name) {
+    delegate_.desk().edits().change([&](DockConfiguration& config) {
+      if (!config.desktop) config.desktop = DesktopOptions();
+      config.desktop->backgroundImage = name;
+    });
+  };
+  question_.askPicture(tr("Dock picture"),
+                       [this, use](const QString& picture) { pictures_.keep(picture, kDockPictureSide, use); });
 }
 
 PreviewSources Windows::previews() {

@@ -7,6 +7,8 @@
 #include <memory>
 
 #include "app/AppDelegate.h"
+#include "app/FolderQuestion.h"
+#include "app/PictureKeeper.h"
 #include "views/onboarding/DesktopAbilities.h"
 
 namespace tarnwick {
@@ -53,11 +55,14 @@ class Windows final : public QObject {
   void present(QPointer<Window>& window, const Make& make);
   void dress(AppWindow& window);
   void followMotion();
+  void chooseDockPicture();
   PreviewSources previews();
   DesktopAbilities abilities() const;
 
   AppDelegate& delegate_;
   DelegateSetup services_;
+  PictureKeeper pictures_{delegate_.store()};
+  FolderQuestion question_;
   QPointer<SettingsWindow> settings_;
   QPointer<LibraryWindow> library_;
   QHash<QUuid, QPointer<EditorWindow>> editors_;

@@ -31,6 +31,7 @@ SettingsFixture::SettingsFixture() {
   services.edits = edits_.get();
   services.screens = &screens_;
   services.addWidgets = [this](const QUuid& profile) { added = profile; };
+  services.chooseDockPicture = [] {};
   services.openEditor = [this](const QUuid& widget) { edited = widget; };
   services.tryKey = [this](const HotKeyWish& wish) {
     tried << wish;

@@ -90,6 +90,17 @@ TEST_F(SettingsPagesTest, SlidersGoOverTheirWholeRangeAndStoreAtOnce) {
   }
 }
 
+TEST_F(SettingsPagesTest, APictureBringsItsRowsAndGoesWithThem) {
+  turnTo("appearance");
+  EXPECT_FALSE(sees("Picture blur"));
+  store().edit([](DockConfiguration& config) { config.desktop.emplace().backgroundImage = u"kept"_s; });
+  EXPECT_TRUE(sees("Picture blur"));
+  EXPECT_TRUE(sees("Picture dimming"));
+  click("Remove");
+  EXPECT_TRUE(options().backgroundImage.isEmpty());
+  EXPECT_FALSE(sees("Picture dimming"));
+}
+
 TEST_F(SettingsPagesTest, AControlShowsWhatElseChangesTheSettings) {
   turnTo("appearance");
   auto* fills = control<Switch>("Widget tile fills");

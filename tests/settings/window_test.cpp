@@ -62,6 +62,12 @@ TEST_F(SettingsWindowTest, ASearchLeavesWhatMatchesAndTellsWhereItIs) {
   EXPECT_TRUE(sees("Dock scale"));
   EXPECT_FALSE(sees("Widget spacing"));
 
+  search(u"window previews"_s);
+  EXPECT_EQ(titles(), QStringList{u"Running Apps"_s});
+  search(u"background"_s);
+  EXPECT_EQ(titles(), QStringList{u"Appearance"_s});
+  EXPECT_TRUE(sees("Dock picture"));
+
   search(u"fullscreen"_s);
   EXPECT_EQ(titles(), QStringList{u"Layout & Displays"_s});
   EXPECT_TRUE(sees("Hide During Fullscreen"));

@@ -3,6 +3,8 @@
 #include <QAccessible>
 #include <QCoreApplication>
 #include <QPaintEvent>
+#include <QTemporaryDir>
+#include <QTest>
 
 #include "DockFixture.h"
 #include "views/dock/MessageBubble.h"
@@ -223,6 +225,32 @@ TEST(Look, ReducedTransparencyLetsNothingThroughAndKeepsTheShadow) {
     EXPECT_EQ(reduced.first, 255);
     EXPECT_EQ(reduced.second, usual.second);
   }
+}
+
+TEST(Look, APictureCoversTheGlassAndAFileThatIsNoneLeavesIt) {
+  QTemporaryDir folder;
+  QImage blue(40, 300, QImage::Format_RGB32);
+  blue.fill(QColor(0, 0, 200));
+  const QString file = folder.filePath(u"kept.dat"_s);
+  ASSERT_TRUE(blue.save(file, "PNG"));
+  DockRow row = starterRow();
+  row.style = DockStyle::Transparent;
+  row.picture = {folder.filePath(u"none.dat"_s), 12, 0.5};
+  const auto view = makeView(row);
+  const auto inGlass = [&] {
+    const QPointF place(view->glassRect().center().x(), view->glassRect().top() + 4);
+    return paintedBy(*view).pixelColor((place * view->devicePixelRatio()).toPoint());
+  };
+  EXPECT_LT(inGlass().blue(), 50);
+  row.picture.file = file;
+  view->setRow(row);
+  inGlass();
+  // Dimmed by half, and no darker at its edge. A style without glass has its shape all the same.
+  EXPECT_TRUE(QTest::qWaitFor([&] { return inGlass().blue() == 100; })) << inGlass().blue();
+  EXPECT_TRUE(view->outlineRegion().contains(view->glassRect().adjusted(30, 2, -30, -2).topLeft().toPoint()));
+  row.picture = {};
+  view->setRow(row);
+  EXPECT_LT(inGlass().blue(), 50);
 }
 
 TEST(Repainting, ATickPaintsOnlyTheTilesThatLookDifferent) {

@@ -174,6 +174,7 @@ void DockView::paintPart(QPainter& painter, const QRect& part) {
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   glass_.paint(painter, layout_.glass, palette_.glass, theme::kDockCorner, row_.scale, part);
+  paintPicture(painter);
   if (isEmpty()) paintEmpty(painter);
   if (!layout_.tabs.isEmpty()) paintTabs(painter);
   if (!row_.composited && !palette_.glass.bodyTop.isValid())
@@ -185,6 +186,13 @@ void DockView::paintPart(QPainter& painter, const QRect& part) {
     paintItems(painter, part);
   if (drop_ && drop_->item < 0) paintInsertion(painter);
   painter.restore();
+}
+
+void DockView::paintPicture(QPainter& painter) {
+  const double corner = theme::kDockCorner * row_.scale;
+  picture_.paint(painter, layout_.glass, fullGlass(), row_.picture, corner, ratio(), palette_.light);
+  if (!row_.picture.file.isEmpty() && palette_.glass.rim.isValid())
+    drawInnerLine(painter, layout_.glass, corner, hairline(painter), palette_.glass.rim);
 }
 
 /// A row that goes on beyond its glass fades out where it does.

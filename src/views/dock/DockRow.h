@@ -32,6 +32,15 @@ enum class RunningAppsPlacement { None, Left, BeforeApps, AfterApps, Right };
 /// The placement of a settings value such as "beforeApps"; right for a word that is not known.
 RunningAppsPlacement runningAppsPlacementNamed(const QString& name);
 
+/// A picture of the user's on the glass of a dock.
+struct DockPicture {
+  QString file;     ///< Empty for none.
+  double blur = 0;  ///< Units.
+  double dim = 0;   ///< From 0, as it is, to 1, nothing of it left.
+
+  bool operator==(const DockPicture&) const = default;
+};
+
 /// Everything that decides what a dock looks like, less what its tiles show at the moment.
 struct DockRow {
   QList<DockWidget> widgets;
@@ -44,6 +53,7 @@ struct DockRow {
   bool monochrome = false;
   QString iconStyle = QStringLiteral("default");  ///< Of applications; see iconStyleNamed.
   bool reduceTransparency = false;  ///< Whether nothing of what lies behind may be seen through the glass.
+  DockPicture picture;
   double scale = 1;
   double spacing = 7;
 

@@ -42,6 +42,9 @@ Palette paletteOf(const DockRow& row) {
     palette.panel.shadow = usual.panel.shadow;
     palette.panel.outline = usual.panel.outline;
   }
+  // A picture has the shape of the glass where the style has none.
+  if (!row.picture.file.isEmpty() && !palette.glass.bodyTop.isValid())
+    palette.glass.bodyTop = palette.glass.bodyBottom = QColor(0, 0, 0, 1);
   if (!row.tileBorders) palette.tileEdge = QColor(Qt::transparent);
   return palette;
 }
@@ -61,6 +64,7 @@ DockView::DockView(QWidget* parent)
     app.icon = icon;
     return iconOf(app, size, pixelRatio);
   };
+  connect(&picture_, &GlassPicture::made, this, qOverload<>(&QWidget::update));
   swell_.setDuration(theme::kFadeMilliseconds);
   swell_.setStartValue(0.0);
   swell_.setEndValue(1.0);

@@ -15,6 +15,7 @@
 #include "views/dock/DockRow.h"
 #include "views/dock/DropRules.h"
 #include "views/dock/Gestures.h"
+#include "views/dock/GlassPicture.h"
 #include "views/dock/RowLayout.h"
 #include "views/dock/SpringSet.h"
 #include "views/theme/Glass.h"
@@ -246,6 +247,7 @@ class DockView : public QWidget {
   void paintItems(QPainter& painter, const QRect& part);
   void paintItemsThatEnd(QPainter& painter, const QRect& part);
   void paintTabs(QPainter& painter);
+  void paintPicture(QPainter& painter);
   void paintEmpty(QPainter& painter);
   void paintSlide(QPainter& painter);
   void clipSlide(QPainter& painter);
@@ -263,6 +265,7 @@ class DockView : public QWidget {
   QRectF toldGlass_;  ///< What shapeChanged told last.
   QHash<QUuid, Tile> tiles_;
   Glass glass_;
+  GlassPicture picture_;
   Scheduler* scheduler_ = nullptr;
   IconProvider icons_;
   TileIcons tileIcons_;

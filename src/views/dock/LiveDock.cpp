@@ -3,6 +3,7 @@
 #include <QResizeEvent>
 #include <algorithm>
 
+#include "files/KeptPictures.h"
 #include "views/dock/StoreSources.h"
 #include "widgets/TickCadence.h"
 #include "widgets/catalog/Catalog.h"
@@ -57,6 +58,8 @@ void LiveDock::rebuildRow() {
   row.monochrome = config.monochrome;
   row.iconStyle = options.appIconStyle;
   row.reduceTransparency = options.reduceTransparency;
+  row.picture = {KeptPictures::file(store_.dataDirectory(), options.backgroundImage), options.backgroundBlur,
+                 options.backgroundDim};
   row.scale = geometry_.scale;
   row.spacing = config.spacing;
   row.edge = geometry_.atTop ? Edge::Top : Edge::Bottom;

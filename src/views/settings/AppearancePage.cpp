@@ -1,8 +1,10 @@
 #include <QCoreApplication>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <array>
 
 #include "store/AppStore.h"
+#include "views/controls/Buttons.h"
 #include "views/settings/Pages.h"
 #include "views/settings/StyleCard.h"
 #include "views/window/WindowTheme.h"
@@ -28,6 +30,12 @@ constexpr auto kWidgetColors = std::to_array<SettingChoice>({
     {QT_TRANSLATE_NOOP("Settings", "Colorful"), "false"},
     {QT_TRANSLATE_NOOP("Settings", "Monochrome"), "true"},
 });
+constexpr auto kIconStyles = std::to_array<SettingChoice>({
+    {QT_TRANSLATE_NOOP("Settings", "Default"), "default"},
+    {QT_TRANSLATE_NOOP("Settings", "Auto"), "auto"},
+    {QT_TRANSLATE_NOOP("Settings", "Dark"), "dark"},
+    {QT_TRANSLATE_NOOP("Settings", "Monochrome"), "monochrome"},
+});
 constexpr auto kAppearances = std::to_array<SettingChoice>({
     {QT_TRANSLATE_NOOP("Settings", "Auto"), "auto"},
     {QT_TRANSLATE_NOOP("Settings", "Light"), "light"},
@@ -37,10 +45,11 @@ constexpr auto kAppearances = std::to_array<SettingChoice>({
 class AppearancePage final : public SettingsPage {
  public:
   AppearancePage(AppStore& store, const SettingsServices& services)
-      : SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Appearance")), store, services) {
+      : SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Appearance")), store, services), services_(services) {
     addStyles();
     addSizes();
     addTiles();
+    addPicture();
     addWindows();
   }
 
@@ -98,11 +107,53 @@ class AppearancePage final : public SettingsPage {
                 {[](const DockConfiguration& config) { return config.monochrome ? u"true"_s : u"false"_s; },
                  [](DockConfiguration& config, const QString& value) { config.monochrome = value == "true"_L1; }},
                 kWidgetColors);
+    addDropDown(card,
+                {QT_TRANSLATE_NOOP("Settings", "App icons"),
+                 QT_TRANSLATE_NOOP("Settings", "Auto makes them dark in a dark dock."),
+                 QT_TRANSLATE_NOOP("Settings", "icon style applications")},
+                settingField(&DesktopOptions::appIconStyle), kIconStyles);
     addSwitch(card,
               {QT_TRANSLATE_NOOP("Settings", "Reduce transparency"),
                QT_TRANSLATE_NOOP("Settings", "The dock shows nothing of what lies behind it."),
                QT_TRANSLATE_NOOP("Settings", "glass blur opaque")},
               settingField(&DesktopOptions::reduceTransparency));
+  }
+
+  void addPicture() {
+    if (!services_.chooseDockPicture) return;
+    Card& card = *addCard();
+    auto* buttons = new QWidget;
+    auto* line = new QHBoxLayout(buttons);
+    line->setContentsMargins(0, 0, 0, 0);
+    auto* remove = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Remove")));
+    auto* choose = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Choose…")));
+    line->addWidget(remove);
+    line->addWidget(choose);
+    addControl(card,
+               {QT_TRANSLATE_NOOP("Settings", "Dock picture"),
+                QT_TRANSLATE_NOOP("Settings", "A picture of yours on the dock, behind its widgets."),
+                QT_TRANSLATE_NOOP("Settings", "background image photo wallpaper")},
+               buttons);
+    const auto hasPicture = [](const DockConfiguration& config) {
+      return !config.desktopOptions().backgroundImage.isEmpty();
+    };
+    follow([remove, hasPicture](const DockConfiguration& config) { remove->setVisible(hasPicture(config)); });
+    connect(remove, &QPushButton::clicked, this, [this, choose] {
+      choose->setFocus(Qt::OtherFocusReason);
+      edit([](DockConfiguration& config) { optionsOf(config).backgroundImage.clear(); });
+    });
+    connect(choose, &QPushButton::clicked, this, [this] { services_.chooseDockPicture(); });
+    const QString otherwise = settingsText(QT_TRANSLATE_NOOP("Settings", "Only for a dock with a picture."));
+    showWhile(
+        addSlider(card, {QT_TRANSLATE_NOOP("Settings", "Picture blur")}, settingField(&DesktopOptions::backgroundBlur),
+                  {0, 40, 1, QT_TRANSLATE_NOOP("Settings", "%1 px"), 0}),
+        hasPicture, otherwise);
+    showWhile(addSlider(card,
+                        {QT_TRANSLATE_NOOP("Settings", "Picture dimming"),
+                         QT_TRANSLATE_NOOP("Settings", "Makes what stands on it easier to read.")},
+                        settingField(&DesktopOptions::backgroundDim),
+                        {0, 0.9, 0.01, QT_TRANSLATE_NOOP("Settings", "%1%"), 0, 100}),
+              hasPicture, otherwise);
   }
 
   void addWindows() {
@@ -113,6 +164,8 @@ class AppearancePage final : public SettingsPage {
                  QT_TRANSLATE_NOOP("Settings", "theme mode")},
                 settingField(&DockConfiguration::appAppearance), kAppearances);
   }
+
+  const SettingsServices& services_;
 };
 
 }  // namespace

@@ -37,6 +37,13 @@ SettingsPage* makeRunningAppsPage(AppStore& store, const SettingsServices& servi
                   {QT_TRANSLATE_NOOP("Settings", "Show pinned windows"),
                    QT_TRANSLATE_NOOP("Settings", "Tiles of windows that you pinned to the dock.")},
                   settingField(&DesktopOptions::showPinnedWindows));
+  FormRow* previews = page->addSwitch(card,
+                                      {QT_TRANSLATE_NOOP("Settings", "Window previews"),
+                                       QT_TRANSLATE_NOOP("Settings", "Pictures of the windows in the app switcher."),
+                                       QT_TRANSLATE_NOOP("Settings", "thumbnails")},
+                                      settingField(&DesktopOptions::windowPreviews));
+  previews->setUnavailable(
+      settingsText(QT_TRANSLATE_NOOP("Settings", "Pictures of windows are not part of this version yet.")));
   return page;
 }
 

@@ -26,6 +26,8 @@ struct SettingsServices {
   std::function<void()> addCalendarFolder{};
   std::function<void()> continueSetup{};
   std::function<void()> restoreSystemDock{};
+  /// Asks for a picture and puts a copy of it on the docks.
+  std::function<void()> chooseDockPicture{};
   /// Shows a folder in the file manager.
   std::function<void(const QString& folder)> openFolder{};
 

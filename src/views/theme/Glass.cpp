@@ -3,11 +3,11 @@
 #include <QImage>
 #include <QLinearGradient>
 #include <QPainterPath>
-#include <QVector>
 #include <algorithm>
 #include <cmath>
 
 #include "views/theme/Bands.h"
+#include "views/theme/Blur.h"
 #include "views/theme/Theme.h"
 
 namespace tarnwick {
@@ -16,31 +16,6 @@ namespace {
 
 /// The width of the part that is repeated, in device pixels.
 constexpr int kStrip = 128;
-
-/// One pass of a box blur along a line of `count` bytes that lie `step` apart.
-void blurLine(uchar* line, int count, qsizetype step, int radius, QVector<uchar>& copy) {
-  copy.resize(count);
-  for (int i = 0; i < count; ++i) copy[i] = line[i * step];
-  const int window = radius * 2 + 1;
-  int sum = 0;
-  for (int i = 0; i <= radius && i < count; ++i) sum += copy[i];
-  for (int i = 0; i < count; ++i) {
-    line[i * step] = static_cast<uchar>(sum / window);
-    if (i + radius + 1 < count) sum += copy[i + radius + 1];
-    if (i - radius >= 0) sum -= copy[i - radius];
-  }
-}
-
-/// Three box blurs come close to the bell curve whose deviation is half the spread.
-void blur(QImage& mask, double spread) {
-  const int radius = static_cast<int>(std::lround(spread / 4));
-  if (radius < 1) return;
-  QVector<uchar> copy;
-  for (int pass = 0; pass < 3; ++pass) {
-    for (int y = 0; y < mask.height(); ++y) blurLine(mask.scanLine(y), mask.width(), 1, radius, copy);
-    for (int x = 0; x < mask.width(); ++x) blurLine(mask.bits() + x, mask.height(), mask.bytesPerLine(), radius, copy);
-  }
-}
 
 QPainterPath rounded(const QRectF& rect, double corner) {
   QPainterPath path;
