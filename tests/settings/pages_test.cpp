@@ -151,8 +151,9 @@ TEST_F(SettingsPagesTest, TheLibraryIsOpenedForTheProfileThatIsListed) {
 }
 
 TEST_F(SettingsPagesTest, FoldersOfCalendarsAreListedAndLeft) {
-  store().edit([](DockConfiguration& config) { CalendarFolders::add(config, u"/home/me/calendars"_s); });
   turnTo("connections");
+  EXPECT_TRUE(sees("Calendar folders"));  // The way to the first one.
+  store().edit([](DockConfiguration& config) { CalendarFolders::add(config, u"/home/me/calendars"_s); });
   auto* list = control<OrderList>("Calendar folders");
   ASSERT_TRUE(list);
   ASSERT_EQ(list->items().size(), 1);
