@@ -169,6 +169,8 @@ void Card::add(QWidget* row) {
   column_->addWidget(row);
   row->installEventFilter(this);
   if (auto* form = qobject_cast<FormRow*>(row)) rows_ << form;
+  // Rows that came before may all have gone.
+  if (parentWidget() && isHidden() && !row->isHidden()) show();
 }
 
 FormRow* Card::addRow(const QString& label, QWidget* control, const QString& help) {
