@@ -1,5 +1,7 @@
 #include "app/AppKeys.h"
 
+#include <algorithm>
+
 #include "app/HotKeyTable.h"
 #include "store/AppStore.h"
 
@@ -9,6 +11,7 @@ AppKeys::AppKeys(AppStore& store, HotKeys* keys) : store_(store), keys_(keys) {
   if (!keys) return;
   connect(keys, &HotKeys::pressed, this, &AppKeys::pressed);
   connect(keys, &HotKeys::lost, this, [this](quint32 identifier) {
+    held_.remove(identifier);
     if (identifier == HotKeyTable::kCommandBar) commandBarKey_.clear();
     if (identifier != HotKeyTable::kFocus) sayKeyIsTaken();
   });
@@ -24,7 +27,7 @@ void AppKeys::follow() {
   const QString signature = HotKeyTable::signature(options);
   if (signature == signature_) return;
   signature_ = signature;
-  keys_->unbindAll();
+  release();
   commandBarKey_.clear();
   bool allBound = true;
   for (const HotKeyTable::Row& row : HotKeyTable::rows(options)) {
@@ -32,9 +35,9 @@ void AppKeys::follow() {
       if (hasCommandBar && hasCommandBar()) allBound = bindCommandBar(options, row.wish) && allBound;
     } else if (row.identifier == HotKeyTable::kFocus) {
       // Nobody chose this key, so nobody need be told that it is taken.
-      if (canFocusDock && canFocusDock()) keys_->bind(row.identifier, row.wish);
+      if (canFocusDock && canFocusDock()) bind(row.identifier, row.wish);
     } else {
-      allBound = keys_->bind(row.identifier, row.wish).bound && allBound;
+      allBound = bind(row.identifier, row.wish) && allBound;
     }
   }
   if (!allBound) sayKeyIsTaken();
@@ -42,7 +45,16 @@ void AppKeys::follow() {
 
 void AppKeys::release() {
   if (keys_) keys_->unbindAll();
+  held_.clear();
 }
+
+bool AppKeys::bind(quint32 identifier, const HotKeyWish& wish) {
+  const bool bound = keys_->bind(identifier, wish).bound;
+  if (bound) held_.insert(identifier, wish);
+  return bound;
+}
+
+bool AppKeys::holds(const HotKeyWish& wish) const { return std::ranges::find(held_, wish) != held_.end(); }
 
 void AppKeys::setRecording(bool recording) {
   signature_.clear();
@@ -63,6 +75,7 @@ bool AppKeys::bindCommandBar(const DesktopOptions& options, const HotKeyWish& wi
   for (const HotKeyWish& each : wishes) {
     const HotKeyBinding binding = keys_->bind(HotKeyTable::kCommandBar, each);
     if (!binding.bound) continue;
+    held_.insert(HotKeyTable::kCommandBar, each);
     commandBarKey_ = binding.text;
     return true;
   }

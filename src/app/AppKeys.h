@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QObject>
 #include <QString>
 #include <functional>
@@ -32,6 +33,8 @@ class AppKeys final : public QObject {
   void setRecording(bool recording);
   /// Whether a key could be taken at this moment. It is kept until the keys are taken anew.
   HotKeyBinding tryKey(const HotKeyWish& wish);
+  /// Whether a key that the settings ask for is ours now.
+  bool holds(const HotKeyWish& wish) const;
   /// Whether a program can have keys on this desktop at all.
   Capability capability() const;
   /// The key that opens the command bar now, as a person reads it; empty while none does.
@@ -42,11 +45,13 @@ class AppKeys final : public QObject {
   void pressed(quint32 identifier);
 
  private:
+  bool bind(quint32 identifier, const HotKeyWish& wish);
   bool bindCommandBar(const DesktopOptions& options, const HotKeyWish& wish);
   void sayKeyIsTaken();
 
   AppStore& store_;
   HotKeys* keys_;
+  QHash<quint32, HotKeyWish> held_;
   QString signature_;
   QString commandBarKey_;
 };

@@ -107,6 +107,7 @@ void Windows::showSettings() {
     services.chooseDockPicture = [this] { chooseDockPicture(); };
     services.openFolder = [this](const QString& folder) { services_.opener->open(QUrl::fromLocalFile(folder)); };
     services.tryKey = [this](const HotKeyWish& wish) { return delegate_.keys().tryKey(wish); };
+    services.holdsKey = [this](const HotKeyWish& wish) { return delegate_.keys().holds(wish); };
     services.recordsKeys = [this](bool recording) { delegate_.keys().setRecording(recording); };
     services.commandBarKey = [this] { return abilities().commandBarKey; };
     services.keys = [this] { return delegate_.keys().capability(); };

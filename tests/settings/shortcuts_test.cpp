@@ -2,6 +2,7 @@
 
 #include "desktop/VirtualKeys.h"
 #include "settings/SettingsFixture.h"
+#include "views/controls/Switch.h"
 #include "views/settings/ShortcutField.h"
 #include "views/settings/ShortcutRow.h"
 
@@ -50,10 +51,12 @@ TEST_F(ShortcutsTest, KeysThatWouldBeMissedElsewhereAreWaitedThrough) {
   const DesktopOptions before = options();
   record("dock", Qt::Key_K, Qt::NoModifier);
   EXPECT_TRUE(field_->isRecording());
+  EXPECT_EQ(faults(), QStringList{u"“K” would be missing in every other window. Hold Ctrl, Alt or Super with it."_s});
   QTest::keyClick(field_, Qt::Key_K, Qt::ShiftModifier);
   EXPECT_TRUE(field_->isRecording());
   QTest::keyClick(field_, Qt::Key_Escape);
   EXPECT_FALSE(field_->isRecording());
+  EXPECT_EQ(faults(), QStringList());
   EXPECT_EQ(options(), before);
   record("dock", Qt::Key_F9, Qt::NoModifier);
   EXPECT_EQ(options().shortcutKey, VirtualKeys::keyCode(0xffc6));
@@ -92,6 +95,36 @@ TEST_F(ShortcutsTest, APrefixTakesTheModifiersAndTriesEveryDigit) {
   record("profiles", Qt::Key_1, Qt::AltModifier);
   EXPECT_EQ(faults().size(), 1);
   EXPECT_EQ(options().profileModifiers, before);
+  record("profiles", Qt::Key_1, Qt::NoModifier);
+  EXPECT_EQ(faults(), QStringList{u"Hold Ctrl, Alt, Shift or Super with a digit."_s});
+}
+
+TEST_F(ShortcutsTest, ARowSaysWhetherItsKeyIsHad) {
+  const HotKeyWish dock{options().shortcutKey, options().shortcutModifiers};
+  bool had = true;
+  bool hasBar = false;
+  services.holdsKey = [&](const HotKeyWish& wish) { return had || wish != dock; };
+  services.hasCommandBar = [&] { return hasBar; };
+  SettingsWindow window(store(), services);
+  window.present();
+  const auto of = [&](const char* section, const char* name) {
+    window.showSection(QString::fromLatin1(section));
+    for (Switch* each : window.findChildren<Switch*>())
+      if (each->isVisible() && each->accessibleName() == QString::fromLatin1(name)) return each;
+    return static_cast<Switch*>(nullptr);
+  };
+  const auto said = [](Switch* control) { return control->parentWidget()->accessibleDescription(); };
+  EXPECT_EQ(said(of("shortcuts", "Hide and Show Dock")), u"With Shift it gives the dock the keyboard."_s);
+  had = false;
+  store().setError(u"Taken."_s);
+  EXPECT_EQ(said(of("shortcuts", "Hide and Show Dock")),
+            u"“Ctrl+Alt+Super+D” is used by another app. Choose a different shortcut."_s);
+  EXPECT_FALSE(of("commandBar", "Command Bar")->isChecked());
+  EXPECT_FALSE(of("commandBar", "Command Bar")->isEnabled());
+  hasBar = true;
+  store().setError({});
+  EXPECT_TRUE(of("commandBar", "Command Bar")->isChecked());
+  EXPECT_TRUE(of("commandBar", "Command Bar")->isEnabled());
 }
 
 TEST_F(ShortcutsTest, TheRowOfTheCommandBarTellsWhichKeyOpensIt) {

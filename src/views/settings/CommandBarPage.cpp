@@ -10,16 +10,10 @@ SettingsPage* makeCommandBarPage(AppStore& store, const SettingsServices& servic
   auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Command Bar")), store, services);
   Card& card = *page->addCard();
   addShortcutRow(*page, card, services, Shortcut::CommandBar);
-  const bool isThere = !services.hasCommandBar || services.hasCommandBar();
-  auto* about = isThere
-                    ? new FormRow(settingsText(QT_TRANSLATE_NOOP("Settings", "What it does")), nullptr,
-                                  settingsText(QT_TRANSLATE_NOOP("Settings",
-                                                                 "Opens apps, does sums and converts units. What you "
-                                                                 "type stays on this computer.")))
-                    : new FormRow(settingsText(QT_TRANSLATE_NOOP("Settings", "Not there yet")), nullptr,
-                                  settingsText(QT_TRANSLATE_NOOP("Settings",
-                                                                 "This version has no command bar, so no key is taken "
-                                                                 "for it. What you choose here is kept.")));
+  auto* about =
+      new FormRow(settingsText(QT_TRANSLATE_NOOP("Settings", "What it does")), nullptr,
+                  settingsText(QT_TRANSLATE_NOOP(
+                      "Settings", "Opens apps, does sums and converts units. What you type stays on this computer.")));
   page->addOther(card, about, about->label());
   return page;
 }

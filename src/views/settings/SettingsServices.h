@@ -34,6 +34,8 @@ struct SettingsServices {
   /// Whether a key could be taken for a new action at this moment, and the sentence where not. It may keep the key
   /// until the settings change next or `recordsKeys(false)` is called.
   std::function<HotKeyBinding(const HotKeyWish& wish)> tryKey{};
+  /// Whether a key that the settings ask for is the program's now. Not asked while one is recorded.
+  std::function<bool(const HotKeyWish& wish)> holdsKey{};
   /// True while a key is being recorded: the program's own keys must reach the window then, so they are given back to
   /// the desktop; false takes them anew.
   std::function<void(bool recording)> recordsKeys{};

@@ -128,6 +128,8 @@ void ShortcutField::record(bool on) {
   isRecording_ = on;
   held_ = 0;
   if (on) setFocus(Qt::MouseFocusReason);  // A click alone does not give the keyboard.
+  // A key that another program has would not come here otherwise, and nothing could be said of it.
+  on ? grabKeyboard() : releaseKeyboard();
   describe();
   Q_EMIT recordingChanged(on);
 }
@@ -138,13 +140,23 @@ void ShortcutField::take(const QKeyEvent& event) {
   update();
   if (alone) return;
   const bool isEscape = event.key() == Qt::Key_Escape && held_ == 0;
-  const std::optional<quint32> code = isEscape ? std::nullopt : codeOf(event);
-  const bool counts =
-      code && (kind_ == Kind::Prefix ? held_ != 0 : (held_ & ~VirtualKeys::kShift) != 0 || worksAlone(event.key()));
-  if (!counts && !isEscape) return;  // Such a key would be missing everywhere else; another one is waited for.
-  const HotKeyWish wish{kind_ == Kind::Prefix ? 0 : code.value_or(0), held_};
+  if (isEscape) return record(false);
+  const std::optional<quint32> code = codeOf(event);
+  const QString why = code ? whyNot({*code, held_}, event.key()) : tr("This key cannot be used. Press another one.");
+  if (!why.isEmpty()) {
+    Q_EMIT refused(why);
+    return;
+  }
+  const HotKeyWish wish{kind_ == Kind::Prefix ? 0 : *code, held_};
   record(false);
-  if (counts) Q_EMIT recorded(wish);
+  Q_EMIT recorded(wish);
+}
+
+/// A key that is pressed in every text would be missing everywhere else.
+QString ShortcutField::whyNot(const HotKeyWish& wish, int key) const {
+  if (kind_ == Kind::Prefix) return wish.modifiers ? QString() : tr("Hold Ctrl, Alt, Shift or Super with a digit.");
+  if ((wish.modifiers & ~VirtualKeys::kShift) != 0 || worksAlone(key)) return {};
+  return tr("“%1” would be missing in every other window. Hold Ctrl, Alt or Super with it.").arg(text(wish, kind_));
 }
 
 bool ShortcutField::event(QEvent* event) {

@@ -25,6 +25,8 @@ class ShortcutField final : public PaintedButton {
 
  Q_SIGNALS:
   void recordingChanged(bool recording);
+  /// Keys were pressed that cannot be had, for a reason told in a sentence. It goes on recording.
+  void refused(const QString& why);
   /// Keys were pressed. Nothing is shown until setKey() is called.
   void recorded(const HotKeyWish& key);
 
@@ -38,6 +40,7 @@ class ShortcutField final : public PaintedButton {
   void record(bool on);
   void take(const QKeyEvent& event);
   QString shown() const;
+  QString whyNot(const HotKeyWish& wish, int key) const;
   void describe();
 
   QString name_;

@@ -87,23 +87,27 @@ QString whoElseHasIt(const DesktopOptions& options, Shortcut shortcut, const Hot
   return {};
 }
 
+/// All keys that a wish stands for.
+QList<HotKeyWish> keysOf(const HotKeyWish& wish, const Words& words) {
+  if (words.key) return {wish};
+  QList<HotKeyWish> all;
+  for (int digit = 0; digit < 10; ++digit) all.append({digitCode(digit), wish.modifiers});
+  return all;
+}
+
+QString takenSentence(const HotKeyWish& wish) {
+  return QCoreApplication::translate("Settings", "“%1” is used by another app. Choose a different shortcut.")
+      .arg(VirtualKeys::text(wish.keyCode, wish.modifiers));
+}
+
 /// Why a key cannot be had; empty where it can.
 QString obstacle(const DesktopOptions& options, Shortcut shortcut, const HotKeyWish& wish,
                  const SettingsServices& services) {
   const Words words = wordsOf(shortcut);
   if (const QString other = whoElseHasIt(options, shortcut, wish); !other.isEmpty()) return other;
   if (!services.tryKey) return {};
-  QList<HotKeyWish> wishes{wish};
-  if (!words.key) {
-    wishes.clear();
-    for (int digit = 0; digit < 10; ++digit) wishes.append({digitCode(digit), wish.modifiers});
-  }
-  for (const HotKeyWish& each : wishes) {
-    const HotKeyBinding binding = services.tryKey(each);
-    if (!binding.bound)
-      return QCoreApplication::translate("Settings", "“%1” is used by another app. Choose a different shortcut.")
-          .arg(VirtualKeys::text(each.keyCode, each.modifiers));
-  }
+  for (const HotKeyWish& each : keysOf(wish, words))
+    if (!services.tryKey(each).bound) return takenSentence(each);
   return {};
 }
 
@@ -124,12 +128,34 @@ QString commandBarKeyNote(const DesktopOptions& options, const SettingsServices&
   const Words words = wordsOf(Shortcut::CommandBar);
   const QString wished = said(keyOf(options, words), words);
   if (!working || *working == wished) return {};
-  if (working->isEmpty())
-    return QCoreApplication::translate("Settings", "“%1” is used by another app. Choose a different shortcut.")
-        .arg(wished);
+  if (working->isEmpty()) return takenSentence(keyOf(options, words));
   return QCoreApplication::translate("Settings", "“%1” is used by another app, so “%2” opens it now.")
       .arg(wished, *working);
 }
+
+namespace {
+
+/// Why there is nothing to switch on; empty where there is.
+QString whatIsMissing(Shortcut shortcut, const SettingsServices& services) {
+  if (shortcut == Shortcut::CommandBar && services.hasCommandBar && !services.hasCommandBar())
+    return QCoreApplication::translate("Settings", "The command bar is not part of this version yet.");
+  const Capability can = services.keys ? services.keys() : Capability::yes();
+  return can ? QString() : can.reason;
+}
+
+/// Says below the key whether it is had.
+void showState(FormRow& row, const ShortcutField& field, const DesktopOptions& options, Shortcut shortcut,
+               const SettingsServices& services) {
+  const Words words = wordsOf(shortcut);
+  if (shortcut == Shortcut::CommandBar) return row.setHelp(commandBarKeyNote(options, services));
+  const bool asked = services.holdsKey && options.*words.enabled && !field.isRecording();
+  QString taken;
+  for (const HotKeyWish& each : keysOf(keyOf(options, words), words))
+    if (asked && taken.isEmpty() && !services.holdsKey(each)) taken = takenSentence(each);
+  row.setHelp(taken.isEmpty() ? settingsText(words.text.help) : taken);
+}
+
+}  // namespace
 
 FormRow* addShortcutRow(SettingsPage& page, Card& card, const SettingsServices& services, Shortcut shortcut) {
   const Words words = wordsOf(shortcut);
@@ -148,9 +174,10 @@ FormRow* addShortcutRow(SettingsPage& page, Card& card, const SettingsServices& 
     page.edit([&](DockConfiguration& config) { optionsOf(config).*words.enabled = on; });
   });
   QObject::connect(field, &ShortcutField::recordingChanged, row, [row, &services](bool recording) {
-    if (recording) row->setFault({});
+    row->setFault({});
     if (services.recordsKeys) services.recordsKeys(recording);
   });
+  QObject::connect(field, &ShortcutField::refused, row, &FormRow::setFault);
   QObject::connect(field, &ShortcutField::recorded, row, [&page, row, shortcut, &services](const HotKeyWish& wish) {
     const DesktopOptions options = page.store().config().desktopOptions();
     if (keyOf(options, wordsOf(shortcut)) == wish) return;
@@ -160,16 +187,16 @@ FormRow* addShortcutRow(SettingsPage& page, Card& card, const SettingsServices& 
     if (services.recordsKeys) services.recordsKeys(false);
     if (why.isEmpty()) store(page, shortcut, wish);
   });
-  const Capability can = services.keys ? services.keys() : Capability::yes();
-  page.follow([field, enabled, row, can, shortcut, words, &services](const DockConfiguration& config) {
+  // The desktop may take a key away at any time; the message line says so, and this row which one.
+  QObject::connect(&page.store(), &AppStore::errorChanged, &page, &SettingsPage::refresh);
+  page.follow([field, enabled, row, shortcut, words, &services](const DockConfiguration& config) {
     const DesktopOptions options = config.desktopOptions();
-    enabled->setChecked(options.*words.enabled);
+    const QString missing = whatIsMissing(shortcut, services);
+    row->setUnavailable(missing);
+    enabled->setChecked(missing.isEmpty() && options.*words.enabled);
     field->setKey(keyOf(options, words));
-    field->setEnabled(can && options.*words.enabled);
-    if (!can)
-      row->setHelp(can.reason);
-    else if (shortcut == Shortcut::CommandBar)
-      row->setHelp(commandBarKeyNote(options, services));
+    field->setEnabled(options.*words.enabled);
+    if (missing.isEmpty()) showState(*row, *field, options, shortcut, services);
   });
   return row;
 }

@@ -9,11 +9,6 @@ namespace tarnwick {
 
 SettingsPage* makeShortcutsPage(AppStore& store, const SettingsServices& services) {
   auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Shortcuts")), store, services);
-  const Capability can = services.keys ? services.keys() : Capability::yes();
-  if (!can) {
-    auto* why = new FormRow(settingsText(QT_TRANSLATE_NOOP("Settings", "No shortcuts here")), nullptr, can.reason);
-    page->addOther(*page->addCard(), why, can.reason);
-  }
   Card& card = *page->addCard();
   // That of the command bar stands in its own section.
   for (const Shortcut each : {Shortcut::Dock, Shortcut::Profiles}) addShortcutRow(*page, card, services, each);
