@@ -205,8 +205,15 @@ TEST_F(SettingsPagesTest, ARuleIsMadeAndSaysWhatIsWrongWithIt) {
   EXPECT_EQ(options().profileRules[0].startMinutes, 22 * 60 + 30);
   from->selectAll();
   QTest::keyClicks(from, u"25:00"_s);
+  QTest::keyClick(from, Qt::Key_Tab);  // What is wrong is mended by whoever wrote it.
+  store().edit([](DockConfiguration& config) { config.scale = 1.1; });
+  EXPECT_EQ(from->text(), u"25:00"_s);
   EXPECT_EQ(faults().size(), 1);
   EXPECT_EQ(options().profileRules[0].startMinutes, 22 * 60 + 30);
+  from->setFocus();
+  QTest::keyClick(from, Qt::Key_Escape);
+  EXPECT_EQ(from->text(), u"22:30"_s);
+  EXPECT_EQ(faults(), QStringList());
   from->selectAll();
   QTest::keyClicks(from, u"17:00"_s);
   EXPECT_EQ(faults().size(), 1);  // It ends when it begins.

@@ -102,16 +102,16 @@ void RuleForm::addTimes() {
   connect(to_, &TimeField::minutesChanged, this,
           [this](int minutes) { change([&](ProfileRule& rule) { rule.endMinutes = minutes; }); });
   for (const TimeField* field : {from_, to_})
-    connect(field, &TimeField::validityChanged, this, [this](bool valid) {
-      isTime_ = valid;
-      show(page_.store().config());
-    });
+    connect(field, &TimeField::validityChanged, this, [this] { show(page_.store().config()); });
 }
 
 void RuleForm::setRule(const QUuid& rule) {
+  if (rule == rule_) return;
   rule_ = rule;
-  from_->clearFocus();
-  to_->clearFocus();
+  for (TimeField* field : {from_, to_}) {
+    field->clearFocus();
+    field->settle();  // It belonged to another rule.
+  }
   show(page_.store().config());
 }
 
@@ -144,7 +144,7 @@ void RuleForm::show(const DockConfiguration& config) {
 
 void RuleForm::tellFaults(const ProfileRule& rule) {
   dayRow_->setFault(rule.days.isEmpty() ? tr("A rule without a day never holds.") : QString());
-  if (!isTime_)
+  if (!from_->isValid() || !to_->isValid())
     timeRow_->setFault(tr("Write hours and minutes, such as 09:30."));
   else
     timeRow_->setFault(rule.startMinutes == rule.endMinutes ? tr("A rule that ends when it begins never holds.")

@@ -40,7 +40,6 @@ class RuleForm final : public QWidget {
   TimeField* to_;
   FormRow* dayRow_;
   FormRow* timeRow_;
-  bool isTime_ = true;
 };
 
 }  // namespace tarnwick

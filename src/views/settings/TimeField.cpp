@@ -37,19 +37,20 @@ void TimeField::written() {
   isWriting_ = true;
   QTime time = QTime::fromString(text().trimmed(), u"H:m"_s);
   if (!time.isValid()) time = QTime::fromString(text().trimmed(), u"H.m"_s);
-  setFaulty(!time.isValid());
   const int minutes = time.isValid() ? time.hour() * 60 + time.minute() : minutes_;
   if (std::exchange(minutes_, minutes) != minutes) Q_EMIT minutesChanged(minutes);
-  Q_EMIT validityChanged(time.isValid());
+  setValid(time.isValid());
 }
 
-/// What was written gives way to the time that holds.
+void TimeField::setValid(bool valid) {
+  setFaulty(!valid);
+  if (std::exchange(isValid_, valid) != valid) Q_EMIT validityChanged();
+}
+
 void TimeField::settle() {
   isWriting_ = false;
-  const QSignalBlocker quiet(this);
-  setText(tarnwick::written(minutes_));
-  setFaulty(false);
-  Q_EMIT validityChanged(true);
+  setMinutes(minutes_);
+  setValid(true);
 }
 
 void TimeField::step(int minutes) {
@@ -68,14 +69,18 @@ void TimeField::keyPressEvent(QKeyEvent* event) {
       return step(kPage);
     case Qt::Key_PageDown:
       return step(-kPage);
+    case Qt::Key_Escape:
+      if (isValid_) break;
+      return settle();
     default:
-      TextField::keyPressEvent(event);
+      break;
   }
+  TextField::keyPressEvent(event);
 }
 
 void TimeField::focusOutEvent(QFocusEvent* event) {
   TextField::focusOutEvent(event);
-  settle();
+  if (isValid_) settle();
 }
 
 }  // namespace tarnwick

@@ -4,20 +4,24 @@
 
 namespace tarnwick {
 
-/// A time of the day, written as "09:30". The arrow keys and Page keys move it. What is no time is not taken.
+/// A time of the day, written as "09:30". The arrow keys and Page keys move it. What is no time is not taken, and
+/// stands until it is mended or Escape gives the time back that holds.
 class TimeField final : public TextField {
   Q_OBJECT
  public:
   explicit TimeField(const QString& label, QWidget* parent = nullptr);
 
-  /// Without a signal; left alone while the user writes.
+  /// Without a signal; what the user writes and what is no time are left alone.
   void setMinutes(int minutes);
+  /// Whether what stands there is a time.
+  bool isValid() const { return isValid_; }
+  /// What was written gives way to the time that holds.
+  void settle();
 
  Q_SIGNALS:
   /// Minutes after midnight, chosen by the user.
   void minutesChanged(int minutes);
-  /// Whether what stands there is a time.
-  void validityChanged(bool valid);
+  void validityChanged();
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
@@ -25,11 +29,12 @@ class TimeField final : public TextField {
 
  private:
   void written();
+  void setValid(bool valid);
   void step(int minutes);
-  void settle();
 
   int minutes_ = 0;
   bool isWriting_ = false;
+  bool isValid_ = true;
 };
 
 }  // namespace tarnwick
