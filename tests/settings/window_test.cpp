@@ -1,4 +1,5 @@
 #include <QAccessible>
+#include <QComboBox>
 #include <QFile>
 #include <QFileDialog>
 #include <QKeyEvent>
@@ -9,6 +10,7 @@
 #include "settings/SettingsFixture.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
+#include "views/controls/Labels.h"
 #include "views/controls/Segments.h"
 #include "views/controls/Slider.h"
 #include "views/controls/Switch.h"
@@ -47,11 +49,28 @@ QStringList namelessControls(const QWidget& window) {
   return nameless;
 }
 
+/// What a person cannot read to its end.
+QStringList cutWords(const QWidget& window) {
+  QStringList cut;
+  for (QWidget* each : window.findChildren<QWidget*>()) {
+    if (!each->isVisible()) continue;
+    const auto* label = qobject_cast<const TextLabel*>(each);
+    const bool isLine = label && !label->wordWrap();
+    if (!isLine && !qobject_cast<const QAbstractButton*>(each) && !qobject_cast<const QComboBox*>(each)) continue;
+    if (each->width() < each->sizeHint().width()) cut << each->accessibleName() + (label ? label->text() : QString());
+  }
+  for (const DockLayout layout : kDockLayouts)
+    if (TextLine(label(layout), TextStyle::ListRowStrong).width() > LayoutCard::smallWidth() - 2) cut << label(layout);
+  return cut;
+}
+
 TEST_F(SettingsWindowTest, EverySectionHasAHeadingAndNamesEveryControl) {
+  window().resize(window().minimumSize());
   for (const QString& section : SettingsWindow::sections()) {
     turnTo(qPrintable(section));
     EXPECT_EQ(window().section(), section);
     EXPECT_EQ(namelessControls(window()), QStringList()) << qPrintable(section);
+    EXPECT_EQ(cutWords(window()), QStringList()) << qPrintable(section);
   }
 }
 

@@ -1,5 +1,4 @@
 #include <QCoreApplication>
-#include <QDir>
 #include <QFileInfo>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -92,7 +91,7 @@ void addCalendars(SettingsPage& page, const SettingsServices& services) {
   page.follow([list](const DockConfiguration& config) {
     QList<OrderItem> items;
     for (const QString& folder : CalendarFolders::of(config))
-      items.append({folder, QFileInfo(folder).fileName(), QDir::toNativeSeparators(folder), u"folder"_s});
+      items.append({folder, QFileInfo(folder).fileName(), pathText(folder), u"folder"_s});
     list->setItems(items);
   });
   Button* add = nullptr;

@@ -1,5 +1,4 @@
 #include <QCoreApplication>
-#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHBoxLayout>
@@ -92,7 +91,7 @@ class GeneralPage final : public SettingsPage {
       usual->setVisible(!config.screenshotFolder.isEmpty());
       folder->setHelp(config.screenshotFolder.isEmpty()
                           ? settingsText(QT_TRANSLATE_NOOP("Settings", "Where the desktop saves them."))
-                          : QDir::toNativeSeparators(config.screenshotFolder));
+                          : pathText(config.screenshotFolder));
     });
     connect(choose, &QPushButton::clicked, this, [this] {
       auto* dialog = makeDialog(settingsText(QT_TRANSLATE_NOOP("Settings", "Screenshots")), QFileDialog::AcceptOpen);

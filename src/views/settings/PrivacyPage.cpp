@@ -1,5 +1,4 @@
 #include <QCoreApplication>
-#include <QDir>
 
 #include "store/AppStore.h"
 #include "views/controls/Buttons.h"
@@ -34,7 +33,7 @@ SettingsPage* makePrivacyPage(AppStore& store, const SettingsServices& services)
     QObject::connect(open, &QPushButton::clicked, page, [&services, folder] { services.openFolder(folder); });
   }
   FormRow* data = page->addControl(card, {QT_TRANSLATE_NOOP("Settings", "Your data"), "", "folder files"}, open);
-  data->setHelp(QDir::toNativeSeparators(folder));
+  data->setHelp(pathText(folder));
   auto* said = new FormRow(
       settingsText(QT_TRANSLATE_NOOP("Settings", "Nothing is sent")), nullptr,
       settingsText(QT_TRANSLATE_NOOP("Settings",

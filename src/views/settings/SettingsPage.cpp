@@ -1,6 +1,7 @@
 #include "views/settings/SettingsPage.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QLocale>
 #include <QSignalBlocker>
 #include <algorithm>
@@ -25,6 +26,12 @@ constexpr int kPages = 10;  // How many steps of the Page keys a slider has.
 
 QString settingsText(const char* source) {
   return *source ? QCoreApplication::translate("Settings", source) : QString();
+}
+
+QString pathText(const QString& path) {
+  constexpr QChar isolate(0x2066);
+  constexpr QChar end(0x2069);
+  return isolate + QDir::toNativeSeparators(path) + end;
 }
 
 SettingsPage::SettingsPage(const QString& heading, AppStore& store, const SettingsServices& services)

@@ -16,6 +16,9 @@ struct SettingsServices;
 /// A text of Settings in the user's language; the source is marked by QT_TRANSLATE_NOOP("Settings", …).
 QString settingsText(const char* source);
 
+/// A path to be read; it runs from the left whatever stands around it.
+QString pathText(const QString& path);
+
 /// What a row says.
 struct SettingText {
   const char* label;

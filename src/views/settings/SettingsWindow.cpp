@@ -9,6 +9,7 @@
 #include "views/controls/Fields.h"
 #include "views/controls/Labels.h"
 #include "views/settings/Pages.h"
+#include "views/window/LayoutCard.h"
 #include "views/window/SideList.h"
 #include "views/window/WindowTheme.h"
 
@@ -20,6 +21,7 @@ namespace {
 
 constexpr QSize kWindow{840, 720};
 constexpr QSize kLeast{832, 420};
+constexpr int kLayoutColumns = 4;  // Which the window is wide enough for.
 constexpr int kRow = 32;
 
 struct Section {
@@ -74,8 +76,9 @@ SettingsWindow::SettingsWindow(AppStore& store, SettingsServices services)
   connect(side_, &SideList::chosenChanged, this, &SettingsWindow::turnTo);
   connect(field_, &QLineEdit::textChanged, this, &SettingsWindow::search);
   connect(field_, &QLineEdit::returnPressed, side_, [this] { focusNextChild(); });
-  setMinimumSize(kLeast);
-  resize(kWindow);
+  const QSize wider(kLayoutColumns * (LayoutCard::smallWidth() - LayoutCard::kSmallWidth), 0);
+  setMinimumSize(kLeast + wider);
+  resize(kWindow + wider);
   turnTo(side_->chosen());
   side_->setFocus();
 }

@@ -3,6 +3,8 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QTextLayout>
+#include <algorithm>
+#include <cmath>
 
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
@@ -16,7 +18,7 @@ namespace {
 
 constexpr int kTinyPadding = 5;
 constexpr int kSmallPadding = 7;
-constexpr int kSmallWidth = 142;
+constexpr int kMostSmallWidth = 180;
 constexpr int kSmallName = 26;
 constexpr double kSmallCorner = 10;
 constexpr double kSmallLine = 1.5;
@@ -98,10 +100,17 @@ void LayoutCard::setChosen(bool chosen) {
 
 void LayoutCard::setReduceMotion(bool reduce) { picture_->setReduceMotion(reduce); }
 
+int LayoutCard::smallWidth() {
+  double widest = 0;
+  for (const DockLayout layout : kDockLayouts)
+    widest = std::max(widest, TextLine(tarnwick::label(layout), TextStyle::ListRowStrong).width());
+  return std::clamp(static_cast<int>(std::ceil(widest)) + kSmallPadding, kSmallWidth, kMostSmallWidth);
+}
+
 QSize LayoutCard::sizeHint() const {
   if (size_ == Size::Tiny)
     return LayoutPicture::kTiny.grownBy({kTinyPadding, kTinyPadding, kTinyPadding, kTinyPadding});
-  if (size_ == Size::Small) return {kSmallWidth, LayoutPicture::kSmall.height() + kSmallPadding + kSmallName};
+  if (size_ == Size::Small) return {smallWidth(), LayoutPicture::kSmall.height() + kSmallPadding + kSmallName};
   const int text = kTextBelow + static_cast<int>(lineHeight() * kDescriptionLines + 1);
   return {LayoutPicture::kLarge.width() + kPadding * 2 + kBadgeRoom * 2,
           LayoutPicture::kLarge.height() + kPadding * 2 + text + kBadgeRoom * 2};

@@ -22,6 +22,10 @@ class LayoutCard final : public QRadioButton {
   };
   LayoutCard(DockLayout layout, Size size, QWidget* parent = nullptr);
 
+  /// What all small cards are wide, so that each name can be read; `kSmallWidth` where they are short enough.
+  static int smallWidth();
+  static constexpr int kSmallWidth = 142;
+
   DockLayout layout() const { return layout_; }
   /// Chooses it, or not, without chosen().
   void setChosen(bool chosen);
