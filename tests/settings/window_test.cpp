@@ -15,6 +15,7 @@
 #include "views/controls/Slider.h"
 #include "views/controls/Switch.h"
 #include "views/settings/OrderList.h"
+#include "views/settings/StyleCard.h"
 #include "views/window/LayoutCard.h"
 #include "views/window/SideList.h"
 
@@ -105,14 +106,51 @@ TEST_F(SettingsWindowTest, ASearchLeavesWhatMatchesAndTellsWhereItIs) {
   EXPECT_TRUE(titles().contains(u"Clipboard"_s));
   EXPECT_TRUE(sees("Clipboard history"));
 
+  auto* field = window().findChild<SearchField*>();
+  field->setFocus();
+  search(u"dock scale"_s);
+  QTest::keyClick(field, Qt::Key_Return);
+  EXPECT_EQ(window().focusWidget(), control<Slider>("Dock scale"));
+  field->setFocus();
   search(u"no such thing"_s);
   EXPECT_EQ(titles(), QStringList());
+  QTest::keyClick(field, Qt::Key_Return);
+  EXPECT_EQ(window().focusWidget(), field);
 
   search({});
   EXPECT_EQ(titles().size(), SettingsWindow::sections().size());
   EXPECT_EQ(window().section(), u"privacy"_s);
   turnTo("appearance");
   EXPECT_TRUE(sees("Widget spacing"));
+}
+
+TEST_F(SettingsWindowTest, TabEntersAGroupAtTheChosenOneAndTheArrowsGoOn) {
+  store().edit([](DockConfiguration& config) {
+    config.layout = DockLayout::Fixed;
+    config.alignment = u"right"_s;
+    config.style = u"black"_s;
+  });
+  const auto tab = [this](const char* section) {
+    turnTo(section);
+    auto* field = window().findChild<SearchField*>();
+    field->setFocus();
+    QTest::keyClick(field, Qt::Key_Return);
+    return window().focusWidget();
+  };
+  auto* style = qobject_cast<StyleCard*>(tab("appearance"));
+  ASSERT_TRUE(style);
+  EXPECT_EQ(style->style(), u"black"_s);
+  auto* layout = qobject_cast<LayoutCard*>(tab("layout"));
+  ASSERT_TRUE(layout);
+  EXPECT_EQ(layout->layout(), DockLayout::Fixed);
+  QTest::keyClick(layout, Qt::Key_Right);
+  EXPECT_EQ(config().layout, DockLayout::RevealTop);
+  QStringList stops;
+  for (int i = 0; i < 4; ++i) {
+    QTest::keyClick(window().focusWidget(), Qt::Key_Tab);
+    if (auto* button = qobject_cast<QPushButton*>(window().focusWidget())) stops << button->text();
+  }
+  EXPECT_EQ(stops, QStringList{u"Right"_s});
 }
 
 TEST_F(SettingsWindowTest, UndoBringsARemovedWidgetBack) {

@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 
 #include "views/controls/Buttons.h"
+#include "views/controls/ChoiceGroup.h"
 #include "views/controls/ControlTheme.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
@@ -54,12 +55,13 @@ Segments::Segments(const QString& label, const QStringList& words, QWidget* pare
     row->addWidget(segment);
     group_.addButton(segment, static_cast<int>(i));
   }
-  if (!words.isEmpty()) group_.button(0)->setChecked(true);
+  setChosen(0);
   connect(&group_, &QButtonGroup::idClicked, this, &Segments::chosenChanged);
 }
 
 void Segments::setChosen(int index) {
   if (QAbstractButton* button = group_.button(index)) button->setChecked(true);
+  enterAtChosen(group_.buttons());
 }
 
 void Segments::paintEvent(QPaintEvent*) {

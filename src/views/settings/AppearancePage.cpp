@@ -5,6 +5,7 @@
 
 #include "store/AppStore.h"
 #include "views/controls/Buttons.h"
+#include "views/controls/ChoiceGroup.h"
 #include "views/settings/Pages.h"
 #include "views/settings/StyleCard.h"
 #include "views/window/WindowTheme.h"
@@ -78,6 +79,7 @@ class AppearancePage final : public SettingsPage {
         card->setChecked(card->style() == config.style);
         card->setDock(config.tiles, config.monochrome);
       }
+      enterAtChosen(group);
     });
   }
 

@@ -75,7 +75,7 @@ SettingsWindow::SettingsWindow(AppStore& store, SettingsServices services)
   setContent(makeSide(), stack_);
   connect(side_, &SideList::chosenChanged, this, &SettingsWindow::turnTo);
   connect(field_, &QLineEdit::textChanged, this, &SettingsWindow::search);
-  connect(field_, &QLineEdit::returnPressed, side_, [this] { focusNextChild(); });
+  connect(field_, &QLineEdit::returnPressed, this, &SettingsWindow::enterPage);
   const QSize wider(kLayoutColumns * (LayoutCard::smallWidth() - LayoutCard::kSmallWidth), 0);
   setMinimumSize(kLeast + wider);
   resize(kWindow + wider);
@@ -124,6 +124,16 @@ SettingsPage* SettingsWindow::page(const QString& section) {
 
 void SettingsWindow::turnTo(const QString& section) {
   if (sectionNamed(section)) stack_->setCurrentWidget(page(section));
+}
+
+/// Gives the keyboard to the first control of the section that is shown.
+void SettingsWindow::enterPage() {
+  const QWidget* page = stack_->currentWidget();
+  if (page == nothing_) return;
+  for (QWidget* at = page->nextInFocusChain(); at != page; at = at->nextInFocusChain()) {
+    const bool takesKeys = at->isVisible() && at->isEnabled() && at->focusPolicy() & Qt::TabFocus;
+    if (takesKeys && page->isAncestorOf(at)) return at->setFocus(Qt::TabFocusReason);
+  }
 }
 
 /// Leaves the sections in which something is found, and in each what is found.

@@ -37,6 +37,7 @@ class SettingsWindow final : public AppWindow {
   QWidget* makeSide();
   SettingsPage* page(const QString& section);
   void turnTo(const QString& section);
+  void enterPage();
   void search();
 
   AppStore& store_;

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "views/controls/ChoiceGroup.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
 #include "views/window/LayoutPicture.h"
@@ -96,6 +97,7 @@ void LayoutCard::setChosen(bool chosen) {
   setAutoExclusive(chosen);
   setChecked(chosen);
   setAutoExclusive(true);
+  if (parentWidget()) enterAtChosen(parentWidget()->findChildren<LayoutCard*>(Qt::FindDirectChildrenOnly));
 }
 
 void LayoutCard::setReduceMotion(bool reduce) { picture_->setReduceMotion(reduce); }
