@@ -1,5 +1,6 @@
 #include "app/CommandLine.h"
 
+#include <QCoreApplication>
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -26,15 +27,61 @@ constexpr auto kOrders = std::to_array<std::pair<const char*, Order::Kind>>({
 });
 
 /// Switches whose next argument belongs to them and is no file to open.
-constexpr auto kWithValue = std::to_array<const char*>({
-    "--profile",
-    "--restore-dock-directory",
-    "--benchmark",
-    "--benchmark-warmup",
-    "--benchmark-out",
-    "--benchmark-label",
-    "--benchmark-layout",
+constexpr auto kWithValue = std::to_array<QLatin1StringView>({
+    "--profile"_L1,
+    "--restore-dock-directory"_L1,
+    "--benchmark"_L1,
+    "--benchmark-warmup"_L1,
+    "--benchmark-out"_L1,
+    "--benchmark-label"_L1,
+    "--benchmark-layout"_L1,
 });
+
+/// Those of the toolkit, which takes them with one dash or two.
+constexpr auto kToolkitWithValue = std::to_array<QLatin1StringView>({
+    "display"_L1,
+    "fontengine"_L1,
+    "geometry"_L1,
+    "icon"_L1,
+    "name"_L1,
+    "platform"_L1,
+    "platformpluginpath"_L1,
+    "platformtheme"_L1,
+    "plugin"_L1,
+    "qwindowgeometry"_L1,
+    "qwindowicon"_L1,
+    "qwindowtitle"_L1,
+    "session"_L1,
+    "style"_L1,
+    "stylesheet"_L1,
+    "title"_L1,
+});
+
+/// Those that stand alone, or whose missing value leaves them without meaning.
+constexpr auto kAlone =
+    std::to_array<QLatin1StringView>({"--reverse"_L1, "--widgetcount"_L1, "--write-fixture-config"_L1});
+
+bool isIn(const auto& names, QStringView argument) {
+  return std::ranges::any_of(names, [argument](QLatin1StringView name) { return argument == name; });
+}
+
+template <std::size_t N>
+bool stands(QStringView name, const std::array<QLatin1StringView, N>& list) {
+  return std::ranges::any_of(list, [&](QLatin1StringView entry) { return name == entry; });
+}
+
+bool takesValue(QStringView argument) {
+  if (!argument.startsWith(u'-')) return false;
+  return stands(argument, kWithValue) ||
+         stands(argument.sliced(argument.startsWith("--"_L1) ? 2 : 1), kToolkitWithValue);
+}
+
+/// A switch with one dash is the toolkit's or the session's business.
+bool isKnown(QStringView argument) {
+  const bool order =
+      std::ranges::any_of(kOrders, [&](const auto& o) { return argument == QLatin1StringView(o.first); });
+  return !argument.startsWith("--"_L1) || order || stands(argument, kAlone) || takesValue(argument.split(u'=').first());
+}
 
 /// The argument after a switch, or nothing when the switch is the last one or absent.
 std::optional<QString> after(const QStringList& arguments, QLatin1StringView name) {
@@ -53,6 +100,14 @@ std::optional<Order> orderIn(const QStringList& arguments) {
     if (isNumber && profile >= 0) return Order{Order::Kind::Profile, profile};
   }
   return std::nullopt;
+}
+
+QString unknown(const QString& argument) {
+  return QCoreApplication::translate("CommandLine", "Tarnwick does not know “%1”. See tarnwick --help.").arg(argument);
+}
+
+QString profileWithoutNumber() {
+  return QCoreApplication::translate("CommandLine", "“--profile” needs the number of a profile. The first one is 0.");
 }
 
 bool measures(const QStringList& arguments) {
@@ -88,14 +143,38 @@ CommandLine CommandLine::parse(const QStringList& arguments) {
     return line;
   }
 
+  for (const auto& [name, mode] : {std::pair{"--help"_L1, Mode::Help}, std::pair{"--version"_L1, Mode::Version}}) {
+    if (!arguments.contains(name)) continue;
+    line.mode = mode;
+    line.argument = name;
+    return line;
+  }
+
   line.order = orderIn(arguments);
   for (qsizetype i = 0; i < arguments.size(); ++i) {
-    const bool isValue = i > 0 && std::ranges::any_of(kWithValue, [&](const char* name) {
-                           return arguments[i - 1] == QLatin1StringView(name);
-                         });
-    if (!arguments[i].startsWith(u'-') && !isValue) line.files << arguments[i];
+    if (i > 0 && takesValue(arguments[i - 1])) continue;
+    if (!arguments[i].startsWith(u'-')) line.files << arguments[i];
+    if (!isKnown(arguments[i])) line.remarks << unknown(arguments[i]);
   }
+  if (arguments.contains("--profile"_L1) && !line.order) line.remarks << profileWithoutNumber();
   return line;
+}
+
+QString CommandLine::help() {
+  return QCoreApplication::translate("CommandLine",
+                                     "Usage: tarnwick [ORDER] [FILE…]\n"
+                                     "\n"
+                                     "Starts the dock. Where it runs already, the order or the files go to it.\n"
+                                     "\n"
+                                     "  --toggle         hides or shows the dock\n"
+                                     "  --focus          gives the keyboard to the dock\n"
+                                     "  --command-bar    opens the command bar\n"
+                                     "  --profile N      switches to a profile (0 is the first)\n"
+                                     "\n"
+                                     "  --restore-dock   gives the desktop's own dock back and ends\n"
+                                     "  --snapshot       paints every widget into pictures (--output FOLDER)\n"
+                                     "  --version        tells the version\n"
+                                     "  --help           tells this\n");
 }
 
 }  // namespace tarnwick

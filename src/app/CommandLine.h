@@ -16,6 +16,8 @@ enum class Mode {
   WriteFixtureConfig,
   RestoreDock,
   Benchmark,
+  Help,
+  Version,
   Run,
 };
 
@@ -36,6 +38,7 @@ struct CommandLine {
   std::optional<QString> directory;  ///< RestoreDock: another data directory than the default.
   std::optional<Order> order;        ///< Run: what to do once the dock runs.
   QStringList files;                 ///< Run: what was handed over to be opened.
+  QStringList remarks;               ///< Run: a sentence about each switch that nobody here knows; the start goes on.
 
   bool operator==(const CommandLine&) const = default;
 
@@ -43,6 +46,9 @@ struct CommandLine {
   /// anywhere in the list; the first that matches decides, whatever else stands there. A measurement needs its number
   /// of seconds; without a positive one its switch decides nothing.
   static CommandLine parse(const QStringList& arguments);
+
+  /// What --help prints.
+  static QString help();
 };
 
 }  // namespace tarnwick

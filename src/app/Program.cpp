@@ -37,6 +37,11 @@ QStringList argumentsOf(int argc, char** argv) {
   return arguments;
 }
 
+int print(const QString& text) {
+  std::fputs(qUtf8Printable(text), stdout);
+  return 0;
+}
+
 /// The modes that a later version brings. Saying so beats starting a dock that nobody asked for.
 int notYet(const CommandLine& line) {
   say(u"This version of Tarnwick does not offer %1 yet."_s.arg(line.argument));
@@ -116,6 +121,7 @@ int end(int argc, char** argv, const Start& start) {
 }
 
 int runDock(int argc, char** argv, const CommandLine& line) {
+  for (const QString& remark : line.remarks) say(remark);
   const LaunchEnvironment environment = LaunchEnvironment::ofProcess();
   WindowSystem::prepare();
   QCoreApplication::setApplicationName(u"tarnwick"_s);
@@ -162,6 +168,10 @@ int runProgram(int argc, char** argv) {
         return restoreDockAndExit(argc, argv, line.directory);
       case Mode::Snapshot:
         return runSnapshot(argumentsOf(argc, argv));
+      case Mode::Help:
+        return print(CommandLine::help());
+      case Mode::Version:
+        return print(u"tarnwick %1\n"_s.arg(QStringLiteral(TARNWICK_VERSION)));
       case Mode::Run:
         return runDock(argc, argv, line);
       default:

@@ -38,6 +38,8 @@ TEST(CommandLine, TheFirstModeOfTheTableDecides) {
       {u"--benchmark 0"_s, Mode::Run, {}},
       {u"--benchmark inf"_s, Mode::Run, {}},
       {u"--diagnosed"_s, Mode::Run, {}},
+      {u"--version --help"_s, Mode::Help, {}},
+      {u"--help --restore-dock"_s, Mode::RestoreDock, {}},
   };
   for (const Case& c : cases) {
     const CommandLine line = CommandLine::parse(c.arguments.split(u' ', Qt::SkipEmptyParts));
@@ -56,6 +58,15 @@ TEST(CommandLine, OrdersAndFilesReachTheRun) {
   EXPECT_FALSE(CommandLine::parse({u"--profile"_s}).order);
   EXPECT_EQ(CommandLine::parse({u"look.tarnwickspace"_s, u"--profile"_s, u"3"_s, u"--benchmark"_s, u"x"_s}).files,
             QStringList{u"look.tarnwickspace"_s});
+
+  // What belongs to the toolkit is no file and no mistake; a mistake is told and stops nothing.
+  const CommandLine odd = CommandLine::parse({u"-platform"_s, u"xcb"_s, u"--style"_s, u"Fusion"_s, u"-reverse"_s,
+                                              u"--platform=xcb"_s, u"--toggel"_s, u"--profile"_s, u"-1"_s, u"x"_s});
+  EXPECT_EQ(odd.mode, Mode::Run);
+  EXPECT_EQ(odd.files, QStringList{u"x"_s});
+  ASSERT_EQ(odd.remarks.size(), 2);
+  EXPECT_TRUE(odd.remarks[0].contains(u"--toggel"_s));
+  EXPECT_TRUE(odd.remarks[1].contains(u"--profile"_s));
 
   // Only what is there, and addresses, are handed to anybody.
   QTemporaryDir folder;
