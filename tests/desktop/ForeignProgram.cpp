@@ -2,11 +2,12 @@
 
 namespace tarnwick::testing {
 
-ForeignProgram::ForeignProgram(const QString& file, const QRect& place) {
+ForeignProgram::ForeignProgram(const QString& file, const QRect& place, Size size) {
   QStringList arguments{file};
   for (const int number : {place.x(), place.y(), place.width(), place.height()}) {
     if (!place.isEmpty()) arguments << QString::number(number);
   }
+  if (size == Size::FullScreen) arguments << QStringLiteral("full");
   process_.start(QStringLiteral(TARNWICK_DRAG_SOURCE), arguments);
 }
 

@@ -1,5 +1,5 @@
-// usage: drag_source FILE [X Y WIDTH HEIGHT]
-// A window from which a hand can drag the file.
+// usage: drag_source FILE [X Y WIDTH HEIGHT | full]
+// A window, or one that fills the display, from which a hand can drag the file.
 #include <QApplication>
 #include <QDrag>
 #include <QMimeData>
@@ -39,11 +39,16 @@ int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   const QStringList arguments = QApplication::arguments();
   Source source(arguments.value(1));
+  source.setWindowTitle(arguments.value(1));
   const auto number = [&](int at) { return arguments.value(at).toInt(); };
   if (arguments.size() > 5) {
     source.setWindowFlag(Qt::FramelessWindowHint);
     source.setGeometry(number(2), number(3), number(4), number(5));
   }
-  source.show();
+  if (arguments.last() == QLatin1String("full")) {
+    source.showFullScreen();
+  } else {
+    source.show();
+  }
   return QApplication::exec();
 }

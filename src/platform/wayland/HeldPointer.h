@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QList>
+#include <QObject>
 #include <QPointF>
 #include <optional>
 
@@ -10,34 +10,44 @@ namespace tarnwick {
 
 /// Where a hand is while it holds a window of ours that moves along with it. Compositors do not agree on what they tell
 /// of the pointer then: some measure from where the window was when it was pressed. The motion of the device is the
-/// same with all of them; it is listened to only while a button is held. The session must outlive it.
-class HeldPointer {
+/// same with all of them. Both come over a pointer of our own, which tells what belongs together, so that no motion is
+/// counted twice or lost when the window begins to move. The session must outlive it.
+class HeldPointer final : public QObject {
+  Q_OBJECT
  public:
   explicit HeldPointer(const WaylandSession& session) : session_(session) {}
-  Q_DISABLE_COPY_MOVE(HeldPointer)
 
-  /// A button went down. `timestamp` as events have it, here and below.
-  void press(const QPointF& place, quint64 timestamp);
-  void release();
-  /// Where the hand was at that moment, which is known as long as the window stands where it was pressed. What the
-  /// device said comes before or behind the toolkit's word on the same motion.
-  void note(const QPointF& place, quint64 timestamp);
-  /// Nothing while no button is held, and as long as the device has not moved that the compositor tells of.
-  std::optional<QPointF> place();
+  /// The pointer came over the window, or went.
+  void listen();
+  void rest();
+
+  /// The window stands still from now on: what the toolkit says of the pointer is right.
+  void settle();
+  /// The window leaves the place where it stood, in desktop coordinates.
+  void leave(const QPointF& corner);
+  /// Where the hand is. Nothing as long as the window stands still, and where the compositor tells no motion of the
+  /// device.
+  std::optional<QPointF> place() const;
+
+ Q_SIGNALS:
+  /// The hand moved on, which the toolkit may not notice: to it the pointer may seem to stand.
+  void moved();
 
  private:
-  struct Motion {
-    quint64 timestamp;
-    QPointF way;
-  };
+  static HeldPointer& of(void* data) { return *static_cast<HeldPointer*>(data); }
+  void toldAll();
+  void moveBy(const QPointF& way);
 
   const WaylandSession& session_;
   WaylandOwned<wl_pointer> pointer_;
   WaylandOwned<zwp_relative_pointer_v1> device_;
+  QPointF coming_;  ///< What is told until it is said that this was all.
+  QPointF way_;
+  QPointF within_;  ///< From the corner of the window, as the compositor sees it.
   QPointF place_;
-  quint64 moment_ = 0;     ///< Of the place.
-  QList<Motion> motions_;  ///< Since then.
+  bool isStill_ = true;
   bool hasMoved_ = false;
+  bool isTelling_ = false;
 };
 
 }  // namespace tarnwick

@@ -33,6 +33,7 @@ WaylandPanel::WaylandPanel(const WaylandSession& session, WaylandScreens& screen
   content_->setMinimumSize(1, 1);  // An explicit one: the content takes the size that it is given.
   content_->installEventFilter(this);
   connect(&screens, &WaylandScreens::changed, this, &WaylandPanel::followScreens);
+  connect(&held_, &HeldPointer::moved, this, &WaylandPanel::moveHand);
   connect(qGuiApp, &QGuiApplication::screenRemoved, this, &WaylandPanel::screenGoes);
 }
 
@@ -130,26 +131,19 @@ bool WaylandPanel::eventFilter(QObject* watched, QEvent* event) {
     return false;
   }
   follow(event);
-  return correct(event);
+  // Where the toolkit thinks that the pointer is, it is not then.
+  return event->type() == QEvent::MouseMove && !isMovingHand_ && held_.place();
 }
 
-// The window may have moved under the hand since it was pressed.
-bool WaylandPanel::correct(QEvent* event) {
-  if (event->type() != QEvent::MouseMove || isCorrecting_) return false;
-  const auto& told = *static_cast<QMouseEvent*>(event);
-  if (content_->pos() == pressedAt_) {
-    held_.note(told.position() + pressedAt_, told.timestamp());
-    return false;
-  }
+/// The window has moved under the hand since it was pressed.
+void WaylandPanel::moveHand() {
   const std::optional<QPointF> hand = held_.place();
-  if (!hand) return false;
+  if (!hand || heldButton_ == Qt::NoButton) return;
   const QPointF within = *hand - content_->pos();
-  QMouseEvent corrected(told.type(), within, within, *hand, told.button(), told.buttons(), told.modifiers(),
-                        told.pointingDevice());
-  corrected.setTimestamp(told.timestamp());
-  const QScopedValueRollback<bool> guard(isCorrecting_, true);
-  QCoreApplication::sendEvent(content_->windowHandle(), &corrected);
-  return true;
+  QMouseEvent move(QEvent::MouseMove, within, within, *hand, Qt::NoButton, heldButton_,
+                   QGuiApplication::keyboardModifiers());
+  const QScopedValueRollback<bool> guard(isMovingHand_, true);
+  QCoreApplication::sendEvent(content_->windowHandle(), &move);
 }
 
 void WaylandPanel::follow(QEvent* event) {
@@ -161,6 +155,7 @@ void WaylandPanel::follow(QEvent* event) {
   };
   switch (event->type()) {
     case QEvent::Enter:
+      held_.listen();
       meet(static_cast<QEnterEvent*>(event)->position(), false);
       break;
     case QEvent::MouseMove:
@@ -172,15 +167,20 @@ void WaylandPanel::follow(QEvent* event) {
       break;
     case QEvent::MouseButtonPress: {
       const auto& press = *static_cast<QMouseEvent*>(event);
-      pressedAt_ = content_->pos();
-      pointer_.press(press.position() + pressedAt_);
-      held_.press(press.position() + pressedAt_, press.timestamp());
+      heldButton_ = press.button();
+      pointer_.press(press.position() + content_->pos());
       break;
     }
     case QEvent::MouseButtonRelease:
-      held_.release();
+      moveHand();
+      heldButton_ = Qt::NoButton;
+      held_.settle();
       break;
     case QEvent::Leave:
+      // A button that begins a drag is never released.
+      heldButton_ = Qt::NoButton;
+      held_.rest();
+      [[fallthrough]];
     case QEvent::DragLeave:
     case QEvent::Drop:
       pointer_.setDragging(this, false);
@@ -204,7 +204,8 @@ void WaylandPanel::followScreens() {
 
 void WaylandPanel::hide() {
   content_->hide();
-  held_.release();
+  heldButton_ = Qt::NoButton;
+  held_.rest();
   pointer_.setPlace(this, std::nullopt);
   pointer_.setDragging(this, false);
   applyArea();
@@ -225,7 +226,9 @@ bool WaylandPanel::applyPlacement() {
   if (content_->screen() != screen && !content_->isVisible()) content_->setScreen(screen);
   LayerLook look = LayerLook::at(outer, isAboveFullscreen_ ? Layer::Overlay : Layer::Top);
   look.takesKeys = keyboard_ == Keyboard::Exclusive;
-  content_->setGeometry(QRect(screen->geometry().topLeft() + outer.topLeft(), look.size));
+  const QRect place(screen->geometry().topLeft() + outer.topLeft(), look.size);
+  if (heldButton_ != Qt::NoButton && place.topLeft() != content_->pos()) held_.leave(content_->pos());
+  content_->setGeometry(place);
   if (layer_) layer_->setLook(look);
   applyArea();
   return true;

@@ -55,15 +55,15 @@ class WaylandPanel final : public Panel {
   void hide();
   void lose();
   void follow(QEvent* event);
-  bool correct(QEvent* event);
+  void moveHand();
 
   const WaylandSession& session_;
   WaylandScreens& screens_;
   PanelPointer& pointer_;
   TransientLayers& transients_;
   HeldPointer held_;
-  QPoint pressedAt_;  ///< Where the window was then.
-  bool isCorrecting_ = false;
+  Qt::MouseButton heldButton_ = Qt::NoButton;
+  bool isMovingHand_ = false;
   std::unique_ptr<QWidget> content_;
   QPointer<LayerWindow> layer_;  ///< Null until it is first shown.
   std::unique_ptr<ClearWindow> reservation_;

@@ -23,10 +23,23 @@ struct WaylandDestroy {
   void operator()(wl_event_queue* object) const { wl_event_queue_destroy(object); }
   void operator()(wl_compositor* object) const { wl_compositor_destroy(object); }
   void operator()(wl_shm* object) const { wl_shm_destroy(object); }
-  void operator()(wl_seat* object) const { wl_seat_destroy(object); }
+  void operator()(wl_seat* object) const {
+    if (wl_seat_get_version(object) >= WL_SEAT_RELEASE_SINCE_VERSION) {
+      wl_seat_release(object);
+    } else {
+      wl_seat_destroy(object);
+    }
+  }
   void operator()(wl_region* object) const { wl_region_destroy(object); }
   void operator()(wl_buffer* object) const { wl_buffer_destroy(object); }
-  void operator()(wl_pointer* object) const { wl_pointer_destroy(object); }
+  // One that is only forgotten would still be told of every motion.
+  void operator()(wl_pointer* object) const {
+    if (wl_pointer_get_version(object) >= WL_POINTER_RELEASE_SINCE_VERSION) {
+      wl_pointer_release(object);
+    } else {
+      wl_pointer_destroy(object);
+    }
+  }
   void operator()(wl_surface* object) const { wl_surface_destroy(object); }
   void operator()(wp_viewporter* object) const { wp_viewporter_destroy(object); }
   void operator()(wp_viewport* object) const { wp_viewport_destroy(object); }

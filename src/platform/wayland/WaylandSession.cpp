@@ -19,6 +19,8 @@ namespace {
 
 constexpr quint32 kCompositorVersion = 4;
 constexpr quint32 kToplevelsVersion = 3;
+/// The first one that tells which words on the pointer belong together.
+constexpr quint32 kSeatVersion = 5;
 /// The last one that tells of windows by a number.
 constexpr quint32 kPlasmaWindowsVersion = 12;
 constexpr const char* kKWin = "org_kde_plasma_shell";
@@ -116,7 +118,7 @@ WaylandOwned<org_kde_plasma_window_management> WaylandSession::bindPlasmaWindows
 
 void WaylandSession::bindSeat() {
   if (seat_) return;
-  seat_ = bind<wl_seat>(wl_seat_interface, 1);
+  seat_ = bind<wl_seat>(wl_seat_interface, kSeatVersion);
   if (!seat_) return;
   for (auto global = globals_.cbegin(); global != globals_.cend(); ++global) {
     if (global->interface == wl_seat_interface.name) seatName_ = global.key();

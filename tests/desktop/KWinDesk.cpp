@@ -1,0 +1,40 @@
+#include <linux/input-event-codes.h>
+
+#include "desktop/CompositorDesk.h"
+#include "desktop/ForeignProgram.h"
+#include "support/HeadlessKWin.h"
+
+namespace tarnwick::testing {
+namespace {
+
+class KWinDesk final : public CompositorDesk {
+ public:
+  void moveTo(QPoint place) override { kwin_.moveTo(place); }
+  void button(bool down, Qt::MouseButton which) override {
+    kwin_.button(down, which == Qt::RightButton ? BTN_RIGHT : BTN_LEFT);
+  }
+  // KWin opens windows where the pointer is.
+  std::unique_ptr<OtherWindow> film() override {
+    moveTo(away());
+    return std::make_unique<ForeignProgram>(QStringLiteral("film"), QRect(), ForeignProgram::Size::FullScreen);
+  }
+  std::unique_ptr<OtherWindow> source(const QString& file) override {
+    moveTo(away());
+    return std::make_unique<ForeignProgram>(file, QRect());
+  }
+
+ protected:
+  QImage screenshot(const QString& display) override { return kwin_.screenshot(display); }
+
+ private:
+  HeadlessKWin& kwin_ = HeadlessKWin::current();
+};
+
+}  // namespace
+
+TestDesk& TestDesk::current() {
+  static KWinDesk desk;
+  return desk;
+}
+
+}  // namespace tarnwick::testing

@@ -1,0 +1,64 @@
+// What belongs to KWin alone: the window list that only a program with its permission gets.
+#include <gtest/gtest.h>
+#include <linux/input-event-codes.h>
+
+#include <QGuiApplication>
+#include <algorithm>
+
+#include "desktop/ForeignProgram.h"
+#include "desktop/ShellTest.h"
+#include "platform/wayland/PlasmaClientWindows.h"
+#include "support/HeadlessKWin.h"
+
+namespace tarnwick::testing {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class KWinShell : public ShellTest {
+ protected:
+  HeadlessKWin& kwin = HeadlessKWin::current();
+};
+
+TEST_F(KWinShell, ListsWindowsOfOthersAndActsOnThem) {
+  const WaylandSession session;
+  WaylandScreens screens(session);
+  const WaylandPanels panels(session, screens);
+  PlasmaClientWindows windows(session.bindPlasmaWindows(), screens, panels);
+  const auto find = [&](const QString& title) {
+    const QList<ClientWindow> all = windows.all();
+    const auto found = std::ranges::find(all, title, &ClientWindow::title);
+    return found == all.end() ? ClientWindow() : *found;
+  };
+  desk.moveTo(desk.away());
+  const ForeignProgram first(u"first"_s, QRect());
+  ASSERT_TRUE(comesTrue([&] { return find(u"first"_s).active; }));
+  const ForeignProgram second(u"second"_s, QRect(), ForeignProgram::Size::FullScreen);
+  ASSERT_TRUE(comesTrue([&] { return find(u"second"_s).fullscreen && !find(u"first"_s).active; }));
+  EXPECT_EQ(windows.all().size(), 2);
+  const ClientWindow one = find(u"first"_s);
+  EXPECT_EQ(one.applicationId, u"drag_source"_s);
+  EXPECT_GT(one.pid, 0);
+  EXPECT_EQ(one.screens, QStringList(screens.mainId()));
+  EXPECT_EQ(find(u"second"_s).frame, QRectF(desk.display(0)));
+
+  windows.minimise(one.id);
+  EXPECT_TRUE(comesTrue([&] { return find(u"first"_s).minimised; }));
+  windows.activate(one.id);
+  EXPECT_TRUE(comesTrue([&] { return !find(u"first"_s).minimised && find(u"first"_s).active; }));
+  windows.close(one.id);
+  EXPECT_TRUE(comesTrue([&] { return find(u"first"_s).id == 0; }));
+}
+
+TEST_F(KWinShell, APanelTakesKeysWhileItIsOpen) {
+  startShown(DockConfiguration());
+  desk.click(tile(4).center());
+  ASSERT_TRUE(comesTrue([&] { return isOpen(); }));
+  // A key that is pressed before the panel has the keyboard is for whoever had it.
+  ASSERT_TRUE(comesTrue([] { return QGuiApplication::focusWindow() != nullptr; }));
+  kwin.tap(KEY_ESC);
+  EXPECT_TRUE(comesTrue([&] { return !isOpen(); }));
+}
+
+}  // namespace
+}  // namespace tarnwick::testing
