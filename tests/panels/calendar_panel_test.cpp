@@ -3,10 +3,12 @@
 #include <QAbstractButton>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <type_traits>
 
 #include "views/controls/Buttons.h"
 #include "views/controls/MonthGrid.h"
 #include "views/controls/Rows.h"
+#include "views/panels/AgendaRow.h"
 #include "views/panels/Panels.h"
 #include "views/panels/ZoneSearch.h"
 #include "views/snapshot/SnapshotFixture.h"
@@ -124,7 +126,7 @@ TEST(CalendarPanelTest, LeadsToACalendarWhereThereIsNone) {
   SnapshotStore fixture;
   auto digest = std::make_shared<CalendarDigest>();
   digest->calendarMessage = digest->reminderMessage = u"Enable access."_s;
-  for (const QString& kind : {u"calendarWeek"_s, u"remindersNext"_s}) {
+  for (const QString& kind : {u"calendarWeek"_s, u"remindersNext"_s, u"todayOverview"_s}) {
     PanelContext context = fixture.contextOf(kind);
     context.sources = [&digest] {
       TileSources sources = SnapshotFixture::sources();
@@ -155,6 +157,49 @@ TEST(RemindersPanelTest, TicksOff) {
   EXPECT_EQ(ticked, QStringList{u"Call the dentist done"_s});
   rows.last()->click();
   EXPECT_EQ(ticked.last(), u"Buy stamps open"_s);
+}
+
+TEST(OverviewPanelTest, ShowsTheDayAndIsWorkedThrough) {
+  SnapshotStore fixture;
+  PanelContext context = fixture.contextOf(u"todayOverview"_s);
+  QStringList ticked;
+  context.actions.completeReminder = [&ticked](const Reminder& reminder, bool) { ticked << reminder.title; };
+  TileSources sources = SnapshotFixture::sources();
+  context.sources = [&sources] { return sources; };
+  const auto panel = shown(context);
+  const auto titles = [&panel](auto* kind) {
+    QStringList found;
+    for (const auto* row : panel->findChildren<std::remove_pointer_t<decltype(kind)>*>())
+      if (row->isVisible()) found << row->text();
+    return found.join(u'|');
+  };
+  CheckRow* const check = nullptr;
+  ListRow* const plain = nullptr;
+  EXPECT_EQ(panel->findChildren<AgendaRow*>().size(), 4);
+  EXPECT_TRUE(buttonNamed(*panel, u"Join Design review"_s));
+  EXPECT_EQ(titles(plain), u"Partly cloudy"_s);
+  EXPECT_EQ(
+      titles(check),
+      u"Call the dentist|Send invoice|Fix clipboard icon at 0.5 scale|Reply to Sam about the theme|Book train for Friday"_s);
+
+  buttonNamed(*panel, u"Reply to Sam about the theme"_s)->setFocus();
+  buttonNamed(*panel, u"Reply to Sam about the theme"_s)->click();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_EQ(titles(check), u"Call the dentist|Send invoice|Fix clipboard icon at 0.5 scale|Book train for Friday"_s);
+  EXPECT_EQ(panel->focusWidget(), buttonNamed(*panel, u"Book train for Friday"_s)) << "the keyboard goes on from there";
+  buttonNamed(*panel, u"Send invoice"_s)->click();
+  EXPECT_EQ(ticked, QStringList{u"Send invoice"_s});
+
+  // A day of which nothing is known is told as such.
+  sources.weather.reset();
+  sources.calendar = std::make_shared<CalendarDigest>();
+  fixture.store().edit([](DockConfiguration& config) { config.todos.clear(); });
+  QCoreApplication::processEvents();
+  EXPECT_EQ(titles(plain) + titles(check), u""_s);
+  QStringList sentences;
+  for (const TextLabel* label : panel->findChildren<TextLabel*>())
+    if (label->isVisible()) sentences << label->text();
+  EXPECT_EQ(sentences.join(u'|'), u"No events|Nothing is due.|Nothing to do"_s);
 }
 
 }  // namespace

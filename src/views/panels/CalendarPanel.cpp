@@ -1,12 +1,11 @@
 #include "views/panels/CalendarPanel.h"
 
 #include <QCoreApplication>
-#include <algorithm>
 
 #include "calendar/Calendar.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/MonthGrid.h"
-#include "views/panels/AgendaRow.h"
+#include "views/panels/DayAgenda.h"
 #include "views/tiles/ClockWords.h"
 #include "views/tiles/EventWords.h"
 
@@ -19,14 +18,6 @@ namespace {
 constexpr qsizetype kMostRows = 8;
 constexpr int kNoticeGap = 8;
 
-/// One event on one of the days that it touches.
-struct Occasion {
-  AgendaRow::Words words;
-  QString link;
-  bool next = false;
-  bool operator==(const Occasion&) const = default;
-};
-
 class CalendarPanel final : public TilePanel {
   Q_DECLARE_TR_FUNCTIONS(Panels)
 
@@ -35,7 +26,7 @@ class CalendarPanel final : public TilePanel {
       : TilePanel(context),
         month_(new MonthGrid),
         heading_(nullptr),
-        agenda_(new QVBoxLayout),
+        agenda_(new DayAgenda(context.actions.openUrl, kMostRows)),
         notice_(new TextLabel({}, TextStyle::Body, Tone::Secondary)),
         folder_(new Button(tr("Add Calendar Folder…"))) {
     addTurn(u"chevron.left"_s, tr("Previous month"), -1);
@@ -47,9 +38,7 @@ class CalendarPanel final : public TilePanel {
     }
     body().addWidget(month_);
     heading_ = addSection({});
-    agenda_->setContentsMargins(0, 0, 0, 0);
-    agenda_->setSpacing(0);
-    body().addLayout(agenda_);
+    body().addWidget(agenda_);
     notice_->setWordWrap(true);
     notice_->setContentsMargins(0, kNoticeGap / 2, 0, 0);
     body().addWidget(notice_);
@@ -96,55 +85,12 @@ class CalendarPanel final : public TilePanel {
     heading_->setTrailing(soon ? EventWords::distance(digest.upcoming.first(), sources) : QString(), Tone::AccentWord);
   }
 
-  QList<Occasion> occasions(const CalendarDigest& digest, const TileSources& sources) const {
-    const QDate day = month_->chosen();
-    QList<Occasion> found;
-    for (const CalendarEvent& event : CalendarModel::onDay(digest.events, day)) {
-      Occasion occasion;
-      occasion.words = {event.allDay ? tr("All day") : EventWords::time(event.start, sources),
-                        event.allDay || event.end <= event.start ? QString() : EventWords::time(event.end, sources),
-                        event.title,
-                        event.location,
-                        event.colour,
-                        event.end < sources.now && day <= sources.now.date()};
-      if (!occasion.words.past) occasion.link = event.meetingLink;
-      occasion.next = digest.nextMeeting && *digest.nextMeeting == event;
-      found << occasion;
-    }
-    return found;
-  }
-
   void showAgenda(const CalendarDigest& digest, const TileSources& sources) {
-    QList<Occasion> wanted = occasions(digest, sources);
-    const qsizetype all = wanted.size();
-    // A full day keeps what is to come.
-    while (wanted.size() > kMostRows && wanted.first().words.past) wanted.removeFirst();
-    wanted.resize(std::min(wanted.size(), kMostRows));
-    const QString text = noticeFor(digest, sources, all, wanted.size());
+    agenda_->showDay(month_->chosen(), digest, sources);
+    const QString text = noticeFor(digest, sources, agenda_->all(), agenda_->shown());
     notice_->setText(text);
     notice_->setVisible(!text.isEmpty());
     folder_->setVisible(!digest.calendarMessage.isEmpty() && context().actions.addCalendarFolder);
-    if (wanted == shown_) return;
-    shown_ = wanted;
-    for (AgendaRow* row : rows_) {
-      row->hide();
-      row->deleteLater();  // One of them may have been clicked to come here.
-    }
-    rows_.clear();
-    double column = 0;
-    for (const Occasion& occasion : wanted) column = std::max(column, AgendaRow::columnOf(occasion.words));
-    for (const Occasion& occasion : wanted) {
-      auto* row = new AgendaRow(occasion.words, column, joining(occasion.link), occasion.next);
-      row->setParted(!rows_.isEmpty());
-      agenda_->addWidget(row);
-      rows_ << row;
-    }
-  }
-
-  std::function<void()> joining(const QString& link) const {
-    const auto open = context().actions.openUrl;
-    if (link.isEmpty() || !open) return {};
-    return [open, url = QUrl(link)] { open(url); };
   }
 
   QString noticeFor(const CalendarDigest& digest, const TileSources& sources, qsizetype all, qsizetype shown) const {
@@ -159,12 +105,10 @@ class CalendarPanel final : public TilePanel {
 
   MonthGrid* month_;
   SectionLabel* heading_;
-  QVBoxLayout* agenda_;
+  DayAgenda* agenda_;
   TextLabel* notice_;
   Button* folder_;
   QLocale locale_;
-  QList<Occasion> shown_;
-  QList<AgendaRow*> rows_;
 };
 
 }  // namespace

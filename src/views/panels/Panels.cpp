@@ -17,6 +17,7 @@
 #include "views/panels/MachinePanels.h"
 #include "views/panels/MetricsPanel.h"
 #include "views/panels/NotesPanel.h"
+#include "views/panels/OverviewPanel.h"
 #include "views/panels/PlacePanels.h"
 #include "views/panels/PlainPanel.h"
 #include "views/panels/ProgressPanel.h"
@@ -58,6 +59,7 @@ constexpr std::array kPanelRows = {
     PanelRow{"webSearch"_L1, makeWebSearchPanel},
     PanelRow{"clock"_L1, makeClockPanel},
     PanelRow{"calendar"_L1, makeCalendarPanel},
+    PanelRow{"todayOverview"_L1, makeOverviewPanel},
     PanelRow{"progress"_L1, makeProgressPanel},
     PanelRow{"reminders"_L1, makeRemindersPanel},
     PanelRow{"toggles"_L1, makeTogglesPanel},

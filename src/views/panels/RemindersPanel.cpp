@@ -3,7 +3,7 @@
 #include <QCoreApplication>
 #include <algorithm>
 
-#include "views/controls/Rows.h"
+#include "views/panels/ReminderRow.h"
 #include "views/tiles/EventWords.h"
 
 namespace tarnwick {
@@ -85,34 +85,20 @@ class RemindersPanel final : public TilePanel {
       old->deleteLater();  // One of them may have been clicked to come here.
     }
     parts_.clear();
+    std::function<void(const Reminder&, bool)> complete;
+    if (const auto act = context().actions.completeReminder)
+      complete = [this, act](const Reminder& reminder, bool done) {
+        act(reminder, done);
+        refreshNow();
+      };
     for (const Section& section : sections) {
       parts_ << addSection(section.title, section.more > 0 ? tr("%1 more").arg(section.more) : QString());
       for (qsizetype i = 0; i < section.reminders.size(); ++i) {
-        QWidget* row = makeRow(section.reminders[i], section.words[i], i > 0);
+        QWidget* row = makeReminderRow(section.reminders[i], section.words[i], i > 0, complete);
         body().addWidget(row);
         parts_ << row;
       }
     }
-  }
-
-  QWidget* makeRow(const Reminder& reminder, const QString& when, bool parted) {
-    const auto complete = context().actions.completeReminder;
-    if (!reminder.canComplete || !complete) {
-      auto* row = new ListRow(reminder.title);
-      row->setValue(when, Tone::Secondary);
-      row->setParted(parted);
-      row->setToolTip(tr("%1 can only be read here.").arg(reminder.calendar));
-      return row;
-    }
-    auto* row = new CheckRow(reminder.title);
-    row->setValue(when);
-    row->setChecked(reminder.completed);
-    row->setParted(parted);
-    connect(row, &QAbstractButton::clicked, this, [this, complete, reminder](bool done) {
-      complete(reminder, done);
-      refreshNow();
-    });
-    return row;
   }
 
   QList<Section> shown_;

@@ -88,20 +88,4 @@ DaysContent makeSevenDays(const TileRequest& request);
 TileText describe(const DaysContent& content, const QString& name);
 void paint(TileCanvas& canvas, const DaysContent& content);
 
-/// A few figures with a word below each.
-struct OverviewContent {
-  struct Figure {
-    QString figure;
-    QString label;
-    QString symbol;  ///< In its place where there is no room for words.
-    bool operator==(const Figure&) const = default;
-  };
-  QList<Figure> figures;
-
-  bool operator==(const OverviewContent&) const = default;
-};
-OverviewContent makeTodayOverview(const TileRequest& request);
-TileText describe(const OverviewContent& content, const QString& name);
-void paint(TileCanvas& canvas, const OverviewContent& content);
-
 }  // namespace tarnwick

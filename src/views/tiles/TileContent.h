@@ -16,6 +16,7 @@
 #include "views/tiles/MetricTiles.h"
 #include "views/tiles/NetworkTiles.h"
 #include "views/tiles/NoteTiles.h"
+#include "views/tiles/OverviewTiles.h"
 #include "views/tiles/PlaceTiles.h"
 #include "views/tiles/ProcessTiles.h"
 #include "views/tiles/RunningTiles.h"
