@@ -49,13 +49,28 @@ TEST(ProcessSection, HasProcessesReadWhileNoTileDoes) {
   PanelContext context = fixture.contextOf(u"cpu"_s);
   int readings = 0;
   context.actions.refreshProcesses = [&readings] { ++readings; };
-  const ProcessSection section(context, ProcessOrder::CPU);
+  ProcessSection section(context, ProcessOrder::CPU);
   EXPECT_EQ(readings, 1) << "at once";
+  TileSources sources = SnapshotFixture::sources();
+  const QList<ProcessUsage> known = std::exchange(sources.readings.processes, {});
+  section.fill(sources);
+  const int height = section.sizeHint().height();
+  fixture.store().heartbeat();
+  fixture.store().heartbeat();
+  EXPECT_EQ(readings, 3) << "until there is something to show";
+  sources.readings.processes = known;
+  for (ProcessUsage& usage : sources.readings.processes) usage.cpu.reset();
+  section.fill(sources);
+  fixture.store().heartbeat();
+  EXPECT_EQ(readings, 4) << "the first sample has no loads";
+  sources.readings.processes = known;
+  section.fill(sources);
+  EXPECT_EQ(section.sizeHint().height(), height) << "nothing moved";
   for (int i = 0; i < 8; ++i) fixture.store().heartbeat();
-  EXPECT_EQ(readings, 3);
+  EXPECT_EQ(readings, 6);
   fixture.store().add(u"processTopApps"_s);
   for (int i = 0; i < 8; ++i) fixture.store().heartbeat();
-  EXPECT_EQ(readings, 3) << "the beat does it for the tile";
+  EXPECT_EQ(readings, 6) << "the beat does it for the tile";
 }
 
 }  // namespace

@@ -43,7 +43,7 @@ ProcessSection::ProcessSection(const PanelContext& context, ProcessOrder order, 
   }
   hide();
   connect(&context_.store, &AppStore::ticked, this, [this] {
-    if (context_.store.tick() % kTicksBetweenSamples == 0) askForSample();
+    if (!isKnown_ || context_.store.tick() % kTicksBetweenSamples == 0) askForSample();
   });
   askForSample();
 }
@@ -58,21 +58,39 @@ void ProcessSection::fill(const TileSources& sources) {
   const ProcessMonitor* monitor = context_.readings.processes;
   const QList<ProcessUsage>& known = monitor ? monitor->rows() : sources.readings.processes;
   const QList<ProcessUsage> top = ProcessRanking::top(known, order_, kRows);
+  setVisible(monitor || context_.actions.refreshProcesses || !top.isEmpty());
+  // The first sample has no loads, and an order by them would be any order.
+  isKnown_ = !top.isEmpty() && (order_ == ProcessOrder::RAM || top.first().cpu);
+  if (!isKnown_) {
+    showWaiting(monitor ? monitor->message() : sources.readings.processMessage);
+    return;
+  }
   double most = order_ == ProcessOrder::CPU ? kQuietCpu : 1;
   for (const ProcessUsage& each : top) most = std::max(most, amountOf(each, order_));
   for (qsizetype i = 0; i < rows_.size(); ++i) {
-    ListRow* row = rows_[i];
-    row->setVisible(i < top.size());
-    if (i >= top.size()) continue;
-    const ProcessUsage& usage = top[i];
-    row->setTitle(usage.reading.name);
-    row->setPicture(pictureOf(usage.reading.name));
-    row->setBar(amountOf(usage, order_) / most);
-    row->setValue(order_ == ProcessOrder::CPU
-                      ? ProcessRanking::cpuText(usage.cpu)
-                      : MachineWords::memory(sources.locale, static_cast<double>(usage.reading.memory)));
+    rows_[i]->setVisible(i < top.size());
+    if (i < top.size()) showRow(*rows_[i], top[i], most, sources);
   }
-  setVisible(!top.isEmpty());
+}
+
+void ProcessSection::showRow(ListRow& row, const ProcessUsage& usage, double most, const TileSources& sources) {
+  row.setTitle(usage.reading.name);
+  row.setPicture(pictureOf(usage.reading.name));
+  row.setBar(amountOf(usage, order_) / most);
+  row.setValue(order_ == ProcessOrder::CPU
+                   ? ProcessRanking::cpuText(usage.cpu)
+                   : MachineWords::memory(sources.locale, static_cast<double>(usage.reading.memory)));
+}
+
+/// The rows stand ready, and the first one says what they wait for.
+void ProcessSection::showWaiting(const QString& sentence) {
+  for (ListRow* row : rows_) {
+    row->show();
+    row->setTitle(row == rows_.first() ? sentence : QString());
+    row->setPicture({});
+    row->setBar(0);
+    row->setValue(ProcessRanking::cpuText({}), Tone::Tertiary);
+  }
 }
 
 /// The icon of the application whose program it is, or a plate with its initial.

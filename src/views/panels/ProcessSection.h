@@ -11,7 +11,8 @@ namespace tarnwick {
 class ListRow;
 
 /// The few processes that use most, below a heading, for a panel about something else. While it is shown it has them
-/// sampled as often as a list of processes is.
+/// sampled as often as a list of processes is, and each second until there is something to show. It is as high before
+/// as after, so that nothing below or above it moves.
 class ProcessSection final : public QWidget {
   Q_OBJECT
  public:
@@ -19,17 +20,20 @@ class ProcessSection final : public QWidget {
 
   ProcessSection(const PanelContext& context, ProcessOrder order, QWidget* parent = nullptr);
 
-  /// Hidden while nothing is known of any process.
+  /// Hidden where this desktop tells nothing of processes.
   void fill(const TileSources& sources);
 
  private:
   void askForSample();
+  void showRow(ListRow& row, const ProcessUsage& usage, double most, const TileSources& sources);
+  void showWaiting(const QString& sentence);
   QPixmap pictureOf(const QString& process);
 
   const PanelContext context_;
   ProcessOrder order_;
   QList<ListRow*> rows_;
   QHash<QString, QPixmap> pictures_;
+  bool isKnown_ = false;
 };
 
 }  // namespace tarnwick
