@@ -12,7 +12,8 @@ class CompositorDesk : public TestDesk {
   void showTwo() override {}
   void showOne() override {}
   QRect display(int number) override;
-  QPoint away() const override { return {640, 300}; }
+  // On a window in the middle, and beside the panels of the starter dock.
+  QPoint away() const override { return {450, 200}; }
   void settle() override;
   bool isPainted(QPoint place) override;
   bool takesClicks(QPoint place, QWidget& window) override;

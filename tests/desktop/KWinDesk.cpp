@@ -13,7 +13,7 @@ class KWinDesk final : public CompositorDesk {
   void button(bool down, Qt::MouseButton which) override {
     kwin_.button(down, which == Qt::RightButton ? BTN_RIGHT : BTN_LEFT);
   }
-  // KWin opens windows where the pointer is.
+  // KWin opens windows in the middle of the display with the pointer.
   std::unique_ptr<OtherWindow> film() override {
     moveTo(away());
     return std::make_unique<ForeignProgram>(QStringLiteral("film"), QRect(), ForeignProgram::Size::FullScreen);

@@ -7,6 +7,7 @@
 #include <QDBusConnectionInterface>
 #include <QDBusReply>
 #include <QDir>
+#include <QGuiApplication>
 #include <QRegularExpression>
 
 #include "config/Persistence.h"
@@ -178,6 +179,25 @@ TEST_F(WaylandShell, StandsWithoutAPointerAndMeetsOneThatIsPluggedIn) {
   ASSERT_TRUE(comesTrue([&] { return takesClicks(glass().center()); }));
   desk.click(tile(4).center());
   EXPECT_TRUE(comesTrue([&] { return isOpen(); }));
+}
+
+// The dock has the keyboard only while a tile is in the hand.
+TEST_F(WaylandShell, EscapeTakesADragBack) {
+  const auto editor = sway.terminal(u"editor"_s);
+  startShown(DockConfiguration());
+  const QList<DockWidget> before = store().widgets();
+  desk.moveTo(tile(1).center());
+  desk.button(true);
+  comesTrue([&, way = 0]() mutable {
+    desk.moveTo(tile(2).center() + QPoint(++way % 8, 0));
+    return QGuiApplication::focusWindow() != nullptr;
+  });
+  sway.type({u"-k"_s, u"Escape"_s});
+  desk.settle();
+  desk.button(false);
+  desk.settle();
+  EXPECT_EQ(store().widgets(), before);
+  EXPECT_TRUE(comesTrue([] { return !QGuiApplication::focusWindow(); }));
 }
 
 }  // namespace

@@ -146,6 +146,15 @@ void WaylandPanel::moveHand() {
   QCoreApplication::sendEvent(content_->windowHandle(), &move);
 }
 
+/// Who drags something may take it back by a key. Where a change of mind takes the window away for a moment the hand
+/// would lose it too.
+void WaylandPanel::lendKeys() {
+  const QWidget* grabber = QWidget::keyboardGrabber();
+  const bool drags = heldButton_ != Qt::NoButton && grabber && grabber->window() == content_.get();
+  if (session_.judgesKeysOnce() || std::exchange(lendsKeys_, drags) == drags) return;
+  layer_->borrowKeys(drags);
+}
+
 void WaylandPanel::follow(QEvent* event) {
   const auto meet = [this](const QPointF& place, bool isDragging) {
     const QRegion area = input_.value_or(QRegion(content_->rect()));
@@ -160,6 +169,7 @@ void WaylandPanel::follow(QEvent* event) {
       break;
     case QEvent::MouseMove:
       meet(static_cast<QMouseEvent*>(event)->position(), false);
+      lendKeys();
       break;
     case QEvent::DragEnter:
     case QEvent::DragMove:
@@ -175,11 +185,13 @@ void WaylandPanel::follow(QEvent* event) {
       moveHand();
       heldButton_ = Qt::NoButton;
       held_.settle();
+      lendKeys();
       break;
     case QEvent::Leave:
       // A button that begins a drag is never released.
       heldButton_ = Qt::NoButton;
       held_.rest();
+      lendKeys();
       [[fallthrough]];
     case QEvent::DragLeave:
     case QEvent::Drop:
@@ -206,6 +218,7 @@ void WaylandPanel::hide() {
   content_->hide();
   heldButton_ = Qt::NoButton;
   held_.rest();
+  lendKeys();
   pointer_.setPlace(this, std::nullopt);
   pointer_.setDragging(this, false);
   applyArea();

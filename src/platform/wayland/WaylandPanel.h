@@ -56,6 +56,7 @@ class WaylandPanel final : public Panel {
   void lose();
   void follow(QEvent* event);
   void moveHand();
+  void lendKeys();
 
   const WaylandSession& session_;
   WaylandScreens& screens_;
@@ -64,6 +65,7 @@ class WaylandPanel final : public Panel {
   HeldPointer held_;
   Qt::MouseButton heldButton_ = Qt::NoButton;
   bool isMovingHand_ = false;
+  bool lendsKeys_ = false;
   std::unique_ptr<QWidget> content_;
   QPointer<LayerWindow> layer_;  ///< Null until it is first shown.
   std::unique_ptr<ClearWindow> reservation_;

@@ -19,9 +19,10 @@ class X11Focus {
   void take(xcb_window_t window);
   /// Before the window goes. `time`: up to when nobody else may have taken the keyboard; what others do later wins.
   void giveBack(xcb_timestamp_t time = XCB_CURRENT_TIME);
+  /// The window that has the keyboard now, whoever's it is; the toolkit may not have heard of it yet.
+  xcb_window_t current() const;
 
  private:
-  xcb_window_t current() const;
   void set(xcb_window_t window, xcb_timestamp_t time) const;
 
   X11Events& events_;

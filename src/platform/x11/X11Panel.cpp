@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QMenu>
+#include <QPointer>
 #include <QScreen>
 #include <QWindow>
 #include <array>
@@ -130,6 +131,16 @@ std::unique_ptr<Popup> X11Panel::popup(std::unique_ptr<QWidget> content, const Q
 
 void X11Panel::openMenu(QMenu& menu, const QRect& beside) {
   if (!placement_) return;
+  // A popup that has just closed gave the keyboard to another program. Menus do not outlive the moment in which the
+  // toolkit hears of that, so this one comes right after it.
+  if (QGuiApplication::focusWindow() && !events_.isOurs(focus_.current())) {
+    const auto again = [panel = QPointer(this), &menu, beside] {
+      if (panel) panel->openMenu(menu, beside);
+    };
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, &menu, again,
+            static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+    return;
+  }
   const QRect anchor(content_->mapToGlobal(beside.topLeft()), beside.size());
   const QRect usable = screens_.usable(placement_->screen);
   const auto corner = [&](const QSize& size) {

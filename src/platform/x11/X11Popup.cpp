@@ -57,8 +57,17 @@ void X11Popup::reposition() {
   if (content_->screen() != panel_.screen() && !content_->isVisible()) content_->setScreen(panel_.screen());
   const QSize wanted = content_->sizeHint().isValid() ? content_->sizeHint() : content_->size();
   const QRect outline = PopupPlacement::outline(anchor(), wanted.shrunkBy(style_.margins), style_.gap, usable);
+  holdPicture(outline.bottom() < anchor().top());
   content_->setGeometry(outline.marginsAdded(style_.margins));
   applyShape();
+}
+
+/// A window that takes another size keeps its picture until the next one is painted. The picture must stay where it
+/// stands on the screen, by the edge that does not move, and what the window gains must be clear.
+void X11Popup::holdPicture(bool isAbove) const {
+  const quint32 values[] = {0, isAbove ? XCB_GRAVITY_SOUTH : XCB_GRAVITY_NORTH};
+  xcb_change_window_attributes(events_.connection(), static_cast<xcb_window_t>(content_->winId()),
+                               XCB_CW_BACK_PIXEL | XCB_CW_BIT_GRAVITY, values);
 }
 
 void X11Popup::setComposited(bool isComposited) {

@@ -31,6 +31,7 @@ class X11Popup final : public Popup {
 
  private:
   void applyShape() const;
+  void holdPicture(bool isAbove) const;
   QRect anchor() const;
   void pressed(xcb_timestamp_t time);
   void judgePress(const X11RawInput::Pointer& pointer);
