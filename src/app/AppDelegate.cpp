@@ -216,6 +216,9 @@ void AppDelegate::connectDesk() {
     }
   };
   desk_->panelIsOpen = [this](const QString& display) { return panels_ && panels_->hasActivePanel(display); };
+  desk_->closePanel = [this] {
+    if (panels_) panels_->closeAtOnce();
+  };
   desk_->mayNotSwipe = [this] {
     return (panels_ && !panels_->openWidget().isNull()) || (editorIsOpen && editorIsOpen());
   };
@@ -358,17 +361,20 @@ const QString& AppDelegate::commandBarKey() const {
   return keys_ ? keys_->commandBarKey() : none;
 }
 
+bool AppDelegate::hasTray() const { return status_ && status_->hasTray(); }
+
 QRect AppDelegate::statusItemPlace() const { return status_ ? status_->place() : QRect(); }
 
 MenuActions AppDelegate::menuActions() {
   MenuActions actions;
   actions.toggleDock = [this] { dock_->toggle(); };
   actions.about = showAbout;
+  actions.help = showHelp;
   // The end takes the menu down, so it waits until the menu has done with the choice.
   actions.quit = [this] { QMetaObject::invokeMethod(this, &AppDelegate::quit, Qt::QueuedConnection); };
   actions.dismissError = [this] { store_->clearError(); };
   actions.chooseLayout = [this](DockLayout layout) {
-    store_->edit([layout](DockConfiguration& config) { config.layout = layout; });
+    desk_->edits().change([layout](DockConfiguration& config) { config.layout = layout; });
   };
   actions.settings = showSettings;
   actions.continueSetup = showOnboarding;

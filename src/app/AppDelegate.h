@@ -85,6 +85,8 @@ class AppDelegate : public QObject {
   std::unique_ptr<QMenuBar> makeMenuBar();
   /// The key that opens the command bar now, as a person reads it; empty while none does.
   const QString& commandBarKey() const;
+  /// Whether the desktop has a tray for the status item, as far as it is known by now.
+  bool hasTray() const;
   /// Where the status item stands on the desktop; empty where the tray does not tell.
   QRect statusItemPlace() const;
   DockDesk& desk() { return *desk_; }
@@ -106,6 +108,7 @@ class AppDelegate : public QObject {
   std::function<bool()> windowHoldsDock;
   std::function<bool()> editorIsOpen;
   std::function<void()> showAbout;
+  std::function<void()> showHelp;
   std::function<void()> folderIcons;
   std::function<void()> openSpace;
   std::function<void()> saveSpace;

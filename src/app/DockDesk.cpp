@@ -241,6 +241,7 @@ void DockDesk::openMenu(const QString& display, const QList<DockMenuEntry>& entr
     QMetaObject::invokeMethod(this, forget, Qt::QueuedConnection);
   });
   markMenu(true);
+  if (closePanel) closePanel();
   // Of a double click the toolkit tells twice, and the second word would close a menu that is open by then.
   const auto open = [this, menu, display, beside] {
     if (menu != menu_) return;

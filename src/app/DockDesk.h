@@ -83,6 +83,8 @@ class DockDesk : public QObject {
   /// Opens the panel of a tile beside it; set by whoever shows panels. The rectangle is one of the dock's content.
   std::function<void(const QString& display, const QUuid& widget, const QRect& tile)> openPanel;
   std::function<bool(const QString& display)> panelIsOpen;
+  /// Asked before a menu opens: one thing at a time stands beside a dock.
+  std::function<void()> closePanel;
   /// Whether something is open that a switch of profiles by a drag would pull away.
   std::function<bool()> mayNotSwipe;
   std::function<void()> addWidgets;

@@ -22,10 +22,7 @@ PanelHost::PanelHost(AppStore& store, PanelHostSetup setup) : store_(store), set
     if (std::ranges::find(shown, widget_, &DockWidget::id) == shown.end()) close();
   });
   // Shadow and margins come and go with the compositor, and nobody minds opening a panel again then.
-  connect(setup_.panels, &Panels::compositingChanged, this, [this] {
-    forget();
-    drop();
-  });
+  connect(setup_.panels, &Panels::compositingChanged, this, &PanelHost::closeAtOnce);
 }
 
 PanelHost::~PanelHost() = default;
@@ -35,8 +32,7 @@ void PanelHost::open(const QString& display, const QUuid& widget, Panel& dock, c
     close();
     return;
   }
-  forget();
-  drop();
+  closeAtOnce();
   display_ = display;
   widget_ = widget;
   showPanel(dock, tile);
@@ -69,10 +65,7 @@ void PanelHost::showPanel(Panel& dock, const QRect& tile) {
     presentation_->updateGeometry();
     if (popup_) popup_->reposition();
   });
-  const auto lost = [this] {
-    forget();
-    drop();
-  };
+  const auto lost = [this] { closeAtOnce(); };
   connect(&dock, &Panel::closed, presentation_, lost);
   connect(&dock, &QObject::destroyed, presentation_, lost);
 
@@ -100,10 +93,13 @@ void PanelHost::close() {
   if (presentation_) presentation_->animate(0, true);
 }
 
-void PanelHost::closeOn(const QString& display) {
-  if (!hasActivePanel(display)) return;
+void PanelHost::closeAtOnce() {
   forget();
   drop();
+}
+
+void PanelHost::closeOn(const QString& display) {
+  if (hasActivePanel(display)) closeAtOnce();
 }
 
 /// From here on no panel is open, though one may still be seen going.

@@ -151,6 +151,15 @@ std::unique_ptr<QMenuBar> makeApplicationMenu(const MenuActionsProvider& actions
   QObject::connect(close, &QAction::triggered, close, [] {
     if (QWidget* active = QApplication::activeWindow()) active->close();
   });
+
+  // Where there is no tray these stand nowhere else.
+  QMenu& help = *bar->addMenu(words(QT_TRANSLATE_NOOP("Menu", "Help")));
+  entries.add(help, words(QT_TRANSLATE_NOOP("Menu", "Tarnwick Help")), &Actions::help, QKeySequence::HelpContents);
+  entries.add(help, words(QT_TRANSLATE_NOOP("Menu", "About Tarnwick")), &Actions::about);
+  for (const auto& each : refreshers) each();
+  QObject::connect(&help, &QMenu::aboutToShow, &help, [refreshers] {
+    for (const auto& each : refreshers) each();
+  });
   return bar;
 }
 

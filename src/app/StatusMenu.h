@@ -20,6 +20,7 @@ struct MenuActions {
   std::function<void()> folderIcons;
   std::function<void()> checkForUpdates;
   std::function<void()> about;
+  std::function<void()> help;
   std::function<void()> quit;
   std::function<void()> commandBar;
   std::function<void()> openSpace;

@@ -1,7 +1,6 @@
 #include "app/Windows.h"
 
 #include <QApplication>
-#include <QShortcut>
 #include <algorithm>
 
 #include "app/AppKeys.h"
@@ -29,7 +28,8 @@ bool isOpen(const QWidget* window) { return window && window->isVisible() && !wi
 
 }  // namespace
 
-Windows::Windows(AppDelegate& delegate, const DelegateSetup& services) : delegate_(delegate), services_(services) {
+Windows::Windows(AppDelegate& delegate, const DelegateSetup& services)
+    : delegate_(delegate), services_(services), places_(*services.ports.screens) {
   delegate.showSettings = [this] { showSettings(); };
   delegate.addWidgets = [this] { showLibrary(delegate_.store().activeDisplay); };
   delegate.openEditor = [this](const QUuid& widget) { showEditor(widget); };
@@ -38,6 +38,7 @@ Windows::Windows(AppDelegate& delegate, const DelegateSetup& services) : delegat
   delegate.editorIsOpen = [this] { return hasEditor(); };
   delegate.showOnboarding = [this] { showOnboarding(); };
   delegate.showAbout = [this] { showAbout(); };
+  delegate.showHelp = [this] { showHelp(); };
   delegate.toggleMenuBarPanel = [this] { menuBar().toggle(delegate_.statusItemPlace(), delegate_.isDark()); };
   delegate.hideMenuBarPanel = [this] {
     if (menuBar_) menuBar_->hide();
@@ -59,10 +60,11 @@ Windows::~Windows() {
 }
 
 template <class Window, class Make>
-void Windows::present(QPointer<Window>& window, const Make& make) {
+void Windows::present(QPointer<Window>& window, const QString& name, const WindowPlaces::Wish& wish, const Make& make) {
   if (!window) {
     window = make();
     dress(*window);
+    places_.settle(*window, name, wish);
   }
   window->present();
 }
@@ -73,7 +75,6 @@ void Windows::dress(AppWindow& window) {
   window.setMenuBar(delegate_.makeMenuBar());
   window.setUndo([this] { delegate_.desk().undo(); });
   window.installEventFilter(this);
-  connect(new QShortcut(QKeySequence::HelpContents, &window), &QShortcut::activated, this, &Windows::showHelp);
 }
 
 bool Windows::holdsDock() const { return isOpen(settings_) || isOpen(library_) || hasEditor(); }
@@ -90,7 +91,7 @@ bool Windows::eventFilter(QObject* window, QEvent* event) {
 }
 
 void Windows::showSettings() {
-  present(settings_, [this] {
+  present(settings_, u"settings"_s, {}, [this] {
     SettingsServices services;
     DockDesk& desk = delegate_.desk();
     services.edits = &desk.edits();
@@ -101,7 +102,7 @@ void Windows::showSettings() {
     };
     services.addCalendarFolder = desk.menus().addCalendarFolder;
     services.hasCommandBar = [this] { return static_cast<bool>(delegate_.toggleCommandBar); };
-    services.openEditor = delegate_.openEditor;
+    services.openEditor = [this](const QUuid& widget) { showEditor(widget, settings_); };
     services.continueSetup = delegate_.showOnboarding;
     services.restoreSystemDock = delegate_.restoreSystemDock;
     services.chooseDockPicture = [this] { chooseDockPicture(); };
@@ -110,6 +111,7 @@ void Windows::showSettings() {
     services.holdsKey = [this](const HotKeyWish& wish) { return delegate_.keys().holds(wish); };
     services.recordsKeys = [this](bool recording) { delegate_.keys().setRecording(recording); };
     services.commandBarKey = [this] { return abilities().commandBarKey; };
+    services.tray = [this] { return abilities().tray; };
     services.keys = [this] { return delegate_.keys().capability(); };
     services.edges = [this] { return services_.ports.zones->edges(); };
     services.systemDock = [this] { return services_.ports.preferences->capability(); };
@@ -143,22 +145,22 @@ PreviewSources Windows::previews() {
 }
 
 void Windows::showLibrary(const QString& display) {
-  present(library_, [this] {
+  present(library_, u"library"_s, {nullptr, display}, [this] {
     LibraryServices services;
     DockDesk& desk = delegate_.desk();
     services.apps = services_.installedApps;
     services.edits = &desk.edits();
     services.previews = previews();
-    services.openEditor = delegate_.openEditor;
+    services.openEditor = [this](const QUuid& widget) { showEditor(widget, library_); };
     return new LibraryWindow(delegate_.store(), std::move(services));
   });
   library_->setTarget(display);
 }
 
-void Windows::showEditor(const QUuid& widget) {
+void Windows::showEditor(const QUuid& widget, AppWindow* over) {
   // Those that were closed leave nothing behind.
   editors_.removeIf([](const auto& editor) { return editor.value().isNull(); });
-  present(editors_[widget], [this, widget] {
+  present(editors_[widget], u"editor"_s, {over, delegate_.store().activeDisplay}, [this, widget] {
     EditorServices services;
     services.apps = services_.installedApps;
     services.edits = &delegate_.desk().edits();
@@ -168,7 +170,7 @@ void Windows::showEditor(const QUuid& widget) {
 }
 
 void Windows::showOnboarding() {
-  present(onboarding_, [this] {
+  present(onboarding_, u"onboarding"_s, {}, [this] {
     OnboardingServices services;
     services.abilities = [this] { return abilities(); };
     services.addWidgets = delegate_.addWidgets;
@@ -182,11 +184,11 @@ void Windows::showOnboarding() {
 }
 
 void Windows::showAbout() {
-  present(about_, [this] { return new AboutWindow(delegate_.store()); });
+  present(about_, u"about"_s, {}, [this] { return new AboutWindow(delegate_.store()); });
 }
 
 void Windows::showHelp() {
-  present(help_, [this] { return new HelpWindow(delegate_.store(), abilities()); });
+  present(help_, u"help"_s, {}, [this] { return new HelpWindow(delegate_.store(), abilities()); });
 }
 
 MenuBarPopup& Windows::menuBar() {
@@ -218,6 +220,7 @@ DesktopAbilities Windows::abilities() const {
   if (delegate_.toggleCommandBar && options.commandBarEnabled) found.commandBarKey = delegate_.commandBarKey();
   found.notifications = services_.notifications ? services_.notifications->capability()
                                                 : Capability::no(tr("This desktop has no notifications."));
+  if (!delegate_.hasTray()) found.tray = Capability::no(tr("This desktop has no place for the icons of programs."));
   found.systemDock = services_.ports.preferences->capability();
   return found;
 }

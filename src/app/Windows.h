@@ -9,6 +9,7 @@
 #include "app/AppDelegate.h"
 #include "app/FolderQuestion.h"
 #include "app/PictureKeeper.h"
+#include "app/WindowPlaces.h"
 #include "views/onboarding/DesktopAbilities.h"
 
 namespace tarnwick {
@@ -36,8 +37,8 @@ class Windows final : public QObject {
   void showSettings();
   /// Opens the library with the profile that a display's dock shows to add to; an empty text means the active one.
   void showLibrary(const QString& display);
-  /// Opens the form of a widget. One form a widget.
-  void showEditor(const QUuid& widget);
+  /// Opens the form of a widget, over the window that it was asked from. One form a widget.
+  void showEditor(const QUuid& widget, AppWindow* over = nullptr);
   void showOnboarding();
   void showAbout();
   void showHelp();
@@ -52,7 +53,7 @@ class Windows final : public QObject {
 
  private:
   template <class Window, class Make>
-  void present(QPointer<Window>& window, const Make& make);
+  void present(QPointer<Window>& window, const QString& name, const WindowPlaces::Wish& wish, const Make& make);
   void dress(AppWindow& window);
   void followMotion();
   void chooseDockPicture();
@@ -61,6 +62,7 @@ class Windows final : public QObject {
 
   AppDelegate& delegate_;
   DelegateSetup services_;
+  WindowPlaces places_;
   PictureKeeper pictures_{delegate_.store()};
   FolderQuestion question_;
   QPointer<SettingsWindow> settings_;

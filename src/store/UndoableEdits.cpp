@@ -40,7 +40,7 @@ QString UndoableEdits::nameOf(const DockWidget& widget) const {
   const QString path = widget.options.value(u"path"_s);
   if (!widget.title.isEmpty()) return widget.title;
   if (path.isEmpty()) return Catalog::find(widget.kind).name;
-  if (!PinnedTiles::isDesktopEntry(path)) return QFileInfo(path).fileName();
+  if (!PinnedTiles::isDesktopEntry(path)) return PinnedTiles::nameOf(path);
   const auto entry = apps_.byPath(path);
   return entry ? entry->name : QFileInfo(path).completeBaseName();
 }
@@ -56,33 +56,38 @@ bool UndoableEdits::isHeld(const QString& path, const QString& display) const {
 bool UndoableEdits::insert(const QList<DockWidget>& widgets, const QString& display, qsizetype index) {
   const QList<DockWidget> shown = store_.displayedWidgets(display);
   const QUuid before = index >= 0 && index < shown.size() ? shown[index].id : QUuid();
-  return place(widgets, store_.profileIndex(display), before);
+  if (!place(widgets, store_.profileIndex(display), before)) return false;
+  pushAdded(widgets, widgets.size() == 1 ? tr("“%1” was added to the dock.").arg(nameOf(widgets.first()))
+                                         : tr("%1 tiles were added to the dock.").arg(widgets.size()));
+  return true;
 }
 
 bool UndoableEdits::append(const QList<DockWidget>& widgets, const QUuid& profile) {
   const QList<DockProfile>& profiles = store_.config().profiles;
   const auto found = std::ranges::find(profiles, profile, &DockProfile::id);
-  return found != profiles.end() && place(widgets, found - profiles.begin(), {});
+  if (found == profiles.end() || !place(widgets, found - profiles.begin(), {})) return false;
+  pushAdded(widgets, {});
+  return true;
 }
 
 bool UndoableEdits::place(const QList<DockWidget>& widgets, qsizetype profile, const QUuid& before) {
   if (widgets.isEmpty()) return false;
   DockConfiguration changed = store_.config();
-  QList<QUuid> added;
   for (const DockWidget& widget : widgets) {
-    if (!WidgetPlaces::insert(changed, profile, widget, before)) {
-      store_.setError(full());
-      return false;
-    }
-    added << widget.id;
+    if (WidgetPlaces::insert(changed, profile, widget, before)) continue;
+    store_.setError(full());
+    return false;
   }
   store_.edit([&](DockConfiguration& config) { config = changed; });
-  const QString sentence = added.size() == 1 ? tr("“%1” was added to the dock.").arg(nameOf(widgets.first()))
-                                             : tr("%1 tiles were added to the dock.").arg(added.size());
+  return true;
+}
+
+void UndoableEdits::pushAdded(const QList<DockWidget>& widgets, const QString& sentence) {
+  QList<QUuid> added;
+  for (const DockWidget& widget : widgets) added << widget.id;
   undo_.push(sentence, [self = QPointer(this), added] {
     if (self) self->removeAll(added);
   });
-  return true;
 }
 
 void UndoableEdits::removeAll(const QList<QUuid>& widgets) {

@@ -24,7 +24,8 @@ class UndoableEdits : public QObject {
   /// Inserts at an index of what a display's dock shows, at its end for any other index: all of them, or none and the
   /// message that the dock is full. Gives whether it did.
   bool insert(const QList<DockWidget>& widgets, const QString& display, qsizetype index = -1);
-  /// The same at the end of a profile. Gives false without a message when there is no such profile.
+  /// The same at the end of a profile, and for whoever tells the user of it: no sentence goes to the stack. Gives false
+  /// without a message when there is no such profile.
   bool append(const QList<DockWidget>& widgets, const QUuid& profile);
   /// Removes a widget. It comes back with its settings at its place; its credentials are kept as long as it can.
   void remove(const QUuid& widget);
@@ -52,6 +53,11 @@ class UndoableEdits : public QObject {
   /// What a person calls a tile: its title, else its application, file or folder, else its kind.
   QString nameOf(const DockWidget& widget) const;
 
+  /// Where what can be taken back is kept.
+  const UndoStack& stack() const { return undo_; }
+  /// Takes back what stands in the stack under that identity, whatever came after it.
+  void takeBack(quint64 entry) { undo_.undo(entry); }
+
  private:
   /// Changes of the same fields, one after the other.
   struct Run {
@@ -61,6 +67,7 @@ class UndoableEdits : public QObject {
   };
 
   bool place(const QList<DockWidget>& widgets, qsizetype profile, const QUuid& before);
+  void pushAdded(const QList<DockWidget>& widgets, const QString& sentence);
   void removeAll(const QList<QUuid>& widgets);
   void rearrange(qsizetype profile, const std::function<void()>& move);
   void bringBackOrder(const QUuid& profile, const QList<QUuid>& order);

@@ -42,7 +42,7 @@ LibraryEntry entryForPicker(const QString& id, const char* title, QLatin1StringV
 
 StandardFolders StandardFolders::ofUser() {
   const auto folder = &QStandardPaths::writableLocation;
-  return {.applications = u"/usr/share/applications"_s,
+  return {.applications = kApplications,
           .downloads = folder(QStandardPaths::DownloadLocation),
           .documents = folder(QStandardPaths::DocumentsLocation),
           .desktop = folder(QStandardPaths::DesktopLocation),

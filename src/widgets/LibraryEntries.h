@@ -11,6 +11,8 @@ namespace tarnwick {
 
 /// Where the folders lie that the library offers. Absolute paths; an empty one isn't offered.
 struct StandardFolders {
+  static constexpr QLatin1StringView kApplications{"/usr/share/applications"};
+
   QString applications;  ///< the entries of the installed applications
   QString downloads;
   QString documents;

@@ -1,5 +1,11 @@
 #include "widgets/PinnedTiles.h"
 
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+#include "widgets/LibraryEntries.h"
+
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
@@ -11,6 +17,13 @@ DockWidget widgetFor(const QString& kind, const QString& path) {
 }
 
 }  // namespace
+
+QString PinnedTiles::nameOf(const QString& path) {
+  const QString clean = QDir::cleanPath(path);
+  if (clean == QDir::homePath()) return QCoreApplication::translate("LibraryEntry", "Home");
+  if (clean == StandardFolders::kApplications) return QCoreApplication::translate("LibraryEntry", "Applications");
+  return QFileInfo(clean).fileName();
+}
 
 QSet<QString> PinnedTiles::heldPaths(const QList<DockWidget>& widgets) {
   QSet<QString> held;

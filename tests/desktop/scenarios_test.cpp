@@ -6,6 +6,8 @@
 #include <algorithm>
 
 #include "desktop/ShellTest.h"
+#include "views/panels/PanelPresentation.h"
+#include "views/panels/TilePanel.h"
 
 namespace tarnwick::testing {
 namespace {
@@ -28,6 +30,15 @@ class ShellScenario : public ShellTest {
     const QList<QAction*> entries = menu()->actions();
     return *std::ranges::find(entries, text, &QAction::text);
   }
+  /// The widgets whose panels are seen.
+  QList<QUuid> panels() {
+    QList<QUuid> widgets;
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+      const auto* shown = qobject_cast<const PanelPresentation*>(window);
+      if (shown && shown->isVisible()) widgets << static_cast<const TilePanel&>(shown->content()).widget().id;
+    }
+    return widgets;
+  }
   /// A drag of any program over the dock.
   struct DragEar final : QObject {
     bool eventFilter(QObject*, QEvent* event) override {
@@ -36,7 +47,7 @@ class ShellScenario : public ShellTest {
     }
     bool heard = false;
   };
-  QPoint edge() { return QPoint(desk.away().x(), desk.display(0).bottom()); }
+  QPoint edge() { return {desk.display(0).center().x(), desk.display(0).bottom()}; }
 };
 
 TEST_F(ShellScenario, EachLayoutStandsWhereItsRuleSays) {
@@ -177,6 +188,27 @@ TEST_F(ShellScenario, AMenuStandsBesideTheGlassAndItsEntryActs) {
   ASSERT_TRUE(comesTrue([&] { return menu() && menu()->isVisible(); }));
   EXPECT_TRUE(entry(u"Settings…"_s)->isEnabled());
   menu()->close();
+}
+
+TEST_F(ShellScenario, OneClickOnAnotherTileClosesThePanelAndDoesWhatItDoesThere) {
+  startShown(DockConfiguration());
+  const QUuid clock = store().widgets()[1].id;
+  // Whether the keyboard leaves the panel before the menu comes or after it is chance.
+  for (const qsizetype place : {1, 2, 3}) {
+    SCOPED_TRACE(place);
+    desk.click(tile(5).center());
+    ASSERT_TRUE(comesTrue([&] { return panels() == QList{store().widgets()[5].id}; }));
+    desk.click(tile(4).center());
+    ASSERT_TRUE(comesTrue([&] { return panels() == QList{store().widgets()[4].id}; }));
+    desk.settle();
+    desk.click(tile(place).center(), Qt::RightButton);
+    ASSERT_TRUE(comesTrue([&] { return menu() && menu()->isVisible() && panels().isEmpty(); }));
+    desk.settle();
+    ASSERT_TRUE(menu());
+    desk.click(menu()->mapToGlobal(menu()->actionGeometry(entry(u"Move Right"_s)).center()));
+    ASSERT_TRUE(comesTrue([&] { return store().widgets()[place + 1].id == clock && !isOpen(); }));
+    desk.moveTo(desk.away());
+  }
 }
 
 TEST_F(ShellScenario, AFullScreenWindowHidesTheDockOfItsDisplayOnly) {

@@ -13,6 +13,7 @@
 #include "app/Adapters.h"
 #include "app/AppDelegate.h"
 #include "app/MenuBarPopup.h"
+#include "app/WindowPlaces.h"
 #include "app/Windows.h"
 #include "config/Persistence.h"
 #include "desktop/AtSpi.h"
@@ -181,6 +182,50 @@ TEST_F(WindowsTest, EachOpensOnceAndAClosedOneIsGone) {
     press(Qt::Key_W, Qt::ControlModifier);
     EXPECT_TRUE(comesTrue([&] { return open() == before; }));
   }
+}
+
+TEST(WindowPlacesTest, AWindowIsSeenWholeAndHidesNoneOfItsLike) {
+  const QRect room(1600, 30, 1000, 800);
+  struct Case {
+    const char* what;
+    QSize size;
+    QRect over;
+    QList<QRect> taken;
+    QPoint place;
+  };
+  for (const Case& each :
+       {Case{"in the middle", {400, 200}, {1700, 130, 600, 400}, {}, {1800, 230}},
+        Case{"at the edge", {400, 200}, {2500, 700, 600, 400}, {}, {2200, 630}},
+        Case{"from elsewhere", {400, 200}, {-900, -900, 10, 10}, {}, {1600, 30}},
+        Case{"larger than the room", {1400, 900}, room, {}, {1600, 30}},
+        Case{"on its like", {400, 200}, {1700, 130, 600, 400}, {{1798, 233, 9, 9}}, {1828, 258}},
+        Case{"on its like in the corner", {400, 200}, {2500, 700, 600, 400}, {{2200, 630, 9, 9}}, {1600, 30}}})
+    EXPECT_EQ(WindowPlaces::centred(each.size, each.over, room, each.taken).topLeft(), each.place) << each.what;
+}
+
+TEST_F(WindowsTest, AFormOpensOverItsWindowOrWhereItsLikeWasLeft) {
+  start(twoTiles());
+  const auto form = [&](int tile, QWidget* over) {
+    windows->showEditor(store().widgets()[tile].id, qobject_cast<AppWindow*>(over));
+    EXPECT_TRUE(isInFront(u"Edit “%1”"_s.arg(Catalog::find(store().widgets()[tile].kind).name)));
+    return QApplication::activeWindow();
+  };
+  delegate->addWidgets();
+  ASSERT_TRUE(isInFront(u"Add Widgets"_s));
+  QWidget* library = QApplication::activeWindow();
+  QWidget* first = form(0, library);
+  EXPECT_TRUE(comesTrue(
+      [&] { return (first->frameGeometry().center() - library->frameGeometry().center()).manhattanLength() < 8; }));
+  QWidget* second = form(1, library);
+  EXPECT_TRUE(comesTrue([&] { return !second->frameGeometry().contains(first->pos()); })) << "a step aside";
+  second->move(100, 120);
+  ASSERT_TRUE(comesTrue([&] { return second->pos() == QPoint(100, 120); }));
+  press(Qt::Key_Escape);
+  library->close();
+  ASSERT_TRUE(comesTrue([] { return QApplication::activeWindow() && QApplication::activeWindow()->isVisible(); }));
+  EXPECT_TRUE(first->isVisible()) << "a form outlives the window that it was asked from";
+  second = form(1, nullptr);
+  EXPECT_TRUE(comesTrue([&] { return second->pos() == QPoint(100, 120); }));
 }
 
 TEST_F(WindowsTest, ADockStaysOutForAsLongAsAWindowAboutItIsOpen) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -27,9 +28,9 @@ QList<LibraryShelf> shelves() {
                               .documents = {},
                               .desktop = {},
                               .pictures = {},
-                              .movies = {},
+                              .movies = u"/home/robin/Videos"_s,
                               .music = {},
-                              .home = u"/home/robin"_s});
+                              .home = QDir::homePath()});
 }
 
 TEST(LibraryShelvesTest, HoldEveryKindInTheOrderOfTheCatalog) {
@@ -58,6 +59,8 @@ TEST(LibraryShelvesTest, AreSearchedByNameGroupAndKind) {
            {all, u"létters"_s, {u"Letters"_s}},
            {u"Clocks"_s, u"letters"_s, {}},
            {u"Photos"_s, {}, {u"Recent Photo"_s, u"Wallpaper"_s}},
+           {all, u"movies"_s, {u"Videos"_s}},
+           {all, u"folders home"_s, {u"Home"_s}},
            {all, u"no such thing"_s, {}},
        }) {
     QStringList titles;
@@ -127,8 +130,15 @@ TEST_F(LibraryWindowTest, AddsByKeyboardAloneAndTakesItBack) {
   EXPECT_EQ(kinds(0), before + QStringList{u"pomodoro"_s});
   EXPECT_EQ(note(), u"“Pomodoro” was added to “Everyday”."_s);
   EXPECT_TRUE(indexOf(u"Pomodoro"_s).data(Qt::AccessibleDescriptionRole).toString().endsWith(u"On dock"_s));
-  QTest::keyClick(&view_, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(fixture_.undo().latest()->sentence, QString()) << "the window itself has said it";
+  QTest::keyClicks(&field_, u"x"_s);
+  for (const char* newest : {"x", "the widget"}) {
+    EXPECT_EQ(kinds(0).size(), before.size() + 1) << newest;
+    QTest::keyClick(&field_, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(field_.text(), u"pomodoro"_s) << newest;
+  }
   EXPECT_EQ(kinds(0), before);
+  EXPECT_EQ(note(), QString()) << "it tells of nothing that is no more";
   EXPECT_EQ(indexOf(u"Pomodoro"_s).data(Qt::AccessibleDescriptionRole).toString(), u"Clocks"_s);
 }
 

@@ -90,6 +90,20 @@ TEST_F(SettingsPagesTest, SlidersGoOverTheirWholeRangeAndStoreAtOnce) {
   }
 }
 
+TEST_F(SettingsPagesTest, WithoutATrayTheIconIsSaidToHaveNoPlace) {
+  Capability tray = Capability::no(u"There is none."_s);
+  services.tray = [&] { return tray; };
+  turnTo("general");
+  auto* icon = control<Switch>("Show menu bar icon");
+  EXPECT_FALSE(icon->isEnabled());
+  EXPECT_EQ(icon->accessibleDescription(), u"There is none."_s);
+  EXPECT_FALSE(sees("Classic menu"));
+  tray = Capability::yes();
+  store().edit([](DockConfiguration& config) { config.scale = 1.1; });
+  EXPECT_TRUE(icon->isEnabled());
+  EXPECT_TRUE(sees("Classic menu"));
+}
+
 TEST_F(SettingsPagesTest, APictureBringsItsRowsAndGoesWithThem) {
   turnTo("appearance");
   EXPECT_FALSE(sees("Picture blur"));

@@ -98,13 +98,14 @@ void Button::paintEvent(QPaintEvent*) {
   const ControlLook& look = this->look();
   const QRectF box = rect();
   QColor ink = role_ == Role::Quiet ? look.palette.secondary : look.palette.primary;
-  if (role_ == Role::Primary && !isEnabled()) {
+  const bool isFilled = role_ == Role::Primary || role_ == Role::Danger;
+  if (isFilled && !isEnabled()) {
     // A pale accent would swallow the word on it.
     painter.setOpacity(1);
     drawRounded(painter, box, theme::kButtonCorner, look.palette.button);
     ink = look.palette.tertiary;
-  } else if (role_ == Role::Primary) {
-    QColor fill = look.accentColor();
+  } else if (isFilled) {
+    QColor fill = role_ == Role::Danger ? look.palette.accent(Accent::Red) : look.accentColor();
     if (isEnabled() && underMouse() && !isDown()) fill = lightened(fill, theme::kPrimaryHover);
     drawRounded(painter, box, theme::kButtonCorner, isDown() ? faded(fill, 0.85) : fill);
     ink = look.palette.inkOnAccent;
@@ -117,7 +118,7 @@ void Button::paintEvent(QPaintEvent*) {
   if (showsFocus()) {
     drawFocusLine(painter, box, theme::kButtonCorner, look);
     // The line would drown in a ground of its own colour.
-    if (role_ == Role::Primary && isEnabled())
+    if (isFilled && isEnabled())
       drawInnerLine(painter, box.adjusted(kFocusInset, kFocusInset, -kFocusInset, -kFocusInset),
                     theme::kButtonCorner - kFocusInset, theme::kFieldFocus, look.palette.inkOnAccent);
   }

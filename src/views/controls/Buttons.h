@@ -39,6 +39,7 @@ class Button final : public PaintedButton {
   enum class Role {
     Plain,
     Primary,  ///< Filled with the accent; at most one in a panel.
+    Danger,   ///< Filled with red: what it does loses something.
     Quiet,    ///< A word without a ground until the pointer is on it.
   };
   explicit Button(const QString& label, Role role = Role::Plain, QWidget* parent = nullptr);

@@ -14,7 +14,7 @@ ConfirmBar::ConfirmBar(QWidget* parent)
     : QWidget(parent),
       sentence_(new TextLabel({}, TextStyle::Body, Tone::Primary, this)),
       cancel_(new Button(QCoreApplication::translate("Controls", "Cancel"), Button::Role::Plain, this)),
-      act_(new Button({}, Button::Role::Primary, this)) {
+      act_(new Button({}, Button::Role::Danger, this)) {
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, theme::kPanelHeaderBelow, 0, 0);
   column->setSpacing(theme::kRowGap);

@@ -284,10 +284,21 @@ bool EditorWindow::eventFilter(QObject* watched, QEvent* event) {
 void EditorWindow::fit() {
   auto* area = page_->findChild<ScrollArea*>();
   if (!area || !isVisible()) return;
+  for (QWidget* outer : {static_cast<QWidget*>(this), page_->parentWidget(), static_cast<QWidget*>(page_)})
+    outer->layout()->activate();
   const int rest = height() - area->height();
   const int most = screen() ? screen()->availableSize().height() * 9 / 10 : 900;
   const int wanted = std::min(area->contentHeight(width()) + rest, most);
   if (wanted != height()) resize(width(), wanted);
+  keepOnScreen();
+}
+
+/// What grows, grows downwards.
+void EditorWindow::keepOnScreen() {
+  if (!screen()) return;
+  const QRect room = screen()->availableGeometry();
+  const int beyond = frameGeometry().bottom() - room.bottom();
+  if (beyond > 0) move(x(), std::max(room.top(), y() - beyond));
 }
 
 }  // namespace tarnwick

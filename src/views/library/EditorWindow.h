@@ -71,6 +71,7 @@ class EditorWindow final : public AppWindow {
   void clearFaults();
   Line* faultyLine(const QString& sentence);
   void fit();
+  void keepOnScreen();
 
   AppStore& store_;
   QUuid widget_;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "widgets/PinnedTiles.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
@@ -16,6 +17,9 @@ LibraryItem itemOf(LibraryEntry entry, const QString& group) {
   QString words = entry.title + u' ' + group + u' ' + item.kind;
   if (!item.kind.isEmpty()) words += u' ' + Catalog::find(item.kind).name;
   item.words = LibraryShelves::folded(words);
+  // The tile will have the name that the folder has here.
+  const QString path = entry.widget ? entry.widget->options.value(u"path"_s) : QString();
+  if (item.kind == "folderLauncher"_L1 && !path.isEmpty()) entry.title = PinnedTiles::nameOf(path);
   item.entry = std::move(entry);
   return item;
 }

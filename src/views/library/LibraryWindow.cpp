@@ -108,11 +108,15 @@ void LibraryWindow::connectParts() {
   connect(choice_, &DropDown::valueChosen, this,
           [this](const QString& profile) { chooseTarget(QUuid::fromString(profile)); });
   connect(view_, &LibraryView::itemActivated, this, &LibraryWindow::activate);
-  connect(note_, &AddedNote::undoRequested, this, &LibraryWindow::undo);
+  connect(note_, &AddedNote::undoRequested, this, [this] { services_.edits->takeBack(entry_); });
   connect(note_, &AddedNote::editRequested, this, [this] {
     if (services_.openEditor) services_.openEditor(added_);
   });
   connect(&store_, &AppStore::configChanged, this, &LibraryWindow::showTargets);
+  connect(&services_.edits->stack(), &UndoStack::pushed, this, &LibraryWindow::forgetTyping);
+  connect(&services_.edits->stack(), &UndoStack::gone, note_, [this](quint64 entry) {
+    if (entry == entry_) note_->hide();
+  });
   connect(services_.apps, &InstalledApps::changed, this, &LibraryWindow::fill);
 }
 
@@ -160,6 +164,14 @@ void LibraryWindow::showCategory(const QString& category) {
   field_->clear();
   side_->choose(Catalog::categories().contains(category) ? category : Catalog::categories().first());
   search();
+}
+
+/// What is taken back is what was changed last, and that is now a dock.
+void LibraryWindow::forgetTyping() {
+  if (!field_->isUndoAvailable()) return;
+  const int at = field_->cursorPosition();
+  field_->setText(QString(field_->text()));
+  field_->setCursorPosition(at);
 }
 
 bool LibraryWindow::eventFilter(QObject* watched, QEvent* event) {
@@ -244,6 +256,7 @@ void LibraryWindow::add(DockWidget widget) {
   const QString name = services_.edits->nameOf(widget);
   if (!services_.edits->append({widget}, target_)) return;
   added_ = widget.id;
+  entry_ = services_.edits->stack().latest()->id;
   const auto& profiles = store_.config().profiles;
   const auto profile = std::ranges::find(profiles, target_, &DockProfile::id);
   note_->say(say("“%1” was added to “%2”.").arg(name, profile->name),

@@ -50,6 +50,7 @@ class LibraryWindow final : public AppWindow {
   /// Takes what is installed and what the folders are.
   void fill();
   void search();
+  void forgetTyping();
   void showTargets();
   void chooseTarget(const QUuid& profile);
   void activate(const LibraryItem& item);
@@ -63,6 +64,7 @@ class LibraryWindow final : public AppWindow {
   QList<LibraryShelf> shelves_;
   QUuid target_;
   QUuid added_;          ///< The widget that the note is about.
+  quint64 entry_ = 0;    ///< Of the stack: that it was added.
   QStringList targets_;  ///< What the list of targets holds, to fill it only when it changed.
   SideList* side_;
   SearchField* field_;

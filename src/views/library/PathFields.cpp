@@ -11,6 +11,7 @@
 #include "views/controls/Rows.h"
 #include "views/library/AppPicker.h"
 #include "views/library/FieldRows.h"
+#include "widgets/PinnedTiles.h"
 
 namespace tarnwick {
 
@@ -105,7 +106,7 @@ void FolderField::showFolder() {
   FieldRows::clear(*rows_);
   const QString path = path_.isEmpty() ? usual_ : path_;
   if (path.isEmpty()) return;
-  const QString name = QFileInfo(path).fileName();
+  const QString name = PinnedTiles::nameOf(path);
   auto* row = new ListRow(name.isEmpty() ? path : name);
   row->setSymbol(u"folder"_s);
   row->setCaption(shortened(path));

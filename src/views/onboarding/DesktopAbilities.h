@@ -19,6 +19,7 @@ struct DesktopAbilities {
   /// Absent while there is no command bar to open; empty while no key opens it.
   std::optional<QString> commandBarKey;
   Capability notifications;
+  Capability tray;  ///< Whether there is a place for the status item.
   /// Whether there is a dock of the system's that can be hidden.
   Capability systemDock;
 };

@@ -289,11 +289,13 @@ QWidget* makeDonePage(AppStore& store, const OnboardingServices& services) {
   card->addRow(words(QT_TRANSLATE_NOOP("Onboarding", "Open a tile")), nullptr,
                words(QT_TRANSLATE_NOOP("Onboarding",
                                        "Click it for its panel, right-click it for its menu, drag it to move it.")));
-  if (store.config().desktopOptions().showMenuBarIcon)
-    card->addRow(words(QT_TRANSLATE_NOOP("Onboarding", "Everything else")), nullptr,
-                 words(QT_TRANSLATE_NOOP("Onboarding",
-                                         "Tarnwick's icon in the tray has the layouts, profiles and Settings. So has a "
-                                         "right click on the dock.")));
+  const bool hasIcon = abilities.tray && store.config().desktopOptions().showMenuBarIcon;
+  card->addRow(words(QT_TRANSLATE_NOOP("Onboarding", "Everything else")), nullptr,
+               hasIcon ? words(QT_TRANSLATE_NOOP("Onboarding",
+                                                 "Tarnwick's icon in the tray has the layouts, profiles and Settings. "
+                                                 "So has a right click on the dock."))
+                       : words(QT_TRANSLATE_NOOP("Onboarding",
+                                                 "A right click on the dock has the layouts, profiles and Settings.")));
   if (services.addWidgets) {
     auto* open = new Button(words(QT_TRANSLATE_NOOP("Onboarding", "Add Widgets…")));
     QObject::connect(open, &QPushButton::clicked, open, [add = services.addWidgets] { add(); });

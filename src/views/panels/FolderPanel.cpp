@@ -9,6 +9,7 @@
 #include "views/controls/ItemView.h"
 #include "views/controls/Segments.h"
 #include "views/panels/FileItems.h"
+#include "widgets/PinnedTiles.h"
 #include "widgets/WidgetFolder.h"
 
 namespace tarnwick {
@@ -58,7 +59,7 @@ class FolderPanel final : public TilePanel {
   QString heading() const override {
     const QString folder = listing_.request().folder;
     const bool named = folder == root() && (!widget().title.isEmpty() || widget().kind == "downloads"_L1);
-    const QString name = QFileInfo(folder).fileName();
+    const QString name = PinnedTiles::nameOf(folder);
     return named || name.isEmpty() ? title() : name;
   }
 

@@ -88,8 +88,8 @@ void ProcessSection::showWaiting(const QString& sentence) {
     row->show();
     row->setTitle(row == rows_.first() ? sentence : QString());
     row->setPicture({});
-    row->setBar(0);
-    row->setValue(ProcessRanking::cpuText({}), Tone::Tertiary);
+    row->setBar(row == rows_.first() ? -1 : 0);
+    row->setValue(row == rows_.first() ? QString() : ProcessRanking::cpuText({}), Tone::Tertiary);
   }
 }
 

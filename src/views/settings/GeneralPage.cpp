@@ -45,18 +45,21 @@ class GeneralPage final : public SettingsPage {
                   settingField(&DockConfiguration::notificationsEnabled));
     if (services_.notifications)
       if (const Capability can = services_.notifications(); !can) notifications->setUnavailable(can.reason);
-    addSwitch(card,
-              {QT_TRANSLATE_NOOP("Settings", "Show menu bar icon"),
-               QT_TRANSLATE_NOOP("Settings", "The icon among those of the system opens the dock’s own panel."),
-               QT_TRANSLATE_NOOP("Settings", "status item tray")},
-              settingField(&DesktopOptions::showMenuBarIcon));
+    FormRow* icon =
+        addSwitch(card,
+                  {QT_TRANSLATE_NOOP("Settings", "Show menu bar icon"),
+                   QT_TRANSLATE_NOOP("Settings", "The icon among those of the system opens the dock’s own panel."),
+                   QT_TRANSLATE_NOOP("Settings", "status item tray")},
+                  settingField(&DesktopOptions::showMenuBarIcon));
     FormRow* classic = addSwitch(card,
                                  {QT_TRANSLATE_NOOP("Settings", "Classic menu"),
                                   QT_TRANSLATE_NOOP("Settings", "The icon opens a plain menu instead of the panel.")},
                                  settingField(&DesktopOptions::classicMenu));
+    const auto tray = [this] { return services_.tray ? services_.tray() : Capability::yes(); };
     showWhile(
-        classic, [](const DockConfiguration& config) { return config.desktopOptions().showMenuBarIcon; },
+        classic, [tray](const DockConfiguration& config) { return tray() && config.desktopOptions().showMenuBarIcon; },
         settingsText(QT_TRANSLATE_NOOP("Settings", "Only while the menu bar icon is shown.")));
+    follow([icon, tray](const DockConfiguration&) { icon->setUnavailable(tray().reason); });
   }
 
   void addWidgetSettings() {

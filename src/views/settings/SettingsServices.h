@@ -49,6 +49,7 @@ struct SettingsServices {
   std::function<Capability()> edges{};       ///< Whether docks can come out at the edges of the screen.
   std::function<Capability()> systemDock{};  ///< Whether there is a dock of the system's that can be hidden.
   std::function<Capability()> notifications{};
+  std::function<Capability()> tray{};               ///< Whether there is a place for the status item.
   std::function<Capability()> captureProtection{};  ///< Whether windows can be left out of pictures of the screen.
 
   std::function<bool()> reducesMotion{};  ///< Whether pictures stand still.

@@ -1,11 +1,11 @@
 #include "views/tiles/FileTiles.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <algorithm>
 
 #include "views/theme/FilePictures.h"
 #include "views/tiles/TileCanvas.h"
+#include "widgets/PinnedTiles.h"
 
 namespace tarnwick {
 
@@ -50,7 +50,7 @@ QString filesOn(const ShelfContent& content) {
 }
 
 QString folderName(const TileRequest& request) {
-  const QString own = QFileInfo(request.widget.options.value(u"path"_s)).fileName();
+  const QString own = PinnedTiles::nameOf(request.widget.options.value(u"path"_s));
   return request.widget.title.isEmpty() && !own.isEmpty() ? own : request.title();
 }
 

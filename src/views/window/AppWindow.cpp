@@ -74,6 +74,12 @@ void AppWindow::present() {
   activateWindow();
 }
 
+bool AppWindow::event(QEvent* event) {
+  const bool known = QWidget::event(event);
+  if (event->type() == QEvent::Show && !event->spontaneous()) Q_EMIT aboutToAppear();
+  return known;
+}
+
 void AppWindow::undo() {
   if (undo_) undo_();
 }

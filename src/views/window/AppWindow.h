@@ -39,10 +39,15 @@ class AppWindow : public QWidget, public LookSource {
   /// Ctrl+Z where no field that has the keyboard takes it: takes back the last change.
   void undo();
 
+ Q_SIGNALS:
+  /// It has its size and is not seen yet.
+  void aboutToAppear();
+
  protected:
   /// Where the window's content goes. `side` stands at the left, in the colour of side bars, and may be null.
   void setContent(QWidget* side, QWidget* body);
 
+  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void changeEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;

@@ -1,0 +1,126 @@
+#include "app/WindowPlaces.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QWindow>
+#include <algorithm>
+
+#include "views/window/AppWindow.h"
+
+namespace tarnwick {
+
+namespace {
+
+constexpr int kStep = 28;  // About a title bar.
+constexpr int kNear = 12;
+constexpr int kMostSteps = 12;
+constexpr QMargins kUsualFrame(1, 28, 1, 1);
+
+QMargins frameOf(const QWidget& window) {
+  const QRect inner = window.geometry();
+  const QRect outer = window.frameGeometry();
+  return {inner.left() - outer.left(), inner.top() - outer.top(), outer.right() - inner.right(),
+          outer.bottom() - inner.bottom()};
+}
+
+/// What is open of ours has the frame that another window will have.
+QMargins frameToBe() {
+  for (const QWidget* each : QApplication::topLevelWidgets())
+    if (qobject_cast<const AppWindow*>(each) && each->isVisible())
+      if (const QMargins frame = frameOf(*each); frame.top() > 0) return frame;
+  return kUsualFrame;
+}
+
+bool isNear(const QPoint& one, const QPoint& other) { return (one - other).manhattanLength() < kNear; }
+
+bool hasPlace(const QWidget& window) {
+  return window.isVisible() &&
+         !(window.windowState() & (Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen));
+}
+
+/// Whether its size is the user's, and not that of what stands in it.
+bool isSized(const QWidget& window) { return window.minimumWidth() < window.maximumWidth(); }
+
+}  // namespace
+
+QRect WindowPlaces::within(QRect place, const QRect& room) {
+  place.moveRight(std::min(place.right(), room.right()));
+  place.moveBottom(std::min(place.bottom(), room.bottom()));
+  place.moveLeft(std::max(place.left(), room.left()));
+  place.moveTop(std::max(place.top(), room.top()));
+  return place;
+}
+
+QRect WindowPlaces::centred(const QSize& size, const QRect& over, const QRect& room, const QList<QRect>& taken) {
+  QRect place(QPoint(), size);
+  place.moveCenter(over.center());
+  place = within(place, room);
+  const auto isTaken = [&] {
+    const QRect covered = place.marginsAdded({kNear, kNear, kNear, kNear});
+    return std::ranges::any_of(taken, [&](const QRect& each) { return covered.contains(each.topLeft()); });
+  };
+  for (int step = 0; step < kMostSteps && isTaken(); ++step) {
+    const QRect aside = place.translated(kStep, kStep);
+    // At the end of the room it begins anew at the top.
+    place = room.contains(aside) ? aside : within(QRect(room.topLeft() + QPoint(kStep * step, 0), size), room);
+  }
+  return place;
+}
+
+void WindowPlaces::settle(AppWindow& window, const QString& name, const Wish& wish) {
+  window.setObjectName(name);
+  window.installEventFilter(this);
+  connect(&window, &QObject::destroyed, this, [this, gone = &window] { opened_.remove(gone); });
+  // It takes its size while it is shown, and is not seen before this.
+  connect(
+      &window, &AppWindow::aboutToAppear, this, [this, &window, name, wish] { open(window, name, wish); },
+      Qt::SingleShotConnection);
+}
+
+QRect WindowPlaces::roomAt(const QString& display, const QPoint& place) const {
+  const QList<Screen> all = screens_.all();
+  auto screen = std::ranges::find(all, display, &Screen::id);
+  if (screen == all.end())
+    screen = std::ranges::find_if(all, [&](const Screen& each) { return each.frame.contains(place); });
+  if (screen == all.end()) return {};
+  return (screen->usable.isEmpty() ? screen->frame : screen->usable).toRect();
+}
+
+void WindowPlaces::open(AppWindow& window, const QString& name, const Wish& wish) {
+  const QRect left = left_.value(name);
+  const AppWindow* over = wish.over && hasPlace(*wish.over) ? wish.over : nullptr;
+  if (over) window.windowHandle()->setTransientParent(over->windowHandle());
+  if (!over && wish.display.isEmpty() && left.isNull()) return;
+  const QPoint about = over ? over->frameGeometry().center() : left.center();
+  const QRect room = roomAt(over ? QString() : wish.display, about);
+  if (room.isEmpty()) return;
+
+  const QMargins frame = frameToBe();
+  const bool isLeftHere = !left.isNull() && room.contains(left.center());
+  if (isLeftHere && isSized(window)) window.resize(left.size().shrunkBy(frame));
+  QList<QRect> taken;
+  for (const QWidget* each : QApplication::topLevelWidgets())
+    if (each != &window && each->objectName() == name && hasPlace(*each)) taken << each->frameGeometry();
+  const QSize size = window.size().grownBy(frame).boundedTo(room.size());
+  QRect middle = over ? over->frameGeometry() : room;
+  if (isLeftHere) middle = QRect(left.topLeft(), size);
+  const QRect place = centred(size, middle, room, taken);
+  window.setGeometry(place.marginsRemoved(frame));
+  opened_[&window] = place;
+}
+
+bool WindowPlaces::eventFilter(QObject* window, QEvent* event) {
+  if (event->type() == QEvent::Close) remember(*static_cast<AppWindow*>(window));
+  return QObject::eventFilter(window, event);
+}
+
+void WindowPlaces::remember(const AppWindow& window) {
+  if (!hasPlace(window)) return;
+  const QRect place = window.frameGeometry();
+  const QRect opened = opened_.value(&window);
+  const QSize grown = place.size() - opened.size();
+  const bool isResized = isSized(window) && std::max(std::abs(grown.width()), std::abs(grown.height())) > kNear;
+  if (opened.isNull() || isResized || !isNear(place.topLeft(), opened.topLeft())) left_[window.objectName()] = place;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QHash>
+#include <QList>
+#include <QObject>
+#include <QRect>
+#include <QString>
+
+#include "desktop/Screens.h"
+
+namespace tarnwick {
+
+class AppWindow;
+
+/// Where the program's windows open: over the one that they were asked from, else on the display that they are about,
+/// else where their like was left in this run. Never beyond a display. A desktop that places windows itself is told
+/// only which window belongs to which. Main thread only.
+class WindowPlaces final : public QObject {
+  Q_OBJECT
+ public:
+  /// What a window is about; all may be empty.
+  struct Wish {
+    AppWindow* over = nullptr;  ///< The window that it was asked from, and belongs to.
+    QString display;            ///< The identity of a display.
+  };
+
+  /// `screens` is borrowed.
+  explicit WindowPlaces(const Screens& screens) : screens_(screens) {}
+
+  /// Sees to the place of a window that was never shown. Windows of the same name share what is remembered.
+  void settle(AppWindow& window, const QString& name, const Wish& wish);
+
+  /// The middle of a window of that size at the middle of `over`, as far as `room` lets it be seen whole. From what
+  /// it would hide it goes a step aside. Sizes and places with their frames.
+  static QRect centred(const QSize& size, const QRect& over, const QRect& room, const QList<QRect>& taken);
+  /// Moved as little as needed, so that it lies within `room`; its top left does in any case.
+  static QRect within(QRect place, const QRect& room);
+
+ protected:
+  bool eventFilter(QObject* window, QEvent* event) override;
+
+ private:
+  /// What a display has for windows, or else the display at a place; empty where there is none.
+  QRect roomAt(const QString& display, const QPoint& place) const;
+  void open(AppWindow& window, const QString& name, const Wish& wish);
+  void remember(const AppWindow& window);
+
+  const Screens& screens_;
+  QHash<QString, QRect> left_;  // By name: the frame of a window that the user moved, when it was closed.
+  QHash<const QObject*, QRect> opened_;
+};
+
+}  // namespace tarnwick
