@@ -1,6 +1,5 @@
 #include "views/controls/ItemView.h"
 
-#include <QAbstractListModel>
 #include <QDrag>
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -12,6 +11,7 @@
 #include <algorithm>
 
 #include "views/controls/ControlTheme.h"
+#include "views/controls/PaintedList.h"
 #include "views/controls/Turned.h"
 #include "views/theme/Glass.h"
 
@@ -36,32 +36,21 @@ constexpr double kActionSymbol = 14;
 
 }  // namespace
 
-class ItemView::Model final : public QAbstractListModel {
+class ItemView::Model final : public ItemModel<ViewItem> {
  public:
-  using QAbstractListModel::QAbstractListModel;
+  using ItemModel::ItemModel;
 
-  QList<ViewItem> items;
-
-  void set(const QList<ViewItem>& wanted) {
-    beginResetModel();
-    items = wanted;
-    endResetModel();
-  }
-
-  int rowCount(const QModelIndex& parent = {}) const override {
-    return parent.isValid() ? 0 : static_cast<int>(items.size());
-  }
   QVariant data(const QModelIndex& index, int role) const override {
-    if (!index.isValid() || index.row() >= items.size()) return {};
-    const ViewItem& item = items[index.row()];
+    const ViewItem* item = at(index);
+    if (!item) return {};
     switch (role) {
       case Qt::DisplayRole:
       case Qt::AccessibleTextRole:
-        return item.title;
+        return item->title;
       case Qt::AccessibleDescriptionRole:
-        return item.caption.isEmpty() ? item.value : item.caption;
+        return item->caption.isEmpty() ? item->value : item->caption;
       case Qt::ToolTipRole:
-        return item.tip.isEmpty() ? item.title : item.tip;
+        return item->tip.isEmpty() ? item->title : item->tip;
       default:
         return {};
     }
@@ -144,20 +133,11 @@ class ItemView::Painter final : public QStyledItemDelegate {
 
 ItemView::ItemView(const QString& label, Shape shape, QWidget* parent)
     : QListView(parent), shape_(shape), model_(new Model(this)) {
-  setAccessibleName(label);
+  becomePaintedList(*this, label);
   setModel(model_);
   setItemDelegate(new Painter(*this));
-  setFrameShape(QFrame::NoFrame);
-  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-  setSelectionMode(QAbstractItemView::SingleSelection);
-  setEditTriggers(QAbstractItemView::NoEditTriggers);
   setDragEnabled(true);
   setUniformItemSizes(true);
-  setMouseTracking(true);
-  setAutoFillBackground(false);
-  viewport()->setAutoFillBackground(false);
   setFocusPolicy(Qt::TabFocus);
   if (shape != Shape::Rows) {
     setFlow(QListView::LeftToRight);

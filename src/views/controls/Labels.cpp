@@ -15,6 +15,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double kUnitGap = 2;
+constexpr int kWarning = 16;
 
 int lineHeight(TextStyle style) {
   const TextLine line(u"Ag"_s, style);
@@ -120,6 +121,14 @@ void SectionLabel::paintEvent(QPaintEvent*) {
   drawTextIn(painter, turned(box.adjusted(0, 0, -end, 0)), text_, TextStyle::TabLabel, look.palette.secondary,
              turned.reading());
   drawTextIn(painter, turned(box), trailing_, TextStyle::TabLabel, toneColor(look, trailingTone_), turned.ending());
+}
+
+WarningMark::WarningMark(QWidget* parent) : QWidget(parent) { setFixedSize(kWarning, kWarning); }
+
+void WarningMark::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  drawControlSymbol(painter, u"exclamationmark.circle"_s, rect(), lookOf(*this).palette.accent(Accent::Orange));
 }
 
 FigureView::FigureView(QWidget* parent) : QWidget(parent) { setFixedHeight(theme::kPanelFigureHeight); }

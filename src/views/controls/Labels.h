@@ -52,6 +52,16 @@ class SectionLabel final : public QWidget {
   Tone trailingTone_ = Tone::Secondary;
 };
 
+/// The mark before a message about something that went wrong.
+class WarningMark final : public QWidget {
+  Q_OBJECT
+ public:
+  explicit WarningMark(QWidget* parent = nullptr);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+};
+
 /// A figure that a panel is about, its small unit behind it and up to two short lines at the right.
 class FigureView final : public QWidget {
   Q_OBJECT

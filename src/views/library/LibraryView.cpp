@@ -9,6 +9,7 @@
 #include "store/AppStore.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/ControlTheme.h"
+#include "views/controls/PaintedList.h"
 
 namespace tarnwick {
 
@@ -81,19 +82,10 @@ LibraryView::LibraryView(AppStore& store, PreviewSources sources, QWidget* paren
       tiles_(std::move(sources)),
       model_(new Model(*this)),
       add_(new Button(say("Add"), Button::Role::Primary, parent)) {
-  setAccessibleName(say("Widgets"));
+  becomePaintedList(*this, say("Widgets"));
   setModel(model_);
-  setFrameShape(QFrame::NoFrame);
-  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-  setSelectionMode(QAbstractItemView::SingleSelection);
-  setEditTriggers(QAbstractItemView::NoEditTriggers);
   setDragEnabled(true);
-  setMouseTracking(true);
   setFocusPolicy(Qt::StrongFocus);
-  setAutoFillBackground(false);
-  viewport()->setAutoFillBackground(false);
   add_->setFocusPolicy(Qt::NoFocus);
   add_->hide();
   add_->installEventFilter(this);

@@ -26,7 +26,6 @@ namespace {
 
 constexpr int kMark = 24;
 constexpr int kLayoutsInARow = 4;
-constexpr int kMessageSymbol = 16;
 
 QString words(const char* text) { return QCoreApplication::translate("MenuBarPanel", text); }
 
@@ -40,18 +39,6 @@ QWidget* line(const QString& word, QWidget* control) {
   layout->addWidget(control);
   return row;
 }
-
-class Warning final : public QWidget {
- public:
-  Warning() { setFixedSize(kMessageSymbol, kMessageSymbol); }
-
- protected:
-  void paintEvent(QPaintEvent*) override {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    drawControlSymbol(painter, u"exclamationmark.circle"_s, rect(), lookOf(*this).palette.accent(Accent::Orange));
-  }
-};
 
 /// Parts what is above it from what is below.
 class Hairline final : public QWidget {
@@ -70,7 +57,6 @@ class Hairline final : public QWidget {
 MenuBarPanel::MenuBarPanel(AppStore& store, MenuBarPanelActions actions)
     : store_(store),
       actions_(std::move(actions)),
-      frame_(new QVBoxLayout(this)),
       content_(new QWidget),
       scroll_(new ScrollArea(this)),
       column_(new QVBoxLayout(content_)),
@@ -79,7 +65,6 @@ MenuBarPanel::MenuBarPanel(AppStore& store, MenuBarPanelActions actions)
       dock_(new Switch(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Show Dock")))),
       layoutName_(new SectionLabel(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Layout")))),
       profiles_(new QWidget) {
-  setAttribute(Qt::WA_NoSystemBackground);
   setAccessibleName(u"Tarnwick"_s);
   column_->setContentsMargins(0, 0, 0, 0);
   column_->setSpacing(0);
@@ -90,9 +75,8 @@ MenuBarPanel::MenuBarPanel(AppStore& store, MenuBarPanelActions actions)
   addEntries();
   scroll_->setWidget(content_);
   content_->setAutoFillBackground(false);
-  content_->installEventFilter(this);
-  frame_->setSpacing(0);
-  frame_->addWidget(scroll_);
+  follow(content_);
+  frame().addWidget(scroll_);
   setScheme(true, Backdrop::Plain);
 
   connect(dock_, &QAbstractButton::clicked, this, [this] { actions_.toggleDock(); });
@@ -118,7 +102,7 @@ void MenuBarPanel::addHeader() {
   auto* says = new QHBoxLayout(message_);
   says->setContentsMargins(0, theme::kSectionBelow, 0, theme::kSectionBelow);
   says->setSpacing(theme::kRowGap);
-  says->addWidget(new Warning, 0, Qt::AlignVCenter);
+  says->addWidget(new WarningMark, 0, Qt::AlignVCenter);
   messageText_->setWordWrap(true);
   says->addWidget(messageText_, 1);
   auto* dismiss = new IconButton(u"xmark"_s, words(QT_TRANSLATE_NOOP("MenuBarPanel", "Dismiss")));
@@ -209,38 +193,15 @@ void MenuBarPanel::fillProfiles() {
 }
 
 void MenuBarPanel::setScheme(bool dark, Backdrop backdrop) {
-  look_.palette = Palette::make(dark ? DockStyle::DarkGlass : DockStyle::LightGlass, backdrop, false);
-  const QMargins padding(theme::kPanelPadding, theme::kPanelPadding, theme::kPanelPadding, theme::kPanelPadding);
-  frame_->setContentsMargins(margins() + padding);
-  announceLook(*this);
-  updateGeometry();
+  setLook({Palette::make(dark ? DockStyle::DarkGlass : DockStyle::LightGlass, backdrop, false), look().accent});
 }
 
-QMargins MenuBarPanel::margins() const { return Glass::margins(look_.palette.panel, theme::kPanelShadowScale); }
+double MenuBarPanel::corner() const { return look().palette.panel.shadow.isValid() ? GlassPane::corner() : 0; }
 
 QSize MenuBarPanel::sizeHint() const {
   const int width = theme::kPanelWidth;
   const int height = scroll_->contentHeight(width - theme::kPanelPadding * 2) + theme::kPanelPadding * 2;
   return QSize(width, height).grownBy(margins());
-}
-
-bool MenuBarPanel::event(QEvent* event) {
-  const bool result = QWidget::event(event);
-  if (event->type() == QEvent::LayoutRequest) {
-    if (const QSize size = sizeHint(); size != announced_) {
-      announced_ = size;
-      updateGeometry();
-      Q_EMIT sizeChanged();
-    }
-  }
-  return result;
-}
-
-bool MenuBarPanel::eventFilter(QObject* watched, QEvent* event) {
-  // A scroll area keeps to itself that its content wants another size.
-  if (watched == content_ && event->type() == QEvent::LayoutRequest)
-    QCoreApplication::postEvent(this, new QEvent(QEvent::LayoutRequest));
-  return QWidget::eventFilter(watched, event);
 }
 
 void MenuBarPanel::keyPressEvent(QKeyEvent* event) {
@@ -250,14 +211,6 @@ void MenuBarPanel::keyPressEvent(QKeyEvent* event) {
     focusPreviousChild();
   else
     QWidget::keyPressEvent(event);
-}
-
-void MenuBarPanel::paintEvent(QPaintEvent*) {
-  QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  const GlassColors& colors = look_.palette.panel;
-  const double corner = colors.shadow.isValid() ? theme::kPanelCorner / theme::kPanelShadowScale : 0;
-  glass_.paint(painter, rect().marginsRemoved(margins()), colors, corner, theme::kPanelShadowScale);
 }
 
 }  // namespace tarnwick

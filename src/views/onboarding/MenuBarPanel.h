@@ -1,10 +1,8 @@
 #pragma once
 
-#include <QWidget>
 #include <functional>
 
-#include "views/controls/ControlLook.h"
-#include "views/theme/Glass.h"
+#include "views/controls/GlassPane.h"
 
 class QVBoxLayout;
 
@@ -32,30 +30,23 @@ struct MenuBarPanelActions {
 
 /// The small window below the status item: the dock, its layout and its profiles at a glance, and the ways to all else.
 /// It takes the size of its content.
-class MenuBarPanel final : public QWidget, public LookSource {
+class MenuBarPanel final : public GlassPane {
   Q_OBJECT
  public:
   MenuBarPanel(AppStore& store, MenuBarPanelActions actions);
   ~MenuBarPanel() override;
 
-  const ControlLook& look() const override { return look_; }
   /// Where nothing composites, the panel is cut to its rectangle and has no shadow.
   void setScheme(bool dark, Backdrop backdrop);
-  /// Room around the pane for its shadow.
-  QMargins margins() const;
   QSize sizeHint() const override;
 
  Q_SIGNALS:
   /// Something was chosen that is not seen in the panel itself. Whoever owns it closes it, not within this signal.
   void closeRequested();
-  /// sizeHint() changed.
-  void sizeChanged();
 
  protected:
-  bool event(QEvent* event) override;
-  bool eventFilter(QObject* watched, QEvent* event) override;
+  double corner() const override;
   void keyPressEvent(QKeyEvent* event) override;
-  void paintEvent(QPaintEvent* event) override;
 
  private:
   void addHeader();
@@ -67,9 +58,6 @@ class MenuBarPanel final : public QWidget, public LookSource {
 
   AppStore& store_;
   MenuBarPanelActions actions_;
-  ControlLook look_;
-  Glass glass_;
-  QVBoxLayout* frame_;
   QWidget* content_;
   ScrollArea* scroll_;
   QVBoxLayout* column_;
@@ -79,7 +67,6 @@ class MenuBarPanel final : public QWidget, public LookSource {
   SectionLabel* layoutName_;
   ListRow* continueSetup_ = nullptr;
   QWidget* profiles_;
-  QSize announced_;
 };
 
 }  // namespace tarnwick

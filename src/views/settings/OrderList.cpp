@@ -1,6 +1,5 @@
 #include "views/settings/OrderList.h"
 
-#include <QAbstractListModel>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QScrollBar>
@@ -10,6 +9,7 @@
 
 #include "views/controls/ControlTheme.h"
 #include "views/controls/Fields.h"
+#include "views/controls/PaintedList.h"
 #include "views/theme/Glass.h"
 #include "views/window/WindowTheme.h"
 
@@ -29,32 +29,18 @@ constexpr double kCaptionShare = 0.68;
 
 }  // namespace
 
-class OrderList::Model final : public QAbstractListModel {
+class OrderList::Model final : public ItemModel<OrderItem> {
  public:
-  explicit Model(OrderList& list) : QAbstractListModel(&list), list_(list) {}
+  explicit Model(OrderList& list) : ItemModel(&list), list_(list) {}
 
-  QList<OrderItem> items;
   bool renamable = false;
 
-  void set(const QList<OrderItem>& wanted) {
-    beginResetModel();
-    items = wanted;
-    endResetModel();
-  }
-  int rowOf(const QString& id) const {
-    const auto at = std::ranges::find(items, id, &OrderItem::id);
-    return at == items.end() ? -1 : static_cast<int>(at - items.begin());
-  }
-
-  int rowCount(const QModelIndex& parent = {}) const override {
-    return parent.isValid() ? 0 : static_cast<int>(items.size());
-  }
   QVariant data(const QModelIndex& index, int role) const override {
-    if (!index.isValid() || index.row() >= items.size()) return {};
-    const OrderItem& item = items[index.row()];
-    if (role == Qt::DisplayRole || role == Qt::EditRole || role == Qt::AccessibleTextRole) return item.title;
+    const OrderItem* item = at(index);
+    if (!item) return {};
+    if (role == Qt::DisplayRole || role == Qt::EditRole || role == Qt::AccessibleTextRole) return item->title;
     if (role == Qt::AccessibleDescriptionRole)
-      return item.value.isEmpty() ? item.caption : item.caption + u", "_s + item.value;
+      return item->value.isEmpty() ? item->caption : item->caption + u", "_s + item->value;
     return {};
   }
   bool setData(const QModelIndex& index, const QVariant& value, int role) override {
@@ -66,7 +52,7 @@ class OrderList::Model final : public QAbstractListModel {
   }
   Qt::ItemFlags flags(const QModelIndex& index) const override {
     if (!index.isValid()) return Qt::ItemIsDropEnabled;
-    Qt::ItemFlags flags = QAbstractListModel::flags(index) | Qt::ItemIsDragEnabled;
+    Qt::ItemFlags flags = ItemModel::flags(index) | Qt::ItemIsDragEnabled;
     if (renamable) flags |= Qt::ItemIsEditable;
     return flags;
   }
@@ -183,22 +169,13 @@ class OrderList::Painter final : public QStyledItemDelegate {
 };
 
 OrderList::OrderList(const QString& label, QWidget* parent) : QListView(parent), model_(new Model(*this)) {
-  setAccessibleName(label);
+  becomePaintedList(*this, label);
   setModel(model_);
   setItemDelegate(new Painter(*this));
-  setFrameShape(QFrame::NoFrame);
-  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-  setSelectionMode(QAbstractItemView::SingleSelection);
-  setEditTriggers(QAbstractItemView::NoEditTriggers);
   setDragDropMode(QAbstractItemView::InternalMove);
   setDefaultDropAction(Qt::MoveAction);
   setUniformItemSizes(true);
-  setMouseTracking(true);
   setTabKeyNavigation(false);
-  setAutoFillBackground(false);
-  viewport()->setAutoFillBackground(false);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   connect(this, &QAbstractItemView::doubleClicked, this, [this](const QModelIndex& index) {
     if (actionAt(viewport()->mapFromGlobal(QCursor::pos())) < 0) Q_EMIT opened(idAt(index));

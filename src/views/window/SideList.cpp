@@ -6,35 +6,21 @@
 
 #include "views/controls/ControlLook.h"
 #include "views/controls/ControlTheme.h"
+#include "views/controls/PaintedList.h"
 #include "views/theme/Glass.h"
 #include "views/window/WindowTheme.h"
 
 namespace tarnwick {
 
-class SideList::Model final : public QAbstractListModel {
+class SideList::Model final : public ItemModel<SideItem> {
  public:
-  using QAbstractListModel::QAbstractListModel;
+  using ItemModel::ItemModel;
 
-  QList<SideItem> items;
-
-  void set(const QList<SideItem>& wanted) {
-    beginResetModel();
-    items = wanted;
-    endResetModel();
-  }
-  int rowOf(const QString& id) const {
-    const auto at = std::ranges::find(items, id, &SideItem::id);
-    return at == items.end() ? -1 : static_cast<int>(at - items.begin());
-  }
-
-  int rowCount(const QModelIndex& parent = {}) const override {
-    return parent.isValid() ? 0 : static_cast<int>(items.size());
-  }
   QVariant data(const QModelIndex& index, int role) const override {
-    if (!index.isValid() || index.row() >= items.size()) return {};
-    const SideItem& item = items[index.row()];
-    if (role == Qt::DisplayRole || role == Qt::AccessibleTextRole) return item.title;
-    if (role == Qt::AccessibleDescriptionRole) return item.count;
+    const SideItem* item = at(index);
+    if (!item) return {};
+    if (role == Qt::DisplayRole || role == Qt::AccessibleTextRole) return item->title;
+    if (role == Qt::AccessibleDescriptionRole) return item->count;
     return {};
   }
 };
@@ -103,18 +89,9 @@ class SideList::Painter final : public QStyledItemDelegate {
 };
 
 SideList::SideList(const QString& label, int rowHeight, QWidget* parent) : QListView(parent), model_(new Model(this)) {
-  setAccessibleName(label);
+  becomePaintedList(*this, label);
   setModel(model_);
   setItemDelegate(new Painter(*this, rowHeight));
-  setFrameShape(QFrame::NoFrame);
-  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-  setSelectionMode(QAbstractItemView::SingleSelection);
-  setEditTriggers(QAbstractItemView::NoEditTriggers);
-  setMouseTracking(true);
-  setAutoFillBackground(false);
-  viewport()->setAutoFillBackground(false);
 }
 
 SideList::~SideList() = default;

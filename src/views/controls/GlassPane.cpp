@@ -1,0 +1,55 @@
+#include "views/controls/GlassPane.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+
+#include "views/controls/ControlTheme.h"
+
+namespace tarnwick {
+
+GlassPane::GlassPane() : frame_(new QVBoxLayout(this)) {
+  setAttribute(Qt::WA_NoSystemBackground);
+  frame_->setSpacing(0);
+  setLook(look_);
+}
+
+GlassPane::~GlassPane() = default;
+
+QMargins GlassPane::margins() const { return Glass::margins(look_.palette.panel, theme::kPanelShadowScale); }
+
+double GlassPane::corner() const { return theme::kPanelCorner / theme::kPanelShadowScale; }
+
+void GlassPane::setLook(const ControlLook& look) {
+  look_ = look;
+  const QMargins padding(theme::kPanelPadding, theme::kPanelPadding, theme::kPanelPadding, theme::kPanelPadding);
+  frame_->setContentsMargins(margins() + padding);
+  announceLook(*this);
+  updateGeometry();
+}
+
+void GlassPane::follow(QWidget* content) { content->installEventFilter(this); }
+
+bool GlassPane::event(QEvent* event) {
+  const bool result = QWidget::event(event);
+  if (event->type() == QEvent::LayoutRequest) {
+    if (const QSize size = sizeHint(); size != announced_) {
+      announced_ = size;
+      updateGeometry();
+      Q_EMIT sizeChanged();
+    }
+  }
+  return result;
+}
+
+bool GlassPane::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::LayoutRequest) QCoreApplication::postEvent(this, new QEvent(QEvent::LayoutRequest));
+  return QWidget::eventFilter(watched, event);
+}
+
+void GlassPane::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  glass_.paint(painter, rect().marginsRemoved(margins()), look_.palette.panel, corner(), theme::kPanelShadowScale);
+}
+
+}  // namespace tarnwick

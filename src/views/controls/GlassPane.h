@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QVBoxLayout>
+#include <QWidget>
+
+#include "views/controls/ControlLook.h"
+#include "views/theme/Glass.h"
+
+namespace tarnwick {
+
+/// A pane of glass with room around it for its shadow, as large as its content wants it: what opens beside a tile or
+/// below the status item. Derive from it and put controls into frame().
+class GlassPane : public QWidget, public LookSource {
+  Q_OBJECT
+ public:
+  ~GlassPane() override;
+
+  const ControlLook& look() const override { return look_; }
+  /// Room around the pane for its shadow; none where nothing composites.
+  QMargins margins() const;
+
+ Q_SIGNALS:
+  /// sizeHint() is another than before.
+  void sizeChanged();
+
+ protected:
+  GlassPane();
+
+  /// Where the content goes; the pane keeps its padding and its shadow clear.
+  QVBoxLayout& frame() { return *frame_; }
+  /// Another look for the pane and all that stands on it.
+  void setLook(const ControlLook& look);
+  /// Hears of a content within a scroll area, which keeps to itself that its content wants another size.
+  void follow(QWidget* content);
+  /// Of the corners, in logical pixels.
+  virtual double corner() const;
+
+  bool event(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  ControlLook look_;
+  Glass glass_;
+  QVBoxLayout* frame_;
+  QSize announced_;
+};
+
+}  // namespace tarnwick
