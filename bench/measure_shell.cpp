@@ -6,32 +6,22 @@
 //   measure_shell reveal PID RUNS X EDGE_Y AWAY_Y        from the pointer at the edge to frames of the dock
 //   measure_shell strip PID X EDGE_Y AWAY_Y FILE X Y W H what is seen there at each frame of a reveal, as a PPM
 #include <dirent.h>
-#include <poll.h>
 #include <unistd.h>
-#include <xcb/damage.h>
-#include <xcb/xtest.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <fstream>
-#include <memory>
 #include <string>
 #include <vector>
 
+#include "MeasuredDesktop.h"
+
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using Clock = MeasuredDesktop::Clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
-template <class T>
-using Reply = std::unique_ptr<T, decltype(&std::free)>;
-
-template <class T>
-Reply<T> own(T* reply) {
-  return {reply, &std::free};
-}
 
 constexpr auto kMousePeriod = std::chrono::milliseconds(8);
 constexpr auto kStill = std::chrono::milliseconds(1500);  ///< A dock that has drawn nothing for so long is at rest.
@@ -61,49 +51,19 @@ Usage usageOf(const std::string& pid) {
   return usage;
 }
 
-class Desktop {
+class Desktop : public MeasuredDesktop {
  public:
-  Desktop() : connection_(xcb_connect(nullptr, nullptr)) {
-    root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
-    const auto damage = xcb_damage_query_version(connection_, 1, 1);
-    own(xcb_damage_query_version_reply(connection_, damage, nullptr));
-    damageNotify_ = xcb_get_extension_data(connection_, &xcb_damage_id)->first_event + XCB_DAMAGE_NOTIFY;
-  }
-  ~Desktop() { xcb_disconnect(connection_); }
-  Desktop(const Desktop&) = delete;
-  Desktop& operator=(const Desktop&) = delete;
-
-  /// Moves as a mouse does, which tells ways and not places.
-  void moveTo(int x, int y) const {
-    const auto at = own(xcb_query_pointer_reply(connection_, xcb_query_pointer(connection_, root_), nullptr));
-    moveBy(x - at->root_x, y - at->root_y);
-  }
-  void moveBy(int x, int y) const {
-    xcb_test_fake_input(connection_, XCB_MOTION_NOTIFY, 1, XCB_CURRENT_TIME, XCB_NONE, static_cast<int16_t>(x),
-                        static_cast<int16_t>(y), 0);
-    xcb_flush(connection_);
-  }
-
   /// From now on what is drawn on the windows of the process is told.
   void watch(const std::string& pid) const {
-    for (const uint32_t window : words(root_, "_NET_CLIENT_LIST")) {
-      if (words(window, "_NET_WM_PID") != std::vector<uint32_t>{static_cast<uint32_t>(std::stoul(pid))}) continue;
-      xcb_damage_create(connection_, xcb_generate_id(connection_), window, XCB_DAMAGE_REPORT_LEVEL_RAW_RECTANGLES);
-    }
-    xcb_flush(connection_);
+    for (const xcb_window_t window : windowsOf(pid)) watchDrawing(window);
   }
   /// Whether something was drawn within the time.
   bool waitForDrawing(Clock::duration patience) const {
     const auto end = Clock::now() + patience;
-    for (;;) {
-      while (const auto event = own(xcb_poll_for_event(connection_))) {
-        if ((event->response_type & 0x7f) == damageNotify_) return true;
-      }
-      const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now());
-      if (left.count() <= 0) return false;
-      pollfd ready{xcb_get_file_descriptor(connection_), POLLIN, 0};
-      poll(&ready, 1, static_cast<int>(left.count()));
+    while (const auto event = nextEvent(end)) {
+      if (isDrawing(*event)) return true;
     }
+    return false;
   }
   void waitUntilStill() const {
     while (waitForDrawing(kStill)) {
@@ -112,9 +72,9 @@ class Desktop {
 
   std::vector<uint8_t> picture(int x, int y, int width, int height) const {
     const auto cookie =
-        xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, root_, static_cast<int16_t>(x), static_cast<int16_t>(y),
+        xcb_get_image(connection(), XCB_IMAGE_FORMAT_Z_PIXMAP, root(), static_cast<int16_t>(x), static_cast<int16_t>(y),
                       static_cast<uint16_t>(width), static_cast<uint16_t>(height), ~0U);
-    const auto image = own(xcb_get_image_reply(connection_, cookie, nullptr));
+    const auto image = own(xcb_get_image_reply(connection(), cookie, nullptr));
     const uint8_t* pixels = xcb_get_image_data(image.get());
     std::vector<uint8_t> colours;
     for (int i = 0; i < width * height; ++i) {
@@ -122,21 +82,6 @@ class Desktop {
     }
     return colours;
   }
-
- private:
-  std::vector<uint32_t> words(xcb_window_t window, const char* name) const {
-    const auto length = static_cast<uint16_t>(std::strlen(name));
-    const auto atom = own(xcb_intern_atom_reply(connection_, xcb_intern_atom(connection_, 0, length, name), nullptr));
-    const auto cookie = xcb_get_property(connection_, 0, window, atom->atom, XCB_ATOM_ANY, 0, 256);
-    const auto reply = own(xcb_get_property_reply(connection_, cookie, nullptr));
-    if (!reply) return {};
-    const auto* first = static_cast<const uint32_t*>(xcb_get_property_value(reply.get()));
-    return {first, first + xcb_get_property_value_length(reply.get()) / 4};
-  }
-
-  xcb_connection_t* connection_;
-  xcb_window_t root_;
-  int damageNotify_;
 };
 
 void print(const char* what, const Usage& before, const Usage& after, double seconds) {
