@@ -352,6 +352,8 @@ TEST(Painting, StaysWithinTheGlassAndItsMargins) {
         row.style = style;
         row.composited = composited;
         row.scale = scale;
+        row.runningApps = runningApps();
+        row.widgets.insert(1, widget(u"dockSeparator"_s));
         const auto view = makeView(row, 1400);
         const QImage image = paintedBy(*view);
         const QRect room = view->glassRect().toAlignedRect().marginsAdded(view->margins());
@@ -383,6 +385,12 @@ TEST(Painting, AppsOfADockWithoutGlassStandOnOnePlate) {
   EXPECT_TRUE(outline.contains(QPoint(plate.left() + static_cast<int>(theme::kAppSlot), plate.top())))
       << "no corners where two applications meet";
   EXPECT_FALSE(outline.contains(plate.topLeft()));
+  for (const QPointF middle : {view->itemRect(1).center(), layout.separator.center()})
+    EXPECT_TRUE(outline.contains(middle.toPoint())) << "a line is cut away at " << middle.x();
+  row.widgets.clear();
+  row.runningApps.clear();
+  const auto none = makeView(row);
+  EXPECT_TRUE(none->outlineRegion().contains(none->glassRect().center().toPoint())) << "an empty dock cannot be seen";
 }
 
 TEST(Painting, EveryKindStaysWithinItsTile) {

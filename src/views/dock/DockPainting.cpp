@@ -175,11 +175,11 @@ void DockView::paintPart(QPainter& painter, const QRect& part) {
   painter.setRenderHint(QPainter::Antialiasing);
   glass_.paint(painter, layout_.glass, palette_.glass, theme::kDockCorner, row_.scale, part);
   paintPicture(painter);
+  if (!row_.composited && !palette_.glass.bodyTop.isValid())
+    // The window is cut to what stands on it, whose corners must be full for that.
+    for (const QRect& cut : outlineRegion()) painter.fillRect(cut, palette_.tile);
   if (isEmpty()) paintEmpty(painter);
   if (!layout_.tabs.isEmpty()) paintTabs(painter);
-  if (!row_.composited && !palette_.glass.bodyTop.isValid())
-    // The window is cut to its tiles, whose corners must be full for that.
-    for (const QRectF& plate : layout_.plates(row_)) painter.fillRect(plate.toAlignedRect(), palette_.tile);
   if (layout_.overflow > 0)
     paintItemsThatEnd(painter, part);
   else
@@ -299,11 +299,15 @@ QPixmap DockView::pictureOfRow() {
   return picture;
 }
 
+QRectF DockView::emptyGround() const {
+  const double inset = theme::kInset / 2 * row_.scale;  // The words reach closer to the edge than tiles do.
+  return layout_.glass.adjusted(inset, inset, -inset, -inset);
+}
+
 void DockView::paintEmpty(QPainter& painter) {
   const TextLine line = addWidgetsLine(row_.scale);
   const QPointF centre = layout_.glass.center();
-  const double inset = theme::kInset / 2 * row_.scale;  // The words reach closer to the edge than tiles do.
-  const QRectF ground = layout_.glass.adjusted(inset, inset, -inset, -inset);
+  const QRectF ground = emptyGround();
   if (pointer_ && layout_.glass.contains(*pointer_))
     drawRounded(painter, ground, theme::kTileCorner * row_.scale, press_ ? palette_.tilePressed : palette_.tileHover);
   else

@@ -164,6 +164,7 @@ void DockView::applyRow(const DockRow& row) {
   const qsizetype kept = focusKey.isEmpty() ? -1 : itemWithKey(focusKey);
   focused_ = kept >= 0 ? kept : std::min(focusedBefore, layout_.items.size() - 1);
   if (hasFocus() && (kept < 0 || kept != focusedBefore)) focusItem(std::max<qsizetype>(focused_, 0));
+  tellNames();
 }
 
 void DockView::refresh(const TileSources& sources, const std::function<bool(const DockWidget&)>& which) {
@@ -193,6 +194,7 @@ void DockView::describe() {
     if (const auto tile = tiles_.constFind(widget.id); tile != tiles_.constEnd() && isSolid(tile->content))
       tips.append(tile->text.tip());
   setAccessibleDescription(tips.join(u"; "_s));
+  tellNames();
 }
 
 void DockView::setPanelOpen(const QUuid& widget) {
@@ -252,10 +254,12 @@ QRectF DockView::fullGlass() const {
 QRegion DockView::outlineRegion() const {
   const double scale = row_.scale;
   if (palette_.glass.bodyTop.isValid()) return Glass::outline(fullGlass().toAlignedRect(), theme::kDockCorner * scale);
+  if (isEmpty()) return Glass::outline(emptyGround().toAlignedRect(), theme::kTileCorner * scale);
   QRegion region;
   for (const QRectF& plate : layout_.plates(row_))
     region += Glass::outline(plate.toAlignedRect(), theme::kTileCorner * scale);
-  for (const QRectF& tab : layout_.tabs) region += tab.toAlignedRect();
+  for (const QRectF& tab : layout_.tabs) region += Glass::outline(tab.toAlignedRect(), tab.height() / 2);
+  for (const QRectF& line : layout_.lines(row_, ratio())) region += line.toAlignedRect();
   return region;
 }
 

@@ -16,6 +16,7 @@
 #include "views/dock/DropRules.h"
 #include "views/dock/Gestures.h"
 #include "views/dock/GlassPicture.h"
+#include "views/dock/ItemCommand.h"
 #include "views/dock/RowLayout.h"
 #include "views/dock/SpringSet.h"
 #include "views/theme/Glass.h"
@@ -34,6 +35,9 @@ class DockView : public QWidget {
   /// Gives an application's icon, `size` units wide, for a screen with `ratio` device pixels per unit. For a tile that
   /// the user put there only `name` and `icon` of the application are set.
   using IconProvider = std::function<QPixmap(const DockApp& app, int size, double ratio)>;
+  /// Gives what the menu of a tile offers at the moment, or that of a running application where the widget is null.
+  using CommandProvider =
+      std::function<QList<ItemCommand>(const QUuid& widget, quint64 application, const QRect& beside)>;
 
   explicit DockView(QWidget* parent = nullptr);
   ~DockView() override;
@@ -41,6 +45,8 @@ class DockView : public QWidget {
   /// What the delays of hover are counted with; borrowed. Without one the pointer brings no tabs.
   void setScheduler(Scheduler* scheduler);
   void setIconProvider(IconProvider provider);
+  /// For those who cannot see a menu. A view without one offers nothing but to open it.
+  void setCommandProvider(CommandProvider provider) { commands_ = std::move(provider); }
   /// Asks the provider for every icon anew.
   void forgetIcons();
   /// Asked when a drag would switch profiles: true while that must not be, as while a widget's panel is open.
@@ -80,6 +86,7 @@ class DockView : public QWidget {
   qsizetype itemCount() const { return layout_.items.size(); }
   QRectF itemRect(qsizetype item) const { return layout_.items.value(item).rect; }
   TileText itemText(qsizetype item) const;
+  QList<ItemCommand> itemCommands(qsizetype item) const;
   void activateItem(qsizetype item);
   void openItemMenu(qsizetype item);
   void openDockMenu() { openItemMenu(-1); }
@@ -178,6 +185,7 @@ class DockView : public QWidget {
   void relayout();
   void applyRow(const DockRow& row);
   void describe();
+  void tellNames();
   void updateItem(qsizetype item);
   void updateRow();
 
@@ -249,6 +257,7 @@ class DockView : public QWidget {
   void paintTabs(QPainter& painter);
   void paintPicture(QPainter& painter);
   void paintEmpty(QPainter& painter);
+  QRectF emptyGround() const;
   void paintSlide(QPainter& painter);
   void clipSlide(QPainter& painter);
   void paintInsertion(QPainter& painter);
@@ -268,6 +277,7 @@ class DockView : public QWidget {
   GlassPicture picture_;
   Scheduler* scheduler_ = nullptr;
   IconProvider icons_;
+  CommandProvider commands_;
   TileIcons tileIcons_;
   QHash<QString, QPixmap> iconCache_;
   std::function<bool()> switchGuard_;
@@ -294,6 +304,7 @@ class DockView : public QWidget {
   qsizetype hovered_ = -1;
   qsizetype pressed_ = -1;
   qsizetype focused_ = -1;
+  QStringList toldNames_;  ///< What screen readers know the items by.
   QUuid panelOpen_;
   bool menuOpen_ = false;
 

@@ -35,8 +35,9 @@ struct Block {
   }
 };
 
+bool isLine(const DockWidget& widget) { return widget.kind == u"dockSeparator"_s; }
 /// Tiles that only part others.
-bool isGap(const DockWidget& widget) { return widget.kind == u"dockSeparator"_s || widget.kind == u"dockSpace"_s; }
+bool isGap(const DockWidget& widget) { return isLine(widget) || widget.kind == u"dockSpace"_s; }
 
 Block appBlock(const DockRow& row, bool lineBefore, bool lineAfter) {
   Block block;
@@ -272,6 +273,19 @@ QList<QRectF> RowLayout::plates(const DockRow& row) const {
     afterApp = isApp;
   }
   return plates;
+}
+
+QList<QRectF> RowLayout::lines(const DockRow& row, double ratio) const {
+  QList<QRectF> lines;
+  if (!separator.isEmpty()) lines << separator;
+  const QSizeF size(row.scale, theme::kSeparatorHeight * row.scale);
+  for (const RowItem& item : items) {
+    if (item.kind == RowItem::Kind::App || !isLine(row.widgets[item.index])) continue;
+    const QPointF middle = item.rect.center();
+    lines << QRectF(middle - QPointF(size.width(), size.height()) / 2, size);
+  }
+  for (QRectF& line : lines) line.adjust(-1 / ratio, -1 / ratio, 1 / ratio, 1 / ratio);
+  return lines;
 }
 
 qsizetype RowLayout::itemOf(RowItem::Kind kind, qsizetype index) const {

@@ -48,6 +48,8 @@ struct RowLayout {
   /// The grounds that a dock without glass is cut to: one of each widget that shows something, and one of all running
   /// applications.
   QList<QRectF> plates(const DockRow& row) const;
+  /// The lines that part tiles, each with room for a ring of one device pixel.
+  QList<QRectF> lines(const DockRow& row, double ratio) const;
   /// The item of a widget or a running application; -1 for none.
   qsizetype itemOf(RowItem::Kind kind, qsizetype index) const;
   /// The number of widgets whose middle is read before `x`: where something dropped there goes.
