@@ -47,7 +47,8 @@ void PanelHost::showPanel(Panel& dock, const QRect& tile) {
                              display_,
                              [this, display = display_] { return setup_.sources(display); },
                              setup_.actions ? setup_.actions() : PanelActions(),
-                             setup_.readings};
+                             setup_.readings,
+                             &drafts_};
   std::unique_ptr<TilePanel> panel = makePanel(context);
   panel_ = panel.get();
   applyLook();
@@ -58,6 +59,7 @@ void PanelHost::showPanel(Panel& dock, const QRect& tile) {
   presentation_->setReduceMotion(setup_.motion->reducesMotion());
   presentation_->setComposited(setup_.panels->isComposited());
 
+  connect(panel_, &TilePanel::closeRequested, this, [this, id = widget_] { drafts_.forget(id); });
   // The panel stays alive until the event that closes it is over.
   connect(panel_, &TilePanel::closeRequested, this, &PanelHost::close, Qt::QueuedConnection);
   connect(presentation_, &PanelPresentation::vanished, this, &PanelHost::drop, Qt::QueuedConnection);
@@ -113,6 +115,8 @@ void PanelHost::forget() {
 void PanelHost::drop() {
   // A late word of a panel that is gone must not take the next one.
   if (!display_.isEmpty()) return;
+  // A panel that is hidden before it goes can still take what is being written in it.
+  if (panel_) panel_->hide();
   panel_ = nullptr;
   presentation_ = nullptr;
   popup_.reset();

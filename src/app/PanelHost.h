@@ -9,6 +9,7 @@
 
 #include "desktop/Panels.h"
 #include "views/panels/PanelContext.h"
+#include "views/panels/PanelDrafts.h"
 
 namespace tarnwick {
 
@@ -67,6 +68,7 @@ class PanelHost final : public QObject {
 
   AppStore& store_;
   PanelHostSetup setup_;
+  PanelDrafts drafts_;
   QString display_;  ///< Empty while no panel is open.
   QUuid widget_;
   std::unique_ptr<Popup> popup_;

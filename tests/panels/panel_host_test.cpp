@@ -1,10 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <QPointer>
+#include <QTest>
 
 #include "app/PanelHost.h"
 #include "desktop/MotionPreference.h"
 #include "support/TestFrameClock.h"
+#include "views/controls/Fields.h"
+#include "views/controls/Rows.h"
 #include "views/panels/PanelPresentation.h"
 #include "views/snapshot/SnapshotFixture.h"
 
@@ -101,7 +104,12 @@ struct PanelHostTest : testing::Test {
   const QRect tile{100, 20, 76, 64};
   PanelHost host{
       fixture.store(),
-      {&context.toggles, &panels, &clocks, &motion, [](const QString&) { return SnapshotFixture::sources(); }, {}}};
+      {&context.toggles, &panels, &clocks, &motion, [](const QString&) { return SnapshotFixture::sources(); },
+       [] {
+         PanelActions actions;
+         actions.openUrl = [](const QUrl&) {};
+         return actions;
+       }}};
   QStringList told;
 };
 
@@ -165,6 +173,49 @@ TEST_F(PanelHostTest, ClosesWithWhatItBelongsTo) {
   reopen();
   dock.reset();
   EXPECT_FALSE(host.hasActivePanel(u"one"_s));
+}
+
+TEST_F(PanelHostTest, WhatWasWrittenIsThereUntilItLedToSomething) {
+  const auto field = [this] { return dock->last->content->findChild<TextField*>(); };
+  const auto closeAndOpen = [&](const QString& kind) {
+    dock->last->escape();
+    settle();
+    open(kind);
+    settle();
+  };
+  const struct {
+    QString kind;
+    QString text;
+    bool isUsedByReturn;
+  } cases[] = {
+      {u"quickTodo"_s, u"Water the pl"_s, true},     {u"webSearch"_s, u"how long do"_s, true},
+      {u"bookmarks"_s, u"train"_s, false},           {u"emojiRecents"_s, u"hea"_s, false},
+      {u"worldClockList"_s, u"Lis"_s, true},         {u"calculator"_s, u"12 +"_s, false},
+      {u"colorPicker"_s, u"#2E8"_s + u"Q"_s, false},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.kind.toStdString());
+    open(each.kind);
+    ASSERT_NE(field(), nullptr);
+    field()->selectAll();
+    field()->insert(each.text);
+    closeAndOpen(u"cpu"_s);
+    closeAndOpen(each.kind);
+    ASSERT_EQ(field()->text(), each.text);
+    if (!each.isUsedByReturn) continue;
+    QTest::keyClick(field(), Qt::Key_Return);
+    settle();
+    if (host.openWidget().isNull()) open(each.kind);
+    closeAndOpen(each.kind);
+    EXPECT_EQ(field()->text(), QString());
+  }
+  // A thing to do that is being worded anew has its new words.
+  closeAndOpen(u"quickTodo"_s);
+  auto* row = dock->last->content->findChild<CheckRow*>();
+  QTest::keyClick(row, Qt::Key_F2);
+  row->parentWidget()->findChild<TextField*>()->setText(u"Call the dentist"_s);
+  host.closeAtOnce();
+  EXPECT_EQ(fixture.store().config().todos.first().text, u"Call the dentist"_s);
 }
 
 }  // namespace

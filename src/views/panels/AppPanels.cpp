@@ -34,6 +34,7 @@ class AppsPanel : public TilePanel {
     body().addWidget(none_);
     body().addWidget(view_);
     view_->setMostRows(6);
+    keepDraft(*field_);
     connect(field_, &QLineEdit::textChanged, this, &AppsPanel::refreshNow);
   }
 
@@ -173,7 +174,7 @@ class AppFolderPanel final : public AppsPanel {
 
   void choose(bool choosing) {
     choosing_ = choosing;
-    field().clear();
+    if (!choosing) field().clear();
     refreshNow();
     if (choosing) field().setFocus(Qt::OtherFocusReason);
   }

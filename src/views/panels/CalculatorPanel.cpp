@@ -68,6 +68,7 @@ class CalculatorPanel final : public TilePanel {
       // What the tile shows is the last calculation that had a result.
       if (answer_.value || text.trimmed().isEmpty()) setOption(u"expression"_s, text);
     });
+    keepDraft(*field_, [this] { return !answer_.value && !field_->text().trimmed().isEmpty(); });
     connect(field_, &QLineEdit::returnPressed, this, [this] { goOn(); });
   }
 
@@ -83,7 +84,7 @@ class CalculatorPanel final : public TilePanel {
   void showEvent(QShowEvent* event) override {
     TilePanel::showEvent(event);
     field_->setFocus();
-    field_->selectAll();
+    if (answer_.value) field_->selectAll();
   }
 
  private:

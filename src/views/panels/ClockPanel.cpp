@@ -61,6 +61,7 @@ class ClockPanel final : public TilePanel {
     body().addWidget(nothing_);
     buildMonth();
     body().addWidget(monthPart_);
+    keepDraft(*field_);
     connect(field_, &QLineEdit::textChanged, this, [this] { search(); });
     connect(field_, &QLineEdit::returnPressed, this, [this] {
       if (!found_.isEmpty()) take(found_.first());

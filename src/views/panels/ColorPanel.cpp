@@ -87,10 +87,11 @@ class ColorPanel final : public TilePanel {
     if (context.actions.copyText) addForms();
     addRecent();
     connect(field_, &QLineEdit::textEdited, this, [this](const QString& text) {
-      const auto color = colorOfHex(text);
-      field_->setFaulty(!color && !text.trimmed().isEmpty());
-      if (color) setOption(u"color"_s, hexOf(*color));
+      if (const auto color = colorOfHex(text)) setOption(u"color"_s, hexOf(*color));
     });
+    const auto isUnfinished = [this] { return !colorOfHex(field_->text()) && !field_->text().trimmed().isEmpty(); };
+    connect(field_, &QLineEdit::textChanged, this, [this, isUnfinished] { field_->setFaulty(isUnfinished()); });
+    keepDraft(*field_, isUnfinished);
     connect(field_, &QLineEdit::editingFinished, this, [this] {
       if (colorOfHex(field_->text())) takeColor(store(), this->context().widget, field_->text());
     });

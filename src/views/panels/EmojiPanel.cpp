@@ -149,6 +149,7 @@ class EmojiPanel final : public TilePanel {
     nothing_->setAlignment(Qt::AlignCenter);
     nothing_->setGeometry(0, 0, kColumns * kCell, kCell * 2);
     for (EmojiGrid* grid : {recent_, all_}) grid->chosen = [this](const QString& emoji) { take(emoji); };
+    keepDraft(*search_);
     connect(search_, &QLineEdit::textChanged, this, [this] { fill(); });
     connect(search_, &QLineEdit::returnPressed, this, [this] {
       if (const QStringList found = EmojiTable::search(search_->text()); !search_->text().isEmpty() && !found.isEmpty())
@@ -179,6 +180,7 @@ class EmojiPanel final : public TilePanel {
   void take(const QString& emoji) {
     if (!context().actions.copyText) return;
     context().actions.copyText(emoji);
+    forgetDrafts();
     header().setNote(words("%1 copied").arg(emoji));
     QStringList recent = recentEmoji(widget());
     recent.removeAll(emoji);

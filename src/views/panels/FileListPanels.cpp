@@ -185,6 +185,7 @@ class FileSearchPanel final : public FileListPanel {
     addBleeding(body(), &view());
     view().setMostRows(8);
     view().followField(*field_);
+    keepDraft(*field_);
     connect(field_, &QLineEdit::textChanged, &finder_, &FileFinder::find);
     connect(field_, &QLineEdit::textChanged, this, &FileSearchPanel::refreshNow);
     connect(&finder_, &FileFinder::changed, this, &FileSearchPanel::refreshNow);

@@ -20,6 +20,8 @@
 
 namespace tarnwick {
 
+class PanelDrafts;
+
 /// What a panel can ask of the rest of the program. One that is left empty is not offered: test it before a button for
 /// it is made.
 struct PanelActions {
@@ -72,6 +74,8 @@ struct PanelContext {
   std::function<TileSources()> sources;
   PanelActions actions;
   ReadingServices readings = {};
+  /// Null where what was written and not used yet goes with the panel.
+  PanelDrafts* drafts = nullptr;
 
   /// The widget's kind; empty when the settings hold it no more.
   QString kind() const {

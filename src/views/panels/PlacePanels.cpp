@@ -94,6 +94,7 @@ class BookmarksPanel final : public TilePanel {
     view_->followField(*field_);
     view_->setPicture(
         [this](QPainter& painter, const QRectF& box, const ViewItem& item) { paintSite(painter, box, item); });
+    keepDraft(*field_);
     connect(field_, &QLineEdit::textChanged, this, &BookmarksPanel::fill);
     connect(view_, &ItemView::opened, this, [this](const QString& address) {
       if (!this->context().actions.openUrl) return;
@@ -176,6 +177,7 @@ class WebSearchPanel final : public TilePanel {
     body().addSpacing(theme::kPanelHeaderBelow);
     body().addWidget(search_, 0, Qt::AlignRight);
     connect(search_, &QPushButton::clicked, this, &WebSearchPanel::search);
+    keepDraft(*field_);
     connect(field_, &QLineEdit::returnPressed, this, &WebSearchPanel::search);
     connect(field_, &QLineEdit::textChanged, this, &WebSearchPanel::refreshNow);
   }

@@ -8,6 +8,7 @@
 #include "views/controls/Buttons.h"
 #include "views/controls/ScrollArea.h"
 #include "views/controls/Turned.h"
+#include "views/panels/PanelDrafts.h"
 #include "views/theme/Theme.h"
 #include "views/tiles/TileContent.h"
 #include "widgets/catalog/Catalog.h"
@@ -21,7 +22,6 @@ namespace {
 constexpr int kEmptySymbol = 28;
 constexpr int kEmptyGap = 8;
 constexpr int kEmptyAround = 12;
-constexpr int kMessageSymbol = 16;
 
 /// A symbol or badge in the middle of a line of its own.
 class Sign final : public QWidget {
@@ -48,19 +48,6 @@ class Sign final : public QWidget {
  private:
   QString symbol_;
   QString initial_;
-};
-
-/// The mark before a message.
-class Warning final : public QWidget {
- public:
-  explicit Warning(QWidget* parent) : QWidget(parent) { setFixedSize(kMessageSymbol, kMessageSymbol); }
-
- protected:
-  void paintEvent(QPaintEvent*) override {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    drawControlSymbol(painter, u"exclamationmark.circle"_s, rect(), lookOf(*this).palette.accent(Accent::Orange));
-  }
 };
 
 }  // namespace
@@ -111,24 +98,20 @@ class TilePanel::EmptyView final : public QWidget {
 
 TilePanel::TilePanel(const PanelContext& context, int width)
     : context_(context), width_(width), header_(new PanelHeader(this)) {
-  setAttribute(Qt::WA_NoSystemBackground);
   takeWidget();
-  look_.accent = tileAccent(definition());
-
-  frame_ = new QVBoxLayout(this);
-  frame_->setSpacing(0);
-  frame_->addWidget(header_);
+  setLook({look().palette, tileAccent(definition())});
+  frame().addWidget(header_);
 
   message_ = new QWidget(this);
   auto* row = new QHBoxLayout(message_);
   row->setContentsMargins(0, theme::kPanelHeaderBelow, 0, 0);
   row->setSpacing(theme::kRowGap);
-  row->addWidget(new Warning(message_), 0, Qt::AlignTop);
+  row->addWidget(new WarningMark(message_), 0, Qt::AlignTop);
   messageText_ = new TextLabel({}, TextStyle::Body, Tone::Primary, message_);
   messageText_->setWordWrap(true);
   row->addWidget(messageText_, 1);
   message_->hide();
-  frame_->addWidget(message_);
+  frame().addWidget(message_);
 
   scroll_ = new ScrollArea(this);
   content_ = new QWidget;
@@ -145,10 +128,9 @@ TilePanel::TilePanel(const PanelContext& context, int width)
   column->addWidget(empty_);
   scroll_->setWidget(content_);
   content_->setAutoFillBackground(false);
-  content_->installEventFilter(this);
-  addBleeding(*frame_, scroll_);
-  frame_->setStretchFactor(scroll_, 1);
-  arrange();
+  follow(content_);
+  addBleeding(frame(), scroll_);
+  frame().setStretchFactor(scroll_, 1);
 
   if (isConnectedFamily(definition().family))
     header_->setInitial(definition().name.left(1).toUpper());
@@ -172,6 +154,18 @@ void TilePanel::start() {
   connect(&context_.toggles, &Toggles::changed, this, whenShown);
   connect(&store().system(), &SystemMetrics::changed, this, whenShown);
   refreshNow();
+  if (!context_.drafts) return;
+  for (const auto& keep : kept_) keep(*context_.drafts);
+}
+
+void TilePanel::keepDraft(QLineEdit& field, std::function<bool()> isUnfinished) {
+  kept_.emplace_back([id = context_.widget, &field, isUnfinished = std::move(isUnfinished)](PanelDrafts& drafts) {
+    drafts.keep(id, field, isUnfinished);
+  });
+}
+
+void TilePanel::forgetDrafts() {
+  if (context_.drafts) context_.drafts->forget(context_.widget);
 }
 
 void TilePanel::refreshNow() {
@@ -226,19 +220,8 @@ void TilePanel::setDockLook(DockStyle style, Backdrop backdrop, bool monochrome)
   const bool light = Palette::make(style, backdrop, monochrome).light;
   // A panel has a ground of its own, which the plain scheme's colours are meant for.
   const ControlLook wanted{Palette::make(light ? DockStyle::LightGlass : DockStyle::DarkGlass, backdrop, monochrome),
-                           look_.accent};
-  if (wanted == look_) return;
-  look_ = wanted;
-  arrange();
-  announceLook(*this);
-}
-
-QMargins TilePanel::margins() const { return Glass::margins(look_.palette.panel, theme::kPanelShadowScale); }
-
-void TilePanel::arrange() {
-  const QMargins padding(theme::kPanelPadding, theme::kPanelPadding, theme::kPanelPadding, theme::kPanelPadding);
-  frame_->setContentsMargins(margins() + padding);
-  updateGeometry();
+                           look().accent};
+  if (wanted != look()) setLook(wanted);
 }
 
 QSize TilePanel::panelSize() const {
@@ -246,33 +229,6 @@ QSize TilePanel::panelSize() const {
   if (!header_->isHidden()) height += header_->height();
   if (!message_->isHidden()) height += message_->layout()->totalHeightForWidth(contentWidth());
   return {width_, height};
-}
-
-bool TilePanel::event(QEvent* event) {
-  const bool result = QWidget::event(event);
-  if (event->type() == QEvent::LayoutRequest) {
-    if (const QSize size = sizeHint(); size != announced_) {
-      announced_ = size;
-      updateGeometry();
-      Q_EMIT sizeChanged();
-    }
-  }
-  return result;
-}
-
-bool TilePanel::eventFilter(QObject* watched, QEvent* event) {
-  // A scroll area keeps to itself that its content wants another size.
-  if (watched == content_ && event->type() == QEvent::LayoutRequest)
-    QCoreApplication::postEvent(this, new QEvent(QEvent::LayoutRequest));
-  return QWidget::eventFilter(watched, event);
-}
-
-void TilePanel::paintEvent(QPaintEvent*) {
-  QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  const GlassColors& colors = look_.palette.panel;
-  glass_.paint(painter, rect().marginsRemoved(margins()), colors, theme::kPanelCorner / theme::kPanelShadowScale,
-               theme::kPanelShadowScale);
 }
 
 PanelHeader::PanelHeader(QWidget* parent) : QWidget(parent), actions_(new QHBoxLayout(this)) {

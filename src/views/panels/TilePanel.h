@@ -4,14 +4,16 @@
 #include <QVBoxLayout>
 #include <QWidget>
 #include <functional>
+#include <vector>
 
 #include "config/DockWidget.h"
-#include "views/controls/ControlLook.h"
 #include "views/controls/ControlTheme.h"
+#include "views/controls/GlassPane.h"
 #include "views/controls/Labels.h"
 #include "views/panels/PanelContext.h"
-#include "views/theme/Glass.h"
 #include "widgets/catalog/WidgetDefinition.h"
+
+class QLineEdit;
 
 namespace tarnwick {
 
@@ -35,7 +37,7 @@ struct EmptyState {
 ///
 /// While it is shown, refresh() is called on every beat and after every change of the settings, of the switches and of
 /// the readings. A panel takes the size of its content, and scrolls where the screen has no room for that.
-class TilePanel : public QWidget, public LookSource {
+class TilePanel : public GlassPane {
   Q_OBJECT
  public:
   explicit TilePanel(const PanelContext& context, int width = theme::kPanelWidth);
@@ -46,9 +48,6 @@ class TilePanel : public QWidget, public LookSource {
 
   /// The dock's look, which the panel follows.
   void setDockLook(DockStyle style, Backdrop backdrop, bool monochrome);
-  const ControlLook& look() const override { return look_; }
-  /// Room around the pane for its shadow; none where nothing composites.
-  QMargins margins() const;
   /// The pane alone, as large as its content wants it.
   QSize panelSize() const;
   QSize sizeHint() const override { return panelSize().grownBy(margins()); }
@@ -66,8 +65,6 @@ class TilePanel : public QWidget, public LookSource {
  Q_SIGNALS:
   /// The widget is gone or the panel has done its work. Whoever owns it closes it, not within this signal.
   void closeRequested();
-  /// sizeHint() may have changed.
-  void sizeChanged();
 
  protected:
   /// Shows what is true now. `sources` is what tiles show at the same moment.
@@ -86,26 +83,23 @@ class TilePanel : public QWidget, public LookSource {
   /// Shows an empty state in place of header and body, or them again.
   void showEmpty(const EmptyState& state);
   void hideEmpty();
+  /// What is written in the field outlives the panel until something came of it. For a field whose text the settings do
+  /// not hold as it is written. To be called in the constructor; `isUnfinished` as in PanelDrafts::keep().
+  void keepDraft(QLineEdit& field, std::function<bool()> isUnfinished = {});
+  /// Something came of it.
+  void forgetDrafts();
   /// Calls refresh() soon, as after an operation of the panel's own.
   void refreshNow();
-
-  bool event(QEvent* event) override;
-  bool eventFilter(QObject* watched, QEvent* event) override;
-  void paintEvent(QPaintEvent* event) override;
 
  private:
   class EmptyView;
 
   void takeWidget();
-  void arrange();
   int contentWidth() const { return width_ - theme::kPanelPadding * 2; }
 
   PanelContext context_;
   DockWidget widget_;
   int width_;
-  ControlLook look_;
-  Glass glass_;
-  QVBoxLayout* frame_;
   PanelHeader* header_;
   QWidget* message_;
   TextLabel* messageText_;
@@ -114,7 +108,7 @@ class TilePanel : public QWidget, public LookSource {
   QWidget* own_;
   QVBoxLayout* body_;
   EmptyView* empty_;
-  QSize announced_;
+  std::vector<std::function<void(PanelDrafts&)>> kept_;
 };
 
 /// Symbol, title, perhaps a quiet word, and one action.

@@ -61,6 +61,9 @@ class TodoRow final : public QWidget {
 
   CheckRow* check() { return check_; }
 
+  /// Takes what stands in the field, if it is open; a text of blanks changes nothing.
+  void finish() { endEditing(true); }
+
  protected:
   bool event(QEvent* event) override {
     if (event->type() == QEvent::HoverEnter || event->type() == QEvent::HoverLeave) reveal();
@@ -112,7 +115,6 @@ class TodoRow final : public QWidget {
     reveal();
   }
 
-  /// A text of blanks changes nothing.
   void endEditing(bool keep) {
     if (field_->isHidden()) return;
     const bool hadFocus = field_->hasFocus();
@@ -163,6 +165,7 @@ class TodosPanel final : public TilePanel {
     line->setContentsMargins(0, 0, 0, 0);
     line->addWidget(clear_, 0, Qt::AlignLeft | Qt::AlignBottom);
     addBleeding(body(), footer);
+    keepDraft(*field_);
     connect(field_, &QLineEdit::returnPressed, this, [this] {
       store().addTodo(field_->text());
       field_->clear();
@@ -189,6 +192,10 @@ class TodosPanel final : public TilePanel {
   void showEvent(QShowEvent* event) override {
     TilePanel::showEvent(event);
     field_->setFocus();
+  }
+  void hideEvent(QHideEvent* event) override {
+    for (int i = 0; i < rows_->count(); ++i) static_cast<TodoRow*>(rows_->itemAt(i)->widget())->finish();
+    TilePanel::hideEvent(event);
   }
 
  private:
