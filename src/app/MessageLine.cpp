@@ -28,6 +28,7 @@ void MessageLine::update() {
 std::unique_ptr<MessageBubble> MessageLine::make() {
   auto bubble = std::make_unique<MessageBubble>();
   bubble->setMessage(text_);
+  if (parts_.store->isAnnouncement()) bubble->setSign(QStringLiteral("bell"), Accent::Blue);
   // The click that dismisses comes from inside the bubble, so the bubble must outlive the click.
   connect(
       bubble.get(), &MessageBubble::dismissed, this, [this] { parts_.store->clearError(); }, Qt::QueuedConnection);

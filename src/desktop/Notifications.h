@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 
 #include "desktop/Capability.h"
 
@@ -11,7 +12,8 @@ class Notifications {
  public:
   virtual ~Notifications() = default;
   virtual Capability capability() const = 0;
-  virtual void post(const QString& title, const QString& body) = 0;
+  /// `unseen` is called, soon and once, when nobody took it, so that it is not shown; it may be empty.
+  virtual void post(const QString& title, const QString& body, std::function<void()> unseen) = 0;
 };
 
 }  // namespace tarnwick

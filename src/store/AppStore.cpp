@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QPointer>
 #include <cstdio>
 
 #include "base/DomainError.h"
@@ -245,9 +246,12 @@ void AppStore::shutdown() {
 
 // --- Messages, remote values, running applications ------------------------------------------------------------------
 
-void AppStore::setError(const QString& message) {
+void AppStore::setError(const QString& message) { setMessage(message, false); }
+
+void AppStore::setMessage(const QString& message, bool isAnnouncement) {
   if (error_ == message) return;
   error_ = message;
+  isAnnouncement_ = isAnnouncement;
   Q_EMIT errorChanged();
 }
 
@@ -268,7 +272,20 @@ void AppStore::setDockDisplays(const QStringList& displays) {
 }
 
 void AppStore::notify(const QString& title, const QString& body) {
-  if (config_.notificationsEnabled && notifications_) notifications_->post(title, body);
+  if (config_.notificationsEnabled && notifications_) notifications_->post(title, body, {});
+}
+
+void AppStore::announce(const DockWidget& widget, const QString& sentence) {
+  // Several timers may run; one that has a name of its own is told by it.
+  const QString line = widget.title.isEmpty() ? sentence : tr("%1: %2").arg(widget.title, sentence);
+  const auto unseen = [store = QPointer(this), line] {
+    if (store && !store->down_) store->setMessage(line, true);
+  };
+  if (config_.notificationsEnabled && notifications_) {
+    notifications_->post(widget.title.isEmpty() ? Catalog::find(widget.kind).name : widget.title, sentence, unseen);
+  } else {
+    unseen();
+  }
 }
 
 void AppStore::refresh(const DockWidget& widget) { services_.remote->refresh(widget); }

@@ -52,6 +52,8 @@ class AppStore : public QObject {
   // Published values. Each has a signal of its own name with "Changed" behind it.
   const DockConfiguration& config() const { return config_; }
   const QString& error() const { return error_; }  ///< The one message line; empty when there is none.
+  /// Whether the message line tells what was to be told, and nothing that went wrong.
+  bool isAnnouncement() const { return isAnnouncement_; }
   const QList<RunningApp>& runningApps() const { return runningApps_; }
   const QString& calendarMessage() const { return calendarMessage_; }
   const QString& reminderMessage() const { return reminderMessage_; }
@@ -116,7 +118,8 @@ class AppStore : public QObject {
   void drink(const QUuid& id, int glasses = 1);
   int waterCount(const DockWidget& widget) const;
   void toggleHabit(const QUuid& id);
-  /// Moves running timers on and announces what ended. Runs on every beat.
+  /// Moves running timers on and announces what ended: by a notification, and where none is shown by the message line.
+  /// Runs on every beat.
   void advanceProductivity(const QDateTime& at);
 
   /// Writes the document to a file of the user's choice.
@@ -170,6 +173,8 @@ class AppStore : public QObject {
   void refreshActiveWidgetIndex();
   void sampleServices();
   void recordClipboard();
+  void announce(const DockWidget& widget, const QString& sentence);
+  void setMessage(const QString& message, bool isAnnouncement);
   void migrateClipboardHistory();
   void restoreMedia();
 
@@ -183,6 +188,7 @@ class AppStore : public QObject {
 
   DockConfiguration config_;
   QString error_;
+  bool isAnnouncement_ = false;
   QList<RunningApp> runningApps_;
   QString calendarMessage_;
   QString reminderMessage_;

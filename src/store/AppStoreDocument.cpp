@@ -216,10 +216,7 @@ void AppStore::advanceProductivity(const QDateTime& at) {
   }
   for (const TimerActions::Beat& beat : beats) {
     update(beat.widget);
-    const QString& title = beat.widget.title;
-    if (!beat.announcement.isEmpty()) {
-      notify(title.isEmpty() ? Catalog::find(beat.widget.kind).name : title, beat.announcement);
-    }
+    if (!beat.announcement.isEmpty()) announce(beat.widget, beat.announcement);
   }
 }
 

@@ -58,7 +58,7 @@ std::optional<QVariantList> FakeService::replyTo(const QDBusMessage& message) {
     return std::nullopt;
   }
   const auto answer = answers_.constFind(message.member());
-  if (answer == answers_.constEnd()) return std::nullopt;
+  if (answer == answers_.constEnd() || !*answer) return std::nullopt;
   return (*answer)(message);
 }
 

@@ -21,7 +21,7 @@ class FakeService final : public QDBusVirtualObject {
   FakeService(const QDBusConnection& connection, const QString& name);
   ~FakeService() override;
 
-  /// Answers a method of any interface.
+  /// Answers a method of any interface; an empty answer refuses it.
   void answer(const QString& method, Answer answer) { answers_.insert(method, std::move(answer)); }
   /// Announced to everybody who listens.
   void setProperty(const QString& path, const QString& interface, const QString& name, const QVariant& value);

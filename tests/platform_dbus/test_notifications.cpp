@@ -33,10 +33,11 @@ TEST(DesktopNotifications, ArriveInOrderAndAsTheServiceReadsThem) {
       return QVariantList{static_cast<uint>(posted.size())};
     });
     DesktopNotifications notifications(bus.connection());
-    notifications.post(u"Timer"_s, u"5 < 6 & 7"_s);
-    notifications.post(u"Second"_s, {});
+    const auto unseen = [] { ADD_FAILURE() << "the service took it"; };
+    notifications.post(u"Timer"_s, u"5 < 6 & 7"_s, unseen);
+    notifications.post(u"Second"_s, {}, unseen);
     ASSERT_TRUE(waitFor([&] { return posted.size() == 2; })) << expected.what;
-    notifications.post(u"Third"_s, {});
+    notifications.post(u"Third"_s, {}, unseen);
     ASSERT_TRUE(waitFor([&] { return posted.size() == 3; })) << expected.what;
 
     EXPECT_EQ(posted[0][0], u"Tarnwick"_s);
@@ -55,8 +56,9 @@ TEST(DesktopNotifications, ArriveInOrderAndAsTheServiceReadsThem) {
 TEST(DesktopNotifications, SaysSoWhereNobodyShowsThem) {
   PrivateBus bus;
   DesktopNotifications alone(bus.connection());
-  alone.post(u"Nobody"_s, u"sees this"_s);
-  ASSERT_TRUE(waitFor([&] { return !alone.capability(); }));
+  int unseen = 0;
+  alone.post(u"Nobody"_s, u"sees this"_s, [&] { ++unseen; });
+  ASSERT_TRUE(waitFor([&] { return !alone.capability() && unseen == 1; }));
   EXPECT_EQ(alone.capability().reason, u"No notification service was found."_s);
 
   // A service that comes later is found; what was posted before it came stays lost.
@@ -68,13 +70,17 @@ TEST(DesktopNotifications, SaysSoWhereNobodyShowsThem) {
     return QVariantList{1u};
   });
   ASSERT_TRUE(waitFor([&] { return alone.capability().available; }));
-  alone.post(u"Somebody"_s, {});
+  alone.post(u"Somebody"_s, {}, [&] { ++unseen; });
   ASSERT_TRUE(waitFor([&] { return !titles.isEmpty(); }));
   EXPECT_EQ(titles, QStringList{u"Somebody"_s});
+  // One that answers, but will not show it.
+  service.answer(u"Notify"_s, {});
+  alone.post(u"Refused"_s, {}, [&] { ++unseen; });
+  ASSERT_TRUE(waitFor([&] { return unseen == 2; }));
 
   DesktopNotifications withoutBus(QDBusConnection(u"there is no such connection"_s));
-  withoutBus.post(u"Nobody"_s, {});
-  EXPECT_TRUE(waitFor([&] { return !withoutBus.capability(); }));
+  withoutBus.post(u"Nobody"_s, {}, [&] { ++unseen; });
+  EXPECT_TRUE(waitFor([&] { return !withoutBus.capability() && unseen == 3; }));
 }
 
 }  // namespace

@@ -86,7 +86,9 @@ struct FakeCredentials : CredentialKeeping {
 };
 struct FakeNotifications : Notifications {
   Capability capability() const override { return Capability::yes(); }
-  void post(const QString& title, const QString& body) override { posted << title + u": "_s + body; }
+  void post(const QString& title, const QString& body, std::function<void()>) override {
+    posted << title + u": "_s + body;
+  }
   QStringList posted;
 };
 struct NoCounters : SystemCounters {

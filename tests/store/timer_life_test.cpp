@@ -14,7 +14,11 @@ using namespace Qt::StringLiterals;
 
 struct HeardNotifications final : Notifications {
   Capability capability() const override { return Capability::yes(); }
-  void post(const QString&, const QString& body) override { posted << body; }
+  void post(const QString&, const QString& body, std::function<void()> unseen) override {
+    posted << body;
+    if (nobodyLooks) unseen();
+  }
+  bool nobodyLooks = false;
   QStringList posted;
 };
 
@@ -127,6 +131,39 @@ TEST(TimerLife, EndsAreAnnouncedOnceWhateverHappens) {
     const QDateTime now = life.time.now();
     EXPECT_EQ(each.kind == u"stopwatch"_s ? TimeMath::elapsed(widget, now) : TimeMath::remaining(widget, now),
               each.left);
+  }
+}
+
+TEST(TimerLife, EndsThatNoNotificationShowsAreToldOnceByTheMessageLine) {
+  const struct {
+    const char* name;
+    bool on;
+    bool nobodyLooks;
+    QString title;
+    QString told;
+  } cases[] = {
+      {"shown by the desktop", true, false, {}, {}},
+      {"nobody shows notifications", true, true, {}, u"Your timer is finished."_s},
+      {"switched off", false, false, {}, u"Your timer is finished."_s},
+      {"one of several timers", false, false, u"Tea"_s, u"Tea: Your timer is finished."_s},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.name);
+    Life life;
+    life.begin(u"timer"_s, {{u"minutes"_s, u"1"_s}});
+    life.store->edit([&](DockConfiguration& config) {
+      config.notificationsEnabled = each.on;
+      config.profiles[0].widgets[0].title = each.title;
+    });
+    life.notifications.nobodyLooks = each.nobodyLooks;
+    life.live(u"+61"_s);
+    EXPECT_EQ(life.store->error().toStdString(), each.told.toStdString());
+    EXPECT_EQ(life.store->isAnnouncement(), !each.told.isEmpty());
+    EXPECT_EQ(life.notifications.posted.isEmpty(), !each.on);
+    life.store->clearError();
+    life.live(u"off 60"_s);
+    life.live(u"+60"_s);
+    EXPECT_EQ(life.store->error().toStdString(), "");
   }
 }
 

@@ -42,14 +42,23 @@ void DesktopNotifications::askWhatCanBeStarted() {
       [this](const QDBusMessage& reply) { canBeStarted_ = reply.arguments().value(0).toStringList().contains(kName); });
 }
 
-void DesktopNotifications::post(const QString& title, const QString& body) {
+void DesktopNotifications::post(const QString& title, const QString& body, std::function<void()> unseen) {
+  Bubble bubble{title, body, std::move(unseen)};
   if (readsMarkup_ && waiting_.empty()) {
-    send(title, body);
+    send(bubble);
     return;
   }
-  if (waiting_.size() == kMostWaiting) waiting_.erase(waiting_.begin());
-  waiting_.emplace_back(title, body);
+  if (waiting_.size() == kMostWaiting) {
+    const Bubble oldest = std::move(waiting_.front());
+    waiting_.erase(waiting_.begin());
+    giveUp(oldest);
+  }
+  waiting_.push_back(std::move(bubble));
   askForCapabilities();
+}
+
+void DesktopNotifications::giveUp(const Bubble& bubble) {
+  if (bubble.unseen) bubble.unseen();
 }
 
 // Whether the body is read as markup has to be known before the first one goes out. Asked under the well-known name,
@@ -60,7 +69,7 @@ void DesktopNotifications::askForCapabilities() {
   ask(service_.bus(), message, this, [this](const QDBusMessage& reply) {
     asking_ = false;
     if (reply.type() != QDBusMessage::ReplyMessage) {
-      waiting_.clear();
+      for (const Bubble& bubble : std::exchange(waiting_, {})) giveUp(bubble);
       return;
     }
     readsMarkup_ = reply.arguments().value(0).toStringList().contains(u"body-markup"_s);
@@ -69,17 +78,19 @@ void DesktopNotifications::askForCapabilities() {
 }
 
 void DesktopNotifications::flush() {
-  for (const auto& [title, body] : std::exchange(waiting_, {})) send(title, body);
+  for (const Bubble& bubble : std::exchange(waiting_, {})) send(bubble);
 }
 
-void DesktopNotifications::send(const QString& title, const QString& body) {
+void DesktopNotifications::send(const Bubble& bubble) {
   constexpr int kServiceDecidesHowLong = -1;
   const QVariantMap hints{{u"desktop-entry"_s, desktopEntry_}, {u"sound-name"_s, u"message-new-instant"_s}};
   auto message = QDBusMessage::createMethodCall(kName, kPath, kName, u"Notify"_s);
-  message.setArguments({u"Tarnwick"_s, 0u, desktopEntry_, title,
-                        readsMarkup_.value_or(false) ? body.toHtmlEscaped() : body, QStringList(), hints,
+  message.setArguments({u"Tarnwick"_s, 0u, desktopEntry_, bubble.title,
+                        readsMarkup_.value_or(false) ? bubble.body.toHtmlEscaped() : bubble.body, QStringList(), hints,
                         kServiceDecidesHowLong});
-  ask(service_.bus(), message, this, [](const QDBusMessage&) {});
+  ask(service_.bus(), message, this, [bubble](const QDBusMessage& reply) {
+    if (reply.type() != QDBusMessage::ReplyMessage) giveUp(bubble);
+  });
 }
 
 }  // namespace tarnwick

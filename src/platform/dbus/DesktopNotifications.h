@@ -4,8 +4,8 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <optional>
-#include <utility>
 #include <vector>
 
 #include "desktop/Notifications.h"
@@ -25,21 +25,28 @@ class DesktopNotifications final : public QObject, public Notifications {
 
   /// Available until the bus says that nobody shows notifications here.
   Capability capability() const override;
-  void post(const QString& title, const QString& body) override;
+  void post(const QString& title, const QString& body, std::function<void()> unseen) override;
 
  private:
+  struct Bubble {
+    QString title;
+    QString body;
+    std::function<void()> unseen;
+  };
+
   void ownerChanged();
   void askWhatCanBeStarted();
   void askForCapabilities();
   void flush();
-  void send(const QString& title, const QString& body);
+  void send(const Bubble& bubble);
+  static void giveUp(const Bubble& bubble);
 
   BusService service_;
   QString desktopEntry_;
   bool canBeStarted_ = true;
   bool asking_ = false;
   std::optional<bool> readsMarkup_;
-  std::vector<std::pair<QString, QString>> waiting_;
+  std::vector<Bubble> waiting_;
 };
 
 }  // namespace tarnwick
