@@ -156,6 +156,10 @@ DockActions DockDesk::actions(const QString& display) {
     openTile_ = beside;
     openMenu(display, menus_.tile(widget, display), beside);
   };
+  actions.commands = [this, display](const QUuid& widget, quint64 application, const QRect& beside) {
+    return commandsOf(
+        display, widget.isNull() ? menus_.application(application, display) : menus_.tile(widget, display), beside);
+  };
   actions.dockMenu = [this, display](const QRect& beside) { openMenu(display, menus_.dock(), beside); };
   actions.addWidgets = [this] {
     if (addWidgets) addWidgets();
@@ -252,6 +256,24 @@ void DockDesk::openMenu(const QString& display, const QList<DockMenuEntry>& entr
     }
   };
   QMetaObject::invokeMethod(menu, open, Qt::QueuedConnection);
+}
+
+QList<ItemCommand> DockDesk::commandsOf(const QString& display, const QList<DockMenuEntry>& entries,
+                                        const QRect& beside) {
+  QList<ItemCommand> commands;
+  QHash<QString, int> seen;
+  for (const DockMenuEntry& entry : entries) {
+    if (!entry.run) continue;
+    // Windows of one title are told apart by their place alone.
+    const auto number = ++seen[entry.text];
+    const QString text = number > 1 ? tr("%1 (%2)").arg(entry.text).arg(number) : entry.text;
+    commands.append({text, [this, display, beside, run = entry.run] {
+                       parts_.store->activeDisplay = openDisplay_ = display;
+                       openTile_ = beside;
+                       run();
+                     }});
+  }
+  return commands;
 }
 
 void DockDesk::closeMenu() {

@@ -94,6 +94,7 @@ class DockDesk : public QObject {
  private:
   DockActions actions(const QString& display);
   void addQuestions(DockActions& actions);
+  QList<ItemCommand> commandsOf(const QString& display, const QList<DockMenuEntry>& entries, const QRect& beside);
   void openMenu(const QString& display, const QList<DockMenuEntry>& entries, const QRect& beside);
   void closeMenu();
   void markMenu(bool open);

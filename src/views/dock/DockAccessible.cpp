@@ -5,6 +5,7 @@
 #include <QAccessibleWidget>
 #include <QCoreApplication>
 #include <QPointer>
+#include <algorithm>
 #include <vector>
 
 #include "views/dock/DockView.h"
@@ -46,6 +47,7 @@ class TileAccessible final : public QAccessibleInterface, public QAccessibleActi
   QAccessible::State state() const override {
     QAccessible::State state;
     state.invalid = !isValid();
+    state.invisible = !isValid() || !view_->isVisible();
     state.focusable = true;
     state.focused = isValid() && view_->focusedItem() == item_;
     return state;
@@ -54,12 +56,27 @@ class TileAccessible final : public QAccessibleInterface, public QAccessibleActi
   void* interface_cast(QAccessible::InterfaceType type) override {
     return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface*>(this) : nullptr;
   }
-  QStringList actionNames() const override { return {pressAction(), showMenuAction(), setFocusAction()}; }
+  /// The entries of a tile's menu follow under their own words: the menu itself, once it is open, is not among what
+  /// readers are told of.
+  QStringList actionNames() const override {
+    QStringList names{pressAction(), showMenuAction(), setFocusAction()};
+    if (!isValid()) return names;
+    for (const ItemCommand& command : view_->itemCommands(item_)) names << command.text;
+    return names;
+  }
+  QString localizedActionName(const QString& name) const override {
+    const bool isOwn = name == pressAction() || name == showMenuAction() || name == setFocusAction();
+    return isOwn ? QAccessibleActionInterface::localizedActionName(name) : name;
+  }
   void doAction(const QString& name) override {
     if (!isValid()) return;
-    if (name == pressAction()) view_->activateItem(item_);
-    if (name == showMenuAction()) view_->openItemMenu(item_);
-    if (name == setFocusAction()) view_->focusItem(item_);
+    if (name == pressAction()) return view_->activateItem(item_);
+    if (name == showMenuAction()) return view_->openItemMenu(item_);
+    if (name == setFocusAction()) return view_->focusItem(item_);
+    const QList<ItemCommand> commands = view_->itemCommands(item_);
+    const auto command = std::ranges::find(commands, name, &ItemCommand::text);
+    // The tile may go with what is done, and a question that is asked may wait for its answer.
+    if (command != commands.end()) QMetaObject::invokeMethod(view_.data(), command->run, Qt::QueuedConnection);
   }
   QStringList keyBindingsForAction(const QString& name) const override {
     if (name == pressAction()) return {QStringLiteral("Return")};

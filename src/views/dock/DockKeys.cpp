@@ -1,8 +1,9 @@
-// The dock by the keyboard.
+// The dock by the keyboard, and by ear.
 
 #include <QAccessible>
 #include <QKeyEvent>
 #include <algorithm>
+#include <utility>
 
 #include "views/dock/DockView.h"
 #include "views/theme/Theme.h"
@@ -77,6 +78,11 @@ void DockView::keyPressEvent(QKeyEvent* event) {
         openItemMenu(focused_);
       return;
     case Qt::Key_Escape:
+      // Pressed so soon after the key that opened a panel, it is for the panel.
+      if (!panelOpen_.isNull()) {
+        Q_EMIT tileActivated(panelOpen_);
+        return;
+      }
       clearFocus();
       Q_EMIT focusLeft();
       return;
@@ -101,5 +107,32 @@ void DockView::focusInEvent(QFocusEvent*) {
 }
 
 void DockView::focusOutEvent(QFocusEvent*) { updateItem(focused_); }
+
+// --- For those who read the dock by ear -----------------------------------------------------------------------------
+
+QList<ItemCommand> DockView::itemCommands(qsizetype item) const {
+  if (!isItem(item) || !commands_) return {};
+  const DockWidget* widget = widgetOf(item);
+  return commands_(widget ? widget->id : QUuid(), widget ? 0 : appOf(item)->id, glassBeside(layout_.items[item].rect));
+}
+
+/// A reader knows items by their place, and asks for a name once.
+void DockView::tellNames() {
+  QStringList names;
+  for (qsizetype item = 0; item < layout_.items.size(); ++item) names << itemText(item).name;
+  if (names == toldNames_) return;
+  const QStringList before = std::exchange(toldNames_, names);
+  if (!QAccessible::isActive()) return;
+  if (names.size() != before.size()) {
+    QAccessibleEvent told(this, QAccessible::ObjectReorder);
+    QAccessible::updateAccessibility(&told);
+  }
+  for (qsizetype item = 0; item < std::min(names.size(), before.size()); ++item) {
+    if (names[item] == before[item]) continue;
+    QAccessibleEvent told(this, QAccessible::NameChanged);
+    told.setChild(static_cast<int>(item));
+    QAccessible::updateAccessibility(&told);
+  }
+}
 
 }  // namespace tarnwick

@@ -157,6 +157,7 @@ void LiveDock::connectTiles() {
     store_.activeDisplay = display_;
     widget.isNull() ? askAction(actions_.dockMenu, beside) : askAction(actions_.tileMenu, widget, beside);
   });
+  view_->setCommandProvider(actions_.commands);
   connect(view_, &DockView::focusLeft, this, [this] { askAction(actions_.giveBackKeyboard); });
 }
 

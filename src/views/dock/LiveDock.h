@@ -19,6 +19,8 @@ struct DockActions {
   std::function<void(const QUuid& widget, const QRect& tile)> openTile;
   std::function<void(const QUuid& widget, const QRect& beside)> tileMenu;
   std::function<void(const QRect& beside)> dockMenu;
+  /// What a menu beside that place would offer: a tile's, or a running application's where the widget is null.
+  DockView::CommandProvider commands;
   std::function<void()> addWidgets;
 
   /// A click on a running application: brings it to the front, or minimises the one that is in front.
