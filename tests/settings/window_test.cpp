@@ -4,6 +4,8 @@
 #include <QFileDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -72,6 +74,10 @@ TEST_F(SettingsWindowTest, EverySectionHasAHeadingAndNamesEveryControl) {
     EXPECT_EQ(window().section(), section);
     EXPECT_EQ(namelessControls(window()), QStringList()) << qPrintable(section);
     EXPECT_EQ(cutWords(window()), QStringList()) << qPrintable(section);
+    for (const QScrollArea* area : window().findChildren<QScrollArea*>())
+      if (area->isVisible()) {
+        EXPECT_EQ(area->horizontalScrollBar()->maximum(), 0) << qPrintable(section) << " is wider than its window";
+      }
   }
 }
 

@@ -137,6 +137,7 @@ void Button::paintEvent(QPaintEvent*) {
     x += symbol;
   }
   painter.setPen(ink);
+  runAsWritten(painter, word);
   painter.drawText(turned(QRectF(x, 0, wordRoom + 1, height())),
                    static_cast<int>(Qt::AlignVCenter | turned.reading() | Qt::AlignAbsolute | Qt::TextSingleLine),
                    word);

@@ -22,6 +22,20 @@ int lineHeight(TextStyle style) {
   return static_cast<int>(std::ceil(line.ascent() + line.descent()));
 }
 
+/// The narrowest middle of a box in which a text takes no more lines, so that its last line is no lonely word.
+QRect balanced(const QFontMetrics& metrics, const QRect& box, int flags, const QString& text) {
+  const auto sizeIn = [&](int width) { return metrics.boundingRect(QRect(0, 0, width, 0), flags, text).size(); };
+  const int height = sizeIn(box.width()).height();
+  if (height < metrics.height() * 2) return box;
+  int enough = box.width();
+  for (int narrow = enough / 2; enough - narrow > 1;) {
+    const int between = (enough + narrow) / 2;
+    const QSize size = sizeIn(between);
+    (size.height() > height || size.width() > between ? narrow : enough) = between;
+  }
+  return {box.left() + (box.width() - enough) / 2, box.top(), enough, box.height()};
+}
+
 }  // namespace
 
 TextLabel::TextLabel(const QString& text, TextStyle style, Tone tone, QWidget* parent)
@@ -73,7 +87,9 @@ void TextLabel::showEvent(QShowEvent* event) {
 }
 
 void TextLabel::paintEvent(QPaintEvent* event) {
-  if (wordWrap() && !isRightToLeft()) {
+  const bool isCentred = alignment().testFlag(Qt::AlignHCenter);
+  const bool isPlain = !isCentred || textInteractionFlags() != Qt::LinksAccessibleByMouse;
+  if (wordWrap() && isPlain && !isRightToLeft() && !text().isRightToLeft()) {
     QLabel::paintEvent(event);
     return;
   }
@@ -81,8 +97,11 @@ void TextLabel::paintEvent(QPaintEvent* event) {
   if (wordWrap()) {
     // Left to itself a text that is written the other way would stand apart from what it belongs to.
     painter.setPen(toneColor(lookOf(*this), tone_));
+    runAsWritten(painter, text());
     const Qt::Alignment side = QStyle::visualAlignment(layoutDirection(), alignment());
-    painter.drawText(contentsRect(), static_cast<int>(side | Qt::AlignAbsolute) | Qt::TextWordWrap, text());
+    const int flags = static_cast<int>(side | Qt::AlignAbsolute) | Qt::TextWordWrap;
+    painter.drawText(isCentred ? balanced(painter.fontMetrics(), contentsRect(), flags, text()) : contentsRect(), flags,
+                     text());
     return;
   }
   drawTextIn(painter, rect(), text(), style_, toneColor(lookOf(*this), tone_),

@@ -5,6 +5,7 @@
 #include "views/controls/Buttons.h"
 #include "views/controls/ChoiceGroup.h"
 #include "views/controls/ControlTheme.h"
+#include "views/controls/Turned.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
 
@@ -36,6 +37,7 @@ class Segment final : public PaintedButton {
     painter.setFont(buttonFont());
     painter.setPen(isChecked() || underMouse() ? palette.primary : palette.secondary);
     const int room = width() - theme::kSegmentPadding * 2;
+    runAsWritten(painter, label());
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine,
                      painter.fontMetrics().elidedText(label(), Qt::ElideRight, room));
   }

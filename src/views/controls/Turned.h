@@ -38,4 +38,9 @@ class Turned {
   bool turns_;
 };
 
+/// Has words run the way that they are written: a sentence of another language keeps its stop at its end.
+inline void runAsWritten(QPainter& painter, const QString& words) {
+  painter.setLayoutDirection(words.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+}
+
 }  // namespace tarnwick

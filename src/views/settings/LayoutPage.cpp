@@ -9,6 +9,7 @@
 #include "store/AppStore.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Labels.h"
+#include "views/controls/Segments.h"
 #include "views/settings/KnownDisplays.h"
 #include "views/settings/Pages.h"
 #include "views/window/DropDown.h"
@@ -134,9 +135,11 @@ class LayoutPage final : public SettingsPage {
     showWhile(addSegments(card, {QT_TRANSLATE_NOOP("Settings", "Screen edge")},
                           settingField(&DockConfiguration::position), kEdges),
               [](const DockConfiguration& config) { return config.layout == DockLayout::Fixed; });
-    showWhile(addSegments(card, {QT_TRANSLATE_NOOP("Settings", "Alignment")},
-                          settingField(&DockConfiguration::alignment), kAlignments),
-              hasEdge);
+    FormRow* alignment = addSegments(card, {QT_TRANSLATE_NOOP("Settings", "Alignment")},
+                                     settingField(&DockConfiguration::alignment), kAlignments);
+    // Sides of the screen stand on their own sides, whichever way one reads.
+    alignment->findChild<Segments*>()->setLayoutDirection(Qt::LeftToRight);
+    showWhile(alignment, hasEdge);
     showWhile(
         addSlider(card, {QT_TRANSLATE_NOOP("Settings", "Distance from the edge")},
                   settingField(&DockConfiguration::edgeGap), {0, 180, 1, QT_TRANSLATE_NOOP("Settings", "%1 px"), 0}),

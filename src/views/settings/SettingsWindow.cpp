@@ -19,8 +19,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QSize kWindow{840, 720};
-constexpr QSize kLeast{832, 420};
+constexpr QSize kWindow{848, 720};
+constexpr QSize kLeast{840, 420};
 constexpr int kLayoutColumns = 4;  // Which the window is wide enough for.
 constexpr int kRow = 32;
 

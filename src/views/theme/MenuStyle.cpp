@@ -78,6 +78,7 @@ void paintItem(QPainter& painter, const QStyleOptionMenuItem& item) {
   const qsizetype tab = item.text.indexOf(u'\t');
   painter.setFont(item.font);
   painter.setPen(text);
+  painter.setLayoutDirection(item.text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
   painter.drawText(box, align(Qt::AlignLeft), item.text.left(tab));
   if (tab >= 0) {
     painter.setPen(faint(text, kShortcut));

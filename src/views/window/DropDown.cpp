@@ -11,6 +11,7 @@
 
 #include "views/controls/Buttons.h"
 #include "views/controls/ControlTheme.h"
+#include "views/controls/Turned.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
 
@@ -134,6 +135,7 @@ void DropDown::paintEvent(QPaintEvent*) {
   painter.setPen(look.palette.primary);
   const int room = width() - theme::kButtonPadding * 2 - kChevron - theme::kButtonSymbolGap;
   const QString word = painter.fontMetrics().elidedText(currentText(), Qt::ElideMiddle, room + 1);
+  runAsWritten(painter, word);
   painter.drawText(place(theme::kButtonPadding, room + 1),
                    static_cast<int>(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter)) |
                        Qt::TextSingleLine,

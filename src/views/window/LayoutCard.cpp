@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "views/controls/ChoiceGroup.h"
+#include "views/controls/Turned.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
 #include "views/window/LayoutPicture.h"
@@ -57,7 +58,7 @@ double lineHeight() { return QFontMetricsF(descriptionFont()).height() + 1; }
 void drawSentence(QPainter& painter, const QRectF& box, const QString& text, Qt::LayoutDirection direction) {
   QTextLayout layout(text, painter.font());
   QTextOption option(direction == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft);
-  option.setTextDirection(direction);
+  option.setTextDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
   layout.setTextOption(option);
   layout.beginLayout();
   double y = 0;
@@ -69,7 +70,9 @@ void drawSentence(QPainter& painter, const QRectF& box, const QString& text, Qt:
     if (isLast && line.textStart() + line.textLength() < text.size()) {
       const QString rest =
           painter.fontMetrics().elidedText(text.mid(line.textStart()), Qt::ElideRight, static_cast<int>(box.width()));
-      painter.drawText(QRectF(box.left(), box.top() + y, box.width(), lineHeight()), Qt::AlignLeading, rest);
+      runAsWritten(painter, text);
+      painter.drawText(QRectF(box.left(), box.top() + y, box.width(), lineHeight()),
+                       static_cast<int>(option.alignment() | Qt::AlignAbsolute), rest);
       break;
     }
     line.draw(&painter, box.topLeft() + QPointF(0, y));
