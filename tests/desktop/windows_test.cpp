@@ -357,7 +357,7 @@ TEST_F(ScreenReaderTest, AClockIsAddedEditedMovedRemovedAndBroughtBackAndEveryCo
   EXPECT_TRUE(become(moved));
   ASSERT_NO_FATAL_FAILURE(act(u"Mine"_s, u"Remove Widget"_s));
   EXPECT_TRUE(become(before));
-  ASSERT_NO_FATAL_FAILURE(act(u"Message"_s));
+  ASSERT_NO_FATAL_FAILURE(act(u"“Mine” was removed from the dock."_s));
   EXPECT_TRUE(become(moved));
   EXPECT_TRUE(shown(u"Mine"_s, u"ShowMenu"_s));
   program->signal(SIGTERM);

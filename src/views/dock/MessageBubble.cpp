@@ -1,6 +1,6 @@
 #include "views/dock/MessageBubble.h"
 
-#include <QCoreApplication>
+#include <QAccessible>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -64,12 +64,11 @@ MessageBubble::MessageBubble(QWidget* parent)
   setAttribute(Qt::WA_TranslucentBackground);
   setMouseTracking(true);
   setFocusPolicy(Qt::TabFocus);
-  setAccessibleName(QCoreApplication::translate("Dock", "Message"));
 }
 
 void MessageBubble::setMessage(const QString& message) {
   message_ = message;
-  setAccessibleDescription(message);
+  setAccessibleName(message);
   updateGeometry();
   update();
 }
@@ -127,6 +126,12 @@ MessageBubble::Button MessageBubble::buttonAt(QPointF point) const {
 }
 
 QRegion MessageBubble::outlineRegion() const { return Glass::outline(bubbleRect(), theme::kBubbleCorner); }
+
+void MessageBubble::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  QAccessibleEvent heard(this, QAccessible::Alert);
+  QAccessible::updateAccessibility(&heard);
+}
 
 void MessageBubble::paintEvent(QPaintEvent*) {
   QPainter painter(this);
