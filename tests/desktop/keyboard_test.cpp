@@ -3,6 +3,7 @@
 #include <QMenu>
 
 #include "desktop/ShellTest.h"
+#include "support/ForeignWindow.h"
 #include "support/VirtualDisplay.h"
 
 namespace tarnwick::testing {
@@ -33,6 +34,9 @@ class X11Hands : public ShellTest {
 TEST_F(X11Hands, ReachEveryTileAndItsMenuByTheKeyboardAlone) {
   DockConfiguration config;
   config.layout = DockLayout::RevealBottom;
+  ForeignWindow editor(display, QRect(600, 100, 300, 200));
+  ASSERT_TRUE(editor.show());
+  ASSERT_TRUE(comesTrue([&] { return display.focus() == editor.id(); }));
   start(config);
   constexpr quint8 kEscape = 9, kReturn = 36, kControl = 37, kD = 40, kShift = 50, kAlt = 64, kLeft = 113, kRight = 114,
                    kSuper = 133, kMenu = 135;
@@ -52,8 +56,27 @@ TEST_F(X11Hands, ReachEveryTileAndItsMenuByTheKeyboardAlone) {
   ASSERT_TRUE(comesTrue([&] { return isOpen() && !view().hasFocus(); }));
   display.tap(kEscape);
   ASSERT_TRUE(comesTrue([&] { return !isOpen() && view().hasFocus(); }));
+  time.advance(DockController::kKeyboardGrace * 2);
+  display.tap(kLeft);
+  EXPECT_TRUE(standsOn(3)) << "the keyboard that a panel gave back";
+
+  // Two keys at once: the second one is there before the panel is.
+  for (const quint8 key : {kReturn, kEscape}) display.tap(key);
+  display.settle();
+  EXPECT_TRUE(inTime([&] { return !isOpen() && view().hasFocus(); }));
+  EXPECT_TRUE(dock().isVisible(id()));
   display.tap(kEscape);
   EXPECT_TRUE(inTime([&] { return !dock().isVisible(id()); }));
+  EXPECT_EQ(display.focus(), editor.id());
+
+  // A click opens one, and the program does nothing else until Escape is pressed.
+  dock().focus();
+  dock().leaveKeyboard();
+  ASSERT_TRUE(comesTrue([&] { return isIn() && display.focus() == editor.id(); }));
+  Q_EMIT view().tileActivated(store().widgets()[3].id);
+  ASSERT_TRUE(isOpen());
+  display.tap(kEscape);
+  EXPECT_TRUE(comesTrue([&] { return !isOpen() && display.focus() == editor.id(); }));
 }
 
 TEST_F(X11Hands, TwoQuickClicksWithTheRightButtonOpenTheMenuAnew) {

@@ -29,9 +29,6 @@ X11Popup::X11Popup(X11Events& events, const X11Screens& screens, const QWidget& 
   content_->setAttribute(Qt::WA_QuitOnClose, false);
   content_->setMinimumSize(1, 1);  // An explicit one: the content takes the size that there is room for.
   content_->installEventFilter(this);
-  connect(&events, &X11Events::windowMapped, this, [this](quint32 window) {
-    if (style_.takesKeys && window == content_->winId()) focus_.take(window);
-  });
   connect(&screens, &X11Screens::changed, this, &X11Popup::reposition);
   if (style.closesOutside) {
     buttons_ = events.rawInput().hearButtons();
@@ -47,6 +44,9 @@ X11Popup::~X11Popup() { focus_.giveBack(); }
 void X11Popup::show() {
   reposition();
   content_->show();
+  // No window manager holds up this window: it is on the screen when the server comes to what is asked next. Whatever
+  // is typed from then on is for it, though a busy program may hear of that late.
+  if (style_.takesKeys) focus_.take(static_cast<xcb_window_t>(content_->winId()));
 }
 
 QRect X11Popup::anchor() const { return {panel_.mapToGlobal(beside_.topLeft()), beside_.size()}; }
