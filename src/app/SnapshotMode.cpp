@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdio>
 
+#include "app/SnapshotWindows.h"
 #include "base/DomainError.h"
 #include "base/Text.h"
 #include "views/snapshot/SnapshotFixture.h"
@@ -75,7 +76,7 @@ SnapshotOptions snapshotOptions(const QStringList& arguments) {
 }
 
 int runSnapshot(const QStringList& arguments) {
-  const SnapshotOptions options = snapshotOptions(arguments);
+  SnapshotOptions options = snapshotOptions(arguments);
   qputenv("QT_QPA_PLATFORM", "offscreen");
   qputenv("TZ", "UTC");
   qunsetenv("QT_SCALE_FACTOR");
@@ -87,6 +88,8 @@ int runSnapshot(const QStringList& arguments) {
   char* argv[] = {name.data(), reverse.data(), nullptr};
   int argc = arguments.contains(u"-reverse"_s) ? 2 : 1;
   const QApplication application(argc, argv);
+  SnapshotWindows windows;
+  if (options.windows) options.windowList = windows.list();
   const QStringList files = takeSnapshot(options);
   std::printf("%s\n", qUtf8Printable(options.folder));
   std::fprintf(stderr, "%s\n", qUtf8Printable(u"%1 pictures"_s.arg(files.size())));

@@ -6,8 +6,11 @@
 #include <QTemporaryDir>
 
 #include "app/SnapshotMode.h"
+#include "app/SnapshotWindows.h"
 #include "base/DomainError.h"
 #include "support/FileTest.h"
+#include "views/onboarding/OnboardingWindow.h"
+#include "views/settings/SettingsWindow.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
@@ -71,6 +74,25 @@ TEST(SnapshotTest, IsTheSameEachTime) {
   const QImage first = take(u"a"_s);
   ASSERT_FALSE(first.isNull());
   EXPECT_EQ(first, take(u"b"_s));
+}
+
+TEST(SnapshotTest, PicturesEveryWindowOfTheProgram) {
+  SnapshotWindows windows;
+  QTemporaryDir folder;
+  SnapshotOptions options;
+  options.folder = folder.path();
+  options.tiles = options.panels = options.docks = false;
+  options.densities = {1};
+  options.windowList = windows.list();
+  QSet<QByteArray> pictures;
+  for (const QString& file : takeSnapshot(options)) {
+    const QImage image(QDir(folder.path()).filePath(file));
+    EXPECT_GT(image.width(), 300) << file.toStdString();
+    pictures.insert(QByteArray(reinterpret_cast<const char*>(image.constBits()), image.sizeInBytes()));
+  }
+  EXPECT_GE(options.windowList.size(), SettingsWindow::sections().size() + OnboardingWindow::kPages + 5);
+  EXPECT_EQ(pictures.size(), options.windowList.size() * 2)
+      << "each is pictured, dark and light, and looks its own way";
 }
 
 }  // namespace

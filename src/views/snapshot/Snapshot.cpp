@@ -166,7 +166,7 @@ QStringList takeSnapshot(const SnapshotOptions& options) {
       for (const SnapshotWindow& window : options.windowList)
         for (const bool isDark : {true, false})
           album.add(u"windows"_s, window.name + (isDark ? u"-dark"_s : u"-light"_s), density,
-                    painters[isDark ? 0 : 1].onGround(painters[isDark ? 0 : 1].picture(*window.make(isDark))));
+                    painters[isDark ? 0 : 1].window(*window.make(isDark)));
   }
   return album.files();
 }

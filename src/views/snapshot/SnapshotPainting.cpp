@@ -118,6 +118,13 @@ QImage SnapshotPainter::picture(QWidget& widget) const {
   return render(widget);
 }
 
+QImage SnapshotPainter::window(QWidget& window) const {
+  QImage image = blank(window.size());
+  QPainter painter(&image);
+  window.render(&painter);
+  return image;
+}
+
 QImage SnapshotPainter::render(QWidget& widget) const {
   QImage image = blank(widget.size());
   QPainter painter(&image);

@@ -50,6 +50,8 @@ class SnapshotPainter {
   QImage list(const QString& title, const QList<SnapshotPicture>& pictures) const;
   /// A whole widget in the size that it wants.
   QImage picture(QWidget& widget) const;
+  /// A window of the program, at its size.
+  QImage window(QWidget& window) const;
   /// A group's tiles at three scales, then its panels, under its name.
   QImage sheet(SnapshotStore& fixture, const QString& title, const QStringList& kinds, bool tiles, bool panels);
 

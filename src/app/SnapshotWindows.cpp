@@ -1,0 +1,140 @@
+#include "app/SnapshotWindows.h"
+
+#include <QApplication>
+
+#include "views/library/EditorWindow.h"
+#include "views/library/LibraryWindow.h"
+#include "views/onboarding/AboutWindow.h"
+#include "views/onboarding/HelpWindow.h"
+#include "views/onboarding/MenuBarPanel.h"
+#include "views/onboarding/OnboardingWindow.h"
+#include "views/settings/SettingsWindow.h"
+#include "views/theme/WindowPalette.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+AppEnvironment environmentIn(const QString& folder) {
+  AppEnvironment environment;
+  environment.home = environment.dataHome = folder;
+  return environment;
+}
+
+/// A desktop where everything works.
+DesktopAbilities abilities() {
+  DesktopAbilities abilities;
+  abilities.dockKey = u"Ctrl+Alt+D"_s;
+  return abilities;
+}
+
+PreviewSources previews() {
+  return {[](const QList<DockWidget>&) { return SnapshotFixture::sources(); }, {}};
+}
+
+/// A window only has what it shows once it is shown; no display is asked for that.
+template <class Window>
+std::unique_ptr<QWidget> shown(std::unique_ptr<Window> window) {
+  window->setAttribute(Qt::WA_DontShowOnScreen);
+  window->setAttribute(Qt::WA_DeleteOnClose, false);
+  window->show();
+  QCoreApplication::processEvents();
+  return window;
+}
+
+}  // namespace
+
+class SnapshotWindows::OneScreen final : public Screens {
+ public:
+  QList<Screen> all() const override {
+    const QRectF whole(0, 0, 1920, 1080);
+    return {Screen{mainId(), {}, u"Display"_s, whole, whole, 1}};
+  }
+  QString mainId() const override { return u"display"_s; }
+};
+
+SnapshotWindows::SnapshotWindows()
+    : apps_(environmentIn(folder_.path()), scheduler_),
+      edits_(snapshot_.store(), apps_, undo_),
+      screens_(std::make_unique<OneScreen>()) {
+  snapshot_.store().edit([](DockConfiguration& config) {
+    config.profiles = {DockProfile::initial(), DockProfile::initial()};
+    config.profiles[1].name = u"Work"_s;
+    config.activeProfileID = config.profiles[0].id;
+  });
+}
+
+SnapshotWindows::~SnapshotWindows() = default;
+
+QList<SnapshotWindow> SnapshotWindows::list() {
+  QList<SnapshotWindow> list;
+  const auto add = [&list](const QString& name, const std::function<std::unique_ptr<QWidget>()>& make) {
+    list.append({name, [make](bool dark) {
+                   QApplication::setPalette(windowPalette(dark));
+                   return make();
+                 }});
+  };
+  for (const QString& section : SettingsWindow::sections())
+    add(u"settings-"_s + section, [this, section] { return settings(section); });
+  add(u"library"_s, [this] { return library(); });
+  add(u"editor"_s, [this] { return editor(); });
+  for (int page = 0; page < OnboardingWindow::kPages; ++page)
+    add(u"first-run-%1"_s.arg(page + 1), [this, page] { return firstRun(page); });
+  add(u"about"_s, [this] { return shown(std::make_unique<AboutWindow>(snapshot_.store())); });
+  add(u"help"_s, [this] { return shown(std::make_unique<HelpWindow>(snapshot_.store(), abilities())); });
+  list.append({u"menu-bar-panel"_s, [this](bool dark) -> std::unique_ptr<QWidget> {
+                 const auto nothing = [] {};
+                 MenuBarPanelActions actions{
+                     [] { return false; }, nothing, {}, nothing, nothing, nothing, nothing, nothing, true};
+                 auto panel = std::make_unique<MenuBarPanel>(snapshot_.store(), actions);
+                 panel->setScheme(dark, Backdrop::Plain);
+                 panel->resize(panel->sizeHint());
+                 return shown(std::move(panel));
+               }});
+  return list;
+}
+
+std::unique_ptr<QWidget> SnapshotWindows::settings(const QString& section) {
+  const auto nothing = [] {};
+  SettingsServices services;
+  services.edits = &edits_;
+  services.screens = screens_.get();
+  services.addWidgets = [](const QUuid&) {};
+  services.openEditor = [](const QUuid&) {};
+  services.openFolder = [](const QString&) {};
+  services.addCalendarFolder = services.continueSetup = services.restoreSystemDock = services.chooseDockPicture =
+      nothing;
+  services.reducesMotion = [] { return true; };
+  auto window = std::make_unique<SettingsWindow>(snapshot_.store(), services);
+  window->showSection(section);
+  return shown(std::move(window));
+}
+
+std::unique_ptr<QWidget> SnapshotWindows::library() {
+  LibraryServices services;
+  services.apps = &apps_;
+  services.edits = &edits_;
+  services.previews = previews();
+  services.openEditor = [](const QUuid&) {};
+  return shown(std::make_unique<LibraryWindow>(snapshot_.store(), services));
+}
+
+std::unique_ptr<QWidget> SnapshotWindows::editor() {
+  EditorServices services;
+  services.apps = &apps_;
+  services.edits = &edits_;
+  services.previews = previews();
+  const DockConfiguration& config = std::as_const(snapshot_.store()).config();
+  return shown(std::make_unique<EditorWindow>(snapshot_.store(), config.profiles[0].widgets[1].id, services));
+}
+
+std::unique_ptr<QWidget> SnapshotWindows::firstRun(int page) {
+  OnboardingServices services;
+  services.abilities = [] { return abilities(); };
+  services.reduceMotion = true;
+  return shown(std::make_unique<OnboardingWindow>(snapshot_.store(), services, page));
+}
+
+}  // namespace tarnwick

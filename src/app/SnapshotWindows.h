@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QTemporaryDir>
+#include <memory>
+
+#include "apps/InstalledApps.h"
+#include "store/UndoStack.h"
+#include "store/UndoableEdits.h"
+#include "views/snapshot/Snapshot.h"
+#include "views/snapshot/SnapshotFixture.h"
+
+namespace tarnwick {
+
+/// The program's own windows as `--snapshot` pictures them: each section of Settings, the library, a form, the pages of
+/// the first run, About, Help and the panel of the status item, over a store of fixed data. Must outlive its windows.
+class SnapshotWindows final {
+ public:
+  SnapshotWindows();
+  ~SnapshotWindows();
+
+  QList<SnapshotWindow> list();
+
+ private:
+  class OneScreen;
+
+  std::unique_ptr<QWidget> settings(const QString& section);
+  std::unique_ptr<QWidget> library();
+  std::unique_ptr<QWidget> editor();
+  std::unique_ptr<QWidget> firstRun(int page);
+
+  QTemporaryDir folder_;
+  SystemScheduler scheduler_;
+  SnapshotStore snapshot_;
+  InstalledApps apps_;
+  UndoStack undo_;
+  UndoableEdits edits_;
+  std::unique_ptr<OneScreen> screens_;
+};
+
+}  // namespace tarnwick
