@@ -1,4 +1,5 @@
 #include <QAbstractItemView>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -9,6 +10,7 @@
 #include "views/controls/Switch.h"
 #include "views/settings/OrderList.h"
 #include "views/settings/TimeField.h"
+#include "views/window/Credits.h"
 #include "views/window/DropDown.h"
 #include "views/window/LayoutCard.h"
 
@@ -257,6 +259,14 @@ TEST_F(SettingsPagesTest, ADisplayIsPinnedAndFollowsAgain) {
   pin->setCurrentIndex(0);
   Q_EMIT pin->activated(0);
   EXPECT_FALSE(store().isPinned(u"two"_s));
+}
+
+TEST(Credits, TellTheVersionsOfWhatSaysThem) {
+  const QRegularExpression version(u"^\\d+\\.\\d+\\.\\d+$"_s);
+  for (const Credit& credit : allCredits()) {
+    const bool tells = QStringList{u"Qt"_s, u"LZ4"_s, u"GLib"_s, u"PulseAudio"_s}.contains(credit.name);
+    EXPECT_TRUE(!tells || version.match(credit.version).hasMatch()) << credit.words().toStdString();
+  }
 }
 
 }  // namespace
