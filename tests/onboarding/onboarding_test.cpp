@@ -154,6 +154,11 @@ TEST_F(OnboardingTest, ThePanelOfTheStatusItemShowsTheDockAndLeadsOn) {
   MenuBarPanel panel(store(), actions);
   QSignalSpy closes(&panel, &MenuBarPanel::closeRequested);
   panel.show();
+  for (const QString& word : {u"Work"_s, u"Settings…"_s}) {
+    const QWidget* row = button(&panel, word);
+    const int left = row->mapTo(&panel, QPoint()).x();
+    EXPECT_EQ(left, panel.width() - left - row->width()) << "a row is not in line with its panel";
+  }
   find<Switch>(&panel, u"Show Dock"_s)->click();
   EXPECT_TRUE(hidden);
   button(&panel, u"Work"_s)->click();

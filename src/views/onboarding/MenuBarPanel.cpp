@@ -16,6 +16,7 @@
 #include "views/controls/ScrollArea.h"
 #include "views/controls/Switch.h"
 #include "views/onboarding/AppMark.h"
+#include "views/theme/Glass.h"
 #include "views/window/LayoutCard.h"
 
 namespace tarnwick {
@@ -66,17 +67,18 @@ MenuBarPanel::MenuBarPanel(AppStore& store, MenuBarPanelActions actions)
       layoutName_(new SectionLabel(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Layout")))),
       profiles_(new QWidget) {
   setAccessibleName(u"Tarnwick"_s);
-  column_->setContentsMargins(0, 0, 0, 0);
+  // A layout puts nothing outside of its widget, so what bleeds has its room here.
+  column_->setContentsMargins(theme::kRowBleed, 0, theme::kRowBleed, 0);
   column_->setSpacing(0);
   addHeader();
   column_->addWidget(line(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Show Dock")), dock_));
   addLayouts();
-  column_->addWidget(profiles_);
+  addBleeding(*column_, profiles_);
   addEntries();
   scroll_->setWidget(content_);
   content_->setAutoFillBackground(false);
   follow(content_);
-  frame().addWidget(scroll_);
+  addBleeding(frame(), scroll_);
   setScheme(true, Backdrop::Plain);
 
   connect(dock_, &QAbstractButton::clicked, this, [this] { actions_.toggleDock(); });
@@ -171,7 +173,7 @@ void MenuBarPanel::fill() {
 void MenuBarPanel::fillProfiles() {
   const DockConfiguration& config = store_.config();
   auto* column = new QVBoxLayout(profiles_);
-  column->setContentsMargins(0, 0, 0, 0);
+  column->setContentsMargins(theme::kRowBleed, 0, theme::kRowBleed, 0);
   column->setSpacing(0);
   profiles_->setVisible(config.profiles.size() > 1);
   column->addWidget(new SectionLabel(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Profiles"))));
@@ -196,11 +198,15 @@ void MenuBarPanel::setScheme(bool dark, Backdrop backdrop) {
   setLook({Palette::make(dark ? DockStyle::DarkGlass : DockStyle::LightGlass, backdrop, false), look().accent});
 }
 
-double MenuBarPanel::corner() const { return look().palette.panel.shadow.isValid() ? GlassPane::corner() : 0; }
+void MenuBarPanel::resizeEvent(QResizeEvent* event) {
+  GlassPane::resizeEvent(event);
+  if (!look().palette.panel.shadow.isValid()) setMask(Glass::outline(rect(), corner()));
+}
 
 QSize MenuBarPanel::sizeHint() const {
   const int width = theme::kPanelWidth;
-  const int height = scroll_->contentHeight(width - theme::kPanelPadding * 2) + theme::kPanelPadding * 2;
+  const int height =
+      scroll_->contentHeight(width - theme::kPanelPadding * 2 + theme::kRowBleed * 2) + theme::kPanelPadding * 2;
   return QSize(width, height).grownBy(margins());
 }
 

@@ -302,7 +302,9 @@ QWidget* makeDonePage(AppStore& store, const OnboardingServices& services) {
     card->addRow(words(QT_TRANSLATE_NOOP("Onboarding", "More widgets")), open,
                  words(QT_TRANSLATE_NOOP("Onboarding", "The library shows every one of them alive.")));
   }
-  addColumn(column)->addWidget(card);
+  QVBoxLayout* middle = addColumn(column, kScene.width());
+  middle->addWidget(new DockScene(kScene));
+  middle->addWidget(card);
   return page;
 }
 
