@@ -3,6 +3,7 @@
 #include <linux/input-event-codes.h>
 
 #include <QGuiApplication>
+#include <QScreen>
 #include <algorithm>
 
 #include "desktop/ForeignProgram.h"
@@ -58,6 +59,20 @@ TEST_F(KWinShell, APanelTakesKeysWhileItIsOpen) {
   ASSERT_TRUE(comesTrue([] { return QGuiApplication::focusWindow() != nullptr; }));
   kwin.tap(KEY_ESC);
   EXPECT_TRUE(comesTrue([&] { return !isOpen(); }));
+}
+
+TEST_F(KWinShell, TheGlassBlursWhatLiesBehindIt) {
+  desk.moveTo(desk.away());
+  startShown(DockConfiguration());
+  // Black and yellow meet behind the dock, 20 pixels above the display's edge.
+  const QRect whole = desk.display(0);
+  const QPoint border(glass().left() + 12, whole.bottom() - 20);
+  ASSERT_TRUE(glass().contains(border));
+  const ForeignProgram behind(u"behind"_s, whole);
+  ASSERT_TRUE(comesTrue([&] { return isPainted({whole.left() + 30, whole.bottom() - 30}); }));
+  const QImage picture = kwin.screenshot(QGuiApplication::screenAt(border)->name());
+  const auto light = [&](int below) { return qRed(picture.pixel(border + QPoint(0, below))); };
+  EXPECT_LT(light(-3) - light(3), 15);
 }
 
 }  // namespace

@@ -10,8 +10,10 @@
 #include <QDir>
 #include <QFile>
 #include <QVariantMap>
+#include <array>
 #include <cstring>
 #include <stdexcept>
+#include <utility>
 
 #include "base/FileDescriptor.h"
 #include "fake-input-client.h"
@@ -24,8 +26,9 @@ using namespace Qt::StringLiterals;
 
 HeadlessKWin* currentKWin = nullptr;
 
-// What moves by itself would be in the pictures.
-constexpr const char* kSettings = "[KDE]\nAnimationDurationFactor=0\n";
+// What moves by itself would be in the pictures. Without a graphics card nothing is blurred unless one asks for it.
+constexpr std::array kSettings{std::pair{"kdeglobals", "[KDE]\nAnimationDurationFactor=0\n"},
+                               std::pair{"kwinrc", "[Plugins]\nblurEnabled=true\n"}};
 
 }  // namespace
 
@@ -33,10 +36,11 @@ HeadlessKWin::HeadlessKWin() {
   currentKWin = this;
   const QString settings = qEnvironmentVariable("HOME") + u"/.config"_s;
   QDir().mkpath(settings);
-  QFile file(settings + u"/kdeglobals"_s);
-  if (!file.open(QIODevice::WriteOnly)) throw std::runtime_error("no settings for the compositor");
-  file.write(kSettings);
-  file.close();
+  for (const auto& [name, text] : kSettings) {
+    QFile file(settings + u'/' + QLatin1StringView(name));
+    if (!file.open(QIODevice::WriteOnly)) throw std::runtime_error("no settings for the compositor");
+    file.write(text);
+  }
 
   // The installed file has a capability, which not every machine lets a program have; a copy has none.
   const QString copy = folder_.filePath(u"kwin_wayland"_s);

@@ -80,9 +80,7 @@ void RoleWindow::applyInput(wl_surface* surface) const {
     wl_surface_set_input_region(surface, nullptr);
     return;
   }
-  const WaylandOwned<wl_region> region(wl_compositor_create_region(session_.compositor()));
-  for (const QRect& one : *input_) wl_region_add(region.get(), one.x(), one.y(), one.width(), one.height());
-  wl_surface_set_input_region(surface, region.get());
+  wl_surface_set_input_region(surface, session_.region(*input_).get());
 }
 
 void RoleWindow::reportClosed() { QMetaObject::invokeMethod(this, &RoleWindow::closed, Qt::QueuedConnection); }

@@ -73,12 +73,15 @@ void WaylandPanel::setShown(bool shown) {
     layer_ = new LayerWindow(session_, *content_->windowHandle());
     connect(layer_, &LayerWindow::closed, this, &WaylandPanel::lose);
     connect(layer_, &LayerWindow::cleared, content_.get(), qOverload<>(&QWidget::update));
+    connect(layer_, &LayerWindow::cleared, this, &WaylandPanel::applyBlur);
+    connect(layer_, &LayerWindow::dropped, this, [this] { blur_.reset(); });
     content_->windowHandle()->installEventFilter(this);
   }
   layer_->setInput(input_);
   applyPlacement();
   layer_->setScreen(*screens_.native(placement_->screen));
   layer_->prepare();
+  applyBlur();
   content_->show();
   applyArea();
   applyReservation();
@@ -89,6 +92,28 @@ void WaylandPanel::setInputRegion(const QRegion& region) {
   input_ = region;
   if (layer_) layer_->setInput(region);
   applyArea();
+}
+
+void WaylandPanel::setBlurBehind(const QRegion& region) {
+  if (std::exchange(blurBehind_, region) != region) applyBlur();
+}
+
+// The compositor looks at the region again only when it is told of a new one.
+void WaylandPanel::applyBlur() {
+  const bool had = std::exchange(blur_, nullptr) != nullptr;
+  wl_surface* panel = surface();
+  org_kde_kwin_blur_manager* manager = session_.blur();
+  if (!panel || !manager) return;
+  if (!blurBehind_.isEmpty()) {
+    blur_.reset(org_kde_kwin_blur_manager_create(manager, panel));
+    org_kde_kwin_blur_set_region(blur_.get(), session_.region(blurBehind_).get());
+    org_kde_kwin_blur_commit(blur_.get());
+  } else if (had) {
+    org_kde_kwin_blur_manager_unset(manager, panel);
+  } else {
+    return;
+  }
+  wl_surface_commit(panel);
 }
 
 void WaylandPanel::reserve(Edge edge, int thickness) {

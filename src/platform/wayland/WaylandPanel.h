@@ -28,8 +28,7 @@ class WaylandPanel final : public Panel {
   void setInputRegion(const QRegion& region) override;
   /// Does nothing: here every window may be translucent.
   void setOutline(const QRegion&) override {}
-  /// Does nothing: see WaylandPanels::canBlur.
-  void setBlurBehind(const QRegion&) override {}
+  void setBlurBehind(const QRegion& region) override;
   void reserve(Edge edge, int thickness) override;
   void setKeyboard(Keyboard keyboard) override;
   void setAboveFullscreen(bool above) override;
@@ -50,6 +49,7 @@ class WaylandPanel final : public Panel {
   bool applyPlacement();
   void applyReservation();
   void applyArea();
+  void applyBlur();
   void followScreens();
   void screenGoes(const QScreen* screen);
   void hide();
@@ -71,6 +71,8 @@ class WaylandPanel final : public Panel {
   std::unique_ptr<ClearWindow> reservation_;
   std::optional<PanelPlacement> placement_;
   std::optional<QRegion> input_;
+  QRegion blurBehind_;
+  WaylandOwned<org_kde_kwin_blur> blur_;
   Edge edge_ = Edge::Bottom;
   int thickness_ = 0;
   Keyboard keyboard_ = Keyboard::None;

@@ -9,6 +9,7 @@ namespace tarnwick {
 WaylandPanels::WaylandPanels(const WaylandSession& session, WaylandScreens& screens)
     : session_(session), screens_(screens), transients_(session) {
   connect(&session, &WaylandSession::pointerLost, &pointer_, &PanelPointer::forgetPointer);
+  connect(&session, &WaylandSession::blurChanged, this, &Panels::compositingChanged);
 }
 
 std::unique_ptr<Panel> WaylandPanels::make(std::unique_ptr<QWidget> content) {

@@ -17,7 +17,7 @@ class WaylandPanels final : public Panels {
 
   std::unique_ptr<Panel> make(std::unique_ptr<QWidget> content) override;
   bool isComposited() const override { return true; }
-  bool canBlur() const override { return false; }
+  bool canBlur() const override { return session_.blur() != nullptr; }
   Capability captureProtection() const override;
 
   PanelPointer& pointer() { return pointer_; }

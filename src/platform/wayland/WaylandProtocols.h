@@ -8,6 +8,7 @@
 #define namespace namespace_
 #include "wlr-layer-shell-unstable-v1-client.h"
 #undef namespace
+#include "plasma-blur-client.h"
 #include "plasma-window-management-client.h"
 #include "relative-pointer-unstable-v1-client.h"
 #include "viewporter-client.h"
@@ -59,6 +60,8 @@ struct WaylandDestroy {
   void operator()(zwp_relative_pointer_v1* object) const { zwp_relative_pointer_v1_destroy(object); }
   void operator()(xdg_activation_v1* object) const { xdg_activation_v1_destroy(object); }
   void operator()(xdg_activation_token_v1* object) const { xdg_activation_token_v1_destroy(object); }
+  void operator()(org_kde_kwin_blur_manager* object) const { org_kde_kwin_blur_manager_destroy(object); }
+  void operator()(org_kde_kwin_blur* object) const { org_kde_kwin_blur_release(object); }
   void operator()(org_kde_plasma_window* object) const {
     if (org_kde_plasma_window_get_version(object) >= ORG_KDE_PLASMA_WINDOW_DESTROY_SINCE_VERSION) {
       org_kde_plasma_window_destroy(object);

@@ -66,7 +66,9 @@ WaylandSession::WaylandSession(quint32 layers) : display_(static_cast<wl_display
           [](void* data, wl_registry*, uint32_t name, const char* interface, uint32_t version) {
             auto* self = static_cast<WaylandSession*>(data);
             self->globals_.insert(name, {interface, version});
-            if (self->compositor_) self->bindSeat();
+            if (!self->compositor_) return;
+            self->bindSeat();
+            self->bindBlur();
           },
       .global_remove = [](void* data, wl_registry*,
                           uint32_t name) { static_cast<WaylandSession*>(data)->removed(name); }};
@@ -93,6 +95,7 @@ WaylandSession::WaylandSession(quint32 layers) : display_(static_cast<wl_display
   activation_ = bind<xdg_activation_v1>(xdg_activation_v1_interface, 1);
   devices_ = bind<zwp_relative_pointer_manager_v1>(zwp_relative_pointer_manager_v1_interface, 1);
   bindSeat();
+  bindBlur();
 }
 
 WaylandSession::~WaylandSession() = default;
@@ -130,8 +133,22 @@ void WaylandSession::bindSeat() {
   wl_seat_add_listener(seat_.get(), &kListener, this);
 }
 
+void WaylandSession::bindBlur() {
+  if (blur_) return;
+  blur_ = bind<org_kde_kwin_blur_manager>(org_kde_kwin_blur_manager_interface, 1);
+  if (!blur_) return;
+  for (auto global = globals_.cbegin(); global != globals_.cend(); ++global) {
+    if (global->interface == org_kde_kwin_blur_manager_interface.name) blurName_ = global.key();
+  }
+  Q_EMIT blurChanged();
+}
+
 void WaylandSession::removed(quint32 name) {
   globals_.remove(name);
+  if (blur_ && name == blurName_) {
+    blur_.reset();
+    Q_EMIT blurChanged();
+  }
   if (!seat_ || name != seatName_) return;
   seat_.reset();
   seatHas(0);
@@ -154,6 +171,12 @@ WaylandOwned<wl_buffer> WaylandSession::clearBuffer(const QSize& size) const {
       wl_shm_pool_create_buffer(pool, 0, size.width(), size.height(), stride, WL_SHM_FORMAT_ARGB8888));
   wl_shm_pool_destroy(pool);
   return buffer;
+}
+
+WaylandOwned<wl_region> WaylandSession::region(const QRegion& region) const {
+  WaylandOwned<wl_region> made(wl_compositor_create_region(compositor_.get()));
+  for (const QRect& one : region) wl_region_add(made.get(), one.x(), one.y(), one.width(), one.height());
+  return made;
 }
 
 wl_surface* WaylandSession::surfaceOf(QWindow& window) {

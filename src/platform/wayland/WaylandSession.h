@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QObject>
+#include <QRegion>
 #include <QSize>
 
 #include "platform/wayland/WaylandProtocols.h"
@@ -44,6 +45,8 @@ class WaylandSession final : public QObject {
   xdg_activation_v1* activation() const { return activation_.get(); }
   /// Tells of the motion of devices. Null where the compositor does not.
   zwp_relative_pointer_manager_v1* devices() const { return devices_.get(); }
+  /// Blurs what lies behind a surface. Null while the compositor does not: KWin's effect comes and goes.
+  org_kde_kwin_blur_manager* blur() const { return blur_.get(); }
   /// Whether the compositor (KWin) gives the keyboard only to surfaces that wanted it from the first.
   bool judgesKeysOnce() const { return judgesKeysOnce_; }
   /// Makes small windows above others. Null where the compositor has none.
@@ -55,6 +58,7 @@ class WaylandSession final : public QObject {
 
   /// A picture of that size without a visible pixel.
   WaylandOwned<wl_buffer> clearBuffer(const QSize& size) const;
+  WaylandOwned<wl_region> region(const QRegion& region) const;
 
   /// Null while the window has no surface.
   static wl_surface* surfaceOf(QWindow& window);
@@ -64,6 +68,7 @@ class WaylandSession final : public QObject {
  Q_SIGNALS:
   /// The last pointer device went away: no surface is told that the pointer left it.
   void pointerLost();
+  void blurChanged();
 
  private:
   struct Global {
@@ -74,6 +79,7 @@ class WaylandSession final : public QObject {
   template <typename Object>
   WaylandOwned<Object> bind(const wl_interface& interface, quint32 greatestVersion) const;
   void bindSeat();
+  void bindBlur();
   void removed(quint32 name);
   void seatHas(quint32 capabilities);
 
@@ -87,6 +93,8 @@ class WaylandSession final : public QObject {
   WaylandOwned<xdg_wm_base> windows_;
   WaylandOwned<xdg_activation_v1> activation_;
   WaylandOwned<zwp_relative_pointer_manager_v1> devices_;
+  WaylandOwned<org_kde_kwin_blur_manager> blur_;
+  quint32 blurName_ = 0;
   WaylandOwned<wl_seat> seat_;
   quint32 seatName_ = 0;
   bool hasPointer_ = false;
