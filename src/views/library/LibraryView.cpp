@@ -138,7 +138,7 @@ void LibraryView::takePlaced() {
     if (profile.id != target_) continue;
     for (qsizetype i = 0; i < placed.size(); ++i) placed[i] = LibraryShelves::isPlaced(*model_->items[i], profile);
   }
-  if (placed == placed_) return;
+  if (std::ranges::equal(placed, placed_)) return;  // The toolkit's own comparison minds lists that hold nothing.
   placed_ = placed;
   viewport()->update();
 }
