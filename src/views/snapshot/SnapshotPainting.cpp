@@ -88,7 +88,9 @@ double stack(QList<Piece>& pieces, double top) {
   const auto count = std::max<qsizetype>(1, static_cast<qsizetype>((kSheetWidth - kEdge * 2 + kOverlap) / pitch));
   QList<double> columns(count, top);
   for (Piece& piece : pieces) {
-    const auto shortest = std::ranges::min_element(columns);
+    // A line of text more or less moves nothing out of its order.
+    const double enough = *std::ranges::min_element(columns) + kCaption;
+    const auto shortest = std::ranges::find_if(columns, [enough](double height) { return height <= enough; });
     piece.place = {kEdge + pitch * static_cast<double>(shortest - columns.begin()), *shortest};
     *shortest += piece.size().height() - kOverlap + kCaption;
   }
