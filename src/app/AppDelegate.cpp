@@ -387,6 +387,7 @@ MenuActions AppDelegate::menuActions() {
   actions.restoreSystemDock = restoreSystemDock;
   actions.togglePanel = toggleMenuBarPanel;
   actions.hidePanel = hideMenuBarPanel;
+  actions.openMenu = openStatusMenu;
   return actions;
 }
 

@@ -121,6 +121,7 @@ class AppDelegate : public QObject {
   /// The small window below the status item.
   std::function<void()> toggleMenuBarPanel;
   std::function<void()> hideMenuBarPanel;
+  std::function<void(QMenu& menu)> openStatusMenu;
   // At the start: makes the update controller; begins a measurement that was asked for.
   std::function<void()> touchUpdates;
   std::function<void()> armBenchmark;

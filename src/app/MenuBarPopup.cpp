@@ -2,6 +2,7 @@
 
 #include <QCursor>
 #include <QGuiApplication>
+#include <QMenu>
 #include <algorithm>
 
 #include "store/AppStore.h"
@@ -56,21 +57,43 @@ std::optional<PanelPlacement> MenuBarPopup::placeOf(const QRect& item) const {
   const Screen& main = all.first();
   const bool atLeft = QGuiApplication::isRightToLeft();
   const QRectF usable = main.usable.isEmpty() ? main.frame : main.usable;
+  const bool atBottom = usable.bottom() < main.frame.bottom() && usable.top() <= main.frame.top();
   const double x = atLeft ? usable.left() + kFromTheCorner : usable.right() - kFromTheCorner - 1;
-  return PanelPlacement{
-      main.id, QRect((QPointF(x, usable.top() + 1) - main.frame.topLeft()).toPoint(), QSize(1, 1)), {}};
+  const double y = atBottom ? usable.bottom() - 2 : usable.top() + 1;
+  return PanelPlacement{main.id, QRect((QPointF(x, y) - main.frame.topLeft()).toPoint(), QSize(1, 1)), {}};
+}
+
+std::unique_ptr<Panel> MenuBarPopup::makeAnchor(const PanelPlacement& place) const {
+  auto clear = std::make_unique<QWidget>();
+  clear->setAttribute(Qt::WA_TranslucentBackground);
+  clear->setAccessibleName(u"Tarnwick"_s);
+  std::unique_ptr<Panel> anchor = panels_.make(std::move(clear));
+  anchor->place(place);
+  anchor->setOutline({});
+  anchor->setInputRegion({});
+  anchor->setShown(true);
+  return anchor;
+}
+
+void MenuBarPopup::openMenu(QMenu& menu, const QRect& item) {
+  const auto place = placeOf(item);
+  if (!place || menu.isVisible() || store_.scheduler().reference() - menuClosedAt_ < kSameClick) return;
+  menuAnchor_ = makeAnchor(*place);
+  // It stays until the entry that was chosen has run.
+  const auto closed = [this, anchor = menuAnchor_.get()] {
+    menuClosedAt_ = store_.scheduler().reference();
+    const auto drop = [this, anchor] {
+      if (menuAnchor_.get() == anchor) menuAnchor_.reset();
+    };
+    QMetaObject::invokeMethod(this, drop, Qt::QueuedConnection);
+  };
+  connect(&menu, &QMenu::aboutToHide, menuAnchor_.get(), closed);
+  menuAnchor_->openMenu(menu, QRect(QPoint(), place->rectangle.size()));
 }
 
 void MenuBarPopup::open(const PanelPlacement& place, bool dark) {
   const QSize size = place.rectangle.size();
-  auto clear = std::make_unique<QWidget>();
-  clear->setAttribute(Qt::WA_TranslucentBackground);
-  clear->setAccessibleName(u"Tarnwick"_s);
-  anchor_ = panels_.make(std::move(clear));
-  anchor_->place(place);
-  anchor_->setOutline({});
-  anchor_->setInputRegion({});
-  anchor_->setShown(true);
+  anchor_ = makeAnchor(place);
 
   auto made = std::make_unique<MenuBarPanel>(store_, actions_);
   MenuBarPanel* panel = made.get();

@@ -12,8 +12,8 @@
 namespace tarnwick {
 
 /// Opens the small window below the status item, and closes it when the user turns elsewhere. Where the tray does not
-/// tell where its icons stand, it opens at the pointer, and at the screen's upper corner where that is not known
-/// either.
+/// tell where its icons stand, it opens at the pointer, and where that is not known either at the corner of the screen
+/// that bars with a tray have it in.
 class MenuBarPopup final : public QObject {
   Q_OBJECT
  public:
@@ -23,11 +23,14 @@ class MenuBarPopup final : public QObject {
 
   /// Opens it beside the status item's place, which may be empty, or closes it.
   void toggle(const QRect& item, bool dark);
+  /// Opens a menu there instead; it must live until its aboutToHide. The click that closed it does not open it again.
+  void openMenu(QMenu& menu, const QRect& item);
   void hide();
   bool isShown() const { return popup_ != nullptr; }
 
  private:
   std::optional<PanelPlacement> placeOf(const QRect& item) const;
+  std::unique_ptr<Panel> makeAnchor(const PanelPlacement& place) const;
   void open(const PanelPlacement& place, bool dark);
 
   AppStore& store_;
@@ -37,6 +40,8 @@ class MenuBarPopup final : public QObject {
   std::unique_ptr<Panel> anchor_;  // Unseen, where the item is.
   std::unique_ptr<Popup> popup_;
   double closedAt_ = 0;  // On the reference clock.
+  std::unique_ptr<Panel> menuAnchor_;
+  double menuClosedAt_ = -1;
 };
 
 }  // namespace tarnwick

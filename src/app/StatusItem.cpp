@@ -146,11 +146,17 @@ void StatusItem::setVisible(bool visible) {
 }
 
 void StatusItem::activated(QSystemTrayIcon::ActivationReason reason) {
-  if (reason != QSystemTrayIcon::Trigger) return hidePanel();
   const auto togglePanel = actions_().togglePanel;
-  if (!classic_ && togglePanel) return togglePanel();
+  if (reason == QSystemTrayIcon::Trigger && !classic_ && togglePanel) return togglePanel();
   hidePanel();
-  menu_.popup(QCursor::pos());
+  // A tray of the newer kind shows the menu by itself, or asks for it and has nobody else to ask; within one of the
+  // older kind, which tells where the item stands, the toolkit opens it.
+  if (reason == QSystemTrayIcon::Trigger || (reason == QSystemTrayIcon::Context && place().isEmpty())) openMenu();
+}
+
+void StatusItem::openMenu() {
+  const auto open = actions_().openMenu;
+  open ? open(menu_) : menu_.popup(QCursor::pos());
 }
 
 void StatusItem::hidePanel() {

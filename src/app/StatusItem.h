@@ -33,6 +33,7 @@ class StatusItem : public QObject {
   void lookForOlderTray();
   void appear();
   void activated(QSystemTrayIcon::ActivationReason reason);
+  void openMenu();
   void hidePanel();
 
   MenuActionsProvider actions_;

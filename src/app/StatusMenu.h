@@ -30,6 +30,8 @@ struct MenuActions {
   /// The small window below the status item. While there is none, a click opens the plain menu.
   std::function<void()> togglePanel;
   std::function<void()> hidePanel;
+  /// Opens the plain menu at the status item, where the tray leaves that to us.
+  std::function<void(QMenu& menu)> openMenu;
 };
 
 /// Asked whenever an entry is brought up to date or chosen, so that parts of the program may bring their actions at any

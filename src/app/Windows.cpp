@@ -40,6 +40,7 @@ Windows::Windows(AppDelegate& delegate, const DelegateSetup& services)
   delegate.showAbout = [this] { showAbout(); };
   delegate.showHelp = [this] { showHelp(); };
   delegate.toggleMenuBarPanel = [this] { menuBar().toggle(delegate_.statusItemPlace(), delegate_.isDark()); };
+  delegate.openStatusMenu = [this](QMenu& menu) { menuBar().openMenu(menu, delegate_.statusItemPlace()); };
   delegate.hideMenuBarPanel = [this] {
     if (menuBar_) menuBar_->hide();
   };

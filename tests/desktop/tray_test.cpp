@@ -128,6 +128,19 @@ TEST(Tray, ComesWithTheTrayAndItsMenuActs) {
   choose(layouts(), other);
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return checked() == QStringList{other}; }));
 
+  // The panel, and for trays that show no menus of others the menu, hang on an unseen window of their own.
+  item.call(u"Activate"_s, 800, 10);
+  EXPECT_TRUE(program.shows(2));
+  item.call(u"Activate"_s, 800, 10);
+  EXPECT_TRUE(program.shows(1));
+  item.call(u"ContextMenu"_s, 800, 10);
+  EXPECT_TRUE(program.shows(2));
+  constexpr quint8 kEscape = 9;
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] {
+    VirtualDisplay::current().tap(kEscape);
+    return program.windows().size() == 1;
+  }));
+
   choose(visible(), u"Show / Hide Dock"_s);
   EXPECT_TRUE(program.shows(0));
   choose(visible(), u"Quit Tarnwick"_s);

@@ -36,7 +36,7 @@ class MenuBarPanel final : public GlassPane {
   MenuBarPanel(AppStore& store, MenuBarPanelActions actions);
   ~MenuBarPanel() override;
 
-  /// Where nothing composites, the panel is cut to its rectangle and has no shadow.
+  /// Where nothing composites, the panel is cut to its outline and has no shadow.
   void setScheme(bool dark, Backdrop backdrop);
   QSize sizeHint() const override;
 
@@ -45,7 +45,7 @@ class MenuBarPanel final : public GlassPane {
   void closeRequested();
 
  protected:
-  double corner() const override;
+  void resizeEvent(QResizeEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
