@@ -376,6 +376,13 @@ TEST(Keyboard, WalksTheRowAndSpeaksToScreenReaders) {
   view->setRow(row);
   EXPECT_EQ(view->focusedItem(), 1);
   press(*view, Qt::Key_Right);
+  DockRow another = row;
+  another.widgets = {widget(u"timeOnly"_s), widget(u"calculator"_s), widget(u"quickTodo"_s), widget(u"trash"_s)};
+  view->setRow(another);
+  EXPECT_EQ(view->focusedItem(), 0) << "a tile of another profile is nobody's place";
+  view->setRow(row);
+  EXPECT_EQ(view->focusedItem(), 0);
+  press(*view, Qt::Key_End);
 
   QAccessibleInterface* bar = QAccessible::queryAccessibleInterface(view.get());
   ASSERT_NE(bar, nullptr);

@@ -31,6 +31,13 @@ bool sameOrder(const QList<DockWidget>& a, const QList<DockWidget>& b) {
   return std::ranges::equal(a, b, {}, &DockWidget::id, &DockWidget::id);
 }
 
+/// Whether two rows have no tile in common, as those of two profiles.
+bool areStrangers(const QList<DockWidget>& a, const QList<DockWidget>& b) {
+  if (a.isEmpty() && b.isEmpty()) return false;
+  return std::ranges::none_of(
+      a, [&b](const QUuid& id) { return std::ranges::find(b, id, &DockWidget::id) != b.end(); }, &DockWidget::id);
+}
+
 Palette paletteOf(const DockRow& row) {
   const Palette usual = Palette::make(row.style, row.backdrop(), row.monochrome);
   Palette palette = usual;
@@ -148,7 +155,10 @@ void DockView::setRow(const DockRow& row) {
 
 void DockView::applyRow(const DockRow& row) {
   const QString focusKey = keyOf(focused_);
-  const qsizetype focusedBefore = focused_;
+  // Another profile's row is walked from its beginning.
+  const bool isAnother = areStrangers(row.widgets, row_.widgets);
+  const qsizetype focusedBefore = isAnother ? -1 : focused_;
+  if (isAnother) scroll_ = 0;
   row_ = row;
   palette_ = paletteOf(row);
   shifts_.setReduced(row.reduceMotion);
