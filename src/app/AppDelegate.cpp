@@ -66,7 +66,7 @@ void AppDelegate::didFinishLaunching() {
 void AppDelegate::comeUp() {
   if (down_) return;
   messages_ = std::make_unique<MessageLine>(
-      DockBubbleParts{store_.get(), dock_.get(), setup_.ports.screens, setup_.ports.panels});
+      DockBubbleParts{store_.get(), dock_.get(), setup_.ports.screens, setup_.ports.panels, panels_.get()});
   connect(messages_.get(), &MessageLine::changed, desk_.get(), &DockDesk::makeRoomForTheMessage);
   dock_->setMayShow(true);
   messages_->update();
@@ -85,10 +85,11 @@ void AppDelegate::willTerminate() {
   afterFirstFrame_.reset();
   docksStand_.reset();
   call(stopApplicationAudio);
-  panels_.reset();
+  panels_->closeAtOnce();
   desk_->shutdown();
   store_->shutdown();
   messages_.reset();
+  panels_.reset();
   dock_->shutdown();
   if (keys_) keys_->release();
   if (setup_.session) setup_.session->release();
@@ -206,6 +207,7 @@ void AppDelegate::connectDesk() {
   host.sources = [this](const QString& display) { return desk_->sources(display); };
   host.opensDownwards = [this](const QString& display) { return desk_->opensDownwards(display); };
   panels_ = std::make_unique<PanelHost>(*store_, std::move(host));
+  desk_->setPanelHost(panels_.get());
   connect(panels_.get(), &PanelHost::openChanged, this, [this](const QString& display, const QUuid& widget) {
     desk_->markOpen(display, widget);
     dock_->checkEdge();

@@ -1,6 +1,7 @@
 #include "app/BubblePlace.h"
 
 #include <algorithm>
+#include <array>
 
 #include "dock/DockController.h"
 #include "views/dock/MessageBubble.h"
@@ -9,26 +10,59 @@ namespace tarnwick {
 namespace {
 
 constexpr int kAboveTheDock = 10;
+constexpr int kBesideAPanel = 8;
 
 }  // namespace
 
-PanelPlacement bubblePlacement(const MessageBubble& bubble, const DockController& dock, const Screens& screens,
-                               int raised, const QString& display) {
-  const QStringList displays = dock.displays();
-  const QList<Screen> all = screens.all();
-  const QString first = displays.isEmpty() ? screens.mainId() : displays.first();
-  const QString wanted = displays.contains(display) ? display : first;
+PanelPlacement bubblePlacement(const MessageBubble& bubble, const BubbleSurroundings& around) {
+  const QStringList displays = around.dock.displays();
+  const QList<Screen> all = around.screens.all();
+  const QString first = displays.isEmpty() ? around.screens.mainId() : displays.first();
+  const QString wanted = displays.contains(around.display) ? around.display : first;
   const auto found = std::ranges::find(all, wanted, &Screen::id);
   const Screen& screen = found == all.end() ? all.first() : *found;
 
-  QRectF place = dock.frame(screen.id);
+  QRectF place = around.dock.frame(screen.id);
   if (place.isEmpty()) place = QRectF(screen.usable.left(), screen.usable.bottom(), screen.usable.width(), 0);
   const QSize size = bubble.bubbleSize();
-  const int away = kAboveTheDock + raised;
+  const int away = kAboveTheDock + around.raised;
   const bool dockIsOnTop = place.center().y() < screen.frame.center().y();
   const double y = dockIsOnTop ? place.bottom() + away : place.top() - away - size.height();
-  const QPointF corner = QPointF(place.center().x() - size.width() / 2.0, y) - screen.frame.topLeft();
-  return {screen.id, QRect(corner.toPoint(), size), bubble.margins()};
+  QRect rectangle(QPointF(place.center().x() - size.width() / 2.0, y).toPoint(), size);
+  const QRect panel = around.panel ? around.panel(screen.id) : QRect();
+  if (!panel.isEmpty()) {
+    QRect room = screen.usable.toRect();
+    dockIsOnTop ? room.setTop(rectangle.top()) : room.setBottom(rectangle.bottom());
+    rectangle = clearOf(panel, rectangle, room);
+  }
+  return {screen.id, rectangle.translated(-screen.frame.topLeft().toPoint()), bubble.margins()};
+}
+
+QRect clearOf(const QRect& taken, const QRect& wanted, const QRect& room) {
+  const QRect shunned = taken.marginsAdded(QMargins(kBesideAPanel, kBesideAPanel, kBesideAPanel, kBesideAPanel));
+  if (!wanted.intersects(shunned)) return wanted;
+  QRect left = wanted;
+  QRect right = wanted;
+  QRect above = wanted;
+  QRect below = wanted;
+  left.moveRight(shunned.left() - 1);
+  right.moveLeft(shunned.right() + 1);
+  above.moveBottom(shunned.top() - 1);
+  below.moveTop(shunned.bottom() + 1);
+  const auto way = [&wanted](const QRect& place) { return (place.topLeft() - wanted.topLeft()).manhattanLength(); };
+  std::array places{left, right, above, below};
+  std::ranges::stable_sort(places.begin(), places.begin() + 2, {}, way);
+  for (const QRect& place : places)
+    if (room.contains(place)) return place;
+  for (QRect& place : places) {
+    place.moveLeft(std::max(room.left(), std::min(place.left(), room.right() + 1 - place.width())));
+    place.moveTop(std::max(room.top(), std::min(place.top(), room.bottom() + 1 - place.height())));
+  }
+  const auto covered = [&taken](const QRect& place) {
+    const QRect hidden = place & taken;
+    return hidden.width() * hidden.height();
+  };
+  return *std::ranges::min_element(places, {}, covered);
 }
 
 Backdrop backdropOf(const Panels& panels) {

@@ -1,6 +1,7 @@
 #include "app/DockBubble.h"
 
 #include "app/BubblePlace.h"
+#include "app/PanelHost.h"
 #include "dock/DockController.h"
 #include "store/AppStore.h"
 #include "views/dock/MessageBubble.h"
@@ -20,6 +21,7 @@ DockBubble::DockBubble(DockBubbleParts parts, Maker make) : parts_(parts), maker
   connect(parts_.dock, &DockController::placed, this, &DockBubble::arrangeSoon);
   connect(parts_.dock, &DockController::goesAway, this, &DockBubble::arrangeSoon);
   connect(parts_.dock, &DockController::coveredChanged, this, &DockBubble::arrangeSoon);
+  connect(parts_.host, &PanelHost::outlineChanged, this, &DockBubble::makeRoom);
 }
 
 DockBubble::~DockBubble() = default;
@@ -38,8 +40,9 @@ void DockBubble::arrange() {
   }
   if (!panel_) make();
   bubble_->setLook(dockStyleNamed(parts_.store->config().style), backdropOf(*parts_.panels));
+  const auto openPanel = [this](const QString& display) { return parts_.host->outline(display); };
   const PanelPlacement wanted =
-      bubblePlacement(*bubble_, *parts_.dock, *parts_.screens, raised_ ? raised_() : 0, display_);
+      bubblePlacement(*bubble_, {*parts_.dock, *parts_.screens, raised_ ? raised_() : 0, display_, openPanel});
   if (wanted != placement_) {
     placement_ = wanted;
     panel_->place(wanted);
@@ -48,6 +51,12 @@ void DockBubble::arrange() {
   panel_->setOutline(bubble_->outlineRegion());
   panel_->setInputRegion(bubble_->outlineRegion());
   panel_->setShown(true);
+}
+
+/// A click on the bubble closes the panel, and must not find the bubble gone elsewhere before it is over.
+void DockBubble::makeRoom() {
+  if (!panel_ || bubble_->underMouse()) return;
+  arrange();
 }
 
 void DockBubble::make() {

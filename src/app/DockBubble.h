@@ -14,6 +14,7 @@ namespace tarnwick {
 class AppStore;
 class DockController;
 class MessageBubble;
+class PanelHost;
 
 /// What a bubble stands beside. Borrowed; all are required.
 struct DockBubbleParts {
@@ -21,10 +22,12 @@ struct DockBubbleParts {
   DockController* dock = nullptr;
   Screens* screens = nullptr;
   Panels* panels = nullptr;
+  PanelHost* host = nullptr;
 };
 
 /// The window of a bubble above a dock. It follows the dock's place and look, moves to another dock when its own goes,
-/// and stays below a full-screen window that covers its display. While no display is connected it waits for one.
+/// makes room for an open panel, and stays below a full-screen window that covers its display. While no display is
+/// connected it waits for one.
 class DockBubble final : public QObject {
   Q_OBJECT
  public:
@@ -48,6 +51,7 @@ class DockBubble final : public QObject {
 
  private:
   void make();
+  void makeRoom();
 
   DockBubbleParts parts_;
   Maker maker_;

@@ -290,7 +290,7 @@ void DockDesk::markMenu(bool open) {
 
 void DockDesk::offerUndo(quint64 entry, const QString& sentence) {
   if (sentence.isEmpty()) return;
-  if (!controller_ || controller_->displays().isEmpty() || parts_.screens->all().isEmpty()) return;
+  if (!controller_ || !host_ || controller_->displays().isEmpty() || parts_.screens->all().isEmpty()) return;
   const auto make = [this, entry, sentence] {
     auto bubble = std::make_unique<UndoBubble>(parts_.store->scheduler(), sentence);
     connect(
@@ -305,8 +305,8 @@ void DockDesk::offerUndo(quint64 entry, const QString& sentence) {
     return bubble;
   };
   bubbleEntry_ = entry;
-  bubble_ =
-      std::make_unique<DockBubble>(DockBubbleParts{parts_.store, controller_, parts_.screens, parts_.panels}, make);
+  bubble_ = std::make_unique<DockBubble>(
+      DockBubbleParts{parts_.store, controller_, parts_.screens, parts_.panels, host_}, make);
   bubble_->setDisplay(parts_.store->activeDisplay);
   bubble_->setRaised([this] {
     const int message = messageHeight ? messageHeight() : 0;

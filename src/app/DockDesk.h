@@ -22,6 +22,7 @@
 
 namespace tarnwick {
 
+class PanelHost;
 class Readings;
 
 /// What the desk is made of. Borrowed; all but the colors are required.
@@ -54,6 +55,8 @@ class DockDesk : public QObject {
 
   /// Set once the controller is there, which asks for contents from then on.
   void setController(DockController* controller);
+  /// Set once there is whoever shows the panels behind tiles. Must outlive shutdown().
+  void setPanelHost(PanelHost* host) { host_ = host; }
   std::unique_ptr<DockContent> makeContent(const QString& display);
   /// What the tiles of a display's dock show at this moment.
   TileSources sources(const QString& display) const;
@@ -106,6 +109,7 @@ class DockDesk : public QObject {
 
   DockDeskParts parts_;
   DockController* controller_ = nullptr;
+  PanelHost* host_ = nullptr;
   UndoStack undo_;
   UndoableEdits edits_;
   DockDrops drops_;

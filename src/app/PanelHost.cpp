@@ -37,6 +37,7 @@ void PanelHost::open(const QString& display, const QUuid& widget, Panel& dock, c
   widget_ = widget;
   showPanel(dock, tile);
   Q_EMIT openChanged(display_, widget_);
+  Q_EMIT outlineChanged();
 }
 
 void PanelHost::showPanel(Panel& dock, const QRect& tile) {
@@ -66,6 +67,7 @@ void PanelHost::showPanel(Panel& dock, const QRect& tile) {
   connect(panel_, &TilePanel::sizeChanged, presentation_, [this] {
     presentation_->updateGeometry();
     if (popup_) popup_->reposition();
+    Q_EMIT outlineChanged();
   });
   const auto lost = [this] { closeAtOnce(); };
   connect(&dock, &Panel::closed, presentation_, lost);
@@ -110,6 +112,12 @@ void PanelHost::forget() {
   const QString display = std::exchange(display_, {});
   widget_ = {};
   Q_EMIT openChanged(display, {});
+  Q_EMIT outlineChanged();
+}
+
+QRect PanelHost::outline(const QString& display) const {
+  if (!hasActivePanel(display) || !presentation_) return {};
+  return presentation_->geometry().marginsRemoved(panel_->margins());
 }
 
 void PanelHost::drop() {

@@ -52,6 +52,8 @@ class PanelHost final : public QObject {
 
   /// Whether a panel is open that belongs to a display's dock, which then stays shown.
   bool hasActivePanel(const QString& display) const { return !display_.isEmpty() && display == display_; }
+  /// Where that panel stands, in desktop coordinates; empty for none.
+  QRect outline(const QString& display) const;
   /// The widget whose panel is open; null for none.
   const QUuid& openWidget() const { return widget_; }
 
@@ -59,6 +61,8 @@ class PanelHost final : public QObject {
   /// A panel opened (`widget`) or closed (a null identity): the display's dock marks the tile, and whether docks are
   /// shown is to be looked at again.
   void openChanged(const QString& display, const QUuid& widget);
+  /// outline() is another one.
+  void outlineChanged();
 
  private:
   void showPanel(Panel& dock, const QRect& tile);

@@ -4,6 +4,7 @@
 #include <QTemporaryDir>
 
 #include "app/Autostart.h"
+#include "app/BubblePlace.h"
 #include "app/CommandLine.h"
 #include "app/FixtureConfig.h"
 #include "app/HotKeyTable.h"
@@ -205,6 +206,25 @@ TEST(HotKeyTable, NamesTheEnabledKeysInOrder) {
   options.profileShortcutEnabled = options.commandBarEnabled = false;
   EXPECT_EQ(HotKeyTable::rows(options).size(), 1);
   EXPECT_EQ(HotKeyTable::signature(options), u"true:false:2:6912:6400:false:49:4096"_s);
+}
+
+TEST(BubblePlace, LeavesRoomForAPanelAndStaysOnTheDisplay) {
+  const QRect room(0, 0, 1000, 700);
+  const struct {
+    const char* name;
+    QRect panel;
+    QRect wanted;
+    QRect place;
+  } cases[] = {
+      {"not in its way", {0, 300, 320, 300}, {400, 560, 200, 40}, {400, 560, 200, 40}},
+      {"to the right, which is nearer", {300, 300, 320, 300}, {400, 560, 300, 40}, {628, 560, 300, 40}},
+      {"to the left, which is nearer", {500, 300, 320, 300}, {400, 560, 300, 40}, {192, 560, 300, 40}},
+      {"to the left, for there is no room", {500, 300, 320, 300}, {650, 560, 200, 40}, {292, 560, 200, 40}},
+      {"above a panel in the middle", {340, 300, 320, 300}, {320, 560, 360, 40}, {320, 252, 360, 40}},
+      {"below one that hangs from the top", {340, 0, 320, 300}, {320, 20, 360, 40}, {320, 308, 360, 40}},
+      {"in a corner, where a panel fills the height", {340, 0, 320, 700}, {320, 560, 360, 40}, {0, 560, 360, 40}},
+  };
+  for (const auto& each : cases) EXPECT_EQ(clearOf(each.panel, each.wanted, room), each.place) << each.name;
 }
 
 TEST(FixtureConfig, IsWrittenWholeOrRefused) {

@@ -8,11 +8,13 @@
 
 #include "app/Adapters.h"
 #include "app/AppDelegate.h"
+#include "app/DockDesk.h"
 #include "app/HotKeyTable.h"
 #include "config/Persistence.h"
 #include "desktop/Program.h"
 #include "support/ForeignWindow.h"
 #include "support/TestScheduler.h"
+#include "views/dock/LiveDock.h"
 
 namespace tarnwick {
 namespace {
@@ -147,6 +149,22 @@ TEST_F(DelegateTest, AMessageStandsAboveTheDockUntilItIsDismissed) {
   ASSERT_TRUE(
       VirtualDisplay::waitUntil([&] { return takesClicks(static_cast<int>(dock().center().y())) && !bubble(); }));
   store().setError(u"Settings could not be saved: The disk is full."_s);
+  EXPECT_TRUE(VirtualDisplay::waitUntil(bubble));
+  store().clearError();
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return !bubble(); }));
+
+  // A panel that opens where it stands has it beside itself.
+  store().setError(u"Settings could not be saved: The disk is full."_s);
+  EXPECT_TRUE(VirtualDisplay::waitUntil(bubble));
+  const xcb_window_t message = display.topLevelAt(QPoint(800, static_cast<int>(dock().top()) - 30));
+  const QString id = delegate->dock().displays().first();
+  Q_EMIT static_cast<LiveDock*>(delegate->dock().content(id))->view().tileActivated(store().widgets()[3].id);
+  ASSERT_TRUE(delegate->dock().hasActivePanel(id));
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] {
+    const QRect place = display.frame(message);
+    return !place.contains(800, place.center().y()) && display.topLevelAt(place.center()) == message;
+  }));
+  delegate->desk().closePanel();
   EXPECT_TRUE(VirtualDisplay::waitUntil(bubble));
   store().clearError();
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return !bubble(); }));
