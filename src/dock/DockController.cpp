@@ -161,6 +161,7 @@ void DockController::layoutPanels() {
   for (const Screen& screen : screens) {
     if (selected.contains(screen.id)) layout(screen);
   }
+  hasStarted_ = true;
   updateZones();
   platformStateChanged();
   checkEdge();
@@ -183,7 +184,18 @@ void DockController::rememberDisplays(const QList<Screen>& screens) {
 void DockController::sayWhatIsNotAvailable() {
   const Capability edges = ports_.zones->edges();
   if (edges || store_.config().layout == DockLayout::Fixed || std::exchange(saidWhatIsNot_, true)) return;
-  store_.setError(edges.reason);
+  remark(edges.reason);
+}
+
+/// What is told to a user who has just chosen a layout stays until it was seen. At each start after that it goes by
+/// itself.
+void DockController::remark(const QString& sentence) {
+  store_.setError(sentence);
+  remarkEnd_.reset();
+  if (hasStarted_) return;
+  remarkEnd_ = store_.scheduler().after(kRemark, [this, sentence] {
+    if (store_.error() == sentence) store_.clearError();
+  });
 }
 
 void DockController::applyToSystemDock() {
@@ -191,7 +203,7 @@ void DockController::applyToSystemDock() {
   try {
     suppressor_.apply(layout);
     failure_.second.clear();
-    if (const auto notice = suppressor_.takeNotice()) store_.setError(*notice);
+    if (const auto notice = suppressor_.takeNotice()) remark(*notice);
   } catch (const DomainError& failure) {
     // Every pass tries again, but a message that was dismissed stays dismissed.
     const std::pair said(layout, failure.message());

@@ -49,6 +49,8 @@ class DockController : public QObject {
 
   static constexpr double kRefreshDelay = 0.04;
   static constexpr double kTransitionPeriod = 0.05;
+  /// For so long a start says what this desktop lacks, in seconds.
+  static constexpr double kRemark = 10;
   /// For so long the keyboard may be on its way back from a window of the dock's own.
   static constexpr double kKeyboardGrace = 0.2;
 
@@ -131,6 +133,7 @@ class DockController : public QObject {
   void rememberDisplays(const QList<Screen>& screens);
   void applyToSystemDock();
   void sayWhatIsNotAvailable();
+  void remark(const QString& sentence);
   void removeDocks(const std::function<bool(const QString&)>& isDoomed);
   void layout(const Screen& screen);
   Dock& dockFor(const Screen& screen);
@@ -158,6 +161,8 @@ class DockController : public QObject {
   std::map<QString, Dock> docks_;
   mutable DockConfiguration limited_;  // What settings() gives where the desktop cannot do all of it.
   bool saidWhatIsNot_ = false;
+  bool hasStarted_ = false;  // Whether the first layout pass is over.
+  JobHandle remarkEnd_;
   QList<QRectF> fullscreen_;
   std::optional<DockLayout> reservedLayout_;
   std::pair<DockLayout, QString> failure_;  // Of the system's dock, as it was said last; empty once it is over.

@@ -363,6 +363,27 @@ TEST_F(DockControllerTest, TheSystemsDockIsAskedWithEveryPassAndGivenBackOnDeman
   EXPECT_TRUE(isHidden());
 }
 
+TEST_F(DockControllerTest, ADockThatIsMissingIsToldUntilSeenAfterAChoiceAndForAWhileAtAStart) {
+  system.canHide = false;
+  useLayout(DockLayout::Replace);
+  time.advance(DockController::kRemark * 2);
+  EXPECT_EQ(store->error(), u"No dock."_s);
+  store->clearError();
+  controller.shutdown();
+  for (const QString& other : {QString(), u"Something went wrong."_s}) {
+    DockController again{*store,
+                         {&screens, &panels, &zones, &clocks, &motion, &windows, &system, &system},
+                         [](const QString&) { return std::make_unique<PlainContent>(); }};
+    again.setMayShow(true);
+    EXPECT_EQ(store->error(), u"No dock."_s);
+    time.advance(DockController::kRemark - 1);
+    EXPECT_EQ(store->error(), u"No dock."_s);
+    if (!other.isEmpty()) store->setError(other);
+    time.advance(2);
+    EXPECT_EQ(store->error(), other);
+  }
+}
+
 TEST_F(DockControllerTest, ADisplayThatComesBackHasItsDockAgain) {
   const Screen a = screens.list.first();
   Screen b = a;
