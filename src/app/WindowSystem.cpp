@@ -115,6 +115,20 @@ bool prefersWayland() {
   return false;
 }
 
+bool isWayland(const QByteArray& platform) { return platform.startsWith("wayland"); }
+
+/// The toolkit takes the first of a list that it can reach, and what it needs must be known before.
+QByteArray reachable(const QByteArray& wanted) {
+  const QList<QByteArray> platforms = wanted.split(';');
+  for (const QByteArray& one : platforms) {
+    if (isWayland(one) ? WaylandSession::offer() != WaylandSession::Offer::Nothing
+                       : !one.startsWith("xcb") || answersX11()) {
+      return one;
+    }
+  }
+  return platforms.first();
+}
+
 }  // namespace
 
 WindowSystem::~WindowSystem() {
@@ -127,7 +141,7 @@ WindowSystem::~WindowSystem() {
 }
 
 WindowSystem WindowSystem::make() {
-  if (QGuiApplication::platformName() == "wayland"_L1) return makeWayland();
+  if (QGuiApplication::platformName().startsWith("wayland"_L1)) return makeWayland();
   if (X11Events::isAvailable()) return makeX11();
   throw DomainError::invalid(
       QCoreApplication::translate("WindowSystem", "Tarnwick needs a Wayland or an X11 display, and has neither."));
@@ -137,21 +151,18 @@ void WindowSystem::prepare() {
   // Shared-memory pictures cost two more wake-ups for every frame, and a tile is small.
   if (!qEnvironmentVariableIsSet("QT_XCB_NO_MITSHM")) qputenv("QT_XCB_NO_MITSHM", "1");
   const QByteArray wanted = qgetenv("QT_QPA_PLATFORM");
-  if (wanted.isEmpty() ? prefersWayland() : wanted.startsWith("wayland")) {
-    WaylandEnvironment::prepare();
-  } else if (wanted.isEmpty()) {
-    qputenv("QT_QPA_PLATFORM", "xcb");
-  }
+  const QByteArray chosen = wanted.isEmpty() ? (prefersWayland() ? "wayland" : "xcb") : reachable(wanted);
+  qputenv("QT_QPA_PLATFORM", chosen);
+  if (isWayland(chosen)) WaylandEnvironment::prepare();
 }
 
 QString WindowSystem::obstacle() {
   const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
-  if (platform.startsWith("wayland")) {
+  if (isWayland(platform)) {
     const bool answers = WaylandSession::offer() != WaylandSession::Offer::Nothing;
     return answers ? QString() : u"Tarnwick cannot reach a Wayland display."_s;
   }
-  if (platform != "xcb") return {};
-  if (answersX11()) return {};
+  if (!platform.startsWith("xcb") || answersX11()) return {};
   const QString display = qEnvironmentVariable("DISPLAY");
   return display.isEmpty() ? u"Tarnwick needs a display, and DISPLAY names none."_s
                            : u"Tarnwick cannot reach the display \"%1\"."_s.arg(display);

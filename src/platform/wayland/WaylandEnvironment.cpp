@@ -27,7 +27,7 @@ constexpr std::array kVariables{
 
 void WaylandEnvironment::prepare() {
   for (const Variable& one : kVariables) {
-    if (!qEnvironmentVariableIsSet(one.name)) qputenv(one.name, one.value);
+    if (qEnvironmentVariableIsEmpty(one.name)) qputenv(one.name, one.value);
   }
 }
 
