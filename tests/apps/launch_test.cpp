@@ -42,8 +42,11 @@ class LaunchTest : public AppsTest {
             "env\n"
             "mv %1/out.part %1/out\n"_L1.arg(root(u"result"_s)));
     QDir().mkpath(root(u"result"_s));
-    launchVariables = LaunchEnvironment::from(variables(
-        {{"PATH", "/usr/bin:/bin"}, {"QT_QPA_PLATFORM", "xcb"}, {"NOTIFY_SOCKET", "/run/notify"}, {"KEPT", "yes"}}));
+    launchVariables = LaunchEnvironment::from(variables({{"PATH", "/usr/bin:/bin"},
+                                                         {"QT_QPA_PLATFORM", "xcb"},
+                                                         {"NOTIFY_SOCKET", "/run/notify"},
+                                                         {"WAYLAND_SOCKET", "7"},
+                                                         {"KEPT", "yes"}}));
     launchVariables.remove({u"QT_QPA_PLATFORM"_s});
     entry.id = u"org.example.Report"_s;
     entry.name = u"Report"_s;
@@ -82,7 +85,9 @@ TEST_F(LaunchTest, StartsInASessionOfItsOwnWithoutOurVariables) {
   EXPECT_NE(lines.value(2).toInt(), getsid(0));
   EXPECT_GT(lines.value(2).toInt(), 0);
   EXPECT_TRUE(lines.contains(u"KEPT=yes"_s) && lines.contains(u"XDG_ACTIVATION_TOKEN=token"_s));
-  EXPECT_TRUE(lines.filter(u"QT_QPA_PLATFORM"_s).isEmpty() && lines.filter(u"NOTIFY_SOCKET"_s).isEmpty());
+  for (const QString& ours : {u"QT_QPA_PLATFORM"_s, u"NOTIFY_SOCKET"_s, u"WAYLAND_SOCKET"_s}) {
+    EXPECT_TRUE(lines.filter(ours).isEmpty()) << ours.toStdString();
+  }
   const QString id = lines.filter(u"DESKTOP_STARTUP_ID="_s).value(0);
   EXPECT_TRUE(id.contains(u"report"_s) && id.endsWith("_TIME77"_L1)) << id.toStdString();
 
