@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <utility>
 
 #include "views/controls/Buttons.h"
@@ -42,6 +43,14 @@ void ConfirmBar::ask(const QString& sentence, const QString& button, std::functi
   if (!isAsking()) before_ = window()->focusWidget();
   show();
   cancel_->setFocus(Qt::OtherFocusReason);
+}
+
+/// Escape thinks better of it, before it closes what the question stands in.
+void ConfirmBar::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape)
+    leave();
+  else
+    QWidget::keyPressEvent(event);
 }
 
 void ConfirmBar::leave() {

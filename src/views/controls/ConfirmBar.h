@@ -25,6 +25,9 @@ class ConfirmBar final : public QWidget {
   /// The question is over, whatever the answer.
   void over();
 
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
  private:
   TextLabel* sentence_;
   Button* cancel_;

@@ -68,12 +68,19 @@ void Switch::paintEvent(QPaintEvent*) {
   const double corner = box.height() / 2;
   drawRounded(painter, box, corner, look.palette.tab);
   if (at > 0) drawRounded(painter, box, corner, faded(look.palette.accent(Accent::Blue), at));
+  if (hasFocus() && byKeyboard_) {
+    drawFocusLine(painter, box, corner, look);
+    // On the accent's own colour that line is not seen.
+    const double within = theme::kFieldFocus;
+    if (isChecked())
+      drawInnerLine(painter, box.adjusted(within, within, -within, -within), corner - within, theme::kFieldFocus,
+                    look.palette.inkOnAccent);
+  }
   const double inset = (theme::kSwitchHeight - theme::kSwitchKnob) / 2.0;
   const double x = inset + at * (theme::kSwitchWidth - theme::kSwitchKnob - inset * 2);
   const QRectF disc = Turned(*this)(QRectF(x, inset, theme::kSwitchKnob, theme::kSwitchKnob));
   drawRounded(painter, disc, theme::kSwitchKnob / 2.0, look.knob());
   if (look.palette.light) drawInnerLine(painter, disc, theme::kSwitchKnob / 2.0, 1, look.palette.tileEdge);
-  if (hasFocus() && byKeyboard_) drawFocusLine(painter, box, corner, look);
 }
 
 }  // namespace tarnwick
