@@ -1,5 +1,4 @@
 #include <QCoreApplication>
-#include <QGridLayout>
 #include <QHBoxLayout>
 #include <array>
 
@@ -8,6 +7,7 @@
 #include "views/controls/ChoiceGroup.h"
 #include "views/settings/Pages.h"
 #include "views/settings/StyleCard.h"
+#include "views/window/CardGrid.h"
 #include "views/window/WindowTheme.h"
 
 namespace tarnwick {
@@ -56,18 +56,13 @@ class AppearancePage final : public SettingsPage {
 
  private:
   void addStyles() {
-    auto* cards = new QWidget;
+    auto* cards = new CardGrid(kColumns, theme::kCardRowPadding, kBetween);
     cards->setAccessibleName(settingsText(QT_TRANSLATE_NOOP("Settings", "Dock style")));
-    auto* grid = new QGridLayout(cards);
-    grid->setContentsMargins(theme::kCardRowPadding, theme::kCardRowPadding, theme::kCardRowPadding,
-                             theme::kCardRowPadding);
-    grid->setSpacing(kBetween);
     QStringList words{cards->accessibleName()};
     QList<StyleCard*> group;
     for (const SettingChoice& style : kStyles) {
       auto* card = new StyleCard(QString::fromLatin1(style.value), settingsText(style.word), cards);
-      const int index = static_cast<int>(group.size());
-      grid->addWidget(card, index / kColumns, index % kColumns, Qt::AlignHCenter);
+      cards->add(card, Qt::AlignHCenter);
       connect(card, &QAbstractButton::clicked, this,
               [this, card] { edit([&](DockConfiguration& config) { config.style = card->style(); }); });
       group << card;

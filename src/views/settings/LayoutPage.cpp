@@ -1,5 +1,4 @@
 #include <QCoreApplication>
-#include <QGridLayout>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
@@ -12,6 +11,7 @@
 #include "views/controls/Segments.h"
 #include "views/settings/KnownDisplays.h"
 #include "views/settings/Pages.h"
+#include "views/window/CardGrid.h"
 #include "views/window/DropDown.h"
 #include "views/window/LayoutCard.h"
 #include "views/window/WindowTheme.h"
@@ -68,19 +68,14 @@ class LayoutPage final : public SettingsPage {
     column->setContentsMargins(theme::kCardEnds + 2, theme::kCardEnds + 2, theme::kCardEnds + 2,
                                theme::kCardRowPadding);
     column->setSpacing(theme::kCardRowPadding);
-    auto* cards = new QWidget;
+    auto* cards = new CardGrid(kColumns, 0, kBetween);
     cards->setAccessibleName(settingsText(QT_TRANSLATE_NOOP("Settings", "Layout")));
-    auto* grid = new QGridLayout(cards);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->setSpacing(kBetween);
-    grid->setColumnStretch(kColumns, 1);
     QStringList words{cards->accessibleName()};
     QList<LayoutCard*> group;
     for (const DockLayout layout : kDockLayouts) {
       auto* card = new LayoutCard(layout, LayoutCard::Size::Small, cards);
       card->setReduceMotion(services_.reducesMotion && services_.reducesMotion());
-      const int index = static_cast<int>(group.size());
-      grid->addWidget(card, index / kColumns, index % kColumns);
+      cards->add(card);
       connect(card, &LayoutCard::chosen, this,
               [this](DockLayout chosen) { edit([&](DockConfiguration& config) { config.layout = chosen; }); });
       group << card;

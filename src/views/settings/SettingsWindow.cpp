@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize kWindow{848, 720};
-constexpr QSize kLeast{840, 420};
+constexpr QSize kLeast{720, 420};  // Half of a common display has room for it.
 constexpr int kLayoutColumns = 4;  // Which the window is wide enough for.
 constexpr int kRow = 32;
 
@@ -77,7 +77,7 @@ SettingsWindow::SettingsWindow(AppStore& store, SettingsServices services)
   connect(field_, &QLineEdit::textChanged, this, &SettingsWindow::search);
   connect(field_, &QLineEdit::returnPressed, this, &SettingsWindow::enterPage);
   const QSize wider(kLayoutColumns * (LayoutCard::smallWidth() - LayoutCard::kSmallWidth), 0);
-  setMinimumSize(kLeast + wider);
+  setMinimumSize(kLeast);
   resize(kWindow + wider);
   turnTo(side_->chosen());
   side_->setFocus();
