@@ -6,6 +6,17 @@
 
 namespace tarnwick {
 
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString told(const QStringList& problems) {
+  if (problems.size() < 2) return problems.value(0);
+  return problems.first() + u' ' + Calendar::tr("And %1 more.").arg(problems.size() - 1);
+}
+
+}  // namespace
+
 Calendar::Calendar(CalendarSource& source, const Scheduler& clock, QObject* parent)
     : QObject(parent),
       source_(source),
@@ -52,10 +63,15 @@ void Calendar::take(const CalendarReading& reading) {
     for (Reminder& reminder : reminders_) {
       if (reminder.title.isEmpty()) reminder.title = tr("Untitled Reminder");
     }
-    problems_ = reading.problems;
-    calendarMessage_ = reading.hasCalendars ? QString() : tr("No calendar was found. Add a folder of calendar files.");
-    reminderMessage_ =
-        reading.hasReminders ? QString() : tr("No list of reminders was found. Add a folder of calendar files.");
+    problem_ = told(reading.problems);
+    // Whoever has calendars that cannot be read needs no other folder.
+    const bool isUnread = !problem_.isEmpty() && !reading.hasCalendars && !reading.hasReminders;
+    const auto without = [&](const QString& none) { return isUnread ? problem_ : none; };
+    calendarMessage_ =
+        reading.hasCalendars ? QString() : without(tr("No calendar was found. Add a folder of calendar files."));
+    reminderMessage_ = reading.hasReminders
+                           ? QString()
+                           : without(tr("No list of reminders was found. Add a folder of calendar files."));
     Q_EMIT changed();
   }
   if (isOutdated_) Q_EMIT outdated();

@@ -24,8 +24,8 @@ class Calendar final : public QObject {
   /// What is shown in place of data; empty where there is a calendar (a list), even one without an event.
   const QString& calendarMessage() const { return calendarMessage_; }
   const QString& reminderMessage() const { return reminderMessage_; }
-  /// Finished sentences about files that were left out of the last reading.
-  const QStringList& problems() const { return problems_; }
+  /// A finished sentence about what was left out of the last reading; empty where nothing was.
+  const QString& problem() const { return problem_; }
   /// The days for which there is data.
   CalendarRange range() const;
 
@@ -59,7 +59,7 @@ class Calendar final : public QObject {
   QList<Reminder> reminders_;
   QString calendarMessage_;
   QString reminderMessage_;
-  QStringList problems_;
+  QString problem_;
   CalendarReading last_;
   bool isNeeded_ = false;
   bool isLoading_ = false;

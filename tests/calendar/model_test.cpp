@@ -206,6 +206,13 @@ TEST(Calendar, ReadsWhileNeededAndTellsWhenItIsOutdated) {
   EXPECT_EQ(changed, 1);
 
   CalendarReading reading;
+  reading.problems = {u"A folder is closed."_s, u"A file is torn."_s};
+  calendar.load();
+  source.loaded(reading);
+  EXPECT_EQ(calendar.calendarMessage(), u"A folder is closed. And 1 more."_s) << "and nobody is told to add one";
+  EXPECT_EQ(calendar.reminderMessage(), calendar.calendarMessage());
+  EXPECT_EQ(changed, 2);
+
   reading.events = {timed({}, at(25, 9), 30), timed(u"first"_s, at(24, 9), 30)};
   reading.events[1].location = u"https://meet.jit.si/x"_s;
   Reminder reminder;
@@ -219,10 +226,11 @@ TEST(Calendar, ReadsWhileNeededAndTellsWhenItIsOutdated) {
   EXPECT_EQ(outdated, 1);
   calendar.load();
   source.loaded(reading);
-  EXPECT_EQ(changed, 2) << "the same again is no news";
+  EXPECT_EQ(changed, 3) << "the same again is no news";
   EXPECT_EQ(calendar.events()[0].meetingLink, u"https://meet.jit.si/x"_s);
   EXPECT_EQ(calendar.events()[1].title, u"Untitled Event"_s);
   EXPECT_TRUE(calendar.calendarMessage().isEmpty() && calendar.reminderMessage().isEmpty());
+  EXPECT_EQ(calendar.problem(), u"A folder is closed. And 1 more."_s) << "beside what can be read";
 
   calendar.setCompleted(calendar.reminders()[0], true);
   EXPECT_TRUE(calendar.reminders()[0].completed);

@@ -49,6 +49,7 @@ std::shared_ptr<const CalendarDigest> CalendarDigests::at(const QDateTime& now) 
   CalendarDigest digest = CalendarDigest::make(calendar_.events(), calendar_.reminders(), now);
   digest.calendarMessage = calendar_.calendarMessage();
   digest.reminderMessage = calendar_.reminderMessage();
+  digest.problem = calendar_.problem();
   minute_ = minute;
   digest_ = std::make_shared<const CalendarDigest>(std::move(digest));
   return digest_;

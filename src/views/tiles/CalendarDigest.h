@@ -29,6 +29,7 @@ struct CalendarDigest {
   /// Finished sentences for what cannot be shown; empty while it can.
   QString calendarMessage;
   QString reminderMessage;
+  QString problem;  ///< What of the calendars was left out and why; empty where nothing was.
 
   static constexpr int kMostUpcoming = 8;
   static CalendarDigest make(const QList<CalendarEvent>& events, const QList<Reminder>& reminders,
