@@ -3,7 +3,7 @@
 namespace tarnwick {
 
 FolderListing::FolderListing(Scheduler& scheduler, QObject* parent) : QObject(parent), watch_(scheduler) {
-  connect(&watch_, &FileWatch::changed, this, &FolderListing::read);
+  connect(&watch_, &FileWatch::changed, this, &FolderListing::readAgain);
 }
 
 void FolderListing::show(const FolderRequest& request) {
@@ -21,9 +21,17 @@ void FolderListing::setFixed(const FolderRequest& request, const FolderContents&
   loaded_ = true;
 }
 
+void FolderListing::readAgain() {
+  // A folder of many things may change more often than it can be read; what is being read is shown first.
+  isAgain_ = work_.busy();
+  if (!isAgain_) read();
+}
+
 void FolderListing::read() {
+  isAgain_ = false;
   work_.start([request = request_](const std::stop_token& stop) { return FolderReading::read(request, stop); },
               [this](FolderContents contents) {
+                if (isAgain_) read();
                 if (loaded_ && contents == contents_) return;
                 loaded_ = true;
                 contents_ = std::move(contents);

@@ -31,11 +31,13 @@ class FolderListing final : public QObject {
 
  private:
   void read();
+  void readAgain();
 
   FileWatch watch_;
   FolderRequest request_;
   FolderContents contents_;
   bool loaded_ = false;
+  bool isAgain_ = false;  ///< Something changed since the reading that is under way began.
   LatestWork work_;
 };
 

@@ -60,7 +60,6 @@ void ICalendarFiles::load(const CalendarRange& range, QObject* context, Loaded d
   if (!(range_ == range)) {
     range_ = range;
     isCurrent_ = false;
-    isAgain_ = isScanning_;
   }
   if (isCurrent_) {
     QMetaObject::invokeMethod(this, &ICalendarFiles::deliver, Qt::QueuedConnection);
@@ -74,6 +73,7 @@ void ICalendarFiles::scan() {
   isScanning_ = true;
   isAgain_ = false;
   soon_.reset();
+  scanned_ = range_;
   CalendarPlaces places = places_;
   places.folders += added_;
   // The destructor waits for this function, so that the object is still there when it reports.
@@ -87,14 +87,17 @@ void ICalendarFiles::scan() {
 void ICalendarFiles::take(const CalendarScan::Result& result) {
   isScanning_ = false;
   // What happened in a folder between the reading and the watching would otherwise be missed.
-  if (watch_.watch(result.folders, result.awaited) || isAgain_) return scan();
-  isCurrent_ = true;
+  if (watch_.watch(result.folders, result.awaited) || !(scanned_ == range_)) return scan();
+  // A synchronisation may write for minutes: what was read is shown while it goes on.
+  const bool isOutdated = std::exchange(isAgain_, false);
+  isCurrent_ = !isOutdated;
   reading_ = result.reading;
   deliver();
+  if (isOutdated && !isScanning_ && !soon_) fileChanged();
 }
 
 void ICalendarFiles::deliver() {
-  if (!isCurrent_) return;
+  if (isScanning_) return;
   for (const auto& [context, done] : std::exchange(waiting_, {})) {
     if (context) done(reading_);
   }

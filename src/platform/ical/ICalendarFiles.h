@@ -43,12 +43,13 @@ class ICalendarFiles final : public CalendarSource {
   std::stop_source stopping_;
   FolderWatch watch_;
   JobHandle soon_;
-  CalendarRange range_;
+  CalendarRange range_;    ///< What is asked for,
+  CalendarRange scanned_;  ///< and what the reading under way looks for.
   CalendarReading reading_;
   QList<std::pair<QPointer<QObject>, Loaded>> waiting_;
   bool isCurrent_ = false;  ///< `reading_` is what the files hold in `range_`, as far as we know.
   bool isScanning_ = false;
-  bool isAgain_ = false;  ///< What is being read was changed or is no longer asked for.
+  bool isAgain_ = false;  ///< What is being read was changed meanwhile.
   bool wasAsked_ = false;
   QThreadPool pool_;
 };
