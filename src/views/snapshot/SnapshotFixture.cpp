@@ -6,6 +6,7 @@
 #include "views/snapshot/CalendarFixture.h"
 #include "views/snapshot/FileFixture.h"
 #include "views/snapshot/SnapshotScenery.h"
+#include "views/tiles/NoteTiles.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
@@ -142,8 +143,9 @@ TileSources SnapshotFixture::sources() {
   sources.calendar = calendarFixture(sources.now);
   sources.readings = FileFixture::readings(sources.now);
   sources.trashItems = 12;
-  sources.todos = configuration().todos;
-  sources.latestNote = NoteReading{u"Dock review"_s, u"Check the ring width at half the scale"_s};
+  const DockConfiguration config = configuration();
+  sources.todos = config.todos;
+  sources.latestNote = noteReading(notesByAge(config).first().options.value(u"text"_s));
   sources.weather = WeatherReading{u"6°"_s, u"Kendal"_s, u"Partly cloudy"_s, WeatherPicture::CloudSun};
   return sources;
 }
@@ -163,6 +165,11 @@ DockConfiguration SnapshotFixture::configuration() {
     }
     config.profiles.last().widgets.append(widgetOf(definition.id));
   }
+  config.profiles.last().widgets.append(
+      {QUuid::createUuidV5(QUuid(), u"latest note"_s),
+       u"scratchNote"_s,
+       {},
+       {{u"text"_s, u"Dock review\nCheck the ring width at half the scale"_s}, {u"edited"_s, secondsFromNow(-600)}}});
   config.todos = {todo(u"Fix clipboard icon at 0.5 scale"_s, false), todo(u"Reply to Sam about the theme"_s, false),
                   todo(u"Book train for Friday"_s, false), todo(u"Write release notes"_s, true),
                   todo(u"Draw empty states for panels"_s, true)};
