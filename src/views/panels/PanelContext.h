@@ -27,6 +27,8 @@ class PanelDrafts;
 struct PanelActions {
   std::function<void(const QUrl& url)> openUrl;
   std::function<void(const QString& path)> openPath;
+  /// Tells the user what was done and offers to take it back; what `undo` holds must outlive the panel.
+  std::function<void(const QString& sentence, const std::function<void()>& undo)> offerUndo;
   /// Opens the form in which a widget is set up or connected.
   std::function<void(const QUuid& widget)> openEditor;
   /// Starts the desktop's own system monitor.
