@@ -192,14 +192,16 @@ TEST(OverviewPanelTest, ShowsTheDayAndIsWorkedThrough) {
 
   // A day of which nothing is known is told as such.
   sources.weather.reset();
-  sources.calendar = std::make_shared<CalendarDigest>();
+  auto digest = std::make_shared<CalendarDigest>();
+  digest->problem = u"A file is torn."_s;
+  sources.calendar = digest;
   fixture.store().edit([](DockConfiguration& config) { config.todos.clear(); });
   QCoreApplication::processEvents();
   EXPECT_EQ(titles(plain) + titles(check), u""_s);
   QStringList sentences;
   for (const TextLabel* label : panel->findChildren<TextLabel*>())
     if (label->isVisible()) sentences << label->text();
-  EXPECT_EQ(sentences.join(u'|'), u"No events|Nothing is due.|Nothing to do"_s);
+  EXPECT_EQ(sentences.join(u'|'), u"A file is torn.|No events|Nothing is due.|Nothing to do"_s);
 }
 
 }  // namespace

@@ -20,6 +20,7 @@
 #include "views/panels/EmojiTable.h"
 #include "views/panels/Panels.h"
 #include "views/snapshot/SnapshotFixture.h"
+#include "views/tiles/NoteTiles.h"
 
 namespace tarnwick {
 namespace {
@@ -36,6 +37,7 @@ struct Open {
     };
     context.actions.copyText = [this](const QString& text) { copied = text; };
     context.actions.pickColor = [this](const std::function<void(const QString&)>& done) { picked = done; };
+    context.actions.offerUndo = [this](const QString&, const std::function<void()>& undo) { undos.push_back(undo); };
     panel = makePanel(context);
     panel->start();
     panel->resize(panel->sizeHint());
@@ -64,6 +66,7 @@ struct Open {
   PanelContext context;
   QString copied;
   std::function<void(const QString&)> picked;
+  std::vector<std::function<void()>> undos;
   std::unique_ptr<TilePanel> panel;
 };
 
@@ -218,10 +221,13 @@ TEST(TodosPanelTest, AddsTicksDeletesAndClears) {
 
   rows().first()->click();
   EXPECT_TRUE(todos.store().config().todos.first().completed);
+  const QStringList all = texts();
   QTest::keyClick(rows().first(), Qt::Key_Delete);
   EXPECT_FALSE(texts().contains(u"Reply to Sam about the theme"_s));
   todos.click(u"Clear completed"_s);
   EXPECT_EQ(texts(), (QStringList{u"Book train for Friday"_s, u"Water the plants"_s}));
+  for (; !todos.undos.empty(); todos.undos.pop_back()) todos.undos.back()();
+  EXPECT_EQ(texts(), all) << "each is back at its place";
 }
 
 TEST(NotePanels, SaveAsIsTyped) {
@@ -232,7 +238,7 @@ TEST(NotePanels, SaveAsIsTyped) {
   EXPECT_EQ(note.panel->findChild<TextArea*>()->toPlainText(), u"From elsewhere"_s);
 
   Open notes(u"notesLatest"_s);
-  const QUuid first = SnapshotFixture::widgetOf(u"scratchNote"_s).id;
+  const QUuid first = notesByAge(notes.store().config()).first().id;
   notes.panel->findChild<TextArea*>()->setPlainText(u"Edited"_s);
   EXPECT_EQ(DocumentEdits::find(notes.store().config(), first)->options.value(u"text"_s), u"Edited"_s);
   EXPECT_EQ(notes.option(u"text"_s), u"absent"_s);

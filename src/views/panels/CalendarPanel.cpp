@@ -1,11 +1,10 @@
 #include "views/panels/CalendarPanel.h"
 
-#include <QCoreApplication>
-
 #include "calendar/Calendar.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/MonthGrid.h"
 #include "views/panels/DayAgenda.h"
+#include "views/panels/PanelWords.h"
 #include "views/tiles/ClockWords.h"
 #include "views/tiles/EventWords.h"
 
@@ -19,8 +18,6 @@ constexpr qsizetype kMostRows = 8;
 constexpr int kNoticeGap = 8;
 
 class CalendarPanel final : public TilePanel {
-  Q_DECLARE_TR_FUNCTIONS(Panels)
-
  public:
   explicit CalendarPanel(const PanelContext& context)
       : TilePanel(context),
@@ -28,11 +25,11 @@ class CalendarPanel final : public TilePanel {
         heading_(nullptr),
         agenda_(new DayAgenda(context.actions.openUrl, kMostRows)),
         notice_(new TextLabel({}, TextStyle::Body, Tone::Secondary)),
-        folder_(new Button(tr("Add Calendar Folder…"))) {
-    addTurn(u"chevron.left"_s, tr("Previous month"), -1);
-    addTurn(u"chevron.right"_s, tr("Next month"), 1);
+        folder_(new Button(PanelWords::tr("Add Calendar Folder…"))) {
+    addTurn(u"chevron.left"_s, PanelWords::tr("Previous month"), -1);
+    addTurn(u"chevron.right"_s, PanelWords::tr("Next month"), 1);
     if (const auto open = context.actions.openCalendar) {
-      auto* application = new IconButton(u"calendar"_s, tr("Open Calendar"));
+      auto* application = new IconButton(u"calendar"_s, PanelWords::tr("Open Calendar"));
       connect(application, &QPushButton::clicked, this, [open] { open(); });
       header().addAction(application);
     }
@@ -56,6 +53,7 @@ class CalendarPanel final : public TilePanel {
     static const CalendarDigest none;
     const CalendarDigest& digest = sources.calendar ? *sources.calendar : none;
     locale_ = sources.locale;
+    setMessage(digest.problem == digest.calendarMessage ? QString() : digest.problem);
     month_->setWords(sources.locale);
     const QSignalBlocker quiet(month_);  // What follows shows the chosen day anyway.
     month_->setToday(sources.now.date());
@@ -80,7 +78,7 @@ class CalendarPanel final : public TilePanel {
       heading_->setTrailing({});
       return;
     }
-    heading_->setText(tr("Today, %1").arg(ClockWords::dayWithMonth(day, sources.locale)));
+    heading_->setText(PanelWords::tr("Today, %1").arg(ClockWords::dayWithMonth(day, sources.locale)));
     const bool soon = !digest.upcoming.isEmpty() && digest.upcoming.first().start.date() <= day;
     heading_->setTrailing(soon ? EventWords::distance(digest.upcoming.first(), sources) : QString(), Tone::AccentWord);
   }
@@ -95,12 +93,12 @@ class CalendarPanel final : public TilePanel {
 
   QString noticeFor(const CalendarDigest& digest, const TileSources& sources, qsizetype all, qsizetype shown) const {
     if (!digest.calendarMessage.isEmpty()) return digest.calendarMessage;
-    if (all > shown) return tr("And %1 more").arg(all - shown);
+    if (all > shown) return PanelWords::tr("And %1 more").arg(all - shown);
     if (all > 0) return {};
     const qint64 days = sources.now.date().daysTo(month_->chosen());
     if (days < -Calendar::daysBack || days >= Calendar::daysAhead)
-      return tr("Events are read for the last five and the next ten weeks.");
-    return tr("No events");
+      return PanelWords::tr("Events are read for the last five and the next ten weeks.");
+    return PanelWords::tr("No events");
   }
 
   MonthGrid* month_;

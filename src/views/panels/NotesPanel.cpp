@@ -1,6 +1,5 @@
 #include "views/panels/NotesPanel.h"
 
-#include <QCoreApplication>
 #include <QHBoxLayout>
 
 #include "store/DocumentEdits.h"
@@ -8,6 +7,7 @@
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
 #include "views/controls/Rows.h"
+#include "views/panels/PanelWords.h"
 #include "views/tiles/NoteTiles.h"
 #include "widgets/TimeMath.h"
 
@@ -20,8 +20,6 @@ namespace {
 constexpr int kAreaHeight = 180;
 /// How much later a note must be written into again to count as changed again. Each such mark is saved at once.
 constexpr double kMarkSeconds = 60;
-
-QString words(const char* text) { return QCoreApplication::translate("Panels", text); }
 
 /// Writes the text of the note `id` into the document.
 void writeNote(AppStore& store, const QUuid& id, const QString& text) {
@@ -43,8 +41,8 @@ QString noteText(const AppStore& store, const QUuid& id) {
 /// A text area that is bound to one note at a time.
 class NoteArea final : public TextArea {
  public:
-  explicit NoteArea(AppStore& store) : TextArea(words("Note")), store_(store) {
-    setPlaceholderText(words("Write a note…"));
+  explicit NoteArea(AppStore& store) : TextArea(PanelWords::tr("Note")), store_(store) {
+    setPlaceholderText(PanelWords::tr("Write a note…"));
     setFixedHeight(kAreaHeight);
     connect(this, &QPlainTextEdit::textChanged, this, [this] {
       if (!note_.isNull()) writeNote(store_, note_, toPlainText());
@@ -73,7 +71,7 @@ class NoteArea final : public TextArea {
 };
 
 IconButton* copyButton(const PanelContext& context, NoteArea* area, QWidget* owner) {
-  auto* copy = new IconButton(u"doc.on.clipboard"_s, words("Copy"));
+  auto* copy = new IconButton(u"doc.on.clipboard"_s, PanelWords::tr("Copy"));
   QObject::connect(copy, &QPushButton::clicked, owner,
                    [area, act = context.actions.copyText] { act(area->toPlainText()); });
   return copy;
@@ -110,7 +108,7 @@ class NotesPanel final : public TilePanel {
  public:
   explicit NotesPanel(const PanelContext& context)
       : TilePanel(context), area_(new NoteArea(context.store)), rows_(new QVBoxLayout) {
-    auto* add = new IconButton(u"plus"_s, words("New Note"));
+    auto* add = new IconButton(u"plus"_s, PanelWords::tr("New Note"));
     connect(add, &QPushButton::clicked, this, [this] { addNote(); });
     header().addAction(add);
     rows_->setContentsMargins(0, 0, 0, 0);
@@ -123,18 +121,18 @@ class NotesPanel final : public TilePanel {
  protected:
   void refresh(const TileSources&) override {
     const QList<DockWidget> notes = notesByAge(store().config());
-    if (area_->note().isNull() && notes.isEmpty()) {
+    if (!DocumentEdits::find(store().config(), area_->note()))
+      area_->bind(notes.isEmpty() ? QUuid() : notes.first().id);
+    if (area_->note().isNull()) {
       showEmpty({definition().symbol,
                  {},
                  title(),
-                 words("The quick notes that you write stand here, the latest first."),
-                 words("New Note"),
+                 PanelWords::tr("The quick notes that you write stand here, the latest first."),
+                 PanelWords::tr("New Note"),
                  [this] { addNote(); }});
       return;
     }
     hideEmpty();
-    if (area_->note().isNull() || !DocumentEdits::find(store().config(), area_->note()))
-      area_->bind(notes.isEmpty() ? QUuid() : notes.first().id);
     area_->follow();
     if (notes == shown_ && area_->note() == marked_) return;
     shown_ = notes;
@@ -165,7 +163,7 @@ class NotesPanel final : public TilePanel {
     for (const DockWidget& note : notes) {
       const NoteReading reading = noteReading(note.options.value(u"text"_s));
       auto* row = new ListRow(reading.title);
-      row->setCaption(reading.text.isEmpty() ? words("No more text") : reading.text);
+      row->setCaption(reading.text.isEmpty() ? PanelWords::tr("No more text") : reading.text);
       row->setSymbol(u"note.text"_s, note.id == marked_ ? Tone::AccentWord : Tone::Secondary);
       row->setClickable(true);
       row->setParted(rows_->count() > 0);

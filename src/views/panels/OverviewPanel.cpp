@@ -1,11 +1,11 @@
 #include "views/panels/OverviewPanel.h"
 
-#include <QCoreApplication>
 #include <algorithm>
 
 #include "views/controls/Buttons.h"
 #include "views/controls/Rows.h"
 #include "views/panels/DayAgenda.h"
+#include "views/panels/PanelWords.h"
 #include "views/panels/ReminderRow.h"
 #include "views/theme/WeatherPictures.h"
 #include "views/tiles/ClockWords.h"
@@ -34,27 +34,25 @@ struct Part {
 };
 
 class OverviewPanel final : public TilePanel {
-  Q_DECLARE_TR_FUNCTIONS(Panels)
-
  public:
   explicit OverviewPanel(const PanelContext& context)
       : TilePanel(context),
         weather_(new ListRow({})),
         agenda_(new DayAgenda(context.actions.openUrl, kMostEvents)),
-        folder_(new Button(tr("Add Calendar Folder…"))) {
+        folder_(new Button(PanelWords::tr("Add Calendar Folder…"))) {
     if (const auto open = context.actions.openCalendar) {
-      auto* application = new IconButton(u"calendar"_s, tr("Open Calendar"));
+      auto* application = new IconButton(u"calendar"_s, PanelWords::tr("Open Calendar"));
       connect(application, &QPushButton::clicked, this, [open] { open(); });
       header().addAction(application);
     }
     body().addWidget(weather_);
-    events_ = addPart(tr("Events"), agenda_);
+    events_ = addPart(PanelWords::tr("Events"), agenda_);
     body().addSpacing(kNoticeGap);
     body().addWidget(folder_, 0, Qt::AlignLeft);
     if (const auto add = context.actions.addCalendarFolder)
       connect(folder_, &QPushButton::clicked, this, [add] { add(); });
-    reminders_ = addPart(tr("Reminders"), nullptr);
-    todos_ = addPart(tr("To-dos"), nullptr);
+    reminders_ = addPart(PanelWords::tr("Reminders"), nullptr);
+    todos_ = addPart(PanelWords::tr("To-dos"), nullptr);
   }
 
  protected:
@@ -64,6 +62,7 @@ class OverviewPanel final : public TilePanel {
     static const CalendarDigest none;
     const CalendarDigest& digest = sources.calendar ? *sources.calendar : none;
     heading_ = ClockWords::dates(sources.now.date(), sources.locale).value(0);
+    setMessage(digest.problem == digest.calendarMessage ? QString() : digest.problem);
     showWeather(sources);
     showEvents(digest, sources);
     showReminders(digest, sources);
@@ -112,8 +111,8 @@ class OverviewPanel final : public TilePanel {
     events_.heading->setTrailing(soon ? EventWords::distance(digest.upcoming.first(), sources) : QString(),
                                  Tone::AccentWord);
     events_.say(!digest.calendarMessage.isEmpty() ? digest.calendarMessage
-                : more > 0                        ? tr("And %1 more").arg(more)
-                : agenda_->all() == 0             ? tr("No events")
+                : more > 0                        ? PanelWords::tr("And %1 more").arg(more)
+                : agenda_->all() == 0             ? PanelWords::tr("No events")
                                                   : QString());
     folder_->setVisible(!digest.calendarMessage.isEmpty() && context().actions.addCalendarFolder);
   }
@@ -121,14 +120,14 @@ class OverviewPanel final : public TilePanel {
   void showReminders(const CalendarDigest& digest, const TileSources& sources) {
     const QList<Reminder>& due = digest.dueToday;
     const auto count = due.size();
-    reminders_.heading->setTrailing(count > 0 ? tr("%1 due").arg(count) : QString());
+    reminders_.heading->setTrailing(count > 0 ? PanelWords::tr("%1 due").arg(count) : QString());
     // Where there is no calendar, its sentence above says enough.
     const bool silent = !digest.reminderMessage.isEmpty() && !digest.calendarMessage.isEmpty();
     reminders_.heading->setVisible(!silent);
     reminders_.say(silent                              ? QString()
                    : !digest.reminderMessage.isEmpty() ? digest.reminderMessage
-                   : count > kMostRows                 ? tr("And %1 more").arg(count - kMostRows)
-                   : count == 0                        ? tr("Nothing is due.")
+                   : count > kMostRows                 ? PanelWords::tr("And %1 more").arg(count - kMostRows)
+                   : count == 0                        ? PanelWords::tr("Nothing is due.")
                                                        : QString());
     QStringList words;
     for (const Reminder& reminder : due.first(std::min(count, kMostRows)))
@@ -151,9 +150,9 @@ class OverviewPanel final : public TilePanel {
     const QList<TodoItem>& all = store().config().todos;
     const auto done = std::ranges::count(all, true, &TodoItem::completed);
     const auto open = all.size() - done;
-    todos_.heading->setTrailing(all.isEmpty() ? QString() : tr("%1 of %2 done").arg(done).arg(all.size()));
-    todos_.say(open > kMostRows ? tr("And %1 more").arg(open - kMostRows)
-               : open == 0      ? tr("Nothing to do")
+    todos_.heading->setTrailing(all.isEmpty() ? QString() : PanelWords::tr("%1 of %2 done").arg(done).arg(all.size()));
+    todos_.say(open > kMostRows ? PanelWords::tr("And %1 more").arg(open - kMostRows)
+               : open == 0      ? PanelWords::tr("Nothing to do")
                                 : QString());
     if (areTodosShown_ && all == todosShown_) return;
     areTodosShown_ = true;

@@ -1,8 +1,8 @@
 #include "views/panels/RemindersPanel.h"
 
-#include <QCoreApplication>
 #include <algorithm>
 
+#include "views/panels/PanelWords.h"
 #include "views/panels/ReminderRow.h"
 #include "views/tiles/EventWords.h"
 
@@ -23,8 +23,6 @@ struct Section {
 };
 
 class RemindersPanel final : public TilePanel {
-  Q_DECLARE_TR_FUNCTIONS(Panels)
-
  public:
   explicit RemindersPanel(const PanelContext& context) : TilePanel(context) {
     // The first section brings the room above it.
@@ -35,29 +33,31 @@ class RemindersPanel final : public TilePanel {
   void refresh(const TileSources& sources) override {
     static const CalendarDigest none;
     const CalendarDigest& digest = sources.calendar ? *sources.calendar : none;
+    setMessage(digest.problem == digest.reminderMessage ? QString() : digest.problem);
     if (!digest.reminderMessage.isEmpty()) return showNotice(digest.reminderMessage);
     const QList<Section> sections = sectionsOf(digest, sources);
     if (sections.isEmpty()) {
-      showEmpty({definition().symbol, {}, tr("No reminders"), tr("Nothing is due."), {}, {}});
+      showEmpty({definition().symbol, {}, PanelWords::tr("No reminders"), PanelWords::tr("Nothing is due."), {}, {}});
       return;
     }
     hideEmpty();
     const auto due = digest.dueToday.size();
-    header().setNote(due > 0 ? tr("%1 due").arg(due) : QString());
+    header().setNote(due > 0 ? PanelWords::tr("%1 due").arg(due) : QString());
     if (sections != shown_) build(sections);
   }
 
  private:
   void showNotice(const QString& sentence) {
     const auto add = context().actions.addCalendarFolder;
-    showEmpty({definition().symbol, {}, title(), sentence, add ? tr("Add Calendar Folder…") : QString(), add});
+    showEmpty(
+        {definition().symbol, {}, title(), sentence, add ? PanelWords::tr("Add Calendar Folder…") : QString(), add});
   }
 
   static QList<Section> sectionsOf(const CalendarDigest& digest, const TileSources& sources) {
-    Section overdue{tr("Overdue"), {}, {}, 0};
-    Section today{tr("Today"), {}, {}, 0};
-    Section later{tr("Later"), {}, {}, 0};
-    Section done{tr("Done today"), {}, {}, 0};
+    Section overdue{PanelWords::tr("Overdue"), {}, {}, 0};
+    Section today{PanelWords::tr("Today"), {}, {}, 0};
+    Section later{PanelWords::tr("Later"), {}, {}, 0};
+    Section done{PanelWords::tr("Done today"), {}, {}, 0};
     const auto put = [&sources](Section& section, const Reminder& reminder) {
       if (section.reminders.size() >= kMostRows) {
         ++section.more;
@@ -92,7 +92,7 @@ class RemindersPanel final : public TilePanel {
         refreshNow();
       };
     for (const Section& section : sections) {
-      parts_ << addSection(section.title, section.more > 0 ? tr("%1 more").arg(section.more) : QString());
+      parts_ << addSection(section.title, section.more > 0 ? PanelWords::tr("%1 more").arg(section.more) : QString());
       for (qsizetype i = 0; i < section.reminders.size(); ++i) {
         QWidget* row = makeReminderRow(section.reminders[i], section.words[i], i > 0, complete);
         body().addWidget(row);

@@ -1,6 +1,5 @@
 #include "views/panels/TimerPanel.h"
 
-#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <algorithm>
 #include <array>
@@ -13,6 +12,7 @@
 #include "views/controls/Stepper.h"
 #include "views/controls/Switch.h"
 #include "views/panels/ChipGrid.h"
+#include "views/panels/PanelWords.h"
 #include "views/panels/TimerFace.h"
 #include "widgets/PhaseMath.h"
 #include "widgets/TimeMath.h"
@@ -29,8 +29,7 @@ constexpr int kMostSessions = 12;
 constexpr qsizetype kMostLaps = 99;
 constexpr std::array kPresets = {5, 15, 25, 60};
 
-QString words(const char* text) { return QCoreApplication::translate("Panels", text); }
-QString minutesText(int minutes) { return words("%1 min").arg(minutes); }
+QString minutesText(int minutes) { return PanelWords::tr("%1 min").arg(minutes); }
 int wholeMinutes(double minutes) { return static_cast<int>(std::lround(std::max(0.0, minutes))); }
 
 /// What all timers share: a face, a row of buttons, and the settings that a button of the header shows.
@@ -40,7 +39,7 @@ class TimerPanel : public TilePanel {
       : TilePanel(context),
         face_(new TimerFace(shape)),
         buttons_(new QHBoxLayout),
-        reset_(new Button(words("Reset"))),
+        reset_(new Button(PanelWords::tr("Reset"))),
         toggle_(new Button({}, Button::Role::Primary)),
         settings_(new QWidget),
         settingsColumn_(new QVBoxLayout(settings_)) {
@@ -61,10 +60,10 @@ class TimerPanel : public TilePanel {
     locale_ = sources.locale;
     const TimerFacts facts = timerFacts(widget(), sources.now);
     face_->setFacts(facts);
-    toggle_->setLabel(facts.running ? words("Pause")
-                      : facts.fresh ? words("Start")
-                      : facts.ended ? words("Start Again")
-                                    : words("Resume"));
+    toggle_->setLabel(facts.running ? PanelWords::tr("Pause")
+                      : facts.fresh ? PanelWords::tr("Start")
+                      : facts.ended ? PanelWords::tr("Start Again")
+                                    : PanelWords::tr("Resume"));
     reset_->setEnabled(!facts.fresh || facts.session > 0 || widget().options.contains(u"phase"_s));
     fill(facts);
   }
@@ -82,7 +81,7 @@ class TimerPanel : public TilePanel {
   }
 
   void addSettingsButton() {
-    auto* action = new IconButton(u"slider.horizontal.3"_s, words("Durations"));
+    auto* action = new IconButton(u"slider.horizontal.3"_s, PanelWords::tr("Durations"));
     action->setCheckable(true);
     connect(action, &QPushButton::toggled, settings_, &QWidget::setVisible);
     header().addAction(action);
@@ -92,7 +91,8 @@ class TimerPanel : public TilePanel {
   Stepper* addDuration(const QString& label, const QString& key, int least, int most) {
     auto* stepper = new Stepper(label);
     stepper->setRange(least, most);
-    stepper->setFormat([least](int value) { return least == 0 && value == 0 ? words("Off") : minutesText(value); });
+    stepper->setFormat(
+        [least](int value) { return least == 0 && value == 0 ? PanelWords::tr("Off") : minutesText(value); });
     connect(stepper, &Stepper::valueChanged, this, [this, key](int value) { setDuration(key, value); });
     addSetting(label, stepper);
     return stepper;
@@ -106,10 +106,10 @@ class TimerPanel : public TilePanel {
   }
 
   Switch* addContinueSwitch() {
-    auto* toggle = new Switch(words("Continue by itself"));
+    auto* toggle = new Switch(PanelWords::tr("Continue by itself"));
     connect(toggle, &QAbstractButton::clicked, this,
             [this](bool on) { setOption(u"autoContinue"_s, on ? u"true"_s : u"false"_s); });
-    addSetting(words("Continue by itself"), toggle);
+    addSetting(PanelWords::tr("Continue by itself"), toggle);
     return toggle;
   }
 
@@ -161,8 +161,8 @@ class CountdownPanel final : public TimerPanel {
  public:
   explicit CountdownPanel(const PanelContext& context)
       : TimerPanel(context, TimerFace::Shape::Plain),
-        bar_(new ProgressBar(words("Time left"))),
-        presets_(new ChipGrid(words("Duration"), static_cast<int>(kPresets.size()))) {
+        bar_(new ProgressBar(PanelWords::tr("Time left"))),
+        presets_(new ChipGrid(PanelWords::tr("Duration"), static_cast<int>(kPresets.size()))) {
     body().addSpacing(theme::kButtonSymbolGap);
     body().addWidget(bar_);
     body().addSpacing(theme::kPanelHeaderBelow);
@@ -173,7 +173,7 @@ class CountdownPanel final : public TimerPanel {
     body().addSpacing(theme::kRowBleed);
     addButtons({{resetButton(), 4}, {toggleButton(), 7}});
     addSettingsButton();
-    minutes_ = addDuration(words("Duration"), u"minutes"_s, 1, kMostMinutes);
+    minutes_ = addDuration(PanelWords::tr("Duration"), u"minutes"_s, 1, kMostMinutes);
     connect(presets_, &ChipGrid::chosen, this,
             [this](int index) { setDuration(u"minutes"_s, kPresets[static_cast<std::size_t>(index)]); });
   }
@@ -200,7 +200,7 @@ class PomodoroPanel final : public TimerPanel {
       : TimerPanel(context, TimerFace::Shape::Ring),
         next_(new TextLabel({}, TextStyle::Caption, Tone::Secondary)),
         count_(new TextLabel({}, TextStyle::Caption, Tone::Secondary)) {
-    auto* skipButton = new Button(words("Skip"));
+    auto* skipButton = new Button(PanelWords::tr("Skip"));
     connect(skipButton, &QPushButton::clicked, this, [this] { skip(); });
     body().addSpacing(theme::kPanelPadding);
     addButtons({{resetButton(), 5}, {toggleButton(), 6}, {skipButton, 5}}, theme::kRowBleed);
@@ -210,14 +210,14 @@ class PomodoroPanel final : public TimerPanel {
     footer->addWidget(count_);
     body().addLayout(footer);
     addSettingsButton();
-    focus_ = addDuration(words("Focus"), u"minutes"_s, 1, kMostMinutes);
-    shortBreak_ = addDuration(words("Short break"), u"shortBreak"_s, 1, kMostBreak);
-    longBreak_ = addDuration(words("Long break"), u"longBreak"_s, 1, kMostBreak);
-    cycle_ = new Stepper(words("Sessions before a long break"));
+    focus_ = addDuration(PanelWords::tr("Focus"), u"minutes"_s, 1, kMostMinutes);
+    shortBreak_ = addDuration(PanelWords::tr("Short break"), u"shortBreak"_s, 1, kMostBreak);
+    longBreak_ = addDuration(PanelWords::tr("Long break"), u"longBreak"_s, 1, kMostBreak);
+    cycle_ = new Stepper(PanelWords::tr("Sessions before a long break"));
     cycle_->setRange(1, kMostSessions);
     connect(cycle_, &Stepper::valueChanged, this,
             [this](int value) { setOption(u"cycleLength"_s, QString::number(value)); });
-    addSetting(words("Sessions before a long break"), cycle_);
+    addSetting(PanelWords::tr("Sessions before a long break"), cycle_);
     continues_ = addContinueSwitch();
   }
 
@@ -225,11 +225,11 @@ class PomodoroPanel final : public TimerPanel {
   void fill(const TimerFacts& facts) override {
     const QString phase = nextTimerPhase(widget());
     const int minutes = wholeMinutes(PomodoroMath::duration(widget(), phase) / 60);
-    const QString next = phase == "work"_L1        ? words("Next: focus, %1 min")
-                         : phase == "longBreak"_L1 ? words("Next: long break, %1 min")
-                                                   : words("Next: short break, %1 min");
+    const QString next = phase == "work"_L1        ? PanelWords::tr("Next: focus, %1 min")
+                         : phase == "longBreak"_L1 ? PanelWords::tr("Next: long break, %1 min")
+                                                   : PanelWords::tr("Next: short break, %1 min");
     next_->setText(next.arg(minutes));
-    count_->setText(words("%1 of %2").arg(facts.session).arg(facts.round));
+    count_->setText(PanelWords::tr("%1 of %2").arg(facts.session).arg(facts.round));
     focus_->setValue(wholeMinutes(optionNumber("minutes", 25)));
     shortBreak_->setValue(wholeMinutes(optionNumber("shortBreak", 5)));
     longBreak_->setValue(wholeMinutes(optionNumber("longBreak", 15)));
@@ -252,15 +252,15 @@ class PosturePanel final : public TimerPanel {
   explicit PosturePanel(const PanelContext& context)
       : TimerPanel(context, TimerFace::Shape::Ring),
         next_(new TextLabel({}, TextStyle::Caption, Tone::Secondary)),
-        skip_(new Button(words("Skip"))) {
+        skip_(new Button(PanelWords::tr("Skip"))) {
     connect(skip_, &QPushButton::clicked, this, [this] { skip(); });
     body().addSpacing(theme::kPanelPadding);
     addButtons({{resetButton(), 5}, {toggleButton(), 6}, {skip_, 5}}, theme::kRowBleed);
     body().addSpacing(theme::kPanelHeaderBelow);
     body().addWidget(next_);
     addSettingsButton();
-    seated_ = addDuration(words("Seated"), u"minutes"_s, 1, kMostMinutes);
-    standing_ = addDuration(words("Standing"), u"standingMinutes"_s, 0, kMostMinutes);
+    seated_ = addDuration(PanelWords::tr("Seated"), u"minutes"_s, 1, kMostMinutes);
+    standing_ = addDuration(PanelWords::tr("Standing"), u"standingMinutes"_s, 0, kMostMinutes);
     continues_ = addContinueSwitch();
   }
 
@@ -269,9 +269,9 @@ class PosturePanel final : public TimerPanel {
     const bool stands = PostureMath::stands(widget());
     const QString phase = nextTimerPhase(widget());
     const int minutes = wholeMinutes(PostureMath::duration(widget(), phase) / 60);
-    next_->setText(!stands                  ? words("Reminds you to check your posture.")
-                   : phase == "standing"_L1 ? words("Next: standing, %1 min").arg(minutes)
-                                            : words("Next: seated, %1 min").arg(minutes));
+    next_->setText(!stands                  ? PanelWords::tr("Reminds you to check your posture.")
+                   : phase == "standing"_L1 ? PanelWords::tr("Next: standing, %1 min").arg(minutes)
+                                            : PanelWords::tr("Next: seated, %1 min").arg(minutes));
     skip_->setVisible(stands);
     seated_->setValue(wholeMinutes(optionNumber("minutes", 25)));
     standing_->setValue(wholeMinutes(optionNumber("standingMinutes", 0)));
@@ -290,7 +290,7 @@ class PosturePanel final : public TimerPanel {
 class StopwatchPanel final : public TimerPanel {
  public:
   explicit StopwatchPanel(const PanelContext& context)
-      : TimerPanel(context, TimerFace::Shape::Plain), lap_(new Button(words("Lap"))), laps_(new QVBoxLayout) {
+      : TimerPanel(context, TimerFace::Shape::Plain), lap_(new Button(PanelWords::tr("Lap"))), laps_(new QVBoxLayout) {
     connect(lap_, &QPushButton::clicked, this, [this] { addLap(); });
     body().addSpacing(theme::kPanelHeaderBelow);
     addButtons({{resetButton(), 5}, {lap_, 5}, {toggleButton(), 6}});
@@ -310,7 +310,7 @@ class StopwatchPanel final : public TimerPanel {
       delete item;
     }
     for (qsizetype i = laps.size() - 1; i >= 0; --i) {
-      auto* row = new ListRow(words("Lap %1").arg(i + 1));
+      auto* row = new ListRow(PanelWords::tr("Lap %1").arg(i + 1));
       row->setValue(withTenths(laps[i] - (i > 0 ? laps[i - 1] : 0)));
       row->setCaption(withTenths(laps[i]));
       row->setParted(i + 1 < laps.size());
@@ -328,8 +328,10 @@ class StopwatchPanel final : public TimerPanel {
   }
 
   QString withTenths(double seconds) const {
-    const int tenth = static_cast<int>(std::fmod(seconds * 10, 10));
-    return TimeMath::display(seconds) + locale().decimalPoint() + QString::number(tenth);
+    // What lies between two laps is seldom a whole number of tenths in a double.
+    const double tenths = std::round(seconds * 10);
+    return TimeMath::display(std::floor(tenths / 10)) + locale().decimalPoint() +
+           QString::number(static_cast<int>(std::fmod(tenths, 10)));
   }
 
   void addLap() {

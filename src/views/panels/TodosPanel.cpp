@@ -1,7 +1,6 @@
 #include "views/panels/TodosPanel.h"
 
 #include <QApplication>
-#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <algorithm>
@@ -11,6 +10,7 @@
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
 #include "views/controls/Rows.h"
+#include "views/panels/PanelWords.h"
 #include "views/theme/Glass.h"
 
 namespace tarnwick {
@@ -18,8 +18,6 @@ namespace tarnwick {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString words(const char* text) { return QCoreApplication::translate("Panels", text); }
 
 /// What a hand can do to one thing to do.
 struct TodoDeeds {
@@ -36,9 +34,9 @@ class TodoRow final : public QWidget {
       : parted_(parted),
         text_(item.text),
         check_(new CheckRow(item.text.simplified())),
-        field_(new TextField(words("To-do"))),
-        edit_(button(u"square.and.pencil"_s, words("Edit %1"))),
-        remove_(button(u"trash"_s, words("Delete %1"))),
+        field_(new TextField(PanelWords::tr("To-do"))),
+        edit_(button(u"square.and.pencil"_s, PanelWords::tr("Edit %1"))),
+        remove_(button(u"trash"_s, PanelWords::tr("Delete %1"))),
         deeds_(std::move(deeds)) {
     auto* line = new QHBoxLayout(this);
     line->setContentsMargins(0, 0, 0, 0);
@@ -144,11 +142,11 @@ class TodosPanel final : public TilePanel {
  public:
   explicit TodosPanel(const PanelContext& context)
       : TilePanel(context),
-        field_(new TextField(words("Add a to-do"))),
-        nothing_(new TextLabel(words("Nothing to do"), TextStyle::Body, Tone::Secondary)),
+        field_(new TextField(PanelWords::tr("Add a to-do"))),
+        nothing_(new TextLabel(PanelWords::tr("Nothing to do"), TextStyle::Body, Tone::Secondary)),
         rows_(new QVBoxLayout),
-        clear_(new Button(words("Clear completed"), Button::Role::Quiet)) {
-    field_->setPlaceholderText(words("Add a to-do"));
+        clear_(new Button(PanelWords::tr("Clear completed"), Button::Role::Quiet)) {
+    field_->setPlaceholderText(PanelWords::tr("Add a to-do"));
     field_->setSymbol(u"plus"_s);
     nothing_->setAlignment(Qt::AlignCenter);
     nothing_->setFixedHeight(theme::kTallRowHeight);
@@ -171,7 +169,7 @@ class TodosPanel final : public TilePanel {
       field_->clear();
     });
     connect(clear_, &QPushButton::clicked, this, [this] {
-      store().edit([](DockConfiguration& config) { config.todos.removeIf(std::mem_fn(&TodoItem::completed)); });
+      remove(std::mem_fn(&TodoItem::completed));
       field_->setFocus();
     });
   }
@@ -181,7 +179,7 @@ class TodosPanel final : public TilePanel {
     // The document itself: what tiles show may be cut or late.
     const QList<TodoItem>& todos = store().config().todos;
     const auto done = std::ranges::count(todos, true, &TodoItem::completed);
-    header().setNote(todos.isEmpty() ? QString() : words("%1 of %2 done").arg(done).arg(todos.size()));
+    header().setNote(todos.isEmpty() ? QString() : PanelWords::tr("%1 of %2 done").arg(done).arg(todos.size()));
     if (isFilled_ && todos == shown_) return;
     isFilled_ = true;
     fill(todos);
@@ -231,12 +229,30 @@ class TodosPanel final : public TilePanel {
           if (each.id == id) each.text = text;
       });
     };
-    deeds.remove = [this, id = item.id] {
-      store().edit([&id](DockConfiguration& config) {
-        config.todos.removeIf([&id](const TodoItem& each) { return each.id == id; });
-      });
-    };
+    deeds.remove = [this, id = item.id] { remove([&id](const TodoItem& each) { return each.id == id; }); };
     rows_->addWidget(new TodoRow(item, rows_->count() > 0, std::move(deeds)));
+  }
+
+  template <class Test>
+  void remove(Test test) {
+    const QList<TodoItem> before = store().config().todos;
+    store().edit([&](DockConfiguration& config) { config.todos.removeIf(test); });
+    const auto removed = before.size() - store().config().todos.size();
+    if (removed == 0 || !context().actions.offerUndo) return;
+    store().activeDisplay = context().display;
+    context().actions.offerUndo(removed == 1 ? PanelWords::tr("The to-do was deleted.")
+                                             : PanelWords::tr("%1 to-dos were deleted.").arg(removed),
+                                [store = &store(), before] { putBack(*store, before); });
+  }
+
+  /// What is missing of an older list, each at its place in it.
+  static void putBack(AppStore& store, const QList<TodoItem>& older) {
+    store.edit([&](DockConfiguration& config) {
+      QList<TodoItem>& todos = config.todos;
+      for (qsizetype i = 0; i < older.size(); ++i)
+        if (std::ranges::find(todos, older[i].id, &TodoItem::id) == todos.end())
+          todos.insert(std::min(i, todos.size()), older[i]);
+    });
   }
 
   TextField* field_;

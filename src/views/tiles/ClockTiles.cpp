@@ -1,6 +1,5 @@
 #include "views/tiles/ClockTiles.h"
 
-#include <QCoreApplication>
 #include <QPixmapCache>
 #include <algorithm>
 #include <cmath>
@@ -9,6 +8,7 @@
 #include "views/theme/Bands.h"
 #include "views/tiles/ClockWords.h"
 #include "views/tiles/TileCanvas.h"
+#include "views/tiles/TileWords.h"
 
 namespace tarnwick {
 
@@ -129,10 +129,12 @@ bool isElsewhere(const TileRequest& request) {
 }
 
 QString clockPlace(const TileRequest& request) {
-  const QString label = request.widget.options.value(u"zoneLabel"_s).trimmed();
-  if (!label.isEmpty()) return label;
   const QString zone = request.widget.options.value(u"timezone"_s);
-  return ClockWords::isZone(zone) ? ClockWords::city(zone) : QCoreApplication::translate("Tiles", "Local");
+  const QString label = request.widget.options.value(u"zoneLabel"_s).trimmed();
+  const bool isKnown = ClockWords::isZone(zone);
+  // Where the zone means nothing the time is the user's own, and no other place's name belongs to it.
+  if (!label.isEmpty() && (isKnown || zone.isEmpty())) return label;
+  return isKnown ? ClockWords::city(zone) : TileWords::tr("Local");
 }
 
 void paintHeadline(TileCanvas& canvas, const QString& headline, const QString& unit, const QStringList& captions,
