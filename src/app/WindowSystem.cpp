@@ -83,7 +83,7 @@ WindowSystem makeWayland() {
     auto panels = std::make_unique<WaylandPanels>(*session, *screens);
     system.zones = std::make_unique<WaylandZoneSensor>(*session, *screens, panels->pointer());
     if (auto plasma = session->bindPlasmaWindows()) {
-      system.windows = std::make_unique<PlasmaClientWindows>(std::move(plasma), *screens, *panels);
+      system.windows = std::make_unique<PlasmaClientWindows>(*session, std::move(plasma), *screens, *panels);
     } else {
       system.windows = std::make_unique<WaylandClientWindows>(*session, *screens, panels.get());
     }

@@ -45,8 +45,16 @@ class PlasmaClientWindows::Window {
               of(data).window_.pid = pid;
               of(data).changed();
             },
-        .virtual_desktop_entered = [](void*, org_kde_plasma_window*, const char*) {},
-        .virtual_desktop_left = [](void*, org_kde_plasma_window*, const char*) {},
+        .virtual_desktop_entered =
+            [](void* data, org_kde_plasma_window*, const char* desktop) {
+              of(data).desktops_.append(QString::fromUtf8(desktop));
+              of(data).changed();
+            },
+        .virtual_desktop_left =
+            [](void* data, org_kde_plasma_window*, const char* desktop) {
+              of(data).desktops_.removeAll(QString::fromUtf8(desktop));
+              of(data).changed();
+            },
         .application_menu = [](void*, org_kde_plasma_window*, const char*, const char*) {},
         .activity_entered = [](void*, org_kde_plasma_window*, const char*) {},
         .activity_left = [](void*, org_kde_plasma_window*, const char*) {},
@@ -57,8 +65,9 @@ class PlasmaClientWindows::Window {
   org_kde_plasma_window* handle() const { return handle_.get(); }
   bool isKnown() const { return isKnown_; }
   quint64 id() const { return window_.id; }
-  ClientWindow window(const QList<Screen>& screens) const {
+  ClientWindow window(const QList<Screen>& screens, const PlasmaDesktops& desktops) const {
     ClientWindow told = window_;
+    told.elsewhere = !desktops.shows(desktops_);
     for (const Screen& screen : screens) {
       if (screen.frame.intersects(frame_)) told.screens.append(screen.id);
     }
@@ -86,12 +95,15 @@ class PlasmaClientWindows::Window {
   WaylandOwned<org_kde_plasma_window> handle_;
   ClientWindow window_;
   QRectF frame_;
+  QStringList desktops_;
   bool isKnown_ = false;
 };
 
-PlasmaClientWindows::PlasmaClientWindows(WaylandOwned<org_kde_plasma_window_management> manager,
+PlasmaClientWindows::PlasmaClientWindows(const WaylandSession& session,
+                                         WaylandOwned<org_kde_plasma_window_management> manager,
                                          const WaylandScreens& screens, const WaylandPanels& panels)
-    : manager_(std::move(manager)), screens_(screens), panels_(panels) {
+    : manager_(std::move(manager)), desktops_(session.bindPlasmaDesktops()), screens_(screens), panels_(panels) {
+  connect(&desktops_, &PlasmaDesktops::changed, this, &PlasmaClientWindows::publishLater);
   connect(&screens, &WaylandScreens::changed, this, &PlasmaClientWindows::publishLater);
   static constexpr org_kde_plasma_window_management_listener kListener{
       .show_desktop_changed = [](void*, org_kde_plasma_window_management*, uint32_t) {},
@@ -160,7 +172,7 @@ void PlasmaClientWindows::publish() {
   QList<ClientWindow> windows;
   const QList<Screen> screens = screens_.all();
   for (const auto& one : known_) {
-    const ClientWindow window = one->window(screens);
+    const ClientWindow window = one->window(screens, desktops_);
     if (one->isKnown() && window.pid != QCoreApplication::applicationPid()) windows.append(window);
   }
   if (std::exchange(windows_, windows) != windows) Q_EMIT changed();

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "desktop/ClientWindows.h"
+#include "platform/wayland/PlasmaDesktops.h"
 #include "platform/wayland/WaylandPanels.h"
 #include "platform/wayland/WaylandScreens.h"
 
@@ -14,8 +15,8 @@ namespace tarnwick {
 class PlasmaClientWindows final : public ClientWindows {
   Q_OBJECT
  public:
-  PlasmaClientWindows(WaylandOwned<org_kde_plasma_window_management> manager, const WaylandScreens& screens,
-                      const WaylandPanels& panels);
+  PlasmaClientWindows(const WaylandSession& session, WaylandOwned<org_kde_plasma_window_management> manager,
+                      const WaylandScreens& screens, const WaylandPanels& panels);
   ~PlasmaClientWindows() override;
 
   QList<ClientWindow> all() const override { return windows_; }
@@ -35,6 +36,7 @@ class PlasmaClientWindows final : public ClientWindows {
   void publish();
 
   WaylandOwned<org_kde_plasma_window_management> manager_;
+  PlasmaDesktops desktops_;
   const WaylandScreens& screens_;
   const WaylandPanels& panels_;
   std::vector<std::unique_ptr<Window>> known_;  ///< Oldest first.

@@ -147,6 +147,16 @@ void WaylandClientWindows::publishLater() {
 
 void WaylandClientWindows::publish() {
   isPublishing_ = false;
+  QList<ClientWindow> windows = known();
+  lookBelow(windows);
+  for (ClientWindow& one : windows) {
+    const auto probe = one.fullscreen ? probes_.find(one.screens.value(0)) : probes_.end();
+    one.elsewhere = probe != probes_.end() && probe->second->isUncovered();
+  }
+  if (std::exchange(windows_, windows) != windows) Q_EMIT changed();
+}
+
+QList<ClientWindow> WaylandClientWindows::known() const {
   QList<ClientWindow> windows;
   for (const auto& toplevel : toplevels_) {
     ClientWindow one = toplevel->window();
@@ -159,7 +169,25 @@ void WaylandClientWindows::publish() {
     if (one.fullscreen && !one.screens.isEmpty()) one.frame = screens_.screen(one.screens.first()).frame;
     windows.append(one);
   }
-  if (std::exchange(windows_, windows) != windows) Q_EMIT changed();
+  return windows;
+}
+
+void WaylandClientWindows::lookBelow(const QList<ClientWindow>& windows) {
+  std::map<QString, bool> actives;
+  for (const ClientWindow& one : windows) {
+    if (one.fullscreen && !one.screens.isEmpty()) actives[one.screens.first()] |= one.active;
+  }
+  std::erase_if(probes_, [&](const auto& entry) { return !actives.contains(entry.first); });
+  for (const auto& [id, isActive] : actives) {
+    QScreen* screen = screens_.native(id);
+    if (!screen || !session_.layerShell()) continue;
+    auto& probe = probes_[id];
+    if (!probe) {
+      probe = std::make_unique<CoverProbe>(session_, *screen);
+      connect(probe.get(), &CoverProbe::changed, this, &WaylandClientWindows::publishLater);
+    }
+    probe->look(isActive);
+  }
 }
 
 }  // namespace tarnwick

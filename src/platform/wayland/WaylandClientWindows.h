@@ -1,10 +1,12 @@
 #pragma once
 
+#include <map>
 #include <memory>
 #include <vector>
 
 #include "desktop/Capability.h"
 #include "desktop/ClientWindows.h"
+#include "platform/wayland/CoverProbe.h"
 #include "platform/wayland/WaylandPanels.h"
 #include "platform/wayland/WaylandScreens.h"
 
@@ -33,12 +35,15 @@ class WaylandClientWindows final : public ClientWindows {
   void finished();
   void publishLater();
   void publish();
+  QList<ClientWindow> known() const;
+  void lookBelow(const QList<ClientWindow>& windows);
 
   const WaylandSession& session_;
   const WaylandScreens& screens_;
   const WaylandPanels* panels_;
   WaylandOwned<zwlr_foreign_toplevel_manager_v1> manager_;
-  std::vector<std::unique_ptr<Toplevel>> toplevels_;  ///< Oldest first.
+  std::vector<std::unique_ptr<Toplevel>> toplevels_;       ///< Oldest first.
+  std::map<QString, std::unique_ptr<CoverProbe>> probes_;  ///< Of the screens that have full-screen windows.
   quint64 latest_ = 0;
   QList<ClientWindow> windows_;
   bool isPublishing_ = false;

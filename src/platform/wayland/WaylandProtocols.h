@@ -9,6 +9,7 @@
 #include "wlr-layer-shell-unstable-v1-client.h"
 #undef namespace
 #include "plasma-blur-client.h"
+#include "plasma-virtual-desktop-client.h"
 #include "plasma-window-management-client.h"
 #include "relative-pointer-unstable-v1-client.h"
 #include "viewporter-client.h"
@@ -32,6 +33,7 @@ struct WaylandDestroy {
     }
   }
   void operator()(wl_region* object) const { wl_region_destroy(object); }
+  void operator()(wl_callback* object) const { wl_callback_destroy(object); }
   void operator()(wl_buffer* object) const { wl_buffer_destroy(object); }
   // One that is only forgotten would still be told of every motion.
   void operator()(wl_pointer* object) const {
@@ -70,6 +72,10 @@ struct WaylandDestroy {
     }
   }
   void operator()(org_kde_plasma_window_management* object) const { org_kde_plasma_window_management_destroy(object); }
+  void operator()(org_kde_plasma_virtual_desktop* object) const { org_kde_plasma_virtual_desktop_destroy(object); }
+  void operator()(org_kde_plasma_virtual_desktop_management* object) const {
+    org_kde_plasma_virtual_desktop_management_destroy(object);
+  }
   void operator()(zwlr_foreign_toplevel_handle_v1* object) const { zwlr_foreign_toplevel_handle_v1_destroy(object); }
   void operator()(zwlr_foreign_toplevel_manager_v1* object) const { zwlr_foreign_toplevel_manager_v1_destroy(object); }
 };

@@ -119,6 +119,10 @@ WaylandOwned<org_kde_plasma_window_management> WaylandSession::bindPlasmaWindows
   return bind<org_kde_plasma_window_management>(org_kde_plasma_window_management_interface, kPlasmaWindowsVersion);
 }
 
+WaylandOwned<org_kde_plasma_virtual_desktop_management> WaylandSession::bindPlasmaDesktops() const {
+  return bind<org_kde_plasma_virtual_desktop_management>(org_kde_plasma_virtual_desktop_management_interface, 1);
+}
+
 void WaylandSession::bindSeat() {
   if (seat_) return;
   seat_ = bind<wl_seat>(wl_seat_interface, kSeatVersion);

@@ -55,6 +55,8 @@ class WaylandSession final : public QObject {
   WaylandOwned<zwlr_foreign_toplevel_manager_v1> bindToplevels() const;
   /// KWin's own way. Null for all but KWin, and where its permission was not asked for.
   WaylandOwned<org_kde_plasma_window_management> bindPlasmaWindows() const;
+  /// Its virtual desktops. Null for all but KWin.
+  WaylandOwned<org_kde_plasma_virtual_desktop_management> bindPlasmaDesktops() const;
 
   /// A picture of that size without a visible pixel.
   WaylandOwned<wl_buffer> clearBuffer(const QSize& size) const;
