@@ -36,9 +36,9 @@ class PlainPanel final : public Panel {
   void followScreens();
 
   WaylandScreens& screens_;
-  std::unique_ptr<QWidget> content_;
   std::optional<PanelPlacement> placement_;
   std::optional<QRegion> input_;
+  std::unique_ptr<QWidget> content_;  ///< The first to go: its window tells of its end.
 };
 
 }  // namespace tarnwick

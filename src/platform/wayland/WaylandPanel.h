@@ -66,7 +66,6 @@ class WaylandPanel final : public Panel {
   Qt::MouseButton heldButton_ = Qt::NoButton;
   bool isMovingHand_ = false;
   bool lendsKeys_ = false;
-  std::unique_ptr<QWidget> content_;
   QPointer<LayerWindow> layer_;  ///< Null until it is first shown.
   std::unique_ptr<ClearWindow> reservation_;
   std::optional<PanelPlacement> placement_;
@@ -77,6 +76,7 @@ class WaylandPanel final : public Panel {
   int thickness_ = 0;
   Keyboard keyboard_ = Keyboard::None;
   bool isAboveFullscreen_ = true;
+  std::unique_ptr<QWidget> content_;  ///< The first to go: its window tells of its end.
 };
 
 }  // namespace tarnwick

@@ -27,7 +27,7 @@ constexpr int kMenuGap = 6;
 }  // namespace
 
 X11Panel::X11Panel(X11Events& events, X11Screens& screens, std::unique_ptr<QWidget> content, bool isComposited)
-    : events_(events), screens_(screens), content_(std::move(content)), isComposited_(isComposited), focus_(events) {
+    : events_(events), screens_(screens), isComposited_(isComposited), focus_(events), content_(std::move(content)) {
   content_->setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus |
                            Qt::WindowStaysOnTopHint | Qt::NoDropShadowWindowHint);
   content_->setAttribute(Qt::WA_TranslucentBackground);

@@ -67,7 +67,6 @@ class X11Panel final : public Panel {
 
   X11Events& events_;
   X11Screens& screens_;
-  std::unique_ptr<QWidget> content_;
   xcb_window_t window_ = XCB_WINDOW_NONE;  ///< None until it is first shown.
   bool isComposited_;
   bool isMapped_ = false;
@@ -83,7 +82,8 @@ class X11Panel final : public Panel {
   QRegion blur_;
   Edge edge_ = Edge::Bottom;
   int thickness_ = 0;
-  std::optional<X11Strut> kept_;  ///< What the window's properties say now.
+  std::optional<X11Strut> kept_;      ///< What the window's properties say now.
+  std::unique_ptr<QWidget> content_;  ///< The first to go: its window tells of its end.
 };
 
 }  // namespace tarnwick
