@@ -20,8 +20,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString said(const char* text) { return QCoreApplication::translate("AppLaunch", text); }
-
 /// Whether an id can be the name of a program on the bus.
 bool isBusName(const QString& id) {
   static const QRegularExpression pattern(u"^[A-Za-z_-][A-Za-z0-9_-]*(\\.[A-Za-z_-][A-Za-z0-9_-]*)+$"_s);
@@ -62,9 +60,10 @@ void AppLaunch::launch(const DesktopEntry& entry, const LaunchRequest& wish) {
   if (tokenFor && request.activationToken.isEmpty()) request.activationToken = tokenFor(entry.id);
   if (entry.type == DesktopEntry::Type::Link) return start(entry, {u"xdg-open"_s, entry.url}, request);
   if (entry.type == DesktopEntry::Type::Directory)
-    throw DomainError::invalid(said("“%1” is no application.").arg(entry.name));
+    throw DomainError::invalid(QCoreApplication::translate("AppLaunch", "“%1” is no application.").arg(entry.name));
   if (!request.action.isEmpty() && !entry.action(request.action))
-    throw DomainError::invalid(said("“%1” does not offer this any more.").arg(entry.name));
+    throw DomainError::invalid(
+        QCoreApplication::translate("AppLaunch", "“%1” does not offer this any more.").arg(entry.name));
   if (!activateOverBus(entry, request)) run(entry, request);
 }
 
@@ -91,18 +90,22 @@ bool AppLaunch::activateOverBus(const DesktopEntry& entry, const LaunchRequest& 
 void AppLaunch::run(const DesktopEntry& entry, const LaunchRequest& request) {
   const auto action = entry.action(request.action);
   const QString exec = action ? action->exec : entry.exec;
-  if (exec.isEmpty()) throw DomainError::invalid(said("“%1” could not be started.").arg(entry.name));
+  if (exec.isEmpty())
+    throw DomainError::invalid(QCoreApplication::translate("AppLaunch", "“%1” could not be started.").arg(entry.name));
   for (const QStringList& command : DesktopExec::expand(entry, exec, request.urls)) start(entry, command, request);
 }
 
 void AppLaunch::start(const DesktopEntry& entry, QStringList command, const LaunchRequest& request) {
   if (environment_.findExecutable(command.constFirst()).isEmpty())
     throw DomainError::invalid(
-        said("“%1” could not be started: “%2” was not found.").arg(entry.name, command.constFirst()));
+        QCoreApplication::translate("AppLaunch", "“%1” could not be started: “%2” was not found.")
+            .arg(entry.name, command.constFirst()));
   if (entry.terminal) {
     command = TerminalCommand::wrap(command, environment_);
     if (command.isEmpty())
-      throw DomainError::invalid(said("“%1” could not be started: no terminal was found.").arg(entry.name));
+      throw DomainError::invalid(
+          QCoreApplication::translate("AppLaunch", "“%1” could not be started: no terminal was found.")
+              .arg(entry.name));
   }
   QProcessEnvironment variables = variables_.variables;
   variables.insert(u"DESKTOP_STARTUP_ID"_s,
@@ -116,7 +119,8 @@ void AppLaunch::start(const DesktopEntry& entry, QStringList command, const Laun
   const bool hasFolder = !entry.workingDirectory.isEmpty() && QFileInfo(entry.workingDirectory).isDir();
   process.setWorkingDirectory(hasFolder ? entry.workingDirectory : environment_.home);
   process.setStandardInputFile(QProcess::nullDevice());
-  if (!process.startDetached()) throw DomainError::invalid(said("“%1” could not be started.").arg(entry.name));
+  if (!process.startDetached())
+    throw DomainError::invalid(QCoreApplication::translate("AppLaunch", "“%1” could not be started.").arg(entry.name));
 }
 
 QString AppLaunch::startupId(const QString& program, quint32 userTime) {

@@ -15,8 +15,6 @@ namespace {
 
 constexpr int kIdleThreadMs = 2000;
 
-QString said(const char* text) { return QCoreApplication::translate("AppOpener", text); }
-
 QString nameOf(const QUrl& url) {
   const QString name = url.isLocalFile() ? QFileInfo(url.toLocalFile()).fileName() : url.toDisplayString();
   return name.isEmpty() ? url.toDisplayString(QUrl::PreferLocalFile) : name;
@@ -51,7 +49,7 @@ void AppOpener::start(const QString& entryPath, const LaunchRequest& request) {
         return entry.has_value();
       },
       [this, entryPath] {
-        Q_EMIT failed(said(QT_TRANSLATE_NOOP("AppOpener", "“%1” is not installed any more."))
+        Q_EMIT failed(QCoreApplication::translate("AppOpener", "“%1” is not installed any more.")
                           .arg(QFileInfo(entryPath).completeBaseName()));
       });
 }
@@ -75,11 +73,11 @@ void AppOpener::open(const QUrl& url) {
 
 void AppOpener::openFound(const QUrl& url, const QStringList& types) {
   if (types.isEmpty()) {
-    Q_EMIT failed(said(QT_TRANSLATE_NOOP("AppOpener", "“%1” is not there any more.")).arg(nameOf(url)));
+    Q_EMIT failed(QCoreApplication::translate("AppOpener", "“%1” is not there any more.").arg(nameOf(url)));
     return;
   }
   const auto nobody = [this, url] {
-    Q_EMIT failed(said(QT_TRANSLATE_NOOP("AppOpener", "No installed application opens “%1”.")).arg(nameOf(url)));
+    Q_EMIT failed(QCoreApplication::translate("AppOpener", "No installed application opens “%1”.").arg(nameOf(url)));
   };
   whenKnown(
       [this, url, types, nobody] {
@@ -97,7 +95,9 @@ void AppOpener::openFound(const QUrl& url, const QStringList& types) {
 }
 
 void AppOpener::openTrash(const QString& folder) {
-  const auto nobody = [this] { Q_EMIT failed(said(QT_TRANSLATE_NOOP("AppOpener", "No file manager is installed."))); };
+  const auto nobody = [this] {
+    Q_EMIT failed(QCoreApplication::translate("AppOpener", "No file manager is installed."));
+  };
   whenKnown(
       [this, folder, nobody] {
         if (!apps_.loaded()) return false;

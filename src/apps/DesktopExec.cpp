@@ -12,8 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString said(const char* text) { return QCoreApplication::translate("AppLaunch", text); }
-
 bool isCode(const QString& word, QChar& code) {
   if (word.size() != 2 || word[0] != u'%') return false;
   code = word[1];
@@ -162,12 +160,16 @@ bool DesktopExec::takesFiles(const QString& exec) {
 
 QList<QStringList> DesktopExec::expand(const DesktopEntry& entry, const QString& exec, const QList<QUrl>& urls) {
   const auto words = split(exec);
-  if (!words) throw DomainError::invalid(said("The command of “%1” cannot be read.").arg(entry.name));
+  if (!words)
+    throw DomainError::invalid(
+        QCoreApplication::translate("AppLaunch", "The command of “%1” cannot be read.").arg(entry.name));
   const QChar code = fileCode(*words);
-  if (!urls.isEmpty() && code.isNull()) throw DomainError::invalid(said("“%1” cannot open files.").arg(entry.name));
+  if (!urls.isEmpty() && code.isNull())
+    throw DomainError::invalid(QCoreApplication::translate("AppLaunch", "“%1” cannot open files.").arg(entry.name));
   const QStringList files = names(code, urls);
   if (files.size() < urls.size())
-    throw DomainError::invalid(said("“%1” can only open files on this computer.").arg(entry.name));
+    throw DomainError::invalid(
+        QCoreApplication::translate("AppLaunch", "“%1” can only open files on this computer.").arg(entry.name));
 
   QList<QStringList> result;
   if ((code == u'f' || code == u'u') && files.size() > 1)
@@ -175,7 +177,8 @@ QList<QStringList> DesktopExec::expand(const DesktopEntry& entry, const QString&
   else
     result << command(*words, entry, files);
   if (result.constFirst().isEmpty() || result.constFirst().constFirst().isEmpty())
-    throw DomainError::invalid(said("The command of “%1” cannot be read.").arg(entry.name));
+    throw DomainError::invalid(
+        QCoreApplication::translate("AppLaunch", "The command of “%1” cannot be read.").arg(entry.name));
   return result;
 }
 

@@ -22,8 +22,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString tr(const char* text) { return QCoreApplication::translate("CalendarFiles", text); }
-
 struct CloseFolder {
   void operator()(DIR* folder) const { ::closedir(folder); }
 };
@@ -69,7 +67,7 @@ class Walk {
     seen_.insert(canonical);
     const std::unique_ptr<DIR, CloseFolder> opened(::opendir(QFile::encodeName(path).constData()));
     if (!opened) {
-      into_.problems << tr("The calendar folder “%1” could not be read: %2.")
+      into_.problems << QCoreApplication::translate("CalendarFiles", "The calendar folder “%1” could not be read: %2.")
                             .arg(QFileInfo(path).fileName(),
                                  QString::fromLocal8Bit(std::generic_category().message(errno).c_str()));
       return;
@@ -121,14 +119,16 @@ class Walk {
       file.colour = source.value(isTasks ? u"Task List/Color"_s : u"Calendar/Color"_s).toString();
     }
     // The one that is there from the beginning has a name in the language of whoever looks.
-    file.fallbackName = tr("Personal");
+    file.fallbackName = QCoreApplication::translate("CalendarFiles", "Personal");
     return file;
   }
 
   bool add(CalendarFile file, const struct stat& status) {
     if (into_.files.size() >= CalendarListing::mostFiles) {
       if (!isFull_)
-        into_.problems << tr("There are more calendar files than Tarnwick reads (%1).").arg(into_.files.size());
+        into_.problems << QCoreApplication::translate("CalendarFiles",
+                                                      "There are more calendar files than Tarnwick reads (%1).")
+                              .arg(into_.files.size());
       isFull_ = true;
       return false;
     }

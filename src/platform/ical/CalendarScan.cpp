@@ -12,8 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString tr(const char* text) { return QCoreApplication::translate("CalendarFiles", text); }
-
 /// "#rrggbb" of what calendars write: with one or two digits a channel, with transparency behind it.
 QString colourOf(const QString& text) {
   if (!text.startsWith(u'#')) return {};
@@ -37,7 +35,8 @@ CalendarScan::Result CalendarScan::run(const CalendarPlaces& places, const Calen
   result.reading.problems = std::move(listing.problems);
   if (!listing.files.isEmpty() && !std::exchange(isAsked_, true)) reader_ = makeReader_();
   if (!listing.files.isEmpty() && !reader_) {
-    result.reading.problems << tr("The part of Tarnwick that reads calendars is missing.");
+    result.reading.problems << QCoreApplication::translate("CalendarFiles",
+                                                           "The part of Tarnwick that reads calendars is missing.");
     return result;
   }
   QHash<QString, Known> before;
@@ -62,7 +61,7 @@ CalendarScan::Known CalendarScan::open(const CalendarFile& file, const CalendarR
   Known known{.changed = file.changed, .size = file.size, .number = file.number, .text = {}, .problem = {}};
   const QString name = QFileInfo(file.path).fileName();
   if (file.size > largestFile) {
-    known.problem = tr("The calendar file “%1” is too large.").arg(name);
+    known.problem = QCoreApplication::translate("CalendarFiles", "The calendar file “%1” is too large.").arg(name);
     return known;
   }
   try {
@@ -71,9 +70,11 @@ CalendarScan::Known CalendarScan::open(const CalendarFile& file, const CalendarR
     if (!data) return known;
     known.text = reader_->read(*data, range);
     if (!known.text.isCalendar && !data->trimmed().isEmpty()) {
-      known.problem = tr("The file “%1” is no calendar.").arg(name);
+      known.problem = QCoreApplication::translate("CalendarFiles", "The file “%1” is no calendar.").arg(name);
     } else if (known.text.isDamaged) {
-      known.problem = tr("Parts of the calendar file “%1” could not be understood.").arg(name);
+      known.problem =
+          QCoreApplication::translate("CalendarFiles", "Parts of the calendar file “%1” could not be understood.")
+              .arg(name);
     }
   } catch (const DomainError& failure) {
     known.problem = failure.message();

@@ -15,7 +15,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-QString said(const char* text) { return QCoreApplication::translate("Files", text); }
 QString nameOf(const QString& path) { return QFileInfo(path).fileName(); }
 QString parentOf(const QString& path) { return QFileInfo(path).path(); }
 
@@ -43,7 +42,7 @@ FilesOutcome FileWork::bringInto(const QString& folder, const QStringList& paths
     const QString path = QDir::cleanPath(each);
     const bool itself = FileTree::isFolder(path) && isWithin(folder, path);
     if (itself && how != FileTransfer::Link) {
-      note(outcome, said(QT_TRANSLATE_NOOP("Files", "“%1” cannot be put into itself.")).arg(nameOf(path)));
+      note(outcome, QCoreApplication::translate("Files", "“%1” cannot be put into itself.").arg(nameOf(path)));
       continue;
     }
     try {
@@ -52,7 +51,7 @@ FilesOutcome FileWork::bringInto(const QString& folder, const QStringList& paths
       const char* text = how == FileTransfer::Copy   ? QT_TRANSLATE_NOOP("Files", "“%1” could not be copied: %2.")
                          : how == FileTransfer::Link ? QT_TRANSLATE_NOOP("Files", "“%1” could not be linked: %2.")
                                                      : QT_TRANSLATE_NOOP("Files", "“%1” could not be moved: %2.");
-      note(outcome, said(text).arg(nameOf(path), fault.reason()));
+      note(outcome, QCoreApplication::translate("Files", text).arg(nameOf(path), fault.reason()));
     }
   }
   return outcome;
@@ -92,7 +91,7 @@ void FileWork::bring(const QString& path, const QString& folder, FileTransfer ho
     outcome.changes << FileChange{FileChange::Kind::Moved, path, copied};
   } catch (const FileFault& fault) {
     // Part of it may be gone: the copy is the only whole one now, so there is nothing to take back.
-    note(outcome, said(QT_TRANSLATE_NOOP("Files", "“%1” was copied, but the original could not be removed: %2."))
+    note(outcome, QCoreApplication::translate("Files", "“%1” was copied, but the original could not be removed: %2.")
                       .arg(name, fault.reason()));
   }
 }
@@ -121,7 +120,7 @@ FilesOutcome FileWork::moveToTrash(const QStringList& paths) const {
     try {
       outcome.changes << FileChange{FileChange::Kind::Trashed, path, trash_.put(path)};
     } catch (const FileFault& fault) {
-      note(outcome, said(QT_TRANSLATE_NOOP("Files", "“%1” could not be moved to the trash: %2."))
+      note(outcome, QCoreApplication::translate("Files", "“%1” could not be moved to the trash: %2.")
                         .arg(nameOf(path), fault.reason()));
     }
   }
@@ -135,9 +134,8 @@ FilesOutcome FileWork::takeBack(const QList<FileChange>& changes) const {
     try {
       outcome.changes << FileChange{FileChange::Kind::Moved, change.to, takeBack(change)};
     } catch (const FileFault& fault) {
-      note(
-          outcome,
-          said(QT_TRANSLATE_NOOP("Files", "“%1” could not be put back: %2.")).arg(nameOf(change.from), fault.reason()));
+      note(outcome, QCoreApplication::translate("Files", "“%1” could not be put back: %2.")
+                        .arg(nameOf(change.from), fault.reason()));
     }
   }
   return outcome;
@@ -183,7 +181,7 @@ FilesOutcome FileWork::emptyTrash() const {
       TrashCan::erase(trashed);
     } catch (const FileFault& fault) {
       note(outcome,
-           said(QT_TRANSLATE_NOOP("Files", "“%1” could not be deleted: %2.")).arg(nameOf(trashed), fault.reason()));
+           QCoreApplication::translate("Files", "“%1” could not be deleted: %2.").arg(nameOf(trashed), fault.reason()));
     }
   }
   return outcome;

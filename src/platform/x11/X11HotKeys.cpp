@@ -13,8 +13,6 @@ namespace {
 
 constexpr quint16 kAllModifiers = 0xff;
 
-QString translated(const char* text) { return QCoreApplication::translate("HotKeys", text); }
-
 }  // namespace
 
 X11HotKeys::X11HotKeys(X11Events& events) : events_(events), keymap_(X11Keymap::read(events.connection())), locks_{0} {
@@ -46,10 +44,14 @@ HotKeyBinding X11HotKeys::take(Entry& entry) {
   if (grabs.isEmpty()) return {.bound = false, .text = {}, .reason = reason};
   if (isTakenByUs(grabs)) {
     return {
-        .bound = false, .text = {}, .reason = translated("%1 is already used by another Tarnwick shortcut.").arg(text)};
+        .bound = false,
+        .text = {},
+        .reason = QCoreApplication::translate("HotKeys", "%1 is already used by another Tarnwick shortcut.").arg(text)};
   }
   if (!grab(grabs)) {
-    return {.bound = false, .text = {}, .reason = translated("%1 is already used by another program.").arg(text)};
+    return {.bound = false,
+            .text = {},
+            .reason = QCoreApplication::translate("HotKeys", "%1 is already used by another program.").arg(text)};
   }
   entry.grabs = grabs;
   return {.bound = true, .text = text, .reason = {}};
@@ -60,7 +62,8 @@ QList<X11HotKeys::Grab> X11HotKeys::grabsFor(const HotKeyWish& wish, QString& re
   const QList<xcb_keycode_t> keys = keysym && keymap_ ? keymap_->keys(*keysym) : QList<xcb_keycode_t>();
   const std::optional<quint16> modifiers = keymap_ ? keymap_->modifiers(wish.modifiers) : std::nullopt;
   if (keys.isEmpty() || !modifiers) {
-    reason = translated("The keyboard cannot produce %1.").arg(VirtualKeys::text(wish.keyCode, wish.modifiers));
+    reason = QCoreApplication::translate("HotKeys", "The keyboard cannot produce %1.")
+                 .arg(VirtualKeys::text(wish.keyCode, wish.modifiers));
     return {};
   }
   QList<Grab> grabs;

@@ -1,13 +1,13 @@
 #include "views/library/AddedNote.h"
 
 #include <QAccessible>
-#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QPainter>
 
 #include "views/controls/Buttons.h"
 #include "views/controls/ControlTheme.h"
 #include "views/controls/Labels.h"
+#include "views/library/LibraryWords.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
 
@@ -20,15 +20,13 @@ constexpr int kFoot = 16;  // Of clear room below.
 constexpr int kMark = 14;
 constexpr double kRounded = 12;
 
-QString word(const char* text) { return QCoreApplication::translate("Library", text); }
-
 }  // namespace
 
 AddedNote::AddedNote(QWidget* parent)
     : QWidget(parent),
       text_(new TextLabel({}, TextStyle::Body)),
-      edit_(new Button(word("Edit…"))),
-      undo_(new Button(word("Undo"))) {
+      edit_(new Button(LibraryWords::tr("Edit…"))),
+      undo_(new Button(LibraryWords::tr("Undo"))) {
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(theme::kRowBleed, theme::kRowBleed, theme::kRowBleed, theme::kRowBleed);
   row->setSpacing(theme::kRowBleed);

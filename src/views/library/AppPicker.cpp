@@ -1,6 +1,5 @@
 #include "views/library/AppPicker.h"
 
-#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
@@ -9,6 +8,7 @@
 #include "views/controls/Fields.h"
 #include "views/controls/ItemView.h"
 #include "views/controls/Labels.h"
+#include "views/library/LibraryWords.h"
 #include "views/panels/AppItems.h"
 #include "views/panels/PanelContext.h"
 
@@ -19,20 +19,18 @@ namespace {
 constexpr int kWidth = 420;
 constexpr int kRows = 9;
 
-QString say(const char* text) { return QCoreApplication::translate("Library", text); }
-
 }  // namespace
 
 AppPicker::AppPicker(InstalledApps& apps, TileIcons icons, QWidget* parent)
     : QDialog(parent),
       apps_(apps),
       icons_(std::move(icons)),
-      field_(new SearchField(say("Search apps…"))),
-      view_(new ItemView(say("Applications"), ItemView::Shape::Rows)),
+      field_(new SearchField(LibraryWords::tr("Search apps…"))),
+      view_(new ItemView(LibraryWords::tr("Applications"), ItemView::Shape::Rows)),
       nothing_(new TextLabel({}, TextStyle::Body, Tone::Secondary)),
-      choose_(new Button(say("Choose"), Button::Role::Primary)) {
+      choose_(new Button(LibraryWords::tr("Choose"), Button::Role::Primary)) {
   setAttribute(Qt::WA_DeleteOnClose);
-  setWindowTitle(say("Choose Application"));
+  setWindowTitle(LibraryWords::tr("Choose Application"));
   setWindowModality(Qt::WindowModal);
   setFixedWidth(kWidth);
   view_->setMostRows(kRows);
@@ -41,7 +39,7 @@ AppPicker::AppPicker(InstalledApps& apps, TileIcons icons, QWidget* parent)
     actions.icon = icons_;
     paintAppIcon(painter, box, iconOf_.value(item.id), item.title, actions, look());
   });
-  auto* cancel = new Button(say("Cancel"));
+  auto* cancel = new Button(LibraryWords::tr("Cancel"));
   auto* buttons = new QHBoxLayout;
   buttons->setSpacing(theme::kRowBleed);
   buttons->addStretch(1);
@@ -87,7 +85,7 @@ void AppPicker::refresh() {
   view_->setItems(items);
   view_->setVisible(!items.isEmpty());
   nothing_->setVisible(items.isEmpty());
-  nothing_->setText(apps_.loaded() ? say("No application fits that.") : say("Looking…"));
+  nothing_->setText(apps_.loaded() ? LibraryWords::tr("No application fits that.") : LibraryWords::tr("Looking…"));
   choose_->setEnabled(!items.isEmpty());
 }
 

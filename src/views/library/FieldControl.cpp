@@ -1,6 +1,5 @@
 #include "views/library/FieldControl.h"
 
-#include <QCoreApplication>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 #include <cmath>
@@ -11,6 +10,7 @@
 #include "views/controls/Segments.h"
 #include "views/controls/Stepper.h"
 #include "views/controls/Switch.h"
+#include "views/library/LibraryWords.h"
 #include "views/library/PathFields.h"
 #include "views/library/ZoneFields.h"
 #include "views/tiles/ToggleChoice.h"
@@ -22,8 +22,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kNoteHeight = 120;
-
-QString say(const char* text) { return QCoreApplication::translate("Library", text); }
 
 class LineControl final : public FieldControl {
  public:
@@ -90,7 +88,7 @@ class StepsControl final : public FieldControl {
   explicit StepsControl(const EditorField& field) : usual_(field.usual), stepper_(new Stepper(field.label)) {
     stepper_->setRange(field.least, field.most);
     stepper_->setFormat([words = field.words, least = field.least](int value) {
-      if (value == 0 && least == 0) return say("Off");
+      if (value == 0 && least == 0) return LibraryWords::tr("Off");
       return words.isEmpty() ? QString::number(value) : words.arg(value);
     });
     hold(stepper_);
@@ -156,7 +154,9 @@ class TogglesControl final : public FieldControl {
     for (qsizetype i = 0; i < rows_.size(); ++i) rows_[i]->setChecked(chosen.contains(ToggleChoice::all()[i]));
     limit();
   }
-  QString fault() const override { return count() == ToggleChoice::kShown ? QString() : say("Choose four switches."); }
+  QString fault() const override {
+    return count() == ToggleChoice::kShown ? QString() : LibraryWords::tr("Choose four switches.");
+  }
 
  private:
   qsizetype count() const {

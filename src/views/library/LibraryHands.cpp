@@ -11,6 +11,7 @@
 #include "config/WidgetTransfer.h"
 #include "views/controls/Buttons.h"
 #include "views/library/LibraryView.h"
+#include "views/library/LibraryWords.h"
 
 namespace tarnwick {
 
@@ -19,8 +20,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kButtonHeight = 26;
-
-QString say(const char* text) { return QCoreApplication::translate("Library", text); }
 
 }  // namespace
 
@@ -56,7 +55,7 @@ void LibraryView::placeButton() {
     return;
   }
   add_->setLabel(buttonWord(*item));
-  add_->setAccessibleName(item->entry.picker ? item->title() : say("Add %1").arg(item->title()));
+  add_->setAccessibleName(item->entry.picker ? item->title() : LibraryWords::tr("Add %1").arg(item->title()));
   const QRect place = buttonRect(row);
   add_->setFixedSize(place.size());
   add_->move(mapToParent(viewport()->mapToParent(place.topLeft())));

@@ -1,6 +1,5 @@
 // How the shelves of the library are painted.
 
-#include <QCoreApplication>
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyle>
@@ -10,6 +9,7 @@
 #include "views/controls/Buttons.h"
 #include "views/controls/ControlTheme.h"
 #include "views/library/LibraryView.h"
+#include "views/library/LibraryWords.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
 
@@ -23,8 +23,6 @@ constexpr double kCardCorner = 14;
 constexpr double kActiveLine = 1.5;
 constexpr double kPlus = 20;
 constexpr double kCountGap = 8;
-
-QString say(const char* text) { return QCoreApplication::translate("Library", text); }
 
 }  // namespace
 
@@ -44,8 +42,9 @@ void LibraryView::paintEvent(QPaintEvent* event) {
   for (int row = first; row < last; ++row)
     if (cardRect(row).intersects(event->rect())) paintCard(painter, row);
   if (layout_.cards.isEmpty())
-    drawTextIn(painter, QRectF(0, 0, viewport()->width(), viewport()->height() * 0.6), say("No widget fits that."),
-               TextStyle::Body, lookOf(*this).palette.secondary, Qt::AlignHCenter);
+    drawTextIn(painter, QRectF(0, 0, viewport()->width(), viewport()->height() * 0.6),
+               LibraryWords::tr("No widget fits that."), TextStyle::Body, lookOf(*this).palette.secondary,
+               Qt::AlignHCenter);
   paintThumb(painter);
 }
 
@@ -113,7 +112,7 @@ void LibraryView::paintName(QPainter& painter, const QRect& card, int row) const
     room -= buttonRect(row).width() + kNameGap;
   } else if (isPlaced(row)) {
     const QColor green = look.palette.accentWord(Accent::Green);
-    const TextLine word(say("On dock"), TextStyle::Caption);
+    const TextLine word(LibraryWords::tr("On dock"), TextStyle::Caption);
     // A card that was added since the shelves were filled may have room for the mark alone.
     const bool spelled = room - words_.value(row) - kNameGap >= word.width() + kMark + kMarkGap;
     const double wide = (spelled ? word.width() + kMarkGap : 0) + kMark;
@@ -121,8 +120,8 @@ void LibraryView::paintName(QPainter& painter, const QRect& card, int row) const
     mark.moveCenter(place(line.width() - wide, kMark).center());
     drawControlSymbol(painter, u"checkmark"_s, mark, green);
     if (spelled)
-      drawTextIn(painter, place(line.width() - word.width(), word.width() + 1), say("On dock"), TextStyle::Caption,
-                 green, mirrored ? Qt::AlignRight : Qt::AlignLeft);
+      drawTextIn(painter, place(line.width() - word.width(), word.width() + 1), LibraryWords::tr("On dock"),
+                 TextStyle::Caption, green, mirrored ? Qt::AlignRight : Qt::AlignLeft);
     room -= wide + kNameGap;
   }
   drawTextIn(painter, place(0, std::max(0.0, room)), itemAt(row).title(), TextStyle::Body, look.palette.primary,

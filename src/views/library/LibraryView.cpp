@@ -1,6 +1,5 @@
 #include "views/library/LibraryView.h"
 
-#include <QCoreApplication>
 #include <QScrollBar>
 #include <QStyle>
 #include <algorithm>
@@ -10,6 +9,7 @@
 #include "views/controls/Buttons.h"
 #include "views/controls/ControlTheme.h"
 #include "views/controls/PaintedList.h"
+#include "views/library/LibraryWords.h"
 
 namespace tarnwick {
 
@@ -19,8 +19,6 @@ namespace {
 
 constexpr int kPickerTile = 120;
 constexpr int kWheelStep = 48;
-
-QString say(const char* text) { return QCoreApplication::translate("Library", text); }
 
 int wordWidth(const QString& text, TextStyle style) {
   return static_cast<int>(std::ceil(TextLine(text, style).width()));
@@ -67,7 +65,7 @@ class LibraryView::Model final : public QAbstractListModel {
     if (role == Qt::DisplayRole || role == Qt::AccessibleTextRole) return items[index.row()]->title();
     if (role == Qt::AccessibleDescriptionRole) {
       const QString& shelf = shelfOf[index.row()]->name;
-      return view_.isPlaced(index.row()) ? shelf + u", "_s + say("On dock") : shelf;
+      return view_.isPlaced(index.row()) ? shelf + u", "_s + LibraryWords::tr("On dock") : shelf;
     }
     return {};
   }
@@ -81,8 +79,8 @@ LibraryView::LibraryView(AppStore& store, PreviewSources sources, QWidget* paren
       store_(store),
       tiles_(std::move(sources)),
       model_(new Model(*this)),
-      add_(new Button(say("Add"), Button::Role::Primary, parent)) {
-  becomePaintedList(*this, say("Widgets"));
+      add_(new Button(LibraryWords::tr("Add"), Button::Role::Primary, parent)) {
+  becomePaintedList(*this, LibraryWords::tr("Widgets"));
   setModel(model_);
   setDragEnabled(true);
   setFocusPolicy(Qt::StrongFocus);
@@ -103,7 +101,9 @@ LibraryView::LibraryView(AppStore& store, PreviewSources sources, QWidget* paren
 
 LibraryView::~LibraryView() = default;
 
-QString LibraryView::buttonWord(const LibraryItem& item) { return item.entry.picker ? say("Choose…") : say("Add"); }
+QString LibraryView::buttonWord(const LibraryItem& item) {
+  return item.entry.picker ? LibraryWords::tr("Choose…") : LibraryWords::tr("Add");
+}
 
 void LibraryView::setShelves(const QList<LibraryShelf>& shelves) {
   const LibraryItem* chosen = itemOf(currentIndex());
@@ -167,7 +167,7 @@ void LibraryView::doItemsLayout() {
   const int width = viewport()->width();
   if (width == layoutWidth_) return;
   layoutWidth_ = width;
-  const int placedWidth = wordWidth(say("On dock"), TextStyle::Caption) + kMark + kMarkGap;
+  const int placedWidth = wordWidth(LibraryWords::tr("On dock"), TextStyle::Caption) + kMark + kMarkGap;
   QList<QList<int>> widths;
   int row = 0;
   for (const LibraryShelf& shelf : std::as_const(model_->shelves)) {

@@ -1,6 +1,5 @@
 #include "views/library/LibraryWindow.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QHBoxLayout>
@@ -14,6 +13,7 @@
 #include "views/library/AppPicker.h"
 #include "views/library/EditorFields.h"
 #include "views/library/LibraryView.h"
+#include "views/library/LibraryWords.h"
 #include "views/window/DropDown.h"
 #include "views/window/SideList.h"
 #include "views/window/WindowTheme.h"
@@ -32,8 +32,6 @@ constexpr int kTop = 16;
 constexpr int kFieldHeight = 36;
 constexpr int kGap = 12;
 
-QString say(const char* text) { return QCoreApplication::translate("Library", text); }
-
 QStringList idsOf(const QList<LibraryShelf>& shelves) {
   QStringList ids;
   for (const LibraryShelf& shelf : shelves)
@@ -44,12 +42,12 @@ QStringList idsOf(const QList<LibraryShelf>& shelves) {
 }  // namespace
 
 LibraryWindow::LibraryWindow(AppStore& store, LibraryServices services)
-    : AppWindow(store, say("Add Widgets")),
+    : AppWindow(store, LibraryWords::tr("Add Widgets")),
       store_(store),
       services_(std::move(services)),
-      side_(new SideList(say("Sections"), kSideRow)),
-      field_(new SearchField(say("Search %1 widgets").arg(locale().toString(Catalog::items().size())))),
-      choice_(new DropDown(say("Add to"))),
+      side_(new SideList(LibraryWords::tr("Sections"), kSideRow)),
+      field_(new SearchField(LibraryWords::tr("Search %1 widgets").arg(locale().toString(Catalog::items().size())))),
+      choice_(new DropDown(LibraryWords::tr("Add to"))),
       view_(nullptr),
       note_(nullptr) {
   setContent(makeSide(), makeBody());
@@ -209,7 +207,8 @@ void LibraryWindow::showTargets() {
     for (auto pin = options.displayProfiles.cbegin(); pin != options.displayProfiles.cend(); ++pin)
       if (QUuid::fromString(pin.value()) == profile.id)
         displays.append(options.displayNames.value(pin.key(), pin.key()));
-    words.append(displays.isEmpty() ? profile.name : say("%1 (%2)").arg(profile.name, displays.join(u", "_s)));
+    words.append(displays.isEmpty() ? profile.name
+                                    : LibraryWords::tr("%1 (%2)").arg(profile.name, displays.join(u", "_s)));
   }
   QStringList targets = words;
   for (const DockProfile& profile : config.profiles) targets.append(profile.id.toString());
@@ -235,7 +234,7 @@ void LibraryWindow::chooseApplication() {
 }
 
 void LibraryWindow::chooseFolder() {
-  auto* dialog = new QFileDialog(this, say("Choose Folder"), QDir::homePath());
+  auto* dialog = new QFileDialog(this, LibraryWords::tr("Choose Folder"), QDir::homePath());
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->setFileMode(QFileDialog::Directory);
   dialog->setOption(QFileDialog::ShowDirsOnly);
@@ -259,7 +258,7 @@ void LibraryWindow::add(DockWidget widget) {
   entry_ = services_.edits->stack().latest()->id;
   const auto& profiles = store_.config().profiles;
   const auto profile = std::ranges::find(profiles, target_, &DockProfile::id);
-  note_->say(say("“%1” was added to “%2”.").arg(name, profile->name),
+  note_->say(LibraryWords::tr("“%1” was added to “%2”.").arg(name, profile->name),
              services_.openEditor && !EditorFields::of(widget.kind).isEmpty());
 }
 

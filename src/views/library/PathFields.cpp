@@ -1,6 +1,5 @@
 #include "views/library/PathFields.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -11,6 +10,7 @@
 #include "views/controls/Rows.h"
 #include "views/library/AppPicker.h"
 #include "views/library/FieldRows.h"
+#include "views/library/LibraryWords.h"
 #include "widgets/PinnedTiles.h"
 
 namespace tarnwick {
@@ -18,8 +18,6 @@ namespace tarnwick {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString say(const char* text) { return QCoreApplication::translate("Library", text); }
 
 QVBoxLayout* fill(QWidget& control, QVBoxLayout& rows, Button& button) {
   auto* column = new QVBoxLayout(&control);
@@ -43,7 +41,7 @@ AppField::AppField(const FieldServices& services, bool several)
     : services_(services),
       several_(several),
       rows_(FieldRows::column()),
-      choose_(new Button(several ? say("Add Application…") : say("Choose Application…"))) {
+      choose_(new Button(several ? LibraryWords::tr("Add Application…") : LibraryWords::tr("Choose Application…"))) {
   fill(*this, *rows_, *choose_);
   connect(choose_, &QPushButton::clicked, this, &AppField::choose);
   connect(services_.apps, &InstalledApps::changed, this, &AppField::showApps);
@@ -67,7 +65,7 @@ void AppField::showApps() {
       if (!icon.isNull()) row->setPicture(icon);
     }
     if (several_)
-      FieldRows::addRemoval(*row, say("Remove %1").arg(row->label()), [this, path] {
+      FieldRows::addRemoval(*row, LibraryWords::tr("Remove %1").arg(row->label()), [this, path] {
         paths_.removeAll(path);
         showApps();
         Q_EMIT changed();
@@ -90,7 +88,7 @@ void AppField::take(const QString& path) {
 }
 
 FolderField::FolderField(const QString& usual)
-    : usual_(usual), rows_(FieldRows::column()), choose_(new Button(say("Choose Folder…"))) {
+    : usual_(usual), rows_(FieldRows::column()), choose_(new Button(LibraryWords::tr("Choose Folder…"))) {
   fill(*this, *rows_, *choose_);
   connect(choose_, &QPushButton::clicked, this, &FolderField::choose);
   showFolder();
@@ -111,7 +109,7 @@ void FolderField::showFolder() {
   row->setSymbol(u"folder"_s);
   row->setCaption(shortened(path));
   if (!usual_.isEmpty() && !path_.isEmpty())
-    FieldRows::addRemoval(*row, say("Use Default"), [this] {
+    FieldRows::addRemoval(*row, LibraryWords::tr("Use Default"), [this] {
       path_.clear();
       showFolder();
       choose_->setFocus(Qt::OtherFocusReason);
@@ -121,7 +119,8 @@ void FolderField::showFolder() {
 }
 
 void FolderField::choose() {
-  auto* dialog = new QFileDialog(window(), say("Choose Folder"), path_.isEmpty() ? QDir::homePath() : path_);
+  auto* dialog =
+      new QFileDialog(window(), LibraryWords::tr("Choose Folder"), path_.isEmpty() ? QDir::homePath() : path_);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->setFileMode(QFileDialog::Directory);
   dialog->setOption(QFileDialog::ShowDirsOnly);

@@ -1,8 +1,8 @@
 #include "views/library/PreviewSamples.h"
 
-#include <QCoreApplication>
 #include <QSet>
 
+#include "views/library/LibraryWords.h"
 #include "views/snapshot/CalendarFixture.h"
 #include "views/snapshot/SnapshotFixture.h"
 #include "widgets/HabitMath.h"
@@ -17,8 +17,6 @@ namespace {
 constexpr qsizetype kShortHistory = 12;
 constexpr qsizetype kFolderIcons = 4;
 
-QString say(const char* text) { return QCoreApplication::translate("Library", text); }
-
 /// A habit that was kept on most of the days before today.
 QString someDays(const QDateTime& now) {
   QStringList days;
@@ -28,9 +26,9 @@ QString someDays(const QDateTime& now) {
 
 QMap<QString, QString> example(const QString& kind, const QDateTime& now, const QStringList& applications) {
   if (kind == "worldClockCity"_L1) return {{u"timezone"_s, u"Asia/Tokyo"_s}};
-  if (kind == "scratchNote"_L1) return {{u"text"_s, say("Water the plants on Friday")}};
+  if (kind == "scratchNote"_L1) return {{u"text"_s, LibraryWords::tr("Water the plants on Friday")}};
   if (kind == "drinkWater"_L1) return {{u"glasses"_s, u"5"_s}, {u"day"_s, HabitMath::key(now)}};
-  if (kind == "habitTracker"_L1) return {{u"text"_s, say("Read")}, {u"history"_s, someDays(now)}};
+  if (kind == "habitTracker"_L1) return {{u"text"_s, LibraryWords::tr("Read")}, {u"history"_s, someDays(now)}};
   if (kind == "calculator"_L1) return {{u"expression"_s, u"12 × 4 + 2"_s}};
   if (kind == "colorPicker"_L1) return {{u"color"_s, u"#2E8C94"_s}};
   if (kind == "appFolder"_L1) return {{u"paths"_s, applications.mid(0, kFolderIcons).join(u'\n')}};

@@ -1,10 +1,10 @@
 #include "views/library/TilePreview.h"
 
-#include <QCoreApplication>
 #include <cmath>
 
 #include "store/AppStore.h"
 #include "views/controls/ControlLook.h"
+#include "views/library/LibraryWords.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
 #include "views/theme/WindowPalette.h"
@@ -37,7 +37,7 @@ void TilePreview::refresh() {
   if (tiles_.refresh({widget_}, store_.now()).isEmpty()) return;
   const QString& name = widget_.title.isEmpty() ? Catalog::find(widget_.kind).name : widget_.title;
   const QString value = tileText(*tiles_.content(widget_.id), name).tip();
-  setAccessibleName(QCoreApplication::translate("Library", "Preview: %1").arg(value));
+  setAccessibleName(LibraryWords::tr("Preview: %1").arg(value));
   update();
 }
 

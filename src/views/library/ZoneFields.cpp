@@ -1,6 +1,5 @@
 #include "views/library/ZoneFields.h"
 
-#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QVBoxLayout>
 
@@ -9,6 +8,7 @@
 #include "views/controls/Labels.h"
 #include "views/controls/Rows.h"
 #include "views/library/FieldRows.h"
+#include "views/library/LibraryWords.h"
 #include "views/tiles/ClockWords.h"
 #include "views/tiles/DateTiles.h"
 
@@ -20,14 +20,13 @@ namespace {
 
 constexpr qsizetype kMostMatches = 5;
 
-QString say(const char* text) { return QCoreApplication::translate("Library", text); }
-
 }  // namespace
 
 ZoneField::ZoneField(bool several, const QString& placeholder)
     : several_(several),
       chosen_(FieldRows::column()),
-      field_(new SearchField(several ? say("Add a city or time zone") : say("Choose a city or time zone"))),
+      field_(new SearchField(several ? LibraryWords::tr("Add a city or time zone")
+                                     : LibraryWords::tr("Choose a city or time zone"))),
       matches_(FieldRows::column()),
       message_(new TextLabel({}, TextStyle::Caption, Tone::Secondary)) {
   auto* column = new QVBoxLayout(this);
@@ -56,8 +55,8 @@ void ZoneField::setValue(const QString& value) {
 void ZoneField::showZones() {
   FieldRows::clear(*chosen_);
   if (zones_.isEmpty()) {
-    auto* row = new ListRow(say("Local"));
-    row->setCaption(say("The time of this computer"));
+    auto* row = new ListRow(LibraryWords::tr("Local"));
+    row->setCaption(LibraryWords::tr("The time of this computer"));
     chosen_->addWidget(row);
   }
   for (const QString& zone : std::as_const(zones_)) {
@@ -66,7 +65,8 @@ void ZoneField::showZones() {
     row->setParted(chosen_->count() > 0);
     const QString city = ClockWords::city(zone);
     if (!several_ || zones_.size() > 1)
-      FieldRows::addRemoval(*row, several_ ? say("Remove %1").arg(city) : say("Use local time"),
+      FieldRows::addRemoval(*row,
+                            several_ ? LibraryWords::tr("Remove %1").arg(city) : LibraryWords::tr("Use local time"),
                             [this, zone] { leave(zone); });
     chosen_->addWidget(row);
   }
@@ -86,7 +86,7 @@ void ZoneField::search() {
     matches_->addWidget(row);
   }
   const bool nothing = found_.isEmpty() && !field_->text().trimmed().isEmpty();
-  message_->setText(say("No city or time zone has this name."));
+  message_->setText(LibraryWords::tr("No city or time zone has this name."));
   message_->setVisible(nothing);
 }
 
@@ -98,7 +98,7 @@ void ZoneField::take(const ZoneMatch& match) {
     city_ = match.city;
   }
   field_->clear();
-  message_->setText(say("A world clock holds at most %1 zones.").arg(kMostZones));
+  message_->setText(LibraryWords::tr("A world clock holds at most %1 zones.").arg(kMostZones));
   message_->setVisible(full);
   field_->setFocus(Qt::OtherFocusReason);
   if (full) return;

@@ -1,12 +1,12 @@
 #include "views/panels/AgendaRow.h"
 
-#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <algorithm>
 
 #include "views/controls/Buttons.h"
 #include "views/controls/ControlTheme.h"
 #include "views/controls/Turned.h"
+#include "views/panels/PanelWords.h"
 #include "views/theme/Glass.h"
 #include "views/tiles/EventWords.h"
 
@@ -38,9 +38,8 @@ AgendaRow::AgendaRow(const Words& words, double column, std::function<void()> jo
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
   row->addStretch();
-  join_ =
-      new Button(QCoreApplication::translate("Panels", "Join"), primary ? Button::Role::Primary : Button::Role::Plain);
-  join_->setAccessibleName(QCoreApplication::translate("Panels", "Join %1").arg(words.title));
+  join_ = new Button(PanelWords::tr("Join"), primary ? Button::Role::Primary : Button::Role::Plain);
+  join_->setAccessibleName(PanelWords::tr("Join %1").arg(words.title));
   connect(join_, &QPushButton::clicked, this, [join = std::move(join)] { join(); });
   row->addWidget(join_, 0, Qt::AlignVCenter);
 }

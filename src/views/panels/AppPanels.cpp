@@ -1,6 +1,5 @@
 #include "views/panels/AppPanels.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 #include <algorithm>
 
@@ -8,14 +7,13 @@
 #include "views/controls/Fields.h"
 #include "views/controls/ItemView.h"
 #include "views/panels/AppItems.h"
+#include "views/panels/PanelWords.h"
 
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString say(const char* text) { return QCoreApplication::translate("Panels", text); }
 
 const QString kPathsKey = u"paths"_s;
 
@@ -24,9 +22,9 @@ class AppsPanel : public TilePanel {
  protected:
   explicit AppsPanel(const PanelContext& context)
       : TilePanel(context, theme::kPanelWidthWide),
-        field_(new SearchField(say("Search apps…"))),
+        field_(new SearchField(PanelWords::tr("Search apps…"))),
         none_(new TextLabel({}, TextStyle::Body, Tone::Secondary)),
-        view_(new ItemView(say("Applications"), ItemView::Shape::Icons)),
+        view_(new ItemView(PanelWords::tr("Applications"), ItemView::Shape::Icons)),
         items_(*view_, context.actions) {
     none_->setWordWrap(true);
     body().addWidget(field_);
@@ -87,12 +85,14 @@ class ApplicationsPanel final : public AppsPanel {
  protected:
   void refresh(const TileSources&) override {
     if (!hasApplications()) {
-      showEmpty({definition().symbol, {}, title(), say("The installed applications are not known here."), {}, {}});
+      showEmpty(
+          {definition().symbol, {}, title(), PanelWords::tr("The installed applications are not known here."), {}, {}});
       return;
     }
     hideEmpty();
     const QList<AppItem> apps = fitting();
-    show(apps, field().text().trimmed().isEmpty() ? say("Looking…") : say("No application fits that."));
+    show(apps,
+         field().text().trimmed().isEmpty() ? PanelWords::tr("Looking…") : PanelWords::tr("No application fits that."));
   }
 
   void showEvent(QShowEvent* event) override {
@@ -104,10 +104,12 @@ class ApplicationsPanel final : public AppsPanel {
 class AppFolderPanel final : public AppsPanel {
  public:
   explicit AppFolderPanel(const PanelContext& context)
-      : AppsPanel(context), add_(new IconButton(u"plus"_s, say("Add Apps"))), done_(new Button(say("Done"))) {
+      : AppsPanel(context),
+        add_(new IconButton(u"plus"_s, PanelWords::tr("Add Apps"))),
+        done_(new Button(PanelWords::tr("Done"))) {
     header().addAction(add_);
     header().addAction(done_);
-    view().setItemAction(u"xmark"_s, say("Remove from Folder"), QKeySequence(Qt::Key_Delete));
+    view().setItemAction(u"xmark"_s, PanelWords::tr("Remove from Folder"), QKeySequence(Qt::Key_Delete));
     connect(add_, &QPushButton::clicked, this, [this] { choose(true); });
     connect(done_, &QPushButton::clicked, this, [this] { choose(false); });
     connect(&view(), &ItemView::opened, this, [this](const QString& path) {
@@ -131,9 +133,9 @@ class AppFolderPanel final : public AppsPanel {
     field().setVisible(choosing_);
     if (held.isEmpty() && !choosing_) {
       EmptyState state{
-          definition().symbol, {}, title(), say("Put the apps that belong together into one tile."), {}, {}};
+          definition().symbol, {}, title(), PanelWords::tr("Put the apps that belong together into one tile."), {}, {}};
       if (hasApplications()) {
-        state.button = say("Add Apps…");
+        state.button = PanelWords::tr("Add Apps…");
         state.act = [this] { choose(true); };
       }
       showEmpty(state);
@@ -143,11 +145,11 @@ class AppFolderPanel final : public AppsPanel {
     QList<AppItem> apps = choosing_ ? fitting() : inFolder(held, sources);
     if (choosing_) {
       apps.removeIf([&held](const AppItem& app) { return held.contains(app.path); });
-      header().setNote(say("%1 in the folder").arg(sources.locale.toString(held.size())));
+      header().setNote(PanelWords::tr("%1 in the folder").arg(sources.locale.toString(held.size())));
     } else {
       header().setNote({});
     }
-    show(apps, say("No application fits that."));
+    show(apps, PanelWords::tr("No application fits that."));
   }
 
  private:

@@ -1,6 +1,5 @@
 #include "views/panels/CalculatorPanel.h"
 
-#include <QCoreApplication>
 #include <QGridLayout>
 #include <QSignalBlocker>
 #include <array>
@@ -11,6 +10,7 @@
 #include "views/controls/Labels.h"
 #include "views/controls/Rows.h"
 #include "views/panels/BigText.h"
+#include "views/panels/PanelWords.h"
 #include "views/tiles/UtilityText.h"
 
 namespace tarnwick {
@@ -28,8 +28,6 @@ constexpr auto kBetween = " = "_L1;
 QStringList finished(const DockWidget& calculator) {
   return calculator.options.value(u"calculations"_s).split(u'\n', Qt::SkipEmptyParts);
 }
-
-QString words(const char* text) { return QCoreApplication::translate("Panels", text); }
 
 enum class Key { Text, Point, Clear, Back, Equals };
 
@@ -49,7 +47,7 @@ constexpr std::array kKeys = {
 class CalculatorPanel final : public TilePanel {
  public:
   explicit CalculatorPanel(const PanelContext& context)
-      : TilePanel(context), field_(new TextField(words("Expression"))), result_(new ResultView) {
+      : TilePanel(context), field_(new TextField(PanelWords::tr("Expression"))), result_(new ResultView) {
     field_->setPlaceholderText(u"12 × 4 + 2"_s);
     field_->setText(widget().options.value(u"expression"_s));
     body().addWidget(field_);
@@ -57,7 +55,7 @@ class CalculatorPanel final : public TilePanel {
     addKeys();
     addHistory();
     if (context.actions.copyText) {
-      copy_ = new IconButton(u"doc.on.clipboard"_s, words("Copy Result"));
+      copy_ = new IconButton(u"doc.on.clipboard"_s, PanelWords::tr("Copy Result"));
       connect(copy_, &QPushButton::clicked, this, [this, act = context.actions.copyText] {
         if (answer_.value) act(UtilityText::typed(*answer_.value, locale_));
       });
@@ -102,8 +100,8 @@ class CalculatorPanel final : public TilePanel {
       button->setFocusPolicy(Qt::NoFocus);  // The keyboard writes into the field.
       button->setAutoRepeat(row.key == Key::Back);
       if (row.key == Key::Point) point_ = button;
-      if (row.key == Key::Clear) button->setAccessibleName(words("Clear"));
-      if (row.key == Key::Back) button->setAccessibleName(words("Delete"));
+      if (row.key == Key::Clear) button->setAccessibleName(PanelWords::tr("Clear"));
+      if (row.key == Key::Back) button->setAccessibleName(PanelWords::tr("Delete"));
       connect(button, &QPushButton::clicked, this, [this, key = row.key, label] { press(key, label); });
       grid->addWidget(button, i / kColumns, i % kColumns);
     }
@@ -118,7 +116,7 @@ class CalculatorPanel final : public TilePanel {
     column->setSpacing(0);
     auto* heading = new QHBoxLayout;
     heading->setContentsMargins(theme::kRowBleed, 0, theme::kRowBleed, 0);
-    heading->addWidget(new SectionLabel(words("History")));
+    heading->addWidget(new SectionLabel(PanelWords::tr("History")));
     column->addLayout(heading);
     for (int i = 0; i < kHistoryRows; ++i) {
       auto* row = new ListRow({});
@@ -128,7 +126,7 @@ class CalculatorPanel final : public TilePanel {
       column->addWidget(row);
       rows_ << row;
     }
-    auto* clear = new Button(words("Clear History"), Button::Role::Quiet);
+    auto* clear = new Button(PanelWords::tr("Clear History"), Button::Role::Quiet);
     connect(clear, &QPushButton::clicked, this, [this] {
       setOption(u"calculations"_s, std::nullopt);
       field_->setFocus();

@@ -1,6 +1,5 @@
 #include "views/panels/ClockPanel.h"
 
-#include <QCoreApplication>
 #include <QHBoxLayout>
 
 #include "views/controls/Bleed.h"
@@ -8,6 +7,7 @@
 #include "views/controls/Fields.h"
 #include "views/controls/MonthGrid.h"
 #include "views/controls/Rows.h"
+#include "views/panels/PanelWords.h"
 #include "views/panels/ZoneSearch.h"
 #include "views/tiles/ClockWords.h"
 #include "views/tiles/DateTiles.h"
@@ -31,22 +31,22 @@ struct Zone {
 };
 
 class ClockPanel final : public TilePanel {
-  Q_DECLARE_TR_FUNCTIONS(Panels)
-
  public:
   explicit ClockPanel(const PanelContext& context)
       : TilePanel(context),
         isList_(widget().kind == "worldClockList"_L1),
         figure_(new FigureView),
         zones_(new QVBoxLayout),
-        field_(new SearchField(isList_ ? tr("Add a city or time zone") : tr("Choose a city or time zone"))),
+        field_(new SearchField(isList_ ? PanelWords::tr("Add a city or time zone")
+                                       : PanelWords::tr("Choose a city or time zone"))),
         matches_(new QVBoxLayout),
-        nothing_(new TextLabel(tr("No city or time zone has this name."), TextStyle::Caption, Tone::Secondary)),
+        nothing_(
+            new TextLabel(PanelWords::tr("No city or time zone has this name."), TextStyle::Caption, Tone::Secondary)),
         monthPart_(new QWidget),
         month_(new MonthGrid),
         monthName_(new TextLabel({}, TextStyle::TabLabel, Tone::Secondary)) {
     body().addWidget(figure_);
-    addSection(isList_ ? tr("World clock") : tr("Time zone"));
+    addSection(isList_ ? PanelWords::tr("World clock") : PanelWords::tr("Time zone"));
     for (QVBoxLayout* list : {zones_, matches_}) {
       list->setContentsMargins(0, 0, 0, 0);
       list->setSpacing(0);
@@ -75,9 +75,9 @@ class ClockPanel final : public TilePanel {
     const ClockTime time = ClockWords::time(now.time(), sources.locale, sources.use24Hour);
     const QDate today = now.date();
     figure_->setFigure(time.text(), time.halfOfDay);
-    figure_->setLines(
-        ClockWords::dates(today, sources.locale).value(0),
-        tr("Week %1").arg(sources.locale.toString(ClockWords::weekNumber(today, sources.locale.firstDayOfWeek()))));
+    figure_->setLines(ClockWords::dates(today, sources.locale).value(0),
+                      PanelWords::tr("Week %1").arg(
+                          sources.locale.toString(ClockWords::weekNumber(today, sources.locale.firstDayOfWeek()))));
     showZones(sources);
     showMatchTimes(sources);
     month_->setWords(sources.locale);
@@ -95,8 +95,8 @@ class ClockPanel final : public TilePanel {
     auto* row = new QHBoxLayout;
     row->setSpacing(0);
     row->addWidget(monthName_, 1);
-    for (const auto& [symbol, label, months] : {std::tuple(u"chevron.left"_s, tr("Previous month"), -1),
-                                                std::tuple(u"chevron.right"_s, tr("Next month"), 1)}) {
+    for (const auto& [symbol, label, months] : {std::tuple(u"chevron.left"_s, PanelWords::tr("Previous month"), -1),
+                                                std::tuple(u"chevron.right"_s, PanelWords::tr("Next month"), 1)}) {
       auto* button = new IconButton(symbol, label);
       button->setGround(false);
       connect(button, &QPushButton::clicked, this, [this, step = months] { month_->turn(step); });
@@ -120,7 +120,7 @@ class ClockPanel final : public TilePanel {
       return zones;
     }
     const QString name = options.value(u"timezone"_s);
-    if (!ClockWords::isZone(name)) return {Zone{{}, tr("Local"), false}};
+    if (!ClockWords::isZone(name)) return {Zone{{}, PanelWords::tr("Local"), false}};
     const QString label = options.value(u"zoneLabel"_s).trimmed();
     return {Zone{name, label.isEmpty() ? ClockWords::city(name) : label, true}};
   }
@@ -133,9 +133,9 @@ class ClockPanel final : public TilePanel {
     }
     for (qsizetype i = 0; i < rows_.size(); ++i) {
       const QDateTime there = ClockWords::inZone(sources.now, shown_[i].name);
-      QStringList words{
-          shown_[i].name.isEmpty() ? tr("The time of this computer") : ClockWords::ahead(there, sources.now),
-          ClockWords::dayThere(there, sources.now)};
+      QStringList words{shown_[i].name.isEmpty() ? PanelWords::tr("The time of this computer")
+                                                 : ClockWords::ahead(there, sources.now),
+                        ClockWords::dayThere(there, sources.now)};
       words.removeAll(QString());
       rows_[i]->setCaption(words.join(u", "_s));
       rows_[i]->setValue(ClockWords::time(there.time(), sources.locale, sources.use24Hour).full());
@@ -147,7 +147,8 @@ class ClockPanel final : public TilePanel {
     row->setParted(!rows_.isEmpty());
     row->setToolTip(zone.name);
     if (zone.removable) {
-      auto* remove = new IconButton(u"xmark"_s, isList_ ? tr("Remove %1").arg(zone.label) : tr("Use local time"));
+      auto* remove = new IconButton(
+          u"xmark"_s, isList_ ? PanelWords::tr("Remove %1").arg(zone.label) : PanelWords::tr("Use local time"));
       remove->setGround(false);
       remove->setTone(Tone::Secondary);
       connect(remove, &QPushButton::clicked, this, [this, name = zone.name] { leave(name); });
@@ -168,7 +169,8 @@ class ClockPanel final : public TilePanel {
     if (isList_) {
       QStringList zones = worldZones(widget().options.value(u"zones"_s));
       if (!zones.contains(match.zone)) zones << match.zone;
-      setMessage(zones.size() > kMostZones ? tr("A world clock holds at most %1 zones.").arg(kMostZones) : QString());
+      setMessage(zones.size() > kMostZones ? PanelWords::tr("A world clock holds at most %1 zones.").arg(kMostZones)
+                                           : QString());
       if (zones.size() <= kMostZones) setOption(u"zones"_s, zones.join(u','));
     } else {
       change(match.zone, match.city);

@@ -1,6 +1,5 @@
 #include "views/panels/ColorPanel.h"
 
-#include <QCoreApplication>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QSignalBlocker>
@@ -13,6 +12,7 @@
 #include "views/controls/Fields.h"
 #include "views/controls/Rows.h"
 #include "views/controls/Slider.h"
+#include "views/panels/PanelWords.h"
 #include "views/theme/Theme.h"
 #include "views/tiles/UtilityText.h"
 
@@ -27,8 +27,6 @@ constexpr int kSwatchHeight = 56;
 constexpr int kSwatchCorner = 10;
 constexpr int kSliderLabel = 76;
 constexpr int kMostHue = 359;
-
-QString words(const char* text) { return QCoreApplication::translate("Panels", text); }
 
 QStringList recentColors(const DockWidget& widget) {
   QStringList colors;
@@ -46,7 +44,7 @@ class Swatch final : public PaintedButton {
   }
   void setColor(const std::optional<QColor>& color) {
     color_ = color;
-    setLabel(color ? hexOf(*color) : words("No color"));
+    setLabel(color ? hexOf(*color) : PanelWords::tr("No color"));
     setToolTip(label());
     update();
   }
@@ -68,13 +66,13 @@ class Swatch final : public PaintedButton {
 class ColorPanel final : public TilePanel {
  public:
   explicit ColorPanel(const PanelContext& context)
-      : TilePanel(context), swatch_(new Swatch(kSwatchHeight)), field_(new TextField(words("Hex color"))) {
+      : TilePanel(context), swatch_(new Swatch(kSwatchHeight)), field_(new TextField(PanelWords::tr("Hex color"))) {
     swatch_->setAttribute(Qt::WA_TransparentForMouseEvents);
     swatch_->setFocusPolicy(Qt::NoFocus);
     body().addWidget(swatch_);
     body().addSpacing(theme::kRowBleed);
     if (context.actions.pickColor) {
-      auto* pick = new Button(words("Pick from Screen"), Button::Role::Primary);
+      auto* pick = new Button(PanelWords::tr("Pick from Screen"), Button::Role::Primary);
       pick->setSymbol(u"eyedropper.halffull"_s);
       connect(pick, &QPushButton::clicked, this, [this] { pickFromScreen(); });
       body().addWidget(pick);
@@ -131,7 +129,7 @@ class ColorPanel final : public TilePanel {
   void addSlider(std::size_t index) {
     static constexpr std::array names = {QT_TRANSLATE_NOOP("Panels", "Hue"), QT_TRANSLATE_NOOP("Panels", "Saturation"),
                                          QT_TRANSLATE_NOOP("Panels", "Brightness")};
-    const QString name = words(names[index]);
+    const QString name = PanelWords::tr(names[index]);
     auto* label = new TextLabel(name, TextStyle::ListRow, Tone::Secondary);
     label->setFixedWidth(kSliderLabel);
     auto* slider = new Slider(name);
@@ -157,12 +155,12 @@ class ColorPanel final : public TilePanel {
       auto* row = new ListRow(QString::fromLatin1(names[i]));
       row->setClickable(true);
       row->setParted(i > 0);
-      row->setToolTip(words("Copy"));
+      row->setToolTip(PanelWords::tr("Copy"));
       connect(row, &QPushButton::clicked, this, [this, i] {
         if (!color_) return;
         context().actions.copyText(formOf(i, *color_));
         takeColor(store(), context().widget, hexOf(*color_));
-        header().setNote(words("Copied"));
+        header().setNote(PanelWords::tr("Copied"));
       });
       addBleeding(body(), row);
       forms_[i] = row;
@@ -170,7 +168,7 @@ class ColorPanel final : public TilePanel {
   }
 
   void addRecent() {
-    recentLabel_ = addSection(words("Recent"));
+    recentLabel_ = addSection(PanelWords::tr("Recent"));
     auto* row = new QHBoxLayout;
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(theme::kButtonSymbolGap);

@@ -9,6 +9,7 @@
 #include "views/controls/Fields.h"
 #include "views/panels/BigText.h"
 #include "views/panels/ChipGrid.h"
+#include "views/panels/PanelWords.h"
 #include "views/tiles/UtilityText.h"
 
 namespace tarnwick {
@@ -18,8 +19,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kColumns = 4;
-
-QString words(const char* text) { return QCoreApplication::translate("Panels", text); }
 
 QString groupName(const QString& name) {
   return QCoreApplication::translate("UnitConversion", name.toLatin1().constData());
@@ -35,28 +34,28 @@ class ConverterPanel final : public TilePanel {
  public:
   explicit ConverterPanel(const PanelContext& context)
       : TilePanel(context),
-        field_(new TextField(words("Value"))),
+        field_(new TextField(PanelWords::tr("Value"))),
         result_(new ResultView),
-        groups_(new ChipGrid(words("Quantity"), kColumns)),
-        from_(new ChipGrid(words("From"), kColumns)),
-        to_(new ChipGrid(words("To"), kColumns)) {
+        groups_(new ChipGrid(PanelWords::tr("Quantity"), kColumns)),
+        from_(new ChipGrid(PanelWords::tr("From"), kColumns)),
+        to_(new ChipGrid(PanelWords::tr("To"), kColumns)) {
     QStringList names;
     for (const auto& group : UnitConversion::groups()) names.append(groupName(group.name));
     groups_->setWords(names);
     body().addWidget(groups_);
-    addSection(words("From"));
+    addSection(PanelWords::tr("From"));
     body().addWidget(field_);
     body().addSpacing(theme::kButtonSymbolGap);
     body().addWidget(from_);
-    addSection(words("To"));
+    addSection(PanelWords::tr("To"));
     body().addWidget(to_);
     body().addWidget(result_);
     field_->setText(Conversion::of(widget()).value);
-    auto* swap = new IconButton(u"arrow.left.arrow.right"_s, words("Swap Units"));
+    auto* swap = new IconButton(u"arrow.left.arrow.right"_s, PanelWords::tr("Swap Units"));
     connect(swap, &QPushButton::clicked, this, [this] { choose(shown_.to, shown_.from); });
     header().addAction(swap);
     if (context.actions.copyText) {
-      copy_ = new IconButton(u"doc.on.clipboard"_s, words("Copy Result"));
+      copy_ = new IconButton(u"doc.on.clipboard"_s, PanelWords::tr("Copy Result"));
       connect(copy_, &QPushButton::clicked, this, [this, act = context.actions.copyText] {
         if (answer_.value) act(UtilityText::typed(*answer_.value, locale_));
       });

@@ -1,9 +1,9 @@
 #include "views/panels/DayAgenda.h"
 
-#include <QCoreApplication>
 #include <algorithm>
 #include <utility>
 
+#include "views/panels/PanelWords.h"
 #include "views/tiles/EventWords.h"
 
 namespace tarnwick {
@@ -20,13 +20,12 @@ QList<DayAgenda::Occasion> DayAgenda::occasions(const QDate& day, const Calendar
   QList<Occasion> found;
   for (const CalendarEvent& event : CalendarModel::onDay(digest.events, day)) {
     Occasion occasion;
-    occasion.words = {
-        event.allDay ? QCoreApplication::translate("Panels", "All day") : EventWords::time(event.start, sources),
-        event.allDay || event.end <= event.start ? QString() : EventWords::time(event.end, sources),
-        event.title,
-        event.location,
-        event.colour,
-        event.end < sources.now && day <= sources.now.date()};
+    occasion.words = {event.allDay ? PanelWords::tr("All day") : EventWords::time(event.start, sources),
+                      event.allDay || event.end <= event.start ? QString() : EventWords::time(event.end, sources),
+                      event.title,
+                      event.location,
+                      event.colour,
+                      event.end < sources.now && day <= sources.now.date()};
     if (!occasion.words.past) occasion.link = event.meetingLink;
     occasion.next = digest.nextMeeting && *digest.nextMeeting == event;
     found << occasion;

@@ -1,6 +1,5 @@
 #include "views/panels/EmojiPanel.h"
 
-#include <QCoreApplication>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <algorithm>
@@ -9,6 +8,7 @@
 #include "views/controls/Fields.h"
 #include "views/controls/ScrollArea.h"
 #include "views/panels/EmojiTable.h"
+#include "views/panels/PanelWords.h"
 #include "views/theme/Emoji.h"
 #include "views/theme/Theme.h"
 #include "views/tiles/UtilityText.h"
@@ -24,8 +24,6 @@ constexpr int kCell = 36;
 constexpr int kRows = 7;
 constexpr double kSize = 22;
 constexpr qsizetype kRecent = 16;
-
-QString words(const char* text) { return QCoreApplication::translate("Panels", text); }
 
 class EmojiButton final : public PaintedButton {
  public:
@@ -133,19 +131,19 @@ class EmojiPanel final : public TilePanel {
  public:
   explicit EmojiPanel(const PanelContext& context)
       : TilePanel(context),
-        search_(new SearchField(words("Search emoji"))),
+        search_(new SearchField(PanelWords::tr("Search emoji"))),
         recent_(new EmojiGrid),
         all_(new EmojiGrid) {
     body().addWidget(search_);
-    addSection(words("Recent"));
+    addSection(PanelWords::tr("Recent"));
     body().addWidget(recent_);
-    allLabel_ = addSection(words("All"));
+    allLabel_ = addSection(PanelWords::tr("All"));
     auto* scroll = new ScrollArea;
     scroll->setWidget(all_);
     all_->setAutoFillBackground(false);
     scroll->setFixedHeight(kRows * kCell);
     body().addWidget(scroll);
-    nothing_ = new TextLabel(words("No emoji found"), TextStyle::Body, Tone::Secondary, scroll);
+    nothing_ = new TextLabel(PanelWords::tr("No emoji found"), TextStyle::Body, Tone::Secondary, scroll);
     nothing_->setAlignment(Qt::AlignCenter);
     nothing_->setGeometry(0, 0, kColumns * kCell, kCell * 2);
     for (EmojiGrid* grid : {recent_, all_}) grid->chosen = [this](const QString& emoji) { take(emoji); };
@@ -173,7 +171,7 @@ class EmojiPanel final : public TilePanel {
     const QString query = search_->text().trimmed();
     const QStringList found = EmojiTable::search(query);
     all_->setEmoji(found);
-    allLabel_->setText(query.isEmpty() ? words("All") : words("Found"));
+    allLabel_->setText(query.isEmpty() ? PanelWords::tr("All") : PanelWords::tr("Found"));
     nothing_->setVisible(found.isEmpty());
   }
 
@@ -181,7 +179,7 @@ class EmojiPanel final : public TilePanel {
     if (!context().actions.copyText) return;
     context().actions.copyText(emoji);
     forgetDrafts();
-    header().setNote(words("%1 copied").arg(emoji));
+    header().setNote(PanelWords::tr("%1 copied").arg(emoji));
     QStringList recent = recentEmoji(widget());
     recent.removeAll(emoji);
     recent.prepend(emoji);

@@ -1,12 +1,12 @@
 #include "views/panels/FileItems.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QPainterPath>
 
 #include "files/Thumbnails.h"
 #include "views/panels/PanelContext.h"
+#include "views/panels/PanelWords.h"
 #include "views/theme/FilePictures.h"
 #include "views/theme/Glass.h"
 #include "views/tiles/FileWords.h"
@@ -95,8 +95,7 @@ FileItems::FileItems(ItemView& view, Thumbnails* thumbnails, const PanelActions&
   });
   if (thumbnails) QObject::connect(thumbnails, &Thumbnails::ready, &view, &ItemView::refreshPictures);
   if (actions.revealPath) {
-    view.setItemAction(u"folder"_s, QCoreApplication::translate("Panels", "Show in Files"),
-                       QKeySequence(Qt::CTRL | Qt::Key_R));
+    view.setItemAction(u"folder"_s, PanelWords::tr("Show in Files"), QKeySequence(Qt::CTRL | Qt::Key_R));
     QObject::connect(&view, &ItemView::actionRequested, &view,
                      [reveal = actions.revealPath](const QString& path) { reveal(path); });
   }

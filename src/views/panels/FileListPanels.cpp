@@ -1,6 +1,5 @@
 #include "views/panels/FileListPanels.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 
@@ -13,14 +12,13 @@
 #include "views/controls/Fields.h"
 #include "views/controls/ItemView.h"
 #include "views/panels/FileItems.h"
+#include "views/panels/PanelWords.h"
 
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString say(const char* text) { return QCoreApplication::translate("Panels", text); }
 
 /// What panels that list files share: a view of them, and that a click opens one and closes the panel.
 class FileListPanel : public TilePanel {
@@ -49,7 +47,7 @@ class FileListPanel : public TilePanel {
 class RecentFilesPanel final : public FileListPanel {
  public:
   explicit RecentFilesPanel(const PanelContext& context)
-      : FileListPanel(context, say("Recent files"), ItemView::Shape::Rows) {
+      : FileListPanel(context, PanelWords::tr("Recent files"), ItemView::Shape::Rows) {
     view().setMostRows(8);
     addBleeding(body(), &view());
     if (context.readings.recent)
@@ -59,12 +57,13 @@ class RecentFilesPanel final : public FileListPanel {
  protected:
   void refresh(const TileSources& sources) override {
     RecentFiles* recent = context().readings.recent;
-    if (!recent) return sayNothing(say("This desktop keeps no list of recent files."));
+    if (!recent) return sayNothing(PanelWords::tr("This desktop keeps no list of recent files."));
     QList<FolderEntry> entries;
     for (const RecentFile& file : recent->list())
       entries.append({file.path, QFileInfo(file.path).fileName(), false, 0, file.used});
     if (entries.isEmpty())
-      return sayNothing(recent->loaded() ? say("Files that you open will be listed here.") : say("Looking…"));
+      return sayNothing(recent->loaded() ? PanelWords::tr("Files that you open will be listed here.")
+                                         : PanelWords::tr("Looking…"));
     hideEmpty();
     items().set(entries, FileItems::Caption::FolderAndAge, sources.now, sources.locale);
   }
@@ -73,14 +72,14 @@ class RecentFilesPanel final : public FileListPanel {
 class ScreenshotsPanel final : public FileListPanel {
  public:
   explicit ScreenshotsPanel(const PanelContext& context)
-      : FileListPanel(context, say("Screenshots"), ItemView::Shape::Pictures) {
+      : FileListPanel(context, PanelWords::tr("Screenshots"), ItemView::Shape::Pictures) {
     view().setMostRows(4);
     body().addWidget(&view());
     ScreenshotFolder* shots = context.readings.screenshots;
     if (!shots) return;
     connect(shots, &ScreenshotFolder::changed, this, &ScreenshotsPanel::refreshNow);
     if (const auto open = context.actions.openPath) {
-      auto* button = new IconButton(u"folder"_s, say("Open in Files"));
+      auto* button = new IconButton(u"folder"_s, PanelWords::tr("Open in Files"));
       connect(button, &QPushButton::clicked, this, [this, open, shots] {
         open(shots->folder());
         Q_EMIT closeRequested();
@@ -92,12 +91,12 @@ class ScreenshotsPanel final : public FileListPanel {
  protected:
   void refresh(const TileSources& sources) override {
     ScreenshotFolder* shots = context().readings.screenshots;
-    if (!shots) return sayNothing(say("Screenshots are not available on this computer."));
+    if (!shots) return sayNothing(PanelWords::tr("Screenshots are not available on this computer."));
     const QList<FolderEntry>& newest = shots->newest();
     if (newest.isEmpty())
-      return sayNothing(!shots->loaded()
-                            ? say("Looking…")
-                            : say("Screenshots in %1 will be shown here.").arg(shortFolder(shots->folder())));
+      return sayNothing(
+          !shots->loaded() ? PanelWords::tr("Looking…")
+                           : PanelWords::tr("Screenshots in %1 will be shown here.").arg(shortFolder(shots->folder())));
     hideEmpty();
     items().set(newest, FileItems::Caption::AgeOnly, sources.now, sources.locale);
   }
@@ -106,11 +105,11 @@ class ScreenshotsPanel final : public FileListPanel {
 class ShelfPanel final : public FileListPanel {
  public:
   explicit ShelfPanel(const PanelContext& context)
-      : FileListPanel(context, say("Files on the shelf"), ItemView::Shape::Rows),
-        clear_(new Button(say("Clear Shelf"), Button::Role::Quiet)) {
+      : FileListPanel(context, PanelWords::tr("Files on the shelf"), ItemView::Shape::Rows),
+        clear_(new Button(PanelWords::tr("Clear Shelf"), Button::Role::Quiet)) {
     view().setMostRows(8);
     disconnect(&view(), &ItemView::actionRequested, nullptr, nullptr);
-    view().setItemAction(u"xmark"_s, say("Remove from Shelf"), QKeySequence(Qt::Key_Delete));
+    view().setItemAction(u"xmark"_s, PanelWords::tr("Remove from Shelf"), QKeySequence(Qt::Key_Delete));
     connect(&view(), &ItemView::actionRequested, this, [this](const QString& path) {
       store().edit([&path](DockConfiguration& config) { config.shelf.removeOne(path); });
       refreshNow();
@@ -133,7 +132,7 @@ class ShelfPanel final : public FileListPanel {
  protected:
   void refresh(const TileSources& sources) override {
     const QStringList& shelf = store().config().shelf;
-    if (shelf.isEmpty()) return sayNothing(say("Drop files on this tile to keep them at hand."));
+    if (shelf.isEmpty()) return sayNothing(PanelWords::tr("Drop files on this tile to keep them at hand."));
     hideEmpty();
     if (shelf != shelf_) look(shelf);
     header().setNote(sources.locale.toString(shelf.size()));
@@ -174,9 +173,9 @@ class ShelfPanel final : public FileListPanel {
 class FileSearchPanel final : public FileListPanel {
  public:
   explicit FileSearchPanel(const PanelContext& context)
-      : FileListPanel(context, say("Files"), ItemView::Shape::Rows),
+      : FileListPanel(context, PanelWords::tr("Files"), ItemView::Shape::Rows),
         finder_(QDir::homePath(), context.scheduler),
-        field_(new SearchField(say("Search files…"))),
+        field_(new SearchField(PanelWords::tr("Search files…"))),
         word_(new TextLabel({}, TextStyle::Body, Tone::Secondary)) {
     word_->setWordWrap(true);
     body().addWidget(field_);
@@ -197,9 +196,9 @@ class FileSearchPanel final : public FileListPanel {
     view().setVisible(!finder_.found().isEmpty());
     word_->setVisible(finder_.found().isEmpty());
     const bool tooShort = field_->text().trimmed().size() < FileFinder::leastLetters;
-    word_->setText(tooShort         ? say("Write a part of a name to find files and folders in your home folder.")
-                   : finder_.busy() ? say("Looking…")
-                                    : say("No file is named like that."));
+    word_->setText(tooShort ? PanelWords::tr("Write a part of a name to find files and folders in your home folder.")
+                   : finder_.busy() ? PanelWords::tr("Looking…")
+                                    : PanelWords::tr("No file is named like that."));
   }
 
   void showEvent(QShowEvent* event) override {

@@ -1,6 +1,5 @@
 #include "views/panels/FolderPanel.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 #include <QStandardPaths>
 
@@ -9,6 +8,7 @@
 #include "views/controls/ItemView.h"
 #include "views/controls/Segments.h"
 #include "views/panels/FileItems.h"
+#include "views/panels/PanelWords.h"
 #include "widgets/PinnedTiles.h"
 #include "widgets/WidgetFolder.h"
 
@@ -18,8 +18,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString say(const char* text) { return QCoreApplication::translate("Panels", text); }
-
 const QString kSortKey = u"sort"_s;
 
 class FolderPanel final : public TilePanel {
@@ -27,15 +25,15 @@ class FolderPanel final : public TilePanel {
   explicit FolderPanel(const PanelContext& context)
       : TilePanel(context, theme::kPanelWidthWide),
         listing_(context.scheduler),
-        back_(new IconButton(u"chevron.left"_s, say("Back"))),
-        order_(new Segments(say("Sort by"), {say("Date"), say("Name")})),
-        view_(new ItemView(say("Files"), ItemView::Shape::Icons)),
+        back_(new IconButton(u"chevron.left"_s, PanelWords::tr("Back"))),
+        order_(new Segments(PanelWords::tr("Sort by"), {PanelWords::tr("Date"), PanelWords::tr("Name")})),
+        view_(new ItemView(PanelWords::tr("Files"), ItemView::Shape::Icons)),
         rest_(new TextLabel({}, TextStyle::Caption, Tone::Secondary)),
         items_(*view_, context.readings.thumbnails, context.actions) {
     header().addAction(back_);
     header().addAction(order_);
     if (const auto open = context.actions.openPath) {
-      auto* button = new IconButton(u"folder"_s, say("Open in Files"));
+      auto* button = new IconButton(u"folder"_s, PanelWords::tr("Open in Files"));
       connect(button, &QPushButton::clicked, this, [this, open] {
         open(listing_.request().folder);
         Q_EMIT closeRequested();
@@ -72,18 +70,18 @@ class FolderPanel final : public TilePanel {
       showEmpty({definition().symbol,
                  {},
                  title(),
-                 say("Choose the folder that this tile shows."),
-                 say("Choose Folder…"),
+                 PanelWords::tr("Choose the folder that this tile shows."),
+                 PanelWords::tr("Choose Folder…"),
                  editor()});
       return;
     }
     if (listing_.loaded() && contents.entries.isEmpty() && !inside) {
-      const QString sentence = contents.problem.isEmpty() ? say("This folder is empty.") : contents.problem;
+      const QString sentence = contents.problem.isEmpty() ? PanelWords::tr("This folder is empty.") : contents.problem;
       showEmpty({definition().symbol,
                  {},
                  title(),
                  sentence,
-                 contents.problem.isEmpty() ? say("Open in Files") : QString(),
+                 contents.problem.isEmpty() ? PanelWords::tr("Open in Files") : QString(),
                  opener()});
       return;
     }
@@ -94,11 +92,11 @@ class FolderPanel final : public TilePanel {
     rest_->setVisible(more || contents.entries.isEmpty());
     if (more)
       rest_->setText(
-          say("%1 of %2 shown")
+          PanelWords::tr("%1 of %2 shown")
               .arg(sources.locale.toString(contents.entries.size()), sources.locale.toString(contents.total)));
     else
-      rest_->setText(!listing_.loaded()           ? say("Looking…")
-                     : contents.problem.isEmpty() ? say("This folder is empty.")
+      rest_->setText(!listing_.loaded()           ? PanelWords::tr("Looking…")
+                     : contents.problem.isEmpty() ? PanelWords::tr("This folder is empty.")
                                                   : QString());
   }
 

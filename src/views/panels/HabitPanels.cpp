@@ -1,6 +1,5 @@
 #include "views/panels/HabitPanels.h"
 
-#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QSet>
 #include <algorithm>
@@ -11,6 +10,7 @@
 #include "views/controls/Rows.h"
 #include "views/controls/Stepper.h"
 #include "views/controls/Turned.h"
+#include "views/panels/PanelWords.h"
 #include "views/theme/WaterGlass.h"
 #include "widgets/HabitMath.h"
 
@@ -22,8 +22,6 @@ namespace {
 
 constexpr int kMostMinutesBetween = 480;
 constexpr int kReminderStep = 15;
-
-QString words(const char* text) { return QCoreApplication::translate("Panels", text); }
 
 class GlassView final : public QWidget {
  public:
@@ -52,10 +50,10 @@ class WaterPanel final : public TilePanel {
       : TilePanel(context),
         figure_(new FigureView),
         glass_(new GlassView),
-        less_(new IconButton(u"minus"_s, words("One glass less"))),
-        more_(new Button(words("Drink a Glass"), Button::Role::Primary)),
-        goal_(new Stepper(words("Daily goal"))),
-        reminder_(new Stepper(words("Reminder"))) {
+        less_(new IconButton(u"minus"_s, PanelWords::tr("One glass less"))),
+        more_(new Button(PanelWords::tr("Drink a Glass"), Button::Role::Primary)),
+        goal_(new Stepper(PanelWords::tr("Daily goal"))),
+        reminder_(new Stepper(PanelWords::tr("Reminder"))) {
     auto* side = new QVBoxLayout;
     side->setSpacing(theme::kRowBleed);
     side->addWidget(figure_);
@@ -73,9 +71,10 @@ class WaterPanel final : public TilePanel {
     goal_->setRange(1, WaterMath::kMostGlasses);
     reminder_->setRange(0, kMostMinutesBetween);
     reminder_->setStep(kReminderStep);
-    reminder_->setFormat([](int minutes) { return minutes == 0 ? words("Off") : words("%1 min").arg(minutes); });
-    addRow(words("Daily goal"), goal_, false);
-    addRow(words("Remind me every"), reminder_, true);
+    reminder_->setFormat(
+        [](int minutes) { return minutes == 0 ? PanelWords::tr("Off") : PanelWords::tr("%1 min").arg(minutes); });
+    addRow(PanelWords::tr("Daily goal"), goal_, false);
+    addRow(PanelWords::tr("Remind me every"), reminder_, true);
     connect(less_, &QPushButton::clicked, this, [this] { store().drink(this->context().widget, -1); });
     connect(more_, &QPushButton::clicked, this, [this] { store().drink(this->context().widget); });
     connect(goal_, &Stepper::valueChanged, this, [this](int value) { setOption(u"goal"_s, QString::number(value)); });
@@ -91,9 +90,9 @@ class WaterPanel final : public TilePanel {
     glass_->setShare(static_cast<double>(glasses) / goal);
     figure_->setFigure(QString::number(glasses), u"/%1"_s.arg(goal));
     const int left = goal - glasses;
-    figure_->setLines(left > 1    ? words("%1 glasses to go").arg(left)
-                      : left == 1 ? words("One glass to go")
-                                  : words("Goal reached"));
+    figure_->setLines(left > 1    ? PanelWords::tr("%1 glasses to go").arg(left)
+                      : left == 1 ? PanelWords::tr("One glass to go")
+                                  : PanelWords::tr("Goal reached"));
     less_->setEnabled(glasses > 0);
     more_->setEnabled(glasses < WaterMath::kMostGlasses);
     goal_->setValue(goal);
@@ -126,7 +125,7 @@ class HabitWeeks final : public QWidget {
 
   HabitWeeks() {
     setFixedHeight(kLetters + kCell * kWeeks);
-    setAccessibleName(words("The last five weeks"));
+    setAccessibleName(PanelWords::tr("The last five weeks"));
   }
 
   void setDays(const QDate& today, const QLocale& locale, const QSet<QString>& kept) {
@@ -138,7 +137,7 @@ class HabitWeeks final : public QWidget {
     first_ = today.addDays(-since - 7 * (kWeeks - 1));
     int days = 0;
     for (QDate day = first_; day <= today; day = day.addDays(1)) days += isKept(day) ? 1 : 0;
-    setAccessibleDescription(words("%1 days done").arg(days));
+    setAccessibleDescription(PanelWords::tr("%1 days done").arg(days));
     update();
   }
 
@@ -187,11 +186,11 @@ class HabitPanel final : public TilePanel {
  public:
   explicit HabitPanel(const PanelContext& context)
       : TilePanel(context),
-        field_(new TextField(words("Habit"))),
+        field_(new TextField(PanelWords::tr("Habit"))),
         figure_(new FigureView),
         weeks_(new HabitWeeks),
         today_(new Button({}, Button::Role::Primary)) {
-    field_->setPlaceholderText(words("Read for 20 minutes"));
+    field_->setPlaceholderText(PanelWords::tr("Read for 20 minutes"));
     body().addWidget(field_);
     body().addSpacing(theme::kPanelHeaderBelow);
     body().addWidget(figure_);
@@ -210,10 +209,12 @@ class HabitPanel final : public TilePanel {
     const QSet<QString> kept = HabitMath::completed(widget());
     const int streak = HabitMath::streak(widget(), sources.now);
     const bool done = kept.contains(HabitMath::key(sources.now));
-    figure_->setFigure(QString::number(streak), u"\u2009"_s + (streak == 1 ? words("day") : words("days")));
-    figure_->setLines(done ? words("Done today") : words("Not yet today"), words("%1 in all").arg(kept.size()));
+    figure_->setFigure(QString::number(streak),
+                       u"\u2009"_s + (streak == 1 ? PanelWords::tr("day") : PanelWords::tr("days")));
+    figure_->setLines(done ? PanelWords::tr("Done today") : PanelWords::tr("Not yet today"),
+                      PanelWords::tr("%1 in all").arg(kept.size()));
     weeks_->setDays(sources.now.date(), sources.locale, kept);
-    today_->setLabel(done ? words("Undo Today") : words("Done for Today"));
+    today_->setLabel(done ? PanelWords::tr("Undo Today") : PanelWords::tr("Done for Today"));
     today_->setRole(done ? Button::Role::Plain : Button::Role::Primary);
   }
 

@@ -1,6 +1,5 @@
 #include "views/panels/MachinePanels.h"
 
-#include <QCoreApplication>
 #include <algorithm>
 #include <cmath>
 
@@ -12,6 +11,7 @@
 #include "views/controls/ConfirmBar.h"
 #include "views/controls/Rows.h"
 #include "views/controls/Segments.h"
+#include "views/panels/PanelWords.h"
 #include "views/tiles/ProcessTiles.h"
 
 namespace tarnwick {
@@ -19,8 +19,6 @@ namespace tarnwick {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString say(const char* text) { return QCoreApplication::translate("Panels", text); }
 
 /// What fills a bar, in per cent of a core, while nothing uses more.
 constexpr double kQuietCpu = 25;
@@ -34,7 +32,7 @@ class ProcessesPanel final : public TilePanel {
  public:
   explicit ProcessesPanel(const PanelContext& context)
       : TilePanel(context),
-        order_(new Segments(say("Sort by"), {say("CPU"), say("RAM")})),
+        order_(new Segments(PanelWords::tr("Sort by"), {PanelWords::tr("CPU"), PanelWords::tr("RAM")})),
         confirm_(new ConfirmBar),
         foot_(new TextLabel({}, TextStyle::Caption, Tone::Secondary)) {
     header().addAction(order_);
@@ -79,7 +77,7 @@ class ProcessesPanel final : public TilePanel {
   void addRow() {
     auto* row = new ListRow({});
     row->setParted(!rows_.isEmpty());
-    auto* end = new IconButton(u"xmark"_s, say("End Process"));
+    auto* end = new IconButton(u"xmark"_s, PanelWords::tr("End Process"));
     end->setGround(false);
     end->setTone(Tone::Secondary);
     end->setVisible(static_cast<bool>(context().actions.endProcess));
@@ -93,18 +91,18 @@ class ProcessesPanel final : public TilePanel {
 
   void fill(const Line& line, const ProcessUsage& usage, ProcessOrder order, double most, const QLocale& locale) {
     line.row->setTitle(usage.reading.name);
-    line.row->setToolTip(say("%1 · process %2").arg(usage.reading.name).arg(usage.reading.pid));
+    line.row->setToolTip(PanelWords::tr("%1 · process %2").arg(usage.reading.name).arg(usage.reading.pid));
     line.row->setValue(order == ProcessOrder::CPU ? ProcessRanking::cpuText(usage.cpu)
                                                   : memoryText(locale, usage.reading.memory));
     line.row->setBar(amount(usage, order) / most);
-    line.end->setLabel(say("End %1").arg(usage.reading.name));
+    line.end->setLabel(PanelWords::tr("End %1").arg(usage.reading.name));
     line.end->setToolTip(line.end->label());
   }
 
   /// The process that was shown, not the one that takes its row while the user thinks.
   void askToEnd(const ProcessReading& process) {
-    confirm_->ask(say("End “%1”? What is not saved in it will be lost.").arg(process.name), say("End Process"),
-                  [this, process] {
+    confirm_->ask(PanelWords::tr("End “%1”? What is not saved in it will be lost.").arg(process.name),
+                  PanelWords::tr("End Process"), [this, process] {
                     try {
                       context().actions.endProcess(process);
                       setMessage({});
@@ -126,12 +124,12 @@ class TemperaturePanel final : public TilePanel {
   explicit TemperaturePanel(const PanelContext& context)
       : TilePanel(context),
         figure_(new FigureView),
-        chart_(new ChartView(say("Temperature of the processor"))),
-        mean_(new ListRow(say("Average"))),
-        most_(new ListRow(say("Highest"))) {
+        chart_(new ChartView(PanelWords::tr("Temperature of the processor"))),
+        mean_(new ListRow(PanelWords::tr("Average"))),
+        most_(new ListRow(PanelWords::tr("Highest"))) {
     chart_->setDepth(SystemTemperature::depth);
     chart_->setMaximum(100);
-    chart_->setEnds(say("Earlier"), say("now"));
+    chart_->setEnds(PanelWords::tr("Earlier"), PanelWords::tr("now"));
     body().addWidget(figure_);
     body().addSpacing(theme::kPanelHeaderBelow);
     body().addWidget(chart_);
@@ -151,8 +149,8 @@ class TemperaturePanel final : public TilePanel {
       showEmpty({definition().symbol,
                  {},
                  title(),
-                 waits ? say("The first reading is on its way.")
-                       : say("No sensor of this computer tells how warm its processor is."),
+                 waits ? PanelWords::tr("The first reading is on its way.")
+                       : PanelWords::tr("No sensor of this computer tells how warm its processor is."),
                  {},
                  {}});
       return;
@@ -160,7 +158,8 @@ class TemperaturePanel final : public TilePanel {
     hideEmpty();
     figure_->setFigure(number(*readings.celsius), u"°C"_s);
     const int sensors = context().readings.temperature ? context().readings.temperature->sensorCount() : 0;
-    figure_->setLines(say("Processor"), sensors > 1 ? say("mean of %1 sensors").arg(sensors) : QString());
+    figure_->setLines(PanelWords::tr("Processor"),
+                      sensors > 1 ? PanelWords::tr("mean of %1 sensors").arg(sensors) : QString());
     chart_->setSeries({{readings.celsiusHistory, {}}});
     double sum = 0;
     double most = *readings.celsius;

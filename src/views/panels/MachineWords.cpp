@@ -1,9 +1,10 @@
 #include "views/panels/MachineWords.h"
 
-#include <QCoreApplication>
 #include <QStringList>
 #include <algorithm>
 #include <cmath>
+
+#include "views/panels/PanelWords.h"
 
 namespace tarnwick {
 
@@ -17,10 +18,8 @@ constexpr qint64 kMinute = 60;
 constexpr qint64 kHour = 60 * kMinute;
 constexpr qint64 kDay = 24 * kHour;
 
-QString words(const char* text) { return QCoreApplication::translate("Panels", text); }
-
 QString counted(const char* one, const char* many, qint64 count) {
-  return count == 1 ? words(one) : words(many).arg(count);
+  return count == 1 ? PanelWords::tr(one) : PanelWords::tr(many).arg(count);
 }
 
 QString sizeIn(const QLocale& locale, double bytes, QLocale::DataSizeFormats format) {
@@ -52,11 +51,13 @@ QString MachineWords::memory(const QLocale& locale, double bytes) {
 QString MachineWords::disk(const QLocale& locale, double bytes) {
   return sizeIn(locale, bytes, QLocale::DataSizeSIFormat);
 }
-QString MachineWords::speed(const QLocale& locale, double bytes) { return words("%1/s").arg(disk(locale, bytes)); }
+QString MachineWords::speed(const QLocale& locale, double bytes) {
+  return PanelWords::tr("%1/s").arg(disk(locale, bytes));
+}
 
 QString MachineWords::partOf(const QString& part, const QString& whole) {
   const QString unit = whole.section(u' ', 1);
-  return words("%1 of %2").arg(part.endsWith(u' ' + unit) ? part.section(u' ', 0, 0) : part, whole);
+  return PanelWords::tr("%1 of %2").arg(part.endsWith(u' ' + unit) ? part.section(u' ', 0, 0) : part, whole);
 }
 
 QString MachineWords::processor(const QLocale& locale, const MachineReading& reading) {
@@ -64,8 +65,8 @@ QString MachineWords::processor(const QLocale& locale, const MachineReading& rea
   if (!reading.cores.isEmpty())
     facts << counted(QT_TRANSLATE_NOOP("Panels", "1 core"), QT_TRANSLATE_NOOP("Panels", "%1 cores"),
                      reading.cores.size());
-  if (reading.frequency) facts << words("%1 GHz").arg(locale.toString(*reading.frequency / kGiga, 'f', 1));
-  if (reading.load) facts << words("load %1").arg(locale.toString(*reading.load, 'f', 2));
+  if (reading.frequency) facts << PanelWords::tr("%1 GHz").arg(locale.toString(*reading.frequency / kGiga, 'f', 1));
+  if (reading.load) facts << PanelWords::tr("load %1").arg(locale.toString(*reading.load, 'f', 2));
   return facts.join(u" · "_s);
 }
 
@@ -74,20 +75,20 @@ QString MachineWords::uptime(const MachineReading& reading) {
   const auto seconds = static_cast<qint64>(*reading.uptime);
   QString time;
   if (seconds >= kDay)
-    time = words("%1, %2").arg(days(seconds / kDay), hours(seconds % kDay / kHour));
+    time = PanelWords::tr("%1, %2").arg(days(seconds / kDay), hours(seconds % kDay / kHour));
   else if (seconds >= kHour)
-    time = words("%1, %2").arg(hours(seconds / kHour), minutes(seconds % kHour / kMinute));
+    time = PanelWords::tr("%1, %2").arg(hours(seconds / kHour), minutes(seconds % kHour / kMinute));
   else
     time = minutes(seconds / kMinute);
-  return words("Up %1").arg(time);
+  return PanelWords::tr("Up %1").arg(time);
 }
 
 QString MachineWords::swap(const QLocale& locale, const MemoryParts& parts) {
   if (parts.swapTotal <= 0) return {};
   const QString whole = memory(locale, parts.swapTotal);
-  if (parts.swapTotal < kGibi) return words("Swap %1").arg(partOf(memory(locale, parts.swapUsed), whole));
+  if (parts.swapTotal < kGibi) return PanelWords::tr("Swap %1").arg(partOf(memory(locale, parts.swapUsed), whole));
   const QString used = locale.toString(parts.swapUsed / kGibi, 'f', 1);
-  return words("Swap %1").arg(words("%1 of %2").arg(used, whole));
+  return PanelWords::tr("Swap %1").arg(PanelWords::tr("%1 of %2").arg(used, whole));
 }
 
 }  // namespace tarnwick

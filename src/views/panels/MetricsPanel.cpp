@@ -1,6 +1,5 @@
 #include "views/panels/MetricsPanel.h"
 
-#include <QCoreApplication>
 #include <algorithm>
 #include <cmath>
 
@@ -9,6 +8,7 @@
 #include "views/controls/Meters.h"
 #include "views/controls/Rows.h"
 #include "views/panels/MachineWords.h"
+#include "views/panels/PanelWords.h"
 #include "views/panels/ProcessSection.h"
 
 namespace tarnwick {
@@ -24,12 +24,10 @@ double mostOf(const QList<double>& values) { return values.isEmpty() ? 0 : *std:
 
 /// What all of these panels share.
 class MetricsPanel : public TilePanel {
-  Q_DECLARE_TR_FUNCTIONS(Panels)
-
  public:
   explicit MetricsPanel(const PanelContext& context) : TilePanel(context), figure_(new FigureView) {
     if (const auto open = context.actions.openMonitor) {
-      auto* button = new Button(tr("Open Monitor"));
+      auto* button = new Button(PanelWords::tr("Open Monitor"));
       connect(button, &QPushButton::clicked, this, [open] { open(); });
       header().addAction(button);
     }
@@ -41,7 +39,7 @@ class MetricsPanel : public TilePanel {
 
   void refresh(const TileSources& sources) final {
     if (!sources.metrics) {
-      showEmpty({definition().symbol, {}, title(), tr("The first reading is on its way."), {}, {}});
+      showEmpty({definition().symbol, {}, title(), PanelWords::tr("The first reading is on its way."), {}, {}});
       return;
     }
     hideEmpty();
@@ -56,7 +54,7 @@ class MetricsPanel : public TilePanel {
     auto* chart = new ChartView(label);
     chart->setDepth(SystemMetrics::depth);
     chart->setMaximum(maximum);
-    chart->setEnds(tr("%1 s ago").arg(SystemMetrics::depth * kSampleSeconds), tr("now"));
+    chart->setEnds(PanelWords::tr("%1 s ago").arg(SystemMetrics::depth * kSampleSeconds), PanelWords::tr("now"));
     body().addSpacing(theme::kPanelHeaderBelow);
     body().addWidget(chart);
     return chart;
@@ -86,9 +84,9 @@ class ProcessorPanel final : public MetricsPanel {
  public:
   explicit ProcessorPanel(const PanelContext& context)
       : MetricsPanel(context),
-        chart_(addChart(tr("Processor load"), 100)),
-        coresLabel_(addSection(tr("Cores"))),
-        cores_(new LevelBars(tr("Load of each core"))),
+        chart_(addChart(PanelWords::tr("Processor load"), 100)),
+        coresLabel_(addSection(PanelWords::tr("Cores"))),
+        cores_(new LevelBars(PanelWords::tr("Load of each core"))),
         processes_(new ProcessSection(context, ProcessOrder::CPU)) {
     body().addWidget(cores_);
     body().addWidget(processes_);
@@ -101,7 +99,7 @@ class ProcessorPanel final : public MetricsPanel {
     chart_->setSeries({{sources.cpuHistory, {}}});
     const MachineReading reading = machine() ? machine()->read() : MachineReading();
     const QString facts = MachineWords::processor(sources.locale, reading);
-    figure().setLines(facts.isEmpty() ? tr("of all processors") : facts, MachineWords::uptime(reading));
+    figure().setLines(facts.isEmpty() ? PanelWords::tr("of all processors") : facts, MachineWords::uptime(reading));
     showCores(reading.cores);
     processes_->fill(sources);
   }
@@ -134,9 +132,11 @@ class ProcessorPanel final : public MetricsPanel {
 class MemoryPanel final : public MetricsPanel {
  public:
   explicit MemoryPanel(const PanelContext& context)
-      : MetricsPanel(context), bar_(addBar(tr("Memory in use"))), parts_(new PartedBar(tr("Memory in use"))) {
+      : MetricsPanel(context),
+        bar_(addBar(PanelWords::tr("Memory in use"))),
+        parts_(new PartedBar(PanelWords::tr("Memory in use"))) {
     body().insertWidget(body().indexOf(bar_), parts_);
-    chart_ = addChart(tr("Memory in use"), 100);
+    chart_ = addChart(PanelWords::tr("Memory in use"), 100);
     processes_ = new ProcessSection(context, ProcessOrder::RAM);
     body().addWidget(processes_);
   }
@@ -149,7 +149,7 @@ class MemoryPanel final : public MetricsPanel {
     const QString used = MachineWords::partOf(MachineWords::memory(locale, now.memoryUsed),
                                               MachineWords::memory(locale, now.memoryTotal));
     const QString swap = parts ? MachineWords::swap(locale, *parts) : QString();
-    figure().setLines(tr("%1 in use").arg(used), swap);
+    figure().setLines(PanelWords::tr("%1 in use").arg(used), swap);
     chart_->setSeries({{sources.memoryHistory, {}}});
     bar_->setShare(now.memory / 100);
     bar_->setVisible(!parts);
@@ -163,8 +163,9 @@ class MemoryPanel final : public MetricsPanel {
     const auto part = [&](const QString& name, double bytes) {
       return PartedBar::Part{name, MachineWords::memory(locale, bytes), bytes / std::max(1.0, parts.whole())};
     };
-    parts_->setParts({part(tr("Applications"), parts.applications), part(tr("Cache"), parts.cache),
-                      part(tr("System"), parts.system), part(tr("Free"), parts.free)});
+    parts_->setParts({part(PanelWords::tr("Applications"), parts.applications),
+                      part(PanelWords::tr("Cache"), parts.cache), part(PanelWords::tr("System"), parts.system),
+                      part(PanelWords::tr("Free"), parts.free)});
   }
 
   ProgressBar* bar_;
@@ -177,10 +178,10 @@ class StoragePanel final : public MetricsPanel {
  public:
   explicit StoragePanel(const PanelContext& context)
       : MetricsPanel(context),
-        bar_(addBar(tr("Storage in use"))),
-        used_(addDetail(tr("In use"), true)),
-        free_(addDetail(tr("Available"))),
-        all_(addDetail(tr("Capacity"))) {}
+        bar_(addBar(PanelWords::tr("Storage in use"))),
+        used_(addDetail(PanelWords::tr("In use"), true)),
+        free_(addDetail(PanelWords::tr("Available"))),
+        all_(addDetail(PanelWords::tr("Capacity"))) {}
 
  protected:
   void fill(const MetricsSnapshot& now, const TileSources& sources) override {
@@ -188,7 +189,7 @@ class StoragePanel final : public MetricsPanel {
     const double capacity = share < 1 ? now.diskFree / (1 - share) : 0;
     const auto size = [&](double bytes) { return capacity > 0 ? MachineWords::disk(sources.locale, bytes) : u"–"_s; };
     figure().setFigure(MachineWords::percent(now.disk), u"%"_s);
-    figure().setLines(tr("%1 available").arg(MachineWords::disk(sources.locale, now.diskFree)));
+    figure().setLines(PanelWords::tr("%1 available").arg(MachineWords::disk(sources.locale, now.diskFree)));
     bar_->setShare(share);
     bar_->setAccent(now.disk > 85 ? std::optional(Accent::Red) : std::nullopt);
     used_->setValue(size(capacity * share));
@@ -205,18 +206,19 @@ class StoragePanel final : public MetricsPanel {
 
 class BatteryPanel final : public MetricsPanel {
  public:
-  explicit BatteryPanel(const PanelContext& context) : MetricsPanel(context), bar_(addBar(tr("Battery charge"))) {}
+  explicit BatteryPanel(const PanelContext& context)
+      : MetricsPanel(context), bar_(addBar(PanelWords::tr("Battery charge"))) {}
 
  protected:
   void fill(const MetricsSnapshot& now, const TileSources&) override {
     if (!now.battery) {
-      showEmpty({definition().symbol, {}, title(), tr("This computer has no battery."), {}, {}});
+      showEmpty({definition().symbol, {}, title(), PanelWords::tr("This computer has no battery."), {}, {}});
       return;
     }
     const bool onCharger = now.batteryFlow == BatteryFlow::Charging || now.batteryFlow == BatteryFlow::Held;
     const bool low = *now.battery < 20 && !onCharger;
     figure().setFigure(MachineWords::percent(*now.battery), u"%"_s);
-    figure().setLines(low ? tr("Charge it soon") : stateWords(now));
+    figure().setLines(low ? PanelWords::tr("Charge it soon") : stateWords(now));
     bar_->setShare(*now.battery / 100);
     bar_->setAccent(low ? std::optional(Accent::Red) : std::nullopt);
   }
@@ -225,15 +227,16 @@ class BatteryPanel final : public MetricsPanel {
   static QString stateWords(const MetricsSnapshot& now) {
     switch (now.batteryFlow) {
       case BatteryFlow::Charging:
-        return tr("Charging");
+        return PanelWords::tr("Charging");
       case BatteryFlow::Draining:
-        return tr("On battery power");
+        return PanelWords::tr("On battery power");
       case BatteryFlow::Held:
-        return MachineWords::percent(*now.battery) == "100"_L1 ? tr("Fully charged") : tr("Plugged in, not charging");
+        return MachineWords::percent(*now.battery) == "100"_L1 ? PanelWords::tr("Fully charged")
+                                                               : PanelWords::tr("Plugged in, not charging");
       case BatteryFlow::Unknown:
         break;
     }
-    return tr("of its charge is left");
+    return PanelWords::tr("of its charge is left");
   }
 
   ProgressBar* bar_;
@@ -243,10 +246,10 @@ class NetworkPanel final : public MetricsPanel {
  public:
   explicit NetworkPanel(const PanelContext& context)
       : MetricsPanel(context),
-        chart_(addChart(tr("Network traffic"), std::nullopt)),
-        down_(addDetail(tr("Download"), true)),
-        up_(addDetail(tr("Upload"))),
-        most_(addDetail(tr("Highest"))) {
+        chart_(addChart(PanelWords::tr("Network traffic"), std::nullopt)),
+        down_(addDetail(PanelWords::tr("Download"), true)),
+        up_(addDetail(PanelWords::tr("Upload"))),
+        most_(addDetail(PanelWords::tr("Highest"))) {
     down_->setSymbol(u"arrow.down"_s, Tone::AccentWord);
     up_->setSymbol(u"arrow.up"_s, Tone::Secondary);
     most_->setSymbol(u"chart.bar"_s, Tone::Secondary);
@@ -260,7 +263,7 @@ class NetworkPanel final : public MetricsPanel {
     const ReadingFacts& readings = sources.readings;
     const QStringList parts = MachineWords::speed(sources.locale, sending ? now.upload : now.download).split(u' ');
     figure().setFigure(parts.value(0), parts.value(1));
-    figure().setLines(sending ? tr("Upload") : tr("Download"));
+    figure().setLines(sending ? PanelWords::tr("Upload") : PanelWords::tr("Download"));
     const QList<double>& shown = sending ? readings.uploadHistory : readings.downloadHistory;
     if (sending || receiving)
       chart_->setSeries({{shown, {}}});
@@ -283,9 +286,9 @@ class SystemPanel final : public MetricsPanel {
  public:
   explicit SystemPanel(const PanelContext& context)
       : MetricsPanel(context),
-        chart_(addChart(tr("Processor and memory"), 100)),
-        processor_(addDetail(tr("Processor"), true)),
-        memory_(addDetail(tr("Memory"))) {
+        chart_(addChart(PanelWords::tr("Processor and memory"), 100)),
+        processor_(addDetail(PanelWords::tr("Processor"), true)),
+        memory_(addDetail(PanelWords::tr("Memory"))) {
     processor_->setSymbol(u"cpu"_s);
     memory_->setSymbol(u"memorychip"_s);
   }
@@ -293,7 +296,8 @@ class SystemPanel final : public MetricsPanel {
  protected:
   void fill(const MetricsSnapshot& now, const TileSources& sources) override {
     figure().setFigure(MachineWords::percent(now.cpu), u"%"_s);
-    figure().setLines(tr("Processor"), tr("Memory %1").arg(MachineWords::percentWithSign(now.memory)));
+    figure().setLines(PanelWords::tr("Processor"),
+                      PanelWords::tr("Memory %1").arg(MachineWords::percentWithSign(now.memory)));
     chart_->setSeries({{sources.cpuHistory, Accent::Green}, {sources.memoryHistory, Accent::Purple}});
     processor_->setValue(MachineWords::percentWithSign(now.cpu));
     memory_->setValue(MachineWords::percentWithSign(now.memory));

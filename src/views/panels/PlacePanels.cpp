@@ -1,6 +1,5 @@
 #include "views/panels/PlacePanels.h"
 
-#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QUrlQuery>
 
@@ -10,6 +9,7 @@
 #include "views/controls/ConfirmBar.h"
 #include "views/controls/Fields.h"
 #include "views/controls/ItemView.h"
+#include "views/panels/PanelWords.h"
 #include "views/theme/Glass.h"
 
 namespace tarnwick {
@@ -18,16 +18,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString say(const char* text) { return QCoreApplication::translate("Panels", text); }
-
 class TrashPanel final : public TilePanel {
  public:
   explicit TrashPanel(const PanelContext& context)
       : TilePanel(context),
         figure_(new FigureView),
         buttons_(new QWidget),
-        open_(new Button(say("Open"))),
-        empty_(new Button(say("Empty Trash…"))),
+        open_(new Button(PanelWords::tr("Open"))),
+        empty_(new Button(PanelWords::tr("Empty Trash…"))),
         confirm_(new ConfirmBar) {
     auto* row = new QHBoxLayout(buttons_);
     row->setContentsMargins(0, theme::kPanelHeaderBelow, 0, 0);
@@ -44,8 +42,8 @@ class TrashPanel final : public TilePanel {
     });
     connect(empty_, &QPushButton::clicked, this, [this] {
       buttons_->hide();
-      confirm_->ask(say("Delete everything in the trash? This cannot be undone."), say("Empty Trash"),
-                    this->context().actions.emptyTrash);
+      confirm_->ask(PanelWords::tr("Delete everything in the trash? This cannot be undone."),
+                    PanelWords::tr("Empty Trash"), this->context().actions.emptyTrash);
     });
     connect(confirm_, &ConfirmBar::over, this, [this] {
       buttons_->show();
@@ -57,9 +55,9 @@ class TrashPanel final : public TilePanel {
   void refresh(const TileSources& sources) override {
     const qint64 count = sources.trashItems.value_or(0);
     figure_->setFigure(sources.locale.toString(count));
-    figure_->setLines(count == 0   ? say("The trash is empty")
-                      : count == 1 ? say("item in the trash")
-                                   : say("items in the trash"));
+    figure_->setLines(count == 0   ? PanelWords::tr("The trash is empty")
+                      : count == 1 ? PanelWords::tr("item in the trash")
+                                   : PanelWords::tr("items in the trash"));
     empty_->setEnabled(count > 0 && context().actions.emptyTrash);
     if (count == 0 && confirm_->isAsking()) confirm_->leave();
   }
@@ -83,9 +81,9 @@ class BookmarksPanel final : public TilePanel {
  public:
   explicit BookmarksPanel(const PanelContext& context)
       : TilePanel(context, theme::kPanelWidthWide),
-        field_(new SearchField(say("Search bookmarks…"))),
-        none_(new TextLabel(say("No bookmark is named like that."), TextStyle::Body, Tone::Secondary)),
-        view_(new ItemView(say("Bookmarks"), ItemView::Shape::Rows)) {
+        field_(new SearchField(PanelWords::tr("Search bookmarks…"))),
+        none_(new TextLabel(PanelWords::tr("No bookmark is named like that."), TextStyle::Body, Tone::Secondary)),
+        view_(new ItemView(PanelWords::tr("Bookmarks"), ItemView::Shape::Rows)) {
     body().addWidget(field_);
     body().addSpacing(theme::kRowBleed);
     body().addWidget(none_);
@@ -114,7 +112,8 @@ class BookmarksPanel final : public TilePanel {
       showEmpty({definition().symbol,
                  {},
                  title(),
-                 looking ? say("Looking…") : say("No bookmarks of a browser that can be read were found."),
+                 looking ? PanelWords::tr("Looking…")
+                         : PanelWords::tr("No bookmarks of a browser that can be read were found."),
                  {},
                  {}});
       return;
@@ -171,8 +170,8 @@ class WebSearchPanel final : public TilePanel {
  public:
   explicit WebSearchPanel(const PanelContext& context)
       : TilePanel(context),
-        field_(new SearchField(say("Search the web…"))),
-        search_(new Button(say("Search"), Button::Role::Primary)) {
+        field_(new SearchField(PanelWords::tr("Search the web…"))),
+        search_(new Button(PanelWords::tr("Search"), Button::Role::Primary)) {
     body().addWidget(field_);
     body().addSpacing(theme::kPanelHeaderBelow);
     body().addWidget(search_, 0, Qt::AlignRight);

@@ -1,17 +1,16 @@
 #include "views/panels/PlainPanel.h"
 
-#include <QCoreApplication>
 #include <QLatin1StringView>
 #include <algorithm>
 #include <array>
+
+#include "views/panels/PanelWords.h"
 
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("Panels", text); }
 
 struct Sentence {
   QLatin1StringView word;  ///< A kind or a family.
@@ -27,23 +26,22 @@ constexpr std::array kSentences = {
 };
 
 QString sentenceFor(const WidgetDefinition& definition) {
-  if (isConnectedFamily(definition.family)) return tr("Connect %1 to see its latest values here.").arg(definition.name);
+  if (isConnectedFamily(definition.family))
+    return PanelWords::tr("Connect %1 to see its latest values here.").arg(definition.name);
   for (const QString& word : {definition.id, definition.family})
     if (const auto row = std::ranges::find(kSentences, word, &Sentence::word); row != kSentences.end())
-      return tr(row->text);
-  return tr("%1 is not available on this computer.").arg(definition.name);
+      return PanelWords::tr(row->text);
+  return PanelWords::tr("%1 is not available on this computer.").arg(definition.name);
 }
 
 QString buttonFor(const WidgetDefinition& definition) {
-  if (isConnectedFamily(definition.family)) return tr("Connect…");
-  if (definition.family == u"weather"_s) return tr("Choose Place…");
-  if (definition.family == u"launcher"_s) return tr("Choose App…");
-  return tr("Edit Widget…");
+  if (isConnectedFamily(definition.family)) return PanelWords::tr("Connect…");
+  if (definition.family == u"weather"_s) return PanelWords::tr("Choose Place…");
+  if (definition.family == u"launcher"_s) return PanelWords::tr("Choose App…");
+  return PanelWords::tr("Edit Widget…");
 }
 
 class PlainPanel final : public TilePanel {
-  Q_DECLARE_TR_FUNCTIONS(Panels)
-
  public:
   explicit PlainPanel(const PanelContext& context) : TilePanel(context) {}
 
@@ -55,7 +53,8 @@ class PlainPanel final : public TilePanel {
     state.title = title();
     state.sentence = sentenceFor(definition());
     const QString opened = sources.applications.value(widget().options.value(u"path"_s)).name;
-    if (definition().family == u"launcher"_s && !opened.isEmpty()) state.sentence = tr("Opens %1.").arg(opened);
+    if (definition().family == u"launcher"_s && !opened.isEmpty())
+      state.sentence = PanelWords::tr("Opens %1.").arg(opened);
     state.button = buttonFor(definition());
     if (context().actions.openEditor)
       state.act = [edit = context().actions.openEditor, id = context().widget] { edit(id); };

@@ -1,6 +1,5 @@
 #include "views/panels/ProcessSection.h"
 
-#include <QCoreApplication>
 #include <QPainter>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -11,6 +10,7 @@
 #include "views/controls/Rows.h"
 #include "views/panels/AppItems.h"
 #include "views/panels/MachineWords.h"
+#include "views/panels/PanelWords.h"
 
 namespace tarnwick {
 
@@ -20,8 +20,6 @@ constexpr int kPicture = theme::kRowPicture;
 constexpr int kTicksBetweenSamples = 4;
 /// What fills a bar, in per cent of a core, while nothing uses more.
 constexpr double kQuietCpu = 25;
-
-QString words(const char* text) { return QCoreApplication::translate("Panels", text); }
 
 double amountOf(const ProcessUsage& usage, ProcessOrder order) {
   return order == ProcessOrder::CPU ? usage.cpu.value_or(0) : static_cast<double>(usage.reading.memory);
@@ -34,7 +32,8 @@ ProcessSection::ProcessSection(const PanelContext& context, ProcessOrder order, 
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
-  column->addWidget(new SectionLabel(words("Processes"), order == ProcessOrder::CPU ? words("CPU") : words("Memory")));
+  column->addWidget(new SectionLabel(PanelWords::tr("Processes"),
+                                     order == ProcessOrder::CPU ? PanelWords::tr("CPU") : PanelWords::tr("Memory")));
   for (int i = 0; i < kRows; ++i) {
     auto* row = new ListRow({});
     row->setParted(i > 0);

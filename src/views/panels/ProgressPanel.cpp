@@ -1,10 +1,10 @@
 #include "views/panels/ProgressPanel.h"
 
-#include <QCoreApplication>
 #include <QTimeZone>
 #include <array>
 
 #include "views/controls/Rows.h"
+#include "views/panels/PanelWords.h"
 #include "views/tiles/ClockWords.h"
 #include "views/tiles/ProgressTiles.h"
 
@@ -33,13 +33,13 @@ QString nameOf(Component component, const TileSources& sources) {
 QString wholeOf(Component component) {
   switch (component) {
     case Component::Day:
-      return QCoreApplication::translate("Panels", "of the day");
+      return PanelWords::tr("of the day");
     case Component::Month:
-      return QCoreApplication::translate("Panels", "of the month");
+      return PanelWords::tr("of the month");
     case Component::Year:
       break;
   }
-  return QCoreApplication::translate("Panels", "of the year");
+  return PanelWords::tr("of the year");
 }
 
 /// What is left: hours and minutes of the day, whole days of the rest.
@@ -47,13 +47,12 @@ QString leftOf(Component component, const QDateTime& now) {
   const QDate today = now.date();
   if (component == Component::Day) {
     const QDateTime end = today.addDays(1).startOfDay(now.timeZone());
-    return QCoreApplication::translate("Panels", "%1 left").arg(ClockWords::span(ClockWords::minutesUntil(end, now)));
+    return PanelWords::tr("%1 left").arg(ClockWords::span(ClockWords::minutesUntil(end, now)));
   }
   const int days =
       component == Component::Month ? today.daysInMonth() - today.day() : today.daysInYear() - today.dayOfYear();
-  if (days == 0) return QCoreApplication::translate("Panels", "The last day");
-  return days == 1 ? QCoreApplication::translate("Panels", "1 day left")
-                   : QCoreApplication::translate("Panels", "%1 days left").arg(days);
+  if (days == 0) return PanelWords::tr("The last day");
+  return days == 1 ? PanelWords::tr("1 day left") : PanelWords::tr("%1 days left").arg(days);
 }
 
 class ProgressPanel final : public TilePanel {

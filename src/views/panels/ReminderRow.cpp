@@ -1,8 +1,7 @@
 #include "views/panels/ReminderRow.h"
 
-#include <QCoreApplication>
-
 #include "views/controls/Rows.h"
+#include "views/panels/PanelWords.h"
 
 namespace tarnwick {
 
@@ -12,7 +11,7 @@ QWidget* makeReminderRow(const Reminder& reminder, const QString& when, bool par
     auto* row = new ListRow(reminder.title);
     row->setValue(when, Tone::Secondary);
     row->setParted(parted);
-    row->setToolTip(QCoreApplication::translate("Panels", "%1 can only be read here.").arg(reminder.calendar));
+    row->setToolTip(PanelWords::tr("%1 can only be read here.").arg(reminder.calendar));
     return row;
   }
   auto* row = new CheckRow(reminder.title);

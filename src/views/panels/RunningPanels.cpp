@@ -1,4 +1,3 @@
-#include <QCoreApplication>
 #include <algorithm>
 
 #include "views/controls/Bleed.h"
@@ -6,6 +5,7 @@
 #include "views/controls/ItemView.h"
 #include "views/panels/AppItems.h"
 #include "views/panels/AppPanels.h"
+#include "views/panels/PanelWords.h"
 #include "views/panels/PlainPanel.h"
 
 namespace tarnwick {
@@ -14,12 +14,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString say(const char* text) { return QCoreApplication::translate("Panels", text); }
-
 /// What a list of windows knows a row by: an application's is negative.
 QString rowOf(const RunningApp& app) { return u"-%1"_s.arg(app.identity); }
 
-QString titleOf(const ClientWindow& window) { return window.title.isEmpty() ? say("Untitled window") : window.title; }
+QString titleOf(const ClientWindow& window) {
+  return window.title.isEmpty() ? PanelWords::tr("Untitled window") : window.title;
+}
 
 /// A view of running applications and windows, each with its application's icon.
 class WindowsPanel : public TilePanel {
@@ -55,7 +55,9 @@ class WindowsPanel : public TilePanel {
   }
   void end() { view_->setItems(rows_); }
 
-  void sayNothing() { showEmpty({definition().symbol, {}, title(), say("No apps with windows are open."), {}, {}}); }
+  void sayNothing() {
+    showEmpty({definition().symbol, {}, title(), PanelWords::tr("No apps with windows are open."), {}, {}});
+  }
 
   ItemView& view() { return *view_; }
 
@@ -68,7 +70,7 @@ class WindowsPanel : public TilePanel {
 /// A row for each application, or for each of its windows where it has several.
 class RunningAppsPanel final : public WindowsPanel {
  public:
-  explicit RunningAppsPanel(const PanelContext& context) : WindowsPanel(context, say("Open apps")) {
+  explicit RunningAppsPanel(const PanelContext& context) : WindowsPanel(context, PanelWords::tr("Open apps")) {
     connect(&view(), &ItemView::opened, this, [this](const QString& row) {
       const PanelActions& actions = this->context().actions;
       if (row.startsWith(u'-') && actions.bringApplication)
@@ -87,12 +89,15 @@ class RunningAppsPanel final : public WindowsPanel {
       const QList<ClientWindow> own = windowsOf(app, all);
       if (own.isEmpty()) {
         const auto count = static_cast<int>(app.windows.size());
-        add({rowOf(app), app.name, count > 1 ? say("%1 windows").arg(count) : say("1 window")}, app);
+        add({rowOf(app), app.name, count > 1 ? PanelWords::tr("%1 windows").arg(count) : PanelWords::tr("1 window")},
+            app);
         continue;
       }
       for (const ClientWindow& window : own) {
         ViewItem item{QString::number(window.id), titleOf(window), app.name};
-        item.value = window.active ? say("In front") : window.minimised ? say("Minimised") : QString();
+        item.value = window.active      ? PanelWords::tr("In front")
+                     : window.minimised ? PanelWords::tr("Minimised")
+                                        : QString();
         add(item, app);
       }
     }
@@ -105,7 +110,8 @@ class RunningAppsPanel final : public WindowsPanel {
 class PinnedWindowPanel final : public WindowsPanel {
  public:
   explicit PinnedWindowPanel(const PanelContext& context)
-      : WindowsPanel(context, say("Windows to pin")), show_(new Button(say("Show Window"), Button::Role::Primary)) {
+      : WindowsPanel(context, PanelWords::tr("Windows to pin")),
+        show_(new Button(PanelWords::tr("Show Window"), Button::Role::Primary)) {
     header().addAction(show_);
     connect(show_, &QPushButton::clicked, this, [this] {
       if (shown_ != 0 && this->context().actions.showWindow) this->context().actions.showWindow(shown_);
@@ -126,13 +132,13 @@ class PinnedWindowPanel final : public WindowsPanel {
         const bool pinned = titleOf(window) == title && (owner.isEmpty() || owner == app.desktopId);
         if (pinned && shown_ == 0) shown_ = window.id;
         ViewItem item{QString::number(window.id), titleOf(window), app.name};
-        item.value = pinned ? say("Pinned") : QString();
+        item.value = pinned ? PanelWords::tr("Pinned") : QString();
         add(item, app);
       }
     }
     show_->setVisible(!title.isEmpty());
     show_->setEnabled(shown_ != 0);
-    setMessage(title.isEmpty() || shown_ != 0 ? QString() : say("“%1” is not open now.").arg(title));
+    setMessage(title.isEmpty() || shown_ != 0 ? QString() : PanelWords::tr("“%1” is not open now.").arg(title));
     if (view().items().isEmpty() && store().runningApps().isEmpty()) return sayNothing();
     hideEmpty();
     end();

@@ -5,6 +5,7 @@
 
 #include "views/controls/Rows.h"
 #include "views/controls/Switch.h"
+#include "views/panels/PanelWords.h"
 
 namespace tarnwick {
 
@@ -41,7 +42,7 @@ class TogglesPanel final : public TilePanel {
       const ToggleWords& words = kToggles[i];
       const QString name = QCoreApplication::translate("Tiles", words.name);
       rows_[i] = new ListRow(name);
-      rows_[i]->setCaption(QCoreApplication::translate("Panels", words.sentence));
+      rows_[i]->setCaption(PanelWords::tr(words.sentence));
       rows_[i]->setParted(i > 0);
       switches_[i] = new Switch(name);
       rows_[i]->addControl(switches_[i]);
@@ -61,7 +62,7 @@ class TogglesPanel final : public TilePanel {
       switches_[i]->setChecked(state.on);
       switches_[i]->setEnabled(available);
       rows_[i]->setSymbol(QString::fromLatin1(kToggles[i].symbol), state.on ? Tone::AccentWord : Tone::Primary);
-      const QString sentence = QCoreApplication::translate("Panels", kToggles[i].sentence);
+      const QString sentence = PanelWords::tr(kToggles[i].sentence);
       rows_[i]->setCaption(available || state.capability.reason.isEmpty() ? sentence : state.capability.reason);
       rows_[i]->setToolTip(state.capability.reason);
       switches_[i]->setAccessibleDescription(state.capability.reason);

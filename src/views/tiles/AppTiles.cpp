@@ -1,6 +1,5 @@
 #include "views/tiles/AppTiles.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 #include <QLinearGradient>
 #include <algorithm>
@@ -9,6 +8,7 @@
 #include "views/theme/Glass.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TilePainter.h"
+#include "views/tiles/TileWords.h"
 
 namespace tarnwick {
 
@@ -131,7 +131,7 @@ void drawAppIcon(TileCanvas& canvas, const QRectF& box, const QString& icon, con
 
 QString describe(const AppMarks& marks) {
   QStringList parts;
-  if (marks.urgent) parts.append(QCoreApplication::translate("Tiles", "Needs attention"));
+  if (marks.urgent) parts.append(TileWords::tr("Needs attention"));
   if (marks.count.value_or(0) > 0) parts.append(QLocale().toString(*marks.count));
   if (marks.progress && std::isfinite(*marks.progress))
     parts.append(u"%1%"_s.arg(std::lround(std::clamp(*marks.progress, 0.0, 1.0) * 100)));
@@ -148,7 +148,7 @@ LauncherContent makeLauncher(const TileRequest& request) {
 TileText describe(const LauncherContent& content, const QString&) {
   const QString marks = describe(content.marks);
   if (!marks.isEmpty() || !content.marks.running) return {content.name, marks};
-  return {content.name, QCoreApplication::translate("Tiles", "Running")};
+  return {content.name, TileWords::tr("Running")};
 }
 
 void paint(TileCanvas& canvas, const LauncherContent& content) {

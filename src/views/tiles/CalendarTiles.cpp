@@ -1,6 +1,5 @@
 #include "views/tiles/CalendarTiles.h"
 
-#include <QCoreApplication>
 #include <QSet>
 #include <algorithm>
 
@@ -9,6 +8,7 @@
 #include "views/tiles/DateTiles.h"
 #include "views/tiles/EventWords.h"
 #include "views/tiles/TileCanvas.h"
+#include "views/tiles/TileWords.h"
 #include "widgets/CalendarStrip.h"
 
 namespace tarnwick {
@@ -133,15 +133,13 @@ DaysContent days(const TileRequest& request, bool week) {
     content.days.append({name, locale.toString(date.day()), events, date == today,
                          !working.contains(static_cast<Qt::DayOfWeek>(date.dayOfWeek()))});
     if (events > 0)
-      spoken << QCoreApplication::translate("Tiles", "%1: %2")
-                    .arg(ClockWords::day(date, today, locale), locale.toString(events));
+      spoken << TileWords::tr("%1: %2").arg(ClockWords::day(date, today, locale), locale.toString(events));
   }
   const QString date = ClockWords::dates(today, locale).value(0);
   if (!hasCalendar(request))
     content.spoken = joined({date, digest.calendarMessage}, u". "_s);
   else
-    content.spoken = spoken.isEmpty() ? joined({date, QCoreApplication::translate("Tiles", "No events")}, u", "_s)
-                                      : spoken.join(u", "_s);
+    content.spoken = spoken.isEmpty() ? joined({date, TileWords::tr("No events")}, u", "_s) : spoken.join(u", "_s);
   return content;
 }
 
@@ -189,11 +187,11 @@ void paintFullness(TileCanvas& canvas, const DaysContent::Day& day, double x) {
 }  // namespace
 
 std::optional<GenericContent> calendarNotice(const TileRequest& request) {
-  return notice(request, QCoreApplication::translate("Tiles", "Add calendar"), digestOf(request).calendarMessage);
+  return notice(request, TileWords::tr("Add calendar"), digestOf(request).calendarMessage);
 }
 
 std::optional<GenericContent> remindersNotice(const TileRequest& request) {
-  return notice(request, QCoreApplication::translate("Tiles", "Add list"), digestOf(request).reminderMessage);
+  return notice(request, TileWords::tr("Add list"), digestOf(request).reminderMessage);
 }
 
 void paintTitle(TileCanvas& canvas, double x, double room, const QString& title, const QString& caption,
@@ -217,13 +215,13 @@ TodayEventContent makeTodayEvent(const TileRequest& request) {
   content.spoken = ClockWords::dates(today, sources.locale).value(0);
   const CalendarDigest& digest = digestOf(request);
   if (!hasCalendar(request)) {
-    content.title = QCoreApplication::translate("Tiles", "No calendar");
-    content.caption = QCoreApplication::translate("Tiles", "Add calendar");
+    content.title = TileWords::tr("No calendar");
+    content.caption = TileWords::tr("Add calendar");
     content.accented = true;
     content.spoken = joined({content.spoken, digest.calendarMessage}, u". "_s);
   } else if (digest.upcoming.isEmpty()) {
-    content.title = QCoreApplication::translate("Tiles", "No events");
-    content.caption = QCoreApplication::translate("Tiles", "Nothing is planned");
+    content.title = TileWords::tr("No events");
+    content.caption = TileWords::tr("Nothing is planned");
     content.spoken += u", "_s + content.title;
   } else {
     const CalendarEvent& event = digest.upcoming.first();
@@ -244,9 +242,7 @@ void paint(TileCanvas& canvas, const TodayEventContent& content) {
 
 NextEventContent makeNextEvent(const TileRequest& request) {
   const CalendarDigest& digest = digestOf(request);
-  if (digest.upcoming.isEmpty())
-    return {QCoreApplication::translate("Tiles", "No events"),
-            QCoreApplication::translate("Tiles", "Nothing is planned"), false};
+  if (digest.upcoming.isEmpty()) return {TileWords::tr("No events"), TileWords::tr("Nothing is planned"), false};
   const CalendarEvent& event = digest.upcoming.first();
   return {event.title, joined({EventWords::distance(event, request.sources), event.location}, u" · "_s), true};
 }
@@ -264,7 +260,7 @@ void paint(TileCanvas& canvas, const NextEventContent& content) {
 
 EventListContent makeThreeEvents(const TileRequest& request) {
   EventListContent content;
-  content.empty = QCoreApplication::translate("Tiles", "No events");
+  content.empty = TileWords::tr("No events");
   const TileSources& sources = request.sources;
   for (const CalendarEvent& event : digestOf(request).upcoming) {
     if (content.rows.size() >= kMostRows) break;
@@ -282,8 +278,8 @@ EventListContent makeDayAgenda(const TileRequest& request) {
   QList<CalendarEvent> left;
   for (const CalendarEvent& event : digestOf(request).today)
     if (event.end > sources.now || event.start >= sources.now) left.append(event);
-  content.empty = digestOf(request).today.isEmpty() ? QCoreApplication::translate("Tiles", "No events today")
-                                                    : QCoreApplication::translate("Tiles", "Nothing more today");
+  content.empty =
+      digestOf(request).today.isEmpty() ? TileWords::tr("No events today") : TileWords::tr("Nothing more today");
   for (const CalendarEvent& event : left.first(std::min(left.size(), kMostRows)))
     content.rows.append({event.title, EventWords::brief(event, sources), event.colour, false});
   return content;

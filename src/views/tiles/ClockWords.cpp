@@ -1,10 +1,11 @@
 #include "views/tiles/ClockWords.h"
 
-#include <QCoreApplication>
 #include <QHash>
 #include <QRegularExpression>
 #include <QTimeZone>
 #include <cstdlib>
+
+#include "views/tiles/TileWords.h"
 
 namespace tarnwick {
 
@@ -116,17 +117,13 @@ QString ClockWords::city(const QString& zone) { return zone.section(u'/', -1).re
 
 QString ClockWords::ahead(const QDateTime& there, const QDateTime& here) {
   const int minutes = (there.offsetFromUtc() - here.offsetFromUtc()) / kSecondsInMinute;
-  if (minutes == 0) return QCoreApplication::translate("Tiles", "same time");
-  return (minutes > 0 ? QCoreApplication::translate("Tiles", "%1 ahead")
-                      : QCoreApplication::translate("Tiles", "%1 behind"))
-      .arg(span(std::abs(minutes)));
+  if (minutes == 0) return TileWords::tr("same time");
+  return (minutes > 0 ? TileWords::tr("%1 ahead") : TileWords::tr("%1 behind")).arg(span(std::abs(minutes)));
 }
 
 QString ClockWords::dayThere(const QDateTime& there, const QDateTime& here) {
   const qint64 days = here.date().daysTo(there.date());
-  return days > 0   ? QCoreApplication::translate("Tiles", "tomorrow")
-         : days < 0 ? QCoreApplication::translate("Tiles", "yesterday")
-                    : QString();
+  return days > 0 ? TileWords::tr("tomorrow") : days < 0 ? TileWords::tr("yesterday") : QString();
 }
 
 bool ClockWords::isDay(const QDateTime& there) {
@@ -143,15 +140,14 @@ qint64 ClockWords::minutesUntil(const QDateTime& at, const QDateTime& now) {
 
 QString ClockWords::until(const QDateTime& at, const QDateTime& now) {
   const qint64 minutes = minutesUntil(at, now);
-  return minutes <= 0 ? QCoreApplication::translate("Tiles", "now")
-                      : QCoreApplication::translate("Tiles", "in %1").arg(span(minutes));
+  return minutes <= 0 ? TileWords::tr("now") : TileWords::tr("in %1").arg(span(minutes));
 }
 
 QString ClockWords::span(qint64 minutes) {
   const qint64 hours = minutes / kMinutesInHour;
-  const QString rest = QCoreApplication::translate("Tiles", "%1 min").arg(minutes % kMinutesInHour);
+  const QString rest = TileWords::tr("%1 min").arg(minutes % kMinutesInHour);
   if (hours == 0) return rest;
-  const QString whole = QCoreApplication::translate("Tiles", "%1 h").arg(hours);
+  const QString whole = TileWords::tr("%1 h").arg(hours);
   return minutes % kMinutesInHour == 0 ? whole : whole + u' ' + rest;
 }
 
@@ -159,11 +155,11 @@ QString ClockWords::day(const QDate& date, const QDate& today, const QLocale& lo
   constexpr int week = 7;
   switch (const qint64 days = today.daysTo(date)) {
     case -1:
-      return QCoreApplication::translate("Tiles", "Yesterday");
+      return TileWords::tr("Yesterday");
     case 0:
-      return QCoreApplication::translate("Tiles", "Today");
+      return TileWords::tr("Today");
     case 1:
-      return QCoreApplication::translate("Tiles", "Tomorrow");
+      return TileWords::tr("Tomorrow");
     default:
       return days > 1 && days < week ? weekday(date, locale, QLocale::ShortFormat) : dayAndMonth(date, locale);
   }

@@ -1,8 +1,7 @@
 #include "views/tiles/DateTiles.h"
 
-#include <QCoreApplication>
-
 #include "views/tiles/TileCanvas.h"
+#include "views/tiles/TileWords.h"
 
 namespace tarnwick {
 
@@ -39,11 +38,11 @@ DateContent makeDate(const TileRequest& request) {
   DateContent content;
   content.date = ClockWords::dayAndMonth(date, locale);
   for (const auto format : {QLocale::LongFormat, QLocale::ShortFormat})
-    content.captions << QCoreApplication::translate("Tiles", "%1 · Week %2")
-                            .arg(ClockWords::weekday(date, locale, format), locale.toString(week));
+    content.captions
+        << TileWords::tr("%1 · Week %2").arg(ClockWords::weekday(date, locale, format), locale.toString(week));
   content.captions << ClockWords::weekday(date, locale);
-  content.spoken = ClockWords::dates(date, locale).value(0) + u", "_s +
-                   QCoreApplication::translate("Tiles", "week %1").arg(locale.toString(week));
+  content.spoken =
+      ClockWords::dates(date, locale).value(0) + u", "_s + TileWords::tr("week %1").arg(locale.toString(week));
   return content;
 }
 

@@ -1,8 +1,7 @@
 #include "views/tiles/EventWords.h"
 
-#include <QCoreApplication>
-
 #include "views/tiles/ClockWords.h"
+#include "views/tiles/TileWords.h"
 
 namespace tarnwick {
 
@@ -10,14 +9,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString allDay() { return QCoreApplication::translate("Tiles", "All day"); }
+QString allDay() { return TileWords::tr("All day"); }
 
 /// The day on which an event is to be expected: today for one that has begun.
 QDate dayOf(const CalendarEvent& event, const QDateTime& now) { return std::max(event.start.date(), now.date()); }
 
 QString dayAndTime(const QDate& day, const QString& time, const TileSources& sources) {
   const QString name = ClockWords::day(day, sources.now.date(), sources.locale);
-  return time.isEmpty() ? name : QCoreApplication::translate("Tiles", "%1, %2").arg(name, time);
+  return time.isEmpty() ? name : TileWords::tr("%1, %2").arg(name, time);
 }
 
 }  // namespace

@@ -1,10 +1,10 @@
 #include "views/tiles/FileTiles.h"
 
-#include <QCoreApplication>
 #include <algorithm>
 
 #include "views/theme/FilePictures.h"
 #include "views/tiles/TileCanvas.h"
+#include "views/tiles/TileWords.h"
 #include "widgets/PinnedTiles.h"
 
 namespace tarnwick {
@@ -35,18 +35,18 @@ void paintCount(TileCanvas& canvas, const QString& words, qint64 count) {
   paintCaption(canvas, theme::kUnderPictureBaseline, whole ? words : QLocale().toString(count));
 }
 
-QString emptyWord() { return QCoreApplication::translate("Tiles", "Empty"); }
+QString emptyWord() { return TileWords::tr("Empty"); }
 
 QString itemsIn(const TrashContent& content) {
   if (!content.items) return content.name;
   if (*content.items <= 0) return emptyWord();
-  if (*content.items == 1) return QCoreApplication::translate("Tiles", "1 item");
-  return QCoreApplication::translate("Tiles", "%1 items").arg(QLocale().toString(*content.items));
+  if (*content.items == 1) return TileWords::tr("1 item");
+  return TileWords::tr("%1 items").arg(QLocale().toString(*content.items));
 }
 
 QString filesOn(const ShelfContent& content) {
   if (content.files <= 0) return emptyWord();
-  return QCoreApplication::translate("Tiles", "%1 on shelf").arg(QLocale().toString(content.files));
+  return TileWords::tr("%1 on shelf").arg(QLocale().toString(content.files));
 }
 
 QString folderName(const TileRequest& request) {

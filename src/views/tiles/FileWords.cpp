@@ -1,18 +1,17 @@
 #include "views/tiles/FileWords.h"
 
-#include <QCoreApplication>
 #include <QTimeZone>
 #include <algorithm>
 #include <array>
 #include <cmath>
+
+#include "views/tiles/TileWords.h"
 
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("Tiles", text); }
 
 constexpr double kGigabyte = 1024.0 * 1024 * 1024;
 
@@ -36,12 +35,12 @@ QString shortNumber(const QLocale& locale, double value) {
 
 QString agoWord(const QDateTime& then, const QDateTime& now, const QLocale& locale) {
   const qint64 minutes = then.secsTo(now) / 60;
-  if (minutes < 1) return tr("now");
-  if (minutes < 60) return tr("%1 min ago").arg(locale.toString(minutes));
+  if (minutes < 1) return TileWords::tr("now");
+  if (minutes < 60) return TileWords::tr("%1 min ago").arg(locale.toString(minutes));
   const qint64 days = then.toTimeZone(now.timeZone()).date().daysTo(now.date());
-  if (days < 1) return tr("%1 h ago").arg(locale.toString(minutes / 60));
-  if (days == 1) return tr("yesterday");
-  if (days < 7) return tr("%1 days ago").arg(locale.toString(days));
+  if (days < 1) return TileWords::tr("%1 h ago").arg(locale.toString(minutes / 60));
+  if (days == 1) return TileWords::tr("yesterday");
+  if (days < 7) return TileWords::tr("%1 days ago").arg(locale.toString(days));
   return locale.toString(then.toTimeZone(now.timeZone()).date(), QLocale::ShortFormat);
 }
 
@@ -54,11 +53,11 @@ SpeedWords speedWords(const QLocale& locale, double bytesPerSecond, double scale
   const double number = value / used.bytes;
   const bool small = used.bytes < 1e6;
   return {small ? locale.toString(number, 'f', 0) : locale.toString(number, 'f', number < 99.95 ? 1 : 0),
-          tr(used.name)};
+          TileWords::tr(used.name)};
 }
 
 QString memoryWords(const QLocale& locale, double used, double total) {
-  return tr("%1 of %2 GB")
+  return TileWords::tr("%1 of %2 GB")
       .arg(shortNumber(locale, sound(used) / kGigabyte), shortNumber(locale, sound(total) / kGigabyte));
 }
 

@@ -1,10 +1,10 @@
 #include "views/tiles/GaugeTiles.h"
 
-#include <QCoreApplication>
 #include <algorithm>
 #include <cmath>
 
 #include "views/tiles/TileCanvas.h"
+#include "views/tiles/TileWords.h"
 
 namespace tarnwick {
 
@@ -36,15 +36,15 @@ GaugeContent gauge(const TileRequest& request, double MetricsSnapshot::*share, c
 }  // namespace
 
 GaugeContent makeCpuGauge(const TileRequest& request) {
-  return gauge(request, &MetricsSnapshot::cpu, QCoreApplication::translate("Tiles", "CPU"));
+  return gauge(request, &MetricsSnapshot::cpu, TileWords::tr("CPU"));
 }
 
 GaugeContent makeMemoryGauge(const TileRequest& request) {
-  return gauge(request, &MetricsSnapshot::memory, QCoreApplication::translate("Tiles", "RAM"));
+  return gauge(request, &MetricsSnapshot::memory, TileWords::tr("RAM"));
 }
 
 GaugeContent makeStorageGauge(const TileRequest& request) {
-  return gauge(request, &MetricsSnapshot::disk, QCoreApplication::translate("Tiles", "DISK"));
+  return gauge(request, &MetricsSnapshot::disk, TileWords::tr("DISK"));
 }
 
 TileText describe(const GaugeContent& content, const QString& name) {

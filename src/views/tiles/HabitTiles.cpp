@@ -1,10 +1,10 @@
 #include "views/tiles/HabitTiles.h"
 
-#include <QCoreApplication>
 #include <QSet>
 
 #include "views/theme/WaterGlass.h"
 #include "views/tiles/TileCanvas.h"
+#include "views/tiles/TileWords.h"
 #include "widgets/HabitMath.h"
 
 namespace tarnwick {
@@ -26,9 +26,7 @@ constexpr double kOpenRing = 1.5;
 constexpr double kDiscReach = 9;
 constexpr double kNameGap = 6;
 
-QString tr(const char* text) { return QCoreApplication::translate("Tiles", text); }
-
-QString daysWord(int days) { return days == 1 ? tr("1 day") : tr("%1 days").arg(days); }
+QString daysWord(int days) { return days == 1 ? TileWords::tr("1 day") : TileWords::tr("%1 days").arg(days); }
 
 QPointF discCentre(int day, double width) {
   return {kFirstDisc + day * (width - kFirstDisc * 2) / (HabitContent::kDays - 1), kDiscTop};
@@ -64,13 +62,13 @@ WaterContent makeWater(const TileRequest& request) {
 }
 
 TileText describe(const WaterContent& content, const QString& name) {
-  return {name, tr("%1 of %2 glasses").arg(content.glasses).arg(content.goal)};
+  return {name, TileWords::tr("%1 of %2 glasses").arg(content.glasses).arg(content.goal)};
 }
 
 void paint(TileCanvas& canvas, const WaterContent& content) {
   drawWaterGlass(canvas.painter(), kGlass, static_cast<double>(content.glasses) / content.goal, canvas.colors().track,
                  canvas.accent());
-  const TextLine caption = canvas.line(tr("glasses"), TextStyle::Caption);
+  const TextLine caption = canvas.line(TileWords::tr("glasses"), TextStyle::Caption);
   const bool captioned = canvas.showsCaption() && caption.width() <= canvas.width() - kCountLeft - kCountRight / 2;
   paintCount(canvas, content, captioned);
   if (captioned)
@@ -94,7 +92,7 @@ HabitContent makeHabit(const TileRequest& request) {
 }
 
 TileText describe(const HabitContent& content, const QString& name) {
-  const QString today = content.days.last() ? tr("done today") : tr("not yet today");
+  const QString today = content.days.last() ? TileWords::tr("done today") : TileWords::tr("not yet today");
   const QString habit = content.habit == name ? QString() : content.habit + u", "_s;
   return {name, habit + u"%1, %2"_s.arg(daysWord(content.streak), today)};
 }

@@ -1,12 +1,11 @@
 #include "views/tiles/MeetingTiles.h"
 
-#include <QCoreApplication>
-
 #include "views/theme/Glass.h"
 #include "views/tiles/CalendarTiles.h"
 #include "views/tiles/ClockWords.h"
 #include "views/tiles/EventWords.h"
 #include "views/tiles/TileCanvas.h"
+#include "views/tiles/TileWords.h"
 
 namespace tarnwick {
 
@@ -28,8 +27,8 @@ QRectF pillOf(double width) {
 }
 
 QString guests(const CalendarEvent& meeting) {
-  if (meeting.attendees == 1) return QCoreApplication::translate("Tiles", "1 guest");
-  return meeting.attendees > 1 ? QCoreApplication::translate("Tiles", "%1 guests").arg(meeting.attendees) : QString();
+  if (meeting.attendees == 1) return TileWords::tr("1 guest");
+  return meeting.attendees > 1 ? TileWords::tr("%1 guests").arg(meeting.attendees) : QString();
 }
 
 }  // namespace
@@ -38,8 +37,7 @@ MeetingContent makeMeetings(const TileRequest& request) {
   const qsizetype count = digestOf(request).meetingsToday.size();
   MeetingContent content;
   content.figure = request.sources.locale.toString(count);
-  content.caption = count == 1 ? QCoreApplication::translate("Tiles", "meeting today")
-                               : QCoreApplication::translate("Tiles", "meetings today");
+  content.caption = count == 1 ? TileWords::tr("meeting today") : TileWords::tr("meetings today");
   content.spoken = content.figure + u' ' + content.caption;
   return content;
 }
@@ -49,23 +47,22 @@ MeetingContent makeNextMeeting(const TileRequest& request) {
   MeetingContent content;
   if (!meeting) {
     content.figure = u"–"_s;
-    content.caption = content.spoken = QCoreApplication::translate("Tiles", "No meeting ahead");
+    content.caption = content.spoken = TileWords::tr("No meeting ahead");
     return content;
   }
   const TileSources& sources = request.sources;
-  content.caption = QCoreApplication::translate("Tiles", "until %1").arg(meeting->title);
-  content.spoken =
-      QCoreApplication::translate("Tiles", "%1, %2").arg(meeting->title, EventWords::distance(*meeting, sources));
+  content.caption = TileWords::tr("until %1").arg(meeting->title);
+  content.spoken = TileWords::tr("%1, %2").arg(meeting->title, EventWords::distance(*meeting, sources));
   const qint64 minutes = ClockWords::minutesUntil(meeting->start, sources.now);
   if (minutes <= 0) {
-    content.figure = QCoreApplication::translate("Tiles", "Now");
+    content.figure = TileWords::tr("Now");
     content.caption = meeting->title;
   } else if (minutes < kHour) {
     content.figure = sources.locale.toString(minutes);
-    content.unit = QCoreApplication::translate("Tiles", "min");
+    content.unit = TileWords::tr("min");
   } else if (minutes < kDay) {
     content.figure = u"%1:%2"_s.arg(minutes / kHour).arg(minutes % kHour, 2, 10, QChar(u'0'));
-    content.unit = QCoreApplication::translate("Tiles", "h");
+    content.unit = TileWords::tr("h");
   } else {
     content.figure = ClockWords::weekday(meeting->start.date(), sources.locale, QLocale::ShortFormat);
     content.unit = ClockWords::time(meeting->start.time(), sources.locale, sources.use24Hour).full();
@@ -91,9 +88,7 @@ void paint(TileCanvas& canvas, const MeetingContent& content) {
 
 MeetingCenterContent makeMeetingCenter(const TileRequest& request) {
   const std::optional<CalendarEvent>& meeting = digestOf(request).nextMeeting;
-  if (!meeting)
-    return {QCoreApplication::translate("Tiles", "No meetings"),
-            QCoreApplication::translate("Tiles", "Nothing to join"), false};
+  if (!meeting) return {TileWords::tr("No meetings"), TileWords::tr("Nothing to join"), false};
   QStringList words{EventWords::brief(*meeting, request.sources), guests(*meeting)};
   words.removeAll(QString());
   return {meeting->title, words.join(u" · "_s), true};
@@ -111,8 +106,7 @@ void paint(TileCanvas& canvas, const MeetingCenterContent& content) {
     room = pill.left() - kPictureInset - kTextLeft;
     const QRectF box = canvas.snapped(pill);
     drawRounded(canvas.painter(), box, box.height() / 2, canvas.accent());
-    const TextLine word = canvas.line(QCoreApplication::translate("Tiles", "Join"), TextStyle::BodyStrong)
-                              .elided(box.width() - 8, Elide::End);
+    const TextLine word = canvas.line(TileWords::tr("Join"), TextStyle::BodyStrong).elided(box.width() - 8, Elide::End);
     word.drawCentred(canvas.painter(), {box.center().x(), TileCanvas::centredBaseline(word, box.center().y())},
                      canvas.colors().inkOnAccent);
   }

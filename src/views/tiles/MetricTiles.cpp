@@ -1,6 +1,5 @@
 #include "views/tiles/MetricTiles.h"
 
-#include <QCoreApplication>
 #include <algorithm>
 #include <cmath>
 
@@ -8,14 +7,13 @@
 #include "views/tiles/ChartPainting.h"
 #include "views/tiles/FileWords.h"
 #include "views/tiles/TileCanvas.h"
+#include "views/tiles/TileWords.h"
 
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("Tiles", text); }
 
 const QString kDash = u"–"_s;
 
@@ -76,7 +74,7 @@ void paintBolt(QPainter& painter, QPointF middle, const QColor& ink) {
 BatteryContent makeBattery(const TileRequest& request) {
   const auto& metrics = request.sources.metrics;
   if (!metrics) return {.percent = std::nullopt, .word = kDash};
-  if (!metrics->battery) return {.percent = std::nullopt, .word = tr("None")};
+  if (!metrics->battery) return {.percent = std::nullopt, .word = TileWords::tr("None")};
   const bool charging = metrics->batteryFlow == BatteryFlow::Charging;
   return {percentOf(*metrics->battery), kDash, charging, charging || metrics->batteryFlow == BatteryFlow::Held};
 }
@@ -84,7 +82,7 @@ BatteryContent makeBattery(const TileRequest& request) {
 TileText describe(const BatteryContent& content, const QString& name) {
   if (!content.percent) return {name, content.word == kDash ? QString() : content.word};
   const QString charge = withSign(content.percent);
-  return {name, content.charging ? charge + u", "_s + tr("Charging") : charge};
+  return {name, content.charging ? charge + u", "_s + TileWords::tr("Charging") : charge};
 }
 
 void paint(TileCanvas& canvas, const BatteryContent& content) {
@@ -134,7 +132,7 @@ QString degrees(const std::optional<double>& celsius) {
 }  // namespace
 
 MetricChartContent makeCpuChart(const TileRequest& request) {
-  MetricChartContent content{kDash, {}, tr("CPU"), request.sources.cpuHistory};
+  MetricChartContent content{kDash, {}, TileWords::tr("CPU"), request.sources.cpuHistory};
   content.high = std::clamp(highestOf(content.history) * kHeadroom, kLeastCpuTop, 100.0);
   if (!request.sources.metrics) return content;
   if (const auto percent = percentOf(request.sources.metrics->cpu)) {
@@ -145,7 +143,7 @@ MetricChartContent makeCpuChart(const TileRequest& request) {
 }
 
 MetricChartContent makeMemoryChart(const TileRequest& request) {
-  MetricChartContent content{kDash, {}, tr("RAM"), request.sources.memoryHistory};
+  MetricChartContent content{kDash, {}, TileWords::tr("RAM"), request.sources.memoryHistory};
   const auto& metrics = request.sources.metrics;
   if (!metrics) return content;
   if (const auto percent = percentOf(metrics->memory)) {
@@ -159,7 +157,7 @@ MetricChartContent makeMemoryChart(const TileRequest& request) {
 
 MetricChartContent makeTemperatureChart(const TileRequest& request) {
   const ReadingFacts& readings = request.sources.readings;
-  MetricChartContent content{degrees(readings.celsius), {}, tr("CPU core"), readings.celsiusHistory};
+  MetricChartContent content{degrees(readings.celsius), {}, TileWords::tr("CPU core"), readings.celsiusHistory};
   if (content.history.isEmpty()) return content;
   const auto [least, most] = std::ranges::minmax(content.history);
   const double room = std::max(kDegreeRoom, (kLeastDegrees - (most - least)) / 2);
@@ -234,7 +232,7 @@ SystemChartContent makeSystemChart(const TileRequest& request) {
 
 TileText describe(const SystemChartContent& content, const QString& name) {
   if (!content.cpu && !content.memory) return {name, {}};
-  return {name, tr("CPU %1, RAM %2").arg(withSign(content.cpu), withSign(content.memory))};
+  return {name, TileWords::tr("CPU %1, RAM %2").arg(withSign(content.cpu), withSign(content.memory))};
 }
 
 void paint(TileCanvas& canvas, const SystemChartContent& content) {
@@ -247,8 +245,8 @@ void paint(TileCanvas& canvas, const SystemChartContent& content) {
   paintChart(canvas, box, content.cpuHistory, look);
   look.color = canvas.colors().accent(Accent::Purple);
   paintChart(canvas, box, content.memoryHistory, look);
-  paintPairRow(canvas, kPairFirst, Accent::Green, tr("CPU"), content.cpu);
-  paintPairRow(canvas, kPairSecond, Accent::Purple, tr("RAM"), content.memory);
+  paintPairRow(canvas, kPairFirst, Accent::Green, TileWords::tr("CPU"), content.cpu);
+  paintPairRow(canvas, kPairSecond, Accent::Purple, TileWords::tr("RAM"), content.memory);
 }
 
 // --- One figure -----------------------------------------------------------------------------------------------------
@@ -279,15 +277,15 @@ FigureContent speedFigure(const TileRequest& request, double MetricsSnapshot::*s
 }  // namespace
 
 FigureContent makeDownload(const TileRequest& request) {
-  return speedFigure(request, &MetricsSnapshot::download, u"arrow.down"_s, tr("Download"));
+  return speedFigure(request, &MetricsSnapshot::download, u"arrow.down"_s, TileWords::tr("Download"));
 }
 
 FigureContent makeUpload(const TileRequest& request) {
-  return speedFigure(request, &MetricsSnapshot::upload, u"arrow.up"_s, tr("Upload"));
+  return speedFigure(request, &MetricsSnapshot::upload, u"arrow.up"_s, TileWords::tr("Upload"));
 }
 
 FigureContent makeTemperature(const TileRequest& request) {
-  return {request.definition.symbol, degrees(request.sources.readings.celsius), {}, tr("CPU"), true};
+  return {request.definition.symbol, degrees(request.sources.readings.celsius), {}, TileWords::tr("CPU"), true};
 }
 
 FigureContent makeBookmarks(const TileRequest& request) {

@@ -1,11 +1,11 @@
 #include "views/tiles/NetworkTiles.h"
 
-#include <QCoreApplication>
 #include <algorithm>
 
 #include "views/theme/Glass.h"
 #include "views/tiles/ChartPainting.h"
 #include "views/tiles/TileCanvas.h"
+#include "views/tiles/TileWords.h"
 
 namespace tarnwick {
 
@@ -104,7 +104,7 @@ NetworkContent makeNetworkChart(const TileRequest& request) {
 TileText describe(const NetworkContent& content, const QString& name) {
   if (!content.download || !content.upload) return {name, {}};
   return {name,
-          QCoreApplication::translate("Tiles", "download %1 %2, upload %3 %4")
+          TileWords::tr("download %1 %2, upload %3 %4")
               .arg(content.download->number, content.download->unit, content.upload->number, content.upload->unit)};
 }
 

@@ -1,12 +1,12 @@
 #include "views/tiles/NoteTiles.h"
 
-#include <QCoreApplication>
 #include <algorithm>
 #include <array>
 #include <cmath>
 
 #include "views/theme/Glass.h"
 #include "views/tiles/TileCanvas.h"
+#include "views/tiles/TileWords.h"
 
 namespace tarnwick {
 
@@ -30,8 +30,6 @@ constexpr double kBarHeight = 40;
 constexpr double kNoteLeft = 24;
 constexpr double kNoteFirst = 28.5;
 constexpr double kNoteSecond = 44.5;
-
-QString tr(const char* text) { return QCoreApplication::translate("Tiles", text); }
 
 void paintCircle(TileCanvas& canvas, QPointF centre, bool done) {
   QPainter& painter = canvas.painter();
@@ -122,8 +120,8 @@ TodosContent makeTodos(const TileRequest& request) {
 }
 
 TileText describe(const TodosContent& content, const QString& name) {
-  if (content.total == 0) return {name, tr("Nothing to do")};
-  QStringList parts{tr("%1 of %2 done").arg(content.done).arg(content.total)};
+  if (content.total == 0) return {name, TileWords::tr("Nothing to do")};
+  QStringList parts{TileWords::tr("%1 of %2 done").arg(content.done).arg(content.total)};
   for (const TodosContent::Item& item : content.items)
     if (!item.done) parts.append(item.text);
   return {name, parts.join(u", "_s)};
@@ -133,8 +131,8 @@ void paint(TileCanvas& canvas, const TodosContent& content) {
   using namespace theme;
   if (content.items.isEmpty()) {
     canvas.symbol(u"checklist"_s, {kTextLeft + kSymbolSize / 2, kTileMiddle}, kSymbolSize, canvas.accent());
-    const TextLine words =
-        canvas.line(tr("Nothing to do"), TextStyle::Body).elided(canvas.roomAfter(kTextAfterSymbol), Elide::End);
+    const TextLine words = canvas.line(TileWords::tr("Nothing to do"), TextStyle::Body)
+                               .elided(canvas.roomAfter(kTextAfterSymbol), Elide::End);
     words.draw(canvas.painter(), {kTextAfterSymbol, TileCanvas::centredBaseline(words)}, canvas.colors().secondary);
     return;
   }
@@ -167,7 +165,7 @@ NoteContent makeNote(const TileRequest& request) {
 }
 
 TileText describe(const NoteContent& content, const QString& name) {
-  return {name, content.text.isEmpty() ? tr("Nothing written yet") : content.text};
+  return {name, content.text.isEmpty() ? TileWords::tr("Nothing written yet") : content.text};
 }
 
 void paint(TileCanvas& canvas, const NoteContent& content) {
@@ -178,7 +176,7 @@ void paint(TileCanvas& canvas, const NoteContent& content) {
   const qsizetype rows = canvas.showsLastRow() ? 2 : 1;
   QStringList lines = wrapped(content.text, room, rows, canvas);
   const bool empty = lines.isEmpty();
-  if (empty) lines.append(tr("Write a note…"));
+  if (empty) lines.append(TileWords::tr("Write a note…"));
   for (qsizetype i = 0; i < lines.size(); ++i) {
     const TextLine line = canvas.line(lines[i], TextStyle::Body).elided(room, Elide::End);
     const double baseline = lines.size() == 1 ? TileCanvas::centredBaseline(line) : i == 0 ? kNoteFirst : kNoteSecond;
@@ -192,7 +190,7 @@ void paint(TileCanvas& canvas, const NoteContent& content) {
 
 LatestNoteContent makeLatestNote(const TileRequest& request) {
   if (const auto& note = request.sources.latestNote) return {note->title, note->text};
-  return {request.title(), tr("No notes yet")};
+  return {request.title(), TileWords::tr("No notes yet")};
 }
 
 TileText describe(const LatestNoteContent& content, const QString& name) {

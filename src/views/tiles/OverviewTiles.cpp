@@ -1,9 +1,9 @@
 #include "views/tiles/OverviewTiles.h"
 
-#include <QCoreApplication>
 #include <algorithm>
 
 #include "views/tiles/TileCanvas.h"
+#include "views/tiles/TileWords.h"
 
 namespace tarnwick {
 
@@ -62,14 +62,12 @@ OverviewContent makeTodayOverview(const TileRequest& request) {
   };
   OverviewContent content;
   if (request.sources.calendar && digest.calendarMessage.isEmpty())
-    content.figures << figure(digest.today.size(), u"calendar"_s, QCoreApplication::translate("Tiles", "Event"),
-                              QCoreApplication::translate("Tiles", "Events"));
+    content.figures << figure(digest.today.size(), u"calendar"_s, TileWords::tr("Event"), TileWords::tr("Events"));
   content.figures << figure(std::ranges::count(sources.todos, false, &TodoItem::completed), u"checkmark.square"_s,
-                            QCoreApplication::translate("Tiles", "To-do"),
-                            QCoreApplication::translate("Tiles", "To-dos"));
+                            TileWords::tr("To-do"), TileWords::tr("To-dos"));
   if (sources.calendar && digest.reminderMessage.isEmpty())
-    content.figures << figure(digest.dueToday.size(), u"checklist"_s, QCoreApplication::translate("Tiles", "Reminder"),
-                              QCoreApplication::translate("Tiles", "Reminders"));
+    content.figures << figure(digest.dueToday.size(), u"checklist"_s, TileWords::tr("Reminder"),
+                              TileWords::tr("Reminders"));
   return content;
 }
 

@@ -1,6 +1,5 @@
 #include "views/tiles/PlaceTiles.h"
 
-#include <QCoreApplication>
 #include <QPainterPath>
 #include <algorithm>
 
@@ -8,14 +7,13 @@
 #include "views/theme/Glass.h"
 #include "views/tiles/FileWords.h"
 #include "views/tiles/TileCanvas.h"
+#include "views/tiles/TileWords.h"
 
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("Tiles", text); }
 
 constexpr double kPapersTop = 3;
 constexpr double kPapersAlone = 12;
@@ -76,7 +74,7 @@ void paint(TileCanvas& canvas, const RecentFilesContent& content) {
 ScreenshotsContent makeScreenshots(const TileRequest& request) {
   const auto& shots = request.sources.readings.screenshots;
   if (!shots) return {request.title(), {}};
-  if (shots->isEmpty()) return {tr("None yet"), {}};
+  if (shots->isEmpty()) return {TileWords::tr("None yet"), {}};
   ScreenshotsContent content;
   content.caption = agoWord(shots->first().taken, request.sources.now, request.sources.locale);
   for (const ScreenshotFacts& shot : shots->mid(0, kShots)) content.pictures.append(shot.picture);
@@ -106,8 +104,8 @@ void paint(TileCanvas& canvas, const ScreenshotsContent& content) {
     canvas.centredText(theme::kUnderPictureBaseline, TextStyle::Caption, content.caption, canvas.colors().secondary);
 }
 
-SearchContent makeFileSearch(const TileRequest&) { return {u"folder"_s, tr("Search files…")}; }
-SearchContent makeWebSearch(const TileRequest&) { return {u"magnifyingglass"_s, tr("Search the web…")}; }
+SearchContent makeFileSearch(const TileRequest&) { return {u"folder"_s, TileWords::tr("Search files…")}; }
+SearchContent makeWebSearch(const TileRequest&) { return {u"magnifyingglass"_s, TileWords::tr("Search the web…")}; }
 
 TileText describe(const SearchContent& content, const QString& name) { return {name, content.placeholder}; }
 
@@ -120,7 +118,7 @@ void paint(TileCanvas& canvas, const SearchContent& content) {
   canvas.symbol(content.symbol, {field.left() + kFieldSymbolLeft + kFieldSymbol / 2, field.center().y()}, kFieldSymbol,
                 canvas.colors().primary);
   const double x = field.left() + kFieldText;
-  const TextLine words = Typography::fitting({content.placeholder, tr("Search…")}, TextStyle::Body,
+  const TextLine words = Typography::fitting({content.placeholder, TileWords::tr("Search…")}, TextStyle::Body,
                                              field.right() - kFieldSymbolLeft - x, Elide::End, canvas.scale());
   words.draw(canvas.painter(), {x, TileCanvas::centredBaseline(words)}, canvas.colors().secondary);
 }

@@ -1,11 +1,11 @@
 #include "views/tiles/PlainTiles.h"
 
-#include <QCoreApplication>
 #include <algorithm>
 
 #include "views/theme/ClearMarks.h"
 #include "views/theme/Glass.h"
 #include "views/tiles/TileCanvas.h"
+#include "views/tiles/TileWords.h"
 #include "views/tiles/WeatherTiles.h"
 
 namespace tarnwick {
@@ -94,9 +94,9 @@ void paintStacked(TileCanvas& canvas, const GenericContent& content) {
 }
 
 QString wordFor(const WidgetDefinition& definition) {
-  if (isConnectedFamily(definition.family)) return QCoreApplication::translate("Tiles", "Connect");
+  if (isConnectedFamily(definition.family)) return TileWords::tr("Connect");
   if (definition.family == u"weather"_s) return choosePlaceWord();
-  return QCoreApplication::translate("Tiles", "Not available");
+  return TileWords::tr("Not available");
 }
 
 }  // namespace

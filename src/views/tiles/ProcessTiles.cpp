@@ -1,10 +1,10 @@
 #include "views/tiles/ProcessTiles.h"
 
-#include <QCoreApplication>
 #include <algorithm>
 
 #include "views/theme/Glass.h"
 #include "views/tiles/TileCanvas.h"
+#include "views/tiles/TileWords.h"
 
 namespace tarnwick {
 
@@ -55,7 +55,7 @@ TileText describe(const ProcessesContent& content, const QString& name) {
 void paint(TileCanvas& canvas, const ProcessesContent& content) {
   const Palette& colors = canvas.colors();
   if (content.rows.isEmpty()) {
-    const QString text = content.message.isEmpty() ? QCoreApplication::translate("Tiles", "Looking…") : content.message;
+    const QString text = content.message.isEmpty() ? TileWords::tr("Looking…") : content.message;
     const TextLine line = canvas.line(text, TextStyle::Caption).elided(canvas.roomAfter(theme::kTextLeft), Elide::End);
     line.draw(canvas.painter(), {theme::kTextLeft, TileCanvas::centredBaseline(line)}, colors.secondary);
     return;

@@ -1,11 +1,11 @@
 #include "views/tiles/ProgressTiles.h"
 
-#include <QCoreApplication>
 #include <algorithm>
 #include <cmath>
 
 #include "views/theme/Glass.h"
 #include "views/tiles/TileCanvas.h"
+#include "views/tiles/TileWords.h"
 
 namespace tarnwick {
 
@@ -41,7 +41,7 @@ ProgressContent progress(const TileRequest& request, TimeMath::Component compone
   const QLocale& locale = request.sources.locale;
   switch (component) {
     case TimeMath::Component::Day:
-      content.caption = QCoreApplication::translate("Tiles", "of today");
+      content.caption = TileWords::tr("of today");
       content.marks = kHours;
       break;
     case TimeMath::Component::Month:
@@ -49,7 +49,7 @@ ProgressContent progress(const TileRequest& request, TimeMath::Component compone
       content.marks = now.date().daysInMonth();
       break;
     case TimeMath::Component::Year:
-      content.caption = QCoreApplication::translate("Tiles", "of %1").arg(locale.toString(now.date(), u"yyyy"_s));
+      content.caption = TileWords::tr("of %1").arg(locale.toString(now.date(), u"yyyy"_s));
       content.marks = kMonths;
       break;
   }

@@ -1,6 +1,5 @@
 #include "views/tiles/ReminderTiles.h"
 
-#include <QCoreApplication>
 #include <algorithm>
 #include <cmath>
 
@@ -8,6 +7,7 @@
 #include "views/tiles/CalendarTiles.h"
 #include "views/tiles/EventWords.h"
 #include "views/tiles/TileCanvas.h"
+#include "views/tiles/TileWords.h"
 
 namespace tarnwick {
 
@@ -42,8 +42,7 @@ RemindersContent reminders(const TileRequest& request, bool agenda) {
   const CalendarDigest& digest = digestOf(request);
   RemindersContent content;
   content.agenda = agenda;
-  content.empty = digest.completedToday.isEmpty() ? QCoreApplication::translate("Tiles", "No reminders")
-                                                  : QCoreApplication::translate("Tiles", "All done");
+  content.empty = digest.completedToday.isEmpty() ? TileWords::tr("No reminders") : TileWords::tr("All done");
   const qsizetype most = std::min(digest.reminders.size(), agenda ? kMostRows : 1);
   for (const Reminder& reminder : digest.reminders.first(most)) {
     const QString when =
@@ -66,7 +65,7 @@ void paintNext(TileCanvas& canvas, const RemindersContent& content) {
   const double room = canvas.roomAfter(kBesideRing);
   if (content.rows.isEmpty()) {
     canvas.symbol(u"checkmark"_s, centre, kCheck * 0.75, canvas.colors().secondary);
-    paintTitle(canvas, kBesideRing, room, content.empty, QCoreApplication::translate("Tiles", "Nothing is due"));
+    paintTitle(canvas, kBesideRing, room, content.empty, TileWords::tr("Nothing is due"));
     return;
   }
   const RemindersContent::Row& row = content.rows.first();
@@ -82,7 +81,7 @@ TileText describe(const RemindersContent& content, const QString& name) {
   if (content.rows.isEmpty()) return {name, content.empty};
   QStringList parts;
   for (const RemindersContent::Row& row : content.rows) {
-    QStringList words{row.title, row.overdue ? QCoreApplication::translate("Tiles", "overdue") : QString(), row.word};
+    QStringList words{row.title, row.overdue ? TileWords::tr("overdue") : QString(), row.word};
     words.removeAll(QString());
     parts << words.join(u' ');
   }
@@ -125,7 +124,7 @@ DueTodayContent makeDueToday(const TileRequest& request) {
 }
 
 TileText describe(const DueTodayContent& content, const QString& name) {
-  return {name, QCoreApplication::translate("Tiles", "%1 due, %2 done").arg(content.due).arg(content.done)};
+  return {name, TileWords::tr("%1 due, %2 done").arg(content.due).arg(content.done)};
 }
 
 void paint(TileCanvas& canvas, const DueTodayContent& content) {
@@ -142,8 +141,7 @@ void paint(TileCanvas& canvas, const DueTodayContent& content) {
   canvas.figure(x, baseline, TextStyle::Headline, figure);
   if (canvas.showsCaption())
     canvas.text(x, kCaptionBaseline, canvas.roomAfter(x), TextStyle::Caption,
-                content.done > 0 ? QCoreApplication::translate("Tiles", "due, %1 done").arg(content.done)
-                                 : QCoreApplication::translate("Tiles", "due"),
+                content.done > 0 ? TileWords::tr("due, %1 done").arg(content.done) : TileWords::tr("due"),
                 canvas.colors().secondary);
 }
 

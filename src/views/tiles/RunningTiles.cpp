@@ -1,12 +1,12 @@
 #include "views/tiles/RunningTiles.h"
 
-#include <QCoreApplication>
 #include <algorithm>
 #include <array>
 
 #include "views/theme/Glass.h"
 #include "views/tiles/AppTiles.h"
 #include "views/tiles/TileCanvas.h"
+#include "views/tiles/TileWords.h"
 
 namespace tarnwick {
 
@@ -14,13 +14,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString tr(const char* text) { return QCoreApplication::translate("Tiles", text); }
-
 QString namesOf(const QList<RunningFacts>& apps, qsizetype more = 0) {
   QStringList names;
   for (const RunningFacts& app : apps) names.append(app.name);
-  if (more > 0) names.append(tr("%1 more").arg(more));
-  return names.isEmpty() ? tr("No apps are open") : names.join(u", "_s);
+  if (more > 0) names.append(TileWords::tr("%1 more").arg(more));
+  return names.isEmpty() ? TileWords::tr("No apps are open") : names.join(u", "_s);
 }
 
 /// What a tile of applications shows while none runs.
@@ -28,7 +26,7 @@ void paintNone(TileCanvas& canvas, const QString& symbol) {
   const bool words = canvas.showsCaption();
   canvas.symbol(symbol, {canvas.width() / 2, words ? 24 : theme::kTileMiddle}, theme::kSymbolSize,
                 canvas.colors().tertiary);
-  if (words) canvas.centredText(49, TextStyle::Caption, tr("No apps"), canvas.colors().secondary);
+  if (words) canvas.centredText(49, TextStyle::Caption, TileWords::tr("No apps"), canvas.colors().secondary);
 }
 
 constexpr double kRowIcon = 34;

@@ -1,9 +1,10 @@
 #include "views/tiles/TileContent.h"
 
-#include <QCoreApplication>
 #include <QLatin1StringView>
 #include <algorithm>
 #include <array>
+
+#include "views/tiles/TileWords.h"
 
 namespace tarnwick {
 
@@ -25,7 +26,7 @@ TileContent made(const TileRequest& request) {
 TileContent launcher(const TileRequest& request) {
   if (!request.widget.options.value(QStringLiteral("path")).isEmpty()) return makeLauncher(request);
   GenericContent content = makeGeneric(request);
-  content.word = QCoreApplication::translate("Tiles", "Choose app");
+  content.word = TileWords::tr("Choose app");
   content.opensEditor = true;
   return content;
 }
@@ -47,7 +48,7 @@ TileContent fromReminders(const TileRequest& request) {
 TileContent pinnedWindow(const TileRequest& request) {
   if (!request.widget.options.value(QStringLiteral("windowTitle")).isEmpty()) return makePinnedWindow(request);
   GenericContent content = makeGeneric(request);
-  content.word = QCoreApplication::translate("Tiles", "Choose window");
+  content.word = TileWords::tr("Choose window");
   content.opensEditor = true;
   return content;
 }
@@ -58,18 +59,10 @@ TileContent calledByDeed(const TileRequest& request, const QString& deed) {
   if (request.widget.title.isEmpty()) content.name = deed;
   return content;
 }
-TileContent capture(const TileRequest& request) {
-  return calledByDeed(request, QCoreApplication::translate("Tiles", "Capture"));
-}
-TileContent cleanKeys(const TileRequest& request) {
-  return calledByDeed(request, QCoreApplication::translate("Tiles", "Clean keys"));
-}
-TileContent batteries(const TileRequest& request) {
-  return calledByDeed(request, QCoreApplication::translate("Tiles", "Batteries"));
-}
-TileContent music(const TileRequest& request) {
-  return calledByDeed(request, QCoreApplication::translate("Tiles", "Music"));
-}
+TileContent capture(const TileRequest& request) { return calledByDeed(request, TileWords::tr("Capture")); }
+TileContent cleanKeys(const TileRequest& request) { return calledByDeed(request, TileWords::tr("Clean keys")); }
+TileContent batteries(const TileRequest& request) { return calledByDeed(request, TileWords::tr("Batteries")); }
+TileContent music(const TileRequest& request) { return calledByDeed(request, TileWords::tr("Music")); }
 
 /// Which widgets have a painter of their own.
 constexpr std::array kContentRows = {

@@ -1,9 +1,9 @@
 #include "views/tiles/TimerFacts.h"
 
-#include <QCoreApplication>
 #include <algorithm>
 #include <cmath>
 
+#include "views/tiles/TileWords.h"
 #include "widgets/PhaseMath.h"
 #include "widgets/TickCadence.h"
 #include "widgets/TimeMath.h"
@@ -17,8 +17,6 @@ namespace {
 constexpr double kMinute = 60;
 /// Below this a countdown is over: what is left of the beat in which it ends.
 constexpr double kNothing = 0.001;
-
-QString tr(const char* text) { return QCoreApplication::translate("Tiles", text); }
 
 bool isPomodoro(const DockWidget& widget) { return widget.kind == "pomodoro"_L1; }
 bool isPosture(const DockWidget& widget) { return widget.kind == "posture"_L1; }
@@ -41,9 +39,9 @@ void countSessions(TimerFacts& facts, const DockWidget& widget) {
 QString wordOf(const TimerFacts& facts, const DockWidget& widget) {
   const bool between = facts.fresh && widget.options.contains(u"phase"_s);  // Stopped before this phase began.
   if (!facts.phase.isEmpty() && (facts.running || between)) return facts.phase;
-  if (facts.running) return tr("Running");
-  if (facts.ended) return widget.kind == "exercise"_L1 ? tr("Time to move") : tr("Done");
-  return facts.fresh ? tr("Ready") : tr("Paused");
+  if (facts.running) return TileWords::tr("Running");
+  if (facts.ended) return widget.kind == "exercise"_L1 ? TileWords::tr("Time to move") : TileWords::tr("Done");
+  return facts.fresh ? TileWords::tr("Ready") : TileWords::tr("Paused");
 }
 
 }  // namespace
@@ -83,11 +81,11 @@ TimerFacts timerFacts(const DockWidget& widget, const QDateTime& now) {
 }
 
 QString timerPhaseName(const QString& phase) {
-  if (phase == "work"_L1) return tr("Focus");
-  if (phase == "shortBreak"_L1) return tr("Short break");
-  if (phase == "longBreak"_L1) return tr("Long break");
-  if (phase == "seated"_L1) return tr("Seated");
-  if (phase == "standing"_L1) return tr("Standing");
+  if (phase == "work"_L1) return TileWords::tr("Focus");
+  if (phase == "shortBreak"_L1) return TileWords::tr("Short break");
+  if (phase == "longBreak"_L1) return TileWords::tr("Long break");
+  if (phase == "seated"_L1) return TileWords::tr("Seated");
+  if (phase == "standing"_L1) return TileWords::tr("Standing");
   return {};
 }
 

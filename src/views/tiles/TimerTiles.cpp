@@ -1,11 +1,11 @@
 #include "views/tiles/TimerTiles.h"
 
-#include <QCoreApplication>
 #include <cmath>
 
 #include "views/theme/Glass.h"
 #include "views/theme/TransportGlyphs.h"
 #include "views/tiles/TileCanvas.h"
+#include "views/tiles/TileWords.h"
 #include "views/tiles/TimerFacts.h"
 
 namespace tarnwick {
@@ -29,8 +29,6 @@ constexpr double kMarkGapTight = 2;
 constexpr int kUsualMarks = 4;
 constexpr double kOverhang = 4;  ///< How far a text may reach into the room at the right.
 
-QString tr(const char* text) { return QCoreApplication::translate("Tiles", text); }
-
 TimerContent::Glyph glyphOf(const DockWidget& widget, const TimerFacts& facts) {
   if (widget.kind == "posture"_L1) return TimerContent::Glyph::Seated;
   if (widget.kind == "exercise"_L1) return TimerContent::Glyph::Walk;
@@ -40,8 +38,8 @@ TimerContent::Glyph glyphOf(const DockWidget& widget, const TimerFacts& facts) {
 QString spokenState(const TimerFacts& facts) {
   if (!facts.running) return facts.fresh || facts.ended ? facts.word : u"%1, %2"_s.arg(facts.word, facts.figure());
   const double minutes = facts.seconds / 60;
-  const QString length =
-      facts.whole > 0 ? tr("%1 min left").arg(std::ceil(minutes)) : tr("%1 min").arg(std::floor(minutes));
+  const QString length = facts.whole > 0 ? TileWords::tr("%1 min left").arg(std::ceil(minutes))
+                                         : TileWords::tr("%1 min").arg(std::floor(minutes));
   return u"%1, %2"_s.arg(facts.word, length);
 }
 
@@ -85,7 +83,8 @@ void paintFigure(TileCanvas& canvas, const QString& figure, bool overWord) {
     if (canvas.line(figure, each).width() <= room) break;
   }
   QStringList forms{figure};
-  if (figure.count(u':') > 1) forms << figure.section(u':', 0, 1) + tr("h") << figure.section(u':', 0, 0) + tr("h");
+  if (figure.count(u':') > 1)
+    forms << figure.section(u':', 0, 1) + TileWords::tr("h") << figure.section(u':', 0, 0) + TileWords::tr("h");
   const TextLine line = Typography::fitting(forms, style, room, Elide::End, canvas.scale());
   line.drawFromInk(canvas.painter(),
                    {kBesideRing, overWord ? theme::kHeadlineBaseline : TileCanvas::centredBaseline(line)},

@@ -1,9 +1,10 @@
 #include "views/tiles/ToggleChoice.h"
 
-#include <QCoreApplication>
 #include <QStringList>
 #include <algorithm>
 #include <array>
+
+#include "views/tiles/TileWords.h"
 
 namespace tarnwick {
 
@@ -40,7 +41,7 @@ const QList<Toggle>& ToggleChoice::all() {
   return toggles;
 }
 
-QString ToggleChoice::name(Toggle toggle) { return QCoreApplication::translate("Tiles", rowOf(toggle).name); }
+QString ToggleChoice::name(Toggle toggle) { return TileWords::tr(rowOf(toggle).name); }
 
 QString ToggleChoice::symbol(Toggle toggle) { return QString::fromLatin1(rowOf(toggle).symbol); }
 

@@ -1,11 +1,11 @@
 #include "views/tiles/UtilityTiles.h"
 
-#include <QCoreApplication>
 #include <cmath>
 
 #include "views/theme/Emoji.h"
 #include "views/theme/Glass.h"
 #include "views/tiles/TileCanvas.h"
+#include "views/tiles/TileWords.h"
 #include "views/tiles/UtilityText.h"
 
 namespace tarnwick {
@@ -27,8 +27,6 @@ constexpr double kHexBaseline = 53;
 
 constexpr double kEmojiSize = 20;
 constexpr double kEmojiPitch = 25;
-
-QString tr(const char* text) { return QCoreApplication::translate("Tiles", text); }
 
 /// The form of a converted value that a tile shows: two digits that mean something.
 QStringList shortForms(double value, const QLocale& locale) {
@@ -111,12 +109,12 @@ void paint(TileCanvas& canvas, const ResultContent& content) {
 
 ColorContent makeColor(const TileRequest& request) {
   const auto color = colorOfHex(request.widget.options.value(u"color"_s));
-  if (!color) return {std::nullopt, tr("Pick")};
+  if (!color) return {std::nullopt, TileWords::tr("Pick")};
   return {color->rgb(), hexOf(*color)};
 }
 
 TileText describe(const ColorContent& content, const QString& name) {
-  return {name, content.color ? content.hex : tr("Nothing picked yet")};
+  return {name, content.color ? content.hex : TileWords::tr("Nothing picked yet")};
 }
 
 void paint(TileCanvas& canvas, const ColorContent& content) {

@@ -1,8 +1,7 @@
 #include "views/tiles/WeatherTiles.h"
 
-#include <QCoreApplication>
-
 #include "views/tiles/TileCanvas.h"
+#include "views/tiles/TileWords.h"
 
 namespace tarnwick {
 
@@ -59,7 +58,7 @@ void paintUnconnected(TileCanvas& canvas, const QString& name) {
 
 }  // namespace
 
-QString choosePlaceWord() { return QCoreApplication::translate("Tiles", "Set place"); }
+QString choosePlaceWord() { return TileWords::tr("Set place"); }
 
 CurrentWeatherContent makeCurrentWeather(const TileRequest& request) {
   return {request.sources.weather, request.title()};
