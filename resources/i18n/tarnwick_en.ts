@@ -37,7 +37,7 @@
     </message>
     <message>
         <source>macOS Dock preferences could not be saved. Recovery data was retained if restoration failed.</source>
-        <translation>The system dock's preferences could not be saved. Recovery data was retained if restoration failed.</translation>
+        <translation>The system dock’s preferences could not be saved. Recovery data was retained if restoration failed.</translation>
     </message>
     <message>
         <source>The original macOS Dock settings could not be restored. The recovery file remains available for the next launch.</source>
@@ -133,6 +133,21 @@
     <message>
         <source>Following a macOS Focus isn't available in this build: reading Focus needs either Full Disk Access, which is far more than a dock should ask for, or a Focus Filter, which needs build tooling this project doesn't use yet.</source>
         <translation>Following the desktop’s do-not-disturb mode isn’t available in this build.</translation>
+    </message>
+    <message>
+        <source>When widgets don't fit</source>
+        <translation>When widgets don’t fit</translation>
+    </message>
+    <message>
+        <source>Don't show</source>
+        <translation>Don’t show</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n widgets</source>
+        <translation>
+            <numerusform>%n widget</numerusform>
+            <numerusform>%n widgets</numerusform>
+        </translation>
     </message>
 </context>
 </TS>

@@ -21,17 +21,17 @@ QString word(bool value) { return value ? QStringLiteral("true") : QStringLitera
 }  // namespace
 
 HotKeyAction HotKeyTable::action(quint32 identifier) {
-  const auto words = [](const char* text) { return QCoreApplication::translate("HotKeyTable", text); };
   switch (identifier) {
     case kToggle:
-      return {QStringLiteral("--toggle"), words("Show or hide the dock")};
+      return {QStringLiteral("--toggle"), QCoreApplication::translate("HotKeyTable", "Show or hide the dock")};
     case kCommandBar:
-      return {QStringLiteral("--command-bar"), words("Open the command bar")};
+      return {QStringLiteral("--command-bar"), QCoreApplication::translate("HotKeyTable", "Open the command bar")};
     case kFocus:
-      return {QStringLiteral("--focus"), words("Give the dock the keyboard")};
+      return {QStringLiteral("--focus"), QCoreApplication::translate("HotKeyTable", "Give the dock the keyboard")};
     default: {
       const QString number = QString::number(identifier - kFirstProfile);
-      return {QStringLiteral("--profile ") + number, words("Switch to profile %1").arg(number)};
+      return {QStringLiteral("--profile ") + number,
+              QCoreApplication::translate("HotKeyTable", "Switch to profile %1").arg(number)};
     }
   }
 }

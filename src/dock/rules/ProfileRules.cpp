@@ -11,8 +11,6 @@ using namespace Qt::StringLiterals;
 
 constexpr int kDaysInWeek = 7;
 
-QString translated(const char* text) { return QCoreApplication::translate("ProfileRules", text); }
-
 QString timeText(int minutes) { return QString::asprintf("%02d:%02d", minutes / 60, minutes % 60); }
 
 /// What stands before the times, its separator included.
@@ -23,8 +21,8 @@ QString daysText(const QList<int>& days, const QLocale& locale) {
     const int named = day == 1 ? Qt::Sunday : day - 1;
     if (days.contains(day)) names.append(locale.dayName(named, QLocale::ShortFormat));
   }
-  if (names.size() == kDaysInWeek) return translated("Every day, ");
-  if (names.isEmpty()) return translated("No day, ");
+  if (names.size() == kDaysInWeek) return QCoreApplication::translate("ProfileRules", "Every day, ");
+  if (names.isEmpty()) return QCoreApplication::translate("ProfileRules", "No day, ");
   return names.join(", "_L1) + ", "_L1;
 }
 
@@ -44,10 +42,11 @@ ProfileRules::Components ProfileRules::components(const QDateTime& date, const Q
 QString ProfileRules::describe(const ProfileRule& rule, const QLocale& locale) {
   if (rule.trigger == ProfileRule::Trigger::Focus) {
     const QString focus = rule.focusIdentifier.value_or(QString());
-    return focus.isEmpty() ? translated("While a Focus is on") : translated("While “%1” is on").arg(focus);
+    return focus.isEmpty() ? QCoreApplication::translate("ProfileRules", "While a Focus is on")
+                           : QCoreApplication::translate("ProfileRules", "While “%1” is on").arg(focus);
   }
-  return daysText(rule.days, locale) +
-         translated("%1 to %2").arg(timeText(rule.startMinutes), timeText(rule.endMinutes));
+  return daysText(rule.days, locale) + QCoreApplication::translate("ProfileRules", "%1 to %2")
+                                           .arg(timeText(rule.startMinutes), timeText(rule.endMinutes));
 }
 
 std::optional<QUuid> ProfileRules::matching(const QList<ProfileRule>& rules, const QList<DockProfile>& profiles,

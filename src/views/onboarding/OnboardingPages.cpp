@@ -252,7 +252,7 @@ void fill(Card* card, AppStore& store, const DesktopAbilities& abilities) {
     card->addRow(notes, makeSwitch(store, notes, &DockConfiguration::notificationsEnabled), tell);
   else
     addState(card, notes, tell, abilities.notifications);
-  addState(card, words(QT_TRANSLATE_NOOP("Onboarding", "The system's dock")),
+  addState(card, words(QT_TRANSLATE_NOOP("Onboarding", "The system’s dock")),
            words(QT_TRANSLATE_NOOP("Onboarding",
                                    "Three layouts send it away while Tarnwick runs, and always give it back.")),
            abilities.systemDock);
@@ -292,7 +292,7 @@ QWidget* makeDonePage(AppStore& store, const OnboardingServices& services) {
   const bool hasIcon = abilities.tray && store.config().desktopOptions().showMenuBarIcon;
   card->addRow(words(QT_TRANSLATE_NOOP("Onboarding", "Everything else")), nullptr,
                hasIcon ? words(QT_TRANSLATE_NOOP("Onboarding",
-                                                 "Tarnwick's icon in the tray has the layouts, profiles and Settings. "
+                                                 "Tarnwick’s icon in the tray has the layouts, profiles and Settings. "
                                                  "So has a right click on the dock."))
                        : words(QT_TRANSLATE_NOOP("Onboarding",
                                                  "A right click on the dock has the layouts, profiles and Settings.")));

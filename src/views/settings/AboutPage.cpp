@@ -17,14 +17,15 @@ SettingsPage* makeAboutPage(AppStore& store, const SettingsServices& services) {
     return label;
   };
   Card& program = *page->addCard();
+  page->addControl(program,
+                   {QT_TRANSLATE_NOOP("Settings", "Tarnwick"), QT_TRANSLATE_NOOP("Settings", "A dock of live widgets."),
+                    QT_TRANSLATE_NOOP("Settings", "version")},
+                   value(QStringLiteral(TARNWICK_VERSION)));
   page->addControl(
       program,
-      {QT_TRANSLATE_NOOP("Settings", "Tarnwick"), QT_TRANSLATE_NOOP("Settings", "A dock of live widgets."), "version"},
-      value(QStringLiteral(TARNWICK_VERSION)));
-  page->addControl(program,
-                   {QT_TRANSLATE_NOOP("Settings", "Licence"),
-                    QT_TRANSLATE_NOOP("Settings", "© 2026 The Tarnwick authors."), "license"},
-                   value(u"MIT"_s));
+      {QT_TRANSLATE_NOOP("Settings", "Licence"), QT_TRANSLATE_NOOP("Settings", "© 2026 The Tarnwick authors."),
+       QT_TRANSLATE_NOOP("Settings", "license")},
+      value(u"MIT"_s));
   Card& credits = *page->addCard(settingsText(QT_TRANSLATE_NOOP("Settings", "It stands on")));
   for (const Credit& credit : allCredits()) {
     auto* row = new FormRow(credit.words(), value(credit.licence));

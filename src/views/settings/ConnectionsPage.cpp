@@ -64,7 +64,7 @@ QWidget* makeEmptyState(const SettingsServices& services) {
   };
   line(QT_TRANSLATE_NOOP("Settings", "No service is connected"), TextStyle::Title, Tone::Primary);
   line(QT_TRANSLATE_NOOP("Settings",
-                         "Connections to services are not part of this version yet. What a widget's form "
+                         "Connections to services are not part of this version yet. What a widget’s form "
                          "holds of one is kept."),
        TextStyle::Caption, Tone::Secondary);
   if (services.addWidgets) {

@@ -32,7 +32,8 @@ SettingsPage* makePrivacyPage(AppStore& store, const SettingsServices& services)
     open = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Open Folder")));
     QObject::connect(open, &QPushButton::clicked, page, [&services, folder] { services.openFolder(folder); });
   }
-  FormRow* data = page->addControl(card, {QT_TRANSLATE_NOOP("Settings", "Your data"), "", "folder files"}, open);
+  FormRow* data = page->addControl(
+      card, {QT_TRANSLATE_NOOP("Settings", "Your data"), "", QT_TRANSLATE_NOOP("Settings", "folder files")}, open);
   data->setHelp(pathText(folder));
   auto* said = new FormRow(
       settingsText(QT_TRANSLATE_NOOP("Settings", "Nothing is sent")), nullptr,

@@ -76,7 +76,8 @@ class WidgetsPage final : public SettingsPage {
     if (!services_.addWidgets) add->hide();
     connect(add, &QPushButton::clicked, this,
             [this] { services_.addWidgets(QUuid::fromString(choice_->chosenValue())); });
-    count_ = addControl(card, {QT_TRANSLATE_NOOP("Settings", "On this dock"), "", "add library"}, add);
+    count_ = addControl(
+        card, {QT_TRANSLATE_NOOP("Settings", "On this dock"), "", QT_TRANSLATE_NOOP("Settings", "add library")}, add);
   }
 
   void openEditor(const QString& id) {
