@@ -55,4 +55,13 @@ std::optional<double> Text::number(QStringView text) {
   return std::isfinite(value) ? std::optional(value) : std::nullopt;
 }
 
+QString Text::folded(const QString& text) {
+  if (std::ranges::all_of(text, [](QChar letter) { return letter.unicode() < 0x80; })) return text.toLower();
+  QString plain;
+  plain.reserve(text.size());
+  for (const QChar letter : text.normalized(QString::NormalizationForm_KD))
+    if (!letter.isMark()) plain.append(letter == u'’' ? QChar(u'\'') : letter);
+  return plain.toCaseFolded();
+}
+
 }  // namespace tarnwick

@@ -16,15 +16,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// For comparing: without case and without accents.
-QString folded(const QString& text) {
-  if (std::ranges::all_of(text, [](QChar letter) { return letter.unicode() < 0x80; })) return text.toLower();
-  QString plain;
-  for (const QChar letter : text.normalized(QString::NormalizationForm_KD))
-    if (!letter.isMark()) plain.append(letter);
-  return plain.toCaseFolded();
-}
-
 /// Filled with what programs made for themselves.
 bool isUninteresting(const QString& folder) { return folder == "node_modules"_L1 || folder == "__pycache__"_L1; }
 
@@ -43,7 +34,7 @@ struct Place {
 
 class Walk {
  public:
-  Walk(const QString& text, const std::stop_token& stop) : text_(folded(text)), stop_(stop) {}
+  Walk(const QString& text, const std::stop_token& stop) : text_(Text::folded(text)), stop_(stop) {}
 
   std::vector<Hit> run(const fs::path& root) {
     places_.push_back({root, 0});
@@ -76,7 +67,7 @@ class Walk {
   }
 
   void take(const fs::path& path, const QString& name, bool isFolder, int depth) {
-    const qsizetype at = folded(name).indexOf(text_);
+    const qsizetype at = Text::folded(name).indexOf(text_);
     if (at < 0) return;
     hits_.push_back({QFile::decodeName(QByteArray::fromStdString(path.string())), name, isFolder, at == 0, depth});
   }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/Text.h"
 #include "widgets/PinnedTiles.h"
 #include "widgets/catalog/Catalog.h"
 
@@ -16,7 +17,7 @@ LibraryItem itemOf(LibraryEntry entry, const QString& group) {
   if (entry.widget) item.kind = entry.widget->kind;
   QString words = entry.title + u' ' + group + u' ' + item.kind;
   if (!item.kind.isEmpty()) words += u' ' + Catalog::find(item.kind).name;
-  item.words = LibraryShelves::folded(words);
+  item.words = Text::folded(words);
   // The tile will have the name that the folder has here.
   const QString path = entry.widget ? entry.widget->options.value(u"path"_s) : QString();
   if (item.kind == "folderLauncher"_L1 && !path.isEmpty()) entry.title = PinnedTiles::nameOf(path);
@@ -40,14 +41,6 @@ LibraryShelf shelfOfKinds(const QString& name, const QString& symbol, const QStr
 
 }  // namespace
 
-QString LibraryShelves::folded(const QString& text) {
-  QString letters;
-  letters.reserve(text.size());
-  for (const QChar each : text.normalized(QString::NormalizationForm_KD))
-    if (!each.isMark()) letters += each.toCaseFolded();
-  return letters;
-}
-
 QList<LibraryShelf> LibraryShelves::all(const QList<StandardApplication>& applications,
                                         const StandardFolders& folders) {
   const QStringList& names = Catalog::categories();
@@ -65,7 +58,7 @@ QList<LibraryShelf> LibraryShelves::all(const QList<StandardApplication>& applic
 QList<LibraryShelf> LibraryShelves::fitting(const QList<LibraryShelf>& shelves, const QString& section,
                                             const QString& search) {
   const bool isShelf = std::ranges::find(shelves, section, &LibraryShelf::name) != shelves.end();
-  const QStringList wanted = folded(search).split(u' ', Qt::SkipEmptyParts);
+  const QStringList wanted = Text::folded(search).split(u' ', Qt::SkipEmptyParts);
   QList<LibraryShelf> found;
   for (LibraryShelf shelf : shelves) {
     if (isShelf && shelf.name != section) continue;

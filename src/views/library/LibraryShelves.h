@@ -39,9 +39,6 @@ struct LibraryShelves {
 
   /// A widget of the item with an identity of its own; nothing for a way to choose something.
   static std::optional<DockWidget> freshWidget(const LibraryItem& item);
-
-  /// Lower case and without accents.
-  static QString folded(const QString& text);
 };
 
 }  // namespace tarnwick

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "base/Text.h"
 #include "views/tiles/ClockWords.h"
 
 namespace tarnwick {
@@ -59,13 +60,7 @@ constexpr std::array kCities = {
     City{"Wellington", "Pacific/Auckland"},
 };
 
-/// Without case and accents, so that "sao" finds "São".
-QString folded(const QString& text) {
-  QString plain;
-  for (const QChar letter : text.normalized(QString::NormalizationForm_KD))
-    if (letter.category() != QChar::Mark_NonSpacing) plain += letter;
-  return plain.toCaseFolded().replace(u'_', u' ');
-}
+QString folded(const QString& text) { return Text::folded(text).replace(u'_', u' '); }
 
 struct Known {
   ZoneMatch match;
