@@ -47,6 +47,7 @@ AboutWindow::AboutWindow(AppStore& store) : AppWindow(store, tr("About Tarnwick"
   column->addWidget(page, 1);
   setContent(nullptr, body);
   page->takeKeys();
+  setEscapeCloses(true);
   page->setFocus();
   resize(kWindow);
 }

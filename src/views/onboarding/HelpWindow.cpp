@@ -57,7 +57,7 @@ void addOrders(CardPage& page) {
   add(u"tarnwick --toggle"_s, QT_TRANSLATE_NOOP("Help", "Hide it, or show it again"));
   add(u"tarnwick --focus"_s, QT_TRANSLATE_NOOP("Help", "Give it the keyboard"));
   add(u"tarnwick --profile N"_s, QT_TRANSLATE_NOOP("Help", "Switch to a profile, counted from 0"));
-  add(u"tarnwick --restore-dock"_s, QT_TRANSLATE_NOOP("Help", "Give the system's dock back by hand"));
+  add(u"tarnwick --restore-dock"_s, QT_TRANSLATE_NOOP("Help", "Give the system’s dock back by hand"));
 }
 
 }  // namespace
@@ -68,8 +68,8 @@ HelpWindow::HelpWindow(AppStore& store, const DesktopAbilities& abilities) : App
   addPlain(*page, QT_TRANSLATE_NOOP("Help", "While the dock has the keyboard"),
            {{QT_TRANSLATE_NOOP("Help", "Arrow keys"), QT_TRANSLATE_NOOP("Help", "Go from tile to tile.")},
             {QT_TRANSLATE_NOOP("Help", "Return or Space"), QT_TRANSLATE_NOOP("Help", "Does what a click does.")},
-            {QT_TRANSLATE_NOOP("Help", "Menu key or Shift+F10"), QT_TRANSLATE_NOOP("Help", "Opens the tile's menu.")},
-            {QT_TRANSLATE_NOOP("Help", "Ctrl+F10"), QT_TRANSLATE_NOOP("Help", "Opens the dock's menu.")},
+            {QT_TRANSLATE_NOOP("Help", "Menu key or Shift+F10"), QT_TRANSLATE_NOOP("Help", "Opens the tile’s menu.")},
+            {QT_TRANSLATE_NOOP("Help", "Ctrl+F10"), QT_TRANSLATE_NOOP("Help", "Opens the dock’s menu.")},
             {QT_TRANSLATE_NOOP("Help", "Escape"), QT_TRANSLATE_NOOP("Help", "Gives the keyboard back.")},
             {QT_TRANSLATE_NOOP("Help", "Ctrl+Z"),
              QT_TRANSLATE_NOOP(
@@ -78,7 +78,7 @@ HelpWindow::HelpWindow(AppStore& store, const DesktopAbilities& abilities) : App
       *page, QT_TRANSLATE_NOOP("Help", "With the pointer"),
       {{QT_TRANSLATE_NOOP("Help", "Click"),
         QT_TRANSLATE_NOOP("Help",
-                          "Opens a tile's panel, or an application. A click on the one in front minimises it.")},
+                          "Opens a tile’s panel, or an application. A click on the one in front minimises it.")},
        {QT_TRANSLATE_NOOP("Help", "Right click"),
         QT_TRANSLATE_NOOP("Help", "Opens the menu of a tile or of the dock.")},
        {QT_TRANSLATE_NOOP("Help", "Drag a tile"), QT_TRANSLATE_NOOP("Help", "Moves it to another place.")},
@@ -93,6 +93,7 @@ HelpWindow::HelpWindow(AppStore& store, const DesktopAbilities& abilities) : App
   addOrders(*page);
   setContent(nullptr, page);
   page->takeKeys();
+  setEscapeCloses(true);
   page->setFocus();
   resize(kWindow);
 }

@@ -161,7 +161,7 @@ void AppWindow::keyPressEvent(QKeyEvent* event) {
     openMenuBar();
   } else if (event->matches(QKeySequence::Undo)) {
     undo();
-  } else if (event->keyCombination() == (Qt::CTRL | Qt::Key_W)) {
+  } else if (event->keyCombination() == (Qt::CTRL | Qt::Key_W) || (event->key() == Qt::Key_Escape && escapeCloses_)) {
     close();
   } else {
     QWidget::keyPressEvent(event);

@@ -32,6 +32,8 @@ class AppWindow : public QWidget, public LookSource {
   void setMenuBar(std::unique_ptr<QMenuBar> bar);
   /// What undo() does; nothing while it is empty.
   void setUndo(std::function<void()> undo) { undo_ = std::move(undo); }
+  /// For a window to read: Escape closes it.
+  void setEscapeCloses(bool closes) { escapeCloses_ = closes; }
   /// Shows the window, in front of all others and with the keyboard. It never begins larger than its screen.
   void present();
 
@@ -70,6 +72,7 @@ class AppWindow : public QWidget, public LookSource {
   MessageStrip* message_;
   QVBoxLayout* column_;  // Beside the side bar: the message above the body.
   QWidget* side_ = nullptr;
+  bool escapeCloses_ = false;
   bool altAlone_ = false;  // Alt went down and nothing else since.
 };
 

@@ -1,6 +1,7 @@
 #include "views/window/Cards.h"
 
 #include <QAbstractSlider>
+#include <QAccessible>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QPainter>
@@ -8,6 +9,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "base/Text.h"
 #include "views/controls/ControlTheme.h"
 #include "views/controls/Labels.h"
 #include "views/controls/ScrollArea.h"
@@ -19,14 +21,6 @@ namespace tarnwick {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// Lower case and without accents, so that what is typed finds what is written.
-QString folded(const QString& text) {
-  QString letters;
-  for (const QChar each : text.normalized(QString::NormalizationForm_KD))
-    if (!each.isMark()) letters += each.toCaseFolded();
-  return letters;
-}
 
 TextLabel* makeHelp(const QString& text, Tone tone) {
   auto* label = makeSentence(text, TextStyle::Caption, tone);
@@ -48,8 +42,8 @@ TextLabel* makeSentence(const QString& text, TextStyle style, Tone tone) {
 }
 
 bool matchesSearch(const QString& said, const QString& search) {
-  const QString text = folded(said);
-  const QStringList wanted = folded(search).split(u' ', Qt::SkipEmptyParts);
+  const QString text = Text::folded(said);
+  const QStringList wanted = Text::folded(search).split(u' ', Qt::SkipEmptyParts);
   return !wanted.isEmpty() && std::ranges::all_of(wanted, [&](const QString& word) { return text.contains(word); });
 }
 
@@ -137,8 +131,13 @@ void FormRow::showHelp(const QString& text) {
 }
 
 void FormRow::setFault(const QString& sentence) {
+  if (sentence == fault()) return;
   fault_->setText(sentence);
   fault_->setVisible(!sentence.isEmpty());
+  if (!sentence.isEmpty()) {
+    QAccessibleEvent heard(fault_, QAccessible::Alert);
+    QAccessible::updateAccessibility(&heard);
+  }
   if (control_) control_->setAccessibleDescription(sentence.isEmpty() ? help_ : sentence);
 }
 
