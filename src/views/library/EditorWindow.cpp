@@ -1,7 +1,6 @@
 #include "views/library/EditorWindow.h"
 
 #include <QAccessible>
-#include <QCoreApplication>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -19,6 +18,7 @@
 #include "views/controls/Labels.h"
 #include "views/controls/ScrollArea.h"
 #include "views/library/FieldControl.h"
+#include "views/library/LibraryWords.h"
 #include "views/library/TilePreview.h"
 #include "views/library/ZoneFields.h"
 #include "views/window/Cards.h"
@@ -31,8 +31,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kMargin = 16;
-
-QString say(const char* text) { return QCoreApplication::translate("Library", text); }
 
 const DockWidget* stored(const AppStore& store, const QUuid& widget) {
   return DocumentEdits::find(store.config(), widget);
@@ -51,14 +49,14 @@ void completeRules(WidgetEditor::Hooks& rules) {
 }  // namespace
 
 EditorWindow::EditorWindow(AppStore& store, const QUuid& widget, EditorServices services)
-    : AppWindow(store, say("Edit Widget")),
+    : AppWindow(store, LibraryWords::tr("Edit Widget")),
       store_(store),
       widget_(widget),
       services_(std::move(services)),
       preview_(new TilePreview(store, services_.previews)),
       page_(nullptr),
-      title_(new TextField(say("Title"))),
-      titleRow_(FormRow::wide(say("Title"), title_)),
+      title_(new TextField(LibraryWords::tr("Title"))),
+      titleRow_(FormRow::wide(LibraryWords::tr("Title"), title_)),
       fault_(new TextLabel({}, TextStyle::Caption, Tone::AccentWord)) {
   completeRules(services_.rules);
   setFixedWidth(theme::kPanelWidthEditor);
@@ -92,8 +90,8 @@ QWidget* EditorWindow::makeBody() {
   fault_->hide();
   page_->addWidget(fault_);
 
-  auto* cancel = new Button(say("Cancel"));
-  auto* saving = new Button(say("Save"), Button::Role::Primary);
+  auto* cancel = new Button(LibraryWords::tr("Cancel"));
+  auto* saving = new Button(LibraryWords::tr("Save"), Button::Role::Primary);
   connect(cancel, &QPushButton::clicked, this, &QWidget::close);
   connect(saving, &QPushButton::clicked, this, &EditorWindow::save);
   auto* buttons = new QHBoxLayout;
@@ -129,7 +127,7 @@ void EditorWindow::take() {
   const DockWidget* widget = stored(store_, widget_);
   if (!widget) return;
   const WidgetDefinition& definition = Catalog::find(widget->kind);
-  setWindowTitle(say("Edit “%1”").arg(widget->title.isEmpty() ? definition.name : widget->title));
+  setWindowTitle(LibraryWords::tr("Edit “%1”").arg(widget->title.isEmpty() ? definition.name : widget->title));
   title_->setPlaceholderText(definition.name);
   if (!titleTouched_ && title_->text() != widget->title) {
     const QSignalBlocker quiet(title_);
@@ -188,7 +186,7 @@ bool EditorWindow::save() {
   for (const auto& line : lines_) {
     const QString fault = line->touched ? line->control->fault() : QString();
     if (fault.isEmpty()) continue;
-    line->row->setFault(fault);
+    showFault(line.get(), fault);
     return false;
   }
   QString credential;
@@ -206,7 +204,7 @@ bool EditorWindow::save() {
     services_.edits->update(outcome.widget);
     if (outcome.refresh) store_.refresh(outcome.widget);
   } catch (const DomainError& failure) {
-    showFault(failure.message());
+    showFault(faultyLine(failure.message()), failure.message());
     return false;
   }
   close();
@@ -223,8 +221,8 @@ EditorWindow::Line* EditorWindow::faultyLine(const QString& sentence) {
   return line == lines_.end() ? nullptr : line->get();
 }
 
-void EditorWindow::showFault(const QString& sentence) {
-  if (Line* line = faultyLine(sentence)) {
+void EditorWindow::showFault(Line* line, const QString& sentence) {
+  if (line) {
     line->row->setFault(sentence);
     line->control->setFaulty(true);
     line->control->setFocus(Qt::OtherFocusReason);
@@ -232,9 +230,9 @@ void EditorWindow::showFault(const QString& sentence) {
   } else {
     fault_->setText(sentence);
     fault_->show();
+    QAccessibleEvent heard(fault_, QAccessible::Alert);
+    QAccessible::updateAccessibility(&heard);
   }
-  QAccessibleEvent heard(fault_, QAccessible::Alert);
-  QAccessible::updateAccessibility(&heard);
 }
 
 void EditorWindow::clearFaults() {
@@ -265,7 +263,7 @@ void EditorWindow::showEvent(QShowEvent* event) {
   if (services_.hasCredential)
     for (const auto& line : lines_)
       if (line->field.shape == FieldShape::Credential && services_.hasCredential(*stored(store_, widget_)))
-        line->row->setHelp(say("A credential is kept in the keyring. What you enter takes its place."));
+        line->row->setHelp(LibraryWords::tr("A credential is kept in the keyring. What you enter takes its place."));
   fit();
   if (focusWidget()) return;
   // What one comes for stands first; the title is rarely it.

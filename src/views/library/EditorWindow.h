@@ -67,7 +67,7 @@ class EditorWindow final : public AppWindow {
   DockWidget edited(const DockWidget& stored) const;
   void changed(Line& line);
   void follow();
-  void showFault(const QString& sentence);
+  void showFault(Line* line, const QString& sentence);
   void clearFaults();
   Line* faultyLine(const QString& sentence);
   void fit();
