@@ -21,7 +21,6 @@ namespace {
 
 /// A thing whose dates have not been asked for yet.
 struct Found {
-  fs::path path;
   QString name;
   bool isFolder = false;
 };
@@ -46,14 +45,14 @@ std::vector<Found> look(const FolderRequest& request, const std::stop_token& sto
     std::error_code ignored;
     const bool isFolder = at->is_directory(ignored);
     if (request.onlyPictures && (isFolder || !FolderReading::isPicture(name))) continue;
-    found.push_back({at->path(), name, isFolder});
+    found.push_back({name, isFolder});
   }
   return found;
 }
 
-/// False when it has gone.
-bool complete(const Found& found, FolderEntry& entry) {
-  const QFileInfo info(QFile::decodeName(QByteArray::fromStdString(found.path.string())));
+/// False when it has gone. `folder` ends in a slash.
+bool complete(const QString& folder, const Found& found, FolderEntry& entry) {
+  const QFileInfo info(folder + found.name);
   if (!info.exists() && !info.isSymLink()) return false;
   entry = {info.filePath(), found.name, found.isFolder, found.isFolder ? 0 : info.size(), info.lastModified()};
   return true;
@@ -66,21 +65,24 @@ void keepFirst(auto& list, qsizetype most, Less less) {
   list.erase(middle, list.end());
 }
 
-void takeNewest(FolderContents& contents, const std::vector<Found>& found, qsizetype most,
+void takeNewest(FolderContents& contents, const QString& folder, const std::vector<Found>& found, qsizetype most,
                 const std::stop_token& stop) {
+  const auto isNewer = [](const FolderEntry& a, const FolderEntry& b) {
+    return a.modified != b.modified ? a.modified > b.modified : a.name < b.name;
+  };
+  // Of a folder of many thousands only a few are ever kept at once.
+  constexpr std::size_t kMostWaiting = 4096;
   std::vector<FolderEntry> entries;
-  entries.reserve(found.size());
   for (const Found& each : found) {
     if (stop.stop_requested()) break;
-    if (FolderEntry entry; complete(each, entry)) entries.push_back(std::move(entry));
+    if (FolderEntry entry; complete(folder, each, entry)) entries.push_back(std::move(entry));
+    if (entries.size() >= kMostWaiting + static_cast<std::size_t>(most)) keepFirst(entries, most, isNewer);
   }
-  keepFirst(entries, most, [](const FolderEntry& a, const FolderEntry& b) {
-    return a.modified != b.modified ? a.modified > b.modified : a.name < b.name;
-  });
+  keepFirst(entries, most, isNewer);
   contents.entries = QList<FolderEntry>(entries.begin(), entries.end());
 }
 
-void takeByName(FolderContents& contents, std::vector<Found>& found, qsizetype most) {
+void takeByName(FolderContents& contents, const QString& folder, std::vector<Found>& found, qsizetype most) {
   // Without a language names sort by their bytes, which nobody expects of a list.
   QCollator collator(QLocale().language() == QLocale::C ? QLocale(QLocale::English) : QLocale());
   collator.setNumericMode(true);
@@ -91,7 +93,7 @@ void takeByName(FolderContents& contents, std::vector<Found>& found, qsizetype m
     return order != 0 ? order < 0 : a.name < b.name;
   });
   for (const Found& each : found)
-    if (FolderEntry entry; complete(each, entry)) contents.entries.append(std::move(entry));
+    if (FolderEntry entry; complete(folder, each, entry)) contents.entries.append(std::move(entry));
 }
 
 }  // namespace
@@ -101,10 +103,11 @@ FolderContents FolderReading::read(const FolderRequest& request, const std::stop
   std::vector<Found> found = look(request, stop, contents.problem);
   contents.total = static_cast<qsizetype>(found.size());
   const qsizetype most = std::max<qsizetype>(0, request.most);
+  const QString folder = request.folder.endsWith(u'/') ? request.folder : request.folder + u'/';
   if (request.order == FolderOrder::Name)
-    takeByName(contents, found, most);
+    takeByName(contents, folder, found, most);
   else
-    takeNewest(contents, found, most, stop);
+    takeNewest(contents, folder, found, most, stop);
   return contents;
 }
 
