@@ -48,6 +48,8 @@ DockDesk::DockDesk(DockDeskParts parts)
     for (const auto& [display, dock] : docks_) dock->refreshFamily(family);
   });
   commands_.showPanel = [this](const QUuid& widget) {
+    // One that was asked for before may still be on its way.
+    closeMenu();
     if (openPanel) openPanel(openDisplay_, widget, openTile_);
   };
   commands_.showGallery = commands_.showPanel;
