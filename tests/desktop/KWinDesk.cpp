@@ -1,5 +1,9 @@
 #include <linux/input-event-codes.h>
 
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <utility>
+
 #include "desktop/CompositorDesk.h"
 #include "desktop/ForeignProgram.h"
 #include "support/HeadlessKWin.h"
@@ -18,6 +22,13 @@ class KWinDesk final : public CompositorDesk {
     moveTo(away());
     return std::make_unique<ForeignProgram>(QStringLiteral("film"), QRect(), ForeignProgram::Size::FullScreen);
   }
+  void turnToEmpty(bool empty) override {
+    if (empty && !std::exchange(hasTwo_, true)) {
+      ask(QStringLiteral("/VirtualDesktopManager"), QStringLiteral("org.kde.KWin.VirtualDesktopManager"),
+          QStringLiteral("createDesktop"), {1U, QStringLiteral("empty")});
+    }
+    ask(QStringLiteral("/KWin"), QStringLiteral("org.kde.KWin"), QStringLiteral("setCurrentDesktop"), {empty ? 2 : 1});
+  }
   std::unique_ptr<OtherWindow> source(const QString& file) override {
     moveTo(away());
     return std::make_unique<ForeignProgram>(file, QRect());
@@ -27,6 +38,13 @@ class KWinDesk final : public CompositorDesk {
   QImage screenshot(const QString& display) override { return kwin_.screenshot(display); }
 
  private:
+  static void ask(const QString& path, const QString& interface, const QString& method, const QVariantList& arguments) {
+    QDBusMessage call = QDBusMessage::createMethodCall(QStringLiteral("org.kde.KWin"), path, interface, method);
+    call.setArguments(arguments);
+    QDBusConnection::sessionBus().call(call);
+  }
+
+  bool hasTwo_ = false;
   HeadlessKWin& kwin_ = HeadlessKWin::current();
 };
 

@@ -48,6 +48,8 @@ class TestDesk {
   virtual std::unique_ptr<OtherWindow> bar(int thickness) = 0;
   /// A window that fills the first display and is in front.
   virtual std::unique_ptr<OtherWindow> film() = 0;
+  /// Turns the first display to a workspace without windows, or back to the one with those that were made.
+  virtual void turnToEmpty(bool empty) = 0;
   /// A program around `away()` from which a hand can drag that file, once it is seen there.
   virtual std::unique_ptr<OtherWindow> source(const QString& file) = 0;
 };

@@ -26,6 +26,10 @@ class WaylandDesk final : public CompositorDesk {
     sway_.button(down, which == Qt::RightButton ? BTN_RIGHT : BTN_LEFT);
   }
   std::unique_ptr<OtherWindow> film() override { return std::make_unique<Film>(); }
+  void turnToEmpty(bool empty) override {
+    sway_.order(u"focus output HEADLESS-1"_s);
+    sway_.order(empty ? u"workspace empty"_s : u"workspace back_and_forth"_s);
+  }
   std::unique_ptr<OtherWindow> source(const QString& file) override {
     sway_.order(u"focus output HEADLESS-1"_s);
     return std::make_unique<ForeignProgram>(file, QRect());

@@ -1,3 +1,5 @@
+#include <gtest/gtest.h>
+
 #include <QApplication>
 
 #include "desktop/ForeignProgram.h"
@@ -66,6 +68,9 @@ class X11Desk final : public TestDesk {
     film->window.show();
     film->window.addState("_NET_WM_STATE_FULLSCREEN");
     return film;
+  }
+  void turnToEmpty(bool empty) override {
+    EXPECT_TRUE(screen_.execute({u"xdotool"_s, u"set_desktop"_s, empty ? u"1"_s : u"0"_s}));
   }
   std::unique_ptr<OtherWindow> source(const QString& file) override {
     return std::make_unique<ForeignProgram>(file, QRect(away() - QPoint(100, 100), QSize(200, 200)));

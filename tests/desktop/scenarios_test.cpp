@@ -221,6 +221,11 @@ TEST_F(ShellScenario, AFullScreenWindowHidesTheDockOfItsDisplayOnly) {
   {
     const auto film = desk.film();
     EXPECT_TRUE(comesTrue([&] { return !shownOn(0) && shownOn(1); }));
+    // It is not seen on every workspace.
+    desk.turnToEmpty(true);
+    EXPECT_TRUE(comesTrue([&] { return shownOn(0) && shownOn(1); }));
+    desk.turnToEmpty(false);
+    EXPECT_TRUE(comesTrue([&] { return !shownOn(0) && shownOn(1); }));
   }
   EXPECT_TRUE(comesTrue([&] { return shownOn(0) && shownOn(1); }));
   end();
