@@ -14,6 +14,7 @@ namespace {
 constexpr int kStep = 28;  // About a title bar.
 constexpr int kNear = 12;
 constexpr int kMostSteps = 12;
+constexpr double kLeastShare = 0.6;
 constexpr QMargins kUsualFrame(1, 28, 1, 1);
 
 QMargins frameOf(const QWidget& window) {
@@ -36,6 +37,13 @@ bool isNear(const QPoint& one, const QPoint& other) { return (one - other).manha
 bool hasPlace(const QWidget& window) {
   return window.isVisible() &&
          !(window.windowState() & (Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen));
+}
+
+/// Whether it is a window of the program's that stands somewhere; of that name, if there is one.
+bool isOurs(const QWidget& window, const QString& name) {
+  const bool isMeant =
+      name.isEmpty() ? qobject_cast<const AppWindow*>(&window) != nullptr : window.objectName() == name;
+  return isMeant && hasPlace(window);
 }
 
 /// Whether its size is the user's, and not that of what stands in it.
@@ -67,8 +75,19 @@ QRect WindowPlaces::centred(const QSize& size, const QRect& over, const QRect& r
   return place;
 }
 
+QRect WindowPlaces::beside(const QRect& dock, const QRect& room) {
+  if (!dock.intersects(room)) return room;
+  QRect above = room;
+  above.setBottom(dock.top() - kNear);
+  QRect below = room;
+  below.setTop(dock.bottom() + kNear);
+  const QRect larger = above.height() >= below.height() ? above : below;
+  return larger.height() >= room.height() * kLeastShare ? larger : room;
+}
+
 void WindowPlaces::settle(AppWindow& window, const QString& name, const Wish& wish) {
   window.setObjectName(name);
+  window.setRoom([this](const QPoint& place) { return roomAt({}, place); });
   window.installEventFilter(this);
   connect(&window, &QObject::destroyed, this, [this, gone = &window] { opened_.remove(gone); });
   // It takes its size while it is shown, and is not seen before this.
@@ -83,15 +102,15 @@ QRect WindowPlaces::roomAt(const QString& display, const QPoint& place) const {
   if (screen == all.end())
     screen = std::ranges::find_if(all, [&](const Screen& each) { return each.frame.contains(place); });
   if (screen == all.end()) return {};
-  return (screen->usable.isEmpty() ? screen->frame : screen->usable).toRect();
+  const QRect usable = (screen->usable.isEmpty() ? screen->frame : screen->usable).toRect();
+  return beside(dock_(*screen).toAlignedRect(), usable);
 }
 
 void WindowPlaces::open(AppWindow& window, const QString& name, const Wish& wish) {
   const QRect left = left_.value(name);
   const AppWindow* over = wish.over && hasPlace(*wish.over) ? wish.over : nullptr;
   if (over) window.windowHandle()->setTransientParent(over->windowHandle());
-  if (!over && wish.display.isEmpty() && left.isNull()) return;
-  const QPoint about = over ? over->frameGeometry().center() : left.center();
+  const QPoint about = over ? over->frameGeometry().center() : left.isNull() ? QCursor::pos() : left.center();
   const QRect room = roomAt(over ? QString() : wish.display, about);
   if (room.isEmpty()) return;
 
@@ -100,7 +119,7 @@ void WindowPlaces::open(AppWindow& window, const QString& name, const Wish& wish
   if (isLeftHere && isSized(window)) window.resize(left.size().shrunkBy(frame));
   QList<QRect> taken;
   for (const QWidget* each : QApplication::topLevelWidgets())
-    if (each != &window && each->objectName() == name && hasPlace(*each)) taken << each->frameGeometry();
+    if (each != &window && isOurs(*each, isLeftHere || over ? name : QString())) taken << each->frameGeometry();
   const QSize size = window.size().grownBy(frame).boundedTo(room.size());
   QRect middle = over ? over->frameGeometry() : room;
   if (isLeftHere) middle = QRect(left.topLeft(), size);

@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QRect>
 #include <QString>
+#include <functional>
 
 #include "desktop/Screens.h"
 
@@ -13,8 +14,8 @@ namespace tarnwick {
 class AppWindow;
 
 /// Where the program's windows open: over the one that they were asked from, else on the display that they are about,
-/// else where their like was left in this run. Never beyond a display. A desktop that places windows itself is told
-/// only which window belongs to which. Main thread only.
+/// else where their like was left in this run, else where the pointer is. Never beyond a display, nor behind its dock.
+/// A desktop that places windows itself is told only which window belongs to which, and its size. Main thread only.
 class WindowPlaces final : public QObject {
   Q_OBJECT
  public:
@@ -24,8 +25,9 @@ class WindowPlaces final : public QObject {
     QString display;            ///< The identity of a display.
   };
 
-  /// `screens` is borrowed.
-  explicit WindowPlaces(const Screens& screens) : screens_(screens) {}
+  /// `screens` is borrowed. `dock` tells where the dock of a display stands while it is out; empty where there is none.
+  WindowPlaces(const Screens& screens, std::function<QRectF(const Screen& screen)> dock)
+      : screens_(screens), dock_(std::move(dock)) {}
 
   /// Sees to the place of a window that was never shown. Windows of the same name share what is remembered.
   void settle(AppWindow& window, const QString& name, const Wish& wish);
@@ -33,6 +35,8 @@ class WindowPlaces final : public QObject {
   /// The middle of a window of that size at the middle of `over`, as far as `room` lets it be seen whole. From what
   /// it would hide it goes a step aside. Sizes and places with their frames.
   static QRect centred(const QSize& size, const QRect& over, const QRect& room, const QList<QRect>& taken);
+  /// The larger part of a room above or below a dock; all of it where a dock in its middle would leave too little.
+  static QRect beside(const QRect& dock, const QRect& room);
   /// Moved as little as needed, so that it lies within `room`; its top left does in any case.
   static QRect within(QRect place, const QRect& room);
 
@@ -46,6 +50,7 @@ class WindowPlaces final : public QObject {
   void remember(const AppWindow& window);
 
   const Screens& screens_;
+  std::function<QRectF(const Screen&)> dock_;
   QHash<QString, QRect> left_;  // By name: the frame of a window that the user moved, when it was closed.
   QHash<const QObject*, QRect> opened_;
 };

@@ -7,6 +7,7 @@
 #include "app/DockDesk.h"
 #include "app/MenuBarPopup.h"
 #include "desktop/VirtualKeys.h"
+#include "dock/rules/DockPlacement.h"
 #include "views/library/EditorWindow.h"
 #include "views/library/LibraryWindow.h"
 #include "views/onboarding/AboutWindow.h"
@@ -29,7 +30,9 @@ bool isOpen(const QWidget* window) { return window && window->isVisible() && !wi
 }  // namespace
 
 Windows::Windows(AppDelegate& delegate, const DelegateSetup& services)
-    : delegate_(delegate), services_(services), places_(*services.ports.screens) {
+    : delegate_(delegate),
+      services_(services),
+      places_(*services.ports.screens, [this](const Screen& screen) { return dockOn(screen); }) {
   delegate.showSettings = [this] { showSettings(); };
   delegate.addWidgets = [this] { showLibrary(delegate_.store().activeDisplay); };
   delegate.openEditor = [this](const QUuid& widget) { showEditor(widget); };
@@ -76,6 +79,16 @@ void Windows::dress(AppWindow& window) {
   window.setMenuBar(delegate_.makeMenuBar());
   window.setUndo([this] { delegate_.desk().undo(); });
   window.installEventFilter(this);
+}
+
+/// The window of the first start opens before there is a dock.
+QRectF Windows::dockOn(const Screen& screen) const {
+  const DockController& dock = delegate_.dock();
+  const AppStore& store = delegate_.store();
+  if (!dock.displays().isEmpty() || screen.id != services_.ports.screens->mainId()) return dock.frame(screen.id);
+  const DockPlacement::Row row = DockPlacement::row(store.displayedWidgets(screen.id), 0);
+  const QSizeF panel = DockPlacement::size(store.config(), row, screen.usable.width()).panel;
+  return DockPlacement::place(store.config(), panel, screen.frame, screen.usable, std::nullopt);
 }
 
 bool Windows::holdsDock() const { return isOpen(settings_) || isOpen(library_) || hasEditor(); }

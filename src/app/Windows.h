@@ -56,6 +56,7 @@ class Windows final : public QObject {
   void present(QPointer<Window>& window, const QString& name, const WindowPlaces::Wish& wish, const Make& make);
   void dress(AppWindow& window);
   void followMotion();
+  QRectF dockOn(const Screen& screen) const;
   void chooseDockPicture();
   PreviewSources previews();
   DesktopAbilities abilities() const;

@@ -203,6 +203,22 @@ TEST(WindowPlacesTest, AWindowIsSeenWholeAndHidesNoneOfItsLike) {
     EXPECT_EQ(WindowPlaces::centred(each.size, each.over, room, each.taken).topLeft(), each.place) << each.what;
 }
 
+TEST(WindowPlacesTest, AWindowStandsBesideTheDockUnlessThatLeavesTooLittle) {
+  const QRect room(1600, 30, 1000, 800);
+  const QRect above(QPoint(1600, 30), QPoint(2599, 688));
+  const QRect below(QPoint(1600, 145), QPoint(2599, 829));
+  struct Case {
+    const char* what;
+    QRect dock;
+    QRect place;
+  };
+  for (const Case& each :
+       {Case{"none", {}, room}, Case{"of another display", {100, 700, 600, 84}, room},
+        Case{"at the bottom", {1800, 700, 600, 84}, above}, Case{"at the top", {1800, 50, 600, 84}, below},
+        Case{"in the middle", {1800, 380, 600, 84}, room}})
+    EXPECT_EQ(WindowPlaces::beside(each.dock, room), each.place) << each.what;
+}
+
 TEST_F(WindowsTest, AFormOpensOverItsWindowOrWhereItsLikeWasLeft) {
   start(twoTiles());
   const auto form = [&](int tile, QWidget* over) {

@@ -285,7 +285,7 @@ void EditorWindow::fit() {
   for (QWidget* outer : {static_cast<QWidget*>(this), page_->parentWidget(), static_cast<QWidget*>(page_)})
     outer->layout()->activate();
   const int rest = height() - area->height();
-  const int most = screen() ? screen()->availableSize().height() * 9 / 10 : 900;
+  const int most = room().height() - (frameGeometry().height() - height());
   const int wanted = std::min(area->contentHeight(width()) + rest, most);
   if (wanted != height()) resize(width(), wanted);
   keepOnScreen();
@@ -293,10 +293,9 @@ void EditorWindow::fit() {
 
 /// What grows, grows downwards.
 void EditorWindow::keepOnScreen() {
-  if (!screen()) return;
-  const QRect room = screen()->availableGeometry();
-  const int beyond = frameGeometry().bottom() - room.bottom();
-  if (beyond > 0) move(x(), std::max(room.top(), y() - beyond));
+  const QRect whole = room();
+  const int beyond = frameGeometry().bottom() - whole.bottom();
+  if (beyond > 0) move(x(), std::max(whole.top(), y() - beyond));
 }
 
 }  // namespace tarnwick

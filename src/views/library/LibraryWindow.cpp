@@ -26,7 +26,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize kSize(1184, 744);
-constexpr QSize kLeastSize(640, 420);
+constexpr QSize kLeastSize(640, 320);
 constexpr int kSideRow = 29;
 constexpr int kTop = 16;
 constexpr int kFieldHeight = 36;

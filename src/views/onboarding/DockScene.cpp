@@ -17,10 +17,15 @@ namespace {
 constexpr double kScale = 0.86;
 constexpr double kCorner = 14;
 constexpr int kFoot = 14;
+constexpr int kLeastWidth = 480;
 
 }  // namespace
 
-DockScene::DockScene(QSize size, QWidget* parent) : QWidget(parent) { setFixedSize(size); }
+DockScene::DockScene(QSize size, QWidget* parent) : QWidget(parent), size_(size) {
+  setFixedHeight(size.height());
+  setMinimumWidth(kLeastWidth);
+  setMaximumWidth(size.width());
+}
 
 void DockScene::render() {
   DockView view;
@@ -29,8 +34,10 @@ void DockScene::render() {
   row.runningApps.clear();
   row.scale = kScale;
   view.setRow(row);
+  row.scale = scale_ = kScale * std::min(1.0, (width() - kFoot * 2) / view.idealRowWidth());
+  view.setRow(row);
   view.refresh(SnapshotFixture::sources());
-  const QSizeF slot(view.idealRowWidth(), theme::kDockHeight * kScale);
+  const QSizeF slot(view.idealRowWidth(), theme::kDockHeight * scale_);
   view.resize(QSize(static_cast<int>(std::ceil(slot.width())), static_cast<int>(std::ceil(slot.height())))
                   .grownBy(view.margins()));
   const double ratio = devicePixelRatioF();
@@ -38,6 +45,11 @@ void DockScene::render() {
   dock_.setDevicePixelRatio(ratio);
   dock_.fill(Qt::transparent);
   view.render(&dock_, QPoint(), QRegion(), QWidget::DrawChildren);
+}
+
+void DockScene::resizeEvent(QResizeEvent* event) {
+  if (event->size().width() != event->oldSize().width()) dock_ = {};
+  QWidget::resizeEvent(event);
 }
 
 void DockScene::paintEvent(QPaintEvent*) {
@@ -49,7 +61,7 @@ void DockScene::paintEvent(QPaintEvent*) {
   painter.setClipPath(outline);
   LayoutPicture::paintLake(painter, rect());
   const QSizeF size = dock_.deviceIndependentSize();
-  const double below = (size.height() - theme::kDockHeight * kScale) / 2;  // The shadow's share.
+  const double below = (size.height() - theme::kDockHeight * scale_) / 2;  // The shadow's share.
   painter.drawPixmap(QPointF(std::round((width() - size.width()) / 2), height() - kFoot + below - size.height()),
                      dock_);
   painter.setClipping(false);

@@ -1,7 +1,6 @@
 #include "views/onboarding/OnboardingPages.h"
 
 #include <QCoreApplication>
-#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
@@ -14,6 +13,7 @@
 #include "views/onboarding/DockScene.h"
 #include "views/onboarding/KeyCaps.h"
 #include "views/onboarding/StateLabel.h"
+#include "views/window/CardGrid.h"
 #include "views/window/Cards.h"
 #include "views/window/LayoutCard.h"
 
@@ -53,17 +53,18 @@ QVBoxLayout* beginPage(QWidget* page, const QString& heading, const QString& sen
   return column;
 }
 
-/// The column of a page of text, in its middle.
+/// The column of a page, in its middle, as wide as that where there is room.
 QVBoxLayout* addColumn(QVBoxLayout* page, int width = kColumn) {
+  constexpr int beforeAll = 1000;
   auto* holder = new QWidget;
-  holder->setFixedWidth(width);
+  holder->setMaximumWidth(width);
   auto* column = new QVBoxLayout(holder);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(12);
   // Stretches, and not an alignment, so that sentences wrap at the width that they have.
   auto* middle = new QHBoxLayout;
   middle->addStretch(1);
-  middle->addWidget(holder);
+  middle->addWidget(holder, beforeAll);
   middle->addStretch(1);
   page->addLayout(middle);
   page->addStretch(1);
@@ -106,8 +107,9 @@ QWidget* feature(const QString& symbol, Accent accent, const QString& title, con
 }
 
 /// What the last cell of the layouts says.
-QWidget* starterNote() {
+QWidget* starterNote(int width) {
   auto* note = new QWidget;
+  note->setFixedWidth(width);
   auto* column = new QVBoxLayout(note);
   column->setContentsMargins(kCardRoom + 6, 0, kCardRoom + 6, 0);
   column->setSpacing(6);
@@ -161,18 +163,15 @@ QWidget* makeLayoutPage(AppStore& store, const OnboardingServices& services) {
                 edges ? words(QT_TRANSLATE_NOOP(
                             "Onboarding", "Pick one of seven layouts. You can change this at any time in Settings."))
                       : edges.reason);
-  auto* holder = new QWidget;
-  holder->setAccessibleName(page->accessibleName());
-  auto* grid = new QGridLayout(holder);
-  grid->setContentsMargins(0, 0, 0, 0);
-  grid->setSpacing(0);
   constexpr int perRow = 4;
-  int place = 0;
+  auto* grid = new CardGrid(perRow, 0, 0);
+  grid->setAccessibleName(page->accessibleName());
+  int cardWidth = 0;
   for (const DockLayout layout : kDockLayouts) {
-    auto* card = new LayoutCard(layout, LayoutCard::Size::Large);
+    auto* card = new LayoutCard(layout, LayoutCard::Size::Large, grid);
     card->setReduceMotion(services.reduceMotion);
-    grid->addWidget(card, place / perRow, place % perRow);
-    ++place;
+    grid->add(card);
+    cardWidth = card->sizeHint().width();
     QObject::connect(card, &LayoutCard::chosen, page, [&store](DockLayout chosen) {
       store.edit([chosen](DockConfiguration& config) { config.layout = chosen; });
     });
@@ -180,9 +179,8 @@ QWidget* makeLayoutPage(AppStore& store, const OnboardingServices& services) {
     QObject::connect(&store, &AppStore::configChanged, card, show);
     show();
   }
-  grid->addWidget(starterNote(), place / perRow, place % perRow);
-  column->addWidget(holder, 0, Qt::AlignHCenter);
-  column->addStretch(1);
+  grid->add(starterNote(cardWidth));
+  addColumn(column, cardWidth * perRow)->addWidget(grid);
   return page;
 }
 

@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize kWindow{848, 720};
-constexpr QSize kLeast{720, 420};  // Half of a common display has room for it.
+constexpr QSize kLeast{720, 320};  // Half of a common display has room for it.
 constexpr int kLayoutColumns = 4;  // Which the window is wide enough for.
 constexpr int kRow = 32;
 

@@ -67,8 +67,15 @@ void AppWindow::setContent(QWidget* side, QWidget* body) {
   column_->addWidget(body, 1);
 }
 
+QRect AppWindow::room() const {
+  const QRect found = room_ ? room_(frameGeometry().center()) : QRect();
+  if (!found.isEmpty()) return found;
+  const QScreen* at = screen();
+  return at ? at->availableGeometry() : frameGeometry();
+}
+
 void AppWindow::present() {
-  if (const QScreen* at = screen()) resize(size().boundedTo(at->availableSize()));
+  resize(size().boundedTo(room().size()));
   isMinimized() ? showNormal() : show();
   raise();
   activateWindow();

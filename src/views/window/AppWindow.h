@@ -34,7 +34,11 @@ class AppWindow : public QWidget, public LookSource {
   void setUndo(std::function<void()> undo) { undo_ = std::move(undo); }
   /// For a window to read: Escape closes it.
   void setEscapeCloses(bool closes) { escapeCloses_ = closes; }
-  /// Shows the window, in front of all others and with the keyboard. It never begins larger than its screen.
+  /// What says which part of the desktop a window at a place may take; its screen's usable part while it is empty.
+  void setRoom(std::function<QRect(const QPoint& place)> room) { room_ = std::move(room); }
+  /// Where this window can be seen whole.
+  QRect room() const;
+  /// Shows the window, in front of all others and with the keyboard. It never begins larger than its room.
   void present();
 
  public Q_SLOTS:
@@ -67,6 +71,7 @@ class AppWindow : public QWidget, public LookSource {
   ControlLook look_;
   bool isDark_ = true;
   std::function<void()> undo_;
+  std::function<QRect(const QPoint&)> room_;
   QPointer<QMenuBar> menuBar_;       // The layout's.
   QPointer<QWidget> beforeMenuBar_;  // What had the keyboard before it.
   MessageStrip* message_;
