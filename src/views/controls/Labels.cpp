@@ -70,6 +70,30 @@ QSize TextLabel::minimumSizeHint() const {
   return wordWrap() ? QLabel::minimumSizeHint() : QSize(0, lineHeight(style_));
 }
 
+/// Layouts ask for the same few widths over and over, and each answer has the whole sentence shaped anew.
+int TextLabel::heightForWidth(int width) const {
+  if (heights_.text != text()) heights_ = {text(), {}};
+  for (const auto& [known, height] : heights_.known)
+    if (known == width) return height;
+  const int height = QLabel::heightForWidth(width);
+  heights_.known.append({width, height});
+  return height;
+}
+
+bool TextLabel::event(QEvent* event) {
+  switch (event->type()) {
+    case QEvent::FontChange:
+    case QEvent::StyleChange:
+    case QEvent::ContentsRectChange:
+    case QEvent::ScreenChangeInternal:
+      heights_.known.clear();
+      break;
+    default:
+      break;
+  }
+  return QLabel::event(event);
+}
+
 void TextLabel::takeLook() {
   QPalette wanted = palette();
   wanted.setColor(QPalette::WindowText, toneColor(lookOf(*this), tone_));

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QLabel>
+#include <QVarLengthArray>
+#include <utility>
 
 #include "views/controls/ControlLook.h"
 
@@ -19,14 +21,22 @@ class TextLabel : public QLabel {
   void setElide(Elide elide);
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
+  int heightForWidth(int width) const override;
 
  protected:
+  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void changeEvent(QEvent* event) override;
   void showEvent(QShowEvent* event) override;
 
  private:
   void takeLook();
+
+  struct Heights {
+    QString text;
+    QVarLengthArray<std::pair<int, int>, 8> known;  ///< Of a width, the height.
+  };
+  mutable Heights heights_;
 
   TextStyle style_;
   Tone tone_;

@@ -85,7 +85,7 @@ void Slider::paintEvent(QPaintEvent*) {
   const double radius = theme::kSliderKnob / 2.0;
   const QRectF disc = turned(QRectF(knob - radius, middle - radius, radius * 2, radius * 2));
   drawRounded(painter, disc, radius, look.knob());
-  if (look.palette.light) drawInnerLine(painter, disc, radius, 1, look.palette.track);
+  if (look.palette.light) drawInnerLine(painter, disc, radius, 1, look.palette.tertiary);
   if (hasFocus() && byKeyboard_) {
     const double ring = radius + theme::kFocusWidth;
     drawFocusLine(painter,
