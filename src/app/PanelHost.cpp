@@ -94,6 +94,7 @@ void PanelHost::applyLook() {
 void PanelHost::close() {
   if (display_.isEmpty()) return;
   forget();
+  if (popup_) popup_->giveBackKeyboard();
   if (presentation_) presentation_->animate(0, true);
 }
 

@@ -41,6 +41,8 @@ class Popup : public QObject {
  public:
   /// Lays the window out anew beside its rectangle, after the content's size changed.
   virtual void reposition() = 0;
+  /// Lets whoever had the keyboard before have it again, for a popup that is still seen on its way out.
+  virtual void giveBackKeyboard() = 0;
 
  Q_SIGNALS:
   /// The user closed it; it is hidden now. Whoever owns it destroys it, not within this signal.

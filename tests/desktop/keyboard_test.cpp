@@ -1,6 +1,8 @@
 // The dock by the keyboard alone, and under a hand that is quicker or slower than the dock.
 #include <QApplication>
 #include <QMenu>
+#include <QPointer>
+#include <QWindow>
 
 #include "desktop/ShellTest.h"
 #include "support/ForeignWindow.h"
@@ -77,6 +79,68 @@ TEST_F(X11Hands, ReachEveryTileAndItsMenuByTheKeyboardAlone) {
   ASSERT_TRUE(isOpen());
   display.tap(kEscape);
   EXPECT_TRUE(comesTrue([&] { return !isOpen() && display.focus() == editor.id(); }));
+}
+
+TEST_F(X11Hands, APanelGivesTheKeyboardBackHoweverItIsClosed) {
+  ForeignWindow editor(display, QRect(600, 100, 300, 200));
+  ASSERT_TRUE(editor.show());
+  ASSERT_TRUE(comesTrue([&] { return display.focus() == editor.id(); }));
+  startShown(twoProfiles());
+  constexpr quint8 kEscape = 9;
+  const QPoint clock = tile(1).center();
+  const struct {
+    const char* name;
+    std::function<void()> close;
+  } ways[] = {
+      {"Escape", [&] { display.tap(kEscape); }},
+      {"a click on its tile", [&] { display.click(clock); }},
+      {"a click on the desktop", [&] { display.click(desk.away()); }},
+      {"another panel, and Escape",
+       [&] {
+         const QPointer<QWindow> first = QGuiApplication::focusWindow();
+         display.click(tile(4).center());
+         ASSERT_TRUE(comesTrue([&] {
+           const QWindow* second = QGuiApplication::focusWindow();
+           return isOpen() && second && second != first;
+         }));
+         display.tap(kEscape);
+       }},
+      {"a menu that is closed",
+       [&] {
+         display.click(clock, 3);
+         ASSERT_TRUE(comesTrue([&] { return menuIsOpen(); }));
+         display.tap(kEscape);
+       }},
+      {"another profile",
+       [&] {
+         delegate->perform({Order::Kind::Profile, 1});
+         ASSERT_TRUE(comesTrue([&] { return !isOpen(); }));
+         delegate->perform({Order::Kind::Profile, 0});
+       }},
+      {"its widget's end", [&] { store().remove(store().widgets()[1].id); }},
+  };
+  for (const auto& [name, close] : ways) {
+    SCOPED_TRACE(name);
+    ASSERT_TRUE(inTime([&] { return takesClicks(clock); }));
+    display.click(clock);
+    ASSERT_TRUE(comesTrue([&] { return isOpen() && QGuiApplication::focusWindow(); }));
+    EXPECT_NE(display.focus(), editor.id());
+    close();
+    EXPECT_TRUE(inTime([&] { return !isOpen() && !menuIsOpen() && display.focus() == editor.id(); }));
+    desk.moveTo(desk.away());
+  }
+
+  // One that the dock had opened by the keyboard gives it back to the dock.
+  constexpr quint8 kReturn = 36;
+  dock().focus();
+  ASSERT_TRUE(comesTrue([&] { return view().hasFocus(); }));
+  display.tap(kReturn);
+  ASSERT_TRUE(comesTrue([&] { return isOpen() && !view().hasFocus(); }));
+  delegate->perform({Order::Kind::Profile, 1});
+  ASSERT_TRUE(comesTrue([&] { return !isOpen(); }));
+  time.advance(DockController::kKeyboardGrace * 2);
+  EXPECT_TRUE(comesTrue([&] { return view().hasFocus(); }));
+  EXPECT_EQ(view().focusedItem(), 0);
 }
 
 TEST_F(X11Hands, TwoQuickClicksWithTheRightButtonOpenTheMenuAnew) {

@@ -25,6 +25,7 @@ struct FakePopup final : Popup {
   }
   ~FakePopup() override { --alive; }
   void reposition() override { content->resize(content->sizeHint()); }
+  void giveBackKeyboard() override { hasKeyboard = false; }
   void escape() {
     content->hide();
     Q_EMIT closed();
@@ -32,6 +33,7 @@ struct FakePopup final : Popup {
 
   std::unique_ptr<QWidget> content;
   int& alive;
+  bool hasKeyboard = true;
 };
 
 struct FakePanel final : Panel {
@@ -128,6 +130,7 @@ TEST_F(PanelHostTest, OpensOneAtATimeAndTogglesIt) {
   open(u"ram"_s);
   EXPECT_FALSE(host.hasActivePanel(u"one"_s));
   EXPECT_EQ(dock->alive, 1) << "it goes by its spring";
+  EXPECT_FALSE(dock->last->hasKeyboard) << "what is typed meanwhile is not for it";
   settle();
   EXPECT_EQ(dock->alive, 0);
   EXPECT_EQ(told, (QStringList{u"one +"_s, u"one -"_s, u"one +"_s, u"one -"_s}));

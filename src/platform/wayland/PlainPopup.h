@@ -18,6 +18,8 @@ class PlainPopup final : public Popup {
 
   void show();
   void reposition() override;
+  /// The compositor does so when the window goes, and not before.
+  void giveBackKeyboard() override {}
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -67,6 +67,17 @@ void WaylandPopup::reposition() {
   if (catcher_) catcher_->setOpen(pointer_.area() | outline);
 }
 
+void WaylandPopup::giveBackKeyboard() {
+  if (!std::exchange(style_.takesKeys, false)) return;
+  // Where that is judged once a window comes, only one that goes gives it up.
+  if (session_.judgesKeysOnce()) {
+    content_->hide();
+    catcher_.reset();
+  } else {
+    reposition();
+  }
+}
+
 bool WaylandPopup::eventFilter(QObject* watched, QEvent* event) {
   if (watched != content_.get()) return false;
   if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {

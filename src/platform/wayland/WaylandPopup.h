@@ -20,6 +20,7 @@ class WaylandPopup final : public Popup {
                const PopupStyle& style);
 
   void reposition() override;
+  void giveBackKeyboard() override;
   /// Once.
   void show();
 

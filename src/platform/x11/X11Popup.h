@@ -22,6 +22,7 @@ class X11Popup final : public Popup {
   ~X11Popup() override;
 
   void reposition() override;
+  void giveBackKeyboard() override { focus_.giveBack(); }
   void setComposited(bool isComposited);
   /// Maps it. Once, after it knows whether the screen is composited.
   void show();
