@@ -35,6 +35,7 @@ DockController::DockController(AppStore& store, DockPorts ports, ContentFactory 
     : store_(store),
       ports_(ports),
       suppressor_(store.dataDirectory(), *ports.preferences, ports.guard),
+      told_(store.dataDirectory()),
       factory_(std::move(factory)) {
   connect(ports_.screens, &Screens::changed, this, &DockController::refresh);
   connect(ports_.panels, &Panels::compositingChanged, this, &DockController::refresh);
@@ -187,9 +188,11 @@ void DockController::sayWhatIsNotAvailable() {
   remark(edges.reason);
 }
 
-/// What is told to a user who has just chosen a layout stays until it was seen. At each start after that it goes by
-/// itself.
+/// What is told to a user who has just chosen a layout stays until it was seen. A start tells only what no earlier one
+/// did, and for a while.
 void DockController::remark(const QString& sentence) {
+  if (!hasStarted_ && told_.contains(sentence)) return;
+  told_.add(sentence);
   store_.setError(sentence);
   remarkEnd_.reset();
   if (hasStarted_) return;
