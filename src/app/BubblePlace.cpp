@@ -12,6 +12,11 @@ namespace {
 constexpr int kAboveTheDock = 10;
 constexpr int kBesideAPanel = 8;
 
+void moveInto(const QRect& room, QRect& place) {
+  place.moveLeft(std::max(room.left(), std::min(place.left(), room.right() + 1 - place.width())));
+  place.moveTop(std::max(room.top(), std::min(place.top(), room.bottom() + 1 - place.height())));
+}
+
 }  // namespace
 
 PanelPlacement bubblePlacement(const MessageBubble& bubble, const BubbleSurroundings& around) {
@@ -29,9 +34,11 @@ PanelPlacement bubblePlacement(const MessageBubble& bubble, const BubbleSurround
   const bool dockIsOnTop = place.center().y() < screen.frame.center().y();
   const double y = dockIsOnTop ? place.bottom() + away : place.top() - away - size.height();
   QRect rectangle(QPointF(place.center().x() - size.width() / 2.0, y).toPoint(), size);
+  QRect room = screen.usable.toRect();
+  // A floating dock may stand in a corner, where the bubble is wider than what is left beside it.
+  moveInto(room, rectangle);
   const QRect panel = around.panel ? around.panel(screen.id) : QRect();
   if (!panel.isEmpty()) {
-    QRect room = screen.usable.toRect();
     dockIsOnTop ? room.setTop(rectangle.top()) : room.setBottom(rectangle.bottom());
     rectangle = clearOf(panel, rectangle, room);
   }
@@ -54,10 +61,7 @@ QRect clearOf(const QRect& taken, const QRect& wanted, const QRect& room) {
   std::ranges::stable_sort(places.begin(), places.begin() + 2, {}, way);
   for (const QRect& place : places)
     if (room.contains(place)) return place;
-  for (QRect& place : places) {
-    place.moveLeft(std::max(room.left(), std::min(place.left(), room.right() + 1 - place.width())));
-    place.moveTop(std::max(room.top(), std::min(place.top(), room.bottom() + 1 - place.height())));
-  }
+  for (QRect& place : places) moveInto(room, place);
   const auto covered = [&taken](const QRect& place) {
     const QRect hidden = place & taken;
     return hidden.width() * hidden.height();
