@@ -125,6 +125,32 @@ TEST(Dragging, IsTakenBackByEscapeAndFarAway) {
   EXPECT_EQ(moved, 0);
 }
 
+TEST(Dragging, IsNotCutToTheTilesWhereNothingComposites) {
+  DockRow row = starterRow();
+  row.style = DockStyle::Transparent;
+  row.composited = false;
+  const auto view = makeView(row);
+  view->show();
+  QRegion told = view->outlineRegion();
+  QObject::connect(view.get(), &DockView::shapeChanged, [&] { told = view->outlineRegion(); });
+  const QRectF first = view->itemRect(0);
+  const QPoint gap = QPointF((first.right() + view->itemRect(1).left()) / 2, first.center().y()).toPoint();
+  EXPECT_FALSE(told.contains(gap));
+  take(*view, 0);
+  EXPECT_TRUE(told.contains(gap)) << "a tile on its way";
+  mouse(*view, QEvent::MouseButtonRelease, first.center());
+  EXPECT_TRUE(waitFor([&] { return !told.contains(gap); }));
+
+  QMimeData widgetText;
+  widgetText.setText(WidgetTransfer::encode(widget(u"cpu"_s)));
+  QDragEnterEvent enter(gap, kAll, &widgetText, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(view.get(), &enter);
+  EXPECT_TRUE(told.contains(gap)) << "the mark of where it goes";
+  QDragLeaveEvent leave;
+  QCoreApplication::sendEvent(view.get(), &leave);
+  EXPECT_FALSE(told.contains(gap));
+}
+
 TEST(Dragging, RunningApplicationsAndEmptyRoomAreNotTaken) {
   DockRow row = starterRow();
   row.runningApps = runningApps();

@@ -110,6 +110,7 @@ void DockView::updateItem(qsizetype item) {
 }
 
 void DockView::updateRow() {
+  tellWhetherWhole();
   if (drag_ || drop_ || slide_ || !landing_.isEmpty() || shifts_.isMoving()) {
     update(rowBand().toAlignedRect());
     return;

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "dock/rules/ProfileDirection.h"
 #include "views/dock/DockAccessible.h"
@@ -98,6 +99,7 @@ DockView::DockView(QWidget* parent)
     landing_.clear();
     slide_.reset();
     relayout();
+    tellWhetherWhole();
   });
   pulse_.setDuration(theme::kPulseMilliseconds);
   pulse_.setKeyValues({{0, 1.0}, {0.5, theme::kPulseOpacity}, {1, 1.0}});
@@ -239,6 +241,12 @@ void DockView::relayout() {
   if (old.items != layout_.items) Q_EMIT itemsPlaced();
 }
 
+/// A dock without glass has the shape of what stands in it. Where nothing composites that would cut what a hand holds
+/// over it, and the mark of where it goes.
+void DockView::tellWhetherWhole() {
+  if (std::exchange(toldWhole_, isWhole()) != isWhole()) Q_EMIT shapeChanged();
+}
+
 QSize DockView::sizeHint() const {
   const double height = row_.keepsRoomForTabs() ? theme::kDockHeightWithTabs : theme::kDockHeight;
   const QMargins room = margins();
@@ -263,7 +271,7 @@ QRectF DockView::fullGlass() const {
 
 QRegion DockView::outlineRegion() const {
   const double scale = row_.scale;
-  if (palette_.glass.bodyTop.isValid()) return Glass::outline(fullGlass().toAlignedRect(), theme::kDockCorner * scale);
+  if (isWhole()) return Glass::outline(fullGlass().toAlignedRect(), theme::kDockCorner * scale);
   if (isEmpty()) return Glass::outline(emptyGround().toAlignedRect(), theme::kTileCorner * scale);
   QRegion region;
   for (const QRectF& plate : layout_.plates(row_))

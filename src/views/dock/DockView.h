@@ -188,6 +188,8 @@ class DockView : public QWidget {
   void tellNames();
   void updateItem(qsizetype item);
   void updateRow();
+  bool isWhole() const { return palette_.glass.bodyTop.isValid() || drag_ || drop_ || !landing_.isEmpty(); }
+  void tellWhetherWhole();
 
   // Under the pointer.
   void setPointer(std::optional<QPointF> pointer);
@@ -272,6 +274,7 @@ class DockView : public QWidget {
   TileSources sources_;
   RowLayout layout_;
   QRectF toldGlass_;  ///< What shapeChanged told last.
+  bool toldWhole_ = true;
   QHash<QUuid, Tile> tiles_;
   Glass glass_;
   GlassPicture picture_;
