@@ -61,7 +61,9 @@ void ProcessSection::fill(const TileSources& sources) {
   // The first sample has no loads, and an order by them would be any order.
   isKnown_ = !top.isEmpty() && (order_ == ProcessOrder::RAM || top.first().cpu);
   if (!isKnown_) {
-    showWaiting(monitor ? monitor->message() : sources.readings.processMessage);
+    // What a list says of its figures is not for one that waits for them.
+    const QString message = monitor ? monitor->message() : sources.readings.processMessage;
+    showWaiting(known.isEmpty() ? message : PanelWords::tr("Sampling processes…"));
     return;
   }
   double most = order_ == ProcessOrder::CPU ? kQuietCpu : 1;

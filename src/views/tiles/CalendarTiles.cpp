@@ -227,6 +227,7 @@ TodayEventContent makeTodayEvent(const TileRequest& request) {
     const CalendarEvent& event = digest.upcoming.first();
     content.title = event.title;
     content.caption = EventWords::when(event, sources);
+    content.shortCaption = EventWords::brief(event, sources);
     content.spoken += u": "_s + joined({content.title, content.caption, event.location}, u", "_s);
   }
   return content;
@@ -237,7 +238,9 @@ TileText describe(const TodayEventContent& content, const QString& name) { retur
 void paint(TileCanvas& canvas, const TodayEventContent& content) {
   paintDay(canvas, kDayMiddle, content.weekday, content.day, DaySize::Beside);
   paintDivider(canvas, kDayDivider, kDividerHeight);
-  paintTitle(canvas, kBesideDay, canvas.roomAfter(kBesideDay), content.title, content.caption, content.accented);
+  const double room = canvas.roomAfter(kBesideDay);
+  const bool fits = content.shortCaption.isEmpty() || canvas.line(content.caption, TextStyle::Caption).width() <= room;
+  paintTitle(canvas, kBesideDay, room, content.title, fits ? content.caption : content.shortCaption, content.accented);
 }
 
 NextEventContent makeNextEvent(const TileRequest& request) {

@@ -26,6 +26,7 @@ struct TodayEventContent {
   QString day;
   QString title;
   QString caption;
+  QString shortCaption;   ///< Where there is no room for the other one.
   bool accented = false;  ///< Whether the caption leads to something to do.
   QString spoken;
 
