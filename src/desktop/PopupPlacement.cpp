@@ -3,6 +3,12 @@
 #include <algorithm>
 
 namespace tarnwick {
+namespace {
+
+/// How far it keeps from the sides of what is usable, where there is room for that.
+constexpr int kSide = 8;
+
+}  // namespace
 
 QRect PopupPlacement::outline(const QRect& beside, const QSize& wanted, int gap, const QRect& usable) {
   const int usableEnd = usable.y() + usable.height();
@@ -14,8 +20,10 @@ QRect PopupPlacement::outline(const QRect& beside, const QSize& wanted, int gap,
   const int width = std::max(1, std::min(wanted.width(), usable.width()));
   const int height = std::max(1, std::min(wanted.height(), end - start));
   const int left = beside.x() + (beside.width() - width) / 2;
-  const int right = std::max(usable.x(), usable.x() + usable.width() - width);
-  return {std::clamp(left, usable.x(), right), isAbove ? std::max(usable.y(), end - height) : start, width, height};
+  const int side = std::min(kSide, (usable.width() - width) / 2);
+  const int first = usable.x() + side;
+  const int last = std::max(first, usable.x() + usable.width() - side - width);
+  return {std::clamp(left, first, last), isAbove ? std::max(usable.y(), end - height) : start, width, height};
 }
 
 }  // namespace tarnwick
