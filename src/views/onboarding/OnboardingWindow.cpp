@@ -63,6 +63,7 @@ class PageDots final : public QWidget {
 OnboardingWindow::OnboardingWindow(AppStore& store, OnboardingServices services, int page)
     : AppWindow(store, tr("Welcome to Tarnwick")),
       store_(store),
+      services_(std::move(services)),
       pages_(new QStackedWidget),
       dots_(new PageDots(kPages)),
       later_(new Button(tr("Later"))),
@@ -73,10 +74,7 @@ OnboardingWindow::OnboardingWindow(AppStore& store, OnboardingServices services,
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
   column->addWidget(pages_, 1);
-  addPage(makeWelcomePage());
-  addPage(makeLayoutPage(store, services));
-  addPage(makeDesktopPage(store, services));
-  addPage(makeDonePage(store, services));
+  for (int i = 0; i < kPages; ++i) addPage();
 
   auto* footer = new QWidget;
   footer->setFixedHeight(kFooter);
@@ -105,18 +103,32 @@ OnboardingWindow::~OnboardingWindow() = default;
 
 int OnboardingWindow::page() const { return pages_->currentIndex(); }
 
-void OnboardingWindow::addPage(QWidget* page) {
+void OnboardingWindow::addPage() {
   // A screen that is too small for a page scrolls it.
   auto* area = new ScrollArea;
-  page->setAutoFillBackground(false);
-  area->setWidget(page);
-  page->setAutoFillBackground(false);
   area->viewport()->setAutoFillBackground(false);
   pages_->addWidget(area);
 }
 
+QWidget* OnboardingWindow::makePage(int page) {
+  switch (page) {
+    case 0:
+      return makeWelcomePage();
+    case 1:
+      return makeLayoutPage(store_, services_);
+    case 2:
+      return makeDesktopPage(store_, services_);
+    default:
+      return makeDonePage(store_, services_);
+  }
+}
+
 void OnboardingWindow::turnTo(int page) {
   if (page < 0 || page >= kPages) return;
+  // Made when it is turned to: at the start, when this window opens, parts of the desktop have not answered yet.
+  QWidget* made = makePage(page);
+  static_cast<ScrollArea*>(pages_->widget(page))->setWidget(made);
+  made->setAutoFillBackground(false);
   pages_->setCurrentIndex(page);
   dots_->setPage(page);
   later_->setVisible(page + 1 < kPages);

@@ -41,11 +41,13 @@ class OnboardingWindow final : public AppWindow {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  void addPage(QWidget* page);
+  void addPage();
+  QWidget* makePage(int page);
   void turnTo(int page);
   void goOn();
 
   AppStore& store_;
+  OnboardingServices services_;
   QStackedWidget* pages_;
   PageDots* dots_;
   Button* later_;
