@@ -39,13 +39,6 @@ bool hasPlace(const QWidget& window) {
          !(window.windowState() & (Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen));
 }
 
-/// Whether it is a window of the program's that stands somewhere; of that name, if there is one.
-bool isOurs(const QWidget& window, const QString& name) {
-  const bool isMeant =
-      name.isEmpty() ? qobject_cast<const AppWindow*>(&window) != nullptr : window.objectName() == name;
-  return isMeant && hasPlace(window);
-}
-
 /// Whether its size is the user's, and not that of what stands in it.
 bool isSized(const QWidget& window) { return window.minimumWidth() < window.maximumWidth(); }
 
@@ -119,7 +112,7 @@ void WindowPlaces::open(AppWindow& window, const QString& name, const Wish& wish
   if (isLeftHere && isSized(window)) window.resize(left.size().shrunkBy(frame));
   QList<QRect> taken;
   for (const QWidget* each : QApplication::topLevelWidgets())
-    if (each != &window && isOurs(*each, isLeftHere || over ? name : QString())) taken << each->frameGeometry();
+    if (each != &window && each->objectName() == name && hasPlace(*each)) taken << each->frameGeometry();
   const QSize size = window.size().grownBy(frame).boundedTo(room.size());
   QRect middle = over ? over->frameGeometry() : room;
   if (isLeftHere) middle = QRect(left.topLeft(), size);

@@ -37,7 +37,7 @@ AddedNote::AddedNote(QWidget* parent)
   row->addWidget(undo_);
   stays_.setSingleShot(true);
   stays_.setInterval(kStaysMilliseconds);
-  connect(&stays_, &QTimer::timeout, this, &QWidget::hide);
+  connect(&stays_, &QTimer::timeout, this, [this] { hasKeyboard() ? stays_.start() : hide(); });
   connect(edit_, &QPushButton::clicked, this, [this] {
     hide();
     Q_EMIT editRequested();
@@ -60,6 +60,17 @@ void AddedNote::say(const QString& sentence, bool editable) {
   stays_.start();
   QAccessibleEvent heard(this, QAccessible::Alert);
   QAccessible::updateAccessibility(&heard);
+}
+
+bool AddedNote::hasKeyboard() const {
+  const QWidget* focus = window()->focusWidget();
+  return focus && isAncestorOf(focus);
+}
+
+void AddedNote::setVisible(bool visible) {
+  const bool passesOn = !visible && hasKeyboard();
+  QWidget::setVisible(visible);
+  if (passesOn) parentWidget()->setFocus(Qt::OtherFocusReason);
 }
 
 void AddedNote::place() {

@@ -16,6 +16,8 @@ class AddedNote final : public QWidget {
 
   /// `editable`: whether there is a form for what was added.
   void say(const QString& sentence, bool editable);
+  /// Hidden with the keyboard, it gives that to its parent.
+  void setVisible(bool visible) override;
 
  Q_SIGNALS:
   void editRequested();
@@ -29,6 +31,7 @@ class AddedNote final : public QWidget {
 
  private:
   void place();
+  bool hasKeyboard() const;
 
   TextLabel* text_;
   Button* edit_;

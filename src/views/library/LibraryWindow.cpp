@@ -87,6 +87,7 @@ QWidget* LibraryWindow::makeBody() {
   column->addSpacing(CardLayout::kAbove);
   column->addWidget(view_, 1);
   note_ = new AddedNote(body);
+  body->setFocusProxy(field_);
   field_->installEventFilter(this);
   return body;
 }
