@@ -65,6 +65,43 @@ TEST(TodoEdit, ChangesTheLinesThatSayHowFarItIsAndNoOtherByte) {
   }
 }
 
+TEST(TodoEdit, FindsAReminderByWhateverIdentityItsFileGivesIt) {
+  const auto reader = calendarReader();
+  ASSERT_TRUE(reader);
+  const QByteArray end = "SUMMARY:T\\, U\n\t\\; V\nEND:VTODO\n";
+  const struct {
+    const char* what;
+    QByteArray uid;
+  } cases[] = {
+      {"escapes", R"(UID:a\,b\;c\\d\ne)"},
+      {"no escapes where some belong", "UID:a,b;c:d"},
+      {"very long", "UID:" + QByteArray(3000, 'x') + R"(\,y)"},
+      {"folded in the middle of an escape and of a letter", "UID:a\\\n ,b\n\t\xC3\n \xA4"},
+      {"folded after the name", "UID:\n  a"},
+      {"with parameters", "uid;X-A=\"b:c;d\":e"},
+      {"blanks around it", "UID: a \t"},
+      {"bytes that are no text", "UID:\xFF\xFE"},
+  };
+  for (const auto& c : cases) {
+    const QByteArray head = "BEGIN:VTODO\n" + c.uid + "\n";
+    for (const bool isPlain : {false, true}) {
+      const auto file = [&](const QByteArray& part) {
+        return isPlain ? "BEGIN:VCALENDAR\n" + part + "END:VCALENDAR\n" : calendarText(part);
+      };
+      const CalendarText text = reader->read(file(head + end), november());
+      ASSERT_EQ(text.reminders.size(), 1) << c.what;
+      EXPECT_TRUE(text.isSingle) << c.what;
+      TodoEdit ticked = edit();
+      ticked.uid = text.reminders.first().uid;
+      QByteArray after = head + end;
+      after.insert(after.indexOf("END:"), kDone);
+      QByteArray done;
+      EXPECT_EQ(failureOf([&] { done = ticked.apply(file(head + end)); }), "") << c.what;
+      EXPECT_EQ(done, file(after)) << c.what;
+    }
+  }
+}
+
 TEST(TodoEdit, RefusesWhatItCouldSpoil) {
   const QByteArray own = todo("t", "SUMMARY:T");
   const char* const shared = "The reminder shares its file with others and cannot be changed here.";

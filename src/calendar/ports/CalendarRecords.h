@@ -30,7 +30,7 @@ struct CalendarEvent {
 
 /// One thing to do; a recurring one gives one for each occasion.
 struct Reminder {
-  QString uid;
+  QString uid;  ///< In the words of its file, however long and with their escapes.
   QString title;
   std::optional<QDateTime> due;  ///< Local time; the start of the day for one that is due on a day.
   bool dueAllDay = false;        ///< Whether it is due on a day, not at a time.

@@ -96,9 +96,9 @@ CalendarEvent ComponentValues::event(icalcomponent* component) {
   return event;
 }
 
-Reminder ComponentValues::reminder(icalcomponent* component, CalendarZones& zones) {
+Reminder ComponentValues::reminder(icalcomponent* component, const std::string& uid, CalendarZones& zones) {
   Reminder reminder;
-  reminder.uid = text(component, ICAL_UID_PROPERTY, kMostTitle);
+  reminder.uid = QString::fromUtf8(QByteArray::fromStdString(uid).trimmed());
   reminder.title = text(component, ICAL_SUMMARY_PROPERTY, kMostTitle).simplified();
   if (icalproperty* priority = icalcomponent_get_first_property(component, ICAL_PRIORITY_PROPERTY)) {
     reminder.priority = std::clamp(icalproperty_get_priority(priority), 0, 9);

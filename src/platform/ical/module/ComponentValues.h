@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 #include <memory>
+#include <string>
 
 #include "calendar/ports/CalendarRecords.h"
 #include "platform/ical/module/CalendarZones.h"
@@ -30,7 +31,7 @@ struct ComponentValues {
 
   /// All but when it happens.
   static CalendarEvent event(icalcomponent* component);
-  static Reminder reminder(icalcomponent* component, CalendarZones& zones);
+  static Reminder reminder(icalcomponent* component, const std::string& uid, CalendarZones& zones);
 };
 
 }  // namespace tarnwick

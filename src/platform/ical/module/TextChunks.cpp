@@ -19,8 +19,13 @@ bool isProperty(std::string_view line, std::string_view name) {
 }
 
 std::string_view valueOf(std::string_view line) {
-  const auto colon = line.find(':');
-  return colon == std::string_view::npos ? std::string_view() : line.substr(colon + 1);
+  // A colon within quotes belongs to a parameter.
+  bool isQuoted = false;
+  for (std::size_t at = 0; at < line.size(); ++at) {
+    if (line[at] == '"') isQuoted = !isQuoted;
+    if (line[at] == ':' && !isQuoted) return line.substr(at + 1);
+  }
+  return {};
 }
 
 bool isValue(std::string_view line, std::string_view wanted) {

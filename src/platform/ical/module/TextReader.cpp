@@ -173,28 +173,28 @@ void TextReading::readTodo(const TextChunks::Chunk& chunk) {
   const auto start = ComponentValues::time(component.get(), ICAL_DTSTART_PROPERTY, zones_);
   const auto due = ComponentValues::time(component.get(), ICAL_DUE_PROPERTY, zones_);
   const auto anchor = start ? start : due;
-  if (!anchor) return addReminder(component.get(), {});
+  if (!anchor) return addReminder(component.get(), chunk.uid, {});
   Occasions occasions(component.get(), zones_, *anchor, 0, budget_);
   // A series that is ticked off as a whole has no occasions left.
-  if (!occasions.isSeries() || ComponentValues::reminder(component.get(), zones_).completed) {
-    return addReminder(component.get(), {});
+  if (!occasions.isSeries() || ComponentValues::reminder(component.get(), chunk.uid, zones_).completed) {
+    return addReminder(component.get(), chunk.uid, {});
   }
   if (const auto exceptions = exceptions_.find(chunk.uid); exceptions != exceptions_.end()) {
     for (const Exception& exception : exceptions->second) {
       occasions.takeOut(exception.occasion);
-      addReminder(exception.component.get(), occasionText(exception.occasion, exception.occasion.wall));
+      addReminder(exception.component.get(), chunk.uid, occasionText(exception.occasion, exception.occasion.wall));
     }
     exceptions_.erase(exceptions);
   }
   std::optional<qint64> untilDue;
   if (due)
     untilDue = anchor->isDate == due->isDate && !due->isUtc ? due->wall - anchor->wall : due->utc() - anchor->utc();
-  addSeries(component.get(), *anchor, occasions, untilDue);
+  addSeries(component.get(), chunk.uid, *anchor, occasions, untilDue);
 }
 
-void TextReading::addSeries(icalcomponent* component, const CalendarTime& anchor, const Occasions& occasions,
-                            std::optional<qint64> untilDue) {
-  Reminder reminder = ComponentValues::reminder(component, zones_);
+void TextReading::addSeries(icalcomponent* component, const std::string& uid, const CalendarTime& anchor,
+                            const Occasions& occasions, std::optional<qint64> untilDue) {
+  Reminder reminder = ComponentValues::reminder(component, uid, zones_);
   for (const Occasion& occasion : occasions.within(from_, until_)) {
     reminder.occasion = occasionText(anchor, occasion.wall);
     CalendarTime due = anchor;
@@ -206,9 +206,9 @@ void TextReading::addSeries(icalcomponent* component, const CalendarTime& anchor
 }
 
 /// One that stands alone: on its own, or in place of an occasion.
-void TextReading::addReminder(icalcomponent* component, const QString& occasion) {
+void TextReading::addReminder(icalcomponent* component, const std::string& uid, const QString& occasion) {
   if (ComponentValues::status(component) == ICAL_STATUS_CANCELLED) return;
-  Reminder reminder = ComponentValues::reminder(component, zones_);
+  Reminder reminder = ComponentValues::reminder(component, uid, zones_);
   reminder.occasion = occasion;
   auto due = ComponentValues::time(component, ICAL_DUE_PROPERTY, zones_);
   const auto start = ComponentValues::time(component, ICAL_DTSTART_PROPERTY, zones_);
@@ -232,7 +232,7 @@ void TextReading::readLeftExceptions() {
     for (const Exception& exception : exceptions) {
       icalcomponent* component = exception.component.get();
       if (icalcomponent_isa(component) == ICAL_VTODO_COMPONENT) {
-        addReminder(component, occasionText(exception.occasion, exception.occasion.wall));
+        addReminder(component, uid, occasionText(exception.occasion, exception.occasion.wall));
         continue;
       }
       const auto start = ComponentValues::time(component, ICAL_DTSTART_PROPERTY, zones_);

@@ -43,9 +43,9 @@ class TextReading {
   void readEvent(const TextChunks::Chunk& chunk);
   void addEvents(icalcomponent* component, const CalendarTime& start, const Occasions& occasions, qint64 length);
   void readTodo(const TextChunks::Chunk& chunk);
-  void addReminder(icalcomponent* component, const QString& occasion);
-  void addSeries(icalcomponent* component, const CalendarTime& anchor, const Occasions& occasions,
-                 std::optional<qint64> untilDue);
+  void addReminder(icalcomponent* component, const std::string& uid, const QString& occasion);
+  void addSeries(icalcomponent* component, const std::string& uid, const CalendarTime& anchor,
+                 const Occasions& occasions, std::optional<qint64> untilDue);
   void readLeftExceptions();
 
   TextChunks chunks_;
