@@ -18,7 +18,10 @@ AppKeys::AppKeys(AppStore& store, HotKeys* keys) : store_(store), keys_(keys) {
 }
 
 Capability AppKeys::capability() const {
-  return keys_ ? keys_->capability() : Capability::no(tr("No program can have keys of its own here."));
+  if (keys_) return keys_->capability();
+  return Capability::no(
+      tr("No program can have keys of its own here: bind them in the desktop’s settings to orders such as "
+         "“tarnwick --toggle”."));
 }
 
 void AppKeys::follow() {

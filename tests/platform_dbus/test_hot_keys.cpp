@@ -156,7 +156,7 @@ TEST(PortalHotKeys, NameTheOrderToBindWhereTheyAreRefused) {
     const HotKeyBinding binding = keys.bind(kToggle, kD);
     EXPECT_FALSE(binding.bound);
     EXPECT_EQ(binding.reason,
-              u"This desktop keeps its keys to itself: bind one in its own settings to \"tarnwick --toggle\"."_s);
+              u"This desktop keeps its keys to itself: bind one in its own settings to “tarnwick --toggle”."_s);
   }
 }
 

@@ -96,14 +96,14 @@ Capability PortalHotKeys::capability() const {
   if (state_ != State::Refused) return Capability::yes();
   return Capability::no(
       tr("This desktop keeps its keys to itself: bind them in its own settings to orders such as "
-         "\"tarnwick --toggle\"."));
+         "“tarnwick --toggle”."));
 }
 
 HotKeyBinding PortalHotKeys::bind(quint32 identifier, const HotKeyWish& wish) {
   if (state_ == State::Refused) {
     return {.bound = false,
             .text = {},
-            .reason = tr("This desktop keeps its keys to itself: bind one in its own settings to \"tarnwick %1\".")
+            .reason = tr("This desktop keeps its keys to itself: bind one in its own settings to “tarnwick %1”.")
                           .arg(actionOf_(identifier).order)};
   }
   wishes_.insert(identifier, wish);

@@ -16,6 +16,7 @@ namespace {
 
 constexpr double kUnitGap = 2;
 constexpr int kWarning = 16;
+constexpr qsizetype kHeights = 8;  // Kept of a sentence.
 
 int lineHeight(TextStyle style) {
   const TextLine line(u"Ag"_s, style);
@@ -76,6 +77,7 @@ int TextLabel::heightForWidth(int width) const {
   for (const auto& [known, height] : heights_.known)
     if (known == width) return height;
   const int height = QLabel::heightForWidth(width);
+  if (heights_.known.size() == kHeights) heights_.known.clear();
   heights_.known.append({width, height});
   return height;
 }

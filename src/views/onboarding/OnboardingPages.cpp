@@ -210,15 +210,11 @@ Switch* makeSwitch(AppStore& store, const QString& label, bool DockConfiguration
 
 void addKeys(Card* card, const DesktopAbilities& abilities) {
   const QString title = words(QT_TRANSLATE_NOOP("Onboarding", "Keys"));
-  QString why =
+  const QString why =
       abilities.dockKey.isEmpty()
           ? words(QT_TRANSLATE_NOOP("Onboarding", "The key of the dock is switched off."))
           : words(QT_TRANSLATE_NOOP("Onboarding", "%1 hides and shows the dock from anywhere.")).arg(abilities.dockKey);
-  Capability keys = abilities.keys;
-  if (!keys)
-    keys.reason +=
-        u' ' + words(QT_TRANSLATE_NOOP("Onboarding", "Bind “tarnwick --toggle” to a key of your desktop instead."));
-  addState(card, title, why, keys);
+  addState(card, title, why, abilities.keys);
   if (!abilities.commandBarKey) return;
   const QString& bar = *abilities.commandBarKey;
   addState(card, words(QT_TRANSLATE_NOOP("Onboarding", "Command bar")),
