@@ -18,6 +18,7 @@ using namespace Qt::StringLiterals;
 void addFileActions(PanelActions& actions, const DockDeskParts& parts, DockCommands& commands) {
   AppOpener* opener = parts.opener;
   actions.openUrl = [opener](const QUrl& url) { opener->open(url); };
+  actions.tryUrl = [opener](const QUrl& url, const AppOpener::Done& done) { opener->open(url, done); };
   actions.openPath = [opener](const QString& path) { opener->open(QUrl::fromLocalFile(path)); };
   actions.revealPath = [&commands](const QString& path) { commands.reveal(path); };
   actions.openTrash = [opener, files = parts.files] { opener->openTrash(files->trashFolder()); };

@@ -54,38 +54,45 @@ void AppOpener::start(const QString& entryPath, const LaunchRequest& request) {
       });
 }
 
-void AppOpener::launch(const QString& asked, const DesktopEntry& entry, const LaunchRequest& request) {
+bool AppOpener::launch(const QString& asked, const DesktopEntry& entry, const LaunchRequest& request) {
   try {
     launch_.launch(entry, request);
     Q_EMIT started(asked);
+    return true;
   } catch (const DomainError& failure) {
     Q_EMIT failed(failure.message());
+    return false;
   }
 }
 
-void AppOpener::open(const QUrl& url) {
+void AppOpener::open(const QUrl& url, const Done& done) {
   // A file on a volume that does not answer must not stop the dock.
-  pool_.start([this, url] {
+  pool_.start([this, url, done] {
     QMetaObject::invokeMethod(
-        this, [this, url, types = lookAt(url)] { openFound(url, types); }, Qt::QueuedConnection);
+        this, [this, url, done, types = lookAt(url)] { openFound(url, types, done); }, Qt::QueuedConnection);
   });
 }
 
-void AppOpener::openFound(const QUrl& url, const QStringList& types) {
+void AppOpener::openFound(const QUrl& url, const QStringList& types, const Done& done) {
+  const auto tell = [done](bool isStarted) {
+    if (done) done(isStarted);
+  };
   if (types.isEmpty()) {
+    tell(false);
     Q_EMIT failed(QCoreApplication::translate("AppOpener", "“%1” is not there any more.").arg(nameOf(url)));
     return;
   }
-  const auto nobody = [this, url] {
+  const auto nobody = [this, url, tell] {
+    tell(false);
     Q_EMIT failed(QCoreApplication::translate("AppOpener", "No installed application opens “%1”.").arg(nameOf(url)));
   };
   whenKnown(
-      [this, url, types, nobody] {
+      [this, url, types, nobody, tell] {
         if (!apps_.loaded()) return false;
         const auto index = apps_.index();
         const DesktopEntry* entry = DefaultApplication::forTypes(types, *index);
         if (entry) {
-          launch(entry->path, *entry, {.urls = {url}});
+          tell(launch(entry->path, *entry, {.urls = {url}}));
         } else {
           nobody();
         }

@@ -18,6 +18,8 @@ namespace tarnwick {
 class AppOpener : public QObject {
   Q_OBJECT
  public:
+  using Done = std::function<void(bool started)>;
+
   /// How long an entry that nobody knows may take to be found, in seconds.
   static constexpr double kPatience = 5;
 
@@ -28,8 +30,9 @@ class AppOpener : public QObject {
 
   /// Starts the application of a desktop entry, or what `request` asks of it.
   void start(const QString& entryPath, const LaunchRequest& request = {});
-  /// Opens a file, folder or address with the application that the user has for it.
-  void open(const QUrl& url);
+  /// Opens a file, folder or address with the application that the user has for it. `done` runs once, later, with
+  /// whether an application was started.
+  void open(const QUrl& url, const Done& done = {});
   /// Shows the trash in the file manager; `folder` is where its things lie, for one that knows no trash.
   void openTrash(const QString& folder);
 
@@ -46,8 +49,8 @@ class AppOpener : public QObject {
     JobHandle patience;
   };
 
-  void launch(const QString& asked, const DesktopEntry& entry, const LaunchRequest& request);
-  void openFound(const QUrl& url, const QStringList& types);
+  bool launch(const QString& asked, const DesktopEntry& entry, const LaunchRequest& request);
+  void openFound(const QUrl& url, const QStringList& types, const Done& done);
   /// Tries now and whenever the installed applications change, until `attempt` gives true; then or never.
   void whenKnown(std::function<bool()> attempt, std::function<void()> otherwise);
   void appsChanged();

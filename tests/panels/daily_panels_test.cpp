@@ -6,6 +6,7 @@
 #include <functional>
 #include <vector>
 
+#include "base/DomainError.h"
 #include "store/DocumentEdits.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Charts.h"
@@ -106,6 +107,11 @@ TEST(TimerPanels, DoWhatTheirButtonsSay) {
   stopwatch.click(u"Reset"_s);
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   EXPECT_EQ(stopwatch.panel->findChildren<ListRow*>().size(), 0) << "laps of a run that was reset are gone";
+  stopwatch.click(u"Start"_s);
+  EXPECT_THROW(stopwatch.undos.back()(), DomainError) << "the new run would be lost";
+  stopwatch.store().resetTimer(stopwatch.context.widget);
+  stopwatch.undos.back()();
+  EXPECT_EQ(stopwatch.option(u"laps"_s), u"64.2,131.7,192.0"_s);
 }
 
 TEST(Rows, AreTurnedOverWherePeopleReadFromTheRight) {
@@ -284,6 +290,10 @@ TEST(CalculatorPanelTest, CalculatesOnAndKeepsWhatHadAResult) {
   EXPECT_EQ(calculator.option(u"calculations"_s), u"6 × 7 = 42\n1 ÷ 4 = 0.25"_s);
   calculator.click(u"Clear History"_s);
   EXPECT_EQ(calculator.option(u"calculations"_s), u"absent"_s);
+  calculator.write(u"2 + 2"_s);
+  calculator.press(Qt::Key_Return);
+  calculator.undos.back()();
+  EXPECT_EQ(calculator.option(u"calculations"_s), u"2 + 2 = 4\n6 × 7 = 42\n1 ÷ 4 = 0.25"_s);
 }
 
 TEST(ConverterPanelTest, StaysWithinOneGroup) {

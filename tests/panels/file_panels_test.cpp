@@ -24,6 +24,10 @@ struct Open {
       : context(fixture.contextOf(kind)) {
     PanelActions& actions = context.actions;
     actions.openUrl = [this](const QUrl& url) { asked << url.toString(QUrl::FullyEncoded); };
+    actions.tryUrl = [this](const QUrl& url, const std::function<void(bool)>& done) {
+      asked << url.toString(QUrl::FullyEncoded);
+      over = done;
+    };
     actions.openPath = [this](const QString& path) { asked << path; };
     actions.revealPath = [this](const QString& path) { asked << u"reveal "_s + path; };
     actions.startApplication = [this](const QString& path) { asked << u"start "_s + path; };
@@ -34,6 +38,7 @@ struct Open {
       asked << u"end "_s + process.name;
       throw DomainError::invalid(u"You may not end it."_s);
     };
+    actions.offerUndo = [this](const QString&, const std::function<void()>& undo) { undos.push_back(undo); };
     if (change) change(context);
     panel = makePanel(context);
     panel->start();
@@ -63,6 +68,8 @@ struct Open {
   SnapshotStore fixture;
   PanelContext context;
   QStringList asked;
+  std::vector<std::function<void()>> undos;
+  std::function<void(bool)> over;
   bool closed = false;
   std::unique_ptr<TilePanel> panel;
 };
@@ -180,6 +187,10 @@ TEST(ShelfPanel, GivesUpFilesOneByOneAndAll) {
   open.click(u"Clear Shelf"_s);
   EXPECT_TRUE(open.fixture.store().config().shelf.isEmpty());
   EXPECT_EQ(open.did(), "") << "nothing was opened or shown meanwhile";
+  open.fixture.store().edit([](DockConfiguration& config) { config.shelf = {u"/home/robin/new.txt"_s}; });
+  for (; !open.undos.empty(); open.undos.pop_back()) open.undos.back()();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(open.titles(), "Quarterly summary.pdf|tiles.png|notes.txt|new.txt");
 }
 
 TEST(TrashPanel, AsksBeforeItEmpties) {
@@ -199,6 +210,12 @@ TEST(SearchPanels, LeadToWhatWasMeant) {
   web.field().insert(u" 100% & c++ ä "_s);
   QTest::keyClick(&web.field(), Qt::Key_Return);
   EXPECT_EQ(web.did(), "https://duckduckgo.com/?q=100%25%20%26%20c%2B%2B%20%C3%A4");
+  web.over(false);
+  EXPECT_EQ(web.field().text(), u" 100% & c++ ä "_s) << "no browser was started, and it can be tried again";
+  EXPECT_FALSE(web.closed);
+  QTest::keyClick(&web.field(), Qt::Key_Return);
+  web.over(true);
+  EXPECT_TRUE(web.closed && web.field().text().isEmpty());
 
   Open bookmarks(u"bookmarks"_s);
   QTest::keyClicks(&bookmarks.field(), u"TRAINS"_s);

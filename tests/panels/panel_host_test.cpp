@@ -110,6 +110,7 @@ struct PanelHostTest : testing::Test {
        [] {
          PanelActions actions;
          actions.openUrl = [](const QUrl&) {};
+         actions.tryUrl = [](const QUrl&, const auto& done) { done(true); };
          return actions;
        }}};
   QStringList told;

@@ -8,6 +8,7 @@
 #include "views/controls/ItemView.h"
 #include "views/panels/AppItems.h"
 #include "views/panels/PanelWords.h"
+#include "views/panels/PutBack.h"
 
 namespace tarnwick {
 
@@ -118,9 +119,16 @@ class AppFolderPanel final : public AppsPanel {
       if (!wanted.contains(path)) setPaths(wanted << path);
     });
     connect(&view(), &ItemView::actionRequested, this, [this](const QString& path) {
-      QStringList wanted = paths();
+      const QStringList all = paths();
+      QStringList wanted = all;
       wanted.removeAll(path);
+      if (wanted == all) return;
+      const auto index = hasApplications() ? this->context().actions.applications() : nullptr;
+      const DesktopEntry* entry = index ? index->byPath(path) : nullptr;
+      const QString name = entry ? entry->name : QFileInfo(path).completeBaseName();
       setPaths(wanted);
+      offerUndo(PanelWords::tr("“%1” was removed.").arg(name),
+                puttingBack(store(), this->context().widget, kPathsKey, u'\n', all));
     });
     choose(false);
   }

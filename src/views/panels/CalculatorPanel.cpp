@@ -4,6 +4,7 @@
 #include <QSignalBlocker>
 #include <array>
 
+#include "store/DocumentEdits.h"
 #include "views/controls/Bleed.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
@@ -128,7 +129,7 @@ class CalculatorPanel final : public TilePanel {
     }
     auto* clear = new Button(PanelWords::tr("Clear History"), Button::Role::Quiet);
     connect(clear, &QPushButton::clicked, this, [this] {
-      setOption(u"calculations"_s, std::nullopt);
+      clearHistory();
       field_->setFocus();
     });
     column->addWidget(clear, 0, Qt::AlignLeft);
@@ -153,6 +154,21 @@ class CalculatorPanel final : public TilePanel {
     if (place >= shown_.size()) return;
     field_->setText(shown_[place].section(kBetween, 0, 0));
     field_->setFocus();
+  }
+
+  void clearHistory() {
+    const QStringList before = finished(widget());
+    setOption(u"calculations"_s, std::nullopt);
+    offerUndo(PanelWords::tr("The calculator's history was cleared."),
+              [store = &store(), id = context().widget, before] {
+                const DockWidget* stored = DocumentEdits::find(store->config(), id);
+                if (!stored) return;
+                // What was calculated since is the latest.
+                QStringList past = finished(*stored);
+                for (const QString& each : before)
+                  if (!past.contains(each)) past.append(each);
+                store->set(id, u"calculations"_s, past.mid(0, kRemembered).join(u'\n'));
+              });
   }
 
   void remember(const QString& expression, const QString& result) {

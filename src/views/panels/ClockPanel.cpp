@@ -8,6 +8,7 @@
 #include "views/controls/MonthGrid.h"
 #include "views/controls/Rows.h"
 #include "views/panels/PanelWords.h"
+#include "views/panels/PutBack.h"
 #include "views/panels/ZoneSearch.h"
 #include "views/tiles/ClockWords.h"
 #include "views/tiles/DateTiles.h"
@@ -159,10 +160,21 @@ class ClockPanel final : public TilePanel {
   }
 
   void leave(const QString& zone) {
-    if (!isList_) return change({}, {});
-    QStringList zones = worldZones(widget().options.value(u"zones"_s));
+    const DockWidget before = widget();
+    if (!isList_) {
+      change({}, {});
+      offerUndo(PanelWords::tr("The clock shows local time."), [store = &store(), before] {
+        for (const QString& key : {u"timezone"_s, u"zoneLabel"_s})
+          if (before.options.contains(key)) store->set(before.id, key, before.options.value(key));
+      });
+      return;
+    }
+    const QStringList all = worldZones(before.options.value(u"zones"_s));
+    QStringList zones = all;
     zones.removeAll(zone);
     setOption(u"zones"_s, zones.join(u','));
+    offerUndo(PanelWords::tr("“%1” was removed.").arg(ClockWords::city(zone)),
+              puttingBack(store(), before.id, u"zones"_s, u',', all));
   }
 
   void take(const ZoneMatch& match) {

@@ -13,6 +13,7 @@
 #include "views/controls/ItemView.h"
 #include "views/panels/FileItems.h"
 #include "views/panels/PanelWords.h"
+#include "views/panels/PutBack.h"
 
 namespace tarnwick {
 
@@ -93,10 +94,14 @@ class ScreenshotsPanel final : public FileListPanel {
     ScreenshotFolder* shots = context().readings.screenshots;
     if (!shots) return sayNothing(PanelWords::tr("Screenshots are not available on this computer."));
     const QList<FolderEntry>& newest = shots->newest();
-    if (newest.isEmpty())
+    if (newest.isEmpty()) {
+      const QString problem = shots->problem();
       return sayNothing(
           !shots->loaded() ? PanelWords::tr("Looking…")
-                           : PanelWords::tr("Screenshots in %1 will be shown here.").arg(shortFolder(shots->folder())));
+          : !problem.isEmpty()
+              ? u"%1\n%2"_s.arg(shortFolder(shots->folder()), problem)
+              : PanelWords::tr("Screenshots in %1 will be shown here.").arg(shortFolder(shots->folder())));
+    }
     hideEmpty();
     items().set(newest, FileItems::Caption::AgeOnly, sources.now, sources.locale);
   }
@@ -111,13 +116,11 @@ class ShelfPanel final : public FileListPanel {
     disconnect(&view(), &ItemView::actionRequested, nullptr, nullptr);
     view().setItemAction(u"xmark"_s, PanelWords::tr("Remove from Shelf"), QKeySequence(Qt::Key_Delete));
     connect(&view(), &ItemView::actionRequested, this, [this](const QString& path) {
-      store().edit([&path](DockConfiguration& config) { config.shelf.removeOne(path); });
-      refreshNow();
+      QStringList left = store().config().shelf;
+      left.removeOne(path);
+      leave(left, PanelWords::tr("“%1” was taken off the shelf.").arg(QFileInfo(path).fileName()));
     });
-    connect(clear_, &QPushButton::clicked, this, [this] {
-      store().edit([](DockConfiguration& config) { config.shelf.clear(); });
-      refreshNow();
-    });
+    connect(clear_, &QPushButton::clicked, this, [this] { leave({}, PanelWords::tr("The shelf was cleared.")); });
     addBleeding(body(), &view());
     body().addSpacing(theme::kPanelHeaderBelow);
     // The word, not the button around it, begins where the rows do.
@@ -140,6 +143,16 @@ class ShelfPanel final : public FileListPanel {
   }
 
  private:
+  void leave(const QStringList& left, const QString& sentence) {
+    const QStringList before = store().config().shelf;
+    if (left == before) return;
+    store().edit([&left](DockConfiguration& config) { config.shelf = left; });
+    offerUndo(sentence, [store = &store(), before] {
+      store->edit([&before](DockConfiguration& config) { putBack<QString>(config.shelf, before); });
+    });
+    refreshNow();
+  }
+
   /// The names are there at once; what is a folder, and which picture belongs to a file, the disk tells when it likes.
   void look(const QStringList& shelf) {
     shelf_ = shelf;

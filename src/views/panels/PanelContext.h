@@ -26,6 +26,8 @@ class PanelDrafts;
 /// it is made.
 struct PanelActions {
   std::function<void(const QUrl& url)> openUrl;
+  /// The same, for what must not be lost: `done` runs once, later, with whether an application was started.
+  std::function<void(const QUrl& url, const std::function<void(bool started)>& done)> tryUrl;
   std::function<void(const QString& path)> openPath;
   /// Tells the user what was done and offers to take it back; what `undo` holds must outlive the panel.
   std::function<void(const QString& sentence, const std::function<void()>& undo)> offerUndo;

@@ -1,6 +1,7 @@
 #include "views/panels/PlacePanels.h"
 
 #include <QHBoxLayout>
+#include <QPointer>
 #include <QUrlQuery>
 
 #include "files/Bookmarks.h"
@@ -183,7 +184,7 @@ class WebSearchPanel final : public TilePanel {
 
  protected:
   void refresh(const TileSources&) override {
-    search_->setEnabled(!field_->text().trimmed().isEmpty() && context().actions.openUrl);
+    search_->setEnabled(!isAsked_ && !field_->text().trimmed().isEmpty() && context().actions.tryUrl);
   }
 
   void showEvent(QShowEvent* event) override {
@@ -194,19 +195,29 @@ class WebSearchPanel final : public TilePanel {
  private:
   void search() {
     const QString text = field_->text().trimmed();
-    if (text.isEmpty() || !context().actions.openUrl) return;
+    if (isAsked_ || text.isEmpty() || !context().actions.tryUrl) return;
     QUrl url(u"https://duckduckgo.com/"_s);
     QUrlQuery query;
     // A query item keeps a plus and a percent sign as they are, which a server would read as something else.
     query.addQueryItem(u"q"_s, QString::fromLatin1(QUrl::toPercentEncoding(text)));
     url.setQuery(query);
-    context().actions.openUrl(url);
-    field_->clear();
-    Q_EMIT closeRequested();
+    isAsked_ = true;
+    search_->setEnabled(false);
+    // Meanwhile the user may have closed the panel, or written something else.
+    const auto over = [panel = QPointer(this), asked = field_->text()](bool started) {
+      if (!panel) return;
+      panel->isAsked_ = false;
+      panel->refreshNow();
+      if (!started || panel->field_->text() != asked) return;
+      panel->field_->clear();
+      Q_EMIT panel->closeRequested();
+    };
+    context().actions.tryUrl(url, over);
   }
 
   SearchField* field_;
   Button* search_;
+  bool isAsked_ = false;
 };
 
 }  // namespace

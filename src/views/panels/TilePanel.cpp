@@ -192,6 +192,12 @@ void TilePanel::setOption(const QString& key, const std::optional<QString>& valu
   store().set(context_.widget, key, value);
 }
 
+void TilePanel::offerUndo(const QString& sentence, const std::function<void()>& undo) const {
+  if (!context_.actions.offerUndo) return;
+  store().activeDisplay = context_.display;
+  context_.actions.offerUndo(sentence, undo);
+}
+
 SectionLabel* TilePanel::addSection(const QString& text, const QString& trailing) {
   auto* label = new SectionLabel(text, trailing);
   body_->addWidget(label);

@@ -88,6 +88,9 @@ class TilePanel : public GlassPane {
   void keepDraft(QLineEdit& field, std::function<bool()> isUnfinished = {});
   /// Something came of it.
   void forgetDrafts();
+  /// Tells what was done and offers to take it back. What `undo` holds must outlive the panel; it may throw
+  /// DomainError.
+  void offerUndo(const QString& sentence, const std::function<void()>& undo) const;
   /// Calls refresh() soon, as after an operation of the panel's own.
   void refreshNow();
 

@@ -5,7 +5,9 @@
 #include <array>
 #include <cmath>
 
+#include "base/DomainError.h"
 #include "base/Text.h"
+#include "store/DocumentEdits.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Charts.h"
 #include "views/controls/Rows.h"
@@ -48,7 +50,7 @@ class TimerPanel : public TilePanel {
     settingsColumn_->setContentsMargins(0, theme::kPanelHeaderBelow, 0, 0);
     settingsColumn_->setSpacing(0);
     settings_->hide();
-    connect(reset_, &QPushButton::clicked, this, [this] { store().resetTimer(this->context().widget); });
+    connect(reset_, &QPushButton::clicked, this, [this] { reset(); });
     connect(toggle_, &QPushButton::clicked, this, [this] { store().toggleTimer(this->context().widget); });
   }
 
@@ -127,6 +129,24 @@ class TimerPanel : public TilePanel {
         changed.options.insert(u"remaining"_s, TimeMath::text(PostureMath::duration(changed, phase)));
     }
     store().update(changed);
+  }
+
+  void reset() {
+    const DockWidget before = widget();
+    store().resetTimer(before.id);
+    // A countdown is only set again; what a stopwatch has counted would be lost.
+    if (before.kind != "stopwatch"_L1) return;
+    offerUndo(PanelWords::tr("The stopwatch was reset."), [store = &store(), before] {
+      const DockWidget* stored = DocumentEdits::find(store->config(), before.id);
+      if (!stored) return;
+      DockWidget counted = *stored;
+      for (const QString& key : {u"started"_s, u"elapsed"_s, u"laps"_s}) {
+        if (counted.options.contains(key))
+          throw DomainError::invalid(PanelWords::tr("The stopwatch counts again and was left as it is."));
+        if (before.options.contains(key)) counted.options.insert(key, before.options.value(key));
+      }
+      store->update(counted);
+    });
   }
 
   void skip() {

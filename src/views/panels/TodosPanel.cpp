@@ -11,6 +11,7 @@
 #include "views/controls/Fields.h"
 #include "views/controls/Rows.h"
 #include "views/panels/PanelWords.h"
+#include "views/panels/PutBack.h"
 #include "views/theme/Glass.h"
 
 namespace tarnwick {
@@ -238,21 +239,12 @@ class TodosPanel final : public TilePanel {
     const QList<TodoItem> before = store().config().todos;
     store().edit([&](DockConfiguration& config) { config.todos.removeIf(test); });
     const auto removed = before.size() - store().config().todos.size();
-    if (removed == 0 || !context().actions.offerUndo) return;
-    store().activeDisplay = context().display;
-    context().actions.offerUndo(removed == 1 ? PanelWords::tr("The to-do was deleted.")
-                                             : PanelWords::tr("%1 to-dos were deleted.").arg(removed),
-                                [store = &store(), before] { putBack(*store, before); });
-  }
-
-  /// What is missing of an older list, each at its place in it.
-  static void putBack(AppStore& store, const QList<TodoItem>& older) {
-    store.edit([&](DockConfiguration& config) {
-      QList<TodoItem>& todos = config.todos;
-      for (qsizetype i = 0; i < older.size(); ++i)
-        if (std::ranges::find(todos, older[i].id, &TodoItem::id) == todos.end())
-          todos.insert(std::min(i, todos.size()), older[i]);
-    });
+    if (removed == 0) return;
+    offerUndo(removed == 1 ? PanelWords::tr("The to-do was deleted.")
+                           : PanelWords::tr("%1 to-dos were deleted.").arg(removed),
+              [store = &store(), before] {
+                store->edit([&before](DockConfiguration& config) { putBack(config.todos, before, &TodoItem::id); });
+              });
   }
 
   TextField* field_;

@@ -220,6 +220,7 @@ SnapshotStore::~SnapshotStore() = default;
 PanelContext SnapshotStore::contextOf(const QString& kind) {
   PanelActions actions;
   actions.openUrl = [](const QUrl&) {};
+  actions.tryUrl = [](const QUrl&, const std::function<void(bool)>&) {};
   actions.openPath = [](const QString&) {};
   actions.openEditor = [](const QUuid&) {};
   actions.openMonitor = [] {};
