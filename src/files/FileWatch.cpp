@@ -7,10 +7,13 @@ namespace tarnwick {
 
 namespace {
 
-/// The nearest folder above a path that is there.
+/// Whether a path can be watched: it is there, and the user may read it.
+bool isOpen(const QString& path) { return QFileInfo(path).isReadable(); }
+
+/// The nearest folder above a path that can be watched.
 QString folderAbove(const QString& path) {
   QString folder = QFileInfo(path).path();
-  while (!QFileInfo::exists(folder) && folder != QFileInfo(folder).path()) folder = QFileInfo(folder).path();
+  while (!isOpen(folder) && folder != QFileInfo(folder).path()) folder = QFileInfo(folder).path();
   return folder;
 }
 
@@ -32,9 +35,9 @@ void FileWatch::arm() {
   QStringList wanted;
   missing_.clear();
   for (const QString& path : paths_) {
-    const bool there = QFileInfo::exists(path);
-    if (!there) missing_.append(path);
-    wanted.append(there ? path : folderAbove(path));
+    const bool open = isOpen(path);
+    if (!open) missing_.append(path);
+    wanted.append(open ? path : folderAbove(path));
   }
   wanted.removeDuplicates();
   QStringList gone = watcher_->files() + watcher_->directories();
@@ -46,8 +49,8 @@ void FileWatch::arm() {
 void FileWatch::folderChanged(const QString& folder) {
   // A folder that is only waited in is a busy place, and most of what happens there is nobody's business.
   const bool own = paths_.contains(folder);
-  const bool came = std::ranges::any_of(missing_, [](const QString& path) { return QFileInfo::exists(path); });
-  const bool went = !QFileInfo::exists(folder);
+  const bool came = std::ranges::any_of(missing_, isOpen);
+  const bool went = !isOpen(folder);
   if (own || came)
     soon();
   else if (went || std::ranges::any_of(missing_, [&](const QString& path) { return folderAbove(path) != folder; }))

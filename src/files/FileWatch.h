@@ -9,8 +9,8 @@
 
 namespace tarnwick {
 
-/// Notices that files or folders changed, also those that do not exist yet, and says it once for a burst of changes.
-/// Nothing is watched before the first call of watch(). Main thread only.
+/// Notices that files or folders changed, also those that do not exist or may not be read yet, and says it once for a
+/// burst of changes. Nothing is watched before the first call of watch(). Main thread only.
 class FileWatch final : public QObject {
   Q_OBJECT
  public:

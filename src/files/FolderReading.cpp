@@ -34,11 +34,12 @@ QString sentenceFor(const std::error_code& failure) {
   return QCoreApplication::translate("Files", "This folder could not be read.");
 }
 
-std::vector<Found> look(const FolderRequest& request, const std::stop_token& stop, QString& problem) {
+std::vector<Found> look(const FolderRequest& request, const std::stop_token& stop, FolderContents& into) {
   std::vector<Found> found;
   std::error_code failure;
   fs::directory_iterator at(QFile::encodeName(request.folder).toStdString(), failure);
-  if (failure) problem = sentenceFor(failure);
+  if (failure) into.problem = sentenceFor(failure);
+  into.isGone = failure == std::errc::no_such_file_or_directory;
   for (const fs::directory_iterator end; !failure && at != end && !stop.stop_requested(); at.increment(failure)) {
     const QString name = QFile::decodeName(QByteArray::fromStdString(at->path().filename().string()));
     if (name.startsWith(u'.')) continue;
@@ -100,7 +101,7 @@ void takeByName(FolderContents& contents, const QString& folder, std::vector<Fou
 
 FolderContents FolderReading::read(const FolderRequest& request, const std::stop_token& stop) {
   FolderContents contents;
-  std::vector<Found> found = look(request, stop, contents.problem);
+  std::vector<Found> found = look(request, stop, contents);
   contents.total = static_cast<qsizetype>(found.size());
   const qsizetype most = std::max<qsizetype>(0, request.most);
   const QString folder = request.folder.endsWith(u'/') ? request.folder : request.folder + u'/';

@@ -25,6 +25,7 @@ struct FolderContents {
   QList<FolderEntry> entries;
   qsizetype total = 0;  ///< How many there are, shown or not.
   QString problem;      ///< A finished sentence when the folder could not be read.
+  bool isGone = false;  ///< Whether that is because it isn't there.
 
   bool operator==(const FolderContents&) const = default;
 };

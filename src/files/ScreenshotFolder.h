@@ -23,7 +23,11 @@ class ScreenshotFolder final : public QObject {
   void setFixed(const QString& folder, const QList<FolderEntry>& newest);
   const QString& folder() const { return listing_.request().folder; }
   bool loaded() const { return listing_.loaded(); }
-  const QString& problem() const { return listing_.contents().problem; }
+  /// A finished sentence when the folder could not be read. That of the desktop may come with its first screenshot.
+  QString problem() const {
+    const bool isAwaited = chosen_.isEmpty() && listing_.contents().isGone;
+    return isAwaited ? QString() : listing_.contents().problem;
+  }
 
   /// The chosen folder, or the first of the usual ones that is there, or the most usual one.
   static QString find(const QString& chosen, const QString& pictures);

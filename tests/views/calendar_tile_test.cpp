@@ -290,6 +290,10 @@ TEST(CalendarTiles, SayWhatIsMissing) {
     EXPECT_TRUE(tip.contains(definition.family == "calendar"_L1 ? digest->calendarMessage : digest->reminderMessage))
         << tip.toStdString();
   }
+  // What is shown may not be all.
+  digest->problem = u"A file is torn."_s;
+  EXPECT_EQ(tileProblem(Catalog::find(u"todayOverview"_s), sources), digest->problem);
+  EXPECT_EQ(tileProblem(Catalog::find(u"digitalClock"_s), sources), QString());
   const auto overview = contentOf<OverviewContent>(u"todayOverview"_s, sources);
   ASSERT_EQ(overview.figures.size(), 1);
   EXPECT_EQ(overview.figures.first().label, u"To-dos"_s);

@@ -67,9 +67,11 @@ class Walk {
     seen_.insert(canonical);
     const std::unique_ptr<DIR, CloseFolder> opened(::opendir(QFile::encodeName(path).constData()));
     if (!opened) {
+      const int reason = errno;
+      await(path);
       into_.problems << QCoreApplication::translate("CalendarFiles", "The calendar folder “%1” could not be read: %2.")
                             .arg(QFileInfo(path).fileName(),
-                                 QString::fromLocal8Bit(std::generic_category().message(errno).c_str()));
+                                 QString::fromLocal8Bit(std::generic_category().message(reason).c_str()));
       return;
     }
     if (!remember(path)) return;
@@ -102,13 +104,17 @@ class Walk {
   /// Notes a folder, or where it may appear.
   bool enter(const QString& path) {
     if (QFileInfo(path).isDir()) return remember(path);
-    QFileInfo at(path);
-    while (!QFileInfo(at.path()).isDir() && at.path() != at.filePath()) at = QFileInfo(at.path());
-    into_.awaited[at.path()].insert(at.fileName());
+    await(path);
     return false;
   }
 
  private:
+  void await(const QString& path) {
+    QFileInfo at(path);
+    while (!QFileInfo(at.path()).isDir() && at.path() != at.filePath()) at = QFileInfo(at.path());
+    into_.awaited[at.path()].insert(at.fileName());
+  }
+
   static CalendarFile evolutionFile(const QString& sources, const QString& id, bool isTasks) {
     CalendarFile file;
     file.isTasks = isTasks;

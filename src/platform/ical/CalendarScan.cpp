@@ -78,6 +78,7 @@ CalendarScan::Known CalendarScan::open(const CalendarFile& file, const CalendarR
     }
   } catch (const DomainError& failure) {
     known.problem = failure.message();
+    known.changed = -1;  // When it may be read again its times are as they were.
   }
   return known;
 }

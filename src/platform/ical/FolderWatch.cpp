@@ -15,8 +15,8 @@ namespace {
 
 constexpr quint32 kGone = IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
 constexpr quint32 kFiles = IN_CLOSE_WRITE | IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_ATTRIB | kGone;
-// A home folder is a busy place; only what comes into it is of interest.
-constexpr quint32 kComing = IN_CREATE | IN_MOVED_TO | kGone;
+// A home folder is a busy place; only what comes into it is of interest, or may be read from now on.
+constexpr quint32 kComing = IN_CREATE | IN_MOVED_TO | IN_ATTRIB | kGone;
 
 }  // namespace
 

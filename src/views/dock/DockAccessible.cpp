@@ -34,7 +34,7 @@ class TileAccessible final : public QAccessibleInterface, public QAccessibleActi
     if (!isValid()) return {};
     const TileText text = view_->itemText(item_);
     if (kind == QAccessible::Name) return text.name;
-    return kind == QAccessible::Value || kind == QAccessible::Description ? text.value : QString();
+    return kind == QAccessible::Value || kind == QAccessible::Description ? text.spoken() : QString();
   }
   void setText(QAccessible::Text, const QString&) override {}
 

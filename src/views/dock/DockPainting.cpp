@@ -66,6 +66,8 @@ TileStyle DockView::styleOf(qsizetype item) const {
   style.filled = row_.tiles || row_.style == DockStyle::LiquidGlass || row_.style == DockStyle::Transparent;
   const DockWidget* widget = widgetOf(item);
   if (widget) style.accent = tileAccent(Catalog::find(widget->kind));
+  if (const auto tile = widget ? tiles_.constFind(widget->id) : tiles_.constEnd(); tile != tiles_.constEnd())
+    style.failed = !tile->text.problem.isEmpty();
   if (isLifted(item)) {
     style.state = TileState::Dragged;
     style.lift = springs_.value(kLiftSpring) / (theme::kDraggedLift * row_.scale);

@@ -188,10 +188,12 @@ void DockView::refresh(const TileSources& sources, const std::function<bool(cons
     const WidgetDefinition& definition = Catalog::find(widget->kind);
     TileContent content = makeTileContent(*widget, definition, sources);
     TileText text = tileText(content, widget->title.isEmpty() ? definition.name : widget->title);
+    text.problem = tileProblem(definition, sources);
     Tile& tile = tiles_[widget->id];
     textChanged = textChanged || text != tile.text;
+    const bool isMarkKept = text.problem.isEmpty() == tile.text.problem.isEmpty();
     tile.text = std::move(text);
-    if (content == tile.content) continue;
+    if (content == tile.content && isMarkKept) continue;
     tile.content = std::move(content);
     pictures_.forget(item);
     updateItem(item);

@@ -73,7 +73,7 @@ void paint(TileCanvas& canvas, const RecentFilesContent& content) {
 
 ScreenshotsContent makeScreenshots(const TileRequest& request) {
   const auto& shots = request.sources.readings.screenshots;
-  if (!shots) return {request.title(), {}};
+  if (!shots || !request.sources.readings.screenshotProblem.isEmpty()) return {request.title(), {}};
   if (shots->isEmpty()) return {TileWords::tr("None yet"), {}};
   ScreenshotsContent content;
   content.caption = agoWord(shots->first().taken, request.sources.now, request.sources.locale);

@@ -47,6 +47,7 @@ struct ReadingFacts {
   QList<RunningFacts> running;
   QStringList recentNames;                            ///< Of the files that were open last, the latest first.
   std::optional<QList<ScreenshotFacts>> screenshots;  ///< The newest first; absent until the folder was read.
+  QString screenshotProblem;                          ///< Why the folder could not be read; else empty.
   std::optional<qint64> bookmarks;                    ///< Absent until they were counted.
 };
 

@@ -25,6 +25,7 @@ void addScreenshots(ReadingFacts& readings, const ReadingServices& services) {
   const QList<FolderEntry>& newest = services.screenshots->newest();
   if (!services.screenshots->loaded()) return;
   readings.screenshots.emplace();
+  readings.screenshotProblem = services.screenshots->problem();
   for (const FolderEntry& entry : newest.mid(0, kShots)) {
     QImage image;
     if (services.thumbnails) image = services.thumbnails->of(entry.path, entry.modified, kShotPixels);

@@ -216,6 +216,12 @@ TileText tileText(const TileContent& content, const QString& name) {
   return std::visit([&name](const auto& value) { return describe(value, name); }, content);
 }
 
+QString tileProblem(const WidgetDefinition& definition, const TileSources& sources) {
+  if (definition.id == "screenshots"_L1) return sources.readings.screenshotProblem;
+  const bool hasCalendar = definition.family == "calendar"_L1 || definition.family == "reminders"_L1;
+  return hasCalendar && sources.calendar ? sources.calendar->problem : QString();
+}
+
 Accent tileAccent(const WidgetDefinition& definition) {
   if (isConnectedFamily(definition.family)) return serviceAccent(definition);
   for (const QString& word : {definition.id, definition.family})

@@ -18,11 +18,11 @@
 #include "views/tiles/NoteTiles.h"
 #include "views/tiles/OverviewTiles.h"
 #include "views/tiles/PlaceTiles.h"
-#include "views/tiles/ProcessTiles.h"
-#include "views/tiles/RunningTiles.h"
 #include "views/tiles/PlainTiles.h"
+#include "views/tiles/ProcessTiles.h"
 #include "views/tiles/ProgressTiles.h"
 #include "views/tiles/ReminderTiles.h"
+#include "views/tiles/RunningTiles.h"
 #include "views/tiles/TileText.h"
 #include "views/tiles/TimerTiles.h"
 #include "views/tiles/ToggleTiles.h"
@@ -36,22 +36,25 @@ namespace tarnwick {
 ///
 /// A new family of tiles is one struct with the functions `describe` and `paint` in a file of its own, its name in this
 /// list, and one row in TileContent.cpp that says which widgets it serves.
-using TileContent = std::variant<GenericContent, ApplicationsContent, TimeDateContent, AnalogClockContent,
-                                 CurrentWeatherContent, GaugeContent, TogglesContent, SeparatorContent, SpaceContent,
-                                 LauncherContent, AppFolderContent, FolderContent, TrashContent, ShelfContent,
-                                 DigitsContent, DateContent, DayNumberContent, TodayClockContent, WorldTimeContent,
-                                 WorldListContent, ProgressContent, TodayEventContent, NextEventContent,
-                                 EventListContent, DaysContent, OverviewContent, MeetingContent, MeetingCenterContent,
-                                 RemindersContent, DueTodayContent, TimerContent, WaterContent, HabitContent, TodosContent, NoteContent, LatestNoteContent, ResultContent, ColorContent, EmojiContent,
-                                 BatteryContent, MetricChartContent, SystemChartContent, NetworkContent, FigureContent,
-                                 ProcessesContent, RunningAppsContent, SwitcherContent, PinnedWindowContent,
-                                 RecentFilesContent, ScreenshotsContent, SearchContent>;
+using TileContent =
+    std::variant<GenericContent, ApplicationsContent, TimeDateContent, AnalogClockContent, CurrentWeatherContent,
+                 GaugeContent, TogglesContent, SeparatorContent, SpaceContent, LauncherContent, AppFolderContent,
+                 FolderContent, TrashContent, ShelfContent, DigitsContent, DateContent, DayNumberContent,
+                 TodayClockContent, WorldTimeContent, WorldListContent, ProgressContent, TodayEventContent,
+                 NextEventContent, EventListContent, DaysContent, OverviewContent, MeetingContent, MeetingCenterContent,
+                 RemindersContent, DueTodayContent, TimerContent, WaterContent, HabitContent, TodosContent, NoteContent,
+                 LatestNoteContent, ResultContent, ColorContent, EmojiContent, BatteryContent, MetricChartContent,
+                 SystemChartContent, NetworkContent, FigureContent, ProcessesContent, RunningAppsContent,
+                 SwitcherContent, PinnedWindowContent, RecentFilesContent, ScreenshotsContent, SearchContent>;
 
 /// The content of `widget` at one moment. Never fails: a kind without a painter of its own gets the generic tile.
 TileContent makeTileContent(const DockWidget& widget, const WidgetDefinition& definition, const TileSources& sources);
 
 /// A tile in words. `name` is the user's or the catalog's name for it.
 TileText tileText(const TileContent& content, const QString& name);
+
+/// What could not be read of that which a tile shows, as a finished sentence; empty where nothing is missing.
+QString tileProblem(const WidgetDefinition& definition, const TileSources& sources);
 
 /// The one accent of a kind of widget.
 Accent tileAccent(const WidgetDefinition& definition);

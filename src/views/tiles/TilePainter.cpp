@@ -14,6 +14,8 @@ namespace {
 constexpr double kOpenBarWidth = 16;
 constexpr double kOpenBarHeight = 2.5;
 constexpr double kOpenBarTop = 59;
+constexpr double kFailedDot = 2.5;
+constexpr double kFailedInset = 9;
 constexpr double kDragShadowReach = 16;
 
 QColor groundOf(const TileStyle& style) {
@@ -61,6 +63,13 @@ void paintOpenBar(TileCanvas& canvas) {
   drawRounded(canvas.painter(), bar, kOpenBarHeight / 2, canvas.accent());
 }
 
+void paintFailed(TileCanvas& canvas) {
+  QPainter& painter = canvas.painter();
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(canvas.colors().accent(Accent::Red));
+  painter.drawEllipse(QPointF(canvas.width() - kFailedInset, kFailedInset), kFailedDot, kFailedDot);
+}
+
 }  // namespace
 
 double tileFactor(const TileStyle& style) {
@@ -85,6 +94,7 @@ void paintTile(QPainter& painter, const QRectF& rect, const TileContent& content
   painter.scale(style.scale, style.scale);
   TileCanvas canvas(painter, rect.width() / style.scale, style);
   std::visit([&canvas](const auto& value) { paint(canvas, value); }, content);
+  if (style.failed) paintFailed(canvas);
   if (style.state == TileState::PanelOpen) paintOpenBar(canvas);
   painter.restore();
 }

@@ -8,8 +8,14 @@ namespace tarnwick {
 struct TileText {
   QString name;   ///< What the tile is.
   QString value;  ///< What it shows now; may be empty.
+  /// A finished sentence about what it could not read of that; empty where there is nothing.
+  QString problem = {};
 
-  QString tip() const { return value.isEmpty() ? name : QStringLiteral("%1: %2").arg(name, value); }
+  QString spoken() const {
+    if (problem.isEmpty() || value.contains(problem)) return value;
+    return value.isEmpty() ? problem : QStringLiteral("%1. %2").arg(value, problem);
+  }
+  QString tip() const { return spoken().isEmpty() ? name : QStringLiteral("%1: %2").arg(name, spoken()); }
   bool operator==(const TileText&) const = default;
 };
 
