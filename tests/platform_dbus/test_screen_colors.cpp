@@ -4,6 +4,7 @@
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 
+#include "platform/dbus/BusService.h"
 #include "platform/dbus/PortalScreenColors.h"
 #include "platform_dbus/FakeService.h"
 #include "platform_dbus/PrivateBus.h"
@@ -59,6 +60,13 @@ TEST(PortalScreenColors, TellsWhatWasPickedOrThatNothingCanBe) {
   QStringList told;
   const auto tell = [&](const QString& text) { told << text; };
   QObject context;
+  // It listens once it has heard who the portal is, which it asked before this.
+  bool isListening = false;
+  ask(bus.connection(),
+      QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s, u"org.freedesktop.DBus"_s,
+                                     u"GetId"_s),
+      &context, [&](const QDBusMessage&) { isListening = true; });
+  ASSERT_TRUE(waitFor([&] { return isListening; }));
   const auto begin = [&](QObject* forWhom) {
     path.clear();
     told.clear();
