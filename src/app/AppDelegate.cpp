@@ -237,6 +237,10 @@ void AppDelegate::connectDesk() {
   connect(dock_.get(), &DockController::goesAway, this, [this](const QString& display) {
     if (panels_) panels_->closeOn(display);
   });
+  connect(dock_.get(), &DockController::placed, this, [this](const QString& display) {
+    if (!panels_ || !panels_->hasActivePanel(display)) return;
+    panels_->follow(dock_->mapFromContent(display, desk_->besideRect(display, panels_->openWidget())));
+  });
   focusDock = [this] { dock_->focus(); };
   restoreSystemDock = [this] { dock_->restoreSystemDock(); };
   giveBack = [this] { dock_->giveBack(); };

@@ -97,6 +97,13 @@ bool DockDesk::opensDownwards(const QString& display) const {
   return middle < screen->usable.center().y();
 }
 
+QRect DockDesk::besideRect(const QString& display, const QUuid& widget) const {
+  const auto dock = docks_.find(display);
+  if (dock == docks_.end()) return {};
+  const DockView& view = dock->second->view();
+  return view.tileRect(widget).isEmpty() ? QRect() : view.besideRect(widget);
+}
+
 std::unique_ptr<DockContent> DockDesk::makeContent(const QString& display) {
   auto dock = std::make_unique<LiveDock>(*parts_.store, *parts_.toggles, display, parts_.icons, actions(display));
   docks_[display] = dock.get();
@@ -241,7 +248,8 @@ void DockDesk::openMenu(const QString& display, const QList<DockMenuEntry>& entr
     // It goes once its entry has run, even where that entry asks something and waits for the answer.
     menu->deleteLater();
     const auto forget = [this, menu] {
-      if (menu_ == menu) {
+      // It may have gone by then, without a word to whoever points to it.
+      if (!menu_ || menu_ == menu) {
         menu_.clear();
         markMenu(false);
       }

@@ -66,6 +66,9 @@ class DockDesk : public QObject {
   void markOpen(const QString& display, const QUuid& widget);
   /// Whether popups of a display's dock open below it, as they do in the upper half of what is usable of the display.
   bool opensDownwards(const QString& display) const;
+  /// What stands open beside a widget's tile stands beside this, in the coordinates of the dock's content; empty where
+  /// the tile is not there.
+  QRect besideRect(const QString& display, const QUuid& widget) const;
   /// Whether a menu or a panel of a display's dock is open.
   bool isBusy(const QString& display) const;
 

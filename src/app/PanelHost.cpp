@@ -91,6 +91,12 @@ void PanelHost::applyLook() {
   panel_->setDockLook(dockStyleNamed(store_.config().style), behind, store_.config().monochrome);
 }
 
+void PanelHost::follow(const QRect& tile) {
+  if (display_.isEmpty() || !popup_ || tile.isEmpty()) return;
+  popup_->moveBeside(tile);
+  Q_EMIT outlineChanged();
+}
+
 void PanelHost::close() {
   if (display_.isEmpty()) return;
   forget();

@@ -45,6 +45,8 @@ class PanelHost final : public QObject {
   /// it when it is open already.
   void open(const QString& display, const QUuid& widget, Panel& dock, const QRect& tile);
   void close();
+  /// Its tile is there now, in the same coordinates.
+  void follow(const QRect& tile);
   /// Closes it without motion, so that its window has gone.
   void closeAtOnce();
   /// Closes it at once when it belongs to this display, as when the display's dock goes.

@@ -41,6 +41,8 @@ class Popup : public QObject {
  public:
   /// Lays the window out anew beside its rectangle, after the content's size changed.
   virtual void reposition() = 0;
+  /// The same, beside where that rectangle is now: it moved within the panel, or along with the panel.
+  virtual void moveBeside(const QRect& rectangle) = 0;
   /// Lets whoever had the keyboard before have it again, for a popup that is still seen on its way out.
   virtual void giveBackKeyboard() = 0;
 

@@ -153,6 +153,15 @@ TEST_F(ShellScenario, APanelStandsBesideTheGlassUntilAClickElsewhere) {
   desk.click(desk.away());
   EXPECT_TRUE(comesTrue([&] { return !isOpen(); }));
   EXPECT_TRUE(inTime([&] { return glass().height() == 84; }));
+  // Neither does what a menu stands on, until it has gone.
+  desk.moveTo(tile(4).center());
+  desk.settle();
+  ASSERT_TRUE(inTime([&] { return glass().height() == 110; }));
+  desk.click(tile(4).center(), Qt::RightButton);
+  ASSERT_TRUE(comesTrue([&] { return menu() && menu()->isVisible(); }));
+  desk.click(desk.away());
+  ASSERT_TRUE(comesTrue([&] { return !menu(); }));
+  EXPECT_TRUE(inTime([&] { return glass().height() == 84; }));
   // A second click on its tile closes it too, and so does another profile.
   desk.click(tile(4).center());
   EXPECT_TRUE(comesTrue([&] { return isOpen(); }));

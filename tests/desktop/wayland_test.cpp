@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 
+#include <QApplication>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusReply>
@@ -17,6 +18,8 @@
 #include "platform/wayland/WaylandEnvironment.h"
 #include "platform/wayland/WaylandSession.h"
 #include "support/HeadlessSway.h"
+#include "views/panels/PanelPresentation.h"
+#include "views/panels/TilePanel.h"
 
 namespace tarnwick::testing {
 namespace {
@@ -180,6 +183,30 @@ TEST_F(WaylandShell, StandsWithoutAPointerAndMeetsOneThatIsPluggedIn) {
   ASSERT_TRUE(comesTrue([&] { return takesClicks(glass().center()); }));
   desk.click(tile(4).center());
   EXPECT_TRUE(comesTrue([&] { return isOpen(); }));
+}
+
+TEST_F(WaylandShell, APanelStaysBesideItsTileWhenTheDisplayIsScaled) {
+  startShown(DockConfiguration());
+  desk.click(tile(1).center());
+  ASSERT_TRUE(comesTrue([&] { return isOpen(); }));
+  const auto outline = [] {
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+      const auto* shown = qobject_cast<const PanelPresentation*>(window);
+      if (shown && shown->isVisible())
+        return shown->geometry().marginsRemoved(static_cast<const TilePanel&>(shown->content()).margins());
+    }
+    return QRect();
+  };
+  const QSize whole = desk.display(0).size();
+  for (const auto& [scale, size] : {std::pair(u"2"_s, whole / 2), std::pair(u"1"_s, whole)}) {
+    SCOPED_TRACE(qPrintable(scale));
+    ASSERT_TRUE(sway.order(u"output HEADLESS-1 scale "_s + scale));
+    EXPECT_TRUE(inTime([&, size = size] {
+      const bool stands = desk.display(0).size() == size && desk.display(0).contains(glass());
+      return stands && outline().bottom() == glass().top() - theme::kPanelGap - 1;
+    }));
+    EXPECT_TRUE(outline().intersects(tile(1).translated(0, -glass().height())));
+  }
 }
 
 // The dock has the keyboard only while a tile is in the hand.

@@ -25,6 +25,7 @@ struct FakePopup final : Popup {
   }
   ~FakePopup() override { --alive; }
   void reposition() override { content->resize(content->sizeHint()); }
+  void moveBeside(const QRect&) override {}
   void giveBackKeyboard() override { hasKeyboard = false; }
   void escape() {
     content->hide();

@@ -34,6 +34,11 @@ void PlainPopup::reposition() {
   content_->setGeometry(outline.marginsAdded(style_.margins));
 }
 
+void PlainPopup::moveBeside(const QRect& rectangle) {
+  beside_ = rectangle;
+  reposition();
+}
+
 bool PlainPopup::eventFilter(QObject* watched, QEvent* event) {
   if (watched != content_.get()) return false;
   if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {

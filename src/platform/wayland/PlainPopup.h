@@ -18,6 +18,7 @@ class PlainPopup final : public Popup {
 
   void show();
   void reposition() override;
+  void moveBeside(const QRect& rectangle) override;
   /// The compositor does so when the window goes, and not before.
   void giveBackKeyboard() override {}
 

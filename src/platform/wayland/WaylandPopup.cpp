@@ -67,6 +67,11 @@ void WaylandPopup::reposition() {
   if (catcher_) catcher_->setOpen(pointer_.area() | outline);
 }
 
+void WaylandPopup::moveBeside(const QRect& rectangle) {
+  beside_ = rectangle;
+  reposition();
+}
+
 void WaylandPopup::giveBackKeyboard() {
   if (!std::exchange(style_.takesKeys, false)) return;
   // Where that is judged once a window comes, only one that goes gives it up.

@@ -20,6 +20,7 @@ class WaylandPopup final : public Popup {
                const PopupStyle& style);
 
   void reposition() override;
+  void moveBeside(const QRect& rectangle) override;
   void giveBackKeyboard() override;
   /// Once.
   void show();

@@ -62,6 +62,11 @@ void X11Popup::reposition() {
   applyShape();
 }
 
+void X11Popup::moveBeside(const QRect& rectangle) {
+  beside_ = rectangle;
+  reposition();
+}
+
 /// A window that takes another size keeps its picture until the next one is painted. The picture must stay where it
 /// stands on the screen, by the edge that does not move, and what the window gains must be clear.
 void X11Popup::holdPicture(bool isAbove) const {

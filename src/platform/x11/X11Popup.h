@@ -22,6 +22,7 @@ class X11Popup final : public Popup {
   ~X11Popup() override;
 
   void reposition() override;
+  void moveBeside(const QRect& rectangle) override;
   void giveBackKeyboard() override { focus_.giveBack(); }
   void setComposited(bool isComposited);
   /// Maps it. Once, after it knows whether the screen is composited.
