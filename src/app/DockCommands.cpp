@@ -73,19 +73,32 @@ bool DockCommands::openPlace(const DockWidget& widget) {
 }
 
 void DockCommands::openEntry(const QString& entryPath, bool mayMinimise) {
+  if (mayMinimise && isSecondClick(entryPath)) return;
   const auto app = parts_.running->byPath(entryPath);
   if (!app) {
     parts_.opener->start(entryPath);
   } else if (mayMinimise) {
-    activateApplication(app->identity);
+    turnTo(app->identity);
   } else {
     openApplication(app->identity);
   }
 }
 
+/// A double click means what a click does: not two windows, and none that goes as soon as it came.
+bool DockCommands::isSecondClick(const QString& what) {
+  const double now = parts_.store->scheduler().reference();
+  if (clicked_.first == what && now - clicked_.second < kDoubleClick) return true;
+  clicked_ = {what, now};
+  return false;
+}
+
 // --- Running applications -------------------------------------------------------------------------------------------
 
 void DockCommands::activateApplication(quint64 application) {
+  if (!isSecondClick(QString::number(application))) turnTo(application);
+}
+
+void DockCommands::turnTo(quint64 application) {
   const auto app = parts_.running->byIdentity(application);
   if (!app) return;
   if (!app->active) return openApplication(application);

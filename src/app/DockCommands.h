@@ -25,6 +25,8 @@ class DockCommands : public QObject {
  public:
   /// Seconds for which a tile shows that its application starts, when no window comes.
   static constexpr double kLaunchFeedback = 8;
+  /// Seconds within which a second click belongs to the first.
+  static constexpr double kDoubleClick = 0.4;
 
   /// Borrowed; all are required.
   struct Parts {
@@ -91,6 +93,8 @@ class DockCommands : public QObject {
 
   void openTile(const QUuid& widget, bool mayMinimise);
   void openEntry(const QString& entryPath, bool mayMinimise);
+  bool isSecondClick(const QString& what);
+  void turnTo(quint64 application);
   bool openPlace(const DockWidget& widget);
   void newWindowOfEntry(const QString& entryPath);
   void launchBegan(const QString& entryPath);
@@ -100,7 +104,8 @@ class DockCommands : public QObject {
   Parts parts_;
   std::map<QString, Launch> launching_;
   std::map<QString, QHash<quint64, QRectF>> tiles_;
-  QHash<quint64, QRectF> sent_;  ///< By window.
+  QHash<quint64, QRectF> sent_;           ///< By window.
+  std::pair<QString, double> clicked_{};  ///< What was last, and when.
 };
 
 }  // namespace tarnwick

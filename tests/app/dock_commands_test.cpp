@@ -99,6 +99,7 @@ class CommandsTest : public AppsTest {
 TEST_F(CommandsTest, AClickStartsBringsForwardAndMinimises) {
   commands->activateTile(widget(0).id);
   EXPECT_EQ(ran(), u"--start"_s);
+  scheduler.advance(1);
   EXPECT_TRUE(commands->isLaunching(editor()));
   windows.open(1, u"editor"_s);
   EXPECT_FALSE(commands->isLaunching(editor()));
@@ -110,6 +111,9 @@ TEST_F(CommandsTest, AClickStartsBringsForwardAndMinimises) {
 
   commands->activateTile(widget(0).id);
   EXPECT_EQ(windows.activated, (QList<quint64>{2, 1}));
+  commands->activateTile(widget(0).id);
+  EXPECT_TRUE(windows.minimised.isEmpty()) << "a double click is one";
+  scheduler.advance(1);
   commands->activateTile(widget(0).id);
   EXPECT_EQ(windows.minimised, (QList<quint64>{2, 1}));
   windows.minimised.clear();
@@ -144,10 +148,12 @@ TEST_F(CommandsTest, WindowsOfOtherDesktopsStayThereWhereSomeAreHere) {
     windows.windows[1].elsewhere = second;
     windows.activate(3);
     windows.activated.clear();
+    scheduler.advance(1);
     commands->activateTile(widget(0).id);
     return windows.activated;
   };
   EXPECT_EQ(activate(true, false), (QList<quint64>{2}));
+  scheduler.advance(1);
   commands->activateTile(widget(0).id);
   EXPECT_EQ(windows.minimised, (QList<quint64>{2}));
   EXPECT_EQ(activate(true, true).size(), 2);
