@@ -1,8 +1,8 @@
 #pragma once
 
 #include <QRegion>
+#include <map>
 #include <memory>
-#include <vector>
 
 #include "platform/wayland/ClearWindow.h"
 
@@ -23,7 +23,13 @@ class OutsideCatcher final : public QObject {
   void caught();
 
  private:
-  std::vector<std::unique_ptr<ClearWindow>> windows_;
+  void follow(QScreen* screen);
+  void cover(QScreen& screen);
+  void leaveOpen(ClearWindow& window, const QRect& screen) const;
+
+  const WaylandSession& session_;
+  QRegion open_;
+  std::map<QScreen*, std::unique_ptr<ClearWindow>> windows_;
 };
 
 }  // namespace tarnwick

@@ -166,7 +166,9 @@ QList<ClientWindow> WaylandClientWindows::known() const {
       const QString id = screens_.idOf(output);
       if (!id.isEmpty()) one.screens.append(id);
     }
-    if (one.fullscreen && !one.screens.isEmpty()) one.frame = screens_.screen(one.screens.first()).frame;
+    // It may fill several displays at once.
+    if (one.fullscreen)
+      for (const QString& id : one.screens) one.frame |= screens_.screen(id).frame;
     windows.append(one);
   }
   return windows;

@@ -19,6 +19,8 @@ constexpr std::array kVariables{
     Variable{"QT_WAYLAND_DISABLE_FIXED_POSITIONS", "1"},
     // Nothing here is painted by the graphics card, whose driver would cost more memory than all the rest.
     Variable{"QT_WAYLAND_CLIENT_BUFFER_INTEGRATION", "none"},
+    // Its own window frames are painted by that card alone, so that it would look for it in vain, with two warnings.
+    Variable{"QT_WAYLAND_DISABLE_WINDOWDECORATION", "1"},
     // Else a timer runs behind every picture, to see whether the compositor asks for the next one.
     Variable{"QT_WAYLAND_FRAME_CALLBACK_TIMEOUT", "0"},
 };
