@@ -230,7 +230,6 @@ QString AppStore::writeSettings() {
 void AppStore::shutdown() {
   if (down_) return;
   down_ = true;
-  if (installedApps_) installedApps_->stop();
   if (applications_) applications_->stop();
   services_.media->disconnect(false);
   services_.zoom->disconnect();
@@ -242,6 +241,8 @@ void AppStore::shutdown() {
   services_.remote->cancelAll();
   services_.recorder->stop();
   saveAtTheEnd();
+  // Last: it waits for whoever reads a folder right now.
+  if (installedApps_) installedApps_->stop();
 }
 
 // --- Messages, remote values, running applications ------------------------------------------------------------------
