@@ -140,6 +140,11 @@ void DockController::focus() {
   const QString main = ports_.screens->mainId();
   const auto found = docks_.contains(main) ? docks_.find(main) : docks_.begin();
   if (found == docks_.end()) return;
+  // Asked again by whoever is there already: back to the program that had it.
+  if (focused_ == found->first && hasKeyboard_ && !keyboardIsLent_) {
+    leaveKeyboard();
+    return;
+  }
   if (focused_ != found->first) leaveKeyboard();
   focused_ = found->first;
   // A hidden dock comes at once: the user asked for it by name, not by resting at the edge.

@@ -257,6 +257,12 @@ TEST_F(DockControllerTest, ADockWithTheKeyboardStaysUntilTheUserTurnsAway) {
   Q_EMIT qGuiApp->focusWindowChanged(nullptr);
   EXPECT_TRUE(hasDone());
 
+  // Asked for a second time, the dock gives it back.
+  controller.focus();
+  Q_EMIT qGuiApp->focusWindowChanged(panel().window());
+  controller.focus();
+  EXPECT_TRUE(hasDone());
+
   // A display that went with the keyboard comes back without it.
   controller.focus();
   const QList<Screen> both = screens.list;

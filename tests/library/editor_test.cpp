@@ -129,7 +129,14 @@ TEST_F(EditorTest, ZonesAreLookedForAndTakenByReturn) {
   EXPECT_TRUE(fixture_.find(clock.id)->options.value(u"timezone"_s).isEmpty()) << "nothing before it is saved";
   QTest::keyClick(search, Qt::Key_Return);
   EXPECT_EQ(fixture_.find(clock.id)->options.value(u"timezone"_s), u"Asia/Tokyo"_s);
-  EXPECT_EQ(fixture_.find(clock.id)->options.value(u"zoneLabel"_s), u"Tokyo"_s);
+  EXPECT_EQ(fixture_.find(clock.id)->options.value(u"zoneLabel"_s), u"Home"_s) << "a label of the user's own";
+  fixture_.store().set(clock.id, u"zoneLabel"_s, u"Tokyo"_s);
+  window = fixture_.editor(clock.id);
+  search = window->findChild<ZoneField*>()->findChild<QLineEdit*>();
+  QTest::keyClicks(search, u"lisbon"_s);
+  QTest::keyClick(search, Qt::Key_Return);
+  EXPECT_TRUE(window->save());
+  EXPECT_EQ(fixture_.find(clock.id)->options.value(u"zoneLabel"_s), u"Lisbon"_s);
 
   const DockWidget list = fixture_.add(u"worldClockList"_s);
   window = fixture_.editor(list.id);

@@ -89,6 +89,14 @@ TEST(ClockPanelTest, AddsAndRemovesZones) {
   press(*other->findChild<QLineEdit*>(), Qt::Key_Return);
   EXPECT_EQ(optionOf(clock, u"timezone"_s), u"America/Los_Angeles"_s);
   EXPECT_EQ(optionOf(clock, u"zoneLabel"_s), u"San Francisco"_s);
+  // The name of a place goes with it, one that the user gave stays.
+  for (const QString& own : {QString(), u"Mum"_s}) {
+    if (!own.isEmpty()) fixture.store().set(clock.widget, u"zoneLabel"_s, own);
+    other->findChild<QLineEdit*>()->setText(own.isEmpty() ? u"kolkata"_s : u"tokyo"_s);
+    press(*other->findChild<QLineEdit*>(), Qt::Key_Return);
+    EXPECT_EQ(optionOf(clock, u"zoneLabel"_s), own.isEmpty() ? u"Kolkata"_s : own);
+  }
+  EXPECT_EQ(optionOf(clock, u"timezone"_s), u"Asia/Tokyo"_s);
   buttonNamed(*other, u"Use local time"_s)->click();
   EXPECT_TRUE(optionOf(clock, u"timezone"_s).isEmpty());
   EXPECT_TRUE(optionOf(clock, u"zoneLabel"_s).isEmpty());

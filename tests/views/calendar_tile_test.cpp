@@ -144,7 +144,7 @@ TEST(Clocks, KnowOtherPlaces) {
   EXPECT_EQ(worldZones(u" Asia/Tokyo ,,Mars/Base,Asia/Tokyo"_s), QStringList{u"Asia/Tokyo"_s});
   EXPECT_EQ(worldZones(u"Mars/Base"_s).size(), 3);
   const auto list = contentOf<WorldListContent>(u"worldClockList"_s, sources, {{u"zones"_s, u"America/New_York"_s}});
-  EXPECT_EQ(list.rows, (QList<WorldListContent::Row>{{u"New York"_s, u"05:24"_s, {}}}));
+  EXPECT_EQ(list.rows, (QList<WorldListContent::Row>{{u"New York"_s, u"05:24"_s, u"05:24"_s, {}}}));
 
   EXPECT_EQ(contentOf<DateContent>(u"dateOnly"_s, sources).date, u"24 Nov"_s);
   EXPECT_EQ(contentOf<DateContent>(u"dateOnly"_s, sources).captions.first(), u"Tuesday · Week 48"_s);

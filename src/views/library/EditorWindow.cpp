@@ -156,11 +156,13 @@ DockWidget EditorWindow::edited(const DockWidget& stored) const {
 void EditorWindow::changed(Line& line) {
   line.touched = true;
   clearFaults();
-  // A label says which zone is meant, so it goes along with it.
+  // A label that names the zone goes along with it; one of the user's own stays.
   if (line.field.shape == FieldShape::Zone) {
+    const auto* zone = static_cast<ZoneField*>(line.control);
     for (const auto& other : lines_) {
       if (other->field.key != "zoneLabel"_L1) continue;
-      other->control->setValue(static_cast<ZoneField*>(line.control)->city());
+      if (!ZoneSearch::isNameOf(other->control->value(), zone->valueBefore())) continue;
+      other->control->setValue(zone->city());
       other->touched = true;
     }
   }

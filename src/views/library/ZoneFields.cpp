@@ -93,6 +93,7 @@ void ZoneField::search() {
 void ZoneField::take(const ZoneMatch& match) {
   const bool full = several_ && !zones_.contains(match.zone) && zones_.size() >= kMostZones;
   if (!full) {
+    before_ = value();
     if (!several_) zones_.clear();
     if (!zones_.contains(match.zone)) zones_.append(match.zone);
     city_ = match.city;
@@ -107,6 +108,7 @@ void ZoneField::take(const ZoneMatch& match) {
 }
 
 void ZoneField::leave(const QString& zone) {
+  before_ = value();
   zones_.removeAll(zone);
   city_.clear();
   showZones();

@@ -23,6 +23,8 @@ class ZoneField final : public FieldControl {
   void setValue(const QString& value) override;
   /// What the zone that was chosen last is called.
   const QString& city() const { return city_; }
+  /// What value() was before the last choice.
+  const QString& valueBefore() const { return before_; }
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -36,6 +38,7 @@ class ZoneField final : public FieldControl {
   bool several_;
   QStringList zones_;
   QString city_;
+  QString before_;
   QList<ZoneMatch> found_;
   QVBoxLayout* chosen_;
   SearchField* field_;

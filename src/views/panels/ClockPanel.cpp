@@ -28,6 +28,7 @@ struct Zone {
   QString name;  ///< Empty for the user's own.
   QString label;
   bool removable = false;
+  QString place{};  ///< Where the label does not tell it.
   bool operator==(const Zone&) const = default;
 };
 
@@ -123,7 +124,9 @@ class ClockPanel final : public TilePanel {
     const QString name = options.value(u"timezone"_s);
     if (!ClockWords::isZone(name)) return {Zone{{}, PanelWords::tr("Local"), false}};
     const QString label = options.value(u"zoneLabel"_s).trimmed();
-    return {Zone{name, label.isEmpty() ? ClockWords::city(name) : label, true}};
+    const QString city = ClockWords::city(name);
+    if (ZoneSearch::isNameOf(label, name)) return {Zone{name, label.isEmpty() ? city : label, true}};
+    return {Zone{name, label, true, city}};
   }
 
   void showZones(const TileSources& sources) {
@@ -134,7 +137,8 @@ class ClockPanel final : public TilePanel {
     }
     for (qsizetype i = 0; i < rows_.size(); ++i) {
       const QDateTime there = ClockWords::inZone(sources.now, shown_[i].name);
-      QStringList words{shown_[i].name.isEmpty() ? PanelWords::tr("The time of this computer")
+      QStringList words{shown_[i].place,
+                        shown_[i].name.isEmpty() ? PanelWords::tr("The time of this computer")
                                                  : ClockWords::ahead(there, sources.now),
                         ClockWords::dayThere(there, sources.now)};
       words.removeAll(QString());
@@ -185,7 +189,9 @@ class ClockPanel final : public TilePanel {
                                            : QString());
       if (zones.size() <= kMostZones) setOption(u"zones"_s, zones.join(u','));
     } else {
-      change(match.zone, match.city);
+      const QMap<QString, QString>& options = widget().options;
+      const QString label = options.value(u"zoneLabel"_s);
+      change(match.zone, ZoneSearch::isNameOf(label, options.value(u"timezone"_s)) ? match.city : label);
     }
     field_->clear();
     refreshNow();

@@ -121,4 +121,11 @@ QList<ZoneMatch> ZoneSearch::find(const QString& text, qsizetype most) {
   return matches;
 }
 
+bool ZoneSearch::isNameOf(const QString& label, const QString& zone) {
+  const QString wanted = folded(label.simplified());
+  if (wanted.isEmpty() || wanted == folded(ClockWords::city(zone))) return true;
+  return std::ranges::any_of(knownZones(),
+                             [&](const Known& known) { return known.match.zone == zone && known.city == wanted; });
+}
+
 }  // namespace tarnwick

@@ -19,6 +19,8 @@ struct ZoneMatch {
 struct ZoneSearch {
   /// The best `most`; none for a blank text.
   static QList<ZoneMatch> find(const QString& text, qsizetype most);
+  /// Whether the label says no more than which zone it is, so that another zone needs another one. An empty one is.
+  static bool isNameOf(const QString& label, const QString& zone);
 };
 
 }  // namespace tarnwick

@@ -1,5 +1,7 @@
 #include "views/tiles/DateTiles.h"
 
+#include <algorithm>
+
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileWords.h"
 
@@ -153,7 +155,8 @@ WorldListContent makeWorldList(const TileRequest& request) {
   for (const QString& zone : worldZones(request.widget.options.value(u"zones"_s))) {
     const QDateTime there = ClockWords::inZone(request.sources.now, zone);
     const ClockTime time = ClockWords::time(there.time(), request.sources.locale, request.sources.use24Hour);
-    content.rows.append({ClockWords::city(zone), time.full(), ClockWords::dayThere(there, request.sources.now)});
+    content.rows.append(
+        {ClockWords::city(zone), time.full(), time.text(), ClockWords::dayThere(there, request.sources.now)});
   }
   return content;
 }
@@ -181,13 +184,20 @@ QString briefCity(const QString& city) {
 
 void paint(TileCanvas& canvas, const WorldListContent& content) {
   const QList<double> baselines = canvas.rowBaselines(std::min(content.rows.size(), kMostRows));
+  const auto roomBeside = [&](const QString& time) {
+    return canvas.roomAfter(theme::kTextLeft) - canvas.line(time, TextStyle::ListRow).width() - kRowGap;
+  };
+  // A city that cannot be read makes its time worthless; the half of the day is in the tip.
+  const bool isTight = std::ranges::any_of(content.rows.first(baselines.size()), [&](const WorldListContent::Row& row) {
+    return canvas.line(briefCity(row.city), TextStyle::ListRow).width() > roomBeside(row.time);
+  });
   for (qsizetype i = 0; i < baselines.size(); ++i) {
     const WorldListContent::Row& row = content.rows[i];
-    const TextLine time = canvas.line(row.time, TextStyle::ListRow);
-    const double right = canvas.width() - theme::kTextRight;
-    time.drawRight(canvas.painter(), {right, baselines[i]}, canvas.colors().secondary);
-    Typography::fitting({row.city, briefCity(row.city)}, TextStyle::ListRow,
-                        right - time.width() - kRowGap - theme::kTextLeft, Elide::End, canvas.scale())
+    const QString& time = isTight ? row.timeAlone : row.time;
+    canvas.line(time, TextStyle::ListRow)
+        .drawRight(canvas.painter(), {canvas.width() - theme::kTextRight, baselines[i]}, canvas.colors().secondary);
+    Typography::fitting({row.city, briefCity(row.city)}, TextStyle::ListRow, roomBeside(time), Elide::End,
+                        canvas.scale())
         .draw(canvas.painter(), {theme::kTextLeft, baselines[i]}, canvas.colors().primary);
   }
 }

@@ -63,7 +63,8 @@ struct WorldListContent {
   struct Row {
     QString city;
     QString time;
-    QString day;  ///< Where the date there is another one.
+    QString timeAlone;  ///< Without the half of the day.
+    QString day;        ///< Where the date there is another one.
     bool operator==(const Row&) const = default;
   };
   QList<Row> rows;
