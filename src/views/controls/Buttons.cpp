@@ -105,7 +105,9 @@ void Button::paintEvent(QPaintEvent*) {
     drawRounded(painter, box, theme::kButtonCorner, look.palette.button);
     ink = look.palette.tertiary;
   } else if (isFilled) {
-    QColor fill = role_ == Role::Danger ? look.palette.accent(Accent::Red) : look.accentColor();
+    // Without colours the accents that are fainter than others would look disabled.
+    QColor fill =
+        role_ == Role::Danger || look.palette.monochrome ? look.palette.accent(Accent::Red) : look.accentColor();
     if (isEnabled() && underMouse() && !isDown()) fill = lightened(fill, theme::kPrimaryHover);
     drawRounded(painter, box, theme::kButtonCorner, isDown() ? faded(fill, 0.85) : fill);
     ink = look.palette.inkOnAccent;

@@ -110,9 +110,15 @@ double ChartView::highest() const {
   return highest > 0 ? highest : 1;
 }
 
-void ChartView::paintLine(QPainter& painter, const QRectF& box, const ChartSeries& series) const {
+QColor ChartView::colorOf(const ChartSeries& series) const {
   const ControlLook& look = lookOf(*this);
-  const QColor color = series.accent ? look.palette.accent(*series.accent) : look.accentColor();
+  // Without colours the second of two lines is told by its strength.
+  if (look.palette.monochrome && &series != &series_.first()) return look.palette.secondary;
+  return series.accent ? look.palette.accent(*series.accent) : look.accentColor();
+}
+
+void ChartView::paintLine(QPainter& painter, const QRectF& box, const ChartSeries& series) const {
+  const QColor color = colorOf(series);
   const qsizetype count = series.values.size();
   const qsizetype slots = std::max<qsizetype>(depth_, count);
   if (count == 0) return;
@@ -150,8 +156,7 @@ void ChartView::paintLine(QPainter& painter, const QRectF& box, const ChartSerie
 }
 
 void ChartView::paintBars(QPainter& painter, const QRectF& box, const ChartSeries& series) const {
-  const ControlLook& look = lookOf(*this);
-  const QColor color = series.accent ? look.palette.accent(*series.accent) : look.accentColor();
+  const QColor color = colorOf(series);
   const qsizetype count = series.values.size();
   const auto slots = static_cast<double>(std::max<qsizetype>(depth_, count));
   if (count == 0) return;

@@ -58,6 +58,7 @@ class ChartView final : public QWidget {
 
  private:
   double highest() const;
+  QColor colorOf(const ChartSeries& series) const;
   void paintLine(QPainter& painter, const QRectF& box, const ChartSeries& series) const;
   void paintBars(QPainter& painter, const QRectF& box, const ChartSeries& series) const;
 

@@ -56,6 +56,11 @@ void ListRow::setSymbol(const QString& symbol, Tone tone) {
   update();
 }
 
+void ListRow::setSymbolAccent(Accent accent) {
+  symbolAccent_ = accent;
+  update();
+}
+
 void ListRow::setPicture(const QPixmap& picture) {
   picture_ = picture;
   update();
@@ -133,8 +138,9 @@ void ListRow::paintEvent(QPaintEvent*) {
     painter.drawPixmap(turned(place), picture_, picture_.rect());
     left += theme::kRowPicture + theme::kRowGap;
   } else if (!symbol_.isEmpty()) {
+    const bool isColored = symbolAccent_ && !look.palette.monochrome;
     drawControlSymbol(painter, symbol_, turned(QRectF(left, middle - kRowSymbol / 2, kRowSymbol, kRowSymbol)),
-                      toneColor(look, symbolTone_));
+                      isColored ? look.palette.accent(*symbolAccent_) : toneColor(look, symbolTone_));
     left += kRowSymbol + theme::kRowGap;
   }
 

@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QPixmap>
+#include <optional>
 
 #include "views/controls/Buttons.h"
 
@@ -20,6 +21,8 @@ class ListRow final : public PaintedButton {
   /// With a caption the row is taller.
   void setCaption(const QString& caption);
   void setSymbol(const QString& symbol, Tone tone = Tone::Primary);
+  /// As the legend of a line in a chart: this accent in place of the tone, which stays in looks without colours.
+  void setSymbolAccent(Accent accent);
   void setPicture(const QPixmap& picture);
   void setValue(const QString& value, Tone tone = Tone::Primary);
   /// A share from 0 to 1 as a short bar before the value; none below 0.
@@ -44,6 +47,7 @@ class ListRow final : public PaintedButton {
   QString caption_;
   QString symbol_;
   Tone symbolTone_ = Tone::Primary;
+  std::optional<Accent> symbolAccent_;
   QPixmap picture_;
   QString value_;
   Tone valueTone_ = Tone::Primary;

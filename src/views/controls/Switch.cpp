@@ -80,6 +80,9 @@ void Switch::paintEvent(QPaintEvent*) {
   const double x = inset + at * (theme::kSwitchWidth - theme::kSwitchKnob - inset * 2);
   const QRectF disc = Turned(*this)(QRectF(x, inset, theme::kSwitchKnob, theme::kSwitchKnob));
   drawRounded(painter, disc, theme::kSwitchKnob / 2.0, look.knob());
+  // Without colours the track of a switch that is on is as white as the knob.
+  if (look.palette.monochrome && at > 0)
+    drawRounded(painter, disc, theme::kSwitchKnob / 2.0, faded(look.palette.inkOnAccent, at));
   if (look.palette.light) drawInnerLine(painter, disc, theme::kSwitchKnob / 2.0, 1, look.palette.tileEdge);
 }
 

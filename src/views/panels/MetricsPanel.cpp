@@ -250,8 +250,16 @@ class NetworkPanel final : public MetricsPanel {
         down_(addDetail(PanelWords::tr("Download"), true)),
         up_(addDetail(PanelWords::tr("Upload"))),
         most_(addDetail(PanelWords::tr("Highest"))) {
-    down_->setSymbol(u"arrow.down"_s, Tone::AccentWord);
-    up_->setSymbol(u"arrow.up"_s, Tone::Secondary);
+    // Each arrow has the colour of its line in the chart, where there is one.
+    const QString& kind = definition().id;
+    const bool sending = kind == "networkUpload"_L1;
+    down_->setSymbol(u"arrow.down"_s, sending ? Tone::Secondary : Tone::Primary);
+    up_->setSymbol(u"arrow.up"_s, sending ? Tone::Primary : Tone::Secondary);
+    if (!sending) down_->setSymbolAccent(look().accent);
+    if (sending)
+      up_->setSymbolAccent(look().accent);
+    else if (kind != "networkDownload"_L1)
+      up_->setSymbolAccent(Accent::Blue);
     most_->setSymbol(u"chart.bar"_s, Tone::Secondary);
   }
 
@@ -290,7 +298,9 @@ class SystemPanel final : public MetricsPanel {
         processor_(addDetail(PanelWords::tr("Processor"), true)),
         memory_(addDetail(PanelWords::tr("Memory"))) {
     processor_->setSymbol(u"cpu"_s);
-    memory_->setSymbol(u"memorychip"_s);
+    processor_->setSymbolAccent(Accent::Green);
+    memory_->setSymbol(u"memorychip"_s, Tone::Secondary);
+    memory_->setSymbolAccent(Accent::Purple);
   }
 
  protected:

@@ -41,6 +41,12 @@ QString buttonFor(const WidgetDefinition& definition) {
   return PanelWords::tr("Edit Widget…");
 }
 
+/// Whether there is something that only the user can tell.
+bool awaitsUser(const WidgetDefinition& definition) {
+  return isConnectedFamily(definition.family) || definition.family == u"weather"_s ||
+         definition.family == u"launcher"_s;
+}
+
 class PlainPanel final : public TilePanel {
  public:
   explicit PlainPanel(const PanelContext& context) : TilePanel(context) {}
@@ -56,6 +62,7 @@ class PlainPanel final : public TilePanel {
     if (definition().family == u"launcher"_s && !opened.isEmpty())
       state.sentence = PanelWords::tr("Opens %1.").arg(opened);
     state.button = buttonFor(definition());
+    state.isQuiet = !awaitsUser(definition()) || !opened.isEmpty();
     if (context().actions.openEditor)
       state.act = [edit = context().actions.openEditor, id = context().widget] { edit(id); };
     showEmpty(state);

@@ -83,6 +83,7 @@ class TilePanel::EmptyView final : public QWidget {
     title_->setVisible(!state.title.isEmpty());
     sentence_->setText(state.sentence);
     button_->setLabel(state.button);
+    button_->setRole(state.isQuiet ? Button::Role::Plain : Button::Role::Primary);
     button_->setVisible(!state.button.isEmpty());
     button_->setEnabled(static_cast<bool>(state.act));
     act_ = state.act;

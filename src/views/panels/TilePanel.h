@@ -30,6 +30,7 @@ struct EmptyState {
   QString button;  ///< Empty for none.
   /// Left empty, the button is there but disabled.
   std::function<void()> act;
+  bool isQuiet = false;  ///< Nothing waits for the button.
 };
 
 /// The panel behind a tile: a pane with a header, sections below it, and the shadow in the margins around it. Derive

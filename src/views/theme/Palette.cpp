@@ -250,6 +250,7 @@ Palette Palette::make(DockStyle style, Backdrop backdrop, bool monochrome) {
   applyStyle(palette, style, backdrop);
   palette.glass = glassOf(style, backdrop);
   palette.panel = panelOf(palette.light, backdrop);
+  if (monochrome) palette.selection = palette.light ? ink(13) : white(16);
   palette.pictures = picturesOf(palette.light, monochrome);
   if (backdrop == Backdrop::Opaque) {
     // Outside the outline nothing can be translucent, so what lies outside is left away.

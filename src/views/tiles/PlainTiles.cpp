@@ -59,7 +59,7 @@ QColor wordColor(const TileCanvas& canvas, const GenericContent& content) {
 TextLine nameLine(const TileCanvas& canvas, const QString& name, double room) {
   for (const TextStyle style : {TextStyle::Title, TextStyle::BodyStrong, TextStyle::TabLabel})
     if (const TextLine line = canvas.line(name, style); line.width() <= room) return line;
-  return canvas.name(name, TextStyle::Title, room);
+  return canvas.name(name, TextStyle::TabLabel, room);
 }
 
 void paintBeside(TileCanvas& canvas, const GenericContent& content) {
