@@ -2,12 +2,15 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QScreen>
 #include <QWindow>
 #include <algorithm>
 
 #include "views/window/AppWindow.h"
 
 namespace tarnwick {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -38,6 +41,10 @@ bool hasPlace(const QWidget& window) {
   return window.isVisible() &&
          !(window.windowState() & (Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen));
 }
+
+bool placesItself() { return QGuiApplication::platformName().startsWith("wayland"_L1); }
+
+QRect usableOf(const Screen& screen) { return (screen.usable.isEmpty() ? screen.frame : screen.usable).toRect(); }
 
 /// Whether its size is the user's, and not that of what stands in it.
 bool isSized(const QWidget& window) { return window.minimumWidth() < window.maximumWidth(); }
@@ -78,6 +85,12 @@ QRect WindowPlaces::beside(const QRect& dock, const QRect& room) {
   return larger.height() >= room.height() * kLeastShare ? larger : room;
 }
 
+QRect WindowPlaces::evenly(const QRect& free, const QRect& whole) {
+  const int taken = std::max(free.top() - whole.top(), whole.bottom() - free.bottom());
+  const QRect even = whole.adjusted(0, taken, 0, -taken);
+  return even.height() >= whole.height() * kLeastShare ? even & free : free;
+}
+
 void WindowPlaces::settle(AppWindow& window, const QString& name, const Wish& wish) {
   window.setObjectName(name);
   window.setRoom([this](const QPoint& place) { return roomAt({}, place); });
@@ -89,14 +102,41 @@ void WindowPlaces::settle(AppWindow& window, const QString& name, const Wish& wi
       Qt::SingleShotConnection);
 }
 
-QRect WindowPlaces::roomAt(const QString& display, const QPoint& place) const {
+std::optional<Screen> WindowPlaces::screenAt(const QString& display, const QPoint& place) const {
   const QList<Screen> all = screens_.all();
   auto screen = std::ranges::find(all, display, &Screen::id);
   if (screen == all.end())
     screen = std::ranges::find_if(all, [&](const Screen& each) { return each.frame.contains(place); });
-  if (screen == all.end()) return {};
-  const QRect usable = (screen->usable.isEmpty() ? screen->frame : screen->usable).toRect();
-  return beside(dock_(*screen).toAlignedRect(), usable);
+  return screen == all.end() ? std::nullopt : std::optional(*screen);
+}
+
+QRect WindowPlaces::freeOf(const Screen& screen) const {
+  return beside(dock_(screen).toAlignedRect(), usableOf(screen));
+}
+
+QRect WindowPlaces::roomAt(const QString& display, const QPoint& place) const {
+  const std::optional<Screen> screen = screenAt(display, place);
+  if (!screen) return {};
+  // Whoever places windows himself puts them in the middle, or wherever there is room.
+  return placesItself() ? evenly(freeOf(*screen), usableOf(*screen)) : freeOf(*screen);
+}
+
+/// A window that is higher than what the dock leaves lies behind the dock, wherever it stands.
+void WindowPlaces::keepClear(AppWindow& window) const {
+  if (!window.isVisible() || !window.screen()) return;
+  const std::optional<Screen> screen = screenAt({}, window.screen()->geometry().center());
+  if (!screen) return;
+  const QRect free = freeOf(*screen);
+  QMargins frame = frameOf(window);
+  if (placesItself() && frame.isNull()) frame = kUsualFrame;
+  const int hidden = std::max(0, window.height() + frame.top() + frame.bottom() - free.height());
+  const bool dockIsOnTop = free.top() > usableOf(*screen).top();
+  window.setBehind(dockIsOnTop ? QMargins(0, hidden, 0, 0) : QMargins(0, 0, 0, hidden));
+}
+
+void WindowPlaces::docksMoved() {
+  for (QWidget* each : QApplication::topLevelWidgets())
+    if (auto* window = qobject_cast<AppWindow*>(each)) keepClear(*window);
 }
 
 void WindowPlaces::open(AppWindow& window, const QString& name, const Wish& wish) {
@@ -123,6 +163,7 @@ void WindowPlaces::open(AppWindow& window, const QString& name, const Wish& wish
 
 bool WindowPlaces::eventFilter(QObject* window, QEvent* event) {
   if (event->type() == QEvent::Close) remember(*static_cast<AppWindow*>(window));
+  if (event->type() == QEvent::Resize) keepClear(*static_cast<AppWindow*>(window));
   return QObject::eventFilter(window, event);
 }
 

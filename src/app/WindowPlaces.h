@@ -6,6 +6,7 @@
 #include <QRect>
 #include <QString>
 #include <functional>
+#include <optional>
 
 #include "desktop/Screens.h"
 
@@ -15,7 +16,9 @@ class AppWindow;
 
 /// Where the program's windows open: over the one that they were asked from, else on the display that they are about,
 /// else where their like was left in this run, else where the pointer is. Never beyond a display, nor behind its dock.
-/// A desktop that places windows itself is told only which window belongs to which, and its size. Main thread only.
+/// A desktop that places windows itself is told only which window belongs to which, and its size: small enough that it
+/// clears the dock in the middle of the display. One that fills its display keeps its content out of the dock's way.
+/// Main thread only.
 class WindowPlaces final : public QObject {
   Q_OBJECT
  public:
@@ -29,6 +32,8 @@ class WindowPlaces final : public QObject {
   WindowPlaces(const Screens& screens, std::function<QRectF(const Screen& screen)> dock)
       : screens_(screens), dock_(std::move(dock)) {}
 
+  /// The docks stand elsewhere, or are others.
+  void docksMoved();
   /// Sees to the place of a window that was never shown. Windows of the same name share what is remembered.
   void settle(AppWindow& window, const QString& name, const Wish& wish);
 
@@ -37,6 +42,8 @@ class WindowPlaces final : public QObject {
   static QRect centred(const QSize& size, const QRect& over, const QRect& room, const QList<QRect>& taken);
   /// The larger part of a room above or below a dock; all of it where a dock in its middle would leave too little.
   static QRect beside(const QRect& dock, const QRect& room);
+  /// What has the same middle as `whole` and lies within `free`, a part of it; `free` where that would be too little.
+  static QRect evenly(const QRect& free, const QRect& whole);
   /// Moved as little as needed, so that it lies within `room`; its top left does in any case.
   static QRect within(QRect place, const QRect& room);
 
@@ -46,6 +53,9 @@ class WindowPlaces final : public QObject {
  private:
   /// What a display has for windows, or else the display at a place; empty where there is none.
   QRect roomAt(const QString& display, const QPoint& place) const;
+  std::optional<Screen> screenAt(const QString& display, const QPoint& place) const;
+  QRect freeOf(const Screen& screen) const;
+  void keepClear(AppWindow& window) const;
   void open(AppWindow& window, const QString& name, const Wish& wish);
   void remember(const AppWindow& window);
 

@@ -48,6 +48,8 @@ Windows::Windows(AppDelegate& delegate, const DelegateSetup& services)
     if (menuBar_) menuBar_->hide();
   };
   connect(services.ports.motion, &MotionPreference::changed, this, &Windows::followMotion);
+  connect(&delegate.dock(), &DockController::placed, &places_, &WindowPlaces::docksMoved);
+  connect(&delegate.dock(), &DockController::goesAway, &places_, &WindowPlaces::docksMoved);
 }
 
 /// Pictures that are on the screen follow the desktop.

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QLayout>
 #include <QMenu>
 #include <QTemporaryDir>
 #include <QTest>
@@ -217,6 +218,25 @@ TEST(WindowPlacesTest, AWindowStandsBesideTheDockUnlessThatLeavesTooLittle) {
         Case{"at the bottom", {1800, 700, 600, 84}, above}, Case{"at the top", {1800, 50, 600, 84}, below},
         Case{"in the middle", {1800, 380, 600, 84}, room}})
     EXPECT_EQ(WindowPlaces::beside(each.dock, room), each.place) << each.what;
+  // Where windows are put in the middle whatever is asked.
+  EXPECT_EQ(WindowPlaces::evenly(above, room), QRect(QPoint(1600, 171), QPoint(2599, 688)));
+  EXPECT_EQ(WindowPlaces::evenly(room, room), room);
+  EXPECT_EQ(WindowPlaces::evenly(QRect(1600, 30, 1000, 600), room), QRect(1600, 30, 1000, 600)) << "too little";
+}
+
+TEST_F(WindowsTest, OneThatFillsTheDisplayKeepsWhatStandsInItBesideTheDock) {
+  start(twoTiles());
+  delegate->reopen();
+  ASSERT_TRUE(isInFront(u"Tarnwick Settings"_s));
+  QWidget* window = QApplication::activeWindow();
+  const auto below = [&] { return window->layout()->contentsMargins().bottom(); };
+  const double dock = delegate->dock().frame(delegate->dock().displays().first()).top();
+  EXPECT_EQ(below(), 0);
+  window->showMaximized();
+  EXPECT_TRUE(
+      comesTrue([&] { return window->geometry().bottom() > dock && window->geometry().bottom() - below() < dock; }));
+  window->showNormal();
+  EXPECT_TRUE(comesTrue([&] { return below() == 0; }));
 }
 
 TEST_F(WindowsTest, AFormOpensOverItsWindowOrWhereItsLikeWasLeft) {

@@ -74,6 +74,10 @@ QRect AppWindow::room() const {
   return at ? at->availableGeometry() : frameGeometry();
 }
 
+void AppWindow::setBehind(const QMargins& margins) {
+  if (layout()->contentsMargins() != margins) layout()->setContentsMargins(margins);
+}
+
 void AppWindow::present() {
   resize(size().boundedTo(room().size()));
   isMinimized() ? showNormal() : show();
@@ -111,7 +115,7 @@ void AppWindow::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const WindowColors& grounds = windowColors(isDark_);
   painter.fillRect(rect(), grounds.body);
-  if (side_ && side_->isVisible()) painter.fillRect(side_->geometry(), grounds.side);
+  if (side_ && side_->isVisible()) painter.fillRect(side_->x(), 0, side_->width(), height(), grounds.side);
 }
 
 // --- Menu bar and keys ----------------------------------------------------------------------------------------------

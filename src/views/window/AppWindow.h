@@ -36,6 +36,8 @@ class AppWindow : public QWidget, public LookSource {
   void setEscapeCloses(bool closes) { escapeCloses_ = closes; }
   /// What says which part of the desktop a window at a place may take; its screen's usable part while it is empty.
   void setRoom(std::function<QRect(const QPoint& place)> room) { room_ = std::move(room); }
+  /// How much of it lies behind something else, from its sides; nothing that can be used stands there.
+  void setBehind(const QMargins& margins);
   /// Where this window can be seen whole.
   QRect room() const;
   /// Shows the window, in front of all others and with the keyboard. It never begins larger than its room.
