@@ -156,6 +156,19 @@ TEST_F(LibraryWindowTest, ArrowsChooseCardsAndTypingInThemSearches) {
   EXPECT_EQ(field_.text(), u"m"_s);
 }
 
+TEST_F(LibraryWindowTest, TabLeadsThroughTheCardsAndTheSectionsAndBack) {
+  const QList<QWidget*> way{&field_, window_->findChild<DropDown*>(), &view_, window_->findChild<SideList*>()};
+  field_.setFocus();
+  for (int at : {1, 2, 3, 0}) {
+    QTest::keyClick(window_->focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(window_->focusWidget(), way[at]) << at;
+  }
+  for (int at : {3, 2, 1, 0}) {
+    QTest::keyClick(window_->focusWidget(), Qt::Key_Backtab);
+    EXPECT_EQ(window_->focusWidget(), way[at]) << at;
+  }
+}
+
 TEST_F(LibraryWindowTest, AddsByHandToTheProfileThatIsChosen) {
   auto* target = window_->findChild<DropDown*>();
   const QString work = fixture_.profile(1).id.toString();

@@ -51,6 +51,9 @@ LibraryWindow::LibraryWindow(AppStore& store, LibraryServices services)
       view_(nullptr),
       note_(nullptr) {
   setContent(makeSide(), makeBody());
+  setTabOrder(side_, field_);
+  setTabOrder(field_, choice_);
+  setTabOrder(choice_, view_);
   setMinimumSize(kLeastSize);
   resize(kSize);
   fill();
@@ -87,7 +90,6 @@ QWidget* LibraryWindow::makeBody() {
   column->addSpacing(CardLayout::kAbove);
   column->addWidget(view_, 1);
   note_ = new AddedNote(body);
-  body->setFocusProxy(field_);
   field_->installEventFilter(this);
   return body;
 }
