@@ -17,6 +17,7 @@ class Segment final : public PaintedButton {
  public:
   explicit Segment(const QString& word) : PaintedButton(word) {
     setCheckable(true);
+    setAutoExclusive(true);  // Screen readers then know that it is one of several.
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   }
   QSize sizeHint() const override {

@@ -31,6 +31,7 @@ SettingsPage* makeAboutPage(AppStore& store, const SettingsServices& services) {
     auto* row = new FormRow(credit.words(), value(credit.licence));
     page->addOther(credits, row, credit.name + u' ' + credit.licence);
   }
+  page->takeKeys();
   return page;
 }
 

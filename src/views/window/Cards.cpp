@@ -90,7 +90,11 @@ FormRow::FormRow(const QString& label, QWidget* control, const QString& help, bo
   if (!control) return;
   // A button says its own word, which is what a person sees of it.
   const auto* button = qobject_cast<QPushButton*>(control);
-  if (control->accessibleName().isEmpty() && (!button || button->text().isEmpty())) control->setAccessibleName(label);
+  const bool hasWords = (button && !button->text().isEmpty()) || qobject_cast<QLabel*>(control);
+  if (control->accessibleName().isEmpty() && !hasWords) control->setAccessibleName(label);
+  // What several of them are about is not in their words, and a screen reader goes from one to the next.
+  for (QAbstractButton* each : control->findChildren<QAbstractButton*>())
+    if (each->accessibleDescription().isEmpty()) each->setAccessibleDescription(label);
   if (control->accessibleDescription().isEmpty()) control->setAccessibleDescription(help);
   if (qobject_cast<QAbstractSlider*>(control)) control->installEventFilter(this);
 }
@@ -187,6 +191,7 @@ bool Card::hasVisibleRow() const {
 bool Card::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent) {
     setVisible(hasVisibleRow());
+    updateGeometry();  // A row that comes or goes before the window is shown tells nobody but its card.
     update();
   }
   return QWidget::eventFilter(watched, event);
@@ -247,6 +252,7 @@ void CardPage::addWidget(QWidget* widget) { column_->addWidget(widget); }
 
 void CardPage::takeKeys() {
   area_->setFocusPolicy(Qt::StrongFocus);
+  area_->setAccessibleName(heading_);
   setFocusProxy(area_);
 }
 
