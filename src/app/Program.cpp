@@ -79,6 +79,7 @@ struct Start {
   std::unique_ptr<DataFolderLock> lock;
   QStringList urls;
   std::optional<int> status;  ///< To end with, when another copy runs.
+  QString obstacle;           ///< Why there can be no window; found while the words of the user are loaded.
   QString alertTitle;
   QString alertText;
 };
@@ -106,12 +107,13 @@ Start begin(int argc, char** argv, const CommandLine& line) {
   start.urls = SingleInstance::urls(line.files, QDir::currentPath());
   start.lock = std::make_unique<DataFolderLock>(QFileInfo(settingsFile(start.keys)).path());
   if (start.lock->take() != DataFolderLock::Taking::Held) resolve(start, line);
+  start.obstacle = WindowSystem::obstacle();
   return start;
 }
 
 int end(int argc, char** argv, const Start& start) {
   if (start.alertText.isEmpty()) return *start.status;
-  if (WindowSystem::obstacle().isEmpty()) {
+  if (start.obstacle.isEmpty()) {
     const QApplication application(argc, argv);
     QMessageBox::warning(nullptr, start.alertTitle, start.alertText);
   } else {
@@ -128,8 +130,8 @@ int runDock(int argc, char** argv, const CommandLine& line) {
   QCoreApplication::setApplicationVersion(QStringLiteral(TARNWICK_VERSION));
   const Start start = begin(argc, argv, line);
   if (start.status) return end(argc, argv, start);
-  if (const QString obstacle = WindowSystem::obstacle(); !obstacle.isEmpty()) {
-    say(obstacle);
+  if (!start.obstacle.isEmpty()) {
+    say(start.obstacle);
     return 1;
   }
 

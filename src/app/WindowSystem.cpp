@@ -160,12 +160,14 @@ QString WindowSystem::obstacle() {
   const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
   if (isWayland(platform)) {
     const bool answers = WaylandSession::offer() != WaylandSession::Offer::Nothing;
-    return answers ? QString() : u"Tarnwick cannot reach a Wayland display."_s;
+    return answers ? QString()
+                   : QCoreApplication::translate("WindowSystem", "Tarnwick cannot reach a Wayland display.");
   }
   if (!platform.startsWith("xcb") || answersX11()) return {};
   const QString display = qEnvironmentVariable("DISPLAY");
-  return display.isEmpty() ? u"Tarnwick needs a display, and DISPLAY names none."_s
-                           : u"Tarnwick cannot reach the display \"%1\"."_s.arg(display);
+  return display.isEmpty()
+             ? QCoreApplication::translate("WindowSystem", "Tarnwick needs a display, and DISPLAY names none.")
+             : QCoreApplication::translate("WindowSystem", "Tarnwick cannot reach the display \"%1\".").arg(display);
 }
 
 }  // namespace tarnwick
