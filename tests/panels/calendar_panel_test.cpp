@@ -61,7 +61,7 @@ TEST(ZoneSearchTest, FindsByCityCountryAndName) {
     EXPECT_EQ(found.first().zone, zone) << text.toStdString();
   }
   EXPECT_TRUE(ZoneSearch::find(u" "_s, 5).isEmpty());
-  EXPECT_TRUE(ZoneSearch::find(u"Mars"_s + u"/Base"_s, 5).isEmpty());
+  for (const QString& none : {u"Mars/Base"_s, u"Qwertz"_s}) EXPECT_TRUE(ZoneSearch::find(none, 5).isEmpty());
   EXPECT_EQ(ZoneSearch::find(u"a"_s, 5).size(), 5);
 }
 
@@ -72,6 +72,7 @@ TEST(ClockPanelTest, AddsAndRemovesZones) {
   auto* field = panel->findChild<QLineEdit*>();
   field->setText(u"Mumbai"_s);
   EXPECT_FALSE(panel->findChild<MonthGrid*>()->isVisible());
+  EXPECT_TRUE(buttonNamed(*panel, u"Mumbai"_s)) << "what was found is seen";
   press(*field, Qt::Key_Return);
   EXPECT_EQ(optionOf(list, u"zones"_s), u"America/New_York,Europe/London,Asia/Tokyo,Asia/Kolkata"_s);
   EXPECT_TRUE(field->text().isEmpty());

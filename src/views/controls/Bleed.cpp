@@ -27,8 +27,15 @@ class BleedingItem final : public QWidgetItemV2 {
 }  // namespace
 
 void addBleeding(QBoxLayout& column, QWidget* widget) {
-  if (QWidget* parent = column.parentWidget()) widget->setParent(parent);
+  QWidget* parent = column.parentWidget();
+  if (parent) widget->setParent(parent);
   column.addItem(new BleedingItem(widget));
+  if (!parent || !parent->isVisible()) return;
+  // Among widgets that are seen already nobody else shows it; once it has its place, so that it does not flash.
+  const auto show = [widget] {
+    if (!widget->testAttribute(Qt::WA_WState_ExplicitShowHide)) widget->show();
+  };
+  QMetaObject::invokeMethod(widget, show, Qt::QueuedConnection);
 }
 
 }  // namespace tarnwick

@@ -1,8 +1,10 @@
 #include "views/tiles/ClockWords.h"
 
+#include <QFileInfo>
 #include <QHash>
 #include <QRegularExpression>
 #include <QTimeZone>
+#include <algorithm>
 #include <cstdlib>
 
 #include "views/tiles/TileWords.h"
@@ -39,6 +41,13 @@ QString separatorOf(const QLocale& locale) {
   return match.hasMatch() ? match.captured(1) : u":"_s;
 }
 
+/// Any word alone passes for the rule of a zone without an offset, but only few are zones.
+bool isListed(const QString& name) {
+  if (name.contains(u'/') || QTimeZone::isTimeZoneIdAvailable(name.toUtf8())) return true;
+  const QStringList folders{u"/usr/share/zoneinfo/"_s, u"/usr/lib/zoneinfo/"_s};
+  return std::ranges::any_of(folders, [&](const QString& folder) { return QFileInfo(folder + name).isFile(); });
+}
+
 /// A zone by its name. Kept, since clocks ask every second and names that are none would be looked for on the disk.
 const QTimeZone& zoneNamed(const QString& name) {
   static QHash<QString, QTimeZone> known;
@@ -46,7 +55,7 @@ const QTimeZone& zoneNamed(const QString& name) {
   const auto found = known.constFind(name);
   if (found != known.constEnd()) return *found;
   if (known.size() >= most) known.clear();
-  return *known.insert(name, QTimeZone(name.toUtf8()));
+  return *known.insert(name, isListed(name) ? QTimeZone(name.toUtf8()) : QTimeZone());
 }
 
 QDate startOfWeek(const QDate& date, Qt::DayOfWeek firstDay) {
