@@ -61,6 +61,26 @@ TEST_F(KWinShell, APanelTakesKeysWhileItIsOpen) {
   EXPECT_TRUE(comesTrue([&] { return !isOpen(); }));
 }
 
+TEST_F(KWinShell, AFingerCallsAHiddenDockAndTheDockGoesOnceNoneIsThere) {
+  desk.moveTo(desk.away());
+  DockConfiguration config;
+  config.layout = DockLayout::RevealBottom;
+  start(config);
+  ASSERT_FALSE(dock().isVisible(id()));
+  desk.settle();
+  kwin.touch({desk.display(0).center().x(), desk.display(0).bottom()});
+  ASSERT_TRUE(inTime([&] { return dock().isVisible(id()); }));
+  ASSERT_TRUE(comesTrue([&] { return isIn(); }));
+  kwin.lift();
+  kwin.touch(tile(4).center());
+  kwin.lift();
+  ASSERT_TRUE(inTime([&] { return isOpen(); }));
+  desk.settle();
+  kwin.touch(desk.away());
+  kwin.lift();
+  EXPECT_TRUE(inTime([&] { return !isOpen() && !dock().isVisible(id()); }));
+}
+
 TEST_F(KWinShell, TheGlassBlursWhatLiesBehindIt) {
   desk.moveTo(desk.away());
   startShown(DockConfiguration());

@@ -112,6 +112,18 @@ void HeadlessKWin::tap(std::uint32_t code) {
   flush();
 }
 
+void HeadlessKWin::touch(QPoint place) {
+  org_kde_kwin_fake_input_touch_down(input_, 0, wl_fixed_from_int(place.x()), wl_fixed_from_int(place.y()));
+  org_kde_kwin_fake_input_touch_frame(input_);
+  flush();
+}
+
+void HeadlessKWin::lift() {
+  org_kde_kwin_fake_input_touch_up(input_, 0);
+  org_kde_kwin_fake_input_touch_frame(input_);
+  flush();
+}
+
 QImage HeadlessKWin::screenshot(const QString& output) {
   int ends[2];
   if (::pipe2(ends, O_CLOEXEC) != 0) return {};

@@ -30,6 +30,9 @@ class HeadlessKWin {
   /// `code`: as the kernel numbers buttons and keys.
   void button(bool down, std::uint32_t code);
   void tap(std::uint32_t code);
+  /// Puts a finger down, or lifts it.
+  void touch(QPoint place);
+  void lift();
 
   /// One display, by its name; null where KWin gives none.
   QImage screenshot(const QString& output);

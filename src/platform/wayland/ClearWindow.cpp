@@ -1,6 +1,7 @@
 #include "platform/wayland/ClearWindow.h"
 
 #include <QScreen>
+#include <chrono>
 #include <utility>
 
 namespace tarnwick {
@@ -8,6 +9,8 @@ namespace {
 
 // A picture's sides must be whole multiples of the surface's scale, whichever that is.
 constexpr int kSide = 60;
+/// Time to look at what came and to touch it.
+constexpr std::chrono::milliseconds kAfterATouch{2500};
 
 }  // namespace
 
@@ -17,6 +20,9 @@ ClearWindow::ClearWindow(const WaylandSession& session) : session_(session) {
   translucent.setAlphaBufferSize(8);
   setFormat(translucent);
   setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus);
+  lingering_.setSingleShot(true);
+  lingering_.setInterval(kAfterATouch);
+  connect(&lingering_, &QTimer::timeout, this, &ClearWindow::forgetPointer);
   layer_ = new LayerWindow(session, *this);
   connect(layer_, &LayerWindow::dropped, this, [this] { viewport_.reset(); });
   connect(layer_, &LayerWindow::closed, this, [this] {
@@ -81,6 +87,18 @@ bool ClearWindow::event(QEvent* event) {
     case QEvent::MouseButtonPress:
       Q_EMIT pressed();
       break;
+    // Taken, or the toolkit would make clicks of them.
+    case QEvent::TouchBegin:
+      lingering_.stop();
+      meet(true, false);
+      Q_EMIT pressed();
+      return true;
+    case QEvent::TouchUpdate:
+      return true;
+    case QEvent::TouchEnd:
+    case QEvent::TouchCancel:
+      lingering_.start();
+      return true;
     default:
       break;
   }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QTimer>
 #include <QWindow>
 
 #include "platform/wayland/LayerWindow.h"
@@ -17,7 +18,8 @@ class ClearWindow final : public QWindow {
   /// Shows it, or moves it, on a screen at a place within it. `look` says how it is held there.
   void stand(QScreen& screen, const QRect& withinScreen, const LayerLook& look);
   void setInput(const QRegion& region) { layer_->setInput(region); }
-  /// Whether the pointer is over it, with something in its hand or without.
+  /// Whether the pointer is over it, with something in its hand or without, or a finger was until a moment ago: what it
+  /// called comes only when the finger has gone.
   bool isMet() const { return isMet_; }
   bool isDraggedOver() const { return isDraggedOver_; }
   /// No word will come that the pointer left.
@@ -38,6 +40,7 @@ class ClearWindow final : public QWindow {
   LayerWindow* layer_;
   WaylandOwned<wl_buffer> buffer_;
   WaylandOwned<wp_viewport> viewport_;
+  QTimer lingering_;
   bool isMet_ = false;
   bool isDraggedOver_ = false;
 };

@@ -1,5 +1,6 @@
 #include "platform/wayland/WaylandPanel.h"
 
+#include <qpa/qwindowsysteminterface.h>
 #include <QGuiApplication>
 #include <QMenu>
 #include <QMouseEvent>
@@ -211,6 +212,9 @@ void WaylandPanel::follow(QEvent* event) {
       heldButton_ = Qt::NoButton;
       held_.settle();
       lendKeys();
+      // A finger that is lifted is over nothing, and nobody says so.
+      if (static_cast<QMouseEvent*>(event)->pointingDevice()->type() == QInputDevice::DeviceType::TouchScreen)
+        QWindowSystemInterface::handleLeaveEvent(content_->windowHandle());
       break;
     case QEvent::Leave:
       // A button that begins a drag is never released.
