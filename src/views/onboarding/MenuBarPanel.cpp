@@ -74,6 +74,7 @@ MenuBarPanel::MenuBarPanel(AppStore& store, MenuBarPanelActions actions)
   column_->addWidget(line(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Show Dock")), dock_));
   addLayouts();
   addBleeding(*column_, profiles_);
+  fillProfiles();  // Tab goes through what there is in the order in which it was made.
   addEntries();
   scroll_->setWidget(content_);
   content_->setAutoFillBackground(false);
@@ -85,7 +86,6 @@ MenuBarPanel::MenuBarPanel(AppStore& store, MenuBarPanelActions actions)
   connect(&store_, &AppStore::configChanged, this, &MenuBarPanel::fill);
   connect(&store_, &AppStore::errorChanged, this, &MenuBarPanel::fill);
   fill();
-  fillProfiles();
 }
 
 MenuBarPanel::~MenuBarPanel() = default;
@@ -181,6 +181,7 @@ void MenuBarPanel::fillProfiles() {
     auto* row = new ListRow(profile.name);
     row->setClickable(true);
     row->setCheckable(true);
+    row->setAutoExclusive(true);  // One of them always is.
     addBleeding(*column, row);
     const QUuid id = profile.id;
     connect(row, &QPushButton::clicked, this, [this, id] { store_.selectProfile(id); });

@@ -3,6 +3,7 @@
 #include <QAccessible>
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QScrollBar>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -144,11 +145,20 @@ void OnboardingWindow::goOn() {
   close();
 }
 
+/// A page that is higher than the window may hold nothing that takes the keyboard.
+void OnboardingWindow::scroll(QAbstractSlider::SliderAction action) {
+  static_cast<ScrollArea*>(pages_->currentWidget())->verticalScrollBar()->triggerAction(action);
+}
+
 void OnboardingWindow::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
     goOn();
   else if (event->matches(QKeySequence::Back))
     turnTo(page() - 1);
+  else if (event->matches(QKeySequence::MoveToPreviousPage))
+    scroll(QAbstractSlider::SliderPageStepSub);
+  else if (event->matches(QKeySequence::MoveToNextPage))
+    scroll(QAbstractSlider::SliderPageStepAdd);
   else
     AppWindow::keyPressEvent(event);
 }

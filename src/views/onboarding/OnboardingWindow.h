@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAbstractSlider>
 #include <functional>
 
 #include "views/onboarding/DesktopAbilities.h"
@@ -45,6 +46,7 @@ class OnboardingWindow final : public AppWindow {
   QWidget* makePage(int page);
   void turnTo(int page);
   void goOn();
+  void scroll(QAbstractSlider::SliderAction action);
 
   AppStore& store_;
   OnboardingServices services_;

@@ -223,7 +223,7 @@ void OrderList::setRenamable(bool renamable) { model_->renamable = renamable; }
 
 void OrderList::rename(const QString& id) {
   const QModelIndex index = model_->index(model_->rowOf(id));
-  if (!index.isValid() || !model_->renamable) return;
+  if (!index.isValid() || !model_->renamable || state() == EditingState) return;
   setCurrentIndex(index);
   edit(index);
 }
