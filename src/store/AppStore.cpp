@@ -280,7 +280,15 @@ void AppStore::announce(const DockWidget& widget, const QString& sentence) {
   // Several timers may run; one that has a name of its own is told by it.
   const QString line = widget.title.isEmpty() ? sentence : tr("%1: %2").arg(widget.title, sentence);
   const auto unseen = [store = QPointer(this), line] {
-    if (store && !store->down_) store->setMessage(line, true);
+    if (!store || store->down_) return;
+    // Timers that end one after the other while nobody looks are all told.
+    QStringList& told = store->announced_;
+    if (!store->isAnnouncement_ || store->error_ != told.join(u' ')) told.clear();
+    told.removeAll(line);
+    told.append(line);
+    constexpr qsizetype most = 3;
+    if (told.size() > most) told.removeFirst();
+    store->setMessage(told.join(u' '), true);
   };
   if (config_.notificationsEnabled && notifications_) {
     notifications_->post(widget.title.isEmpty() ? Catalog::find(widget.kind).name : widget.title, sentence, unseen);

@@ -189,6 +189,7 @@ class AppStore : public QObject {
   DockConfiguration config_;
   QString error_;
   bool isAnnouncement_ = false;
+  QStringList announced_;  ///< The sentences of an announcement.
   QList<RunningApp> runningApps_;
   QString calendarMessage_;
   QString reminderMessage_;

@@ -165,6 +165,17 @@ TEST(TimerLife, EndsThatNoNotificationShowsAreToldOnceByTheMessageLine) {
     life.live(u"+60"_s);
     EXPECT_EQ(life.store->error().toStdString(), "");
   }
+
+  // Of two that end while nobody looks none is lost.
+  Life life;
+  life.begin(u"timer"_s, {{u"minutes"_s, u"1"_s}});
+  life.store->edit([](DockConfiguration& config) {
+    config.notificationsEnabled = false;
+    config.profiles[0].widgets.append({QUuid::createUuid(), u"timer"_s, u"Tea"_s, {{u"minutes"_s, u"1"_s}}});
+  });
+  life.store->toggleTimer(life.store->widgets().last().id);
+  life.live(u"+61"_s);
+  EXPECT_EQ(life.store->error().toStdString(), "Your timer is finished. Tea: Your timer is finished.");
 }
 
 }  // namespace

@@ -28,6 +28,7 @@ class FileListPanel : public TilePanel {
       : TilePanel(context, theme::kPanelWidthWide),
         view_(new ItemView(label, shape)),
         items_(*view_, context.readings.thumbnails, context.actions) {
+    view_->setFocus(Qt::PopupFocusReason);
     connect(view_, &ItemView::opened, this, [this](const QString& path) {
       if (!this->context().actions.openPath) return;
       this->context().actions.openPath(path);

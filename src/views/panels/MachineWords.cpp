@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "views/panels/PanelWords.h"
+#include "views/tiles/FileWords.h"
 
 namespace tarnwick {
 
@@ -52,7 +53,8 @@ QString MachineWords::disk(const QLocale& locale, double bytes) {
   return sizeIn(locale, bytes, QLocale::DataSizeSIFormat);
 }
 QString MachineWords::speed(const QLocale& locale, double bytes) {
-  return PanelWords::tr("%1/s").arg(disk(locale, bytes));
+  const SpeedWords words = speedWords(locale, bytes);  // As the tile says it.
+  return words.number + u' ' + words.unit;
 }
 
 QString MachineWords::partOf(const QString& part, const QString& whole) {
