@@ -75,6 +75,7 @@ DelegateSetup Adapters::delegateSetup(const QString& dataDirectory) {
                  preferences_.get(),
                  guard_.get()};
   setup.hotKeys = windowSystem_.hotKeys.get();
+  setup.framesWindows = windowSystem_.framesWindows;
   setup.session = session_.get();
   setup.events = sessionEvents_.get();
   setup.executable = QCoreApplication::applicationFilePath();

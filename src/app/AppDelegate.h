@@ -51,7 +51,8 @@ struct DelegateSetup {
   QString executable;
   /// What a new build of the program is started with.
   LaunchEnvironment environment = LaunchEnvironment::ofProcess();
-  QString autostartFile;  ///< Where the login entry stands.
+  QString autostartFile;      ///< Where the login entry stands.
+  bool framesWindows = true;  ///< Whether the desktop puts a frame with a title around a program's windows.
   /// Whether exit guards are installed; a test that runs the program in its own process keeps its signals.
   bool guards = true;
   /// Whether this run measures itself; then it never gives way to a new build.

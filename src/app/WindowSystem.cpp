@@ -94,6 +94,7 @@ WindowSystem makeWayland() {
     system.panels = std::make_unique<PlainPanels>(*screens);
   }
   system.hotKeys = portalKeys();
+  system.framesWindows = session->framesWindows();
   system.activationToken = [known = session.get()](const QString& application) {
     return WaylandActivation::token(*known, application);
   };

@@ -24,6 +24,7 @@ struct WindowSystem {
   std::unique_ptr<HotKeys> hotKeys;
   /// The permission with which a started application's window may come to the front; left empty where none is needed.
   std::function<QString(const QString& application)> activationToken;
+  bool framesWindows = true;  ///< Whether it puts a frame with a title around a program's windows.
 
   WindowSystem() = default;
   WindowSystem(WindowSystem&&) = default;

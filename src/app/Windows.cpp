@@ -78,6 +78,7 @@ void Windows::present(QPointer<Window>& window, const QString& name, const Windo
 void Windows::dress(AppWindow& window) {
   if (QApplication::windowIcon().isNull())
     QApplication::setWindowIcon(QIcon::fromTheme(u"com.brindlemoor.Tarnwick"_s, AppMark::icon()));
+  if (!services_.framesWindows) window.giveTitleBar();
   window.setMenuBar(delegate_.makeMenuBar());
   window.setUndo([this] { delegate_.desk().undo(); });
   window.installEventFilter(this);
@@ -87,6 +88,9 @@ void Windows::dress(AppWindow& window) {
 QRectF Windows::dockOn(const Screen& screen) const {
   const DockController& dock = delegate_.dock();
   const AppStore& store = delegate_.store();
+  // Without layers a dock is a window that stands anywhere.
+  const bool isWindow = QGuiApplication::platformName().startsWith("wayland"_L1) && !services_.ports.zones->edges();
+  if (isWindow) return {};
   if (!dock.displays().isEmpty() || screen.id != services_.ports.screens->mainId()) return dock.frame(screen.id);
   const DockPlacement::Row row = DockPlacement::row(store.displayedWidgets(screen.id), 0);
   const QSizeF panel = DockPlacement::size(store.config(), row, screen.usable.width()).panel;
@@ -194,6 +198,7 @@ void Windows::showOnboarding() {
     // Once it was gone through, it begins anew.
     const int first = delegate_.store().config().onboardingComplete ? 0 : onboardingPage_;
     auto* window = new OnboardingWindow(delegate_.store(), std::move(services), first);
+    window->setSays(services_.ports.zones->edges().reason);
     connect(window, &OnboardingWindow::pageChanged, this, [this](int page) { onboardingPage_ = page; });
     return window;
   });

@@ -24,6 +24,7 @@ constexpr quint32 kSeatVersion = 5;
 /// The last one that tells of windows by a number.
 constexpr quint32 kPlasmaWindowsVersion = 12;
 constexpr const char* kKWin = "org_kde_plasma_shell";
+constexpr const char* kFrames = "zxdg_decoration_manager_v1";
 
 void* ofDisplay(const char* name) {
   QPlatformNativeInterface* native = QGuiApplication::platformNativeInterface();
@@ -82,7 +83,11 @@ WaylandSession::WaylandSession(quint32 layers) : display_(static_cast<wl_display
   WaylandQueue::release(registry_.get());
   queue.handleRest();
 
-  judgesKeysOnce_ = std::ranges::find(globals_, kKWin, &Global::interface) != globals_.end();
+  const auto offers = [this](const char* name) {
+    return std::ranges::find(globals_, name, &Global::interface) != globals_.end();
+  };
+  judgesKeysOnce_ = offers(kKWin);
+  framesWindows_ = offers(kFrames);
   compositor_ = bind<wl_compositor>(wl_compositor_interface, kCompositorVersion);
   shm_ = bind<wl_shm>(wl_shm_interface, 1);
   if (layers > 0) layerShell_ = bind<zwlr_layer_shell_v1>(zwlr_layer_shell_v1_interface, layers);

@@ -49,6 +49,8 @@ class WaylandSession final : public QObject {
   org_kde_kwin_blur_manager* blur() const { return blur_.get(); }
   /// Whether the compositor (KWin) gives the keyboard only to surfaces that wanted it from the first.
   bool judgesKeysOnce() const { return judgesKeysOnce_; }
+  /// Whether the compositor can be asked to put a frame with a title around a window.
+  bool framesWindows() const { return framesWindows_; }
   /// Makes small windows above others. Null where the compositor has none.
   xdg_wm_base* windows() const { return windows_.get(); }
   /// Null where the compositor does not tell of windows. Its events go to the event loop.
@@ -101,6 +103,7 @@ class WaylandSession final : public QObject {
   quint32 seatName_ = 0;
   bool hasPointer_ = false;
   bool judgesKeysOnce_ = false;
+  bool framesWindows_ = false;
 };
 
 }  // namespace tarnwick

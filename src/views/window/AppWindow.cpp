@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QScreen>
+#include <QSizeGrip>
 #include <QVBoxLayout>
 #ifdef __GLIBC__
 #include <malloc.h>
@@ -12,6 +13,7 @@
 
 #include "views/theme/WindowPalette.h"
 #include "views/window/MessageStrip.h"
+#include "views/window/TitleBar.h"
 
 namespace tarnwick {
 
@@ -74,7 +76,29 @@ QRect AppWindow::room() const {
   return at ? at->availableGeometry() : frameGeometry();
 }
 
+void AppWindow::setSays(const QString& message) { message_->leaveOut(message); }
+
 void AppWindow::setBehind(const QMargins& margins) {
+  behind_ = margins;
+  placeFrame();
+}
+
+void AppWindow::giveTitleBar() {
+  if (titleBar_) return;
+  titleBar_ = new TitleBar(*this);
+  corner_ = new QSizeGrip(this);
+  placeFrame();
+}
+
+void AppWindow::placeFrame() {
+  QMargins margins = behind_;
+  if (titleBar_) {
+    titleBar_->setGeometry(0, behind_.top(), width(), TitleBar::kHeight);
+    corner_->adjustSize();
+    corner_->move(rect().bottomRight() - corner_->rect().bottomRight());
+    corner_->raise();
+    margins.setTop(margins.top() + TitleBar::kHeight);
+  }
   if (layout()->contentsMargins() != margins) layout()->setContentsMargins(margins);
 }
 
@@ -88,6 +112,7 @@ void AppWindow::present() {
 bool AppWindow::event(QEvent* event) {
   const bool known = QWidget::event(event);
   if (event->type() == QEvent::Show && !event->spontaneous()) Q_EMIT aboutToAppear();
+  if (event->type() == QEvent::Resize) placeFrame();
   return known;
 }
 
@@ -145,6 +170,7 @@ void AppWindow::openMenuBar() {
   if (!menuBar_ || menuBar_->actions().isEmpty()) return;
   if (focusWidget() != menuBar_) beforeMenuBar_ = focusWidget();
   menuBar_->show();
+  menuBar_->raise();
   menuBar_->setFocus(Qt::MenuBarFocusReason);
   menuBar_->setActiveAction(menuBar_->actions().first());
 }

@@ -8,12 +8,14 @@
 
 #include "views/controls/ControlLook.h"
 
+class QSizeGrip;
 class QVBoxLayout;
 
 namespace tarnwick {
 
 class AppStore;
 class MessageStrip;
+class TitleBar;
 
 /// A window of the program's own: Settings, the library, the first run. It carries the look of all that stands in it,
 /// which follows the palette of the application, and shows the store's message line as a quiet strip below its content
@@ -36,6 +38,11 @@ class AppWindow : public QWidget, public LookSource {
   void setEscapeCloses(bool closes) { escapeCloses_ = closes; }
   /// What says which part of the desktop a window at a place may take; its screen's usable part while it is empty.
   void setRoom(std::function<QRect(const QPoint& place)> room) { room_ = std::move(room); }
+  /// What this window says in a place of its own, so that it need not stand above its body as well.
+  void setSays(const QString& message);
+  /// Where the desktop puts no frame around windows: a title of its own, to move and close it by, and a corner to size
+  /// it by.
+  void giveTitleBar();
   /// How much of it lies behind something else, from its sides; nothing that can be used stands there.
   void setBehind(const QMargins& margins);
   /// Where this window can be seen whole.
@@ -65,6 +72,7 @@ class AppWindow : public QWidget, public LookSource {
 
  private:
   void takeLook();
+  void placeFrame();
   void openMenuBar();
   void leaveMenuBar();
   void watchAlt(bool watch);
@@ -79,6 +87,9 @@ class AppWindow : public QWidget, public LookSource {
   MessageStrip* message_;
   QVBoxLayout* column_;  // Beside the side bar: the message above the body.
   QWidget* side_ = nullptr;
+  TitleBar* titleBar_ = nullptr;  // Null where the desktop has its own.
+  QSizeGrip* corner_ = nullptr;
+  QMargins behind_;
   bool escapeCloses_ = false;
   bool altAlone_ = false;  // Alt went down and nothing else since.
 };

@@ -45,8 +45,13 @@ MessageStrip::MessageStrip(AppStore& store, QWidget* parent)
   update();
 }
 
+void MessageStrip::leaveOut(const QString& message) {
+  leftOut_ = message;
+  update();
+}
+
 void MessageStrip::update() {
-  const QString& message = store_.error();
+  const QString message = store_.error() == leftOut_ ? QString() : store_.error();
   setVisible(!message.isEmpty());
   if (message.isEmpty()) return;
   text_->setText(message);

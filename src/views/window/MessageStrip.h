@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <QWidget>
 
 namespace tarnwick {
@@ -15,6 +16,8 @@ class MessageStrip final : public QWidget {
  public:
   /// `store` outlives the strip.
   explicit MessageStrip(AppStore& store, QWidget* parent = nullptr);
+  /// Shows all but this one, which is said elsewhere in the window.
+  void leaveOut(const QString& message);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -23,6 +26,7 @@ class MessageStrip final : public QWidget {
   void update();
 
   AppStore& store_;
+  QString leftOut_;
   TextLabel* text_;
   IconButton* dismiss_;
 };
