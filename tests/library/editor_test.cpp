@@ -59,6 +59,7 @@ TEST_F(EditorTest, EveryKindHasAFormOfNamedControlsAndSavingItUntouchedChangesNo
       EXPECT_FALSE(access->text(QAccessible::Name).isEmpty()) << control->metaObject()->className();
       const QRect place(control->mapTo(window.get(), QPoint()), control->size());
       EXPECT_TRUE(window->rect().contains(place)) << control->metaObject()->className();
+      EXPECT_TRUE(control->parentWidget()->rect().contains(control->geometry())) << "cut by its row";
     }
     const DockConfiguration before = fixture_.store().config();
     EXPECT_TRUE(window->save());

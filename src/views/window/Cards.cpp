@@ -165,7 +165,7 @@ Card::Card(const QString& heading, QWidget* parent)
   column_->setContentsMargins(0, theme::kCardEnds, 0, theme::kCardEnds);
   column_->setSpacing(0);
   all->addLayout(column_);
-  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
 }
 
 void Card::add(QWidget* row) {
