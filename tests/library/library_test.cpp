@@ -205,6 +205,7 @@ TEST_F(LibraryWindowTest, OnlyWhatIsSeenIsAskedAndEveryItemHasAName) {
   Q_EMIT fixture_.store().ticked();
   EXPECT_TRUE(fixture_.asked.isEmpty()) << "a window that is not seen costs nothing";
   window_->show();
+  EXPECT_EQ(QAccessible::queryAccessibleInterface(window_.get())->role(), QAccessible::Window);
   const QAccessibleInterface* access = QAccessible::queryAccessibleInterface(&view_);
   ASSERT_TRUE(access);
   EXPECT_EQ(access->role(), QAccessible::List);

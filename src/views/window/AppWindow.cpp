@@ -1,5 +1,6 @@
 #include "views/window/AppWindow.h"
 
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -32,6 +33,12 @@ ControlLook windowLook(bool dark) {
   return look;
 }
 
+/// A screen reader tells the title of what says that it is a window.
+QAccessibleInterface* makeInterface(const QString& className, QObject* object) {
+  if (className != QLatin1StringView(AppWindow::staticMetaObject.className())) return nullptr;
+  return new QAccessibleWidget(static_cast<AppWindow*>(object), QAccessible::Window);
+}
+
 /// A window leaves holes in the heap, more than it was itself; the C library keeps them unless it is asked.
 void giveBackMemory() {
 #ifdef __GLIBC__
@@ -43,6 +50,7 @@ void giveBackMemory() {
 
 AppWindow::AppWindow(AppStore& store, const QString& title)
     : QWidget(nullptr, Qt::Window), message_(new MessageStrip(store)) {
+  QAccessible::installFactory(makeInterface);  // Known already, it is not taken twice.
   setAttribute(Qt::WA_DeleteOnClose);
   setWindowTitle(title);
   isDark_ = isDarkNow();
