@@ -69,13 +69,14 @@ class ItemView::Painter final : public QStyledItemDelegate {
     const ControlLook& look = lookOf(view_);
     const ViewItem& item = view_.items()[index.row()];
     const QRectF box = option.rect;
-    const bool chosen = index == view_.currentIndex() && (view_.hasFocus() || view_.field_);
+    const bool chosen =
+        index == view_.currentIndex() && (view_.hasFocus() || (view_.field_ && !view_.field_->isHidden()));
     const bool under = option.state.testFlag(QStyle::State_MouseOver);
     if (chosen)
       drawRounded(*painter, box, theme::kRowCorner, look.palette.selection);
     else if (under)
       drawRounded(*painter, box, theme::kRowCorner, look.palette.tileHover);
-    if (chosen && view_.hasFocus()) drawFocusLine(*painter, box, theme::kRowCorner, look);
+    if (chosen && view_.hasFocus() && view_.byKeyboard_) drawFocusLine(*painter, box, theme::kRowCorner, look);
     view_.shape_ == Shape::Rows ? paintRow(*painter, box, item, look, index) : paintCell(*painter, box, item, look);
     if (view_.showsAction(index)) paintAction(*painter, QRectF(view_.actionRect(index)), look);
     painter->restore();
@@ -164,7 +165,7 @@ void ItemView::setItemAction(const QString& symbol, const QString& label, const 
   actionSymbol_ = symbol;
   actionLabel_ = label;
   actionKey_ = key;
-  setAccessibleDescription(label + u' ' + key.toString(QKeySequence::NativeText));
+  setAccessibleDescription((label + u' ' + key.toString(QKeySequence::NativeText)).trimmed());
 }
 
 void ItemView::setMostRows(int rows) {
@@ -183,7 +184,7 @@ void ItemView::setItems(const QList<ViewItem>& items) {
   const auto again = std::ranges::find(items, chosen, &ViewItem::id);
   if (again != items.end())
     setCurrentIndex(model_->index(static_cast<int>(again - items.begin())));
-  else if (field_)
+  else if (field_ && !field_->isHidden())
     choose(0);
   fitHeight();
   verticalScrollBar()->setValue(scrolledTo);
@@ -242,7 +243,7 @@ bool ItemView::showsAction(const QModelIndex& index) const {
   if (actionSymbol_.isEmpty() || !index.isValid()) return false;
   const QPoint pointer = viewport()->mapFromGlobal(QCursor::pos());
   const bool under = viewport()->underMouse() && indexAt(pointer) == index;
-  return under || (index == currentIndex() && hasFocus());
+  return under || (index == currentIndex() && hasFocus() && byKeyboard_);
 }
 
 QRect ItemView::actionRect(const QModelIndex& index) const {
@@ -289,7 +290,14 @@ bool ItemView::isKept(QKeyEvent& event) {
   return true;
 }
 
+void ItemView::focusInEvent(QFocusEvent* event) {
+  byKeyboard_ = isKeyboardReason(event->reason());
+  QListView::focusInEvent(event);
+}
+
 void ItemView::keyPressEvent(QKeyEvent* event) {
+  byKeyboard_ = true;
+  viewport()->update();
   if (isKept(*event))
     event->accept();
   else

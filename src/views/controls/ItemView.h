@@ -64,6 +64,7 @@ class ItemView final : public QListView {
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void startDrag(Qt::DropActions actions) override;
@@ -93,6 +94,7 @@ class ItemView final : public QListView {
   bool cellHasNoCaption_ = false;
   QLineEdit* field_ = nullptr;
   bool pressedAction_ = false;
+  bool byKeyboard_ = false;  ///< Whoever opened the panel with a click needs no line around its first item.
   QTimer scrolled_;
 };
 

@@ -80,6 +80,7 @@ class ApplicationsPanel final : public AppsPanel {
  public:
   explicit ApplicationsPanel(const PanelContext& context) : AppsPanel(context) {
     view().followField(field());
+    beginWith(field());
     connect(&view(), &ItemView::opened, this, &ApplicationsPanel::start);
   }
 
@@ -95,11 +96,6 @@ class ApplicationsPanel final : public AppsPanel {
     show(apps,
          field().text().trimmed().isEmpty() ? PanelWords::tr("Looking…") : PanelWords::tr("No application fits that."));
   }
-
-  void showEvent(QShowEvent* event) override {
-    TilePanel::showEvent(event);
-    field().setFocus(Qt::PopupFocusReason);
-  }
 };
 
 class AppFolderPanel final : public AppsPanel {
@@ -110,13 +106,15 @@ class AppFolderPanel final : public AppsPanel {
         done_(new Button(PanelWords::tr("Done"))) {
     header().addAction(add_);
     header().addAction(done_);
-    view().setItemAction(u"xmark"_s, PanelWords::tr("Remove from Folder"), QKeySequence(Qt::Key_Delete));
+    view().followField(field());
+    beginWith(view());
     connect(add_, &QPushButton::clicked, this, [this] { choose(true); });
     connect(done_, &QPushButton::clicked, this, [this] { choose(false); });
     connect(&view(), &ItemView::opened, this, [this](const QString& path) {
       if (!choosing_) return start(path);
       QStringList wanted = paths();
       if (!wanted.contains(path)) setPaths(wanted << path);
+      field().selectAll();  // The next name is written over this one.
     });
     connect(&view(), &ItemView::actionRequested, this, [this](const QString& path) {
       const QStringList all = paths();
@@ -184,9 +182,15 @@ class AppFolderPanel final : public AppsPanel {
 
   void choose(bool choosing) {
     choosing_ = choosing;
-    if (!choosing) field().clear();
+    if (choosing) {
+      view().setItemAction({}, {}, {});
+    } else {
+      field().clear();
+      view().setItemAction(u"xmark"_s, PanelWords::tr("Remove from Folder"), QKeySequence(Qt::Key_Delete));
+    }
     refreshNow();
-    if (choosing) field().setFocus(Qt::OtherFocusReason);
+    QWidget& first = choosing ? static_cast<QWidget&>(field()) : view();
+    first.setFocus(Qt::OtherFocusReason);
   }
 
   IconButton* add_;

@@ -135,6 +135,7 @@ class EmojiPanel final : public TilePanel {
         recent_(new EmojiGrid),
         all_(new EmojiGrid) {
     body().addWidget(search_);
+    beginWith(*search_);
     addSection(PanelWords::tr("Recent"));
     body().addWidget(recent_);
     allLabel_ = addSection(PanelWords::tr("All"));
@@ -160,10 +161,6 @@ class EmojiPanel final : public TilePanel {
   void refresh(const TileSources&) override {
     const QStringList recent = recentEmoji(widget());
     recent_->setEmoji(recent.first(std::min<qsizetype>(recent.size(), kColumns)));
-  }
-  void showEvent(QShowEvent* event) override {
-    TilePanel::showEvent(event);
-    search_->setFocus();
   }
 
  private:

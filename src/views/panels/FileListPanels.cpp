@@ -28,7 +28,6 @@ class FileListPanel : public TilePanel {
       : TilePanel(context, theme::kPanelWidthWide),
         view_(new ItemView(label, shape)),
         items_(*view_, context.readings.thumbnails, context.actions) {
-    view_->setFocus(Qt::PopupFocusReason);
     connect(view_, &ItemView::opened, this, [this](const QString& path) {
       if (!this->context().actions.openPath) return;
       this->context().actions.openPath(path);
@@ -77,6 +76,7 @@ class ScreenshotsPanel final : public FileListPanel {
       : FileListPanel(context, PanelWords::tr("Screenshots"), ItemView::Shape::Pictures) {
     view().setMostRows(4);
     body().addWidget(&view());
+    beginWith(view());
     ScreenshotFolder* shots = context.readings.screenshots;
     if (!shots) return;
     connect(shots, &ScreenshotFolder::changed, this, &ScreenshotsPanel::refreshNow);
@@ -193,6 +193,7 @@ class FileSearchPanel final : public FileListPanel {
         word_(new TextLabel({}, TextStyle::Body, Tone::Secondary)) {
     word_->setWordWrap(true);
     body().addWidget(field_);
+    beginWith(*field_);
     body().addSpacing(theme::kRowBleed);
     body().addWidget(word_);
     addBleeding(body(), &view());
@@ -213,11 +214,6 @@ class FileSearchPanel final : public FileListPanel {
     word_->setText(tooShort ? PanelWords::tr("Write a part of a name to find files and folders in your home folder.")
                    : finder_.busy() ? PanelWords::tr("Looking…")
                                     : PanelWords::tr("No file is named like that."));
-  }
-
-  void showEvent(QShowEvent* event) override {
-    TilePanel::showEvent(event);
-    field_->setFocus(Qt::PopupFocusReason);
   }
 
  private:

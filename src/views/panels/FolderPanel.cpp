@@ -41,8 +41,8 @@ class FolderPanel final : public TilePanel {
       header().addAction(button);
     }
     view_->setMostRows(5);
-    view_->setFocus(Qt::PopupFocusReason);  // An arrow key chooses a file, not the order.
     body().addWidget(view_);
+    beginWith(*view_);  // An arrow key chooses a file, not the order.
     body().addWidget(rest_);
     connect(back_, &QPushButton::clicked, this, [this] { go(QFileInfo(listing_.request().folder).path()); });
     connect(order_, &Segments::chosenChanged, this, [this](int chosen) {

@@ -86,6 +86,7 @@ class BookmarksPanel final : public TilePanel {
         none_(new TextLabel(PanelWords::tr("No bookmark is named like that."), TextStyle::Body, Tone::Secondary)),
         view_(new ItemView(PanelWords::tr("Bookmarks"), ItemView::Shape::Rows)) {
     body().addWidget(field_);
+    beginWith(*field_);
     body().addSpacing(theme::kRowBleed);
     body().addWidget(none_);
     addBleeding(body(), view_);
@@ -125,11 +126,6 @@ class BookmarksPanel final : public TilePanel {
       list_ = list;
       fill();
     }
-  }
-
-  void showEvent(QShowEvent* event) override {
-    TilePanel::showEvent(event);
-    field_->setFocus(Qt::PopupFocusReason);
   }
 
  private:
@@ -174,6 +170,7 @@ class WebSearchPanel final : public TilePanel {
         field_(new SearchField(PanelWords::tr("Search the web…"))),
         search_(new Button(PanelWords::tr("Search"), Button::Role::Primary)) {
     body().addWidget(field_);
+    beginWith(*field_);
     body().addSpacing(theme::kPanelHeaderBelow);
     body().addWidget(search_, 0, Qt::AlignRight);
     connect(search_, &QPushButton::clicked, this, &WebSearchPanel::search);
@@ -185,11 +182,6 @@ class WebSearchPanel final : public TilePanel {
  protected:
   void refresh(const TileSources&) override {
     search_->setEnabled(!isAsked_ && !field_->text().trimmed().isEmpty() && context().actions.tryUrl);
-  }
-
-  void showEvent(QShowEvent* event) override {
-    TilePanel::showEvent(event);
-    field_->setFocus(Qt::PopupFocusReason);
   }
 
  private:

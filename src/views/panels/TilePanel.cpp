@@ -174,6 +174,11 @@ void TilePanel::refreshNow() {
   header_->setTitle(heading());
 }
 
+void TilePanel::showEvent(QShowEvent* event) {
+  GlassPane::showEvent(event);
+  if (first_) first_->setFocus(Qt::PopupFocusReason);
+}
+
 void TilePanel::takeWidget() {
   // The profile on the dock may be another one by now, so all are looked through.
   for (const DockProfile& profile : store().config().profiles) {

@@ -89,11 +89,15 @@ class TilePanel : public GlassPane {
   void keepDraft(QLineEdit& field, std::function<bool()> isUnfinished = {});
   /// Something came of it.
   void forgetDrafts();
+  /// What has the keyboard when the panel opens, in place of the first control.
+  void beginWith(QWidget& control) { first_ = &control; }
   /// Tells what was done and offers to take it back. What `undo` holds must outlive the panel; it may throw
   /// DomainError.
   void offerUndo(const QString& sentence, const std::function<void()>& undo) const;
   /// Calls refresh() soon, as after an operation of the panel's own.
   void refreshNow();
+
+  void showEvent(QShowEvent* event) override;
 
  private:
   class EmptyView;
@@ -112,6 +116,7 @@ class TilePanel : public GlassPane {
   QWidget* own_;
   QVBoxLayout* body_;
   EmptyView* empty_;
+  QWidget* first_ = nullptr;
   std::vector<std::function<void(PanelDrafts&)>> kept_;
 };
 

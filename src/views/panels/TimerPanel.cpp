@@ -79,7 +79,7 @@ class TimerPanel : public TilePanel {
     }
     body().addLayout(buttons_);
     // Return starts the timer; the first control of the panel would change its length.
-    toggle_->setFocus(Qt::PopupFocusReason);
+    beginWith(*toggle_);
   }
 
   void addSettingsButton() {

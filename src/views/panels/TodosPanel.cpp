@@ -154,6 +154,7 @@ class TodosPanel final : public TilePanel {
     rows_->setContentsMargins(0, 0, 0, 0);
     rows_->setSpacing(0);
     body().addWidget(field_);
+    beginWith(*field_);
     body().addSpacing(theme::kSectionBelow);
     body().addLayout(rows_);
     body().addWidget(nothing_);
@@ -188,10 +189,6 @@ class TodosPanel final : public TilePanel {
     clear_->parentWidget()->setVisible(done > 0);
   }
 
-  void showEvent(QShowEvent* event) override {
-    TilePanel::showEvent(event);
-    field_->setFocus();
-  }
   void hideEvent(QHideEvent* event) override {
     for (int i = 0; i < rows_->count(); ++i) static_cast<TodoRow*>(rows_->itemAt(i)->widget())->finish();
     TilePanel::hideEvent(event);
