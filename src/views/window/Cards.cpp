@@ -94,7 +94,8 @@ FormRow::FormRow(const QString& label, QWidget* control, const QString& help, bo
   if (control->accessibleName().isEmpty() && !hasWords) control->setAccessibleName(label);
   // What several of them are about is not in their words, and a screen reader goes from one to the next.
   for (QAbstractButton* each : control->findChildren<QAbstractButton*>())
-    if (each->accessibleDescription().isEmpty()) each->setAccessibleDescription(label);
+    if (each->accessibleDescription().isEmpty() && !each->accessibleName().contains(label))
+      each->setAccessibleDescription(label);
   if (control->accessibleDescription().isEmpty()) control->setAccessibleDescription(help);
   if (qobject_cast<QAbstractSlider*>(control)) control->installEventFilter(this);
 }
