@@ -143,10 +143,10 @@
         <translation>Don’t show</translation>
     </message>
     <message numerus="yes">
-        <source>%n widgets</source>
+        <source>%Ln widgets</source>
         <translation>
-            <numerusform>%n widget</numerusform>
-            <numerusform>%n widgets</numerusform>
+            <numerusform>%Ln widget</numerusform>
+            <numerusform>%Ln widgets</numerusform>
         </translation>
     </message>
 </context>

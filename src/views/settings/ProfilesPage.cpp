@@ -99,7 +99,7 @@ class ProfilesPage final : public SettingsPage {
         const DockProfile& profile = config.profiles[i];
         items.append(
             {profile.id.toString(), profile.name,
-             QCoreApplication::translate("Settings", "%n widgets", nullptr, static_cast<int>(profile.widgets.size())),
+             QCoreApplication::translate("Settings", "%Ln widgets", nullptr, static_cast<int>(profile.widgets.size())),
              u"person.crop.circle"_s, i == active ? settingsText(QT_TRANSLATE_NOOP("Settings", "Active")) : QString()});
       }
       profiles_->setItems(items);

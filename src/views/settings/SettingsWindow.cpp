@@ -54,7 +54,7 @@ const Section* sectionNamed(const QString& id) {
 
 SideItem itemOf(const Section& section, int count = 0) {
   return {QString::fromLatin1(section.id), settingsText(section.title), QString::fromLatin1(section.symbol),
-          count ? QString::number(count) : QString(), false};
+          count ? QLocale().toString(count) : QString(), false};
 }
 
 }  // namespace

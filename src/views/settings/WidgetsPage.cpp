@@ -99,8 +99,8 @@ class WidgetsPage final : public SettingsPage {
     }
     choice_->chooseValue(profile.id.toString());
     count_->setHelp(QCoreApplication::translate("Settings", "%1 of %2 widgets")
-                        .arg(profile.widgets.size())
-                        .arg(DockConfiguration::kMostWidgets));
+                        .arg(locale().toString(profile.widgets.size()))
+                        .arg(locale().toString(DockConfiguration::kMostWidgets)));
   }
 
   OrderItem itemOf(const DockWidget& widget) const {
