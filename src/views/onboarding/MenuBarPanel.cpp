@@ -181,15 +181,17 @@ void MenuBarPanel::fillProfiles() {
     auto* row = new ListRow(profile.name);
     row->setClickable(true);
     row->setCheckable(true);
-    row->setAutoExclusive(true);  // One of them always is.
     addBleeding(*column, row);
     const QUuid id = profile.id;
-    connect(row, &QPushButton::clicked, this, [this, id] { store_.selectProfile(id); });
     const auto show = [this, row, id] {
       const bool active = store_.profile().id == id;
       row->setChecked(active);
       row->setValue(active ? words(QT_TRANSLATE_NOOP("MenuBarPanel", "Active")) : QString(), Tone::AccentWord);
     };
+    connect(row, &QPushButton::clicked, this, [this, id, show] {
+      store_.selectProfile(id);
+      show();  // A click on the active one changes nothing, and it stays so.
+    });
     connect(&store_, &AppStore::configChanged, row, show);
     show();
   }
