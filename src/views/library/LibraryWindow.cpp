@@ -79,6 +79,7 @@ QWidget* LibraryWindow::makeBody() {
   bar->setSpacing(kGap);
   field_->setFixedHeight(kFieldHeight);
   choice_->setFixedHeight(kFieldHeight);
+  choice_->setAccessibleDescription(choice_->accessibleName());  // Here no label beside it tells what it chooses.
   bar->addWidget(field_, 1);
   bar->addWidget(choice_);
   view_ = new LibraryView(store_, services_.previews, body);
