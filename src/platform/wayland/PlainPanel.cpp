@@ -18,6 +18,7 @@ constexpr int kMenuGap = 6;
 PlainPanel::PlainPanel(WaylandScreens& screens, std::unique_ptr<QWidget> content)
     : screens_(screens), content_(std::move(content)) {
   content_->setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint);
+  content_->setWindowTitle(QStringLiteral("Tarnwick"));  // Lists of windows show it.
   content_->setAttribute(Qt::WA_TranslucentBackground);
   content_->setAttribute(Qt::WA_QuitOnClose, false);
   content_->setMinimumSize(1, 1);  // An explicit one: the content takes the size that it is given.
