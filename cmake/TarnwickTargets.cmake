@@ -32,17 +32,21 @@ target_precompile_headers(tarnwick_pch_gui PRIVATE ${core_headers} <QtGui/QPaint
 target_precompile_headers(tarnwick_pch_widgets PRIVATE ${core_headers} <QtGui/QPainter> <QtGui/QPainterPath> <QtGui/QFont>
   <QtGui/QFontMetricsF> <QtGui/QPixmap> <QtGui/QIcon> <QtGui/QMouseEvent> <QtWidgets/QWidget> <QtWidgets/QApplication>)
 
-# tarnwick_layer(NAME SOURCES file... [LINK target...] [PCH core|gui|widgets])
-# One static library for one folder. LINK names what the folder includes; who may include whom stands in
+# tarnwick_layer(NAME SOURCES file... [LINK target...] [PCH core|gui|widgets] [ONE_BY_ONE])
+# One static library for one folder. With CMAKE_UNITY_BUILD a dozen of its files are compiled at a time, unless ONE_BY_ONE
+# says that they name things of their own alike. LINK names what the folder includes; who may include whom stands in
 # docs/architecture.md and is checked by scripts/check-layers.
 function(tarnwick_layer name)
-  cmake_parse_arguments(arg "" "PCH" "SOURCES;LINK" ${ARGN})
+  cmake_parse_arguments(arg "ONE_BY_ONE" "PCH" "SOURCES;LINK" ${ARGN})
   if(NOT arg_PCH)
     set(arg_PCH core)
   endif()
   add_library(tarnwick_${name} STATIC ${arg_SOURCES})
   target_link_libraries(tarnwick_${name} PUBLIC tarnwick_options Qt6::Core ${arg_LINK})
   target_precompile_headers(tarnwick_${name} REUSE_FROM tarnwick_pch_${arg_PCH})
+  if(arg_ONE_BY_ONE)
+    set_target_properties(tarnwick_${name} PROPERTIES UNITY_BUILD OFF)
+  endif()
 endfunction()
 
 # tarnwick_test(NAME SOURCES file... LINK target... [PCH core|gui|widgets] [MAIN]
@@ -67,6 +71,7 @@ function(tarnwick_test name)
     target_link_libraries(${name} PRIVATE GTest::gtest_main)
   endif()
   target_precompile_headers(${name} REUSE_FROM tarnwick_pch_${arg_PCH})
+  set_target_properties(${name} PROPERTIES UNITY_BUILD OFF)
   if(NOT arg_LABELS)
     add_dependencies(unit_tests ${name})
   endif()

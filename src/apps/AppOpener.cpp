@@ -6,14 +6,13 @@
 #include "apps/DefaultApplication.h"
 #include "apps/StandardApplications.h"
 #include "base/DomainError.h"
+#include "base/OneThread.h"
 
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr int kIdleThreadMs = 2000;
 
 QString nameOf(const QUrl& url) {
   const QString name = url.isLocalFile() ? QFileInfo(url.toLocalFile()).fileName() : url.toDisplayString();
@@ -30,8 +29,7 @@ QStringList lookAt(const QUrl& url) {
 
 AppOpener::AppOpener(InstalledApps& apps, AppLaunch& launch, Scheduler& scheduler)
     : apps_(apps), launch_(launch), scheduler_(scheduler) {
-  pool_.setMaxThreadCount(1);
-  pool_.setExpiryTimeout(kIdleThreadMs);
+  useOneThread(pool_);
   connect(&apps_, &InstalledApps::changed, this, &AppOpener::appsChanged);
   connect(&launch_, &AppLaunch::failed, this, &AppOpener::failed);
 }

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include "base/OneThread.h"
 #include "base/ProbeCounters.h"
 
 namespace tarnwick {
@@ -13,14 +14,12 @@ namespace {
 
 // An installer writes many files in a row; one reading a moment later serves them all.
 constexpr double kBurstSeconds = 0.4;
-constexpr int kIdleThreadMs = 2000;
 
 }  // namespace
 
 InstalledApps::InstalledApps(AppEnvironment environment, Scheduler& scheduler, QObject* parent)
     : QObject(parent), environment_(std::move(environment)), scheduler_(scheduler) {
-  pool_.setMaxThreadCount(1);
-  pool_.setExpiryTimeout(kIdleThreadMs);
+  useOneThread(pool_);
 }
 
 InstalledApps::~InstalledApps() { stop(); }

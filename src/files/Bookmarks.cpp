@@ -1,10 +1,11 @@
 #include "files/Bookmarks.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QSet>
 #include <array>
+
+#include "files/WholeFile.h"
 
 namespace tarnwick {
 
@@ -69,12 +70,6 @@ QList<Bookmark> bookmarksOf(const QString& file, const QByteArray& text) {
   return QFileInfo(file).fileName() == "Bookmarks"_L1 ? BookmarkText::fromChromium(text) : BookmarkText::fromXbel(text);
 }
 
-QByteArray contentOf(const QString& path) {
-  QFile file(path);
-  if (!QFileInfo(path).isFile() || file.size() > Bookmarks::kMostBytes || !file.open(QIODevice::ReadOnly)) return {};
-  return file.readAll();
-}
-
 }  // namespace
 
 Bookmarks::Bookmarks(BookmarkPlaces places, Scheduler& scheduler, QObject* parent)
@@ -131,7 +126,7 @@ QList<Bookmark> Bookmarks::read(const QStringList& files, const std::stop_token&
   QSet<QUrl> known;
   for (const QString& file : files) {
     if (stop.stop_requested()) break;
-    const QByteArray text = contentOf(file);
+    const QByteArray text = wholeFile(file, kMostBytes);
     for (Bookmark& each : bookmarksOf(file, text)) {
       if (known.contains(each.address) || all.size() >= BookmarkText::most) continue;
       known.insert(each.address);

@@ -1,11 +1,12 @@
 #include "files/RecentFiles.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QHash>
 #include <QUrl>
 #include <QXmlStreamReader>
 #include <algorithm>
+
+#include "files/WholeFile.h"
 
 namespace tarnwick {
 
@@ -36,12 +37,6 @@ bool isPrivate(QXmlStreamReader& xml) {
     }
   }
   return found;
-}
-
-QByteArray contentOf(const QString& path) {
-  QFile file(path);
-  if (!QFileInfo(path).isFile() || file.size() > RecentFiles::kMostBytes || !file.open(QIODevice::ReadOnly)) return {};
-  return file.readAll();
 }
 
 QList<RecentFile> stillThere(const QList<RecentFile>& all, const std::stop_token& stop) {
@@ -75,13 +70,16 @@ void RecentFiles::setFixed(const QList<RecentFile>& list) {
 }
 
 void RecentFiles::read() {
-  work_.start([file = file_](const std::stop_token& stop) { return stillThere(parse(contentOf(file)), stop); },
-              [this](QList<RecentFile> list) {
-                if (loaded_ && list == list_) return;
-                loaded_ = true;
-                list_ = std::move(list);
-                Q_EMIT changed();
-              });
+  work_.start(
+      [file = file_](const std::stop_token& stop) {
+        return stillThere(parse(wholeFile(file, RecentFiles::kMostBytes)), stop);
+      },
+      [this](QList<RecentFile> list) {
+        if (loaded_ && list == list_) return;
+        loaded_ = true;
+        list_ = std::move(list);
+        Q_EMIT changed();
+      });
 }
 
 QList<RecentFile> RecentFiles::parse(const QByteArray& text) {

@@ -2,18 +2,19 @@
 
 #include <cmath>
 
+#include "base/OneThread.h"
+
 namespace tarnwick {
 namespace {
 
 // Longer than the pause between two samples, so that one thread serves them all and ends when the tile goes.
-constexpr int kIdleThreadMs = 6000;
+constexpr int kSamplerThreadMs = 6000;
 
 }  // namespace
 
 ProcessMonitor::ProcessMonitor(std::unique_ptr<ProcessSource> source, const Scheduler& clock, QObject* parent)
     : QObject(parent), source_(std::move(source)), clock_(clock), message_(tr("Sampling processes…")) {
-  pool_.setMaxThreadCount(1);
-  pool_.setExpiryTimeout(kIdleThreadMs);
+  useOneThread(pool_, kSamplerThreadMs);
 }
 
 ProcessMonitor::~ProcessMonitor() { pool_.waitForDone(); }

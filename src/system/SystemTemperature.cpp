@@ -4,18 +4,19 @@
 #include <array>
 #include <numeric>
 
+#include "base/OneThread.h"
+
 namespace tarnwick {
 namespace {
 
 // Longer than the pause between two readings, so that one thread serves them all and ends when the tile goes.
-constexpr int kIdleThreadMs = 6000;
+constexpr int kSensorThreadMs = 6000;
 
 }  // namespace
 
 SystemTemperature::SystemTemperature(std::unique_ptr<ProcessorTemperatures> sensors, QObject* parent)
     : QObject(parent), sensors_(std::move(sensors)) {
-  pool_.setMaxThreadCount(1);
-  pool_.setExpiryTimeout(kIdleThreadMs);
+  useOneThread(pool_, kSensorThreadMs);
 }
 
 SystemTemperature::~SystemTemperature() { pool_.waitForDone(); }

@@ -2,13 +2,13 @@
 
 #include "base/DomainError.h"
 #include "base/DurableFile.h"
+#include "base/OneThread.h"
 #include "base/ProgramParts.h"
 #include "platform/ical/TodoEdit.h"
 
 namespace tarnwick {
 namespace {
 
-constexpr int kIdleThreadMs = 2000;
 constexpr int kMostTries = 2;
 // A synchronisation writes many files in a row; one reading a moment later serves them all.
 constexpr double kBurstSeconds = 0.4;
@@ -38,8 +38,7 @@ QString tickOff(const Reminder& reminder, const TodoEdit& edit) {
 
 ICalendarFiles::ICalendarFiles(Scheduler& scheduler, CalendarPlaces places)
     : scheduler_(scheduler), places_(std::move(places)), scan_(std::make_shared<CalendarScan>(&loadReader)) {
-  pool_.setMaxThreadCount(1);
-  pool_.setExpiryTimeout(kIdleThreadMs);
+  useOneThread(pool_);
   connect(&watch_, &FolderWatch::changed, this, &ICalendarFiles::fileChanged);
 }
 

@@ -7,6 +7,7 @@
 #include <QPointer>
 #include <QUrl>
 
+#include "base/OneThread.h"
 #include "platform/linux/FileWork.h"
 
 namespace tarnwick {
@@ -15,7 +16,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kIdleThreadMs = 2000;
 constexpr int kFileManagerMs = 5000;
 
 QHash<QString, Files::Kind> kindsOf(const QStringList& paths) {
@@ -38,10 +38,8 @@ QString nearestFolder(QString path) {
 }  // namespace
 
 FileOperations::FileOperations(TrashCan trash, Bus bus) : trash_(std::move(trash)), bus_(std::move(bus)) {
-  for (QThreadPool* pool : {&operations_, &looks_}) {
-    pool->setMaxThreadCount(1);
-    pool->setExpiryTimeout(kIdleThreadMs);
-  }
+  useOneThread(operations_);
+  useOneThread(looks_);
 }
 
 FileOperations::~FileOperations() {

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <QDir>
 #include <algorithm>
 #include <cerrno>
 
@@ -12,6 +13,12 @@ namespace {
 constexpr std::size_t kFirstBuffer = 4096;
 
 }  // namespace
+
+std::string KernelFile::folderOf(const QString& path) {
+  auto folder = QDir::cleanPath(path).toStdString();
+  if (!folder.ends_with('/')) folder += '/';
+  return folder;
+}
 
 KernelFile::~KernelFile() { close(); }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -15,6 +16,9 @@ class KernelFile {
   ~KernelFile();
   KernelFile(const KernelFile&) = delete;
   KernelFile& operator=(const KernelFile&) = delete;
+
+  /// The start of the paths of all files in a folder: clean, with a slash at its end.
+  static std::string folderOf(const QString& path);
 
   /// Up to `limit` bytes of text, valid until the next call; none when the file can't be read.
   std::optional<std::string_view> read(std::size_t limit = std::size_t{1} << 20);

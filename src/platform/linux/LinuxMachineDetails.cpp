@@ -15,12 +15,6 @@ using namespace Qt::StringLiterals;
 constexpr std::size_t kShortFile = 256;
 constexpr double kKilo = 1000;
 
-std::string folderOf(const QString& path) {
-  auto folder = QDir::cleanPath(path).toStdString();
-  if (!folder.ends_with('/')) folder += '/';
-  return folder;
-}
-
 /// The first number of a short text.
 std::optional<double> firstNumber(KernelFile& file) {
   const auto text = file.read(kShortFile);
@@ -34,11 +28,11 @@ std::optional<double> firstNumber(KernelFile& file) {
 }  // namespace
 
 LinuxMachineDetails::LinuxMachineDetails(const QString& root)
-    : stat_(folderOf(root) + "proc/stat"),
-      meminfo_(folderOf(root) + "proc/meminfo"),
-      loadavg_(folderOf(root) + "proc/loadavg"),
-      uptime_(folderOf(root) + "proc/uptime"),
-      policies_(folderOf(root) + "sys/devices/system/cpu/cpufreq") {}
+    : stat_(KernelFile::folderOf(root) + "proc/stat"),
+      meminfo_(KernelFile::folderOf(root) + "proc/meminfo"),
+      loadavg_(KernelFile::folderOf(root) + "proc/loadavg"),
+      uptime_(KernelFile::folderOf(root) + "proc/uptime"),
+      policies_(KernelFile::folderOf(root) + "sys/devices/system/cpu/cpufreq") {}
 
 MachineReading LinuxMachineDetails::read() {
   MachineReading reading;

@@ -13,20 +13,14 @@ namespace {
 // The lines that matter stand at the top of both files; on a large machine the rest of /proc/stat is long.
 constexpr std::size_t kTopOfFile = 1024;
 
-std::string folderOf(const QString& path) {
-  auto folder = QDir::cleanPath(path).toStdString();
-  if (!folder.ends_with('/')) folder += '/';
-  return folder;
-}
-
 }  // namespace
 
 LinuxSystemCounters::LinuxSystemCounters(const QString& root, const QString& home)
-    : root_(folderOf(root)),
+    : root_(KernelFile::folderOf(root)),
       stat_(root_ + "proc/stat"),
       meminfo_(root_ + "proc/meminfo"),
       netDev_(root_ + "proc/net/dev"),
-      disk_([system = root_, user = folderOf(home.isEmpty() ? QDir::homePath() : home)] {
+      disk_([system = root_, user = KernelFile::folderOf(home.isEmpty() ? QDir::homePath() : home)] {
         const auto volume = SystemVolume::at(system);
         // The home folder may be on a server; it is asked only where its answer matters.
         const bool needsHome = !volume || volume->isReadOnlyImage();

@@ -11,7 +11,6 @@
 namespace tarnwick {
 namespace {
 
-constexpr quint32 kAllDesktops = 0xFFFFFFFF;
 constexpr quint32 kFromPager = 2;
 constexpr quint32 kIconic = 3;
 

@@ -13,12 +13,12 @@
 
 #include "desktop/PopupPlacement.h"
 #include "platform/x11/X11Popup.h"
+#include "platform/x11/X11Properties.h"
 #include "platform/x11/X11Shape.h"
 
 namespace tarnwick {
 namespace {
 
-constexpr quint32 kAllDesktops = 0xffffffff;
 constexpr quint32 kRemoveState = 0;
 constexpr quint32 kAddState = 1;
 constexpr quint32 kFromApplication = 1;

@@ -10,6 +10,9 @@
 
 namespace tarnwick {
 
+/// What stands for a desktop's number in a window that is on all of them.
+constexpr quint32 kAllDesktops = 0xFFFFFFFF;
+
 struct XcbFree {
   void operator()(void* memory) const { std::free(memory); }
 };

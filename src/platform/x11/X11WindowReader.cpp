@@ -8,7 +8,6 @@ namespace tarnwick {
 namespace {
 
 constexpr quint32 kUrgencyHint = 1 << 8;
-constexpr quint32 kAllDesktops = 0xFFFFFFFF;
 
 PropertyRequest ask(const X11Events& events, xcb_window_t window, X11Atom name) {
   return {events.connection(), window, events.atom(name)};

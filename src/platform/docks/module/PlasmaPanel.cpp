@@ -11,7 +11,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int kPatienceMs = 1000;
+constexpr int kPlasmaPatienceMs = 1000;
 
 const QString kHiding = u"hiding"_s;
 const QString kShown = u"none"_s;
@@ -30,7 +30,7 @@ std::optional<QString> run(const QString& script) {
   // A restart of the shell is the session's affair.
   call.setAutoStartService(false);
   call << script;
-  const QDBusMessage answer = QDBusConnection::sessionBus().call(call, QDBus::Block, kPatienceMs);
+  const QDBusMessage answer = QDBusConnection::sessionBus().call(call, QDBus::Block, kPlasmaPatienceMs);
   if (answer.type() != QDBusMessage::ReplyMessage) return std::nullopt;
   return answer.arguments().value(0).toString();
 }

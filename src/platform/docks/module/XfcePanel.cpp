@@ -14,7 +14,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int kPatienceMs = 1000;
+constexpr int kXfconfPatienceMs = 1000;
 /// From this delay on the panel is to stay away.
 constexpr double kEndless = 60;
 
@@ -29,7 +29,7 @@ QDBusMessage callXfconf(const QString& method, const QVariantList& arguments) {
   QDBusMessage call =
       QDBusMessage::createMethodCall(u"org.xfce.Xfconf"_s, u"/org/xfce/Xfconf"_s, u"org.xfce.Xfconf"_s, method);
   call.setArguments(arguments);
-  return QDBusConnection::sessionBus().call(call, QDBus::Block, kPatienceMs);
+  return QDBusConnection::sessionBus().call(call, QDBus::Block, kXfconfPatienceMs);
 }
 
 QString pathOf(const DockSetting& setting) { return u"/panels/%1/%2"_s.arg(setting.place, setting.name); }

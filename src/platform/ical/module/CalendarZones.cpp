@@ -6,7 +6,6 @@
 namespace tarnwick {
 namespace {
 
-constexpr qint64 kDay = 86400;
 constexpr qint64 kSteady = kDay * 365 * 1000;  // of a zone that knows no changes
 constexpr qint64 kEpochDay = 2440588;          // of the first of January 1970, in Julian days
 

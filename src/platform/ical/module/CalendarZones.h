@@ -14,6 +14,9 @@ namespace tarnwick {
 using WallSeconds = qint64;
 using UtcSeconds = qint64;
 
+/// A day of the calendar, in seconds.
+constexpr qint64 kDay = 86400;
+
 /// A zone as a calendar means it: one that this system knows by name, or one that the calendar tells about itself.
 class CalendarZone {
  public:

@@ -7,7 +7,6 @@
 namespace tarnwick {
 namespace {
 
-constexpr qint64 kDay = 86400;
 constexpr qint64 kHour = 3600;
 constexpr qsizetype kMostOccasions = 3000;
 constexpr int kMostSteps = 100'000;

@@ -5,7 +5,6 @@
 namespace tarnwick {
 namespace {
 
-constexpr qint64 kDay = 86400;
 // A range of some weeks holds fewer; more is a mistake or an attack.
 constexpr qsizetype kMostRecords = 20'000;
 
