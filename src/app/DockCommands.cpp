@@ -43,14 +43,14 @@ DockCommands::DockCommands(const Parts& parts) : parts_(parts) {
 
 // --- Tiles ----------------------------------------------------------------------------------------------------------
 
-void DockCommands::openTile(const QUuid& id, bool mayMinimise) {
+void DockCommands::openTile(const QUuid& id, bool isClick) {
   const DockWidget* stored = DocumentEdits::find(parts_.store->config(), id);
-  if (!stored) return;
+  if (!stored || (isClick && isSecondClick(id.toString()))) return;
   const DockWidget widget = *stored;
   const QString path = widget.options.value(u"path"_s);
   const bool launches = Catalog::find(widget.kind).family == "launcher"_L1 && !path.isEmpty();
   if (launches && PinnedTiles::isDesktopEntry(path)) {
-    openEntry(path, mayMinimise);
+    openEntry(path, isClick);
   } else if (launches) {
     parts_.opener->open(QUrl::fromLocalFile(path));
   } else if (!openPlace(widget) && showPanel) {
@@ -73,7 +73,6 @@ bool DockCommands::openPlace(const DockWidget& widget) {
 }
 
 void DockCommands::openEntry(const QString& entryPath, bool mayMinimise) {
-  if (mayMinimise && isSecondClick(entryPath)) return;
   const auto app = parts_.running->byPath(entryPath);
   if (!app) {
     parts_.opener->start(entryPath);
@@ -84,7 +83,8 @@ void DockCommands::openEntry(const QString& entryPath, bool mayMinimise) {
   }
 }
 
-/// A double click means what a click does: not two windows, and none that goes as soon as it came.
+/// A double click means what a click does: not two windows, and neither a window nor a panel that goes as soon as it
+/// came.
 bool DockCommands::isSecondClick(const QString& what) {
   const double now = parts_.store->scheduler().reference();
   if (clicked_.first == what && now - clicked_.second < kDoubleClick) return true;

@@ -91,7 +91,7 @@ class DockCommands : public QObject {
     JobHandle end;
   };
 
-  void openTile(const QUuid& widget, bool mayMinimise);
+  void openTile(const QUuid& widget, bool isClick);
   void openEntry(const QString& entryPath, bool mayMinimise);
   bool isSecondClick(const QString& what);
   void turnTo(quint64 application);

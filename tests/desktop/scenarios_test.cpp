@@ -165,8 +165,10 @@ TEST_F(ShellScenario, APanelStandsBesideTheGlassUntilAClickElsewhere) {
   // A second click on its tile closes it too, and so does another profile.
   desk.click(tile(4).center());
   EXPECT_TRUE(comesTrue([&] { return isOpen(); }));
+  time.advance(1);
   desk.click(tile(4).center());
   EXPECT_TRUE(comesTrue([&] { return !isOpen(); }));
+  time.advance(1);
   desk.click(tile(4).center());
   EXPECT_TRUE(comesTrue([&] { return isOpen(); }));
   delegate->perform({Order::Kind::Profile, 1});
