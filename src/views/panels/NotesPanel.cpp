@@ -1,6 +1,8 @@
 #include "views/panels/NotesPanel.h"
 
+#include <QCoreApplication>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 
 #include "store/DocumentEdits.h"
 #include "views/controls/Bleed.h"
@@ -138,6 +140,15 @@ class NotesPanel final : public TilePanel {
     shown_ = notes;
     marked_ = area_->note();
     fill(notes);
+  }
+  void keyPressEvent(QKeyEvent* event) override {
+    const bool writes = !event->text().isEmpty() && event->text().at(0).isPrint() &&
+                        !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+    if (!area_->note().isNull() || !(writes || event->matches(QKeySequence::Paste)))
+      return TilePanel::keyPressEvent(event);
+    // What is typed is meant for a note, before there is one.
+    addNote();
+    if (!area_->note().isNull()) QCoreApplication::sendEvent(area_, event);
   }
 
  private:
