@@ -248,6 +248,12 @@ TEST(NotePanels, SaveAsIsTyped) {
   notes.panel->findChild<TextArea*>()->setPlainText(u"Edited"_s);
   EXPECT_EQ(DocumentEdits::find(notes.store().config(), first)->options.value(u"text"_s), u"Edited"_s);
   EXPECT_EQ(notes.option(u"text"_s), u"absent"_s);
+
+  for (const DockWidget& each : notesByAge(notes.store().config())) notes.store().remove(each.id);
+  ASSERT_FALSE(notes.panel->findChild<TextArea*>()->isVisible());
+  QTest::keyClick(notes.panel.get(), Qt::Key_B);
+  EXPECT_EQ(notes.panel->findChild<TextArea*>()->toPlainText(), u"b"_s) << "the first letter is of the note already";
+  EXPECT_EQ(notes.panel->focusWidget(), notes.panel->findChild<TextArea*>());
 }
 
 TEST(HabitPanelsTest, CountAndTick) {
@@ -327,6 +333,12 @@ TEST(EmojiPanelTest, FindsAndCopies) {
   emoji.press(Qt::Key_Return);
   EXPECT_EQ(emoji.copied, u"☕"_s);
   EXPECT_TRUE(emoji.option(u"recents"_s).startsWith(u"☕ "_s));
+  const auto reached = [&] { return emoji.panel->focusWidget()->accessibleName(); };
+  emoji.write(u"fire"_s);
+  emoji.press(Qt::Key_Down);
+  EXPECT_EQ(reached(), EmojiTable::nameOf(EmojiTable::search(u"fire"_s).first()));
+  QTest::keyClick(emoji.panel->focusWidget(), Qt::Key_Up);
+  EXPECT_EQ(reached(), u"Search emoji"_s);
   EXPECT_TRUE(EmojiTable::search(u"zzzz"_s).isEmpty());
   EXPECT_EQ(EmojiTable::search(u"Chart UP"_s), QStringList{u"📈"_s});
   EXPECT_EQ(EmojiTable::search({}).size(), EmojiTable::entries().size());

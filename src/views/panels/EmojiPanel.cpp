@@ -58,6 +58,9 @@ class EmojiGrid final : public QWidget {
   }
 
   std::function<void(const QString& emoji)> chosen;
+  /// An arrow led out of it, at the top or at the bottom.
+  std::function<void()> leftUp;
+  std::function<void()> leftDown;
 
   void setEmoji(const QStringList& emoji) {
     if (emoji == emoji_) return;
@@ -70,6 +73,12 @@ class EmojiGrid final : public QWidget {
     for (const QString& each : emoji) add(each);
     if (!buttons_.isEmpty()) buttons_.first()->setFocusPolicy(Qt::TabFocus);
     setFixedHeight(rows() * kCell);
+  }
+  bool isEmpty() const { return buttons_.isEmpty(); }
+  /// Gives its first the keyboard.
+  void enter() {
+    for (EmojiButton* button : buttons_) button->setFocusPolicy(Qt::NoFocus);
+    if (!isEmpty()) reach(0);
   }
   int rows() const { return (static_cast<int>(emoji_.size()) + kColumns - 1) / kColumns; }
 
@@ -101,14 +110,26 @@ class EmojiGrid final : public QWidget {
       default:
         return QWidget::eventFilter(watched, event);
     }
-    if (to < 0 || to >= buttons_.size()) return true;
+    const auto& left = to < 0 ? leftUp : leftDown;
+    const bool isVertical = std::abs(to - at) == kColumns;
+    if (to < 0 || to >= buttons_.size()) {
+      if (isVertical && left) left();
+      return true;
+    }
     buttons_[at]->setFocusPolicy(Qt::NoFocus);
-    buttons_[to]->setFocusPolicy(Qt::TabFocus);
-    buttons_[to]->setFocus(Qt::TabFocusReason);
+    reach(to);
     return true;
   }
 
  private:
+  void reach(qsizetype index) {
+    EmojiButton* button = buttons_[index];
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setFocus(Qt::TabFocusReason);
+    for (QWidget* each = parentWidget(); each; each = each->parentWidget())
+      if (auto* area = qobject_cast<QScrollArea*>(each)) area->ensureWidgetVisible(button, 0, 0);
+  }
+
   void add(const QString& emoji) {
     auto* button = new EmojiButton(emoji);
     button->setFocusPolicy(Qt::NoFocus);
@@ -148,6 +169,10 @@ class EmojiPanel final : public TilePanel {
     nothing_->setAlignment(Qt::AlignCenter);
     nothing_->setGeometry(0, 0, kColumns * kCell, kCell * 2);
     for (EmojiGrid* grid : {recent_, all_}) grid->chosen = [this](const QString& emoji) { take(emoji); };
+    search_->installEventFilter(this);
+    recent_->leftUp = [this] { search_->setFocus(Qt::BacktabFocusReason); };
+    recent_->leftDown = [this] { all_->enter(); };
+    all_->leftUp = [this] { beginsWithRecent() ? recent_->enter() : recent_->leftUp(); };
     keepDraft(*search_);
     connect(search_, &QLineEdit::textChanged, this, [this] { fill(); });
     connect(search_, &QLineEdit::returnPressed, this, [this] {
@@ -162,8 +187,17 @@ class EmojiPanel final : public TilePanel {
     const QStringList recent = recentEmoji(widget());
     recent_->setEmoji(recent.first(std::min<qsizetype>(recent.size(), kColumns)));
   }
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (watched != search_ || event->type() != QEvent::KeyPress ||
+        static_cast<const QKeyEvent*>(event)->key() != Qt::Key_Down)
+      return TilePanel::eventFilter(watched, event);
+    (beginsWithRecent() ? recent_ : all_)->enter();
+    return true;
+  }
 
  private:
+  /// Who looks for one means none of those.
+  bool beginsWithRecent() const { return search_->text().trimmed().isEmpty() && !recent_->isEmpty(); }
   void fill() {
     const QString query = search_->text().trimmed();
     const QStringList found = EmojiTable::search(query);
