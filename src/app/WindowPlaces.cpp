@@ -20,12 +20,12 @@ constexpr int kMostSteps = 12;
 constexpr double kLeastShare = 0.6;
 constexpr QMargins kUsualFrame(1, 28, 1, 1);
 
+/// The toolkit's window knows its frame sooner than the widget in it, which may hear of it only when it is moved.
 QMargins frameOf(const QWidget& window) {
-  const QRect inner = window.geometry();
-  const QRect outer = window.frameGeometry();
-  return {inner.left() - outer.left(), inner.top() - outer.top(), outer.right() - inner.right(),
-          outer.bottom() - inner.bottom()};
+  return window.windowHandle() ? window.windowHandle()->frameMargins() : QMargins();
 }
+
+QRect placeOf(const QWidget& window) { return window.geometry().marginsAdded(frameOf(window)); }
 
 /// What is open of ours has the frame that another window will have.
 QMargins frameToBe() {
@@ -143,7 +143,7 @@ void WindowPlaces::open(AppWindow& window, const QString& name, const Wish& wish
   const QRect left = left_.value(name);
   const AppWindow* over = wish.over && hasPlace(*wish.over) ? wish.over : nullptr;
   if (over) window.windowHandle()->setTransientParent(over->windowHandle());
-  const QPoint about = over ? over->frameGeometry().center() : left.isNull() ? QCursor::pos() : left.center();
+  const QPoint about = over ? placeOf(*over).center() : left.isNull() ? QCursor::pos() : left.center();
   const QRect room = roomAt(over ? QString() : wish.display, about);
   if (room.isEmpty()) return;
 
@@ -152,9 +152,9 @@ void WindowPlaces::open(AppWindow& window, const QString& name, const Wish& wish
   if (isLeftHere && isSized(window)) window.resize(left.size().shrunkBy(frame));
   QList<QRect> taken;
   for (const QWidget* each : QApplication::topLevelWidgets())
-    if (each != &window && each->objectName() == name && hasPlace(*each)) taken << each->frameGeometry();
+    if (each != &window && each->objectName() == name && hasPlace(*each)) taken << placeOf(*each);
   const QSize size = window.size().grownBy(frame).boundedTo(room.size());
-  QRect middle = over ? over->frameGeometry() : room;
+  QRect middle = over ? placeOf(*over) : room;
   if (isLeftHere) middle = QRect(left.topLeft(), size);
   const QRect place = centred(size, middle, room, taken);
   window.setGeometry(place.marginsRemoved(frame));
@@ -169,7 +169,7 @@ bool WindowPlaces::eventFilter(QObject* window, QEvent* event) {
 
 void WindowPlaces::remember(const AppWindow& window) {
   if (!hasPlace(window)) return;
-  const QRect place = window.frameGeometry();
+  const QRect place = placeOf(window);
   const QRect opened = opened_.value(&window);
   const QSize grown = place.size() - opened.size();
   const bool isResized = isSized(window) && std::max(std::abs(grown.width()), std::abs(grown.height())) > kNear;

@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QWindow>
 #include <algorithm>
 
 #include "app/Adapters.h"
@@ -246,6 +247,8 @@ TEST_F(WindowsTest, AFormOpensOverItsWindowOrWhereItsLikeWasLeft) {
     EXPECT_TRUE(isInFront(u"Edit “%1”"_s.arg(Catalog::find(store().widgets()[tile].kind).name)));
     return QApplication::activeWindow();
   };
+  // A widget may hear of its frame late.
+  const auto placeOf = [](const QWidget* window) { return window->windowHandle()->framePosition(); };
   delegate->addWidgets();
   ASSERT_TRUE(isInFront(u"Add Widgets"_s));
   QWidget* library = QApplication::activeWindow();
@@ -255,13 +258,13 @@ TEST_F(WindowsTest, AFormOpensOverItsWindowOrWhereItsLikeWasLeft) {
   QWidget* second = form(1, library);
   EXPECT_TRUE(comesTrue([&] { return !second->frameGeometry().contains(first->pos()); })) << "a step aside";
   second->move(100, 120);
-  ASSERT_TRUE(comesTrue([&] { return second->pos() == QPoint(100, 120); }));
+  ASSERT_TRUE(comesTrue([&] { return placeOf(second) == QPoint(100, 120); }));
   press(Qt::Key_Escape);
   library->close();
   ASSERT_TRUE(comesTrue([] { return QApplication::activeWindow() && QApplication::activeWindow()->isVisible(); }));
   EXPECT_TRUE(first->isVisible()) << "a form outlives the window that it was asked from";
   second = form(1, nullptr);
-  EXPECT_TRUE(comesTrue([&] { return second->pos() == QPoint(100, 120); }));
+  EXPECT_TRUE(comesTrue([&] { return placeOf(second) == QPoint(100, 120); }));
 }
 
 TEST_F(WindowsTest, ADockStaysOutForAsLongAsAWindowAboutItIsOpen) {
