@@ -182,6 +182,7 @@ TEST(ShelfPanel, GivesUpFilesOneByOneAndAll) {
   Open open(u"fileShelf"_s);
   EXPECT_EQ(open.titles(), "Quarterly summary.pdf|tiles.png|notes.txt");
   EXPECT_EQ(open.view().items()[1].drag, QUrl(u"file:///home/robin/tiles.png"_s));
+  EXPECT_TRUE(open.view().model()->index(1, 0).flags() & Qt::ItemIsDragEnabled);
   open.view().choose(1);
   QTest::keyClick(&open.view(), Qt::Key_Delete);
   EXPECT_EQ(open.titles(), "Quarterly summary.pdf|notes.txt");

@@ -1,6 +1,5 @@
 #include "views/controls/ItemView.h"
 
-#include <QDrag>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -10,6 +9,7 @@
 #include <QToolTip>
 #include <algorithm>
 
+#include "views/controls/Carry.h"
 #include "views/controls/ControlTheme.h"
 #include "views/controls/PaintedList.h"
 #include "views/controls/Turned.h"
@@ -54,6 +54,10 @@ class ItemView::Model final : public ItemModel<ViewItem> {
       default:
         return {};
     }
+  }
+  Qt::ItemFlags flags(const QModelIndex& index) const override {
+    const ViewItem* item = at(index);
+    return ItemModel::flags(index) | (item && !item->drag.isEmpty() ? Qt::ItemIsDragEnabled : Qt::NoItemFlags);
   }
 };
 
@@ -334,7 +338,7 @@ void ItemView::startDrag(Qt::DropActions) {
   auto* carried = new QMimeData;
   carried->setUrls({item.drag});
   carried->setText(item.drag.toString());
-  auto* drag = new QDrag(this);
+  QDrag* drag = makeDrag();
   drag->setMimeData(carried);
   if (picture_) {
     constexpr int side = static_cast<int>(kIconSize);
@@ -347,7 +351,7 @@ void ItemView::startDrag(Qt::DropActions) {
     painter.end();
     drag->setPixmap(shown);
   }
-  drag->exec(Qt::CopyAction | Qt::MoveAction | Qt::LinkAction, Qt::CopyAction);
+  carry(drag, Qt::CopyAction | Qt::MoveAction | Qt::LinkAction, Qt::CopyAction);
 }
 
 bool ItemView::viewportEvent(QEvent* event) {

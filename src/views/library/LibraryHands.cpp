@@ -2,7 +2,6 @@
 
 #include <QAccessible>
 #include <QCoreApplication>
-#include <QDrag>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMimeData>
@@ -10,6 +9,7 @@
 
 #include "config/WidgetTransfer.h"
 #include "views/controls/Buttons.h"
+#include "views/controls/Carry.h"
 #include "views/library/LibraryView.h"
 #include "views/library/LibraryWords.h"
 
@@ -148,12 +148,14 @@ void LibraryView::startDrag(Qt::DropActions) {
   const auto carried = LibraryShelves::freshWidget(*item);
   auto* mime = new QMimeData;
   mime->setText(WidgetTransfer::encode(*carried));
-  auto* drag = new QDrag(this);
+  QDrag* drag = makeDrag();
   drag->setMimeData(mime);
   const QPixmap picture = tiles_.dragPicture(*item->entry.widget, devicePixelRatioF());
   drag->setPixmap(picture);
   drag->setHotSpot(QRectF(QPointF(), picture.deviceIndependentSize()).center().toPoint());
-  drag->exec(Qt::CopyAction);
+  carry(drag, Qt::CopyAction, Qt::CopyAction);
+  // Nobody will be told that the pointer leaves.
+  setHovered(-1);
 }
 
 bool LibraryView::viewportEvent(QEvent* event) {

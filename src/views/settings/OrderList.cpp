@@ -296,6 +296,16 @@ void OrderList::focusInEvent(QFocusEvent* event) {
   viewport()->update();
 }
 
+// While a row is held, events go on: a window that is closed meanwhile goes once the row has been let go of.
+void OrderList::startDrag(Qt::DropActions actions) {
+  QWidget* top = window();
+  const bool goes = top->testAttribute(Qt::WA_DeleteOnClose);
+  top->setAttribute(Qt::WA_DeleteOnClose, false);
+  QListView::startDrag(actions);
+  top->setAttribute(Qt::WA_DeleteOnClose, goes);
+  if (goes && !top->isVisible()) top->deleteLater();
+}
+
 void OrderList::keyPressEvent(QKeyEvent* event) {
   const QKeySequence pressed(event->keyCombination());
   const auto action = std::ranges::find_if(
