@@ -20,7 +20,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize kWindow{848, 720};
-constexpr QSize kLeast{720, 320};  // Half of a common display has room for it.
+constexpr QSize kLeast{600, 320};  // Half of a small display has room for it.
+constexpr int kWholeSide = 720;    // From this width on there is room for words in the side bar.
 constexpr int kLayoutColumns = 4;  // Which the window is wide enough for.
 constexpr int kRow = 32;
 
@@ -72,7 +73,7 @@ SettingsWindow::SettingsWindow(AppStore& store, SettingsServices services)
   QList<SideItem> items;
   for (const Section& section : kSections) items << itemOf(section);
   side_->setItems(items);
-  setContent(makeSide(), stack_);
+  setContent(makeSide(), makeBody());
   connect(side_, &SideList::chosenChanged, this, &SettingsWindow::turnTo);
   connect(field_, &QLineEdit::textChanged, this, &SettingsWindow::search);
   connect(field_, &QLineEdit::returnPressed, this, &SettingsWindow::enterPage);
@@ -88,14 +89,41 @@ SettingsWindow::~SettingsWindow() {
 }
 
 QWidget* SettingsWindow::makeSide() {
-  auto* side = new QWidget;
-  side->setFixedWidth(theme::kSideWidth);
-  auto* column = new QVBoxLayout(side);
-  column->setContentsMargins(theme::kSidePadding, theme::kCardGap, theme::kSidePadding, theme::kSidePadding);
-  column->setSpacing(theme::kCardGap);
-  column->addWidget(field_);
-  column->addWidget(side_, 1);
-  return side;
+  sidePane_ = new QWidget;
+  sidePane_->setFixedWidth(theme::kSideWidth);
+  sideColumn_ = new QVBoxLayout(sidePane_);
+  sideColumn_->setContentsMargins(theme::kSidePadding, theme::kCardGap, theme::kSidePadding, theme::kSidePadding);
+  sideColumn_->setSpacing(theme::kCardGap);
+  sideColumn_->addWidget(field_);
+  sideColumn_->addWidget(side_, 1);
+  return sidePane_;
+}
+
+QWidget* SettingsWindow::makeBody() {
+  auto* body = new QWidget;
+  auto* column = new QVBoxLayout(body);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  above_ = new QHBoxLayout;
+  column->addLayout(above_);
+  column->addWidget(stack_, 1);
+  return body;
+}
+
+/// In a narrow window the side bar shows its symbols alone, and the search goes above the page.
+void SettingsWindow::fitSide() {
+  const bool isWhole = width() >= kWholeSide;
+  if (isWhole == (above_->count() == 0)) return;
+  const bool hadKeys = field_->hasFocus();
+  if (isWhole)
+    sideColumn_->insertWidget(0, field_);
+  else
+    above_->addWidget(field_);
+  const int side = isWhole ? 0 : theme::kBodyPadding;
+  above_->setContentsMargins(side, isWhole ? 0 : theme::kCardGap, side, 0);
+  sidePane_->setFixedWidth(isWhole ? theme::kSideWidth : theme::kSideSymbolRow + theme::kSidePadding * 2);
+  field_->show();
+  if (hadKeys) field_->setFocus(Qt::OtherFocusReason);
 }
 
 QStringList SettingsWindow::sections() {
@@ -165,6 +193,11 @@ void SettingsWindow::search() {
 void SettingsWindow::showEvent(QShowEvent* event) {
   AppWindow::showEvent(event);
   turnTo(side_->chosen());
+}
+
+void SettingsWindow::resizeEvent(QResizeEvent* event) {
+  AppWindow::resizeEvent(event);
+  fitSide();
 }
 
 void SettingsWindow::keyPressEvent(QKeyEvent* event) {

@@ -5,7 +5,9 @@
 #include "views/settings/SettingsServices.h"
 #include "views/window/AppWindow.h"
 
+class QHBoxLayout;
 class QStackedWidget;
+class QVBoxLayout;
 
 namespace tarnwick {
 
@@ -31,10 +33,13 @@ class SettingsWindow final : public AppWindow {
 
  protected:
   void showEvent(QShowEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
   QWidget* makeSide();
+  QWidget* makeBody();
+  void fitSide();
   SettingsPage* page(const QString& section);
   void turnTo(const QString& section);
   void enterPage();
@@ -45,6 +50,9 @@ class SettingsWindow final : public AppWindow {
   SearchField* field_;
   SideList* side_;
   QStackedWidget* stack_;
+  QWidget* sidePane_ = nullptr;
+  QVBoxLayout* sideColumn_ = nullptr;
+  QHBoxLayout* above_ = nullptr;  ///< Where the search stands while the side bar has no room for it.
   TextLabel* nothing_;
   std::map<QString, SettingsPage*> pages_;
   QString beforeSearch_;  ///< The section that was shown then.

@@ -21,6 +21,8 @@ class SideList::Model final : public ItemModel<SideItem> {
     if (!item) return {};
     if (role == Qt::DisplayRole || role == Qt::AccessibleTextRole) return item->title;
     if (role == Qt::AccessibleDescriptionRole) return item->count;
+    if (role == Qt::ToolTipRole && static_cast<const SideList*>(QObject::parent())->showsSymbolsOnly())
+      return item->title;
     return {};
   }
 };
@@ -70,6 +72,7 @@ class SideList::Painter final : public QStyledItemDelegate {
     symbol =
         QRectF(symbol.left(), symbol.center().y() - theme::kSideSymbol / 2.0, theme::kSideSymbol, theme::kSideSymbol);
     drawControlSymbol(painter, item.symbol, symbol, chosen ? ink : look.palette.secondary);
+    if (list_.showsSymbolsOnly()) return;
     constexpr int text = theme::kSideRowInset + theme::kSideSymbol + theme::kSideSymbolGap;
     const bool mirrored = list_.layoutDirection() == Qt::RightToLeft;
     const Qt::Alignment start = mirrored ? Qt::AlignRight : Qt::AlignLeft;
@@ -113,6 +116,8 @@ void SideList::choose(const QString& id) {
   setCurrentIndex(model_->index(model_->rowOf(id)));
   isQuiet_ = false;
 }
+
+bool SideList::showsSymbolsOnly() const { return viewport()->width() <= theme::kSideSymbolRow; }
 
 QSize SideList::sizeHint() const { return {theme::kSideWidth - theme::kSidePadding * 2, 200}; }
 

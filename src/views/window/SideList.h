@@ -28,6 +28,8 @@ class SideList final : public QListView {
   QString chosen() const;
   /// Chooses without a signal.
   void choose(const QString& id);
+  /// There is no room for words, which are in the tips then.
+  bool showsSymbolsOnly() const;
   QSize sizeHint() const override;
 
  Q_SIGNALS:

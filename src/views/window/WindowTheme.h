@@ -8,6 +8,7 @@ inline constexpr int kSidePadding = 8;
 inline constexpr int kSideRowInset = 10;
 inline constexpr int kSideSymbol = 16;
 inline constexpr int kSideSymbolGap = 10;
+inline constexpr int kSideSymbolRow = kSideRowInset * 2 + kSideSymbol;  ///< A row without its words.
 inline constexpr int kSideRowGap = 2;
 inline constexpr int kSideGroupGap = 13;  ///< With the line in its middle.
 
