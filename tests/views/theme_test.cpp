@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <QBitmap>
 #include <QLocale>
 #include <cmath>
 
+#include "views/theme/Emoji.h"
 #include "views/theme/Glass.h"
 #include "views/theme/IconStyle.h"
 #include "views/theme/Palette.h"
@@ -130,6 +132,18 @@ TEST(SymbolDrawings, CoverTheCatalogAndStayOnTheirGrid) {
     const QRectF box = parseSymbol(row.value()).boundingRect();
     EXPECT_TRUE(QRectF(1, 1, 18.5, 18.5).contains(box)) << qPrintable(row.key()) << " leaves the grid";
     EXPECT_GE(std::max(box.width(), box.height()), 9.5) << qPrintable(row.key()) << " is too small, or ends early";
+  }
+}
+
+TEST(Emoji, StandInTheMiddleWhateverTheyAreMadeOf) {
+  for (const QString& emoji : {u"🔥"_s, u"❤️"_s, u"⏱️"_s, u"🏴‍☠️"_s}) {
+    QImage image(48, 48, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    drawEmoji(painter, emoji, image.rect());
+    painter.end();
+    const QRect ink = QRegion(QBitmap::fromImage(image.createAlphaMask())).boundingRect();
+    EXPECT_NEAR(ink.left(), image.width() - 1 - ink.right(), 6) << qPrintable(emoji);
   }
 }
 

@@ -20,7 +20,8 @@ QPixmap pictureOf(const QString& emoji, int side) {
   QFont font;
   font.setFamilies({u"Noto Color Emoji"_s, Typography::family()});
   font.setPixelSize(kTaken);
-  const QRectF ink = QFontMetricsF(font).boundingRect(emoji);
+  // The other bounding box has no width when a character in it only chooses the variant of the one before.
+  const QRectF ink = QFontMetricsF(font).tightBoundingRect(emoji);
   const double extent = std::max({ink.width(), ink.height(), 1.0});
   const int taken = static_cast<int>(std::ceil(extent)) + 2;
   QImage image(taken, taken, QImage::Format_ARGB32_Premultiplied);
