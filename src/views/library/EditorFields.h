@@ -40,6 +40,8 @@ struct EditorField {
 
 /// What the form of each kind holds beside the title.
 struct EditorFields {
+  static constexpr const char* kCodexExecutable = "/usr/bin/codex";  ///< Where it usually is.
+
   /// By kind, else by family. Empty where there is nothing to set.
   static QList<EditorField> of(const QString& kind);
   /// Whether there is a form at all: not for what only parts tiles.

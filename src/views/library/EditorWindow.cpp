@@ -22,7 +22,6 @@
 #include "views/library/TilePreview.h"
 #include "views/library/ZoneFields.h"
 #include "views/window/Cards.h"
-#include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
 
@@ -43,6 +42,8 @@ void completeRules(WidgetEditor::Hooks& rules) {
       return file.isFile() && file.isExecutable();
     };
   }
+  if (rules.defaultCodexExecutable.isEmpty())
+    rules.defaultCodexExecutable = QString::fromLatin1(EditorFields::kCodexExecutable);
   if (!rules.configured) rules.configured = [](const DockWidget& widget) { return widget; };
 }
 
@@ -126,9 +127,10 @@ void EditorWindow::addLine(const EditorField& field) {
 void EditorWindow::take() {
   const DockWidget* widget = stored(store_, widget_);
   if (!widget) return;
-  const WidgetDefinition& definition = Catalog::find(widget->kind);
-  setWindowTitle(LibraryWords::tr("Edit “%1”").arg(widget->title.isEmpty() ? definition.name : widget->title));
-  title_->setPlaceholderText(definition.name);
+  DockWidget untitled = *widget;
+  untitled.title.clear();
+  setWindowTitle(LibraryWords::tr("Edit “%1”").arg(services_.edits->nameOf(*widget)));
+  title_->setPlaceholderText(services_.edits->nameOf(untitled));
   if (!titleTouched_ && title_->text() != widget->title) {
     const QSignalBlocker quiet(title_);
     title_->setText(widget->title);
