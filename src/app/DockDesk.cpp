@@ -131,7 +131,7 @@ TileSources DockDesk::previews(const QList<DockWidget>& widgets) {
 }
 
 PanelActions DockDesk::panelActions() {
-  PanelActions actions = makePanelActions(parts_, commands_, folders_, this);
+  PanelActions actions = makePanelActions(parts_, commands_, edits_, folders_, this);
   actions.openEditor = menus_.editWidget;
   actions.offerUndo = [this](const QString& sentence, const std::function<void()>& undo) {
     undo_.push(sentence, undo);

@@ -76,8 +76,8 @@ QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
   actions.reveal = [commands, path] { commands->reveal(path); };
   actions.emptyTrash = [commands] { commands->askToEmptyTrash(); };
   actions.addCalendarFolder = addCalendarFolder;
-  actions.removeCalendarFolder = [store = parts_.store](const QString& folder) {
-    store->edit([&folder](DockConfiguration& config) { CalendarFolders::remove(config, folder); });
+  actions.removeCalendarFolder = [edits = parts_.edits](const QString& folder) {
+    edits->change([&folder](DockConfiguration& config) { CalendarFolders::remove(config, folder); });
   };
   if (launches) {
     const auto app = parts_.running->byPath(path);

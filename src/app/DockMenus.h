@@ -27,7 +27,7 @@ class DockMenus : public QObject {
     UndoableEdits* edits = nullptr;
   };
 
-  explicit DockMenus(const Parts& parts) : parts_(parts), icons_(*parts.store, *parts.apps) {}
+  explicit DockMenus(const Parts& parts) : parts_(parts), icons_(*parts.store, *parts.edits, *parts.apps) {}
 
   /// The menu of a widget's tile on a display; empty for a widget that is not shown there.
   QList<DockMenuEntry> tile(const QUuid& widget, const QString& display);

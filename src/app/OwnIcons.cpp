@@ -32,7 +32,7 @@ QString OwnIcons::iconOf(const QString& entryPath) {
 void OwnIcons::choose(const QString& entryPath, const QString& picture) {
   const auto use = [this, entryPath](const QString& asset) {
     exists_.remove(asset);
-    store_.edit([&](DockConfiguration& config) {
+    edits_.change([&](DockConfiguration& config) {
       DesktopOptions options = config.desktopOptions();
       options.customAppIcons.insert(keyOf(entryPath), asset);
       config.desktop = options;
@@ -43,7 +43,7 @@ void OwnIcons::choose(const QString& entryPath, const QString& picture) {
 
 /// The picture stays: a look that was saved may show it still.
 void OwnIcons::reset(const QString& entryPath) {
-  store_.edit([&](DockConfiguration& config) {
+  edits_.change([&](DockConfiguration& config) {
     DesktopOptions options = config.desktopOptions();
     options.customAppIcons.remove(keyOf(entryPath));
     config.desktop = options;

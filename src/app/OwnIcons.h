@@ -5,6 +5,7 @@
 
 #include "app/PictureKeeper.h"
 #include "apps/InstalledApps.h"
+#include "store/UndoableEdits.h"
 
 namespace tarnwick {
 
@@ -18,8 +19,9 @@ class OwnIcons : public QObject {
   /// The longer side of a kept picture, in pixels.
   static constexpr int kSide = 512;
 
-  /// Both must outlive it.
-  OwnIcons(AppStore& store, const InstalledApps& apps) : store_(store), apps_(apps), keeper_(store) {}
+  /// All must outlive it.
+  OwnIcons(AppStore& store, UndoableEdits& edits, const InstalledApps& apps)
+      : store_(store), edits_(edits), apps_(apps), keeper_(store) {}
 
   /// The picture for the application of a desktop entry; empty where it has the icon that it came with.
   QString iconOf(const QString& entryPath);
@@ -33,6 +35,7 @@ class OwnIcons : public QObject {
   QString assetOf(const QString& entryPath) const;
 
   AppStore& store_;
+  UndoableEdits& edits_;
   const InstalledApps& apps_;
   QHash<QString, bool> exists_;  // By asset: every beat asks.
   PictureKeeper keeper_;

@@ -46,11 +46,12 @@ std::function<void()> starting(StandardApplications::Purpose purpose, const Dock
   return [opener = parts.opener, path = entry->path] { opener->start(path); };
 }
 
-void addCalendarActions(PanelActions& actions, const DockDeskParts& parts, FolderQuestion& folders) {
+void addCalendarActions(PanelActions& actions, const DockDeskParts& parts, UndoableEdits& edits,
+                        FolderQuestion& folders) {
   actions.openCalendar = starting(StandardApplications::Purpose::Calendar, parts);
-  actions.addCalendarFolder = [&folders, store = parts.store] {
-    folders.ask(QCoreApplication::translate("Dock", "Add Calendar Folder"), [store](const QString& path) {
-      store->edit([&path](DockConfiguration& config) { CalendarFolders::add(config, path); });
+  actions.addCalendarFolder = [&folders, &edits] {
+    folders.ask(QCoreApplication::translate("Dock", "Add Calendar Folder"), [&edits](const QString& path) {
+      edits.change([&path](DockConfiguration& config) { CalendarFolders::add(config, path); });
     });
   };
   actions.completeReminder = [readings = parts.readings](const Reminder& reminder, bool completed) {
@@ -60,12 +61,12 @@ void addCalendarActions(PanelActions& actions, const DockDeskParts& parts, Folde
 
 }  // namespace
 
-PanelActions makePanelActions(const DockDeskParts& parts, DockCommands& commands, FolderQuestion& folders,
-                              QObject* context) {
+PanelActions makePanelActions(const DockDeskParts& parts, DockCommands& commands, UndoableEdits& edits,
+                              FolderQuestion& folders, QObject* context) {
   PanelActions actions;
   addFileActions(actions, parts, commands);
   addApplicationActions(actions, parts, commands);
-  addCalendarActions(actions, parts, folders);
+  addCalendarActions(actions, parts, edits, folders);
   actions.copyText = [](const QString& text) { QGuiApplication::clipboard()->setText(text); };
   actions.openMonitor = starting(StandardApplications::Purpose::Monitor, parts);
   actions.refreshProcesses = [readings = parts.readings] { readings->processes().refresh(); };

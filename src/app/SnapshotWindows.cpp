@@ -84,15 +84,16 @@ QList<SnapshotWindow> SnapshotWindows::list() {
     add(u"first-run-%1"_s.arg(page + 1), [this, page] { return firstRun(page); });
   add(u"about"_s, [this] { return shown(std::make_unique<AboutWindow>(snapshot_.store())); });
   add(u"help"_s, [this] { return shown(std::make_unique<HelpWindow>(snapshot_.store(), abilities())); });
-  list.append({u"menu-bar-panel"_s, [this](bool dark) -> std::unique_ptr<QWidget> {
-                 const auto nothing = [] {};
-                 MenuBarPanelActions actions{
-                     [] { return false; }, nothing, {}, nothing, nothing, nothing, nothing, nothing, true};
-                 auto panel = std::make_unique<MenuBarPanel>(snapshot_.store(), actions);
-                 panel->setScheme(dark, Backdrop::Plain);
-                 panel->resize(panel->sizeHint());
-                 return shown(std::move(panel));
-               }});
+  list.append(
+      {u"menu-bar-panel"_s, [this](bool dark) -> std::unique_ptr<QWidget> {
+         const auto nothing = [] {};
+         MenuBarPanelActions actions{
+             [] { return false; }, nothing, [](DockLayout) {}, {}, nothing, nothing, nothing, nothing, nothing, true};
+         auto panel = std::make_unique<MenuBarPanel>(snapshot_.store(), actions);
+         panel->setScheme(dark, Backdrop::Plain);
+         panel->resize(panel->sizeHint());
+         return shown(std::move(panel));
+       }});
   return list;
 }
 
@@ -133,6 +134,7 @@ std::unique_ptr<QWidget> SnapshotWindows::editor() {
 std::unique_ptr<QWidget> SnapshotWindows::firstRun(int page) {
   OnboardingServices services;
   services.abilities = [] { return abilities(); };
+  services.change = [this](const auto& change) { edits_.change(change); };
   services.reduceMotion = true;
   return shown(std::make_unique<OnboardingWindow>(snapshot_.store(), services, page));
 }

@@ -193,6 +193,7 @@ void Windows::showOnboarding() {
   present(onboarding_, u"onboarding"_s, {}, [this] {
     OnboardingServices services;
     services.abilities = [this] { return abilities(); };
+    services.change = [this](const auto& change) { delegate_.desk().edits().change(change); };
     services.addWidgets = delegate_.addWidgets;
     services.reduceMotion = services_.ports.motion->reducesMotion();
     // Once it was gone through, it begins anew.
@@ -217,6 +218,9 @@ MenuBarPopup& Windows::menuBar() {
   MenuBarPanelActions actions;
   actions.dockIsHidden = [this] { return delegate_.dock().isManuallyHidden(); };
   actions.toggleDock = [this] { delegate_.dock().toggle(); };
+  actions.chooseLayout = [this](DockLayout layout) {
+    delegate_.desk().edits().change([layout](DockConfiguration& config) { config.layout = layout; });
+  };
   actions.continueSetup = delegate_.showOnboarding;
   actions.addWidgets = delegate_.addWidgets;
   actions.settings = delegate_.showSettings;

@@ -26,6 +26,10 @@ class OnboardingTest : public ::testing::Test {
   OnboardingWindow* open(int page = 0) {
     OnboardingServices services;
     services.abilities = [this] { return abilities; };
+    services.change = [this](const auto& change) {
+      ++changes;
+      store().edit(change);
+    };
     auto* window = new OnboardingWindow(store(), services, page);
     window->present();
     QCoreApplication::processEvents();
@@ -55,6 +59,7 @@ class OnboardingTest : public ::testing::Test {
 
   SnapshotStore snapshot;
   DesktopAbilities abilities;
+  int changes = 0;  // That can be taken back.
 };
 
 TEST_F(OnboardingTest, CanBeLeftAndContinuedAndOnlyItsEndCompletesIt) {
@@ -96,6 +101,7 @@ TEST_F(OnboardingTest, ALayoutIsChosenByPointerOrArrowsAndHoldsAtOnce) {
   card(window, DockLayout::Replace)->setFocus(Qt::TabFocusReason);
   QTest::keyClick(window->focusWidget(), Qt::Key_Right);
   EXPECT_EQ(store().config().layout, DockLayout::ReplaceAutoHide);
+  EXPECT_EQ(changes, 2);
   // The window follows what another part of the program changes.
   store().edit([](DockConfiguration& config) { config.layout = DockLayout::Swap; });
   for (const DockLayout layout : kDockLayouts) EXPECT_EQ(card(window, layout)->isChecked(), layout == DockLayout::Swap);
@@ -115,6 +121,7 @@ TEST_F(OnboardingTest, SaysWhatIsMissingAndWhyAlsoWhereTheDesktopAnswersLate) {
   ASSERT_NE(login, nullptr);
   login->click();
   EXPECT_TRUE(store().config().launchAtLogin);
+  EXPECT_EQ(changes, 1);
   store().edit([](DockConfiguration& config) { config.launchAtLogin = false; });
   EXPECT_FALSE(login->isChecked());
   delete window;
@@ -151,6 +158,9 @@ TEST_F(OnboardingTest, ThePanelOfTheStatusItemShowsTheDockAndLeadsOn) {
   MenuBarPanelActions actions;
   actions.dockIsHidden = [&] { return hidden; };
   actions.toggleDock = [&] { hidden = !hidden; };
+  actions.chooseLayout = [this](DockLayout layout) {
+    store().edit([layout](DockConfiguration& config) { config.layout = layout; });
+  };
   actions.settings = [&] { ++settings; };
   MenuBarPanel panel(store(), actions);
   QSignalSpy closes(&panel, &MenuBarPanel::closeRequested);

@@ -127,9 +127,7 @@ void MenuBarPanel::addLayouts() {
     card->setReduceMotion(actions_.reduceMotion);
     grid->addWidget(card, place / kLayoutsInARow, place % kLayoutsInARow);
     ++place;
-    connect(card, &LayoutCard::chosen, this, [this](DockLayout chosen) {
-      store_.edit([chosen](DockConfiguration& config) { config.layout = chosen; });
-    });
+    connect(card, &LayoutCard::chosen, this, [this](DockLayout chosen) { actions_.chooseLayout(chosen); });
     const auto show = [this, card] { card->setChosen(store_.config().layout == card->layout()); };
     connect(&store_, &AppStore::configChanged, card, show);
     show();

@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "config/DockLayout.h"
 #include "views/controls/GlassPane.h"
 
 class QVBoxLayout;
@@ -17,8 +18,9 @@ class TextLabel;
 
 /// What the entries of the panel do; one that is empty is not shown.
 struct MenuBarPanelActions {
-  std::function<bool()> dockIsHidden;  ///< Required, by the user's own hand.
-  std::function<void()> toggleDock;    ///< Required.
+  std::function<bool()> dockIsHidden;            ///< Required, by the user's own hand.
+  std::function<void()> toggleDock;              ///< Required.
+  std::function<void(DockLayout)> chooseLayout;  ///< Required.
   std::function<void()> continueSetup;
   std::function<void()> addWidgets;
   std::function<void()> settings;

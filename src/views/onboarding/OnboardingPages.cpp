@@ -172,8 +172,8 @@ QWidget* makeLayoutPage(AppStore& store, const OnboardingServices& services) {
     card->setReduceMotion(services.reduceMotion);
     grid->add(card);
     cardWidth = card->sizeHint().width();
-    QObject::connect(card, &LayoutCard::chosen, page, [&store](DockLayout chosen) {
-      store.edit([chosen](DockConfiguration& config) { config.layout = chosen; });
+    QObject::connect(card, &LayoutCard::chosen, page, [change = services.change](DockLayout chosen) {
+      change([chosen](DockConfiguration& config) { config.layout = chosen; });
     });
     const auto show = [card, &store] { card->setChosen(store.config().layout == card->layout()); };
     QObject::connect(&store, &AppStore::configChanged, card, show);
@@ -194,15 +194,16 @@ void addState(Card* card, const QString& label, const QString& why, const Capabi
 }
 
 /// A switch for a field of the settings, which it follows.
-Switch* makeSwitch(AppStore& store, const QString& label, bool DockConfiguration::*field) {
+Switch* makeSwitch(AppStore& store, const OnboardingServices& services, const QString& label,
+                   bool DockConfiguration::*field) {
   auto* made = new Switch(label);
   const auto show = [made, &store, field] {
     const QSignalBlocker quiet(made);
     made->setChecked(store.config().*field);
   };
   QObject::connect(&store, &AppStore::configChanged, made, show);
-  QObject::connect(made, &QAbstractButton::toggled, made, [&store, field](bool on) {
-    store.edit([field, on](DockConfiguration& config) { config.*field = on; });
+  QObject::connect(made, &QAbstractButton::toggled, made, [change = services.change, field](bool on) {
+    change([field, on](DockConfiguration& config) { config.*field = on; });
   });
   show();
   return made;
@@ -226,7 +227,8 @@ void addKeys(Card* card, const DesktopAbilities& abilities) {
                          : Capability::yes());
 }
 
-void fill(Card* card, AppStore& store, const DesktopAbilities& abilities) {
+void fill(Card* card, AppStore& store, const OnboardingServices& services) {
+  const DesktopAbilities abilities = services.abilities();
   const QString screens =
       abilities.isComposited
           ? words(QT_TRANSLATE_NOOP("Onboarding", "The dock stands at an edge of your screens, above other windows."))
@@ -243,7 +245,7 @@ void fill(Card* card, AppStore& store, const DesktopAbilities& abilities) {
   const QString notes = words(QT_TRANSLATE_NOOP("Onboarding", "Notifications"));
   const QString tell = words(QT_TRANSLATE_NOOP("Onboarding", "Timers and habits say when their time has come."));
   if (abilities.notifications)
-    card->addRow(notes, makeSwitch(store, notes, &DockConfiguration::notificationsEnabled), tell);
+    card->addRow(notes, makeSwitch(store, services, notes, &DockConfiguration::notificationsEnabled), tell);
   else
     addState(card, notes, tell, abilities.notifications);
   addState(card, words(QT_TRANSLATE_NOOP("Onboarding", "The system’s dock")),
@@ -251,7 +253,7 @@ void fill(Card* card, AppStore& store, const DesktopAbilities& abilities) {
                                    "Three layouts send it away while Tarnwick runs, and always give it back.")),
            abilities.systemDock);
   const QString login = words(QT_TRANSLATE_NOOP("Onboarding", "Launch at login"));
-  card->addRow(login, makeSwitch(store, login, &DockConfiguration::launchAtLogin),
+  card->addRow(login, makeSwitch(store, services, login, &DockConfiguration::launchAtLogin),
                words(QT_TRANSLATE_NOOP("Onboarding", "Starts Tarnwick when you log in.")));
 }
 
@@ -263,7 +265,7 @@ QWidget* makeDesktopPage(AppStore& store, const OnboardingServices& services) {
       beginPage(page, words(QT_TRANSLATE_NOOP("Onboarding", "What it asks of your desktop")),
                 words(QT_TRANSLATE_NOOP("Onboarding", "What is missing here is left out; everything else works.")));
   auto* card = new Card;
-  fill(card, store, services.abilities());
+  fill(card, store, services);
   addColumn(column)->addWidget(card);
   return page;
 }
@@ -287,9 +289,10 @@ QWidget* makeDonePage(AppStore& store, const OnboardingServices& services) {
   card->addRow(words(QT_TRANSLATE_NOOP("Onboarding", "Everything else")), nullptr,
                hasIcon ? words(QT_TRANSLATE_NOOP("Onboarding",
                                                  "Tarnwick’s icon in the tray has the layouts, profiles and Settings. "
-                                                 "So has a right click on the dock."))
+                                                 "A right click on the dock adds widgets and opens Settings."))
                        : words(QT_TRANSLATE_NOOP("Onboarding",
-                                                 "A right click on the dock has the layouts, profiles and Settings.")));
+                                                 "A right click on the dock adds widgets and opens Settings, which has "
+                                                 "the layouts and profiles.")));
   if (services.addWidgets) {
     auto* open = new Button(words(QT_TRANSLATE_NOOP("Onboarding", "Add Widgets…")));
     QObject::connect(open, &QPushButton::clicked, open, [add = services.addWidgets] { add(); });

@@ -3,6 +3,7 @@
 #include <QAbstractSlider>
 #include <functional>
 
+#include "config/DockConfiguration.h"
 #include "views/onboarding/DesktopAbilities.h"
 #include "views/window/AppWindow.h"
 
@@ -16,6 +17,8 @@ class PageDots;
 /// What the first run asks of the rest of the program.
 struct OnboardingServices {
   std::function<DesktopAbilities()> abilities;  ///< Required.
+  /// Changes the settings so that the user can take it back. Required.
+  std::function<void(const std::function<void(DockConfiguration&)>& change)> change;
   /// Opens the library; empty where there is none.
   std::function<void()> addWidgets;
   bool reduceMotion = false;
