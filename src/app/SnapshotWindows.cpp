@@ -26,7 +26,7 @@ AppEnvironment environmentIn(const QString& folder) {
 /// A desktop where everything works.
 DesktopAbilities abilities() {
   DesktopAbilities abilities;
-  abilities.dockKey = u"Ctrl+Alt+D"_s;
+  abilities.dockKey = u"Ctrl+Alt+Super+D"_s;
   return abilities;
 }
 

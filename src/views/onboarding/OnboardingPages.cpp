@@ -42,7 +42,7 @@ QVBoxLayout* beginPage(QWidget* page, const QString& heading, const QString& sen
   auto* title = new TextLabel(heading, TextStyle::Display);
   auto* below = new TextLabel(sentence, TextStyle::Title, Tone::Secondary);
   QFont plain = below->font();
-  plain.setWeight(QFont::Medium);
+  plain.setWeight(QFont::Normal);
   below->setFont(plain);
   below->setWordWrap(true);
   for (TextLabel* label : {title, below}) label->setAlignment(Qt::AlignCenter);

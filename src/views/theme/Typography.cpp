@@ -196,7 +196,9 @@ double Typography::pixelSize(TextStyle style, double scale) {
 QFont Typography::widgetFont(TextStyle style) {
   QFont font(family());
   font.setPixelSize(static_cast<int>(std::lround(typeOf(style).size)));
-  font.setWeight(typeOf(style).weight);
+  // The toolkit thickens the stems of small text, so that medium would look semi-bold beside lines of our own.
+  const QFont::Weight weight = typeOf(style).weight;
+  font.setWeight(weight == QFont::Medium ? QFont::Normal : weight);
   return font;
 }
 

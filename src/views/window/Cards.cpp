@@ -34,10 +34,6 @@ TextLabel* makeHelp(const QString& text, Tone tone) {
 TextLabel* makeSentence(const QString& text, TextStyle style, Tone tone) {
   auto* label = new TextLabel(text, style, tone);
   label->setWordWrap(true);
-  // The toolkit sets small sizes at whole pixels, where the weight of single lines looks bold.
-  QFont font = label->font();
-  font.setWeight(QFont::Normal);
-  label->setFont(font);
   return label;
 }
 

@@ -46,11 +46,7 @@ QSize pictureSize(LayoutCard::Size size) {
   return {};
 }
 
-QFont descriptionFont() {
-  QFont font = Typography::widgetFont(TextStyle::Caption);
-  font.setWeight(QFont::Normal);
-  return font;
-}
+QFont descriptionFont() { return Typography::widgetFont(TextStyle::Caption); }
 
 double lineHeight() { return QFontMetricsF(descriptionFont()).height() + 1; }
 
