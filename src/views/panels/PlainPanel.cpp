@@ -54,7 +54,7 @@ class PlainPanel final : public TilePanel {
  protected:
   void refresh(const TileSources& sources) override {
     EmptyState state;
-    if (isConnectedFamily(definition().family)) state.initial = definition().name.left(1).toUpper();
+    if (isConnectedFamily(definition().family)) state.initial = badgeInitial(definition());
     state.symbol = definition().symbol;
     state.title = title();
     state.sentence = sentenceFor(definition());

@@ -134,7 +134,7 @@ TilePanel::TilePanel(const PanelContext& context, int width)
   frame().setStretchFactor(scroll_, 1);
 
   if (isConnectedFamily(definition().family))
-    header_->setInitial(definition().name.left(1).toUpper());
+    header_->setInitial(badgeInitial(definition()));
   else
     header_->setSymbol(definition().symbol);
   header_->setTitle(title());

@@ -58,6 +58,7 @@ inline constexpr double kDraggedLift = 12;
 inline constexpr double kFocusWidth = 2;
 inline constexpr double kDisabledOpacity = 0.38;
 inline constexpr double kUnconnectedOpacity = 0.45;
+inline constexpr double kUnconnectedGrey = 0.35;  // In monochrome, so that the letter stands out from its badge.
 inline constexpr int kFadeMilliseconds = 120;
 inline constexpr int kRestMilliseconds = 90;   ///< After the last frame of a motion everything is drawn as it stands.
 inline constexpr int kFrameMilliseconds = 16;  ///< What follows the pointer is drawn no more often.

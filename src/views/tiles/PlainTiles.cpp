@@ -39,7 +39,8 @@ void drawSign(TileCanvas& canvas, const GenericContent& content, QPointF centre)
     return;
   }
   painter.save();
-  painter.setOpacity(painter.opacity() * theme::kUnconnectedOpacity);
+  painter.setOpacity(painter.opacity() *
+                     (canvas.colors().monochrome ? theme::kUnconnectedGrey : theme::kUnconnectedOpacity));
   const double side = canvas.showsCaption() ? theme::kSymbolSize : kBareBadge;
   drawRounded(painter, QRectF(centre.x() - side / 2, centre.y() - side / 2, side, side), kBadgeCorner, canvas.accent());
   painter.restore();
@@ -140,7 +141,7 @@ GenericContent makeGeneric(const TileRequest& request) {
   const bool connected = isConnectedFamily(definition.family);
   GenericContent content{name, wordFor(definition), {}, {}, connected || definition.family == u"weather"_s};
   if (connected)
-    content.initial = definition.name.left(1).toUpper();
+    content.initial = badgeInitial(definition);
   else
     content.symbol = definition.symbol;
   return content;

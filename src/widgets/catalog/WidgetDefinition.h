@@ -32,4 +32,7 @@ struct WidgetGroup {
 /// Whether widgets of this family show a remote value: they are configured, checked and refreshed alike.
 bool isConnectedFamily(QStringView family);
 
+/// The letter of a service's badge: that of the word in the name that names the service, else of the name.
+QString badgeInitial(const WidgetDefinition& definition);
+
 }  // namespace tarnwick
