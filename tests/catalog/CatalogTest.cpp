@@ -27,8 +27,8 @@ TEST(Catalog, HoldsEveryKindOnceWithEverythingThatATileNeeds) {
   EXPECT_EQ(Catalog::items().size(), 163);
   EXPECT_EQ(kinds.size(), 163);
   EXPECT_EQ(connected, 56);
-  EXPECT_EQ(badgeInitial(Catalog::find("gmailLatest")), "G") << "Latest Gmail is known by its service";
-  EXPECT_EQ(badgeInitial(Catalog::find("cryptoQuote")), "C");
+  EXPECT_EQ(badgeInitial(Catalog::find(u"gmailLatest"_s)), u"G"_s) << "Latest Gmail is known by its service";
+  EXPECT_EQ(badgeInitial(Catalog::find(u"cryptoQuote"_s)), u"C"_s);
   EXPECT_EQ(withAsset, 48);
 }
 
