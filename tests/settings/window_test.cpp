@@ -96,6 +96,10 @@ TEST_F(SettingsWindowTest, ASearchLeavesWhatMatchesAndTellsWhereItIs) {
   EXPECT_TRUE(sees("Dock scale"));
   EXPECT_FALSE(sees("Widget spacing"));
 
+  search(u"profile rules"_s);  // The section is named in part.
+  EXPECT_EQ(titles(), QStringList{u"Profiles"_s});
+  EXPECT_FALSE(sees("Drag to switch profiles"));
+
   search(u"window previews"_s);
   EXPECT_EQ(titles(), QStringList{u"Running Apps"_s});
   search(u"background"_s);

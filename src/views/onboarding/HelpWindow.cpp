@@ -26,11 +26,12 @@ void addGlobalKeys(CardPage& page, const AppStore& store, const DesktopAbilities
   if (options.dockShortcutEnabled)
     card->addRow(words(QT_TRANSLATE_NOOP("Help", "Hide and Show Dock")),
                  new KeyCaps(VirtualKeys::text(options.shortcutKey, options.shortcutModifiers)));
+  const bool hasCommandBar = abilities.commandBarKey && !abilities.commandBarKey->isEmpty();
   const bool canAddShift = (options.shortcutModifiers & VirtualKeys::kShift) == 0;
   if (options.dockShortcutEnabled && canAddShift)
     card->addRow(words(QT_TRANSLATE_NOOP("Help", "Give the dock the keyboard")),
                  new KeyCaps(VirtualKeys::text(options.shortcutKey, options.shortcutModifiers | VirtualKeys::kShift)));
-  if (abilities.commandBarKey && !abilities.commandBarKey->isEmpty())
+  if (hasCommandBar)
     card->addRow(words(QT_TRANSLATE_NOOP("Help", "Command Bar")), new KeyCaps(*abilities.commandBarKey));
   if (options.profileShortcutEnabled) {
     constexpr quint32 digitOne = 18;
@@ -39,6 +40,9 @@ void addGlobalKeys(CardPage& page, const AppStore& store, const DesktopAbilities
     card->addRow(words(QT_TRANSLATE_NOOP("Help", "Switch Profile")), new KeyCaps(keys + u"0–9"_s),
                  words(QT_TRANSLATE_NOOP("Help", "Use the prefix with 0–9 in profile order.")));
   }
+  if (!options.dockShortcutEnabled && !options.profileShortcutEnabled && !hasCommandBar)
+    card->addRow(words(QT_TRANSLATE_NOOP("Help", "No key of ours")), nullptr,
+                 words(QT_TRANSLATE_NOOP("Help", "All of them are switched off in Settings.")));
 }
 
 void addPlain(CardPage& page, const char* heading, std::initializer_list<std::pair<const char*, const char*>> rows) {
@@ -72,8 +76,8 @@ HelpWindow::HelpWindow(AppStore& store, const DesktopAbilities& abilities) : App
             {QT_TRANSLATE_NOOP("Help", "Ctrl+F10"), QT_TRANSLATE_NOOP("Help", "Opens the dock’s menu.")},
             {QT_TRANSLATE_NOOP("Help", "Escape"), QT_TRANSLATE_NOOP("Help", "Gives the keyboard back.")},
             {QT_TRANSLATE_NOOP("Help", "Ctrl+Z"),
-             QT_TRANSLATE_NOOP(
-                 "Help", "Takes the last change of the tiles back. It works in every window of Tarnwick, too.")}});
+             QT_TRANSLATE_NOOP("Help",
+                               "Takes the last change of the dock back. It works in every window of Tarnwick, too.")}});
   addPlain(
       *page, QT_TRANSLATE_NOOP("Help", "With the pointer"),
       {{QT_TRANSLATE_NOOP("Help", "Click"),
@@ -89,7 +93,8 @@ HelpWindow::HelpWindow(AppStore& store, const DesktopAbilities& abilities) : App
             "shelf, or become a tile where there is none.")},
        {QT_TRANSLATE_NOOP("Help", "Wheel"),
         QT_TRANSLATE_NOOP("Help", "Over an application it goes through its windows, elsewhere it scrolls the dock.")},
-       {QT_TRANSLATE_NOOP("Help", "Drag empty space"), QT_TRANSLATE_NOOP("Help", "Switches to the next profile.")}});
+       {QT_TRANSLATE_NOOP("Help", "Drag empty space"),
+        QT_TRANSLATE_NOOP("Help", "Switches to the next profile, or moves a floating dock.")}});
   addOrders(*page);
   setContent(nullptr, page);
   page->takeKeys();

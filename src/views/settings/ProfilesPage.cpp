@@ -92,7 +92,7 @@ class ProfilesPage final : public SettingsPage {
     connect(add, &QPushButton::clicked, this, [this] { newProfile(false); });
     connect(copy, &QPushButton::clicked, this, [this] { newProfile(true); });
     addOther(card, buttonLine({add, copy}), settingsText(QT_TRANSLATE_NOOP("Settings", "New Profile duplicate")));
-    follow([this, add, copy](const DockConfiguration& config) {
+    follow([this](const DockConfiguration& config) {
       QList<OrderItem> items;
       const qsizetype active = config.activeIndex();
       for (qsizetype i = 0; i < config.profiles.size(); ++i) {
@@ -103,14 +103,16 @@ class ProfilesPage final : public SettingsPage {
              u"person.crop.circle"_s, i == active ? settingsText(QT_TRANSLATE_NOOP("Settings", "Active")) : QString()});
       }
       profiles_->setItems(items);
-      const bool hasRoom = config.profiles.size() < DockConfiguration::kMostProfiles;
-      add->setEnabled(hasRoom);
-      copy->setEnabled(hasRoom);
     });
   }
 
   void newProfile(bool duplicate) {
     const DockConfiguration& config = store().config();
+    if (config.profiles.size() >= DockConfiguration::kMostProfiles) {
+      store().setError(
+          settingsText(QT_TRANSLATE_NOOP("Settings", "You already have the most profiles Tarnwick keeps (20).")));
+      return;
+    }
     const QString name =
         duplicate ? QCoreApplication::translate("Settings", "%1 Copy").arg(config.profiles[config.activeIndex()].name)
                   : QString();
@@ -165,7 +167,8 @@ class ProfilesPage final : public SettingsPage {
     auto* told = new TextLabel(
         settingsText(QT_TRANSLATE_NOOP("Settings", "The first rule that holds wins. Between rules the profile stays.")),
         TextStyle::Caption, Tone::Secondary);
-    addOther(card, buttonLine({add, told}), settingsText(QT_TRANSLATE_NOOP("Settings", "Add Rule schedule")));
+    addOther(card, buttonLine({add, told}),
+             settingsText(QT_TRANSLATE_NOOP("Settings", "Add Rule rules schedule days time automatic")));
     auto* focus = new FormRow(
         settingsText(QT_TRANSLATE_NOOP("Settings", "Focus")), nullptr,
         settingsText(QT_TRANSLATE_NOOP(

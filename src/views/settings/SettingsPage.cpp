@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/Text.h"
 #include "store/AppStore.h"
 #include "views/controls/Segments.h"
 #include "views/controls/Slider.h"
@@ -153,9 +154,11 @@ bool SettingsPage::isFound(const Row& row) const {
   return search_.isEmpty() || matchesSearch(heading(), search_) || matches(row);
 }
 
-bool SettingsPage::matches(const Row& row) const {
+bool SettingsPage::matches(const Row& row) const { return says(row, search_) || says(row, beyondHeading_); }
+
+bool SettingsPage::says(const Row& row, const QString& search) const {
   const auto* form = qobject_cast<const FormRow*>(row.widget);
-  return form && row.words.isEmpty() ? form->matches(search_) : matchesSearch(row.words, search_);
+  return form && row.words.isEmpty() ? form->matches(search) : matchesSearch(row.words, search);
 }
 
 QString SettingsPage::whatItIsFor(const Row& row) const {
@@ -187,6 +190,12 @@ void SettingsPage::arrange() {
 
 int SettingsPage::search(const QString& words) {
   search_ = words;
+  const QStringList names = Text::folded(heading()).split(u' ');
+  QStringList beyond = words.split(u' ', Qt::SkipEmptyParts);
+  beyond.removeIf([&](const QString& word) {
+    return std::ranges::any_of(names, [&](const QString& name) { return name.startsWith(Text::folded(word)); });
+  });
+  beyondHeading_ = beyond.join(u' ');
   arrange();
   return static_cast<int>(std::ranges::count_if(rows_, [](const Row& row) { return !row.widget->isHidden(); }));
 }

@@ -90,6 +90,7 @@ class SettingsPage : public CardPage {
 
   bool isFound(const Row& row) const;
   bool matches(const Row& row) const;
+  bool says(const Row& row, const QString& search) const;
   QString whatItIsFor(const Row& row) const;
   void arrange();
 
@@ -98,6 +99,7 @@ class SettingsPage : public CardPage {
   QList<std::function<void(const DockConfiguration&)>> followers_;
   QList<Row> rows_;
   QString search_;
+  QString beyondHeading_;  ///< Of the search: the words that do not name the section.
   bool isLate_ = false;
 };
 
