@@ -1,5 +1,6 @@
 #include "app/DockMenus.h"
 
+#include <QGuiApplication>
 #include <algorithm>
 
 #include "config/CalendarFolders.h"
@@ -49,8 +50,11 @@ QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
   state.opens = !isOnlySeen(widget);
   state.hasIcon = launches;
   state.hasOwnIcon = icons_.has(path);
-  state.canMoveLeft = at > 0;
-  state.canMoveRight = at + 1 < shown.size();
+  // The row begins on the right where one reads from there.
+  const qsizetype right = QGuiApplication::isRightToLeft() ? -1 : 1;
+  const auto isInRow = [&](qsizetype place) { return place >= 0 && place < shown.size(); };
+  state.canMoveLeft = isInRow(at - right);
+  state.canMoveRight = isInRow(at + right);
   state.isFolder = widget.kind == "folderLauncher"_L1 && !path.isEmpty();
   state.isTrash = widget.kind == "trash"_L1;
   if (state.isTrash) state.trashIsEmpty = parts_.files->trashCount() == 0;
@@ -70,8 +74,8 @@ QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
   if (editWidget) actions.edit = [edit = editWidget, id] { edit(id); };
   if (chooseIcon) actions.chooseIcon = [choose = chooseIcon, path] { choose(path); };
   actions.resetIcon = [this, path] { icons_.reset(path); };
-  actions.moveLeft = [moveBy] { moveBy(-1); };
-  actions.moveRight = [moveBy] { moveBy(1); };
+  actions.moveLeft = [moveBy, right] { moveBy(-right); };
+  actions.moveRight = [moveBy, right] { moveBy(right); };
   actions.remove = [this, id] { parts_.edits->remove(id); };
   actions.reveal = [commands, path] { commands->reveal(path); };
   actions.emptyTrash = [commands] { commands->askToEmptyTrash(); };

@@ -275,6 +275,12 @@ TEST_F(CommandsTest, MenusOfferWhatAppliesNow) {
   EXPECT_EQ(lines(tile(1)), u"Open home|(Edit Widget…)|Move Left|Move Right|Remove Widget|-|Show in File Manager"_s);
   EXPECT_EQ(lines(tile(2)), u"Open Trash|(Edit Widget…)|Move Left|Move Right|Remove Widget|-|(Empty Trash…)"_s);
   EXPECT_EQ(lines(tile(4)), u"(Edit Widget…)|Move Left|(Move Right)|Remove Widget"_s);
+  QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+  EXPECT_EQ(lines(tile(4)), u"(Edit Widget…)|(Move Left)|Move Right|Remove Widget"_s);
+  choose(tile(4), u"Move Right"_s);
+  QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+  EXPECT_EQ(lines(tile(3)), u"(Edit Widget…)|Move Left|Move Right|Remove Widget"_s);
+  choose(tile(3), u"Move Right"_s);
   EXPECT_EQ(lines(menus->dock()), u"(Add Widgets…)|(Settings…)"_s);
   EXPECT_TRUE(menus->tile(QUuid::createUuid(), u"L"_s).isEmpty());
 
