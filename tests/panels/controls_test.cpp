@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QClipboard>
+#include <QMimeData>
 #include <QSignalSpy>
 #include <QTest>
 #include <QVBoxLayout>
@@ -77,6 +79,7 @@ TEST(ControlsTest, AnswerTheKeyboard) {
   auto* segments = window.add(new Segments(u"Unit"_s, {u"Day"_s, u"Week"_s}));
   auto* stepper = window.add(new Stepper(u"Minutes"_s));
   auto* search = window.add(new SearchField(u"Search"_s));
+  auto* note = window.add(new TextArea(u"Note"_s));
   window.bring();
   QSignalSpy clicked(button, &QPushButton::clicked);
   for (const int key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) QTest::keyClick(button, Qt::Key(key));
@@ -97,6 +100,9 @@ TEST(ControlsTest, AnswerTheKeyboard) {
   search->setText(u"abc"_s);
   QTest::keyClick(search, Qt::Key_Escape);
   EXPECT_TRUE(search->text().isEmpty());
+  QGuiApplication::clipboard()->setMimeData(new QMimeData);
+  QTest::keyClick(note, Qt::Key_V, Qt::ControlModifier);
+  EXPECT_TRUE(note->toPlainText().isEmpty()) << "an empty clipboard is survived";
 }
 
 TEST(ControlsTest, ShowFocusOnlyToTheKeyboard) {

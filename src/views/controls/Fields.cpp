@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QMimeData>
 
 #include "views/controls/Buttons.h"
 #include "views/controls/ControlTheme.h"
@@ -133,6 +134,8 @@ void SearchField::keyPressEvent(QKeyEvent* event) {
   // The first Escape empties the field, the next one is for whoever holds it.
   if (event->key() == Qt::Key_Escape && !text().isEmpty())
     clear();
+  else if (event->matches(QKeySequence::Undo) && !isUndoAvailable())
+    event->ignore();  // There may be something else to take back.
   else
     TextField::keyPressEvent(event);
 }
@@ -162,6 +165,11 @@ void TextArea::changeEvent(QEvent* event) {
 void TextArea::showEvent(QShowEvent* event) {
   takeLook();
   QPlainTextEdit::showEvent(event);
+}
+
+// The toolkit falls over an empty clipboard here.
+void TextArea::insertFromMimeData(const QMimeData* source) {
+  if (source && !source->formats().isEmpty()) QPlainTextEdit::insertFromMimeData(source);
 }
 
 void TextArea::paintEvent(QPaintEvent* event) {

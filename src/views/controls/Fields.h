@@ -62,6 +62,7 @@ class TextArea : public QPlainTextEdit {
   void paintEvent(QPaintEvent* event) override;
   void changeEvent(QEvent* event) override;
   void showEvent(QShowEvent* event) override;
+  void insertFromMimeData(const QMimeData* source) override;
 
  private:
   void takeLook();
