@@ -3,7 +3,6 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -91,7 +90,6 @@ QWidget* LibraryWindow::makeBody() {
   column->addSpacing(CardLayout::kAbove);
   column->addWidget(view_, 1);
   note_ = new AddedNote(body);
-  field_->installEventFilter(this);
   return body;
 }
 
@@ -174,16 +172,6 @@ void LibraryWindow::forgetTyping() {
   const int at = field_->cursorPosition();
   field_->setText(QString(field_->text()));
   field_->setCursorPosition(at);
-}
-
-bool LibraryWindow::eventFilter(QObject* watched, QEvent* event) {
-  // A field that has nothing to take back leaves the key to the window.
-  if (watched == field_ && event->type() == QEvent::KeyPress && !field_->isUndoAvailable() &&
-      static_cast<QKeyEvent*>(event)->matches(QKeySequence::Undo)) {
-    undo();
-    return true;
-  }
-  return AppWindow::eventFilter(watched, event);
 }
 
 // --- Where it goes --------------------------------------------------------------------------------------------------

@@ -41,7 +41,6 @@ class LibraryWindow final : public AppWindow {
 
  protected:
   void showEvent(QShowEvent* event) override;
-  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   QWidget* makeSide();
