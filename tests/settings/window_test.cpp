@@ -96,7 +96,10 @@ TEST_F(SettingsWindowTest, ASearchLeavesWhatMatchesAndTellsWhereItIs) {
   EXPECT_TRUE(sees("Dock scale"));
   EXPECT_FALSE(sees("Widget spacing"));
 
-  search(u"profile rules"_s);  // The section is named in part.
+  search(u"layout and displays"_s);
+  EXPECT_EQ(titles(), QStringList{u"Layout & Displays"_s});
+  EXPECT_TRUE(sees("Alignment"));
+  search(u"profiles and rules"_s);  // The section is named in part.
   EXPECT_EQ(titles(), QStringList{u"Profiles"_s});
   EXPECT_FALSE(sees("Drag to switch profiles"));
 

@@ -151,7 +151,7 @@ void SettingsPage::refresh() {
 }
 
 bool SettingsPage::isFound(const Row& row) const {
-  return search_.isEmpty() || matchesSearch(heading(), search_) || matches(row);
+  return search_.isEmpty() || beyondHeading_.isEmpty() || matchesSearch(heading(), search_) || matches(row);
 }
 
 bool SettingsPage::matches(const Row& row) const { return says(row, search_) || says(row, beyondHeading_); }
@@ -192,6 +192,8 @@ int SettingsPage::search(const QString& words) {
   search_ = words;
   const QStringList names = Text::folded(heading()).split(u' ');
   QStringList beyond = words.split(u' ', Qt::SkipEmptyParts);
+  // "Layout and displays" names that section, too.
+  if (beyond.size() > 1) beyond.removeAll(settingsText(QT_TRANSLATE_NOOP("Settings", "and")));
   beyond.removeIf([&](const QString& word) {
     return std::ranges::any_of(names, [&](const QString& name) { return name.startsWith(Text::folded(word)); });
   });

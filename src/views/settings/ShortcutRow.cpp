@@ -31,20 +31,20 @@ Words wordsOf(Shortcut shortcut) {
     case Shortcut::Dock:
       return {{QT_TRANSLATE_NOOP("Settings", "Hide and Show Dock"),
                QT_TRANSLATE_NOOP("Settings", "With Shift it gives the dock the keyboard."),
-               QT_TRANSLATE_NOOP("Settings", "shortcut hot key focus")},
+               QT_TRANSLATE_NOOP("Settings", "shortcuts hot key focus")},
               &DesktopOptions::dockShortcutEnabled,
               &DesktopOptions::shortcutKey,
               &DesktopOptions::shortcutModifiers};
     case Shortcut::CommandBar:
       return {
-          {QT_TRANSLATE_NOOP("Settings", "Command Bar"), "", QT_TRANSLATE_NOOP("Settings", "shortcut hot key search")},
+          {QT_TRANSLATE_NOOP("Settings", "Command Bar"), "", QT_TRANSLATE_NOOP("Settings", "shortcuts hot key search")},
           &DesktopOptions::commandBarEnabled,
           &DesktopOptions::commandBarKey,
           &DesktopOptions::commandBarModifiers};
     case Shortcut::Profiles:
       return {{QT_TRANSLATE_NOOP("Settings", "Switch Profile"),
                QT_TRANSLATE_NOOP("Settings", "Use the prefix with 0–9 in profile order."),
-               QT_TRANSLATE_NOOP("Settings", "shortcut hot key digits")},
+               QT_TRANSLATE_NOOP("Settings", "shortcuts hot key digits")},
               &DesktopOptions::profileShortcutEnabled,
               nullptr,
               &DesktopOptions::profileModifiers};
