@@ -203,6 +203,10 @@ TEST_F(SettingsWindowTest, UndoTakesSettingsBackAndADragOfASliderIsOneStep) {
   auto* search = window().findChild<SearchField*>();
   search->setFocus();  // Nothing was written in it.
   QTest::keyClick(search, Qt::Key_Z, Qt::ControlModifier);
+  QTest::keyClicks(search, u"fill"_s);  // What is written counts as long as nothing else was changed since.
+  control<Switch>("Widget tile fills")->click();
+  QTest::keyClick(search, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(search->text(), u"fill"_s);
   QTest::keyClick(scale, Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ(config(), before);
 }

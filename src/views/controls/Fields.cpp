@@ -130,6 +130,13 @@ void SearchField::resizeEvent(QResizeEvent* event) {
   clear_->move(isRightToLeft() ? inset : width() - clear_->width() - inset, inset);
 }
 
+void SearchField::forgetTyping() {
+  if (!isUndoAvailable()) return;
+  const int at = cursorPosition();
+  setText(QString(text()));
+  setCursorPosition(at);
+}
+
 void SearchField::keyPressEvent(QKeyEvent* event) {
   // The first Escape empties the field, the next one is for whoever holds it.
   if (event->key() == Qt::Key_Escape && !text().isEmpty())

@@ -44,6 +44,9 @@ class SearchField final : public TextField {
  public:
   explicit SearchField(const QString& label, QWidget* parent = nullptr);
 
+  /// What is written stays, and is no longer what was changed last: taking back is for whoever holds the field.
+  void forgetTyping();
+
  protected:
   void resizeEvent(QResizeEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;

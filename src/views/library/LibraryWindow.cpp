@@ -113,7 +113,7 @@ void LibraryWindow::connectParts() {
     if (services_.openEditor) services_.openEditor(added_);
   });
   connect(&store_, &AppStore::configChanged, this, &LibraryWindow::showTargets);
-  connect(&services_.edits->stack(), &UndoStack::pushed, this, &LibraryWindow::forgetTyping);
+  connect(&services_.edits->stack(), &UndoStack::pushed, field_, &SearchField::forgetTyping);
   connect(&services_.edits->stack(), &UndoStack::gone, note_, [this](quint64 entry) {
     if (entry == entry_) note_->hide();
   });
@@ -164,14 +164,6 @@ void LibraryWindow::showCategory(const QString& category) {
   field_->clear();
   side_->choose(Catalog::categories().contains(category) ? category : Catalog::categories().first());
   search();
-}
-
-/// What is taken back is what was changed last, and that is now a dock.
-void LibraryWindow::forgetTyping() {
-  if (!field_->isUndoAvailable()) return;
-  const int at = field_->cursorPosition();
-  field_->setText(QString(field_->text()));
-  field_->setCursorPosition(at);
 }
 
 // --- Where it goes --------------------------------------------------------------------------------------------------

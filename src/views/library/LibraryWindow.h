@@ -49,7 +49,6 @@ class LibraryWindow final : public AppWindow {
   /// Takes what is installed and what the folders are.
   void fill();
   void search();
-  void forgetTyping();
   void showTargets();
   void chooseTarget(const QUuid& profile);
   void activate(const LibraryItem& item);
