@@ -221,6 +221,9 @@ void AppDelegate::connectDesk() {
   desk_->closePanel = [this] {
     if (panels_) panels_->closeAtOnce();
   };
+  desk_->dismissPanel = [this] {
+    if (panels_) panels_->close();
+  };
   desk_->mayNotSwipe = [this] {
     return (panels_ && !panels_->openWidget().isNull()) || (editorIsOpen && editorIsOpen());
   };

@@ -202,6 +202,9 @@ DockActions DockDesk::actions(const QString& display) {
   };
   actions.moveTile = [this, display](qsizetype from, qsizetype to) { edits_.moveShown(display, from, to); };
   actions.undo = [this] { undo_.undo(); };
+  actions.closePanel = [this] {
+    if (dismissPanel) dismissPanel();
+  };
   actions.giveBackKeyboard = [this] {
     if (controller_) controller_->leaveKeyboard();
   };

@@ -91,6 +91,8 @@ class DockDesk : public QObject {
   std::function<bool(const QString& display)> panelIsOpen;
   /// Asked before a menu opens: one thing at a time stands beside a dock.
   std::function<void()> closePanel;
+  /// Closes it as its tile does, for whoever asked by a key.
+  std::function<void()> dismissPanel;
   /// Whether something is open that a switch of profiles by a drag would pull away.
   std::function<bool()> mayNotSwipe;
   std::function<void()> addWidgets;

@@ -80,7 +80,7 @@ void DockView::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Escape:
       // Pressed so soon after the key that opened a panel, it is for the panel.
       if (!panelOpen_.isNull()) {
-        Q_EMIT tileActivated(panelOpen_);
+        Q_EMIT panelDismissed();
         return;
       }
       clearFocus();

@@ -135,6 +135,8 @@ class DockView : public QWidget {
   void moveFinished();
   /// isHeld() is over.
   void handLeft();
+  /// The open panel is to close: a key that was meant for it came here.
+  void panelDismissed();
   /// The keyboard has nothing to do here any more.
   void focusLeft();
   /// glassRect, outlineRegion, inputRegion or margins changed.

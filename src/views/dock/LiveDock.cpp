@@ -158,6 +158,7 @@ void LiveDock::connectTiles() {
     widget.isNull() ? askAction(actions_.dockMenu, beside) : askAction(actions_.tileMenu, widget, beside);
   });
   view_->setCommandProvider(actions_.commands);
+  connect(view_, &DockView::panelDismissed, this, [this] { askAction(actions_.closePanel); });
   connect(view_, &DockView::focusLeft, this, [this] { askAction(actions_.giveBackKeyboard); });
 }
 

@@ -45,6 +45,7 @@ struct DockActions {
   /// Moves the floating dock by so much; `dockMoved` follows when the hand lets go.
   std::function<void(const QPoint& delta)> moveDock;
   std::function<void()> dockMoved;
+  std::function<void()> closePanel;
   /// The keyboard goes back to where it was.
   std::function<void()> giveBackKeyboard;
 
