@@ -13,10 +13,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QRectF kGlass(12, 15, 20, 34);
+constexpr QRectF kGlass(12, 14, 24, 36);
 constexpr double kGlassReach = 6;
-constexpr double kCountLeft = 40;
-constexpr double kCountRight = 12;
+constexpr double kCountLeft = 46;
+constexpr double kCountRight = 6;
 
 constexpr double kHabitBaseline = 25;
 constexpr double kDiscRadius = 5;
