@@ -1,9 +1,11 @@
 #include "app/DockCommands.h"
 
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStandardPaths>
+#include <QStyleHints>
 #include <array>
 #include <ranges>
 
@@ -84,10 +86,11 @@ void DockCommands::openEntry(const QString& entryPath, bool mayMinimise) {
 }
 
 /// A double click means what a click does: not two windows, and neither a window nor a panel that goes as soon as it
-/// came.
+/// came. How quick that is the desktop's settings say.
 bool DockCommands::isSecondClick(const QString& what) {
   const double now = parts_.store->scheduler().reference();
-  if (clicked_.first == what && now - clicked_.second < kDoubleClick) return true;
+  const double doubleClick = QGuiApplication::styleHints()->mouseDoubleClickInterval() / 1000.0;
+  if (clicked_.first == what && now - clicked_.second < doubleClick) return true;
   clicked_ = {what, now};
   return false;
 }

@@ -25,8 +25,6 @@ class DockCommands : public QObject {
  public:
   /// Seconds for which a tile shows that its application starts, when no window comes.
   static constexpr double kLaunchFeedback = 8;
-  /// Seconds within which a second click belongs to the first.
-  static constexpr double kDoubleClick = 0.4;
 
   /// Borrowed; all are required.
   struct Parts {

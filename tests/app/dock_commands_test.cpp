@@ -1,3 +1,4 @@
+#include <QApplication>
 #include <QDBusConnection>
 #include <QMenu>
 
@@ -175,6 +176,25 @@ TEST_F(CommandsTest, TheWheelGoesRoundTheWindows) {
   for (int i = 0; i < 4; ++i) commands->cycleWindows(application, 1);
   commands->cycleWindows(application, -1);
   EXPECT_EQ(windows.activated, (QList<quint64>{8, 9, 7, 8, 7})) << "the latest first, then in their own order";
+}
+
+TEST_F(CommandsTest, HowQuickADoubleClickIsTheDesktopSays) {
+  QList<QUuid> panels;
+  commands->showPanel = [&](const QUuid& id) { panels << id; };
+  const int before = QApplication::doubleClickInterval();
+  const auto clicks = [&](int interval, double between) {
+    QApplication::setDoubleClickInterval(interval);
+    scheduler.advance(5);
+    panels.clear();
+    commands->activateTile(widget(3).id);
+    scheduler.advance(between);
+    commands->activateTile(widget(3).id);
+    return panels.size();
+  };
+  EXPECT_EQ(clicks(1000, 0.9), 1);
+  EXPECT_EQ(clicks(1000, 1.1), 2);
+  EXPECT_EQ(clicks(200, 0.3), 2);
+  QApplication::setDoubleClickInterval(before);
 }
 
 TEST_F(CommandsTest, OpensFoldersTheTrashAndPanels) {

@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 
+#include "app/DockDesk.h"
 #include "config/Persistence.h"
 #include "dock/DockContentContainer.h"
 #include "support/VirtualDisplay.h"
@@ -54,6 +55,10 @@ bool ShellTest::takesClicks(QPoint place) { return desk.takesClicks(place, *dock
 
 bool ShellTest::isIn() {
   return static_cast<DockContentContainer*>(dock().content(id())->parentWidget())->progress() == 1;
+}
+
+bool ShellTest::isOpen() {
+  return dock().hasActivePanel(id()) && (!view().isHeld() || delegate->desk().panelIsOpen(id()));
 }
 
 bool ShellTest::comesTrue(const std::function<bool()>& predicate) { return VirtualDisplay::waitUntil(predicate); }
