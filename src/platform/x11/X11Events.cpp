@@ -72,6 +72,7 @@ X11Events::X11Events()
       input_(extension("XInputExtension")),
       keyboard_(extension("XKEYBOARD")) {
   rawInput_ = std::make_unique<X11RawInput>(*this, input_ ? std::optional(input_->opcode) : std::nullopt);
+  mapRetry_ = std::make_unique<X11MapRetry>(*this);
   selectEvents();
   QCoreApplication::instance()->installNativeEventFilter(this);
 }

@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "platform/x11/X11Atoms.h"
+#include "platform/x11/X11MapRetry.h"
 #include "platform/x11/X11RawInput.h"
 
 namespace tarnwick {
@@ -88,6 +89,7 @@ class X11Events final : public QObject, public QAbstractNativeEventFilter {
   std::optional<Extension> input_;
   std::optional<Extension> keyboard_;
   std::unique_ptr<X11RawInput> rawInput_;
+  std::unique_ptr<X11MapRetry> mapRetry_;
   QSet<xcb_window_t> watched_;
   xcb_timestamp_t userTime_ = XCB_CURRENT_TIME;
   std::optional<Release> lastRelease_;  ///< If the latest event was one.
