@@ -157,6 +157,12 @@ TEST(Styles, NamesAndSchemes) {
     EXPECT_EQ(grey.accent(accent).hslSaturation(), 0);
 }
 
+TEST(Palette, AColourFadesWithinItsBoundsWhereASpringOvershoots) {
+  const QColor half(10, 20, 30, 128);
+  const std::pair<double, int> cases[] = {{-0.001, 0}, {0, 0}, {0.5, 64}, {1, 128}, {1.02, 128}};
+  for (const auto& [opacity, alpha] : cases) EXPECT_EQ(faded(half, opacity), QColor(10, 20, 30, alpha)) << opacity;
+}
+
 TEST(Icons, TakeTheirStyle) {
   QImage icon(3, 1, QImage::Format_ARGB32);
   icon.setPixel(0, 0, qRgb(255, 255, 255));

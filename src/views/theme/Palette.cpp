@@ -1,6 +1,7 @@
 #include "views/theme/Palette.h"
 
 #include <QHash>
+#include <algorithm>
 #include <array>
 
 namespace tarnwick {
@@ -283,7 +284,7 @@ QColor Palette::accentWord(Accent accent) const {
 
 QColor faded(const QColor& color, double opacity) {
   QColor result = color;
-  result.setAlphaF(static_cast<float>(color.alphaF() * opacity));
+  result.setAlphaF(static_cast<float>(color.alphaF() * std::clamp(opacity, 0.0, 1.0)));
   return result;
 }
 

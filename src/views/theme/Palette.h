@@ -82,7 +82,7 @@ struct Palette {
   bool wordsInPrimary_ = false;
 };
 
-/// `color` with its alpha multiplied.
+/// `color` with its alpha multiplied. A spring may carry the opacity a little below 0 or above 1, which counts as these.
 QColor faded(const QColor& color, double opacity);
 
 }  // namespace tarnwick
