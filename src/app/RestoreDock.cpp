@@ -1,60 +1,127 @@
 #include "app/RestoreDock.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <QCoreApplication>
+#include <QFile>
 #include <QFileInfo>
 #include <cstdio>
 
+#include "app/InstanceSocket.h"
+#include "base/DomainError.h"
 #include "base/ProgramKeys.h"
 #include "config/DataDirectory.h"
+#include "dock/HandoverLock.h"
 #include "dock/NativeDockState.h"
 #include "platform/docks/SystemDockPreferences.h"
 
 namespace tarnwick {
 namespace {
 
+using Say = std::function<void(const QString&)>;
+
 QString words(const char* sentence) { return QCoreApplication::translate("RestoreDock", sentence); }
 
+QString restored() {
+  return words(
+      QT_TRANSLATE_NOOP("RestoreDock", "Restored the macOS Dock settings saved before Tarnwick changed them."));
+}
+
+QString notReplayed(const QString& why) {
+  return words(QT_TRANSLATE_NOOP("RestoreDock", "Saved settings could not be replayed: ")) + why;
+}
+
+QString notChanged() {
+  return words(QT_TRANSLATE_NOOP(
+      "RestoreDock", "The macOS Dock preferences could not be changed. Try again after unlocking the Mac."));
+}
+
+/// Whether a copy that runs has the matter in hand; says what it did.
+bool leftToTheRunningCopy(const QString& directory, const RestoreDock::Terms& terms, const Say& say) {
+  const QJsonObject request{{QStringLiteral("ask"), QLatin1StringView(RestoreDock::kRequest)}};
+  const auto answer = InstanceSocket::ask(directory, request, static_cast<int>(terms.answer.count())).answer;
+  if (!answer || !answer->value(QLatin1StringView(RestoreDock::kHeld)).toBool()) return false;
+  const QJsonValue failure = answer->value(QLatin1StringView(RestoreDock::kFailure));
+  if (failure.isUndefined()) {
+    say(restored());
+  } else {
+    // It keeps what it has to give back; unsetting that behind its back would lose it.
+    say(notReplayed(failure.toString()));
+    say(notChanged());
+  }
+  return true;
+}
+
 /// Whether saved values were put back; says what became of them.
-bool replaySaved(const QString& directory, DockPreferenceAccess& preferences,
-                 const std::function<void(const QString&)>& say) {
+bool replaySaved(const QString& directory, DockPreferenceAccess& preferences, const NativeDockState::Terms& terms,
+                 const Say& say) {
   try {
     // Its creation restores; the second call reports a failure of the first.
-    NativeDockState state(directory, preferences);
+    NativeDockState state(directory, preferences, nullptr, terms);
     state.restore();
-    say(words(
-        QT_TRANSLATE_NOOP("RestoreDock", "Restored the macOS Dock settings saved before Tarnwick changed them.")));
+    say(restored());
     return true;
   } catch (const std::exception& error) {
-    say(words(QT_TRANSLATE_NOOP("RestoreDock", "Saved settings could not be replayed: ")) +
-        QString::fromUtf8(error.what()));
+    say(notReplayed(QString::fromUtf8(error.what())));
     return false;
   }
 }
 
+/// The descriptor by which the guardian hands over its file; -1 without one. Nobody else has this file open under this
+/// number by chance.
+int guardedFile(const QString& directory) {
+  constexpr int kHandedOver = STDERR_FILENO + 1;
+  struct stat given = {};
+  if (::fstat(kHandedOver, &given) != 0 || !S_ISREG(given.st_mode)) return -1;
+  QString name = QFile::symLinkTarget(QStringLiteral("/proc/self/fd/%1").arg(kHandedOver));
+  // Once it has no name any more there is nothing to give back, which the repair finds out by itself.
+  const QLatin1StringView gone(" (deleted)");
+  if (name.endsWith(gone)) name.chop(gone.size());
+  const QFileInfo file(NativeDockState::recoveryFile(directory));
+  return name == QFileInfo(file.path()).canonicalFilePath() + u'/' + file.fileName() ? kHandedOver : -1;
+}
+
 }  // namespace
 
-void RestoreDock::run(const QString& directory, DockPreferenceAccess& preferences,
-                      const std::function<void(const QString&)>& say, Asker asker) {
-  const QFileInfo saved(NativeDockState::recoveryFile(directory));
-  if (saved.exists() && replaySaved(directory, preferences, say)) return;
-  if (asker == Asker::Guardian) return;
+void RestoreDock::run(const QString& directory, DockPreferenceAccess& preferences, const Say& say, const Terms& terms) {
+  const bool isGuardian = terms.guardedFile >= 0;
+  // Before anything is waited for: what others give back meanwhile is given back too.
+  const bool wasSaved = QFileInfo::exists(NativeDockState::recoveryFile(directory));
+  if (!isGuardian && leftToTheRunningCopy(directory, terms, say)) return;
+  HandoverLock lock(directory);
+  std::optional<HandoverLock::Hold> held;
+  try {
+    held = lock.take(isGuardian ? FileLock::kEndless : terms.patience);
+  } catch (const DomainError& failure) {
+    say(failure.message());
+  }
+  if (!held) {
+    say(notChanged());
+    return;
+  }
+  const NativeDockState::Terms repair{.patience = {}, .file = terms.guardedFile, .lock = &lock};
+  if (wasSaved && replaySaved(directory, preferences, repair, say)) return;
+  if (isGuardian) return;
   if (NativeDockState::resetToSystemDefaults(preferences)) {
     say(words(QT_TRANSLATE_NOOP(
         "RestoreDock", "No saved settings were available. The macOS Dock has been reset to system defaults.")));
   } else {
-    say(words(QT_TRANSLATE_NOOP(
-        "RestoreDock", "The macOS Dock preferences could not be changed. Try again after unlocking the Mac.")));
+    say(notChanged());
   }
 }
 
 int restoreDockAndExit(int argc, char** argv, const std::optional<QString>& directory) {
+  // Asked first, while no number can have been given to anything of our own.
+  const int inherited = ::fcntl(STDERR_FILENO + 1, F_GETFD);
   const QCoreApplication application(argc, argv);
   const QString folder = directory.value_or(defaultStorageDirectory(ProgramKeys::besideProgram()));
-  const bool guardian = qEnvironmentVariableIsSet("TARNWICK_RESTORE_SAVED_ONLY");
+  RestoreDock::Terms terms;
+  if (inherited >= 0) terms.guardedFile = guardedFile(folder);
   SystemDockPreferences preferences(folder);
   RestoreDock::run(
-      folder, preferences, [](const QString& line) { std::printf("%s\n", qUtf8Printable(line)); },
-      guardian ? RestoreDock::Asker::Guardian : RestoreDock::Asker::User);
+      folder, preferences, [](const QString& line) { std::printf("%s\n", qUtf8Printable(line)); }, terms);
   return 0;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <chrono>
 #include <functional>
 #include <optional>
 
@@ -8,15 +9,32 @@ namespace tarnwick {
 
 class DockPreferenceAccess;
 
-/// Gives the system's dock back by hand, without a dock of ours.
+/// Gives the system's dock back by hand, without a dock of ours. docs/handover.md says how it keeps out of the way of a
+/// copy that runs and of other repairs.
 struct RestoreDock {
-  /// Who asks decides what happens when nothing can be put back: a user who asks for repair gets a working dock, with
-  /// the system's defaults; the guardian, whom nobody asked, leaves things alone.
-  enum class Asker { User, Guardian };
+  struct Terms {
+    /// The recovery file that the guardian handed over, open; -1 when a user asks. Who asks decides what happens when
+    /// nothing can be put back: a user gets a working dock, with the system's defaults; the guardian, whom nobody
+    /// asked, leaves things alone, and everything but its own file.
+    int guardedFile = -1;
+    /// For how long others that are at it are waited for when a user asks; the guardian's repair waits without end.
+    std::chrono::milliseconds patience{10'000};
+    /// For how long a copy that runs may take to answer.
+    std::chrono::milliseconds answer{2000};
+  };
 
   /// Puts back what was saved in `directory` and tells `say` each line.
   static void run(const QString& directory, DockPreferenceAccess& preferences,
-                  const std::function<void(const QString&)>& say, Asker asker = Asker::User);
+                  const std::function<void(const QString&)>& say) {
+    run(directory, preferences, say, Terms());
+  }
+  static void run(const QString& directory, DockPreferenceAccess& preferences,
+                  const std::function<void(const QString&)>& say, const Terms& terms);
+
+  // What the running copy is asked through its InstanceSocket, and what it answers.
+  static constexpr const char* kRequest = "restore-dock";
+  static constexpr const char* kHeld = "held";        ///< Whether it held originals.
+  static constexpr const char* kFailure = "failure";  ///< Why they could not be given back; absent when they are back.
 };
 
 /// The mode of the command line: prints its lines to standard output and returns the process's status, always 0. Needs

@@ -95,6 +95,7 @@ void DockController::shutdown() {
   down_ = true;
   transitionTimer_.reset();
   refreshWork_.reset();
+  othersAreAtIt_.reset();
   ports_.zones->watch({});
   try {
     suppressor_.restore();
@@ -136,6 +137,14 @@ void DockController::restoreSystemDock() {
   } catch (const DomainError& failure) {
     store_.setError(failure.message());
   }
+}
+
+bool DockController::giveSystemDockBack() {
+  if (!suppressor_.original()) return false;
+  suppressor_.restoreUntilChanged(settings().layout);
+  failure_.second.clear();
+  store_.setError(tr("The macOS Dock settings have been restored."));
+  return true;
 }
 
 // --- Layout ---------------------------------------------------------------------------------------------------------
@@ -211,6 +220,7 @@ void DockController::applyToSystemDock() {
     // Every pass tries again, but a message that was dismissed stays dismissed.
     const std::pair said(layout, failure.message());
     if (std::exchange(failure_, said) != said) store_.setError(failure.message());
+    if (suppressor_.othersAreAtIt()) othersAreAtIt_ = store_.scheduler().after(kOthersAreAtIt, [this] { refresh(); });
   }
 }
 

@@ -49,6 +49,8 @@ class DockController : public QObject {
   using ContentFactory = std::function<std::unique_ptr<DockContent>(const QString& display)>;
 
   static constexpr double kRefreshDelay = 0.04;
+  /// Until the system's dock is tried again after another process was giving it back.
+  static constexpr double kOthersAreAtIt = 1;
   static constexpr double kTransitionPeriod = 0.05;
   /// For so long a start says what this desktop lacks, in seconds.
   static constexpr double kRemark = 10;
@@ -78,6 +80,9 @@ class DockController : public QObject {
   void leaveKeyboard();
   /// Gives the system's own dock back until the next layout pass, and says so.
   void restoreSystemDock();
+  /// The same for a process that asks for it; the layout takes the dock away again only once it is changed, or at the
+  /// next start. False when there is nothing to give back. Throws DomainError.
+  bool giveSystemDockBack();
   /// Gives the system's own dock back without a word, for an end in which nothing can be shown. Throws nothing.
   void giveBack() noexcept;
   /// Moves a floating dock by a drag, within the screen; `finishMove` stores where it ended.
@@ -173,6 +178,7 @@ class DockController : public QObject {
   JobHandle keyboardWork_;
   bool keyboardIsLent_ = false;  // To a panel of the dock's own.
   JobHandle refreshWork_;
+  JobHandle othersAreAtIt_;  ///< The next attempt, where another process gives the system's dock back.
   JobHandle transitionTimer_;
   bool manuallyHidden_ = false;
   bool mayShow_ = false;

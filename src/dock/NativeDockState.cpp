@@ -1,5 +1,6 @@
 #include "dock/NativeDockState.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <QCoreApplication>
@@ -27,10 +28,6 @@ const std::array kKeys{kAutohide, kAutohideDelay};
 /// Stands for a key that was not set: giving it back means to unset it again.
 const QString kAbsent = u"__absent__"_s;
 
-constexpr double kNoDelay = 0;
-/// Over a quarter of an hour: never in the way.
-constexpr double kEndlessDelay = 1000;
-
 DomainError failure(const char* sentence) {
   return DomainError::invalid(QCoreApplication::translate("NativeDockState", sentence));
 }
@@ -39,22 +36,27 @@ bool hidesSystemDock(DockLayout layout) {
   return layout == DockLayout::Replace || layout == DockLayout::ReplaceAutoHide || layout == DockLayout::Swap;
 }
 
-void remove(const QString& path) {
-  if (::unlink(QFile::encodeName(path).constData()) == 0 || errno == ENOENT) return;
-  const QString reason = QString::fromLocal8Bit(std::generic_category().message(errno).c_str());
-  throw DomainError::invalid(QCoreApplication::translate("NativeDockState", "The file “%1” could not be removed: %2.")
-                                 .arg(QFileInfo(path).fileName(), reason));
+DomainError invalidFile() {
+  return failure(
+      QT_TRANSLATE_NOOP("NativeDockState", "The saved macOS Dock recovery file is invalid. It has been preserved."));
+}
+
+bool isOpenAs(int descriptor, const DurableFile::Stamp& stamp) {
+  struct stat status = {};
+  return ::fstat(descriptor, &status) == 0 && status.st_dev == stamp.device && status.st_ino == stamp.inode;
 }
 
 }  // namespace
 
-NativeDockState::NativeDockState(const QString& directory, DockPreferenceAccess& preferences, DockGuard* guard)
-    : directory_(directory), file_(recoveryFile(directory)), preferences_(preferences), guard_(guard) {
-  try {
-    recover();
-  } catch (const std::exception& error) {
-    recoveryError_ = QString::fromUtf8(error.what());
-  }
+NativeDockState::NativeDockState(const QString& directory, DockPreferenceAccess& preferences, DockGuard* guard,
+                                 Terms terms)
+    : file_(recoveryFile(directory)),
+      preferences_(preferences),
+      guard_(guard),
+      terms_(terms),
+      ownLock_(directory),
+      lock_(terms.lock ? *terms.lock : ownLock_) {
+  repairEarlierRun();
   preferences_.setDockAppeared([this] { dockAppeared(); });
 }
 
@@ -64,41 +66,83 @@ QString NativeDockState::recoveryFile(const QString& directory) {
   return QDir(directory).filePath(u"native-dock-recovery.plist"_s);
 }
 
-void NativeDockState::recover() {
-  const auto data = DurableFile::readIfPresent(file_);
-  if (!data) return;
-  const QVariant saved = PropertyList::decode(*data);
+/// Who was refused once does not wait again: the main thread has been held up for long enough.
+HandoverLock::Hold NativeDockState::hold() {
+  auto held = lock_.take(othersAreAtIt_ ? std::chrono::milliseconds() : terms_.patience);
+  othersAreAtIt_ = !held;
+  if (held) return std::move(*held);
+  throw failure(QT_TRANSLATE_NOOP("NativeDockState", "The system dock is just being given back by another process."));
+}
+
+void NativeDockState::repairEarlierRun() {
+  recoveryError_.reset();
+  mustRepair_ = true;
+  try {
+    const auto held = hold();
+    mustRepair_ = false;
+    recover(terms_.file);
+  } catch (const std::exception& error) {
+    recoveryError_ = QString::fromUtf8(error.what());
+  }
+}
+
+void NativeDockState::recover(int onlyFile) {
+  const auto record = recordOnDisk();
+  if (!record || (onlyFile >= 0 && !isOpenAs(onlyFile, record->stamp))) return;
+  const QVariant saved = PropertyList::decode(record->content);
   const QVariantMap values = saved.toMap();
-  const bool complete =
-      values.size() == std::ssize(kKeys) && values.contains(kAutohide) && values.contains(kAutohideDelay);
-  if (saved.typeId() != QMetaType::QVariantMap || !complete) {
-    throw failure(
-        QT_TRANSLATE_NOOP("NativeDockState", "The saved macOS Dock recovery file is invalid. It has been preserved."));
+  if (saved.typeId() != QMetaType::QVariantMap || values.size() != std::ssize(kKeys)) throw invalidFile();
+  for (const QString& key : kKeys) {
+    if (!values.contains(key)) throw invalidFile();
+    const QVariant value = values.value(key);
+    if (value != kAbsent && !preferences_.isOwnRecord(key, value)) throw invalidFile();
   }
   original_ = values;
-  restore();
+  record_ = *record;
+  giveBack();
 }
 
 void NativeDockState::apply(DockLayout layout) {
+  if (mustRepair_) repairEarlierRun();
   if (recoveryError_) throw DomainError::invalid(*recoveryError_);
-  if (current_ == layout) return;
-  if (givesBackFirst_) restore();
+  if (current_ == layout || leftAlone_ == layout) return;
+  leftAlone_.reset();
+  if (!original_ && !hidesSystemDock(layout)) {
+    current_ = layout;
+    return;
+  }
+  try {
+    // The lock stands in the folder that the user's values are to be written into.
+    DurableFile::makeParent(file_);
+  } catch (const DomainError&) {
+    // Writing them will say so.
+  }
+  const auto held = hold();
+  if (givesBackFirst_) giveBack();
   if (hidesSystemDock(layout)) {
     hide(layout);
   } else {
-    restore();
+    giveBack();
     current_ = layout;
   }
 }
 
 void NativeDockState::hide(DockLayout layout) {
-  if (!original_) takeSnapshot();
-  if (guard_) guard_->watch(directory_);
+  // Where our file went, somebody has given back: what is still ours goes back now, and what is there then is the
+  // user's.
+  if (original_ && recordOnDisk() != record_) giveBack();
+  if (!original_) {
+    // While there is a file, the present values are not the user's.
+    recover();
+    takeSnapshot();
+  }
+  if (guard_) guard_->watch(file_);
   preferences_.write(kAutohide, true);
-  preferences_.write(kAutohideDelay, layout == DockLayout::Swap ? kNoDelay : kEndlessDelay);
+  preferences_.write(kAutohideDelay, layout == DockLayout::Swap ? DockPreferenceAccess::kNoDelay
+                                                                : DockPreferenceAccess::kEndlessDelay);
   if (!preferences_.synchronize()) {
     try {
-      restore();
+      giveBack();
     } catch (const std::exception&) {
       // The sentence below says it; the file is still there.
     }
@@ -120,11 +164,28 @@ void NativeDockState::takeSnapshot() {
     const QVariant value = preferences_.read(key);
     values.insert(key, value.isValid() ? value : kAbsent);
   }
-  DurableFile::write(PropertyList::encode(values), file_);
+  const QByteArray content = PropertyList::encode(values);
+  DurableFile::write(content, file_);
+  record_ = {DurableFile::stamp(file_).value_or(DurableFile::Stamp()), content};
   original_ = values;
 }
 
 void NativeDockState::restore() {
+  if (mustRepair_) {
+    repairEarlierRun();
+    if (mustRepair_) throw DomainError::invalid(*recoveryError_);
+  }
+  if (!original_) return;
+  const auto held = hold();
+  giveBack();
+}
+
+void NativeDockState::restoreUntilChanged(DockLayout layout) {
+  restore();
+  leftAlone_ = layout;
+}
+
+void NativeDockState::giveBack() {
   if (!original_) return;
   for (const QString& key : kKeys) {
     const QVariant value = original_->value(key);
@@ -135,7 +196,7 @@ void NativeDockState::restore() {
                                     "The original macOS Dock settings could not be restored. The recovery file remains "
                                     "available for the next launch."));
   }
-  remove(file_);
+  removeRecord();
   original_.reset();
   recoveryError_.reset();
   current_.reset();
@@ -144,7 +205,24 @@ void NativeDockState::restore() {
   preferences_.restart();
 }
 
+std::optional<NativeDockState::Record> NativeDockState::recordOnDisk() const {
+  const auto content = DurableFile::readIfPresent(file_);
+  const auto stamp = DurableFile::stamp(file_);
+  if (!content || !stamp) return std::nullopt;
+  return Record{*stamp, *content};
+}
+
+/// A file that is not the one that was given back may say what another process has changed since.
+void NativeDockState::removeRecord() {
+  if (recordOnDisk() != record_) return;
+  if (::unlink(QFile::encodeName(file_).constData()) == 0 || errno == ENOENT) return;
+  const QString reason = QString::fromLocal8Bit(std::generic_category().message(errno).c_str());
+  throw DomainError::invalid(QCoreApplication::translate("NativeDockState", "The file “%1” could not be removed: %2.")
+                                 .arg(QFileInfo(file_).fileName(), reason));
+}
+
 void NativeDockState::dockAppeared() {
+  if (mustRepair_) repairEarlierRun();
   if (!original_) return;
   try {
     restore();

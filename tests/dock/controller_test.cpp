@@ -7,6 +7,8 @@
 #include <QTemporaryDir>
 #include <QWindow>
 
+#include "base/DomainError.h"
+#include "dock/HandoverLock.h"
 #include "handover/FakeDock.h"
 #include "store/AppStore.h"
 #include "support/FakeWindows.h"
@@ -366,6 +368,38 @@ TEST_F(DockControllerTest, TheSystemsDockIsAskedWithEveryPassAndGivenBackOnDeman
   EXPECT_EQ(store->error(), u"The macOS Dock settings have been restored."_s);
   EXPECT_FALSE(isHidden());
   pass();
+  EXPECT_TRUE(isHidden());
+}
+
+TEST_F(DockControllerTest, TheSystemsDockThatAnotherProcessAskedForStaysUntilTheLayoutChanges) {
+  const auto isHidden = [this] { return system.values().value(u"autohide"_s).toBool(); };
+  const auto pass = [this] { settle([](DockConfiguration&) {}); };
+  EXPECT_FALSE(controller.giveSystemDockBack()) << "nothing is held";
+  EXPECT_TRUE(store->error().isEmpty());
+  useLayout(DockLayout::Replace);
+  EXPECT_TRUE(controller.giveSystemDockBack());
+  EXPECT_EQ(store->error(), u"The macOS Dock settings have been restored."_s);
+  pass();
+  EXPECT_FALSE(isHidden());
+  useLayout(DockLayout::Fixed);
+  useLayout(DockLayout::Replace);
+  EXPECT_TRUE(isHidden());
+  system.answers = {false};
+  EXPECT_THROW(controller.giveSystemDockBack(), DomainError);
+  EXPECT_FALSE(isHidden()) << "written, but it did not reach the disk";
+}
+
+TEST_F(DockControllerTest, TheSystemsDockIsTriedAgainOnceOthersAreDoneWithIt) {
+  const auto isHidden = [this] { return system.values().value(u"autohide"_s).toBool(); };
+  HandoverLock others(store->dataDirectory());
+  {
+    const auto held = others.take({});
+    useLayout(DockLayout::Replace);
+    EXPECT_EQ(store->error(), u"The system dock is just being given back by another process."_s);
+    time.advance(2 * DockController::kOthersAreAtIt);
+    EXPECT_FALSE(isHidden());
+  }
+  time.advance(DockController::kOthersAreAtIt + DockController::kRefreshDelay);
   EXPECT_TRUE(isHidden());
 }
 

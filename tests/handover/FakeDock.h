@@ -23,6 +23,8 @@ class FakeDock final : public DockPreferenceAccess, public DockGuard {
   /// Answers of `synchronize` in order; true when used up.
   QList<bool> answers;
   bool canHide = true;
+  /// The key whose values count as no records.
+  QString refuses;
 
   QVariantMap values() const { return QJsonDocument::fromJson(bytes()).object().toVariantMap(); }
   void setValues(const QVariantMap& values) const {
@@ -40,6 +42,7 @@ class FakeDock final : public DockPreferenceAccess, public DockGuard {
     note(QStringLiteral("read ") + key);
     return values().value(key);
   }
+  bool isOwnRecord(const QString& key, const QVariant&) const override { return key != refuses; }
   void write(const QString& key, const QVariant& value) override {
     note(QStringLiteral("write ") + key + u' ' + (value.isValid() ? value.toString() : QStringLiteral("nothing")));
     QVariantMap all = values();

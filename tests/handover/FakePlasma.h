@@ -28,10 +28,20 @@ class FakePlasma : public QObject {
     const QMutexLocker lock(&mutex_);
     return panels_;
   }
+  void setPanels(const QStringList& panels) {
+    const QMutexLocker lock(&mutex_);
+    panels_ = panels;
+  }
+  /// How many scripts were run.
+  int questions() const {
+    const QMutexLocker lock(&mutex_);
+    return questions_;
+  }
 
  public Q_SLOTS:
   Q_SCRIPTABLE QString evaluateScript(const QString& script) {
     const QMutexLocker lock(&mutex_);
+    ++questions_;
     static const QRegularExpression change(QStringLiteral("panelById\\((\\d+)\\)\\.hiding = \"(\\w+)\""));
     const QRegularExpressionMatch match = change.match(script);
     QString printed;
@@ -47,6 +57,7 @@ class FakePlasma : public QObject {
  private:
   mutable QMutex mutex_;
   QStringList panels_;
+  int questions_ = 0;
   NameOwner owner_;
   QThread thread_;
 };

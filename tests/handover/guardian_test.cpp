@@ -19,19 +19,19 @@ using namespace Qt::StringLiterals;
 class GuardianTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    // Stands for the program: it notes how it was called.
-    write(restorer, "#!/bin/sh\necho \"$TARNWICK_RESTORE_SAVED_ONLY $@\" > \"$0.called\"\n");
+    // Stands for the program: it notes how it was called, and with which file.
+    write(restorer, "#!/bin/sh\necho \"$(cat <&3) $@\" > \"$0.called\"\n");
     QFile::setPermissions(restorer, QFile::ReadOwner | QFile::ExeOwner);
-    write(NativeDockState::recoveryFile(folder.path()), "values");
+    write(file, "values");
   }
   static void write(const QString& path, const QByteArray& bytes) {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
+    QFile out(path);
+    ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+    out.write(bytes);
   }
   QByteArray called() const {
-    QFile file(restorer + u".called"_s);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    QFile in(restorer + u".called"_s);
+    return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
   }
   /// Waits until the guardian has begun its work, so that what follows is not before it.
   pid_t started() const {
@@ -52,30 +52,31 @@ class GuardianTest : public ::testing::Test {
 
   QTemporaryDir folder;
   QString restorer = folder.filePath(u"restorer"_s);
+  QString file = NativeDockState::recoveryFile(folder.path());
 };
 
 TEST_F(GuardianTest, ActsOnlyWhenTheLineBreaksWithoutAWord) {
   {
     GuardianProcess guardian(restorer);
-    guardian.watch(folder.path());
-    guardian.watch(folder.path());
+    guardian.watch(file);
+    guardian.watch(file);
     const pid_t process = started();
     // What a session's end sends to everybody does not end it.
     for (const int signal : {SIGHUP, SIGINT, SIGTERM}) ::kill(process, signal);
     guardian.release();
     EXPECT_TRUE(isGone());
     EXPECT_EQ(called(), "");
-    guardian.watch(folder.path());
+    guardian.watch(file);
     for (const int signal : {SIGHUP, SIGINT, SIGTERM}) ::kill(started(), signal);
   }
-  const QByteArray expected = "1 --restore-dock --restore-dock-directory " + folder.path().toUtf8() + '\n';
+  const QByteArray expected = "values --restore-dock --restore-dock-directory " + folder.path().toUtf8() + '\n';
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return called() == expected; }));
 }
 
 TEST_F(GuardianTest, OneThatIsKilledIsReplaced) {
   {
     GuardianProcess guardian(restorer);
-    guardian.watch(folder.path());
+    guardian.watch(file);
     const pid_t first = started();
     ::kill(first, SIGKILL);
     EXPECT_TRUE(VirtualDisplay::waitUntil([&] {
@@ -88,15 +89,51 @@ TEST_F(GuardianTest, OneThatIsKilledIsReplaced) {
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return !called().isEmpty(); }));
 }
 
+TEST_F(GuardianTest, OneThatIsKilledAgainAndAgainComesBackAfterAWhile) {
+  const GuardianProcess::Pace pace{.replacements = 1, .window = std::chrono::milliseconds(700)};
+  GuardianProcess guardian(restorer, pace);
+  guardian.watch(file);
+  pid_t last = 0;
+  for (int i = 0; i < 4; ++i) {
+    EXPECT_TRUE(VirtualDisplay::waitUntil([&] {
+      const QList<pid_t> all = guardiansOf(folder.path());
+      return all.size() == 1 && all[0] != last;
+    })) << i;
+    last = started();
+    ::kill(last, SIGKILL);
+  }
+  guardian.release();
+  EXPECT_TRUE(isGone());
+  EXPECT_EQ(called(), "");
+}
+
+TEST_F(GuardianTest, StandsByForTheFileThatIsThereLast) {
+  {
+    GuardianProcess guardian(restorer);
+    guardian.watch(file);
+    const pid_t first = started();
+    guardian.watch(file);
+    EXPECT_EQ(started(), first);
+    ASSERT_TRUE(QFile::rename(file, folder.filePath(u"old"_s)));
+    write(file, "others");
+    guardian.watch(file);
+    EXPECT_TRUE(VirtualDisplay::waitUntil([&] {
+      const QList<pid_t> all = guardiansOf(folder.path());
+      return all.size() == 1 && all[0] != first;
+    }));
+    started();
+  }
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return called().startsWith("others "); }));
+}
+
 TEST_F(GuardianTest, LeavesAloneWhatAnotherStartHasRepaired) {
   for (const bool changedAgain : {false, true}) {
-    write(NativeDockState::recoveryFile(folder.path()), "values");
+    write(file, "values");
     {
       GuardianProcess guardian(restorer);
-      guardian.watch(folder.path());
+      guardian.watch(file);
       started();
       // Kept, so that the new file cannot get the old one's number.
-      const QString file = NativeDockState::recoveryFile(folder.path());
       ASSERT_TRUE(QFile::rename(file, folder.filePath(u"old%1"_s.arg(changedAgain))));
       if (changedAgain) write(file, "values");
     }
@@ -108,12 +145,12 @@ TEST_F(GuardianTest, LeavesAloneWhatAnotherStartHasRepaired) {
 TEST_F(GuardianTest, IsTinyAndKeepsNothingOpen) {
   const int inheritable = ::dup(STDIN_FILENO);
   GuardianProcess guardian(restorer);
-  guardian.watch(folder.path());
+  guardian.watch(file);
   const pid_t process = started();
   ::close(inheritable);
-  // The line, the two outputs and where they lead.
+  // The line, the two outputs, the file and where the outputs lead.
   EXPECT_EQ(
-      QDir(u"/proc/%1/fd"_s.arg(process)).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size(), 4);
+      QDir(u"/proc/%1/fd"_s.arg(process)).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size(), 5);
   QFile statistics(u"/proc/%1/status"_s.arg(process));
   ASSERT_TRUE(statistics.open(QIODevice::ReadOnly));
   const QByteArray text = statistics.readAll();

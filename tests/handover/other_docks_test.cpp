@@ -134,6 +134,106 @@ TEST_F(OtherDocksTest, ThePanelsOfPlasmaAndADockThatIsNotThere) {
   EXPECT_FALSE(QFile::exists(file()) || state.recoveryError());
 }
 
+TEST_F(OtherDocksTest, PanelsOfPlasmaThatComeAfterTheNameOfTheShell) {
+  // The shell is there with its name alone when we look for docks, or comes so while we run.
+  for (const bool isFirst : {true, false}) {
+    std::unique_ptr<FakePlasma> plasma;
+    if (isFirst) plasma = std::make_unique<FakePlasma>(QStringList());
+    SystemDockPreferences preferences(folder.path());
+    NativeDockState state(folder.path(), preferences);
+    state.setNeedsApply([&] { state.apply(DockLayout::Replace); });
+    state.apply(DockLayout::Replace);
+    if (!plasma) plasma = std::make_unique<FakePlasma>(QStringList());
+    const int asked = plasma->questions();
+    EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return plasma->questions() > asked; }));
+    EXPECT_EQ(plasma->panels(), QStringList());
+    plasma->setPanels({u"4 bottom none"_s});
+    EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return plasma->panels() == QStringList{u"4 bottom autohide"_s}; }));
+    state.restore();
+    EXPECT_EQ(plasma->panels(), QStringList{u"4 bottom none"_s});
+  }
+  // A repair that found a shell without panels is finished when they come.
+  {
+    const FakePlasma plasma({u"4 bottom windowsgobelow"_s});
+    SystemDockPreferences preferences(folder.path());
+    NativeDockState state(folder.path(), preferences);
+    state.apply(DockLayout::Swap);
+    // The program ends here without giving back.
+  }
+  FakePlasma plasma({});
+  SystemDockPreferences preferences(folder.path());
+  const NativeDockState state(folder.path(), preferences);
+  EXPECT_TRUE(state.recoveryError());
+  plasma.setPanels({u"4 bottom autohide"_s});
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return plasma.panels() == QStringList{u"4 bottom windowsgobelow"_s}; }));
+  EXPECT_FALSE(state.recoveryError() || QFile::exists(file()));
+}
+
+TEST_F(OtherDocksTest, WhatTheUserChangesMeanwhileStays) {
+  const QString own = folder.filePath(u"dock-preferences.json"_s);
+  const auto set = [&](const QByteArray& json) {
+    QFile out(own);
+    ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+    out.write(json);
+  };
+  const auto get = [&] {
+    QFile in(own);
+    return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
+  };
+  const QByteArray users = R"({"autohide":"false","autohide-delay":"0.5"})";
+  const struct {
+    const char* present;
+    const char* bySameProcess;
+    const char* byTheNext;
+  } cases[] = {
+      {R"({"autohide":"true","autohide-delay":"1000.0"})", R"({"autohide":"false","autohide-delay":"0.5"})",
+       R"({"autohide":"false","autohide-delay":"0.5"})"},
+      {R"({"autohide":"true","autohide-delay":"0.2"})", R"({"autohide":"false","autohide-delay":"0.2"})",
+       R"({"autohide":"false","autohide-delay":"0.2"})"},
+      {R"({"autohide":"never","autohide-delay":"1000.0"})", R"({"autohide":"never","autohide-delay":"0.5"})",
+       R"({"autohide":"never","autohide-delay":"0.5"})"},
+      // Who wrote it knows that this delay is not what it wrote; the next start cannot.
+      {R"({"autohide":"true","autohide-delay":"0.0"})", R"({"autohide":"false","autohide-delay":"0.0"})",
+       R"({"autohide":"false","autohide-delay":"0.5"})"},
+      // A repair may have reset what it could not give back.
+      {R"({"autohide":"true"})", R"({"autohide":"false"})", R"({"autohide":"false","autohide-delay":"0.5"})"},
+  };
+  for (const auto& c : cases) {
+    for (const bool sameProcess : {true, false}) {
+      SCOPED_TRACE(::testing::Message() << c.present << sameProcess);
+      set(users);
+      auto preferences = std::make_unique<SystemDockPreferences>(folder.path());
+      auto state = std::make_unique<NativeDockState>(folder.path(), *preferences);
+      state->apply(DockLayout::Swap);
+      state->apply(DockLayout::Replace);
+      set(c.present);
+      if (!sameProcess) {
+        state.reset();
+        preferences = std::make_unique<SystemDockPreferences>(folder.path());
+        state = std::make_unique<NativeDockState>(folder.path(), *preferences);
+      }
+      state->restore();
+      EXPECT_EQ(get(), sameProcess ? c.bySameProcess : c.byTheNext);
+      EXPECT_FALSE(QFile::exists(file()));
+    }
+  }
+}
+
+TEST_F(OtherDocksTest, AnEndlessDelayOfOursIsNeverTheUsers) {
+  const QString own = folder.filePath(u"dock-preferences.json"_s);
+  QFile out(own);
+  ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+  out.write(R"({"autohide":"true","autohide-delay":"1000.0"})");
+  out.close();
+  SystemDockPreferences preferences(folder.path());
+  NativeDockState state(folder.path(), preferences);
+  state.apply(DockLayout::Replace);
+  state.restore();
+  QFile in(own);
+  ASSERT_TRUE(in.open(QIODevice::ReadOnly));
+  EXPECT_EQ(in.readAll(), R"({"autohide":"true"})") << "that it hides is a value like any other";
+}
+
 TEST_F(OtherDocksTest, WithoutADockEveryStepWorksAndSaysSo) {
   const QString own = folder.filePath(u"dock-preferences.json"_s);
   SystemDockPreferences preferences(folder.path());

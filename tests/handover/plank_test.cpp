@@ -6,6 +6,7 @@
 #include <QTemporaryDir>
 
 #include "desktop/Program.h"
+#include "dock/HandoverLock.h"
 #include "dock/NativeDockState.h"
 #include "handover/Docks.h"
 #include "platform/docks/SystemDockPreferences.h"
@@ -110,6 +111,56 @@ TEST_F(PlankTest, IsGivenBackHoweverTheProgramEnds) {
       }
     }
   }
+}
+
+TEST_F(PlankTest, WhatTheUserChangesMeanwhileStays) {
+  for (const bool isKilled : {false, true}) {
+    SCOPED_TRACE(isKilled);
+    setUser(true);
+    const auto program = ChildProcess::start({kProgram, folder.path(), u"replace"_s});
+    ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return dconf(u"unhide-delay"_s) == "1000000"; }));
+    ASSERT_TRUE(output({u"dconf"_s, u"write"_s, kPath + u"hide-mode"_s, u"'intelligent'"_s}));
+    if (isKilled) {
+      ::kill(program->pid(), SIGKILL);
+    } else {
+      program->stop();
+    }
+    EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return !QFile::exists(file()); }));
+    EXPECT_EQ(dconf(u"hide-mode"_s), "'intelligent'");
+    EXPECT_EQ(dconf(u"unhide-delay"_s), "350");
+    EXPECT_EQ(dconf(u"pressure-reveal"_s), "true");
+  }
+}
+
+TEST_F(PlankTest, ANewStartThatComesBeforeTheGuardiansRepairKeepsItsOwnFile) {
+  setUser(true);
+  const QByteArray before = dconfDump();
+  const auto program = ChildProcess::start({kProgram, folder.path(), u"replace"_s});
+  ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return dconf(u"unhide-delay"_s) == "1000000"; }));
+  const QList<pid_t> guardians = guardiansOf(folder.path());
+  ASSERT_EQ(guardians.size(), 1);
+  HandoverLock lock(folder.path());
+  auto held = lock.take({});
+  ASSERT_TRUE(held);
+  ::kill(program->pid(), SIGKILL);
+  // The guardian becomes the repair, which finds the lock taken.
+  const auto repairs = [&] {
+    QFile line(u"/proc/%1/cmdline"_s.arg(guardians[0]));
+    return line.open(QIODevice::ReadOnly) && line.readAll().contains("--restore-dock\0");
+  };
+  ASSERT_TRUE(VirtualDisplay::waitUntil(repairs));
+
+  SystemDockPreferences preferences(folder.path());
+  NativeDockState state(folder.path(), preferences, nullptr, {.patience = {}, .file = -1, .lock = &lock});
+  EXPECT_FALSE(state.recoveryError());
+  EXPECT_EQ(dconfDump(), before);
+  state.apply(DockLayout::Replace);
+  held.reset();
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return !repairs(); }));
+  EXPECT_TRUE(QFile::exists(file()));
+  EXPECT_EQ(dconf(u"unhide-delay"_s), "1000000");
+  state.restore();
+  EXPECT_TRUE(isGivenBack(before));
 }
 
 TEST_F(PlankTest, ReallyGoesOutOfTheWay) {

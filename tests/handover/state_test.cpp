@@ -267,6 +267,10 @@ TEST_F(StateTest, AFileThatIsNoRecordIsKeptAndBlocks) {
       {"bplist00", nullptr},
       {map({u"autohide"_s, u"autohide-delay"_s}).chopped(12), nullptr},
       {"{\"autohide\": true}", nullptr},
+      // Keys with a null in them, and of nulls alone.
+      {map({u"autohide"_s, u"autohide-delayX"_s}).replace("delayX", QByteArray("delay\0", 6)), kInvalid},
+      {map({u"autohide"_s, u"autohide-delay"_s}).replace("autohide-delay", QByteArray(14, '\0')), kInvalid},
+      {map({u"autohide"_s, u"autohide-delay"_s, u"more"_s}).replace("more", QByteArray(4, '\0')), kInvalid},
   };
   for (const auto& [bytes, told] : cases) {
     SCOPED_TRACE(bytes.toPercentEncoding().constData());
@@ -315,6 +319,156 @@ TEST_F(StateTest, ADockThatComesUpLaterIsHiddenToo) {
   state.apply(DockLayout::Replace);
   EXPECT_TRUE(dock.journal.contains(u"read autohide"_s));
   EXPECT_EQ(state.current(), DockLayout::Replace);
+}
+
+TEST_F(StateTest, WaitsForOthersThatAreAtIt) {
+  dock.setValues(kUsers[1]);
+  QDir().mkpath(directory());
+  HandoverLock others(directory());
+  const auto busy = [&] { return others.take({}); };
+  const std::string said = "The system dock is just being given back by another process.";
+  const NativeDockState::Terms atOnce{.patience = {}};
+
+  auto held = busy();
+  NativeDockState state(directory(), dock, &dock, atOnce);
+  EXPECT_EQ(state.recoveryError().value_or(QString()).toStdString(), said);
+  EXPECT_TRUE(state.othersAreAtIt());
+  EXPECT_EQ(failureOf([&] { state.apply(DockLayout::Replace); }), said);
+  // What an earlier run left is found once they are done.
+  save(PropertyList::encode(QVariantMap{{u"autohide"_s, u"__absent__"_s}, {u"autohide-delay"_s, 0.75}}));
+  EXPECT_EQ(dock.journal, QStringList());
+  held.reset();
+  state.apply(DockLayout::Fixed);
+  EXPECT_FALSE(hasFile() || state.recoveryError() || state.othersAreAtIt());
+  EXPECT_EQ(dock.values(), (QVariantMap{{u"autohide-delay"_s, 0.75}}));
+
+  takeJournal();
+  held = busy();
+  EXPECT_EQ(failureOf([&] { state.apply(DockLayout::Replace); }), said);
+  EXPECT_TRUE(state.othersAreAtIt());
+  EXPECT_EQ(dock.journal, QStringList());
+  held.reset();
+  state.apply(DockLayout::Replace);
+  held = busy();
+  EXPECT_EQ(failureOf([&] { state.restore(); }), said);
+  EXPECT_EQ(failureOf([&] { state.apply(DockLayout::Swap); }), said);
+  EXPECT_TRUE(hasFile());
+  held.reset();
+  state.restore();
+  EXPECT_FALSE(hasFile());
+}
+
+TEST_F(StateTest, HoldsTheLockFromTheFirstReadToTheLastWrite) {
+  HandoverLock others(directory());
+  bool free = false;
+  dock.before = [&](const QString&) { free = free || others.take({}); };
+  NativeDockState state(directory(), dock, &dock);
+  state.apply(DockLayout::Swap);
+  state.apply(DockLayout::Replace);
+  state.restore();
+  EXPECT_FALSE(free);
+  EXPECT_TRUE(others.take({}));
+}
+
+TEST_F(StateTest, SomethingElseUnderTheLocksNameStopsEverything) {
+  QDir().mkpath(directory());
+  QFile::link(folder.filePath(u"elsewhere"_s), directory() + u"/native-dock-recovery.lock"_s);
+  NativeDockState state(directory(), dock);
+  EXPECT_NE(failureOf([&] { state.apply(DockLayout::Swap); }).find("native-dock-recovery.lock"), std::string::npos);
+  EXPECT_EQ(dock.journal, QStringList());
+  EXPECT_FALSE(QFile::exists(folder.filePath(u"elsewhere"_s)));
+}
+
+TEST_F(StateTest, OnlyTheFileThatWasReplayedGoes) {
+  for (const QByteArray& content : {QByteArray("another"), QByteArray()}) {
+    SCOPED_TRACE(content.constData());
+    dock.setValues(kUsers[1]);
+    NativeDockState state(directory(), dock);
+    state.apply(DockLayout::Replace);
+    const QByteArray ours = saved();
+    // Kept under another name, so that the new one cannot get its number.
+    const QString old = folder.filePath(u"old"_s);
+    QFile::remove(old);
+    ASSERT_TRUE(QFile::rename(file(), old));
+    save(content.isEmpty() ? ours : content);
+    state.restore();
+    EXPECT_EQ(dock.values(), kUsers[1]);
+    EXPECT_EQ(saved(), content.isEmpty() ? ours : content);
+    QFile::remove(file());
+  }
+}
+
+TEST_F(StateTest, TheUsersValuesAreOnTheDiskBeforeAChangeWhateverBecameOfTheFile) {
+  enum Became { Removed, GivenBack, OfAnother };
+  for (const Became became : {Removed, GivenBack, OfAnother}) {
+    SCOPED_TRACE(became);
+    dock.setValues(kUsers[1]);
+    NativeDockState state(directory(), dock, &dock);
+    state.apply(DockLayout::Replace);
+    switch (became) {
+      case Removed:
+        QFile::remove(file());
+        break;
+      case GivenBack: {
+        const NativeDockState repair(directory(), dock);
+        ASSERT_FALSE(hasFile());
+        break;
+      }
+      case OfAnother:
+        QFile::remove(file());
+        save(PropertyList::encode(QVariantMap{{u"autohide"_s, u"__absent__"_s}, {u"autohide-delay"_s, 0.5}}));
+        break;
+    }
+    dock.before = [&](const QString& call) {
+      // Ours are written only while the user's stand in the file.
+      if (!call.startsWith(u"write autohide true"_s)) return;
+      ASSERT_TRUE(hasFile());
+      EXPECT_EQ(PropertyList::decode(saved()),
+                QVariant(QVariantMap{{u"autohide"_s, u"__absent__"_s}, {u"autohide-delay"_s, 0.5}}));
+    };
+    takeJournal();
+    state.apply(DockLayout::Swap);
+    EXPECT_TRUE(dock.journal.contains(u"watch"_s));
+    EXPECT_EQ(dock.values().value(u"autohide-delay"_s), 0.0);
+    dock.before = [](const QString&) {};
+    EXPECT_TRUE(hasFile());
+    state.restore();
+    EXPECT_EQ(dock.values(), kUsers[1]);
+    EXPECT_FALSE(hasFile());
+  }
+}
+
+TEST_F(StateTest, WhoAskedForItBackKeepsItUntilTheLayoutChanges) {
+  dock.setValues(kUsers[1]);
+  NativeDockState state(directory(), dock);
+  state.apply(DockLayout::Replace);
+  state.restoreUntilChanged(DockLayout::Replace);
+  EXPECT_EQ(dock.values(), kUsers[1]);
+  takeJournal();
+  state.apply(DockLayout::Replace);
+  dock.appear();
+  state.apply(DockLayout::Replace);
+  EXPECT_EQ(dock.journal, QStringList());
+  state.apply(DockLayout::Fixed);
+  state.apply(DockLayout::Replace);
+  EXPECT_EQ(dock.values().value(u"autohide-delay"_s), 1000.0);
+  state.restoreUntilChanged(DockLayout::Replace);
+  state.apply(DockLayout::Swap);
+  EXPECT_EQ(dock.values().value(u"autohide-delay"_s), 0.0);
+  // The menu's order holds only until the next attempt.
+  state.restore();
+  state.apply(DockLayout::Swap);
+  EXPECT_TRUE(hasFile());
+}
+
+TEST_F(StateTest, AValueThatIsNoWholeRecordOfTheDocksIsRefused) {
+  save(PropertyList::encode(QVariantMap{{u"autohide"_s, true}, {u"autohide-delay"_s, 0.5}}));
+  const QByteArray before = saved();
+  dock.refuses = u"autohide-delay"_s;
+  const NativeDockState state(directory(), dock);
+  EXPECT_EQ(state.recoveryError().value_or(QString()).toStdString(), kInvalid);
+  EXPECT_EQ(saved(), before);
+  EXPECT_EQ(dock.journal, QStringList());
 }
 
 }  // namespace

@@ -10,8 +10,9 @@ class DockGuard {
  public:
   virtual ~DockGuard() = default;
 
-  /// From now on a recovery file in this folder means that something is changed. Again is harmless. Never throws.
-  virtual void watch(const QString& directory) = 0;
+  /// From now on this recovery file, as it is there now, says what to give back. Again is harmless; a new file under
+  /// the same name takes the place of the earlier one. Never throws.
+  virtual void watch(const QString& recoveryFile) = 0;
   /// Everything has been given back.
   virtual void release() = 0;
 };

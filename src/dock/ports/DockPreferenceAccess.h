@@ -17,9 +17,19 @@ class DockPreferenceAccess {
  public:
   virtual ~DockPreferenceAccess() = default;
 
+  // The delays that are written, in seconds.
+  static constexpr double kNoDelay = 0;
+  static constexpr double kEndlessDelay = 1000;  ///< Over a quarter of an hour: never in the way.
+
   /// What the user has set, in a form that only `write` of the same kind understands; invalid where nothing is set.
   virtual QVariant read(const QString& key) = 0;
-  /// Sets a boolean or a number as wished, puts back what `read` gave, or with an invalid value unsets the key.
+  /// Whether a value from a file can be what `read` gave for this key, and is whole.
+  virtual bool isOwnRecord(const QString& key, const QVariant& value) const {
+    Q_UNUSED(key)
+    return value.isValid();
+  }
+  /// Sets a boolean or a number as wished, puts back what `read` gave, or with an invalid value unsets the key. What is
+  /// put back goes only over what was written before: what the user has set meanwhile stays.
   virtual void write(const QString& key, const QVariant& value) = 0;
   /// Whether everything written since the last call has reached the dock's settings on the disk.
   virtual bool synchronize() = 0;

@@ -2,17 +2,21 @@
 
 #include <QList>
 #include <QString>
+#include <functional>
 #include <optional>
 
 namespace tarnwick {
 
 enum class DockPreference { Autohide, AutohideDelay };
 
+/// In the notation of the dock's kind; none where the user has set nothing.
+using DockValue = std::optional<QString>;
+
 /// One setting of somebody's dock.
 struct DockSetting {
-  QString place;                 ///< Which dock, in its kind's own words ("panel-1").
-  QString name;                  ///< The setting there.
-  std::optional<QString> value;  ///< In the kind's own notation; none where the user has set nothing.
+  QString place;  ///< Which dock, in its kind's own words ("panel-1").
+  QString name;   ///< The setting there.
+  DockValue value;
 
   bool operator==(const DockSetting&) const = default;
 };
@@ -28,10 +32,19 @@ class DockBackend {
   virtual QList<DockSetting> hiding(DockPreference preference, double seconds, const QList<DockSetting>& own) = 0;
   /// Whether a dock of the kind can be kept from coming out at the edge.
   virtual bool staysAway() const { return true; }
-  /// Sets or unsets. False where there is no such setting any more.
-  virtual bool put(const DockSetting& setting) = 0;
+  /// Whether a setting has the form of those that `own` gives for a preference; whether it is there does not matter.
+  virtual bool knows(DockPreference preference, const DockSetting& setting) const = 0;
+  /// Sets or unsets; where `over` names values, only over one of these, since any other is the user's. False where
+  /// there is no such setting any more.
+  virtual bool put(const DockSetting& setting, const QList<DockValue>& over) = 0;
   /// Whether everything that was put since the last call holds.
   virtual bool flush() = 0;
+
+  /// Whether docks of the kind may come some time after their program has its name on the bus.
+  virtual bool comesAfterItsName() const { return false; }
+  /// Asks, without waiting, whether there is a dock by now. The answer comes from the event loop, if it comes; never
+  /// once this object is gone.
+  virtual void askWhetherThere(std::function<void(bool isThere)> answer) { Q_UNUSED(answer) }
 };
 
 }  // namespace tarnwick

@@ -1,6 +1,8 @@
 #include "platform/docks/GuardianProcess.h"
 
+#include <fcntl.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -14,15 +16,39 @@
 #include "base/ProgramParts.h"
 
 namespace tarnwick {
+namespace {
 
-GuardianProcess::GuardianProcess(const QString& program) : program_(program) {}
+/// Where the guardian finds its line and its file, and the repair the file.
+constexpr int kLine = STDIN_FILENO;
+constexpr int kFile = STDERR_FILENO + 1;
+
+bool isSameFile(int a, int b) {
+  struct stat first = {};
+  struct stat second = {};
+  return ::fstat(a, &first) == 0 && ::fstat(b, &second) == 0 && first.st_dev == second.st_dev &&
+         first.st_ino == second.st_ino;
+}
+
+}  // namespace
+
+GuardianProcess::GuardianProcess(const QString& program, Pace pace) : program_(program), pace_(pace) {
+  nextWindow_.setSingleShot(true);
+  QObject::connect(&nextWindow_, &QTimer::timeout, &nextWindow_, [this] { replace(); });
+}
 
 GuardianProcess::~GuardianProcess() = default;
 
-void GuardianProcess::watch(const QString& directory) {
-  directory_ = directory;
-  if (line_) return;
-  replacements_ = kReplacements;
+void GuardianProcess::watch(const QString& recoveryFile) {
+  FileDescriptor file(::open(QFile::encodeName(recoveryFile).constData(), O_RDONLY | O_CLOEXEC));
+  if (!file) return;
+  // One that stands by for a file that went would find nothing to give back.
+  const bool isWatched = file_ && isSameFile(file_.number(), file.number());
+  if (isWatched && (line_ || nextWindow_.isActive())) return;
+  release();
+  file_ = std::move(file);
+  directory_ = QFileInfo(recoveryFile).absolutePath();
+  replaced_ = 0;
+  windowBegan_.start();
   start();
 }
 
@@ -33,17 +59,21 @@ void GuardianProcess::start() {
   // Closed on exec: a program that the dock starts must not keep the line open after our death.
   if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) return;
   FileDescriptor ours(ends[0]);
-  const FileDescriptor theirs(ends[1]);
+  // Above the numbers that they get in the child, so that neither takes the other's place there.
+  const FileDescriptor theirs(::fcntl(ends[1], F_DUPFD_CLOEXEC, kFile + 1));
+  ::close(ends[1]);
+  const FileDescriptor file(::fcntl(file_.number(), F_DUPFD_CLOEXEC, kFile + 1));
+  if (!theirs || !file) return;
 
-  std::array words{QFile::encodeName(guardian), QFile::encodeName(program_),
-                   QFile::encodeName(QFileInfo(directory_).absoluteFilePath())};
+  std::array words{QFile::encodeName(guardian), QFile::encodeName(program_), QFile::encodeName(directory_)};
   std::array<char*, 4> arguments{words[0].data(), words[1].data(), words[2].data(), nullptr};
   const pid_t child = ::fork();
   if (child == 0) {
     // Out of our process group, and no child of ours: what ends us ends it not, and nobody has to wait for it.
     ::setsid();
     if (::fork() != 0) ::_exit(0);
-    ::dup2(theirs.number(), STDIN_FILENO);
+    ::dup2(theirs.number(), kLine);
+    ::dup2(file.number(), kFile);
     ::execv(arguments[0], arguments.data());
     ::_exit(127);
   }
@@ -61,21 +91,37 @@ void GuardianProcess::listen() {
   QObject::connect(broken_.get(), &QSocketNotifier::activated, broken_.get(), [this] {
     broken_->setEnabled(false);
     broken_.release()->deleteLater();
+    line_.reset();
     replace();
   });
 }
 
 void GuardianProcess::replace() {
-  line_.reset();
-  if (replacements_-- > 0) start();
+  if (windowBegan_.hasExpired(pace_.window.count())) {
+    windowBegan_.start();
+    replaced_ = 0;
+  }
+  // One that cannot live must not be started without a pause, and must not be given up either.
+  if (replaced_ >= pace_.replacements) {
+    qWarning("The guardian of the system dock has ended %d times. It is started again in a moment.", replaced_ + 1);
+    const auto left = pace_.window - std::chrono::milliseconds(windowBegan_.elapsed());
+    nextWindow_.start(std::max(left, std::chrono::milliseconds(1)));
+    return;
+  }
+  ++replaced_;
+  qWarning("The guardian of the system dock has ended and is started again.");
+  start();
 }
 
 void GuardianProcess::release() {
-  if (!line_) return;
-  const char farewell = 'x';
-  broken_.reset();
-  [[maybe_unused]] const auto sent = ::send(line_.number(), &farewell, 1, MSG_NOSIGNAL);
-  line_.reset();
+  nextWindow_.stop();
+  if (line_) {
+    const char farewell = 'x';
+    broken_.reset();
+    [[maybe_unused]] const auto sent = ::send(line_.number(), &farewell, 1, MSG_NOSIGNAL);
+    line_.reset();
+  }
+  file_.reset();
 }
 
 }  // namespace tarnwick

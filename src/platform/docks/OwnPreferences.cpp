@@ -36,8 +36,12 @@ QJsonObject& OwnPreferences::values() {
 
 QList<DockSetting> OwnPreferences::own(DockPreference preference) {
   const QString name = nameOf(preference);
-  const QJsonValue value = values().value(name);
-  return {{QString(), name, value.isString() ? std::optional(value.toString()) : std::nullopt}};
+  return {{QString(), name, value(name)}};
+}
+
+DockValue OwnPreferences::value(const QString& name) {
+  const QJsonValue present = values().value(name);
+  return present.isString() ? DockValue(present.toString()) : std::nullopt;
 }
 
 QList<DockSetting> OwnPreferences::hiding(DockPreference preference, double seconds, const QList<DockSetting>&) {
@@ -45,7 +49,12 @@ QList<DockSetting> OwnPreferences::hiding(DockPreference preference, double seco
   return {{QString(), nameOf(preference), value}};
 }
 
-bool OwnPreferences::put(const DockSetting& setting) {
+bool OwnPreferences::knows(DockPreference preference, const DockSetting& setting) const {
+  return setting.place.isEmpty() && setting.name == nameOf(preference);
+}
+
+bool OwnPreferences::put(const DockSetting& setting, const QList<DockValue>& over) {
+  if (!over.isEmpty() && !over.contains(value(setting.name))) return true;
   changed_ = true;
   if (setting.value) {
     values().insert(setting.name, *setting.value);
@@ -56,13 +65,14 @@ bool OwnPreferences::put(const DockSetting& setting) {
 }
 
 bool OwnPreferences::flush() {
+  // Read anew when they are asked for next: others may write them.
+  const QJsonObject all = std::exchange(values_, std::nullopt).value_or(QJsonObject());
   if (!std::exchange(changed_, false)) return true;
-  if (values().isEmpty()) return !QFile::exists(path_) || QFile::remove(path_);
+  if (all.isEmpty()) return !QFile::exists(path_) || QFile::remove(path_);
   try {
-    DurableFile::write(QJsonDocument(values()).toJson(QJsonDocument::Compact), path_);
+    DurableFile::write(QJsonDocument(all).toJson(QJsonDocument::Compact), path_);
     return true;
   } catch (const DomainError&) {
-    values_.reset();
     return false;
   }
 }

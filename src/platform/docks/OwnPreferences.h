@@ -13,11 +13,13 @@ class OwnPreferences final : public DockBackend {
 
   QList<DockSetting> own(DockPreference preference) override;
   QList<DockSetting> hiding(DockPreference preference, double seconds, const QList<DockSetting>& own) override;
-  bool put(const DockSetting& setting) override;
+  bool knows(DockPreference preference, const DockSetting& setting) const override;
+  bool put(const DockSetting& setting, const QList<DockValue>& over) override;
   bool flush() override;
 
  private:
   QJsonObject& values();
+  DockValue value(const QString& name);
 
   QString path_;
   std::optional<QJsonObject> values_;

@@ -4,6 +4,7 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusServiceWatcher>
+#include <QTimer>
 #include <algorithm>
 #include <array>
 
@@ -42,16 +43,21 @@ QStringList namesOnTheBus() {
   return answer.arguments().value(0).toStringList();
 }
 
-QVariantMap toRecord(const DockSetting& setting) {
-  QVariantMap record{{u"place"_s, setting.place}, {u"name"_s, setting.name}};
-  if (setting.value) record.insert(u"value"_s, *setting.value);
-  return record;
+bool isKind(const QString& id) {
+  return id == kNone || std::ranges::any_of(kKinds, [&](const Kind& kind) { return kind.id == id; });
 }
 
-DockSetting fromRecord(const QVariantMap& record) {
-  const QVariant value = record.value(u"value"_s);
-  return {record.value(u"place"_s).toString(), record.value(u"name"_s).toString(),
-          value.isValid() ? std::optional(value.toString()) : std::nullopt};
+/// What the user has. An endless delay of ours is not, whatever left it there.
+QList<DockSetting> usersOwn(DockBackend& dock, DockPreference preference) {
+  QList<DockSetting> own = dock.own(preference);
+  QList<DockSetting> unset = own;
+  for (DockSetting& setting : unset) setting.value.reset();
+  const auto soon = dock.hiding(preference, DockPreferenceAccess::kNoDelay, unset);
+  const auto never = dock.hiding(preference, DockPreferenceAccess::kEndlessDelay, unset);
+  for (qsizetype i = 0; i < own.size(); ++i) {
+    if (never[i].value != soon[i].value && own[i].value == never[i].value) own[i].value.reset();
+  }
+  return own;
 }
 
 }  // namespace
@@ -79,14 +85,40 @@ QVariant SystemDockPreferences::read(const QString& key) {
   if (!preference) return {};
   // The first key begins a new record, and docks come and go between two of them.
   if (*preference == DockPreference::Autohide) look();
-  QVariantList docks;
+  DockRecord record;
   for (Found& dock : found()) {
-    QVariantList settings;
-    dock.own[*preference] = dock.backend->own(*preference);
-    for (const DockSetting& setting : dock.own[*preference]) settings << toRecord(setting);
-    docks << QVariantMap{{u"dock"_s, dock.id}, {u"settings"_s, settings}};
+    dock.own[*preference] = usersOwn(*dock.backend, *preference);
+    record.docks << describe(dock, *preference);
   }
-  return QVariantMap{{u"docks"_s, docks}};
+  return record.toValue(key);
+}
+
+/// What the user has, each with what our layouts may put there.
+DockRecord::Dock SystemDockPreferences::describe(const Found& found, DockPreference preference) const {
+  DockRecord::Dock dock{found.id, {}};
+  const Own& own = found.own.at(preference);
+  const Own soon = found.backend->hiding(preference, kNoDelay, own);
+  const Own never = found.backend->hiding(preference, kEndlessDelay, own);
+  for (qsizetype i = 0; i < own.size(); ++i) {
+    DockRecord::Entry entry{own[i], {soon[i].value}};
+    if (never[i].value != soon[i].value) entry.ours << never[i].value;
+    dock.entries << entry;
+  }
+  return dock;
+}
+
+bool SystemDockPreferences::isOwnRecord(const QString& key, const QVariant& value) const {
+  const auto preference = preferenceOf(key);
+  const auto record = DockRecord::fromValue(key, value);
+  if (!preference || !record) return false;
+  return std::ranges::all_of(record->docks, [&](const DockRecord::Dock& dock) {
+    if (!isKind(dock.id)) return false;
+    // Where the part is missing that knows the kind, nothing can be put back either.
+    const DockBackend* const known = backend(dock.id);
+    return std::ranges::all_of(dock.entries, [&](const DockRecord::Entry& entry) {
+      return !known || known->knows(*preference, entry.setting);
+    });
+  });
 }
 
 void SystemDockPreferences::write(const QString& key, const QVariant& value) {
@@ -95,7 +127,7 @@ void SystemDockPreferences::write(const QString& key, const QVariant& value) {
   watchNames();
   switch (value.typeId()) {
     case QMetaType::QVariantMap:
-      return putBack(value.toMap());
+      return putBack(key, value);
     case QMetaType::Bool:
       return value.toBool() ? wish(*preference, 0) : reset(*preference);
     case QMetaType::Double:
@@ -111,7 +143,14 @@ void SystemDockPreferences::write(const QString& key, const QVariant& value) {
 bool SystemDockPreferences::synchronize() {
   bool done = !std::exchange(undelivered_, false);
   for (const auto& [id, backend] : backends_) done = backend->flush() && done;
-  return done;
+  const bool gaveBack = std::exchange(gaveBack_, false);
+  if (!done) return false;
+  if (gaveBack) {
+    written_.clear();
+  } else {
+    for (auto& [key, values] : written_) values = {values.last()};
+  }
+  return true;
 }
 
 std::vector<SystemDockPreferences::Found>& SystemDockPreferences::found() {
@@ -126,7 +165,11 @@ void SystemDockPreferences::look() {
   for (const Kind& kind : kKinds) {
     if (!running.contains(kind.busName)) continue;
     DockBackend* dock = backend(kind.id);
-    if (dock && !dock->own(DockPreference::Autohide).isEmpty()) found_->push_back({kind.id, dock, {}});
+    if (dock && !dock->own(DockPreference::Autohide).isEmpty()) {
+      found_->push_back({kind.id, dock, {}});
+    } else {
+      askAgain(kind.id);
+    }
   }
   if (found_->empty()) found_->push_back({kNone, backend(kNone), {}});
 }
@@ -146,11 +189,40 @@ void SystemDockPreferences::serviceRegistered(const QString& name) {
   const auto isIt = [&](const Found& dock) { return dock.id == kind->id; };
   // A dock that merely started again has its settings still.
   if (found_ && std::any_of(found_->begin(), found_->end(), isIt)) return;
+  questions_.erase(kind->id);
   DockBackend* const dock = backend(kind->id);
-  if (dock && !dock->own(DockPreference::Autohide).isEmpty()) dockAppeared();
+  if (dock && !dock->own(DockPreference::Autohide).isEmpty()) {
+    dockAppeared();
+  } else {
+    askAgain(kind->id);
+  }
 }
 
-DockBackend* SystemDockPreferences::backend(const QString& id) {
+/// For a kind whose docks may still come, or could not be reached.
+void SystemDockPreferences::askAgain(const QString& id) {
+  const DockBackend* const kind = backend(id);
+  if (!kind || !kind->comesAfterItsName()) return;
+  Questions& questions = questions_[id];
+  if (questions.waiting || questions.asked >= kMostQuestions) return;
+  questions.waiting = true;
+  int pause = kFirstPauseMs;
+  for (int i = 0; i < questions.asked && pause < kLongestPauseMs; ++i) pause *= 2;
+  ++questions.asked;
+  QTimer::singleShot(pause, this, [this, id] { ask(id); });
+}
+
+void SystemDockPreferences::ask(const QString& id) {
+  backend(id)->askWhetherThere([this, id](bool isThere) {
+    questions_[id].waiting = false;
+    if (isThere) {
+      dockAppeared();
+    } else {
+      askAgain(id);
+    }
+  });
+}
+
+DockBackend* SystemDockPreferences::backend(const QString& id) const {
   const auto known = backends_.find(id);
   if (known != backends_.end()) return known->second.get();
   std::unique_ptr<DockBackend> made;
@@ -167,13 +239,15 @@ DockBackend* SystemDockPreferences::backend(const QString& id) {
 const SystemDockPreferences::Own& SystemDockPreferences::own(Found& dock, DockPreference preference) {
   const auto known = dock.own.find(preference);
   if (known != dock.own.end()) return known->second;
-  return dock.own[preference] = dock.backend->own(preference);
+  return dock.own[preference] = usersOwn(*dock.backend, preference);
 }
 
 void SystemDockPreferences::wish(DockPreference preference, double seconds) {
   for (Found& dock : found()) {
-    for (const DockSetting& setting : dock.backend->hiding(preference, seconds, own(dock, preference))) {
-      put(dock.backend, setting);
+    const Own& users = own(dock, preference);
+    for (const DockSetting& setting : dock.backend->hiding(preference, seconds, users)) {
+      written_[{dock.id, setting.place, setting.name}] << setting.value;
+      put(dock.id, setting, {});
     }
   }
 }
@@ -182,23 +256,34 @@ void SystemDockPreferences::reset(DockPreference preference) {
   for (Found& dock : found()) {
     for (DockSetting setting : own(dock, preference)) {
       setting.value.reset();
-      put(dock.backend, setting);
+      put(dock.id, setting, {});
     }
   }
 }
 
-void SystemDockPreferences::putBack(const QVariantMap& record) {
-  const QVariant docks = record.value(u"docks"_s);
-  if (docks.typeId() != QMetaType::QVariantList) undelivered_ = true;
-  for (const QVariant& entry : docks.toList()) {
-    const QVariantMap dock = entry.toMap();
-    DockBackend* const there = backend(dock.value(u"dock"_s).toString());
-    for (const QVariant& setting : dock.value(u"settings"_s).toList()) put(there, fromRecord(setting.toMap()));
+void SystemDockPreferences::putBack(const QString& key, const QVariant& value) {
+  const auto record = DockRecord::fromValue(key, value);
+  if (!record) {
+    undelivered_ = true;
+    return;
+  }
+  gaveBack_ = true;
+  for (const DockRecord::Dock& dock : record->docks) {
+    for (const DockRecord::Entry& entry : dock.entries) {
+      const auto ours = written_.find({dock.id, entry.setting.place, entry.setting.name});
+      QList<DockValue> over = ours != written_.end() ? ours->second : entry.ours;
+      // Whoever repairs without a record that can be replayed resets.
+      if (ours == written_.end() && !over.isEmpty()) over << std::nullopt;
+      put(dock.id, entry.setting, over);
+    }
   }
 }
 
-void SystemDockPreferences::put(DockBackend* backend, const DockSetting& setting) {
-  if (!backend || !backend->put(setting)) undelivered_ = true;
+void SystemDockPreferences::put(const QString& id, const DockSetting& setting, const QList<DockValue>& over) {
+  DockBackend* const dock = backend(id);
+  if (dock && dock->put(setting, over)) return;
+  undelivered_ = true;
+  askAgain(id);
 }
 
 }  // namespace tarnwick

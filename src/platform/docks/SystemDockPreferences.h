@@ -4,10 +4,12 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <tuple>
 #include <vector>
 
 #include "dock/ports/DockPreferenceAccess.h"
 #include "platform/docks/DockBackend.h"
+#include "platform/docks/DockRecord.h"
 
 class QDBusServiceWatcher;
 
@@ -15,7 +17,8 @@ namespace tarnwick {
 
 /// The docks that run on this desktop: Plank, the dock of GNOME, the panels of Xfce and of KDE Plasma at the bottom
 /// edge. All that run are hidden together. What `read` gives names each of them with its settings, so that it is put
-/// back into the same dock only; where that cannot be reached, `synchronize` fails and the record is to be kept.
+/// back into the same dock only; where that cannot be reached, `synchronize` fails and the record is to be kept. It
+/// also names what our layouts may have set there since, and bears a checksum.
 ///
 /// The libraries that this takes are loaded with the first dock that is found.
 class SystemDockPreferences final : public QObject, public DockPreferenceAccess {
@@ -26,6 +29,7 @@ class SystemDockPreferences final : public QObject, public DockPreferenceAccess 
   ~SystemDockPreferences() override;
 
   QVariant read(const QString& key) override;
+  bool isOwnRecord(const QString& key, const QVariant& value) const override;
   void write(const QString& key, const QVariant& value) override;
   bool synchronize() override;
   /// Docks of this desktop follow their settings by themselves.
@@ -34,6 +38,12 @@ class SystemDockPreferences final : public QObject, public DockPreferenceAccess 
   Capability staysAway() override;
 
  private:
+  /// The first pause before a dock that is not there yet is asked for again, in milliseconds; each is twice the one
+  /// before, up to the longest.
+  static constexpr int kFirstPauseMs = 250;
+  static constexpr int kLongestPauseMs = 8000;
+  static constexpr int kMostQuestions = 20;
+
   using Own = QList<DockSetting>;
   struct Found {
     QString id;
@@ -45,15 +55,29 @@ class SystemDockPreferences final : public QObject, public DockPreferenceAccess 
   void look();
   void watchNames();
   void serviceRegistered(const QString& name);
-  DockBackend* backend(const QString& id);
+  void askAgain(const QString& id);
+  void ask(const QString& id);
+  DockBackend* backend(const QString& id) const;
+  DockRecord::Dock describe(const Found& found, DockPreference preference) const;
   const Own& own(Found& dock, DockPreference preference);
   void wish(DockPreference preference, double seconds);
   void reset(DockPreference preference);
-  void putBack(const QVariantMap& record);
-  void put(DockBackend* backend, const DockSetting& setting);
+  void putBack(const QString& key, const QVariant& value);
+  void put(const QString& id, const DockSetting& setting, const QList<DockValue>& over);
+
+  struct Questions {
+    int asked = 0;
+    bool waiting = false;
+  };
+  /// A setting of a dock: its kind, place and name.
+  using Key = std::tuple<QString, QString, QString>;
 
   QString directory_;
-  std::map<QString, std::unique_ptr<DockBackend>> backends_;
+  mutable std::map<QString, std::unique_ptr<DockBackend>> backends_;  ///< Made when first asked for.
+  /// What this process may have put where a user's value was: the last that is known to hold, and any since.
+  std::map<Key, QList<DockValue>> written_;
+  bool gaveBack_ = false;  ///< Something was put back since the last `synchronize`.
+  std::map<QString, Questions> questions_;
   std::optional<std::vector<Found>> found_;
   std::unique_ptr<QDBusServiceWatcher> watcher_;
   bool undelivered_ = false;

@@ -17,7 +17,8 @@ std::function<QString(double)> always(const QString& value) {
   return [value](double) { return value; };
 }
 
-QString inSeconds(double seconds) { return QString::number(seconds, 'f', 3); }
+/// As the library prints a double.
+QString inSeconds(double seconds) { return QString::number(seconds, 'f', 1); }
 QString inMilliseconds(double seconds) { return QString::number(qRound64(seconds * 1000)); }
 
 /// Extensions bring their schemas along, in a folder that the machine's own source does not know.
@@ -35,7 +36,8 @@ QStringList extensionFolders() {
 
 GSettingsDock::Description GSettingsDock::plank() {
   const QString schema = u"net.launchpad.plank.dock.settings"_s;
-  Description dock{.schemas = {schema}, .folders = {}, .places = {}, .rules = {}};
+  Description dock{.schemas = {schema}, .folders = {}, .places = {}, .rules = {}, .path = {}};
+  dock.path = QRegularExpression(u"^/net/launchpad/plank/docks/[^/]+/$"_s);
   dock.places = [schema](const SettingsSchemas& schemas) {
     QStringList places;
     const OpenSettings plank = schemas.open(u"net.launchpad.plank"_s, QString());
@@ -53,7 +55,8 @@ GSettingsDock::Description GSettingsDock::plank() {
 
 GSettingsDock::Description GSettingsDock::gnome() {
   const QStringList names{u"org.gnome.shell.extensions.dash-to-dock"_s, u"org.gnome.shell.extensions.ubuntu-dock"_s};
-  Description dock{.schemas = names, .folders = extensionFolders(), .places = {}, .rules = {}};
+  Description dock{.schemas = names, .folders = extensionFolders(), .places = {}, .rules = {}, .path = {}};
+  dock.path = QRegularExpression(u"^$"_s);
   dock.places = [names](const SettingsSchemas& schemas) {
     QStringList places;
     for (const QString& name : names) {
@@ -104,11 +107,21 @@ QList<DockSetting> GSettingsDock::hiding(DockPreference, double seconds, const Q
   return settings;
 }
 
-bool GSettingsDock::put(const DockSetting& setting) {
+bool GSettingsDock::knows(DockPreference preference, const DockSetting& setting) const {
+  const Rule* const known = rule(setting.name);
+  return known && known->preference == preference && description_.schemas.contains(setting.place.section(u':', 0, 0)) &&
+         description_.path.match(setting.place.section(u':', 1)).hasMatch();
+}
+
+bool GSettingsDock::put(const DockSetting& setting, const QList<DockValue>& over) {
   const OpenSettings opened = open(setting.place);
-  if (!opened || !rule(setting.name) || !settingsAreKept()) return false;
+  if (!opened || !rule(setting.name) || !opened.has(setting.name) || !settingsAreKept()) return false;
+  const auto isThere = [&](const DockValue& value) { return opened.holds(setting.name, value); };
   // What is as it should be is not touched: unsetting an unset key would still make the user a settings file.
-  if (!opened.holds(setting.name, setting.value) && !opened.set(setting.name, setting.value)) return false;
+  if (!isThere(setting.value)) {
+    if (!over.isEmpty() && std::none_of(over.begin(), over.end(), isThere)) return true;
+    if (!opened.set(setting.name, setting.value)) return false;
+  }
   pending_ << setting;
   return true;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QRegularExpression>
 #include <functional>
 #include <vector>
 
@@ -22,6 +23,7 @@ class GSettingsDock final : public DockBackend {
     QStringList folders;                                        ///< Further folders with compiled schemas.
     std::function<QStringList(const SettingsSchemas&)> places;  ///< Where the docks that run have their settings.
     std::vector<Rule> rules;
+    QRegularExpression path;  ///< What a place has behind its schema.
   };
 
   explicit GSettingsDock(Description description);
@@ -31,7 +33,8 @@ class GSettingsDock final : public DockBackend {
 
   QList<DockSetting> own(DockPreference preference) override;
   QList<DockSetting> hiding(DockPreference preference, double seconds, const QList<DockSetting>& own) override;
-  bool put(const DockSetting& setting) override;
+  bool knows(DockPreference preference, const DockSetting& setting) const override;
+  bool put(const DockSetting& setting, const QList<DockValue>& over) override;
   bool flush() override;
 
  private:

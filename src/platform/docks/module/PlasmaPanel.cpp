@@ -23,30 +23,39 @@ struct Panel {
   QString hiding;
 };
 
-/// What a script prints; none when the shell does not answer or refuses.
-std::optional<QString> run(const QString& script) {
+QDBusMessage scriptCall(const QString& script) {
   QDBusMessage call = QDBusMessage::createMethodCall(u"org.kde.plasmashell"_s, u"/PlasmaShell"_s,
                                                      u"org.kde.PlasmaShell"_s, u"evaluateScript"_s);
   // A restart of the shell is the session's affair.
   call.setAutoStartService(false);
   call << script;
-  const QDBusMessage answer = QDBusConnection::sessionBus().call(call, QDBus::Block, kPlasmaPatienceMs);
+  return call;
+}
+
+/// What a script prints; none when the shell does not answer or refuses.
+std::optional<QString> run(const QString& script) {
+  const QDBusMessage answer = QDBusConnection::sessionBus().call(scriptCall(script), QDBus::Block, kPlasmaPatienceMs);
   if (answer.type() != QDBusMessage::ReplyMessage) return std::nullopt;
   return answer.arguments().value(0).toString();
 }
 
-QList<Panel> panels() {
-  const auto printed =
-      run(uR"(var all = panels();
-for (var i = 0; i < all.length; ++i) print("<" + all[i].id + " " + all[i].location + " " + all[i].hiding + ">");)"_s);
+const QString kListPanels =
+    uR"(var all = panels();
+for (var i = 0; i < all.length; ++i) print("<" + all[i].id + " " + all[i].location + " " + all[i].hiding + ">");)"_s;
+
+QList<Panel> panelsIn(const QString& printed) {
   static const QRegularExpression row(u"<(\\d+) (\\w+) (\\w+)>"_s);
   QList<Panel> found;
-  for (auto rows = row.globalMatch(printed.value_or(QString())); rows.hasNext();) {
+  for (auto rows = row.globalMatch(printed); rows.hasNext();) {
     const QRegularExpressionMatch match = rows.next();
     found << Panel{match.captured(1), match.captured(2), match.captured(3)};
   }
   return found;
 }
+
+QList<Panel> panels() { return panelsIn(run(kListPanels).value_or(QString())); }
+
+bool liesAtTheBottom(const Panel& panel) { return panel.location == u"bottom"_s; }
 
 const Panel* find(const QList<Panel>& panels, const QString& id) {
   const auto found = std::find_if(panels.begin(), panels.end(), [&](const Panel& panel) { return panel.id == id; });
@@ -65,7 +74,7 @@ QList<DockSetting> PlasmaPanel::own(DockPreference preference) {
   QList<DockSetting> settings;
   if (preference == DockPreference::AutohideDelay) return settings;
   for (const Panel& panel : panels()) {
-    if (panel.location == u"bottom"_s) settings << DockSetting{panel.id, kHiding, panel.hiding};
+    if (liesAtTheBottom(panel)) settings << DockSetting{panel.id, kHiding, panel.hiding};
   }
   return settings;
 }
@@ -76,14 +85,21 @@ QList<DockSetting> PlasmaPanel::hiding(DockPreference, double, const QList<DockS
   return settings;
 }
 
-bool PlasmaPanel::put(const DockSetting& setting) {
+bool PlasmaPanel::knows(DockPreference preference, const DockSetting& setting) const {
+  static const QRegularExpression number(u"^\\d+$"_s);
+  return preference == DockPreference::Autohide && setting.name == kHiding && number.match(setting.place).hasMatch() &&
+         isWord(setting.value.value_or(kShown));
+}
+
+bool PlasmaPanel::put(const DockSetting& setting, const QList<DockValue>& over) {
   const QString mode = setting.value.value_or(kShown);
   if (setting.name != kHiding || !isWord(setting.place) || !isWord(mode)) return false;
-  pending_ << DockSetting{setting.place, kHiding, mode};
   const QList<Panel> all = panels();
   const Panel* const panel = find(all, setting.place);
   // A panel that the user removed has nothing to get back. A shell without any has not finished its start.
   if (!panel) return !all.isEmpty();
+  if (panel->hiding != mode && !over.isEmpty() && !over.contains(panel->hiding)) return true;
+  pending_ << DockSetting{setting.place, kHiding, mode};
   if (panel->hiding == mode) return true;
   return run(u"panelById(%1).hiding = \"%2\";"_s.arg(setting.place, mode)).has_value();
 }
@@ -97,6 +113,16 @@ bool PlasmaPanel::flush() {
     const Panel* const panel = find(all, setting.place);
     return !panel || panel->hiding == setting.value;
   });
+}
+
+void PlasmaPanel::askWhetherThere(std::function<void(bool isThere)> answer) {
+  question_ = std::make_unique<QDBusPendingCallWatcher>(
+      QDBusConnection::sessionBus().asyncCall(scriptCall(kListPanels), kPlasmaPatienceMs));
+  const auto finished = [answer = std::move(answer)](QDBusPendingCallWatcher* question) {
+    const QList<Panel> found = panelsIn(question->reply().arguments().value(0).toString());
+    answer(std::any_of(found.begin(), found.end(), &liesAtTheBottom));
+  };
+  QObject::connect(question_.get(), &QDBusPendingCallWatcher::finished, question_.get(), finished);
 }
 
 }  // namespace tarnwick

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QDBusPendingCallWatcher>
+#include <memory>
+
 #include "platform/docks/DockBackend.h"
 
 namespace tarnwick {
@@ -12,11 +15,16 @@ class PlasmaPanel final : public DockBackend {
   QList<DockSetting> hiding(DockPreference preference, double seconds, const QList<DockSetting>& own) override;
   /// A panel that hides comes out at the edge without any delay.
   bool staysAway() const override { return false; }
-  bool put(const DockSetting& setting) override;
+  bool knows(DockPreference preference, const DockSetting& setting) const override;
+  bool put(const DockSetting& setting, const QList<DockValue>& over) override;
   bool flush() override;
+  /// The shell makes its panels after it has its name.
+  bool comesAfterItsName() const override { return true; }
+  void askWhetherThere(std::function<void(bool isThere)> answer) override;
 
  private:
   QList<DockSetting> pending_;
+  std::unique_ptr<QDBusPendingCallWatcher> question_;
 };
 
 }  // namespace tarnwick

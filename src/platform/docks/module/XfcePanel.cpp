@@ -32,6 +32,8 @@ QDBusMessage callXfconf(const QString& method, const QVariantList& arguments) {
   return QDBusConnection::sessionBus().call(call, QDBus::Block, kXfconfPatienceMs);
 }
 
+QString nameOf(DockPreference preference) { return preference == DockPreference::Autohide ? kBehavior : kOutput; }
+
 QString pathOf(const DockSetting& setting) { return u"/panels/%1/%2"_s.arg(setting.place, setting.name); }
 
 /// The panels and their settings; none when the service does not answer.
@@ -83,7 +85,7 @@ QList<DockSetting> XfcePanel::own(DockPreference preference) {
   const QVariantMap settings = panelSettings().value_or(QVariantMap());
   for (const QString& panel : panels(settings)) {
     if (!liesAtTheBottom(settings, panel)) continue;
-    DockSetting setting{panel, preference == DockPreference::Autohide ? kBehavior : kOutput, std::nullopt};
+    DockSetting setting{panel, nameOf(preference), std::nullopt};
     setting.value = toText(settings.value(pathOf(setting)));
     own << setting;
   }
@@ -102,15 +104,22 @@ QList<DockSetting> XfcePanel::hiding(DockPreference preference, double seconds, 
   return settings;
 }
 
-bool XfcePanel::put(const DockSetting& setting) {
+bool XfcePanel::knows(DockPreference preference, const DockSetting& setting) const {
+  static const QRegularExpression panel(u"^panel-\\d+$"_s);
+  return setting.name == nameOf(preference) && panel.match(setting.place).hasMatch();
+}
+
+bool XfcePanel::put(const DockSetting& setting, const QList<DockValue>& over) {
   if (setting.name != kBehavior && setting.name != kOutput) return false;
-  pending_ << setting;
   const auto settings = panelSettings();
   if (!settings) return false;
   const QStringList known = panels(*settings);
   // A panel that the user removed has nothing to get back, and settings for it would only be left over.
   if (!known.contains(setting.place)) return !known.isEmpty();
-  if (toText(settings->value(pathOf(setting))) == setting.value) return true;
+  const DockValue present = toText(settings->value(pathOf(setting)));
+  if (present != setting.value && !over.isEmpty() && !over.contains(present)) return true;
+  pending_ << setting;
+  if (present == setting.value) return true;
   const QDBusMessage answer =
       setting.value ? callXfconf(u"SetProperty"_s, {kChannel, pathOf(setting),
                                                     QVariant::fromValue(QDBusVariant(fromText(*setting.value)))})

@@ -12,7 +12,8 @@ class XfcePanel final : public DockBackend {
  public:
   QList<DockSetting> own(DockPreference preference) override;
   QList<DockSetting> hiding(DockPreference preference, double seconds, const QList<DockSetting>& own) override;
-  bool put(const DockSetting& setting) override;
+  bool knows(DockPreference preference, const DockSetting& setting) const override;
+  bool put(const DockSetting& setting, const QList<DockValue>& over) override;
   bool flush() override;
 
  private:
