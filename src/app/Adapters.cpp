@@ -77,6 +77,8 @@ DelegateSetup Adapters::delegateSetup(const QString& dataDirectory) {
   setup.hotKeys = windowSystem_.hotKeys.get();
   setup.framesWindows = windowSystem_.framesWindows;
   setup.session = session_.get();
+  door_ = std::make_unique<SocketSession>(dataDirectory);
+  setup.door = door_.get();
   setup.events = sessionEvents_.get();
   setup.executable = QCoreApplication::applicationFilePath();
   setup.environment = environment_;

@@ -4,6 +4,7 @@
 
 #include "app/AppDelegate.h"
 #include "app/Readings.h"
+#include "app/SocketSession.h"
 #include "app/WindowSystem.h"
 #include "apps/AppIcons.h"
 #include "apps/AppLaunch.h"
@@ -60,6 +61,7 @@ class Adapters {
   std::unique_ptr<Notifications> notifications_;
   std::unique_ptr<SessionEvents> sessionEvents_;
   std::unique_ptr<SessionApplication> session_;
+  std::unique_ptr<SocketSession> door_;
   std::unique_ptr<Toggles> toggles_;
   std::unique_ptr<ScreenColors> colors_;
 };

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QJsonObject>
 #include <QProcess>
 #include <QUrl>
 #include <algorithm>
@@ -15,7 +16,9 @@
 #include "app/NearbySender.h"
 #include "app/PanelHost.h"
 #include "app/Readings.h"
+#include "app/RestoreDock.h"
 #include "app/SingleInstance.h"
+#include "app/SocketSession.h"
 #include "app/StatusItem.h"
 #include "base/DomainError.h"
 #include "views/theme/MenuStyle.h"
@@ -93,6 +96,7 @@ void AppDelegate::willTerminate() {
   dock_->shutdown();
   if (keys_) keys_->release();
   if (setup_.session) setup_.session->release();
+  if (setup_.door) setup_.door->release();
   status_.reset();
 }
 
@@ -125,11 +129,27 @@ void AppDelegate::listenToTheSession() {
   connect(qApp, &QCoreApplication::aboutToQuit, this, &AppDelegate::willTerminate);
   connect(setup_.toggles, &Toggles::changed, this, &AppDelegate::applyAppearance);
   if (setup_.events) connect(setup_.events, &SessionEvents::ending, this, &AppDelegate::quit);
-  if (!setup_.session) return;
-  connect(setup_.session, &SessionApplication::activated, this, &AppDelegate::reopen);
-  connect(setup_.session, &SessionApplication::openRequested, this, &AppDelegate::open);
-  connect(setup_.session, &SessionApplication::actionRequested, this, &AppDelegate::takeOrder);
-  setup_.session->own();
+  if (setup_.session) listenTo(*setup_.session);
+  if (!setup_.door) return;
+  setup_.door->restoreDock = [this] { return restoreForOthers(); };
+  listenTo(*setup_.door);
+}
+
+void AppDelegate::listenTo(SessionApplication& session) {
+  connect(&session, &SessionApplication::activated, this, &AppDelegate::reopen);
+  connect(&session, &SessionApplication::openRequested, this, &AppDelegate::open);
+  connect(&session, &SessionApplication::actionRequested, this, &AppDelegate::takeOrder);
+  session.own();
+}
+
+QJsonObject AppDelegate::restoreForOthers() {
+  const QLatin1StringView held(RestoreDock::kHeld);
+  try {
+    return {{held, !down_ && dock_->giveSystemDockBack()}};
+  } catch (const DomainError& failure) {
+    store_->setError(failure.message());
+    return {{held, true}, {QLatin1StringView(RestoreDock::kFailure), failure.message()}};
+  }
 }
 
 void AppDelegate::takeOrder(const QString& action, const QVariantList& parameter) {

@@ -30,6 +30,7 @@ class DockDesk;
 class MessageLine;
 class PanelHost;
 class Readings;
+class SocketSession;
 class StatusItem;
 
 /// What the delegate is made of. Pointers are borrowed and outlive it; `session` and `hotKeys` may be null.
@@ -37,6 +38,7 @@ struct DelegateSetup {
   DockPorts ports;
   HotKeys* hotKeys = nullptr;
   SessionApplication* session = nullptr;
+  SocketSession* door = nullptr;  ///< The same without a bus; may be null.
   SessionEvents* events = nullptr;
   Notifications* notifications = nullptr;
   Toggles* toggles = nullptr;  ///< Required.
@@ -143,6 +145,8 @@ class AppDelegate : public QObject {
   void applyAutostart();
   void comeUp();
   void listenToScreens();
+  void listenTo(SessionApplication& session);
+  QJsonObject restoreForOthers();
   void takeOrder(const QString& action, const QVariantList& parameter);
   bool handOverToTheNewBuild();
   void hotKeyPressed(quint32 identifier);

@@ -1,8 +1,6 @@
 #include "app/SingleInstance.h"
 
-#include <fcntl.h>
 #include <signal.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <time.h>
 #include <unistd.h>
@@ -17,6 +15,7 @@
 #include <QUrl>
 #include <cerrno>
 
+#include "app/SocketSession.h"
 #include "base/DomainError.h"
 #include "base/DurableFile.h"
 
@@ -25,7 +24,14 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr mode_t kPrivate = 0600;
+/// Of the line that names the lock's holder; every number fits.
+constexpr qsizetype kHolderWidth = 21;
+
+qint64 readHolder(int descriptor) {
+  char text[kHolderWidth] = {};
+  const auto length = ::pread(descriptor, text, sizeof text, 0);
+  return length > 0 ? QByteArray(text, length).trimmed().toLongLong() : 0;
+}
 
 std::optional<struct stat> statusOf(const QString& path) {
   struct stat status = {};
@@ -54,9 +60,8 @@ bool lostItsFile(qint64 process, const QString& executable) {
 /// One try to give the running copy what this command line asks.
 class HandOver {
  public:
-  HandOver(SessionApplication& session, const CommandLine& line)
-      : session_(session),
-        order_(line.order),
+  explicit HandOver(const CommandLine& line)
+      : order_(line.order),
         urls_(SingleInstance::urls(line.files, QDir::currentPath())),
         isPlain_(urls_.isEmpty() && !order_) {}
 
@@ -64,29 +69,28 @@ class HandOver {
   bool isPlain() const { return isPlain_; }
 
   /// Whether all has arrived by now. What arrived is not handed over again.
-  bool attempt() {
-    if (isPlain_) return session_.activateOther();
-    if (!urls_.isEmpty() && !session_.openInOther(urls_)) return false;
+  bool attempt(SessionApplication& session) {
+    if (isPlain_) return session.activateOther();
+    if (!urls_.isEmpty() && !session.openInOther(urls_)) return false;
     urls_.clear();
-    return !order_ || give(*order_);
+    return !order_ || give(*order_, session);
   }
 
  private:
-  bool give(const Order& order) {
+  static bool give(const Order& order, SessionApplication& session) {
     switch (order.kind) {
       case Order::Kind::Toggle:
-        return session_.actInOther(u"toggle"_s);
+        return session.actInOther(u"toggle"_s);
       case Order::Kind::CommandBar:
-        return session_.actInOther(u"command-bar"_s);
+        return session.actInOther(u"command-bar"_s);
       case Order::Kind::Focus:
-        return session_.actInOther(u"focus"_s);
+        return session.actInOther(u"focus"_s);
       case Order::Kind::Profile:
-        return session_.actInOther(u"profile"_s, {order.profile});
+        return session.actInOther(u"profile"_s, {order.profile});
     }
     return false;
   }
 
-  SessionApplication& session_;
   std::optional<Order> order_;
   QStringList urls_;
   bool isPlain_;
@@ -108,49 +112,43 @@ bool keepsLooking(const std::function<bool()>& holds) {
 
 // --- The lock -------------------------------------------------------------------------------------------------------
 
-DataFolderLock::DataFolderLock(const QString& directory) : path_(directory + "/tarnwick.lock"_L1) {}
-
-DataFolderLock::~DataFolderLock() {
-  if (descriptor_ >= 0) ::close(descriptor_);
-}
-
-bool DataFolderLock::open() {
-  if (descriptor_ >= 0) return true;
-  try {
-    DurableFile::makeParent(path_);
-  } catch (const DomainError&) {
-    return false;
-  }
-  descriptor_ = ::open(QFile::encodeName(path_).constData(), O_RDWR | O_CREAT | O_CLOEXEC, kPrivate);
-  return descriptor_ >= 0;
-}
+DataFolderLock::DataFolderLock(const QString& directory)
+    : directory_(directory), file_(directory + "/tarnwick.lock"_L1) {}
 
 DataFolderLock::Taking DataFolderLock::take() {
-  if (held_) return Taking::Held;
-  if (!open()) return Taking::Impossible;
-  if (::flock(descriptor_, LOCK_EX | LOCK_NB) != 0) {
-    return errno == EWOULDBLOCK ? Taking::OthersHave : Taking::Impossible;
+  if (isHeld_) return Taking::Held;
+  try {
+    DurableFile::makeParent(file_.path());
+  } catch (const DomainError&) {
+    return Taking::Impossible;
   }
-  held_ = true;
-  const QByteArray pid = QByteArray::number(static_cast<qint64>(::getpid())) + '\n';
-  // A lock whose holder is unknown still holds; the number only tells others whom to ask.
-  if (::ftruncate(descriptor_, 0) == 0) [[maybe_unused]]
-    const auto written = ::pwrite(descriptor_, pid.constData(), static_cast<size_t>(pid.size()), 0);
-  return Taking::Held;
+  const Taking taking = file_.take();
+  isHeld_ = taking == Taking::Held;
+  if (isHeld_) writeDownHolder();
+  return taking;
+}
+
+/// A lock whose holder is unknown still holds; the number only tells others whom to ask. Nothing but a number is ever
+/// written over: the file may be anybody's by another name.
+void DataFolderLock::writeDownHolder() const {
+  struct stat status = {};
+  if (::fstat(file_.descriptor(), &status) != 0 || status.st_nlink != 1 || status.st_size > kHolderWidth) return;
+  if (status.st_size > 0 && readHolder(file_.descriptor()) == 0) return;
+  const QByteArray pid = QByteArray::number(static_cast<qint64>(::getpid())).leftJustified(kHolderWidth - 1) + '\n';
+  [[maybe_unused]] const auto written =
+      ::pwrite(file_.descriptor(), pid.constData(), static_cast<size_t>(pid.size()), 0);
 }
 
 qint64 DataFolderLock::holder() const {
-  if (descriptor_ < 0) return 0;
-  char text[24] = {};
-  const auto length = ::pread(descriptor_, text, sizeof text - 1, 0);
-  const qint64 process = length > 0 ? QByteArray(text).trimmed().toLongLong() : 0;
+  if (file_.descriptor() < 0) return 0;
+  const qint64 process = readHolder(file_.descriptor());
   return process > 0 && isOpenIn(process) ? process : 0;
 }
 
 /// The number may be that of an earlier holder, and by now of any other program.
 bool DataFolderLock::isOpenIn(qint64 process) const {
   struct stat ours = {};
-  if (::fstat(descriptor_, &ours) != 0) return false;
+  if (::fstat(file_.descriptor(), &ours) != 0) return false;
   const QDir open(u"/proc/%1/fd"_s.arg(process));
   for (const QString& name : open.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)) {
     const auto theirs = statusOf(open.filePath(name));
@@ -212,6 +210,12 @@ std::optional<int> SingleInstance::resolve(DataFolderLock& lock, SessionApplicat
   };
   const auto other = [&] { return canLock ? lock.holder() : session.otherProcess(); };
   const auto hasTheName = [&] { return other() > 0 && session.otherProcess() == other(); };
+  // Beside the lock stands a door that needs no bus: for a session without one, and for a copy that lost its name.
+  SocketSession door(lock.directory());
+  const auto way = [&]() -> SessionApplication& {
+    if (hasTheName()) return session;
+    return door;
+  };
   if (isFree()) return std::nullopt;
 
   // The lock is held, so going on is no choice here: without a date the other copy counts as the same build.
@@ -220,7 +224,7 @@ std::optional<int> SingleInstance::resolve(DataFolderLock& lock, SessionApplicat
                                          lostItsFile(other(), executable));
   if (isNewer) {
     const qint64 older = other();
-    const bool asked = hasTheName() && session.actInOther(u"quit"_s);
+    const bool asked = way().actInOther(u"quit"_s);
     if (!asked && older > 0 && older == other()) ::kill(static_cast<pid_t>(older), SIGTERM);
     if (keepsLooking(isFree)) return std::nullopt;
     voices.alert(
@@ -232,11 +236,11 @@ std::optional<int> SingleInstance::resolve(DataFolderLock& lock, SessionApplicat
   }
 
   // The other copy may be just coming up or going down: it is asked until it answers, or until its place is free.
-  HandOver handOver(session, line);
+  HandOver handOver(line);
   bool free = false;
   const bool settled = keepsLooking([&] {
     free = isFree();
-    return free || (hasTheName() && handOver.attempt());
+    return free || handOver.attempt(way());
   });
   if (free) return std::nullopt;
   if (settled || (handOver.isPlain() && !session.isReachable())) return 0;

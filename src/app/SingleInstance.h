@@ -8,35 +8,30 @@
 
 #include "app/CommandLine.h"
 #include "app/ports/SessionApplication.h"
+#include "base/FileLock.h"
 
 namespace tarnwick {
 
 /// A lock on the data folder. It is the kernel's, so it goes with the process however that ends.
 class DataFolderLock {
  public:
-  enum class Taking {
-    Held,
-    OthersHave,
-    Impossible,  ///< The folder cannot hold a lock at all, as in a read-only place.
-  };
+  using Taking = FileLock::Taking;
 
   explicit DataFolderLock(const QString& directory);
-  ~DataFolderLock();
-  DataFolderLock(const DataFolderLock&) = delete;
-  DataFolderLock& operator=(const DataFolderLock&) = delete;
 
   /// Tries to take the lock, making the folder, for its owner alone, where it is missing.
   Taking take();
   /// The process that holds the lock, as far as it wrote it down and still has the file open; 0 when unknown.
   qint64 holder() const;
+  const QString& directory() const { return directory_; }
 
  private:
-  bool open();
+  void writeDownHolder() const;
   bool isOpenIn(qint64 process) const;
 
-  QString path_;
-  int descriptor_ = -1;
-  bool held_ = false;
+  QString directory_;
+  FileLock file_;
+  bool isHeld_ = false;
 };
 
 /// Only one dock runs on a data folder.

@@ -1,7 +1,12 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
 
+#include <QMutex>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QThread>
+#include <QUrl>
+#include <memory>
 
 #include "app/Autostart.h"
 #include "app/BubblePlace.h"
@@ -9,6 +14,7 @@
 #include "app/FixtureConfig.h"
 #include "app/HotKeyTable.h"
 #include "app/SingleInstance.h"
+#include "app/SocketSession.h"
 #include "config/Persistence.h"
 
 namespace tarnwick {
@@ -110,6 +116,39 @@ TEST(DataFolderLock, HoldsUntilItsOwnerGoes) {
   EXPECT_EQ(DataFolderLock(data + u"/tarnwick.lock/below a file"_s).take(), Impossible);
 }
 
+TEST(DataFolderLock, WritesOverNothingButANumberOfItsOwn) {
+  using enum DataFolderLock::Taking;
+  const QTemporaryDir folder;
+  const QString lock = folder.filePath(u"tarnwick.lock"_s);
+  const QString precious = folder.filePath(u"precious"_s);
+  const auto content = [](const QString& path) {
+    QFile in(path);
+    return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
+  };
+  const auto write = [](const QString& path, const QByteArray& bytes) {
+    QFile out(path);
+    ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+    out.write(bytes);
+  };
+  write(precious, "12");
+  ASSERT_TRUE(QFile::link(precious, lock));
+  EXPECT_EQ(DataFolderLock(folder.path()).take(), Impossible);
+  QFile::remove(lock);
+  ASSERT_EQ(::link(QFile::encodeName(precious).constData(), QFile::encodeName(lock).constData()), 0);
+  EXPECT_EQ(DataFolderLock(folder.path()).take(), Held);
+  EXPECT_EQ(content(precious), "12");
+  QFile::remove(lock);
+  for (const QByteArray& other : {QByteArray("a text"), QByteArray("7 of a longer text than any number")}) {
+    write(lock, other);
+    EXPECT_EQ(DataFolderLock(folder.path()).take(), Held);
+    EXPECT_EQ(content(lock), other);
+  }
+  write(lock, "4194303\n");
+  DataFolderLock first(folder.path());
+  EXPECT_EQ(first.take(), Held);
+  EXPECT_EQ(content(lock).trimmed().toLongLong(), QCoreApplication::applicationPid());
+}
+
 TEST(SingleInstance, KnowsWhenAProcessBegan) {
   const QDateTime before = QDateTime::currentDateTime();
   QProcess process;
@@ -174,6 +213,56 @@ TEST(SingleInstance, HandsOverUntilItArrivesOrThePlaceIsFree) {
   ending.onAsked = [&] { running.reset(); };
   EXPECT_EQ(resolve(ending, {}), std::nullopt);
   EXPECT_EQ(ending.asked.size(), 1);
+}
+
+TEST(SingleInstance, ReachesACopyWithoutANameByTheDoorBesideItsLock) {
+  QTemporaryDir folder;
+  DataFolderLock running(folder.path());
+  ASSERT_EQ(running.take(), DataFolderLock::Taking::Held);
+  // On a thread of its own, as the copy is a process of its own.
+  QThread thread;
+  QObject worker;
+  std::unique_ptr<SocketSession> door;
+  QMutex mutex;
+  QStringList arrived;
+  const auto note = [&](const QString& what) {
+    const QMutexLocker lock(&mutex);
+    arrived << what;
+  };
+  worker.moveToThread(&thread);
+  thread.start();
+  const auto there = [&](const std::function<void()>& work) {
+    QMetaObject::invokeMethod(&worker, work, Qt::BlockingQueuedConnection);
+  };
+  there([&] {
+    door = std::make_unique<SocketSession>(folder.path());
+    QObject::connect(door.get(), &SessionApplication::activated, [&] { note(u"activated"_s); });
+    QObject::connect(door.get(), &SessionApplication::openRequested,
+                     [&](const QStringList& urls) { note(urls.join(u' ')); });
+    QObject::connect(door.get(), &SessionApplication::actionRequested,
+                     [&](const QString& action, const QVariantList& parameter) {
+                       note(action + u' ' + parameter.value(0).toString());
+                     });
+    EXPECT_TRUE(door->own());
+  });
+  FakeSession session;
+  session.process = 0;
+  const auto resolve = [&](const QStringList& arguments) {
+    DataFolderLock lock(folder.path());
+    return SingleInstance::resolve(lock, session, u"/not/there"_s, CommandLine::parse(arguments),
+                                   {.say = [](const QString& sentence) { ADD_FAILURE() << qPrintable(sentence); },
+                                    .alert = {}});
+  };
+  EXPECT_EQ(resolve({}), 0);
+  EXPECT_EQ(resolve({u"--toggle"_s}), 0);
+  EXPECT_EQ(resolve({folder.path(), u"--profile"_s, u"3"_s}), 0);
+  there([&] { QCoreApplication::sendPostedEvents(door.get()); });
+  const QString url = QUrl::fromLocalFile(folder.path()).toString();
+  EXPECT_EQ(arrived, (QStringList{u"activated"_s, u"toggle "_s, url, u"profile 3"_s}));
+  EXPECT_TRUE(session.asked.isEmpty());
+  there([&] { door.reset(); });
+  thread.quit();
+  thread.wait();
 }
 
 TEST(SingleInstance, WithoutALockTheNameDecides) {

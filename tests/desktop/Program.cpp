@@ -82,7 +82,8 @@ Ended runToEnd(const QString& dataHome, const QStringList& arguments, const QStr
   process.setProcessEnvironment(environment(dataHome));
   process.start(executableOr(executable), arguments);
   const std::optional<int> status = statusOf(process);
-  return {status, QString::fromUtf8(process.readAllStandardError())};
+  return {status, QString::fromUtf8(process.readAllStandardError()),
+          QString::fromUtf8(process.readAllStandardOutput())};
 }
 
 SessionBus::SessionBus() {

@@ -44,6 +44,7 @@ class Program {
 struct Ended {
   std::optional<int> status;
   QString standardError;
+  QString standardOutput;
 };
 Ended runToEnd(const QString& dataHome, const QStringList& arguments, const QString& executable = {});
 
