@@ -42,6 +42,11 @@ void PrivateBus::stop() {
   daemon_.waitForFinished();
 }
 
+void PrivateBus::restart() {
+  stop();
+  start();
+}
+
 void PrivateBus::start() {
   daemon_.setStandardErrorFile(QProcess::nullDevice());
   daemon_.start(u"dbus-daemon"_s,

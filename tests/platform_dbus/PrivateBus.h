@@ -23,6 +23,8 @@ class PrivateBus {
   /// Lets the bus start the service behind `name` by running `program`. Before the first connection.
   void makeStartable(const QString& name, const QString& program);
   void stop();
+  /// A new one in its place, for whoever connects from now on.
+  void restart();
 
  private:
   void start();

@@ -4,6 +4,8 @@
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusReply>
+#include <algorithm>
+#include <utility>
 
 namespace tarnwick {
 namespace {
@@ -24,23 +26,58 @@ const QString& path() {
 
 }  // namespace
 
-DBusSessionApplication::DBusSessionApplication(const QDBusConnection& bus) : bus_(bus) {
+DBusSessionApplication::DBusSessionApplication(const QDBusConnection& bus, Connect connectAgain)
+    : bus_(bus), connectAgain_(std::move(connectAgain)) {
   new DBusApplicationAdaptor(this);
+  nextLook_.setSingleShot(true);
+  connect(&nextLook_, &QTimer::timeout, this, &DBusSessionApplication::lookForBus);
 }
 
-DBusSessionApplication::~DBusSessionApplication() { release(); }
+DBusSessionApplication::~DBusSessionApplication() {
+  release();
+  dropConnection();
+}
+
+QDBusConnection DBusSessionApplication::connectToSession(const QString& name) {
+  return QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);
+}
 
 bool DBusSessionApplication::own() {
   if (!bus_.isConnected()) return false;
   // The object first: whoever starts us by name calls it the moment the name is there.
   if (!listening_ && !bus_.registerObject(path(), this, QDBusConnection::ExportAdaptors)) return false;
+  if (!listening_) {
+    bus_.connect(QString(), u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s, u"Disconnected"_s, this,
+                 SLOT(busWentAway()));
+  }
   listening_ = true;
   const QDBusReply<QDBusConnectionInterface::RegisterServiceReply> reply =
       bus_.interface()->registerService(name(), QDBusConnectionInterface::QueueService);
   return reply.isValid() && reply.value() == QDBusConnectionInterface::ServiceRegistered;
 }
 
+void DBusSessionApplication::busWentAway() {
+  if (!listening_) return;
+  listening_ = false;
+  nextLook_.start(kFirstPauseMs);
+}
+
+void DBusSessionApplication::lookForBus() {
+  const int pause = nextLook_.interval();
+  dropConnection();
+  ownConnection_ = u"tarnwick-session-%1"_s.arg(++connections_);
+  bus_ = connectAgain_(ownConnection_);
+  // Also in line for the name counts: it comes when its holder goes.
+  own();
+  if (!listening_) nextLook_.start(std::min(pause * 2, kLongestPauseMs));
+}
+
+void DBusSessionApplication::dropConnection() {
+  if (!ownConnection_.isEmpty()) QDBusConnection::disconnectFromBus(std::exchange(ownConnection_, {}));
+}
+
 void DBusSessionApplication::release() {
+  nextLook_.stop();
   if (!listening_) return;
   listening_ = false;
   // Whoever asks from now on is told that nobody is here, and asks again.

@@ -2,7 +2,9 @@
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnection>
+#include <QTimer>
 #include <QVariantMap>
+#include <functional>
 #include <memory>
 
 #include "app/ports/SessionApplication.h"
@@ -10,11 +12,16 @@
 namespace tarnwick {
 
 /// The program on the session bus, through the interface that desktop entries with DBusActivatable use:
-/// org.freedesktop.Application under the name of the desktop entry.
+/// org.freedesktop.Application under the name of the desktop entry. When the bus goes while the name is owned, the name
+/// is taken again as soon as a bus is there.
 class DBusSessionApplication final : public SessionApplication {
   Q_OBJECT
  public:
-  explicit DBusSessionApplication(const QDBusConnection& bus = QDBusConnection::sessionBus());
+  /// Makes a new connection of the given name to the session's bus; one that is not connected while there is none.
+  using Connect = std::function<QDBusConnection(const QString& name)>;
+
+  explicit DBusSessionApplication(const QDBusConnection& bus = QDBusConnection::sessionBus(),
+                                  Connect connectAgain = &connectToSession);
   ~DBusSessionApplication() override;
 
   bool isReachable() const override { return bus_.isConnected(); }
@@ -25,11 +32,25 @@ class DBusSessionApplication final : public SessionApplication {
   bool openInOther(const QStringList& urls) override;
   bool actInOther(const QString& action, const QVariantList& parameter) override;
 
+ private Q_SLOTS:
+  void busWentAway();
+
  private:
+  /// Until a bus that went is looked for, in milliseconds; each pause is twice the one before, up to the longest.
+  static constexpr int kFirstPauseMs = 250;
+  static constexpr int kLongestPauseMs = 30'000;
+
+  static QDBusConnection connectToSession(const QString& name);
+  void lookForBus();
+  void dropConnection();
   QString owner() const;
   bool call(const QString& method, const QVariantList& arguments) const;
 
   QDBusConnection bus_;
+  Connect connectAgain_;
+  QString ownConnection_;  ///< The name of one that we made; the first one is not ours.
+  int connections_ = 0;
+  QTimer nextLook_;
   bool listening_ = false;
 };
 
