@@ -134,6 +134,7 @@ void Windows::showSettings() {
     services.tray = [this] { return abilities().tray; };
     services.keys = [this] { return delegate_.keys().capability(); };
     services.edges = [this] { return services_.ports.zones->edges(); };
+    services.feelsOnePixelOnly = [this] { return services_.ports.zones->feelsOnePixelOnly(); };
     services.systemDock = [this] { return services_.ports.preferences->capability(); };
     services.notifications = [this] { return abilities().notifications; };
     services.captureProtection = [this] { return services_.ports.panels->captureProtection(); };

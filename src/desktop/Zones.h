@@ -39,6 +39,8 @@ class ZoneSensor : public QObject {
   /// Whether the edges of the displays can be felt, and a dock put where the edges are. Where they cannot, a dock
   /// stands still in the place that it has.
   virtual Capability edges() const { return Capability::yes(); }
+  /// Whether the outermost pixel of an edge is all that is felt, however thick a request wants the edges.
+  virtual bool feelsOnePixelOnly() const { return false; }
   /// Replaces what is watched; an empty list ends all listening. The zones are up to date when the call returns; what
   /// became different by the call itself is not announced.
   virtual void watch(const QList<ZoneRequest>& requests) = 0;
@@ -49,6 +51,8 @@ class ZoneSensor : public QObject {
  Q_SIGNALS:
   /// A zone was entered or left, or a drag began or ended.
   void changed();
+  /// A press fell on an edge that is watched, and nobody else gets it.
+  void edgePressed(const QString& screen);
 };
 
 }  // namespace tarnwick

@@ -40,6 +40,7 @@ DockController::DockController(AppStore& store, DockPorts ports, ContentFactory 
   connect(ports_.screens, &Screens::changed, this, &DockController::refresh);
   connect(ports_.panels, &Panels::compositingChanged, this, &DockController::refresh);
   connect(ports_.zones, &ZoneSensor::changed, this, &DockController::checkEdge);
+  connect(ports_.zones, &ZoneSensor::edgePressed, this, &DockController::revealAtOnce);
   connect(ports_.motion, &MotionPreference::changed, this, &DockController::refresh);
   connect(&store_, &AppStore::runningAppsChanged, this, [this] {
     if (settings().liveApps) refresh();

@@ -151,10 +151,12 @@ class DockController : public QObject {
 
   // Visibility.
   void updateZones();
+  void revealAtOnce(const QString& display);
   QRectF systemDockAt(const Dock& dock) const;
   bool systemDockMoved() const;
   void platformStateChanged();
   bool isCovered(const Screen& screen) const;
+  QStringList updateCovered();
   DockVisibility::Surroundings surroundings(const Dock& dock) const;
   void setTransitionTimer(bool runs);
   void followKeyboard(const QWindow* window);

@@ -21,6 +21,8 @@ void DockController::updateZones() {
   if (!manuallyHidden_ && !down_ && DockVisibility::hides(settings().layout)) {
     const DockLayout layout = settings().layout;
     for (auto& [id, dock] : docks_) {
+      // Nothing comes there, and to watch an edge may cost its windows clicks.
+      if (dock.covered) continue;
       const bool top = layout == DockLayout::RevealTop;
       dock.systemDock = systemDockAt(dock);
       const double trigger = settings().desktopOptions().triggerSize;
@@ -64,7 +66,7 @@ DockVisibility::Surroundings DockController::surroundings(const Dock& dock) cons
   const bool isFocused = focused_ == dock.screen.id;
   DockVisibility::Surroundings around;
   around.layout = config.layout;
-  around.covered = !isFocused && isCovered(dock.screen);
+  around.covered = dock.covered;
   around.atEdge = !isFocused && DockVisibility::atEdge(config.layout, zones);
   around.interacting = zones.inside || isFocused || (hasActivePanel && hasActivePanel(dock.screen.id)) ||
                        (hasOpenWindow && hasOpenWindow());
@@ -84,7 +86,8 @@ void DockController::checkEdge() {
   bool needsTimer = false;
   bool swapped = false;
   QStringList gone;
-  QStringList coverChanged;
+  const QStringList coverChanged = updateCovered();
+  if (!coverChanged.isEmpty()) updateZones();
   for (auto& [id, dock] : docks_) {
     const DockVisibility::Surroundings around = surroundings(dock);
     const bool wasVisible = dock.visibility.visible;
@@ -92,7 +95,6 @@ void DockController::checkEdge() {
     if (dock.inUse && wasVisible && DockVisibility::reveals(around.layout)) dock.visibility.lastInteraction = now;
     dock.inUse = around.atEdge || around.interacting;
     dock.visibility = DockVisibility::next(dock.visibility, around, now);
-    if (std::exchange(dock.covered, around.covered) != around.covered) coverChanged << id;
     // A window above another keeps that one from being shown without the compositor, seen or not.
     dock.panel->setAboveFullscreen(!around.covered);
     needsTimer = needsTimer || dock.visibility.needsTimer(around);
@@ -108,6 +110,17 @@ void DockController::checkEdge() {
   // Last of all: what goes with them may have this look again.
   for (const QString& id : gone) Q_EMIT goesAway(id);
   for (const QString& id : coverChanged) Q_EMIT coveredChanged(id);
+}
+
+/// Gives the displays for which it is different.
+QStringList DockController::updateCovered() {
+  QStringList changed;
+  for (auto& [id, dock] : docks_) {
+    // One that has the keyboard was asked for by name.
+    const bool covered = focused_ != id && isCovered(dock.screen);
+    if (std::exchange(dock.covered, covered) != covered) changed << id;
+  }
+  return changed;
 }
 
 void DockController::setTransitionTimer(bool runs) {
@@ -135,6 +148,16 @@ void DockController::platformStateChanged() {
   if (std::exchange(fullscreen_, frames) != frames || moved) checkEdge();
 }
 
+/// Without the delay: who presses at the edge has come for the dock.
+void DockController::revealAtOnce(const QString& display) {
+  const auto found = docks_.find(display);
+  if (found != docks_.end() && DockVisibility::reveals(settings().layout)) {
+    found->second.visibility.visible = true;
+    found->second.visibility.lastInteraction = store_.scheduler().reference();
+  }
+  checkEdge();
+}
+
 void DockController::focus() {
   if (manuallyHidden_) toggle();
   const QString main = ports_.screens->mainId();
@@ -147,12 +170,8 @@ void DockController::focus() {
   }
   if (focused_ != found->first) leaveKeyboard();
   focused_ = found->first;
-  // A hidden dock comes at once: the user asked for it by name, not by resting at the edge.
-  if (DockVisibility::reveals(settings().layout)) {
-    found->second.visibility.visible = true;
-    found->second.visibility.lastInteraction = store_.scheduler().reference();
-  }
-  checkEdge();
+  // The user asked for it by name, not by resting at the edge.
+  revealAtOnce(focused_);
   found->second.panel->setKeyboard(Keyboard::Exclusive);
   found->second.container->focusContent();
 }

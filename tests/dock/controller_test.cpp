@@ -235,6 +235,32 @@ TEST_F(DockControllerTest, ADockGoesADelayAfterItsUseEndedHoweverLongThatWas) {
   EXPECT_TRUE(goes());
 }
 
+TEST_F(DockControllerTest, APressAtTheEdgeCallsAHiddenDockAtOnceWhereItMayCome) {
+  useLayout(DockLayout::RevealBottom);
+  zones.put(kAtTheBottom);
+  EXPECT_FALSE(controller.isVisible(u"A"_s));
+  Q_EMIT zones.edgePressed(u"A"_s);
+  EXPECT_TRUE(controller.isVisible(u"A"_s));
+  time.advance(5);
+  EXPECT_TRUE(controller.isVisible(u"A"_s));
+  zones.put(kAway);
+  time.advance(0.6);
+  EXPECT_TRUE(controller.isVisible(u"A"_s));
+  time.advance(0.15);
+  EXPECT_FALSE(controller.isVisible(u"A"_s));
+
+  // Under a film nothing comes, so that the film has its edge to itself; it counts again as soon as the film is over.
+  cover(true);
+  EXPECT_TRUE(zones.watched.isEmpty());
+  Q_EMIT zones.edgePressed(u"A"_s);
+  EXPECT_FALSE(controller.isVisible(u"A"_s));
+  zones.pointer[u"A"_s] = kAtTheBottom;
+  cover(false);
+  EXPECT_EQ(zones.watched.size(), 1);
+  time.advance(0.2);
+  EXPECT_TRUE(controller.isVisible(u"A"_s));
+}
+
 TEST_F(DockControllerTest, ADockWithTheKeyboardStaysUntilTheUserTurnsAway) {
   useLayout(DockLayout::RevealBottom);
   const auto hasDone = [this] {

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QDrag>
 #include <QMimeData>
+#include <QSignalSpy>
 #include <QTimer>
 
 #include "Desk.h"
@@ -73,7 +74,8 @@ TEST(WaylandZoneSensor, FeelsTheEdgesAndThePanel) {
               {{100, 790}, kFirst, {}},
               {{500, 799}, kFirst, {.inside = true, .bottomEdge = true}},
               {{500, 750}, kFirst, {.inside = true}},
-              {{500, 1}, kFirst, {.topEdge = true}},
+              {{100, 798}, kFirst, {}},
+              {{500, 0}, kFirst, {.topEdge = true}},
               {{1500, 399}, kSecond, {.bottomEdge = true}},
               {{500, 400}, kFirst, {}}};
   for (const auto& row : rows) {
@@ -90,7 +92,7 @@ TEST(WaylandZoneSensor, FeelsTheEdgesAndThePanel) {
   one.panel->setInputRegion({});
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return !sensor.zones(kFirst).inside; }));
   desk.settle();
-  desk.sway.moveTo({500, 798});
+  desk.sway.moveTo({500, 799});
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return sensor.zones(kFirst) == PointerZones{.bottomEdge = true}; }));
 
   desk.sway.plugPointer(false);
@@ -102,6 +104,31 @@ TEST(WaylandZoneSensor, FeelsTheEdgesAndThePanel) {
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return sensor.zones(kFirst).inside; }));
   one.panel->setShown(false);
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return !sensor.zones(kFirst).inside; }));
+}
+
+TEST(WaylandZoneSensor, TellsOfAPressOnAnEdgeAndAsksAgainForAStripThatIsLost) {
+  Desk desk;
+  desk.sway.moveTo({640, 400});
+  WaylandZoneSensor sensor(desk.session, desk.screens, desk.panels.pointer());
+  const QSignalSpy presses(&sensor, &ZoneSensor::edgePressed);
+  sensor.watch({{.screen = kSecond, .panel = QRectF()}});
+  const auto isPressed = [&] {
+    const qsizetype before = presses.size();
+    return VirtualDisplay::waitUntil([&] {
+      desk.sway.click({1500, 399});
+      return presses.size() > before;
+    });
+  };
+  ASSERT_TRUE(isPressed());
+  EXPECT_EQ(presses.first(), QVariantList{kSecond});
+  // As the compositor says it.
+  for (const QWindow* window : QGuiApplication::topLevelWindows()) {
+    auto* strip = window->isVisible() ? qobject_cast<LayerWindow*>(RoleWindow::of(window)) : nullptr;
+    if (!strip) continue;
+    Q_EMIT strip->closed();
+    EXPECT_FALSE(window->isVisible());
+  }
+  EXPECT_TRUE(isPressed());
 }
 
 TEST(WaylandZoneSensor, FeelsADragOverAnEdge) {

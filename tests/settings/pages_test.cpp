@@ -61,6 +61,15 @@ TEST_F(SettingsPagesTest, ALayoutShowsTheRowsThatItUses) {
   }
 }
 
+TEST_F(SettingsPagesTest, TheTriggerAreaSaysWhereItIsOnePixelWhateverIsSet) {
+  services.feelsOnePixelOnly = [] { return true; };
+  store().edit([](DockConfiguration& config) { config.layout = DockLayout::RevealBottom; });
+  turnTo("layout");
+  const auto* slider = control<Slider>("Trigger area");
+  ASSERT_TRUE(slider);
+  EXPECT_EQ(slider->accessibleDescription(), u"On this desktop the outermost pixel is all that is felt."_s);
+}
+
 TEST_F(SettingsPagesTest, SlidersGoOverTheirWholeRangeAndStoreAtOnce) {
   store().edit([](DockConfiguration& config) { config.layout = DockLayout::RevealBottom; });
   struct Case {

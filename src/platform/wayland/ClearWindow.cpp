@@ -1,7 +1,6 @@
 #include "platform/wayland/ClearWindow.h"
 
-#include <QScreen>
-#include <chrono>
+#include <algorithm>
 #include <utility>
 
 namespace tarnwick {
@@ -11,6 +10,8 @@ namespace {
 constexpr int kSide = 60;
 /// Time to look at what came and to touch it.
 constexpr std::chrono::milliseconds kAfterATouch{2500};
+constexpr std::chrono::milliseconds kFirstPause{250};
+constexpr std::chrono::milliseconds kLongestPause{8000};
 
 }  // namespace
 
@@ -25,24 +26,41 @@ ClearWindow::ClearWindow(const WaylandSession& session) : session_(session) {
   connect(&lingering_, &QTimer::timeout, this, &ClearWindow::forgetPointer);
   layer_ = new LayerWindow(session, *this);
   connect(layer_, &LayerWindow::dropped, this, [this] { viewport_.reset(); });
-  connect(layer_, &LayerWindow::closed, this, [this] {
-    setVisible(false);
-    forgetPointer();
+  connect(layer_, &LayerWindow::closed, this, &ClearWindow::lose);
+  again_.setSingleShot(true);
+  connect(&again_, &QTimer::timeout, this, [this] {
+    if (target_) stand();
   });
 }
 
 ClearWindow::~ClearWindow() { destroy(); }
 
 void ClearWindow::stand(QScreen& target, const QRect& withinScreen, const LayerLook& look) {
-  if (isVisible() && screen() != &target) setVisible(false);
-  setGeometry(QRect(target.geometry().topLeft() + withinScreen.topLeft(), withinScreen.size()));
-  layer_->setScreen(target);
-  layer_->setLook(look);
+  target_ = &target;
+  place_ = withinScreen;
+  look_ = look;
+  again_.stop();
+  pause_ = kFirstPause;
+  stand();
+}
+
+void ClearWindow::stand() {
+  if (isVisible() && screen() != target_) setVisible(false);
+  setGeometry(QRect(target_->geometry().topLeft() + place_.topLeft(), place_.size()));
+  layer_->setScreen(*target_);
+  layer_->setLook(look_);
   if (!isVisible()) {
     layer_->prepare();
     setVisible(true);
   }
   clear();
+}
+
+void ClearWindow::lose() {
+  setVisible(false);
+  forgetPointer();
+  again_.start(pause_);
+  pause_ = std::min(pause_ * 2, kLongestPause);
 }
 
 void ClearWindow::clear() {

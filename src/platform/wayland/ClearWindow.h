@@ -1,14 +1,18 @@
 #pragma once
 
+#include <QPointer>
+#include <QScreen>
 #include <QTimer>
 #include <QWindow>
+#include <chrono>
 
 #include "platform/wayland/LayerWindow.h"
 
 namespace tarnwick {
 
 /// A window that nobody sees and that may still meet the pointer, or keep space free. It costs no memory: one clear
-/// pixel is stretched over it. Hidden when made. The session must outlive it.
+/// pixel is stretched over it. Hidden when made. Where the compositor has no place for it, or takes the place away, it
+/// asks again, with growing pauses. The session must outlive it.
 class ClearWindow final : public QWindow {
   Q_OBJECT
  public:
@@ -33,6 +37,8 @@ class ClearWindow final : public QWindow {
   bool event(QEvent* event) override;
 
  private:
+  void stand();
+  void lose();
   void clear();
   void meet(bool isMet, bool isDraggedOver);
 
@@ -41,6 +47,11 @@ class ClearWindow final : public QWindow {
   WaylandOwned<wl_buffer> buffer_;
   WaylandOwned<wp_viewport> viewport_;
   QTimer lingering_;
+  QTimer again_;
+  std::chrono::milliseconds pause_{};  ///< Before it asks again the next time.
+  QPointer<QScreen> target_;
+  QRect place_;  ///< Within that screen.
+  LayerLook look_;
   bool isMet_ = false;
   bool isDraggedOver_ = false;
 };

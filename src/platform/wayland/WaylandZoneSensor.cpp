@@ -7,11 +7,6 @@
 #include "desktop/ZoneMath.h"
 
 namespace tarnwick {
-namespace {
-
-constexpr double kLeastThickness = 2;
-
-}  // namespace
 
 WaylandZoneSensor::WaylandZoneSensor(const WaylandSession& session, const WaylandScreens& screens,
                                      const PanelPointer& pointer)
@@ -40,15 +35,15 @@ void WaylandZoneSensor::layOut() {
     QScreen* screen = screens_.native(request.screen);
     if (!screen) continue;
     const QSize size = screen->size();
-    const int thickness = qCeil(std::max(request.triggerSize, kLeastThickness));
     Strips& strips = strips_[request.screen];
-    stand(strips.top, request.watchesTop, *screen, QRect(0, 0, size.width(), thickness));
-    stand(strips.bottom, request.watchesBottom, *screen, QRect(0, size.height() - thickness, size.width(), thickness));
+    const QRect top(0, 0, size.width(), kThickness);
+    stand(strips.top, request.watchesTop, request.screen, top);
+    stand(strips.bottom, request.watchesBottom, request.screen, top.translated(0, size.height() - kThickness));
   }
   publishLater();
 }
 
-void WaylandZoneSensor::stand(std::unique_ptr<ClearWindow>& strip, bool wanted, QScreen& screen,
+void WaylandZoneSensor::stand(std::unique_ptr<ClearWindow>& strip, bool wanted, const QString& id,
                               const QRect& withinScreen) {
   if (!wanted) {
     strip.reset();
@@ -57,7 +52,11 @@ void WaylandZoneSensor::stand(std::unique_ptr<ClearWindow>& strip, bool wanted, 
   if (!strip) {
     strip = std::make_unique<ClearWindow>(session_);
     connect(strip.get(), &ClearWindow::pointerChanged, this, &WaylandZoneSensor::publishLater);
+    // It is not destroyed while it tells of the press.
+    const auto tell = [this, id] { Q_EMIT edgePressed(id); };
+    connect(strip.get(), &ClearWindow::pressed, this, tell, Qt::QueuedConnection);
   }
+  QScreen& screen = *screens_.native(id);
   const QPoint corner = screen.geometry().topLeft() + withinScreen.topLeft();
   strip->setInput(QRegion(QRect(QPoint(), withinScreen.size())) - pointer_.area().translated(-corner));
   const bool stands = strip->isVisible() && strip->screen() == &screen;
@@ -100,7 +99,7 @@ PointerZones WaylandZoneSensor::zonesOf(const ZoneRequest& request) const {
   const QRectF frame = screens_.screen(request.screen).frame;
   PointerZones zones;
   if (const auto place = pointer_.place(); place && frame.contains(*place)) {
-    zones = ZoneMath::zones(*place, frame, request.panel, request.triggerSize);
+    zones = ZoneMath::zones(*place, frame, request.panel, kThickness);
     zones.inside = true;
   }
   if (strips == strips_.end()) return zones;

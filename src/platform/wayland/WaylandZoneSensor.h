@@ -12,26 +12,30 @@
 namespace tarnwick {
 
 /// Feels the edges by clear strips along them, above all other windows but cut out where a panel of ours takes clicks;
-/// what is over a panel the panel tells. A strip takes the clicks that fall on it, so that there are none at edges that
-/// nobody asks for. Only a drag over a strip or a panel is seen. What it is made with must outlive it.
+/// what is over a panel the panel tells. A strip takes the clicks that fall on it: so it is one pixel thick however much
+/// is asked for, there is none at edges that nobody asks for, and a press on one is told. Only a drag over a strip or a
+/// panel is seen. What it is made with must outlive it.
 class WaylandZoneSensor final : public ZoneSensor {
   Q_OBJECT
  public:
   WaylandZoneSensor(const WaylandSession& session, const WaylandScreens& screens, const PanelPointer& pointer);
   ~WaylandZoneSensor() override;
 
+  bool feelsOnePixelOnly() const override { return true; }
   void watch(const QList<ZoneRequest>& requests) override;
   PointerZones zones(const QString& screen) const override { return zones_.value(screen); }
   bool isDragging() const override { return isDragging_; }
 
  private:
+  static constexpr int kThickness = 1;
+
   struct Strips {
     std::unique_ptr<ClearWindow> top;
     std::unique_ptr<ClearWindow> bottom;
   };
 
   void layOut();
-  void stand(std::unique_ptr<ClearWindow>& strip, bool wanted, QScreen& screen, const QRect& withinScreen);
+  void stand(std::unique_ptr<ClearWindow>& strip, bool wanted, const QString& id, const QRect& withinScreen);
   void forgetPointer();
   void publishLater();
   void publish();

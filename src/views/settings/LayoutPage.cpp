@@ -117,10 +117,11 @@ class LayoutPage final : public SettingsPage {
                          QT_TRANSLATE_NOOP("Settings", "How long the dock stays once the pointer has left it.")},
                         settingField(&DesktopOptions::revealHideDelay), hide),
               reveals);
+    const char* felt = services_.feelsOnePixelOnly && services_.feelsOnePixelOnly()
+                           ? QT_TRANSLATE_NOOP("Settings", "On this desktop the outermost pixel is all that is felt.")
+                           : QT_TRANSLATE_NOOP("Settings", "How far from the edge the pointer counts as at it.");
     showWhile(
-        addSlider(card,
-                  {QT_TRANSLATE_NOOP("Settings", "Trigger area"),
-                   QT_TRANSLATE_NOOP("Settings", "How far from the edge the pointer counts as at it.")},
+        addSlider(card, {QT_TRANSLATE_NOOP("Settings", "Trigger area"), felt},
                   settingField(&DesktopOptions::triggerSize), {1, 30, 1, QT_TRANSLATE_NOOP("Settings", "%1 px"), 0}),
         hasTrigger);
   }

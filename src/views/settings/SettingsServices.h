@@ -47,6 +47,7 @@ struct SettingsServices {
 
   std::function<Capability()> keys{};
   std::function<Capability()> edges{};       ///< Whether docks can come out at the edges of the screen.
+  std::function<bool()> feelsOnePixelOnly{};  ///< Whether the trigger area is the outermost pixel whatever is set.
   std::function<Capability()> systemDock{};  ///< Whether there is a dock of the system's that can be hidden.
   std::function<Capability()> notifications{};
   std::function<Capability()> tray{};               ///< Whether there is a place for the status item.
