@@ -1,23 +1,29 @@
 #include "base/DurableFile.h"
 
+#include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <memory>
 #include <system_error>
 
 #include "base/DomainError.h"
 #include "base/FileDescriptor.h"
+#include "base/SmallFile.h"
 
 namespace tarnwick {
 namespace {
 
-constexpr off_t kLargest = 64 * 1024 * 1024;
+constexpr QByteArrayView kDraftBegins = ".tarnwick-";
+constexpr QByteArrayView kDraftEnds = ".tmp";
 constexpr int kMostLinks = 40;
 constexpr mode_t kUsualFile = 0666;
 constexpr mode_t kPrivateFolder = 0700;
@@ -74,15 +80,21 @@ std::optional<mode_t> finalMode(const QByteArray& target, std::optional<unsigned
   return wanted ? *wanted : status.st_mode & 07777;
 }
 
-/// The new file while it is being written; removed again unless it took the place of the old one.
+bool isDraft(QByteArrayView name) {
+  if (!name.startsWith(kDraftBegins) || !name.endsWith(kDraftEnds)) return false;
+  const QByteArrayView number = name.sliced(kDraftBegins.size()).chopped(kDraftEnds.size());
+  return !number.isEmpty() && number.size() <= 16 && std::ranges::all_of(number, [](char c) {
+    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f');
+  });
+}
+
+/// The new file while it is being written; removed again unless it took the place of the old one. It is locked as long
+/// as it is in use, so that one that a kill left behind can be told from one that is needed.
 class Draft {
  public:
   Draft(const QByteArray& target, std::optional<mode_t> mode) : target_(target) {
-    const QByteArray name = QByteArray::number(QRandomGenerator::system()->generate64(), 16);
-    path_ = folderOf(target) + "/.tarnwick-" + name + ".tmp";
-    file_ = openFile(path_, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, mode.value_or(kUsualFile));
-    if (!file_) fail(kUnwritable, target_, errno);
-    exists_ = true;
+    do open(mode);
+    while (wasRemoved());
     // The mode of a new file went through the user's mask; one that was asked for is meant to the letter.
     if (mode && ::fchmod(file_.number(), *mode) != 0) abandon(errno);
   }
@@ -111,6 +123,22 @@ class Draft {
   }
 
  private:
+  void open(std::optional<mode_t> mode) {
+    const QByteArray name = QByteArray::number(QRandomGenerator::system()->generate64(), 16);
+    path_ = folderOf(target_) + '/' + kDraftBegins.toByteArray() + name + kDraftEnds.toByteArray();
+    file_ = openFile(path_, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, mode.value_or(kUsualFile));
+    if (!file_) fail(kUnwritable, target_, errno);
+    exists_ = true;
+    // The file is closed before it takes its place, to hear of late failures; its lock stays.
+    lock_ = FileDescriptor(::fcntl(file_.number(), F_DUPFD_CLOEXEC, 0));
+    // Where there are no locks nothing is ever tidied away.
+    uninterrupted([&] { return ::flock(file_.number(), LOCK_EX); });
+  }
+  /// Whether it was tidied away between its coming and its lock.
+  bool wasRemoved() {
+    struct stat status;
+    return ::fstat(file_.number(), &status) == 0 && status.st_nlink == 0;
+  }
   [[noreturn]] void abandon(int code) {
     remove();
     fail(kUnwritable, target_, code);
@@ -122,8 +150,23 @@ class Draft {
   QByteArray target_;
   QByteArray path_;
   FileDescriptor file_;
+  FileDescriptor lock_;
   bool exists_ = false;
 };
+
+void removeLeftoversIn(const QByteArray& folder) {
+  const std::unique_ptr<DIR, int (*)(DIR*)> listing(::opendir(folder.constData()), &::closedir);
+  if (!listing) return;
+  const int at = ::dirfd(listing.get());
+  while (const dirent* entry = ::readdir(listing.get())) {
+    if (!isDraft(entry->d_name)) continue;
+    const FileDescriptor file(::openat(at, entry->d_name, O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC));
+    struct stat status;
+    if (!file || ::fstat(file.number(), &status) != 0) continue;
+    if (!S_ISREG(status.st_mode) || status.st_uid != ::geteuid()) continue;
+    if (::flock(file.number(), LOCK_EX | LOCK_NB) == 0) ::unlinkat(at, entry->d_name, 0);
+  }
+}
 
 /// Waits until the disk has what was written to a file or entered into a folder.
 bool reachDisk(const QByteArray& path) {
@@ -144,23 +187,14 @@ void makeFolder(const QByteArray& path) {
   fail(kNoFolder, path, there ? ENOTDIR : code);
 }
 
-QByteArray readAll(const FileDescriptor& file, const QByteArray& path) {
+/// Whether a path leads to nothing because nobody made anything there, rather than because a link on the way leads
+/// nowhere.
+bool isNobodysName(const QByteArray& path) {
   struct stat status;
-  if (::fstat(file.number(), &status) != 0) fail(kUnreadable, path, errno);
-  if (S_ISDIR(status.st_mode)) fail(kUnreadable, path, EISDIR);
-  if (!S_ISREG(status.st_mode)) fail(kUnreadable, path, EINVAL);
-  if (status.st_size > kLargest) fail(kUnreadable, path, EFBIG);
-  QByteArray data(status.st_size, Qt::Uninitialized);
-  qsizetype filled = 0;
-  while (filled < data.size()) {
-    const ssize_t got = uninterrupted(
-        [&] { return ::read(file.number(), data.data() + filled, static_cast<size_t>(data.size() - filled)); });
-    if (got < 0) fail(kUnreadable, path, errno);
-    if (got == 0) break;
-    filled += got;
-  }
-  data.truncate(filled);
-  return data;
+  if (::lstat(path.constData(), &status) == 0) return false;
+  const QByteArray folder = folderOf(path);
+  if (folder == path || ::stat(folder.constData(), &status) == 0) return true;
+  return isNobodysName(folder);
 }
 
 }  // namespace
@@ -196,6 +230,20 @@ void DurableFile::write(const QByteArray& data, const QString& path) {
   if (!reachDisk(target) || !reachDisk(folderOf(target))) fail(kUnwritable, target, EIO);
 }
 
+bool DurableFile::folderReachesDisk(const QString& path) {
+  return reachDisk(folderOf(followLinks(QFile::encodeName(path))));
+}
+
+void DurableFile::removeLeftovers(const QString& path) {
+  const QByteArray name = QFile::encodeName(path);
+  removeLeftoversIn(folderOf(name));
+  try {
+    if (const QByteArray target = followLinks(name); target != name) removeLeftoversIn(folderOf(target));
+  } catch (const DomainError&) {
+    // A link that leads in a circle: nothing was ever written behind it.
+  }
+}
+
 void DurableFile::makeParent(const QString& path) { makeFolder(folderOf(QFile::encodeName(path))); }
 
 QByteArray DurableFile::read(const QString& path) {
@@ -208,9 +256,14 @@ std::optional<QByteArray> DurableFile::readIfPresent(const QString& path) {
   const QByteArray name = QFile::encodeName(path);
   // Without waiting: a pipe under the name of a file must not hold up the start.
   const FileDescriptor file = openFile(name, O_RDONLY | O_NONBLOCK);
-  if (file) return readAll(file, name);
-  if (errno == ENOENT || errno == ENOTDIR) return std::nullopt;
-  fail(kUnreadable, name, errno);
+  if (file) {
+    auto data = SmallFile::read(file.number(), kMostBytes);
+    if (!data) fail(kUnreadable, name, errno);
+    return data;
+  }
+  const int code = errno;
+  if (code == ENOTDIR || (code == ENOENT && isNobodysName(name))) return std::nullopt;
+  fail(kUnreadable, name, code);
 }
 
 void DurableFile::rename(const QString& from, const QString& to) {

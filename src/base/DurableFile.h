@@ -12,6 +12,8 @@ namespace tarnwick {
 struct DurableFile {
   /// Readable and writable by its owner alone.
   static constexpr unsigned kPrivate = 0600;
+  /// More than this is not read.
+  static constexpr qint64 kMostBytes = 64 * 1024 * 1024;
 
   /// Replaces the file's content at once. The folder must exist. `mode` are its permissions from the first byte on;
   /// without one an existing file keeps its own and a new one gets the user's default. Only regular files are replaced.
@@ -38,12 +40,21 @@ struct DurableFile {
   /// can't be asked or doesn't confirm; the file may be there then.
   static void write(const QByteArray& data, const QString& path);
 
+  /// Waits until the disk has what changed in the folder of a file: that it is there, under this name. False when it
+  /// can't be asked or doesn't confirm.
+  static bool folderReachesDisk(const QString& path);
+
+  /// Removes what writes that were killed left behind beside a file: never what a write under way still needs, in this
+  /// process or another, and nothing that is not the user's own.
+  static void removeLeftovers(const QString& path);
+
   /// Makes the folders above a path that are missing, for their owner alone.
   static void makeParent(const QString& path);
 
-  /// The content of a regular file of at most 64 MiB.
+  /// The content of a regular file of at most kMostBytes.
   static QByteArray read(const QString& path);
-  /// The same, absent when there is no such file.
+  /// The same, absent when there is no such name at all. A name that leads nowhere (a link to a disk that is not there)
+  /// can't be read, which is a failure.
   static std::optional<QByteArray> readIfPresent(const QString& path);
 
   /// Gives a file or folder another name in the same file system, replacing a file that has it.

@@ -5,7 +5,7 @@
 #include <QSet>
 #include <array>
 
-#include "files/WholeFile.h"
+#include "base/SmallFile.h"
 
 namespace tarnwick {
 
@@ -126,7 +126,7 @@ QList<Bookmark> Bookmarks::read(const QStringList& files, const std::stop_token&
   QSet<QUrl> known;
   for (const QString& file : files) {
     if (stop.stop_requested()) break;
-    const QByteArray text = wholeFile(file, kMostBytes);
+    const QByteArray text = SmallFile::read(file, kMostBytes).value_or(QByteArray());
     for (Bookmark& each : bookmarksOf(file, text)) {
       if (known.contains(each.address) || all.size() >= BookmarkText::most) continue;
       known.insert(each.address);

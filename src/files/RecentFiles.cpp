@@ -6,7 +6,7 @@
 #include <QXmlStreamReader>
 #include <algorithm>
 
-#include "files/WholeFile.h"
+#include "base/SmallFile.h"
 
 namespace tarnwick {
 
@@ -72,7 +72,8 @@ void RecentFiles::setFixed(const QList<RecentFile>& list) {
 void RecentFiles::read() {
   work_.start(
       [file = file_](const std::stop_token& stop) {
-        return stillThere(parse(wholeFile(file, RecentFiles::kMostBytes)), stop);
+        const auto text = SmallFile::read(file, RecentFiles::kMostBytes);
+        return stillThere(parse(text.value_or(QByteArray())), stop);
       },
       [this](QList<RecentFile> list) {
         if (loaded_ && list == list_) return;

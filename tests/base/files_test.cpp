@@ -1,9 +1,16 @@
 #include <gmock/gmock.h>
 
+#include <fcntl.h>
+#include <sys/file.h>
+
+#include <atomic>
 #include <cstring>
+#include <thread>
 
 #include "base/DurableFile.h"
+#include "base/FileDescriptor.h"
 #include "base/ProgramKeys.h"
+#include "base/SmallFile.h"
 #include "support/FileTest.h"
 
 namespace tarnwick {
@@ -112,6 +119,63 @@ TEST_F(Files, ForJournalsMakeTheirFoldersAndFailWhenTheDiskCannotConfirm) {
   EXPECT_EQ(entries(), (QStringList{u"a"_s, u"f"_s}));
 }
 
+TEST_F(Files, ThatKilledWritesLeftBehindAreRemovedAndNothingElse) {
+  const QStringList others{u".tarnwick-xyz.tmp"_s, u".tarnwick-.tmp"_s, u".tarnwick-12.tmp.old"_s,
+                           u".tarnwick-0123456789abcdef0.tmp"_s, u"tarnwick-12.tmp"_s};
+  for (const QString& name : others) put(name, "x");
+  for (const auto& name : {u".tarnwick-12ab.tmp"_s, u".tarnwick-0123456789abcdef.tmp"_s}) put(name, "left");
+  ASSERT_TRUE(QDir(folder_.path()).mkdir(u".tarnwick-1.tmp"_s));
+  ASSERT_TRUE(QFile::link(at(u"real"_s), at(u".tarnwick-2.tmp"_s)));
+  ASSERT_EQ(::mkfifo(encoded(u".tarnwick-3.tmp"_s).constData(), 0600), 0);
+  put(u".tarnwick-4.tmp"_s, "being written");
+  const FileDescriptor writing(::open(encoded(u".tarnwick-4.tmp"_s).constData(), O_WRONLY));
+  ASSERT_EQ(::flock(writing.number(), LOCK_EX), 0);
+  put(u"real/.tarnwick-5.tmp"_s, "left behind a link");
+  ASSERT_TRUE(QFile::link(u"real/f"_s, at(u"f"_s)));
+  DurableFile::removeLeftovers(at(u"f"_s));
+  QStringList expected = others;
+  expected << u".tarnwick-1.tmp"_s << u".tarnwick-2.tmp"_s << u".tarnwick-3.tmp"_s << u".tarnwick-4.tmp"_s << u"f"_s
+           << u"real"_s;
+  QStringList left = entries();
+  left.sort();
+  expected.sort();
+  EXPECT_EQ(left, expected);
+  EXPECT_TRUE(QDir(at(u"real"_s)).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
+}
+
+TEST_F(Files, AreWrittenWhileSomebodyTidiesUp) {
+  std::atomic<bool> done = false;
+  std::thread tidying([&] {
+    while (!done) DurableFile::removeLeftovers(at(u"f"_s));
+  });
+  std::string failure;
+  for (int i = 0; i < 500 && failure.empty(); ++i) {
+    failure = failureOf([&] { DurableFile::writeAtomically(QByteArray::number(i), at(u"f"_s)); });
+  }
+  done = true;
+  tidying.join();
+  EXPECT_EQ(failure, "");
+  EXPECT_EQ(content(u"f"_s), "499");
+}
+
+TEST_F(Files, AreReadUpToALimit) {
+  put(u"f"_s, "12345");
+  makeOddities();
+  EXPECT_EQ(SmallFile::read(at(u"f"_s), 5), "12345");
+  const std::pair<QString, int> refused[] = {
+      {u"f"_s, EFBIG}, {u"folder"_s, EISDIR}, {u"pipe"_s, EINVAL}, {u"missing"_s, ENOENT}};
+  for (const auto& [name, reason] : refused) {
+    errno = 0;
+    EXPECT_EQ(SmallFile::read(at(name), 4), std::nullopt);
+    EXPECT_EQ(errno, reason);
+  }
+  // It says that it is empty, and gives more at every reading.
+  const auto status = SmallFile::read(u"/proc/self/status"_s, 1 << 20);
+  ASSERT_TRUE(status);
+  EXPECT_TRUE(status->startsWith("Name:") && status->contains("Threads:"));
+  EXPECT_EQ(SmallFile::read(u"/proc/self/status"_s, 100), std::nullopt);
+}
+
 TEST_F(Files, AreReadOrMissingOrUnreadable) {
   makeOddities();
   put(u"f"_s, "data");
@@ -125,7 +189,8 @@ TEST_F(Files, AreReadOrMissingOrUnreadable) {
     EXPECT_EQ(DurableFile::readIfPresent(at(name)), std::nullopt);
     EXPECT_THAT(failureOf([&] { DurableFile::read(at(name)); }), HasSubstr("could not be read"));
   }
-  for (const auto& name : {u"folder"_s, u"pipe"_s, u"loop"_s, u"huge"_s}) {
+  ASSERT_TRUE(QFile::link(at(u"unmounted"_s), at(u"dangling"_s)));
+  for (const auto& name : {u"folder"_s, u"pipe"_s, u"loop"_s, u"huge"_s, u"dangling"_s, u"dangling/f"_s}) {
     EXPECT_THAT(failureOf([&] { DurableFile::readIfPresent(at(name)); }), HasSubstr("could not be read"));
   }
 }

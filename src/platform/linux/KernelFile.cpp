@@ -5,7 +5,8 @@
 
 #include <QDir>
 #include <algorithm>
-#include <cerrno>
+
+#include "base/SmallFile.h"
 
 namespace tarnwick {
 namespace {
@@ -34,15 +35,14 @@ std::optional<std::string_view> KernelFile::read(std::size_t limit) {
   while (length < limit) {
     if (buffer_.size() == length) buffer_.resize(std::max(kFirstBuffer, buffer_.size() * 2));
     const std::size_t room = std::min(buffer_.size(), limit) - length;
-    const ssize_t count = ::pread(descriptor_, buffer_.data() + length, room, static_cast<off_t>(length));
-    if (count < 0 && errno == EINTR) continue;
+    const ssize_t count = SmallFile::readAt(descriptor_, static_cast<off_t>(length), buffer_.data() + length, room);
     if (count < 0) {
       // The device behind the file may be gone; a new one under the same path needs a new descriptor.
       close();
       return std::nullopt;
     }
-    if (count == 0) break;
     length += static_cast<std::size_t>(count);
+    if (static_cast<std::size_t>(count) < room) break;
   }
   return std::string_view(buffer_).substr(0, length);
 }

@@ -15,6 +15,7 @@
 
 #include "base/DomainError.h"
 #include "base/FileDescriptor.h"
+#include "base/SmallFile.h"
 
 namespace tarnwick {
 namespace {
@@ -35,7 +36,7 @@ std::string_view readSmall(int processes, qint32 pid, const char* file, Buffer& 
   std::snprintf(path.data(), path.size(), "%d/%s", pid, file);
   const FileDescriptor opened(::openat(processes, path.data(), O_RDONLY | O_CLOEXEC));
   if (!opened) return {};
-  const ssize_t count = ::read(opened.number(), buffer.data(), buffer.size());
+  const ssize_t count = SmallFile::readAt(opened.number(), 0, buffer.data(), buffer.size());
   return {buffer.data(), count > 0 ? static_cast<std::size_t>(count) : 0};
 }
 
