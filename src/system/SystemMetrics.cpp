@@ -16,9 +16,9 @@ SystemMetrics::SystemMetrics(std::unique_ptr<SystemCounters> counters, const Sch
 SystemMetrics::~SystemMetrics() = default;
 
 void SystemMetrics::sample() {
-  const bool slow = samplesUntilSlowRefresh_ < 1;
-  samplesUntilSlowRefresh_ = slow ? slowRefreshInterval : samplesUntilSlowRefresh_ - 1;
-  snapshot_ = sampler_.sample(*counters_, slow, clock_.reference());
+  const bool due = samplesUntilSlowRefresh_ < 1;
+  samplesUntilSlowRefresh_ = due ? slowRefreshInterval : samplesUntilSlowRefresh_ - 1;
+  snapshot_ = sampler_.sample(*counters_, due || counters_->awaitsSlowReading(), clock_.reference());
   append(cpuHistory_, snapshot_.cpu);
   append(ramHistory_, snapshot_.memory);
   append(networkHistory_, snapshot_.download + snapshot_.upload);

@@ -39,7 +39,7 @@ class SystemMetrics final : public QObject {
   int samplesUntilSlowRefresh() const { return samplesUntilSlowRefresh_; }
 
   /// Takes one snapshot, appends to the histories and announces both at once. The first one, and then every sixteenth,
-  /// includes the slow readings.
+  /// includes the slow readings; so do those that come before there was a first answer to them.
   void sample();
 
  Q_SIGNALS:

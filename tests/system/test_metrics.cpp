@@ -20,6 +20,7 @@ struct SetCounters final : SystemCounters {
   std::optional<DiskReading> diskNow;
   std::optional<double> battery;
   int slowReadings = 0;
+  bool awaits = false;
 
   std::optional<ProcessorTicks> processorTicks() override { return ticks; }
   std::optional<MemoryReading> memory() override { return memoryNow; }
@@ -30,6 +31,7 @@ struct SetCounters final : SystemCounters {
   }
   std::optional<double> batteryCharge() override { return battery; }
   BatteryFlow batteryFlow() override { return BatteryFlow::Charging; }
+  bool awaitsSlowReading() const override { return awaits; }
 };
 
 TEST(SystemSampler, ProcessorLoadIsTheShareOfWhatWasNotIdle) {
@@ -124,6 +126,23 @@ TEST(SystemSampler, FastSamplesReuseTheSlowReadings) {
 
   counters.diskNow = std::nullopt;
   EXPECT_DOUBLE_EQ(sampler.sample(counters, true, 8.0).diskFree, 500 * kGiga) << "a failed read keeps the last";
+}
+
+TEST(SystemMetrics, ASlowReadingThatDidNotAnswerIsAskedForAgainAtTheNextSample) {
+  auto owned = std::make_unique<SetCounters>();
+  auto& counters = *owned;
+  test::TestScheduler clock;
+  SystemMetrics metrics(std::move(owned), clock);
+  counters.awaits = true;
+  metrics.sample();
+  metrics.sample();
+  counters.diskNow = DiskReading{500 * kGiga, 125 * kGiga};
+  metrics.sample();
+  EXPECT_EQ(counters.slowReadings, 3);
+  EXPECT_DOUBLE_EQ(metrics.snapshot().disk, 75.0);
+  counters.awaits = false;
+  metrics.sample();
+  EXPECT_EQ(counters.slowReadings, 3);
 }
 
 TEST(SystemMetrics, TheFirstSampleIsSlowAndThenEverySixteenthAndHistoriesKeepTheLastForty) {

@@ -25,6 +25,7 @@ class LinuxSystemCounters final : public SystemCounters {
   std::optional<DiskReading> disk() override { return disk_.value(); }
   std::optional<double> batteryCharge() override;
   BatteryFlow batteryFlow() override { return batteryFlow_; }
+  bool awaitsSlowReading() const override { return disk_.isAwaited() || battery_.isAwaited(); }
 
  private:
   void findDevices(const std::vector<ProcText::Interface>& interfaces);

@@ -48,6 +48,8 @@ class SystemCounters {
   virtual std::optional<double> batteryCharge() = 0;
   /// As old as the charge that was told last.
   virtual BatteryFlow batteryFlow() { return BatteryFlow::Unknown; }
+  /// Whether the disk or the battery was asked for and has never answered yet, so that asking again soon is worth it.
+  virtual bool awaitsSlowReading() const { return false; }
 };
 
 }  // namespace tarnwick
