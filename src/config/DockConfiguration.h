@@ -57,6 +57,8 @@ struct DockConfiguration {
   /// for the first fault that can't. Runs on every load and every save. After a throw the value may be repaired in
   /// part.
   void validate();
+  /// Whether an option of that key is refused, because what it holds belongs in the keyring.
+  static bool isCredential(const QString& key);
   /// A widget as it would leave validation alone in a new configuration. Throws like `validate`.
   static DockWidget validated(const DockWidget& widget);
 

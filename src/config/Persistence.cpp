@@ -1,15 +1,35 @@
 #include "config/Persistence.h"
 
+#include <QCoreApplication>
 #include <QJsonDocument>
 
+#include "base/DomainError.h"
 #include "base/DurableFile.h"
+#include "base/RecordSize.h"
 
 namespace tarnwick {
+namespace {
+
+QByteArray written(const DockConfiguration& configuration) {
+  return RecordCodec::toBytes(configuration, QJsonDocument::Indented);
+}
+
+}  // namespace
 
 QByteArray Persistence::encode(const DockConfiguration& configuration) {
   DockConfiguration valid = configuration;
   valid.validate();
-  return RecordCodec::toBytes(valid, QJsonDocument::Indented);
+  QByteArray json = written(valid);
+  if (json.size() > DurableFile::kMostBytes) {
+    throw DomainError::invalid(
+        QCoreApplication::translate("Persistence", "They would be larger than 64 MB and could not be read again."));
+  }
+  return json;
+}
+
+bool Persistence::isTooLarge(const DockConfiguration& configuration) {
+  return RecordSize::atMost(configuration) > DurableFile::kMostBytes &&
+         written(configuration).size() > DurableFile::kMostBytes;
 }
 
 DockConfiguration Persistence::decode(const QByteArray& json) {
@@ -21,7 +41,10 @@ DockConfiguration Persistence::decode(const QByteArray& json) {
 DockConfiguration Persistence::read(const QString& path) { return decode(DurableFile::read(path)); }
 
 void Persistence::save(const DockConfiguration& configuration, const QString& path) {
-  const QByteArray json = encode(configuration);
+  save(encode(configuration), path);
+}
+
+void Persistence::save(const QByteArray& json, const QString& path) {
   DurableFile::makeParent(path);
   DurableFile::writeAtomically(json, path, DurableFile::kPrivate);
 }

@@ -23,13 +23,15 @@ SettingsLoader::Result recover(const QString& path, qint64 unixSeconds, const Do
     return {{},
             false,
             QCoreApplication::translate("SettingsLoader", "Settings recovery could not preserve the original file. ") +
-                blocked.message()};
+                blocked.message(),
+            SettingsLoader::Origin::Recovery};
   }
   return {
       {},
       true,
       QCoreApplication::translate("SettingsLoader", "Could not load settings. The original file was preserved as ") +
-          name + u". "_s + failure.message()};
+          name + u". "_s + failure.message(),
+      SettingsLoader::Origin::Recovery};
 }
 
 }  // namespace
@@ -42,9 +44,9 @@ SettingsLoader::Result SettingsLoader::load(const QString& path, qint64 unixSeco
     // What can't be read can't be copied either, but a rename needs no reading.
     return recover(path, unixSeconds, failure, [&](const QString& aside) { DurableFile::rename(path, aside); });
   }
-  if (!bytes) return {};
+  if (!bytes) return {{}, true, {}, Origin::FirstRun};
   try {
-    return {Persistence::decode(*bytes), true, {}};
+    return {Persistence::decode(*bytes), true, {}, Origin::File};
   } catch (const DomainError& failure) {
     return recover(path, unixSeconds, failure,
                    [&](const QString& copy) { DurableFile::writeAtomically(*bytes, copy, DurableFile::kPrivate); });

@@ -9,13 +9,18 @@ namespace tarnwick {
 /// Loads the settings file at the start of a run, and sees to it that no byte of the user's settings is overwritten
 /// before there is a copy: a file that can't be used is first preserved as `config-recovery-<seconds>.json` beside it.
 struct SettingsLoader {
+  /// Where the configuration comes from. After a recovery it is a new one, as in a first run.
+  enum class Origin { FirstRun, File, Recovery };
+
   struct Result {
     DockConfiguration configuration;  ///< The file's, or a new one.
     bool ready = true;                ///< Whether saving is allowed in this run; false when nothing could be preserved.
     QString error;                    ///< For the user; empty when all went well.
+    Origin origin = Origin::FirstRun;
   };
 
-  /// `unixSeconds` is the current time, which names the recovery file. A missing file is a first run and no failure.
+  /// `unixSeconds` is the current time, which names the recovery file. A name that nobody gave is a first run and no
+  /// failure.
   static Result load(const QString& path, qint64 unixSeconds);
 };
 

@@ -146,6 +146,8 @@ void DockConfiguration::validate() {
   cut(shelf, kMostShelved);
 }
 
+bool DockConfiguration::isCredential(const QString& key) { return placeOfKey(key) == kCredential; }
+
 DockWidget DockConfiguration::validated(const DockWidget& widget) {
   DockConfiguration alone;
   alone.profiles.first().widgets = {widget};

@@ -1,7 +1,6 @@
 #include "store/AppStore.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <QPointer>
 #include <cstdio>
 
@@ -9,8 +8,6 @@
 #include "base/DurableFile.h"
 #include "base/ProbeCounters.h"
 #include "config/DataDirectory.h"
-#include "config/Persistence.h"
-#include "config/SaveSchedule.h"
 #include "config/SettingsLoader.h"
 #include "store/DocumentEdits.h"
 #include "widgets/catalog/Catalog.h"
@@ -41,16 +38,34 @@ AppStore::~AppStore() { services_.calendar->onChanged = nullptr; }
 
 bool AppStore::load() {
   if (!diagnostic_) {
-    const bool exists = QFileInfo::exists(storagePath_);
-    const SettingsLoader::Result loaded = SettingsLoader::load(storagePath_, now().toSecsSinceEpoch());
+    DurableFile::removeLeftovers(storagePath_);
+    const qint64 seconds = now().toSecsSinceEpoch();
+    const SettingsLoader::Result loaded = SettingsLoader::load(storagePath_, seconds);
     config_ = loaded.configuration;
     if (!loaded.error.isEmpty()) setError(loaded.error);
     if (!loaded.ready) return false;
-    hasRead_ = exists && loaded.error.isEmpty();
+    hasRead_ = loaded.origin == SettingsLoader::Origin::File;
+    startSaving(loaded.origin, seconds);
   }
   layoutSignature_ = LayoutSignature(config_);
   ready_ = true;
   return true;
+}
+
+void AppStore::startSaving(SettingsLoader::Origin origin, qint64 seconds) {
+  writer_.emplace(*scheduler_, storagePath_, [this]() -> const DockConfiguration& { return config_; });
+  writer_->onSaved = [this](const QString& failure, bool isRepeated) { tellOfSaving(failure, isRepeated); };
+  switch (origin) {
+    case SettingsLoader::Origin::File:
+      config_ = writer_->resume(config_);
+      break;
+    case SettingsLoader::Origin::Recovery:
+      writer_->keepJournalAside(seconds);
+      break;
+    case SettingsLoader::Origin::FirstRun:
+      writer_->startAnew();
+      break;
+  }
 }
 
 void AppStore::start(StoreSetup& setup) {
@@ -191,40 +206,28 @@ void AppStore::scheduleSave() {
     layoutSignature_ = signature;
     Q_EMIT layoutChanged();
   }
-  const QDateTime moment = scheduler_->now();
-  const auto secondsTo = [&](const QDateTime& other) { return static_cast<double>(moment.msecsTo(other)) / 1000; };
-  std::optional<double> sinceLastSave;
-  if (lastSave_.isValid()) sinceLastSave = -secondsTo(lastSave_);
-  std::optional<double> pendingIn;
-  if (saveWork_) pendingIn = saveDue_ - scheduler_->reference();
-
-  const double delay = SaveSchedule::delay(layoutDiffers, sinceLastSave, pendingIn);
-  saveDue_ = scheduler_->reference() + delay;
-  saveWork_ = scheduler_->after(delay, [this] { save(); });
+  writer_->changed(layoutDiffers);
 }
 
 void AppStore::save() {
-  if (!ready_ || diagnostic_) return;
-  if (const QString failure = writeSettings(); !failure.isEmpty()) setError(failure);
+  if (writer_) tellOfSaving(writer_->save(), false);
 }
 
 void AppStore::saveAtTheEnd() {
-  if (!ready_ || diagnostic_) return;
-  if (const QString failure = writeSettings(); !failure.isEmpty()) {
+  if (!writer_) return;
+  if (const QString failure = writer_->saveLast(); !failure.isEmpty()) {
     std::fprintf(stderr, "%s\n", qUtf8Printable(failure));
   }
 }
 
-/// Gives what went wrong.
-QString AppStore::writeSettings() {
-  saveWork_.reset();
-  lastSave_ = scheduler_->now();
-  try {
-    Persistence::save(config_, storagePath_);
-    return {};
-  } catch (const DomainError& failure) {
-    return tr("Settings could not be saved: ") + failure.message();
+/// A failure that was told, and perhaps dismissed, is not told again because it was tried again.
+void AppStore::tellOfSaving(const QString& failure, bool isRepeated) {
+  if (failure.isEmpty()) {
+    if (!savingFailure_.isEmpty() && error_ == savingFailure_) clearError();
+  } else if (!isRepeated) {
+    setError(failure);
   }
+  savingFailure_ = failure;
 }
 
 void AppStore::shutdown() {

@@ -10,6 +10,8 @@
 #include "base/Scheduler.h"
 #include "config/DockConfiguration.h"
 #include "config/LayoutSignature.h"
+#include "config/SettingsLoader.h"
+#include "config/SettingsWriter.h"
 #include "desktop/Notifications.h"
 #include "desktop/SessionEvents.h"
 #include "store/ActiveSets.h"
@@ -162,6 +164,7 @@ class AppStore : public QObject {
  private:
   void start(StoreSetup& setup);
   bool load();
+  void startSaving(SettingsLoader::Origin origin, qint64 seconds);
   void removeOrphanedCredentials();
   void listen(StoreSetup& setup);
   void configDidChange();
@@ -169,7 +172,7 @@ class AppStore : public QObject {
   QList<DockWidget> shownWidgets() const;
   void changeWidget(const QUuid& id, const std::function<DockWidget(const DockWidget&)>& change);
   void scheduleSave();
-  QString writeSettings();
+  void tellOfSaving(const QString& failure, bool isRepeated);
   void refreshActiveWidgetIndex();
   void sampleServices();
   void recordClipboard();
@@ -200,9 +203,8 @@ class AppStore : public QObject {
   bool hasRead_ = false;  // Whether the document is a file's.
   bool diagnostic_ = false;
   bool down_ = false;
-  JobHandle saveWork_;
-  double saveDue_ = 0;  // On the reference clock; means something while saveWork_ is there.
-  QDateTime lastSave_;
+  std::optional<SettingsWriter> writer_;  // Absent in diagnostic runs and where saving is not allowed.
+  QString savingFailure_;                 // As it was told.
   LayoutSignature layoutSignature_;
 
   JobHandle timer_;

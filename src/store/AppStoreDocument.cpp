@@ -52,6 +52,10 @@ void AppStore::edit(const std::function<void(DockConfiguration&)>& change) {
   DockConfiguration changed = config_;
   change(changed);
   if (changed == config_) return;
+  if (Persistence::isTooLarge(changed) && !Persistence::isTooLarge(config_)) {
+    setError(tr("The change was not made: the settings would be larger than 64 MB and could not be read again."));
+    return;
+  }
   config_ = std::move(changed);
   configDidChange();
 }

@@ -130,6 +130,25 @@ TEST_F(SettingsFile, IsMovedAsideWhenItCannotBeRead) {
   expectMovedAside();
 }
 
+// Its disk is not there; that is no first run.
+TEST_F(SettingsFile, ThatALinkDoesNotLeadToIsNotTakenForMissing) {
+  ASSERT_TRUE(QDir(folder_.path()).mkdir(u"disk"_s));
+  ASSERT_TRUE(QFile::link(at(u"disk/away/config.json"_s), at(kFile)));
+  const auto result = load();
+  EXPECT_TRUE(result.ready);
+  EXPECT_THAT(result.error.toStdString(), StartsWith(kPreserved));
+  EXPECT_EQ(entries(), (QStringList{kRecovery, u"disk"_s}));
+  Persistence::save(result.configuration, at(kFile));
+  put(u"disk/away/config.json"_s, kDocument);
+  EXPECT_EQ(content(kRecovery), kDocument.toStdString()) << "the link stands, and nothing was written behind it";
+
+  // The same of the folder: nothing can be moved, and nothing is written once it is back.
+  ASSERT_TRUE(QFile::link(at(u"gone"_s), at(u"data"_s)));
+  const auto blocked = SettingsLoader::load(at(u"data/config.json"_s), 1700000000);
+  EXPECT_FALSE(blocked.ready);
+  EXPECT_THAT(blocked.error.toStdString(), StartsWith(kBlocked));
+}
+
 TEST_F(SettingsFile, IsLeftAloneWhenNothingCanBePreserved) {
   const auto expectBlocked = [this](const SettingsLoader::Result& result) {
     EXPECT_FALSE(result.ready);
