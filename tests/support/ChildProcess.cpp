@@ -55,6 +55,10 @@ bool ChildProcess::isRunning() {
   return false;
 }
 
+void ChildProcess::signal(int number) {
+  if (isRunning()) kill(pid_, number);
+}
+
 void ChildProcess::stop() {
   if (!isRunning()) return;
   kill(pid_, SIGTERM);

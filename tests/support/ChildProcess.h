@@ -18,6 +18,7 @@ class ChildProcess {
 
   pid_t pid() const { return pid_; }
   bool isRunning();
+  void signal(int number);
   /// Asks it to end and waits until it has.
   void stop();
   /// Its exit code once it has ended by itself; nothing while it runs or if it crashed.

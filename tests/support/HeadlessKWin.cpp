@@ -1,6 +1,7 @@
 #include "support/HeadlessKWin.h"
 
 #include <fcntl.h>
+#include <signal.h>
 #include <unistd.h>
 
 #include <QDBusArgument>
@@ -67,6 +68,8 @@ HeadlessKWin::~HeadlessKWin() {
 }
 
 HeadlessKWin& HeadlessKWin::current() { return *currentKWin; }
+
+void HeadlessKWin::kill() { compositor_->signal(SIGKILL); }
 
 void HeadlessKWin::connectInput() {
   const wl_registry_listener listener{

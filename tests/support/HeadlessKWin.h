@@ -26,6 +26,9 @@ class HeadlessKWin {
   /// The one that exists.
   static HeadlessKWin& current();
 
+  /// Ends it without a word; afterwards only the destructor may be called.
+  void kill();
+
   void moveTo(QPoint place);
   /// `code`: as the kernel numbers buttons and keys.
   void button(bool down, std::uint32_t code);

@@ -41,6 +41,8 @@ class HeadlessSway {
   };
   Another another();
 
+  /// To the compositor that programs are shown on.
+  void signal(int number) { compositor_->signal(number); }
   /// Gives an order; whether it was carried out.
   bool order(const QString& command);
   /// Takes a display of a nested compositor away; whether it was there.

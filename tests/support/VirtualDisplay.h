@@ -1,5 +1,6 @@
 #pragma once
 
+#include <signal.h>
 #include <xcb/xcb.h>
 
 #include <QColor>
@@ -53,6 +54,9 @@ class VirtualDisplay {
 
   /// The window that what is typed goes to.
   xcb_window_t focus() const;
+
+  /// Ends the server without a word; afterwards only the destructor may be called.
+  void killServer() { server_->signal(SIGKILL); }
 
   void startCompositor();
   void stopCompositor();
