@@ -15,9 +15,18 @@ using namespace Qt::StringLiterals;
 constexpr double kMinutes = 25;
 constexpr double kLongest = 999'999'999;
 
+/// Midnight in the zone of `like`. An offset is told only where it is the zone: the toolkit warns of any other.
+QDateTime midnight(const QDate& day, const QDateTime& like) {
+  if (like.timeSpec() == Qt::TimeZone) return day.startOfDay(like.timeZone());
+  if (like.timeSpec() == Qt::OffsetFromUTC) return day.startOfDay(Qt::OffsetFromUTC, like.offsetFromUtc());
+  return day.startOfDay(like.timeSpec());
+}
+
+/// Where the clocks go back to midnight it comes twice; the day begins with the first.
 QDateTime startOf(const QDate& day, const QDateTime& like) {
-  return like.timeSpec() == Qt::TimeZone ? day.startOfDay(like.timeZone())
-                                         : day.startOfDay(like.timeSpec(), like.offsetFromUtc());
+  const QDateTime start = midnight(day, like);
+  const QDateTime before = start.addSecs(-1);
+  return before.date() == day ? start.addSecs(start.offsetFromUtc() - before.offsetFromUtc()) : start;
 }
 
 double share(const QDateTime& begin, const QDateTime& now, const QDateTime& end) {

@@ -2,6 +2,7 @@
 
 #include <QJsonObject>
 #include <QTimeZone>
+#include <ctime>
 
 #include "base/DomainError.h"
 #include "widgets/CalendarStrip.h"
@@ -46,6 +47,8 @@ TEST(TimeMath, CountsDownUpAndPrints) {
       {u"pomodoro"_s, {{u"phase"_s, u"shortBreak"_s}}, 300},
       {u"pomodoro"_s, {{u"phase"_s, u"longBreak"_s}, {u"longBreak"_s, u"100000"_s}}, 86400},
       {u"pomodoro"_s, {{u"minutes"_s, u"0"_s}}, 1},
+      {u"pomodoro"_s, {{u"phase"_s, u"shortBreak"_s}, {u"shortBreak"_s, u"-5"_s}}, 1},
+      {u"timer"_s, {{u"remaining"_s, u"-5"_s}}, 0},
   };
   for (const Case& c : cases) EXPECT_EQ(TimeMath::remaining(widgetOf(c.kind, c.options), kNow), c.remaining);
 
@@ -66,6 +69,62 @@ TEST(TimeMath, SharesUseRealLengths) {
   const QTimeZone berlin("Europe/Berlin");
   ASSERT_TRUE(berlin.isValid());
   EXPECT_DOUBLE_EQ(TimeMath::progress(QDateTime(QDate(2026, 10, 25), QTime(12, 0), berlin), Day), 13.0 / 25);
+}
+
+TEST(TimeMath, DaysBeginWithTheFirstOfTwoMidnights) {
+  struct Case {
+    const char* zone;
+    QDateTime noon;
+    double day;
+  };
+  const auto noonOf = [](const char* zone, const QDate& day) {
+    return QDateTime(day, QTime(12, 0), QTimeZone(QByteArray(zone)));
+  };
+  const Case cases[] = {
+      {"comes twice", noonOf("America/Havana", QDate(2026, 11, 1)), 13.0 / 25},
+      {"comes twice the day before", noonOf("America/Havana", QDate(2026, 10, 31)), 0.5},
+      {"comes twice, told in summer time", noonOf("Atlantic/Azores", QDate(2026, 10, 25)), 13.0 / 25},
+      {"never comes", noonOf("America/Havana", QDate(2026, 3, 8)), 11.0 / 23},
+      {"half an hour", noonOf("Australia/Lord_Howe", QDate(2026, 4, 5)), 12.5 / 24.5},
+      {"an offset for ever", QDateTime(QDate(2026, 11, 1), QTime(12, 0), Qt::OffsetFromUTC, -18'000), 0.5},
+  };
+  for (const Case& c : cases) EXPECT_DOUBLE_EQ(TimeMath::progress(c.noon, TimeMath::Component::Day), c.day) << c.zone;
+}
+
+/// What the toolkit says while one is there, and the user's zone.
+class HeardInZone {
+ public:
+  explicit HeardInZone(const char* zone) : before_(qgetenv("TZ")) {
+    qputenv("TZ", zone);
+    ::tzset();
+    said.clear();
+    handler_ = qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& text) { said << text; });
+  }
+  ~HeardInZone() {
+    qInstallMessageHandler(handler_);
+    before_.isNull() ? void(qunsetenv("TZ")) : void(qputenv("TZ", before_));
+    ::tzset();
+  }
+  Q_DISABLE_COPY_MOVE(HeardInZone)
+
+  static inline QStringList said;
+
+ private:
+  QByteArray before_;
+  QtMessageHandler handler_;
+};
+
+TEST(TimeMath, SaysNothingOnStandardErrorInAnyZone) {
+  for (const char* zone : {"UTC", "Europe/Berlin", "America/Havana", "Asia/Kathmandu"}) {
+    const HeardInZone heard(zone);
+    const QDateTime noon(QDate(2026, 11, 1), QTime(12, 0));
+    for (const auto component : {TimeMath::Component::Day, TimeMath::Component::Month, TimeMath::Component::Year}) {
+      const double here = TimeMath::progress(noon, component);
+      EXPECT_DOUBLE_EQ(here, TimeMath::progress(QDateTime(noon.date(), noon.time(), QTimeZone(zone)), component))
+          << zone;
+    }
+    EXPECT_EQ(HeardInZone::said.join(u'\n').toStdString(), "") << zone;
+  }
 }
 
 TEST(Phases, FollowEachOther) {
@@ -116,6 +175,21 @@ TEST(Phases, FollowEachOther) {
        {{u"autoContinue"_s, on}},
        300 + 1500 + 10,
        {{u"deadline"_s, at(300 + 1500 + 300)}, {u"phase"_s, u"shortBreak"_s}, {u"sessions"_s, u"2"_s}}},
+      {"catches up to the exact second",
+       u"pomodoro"_s,
+       {{u"autoContinue"_s, on}},
+       300,
+       {{u"deadline"_s, at(300 + 1500)}, {u"phase"_s, u"work"_s}, {u"sessions"_s, u"1"_s}}},
+      {"a pause below nothing lasts a second",
+       u"pomodoro"_s,
+       {{u"autoContinue"_s, on}, {u"shortBreak"_s, u"-5"_s}},
+       0,
+       {{u"deadline"_s, at(1)}, {u"phase"_s, u"shortBreak"_s}, {u"remaining"_s, u"1"_s}}},
+      {"sleeps a thousand rounds to the exact second",
+       u"pomodoro"_s,
+       {{u"autoContinue"_s, on}},
+       7'800'000,
+       {{u"deadline"_s, at(7'800'300)}, {u"phase"_s, u"shortBreak"_s}, {u"sessions"_s, u"4001"_s}}},
       // Four sessions, three breaks of 5 and one of 15 minutes make a round of 7,800 seconds.
       {"sleeps a thousand rounds",
        u"pomodoro"_s,
@@ -209,6 +283,14 @@ TEST(Habits, StreaksAndGlasses) {
   EXPECT_TRUE(TimerActions::beat(first.widget, kNow.addSecs(3599)).announcement.isEmpty());
   EXPECT_EQ(TimerActions::beat(first.widget, kNow.addSecs(3600)).announcement,
             u"Take a moment for a glass of water."_s);
+}
+
+TEST(Water, CountsAnewAfterTheClockWasSetBack) {
+  const DockWidget water = widgetOf(u"drinkWater"_s, {{u"interval"_s, u"60"_s}, {u"lastReminder"_s, at(86'400)}});
+  const auto back = TimerActions::beat(water, kNow);
+  EXPECT_EQ(back.announcement, QString());
+  EXPECT_EQ(back.widget.options.value(u"lastReminder"_s), at(0));
+  EXPECT_FALSE(TimerActions::beat(back.widget, kNow.addSecs(3600)).announcement.isEmpty());
 }
 
 TEST(TickCadence, IsTheLeastThatTheTileNeeds) {
