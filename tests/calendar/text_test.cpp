@@ -124,6 +124,17 @@ TEST(CalendarText, SeriesHappenWhenTheirRulesSay) {
   });
 }
 
+TEST(CalendarText, DaysAreCountedInDaysWhereTheClocksChange) {
+  // The clocks go forward on the 29th of March: four days of 24 hours and one of 23.
+  const QByteArray series =
+      event("d", "SUMMARY:D\nDTSTART;VALUE=DATE:20260327\nDTEND;VALUE=DATE:20260401\nRRULE:FREQ=DAILY;COUNT=2");
+  const QDate after(2026, 4, 1);
+  const CalendarRange day{after.startOfDay(), after.addDays(1).startOfDay()};
+  const auto reader = calendarReader();
+  ASSERT_TRUE(reader);
+  EXPECT_EQ(told(reader->read(calendarText(series), day)), "28-02 D");
+}
+
 TEST(CalendarText, WhatIsBrokenIsLeftOut) {
   const QByteArray good = event("g", "SUMMARY:G\nDTSTART:20261124T083000Z");
   check({
@@ -134,6 +145,8 @@ TEST(CalendarText, WhatIsBrokenIsLeftOut) {
        true},
       {"a rule that is none", event("b", "SUMMARY:B\nDTSTART:20261124T083000Z\nRRULE:FREQ=OFTEN") + good,
        "24 09:30-09:30 B, 24 09:30-09:30 G"},
+      {"a rule that ends on no day of the calendar",
+       event("b", "SUMMARY:B\nDTSTART;VALUE=DATE:20261124\nRRULE:FREQ=DAILY;UNTIL=40522402"), "24-25 B"},
       {"an exception without its occasion", event("b", "RECURRENCE-ID:never\nDTSTART:20261124T083000Z") + good,
        "24 09:30-09:30 G", true},
       {"cut off", good + "BEGIN:VEVENT\nUID:b\nDTSTART:20261124T083000Z\nSUMM", "24 09:30-09:30 G", true},

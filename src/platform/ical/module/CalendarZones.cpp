@@ -80,8 +80,9 @@ void CalendarZones::add(std::string_view zoneText) {
 }
 
 std::optional<CalendarTime> CalendarZones::time(icalproperty* property, const icaltimetype& value) {
-  if (icaltime_is_null_time(value) || !QDate::isValid(value.year, value.month, value.day)) return std::nullopt;
-  CalendarTime time{.wall = wallOf(value), .zone = system_.local().get(), .isDate = value.is_date != 0};
+  const auto wall = wallOf(value);
+  if (!wall) return std::nullopt;
+  CalendarTime time{.wall = *wall, .zone = system_.local().get(), .isDate = value.is_date != 0};
   if (time.isDate) return time;
   if (icaltime_is_utc(value)) {
     time.isUtc = true;
@@ -120,7 +121,9 @@ std::shared_ptr<CalendarZone> CalendarZones::find(const QByteArray& name) {
   return translated.isEmpty() ? nullptr : system_.named(translated);
 }
 
-WallSeconds CalendarZones::wallOf(const icaltimetype& value) {
+std::optional<WallSeconds> CalendarZones::wallOf(const icaltimetype& value) {
+  // The library hands on what it read: a month 24 has no day that could be counted.
+  if (icaltime_is_null_time(value) || !QDate::isValid(value.year, value.month, value.day)) return std::nullopt;
   const qint64 days = QDate(value.year, value.month, value.day).toJulianDay() - kEpochDay;
   if (value.is_date) return days * kDay;
   return days * kDay + value.hour * 3600 + value.minute * 60 + value.second;

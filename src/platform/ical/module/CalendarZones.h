@@ -78,7 +78,8 @@ class CalendarZones {
   /// The value of a date property; null without one. A zone that nobody knows counts as the user's own.
   std::optional<CalendarTime> time(icalproperty* property, const icaltimetype& value);
 
-  static WallSeconds wallOf(const icaltimetype& value);
+  /// Absent where the value is none, or names a day that no calendar has.
+  static std::optional<WallSeconds> wallOf(const icaltimetype& value);
   /// Without a zone.
   static icaltimetype valueOf(WallSeconds wall, bool isDate);
 

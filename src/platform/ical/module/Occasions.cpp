@@ -58,7 +58,10 @@ void Occasions::addRule(icalproperty* property) {
   if (isTooDense || rule.freq == ICAL_NO_RECURRENCE || rules_.size() >= kMostRules) return;
   if (!icaltime_is_null_time(rule.until)) {
     // The library compares clock times; the end of a rule is told in universal time, or as a day that belongs to it.
-    WallSeconds until = CalendarZones::wallOf(rule.until);
+    const auto told = CalendarZones::wallOf(rule.until);
+    // Of a rule that ends on no day of the calendar only the first time is sure.
+    if (!told) return;
+    WallSeconds until = *told;
     if (rule.until.is_date) {
       until += kDay - 1;
     } else if (icaltime_is_utc(rule.until) && !anchor_.isDate) {
@@ -85,7 +88,8 @@ QList<Occasion> Occasions::within(UtcSeconds from, UtcSeconds until) const {
   for (const WallSeconds wall : found) {
     if (wall < first || wall > last) continue;
     const Occasion occasion{wall, anchor_.zone->utc(wall)};
-    const UtcSeconds end = occasion.utc + length_;
+    // A day is a day, also where the clocks change within it.
+    const UtcSeconds end = anchor_.isDate ? anchor_.zone->utc(wall + length_) : occasion.utc + length_;
     const bool isTouching = occasion.utc < until && (end > from || occasion.utc >= from);
     if (isTouching && !isTakenOut(occasion)) touching.append(occasion);
   }
@@ -115,7 +119,7 @@ void Occasions::walk(const icalrecurrencetype& rule, WallSeconds from, WallSecon
                      QSet<WallSeconds>& into) const {
   if (const qint64 step = evenStep(rule)) {
     WallSeconds end = until;
-    if (!icaltime_is_null_time(rule.until)) end = std::min(end, CalendarZones::wallOf(rule.until));
+    if (!icaltime_is_null_time(rule.until)) end = std::min(end, CalendarZones::wallOf(rule.until).value_or(end));
     if (end < anchor_.wall) return;
     qint64 last = (end - anchor_.wall) / step;
     if (rule.count > 0) last = std::min<qint64>(last, rule.count - 1);
@@ -141,10 +145,9 @@ void Occasions::follow(const icalrecurrencetype& rule, WallSeconds from, WallSec
   }
   for (int step = 0; step < kMostSteps && into.size() < kMostOccasions; ++step) {
     const icaltimetype next = icalrecur_iterator_next(iterator.get());
-    if (icaltime_is_null_time(next)) return;
-    const WallSeconds wall = CalendarZones::wallOf(next);
-    if (wall > until) return;
-    if (wall >= from) into.insert(wall);
+    const auto wall = CalendarZones::wallOf(next);
+    if (!wall || *wall > until) return;
+    if (*wall >= from) into.insert(*wall);
   }
 }
 
