@@ -1,11 +1,13 @@
 #include <fcntl.h>
 #include <linux/magic.h>
 #include <linux/rfkill.h>
+#include <sys/sysmacros.h>
 
 #include <QCoreApplication>
 #include <future>
 #include <vector>
 
+#include "platform/linux/DeviceSleep.h"
 #include "platform/linux/LinuxMachineDetails.h"
 #include "platform/linux/LinuxSystemCounters.h"
 #include "platform/linux/PowerSupplies.h"
@@ -161,6 +163,49 @@ TEST_F(LinuxCounters, ChargeIsThatOfTheMachinesBatteriesTogether) {
     if (!read) continue;
     EXPECT_NEAR(read->charge, *c.charge, 1e-9) << c.what;
     EXPECT_EQ(read->flow, c.flow) << c.what;
+  }
+}
+
+TEST_F(FolderTest, ABatteryThatSleepsIsNotAskedAndStandsAsItWas) {
+  const QString supplies = u"class/power_supply"_s;
+  const auto charge = [&](const char* bay, int percent) {
+    put(supplies + u'/' + QLatin1StringView(bay) + u"/uevent"_s,
+        "POWER_SUPPLY_TYPE=Battery\nPOWER_SUPPLY_CAPACITY=" + QByteArray::number(percent) + '\n');
+  };
+  const auto sleeps = [&](bool asleep) {
+    put(supplies + u"/B/device/power/runtime_status"_s, asleep ? "suspended\n" : "active\n");
+  };
+  PowerSupplies::Known known;
+  const auto read = [&] { return PowerSupplies::read(at(supplies).toStdString(), known); };
+  charge("A", 80);
+  charge("B", 40);
+  sleeps(true);
+  EXPECT_EQ(read()->charge, 80) << "nobody knows it yet";
+  sleeps(false);
+  EXPECT_EQ(read()->charge, 60);
+  sleeps(true);
+  charge("A", 70);
+  charge("B", 10);
+  EXPECT_EQ(read()->charge, 55);
+  sleeps(false);
+  EXPECT_EQ(read()->charge, 40);
+  QDir(at(supplies + u"/B"_s)).removeRecursively();
+  EXPECT_EQ(read()->charge, 70) << "one that was taken out is forgotten";
+}
+
+TEST_F(FolderTest, ADiskSleepsWithTheWholeOfItOrAPart) {
+  const std::string root = folder_.path().toStdString() + '/';
+  EXPECT_FALSE(DeviceSleep::isVolumeAsleep(root, root)) << "no device is known";
+  struct stat facts {};
+  ASSERT_EQ(::stat(root.c_str(), &facts), 0);
+  const QString block = u"sys/dev/block/%1:%2"_s.arg(major(facts.st_dev)).arg(minor(facts.st_dev));
+  for (const QString& device : {block + u"/device"_s, u"sys/dev/block/device"_s}) {
+    QDir().mkpath(at(block));
+    put(device + u"/power/runtime_status"_s, "active\n");
+    EXPECT_FALSE(DeviceSleep::isVolumeAsleep(root, root));
+    put(device + u"/power/runtime_status"_s, "suspended\n");
+    EXPECT_TRUE(DeviceSleep::isVolumeAsleep(root, root)) << device.toStdString();
+    QDir(at(u"sys"_s)).removeRecursively();
   }
 }
 

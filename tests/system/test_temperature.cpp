@@ -213,5 +213,28 @@ TEST_F(FolderTest, TheKernelsSensorsStandForTheController) {
   }
 }
 
+TEST_F(FolderTest, ASensorThatSleepsIsNotAskedAndStandsAsItWas) {
+  const QString chip = u"sys/class/hwmon/a"_s;
+  const auto set = [&](const char* thousandths, const char* status) {
+    put(chip + u"/temp1_input"_s, thousandths);
+    put(chip + u"/device/power/runtime_status"_s, status);
+  };
+  put(chip + u"/name"_s, "coretemp\n");
+  SensorTemperatures sensors(folder_.path());
+  const auto read = [&] {
+    std::array<double, 4> values{};
+    const quint32 count = sensors.read(values.data(), 4);
+    return QList<double>(values.begin(), values.begin() + count);
+  };
+  set("50000\n", "suspended\n");
+  EXPECT_EQ(read(), QList<double>());
+  set("50000\n", "active\n");
+  EXPECT_EQ(read(), QList<double>{50});
+  set("60000\n", "suspended\n");
+  EXPECT_EQ(read(), QList<double>{50});
+  set("60000\n", "unsupported\n");
+  EXPECT_EQ(read(), QList<double>{60});
+}
+
 }  // namespace
 }  // namespace tarnwick

@@ -4,7 +4,9 @@
 
 #include <QDir>
 #include <algorithm>
+#include <memory>
 
+#include "platform/linux/DeviceSleep.h"
 #include "platform/linux/SystemVolume.h"
 
 namespace tarnwick {
@@ -20,13 +22,19 @@ LinuxSystemCounters::LinuxSystemCounters(const QString& root, const QString& hom
       stat_(root_ + "proc/stat"),
       meminfo_(root_ + "proc/meminfo"),
       netDev_(root_ + "proc/net/dev"),
-      disk_([system = root_, user = KernelFile::folderOf(home.isEmpty() ? QDir::homePath() : home)] {
+      disk_([system = root_, user = KernelFile::folderOf(home.isEmpty() ? QDir::homePath() : home),
+             known = std::make_shared<std::optional<DiskReading>>()] {
+        // A disk that sleeps is not woken for a figure that hardly changes.
+        if (*known && DeviceSleep::isVolumeAsleep(system, system)) return *known;
         const auto volume = SystemVolume::at(system);
         // The home folder may be on a server; it is asked only where its answer matters.
         const bool needsHome = !volume || volume->isReadOnlyImage();
-        return SystemVolume::chosen(volume, needsHome ? SystemVolume::at(user) : std::nullopt);
+        *known = SystemVolume::chosen(volume, needsHome ? SystemVolume::at(user) : std::nullopt);
+        return *known;
       }),
-      battery_([folder = root_ + "sys/class/power_supply"] { return PowerSupplies::read(folder); }) {}
+      battery_([folder = root_ + "sys/class/power_supply", known = std::make_shared<PowerSupplies::Known>()] {
+        return PowerSupplies::read(folder, *known);
+      }) {}
 
 std::optional<ProcessorTicks> LinuxSystemCounters::processorTicks() {
   const auto text = stat_.read(kTopOfFile);

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "platform/linux/DeviceSleep.h"
 #include "platform/linux/KernelFile.h"
 
 namespace tarnwick {
@@ -106,15 +107,24 @@ BatteryFlow PowerSupplies::flow(const std::vector<Battery>& batteries) {
   return BatteryFlow::Unknown;
 }
 
-std::optional<PowerSupplies::Reading> PowerSupplies::read(const std::string& folder) {
+std::optional<PowerSupplies::Reading> PowerSupplies::read(const std::string& folder, Known& known) {
   std::vector<Battery> batteries;
   std::error_code failure;
   for (std::filesystem::directory_iterator entry(folder, failure), end; !failure && entry != end;
        entry.increment(failure)) {
-    KernelFile uevent((entry->path() / "uevent").string());
+    const std::string supply = entry->path().string();
+    if (DeviceSleep::isAsleep(supply)) {
+      if (const auto before = known.find(supply); before != known.end()) batteries.push_back(before->second);
+      continue;
+    }
+    known.erase(supply);
+    KernelFile uevent(supply + "/uevent");
     const auto text = uevent.read();
     if (!text) continue;
-    if (const auto battery = Battery::fromUevent(*text)) batteries.push_back(*battery);
+    const auto battery = Battery::fromUevent(*text);
+    if (!battery) continue;
+    batteries.push_back(*battery);
+    known.emplace(supply, *battery);
   }
   const auto now = charge(batteries);
   return now ? std::optional(Reading{*now, flow(batteries)}) : std::nullopt;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -35,8 +36,15 @@ struct PowerSupplies {
     double charge = 0;  ///< Percent.
     BatteryFlow flow = BatteryFlow::Unknown;
   };
-  /// What the folder of power supplies tells now. May stall in the firmware of some laptops.
-  static std::optional<Reading> read(const std::string& folder);
+  /// Batteries by their folders, as they were when they told last.
+  using Known = std::map<std::string, Battery>;
+  /// What the folder of power supplies tells now. May stall in the firmware of some laptops. One that sleeps is not
+  /// asked: it stands as in `known`, which takes in what the others tell.
+  static std::optional<Reading> read(const std::string& folder, Known& known);
+  static std::optional<Reading> read(const std::string& folder) {
+    Known none;
+    return read(folder, none);
+  }
 };
 
 }  // namespace tarnwick

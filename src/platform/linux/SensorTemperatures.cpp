@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "base/FileDescriptor.h"
+#include "platform/linux/DeviceSleep.h"
 
 namespace tarnwick {
 namespace {
@@ -62,20 +63,35 @@ void readChip(const QDir& chip, std::vector<double>& values) {
   if (best != byRank.rend()) values.insert(values.end(), best->begin(), best->end());
 }
 
-std::vector<double> monitors(const QString& root) {
+/// What a sensor tells by `read`; what it told last while its device sleeps.
+template <class Read>
+std::vector<double> awake(const QDir& sensor, QHash<QString, std::vector<double>>& known, const Read& read) {
+  if (DeviceSleep::isAsleep(sensor.path().toStdString())) return known.value(sensor.path());
+  std::vector<double>& values = known[sensor.path()];
+  values = read();
+  return values;
+}
+
+std::vector<double> monitors(const QString& root, QHash<QString, std::vector<double>>& known) {
   std::vector<double> values;
   const QDir all(root + "sys/class/hwmon"_L1);
   for (const QString& name : all.entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name)) {
     const QDir chip(all.filePath(name));
     const QByteArray driver = line(chip.filePath(u"name"_s));
     const bool isProcessor =
-        std::ranges::any_of(kChips, [&](auto known) { return QLatin1StringView(driver).startsWith(known); });
-    if (isProcessor) readChip(chip, values);
+        std::ranges::any_of(kChips, [&](auto prefix) { return QLatin1StringView(driver).startsWith(prefix); });
+    if (!isProcessor) continue;
+    const std::vector<double> told = awake(chip, known, [&chip] {
+      std::vector<double> read;
+      readChip(chip, read);
+      return read;
+    });
+    values.insert(values.end(), told.begin(), told.end());
   }
   return values;
 }
 
-std::vector<double> zones(const QString& root) {
+std::vector<double> zones(const QString& root, QHash<QString, std::vector<double>>& known) {
   std::vector<double> values;
   std::vector<double> firmware;
   const QDir all(root + "sys/class/thermal"_L1);
@@ -83,11 +99,15 @@ std::vector<double> zones(const QString& root) {
     const QDir zone(all.filePath(name));
     const QByteArray type = line(zone.filePath(u"type"_s));
     const bool isProcessor =
-        std::ranges::any_of(kZones, [&](auto known) { return QLatin1StringView(type).startsWith(known); });
+        std::ranges::any_of(kZones, [&](auto prefix) { return QLatin1StringView(type).startsWith(prefix); });
     const bool isCore = type.startsWith("cpu") && type.contains("thermal");
     if (!isProcessor && !isCore && type != QByteArrayView(kFirmwareZone)) continue;
-    const auto degrees = temperature(zone.filePath(u"temp"_s));
-    if (degrees) (isProcessor || isCore ? values : firmware).push_back(*degrees);
+    const std::vector<double> told = awake(zone, known, [&zone] {
+      const auto degrees = temperature(zone.filePath(u"temp"_s));
+      return degrees ? std::vector<double>{*degrees} : std::vector<double>();
+    });
+    std::vector<double>& into = isProcessor || isCore ? values : firmware;
+    into.insert(into.end(), told.begin(), told.end());
   }
   return values.empty() ? firmware : values;
 }
@@ -98,8 +118,8 @@ SensorTemperatures::SensorTemperatures(const QString& root) : root_(root.endsWit
 
 quint32 SensorTemperatures::read(double* values, quint32 capacity) {
   if (!values || capacity == 0) return 0;
-  std::vector<double> found = monitors(root_);
-  if (found.empty()) found = zones(root_);
+  std::vector<double> found = monitors(root_, known_);
+  if (found.empty()) found = zones(root_, known_);
   const auto count = std::min<std::size_t>(found.size(), capacity);
   std::copy_n(found.begin(), count, values);
   return static_cast<quint32>(count);
