@@ -1,5 +1,7 @@
 #include "files/Background.h"
 
+#include <malloc.h>
+
 #include <QMetaObject>
 #include <QObject>
 #include <QThreadPool>
@@ -33,6 +35,13 @@ QObject& mainThread() {
 void Background::run(Lane lane, std::function<void()> work) {
   mainThread();  // It belongs to the thread that asks first.
   pool(lane).start(std::move(work));
+}
+
+void Background::giveBackMemory() {
+#ifdef __GLIBC__
+  // Once something large was freed, the library keeps what is of that size for itself.
+  ::malloc_trim(0);
+#endif
 }
 
 void Background::answer(std::function<void()> answer) {

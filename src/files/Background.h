@@ -16,6 +16,9 @@ struct Background {
   static void run(Lane lane, std::function<void()> work);
   /// Runs `answer` on the main thread, in a turn of its event loop. Any thread.
   static void answer(std::function<void()> answer);
+  /// Gives memory back to the system that was needed for a moment, such as for the pixels of a large picture of which
+  /// only a small one is kept. Any thread; worth its time after much of it only.
+  static void giveBackMemory();
 };
 
 }  // namespace tarnwick

@@ -70,6 +70,13 @@ QImage fromPicture(const QString& path, int pixels) {
   return fitted(reader.read(), pixels);
 }
 
+/// Most formats are decoded whole before they are made small.
+bool isLarge(const QString& path) {
+  constexpr qint64 kMuch = 1024 * 1024;
+  const QSize size = QImageReader(path).size();
+  return qint64{size.width()} * size.height() > kMuch;
+}
+
 }  // namespace
 
 Thumbnails::Thumbnails(const QString& cacheFolder, QObject* parent)
@@ -86,6 +93,7 @@ QImage Thumbnails::of(const QString& path, const QDateTime& modified, int pixels
                   [this, key, path, modified, pixels, folder = cacheFolder_, wanted = wanted_] {
                     if (!*wanted) return;
                     const QImage image = read(folder, path, modified, pixels);
+                    if (!image.isNull() && isLarge(path)) Background::giveBackMemory();
                     Background::answer([this, key, image, wanted] {
                       if (*wanted) take(key, image);
                     });

@@ -1,3 +1,5 @@
+#include <unistd.h>
+
 #include <QImage>
 
 #include "files/Thumbnails.h"
@@ -59,6 +61,30 @@ TEST_F(ThumbnailsTest, OfPicturesAreMadeWhereNobodyDid) {
   ASSERT_TRUE(waitFor([&] { return ready; }));
   EXPECT_FALSE(thumbnails.of(at(u"wide.png"_s), modified, 100).isNull());
 }
+
+#if !defined(__SANITIZE_ADDRESS__)
+/// What the process holds in memory, in bytes.
+qint64 resident() {
+  QFile file(u"/proc/self/statm"_s);
+  return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ').value(1).toLongLong() * ::getpagesize() : 0;
+}
+
+TEST_F(ThumbnailsTest, OfLargePicturesLeaveNothingBehindButTheirPixels) {
+  constexpr int kPictures = 4;
+  for (int i = 0; i < kPictures; ++i) {
+    const QColor color = QColor::fromHsv(i * 60, 200, 200);
+    ASSERT_TRUE(filled({2900, 2000}, color).save(at(u"%1.png"_s.arg(i))));
+  }
+  Thumbnails thumbnails(at(u"cache"_s));
+  const QDateTime modified = QDateTime::fromSecsSinceEpoch(5);
+  // The first one loads what decoding needs.
+  EXPECT_TRUE(waitFor([&] { return !thumbnails.of(at(u"0.png"_s), modified, 160).isNull(); }));
+  const qint64 before = resident();
+  for (int i = 1; i < kPictures; ++i)
+    EXPECT_TRUE(waitFor([&] { return !thumbnails.of(at(u"%1.png"_s.arg(i)), modified, 160).isNull(); }));
+  EXPECT_LT(resident() - before, 4 * 1024 * 1024) << "each takes 22 MB while it is read";
+}
+#endif
 
 }  // namespace
 }  // namespace tarnwick
