@@ -124,6 +124,22 @@ TEST(Validation, StopsAtTheFirstFault) {
   }
 }
 
+TEST(Validation, EveryNumberIsCheckedAndTheirFaultsComeInOrder) {
+  const QStringList keys{u"minutes"_s,         u"goal"_s,      u"deadline"_s,     u"remaining"_s,
+                         u"elapsed"_s,         u"started"_s,   u"glasses"_s,      u"shortBreak"_s,
+                         u"longBreak"_s,       u"sessions"_s,  u"cycleLength"_s,  u"interval"_s,
+                         u"lastReminder"_s,    u"wallpaperInterval"_s, u"lastWallpaperChange"_s,
+                         u"standingMinutes"_s};
+  QMap<QString, QString> faults;
+  for (qsizetype i = keys.size() - 1; i >= 0; --i) {
+    faults.insert(keys[i], u"x"_s);
+    DockConfiguration configuration;
+    options(faults)(configuration);
+    const QString message = u"Invalid numeric value for "_s + keys[i] + u'.';
+    EXPECT_EQ(failureOf([&] { configuration.validate(); }), message.toStdString());
+  }
+}
+
 TEST(Validation, RepairsWhatItCan) {
   DockConfiguration c;
   c.profiles = {profile(u" a "_s), profile(u"b"_s)};

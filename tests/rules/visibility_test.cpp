@@ -59,6 +59,11 @@ TEST(DockVisibility, FollowsTheTable) {
     };
     cases.insert(cases.end(), family.begin(), family.end());
   }
+  // Halves and whole numbers meet to the exact moment, which tenths do not.
+  Around half = around(RevealBottom);
+  half.hideDelay = 0.5;
+  cases.push_back({"the delay is over", half, {true, {}, now - 0.5}, {false, {}, now - 0.5}, false});
+  cases.push_back({"the delay is nearly over", half, {true, {}, now - 0.4375}, {true, {}, now - 0.4375}, true});
   for (const Case& c : cases) {
     const DockVisibility state = DockVisibility::next(c.old, c.around, now);
     EXPECT_EQ(state, c.expected) << c.name << ", layout " << static_cast<int>(c.around.layout);
