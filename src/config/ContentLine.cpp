@@ -10,17 +10,26 @@ namespace {
 
 using Options = QMap<QString, QString>;
 
+/// A new line behind the others, with nothing in it.
+ContentLine& appendTo(QList<ContentLine>& lines) {
+  lines.resize(lines.size() + 1);
+  return lines.last();
+}
+
 void addOptions(const QUuid& widget, const Options& before, const Options& after, QList<ContentLine>& to) {
-  const auto add = [&](const QString& key, const std::optional<QString>& value) {
+  const auto add = [&](const QString& key, const QString* value) {
     if (DockConfiguration::isCredential(key)) return;
-    to.append(ContentLine{.widget = widget, .key = key, .value = value, .todos = {}, .shelf = {}});
+    ContentLine& line = appendTo(to);
+    line.widget = widget;
+    line.key = key;
+    if (value) line.value = *value;
   };
   for (auto option = after.cbegin(); option != after.cend(); ++option) {
     const auto old = before.constFind(option.key());
-    if (old == before.cend() || *old != *option) add(option.key(), *option);
+    if (old == before.cend() || *old != *option) add(option.key(), &*option);
   }
   for (auto option = before.cbegin(); option != before.cend(); ++option) {
-    if (!after.contains(option.key())) add(option.key(), std::nullopt);
+    if (!after.contains(option.key())) add(option.key(), nullptr);
   }
 }
 
@@ -67,8 +76,8 @@ QList<ContentLine> ContentLine::between(const DockConfiguration& before, const D
       }
     }
   }
-  if (before.todos != after.todos) lines.append(ContentLine{{}, {}, {}, after.todos, {}});
-  if (before.shelf != after.shelf) lines.append(ContentLine{{}, {}, {}, {}, after.shelf});
+  if (before.todos != after.todos) appendTo(lines).todos = after.todos;
+  if (before.shelf != after.shelf) appendTo(lines).shelf = after.shelf;
   return lines;
 }
 
