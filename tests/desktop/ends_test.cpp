@@ -6,7 +6,9 @@
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QFile>
 #include <chrono>
+#include <ostream>
 
 #include "config/Persistence.h"
 #include "desktop/Program.h"
@@ -105,6 +107,7 @@ struct End {
   const char* system;
   const char* way;
 };
+void PrintTo(const End& end, std::ostream* to) { *to << end.name; }
 
 class Ends : public ::testing::TestWithParam<End> {
  protected:
@@ -154,6 +157,9 @@ TEST_P(Ends, KeepWhatWasTypedAMomentAgo) {
   Persistence::save(config, file());
   const auto desk = makeDesk(QString::fromLatin1(GetParam().system));
   Program program(home());
+  // Before it answers there, an order would begin a program of its own.
+  ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return QFile::exists(home() + u"/Tarnwick/tarnwick.socket"_s); }))
+      << qPrintable(program.standardError());
   ASSERT_TRUE(writeInto(*desk, home(), [this] { return savedText(); })) << qPrintable(program.standardError());
 
   for (const Key key : {Key::N, Key::O, Key::T, Key::E}) desk->tap(key);
