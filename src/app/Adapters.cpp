@@ -58,7 +58,7 @@ StoreSetup Adapters::storeSetup() {
   setup.applications = runningApplications_.get();
   setup.notifications = notifications_.get();
   setup.session = sessionEvents_.get();
-  readings_->fill(setup.collaborators);
+  setup.clients = readings_->beatClients();
   return setup;
 }
 

@@ -124,6 +124,7 @@ void AppDelegate::listenToScreens() {
   };
   connect(setup_.ports.screens, &Screens::changed, this, look);
   connect(store_.get(), &AppStore::layoutChanged, this, look);
+  connect(dock_.get(), &DockController::placed, this, look);
 }
 
 void AppDelegate::quit() {

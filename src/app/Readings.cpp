@@ -15,31 +15,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-struct DrivenProcesses final : ProcessReadings {
-  explicit DrivenProcesses(ProcessMonitor& driven) : monitor(driven) {}
-  void refresh() override { monitor.refresh(); }
-  ProcessMonitor& monitor;
-};
-
-struct DrivenTemperature final : TemperatureReadings {
-  explicit DrivenTemperature(SystemTemperature& driven) : temperature(driven) {}
-  void refresh() override { temperature.refresh(); }
-  SystemTemperature& temperature;
-};
-
-/// One reading of the files brings events and reminders; the calendar makes one of the two questions.
-struct DrivenCalendar final : CalendarReadings {
-  explicit DrivenCalendar(Calendar& driven) : calendar(driven) {
-    QObject::connect(&calendar, &Calendar::outdated, &guard, [this] {
-      if (onChanged) onChanged();
-    });
-  }
-  void loadCalendar() override { calendar.load(); }
-  void loadReminders() override { calendar.load(); }
-  Calendar& calendar;
-  QObject guard;
-};
-
 QString home(QStandardPaths::StandardLocation location) { return QStandardPaths::writableLocation(location); }
 
 }  // namespace
@@ -57,6 +32,7 @@ Readings::Readings(Scheduler& scheduler)
                  scheduler),
       screenshots_(home(QStandardPaths::PicturesLocation), scheduler),
       thumbnails_(home(QStandardPaths::GenericCacheLocation)) {
+  connect(&calendar_, &Calendar::outdated, &calendar_, &Calendar::load);
   connect(&calendar_, &Calendar::changed, this, &Readings::changed);
   connect(&processes_, &ProcessMonitor::changed, this, [this] { Q_EMIT measured(u"processes"_s); });
   connect(&temperature_, &SystemTemperature::changed, this, [this] { Q_EMIT measured(u"temperature"_s); });
@@ -74,20 +50,14 @@ void Readings::start() {
 
 std::optional<bool> Readings::uses24Hour() const { return clockFormat_ ? clockFormat_->uses24Hour() : std::nullopt; }
 
-void Readings::fill(Collaborators& collaborators) {
-  collaborators.processes = std::make_unique<DrivenProcesses>(processes_);
-  collaborators.temperature = std::make_unique<DrivenTemperature>(temperature_);
-  collaborators.calendar = std::make_unique<DrivenCalendar>(calendar_);
-}
-
 void Readings::follow(AppStore& store) {
   const auto ask = [this, &store] {
-    const ActiveSets& active = store.active();
     screenshots_.setChosen(store.config().screenshotFolder);
     calendar_.setFolders(CalendarFolders::of(store.config()));
-    calendar_.setNeeded(active.families.contains(u"calendar"_s) || active.families.contains(u"reminders"_s));
+    calendar_.setNeeded(calendar_.isNeededBy(store.active()));
   };
   connect(&store, &AppStore::configChanged, this, ask);
+  connect(&store, &AppStore::activeChanged, this, ask);
   connect(&calendar_, &Calendar::failed, &store, &AppStore::setError);
   connect(&calendar_, &Calendar::changed, &store, [this, &store] {
     store.setCalendarMessage(calendar_.calendarMessage());

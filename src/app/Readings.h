@@ -28,8 +28,8 @@ class Readings : public QObject {
   explicit Readings(Scheduler& scheduler);
   ~Readings() override;
 
-  /// Hands the store what it is to drive.
-  void fill(Collaborators& collaborators);
+  /// What the store is to drive.
+  QList<BeatClient*> beatClients() { return {&temperature_, &processes_, &calendar_}; }
   /// Follows the store: what it shows decides what is read, and what fails lands in its message line.
   void follow(AppStore& store);
 

@@ -35,6 +35,10 @@ CalendarRange Calendar::range() const {
   return {today.addDays(-daysBack).startOfDay(), today.addDays(daysAhead).startOfDay()};
 }
 
+bool Calendar::isNeededBy(const ActiveSets& active) const {
+  return active.families.contains("calendar"_L1) || active.families.contains("reminders"_L1);
+}
+
 void Calendar::setNeeded(bool needed) {
   if (isNeeded_ == needed) return;
   isNeeded_ = needed;

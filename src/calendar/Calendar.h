@@ -5,12 +5,13 @@
 
 #include "base/Scheduler.h"
 #include "calendar/ports/CalendarSource.h"
+#include "facilities/BeatClient.h"
 
 namespace tarnwick {
 
-/// The events and reminders that calendar tiles and panels show, from some weeks back to some weeks ahead. Whoever owns
-/// it calls `load` now and then (the day goes on) and whenever `outdated` says so. Main thread only.
-class Calendar final : public QObject {
+/// The events and reminders that calendar tiles and panels show, from some weeks back to some weeks ahead. It is
+/// read again on the beat (the day goes on); whoever owns it calls `load` whenever `outdated` says so. Main thread only.
+class Calendar final : public QObject, public BeatClient {
   Q_OBJECT
  public:
   static constexpr int daysBack = 35;
@@ -35,6 +36,13 @@ class Calendar final : public QObject {
 
   /// Reads, unless a reading is under way; cheap while nothing changed. Does nothing while nobody needs it.
   void load();
+
+  /// One reading brings events and reminders.
+  BeatStep step() const override { return BeatStep::Calendar; }
+  int everyTicks() const override { return 60; }
+  bool isNeededBy(const ActiveSets& active) const override;
+  void start(const DockConfiguration&) override { load(); }
+  void beat(const ActiveSets&) override { load(); }
 
   /// Ticks a reminder off, or takes the tick away. The reminder shows it at once; if it fails, it goes back and
   /// `failed` says why.

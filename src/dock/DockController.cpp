@@ -104,7 +104,7 @@ void DockController::shutdown() {
     store_.setError(failure.message());
     sayAtTheEnd(failure);
   }
-  store_.services().windows->restoreReservations(store_.dataDirectory() + "/window-recovery.json"_L1);
+  store_.restoreReservations();
   removeDocks([](const QString&) { return true; });
 }
 
@@ -163,7 +163,7 @@ void DockController::layoutPanels() {
   const bool reserves = config.desktopOptions().reserveSpace;
   const std::optional<DockLayout> reserved = reserves ? std::optional(config.layout) : std::nullopt;
   if (reservedLayout_ && reservedLayout_ != reserved) {
-    store_.services().windows->restoreReservations(store_.dataDirectory() + "/window-recovery.json"_L1);
+    store_.restoreReservations();
   }
   reservedLayout_ = reserved;
   removeDocks([&](const QString& id) { return !selected.contains(id); });

@@ -16,14 +16,30 @@ namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// The store's own reading and the remote values beat with the clients that were handed in.
+QList<BeatClient*> allClients(const StoreSetup& setup, SystemMetrics& system) {
+  QList<BeatClient*> clients = setup.clients;
+  clients << &system;
+  if (setup.remote) clients << setup.remote;
+  return clients;
+}
+
+}  // namespace
+
 AppStore::AppStore(StoreSetup setup)
     : scheduler_(setup.scheduler),
       keys_(setup.keys),
       installedApps_(setup.installedApps),
       applications_(setup.applications),
       notifications_(setup.notifications),
-      services_(std::move(setup.collaborators)),
+      remote_(setup.remote),
+      credentials_(setup.credentials),
+      clipboard_(setup.clipboard),
+      reservations_(setup.reservations),
       system_(std::make_unique<SystemMetrics>(std::move(setup.counters), *setup.scheduler)),
+      clients_(allClients(setup, *system_)),
       calendarMessage_(tr("Enable Calendar access to see your events.")),
       reminderMessage_(tr("Enable Reminders access to see your reminders.")),
       diagnostic_(setup.diagnostic),
@@ -32,7 +48,7 @@ AppStore::AppStore(StoreSetup setup)
   if (load()) start(setup);
 }
 
-AppStore::~AppStore() { services_.calendar->onChanged = nullptr; }
+AppStore::~AppStore() = default;
 
 // --- Start ----------------------------------------------------------------------------------------------------------
 
@@ -77,40 +93,33 @@ void AppStore::start(StoreSetup& setup) {
   if (diagnostic_) return;
 
   migrateClipboardHistory();
-  services_.windows->restoreReservations(dataDirectory() + "/window-recovery.json"_L1);
-  restoreMedia();
-  services_.productivity->refresh();
-  pasteboardCount_ = services_.clipboard->changeCount();
+  restoreReservations();
   timer_ = scheduler_->every(1.0, [this] { heartbeat(); });
   listen(setup);
-  services_.calendar->loadCalendar();
-  services_.calendar->loadReminders();
+  clients_.start(config_);
   refreshAll();
   removeOrphanedCredentials();
 }
 
 void AppStore::removeOrphanedCredentials() {
   // A document that was lost, or not there yet, says nothing about which credentials are still wanted.
-  if (!hasRead_) return;
+  if (!hasRead_ || !credentials_) return;
   QList<QUuid> all;
   for (const DockProfile& profile : config_.profiles) {
     for (const DockWidget& widget : profile.widgets) all.append(widget.id);
   }
-  services_.credentials->removeOrphans(all);
+  credentials_->removeOrphans(all);
 }
 
 void AppStore::listen(StoreSetup& setup) {
-  services_.calendar->onChanged = [this] {
-    services_.calendar->loadCalendar();
-    services_.calendar->loadReminders();
-  };
   if (applications_) {
     connect(applications_, &RunningApplications::changed, this, [this] { apply(applications_->list()); });
   }
   if (setup.session) {
     connect(setup.session, &SessionEvents::willSleep, this, &AppStore::save);
     connect(setup.session, &SessionEvents::didWake, this, [this] {
-      services_.windows->restoreReservations(dataDirectory() + "/window-recovery.json"_L1);
+      restoreReservations();
+      clients_.wake();
       heartbeat();
       refreshAll();
     });
@@ -118,9 +127,9 @@ void AppStore::listen(StoreSetup& setup) {
 }
 
 void AppStore::migrateClipboardHistory() {
-  if (config_.clipboard.isEmpty()) return;
+  if (!clipboard_ || config_.clipboard.isEmpty()) return;
   try {
-    if (services_.clipboard->migrate(config_.clipboard)) {
+    if (clipboard_->migrate(config_.clipboard)) {
       edit([](DockConfiguration& config) { config.clipboard.clear(); });
       // At once: texts that still stood in the file at the next start would be taken over again.
       save();
@@ -128,17 +137,6 @@ void AppStore::migrateClipboardHistory() {
   } catch (const DomainError& failure) {
     setError(failure.message());
   }
-}
-
-void AppStore::restoreMedia() {
-  const auto& source = config_.rememberedMediaSource;
-  const bool wanted = source && config_.nativeConnections && config_.nativeConnections->contains(*source);
-  if (wanted) {
-    services_.media->restore(*source);
-  } else {
-    services_.media->disconnect(false);
-  }
-  services_.media->refresh();
 }
 
 // --- The beat -------------------------------------------------------------------------------------------------------
@@ -151,49 +149,13 @@ void AppStore::heartbeat() {
   const QDateTime moment = now();
   ++tick_;
 
-  sampleServices();
-  recordClipboard();
+  clients_.beat(BeatStep::Temperature, BeatStep::Clipboard, tick_, active_);
   applyProfileRules(moment);
   advanceProductivity(moment);
   if (deferredApps_ && scheduler_->reference() >= runningAppsHeldUntil_) apply(QList<RunningApp>(*deferredApps_));
 
-  if (tick_ % 60 == 0) {
-    services_.productivity->refresh();
-    services_.wallpaper->tick();
-    services_.calendar->loadCalendar();
-    services_.calendar->loadReminders();
-  }
-  if (tick_ % 600 == 0) refreshAll();
+  clients_.beat(BeatStep::Productivity, BeatStep::RemoteValues, tick_, active_);
   Q_EMIT ticked();
-}
-
-void AppStore::sampleServices() {
-  const auto shows = [this](QLatin1StringView family) { return active_.families.contains(family); };
-  const auto has = [this](QLatin1StringView kind) { return active_.kinds.contains(kind); };
-
-  if (tick_ % 4 == 0) {
-    if (shows("temperature"_L1)) services_.temperature->refresh();
-    if (shows("processes"_L1)) services_.processes->refresh();
-  }
-  if (tick_ % 2 != 0) return;
-  if (has("zoomMeeting"_L1) || has("calendarMeetingDetail"_L1)) services_.zoom->refresh();
-  if (active_.connectionModes.contains("claudeActivity"_L1)) {
-    for (const DockWidget& widget : shownWidgets()) {
-      if (widget.options.value(u"connectionMode"_s) == "claudeActivity"_L1) refresh(widget);
-    }
-  }
-  if (shows("music"_L1)) services_.media->refresh();
-  if (!has("nowPlayingYouTubeVideo"_L1)) services_.media->clearVideoPreview();
-  if (shows("audio"_L1) || shows("toggles"_L1)) services_.audioDevices->refresh();
-  if (system_->isNeeded()) system_->sample();
-}
-
-void AppStore::recordClipboard() {
-  if (!config_.clipboardEnabled || !active_.kinds.contains("clipboard"_L1)) return;
-  const int count = services_.clipboard->changeCount();
-  if (count == pasteboardCount_) return;
-  pasteboardCount_ = count;
-  services_.clipboard->record();
 }
 
 // --- Saving ---------------------------------------------------------------------------------------------------------
@@ -234,15 +196,10 @@ void AppStore::shutdown() {
   if (down_) return;
   down_ = true;
   if (applications_) applications_->stop();
-  services_.media->disconnect(false);
-  services_.zoom->disconnect();
-  services_.sounds->stop();
-  services_.cleaner->stop();
-  services_.windows->stopPreviews();
-  services_.windows->restoreReservations(dataDirectory() + "/window-recovery.json"_L1);
+  clients_.endThrough(BeatStep::WindowPreviews);
+  restoreReservations();
   timer_.reset();
-  services_.remote->cancelAll();
-  services_.recorder->stop();
+  clients_.endAfter(BeatStep::WindowPreviews);
   saveAtTheEnd();
   // Last: it waits for whoever reads a folder right now.
   if (installedApps_) installedApps_->stop();
@@ -273,6 +230,10 @@ void AppStore::setReminderMessage(const QString& message) {
 
 void AppStore::setDockDisplays(const QStringList& displays) {
   if (!displays.contains(activeDisplay)) activeDisplay.clear();
+  if (dockDisplays_ == displays) return;
+  dockDisplays_ = displays;
+  refreshActiveWidgetIndex();
+  Q_EMIT activeChanged();
 }
 
 void AppStore::notify(const QString& title, const QString& body) {
@@ -300,9 +261,17 @@ void AppStore::announce(const DockWidget& widget, const QString& sentence) {
   }
 }
 
-void AppStore::refresh(const DockWidget& widget) { services_.remote->refresh(widget); }
+void AppStore::refresh(const DockWidget& widget) {
+  if (remote_) remote_->refresh(widget);
+}
 
-void AppStore::refreshAll() { services_.remote->refreshAll(); }
+void AppStore::refreshAll() {
+  if (remote_) remote_->refreshAll();
+}
+
+void AppStore::restoreReservations() {
+  if (reservations_) reservations_->restore(dataDirectory() + "/window-recovery.json"_L1);
+}
 
 void AppStore::holdRunningApps() { runningAppsHeldUntil_ = scheduler_->reference() + kRunningAppsHold; }
 

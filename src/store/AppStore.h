@@ -14,8 +14,9 @@
 #include "config/SettingsWriter.h"
 #include "desktop/Notifications.h"
 #include "desktop/SessionEvents.h"
-#include "store/ActiveSets.h"
-#include "store/Collaborators.h"
+#include "facilities/BeatClient.h"
+#include "facilities/StoreCalls.h"
+#include "store/BeatClients.h"
 #include "system/SystemMetrics.h"
 #include "system/ports/SystemCounters.h"
 
@@ -37,7 +38,11 @@ struct StoreSetup {
   RunningApplications* applications = nullptr;
   Notifications* notifications = nullptr;
   SessionEvents* session = nullptr;
-  Collaborators collaborators;
+  QList<BeatClient*> clients;  ///< In the order in which those of one step run.
+  RemoteRefresh* remote = nullptr;
+  CredentialKeeping* credentials = nullptr;
+  ClipboardMigration* clipboard = nullptr;
+  WindowReservations* reservations = nullptr;
 };
 
 /// The one observable object of the program: it owns the settings document and the services, drives them with a beat of
@@ -64,7 +69,6 @@ class AppStore : public QObject {
 
   SystemMetrics& system() { return *system_; }
   const SystemMetrics& system() const { return *system_; }
-  Collaborators& services() { return services_; }
   Scheduler& scheduler() { return *scheduler_; }
 
   QDateTime now() const;
@@ -78,7 +82,7 @@ class AppStore : public QObject {
   const ActiveSets& active() const { return active_; }
   /// The display of the dock that an action applies to; empty when none was named. Forgotten when that dock goes.
   QString activeDisplay;
-  /// Tells which displays have a dock.
+  /// Tells which displays have a dock. What others are pinned to is not shown then.
   void setDockDisplays(const QStringList& displays);
 
   // The document.
@@ -136,6 +140,8 @@ class AppStore : public QObject {
   void notify(const QString& title, const QString& body);
   void refresh(const DockWidget& widget);
   void refreshAll();
+  /// Puts windows back that were moved out of the dock's way.
+  void restoreReservations();
 
   /// Keeps the list of running applications still while tiles are dragged or dropped.
   void holdRunningApps();
@@ -152,6 +158,8 @@ class AppStore : public QObject {
 
  Q_SIGNALS:
   void configChanged();
+  /// active() is another, and the document is not.
+  void activeChanged();
   /// What the dock looks like changed, not only what its widgets count.
   void layoutChanged();
   void errorChanged();
@@ -174,20 +182,21 @@ class AppStore : public QObject {
   void scheduleSave();
   void tellOfSaving(const QString& failure, bool isRepeated);
   void refreshActiveWidgetIndex();
-  void sampleServices();
-  void recordClipboard();
   void announce(const DockWidget& widget, const QString& sentence);
   void setMessage(const QString& message, bool isAnnouncement);
   void migrateClipboardHistory();
-  void restoreMedia();
 
   Scheduler* scheduler_;
   ProgramKeys keys_;
   InstalledApps* installedApps_;
   RunningApplications* applications_;
   Notifications* notifications_;
-  Collaborators services_;
+  RemoteRefresh* remote_;
+  CredentialKeeping* credentials_;
+  ClipboardMigration* clipboard_;
+  WindowReservations* reservations_;
   std::unique_ptr<SystemMetrics> system_;
+  BeatClients clients_;
 
   DockConfiguration config_;
   QString error_;
@@ -209,10 +218,10 @@ class AppStore : public QObject {
 
   JobHandle timer_;
   qint64 tick_ = 0;
-  int pasteboardCount_ = 0;
   std::optional<QList<RunningApp>> deferredApps_;
   double runningAppsHeldUntil_ = 0;  // On the reference clock, which no change of the time touches.
   ActiveSets active_;
+  std::optional<QStringList> dockDisplays_;  // Absent until it was told.
 };
 
 }  // namespace tarnwick

@@ -68,13 +68,14 @@ void AppStore::configDidChange() {
 }
 
 QList<DockWidget> AppStore::shownWidgets() const {
-  // What any display shows counts, pinned profiles included.
+  // What any display shows counts, pinned profiles included; what one that has no dock now would show does not.
   QList<qsizetype> profiles{config_.activeIndex()};
   QList<DockWidget> shown = widgets();
   const DesktopOptions options = config_.desktopOptions();
   for (auto pin = options.displayProfiles.cbegin(); pin != options.displayProfiles.cend(); ++pin) {
     const qsizetype index = profileIndex(pin.key());
-    if (profiles.contains(index)) continue;
+    const bool isShown = !dockDisplays_ || dockDisplays_->contains(pin.key());
+    if (!isShown || profiles.contains(index)) continue;
     profiles << index;
     shown += config_.profiles[index].widgets;
   }
@@ -83,7 +84,7 @@ QList<DockWidget> AppStore::shownWidgets() const {
 
 void AppStore::refreshActiveWidgetIndex() {
   active_ = ActiveSets::of(shownWidgets());
-  system_->setNeeded(active_.families.contains("metric"_L1));
+  system_->setNeeded(system_->isNeededBy(active_));
 }
 
 void AppStore::set(const QUuid& id, const QString& key, const std::optional<QString>& value) {
@@ -123,7 +124,7 @@ void AppStore::addWidget(const DockWidget& widget) {
 void AppStore::remove(const QUuid& id) {
   edit([&](DockConfiguration& config) { DocumentEdits::remove(config, id); });
   try {
-    services_.credentials->remove(id);
+    if (credentials_) credentials_->remove(id);
   } catch (const DomainError& failure) {
     setError(tr("A stored credential could not be removed: ") + failure.message());
   }

@@ -5,6 +5,9 @@
 #include "base/OneThread.h"
 
 namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Longer than the pause between two samples, so that one thread serves them all and ends when the tile goes.
@@ -18,6 +21,8 @@ ProcessMonitor::ProcessMonitor(std::unique_ptr<ProcessSource> source, const Sche
 }
 
 ProcessMonitor::~ProcessMonitor() { pool_.waitForDone(); }
+
+bool ProcessMonitor::isNeededBy(const ActiveSets& active) const { return active.families.contains("processes"_L1); }
 
 void ProcessMonitor::refresh() {
   if (loading_) return;

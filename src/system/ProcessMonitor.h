@@ -9,13 +9,14 @@
 #include <optional>
 
 #include "base/Scheduler.h"
+#include "facilities/BeatClient.h"
 #include "system/ProcessUsage.h"
 
 namespace tarnwick {
 
-/// What runs on the machine, as the process tiles show it. The heartbeat calls `refresh` while one is shown; there is
-/// no timer here. Owns the source, which is read on another thread. Main thread only, but for `read`.
-class ProcessMonitor final : public QObject {
+/// What runs on the machine, as the process tiles show it. Refreshed on the beat while one is shown; there is no
+/// timer here. Owns the source, which is read on another thread. Main thread only, but for `read`.
+class ProcessMonitor final : public QObject, public BeatClient {
   Q_OBJECT
  public:
   /// `clock` must outlive this object.
@@ -28,6 +29,11 @@ class ProcessMonitor final : public QObject {
   /// The line that stands under the list.
   const QString& message() const { return message_; }
   bool loading() const { return loading_; }
+
+  BeatStep step() const override { return BeatStep::Processes; }
+  int everyTicks() const override { return 4; }
+  bool isNeededBy(const ActiveSets& active) const override;
+  void beat(const ActiveSets&) override { refresh(); }
 
   /// Starts one sample, unless one is under way.
   void refresh();

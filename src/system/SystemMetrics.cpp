@@ -1,6 +1,9 @@
 #include "system/SystemMetrics.h"
 
 namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 void append(QList<double>& history, double value) {
@@ -14,6 +17,8 @@ SystemMetrics::SystemMetrics(std::unique_ptr<SystemCounters> counters, const Sch
     : QObject(parent), counters_(std::move(counters)), clock_(clock) {}
 
 SystemMetrics::~SystemMetrics() = default;
+
+bool SystemMetrics::isNeededBy(const ActiveSets& active) const { return active.families.contains("metric"_L1); }
 
 void SystemMetrics::sample() {
   const bool due = samplesUntilSlowRefresh_ < 1;

@@ -5,15 +5,16 @@
 #include <memory>
 
 #include "base/Scheduler.h"
+#include "facilities/BeatClient.h"
 #include "system/MetricsSnapshot.h"
 #include "system/SystemSampler.h"
 #include "system/ports/SystemCounters.h"
 
 namespace tarnwick {
 
-/// What the CPU, memory, disk, battery and network tiles show. The heartbeat calls `sample` while `isNeeded`; there is
-/// no timer here. Owns the counters. Main thread only.
-class SystemMetrics final : public QObject {
+/// What the CPU, memory, disk, battery and network tiles show. Sampled on the beat while `isNeeded`; there is no timer
+/// here. Owns the counters. Main thread only.
+class SystemMetrics final : public QObject, public BeatClient {
   Q_OBJECT
  public:
   /// Entries that each history keeps, oldest first.
@@ -35,6 +36,11 @@ class SystemMetrics final : public QObject {
   /// Whether something shows these readings, so that sampling is worth its cost.
   bool isNeeded() const { return isNeeded_; }
   void setNeeded(bool needed) { isNeeded_ = needed; }
+
+  BeatStep step() const override { return BeatStep::Metrics; }
+  int everyTicks() const override { return 2; }
+  bool isNeededBy(const ActiveSets& active) const override;
+  void beat(const ActiveSets&) override { sample(); }
 
   int samplesUntilSlowRefresh() const { return samplesUntilSlowRefresh_; }
 

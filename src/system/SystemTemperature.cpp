@@ -7,6 +7,9 @@
 #include "base/OneThread.h"
 
 namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Longer than the pause between two readings, so that one thread serves them all and ends when the tile goes.
@@ -20,6 +23,10 @@ SystemTemperature::SystemTemperature(std::unique_ptr<ProcessorTemperatures> sens
 }
 
 SystemTemperature::~SystemTemperature() { pool_.waitForDone(); }
+
+bool SystemTemperature::isNeededBy(const ActiveSets& active) const {
+  return active.families.contains("temperature"_L1);
+}
 
 void SystemTemperature::refresh() {
   if (busy_) return;

@@ -6,13 +6,14 @@
 #include <memory>
 #include <optional>
 
+#include "facilities/BeatClient.h"
 #include "system/ports/ProcessorTemperatures.h"
 
 namespace tarnwick {
 
-/// The processor's temperature, as its tiles show it. The heartbeat calls `refresh` while one is shown; there is no
-/// timer here. Owns the sensors, which are read on another thread. Main thread only, but for `read`.
-class SystemTemperature final : public QObject {
+/// The processor's temperature, as its tiles show it. Refreshed on the beat while one is shown; there is no timer
+/// here. Owns the sensors, which are read on another thread. Main thread only, but for `read`.
+class SystemTemperature final : public QObject, public BeatClient {
   Q_OBJECT
  public:
   /// Entries that the history keeps, oldest first.
@@ -31,6 +32,11 @@ class SystemTemperature final : public QObject {
   int sensorCount() const { return sensorCount_; }
   const QList<double>& history() const { return history_; }
   bool busy() const { return busy_; }
+
+  BeatStep step() const override { return BeatStep::Temperature; }
+  int everyTicks() const override { return 4; }
+  bool isNeededBy(const ActiveSets& active) const override;
+  void beat(const ActiveSets&) override { refresh(); }
 
   /// Starts one reading, unless one is under way.
   void refresh();

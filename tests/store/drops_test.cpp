@@ -28,16 +28,17 @@ struct NoReadings : SystemCounters {
 struct Credentials : CredentialKeeping {
   explicit Credentials(QList<QUuid>& list) : removed(list) {}
   void remove(const QUuid& widget) override { removed << widget; }
+  void removeOrphans(const QList<QUuid>&) override {}
   QList<QUuid>& removed;
 };
 
-StoreSetup setupWith(Scheduler& time, QList<QUuid>& removed) {
+StoreSetup setupWith(Scheduler& time, CredentialKeeping& credentials) {
   StoreSetup setup;
   setup.diagnostic = true;
   setup.platformReads = false;
   setup.scheduler = &time;
   setup.counters = std::make_unique<NoReadings>();
-  setup.collaborators.credentials = std::make_unique<Credentials>(removed);
+  setup.credentials = &credentials;
   return setup;
 }
 
@@ -70,7 +71,8 @@ class DropsTest : public testing::Test {
 
   test::TestScheduler time;
   QList<QUuid> forgotten;
-  AppStore store{setupWith(time, forgotten)};
+  Credentials credentials{forgotten};
+  AppStore store{setupWith(time, credentials)};
   InstalledApps apps{twoFolders(), time};
   AppLaunch launch{AppEnvironment(), LaunchEnvironment(), [] { return QDBusConnection(u"no such bus"_s); }};
   AppOpener opener{apps, launch, time};

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "store/ActiveSets.h"
+#include "facilities/ActiveSets.h"
 #include "store/DocumentEdits.h"
 #include "store/SettingsChange.h"
 

@@ -21,68 +21,54 @@ struct Journal {
   int count(const QString& call) const { return static_cast<int>(calls.count(call)); }
 };
 
-struct FakeTemperature : TemperatureReadings {
-  explicit FakeTemperature(Journal& j) : journal(j) {}
-  void refresh() override { journal.calls << u"temperature"_s; }
-  Journal& journal;
-};
-struct FakeProcesses : ProcessReadings {
-  explicit FakeProcesses(Journal& j) : journal(j) {}
-  void refresh() override { journal.calls << u"processes"_s; }
-  Journal& journal;
-};
-struct FakeZoom : MeetingControl {
-  explicit FakeZoom(Journal& j) : journal(j) {}
-  void refresh() override { journal.calls << u"zoom"_s; }
-  void disconnect() override { journal.calls << u"zoom.disconnect"_s; }
-  Journal& journal;
-};
-struct FakeMedia : MediaControl {
-  explicit FakeMedia(Journal& j) : journal(j) {}
-  void refresh() override { journal.calls << u"media"_s; }
-  void restore(const QString& source) override { journal.calls << u"media.restore "_s + source; }
-  void disconnect(bool forgetting) override {
-    journal.calls << (forgetting ? u"media.forget"_s : u"media.disconnect"_s);
+/// A client that writes down what is asked of it.
+struct FakeClient : BeatClient {
+  FakeClient(Journal& j, const QString& called, BeatStep at, int ticks)
+      : journal(j), name(called), place(at), every(ticks) {}
+  BeatStep step() const override { return place; }
+  int everyTicks() const override { return every; }
+  bool isNeededBy(const ActiveSets& active) const override {
+    return family.isEmpty() || active.families.contains(family);
   }
+  void start(const DockConfiguration& config) override {
+    journal.calls << u"start %1 %2"_s.arg(name).arg(config.profiles.size());
+  }
+  void beat(const ActiveSets&) override { journal.calls << name; }
+  void wake() override { journal.calls << u"wake "_s + name; }
+  void end() override { journal.calls << u"end "_s + name; }
   Journal& journal;
+  QString name;
+  BeatStep place;
+  int every;
+  QString family;
 };
-struct FakeWindows : WindowKeeping {
-  explicit FakeWindows(Journal& j) : journal(j) {}
-  void restoreReservations(const QString&) override { journal.calls << u"windows.restore"_s; }
-  void stopPreviews() override { journal.calls << u"windows.stopPreviews"_s; }
-  Journal& journal;
-};
-struct FakeCalendar : CalendarReadings {
-  explicit FakeCalendar(Journal& j) : journal(j) {}
-  void loadCalendar() override { journal.calls << u"calendar"_s; }
-  void loadReminders() override { journal.calls << u"reminders"_s; }
+struct FakeReservations : WindowReservations {
+  explicit FakeReservations(Journal& j) : journal(j) {}
+  void restore(const QString& path) override { journal.calls << u"restore "_s + QFileInfo(path).fileName(); }
   Journal& journal;
 };
 struct FakeRemote : RemoteRefresh {
   explicit FakeRemote(Journal& j) : journal(j) {}
   void refresh(const DockWidget& widget) override { journal.calls << u"refresh "_s + widget.kind; }
   void refreshAll() override { journal.calls << u"refreshAll"_s; }
-  void cancelAll() override { journal.calls << u"cancelAll"_s; }
+  void end() override { journal.calls << u"cancelAll"_s; }
   Journal& journal;
 };
-struct FakeClipboard : ClipboardKeeping {
+struct FakeClipboard : ClipboardMigration {
   explicit FakeClipboard(Journal& j) : journal(j) {}
-  int changeCount() const override { return changes; }
-  void record() override { journal.calls << u"clipboard"_s; }
   bool migrate(const QStringList& texts) override {
     if (refuses) throw DomainError::invalid(u"The clipboard history cannot be read."_s);
     journal.calls << u"migrate "_s + texts.join(u',');
     return true;
   }
   Journal& journal;
-  int changes = 7;
   bool refuses = false;
 };
 struct FakeCredentials : CredentialKeeping {
   explicit FakeCredentials(Journal& j) : journal(j) {}
   void removeOrphans(const QList<QUuid>& keeping) override { journal.calls << u"orphans %1"_s.arg(keeping.size()); }
-  Journal& journal;
   void remove(const QUuid&) override { throw DomainError::invalid(u"The keyring is locked."_s); }
+  Journal& journal;
 };
 struct FakeNotifications : Notifications {
   Capability capability() const override { return Capability::yes(); }
@@ -116,18 +102,11 @@ class StoreTest : public testing::Test {
     setup.counters = std::make_unique<NoCounters>();
     setup.session = &session;
     setup.notifications = &notifications;
-    setup.collaborators.temperature = std::make_unique<FakeTemperature>(journal);
-    setup.collaborators.processes = std::make_unique<FakeProcesses>(journal);
-    setup.collaborators.zoom = std::make_unique<FakeZoom>(journal);
-    setup.collaborators.media = std::make_unique<FakeMedia>(journal);
-    setup.collaborators.windows = std::make_unique<FakeWindows>(journal);
-    setup.collaborators.calendar = std::make_unique<FakeCalendar>(journal);
-    setup.collaborators.remote = std::make_unique<FakeRemote>(journal);
-    auto fakeClipboard = std::make_unique<FakeClipboard>(journal);
-    fakeClipboard->refuses = clipboardRefuses;
-    clipboard = fakeClipboard.get();
-    setup.collaborators.clipboard = std::move(fakeClipboard);
-    setup.collaborators.credentials = std::make_unique<FakeCredentials>(journal);
+    setup.clients = clients;
+    setup.remote = &remote;
+    setup.clipboard = &clipboard;
+    setup.credentials = &credentials;
+    setup.reservations = &reservations;
     store = std::make_unique<AppStore>(std::move(setup));
     return *store;
   }
@@ -158,8 +137,11 @@ class StoreTest : public testing::Test {
   Journal journal;
   SessionEvents session;
   FakeNotifications notifications;
-  FakeClipboard* clipboard = nullptr;
-  bool clipboardRefuses = false;
+  FakeRemote remote{journal};
+  FakeClipboard clipboard{journal};
+  FakeCredentials credentials{journal};
+  FakeReservations reservations{journal};
+  QList<BeatClient*> clients;
   std::unique_ptr<AppStore> store;
 };
 
@@ -262,64 +244,128 @@ TEST_F(StoreTest, ACorruptFileIsPreservedAndARescueThatFailsStopsTheProgramFromW
   EXPECT_EQ(kept.readAll(), "{ this is not");
 }
 
-TEST_F(StoreTest, ShutdownSavesWhatWasPendingAndStopsInOrder) {
+TEST_F(StoreTest, ShutdownSavesWhatWasPending) {
   start();
   store->edit([](DockConfiguration& config) { config.scale = 0.75; });
-  journal.calls.clear();
   store->shutdown();
-  EXPECT_EQ(journal.calls, (QStringList{u"media.disconnect"_s, u"zoom.disconnect"_s, u"windows.stopPreviews"_s,
-                                        u"windows.restore"_s, u"cancelAll"_s}));
   EXPECT_EQ(saved().scale, 0.75);
   EXPECT_EQ(time.waiting(), 0);
 }
 
-TEST_F(StoreTest, TheBeatDrivesOnlyWhatIsShownAndInItsTime) {
-  start();
-  struct Case {
-    QStringList kinds;
-    int ticks;
-    QMap<QString, int> expected;
-  };
-  const Case cases[] = {
-      {{u"digitalClock"_s}, 12, {{u"temperature"_s, 0}, {u"processes"_s, 0}, {u"zoom"_s, 0}, {u"media"_s, 0}}},
-      {{u"temperature"_s, u"processTopApps"_s}, 12, {{u"temperature"_s, 3}, {u"processes"_s, 3}}},
-      {{u"calendarMeetingDetail"_s, u"nowPlayingMini"_s}, 12, {{u"zoom"_s, 6}, {u"media"_s, 6}, {u"calendar"_s, 0}}},
-      {{u"digitalClock"_s}, 60, {{u"calendar"_s, 1}, {u"reminders"_s, 1}, {u"refreshAll"_s, 0}}},
-      {{u"digitalClock"_s}, 600, {{u"calendar"_s, 10}, {u"refreshAll"_s, 1}}},
-  };
-  for (const Case& c : cases) {
-    time.advance(static_cast<double>(600 - store->tick() % 600));  // To the end of a round.
-    show(c.kinds);
-    time.advance(c.ticks);
-    for (auto call = c.expected.cbegin(); call != c.expected.cend(); ++call) {
-      EXPECT_EQ(journal.count(call.key()), call.value()) << qPrintable(c.kinds.join(u' ') + u": "_s + call.key());
-    }
+/// The clients of every step, handed in the wrong way round; of one step there are two.
+struct AllClients {
+  explicit AllClients(Journal& journal) {
+    using enum BeatStep;
+    const auto add = [&](const char* name, BeatStep step, int ticks) {
+      all.push_back(std::make_unique<FakeClient>(journal, QString::fromLatin1(name), step, ticks));
+    };
+    add("recorder", VoiceRecorder, 0);
+    add("previews", WindowPreviews, 0);
+    add("cleaner", KeyboardCleaner, 0);
+    add("sounds", Sounds, 0);
+    add("reminders", Reminders, 60);
+    add("calendar", Calendar, 60);
+    add("wallpaper", Wallpaper, 60);
+    add("productivity", Productivity, 60);
+    add("clipboard", Clipboard, 1);
+    add("audioDevices", AudioDevices, 2);
+    add("video", VideoPreview, 2);
+    add("media", Media, 2);
+    add("claude", ClaudeActivity, 2);
+    add("zoom", Meetings, 2);
+    add("processes", Processes, 4);
+    add("temperature", Temperature, 4);
+    add("own", Temperature, 4);
   }
-  show({u"cpu"_s});
-  const int before = NoCounters::samples;
-  time.advance(4);
-  EXPECT_EQ(NoCounters::samples, before + 2);
+  QList<BeatClient*> pointers() const {
+    QList<BeatClient*> list;
+    for (const auto& client : all) list << client.get();
+    return list;
+  }
+  std::vector<std::unique_ptr<FakeClient>> all;
+};
+
+TEST_F(StoreTest, ABeatAnEndAStartAndAWakeRunInTheirOrder) {
+  const AllClients all(journal);
+  clients = all.pointers();
+  start();
+  const QString begin = u"temperature own processes zoom claude media video audioDevices clipboard productivity "
+                        "wallpaper calendar reminders sounds cleaner previews recorder"_s;
+  QStringList expected{u"restore window-recovery.json"_s};
+  for (const QString& name : begin.split(u' ')) expected << u"start %1 1"_s.arg(name);
+  EXPECT_EQ(journal.calls, expected << u"refreshAll"_s);
+
+  const QString two = u"zoom claude media video audioDevices "_s;
+  const QString four = u"temperature own processes "_s + two;
+  const QString minute = u" productivity wallpaper calendar reminders"_s;
+  const std::pair<int, QString> ticks[] = {{1, u"clipboard"_s},
+                                           {2, two + u"clipboard"_s},
+                                           {4, four + u"clipboard"_s},
+                                           {12, four + u"clipboard"_s},
+                                           {60, four + u"clipboard"_s + minute},
+                                           {600, four + u"clipboard"_s + minute + u" refreshAll"_s}};
+  for (const auto& [tick, calls] : ticks) {
+    time.advance(static_cast<double>(tick - 1 - store->tick()));
+    journal.calls.clear();
+    time.advance(1);
+    ASSERT_EQ(store->tick(), tick);
+    EXPECT_EQ(journal.calls.join(u' '), calls) << tick;
+  }
+
+  journal.calls.clear();
+  Q_EMIT session.didWake();
+  EXPECT_EQ(journal.calls.mid(0, 3),
+            (QStringList{u"restore window-recovery.json"_s, u"wake temperature"_s, u"wake own"_s}));
+  EXPECT_EQ(journal.calls.mid(18), (QStringList{u"clipboard"_s, u"refreshAll"_s}));
+
+  journal.calls.clear();
+  store->shutdown();
+  store->shutdown();
+  EXPECT_EQ(journal.calls.join(u", "_s),
+            u"end media, end zoom, end sounds, end cleaner, end previews, restore window-recovery.json, cancelAll, "
+            "end recorder, end temperature, end own, end processes, end claude, end video, end audioDevices, "
+            "end clipboard, end productivity, end wallpaper, end calendar, end reminders"_s);
+  EXPECT_EQ(time.waiting(), 0);
 }
 
-TEST_F(StoreTest, ClaudeTilesAreReadOftenAndTheClipboardOnlyWhenItChanged) {
+TEST_F(StoreTest, OnlyWhatAConnectedDisplayShowsIsDriven) {
+  FakeClient music(journal, u"music"_s, BeatStep::Media, 2);
+  music.family = u"music"_s;
+  clients = {&music};
   start();
-  show({u"analyticsClaudeCodeStatus"_s, u"clipboard"_s});
-  store->set(store->widgets().first().id, u"connectionMode"_s, u"claudeActivity"_s);
-  store->edit([](DockConfiguration& config) { config.clipboardEnabled = true; });
-  time.advance(2);
-  EXPECT_EQ(journal.count(u"refresh analyticsClaudeCodeStatus"_s), 1);
-  EXPECT_EQ(journal.count(u"clipboard"_s), 0);  // What was there at the start is not new.
-  clipboard->changes = 8;
-  time.advance(3);
-  EXPECT_EQ(journal.count(u"clipboard"_s), 1);
-
-  // Two displays pinned to a profile that is not the active one show its tile; it is read once.
-  store->pinDisplay(u"L"_s, store->profile().id);
-  store->pinDisplay(u"R"_s, store->profile().id);
+  const auto beats = [this](int ticks) {
+    journal.calls.clear();
+    time.advance(ticks);
+    return journal.count(u"music"_s);
+  };
+  show({u"nowPlayingMini"_s});
+  EXPECT_EQ(beats(4), 2);
+  const QUuid everyday = store->profile().id;
   store->newProfile(u"Work"_s, false);
-  journal.calls.clear();
-  time.advance(2);
-  EXPECT_EQ(journal.count(u"refresh analyticsClaudeCodeStatus"_s), 1);
+  EXPECT_EQ(beats(4), 0);
+
+  store->pinDisplay(u"L"_s, everyday);
+  EXPECT_EQ(beats(4), 2);
+  const QSignalSpy changes(store.get(), &AppStore::activeChanged);
+  store->setDockDisplays({u"R"_s});
+  EXPECT_EQ(changes.count(), 1);
+  EXPECT_EQ(beats(4), 0);
+  store->pinDisplay(u"R"_s, everyday);
+  EXPECT_EQ(beats(4), 2);
+  store->pinDisplay(u"R"_s, std::nullopt);
+  store->setDockDisplays({u"L"_s, u"R"_s});
+  EXPECT_EQ(beats(4), 2);
+  EXPECT_EQ(store->active().widgets.size(), 1);
+}
+
+TEST_F(StoreTest, MetricsAreSampledEverySecondTickWhileTheyAreShown) {
+  start();
+  for (const auto& [kind, samples] : {std::pair(u"cpu"_s, 2), std::pair(u"digitalClock"_s, 0)}) {
+    show({kind});
+    const int before = NoCounters::samples;
+    time.advance(4);
+    EXPECT_EQ(NoCounters::samples - before, samples) << qPrintable(kind);
+  }
 }
 
 TEST_F(StoreTest, ARuleHoldsItsProfileAgainstAHandUntilItsWindowEnds) {
@@ -361,7 +407,7 @@ TEST_F(StoreTest, SleepSavesAndWakingRefreshesAtOnce) {
   const qint64 tick = store->tick();
   Q_EMIT session.didWake();
   EXPECT_EQ(store->tick(), tick + 1);
-  EXPECT_EQ(journal.calls.first(), u"windows.restore"_s);
+  EXPECT_EQ(journal.calls.first(), u"restore window-recovery.json"_s);
   EXPECT_EQ(journal.count(u"refreshAll"_s), 1);
 }
 
@@ -387,32 +433,22 @@ TEST_F(StoreTest, OldClipboardTextsMoveOnceAndStayWhenTheyCannot) {
   DockConfiguration old;
   old.clipboard = {u"a"_s, u"b"_s};
   Persistence::save(old, file());
-  clipboardRefuses = true;
+  clipboard.refuses = true;
   start();
   EXPECT_EQ(store->error(), u"The clipboard history cannot be read."_s);
   EXPECT_EQ(store->config().clipboard.size(), 2);
   store.reset();
-  clipboardRefuses = false;
+  clipboard.refuses = false;
   start();
   EXPECT_EQ(journal.count(u"migrate a,b"_s), 1);
   EXPECT_TRUE(store->config().clipboard.isEmpty());
   EXPECT_TRUE(saved().clipboard.isEmpty());
 }
 
-TEST_F(StoreTest, TheMediaSourceComesBackOnlyWhileItIsConnected) {
-  DockConfiguration config;
-  config.rememberedMediaSource = u"player"_s;
-  Persistence::save(config, file());
-  start();
-  EXPECT_EQ(journal.count(u"media.disconnect"_s), 1);
-  store.reset();
-  journal.calls.clear();
-  config.nativeConnections = QStringList{u"player"_s};
-  Persistence::save(config, file());
+TEST_F(StoreTest, CredentialsThatNoWidgetHasGoWithADocumentThatWasRead) {
+  Persistence::save(DockConfiguration(), file());
   start();
   EXPECT_EQ(journal.count(u"orphans 7"_s), 1);
-  EXPECT_EQ(journal.count(u"media.restore player"_s), 1);
-  EXPECT_EQ(journal.count(u"media.disconnect"_s), 0);
 }
 
 TEST_F(StoreTest, ATimerThatEndsIsAnnouncedOnceAlsoAfterARestart) {

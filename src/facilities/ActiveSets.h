@@ -8,14 +8,14 @@
 
 namespace tarnwick {
 
-/// What the shown widgets need. A service that no widget shows is not polled.
+/// What the widgets need that a connected display shows. A service that none of them shows is not polled.
 struct ActiveSets {
   QSet<QString> kinds;
   QSet<QString> families;
   QSet<QString> connectionModes;  ///< The option `connectionMode` of connected widgets.
+  QList<DockWidget> widgets;      ///< Those that are shown, each once.
 
   static ActiveSets of(const QList<DockWidget>& widgets);
-  bool operator==(const ActiveSets&) const = default;
 };
 
 }  // namespace tarnwick

@@ -1,4 +1,4 @@
-#include "store/ActiveSets.h"
+#include "facilities/ActiveSets.h"
 
 #include "widgets/catalog/Catalog.h"
 
@@ -8,6 +8,7 @@ using namespace Qt::StringLiterals;
 
 ActiveSets ActiveSets::of(const QList<DockWidget>& widgets) {
   ActiveSets sets;
+  sets.widgets = widgets;
   for (const DockWidget& widget : widgets) {
     const QString family = Catalog::find(widget.kind).family;
     sets.kinds.insert(widget.kind);

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QList>
+
+#include "facilities/BeatClient.h"
+
+namespace tarnwick {
+
+/// The beat's clients in their two orders: that of a beat, and that of the end. Clients of one step run in the order in
+/// which they were given. Borrowed.
+class BeatClients {
+ public:
+  explicit BeatClients(const QList<BeatClient*>& clients);
+
+  void start(const DockConfiguration& config) const;
+  /// Beats those from one step to another, both included, that are needed and due on this tick.
+  void beat(BeatStep from, BeatStep to, qint64 tick, const ActiveSets& active) const;
+  void wake() const;
+  /// Ends those up to a step, counted in the order of the end.
+  void endThrough(BeatStep last) const;
+  /// Ends those behind it.
+  void endAfter(BeatStep last) const;
+
+ private:
+  QList<BeatClient*> beating_;
+  QList<BeatClient*> ending_;
+};
+
+}  // namespace tarnwick
