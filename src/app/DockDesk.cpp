@@ -133,8 +133,8 @@ TileSources DockDesk::previews(const QList<DockWidget>& widgets) {
 PanelActions DockDesk::panelActions() {
   PanelActions actions = makePanelActions(parts_, commands_, edits_, folders_, this);
   actions.openEditor = menus_.editWidget;
-  actions.offerUndo = [this](const QString& sentence, const std::function<void()>& undo) {
-    undo_.push(sentence, undo);
+  actions.offerUndo = [this](const QString& display, const QString& sentence, const std::function<void()>& undo) {
+    undo_.push({sentence, display}, undo);
   };
   return actions;
 }
@@ -156,14 +156,19 @@ void DockDesk::placeApplications(const QString& display) {
   commands_.setTileRects(display, places);
 }
 
+/// Here comes in what the user does on a dock. What follows from it and knows no dock is meant for this one.
+void DockDesk::actOn(const QString& display) { parts_.store->activeDisplay = display; }
+
 DockActions DockDesk::actions(const QString& display) {
   DockActions actions;
   actions.openTile = [this, display](const QUuid& widget, const QRect& tile) {
+    actOn(display);
     openDisplay_ = display;
     openTile_ = tile;
     commands_.activateTile(widget);
   };
   actions.tileMenu = [this, display](const QUuid& widget, const QRect& beside) {
+    actOn(display);
     openDisplay_ = display;
     openTile_ = beside;
     openMenu(display, menus_.tile(widget, display), beside);
@@ -172,12 +177,17 @@ DockActions DockDesk::actions(const QString& display) {
     return commandsOf(
         display, widget.isNull() ? menus_.application(application, display) : menus_.tile(widget, display), beside);
   };
-  actions.dockMenu = [this, display](const QRect& beside) { openMenu(display, menus_.dock(), beside); };
-  actions.addWidgets = [this] {
+  actions.dockMenu = [this, display](const QRect& beside) {
+    actOn(display);
+    openMenu(display, menus_.dock(), beside);
+  };
+  actions.addWidgets = [this, display] {
+    actOn(display);
     if (addWidgets) addWidgets();
   };
   actions.bringApplication = [this](quint64 application) { commands_.activateApplication(application); };
   actions.applicationMenu = [this, display](quint64 application, const QRect& beside) {
+    actOn(display);
     openMenu(display, menus_.application(application, display), beside);
   };
   actions.openNewWindow = [this](const QUuid& widget, quint64 application) {
@@ -186,11 +196,13 @@ DockActions DockDesk::actions(const QString& display) {
   actions.cycleWindows = [this](quint64 application, int direction) { commands_.cycleWindows(application, direction); };
   actions.placeApplications = [this, display](const QHash<quint64, QRectF>&) { placeApplications(display); };
   actions.dropFiles = [this, display](const DockFileDrop& dropped) {
+    actOn(display);
     DockFileDrop drop = dropped;
     drop.display = display;
     drops_.routeDroppedFiles(drop);
   };
   actions.dropWidget = [this, display](const QString& text, qsizetype index) {
+    actOn(display);
     drops_.dropWidget(text, index, display);
   };
   actions.mayNotSwipe = [this] { return mayNotSwipe && mayNotSwipe(); };
@@ -200,7 +212,10 @@ DockActions DockDesk::actions(const QString& display) {
   actions.dockMoved = [this, display] {
     if (controller_) controller_->finishMove(display);
   };
-  actions.moveTile = [this, display](qsizetype from, qsizetype to) { edits_.moveShown(display, from, to); };
+  actions.moveTile = [this, display](qsizetype from, qsizetype to) {
+    actOn(display);
+    edits_.moveShown(display, from, to);
+  };
   actions.undo = [this] { undo_.undo(); };
   actions.closePanel = [this] {
     if (dismissPanel) dismissPanel();
@@ -284,7 +299,8 @@ QList<ItemCommand> DockDesk::commandsOf(const QString& display, const QList<Dock
     const auto number = ++seen[entry.text];
     const QString text = number > 1 ? tr("%1 (%2)").arg(entry.text).arg(number) : entry.text;
     commands.append({text, [this, display, beside, run = entry.run] {
-                       parts_.store->activeDisplay = openDisplay_ = display;
+                       actOn(display);
+                       openDisplay_ = display;
                        openTile_ = beside;
                        run();
                      }});
@@ -304,7 +320,7 @@ void DockDesk::markMenu(bool open) {
   if (const auto dock = docks_.find(menuDisplay_); dock != docks_.end()) dock->second->view().setMenuOpen(open);
 }
 
-void DockDesk::offerUndo(quint64 entry, const QString& sentence) {
+void DockDesk::offerUndo(quint64 entry, const QString& sentence, const QString& display) {
   if (sentence.isEmpty()) return;
   if (!controller_ || !host_ || controller_->displays().isEmpty() || parts_.screens->all().isEmpty()) return;
   const auto make = [this, entry, sentence] {
@@ -323,7 +339,7 @@ void DockDesk::offerUndo(quint64 entry, const QString& sentence) {
   bubbleEntry_ = entry;
   bubble_ = std::make_unique<DockBubble>(
       DockBubbleParts{parts_.store, controller_, parts_.screens, parts_.panels, host_}, make);
-  bubble_->setDisplay(parts_.store->activeDisplay);
+  bubble_->setDisplay(display.isEmpty() ? parts_.store->activeDisplay : display);
   bubble_->setRaised([this] {
     const int message = messageHeight ? messageHeight() : 0;
     return message > 0 ? message + kOverAMessage : 0;

@@ -108,7 +108,8 @@ class DockDesk : public QObject {
   void markMenu(bool open);
   void rebuildRows();
   void placeApplications(const QString& display);
-  void offerUndo(quint64 entry, const QString& sentence);
+  void actOn(const QString& display);
+  void offerUndo(quint64 entry, const QString& sentence, const QString& display);
   void closeBubble(quint64 entry);
   std::optional<ApplicationFacts> factsAt(const QString& path);
 

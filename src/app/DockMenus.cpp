@@ -76,7 +76,7 @@ QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
   actions.resetIcon = [this, path] { icons_.reset(path); };
   actions.moveLeft = [moveBy, right] { moveBy(-right); };
   actions.moveRight = [moveBy, right] { moveBy(right); };
-  actions.remove = [this, id] { parts_.edits->remove(id); };
+  actions.remove = [this, id, display] { parts_.edits->remove(id, display); };
   actions.reveal = [commands, path] { commands->reveal(path); };
   actions.emptyTrash = [commands] { commands->askToEmptyTrash(); };
   actions.addCalendarFolder = addCalendarFolder;

@@ -34,7 +34,7 @@ Windows::Windows(AppDelegate& delegate, const DelegateSetup& services)
       services_(services),
       places_(*services.ports.screens, [this](const Screen& screen) { return dockOn(screen); }) {
   delegate.showSettings = [this] { showSettings(); };
-  delegate.addWidgets = [this] { showLibrary(delegate_.store().activeDisplay); };
+  delegate.addWidgets = [this] { showLibrary(actedOn()); };
   delegate.openEditor = [this](const QUuid& widget) { showEditor(widget); };
   delegate.desk().menus().editWidget = delegate.openEditor;
   delegate.windowHoldsDock = [this] { return holdsDock(); };
@@ -110,6 +110,9 @@ bool Windows::eventFilter(QObject* window, QEvent* event) {
   return QObject::eventFilter(window, event);
 }
 
+/// The orders that open a window come without a dock, from menus, keys and other windows.
+QString Windows::actedOn() const { return delegate_.store().activeDisplay; }
+
 void Windows::showSettings() {
   present(settings_, u"settings"_s, {}, [this] {
     SettingsServices services;
@@ -117,7 +120,7 @@ void Windows::showSettings() {
     services.edits = &desk.edits();
     services.screens = services_.ports.screens;
     services.addWidgets = [this](const QUuid& profile) {
-      showLibrary(delegate_.store().activeDisplay);
+      showLibrary(actedOn());
       if (!profile.isNull()) library_->setTargetProfile(profile);
     };
     services.addCalendarFolder = desk.menus().addCalendarFolder;
@@ -181,7 +184,7 @@ void Windows::showLibrary(const QString& display) {
 void Windows::showEditor(const QUuid& widget, AppWindow* over) {
   // Those that were closed leave nothing behind.
   editors_.removeIf([](const auto& editor) { return editor.value().isNull(); });
-  present(editors_[widget], u"editor"_s, {over, delegate_.store().activeDisplay}, [this, widget] {
+  present(editors_[widget], u"editor"_s, {over, actedOn()}, [this, widget] {
     EditorServices services;
     services.apps = services_.installedApps;
     services.edits = &delegate_.desk().edits();

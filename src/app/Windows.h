@@ -58,6 +58,7 @@ class Windows final : public QObject {
   void followMotion();
   QRectF dockOn(const Screen& screen) const;
   void chooseDockPicture();
+  QString actedOn() const;
   PreviewSources previews();
   DesktopAbilities abilities() const;
 

@@ -40,7 +40,10 @@ class BeatClient {
   /// It beats on every tick that is a multiple of this; never for 0.
   virtual int everyTicks() const { return 0; }
   /// Whether it beats while displays show this.
-  virtual bool isNeededBy(const ActiveSets& active) const { return Q_UNUSED(active), true; }
+  virtual bool isNeededBy(const ActiveSets& active) const {
+    Q_UNUSED(active)
+    return true;
+  }
 
   /// The store is there; in the order of the steps. Not called in a run without a user's data.
   virtual void start(const DockConfiguration& config) { Q_UNUSED(config) }

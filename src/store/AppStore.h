@@ -80,7 +80,8 @@ class AppStore : public QObject {
   bool isDiagnostic() const { return diagnostic_; }
   qint64 tick() const { return tick_; }
   const ActiveSets& active() const { return active_; }
-  /// The display of the dock that an action applies to; empty when none was named. Forgotten when that dock goes.
+  /// The display of the dock that the user acted on last, for what comes without a dock of its own; empty when there is
+  /// none. Set and read where the user's actions come in; the store itself only forgets it when that dock goes.
   QString activeDisplay;
   /// Tells which displays have a dock. What others are pinned to is not shown then.
   void setDockDisplays(const QStringList& displays);
@@ -89,32 +90,41 @@ class AppStore : public QObject {
   const DockProfile& profile() const;
   const QList<DockWidget>& widgets() const;
   qsizetype profileIndex(const QString& display) const;
+  /// The profile that a display shows.
+  const DockProfile& profile(const QString& display) const { return config_.profiles[profileIndex(display)]; }
   bool isPinned(const QString& display) const;
   /// The widgets that a display's dock shows.
   QList<DockWidget> displayedWidgets(const QString& display) const;
-  QList<DockWidget> displayedWidgets() const { return displayedWidgets(activeDisplay); }
   /// The running applications that a display's dock doesn't hold as a tile already.
   QList<RunningApp> unpinnedRunningApps(const QString& display) const;
 
-  /// The one road of every change: `change` edits the document, which is then indexed, announced and saved in time.
-  /// When `change` throws, the document stays as it was.
-  void edit(const std::function<void(DockConfiguration&)>& change);
+  /// The one road of every change: `change` edits the document, which is then indexed, announced and saved in time. One
+  /// that changes nothing does none of it. When `change` throws, the document stays as it was. Gives the document as
+  /// the change left it, before others who heard of it changed more.
+  DockConfiguration edit(const std::function<void(DockConfiguration&)>& change);
+  /// The same for what may bring another profile onto a display: its values are then fetched anew.
+  DockConfiguration editProfiles(const std::function<void(DockConfiguration&)>& change);
   void set(const QUuid& id, const QString& key, const std::optional<QString>& value);
   // A widget that the settings document would refuse is refused here, with the reason as the message. One that is added
   // gets a fresh identity when it has none, or one that is taken.
   void update(const DockWidget& widget);
-  void add(const QString& kind);
-  void addWidget(const DockWidget& widget);
+  /// Appends a new widget to the active profile.
+  QUuid add(const QString& kind);
+  /// Appends to a profile. Gives the widget's identity; null when it was refused, and without a message when there is
+  /// no such profile.
+  QUuid addWidget(const DockWidget& widget, const QUuid& profile);
   void remove(const QUuid& id);
   void move(const QUuid& id, int places);
-  void moveDisplayed(qsizetype from, qsizetype to);
-  void newProfile(const QString& name, bool duplicate);
+  /// Moves by indices of what a display's dock shows, counted as Reordering does.
+  void moveDisplayed(qsizetype from, qsizetype to, const QString& display);
+  // These give the document as edit() does.
+  DockConfiguration newProfile(const QString& name, bool duplicate);
+  DockConfiguration deleteProfile(const QUuid& id);
+  DockConfiguration pinDisplay(const QString& display, const std::optional<QUuid>& profile);
   void selectProfile(const QUuid& id);
   void selectProfile(const QUuid& id, const QString& display);
   /// Activates the profile of the first rule that holds at this moment. Runs on every beat.
   void applyProfileRules(const QDateTime& at);
-  void pinDisplay(const QString& display, const std::optional<QUuid>& profile);
-  void deleteProfile(const QUuid& id);
   void addTodo(const QString& text);
   void toggleTodo(const QUuid& id);
 
@@ -132,6 +142,9 @@ class AppStore : public QObject {
   void exportConfiguration(const QString& path);
   /// Replaces the document by a file's; on any failure it stays as it is.
   void importConfiguration(const QString& path);
+
+  /// What is said of a profile that takes no more widgets.
+  static QString fullDock() { return tr("This dock already has 150 widgets."); }
 
   void setError(const QString& message);
   void clearError() { setError({}); }
@@ -176,7 +189,6 @@ class AppStore : public QObject {
   void removeOrphanedCredentials();
   void listen(StoreSetup& setup);
   void configDidChange();
-  void editProfiles(const std::function<void(DockConfiguration&)>& change);
   QList<DockWidget> shownWidgets() const;
   void changeWidget(const QUuid& id, const std::function<DockWidget(const DockWidget&)>& change);
   void scheduleSave();

@@ -48,16 +48,25 @@ QList<RunningApp> AppStore::unpinnedRunningApps(const QString& display) const {
   return PinnedTiles::unheld(runningApps_, displayedWidgets(display), idOf);
 }
 
-void AppStore::edit(const std::function<void(DockConfiguration&)>& change) {
+DockConfiguration AppStore::edit(const std::function<void(DockConfiguration&)>& change) {
   DockConfiguration changed = config_;
   change(changed);
-  if (changed == config_) return;
+  if (changed == config_) return changed;
   if (Persistence::isTooLarge(changed) && !Persistence::isTooLarge(config_)) {
     setError(tr("The change was not made: the settings would be larger than 64 MB and could not be read again."));
-    return;
+    return config_;
   }
-  config_ = std::move(changed);
+  config_ = changed;
   configDidChange();
+  return changed;
+}
+
+DockConfiguration AppStore::editProfiles(const std::function<void(DockConfiguration&)>& change) {
+  const auto shown = [this] { return std::pair(profile().id, config_.desktopOptions().displayProfiles); };
+  const auto before = shown();
+  DockConfiguration changed = edit(change);
+  if (shown() != before) refreshAll();
+  return changed;
 }
 
 void AppStore::configDidChange() {
@@ -100,25 +109,24 @@ void AppStore::update(const DockWidget& widget) {
   }
 }
 
-void AppStore::add(const QString& kind) {
-  DockWidget widget;
-  widget.kind = kind;
-  addWidget(widget);
-}
+QUuid AppStore::add(const QString& kind) { return addWidget({{}, kind, {}, {}}, profile().id); }
 
-void AppStore::addWidget(const DockWidget& widget) {
+QUuid AppStore::addWidget(const DockWidget& widget, const QUuid& profile) {
+  const auto home = std::ranges::find(config_.profiles, profile, &DockProfile::id);
+  if (home == config_.profiles.end()) return {};
+  const qsizetype index = home - config_.profiles.begin();
   try {
     DockWidget valid = widget;
     if (valid.id.isNull() || DocumentEdits::find(config_, valid.id)) valid.id = QUuid::createUuid();
     valid = DockConfiguration::validated(valid);
     bool added = false;
-    edit([&](DockConfiguration& config) {
-      added = DocumentEdits::add(config, DocumentEdits::profileIndex(config, activeDisplay), valid);
-    });
-    if (!added) setError(tr("This dock already has 150 widgets."));
+    edit([&](DockConfiguration& config) { added = DocumentEdits::add(config, index, valid); });
+    if (added) return valid.id;
+    setError(fullDock());
   } catch (const DomainError& failure) {
     setError(failure.message());
   }
+  return {};
 }
 
 void AppStore::remove(const QUuid& id) {
@@ -134,22 +142,16 @@ void AppStore::move(const QUuid& id, int places) {
   edit([&](DockConfiguration& config) { DocumentEdits::move(config, id, places); });
 }
 
-void AppStore::moveDisplayed(qsizetype from, qsizetype to) {
+void AppStore::moveDisplayed(qsizetype from, qsizetype to, const QString& display) {
   QList<QUuid> order;
-  for (const DockWidget& widget : displayedWidgets()) order.append(widget.id);
+  for (const DockWidget& widget : displayedWidgets(display)) order.append(widget.id);
   const QList<QUuid> wanted = Reordering::reordered(order, from, to);
   if (wanted == order) return;
-  edit([&](DockConfiguration& config) { DocumentEdits::arrange(config, profileIndex(activeDisplay), wanted); });
+  edit([&](DockConfiguration& config) { DocumentEdits::arrange(config, profileIndex(display), wanted); });
 }
 
-void AppStore::editProfiles(const std::function<void(DockConfiguration&)>& change) {
-  const QUuid before = profile().id;
-  edit(change);
-  if (profile().id != before) refreshAll();
-}
-
-void AppStore::newProfile(const QString& name, bool duplicate) {
-  editProfiles([&](DockConfiguration& config) { DocumentEdits::newProfile(config, name, duplicate); });
+DockConfiguration AppStore::newProfile(const QString& name, bool duplicate) {
+  return editProfiles([&](DockConfiguration& config) { DocumentEdits::newProfile(config, name, duplicate); });
 }
 
 void AppStore::selectProfile(const QUuid& id) {
@@ -169,13 +171,14 @@ void AppStore::applyProfileRules(const QDateTime& at) {
   if (wanted && *wanted != profile().id) selectProfile(*wanted);
 }
 
-void AppStore::pinDisplay(const QString& display, const std::optional<QUuid>& profile) {
-  edit([&](DockConfiguration& config) { DocumentEdits::pin(config, display, profile); });
+DockConfiguration AppStore::pinDisplay(const QString& display, const std::optional<QUuid>& profile) {
+  DockConfiguration changed = edit([&](DockConfiguration& config) { DocumentEdits::pin(config, display, profile); });
   refreshAll();
+  return changed;
 }
 
-void AppStore::deleteProfile(const QUuid& id) {
-  editProfiles([&](DockConfiguration& config) { DocumentEdits::deleteProfile(config, id); });
+DockConfiguration AppStore::deleteProfile(const QUuid& id) {
+  return editProfiles([&](DockConfiguration& config) { DocumentEdits::deleteProfile(config, id); });
 }
 
 void AppStore::addTodo(const QString& text) {

@@ -72,7 +72,6 @@ void DockDrops::routeDroppedFiles(const DockFileDrop& drop) {
 }
 
 void DockDrops::apply(const DockFileDrop& drop, const Kinds& kinds) {
-  parts_.store->activeDisplay = drop.display;
   const QList<DockWidget> shown = parts_.store->displayedWidgets(drop.display);
   const DockWidget* tile = tileIn(shown, drop.widget);
   if (tile && applyToTile(drop, *tile, kinds)) return;
@@ -104,7 +103,7 @@ bool DockDrops::applyToTile(const DockFileDrop& drop, const DockWidget& tile, co
   } else if (tile.kind == "trash"_L1) {
     throwAway(drop);
   } else {
-    shelve(paths, kinds);
+    shelve(paths, kinds, drop.display);
   }
   return true;
 }
@@ -125,10 +124,10 @@ bool DockDrops::openInApplication(const DockFileDrop& drop, const DockWidget* ti
   return true;
 }
 
-void DockDrops::offerUndo(const FilesOutcome& outcome, const QString& sentence) {
+void DockDrops::offerUndo(const FilesOutcome& outcome, const UndoStack::Notice& notice) {
   if (!outcome.error.isEmpty()) parts_.store->setError(outcome.error);
   if (outcome.changes.isEmpty()) return;
-  parts_.undo->push(sentence, [self = QPointer(this), changes = outcome.changes] {
+  parts_.undo->push(notice, [self = QPointer(this), changes = outcome.changes] {
     if (!self) return;
     self->parts_.files->takeBack(changes, self, [self](const FilesOutcome& back) {
       if (self && !back.error.isEmpty()) self->parts_.store->setError(back.error);
@@ -138,7 +137,7 @@ void DockDrops::offerUndo(const FilesOutcome& outcome, const QString& sentence) 
 
 void DockDrops::bringInto(const QString& folder, const DockFileDrop& drop) {
   const FileTransfer how = transferOf(drop.action);
-  parts_.files->bringInto(folder, localPaths(drop.urls), how, this, [this, folder, how](const FilesOutcome& outcome) {
+  const auto offer = [this, folder, how, display = drop.display](const FilesOutcome& outcome) {
     if (outcome.changes.isEmpty()) return offerUndo(outcome, {});
     const auto number = outcome.changes.size();
     const QString one = number == 1 ? nameOf(outcome.changes.first().from) : QString();
@@ -154,16 +153,18 @@ void DockDrops::bringInto(const QString& folder, const DockFileDrop& drop) {
       sentence = number == 1 ? tr("“%1” was copied to “%2”.").arg(one, into)
                              : tr("%1 items were copied to “%2”.").arg(number).arg(into);
     }
-    offerUndo(outcome, sentence);
-  });
+    offerUndo(outcome, {sentence, display});
+  };
+  parts_.files->bringInto(folder, localPaths(drop.urls), how, this, offer);
 }
 
 void DockDrops::throwAway(const DockFileDrop& drop) {
-  parts_.files->trash(localPaths(drop.urls), this, [this](const FilesOutcome& outcome) {
+  parts_.files->trash(localPaths(drop.urls), this, [this, display = drop.display](const FilesOutcome& outcome) {
     const auto number = outcome.changes.size();
     const QString one = number == 1 ? nameOf(outcome.changes.first().from) : QString();
-    offerUndo(outcome, number == 1 ? tr("“%1” was moved to the trash.").arg(one)
-                                   : tr("%1 items were moved to the trash.").arg(number));
+    const QString sentence = number == 1 ? tr("“%1” was moved to the trash.").arg(one)
+                                         : tr("%1 items were moved to the trash.").arg(number);
+    offerUndo(outcome, {sentence, display});
   });
 }
 
@@ -171,7 +172,7 @@ void DockDrops::sayMissing(const QString& path) {
   parts_.store->setError(tr("“%1” is not there any more.").arg(nameOf(path)));
 }
 
-void DockDrops::shelve(const QStringList& paths, const Kinds& kinds) {
+void DockDrops::shelve(const QStringList& paths, const Kinds& kinds, const QString& display) {
   QStringList shelf = parts_.store->config().shelf;
   QStringList added;
   for (const QString& path : paths) {
@@ -188,7 +189,7 @@ void DockDrops::shelve(const QStringList& paths, const Kinds& kinds) {
   parts_.store->edit([&](DockConfiguration& config) { config.shelf += added; });
   const QString sentence = added.size() == 1 ? tr("“%1” was put on the file shelf.").arg(nameOf(added.first()))
                                              : tr("%1 items were put on the file shelf.").arg(added.size());
-  parts_.undo->push(sentence, [self = QPointer(this), added] {
+  parts_.undo->push({sentence, display}, [self = QPointer(this), added] {
     if (!self) return;
     self->parts_.store->edit([&](DockConfiguration& config) {
       config.shelf.removeIf([&](const QString& path) { return added.contains(path); });
@@ -216,7 +217,7 @@ void DockDrops::makeTiles(const DockFileDrop& drop, const Kinds& kinds) {
         tiles << tile;
     }
   }
-  if (!shelved.isEmpty()) shelve(shelved, kinds);
+  if (!shelved.isEmpty()) shelve(shelved, kinds, drop.display);
   parts_.edits->insert(tiles, drop.display, drop.index);
 }
 

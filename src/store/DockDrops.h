@@ -60,10 +60,10 @@ class DockDrops : public QObject {
   bool openInApplication(const DockFileDrop& drop, const DockWidget* tile);
   void bringInto(const QString& folder, const DockFileDrop& drop);
   void throwAway(const DockFileDrop& drop);
-  void shelve(const QStringList& paths, const Kinds& kinds);
+  void shelve(const QStringList& paths, const Kinds& kinds, const QString& display);
   void sayMissing(const QString& path);
   void makeTiles(const DockFileDrop& drop, const Kinds& kinds);
-  void offerUndo(const FilesOutcome& outcome, const QString& sentence);
+  void offerUndo(const FilesOutcome& outcome, const UndoStack::Notice& notice);
   static QStringList localPaths(const QList<QUrl>& urls);
   static DropRouting::Tile routed(const DockWidget& widget);
 

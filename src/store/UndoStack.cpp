@@ -8,10 +8,10 @@ namespace tarnwick {
 
 UndoStack::~UndoStack() = default;
 
-quint64 UndoStack::push(const QString& sentence, std::function<void()> undo, std::function<void()> forget) {
+quint64 UndoStack::push(const Notice& notice, std::function<void()> undo, std::function<void()> forget) {
   while (steps_.size() >= kMost) forgetFirst();
-  steps_.append({{++last_, sentence}, std::move(undo), std::move(forget)});
-  Q_EMIT pushed(last_, sentence);
+  steps_.append({{++last_, notice.sentence}, std::move(undo), std::move(forget)});
+  Q_EMIT pushed(last_, notice.sentence, notice.display);
   return last_;
 }
 

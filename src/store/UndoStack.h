@@ -22,11 +22,18 @@ class UndoStack : public QObject {
     bool operator==(const Entry&) const = default;
   };
 
+  /// What the user is told of a step, and beside which dock.
+  struct Notice {
+    Notice(const QString& words = {}, const QString& dock = {}) : sentence(words), display(dock) {}
+    QString sentence;  ///< Finished; empty for what nobody need be told of.
+    QString display;   ///< That of the dock where it was done; empty for none.
+  };
+
   ~UndoStack() override;
 
   /// `undo` takes it back; it may throw DomainError and must bear being called when what it needs is gone. `forget`
   /// runs once when the entry can no longer be taken back, for what was kept until then. Gives the entry's identity.
-  quint64 push(const QString& sentence, std::function<void()> undo, std::function<void()> forget = {});
+  quint64 push(const Notice& notice, std::function<void()> undo, std::function<void()> forget = {});
 
   /// The newest; nothing when there is none.
   std::optional<Entry> latest() const;
@@ -43,7 +50,7 @@ class UndoStack : public QObject {
 
  Q_SIGNALS:
   /// Something new can be taken back.
-  void pushed(quint64 id, const QString& sentence);
+  void pushed(quint64 id, const QString& sentence, const QString& display);
   /// An entry can no longer be taken back: it was, or it fell off.
   void gone(quint64 id);
   /// A finished sentence for the user.

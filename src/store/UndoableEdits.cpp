@@ -1,6 +1,5 @@
 #include "store/UndoableEdits.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 #include <QPointer>
 #include <algorithm>
@@ -29,8 +28,6 @@ QList<QUuid> idsOf(const DockProfile& profile) {
   return ids;
 }
 
-QString full() { return QCoreApplication::translate("AppStore", "This dock already has 150 widgets."); }
-
 }  // namespace
 
 UndoableEdits::UndoableEdits(AppStore& store, InstalledApps& apps, UndoStack& undo)
@@ -57,17 +54,17 @@ bool UndoableEdits::insert(const QList<DockWidget>& widgets, const QString& disp
   const QList<DockWidget> shown = store_.displayedWidgets(display);
   const QUuid before = index >= 0 && index < shown.size() ? shown[index].id : QUuid();
   if (!place(widgets, store_.profileIndex(display), before)) return false;
-  pushAdded(widgets, widgets.size() == 1 ? tr("“%1” was added to the dock.").arg(nameOf(widgets.first()))
-                                         : tr("%1 tiles were added to the dock.").arg(widgets.size()));
+  const QString sentence = widgets.size() == 1 ? tr("“%1” was added to the dock.").arg(nameOf(widgets.first()))
+                                               : tr("%1 tiles were added to the dock.").arg(widgets.size());
+  pushAdded(widgets, {sentence, display});
   return true;
 }
 
-bool UndoableEdits::append(const QList<DockWidget>& widgets, const QUuid& profile) {
-  const QList<DockProfile>& profiles = store_.config().profiles;
-  const auto found = std::ranges::find(profiles, profile, &DockProfile::id);
-  if (found == profiles.end() || !place(widgets, found - profiles.begin(), {})) return false;
-  pushAdded(widgets, {});
-  return true;
+QUuid UndoableEdits::append(const DockWidget& widget, const QUuid& profile) {
+  DockWidget added = widget;
+  added.id = store_.addWidget(widget, profile);
+  if (!added.id.isNull()) pushAdded({added}, {});
+  return added.id;
 }
 
 bool UndoableEdits::place(const QList<DockWidget>& widgets, qsizetype profile, const QUuid& before) {
@@ -75,17 +72,17 @@ bool UndoableEdits::place(const QList<DockWidget>& widgets, qsizetype profile, c
   DockConfiguration changed = store_.config();
   for (const DockWidget& widget : widgets) {
     if (WidgetPlaces::insert(changed, profile, widget, before)) continue;
-    store_.setError(full());
+    store_.setError(AppStore::fullDock());
     return false;
   }
   store_.edit([&](DockConfiguration& config) { config = changed; });
   return true;
 }
 
-void UndoableEdits::pushAdded(const QList<DockWidget>& widgets, const QString& sentence) {
+void UndoableEdits::pushAdded(const QList<DockWidget>& widgets, const UndoStack::Notice& notice) {
   QList<QUuid> added;
   for (const DockWidget& widget : widgets) added << widget.id;
-  undo_.push(sentence, [self = QPointer(this), added] {
+  undo_.push(notice, [self = QPointer(this), added] {
     if (self) self->removeAll(added);
   });
 }
@@ -96,7 +93,7 @@ void UndoableEdits::removeAll(const QList<QUuid>& widgets) {
   });
 }
 
-void UndoableEdits::remove(const QUuid& id) {
+void UndoableEdits::remove(const QUuid& id, const QString& display) {
   const DockWidget* stored = DocumentEdits::find(store_.config(), id);
   const auto place = WidgetPlaces::of(store_.config(), id);
   if (!stored || !place) return;
@@ -108,13 +105,13 @@ void UndoableEdits::remove(const QUuid& id) {
     self->store_.edit([&](DockConfiguration& config) {
       came = WidgetPlaces::putBack(config, widget, *place) || DocumentEdits::find(std::as_const(config), widget.id);
     });
-    if (!came) throw DomainError::invalid(full());
+    if (!came) throw DomainError::invalid(AppStore::fullDock());
   };
   const auto forget = [self = QPointer(this), id] {
     if (!self || DocumentEdits::find(self->store_.config(), id)) return;
     self->store_.remove(id);
   };
-  undo_.push(tr("“%1” was removed from the dock.").arg(nameOf(widget)), putBack, forget);
+  undo_.push({tr("“%1” was removed from the dock.").arg(nameOf(widget)), display}, putBack, forget);
 }
 
 // --- Order ----------------------------------------------------------------------------------------------------------
@@ -128,8 +125,7 @@ void UndoableEdits::move(const QUuid& widget, int places) {
 }
 
 void UndoableEdits::moveShown(const QString& display, qsizetype from, qsizetype to) {
-  store_.activeDisplay = display;
-  rearrange(store_.profileIndex(display), [&] { store_.moveDisplayed(from, to); });
+  rearrange(store_.profileIndex(display), [&] { store_.moveDisplayed(from, to, display); });
 }
 
 void UndoableEdits::rearrange(qsizetype profile, const std::function<void()>& move) {
@@ -191,14 +187,25 @@ void UndoableEdits::bringBackValues(const DockWidget& before, const DockWidget& 
 // --- Settings -------------------------------------------------------------------------------------------------------
 
 void UndoableEdits::change(const std::function<void(DockConfiguration&)>& change) {
+  record([&] { return store_.editProfiles(change); });
+}
+
+void UndoableEdits::newProfile(const QString& name, bool duplicate) {
+  record([&] { return store_.newProfile(name, duplicate); });
+}
+
+void UndoableEdits::deleteProfile(const QUuid& profile) {
+  record([&] { return store_.deleteProfile(profile); });
+}
+
+void UndoableEdits::pinDisplay(const QString& display, const std::optional<QUuid>& profile) {
+  record([&] { return store_.pinDisplay(display, profile); });
+}
+
+void UndoableEdits::record(const std::function<DockConfiguration()>& act) {
   const DockConfiguration before = store_.config();
   // What others do when they hear of it is theirs.
-  DockConfiguration after = before;
-  editSettings([&](DockConfiguration& config) {
-    change(config);
-    after = config;
-  });
-  const SettingsChange made(before, after);
+  const SettingsChange made(before, act());
   if (made.isEmpty()) return;
   if (goesOn(made)) {
     run_.change->goOn(made);
@@ -224,16 +231,7 @@ void UndoableEdits::setHeld(bool held) {
 }
 
 void UndoableEdits::takeBack(const SettingsChange& change) {
-  editSettings([&](DockConfiguration& config) { change.takeBack(config); });
-}
-
-void UndoableEdits::editSettings(const std::function<void(DockConfiguration&)>& change) {
-  const auto shown = [this] {
-    return std::pair(store_.config().activeProfileID, store_.config().desktopOptions().displayProfiles);
-  };
-  const auto before = shown();
-  store_.edit(change);
-  if (shown() != before) store_.refreshAll();
+  store_.editProfiles([&](DockConfiguration& config) { change.takeBack(config); });
 }
 
 void UndoableEdits::importConfiguration(const QString& path) {

@@ -24,11 +24,12 @@ class UndoableEdits : public QObject {
   /// Inserts at an index of what a display's dock shows, at its end for any other index: all of them, or none and the
   /// message that the dock is full. Gives whether it did.
   bool insert(const QList<DockWidget>& widgets, const QString& display, qsizetype index = -1);
-  /// The same at the end of a profile, and for whoever tells the user of it: no sentence goes to the stack. Gives false
-  /// without a message when there is no such profile.
-  bool append(const QList<DockWidget>& widgets, const QUuid& profile);
+  /// Adds one at the end of a profile as the store does, for whoever tells the user of it: no sentence goes to the
+  /// stack.
+  QUuid append(const DockWidget& widget, const QUuid& profile);
   /// Removes a widget. It comes back with its settings at its place; its credentials are kept as long as it can.
-  void remove(const QUuid& widget);
+  /// `display` is the one of the dock where that was asked for; empty for none.
+  void remove(const QUuid& widget, const QString& display = {});
   /// Moves a widget by `places` within its profile; stops at the ends. Taking it back brings the old order back,
   /// without what came or went meanwhile.
   void move(const QUuid& widget, int places);
@@ -40,6 +41,10 @@ class UndoableEdits : public QObject {
   /// Changes settings other than tiles. Taking it back gives what this changed its old value, where nothing else
   /// changed it since. Changes of the same fields that follow each other closely are one step.
   void change(const std::function<void(DockConfiguration&)>& change);
+  // The same, of what the store does to profiles.
+  void newProfile(const QString& name, bool duplicate);
+  void deleteProfile(const QUuid& profile);
+  void pinDisplay(const QString& display, const std::optional<QUuid>& profile);
   /// While a hand holds a control, all that it does to the same fields is one step, however long it takes; what was
   /// done before and comes after is another.
   void setHeld(bool held);
@@ -67,14 +72,14 @@ class UndoableEdits : public QObject {
   };
 
   bool place(const QList<DockWidget>& widgets, qsizetype profile, const QUuid& before);
-  void pushAdded(const QList<DockWidget>& widgets, const QString& sentence);
+  void pushAdded(const QList<DockWidget>& widgets, const UndoStack::Notice& notice);
   void removeAll(const QList<QUuid>& widgets);
   void rearrange(qsizetype profile, const std::function<void()>& move);
   void bringBackOrder(const QUuid& profile, const QList<QUuid>& order);
   void bringBackValues(const DockWidget& before, const DockWidget& after);
   bool goesOn(const SettingsChange& change) const;
   void takeBack(const SettingsChange& change);
-  void editSettings(const std::function<void(DockConfiguration&)>& change);
+  void record(const std::function<DockConfiguration()>& act);
 
   AppStore& store_;
   InstalledApps& apps_;

@@ -333,10 +333,10 @@ TEST_F(CommandsTest, MenusOfferWhatAppliesNow) {
   EXPECT_EQ(widget(1).kind, u"appLauncher"_s);
   // The row changes under an open menu: it is the tile that moves, wherever it stands by then.
   const auto opened = tile(1);
-  store->moveDisplayed(1, 3);
+  store->moveDisplayed(1, 3, {});
   choose(opened, u"Move Left"_s);
   EXPECT_EQ(widget(2).kind, u"appLauncher"_s);
-  store->moveDisplayed(2, 1);
+  store->moveDisplayed(2, 1, {});
   choose(tile(1), u"Remove Widget"_s);
   const quint64 application = running->list()[0].identity;
   const auto kept = menus->application(application, u"L"_s);

@@ -36,7 +36,7 @@ LibraryFixture::LibraryFixture() {
 
 DockWidget LibraryFixture::add(const QString& kind, const QMap<QString, QString>& options) {
   DockWidget widget{QUuid::createUuid(), kind, {}, options};
-  store().addWidget(widget);
+  store().addWidget(widget, store().profile().id);
   return widget;
 }
 

@@ -38,7 +38,9 @@ struct Open {
     };
     context.actions.copyText = [this](const QString& text) { copied = text; };
     context.actions.pickColor = [this](const std::function<void(const QString&)>& done) { picked = done; };
-    context.actions.offerUndo = [this](const QString&, const std::function<void()>& undo) { undos.push_back(undo); };
+    context.actions.offerUndo = [this](const QString&, const QString&, const std::function<void()>& undo) {
+      undos.push_back(undo);
+    };
     panel = makePanel(context);
     panel->start();
     panel->resize(panel->sizeHint());
@@ -251,9 +253,15 @@ TEST(NotePanels, SaveAsIsTyped) {
 
   for (const DockWidget& each : notesByAge(notes.store().config())) notes.store().remove(each.id);
   ASSERT_FALSE(notes.panel->findChild<TextArea*>()->isVisible());
+  // Its dock shows another profile than the one that is active.
+  const QUuid active = notes.store().profile().id;
+  notes.store().newProfile(u"Pinned"_s, false);
+  notes.store().pinDisplay(notes.context.display, notes.store().profile().id);
+  notes.store().selectProfile(active);
   QTest::keyClick(notes.panel.get(), Qt::Key_B);
   EXPECT_EQ(notes.panel->findChild<TextArea*>()->toPlainText(), u"b"_s) << "the first letter is of the note already";
   EXPECT_EQ(notes.panel->focusWidget(), notes.panel->findChild<TextArea*>());
+  EXPECT_EQ(notes.store().profile(notes.context.display).widgets.size(), 1);
 }
 
 TEST(HabitPanelsTest, CountAndTick) {

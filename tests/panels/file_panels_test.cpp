@@ -38,7 +38,9 @@ struct Open {
       asked << u"end "_s + process.name;
       throw DomainError::invalid(u"You may not end it."_s);
     };
-    actions.offerUndo = [this](const QString&, const std::function<void()>& undo) { undos.push_back(undo); };
+    actions.offerUndo = [this](const QString&, const QString&, const std::function<void()>& undo) {
+      undos.push_back(undo);
+    };
     if (change) change(context);
     panel = makePanel(context);
     panel->start();

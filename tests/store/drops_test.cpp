@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QDBusConnection>
+#include <QSignalSpy>
 
 #include "base/DomainError.h"
 #include "config/WidgetTransfer.h"
@@ -202,6 +203,7 @@ TEST_F(DropsTest, EachTileTakesFilesInItsOwnWay) {
        {},
        {}},
   };
+  const QSignalSpy pushed(&undo, &UndoStack::pushed);
   for (const Case& c : cases) {
     undo.clear();
     files.takenBack.clear();
@@ -220,6 +222,9 @@ TEST_F(DropsTest, EachTileTakesFilesInItsOwnWay) {
     EXPECT_EQ(store.config(), before) << c.name;
     EXPECT_EQ(files.takenBack, c.expectedBack) << c.name;
   }
+
+  ASSERT_FALSE(pushed.isEmpty());
+  for (const QList<QVariant>& step : pushed) EXPECT_EQ(step.at(2), u"L"_s) << "told above the dock that took the drop";
 
   files.error = u"“b” could not be moved: Permission denied."_s;
   drops.routeDroppedFiles({u"L"_s, {QUrl::fromLocalFile(u"/a"_s)}, folder.id});
@@ -293,6 +298,33 @@ TEST_F(DropsTest, ARemovedWidgetComesBackWhereItWas) {
   edits.remove(full[1].id);
   undo.clear();
   EXPECT_EQ(forgotten, (QList<QUuid>{full[0].id, full[1].id}));
+}
+
+TEST_F(DropsTest, WhatIsDoneToProfilesCanBeTakenBack) {
+  const QUuid everyday = store.profile().id;
+  edits.newProfile(u"Work"_s, true);
+  const QUuid work = store.profile().id;
+  edits.pinDisplay(u"L"_s, everyday);
+  const DockConfiguration before = store.config();
+
+  // Another that hears of it changes something of its own, which stays.
+  const auto listening = QObject::connect(&store, &AppStore::configChanged, &store, [this] {
+    if (store.config().spacing != 9) store.edit([](DockConfiguration& config) { config.spacing = 9; });
+  });
+  edits.deleteProfile(everyday);
+  QObject::disconnect(listening);
+  EXPECT_EQ(store.config().profiles.size(), 1);
+  EXPECT_FALSE(store.isPinned(u"L"_s));
+  undo.undo();
+  EXPECT_EQ(store.config().profiles, before.profiles);
+  EXPECT_EQ(store.profile(u"L"_s).id, everyday);
+  EXPECT_EQ(store.config().spacing, 9);
+
+  undo.undo();
+  EXPECT_EQ(store.profile(u"L"_s).id, work);
+  undo.undo();
+  EXPECT_EQ(store.profile().id, everyday);
+  EXPECT_EQ(store.config().profiles.size(), 1);
 }
 
 TEST_F(DropsTest, ChangesOfTheSameFieldsThatFollowCloselyAreOneStep) {

@@ -15,7 +15,7 @@ namespace {
 using namespace Qt::StringLiterals;
 using test::TestScheduler;
 
-/// What was asked of the collaborators, in order.
+/// What was asked of the facilities, in order.
 struct Journal {
   QStringList calls;
   int count(const QString& call) const { return static_cast<int>(calls.count(call)); }
@@ -153,6 +153,17 @@ TEST_F(StoreTest, AFirstRunIsQuietAndWritesNothingUntilSomethingChanges) {
   time.advance(60);
   EXPECT_FALSE(QFile::exists(file()));
   EXPECT_EQ(store->widgets().size(), 7);
+}
+
+TEST_F(StoreTest, AnEditThatChangesNothingIsNeitherToldNorSaved) {
+  start();
+  const QSignalSpy told(store.get(), &AppStore::configChanged);
+  const DockConfiguration same = store->edit([](DockConfiguration& config) { config.scale = 1.0; });
+  store->set(store->widgets().first().id, u"none"_s, std::nullopt);
+  time.advance(30);
+  EXPECT_EQ(told.count(), 0);
+  EXPECT_FALSE(QFile::exists(file()));
+  EXPECT_EQ(same, store->config());
 }
 
 TEST_F(StoreTest, ALayoutChangeIsSavedWithinAQuarterOfASecond) {
@@ -392,7 +403,11 @@ TEST_F(StoreTest, ARuleHoldsItsProfileAgainstAHandUntilItsWindowEnds) {
   store->selectProfile(everyday);
   time.advance(1);
   EXPECT_EQ(store->config().activeProfileID, work);
-  time.advance(120);
+  // Where the rule's profile is active already, nothing is fetched anew.
+  journal.calls.clear();
+  time.advance(20);
+  EXPECT_EQ(journal.count(u"refreshAll"_s), 0);
+  time.advance(100);
   store->selectProfile(everyday);
   time.advance(5);
   EXPECT_EQ(store->config().activeProfileID, everyday);
@@ -486,9 +501,11 @@ TEST_F(StoreTest, MessagesOfOperations) {
   DockWidget unknown = store->widgets().last();
   unknown.kind = u"clockOfTomorrow"_s;
   const DockConfiguration before = store->config();
-  for (const auto& attempt : {&AppStore::addWidget, &AppStore::update}) {
+  const std::function<void()> attempts[] = {
+      [&] { EXPECT_TRUE(store->addWidget(unknown, store->profile().id).isNull()); }, [&] { store->update(unknown); }};
+  for (const auto& attempt : attempts) {
     store->clearError();
-    (store.get()->*attempt)(unknown);
+    attempt();
     EXPECT_FALSE(store->error().isEmpty());
     EXPECT_EQ(store->config(), before);
   }
@@ -503,9 +520,11 @@ TEST_F(StoreTest, MessagesOfOperations) {
 TEST_F(StoreTest, WidgetsKeepIdentitiesApartAndAChangeThatFailsLeavesNoTrace) {
   start();
   DockWidget twin = store->widgets().first();
-  store->addWidget(twin);
+  const QUuid profile = store->profile().id;
+  EXPECT_NE(store->addWidget(twin, profile), twin.id);
   twin.id = QUuid();
-  store->addWidget(twin);
+  const QUuid added = store->addWidget(twin, profile);
+  EXPECT_EQ(store->widgets().last().id, added);
   QSet<QUuid> identities;
   for (const DockWidget& widget : store->widgets()) identities << widget.id;
   EXPECT_EQ(identities.size(), 9);
@@ -529,6 +548,15 @@ TEST_F(StoreTest, ANewActiveProfileIsRefreshedAndAStaleDisplayForgotten) {
   store->newProfile(u"Home"_s, false);
   store->deleteProfile(store->profile().id);
   EXPECT_EQ(journal.count(u"refreshAll"_s), 3);
+  store->newProfile(u"Pinned"_s, false);
+  const QUuid pinned = store->profile().id;
+  store->selectProfile(store->config().profiles[0].id);
+  store->pinDisplay(u"L"_s, pinned);
+  store->pinDisplay(u"R"_s, store->profile().id);
+  journal.calls.clear();
+  store->deleteProfile(pinned);
+  EXPECT_EQ(journal.count(u"refreshAll"_s), 1) << "L shows another profile";
+  EXPECT_EQ(store->config().desktopOptions().displayProfiles.keys(), QStringList{u"R"_s});
 
   store->activeDisplay = u"R"_s;
   store->setDockDisplays({u"L"_s, u"R"_s});
@@ -552,8 +580,10 @@ TEST_F(StoreTest, ImportRefusesWholeAndExportComesBack) {
   store->edit([](DockConfiguration& config) { config.scale = 1.3; });
   store->exportConfiguration(other);
   store->edit([](DockConfiguration& config) { config.scale = 0.6; });
+  journal.calls.clear();
   store->importConfiguration(other);
   EXPECT_EQ(store->config().scale, 1.3);
+  EXPECT_EQ(journal.count(u"refreshAll"_s), 1);
 }
 
 }  // namespace

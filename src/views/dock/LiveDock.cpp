@@ -144,17 +144,11 @@ void LiveDock::connectStore() {
 // --- What a hand does -----------------------------------------------------------------------------------------------
 
 void LiveDock::connectTiles() {
-  connect(view_, &DockView::tileActivated, this, [this](const QUuid& widget) {
-    store_.activeDisplay = display_;
-    askAction(actions_.openTile, widget, view_->besideRect(widget));
-  });
+  connect(view_, &DockView::tileActivated, this,
+          [this](const QUuid& widget) { askAction(actions_.openTile, widget, view_->besideRect(widget)); });
   connect(view_, &DockView::tilePartActivated, this, &LiveDock::activatePart);
-  connect(view_, &DockView::addWidgetsRequested, this, [this] {
-    store_.activeDisplay = display_;
-    askAction(actions_.addWidgets);
-  });
+  connect(view_, &DockView::addWidgetsRequested, this, [this] { askAction(actions_.addWidgets); });
   connect(view_, &DockView::contextMenuRequested, this, [this](const QUuid& widget, const QRect& beside) {
-    store_.activeDisplay = display_;
     widget.isNull() ? askAction(actions_.dockMenu, beside) : askAction(actions_.tileMenu, widget, beside);
   });
   view_->setCommandProvider(actions_.commands);
@@ -195,7 +189,6 @@ void LiveDock::connectApplications() {
   connect(view_, &DockView::applicationActivated, this,
           [this](quint64 application) { askAction(actions_.bringApplication, application); });
   connect(view_, &DockView::applicationMenuRequested, this, [this](quint64 application, const QRect& beside) {
-    store_.activeDisplay = display_;
     askAction(actions_.applicationMenu, application, beside);
   });
   connect(view_, &DockView::newWindowRequested, this,
@@ -210,19 +203,15 @@ void LiveDock::connectHands() {
   for (const auto signal : {&DockView::dragStarted, &DockView::dragMoved})
     connect(view_, signal, this, [this] { store_.holdRunningApps(); });
   connect(view_, &DockView::reorderRequested, this, [this](qsizetype from, qsizetype to) {
-    store_.activeDisplay = display_;
-    actions_.moveTile ? actions_.moveTile(from, to) : store_.moveDisplayed(from, to);
+    actions_.moveTile ? actions_.moveTile(from, to) : store_.moveDisplayed(from, to, display_);
   });
   connect(view_, &DockView::undoRequested, this, [this] { askAction(actions_.undo); });
   connect(view_, &DockView::filesDropped, this, [this](DockFileDrop drop) {
     drop.display = display_;
-    store_.activeDisplay = display_;
     askAction(actions_.dropFiles, drop);
   });
-  connect(view_, &DockView::widgetTextDropped, this, [this](const QString& text, qsizetype index) {
-    store_.activeDisplay = display_;
-    askAction(actions_.dropWidget, text, index);
-  });
+  connect(view_, &DockView::widgetTextDropped, this,
+          [this](const QString& text, qsizetype index) { askAction(actions_.dropWidget, text, index); });
   connect(view_, &DockView::tabActivated, this, [this](qsizetype tab) {
     const auto& profiles = store_.config().profiles;
     if (tab >= 0 && tab < profiles.size()) store_.selectProfile(profiles[tab].id, display_);

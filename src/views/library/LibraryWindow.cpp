@@ -56,7 +56,7 @@ LibraryWindow::LibraryWindow(AppStore& store, LibraryServices services)
   setMinimumSize(kLeastSize);
   resize(kSize);
   fill();
-  setTarget(store_.activeDisplay);
+  setTarget({});
   connectParts();
 }
 
@@ -237,8 +237,9 @@ void LibraryWindow::addPath(const QString& kind, const QString& path) {
 
 void LibraryWindow::add(DockWidget widget) {
   const QString name = services_.edits->nameOf(widget);
-  if (!services_.edits->append({widget}, target_)) return;
-  added_ = widget.id;
+  const QUuid added = services_.edits->append(widget, target_);
+  if (added.isNull()) return;
+  added_ = added;
   entry_ = services_.edits->stack().latest()->id;
   const auto& profiles = store_.config().profiles;
   const auto profile = std::ranges::find(profiles, target_, &DockProfile::id);

@@ -154,12 +154,10 @@ class NotesPanel final : public TilePanel {
  private:
   void addNote() {
     DockWidget note;
-    note.id = QUuid::createUuid();
     note.kind = u"scratchNote"_s;
-    store().activeDisplay = context().display;
-    store().addWidget(note);
-    if (!DocumentEdits::find(store().config(), note.id)) return;  // The store has said why.
-    area_->bind(note.id);
+    const QUuid added = store().addWidget(note, store().profile(context().display).id);
+    if (added.isNull()) return;  // The store has said why.
+    area_->bind(added);
     refreshNow();
     area_->setFocus();
   }

@@ -29,8 +29,9 @@ struct PanelActions {
   /// The same, for what must not be lost: `done` runs once, later, with whether an application was started.
   std::function<void(const QUrl& url, const std::function<void(bool started)>& done)> tryUrl;
   std::function<void(const QString& path)> openPath;
-  /// Tells the user what was done and offers to take it back; what `undo` holds must outlive the panel.
-  std::function<void(const QString& sentence, const std::function<void()>& undo)> offerUndo;
+  /// Tells the user above a display's dock what was done and offers to take it back; what `undo` holds must outlive the
+  /// panel.
+  std::function<void(const QString& display, const QString& sentence, const std::function<void()>& undo)> offerUndo;
   /// Opens the form in which a widget is set up or connected.
   std::function<void(const QUuid& widget)> openEditor;
   /// Starts the desktop's own system monitor.

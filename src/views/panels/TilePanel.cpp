@@ -199,9 +199,7 @@ void TilePanel::setOption(const QString& key, const std::optional<QString>& valu
 }
 
 void TilePanel::offerUndo(const QString& sentence, const std::function<void()>& undo) const {
-  if (!context_.actions.offerUndo) return;
-  store().activeDisplay = context_.display;
-  context_.actions.offerUndo(sentence, undo);
+  if (context_.actions.offerUndo) context_.actions.offerUndo(context_.display, sentence, undo);
 }
 
 SectionLabel* TilePanel::addSection(const QString& text, const QString& trailing) {

@@ -5,7 +5,7 @@
 #include "config/Reordering.h"
 #include "dock/rules/ProfileRules.h"
 #include "store/AppStore.h"
-#include "store/DocumentEdits.h"
+#include "store/UndoableEdits.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/ConfirmBar.h"
 #include "views/controls/ControlTheme.h"
@@ -116,7 +116,7 @@ class ProfilesPage final : public SettingsPage {
     const QString name =
         duplicate ? QCoreApplication::translate("Settings", "%1 Copy").arg(config.profiles[config.activeIndex()].name)
                   : QString();
-    edit([&](DockConfiguration& changed) { DocumentEdits::newProfile(changed, name, duplicate); });
+    services_.edits->newProfile(name, duplicate);
     profiles_->rename(store().config().activeProfileID.value_or(QUuid()).toString());
   }
 
@@ -133,7 +133,7 @@ class ProfilesPage final : public SettingsPage {
     confirm_->ask(QCoreApplication::translate("Settings", "Delete “%1” with its widgets?")
                       .arg(store().config().profiles[at].name),
                   settingsText(QT_TRANSLATE_NOOP("Settings", "Delete")), [this, profile] {
-                    edit([&](DockConfiguration& config) { DocumentEdits::deleteProfile(config, profile); });
+                    services_.edits->deleteProfile(profile);
                     profiles_->setFocus();
                   });
   }
@@ -273,7 +273,7 @@ class ProfilesPage final : public SettingsPage {
     auto* choice = new DropDown(display.words());
     connect(choice, &DropDown::valueChosen, this, [this, id = display.id](const QString& profile) {
       const auto wanted = profile.isEmpty() ? std::nullopt : std::optional(QUuid::fromString(profile));
-      edit([&](DockConfiguration& config) { DocumentEdits::pin(config, id, wanted); });
+      services_.edits->pinDisplay(id, wanted);
     });
     auto* row = new FormRow(display.words(), choice);
     addOther(*displays_, row, display.words() + u' ' + settingsText(QT_TRANSLATE_NOOP("Settings", "Follow active")));
