@@ -26,7 +26,7 @@ Capability AppKeys::capability() const {
 
 void AppKeys::follow() {
   if (!keys_) return;
-  const DesktopOptions options = store_.config().desktopOptions();
+  const DesktopOptions& options = store_.config().desktopOptions();
   const QString signature = HotKeyTable::signature(options);
   if (signature == signature_) return;
   signature_ = signature;

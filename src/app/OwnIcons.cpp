@@ -13,9 +13,8 @@ QString OwnIcons::keyOf(const QString& entryPath) const {
 }
 
 QString OwnIcons::assetOf(const QString& entryPath) const {
-  const auto& desktop = store_.config().desktop;
-  if (!desktop || desktop->customAppIcons.isEmpty()) return {};
-  return desktop->customAppIcons.value(keyOf(entryPath));
+  const auto& icons = store_.config().desktop.customAppIcons;
+  return icons.isEmpty() ? QString() : icons.value(keyOf(entryPath));
 }
 
 bool OwnIcons::has(const QString& entryPath) const { return !assetOf(entryPath).isEmpty(); }
@@ -32,22 +31,15 @@ QString OwnIcons::iconOf(const QString& entryPath) {
 void OwnIcons::choose(const QString& entryPath, const QString& picture) {
   const auto use = [this, entryPath](const QString& asset) {
     exists_.remove(asset);
-    edits_.change([&](DockConfiguration& config) {
-      DesktopOptions options = config.desktopOptions();
-      options.customAppIcons.insert(keyOf(entryPath), asset);
-      config.desktop = options;
-    });
+    edits_.change(
+        [&](DockConfiguration& config) { config.desktop.customAppIcons.insert(keyOf(entryPath), asset); });
   };
   keeper_.keep(picture, kSide, use);
 }
 
 /// The picture stays: a look that was saved may show it still.
 void OwnIcons::reset(const QString& entryPath) {
-  edits_.change([&](DockConfiguration& config) {
-    DesktopOptions options = config.desktopOptions();
-    options.customAppIcons.remove(keyOf(entryPath));
-    config.desktop = options;
-  });
+  edits_.change([&](DockConfiguration& config) { config.desktop.customAppIcons.remove(keyOf(entryPath)); });
 }
 
 }  // namespace tarnwick

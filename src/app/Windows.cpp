@@ -148,10 +148,7 @@ void Windows::showSettings() {
 
 void Windows::chooseDockPicture() {
   const auto use = [this](const QString& name) {
-    delegate_.desk().edits().change([&](DockConfiguration& config) {
-      if (!config.desktop) config.desktop = DesktopOptions();
-      config.desktop->backgroundImage = name;
-    });
+    delegate_.desk().edits().change([&](DockConfiguration& config) { config.desktop.backgroundImage = name; });
   };
   question_.askPicture(tr("Dock picture"),
                        [this, use](const QString& picture) { pictures_.keep(picture, kDockPictureSide, use); });
@@ -244,7 +241,7 @@ DesktopAbilities Windows::abilities() const {
   found.windows = services_.ports.windows ? services_.ports.windows->capability()
                                           : Capability::no(tr("This desktop does not list the windows of programs."));
   found.keys = delegate_.keys().capability();
-  const DesktopOptions options = delegate_.store().config().desktopOptions();
+  const DesktopOptions& options = delegate_.store().config().desktopOptions();
   if (options.dockShortcutEnabled) found.dockKey = VirtualKeys::text(options.shortcutKey, options.shortcutModifiers);
   if (delegate_.toggleCommandBar && options.commandBarEnabled) found.commandBarKey = delegate_.commandBarKey();
   found.notifications = services_.notifications ? services_.notifications->capability()

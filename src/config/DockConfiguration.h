@@ -51,7 +51,7 @@ struct DockConfiguration {
   QStringList shelf;      ///< File paths.
   QStringList clipboard;  ///< Texts of an older clipboard history.
   QString screenshotFolder;
-  std::optional<DesktopOptions> desktop;  ///< Present after every validation.
+  DesktopOptions desktop;  ///< What came later; each of it may be missing in a file.
 
   /// Checks everything that a file or a hand may have got wrong, clamps and repairs what can be, and throws DomainError
   /// for the first fault that can't. Runs on every load and every save. After a throw the value may be repaired in
@@ -62,7 +62,7 @@ struct DockConfiguration {
   /// A widget as it would leave validation alone in a new configuration. Throws like `validate`.
   static DockWidget validated(const DockWidget& widget);
 
-  DesktopOptions desktopOptions() const { return desktop.value_or(DesktopOptions()); }
+  const DesktopOptions& desktopOptions() const { return desktop; }
   /// The index of the active profile; 0 when it is unknown.
   qsizetype activeIndex() const;
   /// Whether temperatures read in Fahrenheit; `system` is what the user's locale measures in.
@@ -90,7 +90,7 @@ struct DockConfiguration {
         field::optional("temperatureUnit", &C::temperatureUnit), field::required("fahrenheit", &C::fahrenheit),
         field::required("todos", &C::todos), field::required("shelf", &C::shelf),
         field::required("clipboard", &C::clipboard), field::required("screenshotFolder", &C::screenshotFolder),
-        field::optional("desktop", &C::desktop));
+        field::defaulted("desktop", &C::desktop));
   }
   bool operator==(const DockConfiguration&) const = default;
 };

@@ -135,8 +135,7 @@ void DockConfiguration::validate() {
   spacing = std::clamp(spacing, 0.0, 24.0);
   edgeGap = std::clamp(edgeGap, 0.0, 180.0);
 
-  if (!desktop) desktop.emplace();
-  limitTiming(*desktop);
+  limitTiming(desktop);
   for (const QList<double>& origin : std::as_const(floatingPositions)) {
     require(isValidPosition(origin), QT_TRANSLATE_NOOP("DockConfiguration", "Invalid saved dock position."));
   }

@@ -43,7 +43,7 @@ DockController::DockController(AppStore& store, DockPorts ports, ContentFactory 
   connect(ports_.zones, &ZoneSensor::edgePressed, this, &DockController::revealAtOnce);
   connect(ports_.motion, &MotionPreference::changed, this, &DockController::refresh);
   connect(&store_, &AppStore::runningAppsChanged, this, [this] {
-    if (settings().liveApps) refresh();
+    if (store_.config().liveApps) refresh();
   });
   if (ports_.windows) connect(ports_.windows, &ClientWindows::changed, this, &DockController::platformStateChanged);
   connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &DockController::followKeyboard);
@@ -53,11 +53,16 @@ DockController::DockController(AppStore& store, DockPorts ports, ContentFactory 
 
 DockController::~DockController() { shutdown(); }
 
+/// What the user wants stays in the document, for a session under another desktop.
+DockLayout DockController::possibleLayout() const {
+  return ports_.zones->edges() ? store_.config().layout : DockLayout::Fixed;
+}
+
 const DockConfiguration& DockController::settings() const {
-  if (ports_.zones->edges()) return store_.config();
-  // The wish stays in the document, for a session under another desktop.
+  const DockLayout layout = possibleLayout();
+  if (layout == store_.config().layout) return store_.config();
   limited_ = store_.config();
-  limited_.layout = DockLayout::Fixed;
+  limited_.layout = layout;
   return limited_;
 }
 
@@ -181,11 +186,10 @@ void DockController::layoutPanels() {
 void DockController::rememberDisplays(const QList<Screen>& screens) {
   const DockConfiguration& config = store_.config();
   DockConfiguration wanted = DesktopMath::migrated(config, screens).value_or(config);
-  DesktopOptions options = wanted.desktopOptions();
+  DesktopOptions& options = wanted.desktop;
   options.attachedDisplays = DesktopMath::remembered(options.attachedDisplays, screens);
   for (const Screen& screen : screens) options.displayNames.insert(screen.id, screen.name);
-  wanted.desktop = options;
-  if (options == config.desktopOptions() && wanted.display == config.display &&
+  if (options == config.desktop && wanted.display == config.display &&
       wanted.floatingPositions == config.floatingPositions) {
     return;
   }
@@ -212,7 +216,7 @@ void DockController::remark(const QString& sentence) {
 }
 
 void DockController::applyToSystemDock() {
-  const DockLayout layout = settings().layout;
+  const DockLayout layout = possibleLayout();
   try {
     suppressor_.apply(layout);
     failure_.second.clear();
@@ -337,7 +341,7 @@ void DockController::setShown(bool shown) {
 
 void DockController::moveBy(const QString& display, const QPointF& delta) {
   const auto found = docks_.find(display);
-  if (found == docks_.end() || settings().layout != DockLayout::Floating) return;
+  if (found == docks_.end() || possibleLayout() != DockLayout::Floating) return;
   Dock& dock = found->second;
   const Screen& screen = dock.screen;
   // A hand that goes on beyond the edge finds the dock under it again when it comes back.
@@ -349,7 +353,7 @@ void DockController::moveBy(const QString& display, const QPointF& delta) {
 void DockController::finishMove(const QString& display) {
   const auto found = docks_.find(display);
   if (found == docks_.end() || !std::exchange(found->second.dragged, std::nullopt)) return;
-  if (settings().layout != DockLayout::Floating || down_) return;
+  if (possibleLayout() != DockLayout::Floating || down_) return;
   const QPointF place = found->second.frame.topLeft() - found->second.screen.frame.topLeft();
   store_.edit([&](DockConfiguration& config) { config.floatingPositions.insert(display, {place.x(), place.y()}); });
   Q_EMIT placed(display);

@@ -133,6 +133,7 @@ class DockController : public QObject {
 
   /// The user's, as far as this desktop can do it.
   const DockConfiguration& settings() const;
+  DockLayout possibleLayout() const;
 
   // Layout.
   void layoutPanels();

@@ -18,14 +18,14 @@ constexpr double kAtTheEdge = 16;
 
 void DockController::updateZones() {
   QList<ZoneRequest> requests;
-  if (!manuallyHidden_ && !down_ && DockVisibility::hides(settings().layout)) {
-    const DockLayout layout = settings().layout;
+  const DockLayout layout = possibleLayout();
+  if (!manuallyHidden_ && !down_ && DockVisibility::hides(layout)) {
+    const double trigger = store_.config().desktop.triggerSize;
     for (auto& [id, dock] : docks_) {
       // Nothing comes there, and to watch an edge may cost its windows clicks.
       if (dock.covered) continue;
       const bool top = layout == DockLayout::RevealTop;
       dock.systemDock = systemDockAt(dock);
-      const double trigger = settings().desktopOptions().triggerSize;
       requests.append({id, dock.frame, trigger, top, !top, dock.systemDock});
     }
   }
@@ -36,7 +36,7 @@ void DockController::updateZones() {
 /// as the pointer rises to its icons.
 QRectF DockController::systemDockAt(const Dock& dock) const {
   QRectF place;
-  if (settings().layout != DockLayout::Swap || dock.visibility.visible || !ports_.windows) return place;
+  if (possibleLayout() != DockLayout::Swap || dock.visibility.visible || !ports_.windows) return place;
   const QRectF screen = dock.screen.frame;
   for (const ClientWindow& window : ports_.windows->all()) {
     const bool isAtTheBottom = window.dock && window.frame.intersects(screen) &&
@@ -53,21 +53,21 @@ QRectF DockController::systemDockAt(const Dock& dock) const {
 
 /// It may come out only when ours has gone, and grow while it is out.
 bool DockController::systemDockMoved() const {
-  if (manuallyHidden_ || down_ || settings().layout != DockLayout::Swap) return false;
+  if (manuallyHidden_ || down_ || possibleLayout() != DockLayout::Swap) return false;
   return std::ranges::any_of(docks_,
                              [this](const auto& each) { return systemDockAt(each.second) != each.second.systemDock; });
 }
 
 DockVisibility::Surroundings DockController::surroundings(const Dock& dock) const {
-  const DockConfiguration& config = settings();
-  const DesktopOptions options = config.desktopOptions();
+  const DockLayout layout = possibleLayout();
+  const DesktopOptions& options = store_.config().desktop;
   const PointerZones zones = ports_.zones->zones(dock.screen.id);
   // A dock that has the keyboard was asked for by name: hidden, it would swallow what is typed.
   const bool isFocused = focused_ == dock.screen.id;
   DockVisibility::Surroundings around;
-  around.layout = config.layout;
+  around.layout = layout;
   around.covered = dock.covered;
-  around.atEdge = !isFocused && DockVisibility::atEdge(config.layout, zones);
+  around.atEdge = !isFocused && DockVisibility::atEdge(layout, zones);
   around.interacting = zones.inside || isFocused || (hasActivePanel && hasActivePanel(dock.screen.id)) ||
                        (hasOpenWindow && hasOpenWindow());
   around.showDelay = options.revealShowDelay;
@@ -106,7 +106,7 @@ void DockController::checkEdge() {
   }
   setTransitionTimer(needsTimer);
   // The edge of a dock that gave way is another one than its own.
-  if (swapped && settings().layout == DockLayout::Swap) updateZones();
+  if (swapped && possibleLayout() == DockLayout::Swap) updateZones();
   // Last of all: what goes with them may have this look again.
   for (const QString& id : gone) Q_EMIT goesAway(id);
   for (const QString& id : coverChanged) Q_EMIT coveredChanged(id);
@@ -138,7 +138,7 @@ bool DockController::isCovered(const Screen& screen) const {
 
 void DockController::platformStateChanged() {
   QList<QRectF> frames;
-  if (ports_.windows && settings().desktopOptions().hideDuringFullscreen) {
+  if (ports_.windows && store_.config().desktop.hideDuringFullscreen) {
     for (const ClientWindow& window : ports_.windows->all()) {
       if (window.fullscreen && !window.minimised && !window.elsewhere) frames.append(window.frame);
     }
@@ -151,7 +151,7 @@ void DockController::platformStateChanged() {
 /// Without the delay: who presses at the edge has come for the dock.
 void DockController::revealAtOnce(const QString& display) {
   const auto found = docks_.find(display);
-  if (found != docks_.end() && DockVisibility::reveals(settings().layout)) {
+  if (found != docks_.end() && DockVisibility::reveals(possibleLayout())) {
     found->second.visibility.visible = true;
     found->second.visibility.lastInteraction = store_.scheduler().reference();
   }

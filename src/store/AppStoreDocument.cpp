@@ -80,7 +80,7 @@ QList<DockWidget> AppStore::shownWidgets() const {
   // What any display shows counts, pinned profiles included; what one that has no dock now would show does not.
   QList<qsizetype> profiles{config_.activeIndex()};
   QList<DockWidget> shown = widgets();
-  const DesktopOptions options = config_.desktopOptions();
+  const DesktopOptions& options = config_.desktopOptions();
   for (auto pin = options.displayProfiles.cbegin(); pin != options.displayProfiles.cend(); ++pin) {
     const qsizetype index = profileIndex(pin.key());
     const bool isShown = !dockDisplays_ || dockDisplays_->contains(pin.key());
@@ -165,9 +165,9 @@ void AppStore::selectProfile(const QUuid& id, const QString& display) {
 }
 
 void AppStore::applyProfileRules(const QDateTime& at) {
-  if (!config_.desktop || config_.desktop->profileRules.isEmpty()) return;
-  const auto wanted =
-      ProfileRules::matching(config_.desktop->profileRules, config_.profiles, ProfileRules::components(at));
+  const QList<ProfileRule>& rules = config_.desktop.profileRules;
+  if (rules.isEmpty()) return;
+  const auto wanted = ProfileRules::matching(rules, config_.profiles, ProfileRules::components(at));
   if (wanted && *wanted != profile().id) selectProfile(*wanted);
 }
 

@@ -24,9 +24,8 @@ std::optional<Place> placeOf(const DockConfiguration& config, const QUuid& id) {
 }
 
 std::optional<qsizetype> pinnedIndex(const DockConfiguration& config, const QString& display) {
-  if (!config.desktop) return std::nullopt;
-  const auto pin = config.desktop->displayProfiles.constFind(display);
-  if (pin == config.desktop->displayProfiles.constEnd()) return std::nullopt;
+  const auto pin = config.desktop.displayProfiles.constFind(display);
+  if (pin == config.desktop.displayProfiles.constEnd()) return std::nullopt;
   const auto wanted = UuidText::read(*pin);
   for (qsizetype i = 0; wanted && i < config.profiles.size(); ++i) {
     if (config.profiles[i].id == *wanted) return i;
@@ -141,10 +140,8 @@ bool DocumentEdits::deleteProfile(DockConfiguration& config, const QUuid& id) {
   const bool wasActive = config.activeIndex() == index;
   config.profiles.removeAt(index);
   if (wasActive) config.activeProfileID = config.profiles[std::min(index, config.profiles.size() - 1)].id;
-  if (config.desktop) {
-    config.desktop->profileRules.removeIf([&](const ProfileRule& rule) { return rule.profileID == id; });
-    config.desktop->displayProfiles.removeIf([&](auto pin) { return UuidText::read(pin.value()) == id; });
-  }
+  config.desktop.profileRules.removeIf([&](const ProfileRule& rule) { return rule.profileID == id; });
+  config.desktop.displayProfiles.removeIf([&](auto pin) { return UuidText::read(pin.value()) == id; });
   return true;
 }
 
@@ -157,14 +154,14 @@ bool DocumentEdits::isPinned(const DockConfiguration& config, const QString& dis
 }
 
 bool DocumentEdits::pin(DockConfiguration& config, const QString& display, const std::optional<QUuid>& profile) {
-  DesktopOptions options = config.desktopOptions();
+  QMap<QString, QString> pins = config.desktop.displayProfiles;
   if (profile) {
-    options.displayProfiles.insert(display, UuidText::write(*profile));
+    pins.insert(display, UuidText::write(*profile));
   } else {
-    options.displayProfiles.remove(display);
+    pins.remove(display);
   }
-  if (options == config.desktopOptions()) return false;
-  config.desktop = options;
+  if (pins == config.desktop.displayProfiles) return false;
+  config.desktop.displayProfiles = pins;
   return true;
 }
 

@@ -44,11 +44,9 @@ struct Walk {
     }
   }
 
-  void value(const QString& name, const std::optional<DesktopOptions>& before,
-             const std::optional<DesktopOptions>& after, std::optional<DesktopOptions>* now) const {
-    if (before == after) return;
-    if (now && !*now) *now = DesktopOptions();
-    record(name + u'.', before.value_or(DesktopOptions()), after.value_or(DesktopOptions()), now ? &**now : nullptr);
+  void value(const QString& name, const DesktopOptions& before, const DesktopOptions& after,
+             DesktopOptions* now) const {
+    if (before != after) record(name + u'.', before, after, now);
   }
 
   void value(const QString& name, const QList<DockProfile>& before, const QList<DockProfile>& after,

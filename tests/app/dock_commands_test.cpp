@@ -264,7 +264,7 @@ TEST_F(CommandsTest, AnIconOfTheUsersOwnOutlivesItsFileAndIsTakenBack) {
 
   // What the settings name may be anything.
   for (const QString& name : {u"../../x"_s, QString(64, u'0')}) {
-    store->edit([&](DockConfiguration& config) { config.desktop.emplace().customAppIcons.insert(u"editor"_s, name); });
+    store->edit([&](DockConfiguration& config) { config.desktop.customAppIcons.insert(u"editor"_s, name); });
     EXPECT_TRUE(icons.iconOf(editor()).isEmpty()) << qPrintable(name);
   }
 }
@@ -315,7 +315,7 @@ TEST_F(CommandsTest, MenusOfferWhatAppliesNow) {
     actions.settings = [] {};
     return actions;
   };
-  store->edit([](DockConfiguration& config) { config.desktop.emplace().customAppIcons.insert(u"editor"_s, u"x"_s); });
+  store->edit([](DockConfiguration& config) { config.desktop.customAppIcons.insert(u"editor"_s, u"x"_s); });
   EXPECT_EQ(lines(tile(0)),
             u"Open Editor & Co|Edit Widget…|(App Icon…)|Reset Icon|(Move Left)|Move Right|Remove Widget|-|"
             "New Window|Tips|-|*Letter|-|Quit"_s);

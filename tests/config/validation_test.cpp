@@ -47,7 +47,7 @@ Change size(double DockConfiguration::*member, double value) {
 }
 
 Change timing(double DesktopOptions::*member, double value) {
-  return [=](DockConfiguration& c) { c.desktop.emplace().*member = value; };
+  return [=](DockConfiguration& c) { c.desktop.*member = value; };
 }
 
 Change both(const Change& first, const Change& second) {
@@ -157,16 +157,15 @@ TEST(Validation, RepairsWhatItCan) {
   std::tie(repaired.scale, repaired.spacing, repaired.edgeGap) = std::tuple(1.6, 0, 180);
   repaired.clipboard.removeLast();
   repaired.shelf.removeLast();
-  repaired.desktop.emplace();
   c.validate();
   EXPECT_TRUE(c == repaired);
 
   c.activeProfileID = c.profiles[1].id;
   EXPECT_EQ(c.activeIndex(), 1);
-  c.desktop->backgroundBlur = 500;
-  std::tie(c.desktop->revealShowDelay, c.desktop->revealHideDelay, c.desktop->triggerSize) = std::tuple(-1, 6, 0);
+  c.desktop.backgroundBlur = 500;
+  std::tie(c.desktop.revealShowDelay, c.desktop.revealHideDelay, c.desktop.triggerSize) = std::tuple(-1, 6, 0);
   repaired = c;
-  std::tie(repaired.desktop->revealShowDelay, repaired.desktop->revealHideDelay, repaired.desktop->triggerSize) =
+  std::tie(repaired.desktop.revealShowDelay, repaired.desktop.revealHideDelay, repaired.desktop.triggerSize) =
       std::tuple(0, 5, 1);
   c.validate();
   EXPECT_TRUE(c == repaired);

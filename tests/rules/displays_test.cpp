@@ -18,10 +18,9 @@ TEST(DisplayMigration, RewritesOlderIdentitiesEverywhere) {
   DockConfiguration old;
   old.display = u"69"_s;
   old.floatingPositions = {{u"69"_s, {1, 2}}, {u"70"_s, {3, 4}}, {u"71"_s, {5, 6}}};
-  old.desktop.emplace();
-  old.desktop->attachedDisplays = {u"70"_s, u"71"_s, u"A"_s, u"69"_s};
-  old.desktop->displayNames = {{u"69"_s, u"Desk"_s}, {u"A"_s, u"Wall"_s}};
-  old.desktop->displayProfiles = {{u"70"_s, u"P"_s}};
+  old.desktop.attachedDisplays = {u"70"_s, u"71"_s, u"A"_s, u"69"_s};
+  old.desktop.displayNames = {{u"69"_s, u"Desk"_s}, {u"A"_s, u"Wall"_s}};
+  old.desktop.displayProfiles = {{u"70"_s, u"P"_s}};
 
   const auto current = DesktopMath::migrated(old, {screen(u"A"_s, u"69"_s), screen(u"B"_s, u"70"_s)});
   ASSERT_TRUE(current);
@@ -29,9 +28,9 @@ TEST(DisplayMigration, RewritesOlderIdentitiesEverywhere) {
   // A display that is not connected keeps its old identity until it comes.
   EXPECT_EQ(current->floatingPositions,
             (QMap<QString, QList<double>>{{u"A"_s, {1, 2}}, {u"B"_s, {3, 4}}, {u"71"_s, {5, 6}}}));
-  EXPECT_EQ(current->desktop->attachedDisplays, QStringList({u"B"_s, u"71"_s, u"A"_s}));
-  EXPECT_EQ(current->desktop->displayNames, (QMap<QString, QString>{{u"A"_s, u"Wall"_s}})) << "the newer entry stays";
-  EXPECT_EQ(current->desktop->displayProfiles, (QMap<QString, QString>{{u"B"_s, u"P"_s}}));
+  EXPECT_EQ(current->desktop.attachedDisplays, QStringList({u"B"_s, u"71"_s, u"A"_s}));
+  EXPECT_EQ(current->desktop.displayNames, (QMap<QString, QString>{{u"A"_s, u"Wall"_s}})) << "the newer entry stays";
+  EXPECT_EQ(current->desktop.displayProfiles, (QMap<QString, QString>{{u"B"_s, u"P"_s}}));
 }
 
 TEST(DisplayMigration, LeavesEverythingElseAlone) {

@@ -51,7 +51,7 @@ TEST(DockSize, FollowsTheRow) {
   EXPECT_DOUBLE_EQ(DockPlacement::size(config, withApps, 1920).panel.width(), 797);
   config.liveApps = true;
   EXPECT_DOUBLE_EQ(DockPlacement::size(config, withApps, 1920).panel.width(), 797 + 3 * 52 + 12);
-  config.desktop.emplace().runningAppsPlacement = u"none"_s;
+  config.desktop.runningAppsPlacement = u"none"_s;
   EXPECT_DOUBLE_EQ(DockPlacement::size(config, withApps, 1920).panel.width(), 797);
 
   // A second profile needs room for its tabs.

@@ -118,7 +118,7 @@ TEST_F(SettingsPagesTest, WithoutATrayTheIconIsSaidToHaveNoPlace) {
 TEST_F(SettingsPagesTest, APictureBringsItsRowsAndGoesWithThem) {
   turnTo("appearance");
   EXPECT_FALSE(sees("Picture blur"));
-  store().edit([](DockConfiguration& config) { config.desktop.emplace().backgroundImage = u"kept"_s; });
+  store().edit([](DockConfiguration& config) { config.desktop.backgroundImage = u"kept"_s; });
   EXPECT_TRUE(sees("Picture blur"));
   EXPECT_TRUE(sees("Picture dimming"));
   click("Remove");

@@ -54,7 +54,7 @@ TEST(Edits, DeletingAProfileTakesItsRulesAndPins) {
   DocumentEdits::pin(config, u"R"_s, studio);
   ProfileRule rule;
   rule.profileID = work;
-  config.desktop->profileRules = {rule};
+  config.desktop.profileRules = {rule};
   EXPECT_EQ(DocumentEdits::profileIndex(config, u"L"_s), 1);
   EXPECT_TRUE(DocumentEdits::isPinned(config, u"L"_s));
 
@@ -62,7 +62,7 @@ TEST(Edits, DeletingAProfileTakesItsRulesAndPins) {
   config.activeProfileID = work;
   ASSERT_TRUE(DocumentEdits::deleteProfile(config, work));
   EXPECT_EQ(config.activeProfileID, studio);
-  EXPECT_TRUE(config.desktop->profileRules.isEmpty());
+  EXPECT_TRUE(config.desktop.profileRules.isEmpty());
   EXPECT_FALSE(DocumentEdits::isPinned(config, u"L"_s));
   EXPECT_EQ(DocumentEdits::profileIndex(config, u"R"_s), 1);
   ASSERT_TRUE(DocumentEdits::deleteProfile(config, studio));
@@ -135,9 +135,9 @@ TEST(SettingsChange, TakesBackItsOwnFieldsAndNothingOfOthers) {
        [](Config& c) { c.scale = 1.5; }, [](Config& c) { c.scale = 1.5; }},
       {"a field that another changed since", [](Config& c) { c.layout = DockLayout::Floating; },
        [](Config& c) { c.layout = DockLayout::Swap; }, [](Config& c) { c.layout = DockLayout::Swap; }},
-      {"options that were not there", [](Config& c) { (c.desktop = DesktopOptions())->triggerSize = 9; },
-       [](Config& c) { c.desktop->displayNames[u"L"_s] = u"Left"_s; },
-       [](Config& c) { (c.desktop = DesktopOptions())->displayNames[u"L"_s] = u"Left"_s; }},
+      {"one of the later options", [](Config& c) { c.desktop.triggerSize = 9; },
+       [](Config& c) { c.desktop.displayNames[u"L"_s] = u"Left"_s; },
+       [](Config& c) { c.desktop.displayNames[u"L"_s] = u"Left"_s; }},
       {"one key of a map", [](Config& c) { DocumentEdits::pin(c, u"L"_s, c.profiles[1].id); },
        [](Config& c) { DocumentEdits::pin(c, u"R"_s, c.profiles[1].id); },
        [](Config& c) { DocumentEdits::pin(c, u"R"_s, c.profiles[1].id); }},
@@ -160,7 +160,6 @@ TEST(SettingsChange, TakesBackItsOwnFieldsAndNothingOfOthers) {
     Config wanted = start;
     each.left(wanted);
     if (wanted.profiles.isEmpty()) wanted.profiles = there;
-    if (!wanted.desktop) config.desktop.reset();
     EXPECT_EQ(config, wanted);
   }
   Config tiles = start;

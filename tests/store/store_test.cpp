@@ -394,7 +394,7 @@ TEST_F(StoreTest, ARuleHoldsItsProfileAgainstAHandUntilItsWindowEnds) {
     rule.days = {3};
     rule.startMinutes = 10 * 60 + 25;
     rule.endMinutes = 10 * 60 + 27;
-    config.desktop.emplace().profileRules = {rule};
+    config.desktop.profileRules = {rule};
   });
   time.advance(59);
   EXPECT_EQ(store->config().activeProfileID, everyday);

@@ -71,11 +71,9 @@ std::optional<DockConfiguration> DesktopMath::migrated(const DockConfiguration& 
   DockConfiguration current = config;
   bool changed = rename(current.display, identities);
   changed = renameKeys(current.floatingPositions, identities) || changed;
-  if (current.desktop) {
-    changed = rename(current.desktop->attachedDisplays, identities) || changed;
-    changed = renameKeys(current.desktop->displayNames, identities) || changed;
-    changed = renameKeys(current.desktop->displayProfiles, identities) || changed;
-  }
+  changed = rename(current.desktop.attachedDisplays, identities) || changed;
+  changed = renameKeys(current.desktop.displayNames, identities) || changed;
+  changed = renameKeys(current.desktop.displayProfiles, identities) || changed;
   if (!changed) return std::nullopt;
   return current;
 }

@@ -46,7 +46,7 @@ void LiveDock::resizeEvent(QResizeEvent* event) { view_->setGeometry(QRect(QPoin
 
 void LiveDock::rebuildRow() {
   const DockConfiguration& config = store_.config();
-  const DesktopOptions options = config.desktopOptions();
+  const DesktopOptions& options = config.desktopOptions();
   DockRow row;
   row.widgets = store_.displayedWidgets(display_);
   if (config.liveApps) row.runningApps = runningApps();

@@ -182,7 +182,7 @@ void LibraryWindow::chooseTarget(const QUuid& profile) {
 
 void LibraryWindow::showTargets() {
   const DockConfiguration& config = store_.config();
-  const DesktopOptions options = config.desktopOptions();
+  const DesktopOptions& options = config.desktopOptions();
   if (std::ranges::find(config.profiles, target_, &DockProfile::id) == config.profiles.end())
     return chooseTarget(store_.profile().id);
   QStringList words;

@@ -17,7 +17,7 @@ constexpr QSize kWindow{620, 640};
 QString words(const char* text) { return QCoreApplication::translate("Help", text); }
 
 void addGlobalKeys(CardPage& page, const AppStore& store, const DesktopAbilities& abilities) {
-  const DesktopOptions options = store.config().desktopOptions();
+  const DesktopOptions& options = store.config().desktopOptions();
   Card* card = page.addCard(words(QT_TRANSLATE_NOOP("Help", "Keys that work everywhere")));
   if (!abilities.keys) {
     card->addRow(words(QT_TRANSLATE_NOOP("Help", "No key of ours")), nullptr, abilities.keys.reason);

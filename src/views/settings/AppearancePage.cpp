@@ -137,7 +137,7 @@ class AppearancePage final : public SettingsPage {
     follow([remove, hasPicture](const DockConfiguration& config) { remove->setVisible(hasPicture(config)); });
     connect(remove, &QPushButton::clicked, this, [this, choose] {
       choose->setFocus(Qt::OtherFocusReason);
-      edit([](DockConfiguration& config) { optionsOf(config).backgroundImage.clear(); });
+      edit([](DockConfiguration& config) { config.desktop.backgroundImage.clear(); });
     });
     connect(choose, &QPushButton::clicked, this, [this] { services_.chooseDockPicture(); });
     const QString otherwise = settingsText(QT_TRANSLATE_NOOP("Settings", "Only for a dock with a picture."));

@@ -13,7 +13,7 @@ QString KnownDisplay::words() const {
 
 QList<KnownDisplay> knownDisplays(const DockConfiguration& config, const Screens* screens) {
   QList<KnownDisplay> known;
-  const DesktopOptions options = config.desktopOptions();
+  const DesktopOptions& options = config.desktopOptions();
   if (screens)
     for (const Screen& screen : screens->all()) known.append({screen.id, screen.name, true});
   for (const QString& id : options.attachedDisplays)

@@ -185,13 +185,13 @@ class ProfilesPage final : public SettingsPage {
     });
     connect(rules_, &OrderList::actionRequested, this, [this](const QString& id, const QString&) {
       edit([&](DockConfiguration& config) {
-        optionsOf(config).profileRules.removeIf(
+        config.desktop.profileRules.removeIf(
             [&](const ProfileRule& rule) { return rule.id == QUuid::fromString(id); });
       });
     });
     connect(rules_, &OrderList::moved, this, [this](const QString& id, int to) {
       edit([&](DockConfiguration& config) {
-        auto& rules = optionsOf(config).profileRules;
+        auto& rules = config.desktop.profileRules;
         rules = Reordering::reordered(rules, indexOf(rules, QUuid::fromString(id)), to);
       });
     });
@@ -219,7 +219,7 @@ class ProfilesPage final : public SettingsPage {
       rule.days = {2, 3, 4, 5, 6};  // Monday to Friday.
       rule.startMinutes = kMorning;
       rule.endMinutes = kEvening;
-      optionsOf(config).profileRules.append(rule);
+      config.desktop.profileRules.append(rule);
     });
     rules_->choose(id.toString());
     rules_->setFocus(Qt::OtherFocusReason);

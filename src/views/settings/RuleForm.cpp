@@ -34,7 +34,7 @@ QList<int> weekOrder() {
 }
 
 ProfileRule* findRule(DockConfiguration& config, const QUuid& id) {
-  auto& rules = optionsOf(config).profileRules;
+  auto& rules = config.desktop.profileRules;
   const auto at = std::ranges::find(rules, id, &ProfileRule::id);
   return at == rules.end() ? nullptr : &*at;
 }

@@ -13,12 +13,6 @@ struct SettingField {
   std::function<void(DockConfiguration& config, const T& value)> write;
 };
 
-/// The later options of a document, made first where it has none yet.
-inline DesktopOptions& optionsOf(DockConfiguration& config) {
-  if (!config.desktop) config.desktop = DesktopOptions();
-  return *config.desktop;
-}
-
 template <class T>
 SettingField<T> settingField(T DockConfiguration::*field) {
   return {[field](const DockConfiguration& config) { return config.*field; },
@@ -28,7 +22,7 @@ SettingField<T> settingField(T DockConfiguration::*field) {
 template <class T>
 SettingField<T> settingField(T DesktopOptions::*field) {
   return {[field](const DockConfiguration& config) { return config.desktopOptions().*field; },
-          [field](DockConfiguration& config, const T& value) { optionsOf(config).*field = value; }};
+          [field](DockConfiguration& config, const T& value) { config.desktop.*field = value; }};
 }
 
 }  // namespace tarnwick

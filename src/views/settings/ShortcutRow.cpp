@@ -115,7 +115,7 @@ QString obstacle(const DesktopOptions& options, Shortcut shortcut, const HotKeyW
 void store(SettingsPage& page, Shortcut shortcut, const HotKeyWish& wish) {
   const Words words = wordsOf(shortcut);
   page.edit([&](DockConfiguration& config) {
-    DesktopOptions& options = optionsOf(config);
+    DesktopOptions& options = config.desktop;
     if (words.key) options.*words.key = wish.keyCode;
     options.*words.modifiers = wish.modifiers;
   });
@@ -172,7 +172,7 @@ FormRow* addShortcutRow(SettingsPage& page, Card& card, const SettingsServices& 
   FormRow* row = page.addControl(card, words.text, pair);
 
   QObject::connect(enabled, &QAbstractButton::clicked, &page, [&page, words](bool on) {
-    page.edit([&](DockConfiguration& config) { optionsOf(config).*words.enabled = on; });
+    page.edit([&](DockConfiguration& config) { config.desktop.*words.enabled = on; });
   });
   QObject::connect(field, &ShortcutField::recordingChanged, row, [row, &services](bool recording) {
     row->setFault({});
@@ -180,7 +180,7 @@ FormRow* addShortcutRow(SettingsPage& page, Card& card, const SettingsServices& 
   });
   QObject::connect(field, &ShortcutField::refused, row, &FormRow::setFault);
   QObject::connect(field, &ShortcutField::recorded, row, [&page, row, shortcut, &services](const HotKeyWish& wish) {
-    const DesktopOptions options = page.store().config().desktopOptions();
+    const DesktopOptions& options = page.store().config().desktopOptions();
     if (keyOf(options, wordsOf(shortcut)) == wish) return;
     const QString why = obstacle(options, shortcut, wish, services);
     row->setFault(why);
@@ -191,7 +191,7 @@ FormRow* addShortcutRow(SettingsPage& page, Card& card, const SettingsServices& 
   // The desktop may take a key away at any time; the message line says so, and this row which one.
   QObject::connect(&page.store(), &AppStore::errorChanged, &page, &SettingsPage::refresh);
   page.follow([field, enabled, row, shortcut, words, &services](const DockConfiguration& config) {
-    const DesktopOptions options = config.desktopOptions();
+    const DesktopOptions& options = config.desktopOptions();
     const QString missing = whatIsMissing(shortcut, services);
     row->setUnavailable(missing);
     enabled->setChecked(missing.isEmpty() && options.*words.enabled);
