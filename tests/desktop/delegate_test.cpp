@@ -110,6 +110,31 @@ TEST_F(DelegateTest, FollowsTheDisplays) {
   }));
 }
 
+TEST_F(DelegateTest, WhatIsDoneOnADockIsMeantForItsDisplay) {
+  start();
+  const std::unique_ptr<DockContent> content = delegate->desk().makeContent(u"L"_s);
+  DockView& view = static_cast<LiveDock&>(*content).view();
+  const std::pair<const char*, std::function<void()>> deeds[] = {
+      {"a click", [&] { Q_EMIT view.tileActivated({}); }},
+      {"the menu of a tile", [&] { Q_EMIT view.contextMenuRequested(store().widgets()[1].id, {}); }},
+      {"the menu of the dock", [&] { Q_EMIT view.contextMenuRequested({}, {}); }},
+      {"the menu of an application", [&] { Q_EMIT view.applicationMenuRequested(0, {}); }},
+      {"an empty dock", [&] { Q_EMIT view.addWidgetsRequested(); }},
+      {"a move", [&] { Q_EMIT view.reorderRequested(0, 0); }},
+      {"files", [&] { Q_EMIT view.filesDropped({}); }},
+      {"a widget's text", [&] { Q_EMIT view.widgetTextDropped({}, 0); }},
+  };
+  for (const auto& [name, act] : deeds) {
+    store().activeDisplay = u"R"_s;
+    act();
+    EXPECT_EQ(store().activeDisplay, u"L"_s) << name;
+  }
+  QString addedTo;
+  delegate->addWidgets = [&] { addedTo = store().activeDisplay; };
+  Q_EMIT view.addWidgetsRequested();
+  EXPECT_EQ(addedTo, u"L"_s);
+}
+
 TEST_F(DelegateTest, ATakenKeyIsSaidAndTheOthersWork) {
   VirtualDisplay& display = VirtualDisplay::current();
   // Another program takes the key of the dock: Ctrl+Alt+Super+D.
