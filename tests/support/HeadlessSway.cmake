@@ -6,7 +6,6 @@ set(support ${CMAKE_CURRENT_LIST_DIR})
 add_library(tarnwick_headless_sway STATIC
   ${support}/HeadlessSway.cpp ${support}/HeadlessSway.h
   ${support}/VirtualPointer.cpp ${support}/VirtualPointer.h)
-target_include_directories(tarnwick_headless_sway PUBLIC ${PROJECT_SOURCE_DIR}/tests)
+tarnwick_test_sources(tarnwick_headless_sway)
 target_link_libraries(tarnwick_headless_sway PUBLIC
-  tarnwick_options tarnwick_virtual_display tarnwick_virtual_pointer Qt6::Gui GTest::gtest)
-target_precompile_headers(tarnwick_headless_sway REUSE_FROM tarnwick_pch_gui)
+  tarnwick_virtual_display tarnwick_virtual_pointer Qt6::Gui GTest::gtest)

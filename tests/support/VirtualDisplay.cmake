@@ -5,7 +5,6 @@ add_library(tarnwick_virtual_display STATIC
   ${support}/ChildProcess.cpp ${support}/ChildProcess.h
   ${support}/ForeignWindow.cpp ${support}/ForeignWindow.h
   ${support}/VirtualDisplay.cpp ${support}/VirtualDisplay.h)
-target_include_directories(tarnwick_virtual_display PUBLIC ${PROJECT_SOURCE_DIR}/tests)
+tarnwick_test_sources(tarnwick_virtual_display)
 target_link_libraries(tarnwick_virtual_display PUBLIC
-  tarnwick_options Qt6::Gui PkgConfig::TARNWICK_TEST_X11 GTest::gtest)
-target_precompile_headers(tarnwick_virtual_display REUSE_FROM tarnwick_pch_gui)
+  Qt6::Gui PkgConfig::TARNWICK_TEST_X11 GTest::gtest)
