@@ -65,6 +65,8 @@ StoreSetup Adapters::storeSetup() {
 DelegateSetup Adapters::delegateSetup(const QString& dataDirectory) {
   DelegateSetup setup;
   preferences_ = std::make_unique<SystemDockPreferences>(dataDirectory);
+  trusted_ = std::make_unique<TrustedEntries>(dataDirectory + QStringLiteral("/trusted-entries.json"));
+  opener_->setTrusted(trusted_.get());
   guard_ = std::make_unique<GuardianProcess>(QCoreApplication::applicationFilePath());
   setup.ports = {windowSystem_.screens.get(),
                  windowSystem_.panels.get(),

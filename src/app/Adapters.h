@@ -54,6 +54,7 @@ class Adapters {
   std::unique_ptr<RunningApplications> runningApplications_;
   std::unique_ptr<AppIcons> icons_;
   std::unique_ptr<AppLaunch> launch_;
+  std::unique_ptr<TrustedEntries> trusted_;
   std::unique_ptr<AppOpener> opener_;
   std::unique_ptr<Files> files_;
   std::unique_ptr<LauncherHints> hints_;

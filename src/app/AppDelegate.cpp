@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "app/AppKeys.h"
-#include "app/Autostart.h"
 #include "app/DockDesk.h"
 #include "app/ExitGuards.h"
 #include "app/HotKeyTable.h"
@@ -54,6 +53,8 @@ void AppDelegate::didFinishLaunching() {
   listenToTheSession();
   listenToScreens();
   call(touchUpdates);
+  followLoginEntry();
+  connect(store_.get(), &AppStore::configChanged, this, &AppDelegate::applyLoginSwitch);
   if (!store_->config().onboardingComplete) call(showOnboarding);
   applyAppearance();
   call(armBenchmark);
@@ -72,7 +73,6 @@ void AppDelegate::comeUp() {
     setup_.toggles->start();
     desk_->start();
     followRunningApps();
-    applyAutostart();
   });
 }
 
@@ -135,7 +135,6 @@ void AppDelegate::quit() {
 void AppDelegate::layoutDidChange() {
   dock_->refresh();
   followRunningApps();
-  applyAutostart();
   applyAppearance();
   keys_->follow();
   if (status_) {
@@ -244,11 +243,23 @@ void AppDelegate::applyAppearance() {
   QApplication::setPalette(windowPalette(dark));
 }
 
-void AppDelegate::applyAutostart() {
+Autostart AppDelegate::autostart() const { return {setup_.executable, setup_.autostartFile}; }
+
+void AppDelegate::followLoginEntry() {
+  launchesAtLogin_ = autostart().isOn();
+  store_->followLoginEntry(launchesAtLogin_);
+}
+
+/// The switch, or its undo, is all that changes this setting; the entry is the user's at any other time.
+void AppDelegate::applyLoginSwitch() {
+  if (down_ || store_->config().launchAtLogin == launchesAtLogin_) return;
+  launchesAtLogin_ = store_->config().launchAtLogin;
   try {
-    Autostart::apply(store_->config().launchAtLogin, setup_.executable, setup_.autostartFile);
+    autostart().set(launchesAtLogin_);
   } catch (const DomainError& failure) {
     store_->setError(failure.message());
+    // Whoever is told of the change now shall hear of it before it is taken back.
+    QMetaObject::invokeMethod(this, &AppDelegate::followLoginEntry, Qt::QueuedConnection);
   }
 }
 

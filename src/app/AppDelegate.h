@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 
+#include "app/Autostart.h"
 #include "app/CommandLine.h"
 #include "app/StatusMenu.h"
 #include "app/ports/SessionApplication.h"
@@ -95,6 +96,9 @@ class AppDelegate : public QObject {
   DockDesk& desk() { return *desk_; }
   /// Since didFinishLaunching.
   AppKeys& keys() { return *keys_; }
+  /// Shows the switch of the login entry as the entry is.
+  void followLoginEntry();
+  Autostart autostart() const;
   bool isDark() const { return isDark_.value_or(true); }
   void quit();
 
@@ -142,7 +146,7 @@ class AppDelegate : public QObject {
   void connectDesk();
   void followRunningApps();
   void applyAppearance();
-  void applyAutostart();
+  void applyLoginSwitch();
   void comeUp();
   void listenToScreens();
   void listenTo(SessionApplication& session);
@@ -166,6 +170,7 @@ class AppDelegate : public QObject {
   JobHandle afterFirstFrame_;
   JobHandle docksStand_;
   std::optional<bool> isDark_;
+  bool launchesAtLogin_ = false;
   bool down_ = false;
 };
 

@@ -2,8 +2,11 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 
+#include "apps/DesktopExec.h"
+#include "apps/KeyFile.h"
 #include "base/DomainError.h"
 #include "base/DurableFile.h"
 
@@ -36,6 +39,51 @@ QByteArray entryFor(const QString& executable) {
              .toUtf8();
 }
 
+enum class Entry { None, On, SwitchedOff, Foreign };
+
+/// Whether a line is how one of the desktops' own tools switches an entry off.
+bool switchesOff(QByteArrayView line) {
+  const qsizetype equals = line.indexOf('=');
+  if (equals < 0) return false;
+  const QByteArrayView key = line.first(equals).trimmed();
+  const QByteArrayView value = line.sliced(equals + 1).trimmed();
+  return (key == "Hidden" && value == "true") || (key == "X-GNOME-Autostart-enabled" && value == "false");
+}
+
+/// Whether a command line starts this program: this copy, another build or the installed one.
+bool isOurs(const QString& exec, const QString& executable) {
+  const auto words = DesktopExec::split(exec);
+  if (!words) return false;
+  const QString program = QFileInfo(QString(words->first().text).replace(u"%%"_s, u"%"_s)).fileName();
+  return program == "tarnwick"_L1 || program == QFileInfo(executable).fileName();
+}
+
+Entry look(const Autostart& place) {
+  const QFileInfo info(place.file);
+  if (!info.exists() && !info.isSymLink()) return Entry::None;
+  const KeyFile entry = KeyFile::read(place.file);
+  const QString group = u"Desktop Entry"_s;
+  if (!isOurs(entry.string(group, u"Exec"_s), place.executable)) return Entry::Foreign;
+  const bool isOff = entry.flag(group, u"Hidden"_s) ||
+                     entry.string(group, u"X-GNOME-Autostart-enabled"_s).trimmed() == "false"_L1;
+  return isOff ? Entry::SwitchedOff : Entry::On;
+}
+
+/// Takes the lines out that switch the entry off; every other byte stays.
+void switchOn(const QString& file) {
+  QFile present(file);
+  if (!present.open(QIODevice::ReadOnly)) throw DomainError::invalid(Autostart::notChanged(file));
+  QByteArray kept;
+  bool isInEntry = false;
+  while (!present.atEnd()) {
+    const QByteArray line = present.readLine();
+    const QByteArray bare = line.trimmed();
+    if (bare.startsWith('[')) isInEntry = bare == "[Desktop Entry]";
+    if (!isInEntry || !switchesOff(bare)) kept += line;
+  }
+  DurableFile::writeAtomically(kept, file);
+}
+
 }  // namespace
 
 QString Autostart::path() {
@@ -43,19 +91,34 @@ QString Autostart::path() {
          u"/autostart/com.brindlemoor.Tarnwick.desktop"_s;
 }
 
-void Autostart::apply(bool wanted, const QString& executable, const QString& file) {
-  if (!wanted) {
-    if (QFile::exists(file) && !QFile::remove(file)) {
-      throw DomainError::invalid(
-          QCoreApplication::translate("Autostart", "The login entry could not be removed: %1.").arg(file));
-    }
-    return;
+bool Autostart::isOn() const { return look(*this) == Entry::On; }
+
+Capability Autostart::capability() const {
+  if (look(*this) != Entry::Foreign) return Capability::yes();
+  return Capability::no(
+      QCoreApplication::translate("Autostart", "The login entry “%1” was written by another program.").arg(file));
+}
+
+QString Autostart::notChanged(const QString& file) {
+  return QCoreApplication::translate("Autostart", "The login entry could not be changed: %1.").arg(file);
+}
+
+void Autostart::set(bool wanted) const {
+  switch (look(*this)) {
+    case Entry::Foreign:
+      throw DomainError::invalid(capability().reason);
+    case Entry::None:
+      if (!wanted) return;
+      DurableFile::makeParent(file);
+      DurableFile::writeAtomically(entryFor(executable), file);
+      return;
+    case Entry::On:
+      if (!wanted && !QFile::remove(file)) throw DomainError::invalid(notChanged(file));
+      return;
+    case Entry::SwitchedOff:
+      if (wanted) switchOn(file);
+      return;
   }
-  const QByteArray entry = entryFor(executable);
-  QFile present(file);
-  if (present.open(QIODevice::ReadOnly) && present.readAll() == entry) return;
-  DurableFile::makeParent(file);
-  DurableFile::writeAtomically(entry, file);
 }
 
 }  // namespace tarnwick

@@ -24,6 +24,7 @@ DockDesk::DockDesk(DockDeskParts parts)
       commands_({parts_.store, parts_.running, parts_.windows, parts_.apps, parts_.opener, parts_.files}),
       menus_({parts_.store, parts_.running, parts_.windows, parts_.apps, parts_.files, &commands_, &edits_}) {
   connect(&undo_, &UndoStack::failed, parts_.store, &AppStore::setError);
+  guardStrangeEntries();
   connect(&undo_, &UndoStack::pushed, this, &DockDesk::offerUndo);
   connect(&undo_, &UndoStack::gone, this, [this](quint64 entry) {
     QMetaObject::invokeMethod(
@@ -130,9 +131,23 @@ TileSources DockDesk::previews(const QList<DockWidget>& widgets) {
   return storeSources(*parts_.store, *parts_.toggles, questions, widgets);
 }
 
+void DockDesk::guardStrangeEntries() {
+  const auto show = [self = QPointer(this)](const QString& path) {
+    if (self) self->commands_.reveal(path);
+  };
+  parts_.opener->reveal = show;
+  parts_.opener->askToRun = [self = QPointer(this), show](const ForeignEntry& entry, const QString& action,
+                                                          const std::function<void()>& run) {
+    if (self) self->entryQuestion_.ask(entry, action, run, [show, path = entry.path] { show(path); });
+  };
+}
+
 PanelActions DockDesk::panelActions() {
   PanelActions actions = makePanelActions(parts_, commands_, edits_, folders_, this);
   actions.openEditor = menus_.editWidget;
+  actions.changeWidget = [this](const DockWidget& widget) { edits_.update(widget); };
+  actions.undo = [this] { undo_.undo(); };
+  actions.redo = [this] { undo_.redo(); };
   actions.offerUndo = [this](const QString& display, const QString& sentence, const std::function<void()>& undo) {
     undo_.push({sentence, display}, undo);
   };
@@ -217,6 +232,7 @@ DockActions DockDesk::actions(const QString& display) {
     edits_.moveShown(display, from, to);
   };
   actions.undo = [this] { undo_.undo(); };
+  actions.redo = [this] { undo_.redo(); };
   actions.closePanel = [this] {
     if (dismissPanel) dismissPanel();
   };

@@ -8,6 +8,7 @@
 #include "app/DockBubble.h"
 #include "app/DockCommands.h"
 #include "app/DockMenus.h"
+#include "app/EntryQuestion.h"
 #include "app/FolderQuestion.h"
 #include "apps/AppOpener.h"
 #include "apps/ports/LauncherHints.h"
@@ -77,6 +78,8 @@ class DockDesk : public QObject {
   UndoableEdits& edits() { return edits_; }
   /// Takes the newest change of a dock back.
   void undo() { undo_.undo(); }
+  /// Makes again what was taken back last.
+  void redo() { undo_.redo(); }
   /// What tiles of these widgets show at this moment, whether or not a dock holds them.
   TileSources previews(const QList<DockWidget>& widgets);
   /// Starts listening to what applications want shown on their tiles.
@@ -105,6 +108,8 @@ class DockDesk : public QObject {
   QList<ItemCommand> commandsOf(const QString& display, const QList<DockMenuEntry>& entries, const QRect& beside);
   void openMenu(const QString& display, const QList<DockMenuEntry>& entries, const QRect& beside);
   void closeMenu();
+  /// An entry from outside the folders of applications is asked about before it runs.
+  void guardStrangeEntries();
   void markMenu(bool open);
   void rebuildRows();
   void placeApplications(const QString& display);
@@ -123,6 +128,7 @@ class DockDesk : public QObject {
   DockMenus menus_;
   FolderQuestion folders_;
   FolderQuestion pictures_;
+  EntryQuestion entryQuestion_;
   std::map<QString, LiveDock*> docks_;
   QPointer<QMenu> menu_;  // The one that is open.
   QString menuDisplay_;

@@ -80,7 +80,7 @@ void Windows::dress(AppWindow& window) {
     QApplication::setWindowIcon(QIcon::fromTheme(u"com.brindlemoor.Tarnwick"_s, AppMark::icon()));
   if (!services_.framesWindows) window.giveTitleBar();
   window.setMenuBar(delegate_.makeMenuBar());
-  window.setUndo([this] { delegate_.desk().undo(); });
+  window.setUndo([this] { delegate_.desk().undo(); }, [this] { delegate_.desk().redo(); });
   window.installEventFilter(this);
 }
 
@@ -114,6 +114,7 @@ bool Windows::eventFilter(QObject* window, QEvent* event) {
 QString Windows::actedOn() const { return delegate_.store().activeDisplay; }
 
 void Windows::showSettings() {
+  delegate_.followLoginEntry();
   present(settings_, u"settings"_s, {}, [this] {
     SettingsServices services;
     DockDesk& desk = delegate_.desk();
@@ -135,6 +136,7 @@ void Windows::showSettings() {
     services.recordsKeys = [this](bool recording) { delegate_.keys().setRecording(recording); };
     services.commandBarKey = [this] { return abilities().commandBarKey; };
     services.tray = [this] { return abilities().tray; };
+    services.loginEntry = [this] { return delegate_.autostart().capability(); };
     services.keys = [this] { return delegate_.keys().capability(); };
     services.edges = [this] { return services_.ports.zones->edges(); };
     services.feelsOnePixelOnly = [this] { return services_.ports.zones->feelsOnePixelOnly(); };
@@ -197,12 +199,20 @@ void Windows::showOnboarding() {
     services.change = [this](const auto& change) { delegate_.desk().edits().change(change); };
     services.addWidgets = delegate_.addWidgets;
     services.reduceMotion = services_.ports.motion->reducesMotion();
-    // Once it was gone through, it begins anew.
-    const int first = delegate_.store().config().onboardingComplete ? 0 : onboardingPage_;
+    // Where it was left, in this run or another one; once it was gone through, it begins anew.
+    const DockConfiguration& config = delegate_.store().config();
+    const int first = config.onboardingComplete ? 0 : config.desktopOptions().desk.value_or(DeskOptions()).setupPage;
     auto* window = new OnboardingWindow(delegate_.store(), std::move(services), first);
     window->setSays(services_.ports.zones->edges().reason);
-    connect(window, &OnboardingWindow::pageChanged, this, [this](int page) { onboardingPage_ = page; });
+    connect(window, &OnboardingWindow::pageChanged, this, [this](int page) { keepSetupPage(page); });
     return window;
+  });
+}
+
+void Windows::keepSetupPage(int page) {
+  delegate_.store().edit([page](DockConfiguration& config) {
+    const bool isNew = page == 0 || config.onboardingComplete;
+    config.desktop.desk = isNew ? std::nullopt : std::optional(DeskOptions{.setupPage = page});
   });
 }
 
@@ -247,6 +257,7 @@ DesktopAbilities Windows::abilities() const {
   found.notifications = services_.notifications ? services_.notifications->capability()
                                                 : Capability::no(tr("This desktop has no notifications."));
   if (!delegate_.hasTray()) found.tray = Capability::no(tr("This desktop has no place for the icons of programs."));
+  found.loginEntry = delegate_.autostart().capability();
   found.systemDock = services_.ports.preferences->capability();
   return found;
 }

@@ -59,6 +59,7 @@ class Windows final : public QObject {
   QRectF dockOn(const Screen& screen) const;
   void chooseDockPicture();
   QString actedOn() const;
+  void keepSetupPage(int page);
   PreviewSources previews();
   DesktopAbilities abilities() const;
 
@@ -73,7 +74,6 @@ class Windows final : public QObject {
   QPointer<OnboardingWindow> onboarding_;
   QPointer<AboutWindow> about_;
   QPointer<HelpWindow> help_;
-  int onboardingPage_ = 0;  // Where it was left in this run.
   std::unique_ptr<MenuBarPopup> menuBar_;
 };
 

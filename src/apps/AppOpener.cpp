@@ -1,7 +1,9 @@
 #include "apps/AppOpener.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFileInfo>
+#include <QPointer>
 
 #include "apps/DefaultApplication.h"
 #include "apps/StandardApplications.h"
@@ -40,6 +42,7 @@ AppOpener::~AppOpener() {
 }
 
 void AppOpener::start(const QString& entryPath, const LaunchRequest& request) {
+  if (isForeign(entryPath)) return startForeign(entryPath, request);
   whenKnown(
       [this, entryPath, request] {
         const auto entry = apps_.byPath(entryPath);
@@ -50,6 +53,51 @@ void AppOpener::start(const QString& entryPath, const LaunchRequest& request) {
         Q_EMIT failed(QCoreApplication::translate("AppOpener", "“%1” is not installed any more.")
                           .arg(QFileInfo(entryPath).completeBaseName()));
       });
+}
+
+bool AppOpener::isForeign(const QString& path) const {
+  return path.endsWith(".desktop"_L1) && QDir::isAbsolutePath(path) && apps_.environment().desktopIdOf(path).isEmpty();
+}
+
+void AppOpener::startForeign(const QString& path, const LaunchRequest& request) {
+  pool_.start([this, path, request, environment = apps_.environment()] {
+    // A link to an installed entry is that entry.
+    const QString target = QFileInfo(path).symLinkTarget();
+    if (!target.isEmpty() && !environment.desktopIdOf(target).isEmpty()) {
+      QMetaObject::invokeMethod(
+          this, [this, target, request] { start(target, request); }, Qt::QueuedConnection);
+      return;
+    }
+    QMetaObject::invokeMethod(
+        this, [this, request, found = ForeignEntry::look(path, environment.locales)] { decide(found, request); },
+        Qt::QueuedConnection);
+  });
+}
+
+void AppOpener::decide(const ForeignEntry& found, const LaunchRequest& request) {
+  if (!found.refusal.isEmpty()) {
+    Q_EMIT failed(found.refusal);
+    if (reveal) reveal(found.path);
+    return;
+  }
+  if (trusted_ && trusted_->isTrusted(found.path, found.digest)) {
+    launch(found.path, found.entry, request);
+  } else if (askToRun) {
+    askToRun(found, request.action, [self = QPointer(this), found, request] {
+      if (self) self->confirm(found, request);
+    });
+  } else if (reveal) {
+    reveal(found.path);
+  }
+}
+
+void AppOpener::confirm(const ForeignEntry& found, const LaunchRequest& request) {
+  try {
+    if (trusted_) trusted_->trust(found.path, found.digest);
+  } catch (const DomainError& failure) {
+    Q_EMIT failed(failure.message());
+  }
+  launch(found.path, found.entry, request);
 }
 
 bool AppOpener::launch(const QString& asked, const DesktopEntry& entry, const LaunchRequest& request) {
@@ -64,6 +112,10 @@ bool AppOpener::launch(const QString& asked, const DesktopEntry& entry, const La
 }
 
 void AppOpener::open(const QUrl& url, const Done& done) {
+  if (url.isLocalFile() && isForeign(url.toLocalFile())) {
+    if (done) done(false);
+    return startForeign(url.toLocalFile(), {});
+  }
   // A file on a volume that does not answer must not stop the dock.
   pool_.start([this, url, done] {
     QMetaObject::invokeMethod(

@@ -9,12 +9,15 @@
 
 #include "apps/AppLaunch.h"
 #include "apps/InstalledApps.h"
+#include "apps/TrustedEntries.h"
 #include "base/Scheduler.h"
 
 namespace tarnwick {
 
 /// Starts and opens by what a tile knows: the path of a desktop entry, a file, an address. Where the installed
-/// applications have not been read yet it waits for them. Main thread only; every failure comes as `failed`.
+/// applications have not been read yet it waits for them. A desktop entry outside the folders of applications runs only
+/// once the user has said so; whoever wants to start or open one passes the same door. Main thread only; every failure
+/// comes as `failed`.
 class AppOpener : public QObject {
   Q_OBJECT
  public:
@@ -36,6 +39,14 @@ class AppOpener : public QObject {
   /// Shows the trash in the file manager; `folder` is where its things lie, for one that knows no trash.
   void openTrash(const QString& folder);
 
+  /// Which entries from anywhere may run. Without it none is remembered.
+  void setTrusted(TrustedEntries* trusted) { trusted_ = trusted; }
+  /// Asks whether an entry from anywhere may run; `run` is called when it may, and once at most. Without it such an
+  /// entry is shown in its folder.
+  std::function<void(const ForeignEntry& entry, const QString& action, const std::function<void()>& run)> askToRun;
+  /// Shows a file in the file manager.
+  std::function<void(const QString& path)> reveal;
+
  Q_SIGNALS:
   /// An application was started, to be brought forward by its own doing. The path is the one that was asked for, or
   /// that of the application which opens a file.
@@ -49,6 +60,11 @@ class AppOpener : public QObject {
     JobHandle patience;
   };
 
+  /// Whether a path is an entry that no folder of applications holds.
+  bool isForeign(const QString& path) const;
+  void startForeign(const QString& path, const LaunchRequest& request);
+  void decide(const ForeignEntry& found, const LaunchRequest& request);
+  void confirm(const ForeignEntry& found, const LaunchRequest& request);
   bool launch(const QString& asked, const DesktopEntry& entry, const LaunchRequest& request);
   void openFound(const QUrl& url, const QStringList& types, const Done& done);
   /// Tries now and whenever the installed applications change, until `attempt` gives true; then or never.
@@ -58,6 +74,7 @@ class AppOpener : public QObject {
   InstalledApps& apps_;
   AppLaunch& launch_;
   Scheduler& scheduler_;
+  TrustedEntries* trusted_ = nullptr;
   QThreadPool pool_;
   std::map<quint64, Waiting> waiting_;
   quint64 lastWaiting_ = 0;

@@ -4,8 +4,10 @@
 #include <QMap>
 #include <QString>
 #include <QStringList>
+#include <optional>
 
 #include "base/RecordCodec.h"
+#include "config/DeskOptions.h"
 #include "config/ProfileRule.h"
 
 namespace tarnwick {
@@ -44,6 +46,7 @@ struct DesktopOptions {
   quint32 shortcutKey = 2;
   quint32 shortcutModifiers = 6400;
   quint32 profileModifiers = 6400;
+  std::optional<DeskOptions> desk;  ///< Absent while all of it has its defaults.
 
   static constexpr auto fields() {
     using O = DesktopOptions;
@@ -70,7 +73,7 @@ struct DesktopOptions {
         field::defaulted("dockShortcutEnabled", &O::dockShortcutEnabled),
         field::defaulted("profileShortcutEnabled", &O::profileShortcutEnabled),
         field::defaulted("shortcutKey", &O::shortcutKey), field::defaulted("shortcutModifiers", &O::shortcutModifiers),
-        field::defaulted("profileModifiers", &O::profileModifiers));
+        field::defaulted("profileModifiers", &O::profileModifiers), field::optional("desk", &O::desk));
   }
   bool operator==(const DesktopOptions&) const = default;
 };

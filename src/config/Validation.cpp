@@ -20,6 +20,7 @@ constexpr double kNumberLimit = 1e12;
 constexpr double kPositionLimit = 1e7;
 constexpr qsizetype kMostClippings = 30;
 constexpr qsizetype kMostShelved = 500;
+constexpr int kMostSetupPages = 20;
 
 constexpr std::array kCredentialKeys{"token"_L1, "apiKey"_L1, "password"_L1, "secret"_L1};
 // In the order in which faults are reported.
@@ -136,6 +137,7 @@ void DockConfiguration::validate() {
   edgeGap = std::clamp(edgeGap, 0.0, 180.0);
 
   limitTiming(desktop);
+  if (desktop.desk) desktop.desk->setupPage = std::clamp(desktop.desk->setupPage, 0, kMostSetupPages);
   for (const QList<double>& origin : std::as_const(floatingPositions)) {
     require(isValidPosition(origin), QT_TRANSLATE_NOOP("DockConfiguration", "Invalid saved dock position."));
   }

@@ -241,18 +241,13 @@ void AppStore::notify(const QString& title, const QString& body) {
 }
 
 void AppStore::announce(const DockWidget& widget, const QString& sentence) {
-  // Several timers may run; one that has a name of its own is told by it.
-  const QString line = widget.title.isEmpty() ? sentence : tr("%1: %2").arg(widget.title, sentence);
-  const auto unseen = [store = QPointer(this), line] {
+  const auto unseen = [store = QPointer(this), name = widget.title, sentence] {
     if (!store || store->down_) return;
-    // Timers that end one after the other while nobody looks are all told.
-    QStringList& told = store->announced_;
-    if (!store->isAnnouncement_ || store->error_ != told.join(u' ')) told.clear();
-    told.removeAll(line);
-    told.append(line);
-    constexpr qsizetype most = 3;
-    if (told.size() > most) told.removeFirst();
-    store->setMessage(told.join(u' '), true);
+    // Timers that end while nobody looks are all told.
+    Announcements& told = store->announced_;
+    if (!store->isAnnouncement_ || store->error_ != told.text()) told.clear();
+    told.add(name, sentence);
+    store->setMessage(told.text(), true);
   };
   if (config_.notificationsEnabled && notifications_) {
     notifications_->post(widget.title.isEmpty() ? Catalog::find(widget.kind).name : widget.title, sentence, unseen);

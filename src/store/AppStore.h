@@ -16,6 +16,7 @@
 #include "desktop/SessionEvents.h"
 #include "facilities/BeatClient.h"
 #include "facilities/StoreCalls.h"
+#include "store/Announcements.h"
 #include "store/BeatClients.h"
 #include "system/SystemMetrics.h"
 #include "system/ports/SystemCounters.h"
@@ -104,6 +105,8 @@ class AppStore : public QObject {
   DockConfiguration edit(const std::function<void(DockConfiguration&)>& change);
   /// The same for what may bring another profile onto a display: its values are then fetched anew.
   DockConfiguration editProfiles(const std::function<void(DockConfiguration&)>& change);
+  /// Takes over what the session does at login anyway: nothing is saved for it.
+  void followLoginEntry(bool launches);
   void set(const QUuid& id, const QString& key, const std::optional<QString>& value);
   // A widget that the settings document would refuse is refused here, with the reason as the message. One that is added
   // gets a fresh identity when it has none, or one that is taken.
@@ -213,7 +216,7 @@ class AppStore : public QObject {
   DockConfiguration config_;
   QString error_;
   bool isAnnouncement_ = false;
-  QStringList announced_;  ///< The sentences of an announcement.
+  Announcements announced_;  ///< What an announcement tells.
   QList<RunningApp> runningApps_;
   QString calendarMessage_;
   QString reminderMessage_;

@@ -76,6 +76,14 @@ void AppStore::configDidChange() {
   Q_EMIT configChanged();
 }
 
+void AppStore::followLoginEntry(bool launches) {
+  if (config_.launchAtLogin == launches) return;
+  config_.launchAtLogin = launches;
+  // No difference that a later save would have to hurry for.
+  layoutSignature_ = LayoutSignature(config_);
+  Q_EMIT configChanged();
+}
+
 QList<DockWidget> AppStore::shownWidgets() const {
   // What any display shows counts, pinned profiles included; what one that has no dock now would show does not.
   QList<qsizetype> profiles{config_.activeIndex()};
@@ -240,7 +248,9 @@ void AppStore::exportConfiguration(const QString& path) {
 
 void AppStore::importConfiguration(const QString& path) {
   try {
-    const DockConfiguration imported = Persistence::read(path);
+    DockConfiguration imported = Persistence::read(path);
+    // What this computer starts at login is no matter of a file.
+    imported.launchAtLogin = config_.launchAtLogin;
     edit([&](DockConfiguration& config) { config = imported; });
     refreshAll();
   } catch (const DomainError& failure) {

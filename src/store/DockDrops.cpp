@@ -189,12 +189,20 @@ void DockDrops::shelve(const QStringList& paths, const Kinds& kinds, const QStri
   parts_.store->edit([&](DockConfiguration& config) { config.shelf += added; });
   const QString sentence = added.size() == 1 ? tr("“%1” was put on the file shelf.").arg(nameOf(added.first()))
                                              : tr("%1 items were put on the file shelf.").arg(added.size());
-  parts_.undo->push({sentence, display}, [self = QPointer(this), added] {
+  const auto takeOff = [self = QPointer(this), added] {
     if (!self) return;
     self->parts_.store->edit([&](DockConfiguration& config) {
       config.shelf.removeIf([&](const QString& path) { return added.contains(path); });
     });
-  });
+  };
+  const auto putOn = [self = QPointer(this), added] {
+    if (!self) return;
+    self->parts_.store->edit([&](DockConfiguration& config) {
+      for (const QString& path : added)
+        if (!config.shelf.contains(path) && config.shelf.size() < kMostShelved) config.shelf << path;
+    });
+  };
+  parts_.undo->push({sentence, display}, takeOff, putOn);
 }
 
 /// Desktop entries become tiles in any case, everything else where no shelf takes it.

@@ -21,6 +21,8 @@ class SettingsChange {
   /// Gives every field its old value back that still has the new one. A profile that the change made goes if nothing
   /// was put on it or taken from it; one that it removed comes back.
   void takeBack(DockConfiguration& config) const;
+  /// What makes it again once it was taken back.
+  SettingsChange reversed() const { return {after_, before_}; }
 
  private:
   DockConfiguration before_;

@@ -8,11 +8,18 @@ namespace tarnwick {
 
 UndoStack::~UndoStack() = default;
 
-quint64 UndoStack::push(const Notice& notice, std::function<void()> undo, std::function<void()> forget) {
+quint64 UndoStack::push(const Notice& notice, std::function<void()> undo, std::function<void()> redo,
+                        std::function<void()> forget) {
+  undone_.clear();
+  const quint64 id = ++last_;
+  append({{id, notice.sentence}, notice.display, std::move(undo), std::move(redo), std::move(forget)});
+  return id;
+}
+
+void UndoStack::append(const Step& step) {
   while (steps_.size() >= kMost) forgetFirst();
-  steps_.append({{++last_, notice.sentence}, std::move(undo), std::move(forget)});
-  Q_EMIT pushed(last_, notice.sentence, notice.display);
-  return last_;
+  steps_.append(step);
+  Q_EMIT pushed(step.entry.id, step.entry.sentence, step.display);
 }
 
 std::optional<UndoStack::Entry> UndoStack::latest() const {
@@ -31,10 +38,22 @@ void UndoStack::undo(quint64 id) {
   const Step step = *found;
   steps_.erase(found);
   Q_EMIT gone(id);
+  if (run(step.undo) && step.redo) undone_.append(step);
+}
+
+void UndoStack::redo() {
+  if (undone_.isEmpty()) return;
+  const Step step = undone_.takeLast();
+  if (run(step.redo)) append(step);
+}
+
+bool UndoStack::run(const std::function<void()>& change) {
   try {
-    step.undo();
+    change();
+    return true;
   } catch (const DomainError& failure) {
     Q_EMIT failed(failure.message());
+    return false;
   }
 }
 
@@ -43,6 +62,7 @@ void UndoStack::withdraw(quint64 id) {
 }
 
 void UndoStack::clear() {
+  undone_.clear();
   while (!steps_.isEmpty()) forgetFirst();
 }
 

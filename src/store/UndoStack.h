@@ -8,7 +8,8 @@
 
 namespace tarnwick {
 
-/// What the user did lately and may take back, the newest last. Main thread only.
+/// What the user did lately and may take back, the newest last, and what was taken back and may be made again. Main
+/// thread only.
 class UndoStack : public QObject {
   Q_OBJECT
  public:
@@ -31,9 +32,12 @@ class UndoStack : public QObject {
 
   ~UndoStack() override;
 
-  /// `undo` takes it back; it may throw DomainError and must bear being called when what it needs is gone. `forget`
-  /// runs once when the entry can no longer be taken back, for what was kept until then. Gives the entry's identity.
-  quint64 push(const Notice& notice, std::function<void()> undo, std::function<void()> forget = {});
+  /// `undo` takes it back and `redo` makes it again; both may throw DomainError, must bear being called when what they
+  /// need is gone, and may be called again and again in turn. Without `redo` it is taken back for good. `forget` runs
+  /// once when the entry can no longer be taken back, for what was kept until then. Gives the entry's identity. What
+  /// was taken back before cannot be made again from here on.
+  quint64 push(const Notice& notice, std::function<void()> undo, std::function<void()> redo = {},
+               std::function<void()> forget = {});
 
   /// The newest; nothing when there is none.
   std::optional<Entry> latest() const;
@@ -43,7 +47,10 @@ class UndoStack : public QObject {
   void undo();
   /// Takes that one back, whatever came after it. One that is gone is ignored.
   void undo(quint64 id);
-  /// Takes an entry out that turned out to have done nothing.
+  /// Makes again what was taken back last; it is the newest then.
+  void redo();
+  bool canRedo() const { return !undone_.isEmpty(); }
+  /// Takes an entry out that can no longer be taken back, or turned out to have done nothing.
   void withdraw(quint64 id);
   /// Forgets all, the oldest first: to be called before the program ends.
   void clear();
@@ -59,13 +66,18 @@ class UndoStack : public QObject {
  private:
   struct Step {
     Entry entry;
+    QString display;
     std::function<void()> undo;
+    std::function<void()> redo;
     std::function<void()> forget;
   };
 
+  void append(const Step& step);
+  bool run(const std::function<void()>& change);
   void forgetFirst();
 
   QList<Step> steps_;
+  QList<Step> undone_;  // The one that was taken back last is the last.
   quint64 last_ = 0;
 };
 

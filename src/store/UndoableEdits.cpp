@@ -28,6 +28,15 @@ QList<QUuid> idsOf(const DockProfile& profile) {
   return ids;
 }
 
+/// The options whose values differ.
+QStringList differing(const DockWidget& one, const DockWidget& other) {
+  QStringList keys = one.options.keys() + other.options.keys();
+  keys.removeDuplicates();
+  keys.removeIf([&](const QString& key) { return one.options.value(key) == other.options.value(key); });
+  keys.sort();
+  return keys;
+}
+
 }  // namespace
 
 UndoableEdits::UndoableEdits(AppStore& store, InstalledApps& apps, UndoStack& undo)
@@ -82,36 +91,59 @@ bool UndoableEdits::place(const QList<DockWidget>& widgets, qsizetype profile, c
 void UndoableEdits::pushAdded(const QList<DockWidget>& widgets, const UndoStack::Notice& notice) {
   QList<QUuid> added;
   for (const DockWidget& widget : widgets) added << widget.id;
-  undo_.push(notice, [self = QPointer(this), added] {
-    if (self) self->removeAll(added);
+  const auto removed = std::make_shared<QList<Removed>>();
+  undo_.push(
+      notice,
+      [self = QPointer(this), added, removed] {
+        if (self) self->takeAway(added, removed);
+      },
+      [self = QPointer(this), removed] {
+        if (self) self->putBack(removed);
+      });
+}
+
+/// Takes tiles off as they are, and keeps them.
+void UndoableEdits::takeAway(const QList<QUuid>& widgets, const RemovedTiles& removed) {
+  removed->clear();
+  store_.edit([&](DockConfiguration& config) {
+    for (const QUuid& id : widgets) {
+      const DockWidget* stored = DocumentEdits::find(std::as_const(config), id);
+      const auto place = WidgetPlaces::of(config, id);
+      if (!stored || !place) continue;
+      removed->append({*stored, *place});
+      DocumentEdits::remove(config, id);
+    }
   });
 }
 
-void UndoableEdits::removeAll(const QList<QUuid>& widgets) {
+/// The last that went comes first: its neighbour is what it stood before.
+void UndoableEdits::putBack(const RemovedTiles& removed) {
   store_.edit([&](DockConfiguration& config) {
-    for (const QUuid& widget : widgets) DocumentEdits::remove(config, widget);
+    for (auto tile = removed->crbegin(); tile != removed->crend(); ++tile) {
+      const bool isThere = WidgetPlaces::putBack(config, tile->widget, tile->place) ||
+                           DocumentEdits::find(std::as_const(config), tile->widget.id);
+      if (!isThere) throw DomainError::invalid(AppStore::fullDock());
+    }
   });
 }
 
 void UndoableEdits::remove(const QUuid& id, const QString& display) {
   const DockWidget* stored = DocumentEdits::find(store_.config(), id);
-  const auto place = WidgetPlaces::of(store_.config(), id);
-  if (!stored || !place) return;
-  const DockWidget widget = *stored;
-  store_.edit([&](DockConfiguration& config) { DocumentEdits::remove(config, id); });
-  const auto putBack = [self = QPointer(this), widget, place] {
-    if (!self) return;
-    bool came = false;
-    self->store_.edit([&](DockConfiguration& config) {
-      came = WidgetPlaces::putBack(config, widget, *place) || DocumentEdits::find(std::as_const(config), widget.id);
-    });
-    if (!came) throw DomainError::invalid(AppStore::fullDock());
+  if (!stored) return;
+  const QString name = nameOf(*stored);
+  const auto removed = std::make_shared<QList<Removed>>();
+  takeAway({id}, removed);
+  const auto back = [self = QPointer(this), removed] {
+    if (self) self->putBack(removed);
+  };
+  const auto again = [self = QPointer(this), id, removed] {
+    if (self) self->takeAway({id}, removed);
   };
   const auto forget = [self = QPointer(this), id] {
     if (!self || DocumentEdits::find(self->store_.config(), id)) return;
     self->store_.remove(id);
   };
-  undo_.push({tr("“%1” was removed from the dock.").arg(nameOf(widget)), display}, putBack, forget);
+  undo_.push({tr("“%1” was removed from the dock.").arg(name), display}, back, again, forget);
 }
 
 // --- Order ----------------------------------------------------------------------------------------------------------
@@ -134,9 +166,12 @@ void UndoableEdits::rearrange(qsizetype profile, const std::function<void()>& mo
   move();
   if (idsOf(store_.config().profiles[profile]) == before) return;
   // What was moved is seen where it is: nothing need be said.
-  undo_.push({}, [self = QPointer(this), id, before] {
-    if (self) self->bringBackOrder(id, before);
-  });
+  const auto bring = [self = QPointer(this), id](const QList<QUuid>& order) {
+    return [self, id, order] {
+      if (self) self->bringBackOrder(id, order);
+    };
+  };
+  undo_.push({}, bring(before), bring(idsOf(store_.config().profiles[profile])));
 }
 
 void UndoableEdits::bringBackOrder(const QUuid& profile, const QList<QUuid>& order) {
@@ -159,9 +194,29 @@ void UndoableEdits::update(const DockWidget& widget) {
   store_.update(widget);
   stored = DocumentEdits::find(store_.config(), widget.id);
   if (!stored || *stored == before) return;
-  undo_.push({}, [self = QPointer(this), before, after = *stored] {
-    if (self) self->bringBackValues(before, after);
-  });
+  QStringList options = differing(before, *stored);
+  options.removeIf(&WidgetEditor::isRunningState);
+  if (goesOn(widgetRun_, widget.id, options)) {
+    *widgetRun_.after = *stored;
+  } else {
+    const auto after = std::make_shared<DockWidget>(*stored);
+    widgetRun_ = {.options = options, .before = before, .after = after};
+    widgetRun_.entry = undo_.push(
+        {},
+        [self = QPointer(this), before, after] {
+          if (self) self->bringBackValues(before, *after);
+        },
+        [self = QPointer(this), before, after] {
+          if (self) self->bringBackValues(*after, before);
+        });
+  }
+  widgetRun_.last = store_.scheduler().reference();
+}
+
+bool UndoableEdits::goesOn(const WidgetRun& run, const QUuid& widget, const QStringList& options) const {
+  const auto latest = undo_.latest();
+  return run.after && latest && latest->id == run.entry && run.before.id == widget && run.options == options &&
+         store_.scheduler().reference() - run.last < kRun;
 }
 
 void UndoableEdits::bringBackValues(const DockWidget& before, const DockWidget& after) {
@@ -169,10 +224,8 @@ void UndoableEdits::bringBackValues(const DockWidget& before, const DockWidget& 
   if (!stored) return;
   DockWidget widget = *stored;
   if (before.title != after.title) widget.title = before.title;
-  QStringList keys = before.options.keys() + after.options.keys();
-  keys.removeDuplicates();
-  for (const QString& key : std::as_const(keys)) {
-    if (WidgetEditor::isRunningState(key) || before.options.value(key) == after.options.value(key)) continue;
+  for (const QString& key : differing(before, after)) {
+    if (WidgetEditor::isRunningState(key)) continue;
     // Another duration starts a timer over, in either direction.
     if (key == "minutes"_L1)
       for (const QString& running : {u"deadline"_s, u"remaining"_s}) widget.options.remove(running);
@@ -212,9 +265,14 @@ void UndoableEdits::record(const std::function<DockConfiguration()>& act) {
     if (run_.change->isEmpty()) undo_.withdraw(std::exchange(run_, {}).entry);
   } else {
     run_.change = std::make_shared<SettingsChange>(made);
-    run_.entry = undo_.push({}, [self = QPointer(this), step = run_.change] {
-      if (self) self->takeBack(*step);
-    });
+    run_.entry = undo_.push(
+        {},
+        [self = QPointer(this), step = run_.change] {
+          if (self) self->takeBack(*step);
+        },
+        [self = QPointer(this), step = run_.change] {
+          if (self) self->takeBack(step->reversed());
+        });
   }
   run_.last = store_.scheduler().reference();
 }
@@ -234,16 +292,42 @@ void UndoableEdits::takeBack(const SettingsChange& change) {
   store_.editProfiles([&](DockConfiguration& config) { change.takeBack(config); });
 }
 
+// --- Settings of a file ---------------------------------------------------------------------------------------------
+
 void UndoableEdits::importConfiguration(const QString& path) {
   const DockConfiguration before = store_.config();
   store_.importConfiguration(path);
   if (store_.config() == before) return;
-  undo_.clear();
-  undo_.push(tr("The settings of a file took the place of yours."), [self = QPointer(this), before] {
-    if (!self) return;
-    self->store_.edit([&](DockConfiguration& config) { config = before; });
-    self->store_.refreshAll();
-  });
+  watchImport({before, store_.config()});
+  importEntry_ = undo_.push(
+      tr("The settings of a file took the place of yours."),
+      [self = QPointer(this), change = *import_] {
+        if (self) self->takeBackImport(change);
+      },
+      [self = QPointer(this), change = *import_] {
+        if (!self) return;
+        self->takeBackImport(change.reversed());
+        self->watchImport(change);
+      });
+}
+
+void UndoableEdits::watchImport(const DocumentChange& change) {
+  import_ = change;
+  connect(&store_, &AppStore::configChanged, this, &UndoableEdits::forgetChangedImport, Qt::UniqueConnection);
+}
+
+void UndoableEdits::takeBackImport(const DocumentChange& change) {
+  import_.reset();
+  const auto wanted = change.takenBack(store_.config());
+  if (!wanted) throw DomainError::invalid(tr("The settings were changed since and stay as they are."));
+  store_.edit([&](DockConfiguration& config) { config = *wanted; });
+  store_.refreshAll();
+}
+
+void UndoableEdits::forgetChangedImport() {
+  if (!import_ || import_->stands(store_.config())) return;
+  import_.reset();
+  undo_.withdraw(importEntry_);
 }
 
 }  // namespace tarnwick

@@ -7,8 +7,10 @@
 
 #include "apps/InstalledApps.h"
 #include "config/DockWidget.h"
+#include "store/DocumentChange.h"
 #include "store/SettingsChange.h"
 #include "store/UndoStack.h"
+#include "store/WidgetPlaces.h"
 
 namespace tarnwick {
 
@@ -36,7 +38,8 @@ class UndoableEdits : public QObject {
   /// The same by indices of what a display's dock shows, counted as Reordering does.
   void moveShown(const QString& display, qsizetype from, qsizetype to);
   /// Replaces the stored widget of the same identity. Taking it back gives what this changed its old value: the title
-  /// and options, and none that the tile counts by itself.
+  /// and options, and none that the tile counts by itself. Changes of the same options that follow each other closely
+  /// are one step.
   void update(const DockWidget& widget);
   /// Changes settings other than tiles. Taking it back gives what this changed its old value, where nothing else
   /// changed it since. Changes of the same fields that follow each other closely are one step.
@@ -48,8 +51,8 @@ class UndoableEdits : public QObject {
   /// While a hand holds a control, all that it does to the same fields is one step, however long it takes; what was
   /// done before and comes after is another.
   void setHeld(bool held);
-  /// Replaces the settings by a file's; on a failure they stay, and the store says why. What was done before belongs to
-  /// the old settings and can no longer be taken back; the import itself can.
+  /// Replaces the settings by a file's; on a failure they stay, and the store says why. It can be taken back as long as
+  /// nothing that it brought is changed; what is entered elsewhere meanwhile stays.
   void importConfiguration(const QString& path);
 
   /// Whether a tile of a display's dock stands for what lies at a path. An entry that was overridden in another folder
@@ -71,9 +74,29 @@ class UndoableEdits : public QObject {
     std::shared_ptr<SettingsChange> change;
   };
 
+  /// Changes of the same options of a widget, one after the other.
+  struct WidgetRun {
+    quint64 entry = 0;
+    double last = 0;
+    QStringList options;
+    DockWidget before;
+    std::shared_ptr<DockWidget> after;
+  };
+  /// A tile that is not on the dock, and where it stood.
+  struct Removed {
+    DockWidget widget;
+    WidgetPlace place;
+  };
+  using RemovedTiles = std::shared_ptr<QList<Removed>>;
+
   bool place(const QList<DockWidget>& widgets, qsizetype profile, const QUuid& before);
   void pushAdded(const QList<DockWidget>& widgets, const UndoStack::Notice& notice);
-  void removeAll(const QList<QUuid>& widgets);
+  void takeAway(const QList<QUuid>& widgets, const RemovedTiles& removed);
+  void putBack(const RemovedTiles& removed);
+  bool goesOn(const WidgetRun& run, const QUuid& widget, const QStringList& options) const;
+  void watchImport(const DocumentChange& change);
+  void takeBackImport(const DocumentChange& change);
+  void forgetChangedImport();
   void rearrange(qsizetype profile, const std::function<void()>& move);
   void bringBackOrder(const QUuid& profile, const QList<QUuid>& order);
   void bringBackValues(const DockWidget& before, const DockWidget& after);
@@ -85,6 +108,9 @@ class UndoableEdits : public QObject {
   InstalledApps& apps_;
   UndoStack& undo_;
   Run run_;
+  WidgetRun widgetRun_;
+  std::optional<DocumentChange> import_;  // The latest, while it can be taken back.
+  quint64 importEntry_ = 0;
   bool isHeld_ = false;
 };
 

@@ -87,11 +87,117 @@ TEST_F(OpenerTest, WaitsForTheApplicationsAndSaysWhatFails) {
                                    u"“removed” is not installed any more."_s}));
 }
 
-TEST_F(OpenerTest, FindsAnEntryThatLiesSomewhereElse) {
-  write(root(u"desk/tool.desktop"_s), application(u"Tool"_s, u"note --tool"_s));
-  opener->start(root(u"desk/tool.desktop"_s));
+/// An entry on the user's desktop, and a hand that answers.
+class ForeignEntryTest : public OpenerTest {
+ protected:
+  void SetUp() override {
+    OpenerTest::SetUp();
+    put(u"Tool"_s, u"note --tool"_s);
+    opener->setTrusted(trusted.get());
+    opener->reveal = [this](const QString& shown) { revealed << shown; };
+    opener->askToRun = [this](const ForeignEntry& entry, const QString& action, const std::function<void()>& run) {
+      asked << entry.entry.name + ": "_L1 + entry.commandLine(action);
+      if (says) run();
+    };
+  }
+  void put(const QString& name, const QString& exec) {
+    write(path, application(name, exec));
+    QFile::setPermissions(path, kMine);
+  }
+  static constexpr QFile::Permissions kMine = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
+  const QString path = root(u"desk/tool.desktop"_s);
+  std::unique_ptr<TrustedEntries> trusted = std::make_unique<TrustedEntries>(root(u"mine/trusted-entries.json"_s));
+  bool says = true;
+  QStringList asked, revealed;
+};
+
+TEST_F(ForeignEntryTest, RunsOnceTheUserHasSaidSoAndAsksAgainWhenItChanged) {
+  says = false;
+  opener->start(path);
+  ASSERT_TRUE(waitFor([&] { return asked.size() == 1; }));
+  EXPECT_EQ(asked, QStringList{u"Tool: note --tool"_s});
+  EXPECT_TRUE(started.isEmpty());
+  says = true;
+  // A folder's panel, a file search, a drop: whoever opens the file passes the same door.
+  opener->open(QUrl::fromLocalFile(path));
   EXPECT_EQ(ran(), QStringList{u"--tool"_s});
-  EXPECT_EQ(started, QStringList{root(u"desk/tool.desktop"_s)});
+  EXPECT_EQ(asked.size(), 2);
+  opener->start(path);
+  EXPECT_EQ(ran(), QStringList{u"--tool"_s});
+  EXPECT_EQ(asked.size(), 2) << "it was confirmed";
+  EXPECT_EQ(started, (QStringList{path, path}));
+
+  // In the next run too, and from no other file.
+  trusted = std::make_unique<TrustedEntries>(root(u"mine/trusted-entries.json"_s));
+  opener->setTrusted(trusted.get());
+  opener->start(path);
+  EXPECT_EQ(ran(), QStringList{u"--tool"_s});
+  EXPECT_EQ(asked.size(), 2);
+  put(u"Tool"_s, u"note --other"_s);
+  opener->start(path);
+  EXPECT_EQ(ran(), QStringList{u"--other"_s});
+  EXPECT_EQ(asked.last(), u"Tool: note --other"_s);
+}
+
+TEST_F(ForeignEntryTest, WhatMayNotRunIsShownInItsFolder) {
+  const struct {
+    const char* what;
+    QFile::Permissions permissions;
+    const char* sentence;
+  } cases[] = {
+      {"no program", QFile::ReadOwner | QFile::WriteOwner,
+       "“tool.desktop” is not marked as executable, so it is not started."},
+      {"anybody's", kMine | QFile::WriteOther, "“tool.desktop” can be changed by others, so it is not started."},
+      {"a group's", kMine | QFile::WriteGroup, "“tool.desktop” can be changed by others, so it is not started."},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.what);
+    revealed.clear();
+    failures.clear();
+    QFile::setPermissions(path, each.permissions);
+    opener->start(path);
+    ASSERT_TRUE(waitFor([&] { return !revealed.isEmpty(); }));
+    EXPECT_EQ(failures, QStringList{QString::fromUtf8(each.sentence)});
+    EXPECT_EQ(revealed, QStringList{path});
+  }
+  QFile::setPermissions(path, kMine);
+  revealed.clear();
+  const QString link = root(u"desk/link.desktop"_s);
+  QFile::link(path, link);
+  opener->start(link);
+  ASSERT_TRUE(waitFor([&] { return !revealed.isEmpty(); }));
+  EXPECT_TRUE(asked.isEmpty());
+  EXPECT_TRUE(started.isEmpty());
+
+  // A link to an installed entry is that entry; where nobody can be asked an entry is shown.
+  const QString installedLink = root(u"desk/editor.desktop"_s);
+  QFile::link(system(u"editor.desktop"_s), installedLink);
+  opener->start(installedLink);
+  ran();
+  EXPECT_EQ(started, QStringList{system(u"editor.desktop"_s)});
+  revealed.clear();
+  opener->askToRun = {};
+  opener->start(path);
+  ASSERT_TRUE(waitFor([&] { return !revealed.isEmpty(); }));
+  EXPECT_EQ(started.size(), 1);
+}
+
+TEST(TrustedEntries, KeepTheLatestTwoHundredForTheirOwnerAlone) {
+  const QTemporaryDir folder;
+  const QString file = folder.filePath(u"trusted-entries.json"_s);
+  TrustedEntries trusted(file);
+  for (int i = 0; i <= TrustedEntries::kMost; ++i) trusted.trust(u"/%1"_s.arg(i), u"d"_s);
+  trusted.trust(u"/5"_s, u"e"_s);
+  EXPECT_EQ(QFile::permissions(file) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
+  const TrustedEntries again(file);
+  EXPECT_FALSE(again.isTrusted(u"/0"_s, u"d"_s));
+  EXPECT_TRUE(again.isTrusted(u"/1"_s, u"d"_s));
+  EXPECT_FALSE(again.isTrusted(u"/1"_s, u"e"_s));
+  EXPECT_FALSE(again.isTrusted(u"/5"_s, u"d"_s));
+  EXPECT_TRUE(again.isTrusted(u"/5"_s, u"e"_s));
+
+  write(file, u"{\"entries\":[1,{\"path\":\"/a\"},"_s);
+  EXPECT_FALSE(TrustedEntries(file).isTrusted(u"/a"_s, {}));
 }
 
 }  // namespace

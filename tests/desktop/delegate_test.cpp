@@ -86,6 +86,56 @@ TEST_F(DelegateTest, ALayoutChangeMovesTheDockAndIsOnTheDiskInAQuarterOfASecond)
   EXPECT_EQ(Persistence::read(file()).profiles[0].widgets[1].options.value(u"elapsed"_s), u"7"_s);
 }
 
+TEST_F(DelegateTest, TheLoginEntryIsTheUsersUntilTheSwitchIsMoved) {
+  const QString entry = folder.filePath(u"autostart.desktop"_s);
+  const QByteArray users = "[Desktop Entry]\nType=Application\nName=My dock\nExec=tarnwick\nX-Mine=1\n";
+  const auto text = [&] {
+    QFile in(entry);
+    return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray("none");
+  };
+  const auto write = [&](const QByteArray& bytes) {
+    QFile out(entry);
+    EXPECT_TRUE(out.open(QIODevice::WriteOnly));
+    out.write(bytes);
+  };
+  write(users);
+  // Settings that were lost say that it is not wanted.
+  start([&](DelegateSetup& setup) { setup.autostartFile = entry; });
+  time.advance(1);
+  EXPECT_EQ(text(), users);
+  EXPECT_TRUE(store().config().launchAtLogin);
+
+  // A file of settings from another computer, and a change of the layout, leave it alone.
+  DockConfiguration elsewhere = store().config();
+  elsewhere.launchAtLogin = false;
+  elsewhere.scale = 1.5;
+  const QString file = folder.filePath(u"elsewhere.json"_s);
+  Persistence::save(elsewhere, file);
+  delegate->desk().edits().importConfiguration(file);
+  time.advance(1);
+  EXPECT_EQ(store().config().scale, 1.5);
+  EXPECT_TRUE(store().config().launchAtLogin);
+  EXPECT_EQ(text(), users);
+
+  const auto flip = [&](bool on) {
+    delegate->desk().edits().change([on](DockConfiguration& config) { config.launchAtLogin = on; });
+  };
+  flip(false);
+  EXPECT_EQ(text(), "none");
+  delegate->desk().undo();
+  EXPECT_TRUE(text().contains("Exec="));
+  flip(false);
+
+  // Where another program has the name, the switch says so and goes back.
+  const QByteArray foreign = "[Desktop Entry]\nType=Application\nName=Other\nExec=other\n";
+  write(foreign);
+  flip(true);
+  EXPECT_FALSE(store().error().isEmpty());
+  VirtualDisplay::current().settle();
+  EXPECT_FALSE(store().config().launchAtLogin);
+  EXPECT_EQ(text(), foreign);
+}
+
 TEST_F(DelegateTest, FollowsTheDisplays) {
   VirtualDisplay& display = VirtualDisplay::current();
   start();

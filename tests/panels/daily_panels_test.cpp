@@ -41,6 +41,12 @@ struct Open {
     context.actions.offerUndo = [this](const QString&, const QString&, const std::function<void()>& undo) {
       undos.push_back(undo);
     };
+    context.actions.changeWidget = [this](const DockWidget& widget) {
+      ++changes;
+      store().update(widget);
+    };
+    context.actions.undo = [this] { keys << u"undo"_s; };
+    context.actions.redo = [this] { keys << u"redo"_s; };
     panel = makePanel(context);
     panel->start();
     panel->resize(panel->sizeHint());
@@ -70,8 +76,30 @@ struct Open {
   QString copied;
   std::function<void(const QString&)> picked;
   std::vector<std::function<void()>> undos;
+  int changes = 0;  // Those that can be taken back.
+  QStringList keys;
   std::unique_ptr<TilePanel> panel;
 };
+
+TEST(Panels, WhatIsSetInThemCanBeTakenBackAndWhatIsCountedHasItsOwnWays) {
+  Open water(u"drinkWater"_s);
+  water.click(u"Increase Daily goal"_s);
+  EXPECT_EQ(water.changes, 1);
+  water.click(u"Increase Remind me every"_s);
+  EXPECT_EQ(water.changes, 2);
+  water.store().drink(water.context.widget);
+  EXPECT_EQ(water.changes, 2);
+  QTest::keyClick(water.panel.get(), Qt::Key_Z, Qt::ControlModifier);
+  QTest::keyClick(water.panel.get(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(water.keys, (QStringList{u"undo"_s, u"redo"_s}));
+
+  Open pomodoro(u"pomodoro"_s);
+  pomodoro.click(u"Increase Short break"_s);
+  pomodoro.click(u"Increase Sessions before a long break"_s);
+  EXPECT_EQ(pomodoro.changes, 2);
+  pomodoro.click(u"Skip"_s);
+  EXPECT_EQ(pomodoro.changes, 2);
+}
 
 TEST(TimerPanels, DoWhatTheirButtonsSay) {
   Open timer(u"timer"_s);
@@ -268,9 +296,9 @@ TEST(HabitPanelsTest, CountAndTick) {
   Open water(u"drinkWater"_s);
   water.click(u"Drink a Glass"_s);
   EXPECT_EQ(water.option(u"glasses"_s), u"6"_s);
-  water.click(u"Increase Reminder"_s);
+  water.click(u"Increase Remind me every"_s);
   EXPECT_EQ(water.option(u"interval"_s), u"15"_s);
-  water.click(u"Decrease Reminder"_s);
+  water.click(u"Decrease Remind me every"_s);
   EXPECT_EQ(water.option(u"interval"_s), u"absent"_s);
 
   Open habit(u"habitTracker"_s);

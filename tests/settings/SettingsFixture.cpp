@@ -47,7 +47,7 @@ SettingsWindow& SettingsFixture::window() {
   if (!window_) {
     window_ = std::make_unique<SettingsWindow>(store(), services);
     window_->setAttribute(Qt::WA_DeleteOnClose, false);
-    window_->setUndo([this] { undo_.undo(); });
+    window_->setUndo([this] { undo_.undo(); }, [this] { undo_.redo(); });
     window_->present();
     QCoreApplication::processEvents();
   }

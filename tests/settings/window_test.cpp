@@ -10,6 +10,7 @@
 #include <QTest>
 
 #include "settings/SettingsFixture.h"
+#include "store/DocumentEdits.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
 #include "views/controls/Labels.h"
@@ -181,6 +182,10 @@ TEST_F(SettingsWindowTest, UndoBringsARemovedWidgetBack) {
   ASSERT_EQ(config().profiles[0].widgets.size(), before.size() - 1);
   QTest::keyClick(&window(), Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ(config().profiles[0].widgets, before);
+  QTest::keyClick(&window(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(config().profiles[0].widgets.size(), before.size() - 1);
+  QTest::keyClick(&window(), Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(config().profiles[0].widgets, before);
 }
 
 TEST_F(SettingsWindowTest, UndoTakesSettingsBackAndADragOfASliderIsOneStep) {
@@ -223,7 +228,7 @@ TEST_F(SettingsWindowTest, AMoveIsTakenBackAmongWhatCameAndWentMeanwhile) {
   EXPECT_EQ(config().profiles[0].widgets.first(wanted.size()), wanted);
 }
 
-TEST_F(SettingsWindowTest, AnImportIsTakenBackWholeAndEndsWhatBelongedToTheOldSettings) {
+TEST_F(SettingsWindowTest, AnImportIsTakenBackAndWhatIsUnderItStays) {
   QTemporaryDir folder;
   const QString other = folder.filePath(u"other.json"_s);
   store().exportConfiguration(other);
@@ -233,12 +238,17 @@ TEST_F(SettingsWindowTest, AnImportIsTakenBackWholeAndEndsWhatBelongedToTheOldSe
   services.edits->importConfiguration(folder.filePath(u"none.json"_s));
   EXPECT_EQ(undo().size(), 1);  // A file that cannot be read leaves everything, the way back included.
   services.edits->importConfiguration(other);
-  EXPECT_EQ(config().profiles, exported.profiles);
+  EXPECT_EQ(config(), exported);
+  EXPECT_EQ(undo().size(), 2);
+  undo().undo();
+  EXPECT_EQ(config(), before);
+  undo().redo();
+  EXPECT_EQ(config(), exported);
+  // What it brought is changed: it can no longer be taken back, and the removal under it is the newest.
+  store().set(exported.profiles[0].widgets[0].id, u"label"_s, u"Mine"_s);
   EXPECT_EQ(undo().size(), 1);
   undo().undo();
-  EXPECT_EQ(config(), before);
-  undo().undo();
-  EXPECT_EQ(config(), before);
+  EXPECT_EQ(DocumentEdits::find(config(), exported.profiles[0].widgets[0].id)->options.value(u"label"_s), u"Mine"_s);
 }
 
 TEST_F(SettingsWindowTest, AltAloneOpensTheMenuBarAndAltWithAnotherKeyDoesNot) {

@@ -363,6 +363,64 @@ TEST_F(DropsTest, ChangesOfTheSameFieldsThatFollowCloselyAreOneStep) {
   EXPECT_EQ(undo.size(), 1);
 }
 
+TEST_F(DropsTest, WhatWasTakenBackIsMadeAgain) {
+  const DockWidget a = tile(u"cpu"_s);
+  const DockWidget b = tile(u"timer"_s);
+  const DockWidget c = tile(u"ram"_s);
+  show({a, b, c});
+  DockWidget named = b;
+  named.title = u"Tea"_s;
+  const struct {
+    const char* name;
+    std::function<void()> deed;
+    const char* after;
+  } cases[] = {
+      {"removed", [&] { edits.remove(b.id); }, "cpu ram"},
+      {"inserted", [&] { edits.insert({tile(u"flipClock"_s)}, u"L"_s, 1); }, "cpu flipClock timer ram"},
+      {"moved", [&] { edits.move(a.id, 2); }, "timer ram cpu"},
+      {"edited", [&] { edits.update(named); }, "cpu timer ram"},
+      {"set", [&] { edits.change([](DockConfiguration& config) { config.scale = 1.5; }); }, "cpu timer ram"},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.name);
+    const DockConfiguration before = store.config();
+    each.deed();
+    EXPECT_EQ(row().toStdString(), each.after);
+    const DockConfiguration after = store.config();
+    for (int turn = 0; turn < 2; ++turn) {
+      undo.undo();
+      EXPECT_EQ(store.config(), before);
+      EXPECT_TRUE(undo.canRedo());
+      undo.redo();
+      EXPECT_EQ(store.config(), after);
+    }
+    undo.undo();
+  }
+  // Something new ends it.
+  edits.remove(b.id);
+  EXPECT_FALSE(undo.canRedo());
+}
+
+TEST_F(DropsTest, ChangesOfTheSameOptionsThatFollowCloselyAreOneStep) {
+  DockWidget water = tile(u"drinkWater"_s);
+  show({water});
+  for (const char* goal : {"9", "10", "11"}) {
+    water.options[u"goal"_s] = QString::fromLatin1(goal);
+    edits.update(water);
+    store.drink(water.id);  // Counts go on, and are no part of it.
+    water = store.widgets().first();
+    time.advance(0.5);
+  }
+  time.advance(2);
+  water.options[u"goal"_s] = u"12"_s;
+  edits.update(water);
+  EXPECT_EQ(undo.size(), 2);
+  undo.undo();
+  undo.undo();
+  EXPECT_FALSE(store.widgets().first().options.contains(u"goal"_s));
+  EXPECT_EQ(store.waterCount(store.widgets().first()), 3);
+}
+
 TEST(UndoStack, TakesBackWhatIsAskedAndSurvivesWhatFails) {
   UndoStack stack;
   QStringList log;

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "facilities/ActiveSets.h"
+#include "store/DocumentChange.h"
 #include "store/DocumentEdits.h"
 #include "store/SettingsChange.h"
 
@@ -165,6 +166,66 @@ TEST(SettingsChange, TakesBackItsOwnFieldsAndNothingOfOthers) {
   Config tiles = start;
   tiles.profiles[0].widgets.clear();
   EXPECT_TRUE(SettingsChange(start, tiles).isEmpty());
+}
+
+TEST(DocumentChange, IsTakenBackAsLongAsNothingThatItBroughtWasChanged) {
+  using Config = DockConfiguration;
+  using Edit = void (*)(Config&);
+  Config start = twoProfiles();
+  start.validate();
+  start.profiles[0].widgets[3].options = {{u"minutes"_s, u"5"_s}, {u"text"_s, u"old"_s}};
+  DocumentEdits::addTodo(start, u"Old"_s);
+  static constexpr auto nothing = [](Config&) {};
+  struct Case {
+    const char* name;
+    Edit brought;
+    Edit since;
+    bool stands;
+  };
+  const Case cases[] = {
+      {"nothing since", [](Config& c) { c.scale = 1.5; }, nothing, true},
+      {"another setting", [](Config& c) { c.scale = 1.5; }, [](Config& c) { c.spacing = 9; }, true},
+      {"the same setting", [](Config& c) { c.scale = 1.5; }, [](Config& c) { c.scale = 1.2; }, false},
+      {"a note in a tile that both have", [](Config& c) { c.profiles[0].widgets[0].title = u"A"_s; },
+       [](Config& c) { c.profiles[0].widgets[3].options[u"text"_s] = u"new"_s; }, true},
+      {"another option of a tile that it changed", [](Config& c) { c.profiles[0].widgets[3].options.remove(u"minutes"_s); },
+       [](Config& c) { c.profiles[0].widgets[3].options[u"text"_s] = u"new"_s; }, true},
+      {"the same option", [](Config& c) { c.profiles[0].widgets[3].options[u"minutes"_s] = u"7"_s; },
+       [](Config& c) { c.profiles[0].widgets[3].options[u"minutes"_s] = u"8"_s; }, false},
+      {"a new to-do, beside some that it took away", [](Config& c) { c.todos.clear(); },
+       [](Config& c) { DocumentEdits::addTodo(c, u"New"_s); }, true},
+      {"a to-do that it brought is done", [](Config& c) { DocumentEdits::addTodo(c, u"Brought"_s); },
+       [](Config& c) { c.todos.last().completed = true; }, false},
+      {"a new tile", [](Config& c) { c.profiles[0].widgets.removeFirst(); },
+       [](Config& c) { c.profiles[0].widgets.append(widgetOf(u"ram"_s)); }, true},
+      {"a tile that it brought is gone", [](Config& c) { c.profiles[0].widgets.prepend(widgetOf(u"ram"_s)); },
+       [](Config& c) { c.profiles[0].widgets.removeFirst(); }, false},
+      {"tiles moved, as they did not with it", [](Config& c) { c.scale = 1.5; },
+       [](Config& c) { c.profiles[0].widgets.move(0, 2); }, true},
+      {"tiles moved, as they did with it", [](Config& c) { c.profiles[0].widgets.move(3, 0); },
+       [](Config& c) { c.profiles[0].widgets.move(0, 2); }, false},
+      {"profiles of another computer", [](Config& c) { c.profiles = twoProfiles().profiles; }, nothing, true},
+      {"a profile since", [](Config& c) { c.profiles = twoProfiles().profiles; },
+       [](Config& c) { c.profiles.append({QUuid::createUuid(), u"Mine"_s, {}}); }, true},
+      {"a note in a profile of another computer", [](Config& c) { c.profiles = twoProfiles().profiles; },
+       [](Config& c) { c.profiles[0].widgets[0].options[u"text"_s] = u"new"_s; }, false},
+  };
+  for (const Case& each : cases) {
+    SCOPED_TRACE(each.name);
+    Config brought = start;
+    each.brought(brought);
+    brought.validate();
+    const DocumentChange change(start, brought);
+    Config now = brought;
+    each.since(now);
+    EXPECT_EQ(change.stands(now), each.stands);
+    const auto back = change.takenBack(now);
+    ASSERT_EQ(back.has_value(), each.stands);
+    if (!back) continue;
+    // What was done since is all that differs from the start, and made again it is all that differs from the file.
+    EXPECT_EQ(DocumentChange(brought, start).takenBack(*back), now);
+    EXPECT_EQ(*back == start, now == brought);
+  }
 }
 
 TEST(ActiveSets, NameWhatTheWidgetsNeed) {

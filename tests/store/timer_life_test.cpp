@@ -165,17 +165,32 @@ TEST(TimerLife, EndsThatNoNotificationShowsAreToldOnceByTheMessageLine) {
     life.live(u"+60"_s);
     EXPECT_EQ(life.store->error().toStdString(), "");
   }
+}
 
-  // Of two that end while nobody looks none is lost.
+TEST(TimerLife, OfMoreThanThreeEndsWhileNobodyLooksNoneIsLost) {
   Life life;
   life.begin(u"timer"_s, {{u"minutes"_s, u"1"_s}});
-  life.store->edit([](DockConfiguration& config) {
-    config.notificationsEnabled = false;
-    config.profiles[0].widgets.append({QUuid::createUuid(), u"timer"_s, u"Tea"_s, {{u"minutes"_s, u"1"_s}}});
-  });
+  for (const QString& name : {u"Tea"_s, u"Eggs"_s, u"Rice"_s, u"Tea"_s, QString()}) {
+    life.store->edit([&](DockConfiguration& config) {
+      config.notificationsEnabled = false;
+      config.profiles[0].widgets.append({QUuid::createUuid(), u"timer"_s, name, {{u"minutes"_s, u"1"_s}}});
+    });
+    life.store->toggleTimer(life.store->widgets().last().id);
+  }
+  life.store->addWidget({{}, u"exercise"_s, {}, {{u"minutes"_s, u"1"_s}}}, life.store->profile().id);
   life.store->toggleTimer(life.store->widgets().last().id);
   life.live(u"+61"_s);
-  EXPECT_EQ(life.store->error().toStdString(), "Your timer is finished. Tea: Your timer is finished.");
+  EXPECT_EQ(life.store->error().toStdString(),
+            "Your timer is finished. (2) Tea (2), Eggs, Rice: Your timer is finished. Take a break to move and "
+            "stretch.");
+  // A later end joins what still stands there; what was dismissed does not come back.
+  life.store->toggleTimer(life.store->widgets().last().id);
+  life.live(u"+61"_s);
+  EXPECT_TRUE(life.store->error().endsWith(u"Take a break to move and stretch. (2)"_s));
+  life.store->clearError();
+  life.store->toggleTimer(life.store->widgets().last().id);
+  life.live(u"+61"_s);
+  EXPECT_EQ(life.store->error().toStdString(), "Take a break to move and stretch.");
 }
 
 }  // namespace

@@ -143,6 +143,8 @@ void SearchField::keyPressEvent(QKeyEvent* event) {
     clear();
   else if (event->matches(QKeySequence::Undo) && !isUndoAvailable())
     event->ignore();  // There may be something else to take back.
+  else if (event->matches(QKeySequence::Redo) && !isRedoAvailable())
+    event->ignore();
   else
     TextField::keyPressEvent(event);
 }

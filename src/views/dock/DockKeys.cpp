@@ -46,6 +46,10 @@ void DockView::keyPressEvent(QKeyEvent* event) {
     Q_EMIT undoRequested();
     return;
   }
+  if (event->matches(QKeySequence::Redo)) {
+    Q_EMIT redoRequested();
+    return;
+  }
   const int right = layout_.mirrored ? -1 : 1;
   switch (event->key()) {
     case Qt::Key_Left:

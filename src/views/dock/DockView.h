@@ -110,6 +110,7 @@ class DockView : public QWidget {
   void addWidgetsRequested();
   /// Ctrl+Z while the dock has the keyboard.
   void undoRequested();
+  void redoRequested();
   /// Null for the dock itself. The menu belongs beside `beside`, which is in the view's coordinates.
   void contextMenuRequested(const QUuid& widget, const QRect& beside);
   void applicationMenuRequested(quint64 application, const QRect& beside);

@@ -206,6 +206,7 @@ void LiveDock::connectHands() {
     actions_.moveTile ? actions_.moveTile(from, to) : store_.moveDisplayed(from, to, display_);
   });
   connect(view_, &DockView::undoRequested, this, [this] { askAction(actions_.undo); });
+  connect(view_, &DockView::redoRequested, this, [this] { askAction(actions_.redo); });
   connect(view_, &DockView::filesDropped, this, [this](DockFileDrop drop) {
     drop.display = display_;
     askAction(actions_.dropFiles, drop);

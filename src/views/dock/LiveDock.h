@@ -40,6 +40,7 @@ struct DockActions {
   std::function<void(qsizetype from, qsizetype to)> moveTile;
   /// Takes the newest change of a dock back.
   std::function<void()> undo;
+  std::function<void()> redo;
   /// Whether a widget's panel or editor is open, during which a drag switches no profile.
   std::function<bool()> mayNotSwipe;
   /// Moves the floating dock by so much; `dockMoved` follows when the hand lets go.

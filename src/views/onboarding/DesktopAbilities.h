@@ -20,6 +20,7 @@ struct DesktopAbilities {
   std::optional<QString> commandBarKey;
   Capability notifications;
   Capability tray;  ///< Whether there is a place for the status item.
+  Capability loginEntry;  ///< Whether the entry that starts the program at login is its own.
   /// Whether there is a dock of the system's that can be hidden.
   Capability systemDock;
 };

@@ -77,7 +77,9 @@ HelpWindow::HelpWindow(AppStore& store, const DesktopAbilities& abilities) : App
             {QT_TRANSLATE_NOOP("Help", "Escape"), QT_TRANSLATE_NOOP("Help", "Gives the keyboard back.")},
             {QT_TRANSLATE_NOOP("Help", "Ctrl+Z"),
              QT_TRANSLATE_NOOP("Help",
-                               "Takes the last change of the dock back. It works in every window of Tarnwick, too.")}});
+                               "Takes the last change of the dock back. It works in every window of Tarnwick, too.")},
+            {QT_TRANSLATE_NOOP("Help", "Ctrl+Shift+Z"),
+             QT_TRANSLATE_NOOP("Help", "Makes again what was taken back.")}});
   addPlain(
       *page, QT_TRANSLATE_NOOP("Help", "With the pointer"),
       {{QT_TRANSLATE_NOOP("Help", "Click"),

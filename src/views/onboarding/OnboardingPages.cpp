@@ -253,8 +253,11 @@ void fill(Card* card, AppStore& store, const OnboardingServices& services) {
                                    "Three layouts send it away while Tarnwick runs, and always give it back.")),
            abilities.systemDock);
   const QString login = words(QT_TRANSLATE_NOOP("Onboarding", "Launch at login"));
-  card->addRow(login, makeSwitch(store, services, login, &DockConfiguration::launchAtLogin),
-               words(QT_TRANSLATE_NOOP("Onboarding", "Starts Tarnwick when you log in.")));
+  const QString starts = words(QT_TRANSLATE_NOOP("Onboarding", "Starts Tarnwick when you log in."));
+  if (abilities.loginEntry)
+    card->addRow(login, makeSwitch(store, services, login, &DockConfiguration::launchAtLogin), starts);
+  else
+    addState(card, login, starts, abilities.loginEntry);
 }
 
 }  // namespace

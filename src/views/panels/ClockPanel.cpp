@@ -166,7 +166,7 @@ class ClockPanel final : public TilePanel {
   void leave(const QString& zone) {
     const DockWidget before = widget();
     if (!isList_) {
-      change({}, {});
+      store().update(standingAt({}, {}));
       offerUndo(PanelWords::tr("The clock shows local time."), [store = &store(), before] {
         for (const QString& key : {u"timezone"_s, u"zoneLabel"_s})
           if (before.options.contains(key)) store->set(before.id, key, before.options.value(key));
@@ -187,24 +187,25 @@ class ClockPanel final : public TilePanel {
       if (!zones.contains(match.zone)) zones << match.zone;
       setMessage(zones.size() > kMostZones ? PanelWords::tr("A world clock holds at most %1 zones.").arg(kMostZones)
                                            : QString());
-      if (zones.size() <= kMostZones) setOption(u"zones"_s, zones.join(u','));
+      if (zones.size() <= kMostZones) changeSetting(u"zones"_s, zones.join(u','));
     } else {
       const QMap<QString, QString>& options = widget().options;
       const QString label = options.value(u"zoneLabel"_s);
-      change(match.zone, ZoneSearch::isNameOf(label, options.value(u"timezone"_s)) ? match.city : label);
+      changeSettings(standingAt(
+          match.zone, ZoneSearch::isNameOf(label, options.value(u"timezone"_s)) ? match.city : label));
     }
     field_->clear();
     refreshNow();
   }
 
-  /// Both options in one change of the settings.
-  void change(const QString& zone, const QString& label) {
+  /// The clock at another place: both options belong to one change of the settings.
+  DockWidget standingAt(const QString& zone, const QString& label) const {
     DockWidget changed = widget();
     for (const auto& [key, value] : {std::pair(u"timezone"_s, zone), std::pair(u"zoneLabel"_s, label)}) {
       changed.options.remove(key);
       if (!value.isEmpty()) changed.options.insert(key, value);
     }
-    store().update(changed);
+    return changed;
   }
 
   // --- Looking for one -----------------------------------------------------------------------------------------------

@@ -46,7 +46,7 @@ class FolderPanel final : public TilePanel {
     body().addWidget(rest_);
     connect(back_, &QPushButton::clicked, this, [this] { go(QFileInfo(listing_.request().folder).path()); });
     connect(order_, &Segments::chosenChanged, this, [this](int chosen) {
-      setOption(kSortKey, chosen == 1 ? std::optional(u"name"_s) : std::nullopt);
+      changeSetting(kSortKey, chosen == 1 ? std::optional(u"name"_s) : std::nullopt);
       go(listing_.request().folder);
     });
     connect(view_, &ItemView::opened, this, &FolderPanel::open);

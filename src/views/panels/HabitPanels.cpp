@@ -53,7 +53,7 @@ class WaterPanel final : public TilePanel {
         less_(new IconButton(u"minus"_s, PanelWords::tr("One glass less"))),
         more_(new Button(PanelWords::tr("Drink a Glass"), Button::Role::Primary)),
         goal_(new Stepper(PanelWords::tr("Daily goal"))),
-        reminder_(new Stepper(PanelWords::tr("Reminder"))) {
+        reminder_(new Stepper(PanelWords::tr("Remind me every"))) {
     auto* side = new QVBoxLayout;
     side->setSpacing(theme::kRowBleed);
     side->addWidget(figure_);
@@ -77,9 +77,10 @@ class WaterPanel final : public TilePanel {
     addRow(PanelWords::tr("Remind me every"), reminder_, true);
     connect(less_, &QPushButton::clicked, this, [this] { store().drink(this->context().widget, -1); });
     connect(more_, &QPushButton::clicked, this, [this] { store().drink(this->context().widget); });
-    connect(goal_, &Stepper::valueChanged, this, [this](int value) { setOption(u"goal"_s, QString::number(value)); });
+    connect(goal_, &Stepper::valueChanged, this,
+            [this](int value) { changeSetting(u"goal"_s, QString::number(value)); });
     connect(reminder_, &Stepper::valueChanged, this, [this](int value) {
-      setOption(u"interval"_s, value == 0 ? std::nullopt : std::optional(QString::number(value)));
+      changeSetting(u"interval"_s, value == 0 ? std::nullopt : std::optional(QString::number(value)));
     });
   }
 

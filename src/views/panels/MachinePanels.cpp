@@ -37,7 +37,7 @@ class ProcessesPanel final : public TilePanel {
         foot_(new TextLabel({}, TextStyle::Caption, Tone::Secondary)) {
     header().addAction(order_);
     connect(order_, &Segments::chosenChanged, this, [this](int chosen) {
-      setOption(processOrderKey(), chosen == 1 ? std::optional(u"RAM"_s) : std::nullopt);
+      changeSetting(processOrderKey(), chosen == 1 ? std::optional(u"RAM"_s) : std::nullopt);
       refreshNow();
     });
     body().addWidget(confirm_);

@@ -32,6 +32,11 @@ struct PanelActions {
   /// Tells the user above a display's dock what was done and offers to take it back; what `undo` holds must outlive the
   /// panel.
   std::function<void(const QString& display, const QString& sentence, const std::function<void()>& undo)> offerUndo;
+  /// Replaces the widget's settings, as a step that can be taken back.
+  std::function<void(const DockWidget& widget)> changeWidget;
+  /// Takes the latest change of all back; makes again what was taken back last.
+  std::function<void()> undo;
+  std::function<void()> redo;
   /// Opens the form in which a widget is set up or connected.
   std::function<void(const QUuid& widget)> openEditor;
   /// Starts the desktop's own system monitor.

@@ -156,7 +156,7 @@ class PinnedWindowPanel final : public WindowsPanel {
     changed.options[u"windowTitle"_s] = titleOf(*window);
     changed.options[u"appName"_s] = app->name;
     changed.options[u"bundleID"_s] = app->desktopId;
-    store().update(changed);
+    changeSettings(changed);
     refreshNow();
   }
 

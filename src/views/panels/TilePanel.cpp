@@ -2,6 +2,7 @@
 
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <algorithm>
 
 #include "views/controls/Bleed.h"
@@ -196,6 +197,28 @@ QString TilePanel::title() const { return widget_.title.isEmpty() ? definition()
 
 void TilePanel::setOption(const QString& key, const std::optional<QString>& value) {
   store().set(context_.widget, key, value);
+}
+
+void TilePanel::changeSetting(const QString& key, const std::optional<QString>& value) {
+  DockWidget changed = widget_;
+  value ? void(changed.options.insert(key, *value)) : void(changed.options.remove(key));
+  changeSettings(changed);
+}
+
+void TilePanel::changeSettings(const DockWidget& widget) {
+  if (context_.actions.changeWidget) return context_.actions.changeWidget(widget);
+  store().update(widget);
+}
+
+/// What no field that has the keyboard took.
+void TilePanel::keyPressEvent(QKeyEvent* event) {
+  if (event->matches(QKeySequence::Undo) && context_.actions.undo) {
+    context_.actions.undo();
+  } else if (event->matches(QKeySequence::Redo) && context_.actions.redo) {
+    context_.actions.redo();
+  } else {
+    GlassPane::keyPressEvent(event);
+  }
 }
 
 void TilePanel::offerUndo(const QString& sentence, const std::function<void()>& undo) const {

@@ -62,6 +62,9 @@ class TilePanel : public GlassPane {
   QString title() const;
   /// The widget's option, changed through the store.
   void setOption(const QString& key, const std::optional<QString>& value);
+  /// The same for what the user sets and may take back, not what the widget counts or holds of what was written.
+  void changeSetting(const QString& key, const std::optional<QString>& value);
+  void changeSettings(const DockWidget& widget);
 
  Q_SIGNALS:
   /// The widget is gone or the panel has done its work. Whoever owns it closes it, not within this signal.
@@ -98,6 +101,7 @@ class TilePanel : public GlassPane {
   void refreshNow();
 
   void showEvent(QShowEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   class EmptyView;

@@ -110,7 +110,7 @@ class TimerPanel : public TilePanel {
   Switch* addContinueSwitch() {
     auto* toggle = new Switch(PanelWords::tr("Continue by itself"));
     connect(toggle, &QAbstractButton::clicked, this,
-            [this](bool on) { setOption(u"autoContinue"_s, on ? u"true"_s : u"false"_s); });
+            [this](bool on) { changeSetting(u"autoContinue"_s, on ? u"true"_s : u"false"_s); });
     addSetting(PanelWords::tr("Continue by itself"), toggle);
     return toggle;
   }
@@ -128,7 +128,7 @@ class TimerPanel : public TilePanel {
       if (const QString phase = changed.options.value(u"phase"_s); changed.kind == "posture"_L1 && !phase.isEmpty())
         changed.options.insert(u"remaining"_s, TimeMath::text(PostureMath::duration(changed, phase)));
     }
-    store().update(changed);
+    changeSettings(changed);
   }
 
   void reset() {
@@ -236,7 +236,7 @@ class PomodoroPanel final : public TimerPanel {
     cycle_ = new Stepper(PanelWords::tr("Sessions before a long break"));
     cycle_->setRange(1, kMostSessions);
     connect(cycle_, &Stepper::valueChanged, this,
-            [this](int value) { setOption(u"cycleLength"_s, QString::number(value)); });
+            [this](int value) { changeSetting(u"cycleLength"_s, QString::number(value)); });
     addSetting(PanelWords::tr("Sessions before a long break"), cycle_);
     continues_ = addContinueSwitch();
   }

@@ -33,11 +33,13 @@ class GeneralPage final : public SettingsPage {
  private:
   void addProgram() {
     Card& card = *addCard();
-    addSwitch(card,
-              {QT_TRANSLATE_NOOP("Settings", "Launch at login"),
-               QT_TRANSLATE_NOOP("Settings", "Starts Tarnwick when you log in."),
-               QT_TRANSLATE_NOOP("Settings", "autostart startup")},
-              settingField(&DockConfiguration::launchAtLogin));
+    FormRow* login = addSwitch(card,
+                               {QT_TRANSLATE_NOOP("Settings", "Launch at login"),
+                                QT_TRANSLATE_NOOP("Settings", "Starts Tarnwick when you log in."),
+                                QT_TRANSLATE_NOOP("Settings", "autostart startup")},
+                               settingField(&DockConfiguration::launchAtLogin));
+    if (services_.loginEntry)
+      if (const Capability can = services_.loginEntry(); !can) login->setUnavailable(can.reason);
     FormRow* notifications =
         addSwitch(card,
                   {QT_TRANSLATE_NOOP("Settings", "Notifications"),

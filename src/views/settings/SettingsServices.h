@@ -51,6 +51,7 @@ struct SettingsServices {
   std::function<Capability()> systemDock{};  ///< Whether there is a dock of the system's that can be hidden.
   std::function<Capability()> notifications{};
   std::function<Capability()> tray{};               ///< Whether there is a place for the status item.
+  std::function<Capability()> loginEntry{};         ///< Whether the entry that starts it at login is its own.
   std::function<Capability()> captureProtection{};  ///< Whether windows can be left out of pictures of the screen.
 
   std::function<bool()> reducesMotion{};  ///< Whether pictures stand still.

@@ -128,6 +128,10 @@ void AppWindow::undo() {
   if (undo_) undo_();
 }
 
+void AppWindow::redo() {
+  if (redo_) redo_();
+}
+
 // --- Look -----------------------------------------------------------------------------------------------------------
 
 void AppWindow::takeLook() {
@@ -206,6 +210,8 @@ void AppWindow::keyPressEvent(QKeyEvent* event) {
     openMenuBar();
   } else if (event->matches(QKeySequence::Undo)) {
     undo();
+  } else if (event->matches(QKeySequence::Redo)) {
+    redo();
   } else if (event->keyCombination() == (Qt::CTRL | Qt::Key_W) || (event->key() == Qt::Key_Escape && escapeCloses_)) {
     close();
   } else {

@@ -32,8 +32,11 @@ class AppWindow : public QWidget, public LookSource {
   bool isDark() const { return isDark_; }
 
   void setMenuBar(std::unique_ptr<QMenuBar> bar);
-  /// What undo() does; nothing while it is empty.
-  void setUndo(std::function<void()> undo) { undo_ = std::move(undo); }
+  /// What undo() and redo() do; nothing while they are empty.
+  void setUndo(std::function<void()> undo, std::function<void()> redo = {}) {
+    undo_ = std::move(undo);
+    redo_ = std::move(redo);
+  }
   /// For a window to read: Escape closes it.
   void setEscapeCloses(bool closes) { escapeCloses_ = closes; }
   /// What says which part of the desktop a window at a place may take; its screen's usable part while it is empty.
@@ -53,6 +56,8 @@ class AppWindow : public QWidget, public LookSource {
  public Q_SLOTS:
   /// Ctrl+Z where no field that has the keyboard takes it: takes back the last change.
   void undo();
+  /// Ctrl+Shift+Z, in the same way: makes again what was taken back last.
+  void redo();
 
  Q_SIGNALS:
   /// It has its size and is not seen yet.
@@ -81,6 +86,7 @@ class AppWindow : public QWidget, public LookSource {
   ControlLook look_;
   bool isDark_ = true;
   std::function<void()> undo_;
+  std::function<void()> redo_;
   std::function<QRect(const QPoint&)> room_;
   QPointer<QMenuBar> menuBar_;       // The layout's.
   QPointer<QWidget> beforeMenuBar_;  // What had the keyboard before it.

@@ -1,0 +1,130 @@
+#include "apps/TrustedEntries.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <QCryptographicHash>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <algorithm>
+
+#include "base/DomainError.h"
+#include "base/DurableFile.h"
+#include "base/FileDescriptor.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype kMostBytes = 1024 * 1024;
+
+QString words(const char* text, const QString& path) {
+  return QCoreApplication::translate("TrustedEntries", text).arg(QFileInfo(path).fileName());
+}
+
+/// Why a file with these facts may not be run; null where it may.
+const char* refusalOf(const struct stat& facts) {
+  if (!S_ISREG(facts.st_mode) || facts.st_uid != ::getuid())
+    return QT_TRANSLATE_NOOP("TrustedEntries", "“%1” is not a file of yours, so it is not started.");
+  if ((facts.st_mode & (S_IWGRP | S_IWOTH)) != 0)
+    return QT_TRANSLATE_NOOP("TrustedEntries", "“%1” can be changed by others, so it is not started.");
+  if ((facts.st_mode & S_IXUSR) == 0)
+    return QT_TRANSLATE_NOOP("TrustedEntries", "“%1” is not marked as executable, so it is not started.");
+  return nullptr;
+}
+
+/// Up to a byte more than the most, which tells that there is too much.
+QByteArray content(int file) {
+  QByteArray bytes(kMostBytes + 1, Qt::Uninitialized);
+  qsizetype length = 0;
+  while (length < bytes.size()) {
+    const ssize_t count = ::read(file, bytes.data() + length, static_cast<std::size_t>(bytes.size() - length));
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) break;
+    length += count;
+  }
+  bytes.truncate(length);
+  return bytes;
+}
+
+}  // namespace
+
+QString ForeignEntry::commandLine(const QString& action) const {
+  if (entry.type == DesktopEntry::Type::Link) return entry.url;
+  const auto chosen = entry.action(action);
+  return chosen ? chosen->exec : entry.exec;
+}
+
+ForeignEntry ForeignEntry::look(const QString& path, const QStringList& locales) {
+  ForeignEntry found;
+  found.path = path;
+  // A pipe must not hold the look up, and what a link points to is another file.
+  const FileDescriptor file(
+      ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+  struct stat facts {};
+  if (!file || ::fstat(file.number(), &facts) != 0) {
+    found.refusal = QFileInfo::exists(path)
+                        ? words(QT_TRANSLATE_NOOP("TrustedEntries", "“%1” cannot be read, so it is not started."), path)
+                        : words(QT_TRANSLATE_NOOP("TrustedEntries", "“%1” is not there any more."), path);
+    return found;
+  }
+  if (const char* refusal = refusalOf(facts)) {
+    found.refusal = words(refusal, path);
+    return found;
+  }
+  const QByteArray bytes = content(file.number());
+  auto entry = bytes.size() > kMostBytes ? std::nullopt : DesktopEntry::parse(bytes, locales);
+  if (!entry || entry->hidden) {
+    found.refusal = words(QT_TRANSLATE_NOOP("TrustedEntries", "“%1” is no application."), path);
+    return found;
+  }
+  // What runs is the command line that the user was shown.
+  entry->dbusActivatable = false;
+  entry->path = path;
+  found.entry = *entry;
+  found.digest = QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex());
+  return found;
+}
+
+QList<TrustedEntries::Item>& TrustedEntries::items() const {
+  if (items_) return *items_;
+  items_.emplace();
+  try {
+    const QByteArray bytes = DurableFile::readIfPresent(file_).value_or(QByteArray());
+    for (const QJsonValue& value : QJsonDocument::fromJson(bytes).object().value("entries"_L1).toArray()) {
+      const QJsonObject item = value.toObject();
+      const Item read{item.value("path"_L1).toString(), item.value("sha256"_L1).toString()};
+      if (!read.path.isEmpty() && !read.digest.isEmpty()) items_->append(read);
+    }
+    if (items_->size() > kMost) items_->remove(0, items_->size() - kMost);
+  } catch (const DomainError&) {
+    // Whoever cannot read what was confirmed asks again.
+  }
+  return *items_;
+}
+
+bool TrustedEntries::isTrusted(const QString& path, const QString& digest) const {
+  return !digest.isEmpty() && std::ranges::any_of(items(), [&](const Item& item) {
+    return item.path == path && item.digest == digest;
+  });
+}
+
+void TrustedEntries::trust(const QString& path, const QString& digest) {
+  QList<Item>& all = items();
+  all.removeIf([&](const Item& item) { return item.path == path; });
+  all.append({path, digest});
+  if (all.size() > kMost) all.remove(0, all.size() - kMost);
+  QJsonArray entries;
+  for (const Item& item : std::as_const(all))
+    entries.append(QJsonObject{{u"path"_s, item.path}, {u"sha256"_s, item.digest}});
+  DurableFile::write(QJsonDocument(QJsonObject{{u"entries"_s, entries}}).toJson(QJsonDocument::Compact), file_);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+
+#include "config/DockConfiguration.h"
+
+namespace tarnwick {
+
+/// One document in the place of another, field by field, tiles and their options included: what of it can be taken
+/// back as long as nothing that it brought was changed since. What was entered elsewhere meanwhile stays.
+class DocumentChange {
+ public:
+  DocumentChange(const DockConfiguration& before, const DockConfiguration& after) : before_(before), after_(after) {}
+
+  /// Whether everything that the change brought stands in `config` as it was brought.
+  bool stands(const DockConfiguration& config) const;
+  /// `config` with the old values where the change brought new ones. Absent when it does not stand, or when the old
+  /// values no longer fit what is there.
+  std::optional<DockConfiguration> takenBack(const DockConfiguration& config) const;
+  DocumentChange reversed() const { return {after_, before_}; }
+
+ private:
+  DockConfiguration before_;
+  DockConfiguration after_;
+};
+
+}  // namespace tarnwick
