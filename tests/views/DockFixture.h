@@ -3,8 +3,10 @@
 #include <QEvent>
 #include <QImage>
 #include <QPixmap>
+#include <stdexcept>
 
 #include "views/dock/DockView.h"
+#include "views/tiles/TileKinds.h"
 
 namespace tarnwick::testing {
 
@@ -32,6 +34,13 @@ void mouse(QWidget& view, QEvent::Type type, QPointF at, Qt::MouseButton button 
 void click(QWidget& view, QPointF at, Qt::MouseButton button = Qt::LeftButton);
 void press(QWidget& view, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 void wheel(QWidget& view, QPointF at, QPoint angle, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+
+/// The struct that a tile's content was made from. Throws if it was another.
+template <class Content>
+Content contentAs(const TileContent& content) {
+  if (const auto* found = content.as<Content>()) return *found;
+  throw std::logic_error("the tile has another content");
+}
 
 /// Writes a picture for a person to look at, and says where.
 void keep(const QImage& picture, const QString& name);

@@ -3,7 +3,14 @@
 #include <QTimeZone>
 
 #include "DockFixture.h"
+#include "views/tiles/CalendarTiles.h"
 #include "views/tiles/ClockWords.h"
+#include "views/tiles/DateTiles.h"
+#include "views/tiles/DigitTiles.h"
+#include "views/tiles/MeetingTiles.h"
+#include "views/tiles/OverviewTiles.h"
+#include "views/tiles/ProgressTiles.h"
+#include "views/tiles/ReminderTiles.h"
 #include "views/tiles/TileContent.h"
 #include "widgets/catalog/Catalog.h"
 
@@ -30,7 +37,7 @@ template <class Content>
 Content contentOf(const QString& kind, const TileSources& sources, const QMap<QString, QString>& options = {}) {
   DockWidget widget = testing::widget(kind);
   widget.options = options;
-  return std::get<Content>(makeTileContent(widget, Catalog::find(kind), sources));
+  return contentAs<Content>(makeTileContent(widget, Catalog::find(kind), sources));
 }
 
 CalendarEvent event(const QString& title, const QDateTime& start, int minutes, const QString& link = {}) {
@@ -241,10 +248,10 @@ TEST(Meetings, CountDownToTheNextOne) {
     EXPECT_EQ(content.unit, unit);
   }
   const TileContent center = contentOf<MeetingCenterContent>(u"calendarMeetingDetail"_s, with(today(10, 24), meeting));
-  EXPECT_EQ(tilePartAt(center, 180, {150, 32}), 0);
-  EXPECT_EQ(tilePartAt(center, 180, {60, 32}), std::nullopt);
+  EXPECT_EQ(center.partAt({180, {150, 32}}), 0);
+  EXPECT_EQ(center.partAt({180, {60, 32}}), std::nullopt);
   const TileContent none = contentOf<MeetingCenterContent>(u"calendarMeetingDetail"_s, with(today(10, 24), {}));
-  EXPECT_EQ(tilePartAt(none, 180, {150, 32}), std::nullopt);
+  EXPECT_EQ(none.partAt({180, {150, 32}}), std::nullopt);
   EXPECT_EQ(contentOf<MeetingContent>(u"calendarMeeting"_s, with(today(10, 24), meeting)).spoken, u"1 meeting today"_s);
 }
 
@@ -263,16 +270,16 @@ TEST(Reminders, ComeDueAndAreTickedOff) {
                                    {reminder(u"Some day"_s, std::nullopt), reminder(u"Dentist"_s, today(14, 0), false),
                                     reminder(u"Invoice"_s, today(9, 0).addDays(-1)), done});
   const TileContent agenda = contentOf<RemindersContent>(u"remindersAgenda"_s, sources);
-  const auto& rows = std::get<RemindersContent>(agenda).rows;
+  const auto& rows = contentAs<RemindersContent>(agenda).rows;
   ASSERT_EQ(rows.size(), 3);
   EXPECT_EQ(rows[0], (RemindersContent::Row{u"Invoice"_s, u"Yesterday"_s, true, true}));
   EXPECT_EQ(rows[1].word, u"14:00"_s);
   EXPECT_TRUE(rows[2].word.isEmpty());
-  EXPECT_EQ(tilePartAt(agenda, 180, {17, 16}), 0);
-  EXPECT_EQ(tilePartAt(agenda, 180, {17, 32}), std::nullopt) << "its list can only be read";
-  EXPECT_EQ(tilePartAt(agenda, 180, {17, 48}), 2);
-  EXPECT_EQ(tilePartAt(agenda, 180, {90, 16}), std::nullopt);
-  EXPECT_EQ(tilePartAt(agenda, 180, {17, 30}, 0.5), 0) << "small docks have two rows, farther apart";
+  EXPECT_EQ(agenda.partAt({180, {17, 16}}), 0);
+  EXPECT_EQ(agenda.partAt({180, {17, 32}}), std::nullopt) << "its list can only be read";
+  EXPECT_EQ(agenda.partAt({180, {17, 48}}), 2);
+  EXPECT_EQ(agenda.partAt({180, {90, 16}}), std::nullopt);
+  EXPECT_EQ(agenda.partAt({180, {17, 30}, 0.5}), 0) << "small docks have two rows, farther apart";
   EXPECT_EQ(contentOf<DueTodayContent>(u"remindersToday"_s, sources), (DueTodayContent{2, 1}));
   EXPECT_EQ(contentOf<RemindersContent>(u"remindersNext"_s, with(today(10, 24), {}, {done})).empty, u"All done"_s);
 }
@@ -286,7 +293,7 @@ TEST(CalendarTiles, SayWhatIsMissing) {
   for (const WidgetDefinition& definition : Catalog::items()) {
     if (definition.family != "calendar"_L1 && definition.family != "reminders"_L1) continue;
     if (definition.id == "todayOverview"_L1) continue;  // It has other figures to show.
-    const QString tip = tileText(makeTileContent(widget(definition.id), definition, sources), definition.name).tip();
+    const QString tip = makeTileContent(widget(definition.id), definition, sources).describe(definition.name).tip();
     EXPECT_TRUE(tip.contains(definition.family == "calendar"_L1 ? digest->calendarMessage : digest->reminderMessage))
         << tip.toStdString();
   }

@@ -1,9 +1,13 @@
 #include <gtest/gtest.h>
 
 #include "DockFixture.h"
+#include "views/tiles/HabitTiles.h"
+#include "views/tiles/NoteTiles.h"
 #include "views/tiles/TileContent.h"
 #include "views/tiles/TimerFacts.h"
+#include "views/tiles/TimerTiles.h"
 #include "views/tiles/UtilityText.h"
+#include "views/tiles/UtilityTiles.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick::testing {
@@ -22,7 +26,7 @@ DockWidget with(const QString& kind, const Options& options) {
 
 template <class Content>
 Content contentOf(const QString& kind, const Options& options, const TileSources& sources = morning()) {
-  return std::get<Content>(makeTileContent(with(kind, options), Catalog::find(kind), sources));
+  return contentAs<Content>(makeTileContent(with(kind, options), Catalog::find(kind), sources));
 }
 
 QString inSeconds(int seconds) { return QString::number(morning().now.toSecsSinceEpoch() + seconds); }
@@ -105,7 +109,7 @@ TEST(Parts, AreWhereAHandExpectsThem) {
   for (int i = 0; i < 5; ++i) sources.todos.append(todo(u"Item %1"_s.arg(i), i < 2));
   const auto part = [&](const QString& kind, QPointF point, double scale = 1) {
     const WidgetDefinition& definition = Catalog::find(kind);
-    return tilePartAt(makeTileContent(widget(kind), definition, sources), definition.width, point, scale);
+    return makeTileContent(widget(kind), definition, sources).partAt({definition.width, point, scale});
   };
   EXPECT_EQ(part(u"timer"_s, {32, 53}), 0);
   EXPECT_EQ(part(u"timer"_s, {50, 50}), std::nullopt);

@@ -4,6 +4,10 @@
 
 #include "DockFixture.h"
 #include "views/tiles/FileWords.h"
+#include "views/tiles/MetricTiles.h"
+#include "views/tiles/PlaceTiles.h"
+#include "views/tiles/PlainTiles.h"
+#include "views/tiles/ProcessTiles.h"
 #include "views/tiles/TileContent.h"
 #include "views/tiles/ToggleChoice.h"
 #include "widgets/catalog/Catalog.h"
@@ -18,11 +22,11 @@ constexpr double kNonsense = std::numeric_limits<double>::quiet_NaN();
 
 template <class Content>
 Content contentOf(const DockWidget& shown, const TileSources& sources) {
-  return std::get<Content>(makeTileContent(shown, Catalog::find(shown.kind), sources));
+  return contentAs<Content>(makeTileContent(shown, Catalog::find(shown.kind), sources));
 }
 
 std::string spoken(const DockWidget& shown, const TileSources& sources) {
-  return tileText(makeTileContent(shown, Catalog::find(shown.kind), sources), u"N"_s).tip().toStdString();
+  return makeTileContent(shown, Catalog::find(shown.kind), sources).describe(u"N"_s).tip().toStdString();
 }
 
 ProcessUsage process(const QString& name, std::optional<double> cpu, quint64 memory) {
@@ -128,12 +132,12 @@ TEST(AppTiles, ShowWhatRuns) {
   sources.readings.running.append({1, u"E"_s, {}, false});
   EXPECT_EQ(spoken(row, sources), "N: A, B, C, 2 more");
   const TileContent content = makeTileContent(row, Catalog::find(row.kind), sources);
-  EXPECT_EQ(tilePartAt(content, 180, {20, 30}), 0);
-  EXPECT_EQ(tilePartAt(content, 180, {100, 30}), 2);
-  EXPECT_FALSE(tilePartAt(content, 180, {150, 30})) << "the number opens the panel";
+  EXPECT_EQ(content.partAt({180, {20, 30}}), 0);
+  EXPECT_EQ(content.partAt({180, {100, 30}}), 2);
+  EXPECT_FALSE(content.partAt({180, {150, 30}})) << "the number opens the panel";
 
   DockWidget pinned = widget(u"pinnedWindow"_s);
-  EXPECT_TRUE(std::holds_alternative<GenericContent>(makeTileContent(pinned, Catalog::find(pinned.kind), sources)));
+  EXPECT_TRUE(makeTileContent(pinned, Catalog::find(pinned.kind), sources).as<GenericContent>());
   pinned.options[u"windowTitle"_s] = u"Budget"_s;
   pinned.options[u"appName"_s] = u"Sheets"_s;
   EXPECT_EQ(spoken(pinned, sources), "Budget: Sheets");

@@ -3,6 +3,9 @@
 #include <limits>
 
 #include "DockFixture.h"
+#include "views/tiles/ClockTiles.h"
+#include "views/tiles/GaugeTiles.h"
+#include "views/tiles/PlainTiles.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileContent.h"
 #include "widgets/catalog/Catalog.h"
@@ -48,7 +51,7 @@ TEST(TimeAndDate, SpeaksTheLocale) {
     sources.now.setTime(QTime(15, 4, 9));
     sources.locale = expected.locale;
     sources.use24Hour = expected.use24Hour;
-    const auto content = std::get<TimeDateContent>(contentOf(u"digitalClock"_s, sources));
+    const auto content = contentAs<TimeDateContent>(contentOf(u"digitalClock"_s, sources));
     const auto name = qPrintable(expected.locale.name());
     EXPECT_EQ(content.time.toStdString(), expected.time.toStdString()) << name;
     EXPECT_EQ(content.halfOfDay.toUpper().toStdString(), expected.half.toStdString()) << name;
@@ -62,7 +65,7 @@ TEST(TimeAndDate, FollowsTheWidgetsZone) {
   TileSources sources = morning();
   sources.now = QDateTime(QDate(2026, 11, 24), QTime(22, 30), Qt::UTC);
   const auto time = [&] {
-    return std::get<TimeDateContent>(makeTileContent(clock, Catalog::find(clock.kind), sources));
+    return contentAs<TimeDateContent>(makeTileContent(clock, Catalog::find(clock.kind), sources));
   };
   clock.options[u"timezone"_s] = u"Asia/Tokyo"_s;
   EXPECT_EQ(time().time, u"07:30"_s);
@@ -87,7 +90,7 @@ TEST(Contents, ChangeOnlyWithWhatTheyShow) {
 
 TEST(Gauges, ReadAnything) {
   TileSources sources = morning();
-  const auto percent = [&] { return std::get<GaugeContent>(contentOf(u"cpu"_s, sources)).percent; };
+  const auto percent = [&] { return contentAs<GaugeContent>(contentOf(u"cpu"_s, sources)).percent; };
   sources.metrics->cpu = 140;
   EXPECT_EQ(percent(), 100);
   sources.metrics->cpu = -3;
@@ -102,7 +105,7 @@ TEST(Toggles, FindTheDiscUnderThePointUnlessItIsMissing) {
   TileSources sources = morning();
   sources.toggles[Toggle::DoNotDisturb].capability = Capability::no(u"No such service."_s);
   const TileContent content = contentOf(u"systemQuickToggles"_s, sources);
-  const auto partAt = [&](double x, double y) { return tilePartAt(content, 170, {x, y}); };
+  const auto partAt = [&](double x, double y) { return content.partAt({170, {x, y}}); };
   EXPECT_EQ(partAt(29, 32), int(Toggle::WiFi));
   EXPECT_EQ(partAt(66, 40), int(Toggle::DarkMode));
   EXPECT_EQ(partAt(103, 32), std::nullopt);
@@ -113,7 +116,7 @@ TEST(Toggles, FindTheDiscUnderThePointUnlessItIsMissing) {
 TEST(Words, SayWhatATileIsAndShows) {
   TileSources sources = morning();
   const auto tip = [&](const QString& kind) {
-    return tileText(contentOf(kind, sources), Catalog::find(kind).name).tip();
+    return contentOf(kind, sources).describe(Catalog::find(kind).name).tip();
   };
   EXPECT_EQ(tip(u"cpu"_s), u"CPU: 23%"_s);
   EXPECT_EQ(tip(u"digitalClock"_s), u"Time & Date: 10:24, Tuesday, 24 November"_s);
@@ -133,7 +136,7 @@ TEST(Words, SayWhatATileIsAndShows) {
 TEST(Words, AGivenTitleReplacesTheName) {
   DockWidget note = widget(u"linearThing"_s);
   note.title = u"My thing"_s;
-  const auto content = std::get<GenericContent>(makeTileContent(note, Catalog::find(note.kind), morning()));
+  const auto content = contentAs<GenericContent>(makeTileContent(note, Catalog::find(note.kind), morning()));
   EXPECT_EQ(content.name, u"My thing"_s);
 }
 

@@ -267,8 +267,7 @@ void DockView::click(QPointF point) {
   }
   if (const TileContent* content = contentOf(*item)) {
     const QRectF& tile = layout_.items[*item].rect;
-    const auto part =
-        tilePartAt(*content, tile.width() / row_.scale, (point - tile.topLeft()) / row_.scale, row_.scale);
+    const auto part = content->partAt({tile.width() / row_.scale, (point - tile.topLeft()) / row_.scale, row_.scale});
     if (part) {
       Q_EMIT tilePartActivated(widgetOf(*item)->id, *part);
       return;

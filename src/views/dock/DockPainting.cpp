@@ -12,6 +12,8 @@
 #include "views/theme/IconStyle.h"
 #include "views/theme/Theme.h"
 #include "views/theme/Typography.h"
+#include "views/tiles/AppTiles.h"
+#include "views/tiles/TileKinds.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
@@ -80,8 +82,8 @@ TileStyle DockView::styleOf(qsizetype item) const {
     style.state = TileState::Hover;
   }
   const DockApp* app = appOf(item);
-  const auto* launcher = contentOf(item) ? std::get_if<LauncherContent>(contentOf(item)) : nullptr;
-  if ((app && app->launching) || (launcher && launcher->marks.launching))
+  const TileContent* content = contentOf(item);
+  if ((app && app->launching) || (content && content->application().isLaunching))
     style.iconOpacity = pulse_.state() == QAbstractAnimation::Running ? pulse_.currentValue().toDouble() : 1;
   return style;
 }
@@ -133,8 +135,7 @@ QRectF DockView::rowBand() const {
 void DockView::followLaunches() {
   bool launching = std::ranges::any_of(row_.runningApps, &DockApp::launching);
   for (qsizetype item = 0; item < layout_.items.size() && !launching; ++item)
-    if (const TileContent* content = contentOf(item))
-      if (const auto* launcher = std::get_if<LauncherContent>(content)) launching = launcher->marks.launching;
+    if (const TileContent* content = contentOf(item)) launching = content->application().isLaunching;
   if (!launching) {
     pulses_ = 0;
     pulse_.stop();
@@ -146,8 +147,8 @@ void DockView::followLaunches() {
 void DockView::pulse() {
   for (qsizetype item = 0; item < layout_.items.size(); ++item) {
     const DockApp* app = appOf(item);
-    const auto* launcher = contentOf(item) ? std::get_if<LauncherContent>(contentOf(item)) : nullptr;
-    if ((app && app->launching) || (launcher && launcher->marks.launching)) updateItem(item);
+    const TileContent* content = contentOf(item);
+    if ((app && app->launching) || (content && content->application().isLaunching)) updateItem(item);
   }
 }
 

@@ -9,6 +9,7 @@
 #include "views/dock/DockAccessible.h"
 #include "views/dock/SpringNames.h"
 #include "views/theme/Theme.h"
+#include "views/tiles/TileKinds.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
@@ -187,7 +188,7 @@ void DockView::refresh(const TileSources& sources, const std::function<bool(cons
     if (!widget || (which && !which(*widget))) continue;
     const WidgetDefinition& definition = Catalog::find(widget->kind);
     TileContent content = makeTileContent(*widget, definition, sources);
-    TileText text = tileText(content, widget->title.isEmpty() ? definition.name : widget->title);
+    TileText text = content.describe(widget->title.isEmpty() ? definition.name : widget->title);
     text.problem = tileProblem(definition, sources);
     Tile& tile = tiles_[widget->id];
     textChanged = textChanged || text != tile.text;
@@ -205,7 +206,7 @@ void DockView::refresh(const TileSources& sources, const std::function<bool(cons
 void DockView::describe() {
   QStringList tips;
   for (const DockWidget& widget : row_.widgets)
-    if (const auto tile = tiles_.constFind(widget.id); tile != tiles_.constEnd() && isSolid(tile->content))
+    if (const auto tile = tiles_.constFind(widget.id); tile != tiles_.constEnd() && tile->content.isSolid())
       tips.append(tile->text.tip());
   setAccessibleDescription(tips.join(u"; "_s));
   tellNames();
@@ -309,8 +310,7 @@ const TileContent* DockView::contentOf(qsizetype item) const {
 quint64 DockView::applicationOf(qsizetype item) const {
   if (const DockApp* app = appOf(item)) return app->id;
   const TileContent* content = contentOf(item);
-  const auto* launcher = content ? std::get_if<LauncherContent>(content) : nullptr;
-  return launcher ? launcher->application : 0;
+  return content ? content->application().identity : 0;
 }
 
 QString DockView::keyOf(qsizetype item) const {
@@ -328,7 +328,7 @@ qsizetype DockView::itemWithKey(const QString& key) const {
 bool DockView::answersPointer(qsizetype item) const {
   if (!isItem(item)) return false;
   const TileContent* content = contentOf(item);
-  return !content || isSolid(*content);
+  return !content || content->isSolid();
 }
 
 QUuid DockView::widgetAt(QPointF point) const {

@@ -22,6 +22,7 @@
 #include "views/theme/Glass.h"
 #include "views/tiles/TilePainter.h"
 #include "views/tiles/TilePictures.h"
+#include "views/tiles/TileSources.h"
 
 namespace tarnwick {
 

@@ -5,6 +5,7 @@
 
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
+#include "views/tiles/TileKinds.h"
 #include "views/tiles/TilePainter.h"
 #include "widgets/catalog/Catalog.h"
 

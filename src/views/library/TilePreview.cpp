@@ -36,7 +36,7 @@ void TilePreview::refresh() {
   if (!isVisible() || widget_.id.isNull()) return;
   if (tiles_.refresh({widget_}, store_.now()).isEmpty()) return;
   const QString& name = widget_.title.isEmpty() ? Catalog::find(widget_.kind).name : widget_.title;
-  const QString value = tileText(*tiles_.content(widget_.id), name).tip();
+  const QString value = tiles_.content(widget_.id)->describe(name).tip();
   setAccessibleName(LibraryWords::tr("Preview: %1").arg(value));
   update();
 }

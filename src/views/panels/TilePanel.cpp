@@ -11,7 +11,7 @@
 #include "views/controls/Turned.h"
 #include "views/panels/PanelDrafts.h"
 #include "views/theme/Theme.h"
-#include "views/tiles/TileContent.h"
+#include "views/tiles/TileKinds.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {

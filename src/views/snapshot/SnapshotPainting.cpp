@@ -10,6 +10,7 @@
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
 #include "views/theme/WindowPalette.h"
+#include "views/tiles/TileKinds.h"
 #include "views/tiles/TilePainter.h"
 #include "widgets/catalog/Catalog.h"
 

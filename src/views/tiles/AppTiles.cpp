@@ -158,6 +158,8 @@ void paint(TileCanvas& canvas, const LauncherContent& content) {
   paintMarks(canvas, icon, content.marks);
 }
 
+TileApplication standsFor(const LauncherContent& content) { return {content.application, content.marks.launching}; }
+
 AppFolderContent makeAppFolder(const TileRequest& request) {
   AppFolderContent content;
   const QStringList paths = request.widget.options.value(u"paths"_s).split(u'\n', Qt::SkipEmptyParts);

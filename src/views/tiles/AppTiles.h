@@ -5,13 +5,11 @@
 #include <QRectF>
 
 #include "views/tiles/AppMarks.h"
+#include "views/tiles/TileContent.h"
 #include "views/tiles/TileRequest.h"
 #include "views/tiles/TileStyle.h"
-#include "views/tiles/TileText.h"
 
 namespace tarnwick {
-
-class TileCanvas;
 
 /// One application that the user put on the dock.
 struct LauncherContent {
@@ -25,6 +23,7 @@ struct LauncherContent {
 LauncherContent makeLauncher(const TileRequest& request);
 TileText describe(const LauncherContent& content, const QString& name);
 void paint(TileCanvas& canvas, const LauncherContent& content);
+TileApplication standsFor(const LauncherContent& content);
 
 /// Several applications behind one tile, which shows the first four.
 struct AppFolderContent {

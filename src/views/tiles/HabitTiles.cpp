@@ -75,9 +75,9 @@ void paint(TileCanvas& canvas, const WaterContent& content) {
     caption.drawFromInk(canvas.painter(), {kCountLeft, theme::kCaptionBaseline}, canvas.colors().secondary);
 }
 
-std::optional<int> partAt(const WaterContent&, double, QPointF point) {
-  return kGlass.adjusted(-kGlassReach, -kGlassReach, kGlassReach, kGlassReach).contains(point) ? std::optional(0)
-                                                                                               : std::nullopt;
+std::optional<int> partAt(const WaterContent&, const TileClick& click) {
+  const QRectF reach = kGlass.adjusted(-kGlassReach, -kGlassReach, kGlassReach, kGlassReach);
+  return reach.contains(click.point) ? std::optional(0) : std::nullopt;
 }
 
 HabitContent makeHabit(const TileRequest& request) {
@@ -123,8 +123,9 @@ void paint(TileCanvas& canvas, const HabitContent& content) {
   }
 }
 
-std::optional<int> partAt(const HabitContent&, double width, QPointF point) {
-  return isNear(point, discCentre(HabitContent::kDays - 1, width), kDiscReach) ? std::optional(0) : std::nullopt;
+std::optional<int> partAt(const HabitContent&, const TileClick& click) {
+  const QPointF today = discCentre(HabitContent::kDays - 1, click.width);
+  return isNear(click.point, today, kDiscReach) ? std::optional(0) : std::nullopt;
 }
 
 }  // namespace tarnwick

@@ -4,8 +4,8 @@
 #include <QPointF>
 #include <optional>
 
+#include "views/tiles/TileContent.h"
 #include "views/tiles/TileRequest.h"
-#include "views/tiles/TileText.h"
 
 namespace tarnwick {
 
@@ -22,7 +22,7 @@ WaterContent makeWater(const TileRequest& request);
 TileText describe(const WaterContent& content, const QString& name);
 void paint(TileCanvas& canvas, const WaterContent& content);
 /// 0 on the glass: a click there counts one more.
-std::optional<int> partAt(const WaterContent& content, double width, QPointF point);
+std::optional<int> partAt(const WaterContent& content, const TileClick& click);
 
 /// The last seven days of a habit, today at the end.
 struct HabitContent {
@@ -38,6 +38,6 @@ HabitContent makeHabit(const TileRequest& request);
 TileText describe(const HabitContent& content, const QString& name);
 void paint(TileCanvas& canvas, const HabitContent& content);
 /// 0 on today: a click there ticks it off.
-std::optional<int> partAt(const HabitContent& content, double width, QPointF point);
+std::optional<int> partAt(const HabitContent& content, const TileClick& click);
 
 }  // namespace tarnwick

@@ -113,8 +113,8 @@ void paint(TileCanvas& canvas, const MeetingCenterContent& content) {
   paintTitle(canvas, kTextLeft, room, content.title, content.caption);
 }
 
-std::optional<int> partAt(const MeetingCenterContent& content, double width, QPointF point) {
-  return content.joins && pillOf(width).contains(point) ? std::optional(0) : std::nullopt;
+std::optional<int> partAt(const MeetingCenterContent& content, const TileClick& click) {
+  return content.joins && pillOf(click.width).contains(click.point) ? std::optional(0) : std::nullopt;
 }
 
 }  // namespace tarnwick

@@ -2,8 +2,8 @@
 
 #include <optional>
 
+#include "views/tiles/TileContent.h"
 #include "views/tiles/TileRequest.h"
-#include "views/tiles/TileText.h"
 
 namespace tarnwick {
 
@@ -35,6 +35,6 @@ MeetingCenterContent makeMeetingCenter(const TileRequest& request);
 TileText describe(const MeetingCenterContent& content, const QString& name);
 void paint(TileCanvas& canvas, const MeetingCenterContent& content);
 /// 0 for the button.
-std::optional<int> partAt(const MeetingCenterContent& content, double width, QPointF point);
+std::optional<int> partAt(const MeetingCenterContent& content, const TileClick& click);
 
 }  // namespace tarnwick

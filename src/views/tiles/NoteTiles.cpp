@@ -150,10 +150,10 @@ void paint(TileCanvas& canvas, const TodosContent& content) {
   }
 }
 
-std::optional<int> partAt(const TodosContent& content, double scale, QPointF point) {
-  const qsizetype rows = rowsFor(scale, content.items.size());
+std::optional<int> partAt(const TodosContent& content, const TileClick& click) {
+  const qsizetype rows = rowsFor(click.scale, content.items.size());
   for (qsizetype row = 0; row < rows; ++row) {
-    const QPointF away = point - QPointF(kCircleX, rowBaseline(row, rows) - kCircleRise);
+    const QPointF away = click.point - QPointF(kCircleX, rowBaseline(row, rows) - kCircleRise);
     if (std::abs(away.x()) <= kCircleReach && std::abs(away.y()) < (kRowBaselines[1] - kRowBaselines[0]) / 2)
       return content.items[firstRow(content, rows) + row].place;
   }

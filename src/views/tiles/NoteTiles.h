@@ -6,8 +6,8 @@
 #include <optional>
 
 #include "config/DockConfiguration.h"
+#include "views/tiles/TileContent.h"
 #include "views/tiles/TileRequest.h"
-#include "views/tiles/TileText.h"
 
 namespace tarnwick {
 
@@ -34,7 +34,7 @@ TodosContent makeTodos(const TileRequest& request);
 TileText describe(const TodosContent& content, const QString& name);
 void paint(TileCanvas& canvas, const TodosContent& content);
 /// The place in the whole list of the item whose circle is under the point. How many there are depends on the scale.
-std::optional<int> partAt(const TodosContent& content, double scale, QPointF point);
+std::optional<int> partAt(const TodosContent& content, const TileClick& click);
 
 /// A few lines of the user's own.
 struct NoteContent {

@@ -22,6 +22,7 @@ struct SeparatorContent {
 SeparatorContent makeSeparator(const TileRequest& request);
 TileText describe(const SeparatorContent& content, const QString& name);
 void paint(TileCanvas& canvas, const SeparatorContent& content);
+constexpr bool standsOnGround(const SeparatorContent&) { return false; }
 
 /// Room between tiles; it has no ground of its own.
 struct SpaceContent {
@@ -30,6 +31,7 @@ struct SpaceContent {
 SpaceContent makeSpace(const TileRequest& request);
 TileText describe(const SpaceContent& content, const QString& name);
 void paint(TileCanvas& canvas, const SpaceContent& content);
+constexpr bool standsOnGround(const SpaceContent&) { return false; }
 
 /// What a widget shows while it has nothing of its own to show: its symbol or its service's badge, its name, and one
 /// word that says what is missing.

@@ -103,18 +103,19 @@ void paint(TileCanvas& canvas, const RemindersContent& content) {
   }
 }
 
-std::optional<int> partAt(const RemindersContent& content, double scale, QPointF point) {
+std::optional<int> partAt(const RemindersContent& content, const TileClick& click) {
   if (content.rows.isEmpty()) return std::nullopt;
   const auto ticked = [&](qsizetype row) {
     return content.rows[row].ticks ? std::optional(static_cast<int>(row)) : std::nullopt;
   };
-  if (!content.agenda) return point.x() <= kBesideRing - 4 ? ticked(0) : std::nullopt;
-  if (point.x() > kBesideSmall - 4) return std::nullopt;
+  if (!content.agenda) return click.point.x() <= kBesideRing - 4 ? ticked(0) : std::nullopt;
+  if (click.point.x() > kBesideSmall - 4) return std::nullopt;
   // In small docks there are fewer rows, farther apart.
-  const qsizetype count = std::min(content.rows.size(), scale >= theme::kCompactScale ? kMostRows : kMostRows - 1);
-  const double pitch = scale >= theme::kBareScale ? kRowPitch : kRowPitch * 1.5;
+  const qsizetype room = click.scale >= theme::kCompactScale ? kMostRows : kMostRows - 1;
+  const qsizetype count = std::min(content.rows.size(), room);
+  const double pitch = click.scale >= theme::kBareScale ? kRowPitch : kRowPitch * 1.5;
   const double first = theme::kTileMiddle - pitch * static_cast<double>(count) / 2;
-  const auto row = static_cast<qsizetype>(std::floor((point.y() - first) / pitch));
+  const auto row = static_cast<qsizetype>(std::floor((click.point.y() - first) / pitch));
   return row >= 0 && row < count ? ticked(row) : std::nullopt;
 }
 

@@ -3,8 +3,8 @@
 #include <QList>
 #include <optional>
 
+#include "views/tiles/TileContent.h"
 #include "views/tiles/TileRequest.h"
-#include "views/tiles/TileText.h"
 
 namespace tarnwick {
 
@@ -30,7 +30,7 @@ RemindersContent makeRemindersAgenda(const TileRequest& request);
 TileText describe(const RemindersContent& content, const QString& name);
 void paint(TileCanvas& canvas, const RemindersContent& content);
 /// The reminder whose ring is under the point, in the order in which they are open.
-std::optional<int> partAt(const RemindersContent& content, double scale, QPointF point);
+std::optional<int> partAt(const RemindersContent& content, const TileClick& click);
 
 /// How many are due today, and how far one has come.
 struct DueTodayContent {

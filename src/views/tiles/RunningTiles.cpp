@@ -93,10 +93,10 @@ void paint(TileCanvas& canvas, const RunningAppsContent& content) {
   count.drawCentred(painter, {box.center().x(), TileCanvas::centredBaseline(count, box.center().y())}, colors.primary);
 }
 
-std::optional<int> partAt(const RunningAppsContent& content, double width, QPointF point) {
+std::optional<int> partAt(const RunningAppsContent& content, const TileClick& click) {
   for (qsizetype i = 0; i < content.apps.size(); ++i) {
-    const QRectF box = rowPlace(i, placesOf(content), width);
-    if (point.x() >= box.left() && point.x() <= box.right()) return static_cast<int>(i);
+    const QRectF box = rowPlace(i, placesOf(content), click.width);
+    if (click.point.x() >= box.left() && click.point.x() <= box.right()) return static_cast<int>(i);
   }
   return std::nullopt;
 }

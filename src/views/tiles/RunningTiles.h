@@ -4,8 +4,8 @@
 #include <QPointF>
 #include <optional>
 
+#include "views/tiles/TileContent.h"
 #include "views/tiles/TileRequest.h"
-#include "views/tiles/TileText.h"
 
 namespace tarnwick {
 
@@ -22,7 +22,7 @@ RunningAppsContent makeRunningApps(const TileRequest& request);
 TileText describe(const RunningAppsContent& content, const QString& name);
 void paint(TileCanvas& canvas, const RunningAppsContent& content);
 /// The place of the application at a point.
-std::optional<int> partAt(const RunningAppsContent& content, double width, QPointF point);
+std::optional<int> partAt(const RunningAppsContent& content, const TileClick& click);
 
 /// The applications that run as a stack, the one in front before the others.
 struct SwitcherContent {

@@ -1,69 +1,130 @@
 #pragma once
 
+#include <QPointF>
 #include <QString>
-#include <variant>
+#include <concepts>
+#include <memory>
+#include <optional>
+#include <utility>
 
-#include "views/theme/Palette.h"
-#include "views/tiles/AppTiles.h"
-#include "views/tiles/CalendarTiles.h"
-#include "views/tiles/ClockTiles.h"
-#include "views/tiles/DateTiles.h"
-#include "views/tiles/DigitTiles.h"
-#include "views/tiles/FileTiles.h"
-#include "views/tiles/GaugeTiles.h"
-#include "views/tiles/HabitTiles.h"
-#include "views/tiles/MeetingTiles.h"
-#include "views/tiles/MetricTiles.h"
-#include "views/tiles/NetworkTiles.h"
-#include "views/tiles/NoteTiles.h"
-#include "views/tiles/OverviewTiles.h"
-#include "views/tiles/PlaceTiles.h"
-#include "views/tiles/PlainTiles.h"
-#include "views/tiles/ProcessTiles.h"
-#include "views/tiles/ProgressTiles.h"
-#include "views/tiles/ReminderTiles.h"
-#include "views/tiles/RunningTiles.h"
 #include "views/tiles/TileText.h"
-#include "views/tiles/TimerTiles.h"
-#include "views/tiles/ToggleTiles.h"
-#include "views/tiles/UtilityTiles.h"
-#include "views/tiles/WeatherTiles.h"
 
 namespace tarnwick {
 
-/// What a tile shows, as plain values: two contents that compare equal look alike, so a tile is painted anew only when
-/// its content differs.
-///
-/// A new family of tiles is one struct with the functions `describe` and `paint` in a file of its own, its name in this
-/// list, and one row in TileContent.cpp that says which widgets it serves.
-using TileContent =
-    std::variant<GenericContent, ApplicationsContent, TimeDateContent, AnalogClockContent, CurrentWeatherContent,
-                 GaugeContent, TogglesContent, SeparatorContent, SpaceContent, LauncherContent, AppFolderContent,
-                 FolderContent, TrashContent, ShelfContent, DigitsContent, DateContent, DayNumberContent,
-                 TodayClockContent, WorldTimeContent, WorldListContent, ProgressContent, TodayEventContent,
-                 NextEventContent, EventListContent, DaysContent, OverviewContent, MeetingContent, MeetingCenterContent,
-                 RemindersContent, DueTodayContent, TimerContent, WaterContent, HabitContent, TodosContent, NoteContent,
-                 LatestNoteContent, ResultContent, ColorContent, EmojiContent, BatteryContent, MetricChartContent,
-                 SystemChartContent, NetworkContent, FigureContent, ProcessesContent, RunningAppsContent,
-                 SwitcherContent, PinnedWindowContent, RecentFilesContent, ScreenshotsContent, SearchContent>;
+class TileCanvas;
 
-/// The content of `widget` at one moment. Never fails: a kind without a painter of its own gets the generic tile.
-TileContent makeTileContent(const DockWidget& widget, const WidgetDefinition& definition, const TileSources& sources);
+/// A click on a tile, in the tile's own units.
+struct TileClick {
+  double width = 0;  ///< Of the tile.
+  QPointF point;
+  double scale = 1;  ///< Of the dock.
+};
 
-/// A tile in words. `name` is the user's or the catalog's name for it.
-TileText tileText(const TileContent& content, const QString& name);
+/// The application that a tile stands for.
+struct TileApplication {
+  quint64 identity = 0;  ///< Of the running one; 0 while it does not run.
+  bool isLaunching = false;
+};
 
-/// What could not be read of that which a tile shows, as a finished sentence; empty where nothing is missing.
-QString tileProblem(const WidgetDefinition& definition, const TileSources& sources);
+/// What the dock asks of a content. FaceOf makes one from a struct.
+class TileFace {
+ public:
+  virtual ~TileFace() = default;
 
-/// The one accent of a kind of widget.
-Accent tileAccent(const WidgetDefinition& definition);
+  virtual bool equals(const TileFace& other) const = 0;
+  virtual TileText describe(const QString& name) const = 0;
+  virtual void paint(TileCanvas& canvas) const = 0;
+  virtual std::optional<int> partAt(const TileClick& click) const = 0;
+  virtual TileApplication application() const = 0;
+  virtual bool isSolid() const = 0;
+};
 
-/// Whether the tile stands on a ground and answers the pointer; separators and spaces do not.
-bool isSolid(const TileContent& content);
+namespace faces {
 
-/// The part of a tile that a click at `point` means by itself, in the tile's own units: of quick toggles the `Toggle`,
-/// of todos the place in the list, else 0 for the one thing that the tile lets a hand do. `scale` is the dock's.
-std::optional<int> tilePartAt(const TileContent& content, double width, QPointF point, double scale = 1);
+// Within a face these names would mean its own functions.
+TileText describeContent(const auto& content, const QString& name) { return describe(content, name); }
+void paintContent(TileCanvas& canvas, const auto& content) { paint(canvas, content); }
+
+template <class Content>
+concept Tile = std::equality_comparable<Content> &&
+               requires(const Content& content, TileCanvas& canvas, const QString& name) {
+                 { describe(content, name) } -> std::same_as<TileText>;
+                 paint(canvas, content);
+               };
+
+std::optional<int> partOf(const auto& content, const TileClick& click) {
+  if constexpr (requires { partAt(content, click); }) return partAt(content, click);
+  return std::nullopt;
+}
+
+TileApplication applicationOf(const auto& content) {
+  if constexpr (requires { standsFor(content); }) return standsFor(content);
+  return {};
+}
+
+bool hasGround(const auto& content) {
+  if constexpr (requires { standsOnGround(content); }) return standsOnGround(content);
+  return true;
+}
+
+}  // namespace faces
+
+/// The face of a plain struct: the functions beside it, found by overload. `describe(content, name)` and
+/// `paint(canvas, content)` must be there; `partAt(content, click)`, `standsFor(content)` (a TileApplication) and
+/// `standsOnGround(content)` may be.
+template <class Content>
+class FaceOf final : public TileFace {
+ public:
+  explicit FaceOf(Content content) : content_(std::move(content)) {}
+
+  const Content& content() const { return content_; }
+  bool equals(const TileFace& other) const override {
+    const auto* same = dynamic_cast<const FaceOf*>(&other);
+    return same && content_ == same->content_;
+  }
+  TileText describe(const QString& name) const override { return faces::describeContent(content_, name); }
+  void paint(TileCanvas& canvas) const override { faces::paintContent(canvas, content_); }
+  std::optional<int> partAt(const TileClick& click) const override { return faces::partOf(content_, click); }
+  TileApplication application() const override { return faces::applicationOf(content_); }
+  bool isSolid() const override { return faces::hasGround(content_); }
+
+ private:
+  Content content_;
+};
+
+/// What a tile shows, as a value: two contents that compare equal look alike, so a tile is painted anew only when its
+/// content differs. Copies share what they hold. One that was made from nothing shows nothing.
+class TileContent {
+ public:
+  TileContent() = default;
+  template <faces::Tile Content>
+  TileContent(Content content) : face_(std::make_shared<const FaceOf<Content>>(std::move(content))) {}
+
+  /// The tile in words. `name` is the user's or the catalog's name for it.
+  TileText describe(const QString& name) const { return face_ ? face_->describe(name) : TileText{name, {}}; }
+  void paint(TileCanvas& canvas) const {
+    if (face_) face_->paint(canvas);
+  }
+  /// The part of a tile that a click means by itself: of quick toggles the `Toggle`, of todos the place in the list,
+  /// else 0 for the one thing that the tile itself can do.
+  std::optional<int> partAt(const TileClick& click) const { return face_ ? face_->partAt(click) : std::nullopt; }
+  TileApplication application() const { return face_ ? face_->application() : TileApplication{}; }
+  /// Whether the tile stands on a ground and answers the pointer; separators and spaces do not.
+  bool isSolid() const { return !face_ || face_->isSolid(); }
+
+  /// The struct that it was made from; null if that is of another type. Borrowed.
+  template <class Content>
+  const Content* as() const {
+    const auto* face = dynamic_cast<const FaceOf<Content>*>(face_.get());
+    return face ? &face->content() : nullptr;
+  }
+
+  bool operator==(const TileContent& other) const {
+    return face_ == other.face_ || (face_ && other.face_ && face_->equals(*other.face_));
+  }
+
+ private:
+  std::shared_ptr<const TileFace> face_;
+};
 
 }  // namespace tarnwick

@@ -89,11 +89,11 @@ void paintTile(QPainter& painter, const QRectF& rect, const TileContent& content
   if (style.state == TileState::Dragged)
     painter.translate(0, -std::round(theme::kDraggedLift * style.scale * style.lift));
   magnify(painter, rect, tileFactor(style));
-  if (isSolid(content) || style.focused || style.state == TileState::Dragged) paintGround(painter, rect, style);
+  if (content.isSolid() || style.focused || style.state == TileState::Dragged) paintGround(painter, rect, style);
   painter.translate(rect.topLeft());
   painter.scale(style.scale, style.scale);
   TileCanvas canvas(painter, rect.width() / style.scale, style);
-  std::visit([&canvas](const auto& value) { paint(canvas, value); }, content);
+  content.paint(canvas);
   if (style.failed) paintFailed(canvas);
   if (style.state == TileState::PanelOpen) paintOpenBar(canvas);
   painter.restore();

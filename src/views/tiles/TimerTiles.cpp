@@ -128,9 +128,9 @@ void paint(TileCanvas& canvas, const TimerContent& content) {
         .drawFromInk(canvas.painter(), {kBesideRing, kCaptionBaseline}, canvas.colors().secondary);
 }
 
-std::optional<int> partAt(const TimerContent&, double, QPointF point) {
+std::optional<int> partAt(const TimerContent&, const TileClick& click) {
   constexpr double reach = kRadius + kStroke / 2;
-  const QPointF away = point - kCentre;
+  const QPointF away = click.point - kCentre;
   return QPointF::dotProduct(away, away) <= reach * reach ? std::optional(0) : std::nullopt;
 }
 

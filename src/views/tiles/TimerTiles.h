@@ -3,8 +3,8 @@
 #include <QPointF>
 #include <optional>
 
+#include "views/tiles/TileContent.h"
 #include "views/tiles/TileRequest.h"
-#include "views/tiles/TileText.h"
 
 namespace tarnwick {
 
@@ -28,6 +28,6 @@ TimerContent makeTimer(const TileRequest& request);
 TileText describe(const TimerContent& content, const QString& name);
 void paint(TileCanvas& canvas, const TimerContent& content);
 /// 0 on the ring: a click there starts or pauses the timer.
-std::optional<int> partAt(const TimerContent& content, double width, QPointF point);
+std::optional<int> partAt(const TimerContent& content, const TileClick& click);
 
 }  // namespace tarnwick

@@ -61,9 +61,9 @@ void paint(TileCanvas& canvas, const TogglesContent& content) {
   }
 }
 
-std::optional<int> partAt(const TogglesContent& content, double width, QPointF point) {
+std::optional<int> partAt(const TogglesContent& content, const TileClick& click) {
   for (qsizetype i = 0; i < content.marks.size(); ++i) {
-    const QPointF away = point - centreOf(i, content.marks.size(), width);
+    const QPointF away = click.point - centreOf(i, content.marks.size(), click.width);
     if (content.marks[i].available && QPointF::dotProduct(away, away) <= kRadius * kRadius)
       return static_cast<int>(content.marks[i].toggle);
   }

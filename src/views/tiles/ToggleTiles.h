@@ -4,8 +4,8 @@
 #include <QPointF>
 #include <optional>
 
+#include "views/tiles/TileContent.h"
 #include "views/tiles/TileRequest.h"
-#include "views/tiles/TileText.h"
 
 namespace tarnwick {
 
@@ -30,6 +30,6 @@ TogglesContent makeToggles(const TileRequest& request);
 TileText describe(const TogglesContent& content, const QString& name);
 void paint(TileCanvas& canvas, const TogglesContent& content);
 /// The switch under a point of a tile of `width`, unless this desktop hasn't got it.
-std::optional<int> partAt(const TogglesContent& content, double width, QPointF point);
+std::optional<int> partAt(const TogglesContent& content, const TileClick& click);
 
 }  // namespace tarnwick

@@ -1,10 +1,33 @@
-#include "views/tiles/TileContent.h"
+#include "views/tiles/TileKinds.h"
 
 #include <QLatin1StringView>
 #include <algorithm>
 #include <array>
 
+#include "views/tiles/AppTiles.h"
+#include "views/tiles/CalendarTiles.h"
+#include "views/tiles/ClockTiles.h"
+#include "views/tiles/DateTiles.h"
+#include "views/tiles/DigitTiles.h"
+#include "views/tiles/FileTiles.h"
+#include "views/tiles/GaugeTiles.h"
+#include "views/tiles/HabitTiles.h"
+#include "views/tiles/MeetingTiles.h"
+#include "views/tiles/MetricTiles.h"
+#include "views/tiles/NetworkTiles.h"
+#include "views/tiles/NoteTiles.h"
+#include "views/tiles/OverviewTiles.h"
+#include "views/tiles/PlaceTiles.h"
+#include "views/tiles/PlainTiles.h"
+#include "views/tiles/ProcessTiles.h"
+#include "views/tiles/ProgressTiles.h"
+#include "views/tiles/ReminderTiles.h"
+#include "views/tiles/RunningTiles.h"
 #include "views/tiles/TileWords.h"
+#include "views/tiles/TimerTiles.h"
+#include "views/tiles/ToggleTiles.h"
+#include "views/tiles/UtilityTiles.h"
+#include "views/tiles/WeatherTiles.h"
 
 namespace tarnwick {
 
@@ -199,21 +222,12 @@ Accent serviceAccent(const WidgetDefinition& definition) {
   return accents[sum % accents.size()];
 }
 
-template <class... Functions>
-struct Overloaded : Functions... {
-  using Functions::operator()...;
-};
-
 }  // namespace
 
 TileContent makeTileContent(const DockWidget& widget, const WidgetDefinition& definition, const TileSources& sources) {
   const TileRequest request{widget, definition, sources};
   const auto row = std::ranges::find(kContentRows, widget.kind, &ContentRow::kind);
   return row == kContentRows.end() ? TileContent(makeGeneric(request)) : row->make(request);
-}
-
-TileText tileText(const TileContent& content, const QString& name) {
-  return std::visit([&name](const auto& value) { return describe(value, name); }, content);
 }
 
 QString tileProblem(const WidgetDefinition& definition, const TileSources& sources) {
@@ -227,23 +241,6 @@ Accent tileAccent(const WidgetDefinition& definition) {
   for (const QString& word : {definition.id, definition.family})
     if (const auto row = std::ranges::find(kAccents, word, &AccentRow::word); row != kAccents.end()) return row->accent;
   return Accent::Blue;
-}
-
-bool isSolid(const TileContent& content) {
-  return !std::holds_alternative<SeparatorContent>(content) && !std::holds_alternative<SpaceContent>(content);
-}
-
-std::optional<int> tilePartAt(const TileContent& content, double width, QPointF point, double scale) {
-  return std::visit(Overloaded{[&](const TogglesContent& toggles) { return partAt(toggles, width, point); },
-                               [&](const TimerContent& timer) { return partAt(timer, width, point); },
-                               [&](const WaterContent& water) { return partAt(water, width, point); },
-                               [&](const HabitContent& habit) { return partAt(habit, width, point); },
-                               [&](const MeetingCenterContent& meeting) { return partAt(meeting, width, point); },
-                               [&](const RemindersContent& reminders) { return partAt(reminders, scale, point); },
-                               [&](const TodosContent& todos) { return partAt(todos, scale, point); },
-                               [&](const RunningAppsContent& running) { return partAt(running, width, point); },
-                               [](const auto&) { return std::optional<int>(); }},
-                    content);
 }
 
 }  // namespace tarnwick
