@@ -6,8 +6,8 @@
 #include "desktop/FrameClock.h"
 #include "desktop/MotionPreference.h"
 #include "store/AppStore.h"
+#include "views/families/Panels.h"
 #include "views/panels/PanelPresentation.h"
-#include "views/panels/Panels.h"
 
 namespace tarnwick {
 

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "calendar/Calendar.h"
+#include "calendar/CalendarDigest.h"
 #include "files/Bookmarks.h"
 #include "files/RecentFiles.h"
 #include "files/ScreenshotFolder.h"
@@ -13,7 +14,6 @@
 #include "system/ProcessMonitor.h"
 #include "system/SystemTemperature.h"
 #include "system/ports/MachineDetails.h"
-#include "views/tiles/CalendarDigest.h"
 #include "views/tiles/ReadingSources.h"
 
 namespace tarnwick {

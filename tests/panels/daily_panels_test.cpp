@@ -16,12 +16,12 @@
 #include "views/controls/Rows.h"
 #include "views/controls/Slider.h"
 #include "views/controls/Switch.h"
-#include "views/panels/AgendaRow.h"
-#include "views/panels/ColorPanel.h"
-#include "views/panels/EmojiTable.h"
-#include "views/panels/Panels.h"
+#include "views/families/Panels.h"
+#include "views/families/calendar/AgendaRow.h"
+#include "views/families/notes/NoteTiles.h"
+#include "views/families/utilities/ColorPanel.h"
+#include "views/families/utilities/EmojiTable.h"
 #include "views/snapshot/SnapshotFixture.h"
-#include "views/tiles/NoteTiles.h"
 
 namespace tarnwick {
 namespace {

@@ -10,7 +10,7 @@
 #include "views/controls/Fields.h"
 #include "views/controls/ItemView.h"
 #include "views/controls/Segments.h"
-#include "views/panels/Panels.h"
+#include "views/families/Panels.h"
 #include "views/snapshot/SnapshotFixture.h"
 
 namespace tarnwick {

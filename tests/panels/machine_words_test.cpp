@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "views/panels/MachineWords.h"
-#include "views/panels/ProcessSection.h"
+#include "views/families/system/MachineWords.h"
+#include "views/families/system/ProcessSection.h"
 #include "views/snapshot/SnapshotFixture.h"
 
 namespace tarnwick {

@@ -8,7 +8,7 @@
 
 #include "views/controls/Buttons.h"
 #include "views/controls/Switch.h"
-#include "views/panels/Panels.h"
+#include "views/families/Panels.h"
 #include "views/snapshot/SnapshotFixture.h"
 #include "widgets/catalog/Catalog.h"
 

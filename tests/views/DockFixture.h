@@ -6,7 +6,7 @@
 #include <stdexcept>
 
 #include "views/dock/DockView.h"
-#include "views/tiles/TileKinds.h"
+#include "views/families/TileKinds.h"
 
 namespace tarnwick::testing {
 

@@ -3,14 +3,14 @@
 #include <QTimeZone>
 
 #include "DockFixture.h"
-#include "views/tiles/CalendarTiles.h"
+#include "views/families/calendar/CalendarTiles.h"
+#include "views/families/calendar/MeetingTiles.h"
+#include "views/families/calendar/OverviewTiles.h"
+#include "views/families/calendar/ProgressTiles.h"
+#include "views/families/calendar/ReminderTiles.h"
+#include "views/families/clocks/DateTiles.h"
+#include "views/families/clocks/DigitTiles.h"
 #include "views/tiles/ClockWords.h"
-#include "views/tiles/DateTiles.h"
-#include "views/tiles/DigitTiles.h"
-#include "views/tiles/MeetingTiles.h"
-#include "views/tiles/OverviewTiles.h"
-#include "views/tiles/ProgressTiles.h"
-#include "views/tiles/ReminderTiles.h"
 #include "views/tiles/TileContent.h"
 #include "widgets/catalog/Catalog.h"
 

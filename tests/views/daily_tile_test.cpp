@@ -1,13 +1,13 @@
 #include <gtest/gtest.h>
 
 #include "DockFixture.h"
-#include "views/tiles/HabitTiles.h"
-#include "views/tiles/NoteTiles.h"
+#include "commandbar/UtilityText.h"
+#include "views/families/habits/HabitTiles.h"
+#include "views/families/notes/NoteTiles.h"
+#include "views/families/timers/TimerFacts.h"
+#include "views/families/timers/TimerTiles.h"
+#include "views/families/utilities/UtilityTiles.h"
 #include "views/tiles/TileContent.h"
-#include "views/tiles/TimerFacts.h"
-#include "views/tiles/TimerTiles.h"
-#include "views/tiles/UtilityText.h"
-#include "views/tiles/UtilityTiles.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick::testing {

@@ -3,11 +3,11 @@
 #include <limits>
 
 #include "DockFixture.h"
+#include "views/families/files/PlaceTiles.h"
+#include "views/families/system/MetricTiles.h"
+#include "views/families/system/ProcessTiles.h"
 #include "views/tiles/FileWords.h"
-#include "views/tiles/MetricTiles.h"
-#include "views/tiles/PlaceTiles.h"
-#include "views/tiles/PlainTiles.h"
-#include "views/tiles/ProcessTiles.h"
+#include "views/tiles/GenericTile.h"
 #include "views/tiles/TileContent.h"
 #include "views/tiles/ToggleChoice.h"
 #include "widgets/catalog/Catalog.h"

@@ -3,9 +3,9 @@
 #include <limits>
 
 #include "DockFixture.h"
-#include "views/tiles/ClockTiles.h"
-#include "views/tiles/GaugeTiles.h"
-#include "views/tiles/PlainTiles.h"
+#include "views/families/clocks/ClockTiles.h"
+#include "views/families/system/GaugeTiles.h"
+#include "views/tiles/GenericTile.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileContent.h"
 #include "widgets/catalog/Catalog.h"

@@ -8,12 +8,12 @@
 #include "dock/rules/Magnification.h"
 #include "views/dock/DockView.h"
 #include "views/dock/SpringNames.h"
+#include "views/families/TileKinds.h"
 #include "views/theme/ClearMarks.h"
 #include "views/theme/IconStyle.h"
 #include "views/theme/Theme.h"
 #include "views/theme/Typography.h"
-#include "views/tiles/AppTiles.h"
-#include "views/tiles/TileKinds.h"
+#include "views/tiles/AppPainting.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {

@@ -8,8 +8,8 @@
 #include "dock/rules/ProfileDirection.h"
 #include "views/dock/DockAccessible.h"
 #include "views/dock/SpringNames.h"
+#include "views/families/TileKinds.h"
 #include "views/theme/Theme.h"
-#include "views/tiles/TileKinds.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {

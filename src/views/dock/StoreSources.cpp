@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "views/tiles/NoteTiles.h"
+#include "views/families/notes/NoteTiles.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "views/families/TileKinds.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
-#include "views/tiles/TileKinds.h"
 #include "views/tiles/TilePainter.h"
 #include "widgets/catalog/Catalog.h"
 

@@ -10,7 +10,6 @@
 #include "views/library/FieldRows.h"
 #include "views/library/LibraryWords.h"
 #include "views/tiles/ClockWords.h"
-#include "views/tiles/DateTiles.h"
 
 namespace tarnwick {
 

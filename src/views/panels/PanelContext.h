@@ -15,6 +15,7 @@
 #include "store/AppStore.h"
 #include "system/ports/MachineDetails.h"
 #include "system/ports/ProcessSource.h"
+#include "views/theme/Palette.h"
 #include "views/tiles/ReadingSources.h"
 #include "views/tiles/TileSources.h"
 
@@ -86,6 +87,8 @@ struct PanelContext {
   ReadingServices readings = {};
   /// Null where what was written and not used yet goes with the panel.
   PanelDrafts* drafts = nullptr;
+  /// The kind's; whoever makes the panel sets it.
+  Accent accent = Accent::Blue;
 
   /// The widget's kind; empty when the settings hold it no more.
   QString kind() const {

@@ -11,7 +11,6 @@
 #include "views/controls/Turned.h"
 #include "views/panels/PanelDrafts.h"
 #include "views/theme/Theme.h"
-#include "views/tiles/TileKinds.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
@@ -101,7 +100,7 @@ class TilePanel::EmptyView final : public QWidget {
 TilePanel::TilePanel(const PanelContext& context, int width)
     : context_(context), width_(width), header_(new PanelHeader(this)) {
   takeWidget();
-  setLook({look().palette, tileAccent(definition())});
+  setLook({look().palette, context_.accent});
   frame().addWidget(header_);
 
   message_ = new QWidget(this);

@@ -3,7 +3,7 @@
 #include <QDateTime>
 #include <memory>
 
-#include "views/tiles/CalendarDigest.h"
+#include "calendar/CalendarDigest.h"
 
 namespace tarnwick {
 

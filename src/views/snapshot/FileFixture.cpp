@@ -11,8 +11,8 @@
 #include "files/ScreenshotFolder.h"
 #include "files/Thumbnails.h"
 #include "system/SystemMetrics.h"
-#include "views/panels/FileItems.h"
-#include "views/snapshot/SnapshotScenery.h"
+#include "views/families/files/FileItems.h"
+#include "views/theme/SnapshotScenery.h"
 
 namespace tarnwick {
 

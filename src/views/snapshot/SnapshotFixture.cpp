@@ -3,10 +3,10 @@
 #include <QTimeZone>
 #include <cmath>
 
+#include "views/families/notes/NoteTiles.h"
 #include "views/snapshot/CalendarFixture.h"
 #include "views/snapshot/FileFixture.h"
-#include "views/snapshot/SnapshotScenery.h"
-#include "views/tiles/NoteTiles.h"
+#include "views/theme/SnapshotScenery.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {

@@ -5,12 +5,12 @@
 #include <cmath>
 
 #include "views/dock/DockView.h"
-#include "views/panels/Panels.h"
-#include "views/snapshot/SnapshotScenery.h"
+#include "views/families/Panels.h"
+#include "views/families/TileKinds.h"
 #include "views/theme/Glass.h"
+#include "views/theme/SnapshotScenery.h"
 #include "views/theme/Theme.h"
 #include "views/theme/WindowPalette.h"
-#include "views/tiles/TileKinds.h"
 #include "views/tiles/TilePainter.h"
 #include "widgets/catalog/Catalog.h"
 

@@ -174,4 +174,12 @@ QString ClockWords::day(const QDate& date, const QDate& today, const QLocale& lo
   }
 }
 
+QStringList worldZones(const QString& option) {
+  QStringList zones;
+  for (const QString& part : option.split(u','))
+    if (const QString zone = part.trimmed(); ClockWords::isZone(zone) && !zones.contains(zone)) zones << zone;
+  if (!zones.isEmpty()) return zones;
+  return {u"America/New_York"_s, u"Europe/London"_s, u"Asia/Tokyo"_s};
+}
+
 }  // namespace tarnwick

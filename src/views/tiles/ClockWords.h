@@ -60,4 +60,7 @@ struct ClockWords {
   static QString day(const QDate& date, const QDate& today, const QLocale& locale);
 };
 
+/// The zones of a world clock's option, without those that are none; a few well-known ones for an empty option.
+QStringList worldZones(const QString& option);
+
 }  // namespace tarnwick

@@ -9,12 +9,12 @@
 #include <memory>
 #include <optional>
 
+#include "calendar/CalendarDigest.h"
 #include "config/TodoItem.h"
 #include "desktop/Toggles.h"
 #include "system/MetricsSnapshot.h"
 #include "views/theme/WeatherPictures.h"
 #include "views/tiles/AppMarks.h"
-#include "views/tiles/CalendarDigest.h"
 #include "views/tiles/ReadingFacts.h"
 
 namespace tarnwick {

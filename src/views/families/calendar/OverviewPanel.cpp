@@ -1,0 +1,193 @@
+#include "views/families/calendar/OverviewPanel.h"
+
+#include <algorithm>
+
+#include "views/controls/Buttons.h"
+#include "views/controls/Rows.h"
+#include "views/families/calendar/DayAgenda.h"
+#include "views/families/calendar/EventWords.h"
+#include "views/families/calendar/ReminderRow.h"
+#include "views/panels/PanelWords.h"
+#include "views/theme/WeatherPictures.h"
+#include "views/tiles/ClockWords.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype kMostEvents = 5;
+constexpr qsizetype kMostRows = 5;  ///< Of reminders, and of things to do.
+constexpr int kNoticeGap = 8;
+
+/// A heading with rows below it, or a sentence where there are none.
+struct Part {
+  SectionLabel* heading = nullptr;
+  RowList* rows = nullptr;
+  TextLabel* sentence = nullptr;
+
+  void say(const QString& words) const {
+    sentence->setText(words);
+    sentence->setVisible(!words.isEmpty());
+  }
+};
+
+class OverviewPanel final : public TilePanel {
+ public:
+  explicit OverviewPanel(const PanelContext& context)
+      : TilePanel(context),
+        weather_(new ListRow({})),
+        agenda_(new DayAgenda(context.actions.openUrl, kMostEvents)),
+        folder_(new Button(PanelWords::tr("Add Calendar Folder…"))) {
+    if (const auto open = context.actions.openCalendar) {
+      auto* application = new IconButton(u"calendar"_s, PanelWords::tr("Open Calendar"));
+      connect(application, &QPushButton::clicked, this, [open] { open(); });
+      header().addAction(application);
+    }
+    body().addWidget(weather_);
+    events_ = addPart(PanelWords::tr("Events"), agenda_);
+    body().addSpacing(kNoticeGap);
+    body().addWidget(folder_, 0, Qt::AlignLeft);
+    if (const auto add = context.actions.addCalendarFolder)
+      connect(folder_, &QPushButton::clicked, this, [add] { add(); });
+    reminders_ = addPart(PanelWords::tr("Reminders"), nullptr);
+    todos_ = addPart(PanelWords::tr("To-dos"), nullptr);
+  }
+
+ protected:
+  QString heading() const override { return heading_; }
+
+  void refresh(const TileSources& sources) override {
+    static const CalendarDigest none;
+    const CalendarDigest& digest = sources.calendar ? *sources.calendar : none;
+    heading_ = ClockWords::dates(sources.now.date(), sources.locale).value(0);
+    setMessage(digest.problem == digest.calendarMessage ? QString() : digest.problem);
+    showWeather(sources);
+    showEvents(digest, sources);
+    showReminders(digest, sources);
+    showTodos();
+  }
+
+ private:
+  Part addPart(const QString& words, QWidget* content) {
+    Part part;
+    part.heading = addSection(words);
+    part.rows = content ? nullptr : new RowList;
+    body().addWidget(content ? content : part.rows);
+    part.sentence = new TextLabel({}, TextStyle::Body, Tone::Secondary);
+    part.sentence->setWordWrap(true);
+    part.sentence->setContentsMargins(0, kNoticeGap / 2, 0, 0);
+    body().addWidget(part.sentence);
+    return part;
+  }
+
+  void showWeather(const TileSources& sources) {
+    weather_->setVisible(sources.weather.has_value());
+    // A section brings the room above it along, the weather does not.
+    const int top = sources.weather ? theme::kPanelHeaderBelow - theme::kSectionBelow : 0;
+    body().setContentsMargins(theme::kRowBleed, top, theme::kRowBleed, 0);
+    if (!sources.weather || (sources.weather == reading_ && look() == painted_)) return;
+    reading_ = sources.weather;
+    painted_ = look();
+    constexpr int size = theme::kRowPicture;
+    QPixmap picture(QSize(size, size) * devicePixelRatioF());
+    picture.setDevicePixelRatio(devicePixelRatioF());
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    drawWeather(painter, reading_->picture, {}, size, look().palette.pictures);
+    painter.end();
+    weather_->setPicture(picture);
+    weather_->setTitle(reading_->condition.isEmpty() ? reading_->place : reading_->condition);
+    weather_->setCaption(reading_->condition.isEmpty() ? QString() : reading_->place);
+    weather_->setValue(reading_->temperature);
+  }
+
+  void showEvents(const CalendarDigest& digest, const TileSources& sources) {
+    agenda_->showDay(sources.now.date(), digest, sources);
+    const qsizetype more = agenda_->all() - agenda_->shown();
+    const bool soon = !digest.upcoming.isEmpty() && digest.upcoming.first().start.date() <= sources.now.date();
+    events_.heading->setTrailing(soon ? EventWords::distance(digest.upcoming.first(), sources) : QString(),
+                                 Tone::AccentWord);
+    events_.say(!digest.calendarMessage.isEmpty() ? digest.calendarMessage
+                : more > 0                        ? PanelWords::tr("And %1 more").arg(more)
+                : agenda_->all() == 0             ? PanelWords::tr("No events")
+                                                  : QString());
+    folder_->setVisible(!digest.calendarMessage.isEmpty() && context().actions.addCalendarFolder);
+  }
+
+  void showReminders(const CalendarDigest& digest, const TileSources& sources) {
+    const QList<Reminder>& due = digest.dueToday;
+    const auto count = due.size();
+    reminders_.heading->setTrailing(count > 0 ? PanelWords::tr("%1 due").arg(count) : QString());
+    // Where there is no calendar, its sentence above says enough.
+    const bool silent = !digest.reminderMessage.isEmpty() && !digest.calendarMessage.isEmpty();
+    reminders_.heading->setVisible(!silent);
+    reminders_.say(silent                              ? QString()
+                   : !digest.reminderMessage.isEmpty() ? digest.reminderMessage
+                   : count > kMostRows                 ? PanelWords::tr("And %1 more").arg(count - kMostRows)
+                   : count == 0                        ? PanelWords::tr("Nothing is due.")
+                                                       : QString());
+    QStringList words;
+    for (const Reminder& reminder : due.first(std::min(count, kMostRows)))
+      words << EventWords::briefDue(reminder, sources);
+    if (due == dueShown_ && words == dueWords_) return;
+    dueShown_ = due;
+    dueWords_ = words;
+    std::function<void(const Reminder&, bool)> complete;
+    if (const auto act = context().actions.completeReminder)
+      complete = [this, act](const Reminder& reminder, bool done) {
+        act(reminder, done);
+        refreshNow();
+      };
+    QList<QWidget*> rows;
+    for (qsizetype i = 0; i < words.size(); ++i) rows << makeReminderRow(due[i], words[i], i > 0, complete);
+    reminders_.rows->setRows(rows);
+  }
+
+  void showTodos() {
+    const QList<TodoItem>& all = store().config().todos;
+    const auto done = std::ranges::count(all, true, &TodoItem::completed);
+    const auto open = all.size() - done;
+    todos_.heading->setTrailing(all.isEmpty() ? QString() : PanelWords::tr("%1 of %2 done").arg(done).arg(all.size()));
+    todos_.say(open > kMostRows ? PanelWords::tr("And %1 more").arg(open - kMostRows)
+               : open == 0      ? PanelWords::tr("Nothing to do")
+                                : QString());
+    if (areTodosShown_ && all == todosShown_) return;
+    areTodosShown_ = true;
+    todosShown_ = all;
+    QList<QWidget*> rows;
+    for (const TodoItem& item : all)
+      if (!item.completed && rows.size() < kMostRows) {
+        auto* row = new CheckRow(item.text.simplified());
+        row->setParted(!rows.isEmpty());
+        row->setToolTip(item.text);
+        connect(row, &QAbstractButton::clicked, this, [this, id = item.id] { store().toggleTodo(id); });
+        rows << row;
+      }
+    todos_.rows->setRows(rows);
+  }
+
+  ListRow* weather_;
+  DayAgenda* agenda_;
+  Button* folder_;
+  Part events_;
+  Part reminders_;
+  Part todos_;
+  QString heading_;
+  std::optional<WeatherReading> reading_;
+  ControlLook painted_;
+  QList<Reminder> dueShown_;
+  QStringList dueWords_;
+  QList<TodoItem> todosShown_;
+  bool areTodosShown_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<TilePanel> makeOverviewPanel(const PanelContext& context) {
+  return std::make_unique<OverviewPanel>(context);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,103 @@
+#include "views/families/calendar/ProgressPanel.h"
+
+#include <QTimeZone>
+#include <array>
+
+#include "views/controls/Rows.h"
+#include "views/families/calendar/ProgressTiles.h"
+#include "views/panels/PanelWords.h"
+#include "views/tiles/ClockWords.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Component = TimeMath::Component;
+constexpr std::array kComponents = {Component::Day, Component::Month, Component::Year};
+
+QString nameOf(Component component, const TileSources& sources) {
+  const QDate today = sources.now.date();
+  switch (component) {
+    case Component::Day:
+      return ClockWords::dates(today, sources.locale).value(0);
+    case Component::Month:
+      return sources.locale.standaloneMonthName(today.month());
+    case Component::Year:
+      break;
+  }
+  return sources.locale.toString(today, u"yyyy"_s);
+}
+
+QString wholeOf(Component component) {
+  switch (component) {
+    case Component::Day:
+      return PanelWords::tr("of the day");
+    case Component::Month:
+      return PanelWords::tr("of the month");
+    case Component::Year:
+      break;
+  }
+  return PanelWords::tr("of the year");
+}
+
+/// What is left: hours and minutes of the day, whole days of the rest.
+QString leftOf(Component component, const QDateTime& now) {
+  const QDate today = now.date();
+  if (component == Component::Day) {
+    const QDateTime end = today.addDays(1).startOfDay(now.timeZone());
+    return PanelWords::tr("%1 left").arg(ClockWords::span(ClockWords::minutesUntil(end, now)));
+  }
+  const int days =
+      component == Component::Month ? today.daysInMonth() - today.day() : today.daysInYear() - today.dayOfYear();
+  if (days == 0) return PanelWords::tr("The last day");
+  return days == 1 ? PanelWords::tr("1 day left") : PanelWords::tr("%1 days left").arg(days);
+}
+
+class ProgressPanel final : public TilePanel {
+ public:
+  explicit ProgressPanel(const PanelContext& context) : TilePanel(context), figure_(new FigureView) {
+    body().addWidget(figure_);
+    body().addSpacing(theme::kSectionBelow);
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+      rows_[i] = new ListRow({});
+      rows_[i]->setParted(i > 0);
+      body().addWidget(rows_[i]);
+    }
+  }
+
+ protected:
+  void refresh(const TileSources& sources) override {
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+      const double share = TimeMath::progress(sources.now, kComponents[i]);
+      const QString percent = QString::number(shownPercent(share));
+      const QString name = nameOf(kComponents[i], sources);
+      const QString left = leftOf(kComponents[i], sources.now);
+      rows_[i]->setTitle(name);
+      rows_[i]->setCaption(left);
+      rows_[i]->setValue(percent + u'%');
+      rows_[i]->setBar(share);
+      if (kComponents[i] != own()) continue;
+      figure_->setFigure(percent, u"%"_s);
+      figure_->setLines(wholeOf(kComponents[i]));
+    }
+  }
+
+ private:
+  Component own() const {
+    if (widget().kind == "calendarMonthProgress"_L1) return Component::Month;
+    return widget().kind == "calendarYearProgress"_L1 ? Component::Year : Component::Day;
+  }
+
+  FigureView* figure_;
+  std::array<ListRow*, kComponents.size()> rows_{};
+};
+
+}  // namespace
+
+std::unique_ptr<TilePanel> makeProgressPanel(const PanelContext& context) {
+  return std::make_unique<ProgressPanel>(context);
+}
+
+}  // namespace tarnwick

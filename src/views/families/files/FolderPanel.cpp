@@ -1,0 +1,152 @@
+#include "views/families/files/FolderPanel.h"
+
+#include <QFileInfo>
+#include <QStandardPaths>
+
+#include "files/FolderListing.h"
+#include "views/controls/Buttons.h"
+#include "views/controls/ItemView.h"
+#include "views/controls/Segments.h"
+#include "views/families/files/FileItems.h"
+#include "views/panels/PanelWords.h"
+#include "widgets/PinnedTiles.h"
+#include "widgets/WidgetFolder.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString kSortKey = u"sort"_s;
+
+class FolderPanel final : public TilePanel {
+ public:
+  explicit FolderPanel(const PanelContext& context)
+      : TilePanel(context, theme::kPanelWidthWide),
+        listing_(context.scheduler),
+        back_(new IconButton(u"chevron.left"_s, PanelWords::tr("Back"))),
+        order_(new Segments(PanelWords::tr("Sort by"), {PanelWords::tr("Date"), PanelWords::tr("Name")})),
+        view_(new ItemView(PanelWords::tr("Files"), ItemView::Shape::Icons)),
+        rest_(new TextLabel({}, TextStyle::Caption, Tone::Secondary)),
+        items_(*view_, context.readings.thumbnails, context.actions) {
+    header().addAction(back_);
+    header().addAction(order_);
+    if (const auto open = context.actions.openPath) {
+      auto* button = new IconButton(u"folder"_s, PanelWords::tr("Open in Files"));
+      connect(button, &QPushButton::clicked, this, [this, open] {
+        open(listing_.request().folder);
+        Q_EMIT closeRequested();
+      });
+      header().addAction(button);
+    }
+    view_->setMostRows(5);
+    body().addWidget(view_);
+    beginWith(*view_);  // An arrow key chooses a file, not the order.
+    body().addWidget(rest_);
+    connect(back_, &QPushButton::clicked, this, [this] { go(QFileInfo(listing_.request().folder).path()); });
+    connect(order_, &Segments::chosenChanged, this, [this](int chosen) {
+      changeSetting(kSortKey, chosen == 1 ? std::optional(u"name"_s) : std::nullopt);
+      go(listing_.request().folder);
+    });
+    connect(view_, &ItemView::opened, this, &FolderPanel::open);
+    connect(&listing_, &FolderListing::changed, this, &FolderPanel::refreshNow);
+    go(root());
+  }
+
+ protected:
+  QString heading() const override {
+    const QString folder = listing_.request().folder;
+    const bool named = folder == root() && (!widget().title.isEmpty() || widget().kind == "downloads"_L1);
+    const QString name = PinnedTiles::nameOf(folder);
+    return named || name.isEmpty() ? title() : name;
+  }
+
+  void refresh(const TileSources& sources) override {
+    const FolderContents& contents = listing_.contents();
+    const bool inside = listing_.request().folder != root();
+    back_->setVisible(inside);
+    order_->setChosen(order() == FolderOrder::Name ? 1 : 0);
+    if (root().isEmpty()) {
+      showEmpty({definition().symbol,
+                 {},
+                 title(),
+                 PanelWords::tr("Choose the folder that this tile shows."),
+                 PanelWords::tr("Choose Folder…"),
+                 editor()});
+      return;
+    }
+    if (listing_.loaded() && contents.entries.isEmpty() && !inside) {
+      const QString sentence = contents.problem.isEmpty() ? PanelWords::tr("This folder is empty.") : contents.problem;
+      showEmpty({definition().symbol,
+                 {},
+                 title(),
+                 sentence,
+                 contents.problem.isEmpty() ? PanelWords::tr("Open in Files") : QString(),
+                 opener()});
+      return;
+    }
+    hideEmpty();
+    setMessage(contents.problem);
+    items_.set(contents.entries, FileItems::Caption::None, sources.now, sources.locale);
+    const bool more = contents.total > contents.entries.size();
+    rest_->setVisible(more || contents.entries.isEmpty());
+    if (more)
+      rest_->setText(
+          PanelWords::tr("%1 of %2 shown")
+              .arg(sources.locale.toString(contents.entries.size()), sources.locale.toString(contents.total)));
+    else
+      rest_->setText(!listing_.loaded()           ? PanelWords::tr("Looking…")
+                     : contents.problem.isEmpty() ? PanelWords::tr("This folder is empty.")
+                                                  : QString());
+  }
+
+ private:
+  QString root() const { return widgetFolder(widget()); }
+  FolderOrder order() const {
+    return widget().options.value(kSortKey) == "name"_L1 ? FolderOrder::Name : FolderOrder::Newest;
+  }
+  std::function<void()> editor() const {
+    if (!context().actions.openEditor) return {};
+    return [edit = context().actions.openEditor, id = context().widget] { edit(id); };
+  }
+  std::function<void()> opener() const {
+    if (!context().actions.openPath) return {};
+    return [open = context().actions.openPath, path = root()] { open(path); };
+  }
+
+  void go(const QString& folder) {
+    if (folder.isEmpty()) return;
+    const FolderRequest request{folder, order()};
+    if (const auto& fixed = context().readings.fixedFolder)
+      listing_.setFixed(request, fixed(request));
+    else
+      listing_.show(request);
+    refreshNow();
+  }
+
+  void open(const QString& path) {
+    const FolderEntry entry = items_.of(path);
+    if (entry.isFolder) {
+      go(path);
+    } else if (context().actions.openPath) {
+      context().actions.openPath(path);
+      Q_EMIT closeRequested();
+    }
+  }
+
+  FolderListing listing_;
+  IconButton* back_;
+  Segments* order_;
+  ItemView* view_;
+  TextLabel* rest_;
+  FileItems items_;
+};
+
+}  // namespace
+
+std::unique_ptr<TilePanel> makeFolderPanel(const PanelContext& context) {
+  return std::make_unique<FolderPanel>(context);
+}
+
+}  // namespace tarnwick

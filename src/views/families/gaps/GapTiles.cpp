@@ -1,0 +1,26 @@
+#include "views/families/gaps/GapTiles.h"
+
+#include "views/theme/ClearMarks.h"
+#include "views/tiles/TileCanvas.h"
+
+namespace tarnwick {
+
+SeparatorContent makeSeparator(const TileRequest&) { return {}; }
+TileText describe(const SeparatorContent&, const QString& name) { return {name, {}}; }
+
+void paint(TileCanvas& canvas, const SeparatorContent&) {
+  const double top = theme::kTileMiddle - theme::kSeparatorHeight / 2;
+  const QRectF line = canvas.snapped(QRectF(canvas.width() / 2 - 0.5, top, 1, theme::kSeparatorHeight));
+  ClearMarks::drawLine(canvas.painter(), line, canvas.colors().separator, canvas.colors());
+}
+
+SpaceContent makeSpace(const TileRequest&) { return {}; }
+TileText describe(const SpaceContent&, const QString& name) { return {name, {}}; }
+
+void paint(TileCanvas& canvas, const SpaceContent&) {
+  if (!canvas.isEditing()) return;
+  const QRectF place = canvas.snapped(QRectF(0, 0, canvas.width(), theme::kTileHeight));
+  ClearMarks::drawGap(canvas.painter(), place, theme::kTileCorner, canvas.colors());
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,259 @@
+#include "views/families/notes/TodosPanel.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <algorithm>
+#include <functional>
+
+#include "views/controls/Bleed.h"
+#include "views/controls/Buttons.h"
+#include "views/controls/Fields.h"
+#include "views/controls/Rows.h"
+#include "views/panels/PanelWords.h"
+#include "views/panels/PutBack.h"
+#include "views/theme/Glass.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// What a hand can do to one thing to do.
+struct TodoDeeds {
+  std::function<void()> toggle;
+  std::function<void(const QString& text)> rename;
+  std::function<void()> remove;
+};
+
+/// One thing to do. Its buttons to edit and to delete it show under the pointer and the keyboard; F2 and the
+/// Delete key do the same.
+class TodoRow final : public QWidget {
+ public:
+  TodoRow(const TodoItem& item, bool parted, TodoDeeds deeds)
+      : parted_(parted),
+        text_(item.text),
+        check_(new CheckRow(item.text.simplified())),
+        field_(new TextField(PanelWords::tr("To-do"))),
+        edit_(button(u"square.and.pencil"_s, PanelWords::tr("Edit %1"))),
+        remove_(button(u"trash"_s, PanelWords::tr("Delete %1"))),
+        deeds_(std::move(deeds)) {
+    auto* line = new QHBoxLayout(this);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->setSpacing(0);
+    line->addWidget(check_, 1);
+    line->addWidget(field_, 1);
+    line->addWidget(edit_);
+    line->addWidget(remove_);
+    check_->setChecked(item.completed);
+    check_->setToolTip(item.text);
+    for (QWidget* part : std::initializer_list<QWidget*>{check_, field_, edit_, remove_})
+      part->installEventFilter(this);
+    field_->hide();
+    setAttribute(Qt::WA_Hover);
+    connect(check_, &QAbstractButton::clicked, this, [this] { deeds_.toggle(); });
+    connect(edit_, &QPushButton::clicked, this, [this] { beginEditing(); });
+    connect(remove_, &QPushButton::clicked, this, [this] { deeds_.remove(); });
+    connect(field_, &QLineEdit::editingFinished, this, [this] { endEditing(true); });
+  }
+
+  CheckRow* check() { return check_; }
+
+  /// Takes what stands in the field, if it is open; a text of blanks changes nothing.
+  void finish() { endEditing(true); }
+
+ protected:
+  bool event(QEvent* event) override {
+    if (event->type() == QEvent::HoverEnter || event->type() == QEvent::HoverLeave) reveal();
+    return QWidget::event(event);
+  }
+  void paintEvent(QPaintEvent*) override {
+    if (!parted_) return;
+    QPainter painter(this);
+    painter.fillRect(QRectF(0, 0, width(), hairline(painter)), lookOf(*this).palette.hairline);
+  }
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::KeyPress && keyPressed(watched, static_cast<QKeyEvent*>(event)->key())) return true;
+    // Where the focus goes is known only after it left.
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
+      QMetaObject::invokeMethod(
+          this, [this] { reveal(); }, Qt::QueuedConnection);
+    return QWidget::eventFilter(watched, event);
+  }
+
+ private:
+  IconButton* button(const QString& symbol, const QString& label) {
+    auto* made = new IconButton(symbol, label.arg(text_.simplified().left(80)));
+    made->setGround(false);
+    made->setTone(Tone::Secondary);
+    QSizePolicy policy = made->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    made->setSizePolicy(policy);
+    made->hide();
+    return made;
+  }
+
+  bool keyPressed(const QObject* watched, int key) {
+    if (watched == field_) {
+      if (key != Qt::Key_Escape) return false;
+      endEditing(false);
+      return true;
+    }
+    if (key == Qt::Key_Delete) deeds_.remove();
+    if (key == Qt::Key_F2) beginEditing();
+    return key == Qt::Key_Delete || key == Qt::Key_F2;
+  }
+
+  void beginEditing() {
+    field_->setText(text_);
+    check_->hide();
+    field_->show();
+    field_->setFocus();
+    field_->selectAll();
+    reveal();
+  }
+
+  void endEditing(bool keep) {
+    if (field_->isHidden()) return;
+    const bool hadFocus = field_->hasFocus();
+    const QString text = field_->text().trimmed();
+    field_->hide();
+    check_->show();
+    if (hadFocus) check_->setFocus();
+    if (keep && !text.isEmpty() && text != text_) deeds_.rename(text);
+  }
+
+  void reveal() {
+    const bool reached = underMouse() || check_->hasFocus() || edit_->hasFocus() || remove_->hasFocus();
+    edit_->setVisible(reached && field_->isHidden());
+    remove_->setVisible(reached && field_->isHidden());
+  }
+
+  bool parted_;
+  QString text_;
+  CheckRow* check_;
+  TextField* field_;
+  IconButton* edit_;
+  IconButton* remove_;
+  TodoDeeds deeds_;
+};
+
+class TodosPanel final : public TilePanel {
+ public:
+  explicit TodosPanel(const PanelContext& context)
+      : TilePanel(context),
+        field_(new TextField(PanelWords::tr("Add a to-do"))),
+        nothing_(new TextLabel(PanelWords::tr("Nothing to do"), TextStyle::Body, Tone::Secondary)),
+        rows_(new QVBoxLayout),
+        clear_(new Button(PanelWords::tr("Clear completed"), Button::Role::Quiet)) {
+    field_->setPlaceholderText(PanelWords::tr("Add a to-do"));
+    field_->setSymbol(u"plus"_s);
+    nothing_->setAlignment(Qt::AlignCenter);
+    nothing_->setFixedHeight(theme::kTallRowHeight);
+    rows_->setContentsMargins(0, 0, 0, 0);
+    rows_->setSpacing(0);
+    body().addWidget(field_);
+    beginWith(*field_);
+    body().addSpacing(theme::kSectionBelow);
+    body().addLayout(rows_);
+    body().addWidget(nothing_);
+    // The word, not the button around it, begins where the rows do.
+    auto* footer = new QWidget;
+    footer->setFixedHeight(theme::kRowHeight);
+    auto* line = new QHBoxLayout(footer);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->addWidget(clear_, 0, Qt::AlignLeft | Qt::AlignBottom);
+    addBleeding(body(), footer);
+    keepDraft(*field_);
+    connect(field_, &QLineEdit::returnPressed, this, [this] {
+      store().addTodo(field_->text());
+      field_->clear();
+    });
+    connect(clear_, &QPushButton::clicked, this, [this] {
+      remove(std::mem_fn(&TodoItem::completed));
+      field_->setFocus();
+    });
+  }
+
+ protected:
+  void refresh(const TileSources&) override {
+    // The document itself: what tiles show may be cut or late.
+    const QList<TodoItem>& todos = store().config().todos;
+    const auto done = std::ranges::count(todos, true, &TodoItem::completed);
+    header().setNote(todos.isEmpty() ? QString() : PanelWords::tr("%1 of %2 done").arg(done).arg(todos.size()));
+    if (isFilled_ && todos == shown_) return;
+    isFilled_ = true;
+    fill(todos);
+    nothing_->setVisible(todos.isEmpty());
+    clear_->parentWidget()->setVisible(done > 0);
+  }
+
+  void hideEvent(QHideEvent* event) override {
+    for (int i = 0; i < rows_->count(); ++i) static_cast<TodoRow*>(rows_->itemAt(i)->widget())->finish();
+    TilePanel::hideEvent(event);
+  }
+
+ private:
+  void fill(const QList<TodoItem>& todos) {
+    shown_ = todos;
+    const auto* focused = QApplication::focusWidget();
+    int focusedRow = -1;
+    for (int i = 0; i < rows_->count(); ++i)
+      if (focused && rows_->itemAt(i)->widget()->isAncestorOf(focused)) focusedRow = i;
+    while (QLayoutItem* item = rows_->takeAt(0)) {
+      item->widget()->hide();
+      item->widget()->deleteLater();
+      delete item;
+    }
+    for (const bool completed : {false, true})
+      for (const TodoItem& item : todos)
+        if (item.completed == completed) addRow(item);
+    // Whoever works through the list by keyboard stays in it.
+    if (focusedRow < 0) return;
+    const int next = std::min(focusedRow, rows_->count() - 1);
+    if (next < 0)
+      field_->setFocus();
+    else
+      static_cast<TodoRow*>(rows_->itemAt(next)->widget())->check()->setFocus();
+  }
+
+  void addRow(const TodoItem& item) {
+    TodoDeeds deeds;
+    deeds.toggle = [this, id = item.id] { store().toggleTodo(id); };
+    deeds.rename = [this, id = item.id](const QString& text) {
+      store().edit([&](DockConfiguration& config) {
+        for (TodoItem& each : config.todos)
+          if (each.id == id) each.text = text;
+      });
+    };
+    deeds.remove = [this, id = item.id] { remove([&id](const TodoItem& each) { return each.id == id; }); };
+    rows_->addWidget(new TodoRow(item, rows_->count() > 0, std::move(deeds)));
+  }
+
+  template <class Test>
+  void remove(Test test) {
+    const QList<TodoItem> before = store().config().todos;
+    store().edit([&](DockConfiguration& config) { config.todos.removeIf(test); });
+    const auto removed = before.size() - store().config().todos.size();
+    if (removed == 0) return;
+    offerUndo(removed == 1 ? PanelWords::tr("The to-do was deleted.")
+                           : PanelWords::tr("%1 to-dos were deleted.").arg(removed),
+              [store = &store(), before] {
+                store->edit([&before](DockConfiguration& config) { putBack(config.todos, before, &TodoItem::id); });
+              });
+  }
+
+  TextField* field_;
+  TextLabel* nothing_;
+  QVBoxLayout* rows_;
+  Button* clear_;
+  QList<TodoItem> shown_;
+  bool isFilled_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<TilePanel> makeTodosPanel(const PanelContext& context) { return std::make_unique<TodosPanel>(context); }
+
+}  // namespace tarnwick

@@ -1,0 +1,101 @@
+#include "views/families/timers/TimerFacts.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "views/tiles/TileWords.h"
+#include "widgets/PhaseMath.h"
+#include "widgets/TickCadence.h"
+#include "widgets/TimeMath.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double kMinute = 60;
+/// Below this a countdown is over: what is left of the beat in which it ends.
+constexpr double kNothing = 0.001;
+
+bool isPomodoro(const DockWidget& widget) { return widget.kind == "pomodoro"_L1; }
+bool isPosture(const DockWidget& widget) { return widget.kind == "posture"_L1; }
+
+QString phaseOf(const DockWidget& widget) {
+  const QString phase = widget.options.value(u"phase"_s);
+  if (!phase.isEmpty()) return phase;
+  if (isPomodoro(widget)) return u"work"_s;
+  return isPosture(widget) ? u"seated"_s : QString();
+}
+
+void countSessions(TimerFacts& facts, const DockWidget& widget) {
+  facts.round = static_cast<int>(std::clamp(std::trunc(widget.number(u"cycleLength"_s, 4)), 1.0, 12.0));
+  const double finished = std::max(0.0, std::trunc(widget.number(u"sessions"_s, 0)));
+  facts.session = static_cast<int>(std::fmod(finished, facts.round));
+  // The long break belongs to the round that it ends.
+  if (facts.session == 0 && finished > 0 && facts.rests) facts.session = facts.round;
+}
+
+QString wordOf(const TimerFacts& facts, const DockWidget& widget) {
+  const bool between = facts.fresh && widget.options.contains(u"phase"_s);  // Stopped before this phase began.
+  if (!facts.phase.isEmpty() && (facts.running || between)) return facts.phase;
+  if (facts.running) return TileWords::tr("Running");
+  if (facts.ended) return widget.kind == "exercise"_L1 ? TileWords::tr("Time to move") : TileWords::tr("Done");
+  return facts.fresh ? TileWords::tr("Ready") : TileWords::tr("Paused");
+}
+
+}  // namespace
+
+QString TimerFacts::figure() const {
+  // A countdown shows the second that has begun: 25:00 stands for a whole second, and 00:00 is the end.
+  return TimeMath::display(whole > 0 ? std::ceil(seconds - kNothing) : seconds);
+}
+
+TimerFacts timerFacts(const DockWidget& widget, const QDateTime& now) {
+  TimerFacts facts;
+  facts.running = Ticking::timerIsRunning(widget);
+  if (widget.kind == "stopwatch"_L1) {
+    facts.seconds = std::max(0.0, TimeMath::elapsed(widget, now));
+    facts.fresh = !facts.running && facts.seconds < kNothing;
+    facts.share = std::fmod(std::floor(facts.seconds), kMinute) / kMinute;
+    facts.word = wordOf(facts, widget);
+    return facts;
+  }
+  const QString phase = phaseOf(widget);
+  facts.phase = timerPhaseName(phase);
+  if (isPomodoro(widget))
+    facts.whole = PomodoroMath::duration(widget, phase);
+  else if (isPosture(widget))
+    facts.whole = PostureMath::duration(widget, phase);
+  else
+    facts.whole = std::max(1.0, widget.number(u"minutes"_s, 25) * kMinute);
+  facts.seconds = TimeMath::remaining(widget, now);
+  facts.fresh = !facts.running && facts.seconds >= facts.whole - kNothing;
+  facts.ended = !facts.running && facts.seconds < kNothing;
+  facts.rests = isPomodoro(widget) && phase != "work"_L1;
+  if (isPomodoro(widget)) countSessions(facts, widget);
+  const double left = std::clamp(facts.seconds / facts.whole, 0.0, 1.0);
+  if (!facts.fresh) facts.share = isPomodoro(widget) ? 1 - left : left;
+  facts.word = wordOf(facts, widget);
+  return facts;
+}
+
+QString timerPhaseName(const QString& phase) {
+  if (phase == "work"_L1) return TileWords::tr("Focus");
+  if (phase == "shortBreak"_L1) return TileWords::tr("Short break");
+  if (phase == "longBreak"_L1) return TileWords::tr("Long break");
+  if (phase == "seated"_L1) return TileWords::tr("Seated");
+  if (phase == "standing"_L1) return TileWords::tr("Standing");
+  return {};
+}
+
+QString nextTimerPhase(const DockWidget& widget) {
+  DockWidget ended = widget;
+  ended.options.insert(u"deadline"_s, u"0"_s);
+  ended.options.remove(u"autoContinue"_s);
+  const QDateTime end = QDateTime::fromSecsSinceEpoch(0);
+  const DockWidget next = isPomodoro(widget) ? PomodoroMath::advance(ended, end) : PostureMath::advance(ended, end);
+  return next.options.value(u"phase"_s);
+}
+
+}  // namespace tarnwick

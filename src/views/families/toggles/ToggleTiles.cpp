@@ -1,0 +1,73 @@
+#include "views/families/toggles/ToggleTiles.h"
+
+#include <QStringList>
+
+#include "views/tiles/TileCanvas.h"
+#include "views/tiles/ToggleChoice.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double kRadius = 16.5;
+constexpr double kPitch = 37.3;
+constexpr double kSymbol = 18;
+
+QPointF centreOf(qsizetype index, qsizetype count, double width) {
+  const double first = (width - kPitch * static_cast<double>(count - 1)) / 2;
+  return {first + kPitch * static_cast<double>(index), theme::kTileMiddle};
+}
+
+}  // namespace
+
+TogglesContent makeToggles(const TileRequest& request) {
+  TogglesContent content;
+  for (const Toggle toggle : ToggleChoice::of(request.widget.options.value(ToggleChoice::key()))) {
+    const auto state = request.sources.toggles.constFind(toggle);
+    const bool known = state != request.sources.toggles.constEnd();
+    content.marks.append({toggle, known && state->on, known && state->capability.available,
+                          known ? state->capability.reason : QString()});
+  }
+  return content;
+}
+
+TileText describe(const TogglesContent& content, const QString& name) {
+  QStringList on;
+  QStringList missing;
+  for (const ToggleMark& mark : content.marks) {
+    const QString toggle = ToggleChoice::name(mark.toggle);
+    if (mark.on) on.append(toggle);
+    if (!mark.available && !mark.reason.isEmpty()) missing.append(u"%1: %2"_s.arg(toggle, mark.reason));
+  }
+  if (!on.isEmpty()) missing.prepend(on.join(u", "_s));
+  return {name, missing.join(u" · "_s)};
+}
+
+void paint(TileCanvas& canvas, const TogglesContent& content) {
+  QPainter& painter = canvas.painter();
+  for (qsizetype i = 0; i < content.marks.size(); ++i) {
+    const ToggleMark& mark = content.marks[i];
+    const QPointF centre = centreOf(i, content.marks.size(), canvas.width());
+    painter.save();
+    if (!mark.available) painter.setOpacity(painter.opacity() * theme::kDisabledOpacity);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(mark.on ? canvas.accent() : canvas.colors().toggleOff);
+    painter.drawEllipse(centre, kRadius, kRadius);
+    canvas.symbol(ToggleChoice::symbol(mark.toggle), centre, kSymbol,
+                  mark.on ? canvas.colors().inkOnAccent : canvas.colors().primary);
+    painter.restore();
+  }
+}
+
+std::optional<int> partAt(const TogglesContent& content, const TileClick& click) {
+  for (qsizetype i = 0; i < content.marks.size(); ++i) {
+    const QPointF away = click.point - centreOf(i, content.marks.size(), click.width);
+    if (content.marks[i].available && QPointF::dotProduct(away, away) <= kRadius * kRadius)
+      return static_cast<int>(content.marks[i].toggle);
+  }
+  return std::nullopt;
+}
+
+}  // namespace tarnwick

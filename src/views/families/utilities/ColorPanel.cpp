@@ -1,0 +1,246 @@
+#include "views/families/utilities/ColorPanel.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QSignalBlocker>
+#include <array>
+#include <cmath>
+
+#include "store/DocumentEdits.h"
+#include "views/controls/Bleed.h"
+#include "views/controls/Buttons.h"
+#include "views/controls/Fields.h"
+#include "views/controls/Rows.h"
+#include "views/controls/Slider.h"
+#include "views/families/utilities/UtilityOptions.h"
+#include "views/panels/PanelWords.h"
+#include "views/theme/Theme.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype kRecent = 8;
+constexpr int kSwatchHeight = 56;
+constexpr int kSwatchCorner = 10;
+constexpr int kSliderLabel = 76;
+constexpr int kMostHue = 359;
+
+QStringList recentColors(const DockWidget& widget) {
+  QStringList colors;
+  for (const QString& text : widget.options.value(u"recentColors"_s).split(u' ', Qt::SkipEmptyParts))
+    if (const auto color = colorOfHex(text); color && colors.size() < kRecent) colors.append(hexOf(*color));
+  return colors;
+}
+
+/// A field of one color. One that can be clicked is named by its color.
+class Swatch final : public PaintedButton {
+ public:
+  explicit Swatch(int height) : PaintedButton(QString()) {
+    setFixedHeight(height);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  }
+  void setColor(const std::optional<QColor>& color) {
+    color_ = color;
+    setLabel(color ? hexOf(*color) : PanelWords::tr("No color"));
+    setToolTip(label());
+    update();
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    prepare(painter);
+    const double corner = height() < kSwatchHeight ? theme::kButtonCorner : kSwatchCorner;
+    if (color_) drawRounded(painter, rect(), corner, *color_);
+    drawInnerLine(painter, rect(), corner, 1, look().palette.separator);
+    if (showsFocus()) drawFocusLine(painter, rect(), corner, look());
+  }
+
+ private:
+  std::optional<QColor> color_;
+};
+
+class ColorPanel final : public TilePanel {
+ public:
+  explicit ColorPanel(const PanelContext& context)
+      : TilePanel(context), swatch_(new Swatch(kSwatchHeight)), field_(new TextField(PanelWords::tr("Hex color"))) {
+    swatch_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    swatch_->setFocusPolicy(Qt::NoFocus);
+    body().addWidget(swatch_);
+    body().addSpacing(theme::kRowBleed);
+    if (context.actions.pickColor) {
+      auto* pick = new Button(PanelWords::tr("Pick from Screen"), Button::Role::Primary);
+      pick->setSymbol(u"eyedropper.halffull"_s);
+      connect(pick, &QPushButton::clicked, this, [this] { pickFromScreen(); });
+      body().addWidget(pick);
+      body().addSpacing(theme::kRowBleed);
+    }
+    field_->setPlaceholderText(u"#2E8C94"_s);
+    body().addWidget(field_);
+    body().addSpacing(theme::kSectionBelow);
+    for (std::size_t i = 0; i < sliders_.size(); ++i) addSlider(i);
+    if (context.actions.copyText) addForms();
+    addRecent();
+    connect(field_, &QLineEdit::textEdited, this, [this](const QString& text) {
+      if (const auto color = colorOfHex(text)) setOption(u"color"_s, hexOf(*color));
+    });
+    const auto isUnfinished = [this] { return !colorOfHex(field_->text()) && !field_->text().trimmed().isEmpty(); };
+    connect(field_, &QLineEdit::textChanged, this, [this, isUnfinished] { field_->setFaulty(isUnfinished()); });
+    keepDraft(*field_, isUnfinished);
+    connect(field_, &QLineEdit::editingFinished, this, [this] {
+      if (colorOfHex(field_->text())) takeColor(store(), this->context().widget, field_->text());
+    });
+  }
+
+ protected:
+  void refresh(const TileSources&) override {
+    const auto color = colorOfHex(widget().options.value(u"color"_s));
+    const QStringList recent = recentColors(widget());
+    if (isFilled_ && color == color_ && recent == recent_) return;
+    isFilled_ = true;
+    // A gray has no hue and black no saturation, but the sliders stay where the hand left them.
+    if (color && color->rgb() != mixed().rgb()) moveSliders(*color);
+    color_ = color;
+    recent_ = recent;
+    swatch_->setColor(color);
+    if (!field_->hasFocus() || colorOfHex(field_->text()) != color) field_->setText(color ? hexOf(*color) : QString());
+    for (std::size_t i = 0; i < forms_.size(); ++i)
+      if (forms_[i]) forms_[i]->setValue(color ? formOf(i, *color) : u"–"_s, Tone::Secondary);
+    recentLabel_->setVisible(!recent.isEmpty());
+    for (qsizetype i = 0; i < kRecent; ++i) {
+      Swatch* swatch = recentSwatches_[static_cast<std::size_t>(i)];
+      swatch->setVisible(i < recent.size());
+      if (i < recent.size()) swatch->setColor(colorOfHex(recent[i]));
+    }
+  }
+
+ private:
+  void pickFromScreen() {
+    // The dock's panels may be gone by the time that the user has picked.
+    const QPointer<AppStore> store = &this->store();
+    context().actions.pickColor([store, id = context().widget](const QString& hex) {
+      if (store) takeColor(*store, id, hex);
+    });
+  }
+
+  void addSlider(std::size_t index) {
+    static constexpr std::array names = {QT_TRANSLATE_NOOP("Panels", "Hue"), QT_TRANSLATE_NOOP("Panels", "Saturation"),
+                                         QT_TRANSLATE_NOOP("Panels", "Brightness")};
+    const QString name = PanelWords::tr(names[index]);
+    auto* label = new TextLabel(name, TextStyle::ListRow, Tone::Secondary);
+    label->setFixedWidth(kSliderLabel);
+    auto* slider = new Slider(name);
+    if (index == 0) {
+      slider->setRange(0, kMostHue);
+      slider->setFormat([](int value) { return u"%1°"_s.arg(value); });
+    }
+    connect(slider, &QAbstractSlider::sliderMoved, this, [this] { mix(); });
+    connect(slider, &QAbstractSlider::valueChanged, this, [this] { mix(); });
+    connect(slider, &QAbstractSlider::sliderReleased, this,
+            [this] { takeColor(store(), context().widget, hexOf(mixed())); });
+    auto* row = new QHBoxLayout;
+    row->addWidget(label);
+    row->addWidget(slider, 1);
+    body().addLayout(row);
+    sliders_[index] = slider;
+  }
+
+  void addForms() {
+    static constexpr std::array names = {"HEX", "RGB", "HSL"};
+    body().addSpacing(theme::kSectionBelow);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      auto* row = new ListRow(QString::fromLatin1(names[i]));
+      row->setClickable(true);
+      row->setParted(i > 0);
+      row->setToolTip(PanelWords::tr("Copy"));
+      connect(row, &QPushButton::clicked, this, [this, i] {
+        if (!color_) return;
+        context().actions.copyText(formOf(i, *color_));
+        takeColor(store(), context().widget, hexOf(*color_));
+        header().setNote(PanelWords::tr("Copied"));
+      });
+      addBleeding(body(), row);
+      forms_[i] = row;
+    }
+  }
+
+  void addRecent() {
+    recentLabel_ = addSection(PanelWords::tr("Recent"));
+    auto* row = new QHBoxLayout;
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(theme::kButtonSymbolGap);
+    for (Swatch*& swatch : recentSwatches_) {
+      swatch = new Swatch(theme::kControlHeight);
+      swatch->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+      swatch->setFixedWidth(theme::kControlHeight + 2);
+      connect(swatch, &QPushButton::clicked, this,
+              [this, swatch] { takeColor(store(), context().widget, swatch->label()); });
+      row->addWidget(swatch);
+    }
+    row->addStretch();
+    body().addLayout(row);
+  }
+
+  QColor mixed() const {
+    return QColor::fromHsvF(static_cast<float>(sliders_[0]->sliderPosition()) / (kMostHue + 1),
+                            static_cast<float>(sliders_[1]->sliderPosition()) / 100,
+                            static_cast<float>(sliders_[2]->sliderPosition()) / 100);
+  }
+
+  void mix() { setOption(u"color"_s, hexOf(mixed())); }
+
+  void moveSliders(const QColor& color) {
+    const float hue = color.hsvHueF();
+    const std::array values = {
+        hue < 0 ? sliders_[0]->value() : static_cast<int>(std::lround(hue * (kMostHue + 1))) % (kMostHue + 1),
+        static_cast<int>(std::lround(color.hsvSaturationF() * 100)),
+        static_cast<int>(std::lround(color.valueF() * 100))};
+    for (std::size_t i = 0; i < sliders_.size(); ++i) {
+      const QSignalBlocker quiet(sliders_[i]);
+      sliders_[i]->setValue(values[i]);
+      sliders_[i]->update();
+    }
+  }
+
+  static QString formOf(std::size_t form, const QColor& color) {
+    if (form == 0) return hexOf(color);
+    if (form == 1) return u"rgb(%1, %2, %3)"_s.arg(color.red()).arg(color.green()).arg(color.blue());
+    const auto percent = [](float share) { return std::lround(share * 100); };
+    return u"hsl(%1, %2%, %3%)"_s.arg(std::max(0, color.hslHue()))
+        .arg(percent(color.hslSaturationF()))
+        .arg(percent(color.lightnessF()));
+  }
+
+  Swatch* swatch_;
+  TextField* field_;
+  std::array<Slider*, 3> sliders_{};
+  std::array<ListRow*, 3> forms_{};
+  SectionLabel* recentLabel_ = nullptr;
+  std::array<Swatch*, kRecent> recentSwatches_{};
+  std::optional<QColor> color_;
+  QStringList recent_;
+  bool isFilled_ = false;
+};
+
+}  // namespace
+
+void takeColor(AppStore& store, const QUuid& widget, const QString& hex) {
+  const auto color = colorOfHex(hex);
+  const DockWidget* stored = DocumentEdits::find(store.config(), widget);
+  if (!color || !stored) return;
+  DockWidget changed = *stored;
+  QStringList recent = recentColors(changed);
+  recent.removeAll(hexOf(*color));
+  recent.prepend(hexOf(*color));
+  if (recent.size() > kRecent) recent.resize(kRecent);
+  changed.options.insert(u"color"_s, hexOf(*color));
+  changed.options.insert(u"recentColors"_s, recent.join(u' '));
+  store.update(changed);
+}
+
+std::unique_ptr<TilePanel> makeColorPanel(const PanelContext& context) { return std::make_unique<ColorPanel>(context); }
+
+}  // namespace tarnwick

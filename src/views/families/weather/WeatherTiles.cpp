@@ -1,0 +1,86 @@
+#include "views/families/weather/WeatherTiles.h"
+
+#include "views/tiles/TileCanvas.h"
+#include "views/tiles/TileWords.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double kPicture = 32;
+constexpr double kPictureTop = 4;
+constexpr double kFigureLeastRight = 4;
+constexpr double kFigureLeft = 48;
+constexpr double kPlaceBaseline = 51;
+constexpr double kNameBaseline = 44;
+constexpr double kWordBaseline = 56.5;
+
+/// The largest in which the whole figure stands on the tile: in hard winters it has three characters.
+TextStyle figureStyle(const TileCanvas& canvas, const QString& figure) {
+  const double room = canvas.width() - kFigureLeft - kFigureLeastRight;
+  for (const TextStyle style : {TextStyle::Headline, TextStyle::Figure17})
+    if (canvas.line(figure, style).width() <= room) return style;
+  return TextStyle::Title;
+}
+
+void paintReading(TileCanvas& canvas, const WeatherReading& reading) {
+  const double lower = canvas.showsCaption() ? 0 : 12;
+  drawWeather(canvas.painter(), reading.picture, {theme::kPictureInset, kPictureTop + lower}, kPicture,
+              canvas.colors().pictures);
+  double baseline = theme::kHeadlineBaseline;
+  const TextStyle style = figureStyle(canvas, reading.temperature);
+  if (!canvas.showsCaption()) baseline = TileCanvas::centredBaseline(canvas.line(reading.temperature, style));
+  canvas.figure(kFigureLeft, baseline, style, reading.temperature);
+  if (canvas.showsCaption())
+    canvas.text(theme::kTextLeft, kPlaceBaseline, canvas.roomAfter(theme::kTextLeft), TextStyle::Caption, reading.place,
+                canvas.colors().secondary);
+}
+
+void paintUnconnected(TileCanvas& canvas, const QString& name) {
+  using namespace theme;
+  QPainter& painter = canvas.painter();
+  const bool words = canvas.showsCaption();
+  painter.save();
+  painter.setOpacity(painter.opacity() * kUnconnectedOpacity);
+  // Without words the picture has the whole tile to itself.
+  const QPointF topLeft = words ? QPointF(kPictureInset, 1.5) : QPointF((canvas.width() - kPicture) / 2, 15);
+  drawWeather(painter, WeatherPicture::CloudSun, topLeft, words ? 28 : kPicture, canvas.colors().pictures);
+  painter.restore();
+  if (!words) return;
+  const double room = canvas.roomAfter(kTextLeft);
+  const double nameBaseline = canvas.showsLastRow() ? kNameBaseline : kCaptionBaseline;
+  canvas.text(kTextLeft, nameBaseline, room, TextStyle::TabLabel, name, canvas.colors().primary);
+  if (canvas.showsLastRow())
+    canvas.text(kTextLeft, kWordBaseline, room, TextStyle::Caption, choosePlaceWord(), canvas.accentWord());
+}
+
+/// The word on tiles that know no place yet.
+QString choosePlaceWord() { return TileWords::tr("Set place"); }
+
+}  // namespace
+
+CurrentWeatherContent makeCurrentWeather(const TileRequest& request) {
+  return {request.sources.weather, request.title()};
+}
+
+TileText describe(const CurrentWeatherContent& content, const QString& name) {
+  if (!content.reading) return {name, choosePlaceWord()};
+  QStringList parts{content.reading->place, content.reading->temperature, content.reading->condition};
+  parts.removeAll(QString());
+  return {name, parts.join(u", "_s)};
+}
+
+void paint(TileCanvas& canvas, const CurrentWeatherContent& content) {
+  content.reading ? paintReading(canvas, *content.reading) : paintUnconnected(canvas, content.name);
+}
+
+GenericContent makePlacelessWeather(const TileRequest& request) {
+  GenericContent content = makeGeneric(request);
+  content.word = choosePlaceWord();
+  content.opensEditor = true;
+  return content;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "views/tiles/TileRequest.h"
+#include "views/tiles/TileText.h"
+
+namespace tarnwick {
+
+class TileCanvas;
+
+/// What a widget shows while it has nothing of its own to show: its symbol or its service's badge, its name, and one
+/// word that says what is missing.
+struct GenericContent {
+  QString name;
+  QString word;
+  QString symbol;            ///< Empty where a badge stands for a service.
+  QString initial;           ///< On the badge.
+  bool opensEditor = false;  ///< Whether the word is something to do, which is what the accent says.
+  QString sentence = {};     ///< In the tip, in place of the word.
+
+  bool operator==(const GenericContent&) const = default;
+};
+GenericContent makeGeneric(const TileRequest& request);
+TileText describe(const GenericContent& content, const QString& name);
+void paint(TileCanvas& canvas, const GenericContent& content);
+
+}  // namespace tarnwick
