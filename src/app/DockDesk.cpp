@@ -9,6 +9,7 @@
 #include "store/AppStore.h"
 #include "views/dock/StoreSources.h"
 #include "views/dock/UndoBubble.h"
+#include "views/families/Rooms.h"
 
 namespace tarnwick {
 namespace {
@@ -253,7 +254,7 @@ void DockDesk::addQuestions(DockActions& actions) {
   actions.completeReminder = [this](const Reminder& reminder) { parts_.readings->setCompleted(reminder, true); };
   actions.openUrl = [this](const QUrl& url) { parts_.opener->open(url); };
   actions.addReadings = [this](ReadingFacts& readings, const QList<DockWidget>& widgets) {
-    addReadings(readings, widgets, parts_.readings->services());
+    Rooms::read(readings, widgets, parts_.readings->services());
   };
   actions.uses24Hour = [this] { return parts_.readings->uses24Hour(); };
   actions.reducesMotion = [this] { return parts_.motion->reducesMotion(); };

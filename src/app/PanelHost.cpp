@@ -6,8 +6,9 @@
 #include "desktop/FrameClock.h"
 #include "desktop/MotionPreference.h"
 #include "store/AppStore.h"
-#include "views/families/Panels.h"
+#include "views/families/Rooms.h"
 #include "views/panels/PanelPresentation.h"
+#include "views/panels/TilePanel.h"
 
 namespace tarnwick {
 

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QString>
-
 #include "config/DockWidget.h"
 
 namespace tarnwick {
@@ -10,9 +8,6 @@ namespace tarnwick {
 enum class TickCadence { Second, Minute, Still };
 
 struct Ticking {
-  static TickCadence cadence(const QString& family, const QString& kind, bool running);
-  /// Of a widget as it is now: its kind's cadence, with its timer running or not.
-  static TickCadence cadence(const DockWidget& widget);
   static bool timerIsRunning(const DockWidget& widget);
 };
 

@@ -16,11 +16,12 @@
 #include "views/controls/Rows.h"
 #include "views/controls/Slider.h"
 #include "views/controls/Switch.h"
-#include "views/families/Panels.h"
+#include "views/families/Rooms.h"
 #include "views/families/calendar/AgendaRow.h"
 #include "views/families/notes/NoteTiles.h"
 #include "views/families/utilities/ColorPanel.h"
 #include "views/families/utilities/EmojiTable.h"
+#include "views/panels/TilePanel.h"
 #include "views/snapshot/SnapshotFixture.h"
 
 namespace tarnwick {

@@ -10,7 +10,8 @@
 #include "views/controls/Fields.h"
 #include "views/controls/ItemView.h"
 #include "views/controls/Segments.h"
-#include "views/families/Panels.h"
+#include "views/families/Rooms.h"
+#include "views/panels/TilePanel.h"
 #include "views/snapshot/SnapshotFixture.h"
 
 namespace tarnwick {

@@ -8,7 +8,8 @@
 
 #include "views/controls/Buttons.h"
 #include "views/controls/Switch.h"
-#include "views/families/Panels.h"
+#include "views/families/Rooms.h"
+#include "views/panels/TilePanel.h"
 #include "views/snapshot/SnapshotFixture.h"
 #include "widgets/catalog/Catalog.h"
 

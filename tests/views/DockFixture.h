@@ -6,7 +6,7 @@
 #include <stdexcept>
 
 #include "views/dock/DockView.h"
-#include "views/families/TileKinds.h"
+#include "views/families/Rooms.h"
 
 namespace tarnwick::testing {
 

@@ -293,29 +293,6 @@ TEST(Water, CountsAnewAfterTheClockWasSetBack) {
   EXPECT_FALSE(TimerActions::beat(back.widget, kNow.addSecs(3600)).announcement.isEmpty());
 }
 
-TEST(TickCadence, IsTheLeastThatTheTileNeeds) {
-  using enum TickCadence;
-  struct Case {
-    QString kind;
-    bool running;
-    TickCadence expected;
-  };
-  const Case cases[] = {{u"timeSeconds"_s, false, Second},
-                        {u"analogMinimal"_s, false, Second},
-                        {u"digitalClock"_s, false, Minute},
-                        {u"timer"_s, true, Second},
-                        {u"timer"_s, false, Still},
-                        {u"nowPlayingMini"_s, false, Second},
-                        {u"quickTodo"_s, false, Minute},
-                        {u"calendarDayProgress"_s, false, Minute},
-                        {u"cpu"_s, true, Still}};
-  for (const Case& c : cases) {
-    DockWidget widget = widgetOf(c.kind);
-    if (c.running) widget.options.insert(u"deadline"_s, at(5));
-    EXPECT_EQ(Ticking::cadence(widget), c.expected) << qPrintable(c.kind);
-  }
-}
-
 TEST(CalendarStrip, BeginsWhereTheKindSays) {
   EXPECT_EQ(CalendarStrip::days(u"calendarWeek"_s, kNow, Qt::Sunday).first(), QDate(2026, 11, 22));
   EXPECT_EQ(CalendarStrip::days(u"calendarWeek"_s, kNow, Qt::Wednesday).first(), QDate(2026, 11, 18));

@@ -8,7 +8,7 @@
 #include "dock/rules/Magnification.h"
 #include "views/dock/DockView.h"
 #include "views/dock/SpringNames.h"
-#include "views/families/TileKinds.h"
+#include "views/families/Rooms.h"
 #include "views/theme/ClearMarks.h"
 #include "views/theme/IconStyle.h"
 #include "views/theme/Theme.h"

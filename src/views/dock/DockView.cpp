@@ -8,7 +8,7 @@
 #include "dock/rules/ProfileDirection.h"
 #include "views/dock/DockAccessible.h"
 #include "views/dock/SpringNames.h"
-#include "views/families/TileKinds.h"
+#include "views/families/Rooms.h"
 #include "views/theme/Theme.h"
 #include "widgets/catalog/Catalog.h"
 

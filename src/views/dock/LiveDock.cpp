@@ -5,7 +5,7 @@
 
 #include "files/KeptPictures.h"
 #include "views/dock/StoreSources.h"
-#include "widgets/TickCadence.h"
+#include "views/families/Rooms.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
@@ -120,7 +120,7 @@ void LiveDock::beat() {
   const bool turns = minuteOf(now) != minute_;
   minute_ = minuteOf(now);
   const auto isDue = [turns](const DockWidget& widget) {
-    const TickCadence cadence = Ticking::cadence(widget);
+    const TickCadence cadence = Rooms::cadence(widget);
     return cadence == TickCadence::Second || (turns && cadence == TickCadence::Minute);
   };
   if (std::ranges::none_of(view_->row().widgets, isDue)) return;
@@ -160,29 +160,10 @@ void LiveDock::activatePart(const QUuid& id, int part) {
   const auto& shown = view_->row().widgets;
   const auto widget = std::ranges::find(shown, id, &DockWidget::id);
   if (widget == shown.end()) return;
-  const QString& family = Catalog::find(widget->kind).family;
-  if (family == "timer"_L1) {
-    store_.toggleTimer(id);
-  } else if (family == "water"_L1) {
-    store_.drink(id);
-  } else if (family == "habit"_L1) {
-    store_.toggleHabit(id);
-  } else if (family == "todos"_L1) {
-    const auto& todos = store_.config().todos;
-    if (part >= 0 && part < todos.size()) store_.toggleTodo(todos[part].id);
-  } else if (family == "calendar"_L1) {
-    if (const auto& meeting = calendarOf(store_, actions_)->nextMeeting)
-      askAction(actions_.openUrl, QUrl(meeting->meetingLink));
-  } else if (family == "reminders"_L1) {
-    const auto digest = calendarOf(store_, actions_);
-    if (part >= 0 && part < digest->reminders.size()) askAction(actions_.completeReminder, digest->reminders[part]);
-  } else if (widget->kind == "openWindows"_L1) {
-    const auto& running = store_.runningApps();
-    if (part >= 0 && part < running.size()) askAction(actions_.bringApplication, running[part].identity);
-  } else if (family == "toggles"_L1) {
-    const auto toggle = static_cast<Toggle>(part);
-    toggles_.set(toggle, !toggles_.state(toggle).on);
-  }
+  Rooms::act({*widget, part, store_, toggles_, [this] { return calendarOf(store_, actions_); },
+              [this](const QUrl& url) { askAction(actions_.openUrl, url); },
+              [this](const Reminder& reminder) { askAction(actions_.completeReminder, reminder); },
+              [this](quint64 application) { askAction(actions_.bringApplication, application); }});
 }
 
 void LiveDock::connectApplications() {

@@ -68,7 +68,7 @@ struct DockActions {
   std::function<std::shared_ptr<const CalendarDigest>()> calendar;
   std::function<void(const Reminder& reminder)> completeReminder;
   std::function<void(const QUrl& url)> openUrl;
-  /// Adds what these widgets show of the machine and of the user's files (see ReadingSources).
+  /// Adds what these widgets show of the machine and of the user's files (see Rooms::read).
   std::function<void(ReadingFacts& readings, const QList<DockWidget>& widgets)> addReadings;
 };
 

@@ -3,24 +3,9 @@
 #include <QList>
 #include <QString>
 
-namespace tarnwick {
+#include "views/panels/WidgetOption.h"
 
-/// How an option of a widget is set.
-enum class FieldShape {
-  Line,          ///< A line of text.
-  Number,        ///< A line that should hold a number.
-  Text,          ///< Several lines.
-  Switch,        ///< On writes `value`, off leaves the option away.
-  Steps,         ///< A whole number between two ends.
-  Choice,        ///< One of a few words.
-  Zone,          ///< A time zone.
-  Zones,         ///< Several of them.
-  Application,   ///< The path of a desktop entry.
-  Applications,  ///< Several of them.
-  Folder,        ///< The path of a folder.
-  Toggles,       ///< The switches of a tile of quick toggles.
-  Credential     ///< Kept elsewhere than the option.
-};
+namespace tarnwick {
 
 /// One line of the form of a widget, in the user's language.
 struct EditorField {
@@ -38,11 +23,9 @@ struct EditorField {
   QString fault;         ///< The sentence of a failed save that belongs to this line.
 };
 
-/// What the form of each kind holds beside the title.
+/// What the form of each kind holds beside the title: the options that its room declares.
 struct EditorFields {
-  static constexpr const char* kCodexExecutable = "/usr/bin/codex";  ///< Where it usually is.
-
-  /// By kind, else by family. Empty where there is nothing to set.
+  /// Empty where there is nothing to set.
   static QList<EditorField> of(const QString& kind);
   /// Whether there is a form at all: not for what only parts tiles.
   static bool isEditable(const QString& kind);

@@ -43,7 +43,7 @@ void completeRules(WidgetEditor::Hooks& rules) {
     };
   }
   if (rules.defaultCodexExecutable.isEmpty())
-    rules.defaultCodexExecutable = QString::fromLatin1(EditorFields::kCodexExecutable);
+    rules.defaultCodexExecutable = QString::fromLatin1(kCodexExecutable);
   if (!rules.configured) rules.configured = [](const DockWidget& widget) { return widget; };
 }
 

@@ -23,11 +23,7 @@ class PreviewSamples {
   void fill(TileSources& sources, const QList<DockWidget>& widgets);
 
  private:
-  const TileSources& samples();
-
   std::unique_ptr<TileSources> samples_;  ///< Made when first needed.
-  std::shared_ptr<const CalendarDigest> calendar_;
-  QDate calendarDay_;
 };
 
 }  // namespace tarnwick

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "views/families/TileKinds.h"
+#include "views/families/Rooms.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
 #include "views/tiles/TilePainter.h"

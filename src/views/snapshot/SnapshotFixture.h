@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <memory>
+#include <vector>
 
 #include "base/Scheduler.h"
 #include "config/DockConfiguration.h"
@@ -13,18 +14,14 @@
 
 namespace tarnwick {
 
-class FileFixture;
-
-/// The one set of data that all pictures of the program are taken with. A family that shows something new gives it a
-/// value here: in sources() what tiles and panels read, in widgetOf() the options of its widgets, in configuration()
-/// what stands in the settings.
+/// The one set of data that all pictures of the program are taken with, put together from what each room has for them.
 struct SnapshotFixture {
   static QDateTime moment();
   static QLocale locale();
   static TileSources sources();
   /// A widget of a kind, set up, with an identity made from the kind.
   static DockWidget widgetOf(const QString& kind);
-  /// Settings that hold a widget of every kind.
+  /// Settings that hold a widget of every kind, and nothing else.
   static DockConfiguration configuration();
   /// A dock as people have it.
   static DockRow dock();
@@ -45,8 +42,10 @@ class SnapshotStore {
  private:
   std::unique_ptr<Scheduler> scheduler_;
   std::unique_ptr<Toggles> toggles_;
-  std::unique_ptr<FileFixture> files_;
   std::unique_ptr<AppStore> store_;
+  PanelActions actions_;
+  ReadingServices readings_;
+  std::vector<std::shared_ptr<void>> equipment_;
 };
 
 }  // namespace tarnwick

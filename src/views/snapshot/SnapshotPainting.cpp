@@ -5,8 +5,8 @@
 #include <cmath>
 
 #include "views/dock/DockView.h"
-#include "views/families/Panels.h"
-#include "views/families/TileKinds.h"
+#include "views/families/Rooms.h"
+#include "views/panels/TilePanel.h"
 #include "views/theme/Glass.h"
 #include "views/theme/SnapshotScenery.h"
 #include "views/theme/Theme.h"

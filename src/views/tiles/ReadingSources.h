@@ -1,11 +1,8 @@
 #pragma once
 
-#include <QList>
 #include <functional>
 
-#include "config/DockWidget.h"
 #include "files/FolderReading.h"
-#include "views/tiles/ReadingFacts.h"
 
 namespace tarnwick {
 
@@ -31,8 +28,5 @@ struct ReadingServices {
   /// Answers in place of the disk, for pictures of panels; empty otherwise.
   std::function<FolderContents(const FolderRequest& request)> fixedFolder{};
 };
-
-/// Adds what these widgets show, and nothing else: a service that no widget shows is not asked, and so reads nothing.
-void addReadings(ReadingFacts& readings, const QList<DockWidget>& widgets, const ReadingServices& services);
 
 }  // namespace tarnwick

@@ -123,4 +123,10 @@ void paint(TileCanvas& canvas, const SearchContent& content) {
   words.draw(canvas.painter(), {x, TileCanvas::centredBaseline(words)}, canvas.colors().secondary);
 }
 
+FigureContent makeBookmarks(const TileRequest& request) {
+  const auto& count = request.sources.readings.bookmarks;
+  const QString figure = count ? request.sources.locale.toString(*count) : FigureContent::dash();
+  return {request.definition.symbol, figure, {}, request.title()};
+}
+
 }  // namespace tarnwick

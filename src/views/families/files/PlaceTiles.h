@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <optional>
 
+#include "views/tiles/FigureTile.h"
 #include "views/tiles/TileRequest.h"
 #include "views/tiles/TileText.h"
 
@@ -44,5 +45,8 @@ SearchContent makeFileSearch(const TileRequest& request);
 SearchContent makeWebSearch(const TileRequest& request);
 TileText describe(const SearchContent& content, const QString& name);
 void paint(TileCanvas& canvas, const SearchContent& content);
+
+/// How many bookmarks there are.
+FigureContent makeBookmarks(const TileRequest& request);
 
 }  // namespace tarnwick

@@ -253,17 +253,6 @@ void paint(TileCanvas& canvas, const SystemChartContent& content) {
 
 namespace {
 
-constexpr double kCompactText = 36;
-
-/// The largest in which all of it stands on the tile.
-TextStyle figureStyle(const TileCanvas& canvas, const FigureContent& content, double room) {
-  for (const TextStyle style : {TextStyle::Headline, TextStyle::Figure17}) {
-    const double unit = content.unit.isEmpty() ? 0 : 2 + TextLine::unit(content.unit, style, canvas.scale()).width();
-    if (canvas.line(content.figure, style).width() + unit <= room) return style;
-  }
-  return TextStyle::Title;
-}
-
 FigureContent speedFigure(const TileRequest& request, double MetricsSnapshot::*speed, const QString& symbol,
                           const QString& caption) {
   FigureContent content{symbol, kDash, {}, caption};
@@ -286,33 +275,6 @@ FigureContent makeUpload(const TileRequest& request) {
 
 FigureContent makeTemperature(const TileRequest& request) {
   return {request.definition.symbol, degrees(request.sources.readings.celsius), {}, TileWords::tr("CPU"), true};
-}
-
-FigureContent makeBookmarks(const TileRequest& request) {
-  const auto& count = request.sources.readings.bookmarks;
-  return {request.definition.symbol, count ? request.sources.locale.toString(*count) : kDash, {}, request.title()};
-}
-
-TileText describe(const FigureContent& content, const QString& name) {
-  if (content.figure == kDash) return {name, {}};
-  return {name, content.unit.isEmpty() ? content.figure : content.figure + u' ' + content.unit};
-}
-
-void paint(TileCanvas& canvas, const FigureContent& content) {
-  using namespace theme;
-  canvas.symbol(content.symbol, {kTextLeft + (content.compact ? 8 : kSymbolSize / 2), kTileMiddle}, kSymbolSize,
-                canvas.accent());
-  const double x = content.compact                       ? kCompactText
-                   : canvas.width() <= kNarrowSymbolTile ? kTextAfterSymbolNarrow
-                                                         : kTextAfterSymbol;
-  const bool caption = canvas.showsCaption();
-  const TextStyle style = figureStyle(canvas, content, canvas.roomAfter(x));
-  const double baseline = caption ? kHeadlineBaseline : TileCanvas::centredBaseline(canvas.line(content.figure, style));
-  const QColor ink = content.figure == kDash ? canvas.colors().tertiary : canvas.colors().primary;
-  canvas.figure(x, baseline, style, content.figure, content.unit, ink);
-  if (caption)
-    canvas.text(x, kCaptionBaseline, canvas.roomAfter(x), TextStyle::Caption, content.caption,
-                canvas.colors().secondary);
 }
 
 }  // namespace tarnwick

@@ -3,6 +3,7 @@
 #include <QList>
 #include <optional>
 
+#include "views/tiles/FigureTile.h"
 #include "views/tiles/TileRequest.h"
 #include "views/tiles/TileText.h"
 
@@ -53,21 +54,8 @@ SystemChartContent makeSystemChart(const TileRequest& request);
 TileText describe(const SystemChartContent& content, const QString& name);
 void paint(TileCanvas& canvas, const SystemChartContent& content);
 
-/// A symbol, a figure and what it is.
-struct FigureContent {
-  QString symbol;
-  QString figure;  ///< A dash until it was read.
-  QString unit;
-  QString caption;
-  bool compact = false;  ///< The symbol stands closer, in a tile that is hardly wider than its figure.
-
-  bool operator==(const FigureContent&) const = default;
-};
 FigureContent makeDownload(const TileRequest& request);
 FigureContent makeUpload(const TileRequest& request);
 FigureContent makeTemperature(const TileRequest& request);
-FigureContent makeBookmarks(const TileRequest& request);
-TileText describe(const FigureContent& content, const QString& name);
-void paint(TileCanvas& canvas, const FigureContent& content);
 
 }  // namespace tarnwick

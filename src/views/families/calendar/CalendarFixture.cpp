@@ -1,4 +1,4 @@
-#include "views/snapshot/CalendarFixture.h"
+#include "views/families/calendar/CalendarFixture.h"
 
 #include <QTimeZone>
 #include <array>

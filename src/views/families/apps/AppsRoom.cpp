@@ -1,0 +1,88 @@
+#include <array>
+
+#include "views/families/apps/AppFixture.h"
+#include "views/families/apps/AppPanels.h"
+#include "views/families/apps/AppTiles.h"
+#include "views/panels/PanelWords.h"
+#include "views/panels/PlainPanel.h"
+#include "views/panels/Room.h"
+#include "views/tiles/GenericTile.h"
+#include "views/tiles/TileWords.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using enum FieldShape;
+
+constexpr qsizetype kFolderIcons = 4;
+
+constexpr std::array kLauncherOptions = {
+    WidgetOption{.key = "path", .shape = Application, .label = QT_TRANSLATE_NOOP("Library", "Application")},
+};
+constexpr std::array kFolderOptions = {
+    WidgetOption{.key = "paths", .shape = Applications, .label = QT_TRANSLATE_NOOP("Library", "Applications")},
+};
+
+/// A launcher that was given no application yet has only its name to show.
+TileContent launcher(const TileRequest& request) {
+  if (!request.widget.options.value(u"path"_s).isEmpty()) return makeLauncher(request);
+  GenericContent content = makeGeneric(request);
+  content.word = TileWords::tr("Choose app");
+  content.opensEditor = true;
+  return content;
+}
+
+PlainWords launcherWords(const TilePanel& panel, const TileSources& sources) {
+  const QString opened = sources.applications.value(panel.widget().options.value(u"path"_s)).name;
+  const QString button = PanelWords::tr("Choose App…");
+  if (!opened.isEmpty()) return {PanelWords::tr("Opens %1.").arg(opened), button};
+  return {PanelWords::tr("Choose the application that this tile opens."), button, true};
+}
+
+std::unique_ptr<TilePanel> makeLauncherPanel(const PanelContext& context) {
+  return makePlainPanel(context, launcherWords);
+}
+
+QMap<QString, QString> exampleFolder(const ExampleRequest& request) {
+  return {{u"paths"_s, request.applications.mid(0, kFolderIcons).join(u'\n')}};
+}
+QMap<QString, QString> picturedLauncher(const QDateTime&) {
+  return {{u"path"_s, u"/usr/share/applications/browser.desktop"_s}};
+}
+QMap<QString, QString> picturedFolder(const QDateTime&) {
+  return {{u"paths"_s,
+           u"/usr/share/applications/mail.desktop\n/usr/share/applications/music.desktop\n"
+           u"/usr/share/applications/messages.desktop\n/usr/share/applications/photos.desktop"_s}};
+}
+
+constexpr std::array kFamilies = {
+    RoomRow{.word = "apps"_L1},
+    RoomRow{.word = "launcher"_L1,
+            .content = launcher,
+            .panel = makeLauncherPanel,
+            .options = kLauncherOptions,
+            .pictured = picturedLauncher},
+};
+constexpr std::array kKinds = {
+    RoomRow{.word = "applications"_L1, .content = contentOf<makeApplications>, .panel = makeApplicationsPanel},
+    RoomRow{.word = "appFolder"_L1,
+            .content = contentOf<makeAppFolder>,
+            .panel = makeAppFolderPanel,
+            .options = kFolderOptions,
+            .example = exampleFolder,
+            .pictured = picturedFolder},
+};
+
+}  // namespace
+
+extern const Room kAppsRoom;
+constinit const Room kAppsRoom{.name = "apps"_L1,
+                               .families = kFamilies,
+                               .kinds = kKinds,
+                               .picture = pictureApplications,
+                               .equip = equipApplications};
+
+}  // namespace tarnwick

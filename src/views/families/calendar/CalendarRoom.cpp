@@ -1,0 +1,107 @@
+#include <array>
+
+#include "views/families/calendar/CalendarFixture.h"
+#include "views/families/calendar/CalendarPanel.h"
+#include "views/families/calendar/CalendarTiles.h"
+#include "views/families/calendar/MeetingTiles.h"
+#include "views/families/calendar/OverviewPanel.h"
+#include "views/families/calendar/OverviewTiles.h"
+#include "views/families/calendar/ProgressPanel.h"
+#include "views/families/calendar/ProgressTiles.h"
+#include "views/families/calendar/ReminderTiles.h"
+#include "views/families/calendar/RemindersPanel.h"
+#include "views/panels/Room.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Without a calendar there is nothing to show but the way to one.
+template <auto Make>
+TileContent fromCalendar(const TileRequest& request) {
+  if (auto notice = calendarNotice(request)) return *std::move(notice);
+  return Make(request);
+}
+
+template <auto Make>
+TileContent fromReminders(const TileRequest& request) {
+  if (auto notice = remindersNotice(request)) return *std::move(notice);
+  return Make(request);
+}
+
+QString problem(const TileSources& sources) { return sources.calendar ? sources.calendar->problem : QString(); }
+
+void joinMeeting(const PartClick& click) {
+  if (const auto& meeting = click.calendar()->nextMeeting) click.openUrl(QUrl(meeting->meetingLink));
+}
+
+void tickReminder(const PartClick& click) {
+  const auto digest = click.calendar();
+  if (click.part >= 0 && click.part < digest->reminders.size()) click.completeReminder(digest->reminders[click.part]);
+}
+
+/// The sample is about today, so it is made anew each day.
+void sampleCalendar(TileSources& sources, const TileSources&) {
+  const auto& calendar = sources.calendar;
+  if (calendar && !(calendar->upcoming.isEmpty() && calendar->today.isEmpty() && calendar->reminders.isEmpty())) return;
+  thread_local QDate day;
+  thread_local std::shared_ptr<const CalendarDigest> sample;
+  if (day != sources.now.date()) {
+    day = sources.now.date();
+    sample = calendarFixture(sources.now);
+  }
+  sources.calendar = sample;
+}
+
+void picture(TileSources& sources) { sources.calendar = calendarFixture(sources.now); }
+
+constexpr auto kMinute = always<TickCadence::Minute, DockWidget>;
+
+constexpr std::array kFamilies = {
+    RoomRow{.word = "calendar"_L1,
+            .panel = makeCalendarPanel,
+            .accent = always<Accent::Red>,
+            .cadence = kMinute,
+            .act = joinMeeting,
+            .problem = problem,
+            .sample = sampleCalendar},
+    RoomRow{.word = "progress"_L1,
+            .panel = makeProgressPanel,
+            .accent = always<Accent::Red>,
+            .cadence = kMinute},
+    RoomRow{.word = "reminders"_L1,
+            .panel = makeRemindersPanel,
+            .accent = always<Accent::Orange>,
+            .cadence = kMinute,
+            .act = tickReminder,
+            .problem = problem,
+            .sample = sampleCalendar},
+};
+constexpr std::array kKinds = {
+    RoomRow{.word = "calendar"_L1, .content = contentOf<makeTodayEvent>},
+    RoomRow{.word = "calendarWeek"_L1, .content = contentOf<makeWeek>},
+    RoomRow{.word = "calendarSevenDays"_L1, .content = fromCalendar<makeSevenDays>},
+    RoomRow{.word = "calendarDayAgenda"_L1, .content = fromCalendar<makeDayAgenda>},
+    RoomRow{.word = "calendarThreeEvents"_L1, .content = fromCalendar<makeThreeEvents>},
+    RoomRow{.word = "calendarNextEvent"_L1, .content = fromCalendar<makeNextEvent>},
+    RoomRow{.word = "calendarMeeting"_L1, .content = fromCalendar<makeMeetings>},
+    RoomRow{.word = "calendarMeetingDetail"_L1, .content = fromCalendar<makeMeetingCenter>},
+    RoomRow{.word = "calendarMeetingCompact"_L1, .content = fromCalendar<makeNextMeeting>},
+    RoomRow{.word = "todayOverview"_L1, .content = contentOf<makeTodayOverview>, .panel = makeOverviewPanel},
+    RoomRow{.word = "calendarDayProgress"_L1, .content = contentOf<makeDayProgress>},
+    RoomRow{.word = "calendarMonthProgress"_L1, .content = contentOf<makeMonthProgress>},
+    RoomRow{.word = "calendarYearProgress"_L1, .content = contentOf<makeYearProgress>},
+    RoomRow{.word = "remindersNext"_L1, .content = fromReminders<makeNextReminder>},
+    RoomRow{.word = "remindersToday"_L1, .content = fromReminders<makeDueToday>},
+    RoomRow{.word = "remindersAgenda"_L1, .content = fromReminders<makeRemindersAgenda>},
+};
+
+}  // namespace
+
+extern const Room kCalendarRoom;
+constinit const Room kCalendarRoom{
+    .name = "calendar"_L1, .families = kFamilies, .kinds = kKinds, .picture = picture};
+
+}  // namespace tarnwick

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <memory>
+
+#include "views/panels/Room.h"
+
+namespace tarnwick {
+
+/// The files in the pictures of the program. None of them is on any disk.
+void pictureFiles(TileSources& sources);
+void furnishFiles(AppStore& store, const QDateTime& now);
+std::shared_ptr<void> equipFiles(const PicturedParts& parts);
+
+}  // namespace tarnwick

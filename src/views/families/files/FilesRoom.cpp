@@ -1,0 +1,125 @@
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <array>
+
+#include "files/Bookmarks.h"
+#include "files/RecentFiles.h"
+#include "files/ScreenshotFolder.h"
+#include "files/Thumbnails.h"
+#include "views/families/files/FileFixture.h"
+#include "views/families/files/FileListPanels.h"
+#include "views/families/files/FileTiles.h"
+#include "views/families/files/FolderPanel.h"
+#include "views/families/files/PlacePanels.h"
+#include "views/families/files/PlaceTiles.h"
+#include "views/panels/Room.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString downloads() { return QStandardPaths::writableLocation(QStandardPaths::DownloadLocation); }
+
+constexpr std::array kFolderOptions = {
+    WidgetOption{.key = "path", .shape = FieldShape::Folder, .label = QT_TRANSLATE_NOOP("Library", "Folder")},
+};
+constexpr std::array kDownloadsOptions = {
+    WidgetOption{.key = "path",
+                 .shape = FieldShape::Folder,
+                 .label = QT_TRANSLATE_NOOP("Library", "Folder"),
+                 .usualPath = downloads},
+};
+
+constexpr qsizetype kNames = 3;
+constexpr qsizetype kShots = 2;
+/// Enough for the picture in a large tile on a dense screen.
+constexpr int kShotPixels = 160;
+
+void readRecent(ReadingFacts& readings, const ReadingServices& services) {
+  if (!services.recent) return;
+  for (const RecentFile& file : services.recent->list().mid(0, kNames))
+    readings.recentNames.append(QFileInfo(file.path).fileName());
+}
+
+void readScreenshots(ReadingFacts& readings, const ReadingServices& services) {
+  if (!services.screenshots) return;
+  const QList<FolderEntry>& newest = services.screenshots->newest();
+  if (!services.screenshots->loaded()) return;
+  readings.screenshots.emplace();
+  readings.screenshotProblem = services.screenshots->problem();
+  for (const FolderEntry& entry : newest.mid(0, kShots)) {
+    QImage image;
+    if (services.thumbnails) image = services.thumbnails->of(entry.path, entry.modified, kShotPixels);
+    const QString key = u"%1 %2"_s.arg(entry.path).arg(entry.modified.toSecsSinceEpoch());
+    readings.screenshots->append({{key, image}, entry.modified});
+  }
+}
+
+void readBookmarks(ReadingFacts& readings, const ReadingServices& services) {
+  if (!services.bookmarks) return;
+  const qsizetype count = services.bookmarks->list().size();
+  if (services.bookmarks->loaded()) readings.bookmarks = count;
+}
+
+QString screenshotProblem(const TileSources& sources) { return sources.readings.screenshotProblem; }
+
+void sampleRecent(TileSources& sources, const TileSources& samples) {
+  if (sources.readings.recentNames.isEmpty()) sources.readings.recentNames = samples.readings.recentNames;
+}
+void sampleScreenshots(TileSources& sources, const TileSources& samples) {
+  const auto& shown = sources.readings.screenshots;
+  if (!shown || shown->isEmpty()) sources.readings.screenshots = samples.readings.screenshots;
+}
+
+QMap<QString, QString> picturedFolder(const QDateTime&) { return {{u"path"_s, u"/home/robin/Documents"_s}}; }
+
+constexpr std::array kFamilies = {
+    RoomRow{.word = "files"_L1},
+    RoomRow{.word = "bookmarks"_L1,
+            .content = contentOf<makeBookmarks>,
+            .panel = makeBookmarksPanel,
+            .read = readBookmarks},
+    RoomRow{.word = "search"_L1},
+};
+constexpr std::array kKinds = {
+    RoomRow{.word = "folderLauncher"_L1,
+            .content = contentOf<makeFolder>,
+            .panel = makeFolderPanel,
+            .options = kFolderOptions,
+            .pictured = picturedFolder},
+    RoomRow{.word = "downloads"_L1,
+            .content = contentOf<makeDownloads>,
+            .panel = makeFolderPanel,
+            .options = kDownloadsOptions},
+    RoomRow{.word = "trash"_L1, .content = contentOf<makeTrash>, .panel = makeTrashPanel},
+    RoomRow{.word = "fileShelf"_L1, .content = contentOf<makeShelf>, .panel = makeShelfPanel},
+    RoomRow{.word = "recentFiles"_L1,
+            .content = contentOf<makeRecentFiles>,
+            .panel = makeRecentFilesPanel,
+            .read = readRecent,
+            .sample = sampleRecent},
+    // It says how long ago its picture was taken.
+    RoomRow{.word = "screenshots"_L1,
+            .content = contentOf<makeScreenshots>,
+            .panel = makeScreenshotsPanel,
+            .cadence = always<TickCadence::Minute>,
+            .problem = screenshotProblem,
+            .read = readScreenshots,
+            .sample = sampleScreenshots},
+    RoomRow{.word = "finderSearch"_L1, .content = contentOf<makeFileSearch>, .panel = makeFileSearchPanel},
+    RoomRow{.word = "webSearch"_L1, .content = contentOf<makeWebSearch>, .panel = makeWebSearchPanel},
+};
+
+}  // namespace
+
+extern const Room kFilesRoom;
+constinit const Room kFilesRoom{.name = "files"_L1,
+                                .families = kFamilies,
+                                .kinds = kKinds,
+                                .picture = pictureFiles,
+                                .furnish = furnishFiles,
+                                .equip = equipFiles};
+
+}  // namespace tarnwick

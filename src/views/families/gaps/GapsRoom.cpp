@@ -1,0 +1,38 @@
+#include <array>
+
+#include "views/families/gaps/GapTiles.h"
+#include "views/panels/PanelWords.h"
+#include "views/panels/PlainPanel.h"
+#include "views/panels/Room.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+PlainWords separatorWords(const TilePanel&, const TileSources&) {
+  return {PanelWords::tr("A line that parts groups of tiles."), PanelWords::tr("Edit Widget…")};
+}
+PlainWords spaceWords(const TilePanel&, const TileSources&) {
+  return {PanelWords::tr("Room that keeps groups of tiles apart."), PanelWords::tr("Edit Widget…")};
+}
+std::unique_ptr<TilePanel> makeSeparatorPanel(const PanelContext& context) {
+  return makePlainPanel(context, separatorWords);
+}
+std::unique_ptr<TilePanel> makeSpacePanel(const PanelContext& context) { return makePlainPanel(context, spaceWords); }
+
+constexpr std::array kFamilies = {
+    RoomRow{.word = "separator"_L1,
+            .content = contentOf<makeSeparator>,
+            .panel = makeSeparatorPanel,
+            .hasForm = false},
+    RoomRow{.word = "space"_L1, .content = contentOf<makeSpace>, .panel = makeSpacePanel, .hasForm = false},
+};
+
+}  // namespace
+
+extern const Room kGapsRoom;
+constinit const Room kGapsRoom{.name = "gaps"_L1, .families = kFamilies};
+
+}  // namespace tarnwick

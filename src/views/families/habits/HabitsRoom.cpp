@@ -1,0 +1,83 @@
+#include <QCoreApplication>
+#include <array>
+
+#include "views/families/habits/HabitPanels.h"
+#include "views/families/habits/HabitTiles.h"
+#include "views/panels/Room.h"
+#include "widgets/HabitMath.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using enum FieldShape;
+
+constexpr std::array kWaterOptions = {
+    WidgetOption{.key = "goal",
+                 .shape = Number,
+                 .label = QT_TRANSLATE_NOOP("Library", "Daily goal"),
+                 .placeholder = "8",
+                 .help = QT_TRANSLATE_NOOP("Library", "In glasses."),
+                 .fault = QT_TRANSLATE_NOOP("WidgetEditor", "Enter a goal between 1 and 100 glasses.")},
+};
+constexpr std::array kHabitOptions = {
+    WidgetOption{.key = "text",
+                 .shape = Line,
+                 .label = QT_TRANSLATE_NOOP("Library", "Habit"),
+                 .placeholder = QT_TRANSLATE_NOOP("Library", "Read for 20 minutes")},
+};
+
+void drink(const PartClick& click) { click.store.drink(click.widget.id); }
+void keep(const PartClick& click) { click.store.toggleHabit(click.widget.id); }
+
+/// A habit that was kept on most of the days before today.
+QString someDays(const QDateTime& now) {
+  QStringList days;
+  for (const int ago : {6, 5, 3, 2, 1}) days.append(HabitMath::key(now.addDays(-ago)));
+  return days.join(u',');
+}
+
+QMap<QString, QString> exampleWater(const ExampleRequest& request) {
+  return {{u"glasses"_s, u"5"_s}, {u"day"_s, HabitMath::key(request.now)}};
+}
+QMap<QString, QString> exampleHabit(const ExampleRequest& request) {
+  return {{u"text"_s, QCoreApplication::translate("Library", "Read")}, {u"history"_s, someDays(request.now)}};
+}
+QMap<QString, QString> picturedWater(const QDateTime&) {
+  return {{u"glasses"_s, u"5"_s}, {u"goal"_s, u"8"_s}, {u"day"_s, u"2026-11-24"_s}};
+}
+QMap<QString, QString> picturedHabit(const QDateTime&) {
+  return {{u"text"_s, u"Read"_s},
+          {u"history"_s,
+           u"2026-11-08,2026-11-09,2026-11-10,2026-11-12,2026-11-13,2026-11-14,2026-11-15,2026-11-16,"
+           u"2026-11-18,2026-11-19,2026-11-21,2026-11-22,2026-11-23"_s}};
+}
+
+constexpr std::array kFamilies = {
+    RoomRow{.word = "water"_L1,
+            .content = contentOf<makeWater>,
+            .panel = makeWaterPanel,
+            .cadence = always<TickCadence::Minute>,
+            .options = kWaterOptions,
+            .act = drink,
+            .example = exampleWater,
+            .pictured = picturedWater},
+    RoomRow{.word = "habit"_L1,
+            .content = contentOf<makeHabit>,
+            .panel = makeHabitPanel,
+            .accent = always<Accent::Green>,
+            .cadence = always<TickCadence::Minute>,
+            .options = kHabitOptions,
+            .act = keep,
+            .example = exampleHabit,
+            .pictured = picturedHabit},
+};
+
+}  // namespace
+
+extern const Room kHabitsRoom;
+constinit const Room kHabitsRoom{.name = "habits"_L1, .families = kFamilies};
+
+}  // namespace tarnwick

@@ -1,0 +1,38 @@
+#include <array>
+
+#include "views/panels/Room.h"
+#include "views/tiles/GenericTile.h"
+#include "views/tiles/TileWords.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A tile without space for its whole name is called by what it does.
+TileContent music(const TileRequest& request) {
+  GenericContent content = makeGeneric(request);
+  if (request.widget.title.isEmpty()) content.name = TileWords::tr("Music");
+  return content;
+}
+
+constexpr std::array kFamilies = {
+    RoomRow{.word = "audio"_L1, .accent = always<Accent::Pink>},
+    RoomRow{.word = "appVolume"_L1, .accent = always<Accent::Pink>},
+    RoomRow{.word = "music"_L1, .accent = always<Accent::Pink>, .cadence = always<TickCadence::Second>},
+    RoomRow{.word = "voice"_L1, .accent = always<Accent::Red>},
+    RoomRow{.word = "sounds"_L1, .accent = always<Accent::Teal>},
+    RoomRow{.word = "photos"_L1},
+};
+constexpr std::array kKinds = {
+    RoomRow{.word = "microphoneMute"_L1, .accent = always<Accent::Red>},
+    RoomRow{.word = "nowPlayingMini"_L1, .content = music},
+};
+
+}  // namespace
+
+extern const Room kMediaRoom;
+constinit const Room kMediaRoom{.name = "media"_L1, .families = kFamilies, .kinds = kKinds};
+
+}  // namespace tarnwick

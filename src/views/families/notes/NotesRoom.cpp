@@ -1,0 +1,97 @@
+#include <QCoreApplication>
+#include <array>
+
+#include "views/families/notes/NoteTiles.h"
+#include "views/families/notes/NotesPanel.h"
+#include "views/families/notes/TodosPanel.h"
+#include "views/panels/Room.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::array kNoteOptions = {
+    WidgetOption{.key = "text", .shape = FieldShape::Text, .label = QT_TRANSLATE_NOOP("Library", "Note")},
+};
+
+void tickTodo(const PartClick& click) {
+  const auto& todos = click.store.config().todos;
+  if (click.part >= 0 && click.part < todos.size()) click.store.toggleTodo(todos[click.part].id);
+}
+
+QMap<QString, QString> exampleNote(const ExampleRequest&) {
+  return {{u"text"_s, QCoreApplication::translate("Library", "Water the plants on Friday")}};
+}
+void sampleTodos(TileSources& sources, const TileSources& samples) {
+  if (sources.todos.isEmpty()) sources.todos = samples.todos;
+}
+void sampleNote(TileSources& sources, const TileSources& samples) {
+  if (!sources.latestNote) sources.latestNote = samples.latestNote;
+}
+
+TodoItem todo(const QString& text, bool done) {
+  TodoItem item;
+  item.id = QUuid::createUuidV5(QUuid(), text);
+  item.text = text;
+  item.completed = done;
+  return item;
+}
+
+QString latestNote() { return u"Dock review\nCheck the ring width at half the scale"_s; }
+
+QMap<QString, QString> picturedNote(const QDateTime&) {
+  return {{u"text"_s, u"Ask Ines about the museum tickets"_s}};
+}
+
+QList<TodoItem> picturedTodos() {
+  return {todo(u"Fix clipboard icon at 0.5 scale"_s, false), todo(u"Reply to Sam about the theme"_s, false),
+          todo(u"Book train for Friday"_s, false), todo(u"Write release notes"_s, true),
+          todo(u"Draw empty states for panels"_s, true)};
+}
+
+void picture(TileSources& sources) {
+  sources.todos = picturedTodos();
+  sources.latestNote = noteReading(latestNote());
+}
+
+void furnish(AppStore& store, const QDateTime& now) {
+  store.edit([&now](DockConfiguration& config) {
+    config.todos = picturedTodos();
+    config.profiles.last().widgets.append(
+        {QUuid::createUuidV5(QUuid(), u"latest note"_s),
+         u"scratchNote"_s,
+         {},
+         {{u"text"_s, latestNote()}, {u"edited"_s, QString::number(now.addSecs(-600).toSecsSinceEpoch())}}});
+  });
+}
+
+constexpr std::array kFamilies = {
+    RoomRow{.word = "todos"_L1,
+            .content = contentOf<makeTodos>,
+            .panel = makeTodosPanel,
+            .accent = always<Accent::Green>,
+            .cadence = always<TickCadence::Minute>,
+            .act = tickTodo,
+            .sample = sampleTodos},
+    RoomRow{.word = "notes"_L1,
+            .content = contentOf<makeNote>,
+            .panel = makeNotePanel,
+            .accent = always<Accent::Yellow>,
+            .options = kNoteOptions,
+            .example = exampleNote,
+            .pictured = picturedNote},
+    RoomRow{.word = "nativeNotes"_L1,
+            .content = contentOf<makeLatestNote>,
+            .panel = makeNotesPanel,
+            .accent = always<Accent::Yellow>,
+            .sample = sampleNote},
+};
+
+}  // namespace
+
+extern const Room kNotesRoom;
+constinit const Room kNotesRoom{.name = "notes"_L1, .families = kFamilies, .picture = picture, .furnish = furnish};
+
+}  // namespace tarnwick

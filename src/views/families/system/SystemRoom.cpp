@@ -1,0 +1,107 @@
+#include <array>
+
+#include "system/ProcessMonitor.h"
+#include "system/SystemTemperature.h"
+#include "views/families/system/GaugeTiles.h"
+#include "views/families/system/MachinePanels.h"
+#include "views/families/system/MetricTiles.h"
+#include "views/families/system/MetricsPanel.h"
+#include "views/families/system/NetworkTiles.h"
+#include "views/families/system/ProcessTiles.h"
+#include "views/families/system/SystemFixture.h"
+#include "views/panels/Room.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype kShortHistory = 12;
+
+constexpr std::array kProcessOptions = {
+    WidgetOption{.key = "sortBy",
+                 .shape = FieldShape::Choice,
+                 .label = QT_TRANSLATE_NOOP("Library", "Sort by"),
+                 .value = "CPU,RAM",
+                 .words = QT_TRANSLATE_NOOP("Library", "CPU,Memory")},
+};
+
+void readProcesses(ReadingFacts& readings, const ReadingServices& services) {
+  if (!services.processes) return;
+  readings.processes = services.processes->rows();
+  readings.processMessage = services.processes->message();
+}
+void readTemperature(ReadingFacts& readings, const ReadingServices& services) {
+  if (!services.temperature) return;
+  readings.celsius = services.temperature->celsius();
+  readings.celsiusHistory = services.temperature->history();
+}
+
+void sampleMetrics(TileSources& sources, const TileSources& samples) {
+  if (sources.metrics && sources.cpuHistory.size() >= kShortHistory) return;
+  sources.metrics = samples.metrics;
+  sources.cpuHistory = samples.cpuHistory;
+  sources.memoryHistory = samples.memoryHistory;
+  sources.networkHistory = samples.networkHistory;
+  sources.readings.downloadHistory = samples.readings.downloadHistory;
+  sources.readings.uploadHistory = samples.readings.uploadHistory;
+}
+void sampleProcesses(TileSources& sources, const TileSources& samples) {
+  if (!sources.readings.processes.isEmpty()) return;
+  sources.readings.processes = samples.readings.processes;
+  sources.readings.processMessage.clear();
+}
+void sampleTemperature(TileSources& sources, const TileSources& samples) {
+  if (sources.readings.celsius) return;
+  sources.readings.celsius = samples.readings.celsius;
+  sources.readings.celsiusHistory = samples.readings.celsiusHistory;
+}
+
+constexpr auto kPurple = always<Accent::Purple, WidgetDefinition>;
+constexpr auto kTeal = always<Accent::Teal, WidgetDefinition>;
+
+constexpr std::array kFamilies = {
+    RoomRow{.word = "metric"_L1,
+            .panel = makeMetricsPanel,
+            .accent = always<Accent::Green>,
+            .sample = sampleMetrics},
+    RoomRow{.word = "processes"_L1,
+            .content = contentOf<makeProcesses>,
+            .panel = makeProcessesPanel,
+            .accent = always<Accent::Green>,
+            .options = kProcessOptions,
+            .read = readProcesses,
+            .sample = sampleProcesses},
+    RoomRow{.word = "temperature"_L1,
+            .panel = makeTemperaturePanel,
+            .accent = always<Accent::Orange>,
+            .read = readTemperature,
+            .sample = sampleTemperature},
+};
+constexpr std::array kKinds = {
+    RoomRow{.word = "cpu"_L1, .content = contentOf<makeCpuGauge>},
+    RoomRow{.word = "ram"_L1, .content = contentOf<makeMemoryGauge>, .accent = kPurple},
+    RoomRow{.word = "storage"_L1, .content = contentOf<makeStorageGauge>, .accent = always<Accent::Blue>},
+    RoomRow{.word = "battery"_L1, .content = contentOf<makeBattery>},
+    RoomRow{.word = "cpuChart"_L1, .content = contentOf<makeCpuChart>},
+    RoomRow{.word = "ramChart"_L1, .content = contentOf<makeMemoryChart>, .accent = kPurple},
+    RoomRow{.word = "systemChart"_L1, .content = contentOf<makeSystemChart>},
+    RoomRow{.word = "network"_L1, .content = contentOf<makeNetwork>, .accent = kTeal},
+    RoomRow{.word = "networkDownload"_L1, .content = contentOf<makeDownload>, .accent = kTeal},
+    RoomRow{.word = "networkUpload"_L1, .content = contentOf<makeUpload>, .accent = kTeal},
+    RoomRow{.word = "networkChart"_L1, .content = contentOf<makeNetworkChart>, .accent = kTeal},
+    RoomRow{.word = "temperature"_L1, .content = contentOf<makeTemperature>},
+    RoomRow{.word = "temperatureChart"_L1, .content = contentOf<makeTemperatureChart>},
+};
+
+}  // namespace
+
+extern const Room kSystemRoom;
+constinit const Room kSystemRoom{.name = "system"_L1,
+                                 .families = kFamilies,
+                                 .kinds = kKinds,
+                                 .picture = pictureMachine,
+                                 .equip = equipMachine};
+
+}  // namespace tarnwick

@@ -1,0 +1,119 @@
+#include <array>
+
+#include "views/families/timers/TimerPanel.h"
+#include "views/families/timers/TimerTiles.h"
+#include "views/panels/Room.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using enum FieldShape;
+
+constexpr WidgetOption minutes(const char* label) {
+  return {.key = "minutes",
+          .shape = Number,
+          .label = label,
+          .placeholder = "25",
+          .help = QT_TRANSLATE_NOOP("Library", "In minutes. Another duration starts the timer over."),
+          .fault = QT_TRANSLATE_NOOP("WidgetEditor", "Enter a duration between 0 and 1440 minutes.")};
+}
+
+constexpr WidgetOption kAutoContinue{.key = "autoContinue",
+                                     .shape = Switch,
+                                     .label = QT_TRANSLATE_NOOP("Library", "Continue by itself"),
+                                     .help = QT_TRANSLATE_NOOP("Library", "The next phase begins when one ends."),
+                                     .value = "true"};
+
+constexpr std::array kTimerOptions = {minutes(QT_TRANSLATE_NOOP("Library", "Duration"))};
+constexpr std::array kPomodoroOptions = {
+    minutes(QT_TRANSLATE_NOOP("Library", "Focus")),
+    WidgetOption{.key = "shortBreak",
+                 .shape = Steps,
+                 .label = QT_TRANSLATE_NOOP("Library", "Short break"),
+                 .words = QT_TRANSLATE_NOOP("Library", "%1 min"),
+                 .usual = 5,
+                 .least = 1,
+                 .most = 240},
+    WidgetOption{.key = "longBreak",
+                 .shape = Steps,
+                 .label = QT_TRANSLATE_NOOP("Library", "Long break"),
+                 .words = QT_TRANSLATE_NOOP("Library", "%1 min"),
+                 .usual = 15,
+                 .least = 1,
+                 .most = 240},
+    WidgetOption{.key = "cycleLength",
+                 .shape = Steps,
+                 .label = QT_TRANSLATE_NOOP("Library", "Sessions before a long break"),
+                 .usual = 4,
+                 .least = 1,
+                 .most = 12},
+    kAutoContinue,
+};
+constexpr std::array kPostureOptions = {
+    minutes(QT_TRANSLATE_NOOP("Library", "Seated")),
+    WidgetOption{.key = "standingMinutes",
+                 .shape = Steps,
+                 .label = QT_TRANSLATE_NOOP("Library", "Standing"),
+                 .words = QT_TRANSLATE_NOOP("Library", "%1 min"),
+                 .usual = 0,
+                 .least = 0,
+                 .most = 240},
+    kAutoContinue,
+};
+
+TickCadence cadence(const DockWidget& widget) {
+  return Ticking::timerIsRunning(widget) ? TickCadence::Second : TickCadence::Still;
+}
+
+void startOrStop(const PartClick& click) { click.store.toggleTimer(click.widget.id); }
+
+/// A moment as timers keep it.
+QString secondsFrom(const QDateTime& now, int seconds) {
+  return QString::number(now.addSecs(seconds).toSecsSinceEpoch());
+}
+QMap<QString, QString> picturedPomodoro(const QDateTime& now) {
+  return {{u"sessions"_s, u"2"_s}, {u"phase"_s, u"work"_s}, {u"deadline"_s, secondsFrom(now, 9 * 60 + 41)}};
+}
+QMap<QString, QString> picturedTimer(const QDateTime&) { return {{u"remaining"_s, u"1125"_s}}; }
+QMap<QString, QString> picturedStopwatch(const QDateTime& now) {
+  return {{u"started"_s, secondsFrom(now, -192)}, {u"laps"_s, u"64.2,131.7"_s}};
+}
+QMap<QString, QString> picturedPosture(const QDateTime& now) {
+  return {{u"minutes"_s, u"45"_s},
+          {u"standingMinutes"_s, u"15"_s},
+          {u"phase"_s, u"seated"_s},
+          {u"deadline"_s, secondsFrom(now, 24 * 60 + 10)}};
+}
+
+constexpr std::array kFamilies = {
+    RoomRow{.word = "timer"_L1,
+            .content = contentOf<makeTimer>,
+            .panel = makeTimerPanel,
+            .accent = always<Accent::Orange>,
+            .cadence = cadence,
+            .options = kTimerOptions,
+            .act = startOrStop},
+};
+constexpr std::array kKinds = {
+    RoomRow{.word = "timer"_L1, .pictured = picturedTimer},
+    RoomRow{.word = "pomodoro"_L1,
+            .accent = always<Accent::Red>,
+            .options = kPomodoroOptions,
+            .pictured = picturedPomodoro},
+    // A stopwatch has no duration.
+    RoomRow{.word = "stopwatch"_L1, .options = std::span<const WidgetOption>(), .pictured = picturedStopwatch},
+    RoomRow{.word = "posture"_L1,
+            .accent = always<Accent::Teal>,
+            .options = kPostureOptions,
+            .pictured = picturedPosture},
+};
+
+}  // namespace
+
+extern const Room kTimersRoom;
+constinit const Room kTimersRoom{.name = "timers"_L1, .families = kFamilies, .kinds = kKinds};
+
+}  // namespace tarnwick

@@ -1,0 +1,60 @@
+#include <array>
+
+#include "views/families/utilities/CalculatorPanel.h"
+#include "views/families/utilities/ColorPanel.h"
+#include "views/families/utilities/ConverterPanel.h"
+#include "views/families/utilities/EmojiPanel.h"
+#include "views/families/utilities/UtilityTiles.h"
+#include "views/panels/Room.h"
+#include "views/tiles/GenericTile.h"
+#include "views/tiles/TileWords.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A tile without space for its whole name is called by what it does.
+TileContent calledByDeed(const TileRequest& request, const QString& deed) {
+  GenericContent content = makeGeneric(request);
+  if (request.widget.title.isEmpty()) content.name = deed;
+  return content;
+}
+TileContent capture(const TileRequest& request) { return calledByDeed(request, TileWords::tr("Capture")); }
+TileContent cleanKeys(const TileRequest& request) { return calledByDeed(request, TileWords::tr("Clean keys")); }
+
+QMap<QString, QString> exampleCalculation(const ExampleRequest&) { return {{u"expression"_s, u"12 × 4 + 2"_s}}; }
+QMap<QString, QString> exampleColor(const ExampleRequest&) { return {{u"color"_s, u"#2E8C94"_s}}; }
+QMap<QString, QString> picturedCalculation(const QDateTime&) {
+  return {{u"expression"_s, u"12 × 4 + 2"_s}, {u"calculations"_s, u"1250 ÷ 8 = 156.25\n(18 + 24) × 3 = 126"_s}};
+}
+QMap<QString, QString> picturedColor(const QDateTime&) {
+  return {{u"color"_s, u"#2E8C94"_s}, {u"recentColors"_s, u"#2E8C94 #F5C542 #C5306E #1B2A3C"_s}};
+}
+
+constexpr std::array kFamilies = {
+    RoomRow{.word = "calculator"_L1,
+            .content = contentOf<makeCalculator>,
+            .panel = makeCalculatorPanel,
+            .example = exampleCalculation,
+            .pictured = picturedCalculation},
+    RoomRow{.word = "converter"_L1, .content = contentOf<makeConverter>, .panel = makeConverterPanel},
+    RoomRow{.word = "color"_L1,
+            .content = contentOf<makeColor>,
+            .panel = makeColorPanel,
+            .example = exampleColor,
+            .pictured = picturedColor},
+    RoomRow{.word = "emoji"_L1, .content = contentOf<makeEmoji>, .panel = makeEmojiPanel},
+    RoomRow{.word = "screenshot"_L1, .content = capture},
+    RoomRow{.word = "keyboardCleaner"_L1, .content = cleanKeys},
+    RoomRow{.word = "wallpaper"_L1},
+    RoomRow{.word = "workflow"_L1},
+};
+
+}  // namespace
+
+extern const Room kUtilitiesRoom;
+constinit const Room kUtilitiesRoom{.name = "utilities"_L1, .families = kFamilies};
+
+}  // namespace tarnwick

@@ -1,0 +1,61 @@
+#include <array>
+
+#include "views/families/weather/WeatherTiles.h"
+#include "views/panels/PanelWords.h"
+#include "views/panels/PlainPanel.h"
+#include "views/panels/Room.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr const char* kNoWeather = QT_TRANSLATE_NOOP("Library", "Weather is not part of this version yet.");
+
+constexpr std::array kOptions = {
+    WidgetOption{.key = "city",
+                 .shape = FieldShape::Line,
+                 .label = QT_TRANSLATE_NOOP("Library", "Place"),
+                 .placeholder = QT_TRANSLATE_NOOP("Library", "Chicago"),
+                 .help = kNoWeather,
+                 .isLater = true},
+    WidgetOption{.key = "weatherLocation",
+                 .shape = FieldShape::Switch,
+                 .label = QT_TRANSLATE_NOOP("Library", "Current location"),
+                 .help = kNoWeather,
+                 .value = "current",
+                 .isLater = true},
+};
+
+PlainWords words(const TilePanel&, const TileSources&) {
+  return {PanelWords::tr("Choose a place to see its weather here."), PanelWords::tr("Choose Place…"), true};
+}
+
+std::unique_ptr<TilePanel> makePlacelessPanel(const PanelContext& context) { return makePlainPanel(context, words); }
+
+void sample(TileSources& sources, const TileSources& samples) {
+  if (!sources.weather) sources.weather = samples.weather;
+}
+
+void picture(TileSources& sources) {
+  sources.weather = WeatherReading{u"6°"_s, u"Kendal"_s, u"Partly cloudy"_s, WeatherPicture::CloudSun};
+}
+
+constexpr std::array kFamilies = {
+    RoomRow{.word = "weather"_L1,
+            .content = contentOf<makePlacelessWeather>,
+            .panel = makePlacelessPanel,
+            .options = kOptions,
+            .sample = sample},
+};
+constexpr std::array kKinds = {
+    RoomRow{.word = "weatherCurrent"_L1, .content = contentOf<makeCurrentWeather>},
+};
+
+}  // namespace
+
+extern const Room kWeatherRoom;
+constinit const Room kWeatherRoom{.name = "weather"_L1, .families = kFamilies, .kinds = kKinds, .picture = picture};
+
+}  // namespace tarnwick

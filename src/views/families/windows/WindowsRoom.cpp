@@ -1,0 +1,60 @@
+#include <array>
+
+#include "views/families/windows/RunningFixture.h"
+#include "views/families/windows/RunningPanels.h"
+#include "views/families/windows/RunningTiles.h"
+#include "views/panels/Room.h"
+#include "views/tiles/GenericTile.h"
+#include "views/tiles/TileWords.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// One that shows no window yet has only its name to show.
+TileContent pinnedWindow(const TileRequest& request) {
+  if (!request.widget.options.value(u"windowTitle"_s).isEmpty()) return makePinnedWindow(request);
+  GenericContent content = makeGeneric(request);
+  content.word = TileWords::tr("Choose window");
+  content.opensEditor = true;
+  return content;
+}
+
+void bringForward(const PartClick& click) {
+  const auto& running = click.store.runningApps();
+  if (click.part >= 0 && click.part < running.size()) click.bringApplication(running[click.part].identity);
+}
+
+QMap<QString, QString> picturedWindow(const QDateTime&) {
+  return {{u"windowTitle"_s, u"Inbox"_s}, {u"appName"_s, u"Mail"_s}};
+}
+
+constexpr std::array kFamilies = {
+    RoomRow{.word = "windows"_L1},
+};
+constexpr std::array kKinds = {
+    RoomRow{.word = "openWindows"_L1,
+            .content = contentOf<makeRunningApps>,
+            .panel = makeRunningAppsPanel,
+            .act = bringForward},
+    RoomRow{.word = "topApps"_L1, .content = contentOf<makeSwitcher>, .panel = makeRunningAppsPanel},
+    RoomRow{.word = "appSwitcher"_L1, .content = contentOf<makeSwitcher>, .panel = makeRunningAppsPanel},
+    RoomRow{.word = "pinnedWindow"_L1,
+            .content = pinnedWindow,
+            .panel = makePinnedWindowPanel,
+            .pictured = picturedWindow},
+};
+
+}  // namespace
+
+extern const Room kWindowsRoom;
+constinit const Room kWindowsRoom{.name = "windows"_L1,
+                                  .families = kFamilies,
+                                  .kinds = kKinds,
+                                  .picture = pictureRunning,
+                                  .furnish = furnishRunning,
+                                  .equip = equipWindows};
+
+}  // namespace tarnwick

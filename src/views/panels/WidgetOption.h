@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QString>
+
+namespace tarnwick {
+
+/// How an option of a widget is set.
+enum class FieldShape {
+  Line,          ///< A line of text.
+  Number,        ///< A line that should hold a number.
+  Text,          ///< Several lines.
+  Switch,        ///< On writes `value`, off leaves the option away.
+  Steps,         ///< A whole number between two ends.
+  Choice,        ///< One of a few words.
+  Zone,          ///< A time zone.
+  Zones,         ///< Several of them.
+  Application,   ///< The path of a desktop entry.
+  Applications,  ///< Several of them.
+  Folder,        ///< The path of a folder.
+  Toggles,       ///< The switches of a tile of quick toggles.
+  Credential     ///< Kept elsewhere than the option.
+};
+
+/// An option of a kind, as its room declares it; the form of a widget follows from that. Texts are marked for
+/// translation where they stand, in the context "Library", `fault` in "WidgetEditor".
+struct WidgetOption {
+  const char* key;
+  FieldShape shape;
+  const char* label = "";
+  const char* placeholder = "";
+  const char* help = "";
+  const char* value = "";  ///< What a switch writes; of a choice its values, joined by ",", the first being the default.
+  const char* words = "";  ///< Of a choice, joined by ",".
+  int usual = 0;           ///< What an absent option means, of steps.
+  int least = 0;
+  int most = 0;
+  const char* fault = "";                ///< The sentence of a failed save that belongs to this line.
+  bool isLater = false;                  ///< Nothing reads it yet, as `help` says: it is shown out of use.
+  QString (*usualPath)() = nullptr;  ///< Of a folder: the one that an absent option means, in place of a placeholder.
+};
+
+/// Where this tool usually is.
+inline constexpr const char* kCodexExecutable = "/usr/bin/codex";
+
+}  // namespace tarnwick

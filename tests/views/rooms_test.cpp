@@ -1,0 +1,72 @@
+#include <gtest/gtest.h>
+
+#include "DockFixture.h"
+#include "views/families/Rooms.h"
+#include "widgets/catalog/Catalog.h"
+
+namespace tarnwick::testing {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+qsizetype roomsThatName(const QString& word, std::span<const RoomRow> Room::*list) {
+  qsizetype count = 0;
+  for (const Room* room : Rooms::all()) count += std::ranges::count(room->*list, word, &RoomRow::word);
+  return count;
+}
+
+TEST(Rooms, EachKindBelongsToExactlyOne) {
+  for (const WidgetDefinition& definition : Catalog::items()) {
+    const qsizetype byKind = roomsThatName(definition.id, &Room::kinds);
+    EXPECT_LE(byKind, 1) << qPrintable(definition.id);
+    EXPECT_EQ(roomsThatName(definition.family, &Room::families), 1) << qPrintable(definition.family);
+    EXPECT_TRUE(Rooms::of(definition)) << qPrintable(definition.id);
+  }
+}
+
+TEST(Rooms, NameOnlyWhatTheCatalogHas) {
+  const QList<WidgetDefinition>& items = Catalog::items();
+  for (const Room* room : Rooms::all()) {
+    for (const RoomRow& row : room->kinds)
+      EXPECT_TRUE(std::ranges::any_of(items, [&](const auto& item) { return item.id == row.word; }))
+          << room->name.data() << ": " << row.word.data();
+    for (const RoomRow& row : room->families)
+      EXPECT_TRUE(std::ranges::any_of(items, [&](const auto& item) { return item.family == row.word; }))
+          << room->name.data() << ": " << row.word.data();
+  }
+}
+
+TEST(Rooms, AKindsRowGoesBeforeItsFamilys) {
+  const auto accent = [](const QString& kind) { return tileAccent(Catalog::find(kind)); };
+  EXPECT_EQ(accent(u"digitalClock"_s), Accent::Orange);
+  EXPECT_EQ(accent(u"dayNumber"_s), Accent::Red);
+  EXPECT_EQ(Rooms::options(u"exercise"_s).size(), 1u) << "a duration, as all timers";
+  EXPECT_TRUE(Rooms::options(u"stopwatch"_s).empty()) << "a stopwatch has none";
+  EXPECT_FALSE(Rooms::hasForm(u"dockSpace"_s));
+}
+
+TEST(Rooms, LetATileTickAsSeldomAsItCan) {
+  using enum TickCadence;
+  struct Case {
+    QString kind;
+    bool running;
+    TickCadence expected;
+  };
+  const Case cases[] = {{u"timeSeconds"_s, false, Second},
+                        {u"analogMinimal"_s, false, Second},
+                        {u"digitalClock"_s, false, Minute},
+                        {u"timer"_s, true, Second},
+                        {u"timer"_s, false, Still},
+                        {u"nowPlayingMini"_s, false, Second},
+                        {u"quickTodo"_s, false, Minute},
+                        {u"calendarDayProgress"_s, false, Minute},
+                        {u"cpu"_s, true, Still}};
+  for (const Case& c : cases) {
+    DockWidget ticking = widget(c.kind);
+    if (c.running) ticking.options.insert(u"deadline"_s, u"1"_s);
+    EXPECT_EQ(Rooms::cadence(ticking), c.expected) << qPrintable(c.kind);
+  }
+}
+
+}  // namespace
+}  // namespace tarnwick::testing
