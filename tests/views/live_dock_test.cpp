@@ -84,7 +84,7 @@ TEST_F(LiveDockTest, TilesAreMadeAnewAsOftenAsTheyTick) {
   gathered = 0;
   beat(56);
   EXPECT_NE(shown(1), minutes);
-  EXPECT_EQ(gathered, 28 + 1) << "for each sample, and for the minute";
+  EXPECT_EQ(gathered, 1) << "for the minute; a sample brings its own part alone";
 
   // The wall clock may go back within a minute's beat.
   time.jump(-3600);
@@ -136,6 +136,33 @@ TEST_F(LiveDockTest, AHiddenDockIsFrozenAndCatchesUpAtOnce) {
   dock->show();
   EXPECT_EQ(gathered, 1);
   EXPECT_NE(picture(0), frozen);
+}
+
+/// Counts, for any widget that is asked for.
+class CountingSource final : public TileSource {
+ public:
+  void fill(TileSources& sources, const QList<DockWidget>&) override { sources.shelfItems = ++count; }
+  int count = 0;
+};
+
+TEST_F(LiveDockTest, AValueOfOneWidgetReachesItsTileAlone) {
+  CountingSource source;
+  DockActions actions;
+  actions.sources = {&source};
+  show({u"fileShelf"_s, u"fileShelf"_s}, actions);
+  const QStringList before{shown(0), shown(1)};
+  Q_EMIT source.widgetChanged(store.widgets()[1].id);
+  EXPECT_EQ(shown(0), before[0]);
+  EXPECT_NE(shown(1), before[1]);
+  EXPECT_EQ(gathered, 0) << "no other source was asked";
+  Q_EMIT source.changed({u"files"_s});
+  EXPECT_NE(shown(0), before[0]);
+  const int asked = source.count;
+  Q_EMIT source.widgetChanged(QUuid::createUuid());
+  dock->hide();
+  Q_EMIT source.changed({u"files"_s});
+  EXPECT_EQ(source.count, asked) << "neither for a widget of another dock nor while nobody looks";
+  dock.reset();
 }
 
 }  // namespace

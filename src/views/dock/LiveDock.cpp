@@ -29,6 +29,9 @@ LiveDock::LiveDock(AppStore& store, Toggles& toggles, const QString& display, Do
   view_->setIconProvider(std::move(icons));
   view_->setSwitchGuard([this] { return askAction(actions_.mayNotSwipe); });
   connect(view_, &DockView::shapeChanged, this, &DockContent::shapeChanged);
+  storeSources_ = makeStoreSources(store_, toggles_, actions_);
+  for (const auto& source : storeSources_) follow(*source);
+  for (TileSource* source : actions_.sources) follow(*source);
   connectStore();
   connectTiles();
   connectApplications();
@@ -131,14 +134,33 @@ void LiveDock::beat() {
   view_->refresh(shown_, isDue);
 }
 
-TileSources LiveDock::sources() const { return storeSources(store_, toggles_, actions_, view_->row().widgets); }
+void LiveDock::follow(TileSource& source) {
+  connect(&source, &TileSource::changed, this, [this, &source](const QStringList& families) {
+    take(source, [&](const DockWidget& widget) { return families.contains(Catalog::find(widget.kind).family); });
+  });
+  connect(&source, &TileSource::widgetChanged, this, [this, &source](const QUuid& id) {
+    take(source, [&](const DockWidget& widget) { return widget.id == id; });
+  });
+}
+
+void LiveDock::take(TileSource& source, const std::function<bool(const DockWidget&)>& which) {
+  if (std::ranges::none_of(view_->row().widgets, which) || !isSeen()) return;
+  source.fill(shown_, view_->row().widgets);
+  shown_.now = store_.now();
+  view_->refresh(shown_, which);
+}
+
+TileSources LiveDock::sources() const {
+  TileSources sources;
+  for (const auto& source : storeSources_) source->fill(sources, view_->row().widgets);
+  for (TileSource* source : actions_.sources) source->fill(sources, view_->row().widgets);
+  return sources;
+}
 
 void LiveDock::connectStore() {
   connect(&store_, &AppStore::configChanged, this, &LiveDock::rebuildRow);
   connect(&store_, &AppStore::runningAppsChanged, this, &LiveDock::rebuildRow);
   connect(&store_, &AppStore::ticked, this, &LiveDock::beat);
-  connect(&store_.system(), &SystemMetrics::changed, this, [this] { refreshFamily(u"metric"_s); });
-  connect(&toggles_, &Toggles::changed, this, &LiveDock::refreshTiles);
 }
 
 // --- What a hand does -----------------------------------------------------------------------------------------------

@@ -3,13 +3,16 @@
 #include <QUrl>
 #include <QUuid>
 #include <functional>
+#include <memory>
 #include <optional>
+#include <vector>
 
 #include "apps/ports/LauncherHints.h"
 #include "desktop/Toggles.h"
 #include "dock/DockContent.h"
 #include "store/AppStore.h"
 #include "views/dock/DockView.h"
+#include "views/tiles/TileSource.h"
 
 namespace tarnwick {
 
@@ -70,6 +73,9 @@ struct DockActions {
   std::function<void(const QUrl& url)> openUrl;
   /// Adds what these widgets show of the machine and of the user's files (see Rooms::read).
   std::function<void(ReadingFacts& readings, const QList<DockWidget>& widgets)> addReadings;
+  /// Where values come from that neither the store nor the desktop has, such as those of services. Borrowed; they
+  /// outlive the dock.
+  QList<TileSource*> sources;
 };
 
 /// The dock of one display, kept true to the store: its row follows the settings and the running applications, its
@@ -102,6 +108,9 @@ class LiveDock final : public DockContent {
 
  private:
   void refreshTiles();
+  void follow(TileSource& source);
+  /// Takes the source's part anew, for the tiles that show it.
+  void take(TileSource& source, const std::function<bool(const DockWidget&)>& which);
   void beat();
   /// Whether tiles may be made anew now; while nobody sees them it is noted that they are late.
   bool isSeen();
@@ -118,6 +127,7 @@ class LiveDock final : public DockContent {
   DockActions actions_;
   DockGeometry geometry_;
   DockView* view_;
+  std::vector<std::unique_ptr<TileSource>> storeSources_;
   TileSources shown_;  ///< What the tiles were made from last.
   qint64 minute_ = 0;  ///< The one that tiles showed last, since 1970.
   bool isFilled_ = false;

@@ -45,41 +45,133 @@ std::optional<ApplicationFacts> applicationOf(const AppStore& store, const DockA
   return facts;
 }
 
+class MomentSource final : public TileSource {
+ public:
+  MomentSource(const AppStore& store, const DockActions& actions) : store_(store), actions_(actions) {}
+  void fill(TileSources& sources, const QList<DockWidget>&) override {
+    sources.now = store_.now();
+    sources.use24Hour = askAction(actions_.uses24Hour).value_or(writes24Hours(sources.locale));
+  }
+
+ private:
+  const AppStore& store_;
+  const DockActions& actions_;
+};
+
+class MachineSource final : public TileSource {
+ public:
+  explicit MachineSource(const AppStore& store) : system_(store.system()) {
+    connect(&system_, &SystemMetrics::changed, this, [this] { Q_EMIT changed({u"metric"_s}); });
+  }
+  void fill(TileSources& sources, const QList<DockWidget>&) override {
+    sources.metrics.reset();
+    sources.cpuHistory.clear();
+    if (!system_.cpuHistory().isEmpty()) sources.metrics = system_.snapshot();
+    // How busy the processor is follows from two looks at its counters.
+    if (system_.cpuHistory().size() == 1)
+      sources.metrics->cpu = std::numeric_limits<double>::quiet_NaN();
+    else
+      sources.cpuHistory = system_.cpuHistory();
+    sources.memoryHistory = system_.ramHistory();
+    sources.networkHistory = system_.networkHistory();
+    sources.readings.downloadHistory = system_.downloadHistory();
+    sources.readings.uploadHistory = system_.uploadHistory();
+  }
+
+ private:
+  const SystemMetrics& system_;
+};
+
+class SwitchSource final : public TileSource {
+ public:
+  explicit SwitchSource(const Toggles& toggles) : toggles_(toggles) {
+    connect(&toggles_, &Toggles::changed, this, [this] { Q_EMIT changed({u"toggles"_s}); });
+  }
+  void fill(TileSources& sources, const QList<DockWidget>& widgets) override {
+    sources.toggles.clear();
+    // A switch begins to listen to its service when it is first asked, so only those that are shown are.
+    if (std::ranges::none_of(widgets, isSwitches)) return;
+    for (const Toggle toggle :
+         {Toggle::WiFi, Toggle::Bluetooth, Toggle::DarkMode, Toggle::DoNotDisturb, Toggle::Mute, Toggle::KeepAwake})
+      sources.toggles.insert(toggle, toggles_.state(toggle));
+  }
+
+ private:
+  const Toggles& toggles_;
+};
+
+class ApplicationSource final : public TileSource {
+ public:
+  ApplicationSource(const AppStore& store, const DockActions& actions) : store_(store), actions_(actions) {}
+  void fill(TileSources& sources, const QList<DockWidget>& widgets) override {
+    sources.readings.running.clear();
+    for (const RunningApp& app : store_.runningApps())
+      sources.readings.running.append({app.identity, app.name, iconOf(app, actions_), app.active});
+    sources.applications.clear();
+    for (const DockWidget& widget : widgets)
+      for (const QString& path : pathsOf(widget))
+        if (const auto facts = applicationOf(store_, actions_, path)) sources.applications.insert(path, *facts);
+  }
+
+ private:
+  const AppStore& store_;
+  const DockActions& actions_;
+};
+
+class DocumentSource final : public TileSource {
+ public:
+  explicit DocumentSource(const AppStore& store) : store_(store) {}
+  void fill(TileSources& sources, const QList<DockWidget>&) override {
+    sources.shelfItems = store_.config().shelf.size();
+    sources.todos = store_.config().todos;
+    sources.latestNote.reset();
+    if (const auto notes = notesByAge(store_.config()); !notes.isEmpty())
+      sources.latestNote = noteReading(notes.first().options.value(u"text"_s));
+  }
+
+ private:
+  const AppStore& store_;
+};
+
+/// The calendars, the trash, and what is read of the machine and of the user's files.
+class ReadingSource final : public TileSource {
+ public:
+  ReadingSource(const AppStore& store, const DockActions& actions) : store_(store), actions_(actions) {}
+  void fill(TileSources& sources, const QList<DockWidget>& widgets) override {
+    sources.trashItems = askAction(actions_.trashItems);
+    sources.calendar = calendarOf(store_, actions_);
+    ReadingFacts readings;
+    readings.downloadHistory = sources.readings.downloadHistory;
+    readings.uploadHistory = sources.readings.uploadHistory;
+    readings.running = sources.readings.running;
+    if (actions_.addReadings) actions_.addReadings(readings, widgets);
+    sources.readings = std::move(readings);
+  }
+
+ private:
+  const AppStore& store_;
+  const DockActions& actions_;
+};
+
 }  // namespace
+
+std::vector<std::unique_ptr<TileSource>> makeStoreSources(const AppStore& store, const Toggles& toggles,
+                                                          const DockActions& actions) {
+  std::vector<std::unique_ptr<TileSource>> sources;
+  sources.push_back(std::make_unique<MomentSource>(store, actions));
+  sources.push_back(std::make_unique<MachineSource>(store));
+  sources.push_back(std::make_unique<SwitchSource>(toggles));
+  sources.push_back(std::make_unique<ApplicationSource>(store, actions));
+  sources.push_back(std::make_unique<DocumentSource>(store));
+  sources.push_back(std::make_unique<ReadingSource>(store, actions));
+  return sources;
+}
 
 TileSources storeSources(const AppStore& store, const Toggles& toggles, const DockActions& actions,
                          const QList<DockWidget>& widgets) {
   TileSources sources;
-  sources.now = store.now();
-  sources.use24Hour = askAction(actions.uses24Hour).value_or(writes24Hours(sources.locale));
-  const SystemMetrics& system = store.system();
-  if (!system.cpuHistory().isEmpty()) sources.metrics = system.snapshot();
-  // How busy the processor is follows from two looks at its counters.
-  if (system.cpuHistory().size() == 1)
-    sources.metrics->cpu = std::numeric_limits<double>::quiet_NaN();
-  else
-    sources.cpuHistory = system.cpuHistory();
-  sources.memoryHistory = system.ramHistory();
-  sources.networkHistory = system.networkHistory();
-  sources.readings.downloadHistory = system.downloadHistory();
-  sources.readings.uploadHistory = system.uploadHistory();
-  for (const RunningApp& app : store.runningApps())
-    sources.readings.running.append({app.identity, app.name, iconOf(app, actions), app.active});
-  // A switch begins to listen to its service when it is first asked, so only those that are shown are.
-  if (std::ranges::any_of(widgets, isSwitches))
-    for (const Toggle toggle :
-         {Toggle::WiFi, Toggle::Bluetooth, Toggle::DarkMode, Toggle::DoNotDisturb, Toggle::Mute, Toggle::KeepAwake})
-      sources.toggles.insert(toggle, toggles.state(toggle));
-  for (const DockWidget& widget : widgets)
-    for (const QString& path : pathsOf(widget))
-      if (const auto facts = applicationOf(store, actions, path)) sources.applications.insert(path, *facts);
-  sources.shelfItems = store.config().shelf.size();
-  sources.trashItems = askAction(actions.trashItems);
-  sources.todos = store.config().todos;
-  sources.calendar = calendarOf(store, actions);
-  if (const auto notes = notesByAge(store.config()); !notes.isEmpty())
-    sources.latestNote = noteReading(notes.first().options.value(u"text"_s));
-  if (actions.addReadings) actions.addReadings(sources.readings, widgets);
+  for (const auto& source : makeStoreSources(store, toggles, actions)) source->fill(sources, widgets);
+  for (TileSource* source : actions.sources) source->fill(sources, widgets);
   return sources;
 }
 

@@ -3,16 +3,23 @@
 #include <QList>
 #include <memory>
 #include <type_traits>
+#include <vector>
 
 #include "desktop/Toggles.h"
 #include "store/AppStore.h"
 #include "views/dock/LiveDock.h"
+#include "views/tiles/TileSource.h"
 #include "views/tiles/TileSources.h"
 
 namespace tarnwick {
 
-/// What tiles of these widgets show at this moment, whether or not a dock holds them. Of `actions` only the questions
-/// are asked.
+/// What the store, the switches and the desktop have for tiles. Of `actions` only the questions are asked. Everything is
+/// borrowed and outlives the sources.
+std::vector<std::unique_ptr<TileSource>> makeStoreSources(const AppStore& store, const Toggles& toggles,
+                                                          const DockActions& actions);
+
+/// What tiles of these widgets show at this moment, whether or not a dock holds them: the same sources, and those that
+/// `actions` brings, each asked once.
 TileSources storeSources(const AppStore& store, const Toggles& toggles, const DockActions& actions,
                          const QList<DockWidget>& widgets);
 

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QStringList>
+#include <QUuid>
+
+#include "config/DockWidget.h"
+#include "views/tiles/TileSources.h"
+
+namespace tarnwick {
+
+/// One of the places that values of tiles come from. It gives its own part of TileSources and tells when that is another
+/// than before, so that nothing else is asked then and no other tile is made anew.
+class TileSource : public QObject {
+  Q_OBJECT
+ public:
+  /// Sets its whole part, whatever stood there, to what these widgets show. What none of them shows is not read.
+  virtual void fill(TileSources& sources, const QList<DockWidget>& widgets) = 0;
+
+ Q_SIGNALS:
+  /// Tiles of these families show another value.
+  void changed(const QStringList& families);
+  /// The tile of one widget does, and no other.
+  void widgetChanged(const QUuid& widget);
+};
+
+}  // namespace tarnwick
