@@ -38,6 +38,9 @@ void paintReading(TileCanvas& canvas, const WeatherReading& reading) {
                 canvas.colors().secondary);
 }
 
+/// The word on tiles that know no place yet.
+QString choosePlaceWord() { return TileWords::tr("Set place"); }
+
 void paintUnconnected(TileCanvas& canvas, const QString& name) {
   using namespace theme;
   QPainter& painter = canvas.painter();
@@ -55,9 +58,6 @@ void paintUnconnected(TileCanvas& canvas, const QString& name) {
   if (canvas.showsLastRow())
     canvas.text(kTextLeft, kWordBaseline, room, TextStyle::Caption, choosePlaceWord(), canvas.accentWord());
 }
-
-/// The word on tiles that know no place yet.
-QString choosePlaceWord() { return TileWords::tr("Set place"); }
 
 }  // namespace
 
