@@ -14,6 +14,7 @@
 #include "app/SocketSession.h"
 #include "app/StatusItem.h"
 #include "base/DomainError.h"
+#include "views/motion/Animator.h"
 #include "views/theme/MenuStyle.h"
 #include "views/theme/WindowPalette.h"
 
@@ -35,10 +36,14 @@ void call(const std::function<void()>& action) {
 
 AppDelegate::AppDelegate(StoreSetup store, DelegateSetup setup)
     : setup_(std::move(setup)), store_(std::make_unique<AppStore>(std::move(store))) {
+  WindowClocks::set(setup_.ports.clocks);
   makeDock();
 }
 
-AppDelegate::~AppDelegate() { willTerminate(); }
+AppDelegate::~AppDelegate() {
+  willTerminate();
+  WindowClocks::set(nullptr);
+}
 
 void AppDelegate::didFinishLaunching() {
   const auto dressMenus = [panels = setup_.ports.panels] {
@@ -160,6 +165,7 @@ void AppDelegate::makeDock() {
   parts.colors = setup_.colors;
   parts.icons = setup_.icons;
   parts.sendNearby = nearbySender(setup_.installedApps->environment(), setup_.environment);
+  parts.clocks = setup_.ports.clocks;
   desk_ = std::make_unique<DockDesk>(std::move(parts));
   dock_ = std::make_unique<DockController>(*store_, setup_.ports,
                                            [this](const QString& display) { return desk_->makeContent(display); });

@@ -108,6 +108,7 @@ QRect DockDesk::besideRect(const QString& display, const QUuid& widget) const {
 
 std::unique_ptr<DockContent> DockDesk::makeContent(const QString& display) {
   auto dock = std::make_unique<LiveDock>(*parts_.store, *parts_.toggles, display, parts_.icons, actions(display));
+  dock->setFrameClock(parts_.clocks->make(display));
   docks_[display] = dock.get();
   connect(&dock->view(), &DockView::handLeft, this, [this] {
     if (controller_) controller_->checkEdge();

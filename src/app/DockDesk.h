@@ -31,6 +31,7 @@ struct DockDeskParts {
   AppStore* store = nullptr;
   Screens* screens = nullptr;
   Panels* panels = nullptr;
+  FrameClocks* clocks = nullptr;
   MotionPreference* motion = nullptr;
   RunningApplications* running = nullptr;
   ClientWindows* windows = nullptr;

@@ -6,6 +6,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include "../support/TestFrameClock.h"
 #include "views/controls/Rows.h"
 #include "views/controls/Switch.h"
 #include "views/onboarding/MenuBarPanel.h"
@@ -129,6 +130,9 @@ TEST_F(OnboardingTest, SaysWhatIsMissingAndWhyAlsoWhereTheDesktopAnswersLate) {
 
 TEST(LayoutPicture, MovesOnlyWhileItIsSeenAndWantedAndComesToRest) {
   LayoutPicture picture(DockLayout::Swap, LayoutPicture::kSmall);
+  auto made = std::make_unique<test::TestFrameClock>();
+  test::TestFrameClock& clock = *made;
+  picture.setClock(std::move(made));
   picture.setMoving(true);
   EXPECT_FALSE(picture.isMoving());
   picture.show();
@@ -144,7 +148,15 @@ TEST(LayoutPicture, MovesOnlyWhileItIsSeenAndWantedAndComesToRest) {
   picture.setReduceMotion(false);
   picture.setMoving(false);
   picture.setMoving(true);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return !picture.isMoving(); }, 30'000));
+  const QImage still = picture.grab().toImage();
+  clock.beat(0.2);
+  EXPECT_NE(picture.grab().toImage(), still);
+  clock.beat(5);
+  EXPECT_TRUE(picture.isMoving());
+  clock.beat(5);
+  EXPECT_FALSE(picture.isMoving());
+  EXPECT_FALSE(clock.isRunning()) << "nothing beats for a picture that rests";
+  EXPECT_EQ(picture.grab().toImage(), still);
 }
 
 TEST_F(OnboardingTest, ThePanelOfTheStatusItemShowsTheDockAndLeadsOn) {

@@ -63,8 +63,19 @@ QPixmap icon(const DockApp& app, int size, double ratio) {
   return picture;
 }
 
-std::unique_ptr<DockView> makeView(const DockRow& row, int width) {
-  auto view = std::make_unique<DockView>();
+MovedView::MovedView() {
+  auto clock = std::make_unique<test::TestFrameClock>();
+  clock_ = clock.get();
+  setFrameClock(std::move(clock));
+}
+
+bool MovedView::rest() {
+  beat(60);
+  return !isMoving();
+}
+
+std::unique_ptr<MovedView> makeView(const DockRow& row, int width) {
+  auto view = std::make_unique<MovedView>();
   view->setIconProvider(icon);
   view->setRow(row);
   view->refresh(morning());

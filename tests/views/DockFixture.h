@@ -5,6 +5,7 @@
 #include <QPixmap>
 #include <stdexcept>
 
+#include "../support/TestFrameClock.h"
 #include "views/dock/DockView.h"
 #include "views/families/Rooms.h"
 
@@ -18,8 +19,21 @@ QList<DockApp> runningApps();
 /// Coloured squares in the place of real icons.
 QPixmap icon(const DockApp& app, int size, double ratio);
 
+/// A view that moves when the test says so.
+class MovedView : public DockView {
+ public:
+  MovedView();
+  /// Lets so many seconds of frames pass, fewer where everything has come to rest before. Returns how many there were.
+  int beat(double seconds = test::TestFrameClock::kFrame) { return clock_->beat(seconds); }
+  /// Lets frames pass until nothing moves. False where that would take more than a minute.
+  bool rest();
+
+ private:
+  test::TestFrameClock* clock_;  // Owned by the view.
+};
+
 /// A view of the row, filled and laid out in a slot `width` wide; 0 for as wide as the row wants.
-std::unique_ptr<DockView> makeView(const DockRow& row, int width = 0);
+std::unique_ptr<MovedView> makeView(const DockRow& row, int width = 0);
 /// What the view paints, over nothing.
 QImage paintedBy(QWidget& view, double ratio = 1);
 

@@ -9,7 +9,6 @@
 #include <QMimeData>
 
 #include "../support/TestScheduler.h"
-#include "../support/Wait.h"
 #include "DockFixture.h"
 #include "config/Reordering.h"
 #include "config/WidgetTransfer.h"
@@ -93,7 +92,7 @@ TEST(Dragging, MovesATileToWhereItIsLetGo) {
   EXPECT_EQ(moved->second, 3);
   EXPECT_EQ(view->row().widgets[3].id, taken);
   EXPECT_TRUE(activated.isNull()) << "a drag is no click";
-  EXPECT_TRUE(waitFor([&] { return !view->isMoving(); })) << "frames run only while something moves";
+  EXPECT_TRUE(view->rest()) << "frames run only while something moves";
 }
 
 TEST(Dragging, IsTakenBackByEscapeAndFarAway) {
@@ -139,7 +138,8 @@ TEST(Dragging, IsNotCutToTheTilesWhereNothingComposites) {
   take(*view, 0);
   EXPECT_TRUE(told.contains(gap)) << "a tile on its way";
   mouse(*view, QEvent::MouseButtonRelease, first.center());
-  EXPECT_TRUE(waitFor([&] { return !told.contains(gap); }));
+  EXPECT_TRUE(view->rest());
+  EXPECT_FALSE(told.contains(gap));
 
   QMimeData widgetText;
   widgetText.setText(WidgetTransfer::encode(widget(u"cpu"_s)));
@@ -483,7 +483,7 @@ TEST(Profiles, TheRowSlidesAndComesToRest) {
   next.activeTab = 1;
   view->setRow(next);
   EXPECT_TRUE(view->isMoving());
-  EXPECT_TRUE(waitFor([&] { return !view->isMoving(); }));
+  EXPECT_TRUE(view->rest());
   const auto still = makeView(next, static_cast<int>(view->rect().width()) - 48);
   EXPECT_EQ(paintedBy(*view), paintedBy(*still)) << "nothing is left of the old row";
 }
@@ -503,6 +503,11 @@ TEST(Starting, PulsesForAWhileAndStopsByItself) {
   row.runningApps[2].launching = row.reduceMotion = true;
   view->setRow(row);
   EXPECT_FALSE(view->isMoving()) << "not where motion is reduced";
+  row.reduceMotion = false;
+  view->setRow(row);
+  EXPECT_TRUE(view->rest());
+  view->refresh(morning());
+  EXPECT_FALSE(view->isMoving()) << "it was seen for long enough";
 }
 
 TEST(UndoBubbles, LiveForEightSecondsOfNobodyPointing) {

@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "../support/Wait.h"
 #include "DockFixture.h"
 #include "views/dock/MessageBubble.h"
 #include "views/theme/Symbols.h"
@@ -220,36 +219,36 @@ TEST(Pictures, TheDockUnderTheHand) {
     QDragEnterEvent enter(at.toPoint(), Qt::CopyAction | Qt::LinkAction, &files, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(&view, &enter);
   };
-  const std::vector<std::function<void(DockView&)>> hands = {
-      [](DockView& view) {
+  const std::vector<std::function<void(MovedView&)>> hands = {
+      [](MovedView& view) {
         view.showTabs(true);
-        waitFor([&] { return !view.isMoving(); });
+        view.rest();
       },
-      [](DockView& view) {
+      [](MovedView& view) {
         const QPointF at = view.itemRect(1).center();
         mouse(view, QEvent::MouseButtonPress, at);
         mouse(view, QEvent::MouseMove, at + QPointF(7, 0));
         mouse(view, QEvent::MouseMove, view.itemRect(2).center() + QPointF(20, 0));
-        waitFor([&] { return !view.isMoving(); });
+        view.rest();
       },
-      [&](DockView& view) { hold(view, view.itemRect(4).center()); },
-      [&](DockView& view) { hold(view, view.itemRect(9).center()); },
-      [&](DockView& view) { hold(view, view.itemRect(2).center() + QPointF(5, 0)); },
-      [](DockView& view) {
+      [&](MovedView& view) { hold(view, view.itemRect(4).center()); },
+      [&](MovedView& view) { hold(view, view.itemRect(9).center()); },
+      [&](MovedView& view) { hold(view, view.itemRect(2).center() + QPointF(5, 0)); },
+      [](MovedView& view) {
         view.setFocus();
         press(view, Qt::Key_End);
       },
-      [](DockView& view) {
+      [](MovedView& view) {
         view.resize(700, view.height());
         view.grab();
         wheel(view, view.itemRect(1).center(), {0, -120});
       },
-      [](DockView& view) {
+      [](MovedView& view) {
         DockRow next = view.row();
         next.activeTab = 1;
         next.widgets = {widget(u"digitalClock"_s), widget(u"storage"_s), widget(u"systemQuickToggles"_s)};
         view.setRow(next);
-        QEventLoop().processEvents(QEventLoop::WaitForMoreEvents, 90);
+        view.beat(0.09);
       }};
   const QSize band(1240, 160);
   QImage sheet(QSize(band.width(), band.height() * static_cast<int>(hands.size())) * ratio,

@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "DockFixture.h"
-#include "../support/Wait.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
 #include "views/tiles/TileGround.h"
@@ -122,17 +121,17 @@ TEST(TilePictures, AreGoneWhenTheDockIsStill) {
   view->clearFocus();
   const QPointF tile = view->itemRect(1).center();
   mouse(*view, QEvent::MouseMove, tile - QPointF(40, 0), Qt::NoButton);
-  ASSERT_TRUE(waitFor([&] { return !view->isMoving(); }));
+  ASSERT_TRUE(view->rest());
   mouse(*view, QEvent::MouseMove, tile, Qt::NoButton);
-  ASSERT_TRUE(view->isMoving() || waitFor([&] { return view->isMoving(); }));
-  ASSERT_TRUE(waitFor([&] { return !view->isMoving(); }));
+  ASSERT_TRUE(view->isMoving());
+  ASSERT_TRUE(view->rest());
   // A tile of which no picture ever was.
   const auto other = makeView(row);
   other->show();
   QCoreApplication::processEvents();
   other->clearFocus();
   mouse(*other, QEvent::MouseMove, tile, Qt::NoButton);
-  ASSERT_TRUE(waitFor([&] { return !other->isMoving(); }));
+  ASSERT_TRUE(other->rest());
   EXPECT_EQ(paintedBy(*view), paintedBy(*other));
 
   // What changes under way is what is seen.
@@ -144,7 +143,7 @@ TEST(TilePictures, AreGoneWhenTheDockIsStill) {
   QEvent leave(QEvent::Leave);
   QCoreApplication::sendEvent(view.get(), &leave);
   paintedBy(*view);
-  ASSERT_TRUE(waitFor([&] { return !view->isMoving(); }));
+  ASSERT_TRUE(view->rest());
   EXPECT_NE(paintedBy(*view), untouched);
   view->refresh(morning());
   EXPECT_EQ(paintedBy(*view), untouched);

@@ -10,15 +10,12 @@
 
 namespace tarnwick {
 
-Switch::Switch(const QString& label, QWidget* parent) : QCheckBox(parent) {
+Switch::Switch(const QString& label, QWidget* parent)
+    : QCheckBox(parent), knob_(animator_, theme::kFadeSeconds, [this] { update(); }) {
   setAccessibleName(label);
   setFocusPolicy(Qt::TabFocus);
   setAttribute(Qt::WA_Hover);
   setFixedSize(theme::kSwitchWidth, theme::kSwitchHeight);
-  knob_.setDuration(theme::kFadeMilliseconds);
-  knob_.setStartValue(0.0);
-  knob_.setEndValue(0.0);
-  connect(&knob_, &QVariantAnimation::valueChanged, this, qOverload<>(&QWidget::update));
 }
 
 QSize Switch::sizeHint() const { return {theme::kSwitchWidth, theme::kSwitchHeight}; }
@@ -34,14 +31,8 @@ void Switch::nextCheckState() {
 }
 
 void Switch::travel() {
-  const double from =
-      knob_.state() == QAbstractAnimation::Running ? knob_.currentValue().toDouble() : knob_.endValue().toDouble();
   const double to = isChecked() ? 1 : 0;
-  if (knob_.endValue().toDouble() == to) return;
-  knob_.stop();
-  knob_.setStartValue(from);
-  knob_.setEndValue(to);
-  if (isVisible()) knob_.start();
+  isVisible() ? knob_.fadeTo(to) : knob_.jump(to);
   update();
 }
 
@@ -62,8 +53,7 @@ void Switch::paintEvent(QPaintEvent*) {
   painter.setRenderHint(QPainter::Antialiasing);
   if (!isEnabled()) painter.setOpacity(theme::kDisabledOpacity);
   const ControlLook& look = lookOf(*this);
-  const double at =
-      knob_.state() == QAbstractAnimation::Running ? knob_.currentValue().toDouble() : knob_.endValue().toDouble();
+  const double at = knob_.value();
   const QRectF box(0, 0, theme::kSwitchWidth, theme::kSwitchHeight);
   const double corner = box.height() / 2;
   drawRounded(painter, box, corner, look.palette.tab);

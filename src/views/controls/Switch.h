@@ -1,9 +1,9 @@
 #pragma once
 
 #include <QCheckBox>
-#include <QVariantAnimation>
 
 #include "views/controls/ControlLook.h"
+#include "views/motion/Fade.h"
 
 namespace tarnwick {
 
@@ -26,7 +26,8 @@ class Switch final : public QCheckBox {
  private:
   void travel();
 
-  QVariantAnimation knob_;
+  Animator animator_{WindowClocks::make()};
+  Fade knob_;  ///< 1 where it is on.
   bool byKeyboard_ = false;
 };
 

@@ -67,7 +67,7 @@ bool DockView::hold(QDropEvent* event) {
   event->setDropAction(action);
   event->setAccepted(action != Qt::IgnoreAction);
   if (first) setPointer(std::nullopt);
-  scrollAtEdges(event->position(), true);
+  edges_.hold(event->position());
   updateRow();
   return action != Qt::IgnoreAction;
 }
@@ -85,7 +85,7 @@ DockFileDrop DockView::fileDrop(const QDropEvent& event) const {
 void DockView::clearDrop() {
   if (!drop_) return;
   drop_.reset();
-  scrollAtEdges({}, false);
+  edges_.letGo();
   updateRow();
 }
 

@@ -1,6 +1,7 @@
 // The pointer over the dock: hover, clicks, the wheel, tips and menus.
 
 #include <QContextMenuEvent>
+#include <QCursor>
 #include <QHelpEvent>
 #include <QMouseEvent>
 #include <QToolTip>
@@ -22,7 +23,7 @@ bool DockView::event(QEvent* event) {
       const auto item = layout_.itemAt(help->pos());
       const auto tab = layout_.tabAt(help->pos());
       if (tab && !press_)
-        QToolTip::showText(help->globalPos(), tabTip(*tab), this, layout_.tabs[*tab].toAlignedRect());
+        QToolTip::showText(help->globalPos(), tabs_.tip(*tab), this, layout_.tabs[*tab].toAlignedRect());
       else if (item && answersPointer(*item) && !press_)
         QToolTip::showText(help->globalPos(), itemText(*item).tip(), this, layout_.items[*item].rect.toAlignedRect());
       else
@@ -39,7 +40,7 @@ bool DockView::event(QEvent* event) {
       forgetIcons();
       break;
     case QEvent::Enter:  // The dock may come to a pointer that rests.
-      if (!drag_) setPointer(static_cast<QEnterEvent*>(event)->position());
+      if (!drag_.isActive()) setPointer(static_cast<QEnterEvent*>(event)->position());
       break;
     case QEvent::LayoutDirectionChange:
     case QEvent::Show:
@@ -78,41 +79,17 @@ void DockView::setPointer(std::optional<QPointF> pointer) {
   // An empty dock is one button.
   if (isEmpty()) update();
   pointer_ = pointer;
-  hovered_ = answersPointer(under) && !drag_ && !drop_ ? under : -1;
+  hovered_ = answersPointer(under) && !drag_.isActive() && !drop_ ? under : -1;
   hoverTabs(inside);
   if (before != hovered_) {
     updateItem(before);
     updateItem(hovered_);
   }
-  const bool swells = inside && !drag_ && !drop_;
-  if (swells) followPointer();
-  swell(swells);
-}
-
-/// Once a frame: a mouse tells of its way more often than a screen shows it.
-void DockView::followPointer() {
-  followsOn_ = follow_.isActive();
-  if (followsOn_ || row_.reduceMotion) return;
-  pointerX_ = pointer_->x();
-  updateSwelling();
-  follow_.start();
-}
-
-/// Only the tiles that are drawn larger or smaller than they are.
-void DockView::updateSwelling() {
-  magnifications_.resize(layout_.items.size(), 1);
-  for (qsizetype item = 0; item < layout_.items.size(); ++item) {
-    const double wanted = magnificationOf(item);
-    if (std::exchange(magnifications_[item], wanted) == wanted) continue;
-    noteMotion();
-    TileStyle largest;
-    largest.magnification = theme::kHoverScale;
-    update(tilePaintBounds(visibleRect(item), largest).toAlignedRect());
-  }
+  magnifier_.point(inside && !drag_.isActive() && !drop_ ? std::optional(pointer->x()) : std::nullopt);
 }
 
 /// From now on tiles are drawn with their pictures, until a moment after the last such call.
-void DockView::noteMotion() { rest_.start(); }
+void DockView::noteMotion() { rest_.restart(); }
 
 void DockView::comeToRest() {
   pictures_.clear();
@@ -126,23 +103,33 @@ void DockView::rehover() {
   if (press_ && press_->on == Press::On::Item) pressed_ = itemWithKey(press_->key);
 }
 
-void DockView::swell(bool wanted) {
-  // Fills answer at once; growing and shrinking again takes the length of a fade.
-  if (wanted == swollen_ || row_.reduceMotion) return;
-  swollen_ = wanted;
-  swell_.setDirection(wanted ? QAbstractAnimation::Forward : QAbstractAnimation::Backward);
-  if (swell_.state() == QAbstractAnimation::Stopped) swell_.start();
+void DockView::hoverTabs(bool inside) { tabs_.hover(inside, menuOpen_ || !panelOpen_.isNull()); }
+
+/// What stands above the glass should not see it grow or shrink.
+void DockView::holdTabs() { hoverTabs(pointer_ && layout_.glass.contains(*pointer_)); }
+
+void DockView::showTabs(bool shown) {
+  if (tabs_.show(shown, isVisible())) relayout();
+}
+
+void DockView::setMenuOpen(bool open) {
+  menuOpen_ = open;
+  // While it was open the pointer was the menu's, and nobody tells where that left it.
+  const QPointF pointer = mapFromGlobal(QCursor::pos());
+  if (!open && !drag_.isActive())
+    setPointer(layout_.glass.contains(pointer) ? std::optional(pointer) : std::nullopt);
+  holdTabs();
 }
 
 void DockView::leaveEvent(QEvent*) {
-  if (!drag_) setPointer(std::nullopt);
+  if (!drag_.isActive()) setPointer(std::nullopt);
 }
 
 // --- Buttons --------------------------------------------------------------------------------------------------------
 
 void DockView::mousePressEvent(QMouseEvent* event) {
   if (event->button() == Qt::MiddleButton) middlePressed_ = layout_.itemAt(event->position()).value_or(-1);
-  if (event->button() != Qt::LeftButton || drag_) return;
+  if (event->button() != Qt::LeftButton || drag_.isActive()) return;
   setPointer(event->position());
   if (!layout_.glass.contains(event->position())) return;
   Press press;
@@ -178,7 +165,7 @@ void DockView::mouseMoveEvent(QMouseEvent* event) {
       dragTo(event->position());
       break;
     case Press::Turned::Swipe:
-      swipeBy(event->position().x() - press.at.x());
+      tabs_.swipeBy(event->position().x() - press.at.x());
       break;
     case Press::Turned::Move: {
       // On the screen, since the view itself moves along.
@@ -232,7 +219,7 @@ void DockView::endGesture(const Press& press, const QMouseEvent& event) {
       drop();
       break;
     case Press::Turned::Swipe:
-      endSwipe(event.position().x() - press.at.x(), press.flick.velocity(event.timestamp()));
+      tabs_.endSwipe(event.position().x() - press.at.x(), press.flick.velocity(event.timestamp()));
       break;
     case Press::Turned::Move:
       Q_EMIT moveFinished();
@@ -280,7 +267,7 @@ void DockView::click(QPointF point) {
 
 void DockView::wheelEvent(QWheelEvent* event) {
   event->accept();
-  if (drag_ || turnTabs(*event) || cycleWindows(*event)) return;
+  if (drag_.isActive() || tabs_.turn(*event) || cycleWindows(*event)) return;
   if (layout_.overflow <= 0) {
     event->ignore();
     return;
@@ -298,27 +285,60 @@ bool DockView::cycleWindows(const QWheelEvent& event) {
   const qsizetype item = layout_.itemAt(event.position()).value_or(-1);
   const quint64 application = applicationOf(item);
   if (sideways || application == 0) {
-    wheel_ = 0;
+    wheel_.reset();
     return false;
   }
-  const bool turnsBack = wheel_ * turned.y() < 0;
-  if (item != wheelItem_ || turnsBack) wheel_ = 0;
-  wheelItem_ = item;
-  wheel_ += turned.y();
-  for (; std::abs(wheel_) >= kWheelNotch; wheel_ -= std::copysign(kWheelNotch, wheel_))
-    Q_EMIT cycleWindowsRequested(application, wheel_ > 0 ? -1 : 1);
+  const int steps = wheel_.steps(item, turned.y());
+  for (int step = 0; step < std::abs(steps); ++step) Q_EMIT cycleWindowsRequested(application, steps > 0 ? -1 : 1);
   return true;
 }
 
-void DockView::scrollBy(double units) {
+bool DockView::scrollBy(double units) {
   const double scroll = std::clamp(scroll_ + units, 0.0, layout_.overflow);
-  if (scroll == scroll_) {
-    edgeScroll_.stop();
-    return;
-  }
+  if (scroll == scroll_) return false;
   scroll_ = scroll;
   relayout();
-  if (drag_) dragTo(drag_->pointer);
+  if (drag_.isActive()) dragTo(drag_.pointer());
+  return true;
+}
+
+// --- A tile that is taken by the hand --------------------------------------------------------------------------------
+
+void DockView::beginDrag(qsizetype item, const Press& press) {
+  updateRow();
+  pressed_ = -1;
+  drag_.begin(item, press.at);
+  setPointer(press.at);
+  // The dock has no keyboard of its own, but Escape must reach it.
+  grabKeyboard();
+  Q_EMIT dragStarted();
+}
+
+void DockView::dragTo(QPointF pointer) {
+  drag_.moveTo(pointer);
+  updateRow();
+  Q_EMIT dragMoved();
+}
+
+void DockView::drop() {
+  if (!drag_.isActive()) return;  // Escape was faster.
+  const auto move = drag_.drop();
+  releaseKeyboard();
+  updateRow();
+  const QList<DockWidget> before = row_.widgets;
+  if (move) Q_EMIT reorderRequested(move->first, move->second);
+  // Whoever refuses sends it home.
+  if (row_.widgets == before) drag_.settle();
+}
+
+void DockView::cancelDrag() {
+  if (!drag_.isActive()) return;
+  press_.reset();
+  drag_.drop();
+  releaseKeyboard();
+  updateRow();
+  drag_.settle();
+  Q_EMIT handLeft();
 }
 
 // --- Menus ----------------------------------------------------------------------------------------------------------
@@ -339,7 +359,7 @@ void DockView::openItemMenu(qsizetype item) {
 
 void DockView::contextMenuEvent(QContextMenuEvent* event) {
   event->accept();
-  if (drag_) return;
+  if (drag_.isActive()) return;
   if (event->reason() == QContextMenuEvent::Keyboard) {
     openItemMenu(focused_);
   } else {

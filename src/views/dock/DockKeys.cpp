@@ -38,7 +38,7 @@ void DockView::scrollTo(qsizetype item) {
 }
 
 void DockView::keyPressEvent(QKeyEvent* event) {
-  if (drag_) {
+  if (drag_.isActive()) {
     if (event->key() == Qt::Key_Escape) cancelDrag();
     return;
   }
@@ -105,7 +105,7 @@ bool DockView::focusNextPrevChild(bool) {
 
 void DockView::focusInEvent(QFocusEvent*) {
   // The keyboard that a drag takes for Escape is nobody's focus.
-  if (drag_) return;
+  if (drag_.isActive()) return;
   if (focused_ < 0) moveFocus(1);
   updateItem(focused_);
 }

@@ -5,9 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "dock/rules/Magnification.h"
 #include "views/dock/DockView.h"
-#include "views/dock/SpringNames.h"
 #include "views/families/Rooms.h"
 #include "views/theme/ClearMarks.h"
 #include "views/theme/IconStyle.h"
@@ -45,24 +43,14 @@ void fadeOut(QImage& picture, bool towardsLeft) {
 
 // --- Styles ---------------------------------------------------------------------------------------------------------
 
-double DockView::magnificationOf(qsizetype item) const {
-  const double amount = swell_.currentValue().toDouble();
-  if (row_.reduceMotion || amount <= 0 || !answersPointer(item)) return 1;
-  const QRectF& place = layout_.items[item].rect;
-  const double scale = Magnification::scale(place.center().x() / row_.scale, pointerX_ / row_.scale);
-  // In whole steps in which its edges move by half a device pixel: nobody sees less.
-  const double step = 1 / (std::max(place.width(), place.height()) * ratio());
-  return 1 + std::floor((scale - 1) * amount / step) * step;
-}
-
 TileStyle DockView::styleOf(qsizetype item) const {
   TileStyle style;
   style.palette = palette_;
   style.scale = row_.scale;
-  style.magnification = magnificationOf(item);
+  style.magnification = magnifier_.of(item);
   style.focused = item == focusedItem();
   style.takesDrop = drop_ && drop_->item == item;
-  style.editing = drag_.has_value();
+  style.editing = drag_.isActive();
   style.icons = &tileIcons_;
   // Where the dock itself is clear, the tiles' grounds are all that text can be read on.
   style.filled = row_.tiles || row_.style == DockStyle::LiquidGlass || row_.style == DockStyle::Transparent;
@@ -70,9 +58,9 @@ TileStyle DockView::styleOf(qsizetype item) const {
   if (widget) style.accent = tileAccent(Catalog::find(widget->kind));
   if (const auto tile = widget ? tiles_.constFind(widget->id) : tiles_.constEnd(); tile != tiles_.constEnd())
     style.failed = !tile->text.problem.isEmpty();
-  if (isLifted(item)) {
+  if (drag_.isLifted(item)) {
     style.state = TileState::Dragged;
-    style.lift = springs_.value(kLiftSpring) / (theme::kDraggedLift * row_.scale);
+    style.lift = drag_.lift();
     style.magnification = 1;
   } else if (item == pressed_ && item == hovered_) {
     style.state = TileState::Pressed;
@@ -81,31 +69,19 @@ TileStyle DockView::styleOf(qsizetype item) const {
   } else if (item == hovered_) {
     style.state = TileState::Hover;
   }
-  const DockApp* app = appOf(item);
-  const TileContent* content = contentOf(item);
-  if ((app && app->launching) || (content && content->application().isLaunching))
-    style.iconOpacity = pulse_.state() == QAbstractAnimation::Running ? pulse_.currentValue().toDouble() : 1;
+  if (isLaunching(item)) style.iconOpacity = launches_.value();
   return style;
 }
 
 QRectF DockView::visibleRect(qsizetype item) const {
   const QRectF& place = layout_.items[item].rect;
-  double shift = slideOf(item);
-  if (drag_ && isLifted(item))
-    shift = draggedLeft(item) - place.left();
-  else if (drag_ || shifts_.isMoving())
-    shift += shifts_.value(keyOf(item));
+  const double shift = drag_.shiftOf(item) + (drag_.holds(item) ? 0 : slideOf(item));
   return place.translated(std::round(shift * ratio()) / ratio(), 0);
 }
 
-bool DockView::isLifted(qsizetype item) const {
-  if (drag_) return widgetOf(item) && layout_.items[item].index == drag_->from;
-  return !landing_.isEmpty() && keyOf(item) == landing_;
-}
-
-qsizetype DockView::liftedItem() const {
-  if (drag_) return layout_.itemOf(RowItem::Kind::Widget, drag_->from);
-  return landing_.isEmpty() ? -1 : itemWithKey(landing_);
+double DockView::slideOf(qsizetype item) const {
+  // Running applications belong to no profile.
+  return !widgetOf(item) || (row_.reduceMotion && tabs_.slide()) ? 0 : tabs_.offset();
 }
 
 void DockView::updateItem(qsizetype item) {
@@ -115,7 +91,7 @@ void DockView::updateItem(qsizetype item) {
 
 void DockView::updateRow() {
   tellWhetherWhole();
-  if (drag_ || drop_ || slide_ || !landing_.isEmpty() || shifts_.isMoving()) {
+  if (drag_.isBusy() || drop_ || tabs_.slide()) {
     update(rowBand().toAlignedRect());
     return;
   }
@@ -132,30 +108,19 @@ QRectF DockView::rowBand() const {
   return layout_.glass.adjusted(-room, -room, room, room) & QRectF(rect());
 }
 
+bool DockView::isLaunching(qsizetype item) const {
+  if (const DockApp* app = appOf(item)) return app->launching;
+  const TileContent* content = contentOf(item);
+  return content && content->application().isLaunching;
+}
+
 void DockView::followLaunches() {
-  bool launching = std::ranges::any_of(row_.runningApps, &DockApp::launching);
-  for (qsizetype item = 0; item < layout_.items.size() && !launching; ++item)
-    if (const TileContent* content = contentOf(item)) launching = content->application().isLaunching;
-  if (!launching) {
-    pulses_ = 0;
-    pulse_.stop();
-  } else if (pulses_ == 0 && pulse_.state() == QAbstractAnimation::Stopped && !row_.reduceMotion && isVisible()) {
-    pulse_.start();
-  }
-}
-
-void DockView::pulse() {
-  for (qsizetype item = 0; item < layout_.items.size(); ++item) {
-    const DockApp* app = appOf(item);
-    const TileContent* content = contentOf(item);
-    if ((app && app->launching) || (content && content->application().isLaunching)) updateItem(item);
-  }
-}
-
-bool DockView::isMoving() const {
-  const auto runs = [](const QVariantAnimation& each) { return each.state() == QAbstractAnimation::Running; };
-  return shifts_.isMoving() || springs_.isMoving() || runs(swell_) || runs(pulse_) || runs(edgeScroll_) ||
-         rest_.isActive();
+  bool launching = false;
+  for (qsizetype item = 0; item < layout_.items.size() && !launching; ++item) launching = isLaunching(item);
+  if (!launching)
+    launches_.stop();
+  else if (!row_.reduceMotion && isVisible())
+    launches_.start();
 }
 
 // --- Painting -------------------------------------------------------------------------------------------------------
@@ -234,15 +199,12 @@ void DockView::paintItemsThatEnd(QPainter& painter, const QRect& part) {
 void DockView::paintItems(QPainter& painter, const QRect& part) {
   painter.save();
   if (!layout_.separator.isEmpty()) ClearMarks::drawLine(painter, layout_.separator, palette_.hairline, palette_);
-  if (slide_) paintSlide(painter);
-  const double shown = slide_ ? 1 - std::abs(springs_.value(kSlideSpring) / slide_->from) : 1;
-  if (drag_) {
-    const QSizeF size = layout_.items[layout_.itemOf(RowItem::Kind::Widget, drag_->from)].rect.size();
-    const QRectF gap(QPointF(std::round(springs_.value(kGapSpring)), layout_.items[0].rect.top()), size);
-    ClearMarks::drawGap(painter, gap, theme::kTileCorner * row_.scale, palette_);
-  }
+  const auto& slide = tabs_.slide();
+  if (slide) paintSlide(painter);
+  const double shown = slide ? 1 - std::abs(tabs_.offset() / slide->from) : 1;
+  if (drag_.isActive()) ClearMarks::drawGap(painter, drag_.gap(), theme::kTileCorner * row_.scale, palette_);
   // The tile under the pointer is larger than its place and lies above its neighbours; one in the hand above all.
-  const qsizetype above = liftedItem();
+  const qsizetype above = drag_.liftedItem();
   TileStyle largest;
   largest.magnification = theme::kHoverScale;
   for (qsizetype item = 0; item < layout_.items.size(); ++item) {
@@ -264,7 +226,7 @@ void DockView::paintItems(QPainter& painter, const QRect& part) {
 
 /// Keeps what slides within the glass and off the running applications, which stand still.
 void DockView::clipSlide(QPainter& painter) {
-  if (springs_.value(kSlideSpring) == 0 || layout_.overflow > 0) return;
+  if (tabs_.offset() == 0 || layout_.overflow > 0) return;
   QPainterPath inside;
   inside.addRoundedRect(layout_.glass, theme::kDockCorner * row_.scale, theme::kDockCorner * row_.scale);
   painter.setClipPath(inside, Qt::IntersectClip);
@@ -281,12 +243,12 @@ void DockView::clipSlide(QPainter& painter) {
 void DockView::paintSlide(QPainter& painter) {
   painter.save();
   clipSlide(painter);
-  const double at = springs_.value(kSlideSpring);
-  const double pixelRatio = slide_->old.devicePixelRatio();
-  const QSizeF size = QSizeF(slide_->old.size()) / pixelRatio;
-  const double shift = row_.reduceMotion ? 0 : slide_->oldStart + at - slide_->from;
-  painter.setOpacity(std::abs(at / slide_->from));
-  painter.drawPixmap(QPointF(std::round(layout_.glass.center().x() - size.width() / 2 + shift), 0), slide_->old);
+  const RowSlide& slide = *tabs_.slide();
+  const double at = tabs_.offset();
+  const QSizeF size = QSizeF(slide.old.size()) / slide.old.devicePixelRatio();
+  const double shift = row_.reduceMotion ? 0 : slide.oldStart + at - slide.from;
+  painter.setOpacity(std::abs(at / slide.from));
+  painter.drawPixmap(QPointF(std::round(layout_.glass.center().x() - size.width() / 2 + shift), 0), slide.old);
   painter.restore();
 }
 
@@ -297,7 +259,7 @@ QPixmap DockView::pictureOfRow() {
   picture.fill(Qt::transparent);
   QPainter painter(&picture);
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.translate(-layout_.glass.left() - springs_.value(kSlideSpring), 0);
+  painter.translate(-layout_.glass.left() - tabs_.offset(), 0);
   for (qsizetype item = 0; item < layout_.items.size(); ++item)
     if (widgetOf(item)) paintItem(painter, item);
   return picture;
@@ -329,7 +291,7 @@ void DockView::paintTabs(QPainter& painter) {
   const double scale = row_.scale;
   painter.save();
   painter.setClipRect(layout_.glass, Qt::IntersectClip);
-  painter.setOpacity(tabsShare());
+  painter.setOpacity(tabs_.share());
   for (qsizetype i = 0; i < layout_.tabs.size(); ++i) {
     const QRectF& tab = layout_.tabs[i];
     if (tab.isEmpty()) continue;
@@ -339,7 +301,7 @@ void DockView::paintTabs(QPainter& painter) {
     painter.save();
     painter.translate(tab.center());
     painter.scale(scale, scale);
-    const TextLine line = TextLine(row_.tabs[i], TextStyle::TabLabel, scale).elided(tabRoom(i), Elide::End);
+    const TextLine line = TextLine(row_.tabs[i], TextStyle::TabLabel, scale).elided(tabs_.room(i), Elide::End);
     line.drawCentred(painter, {0, line.capHeight() / 2}, active ? palette_.primary : palette_.secondary);
     painter.restore();
   }
@@ -358,7 +320,7 @@ void DockView::paintInsertion(QPainter& painter) {
 void DockView::paintItem(QPainter& painter, qsizetype item) {
   const TileStyle style = styleOf(item);
   const QRectF place = visibleRect(item);
-  if (!rest_.isActive() || !TilePictures::hasPicture(style)) {
+  if (!rest_.isMoving() || !TilePictures::hasPicture(style)) {
     paintItself(painter, item, place, style);
     return;
   }

@@ -5,9 +5,7 @@
 #include <cmath>
 #include <utility>
 
-#include "dock/rules/ProfileDirection.h"
 #include "views/dock/DockAccessible.h"
-#include "views/dock/SpringNames.h"
 #include "views/families/Rooms.h"
 #include "views/theme/Theme.h"
 #include "widgets/catalog/Catalog.h"
@@ -61,7 +59,26 @@ Palette paletteOf(const DockRow& row) {
 }  // namespace
 
 DockView::DockView(QWidget* parent)
-    : QWidget(parent), palette_(Palette::make(DockStyle::DarkGlass, Backdrop::Plain, false)) {
+    : QWidget(parent),
+      palette_(Palette::make(DockStyle::DarkGlass, Backdrop::Plain, false)),
+      magnifier_(
+          row_, layout_, animator_, [this](qsizetype item) { return answersPointer(item); },
+          [this](qsizetype item) {
+            noteMotion();
+            TileStyle largest;
+            largest.magnification = theme::kHoverScale;
+            update(tilePaintBounds(visibleRect(item), largest).toAlignedRect());
+          }),
+      rest_(
+          animator_, theme::kRestSeconds, [] {}, [this] { comeToRest(); }),
+      launches_(animator_, {theme::kPulseSeconds, theme::kPulseOpacity, theme::kMostPulses},
+                [this] {
+                  for (qsizetype item = 0; item < layout_.items.size(); ++item)
+                    if (isLaunching(item)) updateItem(item);
+                }),
+      edges_(row_, layout_, animator_, [this](double units) { return scrollBy(units); }),
+      drag_(row_, layout_, animator_, edges_, [this](const DockRow& row) { return layoutOf(row); }),
+      tabs_(row_, layout_, animator_) {
   installDockAccessibility();
   setAttribute(Qt::WA_TranslucentBackground);
   setMouseTracking(true);
@@ -74,55 +91,34 @@ DockView::DockView(QWidget* parent)
     return iconOf(app, size, pixelRatio);
   };
   connect(&picture_, &GlassPicture::made, this, qOverload<>(&QWidget::update));
-  swell_.setDuration(theme::kFadeMilliseconds);
-  swell_.setStartValue(0.0);
-  swell_.setEndValue(1.0);
-  connect(&swell_, &QVariantAnimation::valueChanged, this, &DockView::updateSwelling);
-  follow_.setSingleShot(true);
-  follow_.setTimerType(Qt::PreciseTimer);
-  follow_.setInterval(theme::kFrameMilliseconds);
-  connect(&follow_, &QTimer::timeout, this, [this] {
-    if (followsOn_ && pointer_) followPointer();
-  });
-  rest_.setSingleShot(true);
-  rest_.setInterval(theme::kRestMilliseconds);
-  connect(&rest_, &QTimer::timeout, this, &DockView::comeToRest);
-  connect(&shifts_, &SpringSet::moved, this, [this] {
+  connectParts();
+}
+
+void DockView::connectParts() {
+  connect(&drag_, &TileDragController::moved, this, [this] {
     noteMotion();
     updateRow();
   });
-  connect(&springs_, &SpringSet::moved, this, [this] {
+  connect(&tabs_, &ProfileTabs::moved, this, [this] {
     noteMotion();
-    if (springs_.isMoving(kTabsSpring) || springs_.value(kTabsSpring) > 0) relayout();
+    if (tabs_.areMoving() || tabs_.share() > 0) relayout();
     update();
   });
-  connect(&springs_, &SpringSet::rested, this, [this] {
-    landing_.clear();
-    slide_.reset();
+  connect(&tabs_, &ProfileTabs::rested, this, &DockView::relayout);
+  connect(&drag_, &TileDragController::landed, this, [this] {
     relayout();
     tellWhetherWhole();
   });
-  pulse_.setDuration(theme::kPulseMilliseconds);
-  pulse_.setKeyValues({{0, 1.0}, {0.5, theme::kPulseOpacity}, {1, 1.0}});
-  pulse_.setLoopCount(-1);
-  connect(&pulse_, &QVariantAnimation::valueChanged, this, [this] { pulse(); });
-  connect(&pulse_, &QVariantAnimation::currentLoopChanged, this, [this] {
-    if (++pulses_ >= theme::kMostPulses) pulse_.stop();
-    pulse();
+  connect(&tabs_, &ProfileTabs::activated, this, &DockView::tabActivated);
+  connect(&tabs_, &ProfileTabs::due, this, [this](bool shown) {
+    showTabs(shown);
+    rehover();
   });
-  edgeScroll_.setDuration(1000);
-  edgeScroll_.setStartValue(0.0);
-  edgeScroll_.setEndValue(1.0);
-  edgeScroll_.setLoopCount(-1);
-  connect(&edgeScroll_, &QVariantAnimation::valueChanged, this, [this] { scrollBy(edge_ * theme::kEdgeScroll); });
 }
 
 DockView::~DockView() = default;
 
-void DockView::setScheduler(Scheduler* scheduler) {
-  tabsWork_.reset();
-  scheduler_ = scheduler;
-}
+void DockView::setScheduler(Scheduler* scheduler) { tabs_.setScheduler(scheduler); }
 
 void DockView::setIconProvider(IconProvider provider) {
   icons_ = std::move(provider);
@@ -144,15 +140,13 @@ void DockView::setRow(const DockRow& row) {
     refresh(sources_);
     return;
   }
-  if (drag_ && !sameOrder(row.widgets, row_.widgets)) cancelDrag();
+  if (drag_.isActive() && !sameOrder(row.widgets, row_.widgets)) cancelDrag();
   const bool switches = row.activeTab != row_.activeTab && row.tabs == row_.tabs && !layout_.items.isEmpty();
-  const bool forward = swipedForward_.value_or(
-      ProfileDirection::isForward(row_.activeTab, row.activeTab, std::max(row.tabs.size(), row_.tabs.size())));
-  if (switches && isVisible()) beginSlide(forward);
-  const auto lefts = visibleLefts();
+  if (switches && isVisible()) tabs_.beginSlide(pictureOfRow(), tabs_.isForward(row));
+  const auto lefts = drag_.visibleLefts();
   applyRow(row);
-  keepInPlace(lefts);
-  if (drag_) dragTo(drag_->pointer);
+  drag_.carryOn(lefts);
+  if (drag_.isActive()) dragTo(drag_.pointer());
   rehover();
 }
 
@@ -164,11 +158,10 @@ void DockView::applyRow(const DockRow& row) {
   if (isAnother) scroll_ = 0;
   row_ = row;
   palette_ = paletteOf(row);
-  shifts_.setReduced(row.reduceMotion);
-  springs_.setReduced(row.reduceMotion);
-  hovered_ = pressed_ = wheelItem_ = middlePressed_ = -1;
-  if (!row.offersTabs()) tabsWanted_ = false;
-  springs_.jump(kTabsSpring, tabsWanted_ ? theme::kTabRowHeight * row.scale : 0);
+  drag_.setReduced(row.reduceMotion);
+  hovered_ = pressed_ = middlePressed_ = -1;
+  wheel_.reset();
+  tabs_.takeRow();
   tiles_.clear();
   pictures_.clear();
   relayout();
@@ -223,20 +216,21 @@ void DockView::setPanelOpen(const QUuid& widget) {
 
 RowLayout DockView::layoutOf(const DockRow& row) const {
   const QRectF slot = QRectF(rect()).marginsRemoved(QMarginsF(margins()));
-  return RowLayout::of(row, slot, ratio(), {scroll_, tabsShare(), isRightToLeft()});
+  return RowLayout::of(row, slot, ratio(), {scroll_, tabs_.share(), isRightToLeft()});
 }
 
 void DockView::relayout() {
   const RowLayout old = layout_;
-  shifts_.setRatio(ratio());
-  springs_.setRatio(ratio());
+  magnifier_.setRatio(ratio());
+  drag_.setRatio(ratio());
+  tabs_.setRatio(ratio());
   layout_ = layoutOf(row_);
   scroll_ = std::clamp(scroll_, 0.0, layout_.overflow);
   if (focused_ >= layout_.items.size()) focused_ = -1;
   if (hovered_ >= layout_.items.size()) hovered_ = -1;
   if (pressed_ >= layout_.items.size()) pressed_ = -1;
   update();
-  updateSwelling();
+  magnifier_.update();
   // A dock without glass has the shape of its tiles.
   const bool reshaped = fullGlass() != toldGlass_ || (!palette_.glass.bodyTop.isValid() && old.items != layout_.items);
   toldGlass_ = fullGlass();
@@ -267,7 +261,7 @@ QMargins DockView::margins() const {
 
 QRectF DockView::fullGlass() const {
   // While the glass grows or shrinks, the shape is what it is at most.
-  if (!springs_.isMoving(kTabsSpring)) return layout_.glass;
+  if (!tabs_.areMoving()) return layout_.glass;
   const double grown = theme::kDockHeightWithTabs * row_.scale - layout_.glass.height();
   return row_.edge == Edge::Bottom ? layout_.glass.adjusted(0, -grown, 0, 0) : layout_.glass.adjusted(0, 0, 0, grown);
 }
@@ -313,17 +307,7 @@ quint64 DockView::applicationOf(qsizetype item) const {
   return content ? content->application().identity : 0;
 }
 
-QString DockView::keyOf(qsizetype item) const {
-  if (const DockWidget* widget = widgetOf(item)) return widget->id.toString();
-  const DockApp* app = appOf(item);
-  return app ? QString::number(app->id) : QString();
-}
-
-qsizetype DockView::itemWithKey(const QString& key) const {
-  for (qsizetype item = 0; item < layout_.items.size(); ++item)
-    if (keyOf(item) == key) return item;
-  return -1;
-}
+QString DockView::keyOf(qsizetype item) const { return isItem(item) ? itemKey(row_, layout_.items[item]) : QString(); }
 
 bool DockView::answersPointer(qsizetype item) const {
   if (!isItem(item)) return false;

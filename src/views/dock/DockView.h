@@ -3,9 +3,7 @@
 #include <QHash>
 #include <QMargins>
 #include <QRegion>
-#include <QTimer>
 #include <QUuid>
-#include <QVariantAnimation>
 #include <QWidget>
 #include <functional>
 #include <optional>
@@ -14,11 +12,17 @@
 #include "store/DockDrops.h"
 #include "views/dock/DockRow.h"
 #include "views/dock/DropRules.h"
+#include "views/dock/EdgeScroll.h"
 #include "views/dock/Gestures.h"
 #include "views/dock/GlassPicture.h"
 #include "views/dock/ItemCommand.h"
+#include "views/dock/Magnifier.h"
+#include "views/dock/ProfileTabs.h"
 #include "views/dock/RowLayout.h"
-#include "views/dock/SpringSet.h"
+#include "views/dock/TileDragController.h"
+#include "views/motion/Animator.h"
+#include "views/motion/Fade.h"
+#include "views/motion/Pulse.h"
 #include "views/theme/Glass.h"
 #include "views/tiles/TilePainter.h"
 #include "views/tiles/TilePictures.h"
@@ -28,8 +32,9 @@ namespace tarnwick {
 
 /// The dock as a person sees and handles it: a pane of glass with the tiles on it. It fills a window that is as large
 /// as the panel's slot grown by margins(). It changes nothing by itself: what a hand does is told by signals, and what
-/// comes of it arrives with the next row. It has no clock: whoever owns it calls refresh() when something that tiles
-/// show may have changed, and only the tiles that look different then are painted again.
+/// comes of it arrives with the next row. Whoever owns it calls refresh() when something that tiles show may have
+/// changed, and only the tiles that look different then are painted again. It composes the parts that know one thing
+/// each (Magnifier, TileDragController, ProfileTabs) and passes on to them what the toolkit tells.
 class DockView : public QWidget {
   Q_OBJECT
  public:
@@ -45,6 +50,8 @@ class DockView : public QWidget {
 
   /// What the delays of hover are counted with; borrowed. Without one the pointer brings no tabs.
   void setScheduler(Scheduler* scheduler);
+  /// What everything moves by that does. Without a clock nothing does, and is where it goes to at once.
+  void setFrameClock(std::unique_ptr<FrameClock> clock) { animator_.setClock(std::move(clock)); }
   void setIconProvider(IconProvider provider);
   /// For those who cannot see a menu. A view without one offers nothing but to open it.
   void setCommandProvider(CommandProvider provider) { commands_ = std::move(provider); }
@@ -93,11 +100,11 @@ class DockView : public QWidget {
   void openDockMenu() { openItemMenu(-1); }
   void focusItem(qsizetype item);
   /// Whether a hand holds something over the dock: a press, a tile that is dragged.
-  bool isHeld() const { return press_.has_value() || drag_.has_value(); }
-  qsizetype focusedItem() const { return hasFocus() && !drag_ ? focused_ : -1; }
+  bool isHeld() const { return press_.has_value() || drag_.isActive(); }
+  qsizetype focusedItem() const { return hasFocus() && !drag_.isActive() ? focused_ : -1; }
 
   /// Whether something travels, fades or pulses, so that frames run.
-  bool isMoving() const;
+  bool isMoving() const { return animator_.isRunning(); }
 
   QSize sizeHint() const override;
 
@@ -180,7 +187,7 @@ class DockView : public QWidget {
   const TileContent* contentOf(qsizetype item) const;
   /// The same for as long as the widget or the application is in the row.
   QString keyOf(qsizetype item) const;
-  qsizetype itemWithKey(const QString& key) const;
+  qsizetype itemWithKey(const QString& key) const { return tarnwick::itemWithKey(row_, layout_, key); }
   bool isItem(qsizetype item) const { return item >= 0 && item < layout_.items.size(); }
   bool answersPointer(qsizetype item) const;
   bool isEmpty() const { return row_.widgets.isEmpty() && layout_.items.isEmpty(); }
@@ -192,18 +199,18 @@ class DockView : public QWidget {
   void tellNames();
   void updateItem(qsizetype item);
   void updateRow();
-  bool isWhole() const { return palette_.glass.bodyTop.isValid() || drag_ || drop_ || !landing_.isEmpty(); }
+  bool isWhole() const {
+    return palette_.glass.bodyTop.isValid() || drag_.isActive() || drag_.isLanding() || drop_.has_value();
+  }
+  void connectParts();
   void tellWhetherWhole();
 
   // Under the pointer.
   void setPointer(std::optional<QPointF> pointer);
   void rehover();
-  void followPointer();
-  void updateSwelling();
-  void swell(bool wanted);
   void noteMotion();
   void comeToRest();
-  void scrollBy(double units);
+  bool scrollBy(double units);
   bool cycleWindows(const QWheelEvent& event);
   void startGesture(Press& press, const QMouseEvent& event);
   void endGesture(const Press& press, const QMouseEvent& event);
@@ -221,12 +228,6 @@ class DockView : public QWidget {
   void dragTo(QPointF pointer);
   void drop();
   void cancelDrag();
-  void letGo();
-  void makeRoom();
-  double draggedLeft(qsizetype item) const;
-  void scrollAtEdges(QPointF pointer, bool holding);
-  QHash<QString, double> visibleLefts() const;
-  void keepInPlace(const QHash<QString, double>& lefts);
 
   // Things from elsewhere.
   bool hold(QDropEvent* event);
@@ -236,27 +237,15 @@ class DockView : public QWidget {
   // Profiles.
   void hoverTabs(bool inside);
   void holdTabs();
-  bool holdsTabs() const { return menuOpen_ || !panelOpen_.isNull(); }
-  double tabRoom(qsizetype tab) const;
-  QString tabTip(qsizetype tab) const;
-  bool turnTabs(const QWheelEvent& event);
   QRect glassBeside(const QRectF& item) const;
-  void swipeBy(double distance);
-  void endSwipe(double distance, double velocity);
-  void beginSlide(bool forward);
-  double slideOf(qsizetype item) const;
-  double tabsShare() const;
 
   // What it looks like.
   QRectF visibleRect(qsizetype item) const;
-  /// In the hand, or on its way down from it.
-  bool isLifted(qsizetype item) const;
-  qsizetype liftedItem() const;  ///< -1 for none.
-  double magnificationOf(qsizetype item) const;
+  double slideOf(qsizetype item) const;
   TileStyle styleOf(qsizetype item) const;
   QRectF fullGlass() const;
+  bool isLaunching(qsizetype item) const;
   void followLaunches();
-  void pulse();
   void paintPart(QPainter& painter, const QRect& part);
   void paintItems(QPainter& painter, const QRect& part);
   void paintItemsThatEnd(QPainter& painter, const QRect& part);
@@ -282,32 +271,24 @@ class DockView : public QWidget {
   QHash<QUuid, Tile> tiles_;
   Glass glass_;
   GlassPicture picture_;
-  Scheduler* scheduler_ = nullptr;
   IconProvider icons_;
   CommandProvider commands_;
   TileIcons tileIcons_;
   QHash<QString, QPixmap> iconCache_;
   std::function<bool()> switchGuard_;
 
-  QVariantAnimation swell_;  ///< From 0, nobody points here, to 1.
-  bool swollen_ = false;
-  QTimer follow_;
-  bool followsOn_ = false;
-  QList<double> magnifications_;  ///< By item, as it was drawn last.
-  TilePictures pictures_;         ///< What tiles are drawn with as long as rest_ counts.
-  QTimer rest_;                   ///< Runs from each frame in which something moves.
-  SpringSet shifts_;              ///< By key: how far items are from their places.
-  SpringSet springs_;             ///< Everything else that travels.
-  QVariantAnimation pulse_;
-  int pulses_ = 0;
-  QVariantAnimation edgeScroll_;
-  int edge_ = 0;  ///< -1 or 1 while something is held over the begin or end of a row that goes on there.
+  Animator animator_;
+  Magnifier magnifier_;
+  TilePictures pictures_;  ///< What tiles are drawn with until rest_ has run off.
+  Fade rest_;              ///< From each frame in which something moves.
+  Pulse launches_;
+  EdgeScroll edges_;
+  TileDragController drag_;
+  ProfileTabs tabs_;
 
   double scroll_ = 0;
   std::optional<QPointF> pointer_;
-  double pointerX_ = 0;
-  double wheel_ = 0;
-  qsizetype wheelItem_ = -1;
+  WheelMeter wheel_;
   qsizetype hovered_ = -1;
   qsizetype pressed_ = -1;
   qsizetype focused_ = -1;
@@ -317,15 +298,7 @@ class DockView : public QWidget {
 
   std::optional<Press> press_;
   qsizetype middlePressed_ = -1;
-  std::optional<TileDrag> drag_;
-  QString landing_;  ///< The tile that was let go and is not down yet.
   std::optional<DropHover> drop_;
-
-  bool tabsWanted_ = false;
-  JobHandle tabsWork_;
-  bool tabsComing_ = false;
-  std::optional<RowSlide> slide_;
-  std::optional<bool> swipedForward_;
 };
 
 }  // namespace tarnwick

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QList>
-#include <QPixmap>
 #include <QPoint>
 #include <QPointF>
 #include <QString>
@@ -9,11 +8,8 @@
 #include <optional>
 
 #include "views/dock/DropRules.h"
-#include "views/dock/RowLayout.h"
 
 namespace tarnwick {
-
-inline constexpr double kWheelNotch = 120;  ///< What one step of a wheel counts.
 
 /// How fast a pointer moves sideways, from what it did in the last tenth of a second.
 class FlickMeter {
@@ -28,6 +24,18 @@ class FlickMeter {
     quint64 at;
   };
   QList<Sample> samples_;
+};
+
+/// The steps of a wheel. What is turned over something else, or the other way, begins anew.
+class WheelMeter {
+ public:
+  /// How many whole steps there are by now; negative towards the user. `turned` as wheel events tell it.
+  int steps(qsizetype over, double turned);
+  void reset() { turned_ = 0; }
+
+ private:
+  qsizetype over_ = -1;
+  double turned_ = 0;
 };
 
 /// A button that is held down on the dock.
@@ -49,17 +57,6 @@ struct Press {
 /// Whether a sideways drag of `distance` units, let go at `velocity`, switches profiles.
 bool swipeSwitches(double distance, double velocity);
 
-/// A tile on its way to another place.
-struct TileDrag {
-  QString key;
-  qsizetype from = 0;  ///< Among the displayed widgets.
-  qsizetype to = 0;
-  double grab = 0;  ///< From the tile's left edge to the pointer.
-  QPointF pointer;
-  bool away = false;  ///< So far from the dock that letting go changes nothing.
-  RowLayout wanted;   ///< The row as it would be.
-};
-
 /// Something of another program that is held over the dock.
 struct DropHover {
   QPointF pointer;
@@ -69,13 +66,6 @@ struct DropHover {
   qsizetype index = 0;    ///< Where it would be put in otherwise.
   qsizetype looked = -1;  ///< The folder's item that `folder` is known for.
   DropRules::Folder folder{};
-};
-
-/// The change of one profile's row to another's.
-struct RowSlide {
-  QPixmap old;
-  double from = 0;      ///< Where the new row began; the old one moves as far.
-  double oldStart = 0;  ///< Where the old row was by then.
 };
 
 }  // namespace tarnwick

@@ -93,6 +93,8 @@ class LiveDock final : public DockContent {
   QRegion inputRegion() const override { return view_->inputRegion(); }
 
   DockView& view() { return *view_; }
+  /// What everything in it moves by.
+  void setFrameClock(std::unique_ptr<FrameClock> clock) { view_->setFrameClock(std::move(clock)); }
 
   /// Takes everything anew: the settings, the applications, and the answers of the actions. To be called when one of
   /// those answers changed; what the store holds is followed by itself.

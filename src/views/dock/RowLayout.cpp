@@ -308,4 +308,15 @@ double RowLayout::insertionX(qsizetype index, double spacing) const {
   return items.isEmpty() ? glass.center().x() : along(beginOf(items.first().rect));
 }
 
+QString itemKey(const DockRow& row, const RowItem& item) {
+  return item.kind == RowItem::Kind::Widget ? row.widgets[item.index].id.toString()
+                                            : QString::number(row.runningApps[item.index].id);
+}
+
+qsizetype itemWithKey(const DockRow& row, const RowLayout& layout, const QString& key) {
+  for (qsizetype item = 0; item < layout.items.size(); ++item)
+    if (itemKey(row, layout.items[item]) == key) return item;
+  return -1;
+}
+
 }  // namespace tarnwick

@@ -65,4 +65,9 @@ struct RowLayout {
   double endOf(const QRectF& rect) const { return mirrored ? -rect.left() : rect.right(); }
 };
 
+/// What an item is known by for as long as its widget or its application is in the row.
+QString itemKey(const DockRow& row, const RowItem& item);
+/// The item of a key; -1 for none.
+qsizetype itemWithKey(const DockRow& row, const RowLayout& layout, const QString& key);
+
 }  // namespace tarnwick

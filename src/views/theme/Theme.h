@@ -59,22 +59,21 @@ inline constexpr double kFocusWidth = 2;
 inline constexpr double kDisabledOpacity = 0.38;
 inline constexpr double kUnconnectedOpacity = 0.45;
 inline constexpr double kUnconnectedGrey = 0.35;  // In monochrome, so that the letter stands out from its badge.
-inline constexpr int kFadeMilliseconds = 120;
-inline constexpr int kRestMilliseconds = 90;   ///< After the last frame of a motion everything is drawn as it stands.
-inline constexpr int kFrameMilliseconds = 16;  ///< What follows the pointer is drawn no more often.
 
-// Motion.
-inline constexpr int kPulseMilliseconds = 400;  ///< One beat of an application that starts.
+// Motion, in seconds.
+inline constexpr double kFadeSeconds = 0.12;
+inline constexpr double kRestSeconds = 0.09;  ///< After the last frame of a motion everything is drawn as it stands.
+inline constexpr double kPulseSeconds = 0.4;  ///< One beat of an application that starts.
 inline constexpr double kPulseOpacity = 0.5;
 inline constexpr int kMostPulses = 25;
-inline constexpr double kTabsDelay = 0.15;    ///< Seconds of hover.
+inline constexpr double kTabsDelay = 0.15;    ///< Of hover.
 inline constexpr double kSlideTravel = 160;   ///< How far the rows of two profiles move past each other.
 inline constexpr double kSwipeFollows = 0.5;  ///< How much of a sideways drag the row goes along.
 
 // The ends of a row that goes on beyond its glass.
 inline constexpr double kEndFade = 24;
-inline constexpr double kEdgeZone = 28;   ///< Where holding something scrolls.
-inline constexpr double kEdgeScroll = 8;  ///< A frame.
+inline constexpr double kEdgeZone = 28;     ///< Where holding something scrolls.
+inline constexpr double kEdgeScroll = 480;  ///< Units a second.
 
 // Things that are held over the row.
 inline constexpr double kInsertionWidth = 3;

@@ -1,6 +1,5 @@
 #include "views/window/LayoutPicture.h"
 
-#include <QEasingCurve>
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
@@ -22,6 +21,8 @@ constexpr double kBar = 4.6;
 constexpr double kHorizon = 51;
 constexpr double kMiddle = kWidth / 2;
 
+const QString kWay = QStringLiteral("way");
+
 constexpr QSizeF kDock{56.5, 10.2};
 constexpr QSizeF kSystemDock{72, 9.2};
 constexpr double kAtBottom = 61;  // The tops of docks at the edges of the screen.
@@ -30,8 +31,7 @@ constexpr double kBelow = kHeight + 2;
 constexpr double kAbove = -12;
 constexpr double kSystemTop = 62;
 
-constexpr int kTravelMilliseconds = 380;
-constexpr int kPauseMilliseconds = 800;
+constexpr double kPauseSeconds = 0.8;
 constexpr int kTravels = 6;  // Three times there and back.
 
 /// Where things stand and how strong they are; what has no strength is not drawn.
@@ -211,24 +211,12 @@ void drawScene(QPainter& painter, DockLayout layout, const Scene& scene) {
 
 }  // namespace
 
-LayoutPicture::LayoutPicture(DockLayout layout, QSize size, QWidget* parent) : QWidget(parent), layout_(layout) {
+LayoutPicture::LayoutPicture(DockLayout layout, QSize size, QWidget* parent)
+    : QWidget(parent), layout_(layout), pause_(animator_, kPauseSeconds, [] {}, [this] { travelOn(); }) {
   setFixedSize(size);
   setAttribute(Qt::WA_TransparentForMouseEvents);
-  travel_.setDuration(kTravelMilliseconds);
-  travel_.setEasingCurve(QEasingCurve::OutCubic);
-  pause_.setSingleShot(true);
-  pause_.setInterval(kPauseMilliseconds);
-  connect(&travel_, &QVariantAnimation::valueChanged, this, [this](const QVariant& value) {
-    progress_ = value.toDouble();
-    update();
-  });
-  connect(&travel_, &QVariantAnimation::finished, this, [this] {
-    if (++travels_ < kTravels)
-      pause_.start();
-    else
-      rest();
-  });
-  connect(&pause_, &QTimer::timeout, this, &LayoutPicture::travelOn);
+  connect(&travel_, &SpringSet::moved, this, qOverload<>(&QWidget::update));
+  connect(&travel_, &SpringSet::rested, this, &LayoutPicture::arrive);
 }
 
 void LayoutPicture::paintLake(QPainter& painter, const QRectF& box) {
@@ -261,16 +249,23 @@ void LayoutPicture::play() {
 }
 
 void LayoutPicture::travelOn() {
-  travel_.setStartValue(progress_);
-  travel_.setEndValue(travels_ % 2 == 0 ? 1.0 : 0.0);
-  travel_.start();
+  travel_.setRatio(width() * devicePixelRatioF());
+  travel_.animate(kWay, travels_ % 2 == 0 ? 1 : 0);
+}
+
+void LayoutPicture::arrive() {
+  if (!isMoving_) return;
+  if (++travels_ == kTravels) {
+    rest();
+    return;
+  }
+  pause_.restart();
 }
 
 void LayoutPicture::rest() {
   isMoving_ = false;
-  pause_.stop();
-  travel_.stop();
-  progress_ = 0;
+  pause_.jump(0);
+  travel_.clear();
   update();
 }
 
@@ -295,7 +290,7 @@ void LayoutPicture::paintEvent(QPaintEvent*) {
     inner.setRenderHint(QPainter::Antialiasing);
     inner.save();
     inner.scale(width() / kWidth, height() / kHeight);
-    drawScene(inner, layout_, mixed(atRest(layout_), atTheOtherEnd(layout_), progress_));
+    drawScene(inner, layout_, mixed(atRest(layout_), atTheOtherEnd(layout_), travel_.value(kWay)));
     inner.restore();
     // Taking the corners away keeps them smooth, where a clip would leave steps.
     QPainterPath corners;

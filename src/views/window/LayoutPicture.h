@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QTimer>
-#include <QVariantAnimation>
 #include <QWidget>
 
 #include "config/DockLayout.h"
+#include "views/motion/Fade.h"
+#include "views/motion/SpringSet.h"
 
 namespace tarnwick {
 
@@ -26,6 +26,8 @@ class LayoutPicture final : public QWidget {
   /// rests or cannot be seen.
   void setMoving(bool moving);
   bool isMoving() const { return isMoving_; }
+  /// What it moves by, where that is not what all windows move by. Without a clock it stays still.
+  void setClock(std::unique_ptr<FrameClock> clock) { animator_.setClock(std::move(clock)); }
   /// Keeps the picture still.
   void setReduceMotion(bool reduce);
 
@@ -38,15 +40,16 @@ class LayoutPicture final : public QWidget {
   void play();
   void rest();
   void travelOn();
+  void arrive();
 
   DockLayout layout_;
   bool wanted_ = false;
   bool isMoving_ = false;
   bool reduceMotion_ = false;
-  double progress_ = 0;  // 0 as at rest, 1 with everything at the other end of its way.
   int travels_ = 0;
-  QVariantAnimation travel_;
-  QTimer pause_;
+  Animator animator_{WindowClocks::make()};
+  SpringSet travel_{animator_};  // To 1, where everything is at the other end of its way, and back.
+  Fade pause_;                   // Nothing is painted in its frames.
 };
 
 }  // namespace tarnwick

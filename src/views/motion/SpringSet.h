@@ -1,21 +1,21 @@
 #pragma once
 
-#include <QElapsedTimer>
 #include <QHash>
 #include <QObject>
 #include <QString>
-#include <QVariantAnimation>
 
 #include "dock/rules/RevealSpring.h"
+#include "views/motion/Animator.h"
 
 namespace tarnwick {
 
 /// Named lengths that travel to their goals on the spring of the dock's reveal. There are frames only while one of them
 /// is on its way, and only those that move something by a device pixel are told.
-class SpringSet : public QObject {
+class SpringSet final : public QObject, public Animation {
   Q_OBJECT
  public:
-  explicit SpringSet(QObject* parent = nullptr);
+  explicit SpringSet(Animator& animator) : animator_(animator) {}
+  ~SpringSet() override { animator_.stop(*this); }
 
   /// Lengths are in units of `1 / ratio` device pixels.
   void setRatio(double ratio) { ratio_ = ratio; }
@@ -25,7 +25,7 @@ class SpringSet : public QObject {
   /// Where it is now; 0 for a name that was never set.
   double value(const QString& name) const { return travels_.value(name).seen(); }
   double goal(const QString& name) const { return travels_.value(name).spring.target; }
-  bool isMoving() const { return clock_.state() == QAbstractAnimation::Running; }
+  bool isMoving() const { return animator_.isRunning(*this); }
   bool isMoving(const QString& name) const { return travels_.value(name).moving; }
 
   void animate(const QString& name, double goal);
@@ -33,6 +33,9 @@ class SpringSet : public QObject {
   /// Sends all of them home to 0.
   void settle();
   void clear();
+
+  bool advance(double seconds) override;
+  void finish() override;
 
  Q_SIGNALS:
   void moved();
@@ -49,12 +52,10 @@ class SpringSet : public QObject {
     double seen() const;
   };
 
-  void frame();
   bool step(Travel& travel, double seconds) const;
 
+  Animator& animator_;
   QHash<QString, Travel> travels_;
-  QVariantAnimation clock_;
-  QElapsedTimer sinceFrame_;
   double ratio_ = 1;
   bool reduced_ = false;
 };

@@ -1,4 +1,4 @@
-#include "views/dock/SpringSet.h"
+#include "views/motion/SpringSet.h"
 
 #include <algorithm>
 #include <cmath>
@@ -20,14 +20,6 @@ double SpringSet::Travel::seen() const {
   return spring.target + (spring.value - spring.target) * (moving ? left * left * (3 - 2 * left) : 1);
 }
 
-SpringSet::SpringSet(QObject* parent) : QObject(parent) {
-  clock_.setStartValue(0.0);
-  clock_.setEndValue(1.0);
-  clock_.setDuration(1000);
-  clock_.setLoopCount(-1);
-  connect(&clock_, &QVariantAnimation::valueChanged, this, &SpringSet::frame);
-}
-
 void SpringSet::animate(const QString& name, double goal) {
   Travel& travel = travels_[name];
   if (travel.spring.target == goal && (travel.moving || travel.spring.value == goal)) return;
@@ -35,9 +27,7 @@ void SpringSet::animate(const QString& name, double goal) {
   travel.spring.target = goal;
   travel.age = 0;
   travel.moving = true;
-  if (isMoving()) return;
-  sinceFrame_.start();
-  clock_.start();
+  animator_.run(*this);
 }
 
 void SpringSet::jump(const QString& name, double value) { travels_[name] = {{value, 0, value}, 0, false}; }
@@ -48,7 +38,7 @@ void SpringSet::settle() {
 
 void SpringSet::clear() {
   travels_.clear();
-  clock_.stop();
+  animator_.stop(*this);
 }
 
 bool SpringSet::step(Travel& travel, double seconds) const {
@@ -65,8 +55,7 @@ bool SpringSet::step(Travel& travel, double seconds) const {
   return travel.moving;
 }
 
-void SpringSet::frame() {
-  const double seconds = std::clamp(static_cast<double>(sinceFrame_.restart()) / 1000, 0.0, 1.0);
+bool SpringSet::advance(double seconds) {
   const auto pixel = [this](double value) { return std::lround(value * ratio_); };
   bool seen = false;
   bool moving = false;
@@ -76,9 +65,20 @@ void SpringSet::frame() {
     moving = step(travel, seconds) || moving;
     seen = seen || pixel(before) != pixel(travel.seen()) || !travel.moving;
   }
-  if (!moving) clock_.stop();
+  // Whoever hears of the end must find it at rest.
+  if (!moving) animator_.stop(*this);
   if (seen) Q_EMIT moved();
   if (!moving) Q_EMIT rested();
+  return isMoving();
+}
+
+void SpringSet::finish() {
+  for (Travel& travel : travels_) {
+    travel.spring.jump();
+    travel.moving = false;
+  }
+  Q_EMIT moved();
+  Q_EMIT rested();
 }
 
 }  // namespace tarnwick
