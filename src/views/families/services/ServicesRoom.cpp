@@ -91,6 +91,7 @@ std::unique_ptr<TilePanel> makeUnconnectedPanel(const PanelContext& context) { r
 
 constexpr std::array kFamilies = {
     RoomRow{.word = "integration"_L1, .panel = makeUnconnectedPanel, .accent = serviceAccent, .options = kOptions},
+    RoomRow{.word = "studio"_L1, .panel = makeUnconnectedPanel, .accent = serviceAccent, .options = kOptions},
 };
 constexpr std::array kKinds = {
     RoomRow{.word = "codexUsage"_L1, .options = kCodexOptions},
