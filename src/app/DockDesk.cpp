@@ -23,7 +23,8 @@ DockDesk::DockDesk(DockDeskParts parts)
       edits_(*parts_.store, *parts_.apps, undo_),
       drops_({parts_.store, parts_.files, parts_.opener, &undo_, &edits_, parts_.running}),
       commands_({parts_.store, parts_.running, parts_.windows, parts_.apps, parts_.opener, parts_.files}),
-      menus_({parts_.store, parts_.running, parts_.windows, parts_.apps, parts_.files, &commands_, &edits_}) {
+      menus_({parts_.store, parts_.running, parts_.windows, parts_.apps, parts_.files, &commands_, &edits_}),
+      tips_(*parts_.store, *parts_.panels) {
   connect(&undo_, &UndoStack::failed, parts_.store, &AppStore::setError);
   guardStrangeEntries();
   connect(&undo_, &UndoStack::pushed, this, &DockDesk::offerUndo);
@@ -67,8 +68,10 @@ DockDesk::~DockDesk() = default;
 
 void DockDesk::setController(DockController* controller) {
   controller_ = controller;
+  tips_.setController(controller);
   connect(controller, &DockController::placed, this, &DockDesk::placeApplications);
   connect(controller, &DockController::goesAway, this, [this](const QString& display) {
+    tips_.hide(display);
     if (menuDisplay_ == display) closeMenu();
   });
 }
@@ -80,6 +83,7 @@ void DockDesk::start() {
 
 void DockDesk::shutdown() {
   bubble_.reset();
+  tips_.close();
   delete menu_;
   undo_.clear();
 }
@@ -110,6 +114,8 @@ std::unique_ptr<DockContent> DockDesk::makeContent(const QString& display) {
   auto dock = std::make_unique<LiveDock>(*parts_.store, *parts_.toggles, display, parts_.icons, actions(display));
   dock->setFrameClock(parts_.clocks->make(display));
   docks_[display] = dock.get();
+  connect(&dock->view(), &DockView::tipChanged, this,
+          [this, display, view = &dock->view()] { tips_.show(display, view->tip()); });
   connect(&dock->view(), &DockView::handLeft, this, [this] {
     if (controller_) controller_->checkEdge();
   });

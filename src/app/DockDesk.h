@@ -10,6 +10,7 @@
 #include "app/DockMenus.h"
 #include "app/EntryQuestion.h"
 #include "app/FolderQuestion.h"
+#include "app/TipHost.h"
 #include "apps/AppOpener.h"
 #include "apps/ports/LauncherHints.h"
 #include "desktop/Files.h"
@@ -130,6 +131,7 @@ class DockDesk : public QObject {
   FolderQuestion folders_;
   FolderQuestion pictures_;
   EntryQuestion entryQuestion_;
+  TipHost tips_;
   std::map<QString, LiveDock*> docks_;
   QPointer<QMenu> menu_;  // The one that is open.
   QString menuDisplay_;

@@ -175,6 +175,36 @@ TEST_F(ShellScenario, APanelStandsBesideTheGlassUntilAClickElsewhere) {
   EXPECT_TRUE(comesTrue([&] { return !isOpen(); }));
 }
 
+TEST_F(ShellScenario, ATipNamesWhatThePointerRestsOnAndCoversNothingOfTheDock) {
+  startShown(DockConfiguration());
+  const auto above = [&](int widget) { return QPoint(tile(widget).center().x(), glass().top() - 20); };
+  ASSERT_FALSE(isPainted(above(1)));
+  desk.moveTo(tile(1).center());
+  ASSERT_TRUE(comesTrue([&] { return time.waiting() > 0 && view().underMouse(); }));
+  ASSERT_TRUE(inTime([&] { return view().tip().has_value(); }));
+  const QString first = view().tip()->text;
+  EXPECT_TRUE(comesTrue([&] { return isPainted(above(1)); }));
+  EXPECT_FALSE(takesClicks(above(1)));
+  // At once along the row; what it stood over is free again.
+  desk.moveTo(tile(4).center());
+  EXPECT_TRUE(comesTrue([&] { return view().tip() && view().tip()->text != first; }));
+  EXPECT_TRUE(comesTrue([&] { return isPainted(above(4)) && !isPainted(above(1)); }));
+  // A click on the tile is the tile's, and takes the tip away.
+  desk.click(tile(4).center());
+  EXPECT_TRUE(comesTrue([&] { return isOpen() && !view().tip(); }));
+  desk.click(desk.away());
+  EXPECT_TRUE(comesTrue([&] { return !isOpen() && !isPainted(above(4)); }));
+
+  desk.moveTo(tile(1).center());
+  desk.settle();
+  ASSERT_TRUE(inTime([&] { return view().tip().has_value(); }));
+  EXPECT_TRUE(comesTrue([&] { return isPainted(above(1)); }));
+  desk.moveTo(desk.away());
+  desk.settle();
+  EXPECT_TRUE(inTime([&] { return !view().tip(); }));
+  EXPECT_TRUE(comesTrue([&] { return !isPainted(above(1)); }));
+}
+
 TEST_F(ShellScenario, AMenuStandsBesideTheGlassAndItsEntryActs) {
   startShown(DockConfiguration());
   const QUuid clock = store().widgets()[1].id;

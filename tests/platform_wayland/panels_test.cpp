@@ -107,6 +107,12 @@ TEST(PlainPanel, IsAnOrdinaryWindowWithAllThatBelongsToIt) {
   desk.sway.click({350, 430});
   desk.settle();
   EXPECT_EQ(content.presses, presses) << "outside of what takes clicks";
+  // A popup that takes no clicks lets them through to what lies below.
+  content.pressed = {};
+  popup = panel->popup(std::make_unique<Paint>(Qt::green, QSize(220, 180)), QRect(100, 0, 60, 60),
+                       {.takesKeys = false, .closesOutside = false, .takesClicks = false});
+  EXPECT_TRUE(desk.shows({430, 380}, Qt::green));
+  popup.reset();
   panel->setShown(false);
   EXPECT_TRUE(desk.shows({310, 410}, kGround));
 }
@@ -281,6 +287,25 @@ TEST(WaylandPanel, OpensMenusWithSubmenus) {
   ASSERT_TRUE(opens());
   desk.sway.type({u"-k"_s, u"Escape"_s});
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return !menu.isVisible(); }));
+}
+
+TEST(WaylandPanel, LetsClicksThroughAPopupThatTakesNone) {
+  Desk desk;
+  const auto below = desk.sway.terminal(u"left"_s);
+  const auto other = desk.sway.terminal(u"right"_s);
+  PaintedPanel one(desk, Qt::red);
+  one.panel->place({.screen = kFirst, .rectangle = kPlace, .margins = {}});
+  one.panel->setShown(true);
+  ASSERT_TRUE(desk.shows({350, 730}, Qt::red));
+  ASSERT_EQ(desk.sway.focused(), u"right"_s);
+  auto content = std::make_unique<Paint>(Qt::blue, QSize(220, 180));
+  const Paint& inner = *content;
+  const auto popup = one.panel->popup(std::move(content), QRect(0, 0, 60, 60),
+                                      {.takesKeys = false, .closesOutside = false, .takesClicks = false});
+  ASSERT_TRUE(desk.shows({320, 600}, Qt::blue));
+  desk.sway.click({320, 600});
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return desk.sway.focused() == u"left"_s; }));
+  EXPECT_EQ(inner.presses, 0);
 }
 
 TEST(WaylandPanel, ShowsTipsAboveItself) {

@@ -161,6 +161,19 @@ TEST_F(X11PanelKeys, AClickOutsideClosesAPopupAndReachesItsTarget) {
   EXPECT_EQ(closings->size(), 0);
 }
 
+TEST_F(X11PanelKeys, APopupWithoutClicksLetsThemThrough) {
+  const Form* content = open({.takesKeys = false, .closesOutside = false, .takesClicks = false});
+  const QPoint inside = content->geometry().center();
+  EXPECT_NE(desk.display.topLevelAt(inside), content->winId());
+  desk.display.click(inside);
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return below.clicks() == 1; }));
+  // Also where it stands after a move.
+  popup->moveBeside(kTile.translated(40, 0));
+  desk.settle();
+  EXPECT_NE(content->geometry().center(), inside);
+  EXPECT_NE(desk.display.topLevelAt(content->geometry().center()), content->winId());
+}
+
 TEST_F(X11PanelKeys, AMenuTakesKeysAndClicksAndSwallowsTheClickThatClosesIt) {
   QMenu menu;
   menu.addAction(u"First"_s);

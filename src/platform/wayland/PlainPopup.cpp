@@ -22,6 +22,8 @@ void PlainPopup::show() {
   reposition();
   content_->winId();
   content_->windowHandle()->setTransientParent(panel_.windowHandle());
+  // The toolkit takes an empty region for none.
+  if (!style_.takesClicks) content_->windowHandle()->setMask(QRegion(-1, -1, 1, 1));
   content_->show();
 }
 

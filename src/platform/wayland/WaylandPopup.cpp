@@ -63,7 +63,7 @@ void WaylandPopup::reposition() {
   look.takesKeys = style_.takesKeys;
   layer_->setLook(look);
   // Nobody can click on a shadow.
-  layer_->setInput(QRegion(content_->rect().marginsRemoved(style_.margins)));
+  layer_->setInput(style_.takesClicks ? QRegion(content_->rect().marginsRemoved(style_.margins)) : QRegion());
   if (catcher_) catcher_->setOpen(pointer_.area() | outline);
 }
 

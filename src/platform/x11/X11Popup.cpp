@@ -86,7 +86,7 @@ void X11Popup::applyShape() const {
   const QRegion whole = content_->rect().marginsRemoved(style_.margins);
   const QRegion outline = content_->mask().isEmpty() ? whole : content_->mask();
   const double scale = content_->devicePixelRatio();
-  X11Shape::apply(events_, window, XCB_SHAPE_SK_INPUT, outline, scale);
+  X11Shape::apply(events_, window, XCB_SHAPE_SK_INPUT, style_.takesClicks ? outline : QRegion(), scale);
   X11Shape::apply(events_, window, XCB_SHAPE_SK_BOUNDING, isComposited_ ? std::nullopt : std::optional(outline), scale);
 }
 

@@ -1,10 +1,8 @@
-// The pointer over the dock: hover, clicks, the wheel, tips and menus.
+// The pointer over the dock: hover, clicks, the wheel and menus.
 
 #include <QContextMenuEvent>
 #include <QCursor>
-#include <QHelpEvent>
 #include <QMouseEvent>
-#include <QToolTip>
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
@@ -18,18 +16,6 @@ namespace tarnwick {
 
 bool DockView::event(QEvent* event) {
   switch (event->type()) {
-    case QEvent::ToolTip: {
-      const auto* help = static_cast<QHelpEvent*>(event);
-      const auto item = layout_.itemAt(help->pos());
-      const auto tab = layout_.tabAt(help->pos());
-      if (tab && !press_)
-        QToolTip::showText(help->globalPos(), tabs_.tip(*tab), this, layout_.tabs[*tab].toAlignedRect());
-      else if (item && answersPointer(*item) && !press_)
-        QToolTip::showText(help->globalPos(), itemText(*item).tip(), this, layout_.items[*item].rect.toAlignedRect());
-      else
-        QToolTip::hideText();
-      return true;
-    }
     case QEvent::ApplicationFontChange:
     case QEvent::FontChange:
       Typography::reload();
@@ -64,6 +50,7 @@ void DockView::hideEvent(QHideEvent* event) {
   // No button will come up here any more.
   const auto press = std::exchange(press_, std::nullopt);
   setPointer(std::nullopt);
+  tips_.leave();
   QWidget::hideEvent(event);
   if (!press) return;
   if (press->turned == Press::Turned::Move) Q_EMIT moveFinished();
@@ -78,6 +65,7 @@ void DockView::setPointer(std::optional<QPointF> pointer) {
   const qsizetype before = hovered_;
   // An empty dock is one button.
   if (isEmpty()) update();
+  if (pointer && pointer != pointer_) keysLead_ = false;
   pointer_ = pointer;
   hovered_ = answersPointer(under) && !drag_.isActive() && !drop_ ? under : -1;
   hoverTabs(inside);
@@ -86,6 +74,7 @@ void DockView::setPointer(std::optional<QPointF> pointer) {
     updateItem(hovered_);
   }
   magnifier_.point(inside && !drag_.isActive() && !drop_ ? std::optional(pointer->x()) : std::nullopt);
+  updateTip();
 }
 
 /// From now on tiles are drawn with their pictures, until a moment after the last such call.
@@ -119,6 +108,7 @@ void DockView::setMenuOpen(bool open) {
   if (!open && !drag_.isActive())
     setPointer(layout_.glass.contains(pointer) ? std::optional(pointer) : std::nullopt);
   holdTabs();
+  updateTip();
 }
 
 void DockView::leaveEvent(QEvent*) {
@@ -144,6 +134,7 @@ void DockView::mousePressEvent(QMouseEvent* event) {
     press.key = keyOf(*item);
   }
   press_ = press;
+  updateTip();
   if (isEmpty()) update();
   pressed_ = hovered_;
   updateItem(pressed_);
@@ -253,9 +244,7 @@ void DockView::click(QPointF point) {
     return;
   }
   if (const TileContent* content = contentOf(*item)) {
-    const QRectF& tile = layout_.items[*item].rect;
-    const auto part = content->partAt({tile.width() / row_.scale, (point - tile.topLeft()) / row_.scale, row_.scale});
-    if (part) {
+    if (const auto part = content->partAt(clickAt(*item, point))) {
       Q_EMIT tilePartActivated(widgetOf(*item)->id, *part);
       return;
     }

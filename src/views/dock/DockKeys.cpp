@@ -16,6 +16,8 @@ void DockView::focusItem(qsizetype item) {
   focused_ = item;
   scrollTo(item);
   updateItem(focused_);
+  keysLead_ = hasFocus();
+  updateTip();
   QAccessibleEvent told(this, QAccessible::Focus);
   told.setChild(static_cast<int>(focused_));
   QAccessible::updateAccessibility(&told);
@@ -108,9 +110,15 @@ void DockView::focusInEvent(QFocusEvent*) {
   if (drag_.isActive()) return;
   if (focused_ < 0) moveFocus(1);
   updateItem(focused_);
+  keysLead_ = true;
+  updateTip();
 }
 
-void DockView::focusOutEvent(QFocusEvent*) { updateItem(focused_); }
+void DockView::focusOutEvent(QFocusEvent*) {
+  updateItem(focused_);
+  keysLead_ = false;
+  updateTip();
+}
 
 // --- For those who read the dock by ear -----------------------------------------------------------------------------
 

@@ -110,6 +110,7 @@ void DockView::connectParts() {
     tellWhetherWhole();
   });
   connect(&tabs_, &ProfileTabs::activated, this, &DockView::tabActivated);
+  connect(&tips_, &TipController::changed, this, &DockView::tipChanged);
   connect(&tabs_, &ProfileTabs::due, this, [this](bool shown) {
     showTabs(shown);
     rehover();
@@ -118,7 +119,10 @@ void DockView::connectParts() {
 
 DockView::~DockView() = default;
 
-void DockView::setScheduler(Scheduler* scheduler) { tabs_.setScheduler(scheduler); }
+void DockView::setScheduler(Scheduler* scheduler) {
+  tabs_.setScheduler(scheduler);
+  tips_.setScheduler(scheduler);
+}
 
 void DockView::setIconProvider(IconProvider provider) {
   icons_ = std::move(provider);
@@ -192,7 +196,10 @@ void DockView::refresh(const TileSources& sources, const std::function<bool(cons
     pictures_.forget(item);
     updateItem(item);
   }
-  if (textChanged) describe();
+  if (textChanged) {
+    describe();
+    updateTip();
+  }
   followLaunches();
 }
 
@@ -209,6 +216,7 @@ void DockView::setPanelOpen(const QUuid& widget) {
   if (widget == panelOpen_) return;
   panelOpen_ = widget;
   holdTabs();
+  updateTip();
   updateRow();
 }
 
@@ -236,6 +244,7 @@ void DockView::relayout() {
   toldGlass_ = fullGlass();
   if (reshaped) Q_EMIT shapeChanged();
   if (old.items != layout_.items) Q_EMIT itemsPlaced();
+  updateTip();
 }
 
 /// A dock without glass has the shape of what stands in it. Where nothing composites that would cut what a hand holds

@@ -20,6 +20,7 @@
 #include "views/dock/ProfileTabs.h"
 #include "views/dock/RowLayout.h"
 #include "views/dock/TileDragController.h"
+#include "views/dock/TipController.h"
 #include "views/motion/Animator.h"
 #include "views/motion/Fade.h"
 #include "views/motion/Pulse.h"
@@ -34,7 +35,7 @@ namespace tarnwick {
 /// as the panel's slot grown by margins(). It changes nothing by itself: what a hand does is told by signals, and what
 /// comes of it arrives with the next row. Whoever owns it calls refresh() when something that tiles show may have
 /// changed, and only the tiles that look different then are painted again. It composes the parts that know one thing
-/// each (Magnifier, TileDragController, ProfileTabs) and passes on to them what the toolkit tells.
+/// each (Magnifier, TileDragController, ProfileTabs, TipController) and passes on to them what the toolkit tells.
 class DockView : public QWidget {
   Q_OBJECT
  public:
@@ -48,7 +49,7 @@ class DockView : public QWidget {
   explicit DockView(QWidget* parent = nullptr);
   ~DockView() override;
 
-  /// What the delays of hover are counted with; borrowed. Without one the pointer brings no tabs.
+  /// What the delays of hover are counted with; borrowed. Without one the pointer brings neither tabs nor tips.
   void setScheduler(Scheduler* scheduler);
   /// What everything moves by that does. Without a clock nothing does, and is where it goes to at once.
   void setFrameClock(std::unique_ptr<FrameClock> clock) { animator_.setClock(std::move(clock)); }
@@ -101,6 +102,9 @@ class DockView : public QWidget {
   void focusItem(qsizetype item);
   /// Whether a hand holds something over the dock: a press, a tile that is dragged.
   bool isHeld() const { return press_.has_value() || drag_.isActive(); }
+  /// What is said of what the pointer or the keyboard is at, beside a stretch of the glass. Whoever owns the view shows
+  /// it there.
+  const std::optional<DockTip>& tip() const { return tips_.shown(); }
   qsizetype focusedItem() const { return hasFocus() && !drag_.isActive() ? focused_ : -1; }
 
   /// Whether something travels, fades or pulses, so that frames run.
@@ -109,6 +113,8 @@ class DockView : public QWidget {
   QSize sizeHint() const override;
 
  Q_SIGNALS:
+  /// tip() did.
+  void tipChanged();
   void tileActivated(const QUuid& widget);
   /// A click on a part of a tile that acts by itself; for quick toggles `part` is the `Toggle`.
   void tilePartActivated(const QUuid& widget, int part);
@@ -218,6 +224,11 @@ class DockView : public QWidget {
   void click(QPointF point);
   void openMenu(qsizetype item, const QRect& beside);
   void openMenuAt(QPoint point);
+  std::optional<DockTip> pointedTip() const;
+  /// `point` is where the pointer is, for tiles of several parts.
+  std::optional<DockTip> tipOf(qsizetype item, std::optional<QPointF> point) const;
+  TileClick clickAt(qsizetype item, QPointF point) const;
+  void updateTip();
 
   // By the keyboard.
   void moveFocus(int direction);
@@ -285,6 +296,7 @@ class DockView : public QWidget {
   EdgeScroll edges_;
   TileDragController drag_;
   ProfileTabs tabs_;
+  TipController tips_;
 
   double scroll_ = 0;
   std::optional<QPointF> pointer_;
@@ -292,6 +304,7 @@ class DockView : public QWidget {
   qsizetype hovered_ = -1;
   qsizetype pressed_ = -1;
   qsizetype focused_ = -1;
+  bool keysLead_ = false;  ///< Whether the keyboard moved last, not the pointer.
   QStringList toldNames_;  ///< What screen readers know the items by.
   QUuid panelOpen_;
   bool menuOpen_ = false;

@@ -4,11 +4,11 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QTextLayout>
 #include <algorithm>
 #include <cmath>
 
 #include "views/controls/Turned.h"
+#include "views/dock/WrappedText.h"
 #include "views/theme/Symbols.h"
 #include "views/theme/Theme.h"
 #include "views/theme/Typography.h"
@@ -28,32 +28,7 @@ constexpr int kButtonInset = 8;
 constexpr double kActionPadding = 12;
 constexpr double kCrossSize = 12;
 
-/// The message in lines; a word that is wider than the bubble is broken.
-struct WrappedText {
-  QTextLayout layout;
-  QSizeF size;
-
-  explicit WrappedText(const QString& text) : layout(text, Typography::widgetFont(TextStyle::Body)) {
-    QTextOption option;
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    layout.setTextOption(option);
-    layout.beginLayout();
-    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
-      line.setLineWidth(theme::kBubbleTextWidth);
-      line.setPosition(QPointF(0, size.height()));
-      size = QSizeF(std::max(size.width(), line.naturalTextWidth()), size.height() + line.height());
-    }
-    layout.endLayout();
-  }
-
-  void draw(QPainter& painter, const QPointF& place, bool fromTheRight) {
-    for (int i = 0; i < layout.lineCount(); ++i) {
-      QTextLine line = layout.lineAt(i);
-      line.setPosition({fromTheRight ? size.width() - line.naturalTextWidth() : 0, line.y()});
-    }
-    layout.draw(&painter, place);
-  }
-};
+WrappedText wrapped(const QString& message) { return {message, TextStyle::Body, theme::kBubbleTextWidth}; }
 
 }  // namespace
 
@@ -99,7 +74,7 @@ double MessageBubble::actionWidth() const {
 }
 
 QSize MessageBubble::bubbleSize() const {
-  const QSizeF text = WrappedText(message_).size;
+  const QSizeF text = wrapped(message_).size;
   const int textWidth = static_cast<int>(std::ceil(text.width()));
   const int action = action_.isEmpty() ? 0 : static_cast<int>(actionWidth()) + kButtonGap;
   const int width = kPadding + kSymbol + kSymbolGap + textWidth + kButtonGap + action + kButton + kButtonInset;
@@ -143,7 +118,7 @@ void MessageBubble::paintEvent(QPaintEvent*) {
   const Turned turned(*this);
   Symbols::draw(painter, symbol_, turned(symbol), palette_.accent(accent_));
 
-  WrappedText text(message_);
+  WrappedText text = wrapped(message_);
   const double textTop = std::round(bubble.top() + (bubble.height() - text.size.height()) / 2);
   painter.setPen(palette_.primary);
   const QRectF place(QPointF(bubble.left() + kPadding + kSymbol + kSymbolGap, textTop), text.size);

@@ -85,6 +85,10 @@ inline constexpr double kBubbleCorner = 14;
 inline constexpr double kBubblePadding = 12;
 inline constexpr double kBubbleTextWidth = 320;
 inline constexpr double kButtonSize = 28;
+inline constexpr double kTipCorner = 8;
+inline constexpr double kTipPaddingX = 10;
+inline constexpr double kTipPaddingY = 6;
+inline constexpr double kTipShadowScale = 0.5;
 inline constexpr double kButtonCorner = 8;
 
 /// Below this scale a tile drops its last row.

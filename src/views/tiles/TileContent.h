@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPointF>
+#include <QRectF>
 #include <QString>
 #include <concepts>
 #include <memory>
@@ -20,6 +21,15 @@ struct TileClick {
   double scale = 1;  ///< Of the dock.
 };
 
+/// A part of a tile that has a name of its own.
+struct TilePart {
+  int part = 0;
+  QString text;  ///< Its name, and what there is to say of it.
+  QRectF place;
+
+  bool operator==(const TilePart&) const = default;
+};
+
 /// The application that a tile stands for.
 struct TileApplication {
   quint64 identity = 0;  ///< Of the running one; 0 while it does not run.
@@ -35,6 +45,7 @@ class TileFace {
   virtual TileText describe(const QString& name) const = 0;
   virtual void paint(TileCanvas& canvas) const = 0;
   virtual std::optional<int> partAt(const TileClick& click) const = 0;
+  virtual std::optional<TilePart> namedPartAt(const TileClick& point) const = 0;
   virtual TileApplication application() const = 0;
   virtual bool isSolid() const = 0;
 };
@@ -57,6 +68,11 @@ std::optional<int> partOf(const auto& content, const TileClick& click) {
   return std::nullopt;
 }
 
+std::optional<TilePart> namedPartOf(const auto& content, const TileClick& point) {
+  if constexpr (requires { namedPart(content, point); }) return namedPart(content, point);
+  return std::nullopt;
+}
+
 TileApplication applicationOf(const auto& content) {
   if constexpr (requires { standsFor(content); }) return standsFor(content);
   return {};
@@ -70,8 +86,8 @@ bool hasGround(const auto& content) {
 }  // namespace faces
 
 /// The face of a plain struct: the functions beside it, found by overload. `describe(content, name)` and
-/// `paint(canvas, content)` must be there; `partAt(content, click)`, `standsFor(content)` (a TileApplication) and
-/// `standsOnGround(content)` may be.
+/// `paint(canvas, content)` must be there; `partAt(content, click)`, `namedPart(content, point)` (a TilePart),
+/// `standsFor(content)` (a TileApplication) and `standsOnGround(content)` may be.
 template <class Content>
 class FaceOf final : public TileFace {
  public:
@@ -85,6 +101,9 @@ class FaceOf final : public TileFace {
   TileText describe(const QString& name) const override { return faces::describeContent(content_, name); }
   void paint(TileCanvas& canvas) const override { faces::paintContent(canvas, content_); }
   std::optional<int> partAt(const TileClick& click) const override { return faces::partOf(content_, click); }
+  std::optional<TilePart> namedPartAt(const TileClick& point) const override {
+    return faces::namedPartOf(content_, point);
+  }
   TileApplication application() const override { return faces::applicationOf(content_); }
   bool isSolid() const override { return faces::hasGround(content_); }
 
@@ -108,6 +127,10 @@ class TileContent {
   /// The part of a tile that a click means by itself: of quick toggles the `Toggle`, of todos the place in the list,
   /// else 0 for the one thing that the tile itself can do.
   std::optional<int> partAt(const TileClick& click) const { return face_ ? face_->partAt(click) : std::nullopt; }
+  /// The part under the pointer, where it has a name of its own: a switch, one of several applications.
+  std::optional<TilePart> namedPartAt(const TileClick& point) const {
+    return face_ ? face_->namedPartAt(point) : std::nullopt;
+  }
   TileApplication application() const { return face_ ? face_->application() : TileApplication{}; }
   /// Whether the tile stands on a ground and answers the pointer; separators and spaces do not.
   bool isSolid() const { return !face_ || face_->isSolid(); }

@@ -20,6 +20,14 @@ QPointF centreOf(qsizetype index, qsizetype count, double width) {
   return {first + kPitch * static_cast<double>(index), theme::kTileMiddle};
 }
 
+const ToggleMark* markAt(const TogglesContent& content, const TileClick& point) {
+  for (qsizetype i = 0; i < content.marks.size(); ++i) {
+    const QPointF away = point.point - centreOf(i, content.marks.size(), point.width);
+    if (QPointF::dotProduct(away, away) <= kRadius * kRadius) return &content.marks[i];
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 TogglesContent makeToggles(const TileRequest& request) {
@@ -62,12 +70,18 @@ void paint(TileCanvas& canvas, const TogglesContent& content) {
 }
 
 std::optional<int> partAt(const TogglesContent& content, const TileClick& click) {
-  for (qsizetype i = 0; i < content.marks.size(); ++i) {
-    const QPointF away = click.point - centreOf(i, content.marks.size(), click.width);
-    if (content.marks[i].available && QPointF::dotProduct(away, away) <= kRadius * kRadius)
-      return static_cast<int>(content.marks[i].toggle);
-  }
-  return std::nullopt;
+  const ToggleMark* mark = markAt(content, click);
+  return mark && mark->available ? std::optional(static_cast<int>(mark->toggle)) : std::nullopt;
+}
+
+std::optional<TilePart> namedPart(const TogglesContent& content, const TileClick& point) {
+  const ToggleMark* mark = markAt(content, point);
+  if (!mark) return std::nullopt;
+  const QPointF centre = centreOf(mark - content.marks.constData(), content.marks.size(), point.width);
+  const QString name = ToggleChoice::name(mark->toggle);
+  return TilePart{static_cast<int>(mark->toggle),
+                  mark->available || mark->reason.isEmpty() ? name : u"%1: %2"_s.arg(name, mark->reason),
+                  QRectF(centre - QPointF(kRadius, kRadius), QSizeF(kRadius, kRadius) * 2)};
 }
 
 }  // namespace tarnwick

@@ -31,5 +31,7 @@ TileText describe(const TogglesContent& content, const QString& name);
 void paint(TileCanvas& canvas, const TogglesContent& content);
 /// The switch under a point of a tile of `width`, unless this desktop hasn't got it.
 std::optional<int> partAt(const TogglesContent& content, const TileClick& click);
+/// The same with those that it hasn't got, which say why.
+std::optional<TilePart> namedPart(const TogglesContent& content, const TileClick& point);
 
 }  // namespace tarnwick

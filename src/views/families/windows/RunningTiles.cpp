@@ -101,6 +101,12 @@ std::optional<int> partAt(const RunningAppsContent& content, const TileClick& cl
   return std::nullopt;
 }
 
+std::optional<TilePart> namedPart(const RunningAppsContent& content, const TileClick& point) {
+  const auto part = partAt(content, point);
+  if (!part) return std::nullopt;
+  return TilePart{*part, content.apps[*part].name, rowPlace(*part, placesOf(content), point.width)};
+}
+
 SwitcherContent makeSwitcher(const TileRequest& request) {
   SwitcherContent content{request.sources.readings.running, request.definition.symbol};
   std::ranges::stable_partition(content.apps, &RunningFacts::front);

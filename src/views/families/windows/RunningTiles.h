@@ -23,6 +23,7 @@ TileText describe(const RunningAppsContent& content, const QString& name);
 void paint(TileCanvas& canvas, const RunningAppsContent& content);
 /// The place of the application at a point.
 std::optional<int> partAt(const RunningAppsContent& content, const TileClick& click);
+std::optional<TilePart> namedPart(const RunningAppsContent& content, const TileClick& point);
 
 /// The applications that run as a stack, the one in front before the others.
 struct SwitcherContent {

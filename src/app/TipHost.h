@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <memory>
+#include <optional>
+
+#include "desktop/Panels.h"
+#include "views/dock/TipController.h"
+
+namespace tarnwick {
+
+class AppStore;
+class DockController;
+class TipBubble;
+
+/// The tip beside a dock: one for all displays. It is a window without the keyboard that lets clicks through, stands
+/// on the inner side of the glass and moves from tile to tile.
+class TipHost final : public QObject {
+  Q_OBJECT
+ public:
+  /// Borrowed. There is no tip before there is a controller.
+  TipHost(const AppStore& store, const Panels& panels);
+  ~TipHost() override;
+
+  void setController(DockController* controller) { controller_ = controller; }
+  /// What a display's dock says of what is pointed at now; nothing takes its tip away, and leaves that of another dock.
+  void show(const QString& display, const std::optional<DockTip>& tip);
+  /// Takes it away where it belongs to this display.
+  void hide(const QString& display);
+  /// Takes it away, whichever dock it belongs to.
+  void close() { popup_.reset(); }
+
+ private:
+  void open(const QString& display, const DockTip& tip);
+  void follow(const DockTip& tip);
+
+  const AppStore& store_;
+  const Panels& panels_;
+  DockController* controller_ = nullptr;
+  QString display_;
+  std::unique_ptr<Popup> popup_;
+  TipBubble* bubble_ = nullptr;  // Owned by the popup.
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QMargins>
+#include <QString>
+#include <QWidget>
+
+#include "views/theme/Glass.h"
+
+namespace tarnwick {
+
+/// The small pane of glass that a tip is written on. Long texts wrap. It lets clicks through.
+class TipBubble final : public QWidget {
+  Q_OBJECT
+ public:
+  explicit TipBubble(QWidget* parent = nullptr);
+
+  void setText(const QString& text);
+  const QString& text() const { return text_; }
+  /// The dock's look; the tip follows it.
+  void setLook(DockStyle style, Backdrop backdrop);
+
+  /// The room for the shadow around it.
+  QMargins margins() const;
+  QSize sizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void cut();
+
+  QString text_;
+  Palette palette_;
+  Glass glass_;
+  bool isCut_ = false;  ///< Where nothing composites, the window has the shape of the pane.
+};
+
+}  // namespace tarnwick
