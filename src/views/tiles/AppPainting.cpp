@@ -135,11 +135,10 @@ void paintRunningApp(QPainter& painter, const QRectF& rect, const QString& name,
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   magnify(painter, rect, tileFactor(style));
-  if (style.takesDrop) drawRounded(painter, rect, theme::kTileCorner * style.scale, style.palette.selection);
-  if (style.focused || style.takesDrop) {
-    const double width = std::max(1.0, std::round(theme::kFocusWidth * style.scale));
-    drawInnerLine(painter, rect, theme::kTileCorner * style.scale, width, style.palette.accent(Accent::Blue));
-  }
+  // Like a tile, less the ground at rest.
+  TileStyle bare = style;
+  bare.filled = false;
+  paintTileGround(painter, rect, bare);
   painter.translate(rect.topLeft());
   painter.scale(style.scale, style.scale);
   TileCanvas canvas(painter, rect.width() / style.scale, style);

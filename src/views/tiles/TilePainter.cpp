@@ -44,20 +44,6 @@ void paintDragShadow(QPainter& painter, const QRectF& rect, double corner, doubl
   }
 }
 
-void paintGround(QPainter& painter, const QRectF& rect, const TileStyle& style) {
-  const double corner = theme::kTileCorner * style.scale;
-  if (style.state == TileState::Dragged)
-    paintDragShadow(painter, rect, corner, style.scale, faded(style.palette.dragShadow, style.lift));
-  if (const QColor ground = groundOf(style); ground.isValid()) {
-    TileGround::paint(painter, rect, corner, ground, style.palette.tileEdge);
-  }
-  if (style.takesDrop) drawRounded(painter, rect, corner, style.palette.selection);
-  if (style.focused || style.takesDrop) {
-    const double width = std::max(1.0, std::round(theme::kFocusWidth * style.scale));
-    drawInnerLine(painter, rect, corner, width, style.palette.accent(Accent::Blue));
-  }
-}
-
 void paintOpenBar(TileCanvas& canvas) {
   const QRectF bar((canvas.width() - kOpenBarWidth) / 2, kOpenBarTop, kOpenBarWidth, kOpenBarHeight);
   drawRounded(canvas.painter(), bar, kOpenBarHeight / 2, canvas.accent());
@@ -71,6 +57,20 @@ void paintFailed(TileCanvas& canvas) {
 }
 
 }  // namespace
+
+void paintTileGround(QPainter& painter, const QRectF& rect, const TileStyle& style) {
+  const double corner = theme::kTileCorner * style.scale;
+  if (style.state == TileState::Dragged)
+    paintDragShadow(painter, rect, corner, style.scale, faded(style.palette.dragShadow, style.lift));
+  if (const QColor ground = groundOf(style); ground.isValid()) {
+    TileGround::paint(painter, rect, corner, ground, style.palette.tileEdge);
+  }
+  if (style.takesDrop) drawRounded(painter, rect, corner, style.palette.selection);
+  if (style.focused || style.takesDrop) {
+    const double width = std::max(1.0, std::round(theme::kFocusWidth * style.scale));
+    drawInnerLine(painter, rect, corner, width, style.palette.accent(Accent::Blue));
+  }
+}
 
 double tileFactor(const TileStyle& style) {
   return style.magnification * (style.state == TileState::Pressed ? theme::kPressedScale : 1);
@@ -89,7 +89,7 @@ void paintTile(QPainter& painter, const QRectF& rect, const TileContent& content
   if (style.state == TileState::Dragged)
     painter.translate(0, -std::round(theme::kDraggedLift * style.scale * style.lift));
   magnify(painter, rect, tileFactor(style));
-  if (content.isSolid() || style.focused || style.state == TileState::Dragged) paintGround(painter, rect, style);
+  if (content.isSolid() || style.focused || style.state == TileState::Dragged) paintTileGround(painter, rect, style);
   painter.translate(rect.topLeft());
   painter.scale(style.scale, style.scale);
   TileCanvas canvas(painter, rect.width() / style.scale, style);
