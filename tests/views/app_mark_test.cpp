@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "DockFixture.h"
 #include "views/theme/Theme.h"
 #include "views/tiles/AppPainting.h"
@@ -14,13 +16,14 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kUp = 4;  // Device pixels a unit.
+constexpr QSizeF kPlace(52, 64);
 
 QImage app(const AppMarks& marks, const TileStyle& style) {
-  QImage picture(QSize(64, 64) * kUp, QImage::Format_ARGB32_Premultiplied);
+  QImage picture(kPlace.toSize() * kUp, QImage::Format_ARGB32_Premultiplied);
   picture.setDevicePixelRatio(kUp);
   picture.fill(Qt::transparent);
   QPainter painter(&picture);
-  paintRunningApp(painter, QRectF(0, 0, 64, 64), u"Files"_s, {}, marks, style);
+  paintRunningApp(painter, QRectF(QPointF(), kPlace), u"Files"_s, {}, marks, style);
   return picture;
 }
 
@@ -33,18 +36,18 @@ TileStyle plainStyle() {
 }  // namespace
 
 TEST(RunningAppFeedback, IsThatOfTilesInEachStateAndNothingAtRest) {
-  const QPoint corner(5 * kUp, 32 * kUp);  // Of the ground, beside the icon.
+  const QPoint beside(2 * kUp, 32 * kUp);  // The icon.
   for (const TileState state : {TileState::Rest, TileState::Hover, TileState::Pressed}) {
     TileStyle style = plainStyle();
     style.state = state;
-    QImage tile(QSize(64, 64) * kUp, QImage::Format_ARGB32_Premultiplied);
+    QImage tile(kPlace.toSize() * kUp, QImage::Format_ARGB32_Premultiplied);
     tile.setDevicePixelRatio(kUp);
     tile.fill(Qt::transparent);
     QPainter painter(&tile);
-    paintTile(painter, QRectF(0, 0, 64, 64), TileContent(), style);
+    paintTile(painter, QRectF(QPointF(), kPlace), TileContent(), style);
     painter.end();
-    const QRgb seen = app({.running = true}, style).pixel(corner);
-    EXPECT_EQ(seen, state == TileState::Rest ? qRgba(0, 0, 0, 0) : tile.pixel(corner)) << static_cast<int>(state);
+    const QRgb seen = app({.running = true}, style).pixel(beside);
+    EXPECT_EQ(seen, state == TileState::Rest ? qRgba(0, 0, 0, 0) : tile.pixel(beside)) << static_cast<int>(state);
   }
 }
 
@@ -54,10 +57,38 @@ TEST(RunningAppFeedback, IsSeenInTheFrameInWhichThePointerComes) {
   row.reduceMotion = true;
   const auto view = makeView(row);
   const qsizetype item = view->itemCount() - 1;
-  const QPointF corner = view->itemRect(item).topLeft() + QPointF(5, 32);
-  const QRgb rest = paintedBy(*view).pixel(corner.toPoint());
+  const QPointF beside = view->itemRect(item).topLeft() + QPointF(2, 32);
+  const QRgb rest = paintedBy(*view).pixel(beside.toPoint());
   mouse(*view, QEvent::MouseMove, view->itemRect(item).center(), Qt::NoButton);
-  EXPECT_NE(paintedBy(*view).pixel(corner.toPoint()), rest);
+  EXPECT_NE(paintedBy(*view).pixel(beside.toPoint()), rest);
+}
+
+TEST(WindowDots, AreOneForEachWindowUpToFourAndStandBelowTheIcon) {
+  const auto dotsOf = [](const AppMarks& marks, const TileStyle& style) {
+    const QImage picture = app(marks, style);
+    const int row = static_cast<int>(theme::kAppDotTop * kUp);
+    int dots = 0;
+    double sum = 0;
+    int inked = 0;
+    for (int x = 0; x < picture.width(); ++x) {
+      const bool isInk = qAlpha(picture.pixel(x, row)) > 100;
+      if (isInk && (x == 0 || qAlpha(picture.pixel(x - 1, row)) <= 100)) ++dots;
+      if (!isInk) continue;
+      sum += x + 0.5;
+      ++inked;
+    }
+    const double middle = theme::kAppIconLeft + theme::kAppIcon / 2;
+    EXPECT_TRUE(inked == 0 || std::abs(sum / inked / kUp - middle) < 0.3) << "around the middle of the icon";
+    return dots;
+  };
+  const TileStyle style = plainStyle();
+  const std::vector<std::pair<qsizetype, int>> cases = {{0, 1}, {1, 1}, {2, 2}, {3, 3}, {4, 4}, {50, 4}};
+  for (const auto& [windows, dots] : cases)
+    EXPECT_EQ(dotsOf({.running = true, .windows = windows}, style), dots) << windows;
+  EXPECT_EQ(dotsOf({.running = false, .windows = 3}, style), 0) << "one that starts has none yet";
+  EXPECT_EQ(dotsOf({.running = true, .urgent = true, .windows = 3}, style), 1) << "the bar of one that calls";
+  EXPECT_EQ(describe(AppMarks{.running = true, .windows = 3}), u"3 windows"_s);
+  EXPECT_EQ(describe(AppMarks{.running = true}), QString());
 }
 
 }  // namespace tarnwick::testing

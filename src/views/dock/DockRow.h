@@ -22,8 +22,9 @@ struct DockApp {
   std::optional<double> progress{};  ///< From 0 to 1.
   std::optional<qint64> count{};     ///< Of unread things.
   bool launching = false;            ///< It was started and has no window yet.
+  qsizetype windows = 1;
 
-  AppMarks marks() const { return {!launching, front, urgent, launching, progress, count}; }
+  AppMarks marks() const { return {!launching, front, urgent, launching, progress, count, windows}; }
   bool operator==(const DockApp&) const = default;
 };
 

@@ -84,7 +84,7 @@ QList<DockApp> LiveDock::runningApps() const {
   for (const RunningApp& running : store_.unpinnedRunningApps(display_)) {
     const LauncherHint hint = askAction(actions_.hintOf, running.desktopId);
     apps.append({running.identity, running.name, iconOf(running, actions_), running.active, hint.urgent, hint.progress,
-                 hint.count, false});
+                 hint.count, false, running.windows.size()});
   }
   return apps;
 }

@@ -39,7 +39,8 @@ std::optional<ApplicationFacts> applicationOf(const AppStore& store, const DockA
   if (runs) {
     const LauncherHint hint = askAction(actions.hintOf, running->desktopId);
     facts->identity = running->identity;
-    facts->marks = {true, running->active, hint.urgent, false, hint.progress, hint.count};
+    facts->marks = {true, running->active, hint.urgent, false, hint.progress, hint.count,
+                    running->windows.size()};
   }
   facts->marks.launching = !runs && askAction(actions.isStarting, path);
   return facts;

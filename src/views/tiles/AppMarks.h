@@ -13,6 +13,7 @@ struct AppMarks {
   bool launching = false;            ///< It was started and has no window yet.
   std::optional<double> progress{};  ///< From 0 to 1.
   std::optional<qint64> count{};     ///< Of unread things; nothing is shown for 0 and below.
+  qsizetype windows = 1;             ///< A dot each while it runs, up to four.
 
   bool operator==(const AppMarks&) const = default;
 };

@@ -17,6 +17,8 @@ namespace {
 
 constexpr double kIconCorner = 0.26;  ///< Of the size of a stand-in.
 
+constexpr qsizetype kMostDots = 4;
+constexpr double kDotPitch = 6;
 constexpr double kUrgentWidth = 14;
 constexpr double kUrgentHeight = 4;
 constexpr double kProgressInset = 5;
@@ -47,7 +49,8 @@ void drawStandIn(TileCanvas& canvas, const QRectF& box, const QString& name) {
                      colors.plateInk);
 }
 
-void paintDot(TileCanvas& canvas, double x, const AppMarks& marks) {
+/// A dot for each window, or a bar for one that calls. Where the ground asks for it each has a ring.
+void paintDots(TileCanvas& canvas, double x, const AppMarks& marks) {
   QPainter& painter = canvas.painter();
   const Palette& colors = canvas.colors();
   if (marks.urgent) {
@@ -57,14 +60,17 @@ void paintDot(TileCanvas& canvas, double x, const AppMarks& marks) {
     drawRounded(painter, bar, kUrgentHeight / 2, colors.accent(Accent::Orange));
     return;
   }
-  const double radius = theme::kAppDotRadius;
+  const qsizetype dots = std::clamp<qsizetype>(marks.windows, 1, kMostDots);
+  const auto drawAll = [&](double radius, const QColor& color) {
+    painter.setBrush(color);
+    for (qsizetype dot = 0; dot < dots; ++dot) {
+      const double away = (static_cast<double>(dot) - static_cast<double>(dots - 1) / 2) * kDotPitch;
+      painter.drawEllipse(QPointF(x + away, theme::kAppDotTop), radius, radius);
+    }
+  };
   painter.setPen(Qt::NoPen);
-  if (colors.dotRing.isValid()) {
-    painter.setBrush(colors.dotRing);
-    painter.drawEllipse(QPointF(x, theme::kAppDotTop), radius + 1, radius + 1);
-  }
-  painter.setBrush(marks.front ? colors.accent(Accent::Blue) : colors.secondary);
-  painter.drawEllipse(QPointF(x, theme::kAppDotTop), radius, radius);
+  if (colors.dotRing.isValid()) drawAll(theme::kAppDotRadius + 1, colors.dotRing);
+  drawAll(theme::kAppDotRadius, marks.front ? colors.accent(Accent::Blue) : colors.secondary);
 }
 
 void paintProgress(TileCanvas& canvas, const QRectF& icon, double progress) {
@@ -92,7 +98,7 @@ void paintCount(TileCanvas& canvas, const QRectF& icon, qint64 count) {
 }  // namespace
 
 void drawAppMarks(TileCanvas& canvas, const QRectF& icon, const AppMarks& marks) {
-  if (marks.running || marks.urgent) paintDot(canvas, icon.center().x(), marks);
+  if (marks.running || marks.urgent) paintDots(canvas, icon.center().x(), marks);
   if (marks.progress) paintProgress(canvas, icon, *marks.progress);
   if (marks.count.value_or(0) > 0) paintCount(canvas, icon, *marks.count);
 }
@@ -124,6 +130,8 @@ void drawAppIcon(TileCanvas& canvas, const QRectF& box, const QString& icon, con
 QString describe(const AppMarks& marks) {
   QStringList parts;
   if (marks.urgent) parts.append(TileWords::tr("Needs attention"));
+  if (marks.running && marks.windows > 1)
+    parts.append(TileWords::tr("%1 windows").arg(QLocale().toString(marks.windows)));
   if (marks.count.value_or(0) > 0) parts.append(QLocale().toString(*marks.count));
   if (marks.progress && std::isfinite(*marks.progress))
     parts.append(u"%1%"_s.arg(std::lround(std::clamp(*marks.progress, 0.0, 1.0) * 100)));
