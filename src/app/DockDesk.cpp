@@ -239,6 +239,10 @@ DockActions DockDesk::actions(const QString& display) {
     actOn(display);
     edits_.moveShown(display, from, to);
   };
+  actions.removeTile = [this, display](const QUuid& widget) {
+    actOn(display);
+    edits_.remove(widget, display);
+  };
   actions.undo = [this] { undo_.undo(); };
   actions.redo = [this] { undo_.redo(); };
   actions.closePanel = [this] {

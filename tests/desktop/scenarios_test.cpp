@@ -294,6 +294,40 @@ TEST_F(ShellScenario, AFloatingDockStaysUnderTheHandThatMovesIt) {
   EXPECT_TRUE(comesTrue([&] { return store().config().floatingPositions.contains(id()) && isPainted(glassNow); }));
 }
 
+TEST_F(ShellScenario, ATileThatIsLetGoFarFromTheDockIsRemovedAndCanComeBack) {
+  startShown(DockConfiguration());
+  const QList<DockWidget> before = store().widgets();
+  const QPoint held = tile(1).center();
+  const QPoint far(held.x(), glass().top() - 150);
+  const QPoint sign = far - QPoint(0, 20);
+  const auto carry = [&](QPoint place) {
+    desk.moveTo(held);
+    desk.button(true);
+    desk.settle();
+    desk.moveTo(held - QPoint(0, 20));
+    desk.settle();
+    desk.moveTo(place);
+    desk.settle();
+  };
+  ASSERT_FALSE(isPainted(sign));
+  carry(far);
+  EXPECT_TRUE(comesTrue([&] { return isPainted(sign); })) << "what letting go does is said at the pointer";
+  desk.moveTo(held);
+  EXPECT_TRUE(comesTrue([&] { return !isPainted(sign); }));
+  desk.button(false);
+  EXPECT_TRUE(comesTrue([&] { return !view().isHeld(); }));
+  EXPECT_EQ(store().widgets(), before);
+
+  carry(far);
+  EXPECT_TRUE(comesTrue([&] { return isPainted(sign); }));
+  desk.button(false);
+  ASSERT_TRUE(comesTrue([&] { return store().widgets().size() == before.size() - 1; }));
+  EXPECT_TRUE(std::ranges::none_of(store().widgets(), [&](const DockWidget& left) { return left.id == before[1].id; }));
+  EXPECT_TRUE(comesTrue([&] { return !isPainted(sign); }));
+  Q_EMIT view().undoRequested();
+  EXPECT_EQ(store().widgets(), before);
+}
+
 TEST_F(ShellScenario, AMessageOfTheFirstLayoutStandsAboveTheDock) {
   DockConfiguration config;
   config.layout = DockLayout::Replace;  // There is no dock that it could replace.

@@ -306,15 +306,20 @@ void DockView::beginDrag(qsizetype item, const Press& press) {
 void DockView::dragTo(QPointF pointer) {
   drag_.moveTo(pointer);
   updateRow();
+  updateTip();
   Q_EMIT dragMoved();
 }
 
 void DockView::drop() {
   if (!drag_.isActive()) return;  // Escape was faster.
+  const bool removes = wouldRemove();
+  const QUuid held = row_.widgets[drag_.widget()].id;
   const auto move = drag_.drop();
   releaseKeyboard();
+  tips_.dismiss();
   updateRow();
   const QList<DockWidget> before = row_.widgets;
+  if (removes) Q_EMIT removalRequested(held);
   if (move) Q_EMIT reorderRequested(move->first, move->second);
   // Whoever refuses sends it home.
   if (row_.widgets == before) drag_.settle();
@@ -325,6 +330,7 @@ void DockView::cancelDrag() {
   press_.reset();
   drag_.drop();
   releaseKeyboard();
+  tips_.dismiss();
   updateRow();
   drag_.settle();
   Q_EMIT handLeft();

@@ -1,6 +1,9 @@
 // What the dock says of what is pointed at: names, and what a tile has no room for.
 
+#include <QApplication>
+
 #include "views/dock/DockView.h"
+#include "views/dock/TipBubble.h"
 
 namespace tarnwick {
 
@@ -38,9 +41,18 @@ TileClick DockView::clickAt(qsizetype item, QPointF point) const {
   return {tile.width() / row_.scale, (point - tile.topLeft()) / row_.scale, row_.scale};
 }
 
+/// Whether letting go of the tile now takes it off the dock: far from the glass, and over no other window of ours.
+bool DockView::wouldRemove() const {
+  if (!drag_.isAway()) return false;
+  const QWidget* under = QApplication::topLevelAt(mapToGlobal(drag_.pointer().toPoint()));
+  return !under || under == window() || qobject_cast<const TipBubble*>(under);
+}
+
 /// Nothing is said over what stands open beside the dock, or while something is done with it.
 void DockView::updateTip() {
-  if (isHeld() || drop_ || menuOpen_ || !panelOpen_.isNull())
+  if (wouldRemove())
+    tips_.say({u"remove"_s, tr("Remove"), QRect(drag_.pointer().toPoint(), QSize(1, 1))});
+  else if (isHeld() || drop_ || menuOpen_ || !panelOpen_.isNull())
     tips_.dismiss();
   else
     tips_.point(pointedTip());

@@ -136,6 +136,8 @@ class DockView : public QWidget {
 
   /// A tile was moved, by indices among the displayed widgets as Reordering counts them.
   void reorderRequested(qsizetype from, qsizetype to);
+  /// A tile was let go far from the dock.
+  void removalRequested(const QUuid& widget);
   /// A tile is dragged, or something of another program is held over the dock: nothing in the row should shift by
   /// itself now. dragMoved follows for as long as it moves.
   void dragStarted();
@@ -229,6 +231,7 @@ class DockView : public QWidget {
   std::optional<DockTip> tipOf(qsizetype item, std::optional<QPointF> point) const;
   TileClick clickAt(qsizetype item, QPointF point) const;
   void updateTip();
+  bool wouldRemove() const;
 
   // By the keyboard.
   void moveFocus(int direction);

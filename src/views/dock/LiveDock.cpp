@@ -208,6 +208,8 @@ void LiveDock::connectHands() {
   connect(view_, &DockView::reorderRequested, this, [this](qsizetype from, qsizetype to) {
     actions_.moveTile ? actions_.moveTile(from, to) : store_.moveDisplayed(from, to, display_);
   });
+  connect(view_, &DockView::removalRequested, this,
+          [this](const QUuid& widget) { askAction(actions_.removeTile, widget); });
   connect(view_, &DockView::undoRequested, this, [this] { askAction(actions_.undo); });
   connect(view_, &DockView::redoRequested, this, [this] { askAction(actions_.redo); });
   connect(view_, &DockView::filesDropped, this, [this](DockFileDrop drop) {

@@ -41,6 +41,8 @@ struct DockActions {
   std::function<void(const QString& text, qsizetype index)> dropWidget;
   /// Moves a tile, by indices among the displayed widgets as Reordering counts them. Without it the store is told.
   std::function<void(qsizetype from, qsizetype to)> moveTile;
+  /// Takes a tile off the dock that was let go far from it, as a step that can be taken back.
+  std::function<void(const QUuid& widget)> removeTile;
   /// Takes the newest change of a dock back.
   std::function<void()> undo;
   std::function<void()> redo;

@@ -47,6 +47,10 @@ class TileDragController final : public QObject {
   bool isBusy() const { return isActive() || isLanding() || shifts_.isMoving(); }
   bool isLanding() const { return !landing_.isEmpty(); }
   QPointF pointer() const { return drag_->pointer; }
+  /// Whether the pointer holds the tile so far from the glass that it has no place in the row.
+  bool isAway() const { return isActive() && drag_->away; }
+  /// The place of the tile that is held, among the displayed widgets.
+  qsizetype widget() const { return drag_->from; }
 
   /// Whether an item is held, or on its way down.
   bool isLifted(qsizetype item) const;
@@ -72,7 +76,7 @@ class TileDragController final : public QObject {
     qsizetype to = 0;
     double grab = 0;  ///< From the tile's left edge to the pointer.
     QPointF pointer;
-    bool away = false;  ///< So far from the dock that letting go changes nothing.
+    bool away = false;  ///< So far from the dock that it has no place in the row.
     RowLayout wanted;   ///< The row as it would be.
   };
 

@@ -22,6 +22,11 @@ void TipController::point(const std::optional<DockTip>& tip) {
     work_ = scheduler_->after(kGap, [this] { show(std::nullopt); });
 }
 
+void TipController::say(const DockTip& tip) {
+  work_.reset();
+  show(tip);
+}
+
 void TipController::leave() {
   pointed_.reset();
   dismiss();

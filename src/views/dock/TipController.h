@@ -30,6 +30,8 @@ class TipController final : public QObject {
   void setScheduler(Scheduler* scheduler);
   /// What is pointed at now.
   void point(const std::optional<DockTip>& tip);
+  /// Something that must be read at once, as what letting go of a tile would do; dismiss() ends it.
+  void say(const DockTip& tip);
   /// Nothing is pointed at, and what is seen goes at once.
   void leave();
   /// What is seen goes at once, and does not come again before something else was pointed at.

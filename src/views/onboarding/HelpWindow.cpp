@@ -87,7 +87,8 @@ HelpWindow::HelpWindow(AppStore& store, const DesktopAbilities& abilities) : App
                           "Opens a tile’s panel, or an application. A click on the one in front minimises it.")},
        {QT_TRANSLATE_NOOP("Help", "Right click"),
         QT_TRANSLATE_NOOP("Help", "Opens the menu of a tile or of the dock.")},
-       {QT_TRANSLATE_NOOP("Help", "Drag a tile"), QT_TRANSLATE_NOOP("Help", "Moves it to another place.")},
+       {QT_TRANSLATE_NOOP("Help", "Drag a tile"),
+        QT_TRANSLATE_NOOP("Help", "Moves it to another place. Far from the dock it is removed.")},
        {QT_TRANSLATE_NOOP("Help", "Drop files"),
         QT_TRANSLATE_NOOP(
             "Help",

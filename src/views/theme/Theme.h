@@ -78,7 +78,7 @@ inline constexpr double kEdgeScroll = 480;  ///< Units a second.
 // Things that are held over the row.
 inline constexpr double kInsertionWidth = 3;
 inline constexpr double kInsertionHeight = 52;
-inline constexpr double kDragAway = 64;  ///< Beyond the glass, letting go of a tile changes nothing.
+inline constexpr double kDragAway = 60;  ///< Beyond the glass, letting go of a tile takes it off the dock.
 
 // A bubble above the dock.
 inline constexpr double kBubbleCorner = 14;
