@@ -290,6 +290,72 @@ TEST(Dropping, GoesWhereTheRulesSay) {
   EXPECT_FALSE(dropOn(*view, view->itemRect(1).center(), text).taken);
 }
 
+TEST(Dropping, AFileThatIsHeldOpensWhatIsBelowIt) {
+  tarnwick::test::TestScheduler time;
+  DockRow row;
+  const QString here = QCoreApplication::applicationDirPath();
+  row.widgets = {widget(u"digitalClock"_s), widgetWith(u"folderLauncher"_s, here),
+                 widgetWith(u"folderLauncher"_s, here + u"/gone"_s), widgetWith(u"appLauncher"_s, u"/a.desktop"_s),
+                 widgetWith(u"appLauncher"_s, u"/b.desktop"_s), widget(u"trash"_s)};
+  row.runningApps = runningApps().mid(0, 2);  // The first is in front.
+  const auto view = makeView(row);
+  view->setScheduler(&time);
+  TileSources sources = morning();
+  sources.applications.insert(u"/a.desktop"_s, {u"A"_s, {}, 42, {.running = true, .front = true}});
+  sources.applications.insert(u"/b.desktop"_s, {u"B"_s, {}, 43, {.running = true}});
+  view->refresh(sources);
+  QStringList opened;
+  QObject::connect(view.get(), &DockView::tileActivated, [&](const QUuid& id) {
+    opened << QString::number(std::ranges::find(row.widgets, id, &DockWidget::id) - row.widgets.begin());
+  });
+  QObject::connect(view.get(), &DockView::applicationActivated,
+                   [&](quint64 application) { opened << u"app %1"_s.arg(application); });
+  QMimeData files;
+  files.setUrls({QUrl::fromLocalFile(QCoreApplication::applicationFilePath())});
+  bool isIn = false;
+  const auto hold = [&](QPointF at) {
+    QDragEnterEvent enter(at.toPoint(), kAll, &files, Qt::LeftButton, Qt::NoModifier);
+    QDragMoveEvent move(at.toPoint(), kAll, &files, Qt::LeftButton, Qt::NoModifier);
+    if (!std::exchange(isIn, true)) QCoreApplication::sendEvent(view.get(), &enter);
+    QCoreApplication::sendEvent(view.get(), &move);
+  };
+  const auto leave = [&] {
+    QDragLeaveEvent event;
+    QCoreApplication::sendEvent(view.get(), &event);
+    isIn = false;
+  };
+  const QStringList expected = {{}, u"1"_s, {}, {}, u"4"_s, {}, {}, u"app 2"_s};
+  ASSERT_EQ(view->itemCount(), expected.size());
+  for (qsizetype item = 0; item < expected.size(); ++item) {
+    opened.clear();
+    const QPointF at = view->itemRect(item).center();
+    hold(at);
+    time.advance(0.4);
+    hold(at + QPointF(2, 1));
+    time.advance(0.39);
+    EXPECT_TRUE(opened.isEmpty()) << item;
+    time.advance(0.02);
+    EXPECT_EQ(opened.join(u' ').toStdString(), expected[item].toStdString()) << item;
+    time.advance(5);
+    EXPECT_LE(opened.size(), 1) << "once";
+    leave();
+  }
+  opened.clear();
+  hold(view->itemRect(1).center());
+  time.advance(0.7);
+  hold(view->itemRect(0).center());
+  time.advance(2);
+  hold(view->itemRect(1).center());
+  time.advance(0.7);
+  leave();
+  time.advance(2);
+  EXPECT_TRUE(opened.isEmpty()) << "a file that goes on opens nothing";
+  view->setPanelOpen(row.widgets[1].id);
+  hold(view->itemRect(1).center());
+  time.advance(2);
+  EXPECT_TRUE(opened.isEmpty()) << "what is open stays so";
+}
+
 TEST(Dropping, AWidgetGoesBetweenTiles) {
   const auto view = makeView(starterRow());
   QMimeData data;

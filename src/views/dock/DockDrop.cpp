@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "views/dock/DockView.h"
+#include "views/theme/Theme.h"
 
 namespace tarnwick {
 
@@ -68,6 +69,7 @@ bool DockView::hold(QDropEvent* event) {
   event->setAccepted(action != Qt::IgnoreAction);
   if (first) setPointer(std::nullopt);
   edges_.hold(event->position());
+  springLoad();
   updateRow();
   return action != Qt::IgnoreAction;
 }
@@ -86,7 +88,28 @@ void DockView::clearDrop() {
   if (!drop_) return;
   drop_.reset();
   edges_.letGo();
+  springLoad();
   updateRow();
+}
+
+void DockView::springLoad() {
+  const DropRules::Taker taker = drop_ ? drop_->taker : DropRules::Taker::None;
+  const bool opens = taker == DropRules::Taker::Folder || taker == DropRules::Taker::Application;
+  const qsizetype item = opens ? drop_->item : -1;
+  if (std::exchange(openingItem_, item) == item) return;
+  opening_.reset();
+  if (item >= 0 && scheduler_) opening_ = scheduler_->after(theme::kSpringLoad, [this, item] { openHeld(item); });
+}
+
+/// What is open already, or in front, a click would close or put away.
+void DockView::openHeld(qsizetype item) {
+  if (!drop_ || drop_->item != item) return;
+  if (const DockApp* app = appOf(item)) {
+    if (!app->front) Q_EMIT applicationActivated(app->id);
+  } else if (const DockWidget* widget = widgetOf(item); widget && widget->id != panelOpen_) {
+    const TileContent* content = contentOf(item);
+    if (!content || !content->application().isFront) Q_EMIT tileActivated(widget->id);
+  }
 }
 
 }  // namespace tarnwick

@@ -120,6 +120,8 @@ void DockView::connectParts() {
 DockView::~DockView() = default;
 
 void DockView::setScheduler(Scheduler* scheduler) {
+  opening_.reset();
+  scheduler_ = scheduler;
   tabs_.setScheduler(scheduler);
   tips_.setScheduler(scheduler);
 }

@@ -49,7 +49,8 @@ class DockView : public QWidget {
   explicit DockView(QWidget* parent = nullptr);
   ~DockView() override;
 
-  /// What the delays of hover are counted with; borrowed. Without one the pointer brings neither tabs nor tips.
+  /// What the delays of hover are counted with; borrowed. Without one the pointer brings neither tabs nor tips, and
+  /// nothing opens below a file that is held over it.
   void setScheduler(Scheduler* scheduler);
   /// What everything moves by that does. Without a clock nothing does, and is where it goes to at once.
   void setFrameClock(std::unique_ptr<FrameClock> clock) { animator_.setClock(std::move(clock)); }
@@ -247,6 +248,9 @@ class DockView : public QWidget {
   bool hold(QDropEvent* event);
   DockFileDrop fileDrop(const QDropEvent& event) const;
   void clearDrop();
+  /// Opens what a file is held over for long enough, so that it can be dropped further in.
+  void springLoad();
+  void openHeld(qsizetype item);
 
   // Profiles.
   void hoverTabs(bool inside);
@@ -315,6 +319,9 @@ class DockView : public QWidget {
   std::optional<Press> press_;
   qsizetype middlePressed_ = -1;
   std::optional<DropHover> drop_;
+  Scheduler* scheduler_ = nullptr;
+  JobHandle opening_;
+  qsizetype openingItem_ = -1;  ///< The one that opens soon, or has by now.
 };
 
 }  // namespace tarnwick

@@ -76,6 +76,7 @@ inline constexpr double kEdgeZone = 28;     ///< Where holding something scrolls
 inline constexpr double kEdgeScroll = 480;  ///< Units a second.
 
 // Things that are held over the row.
+inline constexpr double kSpringLoad = 0.8;  ///< Seconds until the folder or the application below opens.
 inline constexpr double kInsertionWidth = 3;
 inline constexpr double kInsertionHeight = 52;
 inline constexpr double kDragAway = 60;  ///< Beyond the glass, letting go of a tile takes it off the dock.

@@ -34,6 +34,7 @@ struct TilePart {
 struct TileApplication {
   quint64 identity = 0;  ///< Of the running one; 0 while it does not run.
   bool isLaunching = false;
+  bool isFront = false;
 };
 
 /// What the dock asks of a content. FaceOf makes one from a struct.
