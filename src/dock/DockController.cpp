@@ -233,9 +233,11 @@ void DockController::layout(const Screen& screen) {
   const DockConfiguration& config = settings();
   const int apps = config.liveApps ? static_cast<int>(store_.unpinnedRunningApps(screen.id).size()) : 0;
   const DockPlacement::Row row = DockPlacement::row(store_.displayedWidgets(screen.id), apps);
-  const DockPlacement::Size size = DockPlacement::size(config, row, screen.usable.width());
 
   Dock& dock = dockFor(screen);
+  const double width = screen.usable.width();
+  const double tabs = dock.content->tabsWidth(DockPlacement::size(config, row, width).scale);
+  const DockPlacement::Size size = DockPlacement::size(config, row, width, tabs);
   dock.screen = screen;
   const std::optional<QPointF> floating = dock.dragged ? dock.dragged : savedPlace(config, screen.id);
   dock.frame = DockPlacement::place(config, size.panel, screen.frame, screen.usable, floating);

@@ -75,6 +75,10 @@ TEST(DockSize, ScrollsOrFitsWhenTheScreenIsNarrow) {
 
   config.overflow = u"scroll"_s;
   EXPECT_DOUBLE_EQ(DockPlacement::size(config, {0, 0, 0}, 1024).panel.width(), 110);
+  // Tabs that are wider than the row get their width, but never more than the screen has.
+  EXPECT_DOUBLE_EQ(DockPlacement::size(config, {0, 0, 0}, 1024, 100).panel.width(), 110);
+  EXPECT_DOUBLE_EQ(DockPlacement::size(config, {0, 0, 0}, 1024, 300).panel.width(), 300);
+  EXPECT_DOUBLE_EQ(DockPlacement::size(config, {0, 0, 0}, 1024, 3000).panel.width(), 1000);
 }
 
 TEST(DockPlace, IsTheLayoutsEdge) {

@@ -185,6 +185,33 @@ TEST(Layout, TabsStayOnTheGlassAndTheActiveOneAmongThem) {
   }
 }
 
+TEST(Layout, TheGlassIsWideEnoughForTheWholeNamesOfItsTabs) {
+  for (const double scale : {0.5, 0.75, 1.0, 1.4})
+    for (const double ratio : {1.0, 2.0}) {
+      DockRow row;
+      row.scale = scale;
+      row.widgets = {widget(u"analogClassicLight"_s)};
+      row.tabs = {u"Everyday"_s, u"Work"_s, u"Evening"_s};
+      const double wanted = RowLayout::tabsWidth(row.tabs, scale);
+      EXPECT_EQ(RowLayout::idealWidth(row), wanted) << scale;
+      const RowLayout layout = RowLayout::of(row, QRectF(0, 0, wanted, 110 * scale), ratio, {0, 1});
+      EXPECT_EQ(layout.overflow, 0) << "the tile does not scroll for it";
+      EXPECT_NEAR(layout.items[0].rect.center().x(), layout.glass.center().x(), 1);
+      Animator animator;
+      const ProfileTabs tabs(row, layout, animator);
+      for (qsizetype tab = 0; tab < row.tabs.size(); ++tab) {
+        EXPECT_TRUE(layout.glass.contains(layout.tabs[tab]));
+        EXPECT_EQ(tabs.tip(tab), QString()) << "cut at scale " << scale;
+      }
+      // Where no pointer brings them they take nothing.
+      row.tabsOnHover = false;
+      EXPECT_LT(RowLayout::idealWidth(row), wanted);
+    }
+  // A name without end is no reason for a glass without end.
+  const double most = theme::kTabMostWidth * 2 + theme::kTabGap + theme::kInset * 2;
+  EXPECT_LE(RowLayout::tabsWidth({QString(1000, u'w'), QString(1000, u'm')}, 1), most + 1);
+}
+
 TEST(Layout, AnEmptyProfileIsAGlassOfTheLeastWidthThatOffersWidgets) {
   const auto view = makeView(DockRow{});
   EXPECT_EQ(view->glassRect().width(), 110);

@@ -43,6 +43,14 @@ void LiveDock::configure(const DockGeometry& geometry) {
   rebuildRow();
 }
 
+double LiveDock::tabsWidth(double scale) const {
+  const DockConfiguration& config = store_.config();
+  if (config.profiles.size() < 2 || !config.desktopOptions().profileSwitcherOnHover) return 0;
+  QStringList names;
+  for (const DockProfile& profile : config.profiles) names << profile.name;
+  return RowLayout::tabsWidth(names, scale);
+}
+
 void LiveDock::resizeEvent(QResizeEvent* event) { view_->setGeometry(QRect(QPoint(), event->size())); }
 
 // --- What it shows --------------------------------------------------------------------------------------------------

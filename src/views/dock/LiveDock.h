@@ -90,6 +90,7 @@ class LiveDock final : public DockContent {
            DockActions actions);
 
   void configure(const DockGeometry& geometry) override;
+  double tabsWidth(double scale) const override;
   QMargins margins() const override { return view_->margins(); }
   QRegion outline() const override { return view_->outlineRegion(); }
   QRegion inputRegion() const override { return view_->inputRegion(); }

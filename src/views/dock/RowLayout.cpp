@@ -118,6 +118,15 @@ QList<double> sharesOf(const QList<double>& widths, double room) {
   return shares;
 }
 
+/// At scale 1, with its whole name.
+double tabWidth(const QString& name, double scale) {
+  return TextLine(name, TextStyle::TabLabel, scale).width() + theme::kTabPadding * 2;
+}
+
+double idealRowWidth(const QList<Block>& blocks, const DockRow& row) {
+  return std::max((widthOf(blocks, row.spacing) + theme::kInset * 2) * row.scale, theme::kDockLeastWidth);
+}
+
 void placeTabs(RowLayout& layout, const DockRow& row, const Grid& grid) {
   // Where there is no room for all of them, those around the active one show.
   const double room = layout.glass.width() / row.scale - theme::kInset * 2;
@@ -126,7 +135,7 @@ void placeTabs(RowLayout& layout, const DockRow& row, const Grid& grid) {
   const qsizetype first = std::clamp<qsizetype>(row.activeTab - count / 2, 0, row.tabs.size() - count);
   QList<double> widths;
   for (const QString& tab : row.tabs.mid(first, count))
-    widths.append(TextLine(tab, TextStyle::TabLabel, row.scale).width() + theme::kTabPadding * 2);
+    widths.append(tabWidth(tab, row.scale));
   const double gaps = theme::kTabGap * static_cast<double>(count - 1);
   widths = sharesOf(widths, room - gaps);
   const double total = std::accumulate(widths.cbegin(), widths.cend(), gaps);
@@ -182,17 +191,23 @@ RunningAppsPlacement runningAppsPlacementNamed(const QString& name) {
 }
 
 double RowLayout::idealWidth(const DockRow& row) {
-  const QList<Block> blocks = blocksOf(row);
-  return std::max((widthOf(blocks, row.spacing) + theme::kInset * 2) * row.scale, theme::kDockLeastWidth);
+  const double tabs = row.offersTabs() ? tabsWidth(row.tabs, row.scale) : 0;
+  return std::max(idealRowWidth(blocksOf(row), row), tabs);
+}
+
+double RowLayout::tabsWidth(const QStringList& names, double scale) {
+  double width = theme::kInset * 2 + theme::kTabGap * static_cast<double>(std::max<qsizetype>(0, names.size() - 1));
+  for (const QString& name : names) width += std::min(tabWidth(name, scale), theme::kTabMostWidth);
+  return std::ceil(width * scale);
 }
 
 RowLayout RowLayout::of(const DockRow& row, const QRectF& slot, double ratio, const RowPose& pose) {
   const Grid grid{ratio};
   const double scale = row.scale;
-  const double ideal = idealWidth(row);
+  const double ideal = idealRowWidth(blocksOf(row), row);
   RowLayout layout;
   const double tabs = row.keepsRoomForTabs() ? pose.tabs : 0;
-  layout.glass = glassOf(row, slot, std::min(ideal, slot.width()), tabs, grid);
+  layout.glass = glassOf(row, slot, std::min(idealWidth(row), slot.width()), tabs, grid);
   layout.overflow = std::max(0.0, ideal - slot.width());
   if (tabs > 0) placeTabs(layout, row, grid);
 

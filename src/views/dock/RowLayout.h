@@ -35,8 +35,11 @@ struct RowLayout {
   double overflow = 0;   ///< How far the row is wider than its glass; it scrolls that far.
   bool mirrored = false;
 
-  /// The width that the glass takes when nothing limits it, never below the dock's least, whatever the scale.
+  /// The width that the glass takes when nothing limits it, never below the dock's least, whatever the scale, and never
+  /// less than the tabs need that it may show.
   static double idealWidth(const DockRow& row);
+  /// The width that the glass takes for the tabs of these profiles, each with its whole name unless that is very long.
+  static double tabsWidth(const QStringList& names, double scale);
   /// Lays the row out in the middle of `slot`. `ratio` is device pixels per unit.
   static RowLayout of(const DockRow& row, const QRectF& slot, double ratio, const RowPose& pose = {});
 

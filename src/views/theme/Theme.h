@@ -25,6 +25,7 @@ inline constexpr double kAppDotTop = 59;
 inline constexpr double kTabTop = 8;
 inline constexpr double kTabHeight = 20;
 inline constexpr double kTabPadding = 10;
+inline constexpr double kTabMostWidth = 160;  ///< For which the glass makes room; a longer name is cut.
 inline constexpr double kTabGap = 4;
 inline constexpr double kTabLeastWidth = 40;
 inline constexpr double kTabRowHeight = kDockHeightWithTabs - kDockHeight;
