@@ -5,8 +5,10 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <algorithm>
 
 #include "views/controls/Buttons.h"
+#include "views/controls/Labels.h"
 #include "views/controls/Switch.h"
 #include "views/families/Rooms.h"
 #include "views/panels/TilePanel.h"
@@ -86,11 +88,16 @@ TEST(PanelsTest, FollowTheStoreWhileOpen) {
 
 TEST(PanelsTest, SayWhatIsMissing) {
   SnapshotStore fixture;
-  PanelContext context = fixture.contextOf(u"analyticsGitHub"_s);
+  PanelContext context = fixture.contextOf(u"appLauncher"_s);
   QUuid edited;
   context.actions.openEditor = [&edited](const QUuid& widget) { edited = widget; };
-  const auto service = shown(context);
-  service->findChild<Button*>()->click();
+  fixture.store().edit([&](DockConfiguration& config) {
+    for (DockProfile& profile : config.profiles)
+      for (DockWidget& widget : profile.widgets)
+        if (widget.id == context.widget) widget.options.clear();
+  });
+  const auto launcher = shown(context);
+  launcher->findChild<Button*>()->click();
   EXPECT_EQ(edited, context.widget);
   context.actions.openEditor = {};
   EXPECT_FALSE(shown(context)->findChild<Button*>()->isEnabled());
@@ -103,6 +110,20 @@ TEST(PanelsTest, SayWhatIsMissing) {
   EXPECT_EQ(switches[1]->accessibleDescription(), u"This computer has no Bluetooth adapter."_s);
   switches[0]->click();
   EXPECT_TRUE(switches[0]->isChecked()) << "the service did not follow, and the switch does not pretend";
+}
+
+TEST(PanelsTest, OfWhatComesLaterSaySoAndOfferNoButton) {
+  SnapshotStore fixture;
+  for (const WidgetDefinition& definition : Catalog::items()) {
+    if (!Rooms::comesLater(definition.id)) continue;
+    const auto panel = shown(fixture.contextOf(definition.id));
+    const QList<TextLabel*> labels = panel->findChildren<TextLabel*>();
+    EXPECT_TRUE(std::ranges::any_of(labels, [](const TextLabel* label) {
+      return label->isVisible() && label->text().contains(u"comes with a later version"_s);
+    })) << definition.id.toStdString();
+    for (const Button* button : panel->findChildren<Button*>())
+      EXPECT_FALSE(button->isVisible()) << definition.id.toStdString() << ": " << button->label().toStdString();
+  }
 }
 
 TEST(PanelsTest, AreAsLargeAsTheirContentAndScrollWhereThereIsNoRoom) {

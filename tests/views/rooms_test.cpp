@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "DockFixture.h"
 #include "views/families/Rooms.h"
+#include "views/tiles/GenericTile.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick::testing {
@@ -43,6 +46,28 @@ TEST(Rooms, AKindsRowGoesBeforeItsFamilys) {
   EXPECT_EQ(Rooms::options(u"exercise"_s).size(), 1u) << "a duration, as all timers";
   EXPECT_TRUE(Rooms::options(u"stopwatch"_s).empty()) << "a stopwatch has none";
   EXPECT_FALSE(Rooms::hasForm(u"dockSpace"_s));
+}
+
+TEST(Rooms, WhatNothingFillsSaysThatItComesLaterAndInvitesToNothing) {
+  TileSources sources = morning();
+  sources.weather.reset();
+  qsizetype later = 0;
+  for (const WidgetDefinition& definition : Catalog::items()) {
+    SCOPED_TRACE(definition.id.toStdString());
+    const TileContent content = makeTileContent(widget(definition.id), definition, sources);
+    const QString said = content.describe(definition.name).value;
+    if (Rooms::comesLater(definition.id)) {
+      ++later;
+      EXPECT_EQ(said, u"Comes with a later version"_s);
+      const auto* generic = content.as<GenericContent>();
+      EXPECT_FALSE(generic && generic->opensEditor);
+    } else {
+      EXPECT_NE(said, u"Comes with a later version"_s);
+      EXPECT_NE(said, u"Not available"_s) << "no computer lacks it: no room tells what its tile shows";
+    }
+  }
+  EXPECT_EQ(later > 0, Rooms::comesLater(u"analyticsGitHub"_s));
+  EXPECT_FALSE(Rooms::comesLater(u"cpu"_s));
 }
 
 TEST(Rooms, LetATileTickAsSeldomAsItCan) {

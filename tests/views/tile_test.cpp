@@ -122,15 +122,15 @@ TEST(Words, SayWhatATileIsAndShows) {
   EXPECT_EQ(tip(u"digitalClock"_s), u"Time & Date: 10:24, Tuesday, 24 November"_s);
   EXPECT_EQ(tip(u"weatherCurrent"_s), u"Location: Kendal, 6°, Partly cloudy"_s);
   EXPECT_EQ(tip(u"systemQuickToggles"_s), u"Quick Toggles: Wi-Fi, Dark Mode"_s);
-  EXPECT_EQ(tip(u"analyticsGitHub"_s), u"GitHub: Connect"_s);
-  EXPECT_EQ(tip(u"airdrop"_s), u"AirDrop: Not available"_s);
+  EXPECT_EQ(tip(u"analyticsGitHub"_s), u"GitHub: Comes with a later version"_s);
+  EXPECT_EQ(tip(u"airdrop"_s), u"AirDrop: Drop files"_s);
   EXPECT_EQ(tip(u"trash"_s), u"Trash"_s);
   sources.trashItems = 0;
   EXPECT_EQ(tip(u"trash"_s), u"Trash: Empty"_s);
   sources.trashItems = 1;
   EXPECT_EQ(tip(u"trash"_s), u"Trash: 1 item"_s);
   sources.weather.reset();
-  EXPECT_EQ(tip(u"weatherCurrent"_s), u"Location: Set place"_s);
+  EXPECT_EQ(tip(u"weatherCurrent"_s), u"Location: Comes with a later version"_s);
 }
 
 TEST(Words, AGivenTitleReplacesTheName) {

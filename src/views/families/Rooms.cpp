@@ -89,6 +89,10 @@ bool Rooms::hasForm(const QString& kind) {
   return (!rows.kind || rows.kind->hasForm) && (!rows.family || rows.family->hasForm);
 }
 
+bool Rooms::comesLater(const QString& kind) {
+  return Rows(Catalog::find(kind)).get(&RoomRow::comesLater).value_or(false);
+}
+
 TickCadence Rooms::cadence(const DockWidget& widget) {
   const auto cadence = Rows(Catalog::find(widget.kind)).get(&RoomRow::cadence);
   return cadence ? cadence(widget) : TickCadence::Still;
@@ -109,8 +113,11 @@ QMap<QString, QString> Rooms::example(const QString& kind, const ExampleRequest&
 }
 
 void Rooms::sample(TileSources& sources, const TileSources& samples, const QList<DockWidget>& widgets) {
-  for (const QString& kind : kindsOf(widgets))
-    if (const auto sample = Rows(Catalog::find(kind)).get(&RoomRow::sample)) sample(sources, samples);
+  for (const QString& kind : kindsOf(widgets)) {
+    const Rows rows(Catalog::find(kind));
+    if (rows.get(&RoomRow::comesLater).value_or(false)) continue;
+    if (const auto sample = rows.get(&RoomRow::sample)) sample(sources, samples);
+  }
 }
 
 QMap<QString, QString> Rooms::pictured(const QString& kind, const QDateTime& now) {
@@ -119,8 +126,9 @@ QMap<QString, QString> Rooms::pictured(const QString& kind, const QDateTime& now
 }
 
 TileContent makeTileContent(const DockWidget& widget, const WidgetDefinition& definition, const TileSources& sources) {
-  const TileRequest request{widget, definition, sources};
-  const auto make = Rows(definition).get(&RoomRow::content);
+  const Rows rows(definition);
+  const TileRequest request{widget, definition, sources, rows.get(&RoomRow::comesLater).value_or(false)};
+  const auto make = rows.get(&RoomRow::content);
   return make ? make(request) : TileContent(makeGeneric(request));
 }
 
@@ -138,7 +146,9 @@ std::unique_ptr<TilePanel> makePanel(const PanelContext& context) {
   const WidgetDefinition& definition = Catalog::find(context.kind());
   PanelContext own = context;
   own.accent = tileAccent(definition);
-  const auto make = Rows(definition).get(&RoomRow::panel);
+  const Rows rows(definition);
+  if (rows.get(&RoomRow::comesLater).value_or(false)) return makeLaterPanel(own);
+  const auto make = rows.get(&RoomRow::panel);
   return make ? make(own) : makePlainPanel(own);
 }
 

@@ -20,6 +20,8 @@ struct Rooms {
 
   static std::span<const WidgetOption> options(const QString& kind);
   static bool hasForm(const QString& kind);
+  /// Whether nothing in this version fills the tiles of a kind.
+  static bool comesLater(const QString& kind);
   static TickCadence cadence(const DockWidget& widget);
   /// Does what a click on a part of a tile means.
   static void act(const PartClick& click);

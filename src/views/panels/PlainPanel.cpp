@@ -37,7 +37,15 @@ PlainWords notAvailable(const TilePanel& panel, const TileSources&) {
           PanelWords::tr("Edit Widget…")};
 }
 
+PlainWords comesLater(const TilePanel& panel, const TileSources&) {
+  return {PanelWords::tr("%1 comes with a later version of Tarnwick.").arg(panel.definition().name), {}};
+}
+
 }  // namespace
+
+std::unique_ptr<TilePanel> makeLaterPanel(const PanelContext& context) {
+  return std::make_unique<PlainPanel>(context, comesLater);
+}
 
 std::unique_ptr<TilePanel> makePlainPanel(const PanelContext& context, const Words& words) {
   return std::make_unique<PlainPanel>(context, words);

@@ -22,4 +22,7 @@ std::unique_ptr<TilePanel> makePlainPanel(
     const std::function<PlainWords(const TilePanel& panel, const TileSources& sources)>& words);
 std::unique_ptr<TilePanel> makePlainPanel(const PanelContext& context);
 
+/// The panel of a widget that nothing in this version fills. It says so, and leads nowhere.
+std::unique_ptr<TilePanel> makeLaterPanel(const PanelContext& context);
+
 }  // namespace tarnwick

@@ -47,7 +47,7 @@ constexpr auto always(const Question&) {
 /// what both leave out has the answer that stands here.
 struct RoomRow {
   QLatin1StringView word;  ///< The kind, or the family.
-  /// Without one: the symbol, the name, and a word that it is not available.
+  /// Without one: the symbol, the name, and a word that says what is missing.
   TileContent (*content)(const TileRequest& request) = nullptr;
   /// Without one: the plain panel, which says in a sentence what the widget lacks.
   std::unique_ptr<TilePanel> (*panel)(const PanelContext& context) = nullptr;
@@ -55,6 +55,9 @@ struct RoomRow {
   TickCadence (*cadence)(const DockWidget& widget) = nullptr;            ///< Still.
   std::optional<std::span<const WidgetOption>> options = std::nullopt;  ///< None.
   bool hasForm = true;  ///< Whether there is a form in which the widget is set up.
+  /// Whether nothing in this version fills its tile, which then says so, as do its panel and its card in the library.
+  /// False. A kind that is filled is taken off here: by its family's row, or by a row of its own that says false.
+  std::optional<bool> comesLater = std::nullopt;
   /// Does what a click on a part of the tile means. Nothing.
   void (*act)(const PartClick& click) = nullptr;
   /// What could not be read of that which the tile shows, as a finished sentence. Nothing.

@@ -88,8 +88,9 @@ void paintStacked(TileCanvas& canvas, const GenericContent& content) {
   if (three) word.drawCentred(canvas.painter(), {x, kStackedWordBaseline}, wordColor(canvas, content));
 }
 
-QString wordFor(const WidgetDefinition& definition) {
-  if (isConnectedFamily(definition.family)) return TileWords::tr("Connect");
+QString wordFor(const TileRequest& request) {
+  if (request.comesLater) return TileWords::tr("Later");
+  if (isConnectedFamily(request.definition.family)) return TileWords::tr("Connect");
   return TileWords::tr("Not available");
 }
 
@@ -99,7 +100,8 @@ GenericContent makeGeneric(const TileRequest& request) {
   const WidgetDefinition& definition = request.definition;
   const QString& name = request.title();
   const bool connected = isConnectedFamily(definition.family);
-  GenericContent content{name, wordFor(definition), {}, {}, connected};
+  GenericContent content{name, wordFor(request), {}, {}, connected && !request.comesLater};
+  if (request.comesLater) content.sentence = TileWords::tr("Comes with a later version");
   if (connected)
     content.initial = badgeInitial(definition);
   else

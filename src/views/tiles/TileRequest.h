@@ -11,6 +11,7 @@ struct TileRequest {
   const DockWidget& widget;
   const WidgetDefinition& definition;
   const TileSources& sources;
+  bool comesLater = false;  ///< Whether nothing in this version fills tiles of this kind.
 
   /// The user's name for the widget, or the catalog's.
   const QString& title() const { return widget.title.isEmpty() ? definition.name : widget.title; }

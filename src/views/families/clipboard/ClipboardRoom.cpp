@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = "clipboard"_L1},
+    RoomRow{.word = "clipboard"_L1, .comesLater = true},
 };
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include <array>
 
+#include "views/panels/PanelWords.h"
+#include "views/panels/PlainPanel.h"
 #include "views/panels/Room.h"
 #include "views/tiles/GenericTile.h"
 #include "views/tiles/TileWords.h"
@@ -17,9 +19,26 @@ TileContent batteries(const TileRequest& request) {
   return content;
 }
 
+/// It takes what is dropped on it.
+TileContent nearbyShare(const TileRequest& request) {
+  GenericContent content = makeGeneric(request);
+  content.word = TileWords::tr("Drop files");
+  return content;
+}
+
+PlainWords nearbyShareWords(const TilePanel&, const TileSources&) {
+  return {PanelWords::tr("Drop files on this tile to send them to a device nearby, by the Bluetooth program of this "
+                         "desktop."),
+          {}};
+}
+
+std::unique_ptr<TilePanel> makeNearbySharePanel(const PanelContext& context) {
+  return makePlainPanel(context, nearbyShareWords);
+}
+
 constexpr std::array kFamilies = {
-    RoomRow{.word = "accessoryBattery"_L1, .content = batteries, .accent = always<Accent::Green>},
-    RoomRow{.word = "airdrop"_L1},
+    RoomRow{.word = "accessoryBattery"_L1, .content = batteries, .accent = always<Accent::Green>, .comesLater = true},
+    RoomRow{.word = "airdrop"_L1, .content = nearbyShare, .panel = makeNearbySharePanel},
 };
 
 }  // namespace

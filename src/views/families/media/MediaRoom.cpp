@@ -18,12 +18,15 @@ TileContent music(const TileRequest& request) {
 }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = "audio"_L1, .accent = always<Accent::Pink>},
-    RoomRow{.word = "appVolume"_L1, .accent = always<Accent::Pink>},
-    RoomRow{.word = "music"_L1, .accent = always<Accent::Pink>, .cadence = always<TickCadence::Second>},
-    RoomRow{.word = "voice"_L1, .accent = always<Accent::Red>},
-    RoomRow{.word = "sounds"_L1, .accent = always<Accent::Teal>},
-    RoomRow{.word = "photos"_L1},
+    RoomRow{.word = "audio"_L1, .accent = always<Accent::Pink>, .comesLater = true},
+    RoomRow{.word = "appVolume"_L1, .accent = always<Accent::Pink>, .comesLater = true},
+    RoomRow{.word = "music"_L1,
+            .accent = always<Accent::Pink>,
+            .cadence = always<TickCadence::Second>,
+            .comesLater = true},
+    RoomRow{.word = "voice"_L1, .accent = always<Accent::Red>, .comesLater = true},
+    RoomRow{.word = "sounds"_L1, .accent = always<Accent::Teal>, .comesLater = true},
+    RoomRow{.word = "photos"_L1, .comesLater = true},
 };
 constexpr std::array kKinds = {
     RoomRow{.word = "microphoneMute"_L1, .accent = always<Accent::Red>},

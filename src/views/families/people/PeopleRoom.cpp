@@ -9,8 +9,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = "contacts"_L1},
-    RoomRow{.word = "mail"_L1},
+    RoomRow{.word = "contacts"_L1, .comesLater = true},
+    RoomRow{.word = "mail"_L1, .comesLater = true},
 };
 
 }  // namespace

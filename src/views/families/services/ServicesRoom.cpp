@@ -90,8 +90,16 @@ PlainWords words(const TilePanel& panel, const TileSources&) {
 std::unique_ptr<TilePanel> makeUnconnectedPanel(const PanelContext& context) { return makePlainPanel(context, words); }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = "integration"_L1, .panel = makeUnconnectedPanel, .accent = serviceAccent, .options = kOptions},
-    RoomRow{.word = "studio"_L1, .panel = makeUnconnectedPanel, .accent = serviceAccent, .options = kOptions},
+    RoomRow{.word = "integration"_L1,
+            .panel = makeUnconnectedPanel,
+            .accent = serviceAccent,
+            .options = kOptions,
+            .comesLater = true},
+    RoomRow{.word = "studio"_L1,
+            .panel = makeUnconnectedPanel,
+            .accent = serviceAccent,
+            .options = kOptions,
+            .comesLater = true},
 };
 constexpr std::array kKinds = {
     RoomRow{.word = "codexUsage"_L1, .options = kCodexOptions},

@@ -46,10 +46,10 @@ constexpr std::array kFamilies = {
             .example = exampleColor,
             .pictured = picturedColor},
     RoomRow{.word = "emoji"_L1, .content = contentOf<makeEmoji>, .panel = makeEmojiPanel},
-    RoomRow{.word = "screenshot"_L1, .content = capture},
-    RoomRow{.word = "keyboardCleaner"_L1, .content = cleanKeys},
-    RoomRow{.word = "wallpaper"_L1},
-    RoomRow{.word = "workflow"_L1},
+    RoomRow{.word = "screenshot"_L1, .content = capture, .comesLater = true},
+    RoomRow{.word = "keyboardCleaner"_L1, .content = cleanKeys, .comesLater = true},
+    RoomRow{.word = "wallpaper"_L1, .comesLater = true},
+    RoomRow{.word = "workflow"_L1, .comesLater = true},
 };
 
 }  // namespace

@@ -47,6 +47,7 @@ constexpr std::array kFamilies = {
             .content = contentOf<makePlacelessWeather>,
             .panel = makePlacelessPanel,
             .options = kOptions,
+            .comesLater = true,
             .sample = sample},
 };
 constexpr std::array kKinds = {

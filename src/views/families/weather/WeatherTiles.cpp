@@ -38,10 +38,7 @@ void paintReading(TileCanvas& canvas, const WeatherReading& reading) {
                 canvas.colors().secondary);
 }
 
-/// The word on tiles that know no place yet.
-QString choosePlaceWord() { return TileWords::tr("Set place"); }
-
-void paintUnconnected(TileCanvas& canvas, const QString& name) {
+void paintUnconnected(TileCanvas& canvas, const GenericContent& missing) {
   using namespace theme;
   QPainter& painter = canvas.painter();
   const bool words = canvas.showsCaption();
@@ -54,31 +51,33 @@ void paintUnconnected(TileCanvas& canvas, const QString& name) {
   if (!words) return;
   const double room = canvas.roomAfter(kTextLeft);
   const double nameBaseline = canvas.showsLastRow() ? kNameBaseline : kCaptionBaseline;
-  canvas.text(kTextLeft, nameBaseline, room, TextStyle::TabLabel, name, canvas.colors().primary);
+  canvas.text(kTextLeft, nameBaseline, room, TextStyle::TabLabel, missing.name, canvas.colors().primary);
   if (canvas.showsLastRow())
-    canvas.text(kTextLeft, kWordBaseline, room, TextStyle::Caption, choosePlaceWord(), canvas.accentWord());
+    canvas.text(kTextLeft, kWordBaseline, room, TextStyle::Caption, missing.word,
+                missing.opensEditor ? canvas.accentWord() : canvas.colors().secondary);
 }
 
 }  // namespace
 
 CurrentWeatherContent makeCurrentWeather(const TileRequest& request) {
-  return {request.sources.weather, request.title()};
+  return {request.sources.weather, makePlacelessWeather(request)};
 }
 
 TileText describe(const CurrentWeatherContent& content, const QString& name) {
-  if (!content.reading) return {name, choosePlaceWord()};
+  if (!content.reading) return describe(content.missing, name);
   QStringList parts{content.reading->place, content.reading->temperature, content.reading->condition};
   parts.removeAll(QString());
   return {name, parts.join(u", "_s)};
 }
 
 void paint(TileCanvas& canvas, const CurrentWeatherContent& content) {
-  content.reading ? paintReading(canvas, *content.reading) : paintUnconnected(canvas, content.name);
+  content.reading ? paintReading(canvas, *content.reading) : paintUnconnected(canvas, content.missing);
 }
 
 GenericContent makePlacelessWeather(const TileRequest& request) {
   GenericContent content = makeGeneric(request);
-  content.word = choosePlaceWord();
+  if (request.comesLater) return content;
+  content.word = TileWords::tr("Set place");
   content.opensEditor = true;
   return content;
 }

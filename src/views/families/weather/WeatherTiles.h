@@ -10,10 +10,10 @@ namespace tarnwick {
 
 class TileCanvas;
 
-/// The weather now: picture and temperature over the place. Without a place, its name and a word that leads to one.
+/// The weather now: picture and temperature over the place. Without a reading, its name and a word that says what is missing.
 struct CurrentWeatherContent {
   std::optional<WeatherReading> reading;
-  QString name;
+  GenericContent missing;  ///< What it shows without a reading.
 
   bool operator==(const CurrentWeatherContent&) const = default;
 };
