@@ -157,7 +157,7 @@ class EmojiPanel final : public TilePanel {
         all_(new EmojiGrid) {
     body().addWidget(search_);
     beginWith(*search_);
-    addSection(PanelWords::tr("Recent"));
+    recentLabel_ = addSection(PanelWords::tr("Recent"));
     body().addWidget(recent_);
     allLabel_ = addSection(PanelWords::tr("All"));
     auto* scroll = new ScrollArea;
@@ -186,6 +186,8 @@ class EmojiPanel final : public TilePanel {
   void refresh(const TileSources&) override {
     const QStringList recent = recentEmoji(widget());
     recent_->setEmoji(recent.first(std::min<qsizetype>(recent.size(), kColumns)));
+    recentLabel_->setVisible(!recent.isEmpty());
+    recent_->setVisible(!recent.isEmpty());
   }
   bool eventFilter(QObject* watched, QEvent* event) override {
     if (watched != search_ || event->type() != QEvent::KeyPress ||
@@ -221,6 +223,7 @@ class EmojiPanel final : public TilePanel {
   SearchField* search_;
   EmojiGrid* recent_;
   EmojiGrid* all_;
+  SectionLabel* recentLabel_ = nullptr;
   SectionLabel* allLabel_ = nullptr;
   TextLabel* nothing_ = nullptr;
 };

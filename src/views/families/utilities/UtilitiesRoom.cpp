@@ -4,6 +4,7 @@
 #include "views/families/utilities/ColorPanel.h"
 #include "views/families/utilities/ConverterPanel.h"
 #include "views/families/utilities/EmojiPanel.h"
+#include "views/families/utilities/UtilityOptions.h"
 #include "views/families/utilities/UtilityTiles.h"
 #include "views/panels/Room.h"
 #include "views/tiles/GenericTile.h"
@@ -24,6 +25,14 @@ TileContent calledByDeed(const TileRequest& request, const QString& deed) {
 TileContent capture(const TileRequest& request) { return calledByDeed(request, TileWords::tr("Capture")); }
 TileContent cleanKeys(const TileRequest& request) { return calledByDeed(request, TileWords::tr("Clean keys")); }
 
+/// One of which none was used yet has only its name to show.
+TileContent emoji(const TileRequest& request) {
+  if (!recentEmoji(request.widget).isEmpty()) return makeEmoji(request);
+  GenericContent content = makeGeneric(request);
+  content.word = TileWords::tr("None used yet");
+  return content;
+}
+
 QMap<QString, QString> exampleCalculation(const ExampleRequest&) { return {{u"expression"_s, u"12 × 4 + 2"_s}}; }
 QMap<QString, QString> exampleColor(const ExampleRequest&) { return {{u"color"_s, u"#2E8C94"_s}}; }
 QMap<QString, QString> picturedCalculation(const QDateTime&) {
@@ -32,6 +41,8 @@ QMap<QString, QString> picturedCalculation(const QDateTime&) {
 QMap<QString, QString> picturedColor(const QDateTime&) {
   return {{u"color"_s, u"#2E8C94"_s}, {u"recentColors"_s, u"#2E8C94 #F5C542 #C5306E #1B2A3C"_s}};
 }
+
+QMap<QString, QString> picturedEmoji(const QDateTime&) { return {{u"recents"_s, u"😀 🎉 👍"_s}}; }
 
 constexpr std::array kFamilies = {
     RoomRow{.word = "calculator"_L1,
@@ -45,7 +56,7 @@ constexpr std::array kFamilies = {
             .panel = makeColorPanel,
             .example = exampleColor,
             .pictured = picturedColor},
-    RoomRow{.word = "emoji"_L1, .content = contentOf<makeEmoji>, .panel = makeEmojiPanel},
+    RoomRow{.word = "emoji"_L1, .content = emoji, .panel = makeEmojiPanel, .pictured = picturedEmoji},
     RoomRow{.word = "screenshot"_L1, .content = capture, .comesLater = true},
     RoomRow{.word = "keyboardCleaner"_L1, .content = cleanKeys, .comesLater = true},
     RoomRow{.word = "wallpaper"_L1, .comesLater = true},

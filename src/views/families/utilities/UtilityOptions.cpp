@@ -28,8 +28,7 @@ std::optional<QColor> colorOfHex(const QString& text) {
 QString hexOf(const QColor& color) { return color.name(QColor::HexRgb).toUpper(); }
 
 QStringList recentEmoji(const DockWidget& widget) {
-  const QStringList recent = widget.options.value(u"recents"_s).split(u' ', Qt::SkipEmptyParts);
-  return recent.isEmpty() ? QStringList{u"😀"_s, u"🎉"_s, u"👍"_s} : recent;
+  return widget.options.value(u"recents"_s).split(u' ', Qt::SkipEmptyParts);
 }
 
 }  // namespace tarnwick

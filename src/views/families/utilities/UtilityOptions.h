@@ -24,7 +24,7 @@ struct Conversion {
 std::optional<QColor> colorOfHex(const QString& text);
 QString hexOf(const QColor& color);
 
-/// The emoji that were copied last, newest first; those that people use most while there are none.
+/// The emoji that were copied last, newest first.
 QStringList recentEmoji(const DockWidget& widget);
 
 }  // namespace tarnwick
