@@ -140,6 +140,25 @@ TEST(Words, AGivenTitleReplacesTheName) {
   EXPECT_EQ(content.name, u"My thing"_s);
 }
 
+TEST(Words, NamesAreWholeInADockOfFullSize) {
+  QImage image(8, 8, QImage::Format_ARGB32_Premultiplied);
+  QPainter painter(&image);
+  const TileStyle style;
+  TileSources sources = morning();
+  sources.weather.reset();
+  for (const WidgetDefinition& kind : Catalog::items()) {
+    const TileContent content = makeTileContent(widget(kind.id), kind, sources);
+    const auto* generic = content.as<GenericContent>();
+    if (!generic) continue;
+    const double width = Catalog::referenceWidth(kind.id, kind.width);
+    EXPECT_EQ(nameRows(TileCanvas(painter, width, style), *generic).join(u' '), generic->name)
+        << qPrintable(kind.id) << ' ' << width;
+  }
+  GenericContent share;
+  share.name = u"Nearby Share"_s;
+  EXPECT_EQ(nameRows(TileCanvas(painter, 76, style), share), (QStringList{u"Nearby"_s, u"Share"_s}));
+}
+
 TEST(Words, GiveWayBeforeTheyAreScraps) {
   QImage image(400, 200, QImage::Format_ARGB32_Premultiplied);
   const auto canvasAt = [](QPainter& painter, const TileStyle& style) { return TileCanvas(painter, 180, style); };

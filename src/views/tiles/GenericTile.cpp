@@ -1,6 +1,7 @@
 #include "views/tiles/GenericTile.h"
 
 #include <algorithm>
+#include <array>
 
 #include "views/theme/Glass.h"
 #include "views/tiles/TileCanvas.h"
@@ -22,6 +23,8 @@ constexpr double kMayStack = 140;
 constexpr double kStackedSymbol = 17;
 constexpr double kStackedNameBaseline = 41.5;
 constexpr double kStackedWordBaseline = 55;
+/// Of a name in two lines and the word.
+constexpr std::array kThreeRows = {22.0, 35.0, 50.0};
 // Without a word.
 constexpr double kPairSymbol = 24;
 constexpr double kPairNameBaseline = 50;
@@ -50,26 +53,60 @@ QColor wordColor(const TileCanvas& canvas, const GenericContent& content) {
   return content.opensEditor ? canvas.accentWord() : canvas.colors().secondary;
 }
 
-/// The name in the largest of a few styles that it fits in as a whole; else shortened.
-TextLine nameLine(const TileCanvas& canvas, const QString& name, double room) {
-  for (const TextStyle style : {TextStyle::Title, TextStyle::BodyStrong, TextStyle::TabLabel})
-    if (const TextLine line = canvas.line(name, style); line.width() <= room) return line;
-  return canvas.name(name, TextStyle::TabLabel, room);
+bool isStacked(const TileCanvas& canvas, const GenericContent& content) {
+  const double room = canvas.roomAfter(textLeft(canvas));
+  const double wanted = std::max(canvas.line(content.name, TextStyle::Title).width(),
+                                 canvas.line(content.word, TextStyle::Caption).width());
+  // A symbol alone says little; where a small dock has no second row, a part of the name stands beside it.
+  const bool mayStack = canvas.width() <= kMayStack && canvas.showsCaption();
+  return canvas.width() < kSideBySide || (mayStack && wanted > room);
+}
+
+/// The two lines, as even as can be, in which a name fits as a whole; none where there are no such.
+QList<TextLine> twoLines(const TileCanvas& canvas, const QString& name, double room) {
+  QList<TextLine> best;
+  double least = room;
+  for (qsizetype blank = name.indexOf(u' '); blank >= 0; blank = name.indexOf(u' ', blank + 1)) {
+    const TextLine first = canvas.line(name.first(blank), TextStyle::TabLabel);
+    const TextLine second = canvas.line(name.sliced(blank + 1), TextStyle::TabLabel);
+    const double wide = std::max(first.width(), second.width());
+    if (wide > least) continue;
+    least = wide;
+    best = {first, second};
+  }
+  return best;
+}
+
+/// The name in the largest of a few styles that it fits in as a whole, else in two lines, else shortened.
+QList<TextLine> linesOfName(const TileCanvas& canvas, const QString& name, bool stacked) {
+  // A name may come closer to the edge before it loses letters.
+  const double room = stacked ? canvas.width() - theme::kTextLeft
+                              : canvas.roomAfter(textLeft(canvas)) + theme::kTextRight - kLeastRight;
+  if (!stacked)
+    for (const TextStyle style : {TextStyle::Title, TextStyle::BodyStrong})
+      if (const TextLine line = canvas.line(name, style); line.width() <= room) return {line};
+  if (const TextLine line = canvas.line(name, TextStyle::TabLabel); line.width() <= room) return {line};
+  if (canvas.showsLastRow())
+    if (const QList<TextLine> lines = twoLines(canvas, name, room); !lines.isEmpty()) return lines;
+  if (stacked) return {canvas.line(name, TextStyle::TabLabel).elided(room, Elide::End)};
+  return {canvas.name(name, TextStyle::TabLabel, room)};
 }
 
 void paintBeside(TileCanvas& canvas, const GenericContent& content) {
   using namespace theme;
   const double x = textLeft(canvas);
-  // A name may come closer to the edge before it loses letters.
-  const TextLine name = nameLine(canvas, content.name, canvas.roomAfter(x) + kTextRight - kLeastRight);
+  const QList<TextLine> lines = linesOfName(canvas, content.name, false);
+  const TextLine& name = lines.first();
   const bool alone = name.text().isEmpty();
   drawSign(canvas, content, {alone ? canvas.width() / 2 : kTextLeft + kSymbolSize / 2, kTileMiddle});
   if (!canvas.showsCaption()) {
     name.draw(canvas.painter(), {x, TileCanvas::centredBaseline(name)}, canvas.colors().primary);
     return;
   }
-  name.draw(canvas.painter(), {x, kTitleBaseline}, canvas.colors().primary);
-  canvas.text(x, kTitleCaptionBaseline, canvas.roomAfter(x), TextStyle::Caption, content.word,
+  const bool two = lines.size() > 1;
+  name.draw(canvas.painter(), {x, two ? kThreeRows[0] : kTitleBaseline}, canvas.colors().primary);
+  if (two) lines[1].draw(canvas.painter(), {x, kThreeRows[1]}, canvas.colors().primary);
+  canvas.text(x, two ? kThreeRows[2] : kTitleCaptionBaseline, canvas.roomAfter(x), TextStyle::Caption, content.word,
               wordColor(canvas, content));
 }
 
@@ -81,10 +118,17 @@ void paintStacked(TileCanvas& canvas, const GenericContent& content) {
   }
   // Half a word says nothing; then the tip has it.
   const TextLine word = canvas.line(content.word, TextStyle::Caption);
+  const QList<TextLine> lines = linesOfName(canvas, content.name, true);
+  if (lines.size() > 1) {
+    drawSign(canvas, content, {x, kStackedSymbol});
+    lines[0].drawCentred(canvas.painter(), {x, kStackedNameBaseline}, canvas.colors().primary);
+    lines[1].drawCentred(canvas.painter(), {x, kStackedWordBaseline}, canvas.colors().primary);
+    return;
+  }
   const bool three = canvas.showsLastRow() && word.width() <= canvas.width() - theme::kTextLeft;
   drawSign(canvas, content, {x, three ? kStackedSymbol : kPairSymbol});
-  canvas.centredText(three ? kStackedNameBaseline : kPairNameBaseline, TextStyle::TabLabel, content.name,
-                     canvas.colors().primary);
+  lines.first().drawCentred(canvas.painter(), {x, three ? kStackedNameBaseline : kPairNameBaseline},
+                            canvas.colors().primary);
   if (three) word.drawCentred(canvas.painter(), {x, kStackedWordBaseline}, wordColor(canvas, content));
 }
 
@@ -113,14 +157,14 @@ TileText describe(const GenericContent& content, const QString& name) {
   return {name, content.sentence.isEmpty() ? content.word : content.sentence};
 }
 
+QStringList nameRows(const TileCanvas& canvas, const GenericContent& content) {
+  QStringList rows;
+  for (const TextLine& line : linesOfName(canvas, content.name, isStacked(canvas, content))) rows << line.text();
+  return rows;
+}
+
 void paint(TileCanvas& canvas, const GenericContent& content) {
-  const double room = canvas.roomAfter(textLeft(canvas));
-  const double wanted = std::max(canvas.line(content.name, TextStyle::Title).width(),
-                                 canvas.line(content.word, TextStyle::Caption).width());
-  // A symbol alone says little; where a small dock has no second row, a part of the name stands beside it.
-  const bool mayStack = canvas.width() <= kMayStack && canvas.showsCaption();
-  const bool stacked = canvas.width() < kSideBySide || (mayStack && wanted > room);
-  stacked ? paintStacked(canvas, content) : paintBeside(canvas, content);
+  isStacked(canvas, content) ? paintStacked(canvas, content) : paintBeside(canvas, content);
 }
 
 }  // namespace tarnwick
