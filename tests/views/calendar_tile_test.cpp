@@ -134,6 +134,25 @@ TEST(Clocks, WriteTwelveHours) {
   }
 }
 
+TEST(Clocks, SayTheUsersWordForTheirZone) {
+  const TileSources sources = at(today(10, 24));
+  const QMap<QString, QString> options{{u"timezone"_s, u"Asia/Kolkata"_s}, {u"zoneLabel"_s, u"Mumbai"_s}};
+  for (const WidgetDefinition& definition : Catalog::items()) {
+    if (definition.family != "clock"_L1 || definition.id == "worldClockList"_L1) continue;
+    DockWidget clock = widget(definition.id);
+    const auto said = [&](const QString& zone, const QString& label) {
+      clock.options = {{u"timezone"_s, zone}, {u"zoneLabel"_s, label}};
+      return makeTileContent(clock, definition, sources).describe(u"N"_s).value;
+    };
+    EXPECT_TRUE(said(u"Asia/Kolkata"_s, u"Mumbai"_s).contains(u"Mumbai"_s)) << qPrintable(definition.id);
+    EXPECT_TRUE(said({}, u"Home"_s).contains(u"Home"_s)) << qPrintable(definition.id);
+    EXPECT_FALSE(said(u"12.5"_s, u"Mumbai"_s).contains(u"Mumbai"_s)) << qPrintable(definition.id);
+  }
+  EXPECT_EQ(labelled(u"Mumbai"_s, {u"Tuesday"_s, u"Tue"_s}),
+            (QStringList{u"Mumbai · Tuesday"_s, u"Mumbai · Tue"_s, u"Mumbai"_s}));
+  EXPECT_EQ(contentOf<TimeDateContent>(u"digitalClock"_s, sources, options).label, u"Mumbai"_s);
+}
+
 TEST(Clocks, KnowOtherPlaces) {
   const TileSources sources = at(today(10, 24));
   const auto world = [&](const QMap<QString, QString>& options) {

@@ -128,13 +128,24 @@ bool isElsewhere(const TileRequest& request) {
   return clockMoment(request).offsetFromUtc() != now.offsetFromUtc();
 }
 
-QString clockPlace(const TileRequest& request) {
+QString clockLabel(const TileRequest& request) {
   const QString zone = request.widget.options.value(u"timezone"_s);
-  const QString label = request.widget.options.value(u"zoneLabel"_s).trimmed();
-  const bool isKnown = ClockWords::isZone(zone);
   // Where the zone means nothing the time is the user's own, and no other place's name belongs to it.
-  if (!label.isEmpty() && (isKnown || zone.isEmpty())) return label;
-  return isKnown ? ClockWords::city(zone) : TileWords::tr("Local");
+  if (!zone.isEmpty() && !ClockWords::isZone(zone)) return {};
+  return request.widget.options.value(u"zoneLabel"_s).trimmed();
+}
+
+QString clockPlace(const TileRequest& request) {
+  if (const QString label = clockLabel(request); !label.isEmpty()) return label;
+  const QString zone = request.widget.options.value(u"timezone"_s);
+  return ClockWords::isZone(zone) ? ClockWords::city(zone) : TileWords::tr("Local");
+}
+
+QStringList labelled(const QString& label, const QStringList& captions) {
+  if (label.isEmpty()) return captions;
+  QStringList all;
+  for (const QString& caption : captions) all << label + u" · "_s + caption;
+  return all << label;
 }
 
 void paintHeadline(TileCanvas& canvas, const QString& headline, const QString& unit, const QStringList& captions,
@@ -156,11 +167,10 @@ TimeDateContent makeTimeDate(const TileRequest& request) {
   const QDateTime now = clockMoment(request);
   const ClockTime time = ClockWords::time(now.time(), request.sources.locale, request.sources.use24Hour);
   TimeDateContent content{
-      time.text(), time.halfOfDay, ClockWords::dates(now.date(), request.sources.locale), Sky::Here, {}};
-  if (isElsewhere(request)) {
-    content.sky = ClockWords::isDay(now) ? Sky::Day : Sky::Night;
-    content.place = clockPlace(request);
-  }
+      time.text(), time.halfOfDay, ClockWords::dates(now.date(), request.sources.locale), Sky::Here, {},
+      clockLabel(request)};
+  if (isElsewhere(request)) content.sky = ClockWords::isDay(now) ? Sky::Day : Sky::Night;
+  if (isElsewhere(request) || !content.label.isEmpty()) content.place = clockPlace(request);
   return content;
 }
 
@@ -173,7 +183,7 @@ TileText describe(const TimeDateContent& content, const QString& name) {
 }
 
 void paint(TileCanvas& canvas, const TimeDateContent& content) {
-  paintHeadline(canvas, content.time, content.halfOfDay, content.dates, content.sky,
+  paintHeadline(canvas, content.time, content.halfOfDay, labelled(content.label, content.dates), content.sky,
                 canvas.roomAfter(theme::kTextLeft));
 }
 
@@ -181,7 +191,7 @@ namespace {
 
 AnalogClockContent analogClock(const TileRequest& request, ClockFace face) {
   const QTime time = clockMoment(request).time();
-  return {face, time.hour(), time.minute(), time.second()};
+  return {face, time.hour(), time.minute(), time.second(), clockLabel(request)};
 }
 
 }  // namespace
@@ -192,7 +202,8 @@ AnalogClockContent makeMinimalClock(const TileRequest& request) { return analogC
 
 TileText describe(const AnalogClockContent& content, const QString& name) {
   // Without the second, which would make a screen reader speak all the time.
-  return {name, QLocale().toString(QTime(content.hour, content.minute), QLocale::ShortFormat)};
+  const QString time = QLocale().toString(QTime(content.hour, content.minute), QLocale::ShortFormat);
+  return {name, content.label.isEmpty() ? time : time + u", "_s + content.label};
 }
 
 void paint(TileCanvas& canvas, const AnalogClockContent& content) {

@@ -16,6 +16,10 @@ enum class Sky { Here, Day, Night };
 QDateTime clockMoment(const TileRequest& request);
 /// Whether a widget's clock goes differently from the user's.
 bool isElsewhere(const TileRequest& request);
+/// The user's own word for what a widget's clock is for; empty where there is none.
+QString clockLabel(const TileRequest& request);
+/// Captions that begin with a label, and the label alone behind them.
+QStringList labelled(const QString& label, const QStringList& captions);
 /// The place that a widget's clock is for: its label, or its zone's city, or "Local".
 QString clockPlace(const TileRequest& request);
 /// A headline over the longest of `captions` that fits, and the sky at the right for another place.
@@ -28,7 +32,8 @@ struct TimeDateContent {
   QString halfOfDay;  ///< "AM" or "PM"; empty where hours count to 24.
   QStringList dates;  ///< The date from its longest form to its shortest; the first that fits is shown.
   Sky sky = Sky::Here;
-  QString place;  ///< Of another zone; heard and read in the tip.
+  QString place;  ///< Of another zone, or the label; heard and read in the tip.
+  QString label;  ///< Stands before the date.
 
   bool operator==(const TimeDateContent&) const = default;
 };
@@ -44,6 +49,7 @@ struct AnalogClockContent {
   int hour = 0;
   int minute = 0;
   int second = 0;
+  QString label;  ///< There is no room for it on the face: it is in the tip.
 
   bool operator==(const AnalogClockContent&) const = default;
 };

@@ -38,8 +38,11 @@ DateContent makeDate(const TileRequest& request) {
     content.captions
         << TileWords::tr("%1 · Week %2").arg(ClockWords::weekday(date, locale, format), locale.toString(week));
   content.captions << ClockWords::weekday(date, locale);
+  const QString label = clockLabel(request);
+  content.captions = labelled(label, content.captions);
   content.spoken =
       ClockWords::dates(date, locale).value(0) + u", "_s + TileWords::tr("week %1").arg(locale.toString(week));
+  if (!label.isEmpty()) content.spoken += u", "_s + label;
   return content;
 }
 
@@ -54,8 +57,10 @@ void paint(TileCanvas& canvas, const DateContent& content) {
 DayNumberContent makeDayNumber(const TileRequest& request) {
   const QLocale& locale = request.sources.locale;
   const QDate date = clockMoment(request).date();
+  QStringList spoken{ClockWords::dates(date, locale).value(0), clockLabel(request)};
+  spoken.removeAll(QString());
   return {locale.toUpper(ClockWords::weekday(date, locale, QLocale::ShortFormat)), locale.toString(date.day()),
-          ClockWords::dates(date, locale).value(0)};
+          spoken.join(u", "_s)};
 }
 
 TileText describe(const DayNumberContent& content, const QString& name) { return {name, content.spoken}; }
@@ -85,7 +90,8 @@ void paint(TileCanvas& canvas, const TodayClockContent& content) {
     return;
   }
   const double divider = canvas.width() - kDividerFromRight;
-  paintHeadline(canvas, clock.time, clock.halfOfDay, clock.dates, Sky::Here, divider - theme::kTextLeft - kRowGap);
+  paintHeadline(canvas, clock.time, clock.halfOfDay, labelled(clock.label, clock.dates), Sky::Here,
+                divider - theme::kTextLeft - kRowGap);
   QPainter& painter = canvas.painter();
   painter.fillRect(canvas.snapped(QRectF(divider, theme::kTileMiddle - kDividerHeight / 2, 1, kDividerHeight)),
                    canvas.colors().hairline);

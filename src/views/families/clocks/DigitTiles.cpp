@@ -45,7 +45,8 @@ DigitsContent digits(const TileRequest& request, DigitFace face) {
   if (face == DigitFace::Seconds) content.seconds = request.sources.locale.toString(now.time(), u"ss"_s);
   content.hour = now.time().hour();
   content.minute = now.time().minute();
-  if (isElsewhere(request)) content.place = clockPlace(request);
+  content.label = clockLabel(request);
+  if (isElsewhere(request) || !content.label.isEmpty()) content.place = clockPlace(request);
   return content;
 }
 
@@ -62,12 +63,15 @@ void paintPlain(TileCanvas& canvas, const DigitsContent& content) {
   const bool showsUnit = time.width() + with(unit) <= room;
   const bool showsHalf = time.width() + with(unit) + with(half) <= room;
   const double whole = time.width() + (showsUnit ? with(unit) : 0) + (showsHalf ? with(half) : 0);
-  const double baseline = theme::kDisplayBaseline;
+  const bool labelled = !content.label.isEmpty() && canvas.showsCaption();
+  const double baseline = labelled ? theme::kHeadlineBaseline : theme::kDisplayBaseline;
   double x = (canvas.width() - whole) / 2;
   time.draw(painter, {x, baseline}, canvas.colors().primary);
   x += time.width() + kPartGap;
   if (showsUnit) unit.draw(painter, {x, baseline}, canvas.colors().secondary);
   if (showsHalf) half.draw(painter, {x + with(unit), baseline}, canvas.colors().secondary);
+  if (labelled)
+    canvas.centredText(theme::kCaptionBaseline, TextStyle::Caption, content.label, canvas.colors().secondary);
 }
 
 void paintCard(TileCanvas& canvas, const QRectF& well, const QString& text) {

@@ -18,7 +18,8 @@ struct DigitsContent {
   QString seconds;  ///< For the face that shows them, else empty.
   int hour = 0;
   int minute = 0;
-  QString place;  ///< Of a clock that is set to another zone.
+  QString place;  ///< Of a clock that is set to another zone, or its label.
+  QString label;  ///< The user's own word for it.
 
   bool operator==(const DigitsContent&) const = default;
 };
