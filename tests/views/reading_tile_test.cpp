@@ -101,6 +101,11 @@ TEST(MachineTiles, SpeakAndKeepToTheirRange) {
   sources.metrics->battery.reset();
   sources.readings.celsius.reset();
   EXPECT_EQ(spoken(widget(u"battery"_s), sources), "N: None");
+  EXPECT_EQ(spoken(widget(u"temperature"_s), sources), "N") << "nothing was asked yet";
+  sources.readings.hasNoSensor = true;
+  for (const QString& kind : {u"temperature"_s, u"temperatureChart"_s})
+    EXPECT_EQ(spoken(widget(kind), sources), "N: No sensor of this computer tells how warm its processor is.");
+  sources.readings.hasNoSensor = false;
   sources.metrics.reset();
   for (const auto& [kind, ignored] : words) EXPECT_EQ(spoken(widget(kind), sources), "N") << kind.toStdString();
 }

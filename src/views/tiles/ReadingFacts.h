@@ -41,6 +41,7 @@ struct ReadingFacts {
   QList<double> downloadHistory;  ///< Bytes per second, oldest first, like the other one.
   QList<double> uploadHistory;
   std::optional<double> celsius;  ///< Of the processor; absent without a sensor.
+  bool hasNoSensor = false;  ///< Whether the processor's sensors were asked, and there is none.
   QList<double> celsiusHistory;
   QList<ProcessUsage> processes;
   QString processMessage;

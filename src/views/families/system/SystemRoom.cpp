@@ -10,6 +10,8 @@
 #include "views/families/system/ProcessTiles.h"
 #include "views/families/system/SystemFixture.h"
 #include "views/panels/Room.h"
+#include "views/tiles/GenericTile.h"
+#include "views/tiles/TileWords.h"
 
 namespace tarnwick {
 
@@ -35,6 +37,7 @@ void readProcesses(ReadingFacts& readings, const ReadingServices& services) {
 void readTemperature(ReadingFacts& readings, const ReadingServices& services) {
   if (!services.temperature) return;
   readings.celsius = services.temperature->celsius();
+  readings.hasNoSensor = services.temperature->hasAnswered() && !readings.celsius;
   readings.celsiusHistory = services.temperature->history();
 }
 
@@ -56,6 +59,16 @@ void sampleTemperature(TileSources& sources, const TileSources& samples) {
   if (sources.readings.celsius) return;
   sources.readings.celsius = samples.readings.celsius;
   sources.readings.celsiusHistory = samples.readings.celsiusHistory;
+}
+
+/// A tile of which this computer has nothing to read says so.
+template <auto Make>
+TileContent warmth(const TileRequest& request) {
+  if (!request.sources.readings.hasNoSensor || request.sources.readings.celsius) return Make(request);
+  GenericContent content = makeGeneric(request);
+  content.word = TileWords::tr("No sensor");
+  content.sentence = TileWords::tr("No sensor of this computer tells how warm its processor is.");
+  return content;
 }
 
 constexpr auto kPurple = always<Accent::Purple, WidgetDefinition>;
@@ -91,8 +104,8 @@ constexpr std::array kKinds = {
     RoomRow{.word = "networkDownload"_L1, .content = contentOf<makeDownload>, .accent = kTeal},
     RoomRow{.word = "networkUpload"_L1, .content = contentOf<makeUpload>, .accent = kTeal},
     RoomRow{.word = "networkChart"_L1, .content = contentOf<makeNetworkChart>, .accent = kTeal},
-    RoomRow{.word = "temperature"_L1, .content = contentOf<makeTemperature>},
-    RoomRow{.word = "temperatureChart"_L1, .content = contentOf<makeTemperatureChart>},
+    RoomRow{.word = "temperature"_L1, .content = warmth<makeTemperature>},
+    RoomRow{.word = "temperatureChart"_L1, .content = warmth<makeTemperatureChart>},
 };
 
 }  // namespace
