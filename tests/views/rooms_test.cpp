@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <QTemporaryDir>
 #include <algorithm>
 
 #include "DockFixture.h"
+#include "views/dock/DropRules.h"
 #include "views/families/Rooms.h"
 #include "views/tiles/GenericTile.h"
 #include "widgets/catalog/Catalog.h"
@@ -68,6 +70,19 @@ TEST(Rooms, WhatNothingFillsSaysThatItComesLaterAndInvitesToNothing) {
   }
   EXPECT_EQ(later > 0, Rooms::comesLater(u"analyticsGitHub"_s));
   EXPECT_FALSE(Rooms::comesLater(u"cpu"_s));
+}
+
+TEST(Rooms, AFolderThatTakesWhatIsDroppedCanBeChosen) {
+  const QTemporaryDir folder;
+  for (const WidgetDefinition& definition : Catalog::items()) {
+    DockWidget tile = widget(definition.id);
+    tile.options.insert(u"path"_s, folder.path());
+    if (DropRules::takerOf(tile) != DropRules::Taker::Folder) continue;
+    const auto options = Rooms::options(definition.id);
+    EXPECT_TRUE(std::ranges::any_of(options, [](const WidgetOption& each) {
+      return QLatin1StringView(each.key) == "path"_L1 && each.shape == FieldShape::Folder;
+    })) << qPrintable(definition.id);
+  }
 }
 
 TEST(Rooms, LetATileTickAsSeldomAsItCan) {

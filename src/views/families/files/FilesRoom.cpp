@@ -32,6 +32,13 @@ constexpr std::array kDownloadsOptions = {
                  .usualPath = downloads},
 };
 
+constexpr std::array kDropOptions = {
+    WidgetOption{.key = "path",
+                 .shape = FieldShape::Folder,
+                 .label = QT_TRANSLATE_NOOP("Library", "Folder"),
+                 .help = QT_TRANSLATE_NOOP("Library", "Files that are dropped on the widget go to this folder.")},
+};
+
 constexpr qsizetype kNames = 3;
 constexpr qsizetype kShots = 2;
 /// Enough for the picture in a large tile on a dense screen.
@@ -98,6 +105,7 @@ constexpr std::array kKinds = {
     RoomRow{.word = "recentFiles"_L1,
             .content = contentOf<makeRecentFiles>,
             .panel = makeRecentFilesPanel,
+            .options = kDropOptions,
             .read = readRecent,
             .sample = sampleRecent},
     // It says how long ago its picture was taken.
@@ -105,6 +113,7 @@ constexpr std::array kKinds = {
             .content = contentOf<makeScreenshots>,
             .panel = makeScreenshotsPanel,
             .cadence = always<TickCadence::Minute>,
+            .options = kDropOptions,
             .problem = screenshotProblem,
             .read = readScreenshots,
             .sample = sampleScreenshots},
