@@ -60,7 +60,8 @@ void AppDelegate::didFinishLaunching() {
   call(touchUpdates);
   followLoginEntry();
   connect(store_.get(), &AppStore::configChanged, this, &AppDelegate::applyLoginSwitch);
-  if (!store_->config().onboardingComplete) call(showOnboarding);
+  // Whose settings were lost is told so by the message, and not greeted as new.
+  if (!store_->config().onboardingComplete && !store_->hasLostSettings()) call(showOnboarding);
   applyAppearance();
   call(armBenchmark);
   QMetaObject::invokeMethod(this, &AppDelegate::comeUp, Qt::QueuedConnection);

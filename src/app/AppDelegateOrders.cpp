@@ -64,7 +64,10 @@ void AppDelegate::perform(const Order& order) {
       dock_->toggle();
       break;
     case Order::Kind::CommandBar:
-      if (toggleCommandBar) toggleCommandBar();
+      if (toggleCommandBar)
+        toggleCommandBar();
+      else
+        store_->setError(tr("The command bar comes with a later version of Tarnwick."));
       break;
     case Order::Kind::Focus:
       if (dock_->isManuallyHidden()) dock_->toggle();
@@ -86,7 +89,12 @@ void AppDelegate::open(const QStringList& urls) {
     const QUrl url(text);
     const QString path = url.isLocalFile() ? url.toLocalFile() : text;
     const bool isSpace = QFileInfo(path).suffix().compare("tarnwickspace"_L1, Qt::CaseInsensitive) == 0;
-    if (isSpace && importSpace && !down_) importSpace(path);
+    if (!isSpace || down_) continue;
+    if (importSpace)
+      importSpace(path);
+    else
+      store_->setError(tr("“%1” was not opened. Spaces come with a later version of Tarnwick.")
+                           .arg(QFileInfo(path).fileName()));
   }
 }
 

@@ -59,6 +59,7 @@ bool AppStore::load() {
     const SettingsLoader::Result loaded = SettingsLoader::load(storagePath_, seconds);
     config_ = loaded.configuration;
     if (!loaded.error.isEmpty()) setError(loaded.error);
+    hasLostSettings_ = loaded.origin == SettingsLoader::Origin::Recovery;
     if (!loaded.ready) return false;
     hasRead_ = loaded.origin == SettingsLoader::Origin::File;
     startSaving(loaded.origin, seconds);

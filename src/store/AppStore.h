@@ -78,6 +78,9 @@ class AppStore : public QObject {
   const QString& storagePath() const { return storagePath_; }
   QString dataDirectory() const;
   bool ready() const { return ready_; }  ///< Whether saving is allowed in this run.
+  /// Whether there were settings at the start that could not be read. The document is then a new one, as in a first
+  /// run, but its user is not new.
+  bool hasLostSettings() const { return hasLostSettings_; }
   bool isDiagnostic() const { return diagnostic_; }
   qint64 tick() const { return tick_; }
   const ActiveSets& active() const { return active_; }
@@ -224,6 +227,7 @@ class AppStore : public QObject {
   std::optional<QDateTime> frozenDate_;
   QString storagePath_;
   bool ready_ = false;
+  bool hasLostSettings_ = false;
   bool hasRead_ = false;  // Whether the document is a file's.
   bool diagnostic_ = false;
   bool down_ = false;

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <algorithm>
@@ -361,8 +362,31 @@ TEST_F(DelegateTest, WhatTheBusBringsIsChecked) {
   EXPECT_NE(store().profile().id, work);
 }
 
-TEST_F(DelegateTest, HandedOverSpaceFilesReachTheImport) {
+TEST_F(DelegateTest, WhoseSettingsWereLostIsNotGreetedAsNew) {
+  int greeted = 0;
+  const auto greets = [&](AppDelegate& started) { started.showOnboarding = [&] { ++greeted; }; };
+  start({}, greets);
+  EXPECT_EQ(greeted, 1);
+  delegate.reset();
+  adapters.reset();
+  ASSERT_TRUE(QDir().mkpath(QFileInfo(file()).path()));
+  QFile damaged(file());
+  ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
+  damaged.write("{ this is not");
+  damaged.close();
+  start({}, greets);
+  EXPECT_EQ(greeted, 1);
+  EXPECT_FALSE(store().error().isEmpty());
+}
+
+TEST_F(DelegateTest, WhatIsHandedOverIsDoneOrSaidToComeLater) {
   start();
+  delegate->open({u"file:///tmp/a%20look.tarnwickspace"_s});
+  EXPECT_EQ(store().error(), u"“a look.tarnwickspace” was not opened. Spaces come with a later version of Tarnwick."_s);
+  store().clearError();
+  Q_EMIT adapters->session().actionRequested(u"command-bar"_s, {});
+  EXPECT_EQ(store().error(), u"The command bar comes with a later version of Tarnwick."_s);
+  store().clearError();
   QStringList imported;
   delegate->importSpace = [&](const QString& path) { imported << path; };
   delegate->open({u"file:///tmp/a%20look.tarnwickspace"_s, u"file:///tmp/notes.txt"_s, u"https://example.org/"_s});

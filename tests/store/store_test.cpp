@@ -236,6 +236,7 @@ TEST_F(StoreTest, ACorruptFileIsPreservedAndARescueThatFailsStopsTheProgramFromW
   EXPECT_TRUE(store->error().startsWith(u"Could not load settings. The original file was preserved as "_s + recovery +
                                         u". "_s));
   EXPECT_TRUE(store->ready());
+  EXPECT_TRUE(store->hasLostSettings());
   // Whose credentials are still wanted stands in the file that could not be read.
   EXPECT_TRUE(journal.calls.filter(u"orphans"_s).isEmpty());
   store.reset();
@@ -246,6 +247,7 @@ TEST_F(StoreTest, ACorruptFileIsPreservedAndARescueThatFailsStopsTheProgramFromW
   ASSERT_TRUE(QDir().mkpath(blocked + u"/in the way"_s));
   start();
   EXPECT_FALSE(store->ready());
+  EXPECT_TRUE(store->hasLostSettings());
   EXPECT_TRUE(store->error().startsWith(u"Settings recovery could not preserve the original file. "_s));
   EXPECT_EQ(time.waiting(), 0);
   store->edit([](DockConfiguration& config) { config.scale = 1.1; });
