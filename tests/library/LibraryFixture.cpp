@@ -47,7 +47,9 @@ const DockWidget* LibraryFixture::find(const QUuid& id) {
 PreviewSources LibraryFixture::previews() {
   return {[this](const QList<DockWidget>& widgets) {
             for (const DockWidget& widget : widgets) asked.insert(widget.kind);
-            return SnapshotFixture::sources();
+            TileSources sources = SnapshotFixture::sources();
+            if (!hasSensor) sources.readings.celsius.reset();
+            return sources;
           },
           {}};
 }

@@ -32,6 +32,7 @@ class LibraryFixture {
 
   QSet<QString> asked;  ///< The kinds whose tiles were asked for.
   QUuid edited;         ///< What the library asked to edit.
+  bool hasSensor = true;
 
  private:
   QTemporaryDir folder_;

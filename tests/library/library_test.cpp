@@ -213,6 +213,23 @@ TEST_F(LibraryWindowTest, OnlyWhatIsSeenIsAskedAndEveryItemHasAName) {
   for (int i = 0; i < access->childCount(); ++i) ASSERT_FALSE(access->child(i)->text(QAccessible::Name).isEmpty()) << i;
 }
 
+TEST_F(LibraryWindowTest, ACardSaysWhetherItsPictureIsASampleOrItsWidgetComesLater) {
+  fixture_.hasSensor = false;
+  struct Case {
+    QString section, title, mark;
+  };
+  for (const auto& [section, title, mark] : QList<Case>{{u"Weather"_s, u"Forecast"_s, u"Later"_s},
+                                                        {u"Clocks"_s, u"Flip Clock"_s, {}},
+                                                        {u"System"_s, u"Temperature"_s, u"Sample"_s},
+                                                        {u"System"_s, u"CPU"_s, {}}}) {
+    window_->showCategory(section);
+    QTest::qWait(0);
+    view_.viewport()->grab();
+    const QString said = indexOf(title).data(Qt::AccessibleTextRole).toString();
+    EXPECT_EQ(said, mark.isEmpty() ? title : title + u", "_s + mark);
+  }
+}
+
 TEST_F(LibraryWindowTest, ASectionShowsItsShelfAlone) {
   auto* side = window_->findChild<SideList*>();
   window_->showCategory(u"Clocks"_s);

@@ -123,6 +123,10 @@ void LibraryView::paintName(QPainter& painter, const QRect& card, int row) const
       drawTextIn(painter, place(line.width() - word.width(), word.width() + 1), LibraryWords::tr("On dock"),
                  TextStyle::Caption, green, mirrored ? Qt::AlignRight : Qt::AlignLeft);
     room -= wide + kNameGap;
+  } else if (const TextLine mark(markOf(row), TextStyle::Caption); !mark.text().isEmpty()) {
+    drawTextIn(painter, place(line.width() - mark.width(), mark.width() + 1), mark.text(), TextStyle::Caption,
+               look.palette.secondary, mirrored ? Qt::AlignRight : Qt::AlignLeft);
+    room -= mark.width() + kNameGap;
   }
   drawTextIn(painter, place(0, std::max(0.0, room)), itemAt(row).title(), TextStyle::Body, look.palette.primary,
              mirrored ? Qt::AlignRight : Qt::AlignLeft, Elide::Middle);

@@ -9,6 +9,7 @@
 #include "views/controls/Buttons.h"
 #include "views/controls/ControlTheme.h"
 #include "views/controls/PaintedList.h"
+#include "views/families/Rooms.h"
 #include "views/library/LibraryWords.h"
 
 namespace tarnwick {
@@ -62,7 +63,11 @@ class LibraryView::Model final : public QAbstractListModel {
   }
   QVariant data(const QModelIndex& index, int role) const override {
     if (!index.isValid() || index.row() >= items.size()) return {};
-    if (role == Qt::DisplayRole || role == Qt::AccessibleTextRole) return items[index.row()]->title();
+    if (role == Qt::DisplayRole) return items[index.row()]->title();
+    if (role == Qt::AccessibleTextRole) {
+      const QString mark = view_.markOf(index.row());
+      return mark.isEmpty() ? items[index.row()]->title() : items[index.row()]->title() + u", "_s + mark;
+    }
     if (role == Qt::AccessibleDescriptionRole) {
       const QString& shelf = shelfOf[index.row()]->name;
       return view_.isPlaced(index.row()) ? shelf + u", "_s + LibraryWords::tr("On dock") : shelf;
@@ -159,6 +164,13 @@ const LibraryItem& LibraryView::itemAt(int row) const { return *model_->items[ro
 
 bool LibraryView::isPlaced(int row) const { return placed_.value(row, false); }
 
+QString LibraryView::markOf(int row) const {
+  const LibraryItem& item = itemAt(row);
+  if (!item.entry.widget) return {};
+  if (Rooms::comesLater(item.kind)) return LibraryWords::tr("Later");
+  return tiles_.isSample(item.entry.widget->id) ? LibraryWords::tr("Sample") : QString();
+}
+
 // --- Layout ---------------------------------------------------------------------------------------------------------
 
 /// Cards are as wide as their tile, their name and what stands beside that, so that neither is ever cut. What is placed
@@ -167,6 +179,8 @@ void LibraryView::doItemsLayout() {
   const int width = viewport()->width();
   if (width == layoutWidth_) return;
   layoutWidth_ = width;
+  const int markWidth = std::max(wordWidth(LibraryWords::tr("Later"), TextStyle::Caption),
+                                 wordWidth(LibraryWords::tr("Sample"), TextStyle::Caption));
   const int placedWidth = wordWidth(LibraryWords::tr("On dock"), TextStyle::Caption) + kMark + kMarkGap;
   QList<QList<int>> widths;
   int row = 0;
@@ -174,7 +188,7 @@ void LibraryView::doItemsLayout() {
     widths.append(QList<int>());
     for (const LibraryItem& item : shelf.items) {
       const int button = wordWidth(buttonWord(item), TextStyle::BodyStrong) + theme::kButtonPadding * 2;
-      const int beside = isPlaced(row) ? std::max(button, placedWidth) : button;
+      const int beside = std::max({button, markWidth, isPlaced(row) ? placedWidth : 0});
       widths.last().append(std::max(tileWidth(item), words_.value(row) + kNameGap + beside));
       ++row;
     }

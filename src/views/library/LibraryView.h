@@ -78,6 +78,8 @@ class LibraryView final : public QListView {
   const LibraryItem& itemAt(int row) const;
   const LibraryItem* itemOf(const QModelIndex& index) const;
   bool isPlaced(int row) const;
+  /// What is to be known of the picture of a row: that its widget comes later, or that it shows a sample. Else empty.
+  QString markOf(int row) const;
   /// The card that shows the button: the one under the pointer, else the chosen one.
   int activeRow() const;
   QRect cardRect(int row) const;

@@ -25,13 +25,24 @@ QList<QUuid> PreviewTiles::refresh(const QList<DockWidget>& widgets, const QDate
   shown.reserve(widgets.size());
   for (const DockWidget& widget : widgets)
     shown.append(examples_ ? PreviewSamples::shown(widget, now, applications_) : widget);
-  TileSources values = sources_.values(shown);
+  const TileSources own = sources_.values(shown);
+  TileSources values = own;
   if (examples_) samples_.fill(values, shown);
   QList<QUuid> changed;
   for (const DockWidget& widget : shown) {
-    TileContent content = makeTileContent(widget, Catalog::find(widget.kind), values);
+    const WidgetDefinition& definition = Catalog::find(widget.kind);
+    TileContent content = makeTileContent(widget, definition, values);
+    const bool isSample = examples_ && content != makeTileContent(widget, definition, own);
+    const bool wasSample = samplesShown_.contains(widget.id);
+    if (isSample)
+      samplesShown_.insert(widget.id);
+    else
+      samplesShown_.remove(widget.id);
     const auto known = contents_.find(widget.id);
-    if (known != contents_.end() && *known == content) continue;
+    if (known != contents_.end() && *known == content) {
+      if (isSample != wasSample) changed.append(widget.id);
+      continue;
+    }
     contents_.insert(widget.id, std::move(content));
     pictures_.remove(widget.id);
     changed.append(widget.id);

@@ -3,6 +3,7 @@
 #include <QCache>
 #include <QHash>
 #include <QPixmap>
+#include <QSet>
 #include <QUuid>
 
 #include "views/library/PreviewSamples.h"
@@ -24,10 +25,14 @@ class PreviewTiles {
   /// Shows examples where the user has nothing to show. It does unless told otherwise.
   void setExamples(bool examples) { examples_ = examples; }
 
-  /// Takes what these widgets show at the moment `now`. Gives the identities of those that show something new.
+  /// Takes what these widgets show at the moment `now`. Gives the identities of those that show something new,
+  /// or an example in place of it.
   QList<QUuid> refresh(const QList<DockWidget>& widgets, const QDateTime& now);
   /// What a widget showed when it was refreshed last; null for one that never was.
   const TileContent* content(const QUuid& widget) const;
+
+  /// Whether what a widget showed then is an example in place of something that this computer or the user lacks.
+  bool isSample(const QUuid& widget) const { return samplesShown_.contains(widget); }
 
   /// Draws the tile of `widget` with its top left at `place`, in the size that the dock gives it.
   void paint(QPainter& painter, const QPointF& place, const DockWidget& widget);
@@ -45,6 +50,7 @@ class PreviewTiles {
   QStringList applications_;
   bool examples_ = true;
   QHash<QUuid, TileContent> contents_;
+  QSet<QUuid> samplesShown_;
   QCache<QUuid, QPixmap> pictures_{16 * 1024};  ///< In units of 1024 bytes.
 };
 

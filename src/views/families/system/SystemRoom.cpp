@@ -19,8 +19,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype kShortHistory = 12;
-
 constexpr std::array kProcessOptions = {
     WidgetOption{.key = "sortBy",
                  .shape = FieldShape::Choice,
@@ -42,7 +40,7 @@ void readTemperature(ReadingFacts& readings, const ReadingServices& services) {
 }
 
 void sampleMetrics(TileSources& sources, const TileSources& samples) {
-  if (sources.metrics && sources.cpuHistory.size() >= kShortHistory) return;
+  if (sources.metrics) return;
   sources.metrics = samples.metrics;
   sources.cpuHistory = samples.cpuHistory;
   sources.memoryHistory = samples.memoryHistory;
