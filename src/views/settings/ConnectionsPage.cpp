@@ -103,8 +103,8 @@ void addCalendars(SettingsPage& page, const SettingsServices& services) {
       card,
       {QT_TRANSLATE_NOOP("Settings", "Calendar folders"),
        QT_TRANSLATE_NOOP("Settings",
-                         "Calendars of this desktop are found by themselves. Folders of calendar files that "
-                         "lie elsewhere are added here."),
+                         "Calendars that Evolution keeps on this computer, and those in the folder .calendars, are "
+                         "found by themselves. Other folders of calendar files are added here."),
        QT_TRANSLATE_NOOP("Settings", "events reminders ics")},
       add);
 }

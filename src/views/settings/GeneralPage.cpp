@@ -43,7 +43,7 @@ class GeneralPage final : public SettingsPage {
     FormRow* notifications =
         addSwitch(card,
                   {QT_TRANSLATE_NOOP("Settings", "Notifications"),
-                   QT_TRANSLATE_NOOP("Settings", "Tells when a timer ends, a habit waits or a break is due.")},
+                   QT_TRANSLATE_NOOP("Settings", "Tells when a timer ends, a break is due or it is time to drink.")},
                   settingField(&DockConfiguration::notificationsEnabled));
     if (services_.notifications)
       if (const Capability can = services_.notifications(); !can) notifications->setUnavailable(can.reason);
