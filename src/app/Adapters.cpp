@@ -5,6 +5,7 @@
 
 #include "app/Autostart.h"
 #include "base/DomainError.h"
+#include "platform/dbus/BusActivation.h"
 #include "platform/dbus/DBusSessionApplication.h"
 #include "platform/dbus/DesktopMotionPreference.h"
 #include "platform/dbus/DesktopNotifications.h"
@@ -26,7 +27,8 @@ Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment)
   const RunningApplications::Self self{QStringLiteral("com.brindlemoor.Tarnwick"), QCoreApplication::applicationPid()};
   runningApplications_ =
       std::make_unique<RunningApplications>(*windowSystem_.windows, *installedApps_, self, &processCommandLine);
-  launch_ = std::make_unique<AppLaunch>(AppEnvironment::ofProcess(), environment_);
+  activation_ = std::make_unique<BusActivation>();
+  launch_ = std::make_unique<AppLaunch>(AppEnvironment::ofProcess(), environment_, *activation_);
   launch_->tokenFor = windowSystem_.activationToken;
   opener_ = std::make_unique<AppOpener>(*installedApps_, *launch_, scheduler_);
   files_ = std::make_unique<FileOperations>();

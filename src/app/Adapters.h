@@ -53,6 +53,7 @@ class Adapters {
   std::unique_ptr<InstalledApps> installedApps_;
   std::unique_ptr<RunningApplications> runningApplications_;
   std::unique_ptr<AppIcons> icons_;
+  std::unique_ptr<ApplicationActivation> activation_;
   std::unique_ptr<AppLaunch> launch_;
   std::unique_ptr<TrustedEntries> trusted_;
   std::unique_ptr<AppOpener> opener_;

@@ -1,7 +1,6 @@
 #include "app/Program.h"
 
 #include <QApplication>
-#include <QDBusConnection>
 #include <QDir>
 #include <QFileInfo>
 #include <QMessageBox>
@@ -86,17 +85,13 @@ struct Start {
 
 void resolve(Start& start, const CommandLine& line) {
   // The shared connection belongs to the application object that may come next, so this one is of its own.
-  const QString name = u"hand-over"_s;
-  {
-    DBusSessionApplication session(QDBusConnection::connectToBus(QDBusConnection::SessionBus, name));
-    const auto alert = [&](const QString& title, const QString& text) {
-      start.alertTitle = title;
-      start.alertText = text;
-    };
-    start.status = SingleInstance::resolve(*start.lock, session, QCoreApplication::applicationFilePath(), line,
-                                           {.say = say, .alert = alert});
-  }
-  QDBusConnection::disconnectFromBus(name);
+  DBusSessionApplication session(u"hand-over"_s);
+  const auto alert = [&](const QString& title, const QString& text) {
+    start.alertTitle = title;
+    start.alertText = text;
+  };
+  start.status = SingleInstance::resolve(*start.lock, session, QCoreApplication::applicationFilePath(), line,
+                                         {.say = say, .alert = alert});
 }
 
 Start begin(int argc, char** argv, const CommandLine& line) {

@@ -1,6 +1,5 @@
 #include "app/Readings.h"
 
-#include <QDBusConnection>
 #include <QStandardPaths>
 
 #include "config/CalendarFolders.h"
@@ -44,7 +43,7 @@ Readings::Readings(Scheduler& scheduler)
 Readings::~Readings() = default;
 
 void Readings::start() {
-  clockFormat_ = std::make_unique<DesktopClockFormat>(QDBusConnection::sessionBus());
+  clockFormat_ = std::make_unique<DesktopClockFormat>();
   connect(clockFormat_.get(), &DesktopClockFormat::changed, this, &Readings::changed);
 }
 

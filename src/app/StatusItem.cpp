@@ -1,28 +1,15 @@
 #include "app/StatusItem.h"
 
-#include <xcb/xcb.h>
-
-#include <QAbstractNativeEventFilter>
 #include <QCursor>
-#include <QDBusConnection>
-#include <QDBusConnectionInterface>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
-#include <QDBusServiceWatcher>
-#include <QGuiApplication>
 #include <QPainter>
-#include <cstdlib>
-#include <cstring>
+
+#include "platform/dbus/StatusNotifierWatch.h"
+#include "platform/x11/X11Tray.h"
 
 namespace tarnwick {
 namespace {
 
 using namespace Qt::StringLiterals;
-
-const QString& watcherName() {
-  static const QString name = u"org.kde.StatusNotifierWatcher"_s;
-  return name;
-}
 
 /// The mark: a screen with a dock in it. A tray that has the theme's symbol paints it in its own colour; where it is
 /// drawn here, the dark rim keeps it visible in a light tray.
@@ -47,52 +34,6 @@ QIcon mark() {
 
 }  // namespace
 
-/// Waits for a tray of the older kind, in which programs put windows: it owns a selection of the first screen and
-/// announces itself to the root window.
-class StatusItem::OlderTray final : public QAbstractNativeEventFilter {
- public:
-  OlderTray(xcb_connection_t* connection, std::function<void()> found)
-      : connection_(connection),
-        found_(std::move(found)),
-        selection_(atom("_NET_SYSTEM_TRAY_S0")),
-        manager_(atom("MANAGER")) {
-    QCoreApplication::instance()->installNativeEventFilter(this);
-  }
-  ~OlderTray() override { QCoreApplication::instance()->removeNativeEventFilter(this); }
-
-  bool isThere() const {
-    const auto cookie = xcb_get_selection_owner(connection_, selection_);
-    const Reply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(connection_, cookie, nullptr));
-    return owner && owner->owner != XCB_WINDOW_NONE;
-  }
-
-  bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override {
-    const auto* event = static_cast<const xcb_client_message_event_t*>(message);
-    const bool announces = (event->response_type & 0x7f) == XCB_CLIENT_MESSAGE && event->type == manager_ &&
-                           event->data.data32[1] == selection_;
-    if (announces) found_();
-    return false;
-  }
-
- private:
-  struct Free {
-    void operator()(void* reply) const { std::free(reply); }
-  };
-  template <class T>
-  using Reply = std::unique_ptr<T, Free>;
-
-  xcb_atom_t atom(const char* name) const {
-    const auto cookie = xcb_intern_atom(connection_, 0, static_cast<quint16>(std::strlen(name)), name);
-    const Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection_, cookie, nullptr));
-    return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-  }
-
-  xcb_connection_t* connection_;
-  std::function<void()> found_;
-  xcb_atom_t selection_;
-  xcb_atom_t manager_;
-};
-
 StatusItem::StatusItem(std::function<MenuState()> state, MenuActionsProvider actions, QObject* parent)
     : QObject(parent), actions_(actions), menu_(std::move(state), std::move(actions)) {
   // Trays open the menu by themselves and tell nothing else.
@@ -103,35 +44,24 @@ StatusItem::StatusItem(std::function<MenuState()> state, MenuActionsProvider act
 StatusItem::~StatusItem() = default;
 
 void StatusItem::lookForTray() {
-  QDBusConnection bus = QDBusConnection::sessionBus();
-  if (!bus.isConnected()) return lookForOlderTray();
-  auto* watcher = new QDBusServiceWatcher(watcherName(), bus, QDBusServiceWatcher::WatchForRegistration, this);
-  connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &StatusItem::appear);
-  auto* asked = new QDBusPendingCallWatcher(bus.interface()->asyncCall(u"NameHasOwner"_s, watcherName()), this);
-  connect(asked, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* call) {
-    const QDBusPendingReply<bool> reply = *call;
-    call->deleteLater();
-    if (reply.isValid() && reply.value()) {
-      appear();
-    } else {
-      lookForOlderTray();
-    }
-  });
+  auto* watch = new StatusNotifierWatch(this);
+  connect(watch, &StatusNotifierWatch::found, this, &StatusItem::appear);
+  connect(watch, &StatusNotifierWatch::missing, this, &StatusItem::lookForOlderTray);
+  watch->start();
 }
 
 void StatusItem::lookForOlderTray() {
-  auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-  if (!x11 || icon_) return;
-  // The icon is made from the event loop: within a filter no window should come up.
-  olderTray_ = std::make_unique<OlderTray>(
-      x11->connection(), [this] { QMetaObject::invokeMethod(this, &StatusItem::appear, Qt::QueuedConnection); });
+  if (icon_) return;
+  olderTray_ = std::make_unique<X11Tray>();
+  connect(olderTray_.get(), &X11Tray::found, this, &StatusItem::appear);
   if (olderTray_->isThere()) appear();
 }
 
 void StatusItem::appear() {
   // Made only once there is a tray: the toolkit decides at the first icon, for the whole run, how it speaks to trays.
   if (icon_) return;
-  olderTray_.reset();
+  // It may be the one that called.
+  if (olderTray_) olderTray_.release()->deleteLater();
   menu_.refresh();
   icon_ = std::make_unique<QSystemTrayIcon>(mark());
   icon_->setToolTip(u"Tarnwick"_s);

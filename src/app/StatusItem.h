@@ -9,6 +9,8 @@
 
 namespace tarnwick {
 
+class X11Tray;
+
 /// The program's mark in the desktop's tray, with its menus. It appears once a tray is there and comes back with it;
 /// without one nothing happens.
 class StatusItem : public QObject {
@@ -27,8 +29,6 @@ class StatusItem : public QObject {
   QRect place() const { return icon_ ? icon_->geometry() : QRect(); }
 
  private:
-  class OlderTray;
-
   void lookForTray();
   void lookForOlderTray();
   void appear();
@@ -38,7 +38,7 @@ class StatusItem : public QObject {
 
   MenuActionsProvider actions_;
   StatusMenu menu_;
-  std::unique_ptr<OlderTray> olderTray_;
+  std::unique_ptr<X11Tray> olderTray_;
   std::unique_ptr<QSystemTrayIcon> icon_;
   bool visible_ = true;
   bool classic_ = false;

@@ -1,9 +1,6 @@
 #include "app/WindowSystem.h"
 
-#include <xcb/xcb.h>
-
 #include <QCoreApplication>
-#include <QDBusConnection>
 #include <QGuiApplication>
 
 #include "app/HotKeyTable.h"
@@ -32,14 +29,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// Whether a display of X11 takes connections, by the name in DISPLAY.
-bool answersX11() {
-  xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
-  const bool answers = connection && xcb_connection_has_error(connection) == 0;
-  xcb_disconnect(connection);
-  return answers;
-}
-
 /// An X server within a Wayland desktop knows where the pointer is only while that is over a window of X11.
 Capability edgesOnX11() {
   if (WaylandSession::offer() == WaylandSession::Offer::Nothing) return Capability::yes();
@@ -48,10 +37,8 @@ Capability edgesOnX11() {
       "This desktop does not tell X11 programs where the pointer is, so only the layout Fixed is available here."));
 }
 
-/// Over a connection of its own: a program tells the portal its name as the very first thing that it says there.
 std::unique_ptr<HotKeys> portalKeys() {
-  return std::make_unique<PortalHotKeys>(QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"hot-keys"_s),
-                                         QGuiApplication::desktopFileName(), &HotKeyTable::action);
+  return std::make_unique<PortalHotKeys>(QGuiApplication::desktopFileName(), &HotKeyTable::action);
 }
 
 WindowSystem makeX11() {
@@ -109,7 +96,7 @@ bool prefersWayland() {
     case WaylandSession::Offer::Layers:
       return true;
     case WaylandSession::Offer::PlainWindows:
-      return !answersX11();
+      return !X11Events::serverAnswers();
     case WaylandSession::Offer::Nothing:
       break;
   }
@@ -123,7 +110,7 @@ QByteArray reachable(const QByteArray& wanted) {
   const QList<QByteArray> platforms = wanted.split(';');
   for (const QByteArray& one : platforms) {
     if (isWayland(one) ? WaylandSession::offer() != WaylandSession::Offer::Nothing
-                       : !one.startsWith("xcb") || answersX11()) {
+                       : !one.startsWith("xcb") || X11Events::serverAnswers()) {
       return one;
     }
   }
@@ -164,7 +151,7 @@ QString WindowSystem::obstacle() {
     return answers ? QString()
                    : QCoreApplication::translate("WindowSystem", "Tarnwick cannot reach a Wayland display.");
   }
-  if (!platform.startsWith("xcb") || answersX11()) return {};
+  if (!platform.startsWith("xcb") || X11Events::serverAnswers()) return {};
   const QString display = qEnvironmentVariable("DISPLAY");
   return display.isEmpty()
              ? QCoreApplication::translate("WindowSystem", "Tarnwick needs a display, and DISPLAY names none.")

@@ -1,14 +1,11 @@
 #include "apps/AppLaunch.h"
 
 #include <QCoreApplication>
-#include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 #include <QFileInfo>
+#include <QPointer>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QSysInfo>
-#include <QVariantMap>
 
 #include "apps/DesktopExec.h"
 #include "apps/TerminalCommand.h"
@@ -18,42 +15,12 @@ namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// Whether an id can be the name of a program on the bus.
-bool isBusName(const QString& id) {
-  static const QRegularExpression pattern(u"^[A-Za-z_-][A-Za-z0-9_-]*(\\.[A-Za-z_-][A-Za-z0-9_-]*)+$"_s);
-  return id.size() <= 255 && pattern.match(id).hasMatch();
-}
-
-QDBusMessage activation(const DesktopEntry& entry, const LaunchRequest& request, const QString& startupId) {
-  QString path = u'/' + entry.id;
-  path.replace(u'.', u'/').replace(u'-', u'_');
-  QVariantMap platform{{u"desktop-startup-id"_s, startupId}};
-  if (!request.activationToken.isEmpty()) platform.insert(u"activation-token"_s, request.activationToken);
-  const auto call = [&](const QString& method) {
-    return QDBusMessage::createMethodCall(entry.id, path, u"org.freedesktop.Application"_s, method);
-  };
-  QDBusMessage message;
-  if (!request.action.isEmpty()) {
-    message = call(u"ActivateAction"_s);
-    message << request.action << QVariantList() << platform;
-  } else if (request.urls.isEmpty()) {
-    message = call(u"Activate"_s);
-    message << platform;
-  } else {
-    QStringList urls;
-    for (const QUrl& url : request.urls) urls << url.toString(QUrl::FullyEncoded);
-    message = call(u"Open"_s);
-    message << urls << platform;
-  }
-  return message;
-}
-
-}  // namespace
-
-AppLaunch::AppLaunch(AppEnvironment environment, LaunchEnvironment variables, Bus bus, QObject* parent)
-    : QObject(parent), environment_(std::move(environment)), variables_(std::move(variables)), bus_(std::move(bus)) {}
+AppLaunch::AppLaunch(AppEnvironment environment, LaunchEnvironment variables, ApplicationActivation& activation,
+                     QObject* parent)
+    : QObject(parent),
+      environment_(std::move(environment)),
+      variables_(std::move(variables)),
+      activation_(activation) {}
 
 void AppLaunch::launch(const DesktopEntry& entry, const LaunchRequest& wish) {
   LaunchRequest request = wish;
@@ -64,27 +31,20 @@ void AppLaunch::launch(const DesktopEntry& entry, const LaunchRequest& wish) {
   if (!request.action.isEmpty() && !entry.action(request.action))
     throw DomainError::invalid(
         QCoreApplication::translate("AppLaunch", "“%1” does not offer this any more.").arg(entry.name));
-  if (!activateOverBus(entry, request)) run(entry, request);
+  if (!activate(entry, request)) run(entry, request);
 }
 
-bool AppLaunch::activateOverBus(const DesktopEntry& entry, const LaunchRequest& request) {
-  if (!entry.dbusActivatable || !isBusName(entry.id)) return false;
-  QDBusConnection bus = bus_();
-  if (!bus.isConnected()) return false;
-  const QString id = request.startupId.isEmpty() ? startupId(entry.id, request.userTime) : request.startupId;
-  auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(activation(entry, request, id)), this);
-  connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, entry, request] {
-    watcher->deleteLater();
-    // A program that takes its time has been reached nevertheless: a second one is not wanted.
-    const QDBusError error = QDBusPendingReply<>(*watcher).error();
-    if (!error.isValid() || error.type() == QDBusError::NoReply || error.type() == QDBusError::TimedOut) return;
+bool AppLaunch::activate(const DesktopEntry& entry, LaunchRequest request) {
+  if (!entry.dbusActivatable) return false;
+  if (request.startupId.isEmpty()) request.startupId = startupId(entry.id, request.userTime);
+  return activation_.activate(entry.id, request, [launch = QPointer(this), entry, request] {
+    if (!launch) return;
     try {
-      run(entry, request);
+      launch->run(entry, request);
     } catch (const DomainError& failure) {
-      Q_EMIT failed(failure.message());
+      Q_EMIT launch->failed(failure.message());
     }
   });
-  return true;
 }
 
 void AppLaunch::run(const DesktopEntry& entry, const LaunchRequest& request) {

@@ -1,5 +1,4 @@
 #include <QApplication>
-#include <QDBusConnection>
 #include <QMenu>
 
 #include "app/DockCommands.h"
@@ -34,7 +33,7 @@ class CommandsTest : public AppsTest {
     installed = std::make_unique<InstalledApps>(environment, scheduler);
     running = std::make_unique<RunningApplications>(windows, *installed, RunningApplications::Self{});
     launch = std::make_unique<AppLaunch>(environment, LaunchEnvironment::from(variables({{"PATH", "/usr/bin:/bin"}})),
-                                         [] { return QDBusConnection(u"no such bus"_s); });
+                                         activation);
     opener = std::make_unique<AppOpener>(*installed, *launch, scheduler);
     StoreSetup setup;
     setup.diagnostic = true;
@@ -89,6 +88,7 @@ class CommandsTest : public AppsTest {
   UndoStack undo;
   std::unique_ptr<InstalledApps> installed;
   std::unique_ptr<RunningApplications> running;
+  NoActivation activation;
   std::unique_ptr<AppLaunch> launch;
   std::unique_ptr<AppOpener> opener;
   std::unique_ptr<AppStore> store;

@@ -5,6 +5,7 @@
 
 #include "apps/AppLaunch.h"
 #include "apps_fixture.h"
+#include "platform/dbus/BusActivation.h"
 #include "support/FileTest.h"
 
 namespace tarnwick::test {
@@ -65,15 +66,16 @@ class LaunchTest : public AppsTest {
 
   std::string failureFor(const QString& exec, const LaunchRequest& request = {}) {
     entry.exec = exec;
-    return failureOf([&] { AppLaunch(environment, launchVariables).launch(entry, request); });
+    return failureOf([&] { AppLaunch(environment, launchVariables, noActivation).launch(entry, request); });
   }
 
+  NoActivation noActivation;
   LaunchEnvironment launchVariables;
   DesktopEntry entry;
 };
 
 TEST_F(LaunchTest, StartsInASessionOfItsOwnWithoutOurVariables) {
-  AppLaunch launcher(environment, launchVariables);
+  AppLaunch launcher(environment, launchVariables, noActivation);
   LaunchRequest request;
   request.urls << QUrl::fromLocalFile(u"/tmp/a b; $(c)"_s);
   request.activationToken = u"token"_s;
@@ -127,7 +129,8 @@ TEST_F(LaunchTest, AsksOverTheBusAndFallsBackOnTheCommand) {
     BusApplication application;
     ASSERT_TRUE(service.registerObject(u"/org/example/Bus_App"_s, &application, QDBusConnection::ExportAllSlots));
     ASSERT_TRUE(service.registerService(u"org.example.Bus-App"_s));
-    AppLaunch launcher(environment, launchVariables, [&] { return client; });
+    BusActivation activation([&] { return client; });
+    AppLaunch launcher(environment, launchVariables, activation);
     entry.id = u"org.example.Bus-App"_s;
     entry.dbusActivatable = true;
     entry.exec = u"report from-command"_s;

@@ -1,4 +1,3 @@
-#include <QDBusConnection>
 
 #include "apps/AppOpener.h"
 #include "apps/DefaultApplication.h"
@@ -24,7 +23,7 @@ class OpenerTest : public AppsTest {
           "text/plain=hidden.desktop;\n"_s);
     installed = std::make_unique<InstalledApps>(environment, scheduler);
     launch = std::make_unique<AppLaunch>(environment, LaunchEnvironment::from(variables({{"PATH", "/usr/bin:/bin"}})),
-                                         [] { return QDBusConnection(u"no such bus"_s); });
+                                         activation);
     opener = std::make_unique<AppOpener>(*installed, *launch, scheduler);
     QObject::connect(opener.get(), &AppOpener::started, [this](const QString& path) { started << path; });
     QObject::connect(opener.get(), &AppOpener::failed, [this](const QString& message) { failures << message; });
@@ -42,6 +41,7 @@ class OpenerTest : public AppsTest {
 
   TestScheduler scheduler;
   std::unique_ptr<InstalledApps> installed;
+  NoActivation activation;
   std::unique_ptr<AppLaunch> launch;
   std::unique_ptr<AppOpener> opener;
   QStringList started, failures;

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QDBusConnection>
 #include <QSignalSpy>
 
 #include "base/DomainError.h"
@@ -75,7 +74,8 @@ class DropsTest : public testing::Test {
   Credentials credentials{forgotten};
   AppStore store{setupWith(time, credentials)};
   InstalledApps apps{twoFolders(), time};
-  AppLaunch launch{AppEnvironment(), LaunchEnvironment(), [] { return QDBusConnection(u"no such bus"_s); }};
+  NoActivation activation;
+  AppLaunch launch{AppEnvironment(), LaunchEnvironment(), activation};
   AppOpener opener{apps, launch, time};
   test::FakeFiles files;
   UndoStack undo;

@@ -33,6 +33,11 @@ DBusSessionApplication::DBusSessionApplication(const QDBusConnection& bus, Conne
   connect(&nextLook_, &QTimer::timeout, this, &DBusSessionApplication::lookForBus);
 }
 
+DBusSessionApplication::DBusSessionApplication(const QString& ownConnection)
+    : DBusSessionApplication(connectToSession(ownConnection)) {
+  ownConnection_ = ownConnection;
+}
+
 DBusSessionApplication::~DBusSessionApplication() {
   release();
   dropConnection();

@@ -22,6 +22,8 @@ class DBusSessionApplication final : public SessionApplication {
 
   explicit DBusSessionApplication(const QDBusConnection& bus = QDBusConnection::sessionBus(),
                                   Connect connectAgain = &connectToSession);
+  /// Over a new connection of that name, which is closed with this object.
+  explicit DBusSessionApplication(const QString& ownConnection);
   ~DBusSessionApplication() override;
 
   bool isReachable() const override { return bus_.isConnected(); }
@@ -48,7 +50,7 @@ class DBusSessionApplication final : public SessionApplication {
 
   QDBusConnection bus_;
   Connect connectAgain_;
-  QString ownConnection_;  ///< The name of one that we made; the first one is not ours.
+  QString ownConnection_;  ///< The name of one that we made; the first one may be another's.
   int connections_ = 0;
   QTimer nextLook_;
   bool listening_ = false;

@@ -15,7 +15,7 @@ class DesktopClockFormat final : public QObject {
   Q_OBJECT
  public:
   /// Asks at once where the setting counts.
-  explicit DesktopClockFormat(const QDBusConnection& session);
+  explicit DesktopClockFormat(const QDBusConnection& session = QDBusConnection::sessionBus());
 
   /// Absent where this desktop has no such setting, and until it has told.
   std::optional<bool> uses24Hour() const;

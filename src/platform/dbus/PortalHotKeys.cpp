@@ -92,6 +92,10 @@ PortalHotKeys::PortalHotKeys(const QDBusConnection& session, const QString& appl
   connect(&portal_, &BusService::ownerChanged, this, &PortalHotKeys::ownerChanged);
 }
 
+PortalHotKeys::PortalHotKeys(const QString& application, ActionOf actionOf)
+    : PortalHotKeys(QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"hot-keys"_s), application,
+                    std::move(actionOf)) {}
+
 Capability PortalHotKeys::capability() const {
   if (state_ != State::Refused) return Capability::yes();
   return Capability::no(

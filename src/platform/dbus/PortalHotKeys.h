@@ -20,6 +20,8 @@ class PortalHotKeys final : public HotKeys {
   /// `session` should be a connection that nobody else speaks to the portal over. `application`: what the desktop entry
   /// is called, by which the portal knows programs.
   PortalHotKeys(const QDBusConnection& session, const QString& application, ActionOf actionOf);
+  /// Over a connection of its own: a program tells the portal its name as the very first thing that it says there.
+  PortalHotKeys(const QString& application, ActionOf actionOf);
   ~PortalHotKeys() override { closeSession(); }
 
   Capability capability() const override;

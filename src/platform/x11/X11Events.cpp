@@ -63,6 +63,13 @@ bool X11Events::isAvailable() {
   return application && application->connection();
 }
 
+bool X11Events::serverAnswers() {
+  xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
+  const bool answers = connection && xcb_connection_has_error(connection) == 0;
+  xcb_disconnect(connection);
+  return answers;
+}
+
 X11Events::X11Events()
     : connection_(openConnection()),
       screen_(screenOf(connection_, screenNumber())),

@@ -22,6 +22,8 @@ class X11Events final : public QObject, public QAbstractNativeEventFilter {
  public:
   /// Whether the running application object speaks X11.
   static bool isAvailable();
+  /// Whether the server that DISPLAY names takes connections; needs no application object.
+  static bool serverAnswers();
 
   /// Fails (DomainError) where isAvailable() is false.
   X11Events();
