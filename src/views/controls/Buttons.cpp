@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <algorithm>
 
+#include "views/controls/ControlAccessible.h"
 #include "views/controls/ControlTheme.h"
 #include "views/controls/Turned.h"
 #include "views/theme/Glass.h"
@@ -32,6 +33,7 @@ QString theOtherWay(const QString& symbol) {
 }  // namespace
 
 PaintedButton::PaintedButton(const QString& label, QWidget* parent) : QPushButton(parent) {
+  installControlAccessibility();
   setFocusPolicy(Qt::TabFocus);
   setAttribute(Qt::WA_Hover);
   setLabel(label);

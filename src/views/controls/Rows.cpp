@@ -5,6 +5,7 @@
 #include <QMouseEvent>
 #include <algorithm>
 
+#include "views/controls/ControlAccessible.h"
 #include "views/controls/ControlTheme.h"
 #include "views/controls/Turned.h"
 #include "views/theme/Glass.h"
@@ -171,6 +172,7 @@ void ListRow::paintEvent(QPaintEvent*) {
 }
 
 CheckRow::CheckRow(const QString& text, QWidget* parent) : QCheckBox(parent), label_(text) {
+  installControlAccessibility();
   setText(QString(text).replace(u"&"_s, u"&&"_s));
   setFocusPolicy(Qt::TabFocus);
   setAttribute(Qt::WA_Hover);

@@ -3,6 +3,7 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 
+#include "views/controls/ControlAccessible.h"
 #include "views/controls/ControlTheme.h"
 #include "views/controls/Turned.h"
 #include "views/theme/Glass.h"
@@ -12,6 +13,7 @@ namespace tarnwick {
 
 Switch::Switch(const QString& label, QWidget* parent)
     : QCheckBox(parent), knob_(animator_, theme::kFadeSeconds, [this] { update(); }) {
+  installControlAccessibility();
   setAccessibleName(label);
   setFocusPolicy(Qt::TabFocus);
   setAttribute(Qt::WA_Hover);

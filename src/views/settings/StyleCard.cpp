@@ -5,6 +5,7 @@
 #include <QPainterPath>
 #include <array>
 
+#include "views/controls/ControlAccessible.h"
 #include "views/controls/ControlTheme.h"
 #include "views/theme/Glass.h"
 #include "views/theme/SceneColors.h"
@@ -33,6 +34,7 @@ constexpr std::array<Accent, 3> kAccents{Accent::Orange, Accent::Green, Accent::
 
 StyleCard::StyleCard(const QString& style, const QString& name, QWidget* parent)
     : QRadioButton(name, parent), style_(style) {
+  installControlAccessibility();
   setAttribute(Qt::WA_Hover);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }

@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "views/controls/ChoiceGroup.h"
+#include "views/controls/ControlAccessible.h"
 #include "views/controls/Turned.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
@@ -81,6 +82,7 @@ void drawSentence(QPainter& painter, const QRectF& box, const QString& text, Qt:
 
 LayoutCard::LayoutCard(DockLayout layout, Size size, QWidget* parent)
     : QRadioButton(parent), layout_(layout), size_(size), picture_(new LayoutPicture(layout, pictureSize(size), this)) {
+  installControlAccessibility();
   setText(label(layout).replace(u"&"_s, u"&&"_s));  // A single one would be taken for a mnemonic.
   setAccessibleDescription(description(layout));
   if (size == Size::Small) setToolTip(description(layout));
