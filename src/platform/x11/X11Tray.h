@@ -7,8 +7,8 @@
 
 namespace tarnwick {
 
-/// A tray of the older kind, in which programs put windows: it owns a selection of the first screen and announces itself
-/// to the root window. Does nothing where the program does not speak X11.
+/// A tray of the older kind, in which programs put windows: it owns a selection of the first screen and announces
+/// itself to the root window. Does nothing where the program does not speak X11.
 class X11Tray final : public QObject, public QAbstractNativeEventFilter {
   Q_OBJECT
  public:

@@ -244,7 +244,8 @@ void fill(Card* card, AppStore& store, const OnboardingServices& services) {
            abilities.windows);
   addKeys(card, abilities);
   const QString notes = words(QT_TRANSLATE_NOOP("Onboarding", "Notifications"));
-  const QString tell = words(QT_TRANSLATE_NOOP("Onboarding", "Timers and reminders to drink say when their time has come."));
+  const QString tell =
+      words(QT_TRANSLATE_NOOP("Onboarding", "Timers and reminders to drink say when their time has come."));
   if (abilities.notifications)
     card->addRow(notes, makeSwitch(store, services, notes, &DockConfiguration::notificationsEnabled), tell);
   else
@@ -301,7 +302,8 @@ QWidget* makeDonePage(AppStore& store, const OnboardingServices& services) {
     auto* open = new Button(words(QT_TRANSLATE_NOOP("Onboarding", "Add Widgets…")));
     QObject::connect(open, &QPushButton::clicked, open, [add = services.addWidgets] { add(); });
     card->addRow(words(QT_TRANSLATE_NOOP("Onboarding", "More widgets")), open,
-                 words(QT_TRANSLATE_NOOP("Onboarding", "The library shows how each one looks, and which come with a later version.")));
+                 words(QT_TRANSLATE_NOOP(
+                     "Onboarding", "The library shows how each one looks, and which come with a later version.")));
   }
   QVBoxLayout* middle = addColumn(column, kScene.width());
   middle->addWidget(new DockScene(kScene));

@@ -63,7 +63,9 @@ void paint(TileCanvas& canvas, const LauncherContent& content) {
   drawAppMarks(canvas, icon, content.marks);
 }
 
-TileApplication standsFor(const LauncherContent& content) { return {content.application, content.marks.launching, content.marks.front}; }
+TileApplication standsFor(const LauncherContent& content) {
+  return {content.application, content.marks.launching, content.marks.front};
+}
 
 AppFolderContent makeAppFolder(const TileRequest& request) {
   AppFolderContent content;

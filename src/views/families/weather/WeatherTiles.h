@@ -10,7 +10,8 @@ namespace tarnwick {
 
 class TileCanvas;
 
-/// The weather now: picture and temperature over the place. Without a reading, its name and a word that says what is missing.
+/// The weather now: picture and temperature over the place. Without a reading, its name and a word that says
+/// what is missing.
 struct CurrentWeatherContent {
   std::optional<WeatherReading> reading;
   GenericContent missing;  ///< What it shows without a reading.
