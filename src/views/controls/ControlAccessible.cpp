@@ -30,10 +30,10 @@ class ButtonAccessible final : public QAccessibleWidget {
   QAccessible::Role role() const override { return roleOf(button()); }
 
   QString text(QAccessible::Text kind) const override {
-    const QString told = QAccessibleWidget::text(kind);
-    if (!told.isEmpty() || kind != QAccessible::Name) return told;
-    // Our words have no mnemonics: each of their signs is doubled.
-    return button().text().replace("&&"_L1, "&"_L1);
+    // The button's own words, before those of a label beside it. They have no mnemonics: each of their signs is doubled.
+    if (kind == QAccessible::Name && button().accessibleName().isEmpty() && !button().text().isEmpty())
+      return button().text().replace("&&"_L1, "&"_L1);
+    return QAccessibleWidget::text(kind);
   }
 
   QAccessible::State state() const override {
