@@ -4,7 +4,11 @@
 #include <QDBusConnection>
 
 #include "app/Autostart.h"
-#include "base/DomainError.h"
+#include "apps/AppIcons.h"
+#include "apps/AppLaunch.h"
+#include "apps/AppOpener.h"
+#include "apps/InstalledApps.h"
+#include "apps/RunningApplications.h"
 #include "platform/dbus/BusActivation.h"
 #include "platform/dbus/DBusSessionApplication.h"
 #include "platform/dbus/DesktopMotionPreference.h"
@@ -22,82 +26,83 @@
 namespace tarnwick {
 
 Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment)
-    : scheduler_(scheduler), environment_(environment), windowSystem_(WindowSystem::make()) {
-  installedApps_ = std::make_unique<InstalledApps>(AppEnvironment::ofProcess(), scheduler_);
-  const RunningApplications::Self self{QStringLiteral("com.brindlemoor.Tarnwick"), QCoreApplication::applicationPid()};
-  runningApplications_ =
-      std::make_unique<RunningApplications>(*windowSystem_.windows, *installedApps_, self, &processCommandLine);
-  activation_ = std::make_unique<BusActivation>();
-  launch_ = std::make_unique<AppLaunch>(AppEnvironment::ofProcess(), environment_, *activation_);
-  launch_->tokenFor = windowSystem_.activationToken;
-  opener_ = std::make_unique<AppOpener>(*installedApps_, *launch_, scheduler_);
-  files_ = std::make_unique<FileOperations>();
-  hints_ = std::make_unique<LauncherEntries>(QDBusConnection::sessionBus());
-  readings_ = std::make_unique<Readings>(scheduler_);
-  notifications_ = std::make_unique<DesktopNotifications>(QDBusConnection::sessionBus());
-  sessionEvents_ = std::make_unique<LoginSessionEvents>(QDBusConnection::systemBus());
-  motion_ = std::make_unique<DesktopMotionPreference>(QDBusConnection::sessionBus());
-  session_ = std::make_unique<DBusSessionApplication>();
-  toggles_ = std::make_unique<DesktopToggles>(QDBusConnection::sessionBus(), QDBusConnection::systemBus());
-  colors_ = std::make_unique<PortalScreenColors>(QDBusConnection::sessionBus());
+    : scheduler_(scheduler),
+      environment_(environment),
+      windowSystem_(WindowSystem::make()),
+      services_(makeServices()),
+      readings_(keep(std::make_unique<Readings>(scheduler))),
+      session_(keep(std::make_unique<DBusSessionApplication>())) {}
+
+Adapters::~Adapters() {
+  while (!kept_.empty()) kept_.pop_back();
 }
 
-Adapters::~Adapters() = default;
+template <class Port>
+Port& Adapters::keep(std::unique_ptr<Port> made) {
+  Port& port = *made;
+  kept_.push_back(std::move(made));
+  return port;
+}
 
-AppIcons& Adapters::icons() {
-  if (!icons_) {
-    icons_ = std::make_unique<AppIcons>(AppEnvironment::ofProcess());
-    QObject::connect(installedApps_.get(), &InstalledApps::changed, installedApps_.get(), [this] { icons_->clear(); });
-  }
-  return *icons_;
+Services Adapters::makeServices() {
+  const QDBusConnection session = QDBusConnection::sessionBus();
+  const QDBusConnection system = QDBusConnection::systemBus();
+  auto& apps = keep(std::make_unique<InstalledApps>(AppEnvironment::ofProcess(), scheduler_));
+  const RunningApplications::Self self{QStringLiteral("com.brindlemoor.Tarnwick"), QCoreApplication::applicationPid()};
+  auto& icons = keep(std::make_unique<AppIcons>(AppEnvironment::ofProcess()));
+  QObject::connect(&apps, &InstalledApps::changed, &apps, [&icons] { icons.clear(); });
+  auto& activation = keep(std::make_unique<BusActivation>());
+  auto& launch = keep(std::make_unique<AppLaunch>(AppEnvironment::ofProcess(), environment_, activation));
+  launch.tokenFor = windowSystem_.activationToken;
+  return {
+      .scheduler = scheduler_,
+      .screens = *windowSystem_.screens,
+      .panels = *windowSystem_.panels,
+      .zones = *windowSystem_.zones,
+      .clocks = *windowSystem_.clocks,
+      .motion = keep(std::make_unique<DesktopMotionPreference>(session)),
+      .windows = *windowSystem_.windows,
+      .hotKeys = *windowSystem_.hotKeys,
+      .colors = keep(std::make_unique<PortalScreenColors>(session)),
+      .session = keep(std::make_unique<LoginSessionEvents>(system)),
+      .notifications = keep(std::make_unique<DesktopNotifications>(session)),
+      .toggles = keep(std::make_unique<DesktopToggles>(session, system)),
+      .files = keep(std::make_unique<FileOperations>()),
+      .installedApps = apps,
+      .runningApps =
+          keep(std::make_unique<RunningApplications>(*windowSystem_.windows, apps, self, &processCommandLine)),
+      .icons = icons,
+      .opener = keep(std::make_unique<AppOpener>(apps, launch, scheduler_)),
+      .hints = keep(std::make_unique<LauncherEntries>(session)),
+  };
 }
 
 StoreSetup Adapters::storeSetup() {
   StoreSetup setup;
   setup.scheduler = &scheduler_;
   setup.counters = std::make_unique<LinuxSystemCounters>();
-  setup.installedApps = installedApps_.get();
-  setup.applications = runningApplications_.get();
-  setup.notifications = notifications_.get();
-  setup.session = sessionEvents_.get();
-  setup.clients = readings_->beatClients();
+  setup.installedApps = &services_.installedApps;
+  setup.applications = &services_.runningApps;
+  setup.notifications = &services_.notifications;
+  setup.session = &services_.session;
+  setup.clients = readings_.beatClients();
   return setup;
 }
 
 DelegateSetup Adapters::delegateSetup(const QString& dataDirectory) {
-  DelegateSetup setup;
-  preferences_ = std::make_unique<SystemDockPreferences>(dataDirectory);
-  trusted_ = std::make_unique<TrustedEntries>(dataDirectory + QStringLiteral("/trusted-entries.json"));
-  opener_->setTrusted(trusted_.get());
-  guard_ = std::make_unique<GuardianProcess>(QCoreApplication::applicationFilePath());
-  setup.ports = {windowSystem_.screens.get(),
-                 windowSystem_.panels.get(),
-                 windowSystem_.zones.get(),
-                 windowSystem_.clocks.get(),
-                 motion_.get(),
-                 windowSystem_.windows.get(),
-                 preferences_.get(),
-                 guard_.get()};
-  setup.hotKeys = windowSystem_.hotKeys.get();
-  setup.framesWindows = windowSystem_.framesWindows;
-  setup.session = session_.get();
-  door_ = std::make_unique<SocketSession>(dataDirectory);
-  setup.door = door_.get();
-  setup.events = sessionEvents_.get();
-  setup.executable = QCoreApplication::applicationFilePath();
-  setup.environment = environment_;
-  setup.autostartFile = Autostart::path();
-  setup.notifications = notifications_.get();
-  setup.toggles = toggles_.get();
-  setup.colors = colors_.get();
-  setup.applications = runningApplications_.get();
-  setup.icons = [this](const DockApp& app, int size, double ratio) { return icons().pixmap(app.icon, size, ratio); };
-  setup.installedApps = installedApps_.get();
-  setup.opener = opener_.get();
-  setup.files = files_.get();
-  setup.hints = hints_.get();
-  setup.readings = readings_.get();
-  return setup;
+  auto& trusted = keep(std::make_unique<TrustedEntries>(dataDirectory + QStringLiteral("/trusted-entries.json")));
+  services_.opener.setTrusted(&trusted);
+  return {
+      .preferences = keep(std::make_unique<SystemDockPreferences>(dataDirectory)),
+      .guard = keep(std::make_unique<GuardianProcess>(QCoreApplication::applicationFilePath())),
+      .application = session_,
+      .door = keep(std::make_unique<SocketSession>(dataDirectory)),
+      .readings = readings_,
+      .executable = QCoreApplication::applicationFilePath(),
+      .environment = environment_,
+      .autostartFile = Autostart::path(),
+      .framesWindows = windowSystem_.framesWindows,
+  };
 }
 
 }  // namespace tarnwick

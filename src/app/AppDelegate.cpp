@@ -1,19 +1,19 @@
 #include "app/AppDelegate.h"
 
 #include <QApplication>
-#include <algorithm>
-
 #include "app/AppKeys.h"
-#include "app/DockDesk.h"
+#include "app/DockPresenter.h"
 #include "app/ExitGuards.h"
 #include "app/HotKeyTable.h"
-#include "app/MessageLine.h"
 #include "app/NearbySender.h"
-#include "app/PanelHost.h"
+#include "app/ProgramCommands.h"
 #include "app/Readings.h"
 #include "app/SocketSession.h"
 #include "app/StatusItem.h"
+#include "app/Windows.h"
+#include "apps/InstalledApps.h"
 #include "base/DomainError.h"
+#include "desktop/SessionEvents.h"
 #include "views/motion/Animator.h"
 #include "views/theme/MenuStyle.h"
 #include "views/theme/WindowPalette.h"
@@ -28,56 +28,58 @@ constexpr double kAfterFirstFrame = 0.2;
 /// By then the docks stand where a change of the layout or of the displays puts them.
 constexpr double kOnceTheDocksStand = 0.06;
 
-void call(const std::function<void()>& action) {
-  if (action) action();
-}
-
 }  // namespace
 
-AppDelegate::AppDelegate(StoreSetup store, DelegateSetup setup)
-    : setup_(std::move(setup)), store_(std::make_unique<AppStore>(std::move(store))) {
-  WindowClocks::set(setup_.ports.clocks);
-  makeDock();
+AppDelegate::AppDelegate(StoreSetup store, const Services& services, DelegateSetup setup)
+    : services_(services),
+      setup_(std::move(setup)),
+      store_(std::make_unique<AppStore>(std::move(store))),
+      commands_(std::make_unique<ProgramCommands>(*this, services, setup_.readings)) {
+  WindowClocks::set(&services.clocks);
+  const auto editorIsOpen = [this] { return windows_ && windows_->hasEditor(); };
+  presenter_ = std::make_unique<DockPresenter>(
+      *store_, services, *commands_,
+      DockPresenterSetup{setup_.preferences, setup_.guard, setup_.readings,
+                         nearbySender(services.installedApps.environment(), setup_.environment), editorIsOpen});
+  keys_ = std::make_unique<AppKeys>(*store_, services.hotKeys, *commands_);
+  windows_ = std::make_unique<Windows>(*this, services, setup_);
+  dock().hasOpenWindow = [this] { return windows_ && windows_->holdsDock(); };
+  setup_.readings.follow(*store_);
 }
 
 AppDelegate::~AppDelegate() {
   willTerminate();
+  windows_.reset();
   WindowClocks::set(nullptr);
 }
 
+DockController& AppDelegate::dock() { return presenter_->dock(); }
+
 void AppDelegate::didFinishLaunching() {
-  const auto dressMenus = [panels = setup_.ports.panels] {
-    MenuStyle::install().setComposited(panels->isComposited());
-  };
+  const auto dressMenus = [this] { MenuStyle::install().setComposited(services_.panels.isComposited()); };
   dressMenus();
-  connect(setup_.ports.panels, &Panels::compositingChanged, this, dressMenus);
+  connect(&services_.panels, &Panels::compositingChanged, this, dressMenus);
   setupMenu();
   setupHotKeys();
   connect(store_.get(), &AppStore::layoutChanged, this, &AppDelegate::layoutDidChange);
   if (setup_.guards) installExitGuards();
   listenToTheSession();
   listenToScreens();
-  call(touchUpdates);
   followLoginEntry();
   connect(store_.get(), &AppStore::configChanged, this, &AppDelegate::applyLoginSwitch);
   // Whose settings were lost is told so by the message, and not greeted as new.
-  if (!store_->config().onboardingComplete && !store_->hasLostSettings()) call(showOnboarding);
+  if (!store_->config().onboardingComplete && !store_->hasLostSettings()) commands_->continueSetup();
   applyAppearance();
-  call(armBenchmark);
   QMetaObject::invokeMethod(this, &AppDelegate::comeUp, Qt::QueuedConnection);
 }
 
 void AppDelegate::comeUp() {
   if (down_) return;
-  messages_ = std::make_unique<MessageLine>(
-      DockBubbleParts{store_.get(), dock_.get(), setup_.ports.screens, setup_.ports.panels, panels_.get()});
-  connect(messages_.get(), &MessageLine::changed, desk_.get(), &DockDesk::makeRoomForTheMessage);
-  dock_->setMayShow(true);
-  messages_->update();
+  presenter_->show();
   // What the first picture does not need comes once it is there.
   afterFirstFrame_ = store_->scheduler().after(kAfterFirstFrame, [this] {
-    setup_.toggles->start();
-    desk_->start();
+    services_.toggles.start();
+    presenter_->start();
     followRunningApps();
   });
 }
@@ -87,16 +89,12 @@ void AppDelegate::willTerminate() {
   down_ = true;
   afterFirstFrame_.reset();
   docksStand_.reset();
-  call(stopApplicationAudio);
-  panels_->closeAtOnce();
-  desk_->shutdown();
+  presenter_->closeAll();
   store_->shutdown();
-  messages_.reset();
-  panels_.reset();
-  dock_->shutdown();
-  if (keys_) keys_->release();
-  if (setup_.session) setup_.session->release();
-  if (setup_.door) setup_.door->release();
+  presenter_->shutdown();
+  keys_->release();
+  setup_.application.release();
+  setup_.door.release();
   status_.reset();
 }
 
@@ -106,17 +104,10 @@ void AppDelegate::willTerminateWithoutDisplay() noexcept {
   // Nothing may be painted any more, so nobody is told of anything.
   store_->blockSignals(true);
   try {
-    call(stopApplicationAudio);
-  } catch (...) {
-  }
-  try {
     store_->saveAtTheEnd();
   } catch (...) {
   }
-  try {
-    call(giveBack);
-  } catch (...) {
-  }
+  dock().giveBack();
 }
 
 void AppDelegate::installExitGuards() {
@@ -126,11 +117,12 @@ void AppDelegate::installExitGuards() {
 void AppDelegate::listenToScreens() {
   const auto look = [this] {
     if (down_) return;
-    docksStand_ = store_->scheduler().after(kOnceTheDocksStand, [this] { store_->setDockDisplays(dock_->displays()); });
+    docksStand_ =
+        store_->scheduler().after(kOnceTheDocksStand, [this] { store_->setDockDisplays(dock().displays()); });
   };
-  connect(setup_.ports.screens, &Screens::changed, this, look);
+  connect(&services_.screens, &Screens::changed, this, look);
   connect(store_.get(), &AppStore::layoutChanged, this, look);
-  connect(dock_.get(), &DockController::placed, this, look);
+  connect(&dock(), &DockController::placed, this, look);
 }
 
 void AppDelegate::quit() {
@@ -139,7 +131,7 @@ void AppDelegate::quit() {
 }
 
 void AppDelegate::layoutDidChange() {
-  dock_->refresh();
+  dock().refresh();
   followRunningApps();
   applyAppearance();
   keys_->follow();
@@ -149,101 +141,22 @@ void AppDelegate::layoutDidChange() {
   }
 }
 
-void AppDelegate::makeDock() {
-  DockDeskParts parts;
-  parts.store = store_.get();
-  parts.screens = setup_.ports.screens;
-  parts.panels = setup_.ports.panels;
-  parts.motion = setup_.ports.motion;
-  parts.running = setup_.applications;
-  parts.windows = setup_.ports.windows;
-  parts.apps = setup_.installedApps;
-  parts.opener = setup_.opener;
-  parts.files = setup_.files;
-  parts.hints = setup_.hints;
-  parts.readings = setup_.readings;
-  parts.toggles = setup_.toggles;
-  parts.colors = setup_.colors;
-  parts.icons = setup_.icons;
-  parts.sendNearby = nearbySender(setup_.installedApps->environment(), setup_.environment);
-  parts.clocks = setup_.ports.clocks;
-  desk_ = std::make_unique<DockDesk>(std::move(parts));
-  dock_ = std::make_unique<DockController>(*store_, setup_.ports,
-                                           [this](const QString& display) { return desk_->makeContent(display); });
-  desk_->setController(dock_.get());
-  setup_.readings->follow(*store_);
-  connectDesk();
-}
-
-void AppDelegate::connectDesk() {
-  PanelHostSetup host;
-  host.toggles = setup_.toggles;
-  host.panels = setup_.ports.panels;
-  host.clocks = setup_.ports.clocks;
-  host.motion = setup_.ports.motion;
-  host.actions = [this] { return desk_->panelActions(); };
-  host.readings = setup_.readings->services();
-  host.sources = [this](const QString& display) { return desk_->sources(display); };
-  host.opensDownwards = [this](const QString& display) { return desk_->opensDownwards(display); };
-  panels_ = std::make_unique<PanelHost>(*store_, std::move(host));
-  desk_->setPanelHost(panels_.get());
-  connect(panels_.get(), &PanelHost::openChanged, this, [this](const QString& display, const QUuid& widget) {
-    desk_->markOpen(display, widget);
-    dock_->checkEdge();
-  });
-  desk_->openPanel = [this](const QString& display, const QUuid& widget, const QRect& tile) {
-    if (Panel* panel = dock_->panel(display)) {
-      panels_->open(display, widget, *panel, dock_->mapFromContent(display, tile));
-    }
-  };
-  desk_->panelIsOpen = [this](const QString& display) { return panels_ && panels_->hasActivePanel(display); };
-  desk_->closePanel = [this] {
-    if (panels_) panels_->closeAtOnce();
-  };
-  desk_->dismissPanel = [this] {
-    if (panels_) panels_->close();
-  };
-  desk_->mayNotSwipe = [this] {
-    return (panels_ && !panels_->openWidget().isNull()) || (editorIsOpen && editorIsOpen());
-  };
-  desk_->addWidgets = [this] { call(addWidgets); };
-  desk_->menus().dockActions = [this] {
-    DockMenuActions actions;
-    actions.addWidgets = addWidgets;
-    actions.settings = showSettings;
-    return actions;
-  };
-  desk_->messageHeight = [this] { return messages_ ? messages_->height() : 0; };
-  dock_->hasActivePanel = [this](const QString& display) { return desk_->isBusy(display); };
-  dock_->hasOpenWindow = [this] { return windowHoldsDock && windowHoldsDock(); };
-  connect(dock_.get(), &DockController::goesAway, this, [this](const QString& display) {
-    if (panels_) panels_->closeOn(display);
-  });
-  connect(dock_.get(), &DockController::placed, this, [this](const QString& display) {
-    if (!panels_ || !panels_->hasActivePanel(display)) return;
-    panels_->follow(dock_->mapFromContent(display, desk_->besideRect(display, panels_->openWidget())));
-  });
-  focusDock = [this] { dock_->focus(); };
-  restoreSystemDock = [this] { dock_->restoreSystemDock(); };
-  giveBack = [this] { dock_->giveBack(); };
-}
-
 void AppDelegate::followRunningApps() {
   // Following windows has its price, so it goes on only while something shows them.
   const bool shown = store_->config().liveApps || store_->active().families.contains(u"windows"_s) ||
                      store_->active().families.contains(u"launcher"_s) ||
                      store_->active().kinds.contains(u"openWindows"_s);
   if (shown) {
-    setup_.applications->start();
+    services_.runningApps.start();
   } else {
-    setup_.applications->stop();
+    services_.runningApps.stop();
   }
 }
 
 void AppDelegate::applyAppearance() {
   // Panels follow the dock's style; menus and windows follow this.
   const QString& wanted = store_->config().appAppearance;
-  const ToggleState desktop = setup_.toggles->state(Toggle::DarkMode);
+  const ToggleState desktop = services_.toggles.state(Toggle::DarkMode);
   const bool dark = wanted == "dark"_L1 || (wanted != "light"_L1 && desktop.on);
   if (isDark_ == dark) return;
   isDark_ = dark;
@@ -273,9 +186,6 @@ void AppDelegate::applyLoginSwitch() {
 // --- Keys and menus -------------------------------------------------------------------------------------------------
 
 void AppDelegate::setupHotKeys() {
-  keys_ = std::make_unique<AppKeys>(*store_, setup_.hotKeys);
-  keys_->hasCommandBar = [this] { return static_cast<bool>(toggleCommandBar); };
-  keys_->canFocusDock = [this] { return static_cast<bool>(focusDock); };
   connect(keys_.get(), &AppKeys::pressed, this, &AppDelegate::hotKeyPressed);
   keys_->follow();
 }
@@ -290,56 +200,15 @@ void AppDelegate::hotKeyPressed(quint32 identifier) {
 }
 
 void AppDelegate::setupMenu() {
-  const auto state = [this] {
-    return MenuState{store_->config().onboardingComplete, store_->config().layout, store_->error()};
-  };
-  status_ = std::make_unique<StatusItem>(state, [this] { return menuActions(); });
+  status_ = std::make_unique<StatusItem>(*store_, *commands_);
   status_->setVisible(store_->config().desktopOptions().showMenuBarIcon);
   status_->setClassicMenu(store_->config().desktopOptions().classicMenu);
+  windows_->followStatusItem(*status_);
   const auto refresh = [this] {
     if (status_) status_->refresh();
   };
   connect(store_.get(), &AppStore::errorChanged, this, refresh);
   connect(store_.get(), &AppStore::layoutChanged, this, refresh);
-}
-
-std::unique_ptr<QMenuBar> AppDelegate::makeMenuBar() {
-  return makeApplicationMenu([this] { return menuActions(); });
-}
-
-const QString& AppDelegate::commandBarKey() const {
-  static const QString none;
-  return keys_ ? keys_->commandBarKey() : none;
-}
-
-bool AppDelegate::hasTray() const { return status_ && status_->hasTray(); }
-
-QRect AppDelegate::statusItemPlace() const { return status_ ? status_->place() : QRect(); }
-
-MenuActions AppDelegate::menuActions() {
-  MenuActions actions;
-  actions.toggleDock = [this] { dock_->toggle(); };
-  actions.about = showAbout;
-  actions.help = showHelp;
-  // The end takes the menu down, so it waits until the menu has done with the choice.
-  actions.quit = [this] { QMetaObject::invokeMethod(this, &AppDelegate::quit, Qt::QueuedConnection); };
-  actions.dismissError = [this] { store_->clearError(); };
-  actions.chooseLayout = [this](DockLayout layout) {
-    desk_->edits().change([layout](DockConfiguration& config) { config.layout = layout; });
-  };
-  actions.settings = showSettings;
-  actions.continueSetup = showOnboarding;
-  actions.commandBar = toggleCommandBar;
-  actions.addWidgets = addWidgets;
-  actions.folderIcons = folderIcons;
-  actions.openSpace = openSpace;
-  actions.saveSpace = saveSpace;
-  actions.checkForUpdates = checkForUpdates;
-  actions.restoreSystemDock = restoreSystemDock;
-  actions.togglePanel = toggleMenuBarPanel;
-  actions.hidePanel = hideMenuBarPanel;
-  actions.openMenu = openStatusMenu;
-  return actions;
 }
 
 }  // namespace tarnwick

@@ -10,6 +10,8 @@
 #include "app/SingleInstance.h"
 #include "app/SocketSession.h"
 #include "base/DomainError.h"
+#include "desktop/SessionEvents.h"
+#include "desktop/Toggles.h"
 
 namespace tarnwick {
 
@@ -19,12 +21,11 @@ void AppDelegate::listenToTheSession() {
   // The session's manager asks every program to save before it ends the session.
   connect(qApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager&) { store_->save(); });
   connect(qApp, &QCoreApplication::aboutToQuit, this, &AppDelegate::willTerminate);
-  connect(setup_.toggles, &Toggles::changed, this, &AppDelegate::applyAppearance);
-  if (setup_.events) connect(setup_.events, &SessionEvents::ending, this, &AppDelegate::quit);
-  if (setup_.session) listenTo(*setup_.session);
-  if (!setup_.door) return;
-  setup_.door->restoreDock = [this] { return restoreForOthers(); };
-  listenTo(*setup_.door);
+  connect(&services_.toggles, &Toggles::changed, this, &AppDelegate::applyAppearance);
+  connect(&services_.session, &SessionEvents::ending, this, &AppDelegate::quit);
+  listenTo(setup_.application);
+  setup_.door.restoreDock = [this] { return restoreForOthers(); };
+  listenTo(setup_.door);
 }
 
 void AppDelegate::listenTo(SessionApplication& session) {
@@ -37,7 +38,7 @@ void AppDelegate::listenTo(SessionApplication& session) {
 QJsonObject AppDelegate::restoreForOthers() {
   const QLatin1StringView held(RestoreDock::kHeld);
   try {
-    return {{held, !down_ && dock_->giveSystemDockBack()}};
+    return {{held, !down_ && dock().giveSystemDockBack()}};
   } catch (const DomainError& failure) {
     store_->setError(failure.message());
     return {{held, true}, {QLatin1StringView(RestoreDock::kFailure), failure.message()}};
@@ -61,27 +62,18 @@ void AppDelegate::perform(const Order& order) {
   if (down_) return;
   switch (order.kind) {
     case Order::Kind::Toggle:
-      dock_->toggle();
+      commands_->toggleDock();
       break;
     case Order::Kind::CommandBar:
-      if (toggleCommandBar)
-        toggleCommandBar();
-      else
-        store_->setError(tr("The command bar comes with a later version of Tarnwick."));
+      commands_->toggleCommandBar();
       break;
     case Order::Kind::Focus:
-      if (dock_->isManuallyHidden()) dock_->toggle();
-      if (focusDock) focusDock();
+      commands_->focusDock();
       break;
     case Order::Kind::Profile:
-      selectProfileAt(order.profile);
+      commands_->selectProfile(order.profile);
       break;
   }
-}
-
-void AppDelegate::selectProfileAt(int index) {
-  const auto& profiles = store_->config().profiles;
-  if (index >= 0 && index < profiles.size()) store_->selectProfile(profiles[index].id);
 }
 
 void AppDelegate::open(const QStringList& urls) {
@@ -89,12 +81,7 @@ void AppDelegate::open(const QStringList& urls) {
     const QUrl url(text);
     const QString path = url.isLocalFile() ? url.toLocalFile() : text;
     const bool isSpace = QFileInfo(path).suffix().compare("tarnwickspace"_L1, Qt::CaseInsensitive) == 0;
-    if (!isSpace || down_) continue;
-    if (importSpace)
-      importSpace(path);
-    else
-      store_->setError(tr("“%1” was not opened. Spaces come with a later version of Tarnwick.")
-                           .arg(QFileInfo(path).fileName()));
+    if (isSpace && !down_) commands_->importSpace(path);
   }
 }
 
@@ -102,8 +89,8 @@ void AppDelegate::reopen() {
   if (down_) return;
   if (!setup_.measures && SingleInstance::isStale(setup_.executable) && handOverToTheNewBuild()) return;
   // Whoever opens the program again wants to see it.
-  if (dock_->isManuallyHidden()) dock_->toggle();
-  if (showSettings) showSettings();
+  if (commands_->isDockHidden()) commands_->toggleDock();
+  commands_->showSettings();
 }
 
 bool AppDelegate::handOverToTheNewBuild() {

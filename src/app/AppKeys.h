@@ -3,26 +3,23 @@
 #include <QHash>
 #include <QObject>
 #include <QString>
-#include <functional>
 
 #include "config/DesktopOptions.h"
 #include "desktop/HotKeys.h"
+#include "views/settings/KeyRecorder.h"
 
 namespace tarnwick {
 
 class AppStore;
+class Commands;
 
 /// Takes the keys that the settings ask for and keeps them as they change. A key that another program has is said in
 /// the store's message line; the others still work. Main thread only.
-class AppKeys final : public QObject {
+class AppKeys final : public QObject, public KeyRecorder {
   Q_OBJECT
  public:
-  /// Both are borrowed; without `keys` nothing happens.
-  AppKeys(AppStore& store, HotKeys* keys);
-
-  // Whether there is something for these keys to open. A key is not taken from others before that.
-  std::function<bool()> hasCommandBar;
-  std::function<bool()> canFocusDock;
+  /// All must outlive it. A key is taken from other programs only once there is something for it to open.
+  AppKeys(AppStore& store, HotKeys& keys, const Commands& commands);
 
   /// Takes the keys anew if the settings ask for others than before.
   void follow();
@@ -30,13 +27,13 @@ class AppKeys final : public QObject {
   void release();
   /// While a key is being recorded, ours are given back, so that they reach the window that records; then they are
   /// taken anew.
-  void setRecording(bool recording);
+  void setRecording(bool recording) override;
   /// Whether a key could be taken at this moment. It is kept until the keys are taken anew.
-  HotKeyBinding tryKey(const HotKeyWish& wish);
+  HotKeyBinding tryKey(const HotKeyWish& wish) override;
   /// Whether a key that the settings ask for is ours now.
-  bool holds(const HotKeyWish& wish) const;
+  bool holds(const HotKeyWish& wish) const override;
   /// Whether a program can have keys on this desktop at all.
-  Capability capability() const;
+  Capability capability() const { return keys_.capability(); }
   /// The key that opens the command bar now, as a person reads it; empty while none does.
   const QString& commandBarKey() const { return commandBarKey_; }
 
@@ -50,7 +47,8 @@ class AppKeys final : public QObject {
   void sayKeyIsTaken();
 
   AppStore& store_;
-  HotKeys* keys_;
+  HotKeys& keys_;
+  const Commands& commands_;
   QHash<quint32, HotKeyWish> held_;
   QString signature_;
   QString commandBarKey_;

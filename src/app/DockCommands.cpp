@@ -1,6 +1,5 @@
 #include "app/DockCommands.h"
 
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <QPushButton>
@@ -11,6 +10,7 @@
 
 #include "apps/AppActivation.h"
 #include "store/AppStore.h"
+#include "store/Commands.h"
 #include "store/DocumentEdits.h"
 #include "widgets/PinnedTiles.h"
 #include "widgets/WidgetFolder.h"
@@ -37,16 +37,17 @@ QString newWindowAction(const DesktopEntry& entry) {
 
 }  // namespace
 
-DockCommands::DockCommands(const Parts& parts) : parts_(parts) {
-  connect(parts_.opener, &AppOpener::started, this, &DockCommands::launchBegan);
-  connect(parts_.opener, &AppOpener::failed, parts_.store, &AppStore::setError);
-  connect(parts_.running, &RunningApplications::changed, this, &DockCommands::runningChanged);
+DockCommands::DockCommands(AppStore& store, const Services& services, Commands& commands)
+    : store_(store), services_(services), commands_(commands) {
+  connect(&services_.opener, &AppOpener::started, this, &DockCommands::launchBegan);
+  connect(&services_.opener, &AppOpener::failed, &store_, &AppStore::setError);
+  connect(&services_.runningApps, &RunningApplications::changed, this, &DockCommands::runningChanged);
 }
 
 // --- Tiles ----------------------------------------------------------------------------------------------------------
 
-void DockCommands::openTile(const QUuid& id, bool isClick) {
-  const DockWidget* stored = DocumentEdits::find(parts_.store->config(), id);
+void DockCommands::openTile(const QString& display, const QUuid& id, bool isClick) {
+  const DockWidget* stored = DocumentEdits::find(store_.config(), id);
   if (!stored || (isClick && isSecondClick(id.toString()))) return;
   const DockWidget widget = *stored;
   const QString path = widget.options.value(u"path"_s);
@@ -54,30 +55,30 @@ void DockCommands::openTile(const QUuid& id, bool isClick) {
   if (launches && PinnedTiles::isDesktopEntry(path)) {
     openEntry(path, isClick);
   } else if (launches) {
-    parts_.opener->open(QUrl::fromLocalFile(path));
-  } else if (!openPlace(widget) && showPanel) {
-    showPanel(id);
+    services_.opener.open(QUrl::fromLocalFile(path));
+  } else if (!openPlace(display, widget)) {
+    commands_.openPanel(display, id);
   }
 }
 
-bool DockCommands::openPlace(const DockWidget& widget) {
+bool DockCommands::openPlace(const QString& display, const DockWidget& widget) {
   const bool isTrash = widget.kind == "trash"_L1;
   const QString folder = folderOf(widget);
   if (folder.isEmpty() && !isTrash) return false;
-  if (showGallery && !parts_.store->config().foldersInFinder) {
-    showGallery(widget.id);
+  if (!store_.config().foldersInFinder) {
+    commands_.openPanel(display, widget.id);
   } else if (isTrash) {
-    parts_.opener->openTrash(parts_.files->trashFolder());
+    services_.opener.openTrash(services_.files.trashFolder());
   } else {
-    parts_.opener->open(QUrl::fromLocalFile(folder));
+    services_.opener.open(QUrl::fromLocalFile(folder));
   }
   return true;
 }
 
 void DockCommands::openEntry(const QString& entryPath, bool mayMinimise) {
-  const auto app = parts_.running->byPath(entryPath);
+  const auto app = services_.runningApps.byPath(entryPath);
   if (!app) {
-    parts_.opener->start(entryPath);
+    services_.opener.start(entryPath);
   } else if (mayMinimise) {
     turnTo(app->identity);
   } else {
@@ -88,7 +89,7 @@ void DockCommands::openEntry(const QString& entryPath, bool mayMinimise) {
 /// A double click means what a click does: not two windows, and neither a window nor a panel that goes as soon as it
 /// came. How quick that is the desktop's settings say.
 bool DockCommands::isSecondClick(const QString& what) {
-  const double now = parts_.store->scheduler().reference();
+  const double now = store_.scheduler().reference();
   const double doubleClick = QGuiApplication::styleHints()->mouseDoubleClickInterval() / 1000.0;
   if (clicked_.first == what && now - clicked_.second < doubleClick) return true;
   clicked_ = {what, now};
@@ -102,30 +103,30 @@ void DockCommands::activateApplication(quint64 application) {
 }
 
 void DockCommands::turnTo(quint64 application) {
-  const auto app = parts_.running->byIdentity(application);
+  const auto app = services_.runningApps.byIdentity(application);
   if (!app) return;
   if (!app->active) return openApplication(application);
-  const QList<quint64> windows = AppActivation::windowsAtHand(*app, *parts_.windows);
-  for (const quint64 window : windows | std::views::reverse) parts_.windows->minimise(window);
+  const QList<quint64> windows = AppActivation::windowsAtHand(*app, services_.windows);
+  for (const quint64 window : windows | std::views::reverse) services_.windows.minimise(window);
 }
 
 void DockCommands::openApplication(quint64 application) {
-  AppActivation(*parts_.running, *parts_.windows).bring(application);
+  AppActivation(services_.runningApps, services_.windows).bring(application);
 }
 
 quint64 DockCommands::applicationOf(const DockWidget& widget) const {
   if (Catalog::find(widget.kind).family != "launcher"_L1) return 0;
-  const auto app = parts_.running->byPath(widget.options.value(u"path"_s));
+  const auto app = services_.runningApps.byPath(widget.options.value(u"path"_s));
   return app ? app->identity : 0;
 }
 
 void DockCommands::newWindow(quint64 application) {
-  const auto app = parts_.running->byIdentity(application);
+  const auto app = services_.runningApps.byIdentity(application);
   if (app && !app->path.isEmpty()) newWindowOfEntry(app->path);
 }
 
 void DockCommands::newWindowOfTile(const QUuid& widget) {
-  const DockWidget* stored = DocumentEdits::find(parts_.store->config(), widget);
+  const DockWidget* stored = DocumentEdits::find(store_.config(), widget);
   if (!stored) return;
   const QString path = stored->options.value(u"path"_s);
   if (Catalog::find(stored->kind).family == "launcher"_L1 && PinnedTiles::isDesktopEntry(path)) newWindowOfEntry(path);
@@ -133,27 +134,27 @@ void DockCommands::newWindowOfTile(const QUuid& widget) {
 
 void DockCommands::newWindowOfEntry(const QString& entryPath) {
   LaunchRequest request;
-  if (const auto entry = parts_.apps->byPath(entryPath)) request.action = newWindowAction(*entry);
-  parts_.opener->start(entryPath, request);
+  if (const auto entry = services_.installedApps.byPath(entryPath)) request.action = newWindowAction(*entry);
+  services_.opener.start(entryPath, request);
 }
 
 void DockCommands::startAction(const QString& entryPath, const QString& action) {
-  parts_.opener->start(entryPath, {.action = action});
+  services_.opener.start(entryPath, {.action = action});
 }
 
 void DockCommands::cycleWindows(quint64 application, int direction) {
-  const auto app = parts_.running->byIdentity(application);
+  const auto app = services_.runningApps.byIdentity(application);
   if (!app || app->windows.isEmpty()) return;
   // Not in the order of their last use, which every step would change.
   QList<quint64> inOrder;
   quint64 current = 0;
-  for (const ClientWindow& window : parts_.windows->all()) {
+  for (const ClientWindow& window : services_.windows.all()) {
     if (!app->windows.contains(window.id)) continue;
     inOrder << window.id;
     if (window.active) current = window.id;
   }
   const quint64 next = current == 0 ? app->windows.first() : nextWindow(inOrder, current, direction);
-  if (next != 0 && next != current) parts_.windows->activate(next);
+  if (next != 0 && next != current) services_.windows.activate(next);
 }
 
 quint64 DockCommands::nextWindow(const QList<quint64>& windows, quint64 current, int direction) {
@@ -165,24 +166,12 @@ quint64 DockCommands::nextWindow(const QList<quint64>& windows, quint64 current,
 }
 
 void DockCommands::quit(quint64 application) {
-  const auto app = parts_.running->byIdentity(application);
+  const auto app = services_.runningApps.byIdentity(application);
   if (!app) return;
-  for (const quint64 window : app->windows) parts_.windows->close(window);
+  for (const quint64 window : app->windows) services_.windows.close(window);
 }
 
 // --- Files ----------------------------------------------------------------------------------------------------------
-
-void DockCommands::reveal(const QString& path) {
-  parts_.files->reveal({path}, this, [this, path](bool shown) {
-    if (!shown) parts_.opener->open(QUrl::fromLocalFile(QFileInfo(path).path()));
-  });
-}
-
-void DockCommands::emptyTrash() {
-  parts_.files->emptyTrash(this, [this](const FilesOutcome& outcome) {
-    if (!outcome.error.isEmpty()) parts_.store->setError(outcome.error);
-  });
-}
 
 void DockCommands::askToEmptyTrash() {
   auto* box = new QMessageBox(QMessageBox::Question, tr("Empty Trash"),
@@ -190,21 +179,20 @@ void DockCommands::askToEmptyTrash() {
   const QPushButton* empty = box->addButton(tr("Empty Trash"), QMessageBox::DestructiveRole);
   box->setDefaultButton(QMessageBox::Cancel);
   box->setAttribute(Qt::WA_DeleteOnClose);
-  connect(empty, &QPushButton::clicked, this, &DockCommands::emptyTrash);
+  connect(empty, &QPushButton::clicked, this, [this] { commands_.emptyTrash(); });
   box->open();
 }
 
-// --- Launch feedback and places
-// ---------------------------------------------------------------------------------------
+// --- Launch feedback and places -------------------------------------------------------------------------------------
 
 void DockCommands::launchBegan(const QString& entryPath) {
   // Without following the windows nobody would notice that one came.
-  parts_.running->start();
-  const auto app = parts_.running->byPath(entryPath);
+  services_.runningApps.start();
+  const auto app = services_.runningApps.byPath(entryPath);
   Launch& launch = launching_[entryPath];
   launch.windows = app ? app->windows.size() : 0;
   launch.active = app && app->active;
-  launch.end = parts_.store->scheduler().after(kLaunchFeedback, [this, entryPath] {
+  launch.end = store_.scheduler().after(kLaunchFeedback, [this, entryPath] {
     const auto ended = launching_.extract(entryPath);
     Q_EMIT launchingChanged();
   });
@@ -214,7 +202,7 @@ void DockCommands::launchBegan(const QString& entryPath) {
 void DockCommands::runningChanged() {
   // An application that shows a window which it had already has answered too.
   const auto ended = std::erase_if(launching_, [this](const auto& each) {
-    const auto app = parts_.running->byPath(each.first);
+    const auto app = services_.runningApps.byPath(each.first);
     return app && (app->windows.size() > each.second.windows || (app->active && !each.second.active));
   });
   if (ended > 0) Q_EMIT launchingChanged();
@@ -233,9 +221,9 @@ void DockCommands::setTileRects(const QString& display, const QHash<quint64, QRe
 void DockCommands::sendTileRects() {
   if (tiles_.empty()) return;
   QHash<quint64, ClientWindow> windows;
-  for (const ClientWindow& window : parts_.windows->all()) windows.insert(window.id, window);
+  for (const ClientWindow& window : services_.windows.all()) windows.insert(window.id, window);
   QHash<quint64, QRectF> wanted;
-  for (const RunningApp& app : parts_.running->list()) {
+  for (const RunningApp& app : services_.runningApps.list()) {
     for (const quint64 id : app.windows) {
       for (const auto& [display, rects] : tiles_) {
         const bool isOnIt = windows.value(id).screens.contains(display);
@@ -245,7 +233,7 @@ void DockCommands::sendTileRects() {
     }
   }
   for (auto each = wanted.cbegin(); each != wanted.cend(); ++each) {
-    if (sent_.value(each.key()) != each.value()) parts_.windows->setIconGeometry({each.key()}, each.value());
+    if (sent_.value(each.key()) != each.value()) services_.windows.setIconGeometry({each.key()}, each.value());
   }
   sent_ = wanted;
 }

@@ -4,7 +4,6 @@
 #include <QObject>
 #include <QRectF>
 #include <QUuid>
-#include <functional>
 #include <map>
 
 #include "apps/AppOpener.h"
@@ -13,10 +12,12 @@
 #include "config/DockWidget.h"
 #include "desktop/ClientWindows.h"
 #include "desktop/Files.h"
+#include "store/Services.h"
 
 namespace tarnwick {
 
 class AppStore;
+class Commands;
 
 /// What clicks on a dock's tiles do: start, bring forward, minimise, cycle, quit, open. Failures land in the store's
 /// message line. Main thread only.
@@ -26,24 +27,15 @@ class DockCommands : public QObject {
   /// Seconds for which a tile shows that its application starts, when no window comes.
   static constexpr double kLaunchFeedback = 8;
 
-  /// Borrowed; all are required.
-  struct Parts {
-    AppStore* store = nullptr;
-    RunningApplications* running = nullptr;
-    ClientWindows* windows = nullptr;
-    InstalledApps* apps = nullptr;
-    AppOpener* opener = nullptr;
-    Files* files = nullptr;
-  };
+  /// All must outlive it.
+  DockCommands(AppStore& store, const Services& services, Commands& commands);
 
-  explicit DockCommands(const Parts& parts);
-
-  /// A click: brings the tile's application forward, or minimises it when it is in front, or starts it; opens a folder,
-  /// a file, the trash. Every other tile opens its panel.
-  void activateTile(const QUuid& widget) { openTile(widget, true); }
+  /// A click on a tile of a display's dock: brings the tile's application forward, or minimises it when it is in front,
+  /// or starts it; opens a folder, a file, the trash. Every other tile opens its panel.
+  void activateTile(const QString& display, const QUuid& widget) { openTile(display, widget, true); }
   void activateApplication(quint64 application);
   /// The same from a menu, which never minimises.
-  void openTile(const QUuid& widget) { openTile(widget, false); }
+  void openTile(const QString& display, const QUuid& widget) { openTile(display, widget, false); }
   void openApplication(quint64 application);
 
   /// The running application that a widget stands for; 0 for none.
@@ -53,14 +45,11 @@ class DockCommands : public QObject {
   /// Brings the next window of the application forward, or the one before for a negative direction; the latest when
   /// another application is in front.
   void cycleWindows(quint64 application, int direction);
-  void showWindow(quint64 window) { parts_.windows->activate(window); }
   /// Asks every window of the application to close, which the application may refuse.
   void quit(quint64 application);
   void startAction(const QString& entryPath, const QString& action);
 
-  void reveal(const QString& path);
-  void emptyTrash();
-  /// Asks first.
+  /// Empties it once the user has confirmed that.
   void askToEmptyTrash();
 
   /// Whether the application of a desktop entry was started and no window of it has come yet.
@@ -73,11 +62,6 @@ class DockCommands : public QObject {
   /// when there is none.
   static quint64 nextWindow(const QList<quint64>& windows, quint64 current, int direction);
 
-  /// Opens a tile's panel; a click does nothing while it is empty.
-  std::function<void(const QUuid& widget)> showPanel;
-  /// Opens the gallery of a folder or of the trash; while it is empty they open in the file manager.
-  std::function<void(const QUuid& widget)> showGallery;
-
  Q_SIGNALS:
   /// isLaunching() changed for some application.
   void launchingChanged();
@@ -89,17 +73,19 @@ class DockCommands : public QObject {
     JobHandle end;
   };
 
-  void openTile(const QUuid& widget, bool isClick);
+  void openTile(const QString& display, const QUuid& widget, bool isClick);
   void openEntry(const QString& entryPath, bool mayMinimise);
   bool isSecondClick(const QString& what);
   void turnTo(quint64 application);
-  bool openPlace(const DockWidget& widget);
+  bool openPlace(const QString& display, const DockWidget& widget);
   void newWindowOfEntry(const QString& entryPath);
   void launchBegan(const QString& entryPath);
   void runningChanged();
   void sendTileRects();
 
-  Parts parts_;
+  AppStore& store_;
+  const Services& services_;
+  Commands& commands_;
   std::map<QString, Launch> launching_;
   std::map<QString, QHash<quint64, QRectF>> tiles_;
   QHash<quint64, QRectF> sent_;           ///< By window.

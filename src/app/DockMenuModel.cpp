@@ -4,6 +4,8 @@
 #include <QFileInfo>
 #include <QFontMetrics>
 
+#include "store/Commands.h"
+
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
@@ -95,9 +97,10 @@ QList<DockMenuEntry> DockMenuModel::application(const QString& name, const AppMe
   return entries;
 }
 
-QList<DockMenuEntry> DockMenuModel::dock(const DockMenuActions& actions) {
-  return {{words(QT_TRANSLATE_NOOP("DockMenu", "Add Widgets…")), actions.addWidgets, {}},
-          {words(QT_TRANSLATE_NOOP("DockMenu", "Settings…")), actions.settings, {}}};
+QList<DockMenuEntry> DockMenuModel::dock(Commands& commands, const QString& display) {
+  const auto addWidgets = [&commands, display] { commands.showLibrary(display); };
+  return {{words(QT_TRANSLATE_NOOP("DockMenu", "Add Widgets…")), addWidgets, {}},
+          {words(QT_TRANSLATE_NOOP("DockMenu", "Settings…")), [&commands] { commands.showSettings(); }, {}}};
 }
 
 void DockMenuModel::fill(QMenu& menu, const QList<DockMenuEntry>& entries) {

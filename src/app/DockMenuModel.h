@@ -10,6 +10,8 @@
 
 namespace tarnwick {
 
+class Commands;
+
 /// One line of a menu. Without a text it is a separator; without an action it is shown disabled.
 struct DockMenuEntry {
   QString text;
@@ -62,8 +64,6 @@ struct DockMenuActions {
   std::function<void(quint64 window)> showWindow;
   std::function<void()> keep;
   std::function<void()> quit;
-  std::function<void()> addWidgets;
-  std::function<void()> settings;
 };
 
 /// The context menus of a dock as lists. Pure.
@@ -72,7 +72,8 @@ struct DockMenuModel {
   /// Of a running application that is no widget.
   static QList<DockMenuEntry> application(const QString& name, const AppMenuState& state,
                                           const DockMenuActions& actions);
-  static QList<DockMenuEntry> dock(const DockMenuActions& actions);
+  /// Of a display's dock itself. Entries must not be run once the commands are gone.
+  static QList<DockMenuEntry> dock(Commands& commands, const QString& display);
 
   /// Fills a menu anew.
   static void fill(QMenu& menu, const QList<DockMenuEntry>& entries);

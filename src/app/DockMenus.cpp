@@ -3,8 +3,10 @@
 #include <QGuiApplication>
 #include <algorithm>
 
+#include "apps/RunningApplications.h"
 #include "config/CalendarFolders.h"
 #include "store/AppStore.h"
+#include "store/Commands.h"
 #include "widgets/PinnedTiles.h"
 #include "widgets/catalog/Catalog.h"
 
@@ -18,25 +20,34 @@ bool isOnlySeen(const DockWidget& widget) { return widget.kind == "dockSeparator
 
 }  // namespace
 
+DockMenus::DockMenus(AppStore& store, const Services& services, Commands& commands, UndoableEdits& edits,
+                     DockCommands& dockCommands)
+    : store_(store),
+      services_(services),
+      commands_(commands),
+      edits_(edits),
+      dockCommands_(dockCommands),
+      icons_(store, edits, services.installedApps) {}
+
 AppMenuState DockMenus::appState(const std::optional<RunningApp>& app, const QString& entryPath) const {
   AppMenuState state;
-  if (const auto entry = parts_.apps->byPath(entryPath)) state.actions = entry->actions;
+  if (const auto entry = services_.installedApps.byPath(entryPath)) state.actions = entry->actions;
   if (!app) return state;
-  for (const ClientWindow& window : parts_.windows->all()) {
+  for (const ClientWindow& window : services_.windows.all()) {
     if (app->windows.contains(window.id)) state.windows << AppMenuState::Window{window.id, window.title, window.active};
   }
   return state;
 }
 
 void DockMenus::addAppActions(DockMenuActions& actions, quint64 application, const QString& entryPath) {
-  DockCommands* commands = parts_.commands;
+  DockCommands* commands = &dockCommands_;
   actions.startAction = [commands, entryPath](const QString& action) { commands->startAction(entryPath, action); };
-  actions.showWindow = [commands](quint64 window) { commands->showWindow(window); };
+  actions.showWindow = [this](quint64 window) { commands_.showWindow(window); };
   actions.quit = [commands, application] { commands->quit(application); };
 }
 
 QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
-  const QList<DockWidget> shown = parts_.store->displayedWidgets(display);
+  const QList<DockWidget> shown = store_.displayedWidgets(display);
   const auto found = std::ranges::find(shown, id, &DockWidget::id);
   if (found == shown.end()) return {};
   const DockWidget& widget = *found;
@@ -46,7 +57,7 @@ QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
   const bool launches = family == "launcher"_L1 && PinnedTiles::isDesktopEntry(path);
 
   TileMenuState state;
-  state.name = parts_.edits->nameOf(widget);
+  state.name = edits_.nameOf(widget);
   state.opens = !isOnlySeen(widget);
   state.hasIcon = launches;
   state.hasOwnIcon = icons_.has(path);
@@ -57,34 +68,34 @@ QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
   state.canMoveRight = isInRow(at + right);
   state.isFolder = widget.kind == "folderLauncher"_L1 && !path.isEmpty();
   state.isTrash = widget.kind == "trash"_L1;
-  if (state.isTrash) state.trashIsEmpty = parts_.files->trashCount() == 0;
+  if (state.isTrash) state.trashIsEmpty = services_.files.trashCount() == 0;
   if (family == "calendar"_L1 || family == "reminders"_L1)
-    state.calendarFolders = CalendarFolders::of(parts_.store->config());
+    state.calendarFolders = CalendarFolders::of(store_.config());
 
   DockMenuActions actions;
-  DockCommands* commands = parts_.commands;
+  DockCommands* commands = &dockCommands_;
   // The row may have changed while the menu was open.
   const auto moveBy = [this, id, display](qsizetype places) {
-    const QList<DockWidget> now = parts_.store->displayedWidgets(display);
+    const QList<DockWidget> now = store_.displayedWidgets(display);
     const qsizetype place = std::ranges::find(now, id, &DockWidget::id) - now.begin();
     if (place == now.size()) return;
-    parts_.edits->moveShown(display, place, place + places);
+    edits_.moveShown(display, place, place + places);
   };
-  actions.open = [commands, id] { commands->openTile(id); };
-  if (editWidget) actions.edit = [edit = editWidget, id] { edit(id); };
-  if (chooseIcon) actions.chooseIcon = [choose = chooseIcon, path] { choose(path); };
+  actions.open = [commands, id, display] { commands->openTile(display, id); };
+  actions.edit = [this, id] { commands_.openEditor(id); };
+  actions.chooseIcon = [this, path] { chooseIcon(path); };
   actions.resetIcon = [this, path] { icons_.reset(path); };
   actions.moveLeft = [moveBy, right] { moveBy(-right); };
   actions.moveRight = [moveBy, right] { moveBy(right); };
-  actions.remove = [this, id, display] { parts_.edits->remove(id, display); };
-  actions.reveal = [commands, path] { commands->reveal(path); };
+  actions.remove = [this, id, display] { edits_.remove(id, display); };
+  actions.reveal = [this, path] { commands_.reveal(path); };
   actions.emptyTrash = [commands] { commands->askToEmptyTrash(); };
-  actions.addCalendarFolder = addCalendarFolder;
-  actions.removeCalendarFolder = [edits = parts_.edits](const QString& folder) {
-    edits->change([&folder](DockConfiguration& config) { CalendarFolders::remove(config, folder); });
+  actions.addCalendarFolder = [this] { commands_.addCalendarFolder(); };
+  actions.removeCalendarFolder = [this](const QString& folder) {
+    edits_.change([&folder](DockConfiguration& config) { CalendarFolders::remove(config, folder); });
   };
   if (launches) {
-    const auto app = parts_.running->byPath(path);
+    const auto app = services_.runningApps.byPath(path);
     state.app = appState(app, path);
     addAppActions(actions, app ? app->identity : 0, path);
   }
@@ -92,19 +103,26 @@ QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
 }
 
 QList<DockMenuEntry> DockMenus::application(quint64 identity, const QString& display) {
-  const auto app = parts_.running->byIdentity(identity);
+  const auto app = services_.runningApps.byIdentity(identity);
   if (!app) return {};
   AppMenuState state = appState(app, app->path);
-  const auto idOf = [this](const QString& path) { return parts_.apps->environment().desktopIdOf(path); };
-  const bool isHeld = PinnedTiles::unheld({*app}, parts_.store->displayedWidgets(display), idOf).isEmpty();
+  const auto idOf = [this](const QString& path) { return services_.installedApps.environment().desktopIdOf(path); };
+  const bool isHeld = PinnedTiles::unheld({*app}, store_.displayedWidgets(display), idOf).isEmpty();
   state.canBeKept = !app->path.isEmpty() && !isHeld;
   DockMenuActions actions;
-  actions.open = [commands = parts_.commands, identity] { commands->openApplication(identity); };
-  actions.keep = [this, path = app->path, display] { parts_.edits->insert({PinnedTiles::launcher(path)}, display); };
+  actions.open = [this, identity] { dockCommands_.openApplication(identity); };
+  actions.keep = [this, path = app->path, display] { edits_.insert({PinnedTiles::launcher(path)}, display); };
   addAppActions(actions, identity, app->path);
   return DockMenuModel::application(app->name, state, actions);
 }
 
-QList<DockMenuEntry> DockMenus::dock() { return DockMenuModel::dock(dockActions ? dockActions() : DockMenuActions()); }
+QList<DockMenuEntry> DockMenus::dock(const QString& display) {
+  return DockMenuModel::dock(commands_, display);
+}
+
+void DockMenus::chooseIcon(const QString& entryPath) {
+  pictures_.askPicture(tr("App Icon"),
+                       [this, entryPath](const QString& picture) { icons_.choose(entryPath, picture); });
+}
 
 }  // namespace tarnwick

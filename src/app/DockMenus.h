@@ -2,10 +2,10 @@
 
 #include <QObject>
 #include <QUuid>
-#include <functional>
 
 #include "app/DockCommands.h"
 #include "app/DockMenuModel.h"
+#include "app/FolderQuestion.h"
 #include "app/OwnIcons.h"
 #include "store/UndoableEdits.h"
 
@@ -16,41 +16,31 @@ namespace tarnwick {
 class DockMenus : public QObject {
   Q_OBJECT
  public:
-  /// Borrowed; all are required.
-  struct Parts {
-    AppStore* store = nullptr;
-    RunningApplications* running = nullptr;
-    ClientWindows* windows = nullptr;
-    InstalledApps* apps = nullptr;
-    Files* files = nullptr;
-    DockCommands* commands = nullptr;
-    UndoableEdits* edits = nullptr;
-  };
-
-  explicit DockMenus(const Parts& parts) : parts_(parts), icons_(*parts.store, *parts.edits, *parts.apps) {}
+  /// All must outlive it.
+  DockMenus(AppStore& store, const Services& services, Commands& commands, UndoableEdits& edits,
+            DockCommands& dockCommands);
 
   /// The menu of a widget's tile on a display; empty for a widget that is not shown there.
   QList<DockMenuEntry> tile(const QUuid& widget, const QString& display);
   /// The menu of a running application's tile; empty for one that is gone.
   QList<DockMenuEntry> application(quint64 application, const QString& display);
-  /// The menu of the dock itself.
-  QList<DockMenuEntry> dock();
+  /// The menu of a display's dock itself.
+  QList<DockMenuEntry> dock(const QString& display);
   /// What the entries about an application's icon change.
   OwnIcons& icons() { return icons_; }
-
-  // What opens a window; empty until the window exists.
-  std::function<void(const QUuid& widget)> editWidget;
-  std::function<void(const QString& entryPath)> chooseIcon;
-  std::function<void()> addCalendarFolder;
-  /// Asked by each menu of the dock for what adds widgets and what shows the settings.
-  std::function<DockMenuActions()> dockActions;
 
  private:
   AppMenuState appState(const std::optional<RunningApp>& app, const QString& entryPath) const;
   void addAppActions(DockMenuActions& actions, quint64 application, const QString& entryPath);
+  void chooseIcon(const QString& entryPath);
 
-  Parts parts_;
+  AppStore& store_;
+  const Services& services_;
+  Commands& commands_;
+  UndoableEdits& edits_;
+  DockCommands& dockCommands_;
   OwnIcons icons_;
+  FolderQuestion pictures_;
 };
 
 }  // namespace tarnwick

@@ -5,7 +5,9 @@
 #include <QMenu>
 #include <algorithm>
 
+#include "desktop/MotionPreference.h"
 #include "store/AppStore.h"
+#include "views/onboarding/MenuBarPanel.h"
 
 namespace tarnwick {
 
@@ -20,10 +22,10 @@ constexpr double kSameClick = 0.4;
 
 }  // namespace
 
-MenuBarPopup::MenuBarPopup(AppStore& store, Panels& panels, Screens& screens, MenuBarPanelActions actions)
-    : store_(store), panels_(panels), screens_(screens), actions_(std::move(actions)) {
+MenuBarPopup::MenuBarPopup(AppStore& store, const Services& services, Commands& commands)
+    : store_(store), services_(services), commands_(commands) {
   // Its shadow and its margins come and go with the compositor.
-  connect(&panels, &Panels::compositingChanged, this, &MenuBarPopup::hide);
+  connect(&services.panels, &Panels::compositingChanged, this, &MenuBarPopup::hide);
 }
 
 MenuBarPopup::~MenuBarPopup() = default;
@@ -42,7 +44,7 @@ void MenuBarPopup::hide() {
 }
 
 std::optional<PanelPlacement> MenuBarPopup::placeOf(const QRect& item) const {
-  const QList<Screen> all = screens_.all();
+  const QList<Screen> all = services_.screens.all();
   if (all.isEmpty()) return std::nullopt;
   const auto on = [&](const QRect& place) -> std::optional<PanelPlacement> {
     const auto holds = [&](const Screen& screen) { return screen.frame.contains(QPointF(place.center())); };
@@ -67,7 +69,7 @@ std::unique_ptr<Panel> MenuBarPopup::makeAnchor(const PanelPlacement& place) con
   auto clear = std::make_unique<QWidget>();
   clear->setAttribute(Qt::WA_TranslucentBackground);
   clear->setAccessibleName(u"Tarnwick"_s);
-  std::unique_ptr<Panel> anchor = panels_.make(std::move(clear));
+  std::unique_ptr<Panel> anchor = services_.panels.make(std::move(clear));
   anchor->place(place);
   anchor->setOutline({});
   anchor->setInputRegion({});
@@ -95,9 +97,9 @@ void MenuBarPopup::open(const PanelPlacement& place, bool dark) {
   const QSize size = place.rectangle.size();
   anchor_ = makeAnchor(place);
 
-  auto made = std::make_unique<MenuBarPanel>(store_, actions_);
+  auto made = std::make_unique<MenuBarPanel>(store_, commands_, services_.motion.reducesMotion());
   MenuBarPanel* panel = made.get();
-  panel->setScheme(dark, panels_.isComposited() ? Backdrop::Plain : Backdrop::Opaque);
+  panel->setScheme(dark, services_.panels.isComposited() ? Backdrop::Plain : Backdrop::Opaque);
   connect(panel, &MenuBarPanel::closeRequested, this, &MenuBarPopup::hide, Qt::QueuedConnection);
   connect(
       panel, &MenuBarPanel::sizeChanged, this,

@@ -1,15 +1,18 @@
 #pragma once
 
+#include <QMenu>
 #include <QObject>
-#include <functional>
 #include <memory>
 #include <optional>
 
 #include "desktop/Panels.h"
 #include "desktop/Screens.h"
-#include "views/onboarding/MenuBarPanel.h"
+#include "store/Services.h"
 
 namespace tarnwick {
+
+class AppStore;
+class Commands;
 
 /// Opens the small window below the status item, and closes it when the user turns elsewhere. Where the tray does not
 /// tell where its icons stand, it opens at the pointer, and where that is not known either at the corner of the screen
@@ -17,8 +20,8 @@ namespace tarnwick {
 class MenuBarPopup final : public QObject {
   Q_OBJECT
  public:
-  /// All are borrowed.
-  MenuBarPopup(AppStore& store, Panels& panels, Screens& screens, MenuBarPanelActions actions);
+  /// All must outlive it.
+  MenuBarPopup(AppStore& store, const Services& services, Commands& commands);
   ~MenuBarPopup() override;
 
   /// Opens it beside the status item's place, which may be empty, or closes it.
@@ -34,9 +37,8 @@ class MenuBarPopup final : public QObject {
   void open(const PanelPlacement& place, bool dark);
 
   AppStore& store_;
-  Panels& panels_;
-  Screens& screens_;
-  MenuBarPanelActions actions_;
+  const Services& services_;
+  Commands& commands_;
   std::unique_ptr<Panel> anchor_;  // Unseen, where the item is.
   std::unique_ptr<Popup> popup_;
   double closedAt_ = 0;  // On the reference clock.

@@ -14,7 +14,8 @@ namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
-PanelHost::PanelHost(AppStore& store, PanelHostSetup setup) : store_(store), setup_(std::move(setup)) {
+PanelHost::PanelHost(AppStore& store, const Services& services, PanelHostSetup setup)
+    : store_(store), services_(services), setup_(std::move(setup)) {
   connect(&store_, &AppStore::layoutChanged, this, &PanelHost::applyLook);
   // Another profile shows other tiles.
   connect(&store_, &AppStore::layoutChanged, this, [this] {
@@ -23,7 +24,7 @@ PanelHost::PanelHost(AppStore& store, PanelHostSetup setup) : store_(store), set
     if (std::ranges::find(shown, widget_, &DockWidget::id) == shown.end()) close();
   });
   // Shadow and margins come and go with the compositor, and nobody minds opening a panel again then.
-  connect(setup_.panels, &Panels::compositingChanged, this, &PanelHost::closeAtOnce);
+  connect(&services_.panels, &Panels::compositingChanged, this, &PanelHost::closeAtOnce);
 }
 
 PanelHost::~PanelHost() = default;
@@ -44,7 +45,7 @@ void PanelHost::open(const QString& display, const QUuid& widget, Panel& dock, c
 void PanelHost::showPanel(Panel& dock, const QRect& tile) {
   const PanelContext context{store_,
                              store_.scheduler(),
-                             *setup_.toggles,
+                             services_.toggles,
                              widget_,
                              display_,
                              [this, display = display_] { return setup_.sources(display); },
@@ -56,10 +57,10 @@ void PanelHost::showPanel(Panel& dock, const QRect& tile) {
   applyLook();
   panel_->start();
   const QMargins margins = panel_->margins();
-  auto presentation = std::make_unique<PanelPresentation>(std::move(panel), setup_.clocks->make(display_));
+  auto presentation = std::make_unique<PanelPresentation>(std::move(panel), services_.clocks.make(display_));
   presentation_ = presentation.get();
-  presentation_->setReduceMotion(setup_.motion->reducesMotion());
-  presentation_->setComposited(setup_.panels->isComposited());
+  presentation_->setReduceMotion(services_.motion.reducesMotion());
+  presentation_->setComposited(services_.panels.isComposited());
 
   connect(panel_, &TilePanel::closeRequested, this, [this, id = widget_] { drafts_.forget(id); });
   // The panel stays alive until the event that closes it is over.
@@ -88,7 +89,7 @@ void PanelHost::showPanel(Panel& dock, const QRect& tile) {
 
 void PanelHost::applyLook() {
   if (!panel_) return;
-  const Backdrop behind = setup_.panels->isComposited() ? Backdrop::Plain : Backdrop::Opaque;
+  const Backdrop behind = services_.panels.isComposited() ? Backdrop::Plain : Backdrop::Opaque;
   panel_->setDockLook(dockStyleNamed(store_.config().style), behind, store_.config().monochrome);
 }
 

@@ -8,22 +8,17 @@
 #include <memory>
 
 #include "desktop/Panels.h"
+#include "store/Services.h"
 #include "views/panels/PanelContext.h"
 #include "views/panels/PanelDrafts.h"
 
 namespace tarnwick {
 
-class FrameClocks;
-class MotionPreference;
 class PanelPresentation;
 class TilePanel;
 
-/// What a host is made of. Pointers are borrowed and outlive it; all are required.
+/// What a host asks of whoever shows the docks.
 struct PanelHostSetup {
-  Toggles* toggles = nullptr;
-  Panels* panels = nullptr;
-  FrameClocks* clocks = nullptr;
-  MotionPreference* motion = nullptr;
   /// What the tiles of a display's dock show at this moment.
   std::function<TileSources(const QString& display)> sources;
   /// What panels can ask of the program at this moment.
@@ -38,7 +33,8 @@ struct PanelHostSetup {
 class PanelHost final : public QObject {
   Q_OBJECT
  public:
-  PanelHost(AppStore& store, PanelHostSetup setup);
+  /// Both must outlive it.
+  PanelHost(AppStore& store, const Services& services, PanelHostSetup setup);
   ~PanelHost() override;
 
   /// Opens the panel of a widget beside its tile, whose place is in the coordinates of the dock panel's content. Closes
@@ -73,6 +69,7 @@ class PanelHost final : public QObject {
   void drop();
 
   AppStore& store_;
+  const Services& services_;
   PanelHostSetup setup_;
   PanelDrafts drafts_;
   QString display_;  ///< Empty while no panel is open.

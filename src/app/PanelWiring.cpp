@@ -1,84 +1,48 @@
 #include "app/PanelWiring.h"
 
-#include <QClipboard>
-#include <QCoreApplication>
-#include <QGuiApplication>
-
-#include "app/FolderQuestion.h"
 #include "app/Readings.h"
-#include "apps/StandardApplications.h"
-#include "config/CalendarFolders.h"
-#include "store/AppStore.h"
+#include "apps/AppIcons.h"
+#include "apps/InstalledApps.h"
+#include "desktop/ClientWindows.h"
+#include "store/Commands.h"
 
 namespace tarnwick {
-namespace {
 
-using namespace Qt::StringLiterals;
-
-void addFileActions(PanelActions& actions, const DockDeskParts& parts, DockCommands& commands) {
-  AppOpener* opener = parts.opener;
-  actions.openUrl = [opener](const QUrl& url) { opener->open(url); };
-  actions.tryUrl = [opener](const QUrl& url, const AppOpener::Done& done) { opener->open(url, done); };
-  actions.openPath = [opener](const QString& path) { opener->open(QUrl::fromLocalFile(path)); };
-  actions.revealPath = [&commands](const QString& path) { commands.reveal(path); };
-  actions.openTrash = [opener, files = parts.files] { opener->openTrash(files->trashFolder()); };
-  actions.emptyTrash = [&commands] { commands.emptyTrash(); };
-}
-
-void addApplicationActions(PanelActions& actions, const DockDeskParts& parts, DockCommands& commands) {
-  actions.applications = [apps = parts.apps] { return apps->index(); };
-  actions.icon = [icons = parts.icons](const QString& icon, int size, double ratio) {
-    DockApp app;
-    app.icon = icon;
-    return icons(app, size, ratio);
-  };
-  actions.startApplication = [opener = parts.opener](const QString& path) { opener->start(path); };
-  actions.bringApplication = [&commands](quint64 application) { commands.openApplication(application); };
-  actions.windows = [windows = parts.windows] { return windows->all(); };
-  actions.showWindow = [&commands](quint64 window) { commands.showWindow(window); };
-}
-
-/// Empty where nothing that is installed serves the purpose.
-std::function<void()> starting(StandardApplications::Purpose purpose, const DockDeskParts& parts) {
-  const auto index = parts.apps->index();
-  const DesktopEntry* entry = index ? StandardApplications::entryFor(purpose, *index) : nullptr;
-  if (!entry) return {};
-  return [opener = parts.opener, path = entry->path] { opener->start(path); };
-}
-
-void addCalendarActions(PanelActions& actions, const DockDeskParts& parts, UndoableEdits& edits,
-                        FolderQuestion& folders) {
-  actions.openCalendar = starting(StandardApplications::Purpose::Calendar, parts);
-  actions.addCalendarFolder = [&folders, &edits] {
-    folders.ask(QCoreApplication::translate("Dock", "Add Calendar Folder"), [&edits](const QString& path) {
-      edits.change([&path](DockConfiguration& config) { CalendarFolders::add(config, path); });
-    });
-  };
-  actions.completeReminder = [readings = parts.readings](const Reminder& reminder, bool completed) {
-    readings->setCompleted(reminder, completed);
-  };
-}
-
-}  // namespace
-
-PanelActions makePanelActions(const DockDeskParts& parts, DockCommands& commands, UndoableEdits& edits,
-                              FolderQuestion& folders, QObject* context) {
+PanelActions makePanelActions(const Services& services, Commands& commands, Readings& readings) {
+  using Optional = Commands::Optional;
   PanelActions actions;
-  addFileActions(actions, parts, commands);
-  addApplicationActions(actions, parts, commands);
-  addCalendarActions(actions, parts, edits, folders);
-  actions.copyText = [](const QString& text) { QGuiApplication::clipboard()->setText(text); };
-  actions.openMonitor = starting(StandardApplications::Purpose::Monitor, parts);
-  actions.refreshProcesses = [readings = parts.readings] { readings->processes().refresh(); };
-  actions.endProcess = [readings = parts.readings](const ProcessReading& process) {
-    readings->processes().end(process);
+  actions.openUrl = [&commands](const QUrl& url) { commands.openUrl(url); };
+  actions.tryUrl = [&commands](const QUrl& url, const auto& done) { commands.openUrl(url, done); };
+  actions.openPath = [&commands](const QString& path) { commands.openPath(path); };
+  actions.revealPath = [&commands](const QString& path) { commands.reveal(path); };
+  actions.openTrash = [&commands] { commands.openTrash(); };
+  actions.emptyTrash = [&commands] { commands.emptyTrash(); };
+  actions.changeWidget = [&commands](const DockWidget& widget) { commands.changeWidget(widget); };
+  actions.undo = [&commands] { commands.undo(); };
+  actions.redo = [&commands] { commands.redo(); };
+  actions.offerUndo = [&commands](const QString& display, const QString& sentence, const std::function<void()>& undo) {
+    commands.offerUndo(display, sentence, undo);
   };
-  if (parts.colors) {
-    actions.pickColor = [colors = parts.colors, store = parts.store,
-                         context](const std::function<void(const QString&)>& picked) {
-      colors->pick(context, picked, [store](const QString& sentence) { store->setError(sentence); });
-    };
-  }
+  actions.openEditor = [&commands](const QUuid& widget) { commands.openEditor(widget); };
+  if (commands.can(Optional::SystemMonitor)) actions.openMonitor = [&commands] { commands.openSystemMonitor(); };
+  if (commands.can(Optional::CalendarApp)) actions.openCalendar = [&commands] { commands.openCalendarApp(); };
+  actions.addCalendarFolder = [&commands] { commands.addCalendarFolder(); };
+  actions.completeReminder = [&commands](const Reminder& reminder, bool completed) {
+    commands.completeReminder(reminder, completed);
+  };
+  actions.copyText = [&commands](const QString& text) { commands.copyText(text); };
+  actions.pickColor = [&commands](const std::function<void(const QString&)>& picked) { commands.pickColor(picked); };
+  actions.startApplication = [&commands](const QString& path) { commands.startApplication(path); };
+  actions.bringApplication = [&commands](quint64 application) { commands.bringApplication(application); };
+  actions.showWindow = [&commands](quint64 window) { commands.showWindow(window); };
+  actions.refreshProcesses = [&readings] { readings.processes().refresh(); };
+  actions.endProcess = [&commands](const ProcessReading& process) { commands.endProcess(process); };
+
+  actions.applications = [&services] { return services.installedApps.index(); };
+  actions.icon = [&services](const QString& icon, int size, double ratio) {
+    return services.icons.pixmap(icon, size, ratio);
+  };
+  actions.windows = [&services] { return services.windows.all(); };
   return actions;
 }
 

@@ -17,7 +17,6 @@
 #include "app/SingleInstance.h"
 #include "app/SnapshotMode.h"
 #include "app/WindowSystem.h"
-#include "app/Windows.h"
 #include "base/DomainError.h"
 #include "config/DataDirectory.h"
 #include "config/Persistence.h"
@@ -138,9 +137,8 @@ int runDock(int argc, char** argv, const CommandLine& line) {
   Adapters adapters(scheduler, environment);
   StoreSetup store = adapters.storeSetup();
   store.keys = start.keys;
-  const DelegateSetup setup = adapters.delegateSetup(QFileInfo(settingsFile(start.keys)).path());
-  AppDelegate delegate(std::move(store), setup);
-  const Windows windows(delegate, setup);
+  AppDelegate delegate(std::move(store), adapters.services(),
+                       adapters.delegateSetup(QFileInfo(settingsFile(start.keys)).path()));
   const LastChance lastChance(delegate);
   delegate.didFinishLaunching();
   // Behind the dock's own coming up, which waits for the event loop as well.

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 
+#include "store/NoCommands.h"
 #include "views/library/EditorWindow.h"
 #include "views/library/LibraryWindow.h"
 #include "views/onboarding/AboutWindow.h"
@@ -27,6 +28,7 @@ AppEnvironment environmentIn(const QString& folder) {
 DesktopAbilities abilities() {
   DesktopAbilities abilities;
   abilities.dockKey = u"Ctrl+Alt+Super+D"_s;
+  abilities.reducesMotion = true;
   return abilities;
 }
 
@@ -46,6 +48,20 @@ std::unique_ptr<QWidget> shown(std::unique_ptr<Window> window) {
 
 }  // namespace
 
+/// A program that can do everything, behind windows that are only looked at.
+class SnapshotWindows::AllCommands final : public NoCommands {
+ public:
+  bool can(Optional) const override { return true; }
+};
+
+/// Every key is free.
+class SnapshotWindows::FreeKeys final : public KeyRecorder {
+ public:
+  void setRecording(bool) override {}
+  HotKeyBinding tryKey(const HotKeyWish&) override { return {}; }
+  bool holds(const HotKeyWish&) const override { return true; }
+};
+
 class SnapshotWindows::OneScreen final : public Screens {
  public:
   QList<Screen> all() const override {
@@ -58,7 +74,9 @@ class SnapshotWindows::OneScreen final : public Screens {
 SnapshotWindows::SnapshotWindows()
     : apps_(environmentIn(folder_.path()), scheduler_),
       edits_(snapshot_.store(), apps_, undo_),
-      screens_(std::make_unique<OneScreen>()) {
+      screens_(std::make_unique<OneScreen>()),
+      commands_(std::make_unique<AllCommands>()),
+      keys_(std::make_unique<FreeKeys>()) {
   snapshot_.store().edit([](DockConfiguration& config) {
     config.profiles = {DockProfile::initial(), DockProfile::initial()};
     config.profiles[1].name = u"Work"_s;
@@ -86,10 +104,9 @@ QList<SnapshotWindow> SnapshotWindows::list() {
   add(u"help"_s, [this] { return shown(std::make_unique<HelpWindow>(snapshot_.store(), abilities())); });
   list.append(
       {u"menu-bar-panel"_s, [this](bool dark) -> std::unique_ptr<QWidget> {
-         const auto nothing = [] {};
-         MenuBarPanelActions actions{
-             [] { return false; }, nothing, [](DockLayout) {}, {}, nothing, nothing, nothing, nothing, nothing, true};
-         auto panel = std::make_unique<MenuBarPanel>(snapshot_.store(), actions);
+         // Once the setup is over.
+         snapshot_.store().edit([](DockConfiguration& config) { config.onboardingComplete = true; });
+         auto panel = std::make_unique<MenuBarPanel>(snapshot_.store(), *commands_, true);
          panel->setScheme(dark, Backdrop::Plain);
          panel->resize(panel->sizeHint());
          return shown(std::move(panel));
@@ -98,28 +115,15 @@ QList<SnapshotWindow> SnapshotWindows::list() {
 }
 
 std::unique_ptr<QWidget> SnapshotWindows::settings(const QString& section) {
-  const auto nothing = [] {};
-  SettingsServices services;
-  services.edits = &edits_;
-  services.screens = screens_.get();
-  services.addWidgets = [](const QUuid&) {};
-  services.openEditor = [](const QUuid&) {};
-  services.openFolder = [](const QString&) {};
-  services.addCalendarFolder = services.continueSetup = services.restoreSystemDock = services.chooseDockPicture =
-      nothing;
-  services.reducesMotion = [] { return true; };
-  auto window = std::make_unique<SettingsWindow>(snapshot_.store(), services);
+  auto window = std::make_unique<SettingsWindow>(
+      snapshot_.store(), SettingsServices{edits_, *screens_, *commands_, *keys_, [] { return abilities(); }});
   window->showSection(section);
   return shown(std::move(window));
 }
 
 std::unique_ptr<QWidget> SnapshotWindows::library() {
-  LibraryServices services;
-  services.apps = &apps_;
-  services.edits = &edits_;
-  services.previews = previews();
-  services.openEditor = [](const QUuid&) {};
-  return shown(std::make_unique<LibraryWindow>(snapshot_.store(), services));
+  return shown(std::make_unique<LibraryWindow>(snapshot_.store(),
+                                               LibraryServices{apps_, edits_, *commands_, previews()}));
 }
 
 std::unique_ptr<QWidget> SnapshotWindows::editor() {
@@ -132,11 +136,8 @@ std::unique_ptr<QWidget> SnapshotWindows::editor() {
 }
 
 std::unique_ptr<QWidget> SnapshotWindows::firstRun(int page) {
-  OnboardingServices services;
-  services.abilities = [] { return abilities(); };
-  services.change = [this](const auto& change) { edits_.change(change); };
-  services.reduceMotion = true;
-  return shown(std::make_unique<OnboardingWindow>(snapshot_.store(), services, page));
+  return shown(std::make_unique<OnboardingWindow>(
+      snapshot_.store(), OnboardingServices{edits_, *commands_, [] { return abilities(); }}, page));
 }
 
 }  // namespace tarnwick

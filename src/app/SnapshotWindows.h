@@ -21,6 +21,8 @@ class SnapshotWindows final {
   QList<SnapshotWindow> list();
 
  private:
+  class AllCommands;
+  class FreeKeys;
   class OneScreen;
 
   std::unique_ptr<QWidget> settings(const QString& section);
@@ -35,6 +37,8 @@ class SnapshotWindows final {
   UndoStack undo_;
   UndoableEdits edits_;
   std::unique_ptr<OneScreen> screens_;
+  std::unique_ptr<AllCommands> commands_;
+  std::unique_ptr<FreeKeys> keys_;
 };
 
 }  // namespace tarnwick

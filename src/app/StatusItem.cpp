@@ -1,6 +1,5 @@
 #include "app/StatusItem.h"
 
-#include <QCursor>
 #include <QPainter>
 
 #include "platform/dbus/StatusNotifierWatch.h"
@@ -34,10 +33,9 @@ QIcon mark() {
 
 }  // namespace
 
-StatusItem::StatusItem(std::function<MenuState()> state, MenuActionsProvider actions, QObject* parent)
-    : QObject(parent), actions_(actions), menu_(std::move(state), std::move(actions)) {
+StatusItem::StatusItem(AppStore& store, Commands& commands) : menu_(store, commands) {
   // Trays open the menu by themselves and tell nothing else.
-  connect(&menu_, &QMenu::aboutToShow, this, &StatusItem::hidePanel);
+  connect(&menu_, &QMenu::aboutToShow, this, &StatusItem::panelDismissed);
   lookForTray();
 }
 
@@ -76,21 +74,12 @@ void StatusItem::setVisible(bool visible) {
 }
 
 void StatusItem::activated(QSystemTrayIcon::ActivationReason reason) {
-  const auto togglePanel = actions_().togglePanel;
-  if (reason == QSystemTrayIcon::Trigger && !classic_ && togglePanel) return togglePanel();
-  hidePanel();
+  if (reason == QSystemTrayIcon::Trigger && !classic_) return Q_EMIT panelToggled();
+  Q_EMIT panelDismissed();
   // A tray of the newer kind shows the menu by itself, or asks for it and has nobody else to ask; within one of the
   // older kind, which tells where the item stands, the toolkit opens it.
-  if (reason == QSystemTrayIcon::Trigger || (reason == QSystemTrayIcon::Context && place().isEmpty())) openMenu();
-}
-
-void StatusItem::openMenu() {
-  const auto open = actions_().openMenu;
-  open ? open(menu_) : menu_.popup(QCursor::pos());
-}
-
-void StatusItem::hidePanel() {
-  if (const auto hide = actions_().hidePanel) hide();
+  if (reason == QSystemTrayIcon::Trigger || (reason == QSystemTrayIcon::Context && place().isEmpty()))
+    Q_EMIT menuRequested(menu_);
 }
 
 }  // namespace tarnwick

@@ -2,7 +2,6 @@
 
 #include <QObject>
 #include <QSystemTrayIcon>
-#include <functional>
 #include <memory>
 
 #include "app/StatusMenu.h"
@@ -16,7 +15,8 @@ class X11Tray;
 class StatusItem : public QObject {
   Q_OBJECT
  public:
-  StatusItem(std::function<MenuState()> state, MenuActionsProvider actions, QObject* parent = nullptr);
+  /// Both must outlive it.
+  StatusItem(AppStore& store, Commands& commands);
   ~StatusItem() override;
 
   void setVisible(bool visible);
@@ -28,15 +28,20 @@ class StatusItem : public QObject {
   /// Where it stands on the desktop; empty where the tray does not tell.
   QRect place() const { return icon_ ? icon_->geometry() : QRect(); }
 
+ Q_SIGNALS:
+  /// The small window below it is to open, or to close where it is open.
+  void panelToggled();
+  /// That window is to close, because a menu comes.
+  void panelDismissed();
+  /// The plain menu is to open beside the item, where the tray leaves that to us.
+  void menuRequested(QMenu& menu);
+
  private:
   void lookForTray();
   void lookForOlderTray();
   void appear();
   void activated(QSystemTrayIcon::ActivationReason reason);
-  void openMenu();
-  void hidePanel();
 
-  MenuActionsProvider actions_;
   StatusMenu menu_;
   std::unique_ptr<X11Tray> olderTray_;
   std::unique_ptr<QSystemTrayIcon> icon_;

@@ -8,6 +8,9 @@
 #include <QLineEdit>
 #include <QWidget>
 
+#include "config/DockLayout.h"
+#include "store/AppStore.h"
+#include "store/Commands.h"
 #include "views/theme/Typography.h"
 
 namespace tarnwick {
@@ -25,34 +28,39 @@ QString words(const char* text) { return QCoreApplication::translate("Menu", tex
 /// A menu takes a single ampersand for the mark of a mnemonic.
 QString withoutMnemonic(QString text) { return text.replace(u'&', u"&&"_s); }
 
-/// Makes entries. What an entry does is asked when it is chosen; whether it does anything, by its refresher.
+/// Makes entries that give commands. One that this build or this desktop may lack is enabled while it can be given.
 struct Entries {
-  using Action = std::function<void()> MenuActions::*;
+  using Optional = Commands::Optional;
 
-  const MenuActionsProvider& actions;
+  Commands& commands;
   std::vector<std::function<void()>>& refreshers;
 
-  QAction* add(QMenu& menu, const QString& text, Action member, const QKeySequence& key = {}) const {
+  QAction* add(QMenu& menu, const QString& text, void (Commands::*command)(), const QKeySequence& key = {}) const {
     QAction* added = menu.addAction(text);
     added->setShortcut(key);
-    refreshers.emplace_back(
-        [added, provider = actions, member] { added->setEnabled(static_cast<bool>(provider().*member)); });
-    QObject::connect(added, &QAction::triggered, added, [provider = actions, member] {
-      if (const auto action = provider().*member) action();
-    });
+    QObject::connect(added, &QAction::triggered, added, [&to = commands, command] { (to.*command)(); });
     return added;
   }
 
-  void addLayouts(QMenu& menu, const std::function<MenuState()>& state) const {
+  void addOptional(QMenu& menu, const QString& text, void (Commands::*command)(), Optional which) const {
+    QAction* added = add(menu, text, command);
+    refreshers.emplace_back([added, &to = commands, which] { added->setEnabled(to.can(which)); });
+  }
+
+  void addLibrary(QMenu& menu) const {
+    QAction* added = menu.addAction(words(QT_TRANSLATE_NOOP("Menu", "Add Widgets…")));
+    added->setShortcut(kAddWidgetsKey);
+    QObject::connect(added, &QAction::triggered, added, [&to = commands] { to.showLibrary({}); });
+  }
+
+  void addLayouts(QMenu& menu, const AppStore& store) const {
     auto* group = new QActionGroup(&menu);
     for (const DockLayout layout : kDockLayouts) {
       QAction* added = menu.addAction(withoutMnemonic(label(layout)));
       added->setCheckable(true);
       group->addAction(added);
-      refreshers.emplace_back([added, state, layout] { added->setChecked(state().layout == layout); });
-      QObject::connect(added, &QAction::triggered, added, [provider = actions, layout] {
-        if (const auto choose = provider().chooseLayout) choose(layout);
-      });
+      refreshers.emplace_back([added, &store, layout] { added->setChecked(store.config().layout == layout); });
+      QObject::connect(added, &QAction::triggered, added, [&to = commands, layout] { to.chooseLayout(layout); });
     }
   }
 };
@@ -79,59 +87,62 @@ void editEntry(QMenu& menu, const char* text, QKeySequence::StandardKey key, con
 
 }  // namespace
 
-StatusMenu::StatusMenu(std::function<MenuState()> state, MenuActionsProvider actions)
-    : state_(std::move(state)), actions_(std::move(actions)) {
-  using Actions = MenuActions;
-  const Entries entries{actions_, refreshers_};
+StatusMenu::StatusMenu(AppStore& store, Commands& commands) : store_(store) {
+  using Optional = Commands::Optional;
+  const Entries entries{commands, refreshers_};
   setToolTipsVisible(true);
-  message_ = entries.add(*this, {}, &Actions::dismissError);
+  message_ = entries.add(*this, {}, &Commands::dismissMessage);
   belowMessage_ = addSeparator();
-  continueSetup_ = entries.add(*this, words(QT_TRANSLATE_NOOP("Menu", "Continue Setup…")), &Actions::continueSetup);
-  entries.add(*this, words(QT_TRANSLATE_NOOP("Menu", "Settings…")), &Actions::settings, kSettingsKey);
+  continueSetup_ = entries.add(*this, words(QT_TRANSLATE_NOOP("Menu", "Continue Setup…")), &Commands::continueSetup);
+  entries.add(*this, words(QT_TRANSLATE_NOOP("Menu", "Settings…")), &Commands::showSettings, kSettingsKey);
   addSeparator();
-  entries.addLayouts(*addMenu(words(QT_TRANSLATE_NOOP("Menu", "Layout"))), state_);
-  entries.add(*this, words(QT_TRANSLATE_NOOP("Menu", "Show / Hide Dock")), &Actions::toggleDock);
-  entries.add(*this, words(QT_TRANSLATE_NOOP("Menu", "Restore the macOS Dock")), &Actions::restoreSystemDock);
+  entries.addLayouts(*addMenu(words(QT_TRANSLATE_NOOP("Menu", "Layout"))), store_);
+  entries.add(*this, words(QT_TRANSLATE_NOOP("Menu", "Show / Hide Dock")), &Commands::toggleDock);
+  entries.add(*this, words(QT_TRANSLATE_NOOP("Menu", "Restore the macOS Dock")), &Commands::restoreSystemDock);
   addSeparator();
   QMenu& help = *addMenu(words(QT_TRANSLATE_NOOP("Menu", "Help")));
-  entries.add(help, words(QT_TRANSLATE_NOOP("Menu", "Add Widgets…")), &Actions::addWidgets, kAddWidgetsKey);
-  entries.add(help, words(QT_TRANSLATE_NOOP("Menu", "Folder Icons…")), &Actions::folderIcons);
-  entries.add(help, words(QT_TRANSLATE_NOOP("Menu", "Check for Updates…")), &Actions::checkForUpdates);
-  entries.add(help, words(QT_TRANSLATE_NOOP("Menu", "About Tarnwick")), &Actions::about);
+  entries.addLibrary(help);
+  entries.addOptional(help, words(QT_TRANSLATE_NOOP("Menu", "Folder Icons…")), &Commands::chooseFolderIcons,
+                      Optional::FolderIcons);
+  entries.addOptional(help, words(QT_TRANSLATE_NOOP("Menu", "Check for Updates…")), &Commands::checkForUpdates,
+                      Optional::CheckForUpdates);
+  entries.add(help, words(QT_TRANSLATE_NOOP("Menu", "About Tarnwick")), &Commands::showAbout);
   addSeparator();
-  entries.add(*this, words(QT_TRANSLATE_NOOP("Menu", "Quit Tarnwick")), &Actions::quit, kQuitKey);
+  entries.add(*this, words(QT_TRANSLATE_NOOP("Menu", "Quit Tarnwick")), &Commands::quit, kQuitKey);
   connect(this, &QMenu::aboutToShow, this, &StatusMenu::refresh);
   refresh();
 }
 
 void StatusMenu::refresh() {
-  const MenuState state = state_();
-  const bool says = !state.error.isEmpty();
+  const QString& error = store_.error();
+  const bool says = !error.isEmpty();
   // The menu takes this font when it opens; a tray may read it before.
-  const QString error = state.error.isEmpty() ? QString()
-                                              : QFontMetrics(Typography::widgetFont(TextStyle::Body))
-                                                    .elidedText(state.error, Qt::ElideRight, kMessageWidth);
-  message_->setText(withoutMnemonic(error));
-  message_->setToolTip(state.error);
+  const QFontMetrics metrics(Typography::widgetFont(TextStyle::Body));
+  message_->setText(says ? withoutMnemonic(metrics.elidedText(error, Qt::ElideRight, kMessageWidth)) : QString());
+  message_->setToolTip(error);
   message_->setVisible(says);
   belowMessage_->setVisible(says);
-  continueSetup_->setVisible(!state.onboardingComplete);
+  continueSetup_->setVisible(!store_.config().onboardingComplete);
   for (const auto& each : refreshers_) each();
 }
 
-std::unique_ptr<QMenuBar> makeApplicationMenu(const MenuActionsProvider& actions) {
-  using Actions = MenuActions;
+std::unique_ptr<QMenuBar> makeApplicationMenu(Commands& commands) {
+  using Optional = Commands::Optional;
   auto bar = std::make_unique<QMenuBar>();
   std::vector<std::function<void()>> refreshers;
-  const Entries entries{actions, refreshers};
+  const Entries entries{commands, refreshers};
   QMenu& program = *bar->addMenu(QStringLiteral("Tarnwick"));
-  entries.add(program, words(QT_TRANSLATE_NOOP("Menu", "Command Bar")), &Actions::commandBar);
-  entries.add(program, words(QT_TRANSLATE_NOOP("Menu", "Open a Space…")), &Actions::openSpace);
-  entries.add(program, words(QT_TRANSLATE_NOOP("Menu", "Save This Dock as a Space…")), &Actions::saveSpace);
-  entries.add(program, words(QT_TRANSLATE_NOOP("Menu", "Settings…")), &Actions::settings, kSettingsKey);
-  entries.add(program, words(QT_TRANSLATE_NOOP("Menu", "Add Widgets…")), &Actions::addWidgets, kAddWidgetsKey);
-  entries.add(program, words(QT_TRANSLATE_NOOP("Menu", "Check for Updates…")), &Actions::checkForUpdates);
-  entries.add(program, words(QT_TRANSLATE_NOOP("Menu", "Quit Tarnwick")), &Actions::quit, kQuitKey);
+  entries.addOptional(program, words(QT_TRANSLATE_NOOP("Menu", "Command Bar")), &Commands::toggleCommandBar,
+                      Optional::CommandBar);
+  entries.addOptional(program, words(QT_TRANSLATE_NOOP("Menu", "Open a Space…")), &Commands::openSpace,
+                      Optional::OpenSpace);
+  entries.addOptional(program, words(QT_TRANSLATE_NOOP("Menu", "Save This Dock as a Space…")), &Commands::saveSpace,
+                      Optional::SaveSpace);
+  entries.add(program, words(QT_TRANSLATE_NOOP("Menu", "Settings…")), &Commands::showSettings, kSettingsKey);
+  entries.addLibrary(program);
+  entries.addOptional(program, words(QT_TRANSLATE_NOOP("Menu", "Check for Updates…")), &Commands::checkForUpdates,
+                      Optional::CheckForUpdates);
+  entries.add(program, words(QT_TRANSLATE_NOOP("Menu", "Quit Tarnwick")), &Commands::quit, kQuitKey);
   const auto refresh = [refreshers] {
     for (const auto& each : refreshers) each();
   };
@@ -154,8 +165,8 @@ std::unique_ptr<QMenuBar> makeApplicationMenu(const MenuActionsProvider& actions
 
   // Where there is no tray these stand nowhere else.
   QMenu& help = *bar->addMenu(words(QT_TRANSLATE_NOOP("Menu", "Help")));
-  entries.add(help, words(QT_TRANSLATE_NOOP("Menu", "Tarnwick Help")), &Actions::help, QKeySequence::HelpContents);
-  entries.add(help, words(QT_TRANSLATE_NOOP("Menu", "About Tarnwick")), &Actions::about);
+  entries.add(help, words(QT_TRANSLATE_NOOP("Menu", "Tarnwick Help")), &Commands::showHelp, QKeySequence::HelpContents);
+  entries.add(help, words(QT_TRANSLATE_NOOP("Menu", "About Tarnwick")), &Commands::showAbout);
   for (const auto& each : refreshers) each();
   QObject::connect(&help, &QMenu::aboutToShow, &help, [refreshers] {
     for (const auto& each : refreshers) each();

@@ -6,15 +6,14 @@
 #include <QUuid>
 #include <memory>
 
-#include "app/AppDelegate.h"
-#include "app/FolderQuestion.h"
-#include "app/PictureKeeper.h"
 #include "app/WindowPlaces.h"
-#include "views/onboarding/DesktopAbilities.h"
+#include "store/Services.h"
+#include "views/window/DesktopAbilities.h"
 
 namespace tarnwick {
 
 class AboutWindow;
+class AppDelegate;
 class AppWindow;
 class EditorWindow;
 class HelpWindow;
@@ -22,27 +21,31 @@ class LibraryWindow;
 class MenuBarPopup;
 class OnboardingWindow;
 class SettingsWindow;
+class StatusItem;
+struct DelegateSetup;
 struct PreviewSources;
 
-/// The program's own windows: each is open once, and asking for one that is open brings it forward. It tells the
-/// delegate how to open them, so it must be made before the delegate's didFinishLaunching, and gone before the
-/// delegate.
+/// The program's own windows: each is open once, and asking for one that is open brings it forward.
 class Windows final : public QObject {
   Q_OBJECT
  public:
-  /// `services` is what the delegate was made of.
-  Windows(AppDelegate& delegate, const DelegateSetup& services);
+  /// Belongs to the delegate. All must outlive it.
+  Windows(AppDelegate& delegate, const Services& services, const DelegateSetup& setup);
   ~Windows() override;
 
   void showSettings();
-  /// Opens the library with the profile that a display's dock shows to add to; an empty text means the active one.
-  void showLibrary(const QString& display);
-  /// Opens the form of a widget, over the window that it was asked from. One form a widget.
-  void showEditor(const QUuid& widget, AppWindow* over = nullptr);
+  /// Opens the library with a profile to add to; a null one means that which the display's dock shows, and an empty
+  /// display the active one.
+  void showLibrary(const QString& display, const QUuid& profile = {});
+  /// Opens the form of a widget, over the window of ours that is active. One form a widget.
+  void showEditor(const QUuid& widget);
   void showOnboarding();
   void showAbout();
   void showHelp();
-  MenuBarPopup& menuBar();
+  /// Opens and closes the small window below the status item as that asks for.
+  void followStatusItem(StatusItem& item);
+  /// The small window below the status item. Null until it was opened first.
+  MenuBarPopup* statusPanel() { return statusPanel_.get(); }
   /// Whether one is open whose changes are seen on the docks: Settings, the library, a form.
   bool holdsDock() const;
   bool hasEditor() const;
@@ -57,24 +60,23 @@ class Windows final : public QObject {
   void dress(AppWindow& window);
   void followMotion();
   QRectF dockOn(const Screen& screen) const;
-  void chooseDockPicture();
-  QString actedOn() const;
   void keepSetupPage(int page);
   PreviewSources previews();
   DesktopAbilities abilities() const;
+  QString actedOn() const;
+  MenuBarPopup& makeStatusPanel();
 
   AppDelegate& delegate_;
-  DelegateSetup services_;
+  const Services& services_;
+  const DelegateSetup& setup_;
   WindowPlaces places_;
-  PictureKeeper pictures_{delegate_.store()};
-  FolderQuestion question_;
   QPointer<SettingsWindow> settings_;
   QPointer<LibraryWindow> library_;
   QHash<QUuid, QPointer<EditorWindow>> editors_;
   QPointer<OnboardingWindow> onboarding_;
   QPointer<AboutWindow> about_;
   QPointer<HelpWindow> help_;
-  std::unique_ptr<MenuBarPopup> menuBar_;
+  std::unique_ptr<MenuBarPopup> statusPanel_;
 };
 
 }  // namespace tarnwick

@@ -66,7 +66,9 @@ QPixmap squared(const QPixmap& picture, int pixels) {
 
 }  // namespace
 
-AppIcons::AppIcons(AppEnvironment environment) : environment_(std::move(environment)), cache_(kCacheKilobytes) {
+AppIcons::AppIcons(AppEnvironment environment) : environment_(std::move(environment)), cache_(kCacheKilobytes) {}
+
+void AppIcons::ensureTheme() {
   const QString current = QIcon::themeName();
   if (current.isEmpty() || current == kFallbackTheme) {
     const QString theme = chooseTheme(current, configuredTheme(environment_), installedThemes());
@@ -86,6 +88,7 @@ QString AppIcons::chooseTheme(const QString& current, const QString& configured,
 
 QPixmap AppIcons::pixmap(const QString& iconName, int size, double pixelRatio) {
   if (iconName.isEmpty() || size <= 0 || !std::isfinite(pixelRatio) || pixelRatio <= 0) return {};
+  if (theme_.isEmpty()) ensureTheme();
   if (const QString theme = QIcon::themeName(); theme != theme_) {
     theme_ = theme;
     clear();

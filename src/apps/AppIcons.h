@@ -11,10 +11,9 @@
 namespace tarnwick {
 
 /// Pictures of applications, from the icon theme or from files. Main thread only; the application object must exist.
-/// A theme in vector form needs Qt's SVG plug-ins at run time.
+/// A theme in vector form needs Qt's SVG plug-ins at run time; where the desktop set none, the first picture chooses one.
 class AppIcons {
  public:
-  /// Chooses an icon theme where the desktop set none.
   explicit AppIcons(AppEnvironment environment);
 
   /// A square picture of `size` device-independent pixels for a display of that pixel ratio, whatever the size of the
@@ -36,6 +35,7 @@ class AppIcons {
   static QString chooseTheme(const QString& current, const QString& configured, const QStringList& installed);
 
  private:
+  void ensureTheme();
   QPixmap load(const QString& iconName, int pixels) const;
   QString pictureFile(const QString& name) const;
 

@@ -6,9 +6,9 @@
 #include "apps/apps_fixture.h"
 #include "config/CalendarFolders.h"
 #include "store/AppStore.h"
-#include "support/FakeFiles.h"
-#include "support/FakeWindows.h"
+#include "support/RecordingCommands.h"
 #include "support/TestScheduler.h"
+#include "support/TestServices.h"
 
 namespace tarnwick::test {
 namespace {
@@ -30,24 +30,20 @@ class CommandsTest : public AppsTest {
               u"Editor & Co"_s, u"note --start"_s,
               u"Actions=new-window;tips;\nMimeType=inode/directory;\n\n[Desktop Action new-window]\nName=New Window\n"
               "Exec=note --new\n\n[Desktop Action tips]\nName=Tips\nExec=note --tips\n"_s));
-    installed = std::make_unique<InstalledApps>(environment, scheduler);
-    running = std::make_unique<RunningApplications>(windows, *installed, RunningApplications::Self{});
-    launch = std::make_unique<AppLaunch>(environment, LaunchEnvironment::from(variables({{"PATH", "/usr/bin:/bin"}})),
-                                         activation);
-    opener = std::make_unique<AppOpener>(*installed, *launch, scheduler);
+    desktop = std::make_unique<TestServices>(scheduler, environment,
+                                             LaunchEnvironment::from(variables({{"PATH", "/usr/bin:/bin"}})));
+    services = std::make_unique<Services>(desktop->all());
     StoreSetup setup;
     setup.diagnostic = true;
     setup.platformReads = false;
     setup.scheduler = &scheduler;
     setup.counters = std::make_unique<NoReadings>();
     store = std::make_unique<AppStore>(std::move(setup));
-    edits = std::make_unique<UndoableEdits>(*store, *installed, undo);
-    commands = std::make_unique<DockCommands>(
-        DockCommands::Parts{store.get(), running.get(), &windows, installed.get(), opener.get(), &files});
-    menus = std::make_unique<DockMenus>(
-        DockMenus::Parts{store.get(), running.get(), &windows, installed.get(), &files, commands.get(), edits.get()});
-    running->start();
-    ASSERT_TRUE(waitFor([&] { return installed->loaded(); }));
+    edits = std::make_unique<UndoableEdits>(*store, desktop->installedApps, undo);
+    tiles = std::make_unique<DockCommands>(*store, *services, asked);
+    menus = std::make_unique<DockMenus>(*store, *services, asked, *edits, *tiles);
+    desktop->runningApps.start();
+    ASSERT_TRUE(waitFor([&] { return desktop->installedApps.loaded(); }));
     store->edit([&](DockConfiguration& config) {
       config.profiles[0].widgets = {
           {QUuid::createUuid(), u"appLauncher"_s, {}, {{u"path"_s, system(u"editor.desktop"_s)}}},
@@ -82,81 +78,80 @@ class CommandsTest : public AppsTest {
     FAIL() << text.toStdString();
   }
 
+  void click(qsizetype index) { tiles->activateTile(u"L"_s, widget(index).id); }
+  FakeWindows& windows() { return desktop->windows; }
+
   TestScheduler scheduler;
-  FakeWindows windows;
-  FakeFiles files;
   UndoStack undo;
-  std::unique_ptr<InstalledApps> installed;
-  std::unique_ptr<RunningApplications> running;
-  NoActivation activation;
-  std::unique_ptr<AppLaunch> launch;
-  std::unique_ptr<AppOpener> opener;
+  RecordingCommands asked;
+  std::unique_ptr<TestServices> desktop;
+  std::unique_ptr<Services> services;
   std::unique_ptr<AppStore> store;
   std::unique_ptr<UndoableEdits> edits;
-  std::unique_ptr<DockCommands> commands;
+  std::unique_ptr<DockCommands> tiles;
   std::unique_ptr<DockMenus> menus;
 };
 
 TEST_F(CommandsTest, AClickStartsBringsForwardAndMinimises) {
-  commands->activateTile(widget(0).id);
+  click(0);
   EXPECT_EQ(ran(), u"--start"_s);
   scheduler.advance(1);
-  EXPECT_TRUE(commands->isLaunching(editor()));
-  windows.open(1, u"editor"_s);
-  EXPECT_FALSE(commands->isLaunching(editor()));
-  windows.open(2, u"editor"_s);
-  windows.open(3, u"other"_s);
-  windows.activate(1);
-  windows.activate(3);
-  windows.activated.clear();
+  EXPECT_TRUE(tiles->isLaunching(editor()));
+  windows().open(1, u"editor"_s);
+  EXPECT_FALSE(tiles->isLaunching(editor()));
+  windows().open(2, u"editor"_s);
+  windows().open(3, u"other"_s);
+  windows().activate(1);
+  windows().activate(3);
+  windows().activated.clear();
 
-  commands->activateTile(widget(0).id);
-  EXPECT_EQ(windows.activated, (QList<quint64>{2, 1}));
-  commands->activateTile(widget(0).id);
-  EXPECT_TRUE(windows.minimised.isEmpty()) << "a double click is one";
+  click(0);
+  EXPECT_EQ(windows().activated, (QList<quint64>{2, 1}));
+  click(0);
+  EXPECT_TRUE(windows().minimised.isEmpty()) << "a double click is one";
   scheduler.advance(1);
-  commands->activateTile(widget(0).id);
-  EXPECT_EQ(windows.minimised, (QList<quint64>{2, 1}));
-  windows.minimised.clear();
-  commands->openTile(widget(0).id);
-  EXPECT_TRUE(windows.minimised.isEmpty()) << "a menu's Open never takes away";
+  click(0);
+  EXPECT_EQ(windows().minimised, (QList<quint64>{2, 1}));
+  windows().minimised.clear();
+  tiles->openTile(u"L"_s, widget(0).id);
+  EXPECT_TRUE(windows().minimised.isEmpty()) << "a menu's Open never takes away";
 
   // A second window, or the one that is there brought forward, ends the feedback; so do eight seconds.
-  commands->newWindow(commands->applicationOf(widget(0)));
+  tiles->newWindow(tiles->applicationOf(widget(0)));
   EXPECT_EQ(ran(), u"--new"_s);
-  windows.activate(1);
-  EXPECT_TRUE(commands->isLaunching(editor()));
+  windows().activate(1);
+  EXPECT_TRUE(tiles->isLaunching(editor()));
   scheduler.advance(DockCommands::kLaunchFeedback - 0.1);
-  EXPECT_TRUE(commands->isLaunching(editor()));
+  EXPECT_TRUE(tiles->isLaunching(editor()));
   scheduler.advance(0.2);
-  EXPECT_FALSE(commands->isLaunching(editor()));
+  EXPECT_FALSE(tiles->isLaunching(editor()));
 
-  const quint64 application = commands->applicationOf(widget(0));
-  commands->quit(application);
-  EXPECT_EQ(windows.windows.size(), 1);
-  EXPECT_EQ(commands->applicationOf(widget(0)), 0u);
-  commands->activateApplication(application);
-  commands->newWindowOfTile(widget(0).id);
+  const quint64 application = tiles->applicationOf(widget(0));
+  tiles->quit(application);
+  EXPECT_EQ(windows().windows.size(), 1);
+  EXPECT_EQ(tiles->applicationOf(widget(0)), 0u);
+  tiles->activateApplication(application);
+  tiles->newWindowOfTile(widget(0).id);
   EXPECT_EQ(ran(), u"--new"_s);
 }
 
 TEST_F(CommandsTest, WindowsOfOtherDesktopsStayThereWhereSomeAreHere) {
-  windows.open(1, u"editor"_s);
-  windows.open(2, u"editor"_s);
-  windows.open(3, u"other"_s);
+  windows().open(1, u"editor"_s);
+  windows().open(2, u"editor"_s);
+  windows().open(3, u"other"_s);
   const auto activate = [&](bool first, bool second) {
-    windows.windows[0].elsewhere = first;
-    windows.windows[1].elsewhere = second;
-    windows.activate(3);
-    windows.activated.clear();
+    windows().windows[0].elsewhere = first;
+    windows().windows[1].elsewhere = second;
+    windows().activate(3);
+    windows().activated.clear();
     scheduler.advance(1);
-    commands->activateTile(widget(0).id);
-    return windows.activated;
+    click(0);
+    return windows().activated;
   };
   EXPECT_EQ(activate(true, false), (QList<quint64>{2}));
   scheduler.advance(1);
-  commands->activateTile(widget(0).id);
-  EXPECT_EQ(windows.minimised, (QList<quint64>{2}));
+  click(0);
+  EXPECT_EQ(windows().minimised, (QList<quint64>{2}));
   EXPECT_EQ(activate(true, true).size(), 2);
 }
 
@@ -167,29 +162,27 @@ TEST_F(CommandsTest, TheWheelGoesRoundTheWindows) {
   EXPECT_EQ(DockCommands::nextWindow(all, 5, -1), 7u);
   EXPECT_EQ(DockCommands::nextWindow({}, 5, 1), 0u);
 
-  for (const quint64 id : all) windows.open(id, u"editor"_s);
-  windows.open(20, u"other"_s);
-  windows.activate(8);
-  windows.activate(20);
-  windows.activated.clear();
-  const quint64 application = commands->applicationOf(widget(0));
-  for (int i = 0; i < 4; ++i) commands->cycleWindows(application, 1);
-  commands->cycleWindows(application, -1);
-  EXPECT_EQ(windows.activated, (QList<quint64>{8, 9, 7, 8, 7})) << "the latest first, then in their own order";
+  for (const quint64 id : all) windows().open(id, u"editor"_s);
+  windows().open(20, u"other"_s);
+  windows().activate(8);
+  windows().activate(20);
+  windows().activated.clear();
+  const quint64 application = tiles->applicationOf(widget(0));
+  for (int i = 0; i < 4; ++i) tiles->cycleWindows(application, 1);
+  tiles->cycleWindows(application, -1);
+  EXPECT_EQ(windows().activated, (QList<quint64>{8, 9, 7, 8, 7})) << "the latest first, then in their own order";
 }
 
 TEST_F(CommandsTest, HowQuickADoubleClickIsTheDesktopSays) {
-  QList<QUuid> panels;
-  commands->showPanel = [&](const QUuid& id) { panels << id; };
   const int before = QApplication::doubleClickInterval();
   const auto clicks = [&](int interval, double between) {
     QApplication::setDoubleClickInterval(interval);
     scheduler.advance(5);
-    panels.clear();
-    commands->activateTile(widget(3).id);
+    asked.asked.clear();
+    click(3);
     scheduler.advance(between);
-    commands->activateTile(widget(3).id);
-    return panels.size();
+    click(3);
+    return asked.asked.size();
   };
   EXPECT_EQ(clicks(1000, 0.9), 1);
   EXPECT_EQ(clicks(1000, 1.1), 2);
@@ -198,41 +191,41 @@ TEST_F(CommandsTest, HowQuickADoubleClickIsTheDesktopSays) {
 }
 
 TEST_F(CommandsTest, OpensFoldersTheTrashAndPanels) {
-  commands->activateTile(widget(1).id);
+  store->edit([](DockConfiguration& config) { config.foldersInFinder = true; });
+  click(1);
   EXPECT_EQ(store->error(), QString());
   ASSERT_TRUE(waitFor([&] { return !store->error().isEmpty(); }));
   EXPECT_EQ(store->error(), u"“Editor & Co” cannot open files."_s) << "its command has no place for them";
-  QList<QUuid> galleries, panels;
-  commands->showGallery = [&](const QUuid& id) { galleries << id; };
-  commands->showPanel = [&](const QUuid& id) { panels << id; };
-  scheduler.advance(1);
-  for (const int tile : {1, 1, 3, 3, 2, 2}) commands->activateTile(widget(tile).id);  // A double click is one.
-  EXPECT_EQ(galleries, (QList<QUuid>{widget(1).id, widget(2).id}));
-  EXPECT_EQ(panels, QList<QUuid>{widget(3).id});
   store->clearError();
+  store->edit([](DockConfiguration& config) { config.foldersInFinder = false; });
+  scheduler.advance(1);
+  QStringList panels;
+  for (const int tile : {1, 3, 2}) panels << u"panel L "_s + widget(tile).id.toString();
+  for (const int tile : {1, 1, 3, 3, 2, 2}) click(tile);  // A double click is one.
+  EXPECT_EQ(asked.asked, panels);
   store->edit([](DockConfiguration& config) { config.foldersInFinder = true; });
   scheduler.advance(1);
-  commands->activateTile(widget(2).id);
+  click(2);
   EXPECT_EQ(store->error(), u"No file manager is installed."_s);
 }
 
 TEST_F(CommandsTest, TellsWindowsWhereTheirTileIs) {
-  windows.open(1, u"editor"_s);
-  windows.open(2, u"editor"_s);
-  windows.windows[1].screens = QStringList{u"R"_s};
-  const quint64 application = commands->applicationOf(widget(0));
+  windows().open(1, u"editor"_s);
+  windows().open(2, u"editor"_s);
+  windows().windows[1].screens = QStringList{u"R"_s};
+  const quint64 application = tiles->applicationOf(widget(0));
   const QRectF left(10, 20, 52, 52);
   const QRectF right(2000, 20, 52, 52);
-  commands->setTileRects(u"L"_s, {{application, left}});
-  commands->setTileRects(u"R"_s, {{application, right}});
-  EXPECT_EQ(windows.tiles, (QHash<quint64, QRectF>{{1, left}, {2, right}}));
-  const int before = windows.placements;
-  commands->setTileRects(u"R"_s, {{application, right}});
-  EXPECT_EQ(windows.placements, before);
-  windows.open(3, u"editor"_s);
-  EXPECT_EQ(windows.tiles.value(3), left);
-  commands->setTileRects(u"L"_s, {});
-  EXPECT_EQ(windows.tiles.value(1), right);
+  tiles->setTileRects(u"L"_s, {{application, left}});
+  tiles->setTileRects(u"R"_s, {{application, right}});
+  EXPECT_EQ(windows().tiles, (QHash<quint64, QRectF>{{1, left}, {2, right}}));
+  const int before = windows().placements;
+  tiles->setTileRects(u"R"_s, {{application, right}});
+  EXPECT_EQ(windows().placements, before);
+  windows().open(3, u"editor"_s);
+  EXPECT_EQ(windows().tiles.value(3), left);
+  tiles->setTileRects(u"L"_s, {});
+  EXPECT_EQ(windows().tiles.value(1), right);
 }
 
 TEST_F(CommandsTest, AnIconOfTheUsersOwnOutlivesItsFileAndIsTakenBack) {
@@ -275,12 +268,11 @@ TEST_F(CommandsTest, CalendarFoldersAreKeptForAllCalendars) {
     config.profiles[0].widgets = {{QUuid::createUuid(), u"remindersNext"_s, {}, {}}};
   });
   const auto tail = [&] { return lines(menus->tile(widget(0).id, u"L"_s)).section(u"|-|"_s, 1); };
-  EXPECT_EQ(tail(), u"(Add Calendar Folder…)"_s);
-  menus->addCalendarFolder = [&] {
+  EXPECT_EQ(tail(), u"Add Calendar Folder…"_s);
+  choose(menus->tile(widget(0).id, u"L"_s), u"Add Calendar Folder…"_s);
+  EXPECT_EQ(asked.asked, QStringList{u"calendar folder"_s});
+  for (int i = 0; i < 2; ++i)
     store->edit([](DockConfiguration& config) { CalendarFolders::add(config, u"/home/me/club/"_s); });
-  };
-  choose(menus->tile(widget(0).id, u"L"_s), u"Add Calendar Folder…"_s);
-  choose(menus->tile(widget(0).id, u"L"_s), u"Add Calendar Folder…"_s);
   EXPECT_EQ(CalendarFolders::of(store->config()), QStringList{u"/home/me/club"_s});
   EXPECT_EQ(tail(), u"Add Calendar Folder…|Remove “club”"_s);
   choose(menus->tile(widget(0).id, u"L"_s), u"Remove “club”"_s);
@@ -290,38 +282,34 @@ TEST_F(CommandsTest, CalendarFoldersAreKeptForAllCalendars) {
 TEST_F(CommandsTest, MenusOfferWhatAppliesNow) {
   const auto tile = [&](qsizetype index) { return menus->tile(widget(index).id, u"L"_s); };
   EXPECT_EQ(lines(tile(0)),
-            u"Open Editor & Co|(Edit Widget…)|(App Icon…)|(Reset Icon)|(Move Left)|Move Right|Remove Widget|-|"
+            u"Open Editor & Co|Edit Widget…|App Icon…|(Reset Icon)|(Move Left)|Move Right|Remove Widget|-|"
             "New Window|Tips"_s);
-  EXPECT_EQ(lines(tile(1)), u"Open home|(Edit Widget…)|Move Left|Move Right|Remove Widget|-|Show in File Manager"_s);
-  EXPECT_EQ(lines(tile(2)), u"Open Trash|(Edit Widget…)|Move Left|Move Right|Remove Widget|-|(Empty Trash…)"_s);
-  EXPECT_EQ(lines(tile(4)), u"(Edit Widget…)|Move Left|(Move Right)|Remove Widget"_s);
+  EXPECT_EQ(lines(tile(1)), u"Open home|Edit Widget…|Move Left|Move Right|Remove Widget|-|Show in File Manager"_s);
+  EXPECT_EQ(lines(tile(2)), u"Open Trash|Edit Widget…|Move Left|Move Right|Remove Widget|-|(Empty Trash…)"_s);
+  EXPECT_EQ(lines(tile(4)), u"Edit Widget…|Move Left|(Move Right)|Remove Widget"_s);
   QGuiApplication::setLayoutDirection(Qt::RightToLeft);
-  EXPECT_EQ(lines(tile(4)), u"(Edit Widget…)|(Move Left)|Move Right|Remove Widget"_s);
+  EXPECT_EQ(lines(tile(4)), u"Edit Widget…|(Move Left)|Move Right|Remove Widget"_s);
   choose(tile(4), u"Move Right"_s);
   QGuiApplication::setLayoutDirection(Qt::LeftToRight);
-  EXPECT_EQ(lines(tile(3)), u"(Edit Widget…)|Move Left|Move Right|Remove Widget"_s);
+  EXPECT_EQ(lines(tile(3)), u"Edit Widget…|Move Left|Move Right|Remove Widget"_s);
   choose(tile(3), u"Move Right"_s);
-  EXPECT_EQ(lines(menus->dock()), u"(Add Widgets…)|(Settings…)"_s);
+  EXPECT_EQ(lines(menus->dock(u"L"_s)), u"Add Widgets…|Settings…"_s);
   EXPECT_TRUE(menus->tile(QUuid::createUuid(), u"L"_s).isEmpty());
 
-  windows.open(1, u"editor"_s);
-  windows.open(2, u"stranger"_s);
-  windows.windows[0].title = u"Letter"_s;
-  windows.activate(1);
-  files.count = 2;
-  menus->editWidget = [](const QUuid&) {};
-  menus->dockActions = [] {
-    DockMenuActions actions;
-    actions.settings = [] {};
-    return actions;
-  };
+  windows().open(1, u"editor"_s);
+  windows().open(2, u"stranger"_s);
+  windows().windows[0].title = u"Letter"_s;
+  windows().activate(1);
+  desktop->files.count = 2;
   store->edit([](DockConfiguration& config) { config.desktop.customAppIcons.insert(u"editor"_s, u"x"_s); });
   EXPECT_EQ(lines(tile(0)),
-            u"Open Editor & Co|Edit Widget…|(App Icon…)|Reset Icon|(Move Left)|Move Right|Remove Widget|-|"
+            u"Open Editor & Co|Edit Widget…|App Icon…|Reset Icon|(Move Left)|Move Right|Remove Widget|-|"
             "New Window|Tips|-|*Letter|-|Quit"_s);
   EXPECT_TRUE(lines(tile(2)).endsWith(u"|Empty Trash…"_s));
-  EXPECT_EQ(lines(menus->dock()), u"(Add Widgets…)|Settings…"_s);
-  const quint64 stranger = running->list()[1].identity;
+  choose(menus->dock(u"L"_s), u"Add Widgets…"_s);
+  choose(tile(0), u"Edit Widget…"_s);
+  EXPECT_EQ(asked.asked, (QStringList{u"library L"_s, u"edit "_s + widget(0).id.toString()}));
+  const quint64 stranger = desktop->runningApps.list()[1].identity;
   EXPECT_EQ(lines(menus->application(stranger, u"L"_s)), u"Open Stranger|-|Untitled Window|-|Quit"_s)
       << "without a desktop entry there is nothing to keep";
 
@@ -338,7 +326,7 @@ TEST_F(CommandsTest, MenusOfferWhatAppliesNow) {
   EXPECT_EQ(widget(2).kind, u"appLauncher"_s);
   store->moveDisplayed(2, 1, {});
   choose(tile(1), u"Remove Widget"_s);
-  const quint64 application = running->list()[0].identity;
+  const quint64 application = desktop->runningApps.list()[0].identity;
   const auto kept = menus->application(application, u"L"_s);
   EXPECT_EQ(lines(kept), u"Open Editor & Co|-|New Window|Tips|-|*Letter|-|Keep in Dock|Quit"_s);
   choose(kept, u"Keep in Dock"_s);
@@ -349,7 +337,7 @@ TEST_F(CommandsTest, MenusOfferWhatAppliesNow) {
   DockMenuModel::fill(menu, tile(4));
   EXPECT_EQ(menu.actions()[0]->text(), u"Open Editor && Co"_s);
   EXPECT_TRUE(menu.actions()[0]->isEnabled());
-  EXPECT_FALSE(menu.actions()[2]->isEnabled());
+  EXPECT_FALSE(menu.actions()[3]->isEnabled());
 }
 
 }  // namespace

@@ -87,7 +87,9 @@ TEST_F(IconsTest, ChoosesAThemeOnlyWhereNoneIsSet) {
 
   QIcon::setThemeName(QString());
   write(root(u"config/gtk-3.0/settings.ini"_s), u"[Settings]\ngtk-icon-theme-name=second\n"_s);
-  const AppIcons icons(environment);
+  AppIcons icons(environment);
+  EXPECT_EQ(QIcon::themeName(), QString()) << "before any picture is asked for";
+  icons.pixmap(u"anything"_s, 16, 1);
   EXPECT_EQ(QIcon::themeName(), u"second"_s);
 }
 

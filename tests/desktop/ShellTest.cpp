@@ -2,7 +2,7 @@
 
 #include <QFileInfo>
 
-#include "app/DockDesk.h"
+#include "app/DockPresenter.h"
 #include "config/Persistence.h"
 #include "dock/DockContentContainer.h"
 #include "support/VirtualDisplay.h"
@@ -18,7 +18,9 @@ ShellTest::~ShellTest() {
   desk.showOne();
 }
 
-void ShellTest::start(const DockConfiguration& config) {
+void ShellTest::start(const DockConfiguration& given) {
+  DockConfiguration config = given;
+  config.onboardingComplete = true;  // No window covers the dock or takes the keyboard.
   desk.moveTo(desk.away());
   Persistence::save(config, file());
   adapters = std::make_unique<Adapters>(time, LaunchEnvironment::ofProcess());
@@ -26,8 +28,8 @@ void ShellTest::start(const DockConfiguration& config) {
   store.storage = file();
   DelegateSetup setup = adapters->delegateSetup(QFileInfo(file()).path());
   setup.guards = false;
-  zones = setup.ports.zones;
-  delegate = std::make_unique<AppDelegate>(std::move(store), std::move(setup));
+  zones = &adapters->services().zones;
+  delegate = std::make_unique<AppDelegate>(std::move(store), adapters->services(), std::move(setup));
   delegate->didFinishLaunching();
   desk.settle();
 }
@@ -58,7 +60,7 @@ bool ShellTest::isIn() {
 }
 
 bool ShellTest::isOpen() {
-  return dock().hasActivePanel(id()) && (!view().isHeld() || delegate->desk().panelIsOpen(id()));
+  return dock().hasActivePanel(id()) && (!view().isHeld() || delegate->presenter().panelIsOpen(id()));
 }
 
 bool ShellTest::comesTrue(const std::function<bool()>& predicate) { return VirtualDisplay::waitUntil(predicate); }

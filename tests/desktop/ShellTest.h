@@ -10,6 +10,7 @@
 #include "app/AppDelegate.h"
 #include "desktop/TestDesk.h"
 #include "support/TestScheduler.h"
+#include "views/dock/DockView.h"
 
 namespace tarnwick::testing {
 

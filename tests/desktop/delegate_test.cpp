@@ -2,20 +2,26 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <algorithm>
 
 #include "app/Adapters.h"
 #include "app/AppDelegate.h"
-#include "app/DockDesk.h"
+#include "app/AppKeys.h"
+#include "app/DockPresenter.h"
 #include "app/HotKeyTable.h"
+#include "app/StatusMenu.h"
 #include "config/Persistence.h"
 #include "desktop/Program.h"
 #include "support/ForeignWindow.h"
+#include "support/RecordingCommands.h"
 #include "support/TestScheduler.h"
 #include "views/dock/LiveDock.h"
+#include "views/settings/SettingsWindow.h"
 
 namespace tarnwick {
 namespace {
@@ -28,16 +34,14 @@ class DelegateTest : public ::testing::Test {
  protected:
   QString file() const { return folder.filePath(u"Tarnwick/config.json"_s); }
 
-  void start(const std::function<void(DelegateSetup&)>& setUp = {},
-             const std::function<void(AppDelegate&)>& prepare = {}) {
+  void start(const std::function<void(DelegateSetup&)>& setUp = {}) {
     adapters = std::make_unique<Adapters>(time, LaunchEnvironment::ofProcess());
     StoreSetup store = adapters->storeSetup();
     store.storage = file();
     DelegateSetup setup = adapters->delegateSetup(QFileInfo(file()).path());
     setup.guards = false;
     if (setUp) setUp(setup);
-    delegate = std::make_unique<AppDelegate>(std::move(store), std::move(setup));
-    if (prepare) prepare(*delegate);
+    delegate = std::make_unique<AppDelegate>(std::move(store), adapters->services(), std::move(setup));
     delegate->didFinishLaunching();
     VirtualDisplay::current().settle();
   }
@@ -112,18 +116,18 @@ TEST_F(DelegateTest, TheLoginEntryIsTheUsersUntilTheSwitchIsMoved) {
   elsewhere.scale = 1.5;
   const QString file = folder.filePath(u"elsewhere.json"_s);
   Persistence::save(elsewhere, file);
-  delegate->desk().edits().importConfiguration(file);
+  delegate->presenter().edits().importConfiguration(file);
   time.advance(1);
   EXPECT_EQ(store().config().scale, 1.5);
   EXPECT_TRUE(store().config().launchAtLogin);
   EXPECT_EQ(text(), users);
 
   const auto flip = [&](bool on) {
-    delegate->desk().edits().change([on](DockConfiguration& config) { config.launchAtLogin = on; });
+    delegate->presenter().edits().change([on](DockConfiguration& config) { config.launchAtLogin = on; });
   };
   flip(false);
   EXPECT_EQ(text(), "none");
-  delegate->desk().undo();
+  delegate->commands().undo();
   EXPECT_TRUE(text().contains("Exec="));
   flip(false);
 
@@ -163,7 +167,7 @@ TEST_F(DelegateTest, FollowsTheDisplays) {
 
 TEST_F(DelegateTest, WhatIsDoneOnADockIsMeantForItsDisplay) {
   start();
-  const std::unique_ptr<DockContent> content = delegate->desk().makeContent(u"L"_s);
+  const std::unique_ptr<DockContent> content = delegate->presenter().makeContent(u"L"_s);
   DockView& view = static_cast<LiveDock&>(*content).view();
   const std::pair<const char*, std::function<void()>> deeds[] = {
       {"a click", [&] { Q_EMIT view.tileActivated({}); }},
@@ -180,10 +184,6 @@ TEST_F(DelegateTest, WhatIsDoneOnADockIsMeantForItsDisplay) {
     act();
     EXPECT_EQ(store().activeDisplay, u"L"_s) << name;
   }
-  QString addedTo;
-  delegate->addWidgets = [&] { addedTo = store().activeDisplay; };
-  Q_EMIT view.addWidgetsRequested();
-  EXPECT_EQ(addedTo, u"L"_s);
 }
 
 TEST_F(DelegateTest, ATakenKeyIsSaidAndTheOthersWork) {
@@ -240,7 +240,7 @@ TEST_F(DelegateTest, AMessageStandsAboveTheDockUntilItIsDismissed) {
     const QRect place = display.frame(message);
     return !place.contains(800, place.center().y()) && display.topLevelAt(place.center()) == message;
   }));
-  delegate->desk().closePanel();
+  delegate->presenter().closePanel();
   EXPECT_TRUE(VirtualDisplay::waitUntil(bubble));
   store().clearError();
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return !bubble(); }));
@@ -281,24 +281,31 @@ TEST_F(DelegateTest, TheCommandBarsKeyGivesWayQuietlyUntilNoneIsLeft) {
       {XCB_MOD_MASK_4, u"Ctrl+Alt+Space"_s, {kControl, kAlt}},
       {XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1, {}, {}},
   };
+  DockConfiguration config;
+  config.onboardingComplete = true;  // No window takes the keyboard.
+  Persistence::save(config, file());
+  start();
+  test::RecordingCommands commands;
   for (const Step& step : steps) {
-    delegate.reset();
-    adapters.reset();
-    display.settle();  // What the one before held is free.
     if (step.takenNow != 0) {
       xcb_grab_key(display.connection(), 1, display.root(), static_cast<quint16>(step.takenNow), kSpace,
                    XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
       xcb_flush(display.connection());
       display.settle();
     }
-    int toggled = 0;
-    start({}, [&](AppDelegate& made) { made.toggleCommandBar = [&] { ++toggled; }; });
-    EXPECT_EQ(delegate->commandBarKey(), step.key);
+    store().clearError();
+    AppKeys keys(store(), adapters->services().hotKeys, commands);
+    QSignalSpy pressed(&keys, &AppKeys::pressed);
+    keys.follow();
+    EXPECT_EQ(keys.commandBarKey(), step.key);
     EXPECT_EQ(store().error().isEmpty(), !step.key.isEmpty());
-    if (step.key.isEmpty()) continue;
-    display.tap(kSpace, step.held);
-    EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return toggled == 1; })) << qPrintable(step.key);
-    delegate->toggleCommandBar = nullptr;
+    if (!step.key.isEmpty()) {
+      display.tap(kSpace, step.held);
+      EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return pressed.count() == 1; })) << qPrintable(step.key);
+      EXPECT_EQ(pressed.value(0).value(0).toUInt(), HotKeyTable::kCommandBar);
+    }
+    keys.release();
+    display.settle();  // What it held is free.
   }
   xcb_ungrab_key(display.connection(), kSpace, display.root(), XCB_MOD_MASK_ANY);
   xcb_flush(display.connection());
@@ -312,9 +319,11 @@ TEST_F(DelegateTest, OpenedAgainAStaleCopyStartsItsNewBuildAsItWasStartedItself)
   script.write(u"#!/bin/sh\nenv > '%1.new' && mv '%1.new' '%1'\n"_s.arg(told).toUtf8());
   script.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
   script.close();
-  int settings = 0;
-  start([&](DelegateSetup& setup) { setup.executable = build; },
-        [&](AppDelegate& made) { made.showSettings = [&] { ++settings; }; });
+  const auto settings = [] {
+    const auto windows = QApplication::topLevelWidgets();
+    return std::ranges::count_if(windows, [](const QWidget* each) { return qobject_cast<const SettingsWindow*>(each); });
+  };
+  start([&](DelegateSetup& setup) { setup.executable = build; });
   qputenv("TARNWICK_SET_FOR_THE_TOOLKIT", "1");
   delegate->reopen();
   ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return QFile::exists(told); }));
@@ -324,29 +333,30 @@ TEST_F(DelegateTest, OpenedAgainAStaleCopyStartsItsNewBuildAsItWasStartedItself)
   const QByteArray variables = environment.readAll();
   EXPECT_TRUE(variables.contains("DISPLAY="));
   EXPECT_FALSE(variables.contains("TARNWICK_SET_FOR_THE_TOOLKIT"));
-  EXPECT_EQ(settings, 0);
+  EXPECT_EQ(settings(), 0);
   // Where there is nothing to start the user gets what was asked for.
   ASSERT_TRUE(QFile::remove(build));
   delegate->reopen();
-  EXPECT_EQ(settings, 1);
+  EXPECT_EQ(settings(), 1);
 }
 
-TEST_F(DelegateTest, MenusReadWhatTheyDoWhenTheyAreUsed) {
-  start();
-  const std::unique_ptr<QMenuBar> bar = delegate->makeMenuBar();
+TEST_F(DelegateTest, AMenuOffersWhatThereIs) {
+  test::RecordingCommands commands;
+  commands.missing = {Commands::Optional::CommandBar};
+  const std::unique_ptr<QMenuBar> bar = makeApplicationMenu(commands);
   QMenu& program = *bar->actions().first()->menu();
   const QList<QAction*> entries = program.actions();
   const auto named = [&](const QString& text) { return *std::ranges::find(entries, text, &QAction::text); };
-  QAction& addWidgets = *named(u"Add Widgets…"_s);
-  EXPECT_FALSE(addWidgets.isEnabled());
-  int added = 0;
-  delegate->addWidgets = [&] { ++added; };
+  EXPECT_FALSE(named(u"Command Bar"_s)->isEnabled());
+  commands.missing.clear();
   Q_EMIT program.aboutToShow();
-  EXPECT_TRUE(addWidgets.isEnabled());
-  addWidgets.trigger();
-  EXPECT_EQ(added, 1);
+  EXPECT_TRUE(named(u"Command Bar"_s)->isEnabled());
+  for (const QString& entry : {u"Command Bar"_s, u"Add Widgets…"_s, u"Quit Tarnwick"_s}) named(entry)->trigger();
+  EXPECT_EQ(commands.asked, (QStringList{u"command bar"_s, u"library "_s, u"quit"_s}));
+
   // The end waits until the menu has done with the choice.
-  named(u"Quit Tarnwick"_s)->trigger();
+  start();
+  delegate->commands().quit();
   EXPECT_FALSE(delegate->dock().displays().isEmpty());
 }
 
@@ -363,10 +373,14 @@ TEST_F(DelegateTest, WhatTheBusBringsIsChecked) {
 }
 
 TEST_F(DelegateTest, WhoseSettingsWereLostIsNotGreetedAsNew) {
-  int greeted = 0;
-  const auto greets = [&](AppDelegate& started) { started.showOnboarding = [&] { ++greeted; }; };
-  start({}, greets);
-  EXPECT_EQ(greeted, 1);
+  const auto greets = [] {
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    return std::any_of(windows.begin(), windows.end(), [](const QWidget* window) {
+      return window->isVisible() && window->inherits("tarnwick::OnboardingWindow");
+    });
+  };
+  start();
+  EXPECT_TRUE(greets());
   delegate.reset();
   adapters.reset();
   ASSERT_TRUE(QDir().mkpath(QFileInfo(file()).path()));
@@ -374,23 +388,19 @@ TEST_F(DelegateTest, WhoseSettingsWereLostIsNotGreetedAsNew) {
   ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
   damaged.write("{ this is not");
   damaged.close();
-  start({}, greets);
-  EXPECT_EQ(greeted, 1);
+  start();
+  EXPECT_FALSE(greets());
   EXPECT_FALSE(store().error().isEmpty());
 }
 
-TEST_F(DelegateTest, WhatIsHandedOverIsDoneOrSaidToComeLater) {
+TEST_F(DelegateTest, WhatThisVersionLacksIsSaid) {
   start();
+  delegate->open({u"file:///tmp/notes.txt"_s, u"https://example.org/"_s});
+  EXPECT_EQ(store().error(), QString());
   delegate->open({u"file:///tmp/a%20look.tarnwickspace"_s});
   EXPECT_EQ(store().error(), u"“a look.tarnwickspace” was not opened. Spaces come with a later version of Tarnwick."_s);
-  store().clearError();
   Q_EMIT adapters->session().actionRequested(u"command-bar"_s, {});
   EXPECT_EQ(store().error(), u"The command bar comes with a later version of Tarnwick."_s);
-  store().clearError();
-  QStringList imported;
-  delegate->importSpace = [&](const QString& path) { imported << path; };
-  delegate->open({u"file:///tmp/a%20look.tarnwickspace"_s, u"file:///tmp/notes.txt"_s, u"https://example.org/"_s});
-  EXPECT_EQ(imported, QStringList{u"/tmp/a look.tarnwickspace"_s});
 }
 
 }  // namespace

@@ -15,6 +15,7 @@
 #include "app/Adapters.h"
 #include "app/AppDelegate.h"
 #include "app/MenuBarPopup.h"
+#include "app/StatusItem.h"
 #include "app/WindowPlaces.h"
 #include "app/Windows.h"
 #include "config/Persistence.h"
@@ -54,19 +55,19 @@ class WindowsTest : public ::testing::Test {
     store.storage = file();
     DelegateSetup setup = adapters->delegateSetup(QFileInfo(file()).path());
     setup.guards = false;
-    delegate = std::make_unique<AppDelegate>(std::move(store), setup);
-    windows = std::make_unique<Windows>(*delegate, setup);
+    delegate = std::make_unique<AppDelegate>(std::move(store), adapters->services(), std::move(setup));
     delegate->didFinishLaunching();
     ASSERT_TRUE(comesTrue([&] { return !delegate->dock().displays().isEmpty(); }));
   }
   ~WindowsTest() override {
-    windows.reset();
     delegate.reset();
     adapters.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
 
   AppStore& store() { return delegate->store(); }
+  Commands& commands() { return delegate->commands(); }
+  Windows& windows() { return delegate->windows(); }
   QStringList tiles() { return kinds(store().config()); }
   /// Lets the clock and the event loop run until something is so.
   bool comesTrue(const std::function<bool()>& predicate) {
@@ -111,7 +112,6 @@ class WindowsTest : public ::testing::Test {
   test::TestScheduler time;
   std::unique_ptr<Adapters> adapters;
   std::unique_ptr<AppDelegate> delegate;
-  std::unique_ptr<Windows> windows;
 };
 
 TEST_F(WindowsTest, AClockIsAddedEditedMovedRemovedAndBroughtBackByTheKeyboardAlone) {
@@ -171,10 +171,12 @@ TEST_F(WindowsTest, EachOpensOnceAndAClosedOneIsGone) {
       count += qobject_cast<const AppWindow*>(each) != nullptr;
     return count;
   };
-  const std::function<void()> all[] = {
-      delegate->showSettings,          delegate->addWidgets,
-      delegate->showOnboarding,        delegate->showAbout,
-      [this] { windows->showHelp(); }, [this] { delegate->openEditor(store().widgets().last().id); }};
+  const std::function<void()> all[] = {[&] { commands().showSettings(); },
+                                       [&] { commands().showLibrary({}); },
+                                       [&] { commands().continueSetup(); },
+                                       [&] { commands().showAbout(); },
+                                       [&] { commands().showHelp(); },
+                                       [&] { commands().openEditor(store().widgets().last().id); }};
   for (const auto& show : all) {
     const qsizetype before = open();
     show();
@@ -242,20 +244,22 @@ TEST_F(WindowsTest, OneThatFillsTheDisplayKeepsWhatStandsInItBesideTheDock) {
 
 TEST_F(WindowsTest, AFormOpensOverItsWindowOrWhereItsLikeWasLeft) {
   start(twoTiles());
-  const auto form = [&](int tile, QWidget* over) {
-    windows->showEditor(store().widgets()[tile].id, qobject_cast<AppWindow*>(over));
+  const auto form = [&](int tile) {
+    commands().openEditor(store().widgets()[tile].id);
     EXPECT_TRUE(isInFront(u"Edit “%1”"_s.arg(Catalog::find(store().widgets()[tile].kind).name)));
     return QApplication::activeWindow();
   };
   // A widget may hear of its frame late.
   const auto placeOf = [](const QWidget* window) { return window->windowHandle()->framePosition(); };
-  delegate->addWidgets();
+  commands().showLibrary({});
   ASSERT_TRUE(isInFront(u"Add Widgets"_s));
   QWidget* library = QApplication::activeWindow();
-  QWidget* first = form(0, library);
+  QWidget* first = form(0);
   EXPECT_TRUE(comesTrue(
       [&] { return (first->frameGeometry().center() - library->frameGeometry().center()).manhattanLength() < 8; }));
-  QWidget* second = form(1, library);
+  library->activateWindow();
+  ASSERT_TRUE(isInFront(u"Add Widgets"_s));
+  QWidget* second = form(1);
   EXPECT_TRUE(comesTrue([&] { return !second->frameGeometry().contains(first->pos()); })) << "a step aside";
   second->move(100, 120);
   ASSERT_TRUE(comesTrue([&] { return placeOf(second) == QPoint(100, 120); }));
@@ -263,7 +267,7 @@ TEST_F(WindowsTest, AFormOpensOverItsWindowOrWhereItsLikeWasLeft) {
   library->close();
   ASSERT_TRUE(comesTrue([] { return QApplication::activeWindow() && QApplication::activeWindow()->isVisible(); }));
   EXPECT_TRUE(first->isVisible()) << "a form outlives the window that it was asked from";
-  second = form(1, nullptr);
+  second = form(1);
   EXPECT_TRUE(comesTrue([&] { return placeOf(second) == QPoint(100, 120); }));
 }
 
@@ -283,19 +287,20 @@ TEST_F(WindowsTest, ADockStaysOutForAsLongAsAWindowAboutItIsOpen) {
 
 TEST_F(WindowsTest, ThePanelOfTheStatusItemOpensAndClosesOutside) {
   start(twoTiles());
-  const auto isOpen = [&] { return windows->menuBar().isShown(); };
+  const auto isOpen = [&] { return windows().statusPanel() && windows().statusPanel()->isShown(); };
+  StatusItem& item = delegate->statusItem();
   VirtualDisplay& display = VirtualDisplay::current();
   display.moveTo({1500, 20});
   display.settle();
-  delegate->toggleMenuBarPanel();
+  Q_EMIT item.panelToggled();
   EXPECT_TRUE(isOpen());
   display.settle();
   display.click({300, 300});
   EXPECT_TRUE(comesTrue([&] { return !isOpen(); }));
   time.advance(1);
-  delegate->toggleMenuBarPanel();
+  Q_EMIT item.panelToggled();
   EXPECT_TRUE(isOpen());
-  delegate->hideMenuBarPanel();
+  Q_EMIT item.panelDismissed();
   EXPECT_FALSE(isOpen());
 }
 

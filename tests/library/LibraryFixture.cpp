@@ -55,12 +55,8 @@ PreviewSources LibraryFixture::previews() {
 }
 
 std::unique_ptr<LibraryWindow> LibraryFixture::library() {
-  LibraryServices services;
-  services.apps = apps_.get();
-  services.edits = edits_.get();
-  services.previews = previews();
-  services.openEditor = [this](const QUuid& widget) { edited = widget; };
-  auto window = std::make_unique<LibraryWindow>(store(), services);
+  auto window =
+      std::make_unique<LibraryWindow>(store(), LibraryServices{*apps_, *edits_, commands, previews()});
   window->setAttribute(Qt::WA_DeleteOnClose, false);
   window->setUndo([this] { undo_.undo(); });
   window->present();

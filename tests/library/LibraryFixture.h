@@ -7,6 +7,7 @@
 #include "apps/InstalledApps.h"
 #include "store/UndoStack.h"
 #include "store/UndoableEdits.h"
+#include "support/RecordingCommands.h"
 #include "support/TestScheduler.h"
 #include "views/library/EditorWindow.h"
 #include "views/library/LibraryWindow.h"
@@ -31,7 +32,7 @@ class LibraryFixture {
   PreviewSources previews();
 
   QSet<QString> asked;  ///< The kinds whose tiles were asked for.
-  QUuid edited;         ///< What the library asked to edit.
+  RecordingCommands commands;
   bool hasSensor = true;
 
  private:

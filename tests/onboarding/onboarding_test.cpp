@@ -4,9 +4,14 @@
 #include <QLabel>
 #include <QPointer>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include "../support/TestFrameClock.h"
+#include "apps/InstalledApps.h"
+#include "store/UndoStack.h"
+#include "support/RecordingCommands.h"
+#include "support/TestScheduler.h"
 #include "views/controls/Rows.h"
 #include "views/controls/Switch.h"
 #include "views/onboarding/MenuBarPanel.h"
@@ -20,18 +25,19 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+AppEnvironment environmentIn(const QString& folder) {
+  AppEnvironment environment;
+  environment.home = environment.dataHome = folder;
+  return environment;
+}
+
 class OnboardingTest : public ::testing::Test {
  protected:
   AppStore& store() { return snapshot.store(); }
 
   OnboardingWindow* open(int page = 0) {
-    OnboardingServices services;
-    services.abilities = [this] { return abilities; };
-    services.change = [this](const auto& change) {
-      ++changes;
-      store().edit(change);
-    };
-    auto* window = new OnboardingWindow(store(), services, page);
+    auto* window =
+        new OnboardingWindow(store(), OnboardingServices{edits, commands, [this] { return abilities; }}, page);
     window->present();
     QCoreApplication::processEvents();
     return window;
@@ -60,7 +66,12 @@ class OnboardingTest : public ::testing::Test {
 
   SnapshotStore snapshot;
   DesktopAbilities abilities;
-  int changes = 0;  // That can be taken back.
+  QTemporaryDir folder;
+  test::TestScheduler scheduler;
+  InstalledApps apps{environmentIn(folder.path()), scheduler};
+  UndoStack undo;
+  UndoableEdits edits{snapshot.store(), apps, undo};
+  test::RecordingCommands commands;
 };
 
 TEST_F(OnboardingTest, CanBeLeftAndContinuedAndOnlyItsEndCompletesIt) {
@@ -102,7 +113,7 @@ TEST_F(OnboardingTest, ALayoutIsChosenByPointerOrArrowsAndHoldsAtOnce) {
   card(window, DockLayout::Replace)->setFocus(Qt::TabFocusReason);
   QTest::keyClick(window->focusWidget(), Qt::Key_Right);
   EXPECT_EQ(store().config().layout, DockLayout::ReplaceAutoHide);
-  EXPECT_EQ(changes, 2);
+  EXPECT_EQ(undo.size(), 1) << "changes that follow each other closely are one step";
   // The window follows what another part of the program changes.
   store().edit([](DockConfiguration& config) { config.layout = DockLayout::Swap; });
   for (const DockLayout layout : kDockLayouts) EXPECT_EQ(card(window, layout)->isChecked(), layout == DockLayout::Swap);
@@ -122,7 +133,7 @@ TEST_F(OnboardingTest, SaysWhatIsMissingAndWhyAlsoWhereTheDesktopAnswersLate) {
   ASSERT_NE(login, nullptr);
   login->click();
   EXPECT_TRUE(store().config().launchAtLogin);
-  EXPECT_EQ(changes, 1);
+  EXPECT_EQ(undo.size(), 1);
   store().edit([](DockConfiguration& config) { config.launchAtLogin = false; });
   EXPECT_FALSE(login->isChecked());
   delete window;
@@ -165,16 +176,7 @@ TEST_F(OnboardingTest, ThePanelOfTheStatusItemShowsTheDockAndLeadsOn) {
     config.profiles[1].name = u"Work"_s;
     config.activeProfileID = config.profiles[0].id;
   });
-  bool hidden = false;
-  int settings = 0;
-  MenuBarPanelActions actions;
-  actions.dockIsHidden = [&] { return hidden; };
-  actions.toggleDock = [&] { hidden = !hidden; };
-  actions.chooseLayout = [this](DockLayout layout) {
-    store().edit([layout](DockConfiguration& config) { config.layout = layout; });
-  };
-  actions.settings = [&] { ++settings; };
-  MenuBarPanel panel(store(), actions);
+  MenuBarPanel panel(store(), commands, false);
   QSignalSpy closes(&panel, &MenuBarPanel::closeRequested);
   panel.show();
   for (const QString& word : {u"Work"_s, u"Settings…"_s}) {
@@ -183,15 +185,14 @@ TEST_F(OnboardingTest, ThePanelOfTheStatusItemShowsTheDockAndLeadsOn) {
     EXPECT_EQ(left, panel.width() - left - row->width()) << "a row is not in line with its panel";
   }
   find<Switch>(&panel, u"Show Dock"_s)->click();
-  EXPECT_TRUE(hidden);
+  EXPECT_EQ(commands.asked, QStringList{u"toggle"_s});
   button(&panel, u"Work"_s)->click();
   EXPECT_EQ(store().profile().name, u"Work"_s);
   QTest::mouseClick(card(&panel, DockLayout::Floating), Qt::LeftButton);
-  EXPECT_EQ(store().config().layout, DockLayout::Floating);
+  EXPECT_EQ(commands.layouts, QList<DockLayout>{DockLayout::Floating});
   EXPECT_EQ(closes.count(), 0);
-  EXPECT_EQ(button(&panel, u"Add Widgets…"_s), nullptr);
   button(&panel, u"Settings…"_s)->click();
-  EXPECT_EQ(settings, 1);
+  EXPECT_EQ(commands.asked.last(), u"settings"_s);
   EXPECT_EQ(closes.count(), 1);
 
   const int without = panel.sizeHint().height();

@@ -4,8 +4,9 @@
 #include <QTest>
 
 #include "app/PanelHost.h"
-#include "desktop/MotionPreference.h"
 #include "support/TestFrameClock.h"
+#include "support/TestScheduler.h"
+#include "support/TestServices.h"
 #include "views/controls/Fields.h"
 #include "views/controls/Rows.h"
 #include "views/panels/PanelPresentation.h"
@@ -81,10 +82,6 @@ struct FakeClocks final : FrameClocks {
   QPointer<test::TestFrameClock> last;
 };
 
-struct CalmMotion final : MotionPreference {
-  bool reducesMotion() const override { return false; }
-};
-
 struct PanelHostTest : testing::Test {
   PanelHostTest() {
     QObject::connect(&host, &PanelHost::openChanged, &host, [this](const QString& display, const QUuid& widget) {
@@ -102,18 +99,19 @@ struct PanelHostTest : testing::Test {
   PanelContext context = fixture.contextOf(u"cpu"_s);
   FakePanels panels;
   FakeClocks clocks;
-  CalmMotion motion;
   std::unique_ptr<FakePanel> dock = std::make_unique<FakePanel>();
   const QRect tile{100, 20, 76, 64};
-  PanelHost host{
-      fixture.store(),
-      {&context.toggles, &panels, &clocks, &motion, [](const QString&) { return SnapshotFixture::sources(); },
-       [] {
-         PanelActions actions;
-         actions.openUrl = [](const QUrl&) {};
-         actions.tryUrl = [](const QUrl&, const auto& done) { done(true); };
-         return actions;
-       }}};
+  test::TestScheduler scheduler;
+  test::TestServices desktop{scheduler, AppEnvironment()};
+  const Services services = desktop.with(panels, clocks);
+  PanelHost host{fixture.store(), services,
+                 {[](const QString&) { return SnapshotFixture::sources(); },
+                  [] {
+                    PanelActions actions;
+                    actions.openUrl = [](const QUrl&) {};
+                    actions.tryUrl = [](const QUrl&, const auto& done) { done(true); };
+                    return actions;
+                  }}};
   QStringList told;
 };
 

@@ -17,28 +17,32 @@ QList<Screen> TwoScreens::all() const {
   return {one, two};
 }
 
-SettingsFixture::SettingsFixture() {
+HotKeyBinding FakeRecorder::tryKey(const HotKeyWish& wish) {
+  tried << wish;
+  if (taken.contains(wish)) return HotKeyBinding{false, {}, u"Taken."_s};
+  return HotKeyBinding{true, VirtualKeys::text(wish.keyCode, wish.modifiers), {}};
+}
+
+namespace {
+
+AppEnvironment environmentIn(const QString& folder) {
+  AppEnvironment environment;
+  environment.home = environment.dataHome = folder;
+  return environment;
+}
+
+}  // namespace
+
+SettingsFixture::SettingsFixture()
+    : apps_(std::make_unique<InstalledApps>(environmentIn(folder_.path()), scheduler_)),
+      edits(std::make_unique<UndoableEdits>(store(), *apps_, undo_)),
+      services{*edits, screens_, commands, keys, [this] { return abilities; }} {
   store().edit([](DockConfiguration& config) {
     config = DockConfiguration();
     config.profiles = {DockProfile::initial(), DockProfile::initial()};
     config.profiles[1].name = u"Work"_s;
     config.activeProfileID = config.profiles[0].id;
   });
-  AppEnvironment environment;
-  environment.home = environment.dataHome = folder_.path();
-  apps_ = std::make_unique<InstalledApps>(environment, scheduler_);
-  edits_ = std::make_unique<UndoableEdits>(store(), *apps_, undo_);
-  services.edits = edits_.get();
-  services.screens = &screens_;
-  services.addWidgets = [this](const QUuid& profile) { added = profile; };
-  services.chooseDockPicture = [] {};
-  services.openEditor = [this](const QUuid& widget) { edited = widget; };
-  services.tryKey = [this](const HotKeyWish& wish) {
-    tried << wish;
-    if (taken.contains(wish)) return HotKeyBinding{false, {}, u"Taken."_s};
-    return HotKeyBinding{true, VirtualKeys::text(wish.keyCode, wish.modifiers), {}};
-  };
-  services.recordsKeys = [this](bool recording) { recordings << recording; };
 }
 
 SettingsFixture::~SettingsFixture() = default;

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "store/UndoStack.h"
+#include "support/RecordingCommands.h"
 #include "support/TestScheduler.h"
 #include "views/settings/SettingsWindow.h"
 #include "views/snapshot/SnapshotFixture.h"
@@ -17,6 +18,19 @@ class TwoScreens final : public Screens {
  public:
   QList<Screen> all() const override;
   QString mainId() const override { return QStringLiteral("one"); }
+};
+
+/// Keys of which others have some.
+class FakeRecorder final : public KeyRecorder {
+ public:
+  void setRecording(bool recording) override { recordings << recording; }
+  HotKeyBinding tryKey(const HotKeyWish& wish) override;
+  bool holds(const HotKeyWish& wish) const override { return !lost.contains(wish); }
+
+  QList<HotKeyWish> tried;
+  QList<HotKeyWish> taken;
+  QList<HotKeyWish> lost;
+  QList<bool> recordings;
 };
 
 /// A store with two profiles and the window over it. What it asks of the program is kept here.
@@ -45,12 +59,9 @@ class SettingsFixture {
   bool sees(const char* label);
   QStringList faults();
 
-  SettingsServices services;
-  QUuid edited;
-  QUuid added;  ///< The profile that the library was opened for.
-  QList<HotKeyWish> tried;
-  QList<HotKeyWish> taken;  ///< Keys that others have.
-  QList<bool> recordings;
+  RecordingCommands commands;
+  DesktopAbilities abilities;
+  FakeRecorder keys;
 
  private:
   QTemporaryDir folder_;
@@ -58,8 +69,13 @@ class SettingsFixture {
   SnapshotStore snapshot_;
   std::unique_ptr<InstalledApps> apps_;
   UndoStack undo_;
-  std::unique_ptr<UndoableEdits> edits_;
   TwoScreens screens_;
+
+ public:
+  std::unique_ptr<UndoableEdits> edits;
+  SettingsServices services;
+
+ private:
   std::unique_ptr<SettingsWindow> window_;
 };
 

@@ -62,7 +62,7 @@ TEST_F(SettingsPagesTest, ALayoutShowsTheRowsThatItUses) {
 }
 
 TEST_F(SettingsPagesTest, TheTriggerAreaSaysWhereItIsOnePixelWhateverIsSet) {
-  services.feelsOnePixelOnly = [] { return true; };
+  abilities.feelsOnePixelOnly = true;
   store().edit([](DockConfiguration& config) { config.layout = DockLayout::RevealBottom; });
   turnTo("layout");
   const auto* slider = control<Slider>("Trigger area");
@@ -102,14 +102,13 @@ TEST_F(SettingsPagesTest, SlidersGoOverTheirWholeRangeAndStoreAtOnce) {
 }
 
 TEST_F(SettingsPagesTest, WithoutATrayTheIconIsSaidToHaveNoPlace) {
-  Capability tray = Capability::no(u"There is none."_s);
-  services.tray = [&] { return tray; };
+  abilities.tray = Capability::no(u"There is none."_s);
   turnTo("general");
   auto* icon = control<Switch>("Show menu bar icon");
   EXPECT_FALSE(icon->isEnabled());
   EXPECT_EQ(icon->accessibleDescription(), u"There is none."_s);
   EXPECT_FALSE(sees("Classic menu"));
-  tray = Capability::yes();
+  abilities.tray = Capability::yes();
   store().edit([](DockConfiguration& config) { config.scale = 1.1; });
   EXPECT_TRUE(icon->isEnabled());
   EXPECT_TRUE(sees("Classic menu"));
@@ -156,7 +155,7 @@ TEST_F(SettingsPagesTest, WidgetsAreMovedEditedAndRemovedByKeys) {
   EXPECT_EQ(config().profiles[0].widgets, before);
   QTest::keyClick(list, Qt::Key_Down, Qt::AltModifier);
   QTest::keyClick(list, Qt::Key_Return);
-  EXPECT_EQ(edited, before[1].id);
+  EXPECT_EQ(commands.asked.last(), u"edit "_s + before[1].id.toString());
   QTest::keyClick(list, Qt::Key_Delete);
   EXPECT_EQ(config().profiles[0].widgets.size(), before.size() - 1);
   // A row that is dropped between two others.
@@ -172,7 +171,7 @@ TEST_F(SettingsPagesTest, TheLibraryIsOpenedForTheProfileThatIsListed) {
   choice->setCurrentIndex(1);
   Q_EMIT choice->activated(1);
   click("Add Widgets…");
-  EXPECT_EQ(added, config().profiles[1].id);
+  EXPECT_EQ(commands.asked.last(), u"library "_s + config().profiles[1].id.toString());
 }
 
 TEST_F(SettingsPagesTest, FoldersOfCalendarsAreListedAndLeft) {

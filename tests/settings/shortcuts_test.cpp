@@ -30,7 +30,7 @@ class ShortcutsTest : public testing::Test, public SettingsFixture {
   }
 
   QString note(const std::optional<QString>& working) {
-    services.commandBarKey = [working] { return working; };
+    abilities.commandBarKey = working;
     return commandBarKeyNote(options(), services);
   }
 
@@ -43,8 +43,8 @@ TEST_F(ShortcutsTest, AKeyThatIsPressedIsStored) {
   EXPECT_EQ(options().shortcutKey, VirtualKeys::keyCode('k'));
   EXPECT_EQ(options().shortcutModifiers, VirtualKeys::kControl | VirtualKeys::kOption);
   EXPECT_EQ(faults(), QStringList());
-  EXPECT_EQ(recordings.value(0), true);  // The program's own keys must reach the field.
-  EXPECT_EQ(recordings.last(), false);
+  EXPECT_EQ(keys.recordings.value(0), true);  // The program's own keys must reach the field.
+  EXPECT_EQ(keys.recordings.last(), false);
 }
 
 TEST_F(ShortcutsTest, KeysThatWouldBeMissedElsewhereAreWaitedThrough) {
@@ -65,7 +65,7 @@ TEST_F(ShortcutsTest, KeysThatWouldBeMissedElsewhereAreWaitedThrough) {
 
 TEST_F(ShortcutsTest, ATakenKeySaysSoAtOnceAndIsNotStored) {
   const DesktopOptions before = options();
-  taken << HotKeyWish{*VirtualKeys::keyCode('k'), VirtualKeys::kControl};
+  keys.taken << HotKeyWish{*VirtualKeys::keyCode('k'), VirtualKeys::kControl};
   record("bar", Qt::Key_K, Qt::ControlModifier);
   EXPECT_EQ(faults(), QStringList{u"“Ctrl+K” is used by another app. Choose a different shortcut."_s});
   EXPECT_EQ(options(), before);
@@ -81,17 +81,17 @@ TEST_F(ShortcutsTest, ATakenKeySaysSoAtOnceAndIsNotStored) {
 TEST_F(ShortcutsTest, AWindowThatGoesGivesTheKeysBack) {
   auto* field = window().findChild<ShortcutField*>();
   field->click();
-  ASSERT_EQ(recordings, QList<bool>{true});
+  ASSERT_EQ(keys.recordings, QList<bool>{true});
   window().close();
-  EXPECT_EQ(recordings, (QList<bool>{true, false}));
+  EXPECT_EQ(keys.recordings, (QList<bool>{true, false}));
 }
 
 TEST_F(ShortcutsTest, APrefixTakesTheModifiersAndTriesEveryDigit) {
   record("profiles", Qt::Key_5, Qt::ControlModifier | Qt::ShiftModifier);
   EXPECT_EQ(options().profileModifiers, VirtualKeys::kControl | VirtualKeys::kShift);
-  EXPECT_EQ(tried.size(), 10);
+  EXPECT_EQ(keys.tried.size(), 10);
   const quint32 before = options().profileModifiers;
-  taken << HotKeyWish{*VirtualKeys::keyCode('7'), VirtualKeys::kOption};
+  keys.taken << HotKeyWish{*VirtualKeys::keyCode('7'), VirtualKeys::kOption};
   record("profiles", Qt::Key_1, Qt::AltModifier);
   EXPECT_EQ(faults().size(), 1);
   EXPECT_EQ(options().profileModifiers, before);
@@ -101,10 +101,7 @@ TEST_F(ShortcutsTest, APrefixTakesTheModifiersAndTriesEveryDigit) {
 
 TEST_F(ShortcutsTest, ARowSaysWhetherItsKeyIsHad) {
   const HotKeyWish dock{options().shortcutKey, options().shortcutModifiers};
-  bool had = true;
-  bool hasBar = false;
-  services.holdsKey = [&](const HotKeyWish& wish) { return had || wish != dock; };
-  services.hasCommandBar = [&] { return hasBar; };
+  commands.missing = {Commands::Optional::CommandBar};
   SettingsWindow window(store(), services);
   window.present();
   const auto of = [&](const char* section, const char* name) {
@@ -115,13 +112,13 @@ TEST_F(ShortcutsTest, ARowSaysWhetherItsKeyIsHad) {
   };
   const auto said = [](Switch* control) { return control->parentWidget()->accessibleDescription(); };
   EXPECT_EQ(said(of("shortcuts", "Hide and Show Dock")), u"With Shift it gives the dock the keyboard."_s);
-  had = false;
+  keys.lost << dock;
   store().setError(u"Taken."_s);
   EXPECT_EQ(said(of("shortcuts", "Hide and Show Dock")),
             u"“Ctrl+Alt+Super+D” is used by another app. Choose a different shortcut."_s);
   EXPECT_FALSE(of("commandBar", "Command Bar")->isChecked());
   EXPECT_FALSE(of("commandBar", "Command Bar")->isEnabled());
-  hasBar = true;
+  commands.missing.clear();
   store().setError({});
   EXPECT_TRUE(of("commandBar", "Command Bar")->isChecked());
   EXPECT_TRUE(of("commandBar", "Command Bar")->isEnabled());

@@ -178,7 +178,7 @@ TEST_F(SettingsWindowTest, TabEntersAGroupAtTheChosenOneAndTheArrowsGoOn) {
 TEST_F(SettingsWindowTest, UndoBringsARemovedWidgetBack) {
   turnTo("widgets");
   const QList<DockWidget> before = config().profiles[0].widgets;
-  services.edits->remove(before[2].id);
+  edits->remove(before[2].id);
   ASSERT_EQ(config().profiles[0].widgets.size(), before.size() - 1);
   QTest::keyClick(&window(), Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ(config().profiles[0].widgets, before);
@@ -218,7 +218,7 @@ TEST_F(SettingsWindowTest, UndoTakesSettingsBackAndADragOfASliderIsOneStep) {
 
 TEST_F(SettingsWindowTest, AMoveIsTakenBackAmongWhatCameAndWentMeanwhile) {
   const QList<DockWidget> before = config().profiles[0].widgets;
-  services.edits->move(before[0].id, 3);
+  edits->move(before[0].id, 3);
   store().remove(before[1].id);
   store().add(u"flipClock"_s);
   undo().undo();
@@ -233,11 +233,11 @@ TEST_F(SettingsWindowTest, AnImportIsTakenBackAndWhatIsUnderItStays) {
   const QString other = folder.filePath(u"other.json"_s);
   store().exportConfiguration(other);
   const DockConfiguration exported = config();
-  services.edits->remove(config().profiles[0].widgets[0].id);
+  edits->remove(config().profiles[0].widgets[0].id);
   const DockConfiguration before = config();
-  services.edits->importConfiguration(folder.filePath(u"none.json"_s));
+  edits->importConfiguration(folder.filePath(u"none.json"_s));
   EXPECT_EQ(undo().size(), 1);  // A file that cannot be read leaves everything, the way back included.
-  services.edits->importConfiguration(other);
+  edits->importConfiguration(other);
   EXPECT_EQ(config(), exported);
   EXPECT_EQ(undo().size(), 2);
   undo().undo();

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "support/RecordingCommands.h"
 #include "support/TestScheduler.h"
 #include "views/dock/LiveDock.h"
 
@@ -12,6 +13,26 @@ struct StillToggles final : Toggles {
   ToggleState state(Toggle) const override { return {}; }
   void set(Toggle, bool) override {}
   void start() override {}
+};
+
+struct QuietHost final : DockHost {
+  void activateTile(const QString&, const QUuid&) override {}
+  void openNewWindow(const QUuid&, quint64) override {}
+  void cycleWindows(quint64, int) override {}
+  void openTileMenu(const QString&, const QUuid&, const QRect&) override {}
+  void openApplicationMenu(const QString&, quint64, const QRect&) override {}
+  void openDockMenu(const QString&, const QRect&) override {}
+  QList<ItemCommand> commandsOf(const QString&, const QUuid&, quint64, const QRect&) override { return {}; }
+  void dropFiles(const DockFileDrop&) override {}
+  void dropWidget(const QString&, const QString&, qsizetype) override {}
+  void moveTile(const QString&, qsizetype, qsizetype) override {}
+  void removeTile(const QString&, const QUuid&) override {}
+  void applicationsPlaced(const QString&) override {}
+  bool holdsProfile() const override { return false; }
+  void moveDock(const QString&, const QPoint&) override {}
+  void finishMove(const QString&) override {}
+  void dismissPanel() override {}
+  void leaveKeyboard() override {}
 };
 
 struct BusyProcessor final : SystemCounters {
@@ -41,14 +62,14 @@ class LiveDockTest : public testing::Test {
     setup.counters = std::make_unique<BusyProcessor>();
     return setup;
   }
-  void show(const QStringList& kinds, DockActions actions = {}) {
+  void show(const QStringList& kinds, TileQuestions questions = {}) {
     for (const QString& kind : kinds) store.add(kind);
     // Asked once whenever everything that tiles may show is gathered.
-    actions.calendar = [this] {
+    questions.calendar = [this] {
       ++gathered;
       return std::make_shared<const CalendarDigest>();
     };
-    dock = std::make_unique<LiveDock>(store, toggles, u"L"_s, DockView::IconProvider(), actions);
+    dock = std::make_unique<LiveDock>(store, toggles, commands, host, u"L"_s, DockView::IconProvider(), questions);
     dock->resize(900, 140);
     dock->configure({});
     dock->show();
@@ -65,10 +86,18 @@ class LiveDockTest : public testing::Test {
 
   test::TestScheduler time{QDateTime(QDate(2026, 11, 24), QTime(10, 24, 0), QTimeZone::utc())};
   StillToggles toggles;
+  test::RecordingCommands commands;
+  QuietHost host;
   AppStore store;
   std::unique_ptr<LiveDock> dock;
   int gathered = 0;
 };
+
+TEST_F(LiveDockTest, AnEmptyOneOffersTheLibraryForItsOwnDisplay) {
+  show({});
+  Q_EMIT dock->view().addWidgetsRequested();
+  EXPECT_EQ(commands.asked, QStringList{u"library L"_s});
+}
 
 TEST_F(LiveDockTest, TilesAreMadeAnewAsOftenAsTheyTick) {
   show({u"timeSeconds"_s, u"digitalClock"_s, u"cpu"_s});
@@ -100,9 +129,9 @@ TEST_F(LiveDockTest, AnEntryThatIsOverriddenStandsForTheApplicationThatRuns) {
   store.edit([&](DockConfiguration& config) {
     config.profiles[0].widgets = {{QUuid::createUuid(), u"appLauncher"_s, {}, {{u"path"_s, held}}}};
   });
-  DockActions actions;
-  actions.applicationAt = [](const QString&) { return ApplicationFacts{u"Editor"_s, {}, 7, {}}; };
-  show({}, actions);
+  TileQuestions questions;
+  questions.applicationAt = [](const QString&) { return ApplicationFacts{u"Editor"_s, {}, 7, {}}; };
+  show({}, questions);
   EXPECT_FALSE(dock->sources().applications.value(held).marks.running);
   store.apply({app});
   EXPECT_TRUE(dock->sources().applications.value(held).marks.running);
@@ -147,9 +176,9 @@ class CountingSource final : public TileSource {
 
 TEST_F(LiveDockTest, AValueOfOneWidgetReachesItsTileAlone) {
   CountingSource source;
-  DockActions actions;
-  actions.sources = {&source};
-  show({u"fileShelf"_s, u"fileShelf"_s}, actions);
+  TileQuestions questions;
+  questions.sources = {&source};
+  show({u"fileShelf"_s, u"fileShelf"_s}, questions);
   const QStringList before{shown(0), shown(1)};
   Q_EMIT source.widgetChanged(store.widgets()[1].id);
   EXPECT_EQ(shown(0), before[0]);

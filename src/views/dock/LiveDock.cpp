@@ -1,6 +1,7 @@
 #include "views/dock/LiveDock.h"
 
 #include <QResizeEvent>
+#include <QUrl>
 #include <algorithm>
 
 #include "files/KeptPictures.h"
@@ -19,19 +20,25 @@ qint64 minuteOf(const QDateTime& moment) { return moment.toSecsSinceEpoch() / kM
 
 }  // namespace
 
-LiveDock::LiveDock(AppStore& store, Toggles& toggles, const QString& display, DockView::IconProvider icons,
-                   DockActions actions)
-    : store_(store), toggles_(toggles), display_(display), actions_(std::move(actions)), view_(new DockView(this)) {
+LiveDock::LiveDock(AppStore& store, Toggles& toggles, Commands& commands, DockHost& host, const QString& display,
+                   DockView::IconProvider icons, TileQuestions questions)
+    : store_(store),
+      toggles_(toggles),
+      commands_(commands),
+      host_(host),
+      display_(display),
+      questions_(std::move(questions)),
+      view_(new DockView(this)) {
   // Only a window can be translucent, so the view must not paint a ground of its own.
   setAttribute(Qt::WA_NoSystemBackground);
   setFocusProxy(view_);
   view_->setScheduler(&store_.scheduler());
   view_->setIconProvider(std::move(icons));
-  view_->setSwitchGuard([this] { return askAction(actions_.mayNotSwipe); });
+  view_->setSwitchGuard([this] { return host_.holdsProfile(); });
   connect(view_, &DockView::shapeChanged, this, &DockContent::shapeChanged);
-  storeSources_ = makeStoreSources(store_, toggles_, actions_);
+  storeSources_ = makeStoreSources(store_, toggles_, questions_);
   for (const auto& source : storeSources_) follow(*source);
-  for (TileSource* source : actions_.sources) follow(*source);
+  for (TileSource* source : questions_.sources) follow(*source);
   connectStore();
   connectTiles();
   connectApplications();
@@ -76,13 +83,13 @@ void LiveDock::rebuildRow() {
   row.edge = geometry_.atTop ? Edge::Top : Edge::Bottom;
   row.composited = geometry_.composited;
   row.blurred = geometry_.blurred;
-  row.reduceMotion = askAction(actions_.reducesMotion);
+  row.reduceMotion = ask(questions_.reducesMotion);
   for (const DockProfile& profile : config.profiles) row.tabs << profile.name;
   row.activeTab = store_.profileIndex(display_);
   row.tabsOnHover = options.profileSwitcherOnHover;
   row.swipes = options.profileSwipe;
   row.floats = geometry_.floats;
-  row.sendsNearby = askAction(actions_.sendsNearby);
+  row.sendsNearby = ask(questions_.sendsNearby);
   view_->setRow(row);
   refreshTiles();
 }
@@ -90,8 +97,8 @@ void LiveDock::rebuildRow() {
 QList<DockApp> LiveDock::runningApps() const {
   QList<DockApp> apps;
   for (const RunningApp& running : store_.unpinnedRunningApps(display_)) {
-    const LauncherHint hint = askAction(actions_.hintOf, running.desktopId);
-    apps.append({running.identity, running.name, iconOf(running, actions_), running.active, hint.urgent, hint.progress,
+    const LauncherHint hint = ask(questions_.hintOf, running.desktopId);
+    apps.append({running.identity, running.name, iconOf(running, questions_), running.active, hint.urgent, hint.progress,
                  hint.count, false, running.windows.size()});
   }
   return apps;
@@ -161,7 +168,7 @@ void LiveDock::take(TileSource& source, const std::function<bool(const DockWidge
 TileSources LiveDock::sources() const {
   TileSources sources;
   for (const auto& source : storeSources_) source->fill(sources, view_->row().widgets);
-  for (TileSource* source : actions_.sources) source->fill(sources, view_->row().widgets);
+  for (TileSource* source : questions_.sources) source->fill(sources, view_->row().widgets);
   return sources;
 }
 
@@ -174,64 +181,64 @@ void LiveDock::connectStore() {
 // --- What a hand does -----------------------------------------------------------------------------------------------
 
 void LiveDock::connectTiles() {
-  connect(view_, &DockView::tileActivated, this,
-          [this](const QUuid& widget) { askAction(actions_.openTile, widget, view_->besideRect(widget)); });
-  connect(view_, &DockView::tilePartActivated, this, &LiveDock::activatePart);
-  connect(view_, &DockView::addWidgetsRequested, this, [this] { askAction(actions_.addWidgets); });
-  connect(view_, &DockView::contextMenuRequested, this, [this](const QUuid& widget, const QRect& beside) {
-    widget.isNull() ? askAction(actions_.dockMenu, beside) : askAction(actions_.tileMenu, widget, beside);
+  connect(view_, &DockView::tileActivated, this, [this](const QUuid& widget) {
+    host_.activateTile(display_, widget);
   });
-  view_->setCommandProvider(actions_.commands);
-  connect(view_, &DockView::panelDismissed, this, [this] { askAction(actions_.closePanel); });
-  connect(view_, &DockView::focusLeft, this, [this] { askAction(actions_.giveBackKeyboard); });
+  connect(view_, &DockView::tilePartActivated, this, &LiveDock::activatePart);
+  connect(view_, &DockView::addWidgetsRequested, this, [this] { commands_.showLibrary(display_); });
+  connect(view_, &DockView::contextMenuRequested, this, [this](const QUuid& widget, const QRect& beside) {
+    widget.isNull() ? host_.openDockMenu(display_, beside) : host_.openTileMenu(display_, widget, beside);
+  });
+  view_->setCommandProvider([this](const QUuid& widget, quint64 application, const QRect& beside) {
+    return host_.commandsOf(display_, widget, application, beside);
+  });
+  connect(view_, &DockView::panelDismissed, this, [this] { host_.dismissPanel(); });
+  connect(view_, &DockView::focusLeft, this, [this] { host_.leaveKeyboard(); });
 }
 
 void LiveDock::activatePart(const QUuid& id, int part) {
   const auto& shown = view_->row().widgets;
   const auto widget = std::ranges::find(shown, id, &DockWidget::id);
   if (widget == shown.end()) return;
-  Rooms::act({*widget, part, store_, toggles_, [this] { return calendarOf(store_, actions_); },
-              [this](const QUrl& url) { askAction(actions_.openUrl, url); },
-              [this](const Reminder& reminder) { askAction(actions_.completeReminder, reminder); },
-              [this](quint64 application) { askAction(actions_.bringApplication, application); }});
+  Rooms::act({*widget, part, store_, toggles_, commands_, [this] { return calendarOf(store_, questions_); }});
 }
 
 void LiveDock::connectApplications() {
   connect(view_, &DockView::applicationActivated, this,
-          [this](quint64 application) { askAction(actions_.bringApplication, application); });
+          [this](quint64 application) { commands_.activateApplication(application); });
   connect(view_, &DockView::applicationMenuRequested, this, [this](quint64 application, const QRect& beside) {
-    askAction(actions_.applicationMenu, application, beside);
+    host_.openApplicationMenu(display_, application, beside);
   });
   connect(view_, &DockView::newWindowRequested, this,
-          [this](const QUuid& widget, quint64 application) { askAction(actions_.openNewWindow, widget, application); });
+          [this](const QUuid& widget, quint64 application) { host_.openNewWindow(widget, application); });
   connect(view_, &DockView::cycleWindowsRequested, this,
-          [this](quint64 application, int direction) { askAction(actions_.cycleWindows, application, direction); });
-  connect(view_, &DockView::itemsPlaced, this,
-          [this] { askAction(actions_.placeApplications, view_->applicationPlaces()); });
+          [this](quint64 application, int direction) { host_.cycleWindows(application, direction); });
+  connect(view_, &DockView::itemsPlaced, this, [this] { host_.applicationsPlaced(display_); });
 }
 
 void LiveDock::connectHands() {
   for (const auto signal : {&DockView::dragStarted, &DockView::dragMoved})
     connect(view_, signal, this, [this] { store_.holdRunningApps(); });
   connect(view_, &DockView::reorderRequested, this, [this](qsizetype from, qsizetype to) {
-    actions_.moveTile ? actions_.moveTile(from, to) : store_.moveDisplayed(from, to, display_);
+    host_.moveTile(display_, from, to);
   });
   connect(view_, &DockView::removalRequested, this,
-          [this](const QUuid& widget) { askAction(actions_.removeTile, widget); });
-  connect(view_, &DockView::undoRequested, this, [this] { askAction(actions_.undo); });
-  connect(view_, &DockView::redoRequested, this, [this] { askAction(actions_.redo); });
+          [this](const QUuid& widget) { host_.removeTile(display_, widget); });
+  connect(view_, &DockView::undoRequested, this, [this] { commands_.undo(); });
+  connect(view_, &DockView::redoRequested, this, [this] { commands_.redo(); });
   connect(view_, &DockView::filesDropped, this, [this](DockFileDrop drop) {
     drop.display = display_;
-    askAction(actions_.dropFiles, drop);
+    host_.dropFiles(drop);
   });
-  connect(view_, &DockView::widgetTextDropped, this,
-          [this](const QString& text, qsizetype index) { askAction(actions_.dropWidget, text, index); });
+  connect(view_, &DockView::widgetTextDropped, this, [this](const QString& text, qsizetype index) {
+    host_.dropWidget(display_, text, index);
+  });
   connect(view_, &DockView::tabActivated, this, [this](qsizetype tab) {
     const auto& profiles = store_.config().profiles;
     if (tab >= 0 && tab < profiles.size()) store_.selectProfile(profiles[tab].id, display_);
   });
-  connect(view_, &DockView::moveRequested, this, [this](const QPoint& delta) { askAction(actions_.moveDock, delta); });
-  connect(view_, &DockView::moveFinished, this, [this] { askAction(actions_.dockMoved); });
+  connect(view_, &DockView::moveRequested, this, [this](const QPoint& delta) { host_.moveDock(display_, delta); });
+  connect(view_, &DockView::moveFinished, this, [this] { host_.finishMove(display_); });
 }
 
 }  // namespace tarnwick

@@ -26,37 +26,37 @@ QStringList pathsOf(const DockWidget& widget) {
 
 bool isSwitches(const DockWidget& widget) { return Catalog::find(widget.kind).family == "toggles"_L1; }
 
-std::optional<ApplicationFacts> applicationOf(const AppStore& store, const DockActions& actions, const QString& path) {
-  auto facts = askAction(actions.applicationAt, path);
+std::optional<ApplicationFacts> applicationOf(const AppStore& store, const TileQuestions& questions, const QString& path) {
+  auto facts = ask(questions.applicationAt, path);
   // An entry that the user overrides in another folder is the same application.
   const auto isIt = [&](const RunningApp& app) {
     return facts && facts->identity != 0 ? app.identity == facts->identity : app.path == path;
   };
   const auto running = std::ranges::find_if(store.runningApps(), isIt);
   const bool runs = running != store.runningApps().end();
-  if (!facts && runs) facts = ApplicationFacts{running->name, iconOf(*running, actions), 0, {}};
+  if (!facts && runs) facts = ApplicationFacts{running->name, iconOf(*running, questions), 0, {}};
   if (!facts) return std::nullopt;
   if (runs) {
-    const LauncherHint hint = askAction(actions.hintOf, running->desktopId);
+    const LauncherHint hint = ask(questions.hintOf, running->desktopId);
     facts->identity = running->identity;
     facts->marks = {true, running->active, hint.urgent, false, hint.progress, hint.count,
                     running->windows.size()};
   }
-  facts->marks.launching = !runs && askAction(actions.isStarting, path);
+  facts->marks.launching = !runs && ask(questions.isStarting, path);
   return facts;
 }
 
 class MomentSource final : public TileSource {
  public:
-  MomentSource(const AppStore& store, const DockActions& actions) : store_(store), actions_(actions) {}
+  MomentSource(const AppStore& store, const TileQuestions& questions) : store_(store), questions_(questions) {}
   void fill(TileSources& sources, const QList<DockWidget>&) override {
     sources.now = store_.now();
-    sources.use24Hour = askAction(actions_.uses24Hour).value_or(writes24Hours(sources.locale));
+    sources.use24Hour = ask(questions_.uses24Hour).value_or(writes24Hours(sources.locale));
   }
 
  private:
   const AppStore& store_;
-  const DockActions& actions_;
+  const TileQuestions& questions_;
 };
 
 class MachineSource final : public TileSource {
@@ -103,20 +103,20 @@ class SwitchSource final : public TileSource {
 
 class ApplicationSource final : public TileSource {
  public:
-  ApplicationSource(const AppStore& store, const DockActions& actions) : store_(store), actions_(actions) {}
+  ApplicationSource(const AppStore& store, const TileQuestions& questions) : store_(store), questions_(questions) {}
   void fill(TileSources& sources, const QList<DockWidget>& widgets) override {
     sources.readings.running.clear();
     for (const RunningApp& app : store_.runningApps())
-      sources.readings.running.append({app.identity, app.name, iconOf(app, actions_), app.active});
+      sources.readings.running.append({app.identity, app.name, iconOf(app, questions_), app.active});
     sources.applications.clear();
     for (const DockWidget& widget : widgets)
       for (const QString& path : pathsOf(widget))
-        if (const auto facts = applicationOf(store_, actions_, path)) sources.applications.insert(path, *facts);
+        if (const auto facts = applicationOf(store_, questions_, path)) sources.applications.insert(path, *facts);
   }
 
  private:
   const AppStore& store_;
-  const DockActions& actions_;
+  const TileQuestions& questions_;
 };
 
 class DocumentSource final : public TileSource {
@@ -137,52 +137,52 @@ class DocumentSource final : public TileSource {
 /// The calendars, the trash, and what is read of the machine and of the user's files.
 class ReadingSource final : public TileSource {
  public:
-  ReadingSource(const AppStore& store, const DockActions& actions) : store_(store), actions_(actions) {}
+  ReadingSource(const AppStore& store, const TileQuestions& questions) : store_(store), questions_(questions) {}
   void fill(TileSources& sources, const QList<DockWidget>& widgets) override {
-    sources.trashItems = askAction(actions_.trashItems);
-    sources.calendar = calendarOf(store_, actions_);
+    sources.trashItems = ask(questions_.trashItems);
+    sources.calendar = calendarOf(store_, questions_);
     ReadingFacts readings;
     readings.downloadHistory = sources.readings.downloadHistory;
     readings.uploadHistory = sources.readings.uploadHistory;
     readings.running = sources.readings.running;
-    if (actions_.addReadings) actions_.addReadings(readings, widgets);
+    if (questions_.addReadings) questions_.addReadings(readings, widgets);
     sources.readings = std::move(readings);
   }
 
  private:
   const AppStore& store_;
-  const DockActions& actions_;
+  const TileQuestions& questions_;
 };
 
 }  // namespace
 
 std::vector<std::unique_ptr<TileSource>> makeStoreSources(const AppStore& store, const Toggles& toggles,
-                                                          const DockActions& actions) {
+                                                          const TileQuestions& questions) {
   std::vector<std::unique_ptr<TileSource>> sources;
-  sources.push_back(std::make_unique<MomentSource>(store, actions));
+  sources.push_back(std::make_unique<MomentSource>(store, questions));
   sources.push_back(std::make_unique<MachineSource>(store));
   sources.push_back(std::make_unique<SwitchSource>(toggles));
-  sources.push_back(std::make_unique<ApplicationSource>(store, actions));
+  sources.push_back(std::make_unique<ApplicationSource>(store, questions));
   sources.push_back(std::make_unique<DocumentSource>(store));
-  sources.push_back(std::make_unique<ReadingSource>(store, actions));
+  sources.push_back(std::make_unique<ReadingSource>(store, questions));
   return sources;
 }
 
-TileSources storeSources(const AppStore& store, const Toggles& toggles, const DockActions& actions,
+TileSources storeSources(const AppStore& store, const Toggles& toggles, const TileQuestions& questions,
                          const QList<DockWidget>& widgets) {
   TileSources sources;
-  for (const auto& source : makeStoreSources(store, toggles, actions)) source->fill(sources, widgets);
-  for (TileSource* source : actions.sources) source->fill(sources, widgets);
+  for (const auto& source : makeStoreSources(store, toggles, questions)) source->fill(sources, widgets);
+  for (TileSource* source : questions.sources) source->fill(sources, widgets);
   return sources;
 }
 
-QString iconOf(const RunningApp& app, const DockActions& actions) {
-  const QString own = askAction(actions.ownIcon, app.path);
+QString iconOf(const RunningApp& app, const TileQuestions& questions) {
+  const QString own = ask(questions.ownIcon, app.path);
   return own.isEmpty() ? app.iconName : own;
 }
 
-std::shared_ptr<const CalendarDigest> calendarOf(const AppStore& store, const DockActions& actions) {
-  if (auto digest = askAction(actions.calendar)) return digest;
+std::shared_ptr<const CalendarDigest> calendarOf(const AppStore& store, const TileQuestions& questions) {
+  if (auto digest = ask(questions.calendar)) return digest;
   auto none = std::make_shared<CalendarDigest>();
   none->calendarMessage = store.calendarMessage();
   none->reminderMessage = store.reminderMessage();

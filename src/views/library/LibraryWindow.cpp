@@ -108,16 +108,16 @@ void LibraryWindow::connectParts() {
   connect(choice_, &DropDown::valueChosen, this,
           [this](const QString& profile) { chooseTarget(QUuid::fromString(profile)); });
   connect(view_, &LibraryView::itemActivated, this, &LibraryWindow::activate);
-  connect(note_, &AddedNote::undoRequested, this, [this] { services_.edits->takeBack(entry_); });
+  connect(note_, &AddedNote::undoRequested, this, [this] { services_.edits.takeBack(entry_); });
   connect(note_, &AddedNote::editRequested, this, [this] {
-    if (services_.openEditor) services_.openEditor(added_);
+    services_.commands.openEditor(added_);
   });
   connect(&store_, &AppStore::configChanged, this, &LibraryWindow::showTargets);
-  connect(&services_.edits->stack(), &UndoStack::pushed, field_, &SearchField::forgetTyping);
-  connect(&services_.edits->stack(), &UndoStack::gone, note_, [this](quint64 entry) {
+  connect(&services_.edits.stack(), &UndoStack::pushed, field_, &SearchField::forgetTyping);
+  connect(&services_.edits.stack(), &UndoStack::gone, note_, [this](quint64 entry) {
     if (entry == entry_) note_->hide();
   });
-  connect(services_.apps, &InstalledApps::changed, this, &LibraryWindow::fill);
+  connect(&services_.apps, &InstalledApps::changed, this, &LibraryWindow::fill);
 }
 
 void LibraryWindow::showEvent(QShowEvent* event) {
@@ -128,7 +128,7 @@ void LibraryWindow::showEvent(QShowEvent* event) {
 // --- What is offered ------------------------------------------------------------------------------------------------
 
 void LibraryWindow::fill() {
-  const QList<StandardApplication> applications = StandardApplications::list(*services_.apps->index());
+  const QList<StandardApplication> applications = StandardApplications::list(*services_.apps.index());
   const QList<LibraryShelf> shelves = LibraryShelves::all(applications, StandardFolders::ofUser());
   // The folders of applications are read anew now and then; what is shown stays where it is unless it is another.
   if (idsOf(shelves) == idsOf(shelves_)) return;
@@ -212,7 +212,7 @@ void LibraryWindow::activate(const LibraryItem& item) {
 }
 
 void LibraryWindow::chooseApplication() {
-  auto* picker = new AppPicker(*services_.apps, services_.previews.icons, this);
+  auto* picker = new AppPicker(services_.apps, services_.previews.icons, this);
   connect(picker, &AppPicker::chosen, this, [this](const QString& path) { addPath(u"appLauncher"_s, path); });
   picker->open();
 }
@@ -236,15 +236,15 @@ void LibraryWindow::addPath(const QString& kind, const QString& path) {
 }
 
 void LibraryWindow::add(DockWidget widget) {
-  const QString name = services_.edits->nameOf(widget);
-  const QUuid added = services_.edits->append(widget, target_);
+  const QString name = services_.edits.nameOf(widget);
+  const QUuid added = services_.edits.append(widget, target_);
   if (added.isNull()) return;
   added_ = added;
-  entry_ = services_.edits->stack().latest()->id;
+  entry_ = services_.edits.stack().latest()->id;
   const auto& profiles = store_.config().profiles;
   const auto profile = std::ranges::find(profiles, target_, &DockProfile::id);
   note_->say(LibraryWords::tr("“%1” was added to “%2”.").arg(name, profile->name),
-             services_.openEditor && !EditorFields::of(widget.kind).isEmpty());
+             !EditorFields::of(widget.kind).isEmpty());
 }
 
 }  // namespace tarnwick

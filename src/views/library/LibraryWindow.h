@@ -1,8 +1,7 @@
 #pragma once
 
-#include <functional>
-
 #include "apps/InstalledApps.h"
+#include "store/Commands.h"
 #include "store/UndoableEdits.h"
 #include "views/library/LibraryShelves.h"
 #include "views/library/WidgetPreviews.h"
@@ -18,11 +17,10 @@ class SideList;
 
 /// What the library asks of the rest of the program. What is borrowed outlives the window.
 struct LibraryServices {
-  InstalledApps* apps = nullptr;   ///< Required.
-  UndoableEdits* edits = nullptr;  ///< Required: what is added can be taken back.
+  InstalledApps& apps;
+  UndoableEdits& edits;  ///< What is added can be taken back.
+  Commands& commands;
   PreviewSources previews;
-  /// Opens the form of a widget. Empty where there is none.
-  std::function<void(const QUuid& widget)> openEditor;
 };
 
 /// Shows everything that a dock can hold, with live pictures, and adds it to the profile that is chosen: by a double

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "views/onboarding/DesktopAbilities.h"
+#include "views/window/DesktopAbilities.h"
 #include "views/window/AppWindow.h"
 
 namespace tarnwick {

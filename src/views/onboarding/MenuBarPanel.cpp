@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "store/AppStore.h"
+#include "store/Commands.h"
 #include "views/controls/Bleed.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/ControlTheme.h"
@@ -55,9 +56,10 @@ class Hairline final : public QWidget {
 
 }  // namespace
 
-MenuBarPanel::MenuBarPanel(AppStore& store, MenuBarPanelActions actions)
+MenuBarPanel::MenuBarPanel(AppStore& store, Commands& commands, bool reduceMotion)
     : store_(store),
-      actions_(std::move(actions)),
+      commands_(commands),
+      reduceMotion_(reduceMotion),
       content_(new QWidget),
       scroll_(new ScrollArea(this)),
       column_(new QVBoxLayout(content_)),
@@ -82,7 +84,7 @@ MenuBarPanel::MenuBarPanel(AppStore& store, MenuBarPanelActions actions)
   addBleeding(frame(), scroll_);
   setScheme(true, Backdrop::Plain);
 
-  connect(dock_, &QAbstractButton::clicked, this, [this] { actions_.toggleDock(); });
+  connect(dock_, &QAbstractButton::clicked, this, [this] { commands_.toggleDock(); });
   connect(&store_, &AppStore::configChanged, this, &MenuBarPanel::fill);
   connect(&store_, &AppStore::errorChanged, this, &MenuBarPanel::fill);
   fill();
@@ -124,10 +126,10 @@ void MenuBarPanel::addLayouts() {
   int place = 0;
   for (const DockLayout layout : kDockLayouts) {
     auto* card = new LayoutCard(layout, LayoutCard::Size::Tiny);
-    card->setReduceMotion(actions_.reduceMotion);
+    card->setReduceMotion(reduceMotion_);
     grid->addWidget(card, place / kLayoutsInARow, place % kLayoutsInARow);
     ++place;
-    connect(card, &LayoutCard::chosen, this, [this](DockLayout chosen) { actions_.chooseLayout(chosen); });
+    connect(card, &LayoutCard::chosen, this, [this](DockLayout chosen) { commands_.chooseLayout(chosen); });
     const auto show = [this, card] { card->setChosen(store_.config().layout == card->layout()); };
     connect(&store_, &AppStore::configChanged, card, show);
     show();
@@ -137,17 +139,17 @@ void MenuBarPanel::addLayouts() {
 
 void MenuBarPanel::addEntries() {
   column_->addWidget(new Hairline);
-  continueSetup_ = addEntry(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Continue Setup…")), actions_.continueSetup);
-  addEntry(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Add Widgets…")), actions_.addWidgets);
-  addEntry(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Settings…")), actions_.settings);
-  addEntry(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Help")), actions_.help);
-  addEntry(words(QT_TRANSLATE_NOOP("MenuBarPanel", "About Tarnwick")), actions_.about);
+  continueSetup_ = addEntry(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Continue Setup…")),
+                            [this] { commands_.continueSetup(); });
+  addEntry(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Add Widgets…")), [this] { commands_.showLibrary({}); });
+  addEntry(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Settings…")), [this] { commands_.showSettings(); });
+  addEntry(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Help")), [this] { commands_.showHelp(); });
+  addEntry(words(QT_TRANSLATE_NOOP("MenuBarPanel", "About Tarnwick")), [this] { commands_.showAbout(); });
   column_->addWidget(new Hairline);
-  addEntry(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Quit Tarnwick")), actions_.quit);
+  addEntry(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Quit Tarnwick")), [this] { commands_.quit(); });
 }
 
 ListRow* MenuBarPanel::addEntry(const QString& title, const std::function<void()>& act) {
-  if (!act) return nullptr;
   auto* row = new ListRow(title);
   row->setClickable(true);
   connect(row, &QPushButton::clicked, this, [this, act] {
@@ -165,7 +167,7 @@ void MenuBarPanel::fill() {
   if (continueSetup_) continueSetup_->setVisible(!config.onboardingComplete);
   layoutName_->setTrailing(label(config.layout));
   const QSignalBlocker quiet(dock_);
-  dock_->setChecked(!actions_.dockIsHidden());
+  dock_->setChecked(!commands_.isDockHidden());
 }
 
 void MenuBarPanel::fillProfiles() {

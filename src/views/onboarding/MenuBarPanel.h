@@ -10,32 +10,20 @@ class QVBoxLayout;
 namespace tarnwick {
 
 class AppStore;
+class Commands;
 class ListRow;
 class ScrollArea;
 class SectionLabel;
 class Switch;
 class TextLabel;
 
-/// What the entries of the panel do; one that is empty is not shown.
-struct MenuBarPanelActions {
-  std::function<bool()> dockIsHidden;            ///< Required, by the user's own hand.
-  std::function<void()> toggleDock;              ///< Required.
-  std::function<void(DockLayout)> chooseLayout;  ///< Required.
-  std::function<void()> continueSetup;
-  std::function<void()> addWidgets;
-  std::function<void()> settings;
-  std::function<void()> help;
-  std::function<void()> about;
-  std::function<void()> quit;
-  bool reduceMotion = false;
-};
-
 /// The small window below the status item: the dock, its layout and its profiles at a glance, and the ways to all else.
 /// It takes the size of its content.
 class MenuBarPanel final : public GlassPane {
   Q_OBJECT
  public:
-  MenuBarPanel(AppStore& store, MenuBarPanelActions actions);
+  /// Both must outlive it. With `reduceMotion` its pictures stand still.
+  MenuBarPanel(AppStore& store, Commands& commands, bool reduceMotion);
   ~MenuBarPanel() override;
 
   /// Where nothing composites, the panel is cut to its outline and has no shadow.
@@ -59,7 +47,8 @@ class MenuBarPanel final : public GlassPane {
   void fillProfiles();
 
   AppStore& store_;
-  MenuBarPanelActions actions_;
+  Commands& commands_;
+  bool reduceMotion_;
   QWidget* content_;
   ScrollArea* scroll_;
   QVBoxLayout* column_;

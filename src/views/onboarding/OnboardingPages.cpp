@@ -170,11 +170,11 @@ QWidget* makeLayoutPage(AppStore& store, const OnboardingServices& services) {
   int cardWidth = 0;
   for (const DockLayout layout : kDockLayouts) {
     auto* card = new LayoutCard(layout, LayoutCard::Size::Large, grid);
-    card->setReduceMotion(services.reduceMotion);
+    card->setReduceMotion(services.abilities().reducesMotion);
     grid->add(card);
     cardWidth = card->sizeHint().width();
-    QObject::connect(card, &LayoutCard::chosen, page, [change = services.change](DockLayout chosen) {
-      change([chosen](DockConfiguration& config) { config.layout = chosen; });
+    QObject::connect(card, &LayoutCard::chosen, page, [&edits = services.edits](DockLayout chosen) {
+      edits.change([chosen](DockConfiguration& config) { config.layout = chosen; });
     });
     const auto show = [card, &store] { card->setChosen(store.config().layout == card->layout()); };
     QObject::connect(&store, &AppStore::configChanged, card, show);
@@ -203,8 +203,8 @@ Switch* makeSwitch(AppStore& store, const OnboardingServices& services, const QS
     made->setChecked(store.config().*field);
   };
   QObject::connect(&store, &AppStore::configChanged, made, show);
-  QObject::connect(made, &QAbstractButton::toggled, made, [change = services.change, field](bool on) {
-    change([field, on](DockConfiguration& config) { config.*field = on; });
+  QObject::connect(made, &QAbstractButton::toggled, made, [&edits = services.edits, field](bool on) {
+    edits.change([field, on](DockConfiguration& config) { config.*field = on; });
   });
   show();
   return made;
@@ -298,13 +298,11 @@ QWidget* makeDonePage(AppStore& store, const OnboardingServices& services) {
                        : words(QT_TRANSLATE_NOOP("Onboarding",
                                                  "A right click on the dock adds widgets and opens Settings, which has "
                                                  "the layouts and profiles.")));
-  if (services.addWidgets) {
-    auto* open = new Button(words(QT_TRANSLATE_NOOP("Onboarding", "Add Widgets…")));
-    QObject::connect(open, &QPushButton::clicked, open, [add = services.addWidgets] { add(); });
-    card->addRow(words(QT_TRANSLATE_NOOP("Onboarding", "More widgets")), open,
-                 words(QT_TRANSLATE_NOOP(
-                     "Onboarding", "The library shows how each one looks, and which come with a later version.")));
-  }
+  auto* open = new Button(words(QT_TRANSLATE_NOOP("Onboarding", "Add Widgets…")));
+  QObject::connect(open, &QPushButton::clicked, open, [&to = services.commands] { to.showLibrary({}); });
+  card->addRow(words(QT_TRANSLATE_NOOP("Onboarding", "More widgets")), open,
+               words(QT_TRANSLATE_NOOP("Onboarding",
+                                       "The library shows how each one looks, and which come with a later version.")));
   QVBoxLayout* middle = addColumn(column, kScene.width());
   middle->addWidget(new DockScene(kScene));
   middle->addWidget(card);

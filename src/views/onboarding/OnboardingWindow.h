@@ -3,8 +3,9 @@
 #include <QAbstractSlider>
 #include <functional>
 
-#include "config/DockConfiguration.h"
-#include "views/onboarding/DesktopAbilities.h"
+#include "store/Commands.h"
+#include "store/UndoableEdits.h"
+#include "views/window/DesktopAbilities.h"
 #include "views/window/AppWindow.h"
 
 class QStackedWidget;
@@ -16,12 +17,9 @@ class PageDots;
 
 /// What the first run asks of the rest of the program.
 struct OnboardingServices {
+  UndoableEdits& edits;  ///< What is changed can be taken back.
+  Commands& commands;
   std::function<DesktopAbilities()> abilities;  ///< Required.
-  /// Changes the settings so that the user can take it back. Required.
-  std::function<void(const std::function<void(DockConfiguration&)>& change)> change;
-  /// Opens the library; empty where there is none.
-  std::function<void()> addWidgets;
-  bool reduceMotion = false;
 };
 
 /// The first run: what the program is, where the dock should live, what it asks of the desktop, and how to go on. What

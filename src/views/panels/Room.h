@@ -2,12 +2,12 @@
 
 #include <QLatin1StringView>
 #include <QMap>
-#include <QUrl>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <span>
 
+#include "store/Commands.h"
 #include "views/panels/PanelContext.h"
 #include "views/panels/WidgetOption.h"
 #include "views/theme/Palette.h"
@@ -25,10 +25,8 @@ struct PartClick {
   int part = 0;
   AppStore& store;
   Toggles& toggles;
+  Commands& commands;
   std::function<std::shared_ptr<const CalendarDigest>()> calendar;  ///< Never gives null.
-  std::function<void(const QUrl& url)> openUrl;
-  std::function<void(const Reminder& reminder)> completeReminder;
-  std::function<void(quint64 application)> bringApplication;
 };
 
 /// What the example of a kind may be made from.

@@ -117,7 +117,6 @@ class AppearancePage final : public SettingsPage {
   }
 
   void addPicture() {
-    if (!services_.chooseDockPicture) return;
     Card& card = *addCard();
     auto* buttons = new QWidget;
     auto* line = new QHBoxLayout(buttons);
@@ -139,7 +138,7 @@ class AppearancePage final : public SettingsPage {
       choose->setFocus(Qt::OtherFocusReason);
       edit([](DockConfiguration& config) { config.desktop.backgroundImage.clear(); });
     });
-    connect(choose, &QPushButton::clicked, this, [this] { services_.chooseDockPicture(); });
+    connect(choose, &QPushButton::clicked, this, [this] { services_.commands.chooseDockPicture(); });
     const QString otherwise = settingsText(QT_TRANSLATE_NOOP("Settings", "Only for a dock with a picture."));
     showWhile(
         addSlider(card, {QT_TRANSLATE_NOOP("Settings", "Picture blur")}, settingField(&DesktopOptions::backgroundBlur),

@@ -15,8 +15,9 @@ SettingsPage* makeCommandBarPage(AppStore& store, const SettingsServices& servic
                   settingsText(QT_TRANSLATE_NOOP(
                       "Settings", "Opens apps, does sums and converts units. What you type stays on this computer.")));
   page->addOther(card, about, about->label());
-  page->showWhile(
-      about, [&services](const DockConfiguration&) { return !services.hasCommandBar || services.hasCommandBar(); });
+  page->showWhile(about, [&commands = services.commands](const DockConfiguration&) {
+    return commands.can(Commands::Optional::CommandBar);
+  });
   return page;
 }
 

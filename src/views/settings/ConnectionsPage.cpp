@@ -67,12 +67,10 @@ QWidget* makeEmptyState(const SettingsServices& services) {
                          "Connections to services are not part of this version yet. What a widget’s form "
                          "holds of one is kept."),
        TextStyle::Caption, Tone::Secondary);
-  if (services.addWidgets) {
-    auto* add = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Add Widgets…")));
-    QObject::connect(add, &QPushButton::clicked, empty, [&services] { services.addWidgets({}); });
-    column->addSpacing(theme::kCardRowPadding);
-    column->addWidget(add, 0, Qt::AlignHCenter);
-  }
+  auto* add = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Add Widgets…")));
+  QObject::connect(add, &QPushButton::clicked, empty, [&commands = services.commands] { commands.showLibrary({}); });
+  column->addSpacing(theme::kCardRowPadding);
+  column->addWidget(add, 0, Qt::AlignHCenter);
   return empty;
 }
 
@@ -94,11 +92,8 @@ void addCalendars(SettingsPage& page, const SettingsServices& services) {
       items.append({folder, QFileInfo(folder).fileName(), pathText(folder), u"folder"_s});
     list->setItems(items);
   });
-  Button* add = nullptr;
-  if (services.addCalendarFolder) {
-    add = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Add Folder…")));
-    QObject::connect(add, &QPushButton::clicked, &page, [&services] { services.addCalendarFolder(); });
-  }
+  auto* add = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Add Folder…")));
+  QObject::connect(add, &QPushButton::clicked, &page, [&to = services.commands] { to.addCalendarFolder(); });
   page.addControl(
       card,
       {QT_TRANSLATE_NOOP("Settings", "Calendar folders"),
@@ -119,13 +114,11 @@ SettingsPage* makeConnectionsPage(AppStore& store, const SettingsServices& servi
   page->showWhile(empty, [](const DockConfiguration& config) { return connectedWidgets(config).isEmpty(); });
   auto* list = new OrderList(settingsText(QT_TRANSLATE_NOOP("Settings", "Connections")));
   list->setDragDropMode(QAbstractItemView::NoDragDrop);
-  if (services.openEditor) {
-    list->setActions({{u"edit"_s, u"slider.horizontal.3"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Edit")),
-                       QKeySequence(Qt::Key_F2)}});
-    const auto open = [&services](const QString& id) { services.openEditor(QUuid::fromString(id)); };
-    QObject::connect(list, &OrderList::opened, page, open);
-    QObject::connect(list, &OrderList::actionRequested, page, open);
-  }
+  list->setActions({{u"edit"_s, u"slider.horizontal.3"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Edit")),
+                     QKeySequence(Qt::Key_F2)}});
+  const auto open = [&to = services.commands](const QString& id) { to.openEditor(QUuid::fromString(id)); };
+  QObject::connect(list, &OrderList::opened, page, open);
+  QObject::connect(list, &OrderList::actionRequested, page, open);
   page->addOther(card, list, settingsText(QT_TRANSLATE_NOOP("Settings", "service account widgets")));
   page->showWhile(list, [](const DockConfiguration& config) { return !connectedWidgets(config).isEmpty(); });
   page->follow([list, &services](const DockConfiguration& config) {
@@ -133,7 +126,7 @@ SettingsPage* makeConnectionsPage(AppStore& store, const SettingsServices& servi
     for (const DockWidget& widget : connectedWidgets(config)) {
       const WidgetDefinition& kind = Catalog::find(widget.kind);
       items.append(
-          {widget.id.toString(), services.edits->nameOf(widget), kind.name + u" · "_s + kind.category, kind.symbol});
+          {widget.id.toString(), services.edits.nameOf(widget), kind.name + u" · "_s + kind.category, kind.symbol});
     }
     list->setItems(items);
   });

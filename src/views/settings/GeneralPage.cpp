@@ -38,15 +38,13 @@ class GeneralPage final : public SettingsPage {
                                 QT_TRANSLATE_NOOP("Settings", "Starts Tarnwick when you log in."),
                                 QT_TRANSLATE_NOOP("Settings", "autostart startup")},
                                settingField(&DockConfiguration::launchAtLogin));
-    if (services_.loginEntry)
-      if (const Capability can = services_.loginEntry(); !can) login->setUnavailable(can.reason);
+    if (const Capability can = services_.abilities().loginEntry; !can) login->setUnavailable(can.reason);
     FormRow* notifications =
         addSwitch(card,
                   {QT_TRANSLATE_NOOP("Settings", "Notifications"),
                    QT_TRANSLATE_NOOP("Settings", "Tells when a timer ends, a break is due or it is time to drink.")},
                   settingField(&DockConfiguration::notificationsEnabled));
-    if (services_.notifications)
-      if (const Capability can = services_.notifications(); !can) notifications->setUnavailable(can.reason);
+    if (const Capability can = services_.abilities().notifications; !can) notifications->setUnavailable(can.reason);
     FormRow* icon =
         addSwitch(card,
                   {QT_TRANSLATE_NOOP("Settings", "Show menu bar icon"),
@@ -57,7 +55,7 @@ class GeneralPage final : public SettingsPage {
                                  {QT_TRANSLATE_NOOP("Settings", "Classic menu"),
                                   QT_TRANSLATE_NOOP("Settings", "The icon opens a plain menu instead of the panel.")},
                                  settingField(&DesktopOptions::classicMenu));
-    const auto tray = [this] { return services_.tray ? services_.tray() : Capability::yes(); };
+    const auto tray = [this] { return services_.abilities().tray; };
     showWhile(
         classic, [tray](const DockConfiguration& config) { return tray() && config.desktopOptions().showMenuBarIcon; },
         settingsText(QT_TRANSLATE_NOOP("Settings", "Only while the menu bar icon is shown.")));
@@ -123,16 +121,14 @@ class GeneralPage final : public SettingsPage {
                             QT_TRANSLATE_NOOP("Settings", "load restore configuration")},
                            importButton);
     connect(importButton, &QPushButton::clicked, this, &GeneralPage::importSettings);
-    if (services_.continueSetup) {
-      auto* setup = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Open")));
-      connect(setup, &QPushButton::clicked, this, [this] { services_.continueSetup(); });
-      FormRow* row = addControl(card, {QT_TRANSLATE_NOOP("Settings", "Setup"), ""}, setup);
-      follow([row](const DockConfiguration& config) {
-        row->setHelp(config.onboardingComplete
-                         ? settingsText(QT_TRANSLATE_NOOP("Settings", "Shows the welcome of the first start again."))
-                         : settingsText(QT_TRANSLATE_NOOP("Settings", "Goes on where you left the welcome.")));
-      });
-    }
+    auto* setup = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Open")));
+    connect(setup, &QPushButton::clicked, this, [this] { services_.commands.continueSetup(); });
+    FormRow* row = addControl(card, {QT_TRANSLATE_NOOP("Settings", "Setup"), ""}, setup);
+    follow([row](const DockConfiguration& config) {
+      row->setHelp(config.onboardingComplete
+                       ? settingsText(QT_TRANSLATE_NOOP("Settings", "Shows the welcome of the first start again."))
+                       : settingsText(QT_TRANSLATE_NOOP("Settings", "Goes on where you left the welcome.")));
+    });
   }
 
   QFileDialog* makeDialog(const QString& title, QFileDialog::AcceptMode mode) {
@@ -168,7 +164,7 @@ class GeneralPage final : public SettingsPage {
     dialog->setFileMode(QFileDialog::ExistingFile);
     connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& path) {
       store().clearError();
-      services_.edits->importConfiguration(path);
+      services_.edits.importConfiguration(path);
       say(*imported_, kImportHelp, QT_TRANSLATE_NOOP("Settings", "Took everything from “%1”."), path);
     });
     dialog->open();

@@ -74,7 +74,7 @@ class LayoutPage final : public SettingsPage {
     QList<LayoutCard*> group;
     for (const DockLayout layout : kDockLayouts) {
       auto* card = new LayoutCard(layout, LayoutCard::Size::Small, cards);
-      card->setReduceMotion(services_.reducesMotion && services_.reducesMotion());
+      card->setReduceMotion(services_.abilities().reducesMotion);
       cards->add(card);
       connect(card, &LayoutCard::chosen, this,
               [this](DockLayout chosen) { edit([&](DockConfiguration& config) { config.layout = chosen; }); });
@@ -94,13 +94,9 @@ class LayoutPage final : public SettingsPage {
   }
 
   QString whatIsMissing(const DockConfiguration& config) const {
-    const auto reason = [](const std::function<Capability()>& ask) {
-      const Capability can = ask ? ask() : Capability::yes();
-      return can ? QString() : can.reason;
-    };
-    if (hasTrigger(config))
-      if (const QString why = reason(services_.edges); !why.isEmpty()) return why;
-    return takesOver(config) ? reason(services_.systemDock) : QString();
+    const DesktopAbilities can = services_.abilities();
+    if (hasTrigger(config) && !can.edges) return can.edges.reason;
+    return takesOver(config) && !can.systemDock ? can.systemDock.reason : QString();
   }
 
   void addReveal() {
@@ -117,7 +113,7 @@ class LayoutPage final : public SettingsPage {
                          QT_TRANSLATE_NOOP("Settings", "How long the dock stays once the pointer has left it.")},
                         settingField(&DesktopOptions::revealHideDelay), hide),
               reveals);
-    const char* felt = services_.feelsOnePixelOnly && services_.feelsOnePixelOnly()
+    const char* felt = services_.abilities().feelsOnePixelOnly
                            ? QT_TRANSLATE_NOOP("Settings", "On this desktop the outermost pixel is all that is felt.")
                            : QT_TRANSLATE_NOOP("Settings", "How far from the edge the pointer counts as at it.");
     showWhile(
@@ -156,7 +152,7 @@ class LayoutPage final : public SettingsPage {
          QT_TRANSLATE_NOOP("Settings", "monitor screen main attached every all")},
         displays_);
     follow([this](const DockConfiguration&) { listDisplays(); });
-    if (services_.screens) connect(services_.screens, &Screens::changed, this, &LayoutPage::listDisplays);
+    connect(&services_.screens, &Screens::changed, this, &LayoutPage::listDisplays);
     addSwitch(card,
               {QT_TRANSLATE_NOOP("Settings", "Hide During Fullscreen"),
                QT_TRANSLATE_NOOP("Settings", "Hides on displays covered by fullscreen apps or video.")},
@@ -173,7 +169,7 @@ class LayoutPage final : public SettingsPage {
 
   void listDisplays() {
     const DockConfiguration& config = store().config();
-    QList<KnownDisplay> known = knownDisplays(config, services_.screens);
+    QList<KnownDisplay> known = knownDisplays(config, &services_.screens);
     const bool isNamed = config.display != "main"_L1 && config.display != "attached"_L1 && config.display != "all"_L1;
     if (isNamed && std::ranges::none_of(known, [&](const KnownDisplay& each) { return each.id == config.display; }))
       known.append({config.display, config.display, false});
@@ -191,10 +187,9 @@ class LayoutPage final : public SettingsPage {
   }
 
   void addSystemDock() {
-    if (!services_.restoreSystemDock) return;
     Card& card = *addCard();
     auto* restore = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Restore")));
-    connect(restore, &QPushButton::clicked, this, [this] { services_.restoreSystemDock(); });
+    connect(restore, &QPushButton::clicked, this, [this] { services_.commands.restoreSystemDock(); });
     showWhile(addControl(card,
                          {QT_TRANSLATE_NOOP("Settings", "Restore the macOS Dock"),
                           QT_TRANSLATE_NOOP("Settings", "Gives the system’s own dock back as it was.")},

@@ -15,7 +15,7 @@ void addCapture(SettingsPage& page, Card& card, const SettingsServices& services
                                  QT_TRANSLATE_NOOP("Settings", "Leaves the dock out of screenshots and recordings."),
                                  QT_TRANSLATE_NOOP("Settings", "screenshot recording share")},
                                 settingField(&DesktopOptions::hideFromScreenCapture));
-  const Capability can = services.captureProtection ? services.captureProtection() : Capability::yes();
+  const Capability can = services.abilities().captureProtection;
   if (can) return;
   row->setUnavailable(can.reason);
 }
@@ -27,11 +27,8 @@ SettingsPage* makePrivacyPage(AppStore& store, const SettingsServices& services)
   addCapture(*page, *page->addCard(), services);
   Card& card = *page->addCard();
   const QString folder = store.dataDirectory();
-  Button* open = nullptr;
-  if (services.openFolder) {
-    open = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Open Folder")));
-    QObject::connect(open, &QPushButton::clicked, page, [&services, folder] { services.openFolder(folder); });
-  }
+  auto* open = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Open Folder")));
+  QObject::connect(open, &QPushButton::clicked, page, [&to = services.commands, folder] { to.openPath(folder); });
   FormRow* data = page->addControl(
       card, {QT_TRANSLATE_NOOP("Settings", "Your data"), "", QT_TRANSLATE_NOOP("Settings", "folder files")}, open);
   data->setHelp(pathText(folder));

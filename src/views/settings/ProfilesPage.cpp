@@ -116,7 +116,7 @@ class ProfilesPage final : public SettingsPage {
     const QString name =
         duplicate ? QCoreApplication::translate("Settings", "%1 Copy").arg(config.profiles[config.activeIndex()].name)
                   : QString();
-    services_.edits->newProfile(name, duplicate);
+    services_.edits.newProfile(name, duplicate);
     profiles_->rename(store().config().activeProfileID.value_or(QUuid()).toString());
   }
 
@@ -133,7 +133,7 @@ class ProfilesPage final : public SettingsPage {
     confirm_->ask(QCoreApplication::translate("Settings", "Delete “%1” with its widgets?")
                       .arg(store().config().profiles[at].name),
                   settingsText(QT_TRANSLATE_NOOP("Settings", "Delete")), [this, profile] {
-                    services_.edits->deleteProfile(profile);
+                    services_.edits.deleteProfile(profile);
                     profiles_->setFocus();
                   });
   }
@@ -252,12 +252,11 @@ class ProfilesPage final : public SettingsPage {
                                  "profile keeps it, and switching profiles on that dock only changes that dock.")));
     addOther(*displays_, told, settingsText(QT_TRANSLATE_NOOP("Settings", "display pin follow active monitor screen")));
     follow([this](const DockConfiguration& config) { showDisplays(config); });
-    if (services_.screens)
-      connect(services_.screens, &Screens::changed, this, [this] { showDisplays(store().config()); });
+    connect(&services_.screens, &Screens::changed, this, [this] { showDisplays(store().config()); });
   }
 
   void showDisplays(const DockConfiguration& config) {
-    QList<KnownDisplay> known = knownDisplays(config, services_.screens);
+    QList<KnownDisplay> known = knownDisplays(config, &services_.screens);
     for (const QString& id : config.desktopOptions().displayProfiles.keys())
       if (std::ranges::none_of(known, [&](const KnownDisplay& each) { return each.id == id; }))
         known.append({id, config.desktopOptions().displayNames.value(id, id), false});
@@ -273,7 +272,7 @@ class ProfilesPage final : public SettingsPage {
     auto* choice = new DropDown(display.words());
     connect(choice, &DropDown::valueChosen, this, [this, id = display.id](const QString& profile) {
       const auto wanted = profile.isEmpty() ? std::nullopt : std::optional(QUuid::fromString(profile));
-      services_.edits->pinDisplay(id, wanted);
+      services_.edits.pinDisplay(id, wanted);
     });
     auto* row = new FormRow(display.words(), choice);
     addOther(*displays_, row, display.words() + u' ' + settingsText(QT_TRANSLATE_NOOP("Settings", "Follow active")));

@@ -36,7 +36,7 @@ QString pathText(const QString& path) {
 }
 
 SettingsPage::SettingsPage(const QString& heading, AppStore& store, const SettingsServices& services)
-    : CardPage(heading), store_(store), edits_(*services.edits) {
+    : CardPage(heading), store_(store), edits_(services.edits) {
   connect(&store, &AppStore::configChanged, this, &SettingsPage::refresh);
   // What follows from a change elsewhere, such as a key that was taken, is there only after it.
   connect(&store, &AppStore::layoutChanged, this, &SettingsPage::refresh, Qt::QueuedConnection);

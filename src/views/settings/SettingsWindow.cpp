@@ -77,7 +77,7 @@ SettingsWindow::SettingsWindow(AppStore& store, SettingsServices services)
   connect(side_, &SideList::chosenChanged, this, &SettingsWindow::turnTo);
   connect(field_, &QLineEdit::textChanged, this, &SettingsWindow::search);
   connect(field_, &QLineEdit::returnPressed, this, &SettingsWindow::enterPage);
-  connect(&services_.edits->stack(), &UndoStack::pushed, field_, &SearchField::forgetTyping);
+  connect(&services_.edits.stack(), &UndoStack::pushed, field_, &SearchField::forgetTyping);
   const QSize wider(kLayoutColumns * (LayoutCard::smallWidth() - LayoutCard::kSmallWidth), 0);
   setMinimumSize(kLeast);
   resize(kWindow + wider);

@@ -106,9 +106,8 @@ QString obstacle(const DesktopOptions& options, Shortcut shortcut, const HotKeyW
                  const SettingsServices& services) {
   const Words words = wordsOf(shortcut);
   if (const QString other = whoElseHasIt(options, shortcut, wish); !other.isEmpty()) return other;
-  if (!services.tryKey) return {};
   for (const HotKeyWish& each : keysOf(wish, words))
-    if (!services.tryKey(each).bound) return takenSentence(each);
+    if (!services.keys.tryKey(each).bound) return takenSentence(each);
   return {};
 }
 
@@ -124,8 +123,8 @@ void store(SettingsPage& page, Shortcut shortcut, const HotKeyWish& wish) {
 }  // namespace
 
 QString commandBarKeyNote(const DesktopOptions& options, const SettingsServices& services) {
-  if (!options.commandBarEnabled || !services.commandBarKey) return {};
-  const std::optional<QString> working = services.commandBarKey();
+  if (!options.commandBarEnabled) return {};
+  const std::optional<QString> working = services.abilities().commandBarKey;
   const Words words = wordsOf(Shortcut::CommandBar);
   const QString wished = said(keyOf(options, words), words);
   if (!working || *working == wished) return {};
@@ -138,9 +137,9 @@ namespace {
 
 /// Why there is nothing to switch on; empty where there is.
 QString whatIsMissing(Shortcut shortcut, const SettingsServices& services) {
-  if (shortcut == Shortcut::CommandBar && services.hasCommandBar && !services.hasCommandBar())
+  if (shortcut == Shortcut::CommandBar && !services.commands.can(Commands::Optional::CommandBar))
     return QCoreApplication::translate("Settings", "The command bar is not part of this version yet.");
-  const Capability can = services.keys ? services.keys() : Capability::yes();
+  const Capability can = services.abilities().keys;
   return can ? QString() : can.reason;
 }
 
@@ -149,10 +148,10 @@ void showState(FormRow& row, const ShortcutField& field, const DesktopOptions& o
                const SettingsServices& services) {
   const Words words = wordsOf(shortcut);
   if (shortcut == Shortcut::CommandBar) return row.setHelp(commandBarKeyNote(options, services));
-  const bool asked = services.holdsKey && options.*words.enabled && !field.isRecording();
+  const bool asked = options.*words.enabled && !field.isRecording();
   QString taken;
   for (const HotKeyWish& each : keysOf(keyOf(options, words), words))
-    if (asked && taken.isEmpty() && !services.holdsKey(each)) taken = takenSentence(each);
+    if (asked && taken.isEmpty() && !services.keys.holds(each)) taken = takenSentence(each);
   row.setHelp(taken.isEmpty() ? settingsText(words.text.help) : taken);
 }
 
@@ -176,7 +175,7 @@ FormRow* addShortcutRow(SettingsPage& page, Card& card, const SettingsServices& 
   });
   QObject::connect(field, &ShortcutField::recordingChanged, row, [row, &services](bool recording) {
     row->setFault({});
-    if (services.recordsKeys) services.recordsKeys(recording);
+    services.keys.setRecording(recording);
   });
   QObject::connect(field, &ShortcutField::refused, row, &FormRow::setFault);
   QObject::connect(field, &ShortcutField::recorded, row, [&page, row, shortcut, &services](const HotKeyWish& wish) {
@@ -185,7 +184,7 @@ FormRow* addShortcutRow(SettingsPage& page, Card& card, const SettingsServices& 
     const QString why = obstacle(options, shortcut, wish, services);
     row->setFault(why);
     // What was tried is given back before it is asked for in earnest.
-    if (services.recordsKeys) services.recordsKeys(false);
+    services.keys.setRecording(false);
     if (why.isEmpty()) store(page, shortcut, wish);
   });
   // The desktop may take a key away at any time; the message line says so, and this row which one.

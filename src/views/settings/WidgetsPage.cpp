@@ -45,22 +45,19 @@ class WidgetsPage final : public SettingsPage {
   void addList() {
     Card& card = *addCard();
     list_ = new OrderList(settingsText(QT_TRANSLATE_NOOP("Settings", "Widgets")));
-    QList<OrderAction> actions;
-    if (services_.openEditor)
-      actions.append({kEdit, u"slider.horizontal.3"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Edit")),
-                      QKeySequence(Qt::Key_F2)});
-    actions.append(
-        {kRemove, u"trash"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Remove")), QKeySequence(Qt::Key_Delete)});
-    list_->setActions(actions);
+    list_->setActions(
+        {{kEdit, u"slider.horizontal.3"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Edit")),
+          QKeySequence(Qt::Key_F2)},
+         {kRemove, u"trash"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Remove")), QKeySequence(Qt::Key_Delete)}});
     connect(list_, &OrderList::opened, this, &WidgetsPage::openEditor);
     connect(list_, &OrderList::actionRequested, this, [this](const QString& id, const QString& action) {
       if (action == kEdit) openEditor(id);
-      if (action == kRemove) services_.edits->remove(QUuid::fromString(id));
+      if (action == kRemove) services_.edits.remove(QUuid::fromString(id));
     });
     connect(list_, &OrderList::moved, this, [this](const QString& id, int to) {
       const auto at = std::ranges::find(list_->items(), id, &OrderItem::id);
       const qsizetype from = at - list_->items().begin();
-      services_.edits->move(QUuid::fromString(id), static_cast<int>(to - from));
+      services_.edits.move(QUuid::fromString(id), static_cast<int>(to - from));
     });
     addOther(card, list_, settingsText(QT_TRANSLATE_NOOP("Settings", "Widgets order remove edit dock tiles")));
     empty_ = new TextLabel(settingsText(QT_TRANSLATE_NOOP("Settings", "This dock is empty.")), TextStyle::Body,
@@ -73,16 +70,13 @@ class WidgetsPage final : public SettingsPage {
 
     auto* add = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Add Widgets…")));
     add->setSymbol(u"plus"_s);
-    if (!services_.addWidgets) add->hide();
     connect(add, &QPushButton::clicked, this,
-            [this] { services_.addWidgets(QUuid::fromString(choice_->chosenValue())); });
+            [this] { services_.commands.showLibrary({}, QUuid::fromString(choice_->chosenValue())); });
     count_ = addControl(
         card, {QT_TRANSLATE_NOOP("Settings", "On this dock"), "", QT_TRANSLATE_NOOP("Settings", "add library")}, add);
   }
 
-  void openEditor(const QString& id) {
-    if (services_.openEditor) services_.openEditor(QUuid::fromString(id));
-  }
+  void openEditor(const QString& id) { services_.commands.openEditor(QUuid::fromString(id)); }
 
   void show(const DockConfiguration& config) {
     const auto wanted = std::ranges::find(config.profiles, profile_, &DockProfile::id);
@@ -105,7 +99,7 @@ class WidgetsPage final : public SettingsPage {
 
   OrderItem itemOf(const DockWidget& widget) const {
     const WidgetDefinition& kind = Catalog::find(widget.kind);
-    OrderItem item{widget.id.toString(), services_.edits->nameOf(widget), kind.name, kind.symbol};
+    OrderItem item{widget.id.toString(), services_.edits.nameOf(widget), kind.name, kind.symbol};
     item.caption = item.title == kind.name ? kind.category : kind.name + u" · "_s + kind.category;
     return item;
   }

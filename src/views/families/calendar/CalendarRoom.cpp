@@ -34,12 +34,13 @@ TileContent fromReminders(const TileRequest& request) {
 QString problem(const TileSources& sources) { return sources.calendar ? sources.calendar->problem : QString(); }
 
 void joinMeeting(const PartClick& click) {
-  if (const auto& meeting = click.calendar()->nextMeeting) click.openUrl(QUrl(meeting->meetingLink));
+  if (const auto& meeting = click.calendar()->nextMeeting) click.commands.openUrl(QUrl(meeting->meetingLink));
 }
 
 void tickReminder(const PartClick& click) {
   const auto digest = click.calendar();
-  if (click.part >= 0 && click.part < digest->reminders.size()) click.completeReminder(digest->reminders[click.part]);
+  if (click.part >= 0 && click.part < digest->reminders.size())
+    click.commands.completeReminder(digest->reminders[click.part], true);
 }
 
 /// The sample is about today, so it is made anew each day.

@@ -24,7 +24,7 @@ TileContent pinnedWindow(const TileRequest& request) {
 
 void bringForward(const PartClick& click) {
   const auto& running = click.store.runningApps();
-  if (click.part >= 0 && click.part < running.size()) click.bringApplication(running[click.part].identity);
+  if (click.part >= 0 && click.part < running.size()) click.commands.activateApplication(running[click.part].identity);
 }
 
 QMap<QString, QString> picturedWindow(const QDateTime&) {

@@ -13,16 +13,22 @@ struct DesktopAbilities {
   bool isComposited = true;
   /// Whether docks can come out at the edges of the screen.
   Capability edges;
+  /// Whether the trigger area is the outermost pixel whatever is set.
+  bool feelsOnePixelOnly = false;
   Capability windows;
   Capability keys;
   QString dockKey;  ///< As a person reads it; empty while it is switched off.
   /// Absent while there is no command bar to open; empty while no key opens it.
   std::optional<QString> commandBarKey;
   Capability notifications;
-  Capability tray;  ///< Whether there is a place for the status item.
+  Capability tray;        ///< Whether there is a place for the status item.
   Capability loginEntry;  ///< Whether the entry that starts the program at login is its own.
   /// Whether there is a dock of the system's that can be hidden.
   Capability systemDock;
+  /// Whether windows can be left out of pictures of the screen.
+  Capability captureProtection;
+  /// Whether the user asked for less motion.
+  bool reducesMotion = false;
 };
 
 }  // namespace tarnwick

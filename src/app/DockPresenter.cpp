@@ -1,0 +1,408 @@
+#include "app/DockPresenter.h"
+
+#include <QGuiApplication>
+#include <algorithm>
+
+#include "app/DockMenuModel.h"
+#include "app/PanelWiring.h"
+#include "app/Readings.h"
+#include "apps/AppIcons.h"
+#include "store/AppStore.h"
+#include "store/Commands.h"
+#include "views/dock/StoreSources.h"
+#include "views/dock/UndoBubble.h"
+#include "views/families/Rooms.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kOverAMessage = 8;
+
+DockPorts portsOf(const Services& services, const DockPresenterSetup& setup) {
+  return {&services.screens, &services.panels,  &services.zones,    &services.clocks,
+          &services.motion,  &services.windows, &setup.preferences, &setup.guard};
+}
+
+}  // namespace
+
+DockPresenter::DockPresenter(AppStore& store, const Services& services, Commands& commands, DockPresenterSetup setup)
+    : store_(store),
+      services_(services),
+      commands_(commands),
+      setup_(std::move(setup)),
+      edits_(store, services.installedApps, undo_),
+      drops_({&store, &services.files, &services.opener, &undo_, &edits_, &services.runningApps}),
+      tiles_(store, services, commands),
+      menus_(store, services, commands, edits_, tiles_),
+      tips_(store, services.panels),
+      panels_(store, services,
+              {[this](const QString& display) { return sources(display); },
+               [this] { return makePanelActions(services_, commands_, setup_.readings); },
+               setup_.readings.services(), [this](const QString& display) { return opensDownwards(display); }}),
+      dock_(store, portsOf(services, setup_), [this](const QString& display) { return makeContent(display); }) {
+  drops_.sendNearby = setup_.sendNearby;
+  guardStrangeEntries();
+  connectContents();
+  connectDocks();
+}
+
+DockPresenter::~DockPresenter() { closeAll(); }
+
+void DockPresenter::guardStrangeEntries() {
+  const auto show = [self = QPointer(this)](const QString& path) {
+    if (self) self->commands_.reveal(path);
+  };
+  services_.opener.reveal = show;
+  services_.opener.askToRun = [self = QPointer(this), show](const ForeignEntry& entry, const QString& action,
+                                                            const std::function<void()>& run) {
+    if (self) self->entryQuestion_.ask(entry, action, run, [show, path = entry.path] { show(path); });
+  };
+}
+
+/// What docks show follows what it is made of.
+void DockPresenter::connectContents() {
+  connect(&undo_, &UndoStack::failed, &store_, &AppStore::setError);
+  connect(&undo_, &UndoStack::pushed, this, &DockPresenter::showUndo);
+  connect(&undo_, &UndoStack::gone, this, [this](quint64 entry) {
+    QMetaObject::invokeMethod(
+        this, [this, entry] { closeBubble(entry); }, Qt::QueuedConnection);
+  });
+  connect(&tiles_, &DockCommands::launchingChanged, this, &DockPresenter::rebuildRows);
+  connect(&services_.hints, &LauncherHints::changed, this, &DockPresenter::rebuildRows);
+  connect(&services_.files, &Files::trashChanged, this, &DockPresenter::rebuildRows);
+  connect(&services_.installedApps, &InstalledApps::changed, this, [this] {
+    for (const auto& [display, dock] : docks_) dock->view().forgetIcons();
+    rebuildRows();
+  });
+  // A tile may stand for another application without standing elsewhere. The rows come first.
+  connect(
+      &store_, &AppStore::runningAppsChanged, this,
+      [this] {
+        for (const auto& [display, dock] : docks_) applicationsPlaced(display);
+      },
+      Qt::QueuedConnection);
+  connect(&setup_.readings, &Readings::changed, this, &DockPresenter::rebuildRows);
+  connect(&setup_.readings, &Readings::measured, this, [this](const QString& family) {
+    for (const auto& [display, dock] : docks_) dock->refreshFamily(family);
+  });
+}
+
+void DockPresenter::connectDocks() {
+  tips_.setController(&dock_);
+  dock_.hasActivePanel = [this](const QString& display) { return isBusy(display); };
+  connect(&dock_, &DockController::placed, this, [this](const QString& display) {
+    applicationsPlaced(display);
+    if (panels_.hasActivePanel(display))
+      panels_.follow(dock_.mapFromContent(display, besideRect(display, panels_.openWidget())));
+  });
+  connect(&dock_, &DockController::goesAway, this, [this](const QString& display) {
+    tips_.hide(display);
+    if (menuDisplay_ == display) closeMenu();
+    panels_.closeOn(display);
+  });
+  connect(&panels_, &PanelHost::openChanged, this, [this](const QString& display, const QUuid& widget) {
+    markOpen(display, widget);
+    dock_.checkEdge();
+  });
+}
+
+void DockPresenter::show() {
+  message_ = std::make_unique<MessageLine>(
+      DockBubbleParts{&store_, &dock_, &services_.screens, &services_.panels, &panels_});
+  connect(message_.get(), &MessageLine::changed, this, [this] {
+    if (bubble_) bubble_->arrange();
+  });
+  dock_.setMayShow(true);
+  message_->update();
+}
+
+void DockPresenter::start() {
+  services_.hints.start();
+  setup_.readings.start();
+}
+
+void DockPresenter::closeAll() {
+  panels_.closeAtOnce();
+  bubble_.reset();
+  tips_.close();
+  delete menu_;
+  undo_.clear();
+}
+
+void DockPresenter::shutdown() {
+  message_.reset();
+  dock_.shutdown();
+}
+
+// --- Content --------------------------------------------------------------------------------------------------------
+
+std::unique_ptr<DockContent> DockPresenter::makeContent(const QString& display) {
+  const auto icons = [this](const DockApp& app, int size, double ratio) {
+    return services_.icons.pixmap(app.icon, size, ratio);
+  };
+  DockHost& host = *this;  // Only here may it be seen as one.
+  auto dock = std::make_unique<LiveDock>(store_, services_.toggles, commands_, host, display, icons, questions());
+  dock->setFrameClock(services_.clocks.make(display));
+  docks_[display] = dock.get();
+  connect(&dock->view(), &DockView::tipChanged, this,
+          [this, display, view = &dock->view()] { tips_.show(display, view->tip()); });
+  connect(&dock->view(), &DockView::handLeft, &dock_, &DockController::checkEdge);
+  connect(dock.get(), &QObject::destroyed, this, [this, display, gone = dock.get()] {
+    if (const auto found = docks_.find(display); found != docks_.end() && found->second == gone) {
+      docks_.erase(found);
+      tiles_.setTileRects(display, {});
+    }
+  });
+  return dock;
+}
+
+TileSources DockPresenter::sources(const QString& display) const {
+  const auto found = docks_.find(display);
+  return found == docks_.end() ? TileSources() : found->second->sources();
+}
+
+TileSources DockPresenter::previews(const QList<DockWidget>& widgets) {
+  return storeSources(store_, services_.toggles, questions(), widgets);
+}
+
+TileQuestions DockPresenter::questions() {
+  TileQuestions questions;
+  questions.applicationAt = [this](const QString& path) { return factsAt(path); };
+  questions.ownIcon = [this](const QString& path) { return menus_.icons().iconOf(path); };
+  questions.hintOf = [this](const QString& desktopId) { return services_.hints.of(desktopId); };
+  questions.isStarting = [this](const QString& path) { return tiles_.isLaunching(path); };
+  questions.trashItems = [this] { return services_.files.trashCount(); };
+  questions.calendar = [this] { return setup_.readings.calendar(store_.now()); };
+  questions.addReadings = [this](ReadingFacts& readings, const QList<DockWidget>& widgets) {
+    Rooms::read(readings, widgets, setup_.readings.services());
+  };
+  questions.uses24Hour = [this] { return setup_.readings.uses24Hour(); };
+  questions.reducesMotion = [this] { return services_.motion.reducesMotion(); };
+  questions.sendsNearby = [this] { return static_cast<bool>(drops_.sendNearby); };
+  return questions;
+}
+
+std::optional<ApplicationFacts> DockPresenter::factsAt(const QString& path) {
+  const auto entry = services_.installedApps.byPath(path);
+  if (!entry) return std::nullopt;
+  ApplicationFacts facts;
+  facts.name = entry->name;
+  const QString own = menus_.icons().iconOf(path);
+  facts.icon = own.isEmpty() ? entry->iconName : own;
+  if (const auto running = services_.runningApps.byPath(path)) facts.identity = running->identity;
+  return facts;
+}
+
+void DockPresenter::rebuildRows() {
+  for (const auto& [display, dock] : docks_) dock->rebuildRow();
+}
+
+// --- Places ---------------------------------------------------------------------------------------------------------
+
+bool DockPresenter::isBusy(const QString& display) const {
+  const auto dock = docks_.find(display);
+  if (dock != docks_.end() && dock->second->view().isHeld()) return true;
+  return (menu_ && menuDisplay_ == display) || panels_.hasActivePanel(display);
+}
+
+bool DockPresenter::opensDownwards(const QString& display) const {
+  const auto dock = docks_.find(display);
+  const QList<Screen> screens = services_.screens.all();
+  const auto screen = std::ranges::find(screens, display, &Screen::id);
+  if (dock == docks_.end() || screen == screens.end()) return false;
+  const double middle = dock_.contentOrigin(display).y() + dock->second->view().glassRect().center().y();
+  return middle < screen->usable.center().y();
+}
+
+QRect DockPresenter::besideRect(const QString& display, const QUuid& widget) const {
+  const auto dock = docks_.find(display);
+  if (dock == docks_.end()) return {};
+  const DockView& view = dock->second->view();
+  return view.tileRect(widget).isEmpty() ? QRect() : view.besideRect(widget);
+}
+
+void DockPresenter::applicationsPlaced(const QString& display) {
+  const auto found = docks_.find(display);
+  if (found == docks_.end()) return;
+  const QPointF origin = dock_.contentOrigin(display);
+  QHash<quint64, QRectF> places = found->second->view().applicationPlaces();
+  for (QRectF& place : places) place.translate(origin);
+  tiles_.setTileRects(display, places);
+}
+
+// --- Clicks and drops -----------------------------------------------------------------------------------------------
+
+/// Here comes in what the user does on a dock. What follows from it and knows no dock is meant for this one.
+void DockPresenter::actOn(const QString& display) { store_.activeDisplay = display; }
+
+void DockPresenter::activateTile(const QString& display, const QUuid& widget) {
+  actOn(display);
+  tiles_.activateTile(display, widget);
+}
+
+void DockPresenter::openNewWindow(const QUuid& widget, quint64 application) {
+  widget.isNull() ? tiles_.newWindow(application) : tiles_.newWindowOfTile(widget);
+}
+
+void DockPresenter::dropFiles(const DockFileDrop& drop) {
+  actOn(drop.display);
+  drops_.routeDroppedFiles(drop);
+}
+
+void DockPresenter::moveTile(const QString& display, qsizetype from, qsizetype to) {
+  actOn(display);
+  edits_.moveShown(display, from, to);
+}
+
+void DockPresenter::removeTile(const QString& display, const QUuid& widget) {
+  actOn(display);
+  edits_.remove(widget, display);
+}
+
+void DockPresenter::dropWidget(const QString& display, const QString& text, qsizetype index) {
+  actOn(display);
+  drops_.dropWidget(text, index, display);
+}
+
+bool DockPresenter::holdsProfile() const {
+  return !panels_.openWidget().isNull() || (setup_.editorIsOpen && setup_.editorIsOpen());
+}
+
+// --- Panels ---------------------------------------------------------------------------------------------------------
+
+void DockPresenter::openPanel(const QString& display, const QUuid& widget) {
+  // A menu that was asked for before may still be on its way.
+  closeMenu();
+  Panel* panel = dock_.panel(display);
+  const auto dock = docks_.find(display);
+  if (!panel || dock == docks_.end()) return;
+  QRect tile = besideRect(display, widget);
+  if (tile.isEmpty()) tile = dock->second->view().glassRect().toAlignedRect();
+  panels_.open(display, widget, *panel, dock_.mapFromContent(display, tile));
+}
+
+void DockPresenter::markOpen(const QString& display, const QUuid& widget) {
+  for (const auto& [id, dock] : docks_) dock->view().setPanelOpen(id == display ? widget : QUuid());
+}
+
+// --- Menus ----------------------------------------------------------------------------------------------------------
+
+void DockPresenter::openTileMenu(const QString& display, const QUuid& widget, const QRect& beside) {
+  actOn(display);
+  openMenu(display, menus_.tile(widget, display), beside);
+}
+
+void DockPresenter::openApplicationMenu(const QString& display, quint64 application, const QRect& beside) {
+  actOn(display);
+  openMenu(display, menus_.application(application, display), beside);
+}
+
+void DockPresenter::openDockMenu(const QString& display, const QRect& beside) {
+  actOn(display);
+  openMenu(display, menus_.dock(display), beside);
+}
+
+void DockPresenter::openMenu(const QString& display, const QList<DockMenuEntry>& entries, const QRect& beside) {
+  if (!dock_.panel(display) || entries.isEmpty()) return;
+  closeMenu();
+  auto* menu = new QMenu;
+  menu_ = menu;
+  menuDisplay_ = display;
+  DockMenuModel::fill(*menu, entries);
+  connect(menu, &QMenu::aboutToHide, this, [this, menu] {
+    // It goes once its entry has run, even where that entry asks something and waits for the answer.
+    menu->deleteLater();
+    const auto forget = [this, menu] {
+      // It may have gone by then, without a word to whoever points to it.
+      if (!menu_ || menu_ == menu) {
+        menu_.clear();
+        markMenu(false);
+      }
+      dock_.checkEdge();
+    };
+    QMetaObject::invokeMethod(this, forget, Qt::QueuedConnection);
+  });
+  markMenu(true);
+  panels_.closeAtOnce();
+  // Of a double click the toolkit tells twice, and the second word would close a menu that is open by then.
+  const auto open = [this, menu, display, beside] {
+    if (menu != menu_) return;
+    if (Panel* owner = dock_.panel(display)) {
+      owner->openMenu(*menu, dock_.mapFromContent(display, beside));
+    } else {
+      closeMenu();
+    }
+  };
+  QMetaObject::invokeMethod(menu, open, Qt::QueuedConnection);
+}
+
+QList<ItemCommand> DockPresenter::commandsOf(const QString& display, const QUuid& widget, quint64 application,
+                                             const QRect&) {
+  const QList<DockMenuEntry> entries =
+      widget.isNull() ? menus_.application(application, display) : menus_.tile(widget, display);
+  QList<ItemCommand> commands;
+  QHash<QString, int> seen;
+  for (const DockMenuEntry& entry : entries) {
+    if (!entry.run) continue;
+    // Windows of one title are told apart by their place alone.
+    const auto number = ++seen[entry.text];
+    const QString text = number > 1 ? tr("%1 (%2)").arg(entry.text).arg(number) : entry.text;
+    commands.append({text, [this, display, run = entry.run] {
+                       actOn(display);
+                       run();
+                     }});
+  }
+  return commands;
+}
+
+void DockPresenter::closeMenu() {
+  if (!menu_) return;
+  menu_->close();
+  menu_->deleteLater();  // One that was never shown says nothing when it is closed.
+  menu_.clear();
+  markMenu(false);
+}
+
+void DockPresenter::markMenu(bool open) {
+  if (const auto dock = docks_.find(menuDisplay_); dock != docks_.end()) dock->second->view().setMenuOpen(open);
+}
+
+// --- The way back ---------------------------------------------------------------------------------------------------
+
+void DockPresenter::offerUndo(const QString& display, const QString& sentence, const std::function<void()>& undo) {
+  undo_.push({sentence, display}, undo);
+}
+
+void DockPresenter::showUndo(quint64 entry, const QString& sentence, const QString& display) {
+  if (sentence.isEmpty() || !message_) return;
+  if (dock_.displays().isEmpty() || services_.screens.all().isEmpty()) return;
+  const auto make = [this, entry, sentence] {
+    auto bubble = std::make_unique<UndoBubble>(store_.scheduler(), sentence);
+    connect(
+        bubble.get(), &MessageBubble::dismissed, this, [this, entry] { closeBubble(entry); }, Qt::QueuedConnection);
+    connect(
+        bubble.get(), &MessageBubble::actionRequested, this,
+        [this, entry] {
+          closeBubble(entry);
+          undo_.undo(entry);
+        },
+        Qt::QueuedConnection);
+    return bubble;
+  };
+  bubbleEntry_ = entry;
+  bubble_ = std::make_unique<DockBubble>(
+      DockBubbleParts{&store_, &dock_, &services_.screens, &services_.panels, &panels_}, make);
+  bubble_->setDisplay(display.isEmpty() ? store_.activeDisplay : display);
+  bubble_->setRaised([this] {
+    const int message = message_ ? message_->height() : 0;
+    return message > 0 ? message + kOverAMessage : 0;
+  });
+  bubble_->arrange();
+}
+
+/// By the time that this is asked for, the bubble may be another entry's.
+void DockPresenter::closeBubble(quint64 entry) {
+  if (entry == bubbleEntry_) bubble_.reset();
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,138 @@
+#pragma once
+
+#include <QMenu>
+#include <QObject>
+#include <QPointer>
+#include <functional>
+#include <memory>
+
+#include "app/DockBubble.h"
+#include "app/DockCommands.h"
+#include "app/DockMenus.h"
+#include "app/EntryQuestion.h"
+#include "app/MessageLine.h"
+#include "app/PanelHost.h"
+#include "app/TipHost.h"
+#include "dock/DockController.h"
+#include "store/DockDrops.h"
+#include "store/UndoStack.h"
+#include "store/UndoableEdits.h"
+#include "views/dock/LiveDock.h"
+
+namespace tarnwick {
+
+class Readings;
+
+/// What presents the docks, beside the services of the desktop.
+struct DockPresenterSetup {
+  DockPreferenceAccess& preferences;  ///< Of the system's own dock.
+  DockGuard& guard;
+  Readings& readings;
+  /// Sends files to devices nearby; empty where nothing can.
+  std::function<bool(const QList<QUrl>& files)> sendNearby{};
+  /// Whether a form is open in which a widget is set up.
+  std::function<bool()> editorIsOpen{};
+};
+
+/// The docks on the screen and what stands beside them: their content, menus, panels, messages, and the way back from
+/// what was changed on them. Main thread only.
+class DockPresenter final : public QObject, private DockHost {
+  Q_OBJECT
+ public:
+  /// All must outlive it.
+  DockPresenter(AppStore& store, const Services& services, Commands& commands, DockPresenterSetup setup);
+  ~DockPresenter() override;
+
+  DockController& dock() { return dock_; }
+  const DockController& dock() const { return dock_; }
+  UndoableEdits& edits() { return edits_; }
+  UndoStack& undoStack() { return undo_; }
+
+  /// What a display's dock shows.
+  std::unique_ptr<DockContent> makeContent(const QString& display);
+
+  /// Lets the docks come up, and with them the message line.
+  void show();
+  /// Starts listening to what applications want shown on their tiles.
+  void start();
+  /// Takes down what stands beside the docks, after which nothing can be taken back. To be called before the store goes
+  /// down; shutdown() after it.
+  void closeAll();
+  void shutdown();
+
+  /// Opens the panel of a widget beside its tile, or closes it when it is open. Nothing happens where the display has no
+  /// dock.
+  void openPanel(const QString& display, const QUuid& widget);
+  /// A click on a running application: brings it to the front, or minimises the one that is in front.
+  void activateApplication(quint64 application) { tiles_.activateApplication(application); }
+  bool panelIsOpen(const QString& display) const { return panels_.hasActivePanel(display); }
+  /// Closes the open panel without motion.
+  void closePanel() { panels_.closeAtOnce(); }
+  /// Says what was done above a display's dock, and offers to take it back.
+  void offerUndo(const QString& display, const QString& sentence, const std::function<void()>& undo);
+
+  /// What tiles of these widgets show at this moment, whether or not a dock holds them.
+  TileSources previews(const QList<DockWidget>& widgets);
+
+ private:
+  // DockHost
+  void activateTile(const QString& display, const QUuid& widget) override;
+  void openNewWindow(const QUuid& widget, quint64 application) override;
+  void cycleWindows(quint64 application, int direction) override { tiles_.cycleWindows(application, direction); }
+  void openTileMenu(const QString& display, const QUuid& widget, const QRect& beside) override;
+  void openApplicationMenu(const QString& display, quint64 application, const QRect& beside) override;
+  void openDockMenu(const QString& display, const QRect& beside) override;
+  QList<ItemCommand> commandsOf(const QString& display, const QUuid& widget, quint64 application,
+                                const QRect& beside) override;
+  void dropFiles(const DockFileDrop& drop) override;
+  void dropWidget(const QString& display, const QString& text, qsizetype index) override;
+  void moveTile(const QString& display, qsizetype from, qsizetype to) override;
+  void removeTile(const QString& display, const QUuid& widget) override;
+  void applicationsPlaced(const QString& display) override;
+  bool holdsProfile() const override;
+  void moveDock(const QString& display, const QPoint& delta) override { dock_.moveBy(display, delta); }
+  void finishMove(const QString& display) override { dock_.finishMove(display); }
+  void dismissPanel() override { panels_.close(); }
+  void leaveKeyboard() override { dock_.leaveKeyboard(); }
+
+  void actOn(const QString& display);
+  /// An entry from outside the folders of applications is asked about before it runs.
+  void guardStrangeEntries();
+  void connectContents();
+  void connectDocks();
+  TileQuestions questions();
+  TileSources sources(const QString& display) const;
+  std::optional<ApplicationFacts> factsAt(const QString& path);
+  bool opensDownwards(const QString& display) const;
+  QRect besideRect(const QString& display, const QUuid& widget) const;
+  bool isBusy(const QString& display) const;
+  void markOpen(const QString& display, const QUuid& widget);
+  void rebuildRows();
+  void openMenu(const QString& display, const QList<DockMenuEntry>& entries, const QRect& beside);
+  void closeMenu();
+  void markMenu(bool open);
+  void showUndo(quint64 entry, const QString& sentence, const QString& display);
+  void closeBubble(quint64 entry);
+
+  AppStore& store_;
+  const Services& services_;
+  Commands& commands_;
+  DockPresenterSetup setup_;
+  UndoStack undo_;
+  UndoableEdits edits_;
+  DockDrops drops_;
+  DockCommands tiles_;
+  DockMenus menus_;
+  EntryQuestion entryQuestion_;
+  TipHost tips_;
+  std::map<QString, LiveDock*> docks_;
+  QPointer<QMenu> menu_;  // The one that is open.
+  QString menuDisplay_;
+  PanelHost panels_;
+  DockController dock_;
+  std::unique_ptr<MessageLine> message_;
+  std::unique_ptr<DockBubble> bubble_;
+  quint64 bubbleEntry_ = 0;
+};
+
+}  // namespace tarnwick

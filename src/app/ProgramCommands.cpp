@@ -1,0 +1,193 @@
+#include "app/ProgramCommands.h"
+
+#include <QClipboard>
+#include <QFileInfo>
+#include <QGuiApplication>
+
+#include "app/AppDelegate.h"
+#include "app/DockPresenter.h"
+#include "app/Readings.h"
+#include "app/Windows.h"
+#include "apps/AppActivation.h"
+#include "apps/AppOpener.h"
+#include "apps/InstalledApps.h"
+#include "apps/RunningApplications.h"
+#include "config/CalendarFolders.h"
+#include "desktop/ClientWindows.h"
+#include "desktop/Files.h"
+#include "desktop/ScreenColors.h"
+#include "store/AppStore.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kDockPictureSide = 2560;  // A dock is no wider on most displays, and what lies on it is blurred.
+
+}  // namespace
+
+ProgramCommands::ProgramCommands(AppDelegate& delegate, const Services& services, Readings& readings)
+    : delegate_(delegate), services_(services), readings_(readings), pictures_(delegate.store()) {}
+
+bool ProgramCommands::can(Optional command) const {
+  switch (command) {
+    case Optional::SystemMonitor:
+      return !entryFor(StandardApplications::Purpose::Monitor).isEmpty();
+    case Optional::CalendarApp:
+      return !entryFor(StandardApplications::Purpose::Calendar).isEmpty();
+    case Optional::CommandBar:
+    case Optional::FolderIcons:
+    case Optional::OpenSpace:
+    case Optional::SaveSpace:
+    case Optional::CheckForUpdates:
+      return false;
+  }
+  return false;
+}
+
+// --- Windows --------------------------------------------------------------------------------------------------------
+
+void ProgramCommands::showSettings() { delegate_.windows().showSettings(); }
+
+void ProgramCommands::showLibrary(const QString& display, const QUuid& profile) {
+  QString& acted = delegate_.store().activeDisplay;
+  if (!display.isEmpty()) acted = display;
+  delegate_.windows().showLibrary(acted, profile);
+}
+
+void ProgramCommands::openEditor(const QUuid& widget) { delegate_.windows().showEditor(widget); }
+
+void ProgramCommands::continueSetup() { delegate_.windows().showOnboarding(); }
+
+void ProgramCommands::showAbout() { delegate_.windows().showAbout(); }
+
+void ProgramCommands::showHelp() { delegate_.windows().showHelp(); }
+
+// An order or a file from outside may ask for what no menu offers yet.
+
+void ProgramCommands::importSpace(const QString& path) {
+  delegate_.store().setError(tr("“%1” was not opened. Spaces come with a later version of Tarnwick.")
+                                 .arg(QFileInfo(path).fileName()));
+}
+
+void ProgramCommands::toggleCommandBar() {
+  delegate_.store().setError(tr("The command bar comes with a later version of Tarnwick."));
+}
+
+// --- Docks ----------------------------------------------------------------------------------------------------------
+
+void ProgramCommands::toggleDock() { delegate_.dock().toggle(); }
+
+bool ProgramCommands::isDockHidden() const { return delegate_.dock().isManuallyHidden(); }
+
+void ProgramCommands::focusDock() {
+  if (isDockHidden()) toggleDock();
+  delegate_.dock().focus();
+}
+
+void ProgramCommands::chooseLayout(DockLayout layout) {
+  delegate_.presenter().edits().change([layout](DockConfiguration& config) { config.layout = layout; });
+}
+
+void ProgramCommands::selectProfile(int index) {
+  const auto& profiles = delegate_.store().config().profiles;
+  if (index >= 0 && index < profiles.size()) delegate_.store().selectProfile(profiles[index].id);
+}
+
+void ProgramCommands::openPanel(const QString& display, const QUuid& widget) {
+  delegate_.presenter().openPanel(display, widget);
+}
+
+void ProgramCommands::restoreSystemDock() { delegate_.dock().restoreSystemDock(); }
+
+void ProgramCommands::chooseDockPicture() {
+  const auto use = [this](const QString& name) {
+    delegate_.presenter().edits().change([&](DockConfiguration& config) { config.desktop.backgroundImage = name; });
+  };
+  pictureQuestion_.askPicture(
+      tr("Dock picture"), [this, use](const QString& picture) { pictures_.keep(picture, kDockPictureSide, use); });
+}
+
+void ProgramCommands::addCalendarFolder() {
+  folderQuestion_.ask(tr("Add Calendar Folder"), [this](const QString& path) {
+    delegate_.presenter().edits().change(
+        [&path](DockConfiguration& config) { CalendarFolders::add(config, path); });
+  });
+}
+
+// --- What was done --------------------------------------------------------------------------------------------------
+
+void ProgramCommands::changeWidget(const DockWidget& widget) { delegate_.presenter().edits().update(widget); }
+
+void ProgramCommands::offerUndo(const QString& display, const QString& sentence, const std::function<void()>& undo) {
+  delegate_.presenter().offerUndo(display, sentence, undo);
+}
+
+void ProgramCommands::undo() { delegate_.presenter().undoStack().undo(); }
+
+void ProgramCommands::redo() { delegate_.presenter().undoStack().redo(); }
+
+void ProgramCommands::dismissMessage() { delegate_.store().clearError(); }
+
+// --- Applications and files -----------------------------------------------------------------------------------------
+
+void ProgramCommands::openUrl(const QUrl& url, const std::function<void(bool started)>& done) {
+  services_.opener.open(url, done);
+}
+
+void ProgramCommands::openPath(const QString& path) { services_.opener.open(QUrl::fromLocalFile(path)); }
+
+void ProgramCommands::reveal(const QString& path) {
+  services_.files.reveal({path}, this, [this, path](bool shown) {
+    if (!shown) openPath(QFileInfo(path).path());
+  });
+}
+
+void ProgramCommands::openTrash() { services_.opener.openTrash(services_.files.trashFolder()); }
+
+void ProgramCommands::emptyTrash() {
+  services_.files.emptyTrash(this, [this](const FilesOutcome& outcome) {
+    if (!outcome.error.isEmpty()) delegate_.store().setError(outcome.error);
+  });
+}
+
+void ProgramCommands::copyText(const QString& text) { QGuiApplication::clipboard()->setText(text); }
+
+void ProgramCommands::startApplication(const QString& entryPath) { services_.opener.start(entryPath); }
+
+void ProgramCommands::bringApplication(quint64 application) {
+  AppActivation(services_.runningApps, services_.windows).bring(application);
+}
+
+void ProgramCommands::activateApplication(quint64 application) {
+  delegate_.presenter().activateApplication(application);
+}
+
+void ProgramCommands::showWindow(quint64 window) { services_.windows.activate(window); }
+
+void ProgramCommands::openSystemMonitor() { startFor(StandardApplications::Purpose::Monitor); }
+
+void ProgramCommands::openCalendarApp() { startFor(StandardApplications::Purpose::Calendar); }
+
+QString ProgramCommands::entryFor(StandardApplications::Purpose purpose) const {
+  const auto index = services_.installedApps.index();
+  const DesktopEntry* entry = index ? StandardApplications::entryFor(purpose, *index) : nullptr;
+  return entry ? entry->path : QString();
+}
+
+void ProgramCommands::startFor(StandardApplications::Purpose purpose) {
+  if (const QString entry = entryFor(purpose); !entry.isEmpty()) services_.opener.start(entry);
+}
+
+void ProgramCommands::pickColor(const std::function<void(const QString& hex)>& picked) {
+  services_.colors.pick(this, picked, [this](const QString& sentence) { delegate_.store().setError(sentence); });
+}
+
+void ProgramCommands::completeReminder(const Reminder& reminder, bool completed) {
+  readings_.setCompleted(reminder, completed);
+}
+
+void ProgramCommands::endProcess(const ProcessReading& process) { readings_.processes().end(process); }
+
+void ProgramCommands::quit() { QMetaObject::invokeMethod(&delegate_, &AppDelegate::quit, Qt::QueuedConnection); }
+
+}  // namespace tarnwick

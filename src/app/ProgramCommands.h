@@ -1,0 +1,85 @@
+#pragma once
+
+#include <QObject>
+
+#include "app/FolderQuestion.h"
+#include "app/PictureKeeper.h"
+#include "apps/StandardApplications.h"
+#include "store/Commands.h"
+#include "store/Services.h"
+
+namespace tarnwick {
+
+class AppDelegate;
+class Readings;
+
+/// Does what a user can ask for, each command by the part of the program that it belongs to.
+class ProgramCommands final : public QObject, public Commands {
+  Q_OBJECT
+ public:
+  /// Made first of all that the delegate owns; its parts are asked for when a command comes. All must outlive it.
+  ProgramCommands(AppDelegate& delegate, const Services& services, Readings& readings);
+
+  bool can(Optional command) const override;
+
+  void showSettings() override;
+  void showLibrary(const QString& display, const QUuid& profile) override;
+  void openEditor(const QUuid& widget) override;
+  void continueSetup() override;
+  void showAbout() override;
+  void showHelp() override;
+  void chooseFolderIcons() override {}
+  void openSpace() override {}
+  void importSpace(const QString& path) override;
+  void saveSpace() override {}
+  void checkForUpdates() override {}
+  void toggleCommandBar() override;
+
+  void toggleDock() override;
+  bool isDockHidden() const override;
+  void focusDock() override;
+  void chooseLayout(DockLayout layout) override;
+  void selectProfile(int index) override;
+  void openPanel(const QString& display, const QUuid& widget) override;
+  void restoreSystemDock() override;
+  void chooseDockPicture() override;
+  void addCalendarFolder() override;
+
+  void changeWidget(const DockWidget& widget) override;
+  void offerUndo(const QString& display, const QString& sentence, const std::function<void()>& undo) override;
+  void undo() override;
+  void redo() override;
+  void dismissMessage() override;
+
+  void openUrl(const QUrl& url, const std::function<void(bool started)>& done) override;
+  void openPath(const QString& path) override;
+  void reveal(const QString& path) override;
+  void openTrash() override;
+  void emptyTrash() override;
+  void copyText(const QString& text) override;
+  void startApplication(const QString& entryPath) override;
+  void bringApplication(quint64 application) override;
+  void activateApplication(quint64 application) override;
+  void showWindow(quint64 window) override;
+  void openSystemMonitor() override;
+  void openCalendarApp() override;
+  void pickColor(const std::function<void(const QString& hex)>& picked) override;
+  void completeReminder(const Reminder& reminder, bool completed) override;
+  void endProcess(const ProcessReading& process) override;
+
+  void quit() override;
+
+ private:
+  /// The desktop entry of what is installed for a purpose; empty where nothing is.
+  QString entryFor(StandardApplications::Purpose purpose) const;
+  void startFor(StandardApplications::Purpose purpose);
+
+  AppDelegate& delegate_;
+  const Services& services_;
+  Readings& readings_;
+  PictureKeeper pictures_;
+  FolderQuestion pictureQuestion_;
+  FolderQuestion folderQuestion_;
+};
+
+}  // namespace tarnwick

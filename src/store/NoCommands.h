@@ -1,0 +1,60 @@
+#pragma once
+
+#include "store/Commands.h"
+
+namespace tarnwick {
+
+/// Does nothing: for pictures of windows and panels, behind which there is no program.
+class NoCommands : public Commands {
+ public:
+  bool can(Optional) const override { return false; }
+
+  void showSettings() override {}
+  void showLibrary(const QString&, const QUuid& = {}) override {}
+  void openEditor(const QUuid&) override {}
+  void continueSetup() override {}
+  void showAbout() override {}
+  void showHelp() override {}
+  void chooseFolderIcons() override {}
+  void openSpace() override {}
+  void importSpace(const QString&) override {}
+  void saveSpace() override {}
+  void checkForUpdates() override {}
+  void toggleCommandBar() override {}
+
+  void toggleDock() override {}
+  bool isDockHidden() const override { return false; }
+  void focusDock() override {}
+  void chooseLayout(DockLayout) override {}
+  void selectProfile(int) override {}
+  void openPanel(const QString&, const QUuid&) override {}
+  void restoreSystemDock() override {}
+  void chooseDockPicture() override {}
+  void addCalendarFolder() override {}
+
+  void changeWidget(const DockWidget&) override {}
+  void offerUndo(const QString&, const QString&, const std::function<void()>&) override {}
+  void undo() override {}
+  void redo() override {}
+  void dismissMessage() override {}
+
+  void openUrl(const QUrl&, const std::function<void(bool)>& = {}) override {}
+  void openPath(const QString&) override {}
+  void reveal(const QString&) override {}
+  void openTrash() override {}
+  void emptyTrash() override {}
+  void copyText(const QString&) override {}
+  void startApplication(const QString&) override {}
+  void bringApplication(quint64) override {}
+  void activateApplication(quint64) override {}
+  void showWindow(quint64) override {}
+  void openSystemMonitor() override {}
+  void openCalendarApp() override {}
+  void pickColor(const std::function<void(const QString&)>&) override {}
+  void completeReminder(const Reminder&, bool) override {}
+  void endProcess(const ProcessReading&) override {}
+
+  void quit() override {}
+};
+
+}  // namespace tarnwick

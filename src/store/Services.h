@@ -1,0 +1,53 @@
+#pragma once
+
+namespace tarnwick {
+
+class AppIcons;
+class AppOpener;
+class ClientWindows;
+class Files;
+class FrameClocks;
+class HotKeys;
+class InstalledApps;
+class LauncherHints;
+class MotionPreference;
+class Notifications;
+class Panels;
+class RunningApplications;
+class Scheduler;
+class ScreenColors;
+class Screens;
+class SessionEvents;
+class Toggles;
+class ZoneSensor;
+
+/// What the program uses of the desktop: one reference each, made once by the adapters and valid for the whole run. A
+/// facility that this desktop lacks is an object that says so; none is ever missing.
+struct Services {
+  Scheduler& scheduler;
+
+  // Screens and what stands on them.
+  Screens& screens;
+  Panels& panels;
+  ZoneSensor& zones;
+  FrameClocks& clocks;
+  MotionPreference& motion;
+  ClientWindows& windows;
+  HotKeys& hotKeys;
+  ScreenColors& colors;
+
+  // The session.
+  SessionEvents& session;
+  Notifications& notifications;
+  Toggles& toggles;
+  Files& files;
+
+  // Applications.
+  InstalledApps& installedApps;
+  RunningApplications& runningApps;
+  AppIcons& icons;
+  AppOpener& opener;
+  LauncherHints& hints;
+};
+
+}  // namespace tarnwick

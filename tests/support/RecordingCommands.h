@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QStringList>
+#include <vector>
+
+#include "store/NoCommands.h"
+
+namespace tarnwick::test {
+
+/// Writes down what it was asked for, as "name argument", and does nothing. Everything can be asked of it, less what
+/// `missing` holds.
+class RecordingCommands : public NoCommands {
+ public:
+  bool can(Optional command) const override { return !missing.contains(command); }
+
+  void showSettings() override { asked << QStringLiteral("settings"); }
+  void showLibrary(const QString& display, const QUuid& profile = {}) override {
+    asked << QStringLiteral("library %1").arg(profile.isNull() ? display : profile.toString());
+  }
+  void openEditor(const QUuid& widget) override { asked << QStringLiteral("edit %1").arg(widget.toString()); }
+  void continueSetup() override { asked << QStringLiteral("setup"); }
+  void showAbout() override { asked << QStringLiteral("about"); }
+  void showHelp() override { asked << QStringLiteral("help"); }
+  void toggleCommandBar() override { asked << QStringLiteral("command bar"); }
+
+  void toggleDock() override { asked << QStringLiteral("toggle"); }
+  bool isDockHidden() const override { return isHidden; }
+  void chooseLayout(DockLayout layout) override { layouts << layout; }
+  void openPanel(const QString& display, const QUuid& widget) override {
+    asked << QStringLiteral("panel %1 %2").arg(display, widget.toString());
+  }
+  void restoreSystemDock() override { asked << QStringLiteral("restore"); }
+  void chooseDockPicture() override { asked << QStringLiteral("picture"); }
+  void addCalendarFolder() override { asked << QStringLiteral("calendar folder"); }
+
+  void offerUndo(const QString&, const QString&, const std::function<void()>& undo) override { undos.push_back(undo); }
+  void undo() override { asked << QStringLiteral("undo"); }
+  void redo() override { asked << QStringLiteral("redo"); }
+
+  /// Every address finds an application.
+  void openUrl(const QUrl& url, const std::function<void(bool)>& done = {}) override {
+    asked << url.toString(QUrl::FullyEncoded);
+    if (done) done(startsApplications);
+  }
+  void openPath(const QString& path) override { asked << path; }
+  void reveal(const QString& path) override { asked << QStringLiteral("reveal %1").arg(path); }
+  void openTrash() override { asked << QStringLiteral("trash"); }
+  void emptyTrash() override { asked << QStringLiteral("emptied"); }
+  void copyText(const QString& text) override { asked << QStringLiteral("copy %1").arg(text); }
+  void startApplication(const QString& path) override { asked << QStringLiteral("start %1").arg(path); }
+  void bringApplication(quint64 application) override { asked << QStringLiteral("app %1").arg(application); }
+  void activateApplication(quint64 application) override { asked << QStringLiteral("click %1").arg(application); }
+  void showWindow(quint64 window) override { asked << QStringLiteral("window %1").arg(window); }
+  void pickColor(const std::function<void(const QString&)>& done) override { picked = done; }
+  void completeReminder(const Reminder& reminder, bool completed) override {
+    asked << QStringLiteral("%1 %2").arg(completed ? QStringLiteral("done") : QStringLiteral("open"), reminder.title);
+  }
+  void quit() override { asked << QStringLiteral("quit"); }
+
+  QStringList asked;
+  QList<DockLayout> layouts;
+  std::vector<std::function<void()>> undos;
+  std::function<void(const QString&)> picked;
+  QList<Optional> missing;
+  bool startsApplications = true;
+  bool isHidden = false;
+};
+
+}  // namespace tarnwick::test
