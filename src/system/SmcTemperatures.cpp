@@ -33,7 +33,7 @@ constexpr quint32 code(const char (&text)[5]) {
 
 /// Numbers of a record are in the machine's own order; a key's or a type's characters make one number, first highest.
 template <class T>
-T field(const SmcRecord& record, std::size_t at) {
+T readField(const SmcRecord& record, std::size_t at) {
   T value;
   std::memcpy(&value, record.data() + at, sizeof value);
   return value;
@@ -68,8 +68,8 @@ int read_key(SmcTransport& connection, const char* key, double* out) {
   setField(question, kKey, name);
   question[kCommand] = kReadInfo;
   if (!ask(connection, question, answer)) return 0;
-  const auto size = field<quint32>(answer, kDataSize);
-  const auto type = field<quint32>(answer, kDataType);
+  const auto size = readField<quint32>(answer, kDataSize);
+  const auto type = readField<quint32>(answer, kDataType);
   if (size < 1 || size > kMostBytes) return 0;
 
   question = {};
@@ -82,7 +82,7 @@ int read_key(SmcTransport& connection, const char* key, double* out) {
   if (type == code("sp78") && size == 2) {
     value = qFromBigEndian<qint16>(answer.data() + kBytes) / 256.0;
   } else if (type == code("flt ") && size == 4) {
-    value = static_cast<double>(field<float>(answer, kBytes));
+    value = static_cast<double>(readField<float>(answer, kBytes));
   } else {
     return 0;
   }

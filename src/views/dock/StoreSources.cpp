@@ -26,7 +26,8 @@ QStringList pathsOf(const DockWidget& widget) {
 
 bool isSwitches(const DockWidget& widget) { return Catalog::find(widget.kind).family == "toggles"_L1; }
 
-std::optional<ApplicationFacts> applicationOf(const AppStore& store, const TileQuestions& questions, const QString& path) {
+std::optional<ApplicationFacts> applicationOf(const AppStore& store, const TileQuestions& questions,
+                                              const QString& path) {
   auto facts = ask(questions.applicationAt, path);
   // An entry that the user overrides in another folder is the same application.
   const auto isIt = [&](const RunningApp& app) {
