@@ -45,21 +45,18 @@ if(TARNWICK_TESTS AND plain_tests)
   set_target_properties(tarnwick_pch_test_core tarnwick_pch_test_widgets PROPERTIES TARNWICK_IS_TEST ON)
 endif()
 
-# tarnwick_layer(NAME SOURCES file... [LINK target...] [PCH core|gui|widgets] [ONE_BY_ONE] [NO_MOC])
-# One static library for one folder. With CMAKE_UNITY_BUILD a dozen of its files are compiled at a time, unless ONE_BY_ONE
-# says that they name things of their own alike. NO_MOC says that nothing in it has Q_OBJECT. LINK names what the folder
-# includes; who may include whom stands in docs/architecture.md and is checked by scripts/check-layers.
+# tarnwick_layer(NAME SOURCES file... [LINK target...] [PCH core|gui|widgets] [NO_MOC])
+# One static library for one folder. With CMAKE_UNITY_BUILD a dozen of its files are compiled at a time, so no two of them
+# may name things of their own alike. NO_MOC says that nothing in it has Q_OBJECT. LINK names what the folder includes; who
+# may include whom stands in docs/architecture.md and is checked by scripts/check-layers.
 function(tarnwick_layer name)
-  cmake_parse_arguments(arg "ONE_BY_ONE;NO_MOC" "PCH" "SOURCES;LINK" ${ARGN})
+  cmake_parse_arguments(arg "NO_MOC" "PCH" "SOURCES;LINK" ${ARGN})
   if(NOT arg_PCH)
     set(arg_PCH core)
   endif()
   add_library(tarnwick_${name} STATIC ${arg_SOURCES})
   target_link_libraries(tarnwick_${name} PUBLIC tarnwick_options Qt6::Core ${arg_LINK})
   target_precompile_headers(tarnwick_${name} REUSE_FROM tarnwick_pch_${arg_PCH})
-  if(arg_ONE_BY_ONE)
-    set_target_properties(tarnwick_${name} PROPERTIES UNITY_BUILD OFF)
-  endif()
   if(arg_NO_MOC)
     set_target_properties(tarnwick_${name} PROPERTIES AUTOMOC OFF)
   endif()

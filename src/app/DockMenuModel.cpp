@@ -14,14 +14,16 @@ namespace {
 
 constexpr int kWidestEntry = 320;
 
-QString words(const char* text) { return QCoreApplication::translate("DockMenu", text); }
+struct DockMenuWords {
+  Q_DECLARE_TR_FUNCTIONS(DockMenu)
+};
 
 void separate(QList<DockMenuEntry>& entries) {
   if (!entries.isEmpty() && !entries.last().text.isEmpty()) entries << DockMenuEntry();
 }
 
 DockMenuEntry open(const QString& name, const DockMenuActions& actions) {
-  return {words(QT_TRANSLATE_NOOP("DockMenu", "Open ")) + name, actions.open, {}};
+  return {DockMenuWords::tr("Open ") + name, actions.open, {}};
 }
 
 std::function<void()> onlyIf(bool condition, const std::function<void()>& action) {
@@ -35,25 +37,24 @@ void addApplication(QList<DockMenuEntry>& entries, const AppMenuState& state, co
   }
   separate(entries);
   for (const AppMenuState::Window& window : state.windows) {
-    const QString title =
-        window.title.isEmpty() ? words(QT_TRANSLATE_NOOP("DockMenu", "Untitled Window")) : window.title;
+    const QString title = window.title.isEmpty() ? DockMenuWords::tr("Untitled Window") : window.title;
     entries << DockMenuEntry{title, [show = actions.showWindow, id = window.id] { show(id); }, window.active};
   }
   separate(entries);
   if (state.canBeKept) {
-    entries << DockMenuEntry{words(QT_TRANSLATE_NOOP("DockMenu", "Keep in Dock")), actions.keep, {}};
+    entries << DockMenuEntry{DockMenuWords::tr("Keep in Dock"), actions.keep, {}};
   }
   if (!state.windows.isEmpty()) {
-    entries << DockMenuEntry{words(QT_TRANSLATE_NOOP("DockMenu", "Quit")), actions.quit, {}};
+    entries << DockMenuEntry{DockMenuWords::tr("Quit"), actions.quit, {}};
   }
   if (entries.last().text.isEmpty()) entries.removeLast();
 }
 
 void addCalendarFolders(QList<DockMenuEntry>& entries, const QStringList& folders, const DockMenuActions& actions) {
   separate(entries);
-  entries << DockMenuEntry{words(QT_TRANSLATE_NOOP("DockMenu", "Add Calendar Folder…")), actions.addCalendarFolder, {}};
+  entries << DockMenuEntry{DockMenuWords::tr("Add Calendar Folder…"), actions.addCalendarFolder, {}};
   for (const QString& path : folders) {
-    entries << DockMenuEntry{words(QT_TRANSLATE_NOOP("DockMenu", "Remove “%1”")).arg(QFileInfo(path).fileName()),
+    entries << DockMenuEntry{DockMenuWords::tr("Remove “%1”").arg(QFileInfo(path).fileName()),
                              [remove = actions.removeCalendarFolder, path] { remove(path); },
                              {}};
   }
@@ -64,26 +65,20 @@ void addCalendarFolders(QList<DockMenuEntry>& entries, const QStringList& folder
 QList<DockMenuEntry> DockMenuModel::tile(const TileMenuState& state, const DockMenuActions& actions) {
   QList<DockMenuEntry> entries;
   if (state.opens) entries << open(state.name, actions);
-  entries << DockMenuEntry{words(QT_TRANSLATE_NOOP("DockMenu", "Edit Widget…")), actions.edit, {}};
+  entries << DockMenuEntry{DockMenuWords::tr("Edit Widget…"), actions.edit, {}};
   if (state.hasIcon) {
-    entries << DockMenuEntry{words(QT_TRANSLATE_NOOP("DockMenu", "App Icon…")), actions.chooseIcon, {}}
-            << DockMenuEntry{
-                   words(QT_TRANSLATE_NOOP("DockMenu", "Reset Icon")), onlyIf(state.hasOwnIcon, actions.resetIcon), {}};
+    entries << DockMenuEntry{DockMenuWords::tr("App Icon…"), actions.chooseIcon, {}}
+            << DockMenuEntry{DockMenuWords::tr("Reset Icon"), onlyIf(state.hasOwnIcon, actions.resetIcon), {}};
   }
-  entries << DockMenuEntry{words(QT_TRANSLATE_NOOP("DockMenu", "Move Left")),
-                           onlyIf(state.canMoveLeft, actions.moveLeft),
-                           {}}
-          << DockMenuEntry{words(QT_TRANSLATE_NOOP("DockMenu", "Move Right")),
-                           onlyIf(state.canMoveRight, actions.moveRight),
-                           {}}
-          << DockMenuEntry{words(QT_TRANSLATE_NOOP("DockMenu", "Remove Widget")), actions.remove, {}};
+  entries << DockMenuEntry{DockMenuWords::tr("Move Left"), onlyIf(state.canMoveLeft, actions.moveLeft), {}}
+          << DockMenuEntry{DockMenuWords::tr("Move Right"), onlyIf(state.canMoveRight, actions.moveRight), {}}
+          << DockMenuEntry{DockMenuWords::tr("Remove Widget"), actions.remove, {}};
   if (state.isFolder || state.isTrash) separate(entries);
   if (state.isFolder) {
-    entries << DockMenuEntry{words(QT_TRANSLATE_NOOP("DockMenu", "Show in File Manager")), actions.reveal, {}};
+    entries << DockMenuEntry{DockMenuWords::tr("Show in File Manager"), actions.reveal, {}};
   }
   if (state.isTrash) {
-    entries << DockMenuEntry{
-        words(QT_TRANSLATE_NOOP("DockMenu", "Empty Trash…")), onlyIf(!state.trashIsEmpty, actions.emptyTrash), {}};
+    entries << DockMenuEntry{DockMenuWords::tr("Empty Trash…"), onlyIf(!state.trashIsEmpty, actions.emptyTrash), {}};
   }
   if (state.calendarFolders) addCalendarFolders(entries, *state.calendarFolders, actions);
   if (state.app) addApplication(entries, *state.app, actions);
@@ -99,8 +94,8 @@ QList<DockMenuEntry> DockMenuModel::application(const QString& name, const AppMe
 
 QList<DockMenuEntry> DockMenuModel::dock(Commands& commands, const QString& display) {
   const auto addWidgets = [&commands, display] { commands.showLibrary(display); };
-  return {{words(QT_TRANSLATE_NOOP("DockMenu", "Add Widgets…")), addWidgets, {}},
-          {words(QT_TRANSLATE_NOOP("DockMenu", "Settings…")), [&commands] { commands.showSettings(); }, {}}};
+  return {{DockMenuWords::tr("Add Widgets…"), addWidgets, {}},
+          {DockMenuWords::tr("Settings…"), [&commands] { commands.showSettings(); }, {}}};
 }
 
 void DockMenuModel::fill(QMenu& menu, const QList<DockMenuEntry>& entries) {

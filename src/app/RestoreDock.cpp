@@ -22,20 +22,19 @@ namespace {
 
 using Say = std::function<void(const QString&)>;
 
-QString words(const char* sentence) { return QCoreApplication::translate("RestoreDock", sentence); }
+struct RestoreWords {
+  Q_DECLARE_TR_FUNCTIONS(RestoreDock)
+};
 
 QString restored() {
-  return words(
+  return RestoreWords::tr(
       QT_TRANSLATE_NOOP("RestoreDock", "Restored the macOS Dock settings saved before Tarnwick changed them."));
 }
 
-QString notReplayed(const QString& why) {
-  return words(QT_TRANSLATE_NOOP("RestoreDock", "Saved settings could not be replayed: ")) + why;
-}
+QString notReplayed(const QString& why) { return RestoreWords::tr("Saved settings could not be replayed: ") + why; }
 
 QString notChanged() {
-  return words(QT_TRANSLATE_NOOP(
-      "RestoreDock", "The macOS Dock preferences could not be changed. Try again after unlocking the Mac."));
+  return RestoreWords::tr("The macOS Dock preferences could not be changed. Try again after unlocking the Mac.");
 }
 
 /// Whether a copy that runs has the matter in hand; says what it did.
@@ -105,8 +104,7 @@ void RestoreDock::run(const QString& directory, DockPreferenceAccess& preference
   if (wasSaved && replaySaved(directory, preferences, repair, say)) return;
   if (isGuardian) return;
   if (NativeDockState::resetToSystemDefaults(preferences)) {
-    say(words(QT_TRANSLATE_NOOP(
-        "RestoreDock", "No saved settings were available. The macOS Dock has been reset to system defaults.")));
+    say(RestoreWords::tr("No saved settings were available. The macOS Dock has been reset to system defaults."));
   } else {
     say(notChanged());
   }

@@ -23,7 +23,9 @@ constexpr QKeyCombination kSettingsKey = Qt::CTRL | Qt::Key_Comma;
 constexpr QKeyCombination kAddWidgetsKey = Qt::CTRL | Qt::Key_N;
 constexpr QKeyCombination kQuitKey = Qt::CTRL | Qt::Key_Q;
 
-QString words(const char* text) { return QCoreApplication::translate("Menu", text); }
+struct StatusMenuWords {
+  Q_DECLARE_TR_FUNCTIONS(Menu)
+};
 
 /// A menu takes a single ampersand for the mark of a mnemonic.
 QString withoutMnemonic(QString text) { return text.replace(u'&', u"&&"_s); }
@@ -48,7 +50,7 @@ struct Entries {
   }
 
   void addLibrary(QMenu& menu) const {
-    QAction* added = menu.addAction(words(QT_TRANSLATE_NOOP("Menu", "Add Widgets…")));
+    QAction* added = menu.addAction(StatusMenuWords::tr("Add Widgets…"));
     added->setShortcut(kAddWidgetsKey);
     QObject::connect(added, &QAction::triggered, added, [&to = commands] { to.showLibrary({}); });
   }
@@ -78,7 +80,7 @@ QWidget* answerTo(const char* slot) {
 }
 
 void editEntry(QMenu& menu, const char* text, QKeySequence::StandardKey key, const char* slot) {
-  QAction* added = menu.addAction(words(text));
+  QAction* added = menu.addAction(StatusMenuWords::tr(text));
   added->setShortcut(QKeySequence(key));
   QObject::connect(added, &QAction::triggered, &menu, [slot] {
     if (QWidget* answers = answerTo(slot)) QMetaObject::invokeMethod(answers, slot, Qt::DirectConnection);
@@ -93,22 +95,21 @@ StatusMenu::StatusMenu(AppStore& store, Commands& commands) : store_(store) {
   setToolTipsVisible(true);
   message_ = entries.add(*this, {}, &Commands::dismissMessage);
   belowMessage_ = addSeparator();
-  continueSetup_ = entries.add(*this, words(QT_TRANSLATE_NOOP("Menu", "Continue Setup…")), &Commands::continueSetup);
-  entries.add(*this, words(QT_TRANSLATE_NOOP("Menu", "Settings…")), &Commands::showSettings, kSettingsKey);
+  continueSetup_ = entries.add(*this, StatusMenuWords::tr("Continue Setup…"), &Commands::continueSetup);
+  entries.add(*this, StatusMenuWords::tr("Settings…"), &Commands::showSettings, kSettingsKey);
   addSeparator();
-  entries.addLayouts(*addMenu(words(QT_TRANSLATE_NOOP("Menu", "Layout"))), store_);
-  entries.add(*this, words(QT_TRANSLATE_NOOP("Menu", "Show / Hide Dock")), &Commands::toggleDock);
-  entries.add(*this, words(QT_TRANSLATE_NOOP("Menu", "Restore the macOS Dock")), &Commands::restoreSystemDock);
+  entries.addLayouts(*addMenu(StatusMenuWords::tr("Layout")), store_);
+  entries.add(*this, StatusMenuWords::tr("Show / Hide Dock"), &Commands::toggleDock);
+  entries.add(*this, StatusMenuWords::tr("Restore the macOS Dock"), &Commands::restoreSystemDock);
   addSeparator();
-  QMenu& help = *addMenu(words(QT_TRANSLATE_NOOP("Menu", "Help")));
+  QMenu& help = *addMenu(StatusMenuWords::tr("Help"));
   entries.addLibrary(help);
-  entries.addOptional(help, words(QT_TRANSLATE_NOOP("Menu", "Folder Icons…")), &Commands::chooseFolderIcons,
-                      Optional::FolderIcons);
-  entries.addOptional(help, words(QT_TRANSLATE_NOOP("Menu", "Check for Updates…")), &Commands::checkForUpdates,
+  entries.addOptional(help, StatusMenuWords::tr("Folder Icons…"), &Commands::chooseFolderIcons, Optional::FolderIcons);
+  entries.addOptional(help, StatusMenuWords::tr("Check for Updates…"), &Commands::checkForUpdates,
                       Optional::CheckForUpdates);
-  entries.add(help, words(QT_TRANSLATE_NOOP("Menu", "About Tarnwick")), &Commands::showAbout);
+  entries.add(help, StatusMenuWords::tr("About Tarnwick"), &Commands::showAbout);
   addSeparator();
-  entries.add(*this, words(QT_TRANSLATE_NOOP("Menu", "Quit Tarnwick")), &Commands::quit, kQuitKey);
+  entries.add(*this, StatusMenuWords::tr("Quit Tarnwick"), &Commands::quit, kQuitKey);
   connect(this, &QMenu::aboutToShow, this, &StatusMenu::refresh);
   refresh();
 }
@@ -132,41 +133,39 @@ std::unique_ptr<QMenuBar> makeApplicationMenu(Commands& commands) {
   std::vector<std::function<void()>> refreshers;
   const Entries entries{commands, refreshers};
   QMenu& program = *bar->addMenu(QStringLiteral("Tarnwick"));
-  entries.addOptional(program, words(QT_TRANSLATE_NOOP("Menu", "Command Bar")), &Commands::toggleCommandBar,
-                      Optional::CommandBar);
-  entries.addOptional(program, words(QT_TRANSLATE_NOOP("Menu", "Open a Space…")), &Commands::openSpace,
-                      Optional::OpenSpace);
-  entries.addOptional(program, words(QT_TRANSLATE_NOOP("Menu", "Save This Dock as a Space…")), &Commands::saveSpace,
+  entries.addOptional(program, StatusMenuWords::tr("Command Bar"), &Commands::toggleCommandBar, Optional::CommandBar);
+  entries.addOptional(program, StatusMenuWords::tr("Open a Space…"), &Commands::openSpace, Optional::OpenSpace);
+  entries.addOptional(program, StatusMenuWords::tr("Save This Dock as a Space…"), &Commands::saveSpace,
                       Optional::SaveSpace);
-  entries.add(program, words(QT_TRANSLATE_NOOP("Menu", "Settings…")), &Commands::showSettings, kSettingsKey);
+  entries.add(program, StatusMenuWords::tr("Settings…"), &Commands::showSettings, kSettingsKey);
   entries.addLibrary(program);
-  entries.addOptional(program, words(QT_TRANSLATE_NOOP("Menu", "Check for Updates…")), &Commands::checkForUpdates,
+  entries.addOptional(program, StatusMenuWords::tr("Check for Updates…"), &Commands::checkForUpdates,
                       Optional::CheckForUpdates);
-  entries.add(program, words(QT_TRANSLATE_NOOP("Menu", "Quit Tarnwick")), &Commands::quit, kQuitKey);
+  entries.add(program, StatusMenuWords::tr("Quit Tarnwick"), &Commands::quit, kQuitKey);
   const auto refresh = [refreshers] {
     for (const auto& each : refreshers) each();
   };
   refresh();
   QObject::connect(&program, &QMenu::aboutToShow, &program, refresh);
 
-  QMenu& edit = *bar->addMenu(words(QT_TRANSLATE_NOOP("Menu", "Edit")));
+  QMenu& edit = *bar->addMenu(StatusMenuWords::tr("Edit"));
   editEntry(edit, QT_TRANSLATE_NOOP("Menu", "Undo"), QKeySequence::Undo, "undo");
   editEntry(edit, QT_TRANSLATE_NOOP("Menu", "Cut"), QKeySequence::Cut, "cut");
   editEntry(edit, QT_TRANSLATE_NOOP("Menu", "Copy"), QKeySequence::Copy, "copy");
   editEntry(edit, QT_TRANSLATE_NOOP("Menu", "Paste"), QKeySequence::Paste, "paste");
   editEntry(edit, QT_TRANSLATE_NOOP("Menu", "Select All"), QKeySequence::SelectAll, "selectAll");
 
-  QMenu& window = *bar->addMenu(words(QT_TRANSLATE_NOOP("Menu", "Window")));
-  QAction* close = window.addAction(words(QT_TRANSLATE_NOOP("Menu", "Close")));
+  QMenu& window = *bar->addMenu(StatusMenuWords::tr("Window"));
+  QAction* close = window.addAction(StatusMenuWords::tr("Close"));
   close->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_W));
   QObject::connect(close, &QAction::triggered, close, [] {
     if (QWidget* active = QApplication::activeWindow()) active->close();
   });
 
   // Where there is no tray these stand nowhere else.
-  QMenu& help = *bar->addMenu(words(QT_TRANSLATE_NOOP("Menu", "Help")));
-  entries.add(help, words(QT_TRANSLATE_NOOP("Menu", "Tarnwick Help")), &Commands::showHelp, QKeySequence::HelpContents);
-  entries.add(help, words(QT_TRANSLATE_NOOP("Menu", "About Tarnwick")), &Commands::showAbout);
+  QMenu& help = *bar->addMenu(StatusMenuWords::tr("Help"));
+  entries.add(help, StatusMenuWords::tr("Tarnwick Help"), &Commands::showHelp, QKeySequence::HelpContents);
+  entries.add(help, StatusMenuWords::tr("About Tarnwick"), &Commands::showAbout);
   for (const auto& each : refreshers) each();
   QObject::connect(&help, &QMenu::aboutToShow, &help, [refreshers] {
     for (const auto& each : refreshers) each();

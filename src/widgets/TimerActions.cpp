@@ -14,7 +14,9 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-QString words(const char* text) { return QCoreApplication::translate("Timers", text); }
+struct TimerWords {
+  Q_DECLARE_TR_FUNCTIONS(Timers)
+};
 
 double wholeLength(const DockWidget& widget) {
   const QString phase = widget.options.value(u"phase"_s);
@@ -24,18 +26,16 @@ double wholeLength(const DockWidget& widget) {
 }
 
 QString pomodoroWords(const DockWidget& widget) {
-  return widget.options.value(u"phase"_s) == "work"_L1
-             ? words(QT_TRANSLATE_NOOP("Timers", "Ready for your next focus session."))
-             : words(QT_TRANSLATE_NOOP("Timers", "Time for a break."));
+  return widget.options.value(u"phase"_s) == "work"_L1 ? TimerWords::tr("Ready for your next focus session.")
+                                                       : TimerWords::tr("Time for a break.");
 }
 
 QString postureWords(const DockWidget& widget) {
   if (!PostureMath::stands(widget)) {
-    return words(QT_TRANSLATE_NOOP("Timers", "Relax your shoulders and check your posture."));
+    return TimerWords::tr("Relax your shoulders and check your posture.");
   }
-  return widget.options.value(u"phase"_s) == "standing"_L1
-             ? words(QT_TRANSLATE_NOOP("Timers", "Time to stand and stretch."))
-             : words(QT_TRANSLATE_NOOP("Timers", "Return to a comfortable seated posture."));
+  return widget.options.value(u"phase"_s) == "standing"_L1 ? TimerWords::tr("Time to stand and stretch.")
+                                                           : TimerWords::tr("Return to a comfortable seated posture.");
 }
 
 TimerActions::Beat waterBeat(const DockWidget& widget, const QDateTime& at) {
@@ -48,7 +48,7 @@ TimerActions::Beat waterBeat(const DockWidget& widget, const QDateTime& at) {
   if (counts && now - last < interval) return {widget, {}};
   DockWidget reminded = widget;
   reminded.options.insert(u"lastReminder"_s, TimeMath::text(std::floor(now)));
-  return {reminded, counts ? words(QT_TRANSLATE_NOOP("Timers", "Take a moment for a glass of water.")) : QString()};
+  return {reminded, counts ? TimerWords::tr("Take a moment for a glass of water.") : QString()};
 }
 
 }  // namespace
@@ -108,8 +108,8 @@ TimerActions::Beat TimerActions::beat(const DockWidget& widget, const QDateTime&
   DockWidget ended = widget;
   ended.options.remove(u"deadline"_s);
   ended.options.insert(u"remaining"_s, u"0"_s);
-  return {ended, widget.kind == "exercise"_L1 ? words(QT_TRANSLATE_NOOP("Timers", "Take a break to move and stretch."))
-                                              : words(QT_TRANSLATE_NOOP("Timers", "Your timer is finished."))};
+  return {ended, widget.kind == "exercise"_L1 ? TimerWords::tr("Take a break to move and stretch.")
+                                              : TimerWords::tr("Your timer is finished.")};
 }
 
 }  // namespace tarnwick

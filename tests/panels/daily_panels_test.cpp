@@ -19,8 +19,8 @@
 #include "views/families/Rooms.h"
 #include "views/families/calendar/AgendaRow.h"
 #include "views/families/notes/NoteTiles.h"
-#include "views/families/utilities/ColorPanel.h"
 #include "views/families/utilities/EmojiTable.h"
+#include "views/families/utilities/UtilityPanels.h"
 #include "views/panels/TilePanel.h"
 #include "views/snapshot/SnapshotFixture.h"
 

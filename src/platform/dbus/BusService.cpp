@@ -6,14 +6,11 @@
 #include <QDBusVariant>
 #include <QMetaObject>
 
+#include "platform/dbus/BusNames.h"
+
 namespace tarnwick {
-namespace {
 
 using namespace Qt::StringLiterals;
-
-constexpr auto kProperties = "org.freedesktop.DBus.Properties"_L1;
-
-}  // namespace
 
 void ask(const QDBusConnection& bus, const QDBusMessage& question, QObject* context,
          std::function<void(const QDBusMessage&)> done) {
@@ -122,7 +119,7 @@ void BusService::listen(const QString& path, const QString& interface, const QSt
 
 BusProperties::BusProperties(BusService& service, const QString& path, const QString& interface, QObject* parent)
     : QObject(parent), service_(service), path_(path), interface_(interface) {
-  service_.listen(path_, kProperties, u"PropertiesChanged"_s,
+  service_.listen(path_, bus::kProperties, u"PropertiesChanged"_s,
                   [self = QPointer(this)](const QDBusMessage& signal) {
                     if (self) self->propertiesChanged(signal);
                   },
@@ -138,7 +135,7 @@ void BusProperties::fetch() {
     Q_EMIT changed();
     return;
   }
-  service_.call(path_, kProperties, u"GetAll"_s, {interface_}, this, [this](const QDBusMessage& reply) {
+  service_.call(path_, bus::kProperties, u"GetAll"_s, {interface_}, this, [this](const QDBusMessage& reply) {
     known_ = true;
     values_ = reply.type() == QDBusMessage::ReplyMessage ? qdbus_cast<QVariantMap>(reply.arguments().value(0))
                                                          : QVariantMap();
@@ -159,7 +156,7 @@ void BusProperties::propertiesChanged(const QDBusMessage& signal) {
 }
 
 void BusProperties::set(const QString& name, const QVariant& value) {
-  service_.call(path_, kProperties, u"Set"_s, {interface_, name, QVariant::fromValue(QDBusVariant(value))}, this,
+  service_.call(path_, bus::kProperties, u"Set"_s, {interface_, name, QVariant::fromValue(QDBusVariant(value))}, this,
                 [this](const QDBusMessage&) { fetch(); });
 }
 

@@ -3,20 +3,20 @@
 #include <QDBusMessage>
 #include <utility>
 
+#include "platform/dbus/BusNames.h"
+
 namespace tarnwick {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr auto kName = "org.freedesktop.Notifications"_L1;
-constexpr auto kPath = "/org/freedesktop/Notifications"_L1;
 // While nobody answers, old bubbles are of no use to anybody.
 constexpr std::size_t kMostWaiting = 20;
 
 }  // namespace
 
 DesktopNotifications::DesktopNotifications(const QDBusConnection& session, const QString& desktopEntry, QObject* parent)
-    : QObject(parent), service_(session, kName), desktopEntry_(desktopEntry) {
+    : QObject(parent), service_(session, bus::kNotifications), desktopEntry_(desktopEntry) {
   connect(&service_, &BusService::ownerChanged, this, &DesktopNotifications::ownerChanged);
 }
 
@@ -38,8 +38,9 @@ void DesktopNotifications::ownerChanged() {
 void DesktopNotifications::askWhatCanBeStarted() {
   const auto message = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
                                                       u"org.freedesktop.DBus"_s, u"ListActivatableNames"_s);
-  ask(service_.bus(), message, this,
-      [this](const QDBusMessage& reply) { canBeStarted_ = reply.arguments().value(0).toStringList().contains(kName); });
+  ask(service_.bus(), message, this, [this](const QDBusMessage& reply) {
+    canBeStarted_ = reply.arguments().value(0).toStringList().contains(bus::kNotifications);
+  });
 }
 
 void DesktopNotifications::post(const QString& title, const QString& body, std::function<void()> unseen) {
@@ -65,7 +66,8 @@ void DesktopNotifications::giveUp(const Bubble& bubble) {
 // because this is also what starts the service.
 void DesktopNotifications::askForCapabilities() {
   if (std::exchange(asking_, true)) return;
-  const auto message = QDBusMessage::createMethodCall(kName, kPath, kName, u"GetCapabilities"_s);
+  const auto message = QDBusMessage::createMethodCall(bus::kNotifications, bus::kNotificationsPath, bus::kNotifications,
+                                                      u"GetCapabilities"_s);
   ask(service_.bus(), message, this, [this](const QDBusMessage& reply) {
     asking_ = false;
     if (reply.type() != QDBusMessage::ReplyMessage) {
@@ -84,7 +86,8 @@ void DesktopNotifications::flush() {
 void DesktopNotifications::send(const Bubble& bubble) {
   constexpr int kServiceDecidesHowLong = -1;
   const QVariantMap hints{{u"desktop-entry"_s, desktopEntry_}, {u"sound-name"_s, u"message-new-instant"_s}};
-  auto message = QDBusMessage::createMethodCall(kName, kPath, kName, u"Notify"_s);
+  auto message =
+      QDBusMessage::createMethodCall(bus::kNotifications, bus::kNotificationsPath, bus::kNotifications, u"Notify"_s);
   message.setArguments({u"Tarnwick"_s, 0u, desktopEntry_, bubble.title,
                         readsMarkup_.value_or(false) ? bubble.body.toHtmlEscaped() : bubble.body, QStringList(), hints,
                         kServiceDecidesHowLong});

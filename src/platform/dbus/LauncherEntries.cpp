@@ -12,7 +12,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr auto kInterface = "com.canonical.Unity.LauncherEntry"_L1;
+constexpr auto kLauncherEntry = "com.canonical.Unity.LauncherEntry"_L1;
 constexpr auto kScheme = "application://"_L1;
 constexpr auto kBusName = "org.freedesktop.DBus"_L1;
 constexpr auto kBusPath = "/org/freedesktop/DBus"_L1;
@@ -38,7 +38,7 @@ LauncherHint hintOf(const QVariantMap& properties) {
 
 void LauncherEntries::start() {
   if (std::exchange(started_, true) || !bus_.isConnected()) return;
-  bus_.connect(QString(), QString(), kInterface, u"Update"_s, this, SLOT(updated(QDBusMessage)));
+  bus_.connect(QString(), QString(), kLauncherEntry, u"Update"_s, this, SLOT(updated(QDBusMessage)));
   bus_.connect(QString(), u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s, u"Disconnected"_s, this,
                SLOT(busLost()));
 }

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "desktop/VirtualKeys.h"
+#include "platform/dbus/BusNames.h"
 
 namespace tarnwick {
 
@@ -37,16 +38,12 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr auto kPortal = "org.freedesktop.portal.Desktop"_L1;
-constexpr auto kPath = "/org/freedesktop/portal/desktop"_L1;
 constexpr auto kShortcuts = "org.freedesktop.portal.GlobalShortcuts"_L1;
 constexpr auto kRegistry = "org.freedesktop.host.portal.Registry"_L1;
-constexpr auto kRequest = "org.freedesktop.portal.Request"_L1;
 constexpr auto kSession = "org.freedesktop.portal.Session"_L1;
-constexpr auto kProperties = "org.freedesktop.DBus.Properties"_L1;
 
 QDBusMessage question(QLatin1StringView interface, const QString& method, const QVariantList& arguments) {
-  auto message = QDBusMessage::createMethodCall(kPortal, kPath, interface, method);
+  auto message = QDBusMessage::createMethodCall(bus::kPortal, bus::kPortalPath, interface, method);
   message.setArguments(arguments);
   return message;
 }
@@ -82,11 +79,12 @@ QStringList idsIn(const QVariant& told) {
 }  // namespace
 
 PortalHotKeys::PortalHotKeys(const QDBusConnection& session, const QString& application, ActionOf actionOf)
-    : session_(session), application_(application), actionOf_(std::move(actionOf)), portal_(session, kPortal) {
+    : session_(session), application_(application), actionOf_(std::move(actionOf)), portal_(session, bus::kPortal) {
   qDBusRegisterMetaType<PortalShortcut>();
   qDBusRegisterMetaType<QList<PortalShortcut>>();
-  portal_.listen({}, kRequest, u"Response"_s, [this](const QDBusMessage& response) { heard(response); });
-  portal_.listen(kPath, kShortcuts, u"Activated"_s, [this](const QDBusMessage& signal) { activated(signal); });
+  portal_.listen({}, bus::kPortalRequest, u"Response"_s, [this](const QDBusMessage& response) { heard(response); });
+  portal_.listen(bus::kPortalPath, kShortcuts, u"Activated"_s,
+                 [this](const QDBusMessage& signal) { activated(signal); });
   // Without a bus nobody will ever answer.
   if (!session.isConnected()) state_ = State::Refused;
   connect(&portal_, &BusService::ownerChanged, this, &PortalHotKeys::ownerChanged);
@@ -123,7 +121,7 @@ void PortalHotKeys::unbindAll() {
 void PortalHotKeys::closeSession() {
   requestPath_.clear();
   if (sessionPath_.isEmpty()) return;
-  session_.send(QDBusMessage::createMethodCall(kPortal, sessionPath_, kSession, u"Close"_s));
+  session_.send(QDBusMessage::createMethodCall(bus::kPortal, sessionPath_, kSession, u"Close"_s));
   sessionPath_.clear();
 }
 
@@ -140,7 +138,7 @@ void PortalHotKeys::ownerChanged() {
   // The portal knows programs by their desktop entry. Old ones look it up themselves, and know nothing of this method.
   const int asked = ++questions_;
   ask(session_, question(kRegistry, u"Register"_s, {application_, QVariantMap()}), this, [](const QDBusMessage&) {});
-  ask(session_, question(kProperties, u"GetAll"_s, {QString(kShortcuts)}), this,
+  ask(session_, question(bus::kProperties, u"GetAll"_s, {QString(kShortcuts)}), this,
       [this, asked](const QDBusMessage& reply) {
         if (asked != questions_) return;
         if (reply.type() != QDBusMessage::ReplyMessage) return refuse();
@@ -198,7 +196,7 @@ void PortalHotKeys::request(const QString& method, const QVariantList& arguments
   // The answer may come before the reply that names its path, so the path is told in advance.
   const QString token = u"tarnwick%1"_s.arg(++count_);
   const QString sender = session_.baseService().sliced(std::min<qsizetype>(1, session_.baseService().size()));
-  requestPath_ = u"%1/request/%2/%3"_s.arg(kPath, QString(sender).replace(u'.', u'_'), token);
+  requestPath_ = u"%1/request/%2/%3"_s.arg(bus::kPortalPath, QString(sender).replace(u'.', u'_'), token);
   answered_ = std::move(done);
   options.insert(u"handle_token"_s, token);
   ask(session_, question(kShortcuts, method, QVariantList(arguments) << options), this,

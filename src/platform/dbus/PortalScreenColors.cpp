@@ -9,15 +9,14 @@
 #include <optional>
 #include <utility>
 
+#include "platform/dbus/BusNames.h"
+
 namespace tarnwick {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr auto kPortal = "org.freedesktop.portal.Desktop"_L1;
-constexpr auto kPath = "/org/freedesktop/portal/desktop"_L1;
 constexpr auto kScreenshot = "org.freedesktop.portal.Screenshot"_L1;
-constexpr auto kRequest = "org.freedesktop.portal.Request"_L1;
 constexpr uint kDone = 0;
 constexpr uint kCancelled = 1;
 
@@ -42,9 +41,9 @@ std::optional<QString> hexOf(const QVariant& color) {
 }  // namespace
 
 PortalScreenColors::PortalScreenColors(const QDBusConnection& session, QObject* parent)
-    : session_(session), portal_(session, kPortal) {
+    : session_(session), portal_(session, bus::kPortal) {
   setParent(parent);
-  portal_.listen({}, kRequest, u"Response"_s, [this](const QDBusMessage& response) { heard(response); });
+  portal_.listen({}, bus::kPortalRequest, u"Response"_s, [this](const QDBusMessage& response) { heard(response); });
 }
 
 void PortalScreenColors::pick(QObject* context, std::function<void(const QString&)> picked,
@@ -55,8 +54,8 @@ void PortalScreenColors::pick(QObject* context, std::function<void(const QString
   // The answer may come before the reply that names its path, so the path is told in advance.
   const QString token = u"tarnwick%1"_s.arg(++count_);
   const QString sender = session_.baseService().sliced(std::min<qsizetype>(1, session_.baseService().size()));
-  request_ = u"%1/request/%2/%3"_s.arg(kPath, QString(sender).replace(u'.', u'_'), token);
-  auto message = QDBusMessage::createMethodCall(kPortal, kPath, kScreenshot, u"PickColor"_s);
+  request_ = u"%1/request/%2/%3"_s.arg(bus::kPortalPath, QString(sender).replace(u'.', u'_'), token);
+  auto message = QDBusMessage::createMethodCall(bus::kPortal, bus::kPortalPath, kScreenshot, u"PickColor"_s);
   message.setArguments({QString(), QVariantMap{{u"handle_token"_s, token}}});
   ask(session_, message, this, [this, expected = request_](const QDBusMessage& reply) {
     if (request_ != expected) return;

@@ -38,7 +38,7 @@ X11Panel::X11Panel(X11Events& events, X11Screens& screens, std::unique_ptr<QWidg
   content_->installEventFilter(this);
   connect(&screens, &X11Screens::changed, this, &X11Panel::followScreens);
   connect(qGuiApp, &QGuiApplication::screenRemoved, this, &X11Panel::screenGoes);
-  // Some window managers pass the region on to the frame that they put around us only when it changes under their eyes.
+  // Openbox 3.6 passes the region on to the frame that it puts around us only when it changes after the mapping.
   connect(&events, &X11Events::windowMapped, this, [this](quint32 window) {
     if (window != window_) return;
     isMapped_ = true;
@@ -162,7 +162,7 @@ bool X11Panel::eventFilter(QObject* watched, QEvent* event) {
   if (watched == content_.get() && event->type() == QEvent::Close) {
     QMetaObject::invokeMethod(this, &Panel::closed, Qt::QueuedConnection);
   }
-  // Some window managers minimise with a window whatever belongs to it.
+  // Openbox 3.6 minimises with a window whatever belongs to it.
   if (watched == content_.get() && event->type() == QEvent::WindowStateChange && content_->isMinimized()) {
     content_->setWindowState(Qt::WindowNoState);
   }
@@ -281,7 +281,7 @@ void X11Panel::applyKeyboard() const {
   // With the flag Qt has written anew what it thinks that the window is.
   applyIdentity();
   if (isShown()) announceState();
-  // Some window managers take the keyboard back from a window that the user did nothing to.
+  // Openbox 3.6 takes the keyboard back from a window that the user did nothing to.
   if (keyboard_ == Keyboard::Exclusive && events_.userTime() != XCB_CURRENT_TIME) {
     setWords(X11Atom::NetWmUserTime, XCB_ATOM_CARDINAL, std::array<quint32, 1>{events_.userTime()});
     xcb_flush(events_.connection());

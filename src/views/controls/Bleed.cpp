@@ -1,6 +1,7 @@
 #include "views/controls/Bleed.h"
 
 #include <QBoxLayout>
+#include <QWidget>
 #include <QWidgetItem>
 
 #include "views/controls/ControlTheme.h"

@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kSteps = 1000;
 constexpr double kLineWidth = 2;
-constexpr double kDot = 2.5;
+constexpr double kChartDot = 2.5;
 constexpr double kHalo = 4.5;
 constexpr double kBarGap = 3;
 constexpr double kBarCorner = 2;
@@ -152,7 +152,7 @@ void ChartView::paintLine(QPainter& painter, const QRectF& box, const ChartSerie
   painter.setBrush(faded(color, 0.25));
   painter.drawEllipse(last, kHalo, kHalo);
   painter.setBrush(color);
-  painter.drawEllipse(last, kDot, kDot);
+  painter.drawEllipse(last, kChartDot, kChartDot);
 }
 
 void ChartView::paintBars(QPainter& painter, const QRectF& box, const ChartSeries& series) const {

@@ -25,7 +25,7 @@ constexpr double kPartGap = 2;
 constexpr int kBelowBar = 8;
 constexpr int kLegendLine = 20;
 constexpr qsizetype kLegendColumns = 2;
-constexpr double kDot = 8;
+constexpr double kDotSize = 8;
 constexpr double kDotGap = 8;
 constexpr double kColumnGap = 16;
 constexpr double kShades[] = {1, 0.55, 0.3};
@@ -137,8 +137,8 @@ void PartedBar::paintEvent(QPaintEvent*) {
     const QRectF line(static_cast<double>(i % kLegendColumns) * (column + kColumnGap),
                       kBarHeight + kBelowBar + static_cast<double>(i / kLegendColumns) * kLegendLine, column,
                       kLegendLine);
-    const QRectF dot(line.left(), line.center().y() - kDot / 2, kDot, kDot);
-    drawRounded(painter, turned(dot), kDot / 2, colorOf(i));
+    const QRectF dot(line.left(), line.center().y() - kDotSize / 2, kDotSize, kDotSize);
+    drawRounded(painter, turned(dot), kDotSize / 2, colorOf(i));
     const TextLine amount(parts_[i].amount, TextStyle::ListRow);
     turned.end(painter, amount, {line.right(), line.center().y() + amount.capHeight() / 2}, look.palette.primary);
     const QRectF name(dot.right() + kDotGap, line.top(), line.right() - amount.width() - dot.right() - kDotGap * 2,

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kMark = 88;
+constexpr int kAboutMark = 88;
 constexpr QSize kWindow{420, 560};
 
 }  // namespace
@@ -23,7 +23,7 @@ AboutWindow::AboutWindow(AppStore& store) : AppWindow(store, tr("About Tarnwick"
   auto* column = new QVBoxLayout(body);
   column->setContentsMargins(0, 28, 0, 0);
   column->setSpacing(0);
-  column->addWidget(new AppMark(kMark), 0, Qt::AlignHCenter);
+  column->addWidget(new AppMark(kAboutMark), 0, Qt::AlignHCenter);
   column->addSpacing(14);
   const auto line = [&](const QString& text, TextStyle style, Tone tone) {
     auto* label = new TextLabel(text, style, tone);

@@ -11,7 +11,7 @@ namespace tarnwick {
 namespace {
 
 constexpr double kGrid = 100;
-constexpr double kCorner = 26;
+constexpr double kMarkCorner = 26;
 constexpr double kHorizon = 61;
 
 QPainterPath hill(double left, double rise, double peak, double top, double fall, double right) {
@@ -32,7 +32,7 @@ void paintMark(QPainter& painter, const QRectF& box) {
   painter.translate(box.topLeft());
   painter.scale(box.width() / kGrid, box.height() / kGrid);
   QPainterPath outline;
-  outline.addRoundedRect(QRectF(0, 0, kGrid, kGrid), kCorner, kCorner);
+  outline.addRoundedRect(QRectF(0, 0, kGrid, kGrid), kMarkCorner, kMarkCorner);
   const auto within = [&](const QPainterPath& path) { return path.intersected(outline); };
 
   QLinearGradient ground(0, 0, 0, kGrid);
@@ -56,7 +56,7 @@ void paintMark(QPainter& painter, const QRectF& box) {
   drawRounded(painter, QRectF(62.6, 74.2, 12, 8), 4, colors.tile);
   painter.restore();
   painter.setRenderHint(QPainter::Antialiasing);
-  drawInnerLine(painter, box, kCorner * box.width() / kGrid, 1, colors.rim);
+  drawInnerLine(painter, box, kMarkCorner * box.width() / kGrid, 1, colors.rim);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <QPainterPath>
+#include <QResizeEvent>
 #include <cmath>
 
 #include "views/dock/DockView.h"
@@ -15,7 +16,7 @@ namespace tarnwick {
 namespace {
 
 constexpr double kScale = 0.86;
-constexpr double kCorner = 14;
+constexpr double kSceneCorner = 14;
 constexpr int kFoot = 14;
 constexpr int kLeastWidth = 480;
 
@@ -57,7 +58,7 @@ void DockScene::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   QPainterPath outline;
-  outline.addRoundedRect(QRectF(rect()), kCorner, kCorner);
+  outline.addRoundedRect(QRectF(rect()), kSceneCorner, kSceneCorner);
   painter.setClipPath(outline);
   LayoutPicture::paintLake(painter, rect());
   const QSizeF size = dock_.deviceIndependentSize();
@@ -65,7 +66,7 @@ void DockScene::paintEvent(QPaintEvent*) {
   painter.drawPixmap(QPointF(std::round((width() - size.width()) / 2), height() - kFoot + below - size.height()),
                      dock_);
   painter.setClipping(false);
-  drawInnerLine(painter, rect(), kCorner, 1, SceneColors().rim);
+  drawInnerLine(painter, rect(), kSceneCorner, 1, SceneColors().rim);
 }
 
 }  // namespace tarnwick

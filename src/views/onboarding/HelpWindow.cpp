@@ -1,5 +1,7 @@
 #include "views/onboarding/HelpWindow.h"
 
+#include <QCoreApplication>
+
 #include "desktop/VirtualKeys.h"
 #include "store/AppStore.h"
 #include "views/controls/Labels.h"
@@ -12,50 +14,50 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QSize kWindow{620, 640};
+constexpr QSize kHelpSize{620, 640};
 
-QString words(const char* text) { return QCoreApplication::translate("Help", text); }
+struct HelpWords {
+  Q_DECLARE_TR_FUNCTIONS(Help)
+};
 
 void addGlobalKeys(CardPage& page, const AppStore& store, const DesktopAbilities& abilities) {
   const DesktopOptions& options = store.config().desktopOptions();
-  Card* card = page.addCard(words(QT_TRANSLATE_NOOP("Help", "Keys that work everywhere")));
+  Card* card = page.addCard(HelpWords::tr("Keys that work everywhere"));
   if (!abilities.keys) {
-    card->addRow(words(QT_TRANSLATE_NOOP("Help", "No key of ours")), nullptr, abilities.keys.reason);
+    card->addRow(HelpWords::tr("No key of ours"), nullptr, abilities.keys.reason);
     return;
   }
   if (options.dockShortcutEnabled)
-    card->addRow(words(QT_TRANSLATE_NOOP("Help", "Hide and Show Dock")),
+    card->addRow(HelpWords::tr("Hide and Show Dock"),
                  new KeyCaps(VirtualKeys::text(options.shortcutKey, options.shortcutModifiers)));
   const bool hasCommandBar = abilities.commandBarKey && !abilities.commandBarKey->isEmpty();
   const bool canAddShift = (options.shortcutModifiers & VirtualKeys::kShift) == 0;
   if (options.dockShortcutEnabled && canAddShift)
-    card->addRow(words(QT_TRANSLATE_NOOP("Help", "Give the dock the keyboard")),
+    card->addRow(HelpWords::tr("Give the dock the keyboard"),
                  new KeyCaps(VirtualKeys::text(options.shortcutKey, options.shortcutModifiers | VirtualKeys::kShift)));
-  if (hasCommandBar)
-    card->addRow(words(QT_TRANSLATE_NOOP("Help", "Command Bar")), new KeyCaps(*abilities.commandBarKey));
+  if (hasCommandBar) card->addRow(HelpWords::tr("Command Bar"), new KeyCaps(*abilities.commandBarKey));
   if (options.profileShortcutEnabled) {
     constexpr quint32 digitOne = 18;
     QString keys = VirtualKeys::text(digitOne, options.profileModifiers);
     keys.chop(1);
-    card->addRow(words(QT_TRANSLATE_NOOP("Help", "Switch Profile")), new KeyCaps(keys + u"0–9"_s),
-                 words(QT_TRANSLATE_NOOP("Help", "Use the prefix with 0–9 in profile order.")));
+    card->addRow(HelpWords::tr("Switch Profile"), new KeyCaps(keys + u"0–9"_s),
+                 HelpWords::tr("Use the prefix with 0–9 in profile order."));
   }
   if (!options.dockShortcutEnabled && !options.profileShortcutEnabled && !hasCommandBar)
-    card->addRow(words(QT_TRANSLATE_NOOP("Help", "No key of ours")), nullptr,
-                 words(QT_TRANSLATE_NOOP("Help", "All of them are switched off in Settings.")));
+    card->addRow(HelpWords::tr("No key of ours"), nullptr, HelpWords::tr("All of them are switched off in Settings."));
 }
 
 void addPlain(CardPage& page, const char* heading, std::initializer_list<std::pair<const char*, const char*>> rows) {
-  Card* card = page.addCard(words(heading));
-  for (const auto& [what, how] : rows) card->addRow(words(what), nullptr, words(how));
+  Card* card = page.addCard(HelpWords::tr(heading));
+  for (const auto& [what, how] : rows) card->addRow(HelpWords::tr(what), nullptr, HelpWords::tr(how));
 }
 
 void addOrders(CardPage& page) {
-  Card* card = page.addCard(words(QT_TRANSLATE_NOOP("Help", "Orders for the running dock")));
+  Card* card = page.addCard(HelpWords::tr("Orders for the running dock"));
   const auto add = [card](const QString& order, const char* what) {
     auto* text = new TextLabel(order, TextStyle::Body, Tone::Secondary);
     text->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    card->addRow(words(what), text);
+    card->addRow(HelpWords::tr(what), text);
     text->setAccessibleName(order);
   };
   add(u"tarnwick --toggle"_s, QT_TRANSLATE_NOOP("Help", "Hide it, or show it again"));
@@ -67,19 +69,19 @@ void addOrders(CardPage& page) {
 }  // namespace
 
 HelpWindow::HelpWindow(AppStore& store, const DesktopAbilities& abilities) : AppWindow(store, tr("Tarnwick Help")) {
-  auto* page = new CardPage(words(QT_TRANSLATE_NOOP("Help", "Help")));
+  auto* page = new CardPage(HelpWords::tr("Help"));
   addGlobalKeys(*page, store, abilities);
-  addPlain(*page, QT_TRANSLATE_NOOP("Help", "While the dock has the keyboard"),
-           {{QT_TRANSLATE_NOOP("Help", "Arrow keys"), QT_TRANSLATE_NOOP("Help", "Go from tile to tile.")},
-            {QT_TRANSLATE_NOOP("Help", "Return or Space"), QT_TRANSLATE_NOOP("Help", "Does what a click does.")},
-            {QT_TRANSLATE_NOOP("Help", "Menu key or Shift+F10"), QT_TRANSLATE_NOOP("Help", "Opens the tile’s menu.")},
-            {QT_TRANSLATE_NOOP("Help", "Ctrl+F10"), QT_TRANSLATE_NOOP("Help", "Opens the dock’s menu.")},
-            {QT_TRANSLATE_NOOP("Help", "Escape"), QT_TRANSLATE_NOOP("Help", "Gives the keyboard back.")},
-            {QT_TRANSLATE_NOOP("Help", "Ctrl+Z"),
-             QT_TRANSLATE_NOOP("Help",
-                               "Takes the last change of the dock back. It works in every window of Tarnwick, too.")},
-            {QT_TRANSLATE_NOOP("Help", "Ctrl+Shift+Z"),
-             QT_TRANSLATE_NOOP("Help", "Makes again what was taken back.")}});
+  addPlain(
+      *page, QT_TRANSLATE_NOOP("Help", "While the dock has the keyboard"),
+      {{QT_TRANSLATE_NOOP("Help", "Arrow keys"), QT_TRANSLATE_NOOP("Help", "Go from tile to tile.")},
+       {QT_TRANSLATE_NOOP("Help", "Return or Space"), QT_TRANSLATE_NOOP("Help", "Does what a click does.")},
+       {QT_TRANSLATE_NOOP("Help", "Menu key or Shift+F10"), QT_TRANSLATE_NOOP("Help", "Opens the tile’s menu.")},
+       {QT_TRANSLATE_NOOP("Help", "Ctrl+F10"), QT_TRANSLATE_NOOP("Help", "Opens the dock’s menu.")},
+       {QT_TRANSLATE_NOOP("Help", "Escape"), QT_TRANSLATE_NOOP("Help", "Gives the keyboard back.")},
+       {QT_TRANSLATE_NOOP("Help", "Ctrl+Z"),
+        QT_TRANSLATE_NOOP("Help",
+                          "Takes the last change of the dock back. It works in every window of Tarnwick, too.")},
+       {QT_TRANSLATE_NOOP("Help", "Ctrl+Shift+Z"), QT_TRANSLATE_NOOP("Help", "Makes again what was taken back.")}});
   addPlain(
       *page, QT_TRANSLATE_NOOP("Help", "With the pointer"),
       {{QT_TRANSLATE_NOOP("Help", "Click"),
@@ -103,7 +105,7 @@ HelpWindow::HelpWindow(AppStore& store, const DesktopAbilities& abilities) : App
   page->takeKeys();
   setEscapeCloses(true);
   page->setFocus();
-  resize(kWindow);
+  resize(kHelpSize);
 }
 
 }  // namespace tarnwick

@@ -15,7 +15,7 @@ namespace {
 constexpr int kHeight = 20;
 constexpr int kPadding = 7;
 constexpr int kGap = 4;
-constexpr double kCorner = 5;
+constexpr double kCapCorner = 5;
 
 int widthOf(const QString& cap) {
   const int text = static_cast<int>(std::ceil(TextLine(cap, TextStyle::Caption).width()));
@@ -43,7 +43,7 @@ void KeyCaps::paintEvent(QPaintEvent*) {
   double x = 0;
   for (const QString& cap : caps_) {
     const QRectF box(x, (height() - kHeight) / 2.0, widthOf(cap), kHeight);
-    drawRounded(painter, box, kCorner, palette.tab);
+    drawRounded(painter, box, kCapCorner, palette.tab);
     drawTextIn(painter, box, cap, TextStyle::Caption, palette.primary, Qt::AlignHCenter);
     x += box.width() + kGap;
   }

@@ -26,10 +26,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kMark = 24;
+constexpr int kPanelMark = 24;
 constexpr int kLayoutsInARow = 4;
 
-QString words(const char* text) { return QCoreApplication::translate("MenuBarPanel", text); }
+struct MenuBarWords {
+  Q_DECLARE_TR_FUNCTIONS(MenuBarPanel)
+};
 
 /// A word and a control on one line.
 QWidget* line(const QString& word, QWidget* control) {
@@ -65,15 +67,15 @@ MenuBarPanel::MenuBarPanel(AppStore& store, Commands& commands, bool reduceMotio
       column_(new QVBoxLayout(content_)),
       message_(new QWidget),
       messageText_(new TextLabel({}, TextStyle::Body)),
-      dock_(new Switch(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Show Dock")))),
-      layoutName_(new SectionLabel(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Layout")))),
+      dock_(new Switch(MenuBarWords::tr("Show Dock"))),
+      layoutName_(new SectionLabel(MenuBarWords::tr("Layout"))),
       profiles_(new QWidget) {
   setAccessibleName(u"Tarnwick"_s);
   // A layout puts nothing outside of its widget, so what bleeds has its room here.
   column_->setContentsMargins(theme::kRowBleed, 0, theme::kRowBleed, 0);
   column_->setSpacing(0);
   addHeader();
-  column_->addWidget(line(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Show Dock")), dock_));
+  column_->addWidget(line(MenuBarWords::tr("Show Dock"), dock_));
   addLayouts();
   addBleeding(*column_, profiles_);
   fillProfiles();  // Tab goes through what there is in the order in which it was made.
@@ -98,7 +100,7 @@ void MenuBarPanel::addHeader() {
   auto* row = new QHBoxLayout(header);
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(theme::kRowGap);
-  row->addWidget(new AppMark(kMark));
+  row->addWidget(new AppMark(kPanelMark));
   row->addWidget(new TextLabel(u"Tarnwick"_s, TextStyle::Title), 1);
   column_->addWidget(header);
   column_->addSpacing(theme::kSectionBelow);
@@ -109,7 +111,7 @@ void MenuBarPanel::addHeader() {
   says->addWidget(new WarningMark, 0, Qt::AlignVCenter);
   messageText_->setWordWrap(true);
   says->addWidget(messageText_, 1);
-  auto* dismiss = new IconButton(u"xmark"_s, words(QT_TRANSLATE_NOOP("MenuBarPanel", "Dismiss")));
+  auto* dismiss = new IconButton(u"xmark"_s, MenuBarWords::tr("Dismiss"));
   dismiss->setGround(false);
   connect(dismiss, &QPushButton::clicked, this, [this] { store_.clearError(); });
   says->addWidget(dismiss);
@@ -119,7 +121,7 @@ void MenuBarPanel::addHeader() {
 void MenuBarPanel::addLayouts() {
   column_->addWidget(layoutName_);
   auto* holder = new QWidget;
-  holder->setAccessibleName(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Layout")));
+  holder->setAccessibleName(MenuBarWords::tr("Layout"));
   auto* grid = new QGridLayout(holder);
   grid->setContentsMargins(0, 0, 0, 0);
   grid->setSpacing(0);
@@ -139,14 +141,13 @@ void MenuBarPanel::addLayouts() {
 
 void MenuBarPanel::addEntries() {
   column_->addWidget(new Hairline);
-  continueSetup_ = addEntry(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Continue Setup…")),
-                            [this] { commands_.continueSetup(); });
-  addEntry(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Add Widgets…")), [this] { commands_.showLibrary({}); });
-  addEntry(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Settings…")), [this] { commands_.showSettings(); });
-  addEntry(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Help")), [this] { commands_.showHelp(); });
-  addEntry(words(QT_TRANSLATE_NOOP("MenuBarPanel", "About Tarnwick")), [this] { commands_.showAbout(); });
+  continueSetup_ = addEntry(MenuBarWords::tr("Continue Setup…"), [this] { commands_.continueSetup(); });
+  addEntry(MenuBarWords::tr("Add Widgets…"), [this] { commands_.showLibrary({}); });
+  addEntry(MenuBarWords::tr("Settings…"), [this] { commands_.showSettings(); });
+  addEntry(MenuBarWords::tr("Help"), [this] { commands_.showHelp(); });
+  addEntry(MenuBarWords::tr("About Tarnwick"), [this] { commands_.showAbout(); });
   column_->addWidget(new Hairline);
-  addEntry(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Quit Tarnwick")), [this] { commands_.quit(); });
+  addEntry(MenuBarWords::tr("Quit Tarnwick"), [this] { commands_.quit(); });
 }
 
 ListRow* MenuBarPanel::addEntry(const QString& title, const std::function<void()>& act) {
@@ -176,7 +177,7 @@ void MenuBarPanel::fillProfiles() {
   column->setContentsMargins(theme::kRowBleed, 0, theme::kRowBleed, 0);
   column->setSpacing(0);
   profiles_->setVisible(config.profiles.size() > 1);
-  column->addWidget(new SectionLabel(words(QT_TRANSLATE_NOOP("MenuBarPanel", "Profiles"))));
+  column->addWidget(new SectionLabel(MenuBarWords::tr("Profiles")));
   for (const DockProfile& profile : config.profiles) {
     auto* row = new ListRow(profile.name);
     row->setClickable(true);
@@ -186,7 +187,7 @@ void MenuBarPanel::fillProfiles() {
     const auto show = [this, row, id] {
       const bool active = store_.profile().id == id;
       row->setChecked(active);
-      row->setValue(active ? words(QT_TRANSLATE_NOOP("MenuBarPanel", "Active")) : QString(), Tone::AccentWord);
+      row->setValue(active ? MenuBarWords::tr("Active") : QString(), Tone::AccentWord);
     };
     connect(row, &QPushButton::clicked, this, [this, id, show] {
       store_.selectProfile(id);

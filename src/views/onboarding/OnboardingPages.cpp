@@ -23,21 +23,23 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kMark = 64;
+constexpr int kPageMark = 64;
 constexpr int kTop = 22;
 constexpr int kCardRoom = 6;  // That cards of layouts have around them.
 constexpr int kColumn = 560;  // The width of pages of text.
 constexpr QSize kScene{760, 152};
 constexpr int kFeatureSymbol = 20;
 
-QString words(const char* text) { return QCoreApplication::translate("Onboarding", text); }
+struct OnboardingWords {
+  Q_DECLARE_TR_FUNCTIONS(Onboarding)
+};
 
 QVBoxLayout* beginPage(QWidget* page, const QString& heading, const QString& sentence) {
   page->setAccessibleName(heading);
   auto* column = new QVBoxLayout(page);
   column->setContentsMargins(kTop, kTop, kTop, 0);
   column->setSpacing(0);
-  column->addWidget(new AppMark(kMark), 0, Qt::AlignHCenter);
+  column->addWidget(new AppMark(kPageMark), 0, Qt::AlignHCenter);
   column->addSpacing(12);
   auto* title = new TextLabel(heading, TextStyle::Display);
   auto* below = new TextLabel(sentence, TextStyle::Title, Tone::Secondary);
@@ -114,11 +116,10 @@ QWidget* starterNote(int width) {
   column->setContentsMargins(kCardRoom + 6, 0, kCardRoom + 6, 0);
   column->setSpacing(6);
   column->addStretch();
-  column->addWidget(new TextLabel(words(QT_TRANSLATE_NOOP("Onboarding", "Starter widgets")), TextStyle::Title));
+  column->addWidget(new TextLabel(OnboardingWords::tr("Starter widgets"), TextStyle::Title));
   auto* text = new TextLabel(
-      words(QT_TRANSLATE_NOOP("Onboarding",
-                              "Applications, time, CPU, RAM and quick toggles. Add more from the library. Weather comes "
-                              "with a later version.")),
+      OnboardingWords::tr("Applications, time, CPU, RAM and quick toggles. Add more from the library. Weather comes "
+                          "with a later version."),
       TextStyle::Caption, Tone::Secondary);
   text->setWordWrap(true);
   column->addWidget(text);
@@ -130,26 +131,22 @@ QWidget* starterNote(int width) {
 
 QWidget* makeWelcomePage() {
   auto* page = new QWidget;
-  QVBoxLayout* column = beginPage(
-      page, words(QT_TRANSLATE_NOOP("Onboarding", "A dock of live widgets")),
-      words(QT_TRANSLATE_NOOP("Onboarding", "What you look at all day, in one calm row at the edge of your screen.")));
+  QVBoxLayout* column =
+      beginPage(page, OnboardingWords::tr("A dock of live widgets"),
+                OnboardingWords::tr("What you look at all day, in one calm row at the edge of your screen."));
   auto* card = new Card;
-  card->add(feature(u"clock"_s, Accent::Orange, words(QT_TRANSLATE_NOOP("Onboarding", "Tiles that live")),
-                    words(QT_TRANSLATE_NOOP("Onboarding",
-                                            "Time, calendar, the state of this computer, timers and notes. A "
-                                            "click on a tile opens the rest of it."))));
-  card->add(feature(u"square.grid.2x2"_s, Accent::Blue, words(QT_TRANSLATE_NOOP("Onboarding", "Your applications")),
-                    words(QT_TRANSLATE_NOOP("Onboarding",
-                                            "Start them, see which run, and drop files on them. Folders open in the "
-                                            "dock itself."))));
-  card->add(feature(u"person.2"_s, Accent::Purple, words(QT_TRANSLATE_NOOP("Onboarding", "Profiles")),
-                    words(QT_TRANSLATE_NOOP("Onboarding",
-                                            "One set of tiles for work and one for the evening, switched by you, by "
-                                            "the time or by the display."))));
-  card->add(feature(u"battery.100"_s, Accent::Green, words(QT_TRANSLATE_NOOP("Onboarding", "Light on the machine")),
-                    words(QT_TRANSLATE_NOOP("Onboarding",
-                                            "While nothing changes, nothing runs. Your settings stay in one file on "
-                                            "this computer."))));
+  card->add(feature(u"clock"_s, Accent::Orange, OnboardingWords::tr("Tiles that live"),
+                    OnboardingWords::tr("Time, calendar, the state of this computer, timers and notes. A "
+                                        "click on a tile opens the rest of it.")));
+  card->add(feature(u"square.grid.2x2"_s, Accent::Blue, OnboardingWords::tr("Your applications"),
+                    OnboardingWords::tr("Start them, see which run, and drop files on them. Folders open in the "
+                                        "dock itself.")));
+  card->add(feature(u"person.2"_s, Accent::Purple, OnboardingWords::tr("Profiles"),
+                    OnboardingWords::tr("One set of tiles for work and one for the evening, switched by you, by "
+                                        "the time or by the display.")));
+  card->add(feature(u"battery.100"_s, Accent::Green, OnboardingWords::tr("Light on the machine"),
+                    OnboardingWords::tr("While nothing changes, nothing runs. Your settings stay in one file on "
+                                        "this computer.")));
   QVBoxLayout* middle = addColumn(column, kScene.width());
   middle->addWidget(new DockScene(kScene));
   middle->addWidget(card);
@@ -160,9 +157,8 @@ QWidget* makeLayoutPage(AppStore& store, const OnboardingServices& services) {
   auto* page = new QWidget;
   const Capability edges = services.abilities().edges;
   QVBoxLayout* column =
-      beginPage(page, words(QT_TRANSLATE_NOOP("Onboarding", "Where should your dock live?")),
-                edges ? words(QT_TRANSLATE_NOOP(
-                            "Onboarding", "Pick one of seven layouts. You can change this at any time in Settings."))
+      beginPage(page, OnboardingWords::tr("Where should your dock live?"),
+                edges ? OnboardingWords::tr("Pick one of seven layouts. You can change this at any time in Settings.")
                       : edges.reason);
   constexpr int perRow = 4;
   auto* grid = new CardGrid(perRow, 0, 0);
@@ -211,17 +207,15 @@ Switch* makeSwitch(AppStore& store, const OnboardingServices& services, const QS
 }
 
 void addKeys(Card* card, const DesktopAbilities& abilities) {
-  const QString title = words(QT_TRANSLATE_NOOP("Onboarding", "Keys"));
-  const QString why =
-      abilities.dockKey.isEmpty()
-          ? words(QT_TRANSLATE_NOOP("Onboarding", "The key of the dock is switched off."))
-          : words(QT_TRANSLATE_NOOP("Onboarding", "%1 hides and shows the dock from anywhere.")).arg(abilities.dockKey);
+  const QString title = OnboardingWords::tr("Keys");
+  const QString why = abilities.dockKey.isEmpty()
+                          ? OnboardingWords::tr("The key of the dock is switched off.")
+                          : OnboardingWords::tr("%1 hides and shows the dock from anywhere.").arg(abilities.dockKey);
   addState(card, title, why, abilities.keys);
   if (!abilities.commandBarKey) return;
   const QString& bar = *abilities.commandBarKey;
-  addState(card, words(QT_TRANSLATE_NOOP("Onboarding", "Command bar")),
-           words(QT_TRANSLATE_NOOP("Onboarding", "%1 opens it.")).arg(bar),
-           bar.isEmpty() ? Capability::no(words(
+  addState(card, OnboardingWords::tr("Command bar"), OnboardingWords::tr("%1 opens it.").arg(bar),
+           bar.isEmpty() ? Capability::no(OnboardingWords::tr(
                                QT_TRANSLATE_NOOP("Onboarding",
                                                  "Its key belongs to another program. Choose one in Settings, or bind "
                                                  "“tarnwick --command-bar” to a key of your desktop.")))
@@ -231,31 +225,27 @@ void addKeys(Card* card, const DesktopAbilities& abilities) {
 void fill(Card* card, AppStore& store, const OnboardingServices& services) {
   const DesktopAbilities abilities = services.abilities();
   const QString screens =
-      abilities.isComposited
-          ? words(QT_TRANSLATE_NOOP("Onboarding", "The dock stands at an edge of your screens, above other windows."))
-          : words(
-                QT_TRANSLATE_NOOP("Onboarding",
-                                  "The dock stands at an edge of your screens. Nothing composites them here, so it is "
-                                  "opaque."));
-  addState(card, words(QT_TRANSLATE_NOOP("Onboarding", "Screens and panels")), screens, abilities.edges);
-  addState(card, words(QT_TRANSLATE_NOOP("Onboarding", "Windows of other programs")),
-           words(QT_TRANSLATE_NOOP("Onboarding",
-                                   "Running applications show in the dock, and a click brings them to the front.")),
+      abilities.isComposited ? OnboardingWords::tr("The dock stands at an edge of your screens, above other windows.")
+                             : OnboardingWords::tr(QT_TRANSLATE_NOOP(
+                                   "Onboarding",
+                                   "The dock stands at an edge of your screens. Nothing composites them here, so it is "
+                                   "opaque."));
+  addState(card, OnboardingWords::tr("Screens and panels"), screens, abilities.edges);
+  addState(card, OnboardingWords::tr("Windows of other programs"),
+           OnboardingWords::tr("Running applications show in the dock, and a click brings them to the front."),
            abilities.windows);
   addKeys(card, abilities);
-  const QString notes = words(QT_TRANSLATE_NOOP("Onboarding", "Notifications"));
-  const QString tell =
-      words(QT_TRANSLATE_NOOP("Onboarding", "Timers and reminders to drink say when their time has come."));
+  const QString notes = OnboardingWords::tr("Notifications");
+  const QString tell = OnboardingWords::tr("Timers and reminders to drink say when their time has come.");
   if (abilities.notifications)
     card->addRow(notes, makeSwitch(store, services, notes, &DockConfiguration::notificationsEnabled), tell);
   else
     addState(card, notes, tell, abilities.notifications);
-  addState(card, words(QT_TRANSLATE_NOOP("Onboarding", "The system’s dock")),
-           words(QT_TRANSLATE_NOOP("Onboarding",
-                                   "Three layouts send it away while Tarnwick runs, and always give it back.")),
+  addState(card, OnboardingWords::tr("The system’s dock"),
+           OnboardingWords::tr("Three layouts send it away while Tarnwick runs, and always give it back."),
            abilities.systemDock);
-  const QString login = words(QT_TRANSLATE_NOOP("Onboarding", "Launch at login"));
-  const QString starts = words(QT_TRANSLATE_NOOP("Onboarding", "Starts Tarnwick when you log in."));
+  const QString login = OnboardingWords::tr("Launch at login");
+  const QString starts = OnboardingWords::tr("Starts Tarnwick when you log in.");
   if (abilities.loginEntry)
     card->addRow(login, makeSwitch(store, services, login, &DockConfiguration::launchAtLogin), starts);
   else
@@ -266,9 +256,8 @@ void fill(Card* card, AppStore& store, const OnboardingServices& services) {
 
 QWidget* makeDesktopPage(AppStore& store, const OnboardingServices& services) {
   auto* page = new QWidget;
-  QVBoxLayout* column =
-      beginPage(page, words(QT_TRANSLATE_NOOP("Onboarding", "What it asks of your desktop")),
-                words(QT_TRANSLATE_NOOP("Onboarding", "What is missing here is left out; everything else works.")));
+  QVBoxLayout* column = beginPage(page, OnboardingWords::tr("What it asks of your desktop"),
+                                  OnboardingWords::tr("What is missing here is left out; everything else works."));
   auto* card = new Card;
   fill(card, store, services);
   addColumn(column)->addWidget(card);
@@ -277,32 +266,27 @@ QWidget* makeDesktopPage(AppStore& store, const OnboardingServices& services) {
 
 QWidget* makeDonePage(AppStore& store, const OnboardingServices& services) {
   auto* page = new QWidget;
-  QVBoxLayout* column =
-      beginPage(page, words(QT_TRANSLATE_NOOP("Onboarding", "Your dock is ready")),
-                words(QT_TRANSLATE_NOOP("Onboarding", "Everything can be changed later, and most of it undone.")));
+  QVBoxLayout* column = beginPage(page, OnboardingWords::tr("Your dock is ready"),
+                                  OnboardingWords::tr("Everything can be changed later, and most of it undone."));
   const DesktopAbilities abilities = services.abilities();
   auto* card = new Card;
   const auto key = [](const QString& text) { return new KeyCaps(text); };
   if (abilities.keys && !abilities.dockKey.isEmpty())
-    card->addRow(words(QT_TRANSLATE_NOOP("Onboarding", "Hide and show the dock")), key(abilities.dockKey));
+    card->addRow(OnboardingWords::tr("Hide and show the dock"), key(abilities.dockKey));
   if (abilities.commandBarKey && !abilities.commandBarKey->isEmpty())
-    card->addRow(words(QT_TRANSLATE_NOOP("Onboarding", "Open the command bar")), key(*abilities.commandBarKey));
-  card->addRow(words(QT_TRANSLATE_NOOP("Onboarding", "Open a tile")), nullptr,
-               words(QT_TRANSLATE_NOOP("Onboarding",
-                                       "Click it for its panel, right-click it for its menu, drag it to move it.")));
+    card->addRow(OnboardingWords::tr("Open the command bar"), key(*abilities.commandBarKey));
+  card->addRow(OnboardingWords::tr("Open a tile"), nullptr,
+               OnboardingWords::tr("Click it for its panel, right-click it for its menu, drag it to move it."));
   const bool hasIcon = abilities.tray && store.config().desktopOptions().showMenuBarIcon;
-  card->addRow(words(QT_TRANSLATE_NOOP("Onboarding", "Everything else")), nullptr,
-               hasIcon ? words(QT_TRANSLATE_NOOP("Onboarding",
-                                                 "Tarnwick’s icon in the tray has the layouts, profiles and Settings. "
-                                                 "A right click on the dock adds widgets and opens Settings."))
-                       : words(QT_TRANSLATE_NOOP("Onboarding",
-                                                 "A right click on the dock adds widgets and opens Settings, which has "
-                                                 "the layouts and profiles.")));
-  auto* open = new Button(words(QT_TRANSLATE_NOOP("Onboarding", "Add Widgets…")));
+  card->addRow(OnboardingWords::tr("Everything else"), nullptr,
+               hasIcon ? OnboardingWords::tr("Tarnwick’s icon in the tray has the layouts, profiles and Settings. "
+                                             "A right click on the dock adds widgets and opens Settings.")
+                       : OnboardingWords::tr("A right click on the dock adds widgets and opens Settings, which has "
+                                             "the layouts and profiles."));
+  auto* open = new Button(OnboardingWords::tr("Add Widgets…"));
   QObject::connect(open, &QPushButton::clicked, open, [&to = services.commands] { to.showLibrary({}); });
-  card->addRow(words(QT_TRANSLATE_NOOP("Onboarding", "More widgets")), open,
-               words(QT_TRANSLATE_NOOP("Onboarding",
-                                       "The library shows how each one looks, and which come with a later version.")));
+  card->addRow(OnboardingWords::tr("More widgets"), open,
+               OnboardingWords::tr("The library shows how each one looks, and which come with a later version."));
   QVBoxLayout* middle = addColumn(column, kScene.width());
   middle->addWidget(new DockScene(kScene));
   middle->addWidget(card);

@@ -17,7 +17,7 @@ namespace tarnwick {
 
 namespace {
 
-constexpr QSize kWindow{880, 692};
+constexpr QSize kOnboardingSize{880, 692};
 constexpr int kSide = 26;  // The cards of the layouts have six pixels of their own around them.
 constexpr int kFooter = 74;
 constexpr int kButtonHeight = 32;
@@ -96,7 +96,7 @@ OnboardingWindow::OnboardingWindow(AppStore& store, OnboardingServices services,
   connect(later_, &QPushButton::clicked, this, &QWidget::close);
   connect(back_, &QPushButton::clicked, this, [this] { turnTo(this->page() - 1); });
   connect(on_, &QPushButton::clicked, this, &OnboardingWindow::goOn);
-  resize(kWindow);
+  resize(kOnboardingSize);
   turnTo(std::clamp(page, 0, kPages - 1));
 }
 

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kGap = 5;
+constexpr int kBesideDot = 5;
 
 }  // namespace
 
@@ -25,7 +25,7 @@ StateLabel::StateLabel(bool works, QWidget* parent)
 
 QSize StateLabel::sizeHint() const {
   const double word = TextLine(word_, TextStyle::BodyStrong).width();
-  return {theme::kButtonSymbol + kGap + static_cast<int>(std::ceil(word)), theme::kControlHeight};
+  return {theme::kButtonSymbol + kBesideDot + static_cast<int>(std::ceil(word)), theme::kControlHeight};
 }
 
 void StateLabel::paintEvent(QPaintEvent*) {
@@ -33,7 +33,7 @@ void StateLabel::paintEvent(QPaintEvent*) {
   painter.setRenderHint(QPainter::Antialiasing);
   const ControlLook& look = lookOf(*this);
   const QRect sign(0, (height() - theme::kButtonSymbol) / 2, theme::kButtonSymbol, theme::kButtonSymbol);
-  const QRect rest = rect().adjusted(theme::kButtonSymbol + kGap, 0, 0, 0);
+  const QRect rest = rect().adjusted(theme::kButtonSymbol + kBesideDot, 0, 0, 0);
   const QColor ink = works_ ? look.palette.accentWord(Accent::Green) : look.palette.secondary;
   drawControlSymbol(painter, works_ ? u"checkmark.circle"_s : u"minus"_s,
                     QStyle::visualRect(layoutDirection(), rect(), sign), ink);

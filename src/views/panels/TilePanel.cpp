@@ -23,40 +23,40 @@ constexpr int kEmptySymbol = 28;
 constexpr int kEmptyGap = 8;
 constexpr int kEmptyAround = 12;
 
-/// A symbol or badge in the middle of a line of its own.
-class Sign final : public QWidget {
- public:
-  explicit Sign(QWidget* parent) : QWidget(parent) { setFixedHeight(kEmptySymbol); }
-  void set(const QString& symbol, const QString& initial) {
-    symbol_ = symbol;
-    initial_ = initial;
-    update();
-  }
-
- protected:
-  void paintEvent(QPaintEvent*) override {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF box((width() - kEmptySymbol) / 2.0, 0, kEmptySymbol, kEmptySymbol);
-    const ControlLook& look = lookOf(*this);
-    if (initial_.isEmpty())
-      drawControlSymbol(painter, symbol_, box, look.palette.secondary);
-    else
-      drawBadge(painter, box, initial_, look);
-  }
-
- private:
-  QString symbol_;
-  QString initial_;
-};
-
 }  // namespace
 
 class TilePanel::EmptyView final : public QWidget {
+  /// A symbol or badge in the middle of a line of its own.
+  class Emblem final : public QWidget {
+   public:
+    explicit Emblem(QWidget* parent) : QWidget(parent) { setFixedHeight(kEmptySymbol); }
+    void set(const QString& symbol, const QString& initial) {
+      symbol_ = symbol;
+      initial_ = initial;
+      update();
+    }
+
+   protected:
+    void paintEvent(QPaintEvent*) override {
+      QPainter painter(this);
+      painter.setRenderHint(QPainter::Antialiasing);
+      const QRectF box((width() - kEmptySymbol) / 2.0, 0, kEmptySymbol, kEmptySymbol);
+      const ControlLook& look = lookOf(*this);
+      if (initial_.isEmpty())
+        drawControlSymbol(painter, symbol_, box, look.palette.secondary);
+      else
+        drawBadge(painter, box, initial_, look);
+    }
+
+   private:
+    QString symbol_;
+    QString initial_;
+  };
+
  public:
   explicit EmptyView(QWidget* parent)
       : QWidget(parent),
-        sign_(new Sign(this)),
+        emblem_(new Emblem(this)),
         title_(new TextLabel({}, TextStyle::Title, Tone::Primary, this)),
         sentence_(new TextLabel({}, TextStyle::Body, Tone::Secondary, this)),
         button_(new Button({}, Button::Role::Primary, this)) {
@@ -67,7 +67,7 @@ class TilePanel::EmptyView final : public QWidget {
     title_->setAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
     sentence_->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     sentence_->setWordWrap(true);
-    column->addWidget(sign_);
+    column->addWidget(emblem_);
     column->addWidget(title_);
     column->addWidget(sentence_);
     column->addSpacing(kEmptyGap);
@@ -78,7 +78,7 @@ class TilePanel::EmptyView final : public QWidget {
   }
 
   void set(const EmptyState& state) {
-    sign_->set(state.symbol, state.initial);
+    emblem_->set(state.symbol, state.initial);
     title_->setText(state.title);
     title_->setVisible(!state.title.isEmpty());
     sentence_->setText(state.sentence);
@@ -90,7 +90,7 @@ class TilePanel::EmptyView final : public QWidget {
   }
 
  private:
-  Sign* sign_;
+  Emblem* emblem_;
   TextLabel* title_;
   TextLabel* sentence_;
   Button* button_;

@@ -16,8 +16,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kColumns = 3;
-constexpr int kBetween = 6;
+constexpr int kStyleColumns = 3;
+constexpr int kBetweenStyles = 6;
 
 constexpr auto kStyles = std::to_array<SettingChoice>({
     {QT_TRANSLATE_NOOP("Settings", "Dark Glass"), "darkGlass"},
@@ -56,7 +56,7 @@ class AppearancePage final : public SettingsPage {
 
  private:
   void addStyles() {
-    auto* cards = new CardGrid(kColumns, theme::kCardRowPadding, kBetween);
+    auto* cards = new CardGrid(kStyleColumns, theme::kCardRowPadding, kBetweenStyles);
     cards->setAccessibleName(settingsText(QT_TRANSLATE_NOOP("Settings", "Dock style")));
     QStringList words{cards->accessibleName()};
     QList<StyleCard*> group;

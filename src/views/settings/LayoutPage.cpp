@@ -22,8 +22,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kColumns = 4;
-constexpr int kBetween = 3;
+constexpr int kLayoutColumns = 4;
+constexpr int kBetweenLayouts = 3;
 
 constexpr auto kEdges = std::to_array<SettingChoice>({
     {QT_TRANSLATE_NOOP("Settings", "Bottom"), "bottom"},
@@ -68,7 +68,7 @@ class LayoutPage final : public SettingsPage {
     column->setContentsMargins(theme::kCardEnds + 2, theme::kCardEnds + 2, theme::kCardEnds + 2,
                                theme::kCardRowPadding);
     column->setSpacing(theme::kCardRowPadding);
-    auto* cards = new CardGrid(kColumns, 0, kBetween);
+    auto* cards = new CardGrid(kLayoutColumns, 0, kBetweenLayouts);
     cards->setAccessibleName(settingsText(QT_TRANSLATE_NOOP("Settings", "Layout")));
     QStringList words{cards->accessibleName()};
     QList<LayoutCard*> group;
@@ -82,7 +82,7 @@ class LayoutPage final : public SettingsPage {
       words << label(layout) << description(layout);
     }
     auto* told = makeSentence({}, TextStyle::Body, Tone::Secondary);
-    told->setContentsMargins(theme::kCardRowPadding + kBetween, 0, theme::kCardRowPadding, theme::kCardEnds);
+    told->setContentsMargins(theme::kCardRowPadding + kBetweenLayouts, 0, theme::kCardRowPadding, theme::kCardEnds);
     column->addWidget(cards);
     column->addWidget(told);
     addOther(*addCard(), all, words.join(u' '));

@@ -25,7 +25,7 @@ namespace {
 
 constexpr auto kActivate = "activate"_L1;
 constexpr auto kRename = "rename"_L1;
-constexpr auto kRemove = "remove"_L1;
+constexpr auto kRemoveProfile = "remove"_L1;
 constexpr int kMorning = 9 * 60;
 constexpr int kEvening = 17 * 60;
 
@@ -66,7 +66,8 @@ class ProfilesPage final : public SettingsPage {
         {{kActivate, u"checkmark.circle"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Make active")), {}},
          {kRename, u"square.and.pencil"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Rename")),
           QKeySequence(Qt::Key_F2)},
-         {kRemove, u"trash"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Delete")), QKeySequence(Qt::Key_Delete)}});
+         {kRemoveProfile, u"trash"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Delete")),
+          QKeySequence(Qt::Key_Delete)}});
     addOther(card, profiles_, settingsText(QT_TRANSLATE_NOOP("Settings", "Profiles name rename active order")));
     connect(profiles_, &OrderList::opened, this,
             [this](const QString& id) { store().selectProfile(QUuid::fromString(id)); });
@@ -125,7 +126,7 @@ class ProfilesPage final : public SettingsPage {
     if (action == kActivate) store().selectProfile(profile);
     if (action == kRename) profiles_->rename(id);
     const qsizetype at = indexOf(store().config().profiles, profile);
-    if (action != kRemove || at < 0) return;
+    if (action != kRemoveProfile || at < 0) return;
     if (store().config().profiles.size() < 2) {
       store().setError(settingsText(QT_TRANSLATE_NOOP("Settings", "The last profile stays.")));
       return;
@@ -157,8 +158,8 @@ class ProfilesPage final : public SettingsPage {
   void addRules() {
     Card& card = *addCard(settingsText(QT_TRANSLATE_NOOP("Settings", "Switch by itself")));
     rules_ = new OrderList(settingsText(QT_TRANSLATE_NOOP("Settings", "Rules")));
-    rules_->setActions(
-        {{kRemove, u"trash"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Remove")), QKeySequence(Qt::Key_Delete)}});
+    rules_->setActions({{kRemoveProfile, u"trash"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Remove")),
+                         QKeySequence(Qt::Key_Delete)}});
     addOther(card, rules_, settingsText(QT_TRANSLATE_NOOP("Settings", "Rules schedule days time automatic")));
     form_ = new RuleForm(*this);
     addOther(card, form_, settingsText(QT_TRANSLATE_NOOP("Settings", "Rules schedule days time automatic")));
@@ -185,8 +186,7 @@ class ProfilesPage final : public SettingsPage {
     });
     connect(rules_, &OrderList::actionRequested, this, [this](const QString& id, const QString&) {
       edit([&](DockConfiguration& config) {
-        config.desktop.profileRules.removeIf(
-            [&](const ProfileRule& rule) { return rule.id == QUuid::fromString(id); });
+        config.desktop.profileRules.removeIf([&](const ProfileRule& rule) { return rule.id == QUuid::fromString(id); });
       });
     });
     connect(rules_, &OrderList::moved, this, [this](const QString& id, int to) {

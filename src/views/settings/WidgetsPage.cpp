@@ -16,8 +16,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr auto kEdit = "edit"_L1;
-constexpr auto kRemove = "remove"_L1;
+constexpr auto kEditWidget = "edit"_L1;
+constexpr auto kRemoveWidget = "remove"_L1;
 
 class WidgetsPage final : public SettingsPage {
  public:
@@ -45,14 +45,14 @@ class WidgetsPage final : public SettingsPage {
   void addList() {
     Card& card = *addCard();
     list_ = new OrderList(settingsText(QT_TRANSLATE_NOOP("Settings", "Widgets")));
-    list_->setActions(
-        {{kEdit, u"slider.horizontal.3"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Edit")),
-          QKeySequence(Qt::Key_F2)},
-         {kRemove, u"trash"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Remove")), QKeySequence(Qt::Key_Delete)}});
+    list_->setActions({{kEditWidget, u"slider.horizontal.3"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Edit")),
+                        QKeySequence(Qt::Key_F2)},
+                       {kRemoveWidget, u"trash"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Remove")),
+                        QKeySequence(Qt::Key_Delete)}});
     connect(list_, &OrderList::opened, this, &WidgetsPage::openEditor);
     connect(list_, &OrderList::actionRequested, this, [this](const QString& id, const QString& action) {
-      if (action == kEdit) openEditor(id);
-      if (action == kRemove) services_.edits.remove(QUuid::fromString(id));
+      if (action == kEditWidget) openEditor(id);
+      if (action == kRemoveWidget) services_.edits.remove(QUuid::fromString(id));
     });
     connect(list_, &OrderList::moved, this, [this](const QString& id, int to) {
       const auto at = std::ranges::find(list_->items(), id, &OrderItem::id);

@@ -2,6 +2,8 @@
 
 #include <QPainterPath>
 
+#include "views/theme/RoundedPath.h"
+
 namespace tarnwick {
 
 namespace {
@@ -10,12 +12,6 @@ void fill(QPainter& painter, const QPainterPath& path, const QColor& color) {
   painter.setPen(Qt::NoPen);
   painter.setBrush(color);
   painter.drawPath(path);
-}
-
-QPainterPath rounded(const QRectF& rect, double corner) {
-  QPainterPath path;
-  path.addRoundedRect(rect, corner, corner);
-  return path;
 }
 
 /// The back of a folder with its tab, whose right side slopes down.
@@ -39,7 +35,7 @@ void drawSheet(QPainter& painter, QPointF corner, double degrees, const QColor& 
   painter.save();
   painter.translate(corner + QPointF(9, 22));
   painter.rotate(degrees);
-  fill(painter, rounded(QRectF(-9, -22, 18, 24), 2.5), paper);
+  fill(painter, roundedPath(QRectF(-9, -22, 18, 24), 2.5), paper);
   painter.setPen(QPen(ink, 1.4, Qt::SolidLine, Qt::RoundCap));
   painter.drawLine(QPointF(-5, -16), QPointF(3, -16));
   painter.drawLine(QPointF(-5, -12), QPointF(5, -12));
@@ -53,7 +49,7 @@ void drawFolder(QPainter& painter, QPointF topLeft, const PictureColors& colors)
   painter.save();
   painter.translate(topLeft);
   fill(painter, folderBack(), colors.folderBack);
-  const QPainterPath front = rounded(QRectF(2, 13, 36, 22), 4);
+  const QPainterPath front = roundedPath(QRectF(2, 13, 36, 22), 4);
   fill(painter, front, colors.folderFront);
   // The light on the upper edge: the front less the front a little lower.
   fill(painter, front.subtracted(front.translated(0, 0.8)), colors.folderEdge);
@@ -63,7 +59,7 @@ void drawFolder(QPainter& painter, QPointF topLeft, const PictureColors& colors)
 void drawDocument(QPainter& painter, QPointF topLeft, const PictureColors& colors) {
   painter.save();
   painter.translate(topLeft);
-  fill(painter, rounded(QRectF(7, 3, 26, 34), 3.5), colors.paper);
+  fill(painter, roundedPath(QRectF(7, 3, 26, 34), 3.5), colors.paper);
   painter.setPen(QPen(colors.paperInk, 1.6, Qt::SolidLine, Qt::RoundCap));
   painter.drawLine(QPointF(12, 10), QPointF(23, 10));
   painter.drawLine(QPointF(12, 15), QPointF(28, 15));

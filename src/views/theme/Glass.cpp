@@ -8,6 +8,7 @@
 
 #include "views/theme/Bands.h"
 #include "views/theme/Blur.h"
+#include "views/theme/RoundedPath.h"
 #include "views/theme/Theme.h"
 
 namespace tarnwick {
@@ -17,12 +18,6 @@ namespace {
 /// The width of the part that is repeated, in device pixels.
 constexpr int kStrip = 128;
 
-QPainterPath rounded(const QRectF& rect, double corner) {
-  QPainterPath path;
-  path.addRoundedRect(rect, corner, corner);
-  return path;
-}
-
 /// The shadow of `body`, in device pixels, with the place of the body itself left out, so that the glass stays clear.
 void paintShadow(QPainter& painter, const QSize& size, const QRectF& body, double corner, double unit,
                  const QColor& color) {
@@ -30,7 +25,7 @@ void paintShadow(QPainter& painter, const QSize& size, const QRectF& body, doubl
   mask.fill(0);
   QPainter caster(&mask);
   caster.setRenderHint(QPainter::Antialiasing);
-  caster.fillPath(rounded(body.translated(0, theme::kShadowOffset * unit), corner), Qt::black);
+  caster.fillPath(roundedPath(body.translated(0, theme::kShadowOffset * unit), corner), Qt::black);
   caster.end();
   blur(mask, theme::kShadowBlur * unit);
 
@@ -41,12 +36,12 @@ void paintShadow(QPainter& painter, const QSize& size, const QRectF& body, doubl
   tint.drawImage(0, 0, mask);
   tint.setRenderHint(QPainter::Antialiasing);
   tint.setCompositionMode(QPainter::CompositionMode_DestinationOut);
-  tint.fillPath(rounded(body, corner), Qt::black);
+  tint.fillPath(roundedPath(body, corner), Qt::black);
   tint.end();
   painter.drawImage(0, 0, tinted);
 }
 
-/// A line that follows the rounded edge but shows only at the top or at the bottom, fading out around the corners.
+/// A line that follows the roundedPath edge but shows only at the top or at the bottom, fading out around the corners.
 void paintEdge(QPainter& painter, const QRectF& body, double corner, double width, const QColor& color, bool top) {
   if (!color.isValid()) return;
   const double y = top ? body.top() : body.bottom();
@@ -56,7 +51,7 @@ void paintEdge(QPainter& painter, const QRectF& body, double corner, double widt
   painter.setBrush(Qt::NoBrush);
   painter.setPen(QPen(QBrush(fade), width));
   const QRectF line = body.adjusted(width / 2, width / 2, -width / 2, -width / 2);
-  painter.drawPath(rounded(line, corner - width / 2));
+  painter.drawPath(roundedPath(line, corner - width / 2));
 }
 
 void paintBody(QPainter& painter, const QRectF& body, double corner, const GlassColors& colors, bool square) {
@@ -64,7 +59,7 @@ void paintBody(QPainter& painter, const QRectF& body, double corner, const Glass
   QLinearGradient gradient(body.topLeft(), body.bottomLeft());
   gradient.setColorAt(0, colors.bodyTop);
   gradient.setColorAt(1, colors.bodyBottom);
-  square ? painter.fillRect(body, gradient) : painter.fillPath(rounded(body, corner), gradient);
+  square ? painter.fillRect(body, gradient) : painter.fillPath(roundedPath(body, corner), gradient);
 }
 
 }  // namespace

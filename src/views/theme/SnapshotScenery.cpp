@@ -60,7 +60,7 @@ struct Icon {
 constexpr QRgb kTeal[] = {0xff3fa09b, 0xff236f70};
 constexpr QRgb kSlate[] = {0xff7390bd, 0xff47628f};
 constexpr QRgb kViolet[] = {0xff7d71cc, 0xff4a4196};
-constexpr QRgb kInk[] = {0xff454b55, 0xff262a31};
+constexpr QRgb kCoal[] = {0xff454b55, 0xff262a31};
 constexpr QRgb kSky[] = {0xff6b8ae8, 0xff3d59b0};
 constexpr QRgb kRose[] = {0xffd8738c, 0xff9c4260};
 constexpr QRgb kLeaf[] = {0xff5fae86, 0xff33775a};
@@ -68,10 +68,10 @@ constexpr QRgb kSand[] = {0xffd9a55c, 0xff9d6c2d};
 
 constexpr std::array kIcons = {
     Icon{"browser"_L1, kTeal[0], kTeal[1], {}, "O10 10 7.4M13.2 6.8L11.5 11.5L6.8 13.2L8.5 8.5Z"_L1},
-    Icon{"calculator"_L1, kInk[0], kInk[1], "plus.forwardslash.minus"_L1},
+    Icon{"calculator"_L1, kCoal[0], kCoal[1], "plus.forwardslash.minus"_L1},
     Icon{"calendar"_L1, kRose[0], kRose[1], "calendar"_L1},
-    Icon{"camera"_L1, kInk[0], kInk[1], "camera.viewfinder"_L1},
-    Icon{"compositor"_L1, kInk[0], kInk[1], "macwindow.on.rectangle"_L1},
+    Icon{"camera"_L1, kCoal[0], kCoal[1], "camera.viewfinder"_L1},
+    Icon{"compositor"_L1, kCoal[0], kCoal[1], "macwindow.on.rectangle"_L1},
     Icon{"documents"_L1, kSky[0], kSky[1], "note.text"_L1},
     Icon{"editor"_L1, kViolet[0], kViolet[1], {}, "M7.2 5.6L2.8 10L7.2 14.4M12.8 5.6L17.2 10L12.8 14.4"_L1},
     Icon{"files"_L1, kSlate[0], kSlate[1], "folder"_L1},
@@ -89,10 +89,10 @@ constexpr std::array kIcons = {
     Icon{"music"_L1, kRose[0], kRose[1], "music.note"_L1},
     Icon{"photos"_L1, kSand[0], kSand[1], "photo"_L1},
     Icon{"player"_L1, kRose[0], kRose[1], "play.rectangle"_L1},
-    Icon{"settings"_L1, kInk[0], kInk[1], "slider.horizontal.3"_L1},
+    Icon{"settings"_L1, kCoal[0], kCoal[1], "slider.horizontal.3"_L1},
     Icon{"software"_L1, kTeal[0], kTeal[1], "bag"_L1},
     Icon{"system monitor"_L1, kLeaf[0], kLeaf[1], "chart.xyaxis.line"_L1},
-    Icon{"terminal"_L1, kInk[0], kInk[1], {}, "M4 5.4L8.6 10L4 14.6M10.6 14.6H16.2"_L1},
+    Icon{"terminal"_L1, kCoal[0], kCoal[1], {}, "M4 5.4L8.6 10L4 14.6M10.6 14.6H16.2"_L1},
     Icon{"text to speech and dictation"_L1, kViolet[0], kViolet[1], "waveform"_L1},
     Icon{"weather"_L1, kSky[0], kSky[1], "cloud.sun"_L1},
 };

@@ -1,6 +1,7 @@
 #include "views/tiles/AppPainting.h"
 
 #include <QLinearGradient>
+#include <QLocale>
 #include <algorithm>
 #include <cmath>
 

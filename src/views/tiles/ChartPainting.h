@@ -8,6 +8,9 @@ namespace tarnwick {
 
 class TileCanvas;
 
+/// The top of a chart is so many times its highest value.
+inline constexpr double kChartHeadroom = 1.1;
+
 /// One line of a small chart.
 struct ChartLook {
   QColor color;

@@ -13,7 +13,7 @@ namespace {
 constexpr qsizetype kStates = 2;
 constexpr int kRoom = 1;  ///< Clear device pixels on every side, into which the edges of a swollen tile fade.
 /// Device pixels. A scaled picture of more rows at once would wake Qt's worker threads.
-constexpr int kRows = 64;
+constexpr int kMostRows = 64;
 
 }  // namespace
 
@@ -66,9 +66,9 @@ void TilePictures::drawSwollen(QPainter& painter, const QRectF& place, const Pic
     const QTransform transform = painter.deviceTransform();
     const QRect device = transform.mapRect(QRectF(whole)).toAlignedRect();
     const QTransform back = transform.inverted();
-    for (int y = device.top(); y <= device.bottom(); y += kRows) {
+    for (int y = device.top(); y <= device.bottom(); y += kMostRows) {
       painter.save();
-      painter.setClipRect(back.mapRect(QRectF(device.left(), y, device.width(), kRows)), Qt::IntersectClip);
+      painter.setClipRect(back.mapRect(QRectF(device.left(), y, device.width(), kMostRows)), Qt::IntersectClip);
       painter.drawImage(whole.topLeft(), picture.image);
       painter.restore();
     }

@@ -19,7 +19,7 @@ struct Row {
   const char* symbol;
 };
 
-constexpr std::array kRows = {
+constexpr std::array kChoices = {
     Row{Toggle::WiFi, "wifi", QT_TRANSLATE_NOOP("Tiles", "Wi-Fi"), "wifi"},
     Row{Toggle::Bluetooth, "bluetooth", QT_TRANSLATE_NOOP("Tiles", "Bluetooth"), "bluetooth"},
     Row{Toggle::DarkMode, "darkMode", QT_TRANSLATE_NOOP("Tiles", "Dark Mode"), "moon"},
@@ -28,14 +28,14 @@ constexpr std::array kRows = {
     Row{Toggle::KeepAwake, "keepAwake", QT_TRANSLATE_NOOP("Tiles", "Keep Awake"), "cup.and.saucer"},
 };
 
-const Row& rowOf(Toggle toggle) { return *std::ranges::find(kRows, toggle, &Row::toggle); }
+const Row& rowOf(Toggle toggle) { return *std::ranges::find(kChoices, toggle, &Row::toggle); }
 
 }  // namespace
 
 const QList<Toggle>& ToggleChoice::all() {
   static const QList<Toggle> toggles = [] {
     QList<Toggle> list;
-    for (const Row& row : kRows) list.append(row.toggle);
+    for (const Row& row : kChoices) list.append(row.toggle);
     return list;
   }();
   return toggles;
@@ -56,8 +56,9 @@ QString ToggleChoice::text(const QList<Toggle>& toggles) {
 QList<Toggle> ToggleChoice::of(const QString& text) {
   QList<Toggle> chosen;
   for (const QString& id : text.split(u',', Qt::SkipEmptyParts)) {
-    const auto row = std::ranges::find_if(kRows, [&id](const Row& each) { return id == QLatin1StringView(each.id); });
-    if (row != kRows.end() && !chosen.contains(row->toggle) && chosen.size() < kShown) chosen.append(row->toggle);
+    const auto row =
+        std::ranges::find_if(kChoices, [&id](const Row& each) { return id == QLatin1StringView(each.id); });
+    if (row != kChoices.end() && !chosen.contains(row->toggle) && chosen.size() < kShown) chosen.append(row->toggle);
   }
   if (chosen.isEmpty()) return {Toggle::WiFi, Toggle::DarkMode, Toggle::DoNotDisturb, Toggle::KeepAwake};
   return chosen;

@@ -31,7 +31,7 @@ constexpr int kPadding = 12;
 constexpr int kNameBelow = 19;  // From the picture to the middle of the name.
 constexpr int kTextBelow = 30;
 constexpr int kDescriptionLines = 3;
-constexpr double kCorner = 14;
+constexpr double kCardCorner = 14;
 constexpr double kLine = 2;
 constexpr double kBadgeRadius = 11;
 
@@ -194,11 +194,11 @@ void LayoutCard::paintSmall(QPainter& painter, const ControlLook& look) const {
 void LayoutCard::paintLarge(QPainter& painter, const ControlLook& look) const {
   const QRectF box = ground();
   if (isChecked()) {
-    drawRounded(painter, box, kCorner, look.palette.selection);
+    drawRounded(painter, box, kCardCorner, look.palette.selection);
   } else {
-    drawRounded(painter, box, kCorner, palette().color(QPalette::Base));
-    if (underMouse()) drawRounded(painter, box, kCorner, look.palette.tile);
-    drawInnerLine(painter, box, kCorner, hairline(painter), look.palette.tileEdge);
+    drawRounded(painter, box, kCardCorner, palette().color(QPalette::Base));
+    if (underMouse()) drawRounded(painter, box, kCardCorner, look.palette.tile);
+    drawInnerLine(painter, box, kCardCorner, hairline(painter), look.palette.tileEdge);
   }
   const double left = picture_->x();
   const double bottom = picture_->geometry().bottom() + 1;
@@ -212,7 +212,7 @@ void LayoutCard::paintLarge(QPainter& painter, const ControlLook& look) const {
   drawSentence(painter, QRectF(left, bottom + kTextBelow, room, lineHeight() * kDescriptionLines), description(layout_),
                direction);
   if (isChecked()) {
-    drawInnerLine(painter, box.adjusted(-1, -1, 1, 1), kCorner + 1, kLine, look.accentColor());
+    drawInnerLine(painter, box.adjusted(-1, -1, 1, 1), kCardCorner + 1, kLine, look.accentColor());
     const double x = direction == Qt::RightToLeft ? box.left() + kBadgeRadius / 2 : box.right() - kBadgeRadius / 2;
     const QPointF middle(x, box.top() + kBadgeRadius / 2);
     painter.setPen(Qt::NoPen);
@@ -221,7 +221,7 @@ void LayoutCard::paintLarge(QPainter& painter, const ControlLook& look) const {
     drawControlSymbol(painter, u"checkmark"_s, QRectF(middle - QPointF(7, 7), QSizeF(14, 14)),
                       look.palette.inkOnAccent);
   }
-  if (hasFocus() && byKeyboard_) drawFocusLine(painter, box.adjusted(3, 3, -3, -3), kCorner - 3, look);
+  if (hasFocus() && byKeyboard_) drawFocusLine(painter, box.adjusted(3, 3, -3, -3), kCardCorner - 3, look);
 }
 
 }  // namespace tarnwick

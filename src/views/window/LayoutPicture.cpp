@@ -16,7 +16,7 @@ namespace {
 // The grid that everything is drawn on.
 constexpr double kWidth = 120;
 constexpr double kHeight = 76;
-constexpr double kCorner = 7;
+constexpr double kPictureCorner = 7;
 constexpr double kBar = 4.6;
 constexpr double kHorizon = 51;
 constexpr double kMiddle = kWidth / 2;
@@ -28,7 +28,7 @@ constexpr QSizeF kSystemDock{72, 9.2};
 constexpr double kAtBottom = 61;  // The tops of docks at the edges of the screen.
 constexpr double kAtTop = 8.5;
 constexpr double kBelow = kHeight + 2;
-constexpr double kAbove = -12;
+constexpr double kAbovePicture = -12;
 constexpr double kSystemTop = 62;
 
 constexpr double kPauseSeconds = 0.8;
@@ -94,7 +94,7 @@ Scene atTheOtherEnd(DockLayout layout) {
       scene.dock.setY(kBelow);
       break;
     case DockLayout::RevealTop:
-      scene.dock.setY(kAbove);
+      scene.dock.setY(kAbovePicture);
       break;
     case DockLayout::Replace:
       scene = {.dock = {kMiddle, kBelow}, .system = kBright};
@@ -212,7 +212,10 @@ void drawScene(QPainter& painter, DockLayout layout, const Scene& scene) {
 }  // namespace
 
 LayoutPicture::LayoutPicture(DockLayout layout, QSize size, QWidget* parent)
-    : QWidget(parent), layout_(layout), pause_(animator_, kPauseSeconds, [] {}, [this] { travelOn(); }) {
+    : QWidget(parent),
+      layout_(layout),
+      pause_(
+          animator_, kPauseSeconds, [] {}, [this] { travelOn(); }) {
   setFixedSize(size);
   setAttribute(Qt::WA_TransparentForMouseEvents);
   connect(&travel_, &SpringSet::moved, this, qOverload<>(&QWidget::update));
@@ -280,7 +283,7 @@ void LayoutPicture::hideEvent(QHideEvent* event) {
 }
 
 void LayoutPicture::paintEvent(QPaintEvent*) {
-  const double corner = kCorner * width() / kWidth;
+  const double corner = kPictureCorner * width() / kWidth;
   const double ratio = devicePixelRatioF();
   QPixmap picture(size() * ratio);
   picture.setDevicePixelRatio(ratio);

@@ -22,7 +22,7 @@ namespace {
 constexpr double kGroundShare = 0.14;  // Of the accent.
 constexpr int kSymbol = 16;
 constexpr int kInset = 12;
-constexpr int kAbove = 12;  // The clear room over the ground.
+constexpr int kAboveStrip = 12;  // The clear room over the ground.
 
 }  // namespace
 
@@ -35,7 +35,7 @@ MessageStrip::MessageStrip(AppStore& store, QWidget* parent)
   text_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   dismiss_->setGround(false);
   auto* row = new QHBoxLayout(this);
-  row->setContentsMargins(theme::kBodyPadding + kInset + kSymbol + theme::kRowGap, kAbove + kInset / 2,
+  row->setContentsMargins(theme::kBodyPadding + kInset + kSymbol + theme::kRowGap, kAboveStrip + kInset / 2,
                           theme::kBodyPadding + kInset / 2, kInset / 2);
   row->setSpacing(theme::kRowGap);
   row->addWidget(text_, 1);
@@ -66,9 +66,10 @@ void MessageStrip::paintEvent(QPaintEvent*) {
   painter.setRenderHint(QPainter::Antialiasing);
   const ControlLook& look = lookOf(*this);
   const QColor accent = look.palette.accent(Accent::Orange);
-  const QRectF ground = rect().adjusted(theme::kBodyPadding, kAbove, -theme::kBodyPadding, 0);
+  const QRectF ground = rect().adjusted(theme::kBodyPadding, kAboveStrip, -theme::kBodyPadding, 0);
   drawRounded(painter, ground, theme::kRowCorner, faded(accent, kGroundShare));
-  const QRect symbol(theme::kBodyPadding + kInset, kAbove + (height() - kAbove - kSymbol) / 2, kSymbol, kSymbol);
+  const QRect symbol(theme::kBodyPadding + kInset, kAboveStrip + (height() - kAboveStrip - kSymbol) / 2, kSymbol,
+                     kSymbol);
   drawControlSymbol(painter, u"exclamationmark.circle"_s, QStyle::visualRect(layoutDirection(), rect(), symbol),
                     accent);
 }

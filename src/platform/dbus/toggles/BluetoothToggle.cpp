@@ -6,13 +6,14 @@
 #include <QDBusVariant>
 #include <algorithm>
 
+#include "platform/dbus/BusNames.h"
+
 namespace tarnwick {
 namespace {
 
 using namespace Qt::StringLiterals;
 
 constexpr auto kAdapter = "org.bluez.Adapter1"_L1;
-constexpr auto kProperties = "org.freedesktop.DBus.Properties"_L1;
 constexpr auto kObjectManager = "org.freedesktop.DBus.ObjectManager"_L1;
 
 using Interfaces = QMap<QString, QVariantMap>;
@@ -39,7 +40,7 @@ void BluetoothToggle::start() {
     Q_EMIT changed();
   });
   // Matched by interface: devices in a scan announce themselves several times a second.
-  bluez_->listen(QString(), kProperties, u"PropertiesChanged"_s,
+  bluez_->listen(QString(), bus::kProperties, u"PropertiesChanged"_s,
                  [this](const QDBusMessage& signal) { adapterChanged(signal); }, {kAdapter});
   connect(bluez_.get(), &BusService::ownerChanged, this, &BluetoothToggle::fetch);
 }
@@ -101,8 +102,9 @@ void BluetoothToggle::set(bool on) {
 }
 
 void BluetoothToggle::power(const QString& adapter, bool on) {
-  bluez_->call(adapter, kProperties, u"Set"_s, {QString(kAdapter), u"Powered"_s, QVariant::fromValue(QDBusVariant(on))},
-               this, [this](const QDBusMessage& reply) {
+  bluez_->call(adapter, bus::kProperties, u"Set"_s,
+               {QString(kAdapter), u"Powered"_s, QVariant::fromValue(QDBusVariant(on))}, this,
+               [this](const QDBusMessage& reply) {
                  // Accepted, the new value comes as a signal.
                  if (reply.type() == QDBusMessage::ErrorMessage) Q_EMIT changed();
                });

@@ -3,14 +3,13 @@
 #include <QDBusArgument>
 #include <QDBusVariant>
 
+#include "platform/dbus/BusNames.h"
+
 namespace tarnwick {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr auto kPortal = "org.freedesktop.portal.Desktop"_L1;
-constexpr auto kPath = "/org/freedesktop/portal/desktop"_L1;
-constexpr auto kSettings = "org.freedesktop.portal.Settings"_L1;
 constexpr auto kAppearance = "org.freedesktop.appearance"_L1;
 constexpr auto kColorScheme = "color-scheme"_L1;
 constexpr uint kPreferDark = 1;
@@ -29,8 +28,8 @@ bool settingIsObeyed() { return !qEnvironmentVariable("XDG_CURRENT_DESKTOP").spl
 DarkModeToggle::DarkModeToggle(const QDBusConnection& session) : session_(session) {}
 
 void DarkModeToggle::start() {
-  portal_ = std::make_unique<BusService>(session_, kPortal);
-  portal_->listen(kPath, kSettings, u"SettingChanged"_s,
+  portal_ = std::make_unique<BusService>(session_, bus::kPortal);
+  portal_->listen(bus::kPortalPath, bus::kPortalSettings, u"SettingChanged"_s,
                   [this](const QDBusMessage& signal) {
                     portalScheme_ = unwrapped(signal.arguments().value(2)).toUInt();
                     Q_EMIT changed();
@@ -46,7 +45,7 @@ void DarkModeToggle::start() {
 // Asked under the well-known name, so that a portal which isn't running yet is started: early in a session it rarely
 // is.
 void DarkModeToggle::readPortal() {
-  auto message = QDBusMessage::createMethodCall(kPortal, kPath, kSettings, u"Read"_s);
+  auto message = QDBusMessage::createMethodCall(bus::kPortal, bus::kPortalPath, bus::kPortalSettings, u"Read"_s);
   message.setArguments({QString(kAppearance), QString(kColorScheme)});
   ask(session_, message, this, [this](const QDBusMessage& reply) {
     portalScheme_.reset();

@@ -1,23 +1,20 @@
 #include "platform/dbus/toggles/DoNotDisturbToggle.h"
 
+#include "platform/dbus/BusNames.h"
+
 namespace tarnwick {
-namespace {
 
 using namespace Qt::StringLiterals;
-
-constexpr auto kName = "org.freedesktop.Notifications"_L1;
-constexpr auto kPath = "/org/freedesktop/Notifications"_L1;
-
-}  // namespace
 
 DoNotDisturbToggle::DoNotDisturbToggle(const QDBusConnection& session) : session_(session) {}
 
 void DoNotDisturbToggle::start() {
-  service_ = std::make_unique<BusService>(session_, kName);
-  pause_ = std::make_unique<BusProperties>(*service_, kPath, u"org.dunstproject.cmd0"_s);
-  inhibition_ = std::make_unique<BusProperties>(*service_, kPath, kName);
+  service_ = std::make_unique<BusService>(session_, bus::kNotifications);
+  pause_ = std::make_unique<BusProperties>(*service_, bus::kNotificationsPath, u"org.dunstproject.cmd0"_s);
+  inhibition_ = std::make_unique<BusProperties>(*service_, bus::kNotificationsPath, bus::kNotifications);
   ownInhibition_ = std::make_unique<CookieInhibition>(
-      *service_, kPath, kName, QVariantList{u"com.brindlemoor.Tarnwick"_s, tr("Do Not Disturb"), QVariantMap()});
+      *service_, bus::kNotificationsPath, bus::kNotifications,
+      QVariantList{u"com.brindlemoor.Tarnwick"_s, tr("Do Not Disturb"), QVariantMap()});
   connect(pause_.get(), &BusProperties::changed, this, &DoNotDisturbToggle::changed);
   connect(inhibition_.get(), &BusProperties::changed, this, &DoNotDisturbToggle::changed);
   connect(ownInhibition_.get(), &CookieInhibition::changed, this, &DoNotDisturbToggle::changed);
@@ -28,16 +25,18 @@ void DoNotDisturbToggle::start() {
 void DoNotDisturbToggle::serviceChanged() {
   banners_.reset();
   setting_.reset();
-  service_->call(kPath, kName, u"GetServerInformation"_s, {}, this, [this](const QDBusMessage& reply) {
-    const QString server = reply.arguments().value(0).toString();
-    if (server == "Xfce Notify Daemon"_L1) {
-      setting_ = std::make_unique<XfconfSwitch>(session_, u"xfce4-notifyd"_s, u"/do-not-disturb"_s);
-      connect(setting_.get(), &XfconfSwitch::changed, this, &DoNotDisturbToggle::changed);
-    }
-    if (server != "gnome-shell"_L1) return;
-    banners_ = std::make_unique<GSettingsKey>(session_, u"org.gnome.desktop.notifications"_s, u"show-banners"_s);
-    connect(banners_.get(), &GSettingsKey::changed, this, &DoNotDisturbToggle::changed);
-  });
+  service_->call(bus::kNotificationsPath, bus::kNotifications, u"GetServerInformation"_s, {}, this,
+                 [this](const QDBusMessage& reply) {
+                   const QString server = reply.arguments().value(0).toString();
+                   if (server == "Xfce Notify Daemon"_L1) {
+                     setting_ = std::make_unique<XfconfSwitch>(session_, u"xfce4-notifyd"_s, u"/do-not-disturb"_s);
+                     connect(setting_.get(), &XfconfSwitch::changed, this, &DoNotDisturbToggle::changed);
+                   }
+                   if (server != "gnome-shell"_L1) return;
+                   banners_ = std::make_unique<GSettingsKey>(session_, u"org.gnome.desktop.notifications"_s,
+                                                             u"show-banners"_s);
+                   connect(banners_.get(), &GSettingsKey::changed, this, &DoNotDisturbToggle::changed);
+                 });
 }
 
 DoNotDisturbToggle::Dialect DoNotDisturbToggle::dialect() const {

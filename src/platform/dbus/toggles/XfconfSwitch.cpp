@@ -7,15 +7,15 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr auto kName = "org.xfce.Xfconf"_L1;
-constexpr auto kPath = "/org/xfce/Xfconf"_L1;
+constexpr auto kXfconf = "org.xfce.Xfconf"_L1;
+constexpr auto kXfconfPath = "/org/xfce/Xfconf"_L1;
 
 }  // namespace
 
 XfconfSwitch::XfconfSwitch(const QDBusConnection& session, const QString& channel, const QString& property)
-    : service_(session, kName), channel_(channel), property_(property) {
+    : service_(session, kXfconf), channel_(channel), property_(property) {
   for (const QString& signal : {u"PropertyChanged"_s, u"PropertyRemoved"_s})
-    service_.listen(kPath, kName, signal, [this](const QDBusMessage&) { read(); }, {channel, property});
+    service_.listen(kXfconfPath, kXfconf, signal, [this](const QDBusMessage&) { read(); }, {channel, property});
   connect(&service_, &BusService::ownerChanged, this, &XfconfSwitch::read);
 }
 
@@ -25,7 +25,7 @@ void XfconfSwitch::read() {
     Q_EMIT changed();
     return;
   }
-  service_.call(kPath, kName, u"GetProperty"_s, {channel_, property_}, this, [this](const QDBusMessage& reply) {
+  service_.call(kXfconfPath, kXfconf, u"GetProperty"_s, {channel_, property_}, this, [this](const QDBusMessage& reply) {
     value_ = reply.arguments().value(0).value<QDBusVariant>().variant().toBool();
     Q_EMIT changed();
   });
@@ -36,8 +36,9 @@ void XfconfSwitch::set(bool on) {
     Q_EMIT changed();
     return;
   }
-  service_.call(kPath, kName, u"SetProperty"_s, {channel_, property_, QVariant::fromValue(QDBusVariant(QVariant(on)))},
-                this, [this](const QDBusMessage&) { read(); });
+  service_.call(kXfconfPath, kXfconf, u"SetProperty"_s,
+                {channel_, property_, QVariant::fromValue(QDBusVariant(QVariant(on)))}, this,
+                [this](const QDBusMessage&) { read(); });
 }
 
 }  // namespace tarnwick

@@ -1,8 +1,9 @@
-#include "views/families/calendar/CalendarPanel.h"
+#include "views/families/calendar/CalendarPanels.h"
 
 #include "calendar/Calendar.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/MonthGrid.h"
+#include "views/families/calendar/CalendarTiles.h"
 #include "views/families/calendar/DayAgenda.h"
 #include "views/families/calendar/EventWords.h"
 #include "views/panels/PanelWords.h"
@@ -14,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype kMostRows = 8;
+constexpr qsizetype kMostAgendaRows = 8;
 constexpr int kNoticeGap = 8;
 
 class CalendarPanel final : public TilePanel {
@@ -23,7 +24,7 @@ class CalendarPanel final : public TilePanel {
       : TilePanel(context),
         month_(new MonthGrid),
         heading_(nullptr),
-        agenda_(new DayAgenda(context.actions.openUrl, kMostRows)),
+        agenda_(new DayAgenda(context.actions.openUrl, kMostAgendaRows)),
         notice_(new TextLabel({}, TextStyle::Body, Tone::Secondary)),
         folder_(new Button(PanelWords::tr("Add Calendar Folder…"))) {
     addTurn(u"chevron.left"_s, PanelWords::tr("Previous month"), -1);
@@ -50,8 +51,7 @@ class CalendarPanel final : public TilePanel {
   QString heading() const override { return ClockWords::monthAndYear(month_->month(), locale_); }
 
   void refresh(const TileSources& sources) override {
-    static const CalendarDigest none;
-    const CalendarDigest& digest = sources.calendar ? *sources.calendar : none;
+    const CalendarDigest& digest = digestOf(sources);
     locale_ = sources.locale;
     setMessage(digest.problem == digest.calendarMessage ? QString() : digest.problem);
     month_->setWords(sources.locale);

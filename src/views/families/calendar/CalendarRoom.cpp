@@ -1,15 +1,12 @@
 #include <array>
 
 #include "views/families/calendar/CalendarFixture.h"
-#include "views/families/calendar/CalendarPanel.h"
+#include "views/families/calendar/CalendarPanels.h"
 #include "views/families/calendar/CalendarTiles.h"
 #include "views/families/calendar/MeetingTiles.h"
-#include "views/families/calendar/OverviewPanel.h"
 #include "views/families/calendar/OverviewTiles.h"
-#include "views/families/calendar/ProgressPanel.h"
 #include "views/families/calendar/ProgressTiles.h"
 #include "views/families/calendar/ReminderTiles.h"
-#include "views/families/calendar/RemindersPanel.h"
 #include "views/panels/Room.h"
 
 namespace tarnwick {
@@ -68,10 +65,7 @@ constexpr std::array kFamilies = {
             .act = joinMeeting,
             .problem = problem,
             .sample = sampleCalendar},
-    RoomRow{.word = "progress"_L1,
-            .panel = makeProgressPanel,
-            .accent = always<Accent::Red>,
-            .cadence = kMinute},
+    RoomRow{.word = "progress"_L1, .panel = makeProgressPanel, .accent = always<Accent::Red>, .cadence = kMinute},
     RoomRow{.word = "reminders"_L1,
             .panel = makeRemindersPanel,
             .accent = always<Accent::Orange>,
@@ -102,7 +96,6 @@ constexpr std::array kKinds = {
 }  // namespace
 
 extern const Room kCalendarRoom;
-constinit const Room kCalendarRoom{
-    .name = "calendar"_L1, .families = kFamilies, .kinds = kKinds, .picture = picture};
+constinit const Room kCalendarRoom{.name = "calendar"_L1, .families = kFamilies, .kinds = kKinds, .picture = picture};
 
 }  // namespace tarnwick

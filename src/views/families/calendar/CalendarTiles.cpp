@@ -15,9 +15,14 @@ namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
+const CalendarDigest& digestOf(const TileSources& sources) {
+  static const CalendarDigest none;
+  return sources.calendar ? *sources.calendar : none;
+}
+
 namespace {
 
-constexpr qsizetype kMostRows = 3;
+constexpr qsizetype kMostEvents = 3;
 
 constexpr double kDayMiddle = 28;
 constexpr double kDayDivider = 55;
@@ -50,11 +55,6 @@ constexpr double kBarsTop = 10;
 constexpr int kBars = 5;
 constexpr double kOtherDays = 0.6;
 constexpr double kDayNameBaseline = 54;
-
-const CalendarDigest& digestOf(const TileRequest& request) {
-  static const CalendarDigest none;
-  return request.sources.calendar ? *request.sources.calendar : none;
-}
 
 bool hasCalendar(const TileRequest& request) {
   return request.sources.calendar && request.sources.calendar->calendarMessage.isEmpty();
@@ -121,7 +121,7 @@ QString dayName(const QDate& date, const QLocale& locale) {
 
 DaysContent days(const TileRequest& request, bool week) {
   const QLocale& locale = request.sources.locale;
-  const CalendarDigest& digest = digestOf(request);
+  const CalendarDigest& digest = digestOf(request.sources);
   const QDate today = request.sources.now.date();
   DaysContent content;
   content.week = week;
@@ -187,11 +187,11 @@ void paintFullness(TileCanvas& canvas, const DaysContent::Day& day, double x) {
 }  // namespace
 
 std::optional<GenericContent> calendarNotice(const TileRequest& request) {
-  return notice(request, TileWords::tr("Add calendar"), digestOf(request).calendarMessage);
+  return notice(request, TileWords::tr("Add calendar"), digestOf(request.sources).calendarMessage);
 }
 
 std::optional<GenericContent> remindersNotice(const TileRequest& request) {
-  return notice(request, TileWords::tr("Add list"), digestOf(request).reminderMessage);
+  return notice(request, TileWords::tr("Add list"), digestOf(request.sources).reminderMessage);
 }
 
 void paintTitle(TileCanvas& canvas, double x, double room, const QString& title, const QString& caption,
@@ -213,7 +213,7 @@ TodayEventContent makeTodayEvent(const TileRequest& request) {
   content.weekday = sources.locale.toUpper(ClockWords::weekday(today, sources.locale, QLocale::ShortFormat));
   content.day = sources.locale.toString(today.day());
   content.spoken = ClockWords::dates(today, sources.locale).value(0);
-  const CalendarDigest& digest = digestOf(request);
+  const CalendarDigest& digest = digestOf(request.sources);
   if (!hasCalendar(request)) {
     content.title = TileWords::tr("No calendar");
     content.caption = TileWords::tr("Add calendar");
@@ -244,7 +244,7 @@ void paint(TileCanvas& canvas, const TodayEventContent& content) {
 }
 
 NextEventContent makeNextEvent(const TileRequest& request) {
-  const CalendarDigest& digest = digestOf(request);
+  const CalendarDigest& digest = digestOf(request.sources);
   if (digest.upcoming.isEmpty()) return {TileWords::tr("No events"), TileWords::tr("Nothing is planned"), false};
   const CalendarEvent& event = digest.upcoming.first();
   return {event.title, joined({EventWords::distance(event, request.sources), event.location}, u" · "_s), true};
@@ -265,8 +265,8 @@ EventListContent makeThreeEvents(const TileRequest& request) {
   EventListContent content;
   content.empty = TileWords::tr("No events");
   const TileSources& sources = request.sources;
-  for (const CalendarEvent& event : digestOf(request).upcoming) {
-    if (content.rows.size() >= kMostRows) break;
+  for (const CalendarEvent& event : digestOf(request.sources).upcoming) {
+    if (content.rows.size() >= kMostEvents) break;
     const bool soon = content.rows.isEmpty() && !event.allDay && event.start.date() <= sources.now.date();
     content.rows.append({event.title, soon ? EventWords::distance(event, sources) : EventWords::brief(event, sources),
                          event.colour, soon});
@@ -279,11 +279,11 @@ EventListContent makeDayAgenda(const TileRequest& request) {
   content.agenda = true;
   const TileSources& sources = request.sources;
   QList<CalendarEvent> left;
-  for (const CalendarEvent& event : digestOf(request).today)
+  for (const CalendarEvent& event : digestOf(request.sources).today)
     if (event.end > sources.now || event.start >= sources.now) left.append(event);
-  content.empty =
-      digestOf(request).today.isEmpty() ? TileWords::tr("No events today") : TileWords::tr("Nothing more today");
-  for (const CalendarEvent& event : left.first(std::min(left.size(), kMostRows)))
+  content.empty = digestOf(request.sources).today.isEmpty() ? TileWords::tr("No events today")
+                                                            : TileWords::tr("Nothing more today");
+  for (const CalendarEvent& event : left.first(std::min(left.size(), kMostEvents)))
     content.rows.append({event.title, EventWords::brief(event, sources), event.colour, false});
   return content;
 }
@@ -297,7 +297,7 @@ TileText describe(const EventListContent& content, const QString& name) {
 }
 
 void paint(TileCanvas& canvas, const EventListContent& content) {
-  const QList<double> baselines = canvas.rowBaselines(std::min(content.rows.size(), kMostRows));
+  const QList<double> baselines = canvas.rowBaselines(std::min(content.rows.size(), kMostEvents));
   if (baselines.isEmpty())
     paintTitle(canvas, theme::kTextLeft, canvas.roomAfter(theme::kTextLeft), content.empty, {});
   else

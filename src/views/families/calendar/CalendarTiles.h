@@ -11,6 +11,9 @@ namespace tarnwick {
 
 class TileCanvas;
 
+/// What the calendars hold around this moment; an empty digest until they were read.
+const CalendarDigest& digestOf(const TileSources& sources);
+
 /// What tiles show in place of events (`reminders`: of reminders) while there are none to be had; absent while there
 /// are.
 std::optional<GenericContent> calendarNotice(const TileRequest& request);

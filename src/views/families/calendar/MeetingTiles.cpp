@@ -17,11 +17,6 @@ constexpr QSizeF kPill(46, 28);
 constexpr qint64 kHour = 60;
 constexpr qint64 kDay = 24 * kHour;
 
-const CalendarDigest& digestOf(const TileRequest& request) {
-  static const CalendarDigest none;
-  return request.sources.calendar ? *request.sources.calendar : none;
-}
-
 QRectF pillOf(double width) {
   return {QPointF(width - theme::kPictureInset - kPill.width(), theme::kTileMiddle - kPill.height() / 2), kPill};
 }
@@ -34,7 +29,7 @@ QString guests(const CalendarEvent& meeting) {
 }  // namespace
 
 MeetingContent makeMeetings(const TileRequest& request) {
-  const qsizetype count = digestOf(request).meetingsToday.size();
+  const qsizetype count = digestOf(request.sources).meetingsToday.size();
   MeetingContent content;
   content.figure = request.sources.locale.toString(count);
   content.caption = count == 1 ? TileWords::tr("meeting today") : TileWords::tr("meetings today");
@@ -43,7 +38,7 @@ MeetingContent makeMeetings(const TileRequest& request) {
 }
 
 MeetingContent makeNextMeeting(const TileRequest& request) {
-  const std::optional<CalendarEvent>& meeting = digestOf(request).nextMeeting;
+  const std::optional<CalendarEvent>& meeting = digestOf(request.sources).nextMeeting;
   MeetingContent content;
   if (!meeting) {
     content.figure = u"–"_s;
@@ -87,7 +82,7 @@ void paint(TileCanvas& canvas, const MeetingContent& content) {
 }
 
 MeetingCenterContent makeMeetingCenter(const TileRequest& request) {
-  const std::optional<CalendarEvent>& meeting = digestOf(request).nextMeeting;
+  const std::optional<CalendarEvent>& meeting = digestOf(request.sources).nextMeeting;
   if (!meeting) return {TileWords::tr("No meetings"), TileWords::tr("Nothing to join"), false};
   QStringList words{EventWords::brief(*meeting, request.sources), guests(*meeting)};
   words.removeAll(QString());

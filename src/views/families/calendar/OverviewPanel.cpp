@@ -1,9 +1,10 @@
-#include "views/families/calendar/OverviewPanel.h"
+#include "views/families/calendar/CalendarPanels.h"
 
 #include <algorithm>
 
 #include "views/controls/Buttons.h"
 #include "views/controls/Rows.h"
+#include "views/families/calendar/CalendarTiles.h"
 #include "views/families/calendar/DayAgenda.h"
 #include "views/families/calendar/EventWords.h"
 #include "views/families/calendar/ReminderRow.h"
@@ -17,9 +18,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype kMostEvents = 5;
-constexpr qsizetype kMostRows = 5;  ///< Of reminders, and of things to do.
-constexpr int kNoticeGap = 8;
+constexpr qsizetype kMostOverviewEvents = 5;
+constexpr qsizetype kMostDue = 5;  ///< Of reminders, and of things to do.
+constexpr int kOverviewNoticeGap = 8;
 
 /// A heading with rows below it, or a sentence where there are none.
 struct Part {
@@ -38,7 +39,7 @@ class OverviewPanel final : public TilePanel {
   explicit OverviewPanel(const PanelContext& context)
       : TilePanel(context),
         weather_(new ListRow({})),
-        agenda_(new DayAgenda(context.actions.openUrl, kMostEvents)),
+        agenda_(new DayAgenda(context.actions.openUrl, kMostOverviewEvents)),
         folder_(new Button(PanelWords::tr("Add Calendar Folder…"))) {
     if (const auto open = context.actions.openCalendar) {
       auto* application = new IconButton(u"calendar"_s, PanelWords::tr("Open Calendar"));
@@ -47,7 +48,7 @@ class OverviewPanel final : public TilePanel {
     }
     body().addWidget(weather_);
     events_ = addPart(PanelWords::tr("Events"), agenda_);
-    body().addSpacing(kNoticeGap);
+    body().addSpacing(kOverviewNoticeGap);
     body().addWidget(folder_, 0, Qt::AlignLeft);
     if (const auto add = context.actions.addCalendarFolder)
       connect(folder_, &QPushButton::clicked, this, [add] { add(); });
@@ -59,8 +60,7 @@ class OverviewPanel final : public TilePanel {
   QString heading() const override { return heading_; }
 
   void refresh(const TileSources& sources) override {
-    static const CalendarDigest none;
-    const CalendarDigest& digest = sources.calendar ? *sources.calendar : none;
+    const CalendarDigest& digest = digestOf(sources);
     heading_ = ClockWords::dates(sources.now.date(), sources.locale).value(0);
     setMessage(digest.problem == digest.calendarMessage ? QString() : digest.problem);
     showWeather(sources);
@@ -77,7 +77,7 @@ class OverviewPanel final : public TilePanel {
     body().addWidget(content ? content : part.rows);
     part.sentence = new TextLabel({}, TextStyle::Body, Tone::Secondary);
     part.sentence->setWordWrap(true);
-    part.sentence->setContentsMargins(0, kNoticeGap / 2, 0, 0);
+    part.sentence->setContentsMargins(0, kOverviewNoticeGap / 2, 0, 0);
     body().addWidget(part.sentence);
     return part;
   }
@@ -126,11 +126,11 @@ class OverviewPanel final : public TilePanel {
     reminders_.heading->setVisible(!silent);
     reminders_.say(silent                              ? QString()
                    : !digest.reminderMessage.isEmpty() ? digest.reminderMessage
-                   : count > kMostRows                 ? PanelWords::tr("And %1 more").arg(count - kMostRows)
+                   : count > kMostDue                  ? PanelWords::tr("And %1 more").arg(count - kMostDue)
                    : count == 0                        ? PanelWords::tr("Nothing is due.")
                                                        : QString());
     QStringList words;
-    for (const Reminder& reminder : due.first(std::min(count, kMostRows)))
+    for (const Reminder& reminder : due.first(std::min(count, kMostDue)))
       words << EventWords::briefDue(reminder, sources);
     if (due == dueShown_ && words == dueWords_) return;
     dueShown_ = due;
@@ -151,15 +151,15 @@ class OverviewPanel final : public TilePanel {
     const auto done = std::ranges::count(all, true, &TodoItem::completed);
     const auto open = all.size() - done;
     todos_.heading->setTrailing(all.isEmpty() ? QString() : PanelWords::tr("%1 of %2 done").arg(done).arg(all.size()));
-    todos_.say(open > kMostRows ? PanelWords::tr("And %1 more").arg(open - kMostRows)
-               : open == 0      ? PanelWords::tr("Nothing to do")
-                                : QString());
+    todos_.say(open > kMostDue ? PanelWords::tr("And %1 more").arg(open - kMostDue)
+               : open == 0     ? PanelWords::tr("Nothing to do")
+                               : QString());
     if (areTodosShown_ && all == todosShown_) return;
     areTodosShown_ = true;
     todosShown_ = all;
     QList<QWidget*> rows;
     for (const TodoItem& item : all)
-      if (!item.completed && rows.size() < kMostRows) {
+      if (!item.completed && rows.size() < kMostDue) {
         auto* row = new CheckRow(item.text.simplified());
         row->setParted(!rows.isEmpty());
         row->setToolTip(item.text);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "views/families/calendar/CalendarTiles.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileWords.h"
 
@@ -55,8 +56,7 @@ Cells cellsOf(const TileCanvas& canvas, const OverviewContent& content) {
 
 OverviewContent makeTodayOverview(const TileRequest& request) {
   const TileSources& sources = request.sources;
-  static const CalendarDigest none;
-  const CalendarDigest& digest = sources.calendar ? *sources.calendar : none;
+  const CalendarDigest& digest = digestOf(sources);
   const auto figure = [&](qint64 count, const QString& symbol, const QString& one, const QString& many) {
     return OverviewContent::Figure{sources.locale.toString(count), count == 1 ? one : many, symbol};
   };

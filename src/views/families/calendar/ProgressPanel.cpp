@@ -1,4 +1,4 @@
-#include "views/families/calendar/ProgressPanel.h"
+#include "views/families/calendar/CalendarPanels.h"
 
 #include <QTimeZone>
 #include <array>

@@ -15,14 +15,14 @@ namespace {
 
 constexpr double kFigureBaseline = 30.5;
 constexpr double kBarTop = 40;
-constexpr double kBarHeight = 12;
+constexpr double kProgressHeight = 12;
 constexpr double kHourWidth = 3;
 constexpr double kMonthWidth = 7.5;
 constexpr double kHourCorner = 1.5;
 constexpr double kMonthCorner = 2;
 constexpr double kFaintestPart = 0.3;  ///< Of an hour that has just begun.
 
-constexpr double kDot = 2.6;
+constexpr double kProgressDot = 2.6;
 constexpr double kDotPitch = 8.4;
 constexpr int kDotColumns = 6;
 constexpr int kDotRows = 5;
@@ -70,7 +70,7 @@ void paintBars(TileCanvas& canvas, const ProgressContent& content, double width,
   const double pitch = (room - width) / (content.marks - 1);
   const double top = canvas.showsCaption() ? kBarTop : kBarTop + 4;
   for (int i = 0; i < content.marks; ++i) {
-    const QRectF bar = canvas.snapped(QRectF(left + pitch * i, top, width, kBarHeight));
+    const QRectF bar = canvas.snapped(QRectF(left + pitch * i, top, width, kProgressHeight));
     const bool running = i == content.passed;
     if (i >= content.passed) drawRounded(painter, bar, corner, canvas.colors().track);
     if (i < content.passed) drawRounded(painter, bar, corner, canvas.accent());
@@ -98,9 +98,9 @@ double paintDots(TileCanvas& canvas, const ProgressContent& content) {
     painter.setBrush(i < content.passed    ? canvas.accent()
                      : i == content.passed ? canvas.colors().primary
                                            : canvas.colors().track);
-    painter.drawEllipse(first + QPointF(i % columns, i / columns) * kDotPitch, kDot, kDot);
+    painter.drawEllipse(first + QPointF(i % columns, i / columns) * kDotPitch, kProgressDot, kProgressDot);
   }
-  return first.x() - kDot;
+  return first.x() - kProgressDot;
 }
 
 }  // namespace

@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype kMostRows = 3;
+constexpr qsizetype kMostReminders = 3;
 constexpr double kRowPitch = 16;
 
 constexpr double kRing = 9.2;
@@ -33,17 +33,12 @@ constexpr double kProgressStroke = 5;
 constexpr double kCheck = 16;
 constexpr double kBesideProgress = 66;
 
-const CalendarDigest& digestOf(const TileRequest& request) {
-  static const CalendarDigest none;
-  return request.sources.calendar ? *request.sources.calendar : none;
-}
-
 RemindersContent reminders(const TileRequest& request, bool agenda) {
-  const CalendarDigest& digest = digestOf(request);
+  const CalendarDigest& digest = digestOf(request.sources);
   RemindersContent content;
   content.agenda = agenda;
   content.empty = digest.completedToday.isEmpty() ? TileWords::tr("No reminders") : TileWords::tr("All done");
-  const qsizetype most = std::min(digest.reminders.size(), agenda ? kMostRows : 1);
+  const qsizetype most = std::min(digest.reminders.size(), agenda ? kMostReminders : 1);
   for (const Reminder& reminder : digest.reminders.first(most)) {
     const QString when =
         agenda ? EventWords::briefDue(reminder, request.sources) : EventWords::due(reminder, request.sources);
@@ -93,7 +88,7 @@ void paint(TileCanvas& canvas, const RemindersContent& content) {
     paintNext(canvas, content);
     return;
   }
-  const QList<double> baselines = canvas.rowBaselines(std::min(content.rows.size(), kMostRows));
+  const QList<double> baselines = canvas.rowBaselines(std::min(content.rows.size(), kMostReminders));
   const double rise = canvas.line(u"0"_s, TextStyle::ListRow).capHeight() / 2;
   for (qsizetype i = 0; i < baselines.size(); ++i) {
     const RemindersContent::Row& row = content.rows[i];
@@ -111,7 +106,7 @@ std::optional<int> partAt(const RemindersContent& content, const TileClick& clic
   if (!content.agenda) return click.point.x() <= kBesideRing - 4 ? ticked(0) : std::nullopt;
   if (click.point.x() > kBesideSmall - 4) return std::nullopt;
   // In small docks there are fewer rows, farther apart.
-  const qsizetype room = click.scale >= theme::kCompactScale ? kMostRows : kMostRows - 1;
+  const qsizetype room = click.scale >= theme::kCompactScale ? kMostReminders : kMostReminders - 1;
   const qsizetype count = std::min(content.rows.size(), room);
   const double pitch = click.scale >= theme::kBareScale ? kRowPitch : kRowPitch * 1.5;
   const double first = theme::kTileMiddle - pitch * static_cast<double>(count) / 2;
@@ -120,7 +115,7 @@ std::optional<int> partAt(const RemindersContent& content, const TileClick& clic
 }
 
 DueTodayContent makeDueToday(const TileRequest& request) {
-  const CalendarDigest& digest = digestOf(request);
+  const CalendarDigest& digest = digestOf(request.sources);
   return {static_cast<int>(digest.dueToday.size()), static_cast<int>(digest.completedToday.size())};
 }
 

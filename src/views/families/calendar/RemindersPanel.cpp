@@ -1,7 +1,8 @@
-#include "views/families/calendar/RemindersPanel.h"
+#include "views/families/calendar/CalendarPanels.h"
 
 #include <algorithm>
 
+#include "views/families/calendar/CalendarTiles.h"
 #include "views/families/calendar/EventWords.h"
 #include "views/families/calendar/ReminderRow.h"
 #include "views/panels/PanelWords.h"
@@ -12,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype kMostRows = 6;  ///< Of a section.
+constexpr qsizetype kMostInSection = 6;  ///< Of a section.
 
 struct Section {
   QString title;
@@ -31,8 +32,7 @@ class RemindersPanel final : public TilePanel {
 
  protected:
   void refresh(const TileSources& sources) override {
-    static const CalendarDigest none;
-    const CalendarDigest& digest = sources.calendar ? *sources.calendar : none;
+    const CalendarDigest& digest = digestOf(sources);
     setMessage(digest.problem == digest.reminderMessage ? QString() : digest.problem);
     if (!digest.reminderMessage.isEmpty()) return showNotice(digest.reminderMessage);
     const QList<Section> sections = sectionsOf(digest, sources);
@@ -59,7 +59,7 @@ class RemindersPanel final : public TilePanel {
     Section later{PanelWords::tr("Later"), {}, {}, 0};
     Section done{PanelWords::tr("Done today"), {}, {}, 0};
     const auto put = [&sources](Section& section, const Reminder& reminder) {
-      if (section.reminders.size() >= kMostRows) {
+      if (section.reminders.size() >= kMostInSection) {
         ++section.more;
         return;
       }

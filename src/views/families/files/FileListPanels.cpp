@@ -1,4 +1,4 @@
-#include "views/families/files/FileListPanels.h"
+#include "views/families/files/FilePanels.h"
 
 #include <QDir>
 #include <QFileInfo>

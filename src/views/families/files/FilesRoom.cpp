@@ -7,10 +7,8 @@
 #include "files/ScreenshotFolder.h"
 #include "files/Thumbnails.h"
 #include "views/families/files/FileFixture.h"
-#include "views/families/files/FileListPanels.h"
+#include "views/families/files/FilePanels.h"
 #include "views/families/files/FileTiles.h"
-#include "views/families/files/FolderPanel.h"
-#include "views/families/files/PlacePanels.h"
 #include "views/families/files/PlaceTiles.h"
 #include "views/panels/Room.h"
 
@@ -40,7 +38,6 @@ constexpr std::array kDropOptions = {
 };
 
 constexpr qsizetype kNames = 3;
-constexpr qsizetype kShots = 2;
 /// Enough for the picture in a large tile on a dense screen.
 constexpr int kShotPixels = 160;
 
@@ -56,7 +53,7 @@ void readScreenshots(ReadingFacts& readings, const ReadingServices& services) {
   if (!services.screenshots->loaded()) return;
   readings.screenshots.emplace();
   readings.screenshotProblem = services.screenshots->problem();
-  for (const FolderEntry& entry : newest.mid(0, kShots)) {
+  for (const FolderEntry& entry : newest.mid(0, kShownScreenshots)) {
     QImage image;
     if (services.thumbnails) image = services.thumbnails->of(entry.path, entry.modified, kShotPixels);
     const QString key = u"%1 %2"_s.arg(entry.path).arg(entry.modified.toSecsSinceEpoch());

@@ -1,4 +1,4 @@
-#include "views/families/files/FolderPanel.h"
+#include "views/families/files/FilePanels.h"
 
 #include <QFileInfo>
 #include <QStandardPaths>

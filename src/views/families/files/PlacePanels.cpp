@@ -1,4 +1,4 @@
-#include "views/families/files/PlacePanels.h"
+#include "views/families/files/FilePanels.h"
 
 #include <QHBoxLayout>
 #include <QPointer>

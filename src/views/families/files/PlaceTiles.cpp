@@ -23,7 +23,6 @@ constexpr double kShotTop = 10;
 constexpr double kShotCorner = 4;
 constexpr double kShotTurn = -6;
 constexpr QPointF kShotBehind{-5, -0.5};  ///< How far the one behind stands from the one in front.
-constexpr qsizetype kShots = 2;
 
 constexpr double kFieldTop = 14;
 constexpr double kFieldHeight = 36;
@@ -77,7 +76,7 @@ ScreenshotsContent makeScreenshots(const TileRequest& request) {
   if (shots->isEmpty()) return {TileWords::tr("None yet"), {}};
   ScreenshotsContent content;
   content.caption = agoWord(shots->first().taken, request.sources.now, request.sources.locale);
-  for (const ScreenshotFacts& shot : shots->mid(0, kShots)) content.pictures.append(shot.picture);
+  for (const ScreenshotFacts& shot : shots->mid(0, kShownScreenshots)) content.pictures.append(shot.picture);
   return content;
 }
 

@@ -12,6 +12,9 @@ namespace tarnwick {
 
 class TileCanvas;
 
+/// How many screenshots stand in the stack.
+inline constexpr qsizetype kShownScreenshots = 2;
+
 /// The files that were open last, as a fan of papers.
 struct RecentFilesContent {
   QString name;
@@ -26,7 +29,7 @@ void paint(TileCanvas& canvas, const RecentFilesContent& content);
 /// The newest screenshots as a stack of pictures.
 struct ScreenshotsContent {
   QString caption;              ///< When the newest was taken.
-  QList<TilePicture> pictures;  ///< Two at most, the newest first; one without an image is still to come.
+  QList<TilePicture> pictures;  ///< The newest first; one without an image is still to come.
 
   bool operator==(const ScreenshotsContent&) const = default;
 };

@@ -26,7 +26,7 @@ constexpr double kCircleReach = 9;
 constexpr double kCountGap = 8;
 
 constexpr double kBarWidth = 3;
-constexpr double kBarHeight = 40;
+constexpr double kNoteBarHeight = 40;
 constexpr double kNoteLeft = 24;
 constexpr double kNoteFirst = 28.5;
 constexpr double kNoteSecond = 44.5;
@@ -171,8 +171,8 @@ TileText describe(const NoteContent& content, const QString& name) {
 void paint(TileCanvas& canvas, const NoteContent& content) {
   using namespace theme;
   const double room = canvas.roomAfter(kNoteLeft);
-  drawRounded(canvas.painter(), QRectF(kTextLeft, kTileMiddle - kBarHeight / 2, kBarWidth, kBarHeight), kBarWidth / 2,
-              canvas.accent());
+  drawRounded(canvas.painter(), QRectF(kTextLeft, kTileMiddle - kNoteBarHeight / 2, kBarWidth, kNoteBarHeight),
+              kBarWidth / 2, canvas.accent());
   const qsizetype rows = canvas.showsLastRow() ? 2 : 1;
   QStringList lines = wrapped(content.text, room, rows, canvas);
   const bool empty = lines.isEmpty();

@@ -1,4 +1,4 @@
-#include "views/families/notes/NotesPanel.h"
+#include "views/families/notes/NotePanels.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>

@@ -1,9 +1,8 @@
 #include <QCoreApplication>
 #include <array>
 
+#include "views/families/notes/NotePanels.h"
 #include "views/families/notes/NoteTiles.h"
-#include "views/families/notes/NotesPanel.h"
-#include "views/families/notes/TodosPanel.h"
 #include "views/panels/Room.h"
 
 namespace tarnwick {
@@ -41,9 +40,7 @@ TodoItem todo(const QString& text, bool done) {
 
 QString latestNote() { return u"Dock review\nCheck the ring width at half the scale"_s; }
 
-QMap<QString, QString> picturedNote(const QDateTime&) {
-  return {{u"text"_s, u"Ask Ines about the museum tickets"_s}};
-}
+QMap<QString, QString> picturedNote(const QDateTime&) { return {{u"text"_s, u"Ask Ines about the museum tickets"_s}}; }
 
 QList<TodoItem> picturedTodos() {
   return {todo(u"Fix clipboard icon at 0.5 scale"_s, false), todo(u"Reply to Sam about the theme"_s, false),

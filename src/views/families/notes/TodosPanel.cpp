@@ -1,4 +1,4 @@
-#include "views/families/notes/TodosPanel.h"
+#include "views/families/notes/NotePanels.h"
 
 #include <QApplication>
 #include <QHBoxLayout>

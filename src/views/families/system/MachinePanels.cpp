@@ -1,4 +1,4 @@
-#include "views/families/system/MachinePanels.h"
+#include "views/families/system/SystemPanels.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,6 +11,7 @@
 #include "views/controls/ConfirmBar.h"
 #include "views/controls/Rows.h"
 #include "views/controls/Segments.h"
+#include "views/families/system/ProcessSection.h"
 #include "views/families/system/ProcessTiles.h"
 #include "views/panels/PanelWords.h"
 
@@ -19,9 +20,6 @@ namespace tarnwick {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// What fills a bar, in per cent of a core, while nothing uses more.
-constexpr double kQuietCpu = 25;
 
 QString memoryText(const QLocale& locale, quint64 bytes) {
   return locale.formattedDataSize(static_cast<qint64>(bytes), bytes < 1'000'000'000 ? 0 : 1,

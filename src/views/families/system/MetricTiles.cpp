@@ -118,7 +118,6 @@ namespace {
 
 /// Little work looks little, but is seen.
 constexpr double kLeastCpuTop = 25;
-constexpr double kHeadroom = 1.1;
 /// A processor that stands still has a line in the middle of so many degrees.
 constexpr double kLeastDegrees = 20;
 constexpr double kDegreeRoom = 4;
@@ -133,7 +132,7 @@ QString degrees(const std::optional<double>& celsius) {
 
 MetricChartContent makeCpuChart(const TileRequest& request) {
   MetricChartContent content{kDash, {}, TileWords::tr("CPU"), request.sources.cpuHistory};
-  content.high = std::clamp(highestOf(content.history) * kHeadroom, kLeastCpuTop, 100.0);
+  content.high = std::clamp(highestOf(content.history) * kChartHeadroom, kLeastCpuTop, 100.0);
   if (!request.sources.metrics) return content;
   if (const auto percent = percentOf(request.sources.metrics->cpu)) {
     content.figure = QString::number(*percent);
@@ -240,7 +239,7 @@ void paint(TileCanvas& canvas, const SystemChartContent& content) {
                    kPairChartHeight);
   ChartLook look{canvas.colors().accent(Accent::Green)};
   look.filled = look.marked = false;
-  look.high = std::clamp(std::max(highestOf(content.cpuHistory), highestOf(content.memoryHistory)) * kHeadroom,
+  look.high = std::clamp(std::max(highestOf(content.cpuHistory), highestOf(content.memoryHistory)) * kChartHeadroom,
                          kLeastCpuTop, 100.0);
   paintChart(canvas, box, content.cpuHistory, look);
   look.color = canvas.colors().accent(Accent::Purple);

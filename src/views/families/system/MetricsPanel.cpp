@@ -1,4 +1,4 @@
-#include "views/families/system/MetricsPanel.h"
+#include "views/families/system/SystemPanels.h"
 
 #include <algorithm>
 #include <cmath>

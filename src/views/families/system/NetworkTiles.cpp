@@ -30,7 +30,6 @@ constexpr double kTrafficMiddle = 35;
 constexpr double kTrafficFoot = 52;
 /// Bytes per second: what is less looks like nothing.
 constexpr double kLeastTraffic = 20e3;
-constexpr double kHeadroom = 1.1;
 
 void paintArrow(TileCanvas& canvas, double x, double baseline, double capHeight, double size, bool down) {
   canvas.symbol(down ? u"arrow.down"_s : u"arrow.up"_s, {x, baseline - capHeight / 2}, size,
@@ -64,14 +63,14 @@ void paintSmallSpeeds(TileCanvas& canvas, const NetworkContent& content) {
 void paintTraffic(TileCanvas& canvas, const NetworkContent& content) {
   const double right = canvas.width() - theme::kTextRight;
   ChartLook look{canvas.accent()};
-  look.high = std::max(kLeastTraffic, highestOf(content.downloadHistory) * kHeadroom);
+  look.high = std::max(kLeastTraffic, highestOf(content.downloadHistory) * kChartHeadroom);
   paintChart(canvas, QRectF(QPointF(kTrafficLeft, kTrafficTop), QPointF(right, kTrafficMiddle)),
              content.downloadHistory, look);
   const double line = hairline(canvas.painter());
   canvas.painter().fillRect(canvas.snapped(QRectF(kTrafficLeft, kTrafficMiddle, right - kTrafficLeft, line)),
                             canvas.colors().hairline);
   look.color = canvas.colors().accent(Accent::Blue);
-  look.high = std::max(kLeastTraffic, highestOf(content.uploadHistory) * kHeadroom);
+  look.high = std::max(kLeastTraffic, highestOf(content.uploadHistory) * kChartHeadroom);
   look.hanging = true;
   look.marked = false;
   paintChart(canvas, QRectF(QPointF(kTrafficLeft, kTrafficMiddle + 1), QPointF(right, kTrafficFoot)),

@@ -18,8 +18,6 @@ namespace {
 
 constexpr int kPicture = theme::kRowPicture;
 constexpr int kTicksBetweenSamples = 4;
-/// What fills a bar, in per cent of a core, while nothing uses more.
-constexpr double kQuietCpu = 25;
 
 double amountOf(const ProcessUsage& usage, ProcessOrder order) {
   return order == ProcessOrder::CPU ? usage.cpu.value_or(0) : static_cast<double>(usage.reading.memory);

@@ -10,6 +10,9 @@ namespace tarnwick {
 
 class ListRow;
 
+/// What fills the bar of a process, in per cent of a core, while nothing uses more.
+inline constexpr double kQuietCpu = 25;
+
 /// The few processes that use most, below a heading, for a panel about something else. While it is shown it has them
 /// sampled as often as a list of processes is, and each second until there is something to show. It is as high before
 /// as after, so that nothing below or above it moves.

@@ -3,12 +3,11 @@
 #include "system/ProcessMonitor.h"
 #include "system/SystemTemperature.h"
 #include "views/families/system/GaugeTiles.h"
-#include "views/families/system/MachinePanels.h"
 #include "views/families/system/MetricTiles.h"
-#include "views/families/system/MetricsPanel.h"
 #include "views/families/system/NetworkTiles.h"
 #include "views/families/system/ProcessTiles.h"
 #include "views/families/system/SystemFixture.h"
+#include "views/families/system/SystemPanels.h"
 #include "views/panels/Room.h"
 #include "views/tiles/GenericTile.h"
 #include "views/tiles/TileWords.h"
@@ -73,10 +72,7 @@ constexpr auto kPurple = always<Accent::Purple, WidgetDefinition>;
 constexpr auto kTeal = always<Accent::Teal, WidgetDefinition>;
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = "metric"_L1,
-            .panel = makeMetricsPanel,
-            .accent = always<Accent::Green>,
-            .sample = sampleMetrics},
+    RoomRow{.word = "metric"_L1, .panel = makeMetricsPanel, .accent = always<Accent::Green>, .sample = sampleMetrics},
     RoomRow{.word = "processes"_L1,
             .content = contentOf<makeProcesses>,
             .panel = makeProcessesPanel,
@@ -109,10 +105,7 @@ constexpr std::array kKinds = {
 }  // namespace
 
 extern const Room kSystemRoom;
-constinit const Room kSystemRoom{.name = "system"_L1,
-                                 .families = kFamilies,
-                                 .kinds = kKinds,
-                                 .picture = pictureMachine,
-                                 .equip = equipMachine};
+constinit const Room kSystemRoom{
+    .name = "system"_L1, .families = kFamilies, .kinds = kKinds, .picture = pictureMachine, .equip = equipMachine};
 
 }  // namespace tarnwick

@@ -12,8 +12,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double kRadius = 76;
-constexpr double kStroke = 8;
+constexpr double kFaceRadius = 76;
+constexpr double kFaceStroke = 8;
 constexpr double kRingRoom = 118;  ///< For the figure.
 constexpr double kFigureDrop = 4;  ///< Of its baseline below the centre.
 constexpr double kWordDrop = 25;
@@ -30,7 +30,7 @@ TimerFace::TimerFace(Shape shape, QWidget* parent) : QWidget(parent), shape_(sha
 }
 
 QSize TimerFace::sizeHint() const {
-  return {200, shape_ == Shape::Ring ? static_cast<int>(kRadius * 2 + kStroke) : theme::kPanelFigureHeight};
+  return {200, shape_ == Shape::Ring ? static_cast<int>(kFaceRadius * 2 + kFaceStroke) : theme::kPanelFigureHeight};
 }
 
 void TimerFace::setFacts(const TimerFacts& facts) {
@@ -56,13 +56,13 @@ void TimerFace::paintEvent(QPaintEvent*) {
 void TimerFace::paintRing(QPainter& painter) const {
   const ControlLook& look = lookOf(*this);
   const QPointF centre(width() / 2.0, height() / 2.0);
-  const QRectF ring(centre.x() - kRadius, centre.y() - kRadius, kRadius * 2, kRadius * 2);
+  const QRectF ring(centre.x() - kFaceRadius, centre.y() - kFaceRadius, kFaceRadius * 2, kFaceRadius * 2);
   painter.setBrush(Qt::NoBrush);
-  painter.setPen(QPen(look.palette.track, kStroke));
+  painter.setPen(QPen(look.palette.track, kFaceStroke));
   painter.drawEllipse(ring);
   if (facts_.share > 0) {
     constexpr int turn = 360 * 16;
-    painter.setPen(QPen(look.accentColor(), kStroke, Qt::SolidLine, Qt::RoundCap));
+    painter.setPen(QPen(look.accentColor(), kFaceStroke, Qt::SolidLine, Qt::RoundCap));
     painter.drawArc(ring, turn / 4, -static_cast<int>(std::lround(turn * facts_.share)));
   }
   const QString figure = facts_.figure();

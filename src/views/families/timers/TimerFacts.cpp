@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double kMinute = 60;
+constexpr double kSecondsPerMinute = 60;
 /// Below this a countdown is over: what is left of the beat in which it ends.
 constexpr double kNothing = 0.001;
 
@@ -57,7 +57,7 @@ TimerFacts timerFacts(const DockWidget& widget, const QDateTime& now) {
   if (widget.kind == "stopwatch"_L1) {
     facts.seconds = std::max(0.0, TimeMath::elapsed(widget, now));
     facts.fresh = !facts.running && facts.seconds < kNothing;
-    facts.share = std::fmod(std::floor(facts.seconds), kMinute) / kMinute;
+    facts.share = std::fmod(std::floor(facts.seconds), kSecondsPerMinute) / kSecondsPerMinute;
     facts.word = wordOf(facts, widget);
     return facts;
   }
@@ -68,7 +68,7 @@ TimerFacts timerFacts(const DockWidget& widget, const QDateTime& now) {
   else if (isPosture(widget))
     facts.whole = PostureMath::duration(widget, phase);
   else
-    facts.whole = std::max(1.0, widget.number(u"minutes"_s, 25) * kMinute);
+    facts.whole = std::max(1.0, widget.number(u"minutes"_s, 25) * kSecondsPerMinute);
   facts.seconds = TimeMath::remaining(widget, now);
   facts.fresh = !facts.running && facts.seconds >= facts.whole - kNothing;
   facts.ended = !facts.running && facts.seconds < kNothing;

@@ -11,9 +11,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double kRadius = 16.5;
+constexpr double kPuckRadius = 16.5;
 constexpr double kPitch = 37.3;
-constexpr double kSymbol = 18;
+constexpr double kPuckSymbol = 18;
 
 QPointF centreOf(qsizetype index, qsizetype count, double width) {
   const double first = (width - kPitch * static_cast<double>(count - 1)) / 2;
@@ -23,7 +23,7 @@ QPointF centreOf(qsizetype index, qsizetype count, double width) {
 const ToggleMark* markAt(const TogglesContent& content, const TileClick& point) {
   for (qsizetype i = 0; i < content.marks.size(); ++i) {
     const QPointF away = point.point - centreOf(i, content.marks.size(), point.width);
-    if (QPointF::dotProduct(away, away) <= kRadius * kRadius) return &content.marks[i];
+    if (QPointF::dotProduct(away, away) <= kPuckRadius * kPuckRadius) return &content.marks[i];
   }
   return nullptr;
 }
@@ -62,8 +62,8 @@ void paint(TileCanvas& canvas, const TogglesContent& content) {
     if (!mark.available) painter.setOpacity(painter.opacity() * theme::kDisabledOpacity);
     painter.setPen(Qt::NoPen);
     painter.setBrush(mark.on ? canvas.accent() : canvas.colors().toggleOff);
-    painter.drawEllipse(centre, kRadius, kRadius);
-    canvas.symbol(ToggleChoice::symbol(mark.toggle), centre, kSymbol,
+    painter.drawEllipse(centre, kPuckRadius, kPuckRadius);
+    canvas.symbol(ToggleChoice::symbol(mark.toggle), centre, kPuckSymbol,
                   mark.on ? canvas.colors().inkOnAccent : canvas.colors().primary);
     painter.restore();
   }
@@ -81,7 +81,7 @@ std::optional<TilePart> namedPart(const TogglesContent& content, const TileClick
   const QString name = ToggleChoice::name(mark->toggle);
   return TilePart{static_cast<int>(mark->toggle),
                   mark->available || mark->reason.isEmpty() ? name : u"%1: %2"_s.arg(name, mark->reason),
-                  QRectF(centre - QPointF(kRadius, kRadius), QSizeF(kRadius, kRadius) * 2)};
+                  QRectF(centre - QPointF(kPuckRadius, kPuckRadius), QSizeF(kPuckRadius, kPuckRadius) * 2)};
 }
 
 }  // namespace tarnwick

@@ -1,4 +1,4 @@
-#include "views/families/utilities/CalculatorPanel.h"
+#include "views/families/utilities/UtilityPanels.h"
 
 #include <QGridLayout>
 #include <QSignalBlocker>
@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kColumns = 4;
+constexpr int kKeyColumns = 4;
 constexpr qsizetype kRemembered = 20;
 constexpr int kHistoryRows = 5;
 constexpr auto kBetween = " = "_L1;
@@ -104,9 +104,9 @@ class CalculatorPanel final : public TilePanel {
       if (row.key == Key::Clear) button->setAccessibleName(PanelWords::tr("Clear"));
       if (row.key == Key::Back) button->setAccessibleName(PanelWords::tr("Delete"));
       connect(button, &QPushButton::clicked, this, [this, key = row.key, label] { press(key, label); });
-      grid->addWidget(button, i / kColumns, i % kColumns);
+      grid->addWidget(button, i / kKeyColumns, i % kKeyColumns);
     }
-    for (int column = 0; column < kColumns; ++column) grid->setColumnStretch(column, 1);
+    for (int column = 0; column < kKeyColumns; ++column) grid->setColumnStretch(column, 1);
     body().addWidget(keys);
   }
 

@@ -1,4 +1,4 @@
-#include "views/families/utilities/ColorPanel.h"
+#include "views/families/utilities/UtilityPanels.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype kRecent = 8;
+constexpr qsizetype kMostRecentColors = 8;
 constexpr int kSwatchHeight = 56;
 constexpr int kSwatchCorner = 10;
 constexpr int kSliderLabel = 76;
@@ -31,7 +31,7 @@ constexpr int kMostHue = 359;
 QStringList recentColors(const DockWidget& widget) {
   QStringList colors;
   for (const QString& text : widget.options.value(u"recentColors"_s).split(u' ', Qt::SkipEmptyParts))
-    if (const auto color = colorOfHex(text); color && colors.size() < kRecent) colors.append(hexOf(*color));
+    if (const auto color = colorOfHex(text); color && colors.size() < kMostRecentColors) colors.append(hexOf(*color));
   return colors;
 }
 
@@ -110,7 +110,7 @@ class ColorPanel final : public TilePanel {
     for (std::size_t i = 0; i < forms_.size(); ++i)
       if (forms_[i]) forms_[i]->setValue(color ? formOf(i, *color) : u"–"_s, Tone::Secondary);
     recentLabel_->setVisible(!recent.isEmpty());
-    for (qsizetype i = 0; i < kRecent; ++i) {
+    for (qsizetype i = 0; i < kMostRecentColors; ++i) {
       Swatch* swatch = recentSwatches_[static_cast<std::size_t>(i)];
       swatch->setVisible(i < recent.size());
       if (i < recent.size()) swatch->setColor(colorOfHex(recent[i]));
@@ -219,7 +219,7 @@ class ColorPanel final : public TilePanel {
   std::array<Slider*, 3> sliders_{};
   std::array<ListRow*, 3> forms_{};
   SectionLabel* recentLabel_ = nullptr;
-  std::array<Swatch*, kRecent> recentSwatches_{};
+  std::array<Swatch*, kMostRecentColors> recentSwatches_{};
   std::optional<QColor> color_;
   QStringList recent_;
   bool isFilled_ = false;
@@ -235,7 +235,7 @@ void takeColor(AppStore& store, const QUuid& widget, const QString& hex) {
   QStringList recent = recentColors(changed);
   recent.removeAll(hexOf(*color));
   recent.prepend(hexOf(*color));
-  if (recent.size() > kRecent) recent.resize(kRecent);
+  if (recent.size() > kMostRecentColors) recent.resize(kMostRecentColors);
   changed.options.insert(u"color"_s, hexOf(*color));
   changed.options.insert(u"recentColors"_s, recent.join(u' '));
   store.update(changed);

@@ -1,4 +1,4 @@
-#include "views/families/utilities/ConverterPanel.h"
+#include "views/families/utilities/UtilityPanels.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>
@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kColumns = 4;
+constexpr int kConverterColumns = 4;
 
 QString groupName(const QString& name) {
   return QCoreApplication::translate("UnitConversion", name.toLatin1().constData());
@@ -37,9 +37,9 @@ class ConverterPanel final : public TilePanel {
       : TilePanel(context),
         field_(new TextField(PanelWords::tr("Value"))),
         result_(new ResultView),
-        groups_(new ChipGrid(PanelWords::tr("Quantity"), kColumns)),
-        from_(new ChipGrid(PanelWords::tr("From"), kColumns)),
-        to_(new ChipGrid(PanelWords::tr("To"), kColumns)) {
+        groups_(new ChipGrid(PanelWords::tr("Quantity"), kConverterColumns)),
+        from_(new ChipGrid(PanelWords::tr("From"), kConverterColumns)),
+        to_(new ChipGrid(PanelWords::tr("To"), kConverterColumns)) {
     QStringList names;
     for (const auto& group : UnitConversion::groups()) names.append(groupName(group.name));
     groups_->setWords(names);

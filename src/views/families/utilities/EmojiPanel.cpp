@@ -1,4 +1,4 @@
-#include "views/families/utilities/EmojiPanel.h"
+#include "views/families/utilities/UtilityPanels.h"
 
 #include <QGridLayout>
 #include <QKeyEvent>
@@ -19,11 +19,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kColumns = 8;
+constexpr int kEmojiColumns = 8;
 constexpr int kCell = 36;
-constexpr int kRows = 7;
+constexpr int kEmojiRows = 7;
 constexpr double kSize = 22;
-constexpr qsizetype kRecent = 16;
+constexpr qsizetype kMostRecentEmoji = 16;
 
 class EmojiButton final : public PaintedButton {
  public:
@@ -80,7 +80,7 @@ class EmojiGrid final : public QWidget {
     for (EmojiButton* button : buttons_) button->setFocusPolicy(Qt::NoFocus);
     if (!isEmpty()) reach(0);
   }
-  int rows() const { return (static_cast<int>(emoji_.size()) + kColumns - 1) / kColumns; }
+  int rows() const { return (static_cast<int>(emoji_.size()) + kEmojiColumns - 1) / kEmojiColumns; }
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override {
@@ -96,10 +96,10 @@ class EmojiGrid final : public QWidget {
         to = at + forward;
         break;
       case Qt::Key_Up:
-        to = at - kColumns;
+        to = at - kEmojiColumns;
         break;
       case Qt::Key_Down:
-        to = at + kColumns;
+        to = at + kEmojiColumns;
         break;
       case Qt::Key_Home:
         to = 0;
@@ -111,7 +111,7 @@ class EmojiGrid final : public QWidget {
         return QWidget::eventFilter(watched, event);
     }
     const auto& left = to < 0 ? leftUp : leftDown;
-    const bool isVertical = std::abs(to - at) == kColumns;
+    const bool isVertical = std::abs(to - at) == kEmojiColumns;
     if (to < 0 || to >= buttons_.size()) {
       if (isVertical && left) left();
       return true;
@@ -138,7 +138,7 @@ class EmojiGrid final : public QWidget {
       if (chosen) chosen(emoji);
     });
     const auto index = static_cast<int>(buttons_.size());
-    grid_->addWidget(button, index / kColumns, index % kColumns);
+    grid_->addWidget(button, index / kEmojiColumns, index % kEmojiColumns);
     button->show();
     buttons_.append(button);
   }
@@ -163,11 +163,11 @@ class EmojiPanel final : public TilePanel {
     auto* scroll = new ScrollArea;
     scroll->setWidget(all_);
     all_->setAutoFillBackground(false);
-    scroll->setFixedHeight(kRows * kCell);
+    scroll->setFixedHeight(kEmojiRows * kCell);
     body().addWidget(scroll);
     nothing_ = new TextLabel(PanelWords::tr("No emoji found"), TextStyle::Body, Tone::Secondary, scroll);
     nothing_->setAlignment(Qt::AlignCenter);
-    nothing_->setGeometry(0, 0, kColumns * kCell, kCell * 2);
+    nothing_->setGeometry(0, 0, kEmojiColumns * kCell, kCell * 2);
     for (EmojiGrid* grid : {recent_, all_}) grid->chosen = [this](const QString& emoji) { take(emoji); };
     search_->installEventFilter(this);
     recent_->leftUp = [this] { search_->setFocus(Qt::BacktabFocusReason); };
@@ -185,7 +185,7 @@ class EmojiPanel final : public TilePanel {
  protected:
   void refresh(const TileSources&) override {
     const QStringList recent = recentEmoji(widget());
-    recent_->setEmoji(recent.first(std::min<qsizetype>(recent.size(), kColumns)));
+    recent_->setEmoji(recent.first(std::min<qsizetype>(recent.size(), kEmojiColumns)));
     recentLabel_->setVisible(!recent.isEmpty());
     recent_->setVisible(!recent.isEmpty());
   }
@@ -216,7 +216,7 @@ class EmojiPanel final : public TilePanel {
     QStringList recent = recentEmoji(widget());
     recent.removeAll(emoji);
     recent.prepend(emoji);
-    if (recent.size() > kRecent) recent.resize(kRecent);
+    if (recent.size() > kMostRecentEmoji) recent.resize(kMostRecentEmoji);
     setOption(u"recents"_s, recent.join(u' '));
   }
 

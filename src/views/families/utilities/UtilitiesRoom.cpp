@@ -1,10 +1,7 @@
 #include <array>
 
-#include "views/families/utilities/CalculatorPanel.h"
-#include "views/families/utilities/ColorPanel.h"
-#include "views/families/utilities/ConverterPanel.h"
-#include "views/families/utilities/EmojiPanel.h"
 #include "views/families/utilities/UtilityOptions.h"
+#include "views/families/utilities/UtilityPanels.h"
 #include "views/families/utilities/UtilityTiles.h"
 #include "views/panels/Room.h"
 #include "views/tiles/GenericTile.h"

@@ -23,7 +23,7 @@ constexpr int kUsefulDigits = 2;
 
 constexpr QSizeF kSwatch(36, 28);
 constexpr double kSwatchTop = 9;
-constexpr double kSwatchCorner = 8;
+constexpr double kTileSwatchCorner = 8;
 constexpr double kHexBaseline = 53;
 
 constexpr double kEmojiSize = 20;
@@ -125,9 +125,9 @@ void paint(TileCanvas& canvas, const ColorContent& content) {
   const QPointF centre(canvas.width() / 2, middle);
   if (content.color) {
     const QRectF swatch(centre - QPointF(kSwatch.width(), kSwatch.height()) / 2, kSwatch);
-    drawRounded(canvas.painter(), swatch, kSwatchCorner, QColor::fromRgb(*content.color));
+    drawRounded(canvas.painter(), swatch, kTileSwatchCorner, QColor::fromRgb(*content.color));
     // So that a swatch of the tile's own colour is seen too.
-    drawInnerLine(canvas.painter(), swatch, kSwatchCorner, 1, canvas.colors().separator);
+    drawInnerLine(canvas.painter(), swatch, kTileSwatchCorner, 1, canvas.colors().separator);
   } else {
     canvas.symbol(u"eyedropper.halffull"_s, centre, kSymbolSize, canvas.accent());
   }

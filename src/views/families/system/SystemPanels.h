@@ -10,5 +10,7 @@ namespace tarnwick {
 std::unique_ptr<TilePanel> makeProcessesPanel(const PanelContext& context);
 /// How warm the processor is, and was.
 std::unique_ptr<TilePanel> makeTemperaturePanel(const PanelContext& context);
+/// One reading of the machine, or a pair: the figure of now, its history, and what belongs to it.
+std::unique_ptr<TilePanel> makeMetricsPanel(const PanelContext& context);
 
 }  // namespace tarnwick

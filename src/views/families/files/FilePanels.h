@@ -14,5 +14,13 @@ std::unique_ptr<TilePanel> makeScreenshotsPanel(const PanelContext& context);
 std::unique_ptr<TilePanel> makeShelfPanel(const PanelContext& context);
 /// Looks for files by their names.
 std::unique_ptr<TilePanel> makeFileSearchPanel(const PanelContext& context);
+/// What lies in a folder, with pictures: looked through in place, sorted by date or name, opened, dragged out.
+std::unique_ptr<TilePanel> makeFolderPanel(const PanelContext& context);
+/// How much is in the trash; opens it, and empties it after asking.
+std::unique_ptr<TilePanel> makeTrashPanel(const PanelContext& context);
+/// The bookmarks of the user's browsers, to be searched and opened.
+std::unique_ptr<TilePanel> makeBookmarksPanel(const PanelContext& context);
+/// Looks for something in the web.
+std::unique_ptr<TilePanel> makeWebSearchPanel(const PanelContext& context);
 
 }  // namespace tarnwick
