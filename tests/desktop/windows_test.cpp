@@ -257,7 +257,8 @@ TEST_F(WindowsTest, AFormOpensOverItsWindowOrWhereItsLikeWasLeft) {
   QWidget* first = form(0);
   EXPECT_TRUE(comesTrue(
       [&] { return (first->frameGeometry().center() - library->frameGeometry().center()).manhattanLength() < 8; }));
-  library->activateWindow();
+  // A window manager brings a window forward for a click, not for a program that had none.
+  VirtualDisplay::current().click(library->mapToGlobal(QPoint(4, 4)));
   ASSERT_TRUE(isInFront(u"Add Widgets"_s));
   QWidget* second = form(1);
   EXPECT_TRUE(comesTrue([&] { return !second->frameGeometry().contains(first->pos()); })) << "a step aside";
