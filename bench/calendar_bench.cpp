@@ -8,7 +8,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "base/ProgramParts.h"
+#include "base/ModuleLoader.h"
 #include "platform/ical/CalendarScan.h"
 
 namespace {
@@ -50,7 +50,7 @@ void put(const QString& path, const QByteArray& text) {
 CalendarScan newScan() {
   return CalendarScan([] {
     const auto make = reinterpret_cast<MakeCalendarTextReader>(
-        ProgramParts::function(QString::fromLatin1(kCalendarModule), kCalendarDoor));
+        ModuleLoader::function(QString::fromLatin1(kCalendarModule), kCalendarDoor));
     return std::unique_ptr<CalendarTextReader>(make ? make() : nullptr);
   });
 }

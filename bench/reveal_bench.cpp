@@ -72,7 +72,7 @@ struct Reveal {
   DockContentContainer container;
 };
 
-// Turned back before it slows down, so that each frame moves the whole picture.
+// Mirroring back before it slows down, so that each frame moves the whole picture.
 void frame(benchmark::State& state) {
   Reveal reveal(static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
   for (auto _ : state) {

@@ -73,7 +73,7 @@ class LastChance {
 
 /// What is settled before anything is made that needs a display.
 struct Start {
-  ProgramKeys keys;
+  BuildSettings keys;
   std::unique_ptr<DataFolderLock> lock;
   QStringList urls;
   std::optional<int> status;  ///< To end with, when another copy runs.
@@ -97,7 +97,7 @@ Start begin(int argc, char** argv, const CommandLine& line) {
   QCoreApplication application(argc, argv);
   loadWords(application);
   Start start;
-  start.keys = ProgramKeys::besideProgram();
+  start.keys = BuildSettings::besideProgram();
   start.urls = SingleInstance::urls(line.files, QDir::currentPath());
   start.lock = std::make_unique<DataFolderLock>(QFileInfo(settingsFile(start.keys)).path());
   if (start.lock->take() != DataFolderLock::Taking::Held) resolve(start, line);

@@ -10,8 +10,8 @@
 #include <cstdio>
 
 #include "app/InstanceSocket.h"
+#include "base/BuildSettings.h"
 #include "base/DomainError.h"
-#include "base/ProgramKeys.h"
 #include "config/DataDirectory.h"
 #include "dock/HandoverLock.h"
 #include "dock/NativeDockState.h"
@@ -114,7 +114,7 @@ int restoreDockAndExit(int argc, char** argv, const std::optional<QString>& dire
   // Asked first, while no number can have been given to anything of our own.
   const int inherited = ::fcntl(STDERR_FILENO + 1, F_GETFD);
   const QCoreApplication application(argc, argv);
-  const QString folder = directory.value_or(defaultStorageDirectory(ProgramKeys::besideProgram()));
+  const QString folder = directory.value_or(defaultStorageDirectory(BuildSettings::besideProgram()));
   RestoreDock::Terms terms;
   if (inherited >= 0) terms.guardedFile = guardedFile(folder);
   SystemDockPreferences preferences(folder);

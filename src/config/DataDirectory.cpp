@@ -9,7 +9,7 @@ namespace {
 using namespace Qt::StringLiterals;
 
 /// An empty name would make a mess of the folder above, so it counts as none.
-std::optional<QString> name(const ProgramKeys& keys, const QString& key) {
+std::optional<QString> name(const BuildSettings& keys, const QString& key) {
   auto value = keys.string(key);
   return value && !value->isEmpty() ? value : std::nullopt;
 }
@@ -18,12 +18,12 @@ QString join(const QString& folder, const QString& file) { return QDir::cleanPat
 
 }  // namespace
 
-QString defaultStorageDirectory(const ProgramKeys& keys) {
+QString defaultStorageDirectory(const BuildSettings& keys) {
   return join(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation),
               name(keys, u"TarnwickDataDirectoryName"_s).value_or(u"Tarnwick"_s));
 }
 
-QString settingsFile(const ProgramKeys& keys, bool diagnostic, const std::optional<QString>& storage) {
+QString settingsFile(const BuildSettings& keys, bool diagnostic, const std::optional<QString>& storage) {
   if (storage) return *storage;
   if (diagnostic) return join(QDir::tempPath(), u"Tarnwick-diagnostic/config.json"_s);
   if (const auto phase = name(keys, u"TarnwickPhaseDataDirectory"_s)) return join(*phase, u"config.json"_s);

@@ -15,7 +15,7 @@
 #include "desktop/Zones.h"
 #include "dock/DockContent.h"
 #include "dock/NativeDockState.h"
-#include "dock/ToldRemarks.h"
+#include "dock/ShownRemarks.h"
 #include "dock/rules/DockPlacement.h"
 #include "dock/rules/DockVisibility.h"
 
@@ -166,7 +166,7 @@ class DockController : public QObject {
   AppStore& store_;
   DockPorts ports_;
   NativeDockState suppressor_;
-  ToldRemarks told_;
+  ShownRemarks told_;
   ContentFactory factory_;
   std::map<QString, Dock> docks_;
   mutable DockConfiguration limited_;  // What settings() gives where the desktop cannot do all of it.

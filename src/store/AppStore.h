@@ -6,7 +6,7 @@
 
 #include "apps/InstalledApps.h"
 #include "apps/RunningApplications.h"
-#include "base/ProgramKeys.h"
+#include "base/BuildSettings.h"
 #include "base/Scheduler.h"
 #include "config/DockConfiguration.h"
 #include "config/LayoutSignature.h"
@@ -33,7 +33,7 @@ struct StoreSetup {
   bool platformReads = true;
 
   Scheduler* scheduler = nullptr;  ///< Required.
-  ProgramKeys keys;
+  BuildSettings keys;
   std::unique_ptr<SystemCounters> counters;  ///< Required.
   InstalledApps* installedApps = nullptr;
   RunningApplications* applications = nullptr;
@@ -205,7 +205,7 @@ class AppStore : public QObject {
   void migrateClipboardHistory();
 
   Scheduler* scheduler_;
-  ProgramKeys keys_;
+  BuildSettings keys_;
   InstalledApps* installedApps_;
   RunningApplications* applications_;
   Notifications* notifications_;

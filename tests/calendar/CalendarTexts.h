@@ -4,7 +4,7 @@
 #include <QDateTime>
 #include <memory>
 
-#include "base/ProgramParts.h"
+#include "base/ModuleLoader.h"
 #include "platform/ical/CalendarTextReader.h"
 
 namespace tarnwick {
@@ -26,7 +26,7 @@ inline CalendarRange november() { return {QDate(2026, 11, 1).startOfDay(), QDate
 
 inline std::unique_ptr<CalendarTextReader> calendarReader() {
   const auto make = reinterpret_cast<MakeCalendarTextReader>(
-      ProgramParts::function(QString::fromLatin1(kCalendarModule), kCalendarDoor));
+      ModuleLoader::function(QString::fromLatin1(kCalendarModule), kCalendarDoor));
   return std::unique_ptr<CalendarTextReader>(make ? make() : nullptr);
 }
 

@@ -200,7 +200,7 @@ TEST_F(SettingsFile, IsChosenByTheFirstThatApplies) {
       {u"none.json"_s, false, {}, u"/data/Tarnwick/config.json"_s},
       {u"wrong.json"_s, false, {}, u"/data/Tarnwick/config.json"_s},
   };
-  for (const auto& c : cases) EXPECT_EQ(settingsFile(ProgramKeys(at(c.keys)), c.diagnostic, c.storage), c.path);
+  for (const auto& c : cases) EXPECT_EQ(settingsFile(BuildSettings(at(c.keys)), c.diagnostic, c.storage), c.path);
   qunsetenv("XDG_DATA_HOME");
   EXPECT_EQ(defaultStorageDirectory({}), QDir::homePath() + u"/.local/share/Tarnwick"_s);
   if (!before.isNull()) qputenv("XDG_DATA_HOME", before);

@@ -116,8 +116,8 @@ TEST(RunningAppsPanel, KeepsTheTextOfItsRowsInLineWhicheverWayWordsRun) {
     const auto header = open.panel->findChild<PanelHeader*>();
     const int left = header->mapTo(open.panel.get(), QPoint()).x();
     const int right = left + header->width();
-    EXPECT_EQ(open.view().mapTo(open.panel.get(), QPoint()).x(), left - theme::kRowBleed);
-    EXPECT_EQ(open.view().mapTo(open.panel.get(), open.view().rect().topRight()).x() + 1, right + theme::kRowBleed);
+    EXPECT_EQ(open.view().mapTo(open.panel.get(), QPoint()).x(), left - theme::kRowOverhang);
+    EXPECT_EQ(open.view().mapTo(open.panel.get(), open.view().rect().topRight()).x() + 1, right + theme::kRowOverhang);
     // Nothing on the way to the panel cuts the rows off.
     EXPECT_EQ(open.view().visibleRegion().boundingRect().width(), open.view().width());
   }

@@ -29,11 +29,11 @@ void ask(const QDBusConnection& bus, const QDBusMessage& question, QObject* cont
 }
 
 /// One subscription. It follows the owner by its unique name: Qt would look a well-known one up with a blocking call.
-class BusEar final : public QObject {
+class SignalListener final : public QObject {
   Q_OBJECT
  public:
-  BusEar(const QString& path, const QString& interface, const QString& signal, const QStringList& match,
-         BusService::Handler handler)
+  SignalListener(const QString& path, const QString& interface, const QString& signal, const QStringList& match,
+                 BusService::Handler handler)
       : path_(path), interface_(interface), signal_(signal), match_(match), handler_(std::move(handler)) {}
 
   void follow(QDBusConnection& bus, const QString& owner) {
@@ -81,14 +81,14 @@ BusService::BusService(const QDBusConnection& bus, const QString& name, QObject*
 }
 
 BusService::~BusService() {
-  for (const auto& ear : ears_) ear->follow(bus_, QString());
+  for (const auto& listener : listeners_) listener->follow(bus_, QString());
 }
 
 void BusService::become(const QString& owner) {
   if (known_ && owner == owner_) return;
   known_ = true;
   owner_ = owner;
-  for (const auto& ear : ears_) ear->follow(bus_, owner_);
+  for (const auto& listener : listeners_) listener->follow(bus_, owner_);
   Q_EMIT ownerChanged();
 }
 
@@ -113,8 +113,8 @@ void BusService::call(const QString& path, const QString& interface, const QStri
 
 void BusService::listen(const QString& path, const QString& interface, const QString& signal, Handler handler,
                         const QStringList& match) {
-  ears_.push_back(std::make_unique<BusEar>(path, interface, signal, match, std::move(handler)));
-  ears_.back()->follow(bus_, owner_);
+  listeners_.push_back(std::make_unique<SignalListener>(path, interface, signal, match, std::move(handler)));
+  listeners_.back()->follow(bus_, owner_);
 }
 
 BusProperties::BusProperties(BusService& service, const QString& path, const QString& interface, QObject* parent)

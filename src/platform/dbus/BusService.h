@@ -13,7 +13,7 @@
 
 namespace tarnwick {
 
-class BusEar;
+class SignalListener;
 
 /// Sends `question` and runs `done` with the reply or the error, later and never after `context` is gone. Without a bus
 /// `done` gets an invalid message.
@@ -61,7 +61,7 @@ class BusService final : public QObject {
   QString name_;
   QString owner_;
   bool known_ = false;
-  std::vector<std::unique_ptr<BusEar>> ears_;
+  std::vector<std::unique_ptr<SignalListener>> listeners_;
 };
 
 /// The properties of one interface of a service, kept up to date by its signals.

@@ -13,7 +13,7 @@
 #include <array>
 #include <cerrno>
 
-#include "base/ProgramParts.h"
+#include "base/ModuleLoader.h"
 
 namespace tarnwick {
 namespace {
@@ -53,7 +53,7 @@ void GuardianProcess::watch(const QString& recoveryFile) {
 }
 
 void GuardianProcess::start() {
-  const QString guardian = ProgramParts::find(QStringLiteral("tarnwick-guardian"));
+  const QString guardian = ModuleLoader::find(QStringLiteral("tarnwick-guardian"));
   if (guardian.isEmpty()) return;
   std::array<int, 2> ends{};
   // Closed on exec: a program that the dock starts must not keep the line open after our death.

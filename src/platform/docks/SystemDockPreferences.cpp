@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <array>
 
-#include "base/ProgramParts.h"
+#include "base/ModuleLoader.h"
 #include "platform/docks/OwnPreferences.h"
 
 namespace tarnwick {
@@ -229,7 +229,7 @@ DockBackend* SystemDockPreferences::backend(const QString& id) const {
   if (id == kNone) {
     made = std::make_unique<OwnPreferences>(directory_);
   } else if (const auto make = reinterpret_cast<DockBackend* (*)(const QString&)>(
-                 ProgramParts::function(u"tarnwick-docks.so"_s, "tarnwickDockBackend"))) {
+                 ModuleLoader::function(u"tarnwick-docks.so"_s, "tarnwickDockBackend"))) {
     made.reset(make(id));
   }
   if (!made) return nullptr;

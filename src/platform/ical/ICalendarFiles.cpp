@@ -2,8 +2,8 @@
 
 #include "base/DomainError.h"
 #include "base/DurableFile.h"
+#include "base/ModuleLoader.h"
 #include "base/OneThread.h"
-#include "base/ProgramParts.h"
 #include "platform/ical/TodoEdit.h"
 
 namespace tarnwick {
@@ -15,7 +15,7 @@ constexpr double kBurstSeconds = 0.4;
 
 std::unique_ptr<CalendarTextReader> loadReader() {
   const auto make = reinterpret_cast<MakeCalendarTextReader>(
-      ProgramParts::function(QString::fromLatin1(kCalendarModule), kCalendarDoor));
+      ModuleLoader::function(QString::fromLatin1(kCalendarModule), kCalendarDoor));
   return std::unique_ptr<CalendarTextReader>(make ? make() : nullptr);
 }
 

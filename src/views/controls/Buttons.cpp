@@ -7,7 +7,7 @@
 
 #include "views/controls/ControlAccessible.h"
 #include "views/controls/ControlTheme.h"
-#include "views/controls/Turned.h"
+#include "views/controls/Mirroring.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
 
@@ -88,7 +88,7 @@ int Button::wordWidth() const { return QFontMetrics(buttonFont()).horizontalAdva
 
 QSize Button::sizeHint() const {
   const int symbol = symbol_.isEmpty() ? 0 : theme::kButtonSymbol + theme::kButtonSymbolGap;
-  const int padding = role_ == Role::Quiet ? theme::kRowBleed : theme::kButtonPadding;
+  const int padding = role_ == Role::Quiet ? theme::kRowOverhang : theme::kButtonPadding;
   return {wordWidth() + symbol + padding * 2, theme::kControlHeight};
 }
 
@@ -128,22 +128,22 @@ void Button::paintEvent(QPaintEvent*) {
   }
 
   const int symbol = symbol_.isEmpty() ? 0 : theme::kButtonSymbol + theme::kButtonSymbolGap;
-  const int room = width() - theme::kRowBleed * 2 - symbol;
+  const int room = width() - theme::kRowOverhang * 2 - symbol;
   painter.setFont(buttonFont());
   // On another device the same word may be a pixel wider than the one that the size was made for.
   const QString word = painter.fontMetrics().elidedText(label(), Qt::ElideRight, room + 1);
   const int wordRoom = painter.fontMetrics().horizontalAdvance(word);
-  const Turned turned(*this);
+  const Mirroring mirror(*this);
   double x = (width() - symbol - wordRoom) / 2.0;
   if (symbol > 0) {
     const QRectF place(x, (height() - theme::kButtonSymbol) / 2.0, theme::kButtonSymbol, theme::kButtonSymbol);
-    drawControlSymbol(painter, symbol_, turned(place), ink);
+    drawControlSymbol(painter, symbol_, mirror(place), ink);
     x += symbol;
   }
   painter.setPen(ink);
   runAsWritten(painter, word);
-  painter.drawText(turned(QRectF(x, 0, wordRoom + 1, height())),
-                   static_cast<int>(Qt::AlignVCenter | turned.reading() | Qt::AlignAbsolute | Qt::TextSingleLine),
+  painter.drawText(mirror(QRectF(x, 0, wordRoom + 1, height())),
+                   static_cast<int>(Qt::AlignVCenter | mirror.reading() | Qt::AlignAbsolute | Qt::TextSingleLine),
                    word);
 }
 

@@ -6,7 +6,7 @@
 #include <cmath>
 
 #include "views/controls/ControlTheme.h"
-#include "views/controls/Turned.h"
+#include "views/controls/Mirroring.h"
 #include "views/theme/Glass.h"
 
 namespace tarnwick {
@@ -60,7 +60,7 @@ void ProgressBar::paintEvent(QPaintEvent*) {
   if (value() <= 0) return;
   QRectF part = box;
   part.setWidth(std::max(box.height(), box.width() * value() / kSteps));
-  drawRounded(painter, Turned(*this)(part), corner, accent_ ? look.palette.accent(*accent_) : look.accentColor());
+  drawRounded(painter, Mirroring(*this)(part), corner, accent_ ? look.palette.accent(*accent_) : look.accentColor());
 }
 
 ChartView::ChartView(const QString& label, Kind kind, QWidget* parent) : QWidget(parent), kind_(kind) {

@@ -22,7 +22,7 @@ ConfirmBar::ConfirmBar(QWidget* parent)
   sentence_->setWordWrap(true);
   column->addWidget(sentence_);
   auto* row = new QHBoxLayout;
-  row->setSpacing(theme::kRowBleed);
+  row->setSpacing(theme::kRowOverhang);
   row->addStretch();
   row->addWidget(cancel_);
   row->addWidget(act_);

@@ -9,10 +9,10 @@
 #include <QToolTip>
 #include <algorithm>
 
-#include "views/controls/Carry.h"
 #include "views/controls/ControlTheme.h"
+#include "views/controls/DragSource.h"
+#include "views/controls/Mirroring.h"
 #include "views/controls/PaintedList.h"
-#include "views/controls/Turned.h"
 #include "views/theme/Glass.h"
 
 namespace tarnwick {
@@ -90,24 +90,24 @@ class ItemView::Painter final : public QStyledItemDelegate {
   void paintRow(QPainter& painter, const QRectF& box, const ViewItem& item, const ControlLook& look,
                 const QModelIndex& index) const {
     const double middle = box.center().y();
-    const Turned turned(*view_.viewport());
-    double left = box.left() + theme::kRowBleed;
+    const Mirroring mirror(*view_.viewport());
+    double left = box.left() + theme::kRowOverhang;
     if (view_.picture_) {
       const QRectF place(left, middle - theme::kRowPicture / 2.0, theme::kRowPicture, theme::kRowPicture);
-      view_.picture_(painter, turned(place), item);
+      view_.picture_(painter, mirror(place), item);
       left += theme::kRowPicture + theme::kRowGap;
     }
-    double right = box.right() - theme::kRowBleed;
+    double right = box.right() - theme::kRowOverhang;
     if (view_.showsAction(index)) {
       right -= kActionSize + theme::kButtonSymbolGap;
     } else if (!item.value.isEmpty()) {
       const TextLine value = TextLine(item.value, TextStyle::Caption);
-      turned.end(painter, value, {right, middle + value.capHeight() / 2}, look.palette.secondary);
+      mirror.end(painter, value, {right, middle + value.capHeight() / 2}, look.palette.secondary);
       right -= value.width() + theme::kRowGap;
     }
     const auto draw = [&](double share, const QString& text, TextStyle style, const QColor& ink) {
       const QRectF line(left, box.top() + box.height() * share - 10, std::max(0.0, right - left), 20);
-      drawTextIn(painter, turned(line), text, style, ink, turned.reading(), view_.elide_);
+      drawTextIn(painter, mirror(line), text, style, ink, mirror.reading(), view_.elide_);
     };
     draw(item.caption.isEmpty() ? 0.5 : kTitleShare, item.title, TextStyle::Body, look.palette.primary);
     draw(kCaptionShare, item.caption, TextStyle::Caption, look.palette.secondary);
@@ -254,7 +254,7 @@ QRect ItemView::actionRect(const QModelIndex& index) const {
   const QRect box = visualRect(index);
   constexpr int size = static_cast<int>(kActionSize);
   const bool row = shape_ == Shape::Rows;
-  const int inset = row ? theme::kRowBleed : 4;
+  const int inset = row ? theme::kRowOverhang : 4;
   const int x = isRightToLeft() && row ? box.left() + inset : box.right() + 1 - inset - size;
   return {x, row ? box.center().y() + 1 - size / 2 : box.top() + inset, size, size};
 }
@@ -351,7 +351,7 @@ void ItemView::startDrag(Qt::DropActions) {
     painter.end();
     drag->setPixmap(shown);
   }
-  carry(drag, Qt::CopyAction | Qt::MoveAction | Qt::LinkAction, Qt::CopyAction);
+  startDrag(drag, Qt::CopyAction | Qt::MoveAction | Qt::LinkAction, Qt::CopyAction);
 }
 
 bool ItemView::viewportEvent(QEvent* event) {

@@ -6,7 +6,7 @@
 #include <cmath>
 
 #include "views/controls/ControlTheme.h"
-#include "views/controls/Turned.h"
+#include "views/controls/Mirroring.h"
 
 namespace tarnwick {
 
@@ -162,10 +162,10 @@ void SectionLabel::paintEvent(QPaintEvent*) {
   const ControlLook& look = lookOf(*this);
   const QRectF box = QRectF(rect()).adjusted(0, theme::kSectionAbove, 0, -theme::kSectionBelow);
   const double end = trailing_.isEmpty() ? 0 : TextLine(trailing_, TextStyle::TabLabel).width() + theme::kRowGap;
-  const Turned turned(*this);
-  drawTextIn(painter, turned(box.adjusted(0, 0, -end, 0)), text_, TextStyle::TabLabel, look.palette.secondary,
-             turned.reading());
-  drawTextIn(painter, turned(box), trailing_, TextStyle::TabLabel, toneColor(look, trailingTone_), turned.ending());
+  const Mirroring mirror(*this);
+  drawTextIn(painter, mirror(box.adjusted(0, 0, -end, 0)), text_, TextStyle::TabLabel, look.palette.secondary,
+             mirror.reading());
+  drawTextIn(painter, mirror(box), trailing_, TextStyle::TabLabel, toneColor(look, trailingTone_), mirror.ending());
 }
 
 WarningMark::WarningMark(QWidget* parent) : QWidget(parent) { setFixedSize(kWarning, kWarning); }
@@ -220,10 +220,10 @@ void FigureView::paintEvent(QPaintEvent*) {
   const double unitShare = theme::kPanelFigureUnit / unit.pixelSize();
   const double unitWidth = unit_.isEmpty() ? 0 : kUnitGap + unit.width() * unitShare;
   const double end = figure.width() * share - bearing + unitWidth;
-  const Turned turned(*this);
-  const double start = turned.turns() ? width() - end : 0;
+  const Mirroring mirror(*this);
+  const double start = mirror.isMirrored() ? width() - end : 0;
   // A unit stands behind its figure the way that it is read itself.
-  const bool before = turned.turns() && unit_.isRightToLeft();
+  const bool before = mirror.isMirrored() && unit_.isRightToLeft();
   draw(figure, start - bearing + (before ? unitWidth : 0), baseline, share, look.palette.primary);
   if (!unit_.isEmpty())
     draw(unit, before ? start : start + end - unitWidth + kUnitGap, baseline, unitShare, look.palette.secondary);
@@ -232,8 +232,8 @@ void FigureView::paintEvent(QPaintEvent*) {
   constexpr double step = 15;
   const double middle = height() / 2.0 + (second_.isEmpty() ? 0 : -step / 2);
   const auto line = [&](const QString& text, double y) {
-    drawTextIn(painter, turned(QRectF(side.left(), y - step / 2, side.width(), step)), text, TextStyle::Caption,
-               look.palette.secondary, turned.ending());
+    drawTextIn(painter, mirror(QRectF(side.left(), y - step / 2, side.width(), step)), text, TextStyle::Caption,
+               look.palette.secondary, mirror.ending());
   };
   line(first_, middle);
   if (!second_.isEmpty()) line(second_, middle + step);

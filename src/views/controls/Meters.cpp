@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "views/controls/Turned.h"
+#include "views/controls/Mirroring.h"
 #include "views/theme/Glass.h"
 
 namespace tarnwick {
@@ -114,13 +114,13 @@ void PartedBar::paintBar(QPainter& painter) const {
   outline.addRoundedRect(box, box.height() / 2, box.height() / 2);
   painter.save();
   painter.setClipPath(outline);
-  const Turned turned(*this);
+  const Mirroring mirror(*this);
   double left = 0;
   for (qsizetype i = 0; i < parts_.size(); ++i) {
     const bool last = i + 1 == parts_.size();
     const double right = last ? box.width() : left + known(parts_[i].share) * box.width();
     const double end = last ? right : right - kPartGap;
-    if (end > left) painter.fillRect(turned(QRectF(left, 0, end - left, box.height())), colorOf(i));
+    if (end > left) painter.fillRect(mirror(QRectF(left, 0, end - left, box.height())), colorOf(i));
     left = std::max(left, right);
   }
   painter.restore();
@@ -131,19 +131,19 @@ void PartedBar::paintEvent(QPaintEvent*) {
   painter.setRenderHint(QPainter::Antialiasing);
   const ControlLook& look = lookOf(*this);
   paintBar(painter);
-  const Turned turned(*this);
+  const Mirroring mirror(*this);
   const double column = (width() - kColumnGap) / kLegendColumns;
   for (qsizetype i = 0; i < parts_.size(); ++i) {
     const QRectF line(static_cast<double>(i % kLegendColumns) * (column + kColumnGap),
                       kBarHeight + kBelowBar + static_cast<double>(i / kLegendColumns) * kLegendLine, column,
                       kLegendLine);
     const QRectF dot(line.left(), line.center().y() - kDotSize / 2, kDotSize, kDotSize);
-    drawRounded(painter, turned(dot), kDotSize / 2, colorOf(i));
+    drawRounded(painter, mirror(dot), kDotSize / 2, colorOf(i));
     const TextLine amount(parts_[i].amount, TextStyle::ListRow);
-    turned.end(painter, amount, {line.right(), line.center().y() + amount.capHeight() / 2}, look.palette.primary);
+    mirror.end(painter, amount, {line.right(), line.center().y() + amount.capHeight() / 2}, look.palette.primary);
     const QRectF name(dot.right() + kDotGap, line.top(), line.right() - amount.width() - dot.right() - kDotGap * 2,
                       line.height());
-    drawTextIn(painter, turned(name), parts_[i].name, TextStyle::Caption, look.palette.secondary, turned.reading());
+    drawTextIn(painter, mirror(name), parts_[i].name, TextStyle::Caption, look.palette.secondary, mirror.reading());
   }
 }
 

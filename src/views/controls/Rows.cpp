@@ -7,7 +7,7 @@
 
 #include "views/controls/ControlAccessible.h"
 #include "views/controls/ControlTheme.h"
-#include "views/controls/Turned.h"
+#include "views/controls/Mirroring.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
 
@@ -124,51 +124,51 @@ void ListRow::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   prepare(painter);
   const ControlLook& look = this->look();
-  if (parted_) paintParting(painter, *this, look, clickable_ ? theme::kRowBleed : 0);
+  if (parted_) paintParting(painter, *this, look, clickable_ ? theme::kRowOverhang : 0);
   const QRectF box = rect();
   if (clickable_ && (underMouse() || isDown()))
     drawRounded(painter, box, theme::kRowCorner, isDown() ? look.palette.buttonPressed : look.palette.tileHover);
   if (clickable_ && showsFocus()) drawFocusLine(painter, box, theme::kRowCorner, look);
 
-  const Turned turned(*this);
-  double left = clickable_ ? theme::kRowBleed : 0;
+  const Mirroring mirror(*this);
+  double left = clickable_ ? theme::kRowOverhang : 0;
   const double middle = box.center().y();
   if (!picture_.isNull()) {
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const QRectF place(left, middle - theme::kRowPicture / 2.0, theme::kRowPicture, theme::kRowPicture);
-    painter.drawPixmap(turned(place), picture_, picture_.rect());
+    painter.drawPixmap(mirror(place), picture_, picture_.rect());
     left += theme::kRowPicture + theme::kRowGap;
   } else if (!symbol_.isEmpty()) {
     const bool isColored = symbolAccent_ && !look.palette.monochrome;
-    drawControlSymbol(painter, symbol_, turned(QRectF(left, middle - kRowSymbol / 2, kRowSymbol, kRowSymbol)),
+    drawControlSymbol(painter, symbol_, mirror(QRectF(left, middle - kRowSymbol / 2, kRowSymbol, kRowSymbol)),
                       isColored ? look.palette.accent(*symbolAccent_) : toneColor(look, symbolTone_));
     left += kRowSymbol + theme::kRowGap;
   }
 
-  double right = width() - controlsWidth() - (clickable_ ? theme::kRowBleed : 0);
+  double right = width() - controlsWidth() - (clickable_ ? theme::kRowOverhang : 0);
   if (!value_.isEmpty()) {
     const TextLine value = TextLine(value_, TextStyle::Body).elided((right - left) * 0.6, Elide::End);
-    turned.end(painter, value, {right, middle + value.capHeight() / 2}, toneColor(look, valueTone_));
+    mirror.end(painter, value, {right, middle + value.capHeight() / 2}, toneColor(look, valueTone_));
     // Bars of rows below each other begin at one place.
     right -= (bar_ >= 0 ? std::max(value.width(), kRowBarValue) : value.width()) + theme::kRowGap;
   }
   if (bar_ >= 0) {
     const QRectF track(right - kRowBarWidth, middle - theme::kBarHeight / 2.0, kRowBarWidth, theme::kBarHeight);
-    drawRounded(painter, turned(track), theme::kBarHeight / 2.0, look.palette.track);
+    drawRounded(painter, mirror(track), theme::kBarHeight / 2.0, look.palette.track);
     QRectF part = track;
     part.setWidth(std::max<double>(theme::kBarHeight, track.width() * std::min(1.0, bar_)));
-    if (bar_ > 0) drawRounded(painter, turned(part), theme::kBarHeight / 2.0, look.accentColor());
+    if (bar_ > 0) drawRounded(painter, mirror(part), theme::kBarHeight / 2.0, look.accentColor());
     right -= kRowBarWidth + theme::kRowGap;
   }
 
   const QRectF room(left, 0, std::max(0.0, right - left), box.height());
   if (caption_.isEmpty()) {
-    drawTextIn(painter, turned(room), label(), TextStyle::Body, look.palette.primary, turned.reading());
+    drawTextIn(painter, mirror(room), label(), TextStyle::Body, look.palette.primary, mirror.reading());
     return;
   }
-  const auto around = [&](double share) { return turned(QRectF(left, box.height() * share - 10, room.width(), 20)); };
-  drawTextIn(painter, around(kTitleShare), label(), TextStyle::Body, look.palette.primary, turned.reading());
-  drawTextIn(painter, around(kCaptionShare), caption_, TextStyle::Caption, look.palette.secondary, turned.reading());
+  const auto around = [&](double share) { return mirror(QRectF(left, box.height() * share - 10, room.width(), 20)); };
+  drawTextIn(painter, around(kTitleShare), label(), TextStyle::Body, look.palette.primary, mirror.reading());
+  drawTextIn(painter, around(kCaptionShare), caption_, TextStyle::Caption, look.palette.secondary, mirror.reading());
 }
 
 CheckRow::CheckRow(const QString& text, QWidget* parent) : QCheckBox(parent), label_(text) {
@@ -210,9 +210,9 @@ void CheckRow::paintEvent(QPaintEvent*) {
   if (!isEnabled()) painter.setOpacity(theme::kDisabledOpacity);
   const ControlLook& look = lookOf(*this);
   if (parted_) paintParting(painter, *this, look);
-  const Turned turned(*this);
+  const Mirroring mirror(*this);
   const QRectF place(1, (height() - kCheck) / 2, kCheck, kCheck);
-  const QRectF disc = turned(place);
+  const QRectF disc = mirror(place);
   if (isChecked()) {
     drawRounded(painter, disc, kCheck / 2, look.accentColor());
     drawControlSymbol(painter, u"checkmark"_s, disc.adjusted(3, 3, -3, -3), look.palette.inkOnAccent);
@@ -222,15 +222,15 @@ void CheckRow::paintEvent(QPaintEvent*) {
   if (hasFocus() && byKeyboard_) drawFocusLine(painter, rect(), theme::kRowCorner, look);
   const double left = place.right() + theme::kRowGap;
   const TextLine value = TextLine(value_, TextStyle::Caption).elided(width() / 2.0, Elide::End);
-  turned.end(painter, value, {static_cast<double>(width()), (height() + value.capHeight()) / 2},
+  mirror.end(painter, value, {static_cast<double>(width()), (height() + value.capHeight()) / 2},
              look.palette.secondary);
   const double end = width() - (value_.isEmpty() ? 0 : value.width() + theme::kRowGap);
   const QRectF room(left, 0, std::max(0.0, end - left), height());
   const bool done = isChecked() && strikes_;
   const QColor ink = done ? look.palette.tertiary : look.palette.primary;
   const TextLine line = TextLine(label_, TextStyle::Body).elided(room.width(), Elide::End);
-  turned.begin(painter, line, {left, room.center().y() + line.capHeight() / 2}, ink);
-  if (done) painter.fillRect(turned(QRectF(left, room.center().y(), line.width(), 1)), ink);
+  mirror.begin(painter, line, {left, room.center().y() + line.capHeight() / 2}, ink);
+  if (done) painter.fillRect(mirror(QRectF(left, room.center().y(), line.width(), 1)), ink);
 }
 
 }  // namespace tarnwick

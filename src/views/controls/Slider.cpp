@@ -6,7 +6,7 @@
 #include <cmath>
 
 #include "views/controls/ControlTheme.h"
-#include "views/controls/Turned.h"
+#include "views/controls/Mirroring.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
 
@@ -49,14 +49,14 @@ void Slider::moveTo(double x) {
 }
 
 void Slider::mousePressEvent(QMouseEvent* event) {
-  const double x = Turned(*this)(event->position().x());
+  const double x = Mirroring(*this)(event->position().x());
   if (event->button() != Qt::LeftButton || x > lineWidth()) return;
   setSliderDown(true);
   moveTo(x);
 }
 
 void Slider::mouseMoveEvent(QMouseEvent* event) {
-  if (isSliderDown()) moveTo(Turned(*this)(event->position().x()));
+  if (isSliderDown()) moveTo(Mirroring(*this)(event->position().x()));
 }
 
 void Slider::mouseReleaseEvent(QMouseEvent*) { setSliderDown(false); }
@@ -75,15 +75,15 @@ void Slider::paintEvent(QPaintEvent*) {
   const double middle = height() / 2.0;
   const int span = std::max(1, maximum() - minimum());
   const double share = static_cast<double>(sliderPosition() - minimum()) / span;
-  const Turned turned(*this);
+  const Mirroring mirror(*this);
   const double knob = theme::kSliderKnob / 2.0 + share * (line - theme::kSliderKnob);
   const QRectF track(0, middle - theme::kSliderTrack / 2.0, line, theme::kSliderTrack);
   QRectF filled = track;
   filled.setRight(knob);
-  drawRounded(painter, turned(track), theme::kSliderTrack / 2.0, look.palette.track);
-  drawRounded(painter, turned(filled), theme::kSliderTrack / 2.0, look.accentColor());
+  drawRounded(painter, mirror(track), theme::kSliderTrack / 2.0, look.palette.track);
+  drawRounded(painter, mirror(filled), theme::kSliderTrack / 2.0, look.accentColor());
   const double radius = theme::kSliderKnob / 2.0;
-  const QRectF disc = turned(QRectF(knob - radius, middle - radius, radius * 2, radius * 2));
+  const QRectF disc = mirror(QRectF(knob - radius, middle - radius, radius * 2, radius * 2));
   drawRounded(painter, disc, radius, look.knob());
   if (look.palette.light) drawInnerLine(painter, disc, radius, 1, look.palette.tertiary);
   if (hasFocus() && byKeyboard_) {
@@ -93,8 +93,8 @@ void Slider::paintEvent(QPaintEvent*) {
                   look);
   }
   if (const QString text = format_ ? format_(sliderPosition()) : QString(); !text.isEmpty())
-    drawTextIn(painter, turned(QRectF(line, 0, width() - line, height())), text, TextStyle::ListRow,
-               look.palette.primary, turned.ending());
+    drawTextIn(painter, mirror(QRectF(line, 0, width() - line, height())), text, TextStyle::ListRow,
+               look.palette.primary, mirror.ending());
 }
 
 }  // namespace tarnwick

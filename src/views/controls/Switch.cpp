@@ -5,7 +5,7 @@
 
 #include "views/controls/ControlAccessible.h"
 #include "views/controls/ControlTheme.h"
-#include "views/controls/Turned.h"
+#include "views/controls/Mirroring.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
 
@@ -70,7 +70,7 @@ void Switch::paintEvent(QPaintEvent*) {
   }
   const double inset = (theme::kSwitchHeight - theme::kSwitchKnob) / 2.0;
   const double x = inset + at * (theme::kSwitchWidth - theme::kSwitchKnob - inset * 2);
-  const QRectF disc = Turned(*this)(QRectF(x, inset, theme::kSwitchKnob, theme::kSwitchKnob));
+  const QRectF disc = Mirroring(*this)(QRectF(x, inset, theme::kSwitchKnob, theme::kSwitchKnob));
   drawRounded(painter, disc, theme::kSwitchKnob / 2.0, look.knob());
   // Without colours the track of a switch that is on is as white as the knob.
   if (look.palette.monochrome && at > 0)

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "views/controls/Turned.h"
+#include "views/controls/Mirroring.h"
 #include "views/dock/WrappedText.h"
 #include "views/theme/Symbols.h"
 #include "views/theme/Theme.h"
@@ -88,10 +88,10 @@ QRect MessageBubble::bubbleRect() const { return rect().marginsRemoved(margins()
 QRectF MessageBubble::rectOf(Button button) const {
   const QRect bubble = bubbleRect();
   const QRectF cross(bubble.right() + 1 - kButtonInset - kButton, bubble.top() + kButtonInset, kButton, kButton);
-  const Turned turned(*this);
-  if (button == Button::Cross) return turned(cross);
+  const Mirroring mirror(*this);
+  if (button == Button::Cross) return mirror(cross);
   if (button == Button::None || action_.isEmpty()) return {};
-  return turned(QRectF(cross.left() - kButtonGap - actionWidth(), cross.top(), actionWidth(), kButton));
+  return mirror(QRectF(cross.left() - kButtonGap - actionWidth(), cross.top(), actionWidth(), kButton));
 }
 
 MessageBubble::Button MessageBubble::buttonAt(QPointF point) const {
@@ -115,14 +115,14 @@ void MessageBubble::paintEvent(QPaintEvent*) {
   glass_.paint(painter, bubble, palette_.panel, theme::kBubbleCorner, 1);
   const double middle = rectOf(Button::Cross).center().y();
   const QRectF symbol(bubble.left() + kPadding, middle - kSymbol / 2.0, kSymbol, kSymbol);
-  const Turned turned(*this);
-  Symbols::draw(painter, symbol_, turned(symbol), palette_.accent(accent_));
+  const Mirroring mirror(*this);
+  Symbols::draw(painter, symbol_, mirror(symbol), palette_.accent(accent_));
 
   WrappedText text = wrapped(message_);
   const double textTop = std::round(bubble.top() + (bubble.height() - text.size.height()) / 2);
   painter.setPen(palette_.primary);
   const QRectF place(QPointF(bubble.left() + kPadding + kSymbol + kSymbolGap, textTop), text.size);
-  text.draw(painter, turned(place).topLeft(), turned.turns());
+  text.draw(painter, mirror(place).topLeft(), mirror.isMirrored());
   if (!action_.isEmpty()) paintButton(painter, Button::Action);
   paintButton(painter, Button::Cross);
 }

@@ -16,8 +16,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A stretch of the row at scale 1, without a place yet.
-struct Stretch {
+/// An entry of the row at scale 1, without a place yet.
+struct RowEntry {
   enum class Kind { Widget, App, Separator };
   Kind kind;
   qsizetype index = 0;
@@ -26,12 +26,12 @@ struct Stretch {
 
 /// Running applications as one block: no gaps within it, and a zone with a line on the side of other tiles.
 struct Block {
-  QList<Stretch> stretches;
+  QList<RowEntry> entries;
   double width = 0;
 
-  void add(const Stretch& stretch) {
-    stretches.append(stretch);
-    width += stretch.width;
+  void add(const RowEntry& entry) {
+    entries.append(entry);
+    width += entry.width;
   }
 };
 
@@ -41,9 +41,9 @@ bool isGap(const DockWidget& widget) { return isLine(widget) || widget.kind == u
 
 Block appBlock(const DockRow& row, bool lineBefore, bool lineAfter) {
   Block block;
-  const Stretch line{Stretch::Kind::Separator, 0, theme::kSeparatorZone};
+  const RowEntry line{RowEntry::Kind::Separator, 0, theme::kSeparatorZone};
   if (lineBefore) block.add(line);
-  for (qsizetype i = 0; i < row.runningApps.size(); ++i) block.add({Stretch::Kind::App, i, theme::kAppSlot});
+  for (qsizetype i = 0; i < row.runningApps.size(); ++i) block.add({RowEntry::Kind::App, i, theme::kAppSlot});
   if (lineAfter) block.add(line);
   return block;
 }
@@ -72,7 +72,7 @@ QList<Block> blocksOf(const DockRow& row) {
   QList<Block> blocks;
   for (qsizetype i = 0; i < row.widgets.size(); ++i) {
     Block block;
-    block.add({Stretch::Kind::Widget, i, Catalog::find(row.widgets[i].kind).width});
+    block.add({RowEntry::Kind::Widget, i, Catalog::find(row.widgets[i].kind).width});
     blocks.append(block);
   }
   if (row.placement == RunningAppsPlacement::None || row.runningApps.isEmpty()) return blocks;
@@ -134,8 +134,7 @@ void placeTabs(RowLayout& layout, const DockRow& row, const Grid& grid) {
   const qsizetype count = std::clamp<qsizetype>(most, 1, row.tabs.size());
   const qsizetype first = std::clamp<qsizetype>(row.activeTab - count / 2, 0, row.tabs.size() - count);
   QList<double> widths;
-  for (const QString& tab : row.tabs.mid(first, count))
-    widths.append(tabWidth(tab, row.scale));
+  for (const QString& tab : row.tabs.mid(first, count)) widths.append(tabWidth(tab, row.scale));
   const double gaps = theme::kTabGap * static_cast<double>(count - 1);
   widths = sharesOf(widths, room - gaps);
   const double total = std::accumulate(widths.cbegin(), widths.cend(), gaps);
@@ -160,9 +159,9 @@ QRectF glassOf(const DockRow& row, const QRectF& slot, double width, double tabs
   return grid(left, top, left + width, top + height);
 }
 
-void placeStretch(RowLayout& layout, const Stretch& stretch, double x, double top, double scale, const Grid& grid) {
-  const double right = x + stretch.width * scale;
-  if (stretch.kind == Stretch::Kind::Separator) {
+void placeEntry(RowLayout& layout, const RowEntry& entry, double x, double top, double scale, const Grid& grid) {
+  const double right = x + entry.width * scale;
+  if (entry.kind == RowEntry::Kind::Separator) {
     const double middle = grid((x + right) / 2);
     const double height = theme::kSeparatorHeight * scale;
     const double lineTop = top + (theme::kTileHeight * scale - height) / 2;
@@ -170,8 +169,8 @@ void placeStretch(RowLayout& layout, const Stretch& stretch, double x, double to
     layout.separator.setWidth(std::max(1.0, std::round(scale * grid.ratio)) / grid.ratio);
     return;
   }
-  const auto kind = stretch.kind == Stretch::Kind::Widget ? RowItem::Kind::Widget : RowItem::Kind::App;
-  layout.items.append({kind, stretch.index, grid(x, top, right, top + theme::kTileHeight * scale)});
+  const auto kind = entry.kind == RowEntry::Kind::Widget ? RowItem::Kind::Widget : RowItem::Kind::App;
+  layout.items.append({kind, entry.index, grid(x, top, right, top + theme::kTileHeight * scale)});
 }
 
 /// An edge that two rectangles share belongs to one of them.
@@ -220,9 +219,9 @@ RowLayout RowLayout::of(const DockRow& row, const QRectF& slot, double ratio, co
   const double top = row.edge == Edge::Bottom ? layout.glass.bottom() - (theme::kInset + theme::kTileHeight) * scale
                                               : layout.glass.top() + theme::kInset * scale;
   for (const Block& block : blocks) {
-    for (const Stretch& stretch : block.stretches) {
-      placeStretch(layout, stretch, x, top, scale, grid);
-      x += stretch.width * scale;
+    for (const RowEntry& entry : block.entries) {
+      placeEntry(layout, entry, x, top, scale, grid);
+      x += entry.width * scale;
     }
     x += row.spacing * scale;
   }
@@ -254,15 +253,15 @@ std::optional<qsizetype> RowLayout::itemUnder(QPointF point, double scale) const
   const QRectF& first = items.first().rect;
   const double inset = theme::kInset * scale;
   if (point.y() < first.top() - inset || point.y() >= first.bottom() + inset) return std::nullopt;
-  // What lies between two items is a stretch of its own.
-  QList<DropRouting::Tile> stretches;
+  // What lies between two items is an entry of its own.
+  QList<DropRouting::Tile> entries;
   double end = beginOf(first);
   for (const RowItem& item : items) {
-    stretches << DropRouting::Tile{{}, {}, {}, beginOf(item.rect) - end}
-              << DropRouting::Tile{{}, {}, {}, item.rect.width()};
+    entries << DropRouting::Tile{{}, {}, {}, beginOf(item.rect) - end}
+            << DropRouting::Tile{{}, {}, {}, item.rect.width()};
     end = endOf(item.rect);
   }
-  const qsizetype at = DropRouting::indexAt(along(point.x()), stretches, 0, beginOf(first));
+  const qsizetype at = DropRouting::indexAt(along(point.x()), entries, 0, beginOf(first));
   return at < 0 || at % 2 == 0 ? std::nullopt : std::optional(at / 2);
 }
 

@@ -3,7 +3,7 @@
 #include <QPainter>
 #include <cmath>
 
-#include "views/controls/Turned.h"
+#include "views/controls/Mirroring.h"
 #include "views/dock/WrappedText.h"
 #include "views/theme/Theme.h"
 
@@ -61,7 +61,7 @@ void TipBubble::paintEvent(QPaintEvent*) {
   const double left = pane.left() + (pane.width() - text.size.width()) / 2;
   const double top = pane.top() + (pane.height() - text.size.height()) / 2;
   painter.setPen(palette_.primary);
-  text.draw(painter, {std::round(left), std::round(top)}, Turned(*this).turns());
+  text.draw(painter, {std::round(left), std::round(top)}, Mirroring(*this).isMirrored());
 }
 
 }  // namespace tarnwick

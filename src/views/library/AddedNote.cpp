@@ -28,11 +28,11 @@ AddedNote::AddedNote(QWidget* parent)
       edit_(new Button(LibraryWords::tr("Edit…"))),
       undo_(new Button(LibraryWords::tr("Undo"))) {
   auto* row = new QHBoxLayout(this);
-  row->setContentsMargins(theme::kRowBleed, theme::kRowBleed, theme::kRowBleed, theme::kRowBleed);
-  row->setSpacing(theme::kRowBleed);
+  row->setContentsMargins(theme::kRowOverhang, theme::kRowOverhang, theme::kRowOverhang, theme::kRowOverhang);
+  row->setSpacing(theme::kRowOverhang);
   row->addSpacing(theme::kPanelPadding + kMark);
   row->addWidget(text_, 1);
-  row->addSpacing(theme::kRowBleed);
+  row->addSpacing(theme::kRowOverhang);
   row->addWidget(edit_);
   row->addWidget(undo_);
   stays_.setSingleShot(true);

@@ -41,7 +41,7 @@ AppPicker::AppPicker(InstalledApps& apps, TileIcons icons, QWidget* parent)
   });
   auto* cancel = new Button(LibraryWords::tr("Cancel"));
   auto* buttons = new QHBoxLayout;
-  buttons->setSpacing(theme::kRowBleed);
+  buttons->setSpacing(theme::kRowOverhang);
   buttons->addStretch(1);
   buttons->addWidget(cancel);
   buttons->addWidget(choose_);

@@ -42,8 +42,7 @@ void completeRules(WidgetEditor::Hooks& rules) {
       return file.isFile() && file.isExecutable();
     };
   }
-  if (rules.defaultCodexExecutable.isEmpty())
-    rules.defaultCodexExecutable = QString::fromLatin1(kCodexExecutable);
+  if (rules.defaultCodexExecutable.isEmpty()) rules.defaultCodexExecutable = QString::fromLatin1(kCodexExecutable);
   if (!rules.configured) rules.configured = [](const DockWidget& widget) { return widget; };
 }
 
@@ -96,8 +95,8 @@ QWidget* EditorWindow::makeBody() {
   connect(cancel, &QPushButton::clicked, this, &QWidget::close);
   connect(saving, &QPushButton::clicked, this, &EditorWindow::save);
   auto* buttons = new QHBoxLayout;
-  buttons->setContentsMargins(kMargin, 0, kMargin + theme::kRowBleed, kMargin);
-  buttons->setSpacing(theme::kRowBleed);
+  buttons->setContentsMargins(kMargin, 0, kMargin + theme::kRowOverhang, kMargin);
+  buttons->setSpacing(theme::kRowOverhang);
   buttons->addStretch(1);
   buttons->addWidget(cancel);
   buttons->addWidget(saving);

@@ -9,9 +9,9 @@
 
 #include "store/AppStore.h"
 #include "store/Commands.h"
-#include "views/controls/Bleed.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/ControlTheme.h"
+#include "views/controls/FullWidth.h"
 #include "views/controls/Labels.h"
 #include "views/controls/Rows.h"
 #include "views/controls/ScrollArea.h"
@@ -72,18 +72,18 @@ MenuBarPanel::MenuBarPanel(AppStore& store, Commands& commands, bool reduceMotio
       profiles_(new QWidget) {
   setAccessibleName(u"Tarnwick"_s);
   // A layout puts nothing outside of its widget, so what bleeds has its room here.
-  column_->setContentsMargins(theme::kRowBleed, 0, theme::kRowBleed, 0);
+  column_->setContentsMargins(theme::kRowOverhang, 0, theme::kRowOverhang, 0);
   column_->setSpacing(0);
   addHeader();
   column_->addWidget(line(MenuBarWords::tr("Show Dock"), dock_));
   addLayouts();
-  addBleeding(*column_, profiles_);
+  addFullWidth(*column_, profiles_);
   fillProfiles();  // Tab goes through what there is in the order in which it was made.
   addEntries();
   scroll_->setWidget(content_);
   content_->setAutoFillBackground(false);
   follow(content_);
-  addBleeding(frame(), scroll_);
+  addFullWidth(frame(), scroll_);
   setScheme(true, Backdrop::Plain);
 
   connect(dock_, &QAbstractButton::clicked, this, [this] { commands_.toggleDock(); });
@@ -157,7 +157,7 @@ ListRow* MenuBarPanel::addEntry(const QString& title, const std::function<void()
     Q_EMIT closeRequested();
     act();
   });
-  addBleeding(*column_, row);
+  addFullWidth(*column_, row);
   return row;
 }
 
@@ -174,7 +174,7 @@ void MenuBarPanel::fill() {
 void MenuBarPanel::fillProfiles() {
   const DockConfiguration& config = store_.config();
   auto* column = new QVBoxLayout(profiles_);
-  column->setContentsMargins(theme::kRowBleed, 0, theme::kRowBleed, 0);
+  column->setContentsMargins(theme::kRowOverhang, 0, theme::kRowOverhang, 0);
   column->setSpacing(0);
   profiles_->setVisible(config.profiles.size() > 1);
   column->addWidget(new SectionLabel(MenuBarWords::tr("Profiles")));
@@ -182,7 +182,7 @@ void MenuBarPanel::fillProfiles() {
     auto* row = new ListRow(profile.name);
     row->setClickable(true);
     row->setCheckable(true);
-    addBleeding(*column, row);
+    addFullWidth(*column, row);
     const QUuid id = profile.id;
     const auto show = [this, row, id] {
       const bool active = store_.profile().id == id;
@@ -210,7 +210,7 @@ void MenuBarPanel::resizeEvent(QResizeEvent* event) {
 QSize MenuBarPanel::sizeHint() const {
   const int width = theme::kPanelWidth;
   const int height =
-      scroll_->contentHeight(width - theme::kPanelPadding * 2 + theme::kRowBleed * 2) + theme::kPanelPadding * 2;
+      scroll_->contentHeight(width - theme::kPanelPadding * 2 + theme::kRowOverhang * 2) + theme::kPanelPadding * 2;
   return QSize(width, height).grownBy(margins());
 }
 

@@ -74,9 +74,9 @@ QVBoxLayout* addColumn(QVBoxLayout* page, int width = kColumn) {
 }
 
 /// A symbol in the colour that its subject has on the dock.
-class Sign final : public QWidget {
+class FeatureMark final : public QWidget {
  public:
-  Sign(const QString& symbol, Accent accent) : symbol_(symbol), accent_(accent) {
+  FeatureMark(const QString& symbol, Accent accent) : symbol_(symbol), accent_(accent) {
     setFixedSize(kFeatureSymbol, kFeatureSymbol);
   }
 
@@ -97,7 +97,7 @@ QWidget* feature(const QString& symbol, Accent accent, const QString& title, con
   auto* layout = new QHBoxLayout(row);
   layout->setContentsMargins(16, 12, 16, 12);
   layout->setSpacing(14);
-  layout->addWidget(new Sign(symbol, accent), 0, Qt::AlignVCenter);
+  layout->addWidget(new FeatureMark(symbol, accent), 0, Qt::AlignVCenter);
   auto* text = new QVBoxLayout;
   text->setSpacing(2);
   text->addWidget(new TextLabel(title, TextStyle::Title));

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "views/controls/ControlTheme.h"
-#include "views/controls/Turned.h"
+#include "views/controls/Mirroring.h"
 #include "views/theme/Typography.h"
 
 namespace tarnwick {
@@ -69,7 +69,7 @@ void ResultView::paintEvent(QPaintEvent*) {
   painter.setRenderHint(QPainter::Antialiasing);
   const Palette& palette = lookOf(*this).palette;
   if (forms_.isEmpty()) {
-    drawTextIn(painter, rect(), sentence_, TextStyle::Body, palette.secondary, Turned(*this).reading());
+    drawTextIn(painter, rect(), sentence_, TextStyle::Body, palette.secondary, Mirroring(*this).reading());
     return;
   }
   const auto widthAt = [this](const QString& form, double size) {

@@ -35,7 +35,7 @@ void ChipGrid::setWords(const QStringList& words) {
     auto* chip = new Button(words[i]);
     chip->setCheckable(true);
     // Columns are alike unless a word is too long for that.
-    constexpr int less = (theme::kButtonPadding - theme::kRowBleed) * 2;
+    constexpr int less = (theme::kButtonPadding - theme::kRowOverhang) * 2;
     chip->setMinimumWidth(chip->sizeHint().width() - less + 2);
     chip->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     chip->setAccessibleDescription(label_);

@@ -5,10 +5,10 @@
 #include <QKeyEvent>
 #include <algorithm>
 
-#include "views/controls/Bleed.h"
 #include "views/controls/Buttons.h"
+#include "views/controls/FullWidth.h"
+#include "views/controls/Mirroring.h"
 #include "views/controls/ScrollArea.h"
-#include "views/controls/Turned.h"
 #include "views/panels/PanelDrafts.h"
 #include "views/theme/Theme.h"
 #include "widgets/catalog/Catalog.h"
@@ -61,7 +61,7 @@ class TilePanel::EmptyView final : public QWidget {
         sentence_(new TextLabel({}, TextStyle::Body, Tone::Secondary, this)),
         button_(new Button({}, Button::Role::Primary, this)) {
     auto* column = new QVBoxLayout(this);
-    constexpr int side = kEmptyAround + theme::kRowBleed;
+    constexpr int side = kEmptyAround + theme::kRowOverhang;
     column->setContentsMargins(side, kEmptyAround, side, kEmptyAround);
     column->setSpacing(kEmptyGap);
     title_->setAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
@@ -121,7 +121,7 @@ TilePanel::TilePanel(const PanelContext& context, int width)
   column->setSpacing(0);
   own_ = new QWidget(content_);
   body_ = new QVBoxLayout(own_);
-  body_->setContentsMargins(theme::kRowBleed, theme::kPanelHeaderBelow, theme::kRowBleed, 0);
+  body_->setContentsMargins(theme::kRowOverhang, theme::kPanelHeaderBelow, theme::kRowOverhang, 0);
   body_->setSpacing(0);
   empty_ = new EmptyView(content_);
   empty_->hide();
@@ -130,7 +130,7 @@ TilePanel::TilePanel(const PanelContext& context, int width)
   scroll_->setWidget(content_);
   content_->setAutoFillBackground(false);
   follow(content_);
-  addBleeding(frame(), scroll_);
+  addFullWidth(frame(), scroll_);
   frame().setStretchFactor(scroll_, 1);
 
   if (isConnectedFamily(definition().family))
@@ -257,7 +257,7 @@ void TilePanel::setDockLook(DockStyle style, Backdrop backdrop, bool monochrome)
 }
 
 QSize TilePanel::panelSize() const {
-  int height = theme::kPanelPadding * 2 + scroll_->contentHeight(contentWidth() + theme::kRowBleed * 2);
+  int height = theme::kPanelPadding * 2 + scroll_->contentHeight(contentWidth() + theme::kRowOverhang * 2);
   if (!header_->isHidden()) height += header_->height();
   if (!message_->isHidden()) height += message_->layout()->totalHeightForWidth(contentWidth());
   return {width_, height};
@@ -309,21 +309,21 @@ void PanelHeader::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   const ControlLook& look = lookOf(*this);
-  const Turned turned(*this);
+  const Mirroring mirror(*this);
   const QRectF sign(0, (height() - theme::kSymbolSize) / 2, theme::kSymbolSize, theme::kSymbolSize);
   if (initial_.isEmpty())
-    drawControlSymbol(painter, symbol_, turned(sign), look.accentColor());
+    drawControlSymbol(painter, symbol_, mirror(sign), look.accentColor());
   else
-    drawBadge(painter, turned(sign), initial_, look);
+    drawBadge(painter, mirror(sign), initial_, look);
   double right = width() - actionsWidth();
   if (!note_.isEmpty()) {
     const TextLine note = TextLine(note_, TextStyle::Caption).elided(right / 2, Elide::End);
-    turned.end(painter, note, {right, (height() + note.capHeight()) / 2}, look.palette.secondary);
+    mirror.end(painter, note, {right, (height() + note.capHeight()) / 2}, look.palette.secondary);
     right -= note.width() + theme::kRowGap;
   }
   const double left = sign.right() + theme::kRowGap;
-  drawTextIn(painter, turned(QRectF(left, 0, std::max(0.0, right - left), height())), title_, TextStyle::Title,
-             look.palette.primary, turned.reading());
+  drawTextIn(painter, mirror(QRectF(left, 0, std::max(0.0, right - left), height())), title_, TextStyle::Title,
+             look.palette.primary, mirror.reading());
 }
 
 void drawBadge(QPainter& painter, const QRectF& box, const QString& initial, const ControlLook& look) {

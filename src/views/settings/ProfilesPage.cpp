@@ -38,8 +38,8 @@ qsizetype indexOf(const QList<T>& all, const QUuid& id) {
 QWidget* buttonLine(const QList<QWidget*>& buttons) {
   auto* line = new QWidget;
   auto* row = new QHBoxLayout(line);
-  row->setContentsMargins(theme::kCardPadding, theme::kRowBleed, theme::kCardPadding, theme::kRowBleed);
-  row->setSpacing(theme::kRowBleed);
+  row->setContentsMargins(theme::kCardPadding, theme::kRowOverhang, theme::kCardPadding, theme::kRowOverhang);
+  row->setSpacing(theme::kRowOverhang);
   for (QWidget* button : buttons) row->addWidget(button);
   row->addStretch(1);
   return line;
@@ -85,7 +85,7 @@ class ProfilesPage final : public SettingsPage {
     });
 
     confirm_ = new ConfirmBar;
-    confirm_->setContentsMargins(theme::kCardPadding, 0, theme::kCardPadding, theme::kRowBleed);
+    confirm_->setContentsMargins(theme::kCardPadding, 0, theme::kCardPadding, theme::kRowOverhang);
     card.add(confirm_);
     auto* add = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "New Profile")));
     add->setSymbol(u"plus"_s);

@@ -121,7 +121,7 @@ const FigureMetrics& figuresOf(const QFont& font, QChar digit) {
 }
 
 /// A part of a line whose glyphs are moved together.
-struct Stretch {
+struct TextSpan {
   int start = 0;
   int length = 0;
   bool alone = false;
@@ -130,32 +130,32 @@ struct Stretch {
 };
 
 /// Digits and the colons between them stand alone, everything else is shaped together.
-std::vector<Stretch> stretchesOf(const QString& text, const QFont& font) {
+std::vector<TextSpan> spansOf(const QString& text, const QFont& font) {
   const auto isColon = [&text](qsizetype i) {
     return text[i] == u':' && i > 0 && i + 1 < text.size() && isDigit(text[i - 1]) && isDigit(text[i + 1]);
   };
-  std::vector<Stretch> stretches;
+  std::vector<TextSpan> spans;
   const FigureMetrics* figures = nullptr;
   bool open = false;
   for (qsizetype i = 0; i < text.size(); ++i) {
     const bool colon = isColon(i);
     const bool alone = colon || isDigit(text[i]);
     if (open && !alone) {
-      ++stretches.back().length;
+      ++spans.back().length;
       continue;
     }
-    Stretch stretch{static_cast<int>(i), 1, alone};
+    TextSpan span{static_cast<int>(i), 1, alone};
     if (colon) {
-      stretch.rise = figures->digitMiddle - figures->colonMiddle;
+      span.rise = figures->digitMiddle - figures->colonMiddle;
     } else if (alone) {
       // Not asked again for each digit: who writes in two ways does not do so in one number.
       if (i == 0 || !figures || !isDigit(text[i - 1])) figures = &figuresOf(font, text[i]);
-      stretch.wider = figures->widest - figures->advances[static_cast<size_t>(text[i].digitValue())];
+      span.wider = figures->widest - figures->advances[static_cast<size_t>(text[i].digitValue())];
     }
-    stretches.push_back(stretch);
+    spans.push_back(span);
     open = !alone;
   }
-  return stretches;
+  return spans;
 }
 
 /// What ends a line elsewhere is a blank here.
@@ -242,7 +242,7 @@ TextLine::TextLine(const QString& text, TextStyle style, double scale, bool unit
 
 void TextLine::layOut() {
   const QString text = onOneLine(text_);
-  const std::vector<Stretch> stretches = stretchesOf(text, font_);
+  const std::vector<TextSpan> spans = spansOf(text, font_);
   QTextLayout layout(text, font_);
   QTextOption option;
   option.setTextDirection(direction_);
@@ -251,12 +251,12 @@ void TextLine::layOut() {
   layout.setTextOption(option);
   // Ranges of their own keep digits from being kerned, and make their cells as wide as the widest.
   QList<QTextLayout::FormatRange> formats;
-  for (const Stretch& stretch : stretches) {
-    if (!stretch.alone) continue;
-    QTextLayout::FormatRange range{stretch.start, stretch.length, {}};
-    if (stretch.wider > 0) {
+  for (const TextSpan& span : spans) {
+    if (!span.alone) continue;
+    QTextLayout::FormatRange range{span.start, span.length, {}};
+    if (span.wider > 0) {
       range.format.setFontLetterSpacingType(QFont::AbsoluteSpacing);
-      range.format.setFontLetterSpacing(font_.letterSpacing() + stretch.wider);
+      range.format.setFontLetterSpacing(font_.letterSpacing() + span.wider);
     }
     formats << range;
   }
@@ -267,9 +267,9 @@ void TextLine::layOut() {
 
   const double baseline = line.y() + line.ascent();
   double leftmost = std::numeric_limits<double>::max();
-  for (const Stretch& stretch : stretches) {
-    const QPointF shift(stretch.wider / 2, stretch.rise - baseline);
-    for (QGlyphRun& run : layout.glyphRuns(stretch.start, stretch.length)) {
+  for (const TextSpan& span : spans) {
+    const QPointF shift(span.wider / 2, span.rise - baseline);
+    for (QGlyphRun& run : layout.glyphRuns(span.start, span.length)) {
       QList<QPointF> places = run.positions();
       for (QPointF& place : places) place += shift;
       for (qsizetype i = 0; i < places.size(); ++i) {

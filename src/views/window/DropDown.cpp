@@ -11,7 +11,7 @@
 
 #include "views/controls/Buttons.h"
 #include "views/controls/ControlTheme.h"
-#include "views/controls/Turned.h"
+#include "views/controls/Mirroring.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
 

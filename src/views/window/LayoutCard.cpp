@@ -8,7 +8,7 @@
 
 #include "views/controls/ChoiceGroup.h"
 #include "views/controls/ControlAccessible.h"
-#include "views/controls/Turned.h"
+#include "views/controls/Mirroring.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
 #include "views/window/LayoutPicture.h"

@@ -5,7 +5,7 @@
 #include <chrono>
 #include <utility>
 
-#include "base/ProgramParts.h"
+#include "base/ModuleLoader.h"
 
 namespace tarnwick {
 namespace {
@@ -62,7 +62,7 @@ void MuteToggle::connectToServer() {
   if (output_) return;
   if (!isServerThere()) return awaitServer();
   static const auto make =
-      reinterpret_cast<MakeSoundOutput>(ProgramParts::function(QString::fromLatin1(kSoundModule), kSoundDoor));
+      reinterpret_cast<MakeSoundOutput>(ModuleLoader::function(QString::fromLatin1(kSoundModule), kSoundDoor));
   if (!make) return;
   sockets_.reset();
   // An address of its own keeps the library from looking for servers elsewhere.

@@ -29,7 +29,7 @@ class AppsPanel : public TilePanel {
         items_(*view_, context.actions) {
     none_->setWordWrap(true);
     body().addWidget(field_);
-    body().addSpacing(theme::kRowBleed);
+    body().addSpacing(theme::kRowOverhang);
     body().addWidget(none_);
     body().addWidget(view_);
     view_->setMostRows(6);

@@ -5,7 +5,7 @@
 
 #include "views/controls/Buttons.h"
 #include "views/controls/ControlTheme.h"
-#include "views/controls/Turned.h"
+#include "views/controls/Mirroring.h"
 #include "views/families/calendar/EventWords.h"
 #include "views/panels/PanelWords.h"
 #include "views/theme/Glass.h"
@@ -63,23 +63,23 @@ void AgendaRow::paintEvent(QPaintEvent*) {
   const Palette& palette = look.palette;
   if (parted_) painter.fillRect(QRectF(0, 0, width(), hairline(painter)), palette.hairline);
   const QColor ink = words_.past ? palette.secondary : palette.primary;
-  const Turned turned(*this);
+  const Mirroring mirror(*this);
   const auto line = [&](double left, double right, double share, const QString& text, TextStyle style,
                         const QColor& color, Qt::Alignment alignment) {
     const QRectF box(left, height() * share - kLine / 2, std::max(0.0, right - left), kLine);
-    drawTextIn(painter, turned(box), text, style, color, alignment);
+    drawTextIn(painter, mirror(box), text, style, color, alignment);
   };
   const double begin = words_.end.isEmpty() ? 0.5 : kUpper;
-  line(0, column_, begin, words_.begin, TextStyle::BodyStrong, ink, turned.ending());
-  line(0, column_, kLower, words_.end, TextStyle::Caption, palette.secondary, turned.ending());
+  line(0, column_, begin, words_.begin, TextStyle::BodyStrong, ink, mirror.ending());
+  line(0, column_, kLower, words_.end, TextStyle::Caption, palette.secondary, mirror.ending());
   const QRectF bar(column_ + kBarGap, (height() - kBarHeight) / 2, kBarWidth, kBarHeight);
   QColor mark = EventWords::colour(words_.colour, palette, look.accent);
   if (words_.past) mark = faded(mark, 0.5);
-  drawRounded(painter, turned(bar), kBarWidth / 2, mark);
+  drawRounded(painter, mirror(bar), kBarWidth / 2, mark);
   const double left = bar.right() + kBarGap;
   const double right = join_ ? width() - join_->width() - theme::kRowGap : width();
-  line(left, right, words_.place.isEmpty() ? 0.5 : kUpper, words_.title, TextStyle::BodyStrong, ink, turned.reading());
-  line(left, right, kLower, words_.place, TextStyle::Caption, palette.secondary, turned.reading());
+  line(left, right, words_.place.isEmpty() ? 0.5 : kUpper, words_.title, TextStyle::BodyStrong, ink, mirror.reading());
+  line(left, right, kLower, words_.place, TextStyle::Caption, palette.secondary, mirror.reading());
 }
 
 }  // namespace tarnwick

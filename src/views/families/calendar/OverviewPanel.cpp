@@ -86,7 +86,7 @@ class OverviewPanel final : public TilePanel {
     weather_->setVisible(sources.weather.has_value());
     // A section brings the room above it along, the weather does not.
     const int top = sources.weather ? theme::kPanelHeaderBelow - theme::kSectionBelow : 0;
-    body().setContentsMargins(theme::kRowBleed, top, theme::kRowBleed, 0);
+    body().setContentsMargins(theme::kRowOverhang, top, theme::kRowOverhang, 0);
     if (!sources.weather || (sources.weather == reading_ && look() == painted_)) return;
     reading_ = sources.weather;
     painted_ = look();

@@ -27,7 +27,7 @@ class RemindersPanel final : public TilePanel {
  public:
   explicit RemindersPanel(const PanelContext& context) : TilePanel(context) {
     // The first section brings the room above it.
-    body().setContentsMargins(theme::kRowBleed, 0, theme::kRowBleed, 0);
+    body().setContentsMargins(theme::kRowOverhang, 0, theme::kRowOverhang, 0);
   }
 
  protected:

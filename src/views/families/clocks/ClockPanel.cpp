@@ -2,9 +2,9 @@
 
 #include <QHBoxLayout>
 
-#include "views/controls/Bleed.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
+#include "views/controls/FullWidth.h"
 #include "views/controls/MonthGrid.h"
 #include "views/controls/Rows.h"
 #include "views/families/clocks/DateTiles.h"
@@ -191,8 +191,8 @@ class ClockPanel final : public TilePanel {
     } else {
       const QMap<QString, QString>& options = widget().options;
       const QString label = options.value(u"zoneLabel"_s);
-      changeSettings(standingAt(
-          match.zone, ZoneSearch::isNameOf(label, options.value(u"timezone"_s)) ? match.city : label));
+      changeSettings(
+          standingAt(match.zone, ZoneSearch::isNameOf(label, options.value(u"timezone"_s)) ? match.city : label));
     }
     field_->clear();
     refreshNow();
@@ -221,7 +221,7 @@ class ClockPanel final : public TilePanel {
       words.removeAll(QString());
       row->setCaption(words.join(u" · "_s));
       connect(row, &QPushButton::clicked, this, [this, match] { take(match); });
-      addBleeding(*matches_, row);
+      addFullWidth(*matches_, row);
       matchRows_ << row;
     }
     const bool searching = !field_->text().trimmed().isEmpty();

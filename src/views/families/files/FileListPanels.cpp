@@ -7,9 +7,9 @@
 #include "files/LatestWork.h"
 #include "files/RecentFiles.h"
 #include "files/ScreenshotFolder.h"
-#include "views/controls/Bleed.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
+#include "views/controls/FullWidth.h"
 #include "views/controls/ItemView.h"
 #include "views/families/files/FileItems.h"
 #include "views/panels/PanelWords.h"
@@ -50,7 +50,7 @@ class RecentFilesPanel final : public FileListPanel {
   explicit RecentFilesPanel(const PanelContext& context)
       : FileListPanel(context, PanelWords::tr("Recent files"), ItemView::Shape::Rows) {
     view().setMostRows(8);
-    addBleeding(body(), &view());
+    addFullWidth(body(), &view());
     if (context.readings.recent)
       connect(context.readings.recent, &RecentFiles::changed, this, &RecentFilesPanel::refreshNow);
   }
@@ -122,7 +122,7 @@ class ShelfPanel final : public FileListPanel {
       leave(left, PanelWords::tr("“%1” was taken off the shelf.").arg(QFileInfo(path).fileName()));
     });
     connect(clear_, &QPushButton::clicked, this, [this] { leave({}, PanelWords::tr("The shelf was cleared.")); });
-    addBleeding(body(), &view());
+    addFullWidth(body(), &view());
     body().addSpacing(theme::kPanelHeaderBelow);
     // The word, not the button around it, begins where the rows do.
     auto* foot = new QWidget;
@@ -130,7 +130,7 @@ class ShelfPanel final : public FileListPanel {
     footRow->setContentsMargins(0, 0, 0, 0);
     footRow->addWidget(clear_);
     footRow->addStretch();
-    addBleeding(body(), foot);
+    addFullWidth(body(), foot);
   }
 
  protected:
@@ -194,9 +194,9 @@ class FileSearchPanel final : public FileListPanel {
     word_->setWordWrap(true);
     body().addWidget(field_);
     beginWith(*field_);
-    body().addSpacing(theme::kRowBleed);
+    body().addSpacing(theme::kRowOverhang);
     body().addWidget(word_);
-    addBleeding(body(), &view());
+    addFullWidth(body(), &view());
     view().setMostRows(8);
     view().followField(*field_);
     keepDraft(*field_);

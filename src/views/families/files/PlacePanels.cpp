@@ -5,10 +5,10 @@
 #include <QUrlQuery>
 
 #include "files/Bookmarks.h"
-#include "views/controls/Bleed.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/ConfirmBar.h"
 #include "views/controls/Fields.h"
+#include "views/controls/FullWidth.h"
 #include "views/controls/ItemView.h"
 #include "views/panels/PanelWords.h"
 #include "views/theme/Glass.h"
@@ -30,7 +30,7 @@ class TrashPanel final : public TilePanel {
         confirm_(new ConfirmBar) {
     auto* row = new QHBoxLayout(buttons_);
     row->setContentsMargins(0, theme::kPanelHeaderBelow, 0, 0);
-    row->setSpacing(theme::kRowBleed);
+    row->setSpacing(theme::kRowOverhang);
     row->addWidget(open_, 1);
     row->addWidget(empty_, 1);
     body().addWidget(figure_);
@@ -87,9 +87,9 @@ class BookmarksPanel final : public TilePanel {
         view_(new ItemView(PanelWords::tr("Bookmarks"), ItemView::Shape::Rows)) {
     body().addWidget(field_);
     beginWith(*field_);
-    body().addSpacing(theme::kRowBleed);
+    body().addSpacing(theme::kRowOverhang);
     body().addWidget(none_);
-    addBleeding(body(), view_);
+    addFullWidth(body(), view_);
     view_->setMostRows(8);
     view_->followField(*field_);
     view_->setPicture(

@@ -7,9 +7,9 @@
 
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
+#include "views/controls/Mirroring.h"
 #include "views/controls/Rows.h"
 #include "views/controls/Stepper.h"
-#include "views/controls/Turned.h"
 #include "views/panels/PanelWords.h"
 #include "views/theme/WaterGlass.h"
 #include "widgets/HabitMath.h"
@@ -55,10 +55,10 @@ class WaterPanel final : public TilePanel {
         goal_(new Stepper(PanelWords::tr("Daily goal"))),
         reminder_(new Stepper(PanelWords::tr("Remind me every"))) {
     auto* side = new QVBoxLayout;
-    side->setSpacing(theme::kRowBleed);
+    side->setSpacing(theme::kRowOverhang);
     side->addWidget(figure_);
     auto* buttons = new QHBoxLayout;
-    buttons->setSpacing(theme::kRowBleed);
+    buttons->setSpacing(theme::kRowOverhang);
     buttons->addWidget(less_);
     buttons->addWidget(more_, 1);
     side->addLayout(buttons);
@@ -147,15 +147,15 @@ class HabitWeeks final : public QWidget {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const ControlLook& look = lookOf(*this);
-    const Turned turned(*this);
+    const Mirroring mirror(*this);
     const double cell = width() / 7.0;
     for (int i = 0; i < 7; ++i)
-      drawTextIn(painter, turned(QRectF(cell * i, 0, cell, kLetters)),
+      drawTextIn(painter, mirror(QRectF(cell * i, 0, cell, kLetters)),
                  locale_.standaloneDayName(first_.addDays(i).dayOfWeek(), QLocale::NarrowFormat), TextStyle::TabLabel,
                  look.palette.secondary, Qt::AlignHCenter);
     for (int i = 0; i < 7 * kWeeks; ++i)
       paintDay(painter, look, first_.addDays(i),
-               turned(QRectF(cell * (i % 7), kLetters + kCell * (i / 7), cell, kCell)));
+               mirror(QRectF(cell * (i % 7), kLetters + kCell * (i / 7), cell, kCell)));
   }
 
  private:

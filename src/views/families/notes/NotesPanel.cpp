@@ -5,9 +5,9 @@
 #include <QKeyEvent>
 
 #include "store/DocumentEdits.h"
-#include "views/controls/Bleed.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
+#include "views/controls/FullWidth.h"
 #include "views/controls/Rows.h"
 #include "views/families/notes/NoteTiles.h"
 #include "views/panels/PanelWords.h"
@@ -181,7 +181,7 @@ class NotesPanel final : public TilePanel {
         refreshNow();
         area_->setFocus();
       });
-      addBleeding(*rows_, row);
+      addFullWidth(*rows_, row);
     }
   }
 

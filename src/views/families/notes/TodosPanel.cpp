@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <functional>
 
-#include "views/controls/Bleed.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
+#include "views/controls/FullWidth.h"
 #include "views/controls/Rows.h"
 #include "views/panels/PanelWords.h"
 #include "views/panels/PutBack.h"
@@ -164,7 +164,7 @@ class TodosPanel final : public TilePanel {
     auto* line = new QHBoxLayout(footer);
     line->setContentsMargins(0, 0, 0, 0);
     line->addWidget(clear_, 0, Qt::AlignLeft | Qt::AlignBottom);
-    addBleeding(body(), footer);
+    addFullWidth(body(), footer);
     keepDraft(*field_);
     connect(field_, &QLineEdit::returnPressed, this, [this] {
       store().addTodo(field_->text());

@@ -46,7 +46,7 @@ class TimerPanel : public TilePanel {
         settings_(new QWidget),
         settingsColumn_(new QVBoxLayout(settings_)) {
     body().addWidget(face_);
-    buttons_->setSpacing(theme::kRowBleed);
+    buttons_->setSpacing(theme::kRowOverhang);
     settingsColumn_->setContentsMargins(0, theme::kPanelHeaderBelow, 0, 0);
     settingsColumn_->setSpacing(0);
     settings_->hide();
@@ -190,7 +190,7 @@ class CountdownPanel final : public TimerPanel {
     for (const int minutes : kPresets) labels.append(minutesText(minutes));
     presets_->setWords(labels);
     body().addWidget(presets_);
-    body().addSpacing(theme::kRowBleed);
+    body().addSpacing(theme::kRowOverhang);
     addButtons({{resetButton(), 4}, {toggleButton(), 7}});
     addSettingsButton();
     minutes_ = addDuration(PanelWords::tr("Duration"), u"minutes"_s, 1, kMostMinutes);
@@ -223,7 +223,7 @@ class PomodoroPanel final : public TimerPanel {
     auto* skipButton = new Button(PanelWords::tr("Skip"));
     connect(skipButton, &QPushButton::clicked, this, [this] { skip(); });
     body().addSpacing(theme::kPanelPadding);
-    addButtons({{resetButton(), 5}, {toggleButton(), 6}, {skipButton, 5}}, theme::kRowBleed);
+    addButtons({{resetButton(), 5}, {toggleButton(), 6}, {skipButton, 5}}, theme::kRowOverhang);
     body().addSpacing(theme::kPanelHeaderBelow);
     auto* footer = new QHBoxLayout;
     footer->addWidget(next_, 1);
@@ -275,7 +275,7 @@ class PosturePanel final : public TimerPanel {
         skip_(new Button(PanelWords::tr("Skip"))) {
     connect(skip_, &QPushButton::clicked, this, [this] { skip(); });
     body().addSpacing(theme::kPanelPadding);
-    addButtons({{resetButton(), 5}, {toggleButton(), 6}, {skip_, 5}}, theme::kRowBleed);
+    addButtons({{resetButton(), 5}, {toggleButton(), 6}, {skip_, 5}}, theme::kRowOverhang);
     body().addSpacing(theme::kPanelHeaderBelow);
     body().addWidget(next_);
     addSettingsButton();

@@ -6,9 +6,9 @@
 
 #include "commandbar/UtilityText.h"
 #include "store/DocumentEdits.h"
-#include "views/controls/Bleed.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
+#include "views/controls/FullWidth.h"
 #include "views/controls/Labels.h"
 #include "views/controls/Rows.h"
 #include "views/panels/BigText.h"
@@ -116,7 +116,7 @@ class CalculatorPanel final : public TilePanel {
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     auto* heading = new QHBoxLayout;
-    heading->setContentsMargins(theme::kRowBleed, 0, theme::kRowBleed, 0);
+    heading->setContentsMargins(theme::kRowOverhang, 0, theme::kRowOverhang, 0);
     heading->addWidget(new SectionLabel(PanelWords::tr("History")));
     column->addLayout(heading);
     for (int i = 0; i < kHistoryRows; ++i) {
@@ -133,7 +133,7 @@ class CalculatorPanel final : public TilePanel {
       field_->setFocus();
     });
     column->addWidget(clear, 0, Qt::AlignLeft);
-    addBleeding(body(), history_);
+    addFullWidth(body(), history_);
   }
 
   void showHistory() {

@@ -7,9 +7,9 @@
 #include <cmath>
 
 #include "store/DocumentEdits.h"
-#include "views/controls/Bleed.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
+#include "views/controls/FullWidth.h"
 #include "views/controls/Rows.h"
 #include "views/controls/Slider.h"
 #include "views/families/utilities/UtilityOptions.h"
@@ -70,13 +70,13 @@ class ColorPanel final : public TilePanel {
     swatch_->setAttribute(Qt::WA_TransparentForMouseEvents);
     swatch_->setFocusPolicy(Qt::NoFocus);
     body().addWidget(swatch_);
-    body().addSpacing(theme::kRowBleed);
+    body().addSpacing(theme::kRowOverhang);
     if (context.actions.pickColor) {
       auto* pick = new Button(PanelWords::tr("Pick from Screen"), Button::Role::Primary);
       pick->setSymbol(u"eyedropper.halffull"_s);
       connect(pick, &QPushButton::clicked, this, [this] { pickFromScreen(); });
       body().addWidget(pick);
-      body().addSpacing(theme::kRowBleed);
+      body().addSpacing(theme::kRowOverhang);
     }
     field_->setPlaceholderText(u"#2E8C94"_s);
     body().addWidget(field_);
@@ -162,7 +162,7 @@ class ColorPanel final : public TilePanel {
         takeColor(store(), context().widget, hexOf(*color_));
         header().setNote(PanelWords::tr("Copied"));
       });
-      addBleeding(body(), row);
+      addFullWidth(body(), row);
       forms_[i] = row;
     }
   }

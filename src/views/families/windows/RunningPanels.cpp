@@ -1,7 +1,7 @@
 #include <algorithm>
 
-#include "views/controls/Bleed.h"
 #include "views/controls/Buttons.h"
+#include "views/controls/FullWidth.h"
 #include "views/controls/ItemView.h"
 #include "views/families/windows/RunningPanels.h"
 #include "views/panels/AppItems.h"
@@ -27,7 +27,7 @@ class WindowsPanel : public TilePanel {
   WindowsPanel(const PanelContext& context, const QString& label)
       : TilePanel(context, theme::kPanelWidthWide), view_(new ItemView(label, ItemView::Shape::Rows)) {
     view_->setMostRows(9);
-    addBleeding(body(), view_);
+    addFullWidth(body(), view_);
     view_->setPicture([this](QPainter& painter, const QRectF& box, const ViewItem& item) {
       const auto facts = icons_.value(item.id);
       paintAppIcon(painter, box, facts.second, facts.first, this->context().actions, look());

@@ -1,4 +1,4 @@
-#include "dock/ToldRemarks.h"
+#include "dock/ShownRemarks.h"
 
 #include <QDir>
 #include <QJsonArray>
@@ -9,21 +9,21 @@
 
 namespace tarnwick {
 
-ToldRemarks::ToldRemarks(const QString& directory)
+ShownRemarks::ShownRemarks(const QString& directory)
     : file_(QDir(directory).filePath(QStringLiteral("told-remarks.json"))) {
   try {
     const QByteArray data = DurableFile::readIfPresent(file_).value_or(QByteArray());
-    for (const QJsonValue& sentence : QJsonDocument::fromJson(data).array()) told_ << sentence.toString();
+    for (const QJsonValue& sentence : QJsonDocument::fromJson(data).array()) shown_ << sentence.toString();
   } catch (const DomainError&) {
   }
 }
 
-void ToldRemarks::add(const QString& sentence) {
-  if (told_.contains(sentence)) return;
-  told_ << sentence;
+void ShownRemarks::add(const QString& sentence) {
+  if (shown_.contains(sentence)) return;
+  shown_ << sentence;
   try {
     DurableFile::makeParent(file_);
-    DurableFile::writeAtomically(QJsonDocument(QJsonArray::fromStringList(told_)).toJson(), file_,
+    DurableFile::writeAtomically(QJsonDocument(QJsonArray::fromStringList(shown_)).toJson(), file_,
                                  DurableFile::kPrivate);
   } catch (const DomainError&) {
   }

@@ -1,4 +1,4 @@
-#include "views/controls/Bleed.h"
+#include "views/controls/FullWidth.h"
 
 #include <QBoxLayout>
 #include <QWidget>
@@ -15,19 +15,21 @@ class BleedingItem final : public QWidgetItemV2 {
   using QWidgetItemV2::QWidgetItemV2;
 
   void setGeometry(const QRect& rect) override {
-    QWidgetItemV2::setGeometry(rect.adjusted(-theme::kRowBleed, 0, theme::kRowBleed, 0));
+    QWidgetItemV2::setGeometry(rect.adjusted(-theme::kRowOverhang, 0, theme::kRowOverhang, 0));
   }
-  int heightForWidth(int width) const override { return QWidgetItemV2::heightForWidth(width + theme::kRowBleed * 2); }
+  int heightForWidth(int width) const override {
+    return QWidgetItemV2::heightForWidth(width + theme::kRowOverhang * 2);
+  }
   QSize minimumSize() const override { return QWidgetItemV2::minimumSize().shrunkBy(bleed()).expandedTo(QSize(0, 0)); }
   QSize sizeHint() const override { return QWidgetItemV2::sizeHint().shrunkBy(bleed()).expandedTo(QSize(0, 0)); }
 
  private:
-  static QMargins bleed() { return {theme::kRowBleed, 0, theme::kRowBleed, 0}; }
+  static QMargins bleed() { return {theme::kRowOverhang, 0, theme::kRowOverhang, 0}; }
 };
 
 }  // namespace
 
-void addBleeding(QBoxLayout& column, QWidget* widget) {
+void addFullWidth(QBoxLayout& column, QWidget* widget) {
   QWidget* parent = column.parentWidget();
   if (parent) widget->setParent(parent);
   column.addItem(new BleedingItem(widget));

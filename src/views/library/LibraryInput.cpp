@@ -9,7 +9,7 @@
 
 #include "config/WidgetTransfer.h"
 #include "views/controls/Buttons.h"
-#include "views/controls/Carry.h"
+#include "views/controls/DragSource.h"
 #include "views/library/LibraryView.h"
 #include "views/library/LibraryWords.h"
 
@@ -153,7 +153,7 @@ void LibraryView::startDrag(Qt::DropActions) {
   const QPixmap picture = tiles_.dragPicture(*item->entry.widget, devicePixelRatioF());
   drag->setPixmap(picture);
   drag->setHotSpot(QRectF(QPointF(), picture.deviceIndependentSize()).center().toPoint());
-  carry(drag, Qt::CopyAction, Qt::CopyAction);
+  startDrag(drag, Qt::CopyAction, Qt::CopyAction);
   // Nobody will be told that the pointer leaves.
   setHovered(-1);
 }

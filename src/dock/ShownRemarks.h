@@ -7,16 +7,16 @@ namespace tarnwick {
 
 /// Which remarks about this desktop the user has had, so that a start does not repeat them. Kept in a small file; one
 /// that cannot be read or written costs no more than a remark too many.
-class ToldRemarks {
+class ShownRemarks {
  public:
-  explicit ToldRemarks(const QString& directory);
+  explicit ShownRemarks(const QString& directory);
 
-  bool contains(const QString& sentence) const { return told_.contains(sentence); }
+  bool contains(const QString& sentence) const { return shown_.contains(sentence); }
   void add(const QString& sentence);
 
  private:
   QString file_;
-  QStringList told_;
+  QStringList shown_;
 };
 
 }  // namespace tarnwick

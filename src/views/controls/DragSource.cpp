@@ -1,4 +1,4 @@
-#include "views/controls/Carry.h"
+#include "views/controls/DragSource.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
@@ -10,7 +10,7 @@ QDrag* makeDrag() { return new QDrag(QCoreApplication::instance()); }
 
 // While something is held, events go on in a loop of their own, and a view that began it in its handler would have to
 // be there at the end.
-void carry(QDrag* drag, Qt::DropActions possible, Qt::DropAction usual) {
+void startDrag(QDrag* drag, Qt::DropActions possible, Qt::DropAction usual) {
   const auto hold = [drag, possible, usual] {
     if (QGuiApplication::mouseButtons() == Qt::NoButton) {
       drag->deleteLater();

@@ -5,10 +5,10 @@
 
 namespace tarnwick {
 
-/// Parts of the program that stand in files of their own and are loaded or started when first needed: modules with
-/// heavy libraries, helper programs. They lie beside the executable where it was built, and in ../lib/tarnwick where it
-/// was installed.
-struct ProgramParts {
+/// Finds and loads parts of the program that stand in files of their own and are loaded or started when first needed:
+/// modules with heavy libraries, helper programs. They lie beside the executable where it was built, and in
+/// ../lib/tarnwick where it was installed.
+struct ModuleLoader {
   /// Absolute; empty where the part is missing.
   static QString find(const QString& fileName);
 

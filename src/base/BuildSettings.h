@@ -6,16 +6,16 @@
 
 namespace tarnwick {
 
-/// What whoever packages the program may set without building it: a small JSON object in `tarnwick-keys.json` beside
+/// What a package of the program may set without building it: a small JSON object in `tarnwick-keys.json` beside
 /// the executable. Known keys: `TarnwickDataDirectoryName`, `TarnwickPhaseDataDirectory`.
-class ProgramKeys {
+class BuildSettings {
  public:
   /// No keys at all.
-  ProgramKeys() = default;
+  BuildSettings() = default;
   /// Read once. A file that is missing or broken holds no keys.
-  explicit ProgramKeys(const QString& path);
+  explicit BuildSettings(const QString& path);
   /// Those of the running program.
-  static ProgramKeys besideProgram();
+  static BuildSettings besideProgram();
 
   /// Absent unless the key holds a text.
   std::optional<QString> string(const QString& key) const;

@@ -1,4 +1,4 @@
-#include "base/ProgramParts.h"
+#include "base/ModuleLoader.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -10,7 +10,7 @@ namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
-QString ProgramParts::find(const QString& fileName) {
+QString ModuleLoader::find(const QString& fileName) {
   const QDir program(QCoreApplication::applicationDirPath());
   for (const QString& folder : {u"."_s, u"../lib/tarnwick"_s}) {
     const QString path = QDir::cleanPath(program.absoluteFilePath(folder + u'/' + fileName));
@@ -19,7 +19,7 @@ QString ProgramParts::find(const QString& fileName) {
   return {};
 }
 
-QFunctionPointer ProgramParts::function(const QString& module, const char* name) {
+QFunctionPointer ModuleLoader::function(const QString& module, const char* name) {
   const QString path = find(module);
   if (path.isEmpty()) {
     qWarning("The part \"%s\" of the program is missing.", qUtf8Printable(module));
