@@ -10,7 +10,7 @@ QDrag* makeDrag() { return new QDrag(QCoreApplication::instance()); }
 
 // While something is held, events go on in a loop of their own, and a view that began it in its handler would have to
 // be there at the end.
-void startDrag(QDrag* drag, Qt::DropActions possible, Qt::DropAction usual) {
+void beginDrag(QDrag* drag, Qt::DropActions possible, Qt::DropAction usual) {
   const auto hold = [drag, possible, usual] {
     if (QGuiApplication::mouseButtons() == Qt::NoButton) {
       drag->deleteLater();

@@ -10,6 +10,6 @@ QDrag* makeDrag();
 
 /// Starts the drag once the view is done with the move that began it. `usual`: what is done with it unless the user
 /// says otherwise.
-void startDrag(QDrag* drag, Qt::DropActions possible, Qt::DropAction usual);
+void beginDrag(QDrag* drag, Qt::DropActions possible, Qt::DropAction usual);
 
 }  // namespace tarnwick

@@ -351,7 +351,7 @@ void ItemView::startDrag(Qt::DropActions) {
     painter.end();
     drag->setPixmap(shown);
   }
-  startDrag(drag, Qt::CopyAction | Qt::MoveAction | Qt::LinkAction, Qt::CopyAction);
+  beginDrag(drag, Qt::CopyAction | Qt::MoveAction | Qt::LinkAction, Qt::CopyAction);
 }
 
 bool ItemView::viewportEvent(QEvent* event) {

@@ -153,7 +153,7 @@ void LibraryView::startDrag(Qt::DropActions) {
   const QPixmap picture = tiles_.dragPicture(*item->entry.widget, devicePixelRatioF());
   drag->setPixmap(picture);
   drag->setHotSpot(QRectF(QPointF(), picture.deviceIndependentSize()).center().toPoint());
-  startDrag(drag, Qt::CopyAction, Qt::CopyAction);
+  beginDrag(drag, Qt::CopyAction, Qt::CopyAction);
   // Nobody will be told that the pointer leaves.
   setHovered(-1);
 }
