@@ -17,6 +17,7 @@
 #include "views/motion/Animator.h"
 #include "views/theme/MenuStyle.h"
 #include "views/theme/WindowPalette.h"
+#include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
 
@@ -145,7 +146,7 @@ void AppDelegate::followRunningApps() {
   // Following windows has its price, so it goes on only while something shows them.
   const bool shown = store_->config().liveApps || store_->active().families.contains(u"windows"_s) ||
                      store_->active().families.contains(u"launcher"_s) ||
-                     store_->active().kinds.contains(u"openWindows"_s);
+                     store_->active().kinds.contains(kind::openWindows);
   if (shown) {
     services_.runningApps.start();
   } else {

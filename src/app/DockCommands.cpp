@@ -15,6 +15,8 @@
 #include "widgets/PinnedTiles.h"
 #include "widgets/WidgetFolder.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -23,7 +25,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 QString folderOf(const DockWidget& widget) {
-  return widget.kind == "folderLauncher"_L1 || widget.kind == "downloads"_L1 ? widgetFolder(widget) : QString();
+  return widget.kind == kind::folderLauncher || widget.kind == kind::downloads ? widgetFolder(widget) : QString();
 }
 
 /// The action by which an application says how to open another window of it; empty when it offers none.
@@ -50,7 +52,7 @@ void DockCommands::openTile(const QString& display, const QUuid& id, bool isClic
   const DockWidget* stored = DocumentEdits::find(store_.config(), id);
   if (!stored || (isClick && isSecondClick(id.toString()))) return;
   const DockWidget widget = *stored;
-  const QString path = widget.options.value(u"path"_s);
+  const QString path = widget.options.value(option::path);
   const bool launches = Catalog::find(widget.kind).family == "launcher"_L1 && !path.isEmpty();
   if (launches && PinnedTiles::isDesktopEntry(path)) {
     openEntry(path, isClick);
@@ -62,7 +64,7 @@ void DockCommands::openTile(const QString& display, const QUuid& id, bool isClic
 }
 
 bool DockCommands::openPlace(const QString& display, const DockWidget& widget) {
-  const bool isTrash = widget.kind == "trash"_L1;
+  const bool isTrash = widget.kind == kind::trash;
   const QString folder = folderOf(widget);
   if (folder.isEmpty() && !isTrash) return false;
   if (!store_.config().foldersInFinder) {
@@ -116,7 +118,7 @@ void DockCommands::openApplication(quint64 application) {
 
 quint64 DockCommands::applicationOf(const DockWidget& widget) const {
   if (Catalog::find(widget.kind).family != "launcher"_L1) return 0;
-  const auto app = services_.runningApps.byPath(widget.options.value(u"path"_s));
+  const auto app = services_.runningApps.byPath(widget.options.value(option::path));
   return app ? app->identity : 0;
 }
 
@@ -128,7 +130,7 @@ void DockCommands::newWindow(quint64 application) {
 void DockCommands::newWindowOfTile(const QUuid& widget) {
   const DockWidget* stored = DocumentEdits::find(store_.config(), widget);
   if (!stored) return;
-  const QString path = stored->options.value(u"path"_s);
+  const QString path = stored->options.value(option::path);
   if (Catalog::find(stored->kind).family == "launcher"_L1 && PinnedTiles::isDesktopEntry(path)) newWindowOfEntry(path);
 }
 

@@ -9,6 +9,8 @@
 #include "store/Commands.h"
 #include "widgets/PinnedTiles.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -16,7 +18,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-bool isOnlySeen(const DockWidget& widget) { return widget.kind == "dockSeparator"_L1 || widget.kind == "dockSpace"_L1; }
+bool isOnlySeen(const DockWidget& widget) {
+  return widget.kind == kind::dockSeparator || widget.kind == kind::dockSpace;
+}
 
 }  // namespace
 
@@ -52,7 +56,7 @@ QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
   if (found == shown.end()) return {};
   const DockWidget& widget = *found;
   const qsizetype at = found - shown.begin();
-  const QString path = widget.options.value(u"path"_s);
+  const QString path = widget.options.value(option::path);
   const QString& family = Catalog::find(widget.kind).family;
   const bool launches = family == "launcher"_L1 && PinnedTiles::isDesktopEntry(path);
 
@@ -66,8 +70,8 @@ QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
   const auto isInRow = [&](qsizetype place) { return place >= 0 && place < shown.size(); };
   state.canMoveLeft = isInRow(at - right);
   state.canMoveRight = isInRow(at + right);
-  state.isFolder = widget.kind == "folderLauncher"_L1 && !path.isEmpty();
-  state.isTrash = widget.kind == "trash"_L1;
+  state.isFolder = widget.kind == kind::folderLauncher && !path.isEmpty();
+  state.isTrash = widget.kind == kind::trash;
   if (state.isTrash) state.trashIsEmpty = services_.files.trashCount() == 0;
   if (family == "calendar"_L1 || family == "reminders"_L1)
     state.calendarFolders = CalendarFolders::of(store_.config());

@@ -2,14 +2,16 @@
 
 #include <QCoreApplication>
 
+#include "widgets/catalog/Kinds.h"
+
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
 DockProfile DockProfile::initial() {
   DockProfile profile{QUuid::createUuid(), QCoreApplication::translate("DockProfile", "Everyday"), {}};
-  for (const auto kind : {"applications"_L1, "digitalClock"_L1, "analogClassicLight"_L1, "weatherCurrent"_L1, "cpu"_L1,
-                          "ram"_L1, "systemQuickToggles"_L1}) {
+  for (const auto kind : {kind::applications, kind::digitalClock, kind::analogClassicLight, kind::weatherCurrent,
+                          kind::cpu, kind::ram, kind::systemQuickToggles}) {
     profile.widgets.append(DockWidget{QUuid::createUuid(), kind, {}, {}});
   }
   return profile;

@@ -3,15 +3,17 @@
 #include <algorithm>
 #include <array>
 
+#include "widgets/catalog/Options.h"
+
 namespace tarnwick {
 namespace {
 
 using namespace Qt::StringLiterals;
 
 constexpr std::array kVolatileKeys{
-    "deadline"_L1,        "remaining"_L1,    "started"_L1,      "elapsed"_L1, "phase"_L1,
-    "sessions"_L1,        "lastReminder"_L1, "glasses"_L1,      "day"_L1,     "lastWallpaperChange"_L1,
-    "standingMinutes"_L1, "text"_L1,         "completedDays"_L1};
+    option::deadline,        option::remaining,    option::started,      option::elapsed, option::phase,
+    option::sessions,        option::lastReminder, option::glasses,      option::day,     option::lastWallpaperChange,
+    option::standingMinutes, option::text,         option::completedDays};
 
 bool isVolatile(const QString& key) {
   return std::find(kVolatileKeys.begin(), kVolatileKeys.end(), key) != kVolatileKeys.end();

@@ -10,6 +10,8 @@
 #include "base/Text.h"
 #include "config/DockConfiguration.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 namespace {
@@ -22,13 +24,13 @@ constexpr qsizetype kMostClippings = 30;
 constexpr qsizetype kMostShelved = 500;
 constexpr int kMostSetupPages = 20;
 
-constexpr std::array kCredentialKeys{"token"_L1, "apiKey"_L1, "password"_L1, "secret"_L1};
+constexpr std::array kCredentialKeys{option::token, option::apiKey, option::password, option::secret};
 // In the order in which faults are reported.
 constexpr std::array kNumericKeys{
-    "minutes"_L1,        "goal"_L1,     "deadline"_L1,     "remaining"_L1,         "elapsed"_L1,
-    "started"_L1,        "glasses"_L1,  "shortBreak"_L1,   "longBreak"_L1,         "sessions"_L1,
-    "cycleLength"_L1,    "interval"_L1, "lastReminder"_L1, "wallpaperInterval"_L1, "lastWallpaperChange"_L1,
-    "standingMinutes"_L1};
+    option::minutes,      option::goal,              option::deadline,            option::remaining,
+    option::elapsed,      option::started,           option::glasses,             option::shortBreak,
+    option::longBreak,    option::sessions,          option::cycleLength,         option::interval,
+    option::lastReminder, option::wallpaperInterval, option::lastWallpaperChange, option::standingMinutes};
 constexpr size_t kCredential = kNumericKeys.size();
 
 void require(bool condition, const char* message) {
@@ -93,8 +95,8 @@ void migrateNotes(QList<DockProfile>& profiles) {
   for (qsizetype p = 0; p < profiles.size(); ++p) {
     for (qsizetype w = 0; w < profiles.at(p).widgets.size(); ++w) {
       const DockWidget& widget = profiles.at(p).widgets.at(w);
-      if (widget.kind != "notesLatest"_L1 || widget.options.value(u"text"_s).isEmpty()) continue;
-      profiles[p].widgets[w].kind = u"scratchNote"_s;
+      if (widget.kind != kind::notesLatest || widget.options.value(option::text).isEmpty()) continue;
+      profiles[p].widgets[w].kind = kind::scratchNote;
     }
   }
 }

@@ -1,6 +1,7 @@
 #include "facilities/ActiveSets.h"
 
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -14,7 +15,7 @@ ActiveSets ActiveSets::of(const QList<DockWidget>& widgets) {
     sets.kinds.insert(widget.kind);
     sets.families.insert(family);
     const bool connected = isConnectedFamily(family) || family == "metric"_L1;
-    if (const auto mode = widget.options.constFind(u"connectionMode"_s);
+    if (const auto mode = widget.options.constFind(option::connectionMode);
         connected && mode != widget.options.constEnd()) {
       sets.connectionModes.insert(*mode);
     }

@@ -5,6 +5,7 @@
 #include "base/Cancelled.h"
 #include "base/DomainError.h"
 #include "services/ServiceSession.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -27,8 +28,8 @@ bool Provider::serves(QStringView kind) const {
 }
 
 DockWidget Provider::configured(DockWidget widget) const {
-  widget.options[u"connectionMode"_s] = u"native"_s;
-  widget.options[u"endpoint"_s] = address.toString();
+  widget.options[option::connectionMode] = u"native"_s;
+  widget.options[option::endpoint] = address.toString();
   if (normalise) normalise(widget);
   return widget;
 }

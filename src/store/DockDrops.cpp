@@ -13,6 +13,8 @@
 #include "widgets/PinnedTiles.h"
 #include "widgets/WidgetFolder.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -91,7 +93,7 @@ bool DockDrops::applyToTile(const DockFileDrop& drop, const DockWidget& tile, co
   const DropRouting::Target target = DropRouting::route(routed(tile), drop.index, isFolder);
   const QStringList paths = localPaths(drop.urls);
   const bool takesFiles =
-      target.kind != DropRouting::Target::Kind::None || tile.kind == "trash"_L1 || tile.kind == "fileShelf"_L1;
+      target.kind != DropRouting::Target::Kind::None || tile.kind == kind::trash || tile.kind == kind::fileShelf;
   if (!takesFiles) return false;
   if (paths.isEmpty()) {
     parts_.store->setError(tr("Only files on this computer can be dropped here."));
@@ -100,7 +102,7 @@ bool DockDrops::applyToTile(const DockFileDrop& drop, const DockWidget& tile, co
       parts_.store->setError(tr("Nothing on this computer can send files to devices nearby."));
   } else if (target.kind == DropRouting::Target::Kind::Folder) {
     bringInto(target.path, drop);
-  } else if (tile.kind == "trash"_L1) {
+  } else if (tile.kind == kind::trash) {
     throwAway(drop);
   } else {
     shelve(paths, kinds, drop.display);
@@ -110,7 +112,7 @@ bool DockDrops::applyToTile(const DockFileDrop& drop, const DockWidget& tile, co
 
 bool DockDrops::openInApplication(const DockFileDrop& drop, const DockWidget* tile) {
   QString entryPath;
-  if (tile && Catalog::find(tile->kind).family == "launcher"_L1) entryPath = tile->options.value(u"path"_s);
+  if (tile && Catalog::find(tile->kind).family == "launcher"_L1) entryPath = tile->options.value(option::path);
   if (drop.application != 0 && parts_.running) {
     const auto app = parts_.running->byIdentity(drop.application);
     if (app && app->path.isEmpty()) {
@@ -208,7 +210,7 @@ void DockDrops::shelve(const QStringList& paths, const Kinds& kinds, const QStri
 /// Desktop entries become tiles in any case, everything else where no shelf takes it.
 void DockDrops::makeTiles(const DockFileDrop& drop, const Kinds& kinds) {
   const QList<DockWidget> shown = parts_.store->displayedWidgets(drop.display);
-  const bool hasShelf = std::ranges::any_of(shown, [](const DockWidget& each) { return each.kind == "fileShelf"_L1; });
+  const bool hasShelf = std::ranges::any_of(shown, [](const DockWidget& each) { return each.kind == kind::fileShelf; });
   QList<DockWidget> tiles;
   QStringList shelved;
   for (const QString& path : localPaths(drop.urls)) {

@@ -12,6 +12,7 @@
 #include "store/WidgetPlaces.h"
 #include "widgets/PinnedTiles.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -43,7 +44,7 @@ UndoableEdits::UndoableEdits(AppStore& store, InstalledApps& apps, UndoStack& un
     : store_(store), apps_(apps), undo_(undo) {}
 
 QString UndoableEdits::nameOf(const DockWidget& widget) const {
-  const QString path = widget.options.value(u"path"_s);
+  const QString path = widget.options.value(option::path);
   if (!widget.title.isEmpty()) return widget.title;
   if (path.isEmpty()) return Catalog::find(widget.kind).name;
   if (!PinnedTiles::isDesktopEntry(path)) return PinnedTiles::nameOf(path);
@@ -227,8 +228,8 @@ void UndoableEdits::bringBackValues(const DockWidget& before, const DockWidget& 
   for (const QString& key : differing(before, after)) {
     if (WidgetEditor::isRunningState(key)) continue;
     // Another duration starts a timer over, in either direction.
-    if (key == "minutes"_L1)
-      for (const QString& running : {u"deadline"_s, u"remaining"_s}) widget.options.remove(running);
+    if (key == option::minutes)
+      for (const QLatin1StringView running : {option::deadline, option::remaining}) widget.options.remove(running);
     if (before.options.contains(key))
       widget.options.insert(key, before.options.value(key));
     else

@@ -9,6 +9,8 @@
 #include "base/Text.h"
 #include "config/DockConfiguration.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -21,12 +23,12 @@ constexpr double kMostMinutes = 1440;
 constexpr int kMostGlasses = 100;
 
 constexpr std::array kRunningState{
-    "deadline"_L1,      "remaining"_L1,    "started"_L1, "elapsed"_L1, "phase"_L1,
-    "sessions"_L1,      "lastReminder"_L1, "glasses"_L1, "day"_L1,     "lastWallpaperChange"_L1,
-    "completedDays"_L1, "history"_L1};
+    option::deadline,      option::remaining,    option::started, option::elapsed, option::phase,
+    option::sessions,      option::lastReminder, option::glasses, option::day,     option::lastWallpaperChange,
+    option::completedDays, option::history};
 
 void keepRunningState(DockWidget& widget, const DockWidget& stored) {
-  for (const QString key : kRunningState) {
+  for (const QLatin1StringView key : kRunningState) {
     const auto current = stored.options.constFind(key);
     if (current == stored.options.constEnd()) {
       widget.options.remove(key);
@@ -37,7 +39,7 @@ void keepRunningState(DockWidget& widget, const DockWidget& stored) {
 }
 
 void checkCodexExecutable(DockWidget& widget, const WidgetEditor::Hooks& hooks) {
-  QString& path = widget.options[u"codexExecutable"_s];
+  QString& path = widget.options[option::codexExecutable];
   if (path.isEmpty()) path = hooks.defaultCodexExecutable;
   if (!hooks.isExecutable(path)) {
     throw DomainError::invalid(QCoreApplication::translate("WidgetEditor", "Choose your installed Codex executable."));
@@ -45,20 +47,20 @@ void checkCodexExecutable(DockWidget& widget, const WidgetEditor::Hooks& hooks) 
 }
 
 void checkDuration(DockWidget& widget, const DockWidget& stored) {
-  const QString entered = widget.options.value(u"minutes"_s);
+  const QString entered = widget.options.value(option::minutes);
   const std::optional<double> minutes = entered.isEmpty() ? kDefaultMinutes : Text::number(entered);
   if (!minutes || !(*minutes > 0 && *minutes <= kMostMinutes)) {
     throw DomainError::invalid(
         QCoreApplication::translate("WidgetEditor", "Enter a duration between 0 and 1440 minutes."));
   }
-  if (*minutes != stored.number(u"minutes"_s, kDefaultMinutes)) {
-    widget.options.remove(u"deadline"_s);
-    widget.options.remove(u"remaining"_s);
+  if (*minutes != stored.number(option::minutes, kDefaultMinutes)) {
+    widget.options.remove(option::deadline);
+    widget.options.remove(option::remaining);
   }
 }
 
 void checkGoal(const DockWidget& widget) {
-  const QString entered = widget.options.value(u"goal"_s);
+  const QString entered = widget.options.value(option::goal);
   if (entered.isEmpty()) return;
   bool isInteger = false;
   const int goal = entered.toInt(&isInteger);
@@ -69,7 +71,7 @@ void checkGoal(const DockWidget& widget) {
 }
 
 void checkEndpoint(const DockWidget& widget) {
-  const QString endpoint = widget.options.value(u"endpoint"_s);
+  const QString endpoint = widget.options.value(option::endpoint);
   if (endpoint.isEmpty()) return;
   const QUrl address(endpoint);
   // An "@" in the authority tells of a user part even where that part is empty.
@@ -91,21 +93,21 @@ WidgetEditor::Outcome WidgetEditor::save(const DockWidget& edited, const DockWid
   DockWidget widget = edited;
   keepRunningState(widget, stored);
 
-  const QString mode = widget.options.value(u"connectionMode"_s);
-  const bool isCodex = widget.kind == "codexUsage"_L1 || widget.kind == "codexUsageGauge"_L1;
+  const QString mode = widget.options.value(option::connectionMode);
+  const bool isCodex = widget.kind == kind::codexUsage || widget.kind == kind::codexUsageGauge;
   if (isCodex && mode == "codexLocal"_L1) checkCodexExecutable(widget, hooks);
   if (mode == "native"_L1) widget = hooks.configured(widget);
 
   const QString& family = Catalog::find(widget.kind).family;
   const bool isConnected = isConnectedFamily(family);
-  if (family == "timer"_L1 && widget.kind != "stopwatch"_L1) checkDuration(widget, stored);
+  if (family == "timer"_L1 && widget.kind != kind::stopwatch) checkDuration(widget, stored);
   if (family == "water"_L1) checkGoal(widget);
   if (isConnected) checkEndpoint(widget);
   // One entry that the document refuses would keep every later change from being saved, so it is refused here.
   DockConfiguration::validated(widget);
 
   const bool showsWeather =
-      family == "weather"_L1 || (widget.kind == "todayClock"_L1 && !widget.options.value(u"city"_s).isEmpty());
+      family == "weather"_L1 || (widget.kind == kind::todayClock && !widget.options.value(option::city).isEmpty());
   return {.saveCredential = isConnected && credentialChanged,
           .widget = std::move(widget),
           .refresh = isConnected || showsWeather};

@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "base/DomainError.h"
+#include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
 namespace {
@@ -27,7 +28,7 @@ qint64 countOf(const QJsonValue& value) {
 
 QList<QDate> CalendarStrip::days(const QString& kind, const QDateTime& date, Qt::DayOfWeek firstDay) {
   QDate first = date.date();
-  if (kind == "calendarWeek"_L1) first = first.addDays(-((first.dayOfWeek() - firstDay + 7) % 7));
+  if (kind == kind::calendarWeek) first = first.addDays(-((first.dayOfWeek() - firstDay + 7) % 7));
   QList<QDate> result;
   for (int day = 0; day < 7; ++day) result.append(first.addDays(day));
   return result;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "widgets/catalog/Options.h"
+
 namespace tarnwick {
 namespace {
 
@@ -18,7 +20,7 @@ QString keyOf(const QDate& day, const QCalendar& calendar) {
 QString HabitMath::key(const QDateTime& date, const QCalendar& calendar) { return keyOf(date.date(), calendar); }
 
 QSet<QString> HabitMath::completed(const DockWidget& widget) {
-  const QStringList keys = widget.options.value(u"history"_s).split(u',', Qt::SkipEmptyParts);
+  const QStringList keys = widget.options.value(option::history).split(u',', Qt::SkipEmptyParts);
   return {keys.begin(), keys.end()};
 }
 
@@ -38,24 +40,24 @@ DockWidget HabitMath::toggled(const DockWidget& widget, const QDateTime& at, con
   QStringList sorted(days.begin(), days.end());
   sorted.sort();
   DockWidget result = widget;
-  result.options.insert(u"history"_s, sorted.join(u','));
+  result.options.insert(option::history, sorted.join(u','));
   return result;
 }
 
 int WaterMath::count(const DockWidget& widget, const QDateTime& at) {
-  if (widget.options.value(u"day"_s) != HabitMath::key(at)) return 0;
-  return static_cast<int>(std::clamp(widget.number(u"glasses"_s, 0), 0.0, double(kMostGlasses)));
+  if (widget.options.value(option::day) != HabitMath::key(at)) return 0;
+  return static_cast<int>(std::clamp(widget.number(option::glasses, 0), 0.0, double(kMostGlasses)));
 }
 
 int WaterMath::goal(const DockWidget& widget) {
-  return static_cast<int>(std::clamp(widget.number(u"goal"_s, 8), 1.0, 100.0));
+  return static_cast<int>(std::clamp(widget.number(option::goal, 8), 1.0, 100.0));
 }
 
 DockWidget WaterMath::drunk(const DockWidget& widget, const QDateTime& at, int glasses) {
   DockWidget result = widget;
   const int total = std::clamp(count(widget, at) + glasses, 0, kMostGlasses);
-  result.options.insert(u"glasses"_s, QString::number(total));
-  result.options.insert(u"day"_s, HabitMath::key(at));
+  result.options.insert(option::glasses, QString::number(total));
+  result.options.insert(option::day, HabitMath::key(at));
   return result;
 }
 

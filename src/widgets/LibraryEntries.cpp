@@ -6,6 +6,8 @@
 #include <QStandardPaths>
 
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -25,7 +27,7 @@ LibraryEntry entryForPath(const QString& idPrefix, const QString& kind, const QS
   entry.id = idPrefix + path;
   entry.title = title;
   entry.widget = widgetOf(kind);
-  entry.widget->options.insert(u"path"_s, path);
+  entry.widget->options.insert(option::path, path);
   if (!icon.isEmpty()) entry.icon = icon;
   return entry;
 }
@@ -61,13 +63,13 @@ LibraryEntry LibraryEntry::ofKind(const QString& kind) {
 }
 
 QList<LibraryEntry> LibraryEntry::apps(const QList<StandardApplication>& applications) {
-  QList<LibraryEntry> entries{ofKind(u"trash"_s), ofKind(u"applications"_s)};
+  QList<LibraryEntry> entries{ofKind(kind::trash), ofKind(kind::applications)};
   QSet<QString> offered;
   for (const StandardApplication& application : applications) {
     const QString& path = application.desktopEntryPath;
     if (path.isEmpty() || offered.contains(path)) continue;
     offered.insert(path);
-    entries.append(entryForPath(u"app."_s, u"appLauncher"_s, application.name, path, application.iconName));
+    entries.append(entryForPath(u"app."_s, kind::appLauncher, application.name, path, application.iconName));
   }
   entries.append(
       entryForPicker(u"more.apps"_s, QT_TRANSLATE_NOOP("LibraryEntry", "More Apps…"), LibraryEntry::applicationPicker));
@@ -95,7 +97,7 @@ QList<LibraryEntry> LibraryEntry::folders(const StandardFolders& folders) {
     const QString clean = QDir::cleanPath(path);
     if (path.isEmpty() || offered.contains(clean)) return;
     offered.insert(clean);
-    entries.append(entryForPath(u"folder."_s, u"folderLauncher"_s, translated(title), clean, icon));
+    entries.append(entryForPath(u"folder."_s, kind::folderLauncher, translated(title), clean, icon));
   };
   const QString home = QDir::cleanPath(folders.home);
   for (const Offer& one : special) {

@@ -5,6 +5,8 @@
 
 #include "base/Text.h"
 #include "widgets/TimeMath.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 namespace {
@@ -32,7 +34,7 @@ struct Cycle {
 
 /// The road that both cycles share. `phase` is the one that ended.
 void run(DockWidget& widget, QString phase, double deadline, double now, const Cycle& cycle) {
-  const bool continues = widget.options.value(u"autoContinue"_s) == "true"_L1;
+  const bool continues = widget.options.value(option::autoContinue) == "true"_L1;
   // A computer that slept for weeks need not count every second of them.
   if (const double rounds = std::floor((now - deadline) / cycle.round) - 1; continues && rounds > 0) {
     deadline += rounds * cycle.round;
@@ -41,15 +43,15 @@ void run(DockWidget& widget, QString phase, double deadline, double now, const C
   for (;;) {
     phase = cycle.next(phase);
     const double length = cycle.duration(phase);
-    widget.options.insert(u"phase"_s, phase);
-    widget.options.insert(u"remaining"_s, TimeMath::text(length));
+    widget.options.insert(option::phase, phase);
+    widget.options.insert(option::remaining, TimeMath::text(length));
     if (!continues) {
-      widget.options.remove(u"deadline"_s);
+      widget.options.remove(option::deadline);
       return;
     }
     deadline += length;
     if (deadline > now) {
-      widget.options.insert(u"deadline"_s, TimeMath::text(deadline));
+      widget.options.insert(option::deadline, TimeMath::text(deadline));
       return;
     }
   }
@@ -58,19 +60,19 @@ void run(DockWidget& widget, QString phase, double deadline, double now, const C
 }  // namespace
 
 double PomodoroMath::duration(const DockWidget& widget, const QString& phase) {
-  if (phase == "shortBreak"_L1) return seconds(widget.number(u"shortBreak"_s, 5));
-  if (phase == "longBreak"_L1) return seconds(widget.number(u"longBreak"_s, 15));
-  return seconds(widget.number(u"minutes"_s, 25));
+  if (phase == "shortBreak"_L1) return seconds(widget.number(option::shortBreak, 5));
+  if (phase == "longBreak"_L1) return seconds(widget.number(option::longBreak, 15));
+  return seconds(widget.number(option::minutes, 25));
 }
 
 DockWidget PomodoroMath::advance(const DockWidget& widget, const QDateTime& at) {
-  const auto deadline = Text::number(widget.options.value(u"deadline"_s));
+  const auto deadline = Text::number(widget.options.value(option::deadline));
   const double now = TimeMath::unixSeconds(at);
-  if (widget.kind != "pomodoro"_L1 || !deadline || *deadline > now) return widget;
+  if (widget.kind != kind::pomodoro || !deadline || *deadline > now) return widget;
 
-  if (!isCountable(widget, u"sessions"_s) || !isCountable(widget, u"cycleLength"_s)) return widget;
-  const double length = std::clamp(std::trunc(widget.number(u"cycleLength"_s, 4)), 1.0, 12.0);
-  double sessions = widget.number(u"sessions"_s, 0);
+  if (!isCountable(widget, option::sessions) || !isCountable(widget, option::cycleLength)) return widget;
+  const double length = std::clamp(std::trunc(widget.number(option::cycleLength, 4)), 1.0, 12.0);
+  double sessions = widget.number(option::sessions, 0);
 
   DockWidget advanced = widget;
   Cycle cycle;
@@ -83,21 +85,22 @@ DockWidget PomodoroMath::advance(const DockWidget& widget, const QDateTime& at) 
   cycle.round = length * duration(widget, u"work"_s) + (length - 1) * duration(widget, u"shortBreak"_s) +
                 duration(widget, u"longBreak"_s);
   cycle.skip = [&](double rounds) { sessions += rounds * length; };
-  run(advanced, widget.options.value(u"phase"_s), *deadline, now, cycle);
-  advanced.options.insert(u"sessions"_s, TimeMath::text(sessions));
+  run(advanced, widget.options.value(option::phase), *deadline, now, cycle);
+  advanced.options.insert(option::sessions, TimeMath::text(sessions));
   return advanced;
 }
 
-bool PostureMath::stands(const DockWidget& widget) { return widget.number(u"standingMinutes"_s, 0) > 0; }
+bool PostureMath::stands(const DockWidget& widget) { return widget.number(option::standingMinutes, 0) > 0; }
 
 double PostureMath::duration(const DockWidget& widget, const QString& phase) {
-  return seconds(phase == "standing"_L1 ? widget.number(u"standingMinutes"_s, 0) : widget.number(u"minutes"_s, 25));
+  return seconds(phase == "standing"_L1 ? widget.number(option::standingMinutes, 0)
+                                        : widget.number(option::minutes, 25));
 }
 
 DockWidget PostureMath::advance(const DockWidget& widget, const QDateTime& at) {
-  const auto deadline = Text::number(widget.options.value(u"deadline"_s));
+  const auto deadline = Text::number(widget.options.value(option::deadline));
   const double now = TimeMath::unixSeconds(at);
-  if (widget.kind != "posture"_L1 || !deadline || *deadline > now) return widget;
+  if (widget.kind != kind::posture || !deadline || *deadline > now) return widget;
 
   DockWidget advanced = widget;
   Cycle cycle;
@@ -107,7 +110,7 @@ DockWidget PostureMath::advance(const DockWidget& widget, const QDateTime& at) {
   cycle.duration = [&](const QString& phase) { return duration(widget, phase); };
   cycle.round = duration(widget, u"seated"_s) + (stands(widget) ? duration(widget, u"standing"_s) : 0);
   cycle.skip = [](double) {};
-  run(advanced, widget.options.value(u"phase"_s), *deadline, now, cycle);
+  run(advanced, widget.options.value(option::phase), *deadline, now, cycle);
   return advanced;
 }
 

@@ -5,6 +5,8 @@
 #include <QFileInfo>
 
 #include "widgets/LibraryEntries.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -13,7 +15,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 DockWidget widgetFor(const QString& kind, const QString& path) {
-  return {.id = QUuid::createUuid(), .kind = kind, .title = QString(), .options = {{u"path"_s, path}}};
+  return {.id = QUuid::createUuid(), .kind = kind, .title = QString(), .options = {{option::path, path}}};
 }
 
 }  // namespace
@@ -28,8 +30,8 @@ QString PinnedTiles::nameOf(const QString& path) {
 QSet<QString> PinnedTiles::heldPaths(const QList<DockWidget>& widgets) {
   QSet<QString> held;
   for (const DockWidget& widget : widgets) {
-    held.insert(widget.options.value(u"path"_s));
-    for (const QString& path : widget.options.value(u"paths"_s).split(u'\n', Qt::SkipEmptyParts)) held.insert(path);
+    held.insert(widget.options.value(option::path));
+    for (const QString& path : widget.options.value(option::paths).split(u'\n', Qt::SkipEmptyParts)) held.insert(path);
   }
   held.remove(QString());
   return held;
@@ -46,8 +48,8 @@ QList<RunningApp> PinnedTiles::unheld(const QList<RunningApp>& running, const QL
   return result;
 }
 
-DockWidget PinnedTiles::launcher(const QString& path) { return widgetFor(u"appLauncher"_s, path); }
+DockWidget PinnedTiles::launcher(const QString& path) { return widgetFor(kind::appLauncher, path); }
 
-DockWidget PinnedTiles::folder(const QString& path) { return widgetFor(u"folderLauncher"_s, path); }
+DockWidget PinnedTiles::folder(const QString& path) { return widgetFor(kind::folderLauncher, path); }
 
 }  // namespace tarnwick

@@ -1,11 +1,14 @@
 #include "widgets/TickCadence.h"
 
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
+
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
 bool Ticking::timerIsRunning(const DockWidget& widget) {
-  return widget.options.contains(widget.kind == "stopwatch"_L1 ? u"started"_s : u"deadline"_s);
+  return widget.options.contains(widget.kind == kind::stopwatch ? option::started : option::deadline);
 }
 
 }  // namespace tarnwick

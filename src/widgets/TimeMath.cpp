@@ -6,6 +6,8 @@
 
 #include "base/Text.h"
 #include "widgets/PhaseMath.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 namespace {
@@ -37,17 +39,18 @@ double share(const QDateTime& begin, const QDateTime& now, const QDateTime& end)
 }  // namespace
 
 double TimeMath::remaining(const DockWidget& widget, const QDateTime& at) {
-  if (const auto deadline = Text::number(widget.options.value(u"deadline"_s))) {
+  if (const auto deadline = Text::number(widget.options.value(option::deadline))) {
     return std::max(0.0, *deadline - unixSeconds(at));
   }
-  const double whole = widget.kind == "pomodoro"_L1 ? PomodoroMath::duration(widget, widget.options.value(u"phase"_s))
-                                                    : widget.number(u"minutes"_s, kMinutes) * 60;
-  return std::max(0.0, widget.number(u"remaining"_s, whole));
+  const double whole = widget.kind == kind::pomodoro
+                           ? PomodoroMath::duration(widget, widget.options.value(option::phase))
+                           : widget.number(option::minutes, kMinutes) * 60;
+  return std::max(0.0, widget.number(option::remaining, whole));
 }
 
 double TimeMath::elapsed(const DockWidget& widget, const QDateTime& at) {
-  const double before = widget.number(u"elapsed"_s, 0);
-  const auto started = Text::number(widget.options.value(u"started"_s));
+  const double before = widget.number(option::elapsed, 0);
+  const auto started = Text::number(widget.options.value(option::started));
   return started ? before + std::max(0.0, unixSeconds(at) - *started) : before;
 }
 

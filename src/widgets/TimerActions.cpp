@@ -8,6 +8,8 @@
 #include "widgets/TickCadence.h"
 #include "widgets/TimeMath.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 namespace {
@@ -19,35 +21,36 @@ struct TimerWords {
 };
 
 double wholeLength(const DockWidget& widget) {
-  const QString phase = widget.options.value(u"phase"_s);
-  if (widget.kind == "pomodoro"_L1) return PomodoroMath::duration(widget, phase);
-  if (widget.kind == "posture"_L1) return PostureMath::duration(widget, phase);
-  return widget.number(u"minutes"_s, 25) * 60;
+  const QString phase = widget.options.value(option::phase);
+  if (widget.kind == kind::pomodoro) return PomodoroMath::duration(widget, phase);
+  if (widget.kind == kind::posture) return PostureMath::duration(widget, phase);
+  return widget.number(option::minutes, 25) * 60;
 }
 
 QString pomodoroWords(const DockWidget& widget) {
-  return widget.options.value(u"phase"_s) == "work"_L1 ? TimerWords::tr("Ready for your next focus session.")
-                                                       : TimerWords::tr("Time for a break.");
+  return widget.options.value(option::phase) == "work"_L1 ? TimerWords::tr("Ready for your next focus session.")
+                                                          : TimerWords::tr("Time for a break.");
 }
 
 QString postureWords(const DockWidget& widget) {
   if (!PostureMath::stands(widget)) {
     return TimerWords::tr("Relax your shoulders and check your posture.");
   }
-  return widget.options.value(u"phase"_s) == "standing"_L1 ? TimerWords::tr("Time to stand and stretch.")
-                                                           : TimerWords::tr("Return to a comfortable seated posture.");
+  return widget.options.value(option::phase) == "standing"_L1
+             ? TimerWords::tr("Time to stand and stretch.")
+             : TimerWords::tr("Return to a comfortable seated posture.");
 }
 
 TimerActions::Beat waterBeat(const DockWidget& widget, const QDateTime& at) {
-  const double interval = widget.number(u"interval"_s, 0) * 60;
+  const double interval = widget.number(option::interval, 0) * 60;
   if (interval <= 0 || WaterMath::count(widget, at) >= WaterMath::goal(widget)) return {widget, {}};
   const double now = TimeMath::unixSeconds(at);
-  const double last = widget.number(u"lastReminder"_s, 0);
+  const double last = widget.number(option::lastReminder, 0);
   // The first beat only begins to count; a clock that was set back does the same.
   const bool counts = last > 0 && last <= now;
   if (counts && now - last < interval) return {widget, {}};
   DockWidget reminded = widget;
-  reminded.options.insert(u"lastReminder"_s, TimeMath::text(std::floor(now)));
+  reminded.options.insert(option::lastReminder, TimeMath::text(std::floor(now)));
   return {reminded, counts ? TimerWords::tr("Take a moment for a glass of water.") : QString()};
 }
 
@@ -56,30 +59,30 @@ TimerActions::Beat waterBeat(const DockWidget& widget, const QDateTime& at) {
 DockWidget TimerActions::toggled(const DockWidget& widget, const QDateTime& at) {
   const double now = TimeMath::unixSeconds(at);
   DockWidget result = widget;
-  if (widget.kind == "stopwatch"_L1) {
+  if (widget.kind == kind::stopwatch) {
     if (Ticking::timerIsRunning(widget)) {
-      result.options.insert(u"elapsed"_s, TimeMath::text(TimeMath::elapsed(widget, at)));
-      result.options.remove(u"started"_s);
+      result.options.insert(option::elapsed, TimeMath::text(TimeMath::elapsed(widget, at)));
+      result.options.remove(option::started);
     } else {
-      result.options.insert(u"started"_s, TimeMath::text(now));
+      result.options.insert(option::started, TimeMath::text(now));
     }
     return result;
   }
   double left = TimeMath::remaining(widget, at);
   if (Ticking::timerIsRunning(widget)) {
-    result.options.insert(u"remaining"_s, TimeMath::text(left));
-    result.options.remove(u"deadline"_s);
+    result.options.insert(option::remaining, TimeMath::text(left));
+    result.options.remove(option::deadline);
     return result;
   }
   if (left <= 0) left = wholeLength(widget);
-  result.options.insert(u"deadline"_s, TimeMath::text(now + left));
+  result.options.insert(option::deadline, TimeMath::text(now + left));
   return result;
 }
 
 DockWidget TimerActions::reset(const DockWidget& widget) {
   DockWidget result = widget;
-  for (const QString& key :
-       {u"deadline"_s, u"remaining"_s, u"started"_s, u"elapsed"_s, u"phase"_s, u"sessions"_s, u"laps"_s}) {
+  for (const QLatin1StringView key : {option::deadline, option::remaining, option::started, option::elapsed,
+                                      option::phase, option::sessions, option::laps}) {
     result.options.remove(key);
   }
   return result;
@@ -87,29 +90,29 @@ DockWidget TimerActions::reset(const DockWidget& widget) {
 
 bool TimerActions::mayBeat(const DockWidget& widget) {
   return !widget.options.isEmpty() &&
-         (widget.options.contains(u"deadline"_s) || widget.options.contains(u"interval"_s));
+         (widget.options.contains(option::deadline) || widget.options.contains(option::interval));
 }
 
 TimerActions::Beat TimerActions::beat(const DockWidget& widget, const QDateTime& at) {
   const QString& family = Catalog::find(widget.kind).family;
   if (family == "water"_L1) return waterBeat(widget, at);
   if (family != "timer"_L1) return {widget, {}};
-  const auto deadline = Text::number(widget.options.value(u"deadline"_s));
+  const auto deadline = Text::number(widget.options.value(option::deadline));
   if (!deadline || *deadline > TimeMath::unixSeconds(at)) return {widget, {}};
 
-  if (widget.kind == "pomodoro"_L1) {
+  if (widget.kind == kind::pomodoro) {
     const DockWidget advanced = PomodoroMath::advance(widget, at);
     return {advanced, advanced == widget ? QString() : pomodoroWords(advanced)};
   }
-  if (widget.kind == "posture"_L1) {
+  if (widget.kind == kind::posture) {
     const DockWidget advanced = PostureMath::advance(widget, at);
     return {advanced, advanced == widget ? QString() : postureWords(advanced)};
   }
   DockWidget ended = widget;
-  ended.options.remove(u"deadline"_s);
-  ended.options.insert(u"remaining"_s, u"0"_s);
-  return {ended, widget.kind == "exercise"_L1 ? TimerWords::tr("Take a break to move and stretch.")
-                                              : TimerWords::tr("Your timer is finished.")};
+  ended.options.remove(option::deadline);
+  ended.options.insert(option::remaining, u"0"_s);
+  return {ended, widget.kind == kind::exercise ? TimerWords::tr("Take a break to move and stretch.")
+                                               : TimerWords::tr("Your timer is finished.")};
 }
 
 }  // namespace tarnwick

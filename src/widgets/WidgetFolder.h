@@ -3,14 +3,16 @@
 #include <QStandardPaths>
 
 #include "config/DockWidget.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
 /// The folder that a tile of files shows: the one that was chosen for it, else the user's downloads where it is a tile
 /// of those. Empty for none.
 inline QString widgetFolder(const DockWidget& widget) {
-  const QString path = widget.options.value(QStringLiteral("path"));
-  if (!path.isEmpty() || widget.kind != QLatin1StringView("downloads")) return path;
+  const QString path = widget.options.value(option::path);
+  if (!path.isEmpty() || widget.kind != kind::downloads) return path;
   return QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
 }
 

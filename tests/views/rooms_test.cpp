@@ -80,7 +80,7 @@ TEST(Rooms, AFolderThatTakesWhatIsDroppedCanBeChosen) {
     if (DropRules::takerOf(tile) != DropRules::Taker::Folder) continue;
     const auto options = Rooms::options(definition.id);
     EXPECT_TRUE(std::ranges::any_of(options, [](const WidgetOption& each) {
-      return QLatin1StringView(each.key) == "path"_L1 && each.shape == FieldShape::Folder;
+      return each.key == "path"_L1 && each.shape == FieldShape::Folder;
     })) << qPrintable(definition.id);
   }
 }

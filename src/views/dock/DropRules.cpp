@@ -11,6 +11,8 @@
 #include "widgets/PinnedTiles.h"
 #include "widgets/WidgetFolder.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -35,11 +37,11 @@ Qt::DropAction firstOf(Qt::DropActions possible, std::initializer_list<Qt::DropA
 }  // namespace
 
 DropRules::Taker DropRules::takerOf(const DockWidget& widget) {
-  const QString path = widget.options.value(u"path"_s);
-  if (widget.kind == "airdrop"_L1) return Taker::Share;
-  if (widget.kind == "trash"_L1) return Taker::Trash;
-  if (widget.kind == "fileShelf"_L1) return Taker::Shelf;
-  if (widget.kind == "appLauncher"_L1) return PinnedTiles::isDesktopEntry(path) ? Taker::Application : Taker::None;
+  const QString path = widget.options.value(option::path);
+  if (widget.kind == kind::airdrop) return Taker::Share;
+  if (widget.kind == kind::trash) return Taker::Trash;
+  if (widget.kind == kind::fileShelf) return Taker::Shelf;
+  if (widget.kind == kind::appLauncher) return PinnedTiles::isDesktopEntry(path) ? Taker::Application : Taker::None;
   return folderOf(widget).isEmpty() ? Taker::None : Taker::Folder;
 }
 

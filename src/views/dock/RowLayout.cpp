@@ -9,6 +9,7 @@
 #include "views/theme/Theme.h"
 #include "views/theme/Typography.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
 
@@ -35,9 +36,9 @@ struct Block {
   }
 };
 
-bool isLine(const DockWidget& widget) { return widget.kind == u"dockSeparator"_s; }
+bool isLine(const DockWidget& widget) { return widget.kind == kind::dockSeparator; }
 /// Tiles that only part others.
-bool isGap(const DockWidget& widget) { return isLine(widget) || widget.kind == u"dockSpace"_s; }
+bool isGap(const DockWidget& widget) { return isLine(widget) || widget.kind == kind::dockSpace; }
 
 Block appBlock(const DockRow& row, bool lineBefore, bool lineAfter) {
   Block block;
@@ -50,7 +51,7 @@ Block appBlock(const DockRow& row, bool lineBefore, bool lineAfter) {
 
 /// Where the running applications stand: in front of the widget of this index.
 qsizetype appsPosition(const DockRow& row) {
-  const auto isApplications = [](const DockWidget& widget) { return widget.kind == u"applications"_s; };
+  const auto isApplications = [](const DockWidget& widget) { return widget.kind == kind::applications; };
   const auto anchor = std::ranges::find_if(row.widgets, isApplications);
   const bool anchored = anchor != row.widgets.end();
   const qsizetype index = anchor - row.widgets.begin();

@@ -5,6 +5,8 @@
 
 #include "views/families/notes/NoteTiles.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -18,8 +20,8 @@ bool writes24Hours(const QLocale& locale) {
 }
 
 QStringList pathsOf(const DockWidget& widget) {
-  QStringList paths = widget.options.value(u"paths"_s).split(u'\n', Qt::SkipEmptyParts);
-  if (widget.kind == "appLauncher"_L1) paths.append(widget.options.value(u"path"_s));
+  QStringList paths = widget.options.value(option::paths).split(u'\n', Qt::SkipEmptyParts);
+  if (widget.kind == kind::appLauncher) paths.append(widget.options.value(option::path));
   paths.removeAll(QString());
   return paths;
 }
@@ -128,7 +130,7 @@ class DocumentSource final : public TileSource {
     sources.todos = store_.config().todos;
     sources.latestNote.reset();
     if (const auto notes = notesByAge(store_.config()); !notes.isEmpty())
-      sources.latestNote = noteReading(notes.first().options.value(u"text"_s));
+      sources.latestNote = noteReading(notes.first().options.value(option::text));
   }
 
  private:

@@ -13,7 +13,7 @@ QString translated(const char* text) { return *text ? LibraryWords::tr(text) : Q
 
 EditorField fieldOf(const WidgetOption& option) {
   EditorField field;
-  field.key = QString::fromLatin1(option.key);
+  field.key = option.key;
   field.shape = option.shape;
   field.label = translated(option.label);
   field.placeholder = option.usualPath ? option.usualPath() : translated(option.placeholder);

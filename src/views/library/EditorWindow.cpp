@@ -22,6 +22,7 @@
 #include "views/library/TilePreview.h"
 #include "views/library/ZoneFields.h"
 #include "views/window/Cards.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -161,7 +162,7 @@ void EditorWindow::changed(Line& line) {
   if (line.field.shape == FieldShape::Zone) {
     const auto* zone = static_cast<ZoneField*>(line.control);
     for (const auto& other : lines_) {
-      if (other->field.key != "zoneLabel"_L1) continue;
+      if (other->field.key != option::zoneLabel) continue;
       if (!ZoneSearch::isNameOf(other->control->value(), zone->valueBefore())) continue;
       other->control->setValue(zone->city());
       other->touched = true;

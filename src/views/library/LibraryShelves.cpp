@@ -5,6 +5,8 @@
 #include "base/Text.h"
 #include "widgets/PinnedTiles.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -19,8 +21,8 @@ LibraryItem itemOf(LibraryEntry entry, const QString& group) {
   if (!item.kind.isEmpty()) words += u' ' + Catalog::find(item.kind).name;
   item.words = Text::folded(words);
   // The tile will have the name that the folder has here.
-  const QString path = entry.widget ? entry.widget->options.value(u"path"_s) : QString();
-  if (item.kind == "folderLauncher"_L1 && !path.isEmpty()) entry.title = PinnedTiles::nameOf(path);
+  const QString path = entry.widget ? entry.widget->options.value(option::path) : QString();
+  if (item.kind == kind::folderLauncher && !path.isEmpty()) entry.title = PinnedTiles::nameOf(path);
   item.entry = std::move(entry);
   return item;
 }
@@ -72,9 +74,9 @@ QList<LibraryShelf> LibraryShelves::fitting(const QList<LibraryShelf>& shelves, 
 
 bool LibraryShelves::isPlaced(const LibraryItem& item, const DockProfile& profile) {
   if (item.kind.isEmpty()) return false;
-  const QString path = item.entry.widget->options.value(u"path"_s);
+  const QString path = item.entry.widget->options.value(option::path);
   return std::ranges::any_of(profile.widgets, [&](const DockWidget& placed) {
-    return placed.kind == item.kind && (path.isEmpty() || placed.options.value(u"path"_s) == path);
+    return placed.kind == item.kind && (path.isEmpty() || placed.options.value(option::path) == path);
   });
 }
 

@@ -17,6 +17,8 @@
 #include "views/window/SideList.h"
 #include "views/window/WindowTheme.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -213,7 +215,7 @@ void LibraryWindow::activate(const LibraryItem& item) {
 
 void LibraryWindow::chooseApplication() {
   auto* picker = new AppPicker(services_.apps, services_.previews.icons, this);
-  connect(picker, &AppPicker::chosen, this, [this](const QString& path) { addPath(u"appLauncher"_s, path); });
+  connect(picker, &AppPicker::chosen, this, [this](const QString& path) { addPath(kind::appLauncher, path); });
   picker->open();
 }
 
@@ -223,7 +225,7 @@ void LibraryWindow::chooseFolder() {
   dialog->setFileMode(QFileDialog::Directory);
   dialog->setOption(QFileDialog::ShowDirsOnly);
   connect(dialog, &QFileDialog::fileSelected, this,
-          [this](const QString& path) { addPath(u"folderLauncher"_s, QDir::cleanPath(path)); });
+          [this](const QString& path) { addPath(kind::folderLauncher, QDir::cleanPath(path)); });
   dialog->open();
 }
 
@@ -231,7 +233,7 @@ void LibraryWindow::addPath(const QString& kind, const QString& path) {
   DockWidget widget;
   widget.id = QUuid::createUuid();
   widget.kind = kind;
-  widget.options.insert(u"path"_s, path);
+  widget.options.insert(option::path, path);
   add(widget);
 }
 

@@ -12,6 +12,7 @@
 #include "views/settings/Pages.h"
 #include "views/window/WindowTheme.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -38,7 +39,7 @@ class BigSymbol final : public QWidget {
 
 bool isConnected(const DockWidget& widget) {
   return isConnectedFamily(Catalog::find(widget.kind).family) &&
-         (!widget.options.value(u"endpoint"_s).isEmpty() || !widget.options.value(u"connectionMode"_s).isEmpty());
+         (!widget.options.value(option::endpoint).isEmpty() || !widget.options.value(option::connectionMode).isEmpty());
 }
 
 QList<DockWidget> connectedWidgets(const DockConfiguration& config) {

@@ -5,6 +5,7 @@
 #include "views/families/Rooms.h"
 #include "views/theme/SnapshotScenery.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
 
@@ -75,7 +76,7 @@ DockConfiguration SnapshotFixture::configuration() {
 
 DockRow SnapshotFixture::dock() {
   DockRow row = starterDock();
-  for (const QString& kind : {u"dockSeparator"_s, u"quickTodo"_s, u"downloads"_s, u"trash"_s})
+  for (const QLatin1StringView kind : {kind::dockSeparator, kind::quickTodo, kind::downloads, kind::trash})
     row.widgets << widgetOf(kind);
   row.runningApps = row.runningApps.mid(0, 3);
   return row;
@@ -83,8 +84,8 @@ DockRow SnapshotFixture::dock() {
 
 DockRow SnapshotFixture::starterDock() {
   DockRow row;
-  for (const QString& kind : {u"applications"_s, u"digitalClock"_s, u"analogClassicLight"_s, u"weatherCurrent"_s,
-                              u"cpu"_s, u"ram"_s, u"systemQuickToggles"_s})
+  for (const QLatin1StringView kind : {kind::applications, kind::digitalClock, kind::analogClassicLight,
+                                       kind::weatherCurrent, kind::cpu, kind::ram, kind::systemQuickToggles})
     row.widgets << widgetOf(kind);
   for (const QString& name : {u"Browser"_s, u"Files"_s, u"Editor"_s, u"Terminal"_s, u"Mail"_s, u"Music"_s}) {
     DockApp app;

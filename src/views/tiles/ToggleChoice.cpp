@@ -5,6 +5,7 @@
 #include <array>
 
 #include "views/tiles/TileWords.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -45,7 +46,7 @@ QString ToggleChoice::name(Toggle toggle) { return TileWords::tr(rowOf(toggle).n
 
 QString ToggleChoice::symbol(Toggle toggle) { return QString::fromLatin1(rowOf(toggle).symbol); }
 
-QString ToggleChoice::key() { return u"toggles"_s; }
+QLatin1StringView ToggleChoice::key() { return option::toggles; }
 
 QString ToggleChoice::text(const QList<Toggle>& toggles) {
   QStringList ids;

@@ -18,7 +18,7 @@ struct ToggleChoice {
   static QString symbol(Toggle toggle);
 
   /// The option that holds the choice.
-  static QString key();
+  static QLatin1StringView key();
   /// The chosen ones as the option has them, and back. A text that names none gives the usual four; no more than that
   /// many are ever given.
   static QString text(const QList<Toggle>& toggles);

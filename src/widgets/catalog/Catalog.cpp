@@ -10,6 +10,7 @@
 
 #include "base/ProbeCounters.h"
 #include "widgets/catalog/CatalogRows.h"
+#include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
 
@@ -60,15 +61,15 @@ void Lists::buildGroups() {
   for (const catalog::Group& group : catalog::groups()) {
     QStringList kinds;
     kinds.reserve(static_cast<qsizetype>(group.kinds.size()));
-    for (const char* kind : group.kinds) kinds.append(QString::fromLatin1(kind));
+    for (const QLatin1StringView kind : group.kinds) kinds.append(kind);
     referenceKinds.unite(QSet<QString>(kinds.cbegin(), kinds.cend()));
     groups.append({translated(group.name), QString::fromLatin1(group.symbol), std::move(kinds)});
   }
 }
 
 void Lists::buildItems() {
-  std::unordered_map<std::string_view, const char*> displayNames;
-  for (const catalog::DisplayName& entry : catalog::displayNames()) displayNames.emplace(entry.kind, entry.name);
+  QHash<QLatin1StringView, const char*> displayNames;
+  for (const catalog::DisplayName& entry : catalog::displayNames()) displayNames.insert(entry.kind, entry.name);
   QHash<QString, QString> groupNames;
   for (const WidgetGroup& group : groups) {
     for (const QString& kind : group.kinds) {
@@ -80,13 +81,12 @@ void Lists::buildItems() {
   items.reserve(static_cast<qsizetype>(catalog::rows().size()));
   for (const catalog::Row& row : catalog::rows()) {
     WidgetDefinition item;
-    item.id = QString::fromLatin1(row.kind);
-    const auto displayName = displayNames.find(row.kind);
-    item.name = translated(displayName == displayNames.end() ? row.name : displayName->second);
+    item.id = row.kind;
+    item.name = translated(displayNames.value(row.kind, row.name));
     const auto groupName = groupNames.constFind(item.id);
     item.category = groupName == groupNames.cend() ? translated(row.category) : *groupName;
     item.symbol = words.of(row.symbol);
-    const bool isStudio = item.id == "youtubeStudio"_L1 || item.id == "xStudio"_L1;
+    const bool isStudio = item.id == kind::youtubeStudio || item.id == kind::xStudio;
     item.family = words.of(isStudio ? "studio" : row.family);
     item.asset = words.of(row.asset);
     item.width = Catalog::referenceWidth(item.id, row.width);
@@ -98,7 +98,7 @@ void Lists::buildItems() {
 }
 
 void Lists::buildExtraItems() {
-  static constexpr std::array readyMade{"applications"_L1, "trash"_L1, "appLauncher"_L1, "folderLauncher"_L1};
+  static constexpr std::array readyMade{kind::applications, kind::trash, kind::appLauncher, kind::folderLauncher};
   for (const WidgetDefinition& item : std::as_const(items)) {
     const bool offeredElsewhere = std::find(readyMade.begin(), readyMade.end(), item.id) != readyMade.end();
     if (!offeredElsewhere && !referenceKinds.contains(item.id)) extraItems.append(item);
@@ -182,25 +182,25 @@ double Catalog::referenceWidth(QStringView kind, double fallback) {
     double width;
   };
   static constexpr Width widths[] = {
-      {"revenuePolar"_L1, 148},
-      {"revenueStripe"_L1, 148},
-      {"revenueDodoPayments"_L1, 148},
-      {"stockChart"_L1, 156},
-      {"cryptoChart"_L1, 156},
-      {"nowPlayingExpanded"_L1, 248},
-      {"nowPlayingMini"_L1, 64},
-      {"nowPlayingTimeline"_L1, 280},
-      {"nowPlayingYouTubeVideo"_L1, 114},
-      {"backgroundSounds"_L1, 180},
-      {"backgroundSound"_L1, 180},
-      {"dayNumber"_L1, 70},
-      {"ringClock"_L1, 70},
-      {"cpu"_L1, 70},
-      {"ram"_L1, 70},
-      {"claudePlanUsageGauge"_L1, 120},
-      {"codexUsageGauge"_L1, 120},
-      {"shopifyTrends"_L1, 220},
-      {"analyticsGitHubContributions"_L1, 220},
+      {kind::revenuePolar, 148},
+      {kind::revenueStripe, 148},
+      {kind::revenueDodoPayments, 148},
+      {kind::stockChart, 156},
+      {kind::cryptoChart, 156},
+      {kind::nowPlayingExpanded, 248},
+      {kind::nowPlayingMini, 64},
+      {kind::nowPlayingTimeline, 280},
+      {kind::nowPlayingYouTubeVideo, 114},
+      {kind::backgroundSounds, 180},
+      {kind::backgroundSound, 180},
+      {kind::dayNumber, 70},
+      {kind::ringClock, 70},
+      {kind::cpu, 70},
+      {kind::ram, 70},
+      {kind::claudePlanUsageGauge, 120},
+      {kind::codexUsageGauge, 120},
+      {kind::shopifyTrends, 220},
+      {kind::analyticsGitHubContributions, 220},
   };
   for (const Width& rule : widths) {
     if (kind == rule.kind) return rule.width;

@@ -1,52 +1,60 @@
 #include <QtGlobal>
 
 #include "widgets/catalog/CatalogRows.h"
+#include "widgets/catalog/Kinds.h"
 
 namespace tarnwick::catalog {
 
 namespace {
 
 // clang-format off
-constexpr const char* social[] = {"youtubeStudio", "xStudio", "socialTwitter", "socialTikTok", "socialYouTube"};
-constexpr const char* finance[] = {"revenuePolar", "revenueStripe", "revenueDodoPayments"};
-constexpr const char* commerce[] = {"shopifyRevenue", "shopifyOverview", "shopifyTrends"};
-constexpr const char* stocks[] = {"stockQuote", "stockChart", "stockWatchlist"};
-constexpr const char* crypto[] = {"cryptoQuote", "cryptoChart", "cryptoWatchlist"};
-constexpr const char* ai[] = {
-    "claudePlanUsage", "claudePlanUsageGauge", "cursorPersonalUsage", "antigravityUsage", "glmUsage", "grokUsage",
-    "openCodeUsage", "copilotUsage", "geminiAPIUsage", "perplexityUsage", "codexUsage", "codexUsageGauge",
-    "analyticsClaudeCodeStatus", "analyticsCursorUsage"};
-constexpr const char* analytics[] = {
-    "analyticsDataFast", "analyticsDataFastChart", "analyticsSimpleAnalytics", "analyticsSimpleAnalyticsChart",
-    "analyticsPlausible", "analyticsPlausibleChart", "analyticsSupabase", "analyticsSupabaseOverview",
-    "analyticsGitHub", "analyticsGitHubOverview", "analyticsGitHubContributions", "analyticsResend",
-    "analyticsResendOverview", "analyticsDubOverview"};
-constexpr const char* clocks[] = {
-    "timeOnly", "timeSeconds", "stopwatch", "timer", "pomodoro", "posture", "digitalClock", "flipClock",
-    "worldClockList", "worldClockCity", "todayClock", "dateOnly", "dayNumber", "analogMinimal", "analogClassicLight",
-    "analogClassicDark", "ringClock", "overlapClock", "pixelClock"};
-constexpr const char* calendar[] = {
-    "calendar", "calendarNextEvent", "calendarThreeEvents", "calendarDayAgenda", "calendarWeek", "calendarSevenDays",
-    "calendarMonthProgress", "calendarDayProgress", "calendarYearProgress", "calendarMeetingCompact",
-    "calendarMeetingDetail", "zoomMeeting"};
-constexpr const char* reminders[] = {"remindersNext", "remindersToday", "remindersAgenda"};
-constexpr const char* tasks[] = {"productivityLinear", "productivityLinearOverview", "quickTodo"};
-constexpr const char* phone[] = {"phoneQuickContacts"};
-constexpr const char* media[] = {
-    "nowPlayingExpanded", "nowPlayingMini", "nowPlayingTimeline", "nowPlayingYouTubeVideo", "backgroundSounds"};
-constexpr const char* photos[] = {"photosRecent", "wallpaper"};
-constexpr const char* system[] = {
-    "exercise", "drinkWater", "habitTracker", "cpu", "ram", "temperature", "temperatureChart", "cpuChart", "ramChart",
-    "systemChart", "processTopApps", "network", "networkDownload", "networkUpload", "networkChart", "storage",
-    "audioOutput", "appVolume", "microphoneMute", "clipboard", "screenshots", "recentFiles", "airdrop", "fileShelf",
-    "screenshotCapture", "dropbox", "bookmarks", "dubShortener", "webSearch", "finderSearch", "appSwitcher",
-    "systemQuickToggles", "emojiRecents", "voiceMemo", "converter", "calculator", "colorPicker", "dockSeparator",
-    "dockSpace"};
-constexpr const char* weather[] = {
-    "weatherCurrent", "weatherDetailed", "weatherForecast", "weatherTodayForecast", "weatherCondition",
-    "weatherHourly", "weatherWind", "weatherSunCycle"};
-constexpr const char* mail[] = {"mailUnreadSummary", "mailLatest", "gmailUnreadSummary", "gmailLatest"};
-constexpr const char* notes[] = {"notesLatest"};
+constexpr QLatin1StringView social[] = {
+    kind::youtubeStudio, kind::xStudio, kind::socialTwitter, kind::socialTikTok, kind::socialYouTube};
+constexpr QLatin1StringView finance[] = {kind::revenuePolar, kind::revenueStripe, kind::revenueDodoPayments};
+constexpr QLatin1StringView commerce[] = {kind::shopifyRevenue, kind::shopifyOverview, kind::shopifyTrends};
+constexpr QLatin1StringView stocks[] = {kind::stockQuote, kind::stockChart, kind::stockWatchlist};
+constexpr QLatin1StringView crypto[] = {kind::cryptoQuote, kind::cryptoChart, kind::cryptoWatchlist};
+constexpr QLatin1StringView ai[] = {
+    kind::claudePlanUsage, kind::claudePlanUsageGauge, kind::cursorPersonalUsage, kind::antigravityUsage,
+    kind::glmUsage, kind::grokUsage, kind::openCodeUsage, kind::copilotUsage, kind::geminiAPIUsage,
+    kind::perplexityUsage, kind::codexUsage, kind::codexUsageGauge, kind::analyticsClaudeCodeStatus,
+    kind::analyticsCursorUsage};
+constexpr QLatin1StringView analytics[] = {
+    kind::analyticsDataFast, kind::analyticsDataFastChart, kind::analyticsSimpleAnalytics,
+    kind::analyticsSimpleAnalyticsChart, kind::analyticsPlausible, kind::analyticsPlausibleChart,
+    kind::analyticsSupabase, kind::analyticsSupabaseOverview, kind::analyticsGitHub, kind::analyticsGitHubOverview,
+    kind::analyticsGitHubContributions, kind::analyticsResend, kind::analyticsResendOverview,
+    kind::analyticsDubOverview};
+constexpr QLatin1StringView clocks[] = {
+    kind::timeOnly, kind::timeSeconds, kind::stopwatch, kind::timer, kind::pomodoro, kind::posture, kind::digitalClock,
+    kind::flipClock, kind::worldClockList, kind::worldClockCity, kind::todayClock, kind::dateOnly, kind::dayNumber,
+    kind::analogMinimal, kind::analogClassicLight, kind::analogClassicDark, kind::ringClock, kind::overlapClock,
+    kind::pixelClock};
+constexpr QLatin1StringView calendar[] = {
+    kind::calendar, kind::calendarNextEvent, kind::calendarThreeEvents, kind::calendarDayAgenda, kind::calendarWeek,
+    kind::calendarSevenDays, kind::calendarMonthProgress, kind::calendarDayProgress, kind::calendarYearProgress,
+    kind::calendarMeetingCompact, kind::calendarMeetingDetail, kind::zoomMeeting};
+constexpr QLatin1StringView reminders[] = {kind::remindersNext, kind::remindersToday, kind::remindersAgenda};
+constexpr QLatin1StringView tasks[] = {kind::productivityLinear, kind::productivityLinearOverview, kind::quickTodo};
+constexpr QLatin1StringView phone[] = {kind::phoneQuickContacts};
+constexpr QLatin1StringView media[] = {
+    kind::nowPlayingExpanded, kind::nowPlayingMini, kind::nowPlayingTimeline, kind::nowPlayingYouTubeVideo,
+    kind::backgroundSounds};
+constexpr QLatin1StringView photos[] = {kind::photosRecent, kind::wallpaper};
+constexpr QLatin1StringView system[] = {
+    kind::exercise, kind::drinkWater, kind::habitTracker, kind::cpu, kind::ram, kind::temperature,
+    kind::temperatureChart, kind::cpuChart, kind::ramChart, kind::systemChart, kind::processTopApps, kind::network,
+    kind::networkDownload, kind::networkUpload, kind::networkChart, kind::storage, kind::audioOutput, kind::appVolume,
+    kind::microphoneMute, kind::clipboard, kind::screenshots, kind::recentFiles, kind::airdrop, kind::fileShelf,
+    kind::screenshotCapture, kind::dropbox, kind::bookmarks, kind::dubShortener, kind::webSearch, kind::finderSearch,
+    kind::appSwitcher, kind::systemQuickToggles, kind::emojiRecents, kind::voiceMemo, kind::converter, kind::calculator,
+    kind::colorPicker, kind::dockSeparator, kind::dockSpace};
+constexpr QLatin1StringView weather[] = {
+    kind::weatherCurrent, kind::weatherDetailed, kind::weatherForecast, kind::weatherTodayForecast,
+    kind::weatherCondition, kind::weatherHourly, kind::weatherWind, kind::weatherSunCycle};
+constexpr QLatin1StringView mail[] = {
+    kind::mailUnreadSummary, kind::mailLatest, kind::gmailUnreadSummary, kind::gmailLatest};
+constexpr QLatin1StringView notes[] = {kind::notesLatest};
 
 constexpr Group allGroups[] = {
     {QT_TRANSLATE_NOOP("Catalog", "Social"),    "person.2",            social},

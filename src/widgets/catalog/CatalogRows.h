@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <span>
 
 /// The tables behind Catalog, in the form in which people edit them. Nothing but Catalog reads them: they hold source
@@ -8,7 +9,7 @@ namespace tarnwick::catalog {
 
 /// One kind of widget. Texts are UTF-8 and live as long as the program.
 struct Row {
-  const char* kind;
+  QLatin1StringView kind;
   const char* name;      ///< plain name, before `displayNames`
   const char* category;  ///< for a kind that is in no group
   const char* symbol;
@@ -19,7 +20,7 @@ struct Row {
 
 /// The name that a kind is shown by, where it reads better than the plain one under its section's heading.
 struct DisplayName {
-  const char* kind;
+  QLatin1StringView kind;
   const char* name;
 };
 
@@ -27,7 +28,7 @@ struct DisplayName {
 struct Group {
   const char* name;
   const char* symbol;
-  std::span<const char* const> kinds;
+  std::span<const QLatin1StringView> kinds;
 };
 
 std::span<const Row> rows();

@@ -9,14 +9,13 @@
 #include "views/panels/AppItems.h"
 #include "views/panels/PanelWords.h"
 #include "views/panels/PutBack.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-const QString kPathsKey = u"paths"_s;
 
 /// What both panels of applications share: a field, and the installed applications that fit what stands in it.
 class AppsPanel : public TilePanel {
@@ -126,7 +125,7 @@ class AppFolderPanel final : public AppsPanel {
       const QString name = entry ? entry->name : QFileInfo(path).completeBaseName();
       setPaths(wanted);
       offerUndo(PanelWords::tr("“%1” was removed.").arg(name),
-                puttingBack(store(), this->context().widget, kPathsKey, u'\n', all));
+                puttingBack(store(), this->context().widget, option::paths, u'\n', all));
     });
     choose(false);
   }
@@ -159,9 +158,9 @@ class AppFolderPanel final : public AppsPanel {
   }
 
  private:
-  QStringList paths() const { return widget().options.value(kPathsKey).split(u'\n', Qt::SkipEmptyParts); }
+  QStringList paths() const { return widget().options.value(option::paths).split(u'\n', Qt::SkipEmptyParts); }
   void setPaths(const QStringList& paths) {
-    setOption(kPathsKey, paths.isEmpty() ? std::nullopt : std::optional(paths.join(u'\n')));
+    setOption(option::paths, paths.isEmpty() ? std::nullopt : std::optional(paths.join(u'\n')));
     refreshNow();
   }
 

@@ -6,6 +6,7 @@
 #include "views/tiles/AppPainting.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileWords.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -44,7 +45,7 @@ void paint(TileCanvas& canvas, const ApplicationsContent&) {
 }
 
 LauncherContent makeLauncher(const TileRequest& request) {
-  const QString path = request.widget.options.value(u"path"_s);
+  const QString path = request.widget.options.value(option::path);
   const ApplicationFacts facts = request.sources.applications.value(path, {nameAt(path), path, 0, {}});
   const QString& given = request.widget.title;
   return {given.isEmpty() ? facts.name : given, facts.icon, facts.identity, facts.marks};
@@ -69,7 +70,7 @@ TileApplication standsFor(const LauncherContent& content) {
 
 AppFolderContent makeAppFolder(const TileRequest& request) {
   AppFolderContent content;
-  const QStringList paths = request.widget.options.value(u"paths"_s).split(u'\n', Qt::SkipEmptyParts);
+  const QStringList paths = request.widget.options.value(option::paths).split(u'\n', Qt::SkipEmptyParts);
   for (const QString& path : paths.mid(0, kSmallIcons)) {
     const ApplicationFacts facts = request.sources.applications.value(path, {nameAt(path), path, 0, {}});
     content.entries.append({facts.name, facts.icon});

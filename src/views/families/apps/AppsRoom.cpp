@@ -8,6 +8,8 @@
 #include "views/panels/Room.h"
 #include "views/tiles/GenericTile.h"
 #include "views/tiles/TileWords.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -20,15 +22,15 @@ using enum FieldShape;
 constexpr qsizetype kFolderIcons = 4;
 
 constexpr std::array kLauncherOptions = {
-    WidgetOption{.key = "path", .shape = Application, .label = QT_TRANSLATE_NOOP("Library", "Application")},
+    WidgetOption{.key = option::path, .shape = Application, .label = QT_TRANSLATE_NOOP("Library", "Application")},
 };
 constexpr std::array kFolderOptions = {
-    WidgetOption{.key = "paths", .shape = Applications, .label = QT_TRANSLATE_NOOP("Library", "Applications")},
+    WidgetOption{.key = option::paths, .shape = Applications, .label = QT_TRANSLATE_NOOP("Library", "Applications")},
 };
 
 /// A launcher that was given no application yet has only its name to show.
 TileContent launcher(const TileRequest& request) {
-  if (!request.widget.options.value(u"path"_s).isEmpty()) return makeLauncher(request);
+  if (!request.widget.options.value(option::path).isEmpty()) return makeLauncher(request);
   GenericContent content = makeGeneric(request);
   content.word = TileWords::tr("Choose app");
   content.opensEditor = true;
@@ -36,7 +38,7 @@ TileContent launcher(const TileRequest& request) {
 }
 
 PlainWords launcherWords(const TilePanel& panel, const TileSources& sources) {
-  const QString opened = sources.applications.value(panel.widget().options.value(u"path"_s)).name;
+  const QString opened = sources.applications.value(panel.widget().options.value(option::path)).name;
   const QString button = PanelWords::tr("Choose App…");
   if (!opened.isEmpty()) return {PanelWords::tr("Opens %1.").arg(opened), button};
   return {PanelWords::tr("Choose the application that this tile opens."), button, true};
@@ -47,13 +49,13 @@ std::unique_ptr<TilePanel> makeLauncherPanel(const PanelContext& context) {
 }
 
 QMap<QString, QString> exampleFolder(const ExampleRequest& request) {
-  return {{u"paths"_s, request.applications.mid(0, kFolderIcons).join(u'\n')}};
+  return {{option::paths, request.applications.mid(0, kFolderIcons).join(u'\n')}};
 }
 QMap<QString, QString> picturedLauncher(const QDateTime&) {
-  return {{u"path"_s, u"/usr/share/applications/browser.desktop"_s}};
+  return {{option::path, u"/usr/share/applications/browser.desktop"_s}};
 }
 QMap<QString, QString> picturedFolder(const QDateTime&) {
-  return {{u"paths"_s,
+  return {{option::paths,
            u"/usr/share/applications/mail.desktop\n/usr/share/applications/music.desktop\n"
            u"/usr/share/applications/messages.desktop\n/usr/share/applications/photos.desktop"_s}};
 }
@@ -67,8 +69,8 @@ constexpr std::array kFamilies = {
             .pictured = picturedLauncher},
 };
 constexpr std::array kKinds = {
-    RoomRow{.word = "applications"_L1, .content = contentOf<makeApplications>, .panel = makeApplicationsPanel},
-    RoomRow{.word = "appFolder"_L1,
+    RoomRow{.word = kind::applications, .content = contentOf<makeApplications>, .panel = makeApplicationsPanel},
+    RoomRow{.word = kind::appFolder,
             .content = contentOf<makeAppFolder>,
             .panel = makeAppFolderPanel,
             .options = kFolderOptions,

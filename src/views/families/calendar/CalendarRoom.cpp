@@ -8,6 +8,7 @@
 #include "views/families/calendar/ProgressTiles.h"
 #include "views/families/calendar/ReminderTiles.h"
 #include "views/panels/Room.h"
+#include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
 
@@ -75,22 +76,22 @@ constexpr std::array kFamilies = {
             .sample = sampleCalendar},
 };
 constexpr std::array kKinds = {
-    RoomRow{.word = "calendar"_L1, .content = contentOf<makeTodayEvent>},
-    RoomRow{.word = "calendarWeek"_L1, .content = contentOf<makeWeek>},
-    RoomRow{.word = "calendarSevenDays"_L1, .content = fromCalendar<makeSevenDays>},
-    RoomRow{.word = "calendarDayAgenda"_L1, .content = fromCalendar<makeDayAgenda>},
-    RoomRow{.word = "calendarThreeEvents"_L1, .content = fromCalendar<makeThreeEvents>},
-    RoomRow{.word = "calendarNextEvent"_L1, .content = fromCalendar<makeNextEvent>},
-    RoomRow{.word = "calendarMeeting"_L1, .content = fromCalendar<makeMeetings>},
-    RoomRow{.word = "calendarMeetingDetail"_L1, .content = fromCalendar<makeMeetingCenter>},
-    RoomRow{.word = "calendarMeetingCompact"_L1, .content = fromCalendar<makeNextMeeting>},
-    RoomRow{.word = "todayOverview"_L1, .content = contentOf<makeTodayOverview>, .panel = makeOverviewPanel},
-    RoomRow{.word = "calendarDayProgress"_L1, .content = contentOf<makeDayProgress>},
-    RoomRow{.word = "calendarMonthProgress"_L1, .content = contentOf<makeMonthProgress>},
-    RoomRow{.word = "calendarYearProgress"_L1, .content = contentOf<makeYearProgress>},
-    RoomRow{.word = "remindersNext"_L1, .content = fromReminders<makeNextReminder>},
-    RoomRow{.word = "remindersToday"_L1, .content = fromReminders<makeDueToday>},
-    RoomRow{.word = "remindersAgenda"_L1, .content = fromReminders<makeRemindersAgenda>},
+    RoomRow{.word = kind::calendar, .content = contentOf<makeTodayEvent>},
+    RoomRow{.word = kind::calendarWeek, .content = contentOf<makeWeek>},
+    RoomRow{.word = kind::calendarSevenDays, .content = fromCalendar<makeSevenDays>},
+    RoomRow{.word = kind::calendarDayAgenda, .content = fromCalendar<makeDayAgenda>},
+    RoomRow{.word = kind::calendarThreeEvents, .content = fromCalendar<makeThreeEvents>},
+    RoomRow{.word = kind::calendarNextEvent, .content = fromCalendar<makeNextEvent>},
+    RoomRow{.word = kind::calendarMeeting, .content = fromCalendar<makeMeetings>},
+    RoomRow{.word = kind::calendarMeetingDetail, .content = fromCalendar<makeMeetingCenter>},
+    RoomRow{.word = kind::calendarMeetingCompact, .content = fromCalendar<makeNextMeeting>},
+    RoomRow{.word = kind::todayOverview, .content = contentOf<makeTodayOverview>, .panel = makeOverviewPanel},
+    RoomRow{.word = kind::calendarDayProgress, .content = contentOf<makeDayProgress>},
+    RoomRow{.word = kind::calendarMonthProgress, .content = contentOf<makeMonthProgress>},
+    RoomRow{.word = kind::calendarYearProgress, .content = contentOf<makeYearProgress>},
+    RoomRow{.word = kind::remindersNext, .content = fromReminders<makeNextReminder>},
+    RoomRow{.word = kind::remindersToday, .content = fromReminders<makeDueToday>},
+    RoomRow{.word = kind::remindersAgenda, .content = fromReminders<makeRemindersAgenda>},
 };
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "views/families/calendar/ProgressTiles.h"
 #include "views/panels/PanelWords.h"
 #include "views/tiles/ClockWords.h"
+#include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
 
@@ -86,8 +87,8 @@ class ProgressPanel final : public TilePanel {
 
  private:
   Component own() const {
-    if (widget().kind == "calendarMonthProgress"_L1) return Component::Month;
-    return widget().kind == "calendarYearProgress"_L1 ? Component::Year : Component::Day;
+    if (widget().kind == kind::calendarMonthProgress) return Component::Month;
+    return widget().kind == kind::calendarYearProgress ? Component::Year : Component::Day;
   }
 
   FigureView* figure_;

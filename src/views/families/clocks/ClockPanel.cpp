@@ -12,6 +12,8 @@
 #include "views/panels/PutBack.h"
 #include "views/panels/ZoneSearch.h"
 #include "views/tiles/ClockWords.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -36,7 +38,7 @@ class ClockPanel final : public TilePanel {
  public:
   explicit ClockPanel(const PanelContext& context)
       : TilePanel(context),
-        isList_(widget().kind == "worldClockList"_L1),
+        isList_(widget().kind == kind::worldClockList),
         figure_(new FigureView),
         zones_(new QVBoxLayout),
         field_(new SearchField(isList_ ? PanelWords::tr("Add a city or time zone")
@@ -72,7 +74,7 @@ class ClockPanel final : public TilePanel {
 
  protected:
   void refresh(const TileSources& sources) override {
-    const QString zone = isList_ ? QString() : widget().options.value(u"timezone"_s);
+    const QString zone = isList_ ? QString() : widget().options.value(option::timezone);
     const QDateTime now = ClockWords::inZone(sources.now, zone);
     const ClockTime time = ClockWords::time(now.time(), sources.locale, sources.use24Hour);
     const QDate today = now.date();
@@ -117,13 +119,13 @@ class ClockPanel final : public TilePanel {
     const QMap<QString, QString>& options = widget().options;
     QList<Zone> zones;
     if (isList_) {
-      const QStringList names = worldZones(options.value(u"zones"_s));
+      const QStringList names = worldZones(options.value(option::zones));
       for (const QString& name : names) zones << Zone{name, ClockWords::city(name), names.size() > 1};
       return zones;
     }
-    const QString name = options.value(u"timezone"_s);
+    const QString name = options.value(option::timezone);
     if (!ClockWords::isZone(name)) return {Zone{{}, PanelWords::tr("Local"), false}};
-    const QString label = options.value(u"zoneLabel"_s).trimmed();
+    const QString label = options.value(option::zoneLabel).trimmed();
     const QString city = ClockWords::city(name);
     if (ZoneSearch::isNameOf(label, name)) return {Zone{name, label.isEmpty() ? city : label, true}};
     return {Zone{name, label, true, city}};
@@ -168,31 +170,31 @@ class ClockPanel final : public TilePanel {
     if (!isList_) {
       store().update(standingAt({}, {}));
       offerUndo(PanelWords::tr("The clock shows local time."), [store = &store(), before] {
-        for (const QString& key : {u"timezone"_s, u"zoneLabel"_s})
+        for (const QLatin1StringView key : {option::timezone, option::zoneLabel})
           if (before.options.contains(key)) store->set(before.id, key, before.options.value(key));
       });
       return;
     }
-    const QStringList all = worldZones(before.options.value(u"zones"_s));
+    const QStringList all = worldZones(before.options.value(option::zones));
     QStringList zones = all;
     zones.removeAll(zone);
-    setOption(u"zones"_s, zones.join(u','));
+    setOption(option::zones, zones.join(u','));
     offerUndo(PanelWords::tr("“%1” was removed.").arg(ClockWords::city(zone)),
-              puttingBack(store(), before.id, u"zones"_s, u',', all));
+              puttingBack(store(), before.id, option::zones, u',', all));
   }
 
   void take(const ZoneMatch& match) {
     if (isList_) {
-      QStringList zones = worldZones(widget().options.value(u"zones"_s));
+      QStringList zones = worldZones(widget().options.value(option::zones));
       if (!zones.contains(match.zone)) zones << match.zone;
       setMessage(zones.size() > kMostZones ? PanelWords::tr("A world clock holds at most %1 zones.").arg(kMostZones)
                                            : QString());
-      if (zones.size() <= kMostZones) changeSetting(u"zones"_s, zones.join(u','));
+      if (zones.size() <= kMostZones) changeSetting(option::zones, zones.join(u','));
     } else {
       const QMap<QString, QString>& options = widget().options;
-      const QString label = options.value(u"zoneLabel"_s);
+      const QString label = options.value(option::zoneLabel);
       changeSettings(
-          standingAt(match.zone, ZoneSearch::isNameOf(label, options.value(u"timezone"_s)) ? match.city : label));
+          standingAt(match.zone, ZoneSearch::isNameOf(label, options.value(option::timezone)) ? match.city : label));
     }
     field_->clear();
     refreshNow();
@@ -201,7 +203,7 @@ class ClockPanel final : public TilePanel {
   /// The clock at another place: both options belong to one change of the settings.
   DockWidget standingAt(const QString& zone, const QString& label) const {
     DockWidget changed = widget();
-    for (const auto& [key, value] : {std::pair(u"timezone"_s, zone), std::pair(u"zoneLabel"_s, label)}) {
+    for (const auto& [key, value] : {std::pair(option::timezone, zone), std::pair(option::zoneLabel, label)}) {
       changed.options.remove(key);
       if (!value.isEmpty()) changed.options.insert(key, value);
     }

@@ -9,6 +9,7 @@
 #include "views/tiles/ClockWords.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileWords.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -120,7 +121,7 @@ void drawHand(QPainter& painter, QPointF centre, double turns, double from, doub
 }  // namespace
 
 QDateTime clockMoment(const TileRequest& request) {
-  return ClockWords::inZone(request.sources.now, request.widget.options.value(u"timezone"_s));
+  return ClockWords::inZone(request.sources.now, request.widget.options.value(option::timezone));
 }
 
 bool isElsewhere(const TileRequest& request) {
@@ -129,15 +130,15 @@ bool isElsewhere(const TileRequest& request) {
 }
 
 QString clockLabel(const TileRequest& request) {
-  const QString zone = request.widget.options.value(u"timezone"_s);
+  const QString zone = request.widget.options.value(option::timezone);
   // Where the zone means nothing the time is the user's own, and no other place's name belongs to it.
   if (!zone.isEmpty() && !ClockWords::isZone(zone)) return {};
-  return request.widget.options.value(u"zoneLabel"_s).trimmed();
+  return request.widget.options.value(option::zoneLabel).trimmed();
 }
 
 QString clockPlace(const TileRequest& request) {
   if (const QString label = clockLabel(request); !label.isEmpty()) return label;
-  const QString zone = request.widget.options.value(u"timezone"_s);
+  const QString zone = request.widget.options.value(option::timezone);
   return ClockWords::isZone(zone) ? ClockWords::city(zone) : TileWords::tr("Local");
 }
 

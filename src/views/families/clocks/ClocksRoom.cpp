@@ -5,6 +5,8 @@
 #include "views/families/clocks/DateTiles.h"
 #include "views/families/clocks/DigitTiles.h"
 #include "views/panels/Room.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -15,8 +17,8 @@ namespace {
 using enum FieldShape;
 
 constexpr std::array kOptions = {
-    WidgetOption{.key = "timezone", .shape = Zone, .label = QT_TRANSLATE_NOOP("Library", "Time zone")},
-    WidgetOption{.key = "zoneLabel",
+    WidgetOption{.key = option::timezone, .shape = Zone, .label = QT_TRANSLATE_NOOP("Library", "Time zone")},
+    WidgetOption{.key = option::zoneLabel,
                  .shape = Line,
                  .label = QT_TRANSLATE_NOOP("Library", "Label"),
                  .placeholder = QT_TRANSLATE_NOOP("Library", "Local")},
@@ -24,7 +26,7 @@ constexpr std::array kOptions = {
 constexpr std::array kTodayOptions = {
     kOptions[0],
     kOptions[1],
-    WidgetOption{.key = "city",
+    WidgetOption{.key = option::city,
                  .shape = Line,
                  .label = QT_TRANSLATE_NOOP("Library", "City"),
                  .placeholder = QT_TRANSLATE_NOOP("Library", "Chicago"),
@@ -32,19 +34,19 @@ constexpr std::array kTodayOptions = {
                  .isLater = true},
 };
 constexpr std::array kListOptions = {
-    WidgetOption{.key = "zones",
+    WidgetOption{.key = option::zones,
                  .shape = Zones,
                  .label = QT_TRANSLATE_NOOP("Library", "Time zones"),
                  .placeholder = "America/New_York,Europe/London,Asia/Tokyo"},
 };
 
-QMap<QString, QString> tokyo() { return {{u"timezone"_s, u"Asia/Tokyo"_s}}; }
+QMap<QString, QString> tokyo() { return {{option::timezone, u"Asia/Tokyo"_s}}; }
 QMap<QString, QString> exampleCity(const ExampleRequest&) { return tokyo(); }
 QMap<QString, QString> picturedCity(const QDateTime&) { return tokyo(); }
 QMap<QString, QString> picturedList(const QDateTime&) {
-  return {{u"zones"_s, u"America/New_York,Europe/London,Asia/Tokyo"_s}};
+  return {{option::zones, u"America/New_York,Europe/London,Asia/Tokyo"_s}};
 }
-QMap<QString, QString> picturedToday(const QDateTime&) { return {{u"city"_s, u"Kendal"_s}}; }
+QMap<QString, QString> picturedToday(const QDateTime&) { return {{option::city, u"Kendal"_s}}; }
 
 constexpr auto kSecond = always<TickCadence::Second, DockWidget>;
 
@@ -56,27 +58,27 @@ constexpr std::array kFamilies = {
             .options = kOptions},
 };
 constexpr std::array kKinds = {
-    RoomRow{.word = "digitalClock"_L1, .content = contentOf<makeTimeDate>},
-    RoomRow{.word = "analogClassicLight"_L1, .content = contentOf<makeAnalogClock>, .cadence = kSecond},
-    RoomRow{.word = "analogClassicDark"_L1, .content = contentOf<makeDarkClock>, .cadence = kSecond},
-    RoomRow{.word = "analogMinimal"_L1, .content = contentOf<makeMinimalClock>, .cadence = kSecond},
-    RoomRow{.word = "timeOnly"_L1, .content = contentOf<makeTimeOnly>},
-    RoomRow{.word = "timeSeconds"_L1, .content = contentOf<makeTimeSeconds>, .cadence = kSecond},
-    RoomRow{.word = "flipClock"_L1, .content = contentOf<makeFlipClock>},
-    RoomRow{.word = "pixelClock"_L1, .content = contentOf<makePixelClock>},
-    RoomRow{.word = "overlapClock"_L1, .content = contentOf<makeOverlapClock>},
-    RoomRow{.word = "ringClock"_L1, .content = contentOf<makeRingClock>},
-    RoomRow{.word = "worldClockCity"_L1,
+    RoomRow{.word = kind::digitalClock, .content = contentOf<makeTimeDate>},
+    RoomRow{.word = kind::analogClassicLight, .content = contentOf<makeAnalogClock>, .cadence = kSecond},
+    RoomRow{.word = kind::analogClassicDark, .content = contentOf<makeDarkClock>, .cadence = kSecond},
+    RoomRow{.word = kind::analogMinimal, .content = contentOf<makeMinimalClock>, .cadence = kSecond},
+    RoomRow{.word = kind::timeOnly, .content = contentOf<makeTimeOnly>},
+    RoomRow{.word = kind::timeSeconds, .content = contentOf<makeTimeSeconds>, .cadence = kSecond},
+    RoomRow{.word = kind::flipClock, .content = contentOf<makeFlipClock>},
+    RoomRow{.word = kind::pixelClock, .content = contentOf<makePixelClock>},
+    RoomRow{.word = kind::overlapClock, .content = contentOf<makeOverlapClock>},
+    RoomRow{.word = kind::ringClock, .content = contentOf<makeRingClock>},
+    RoomRow{.word = kind::worldClockCity,
             .content = contentOf<makeWorldTime>,
             .example = exampleCity,
             .pictured = picturedCity},
-    RoomRow{.word = "worldClockList"_L1,
+    RoomRow{.word = kind::worldClockList,
             .content = contentOf<makeWorldList>,
             .options = kListOptions,
             .pictured = picturedList},
-    RoomRow{.word = "dateOnly"_L1, .content = contentOf<makeDate>},
-    RoomRow{.word = "dayNumber"_L1, .content = contentOf<makeDayNumber>, .accent = always<Accent::Red>},
-    RoomRow{.word = "todayClock"_L1,
+    RoomRow{.word = kind::dateOnly, .content = contentOf<makeDate>},
+    RoomRow{.word = kind::dayNumber, .content = contentOf<makeDayNumber>, .accent = always<Accent::Red>},
+    RoomRow{.word = kind::todayClock,
             .content = contentOf<makeTodayClock>,
             .options = kTodayOptions,
             .pictured = picturedToday},

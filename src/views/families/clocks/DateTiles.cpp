@@ -5,6 +5,7 @@
 #include "views/tiles/DayPainting.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileWords.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -72,7 +73,7 @@ void paint(TileCanvas& canvas, const DayNumberContent& content) {
 TodayClockContent makeTodayClock(const TileRequest& request) {
   TodayClockContent content{makeTimeDate(request), std::nullopt};
   content.clock.sky = Sky::Here;  // Its place is the weather's.
-  if (!request.widget.options.value(u"city"_s).trimmed().isEmpty()) content.weather = request.sources.weather;
+  if (!request.widget.options.value(option::city).trimmed().isEmpty()) content.weather = request.sources.weather;
   return content;
 }
 
@@ -114,7 +115,7 @@ WorldTimeContent makeWorldTime(const TileRequest& request) {
   WorldTimeContent content;
   content.time = ClockWords::time(there.time(), request.sources.locale, request.sources.use24Hour);
   const QString place = clockPlace(request);
-  if (ClockWords::isZone(request.widget.options.value(u"timezone"_s)))
+  if (ClockWords::isZone(request.widget.options.value(option::timezone)))
     content.captions << place + u" · "_s + ClockWords::ahead(there, here);
   content.captions << place;
   if (isElsewhere(request)) content.sky = ClockWords::isDay(there) ? Sky::Day : Sky::Night;
@@ -132,7 +133,7 @@ void paint(TileCanvas& canvas, const WorldTimeContent& content) {
 
 WorldListContent makeWorldList(const TileRequest& request) {
   WorldListContent content;
-  for (const QString& zone : worldZones(request.widget.options.value(u"zones"_s))) {
+  for (const QString& zone : worldZones(request.widget.options.value(option::zones))) {
     const QDateTime there = ClockWords::inZone(request.sources.now, zone);
     const ClockTime time = ClockWords::time(there.time(), request.sources.locale, request.sources.use24Hour);
     content.rows.append(

@@ -6,6 +6,7 @@
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileWords.h"
 #include "widgets/PinnedTiles.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -50,7 +51,7 @@ QString filesOn(const ShelfContent& content) {
 }
 
 QString folderName(const TileRequest& request) {
-  const QString own = PinnedTiles::nameOf(request.widget.options.value(u"path"_s));
+  const QString own = PinnedTiles::nameOf(request.widget.options.value(option::path));
   return request.widget.title.isEmpty() && !own.isEmpty() ? own : request.title();
 }
 

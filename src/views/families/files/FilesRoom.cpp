@@ -11,6 +11,8 @@
 #include "views/families/files/FileTiles.h"
 #include "views/families/files/PlaceTiles.h"
 #include "views/panels/Room.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -21,17 +23,17 @@ namespace {
 QString downloads() { return QStandardPaths::writableLocation(QStandardPaths::DownloadLocation); }
 
 constexpr std::array kFolderOptions = {
-    WidgetOption{.key = "path", .shape = FieldShape::Folder, .label = QT_TRANSLATE_NOOP("Library", "Folder")},
+    WidgetOption{.key = option::path, .shape = FieldShape::Folder, .label = QT_TRANSLATE_NOOP("Library", "Folder")},
 };
 constexpr std::array kDownloadsOptions = {
-    WidgetOption{.key = "path",
+    WidgetOption{.key = option::path,
                  .shape = FieldShape::Folder,
                  .label = QT_TRANSLATE_NOOP("Library", "Folder"),
                  .usualPath = downloads},
 };
 
 constexpr std::array kDropOptions = {
-    WidgetOption{.key = "path",
+    WidgetOption{.key = option::path,
                  .shape = FieldShape::Folder,
                  .label = QT_TRANSLATE_NOOP("Library", "Folder"),
                  .help = QT_TRANSLATE_NOOP("Library", "Files that are dropped on the widget go to this folder.")},
@@ -77,7 +79,7 @@ void sampleScreenshots(TileSources& sources, const TileSources& samples) {
   if (!shown || shown->isEmpty()) sources.readings.screenshots = samples.readings.screenshots;
 }
 
-QMap<QString, QString> picturedFolder(const QDateTime&) { return {{u"path"_s, u"/home/robin/Documents"_s}}; }
+QMap<QString, QString> picturedFolder(const QDateTime&) { return {{option::path, u"/home/robin/Documents"_s}}; }
 
 constexpr std::array kFamilies = {
     RoomRow{.word = "files"_L1},
@@ -88,25 +90,25 @@ constexpr std::array kFamilies = {
     RoomRow{.word = "search"_L1},
 };
 constexpr std::array kKinds = {
-    RoomRow{.word = "folderLauncher"_L1,
+    RoomRow{.word = kind::folderLauncher,
             .content = contentOf<makeFolder>,
             .panel = makeFolderPanel,
             .options = kFolderOptions,
             .pictured = picturedFolder},
-    RoomRow{.word = "downloads"_L1,
+    RoomRow{.word = kind::downloads,
             .content = contentOf<makeDownloads>,
             .panel = makeFolderPanel,
             .options = kDownloadsOptions},
-    RoomRow{.word = "trash"_L1, .content = contentOf<makeTrash>, .panel = makeTrashPanel},
-    RoomRow{.word = "fileShelf"_L1, .content = contentOf<makeShelf>, .panel = makeShelfPanel},
-    RoomRow{.word = "recentFiles"_L1,
+    RoomRow{.word = kind::trash, .content = contentOf<makeTrash>, .panel = makeTrashPanel},
+    RoomRow{.word = kind::fileShelf, .content = contentOf<makeShelf>, .panel = makeShelfPanel},
+    RoomRow{.word = kind::recentFiles,
             .content = contentOf<makeRecentFiles>,
             .panel = makeRecentFilesPanel,
             .options = kDropOptions,
             .read = readRecent,
             .sample = sampleRecent},
     // It says how long ago its picture was taken.
-    RoomRow{.word = "screenshots"_L1,
+    RoomRow{.word = kind::screenshots,
             .content = contentOf<makeScreenshots>,
             .panel = makeScreenshotsPanel,
             .cadence = always<TickCadence::Minute>,
@@ -114,8 +116,8 @@ constexpr std::array kKinds = {
             .problem = screenshotProblem,
             .read = readScreenshots,
             .sample = sampleScreenshots},
-    RoomRow{.word = "finderSearch"_L1, .content = contentOf<makeFileSearch>, .panel = makeFileSearchPanel},
-    RoomRow{.word = "webSearch"_L1, .content = contentOf<makeWebSearch>, .panel = makeWebSearchPanel},
+    RoomRow{.word = kind::finderSearch, .content = contentOf<makeFileSearch>, .panel = makeFileSearchPanel},
+    RoomRow{.word = kind::webSearch, .content = contentOf<makeWebSearch>, .panel = makeWebSearchPanel},
 };
 
 }  // namespace

@@ -11,14 +11,14 @@
 #include "views/panels/PanelWords.h"
 #include "widgets/PinnedTiles.h"
 #include "widgets/WidgetFolder.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-const QString kSortKey = u"sort"_s;
 
 class FolderPanel final : public TilePanel {
  public:
@@ -46,7 +46,7 @@ class FolderPanel final : public TilePanel {
     body().addWidget(rest_);
     connect(back_, &QPushButton::clicked, this, [this] { go(QFileInfo(listing_.request().folder).path()); });
     connect(order_, &Segments::chosenChanged, this, [this](int chosen) {
-      changeSetting(kSortKey, chosen == 1 ? std::optional(u"name"_s) : std::nullopt);
+      changeSetting(option::sort, chosen == 1 ? std::optional(u"name"_s) : std::nullopt);
       go(listing_.request().folder);
     });
     connect(view_, &ItemView::opened, this, &FolderPanel::open);
@@ -57,7 +57,7 @@ class FolderPanel final : public TilePanel {
  protected:
   QString heading() const override {
     const QString folder = listing_.request().folder;
-    const bool named = folder == root() && (!widget().title.isEmpty() || widget().kind == "downloads"_L1);
+    const bool named = folder == root() && (!widget().title.isEmpty() || widget().kind == kind::downloads);
     const QString name = PinnedTiles::nameOf(folder);
     return named || name.isEmpty() ? title() : name;
   }
@@ -104,7 +104,7 @@ class FolderPanel final : public TilePanel {
  private:
   QString root() const { return widgetFolder(widget()); }
   FolderOrder order() const {
-    return widget().options.value(kSortKey) == "name"_L1 ? FolderOrder::Name : FolderOrder::Newest;
+    return widget().options.value(option::sort) == "name"_L1 ? FolderOrder::Name : FolderOrder::Newest;
   }
   std::function<void()> editor() const {
     if (!context().actions.openEditor) return {};

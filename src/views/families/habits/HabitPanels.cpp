@@ -13,6 +13,7 @@
 #include "views/panels/PanelWords.h"
 #include "views/theme/WaterGlass.h"
 #include "widgets/HabitMath.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -78,9 +79,9 @@ class WaterPanel final : public TilePanel {
     connect(less_, &QPushButton::clicked, this, [this] { store().drink(this->context().widget, -1); });
     connect(more_, &QPushButton::clicked, this, [this] { store().drink(this->context().widget); });
     connect(goal_, &Stepper::valueChanged, this,
-            [this](int value) { changeSetting(u"goal"_s, QString::number(value)); });
+            [this](int value) { changeSetting(option::goal, QString::number(value)); });
     connect(reminder_, &Stepper::valueChanged, this, [this](int value) {
-      changeSetting(u"interval"_s, value == 0 ? std::nullopt : std::optional(QString::number(value)));
+      changeSetting(option::interval, value == 0 ? std::nullopt : std::optional(QString::number(value)));
     });
   }
 
@@ -97,7 +98,7 @@ class WaterPanel final : public TilePanel {
     less_->setEnabled(glasses > 0);
     more_->setEnabled(glasses < WaterMath::kMostGlasses);
     goal_->setValue(goal);
-    reminder_->setValue(static_cast<int>(std::clamp(widget().number(u"interval"_s, 0), 0.0, 1440.0)));
+    reminder_->setValue(static_cast<int>(std::clamp(widget().number(option::interval, 0), 0.0, 1440.0)));
   }
 
  private:
@@ -199,13 +200,13 @@ class HabitPanel final : public TilePanel {
     body().addWidget(weeks_);
     body().addSpacing(theme::kPanelHeaderBelow);
     body().addWidget(today_);
-    connect(field_, &QLineEdit::textEdited, this, [this](const QString& text) { setOption(u"text"_s, text); });
+    connect(field_, &QLineEdit::textEdited, this, [this](const QString& text) { setOption(option::text, text); });
     connect(today_, &QPushButton::clicked, this, [this] { store().toggleHabit(this->context().widget); });
   }
 
  protected:
   void refresh(const TileSources& sources) override {
-    const QString text = widget().options.value(u"text"_s);
+    const QString text = widget().options.value(option::text);
     if (text != field_->text()) field_->setText(text);
     const QSet<QString> kept = HabitMath::completed(widget());
     const int streak = HabitMath::streak(widget(), sources.now);

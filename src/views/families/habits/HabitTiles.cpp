@@ -6,6 +6,7 @@
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileWords.h"
 #include "widgets/HabitMath.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -82,7 +83,7 @@ std::optional<int> partAt(const WaterContent&, const TileClick& click) {
 
 HabitContent makeHabit(const TileRequest& request) {
   HabitContent content;
-  const QString text = request.widget.options.value(u"text"_s).simplified();
+  const QString text = request.widget.options.value(option::text).simplified();
   content.habit = text.isEmpty() ? request.title() : text;
   content.streak = HabitMath::streak(request.widget, request.sources.now);
   const QSet<QString> kept = HabitMath::completed(request.widget);

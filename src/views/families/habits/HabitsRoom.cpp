@@ -5,6 +5,7 @@
 #include "views/families/habits/HabitTiles.h"
 #include "views/panels/Room.h"
 #include "widgets/HabitMath.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -15,7 +16,7 @@ namespace {
 using enum FieldShape;
 
 constexpr std::array kWaterOptions = {
-    WidgetOption{.key = "goal",
+    WidgetOption{.key = option::goal,
                  .shape = Number,
                  .label = QT_TRANSLATE_NOOP("Library", "Daily goal"),
                  .placeholder = "8",
@@ -23,7 +24,7 @@ constexpr std::array kWaterOptions = {
                  .fault = QT_TRANSLATE_NOOP("WidgetEditor", "Enter a goal between 1 and 100 glasses.")},
 };
 constexpr std::array kHabitOptions = {
-    WidgetOption{.key = "text",
+    WidgetOption{.key = option::text,
                  .shape = Line,
                  .label = QT_TRANSLATE_NOOP("Library", "Habit"),
                  .placeholder = QT_TRANSLATE_NOOP("Library", "Read for 20 minutes")},
@@ -40,17 +41,17 @@ QString someDays(const QDateTime& now) {
 }
 
 QMap<QString, QString> exampleWater(const ExampleRequest& request) {
-  return {{u"glasses"_s, u"5"_s}, {u"day"_s, HabitMath::key(request.now)}};
+  return {{option::glasses, u"5"_s}, {option::day, HabitMath::key(request.now)}};
 }
 QMap<QString, QString> exampleHabit(const ExampleRequest& request) {
-  return {{u"text"_s, QCoreApplication::translate("Library", "Read")}, {u"history"_s, someDays(request.now)}};
+  return {{option::text, QCoreApplication::translate("Library", "Read")}, {option::history, someDays(request.now)}};
 }
 QMap<QString, QString> picturedWater(const QDateTime&) {
-  return {{u"glasses"_s, u"5"_s}, {u"goal"_s, u"8"_s}, {u"day"_s, u"2026-11-24"_s}};
+  return {{option::glasses, u"5"_s}, {option::goal, u"8"_s}, {option::day, u"2026-11-24"_s}};
 }
 QMap<QString, QString> picturedHabit(const QDateTime&) {
-  return {{u"text"_s, u"Read"_s},
-          {u"history"_s,
+  return {{option::text, u"Read"_s},
+          {option::history,
            u"2026-11-08,2026-11-09,2026-11-10,2026-11-12,2026-11-13,2026-11-14,2026-11-15,2026-11-16,"
            u"2026-11-18,2026-11-19,2026-11-21,2026-11-22,2026-11-23"_s}};
 }

@@ -3,6 +3,7 @@
 #include "views/panels/Room.h"
 #include "views/tiles/GenericTile.h"
 #include "views/tiles/TileWords.h"
+#include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
 
@@ -29,8 +30,8 @@ constexpr std::array kFamilies = {
     RoomRow{.word = "photos"_L1, .comesLater = true},
 };
 constexpr std::array kKinds = {
-    RoomRow{.word = "microphoneMute"_L1, .accent = always<Accent::Red>},
-    RoomRow{.word = "nowPlayingMini"_L1, .content = music},
+    RoomRow{.word = kind::microphoneMute, .accent = always<Accent::Red>},
+    RoomRow{.word = kind::nowPlayingMini, .content = music},
 };
 
 }  // namespace

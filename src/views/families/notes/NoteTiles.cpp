@@ -7,6 +7,8 @@
 #include "views/theme/Glass.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileWords.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -161,7 +163,7 @@ std::optional<int> partAt(const TodosContent& content, const TileClick& click) {
 }
 
 NoteContent makeNote(const TileRequest& request) {
-  return {shortened(request.widget.options.value(u"text"_s).trimmed())};
+  return {shortened(request.widget.options.value(option::text).trimmed())};
 }
 
 TileText describe(const NoteContent& content, const QString& name) {
@@ -220,8 +222,10 @@ QList<DockWidget> notesByAge(const DockConfiguration& config) {
   QList<DockWidget> notes;
   for (const DockProfile& profile : config.profiles)
     for (const DockWidget& widget : profile.widgets)
-      if (widget.kind == "scratchNote"_L1 && !widget.options.value(u"text"_s).trimmed().isEmpty()) notes.append(widget);
-  std::ranges::stable_sort(notes, std::greater(), [](const DockWidget& note) { return note.number(u"edited"_s, 0); });
+      if (widget.kind == kind::scratchNote && !widget.options.value(option::text).trimmed().isEmpty())
+        notes.append(widget);
+  const auto edited = [](const DockWidget& note) { return note.number(option::edited, 0); };
+  std::ranges::stable_sort(notes, std::greater(), edited);
   return notes;
 }
 

@@ -12,6 +12,8 @@
 #include "views/families/notes/NoteTiles.h"
 #include "views/panels/PanelWords.h"
 #include "widgets/TimeMath.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -26,18 +28,18 @@ constexpr double kMarkSeconds = 60;
 /// Writes the text of the note `id` into the document.
 void writeNote(AppStore& store, const QUuid& id, const QString& text) {
   const DockWidget* stored = DocumentEdits::find(store.config(), id);
-  if (!stored || stored->options.value(u"text"_s) == text) return;
+  if (!stored || stored->options.value(option::text) == text) return;
   DockWidget note = *stored;
-  note.options.insert(u"text"_s, text);
+  note.options.insert(option::text, text);
   const double now = TimeMath::unixSeconds(store.now());
-  if (std::abs(now - note.number(u"edited"_s, 0)) > kMarkSeconds)
-    note.options.insert(u"edited"_s, TimeMath::text(std::floor(now)));
+  if (std::abs(now - note.number(option::edited, 0)) > kMarkSeconds)
+    note.options.insert(option::edited, TimeMath::text(std::floor(now)));
   store.update(note);
 }
 
 QString noteText(const AppStore& store, const QUuid& id) {
   const DockWidget* stored = DocumentEdits::find(store.config(), id);
-  return stored ? stored->options.value(u"text"_s) : QString();
+  return stored ? stored->options.value(option::text) : QString();
 }
 
 /// A text area that is bound to one note at a time.
@@ -154,7 +156,7 @@ class NotesPanel final : public TilePanel {
  private:
   void addNote() {
     DockWidget note;
-    note.kind = u"scratchNote"_s;
+    note.kind = kind::scratchNote;
     const QUuid added = store().addWidget(note, store().profile(context().display).id);
     if (added.isNull()) return;  // The store has said why.
     area_->bind(added);
@@ -170,7 +172,7 @@ class NotesPanel final : public TilePanel {
     }
     if (notes.size() < 2) return;
     for (const DockWidget& note : notes) {
-      const NoteReading reading = noteReading(note.options.value(u"text"_s));
+      const NoteReading reading = noteReading(note.options.value(option::text));
       auto* row = new ListRow(reading.title);
       row->setCaption(reading.text.isEmpty() ? PanelWords::tr("No more text") : reading.text);
       row->setSymbol(u"note.text"_s, note.id == marked_ ? Tone::AccentWord : Tone::Secondary);

@@ -4,6 +4,8 @@
 #include "views/families/notes/NotePanels.h"
 #include "views/families/notes/NoteTiles.h"
 #include "views/panels/Room.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -12,7 +14,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr std::array kNoteOptions = {
-    WidgetOption{.key = "text", .shape = FieldShape::Text, .label = QT_TRANSLATE_NOOP("Library", "Note")},
+    WidgetOption{.key = option::text, .shape = FieldShape::Text, .label = QT_TRANSLATE_NOOP("Library", "Note")},
 };
 
 void tickTodo(const PartClick& click) {
@@ -21,7 +23,7 @@ void tickTodo(const PartClick& click) {
 }
 
 QMap<QString, QString> exampleNote(const ExampleRequest&) {
-  return {{u"text"_s, QCoreApplication::translate("Library", "Water the plants on Friday")}};
+  return {{option::text, QCoreApplication::translate("Library", "Water the plants on Friday")}};
 }
 void sampleTodos(TileSources& sources, const TileSources& samples) {
   if (sources.todos.isEmpty()) sources.todos = samples.todos;
@@ -40,7 +42,9 @@ TodoItem todo(const QString& text, bool done) {
 
 QString latestNote() { return u"Dock review\nCheck the ring width at half the scale"_s; }
 
-QMap<QString, QString> picturedNote(const QDateTime&) { return {{u"text"_s, u"Ask Ines about the museum tickets"_s}}; }
+QMap<QString, QString> picturedNote(const QDateTime&) {
+  return {{option::text, u"Ask Ines about the museum tickets"_s}};
+}
 
 QList<TodoItem> picturedTodos() {
   return {todo(u"Fix clipboard icon at 0.5 scale"_s, false), todo(u"Reply to Sam about the theme"_s, false),
@@ -58,9 +62,9 @@ void furnish(AppStore& store, const QDateTime& now) {
     config.todos = picturedTodos();
     config.profiles.last().widgets.append(
         {QUuid::createUuidV5(QUuid(), u"latest note"_s),
-         u"scratchNote"_s,
+         kind::scratchNote,
          {},
-         {{u"text"_s, latestNote()}, {u"edited"_s, QString::number(now.addSecs(-600).toSecsSinceEpoch())}}});
+         {{option::text, latestNote()}, {option::edited, QString::number(now.addSecs(-600).toSecsSinceEpoch())}}});
   });
 }
 

@@ -3,6 +3,8 @@
 #include "views/panels/PanelWords.h"
 #include "views/panels/PlainPanel.h"
 #include "views/panels/Room.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -16,29 +18,30 @@ constexpr const char* kLater =
     QT_TRANSLATE_NOOP("Library", "Connections to services are not part of this version yet. What is set here is kept.");
 
 constexpr WidgetOption kEndpoint{
-    .key = "endpoint",
+    .key = option::endpoint,
     .shape = Line,
     .label = QT_TRANSLATE_NOOP("Library", "Address"),
     .placeholder = "https://api.example.org/v1/stats",
     .fault = QT_TRANSLATE_NOOP("WidgetEditor", "Use a valid HTTPS endpoint without credentials in its URL.")};
-constexpr WidgetOption kCredential{.key = "",
+constexpr WidgetOption kCredential{.key = {},
                                    .shape = Credential,
                                    .label = QT_TRANSLATE_NOOP("Library", "Credential"),
                                    .help = QT_TRANSLATE_NOOP("Library", "Kept in the keyring, never in the settings.")};
 constexpr WidgetOption kField{
-    .key = "field", .shape = Line, .label = QT_TRANSLATE_NOOP("Library", "Field"), .placeholder = "stats.today"};
-constexpr WidgetOption kLabel{.key = "metricLabel", .shape = Line, .label = QT_TRANSLATE_NOOP("Library", "Label")};
-constexpr WidgetOption kPrefix{.key = "prefix",
+    .key = option::field, .shape = Line, .label = QT_TRANSLATE_NOOP("Library", "Field"), .placeholder = "stats.today"};
+constexpr WidgetOption kLabel{
+    .key = option::metricLabel, .shape = Line, .label = QT_TRANSLATE_NOOP("Library", "Label")};
+constexpr WidgetOption kPrefix{.key = option::prefix,
                                .shape = Line,
                                .label = QT_TRANSLATE_NOOP("Library", "Prefix"),
                                .placeholder = QT_TRANSLATE_NOOP("Library", "none")};
-constexpr WidgetOption kSuffix{.key = "suffix",
+constexpr WidgetOption kSuffix{.key = option::suffix,
                                .shape = Line,
                                .label = QT_TRANSLATE_NOOP("Library", "Suffix"),
                                .placeholder = QT_TRANSLATE_NOOP("Library", "none")};
 
 constexpr std::array kOptions = {
-    WidgetOption{.key = "connectionMode",
+    WidgetOption{.key = option::connectionMode,
                  .shape = Choice,
                  .label = QT_TRANSLATE_NOOP("Library", "Connection"),
                  .help = kLater,
@@ -52,13 +55,13 @@ constexpr std::array kOptions = {
     kSuffix,
 };
 constexpr std::array kCodexOptions = {
-    WidgetOption{.key = "connectionMode",
+    WidgetOption{.key = option::connectionMode,
                  .shape = Choice,
                  .label = QT_TRANSLATE_NOOP("Library", "Connection"),
                  .help = kLater,
                  .value = ",codexLocal",
                  .words = QT_TRANSLATE_NOOP("Library", "Address,This Computer")},
-    WidgetOption{.key = "codexExecutable",
+    WidgetOption{.key = option::codexExecutable,
                  .shape = Line,
                  .label = QT_TRANSLATE_NOOP("Library", "Codex executable"),
                  .placeholder = kCodexExecutable,
@@ -102,8 +105,8 @@ constexpr std::array kFamilies = {
             .comesLater = true},
 };
 constexpr std::array kKinds = {
-    RoomRow{.word = "codexUsage"_L1, .options = kCodexOptions},
-    RoomRow{.word = "codexUsageGauge"_L1, .options = kCodexOptions},
+    RoomRow{.word = kind::codexUsage, .options = kCodexOptions},
+    RoomRow{.word = kind::codexUsageGauge, .options = kCodexOptions},
 };
 
 }  // namespace

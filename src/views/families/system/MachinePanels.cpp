@@ -14,6 +14,7 @@
 #include "views/families/system/ProcessSection.h"
 #include "views/families/system/ProcessTiles.h"
 #include "views/panels/PanelWords.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -35,7 +36,7 @@ class ProcessesPanel final : public TilePanel {
         foot_(new TextLabel({}, TextStyle::Caption, Tone::Secondary)) {
     header().addAction(order_);
     connect(order_, &Segments::chosenChanged, this, [this](int chosen) {
-      changeSetting(processOrderKey(), chosen == 1 ? std::optional(u"RAM"_s) : std::nullopt);
+      changeSetting(option::sortBy, chosen == 1 ? std::optional(u"RAM"_s) : std::nullopt);
       refreshNow();
     });
     body().addWidget(confirm_);

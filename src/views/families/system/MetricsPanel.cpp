@@ -1,6 +1,7 @@
 #include "views/families/system/SystemPanels.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "views/controls/Buttons.h"
@@ -10,6 +11,7 @@
 #include "views/families/system/MachineWords.h"
 #include "views/families/system/ProcessSection.h"
 #include "views/panels/PanelWords.h"
+#include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
 
@@ -252,13 +254,13 @@ class NetworkPanel final : public MetricsPanel {
         most_(addDetail(PanelWords::tr("Highest"))) {
     // Each arrow has the colour of its line in the chart, where there is one.
     const QString& kind = definition().id;
-    const bool sending = kind == "networkUpload"_L1;
+    const bool sending = kind == kind::networkUpload;
     down_->setSymbol(u"arrow.down"_s, sending ? Tone::Secondary : Tone::Primary);
     up_->setSymbol(u"arrow.up"_s, sending ? Tone::Primary : Tone::Secondary);
     if (!sending) down_->setSymbolAccent(look().accent);
     if (sending)
       up_->setSymbolAccent(look().accent);
-    else if (kind != "networkDownload"_L1)
+    else if (kind != kind::networkDownload)
       up_->setSymbolAccent(Accent::Blue);
     most_->setSymbol(u"chart.bar"_s, Tone::Secondary);
   }
@@ -266,8 +268,8 @@ class NetworkPanel final : public MetricsPanel {
  protected:
   void fill(const MetricsSnapshot& now, const TileSources& sources) override {
     const QString& kind = definition().id;
-    const bool sending = kind == "networkUpload"_L1;
-    const bool receiving = kind == "networkDownload"_L1;
+    const bool sending = kind == kind::networkUpload;
+    const bool receiving = kind == kind::networkDownload;
     const ReadingFacts& readings = sources.readings;
     const QStringList parts = MachineWords::speed(sources.locale, sending ? now.upload : now.download).split(u' ');
     figure().setFigure(parts.value(0), parts.value(1));
@@ -319,15 +321,20 @@ class SystemPanel final : public MetricsPanel {
   ListRow* memory_;
 };
 
+bool isOfNetwork(const QString& kind) {
+  static constexpr std::array kinds{kind::network, kind::networkDownload, kind::networkUpload, kind::networkChart};
+  return std::ranges::find(kinds, kind) != kinds.end();
+}
+
 }  // namespace
 
 std::unique_ptr<TilePanel> makeMetricsPanel(const PanelContext& context) {
   const QString kind = context.kind();
-  if (kind.startsWith(u"ram"_s)) return std::make_unique<MemoryPanel>(context);
-  if (kind == u"storage"_s) return std::make_unique<StoragePanel>(context);
-  if (kind == u"battery"_s) return std::make_unique<BatteryPanel>(context);
-  if (kind == u"systemChart"_s) return std::make_unique<SystemPanel>(context);
-  if (kind.startsWith(u"network"_s)) return std::make_unique<NetworkPanel>(context);
+  if (kind == kind::ram || kind == kind::ramChart) return std::make_unique<MemoryPanel>(context);
+  if (kind == kind::storage) return std::make_unique<StoragePanel>(context);
+  if (kind == kind::battery) return std::make_unique<BatteryPanel>(context);
+  if (kind == kind::systemChart) return std::make_unique<SystemPanel>(context);
+  if (isOfNetwork(kind)) return std::make_unique<NetworkPanel>(context);
   return std::make_unique<ProcessorPanel>(context);
 }
 

@@ -5,6 +5,7 @@
 #include "views/theme/Glass.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileWords.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -19,10 +20,8 @@ constexpr double kProcessGap = 8;
 
 }  // namespace
 
-QString processOrderKey() { return u"sortBy"_s; }
-
 ProcessOrder processOrderOf(const DockWidget& widget) {
-  return widget.options.value(processOrderKey()) == "RAM"_L1 ? ProcessOrder::RAM : ProcessOrder::CPU;
+  return widget.options.value(option::sortBy) == "RAM"_L1 ? ProcessOrder::RAM : ProcessOrder::CPU;
 }
 
 ProcessesContent makeProcesses(const TileRequest& request) {

@@ -26,8 +26,7 @@ ProcessesContent makeProcesses(const TileRequest& request);
 TileText describe(const ProcessesContent& content, const QString& name);
 void paint(TileCanvas& canvas, const ProcessesContent& content);
 
-/// By what a widget sorts its processes, and the option that says so.
+/// By what a widget sorts its processes.
 ProcessOrder processOrderOf(const DockWidget& widget);
-QString processOrderKey();
 
 }  // namespace tarnwick

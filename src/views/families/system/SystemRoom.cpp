@@ -11,6 +11,8 @@
 #include "views/panels/Room.h"
 #include "views/tiles/GenericTile.h"
 #include "views/tiles/TileWords.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -19,7 +21,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr std::array kProcessOptions = {
-    WidgetOption{.key = "sortBy",
+    WidgetOption{.key = option::sortBy,
                  .shape = FieldShape::Choice,
                  .label = QT_TRANSLATE_NOOP("Library", "Sort by"),
                  .value = "CPU,RAM",
@@ -87,19 +89,19 @@ constexpr std::array kFamilies = {
             .sample = sampleTemperature},
 };
 constexpr std::array kKinds = {
-    RoomRow{.word = "cpu"_L1, .content = contentOf<makeCpuGauge>},
-    RoomRow{.word = "ram"_L1, .content = contentOf<makeMemoryGauge>, .accent = kPurple},
-    RoomRow{.word = "storage"_L1, .content = contentOf<makeStorageGauge>, .accent = always<Accent::Blue>},
-    RoomRow{.word = "battery"_L1, .content = contentOf<makeBattery>},
-    RoomRow{.word = "cpuChart"_L1, .content = contentOf<makeCpuChart>},
-    RoomRow{.word = "ramChart"_L1, .content = contentOf<makeMemoryChart>, .accent = kPurple},
-    RoomRow{.word = "systemChart"_L1, .content = contentOf<makeSystemChart>},
-    RoomRow{.word = "network"_L1, .content = contentOf<makeNetwork>, .accent = kTeal},
-    RoomRow{.word = "networkDownload"_L1, .content = contentOf<makeDownload>, .accent = kTeal},
-    RoomRow{.word = "networkUpload"_L1, .content = contentOf<makeUpload>, .accent = kTeal},
-    RoomRow{.word = "networkChart"_L1, .content = contentOf<makeNetworkChart>, .accent = kTeal},
-    RoomRow{.word = "temperature"_L1, .content = warmth<makeTemperature>},
-    RoomRow{.word = "temperatureChart"_L1, .content = warmth<makeTemperatureChart>},
+    RoomRow{.word = kind::cpu, .content = contentOf<makeCpuGauge>},
+    RoomRow{.word = kind::ram, .content = contentOf<makeMemoryGauge>, .accent = kPurple},
+    RoomRow{.word = kind::storage, .content = contentOf<makeStorageGauge>, .accent = always<Accent::Blue>},
+    RoomRow{.word = kind::battery, .content = contentOf<makeBattery>},
+    RoomRow{.word = kind::cpuChart, .content = contentOf<makeCpuChart>},
+    RoomRow{.word = kind::ramChart, .content = contentOf<makeMemoryChart>, .accent = kPurple},
+    RoomRow{.word = kind::systemChart, .content = contentOf<makeSystemChart>},
+    RoomRow{.word = kind::network, .content = contentOf<makeNetwork>, .accent = kTeal},
+    RoomRow{.word = kind::networkDownload, .content = contentOf<makeDownload>, .accent = kTeal},
+    RoomRow{.word = kind::networkUpload, .content = contentOf<makeUpload>, .accent = kTeal},
+    RoomRow{.word = kind::networkChart, .content = contentOf<makeNetworkChart>, .accent = kTeal},
+    RoomRow{.word = kind::temperature, .content = warmth<makeTemperature>},
+    RoomRow{.word = kind::temperatureChart, .content = warmth<makeTemperatureChart>},
 };
 
 }  // namespace

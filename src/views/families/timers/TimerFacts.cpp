@@ -7,6 +7,8 @@
 #include "widgets/PhaseMath.h"
 #include "widgets/TickCadence.h"
 #include "widgets/TimeMath.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -18,29 +20,29 @@ constexpr double kSecondsPerMinute = 60;
 /// Below this a countdown is over: what is left of the beat in which it ends.
 constexpr double kNothing = 0.001;
 
-bool isPomodoro(const DockWidget& widget) { return widget.kind == "pomodoro"_L1; }
-bool isPosture(const DockWidget& widget) { return widget.kind == "posture"_L1; }
+bool isPomodoro(const DockWidget& widget) { return widget.kind == kind::pomodoro; }
+bool isPosture(const DockWidget& widget) { return widget.kind == kind::posture; }
 
 QString phaseOf(const DockWidget& widget) {
-  const QString phase = widget.options.value(u"phase"_s);
+  const QString phase = widget.options.value(option::phase);
   if (!phase.isEmpty()) return phase;
   if (isPomodoro(widget)) return u"work"_s;
   return isPosture(widget) ? u"seated"_s : QString();
 }
 
 void countSessions(TimerFacts& facts, const DockWidget& widget) {
-  facts.round = static_cast<int>(std::clamp(std::trunc(widget.number(u"cycleLength"_s, 4)), 1.0, 12.0));
-  const double finished = std::max(0.0, std::trunc(widget.number(u"sessions"_s, 0)));
+  facts.round = static_cast<int>(std::clamp(std::trunc(widget.number(option::cycleLength, 4)), 1.0, 12.0));
+  const double finished = std::max(0.0, std::trunc(widget.number(option::sessions, 0)));
   facts.session = static_cast<int>(std::fmod(finished, facts.round));
   // The long break belongs to the round that it ends.
   if (facts.session == 0 && finished > 0 && facts.rests) facts.session = facts.round;
 }
 
 QString wordOf(const TimerFacts& facts, const DockWidget& widget) {
-  const bool between = facts.fresh && widget.options.contains(u"phase"_s);  // Stopped before this phase began.
+  const bool between = facts.fresh && widget.options.contains(option::phase);  // Stopped before this phase began.
   if (!facts.phase.isEmpty() && (facts.running || between)) return facts.phase;
   if (facts.running) return TileWords::tr("Running");
-  if (facts.ended) return widget.kind == "exercise"_L1 ? TileWords::tr("Time to move") : TileWords::tr("Done");
+  if (facts.ended) return widget.kind == kind::exercise ? TileWords::tr("Time to move") : TileWords::tr("Done");
   return facts.fresh ? TileWords::tr("Ready") : TileWords::tr("Paused");
 }
 
@@ -54,7 +56,7 @@ QString TimerFacts::figure() const {
 TimerFacts timerFacts(const DockWidget& widget, const QDateTime& now) {
   TimerFacts facts;
   facts.running = Ticking::timerIsRunning(widget);
-  if (widget.kind == "stopwatch"_L1) {
+  if (widget.kind == kind::stopwatch) {
     facts.seconds = std::max(0.0, TimeMath::elapsed(widget, now));
     facts.fresh = !facts.running && facts.seconds < kNothing;
     facts.share = std::fmod(std::floor(facts.seconds), kSecondsPerMinute) / kSecondsPerMinute;
@@ -68,7 +70,7 @@ TimerFacts timerFacts(const DockWidget& widget, const QDateTime& now) {
   else if (isPosture(widget))
     facts.whole = PostureMath::duration(widget, phase);
   else
-    facts.whole = std::max(1.0, widget.number(u"minutes"_s, 25) * kSecondsPerMinute);
+    facts.whole = std::max(1.0, widget.number(option::minutes, 25) * kSecondsPerMinute);
   facts.seconds = TimeMath::remaining(widget, now);
   facts.fresh = !facts.running && facts.seconds >= facts.whole - kNothing;
   facts.ended = !facts.running && facts.seconds < kNothing;
@@ -91,11 +93,11 @@ QString timerPhaseName(const QString& phase) {
 
 QString nextTimerPhase(const DockWidget& widget) {
   DockWidget ended = widget;
-  ended.options.insert(u"deadline"_s, u"0"_s);
-  ended.options.remove(u"autoContinue"_s);
+  ended.options.insert(option::deadline, u"0"_s);
+  ended.options.remove(option::autoContinue);
   const QDateTime end = QDateTime::fromSecsSinceEpoch(0);
   const DockWidget next = isPomodoro(widget) ? PomodoroMath::advance(ended, end) : PostureMath::advance(ended, end);
-  return next.options.value(u"phase"_s);
+  return next.options.value(option::phase);
 }
 
 }  // namespace tarnwick

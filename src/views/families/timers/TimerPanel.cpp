@@ -18,6 +18,8 @@
 #include "views/panels/PanelWords.h"
 #include "widgets/PhaseMath.h"
 #include "widgets/TimeMath.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -66,7 +68,7 @@ class TimerPanel : public TilePanel {
                       : facts.fresh ? PanelWords::tr("Start")
                       : facts.ended ? PanelWords::tr("Start Again")
                                     : PanelWords::tr("Resume"));
-    reset_->setEnabled(!facts.fresh || facts.session > 0 || widget().options.contains(u"phase"_s));
+    reset_->setEnabled(!facts.fresh || facts.session > 0 || widget().options.contains(option::phase));
     fill(facts);
   }
 
@@ -110,7 +112,7 @@ class TimerPanel : public TilePanel {
   Switch* addContinueSwitch() {
     auto* toggle = new Switch(PanelWords::tr("Continue by itself"));
     connect(toggle, &QAbstractButton::clicked, this,
-            [this](bool on) { changeSetting(u"autoContinue"_s, on ? u"true"_s : u"false"_s); });
+            [this](bool on) { changeSetting(option::autoContinue, on ? u"true"_s : u"false"_s); });
     addSetting(PanelWords::tr("Continue by itself"), toggle);
     return toggle;
   }
@@ -121,12 +123,12 @@ class TimerPanel : public TilePanel {
     if (changed.options.value(key) == text) return;
     changed.options.insert(key, text);
     // Another main duration starts the timer over; what stands at its beginning takes its new length in any case.
-    if (key == u"minutes"_s) changed.options.remove(u"deadline"_s);
-    if (key == u"minutes"_s || timerFacts(widget(), now_).fresh) {
-      changed.options.remove(u"remaining"_s);
+    if (key == option::minutes) changed.options.remove(option::deadline);
+    if (key == option::minutes || timerFacts(widget(), now_).fresh) {
+      changed.options.remove(option::remaining);
       // Without a time left on it, a posture cycle has that of its seated phase, whichever it stands in.
-      if (const QString phase = changed.options.value(u"phase"_s); changed.kind == "posture"_L1 && !phase.isEmpty())
-        changed.options.insert(u"remaining"_s, TimeMath::text(PostureMath::duration(changed, phase)));
+      if (const QString phase = changed.options.value(option::phase); changed.kind == kind::posture && !phase.isEmpty())
+        changed.options.insert(option::remaining, TimeMath::text(PostureMath::duration(changed, phase)));
     }
     changeSettings(changed);
   }
@@ -135,12 +137,12 @@ class TimerPanel : public TilePanel {
     const DockWidget before = widget();
     store().resetTimer(before.id);
     // A countdown is only set again; what a stopwatch has counted would be lost.
-    if (before.kind != "stopwatch"_L1) return;
+    if (before.kind != kind::stopwatch) return;
     offerUndo(PanelWords::tr("The stopwatch was reset."), [store = &store(), before] {
       const DockWidget* stored = DocumentEdits::find(store->config(), before.id);
       if (!stored) return;
       DockWidget counted = *stored;
-      for (const QString& key : {u"started"_s, u"elapsed"_s, u"laps"_s}) {
+      for (const QLatin1StringView key : {option::started, option::elapsed, option::laps}) {
         if (counted.options.contains(key))
           throw DomainError::invalid(PanelWords::tr("The stopwatch counts again and was left as it is."));
         if (before.options.contains(key)) counted.options.insert(key, before.options.value(key));
@@ -151,14 +153,12 @@ class TimerPanel : public TilePanel {
 
   void skip() {
     DockWidget ended = widget();
-    ended.options.insert(u"deadline"_s, TimeMath::text(TimeMath::unixSeconds(now_)));
-    store().update(ended.kind == "pomodoro"_L1 ? PomodoroMath::advance(ended, now_)
+    ended.options.insert(option::deadline, TimeMath::text(TimeMath::unixSeconds(now_)));
+    store().update(ended.kind == kind::pomodoro ? PomodoroMath::advance(ended, now_)
                                                : PostureMath::advance(ended, now_));
   }
 
-  double optionNumber(const char* key, double otherwise) const {
-    return widget().number(QString::fromLatin1(key), otherwise);
-  }
+  double optionNumber(QLatin1StringView key, double otherwise) const { return widget().number(key, otherwise); }
 
   Button* resetButton() { return reset_; }
   Button* toggleButton() { return toggle_; }
@@ -193,9 +193,9 @@ class CountdownPanel final : public TimerPanel {
     body().addSpacing(theme::kRowOverhang);
     addButtons({{resetButton(), 4}, {toggleButton(), 7}});
     addSettingsButton();
-    minutes_ = addDuration(PanelWords::tr("Duration"), u"minutes"_s, 1, kMostMinutes);
+    minutes_ = addDuration(PanelWords::tr("Duration"), option::minutes, 1, kMostMinutes);
     connect(presets_, &ChipGrid::chosen, this,
-            [this](int index) { setDuration(u"minutes"_s, kPresets[static_cast<std::size_t>(index)]); });
+            [this](int index) { setDuration(option::minutes, kPresets[static_cast<std::size_t>(index)]); });
   }
 
  protected:
@@ -230,13 +230,13 @@ class PomodoroPanel final : public TimerPanel {
     footer->addWidget(count_);
     body().addLayout(footer);
     addSettingsButton();
-    focus_ = addDuration(PanelWords::tr("Focus"), u"minutes"_s, 1, kMostMinutes);
-    shortBreak_ = addDuration(PanelWords::tr("Short break"), u"shortBreak"_s, 1, kMostBreak);
-    longBreak_ = addDuration(PanelWords::tr("Long break"), u"longBreak"_s, 1, kMostBreak);
+    focus_ = addDuration(PanelWords::tr("Focus"), option::minutes, 1, kMostMinutes);
+    shortBreak_ = addDuration(PanelWords::tr("Short break"), option::shortBreak, 1, kMostBreak);
+    longBreak_ = addDuration(PanelWords::tr("Long break"), option::longBreak, 1, kMostBreak);
     cycle_ = new Stepper(PanelWords::tr("Sessions before a long break"));
     cycle_->setRange(1, kMostSessions);
     connect(cycle_, &Stepper::valueChanged, this,
-            [this](int value) { changeSetting(u"cycleLength"_s, QString::number(value)); });
+            [this](int value) { changeSetting(option::cycleLength, QString::number(value)); });
     addSetting(PanelWords::tr("Sessions before a long break"), cycle_);
     continues_ = addContinueSwitch();
   }
@@ -250,11 +250,11 @@ class PomodoroPanel final : public TimerPanel {
                                                    : PanelWords::tr("Next: short break, %1 min");
     next_->setText(next.arg(minutes));
     count_->setText(PanelWords::tr("%1 of %2").arg(facts.session).arg(facts.round));
-    focus_->setValue(wholeMinutes(optionNumber("minutes", 25)));
-    shortBreak_->setValue(wholeMinutes(optionNumber("shortBreak", 5)));
-    longBreak_->setValue(wholeMinutes(optionNumber("longBreak", 15)));
+    focus_->setValue(wholeMinutes(optionNumber(option::minutes, 25)));
+    shortBreak_->setValue(wholeMinutes(optionNumber(option::shortBreak, 5)));
+    longBreak_->setValue(wholeMinutes(optionNumber(option::longBreak, 15)));
     cycle_->setValue(facts.round);
-    continues_->setChecked(widget().options.value(u"autoContinue"_s) == "true"_L1);
+    continues_->setChecked(widget().options.value(option::autoContinue) == "true"_L1);
   }
 
  private:
@@ -279,8 +279,8 @@ class PosturePanel final : public TimerPanel {
     body().addSpacing(theme::kPanelHeaderBelow);
     body().addWidget(next_);
     addSettingsButton();
-    seated_ = addDuration(PanelWords::tr("Seated"), u"minutes"_s, 1, kMostMinutes);
-    standing_ = addDuration(PanelWords::tr("Standing"), u"standingMinutes"_s, 0, kMostMinutes);
+    seated_ = addDuration(PanelWords::tr("Seated"), option::minutes, 1, kMostMinutes);
+    standing_ = addDuration(PanelWords::tr("Standing"), option::standingMinutes, 0, kMostMinutes);
     continues_ = addContinueSwitch();
   }
 
@@ -293,9 +293,9 @@ class PosturePanel final : public TimerPanel {
                    : phase == "standing"_L1 ? PanelWords::tr("Next: standing, %1 min").arg(minutes)
                                             : PanelWords::tr("Next: seated, %1 min").arg(minutes));
     skip_->setVisible(stands);
-    seated_->setValue(wholeMinutes(optionNumber("minutes", 25)));
-    standing_->setValue(wholeMinutes(optionNumber("standingMinutes", 0)));
-    continues_->setChecked(widget().options.value(u"autoContinue"_s) == "true"_L1);
+    seated_->setValue(wholeMinutes(optionNumber(option::minutes, 25)));
+    standing_->setValue(wholeMinutes(optionNumber(option::standingMinutes, 0)));
+    continues_->setChecked(widget().options.value(option::autoContinue) == "true"_L1);
   }
 
  private:
@@ -341,7 +341,7 @@ class StopwatchPanel final : public TimerPanel {
  private:
   QList<double> lapsUpTo(double seconds) const {
     QList<double> laps;
-    for (const QString& text : widget().options.value(u"laps"_s).split(u',', Qt::SkipEmptyParts))
+    for (const QString& text : widget().options.value(option::laps).split(u',', Qt::SkipEmptyParts))
       if (const auto lap = Text::number(text); lap && *lap >= 0 && *lap <= seconds && laps.size() < kMostLaps)
         laps.append(*lap);
     return laps;
@@ -360,7 +360,7 @@ class StopwatchPanel final : public TimerPanel {
     for (const double lap : lapsUpTo(seconds)) texts.append(TimeMath::text(lap));
     if (texts.size() >= kMostLaps) return;
     texts.append(QString::number(seconds, 'f', 1));
-    setOption(u"laps"_s, texts.join(u','));
+    setOption(option::laps, texts.join(u','));
   }
 
   Button* lap_;
@@ -372,9 +372,9 @@ class StopwatchPanel final : public TimerPanel {
 
 std::unique_ptr<TilePanel> makeTimerPanel(const PanelContext& context) {
   const QString kind = context.kind();
-  if (kind == "pomodoro"_L1) return std::make_unique<PomodoroPanel>(context);
-  if (kind == "posture"_L1) return std::make_unique<PosturePanel>(context);
-  if (kind == "stopwatch"_L1) return std::make_unique<StopwatchPanel>(context);
+  if (kind == kind::pomodoro) return std::make_unique<PomodoroPanel>(context);
+  if (kind == kind::posture) return std::make_unique<PosturePanel>(context);
+  if (kind == kind::stopwatch) return std::make_unique<StopwatchPanel>(context);
   return std::make_unique<CountdownPanel>(context);
 }
 

@@ -7,6 +7,7 @@
 #include "views/theme/TransportGlyphs.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileWords.h"
+#include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
 
@@ -30,8 +31,8 @@ constexpr int kUsualMarks = 4;
 constexpr double kOverhang = 4;  ///< How far a text may reach into the room at the right.
 
 TimerContent::Glyph glyphOf(const DockWidget& widget, const TimerFacts& facts) {
-  if (widget.kind == "posture"_L1) return TimerContent::Glyph::Seated;
-  if (widget.kind == "exercise"_L1) return TimerContent::Glyph::Walk;
+  if (widget.kind == kind::posture) return TimerContent::Glyph::Seated;
+  if (widget.kind == kind::exercise) return TimerContent::Glyph::Walk;
   return facts.running ? TimerContent::Glyph::Pause : TimerContent::Glyph::Play;
 }
 

@@ -3,6 +3,8 @@
 #include "views/families/timers/TimerPanel.h"
 #include "views/families/timers/TimerTiles.h"
 #include "views/panels/Room.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -13,7 +15,7 @@ namespace {
 using enum FieldShape;
 
 constexpr WidgetOption minutes(const char* label) {
-  return {.key = "minutes",
+  return {.key = option::minutes,
           .shape = Number,
           .label = label,
           .placeholder = "25",
@@ -21,7 +23,7 @@ constexpr WidgetOption minutes(const char* label) {
           .fault = QT_TRANSLATE_NOOP("WidgetEditor", "Enter a duration between 0 and 1440 minutes.")};
 }
 
-constexpr WidgetOption kAutoContinue{.key = "autoContinue",
+constexpr WidgetOption kAutoContinue{.key = option::autoContinue,
                                      .shape = Switch,
                                      .label = QT_TRANSLATE_NOOP("Library", "Continue by itself"),
                                      .help = QT_TRANSLATE_NOOP("Library", "The next phase begins when one ends."),
@@ -30,21 +32,21 @@ constexpr WidgetOption kAutoContinue{.key = "autoContinue",
 constexpr std::array kTimerOptions = {minutes(QT_TRANSLATE_NOOP("Library", "Duration"))};
 constexpr std::array kPomodoroOptions = {
     minutes(QT_TRANSLATE_NOOP("Library", "Focus")),
-    WidgetOption{.key = "shortBreak",
+    WidgetOption{.key = option::shortBreak,
                  .shape = Steps,
                  .label = QT_TRANSLATE_NOOP("Library", "Short break"),
                  .words = QT_TRANSLATE_NOOP("Library", "%1 min"),
                  .usual = 5,
                  .least = 1,
                  .most = 240},
-    WidgetOption{.key = "longBreak",
+    WidgetOption{.key = option::longBreak,
                  .shape = Steps,
                  .label = QT_TRANSLATE_NOOP("Library", "Long break"),
                  .words = QT_TRANSLATE_NOOP("Library", "%1 min"),
                  .usual = 15,
                  .least = 1,
                  .most = 240},
-    WidgetOption{.key = "cycleLength",
+    WidgetOption{.key = option::cycleLength,
                  .shape = Steps,
                  .label = QT_TRANSLATE_NOOP("Library", "Sessions before a long break"),
                  .usual = 4,
@@ -54,7 +56,7 @@ constexpr std::array kPomodoroOptions = {
 };
 constexpr std::array kPostureOptions = {
     minutes(QT_TRANSLATE_NOOP("Library", "Seated")),
-    WidgetOption{.key = "standingMinutes",
+    WidgetOption{.key = option::standingMinutes,
                  .shape = Steps,
                  .label = QT_TRANSLATE_NOOP("Library", "Standing"),
                  .words = QT_TRANSLATE_NOOP("Library", "%1 min"),
@@ -75,17 +77,17 @@ QString secondsFrom(const QDateTime& now, int seconds) {
   return QString::number(now.addSecs(seconds).toSecsSinceEpoch());
 }
 QMap<QString, QString> picturedPomodoro(const QDateTime& now) {
-  return {{u"sessions"_s, u"2"_s}, {u"phase"_s, u"work"_s}, {u"deadline"_s, secondsFrom(now, 9 * 60 + 41)}};
+  return {{option::sessions, u"2"_s}, {option::phase, u"work"_s}, {option::deadline, secondsFrom(now, 9 * 60 + 41)}};
 }
-QMap<QString, QString> picturedTimer(const QDateTime&) { return {{u"remaining"_s, u"1125"_s}}; }
+QMap<QString, QString> picturedTimer(const QDateTime&) { return {{option::remaining, u"1125"_s}}; }
 QMap<QString, QString> picturedStopwatch(const QDateTime& now) {
-  return {{u"started"_s, secondsFrom(now, -192)}, {u"laps"_s, u"64.2,131.7"_s}};
+  return {{option::started, secondsFrom(now, -192)}, {option::laps, u"64.2,131.7"_s}};
 }
 QMap<QString, QString> picturedPosture(const QDateTime& now) {
-  return {{u"minutes"_s, u"45"_s},
-          {u"standingMinutes"_s, u"15"_s},
-          {u"phase"_s, u"seated"_s},
-          {u"deadline"_s, secondsFrom(now, 24 * 60 + 10)}};
+  return {{option::minutes, u"45"_s},
+          {option::standingMinutes, u"15"_s},
+          {option::phase, u"seated"_s},
+          {option::deadline, secondsFrom(now, 24 * 60 + 10)}};
 }
 
 constexpr std::array kFamilies = {
@@ -98,14 +100,14 @@ constexpr std::array kFamilies = {
             .act = startOrStop},
 };
 constexpr std::array kKinds = {
-    RoomRow{.word = "timer"_L1, .pictured = picturedTimer},
-    RoomRow{.word = "pomodoro"_L1,
+    RoomRow{.word = kind::timer, .pictured = picturedTimer},
+    RoomRow{.word = kind::pomodoro,
             .accent = always<Accent::Red>,
             .options = kPomodoroOptions,
             .pictured = picturedPomodoro},
     // A stopwatch has no duration.
-    RoomRow{.word = "stopwatch"_L1, .options = std::span<const WidgetOption>(), .pictured = picturedStopwatch},
-    RoomRow{.word = "posture"_L1,
+    RoomRow{.word = kind::stopwatch, .options = std::span<const WidgetOption>(), .pictured = picturedStopwatch},
+    RoomRow{.word = kind::posture,
             .accent = always<Accent::Teal>,
             .options = kPostureOptions,
             .pictured = picturedPosture},

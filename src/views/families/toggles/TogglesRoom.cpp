@@ -3,6 +3,7 @@
 #include "views/families/toggles/ToggleTiles.h"
 #include "views/families/toggles/TogglesPanel.h"
 #include "views/panels/Room.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -11,7 +12,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr std::array kOptions = {
-    WidgetOption{.key = "toggles",
+    WidgetOption{.key = option::toggles,
                  .shape = FieldShape::Toggles,
                  .label = QT_TRANSLATE_NOOP("Library", "Switches"),
                  .help = QT_TRANSLATE_NOOP("Library", "The tile shows four of them.")},

@@ -13,6 +13,7 @@
 #include "views/controls/Rows.h"
 #include "views/panels/BigText.h"
 #include "views/panels/PanelWords.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -27,7 +28,7 @@ constexpr auto kBetween = " = "_L1;
 
 /// Calculations that were finished, the latest first.
 QStringList finished(const DockWidget& calculator) {
-  return calculator.options.value(u"calculations"_s).split(u'\n', Qt::SkipEmptyParts);
+  return calculator.options.value(option::calculations).split(u'\n', Qt::SkipEmptyParts);
 }
 
 enum class Key { Text, Point, Clear, Back, Equals };
@@ -50,7 +51,7 @@ class CalculatorPanel final : public TilePanel {
   explicit CalculatorPanel(const PanelContext& context)
       : TilePanel(context), field_(new TextField(PanelWords::tr("Expression"))), result_(new ResultView) {
     field_->setPlaceholderText(u"12 × 4 + 2"_s);
-    field_->setText(widget().options.value(u"expression"_s));
+    field_->setText(widget().options.value(option::expression));
     body().addWidget(field_);
     body().addWidget(result_);
     addKeys();
@@ -65,7 +66,7 @@ class CalculatorPanel final : public TilePanel {
     connect(field_, &QLineEdit::textChanged, this, [this](const QString& text) {
       evaluate();
       // What the tile shows is the last calculation that had a result.
-      if (answer_.value || text.trimmed().isEmpty()) setOption(u"expression"_s, text);
+      if (answer_.value || text.trimmed().isEmpty()) setOption(option::expression, text);
     });
     keepDraft(*field_, [this] { return !answer_.value && !field_->text().trimmed().isEmpty(); });
     connect(field_, &QLineEdit::returnPressed, this, [this] { goOn(); });
@@ -158,7 +159,7 @@ class CalculatorPanel final : public TilePanel {
 
   void clearHistory() {
     const QStringList before = finished(widget());
-    setOption(u"calculations"_s, std::nullopt);
+    setOption(option::calculations, std::nullopt);
     offerUndo(PanelWords::tr("The calculator's history was cleared."),
               [store = &store(), id = context().widget, before] {
                 const DockWidget* stored = DocumentEdits::find(store->config(), id);
@@ -167,7 +168,7 @@ class CalculatorPanel final : public TilePanel {
                 QStringList past = finished(*stored);
                 for (const QString& each : before)
                   if (!past.contains(each)) past.append(each);
-                store->set(id, u"calculations"_s, past.mid(0, kRemembered).join(u'\n'));
+                store->set(id, option::calculations, past.mid(0, kRemembered).join(u'\n'));
               });
   }
 
@@ -177,7 +178,7 @@ class CalculatorPanel final : public TilePanel {
     const QString entry = expression + kBetween + result;
     past.removeAll(entry);
     past.prepend(entry);
-    setOption(u"calculations"_s, past.mid(0, kRemembered).join(u'\n'));
+    setOption(option::calculations, past.mid(0, kRemembered).join(u'\n'));
   }
 
   void press(Key key, const QString& label) {

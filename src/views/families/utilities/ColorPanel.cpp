@@ -15,6 +15,7 @@
 #include "views/families/utilities/UtilityOptions.h"
 #include "views/panels/PanelWords.h"
 #include "views/theme/Theme.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -30,7 +31,7 @@ constexpr int kMostHue = 359;
 
 QStringList recentColors(const DockWidget& widget) {
   QStringList colors;
-  for (const QString& text : widget.options.value(u"recentColors"_s).split(u' ', Qt::SkipEmptyParts))
+  for (const QString& text : widget.options.value(option::recentColors).split(u' ', Qt::SkipEmptyParts))
     if (const auto color = colorOfHex(text); color && colors.size() < kMostRecentColors) colors.append(hexOf(*color));
   return colors;
 }
@@ -85,7 +86,7 @@ class ColorPanel final : public TilePanel {
     if (context.actions.copyText) addForms();
     addRecent();
     connect(field_, &QLineEdit::textEdited, this, [this](const QString& text) {
-      if (const auto color = colorOfHex(text)) setOption(u"color"_s, hexOf(*color));
+      if (const auto color = colorOfHex(text)) setOption(option::color, hexOf(*color));
     });
     const auto isUnfinished = [this] { return !colorOfHex(field_->text()) && !field_->text().trimmed().isEmpty(); };
     connect(field_, &QLineEdit::textChanged, this, [this, isUnfinished] { field_->setFaulty(isUnfinished()); });
@@ -97,7 +98,7 @@ class ColorPanel final : public TilePanel {
 
  protected:
   void refresh(const TileSources&) override {
-    const auto color = colorOfHex(widget().options.value(u"color"_s));
+    const auto color = colorOfHex(widget().options.value(option::color));
     const QStringList recent = recentColors(widget());
     if (isFilled_ && color == color_ && recent == recent_) return;
     isFilled_ = true;
@@ -190,7 +191,7 @@ class ColorPanel final : public TilePanel {
                             static_cast<float>(sliders_[2]->sliderPosition()) / 100);
   }
 
-  void mix() { setOption(u"color"_s, hexOf(mixed())); }
+  void mix() { setOption(option::color, hexOf(mixed())); }
 
   void moveSliders(const QColor& color) {
     const float hue = color.hsvHueF();
@@ -236,8 +237,8 @@ void takeColor(AppStore& store, const QUuid& widget, const QString& hex) {
   recent.removeAll(hexOf(*color));
   recent.prepend(hexOf(*color));
   if (recent.size() > kMostRecentColors) recent.resize(kMostRecentColors);
-  changed.options.insert(u"color"_s, hexOf(*color));
-  changed.options.insert(u"recentColors"_s, recent.join(u' '));
+  changed.options.insert(option::color, hexOf(*color));
+  changed.options.insert(option::recentColors, recent.join(u' '));
   store.update(changed);
 }
 

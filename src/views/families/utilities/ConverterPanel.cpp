@@ -12,6 +12,7 @@
 #include "views/panels/BigText.h"
 #include "views/panels/ChipGrid.h"
 #include "views/panels/PanelWords.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -62,7 +63,7 @@ class ConverterPanel final : public TilePanel {
       });
       header().addAction(copy_);
     }
-    connect(field_, &QLineEdit::textChanged, this, [this](const QString& text) { setOption(u"value"_s, text); });
+    connect(field_, &QLineEdit::textChanged, this, [this](const QString& text) { setOption(option::value, text); });
     connect(groups_, &ChipGrid::chosen, this, [this](int index) {
       const QStringList& units = UnitConversion::groups()[index].units;
       if (!units.contains(shown_.from)) choose(units[0], units[1]);
@@ -108,8 +109,8 @@ class ConverterPanel final : public TilePanel {
 
   void choose(const QString& from, const QString& to) {
     DockWidget changed = widget();
-    changed.options.insert(u"from"_s, from);
-    changed.options.insert(u"to"_s, to);
+    changed.options.insert(option::from, from);
+    changed.options.insert(option::to, to);
     store().update(changed);
     refreshNow();
   }

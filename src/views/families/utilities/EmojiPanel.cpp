@@ -12,6 +12,7 @@
 #include "views/panels/PanelWords.h"
 #include "views/theme/Emoji.h"
 #include "views/theme/Theme.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -217,7 +218,7 @@ class EmojiPanel final : public TilePanel {
     recent.removeAll(emoji);
     recent.prepend(emoji);
     if (recent.size() > kMostRecentEmoji) recent.resize(kMostRecentEmoji);
-    setOption(u"recents"_s, recent.join(u' '));
+    setOption(option::recents, recent.join(u' '));
   }
 
   SearchField* search_;

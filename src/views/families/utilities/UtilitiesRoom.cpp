@@ -6,6 +6,7 @@
 #include "views/panels/Room.h"
 #include "views/tiles/GenericTile.h"
 #include "views/tiles/TileWords.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -30,16 +31,16 @@ TileContent emoji(const TileRequest& request) {
   return content;
 }
 
-QMap<QString, QString> exampleCalculation(const ExampleRequest&) { return {{u"expression"_s, u"12 × 4 + 2"_s}}; }
-QMap<QString, QString> exampleColor(const ExampleRequest&) { return {{u"color"_s, u"#2E8C94"_s}}; }
+QMap<QString, QString> exampleCalculation(const ExampleRequest&) { return {{option::expression, u"12 × 4 + 2"_s}}; }
+QMap<QString, QString> exampleColor(const ExampleRequest&) { return {{option::color, u"#2E8C94"_s}}; }
 QMap<QString, QString> picturedCalculation(const QDateTime&) {
-  return {{u"expression"_s, u"12 × 4 + 2"_s}, {u"calculations"_s, u"1250 ÷ 8 = 156.25\n(18 + 24) × 3 = 126"_s}};
+  return {{option::expression, u"12 × 4 + 2"_s}, {option::calculations, u"1250 ÷ 8 = 156.25\n(18 + 24) × 3 = 126"_s}};
 }
 QMap<QString, QString> picturedColor(const QDateTime&) {
-  return {{u"color"_s, u"#2E8C94"_s}, {u"recentColors"_s, u"#2E8C94 #F5C542 #C5306E #1B2A3C"_s}};
+  return {{option::color, u"#2E8C94"_s}, {option::recentColors, u"#2E8C94 #F5C542 #C5306E #1B2A3C"_s}};
 }
 
-QMap<QString, QString> picturedEmoji(const QDateTime&) { return {{u"recents"_s, u"😀 🎉 👍"_s}}; }
+QMap<QString, QString> picturedEmoji(const QDateTime&) { return {{option::recents, u"😀 🎉 👍"_s}}; }
 
 constexpr std::array kFamilies = {
     RoomRow{.word = "calculator"_L1,

@@ -4,14 +4,15 @@
 #include <algorithm>
 
 #include "commandbar/UnitConversion.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
 Conversion Conversion::of(const DockWidget& widget) {
-  const Conversion chosen{widget.options.value(u"value"_s, u"10"_s), widget.options.value(u"from"_s, u"km"_s),
-                          widget.options.value(u"to"_s, u"mi"_s)};
+  const Conversion chosen{widget.options.value(option::value, u"10"_s), widget.options.value(option::from, u"km"_s),
+                          widget.options.value(option::to, u"mi"_s)};
   const bool matches = std::ranges::any_of(UnitConversion::groups(), [&](const UnitConversion::Group& group) {
     return group.units.contains(chosen.from) && group.units.contains(chosen.to);
   });
@@ -28,7 +29,7 @@ std::optional<QColor> colorOfHex(const QString& text) {
 QString hexOf(const QColor& color) { return color.name(QColor::HexRgb).toUpper(); }
 
 QStringList recentEmoji(const DockWidget& widget) {
-  return widget.options.value(u"recents"_s).split(u' ', Qt::SkipEmptyParts);
+  return widget.options.value(option::recents).split(u' ', Qt::SkipEmptyParts);
 }
 
 }  // namespace tarnwick

@@ -8,6 +8,7 @@
 #include "views/theme/Glass.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileWords.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -56,7 +57,7 @@ Fitted fitted(const TileCanvas& canvas, const ResultContent& content, double roo
 
 ResultContent makeCalculator(const TileRequest& request) {
   const QLocale& locale = request.sources.locale;
-  const QString expression = request.widget.options.value(u"expression"_s).simplified();
+  const QString expression = request.widget.options.value(option::expression).simplified();
   ResultContent content{{UtilityText::number(0, locale)}, {}, request.title(), {}, request.definition.symbol};
   if (expression.isEmpty()) return content;
   if (const auto value = UtilityText::calculate(expression, locale).value) {
@@ -109,7 +110,7 @@ void paint(TileCanvas& canvas, const ResultContent& content) {
 }
 
 ColorContent makeColor(const TileRequest& request) {
-  const auto color = colorOfHex(request.widget.options.value(u"color"_s));
+  const auto color = colorOfHex(request.widget.options.value(option::color));
   if (!color) return {std::nullopt, TileWords::tr("Pick")};
   return {color->rgb(), hexOf(*color)};
 }

@@ -4,6 +4,8 @@
 #include "views/panels/PanelWords.h"
 #include "views/panels/PlainPanel.h"
 #include "views/panels/Room.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -14,13 +16,13 @@ namespace {
 constexpr const char* kNoWeather = QT_TRANSLATE_NOOP("Library", "Weather is not part of this version yet.");
 
 constexpr std::array kOptions = {
-    WidgetOption{.key = "city",
+    WidgetOption{.key = option::city,
                  .shape = FieldShape::Line,
                  .label = QT_TRANSLATE_NOOP("Library", "Place"),
                  .placeholder = QT_TRANSLATE_NOOP("Library", "Chicago"),
                  .help = kNoWeather,
                  .isLater = true},
-    WidgetOption{.key = "weatherLocation",
+    WidgetOption{.key = option::weatherLocation,
                  .shape = FieldShape::Switch,
                  .label = QT_TRANSLATE_NOOP("Library", "Current location"),
                  .help = kNoWeather,
@@ -51,7 +53,7 @@ constexpr std::array kFamilies = {
             .sample = sample},
 };
 constexpr std::array kKinds = {
-    RoomRow{.word = "weatherCurrent"_L1, .content = contentOf<makeCurrentWeather>},
+    RoomRow{.word = kind::weatherCurrent, .content = contentOf<makeCurrentWeather>},
 };
 
 }  // namespace

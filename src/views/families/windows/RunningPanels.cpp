@@ -7,6 +7,7 @@
 #include "views/panels/AppItems.h"
 #include "views/panels/PanelWords.h"
 #include "views/panels/PlainPanel.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -123,8 +124,8 @@ class PinnedWindowPanel final : public WindowsPanel {
  protected:
   void refresh(const TileSources&) override {
     const QList<ClientWindow> all = allWindows();
-    const QString title = widget().options.value(u"windowTitle"_s);
-    const QString owner = widget().options.value(u"bundleID"_s);
+    const QString title = widget().options.value(option::windowTitle);
+    const QString owner = widget().options.value(option::bundleID);
     shown_ = 0;
     begin();
     for (const RunningApp& app : store().runningApps()) {
@@ -153,9 +154,9 @@ class PinnedWindowPanel final : public WindowsPanel {
     const auto window = std::ranges::find(all, id, &ClientWindow::id);
     if (app == apps.end() || window == all.end()) return;
     DockWidget changed = widget();
-    changed.options[u"windowTitle"_s] = titleOf(*window);
-    changed.options[u"appName"_s] = app->name;
-    changed.options[u"bundleID"_s] = app->desktopId;
+    changed.options[option::windowTitle] = titleOf(*window);
+    changed.options[option::appName] = app->name;
+    changed.options[option::bundleID] = app->desktopId;
     changeSettings(changed);
     refreshNow();
   }

@@ -7,6 +7,7 @@
 #include "views/tiles/AppPainting.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileWords.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -136,7 +137,7 @@ void paint(TileCanvas& canvas, const SwitcherContent& content) {
 
 PinnedWindowContent makePinnedWindow(const TileRequest& request) {
   const auto& options = request.widget.options;
-  return {options.value(u"windowTitle"_s), options.value(u"appName"_s)};
+  return {options.value(option::windowTitle), options.value(option::appName)};
 }
 
 TileText describe(const PinnedWindowContent& content, const QString&) { return {content.title, content.app}; }

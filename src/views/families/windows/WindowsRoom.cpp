@@ -6,6 +6,8 @@
 #include "views/panels/Room.h"
 #include "views/tiles/GenericTile.h"
 #include "views/tiles/TileWords.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -15,7 +17,7 @@ namespace {
 
 /// One that shows no window yet has only its name to show.
 TileContent pinnedWindow(const TileRequest& request) {
-  if (!request.widget.options.value(u"windowTitle"_s).isEmpty()) return makePinnedWindow(request);
+  if (!request.widget.options.value(option::windowTitle).isEmpty()) return makePinnedWindow(request);
   GenericContent content = makeGeneric(request);
   content.word = TileWords::tr("Choose window");
   content.opensEditor = true;
@@ -28,20 +30,20 @@ void bringForward(const PartClick& click) {
 }
 
 QMap<QString, QString> picturedWindow(const QDateTime&) {
-  return {{u"windowTitle"_s, u"Inbox"_s}, {u"appName"_s, u"Mail"_s}};
+  return {{option::windowTitle, u"Inbox"_s}, {option::appName, u"Mail"_s}};
 }
 
 constexpr std::array kFamilies = {
     RoomRow{.word = "windows"_L1},
 };
 constexpr std::array kKinds = {
-    RoomRow{.word = "openWindows"_L1,
+    RoomRow{.word = kind::openWindows,
             .content = contentOf<makeRunningApps>,
             .panel = makeRunningAppsPanel,
             .act = bringForward},
-    RoomRow{.word = "topApps"_L1, .content = contentOf<makeSwitcher>, .panel = makeRunningAppsPanel},
-    RoomRow{.word = "appSwitcher"_L1, .content = contentOf<makeSwitcher>, .panel = makeRunningAppsPanel},
-    RoomRow{.word = "pinnedWindow"_L1,
+    RoomRow{.word = kind::topApps, .content = contentOf<makeSwitcher>, .panel = makeRunningAppsPanel},
+    RoomRow{.word = kind::appSwitcher, .content = contentOf<makeSwitcher>, .panel = makeRunningAppsPanel},
+    RoomRow{.word = kind::pinnedWindow,
             .content = pinnedWindow,
             .panel = makePinnedWindowPanel,
             .pictured = picturedWindow},

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <QString>
+
+/// The names of the options of widgets, as DockWidget::options holds them and the settings store them. What an option
+/// means its room declares (WidgetOption) or the rule that keeps it.
+namespace tarnwick::option {
+
+// What tiles of applications, files and windows show.
+inline constexpr QLatin1StringView path{"path"};
+inline constexpr QLatin1StringView paths{"paths"};
+inline constexpr QLatin1StringView windowTitle{"windowTitle"};
+inline constexpr QLatin1StringView appName{"appName"};
+inline constexpr QLatin1StringView bundleID{"bundleID"};
+inline constexpr QLatin1StringView sort{"sort"};
+
+// Timers.
+inline constexpr QLatin1StringView minutes{"minutes"};
+inline constexpr QLatin1StringView deadline{"deadline"};
+inline constexpr QLatin1StringView remaining{"remaining"};
+inline constexpr QLatin1StringView started{"started"};
+inline constexpr QLatin1StringView elapsed{"elapsed"};
+inline constexpr QLatin1StringView laps{"laps"};
+inline constexpr QLatin1StringView phase{"phase"};
+inline constexpr QLatin1StringView sessions{"sessions"};
+inline constexpr QLatin1StringView shortBreak{"shortBreak"};
+inline constexpr QLatin1StringView longBreak{"longBreak"};
+inline constexpr QLatin1StringView cycleLength{"cycleLength"};
+inline constexpr QLatin1StringView autoContinue{"autoContinue"};
+inline constexpr QLatin1StringView standingMinutes{"standingMinutes"};
+
+// Habits and glasses of water.
+inline constexpr QLatin1StringView goal{"goal"};
+inline constexpr QLatin1StringView glasses{"glasses"};
+inline constexpr QLatin1StringView day{"day"};
+inline constexpr QLatin1StringView history{"history"};
+inline constexpr QLatin1StringView completedDays{"completedDays"};
+inline constexpr QLatin1StringView interval{"interval"};
+inline constexpr QLatin1StringView lastReminder{"lastReminder"};
+
+// Notes.
+inline constexpr QLatin1StringView text{"text"};
+inline constexpr QLatin1StringView edited{"edited"};
+
+// Clocks and weather.
+inline constexpr QLatin1StringView timezone{"timezone"};
+inline constexpr QLatin1StringView zoneLabel{"zoneLabel"};
+inline constexpr QLatin1StringView zones{"zones"};
+inline constexpr QLatin1StringView city{"city"};
+inline constexpr QLatin1StringView weatherLocation{"weatherLocation"};
+
+// Utilities.
+inline constexpr QLatin1StringView expression{"expression"};
+inline constexpr QLatin1StringView calculations{"calculations"};
+inline constexpr QLatin1StringView value{"value"};
+inline constexpr QLatin1StringView from{"from"};
+inline constexpr QLatin1StringView to{"to"};
+inline constexpr QLatin1StringView color{"color"};
+inline constexpr QLatin1StringView recentColors{"recentColors"};
+inline constexpr QLatin1StringView recents{"recents"};
+
+// The machine.
+inline constexpr QLatin1StringView sortBy{"sortBy"};
+inline constexpr QLatin1StringView toggles{"toggles"};
+inline constexpr QLatin1StringView wallpaperInterval{"wallpaperInterval"};
+inline constexpr QLatin1StringView lastWallpaperChange{"lastWallpaperChange"};
+
+// Connections to services.
+inline constexpr QLatin1StringView connectionMode{"connectionMode"};
+inline constexpr QLatin1StringView endpoint{"endpoint"};
+inline constexpr QLatin1StringView field{"field"};
+inline constexpr QLatin1StringView metricLabel{"metricLabel"};
+inline constexpr QLatin1StringView prefix{"prefix"};
+inline constexpr QLatin1StringView suffix{"suffix"};
+inline constexpr QLatin1StringView codexExecutable{"codexExecutable"};
+
+// What no option may hold: credentials have a place of their own.
+inline constexpr QLatin1StringView token{"token"};
+inline constexpr QLatin1StringView apiKey{"apiKey"};
+inline constexpr QLatin1StringView password{"password"};
+inline constexpr QLatin1StringView secret{"secret"};
+
+}  // namespace tarnwick::option
