@@ -17,7 +17,7 @@
 #include "views/motion/Animator.h"
 #include "views/theme/MenuStyle.h"
 #include "views/theme/WindowPalette.h"
-#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/KindTraits.h"
 
 namespace tarnwick {
 
@@ -144,9 +144,8 @@ void AppDelegate::layoutDidChange() {
 
 void AppDelegate::followRunningApps() {
   // Following windows has its price, so it goes on only while something shows them.
-  const bool shown = store_->config().liveApps || store_->active().families.contains(u"windows"_s) ||
-                     store_->active().families.contains(u"launcher"_s) ||
-                     store_->active().kinds.contains(kind::openWindows);
+  const auto needsThem = [](const QString& kind) { return KindTraits::of(kind).needsRunningApps; };
+  const bool shown = store_->config().liveApps || std::ranges::any_of(store_->active().kinds, needsThem);
   if (shown) {
     services_.runningApps.start();
   } else {

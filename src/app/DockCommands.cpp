@@ -14,8 +14,7 @@
 #include "store/DocumentEdits.h"
 #include "widgets/PinnedTiles.h"
 #include "widgets/WidgetFolder.h"
-#include "widgets/catalog/Catalog.h"
-#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/KindTraits.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -25,7 +24,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 QString folderOf(const DockWidget& widget) {
-  return widget.kind == kind::folderLauncher || widget.kind == kind::downloads ? widgetFolder(widget) : QString();
+  return KindTraits::of(widget.kind).opens == TileOpens::Folder ? widgetFolder(widget) : QString();
 }
 
 /// The action by which an application says how to open another window of it; empty when it offers none.
@@ -53,7 +52,7 @@ void DockCommands::openTile(const QString& display, const QUuid& id, bool isClic
   if (!stored || (isClick && isSecondClick(id.toString()))) return;
   const DockWidget widget = *stored;
   const QString path = widget.options.value(option::path);
-  const bool launches = Catalog::find(widget.kind).family == "launcher"_L1 && !path.isEmpty();
+  const bool launches = KindTraits::of(widget.kind).launches() && !path.isEmpty();
   if (launches && PinnedTiles::isDesktopEntry(path)) {
     openEntry(path, isClick);
   } else if (launches) {
@@ -64,7 +63,7 @@ void DockCommands::openTile(const QString& display, const QUuid& id, bool isClic
 }
 
 bool DockCommands::openPlace(const QString& display, const DockWidget& widget) {
-  const bool isTrash = widget.kind == kind::trash;
+  const bool isTrash = KindTraits::of(widget.kind).opens == TileOpens::Trash;
   const QString folder = folderOf(widget);
   if (folder.isEmpty() && !isTrash) return false;
   if (!store_.config().foldersInFinder) {
@@ -117,7 +116,7 @@ void DockCommands::openApplication(quint64 application) {
 }
 
 quint64 DockCommands::applicationOf(const DockWidget& widget) const {
-  if (Catalog::find(widget.kind).family != "launcher"_L1) return 0;
+  if (!KindTraits::of(widget.kind).launches()) return 0;
   const auto app = services_.runningApps.byPath(widget.options.value(option::path));
   return app ? app->identity : 0;
 }
@@ -131,7 +130,7 @@ void DockCommands::newWindowOfTile(const QUuid& widget) {
   const DockWidget* stored = DocumentEdits::find(store_.config(), widget);
   if (!stored) return;
   const QString path = stored->options.value(option::path);
-  if (Catalog::find(stored->kind).family == "launcher"_L1 && PinnedTiles::isDesktopEntry(path)) newWindowOfEntry(path);
+  if (KindTraits::of(stored->kind).launches() && PinnedTiles::isDesktopEntry(path)) newWindowOfEntry(path);
 }
 
 void DockCommands::newWindowOfEntry(const QString& entryPath) {

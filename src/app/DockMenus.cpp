@@ -9,20 +9,12 @@
 #include "store/Commands.h"
 #include "widgets/PinnedTiles.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Family.h"
+#include "widgets/catalog/KindTraits.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
-
-using namespace Qt::StringLiterals;
-
-namespace {
-
-bool isOnlySeen(const DockWidget& widget) {
-  return widget.kind == kind::dockSeparator || widget.kind == kind::dockSpace;
-}
-
-}  // namespace
 
 DockMenus::DockMenus(AppStore& store, const Services& services, Commands& commands, UndoableEdits& edits,
                      DockCommands& dockCommands)
@@ -58,11 +50,12 @@ QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
   const qsizetype at = found - shown.begin();
   const QString path = widget.options.value(option::path);
   const QString& family = Catalog::find(widget.kind).family;
-  const bool launches = family == "launcher"_L1 && PinnedTiles::isDesktopEntry(path);
+  const KindTraits& traits = KindTraits::of(widget.kind);
+  const bool launches = traits.launches() && PinnedTiles::isDesktopEntry(path);
 
   TileMenuState state;
   state.name = edits_.nameOf(widget);
-  state.opens = !isOnlySeen(widget);
+  state.opens = !traits.isGap;
   state.hasIcon = launches;
   state.hasOwnIcon = icons_.has(path);
   // The row begins on the right where one reads from there.
@@ -70,10 +63,10 @@ QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
   const auto isInRow = [&](qsizetype place) { return place >= 0 && place < shown.size(); };
   state.canMoveLeft = isInRow(at - right);
   state.canMoveRight = isInRow(at + right);
-  state.isFolder = widget.kind == kind::folderLauncher && !path.isEmpty();
+  state.isFolder = traits.isFolder && !path.isEmpty();
   state.isTrash = widget.kind == kind::trash;
   if (state.isTrash) state.trashIsEmpty = services_.files.trashCount() == 0;
-  if (family == "calendar"_L1 || family == "reminders"_L1)
+  if (family == Family::Calendar || family == Family::Reminders)
     state.calendarFolders = CalendarFolders::of(store_.config());
 
   DockMenuActions actions;

@@ -3,10 +3,9 @@
 #include <algorithm>
 
 #include "calendar/MeetingLink.h"
+#include "widgets/catalog/Family.h"
 
 namespace tarnwick {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -36,7 +35,7 @@ CalendarRange Calendar::range() const {
 }
 
 bool Calendar::isNeededBy(const ActiveSets& active) const {
-  return active.families.contains("calendar"_L1) || active.families.contains("reminders"_L1);
+  return active.families.contains(familyText(Family::Calendar)) || active.families.contains(familyText(Family::Reminders));
 }
 
 void Calendar::setNeeded(bool needed) {

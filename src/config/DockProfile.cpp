@@ -6,8 +6,6 @@
 
 namespace tarnwick {
 
-using namespace Qt::StringLiterals;
-
 DockProfile DockProfile::initial() {
   DockProfile profile{QUuid::createUuid(), QCoreApplication::translate("DockProfile", "Everyday"), {}};
   for (const auto kind : {kind::applications, kind::digitalClock, kind::analogClassicLight, kind::weatherCurrent,

@@ -8,8 +8,6 @@
 namespace tarnwick {
 namespace {
 
-using namespace Qt::StringLiterals;
-
 constexpr std::array kVolatileKeys{
     option::deadline,        option::remaining,    option::started,      option::elapsed, option::phase,
     option::sessions,        option::lastReminder, option::glasses,      option::day,     option::lastWallpaperChange,

@@ -16,8 +16,6 @@
 namespace tarnwick {
 namespace {
 
-using namespace Qt::StringLiterals;
-
 constexpr double kNumberLimit = 1e12;
 constexpr double kPositionLimit = 1e7;
 constexpr qsizetype kMostClippings = 30;

@@ -1,11 +1,10 @@
 #include "facilities/ActiveSets.h"
 
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Family.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
-
-using namespace Qt::StringLiterals;
 
 ActiveSets ActiveSets::of(const QList<DockWidget>& widgets) {
   ActiveSets sets;
@@ -14,7 +13,7 @@ ActiveSets ActiveSets::of(const QList<DockWidget>& widgets) {
     const QString family = Catalog::find(widget.kind).family;
     sets.kinds.insert(widget.kind);
     sets.families.insert(family);
-    const bool connected = isConnectedFamily(family) || family == "metric"_L1;
+    const bool connected = isConnectedFamily(family) || family == Family::Metric;
     if (const auto mode = widget.options.constFind(option::connectionMode);
         connected && mode != widget.options.constEnd()) {
       sets.connectionModes.insert(*mode);

@@ -19,8 +19,6 @@
 
 namespace tarnwick {
 
-using namespace Qt::StringLiterals;
-
 QString AppStore::dataDirectory() const { return QFileInfo(storagePath_).path(); }
 
 const DockProfile& AppStore::profile() const { return config_.profiles[config_.activeIndex()]; }

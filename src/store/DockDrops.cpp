@@ -13,12 +13,11 @@
 #include "widgets/PinnedTiles.h"
 #include "widgets/WidgetFolder.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/KindTraits.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -112,7 +111,7 @@ bool DockDrops::applyToTile(const DockFileDrop& drop, const DockWidget& tile, co
 
 bool DockDrops::openInApplication(const DockFileDrop& drop, const DockWidget* tile) {
   QString entryPath;
-  if (tile && Catalog::find(tile->kind).family == "launcher"_L1) entryPath = tile->options.value(option::path);
+  if (tile && KindTraits::of(tile->kind).launches()) entryPath = tile->options.value(option::path);
   if (drop.application != 0 && parts_.running) {
     const auto app = parts_.running->byIdentity(drop.application);
     if (app && app->path.isEmpty()) {

@@ -16,8 +16,6 @@
 
 namespace tarnwick {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// Within so many seconds a change of the same fields belongs to the one before.

@@ -9,6 +9,7 @@
 #include "base/Text.h"
 #include "config/DockConfiguration.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Family.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 
@@ -100,14 +101,14 @@ WidgetEditor::Outcome WidgetEditor::save(const DockWidget& edited, const DockWid
 
   const QString& family = Catalog::find(widget.kind).family;
   const bool isConnected = isConnectedFamily(family);
-  if (family == "timer"_L1 && widget.kind != kind::stopwatch) checkDuration(widget, stored);
-  if (family == "water"_L1) checkGoal(widget);
+  if (family == Family::Timer && widget.kind != kind::stopwatch) checkDuration(widget, stored);
+  if (family == Family::Water) checkGoal(widget);
   if (isConnected) checkEndpoint(widget);
   // One entry that the document refuses would keep every later change from being saved, so it is refused here.
   DockConfiguration::validated(widget);
 
   const bool showsWeather =
-      family == "weather"_L1 || (widget.kind == kind::todayClock && !widget.options.value(option::city).isEmpty());
+      family == Family::Weather || (widget.kind == kind::todayClock && !widget.options.value(option::city).isEmpty());
   return {.saveCredential = isConnected && credentialChanged,
           .widget = std::move(widget),
           .refresh = isConnected || showsWeather};

@@ -3,10 +3,9 @@
 #include <cmath>
 
 #include "base/OneThread.h"
+#include "widgets/catalog/Family.h"
 
 namespace tarnwick {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -22,7 +21,7 @@ ProcessMonitor::ProcessMonitor(std::unique_ptr<ProcessSource> source, const Sche
 
 ProcessMonitor::~ProcessMonitor() { pool_.waitForDone(); }
 
-bool ProcessMonitor::isNeededBy(const ActiveSets& active) const { return active.families.contains("processes"_L1); }
+bool ProcessMonitor::isNeededBy(const ActiveSets& active) const { return active.families.contains(familyText(Family::Processes)); }
 
 void ProcessMonitor::refresh() {
   if (loading_) return;

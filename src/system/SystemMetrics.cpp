@@ -1,8 +1,8 @@
 #include "system/SystemMetrics.h"
 
-namespace tarnwick {
+#include "widgets/catalog/Family.h"
 
-using namespace Qt::StringLiterals;
+namespace tarnwick {
 
 namespace {
 
@@ -18,7 +18,7 @@ SystemMetrics::SystemMetrics(std::unique_ptr<SystemCounters> counters, const Sch
 
 SystemMetrics::~SystemMetrics() = default;
 
-bool SystemMetrics::isNeededBy(const ActiveSets& active) const { return active.families.contains("metric"_L1); }
+bool SystemMetrics::isNeededBy(const ActiveSets& active) const { return active.families.contains(familyText(Family::Metric)); }
 
 void SystemMetrics::sample() {
   const bool due = samplesUntilSlowRefresh_ < 1;

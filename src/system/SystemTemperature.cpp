@@ -5,10 +5,9 @@
 #include <numeric>
 
 #include "base/OneThread.h"
+#include "widgets/catalog/Family.h"
 
 namespace tarnwick {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -25,7 +24,7 @@ SystemTemperature::SystemTemperature(std::unique_ptr<ProcessorTemperatures> sens
 SystemTemperature::~SystemTemperature() { pool_.waitForDone(); }
 
 bool SystemTemperature::isNeededBy(const ActiveSets& active) const {
-  return active.families.contains("temperature"_L1);
+  return active.families.contains(familyText(Family::Temperature));
 }
 
 void SystemTemperature::refresh() {

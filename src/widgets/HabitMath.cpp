@@ -7,8 +7,6 @@
 namespace tarnwick {
 namespace {
 
-using namespace Qt::StringLiterals;
-
 QString keyOf(const QDate& day, const QCalendar& calendar) {
   const QCalendar::YearMonthDay parts = calendar.partsFromDate(day);
   const auto digits = [](int value, int width) { return QString::number(value).rightJustified(width, u'0'); };

@@ -10,8 +10,6 @@
 
 namespace tarnwick {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 DockWidget widgetFor(const QString& kind, const QString& path) {

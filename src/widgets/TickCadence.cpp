@@ -5,8 +5,6 @@
 
 namespace tarnwick {
 
-using namespace Qt::StringLiterals;
-
 bool Ticking::timerIsRunning(const DockWidget& widget) {
   return widget.options.contains(widget.kind == kind::stopwatch ? option::started : option::deadline);
 }

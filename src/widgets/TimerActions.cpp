@@ -8,6 +8,7 @@
 #include "widgets/TickCadence.h"
 #include "widgets/TimeMath.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Family.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 
@@ -95,8 +96,8 @@ bool TimerActions::mayBeat(const DockWidget& widget) {
 
 TimerActions::Beat TimerActions::beat(const DockWidget& widget, const QDateTime& at) {
   const QString& family = Catalog::find(widget.kind).family;
-  if (family == "water"_L1) return waterBeat(widget, at);
-  if (family != "timer"_L1) return {widget, {}};
+  if (family == Family::Water) return waterBeat(widget, at);
+  if (family != Family::Timer) return {widget, {}};
   const auto deadline = Text::number(widget.options.value(option::deadline));
   if (!deadline || *deadline > TimeMath::unixSeconds(at)) return {widget, {}};
 

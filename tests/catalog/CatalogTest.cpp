@@ -6,6 +6,9 @@
 #include <thread>
 #include <vector>
 
+#include "widgets/catalog/Family.h"
+#include "widgets/catalog/KindTraits.h"
+
 namespace tarnwick {
 namespace {
 
@@ -93,6 +96,37 @@ TEST(Catalog, DefinitionsWhereARuleChangesThePlainRow) {
   EXPECT_EQ(Catalog::referenceWidth(u"analogOfTomorrow", 1), 80);
   EXPECT_EQ(Catalog::referenceWidth(u"someOverview", 1), 220);
   for (const auto kind : {u"OverviewOf", u"Analog", u""}) EXPECT_EQ(Catalog::referenceWidth(kind, 33), 33);
+}
+
+TEST(Catalog, EveryFamilyIsThatOfSomeKindUnderATextOfItsOwn) {
+  QStringList texts;
+  for (int i = 0; i <= static_cast<int>(Family::Studio); ++i) texts.append(familyText(static_cast<Family>(i)));
+  QSet<QString> used;
+  for (const WidgetDefinition& item : Catalog::items()) used.insert(item.family);
+  EXPECT_EQ(QSet<QString>(texts.cbegin(), texts.cend()), used);
+  EXPECT_EQ(texts.size(), used.size());
+  EXPECT_TRUE(Catalog::find(u"stopwatch"_s).family == Family::Timer);
+  EXPECT_TRUE(Catalog::find(u"xStudio"_s).family != Family::Integration);
+}
+
+TEST(Catalog, TraitsSetAFewKindsApart) {
+  const auto withTrait = [](auto has) {
+    QSet<QString> kinds;
+    for (const WidgetDefinition& item : Catalog::items())
+      if (has(KindTraits::of(item.id))) kinds.insert(item.id);
+    return kinds;
+  };
+  using Kinds = QSet<QString>;
+  EXPECT_EQ(withTrait([](const KindTraits& traits) { return traits.isGap; }),
+            (Kinds{u"dockSeparator"_s, u"dockSpace"_s}));
+  EXPECT_EQ(withTrait([](const KindTraits& traits) { return traits.isFolder; }), Kinds{u"folderLauncher"_s});
+  EXPECT_EQ(withTrait([](const KindTraits& traits) { return traits.launches(); }), Kinds{u"appLauncher"_s});
+  EXPECT_EQ(withTrait([](const KindTraits& traits) { return traits.opens == TileOpens::Folder; }),
+            (Kinds{u"folderLauncher"_s, u"downloads"_s}));
+  EXPECT_EQ(withTrait([](const KindTraits& traits) { return traits.opens == TileOpens::Trash; }), Kinds{u"trash"_s});
+  EXPECT_EQ(withTrait([](const KindTraits& traits) { return traits.needsRunningApps; }),
+            (Kinds{u"topApps"_s, u"appSwitcher"_s, u"pinnedWindow"_s, u"openWindows"_s, u"appLauncher"_s}));
+  EXPECT_EQ(KindTraits::of(u"teleporter"_s).opens, TileOpens::Panel);
 }
 
 TEST(Catalog, UnknownKindsAreGenericAndKeepTheirAddressOnEveryThread) {

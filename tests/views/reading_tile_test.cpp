@@ -119,9 +119,9 @@ TEST(MachineTiles, ProcessesAreSortedAsTheWidgetSays) {
                                 process(u"c"_s, 120.04, 2 << 20), process(u"d"_s, 1, 3 << 20)};
   EXPECT_EQ(spoken(top, sources), "N: c 120.0%, a 5.0%, d 1.0%");
   EXPECT_EQ(contentOf<ProcessesContent>(top, sources).rows.first().share, 1);
-  top.options[processOrderKey()] = u"RAM"_s;
+  top.options[u"sortBy"_s] = u"RAM"_s;
   EXPECT_EQ(spoken(top, sources), "N: a 900 MB, d 3 MB, c 2 MB");
-  top.options[processOrderKey()] = u"nonsense"_s;
+  top.options[u"sortBy"_s] = u"nonsense"_s;
   EXPECT_EQ(processOrderOf(top), ProcessOrder::CPU);
 }
 

@@ -1,10 +1,9 @@
 #include "dock/rules/DropRouting.h"
 
+#include "widgets/catalog/Family.h"
 #include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
-
-using namespace Qt::StringLiterals;
 
 qsizetype DropRouting::indexAt(double x, const QList<Tile>& tiles, double spacing, double leadingInset) {
   double start = leadingInset;
@@ -23,7 +22,7 @@ DropRouting::Target DropRouting::route(double x, const QList<Tile>& tiles, doubl
 
 DropRouting::Target DropRouting::route(const Tile& tile, qsizetype at, const IsFolder& isFolder) {
   if (tile.kind == kind::airdrop) return {Target::Kind::AirDrop, -1, {}};
-  const bool leadsToAFolder = tile.family == "files"_L1 && !tile.path.isEmpty() && isFolder(tile.path);
+  const bool leadsToAFolder = tile.family == Family::Files && !tile.path.isEmpty() && isFolder(tile.path);
   return leadsToAFolder ? Target{Target::Kind::Folder, at, tile.path} : Target();
 }
 

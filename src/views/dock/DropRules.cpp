@@ -11,6 +11,7 @@
 #include "widgets/PinnedTiles.h"
 #include "widgets/WidgetFolder.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Family.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 
@@ -46,7 +47,7 @@ DropRules::Taker DropRules::takerOf(const DockWidget& widget) {
 }
 
 QString DropRules::folderOf(const DockWidget& widget) {
-  if (Catalog::find(widget.kind).family != "files"_L1) return {};
+  if (Catalog::find(widget.kind).family != Family::Files) return {};
   return widgetFolder(widget);
 }
 

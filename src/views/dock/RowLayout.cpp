@@ -9,6 +9,7 @@
 #include "views/theme/Theme.h"
 #include "views/theme/Typography.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/KindTraits.h"
 #include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
@@ -37,8 +38,7 @@ struct Block {
 };
 
 bool isLine(const DockWidget& widget) { return widget.kind == kind::dockSeparator; }
-/// Tiles that only part others.
-bool isGap(const DockWidget& widget) { return isLine(widget) || widget.kind == kind::dockSpace; }
+bool isGap(const DockWidget& widget) { return KindTraits::of(widget.kind).isGap; }
 
 Block appBlock(const DockRow& row, bool lineBefore, bool lineAfter) {
   Block block;

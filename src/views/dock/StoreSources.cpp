@@ -5,7 +5,8 @@
 
 #include "views/families/notes/NoteTiles.h"
 #include "widgets/catalog/Catalog.h"
-#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Family.h"
+#include "widgets/catalog/KindTraits.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -21,12 +22,12 @@ bool writes24Hours(const QLocale& locale) {
 
 QStringList pathsOf(const DockWidget& widget) {
   QStringList paths = widget.options.value(option::paths).split(u'\n', Qt::SkipEmptyParts);
-  if (widget.kind == kind::appLauncher) paths.append(widget.options.value(option::path));
+  if (KindTraits::of(widget.kind).launches()) paths.append(widget.options.value(option::path));
   paths.removeAll(QString());
   return paths;
 }
 
-bool isSwitches(const DockWidget& widget) { return Catalog::find(widget.kind).family == "toggles"_L1; }
+bool isSwitches(const DockWidget& widget) { return Catalog::find(widget.kind).family == Family::Toggles; }
 
 std::optional<ApplicationFacts> applicationOf(const AppStore& store, const TileQuestions& questions,
                                               const QString& path) {
@@ -65,7 +66,7 @@ class MomentSource final : public TileSource {
 class MachineSource final : public TileSource {
  public:
   explicit MachineSource(const AppStore& store) : system_(store.system()) {
-    connect(&system_, &SystemMetrics::changed, this, [this] { Q_EMIT changed({u"metric"_s}); });
+    connect(&system_, &SystemMetrics::changed, this, [this] { Q_EMIT changed({familyText(Family::Metric)}); });
   }
   void fill(TileSources& sources, const QList<DockWidget>&) override {
     sources.metrics.reset();
@@ -89,7 +90,7 @@ class MachineSource final : public TileSource {
 class SwitchSource final : public TileSource {
  public:
   explicit SwitchSource(const Toggles& toggles) : toggles_(toggles) {
-    connect(&toggles_, &Toggles::changed, this, [this] { Q_EMIT changed({u"toggles"_s}); });
+    connect(&toggles_, &Toggles::changed, this, [this] { Q_EMIT changed({familyText(Family::Toggles)}); });
   }
   void fill(TileSources& sources, const QList<DockWidget>& widgets) override {
     sources.toggles.clear();

@@ -26,8 +26,6 @@
 
 namespace tarnwick {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr int kMargin = 16;

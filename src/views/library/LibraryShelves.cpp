@@ -5,7 +5,7 @@
 #include "base/Text.h"
 #include "widgets/PinnedTiles.h"
 #include "widgets/catalog/Catalog.h"
-#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/KindTraits.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -22,7 +22,7 @@ LibraryItem itemOf(LibraryEntry entry, const QString& group) {
   item.words = Text::folded(words);
   // The tile will have the name that the folder has here.
   const QString path = entry.widget ? entry.widget->options.value(option::path) : QString();
-  if (item.kind == kind::folderLauncher && !path.isEmpty()) entry.title = PinnedTiles::nameOf(path);
+  if (KindTraits::of(item.kind).isFolder && !path.isEmpty()) entry.title = PinnedTiles::nameOf(path);
   item.entry = std::move(entry);
   return item;
 }

@@ -9,8 +9,6 @@
 
 namespace tarnwick {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 struct Row {

@@ -87,7 +87,7 @@ void Lists::buildItems() {
     item.category = groupName == groupNames.cend() ? translated(row.category) : *groupName;
     item.symbol = words.of(row.symbol);
     const bool isStudio = item.id == kind::youtubeStudio || item.id == kind::xStudio;
-    item.family = words.of(isStudio ? "studio" : row.family);
+    item.family = words.of(familyText(isStudio ? Family::Studio : row.family).data());
     item.asset = words.of(row.asset);
     item.width = Catalog::referenceWidth(item.id, row.width);
     items.append(std::move(item));
@@ -136,7 +136,7 @@ class UnknownKinds {
             .name = kind,
             .category = QCoreApplication::translate("Catalog", "Other"),
             .symbol = u"square"_s,
-            .family = u"integration"_s,
+            .family = familyText(Family::Integration),
             .asset = QString(),
             .width = 140};
   }
@@ -147,7 +147,9 @@ class UnknownKinds {
 
 }  // namespace
 
-bool isConnectedFamily(QStringView family) { return family == "integration"_L1 || family == "studio"_L1; }
+bool isConnectedFamily(QStringView family) {
+  return family == familyText(Family::Integration) || family == familyText(Family::Studio);
+}
 
 QString badgeInitial(const WidgetDefinition& definition) {
   const QStringList words = definition.name.split(u' ', Qt::SkipEmptyParts);

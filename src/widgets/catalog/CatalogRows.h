@@ -3,6 +3,9 @@
 #include <QString>
 #include <span>
 
+#include "widgets/catalog/Family.h"
+#include "widgets/catalog/KindTraits.h"
+
 /// The tables behind Catalog, in the form in which people edit them. Nothing but Catalog reads them: they hold source
 /// texts that are yet to be translated, and widths and categories that Catalog still adjusts.
 namespace tarnwick::catalog {
@@ -13,9 +16,10 @@ struct Row {
   const char* name;      ///< plain name, before `displayNames`
   const char* category;  ///< for a kind that is in no group
   const char* symbol;
-  const char* family;
+  Family family;
   double width;  ///< for a kind that no rule of Catalog::referenceWidth names
   const char* asset = "";
+  KindTraits traits = {};
 };
 
 /// The name that a kind is shown by, where it reads better than the plain one under its section's heading.

@@ -8,6 +8,7 @@
 #include "views/panels/Room.h"
 #include "views/tiles/GenericTile.h"
 #include "views/tiles/TileWords.h"
+#include "widgets/catalog/Family.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 
@@ -61,8 +62,8 @@ QMap<QString, QString> picturedFolder(const QDateTime&) {
 }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = "apps"_L1},
-    RoomRow{.word = "launcher"_L1,
+    RoomRow{.word = familyText(Family::Apps)},
+    RoomRow{.word = familyText(Family::Launcher),
             .content = launcher,
             .panel = makeLauncherPanel,
             .options = kLauncherOptions,

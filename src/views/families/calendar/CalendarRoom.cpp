@@ -8,6 +8,7 @@
 #include "views/families/calendar/ProgressTiles.h"
 #include "views/families/calendar/ReminderTiles.h"
 #include "views/panels/Room.h"
+#include "widgets/catalog/Family.h"
 #include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
@@ -59,15 +60,18 @@ void picture(TileSources& sources) { sources.calendar = calendarFixture(sources.
 constexpr auto kMinute = always<TickCadence::Minute, DockWidget>;
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = "calendar"_L1,
+    RoomRow{.word = familyText(Family::Calendar),
             .panel = makeCalendarPanel,
             .accent = always<Accent::Red>,
             .cadence = kMinute,
             .act = joinMeeting,
             .problem = problem,
             .sample = sampleCalendar},
-    RoomRow{.word = "progress"_L1, .panel = makeProgressPanel, .accent = always<Accent::Red>, .cadence = kMinute},
-    RoomRow{.word = "reminders"_L1,
+    RoomRow{.word = familyText(Family::Progress),
+            .panel = makeProgressPanel,
+            .accent = always<Accent::Red>,
+            .cadence = kMinute},
+    RoomRow{.word = familyText(Family::Reminders),
             .panel = makeRemindersPanel,
             .accent = always<Accent::Orange>,
             .cadence = kMinute,

@@ -1,6 +1,7 @@
 #include <array>
 
 #include "views/panels/Room.h"
+#include "widgets/catalog/Family.h"
 
 namespace tarnwick {
 
@@ -9,7 +10,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = "clipboard"_L1, .comesLater = true},
+    RoomRow{.word = familyText(Family::Clipboard), .comesLater = true},
 };
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "views/families/clocks/DateTiles.h"
 #include "views/families/clocks/DigitTiles.h"
 #include "views/panels/Room.h"
+#include "widgets/catalog/Family.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 
@@ -51,7 +52,7 @@ QMap<QString, QString> picturedToday(const QDateTime&) { return {{option::city, 
 constexpr auto kSecond = always<TickCadence::Second, DockWidget>;
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = "clock"_L1,
+    RoomRow{.word = familyText(Family::Clock),
             .panel = makeClockPanel,
             .accent = always<Accent::Orange>,
             .cadence = always<TickCadence::Minute>,

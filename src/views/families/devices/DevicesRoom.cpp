@@ -5,6 +5,7 @@
 #include "views/panels/Room.h"
 #include "views/tiles/GenericTile.h"
 #include "views/tiles/TileWords.h"
+#include "widgets/catalog/Family.h"
 
 namespace tarnwick {
 
@@ -37,8 +38,11 @@ std::unique_ptr<TilePanel> makeNearbySharePanel(const PanelContext& context) {
 }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = "accessoryBattery"_L1, .content = batteries, .accent = always<Accent::Green>, .comesLater = true},
-    RoomRow{.word = "airdrop"_L1, .content = nearbyShare, .panel = makeNearbySharePanel},
+    RoomRow{.word = familyText(Family::AccessoryBattery),
+            .content = batteries,
+            .accent = always<Accent::Green>,
+            .comesLater = true},
+    RoomRow{.word = familyText(Family::Airdrop), .content = nearbyShare, .panel = makeNearbySharePanel},
 };
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include "views/families/files/FileTiles.h"
 #include "views/families/files/PlaceTiles.h"
 #include "views/panels/Room.h"
+#include "widgets/catalog/Family.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 
@@ -82,12 +83,12 @@ void sampleScreenshots(TileSources& sources, const TileSources& samples) {
 QMap<QString, QString> picturedFolder(const QDateTime&) { return {{option::path, u"/home/robin/Documents"_s}}; }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = "files"_L1},
-    RoomRow{.word = "bookmarks"_L1,
+    RoomRow{.word = familyText(Family::Files)},
+    RoomRow{.word = familyText(Family::Bookmarks),
             .content = contentOf<makeBookmarks>,
             .panel = makeBookmarksPanel,
             .read = readBookmarks},
-    RoomRow{.word = "search"_L1},
+    RoomRow{.word = familyText(Family::Search)},
 };
 constexpr std::array kKinds = {
     RoomRow{.word = kind::folderLauncher,

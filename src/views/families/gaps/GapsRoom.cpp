@@ -4,6 +4,7 @@
 #include "views/panels/PanelWords.h"
 #include "views/panels/PlainPanel.h"
 #include "views/panels/Room.h"
+#include "widgets/catalog/Family.h"
 
 namespace tarnwick {
 
@@ -23,11 +24,14 @@ std::unique_ptr<TilePanel> makeSeparatorPanel(const PanelContext& context) {
 std::unique_ptr<TilePanel> makeSpacePanel(const PanelContext& context) { return makePlainPanel(context, spaceWords); }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = "separator"_L1,
+    RoomRow{.word = familyText(Family::Separator),
             .content = contentOf<makeSeparator>,
             .panel = makeSeparatorPanel,
             .hasForm = false},
-    RoomRow{.word = "space"_L1, .content = contentOf<makeSpace>, .panel = makeSpacePanel, .hasForm = false},
+    RoomRow{.word = familyText(Family::Space),
+            .content = contentOf<makeSpace>,
+            .panel = makeSpacePanel,
+            .hasForm = false},
 };
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "views/families/habits/HabitTiles.h"
 #include "views/panels/Room.h"
 #include "widgets/HabitMath.h"
+#include "widgets/catalog/Family.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -57,7 +58,7 @@ QMap<QString, QString> picturedHabit(const QDateTime&) {
 }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = "water"_L1,
+    RoomRow{.word = familyText(Family::Water),
             .content = contentOf<makeWater>,
             .panel = makeWaterPanel,
             .cadence = always<TickCadence::Minute>,
@@ -65,7 +66,7 @@ constexpr std::array kFamilies = {
             .act = drink,
             .example = exampleWater,
             .pictured = picturedWater},
-    RoomRow{.word = "habit"_L1,
+    RoomRow{.word = familyText(Family::Habit),
             .content = contentOf<makeHabit>,
             .panel = makeHabitPanel,
             .accent = always<Accent::Green>,

@@ -3,6 +3,7 @@
 #include "views/panels/Room.h"
 #include "views/tiles/GenericTile.h"
 #include "views/tiles/TileWords.h"
+#include "widgets/catalog/Family.h"
 #include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
@@ -19,15 +20,15 @@ TileContent music(const TileRequest& request) {
 }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = "audio"_L1, .accent = always<Accent::Pink>, .comesLater = true},
-    RoomRow{.word = "appVolume"_L1, .accent = always<Accent::Pink>, .comesLater = true},
-    RoomRow{.word = "music"_L1,
+    RoomRow{.word = familyText(Family::Audio), .accent = always<Accent::Pink>, .comesLater = true},
+    RoomRow{.word = familyText(Family::AppVolume), .accent = always<Accent::Pink>, .comesLater = true},
+    RoomRow{.word = familyText(Family::Music),
             .accent = always<Accent::Pink>,
             .cadence = always<TickCadence::Second>,
             .comesLater = true},
-    RoomRow{.word = "voice"_L1, .accent = always<Accent::Red>, .comesLater = true},
-    RoomRow{.word = "sounds"_L1, .accent = always<Accent::Teal>, .comesLater = true},
-    RoomRow{.word = "photos"_L1, .comesLater = true},
+    RoomRow{.word = familyText(Family::Voice), .accent = always<Accent::Red>, .comesLater = true},
+    RoomRow{.word = familyText(Family::Sounds), .accent = always<Accent::Teal>, .comesLater = true},
+    RoomRow{.word = familyText(Family::Photos), .comesLater = true},
 };
 constexpr std::array kKinds = {
     RoomRow{.word = kind::microphoneMute, .accent = always<Accent::Red>},

@@ -4,6 +4,7 @@
 #include "views/families/notes/NotePanels.h"
 #include "views/families/notes/NoteTiles.h"
 #include "views/panels/Room.h"
+#include "widgets/catalog/Family.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 
@@ -69,21 +70,21 @@ void furnish(AppStore& store, const QDateTime& now) {
 }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = "todos"_L1,
+    RoomRow{.word = familyText(Family::Todos),
             .content = contentOf<makeTodos>,
             .panel = makeTodosPanel,
             .accent = always<Accent::Green>,
             .cadence = always<TickCadence::Minute>,
             .act = tickTodo,
             .sample = sampleTodos},
-    RoomRow{.word = "notes"_L1,
+    RoomRow{.word = familyText(Family::Notes),
             .content = contentOf<makeNote>,
             .panel = makeNotePanel,
             .accent = always<Accent::Yellow>,
             .options = kNoteOptions,
             .example = exampleNote,
             .pictured = picturedNote},
-    RoomRow{.word = "nativeNotes"_L1,
+    RoomRow{.word = familyText(Family::NativeNotes),
             .content = contentOf<makeLatestNote>,
             .panel = makeNotesPanel,
             .accent = always<Accent::Yellow>,

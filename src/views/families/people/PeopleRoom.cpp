@@ -1,6 +1,7 @@
 #include <array>
 
 #include "views/panels/Room.h"
+#include "widgets/catalog/Family.h"
 
 namespace tarnwick {
 
@@ -9,8 +10,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = "contacts"_L1, .comesLater = true},
-    RoomRow{.word = "mail"_L1, .comesLater = true},
+    RoomRow{.word = familyText(Family::Contacts), .comesLater = true},
+    RoomRow{.word = familyText(Family::Mail), .comesLater = true},
 };
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "views/panels/PanelWords.h"
 #include "views/panels/PlainPanel.h"
 #include "views/panels/Room.h"
+#include "widgets/catalog/Family.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 
@@ -93,12 +94,12 @@ PlainWords words(const TilePanel& panel, const TileSources&) {
 std::unique_ptr<TilePanel> makeUnconnectedPanel(const PanelContext& context) { return makePlainPanel(context, words); }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = "integration"_L1,
+    RoomRow{.word = familyText(Family::Integration),
             .panel = makeUnconnectedPanel,
             .accent = serviceAccent,
             .options = kOptions,
             .comesLater = true},
-    RoomRow{.word = "studio"_L1,
+    RoomRow{.word = familyText(Family::Studio),
             .panel = makeUnconnectedPanel,
             .accent = serviceAccent,
             .options = kOptions,

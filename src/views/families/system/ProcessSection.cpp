@@ -11,6 +11,7 @@
 #include "views/families/system/MachineWords.h"
 #include "views/panels/AppItems.h"
 #include "views/panels/PanelWords.h"
+#include "widgets/catalog/Family.h"
 
 namespace tarnwick {
 
@@ -47,7 +48,7 @@ ProcessSection::ProcessSection(const PanelContext& context, ProcessOrder order, 
 
 void ProcessSection::askForSample() {
   // The beat samples by itself for a tile that shows them.
-  if (context_.actions.refreshProcesses && !context_.store.active().families.contains(QStringLiteral("processes")))
+  if (context_.actions.refreshProcesses && !context_.store.active().families.contains(familyText(Family::Processes)))
     context_.actions.refreshProcesses();
 }
 

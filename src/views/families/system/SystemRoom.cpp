@@ -11,6 +11,7 @@
 #include "views/panels/Room.h"
 #include "views/tiles/GenericTile.h"
 #include "views/tiles/TileWords.h"
+#include "widgets/catalog/Family.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 
@@ -74,15 +75,18 @@ constexpr auto kPurple = always<Accent::Purple, WidgetDefinition>;
 constexpr auto kTeal = always<Accent::Teal, WidgetDefinition>;
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = "metric"_L1, .panel = makeMetricsPanel, .accent = always<Accent::Green>, .sample = sampleMetrics},
-    RoomRow{.word = "processes"_L1,
+    RoomRow{.word = familyText(Family::Metric),
+            .panel = makeMetricsPanel,
+            .accent = always<Accent::Green>,
+            .sample = sampleMetrics},
+    RoomRow{.word = familyText(Family::Processes),
             .content = contentOf<makeProcesses>,
             .panel = makeProcessesPanel,
             .accent = always<Accent::Green>,
             .options = kProcessOptions,
             .read = readProcesses,
             .sample = sampleProcesses},
-    RoomRow{.word = "temperature"_L1,
+    RoomRow{.word = familyText(Family::Temperature),
             .panel = makeTemperaturePanel,
             .accent = always<Accent::Orange>,
             .read = readTemperature,

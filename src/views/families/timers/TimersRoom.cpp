@@ -3,6 +3,7 @@
 #include "views/families/timers/TimerPanel.h"
 #include "views/families/timers/TimerTiles.h"
 #include "views/panels/Room.h"
+#include "widgets/catalog/Family.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 
@@ -91,7 +92,7 @@ QMap<QString, QString> picturedPosture(const QDateTime& now) {
 }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = "timer"_L1,
+    RoomRow{.word = familyText(Family::Timer),
             .content = contentOf<makeTimer>,
             .panel = makeTimerPanel,
             .accent = always<Accent::Orange>,

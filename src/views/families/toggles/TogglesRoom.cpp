@@ -3,6 +3,7 @@
 #include "views/families/toggles/ToggleTiles.h"
 #include "views/families/toggles/TogglesPanel.h"
 #include "views/panels/Room.h"
+#include "widgets/catalog/Family.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -31,7 +32,7 @@ void picture(TileSources& sources) {
 }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = "toggles"_L1,
+    RoomRow{.word = familyText(Family::Toggles),
             .content = contentOf<makeToggles>,
             .panel = makeTogglesPanel,
             .options = kOptions,

@@ -16,8 +16,6 @@
 
 namespace tarnwick {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr int kEmojiColumns = 8;

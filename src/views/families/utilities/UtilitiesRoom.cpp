@@ -6,6 +6,7 @@
 #include "views/panels/Room.h"
 #include "views/tiles/GenericTile.h"
 #include "views/tiles/TileWords.h"
+#include "widgets/catalog/Family.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -43,22 +44,22 @@ QMap<QString, QString> picturedColor(const QDateTime&) {
 QMap<QString, QString> picturedEmoji(const QDateTime&) { return {{option::recents, u"😀 🎉 👍"_s}}; }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = "calculator"_L1,
+    RoomRow{.word = familyText(Family::Calculator),
             .content = contentOf<makeCalculator>,
             .panel = makeCalculatorPanel,
             .example = exampleCalculation,
             .pictured = picturedCalculation},
-    RoomRow{.word = "converter"_L1, .content = contentOf<makeConverter>, .panel = makeConverterPanel},
-    RoomRow{.word = "color"_L1,
+    RoomRow{.word = familyText(Family::Converter), .content = contentOf<makeConverter>, .panel = makeConverterPanel},
+    RoomRow{.word = familyText(Family::Color),
             .content = contentOf<makeColor>,
             .panel = makeColorPanel,
             .example = exampleColor,
             .pictured = picturedColor},
-    RoomRow{.word = "emoji"_L1, .content = emoji, .panel = makeEmojiPanel, .pictured = picturedEmoji},
-    RoomRow{.word = "screenshot"_L1, .content = capture, .comesLater = true},
-    RoomRow{.word = "keyboardCleaner"_L1, .content = cleanKeys, .comesLater = true},
-    RoomRow{.word = "wallpaper"_L1, .comesLater = true},
-    RoomRow{.word = "workflow"_L1, .comesLater = true},
+    RoomRow{.word = familyText(Family::Emoji), .content = emoji, .panel = makeEmojiPanel, .pictured = picturedEmoji},
+    RoomRow{.word = familyText(Family::Screenshot), .content = capture, .comesLater = true},
+    RoomRow{.word = familyText(Family::KeyboardCleaner), .content = cleanKeys, .comesLater = true},
+    RoomRow{.word = familyText(Family::Wallpaper), .comesLater = true},
+    RoomRow{.word = familyText(Family::Workflow), .comesLater = true},
 };
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "views/panels/PanelWords.h"
 #include "views/panels/PlainPanel.h"
 #include "views/panels/Room.h"
+#include "widgets/catalog/Family.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 
@@ -45,7 +46,7 @@ void picture(TileSources& sources) {
 }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = "weather"_L1,
+    RoomRow{.word = familyText(Family::Weather),
             .content = contentOf<makePlacelessWeather>,
             .panel = makePlacelessPanel,
             .options = kOptions,

@@ -6,6 +6,7 @@
 #include "views/panels/Room.h"
 #include "views/tiles/GenericTile.h"
 #include "views/tiles/TileWords.h"
+#include "widgets/catalog/Family.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 
@@ -34,7 +35,7 @@ QMap<QString, QString> picturedWindow(const QDateTime&) {
 }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = "windows"_L1},
+    RoomRow{.word = familyText(Family::Windows)},
 };
 constexpr std::array kKinds = {
     RoomRow{.word = kind::openWindows,
