@@ -278,6 +278,17 @@ void ItemView::mouseReleaseEvent(QMouseEvent* event) {
   if (index.isValid() && actionRect(index).contains(event->position().toPoint())) Q_EMIT actionRequested(idAt(index));
 }
 
+void ItemView::pressItem(const QModelIndex& index) {
+  setCurrentIndex(index);
+  openCurrent();
+}
+
+QStringList ItemView::itemActions(const QModelIndex&) const {
+  return actionSymbol_.isEmpty() ? QStringList() : QStringList{actionLabel_};
+}
+
+void ItemView::runItemAction(const QModelIndex& index, qsizetype) { Q_EMIT actionRequested(idAt(index)); }
+
 void ItemView::openCurrent() {
   if (const QString id = idAt(currentIndex()); !id.isEmpty()) Q_EMIT opened(id);
 }

@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "views/controls/ControlLook.h"
+#include "views/controls/ListAccessible.h"
 
 class QLineEdit;
 
@@ -25,7 +26,7 @@ struct ViewItem {
 
 /// Many things of one sort, as rows, as icons or as pictures, which scroll. One click or Return opens one; an action on
 /// each shows at its side under the pointer and is reached by its key. Named for screen readers item by item.
-class ItemView final : public QListView {
+class ItemView final : public QListView, public ItemHands {
   Q_OBJECT
  public:
   enum class Shape { Rows, Icons, Pictures };
@@ -55,6 +56,10 @@ class ItemView final : public QListView {
   QSize cell() const;
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override { return {0, 0}; }
+
+  void pressItem(const QModelIndex& index) override;
+  QStringList itemActions(const QModelIndex& index) const override;
+  void runItemAction(const QModelIndex& index, qsizetype action) override;
 
  Q_SIGNALS:
   void opened(const QString& id);

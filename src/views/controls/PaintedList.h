@@ -6,6 +6,8 @@
 #include <QString>
 #include <algorithm>
 
+#include "views/controls/ListAccessible.h"
+
 namespace tarnwick {
 
 /// The values of a list as a model. What a row says of each is for data() of those who derive from it.
@@ -41,6 +43,7 @@ class ItemModel : public QAbstractListModel {
 /// Makes a list of the toolkit's one whose rows are painted on what lies behind it, without frame or scroll bars of its
 /// own, with one chosen row. `name` is for screen readers.
 inline void becomePaintedList(QListView& view, const QString& name) {
+  installListAccessibility();
   view.setAccessibleName(name);
   view.setFrameShape(QFrame::NoFrame);
   view.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

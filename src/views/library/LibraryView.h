@@ -4,6 +4,7 @@
 #include <QTimer>
 #include <optional>
 
+#include "views/controls/ListAccessible.h"
 #include "views/library/CardLayout.h"
 #include "views/library/LibraryShelves.h"
 #include "views/library/PreviewTiles.h"
@@ -18,7 +19,7 @@ class Button;
 /// The shelves of the library with their cards, which scroll. A card is added by a double click, by Return, by the
 /// button that shows on the one under the pointer or on the chosen one, and by dragging it out. Only cards that are
 /// seen are painted, and follow the beat.
-class LibraryView final : public QListView {
+class LibraryView final : public QListView, public ItemHands {
   Q_OBJECT
  public:
   /// `store` and what the sources ask outlive the view. The button stands beside the view in `parent`, where screen
@@ -41,6 +42,7 @@ class LibraryView final : public QListView {
   void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
   QModelIndex indexAt(const QPoint& point) const override;
   void doItemsLayout() override;
+  void pressItem(const QModelIndex& index) override { activate(index.row()); }
 
  Q_SIGNALS:
   /// A widget is to be added, or something to be chosen first.

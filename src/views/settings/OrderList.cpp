@@ -283,6 +283,23 @@ void OrderList::mouseReleaseEvent(QMouseEvent* event) {
   if (actionAt(at) == pressed) Q_EMIT actionRequested(idAt(indexAt(at)), actions_[pressed].id);
 }
 
+void OrderList::pressItem(const QModelIndex& index) {
+  setCurrentIndex(index);
+  Q_EMIT opened(idAt(index));
+}
+
+QStringList OrderList::itemActions(const QModelIndex&) const {
+  QStringList labels;
+  for (const OrderAction& action : actions_) labels << action.label;
+  return labels << tr("Move Up") << tr("Move Down");
+}
+
+void OrderList::runItemAction(const QModelIndex& index, qsizetype action) {
+  setCurrentIndex(index);
+  if (action < actions_.size()) return Q_EMIT actionRequested(idAt(index), actions_[action].id);
+  moveCurrent(action == actions_.size() ? -1 : 1);
+}
+
 void OrderList::moveCurrent(int places) {
   const int to = currentIndex().row() + places;
   if (!currentIndex().isValid() || to < 0 || to >= model_->rowCount()) return;

@@ -4,6 +4,7 @@
 #include <QListView>
 
 #include "views/controls/ControlLook.h"
+#include "views/controls/ListAccessible.h"
 
 namespace tarnwick {
 
@@ -30,7 +31,7 @@ struct OrderAction {
 /// Things in an order that the user makes: rows are dragged, or moved by Alt and the arrow keys. Return or a double
 /// click opens one. Its buttons show in the row that is under the pointer or has the keyboard. Wants to be as high as
 /// its rows, up to a number of them.
-class OrderList final : public QListView {
+class OrderList final : public QListView, public ItemHands {
   Q_OBJECT
  public:
   explicit OrderList(const QString& label, QWidget* parent = nullptr);
@@ -47,6 +48,11 @@ class OrderList final : public QListView {
   void rename(const QString& id);
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override { return {0, 0}; }
+
+  void pressItem(const QModelIndex& index) override;
+  /// The buttons of a row, and where it can be moved to.
+  QStringList itemActions(const QModelIndex& index) const override;
+  void runItemAction(const QModelIndex& index, qsizetype action) override;
 
  Q_SIGNALS:
   void chosenChanged(const QString& id);

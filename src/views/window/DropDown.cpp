@@ -11,6 +11,7 @@
 
 #include "views/controls/Buttons.h"
 #include "views/controls/ControlTheme.h"
+#include "views/controls/ListAccessible.h"
 #include "views/controls/Mirroring.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
@@ -95,6 +96,7 @@ DropDown::DropDown(const QString& label, QWidget* parent) : QComboBox(parent) {
   setAttribute(Qt::WA_Hover);
   setMaxVisibleItems(14);
   setItemDelegate(new ChoicePainter(*this));
+  installListAccessibility();
   connect(this, &QComboBox::activated, this, [this] { Q_EMIT valueChosen(chosenValue()); });
 }
 

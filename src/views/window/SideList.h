@@ -2,6 +2,8 @@
 
 #include <QListView>
 
+#include "views/controls/ListAccessible.h"
+
 namespace tarnwick {
 
 /// One row of a side bar.
@@ -16,7 +18,7 @@ struct SideItem {
 };
 
 /// The side bar of a window: one row of it is chosen, by the pointer or by the arrow keys.
-class SideList final : public QListView {
+class SideList final : public QListView, public ItemHands {
   Q_OBJECT
  public:
   /// `label` names the whole for screen readers; `rowHeight` in device-independent pixels.
@@ -31,6 +33,7 @@ class SideList final : public QListView {
   /// There is no room for words, which are in the tips then.
   bool showsSymbolsOnly() const;
   QSize sizeHint() const override;
+  void pressItem(const QModelIndex& index) override { setCurrentIndex(index); }
 
  Q_SIGNALS:
   void chosenChanged(const QString& id);
