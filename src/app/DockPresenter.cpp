@@ -338,8 +338,9 @@ void DockPresenter::openMenu(const QString& display, const QList<DockMenuEntry>&
 
 QList<ItemCommand> DockPresenter::commandsOf(const QString& display, const QUuid& widget, quint64 application,
                                              const QRect&) {
-  const QList<DockMenuEntry> entries =
-      widget.isNull() ? menus_.application(application, display) : menus_.tile(widget, display);
+  const QList<DockMenuEntry> entries = !widget.isNull()   ? menus_.tile(widget, display)
+                                       : application != 0 ? menus_.application(application, display)
+                                                          : menus_.dock(display);
   QList<ItemCommand> commands;
   QHash<QString, int> seen;
   for (const DockMenuEntry& entry : entries) {

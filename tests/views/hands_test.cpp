@@ -443,6 +443,24 @@ TEST(Keys, ReachEveryTileOpenMenusAndGiveTheKeyboardBack) {
   QAccessibleInterface* bar = QAccessible::queryAccessibleInterface(view.get());
   bar->child(2)->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
   EXPECT_EQ(menu, view->row().widgets[2].id);
+
+  // The dock's own menu, and what is in it.
+  QAccessibleActionInterface* own = bar->actionInterface();
+  ASSERT_TRUE(own);
+  own->doAction(QAccessibleActionInterface::showMenuAction());
+  EXPECT_EQ(menu, QUuid());
+  EXPECT_EQ(beside, glass);
+  QStringList run;
+  view->setCommandProvider([&](const QUuid& widget, quint64 application, const QRect&) {
+    const QString of = widget.isNull() && application == 0 ? u"dock"_s : u"tile"_s;
+    return QList<ItemCommand>{{u"Quit"_s, [&run, of] { run << of; }}};
+  });
+  EXPECT_TRUE(own->actionNames().contains(u"Quit"_s));
+  own->doAction(u"Quit"_s);
+  bar->child(2)->actionInterface()->doAction(u"Quit"_s);
+  EXPECT_TRUE(run.isEmpty()) << "the reader waits for its answer first";
+  QCoreApplication::processEvents();
+  EXPECT_EQ(run, (QStringList{u"dock"_s, u"tile"_s}));
   press(*view, Qt::Key_Home);
   EXPECT_EQ(view->focusedItem(), 0);
   press(*view, Qt::Key_Tab);

@@ -15,6 +15,14 @@ namespace tarnwick {
 
 namespace {
 
+/// Runs the command of that name. The item may go with what is done, and a question that is asked may wait for its
+/// answer.
+void runCommand(DockView* view, qsizetype item, const QString& name) {
+  const QList<ItemCommand> commands = view->itemCommands(item);
+  const auto command = std::ranges::find(commands, name, &ItemCommand::text);
+  if (command != commands.end()) QMetaObject::invokeMethod(view, command->run, Qt::QueuedConnection);
+}
+
 /// One tile. It keeps its place in the row; the interface of the view throws it away when the row has fewer places.
 class TileAccessible final : public QAccessibleInterface, public QAccessibleActionInterface {
  public:
@@ -73,10 +81,7 @@ class TileAccessible final : public QAccessibleInterface, public QAccessibleActi
     if (name == pressAction()) return view_->activateItem(item_);
     if (name == showMenuAction()) return view_->openItemMenu(item_);
     if (name == setFocusAction()) return view_->focusItem(item_);
-    const QList<ItemCommand> commands = view_->itemCommands(item_);
-    const auto command = std::ranges::find(commands, name, &ItemCommand::text);
-    // The tile may go with what is done, and a question that is asked may wait for its answer.
-    if (command != commands.end()) QMetaObject::invokeMethod(view_.data(), command->run, Qt::QueuedConnection);
+    runCommand(view_.data(), item_, name);
   }
   QStringList keyBindingsForAction(const QString& name) const override {
     if (name == pressAction()) return {QStringLiteral("Return")};
@@ -88,6 +93,7 @@ class TileAccessible final : public QAccessibleInterface, public QAccessibleActi
   int item_;
 };
 
+/// The dock: its tiles, and what its own menu offers, Quit among it.
 class DockAccessible final : public QAccessibleWidget {
  public:
   explicit DockAccessible(DockView* view) : QAccessibleWidget(view, QAccessible::ToolBar), view_(view) {}
@@ -118,6 +124,24 @@ class DockAccessible final : public QAccessibleWidget {
     for (int i = 0; i < childCount(); ++i)
       if (child(i) == wanted) return i;
     return -1;
+  }
+
+  QStringList actionNames() const override {
+    QStringList names = QAccessibleWidget::actionNames();
+    if (!view_) return names;
+    names << showMenuAction();
+    for (const ItemCommand& command : view_->itemCommands(-1)) names << command.text;
+    return names;
+  }
+  QString localizedActionName(const QString& name) const override {
+    const bool isOwn = name == showMenuAction() || QAccessibleWidget::actionNames().contains(name);
+    return isOwn ? QAccessibleWidget::localizedActionName(name) : name;
+  }
+  void doAction(const QString& name) override {
+    if (!view_) return;
+    if (name == showMenuAction()) return view_->openDockMenu();
+    if (QAccessibleWidget::actionNames().contains(name)) return QAccessibleWidget::doAction(name);
+    runCommand(view_.data(), -1, name);
   }
 
  private:

@@ -123,7 +123,9 @@ void DockView::focusOutEvent(QFocusEvent*) {
 // --- For those who read the dock by ear -----------------------------------------------------------------------------
 
 QList<ItemCommand> DockView::itemCommands(qsizetype item) const {
-  if (!isItem(item) || !commands_) return {};
+  if (!commands_) return {};
+  if (item < 0) return commands_(QUuid(), 0, glassBeside(layout_.glass));
+  if (!isItem(item)) return {};
   const DockWidget* widget = widgetOf(item);
   return commands_(widget ? widget->id : QUuid(), widget ? 0 : appOf(item)->id, glassBeside(layout_.items[item].rect));
 }

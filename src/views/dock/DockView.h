@@ -42,7 +42,8 @@ class DockView : public QWidget {
   /// Gives an application's icon, `size` units wide, for a screen with `ratio` device pixels per unit. For a tile that
   /// the user put there only `name` and `icon` of the application are set.
   using IconProvider = std::function<QPixmap(const DockApp& app, int size, double ratio)>;
-  /// Gives what the menu of a tile offers at the moment, or that of a running application where the widget is null.
+  /// Gives what the menu of a tile offers at the moment, or that of a running application where the widget is null, or
+  /// that of the dock itself where there is no application either.
   using CommandProvider =
       std::function<QList<ItemCommand>(const QUuid& widget, quint64 application, const QRect& beside)>;
 
@@ -96,6 +97,7 @@ class DockView : public QWidget {
   qsizetype itemCount() const { return layout_.items.size(); }
   QRectF itemRect(qsizetype item) const { return layout_.items.value(item).rect; }
   TileText itemText(qsizetype item) const;
+  /// -1 stands for the dock itself.
   QList<ItemCommand> itemCommands(qsizetype item) const;
   void activateItem(qsizetype item);
   void openItemMenu(qsizetype item);
