@@ -15,6 +15,7 @@ namespace tarnwick::testing {
 namespace {
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 const QString kPath = u"/net/launchpad/plank/docks/dock1/"_s;
 
@@ -48,12 +49,18 @@ class PlankTest : public ::testing::Test {
   }
   QString file() const { return NativeDockState::recoveryFile(folder.path()); }
   bool isGivenBack(const QByteArray& before) const { return dconfDump() == before && !QFile::exists(file()); }
+  /// The one guardian of the folder. The program has begun to start it when the settings change, no more.
+  pid_t guardian() const {
+    QList<pid_t> guardians;
+    VirtualDisplay::waitUntil([&] { return (guardians = guardiansOf(folder.path())).size() == 1; });
+    return guardians.value(0, -1);
+  }
   /// Kills the guardian first, so that nobody gives the dock back, while the program cannot start another.
   void killBoth(ChildProcess& program) const {
-    const QList<pid_t> guardians = guardiansOf(folder.path());
-    ASSERT_EQ(guardians.size(), 1);
+    const pid_t watching = guardian();
+    ASSERT_GT(watching, 0);
     ::kill(program.pid(), SIGSTOP);
-    ::kill(guardians[0], SIGKILL);
+    ::kill(watching, SIGKILL);
     ::kill(program.pid(), SIGKILL);
     ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return !program.isRunning(); }));
     ASSERT_TRUE(QFile::exists(file()));
@@ -137,15 +144,15 @@ TEST_F(PlankTest, ANewStartThatComesBeforeTheGuardiansRepairKeepsItsOwnFile) {
   const QByteArray before = dconfDump();
   const auto program = ChildProcess::start({kProgram, folder.path(), u"replace"_s});
   ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return dconf(u"unhide-delay"_s) == "1000000"; }));
-  const QList<pid_t> guardians = guardiansOf(folder.path());
-  ASSERT_EQ(guardians.size(), 1);
+  const pid_t watching = guardian();
+  ASSERT_GT(watching, 0);
   HandoverLock lock(folder.path());
-  auto held = lock.take({});
+  auto held = lock.take(30s);  // The program has it until all settings are written.
   ASSERT_TRUE(held);
   ::kill(program->pid(), SIGKILL);
   // The guardian becomes the repair, which finds the lock taken.
   const auto repairs = [&] {
-    QFile line(u"/proc/%1/cmdline"_s.arg(guardians[0]));
+    QFile line(u"/proc/%1/cmdline"_s.arg(watching));
     return line.open(QIODevice::ReadOnly) && line.readAll().contains("--restore-dock\0");
   };
   ASSERT_TRUE(VirtualDisplay::waitUntil(repairs));
