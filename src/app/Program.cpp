@@ -1,5 +1,7 @@
 #include "app/Program.h"
 
+#include <unistd.h>
+
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -105,15 +107,44 @@ Start begin(int argc, char** argv, const CommandLine& line) {
   return start;
 }
 
+/// Ends the process when nothing of ours is left that has an end. Qt 6.4 may wait for ever for a thread of its own when
+/// the compositor still says something while the connection is taken down, which the kernel does as well.
+int leave(int status) {
+  if (QGuiApplication::platformName().startsWith("wayland"_L1)) {
+    std::fflush(nullptr);
+    ::_exit(status);
+  }
+  return status;
+}
+
 int end(int argc, char** argv, const Start& start) {
   if (start.alertText.isEmpty()) return *start.status;
-  if (start.obstacle.isEmpty()) {
-    const QApplication application(argc, argv);
-    QMessageBox::warning(nullptr, start.alertTitle, start.alertText);
-  } else {
+  if (!start.obstacle.isEmpty()) {
     say(start.alertText);
+    return *start.status;
   }
-  return *start.status;
+  const QApplication application(argc, argv);
+  QMessageBox::warning(nullptr, start.alertTitle, start.alertText);
+  return leave(*start.status);
+}
+
+int liveUntilTheEnd(const Start& start, const CommandLine& line, const LaunchEnvironment& environment) {
+  SystemScheduler scheduler;
+  Adapters adapters(scheduler, environment);
+  StoreSetup store = adapters.storeSetup();
+  store.keys = start.keys;
+  AppDelegate delegate(std::move(store), adapters.services(),
+                       adapters.delegateSetup(QFileInfo(settingsFile(start.keys)).path()));
+  const LastChance lastChance(delegate);
+  delegate.didFinishLaunching();
+  // Behind the dock's own coming up, which waits for the event loop as well.
+  const auto orders = [&] {
+    // Whoever asks to show or hide a dock that does not run wants to see it, and it starts shown.
+    if (line.order && line.order->kind != Order::Kind::Toggle) delegate.perform(*line.order);
+    if (!start.urls.isEmpty()) delegate.open(start.urls);
+  };
+  QMetaObject::invokeMethod(&delegate, orders, Qt::QueuedConnection);
+  return QApplication::exec();
 }
 
 int runDock(int argc, char** argv, const CommandLine& line) {
@@ -133,22 +164,7 @@ int runDock(int argc, char** argv, const CommandLine& line) {
   QGuiApplication::setQuitOnLastWindowClosed(false);
   QApplication application(argc, argv);
   loadWords(application);
-  SystemScheduler scheduler;
-  Adapters adapters(scheduler, environment);
-  StoreSetup store = adapters.storeSetup();
-  store.keys = start.keys;
-  AppDelegate delegate(std::move(store), adapters.services(),
-                       adapters.delegateSetup(QFileInfo(settingsFile(start.keys)).path()));
-  const LastChance lastChance(delegate);
-  delegate.didFinishLaunching();
-  // Behind the dock's own coming up, which waits for the event loop as well.
-  const auto orders = [&] {
-    // Whoever asks to show or hide a dock that does not run wants to see it, and it starts shown.
-    if (line.order && line.order->kind != Order::Kind::Toggle) delegate.perform(*line.order);
-    if (!start.urls.isEmpty()) delegate.open(start.urls);
-  };
-  QMetaObject::invokeMethod(&delegate, orders, Qt::QueuedConnection);
-  return QApplication::exec();
+  return leave(liveUntilTheEnd(start, line, environment));
 }
 
 }  // namespace

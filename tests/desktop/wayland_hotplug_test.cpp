@@ -61,7 +61,7 @@ int main(int argc, char** argv) {
   using tarnwick::testing::HeadlessSway;
   return HeadlessSway::run(argc, argv, HeadlessSway::Kind::Nested, [](int& count, char** arguments) {
     tarnwick::WindowSystem::prepare();
-    const QApplication application(count, arguments);
+    new QApplication(count, arguments);  // Kept to the end: see HeadlessSway::run.
     QApplication::setQuitOnLastWindowClosed(false);
     const tarnwick::testing::SessionBus bus;
     return RUN_ALL_TESTS();

@@ -12,7 +12,7 @@ int main(int argc, char** argv) {
     // What the toolkit needs here is not for programs that are started from here.
     tarnwick::testing::Program::startFrom(QProcessEnvironment::systemEnvironment());
     tarnwick::WindowSystem::prepare();
-    const QApplication application(count, arguments);
+    new QApplication(count, arguments);  // Kept to the end: see HeadlessSway::run.
     QApplication::setQuitOnLastWindowClosed(false);
     const tarnwick::testing::SessionBus bus;
     return RUN_ALL_TESTS();

@@ -9,7 +9,7 @@ int main(int argc, char** argv) {
   using tarnwick::testing::HeadlessSway;
   return HeadlessSway::run(argc, argv, HeadlessSway::Kind::Plain, [](int& count, char** arguments) {
     tarnwick::WaylandEnvironment::prepare();
-    const QApplication application(count, arguments);
+    new QApplication(count, arguments);  // Kept to the end: see HeadlessSway::run.
     QApplication::setQuitOnLastWindowClosed(false);
     return RUN_ALL_TESTS();
   });

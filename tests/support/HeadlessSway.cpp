@@ -1,6 +1,7 @@
 #include "support/HeadlessSway.h"
 
 #include <gtest/gtest.h>
+#include <signal.h>
 #include <unistd.h>
 
 #include <QFile>
@@ -116,8 +117,19 @@ HeadlessSway& HeadlessSway::current() { return *currentSway; }
 int HeadlessSway::run(int argc, char** argv, Kind kind, const std::function<int(int&, char**)>& application) {
   ::testing::InitGoogleTest(&argc, argv);
   if (GTEST_FLAG_GET(list_tests)) return RUN_ALL_TESTS();
-  const HeadlessSway sway(kind);
-  return application(argc, argv);
+  HeadlessSway sway(kind);
+  sway.leave(application(argc, argv));
+}
+
+/// The toolkit would end the process with a complaint once it saw that the compositor went.
+void HeadlessSway::leave(int status) {
+  keyboard_.reset();
+  pointer_.reset();
+  folder_.remove();
+  std::fflush(nullptr);
+  for (const auto& compositor : {compositor_.get(), outer_.get()})
+    if (compositor) compositor->signal(SIGKILL);
+  ::_exit(status);
 }
 
 QByteArray HeadlessSway::run(const QStringList& command) {

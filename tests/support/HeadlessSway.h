@@ -31,7 +31,9 @@ class HeadlessSway {
   static HeadlessSway& current();
 
   /// The body of a test program's main(): the compositor, then `application`, which makes the application object and
-  /// returns what RUN_ALL_TESTS() does. Nothing is started when the tests are merely listed.
+  /// returns what RUN_ALL_TESTS() does. Nothing is started when the tests are merely listed. It ends the process once
+  /// the tests have run, and the application object is never deleted: Qt 6.4 may wait for ever for a thread of its own
+  /// when it takes a connection down on which something still comes.
   static int run(int argc, char** argv, Kind kind, const std::function<int(int&, char**)>& application);
 
   /// A compositor beside this one, with a display of its own, to be ended at will.
@@ -68,6 +70,7 @@ class HeadlessSway {
   QColor pixel(QPoint place, const QString& output = QStringLiteral("HEADLESS-1"));
 
  private:
+  [[noreturn]] void leave(int status);
   static QByteArray run(const QStringList& command);
   std::unique_ptr<ChildProcess> startCompositor(const char* name, const char* settings);
 
