@@ -118,8 +118,7 @@ void AppDelegate::installExitGuards() {
 void AppDelegate::listenToScreens() {
   const auto look = [this] {
     if (down_) return;
-    docksStand_ =
-        store_->scheduler().after(kOnceTheDocksStand, [this] { store_->setDockDisplays(dock().displays()); });
+    docksStand_ = store_->scheduler().after(kOnceTheDocksStand, [this] { store_->setDockDisplays(dock().displays()); });
   };
   connect(&services_.screens, &Screens::changed, this, look);
   connect(store_.get(), &AppStore::layoutChanged, this, look);

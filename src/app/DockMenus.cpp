@@ -113,9 +113,7 @@ QList<DockMenuEntry> DockMenus::application(quint64 identity, const QString& dis
   return DockMenuModel::application(app->name, state, actions);
 }
 
-QList<DockMenuEntry> DockMenus::dock(const QString& display) {
-  return DockMenuModel::dock(commands_, display);
-}
+QList<DockMenuEntry> DockMenus::dock(const QString& display) { return DockMenuModel::dock(commands_, display); }
 
 void DockMenus::chooseIcon(const QString& entryPath) {
   pictures_.askPicture(tr("App Icon"),

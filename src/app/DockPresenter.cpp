@@ -37,8 +37,8 @@ DockPresenter::DockPresenter(AppStore& store, const Services& services, Commands
       tips_(store, services.panels),
       panels_(store, services,
               {[this](const QString& display) { return sources(display); },
-               [this] { return makePanelActions(services_, commands_, setup_.readings); },
-               setup_.readings.services(), [this](const QString& display) { return opensDownwards(display); }}),
+               [this] { return makePanelActions(services_, commands_, setup_.readings); }, setup_.readings.services(),
+               [this](const QString& display) { return opensDownwards(display); }}),
       dock_(store, portsOf(services, setup_), [this](const QString& display) { return makeContent(display); }) {
   drops_.sendNearby = setup_.sendNearby;
   guardStrangeEntries();
@@ -107,8 +107,8 @@ void DockPresenter::connectDocks() {
 }
 
 void DockPresenter::show() {
-  message_ = std::make_unique<MessageLine>(
-      DockBubbleParts{&store_, &dock_, &services_.screens, &services_.panels, &panels_});
+  message_ =
+      std::make_unique<MessageLine>(DockBubbleParts{&store_, &dock_, &services_.screens, &services_.panels, &panels_});
   connect(message_.get(), &MessageLine::changed, this, [this] {
     if (bubble_) bubble_->arrange();
   });

@@ -107,9 +107,9 @@ Start begin(int argc, char** argv, const CommandLine& line) {
   return start;
 }
 
-/// Ends the process when nothing of ours is left that has an end. Qt 6.4 may wait for ever for a thread of its own when
-/// the compositor still says something while the connection is taken down, which the kernel does as well.
-int leave(int status) {
+/// Ends the process once all objects of ours are gone. Qt 6.4 may wait for ever for a thread of its own when the
+/// compositor still says something while the connection is taken down, which the kernel does as well.
+int endProcess(int status) {
   if (QGuiApplication::platformName().startsWith("wayland"_L1)) {
     std::fflush(nullptr);
     ::_exit(status);
@@ -125,10 +125,10 @@ int end(int argc, char** argv, const Start& start) {
   }
   const QApplication application(argc, argv);
   QMessageBox::warning(nullptr, start.alertTitle, start.alertText);
-  return leave(*start.status);
+  return endProcess(*start.status);
 }
 
-int liveUntilTheEnd(const Start& start, const CommandLine& line, const LaunchEnvironment& environment) {
+int runUntilQuit(const Start& start, const CommandLine& line, const LaunchEnvironment& environment) {
   SystemScheduler scheduler;
   Adapters adapters(scheduler, environment);
   StoreSetup store = adapters.storeSetup();
@@ -164,7 +164,7 @@ int runDock(int argc, char** argv, const CommandLine& line) {
   QGuiApplication::setQuitOnLastWindowClosed(false);
   QApplication application(argc, argv);
   loadWords(application);
-  return leave(liveUntilTheEnd(start, line, environment));
+  return endProcess(runUntilQuit(start, line, environment));
 }
 
 }  // namespace

@@ -35,7 +35,8 @@ CalendarRange Calendar::range() const {
 }
 
 bool Calendar::isNeededBy(const ActiveSets& active) const {
-  return active.families.contains(familyText(Family::Calendar)) || active.families.contains(familyText(Family::Reminders));
+  return active.families.contains(familyText(Family::Calendar)) ||
+         active.families.contains(familyText(Family::Reminders));
 }
 
 void Calendar::setNeeded(bool needed) {

@@ -24,11 +24,22 @@ constexpr int kMostSetupPages = 20;
 
 constexpr std::array kCredentialKeys{option::token, option::apiKey, option::password, option::secret};
 // In the order in which faults are reported.
-constexpr std::array kNumericKeys{
-    option::minutes,      option::goal,              option::deadline,            option::remaining,
-    option::elapsed,      option::started,           option::glasses,             option::shortBreak,
-    option::longBreak,    option::sessions,          option::cycleLength,         option::interval,
-    option::lastReminder, option::wallpaperInterval, option::lastWallpaperChange, option::standingMinutes};
+constexpr std::array kNumericKeys{option::minutes,
+                                  option::goal,
+                                  option::deadline,
+                                  option::remaining,
+                                  option::elapsed,
+                                  option::started,
+                                  option::glasses,
+                                  option::shortBreak,
+                                  option::longBreak,
+                                  option::sessions,
+                                  option::cycleLength,
+                                  option::interval,
+                                  option::lastReminder,
+                                  option::wallpaperInterval,
+                                  option::lastWallpaperChange,
+                                  option::standingMinutes};
 constexpr size_t kCredential = kNumericKeys.size();
 
 void require(bool condition, const char* message) {

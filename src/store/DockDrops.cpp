@@ -163,8 +163,8 @@ void DockDrops::throwAway(const DockFileDrop& drop) {
   parts_.files->trash(localPaths(drop.urls), this, [this, display = drop.display](const FilesOutcome& outcome) {
     const auto number = outcome.changes.size();
     const QString one = number == 1 ? nameOf(outcome.changes.first().from) : QString();
-    const QString sentence = number == 1 ? tr("“%1” was moved to the trash.").arg(one)
-                                         : tr("%1 items were moved to the trash.").arg(number);
+    const QString sentence =
+        number == 1 ? tr("“%1” was moved to the trash.").arg(one) : tr("%1 items were moved to the trash.").arg(number);
     offerUndo(outcome, {sentence, display});
   });
 }

@@ -21,7 +21,9 @@ ProcessMonitor::ProcessMonitor(std::unique_ptr<ProcessSource> source, const Sche
 
 ProcessMonitor::~ProcessMonitor() { pool_.waitForDone(); }
 
-bool ProcessMonitor::isNeededBy(const ActiveSets& active) const { return active.families.contains(familyText(Family::Processes)); }
+bool ProcessMonitor::isNeededBy(const ActiveSets& active) const {
+  return active.families.contains(familyText(Family::Processes));
+}
 
 void ProcessMonitor::refresh() {
   if (loading_) return;

@@ -18,7 +18,9 @@ SystemMetrics::SystemMetrics(std::unique_ptr<SystemCounters> counters, const Sch
 
 SystemMetrics::~SystemMetrics() = default;
 
-bool SystemMetrics::isNeededBy(const ActiveSets& active) const { return active.families.contains(familyText(Family::Metric)); }
+bool SystemMetrics::isNeededBy(const ActiveSets& active) const {
+  return active.families.contains(familyText(Family::Metric));
+}
 
 void SystemMetrics::sample() {
   const bool due = samplesUntilSlowRefresh_ < 1;

@@ -171,12 +171,10 @@ TEST_F(WindowsTest, EachOpensOnceAndAClosedOneIsGone) {
       count += qobject_cast<const AppWindow*>(each) != nullptr;
     return count;
   };
-  const std::function<void()> all[] = {[&] { commands().showSettings(); },
-                                       [&] { commands().showLibrary({}); },
-                                       [&] { commands().continueSetup(); },
-                                       [&] { commands().showAbout(); },
-                                       [&] { commands().showHelp(); },
-                                       [&] { commands().openEditor(store().widgets().last().id); }};
+  const std::function<void()> all[] = {
+      [&] { commands().showSettings(); },  [&] { commands().showLibrary({}); },
+      [&] { commands().continueSetup(); }, [&] { commands().showAbout(); },
+      [&] { commands().showHelp(); },      [&] { commands().openEditor(store().widgets().last().id); }};
   for (const auto& show : all) {
     const qsizetype before = open();
     show();

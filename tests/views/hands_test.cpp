@@ -294,9 +294,12 @@ TEST(Dropping, AFileThatIsHeldOpensWhatIsBelowIt) {
   tarnwick::test::TestScheduler time;
   DockRow row;
   const QString here = QCoreApplication::applicationDirPath();
-  row.widgets = {widget(u"digitalClock"_s), widgetWith(u"folderLauncher"_s, here),
-                 widgetWith(u"folderLauncher"_s, here + u"/gone"_s), widgetWith(u"appLauncher"_s, u"/a.desktop"_s),
-                 widgetWith(u"appLauncher"_s, u"/b.desktop"_s), widget(u"trash"_s)};
+  row.widgets = {widget(u"digitalClock"_s),
+                 widgetWith(u"folderLauncher"_s, here),
+                 widgetWith(u"folderLauncher"_s, here + u"/gone"_s),
+                 widgetWith(u"appLauncher"_s, u"/a.desktop"_s),
+                 widgetWith(u"appLauncher"_s, u"/b.desktop"_s),
+                 widget(u"trash"_s)};
   row.runningApps = runningApps().mid(0, 2);  // The first is in front.
   const auto view = makeView(row);
   view->setScheduler(&time);

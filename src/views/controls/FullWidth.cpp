@@ -10,7 +10,7 @@ namespace tarnwick {
 
 namespace {
 
-class BleedingItem final : public QWidgetItemV2 {
+class FullWidthItem final : public QWidgetItemV2 {
  public:
   using QWidgetItemV2::QWidgetItemV2;
 
@@ -20,11 +20,13 @@ class BleedingItem final : public QWidgetItemV2 {
   int heightForWidth(int width) const override {
     return QWidgetItemV2::heightForWidth(width + theme::kRowOverhang * 2);
   }
-  QSize minimumSize() const override { return QWidgetItemV2::minimumSize().shrunkBy(bleed()).expandedTo(QSize(0, 0)); }
-  QSize sizeHint() const override { return QWidgetItemV2::sizeHint().shrunkBy(bleed()).expandedTo(QSize(0, 0)); }
+  QSize minimumSize() const override {
+    return QWidgetItemV2::minimumSize().shrunkBy(overhang()).expandedTo(QSize(0, 0));
+  }
+  QSize sizeHint() const override { return QWidgetItemV2::sizeHint().shrunkBy(overhang()).expandedTo(QSize(0, 0)); }
 
  private:
-  static QMargins bleed() { return {theme::kRowOverhang, 0, theme::kRowOverhang, 0}; }
+  static QMargins overhang() { return {theme::kRowOverhang, 0, theme::kRowOverhang, 0}; }
 };
 
 }  // namespace
@@ -32,7 +34,7 @@ class BleedingItem final : public QWidgetItemV2 {
 void addFullWidth(QBoxLayout& column, QWidget* widget) {
   QWidget* parent = column.parentWidget();
   if (parent) widget->setParent(parent);
-  column.addItem(new BleedingItem(widget));
+  column.addItem(new FullWidthItem(widget));
   if (!parent || !parent->isVisible()) return;
   // Among widgets that are seen already nobody else shows it; once it has its place, so that it does not flash.
   const auto show = [widget] {

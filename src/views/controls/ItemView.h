@@ -26,7 +26,7 @@ struct ViewItem {
 
 /// Many things of one sort, as rows, as icons or as pictures, which scroll. One click or Return opens one; an action on
 /// each shows at its side under the pointer and is reached by its key. Named for screen readers item by item.
-class ItemView final : public QListView, public ItemHands {
+class ItemView final : public QListView, public ItemActions {
   Q_OBJECT
  public:
   enum class Shape { Rows, Icons, Pictures };

@@ -20,10 +20,10 @@ QComboBox* boxOf(const QListView& list) {
   return box && box->model() == list.model() ? box : nullptr;
 }
 
-bool canPress(const QListView& list) { return dynamic_cast<const ItemHands*>(&list) || boxOf(list); }
+bool canPress(const QListView& list) { return dynamic_cast<const ItemActions*>(&list) || boxOf(list); }
 
 void pressItem(QListView& list, const QModelIndex& index) {
-  if (auto* hands = dynamic_cast<ItemHands*>(&list)) return hands->pressItem(index);
+  if (auto* actions = dynamic_cast<ItemActions*>(&list)) return actions->pressItem(index);
   QComboBox* box = boxOf(list);
   if (!box) return;
   box->hidePopup();
@@ -85,8 +85,8 @@ class ItemAccessible final : public QAccessibleInterface, public QAccessibleActi
     QStringList names;
     if (canPress(*list_)) names << pressAction();
     names << setFocusAction();
-    const auto* hands = dynamic_cast<const ItemHands*>(list_.data());
-    return hands ? names + hands->itemActions(index()) : names;
+    const auto* actions = dynamic_cast<const ItemActions*>(list_.data());
+    return actions ? names + actions->itemActions(index()) : names;
   }
   QString localizedActionName(const QString& name) const override {
     const bool isOwn = name == pressAction() || name == setFocusAction();
@@ -105,9 +105,9 @@ class ItemAccessible final : public QAccessibleInterface, public QAccessibleActi
         [list = list_, at = QPersistentModelIndex(index()), name] {
           if (!list || !at.isValid()) return;
           if (name == pressAction()) return pressItem(*list, at);
-          auto* hands = dynamic_cast<ItemHands*>(list.data());
-          const qsizetype action = hands ? hands->itemActions(at).indexOf(name) : -1;
-          if (action >= 0) hands->runItemAction(at, action);
+          auto* actions = dynamic_cast<ItemActions*>(list.data());
+          const qsizetype action = actions ? actions->itemActions(at).indexOf(name) : -1;
+          if (action >= 0) actions->runItemAction(at, action);
         },
         Qt::QueuedConnection);
   }
@@ -130,9 +130,7 @@ class ListAccessible final : public QAccessibleWidget {
     trim(0);
   }
 
-  int childCount() const override {
-    return list_ && list_->model() ? list_->model()->rowCount(list_->rootIndex()) : 0;
-  }
+  int childCount() const override { return list_ && list_->model() ? list_->model()->rowCount(list_->rootIndex()) : 0; }
   QAccessibleInterface* child(int index) const override {
     if (index < 0 || index >= childCount()) return nullptr;
     follow();

@@ -6,11 +6,11 @@ class QModelIndex;
 
 namespace tarnwick {
 
-/// What can be done to an item of a list, for those who do not point at it. Lists derive from it; the words of
-/// `installListAccessibility` reach it.
-class ItemHands {
+/// What can be done to an item of a list without a pointer. Lists derive from it, and `installListAccessibility` has
+/// screen readers do it.
+class ItemActions {
  public:
-  virtual ~ItemHands() = default;
+  virtual ~ItemActions() = default;
 
   /// Does what a click does that means the item, or Return.
   virtual void pressItem(const QModelIndex& index) = 0;
@@ -20,7 +20,7 @@ class ItemHands {
   virtual void runItemAction(const QModelIndex&, qsizetype) {}
 };
 
-/// Teaches Qt to describe a list of one column as its items, each with the actions of ItemHands. Of the words in the
+/// Teaches Qt to describe a list of one column as its items, each with the actions of ItemActions. Of the words in the
 /// list of a QComboBox a press chooses one. Qt's own description can only select, which does nothing. Safe to call
 /// again.
 void installListAccessibility();

@@ -43,8 +43,7 @@ std::optional<ApplicationFacts> applicationOf(const AppStore& store, const TileQ
   if (runs) {
     const LauncherHint hint = ask(questions.hintOf, running->desktopId);
     facts->identity = running->identity;
-    facts->marks = {true, running->active, hint.urgent, false, hint.progress, hint.count,
-                    running->windows.size()};
+    facts->marks = {true, running->active, hint.urgent, false, hint.progress, hint.count, running->windows.size()};
   }
   facts->marks.launching = !runs && ask(questions.isStarting, path);
   return facts;

@@ -19,7 +19,7 @@ class Button;
 /// The shelves of the library with their cards, which scroll. A card is added by a double click, by Return, by the
 /// button that shows on the one under the pointer or on the chosen one, and by dragging it out. Only cards that are
 /// seen are painted, and follow the beat.
-class LibraryView final : public QListView, public ItemHands {
+class LibraryView final : public QListView, public ItemActions {
   Q_OBJECT
  public:
   /// `store` and what the sources ask outlive the view. The button stands beside the view in `parent`, where screen

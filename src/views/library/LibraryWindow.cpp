@@ -111,9 +111,7 @@ void LibraryWindow::connectParts() {
           [this](const QString& profile) { chooseTarget(QUuid::fromString(profile)); });
   connect(view_, &LibraryView::itemActivated, this, &LibraryWindow::activate);
   connect(note_, &AddedNote::undoRequested, this, [this] { services_.edits.takeBack(entry_); });
-  connect(note_, &AddedNote::editRequested, this, [this] {
-    services_.commands.openEditor(added_);
-  });
+  connect(note_, &AddedNote::editRequested, this, [this] { services_.commands.openEditor(added_); });
   connect(&store_, &AppStore::configChanged, this, &LibraryWindow::showTargets);
   connect(&services_.edits.stack(), &UndoStack::pushed, field_, &SearchField::forgetTyping);
   connect(&services_.edits.stack(), &UndoStack::gone, note_, [this](quint64 entry) {

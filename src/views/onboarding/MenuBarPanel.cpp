@@ -71,7 +71,7 @@ MenuBarPanel::MenuBarPanel(AppStore& store, Commands& commands, bool reduceMotio
       layoutName_(new SectionLabel(MenuBarWords::tr("Layout"))),
       profiles_(new QWidget) {
   setAccessibleName(u"Tarnwick"_s);
-  // A layout puts nothing outside of its widget, so what bleeds has its room here.
+  // A layout puts nothing outside of its widget, so what reaches over its edge has the space here.
   column_->setContentsMargins(theme::kRowOverhang, 0, theme::kRowOverhang, 0);
   column_->setSpacing(0);
   addHeader();

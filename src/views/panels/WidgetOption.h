@@ -29,13 +29,13 @@ struct WidgetOption {
   const char* label = "";
   const char* placeholder = "";
   const char* help = "";
-  const char* value = "";  ///< What a switch writes; of a choice its values, joined by ",", the first being the default.
+  const char* value = "";  ///< What a switch writes; of a choice its values, joined by ",", the default first.
   const char* words = "";  ///< Of a choice, joined by ",".
   int usual = 0;           ///< What an absent option means, of steps.
   int least = 0;
   int most = 0;
-  const char* fault = "";                ///< The sentence of a failed save that belongs to this line.
-  bool isLater = false;                  ///< Nothing reads it yet, as `help` says: it is shown out of use.
+  const char* fault = "";            ///< The sentence of a failed save that belongs to this line.
+  bool isLater = false;              ///< Nothing reads it yet, as `help` says: it is shown out of use.
   QString (*usualPath)() = nullptr;  ///< Of a folder: the one that an absent option means, in place of a placeholder.
 };
 

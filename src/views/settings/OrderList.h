@@ -31,7 +31,7 @@ struct OrderAction {
 /// Things in an order that the user makes: rows are dragged, or moved by Alt and the arrow keys. Return or a double
 /// click opens one. Its buttons show in the row that is under the pointer or has the keyboard. Wants to be as high as
 /// its rows, up to a number of them.
-class OrderList final : public QListView, public ItemHands {
+class OrderList final : public QListView, public ItemActions {
   Q_OBJECT
  public:
   explicit OrderList(const QString& label, QWidget* parent = nullptr);

@@ -18,7 +18,7 @@ struct SideItem {
 };
 
 /// The side bar of a window: one row of it is chosen, by the pointer or by the arrow keys.
-class SideList final : public QListView, public ItemHands {
+class SideList final : public QListView, public ItemActions {
   Q_OBJECT
  public:
   /// `label` names the whole for screen readers; `rowHeight` in device-independent pixels.

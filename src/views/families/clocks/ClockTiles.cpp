@@ -168,8 +168,8 @@ TimeDateContent makeTimeDate(const TileRequest& request) {
   const QDateTime now = clockMoment(request);
   const ClockTime time = ClockWords::time(now.time(), request.sources.locale, request.sources.use24Hour);
   TimeDateContent content{
-      time.text(), time.halfOfDay, ClockWords::dates(now.date(), request.sources.locale), Sky::Here, {},
-      clockLabel(request)};
+      time.text(), time.halfOfDay,     ClockWords::dates(now.date(), request.sources.locale), Sky::Here,
+      {},          clockLabel(request)};
   if (isElsewhere(request)) content.sky = ClockWords::isDay(now) ? Sky::Day : Sky::Night;
   if (isElsewhere(request) || !content.label.isEmpty()) content.place = clockPlace(request);
   return content;

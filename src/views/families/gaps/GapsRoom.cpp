@@ -28,10 +28,8 @@ constexpr std::array kFamilies = {
             .content = contentOf<makeSeparator>,
             .panel = makeSeparatorPanel,
             .hasForm = false},
-    RoomRow{.word = familyText(Family::Space),
-            .content = contentOf<makeSpace>,
-            .panel = makeSpacePanel,
-            .hasForm = false},
+    RoomRow{
+        .word = familyText(Family::Space), .content = contentOf<makeSpace>, .panel = makeSpacePanel, .hasForm = false},
 };
 
 }  // namespace

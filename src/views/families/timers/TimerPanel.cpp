@@ -155,7 +155,7 @@ class TimerPanel : public TilePanel {
     DockWidget ended = widget();
     ended.options.insert(option::deadline, TimeMath::text(TimeMath::unixSeconds(now_)));
     store().update(ended.kind == kind::pomodoro ? PomodoroMath::advance(ended, now_)
-                                               : PostureMath::advance(ended, now_));
+                                                : PostureMath::advance(ended, now_));
   }
 
   double optionNumber(QLatin1StringView key, double otherwise) const { return widget().number(key, otherwise); }

@@ -108,10 +108,8 @@ constexpr std::array kKinds = {
             .pictured = picturedPomodoro},
     // A stopwatch has no duration.
     RoomRow{.word = kind::stopwatch, .options = std::span<const WidgetOption>(), .pictured = picturedStopwatch},
-    RoomRow{.word = kind::posture,
-            .accent = always<Accent::Teal>,
-            .options = kPostureOptions,
-            .pictured = picturedPosture},
+    RoomRow{
+        .word = kind::posture, .accent = always<Accent::Teal>, .options = kPostureOptions, .pictured = picturedPosture},
 };
 
 }  // namespace
