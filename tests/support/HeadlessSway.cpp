@@ -8,6 +8,8 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QProcess>
+#include <cerrno>
+#include <cstdio>
 #include <stdexcept>
 
 #include "support/VirtualDisplay.h"
@@ -118,17 +120,27 @@ int HeadlessSway::run(int argc, char** argv, Kind kind, const std::function<int(
   ::testing::InitGoogleTest(&argc, argv);
   if (GTEST_FLAG_GET(list_tests)) return RUN_ALL_TESTS();
   HeadlessSway sway(kind);
-  sway.leave(application(argc, argv));
+  sway.endWith(application(argc, argv));
 }
 
-/// The toolkit would end the process with a complaint once it saw that the compositor went.
-void HeadlessSway::leave(int status) {
+/// The toolkit calls _exit(1) once it sees that the compositor goes. So this process goes first, and a child that waits
+/// for it ends the compositor.
+void HeadlessSway::endWith(int status) {
   keyboard_.reset();
   pointer_.reset();
   folder_.remove();
   std::fflush(nullptr);
-  for (const auto& compositor : {compositor_.get(), outer_.get()})
-    if (compositor) compositor->signal(SIGKILL);
+  int ends[2];
+  if (::pipe(ends) == 0 && ::fork() == 0) {
+    // A child of many threads: system calls only.
+    char none = 0;
+    ::close(ends[1]);
+    while (::read(ends[0], &none, 1) < 0 && errno == EINTR) {
+    }
+    for (const auto* compositor : {&compositor_, &outer_})
+      if (*compositor) ::kill((*compositor)->pid(), SIGKILL);
+    ::_exit(0);
+  }
   ::_exit(status);
 }
 

@@ -70,7 +70,7 @@ class HeadlessSway {
   QColor pixel(QPoint place, const QString& output = QStringLiteral("HEADLESS-1"));
 
  private:
-  [[noreturn]] void leave(int status);
+  [[noreturn]] void endWith(int status);
   static QByteArray run(const QStringList& command);
   std::unique_ptr<ChildProcess> startCompositor(const char* name, const char* settings);
 
