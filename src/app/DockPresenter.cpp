@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "app/DockMenuModel.h"
-#include "app/PanelWiring.h"
 #include "app/Readings.h"
 #include "apps/AppIcons.h"
 #include "store/AppStore.h"
@@ -35,9 +34,8 @@ DockPresenter::DockPresenter(AppStore& store, const Services& services, Commands
       tiles_(store, services, commands),
       menus_(store, services, commands, edits_, tiles_),
       tips_(store, services.panels),
-      panels_(store, services,
-              {[this](const QString& display) { return sources(display); },
-               [this] { return makePanelActions(services_, commands_, setup_.readings); }, setup_.readings.services(),
+      panels_(store, services, commands,
+              {[this](const QString& display) { return sources(display); }, readingServices(),
                [this](const QString& display) { return opensDownwards(display); }}),
       dock_(store, portsOf(services, setup_), [this](const QString& display) { return makeContent(display); }) {
   drops_.sendNearby = setup_.sendNearby;
@@ -174,12 +172,22 @@ TileQuestions DockPresenter::questions() {
   questions.trashItems = [this] { return services_.files.trashCount(); };
   questions.calendar = [this] { return setup_.readings.calendar(store_.now()); };
   questions.addReadings = [this](ReadingFacts& readings, const QList<DockWidget>& widgets) {
-    Rooms::read(readings, widgets, setup_.readings.services());
+    Rooms::read(readings, widgets, readingServices());
   };
   questions.uses24Hour = [this] { return setup_.readings.uses24Hour(); };
   questions.reducesMotion = [this] { return services_.motion.reducesMotion(); };
   questions.sendsNearby = [this] { return static_cast<bool>(drops_.sendNearby); };
   return questions;
+}
+
+ReadingServices DockPresenter::readingServices() const {
+  ReadingServices readings = setup_.readings.services();
+  readings.apps = &services_.installedApps;
+  readings.windows = &services_.windows;
+  readings.icons = [&icons = services_.icons](const QString& icon, int size, double ratio) {
+    return icons.pixmap(icon, size, ratio);
+  };
+  return readings;
 }
 
 std::optional<ApplicationFacts> DockPresenter::factsAt(const QString& path) {

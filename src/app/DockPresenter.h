@@ -102,6 +102,8 @@ class DockPresenter final : public QObject, private DockHost {
   void connectDocks();
   TileQuestions questions();
   TileSources sources(const QString& display) const;
+  /// What tiles and panels read of the machine and of the desktop.
+  ReadingServices readingServices() const;
   std::optional<ApplicationFacts> factsAt(const QString& path);
   bool opensDownwards(const QString& display) const;
   QRect besideRect(const QString& display, const QUuid& widget) const;

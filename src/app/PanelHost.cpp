@@ -14,8 +14,8 @@ namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
-PanelHost::PanelHost(AppStore& store, const Services& services, PanelHostSetup setup)
-    : store_(store), services_(services), setup_(std::move(setup)) {
+PanelHost::PanelHost(AppStore& store, const Services& services, Commands& commands, PanelHostSetup setup)
+    : store_(store), services_(services), commands_(commands), setup_(std::move(setup)) {
   connect(&store_, &AppStore::layoutChanged, this, &PanelHost::applyLook);
   // Another profile shows other tiles.
   connect(&store_, &AppStore::layoutChanged, this, [this] {
@@ -46,10 +46,10 @@ void PanelHost::showPanel(Panel& dock, const QRect& tile) {
   const PanelContext context{store_,
                              store_.scheduler(),
                              services_.toggles,
+                             commands_,
                              widget_,
                              display_,
                              [this, display = display_] { return setup_.sources(display); },
-                             setup_.actions ? setup_.actions() : PanelActions(),
                              setup_.readings,
                              &drafts_};
   std::unique_ptr<TilePanel> panel = makePanel(context);

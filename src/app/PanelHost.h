@@ -21,8 +21,6 @@ class TilePanel;
 struct PanelHostSetup {
   /// What the tiles of a display's dock show at this moment.
   std::function<TileSources(const QString& display)> sources;
-  /// What panels can ask of the program at this moment.
-  std::function<PanelActions()> actions;
   ReadingServices readings = {};
   /// Whether what belongs to a display's dock opens below it; above it where this is empty.
   std::function<bool(const QString& display)> opensDownwards = {};
@@ -33,8 +31,8 @@ struct PanelHostSetup {
 class PanelHost final : public QObject {
   Q_OBJECT
  public:
-  /// Both must outlive it.
-  PanelHost(AppStore& store, const Services& services, PanelHostSetup setup);
+  /// All must outlive it.
+  PanelHost(AppStore& store, const Services& services, Commands& commands, PanelHostSetup setup);
   ~PanelHost() override;
 
   /// Opens the panel of a widget beside its tile, whose place is in the coordinates of the dock panel's content. Closes
@@ -70,6 +68,7 @@ class PanelHost final : public QObject {
 
   AppStore& store_;
   const Services& services_;
+  Commands& commands_;
   PanelHostSetup setup_;
   PanelDrafts drafts_;
   QString display_;  ///< Empty while no panel is open.

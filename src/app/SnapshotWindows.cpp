@@ -2,7 +2,6 @@
 
 #include <QApplication>
 
-#include "store/NoCommands.h"
 #include "views/library/EditorWindow.h"
 #include "views/library/LibraryWindow.h"
 #include "views/onboarding/AboutWindow.h"
@@ -48,12 +47,6 @@ std::unique_ptr<QWidget> shown(std::unique_ptr<Window> window) {
 
 }  // namespace
 
-/// A program that can do everything, behind windows that are only looked at.
-class SnapshotWindows::AllCommands final : public NoCommands {
- public:
-  bool can(Optional) const override { return true; }
-};
-
 /// Every key is free.
 class SnapshotWindows::FreeKeys final : public KeyRecorder {
  public:
@@ -75,7 +68,6 @@ SnapshotWindows::SnapshotWindows()
     : apps_(environmentIn(folder_.path()), scheduler_),
       edits_(snapshot_.store(), apps_, undo_),
       screens_(std::make_unique<OneScreen>()),
-      commands_(std::make_unique<AllCommands>()),
       keys_(std::make_unique<FreeKeys>()) {
   snapshot_.store().edit([](DockConfiguration& config) {
     config.profiles = {DockProfile::initial(), DockProfile::initial()};
@@ -106,7 +98,7 @@ QList<SnapshotWindow> SnapshotWindows::list() {
       {u"menu-bar-panel"_s, [this](bool dark) -> std::unique_ptr<QWidget> {
          // Once the setup is over.
          snapshot_.store().edit([](DockConfiguration& config) { config.onboardingComplete = true; });
-         auto panel = std::make_unique<MenuBarPanel>(snapshot_.store(), *commands_, true);
+         auto panel = std::make_unique<MenuBarPanel>(snapshot_.store(), snapshot_.commands(), true);
          panel->setScheme(dark, Backdrop::Plain);
          panel->resize(panel->sizeHint());
          return shown(std::move(panel));
@@ -116,14 +108,14 @@ QList<SnapshotWindow> SnapshotWindows::list() {
 
 std::unique_ptr<QWidget> SnapshotWindows::settings(const QString& section) {
   auto window = std::make_unique<SettingsWindow>(
-      snapshot_.store(), SettingsServices{edits_, *screens_, *commands_, *keys_, [] { return abilities(); }});
+      snapshot_.store(), SettingsServices{edits_, *screens_, snapshot_.commands(), *keys_, [] { return abilities(); }});
   window->showSection(section);
   return shown(std::move(window));
 }
 
 std::unique_ptr<QWidget> SnapshotWindows::library() {
   return shown(std::make_unique<LibraryWindow>(snapshot_.store(),
-                                               LibraryServices{apps_, edits_, *commands_, previews()}));
+                                               LibraryServices{apps_, edits_, snapshot_.commands(), previews()}));
 }
 
 std::unique_ptr<QWidget> SnapshotWindows::editor() {
@@ -137,7 +129,7 @@ std::unique_ptr<QWidget> SnapshotWindows::editor() {
 
 std::unique_ptr<QWidget> SnapshotWindows::firstRun(int page) {
   return shown(std::make_unique<OnboardingWindow>(
-      snapshot_.store(), OnboardingServices{edits_, *commands_, [] { return abilities(); }}, page));
+      snapshot_.store(), OnboardingServices{edits_, snapshot_.commands(), [] { return abilities(); }}, page));
 }
 
 }  // namespace tarnwick

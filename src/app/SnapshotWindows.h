@@ -21,7 +21,6 @@ class SnapshotWindows final {
   QList<SnapshotWindow> list();
 
  private:
-  class AllCommands;
   class FreeKeys;
   class OneScreen;
 
@@ -37,7 +36,6 @@ class SnapshotWindows final {
   UndoStack undo_;
   UndoableEdits edits_;
   std::unique_ptr<OneScreen> screens_;
-  std::unique_ptr<AllCommands> commands_;
   std::unique_ptr<FreeKeys> keys_;
 };
 

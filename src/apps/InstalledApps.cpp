@@ -70,6 +70,12 @@ void InstalledApps::stop() {
   pool_.waitForDone();
 }
 
+void InstalledApps::setFixed(std::shared_ptr<const AppIndex> index) {
+  stop();
+  index_ = std::move(index);
+  loaded_ = true;
+}
+
 void InstalledApps::scan() {
   if (stopped_) return;
   soon_.reset();

@@ -44,6 +44,8 @@ class InstalledApps : public QObject {
 
   const AppEnvironment& environment() const { return environment_; }
 
+  /// Knows these from here on and reads nothing more, for pictures.
+  void setFixed(std::shared_ptr<const AppIndex> index);
   /// Ends reading and watching. What is known stays known; `changed` never comes again.
   void stop();
 

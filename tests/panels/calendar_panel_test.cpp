@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <type_traits>
 
+#include "support/RecordingCommands.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/MonthGrid.h"
 #include "views/controls/Rows.h"
@@ -106,17 +108,15 @@ TEST(ClockPanelTest, AddsAndRemovesZones) {
 
 TEST(CalendarPanelTest, ShowsTheChosenDayAndJoins) {
   SnapshotStore fixture;
-  PanelContext context = fixture.contextOf(u"calendar"_s);
-  QList<QUrl> opened;
-  context.actions.openUrl = [&opened](const QUrl& url) { opened << url; };
-  const auto panel = shown(context);
+  test::RecordingCommands commands;
+  const auto panel = shown(fixture.contextOf(u"calendar"_s, commands));
   auto* month = panel->findChild<MonthGrid*>();
   EXPECT_EQ(month->chosen(), SnapshotFixture::moment().date());
   QAbstractButton* join = buttonNamed(*panel, u"Join Design review"_s);
   ASSERT_TRUE(join);
   EXPECT_FALSE(buttonNamed(*panel, u"Join Stand-up"_s)) << "it is over";
   join->click();
-  EXPECT_EQ(opened, QList<QUrl>{QUrl(u"https://meet.example.org/0"_s)});
+  EXPECT_EQ(commands.asked, QStringList{u"https://meet.example.org/0"_s});
 
   for (const auto& [key, day] : std::initializer_list<std::pair<Qt::Key, QDate>>{{Qt::Key_Right, {2026, 11, 25}},
                                                                                  {Qt::Key_Down, {2026, 12, 2}},
@@ -137,43 +137,37 @@ TEST(CalendarPanelTest, LeadsToACalendarWhereThereIsNone) {
   auto digest = std::make_shared<CalendarDigest>();
   digest->calendarMessage = digest->reminderMessage = u"Enable access."_s;
   for (const QString& kind : {u"calendarWeek"_s, u"remindersNext"_s, u"todayOverview"_s}) {
-    PanelContext context = fixture.contextOf(kind);
+    test::RecordingCommands commands;
+    PanelContext context = fixture.contextOf(kind, commands);
     context.sources = [&digest] {
       TileSources sources = SnapshotFixture::sources();
       sources.calendar = digest;
       return sources;
     };
-    int asked = 0;
-    context.actions.addCalendarFolder = [&asked] { ++asked; };
     const auto panel = shown(context);
     QAbstractButton* add = buttonNamed(*panel, u"Add Calendar Folder…"_s);
     ASSERT_TRUE(add) << kind.toStdString();
     add->click();
-    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(commands.asked, QStringList{u"calendar folder"_s});
   }
 }
 
 TEST(RemindersPanelTest, TicksOff) {
   SnapshotStore fixture;
-  PanelContext context = fixture.contextOf(u"remindersToday"_s);
-  QStringList ticked;
-  context.actions.completeReminder = [&ticked](const Reminder& reminder, bool done) {
-    ticked << reminder.title + (done ? u" done"_s : u" open"_s);
-  };
-  const auto panel = shown(context);
+  test::RecordingCommands commands;
+  const auto panel = shown(fixture.contextOf(u"remindersToday"_s, commands));
   const QList<CheckRow*> rows = panel->findChildren<CheckRow*>();
   ASSERT_EQ(rows.size(), 6);
   rows.first()->click();
-  EXPECT_EQ(ticked, QStringList{u"Call the dentist done"_s});
+  EXPECT_EQ(commands.asked, QStringList{u"done Call the dentist"_s});
   rows.last()->click();
-  EXPECT_EQ(ticked.last(), u"Buy stamps open"_s);
+  EXPECT_EQ(commands.asked.last(), u"open Buy stamps"_s);
 }
 
 TEST(OverviewPanelTest, ShowsTheDayAndIsWorkedThrough) {
   SnapshotStore fixture;
-  PanelContext context = fixture.contextOf(u"todayOverview"_s);
-  QStringList ticked;
-  context.actions.completeReminder = [&ticked](const Reminder& reminder, bool) { ticked << reminder.title; };
+  test::RecordingCommands commands;
+  PanelContext context = fixture.contextOf(u"todayOverview"_s, commands);
   TileSources sources = SnapshotFixture::sources();
   context.sources = [&sources] { return sources; };
   const auto panel = shown(context);
@@ -198,7 +192,7 @@ TEST(OverviewPanelTest, ShowsTheDayAndIsWorkedThrough) {
   EXPECT_EQ(titles(check), u"Call the dentist|Send invoice|Fix clipboard icon at 0.5 scale|Book train for Friday"_s);
   EXPECT_EQ(panel->focusWidget(), buttonNamed(*panel, u"Book train for Friday"_s)) << "the keyboard goes on from there";
   buttonNamed(*panel, u"Send invoice"_s)->click();
-  EXPECT_EQ(ticked, QStringList{u"Send invoice"_s});
+  EXPECT_EQ(commands.asked, QStringList{u"done Send invoice"_s});
 
   // A day of which nothing is known is told as such.
   sources.weather.reset();

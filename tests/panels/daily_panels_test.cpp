@@ -8,6 +8,7 @@
 
 #include "base/DomainError.h"
 #include "store/DocumentEdits.h"
+#include "support/RecordingCommands.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Charts.h"
 #include "views/controls/Fields.h"
@@ -29,25 +30,25 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+/// Changes widgets, too.
+struct ChangingCommands final : test::RecordingCommands {
+  explicit ChangingCommands(AppStore& changes) : store(changes) {}
+  void changeWidget(const DockWidget& widget) override {
+    RecordingCommands::changeWidget(widget);
+    store.update(widget);
+  }
+
+  AppStore& store;
+};
+
 /// A panel of a kind over a store of its own, and hands for it.
 struct Open {
-  explicit Open(const QString& kind) : context(fixture.contextOf(kind)) {
+  explicit Open(const QString& kind) : context(fixture.contextOf(kind, commands)) {
     context.sources = [this] {
       TileSources sources = SnapshotFixture::sources();
       sources.todos = store().config().todos;
       return sources;
     };
-    context.actions.copyText = [this](const QString& text) { copied = text; };
-    context.actions.pickColor = [this](const std::function<void(const QString&)>& done) { picked = done; };
-    context.actions.offerUndo = [this](const QString&, const QString&, const std::function<void()>& undo) {
-      undos.push_back(undo);
-    };
-    context.actions.changeWidget = [this](const DockWidget& widget) {
-      ++changes;
-      store().update(widget);
-    };
-    context.actions.undo = [this] { keys << u"undo"_s; };
-    context.actions.redo = [this] { keys << u"redo"_s; };
     panel = makePanel(context);
     panel->start();
     panel->resize(panel->sizeHint());
@@ -73,33 +74,29 @@ struct Open {
   void press(Qt::Key key) { QTest::keyClick(panel->findChild<TextField*>(), key); }
 
   SnapshotStore fixture;
+  ChangingCommands commands{fixture.store()};
   PanelContext context;
-  QString copied;
-  std::function<void(const QString&)> picked;
-  std::vector<std::function<void()>> undos;
-  int changes = 0;  // Those that can be taken back.
-  QStringList keys;
   std::unique_ptr<TilePanel> panel;
 };
 
 TEST(Panels, WhatIsSetInThemCanBeTakenBackAndWhatIsCountedHasItsOwnWays) {
   Open water(u"drinkWater"_s);
   water.click(u"Increase Daily goal"_s);
-  EXPECT_EQ(water.changes, 1);
+  EXPECT_EQ(water.commands.changed.size(), 1);
   water.click(u"Increase Remind me every"_s);
-  EXPECT_EQ(water.changes, 2);
+  EXPECT_EQ(water.commands.changed.size(), 2);
   water.store().drink(water.context.widget);
-  EXPECT_EQ(water.changes, 2);
+  EXPECT_EQ(water.commands.changed.size(), 2);
   QTest::keyClick(water.panel.get(), Qt::Key_Z, Qt::ControlModifier);
   QTest::keyClick(water.panel.get(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
-  EXPECT_EQ(water.keys, (QStringList{u"undo"_s, u"redo"_s}));
+  EXPECT_EQ(water.commands.asked, (QStringList{u"undo"_s, u"redo"_s}));
 
   Open pomodoro(u"pomodoro"_s);
   pomodoro.click(u"Increase Short break"_s);
   pomodoro.click(u"Increase Sessions before a long break"_s);
-  EXPECT_EQ(pomodoro.changes, 2);
+  EXPECT_EQ(pomodoro.commands.changed.size(), 2);
   pomodoro.click(u"Skip"_s);
-  EXPECT_EQ(pomodoro.changes, 2);
+  EXPECT_EQ(pomodoro.commands.changed.size(), 2);
 }
 
 TEST(TimerPanels, DoWhatTheirButtonsSay) {
@@ -139,9 +136,9 @@ TEST(TimerPanels, DoWhatTheirButtonsSay) {
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   EXPECT_EQ(stopwatch.panel->findChildren<ListRow*>().size(), 0) << "laps of a run that was reset are gone";
   stopwatch.click(u"Start"_s);
-  EXPECT_THROW(stopwatch.undos.back()(), DomainError) << "the new run would be lost";
+  EXPECT_THROW(stopwatch.commands.undos.back()(), DomainError) << "the new run would be lost";
   stopwatch.store().resetTimer(stopwatch.context.widget);
-  stopwatch.undos.back()();
+  stopwatch.commands.undos.back()();
   EXPECT_EQ(stopwatch.option(u"laps"_s), u"64.2,131.7,192.0"_s);
 }
 
@@ -263,7 +260,7 @@ TEST(TodosPanelTest, AddsTicksDeletesAndClears) {
   EXPECT_FALSE(texts().contains(u"Reply to Sam about the theme"_s));
   todos.click(u"Clear completed"_s);
   EXPECT_EQ(texts(), (QStringList{u"Book train for Friday"_s, u"Water the plants"_s}));
-  for (; !todos.undos.empty(); todos.undos.pop_back()) todos.undos.back()();
+  for (; !todos.commands.undos.empty(); todos.commands.undos.pop_back()) todos.commands.undos.back()();
   EXPECT_EQ(texts(), all) << "each is back at its place";
 }
 
@@ -320,7 +317,7 @@ TEST(CalculatorPanelTest, CalculatesOnAndKeepsWhatHadAResult) {
   EXPECT_EQ(calculator.panel->findChild<TextField*>()->text(), u"42"_s);
   EXPECT_EQ(calculator.option(u"expression"_s), u"6 × 7"_s);
   calculator.click(u"Copy Result"_s);
-  EXPECT_EQ(calculator.copied, u"42"_s);
+  EXPECT_EQ(calculator.commands.asked.last(), u"copy 42"_s);
 
   // Finished calculations can be taken up again; a number alone is none.
   calculator.press(Qt::Key_Return);
@@ -335,7 +332,7 @@ TEST(CalculatorPanelTest, CalculatesOnAndKeepsWhatHadAResult) {
   EXPECT_EQ(calculator.option(u"calculations"_s), u"absent"_s);
   calculator.write(u"2 + 2"_s);
   calculator.press(Qt::Key_Return);
-  calculator.undos.back()();
+  calculator.commands.undos.back()();
   EXPECT_EQ(calculator.option(u"calculations"_s), u"2 + 2 = 4\n6 × 7 = 42\n1 ÷ 4 = 0.25"_s);
 }
 
@@ -348,17 +345,17 @@ TEST(ConverterPanelTest, StaysWithinOneGroup) {
   converter.click(u"Swap Units"_s);
   converter.write(u"100"_s);
   converter.click(u"Copy Result"_s);
-  EXPECT_EQ(converter.copied, u"212"_s);
+  EXPECT_EQ(converter.commands.asked.last(), u"copy 212"_s);
 }
 
 TEST(ColorPanelTest, TakesColorsFromEverywhere) {
   Open color(u"colorPicker"_s);
   color.click(u"Pick from Screen"_s);
-  ASSERT_TRUE(color.picked);
+  ASSERT_TRUE(color.commands.picked);
   color.panel.reset();  // Picking closed it.
-  color.picked(u"#102030"_s);
+  color.commands.picked(u"#102030"_s);
   EXPECT_EQ(color.option(u"color"_s), u"#102030"_s);
-  color.picked(u"nonsense"_s);
+  color.commands.picked(u"nonsense"_s);
   for (int i = 0; i < 12; ++i) takeColor(color.store(), color.context.widget, u"#00000%1"_s.arg(i % 10));
   EXPECT_EQ(color.option(u"recentColors"_s).split(u' ').size(), 8);
   EXPECT_TRUE(color.option(u"recentColors"_s).startsWith(u"#000001 #000000 #000009"_s));
@@ -377,7 +374,7 @@ TEST(EmojiPanelTest, FindsAndCopies) {
   EXPECT_FALSE(showsRecent()) << "none was used yet";
   emoji.write(u"cof"_s);
   emoji.press(Qt::Key_Return);
-  EXPECT_EQ(emoji.copied, u"☕"_s);
+  EXPECT_EQ(emoji.commands.asked.last(), u"copy ☕"_s);
   EXPECT_EQ(emoji.option(u"recents"_s), u"☕"_s) << "what the user took, and nothing else";
   QCoreApplication::processEvents();
   EXPECT_TRUE(showsRecent());

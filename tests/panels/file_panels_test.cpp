@@ -5,6 +5,7 @@
 
 #include "base/DomainError.h"
 #include "store/DocumentEdits.h"
+#include "support/RecordingCommands.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/ConfirmBar.h"
 #include "views/controls/Fields.h"
@@ -19,29 +20,27 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+/// Changes widgets, keeps back whether an application was started, and may not end processes.
+struct SlowCommands final : test::RecordingCommands {
+  explicit SlowCommands(AppStore& changes) : store(changes) {}
+  void changeWidget(const DockWidget& widget) override { store.update(widget); }
+  void openUrl(const QUrl& url, const std::function<void(bool)>& done = {}) override {
+    RecordingCommands::openUrl(url);
+    over = done;
+  }
+  void endProcess(const ProcessReading& process) override {
+    asked << u"end "_s + process.name;
+    throw DomainError::invalid(u"You may not end it."_s);
+  }
+
+  AppStore& store;
+  std::function<void(bool)> over;
+};
+
 /// A panel of a kind over a store of its own, and a note of everything that it asked for.
 struct Open {
   explicit Open(const QString& kind, const std::function<void(PanelContext&)>& change = {})
-      : context(fixture.contextOf(kind)) {
-    PanelActions& actions = context.actions;
-    actions.openUrl = [this](const QUrl& url) { asked << url.toString(QUrl::FullyEncoded); };
-    actions.tryUrl = [this](const QUrl& url, const std::function<void(bool)>& done) {
-      asked << url.toString(QUrl::FullyEncoded);
-      over = done;
-    };
-    actions.openPath = [this](const QString& path) { asked << path; };
-    actions.revealPath = [this](const QString& path) { asked << u"reveal "_s + path; };
-    actions.startApplication = [this](const QString& path) { asked << u"start "_s + path; };
-    actions.bringApplication = [this](quint64 app) { asked << u"app %1"_s.arg(app); };
-    actions.showWindow = [this](quint64 window) { asked << u"window %1"_s.arg(window); };
-    actions.emptyTrash = [this] { asked << u"emptied"_s; };
-    actions.endProcess = [this](const ProcessReading& process) {
-      asked << u"end "_s + process.name;
-      throw DomainError::invalid(u"You may not end it."_s);
-    };
-    actions.offerUndo = [this](const QString&, const QString&, const std::function<void()>& undo) {
-      undos.push_back(undo);
-    };
+      : context(fixture.contextOf(kind, commands)) {
     if (change) change(context);
     panel = makePanel(context);
     panel->start();
@@ -58,7 +57,7 @@ struct Open {
     for (const ViewItem& item : view().items()) all << item.title;
     return all.join(u'|').toStdString();
   }
-  std::string did() { return std::exchange(asked, {}).join(u'|').toStdString(); }
+  std::string did() { return std::exchange(commands.asked, {}).join(u'|').toStdString(); }
   QString option(const QString& key) {
     return DocumentEdits::find(fixture.store().config(), context.widget)->options.value(key);
   }
@@ -69,10 +68,8 @@ struct Open {
   }
 
   SnapshotStore fixture;
+  SlowCommands commands{fixture.store()};
   PanelContext context;
-  QStringList asked;
-  std::vector<std::function<void()>> undos;
-  std::function<void(bool)> over;
   bool closed = false;
   std::unique_ptr<TilePanel> panel;
 };
@@ -129,7 +126,7 @@ TEST(RunningAppsPanel, LeadsToWindowsOrApps) {
   EXPECT_EQ(windows.titles(), "Release notes|Weather in Kendal|tiles.cpp|robin@kendal: ~|Inbox");
   Q_EMIT windows.view().opened(u"11"_s);
   EXPECT_EQ(windows.did(), "window 11");
-  Open apps(u"topApps"_s, [](PanelContext& context) { context.actions.windows = {}; });
+  Open apps(u"topApps"_s, [](PanelContext& context) { context.readings.windows = nullptr; });
   EXPECT_EQ(apps.titles(), "Browser|Editor|Terminal|Mail");
   EXPECT_EQ(apps.view().items().first().caption, u"2 windows"_s);
   QTest::keyClick(&apps.view(), Qt::Key_Down);
@@ -193,7 +190,7 @@ TEST(ShelfPanel, GivesUpFilesOneByOneAndAll) {
   EXPECT_TRUE(open.fixture.store().config().shelf.isEmpty());
   EXPECT_EQ(open.did(), "") << "nothing was opened or shown meanwhile";
   open.fixture.store().edit([](DockConfiguration& config) { config.shelf = {u"/home/robin/new.txt"_s}; });
-  for (; !open.undos.empty(); open.undos.pop_back()) open.undos.back()();
+  for (; !open.commands.undos.empty(); open.commands.undos.pop_back()) open.commands.undos.back()();
   QCoreApplication::processEvents();
   EXPECT_EQ(open.titles(), "Quarterly summary.pdf|tiles.png|notes.txt|new.txt");
 }
@@ -215,11 +212,11 @@ TEST(SearchPanels, LeadToWhatWasMeant) {
   web.field().insert(u" 100% & c++ ä "_s);
   QTest::keyClick(&web.field(), Qt::Key_Return);
   EXPECT_EQ(web.did(), "https://duckduckgo.com/?q=100%25%20%26%20c%2B%2B%20%C3%A4");
-  web.over(false);
+  web.commands.over(false);
   EXPECT_EQ(web.field().text(), u" 100% & c++ ä "_s) << "no browser was started, and it can be tried again";
   EXPECT_FALSE(web.closed);
   QTest::keyClick(&web.field(), Qt::Key_Return);
-  web.over(true);
+  web.commands.over(true);
   EXPECT_TRUE(web.closed && web.field().text().isEmpty());
 
   Open bookmarks(u"bookmarks"_s);
@@ -249,7 +246,6 @@ TEST(ReadingPanels, AreFinishedWithoutTheirServices) {
   for (const char* kind : {"applications", "appFolder", "openWindows", "pinnedWindow", "recentFiles", "screenshots",
                            "bookmarks", "processTopApps", "temperature"}) {
     Open bare(QString::fromLatin1(kind), [](PanelContext& context) {
-      context.actions = {};
       context.readings = {};
       context.sources = [] { return TileSources(); };
     });

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include "support/TestScheduler.h"
+#include "support/Wait.h"
+#include "system/ProcessMonitor.h"
 #include "views/families/system/MachineWords.h"
 #include "views/families/system/ProcessSection.h"
 #include "views/snapshot/SnapshotFixture.h"
@@ -8,6 +11,17 @@ namespace tarnwick {
 namespace {
 
 using namespace Qt::StringLiterals;
+
+struct CountedProcesses final : ProcessSource {
+  QList<ProcessReading> read() override {
+    ++passes;
+    return now;
+  }
+  void end(const ProcessReading&) override {}
+
+  QList<ProcessReading> now;
+  int passes = 0;  // Read only while no sample is under way.
+};
 
 TEST(MachineWords, TellAsMuchAsIsKnown) {
   const QLocale english(QLocale::English, QLocale::UnitedKingdom);
@@ -46,31 +60,38 @@ TEST(ProcessSection, HasProcessesReadWhileNoTileDoes) {
     for (DockProfile& profile : config.profiles)
       profile.widgets.removeIf([](const DockWidget& widget) { return widget.kind == u"processTopApps"_s; });
   });
+  auto owned = std::make_unique<CountedProcesses>();
+  CountedProcesses& source = *owned;
+  test::TestScheduler clock;
+  ProcessMonitor monitor(std::move(owned), clock);
   PanelContext context = fixture.contextOf(u"cpu"_s);
-  int readings = 0;
-  context.actions.refreshProcesses = [&readings] { ++readings; };
+  context.readings.processes = &monitor;
+  const TileSources sources = SnapshotFixture::sources();
+  // A sample at a time, as on a machine where a second is enough for one.
+  const auto beat = [&] {
+    clock.advance(1);
+    fixture.store().heartbeat();
+    ASSERT_TRUE(waitFor([&] { return !monitor.loading(); }));
+  };
   ProcessSection section(context, ProcessOrder::CPU);
-  EXPECT_EQ(readings, 1) << "at once";
-  TileSources sources = SnapshotFixture::sources();
-  const QList<ProcessUsage> known = std::exchange(sources.readings.processes, {});
+  ASSERT_TRUE(waitFor([&] { return !monitor.loading(); }));
+  EXPECT_EQ(source.passes, 1) << "at once";
   section.fill(sources);
   const int height = section.sizeHint().height();
-  fixture.store().heartbeat();
-  fixture.store().heartbeat();
-  EXPECT_EQ(readings, 3) << "until there is something to show";
-  sources.readings.processes = known;
-  for (ProcessUsage& usage : sources.readings.processes) usage.cpu.reset();
+  beat();
+  source.now = {{1, 1, u"a"_s, 0, 1}, {2, 1, u"b"_s, 0, 1}, {3, 1, u"c"_s, 0, 1}, {4, 1, u"d"_s, 0, 1}};
+  beat();
+  EXPECT_EQ(source.passes, 3) << "until there is something to show";
   section.fill(sources);
-  fixture.store().heartbeat();
-  EXPECT_EQ(readings, 4) << "the first sample has no loads";
-  sources.readings.processes = known;
+  beat();
+  EXPECT_EQ(source.passes, 4) << "the first sample has no loads";
   section.fill(sources);
   EXPECT_EQ(section.sizeHint().height(), height) << "nothing moved";
-  for (int i = 0; i < 8; ++i) fixture.store().heartbeat();
-  EXPECT_EQ(readings, 6);
+  for (int i = 0; i < 8; ++i) beat();
+  EXPECT_EQ(source.passes, 6);
   fixture.store().add(u"processTopApps"_s);
-  for (int i = 0; i < 8; ++i) fixture.store().heartbeat();
-  EXPECT_EQ(readings, 6) << "the beat does it for the tile";
+  for (int i = 0; i < 8; ++i) beat();
+  EXPECT_EQ(source.passes, 6) << "the beat does it for the tile";
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <QTest>
 
 #include "app/PanelHost.h"
+#include "support/RecordingCommands.h"
 #include "support/TestFrameClock.h"
 #include "support/TestScheduler.h"
 #include "support/TestServices.h"
@@ -104,14 +105,10 @@ struct PanelHostTest : testing::Test {
   test::TestScheduler scheduler;
   test::TestServices desktop{scheduler, AppEnvironment()};
   const Services services = desktop.with(panels, clocks);
+  test::RecordingCommands commands;
   PanelHost host{fixture.store(), services,
-                 {[](const QString&) { return SnapshotFixture::sources(); },
-                  [] {
-                    PanelActions actions;
-                    actions.openUrl = [](const QUrl&) {};
-                    actions.tryUrl = [](const QUrl&, const auto& done) { done(true); };
-                    return actions;
-                  }}};
+                 commands,
+                 {[](const QString&) { return SnapshotFixture::sources(); }}};
   QStringList told;
 };
 

@@ -33,11 +33,12 @@ class RecordingCommands : public NoCommands {
   void chooseDockPicture() override { asked << QStringLiteral("picture"); }
   void addCalendarFolder() override { asked << QStringLiteral("calendar folder"); }
 
+  void changeWidget(const DockWidget& widget) override { changed << widget; }
   void offerUndo(const QString&, const QString&, const std::function<void()>& undo) override { undos.push_back(undo); }
   void undo() override { asked << QStringLiteral("undo"); }
   void redo() override { asked << QStringLiteral("redo"); }
 
-  /// Every address finds an application.
+  /// Every address finds an application, unless `startsApplications` is false.
   void openUrl(const QUrl& url, const std::function<void(bool)>& done = {}) override {
     asked << url.toString(QUrl::FullyEncoded);
     if (done) done(startsApplications);
@@ -59,6 +60,7 @@ class RecordingCommands : public NoCommands {
 
   QStringList asked;
   QList<DockLayout> layouts;
+  QList<DockWidget> changed;
   std::vector<std::function<void()>> undos;
   std::function<void(const QString&)> picked;
   QList<Optional> missing;

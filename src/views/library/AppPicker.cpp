@@ -10,7 +10,6 @@
 #include "views/controls/Labels.h"
 #include "views/library/LibraryWords.h"
 #include "views/panels/AppItems.h"
-#include "views/panels/PanelContext.h"
 
 namespace tarnwick {
 
@@ -35,9 +34,7 @@ AppPicker::AppPicker(InstalledApps& apps, TileIcons icons, QWidget* parent)
   setFixedWidth(kWidth);
   view_->setMostRows(kRows);
   view_->setPicture([this](QPainter& painter, const QRectF& box, const ViewItem& item) {
-    PanelActions actions;
-    actions.icon = icons_;
-    paintAppIcon(painter, box, iconOf_.value(item.id), item.title, actions, look());
+    paintAppIcon(painter, box, iconOf_.value(item.id), item.title, icons_, look());
   });
   auto* cancel = new Button(LibraryWords::tr("Cancel"));
   auto* buttons = new QHBoxLayout;

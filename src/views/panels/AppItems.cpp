@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
-#include "views/panels/PanelContext.h"
 #include "views/theme/Glass.h"
 
 namespace tarnwick {
@@ -28,10 +28,9 @@ int fitness(const DesktopEntry& app, const QString& wanted) {
 }  // namespace
 
 void paintAppIcon(QPainter& painter, const QRectF& box, const QString& icon, const QString& name,
-                  const PanelActions& actions, const ControlLook& look) {
+                  const TileIcons& icons, const ControlLook& look) {
   const double ratio = painter.device()->devicePixelRatio();
-  const QPixmap picture =
-      actions.icon ? actions.icon(icon, static_cast<int>(std::lround(box.width())), ratio) : QPixmap();
+  const QPixmap picture = icons ? icons(icon, static_cast<int>(std::lround(box.width())), ratio) : QPixmap();
   if (!picture.isNull()) {
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawPixmap(box, picture, QRectF(picture.rect()));
@@ -49,9 +48,9 @@ void paintAppIcon(QPainter& painter, const QRectF& box, const QString& icon, con
   drawTextIn(painter, box, name.left(1).toUpper(), style, colors.plateInk, Qt::AlignHCenter);
 }
 
-AppItems::AppItems(ItemView& view, const PanelActions& actions) : view_(view) {
-  view.setPicture([this, &view, actions](QPainter& painter, const QRectF& box, const ViewItem& item) {
-    paintAppIcon(painter, box, icons_.value(item.id), item.title, actions, lookOf(view));
+AppItems::AppItems(ItemView& view, TileIcons icons) : view_(view) {
+  view.setPicture([this, &view, icons = std::move(icons)](QPainter& painter, const QRectF& box, const ViewItem& item) {
+    paintAppIcon(painter, box, icons_.value(item.id), item.title, icons, lookOf(view));
   });
 }
 

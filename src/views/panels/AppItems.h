@@ -6,10 +6,9 @@
 
 #include "apps/AppIndex.h"
 #include "views/controls/ItemView.h"
+#include "views/tiles/TileStyle.h"
 
 namespace tarnwick {
-
-struct PanelActions;
 
 /// An application as panels list it.
 struct AppItem {
@@ -21,14 +20,14 @@ struct AppItem {
   bool operator==(const AppItem&) const = default;
 };
 
-/// Draws the icon of an application, or a plate with its initial.
+/// Draws the icon of an application, or a plate with its initial where `icons` is empty or has none.
 void paintAppIcon(QPainter& painter, const QRectF& box, const QString& icon, const QString& name,
-                  const PanelActions& actions, const ControlLook& look);
+                  const TileIcons& icons, const ControlLook& look);
 
 /// Applications in a view of icons. The view is borrowed; it must outlive this.
 class AppItems {
  public:
-  AppItems(ItemView& view, const PanelActions& actions);
+  AppItems(ItemView& view, TileIcons icons);
   void set(const QList<AppItem>& apps);
 
   /// Those of the installed applications that belong into a list and whose name, kind or keywords hold `wanted`: names

@@ -23,8 +23,7 @@ class PlainPanel final : public TilePanel {
     state.sentence = words.sentence;
     state.button = words.button;
     state.isQuiet = !words.awaitsUser;
-    if (context().actions.openEditor)
-      state.act = [edit = context().actions.openEditor, id = context().widget] { edit(id); };
+    state.act = [this] { context().commands.openEditor(context().widget); };
     showEmpty(state);
   }
 

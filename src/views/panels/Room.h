@@ -72,7 +72,6 @@ struct RoomRow {
 
 /// What panels ask while the pictures of the program are made.
 struct PicturedParts {
-  PanelActions& actions;
   ReadingServices& readings;
   Scheduler& scheduler;
   QDateTime now;

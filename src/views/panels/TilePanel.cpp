@@ -204,24 +204,21 @@ void TilePanel::changeSetting(const QString& key, const std::optional<QString>& 
   changeSettings(changed);
 }
 
-void TilePanel::changeSettings(const DockWidget& widget) {
-  if (context_.actions.changeWidget) return context_.actions.changeWidget(widget);
-  store().update(widget);
-}
+void TilePanel::changeSettings(const DockWidget& widget) { context_.commands.changeWidget(widget); }
 
 /// What no field that has the keyboard took.
 void TilePanel::keyPressEvent(QKeyEvent* event) {
-  if (event->matches(QKeySequence::Undo) && context_.actions.undo) {
-    context_.actions.undo();
-  } else if (event->matches(QKeySequence::Redo) && context_.actions.redo) {
-    context_.actions.redo();
+  if (event->matches(QKeySequence::Undo)) {
+    context_.commands.undo();
+  } else if (event->matches(QKeySequence::Redo)) {
+    context_.commands.redo();
   } else {
     GlassPane::keyPressEvent(event);
   }
 }
 
 void TilePanel::offerUndo(const QString& sentence, const std::function<void()>& undo) const {
-  if (context_.actions.offerUndo) context_.actions.offerUndo(context_.display, sentence, undo);
+  context_.commands.offerUndo(context_.display, sentence, undo);
 }
 
 SectionLabel* TilePanel::addSection(const QString& text, const QString& trailing) {

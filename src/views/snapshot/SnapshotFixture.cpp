@@ -2,6 +2,7 @@
 
 #include <QTimeZone>
 
+#include "store/NoCommands.h"
 #include "views/families/Rooms.h"
 #include "views/theme/SnapshotScenery.h"
 #include "widgets/catalog/Catalog.h"
@@ -39,6 +40,17 @@ class FixedToggles final : public Toggles {
   ToggleState state(Toggle toggle) const override { return SnapshotFixture::sources().toggles.value(toggle); }
   void set(Toggle, bool) override {}
   void start() override {}
+};
+
+/// A program that can do everything.
+class PicturedCommands final : public NoCommands {
+ public:
+  explicit PicturedCommands(AppStore& store) : store_(store) {}
+  bool can(Optional) const override { return true; }
+  void changeWidget(const DockWidget& widget) override { store_.update(widget); }
+
+ private:
+  AppStore& store_;
 };
 
 }  // namespace
@@ -108,25 +120,9 @@ SnapshotStore::SnapshotStore()
   store_ = std::make_unique<AppStore>(std::move(setup));
   store_->setFrozenDate(SnapshotFixture::moment());
   store_->edit([](DockConfiguration& config) { config = SnapshotFixture::configuration(); });
-  actions_.openUrl = [](const QUrl&) {};
-  actions_.tryUrl = [](const QUrl&, const std::function<void(bool)>&) {};
-  actions_.openPath = [](const QString&) {};
-  actions_.openEditor = [](const QUuid&) {};
-  actions_.openMonitor = [] {};
-  actions_.copyText = [](const QString&) {};
-  actions_.openCalendar = [] {};
-  actions_.addCalendarFolder = [] {};
-  actions_.completeReminder = [](const Reminder&, bool) {};
-  actions_.startApplication = [](const QString&) {};
-  actions_.bringApplication = [](quint64) {};
-  actions_.showWindow = [](quint64) {};
-  actions_.revealPath = [](const QString&) {};
-  actions_.openTrash = [] {};
-  actions_.emptyTrash = [] {};
-  actions_.endProcess = [](const ProcessReading&) {};
-  actions_.icon = &SnapshotScenery::icon;
-  actions_.pickColor = [](const std::function<void(const QString&)>&) {};
-  const PicturedParts parts{actions_, readings_, *scheduler_, SnapshotFixture::moment()};
+  commands_ = std::make_unique<PicturedCommands>(*store_);
+  readings_.icons = &SnapshotScenery::icon;
+  const PicturedParts parts{readings_, *scheduler_, SnapshotFixture::moment()};
   for (const Room* room : Rooms::all()) {
     if (room->furnish) room->furnish(*store_, parts.now);
     if (room->equip) equipment_.push_back(room->equip(parts));
@@ -135,11 +131,15 @@ SnapshotStore::SnapshotStore()
 
 SnapshotStore::~SnapshotStore() = default;
 
-PanelContext SnapshotStore::contextOf(const QString& kind) {
-  return {*store_,      *scheduler_,
-          *toggles_,    SnapshotFixture::widgetOf(kind).id,
-          u"fixture"_s, [] { return SnapshotFixture::sources(); },
-          actions_,     readings_};
+PanelContext SnapshotStore::contextOf(const QString& kind, Commands& commands) {
+  return {*store_,
+          *scheduler_,
+          *toggles_,
+          commands,
+          SnapshotFixture::widgetOf(kind).id,
+          u"fixture"_s,
+          [] { return SnapshotFixture::sources(); },
+          readings_};
 }
 
 }  // namespace tarnwick

@@ -37,13 +37,17 @@ class SnapshotStore {
   ~SnapshotStore();
 
   AppStore& store() { return *store_; }
-  PanelContext contextOf(const QString& kind);
+  /// Can do everything, and does nothing but change a widget in the store.
+  Commands& commands() { return *commands_; }
+  PanelContext contextOf(const QString& kind) { return contextOf(kind, *commands_); }
+  /// The same for a panel that asks others for what it wants done.
+  PanelContext contextOf(const QString& kind, Commands& commands);
 
  private:
   std::unique_ptr<Scheduler> scheduler_;
   std::unique_ptr<Toggles> toggles_;
   std::unique_ptr<AppStore> store_;
-  PanelActions actions_;
+  std::unique_ptr<Commands> commands_;
   ReadingServices readings_;
   std::vector<std::shared_ptr<void>> equipment_;
 };

@@ -1,6 +1,6 @@
 #include "views/families/apps/AppFixture.h"
 
-#include "apps/AppIndex.h"
+#include "apps/InstalledApps.h"
 
 namespace tarnwick {
 
@@ -54,8 +54,10 @@ void pictureApplications(TileSources& sources) {
 }
 
 std::shared_ptr<void> equipApplications(const PicturedParts& parts) {
-  parts.actions.applications = [apps = installed()] { return apps; };
-  return nullptr;
+  auto apps = std::make_shared<InstalledApps>(AppEnvironment(), parts.scheduler);
+  apps->setFixed(installed());
+  parts.readings.apps = apps.get();
+  return apps;
 }
 
 }  // namespace tarnwick

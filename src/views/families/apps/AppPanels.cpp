@@ -3,6 +3,7 @@
 #include <QFileInfo>
 #include <algorithm>
 
+#include "apps/InstalledApps.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
 #include "views/controls/ItemView.h"
@@ -25,7 +26,7 @@ class AppsPanel : public TilePanel {
         field_(new SearchField(PanelWords::tr("Search apps…"))),
         none_(new TextLabel({}, TextStyle::Body, Tone::Secondary)),
         view_(new ItemView(PanelWords::tr("Applications"), ItemView::Shape::Icons)),
-        items_(*view_, context.actions) {
+        items_(*view_, context.readings.icons) {
     none_->setWordWrap(true);
     body().addWidget(field_);
     body().addSpacing(theme::kRowOverhang);
@@ -38,7 +39,7 @@ class AppsPanel : public TilePanel {
 
   /// The installed applications that fit the field, whose answer changes only with one of the two.
   QList<AppItem> fitting() {
-    const auto index = context().actions.applications ? context().actions.applications() : nullptr;
+    const auto index = installed();
     const QString wanted = field_->text().trimmed();
     if (index != index_ || wanted != wanted_ || !index) {
       index_ = index;
@@ -47,11 +48,14 @@ class AppsPanel : public TilePanel {
     }
     return fitting_;
   }
-  bool hasApplications() const { return static_cast<bool>(context().actions.applications); }
+  bool hasApplications() const { return context().readings.apps; }
+  /// Null where they are not known.
+  std::shared_ptr<const AppIndex> installed() const {
+    return hasApplications() ? context().readings.apps->index() : nullptr;
+  }
 
   void start(const QString& path) {
-    if (!context().actions.startApplication) return;
-    context().actions.startApplication(path);
+    context().commands.startApplication(path);
     Q_EMIT closeRequested();
   }
 
@@ -120,7 +124,7 @@ class AppFolderPanel final : public AppsPanel {
       QStringList wanted = all;
       wanted.removeAll(path);
       if (wanted == all) return;
-      const auto index = hasApplications() ? this->context().actions.applications() : nullptr;
+      const auto index = installed();
       const DesktopEntry* entry = index ? index->byPath(path) : nullptr;
       const QString name = entry ? entry->name : QFileInfo(path).completeBaseName();
       setPaths(wanted);
@@ -165,7 +169,7 @@ class AppFolderPanel final : public AppsPanel {
   }
 
   QList<AppItem> inFolder(const QStringList& held, const TileSources& sources) const {
-    const auto index = hasApplications() ? context().actions.applications() : nullptr;
+    const auto index = installed();
     QList<AppItem> apps;
     for (const QString& path : held) {
       if (const DesktopEntry* entry = index ? index->byPath(path) : nullptr) {

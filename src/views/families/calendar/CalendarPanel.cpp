@@ -24,14 +24,14 @@ class CalendarPanel final : public TilePanel {
       : TilePanel(context),
         month_(new MonthGrid),
         heading_(nullptr),
-        agenda_(new DayAgenda(context.actions.openUrl, kMostAgendaRows)),
+        agenda_(new DayAgenda(context.commands, kMostAgendaRows)),
         notice_(new TextLabel({}, TextStyle::Body, Tone::Secondary)),
         folder_(new Button(PanelWords::tr("Add Calendar Folder…"))) {
     addTurn(u"chevron.left"_s, PanelWords::tr("Previous month"), -1);
     addTurn(u"chevron.right"_s, PanelWords::tr("Next month"), 1);
-    if (const auto open = context.actions.openCalendar) {
+    if (context.commands.can(Commands::Optional::CalendarApp)) {
       auto* application = new IconButton(u"calendar"_s, PanelWords::tr("Open Calendar"));
-      connect(application, &QPushButton::clicked, this, [open] { open(); });
+      connect(application, &QPushButton::clicked, this, [this] { this->context().commands.openCalendarApp(); });
       header().addAction(application);
     }
     body().addWidget(month_);
@@ -42,8 +42,7 @@ class CalendarPanel final : public TilePanel {
     body().addWidget(notice_);
     body().addSpacing(kNoticeGap);
     body().addWidget(folder_, 0, Qt::AlignLeft);
-    if (const auto add = context.actions.addCalendarFolder)
-      connect(folder_, &QPushButton::clicked, this, [add] { add(); });
+    connect(folder_, &QPushButton::clicked, this, [this] { this->context().commands.addCalendarFolder(); });
     connect(month_, &MonthGrid::chosenChanged, this, [this] { refreshNow(); });
   }
 
@@ -88,7 +87,7 @@ class CalendarPanel final : public TilePanel {
     const QString text = noticeFor(digest, sources, agenda_->all(), agenda_->shown());
     notice_->setText(text);
     notice_->setVisible(!text.isEmpty());
-    folder_->setVisible(!digest.calendarMessage.isEmpty() && context().actions.addCalendarFolder);
+    folder_->setVisible(!digest.calendarMessage.isEmpty());
   }
 
   QString noticeFor(const CalendarDigest& digest, const TileSources& sources, qsizetype all, qsizetype shown) const {

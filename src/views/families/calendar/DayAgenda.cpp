@@ -1,15 +1,15 @@
 #include "views/families/calendar/DayAgenda.h"
 
 #include <algorithm>
-#include <utility>
 
+#include "store/Commands.h"
 #include "views/families/calendar/EventWords.h"
 #include "views/panels/PanelWords.h"
 
 namespace tarnwick {
 
-DayAgenda::DayAgenda(std::function<void(const QUrl&)> open, qsizetype most)
-    : open_(std::move(open)), most_(most), rows_(new RowList) {
+DayAgenda::DayAgenda(Commands& commands, qsizetype most)
+    : commands_(commands), most_(most), rows_(new RowList) {
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(rows_);
@@ -52,8 +52,8 @@ void DayAgenda::showDay(const QDate& day, const CalendarDigest& digest, const Ti
 }
 
 std::function<void()> DayAgenda::joining(const QString& link) const {
-  if (link.isEmpty() || !open_) return {};
-  return [open = open_, url = QUrl(link)] { open(url); };
+  if (link.isEmpty()) return {};
+  return [&commands = commands_, url = QUrl(link)] { commands.openUrl(url); };
 }
 
 }  // namespace tarnwick

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QUrl>
 #include <functional>
 
 #include "views/families/calendar/AgendaRow.h"
@@ -9,11 +8,14 @@
 
 namespace tarnwick {
 
+class Commands;
+
 /// The events of one day, below each other, with buttons that join meetings.
 class DayAgenda final : public QWidget {
  public:
-  /// `open` follows a meeting's link; it may be empty. Of a full day `most` events are shown, those to come first.
-  DayAgenda(std::function<void(const QUrl& link)> open, qsizetype most);
+  /// `commands` opens the links of meetings and outlives this. Of a full day `most` events are shown, those to come
+  /// first.
+  DayAgenda(Commands& commands, qsizetype most);
 
   void showDay(const QDate& day, const CalendarDigest& digest, const TileSources& sources);
   /// How many events the day has, and how many of them are shown.
@@ -32,7 +34,7 @@ class DayAgenda final : public QWidget {
   static QList<Occasion> occasions(const QDate& day, const CalendarDigest& digest, const TileSources& sources);
   std::function<void()> joining(const QString& link) const;
 
-  std::function<void(const QUrl&)> open_;
+  Commands& commands_;
   qsizetype most_;
   RowList* rows_;
   qsizetype all_ = 0;

@@ -39,19 +39,18 @@ class OverviewPanel final : public TilePanel {
   explicit OverviewPanel(const PanelContext& context)
       : TilePanel(context),
         weather_(new ListRow({})),
-        agenda_(new DayAgenda(context.actions.openUrl, kMostOverviewEvents)),
+        agenda_(new DayAgenda(context.commands, kMostOverviewEvents)),
         folder_(new Button(PanelWords::tr("Add Calendar Folder…"))) {
-    if (const auto open = context.actions.openCalendar) {
+    if (context.commands.can(Commands::Optional::CalendarApp)) {
       auto* application = new IconButton(u"calendar"_s, PanelWords::tr("Open Calendar"));
-      connect(application, &QPushButton::clicked, this, [open] { open(); });
+      connect(application, &QPushButton::clicked, this, [this] { this->context().commands.openCalendarApp(); });
       header().addAction(application);
     }
     body().addWidget(weather_);
     events_ = addPart(PanelWords::tr("Events"), agenda_);
     body().addSpacing(kOverviewNoticeGap);
     body().addWidget(folder_, 0, Qt::AlignLeft);
-    if (const auto add = context.actions.addCalendarFolder)
-      connect(folder_, &QPushButton::clicked, this, [add] { add(); });
+    connect(folder_, &QPushButton::clicked, this, [this] { this->context().commands.addCalendarFolder(); });
     reminders_ = addPart(PanelWords::tr("Reminders"), nullptr);
     todos_ = addPart(PanelWords::tr("To-dos"), nullptr);
   }
@@ -114,7 +113,7 @@ class OverviewPanel final : public TilePanel {
                 : more > 0                        ? PanelWords::tr("And %1 more").arg(more)
                 : agenda_->all() == 0             ? PanelWords::tr("No events")
                                                   : QString());
-    folder_->setVisible(!digest.calendarMessage.isEmpty() && context().actions.addCalendarFolder);
+    folder_->setVisible(!digest.calendarMessage.isEmpty());
   }
 
   void showReminders(const CalendarDigest& digest, const TileSources& sources) {
@@ -135,12 +134,10 @@ class OverviewPanel final : public TilePanel {
     if (due == dueShown_ && words == dueWords_) return;
     dueShown_ = due;
     dueWords_ = words;
-    std::function<void(const Reminder&, bool)> complete;
-    if (const auto act = context().actions.completeReminder)
-      complete = [this, act](const Reminder& reminder, bool done) {
-        act(reminder, done);
-        refreshNow();
-      };
+    const auto complete = [this](const Reminder& reminder, bool done) {
+      context().commands.completeReminder(reminder, done);
+      refreshNow();
+    };
     QList<QWidget*> rows;
     for (qsizetype i = 0; i < words.size(); ++i) rows << makeReminderRow(due[i], words[i], i > 0, complete);
     reminders_.rows->setRows(rows);

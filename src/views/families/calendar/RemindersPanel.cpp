@@ -48,9 +48,12 @@ class RemindersPanel final : public TilePanel {
 
  private:
   void showNotice(const QString& sentence) {
-    const auto add = context().actions.addCalendarFolder;
-    showEmpty(
-        {definition().symbol, {}, title(), sentence, add ? PanelWords::tr("Add Calendar Folder…") : QString(), add});
+    showEmpty({definition().symbol,
+               {},
+               title(),
+               sentence,
+               PanelWords::tr("Add Calendar Folder…"),
+               [this] { context().commands.addCalendarFolder(); }});
   }
 
   static QList<Section> sectionsOf(const CalendarDigest& digest, const TileSources& sources) {
@@ -85,12 +88,10 @@ class RemindersPanel final : public TilePanel {
       old->deleteLater();  // One of them may have been clicked to come here.
     }
     parts_.clear();
-    std::function<void(const Reminder&, bool)> complete;
-    if (const auto act = context().actions.completeReminder)
-      complete = [this, act](const Reminder& reminder, bool done) {
-        act(reminder, done);
-        refreshNow();
-      };
+    const auto complete = [this](const Reminder& reminder, bool done) {
+      context().commands.completeReminder(reminder, done);
+      refreshNow();
+    };
     for (const Section& section : sections) {
       parts_ << addSection(section.title, section.more > 0 ? PanelWords::tr("%1 more").arg(section.more) : QString());
       for (qsizetype i = 0; i < section.reminders.size(); ++i) {

@@ -85,7 +85,7 @@ void paintFile(QPainter& painter, const QRectF& box, const FolderEntry& entry, c
   painter.restore();
 }
 
-FileItems::FileItems(ItemView& view, Thumbnails* thumbnails, const PanelActions& actions) : view_(view) {
+FileItems::FileItems(ItemView& view, Thumbnails* thumbnails, Commands& commands) : view_(view) {
   view_.setElide(Elide::Middle);
   view.setPicture([this, thumbnails](QPainter& painter, const QRectF& box, const ViewItem& item) {
     const FolderEntry entry = of(item.id);
@@ -94,11 +94,8 @@ FileItems::FileItems(ItemView& view, Thumbnails* thumbnails, const PanelActions&
     paintFile(painter, box, entry, picture, lookOf(view_));
   });
   if (thumbnails) QObject::connect(thumbnails, &Thumbnails::ready, &view, &ItemView::refreshPictures);
-  if (actions.revealPath) {
-    view.setItemAction(u"folder"_s, PanelWords::tr("Show in Files"), QKeySequence(Qt::CTRL | Qt::Key_R));
-    QObject::connect(&view, &ItemView::actionRequested, &view,
-                     [reveal = actions.revealPath](const QString& path) { reveal(path); });
-  }
+  view.setItemAction(u"folder"_s, PanelWords::tr("Show in Files"), QKeySequence(Qt::CTRL | Qt::Key_R));
+  QObject::connect(&view, &ItemView::actionRequested, &view, [&commands](const QString& path) { commands.reveal(path); });
 }
 
 void FileItems::set(const QList<FolderEntry>& entries, Caption caption, const QDateTime& now, const QLocale& locale) {

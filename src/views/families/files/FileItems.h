@@ -9,8 +9,8 @@
 
 namespace tarnwick {
 
+class Commands;
 class Thumbnails;
-struct PanelActions;
 
 /// Pixels of the pictures that panels ask for: enough for a cell on a dense screen.
 inline constexpr int kPanelThumbnail = 256;
@@ -22,8 +22,8 @@ void paintFile(QPainter& painter, const QRectF& box, const FolderEntry& entry, c
 /// Files in a view: they have their pictures, can be dragged out, and can be shown in their folder.
 class FileItems {
  public:
-  /// `thumbnails` may be null. The view is borrowed; it must outlive this.
-  FileItems(ItemView& view, Thumbnails* thumbnails, const PanelActions& actions);
+  /// `thumbnails` may be null. All are borrowed; they must outlive this.
+  FileItems(ItemView& view, Thumbnails* thumbnails, Commands& commands);
 
   /// What stands below the name, or in its place.
   enum class Caption { None, AgeOnly, Folder, FolderAndAge };

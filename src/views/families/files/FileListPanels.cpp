@@ -27,10 +27,9 @@ class FileListPanel : public TilePanel {
   FileListPanel(const PanelContext& context, const QString& label, ItemView::Shape shape)
       : TilePanel(context, theme::kPanelWidthWide),
         view_(new ItemView(label, shape)),
-        items_(*view_, context.readings.thumbnails, context.actions) {
+        items_(*view_, context.readings.thumbnails, context.commands) {
     connect(view_, &ItemView::opened, this, [this](const QString& path) {
-      if (!this->context().actions.openPath) return;
-      this->context().actions.openPath(path);
+      this->context().commands.openPath(path);
       Q_EMIT closeRequested();
     });
   }
@@ -80,14 +79,12 @@ class ScreenshotsPanel final : public FileListPanel {
     ScreenshotFolder* shots = context.readings.screenshots;
     if (!shots) return;
     connect(shots, &ScreenshotFolder::changed, this, &ScreenshotsPanel::refreshNow);
-    if (const auto open = context.actions.openPath) {
-      auto* button = new IconButton(u"folder"_s, PanelWords::tr("Open in Files"));
-      connect(button, &QPushButton::clicked, this, [this, open, shots] {
-        open(shots->folder());
-        Q_EMIT closeRequested();
-      });
-      header().addAction(button);
-    }
+    auto* button = new IconButton(u"folder"_s, PanelWords::tr("Open in Files"));
+    connect(button, &QPushButton::clicked, this, [this, shots] {
+      this->context().commands.openPath(shots->folder());
+      Q_EMIT closeRequested();
+    });
+    header().addAction(button);
   }
 
  protected:

@@ -29,17 +29,15 @@ class FolderPanel final : public TilePanel {
         order_(new Segments(PanelWords::tr("Sort by"), {PanelWords::tr("Date"), PanelWords::tr("Name")})),
         view_(new ItemView(PanelWords::tr("Files"), ItemView::Shape::Icons)),
         rest_(new TextLabel({}, TextStyle::Caption, Tone::Secondary)),
-        items_(*view_, context.readings.thumbnails, context.actions) {
+        items_(*view_, context.readings.thumbnails, context.commands) {
     header().addAction(back_);
     header().addAction(order_);
-    if (const auto open = context.actions.openPath) {
-      auto* button = new IconButton(u"folder"_s, PanelWords::tr("Open in Files"));
-      connect(button, &QPushButton::clicked, this, [this, open] {
-        open(listing_.request().folder);
-        Q_EMIT closeRequested();
-      });
-      header().addAction(button);
-    }
+    auto* button = new IconButton(u"folder"_s, PanelWords::tr("Open in Files"));
+    connect(button, &QPushButton::clicked, this, [this] {
+      this->context().commands.openPath(listing_.request().folder);
+      Q_EMIT closeRequested();
+    });
+    header().addAction(button);
     view_->setMostRows(5);
     body().addWidget(view_);
     beginWith(*view_);  // An arrow key chooses a file, not the order.
@@ -73,7 +71,7 @@ class FolderPanel final : public TilePanel {
                  title(),
                  PanelWords::tr("Choose the folder that this tile shows."),
                  PanelWords::tr("Choose Folder…"),
-                 editor()});
+                 [this] { context().commands.openEditor(context().widget); }});
       return;
     }
     if (listing_.loaded() && contents.entries.isEmpty() && !inside) {
@@ -83,7 +81,7 @@ class FolderPanel final : public TilePanel {
                  title(),
                  sentence,
                  contents.problem.isEmpty() ? PanelWords::tr("Open in Files") : QString(),
-                 opener()});
+                 [this] { context().commands.openPath(root()); }});
       return;
     }
     hideEmpty();
@@ -106,14 +104,6 @@ class FolderPanel final : public TilePanel {
   FolderOrder order() const {
     return widget().options.value(option::sort) == "name"_L1 ? FolderOrder::Name : FolderOrder::Newest;
   }
-  std::function<void()> editor() const {
-    if (!context().actions.openEditor) return {};
-    return [edit = context().actions.openEditor, id = context().widget] { edit(id); };
-  }
-  std::function<void()> opener() const {
-    if (!context().actions.openPath) return {};
-    return [open = context().actions.openPath, path = root()] { open(path); };
-  }
 
   void go(const QString& folder) {
     if (folder.isEmpty()) return;
@@ -129,8 +119,8 @@ class FolderPanel final : public TilePanel {
     const FolderEntry entry = items_.of(path);
     if (entry.isFolder) {
       go(path);
-    } else if (context().actions.openPath) {
-      context().actions.openPath(path);
+    } else {
+      context().commands.openPath(path);
       Q_EMIT closeRequested();
     }
   }

@@ -36,15 +36,14 @@ class TrashPanel final : public TilePanel {
     body().addWidget(figure_);
     body().addWidget(buttons_);
     body().addWidget(confirm_);
-    open_->setVisible(static_cast<bool>(context.actions.openTrash));
     connect(open_, &QPushButton::clicked, this, [this] {
-      this->context().actions.openTrash();
+      this->context().commands.openTrash();
       Q_EMIT closeRequested();
     });
     connect(empty_, &QPushButton::clicked, this, [this] {
       buttons_->hide();
       confirm_->ask(PanelWords::tr("Delete everything in the trash? This cannot be undone."),
-                    PanelWords::tr("Empty Trash"), this->context().actions.emptyTrash);
+                    PanelWords::tr("Empty Trash"), [this] { this->context().commands.emptyTrash(); });
     });
     connect(confirm_, &ConfirmBar::over, this, [this] {
       buttons_->show();
@@ -59,7 +58,7 @@ class TrashPanel final : public TilePanel {
     figure_->setLines(count == 0   ? PanelWords::tr("The trash is empty")
                       : count == 1 ? PanelWords::tr("item in the trash")
                                    : PanelWords::tr("items in the trash"));
-    empty_->setEnabled(count > 0 && context().actions.emptyTrash);
+    empty_->setEnabled(count > 0);
     if (count == 0 && confirm_->isAsking()) confirm_->leave();
   }
 
@@ -97,8 +96,7 @@ class BookmarksPanel final : public TilePanel {
     keepDraft(*field_);
     connect(field_, &QLineEdit::textChanged, this, &BookmarksPanel::fill);
     connect(view_, &ItemView::opened, this, [this](const QString& address) {
-      if (!this->context().actions.openUrl) return;
-      this->context().actions.openUrl(QUrl(address));
+      this->context().commands.openUrl(QUrl(address));
       Q_EMIT closeRequested();
     });
     if (context.readings.bookmarks)
@@ -181,13 +179,13 @@ class WebSearchPanel final : public TilePanel {
 
  protected:
   void refresh(const TileSources&) override {
-    search_->setEnabled(!isAsked_ && !field_->text().trimmed().isEmpty() && context().actions.tryUrl);
+    search_->setEnabled(!isAsked_ && !field_->text().trimmed().isEmpty());
   }
 
  private:
   void search() {
     const QString text = field_->text().trimmed();
-    if (isAsked_ || text.isEmpty() || !context().actions.tryUrl) return;
+    if (isAsked_ || text.isEmpty()) return;
     QUrl url(u"https://duckduckgo.com/"_s);
     QUrlQuery query;
     // A query item keeps a plus and a percent sign as they are, which a server would read as something else.
@@ -204,7 +202,7 @@ class WebSearchPanel final : public TilePanel {
       panel->field_->clear();
       Q_EMIT panel->closeRequested();
     };
-    context().actions.tryUrl(url, over);
+    context().commands.openUrl(url, over);
   }
 
   SearchField* field_;

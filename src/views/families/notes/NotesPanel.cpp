@@ -77,7 +77,7 @@ class NoteArea final : public TextArea {
 IconButton* copyButton(const PanelContext& context, NoteArea* area, QWidget* owner) {
   auto* copy = new IconButton(u"doc.on.clipboard"_s, PanelWords::tr("Copy"));
   QObject::connect(copy, &QPushButton::clicked, owner,
-                   [area, act = context.actions.copyText] { act(area->toPlainText()); });
+                   [area, &commands = context.commands] { commands.copyText(area->toPlainText()); });
   return copy;
 }
 
@@ -86,16 +86,14 @@ class NotePanel final : public TilePanel {
   explicit NotePanel(const PanelContext& context) : TilePanel(context), area_(new NoteArea(context.store)) {
     body().addWidget(area_);
     area_->bind(context.widget);
-    if (context.actions.copyText) {
-      copy_ = copyButton(context, area_, this);
-      header().addAction(copy_);
-    }
+    copy_ = copyButton(context, area_, this);
+    header().addAction(copy_);
   }
 
  protected:
   void refresh(const TileSources&) override {
     area_->follow();
-    if (copy_) copy_->setEnabled(!area_->toPlainText().isEmpty());
+    copy_->setEnabled(!area_->toPlainText().isEmpty());
   }
   void showEvent(QShowEvent* event) override {
     TilePanel::showEvent(event);

@@ -79,7 +79,6 @@ class ProcessesPanel final : public TilePanel {
     auto* end = new IconButton(u"xmark"_s, PanelWords::tr("End Process"));
     end->setGround(false);
     end->setTone(Tone::Secondary);
-    end->setVisible(static_cast<bool>(context().actions.endProcess));
     row->addControl(end);
     body().addWidget(row);
     connect(end, &QPushButton::clicked, this, [this, place = rows_.size()] {
@@ -103,7 +102,7 @@ class ProcessesPanel final : public TilePanel {
     confirm_->ask(PanelWords::tr("End “%1”? What is not saved in it will be lost.").arg(process.name),
                   PanelWords::tr("End Process"), [this, process] {
                     try {
-                      context().actions.endProcess(process);
+                      context().commands.endProcess(process);
                       setMessage({});
                     } catch (const DomainError& failure) {
                       setMessage(failure.message());

@@ -28,9 +28,9 @@ double mostOf(const QList<double>& values) { return values.isEmpty() ? 0 : *std:
 class MetricsPanel : public TilePanel {
  public:
   explicit MetricsPanel(const PanelContext& context) : TilePanel(context), figure_(new FigureView) {
-    if (const auto open = context.actions.openMonitor) {
+    if (context.commands.can(Commands::Optional::SystemMonitor)) {
       auto* button = new Button(PanelWords::tr("Open Monitor"));
-      connect(button, &QPushButton::clicked, this, [open] { open(); });
+      connect(button, &QPushButton::clicked, this, [this] { this->context().commands.openSystemMonitor(); });
       header().addAction(button);
     }
     body().addWidget(figure_);

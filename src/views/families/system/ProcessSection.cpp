@@ -4,6 +4,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "apps/InstalledApps.h"
 #include "system/ProcessMonitor.h"
 #include "views/controls/ControlTheme.h"
 #include "views/controls/Labels.h"
@@ -48,15 +49,15 @@ ProcessSection::ProcessSection(const PanelContext& context, ProcessOrder order, 
 
 void ProcessSection::askForSample() {
   // The beat samples by itself for a tile that shows them.
-  if (context_.actions.refreshProcesses && !context_.store.active().families.contains(familyText(Family::Processes)))
-    context_.actions.refreshProcesses();
+  if (context_.readings.processes && !context_.store.active().families.contains(familyText(Family::Processes)))
+    context_.readings.processes->refresh();
 }
 
 void ProcessSection::fill(const TileSources& sources) {
   const ProcessMonitor* monitor = context_.readings.processes;
   const QList<ProcessUsage>& known = monitor ? monitor->rows() : sources.readings.processes;
   const QList<ProcessUsage> top = ProcessRanking::top(known, order_, kRows);
-  setVisible(monitor || context_.actions.refreshProcesses || !top.isEmpty());
+  setVisible(monitor || !top.isEmpty());
   // The first sample has no loads, and an order by them would be any order.
   isKnown_ = !top.isEmpty() && (order_ == ProcessOrder::RAM || top.first().cpu);
   if (!isKnown_) {
@@ -99,7 +100,7 @@ QPixmap ProcessSection::pictureOf(const QString& process) {
   const QString key = process + QString::number(ratio);
   if (const auto known = pictures_.constFind(key); known != pictures_.constEnd()) return *known;
   QString icon;
-  if (const auto index = context_.actions.applications ? context_.actions.applications() : nullptr) {
+  if (const auto index = context_.readings.apps ? context_.readings.apps->index() : nullptr) {
     const auto found = index->find(AppIndex::Key::Executable, process);
     if (!found.isEmpty()) icon = found.first()->iconName;
   }
@@ -108,7 +109,7 @@ QPixmap ProcessSection::pictureOf(const QString& process) {
   picture.fill(Qt::transparent);
   QPainter painter(&picture);
   painter.setRenderHint(QPainter::Antialiasing);
-  paintAppIcon(painter, QRectF(0, 0, kPicture, kPicture), icon, process, context_.actions, lookOf(*this));
+  paintAppIcon(painter, QRectF(0, 0, kPicture, kPicture), icon, process, context_.readings.icons, lookOf(*this));
   painter.end();
   return *pictures_.insert(key, picture);
 }

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "system/SystemMetrics.h"
+#include "system/ports/MachineDetails.h"
 
 namespace tarnwick {
 

@@ -56,13 +56,11 @@ class CalculatorPanel final : public TilePanel {
     body().addWidget(result_);
     addKeys();
     addHistory();
-    if (context.actions.copyText) {
-      copy_ = new IconButton(u"doc.on.clipboard"_s, PanelWords::tr("Copy Result"));
-      connect(copy_, &QPushButton::clicked, this, [this, act = context.actions.copyText] {
-        if (answer_.value) act(UtilityText::typed(*answer_.value, locale_));
-      });
-      header().addAction(copy_);
-    }
+    copy_ = new IconButton(u"doc.on.clipboard"_s, PanelWords::tr("Copy Result"));
+    connect(copy_, &QPushButton::clicked, this, [this] {
+      if (answer_.value) this->context().commands.copyText(UtilityText::typed(*answer_.value, locale_));
+    });
+    header().addAction(copy_);
     connect(field_, &QLineEdit::textChanged, this, [this](const QString& text) {
       evaluate();
       // What the tile shows is the last calculation that had a result.
@@ -208,7 +206,7 @@ class CalculatorPanel final : public TilePanel {
       result_->setResult(UtilityText::forms(*answer_.value, locale_));
     else
       result_->setSentence(answer_.sentence);
-    if (copy_) copy_->setEnabled(answer_.value.has_value());
+    copy_->setEnabled(answer_.value.has_value());
   }
 
   /// Puts the result into the field, to calculate on with it. The tile keeps what it came from.

@@ -72,18 +72,16 @@ class ColorPanel final : public TilePanel {
     swatch_->setFocusPolicy(Qt::NoFocus);
     body().addWidget(swatch_);
     body().addSpacing(theme::kRowOverhang);
-    if (context.actions.pickColor) {
-      auto* pick = new Button(PanelWords::tr("Pick from Screen"), Button::Role::Primary);
-      pick->setSymbol(u"eyedropper.halffull"_s);
-      connect(pick, &QPushButton::clicked, this, [this] { pickFromScreen(); });
-      body().addWidget(pick);
-      body().addSpacing(theme::kRowOverhang);
-    }
+    auto* pick = new Button(PanelWords::tr("Pick from Screen"), Button::Role::Primary);
+    pick->setSymbol(u"eyedropper.halffull"_s);
+    connect(pick, &QPushButton::clicked, this, [this] { pickFromScreen(); });
+    body().addWidget(pick);
+    body().addSpacing(theme::kRowOverhang);
     field_->setPlaceholderText(u"#2E8C94"_s);
     body().addWidget(field_);
     body().addSpacing(theme::kSectionBelow);
     for (std::size_t i = 0; i < sliders_.size(); ++i) addSlider(i);
-    if (context.actions.copyText) addForms();
+    addForms();
     addRecent();
     connect(field_, &QLineEdit::textEdited, this, [this](const QString& text) {
       if (const auto color = colorOfHex(text)) setOption(option::color, hexOf(*color));
@@ -109,7 +107,7 @@ class ColorPanel final : public TilePanel {
     swatch_->setColor(color);
     if (!field_->hasFocus() || colorOfHex(field_->text()) != color) field_->setText(color ? hexOf(*color) : QString());
     for (std::size_t i = 0; i < forms_.size(); ++i)
-      if (forms_[i]) forms_[i]->setValue(color ? formOf(i, *color) : u"–"_s, Tone::Secondary);
+      forms_[i]->setValue(color ? formOf(i, *color) : u"–"_s, Tone::Secondary);
     recentLabel_->setVisible(!recent.isEmpty());
     for (qsizetype i = 0; i < kMostRecentColors; ++i) {
       Swatch* swatch = recentSwatches_[static_cast<std::size_t>(i)];
@@ -122,7 +120,7 @@ class ColorPanel final : public TilePanel {
   void pickFromScreen() {
     // The dock's panels may be gone by the time that the user has picked.
     const QPointer<AppStore> store = &this->store();
-    context().actions.pickColor([store, id = context().widget](const QString& hex) {
+    context().commands.pickColor([store, id = context().widget](const QString& hex) {
       if (store) takeColor(*store, id, hex);
     });
   }
@@ -159,7 +157,7 @@ class ColorPanel final : public TilePanel {
       row->setToolTip(PanelWords::tr("Copy"));
       connect(row, &QPushButton::clicked, this, [this, i] {
         if (!color_) return;
-        context().actions.copyText(formOf(i, *color_));
+        context().commands.copyText(formOf(i, *color_));
         takeColor(store(), context().widget, hexOf(*color_));
         header().setNote(PanelWords::tr("Copied"));
       });

@@ -56,13 +56,11 @@ class ConverterPanel final : public TilePanel {
     auto* swap = new IconButton(u"arrow.left.arrow.right"_s, PanelWords::tr("Swap Units"));
     connect(swap, &QPushButton::clicked, this, [this] { choose(shown_.to, shown_.from); });
     header().addAction(swap);
-    if (context.actions.copyText) {
-      copy_ = new IconButton(u"doc.on.clipboard"_s, PanelWords::tr("Copy Result"));
-      connect(copy_, &QPushButton::clicked, this, [this, act = context.actions.copyText] {
-        if (answer_.value) act(UtilityText::typed(*answer_.value, locale_));
-      });
-      header().addAction(copy_);
-    }
+    copy_ = new IconButton(u"doc.on.clipboard"_s, PanelWords::tr("Copy Result"));
+    connect(copy_, &QPushButton::clicked, this, [this] {
+      if (answer_.value) this->context().commands.copyText(UtilityText::typed(*answer_.value, locale_));
+    });
+    header().addAction(copy_);
     connect(field_, &QLineEdit::textChanged, this, [this](const QString& text) { setOption(option::value, text); });
     connect(groups_, &ChipGrid::chosen, this, [this](int index) {
       const QStringList& units = UnitConversion::groups()[index].units;
@@ -96,7 +94,7 @@ class ConverterPanel final : public TilePanel {
     else
       result_->setSentence(answer_.sentence);
     field_->setFaulty(!answer_.value && !chosen.value.trimmed().isEmpty());
-    if (copy_) copy_->setEnabled(answer_.value.has_value());
+    copy_->setEnabled(answer_.value.has_value());
   }
   void showEvent(QShowEvent* event) override {
     TilePanel::showEvent(event);

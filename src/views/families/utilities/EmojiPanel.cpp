@@ -208,8 +208,7 @@ class EmojiPanel final : public TilePanel {
   }
 
   void take(const QString& emoji) {
-    if (!context().actions.copyText) return;
-    context().actions.copyText(emoji);
+    context().commands.copyText(emoji);
     forgetDrafts();
     header().setNote(PanelWords::tr("%1 copied").arg(emoji));
     QStringList recent = recentEmoji(widget());

@@ -46,6 +46,15 @@ QList<ClientWindow> windows() {
   return windows;
 }
 
+class FixedWindows final : public ClientWindows {
+ public:
+  QList<ClientWindow> all() const override { return windows(); }
+  void activate(quint64) override {}
+  void close(quint64) override {}
+  void minimise(quint64) override {}
+  void setIconGeometry(const QList<quint64>&, const QRectF&) override {}
+};
+
 }  // namespace
 
 void pictureRunning(TileSources& sources) {
@@ -56,8 +65,9 @@ void pictureRunning(TileSources& sources) {
 void furnishRunning(AppStore& store, const QDateTime&) { store.apply(running()); }
 
 std::shared_ptr<void> equipWindows(const PicturedParts& parts) {
-  parts.actions.windows = [] { return windows(); };
-  return nullptr;
+  auto windows = std::make_shared<FixedWindows>();
+  parts.readings.windows = windows.get();
+  return windows;
 }
 
 }  // namespace tarnwick

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "desktop/ClientWindows.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/FullWidth.h"
 #include "views/controls/ItemView.h"
@@ -31,7 +32,7 @@ class WindowsPanel : public TilePanel {
     addFullWidth(body(), view_);
     view_->setPicture([this](QPainter& painter, const QRectF& box, const ViewItem& item) {
       const auto facts = icons_.value(item.id);
-      paintAppIcon(painter, box, facts.second, facts.first, this->context().actions, look());
+      paintAppIcon(painter, box, facts.second, facts.first, this->context().readings.icons, look());
     });
     connect(&store(), &AppStore::runningAppsChanged, this, &WindowsPanel::refreshNow);
   }
@@ -43,7 +44,7 @@ class WindowsPanel : public TilePanel {
     return own;
   }
   QList<ClientWindow> allWindows() const {
-    return context().actions.windows ? context().actions.windows() : QList<ClientWindow>();
+    return context().readings.windows ? context().readings.windows->all() : QList<ClientWindow>();
   }
 
   void begin() {
@@ -73,11 +74,11 @@ class RunningAppsPanel final : public WindowsPanel {
  public:
   explicit RunningAppsPanel(const PanelContext& context) : WindowsPanel(context, PanelWords::tr("Open apps")) {
     connect(&view(), &ItemView::opened, this, [this](const QString& row) {
-      const PanelActions& actions = this->context().actions;
-      if (row.startsWith(u'-') && actions.bringApplication)
-        actions.bringApplication(row.sliced(1).toULongLong());
-      else if (!row.startsWith(u'-') && actions.showWindow)
-        actions.showWindow(row.toULongLong());
+      Commands& commands = this->context().commands;
+      if (row.startsWith(u'-'))
+        commands.bringApplication(row.sliced(1).toULongLong());
+      else
+        commands.showWindow(row.toULongLong());
       Q_EMIT closeRequested();
     });
   }
@@ -115,7 +116,7 @@ class PinnedWindowPanel final : public WindowsPanel {
         show_(new Button(PanelWords::tr("Show Window"), Button::Role::Primary)) {
     header().addAction(show_);
     connect(show_, &QPushButton::clicked, this, [this] {
-      if (shown_ != 0 && this->context().actions.showWindow) this->context().actions.showWindow(shown_);
+      if (shown_ != 0) this->context().commands.showWindow(shown_);
       Q_EMIT closeRequested();
     });
     connect(&view(), &ItemView::opened, this, &PinnedWindowPanel::pin);
@@ -172,7 +173,7 @@ std::unique_ptr<TilePanel> makeRunningAppsPanel(const PanelContext& context) {
 }
 
 std::unique_ptr<TilePanel> makePinnedWindowPanel(const PanelContext& context) {
-  if (!context.actions.windows) return makePlainPanel(context);
+  if (!context.readings.windows) return makePlainPanel(context);
   return std::make_unique<PinnedWindowPanel>(context);
 }
 
