@@ -38,7 +38,8 @@ void addApplication(QList<DockMenuEntry>& entries, const AppMenuState& state, co
   separate(entries);
   for (const AppMenuState::Window& window : state.windows) {
     const QString title = window.title.isEmpty() ? DockMenuWords::tr("Untitled Window") : window.title;
-    entries << DockMenuEntry{title, [show = actions.showWindow, id = window.id] { show(id); }, window.active};
+    const auto show = [&commands = actions.commands, id = window.id] { commands.showWindow(id); };
+    entries << DockMenuEntry{title, show, window.active};
   }
   separate(entries);
   if (state.canBeKept) {
@@ -52,7 +53,8 @@ void addApplication(QList<DockMenuEntry>& entries, const AppMenuState& state, co
 
 void addCalendarFolders(QList<DockMenuEntry>& entries, const QStringList& folders, const DockMenuActions& actions) {
   separate(entries);
-  entries << DockMenuEntry{DockMenuWords::tr("Add Calendar Folder…"), actions.addCalendarFolder, {}};
+  const auto add = [&commands = actions.commands] { commands.addCalendarFolder(); };
+  entries << DockMenuEntry{DockMenuWords::tr("Add Calendar Folder…"), add, {}};
   for (const QString& path : folders) {
     entries << DockMenuEntry{DockMenuWords::tr("Remove “%1”").arg(QFileInfo(path).fileName()),
                              [remove = actions.removeCalendarFolder, path] { remove(path); },

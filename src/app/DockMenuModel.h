@@ -49,21 +49,20 @@ struct TileMenuState {
 
 /// What entries do. One whose action is empty is shown disabled.
 struct DockMenuActions {
-  std::function<void()> open;
-  std::function<void()> edit;
-  std::function<void()> chooseIcon;
-  std::function<void()> resetIcon;
-  std::function<void()> moveLeft;
-  std::function<void()> moveRight;
-  std::function<void()> remove;
-  std::function<void()> reveal;
-  std::function<void()> emptyTrash;
-  std::function<void()> addCalendarFolder;
-  std::function<void(const QString& path)> removeCalendarFolder;
-  std::function<void(const QString& action)> startAction;
-  std::function<void(quint64 window)> showWindow;
-  std::function<void()> keep;
-  std::function<void()> quit;
+  Commands& commands;  ///< Outlives the entries.
+  std::function<void()> open{};
+  std::function<void()> edit{};
+  std::function<void()> chooseIcon{};
+  std::function<void()> resetIcon{};
+  std::function<void()> moveLeft{};
+  std::function<void()> moveRight{};
+  std::function<void()> remove{};
+  std::function<void()> reveal{};
+  std::function<void()> emptyTrash{};
+  std::function<void(const QString& path)> removeCalendarFolder{};
+  std::function<void(const QString& action)> startAction{};
+  std::function<void()> keep{};
+  std::function<void()> quit{};
 };
 
 /// The context menus of a dock as lists. Pure.

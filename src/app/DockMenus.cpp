@@ -38,7 +38,6 @@ AppMenuState DockMenus::appState(const std::optional<RunningApp>& app, const QSt
 void DockMenus::addAppActions(DockMenuActions& actions, quint64 application, const QString& entryPath) {
   DockCommands* commands = &dockCommands_;
   actions.startAction = [commands, entryPath](const QString& action) { commands->startAction(entryPath, action); };
-  actions.showWindow = [this](quint64 window) { commands_.showWindow(window); };
   actions.quit = [commands, application] { commands->quit(application); };
 }
 
@@ -69,7 +68,7 @@ QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
   if (family == Family::Calendar || family == Family::Reminders)
     state.calendarFolders = CalendarFolders::of(store_.config());
 
-  DockMenuActions actions;
+  DockMenuActions actions{commands_};
   DockCommands* commands = &dockCommands_;
   // The row may have changed while the menu was open.
   const auto moveBy = [this, id, display](qsizetype places) {
@@ -87,7 +86,6 @@ QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
   actions.remove = [this, id, display] { edits_.remove(id, display); };
   actions.reveal = [this, path] { commands_.reveal(path); };
   actions.emptyTrash = [commands] { commands->askToEmptyTrash(); };
-  actions.addCalendarFolder = [this] { commands_.addCalendarFolder(); };
   actions.removeCalendarFolder = [this](const QString& folder) {
     edits_.change([&folder](DockConfiguration& config) { CalendarFolders::remove(config, folder); });
   };
@@ -106,7 +104,7 @@ QList<DockMenuEntry> DockMenus::application(quint64 identity, const QString& dis
   const auto idOf = [this](const QString& path) { return services_.installedApps.environment().desktopIdOf(path); };
   const bool isHeld = PinnedTiles::unheld({*app}, store_.displayedWidgets(display), idOf).isEmpty();
   state.canBeKept = !app->path.isEmpty() && !isHeld;
-  DockMenuActions actions;
+  DockMenuActions actions{commands_};
   actions.open = [this, identity] { dockCommands_.openApplication(identity); };
   actions.keep = [this, path = app->path, display] { edits_.insert({PinnedTiles::launcher(path)}, display); };
   addAppActions(actions, identity, app->path);
