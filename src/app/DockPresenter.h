@@ -60,8 +60,8 @@ class DockPresenter final : public QObject, private DockHost {
   void closeAll();
   void shutdown();
 
-  /// Opens the panel of a widget beside its tile, or closes it when it is open. Nothing happens where the display has no
-  /// dock.
+  /// Opens the panel of a widget beside its tile, or closes it when it is open. Nothing happens where the display has
+  /// no dock.
   void openPanel(const QString& display, const QUuid& widget);
   /// A click on a running application: brings it to the front, or minimises the one that is in front.
   void activateApplication(quint64 application) { tiles_.activateApplication(application); }

@@ -94,15 +94,14 @@ QList<SnapshotWindow> SnapshotWindows::list() {
     add(u"first-run-%1"_s.arg(page + 1), [this, page] { return firstRun(page); });
   add(u"about"_s, [this] { return shown(std::make_unique<AboutWindow>(snapshot_.store())); });
   add(u"help"_s, [this] { return shown(std::make_unique<HelpWindow>(snapshot_.store(), abilities())); });
-  list.append(
-      {u"menu-bar-panel"_s, [this](bool dark) -> std::unique_ptr<QWidget> {
-         // Once the setup is over.
-         snapshot_.store().edit([](DockConfiguration& config) { config.onboardingComplete = true; });
-         auto panel = std::make_unique<MenuBarPanel>(snapshot_.store(), snapshot_.commands(), true);
-         panel->setScheme(dark, Backdrop::Plain);
-         panel->resize(panel->sizeHint());
-         return shown(std::move(panel));
-       }});
+  list.append({u"menu-bar-panel"_s, [this](bool dark) -> std::unique_ptr<QWidget> {
+                 // Once the setup is over.
+                 snapshot_.store().edit([](DockConfiguration& config) { config.onboardingComplete = true; });
+                 auto panel = std::make_unique<MenuBarPanel>(snapshot_.store(), snapshot_.commands(), true);
+                 panel->setScheme(dark, Backdrop::Plain);
+                 panel->resize(panel->sizeHint());
+                 return shown(std::move(panel));
+               }});
   return list;
 }
 

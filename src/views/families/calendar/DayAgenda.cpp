@@ -8,8 +8,7 @@
 
 namespace tarnwick {
 
-DayAgenda::DayAgenda(Commands& commands, qsizetype most)
-    : commands_(commands), most_(most), rows_(new RowList) {
+DayAgenda::DayAgenda(Commands& commands, qsizetype most) : commands_(commands), most_(most), rows_(new RowList) {
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(rows_);

@@ -48,12 +48,9 @@ class RemindersPanel final : public TilePanel {
 
  private:
   void showNotice(const QString& sentence) {
-    showEmpty({definition().symbol,
-               {},
-               title(),
-               sentence,
-               PanelWords::tr("Add Calendar Folder…"),
-               [this] { context().commands.addCalendarFolder(); }});
+    showEmpty({definition().symbol, {}, title(), sentence, PanelWords::tr("Add Calendar Folder…"), [this] {
+                 context().commands.addCalendarFolder();
+               }});
   }
 
   static QList<Section> sectionsOf(const CalendarDigest& digest, const TileSources& sources) {

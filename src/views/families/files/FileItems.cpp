@@ -95,7 +95,8 @@ FileItems::FileItems(ItemView& view, Thumbnails* thumbnails, Commands& commands)
   });
   if (thumbnails) QObject::connect(thumbnails, &Thumbnails::ready, &view, &ItemView::refreshPictures);
   view.setItemAction(u"folder"_s, PanelWords::tr("Show in Files"), QKeySequence(Qt::CTRL | Qt::Key_R));
-  QObject::connect(&view, &ItemView::actionRequested, &view, [&commands](const QString& path) { commands.reveal(path); });
+  QObject::connect(&view, &ItemView::actionRequested, &view,
+                   [&commands](const QString& path) { commands.reveal(path); });
 }
 
 void FileItems::set(const QList<FolderEntry>& entries, Caption caption, const QDateTime& now, const QLocale& locale) {

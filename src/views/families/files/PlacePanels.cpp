@@ -178,9 +178,7 @@ class WebSearchPanel final : public TilePanel {
   }
 
  protected:
-  void refresh(const TileSources&) override {
-    search_->setEnabled(!isAsked_ && !field_->text().trimmed().isEmpty());
-  }
+  void refresh(const TileSources&) override { search_->setEnabled(!isAsked_ && !field_->text().trimmed().isEmpty()); }
 
  private:
   void search() {
