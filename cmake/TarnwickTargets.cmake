@@ -45,14 +45,33 @@ if(TARNWICK_TESTS AND plain_tests)
   set_target_properties(tarnwick_pch_test_core tarnwick_pch_test_widgets PROPERTIES TARNWICK_IS_TEST ON)
 endif()
 
-# tarnwick_layer(NAME SOURCES file... [LINK target...] [PCH core|gui|widgets] [NO_MOC])
-# One static library for one folder. With CMAKE_UNITY_BUILD a dozen of its files are compiled at a time, so no two of them
-# may name things of their own alike. NO_MOC says that nothing in it has Q_OBJECT. LINK names what the folder includes; who
-# may include whom stands in docs/architecture.md and is checked by scripts/check-layers.
+# tarnwick_sources(VARIABLE)
+# The sources of the present folder and those below it, but for folders that have a CMakeLists.txt of their own.
+function(tarnwick_sources variable)
+  set(here ${CMAKE_CURRENT_SOURCE_DIR})
+  file(GLOB_RECURSE found LIST_DIRECTORIES false RELATIVE ${here} CONFIGURE_DEPENDS ${here}/*.cpp ${here}/*.h)
+  file(GLOB_RECURSE others LIST_DIRECTORIES false RELATIVE ${here} CONFIGURE_DEPENDS ${here}/CMakeLists.txt)
+  foreach(other ${others})
+    get_filename_component(folder ${other} DIRECTORY)
+    if(folder)
+      list(FILTER found EXCLUDE REGEX "^${folder}/")
+    endif()
+  endforeach()
+  set(${variable} ${found} PARENT_SCOPE)
+endfunction()
+
+# tarnwick_layer(NAME [SOURCES file...] [LINK target...] [PCH core|gui|widgets] [NO_MOC])
+# One static library for one folder: of all its sources unless they are named, as where a folder is split. With
+# CMAKE_UNITY_BUILD a dozen of its files are compiled at a time, so no two of them may name things of their own alike.
+# NO_MOC says that nothing in it has Q_OBJECT. LINK names what the folder includes; who may include whom stands in
+# docs/architecture.md and is checked by scripts/check-layers.
 function(tarnwick_layer name)
   cmake_parse_arguments(arg "NO_MOC" "PCH" "SOURCES;LINK" ${ARGN})
   if(NOT arg_PCH)
     set(arg_PCH core)
+  endif()
+  if(NOT arg_SOURCES)
+    tarnwick_sources(arg_SOURCES)
   endif()
   add_library(tarnwick_${name} STATIC ${arg_SOURCES})
   target_link_libraries(tarnwick_${name} PUBLIC tarnwick_options Qt6::Core ${arg_LINK})

@@ -7,7 +7,7 @@
 namespace tarnwick {
 namespace {
 
-constexpr int kGap = 8;  ///< Between the glass and the tip.
+constexpr int kTipGap = 8;  ///< Between the glass and the tip.
 
 }  // namespace
 
@@ -38,7 +38,7 @@ void TipHost::open(const QString& display, const DockTip& tip) {
   bubble_->setText(tip.text);
   PopupStyle style;
   style.margins = bubble_->margins();
-  style.gap = kGap;
+  style.gap = kTipGap;
   style.takesKeys = style.takesClicks = style.closesOutside = false;
   display_ = display;
   popup_ = owner->popup(std::move(bubble), controller_->mapFromContent(display, tip.beside), style);

@@ -7,6 +7,8 @@ namespace tarnwick {
 
 /// Where a popup or a menu stands. Pure; desktop coordinates.
 struct PopupPlacement {
+  static constexpr int kMenuGap = 6;  ///< Between a tile and its menu.
+
   /// A rectangle of the wanted size beside another, above it in the lower half of what is usable of the screen and
   /// below it in the upper half, `gap` away and centred as far as that lies within what is usable, a little off its
   /// sides. Where the wanted size finds no room it becomes smaller: neither the other rectangle nor what is not usable

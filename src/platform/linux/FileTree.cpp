@@ -18,7 +18,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kMostAttempts = 10'000;
 constexpr size_t kChunk = 1 << 20;
 
 fs::path native(const QString& path) { return fs::path(QFile::encodeName(path).toStdString()); }
@@ -140,7 +139,7 @@ void FileTree::remove(const QString& path) {
 
 QString FileTree::underFreeName(const QString& folder, const QString& wanted, bool isFolder,
                                 const std::function<bool(const QString& path)>& make) {
-  for (int attempt = 1; attempt <= kMostAttempts; ++attempt) {
+  for (int attempt = 1; attempt <= FileNaming::kMostAttempts; ++attempt) {
     const QString path = folder + u'/' + FileNaming::candidate(wanted, isFolder, attempt);
     if (make(path)) return path;
   }

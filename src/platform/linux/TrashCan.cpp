@@ -23,7 +23,6 @@ namespace {
 using namespace Qt::StringLiterals;
 
 constexpr auto kEnding = ".trashinfo"_L1;
-constexpr int kMostAttempts = 10'000;
 
 std::optional<struct stat> statusOf(const QString& path) {
   struct stat status = {};
@@ -134,7 +133,7 @@ QString TrashCan::put(const QString& path) const {
   const QString top = folder == homeFolder() ? QString() : topOf(parentOf(path), status->st_dev);
   const QString original = top.isEmpty() ? path : QDir(top).relativeFilePath(path);
   const QString name = QFileInfo(path).fileName();
-  for (int attempt = 1; attempt <= kMostAttempts; ++attempt) {
+  for (int attempt = 1; attempt <= FileNaming::kMostAttempts; ++attempt) {
     const QString trashed =
         folder + "/files/"_L1 +
         FileNaming::candidate(name, S_ISDIR(status->st_mode), attempt, FileNaming::kMostBytes - kEnding.size());

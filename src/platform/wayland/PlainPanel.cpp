@@ -9,11 +9,7 @@
 #include "platform/wayland/PlainPopup.h"
 
 namespace tarnwick {
-namespace {
-
-constexpr int kMenuGap = 6;
-
-}  // namespace
+namespace {}  // namespace
 
 PlainPanel::PlainPanel(WaylandScreens& screens, std::unique_ptr<QWidget> content)
     : screens_(screens), content_(std::move(content)) {
@@ -79,7 +75,7 @@ void PlainPanel::openMenu(QMenu& menu, const QRect& beside) {
   const QRect usable = screens_.screen(placement_->screen).usable.toRect();
   menu.winId();
   menu.windowHandle()->setTransientParent(content_->windowHandle());
-  menu.popup(PopupPlacement::outline(anchor, menu.sizeHint(), kMenuGap, usable).topLeft());
+  menu.popup(PopupPlacement::outline(anchor, menu.sizeHint(), PopupPlacement::kMenuGap, usable).topLeft());
 }
 
 bool PlainPanel::eventFilter(QObject* watched, QEvent* event) {

@@ -12,11 +12,7 @@
 #include "platform/wayland/WaylandPopup.h"
 
 namespace tarnwick {
-namespace {
-
-constexpr int kMenuGap = 6;
-
-}  // namespace
+namespace {}  // namespace
 
 WaylandPanel::WaylandPanel(const WaylandSession& session, WaylandScreens& screens, PanelPointer& pointer,
                            TransientLayers& transients, std::unique_ptr<QWidget> content)
@@ -146,7 +142,7 @@ void WaylandPanel::openMenu(QMenu& menu, const QRect& beside) {
   const QRect anchor(content_->mapToGlobal(beside.topLeft()), beside.size());
   const QRect usable = screens_.screen(placement_->screen).usable.toRect();
   const auto corner = [&](const QSize& size) {
-    return PopupPlacement::outline(anchor, size, kMenuGap, usable).topLeft();
+    return PopupPlacement::outline(anchor, size, PopupPlacement::kMenuGap, usable).topLeft();
   };
   transients_.openMenu(menu, *layer_, corner);
 }

@@ -26,6 +26,9 @@ inline constexpr int kSegmentCorner = 6;
 inline constexpr int kStepperValueWidth = 44;
 
 inline constexpr int kRowHeight = 36;
+/// Where in a row of two lines the middles of its title and its caption are.
+inline constexpr double kTitleShare = 0.34;
+inline constexpr double kCaptionShare = 0.69;
 inline constexpr int kTallRowHeight = 44;
 inline constexpr int kRowCorner = 8;
 inline constexpr int kRowOverhang = 8;  ///< How far the ground of a row under the pointer reaches beyond its text.

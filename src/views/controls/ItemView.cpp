@@ -29,8 +29,6 @@ constexpr int kPictureCell = 92;
 constexpr double kPictureInset = 5;
 constexpr double kPictureHeight = 58;
 constexpr double kPictureTitle = 79;
-constexpr double kTitleShare = 0.34;
-constexpr double kCaptionShare = 0.69;
 constexpr double kActionSize = 24;
 constexpr double kActionSymbol = 14;
 
@@ -109,8 +107,8 @@ class ItemView::Painter final : public QStyledItemDelegate {
       const QRectF line(left, box.top() + box.height() * share - 10, std::max(0.0, right - left), 20);
       drawTextIn(painter, mirror(line), text, style, ink, mirror.reading(), view_.elide_);
     };
-    draw(item.caption.isEmpty() ? 0.5 : kTitleShare, item.title, TextStyle::Body, look.palette.primary);
-    draw(kCaptionShare, item.caption, TextStyle::Caption, look.palette.secondary);
+    draw(item.caption.isEmpty() ? 0.5 : theme::kTitleShare, item.title, TextStyle::Body, look.palette.primary);
+    draw(theme::kCaptionShare, item.caption, TextStyle::Caption, look.palette.secondary);
   }
 
   void paintCell(QPainter& painter, const QRectF& box, const ViewItem& item, const ControlLook& look) const {

@@ -20,8 +20,6 @@ namespace {
 constexpr double kRowSymbol = 18;
 constexpr double kRowBarWidth = 56;
 constexpr double kRowBarValue = 44;
-constexpr double kTitleShare = 0.34;  ///< Where in a tall row the title's middle is.
-constexpr double kCaptionShare = 0.69;
 constexpr double kCheck = 16;
 
 void paintParting(QPainter& painter, const QWidget& row, const ControlLook& look, double inset = 0) {
@@ -167,8 +165,9 @@ void ListRow::paintEvent(QPaintEvent*) {
     return;
   }
   const auto around = [&](double share) { return mirror(QRectF(left, box.height() * share - 10, room.width(), 20)); };
-  drawTextIn(painter, around(kTitleShare), label(), TextStyle::Body, look.palette.primary, mirror.reading());
-  drawTextIn(painter, around(kCaptionShare), caption_, TextStyle::Caption, look.palette.secondary, mirror.reading());
+  drawTextIn(painter, around(theme::kTitleShare), label(), TextStyle::Body, look.palette.primary, mirror.reading());
+  drawTextIn(painter, around(theme::kCaptionShare), caption_, TextStyle::Caption, look.palette.secondary,
+             mirror.reading());
 }
 
 CheckRow::CheckRow(const QString& text, QWidget* parent) : QCheckBox(parent), label_(text) {

@@ -18,7 +18,7 @@ namespace {
 constexpr int kStaysMilliseconds = 6000;
 constexpr int kFoot = 16;  // Of clear room below.
 constexpr int kMark = 14;
-constexpr double kRounded = 12;
+constexpr double kNoteCorner = 12;
 
 }  // namespace
 
@@ -99,8 +99,8 @@ void AddedNote::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   const ControlLook& look = lookOf(*this);
-  drawRounded(painter, rect(), kRounded, look.palette.tileDragged);
-  drawInnerLine(painter, rect(), kRounded, hairline(painter), look.palette.gapOutline);
+  drawRounded(painter, rect(), kNoteCorner, look.palette.tileDragged);
+  drawInnerLine(painter, rect(), kNoteCorner, hairline(painter), look.palette.gapOutline);
   const int x = isRightToLeft() ? width() - theme::kPanelPadding - kMark : theme::kPanelPadding;
   drawControlSymbol(painter, QStringLiteral("checkmark"), QRectF(x, (height() - kMark) / 2.0, kMark, kMark),
                     look.palette.accentWord(Accent::Green));

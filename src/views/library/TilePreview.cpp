@@ -15,7 +15,7 @@ namespace tarnwick {
 namespace {
 
 constexpr int kRoom = 20;  // Above and below the tile.
-constexpr double kRounded = 12;
+constexpr double kPreviewCorner = 12;
 
 }  // namespace
 
@@ -63,8 +63,8 @@ void TilePreview::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   const ControlLook& look = lookOf(*this);
-  drawRounded(painter, rect(), kRounded, windowColors(!look.palette.light).side);
-  drawInnerLine(painter, rect(), kRounded, hairline(painter), look.palette.tileEdge);
+  drawRounded(painter, rect(), kPreviewCorner, windowColors(!look.palette.light).side);
+  drawInnerLine(painter, rect(), kPreviewCorner, hairline(painter), look.palette.tileEdge);
   const double width = PreviewTiles::widthOf(widget_);
   tiles_.paint(painter, {std::round((this->width() - width) / 2), double(kRoom)}, widget_);
 }

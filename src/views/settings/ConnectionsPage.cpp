@@ -20,11 +20,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kSymbol = 32;
+constexpr int kBigSymbol = 32;
 
 class BigSymbol final : public QWidget {
  public:
-  explicit BigSymbol(const QString& name) : name_(name) { setFixedSize(kSymbol, kSymbol); }
+  explicit BigSymbol(const QString& name) : name_(name) { setFixedSize(kBigSymbol, kBigSymbol); }
 
  protected:
   void paintEvent(QPaintEvent*) override {

@@ -22,7 +22,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kLayoutColumns = 4;
 constexpr int kBetweenLayouts = 3;
 
 constexpr auto kEdges = std::to_array<SettingChoice>({

@@ -7,6 +7,8 @@ namespace tarnwick {
 
 // The sections of Settings. `services` outlives what is made.
 SettingsPage* makeGeneralPage(AppStore& store, const SettingsServices& services);
+/// Cards of layouts beside each other, which the window is wide enough for.
+inline constexpr int kLayoutColumns = 4;
 SettingsPage* makeLayoutPage(AppStore& store, const SettingsServices& services);
 SettingsPage* makeAppearancePage(AppStore& store, const SettingsServices& services);
 SettingsPage* makeProfilesPage(AppStore& store, const SettingsServices& services);

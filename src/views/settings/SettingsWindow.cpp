@@ -22,7 +22,6 @@ namespace {
 constexpr QSize kWindow{848, 720};
 constexpr QSize kLeast{600, 320};  // Half of a small display has room for it.
 constexpr int kWholeSide = 720;    // From this width on there is room for words in the side bar.
-constexpr int kLayoutColumns = 4;  // Which the window is wide enough for.
 constexpr int kRow = 32;
 
 struct Section {

@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double kCorner = 12;
+constexpr double kMenuCorner = 12;
 constexpr double kItemCorner = 7;
 constexpr int kMargin = 6;
 constexpr int kItemHeight = 28;
@@ -127,7 +127,7 @@ int MenuStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
   switch (hint) {
     case SH_Menu_Mask:
       if (auto* mask = qstyleoption_cast<QStyleHintReturnMask*>(answer); mask && option && !composited_) {
-        mask->region = Glass::outline(option->rect, kCorner);
+        mask->region = Glass::outline(option->rect, kMenuCorner);
         return 1;
       }
       return 0;
@@ -162,7 +162,7 @@ void MenuStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
   painter->setRenderHint(QPainter::Antialiasing);
   painter->setPen(QPen(option->palette.color(QPalette::Mid), 1));
   painter->setBrush(ground);
-  painter->drawRoundedRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), kCorner, kCorner);
+  painter->drawRoundedRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), kMenuCorner, kMenuCorner);
   painter->restore();
 }
 

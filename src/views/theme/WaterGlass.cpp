@@ -9,13 +9,13 @@ namespace {
 
 // Shares of the width.
 constexpr double kTaper = 0.11;
-constexpr double kCorner = 0.2;
+constexpr double kCornerShare = 0.2;
 constexpr double kRimCorner = 0.05;
 constexpr double kWave = 0.07;
 
 QPainterPath glassOutline(const QRectF& box) {
   const double taper = box.width() * kTaper;
-  const double corner = box.width() * kCorner;
+  const double corner = box.width() * kCornerShare;
   const double rim = box.width() * kRimCorner;
   const double slope = taper / box.height();  // How far a side leans in for each unit downwards.
   QPainterPath path(QPointF(box.left() + rim, box.top()));
