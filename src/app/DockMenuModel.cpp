@@ -62,9 +62,17 @@ void addCalendarFolders(QList<DockMenuEntry>& entries, const QStringList& folder
   }
 }
 
+void addDock(QList<DockMenuEntry>& entries, Commands& commands, const QString& display) {
+  entries << DockMenuEntry{DockMenuWords::tr("Add Widgets…"),
+                           [&commands, display] { commands.showLibrary(display); },
+                           {}}
+          << DockMenuEntry{DockMenuWords::tr("Settings…"), [&commands] { commands.showSettings(); }, {}};
+}
+
 }  // namespace
 
-QList<DockMenuEntry> DockMenuModel::tile(const TileMenuState& state, const DockMenuActions& actions) {
+QList<DockMenuEntry> DockMenuModel::tile(const TileMenuState& state, const DockMenuActions& actions,
+                                         const QString& display) {
   QList<DockMenuEntry> entries;
   if (state.opens) entries << open(state.name, actions);
   entries << DockMenuEntry{DockMenuWords::tr("Edit Widget…"), actions.edit, {}};
@@ -73,8 +81,9 @@ QList<DockMenuEntry> DockMenuModel::tile(const TileMenuState& state, const DockM
             << DockMenuEntry{DockMenuWords::tr("Reset Icon"), onlyIf(state.hasOwnIcon, actions.resetIcon), {}};
   }
   entries << DockMenuEntry{DockMenuWords::tr("Move Left"), onlyIf(state.canMoveLeft, actions.moveLeft), {}}
-          << DockMenuEntry{DockMenuWords::tr("Move Right"), onlyIf(state.canMoveRight, actions.moveRight), {}}
-          << DockMenuEntry{DockMenuWords::tr("Remove Widget"), actions.remove, {}};
+          << DockMenuEntry{DockMenuWords::tr("Move Right"), onlyIf(state.canMoveRight, actions.moveRight), {}};
+  separate(entries);
+  entries << DockMenuEntry{DockMenuWords::tr("Remove Widget"), actions.remove, {}};
   if (state.isFolder || state.isTrash) separate(entries);
   if (state.isFolder) {
     entries << DockMenuEntry{DockMenuWords::tr("Show in File Manager"), actions.reveal, {}};
@@ -84,6 +93,8 @@ QList<DockMenuEntry> DockMenuModel::tile(const TileMenuState& state, const DockM
   }
   if (state.calendarFolders) addCalendarFolders(entries, *state.calendarFolders, actions);
   if (state.app) addApplication(entries, *state.app, actions);
+  separate(entries);
+  addDock(entries, actions.commands, display);
   return entries;
 }
 
@@ -94,10 +105,37 @@ QList<DockMenuEntry> DockMenuModel::application(const QString& name, const AppMe
   return entries;
 }
 
-QList<DockMenuEntry> DockMenuModel::dock(Commands& commands, const QString& display) {
-  const auto addWidgets = [&commands, display] { commands.showLibrary(display); };
-  return {{DockMenuWords::tr("Add Widgets…"), addWidgets, {}},
-          {DockMenuWords::tr("Settings…"), [&commands] { commands.showSettings(); }, {}}};
+QList<DockMenuEntry> DockMenuModel::dock(const DockMenuState& state, Commands& commands, const QString& display) {
+  QList<DockMenuEntry> layouts;
+  for (const DockLayout layout : kDockLayouts)
+    layouts << DockMenuEntry{label(layout), [&commands, layout] { commands.chooseLayout(layout); },
+                             layout == state.layout};
+  QList<DockMenuEntry> profiles;
+  for (const QString& name : state.profiles) {
+    const int place = static_cast<int>(profiles.size());
+    const auto select = [&commands, place, display] { commands.selectProfile(place, display); };
+    profiles << DockMenuEntry{name, select, place == state.profile};
+  }
+  QList<DockMenuEntry> entries;
+  addDock(entries, commands, display);
+  separate(entries);
+  entries << DockMenuEntry{DockMenuWords::tr("Layout"), {}, {}, layouts}
+          << DockMenuEntry{DockMenuWords::tr("Profiles"), {}, {}, profiles}
+          << DockMenuEntry{DockMenuWords::tr("Hide"), [&commands] { commands.toggleDock(); }, {}};
+  separate(entries);
+  entries << DockMenuEntry{DockMenuWords::tr("Help"), [&commands] { commands.showHelp(); }, {}}
+          << DockMenuEntry{DockMenuWords::tr("Quit Tarnwick"), [&commands] { commands.quit(); }, {}};
+  return entries;
+}
+
+QList<DockMenuEntry> DockMenuModel::flat(const QList<DockMenuEntry>& entries) {
+  QList<DockMenuEntry> all;
+  for (const DockMenuEntry& entry : entries) {
+    if (entry.entries.isEmpty()) all << entry;
+    for (const DockMenuEntry& inner : flat(entry.entries))
+      all << DockMenuEntry{DockMenuWords::tr("%1: %2").arg(entry.text, inner.text), inner.run, inner.checked};
+  }
+  return all;
 }
 
 void DockMenuModel::fill(QMenu& menu, const QList<DockMenuEntry>& entries) {
@@ -109,7 +147,12 @@ void DockMenuModel::fill(QMenu& menu, const QList<DockMenuEntry>& entries) {
     }
     QString text = menu.fontMetrics().elidedText(entry.text, Qt::ElideMiddle, kWidestEntry);
     // A menu takes a single ampersand for the mark of a mnemonic.
-    QAction* added = menu.addAction(text.replace(u'&', u"&&"_s));
+    text.replace(u'&', u"&&"_s);
+    if (!entry.entries.isEmpty()) {
+      fill(*menu.addMenu(text), entry.entries);
+      continue;
+    }
+    QAction* added = menu.addAction(text);
     added->setEnabled(static_cast<bool>(entry.run));
     added->setCheckable(entry.checked.has_value());
     added->setChecked(entry.checked.value_or(false));

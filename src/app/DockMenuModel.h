@@ -7,16 +7,19 @@
 #include <optional>
 
 #include "apps/DesktopEntry.h"
+#include "config/DockLayout.h"
 
 namespace tarnwick {
 
 class Commands;
 
-/// One line of a menu. Without a text it is a separator; without an action it is shown disabled.
+/// One line of a menu. Without a text it is a separator; with entries of its own it opens a menu of them; without
+/// either it is shown disabled.
 struct DockMenuEntry {
   QString text;
   std::function<void()> run;
   std::optional<bool> checked;  ///< For an entry that can be checked.
+  QList<DockMenuEntry> entries = {};
 };
 
 /// What a menu knows of an application.
@@ -47,6 +50,13 @@ struct TileMenuState {
   std::optional<AppMenuState> app;
 };
 
+/// What a dock's own menu knows.
+struct DockMenuState {
+  DockLayout layout = DockLayout::Fixed;
+  QStringList profiles;
+  qsizetype profile = 0;  ///< The one that the display shows, by its place.
+};
+
 /// What entries do. One whose action is empty is shown disabled.
 struct DockMenuActions {
   Commands& commands;  ///< Outlives the entries.
@@ -67,13 +77,15 @@ struct DockMenuActions {
 
 /// The context menus of a dock as lists. Pure.
 struct DockMenuModel {
-  static QList<DockMenuEntry> tile(const TileMenuState& state, const DockMenuActions& actions);
+  static QList<DockMenuEntry> tile(const TileMenuState& state, const DockMenuActions& actions, const QString& display);
   /// Of a running application that is no widget.
   static QList<DockMenuEntry> application(const QString& name, const AppMenuState& state,
                                           const DockMenuActions& actions);
   /// Of a display's dock itself. Entries must not be run once the commands are gone.
-  static QList<DockMenuEntry> dock(Commands& commands, const QString& display);
+  static QList<DockMenuEntry> dock(const DockMenuState& state, Commands& commands, const QString& display);
 
+  /// The same without menus in menus: what stood in one is called by both names.
+  static QList<DockMenuEntry> flat(const QList<DockMenuEntry>& entries);
   /// Fills a menu anew.
   static void fill(QMenu& menu, const QList<DockMenuEntry>& entries);
 };

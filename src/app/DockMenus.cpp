@@ -94,7 +94,7 @@ QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
     state.app = appState(app, path);
     addAppActions(actions, app ? app->identity : 0, path);
   }
-  return DockMenuModel::tile(state, actions);
+  return DockMenuModel::tile(state, actions, display);
 }
 
 QList<DockMenuEntry> DockMenus::application(quint64 identity, const QString& display) {
@@ -111,7 +111,12 @@ QList<DockMenuEntry> DockMenus::application(quint64 identity, const QString& dis
   return DockMenuModel::application(app->name, state, actions);
 }
 
-QList<DockMenuEntry> DockMenus::dock(const QString& display) { return DockMenuModel::dock(commands_, display); }
+QList<DockMenuEntry> DockMenus::dock(const QString& display) {
+  const DockConfiguration& config = store_.config();
+  DockMenuState state{config.layout, {}, store_.profileIndex(display)};
+  for (const DockProfile& profile : config.profiles) state.profiles << profile.name;
+  return DockMenuModel::dock(state, commands_, display);
+}
 
 void DockMenus::chooseIcon(const QString& entryPath) {
   pictures_.askPicture(tr("App Icon"),

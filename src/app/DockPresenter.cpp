@@ -351,7 +351,7 @@ QList<ItemCommand> DockPresenter::commandsOf(const QString& display, const QUuid
                                                           : menus_.dock(display);
   QList<ItemCommand> commands;
   QHash<QString, int> seen;
-  for (const DockMenuEntry& entry : entries) {
+  for (const DockMenuEntry& entry : DockMenuModel::flat(entries)) {
     if (!entry.run) continue;
     // Windows of one title are told apart by their place alone.
     const auto number = ++seen[entry.text];

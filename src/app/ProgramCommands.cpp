@@ -65,8 +65,8 @@ void ProgramCommands::showHelp() { delegate_.windows().showHelp(); }
 // An order or a file from outside may ask for what no menu offers yet.
 
 void ProgramCommands::importSpace(const QString& path) {
-  delegate_.store().setError(tr("“%1” was not opened. Spaces come with a later version of Tarnwick.")
-                                 .arg(QFileInfo(path).fileName()));
+  delegate_.store().setError(
+      tr("“%1” was not opened. Spaces come with a later version of Tarnwick.").arg(QFileInfo(path).fileName()));
 }
 
 void ProgramCommands::toggleCommandBar() {
@@ -88,9 +88,12 @@ void ProgramCommands::chooseLayout(DockLayout layout) {
   delegate_.presenter().edits().change([layout](DockConfiguration& config) { config.layout = layout; });
 }
 
-void ProgramCommands::selectProfile(int index) {
-  const auto& profiles = delegate_.store().config().profiles;
-  if (index >= 0 && index < profiles.size()) delegate_.store().selectProfile(profiles[index].id);
+void ProgramCommands::selectProfile(int index, const QString& display) {
+  AppStore& store = delegate_.store();
+  const auto& profiles = store.config().profiles;
+  if (index < 0 || index >= profiles.size()) return;
+  if (display.isEmpty()) return store.selectProfile(profiles[index].id);
+  store.selectProfile(profiles[index].id, display);
 }
 
 void ProgramCommands::openPanel(const QString& display, const QUuid& widget) {
@@ -103,14 +106,13 @@ void ProgramCommands::chooseDockPicture() {
   const auto use = [this](const QString& name) {
     delegate_.presenter().edits().change([&](DockConfiguration& config) { config.desktop.backgroundImage = name; });
   };
-  pictureQuestion_.askPicture(
-      tr("Dock picture"), [this, use](const QString& picture) { pictures_.keep(picture, kDockPictureSide, use); });
+  pictureQuestion_.askPicture(tr("Dock picture"),
+                              [this, use](const QString& picture) { pictures_.keep(picture, kDockPictureSide, use); });
 }
 
 void ProgramCommands::addCalendarFolder() {
   folderQuestion_.ask(tr("Add Calendar Folder"), [this](const QString& path) {
-    delegate_.presenter().edits().change(
-        [&path](DockConfiguration& config) { CalendarFolders::add(config, path); });
+    delegate_.presenter().edits().change([&path](DockConfiguration& config) { CalendarFolders::add(config, path); });
   });
 }
 

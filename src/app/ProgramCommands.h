@@ -39,7 +39,7 @@ class ProgramCommands final : public QObject, public Commands {
   bool isDockHidden() const override;
   void focusDock() override;
   void chooseLayout(DockLayout layout) override;
-  void selectProfile(int index) override;
+  void selectProfile(int index, const QString& display) override;
   void openPanel(const QString& display, const QUuid& widget) override;
   void restoreSystemDock() override;
   void chooseDockPicture() override;

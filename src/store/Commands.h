@@ -13,8 +13,8 @@
 namespace tarnwick {
 
 /// What a user can ask of the program from anywhere: from a tile, a panel, a menu, a window, a key, another process.
-/// `app/ProgramCommands` does all of it; whoever offers a command holds a reference to this. Main thread only. A command
-/// that cannot be done puts its sentence into the store's message line unless it says that it throws.
+/// `app/ProgramCommands` does all of it; whoever offers a command holds a reference to this. Main thread only. A
+/// command that cannot be done puts its sentence into the store's message line unless it says that it throws.
 class Commands {
  public:
   virtual ~Commands() = default;
@@ -60,8 +60,9 @@ class Commands {
   /// Shows the dock of the main display and gives it the keyboard.
   virtual void focusDock() = 0;
   virtual void chooseLayout(DockLayout layout) = 0;
-  /// By its place among the profiles, from 0; one that does not exist changes nothing.
-  virtual void selectProfile(int index) = 0;
+  /// By its place among the profiles, from 0; one that does not exist changes nothing. Where a display has a profile of
+  /// its own it is that display's which changes; without a display it is the active one.
+  virtual void selectProfile(int index, const QString& display = {}) = 0;
   /// Opens the panel of a widget beside its tile on a display, or closes it when it is open.
   virtual void openPanel(const QString& display, const QUuid& widget) = 0;
   /// Gives the system's own dock back until the layout changes.

@@ -26,7 +26,7 @@ class NoCommands : public Commands {
   bool isDockHidden() const override { return false; }
   void focusDock() override {}
   void chooseLayout(DockLayout) override {}
-  void selectProfile(int) override {}
+  void selectProfile(int, const QString&) override {}
   void openPanel(const QString&, const QUuid&) override {}
   void restoreSystemDock() override {}
   void chooseDockPicture() override {}

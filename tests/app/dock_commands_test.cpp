@@ -267,7 +267,7 @@ TEST_F(CommandsTest, CalendarFoldersAreKeptForAllCalendars) {
     config.nativeConnections = QStringList{u"player"_s, u"calendarFolder:not/absolute"_s};
     config.profiles[0].widgets = {{QUuid::createUuid(), u"remindersNext"_s, {}, {}}};
   });
-  const auto tail = [&] { return lines(menus->tile(widget(0).id, u"L"_s)).section(u"|-|"_s, 1); };
+  const auto tail = [&] { return lines(menus->tile(widget(0).id, u"L"_s)).section(u"|-|"_s, 2, 2); };
   EXPECT_EQ(tail(), u"Add Calendar Folder…"_s);
   choose(menus->tile(widget(0).id, u"L"_s), u"Add Calendar Folder…"_s);
   EXPECT_EQ(asked.asked, QStringList{u"calendar folder"_s});
@@ -279,21 +279,49 @@ TEST_F(CommandsTest, CalendarFoldersAreKeptForAllCalendars) {
   EXPECT_EQ(store->config().nativeConnections, (QStringList{u"player"_s, u"calendarFolder:not/absolute"_s}));
 }
 
+TEST_F(CommandsTest, TheMenuOfADockHasWhatIsAskedOfAllOfIt) {
+  store->newProfile(u"Evening"_s, false);
+  store->selectProfile(store->config().profiles[0].id);
+  store->pinDisplay(u"R"_s, store->config().profiles[1].id);
+  const auto menu = menus->dock(u"R"_s);
+  EXPECT_EQ(lines(menu), u"Add Widgets…|Settings…|-|(Layout)|(Profiles)|Hide|-|Help|Quit Tarnwick"_s);
+  EXPECT_EQ(lines(menu[3].entries).count(u'*'), 1);
+  EXPECT_TRUE(
+      menu[3].entries[std::ranges::find(kDockLayouts, store->config().layout) - kDockLayouts.begin()].checked.value());
+  EXPECT_EQ(lines(menu[4].entries), store->config().profiles[0].name + u"|*Evening"_s);
+  for (const DockMenuEntry& entry : menu)
+    if (entry.run) entry.run();
+  menu[3].entries[1].run();
+  menu[4].entries[0].run();
+  EXPECT_EQ(asked.asked,
+            (QStringList{u"library R"_s, u"settings"_s, u"toggle"_s, u"help"_s, u"quit"_s, u"profile 0 R"_s}));
+  EXPECT_EQ(asked.layouts, QList{kDockLayouts[1]});
+
+  // To a screen reader each entry is an action of its own.
+  const auto flat = DockMenuModel::flat(menu);
+  EXPECT_EQ(flat.size(), menu.size() - 2 + kDockLayouts.size() + 2);
+  EXPECT_TRUE(std::ranges::any_of(flat, [](const DockMenuEntry& each) { return each.text == u"Profiles: Evening"_s; }));
+  QMenu shown;
+  DockMenuModel::fill(shown, menu);
+  ASSERT_TRUE(shown.actions()[4]->menu());
+  EXPECT_TRUE(shown.actions()[4]->menu()->actions()[1]->isChecked());
+}
+
 TEST_F(CommandsTest, MenusOfferWhatAppliesNow) {
   const auto tile = [&](qsizetype index) { return menus->tile(widget(index).id, u"L"_s); };
   EXPECT_EQ(lines(tile(0)),
-            u"Open Editor & Co|Edit Widget…|App Icon…|(Reset Icon)|(Move Left)|Move Right|Remove Widget|-|"
-            "New Window|Tips"_s);
-  EXPECT_EQ(lines(tile(1)), u"Open home|Edit Widget…|Move Left|Move Right|Remove Widget|-|Show in File Manager"_s);
-  EXPECT_EQ(lines(tile(2)), u"Open Trash|Edit Widget…|Move Left|Move Right|Remove Widget|-|(Empty Trash…)"_s);
-  EXPECT_EQ(lines(tile(4)), u"Edit Widget…|Move Left|(Move Right)|Remove Widget"_s);
+            u"Open Editor & Co|Edit Widget…|App Icon…|(Reset Icon)|(Move Left)|Move Right|-|Remove Widget|-|"
+            "New Window|Tips|-|Add Widgets…|Settings…"_s);
+  const auto head = [&](qsizetype index) { return lines(tile(index)).section(u"|-|Add Widgets…"_s, 0, 0); };
+  EXPECT_EQ(head(1), u"Open home|Edit Widget…|Move Left|Move Right|-|Remove Widget|-|Show in File Manager"_s);
+  EXPECT_EQ(head(2), u"Open Trash|Edit Widget…|Move Left|Move Right|-|Remove Widget|-|(Empty Trash…)"_s);
+  EXPECT_EQ(head(4), u"Edit Widget…|Move Left|(Move Right)|-|Remove Widget"_s);
   QGuiApplication::setLayoutDirection(Qt::RightToLeft);
-  EXPECT_EQ(lines(tile(4)), u"Edit Widget…|(Move Left)|Move Right|Remove Widget"_s);
+  EXPECT_EQ(head(4), u"Edit Widget…|(Move Left)|Move Right|-|Remove Widget"_s);
   choose(tile(4), u"Move Right"_s);
   QGuiApplication::setLayoutDirection(Qt::LeftToRight);
-  EXPECT_EQ(lines(tile(3)), u"Edit Widget…|Move Left|Move Right|Remove Widget"_s);
+  EXPECT_EQ(head(3), u"Edit Widget…|Move Left|Move Right|-|Remove Widget"_s);
   choose(tile(3), u"Move Right"_s);
-  EXPECT_EQ(lines(menus->dock(u"L"_s)), u"Add Widgets…|Settings…"_s);
   EXPECT_TRUE(menus->tile(QUuid::createUuid(), u"L"_s).isEmpty());
 
   windows().open(1, u"editor"_s);
@@ -303,9 +331,9 @@ TEST_F(CommandsTest, MenusOfferWhatAppliesNow) {
   desktop->files.count = 2;
   store->edit([](DockConfiguration& config) { config.desktop.customAppIcons.insert(u"editor"_s, u"x"_s); });
   EXPECT_EQ(lines(tile(0)),
-            u"Open Editor & Co|Edit Widget…|App Icon…|Reset Icon|(Move Left)|Move Right|Remove Widget|-|"
-            "New Window|Tips|-|*Letter|-|Quit"_s);
-  EXPECT_TRUE(lines(tile(2)).endsWith(u"|Empty Trash…"_s));
+            u"Open Editor & Co|Edit Widget…|App Icon…|Reset Icon|(Move Left)|Move Right|-|Remove Widget|-|"
+            "New Window|Tips|-|*Letter|-|Quit|-|Add Widgets…|Settings…"_s);
+  EXPECT_TRUE(head(2).endsWith(u"|Empty Trash…"_s));
   choose(menus->dock(u"L"_s), u"Add Widgets…"_s);
   choose(tile(0), u"Edit Widget…"_s);
   EXPECT_EQ(asked.asked, (QStringList{u"library L"_s, u"edit "_s + widget(0).id.toString()}));

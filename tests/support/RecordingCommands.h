@@ -26,6 +26,9 @@ class RecordingCommands : public NoCommands {
   void toggleDock() override { asked << QStringLiteral("toggle"); }
   bool isDockHidden() const override { return isHidden; }
   void chooseLayout(DockLayout layout) override { layouts << layout; }
+  void selectProfile(int index, const QString& display = {}) override {
+    asked << QStringLiteral("profile %1 %2").arg(index).arg(display);
+  }
   void openPanel(const QString& display, const QUuid& widget) override {
     asked << QStringLiteral("panel %1 %2").arg(display, widget.toString());
   }
