@@ -4,11 +4,9 @@
 #include <sys/stat.h>
 
 #include <QDBusConnection>
-#include <QDBusConnectionInterface>
 #include <QDBusReply>
 #include <QDir>
 #include <QFileInfo>
-#include <QProcess>
 #include <cstdio>
 
 #include "config/Persistence.h"
@@ -208,23 +206,6 @@ TEST_F(ProgramTest, StaysWhenItsTerminalClosesUnderNohup) {
   EXPECT_TRUE(program.shows(0));
   program.signal(SIGTERM);
   EXPECT_EQ(program.end(), 0);
-}
-
-TEST_F(ProgramTest, KeepsWhatWasEnteredWhenItsDisplayGoes) {
-  // A display of its own: ending the test's would end the test.
-  QProcess server;
-  server.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"800x600x24"_s, u"-nolisten"_s, u"tcp"_s});
-  ASSERT_TRUE(server.waitForReadyRead(10'000));
-  Program::setVariable(u"DISPLAY"_s, u":"_s + QString::fromLatin1(server.readLine().trimmed()));
-  Program program(home());
-  QDBusConnectionInterface& bus = *QDBusConnection::sessionBus().interface();
-  ASSERT_TRUE(VirtualDisplay::waitUntil(
-      [&] { return bus.servicePid(u"com.brindlemoor.Tarnwick"_s) == static_cast<uint>(program.pid()); }));
-  server.kill();
-  ASSERT_TRUE(server.waitForFinished());
-  EXPECT_EQ(program.end(), 1);  // The toolkit's own end.
-  ASSERT_TRUE(QFile::exists(file()));
-  EXPECT_EQ(contents(file()), Persistence::encode(Persistence::read(file())));
 }
 
 TEST_F(ProgramTest, SettingsThatCannotBeUsedAreKeptAndTheMessageShows) {
