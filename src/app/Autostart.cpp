@@ -47,7 +47,8 @@ bool switchesOff(QByteArrayView line) {
   if (equals < 0) return false;
   const QByteArrayView key = line.first(equals).trimmed();
   const QByteArrayView value = line.sliced(equals + 1).trimmed();
-  return (key == "Hidden" && value == "true") || (key == "X-GNOME-Autostart-enabled" && value == "false");
+  return (key == "Hidden" && KeyFile::isTrue(QString::fromUtf8(value))) ||
+         (key == "X-GNOME-Autostart-enabled" && value == "false");
 }
 
 /// Whether a command line starts this program: this copy, another build or the installed one.
@@ -64,8 +65,8 @@ Entry look(const Autostart& place) {
   const KeyFile entry = KeyFile::read(place.file);
   const QString group = u"Desktop Entry"_s;
   if (!isOurs(entry.string(group, u"Exec"_s), place.executable)) return Entry::Foreign;
-  const bool isOff = entry.flag(group, u"Hidden"_s) ||
-                     entry.string(group, u"X-GNOME-Autostart-enabled"_s).trimmed() == "false"_L1;
+  const bool isOff =
+      entry.flag(group, u"Hidden"_s) || entry.string(group, u"X-GNOME-Autostart-enabled"_s).trimmed() == "false"_L1;
   return isOff ? Entry::SwitchedOff : Entry::On;
 }
 

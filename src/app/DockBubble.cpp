@@ -1,5 +1,7 @@
 #include "app/DockBubble.h"
 
+#include <algorithm>
+
 #include "app/BubblePlace.h"
 #include "app/PanelHost.h"
 #include "dock/DockController.h"
@@ -27,6 +29,13 @@ DockBubble::DockBubble(DockBubbleParts parts, Maker make) : parts_(parts), maker
 DockBubble::~DockBubble() = default;
 
 int DockBubble::height() const { return panel_ ? bubble_->bubbleSize().height() : 0; }
+
+QRect DockBubble::frame() const {
+  if (!panel_ || !placement_) return {};
+  const QList<Screen> screens = parts_.screens->all();
+  const auto screen = std::ranges::find(screens, placement_->screen, &Screen::id);
+  return screen == screens.end() ? QRect() : placement_->rectangle.translated(screen->frame.topLeft().toPoint());
+}
 
 void DockBubble::arrangeSoon() {
   arranging_ = parts_.store->scheduler().after(kOnceTheDockStands, [this] { arrange(); });

@@ -48,6 +48,8 @@ class DockBubble final : public QObject {
   void arrangeSoon();
   /// Of the bubble; 0 while none is shown.
   int height() const;
+  /// Where it stands, in desktop coordinates; empty while none is shown.
+  QRect frame() const;
 
  private:
   void make();

@@ -87,6 +87,13 @@ void DockPresenter::connectContents() {
 
 void DockPresenter::connectDocks() {
   tips_.setController(&dock_);
+  tips_.setBesideDocks([this] {
+    QList<QRect> frames;
+    if (message_) frames << message_->frame();
+    if (bubble_) frames << bubble_->frame();
+    frames.removeIf([](const QRect& frame) { return frame.isEmpty(); });
+    return frames;
+  });
   dock_.hasActivePanel = [this](const QString& display) { return isBusy(display); };
   connect(&dock_, &DockController::placed, this, [this](const QString& display) {
     applicationsPlaced(display);
@@ -184,6 +191,7 @@ ReadingServices DockPresenter::readingServices() const {
   ReadingServices readings = setup_.readings.services();
   readings.apps = &services_.installedApps;
   readings.windows = &services_.windows;
+  readings.sendsNearby = static_cast<bool>(setup_.sendNearby);
   readings.icons = [&icons = services_.icons](const QString& icon, int size, double ratio) {
     return icons.pixmap(icon, size, ratio);
   };

@@ -1,5 +1,8 @@
 #include "app/TipHost.h"
 
+#include <algorithm>
+#include <cstdlib>
+
 #include "dock/DockController.h"
 #include "store/AppStore.h"
 #include "views/dock/TipBubble.h"
@@ -7,7 +10,9 @@
 namespace tarnwick {
 namespace {
 
-constexpr int kTipGap = 8;  ///< Between the glass and the tip.
+constexpr int kTipGap = 8;   ///< Between the glass and the tip.
+constexpr int kReach = 160;  ///< How far a tip reaches beyond its tile.
+constexpr int kNear = 240;   ///< What is further from a tile belongs to another dock.
 
 }  // namespace
 
@@ -41,7 +46,7 @@ void TipHost::open(const QString& display, const DockTip& tip) {
   style.gap = kTipGap;
   style.takesKeys = style.takesClicks = style.closesOutside = false;
   display_ = display;
-  popup_ = owner->popup(std::move(bubble), controller_->mapFromContent(display, tip.beside), style);
+  popup_ = owner->popup(std::move(bubble), besideOf(tip), style);
   const auto lost = [this] { popup_.reset(); };
   connect(owner, &Panel::closed, popup_.get(), lost);
   connect(owner, &QObject::destroyed, popup_.get(), lost);
@@ -52,9 +57,25 @@ void TipHost::open(const QString& display, const DockTip& tip) {
   connect(popup_.get(), &Popup::closed, this, closed, Qt::QueuedConnection);
 }
 
+/// The tile, and with it the bubble that stands over it.
+QRect TipHost::besideOf(const DockTip& tip) const {
+  const QRect tile = tip.beside.translated(controller_->contentOrigin(display_).toPoint());
+  QRect beside = tile;
+  const auto frames = besideDocks_ ? besideDocks_() : QList<QRect>();
+  for (const QRect& frame : frames) {
+    const bool isOverIt = frame.left() <= tile.right() + kReach && frame.right() >= tile.left() - kReach &&
+                          std::abs(frame.center().y() - tile.center().y()) < kNear;
+    if (!isOverIt) continue;
+    beside.setTop(std::min(beside.top(), frame.top()));
+    beside.setBottom(std::max(beside.bottom(), frame.bottom()));
+  }
+  return controller_->mapFromContent(display_, tip.beside)
+      .adjusted(0, beside.top() - tile.top(), 0, beside.bottom() - tile.bottom());
+}
+
 void TipHost::follow(const DockTip& tip) {
   bubble_->setText(tip.text);
-  popup_->moveBeside(controller_->mapFromContent(display_, tip.beside));
+  popup_->moveBeside(besideOf(tip));
 }
 
 }  // namespace tarnwick

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <QList>
 #include <QObject>
+#include <QRect>
 #include <QString>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -24,6 +27,8 @@ class TipHost final : public QObject {
   ~TipHost() override;
 
   void setController(DockController* controller) { controller_ = controller; }
+  /// Says what else stands beside a dock, in desktop coordinates: a tip keeps clear of it.
+  void setBesideDocks(std::function<QList<QRect>()> frames) { besideDocks_ = std::move(frames); }
   /// What a display's dock says of what is pointed at now; nothing takes its tip away, and leaves that of another dock.
   void show(const QString& display, const std::optional<DockTip>& tip);
   /// Takes it away where it belongs to this display.
@@ -33,11 +38,13 @@ class TipHost final : public QObject {
 
  private:
   void open(const QString& display, const DockTip& tip);
+  QRect besideOf(const DockTip& tip) const;
   void follow(const DockTip& tip);
 
   const AppStore& store_;
   const Panels& panels_;
   DockController* controller_ = nullptr;
+  std::function<QList<QRect>()> besideDocks_;
   QString display_;
   std::unique_ptr<Popup> popup_;
   TipBubble* bubble_ = nullptr;  // Owned by the popup.

@@ -107,8 +107,9 @@ QString Windows::actedOn() const { return delegate_.store().activeDisplay; }
 void Windows::showSettings() {
   delegate_.followLoginEntry();
   present(settings_, u"settings"_s, {}, [this] {
-    return new SettingsWindow(delegate_.store(), {delegate_.presenter().edits(), services_.screens, delegate_.commands(),
-                                                  delegate_.keys(), [this] { return abilities(); }});
+    return new SettingsWindow(delegate_.store(),
+                              {delegate_.presenter().edits(), services_.screens, delegate_.commands(), delegate_.keys(),
+                               [this] { return abilities(); }});
   });
 }
 
@@ -159,8 +160,9 @@ void Windows::showOnboarding() {
 
 void Windows::keepSetupPage(int page) {
   delegate_.store().edit([page](DockConfiguration& config) {
-    const bool isNew = page == 0 || config.onboardingComplete;
-    config.desktop.desk = isNew ? std::nullopt : std::optional(DeskOptions{.setupPage = page});
+    DeskOptions desk = config.desktopOptions().desk.value_or(DeskOptions());
+    desk.setupPage = config.onboardingComplete ? 0 : page;
+    config.desktop.desk = desk == DeskOptions() ? std::nullopt : std::optional(desk);
   });
 }
 
@@ -173,9 +175,8 @@ void Windows::showHelp() {
 }
 
 void Windows::followStatusItem(StatusItem& item) {
-  connect(&item, &StatusItem::panelToggled, this, [this, &item] {
-    makeStatusPanel().toggle(item.place(), delegate_.isDark());
-  });
+  connect(&item, &StatusItem::panelToggled, this,
+          [this, &item] { makeStatusPanel().toggle(item.place(), delegate_.isDark()); });
   connect(&item, &StatusItem::menuRequested, this,
           [this, &item](QMenu& menu) { makeStatusPanel().openMenu(menu, item.place()); });
   connect(&item, &StatusItem::panelDismissed, this, [this] {
@@ -184,8 +185,7 @@ void Windows::followStatusItem(StatusItem& item) {
 }
 
 MenuBarPopup& Windows::makeStatusPanel() {
-  if (!statusPanel_)
-    statusPanel_ = std::make_unique<MenuBarPopup>(delegate_.store(), services_, delegate_.commands());
+  if (!statusPanel_) statusPanel_ = std::make_unique<MenuBarPopup>(delegate_.store(), services_, delegate_.commands());
   return *statusPanel_;
 }
 

@@ -108,8 +108,9 @@ QStringList KeyFile::list(const QString& group, const QString& key) const {
   return result;
 }
 
-bool KeyFile::flag(const QString& group, const QString& key) const {
-  const QString value = string(group, key);
+bool KeyFile::flag(const QString& group, const QString& key) const { return isTrue(string(group, key)); }
+
+bool KeyFile::isTrue(const QString& value) {
   return value.compare("true"_L1, Qt::CaseInsensitive) == 0 || value == "1"_L1;
 }
 

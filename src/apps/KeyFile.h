@@ -25,6 +25,8 @@ class KeyFile {
   QString string(const QString& group, const QString& key) const;
   /// The items between semicolons, empty ones left out.
   QStringList list(const QString& group, const QString& key) const;
+  /// How desktop files write that something holds: "true" in any case, or "1".
+  static bool isTrue(const QString& value);
   bool flag(const QString& group, const QString& key) const;
 
  private:

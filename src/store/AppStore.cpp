@@ -60,6 +60,8 @@ bool AppStore::load() {
     config_ = loaded.configuration;
     if (!loaded.error.isEmpty()) setError(loaded.error);
     hasLostSettings_ = loaded.origin == SettingsLoader::Origin::Recovery;
+    // Whose settings were lost is told so, and not greeted as new: neither now nor at the next start.
+    if (hasLostSettings_) config_.onboardingComplete = true;
     if (!loaded.ready) return false;
     hasRead_ = loaded.origin == SettingsLoader::Origin::File;
     startSaving(loaded.origin, seconds);

@@ -386,6 +386,7 @@ TEST(Autostart, LeavesAloneWhatIsNotItsOwn) {
       {"switched off", ours + "Hidden=true\n" + actions, false, true, ours + actions, ours + "Hidden=true\n" + actions},
       {"switched off, in blanks", "[Desktop Entry]\nHidden = true\nExec=tarnwick", false, true,
        "[Desktop Entry]\nExec=tarnwick", "[Desktop Entry]\nHidden = true\nExec=tarnwick"},
+      {"switched off, in a capital", ours + "Hidden=True\n", false, true, ours, ours + "Hidden=True\n"},
       {"switched off by another desktop's tool", ours + "X-GNOME-Autostart-enabled=false\n", false, true, ours,
        ours + "X-GNOME-Autostart-enabled=false\n"},
       {"of another program", foreign, false, false, foreign, foreign},

@@ -221,6 +221,7 @@ TEST_F(LibraryWindowTest, ACardSaysWhetherItsPictureIsASampleOrItsWidgetComesLat
   for (const auto& [section, title, mark] : QList<Case>{{u"Weather"_s, u"Forecast"_s, u"Later"_s},
                                                         {u"Clocks"_s, u"Flip Clock"_s, {}},
                                                         {u"System"_s, u"Temperature"_s, u"Sample"_s},
+                                                        {u"Productivity"_s, u"Drink Water"_s, u"Sample"_s},
                                                         {u"System"_s, u"CPU"_s, {}}}) {
     window_->showCategory(section);
     QTest::qWait(0);

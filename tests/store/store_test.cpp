@@ -239,6 +239,10 @@ TEST_F(StoreTest, ACorruptFileIsPreservedAndARescueThatFailsStopsTheProgramFromW
   EXPECT_TRUE(store->hasLostSettings());
   // Whose credentials are still wanted stands in the file that could not be read.
   EXPECT_TRUE(journal.calls.filter(u"orphans"_s).isEmpty());
+  store->shutdown();
+  store.reset();
+  start();
+  EXPECT_TRUE(store->config().onboardingComplete) << "nobody is greeted as new the next time either";
   store.reset();
 
   write("{ this is not");

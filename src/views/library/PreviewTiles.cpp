@@ -29,10 +29,12 @@ QList<QUuid> PreviewTiles::refresh(const QList<DockWidget>& widgets, const QDate
   TileSources values = own;
   if (examples_) samples_.fill(values, shown);
   QList<QUuid> changed;
-  for (const DockWidget& widget : shown) {
+  for (qsizetype i = 0; i < shown.size(); ++i) {
+    const DockWidget& widget = shown[i];
     const WidgetDefinition& definition = Catalog::find(widget.kind);
     TileContent content = makeTileContent(widget, definition, values);
-    const bool isSample = examples_ && content != makeTileContent(widget, definition, own);
+    // What the widget would show as it is added is no sample.
+    const bool isSample = examples_ && content != makeTileContent(widgets[i], definition, own);
     const bool wasSample = samplesShown_.contains(widget.id);
     if (isSample)
       samplesShown_.insert(widget.id);

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "views/dock/DockView.h"
+#include "views/families/Rooms.h"
 #include "views/snapshot/SnapshotFixture.h"
 #include "views/theme/Glass.h"
 #include "views/theme/SceneColors.h"
@@ -33,6 +34,7 @@ void DockScene::render() {
   view.setAttribute(Qt::WA_TranslucentBackground);
   DockRow row = SnapshotFixture::starterDock();
   row.runningApps.clear();
+  row.widgets.removeIf([](const DockWidget& widget) { return Rooms::comesLater(widget.kind); });
   row.scale = kScale;
   view.setRow(row);
   row.scale = scale_ = kScale * std::min(1.0, (width() - kFoot * 2) / view.idealRowWidth());

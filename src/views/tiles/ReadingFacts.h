@@ -41,7 +41,7 @@ struct ReadingFacts {
   QList<double> downloadHistory;  ///< Bytes per second, oldest first, like the other one.
   QList<double> uploadHistory;
   std::optional<double> celsius;  ///< Of the processor; absent without a sensor.
-  bool hasNoSensor = false;  ///< Whether the processor's sensors were asked, and there is none.
+  bool hasNoSensor = false;       ///< Whether the processor's sensors were asked, and there is none.
   QList<double> celsiusHistory;
   QList<ProcessUsage> processes;
   QString processMessage;
@@ -49,7 +49,8 @@ struct ReadingFacts {
   QStringList recentNames;                            ///< Of the files that were open last, the latest first.
   std::optional<QList<ScreenshotFacts>> screenshots;  ///< The newest first; absent until the folder was read.
   QString screenshotProblem;                          ///< Why the folder could not be read; else empty.
-  std::optional<qint64> bookmarks;                    ///< Absent until they were counted.
+  bool sendsNearby = false;         ///< Whether a program is installed that sends files to devices nearby.
+  std::optional<qint64> bookmarks;  ///< Absent until they were counted.
 };
 
 }  // namespace tarnwick

@@ -30,6 +30,7 @@ struct ReadingServices {
   MachineDetails* machine = nullptr;
   InstalledApps* apps = nullptr;
   const ClientWindows* windows = nullptr;  ///< Those of other programs.
+  bool sendsNearby = false;                ///< As in ReadingFacts.
   /// The pictures of applications, by what their tiles know them by; empty where there are none.
   TileIcons icons{};
   /// Answers in place of the disk, for pictures of panels; empty otherwise.

@@ -20,18 +20,27 @@ TileContent batteries(const TileRequest& request) {
   return content;
 }
 
-/// It takes what is dropped on it.
+/// It takes what is dropped on it, where there is a program to send it with.
 TileContent nearbyShare(const TileRequest& request) {
   GenericContent content = makeGeneric(request);
-  content.word = TileWords::tr("Drop files");
+  content.word = request.sources.readings.sendsNearby ? TileWords::tr("Drop files") : TileWords::tr("No sender");
   return content;
 }
 
-PlainWords nearbyShareWords(const TilePanel&, const TileSources&) {
+PlainWords nearbyShareWords(const TilePanel&, const TileSources& sources) {
+  if (!sources.readings.sendsNearby)
+    return {PanelWords::tr("Nothing on this computer can send files to devices nearby. Install bluetooth-sendto or "
+                           "blueman-sendto, and start Tarnwick again."),
+            {}};
   return {PanelWords::tr("Drop files on this tile to send them to a device nearby, by the Bluetooth program of this "
                          "desktop."),
           {}};
 }
+
+void readNearby(ReadingFacts& readings, const ReadingServices& services) {
+  readings.sendsNearby = services.sendsNearby;
+}
+void pictureNearby(TileSources& sources) { sources.readings.sendsNearby = true; }
 
 std::unique_ptr<TilePanel> makeNearbySharePanel(const PanelContext& context) {
   return makePlainPanel(context, nearbyShareWords);
@@ -42,12 +51,13 @@ constexpr std::array kFamilies = {
             .content = batteries,
             .accent = always<Accent::Green>,
             .comesLater = true},
-    RoomRow{.word = familyText(Family::Airdrop), .content = nearbyShare, .panel = makeNearbySharePanel},
+    RoomRow{
+        .word = familyText(Family::Airdrop), .content = nearbyShare, .panel = makeNearbySharePanel, .read = readNearby},
 };
 
 }  // namespace
 
 extern const Room kDevicesRoom;
-constinit const Room kDevicesRoom{.name = "devices"_L1, .families = kFamilies};
+constinit const Room kDevicesRoom{.name = "devices"_L1, .families = kFamilies, .picture = pictureNearby};
 
 }  // namespace tarnwick
