@@ -10,9 +10,9 @@
 namespace tarnwick {
 namespace {
 
-constexpr int kTipGap = 8;   ///< Between the glass and the tip.
-constexpr int kReach = 160;  ///< How far a tip reaches beyond its tile.
-constexpr int kNear = 240;   ///< What is further from a tile belongs to another dock.
+constexpr int kTipGap = 8;      ///< Between the glass and the tip.
+constexpr int kReach = 160;     ///< How far a tip reaches beyond its tile.
+constexpr int kSameDock = 240;  ///< What is further from a tile belongs to another dock.
 
 }  // namespace
 
@@ -64,7 +64,7 @@ QRect TipHost::besideOf(const DockTip& tip) const {
   const auto frames = besideDocks_ ? besideDocks_() : QList<QRect>();
   for (const QRect& frame : frames) {
     const bool isOverIt = frame.left() <= tile.right() + kReach && frame.right() >= tile.left() - kReach &&
-                          std::abs(frame.center().y() - tile.center().y()) < kNear;
+                          std::abs(frame.center().y() - tile.center().y()) < kSameDock;
     if (!isOverIt) continue;
     beside.setTop(std::min(beside.top(), frame.top()));
     beside.setBottom(std::max(beside.bottom(), frame.bottom()));
