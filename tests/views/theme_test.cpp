@@ -8,6 +8,7 @@
 #include "views/theme/Glass.h"
 #include "views/theme/IconStyle.h"
 #include "views/theme/Palette.h"
+#include "views/theme/SmoothLine.h"
 #include "views/theme/SymbolTable.h"
 #include "views/theme/Symbols.h"
 #include "views/theme/Theme.h"
@@ -23,6 +24,41 @@ namespace {
 constexpr TextStyle kTextStyles[] = {TextStyle::Display, TextStyle::Headline, TextStyle::Title,     TextStyle::Body,
                                      TextStyle::ListRow, TextStyle::Caption,  TextStyle::GaugeLabel};
 
+}
+
+TEST(SmoothLine, FlowsThroughTheSamplesWithoutLeavingTheRangeOfNeighbours) {
+  const QList<QList<QPointF>> cases = {
+      {{0, 5}},
+      {{0, 0}, {4, 8}},
+      {{0, 0}, {1, 0}, {2, 10}, {3, 10}, {4, 10}, {5, 2}, {6, 9}},
+      {{0, 3}, {1, 3.5}, {5, 90}, {6, 1}, {6.5, 1}, {12, 40}},
+  };
+  for (const QList<QPointF>& samples : cases) {
+    const QPainterPath line = smoothLine(samples);
+    for (int i = 0; i + 1 < samples.size(); ++i) {
+      const QPointF from = samples[i], to = samples[i + 1];
+      const QPointF first = line.elementAt(1 + 3 * i), second = line.elementAt(2 + 3 * i);
+      EXPECT_EQ(QPointF(line.elementAt(3 + 3 * i)), to);
+      const auto [low, high] = std::minmax(from.y(), to.y());
+      double before = from.y();
+      for (double t = 0; t <= 1; t += 0.05) {
+        const double u = 1 - t;
+        const double y =
+            u * u * u * from.y() + 3 * u * u * t * first.y() + 3 * u * t * t * second.y() + t * t * t * to.y();
+        EXPECT_TRUE(y >= low - 1e-9 && y <= high + 1e-9) << i << " at " << t;
+        EXPECT_GE((y - before) * (to.y() - from.y()), -1e-9) << "it turns back between two samples";
+        before = y;
+      }
+    }
+  }
+  EXPECT_TRUE(smoothLine({}).isEmpty());
+
+  // A ramp is straight, not a row of steps.
+  const QPainterPath ramp = smoothLine({{0, 0}, {1, 2}, {2, 4}, {3, 6}});
+  for (double share = 0; share <= 1; share += 0.01) {
+    const QPointF at = ramp.pointAtPercent(share);
+    EXPECT_NEAR(at.y(), at.x() * 2, 1e-6);
+  }
 }
 
 TEST(Text, FiguresKeepTheirWidthWhateverTheirDigits) {

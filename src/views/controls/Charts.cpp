@@ -8,6 +8,7 @@
 #include "views/controls/ControlTheme.h"
 #include "views/controls/Mirroring.h"
 #include "views/theme/Glass.h"
+#include "views/theme/SmoothLine.h"
 
 namespace tarnwick {
 
@@ -128,18 +129,13 @@ void ChartView::paintLine(QPainter& painter, const QRectF& box, const ChartSerie
     const double value = std::isfinite(series.values[i]) ? std::clamp(series.values[i] / top, 0.0, 1.0) : 0;
     return QPointF(box.right() - step * static_cast<double>(count - 1 - i), box.bottom() - value * box.height());
   };
-  QPainterPath line(point(0));
-  for (qsizetype i = 1; i < count; ++i) {
-    // Level at each value: the line never leaves the range of its neighbours.
-    const QPointF from = point(i - 1);
-    const QPointF to = point(i);
-    const double middle = (from.x() + to.x()) / 2;
-    line.cubicTo({middle, from.y()}, {middle, to.y()}, to);
-  }
+  QList<QPointF> points;
+  for (qsizetype i = 0; i < count; ++i) points << point(i);
+  const QPainterPath line = smoothLine(points);
   if (series_.size() == 1 && count > 1) {
     QPainterPath area = line;
     area.lineTo(box.right(), box.bottom());
-    area.lineTo(point(0).x(), box.bottom());
+    area.lineTo(points.first().x(), box.bottom());
     area.closeSubpath();
     QLinearGradient fill(box.topLeft(), box.bottomLeft());
     fill.setColorAt(0, faded(color, kFillTop));
@@ -147,7 +143,7 @@ void ChartView::paintLine(QPainter& painter, const QRectF& box, const ChartSerie
     painter.fillPath(area, fill);
   }
   painter.strokePath(line, QPen(color, kLineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-  const QPointF last = point(count - 1);
+  const QPointF last = points.last();
   painter.setPen(Qt::NoPen);
   painter.setBrush(faded(color, 0.25));
   painter.drawEllipse(last, kHalo, kHalo);

@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "views/theme/Bands.h"
+#include "views/theme/SmoothLine.h"
 #include "views/tiles/TileCanvas.h"
 
 namespace tarnwick {
@@ -35,16 +36,6 @@ QList<QPointF> pointsOf(const QRectF& box, const QList<double>& values, const Ch
   return points;
 }
 
-/// Level at each value, so that the line never leaves the range of its neighbours.
-QPainterPath lineThrough(const QList<QPointF>& points) {
-  QPainterPath line(points.first());
-  for (qsizetype i = 1; i < points.size(); ++i) {
-    const double middle = (points[i - 1].x() + points[i].x()) / 2;
-    line.cubicTo({middle, points[i - 1].y()}, {middle, points[i].y()}, points[i]);
-  }
-  return line;
-}
-
 void paintArea(QPainter& painter, const QRectF& box, QPainterPath area, const QList<QPointF>& points,
                const ChartLook& look) {
   const double foot = look.hanging ? box.top() : box.bottom();
@@ -71,7 +62,7 @@ void paintChart(TileCanvas& canvas, const QRectF& box, const QList<double>& valu
   QPainter& painter = canvas.painter();
   const QList<QPointF> points = pointsOf(box, values, look);
   if (points.size() > 1) {
-    const QPainterPath line = lineThrough(points);
+    const QPainterPath line = smoothLine(points);
     if (look.filled) paintArea(painter, box, line, points, look);
     QPainterPathStroker pen;
     pen.setWidth(kLineWidth);
