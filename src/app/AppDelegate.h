@@ -66,7 +66,10 @@ class AppDelegate : public QObject {
   /// The same when the display is gone and the process is about to end: saves, and gives back what needs no window.
   void willTerminateWithoutDisplay() noexcept;
 
+  /// Does it, or shows why it cannot be done.
   void perform(const Order& order);
+  /// Why an order cannot be done now, as a sentence; empty where it can.
+  QString refusal(const Order& order) const;
   /// Files handed to the program: Space files are imported, others ignored.
   void open(const QStringList& urls);
   /// The user opened the program while it runs.
@@ -91,7 +94,6 @@ class AppDelegate : public QObject {
   void listenToScreens();
   void listenTo(SessionApplication& session);
   QJsonObject restoreForOthers();
-  void takeOrder(const QString& action, const QVariantList& parameter);
   bool handOverToTheNewBuild();
   void hotKeyPressed(quint32 identifier);
   void layoutDidChange();

@@ -4,6 +4,7 @@
 #include <QJsonObject>
 #include <QProcess>
 #include <QUrl>
+#include <optional>
 
 #include "app/AppDelegate.h"
 #include "app/RestoreDock.h"
@@ -17,6 +18,21 @@ namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// What is asked by the name of an action. Anybody on the bus may call, with anything.
+std::optional<Order> orderOf(const QString& action, const QVariantList& parameter) {
+  if (action == "toggle"_L1) return Order{Order::Kind::Toggle, 0};
+  if (action == "command-bar"_L1) return Order{Order::Kind::CommandBar, 0};
+  if (action == "focus"_L1) return Order{Order::Kind::Focus, 0};
+  bool isNumber = false;
+  const int index = parameter.value(0).toInt(&isNumber);
+  if (action == "profile"_L1 && isNumber) return Order{Order::Kind::Profile, index};
+  return std::nullopt;
+}
+
+}  // namespace
+
 void AppDelegate::listenToTheSession() {
   // The session's manager asks every program to save before it ends the session.
   connect(qApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager&) { store_->save(); });
@@ -25,13 +41,21 @@ void AppDelegate::listenToTheSession() {
   connect(&services_.session, &SessionEvents::ending, this, &AppDelegate::quit);
   listenTo(setup_.application);
   setup_.door.restoreDock = [this] { return restoreForOthers(); };
+  setup_.door.refusal = [this](const QString& action, const QVariantList& parameter) {
+    const auto order = orderOf(action, parameter);
+    return order ? refusal(*order) : QString();
+  };
   listenTo(setup_.door);
 }
 
 void AppDelegate::listenTo(SessionApplication& session) {
   connect(&session, &SessionApplication::activated, this, &AppDelegate::reopen);
   connect(&session, &SessionApplication::openRequested, this, &AppDelegate::open);
-  connect(&session, &SessionApplication::actionRequested, this, &AppDelegate::takeOrder);
+  connect(&session, &SessionApplication::actionRequested, this,
+          [this](const QString& action, const QVariantList& parameter) {
+            if (action == "quit"_L1) return quit();
+            if (const auto order = orderOf(action, parameter)) perform(*order);
+          });
   session.own();
 }
 
@@ -45,21 +69,18 @@ QJsonObject AppDelegate::restoreForOthers() {
   }
 }
 
-void AppDelegate::takeOrder(const QString& action, const QVariantList& parameter) {
-  if (action == "quit"_L1) quit();
-  if (action == "toggle"_L1) perform({Order::Kind::Toggle, 0});
-  if (action == "command-bar"_L1) perform({Order::Kind::CommandBar, 0});
-  if (action == "focus"_L1) perform({Order::Kind::Focus, 0});
-  if (action == "profile"_L1) {
-    // Anybody on the bus may call, with anything.
-    bool isNumber = false;
-    const int index = parameter.value(0).toInt(&isNumber);
-    if (isNumber) perform({Order::Kind::Profile, index});
-  }
+QString AppDelegate::refusal(const Order& order) const {
+  if (order.kind == Order::Kind::CommandBar && !commands_->can(Commands::Optional::CommandBar))
+    return tr("The command bar comes with a later version of Tarnwick.");
+  const qsizetype profiles = store_->config().profiles.size();
+  if (order.kind == Order::Kind::Profile && (order.profile < 0 || order.profile >= profiles))
+    return tr("There is no profile %1. The first one is 0, the last one %2.").arg(order.profile).arg(profiles - 1);
+  return {};
 }
 
 void AppDelegate::perform(const Order& order) {
   if (down_) return;
+  if (const QString sentence = refusal(order); !sentence.isEmpty()) return store_->setError(sentence);
   switch (order.kind) {
     case Order::Kind::Toggle:
       commands_->toggleDock();

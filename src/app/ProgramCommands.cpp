@@ -69,10 +69,6 @@ void ProgramCommands::importSpace(const QString& path) {
       tr("“%1” was not opened. Spaces come with a later version of Tarnwick.").arg(QFileInfo(path).fileName()));
 }
 
-void ProgramCommands::toggleCommandBar() {
-  delegate_.store().setError(tr("The command bar comes with a later version of Tarnwick."));
-}
-
 // --- Docks ----------------------------------------------------------------------------------------------------------
 
 void ProgramCommands::toggleDock() { delegate_.dock().toggle(); }

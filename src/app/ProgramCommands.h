@@ -33,7 +33,7 @@ class ProgramCommands final : public QObject, public Commands {
   void importSpace(const QString& path) override;
   void saveSpace() override {}
   void checkForUpdates() override {}
-  void toggleCommandBar() override;
+  void toggleCommandBar() override {}
 
   void toggleDock() override;
   bool isDockHidden() const override;

@@ -68,12 +68,13 @@ class HandOver {
   /// Whether nothing is asked but to come forward.
   bool isPlain() const { return isPlain_; }
 
-  /// Whether all has arrived by now. What arrived is not handed over again.
-  bool attempt(SessionApplication& session) {
+  /// Whether all has arrived by now. What arrived is not handed over again. An order goes by the socket where it can,
+  /// which alone answers that it is refused.
+  bool attempt(SessionApplication& session, SocketSession& socket) {
     if (isPlain_) return session.activateOther();
     if (!urls_.isEmpty() && !session.openInOther(urls_)) return false;
     urls_.clear();
-    return !order_ || give(*order_, session);
+    return !order_ || give(*order_, socket) || give(*order_, session);
   }
 
  private:
@@ -237,12 +238,18 @@ std::optional<int> SingleInstance::resolve(DataFolderLock& lock, SessionApplicat
 
   // The other copy may be just coming up or going down: it is asked until it answers, or until its place is free.
   HandOver handOver(line);
+  // What was not understood was said; nobody who asked only for that wants a window instead.
+  if (handOver.isPlain() && !line.remarks.isEmpty()) return kRefused;
   bool free = false;
   const bool settled = keepsLooking([&] {
     free = isFree();
-    return free || handOver.attempt(way());
+    return free || handOver.attempt(way(), door);
   });
   if (free) return std::nullopt;
+  if (!door.refused().isEmpty()) {
+    voices.say(door.refused());
+    return kRefused;
+  }
   if (settled || (handOver.isPlain() && !session.isReachable())) return 0;
   voices.say(QCoreApplication::translate("SingleInstance",
                                          "Tarnwick is already running with this data and could not be reached."));

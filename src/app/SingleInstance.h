@@ -40,6 +40,7 @@ struct SingleInstance {
 
   static constexpr double kPatience = 4;    ///< Seconds that a copy has to quit, or to take what is handed over.
   static constexpr double kPolling = 0.05;  ///< Seconds between two looks.
+  static constexpr int kRefused = 2;        ///< The status of a start whose request the running copy refused.
 
   /// What to do about a copy that runs. An unknown start of the other lets this one go on; an executable that is newer
   /// than the other's start replaces it.

@@ -19,6 +19,8 @@ const QString kAct = u"act"_s;
 const QString kUrls = u"urls"_s;
 const QString kAction = u"action"_s;
 const QString kParameter = u"parameter"_s;
+// Of an answer: why an action was not taken.
+const QString kRefused = u"refused"_s;
 
 }  // namespace
 
@@ -43,6 +45,7 @@ bool SocketSession::actInOther(const QString& action, const QVariantList& parame
 bool SocketSession::ask(QJsonObject request, const QString& kind) {
   request.insert(kAsk, kind);
   const auto [answer, isAwaited] = InstanceSocket::ask(directory_, request, kAnswerWithinMs);
+  refused_ = answer ? answer->value(kRefused).toString() : QString();
   // A copy that is only busy will do it; asked again it would do it twice.
   return isAwaited || (answer && !answer->isEmpty());
 }
@@ -63,6 +66,8 @@ QJsonObject SocketSession::answer(const QJsonObject& request) {
   } else if (kind == kAct) {
     const QString action = request.value(kAction).toString();
     const QVariantList parameter = request.value(kParameter).toArray().toVariantList();
+    if (const QString sentence = refusal ? refusal(action, parameter) : QString(); !sentence.isEmpty())
+      return {{kRefused, sentence}};
     later([this, action, parameter] { Q_EMIT actionRequested(action, parameter); });
   } else {
     return {};

@@ -24,6 +24,11 @@ class SocketSession final : public SessionApplication {
   bool openInOther(const QStringList& urls) override;
   bool actInOther(const QString& action, const QVariantList& parameter) override;
 
+  /// Says in a sentence why an action cannot be done; empty where it can. Without it all can.
+  std::function<QString(const QString& action, const QVariantList& parameter)> refusal;
+  /// What the running copy said to the last action that was asked of it; empty where it took it.
+  const QString& refused() const { return refused_; }
+
   /// Gives the system's dock back because a repair by hand asks for it, and answers as RestoreDock reads it. Without it
   /// this copy holds nothing.
   std::function<QJsonObject()> restoreDock;
@@ -33,6 +38,7 @@ class SocketSession final : public SessionApplication {
   bool ask(QJsonObject request, const QString& kind);
 
   QString directory_;
+  QString refused_;
   InstanceSocket socket_;
 };
 

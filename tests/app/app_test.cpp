@@ -246,16 +246,22 @@ TEST(SingleInstance, ReachesACopyWithoutANameByTheDoorBesideItsLock) {
                      [&](const QString& action, const QVariantList& parameter) {
                        note(action + u' ' + parameter.value(0).toString());
                      });
+    door->refusal = [](const QString& action, const QVariantList& parameter) {
+      return action == "profile"_L1 && parameter.value(0) == 7 ? u"There is no profile 7."_s : QString();
+    };
     EXPECT_TRUE(door->own());
   });
   FakeSession session;
   session.process = 0;
+  QStringList said;
   const auto resolve = [&](const QStringList& arguments) {
     DataFolderLock lock(folder.path());
     return SingleInstance::resolve(lock, session, u"/not/there"_s, CommandLine::parse(arguments),
-                                   {.say = [](const QString& sentence) { ADD_FAILURE() << qPrintable(sentence); },
-                                    .alert = {}});
+                                   {.say = [&](const QString& sentence) { said << sentence; }, .alert = {}});
   };
+  EXPECT_EQ(resolve({u"--foo"_s}), 2) << "nothing else is asked for, and what that was is said elsewhere";
+  EXPECT_EQ(resolve({u"--profile"_s, u"7"_s}), 2);
+  EXPECT_EQ(said, QStringList{u"There is no profile 7."_s});
   EXPECT_EQ(resolve({}), 0);
   EXPECT_EQ(resolve({u"--toggle"_s}), 0);
   EXPECT_EQ(resolve({folder.path(), u"--profile"_s, u"3"_s}), 0);
