@@ -141,7 +141,8 @@ std::unique_ptr<QMenuBar> makeApplicationMenu(Commands& commands) {
   entries.addLibrary(program);
   entries.addOptional(program, StatusMenuWords::tr("Check for Updates…"), &Commands::checkForUpdates,
                       Optional::CheckForUpdates);
-  entries.add(program, StatusMenuWords::tr("Quit Tarnwick"), &Commands::quit, kQuitKey);
+  // Without a key: in a window the usual one closes the window, since quitting takes the dock from the screen.
+  entries.add(program, StatusMenuWords::tr("Quit Tarnwick"), &Commands::quit);
   const auto refresh = [refreshers] {
     for (const auto& each : refreshers) each();
   };
@@ -157,7 +158,7 @@ std::unique_ptr<QMenuBar> makeApplicationMenu(Commands& commands) {
 
   QMenu& window = *bar->addMenu(StatusMenuWords::tr("Window"));
   QAction* close = window.addAction(StatusMenuWords::tr("Close"));
-  close->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_W));
+  close->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_W), QKeySequence(Qt::CTRL | Qt::Key_Q)});
   QObject::connect(close, &QAction::triggered, close, [] {
     if (QWidget* active = QApplication::activeWindow()) active->close();
   });

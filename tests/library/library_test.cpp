@@ -59,6 +59,12 @@ TEST(LibraryShelvesTest, AreSearchedByNameGroupAndKind) {
            {all, u"létters"_s, {u"Letters"_s}},
            {u"Clocks"_s, u"letters"_s, {}},
            {u"Photos"_s, {}, {u"Recent Photo"_s, u"Wallpaper"_s}},
+           {u"Clocks"_s,
+            u"timezone"_s,
+            {Catalog::find(u"worldClockCity"_s).name, Catalog::find(u"worldClockList"_s).name}},
+           {all, u"kitchen"_s, {u"Timer"_s}},
+           {all, u"disk"_s, {u"Storage"_s}},
+           {all, u"uptime"_s, {u"CPU"_s}},
            {all, u"movies"_s, {u"Videos"_s}},
            {all, u"folders home"_s, {u"Home"_s}},
            {all, u"no such thing"_s, {}},
@@ -240,7 +246,23 @@ TEST_F(LibraryWindowTest, ASectionShowsItsShelfAlone) {
   EXPECT_EQ(side->chosen(), u"All Widgets"_s) << "a search goes over everything";
   EXPECT_FALSE(view_.shelves().isEmpty());
   window_->showCategory(u"No such section"_s);
-  EXPECT_EQ(view_.shelves().size(), Catalog::categories().size() - 1);
+  EXPECT_EQ(view_.shelves().size(), Catalog::categories().size());
+  EXPECT_EQ(view_.shelves().first().items.size(), 12) << "a few to try, while nothing is searched";
+}
+
+TEST_F(LibraryWindowTest, TheNextWordAfterAnAdditionIsANewSearch) {
+  QTest::keyClicks(&field_, u"pomodoro"_s);
+  QTest::keyClick(&field_, Qt::Key_Return);
+  EXPECT_FALSE(note().isEmpty());
+  QTest::keyClicks(&field_, u"cpu"_s);
+  EXPECT_EQ(field_.text(), u"cpu"_s);
+  view_.setFocus();
+  for (const Qt::Key key : {Qt::Key_F, Qt::Key_A}) {
+    view_.setFocus();
+    QTest::keyClick(&view_, key, Qt::ControlModifier);
+    EXPECT_TRUE(field_.hasFocus());
+    EXPECT_EQ(field_.selectedText(), u"cpu"_s);
+  }
 }
 
 }  // namespace

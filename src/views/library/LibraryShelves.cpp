@@ -3,10 +3,13 @@
 #include <algorithm>
 
 #include "base/Text.h"
+#include "views/library/LibraryWords.h"
 #include "widgets/PinnedTiles.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/KindTraits.h"
+#include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
+#include "widgets/catalog/SearchWords.h"
 
 namespace tarnwick {
 
@@ -18,7 +21,10 @@ LibraryItem itemOf(LibraryEntry entry, const QString& group) {
   LibraryItem item;
   if (entry.widget) item.kind = entry.widget->kind;
   QString words = entry.title + u' ' + group + u' ' + item.kind;
-  if (!item.kind.isEmpty()) words += u' ' + Catalog::find(item.kind).name;
+  if (!item.kind.isEmpty()) {
+    const WidgetDefinition& definition = Catalog::find(item.kind);
+    words += u' ' + definition.name + u' ' + searchWords(definition);
+  }
   item.words = Text::folded(words);
   // The tile will have the name that the folder has here.
   const QString path = entry.widget ? entry.widget->options.value(option::path) : QString();
@@ -55,6 +61,14 @@ QList<LibraryShelf> LibraryShelves::all(const QList<StandardApplication>& applic
   for (const WidgetDefinition& extra : Catalog::extraItems()) extras.append(extra.id);
   shelves.append(shelfOfKinds(names.last(), u"ellipsis"_s, extras));
   return shelves;
+}
+
+LibraryShelf LibraryShelves::toTry() {
+  constexpr QLatin1StringView kinds[] = {
+      kind::digitalClock, kind::analogClassicLight, kind::worldClockCity, kind::calendar, kind::calendarYearProgress,
+      kind::timer,        kind::pomodoro,           kind::quickTodo,      kind::cpuChart, kind::ram,
+      kind::storage,      kind::networkChart};
+  return shelfOfKinds(LibraryWords::tr("Try these"), u"sparkles"_s, {std::begin(kinds), std::end(kinds)});
 }
 
 QList<LibraryShelf> LibraryShelves::fitting(const QList<LibraryShelf>& shelves, const QString& section,

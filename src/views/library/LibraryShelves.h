@@ -13,7 +13,7 @@ namespace tarnwick {
 struct LibraryItem {
   LibraryEntry entry;
   QString kind;   ///< Empty for a way to choose something.
-  QString words;  ///< What a search looks into: name, group and kind, folded.
+  QString words;  ///< What a search looks into: name, group, kind and what else it is called, folded.
 
   const QString& title() const { return entry.title; }
 };
@@ -29,6 +29,10 @@ struct LibraryShelf {
 struct LibraryShelves {
   /// Ready-made applications and folders, the groups of the catalog, the extra items.
   static QList<LibraryShelf> all(const QList<StandardApplication>& applications, const StandardFolders& folders);
+
+  /// A few kinds that work on every computer, for whoever does not know yet what to look for. It stands before the
+  /// others while everything is shown and nothing is searched.
+  static LibraryShelf toTry();
 
   /// The shelf named `section`, or all of them where no shelf is, as far as their items hold every word of `search`,
   /// whatever its case and accents. Shelves without an item are left out.

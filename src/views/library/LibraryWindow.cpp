@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QHBoxLayout>
+#include <QShortcut>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -118,6 +119,18 @@ void LibraryWindow::connectParts() {
     if (entry == entry_) note_->hide();
   });
   connect(&services_.apps, &InstalledApps::changed, this, &LibraryWindow::fill);
+  addSearchKeys();
+}
+
+/// From wherever the keyboard is, the next word is a new search.
+void LibraryWindow::addSearchKeys() {
+  for (const auto key : {QKeySequence::Find, QKeySequence::SelectAll}) {
+    auto* shortcut = new QShortcut(QKeySequence(key), this);
+    connect(shortcut, &QShortcut::activated, this, [this] {
+      field_->setFocus(Qt::ShortcutFocusReason);
+      field_->selectAll();
+    });
+  }
 }
 
 void LibraryWindow::showEvent(QShowEvent* event) {
@@ -156,8 +169,11 @@ void LibraryWindow::fill() {
 }
 
 void LibraryWindow::search() {
-  view_->setShelves(LibraryShelves::fitting(shelves_, side_->chosen(), field_->text()));
-  view_->choose(field_->text().trimmed().isEmpty() ? -1 : 0);
+  const bool isSearch = !field_->text().trimmed().isEmpty();
+  QList<LibraryShelf> shown = LibraryShelves::fitting(shelves_, side_->chosen(), field_->text());
+  if (!isSearch && side_->chosen() == Catalog::categories().first()) shown.prepend(toTry_);
+  view_->setShelves(shown);
+  view_->choose(isSearch ? 0 : -1);
 }
 
 void LibraryWindow::showCategory(const QString& category) {
@@ -245,6 +261,7 @@ void LibraryWindow::add(DockWidget widget) {
   const auto profile = std::ranges::find(profiles, target_, &DockProfile::id);
   note_->say(LibraryWords::tr("“%1” was added to “%2”.").arg(name, profile->name),
              !EditorFields::of(widget.kind).isEmpty());
+  field_->selectAll();  // What is typed next is another search.
 }
 
 }  // namespace tarnwick

@@ -44,6 +44,7 @@ class LibraryWindow final : public AppWindow {
   QWidget* makeSide();
   QWidget* makeBody();
   void connectParts();
+  void addSearchKeys();
   /// Takes what is installed and what the folders are.
   void fill();
   void search();
@@ -57,6 +58,7 @@ class LibraryWindow final : public AppWindow {
 
   AppStore& store_;
   LibraryServices services_;
+  LibraryShelf toTry_ = LibraryShelves::toTry();
   QList<LibraryShelf> shelves_;
   QUuid target_;
   QUuid added_;          ///< The widget that the note is about.

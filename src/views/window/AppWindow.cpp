@@ -20,6 +20,8 @@ namespace tarnwick {
 
 namespace {
 
+bool closesWindow(QKeyCombination keys) { return keys == (Qt::CTRL | Qt::Key_W) || keys == (Qt::CTRL | Qt::Key_Q); }
+
 bool isDarkNow() {
   constexpr int half = 128;
   return QApplication::palette().color(QPalette::Window).lightness() < half;
@@ -212,7 +214,7 @@ void AppWindow::keyPressEvent(QKeyEvent* event) {
     undo();
   } else if (event->matches(QKeySequence::Redo)) {
     redo();
-  } else if (event->keyCombination() == (Qt::CTRL | Qt::Key_W) || (event->key() == Qt::Key_Escape && escapeCloses_)) {
+  } else if (closesWindow(event->keyCombination()) || (event->key() == Qt::Key_Escape && escapeCloses_)) {
     close();
   } else {
     QWidget::keyPressEvent(event);
