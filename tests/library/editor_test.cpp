@@ -8,6 +8,7 @@
 #include <QTest>
 
 #include "library/LibraryFixture.h"
+#include "support/AccessibleWalk.h"
 #include "views/controls/Rows.h"
 #include "views/controls/Stepper.h"
 #include "views/controls/Switch.h"
@@ -52,6 +53,7 @@ TEST_F(EditorTest, EveryKindHasAFormOfNamedControlsAndSavingItUntouchedChangesNo
     SCOPED_TRACE(definition.id.toStdString());
     const DockWidget widget = fixture_.add(definition.id, SnapshotFixture::widgetOf(definition.id).options);
     const auto window = fixture_.editor(widget.id);
+    EXPECT_EQ(outOfReach(*window), "");
     for (QWidget* control : window->findChildren<QWidget*>()) {
       if (!control->isVisible() || !(control->focusPolicy() & Qt::TabFocus)) continue;
       const QAccessibleInterface* access = QAccessible::queryAccessibleInterface(control);

@@ -6,9 +6,11 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSet>
+#include <QSignalSpy>
 #include <QTest>
 
 #include "library/LibraryFixture.h"
+#include "support/AccessibleWalk.h"
 #include "views/library/AddedNote.h"
 #include "views/library/CardLayout.h"
 #include "views/library/LibraryView.h"
@@ -146,6 +148,35 @@ TEST_F(LibraryWindowTest, AddsByKeyboardAloneAndTakesItBack) {
   EXPECT_EQ(kinds(0), before);
   EXPECT_EQ(note(), QString()) << "it tells of nothing that is no more";
   EXPECT_EQ(indexOf(u"Pomodoro"_s).data(Qt::AccessibleDescriptionRole).toString(), u"Clocks"_s);
+}
+
+TEST_F(LibraryWindowTest, AScreenReaderAddsCardsAndTurnsToSections) {
+  EXPECT_EQ(outOfReach(*window_), "");
+  const auto press = [](QWidget* list, const QString& name) {
+    QAccessibleInterface* heard = QAccessible::queryAccessibleInterface(list);
+    for (int i = 0; i < heard->childCount(); ++i) {
+      if (heard->child(i)->text(QAccessible::Name) != name) continue;
+      heard->child(i)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+      QCoreApplication::processEvents();
+      return true;
+    }
+    return false;
+  };
+  auto* sections = window_->findChild<SideList*>();
+  const int all = view_.model()->rowCount();
+  ASSERT_TRUE(press(sections, u"Clocks"_s));
+  EXPECT_LT(view_.model()->rowCount(), all);
+  const QStringList before = kinds(0);
+  ASSERT_TRUE(press(&view_, u"Pomodoro"_s));
+  EXPECT_EQ(kinds(0), before + QStringList{u"pomodoro"_s});
+  EXPECT_TRUE(QAccessible::queryAccessibleInterface(&view_)->child(view_.currentIndex().row())->state().selected);
+
+  // Of the words of a list that opens, a press chooses one.
+  auto* target = window_->findChild<DropDown*>();
+  QSignalSpy chosen(target, &DropDown::valueChosen);
+  ASSERT_TRUE(press(target->view(), fixture_.profile(1).name));
+  ASSERT_EQ(chosen.count(), 1);
+  EXPECT_EQ(chosen.first().first().toString(), fixture_.profile(1).id.toString());
 }
 
 TEST_F(LibraryWindowTest, ArrowsChooseCardsAndTypingInThemSearches) {

@@ -164,6 +164,17 @@ TEST(FolderPanel, IsLookedThroughInPlace) {
   const QAccessibleInterface* list = QAccessible::queryAccessibleInterface(&open.view());
   EXPECT_EQ(list->childCount(), 12);
   EXPECT_EQ(list->child(0)->text(QAccessible::Name), u"tiles.png"_s);
+  EXPECT_EQ(list->child(0)->role(), QAccessible::ListItem);
+  QAccessibleActionInterface* actions = list->child(1)->actionInterface();
+  ASSERT_TRUE(actions);
+  const QString reveal = actions->actionNames().last();
+  actions->doAction(reveal);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(open.did(), "reveal " + open.view().items()[1].id.toStdString());
+  EXPECT_FALSE(reveal.isEmpty());
+  actions->doAction(QAccessibleActionInterface::pressAction());
+  QCoreApplication::processEvents();
+  EXPECT_EQ(open.view().items().first().title, u"tiles.png"_s) << "the folder Travel was opened";
 }
 
 TEST(FolderPanel, SaysWhatIsWrongWithAFolder) {

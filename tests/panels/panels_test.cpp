@@ -7,6 +7,7 @@
 #include <QSignalSpy>
 #include <algorithm>
 
+#include "support/AccessibleWalk.h"
 #include "support/RecordingCommands.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Labels.h"
@@ -48,6 +49,7 @@ TEST(PanelsTest, EveryKindHasOneWithNamedControlsThatFits) {
     const auto panel = shown(fixture.contextOf(definition.id));
     EXPECT_FALSE(isBlank(*panel));
     EXPECT_EQ(panel->accessibleName(), definition.name);
+    EXPECT_EQ(test::outOfReach(*panel), "");
     for (QWidget* control : panel->findChildren<QWidget*>()) {
       if (!control->isVisible() || !(control->focusPolicy() & Qt::TabFocus)) continue;
       const QAccessibleInterface* access = QAccessible::queryAccessibleInterface(control);

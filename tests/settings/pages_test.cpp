@@ -1,4 +1,6 @@
 #include <QAbstractItemView>
+#include <QAccessible>
+#include <QAccessibleActionInterface>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
@@ -162,6 +164,28 @@ TEST_F(SettingsPagesTest, WidgetsAreMovedEditedAndRemovedByKeys) {
   list->model()->moveRow({}, 0, {}, 3);
   QCoreApplication::processEvents();
   EXPECT_EQ(config().profiles[0].widgets[2], before[0]);
+}
+
+TEST_F(SettingsPagesTest, AScreenReaderMovesOpensAndRemovesRows) {
+  turnTo("widgets");
+  auto* list = control<OrderList>("Widgets");
+  ASSERT_TRUE(list);
+  const QList<DockWidget> before = config().profiles[0].widgets;
+  const auto act = [list](int row, const QString& action) {
+    QAccessible::queryAccessibleInterface(list)->child(row)->actionInterface()->doAction(action);
+    QCoreApplication::processEvents();
+  };
+  act(1, u"Move Down"_s);
+  EXPECT_EQ(config().profiles[0].widgets[2], before[1]);
+  act(2, u"Move Up"_s);
+  EXPECT_EQ(config().profiles[0].widgets, before);
+  act(0, u"Move Up"_s);
+  EXPECT_EQ(config().profiles[0].widgets, before);
+  act(1, QAccessibleActionInterface::pressAction());
+  EXPECT_EQ(commands.asked.last(), u"edit "_s + before[1].id.toString());
+  act(1, u"Remove"_s);
+  EXPECT_EQ(config().profiles[0].widgets.size(), before.size() - 1);
+  EXPECT_FALSE(config().profiles[0].widgets.contains(before[1]));
 }
 
 TEST_F(SettingsPagesTest, TheLibraryIsOpenedForTheProfileThatIsListed) {

@@ -16,8 +16,8 @@ inline QStringList outOfReach(QAccessibleInterface* from) {
     const QString kind = from->object() ? QString::fromLatin1(from->object()->metaObject()->className()) : QString();
     found << kind + QStringLiteral(" “") + from->text(QAccessible::Name) + QStringLiteral("” ") + what;
   };
-  QAccessibleActionInterface* hands = from->actionInterface();
-  const QStringList actions = hands ? hands->actionNames() : QStringList();
+  QAccessibleActionInterface* actionsOf = from->actionInterface();
+  const QStringList actions = actionsOf ? actionsOf->actionNames() : QStringList();
   const QString press = QAccessibleActionInterface::pressAction();
   const QString toggle = QAccessibleActionInterface::toggleAction();
   const QString menu = QAccessibleActionInterface::showMenuAction();
