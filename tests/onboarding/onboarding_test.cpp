@@ -10,6 +10,7 @@
 #include "../support/TestFrameClock.h"
 #include "apps/InstalledApps.h"
 #include "store/UndoStack.h"
+#include "support/AccessibleWalk.h"
 #include "support/RecordingCommands.h"
 #include "support/TestScheduler.h"
 #include "views/controls/Rows.h"
@@ -118,6 +119,104 @@ TEST_F(OnboardingTest, ALayoutIsChosenByPointerOrArrowsAndHoldsAtOnce) {
   store().edit([](DockConfiguration& config) { config.layout = DockLayout::Swap; });
   for (const DockLayout layout : kDockLayouts) EXPECT_EQ(card(window, layout)->isChecked(), layout == DockLayout::Swap);
   delete window;
+}
+
+/// What pressing one of the buttons of a window led to.
+struct Outcome {
+  DockConfiguration config;
+  qsizetype undos = 0;
+  QStringList asked;
+  QList<DockLayout> layouts;
+  int page = -1;  ///< Of the first run; none when it was closed, or of another window.
+  bool operator==(const Outcome&) const = default;
+};
+
+/// The hands that press a button, in the order of the outcomes that are compared.
+const std::function<void(QAbstractButton&)> kHands[] = {
+    [](QAbstractButton& pressed) { QTest::mouseClick(&pressed, Qt::LeftButton); },
+    [](QAbstractButton& pressed) { QTest::keyClick(&pressed, Qt::Key_Space); },
+    [](QAbstractButton& pressed) { EXPECT_TRUE(test::pressOrToggle(pressed)); },
+};
+
+QList<QAbstractButton*> usable(const QWidget& window) {
+  QList<QAbstractButton*> found;
+  for (QAbstractButton* each : window.findChildren<QAbstractButton*>())
+    if (each->isVisibleTo(&window) && each->isEnabled() && each->focusPolicy() != Qt::NoFocus) found << each;
+  return found;
+}
+
+class OnboardingHands : public OnboardingTest {
+ protected:
+  using Opener = std::function<QWidget*(UndoableEdits& edits)>;
+
+  Outcome outcome(const Opener& opener, qsizetype index, const std::function<void(QAbstractButton&)>& hand) {
+    const DockConfiguration before = store().config();
+    commands.asked.clear();
+    commands.layouts.clear();
+    UndoStack steps;
+    UndoableEdits changes{store(), apps, steps};
+    const QPointer<QWidget> window = opener(changes);
+    hand(*usable(*window)[index]);
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    const auto* firstRun = qobject_cast<const OnboardingWindow*>(window.data());
+    const Outcome made{store().config(), steps.size(), commands.asked, commands.layouts,
+                       firstRun ? firstRun->page() : -1};
+    delete window.data();
+    store().edit([&before](DockConfiguration& config) { config = before; });
+    return made;
+  }
+  /// Presses each button by each hand; how many lead to something.
+  qsizetype walk(const Opener& opener) {
+    const std::unique_ptr<QWidget> window(opener(edits));
+    EXPECT_EQ(test::outOfReach(*window), "");
+    const qsizetype count = usable(*window).size();
+    QList<Outcome> different;
+    for (qsizetype i = 0; i < count; ++i) {
+      SCOPED_TRACE(usable(*window)[i]->text().toStdString() + usable(*window)[i]->accessibleName().toStdString());
+      const Outcome clicked = outcome(opener, i, kHands[0]);
+      EXPECT_EQ(outcome(opener, i, kHands[1]), clicked) << "by keyboard";
+      EXPECT_EQ(outcome(opener, i, kHands[2]), clicked) << "by a screen reader";
+      if (!different.contains(clicked)) different << clicked;
+    }
+    return different.size();
+  }
+};
+
+TEST_F(OnboardingHands, EachControlOfTheFirstRunDoesTheSameByMouseKeyboardAndScreenReader) {
+  store().edit([](DockConfiguration& config) {
+    config.onboardingComplete = false;
+    config.layout = DockLayout::Fixed;
+  });
+  // Later and Continue, before which are seven layouts, two switches, or Back and the library.
+  const qsizetype leadSomewhere[] = {2, 10, 5, 3};
+  for (int page = 0; page < OnboardingWindow::kPages; ++page) {
+    SCOPED_TRACE(page);
+    const Opener opener = [this, page](UndoableEdits& changes) {
+      auto* window =
+          new OnboardingWindow(store(), OnboardingServices{changes, commands, [this] { return abilities; }}, page);
+      window->present();
+      QCoreApplication::processEvents();
+      return window;
+    };
+    EXPECT_EQ(walk(opener), leadSomewhere[page]);
+  }
+}
+
+TEST_F(OnboardingHands, SoDoesEachOfTheSmallWindow) {
+  store().edit([](DockConfiguration& config) {
+    config.profiles = {DockProfile::initial(), DockProfile::initial()};
+    config.profiles[1].name = u"Work"_s;
+    config.activeProfileID = config.profiles[0].id;
+    config.layout = DockLayout::Fixed;
+  });
+  const Opener opener = [this](UndoableEdits&) {
+    auto* panel = new MenuBarPanel(store(), commands, true);
+    panel->show();
+    QCoreApplication::processEvents();
+    return panel;
+  };
+  EXPECT_EQ(walk(opener), 15) << "the dock, seven layouts, two profiles and five entries";
 }
 
 TEST_F(OnboardingTest, SaysWhatIsMissingAndWhyAlsoWhereTheDesktopAnswersLate) {

@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 #include <QAccessibleActionInterface>
+#include <QCoreApplication>
 #include <QStringList>
 #include <QWidget>
 
@@ -39,6 +40,10 @@ inline QStringList outOfReach(QAccessibleInterface* from) {
       isUsed = !from->object();
       answers = actions.contains(press);
       break;
+    case QAccessible::Cell:
+      isUsed = true;
+      answers = actions.contains(press);
+      break;
     case QAccessible::Slider:
     case QAccessible::SpinBox:
       isUsed = true;
@@ -61,6 +66,22 @@ inline QStringList outOfReach(QAccessibleInterface* from) {
 
 inline std::string outOfReach(QWidget& window) {
   return outOfReach(QAccessible::queryAccessibleInterface(&window)).join(QStringLiteral("; ")).toStdString();
+}
+
+/// Does what is offered under that name, with all that follows; false where nothing of that name is.
+inline bool doAction(QAccessibleInterface* to, const QString& name) {
+  QAccessibleActionInterface* actions = to ? to->actionInterface() : nullptr;
+  if (!actions || !actions->actionNames().contains(name)) return false;
+  actions->doAction(name);
+  QCoreApplication::processEvents();
+  return true;
+}
+
+/// Presses or toggles a control; false where neither is offered.
+inline bool pressOrToggle(QWidget& control) {
+  QAccessibleInterface* heard = QAccessible::queryAccessibleInterface(&control);
+  return doAction(heard, QAccessibleActionInterface::pressAction()) ||
+         doAction(heard, QAccessibleActionInterface::toggleAction());
 }
 
 }  // namespace tarnwick::test

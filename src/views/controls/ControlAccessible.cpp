@@ -5,6 +5,7 @@
 #include <QToolButton>
 
 #include "views/controls/Rows.h"
+#include "views/controls/Stepper.h"
 
 namespace tarnwick {
 
@@ -12,13 +13,18 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Rows that only tell something are buttons that cannot be pressed.
+constexpr const char* kRole = "accessibleRole";
+
+bool isRow(const QAbstractButton& button) { return qobject_cast<const ListRow*>(&button) != nullptr; }
+
+/// Rows and fields of colour that only tell something are buttons that cannot be pressed.
 bool isPressable(const QAbstractButton& button) {
-  return !qobject_cast<const ListRow*>(&button) || button.focusPolicy() != Qt::NoFocus;
+  if (button.testAttribute(Qt::WA_TransparentForMouseEvents)) return false;
+  return !isRow(button) || button.focusPolicy() != Qt::NoFocus;
 }
 
 QAccessible::Role roleOf(const QAbstractButton& button) {
-  if (!isPressable(button)) return QAccessible::ListItem;
+  if (!isPressable(button)) return isRow(button) ? QAccessible::ListItem : QAccessible::StaticText;
   if (!button.isCheckable()) return QAccessible::Button;
   return button.autoExclusive() ? QAccessible::RadioButton : QAccessible::CheckBox;
 }
@@ -30,7 +36,8 @@ class ButtonAccessible final : public QAccessibleWidget {
   QAccessible::Role role() const override { return roleOf(button()); }
 
   QString text(QAccessible::Text kind) const override {
-    // The button's own words, before those of a label beside it. They have no mnemonics: each of their signs is doubled.
+    // The button's own words, before those of a label beside it. They have no mnemonics: each of their signs is
+    // doubled.
     if (kind == QAccessible::Name && button().accessibleName().isEmpty() && !button().text().isEmpty())
       return button().text().replace("&&"_L1, "&"_L1);
     return QAccessibleWidget::text(kind);
@@ -67,7 +74,63 @@ class ButtonAccessible final : public QAccessibleWidget {
   QAbstractButton& button() const { return *static_cast<QAbstractButton*>(widget()); }
 };
 
+/// A number between its two buttons, which are its children.
+class StepperAccessible final : public QAccessibleWidget, public QAccessibleValueInterface {
+ public:
+  explicit StepperAccessible(Stepper* stepper) : QAccessibleWidget(stepper, QAccessible::SpinBox) {}
+
+  QString text(QAccessible::Text kind) const override {
+    const QString own = QAccessibleWidget::text(kind);
+    if (kind == QAccessible::Value) return stepper().text();
+    // Readers ask for the number alone, which does not tell that it means "Off" or minutes.
+    if (kind != QAccessible::Description || stepper().text() == QString::number(stepper().value())) return own;
+    return own.isEmpty() ? stepper().text() : stepper().text() + u", "_s + own;
+  }
+
+  void* interface_cast(QAccessible::InterfaceType type) override {
+    return type == QAccessible::ValueInterface ? static_cast<QAccessibleValueInterface*>(this)
+                                               : QAccessibleWidget::interface_cast(type);
+  }
+  QVariant currentValue() const override { return stepper().value(); }
+  void setCurrentValue(const QVariant& value) override {
+    if (stepper().isEnabled()) stepper().stepTo(value.toInt());
+  }
+  QVariant minimumValue() const override { return stepper().least(); }
+  QVariant maximumValue() const override { return stepper().most(); }
+  QVariant minimumStepSize() const override { return stepper().step(); }
+
+  QStringList actionNames() const override {
+    const QStringList others = QAccessibleWidget::actionNames();
+    return stepper().isEnabled() ? QStringList{increaseAction(), decreaseAction()} + others : others;
+  }
+  void doAction(const QString& name) override {
+    if (name != increaseAction() && name != decreaseAction()) return QAccessibleWidget::doAction(name);
+    if (!stepper().isEnabled()) return;
+    const int way = name == increaseAction() ? 1 : -1;
+    // The reader waits for us.
+    QMetaObject::invokeMethod(
+        &stepper(), [&at = stepper(), way] { at.stepTo(at.value() + way * at.step()); }, Qt::QueuedConnection);
+  }
+  QStringList keyBindingsForAction(const QString& name) const override {
+    if (name == increaseAction()) return {u"Up"_s};
+    if (name == decreaseAction()) return {u"Down"_s};
+    return QAccessibleWidget::keyBindingsForAction(name);
+  }
+
+ private:
+  Stepper& stepper() const { return *static_cast<Stepper*>(widget()); }
+};
+
+/// The description of what setAccessibleRole() was called for; null for others.
+QAccessibleInterface* makeForRole(QObject* object) {
+  const QVariant role = object->isWidgetType() ? object->property(kRole) : QVariant();
+  if (!role.isValid()) return nullptr;
+  return new QAccessibleWidget(static_cast<QWidget*>(object), static_cast<QAccessible::Role>(role.toInt()));
+}
+
 QAccessibleInterface* makeInterface(const QString&, QObject* object) {
+  if (auto* stepper = qobject_cast<Stepper*>(object)) return new StepperAccessible(stepper);
+  if (QAccessibleInterface* made = makeForRole(object)) return made;
   auto* button = qobject_cast<QAbstractButton*>(object);
   if (!button || qobject_cast<QToolButton*>(button)) return nullptr;
   // What opens a menu is Qt's to describe.
@@ -78,5 +141,10 @@ QAccessibleInterface* makeInterface(const QString&, QObject* object) {
 }  // namespace
 
 void installControlAccessibility() { QAccessible::installFactory(makeInterface); }  // Known already, not taken twice.
+
+void setAccessibleRole(QWidget& widget, QAccessible::Role role) {
+  installControlAccessibility();
+  widget.setProperty(kRole, static_cast<int>(role));
+}
 
 }  // namespace tarnwick

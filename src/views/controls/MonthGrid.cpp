@@ -1,5 +1,6 @@
 #include "views/controls/MonthGrid.h"
 
+#include <QAccessible>
 #include <QCoreApplication>
 #include <QFocusEvent>
 #include <QKeyEvent>
@@ -9,6 +10,7 @@
 
 #include "views/controls/ControlLook.h"
 #include "views/controls/ControlTheme.h"
+#include "views/controls/MonthAccessible.h"
 #include "views/theme/Glass.h"
 
 namespace tarnwick {
@@ -27,13 +29,12 @@ constexpr double kDot = 3;
 constexpr double kDotPitch = 5;
 constexpr double kDotsBelow = 12.5;
 constexpr int kMostDots = 3;
-constexpr int kDays = 7;
-constexpr int kWeeks = 6;
 constexpr int kWheelStep = 120;
 
 }  // namespace
 
 MonthGrid::MonthGrid(QWidget* parent) : QWidget(parent) {
+  installMonthAccessibility();
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -72,6 +73,11 @@ void MonthGrid::setChosen(const QDate& day) {
   const bool turned = month != month_;
   month_ = month;
   describe();
+  if (hasFocus()) {
+    QAccessibleEvent heard(this, QAccessible::Focus);
+    heard.setChild(static_cast<int>(firstCell().daysTo(chosen_)));
+    QAccessible::updateAccessibility(&heard);
+  }
   if (turned) Q_EMIT monthChanged();
   Q_EMIT chosenChanged();
 }
@@ -95,12 +101,20 @@ QDate MonthGrid::dayAt(QPointF point) const {
   return {};
 }
 
-void MonthGrid::describe() {
-  const int count = counts_.value(chosen_);
-  QString words = locale_.toString(chosen_, QLocale::LongFormat);
+QString MonthGrid::words(const QDate& day) const {
+  const int count = counts_.value(day);
+  QString words = locale_.toString(day, QLocale::LongFormat);
   if (count == 1) words += u", "_s + QCoreApplication::translate("Panels", "1 event");
   if (count > 1) words += u", "_s + QCoreApplication::translate("Panels", "%1 events").arg(count);
-  setAccessibleDescription(words);
+  return words;
+}
+
+QString MonthGrid::columnWords(int column) const {
+  return locale_.standaloneDayName(firstCell().addDays(column).dayOfWeek());
+}
+
+void MonthGrid::describe() {
+  setAccessibleDescription(words(chosen_));
   update();
 }
 

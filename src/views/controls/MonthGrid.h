@@ -28,6 +28,19 @@ class MonthGrid final : public QWidget {
   void turn(int months);
   QSize sizeHint() const override;
 
+  static constexpr int kDays = 7;   ///< In a row.
+  static constexpr int kWeeks = 6;  ///< That are shown, whatever the month needs of them.
+  /// The day in the first cell.
+  QDate firstCell() const;
+  /// Where a cell is, counted from the first.
+  QRectF cellOf(int index) const;
+  /// The day at a point; none where there is no cell.
+  QDate dayAt(QPointF point) const;
+  /// What one reads of a day: its date, and how much it holds.
+  QString words(const QDate& day) const;
+  /// The day of the week in a column.
+  QString columnWords(int column) const;
+
  Q_SIGNALS:
   void chosenChanged();
   void monthChanged();
@@ -42,9 +55,6 @@ class MonthGrid final : public QWidget {
   void focusInEvent(QFocusEvent* event) override;
 
  private:
-  QDate firstCell() const;
-  QRectF cellOf(int index) const;
-  QDate dayAt(QPointF point) const;
   void describe();
   void paintDay(QPainter& painter, int index) const;
 

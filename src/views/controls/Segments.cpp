@@ -4,6 +4,7 @@
 
 #include "views/controls/Buttons.h"
 #include "views/controls/ChoiceGroup.h"
+#include "views/controls/ControlAccessible.h"
 #include "views/controls/ControlTheme.h"
 #include "views/controls/Mirroring.h"
 #include "views/theme/Glass.h"
@@ -47,6 +48,7 @@ class Segment final : public PaintedButton {
 }  // namespace
 
 Segments::Segments(const QString& label, const QStringList& words, QWidget* parent) : QWidget(parent) {
+  setAccessibleRole(*this, QAccessible::Grouping);
   setAccessibleName(label);
   setFixedHeight(theme::kControlHeight);
   auto* row = new QHBoxLayout(this);

@@ -1,10 +1,14 @@
 #include "views/controls/Stepper.h"
 
+#include <QAccessible>
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <algorithm>
+#include <cmath>
+#include <utility>
 
 #include "views/controls/Buttons.h"
+#include "views/controls/ControlAccessible.h"
 #include "views/controls/ControlTheme.h"
 
 namespace tarnwick {
@@ -13,9 +17,10 @@ using namespace Qt::StringLiterals;
 
 Stepper::Stepper(const QString& label, QWidget* parent)
     : QWidget(parent),
-      label_(label),
       less_(new IconButton(u"minus"_s, QCoreApplication::translate("Controls", "Decrease %1").arg(label), this)),
       more_(new IconButton(u"plus"_s, QCoreApplication::translate("Controls", "Increase %1").arg(label), this)) {
+  installControlAccessibility();
+  setAccessibleName(label);
   for (IconButton* button : {less_, more_}) button->setAutoRepeat(true);
   connect(less_, &QPushButton::clicked, this, [this] { stepBy(-1); });
   connect(more_, &QPushButton::clicked, this, [this] { stepBy(1); });
@@ -24,8 +29,11 @@ Stepper::Stepper(const QString& label, QWidget* parent)
 }
 
 void Stepper::setValue(int value) {
-  value_ = std::clamp(value, least_, most_);
+  const int before = std::exchange(value_, std::clamp(value, least_, most_));
   showValue();
+  if (value_ == before) return;
+  QAccessibleValueChangeEvent told(this, value_);
+  QAccessible::updateAccessibility(&told);
 }
 
 void Stepper::setRange(int least, int most) {
@@ -43,15 +51,23 @@ QSize Stepper::sizeHint() const {
   return {theme::kControlHeight * 2 + theme::kStepperValueWidth, theme::kControlHeight};
 }
 
-void Stepper::stepBy(int steps) {
+QString Stepper::text() const { return format_ ? format_(value_) : QString::number(value_); }
+
+void Stepper::stepBy(int steps) { change(value_ + steps * step_); }
+
+void Stepper::stepTo(int wanted) {
+  // The last step to an end may be a shorter one.
+  const bool isEnd = wanted <= least_ || wanted >= most_;
+  isEnd ? change(wanted) : stepBy(static_cast<int>(std::lround((static_cast<double>(wanted) - value_) / step_)));
+}
+
+void Stepper::change(int value) {
   const int before = value_;
-  setValue(value_ + steps * step_);
+  setValue(value);
   if (value_ != before) Q_EMIT valueChanged(value_);
 }
 
 void Stepper::showValue() {
-  const QString text = format_ ? format_(value_) : QString::number(value_);
-  setAccessibleName(u"%1: %2"_s.arg(label_, text));
   less_->setEnabled(value_ > least_);
   more_->setEnabled(value_ < most_);
   update();
@@ -73,8 +89,7 @@ void Stepper::keyPressEvent(QKeyEvent* event) {
 void Stepper::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const QRectF box = QRectF(rect()).adjusted(theme::kControlHeight, 0, -theme::kControlHeight, 0);
-  drawTextIn(painter, box, format_ ? format_(value_) : QString::number(value_), TextStyle::Body,
-             lookOf(*this).palette.primary, Qt::AlignHCenter);
+  drawTextIn(painter, box, text(), TextStyle::Body, lookOf(*this).palette.primary, Qt::AlignHCenter);
 }
 
 }  // namespace tarnwick

@@ -14,8 +14,15 @@ class Stepper final : public QWidget {
   explicit Stepper(const QString& label, QWidget* parent = nullptr);
 
   int value() const { return value_; }
+  /// The value as it is written.
+  QString text() const;
+  int least() const { return least_; }
+  int most() const { return most_; }
+  int step() const { return step_; }
   /// Without a signal; kept within the range.
   void setValue(int value);
+  /// What the user does with as many steps as lead nearest to that value.
+  void stepTo(int wanted);
   void setRange(int least, int most);
   void setStep(int step) { step_ = step; }
   void setFormat(std::function<QString(int value)> format);
@@ -32,9 +39,9 @@ class Stepper final : public QWidget {
 
  private:
   void stepBy(int steps);
+  void change(int value);
   void showValue();
 
-  QString label_;
   IconButton* less_;
   IconButton* more_;
   std::function<QString(int)> format_;

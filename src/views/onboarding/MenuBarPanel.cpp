@@ -10,6 +10,7 @@
 #include "store/AppStore.h"
 #include "store/Commands.h"
 #include "views/controls/Buttons.h"
+#include "views/controls/ControlAccessible.h"
 #include "views/controls/ControlTheme.h"
 #include "views/controls/FullWidth.h"
 #include "views/controls/Labels.h"
@@ -121,6 +122,7 @@ void MenuBarPanel::addHeader() {
 void MenuBarPanel::addLayouts() {
   column_->addWidget(layoutName_);
   auto* holder = new QWidget;
+  setAccessibleRole(*holder, QAccessible::Grouping);
   holder->setAccessibleName(MenuBarWords::tr("Layout"));
   auto* grid = new QGridLayout(holder);
   grid->setContentsMargins(0, 0, 0, 0);

@@ -7,6 +7,7 @@
 
 #include "store/AppStore.h"
 #include "views/controls/Buttons.h"
+#include "views/controls/ControlAccessible.h"
 #include "views/controls/Labels.h"
 #include "views/controls/Switch.h"
 #include "views/onboarding/AppMark.h"
@@ -162,6 +163,7 @@ QWidget* makeLayoutPage(AppStore& store, const OnboardingServices& services) {
                       : edges.reason);
   constexpr int perRow = 4;
   auto* grid = new CardGrid(perRow, 0, 0);
+  setAccessibleRole(*grid, QAccessible::Grouping);
   grid->setAccessibleName(page->accessibleName());
   int cardWidth = 0;
   for (const DockLayout layout : kDockLayouts) {

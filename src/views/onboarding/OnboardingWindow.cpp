@@ -9,6 +9,7 @@
 
 #include "store/AppStore.h"
 #include "views/controls/Buttons.h"
+#include "views/controls/ControlAccessible.h"
 #include "views/controls/ScrollArea.h"
 #include "views/onboarding/OnboardingPages.h"
 #include "views/theme/Glass.h"
@@ -32,7 +33,10 @@ constexpr int kChosenDot = 18;
 /// How far along the pages are.
 class PageDots final : public QWidget {
  public:
-  explicit PageDots(int count) : count_(count) { setFixedSize((count - 1) * (kDot + kDotGap) + kChosenDot, kDot); }
+  explicit PageDots(int count) : count_(count) {
+    setAccessibleRole(*this, QAccessible::StaticText);
+    setFixedSize((count - 1) * (kDot + kDotGap) + kChosenDot, kDot);
+  }
 
   void setPage(int page) {
     page_ = page;

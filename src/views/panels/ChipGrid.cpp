@@ -3,6 +3,7 @@
 #include <QGridLayout>
 
 #include "views/controls/Buttons.h"
+#include "views/controls/ControlAccessible.h"
 #include "views/controls/ControlTheme.h"
 
 namespace tarnwick {
@@ -11,6 +12,7 @@ using namespace Qt::StringLiterals;
 
 ChipGrid::ChipGrid(const QString& label, int columns, QWidget* parent)
     : QWidget(parent), label_(label), columns_(columns), grid_(new QGridLayout(this)) {
+  setAccessibleRole(*this, QAccessible::Grouping);
   setAccessibleName(label);
   grid_->setContentsMargins(0, 0, 0, 0);
   grid_->setSpacing(theme::kButtonSymbolGap);
@@ -34,6 +36,8 @@ void ChipGrid::setWords(const QStringList& words) {
   for (int i = 0; i < words.size(); ++i) {
     auto* chip = new Button(words[i]);
     chip->setCheckable(true);
+    // Screen readers then know that it is one of several. The group alone says which are chosen.
+    chip->setAutoExclusive(true);
     // Columns are alike unless a word is too long for that.
     constexpr int less = (theme::kButtonPadding - theme::kRowOverhang) * 2;
     chip->setMinimumWidth(chip->sizeHint().width() - less + 2);

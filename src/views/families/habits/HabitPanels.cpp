@@ -200,7 +200,10 @@ class HabitPanel final : public TilePanel {
     body().addWidget(weeks_);
     body().addSpacing(theme::kPanelHeaderBelow);
     body().addWidget(today_);
-    connect(field_, &QLineEdit::textEdited, this, [this](const QString& text) { setOption(option::text, text); });
+    // Whoever writes through a screen reader sets the text, and that is no edit to the toolkit.
+    connect(field_, &QLineEdit::textChanged, this, [this](const QString& text) {
+      if (text != widget().options.value(option::text)) setOption(option::text, text);
+    });
     connect(today_, &QPushButton::clicked, this, [this] { store().toggleHabit(this->context().widget); });
   }
 

@@ -83,8 +83,10 @@ class ColorPanel final : public TilePanel {
     for (std::size_t i = 0; i < sliders_.size(); ++i) addSlider(i);
     addForms();
     addRecent();
-    connect(field_, &QLineEdit::textEdited, this, [this](const QString& text) {
-      if (const auto color = colorOfHex(text)) setOption(option::color, hexOf(*color));
+    // Whoever writes through a screen reader sets the text, and that is no edit to the toolkit.
+    connect(field_, &QLineEdit::textChanged, this, [this](const QString& text) {
+      const auto color = colorOfHex(text);
+      if (color && color != colorOfHex(widget().options.value(option::color))) setOption(option::color, hexOf(*color));
     });
     const auto isUnfinished = [this] { return !colorOfHex(field_->text()) && !field_->text().trimmed().isEmpty(); };
     connect(field_, &QLineEdit::textChanged, this, [this, isUnfinished] { field_->setFaulty(isUnfinished()); });
