@@ -142,14 +142,15 @@ TEST(ControlAccessible, WordsToChooseFromAreRadioButtonsOfANamedGroup) {
   }
 }
 
-struct ChangingCommands final : RecordingCommands {
-  explicit ChangingCommands(AppStore& changes) : store(changes) {}
+struct OptionCommands final : RecordingCommands {
+  explicit OptionCommands(AppStore& changes) : store(changes) {}
   void changeWidget(const DockWidget& widget) override { store.update(widget); }
   AppStore& store;
 };
 
 /// What became of the widget, of what its panel asked for and of the day that the panel shows.
 struct Outcome {
+  QMap<QString, QString> atOnce;
   QMap<QString, QString> options;
   QStringList asked;
   QDate day;
@@ -165,7 +166,7 @@ using Deed = std::function<void(QWidget& panel)>;
 
 Outcome outcome(const QString& kind, const Deed& deed) {
   SnapshotStore fixture;
-  ChangingCommands commands(fixture.store());
+  OptionCommands commands(fixture.store());
   const PanelContext context = fixture.contextOf(kind, commands);
   const std::unique_ptr<TilePanel> panel = makePanel(context);
   panel->start();
@@ -174,10 +175,11 @@ Outcome outcome(const QString& kind, const Deed& deed) {
   QCoreApplication::processEvents();
   deed(*panel);
   QCoreApplication::processEvents();
+  const auto options = [&] { return DocumentEdits::find(fixture.store().config(), context.widget)->options; };
+  const QMap<QString, QString> atOnce = options();
   panel->hide();  // What has the keyboard loses it.
-  const DockWidget* widget = DocumentEdits::find(fixture.store().config(), context.widget);
   const auto* month = panel->findChild<MonthGrid*>();
-  return {widget ? widget->options : QMap<QString, QString>(), commands.asked, month ? month->chosen() : QDate()};
+  return {atOnce, options(), commands.asked, month ? month->chosen() : QDate()};
 }
 
 template <class Control>

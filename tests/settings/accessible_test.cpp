@@ -1,11 +1,15 @@
 // What a screen reader does to a control is what a click does.
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAccessible>
 #include <QAccessibleActionInterface>
 #include <QPointer>
 #include <QTest>
 
 #include "settings/SettingsFixture.h"
+#include "support/AccessibleWalk.h"
+#include "views/controls/Slider.h"
+#include "views/window/DropDown.h"
 
 namespace tarnwick::test {
 namespace {
@@ -67,6 +71,46 @@ TEST_F(SettingsAccessibleTest, WhatCanBeCheckedDoesTheSameByItsActionAndByAClick
     }
   }
   EXPECT_GT(changing, 25);
+}
+
+TEST_F(SettingsAccessibleTest, ValuesAndChoicesAreSetAsByKeys) {
+  qsizetype changing = 0;
+  const auto compare = [&](const DockConfiguration& keyed, const DockConfiguration& acted) {
+    EXPECT_EQ(acted, keyed);
+    if (keyed != config()) ++changing;
+  };
+  for (const char* section : kSections) {
+    turnTo(section);
+    EXPECT_EQ(outOfReach(window()), "") << section;
+    for (qsizetype i = 0; i < controls<Slider>().size(); ++i) {
+      SCOPED_TRACE(qPrintable(controls<Slider>()[i]->accessibleName()));
+      const int way = controls<Slider>()[i]->value() < controls<Slider>()[i]->maximum() ? 1 : -1;
+      const Qt::Key key = way > 0 ? Qt::Key_Right : Qt::Key_Left;
+      const DockConfiguration keyed = after([&] { QTest::keyClick(controls<Slider>()[i], key); });
+      const DockConfiguration acted = after([&] {
+        QAccessibleValueInterface* value =
+            QAccessible::queryAccessibleInterface(controls<Slider>()[i])->valueInterface();
+        value->setCurrentValue(value->currentValue().toInt() + way);
+      });
+      compare(keyed, acted);
+    }
+    for (qsizetype i = 0; i < controls<DropDown>().size(); ++i) {
+      SCOPED_TRACE(qPrintable(controls<DropDown>()[i]->accessibleName()));
+      const int row = controls<DropDown>()[i]->currentIndex();
+      const int way = row + 1 < controls<DropDown>()[i]->count() ? 1 : -1;
+      if (controls<DropDown>()[i]->count() < 2) continue;
+      const Qt::Key key = way > 0 ? Qt::Key_Down : Qt::Key_Up;
+      const DockConfiguration keyed = after([&] { QTest::keyClick(controls<DropDown>()[i], key); });
+      const DockConfiguration acted = after([&] {
+        DropDown* box = controls<DropDown>()[i];
+        box->showPopup();
+        EXPECT_TRUE(doAction(QAccessible::queryAccessibleInterface(box->view())->child(row + way),
+                             QAccessibleActionInterface::pressAction()));
+      });
+      compare(keyed, acted);
+    }
+  }
+  EXPECT_GE(changing, 7);
 }
 
 TEST_F(SettingsAccessibleTest, EachButtonIsNamedAndPressedOnce) {
