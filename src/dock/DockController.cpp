@@ -240,7 +240,7 @@ void DockController::layout(const Screen& screen) {
   const DockPlacement::Size size = DockPlacement::size(config, row, width, tabs);
   dock.screen = screen;
   const std::optional<QPointF> floating = dock.dragged ? dock.dragged : savedPlace(config, screen.id);
-  dock.frame = DockPlacement::place(config, size.panel, screen.frame, screen.usable, floating);
+  dock.frame = DockPlacement::place(config, size.panel, screen.frame, screen.usable, floating, dock.sides);
   dock.geometry = {screen.id,
                    dock.frame.size(),
                    size.scale,
@@ -251,6 +251,7 @@ void DockController::layout(const Screen& screen) {
   dock.container->setReduceMotion(ports_.motion->reducesMotion());
   dock.container->configure(dock.geometry);
   place(dock);
+  standClear(dock);
   applyShape(dock);
   reserveSpace(dock);
   dock.panel->setHiddenFromCapture(config.desktopOptions().hideFromScreenCapture);
@@ -271,7 +272,10 @@ DockController::Dock& DockController::dockFor(const Screen& screen) {
 
 void DockController::connectDock(const Dock& dock, const QString& id) {
   connect(dock.container, &DockContent::shapeChanged, this, [this, id] {
-    if (const auto found = docks_.find(id); found != docks_.end()) applyShape(found->second);
+    if (const auto found = docks_.find(id); found != docks_.end()) {
+      standClear(found->second);
+      applyShape(found->second);
+    }
   });
   // The window system took the window: the next pass makes a new one if the display is still there.
   connect(dock.panel.get(), &Panel::closed, this, [this, id] {
@@ -315,6 +319,19 @@ void DockController::place(Dock& dock) {
   if (!dock.dragged) Q_EMIT placed(dock.screen.id);
 }
 
+/// The glass is as wide as what stands in it, which only the content knows, and stands in the middle of the slot.
+void DockController::standClear(Dock& dock) {
+  if (!dock.screen.frame.isValid() || dock.content->size().isEmpty()) return;
+  const QRect glass = dock.content->inputRegion().boundingRect();
+  if (glass.isEmpty()) return;
+  const double sides = std::max(0, glass.left() - dock.content->margins().left());
+  if (std::exchange(dock.sides, sides) == sides) return;
+  const Screen& screen = dock.screen;
+  const std::optional<QPointF> floating = dock.dragged ? dock.dragged : savedPlace(settings(), screen.id);
+  dock.frame = DockPlacement::place(settings(), dock.frame.size(), screen.frame, screen.usable, floating, dock.sides);
+  place(dock);
+}
+
 void DockController::applyShape(Dock& dock) {
   const QRegion outline = dock.container->outline();
   dock.panel->setOutline(outline);
@@ -326,8 +343,8 @@ void DockController::reserveSpace(Dock& dock) {
   const DockConfiguration& config = settings();
   const bool owns = config.layout == DockLayout::Fixed || config.layout == DockLayout::Replace;
   const bool top = standsOnTop(config);
-  const double inner =
-      top ? dock.frame.bottom() - dock.screen.frame.top() : dock.screen.frame.bottom() - dock.frame.top();
+  const QRectF glass = DockPlacement::atRest(config, dock.frame, dock.geometry.scale);
+  const double inner = top ? glass.bottom() - dock.screen.frame.top() : dock.screen.frame.bottom() - glass.top();
   const bool reserves = owns && config.desktopOptions().reserveSpace && mayShow_ && !manuallyHidden_;
   dock.panel->reserve(top ? Edge::Top : Edge::Bottom, reserves ? qCeil(inner) : 0);
 }
@@ -348,7 +365,7 @@ void DockController::moveBy(const QString& display, const QPointF& delta) {
   const Screen& screen = dock.screen;
   // A hand that goes on beyond the edge finds the dock under it again when it comes back.
   dock.dragged = dock.dragged.value_or(dock.frame.topLeft() - screen.frame.topLeft()) + delta;
-  dock.frame = DockPlacement::place(settings(), dock.frame.size(), screen.frame, screen.usable, dock.dragged);
+  dock.frame = DockPlacement::place(settings(), dock.frame.size(), screen.frame, screen.usable, dock.dragged, dock.sides);
   place(dock);
 }
 

@@ -93,7 +93,8 @@ struct PlainContent final : DockContent {
   void configure(const DockGeometry&) override {}
   QMargins margins() const override { return {20, 20, 20, 20}; }
   QRegion outline() const override { return rect(); }
-  QRegion inputRegion() const override { return rect(); }
+  QRegion inputRegion() const override { return rect().adjusted(20 + beside, 0, -20 - beside, 0); }
+  int beside = 0;  ///< The glass is so much narrower on each side.
 };
 
 struct NoCounters final : SystemCounters {
@@ -475,6 +476,41 @@ TEST_F(DockControllerTest, ADisplayThatComesBackHasItsDockAgain) {
       time.advance(DockController::kRefreshDelay);
       EXPECT_EQ(controller.displays(), gone ? alone : both) << qPrintable(choice) << gone;
     }
+  }
+}
+
+TEST_F(DockControllerTest, TheGlassStandsWhereTheGapSaysHoweverWideItIs) {
+  settle([](DockConfiguration& config) {
+    config.layout = DockLayout::Fixed;
+    config.alignment = u"left"_s;
+  });
+  EXPECT_EQ(controller.frame(u"A"_s).left(), 8);
+  auto& content = static_cast<PlainContent&>(*controller.content(u"A"_s));
+  for (const int beside : {18, 4}) {
+    content.beside = beside;
+    Q_EMIT content.shapeChanged();
+    EXPECT_EQ(controller.frame(u"A"_s).left(), 8 - beside);
+    EXPECT_EQ(panel().placement.rectangle.left(), 8 - beside);
+    settle([](DockConfiguration&) {});
+    EXPECT_EQ(controller.frame(u"A"_s).left(), 8 - beside) << "a further pass";
+  }
+  useLayout(DockLayout::Floating);
+  controller.moveBy(u"A"_s, {-900, 0});
+  EXPECT_EQ(controller.frame(u"A"_s).left(), -4) << "flush";
+}
+
+TEST_F(DockControllerTest, RoomForTabsIsNotKeptFromOtherWindows) {
+  for (const bool top : {false, true}) {
+    settle([&](DockConfiguration& config) {
+      config.layout = DockLayout::Fixed;
+      config.position = top ? u"top"_s : u"bottom"_s;
+      config.scale = 1.5;
+      config.profiles = {DockProfile::initial(), DockProfile::initial()};
+      config.activeProfileID = config.profiles[0].id;
+      config.desktop.reserveSpace = true;
+    });
+    // The usable area begins 30 below the top of the screen.
+    EXPECT_EQ(panel().reserved, 8 + 84 * 1.5 + (top ? 30 : 0));
   }
 }
 

@@ -52,12 +52,12 @@ DockPlacement::Size DockPlacement::size(const DockConfiguration& config, const R
 }
 
 QRectF DockPlacement::place(const DockConfiguration& config, const QSizeF& panel, const QRectF& frame,
-                            const QRectF& usable, const std::optional<QPointF>& floating) {
+                            const QRectF& usable, const std::optional<QPointF>& floating, double sides) {
   const double gap = config.edgeGap;
 
   double x = usable.center().x() - panel.width() / 2;
-  if (config.alignment == QLatin1String("left")) x = usable.left() + gap;
-  if (config.alignment == QLatin1String("right")) x = usable.right() - panel.width() - gap;
+  if (config.alignment == QLatin1String("left")) x = usable.left() + gap - sides;
+  if (config.alignment == QLatin1String("right")) x = usable.right() - panel.width() - gap + sides;
 
   double y = usable.bottom() - gap - panel.height();
   if (standsOnTop(config)) {
@@ -67,10 +67,17 @@ QRectF DockPlacement::place(const DockConfiguration& config, const QSizeF& panel
   }
 
   if (config.layout == DockLayout::Floating && floating) {
-    x = within(frame.left() + floating->x(), usable.left(), usable.right() - panel.width());
+    x = within(frame.left() + floating->x(), usable.left() - sides, usable.right() - panel.width() + sides);
     y = within(frame.top() + floating->y(), usable.top(), usable.bottom() - panel.height());
   }
   return {QPointF(x, y), panel};
+}
+
+QRectF DockPlacement::atRest(const DockConfiguration& config, const QRectF& slot, double scale) {
+  QRectF glass = slot;
+  glass.setHeight(kHeight * scale);
+  if (!standsOnTop(config)) glass.moveBottom(slot.bottom());
+  return glass;
 }
 
 }  // namespace tarnwick
