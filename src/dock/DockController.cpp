@@ -240,13 +240,13 @@ void DockController::layout(const Screen& screen) {
   const DockPlacement::Size size = DockPlacement::size(config, row, width, tabs);
   dock.screen = screen;
   const std::optional<QPointF> floating = dock.dragged ? dock.dragged : savedPlace(config, screen.id);
-  dock.frame = DockPlacement::place(config, size.panel, screen.frame, screen.usable, floating, dock.sides);
+  dock.frame = DockPlacement::place(config, size.panel, screen.frame, screen.usable, floating, dock.beside);
   dock.geometry = {screen.id,
                    dock.frame.size(),
                    size.scale,
                    ports_.panels->isComposited(),
                    ports_.panels->canBlur(),
-                   standsOnTop(config),
+                   DockPlacement::hangs(config, dock.frame, screen.usable),
                    config.layout == DockLayout::Floating};
   dock.container->setReduceMotion(ports_.motion->reducesMotion());
   dock.container->configure(dock.geometry);
@@ -273,7 +273,7 @@ DockController::Dock& DockController::dockFor(const Screen& screen) {
 void DockController::connectDock(const Dock& dock, const QString& id) {
   connect(dock.container, &DockContent::shapeChanged, this, [this, id] {
     if (const auto found = docks_.find(id); found != docks_.end()) {
-      standClear(found->second);
+      if (standClear(found->second)) updateZones();
       applyShape(found->second);
     }
   });
@@ -295,7 +295,9 @@ void DockController::place(Dock& dock) {
   const bool top = standsOnTop(config);
   const QSize size(qCeil(slot.width()), qCeil(slot.height()));
   // What is rounded up goes inwards, or the glass would be cut at the screen's edge.
-  const QPoint corner(qRound(slot.left()), top ? qRound(slot.top()) : qRound(slot.bottom()) - size.height());
+  const bool right = slot.center().x() > dock.screen.frame.width() / 2 + 1;
+  const QPoint corner(right ? qRound(slot.right()) - size.width() : qRound(slot.left()),
+                      top ? qRound(slot.top()) : qRound(slot.bottom()) - size.height());
   const QRect rectangle(corner, size);
   const QMargins wanted = dock.content->margins();
   const int above = rectangle.top();
@@ -319,17 +321,20 @@ void DockController::place(Dock& dock) {
   if (!dock.dragged) Q_EMIT placed(dock.screen.id);
 }
 
-/// The glass is as wide as what stands in it, which only the content knows, and stands in the middle of the slot.
-void DockController::standClear(Dock& dock) {
-  if (!dock.screen.frame.isValid() || dock.content->size().isEmpty()) return;
+/// The glass is as wide as what stands in it, which only the content knows.
+bool DockController::standClear(Dock& dock) {
+  if (!dock.screen.frame.isValid() || dock.content->size().isEmpty()) return false;
   const QRect glass = dock.content->inputRegion().boundingRect();
-  if (glass.isEmpty()) return;
-  const double sides = std::max(0, glass.left() - dock.content->margins().left());
-  if (std::exchange(dock.sides, sides) == sides) return;
+  if (glass.isEmpty()) return false;
+  const QMargins margins = dock.content->margins();
+  const int right = dock.content->width() - margins.right() - glass.left() - glass.width();
+  const QMarginsF beside(std::max(0, glass.left() - margins.left()), 0, std::max(0, right), 0);
+  if (std::exchange(dock.beside, beside) == beside) return false;
   const Screen& screen = dock.screen;
   const std::optional<QPointF> floating = dock.dragged ? dock.dragged : savedPlace(settings(), screen.id);
-  dock.frame = DockPlacement::place(settings(), dock.frame.size(), screen.frame, screen.usable, floating, dock.sides);
+  dock.frame = DockPlacement::place(settings(), dock.frame.size(), screen.frame, screen.usable, floating, dock.beside);
   place(dock);
+  return true;
 }
 
 void DockController::applyShape(Dock& dock) {
@@ -343,7 +348,7 @@ void DockController::reserveSpace(Dock& dock) {
   const DockConfiguration& config = settings();
   const bool owns = config.layout == DockLayout::Fixed || config.layout == DockLayout::Replace;
   const bool top = standsOnTop(config);
-  const QRectF glass = DockPlacement::atRest(config, dock.frame, dock.geometry.scale);
+  const QRectF glass = DockPlacement::atRest(dock.frame, dock.geometry.scale, top);
   const double inner = top ? glass.bottom() - dock.screen.frame.top() : dock.screen.frame.bottom() - glass.top();
   const bool reserves = owns && config.desktopOptions().reserveSpace && mayShow_ && !manuallyHidden_;
   dock.panel->reserve(top ? Edge::Top : Edge::Bottom, reserves ? qCeil(inner) : 0);
@@ -365,7 +370,10 @@ void DockController::moveBy(const QString& display, const QPointF& delta) {
   const Screen& screen = dock.screen;
   // A hand that goes on beyond the edge finds the dock under it again when it comes back.
   dock.dragged = dock.dragged.value_or(dock.frame.topLeft() - screen.frame.topLeft()) + delta;
-  dock.frame = DockPlacement::place(settings(), dock.frame.size(), screen.frame, screen.usable, dock.dragged, dock.sides);
+  dock.frame =
+      DockPlacement::place(settings(), dock.frame.size(), screen.frame, screen.usable, dock.dragged, dock.beside);
+  const bool hangs = DockPlacement::hangs(settings(), dock.frame, screen.usable);
+  if (std::exchange(dock.geometry.atTop, hangs) != hangs) dock.container->configure(dock.geometry);
   place(dock);
 }
 

@@ -123,7 +123,7 @@ class DockController : public QObject {
     DockGeometry geometry;
     PanelPlacement placement;
     QRectF frame;
-    double sides = 0;  // How much wider than the glass the slot is, on either side.
+    QMarginsF beside;                // How much wider than the glass the slot is, on the left and on the right.
     std::optional<QPointF> dragged;  // While a hand moves it: where it would be, without the limits of the screen.
     DockVisibility visibility;
     bool covered = false;
@@ -149,8 +149,8 @@ class DockController : public QObject {
   void place(Dock& dock);
   void applyShape(Dock& dock);
   void reserveSpace(Dock& dock);
-  /// Where the slot stands, once its content has told how wide the glass in it is.
-  void standClear(Dock& dock);
+  /// Puts the slot where the glass in it belongs, once its content has told how wide that is. False if it is there.
+  bool standClear(Dock& dock);
   void setShown(bool shown);
 
   // Visibility.

@@ -90,11 +90,12 @@ struct CalmMotion final : MotionPreference {
 };
 
 struct PlainContent final : DockContent {
-  void configure(const DockGeometry&) override {}
+  void configure(const DockGeometry& told) override { geometry = told; }
   QMargins margins() const override { return {20, 20, 20, 20}; }
   QRegion outline() const override { return rect(); }
-  QRegion inputRegion() const override { return rect().adjusted(20 + beside, 0, -20 - beside, 0); }
-  int beside = 0;  ///< The glass is so much narrower on each side.
+  QRegion inputRegion() const override { return rect().adjusted(20 + beside, 0, -20 - std::max(0, beside - 1), 0); }
+  int beside = 0;  ///< The glass is so much narrower on the left, and one less on the right.
+  DockGeometry geometry;
 };
 
 struct NoCounters final : SystemCounters {
@@ -494,9 +495,24 @@ TEST_F(DockControllerTest, TheGlassStandsWhereTheGapSaysHoweverWideItIs) {
     settle([](DockConfiguration&) {});
     EXPECT_EQ(controller.frame(u"A"_s).left(), 8 - beside) << "a further pass";
   }
+  settle([](DockConfiguration& config) { config.alignment = u"right"_s; });
+  EXPECT_EQ(panel().placement.rectangle.right(), 1000 - 1 - 8 + 3);
   useLayout(DockLayout::Floating);
   controller.moveBy(u"A"_s, {-900, 0});
   EXPECT_EQ(controller.frame(u"A"_s).left(), -4) << "flush";
+
+  // Room for tabs, which is above the glass elsewhere, does not keep it from the top.
+  const auto hangsAfter = [&](double down) {
+    controller.moveBy(u"A"_s, {0, down});
+    return content.geometry.atTop;
+  };
+  EXPECT_FALSE(hangsAfter(0));
+  EXPECT_TRUE(hangsAfter(-900));
+  EXPECT_EQ(controller.frame(u"A"_s).top(), kUsable.top());
+  controller.finishMove(u"A"_s);
+  settle([](DockConfiguration&) {});
+  EXPECT_TRUE(hangsAfter(0)) << "a further pass";
+  EXPECT_FALSE(hangsAfter(50));
 }
 
 TEST_F(DockControllerTest, RoomForTabsIsNotKeptFromOtherWindows) {

@@ -118,17 +118,17 @@ TEST(DockPlace, TheGapIsThatOfTheGlassAndAFloatingOneStandsFlush) {
     double left;
   } cases[] = {
       {DockLayout::Fixed, u"left"_s, {}, 8 - 18},
-      {DockLayout::Fixed, u"right"_s, {}, 1920 - 800 - 8 + 18},
+      {DockLayout::Fixed, u"right"_s, {}, 1920 - 800 - 8 + 17},
       {DockLayout::Fixed, u"center"_s, {}, 560},
       {DockLayout::Floating, u"center"_s, QPointF(-500, 200), -18},
       {DockLayout::Floating, u"center"_s, QPointF(-5, 200), -5},
-      {DockLayout::Floating, u"center"_s, QPointF(5000, 200), 1920 - 800 + 18},
+      {DockLayout::Floating, u"center"_s, QPointF(5000, 200), 1920 - 800 + 17},
   };
   for (const auto& each : cases) {
     DockConfiguration config;
     config.layout = each.layout;
     config.alignment = each.alignment;
-    EXPECT_EQ(DockPlacement::place(config, {800, 84}, kFrame, kUsable, each.floating, 18).left(), each.left)
+    EXPECT_EQ(DockPlacement::place(config, {800, 84}, kFrame, kUsable, each.floating, {18, 0, 17, 0}).left(), each.left)
         << qPrintable(each.alignment) << each.left;
   }
 }

@@ -52,12 +52,12 @@ DockPlacement::Size DockPlacement::size(const DockConfiguration& config, const R
 }
 
 QRectF DockPlacement::place(const DockConfiguration& config, const QSizeF& panel, const QRectF& frame,
-                            const QRectF& usable, const std::optional<QPointF>& floating, double sides) {
+                            const QRectF& usable, const std::optional<QPointF>& floating, const QMarginsF& beside) {
   const double gap = config.edgeGap;
 
   double x = usable.center().x() - panel.width() / 2;
-  if (config.alignment == QLatin1String("left")) x = usable.left() + gap - sides;
-  if (config.alignment == QLatin1String("right")) x = usable.right() - panel.width() - gap + sides;
+  if (config.alignment == QLatin1String("left")) x = usable.left() + gap - beside.left();
+  if (config.alignment == QLatin1String("right")) x = usable.right() - panel.width() - gap + beside.right();
 
   double y = usable.bottom() - gap - panel.height();
   if (standsOnTop(config)) {
@@ -67,16 +67,21 @@ QRectF DockPlacement::place(const DockConfiguration& config, const QSizeF& panel
   }
 
   if (config.layout == DockLayout::Floating && floating) {
-    x = within(frame.left() + floating->x(), usable.left() - sides, usable.right() - panel.width() + sides);
+    x = within(frame.left() + floating->x(), usable.left() - beside.left(),
+               usable.right() - panel.width() + beside.right());
     y = within(frame.top() + floating->y(), usable.top(), usable.bottom() - panel.height());
   }
   return {QPointF(x, y), panel};
 }
 
-QRectF DockPlacement::atRest(const DockConfiguration& config, const QRectF& slot, double scale) {
+bool DockPlacement::hangs(const DockConfiguration& config, const QRectF& slot, const QRectF& usable) {
+  return standsOnTop(config) || (config.layout == DockLayout::Floating && slot.top() <= usable.top());
+}
+
+QRectF DockPlacement::atRest(const QRectF& slot, double scale, bool hangs) {
   QRectF glass = slot;
   glass.setHeight(kHeight * scale);
-  if (!standsOnTop(config)) glass.moveBottom(slot.bottom());
+  if (!hangs) glass.moveBottom(slot.bottom());
   return glass;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMarginsF>
 #include <QRectF>
 #include <QSizeF>
 #include <QString>
@@ -43,14 +44,18 @@ struct DockPlacement {
   static Size size(const DockConfiguration& config, const Row& row, double usableWidth, double tabsWidth = 0);
 
   /// The panel's slot on a screen. `floating` is the saved top left corner in that layout, relative to the screen's
-  /// frame; the panel is kept inside `usable`. `sides` is how much wider than the glass the slot is, on the left and on
-  /// the right alike: the gap is that of the glass, which may stand flush, so the slot itself may reach beyond.
+  /// frame; the panel is kept inside `usable`. `beside` is how much wider than the glass the slot is, on the left and
+  /// on the right: the gap is that of the glass, which may stand flush, so the slot itself may reach beyond.
   static QRectF place(const DockConfiguration& config, const QSizeF& panel, const QRectF& frame, const QRectF& usable,
-                      const std::optional<QPointF>& floating, double sides = 0);
+                      const std::optional<QPointF>& floating, const QMarginsF& beside = {});
+
+  /// Whether the glass stands at the upper end of its slot and the tabs come out below it. A floating dock that was
+  /// moved against the top does, or the room for its tabs would keep its glass from standing flush there.
+  static bool hangs(const DockConfiguration& config, const QRectF& slot, const QRectF& usable);
 
   /// The part of a slot, over its whole width, that the glass covers while no pointer is at it: the room for the
   /// tabs is left out.
-  static QRectF atRest(const DockConfiguration& config, const QRectF& slot, double scale);
+  static QRectF atRest(const QRectF& slot, double scale, bool hangs);
 };
 
 }  // namespace tarnwick
