@@ -105,6 +105,35 @@ TEST_F(X11ZoneSensorTest, AsksAMouseSeldomAndMissesNothing) {
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return zones().bottomEdge; }));
 }
 
+// A pointer that is put somewhere makes no raw motion.
+TEST_F(X11ZoneSensorTest, FeelsAPointerThatAProgramPutsAtAnEdgeAndLeavesTheClicksToWhatIsThere) {
+  ForeignWindow below(desk.display, QRect(0, 0, 1280, 800));
+  ASSERT_TRUE(below.show());
+  const auto warp = [&](qint16 x, qint16 y) {
+    xcb_warp_pointer(desk.display.connection(), XCB_NONE, desk.display.root(), 0, 0, 0, 0, x, y);
+    xcb_flush(desk.display.connection());
+  };
+  const auto click = [&] {
+    desk.display.button(1, true);
+    desk.display.button(1, false);
+    desk.settle();
+  };
+  const QSignalSpy changes(&sensor, &ZoneSensor::changed);
+  sensor.watch({request()});
+  int expected = 0;
+  for (const auto& [place, there] :
+       {std::pair{QPoint(200, 799), PointerZones{.bottomEdge = true}}, {{900, 0}, {.topEdge = true}}}) {
+    warp(static_cast<qint16>(place.x()), static_cast<qint16>(place.y()));
+    EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return zones() == there; })) << place.y();
+    desk.settle();
+    click();
+    EXPECT_EQ(below.clicks(), ++expected) << "at the edge itself";
+    desk.display.moveTo({640, 300});
+    EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return zones() == PointerZones(); }));
+  }
+  EXPECT_EQ(changes.size(), 4);
+}
+
 TEST_F(X11ZoneSensorTest, SeesThroughTheDragOfAnotherProgram) {
   ForeignWindow source(desk.display, QRect(0, 100, 200, 200));
   ASSERT_TRUE(source.show());

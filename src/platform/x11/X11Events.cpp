@@ -178,6 +178,12 @@ bool X11Events::nativeEventFilter(const QByteArray& type, void* message, qintptr
       if (isOurs(window)) Q_EMIT windowMapped(window);
       return false;
     }
+    case XCB_ENTER_NOTIFY:
+      Q_EMIT pointerEntered(as<xcb_enter_notify_event_t>(event)->event);
+      return false;
+    case XCB_BUTTON_PRESS:
+      Q_EMIT buttonPressed(as<xcb_button_press_event_t>(event)->event);
+      return false;
     case XCB_DESTROY_NOTIFY:
       watched_.remove(as<xcb_destroy_notify_event_t>(event)->window);
       return false;

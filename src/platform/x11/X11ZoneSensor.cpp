@@ -9,12 +9,14 @@
 namespace tarnwick {
 
 X11ZoneSensor::X11ZoneSensor(X11Events& events, const X11Screens& screens, const Capability& edges)
-    : events_(events), input_(events.rawInput()), screens_(screens), edges_(edges) {
+    : events_(events), input_(events.rawInput()), screens_(screens), edges_(edges), strips_(events, screens) {
   connect(&screens, &X11Screens::changed, this, [this] {
     travel_.reset();
     if (!requests_.isEmpty()) ask();
   });
   connect(&events, &X11Events::selectionOwnerChanged, this, &X11ZoneSensor::ownerChanged);
+  connect(&strips_, &X11EdgeStrips::entered, this, &X11ZoneSensor::ask);
+  connect(&strips_, &X11EdgeStrips::pressed, this, &ZoneSensor::edgePressed);
 }
 
 void X11ZoneSensor::watch(const QList<ZoneRequest>& requests) {
@@ -24,6 +26,7 @@ void X11ZoneSensor::watch(const QList<ZoneRequest>& requests) {
   if (requests.isEmpty()) {
     zones_.clear();
     isDragging_ = mayDrag_ = false;
+    strips_.cover({}, {});
   } else {
     update(input_.read());
   }
@@ -72,6 +75,7 @@ bool X11ZoneSensor::update(const X11RawInput::Pointer& pointer) {
   }
   mayDrag_ = mayDrag_ && pointer.hasButton;
   const bool zonesChanged = std::exchange(zones_, zones) != zones;
+  if (edges_) strips_.cover(requests_, zones_);
   const bool dragChanged = std::exchange(isDragging_, mayDrag_) != mayDrag_;
   return zonesChanged || dragChanged;
 }

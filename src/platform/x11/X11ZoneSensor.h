@@ -3,6 +3,7 @@
 #include <QHash>
 
 #include "desktop/Zones.h"
+#include "platform/x11/X11EdgeStrips.h"
 #include "platform/x11/X11Events.h"
 #include "platform/x11/X11RawInput.h"
 #include "platform/x11/X11Screens.h"
@@ -42,6 +43,7 @@ class X11ZoneSensor final : public ZoneSensor {
   X11RawInput::Ear motion_;
   X11RawInput::Ear buttons_;
   QHash<QString, PointerZones> zones_;
+  X11EdgeStrips strips_;
   X11Travel travel_;
   bool isDragging_ = false;
   bool mayDrag_ = false;  ///< The selection was taken since the last time that no button was down.
