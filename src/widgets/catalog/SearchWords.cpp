@@ -11,14 +11,14 @@ namespace tarnwick {
 
 namespace {
 
-/// Words for a kind, or for all kinds of a family.
-struct Words {
+/// What a kind, or each kind of a family, is called.
+struct SearchRow {
   QLatin1StringView of;
   const char* words;
 };
 
 // clang-format off
-constexpr Words kWords[] = {
+constexpr SearchRow kWords[] = {
     {familyText(Family::Clock),            QT_TRANSLATE_NOOP("Search", "time hour watch")},
     {kind::worldClockCity,                 QT_TRANSLATE_NOOP("Search", "time zone timezone city abroad utc")},
     {kind::worldClockList,                 QT_TRANSLATE_NOOP("Search", "time zones timezones cities abroad utc")},
@@ -87,7 +87,7 @@ constexpr Words kWords[] = {
 
 QString searchWords(const WidgetDefinition& definition) {
   QStringList found;
-  for (const Words& each : kWords)
+  for (const SearchRow& each : kWords)
     if (definition.id == each.of || definition.family == each.of)
       found << QCoreApplication::translate("Search", each.words);
   return found.join(u' ');
