@@ -63,7 +63,7 @@ TEST(LibraryShelvesTest, AreSearchedByNameGroupAndKind) {
            {u"Photos"_s, {}, {u"Recent Photo"_s, u"Wallpaper"_s}},
            {u"Clocks"_s,
             u"timezone"_s,
-            {Catalog::find(u"worldClockCity"_s).name, Catalog::find(u"worldClockList"_s).name}},
+            {Catalog::find(u"worldClockList"_s).name, Catalog::find(u"worldClockCity"_s).name}},
            {all, u"kitchen"_s, {u"Timer"_s}},
            {all, u"disk"_s, {u"Storage"_s}},
            {all, u"uptime"_s, {u"CPU"_s}},

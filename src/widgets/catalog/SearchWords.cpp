@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QStringList>
+#include <span>
 
 #include "widgets/catalog/Family.h"
 #include "widgets/catalog/Kinds.h"
@@ -11,46 +12,22 @@ namespace tarnwick {
 
 namespace {
 
-/// What a kind, or each kind of a family, is called.
+/// What each kind of a family, or one kind, is called. Some kinds have the name of a family.
 struct SearchRow {
   QLatin1StringView of;
   const char* words;
 };
 
 // clang-format off
-constexpr SearchRow kWords[] = {
+constexpr SearchRow kFamilies[] = {
     {familyText(Family::Clock),            QT_TRANSLATE_NOOP("Search", "time hour watch")},
-    {kind::worldClockCity,                 QT_TRANSLATE_NOOP("Search", "time zone timezone city abroad utc")},
-    {kind::worldClockList,                 QT_TRANSLATE_NOOP("Search", "time zones timezones cities abroad utc")},
-    {kind::dateOnly,                       QT_TRANSLATE_NOOP("Search", "day today")},
     {familyText(Family::Calendar),         QT_TRANSLATE_NOOP("Search", "events agenda appointments schedule date ics")},
-    {kind::calendarWeek,                   QT_TRANSLATE_NOOP("Search", "week number")},
-    {kind::calendarMeeting,                QT_TRANSLATE_NOOP("Search", "video call join conference")},
-    {kind::calendarMeetingDetail,          QT_TRANSLATE_NOOP("Search", "video call join conference")},
-    {kind::calendarMeetingCompact,         QT_TRANSLATE_NOOP("Search", "video call join conference")},
     {familyText(Family::Progress),         QT_TRANSLATE_NOOP("Search", "percent elapsed remaining")},
     {familyText(Family::Reminders),        QT_TRANSLATE_NOOP("Search", "tasks due to-do")},
-    {kind::pomodoro,                       QT_TRANSLATE_NOOP("Search", "focus countdown alarm break work")},
-    {kind::timer,                          QT_TRANSLATE_NOOP("Search", "countdown alarm egg kitchen")},
-    {kind::stopwatch,                      QT_TRANSLATE_NOOP("Search", "laps chronometer")},
-    {kind::posture,                        QT_TRANSLATE_NOOP("Search", "stand sit desk health break")},
-    {kind::exercise,                       QT_TRANSLATE_NOOP("Search", "sport training health break")},
     {familyText(Family::Todos),            QT_TRANSLATE_NOOP("Search", "tasks checklist to-do list")},
-    {kind::scratchNote,                    QT_TRANSLATE_NOOP("Search", "memo text sticky jot")},
     {familyText(Family::Water),            QT_TRANSLATE_NOOP("Search", "glass health hydration")},
     {familyText(Family::Habit),            QT_TRANSLATE_NOOP("Search", "streak daily routine")},
     {familyText(Family::Metric),           QT_TRANSLATE_NOOP("Search", "monitor usage computer")},
-    {kind::cpu,                            QT_TRANSLATE_NOOP("Search", "processor load uptime")},
-    {kind::cpuChart,                       QT_TRANSLATE_NOOP("Search", "processor load history")},
-    {kind::ram,                            QT_TRANSLATE_NOOP("Search", "memory swap")},
-    {kind::ramChart,                       QT_TRANSLATE_NOOP("Search", "memory swap history")},
-    {kind::systemChart,                    QT_TRANSLATE_NOOP("Search", "processor memory ram load history")},
-    {kind::storage,                        QT_TRANSLATE_NOOP("Search", "disk drive space ssd free")},
-    {kind::battery,                        QT_TRANSLATE_NOOP("Search", "power charge")},
-    {kind::network,                        QT_TRANSLATE_NOOP("Search", "wifi wi-fi ethernet internet traffic speed")},
-    {kind::networkDownload,                QT_TRANSLATE_NOOP("Search", "wifi wi-fi ethernet internet traffic network")},
-    {kind::networkUpload,                  QT_TRANSLATE_NOOP("Search", "wifi wi-fi ethernet internet traffic network")},
-    {kind::networkChart,                   QT_TRANSLATE_NOOP("Search", "wifi wi-fi ethernet internet traffic speed")},
     {familyText(Family::Temperature),      QT_TRANSLATE_NOOP("Search", "heat sensor processor degrees")},
     {familyText(Family::Processes),        QT_TRANSLATE_NOOP("Search", "task manager kill busy")},
     {familyText(Family::Toggles),          QT_TRANSLATE_NOOP("Search", "wifi wi-fi bluetooth dark mode do not disturb mute sound caffeine awake switches")},
@@ -58,10 +35,7 @@ constexpr SearchRow kWords[] = {
     {familyText(Family::Launcher),         QT_TRANSLATE_NOOP("Search", "program start launch shortcut icon")},
     {familyText(Family::Windows),          QT_TRANSLATE_NOOP("Search", "switch tasks")},
     {familyText(Family::Files),            QT_TRANSLATE_NOOP("Search", "documents directory")},
-    {kind::trash,                          QT_TRANSLATE_NOOP("Search", "bin delete rubbish")},
     {familyText(Family::Bookmarks),        QT_TRANSLATE_NOOP("Search", "favorites links browser places")},
-    {kind::webSearch,                      QT_TRANSLATE_NOOP("Search", "internet browser find")},
-    {kind::finderSearch,                   QT_TRANSLATE_NOOP("Search", "find documents")},
     {familyText(Family::Clipboard),        QT_TRANSLATE_NOOP("Search", "copy paste history")},
     {familyText(Family::Calculator),       QT_TRANSLATE_NOOP("Search", "math sum arithmetic")},
     {familyText(Family::Converter),        QT_TRANSLATE_NOOP("Search", "units currency metric imperial length weight")},
@@ -81,15 +55,48 @@ constexpr SearchRow kWords[] = {
     {familyText(Family::Separator),        QT_TRANSLATE_NOOP("Search", "line divider")},
     {familyText(Family::Space),            QT_TRANSLATE_NOOP("Search", "gap spacer blank")},
 };
+
+constexpr SearchRow kKinds[] = {
+    {kind::worldClockCity,         QT_TRANSLATE_NOOP("Search", "time zone timezone city abroad utc")},
+    {kind::worldClockList,         QT_TRANSLATE_NOOP("Search", "time zones timezones cities abroad utc")},
+    {kind::dateOnly,               QT_TRANSLATE_NOOP("Search", "day today")},
+    {kind::calendarWeek,           QT_TRANSLATE_NOOP("Search", "week number")},
+    {kind::calendarMeeting,        QT_TRANSLATE_NOOP("Search", "video call join conference")},
+    {kind::calendarMeetingDetail,  QT_TRANSLATE_NOOP("Search", "video call join conference")},
+    {kind::calendarMeetingCompact, QT_TRANSLATE_NOOP("Search", "video call join conference")},
+    {kind::pomodoro,               QT_TRANSLATE_NOOP("Search", "focus countdown alarm break work")},
+    {kind::timer,                  QT_TRANSLATE_NOOP("Search", "countdown alarm egg kitchen")},
+    {kind::stopwatch,              QT_TRANSLATE_NOOP("Search", "laps chronometer")},
+    {kind::posture,                QT_TRANSLATE_NOOP("Search", "stand sit desk health break")},
+    {kind::exercise,               QT_TRANSLATE_NOOP("Search", "sport training health break")},
+    {kind::scratchNote,            QT_TRANSLATE_NOOP("Search", "memo text sticky jot")},
+    {kind::cpu,                    QT_TRANSLATE_NOOP("Search", "processor load uptime")},
+    {kind::cpuChart,               QT_TRANSLATE_NOOP("Search", "processor load history")},
+    {kind::ram,                    QT_TRANSLATE_NOOP("Search", "memory swap")},
+    {kind::ramChart,               QT_TRANSLATE_NOOP("Search", "memory swap history")},
+    {kind::systemChart,            QT_TRANSLATE_NOOP("Search", "processor memory ram load history")},
+    {kind::storage,                QT_TRANSLATE_NOOP("Search", "disk drive space ssd free")},
+    {kind::battery,                QT_TRANSLATE_NOOP("Search", "power charge")},
+    {kind::network,                QT_TRANSLATE_NOOP("Search", "wifi wi-fi ethernet internet traffic speed")},
+    {kind::networkDownload,        QT_TRANSLATE_NOOP("Search", "wifi wi-fi ethernet internet traffic network")},
+    {kind::networkUpload,          QT_TRANSLATE_NOOP("Search", "wifi wi-fi ethernet internet traffic network")},
+    {kind::networkChart,           QT_TRANSLATE_NOOP("Search", "wifi wi-fi ethernet internet traffic speed")},
+    {kind::trash,                  QT_TRANSLATE_NOOP("Search", "bin delete rubbish")},
+    {kind::webSearch,              QT_TRANSLATE_NOOP("Search", "internet browser find")},
+    {kind::finderSearch,           QT_TRANSLATE_NOOP("Search", "find documents")},
+};
 // clang-format on
 
 }  // namespace
 
 QString searchWords(const WidgetDefinition& definition) {
   QStringList found;
-  for (const SearchRow& each : kWords)
-    if (definition.id == each.of || definition.family == each.of)
-      found << QCoreApplication::translate("Search", each.words);
+  const auto add = [&found](std::span<const SearchRow> rows, const QString& of) {
+    for (const SearchRow& row : rows)
+      if (of == row.of) found << QCoreApplication::translate("Search", row.words);
+  };
+  add(kFamilies, definition.family);
+  add(kKinds, definition.id);
   return found.join(u' ');
 }
 
