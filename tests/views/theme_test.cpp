@@ -39,7 +39,7 @@ TEST(SmoothLine, FlowsThroughTheSamplesWithoutLeavingTheRangeOfNeighbours) {
       const QPointF from = samples[i], to = samples[i + 1];
       const QPointF first = line.elementAt(1 + 3 * i), second = line.elementAt(2 + 3 * i);
       EXPECT_EQ(QPointF(line.elementAt(3 + 3 * i)), to);
-      const auto [low, high] = std::minmax(from.y(), to.y());
+      const double low = std::min(from.y(), to.y()), high = std::max(from.y(), to.y());
       double before = from.y();
       for (double t = 0; t <= 1; t += 0.05) {
         const double u = 1 - t;
