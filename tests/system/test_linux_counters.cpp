@@ -207,6 +207,22 @@ TEST_F(FolderTest, ADiskSleepsWithTheWholeOfItOrAPart) {
     EXPECT_TRUE(DeviceSleep::isVolumeAsleep(root, root)) << device.toStdString();
     QDir(at(u"sys"_s)).removeRecursively();
   }
+
+  // An encrypted volume on a logical one on two disks, of which one sleeps.
+  QDir().mkpath(at(block));
+  put(block + u"/slaves/dm-1/slaves/sda1/device/power/runtime_status"_s, "active\n");
+  EXPECT_FALSE(DeviceSleep::isVolumeAsleep(root, root));
+  put(block + u"/slaves/dm-1/slaves/sdb1/device/power/runtime_status"_s, "suspended\n");
+  EXPECT_TRUE(DeviceSleep::isVolumeAsleep(root, root));
+  QDir(at(u"sys"_s)).removeRecursively();
+
+  // A file system that has a number of its own is looked for among what is mounted.
+  const QByteArray number = QByteArray::number(major(facts.st_dev)) + ':' + QByteArray::number(minor(facts.st_dev));
+  put(u"proc/self/mountinfo"_s,
+      "30 1 9:9 / /elsewhere rw - ext4 /dev/sda9 rw\n31 1 " + number + " / / rw shared:1 - btrfs /dev/sdz7 rw\n");
+  EXPECT_FALSE(DeviceSleep::isVolumeAsleep(root, root));
+  put(u"sys/class/block/sdz7/device/power/runtime_status"_s, "suspended\n");
+  EXPECT_TRUE(DeviceSleep::isVolumeAsleep(root, root));
 }
 
 TEST(SystemVolume, AReadOnlyImageGivesWayToTheHomeFolder) {
