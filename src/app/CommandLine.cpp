@@ -173,8 +173,8 @@ QString CommandLine::help() {
                                      "\n"
                                      "  --restore-dock   gives the desktop's own dock back and ends\n"
                                      "  --snapshot       paints every widget into pictures (--output FOLDER)\n"
-                                     "  --version        tells the version\n"
-                                     "  --help           tells this\n");
+                                     "  --version        shows the version\n"
+                                     "  --help           shows this\n");
 }
 
 }  // namespace tarnwick

@@ -27,7 +27,8 @@ HotKeyAction HotKeyTable::action(quint32 identifier) {
     case kCommandBar:
       return {QStringLiteral("--command-bar"), QCoreApplication::translate("HotKeyTable", "Open the command bar")};
     case kFocus:
-      return {QStringLiteral("--focus"), QCoreApplication::translate("HotKeyTable", "Give the dock the keyboard")};
+      return {QStringLiteral("--focus"),
+              QCoreApplication::translate("HotKeyTable", "Move the keyboard focus to the dock")};
     default: {
       const QString number = QString::number(identifier - kFirstProfile);
       return {QStringLiteral("--profile ") + number,

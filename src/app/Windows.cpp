@@ -202,8 +202,7 @@ DesktopAbilities Windows::abilities() const {
   if (delegate_.commands().can(Commands::Optional::CommandBar) && options.commandBarEnabled)
     found.commandBarKey = delegate_.keys().commandBarKey();
   found.notifications = services_.notifications.capability();
-  if (!delegate_.statusItem().hasTray())
-    found.tray = Capability::no(tr("This desktop has no place for the icons of programs."));
+  if (!delegate_.statusItem().hasTray()) found.tray = Capability::no(tr("This desktop has no system tray."));
   found.loginEntry = delegate_.autostart().capability();
   found.systemDock = setup_.preferences.capability();
   found.captureProtection = services_.panels.captureProtection();

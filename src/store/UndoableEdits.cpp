@@ -63,7 +63,7 @@ bool UndoableEdits::insert(const QList<DockWidget>& widgets, const QString& disp
   const QUuid before = index >= 0 && index < shown.size() ? shown[index].id : QUuid();
   if (!place(widgets, store_.profileIndex(display), before)) return false;
   const QString sentence = widgets.size() == 1 ? tr("“%1” was added to the dock.").arg(nameOf(widgets.first()))
-                                               : tr("%1 tiles were added to the dock.").arg(widgets.size());
+                                               : tr("%1 widgets were added to the dock.").arg(widgets.size());
   pushAdded(widgets, {sentence, display});
   return true;
 }

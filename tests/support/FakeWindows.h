@@ -6,7 +6,7 @@
 
 namespace tarnwick::test {
 
-/// Windows of other programs that a test opens itself.
+/// Windows of other apps that a test opens itself.
 class FakeWindows final : public ClientWindows {
  public:
   QList<ClientWindow> all() const override { return windows; }

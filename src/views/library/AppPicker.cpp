@@ -29,7 +29,7 @@ AppPicker::AppPicker(InstalledApps& apps, TileIcons icons, QWidget* parent)
       nothing_(new TextLabel({}, TextStyle::Body, Tone::Secondary)),
       choose_(new Button(LibraryWords::tr("Choose"), Button::Role::Primary)) {
   setAttribute(Qt::WA_DeleteOnClose);
-  setWindowTitle(LibraryWords::tr("Choose Application"));
+  setWindowTitle(LibraryWords::tr("Choose App"));
   setWindowModality(Qt::WindowModal);
   setFixedWidth(kWidth);
   view_->setMostRows(kRows);
@@ -82,7 +82,7 @@ void AppPicker::refresh() {
   view_->setItems(items);
   view_->setVisible(!items.isEmpty());
   nothing_->setVisible(items.isEmpty());
-  nothing_->setText(apps_.loaded() ? LibraryWords::tr("No application fits that.") : LibraryWords::tr("Looking…"));
+  nothing_->setText(apps_.loaded() ? LibraryWords::tr("No app matches that.") : LibraryWords::tr("Looking…"));
   choose_->setEnabled(!items.isEmpty());
 }
 

@@ -43,7 +43,7 @@ void LibraryView::paintEvent(QPaintEvent* event) {
     if (cardRect(row).intersects(event->rect())) paintCard(painter, row);
   if (layout_.cards.isEmpty())
     drawTextIn(painter, QRectF(0, 0, viewport()->width(), viewport()->height() * 0.6),
-               LibraryWords::tr("No widget fits that."), TextStyle::Body, lookOf(*this).palette.secondary,
+               LibraryWords::tr("No widget matches that."), TextStyle::Body, lookOf(*this).palette.secondary,
                Qt::AlignHCenter);
   paintThumb(painter);
 }

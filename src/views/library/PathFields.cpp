@@ -41,7 +41,7 @@ AppField::AppField(const FieldServices& services, bool several)
     : services_(services),
       several_(several),
       rows_(FieldRows::column()),
-      choose_(new Button(several ? LibraryWords::tr("Add Application…") : LibraryWords::tr("Choose Application…"))) {
+      choose_(new Button(several ? LibraryWords::tr("Add App…") : LibraryWords::tr("Choose App…"))) {
   fill(*this, *rows_, *choose_);
   connect(choose_, &QPushButton::clicked, this, &AppField::choose);
   connect(services_.apps, &InstalledApps::changed, this, &AppField::showApps);

@@ -41,7 +41,7 @@ AboutWindow::AboutWindow(AppStore& store) : AppWindow(store, tr("About Tarnwick"
   column->addSpacing(4);
 
   auto* page = new CardPage({});
-  Card* card = page->addCard(tr("It stands on"));
+  Card* card = page->addCard(tr("Open-source components"));
   for (const Credit& credit : allCredits())
     card->addRow(credit.words(), new TextLabel(credit.licence, TextStyle::Caption, Tone::Secondary));
   column->addWidget(page, 1);

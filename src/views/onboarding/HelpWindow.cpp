@@ -24,7 +24,7 @@ void addGlobalKeys(CardPage& page, const AppStore& store, const DesktopAbilities
   const DesktopOptions& options = store.config().desktopOptions();
   Card* card = page.addCard(HelpWords::tr("Keys that work everywhere"));
   if (!abilities.keys) {
-    card->addRow(HelpWords::tr("No key of ours"), nullptr, abilities.keys.reason);
+    card->addRow(HelpWords::tr("No shortcut"), nullptr, abilities.keys.reason);
     return;
   }
   if (options.dockShortcutEnabled)
@@ -33,7 +33,7 @@ void addGlobalKeys(CardPage& page, const AppStore& store, const DesktopAbilities
   const bool hasCommandBar = abilities.commandBarKey && !abilities.commandBarKey->isEmpty();
   const bool canAddShift = (options.shortcutModifiers & VirtualKeys::kShift) == 0;
   if (options.dockShortcutEnabled && canAddShift)
-    card->addRow(HelpWords::tr("Give the dock the keyboard"),
+    card->addRow(HelpWords::tr("Move the keyboard focus to the dock"),
                  new KeyCaps(VirtualKeys::text(options.shortcutKey, options.shortcutModifiers | VirtualKeys::kShift)));
   if (hasCommandBar) card->addRow(HelpWords::tr("Command Bar"), new KeyCaps(*abilities.commandBarKey));
   if (options.profileShortcutEnabled) {
@@ -44,7 +44,7 @@ void addGlobalKeys(CardPage& page, const AppStore& store, const DesktopAbilities
                  HelpWords::tr("Use the prefix with 0–9 in profile order."));
   }
   if (!options.dockShortcutEnabled && !options.profileShortcutEnabled && !hasCommandBar)
-    card->addRow(HelpWords::tr("No key of ours"), nullptr, HelpWords::tr("All of them are switched off in Settings."));
+    card->addRow(HelpWords::tr("No shortcut"), nullptr, HelpWords::tr("All of them are switched off in Settings."));
 }
 
 void addPlain(CardPage& page, const char* heading, std::initializer_list<std::pair<const char*, const char*>> rows) {
@@ -73,33 +73,30 @@ HelpWindow::HelpWindow(AppStore& store, const DesktopAbilities& abilities) : App
   addGlobalKeys(*page, store, abilities);
   addPlain(
       *page, QT_TRANSLATE_NOOP("Help", "While the dock has the keyboard"),
-      {{QT_TRANSLATE_NOOP("Help", "Arrow keys"), QT_TRANSLATE_NOOP("Help", "Go from tile to tile.")},
+      {{QT_TRANSLATE_NOOP("Help", "Arrow keys"), QT_TRANSLATE_NOOP("Help", "Go from widget to widget.")},
        {QT_TRANSLATE_NOOP("Help", "Return or Space"), QT_TRANSLATE_NOOP("Help", "Does what a click does.")},
-       {QT_TRANSLATE_NOOP("Help", "Menu key or Shift+F10"), QT_TRANSLATE_NOOP("Help", "Opens the tile’s menu.")},
+       {QT_TRANSLATE_NOOP("Help", "Menu key or Shift+F10"), QT_TRANSLATE_NOOP("Help", "Opens the widget’s menu.")},
        {QT_TRANSLATE_NOOP("Help", "Ctrl+F10"), QT_TRANSLATE_NOOP("Help", "Opens the dock’s menu.")},
        {QT_TRANSLATE_NOOP("Help", "Escape"), QT_TRANSLATE_NOOP("Help", "Gives the keyboard back.")},
        {QT_TRANSLATE_NOOP("Help", "Ctrl+Z"),
         QT_TRANSLATE_NOOP("Help",
                           "Takes the last change of the dock back. It works in every window of Tarnwick, too.")},
        {QT_TRANSLATE_NOOP("Help", "Ctrl+Shift+Z"), QT_TRANSLATE_NOOP("Help", "Makes again what was taken back.")}});
-  addPlain(
-      *page, QT_TRANSLATE_NOOP("Help", "With the pointer"),
-      {{QT_TRANSLATE_NOOP("Help", "Click"),
-        QT_TRANSLATE_NOOP("Help",
-                          "Opens a tile’s panel, or an application. A click on the one in front minimises it.")},
-       {QT_TRANSLATE_NOOP("Help", "Right click"),
-        QT_TRANSLATE_NOOP("Help", "Opens the menu of a tile or of the dock.")},
-       {QT_TRANSLATE_NOOP("Help", "Drag a tile"),
-        QT_TRANSLATE_NOOP("Help", "Moves it to another place. Far from the dock it is removed.")},
-       {QT_TRANSLATE_NOOP("Help", "Drop files"),
-        QT_TRANSLATE_NOOP(
-            "Help",
-            "On an application they open in it, on the trash they go there. Elsewhere they go to the file "
-            "shelf, or become a tile where there is none.")},
-       {QT_TRANSLATE_NOOP("Help", "Wheel"),
-        QT_TRANSLATE_NOOP("Help", "Over an application it goes through its windows, elsewhere it scrolls the dock.")},
-       {QT_TRANSLATE_NOOP("Help", "Drag empty space"),
-        QT_TRANSLATE_NOOP("Help", "Switches to the next profile, or moves a floating dock.")}});
+  addPlain(*page, QT_TRANSLATE_NOOP("Help", "With the pointer"),
+           {{QT_TRANSLATE_NOOP("Help", "Click"),
+             QT_TRANSLATE_NOOP("Help", "Opens a widget’s panel, or an app. A click on the app in front minimises it.")},
+            {QT_TRANSLATE_NOOP("Help", "Right click"),
+             QT_TRANSLATE_NOOP("Help", "Opens the menu of a widget or of the dock.")},
+            {QT_TRANSLATE_NOOP("Help", "Drag a widget"),
+             QT_TRANSLATE_NOOP("Help", "Moves it to another place. Far from the dock it is removed.")},
+            {QT_TRANSLATE_NOOP("Help", "Drop files"),
+             QT_TRANSLATE_NOOP("Help",
+                               "On an app they open in it, on the trash they go there. Elsewhere they go to the file "
+                               "shelf, or become a widget where there is none.")},
+            {QT_TRANSLATE_NOOP("Help", "Wheel"),
+             QT_TRANSLATE_NOOP("Help", "Over an app it goes through its windows, elsewhere it scrolls the dock.")},
+            {QT_TRANSLATE_NOOP("Help", "Drag empty space"),
+             QT_TRANSLATE_NOOP("Help", "Switches to the next profile, or moves a floating dock.")}});
   addOrders(*page);
   setContent(nullptr, page);
   page->takeKeys();

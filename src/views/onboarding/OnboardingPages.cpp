@@ -119,7 +119,7 @@ QWidget* starterNote(int width) {
   column->addStretch();
   column->addWidget(new TextLabel(OnboardingWords::tr("Starter widgets"), TextStyle::Title));
   auto* text = new TextLabel(
-      OnboardingWords::tr("Applications, time, CPU, RAM and quick toggles. Add more from the library. Weather comes "
+      OnboardingWords::tr("Apps, time, CPU, RAM and quick toggles. Add more from the library. Weather comes "
                           "with a later version."),
       TextStyle::Caption, Tone::Secondary);
   text->setWordWrap(true);
@@ -136,14 +136,14 @@ QWidget* makeWelcomePage() {
       beginPage(page, OnboardingWords::tr("A dock of live widgets"),
                 OnboardingWords::tr("What you look at all day, in one calm row at the edge of your screen."));
   auto* card = new Card;
-  card->add(feature(u"clock"_s, Accent::Orange, OnboardingWords::tr("Tiles that live"),
+  card->add(feature(u"clock"_s, Accent::Orange, OnboardingWords::tr("Live widgets"),
                     OnboardingWords::tr("Time, calendar, the state of this computer, timers and notes. A "
-                                        "click on a tile opens the rest of it.")));
-  card->add(feature(u"square.grid.2x2"_s, Accent::Blue, OnboardingWords::tr("Your applications"),
+                                        "click on a widget opens its panel.")));
+  card->add(feature(u"square.grid.2x2"_s, Accent::Blue, OnboardingWords::tr("Your apps"),
                     OnboardingWords::tr("Start them, see which run, and drop files on them. Folders open in the "
                                         "dock itself.")));
   card->add(feature(u"person.2"_s, Accent::Purple, OnboardingWords::tr("Profiles"),
-                    OnboardingWords::tr("One set of tiles for work and one for the evening, switched by you, by "
+                    OnboardingWords::tr("One set of widgets for work and one for the evening, switched by you, by "
                                         "the time or by the display.")));
   card->add(feature(u"battery.100"_s, Accent::Green, OnboardingWords::tr("Light on the machine"),
                     OnboardingWords::tr("While nothing changes, nothing runs. Your settings stay in one file on "
@@ -233,8 +233,8 @@ void fill(Card* card, AppStore& store, const OnboardingServices& services) {
                                    "The dock stands at an edge of your screens. Nothing composites them here, so it is "
                                    "opaque."));
   addState(card, OnboardingWords::tr("Screens and panels"), screens, abilities.edges);
-  addState(card, OnboardingWords::tr("Windows of other programs"),
-           OnboardingWords::tr("Running applications show in the dock, and a click brings them to the front."),
+  addState(card, OnboardingWords::tr("Windows of other apps"),
+           OnboardingWords::tr("Running apps show in the dock, and a click brings them to the front."),
            abilities.windows);
   addKeys(card, abilities);
   const QString notes = OnboardingWords::tr("Notifications");
@@ -243,7 +243,7 @@ void fill(Card* card, AppStore& store, const OnboardingServices& services) {
     card->addRow(notes, makeSwitch(store, services, notes, &DockConfiguration::notificationsEnabled), tell);
   else
     addState(card, notes, tell, abilities.notifications);
-  addState(card, OnboardingWords::tr("The system’s dock"),
+  addState(card, OnboardingWords::tr("The system dock"),
            OnboardingWords::tr("Three layouts send it away while Tarnwick runs, and always give it back."),
            abilities.systemDock);
   const QString login = OnboardingWords::tr("Launch at login");
@@ -277,7 +277,7 @@ QWidget* makeDonePage(AppStore& store, const OnboardingServices& services) {
     card->addRow(OnboardingWords::tr("Hide and show the dock"), key(abilities.dockKey));
   if (abilities.commandBarKey && !abilities.commandBarKey->isEmpty())
     card->addRow(OnboardingWords::tr("Open the command bar"), key(*abilities.commandBarKey));
-  card->addRow(OnboardingWords::tr("Open a tile"), nullptr,
+  card->addRow(OnboardingWords::tr("Open a widget"), nullptr,
                OnboardingWords::tr("Click it for its panel, right-click it for its menu, drag it to move it."));
   const bool hasIcon = abilities.tray && store.config().desktopOptions().showMenuBarIcon;
   card->addRow(OnboardingWords::tr("Everything else"), nullptr,

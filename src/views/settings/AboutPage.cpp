@@ -26,7 +26,7 @@ SettingsPage* makeAboutPage(AppStore& store, const SettingsServices& services) {
       {QT_TRANSLATE_NOOP("Settings", "Licence"), QT_TRANSLATE_NOOP("Settings", "© 2026 The Tarnwick authors."),
        QT_TRANSLATE_NOOP("Settings", "license")},
       value(u"MIT"_s));
-  Card& credits = *page->addCard(settingsText(QT_TRANSLATE_NOOP("Settings", "It stands on")));
+  Card& credits = *page->addCard(settingsText(QT_TRANSLATE_NOOP("Settings", "Open-source components")));
   for (const Credit& credit : allCredits()) {
     auto* row = new FormRow(credit.words(), value(credit.licence));
     page->addOther(credits, row, credit.name + u' ' + credit.licence);

@@ -90,30 +90,30 @@ class AppearancePage final : public SettingsPage {
     Card& card = *addCard();
     addSwitch(card,
               {QT_TRANSLATE_NOOP("Settings", "Widget tile fills"),
-               QT_TRANSLATE_NOOP("Settings", "A ground behind every widget.")},
+               QT_TRANSLATE_NOOP("Settings", "Draws a background behind each widget.")},
               settingField(&DockConfiguration::tiles));
     FormRow* borders = addSwitch(card,
                                  {QT_TRANSLATE_NOOP("Settings", "Tile borders"),
-                                  QT_TRANSLATE_NOOP("Settings", "A thin line along the edge of that ground.")},
+                                  QT_TRANSLATE_NOOP("Settings", "Draws a thin border around it.")},
                                  {[](const DockConfiguration& config) { return config.tileBorders.value_or(true); },
                                   [](DockConfiguration& config, const bool& on) { config.tileBorders = on; }});
     showWhile(
         borders, [](const DockConfiguration& config) { return config.tiles; },
-        settingsText(QT_TRANSLATE_NOOP("Settings", "Only for tiles with a fill.")));
+        settingsText(QT_TRANSLATE_NOOP("Settings", "Only for widgets with a fill.")));
     addSegments(card, {QT_TRANSLATE_NOOP("Settings", "Widget colors")},
                 {[](const DockConfiguration& config) { return config.monochrome ? u"true"_s : u"false"_s; },
                  [](DockConfiguration& config, const QString& value) { config.monochrome = value == "true"_L1; }},
                 kWidgetColors);
-    addDropDown(card,
-                {QT_TRANSLATE_NOOP("Settings", "App icons"),
-                 QT_TRANSLATE_NOOP("Settings", "Auto makes them dark in a dark dock."),
-                 QT_TRANSLATE_NOOP("Settings", "icon style applications")},
-                settingField(&DesktopOptions::appIconStyle), kIconStyles);
-    addSwitch(card,
-              {QT_TRANSLATE_NOOP("Settings", "Reduce transparency"),
-               QT_TRANSLATE_NOOP("Settings", "The dock shows nothing of what lies behind it."),
-               QT_TRANSLATE_NOOP("Settings", "glass blur opaque")},
-              settingField(&DesktopOptions::reduceTransparency));
+    addDropDown(
+        card,
+        {QT_TRANSLATE_NOOP("Settings", "App icons"), QT_TRANSLATE_NOOP("Settings", "Auto: dark icons in a dark dock."),
+         QT_TRANSLATE_NOOP("Settings", "icon style applications")},
+        settingField(&DesktopOptions::appIconStyle), kIconStyles);
+    addSwitch(
+        card,
+        {QT_TRANSLATE_NOOP("Settings", "Reduce transparency"), QT_TRANSLATE_NOOP("Settings", "Makes the dock opaque."),
+         QT_TRANSLATE_NOOP("Settings", "glass blur opaque")},
+        settingField(&DesktopOptions::reduceTransparency));
   }
 
   void addPicture() {
@@ -127,7 +127,7 @@ class AppearancePage final : public SettingsPage {
     line->addWidget(choose);
     addControl(card,
                {QT_TRANSLATE_NOOP("Settings", "Dock picture"),
-                QT_TRANSLATE_NOOP("Settings", "A picture of yours on the dock, behind its widgets."),
+                QT_TRANSLATE_NOOP("Settings", "Shows a picture as the dock’s background."),
                 QT_TRANSLATE_NOOP("Settings", "background image photo wallpaper")},
                buttons);
     const auto hasPicture = [](const DockConfiguration& config) {
@@ -156,7 +156,7 @@ class AppearancePage final : public SettingsPage {
     Card& card = *addCard();
     addSegments(card,
                 {QT_TRANSLATE_NOOP("Settings", "Window appearance"),
-                 QT_TRANSLATE_NOOP("Settings", "Of Tarnwick’s own windows and menus."),
+                 QT_TRANSLATE_NOOP("Settings", "Tarnwick’s windows and menus: light, dark or as the desktop."),
                  QT_TRANSLATE_NOOP("Settings", "theme mode")},
                 settingField(&DockConfiguration::appAppearance), kAppearances);
   }

@@ -74,7 +74,7 @@ class GeneralPage final : public SettingsPage {
     units->setUnavailable(settingsText(QT_TRANSLATE_NOOP("Settings", "Weather is not part of this version yet.")));
     addSwitch(card,
               {QT_TRANSLATE_NOOP("Settings", "Open folders in Finder"),
-               QT_TRANSLATE_NOOP("Settings", "Pinned folders open in the file manager instead of their gallery.")},
+               QT_TRANSLATE_NOOP("Settings", "Pinned folders open in the file manager instead of a panel.")},
               settingField(&DockConfiguration::foldersInFinder));
     auto* buttons = new QWidget;
     auto* line = new QHBoxLayout(buttons);
@@ -126,7 +126,7 @@ class GeneralPage final : public SettingsPage {
     FormRow* row = addControl(card, {QT_TRANSLATE_NOOP("Settings", "Setup"), ""}, setup);
     follow([row](const DockConfiguration& config) {
       row->setHelp(config.onboardingComplete
-                       ? settingsText(QT_TRANSLATE_NOOP("Settings", "Shows the welcome of the first start again."))
+                       ? settingsText(QT_TRANSLATE_NOOP("Settings", "Shows the welcome window again."))
                        : settingsText(QT_TRANSLATE_NOOP("Settings", "Goes on where you left the welcome.")));
     });
   }
@@ -177,9 +177,9 @@ class GeneralPage final : public SettingsPage {
   }
 
   static constexpr const char* kExportHelp =
-      QT_TRANSLATE_NOOP("Settings", "Writes everything that you set up to a file. Passwords and tokens are not in it.");
+      QT_TRANSLATE_NOOP("Settings", "Saves all settings to a file, without passwords and tokens.");
   static constexpr const char* kImportHelp =
-      QT_TRANSLATE_NOOP("Settings", "Replaces everything that you set up by what a file holds.");
+      QT_TRANSLATE_NOOP("Settings", "Replaces all settings with those of a file.");
 
   const SettingsServices& services_;
   FormRow* exported_ = nullptr;

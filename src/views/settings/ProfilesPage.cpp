@@ -156,7 +156,7 @@ class ProfilesPage final : public SettingsPage {
   // --- The rules --------------------------------------------------------------------------------------------------
 
   void addRules() {
-    Card& card = *addCard(settingsText(QT_TRANSLATE_NOOP("Settings", "Switch by itself")));
+    Card& card = *addCard(settingsText(QT_TRANSLATE_NOOP("Settings", "Automatic switching")));
     rules_ = new OrderList(settingsText(QT_TRANSLATE_NOOP("Settings", "Rules")));
     rules_->setActions({{kRemoveProfile, u"trash"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Remove")),
                          QKeySequence(Qt::Key_Delete)}});
@@ -165,9 +165,10 @@ class ProfilesPage final : public SettingsPage {
     addOther(card, form_, settingsText(QT_TRANSLATE_NOOP("Settings", "Rules schedule days time automatic")));
     auto* add = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Add Rule")));
     add->setSymbol(u"plus"_s);
-    auto* told = new TextLabel(
-        settingsText(QT_TRANSLATE_NOOP("Settings", "The first rule that holds wins. Between rules the profile stays.")),
-        TextStyle::Caption, Tone::Secondary);
+    auto* told =
+        new TextLabel(settingsText(QT_TRANSLATE_NOOP(
+                          "Settings", "The first matching rule applies. When none matches, the profile stays.")),
+                      TextStyle::Caption, Tone::Secondary);
     addOther(card, buttonLine({add, told}),
              settingsText(QT_TRANSLATE_NOOP("Settings", "Add Rule rules schedule days time automatic")));
     auto* focus = new FormRow(

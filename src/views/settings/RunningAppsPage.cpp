@@ -23,7 +23,7 @@ SettingsPage* makeRunningAppsPage(AppStore& store, const SettingsServices& servi
   Card& card = *page->addCard();
   page->addSwitch(card,
                   {QT_TRANSLATE_NOOP("Settings", "Show running apps"),
-                   QT_TRANSLATE_NOOP("Settings", "Apps that run stand in the dock beside your widgets."),
+                   QT_TRANSLATE_NOOP("Settings", "Shows running apps beside the widgets."),
                    QT_TRANSLATE_NOOP("Settings", "programs windows taskbar")},
                   settingField(&DockConfiguration::liveApps));
   FormRow* place = page->addDropDown(card,
@@ -35,7 +35,7 @@ SettingsPage* makeRunningAppsPage(AppStore& store, const SettingsServices& servi
       settingsText(QT_TRANSLATE_NOOP("Settings", "Only while running apps are shown.")));
   page->addSwitch(card,
                   {QT_TRANSLATE_NOOP("Settings", "Show pinned windows"),
-                   QT_TRANSLATE_NOOP("Settings", "Tiles of windows that you pinned to the dock.")},
+                   QT_TRANSLATE_NOOP("Settings", "Windows that you pinned to the dock.")},
                   settingField(&DesktopOptions::showPinnedWindows));
   FormRow* previews = page->addSwitch(card,
                                       {QT_TRANSLATE_NOOP("Settings", "Window previews"),

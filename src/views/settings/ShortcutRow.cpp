@@ -30,7 +30,7 @@ Words wordsOf(Shortcut shortcut) {
   switch (shortcut) {
     case Shortcut::Dock:
       return {{QT_TRANSLATE_NOOP("Settings", "Hide and Show Dock"),
-               QT_TRANSLATE_NOOP("Settings", "With Shift it gives the dock the keyboard."),
+               QT_TRANSLATE_NOOP("Settings", "With Shift it moves the keyboard focus to the dock."),
                QT_TRANSLATE_NOOP("Settings", "shortcuts hot key focus")},
               &DesktopOptions::dockShortcutEnabled,
               &DesktopOptions::shortcutKey,

@@ -90,14 +90,13 @@ class ApplicationsPanel final : public AppsPanel {
  protected:
   void refresh(const TileSources&) override {
     if (!hasApplications()) {
-      showEmpty(
-          {definition().symbol, {}, title(), PanelWords::tr("The installed applications are not known here."), {}, {}});
+      showEmpty({definition().symbol, {}, title(), PanelWords::tr("The installed apps are not known here."), {}, {}});
       return;
     }
     hideEmpty();
     const QList<AppItem> apps = fitting();
     show(apps,
-         field().text().trimmed().isEmpty() ? PanelWords::tr("Looking…") : PanelWords::tr("No application fits that."));
+         field().text().trimmed().isEmpty() ? PanelWords::tr("Looking…") : PanelWords::tr("No app matches that."));
   }
 };
 
@@ -141,8 +140,12 @@ class AppFolderPanel final : public AppsPanel {
     done_->setVisible(choosing_);
     field().setVisible(choosing_);
     if (held.isEmpty() && !choosing_) {
-      EmptyState state{
-          definition().symbol, {}, title(), PanelWords::tr("Put the apps that belong together into one tile."), {}, {}};
+      EmptyState state{definition().symbol,
+                       {},
+                       title(),
+                       PanelWords::tr("Put the apps that belong together into one widget."),
+                       {},
+                       {}};
       if (hasApplications()) {
         state.button = PanelWords::tr("Add Apps…");
         state.act = [this] { choose(true); };
@@ -158,7 +161,7 @@ class AppFolderPanel final : public AppsPanel {
     } else {
       header().setNote({});
     }
-    show(apps, PanelWords::tr("No application fits that."));
+    show(apps, PanelWords::tr("No app matches that."));
   }
 
  private:

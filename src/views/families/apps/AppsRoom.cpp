@@ -42,7 +42,7 @@ PlainWords launcherWords(const TilePanel& panel, const TileSources& sources) {
   const QString opened = sources.applications.value(panel.widget().options.value(option::path)).name;
   const QString button = PanelWords::tr("Choose App…");
   if (!opened.isEmpty()) return {PanelWords::tr("Opens %1.").arg(opened), button};
-  return {PanelWords::tr("Choose the application that this tile opens."), button, true};
+  return {PanelWords::tr("Choose the app that this widget opens."), button, true};
 }
 
 std::unique_ptr<TilePanel> makeLauncherPanel(const PanelContext& context) {

@@ -32,7 +32,7 @@ PlainWords nearbyShareWords(const TilePanel&, const TileSources& sources) {
     return {PanelWords::tr("Nothing on this computer can send files to devices nearby. Install bluetooth-sendto or "
                            "blueman-sendto, and start Tarnwick again."),
             {}};
-  return {PanelWords::tr("Drop files on this tile to send them to a device nearby, by the Bluetooth program of this "
+  return {PanelWords::tr("Drop files on this widget to send them to a device nearby, by the Bluetooth program of this "
                          "desktop."),
           {}};
 }

@@ -133,7 +133,7 @@ class ShelfPanel final : public FileListPanel {
  protected:
   void refresh(const TileSources& sources) override {
     const QStringList& shelf = store().config().shelf;
-    if (shelf.isEmpty()) return sayNothing(PanelWords::tr("Drop files on this tile to keep them at hand."));
+    if (shelf.isEmpty()) return sayNothing(PanelWords::tr("Drop files on this widget to keep them at hand."));
     hideEmpty();
     if (shelf != shelf_) look(shelf);
     header().setNote(sources.locale.toString(shelf.size()));

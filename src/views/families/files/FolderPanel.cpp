@@ -69,7 +69,7 @@ class FolderPanel final : public TilePanel {
       showEmpty({definition().symbol,
                  {},
                  title(),
-                 PanelWords::tr("Choose the folder that this tile shows."),
+                 PanelWords::tr("Choose the folder that this widget shows."),
                  PanelWords::tr("Choose Folder…"),
                  [this] { context().commands.openEditor(context().widget); }});
       return;

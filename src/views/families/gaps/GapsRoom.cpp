@@ -13,10 +13,10 @@ using namespace Qt::StringLiterals;
 namespace {
 
 PlainWords separatorWords(const TilePanel&, const TileSources&) {
-  return {PanelWords::tr("A line that parts groups of tiles."), PanelWords::tr("Edit Widget…")};
+  return {PanelWords::tr("A line between groups of widgets."), PanelWords::tr("Edit Widget…")};
 }
 PlainWords spaceWords(const TilePanel&, const TileSources&) {
-  return {PanelWords::tr("Room that keeps groups of tiles apart."), PanelWords::tr("Edit Widget…")};
+  return {PanelWords::tr("An empty space between groups of widgets."), PanelWords::tr("Edit Widget…")};
 }
 std::unique_ptr<TilePanel> makeSeparatorPanel(const PanelContext& context) {
   return makePlainPanel(context, separatorWords);

@@ -15,8 +15,8 @@ namespace {
 
 using enum FieldShape;
 
-constexpr const char* kLater =
-    QT_TRANSLATE_NOOP("Library", "Connections to services are not part of this version yet. What is set here is kept.");
+constexpr const char* kLater = QT_TRANSLATE_NOOP(
+    "Library", "Connections to services are not part of this version yet. Your entries are saved for a later version.");
 
 constexpr WidgetOption kEndpoint{
     .key = option::endpoint,

@@ -238,7 +238,7 @@ class BatteryPanel final : public MetricsPanel {
       case BatteryFlow::Unknown:
         break;
     }
-    return PanelWords::tr("of its charge is left");
+    return PanelWords::tr("charged");
   }
 
   ProgressBar* bar_;

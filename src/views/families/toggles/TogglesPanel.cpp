@@ -26,7 +26,7 @@ constexpr std::array kToggles = {
     ToggleWords{Toggle::Bluetooth, "bluetooth", QT_TRANSLATE_NOOP("Tiles", "Bluetooth"),
                 QT_TRANSLATE_NOOP("Panels", "Headphones, keyboards and other devices nearby")},
     ToggleWords{Toggle::DarkMode, "moon", QT_TRANSLATE_NOOP("Tiles", "Dark Mode"),
-                QT_TRANSLATE_NOOP("Panels", "Dark colors for applications and windows")},
+                QT_TRANSLATE_NOOP("Panels", "Dark colors for apps and windows")},
     ToggleWords{Toggle::DoNotDisturb, "bell.slash", QT_TRANSLATE_NOOP("Tiles", "Do Not Disturb"),
                 QT_TRANSLATE_NOOP("Panels", "Keep notifications out of sight")},
     ToggleWords{Toggle::Mute, "speaker.slash", QT_TRANSLATE_NOOP("Tiles", "Mute"),

@@ -16,7 +16,7 @@ constexpr std::array kOptions = {
     WidgetOption{.key = option::toggles,
                  .shape = FieldShape::Toggles,
                  .label = QT_TRANSLATE_NOOP("Library", "Switches"),
-                 .help = QT_TRANSLATE_NOOP("Library", "The tile shows four of them.")},
+                 .help = QT_TRANSLATE_NOOP("Library", "The widget shows four of them.")},
 };
 
 void flip(const PartClick& click) {
