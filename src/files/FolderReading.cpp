@@ -66,32 +66,55 @@ void keepFirst(auto& list, qsizetype most, Less less) {
   list.erase(middle, list.end());
 }
 
-void takeNewest(FolderContents& contents, const QString& folder, const std::vector<Found>& found, qsizetype most,
-                const std::stop_token& stop) {
-  const auto isNewer = [](const FolderEntry& a, const FolderEntry& b) {
-    return a.modified != b.modified ? a.modified > b.modified : a.name < b.name;
-  };
+/// The first of an order that names alone do not tell.
+template <class Less>
+void takeFirst(FolderContents& contents, const QString& folder, const std::vector<Found>& found, qsizetype most,
+               const std::stop_token& stop, Less isBefore) {
   // Of a folder of many thousands only a few are ever kept at once.
   constexpr std::size_t kMostWaiting = 4096;
   std::vector<FolderEntry> entries;
   for (const Found& each : found) {
     if (stop.stop_requested()) break;
     if (FolderEntry entry; complete(folder, each, entry)) entries.push_back(std::move(entry));
-    if (entries.size() >= kMostWaiting + static_cast<std::size_t>(most)) keepFirst(entries, most, isNewer);
+    if (entries.size() >= kMostWaiting + static_cast<std::size_t>(most)) keepFirst(entries, most, isBefore);
   }
-  keepFirst(entries, most, isNewer);
+  keepFirst(entries, most, isBefore);
   contents.entries = QList<FolderEntry>(entries.begin(), entries.end());
 }
 
-void takeByName(FolderContents& contents, const QString& folder, std::vector<Found>& found, qsizetype most) {
-  // Without a language names sort by their bytes, which nobody expects of a list.
-  QCollator collator(QLocale().language() == QLocale::C ? QLocale(QLocale::English) : QLocale());
-  collator.setNumericMode(true);
-  collator.setCaseSensitivity(Qt::CaseInsensitive);
-  keepFirst(found, most, [&collator](const Found& a, const Found& b) {
+bool isNewer(const FolderEntry& a, const FolderEntry& b) {
+  return a.modified != b.modified ? a.modified > b.modified : a.name < b.name;
+}
+
+/// The order of names, as people expect it.
+class NameOrder {
+ public:
+  NameOrder()
+      // Without a language names sort by their bytes, which nobody expects of a list.
+      : collator_(QLocale().language() == QLocale::C ? QLocale(QLocale::English) : QLocale()) {
+    collator_.setNumericMode(true);
+    collator_.setCaseSensitivity(Qt::CaseInsensitive);
+  }
+  bool isBefore(const QString& a, const QString& b) const {
+    const int order = collator_.compare(a, b);
+    return order != 0 ? order < 0 : a < b;
+  }
+
+ private:
+  QCollator collator_;
+};
+
+/// By what names end with: files of one program stand together.
+QString kindOf(const QString& name) { return QFileInfo(name).suffix().toLower(); }
+
+void takeByName(FolderContents& contents, const QString& folder, std::vector<Found>& found, FolderOrder order,
+                qsizetype most) {
+  const NameOrder names;
+  keepFirst(found, most, [&names, order](const Found& a, const Found& b) {
     if (a.isFolder != b.isFolder) return a.isFolder;
-    const int order = collator.compare(a.name, b.name);
-    return order != 0 ? order < 0 : a.name < b.name;
+    if (order == FolderOrder::Kind && !a.isFolder)
+      if (const QString one = kindOf(a.name), other = kindOf(b.name); one != other) return one < other;
+    return names.isBefore(a.name, b.name);
   });
   for (const Found& each : found)
     if (FolderEntry entry; complete(folder, each, entry)) contents.entries.append(std::move(entry));
@@ -105,10 +128,22 @@ FolderContents FolderReading::read(const FolderRequest& request, const std::stop
   contents.total = static_cast<qsizetype>(found.size());
   const qsizetype most = std::max<qsizetype>(0, request.most);
   const QString folder = request.folder.endsWith(u'/') ? request.folder : request.folder + u'/';
-  if (request.order == FolderOrder::Name)
-    takeByName(contents, folder, found, most);
-  else
-    takeNewest(contents, folder, found, most, stop);
+  const NameOrder names;
+  switch (request.order) {
+    case FolderOrder::Newest:
+      takeFirst(contents, folder, found, most, stop, isNewer);
+      break;
+    case FolderOrder::Size:
+      takeFirst(contents, folder, found, most, stop, [&names](const FolderEntry& a, const FolderEntry& b) {
+        if (a.isFolder != b.isFolder) return a.isFolder;
+        return a.size != b.size ? a.size > b.size : names.isBefore(a.name, b.name);
+      });
+      break;
+    case FolderOrder::Name:
+    case FolderOrder::Kind:
+      takeByName(contents, folder, found, request.order, most);
+      break;
+  }
   return contents;
 }
 

@@ -49,6 +49,10 @@ TEST_F(ListingTest, SortsAsAskedAndTellsHowManyThereAre) {
   EXPECT_TRUE(byName.entries.first().isFolder);
   EXPECT_EQ(byName.entries[1].size, 1);
 
+  put(u"a.txt"_s, "four");
+  EXPECT_EQ(names(read({{}, FolderOrder::Kind})), "zoo broken B2.jpg b10.png a.txt old.txt");
+  EXPECT_EQ(names(read({{}, FolderOrder::Size})), "zoo a.txt B2.jpg b10.png old.txt broken");
+
   FolderRequest pictures{{}, FolderOrder::Newest, true};
   EXPECT_EQ(names(read(pictures)), "B2.jpg b10.png");
   pictures.most = 1;

@@ -2,6 +2,8 @@
 
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <algorithm>
+#include <array>
 
 #include "files/FolderListing.h"
 #include "views/controls/Buttons.h"
@@ -20,13 +22,29 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+struct Order {
+  FolderOrder order;
+  QLatin1StringView word;  ///< As the widget's option has it.
+  const char* label;
+};
+constexpr std::array kOrders = {Order{FolderOrder::Newest, ""_L1, QT_TRANSLATE_NOOP("Panels", "Date")},
+                                Order{FolderOrder::Name, "name"_L1, QT_TRANSLATE_NOOP("Panels", "Name")},
+                                Order{FolderOrder::Kind, "kind"_L1, QT_TRANSLATE_NOOP("Panels", "Kind")},
+                                Order{FolderOrder::Size, "size"_L1, QT_TRANSLATE_NOOP("Panels", "Size")}};
+
+QStringList orderLabels() {
+  QStringList labels;
+  for (const Order& each : kOrders) labels << PanelWords::tr(each.label);
+  return labels;
+}
+
 class FolderPanel final : public TilePanel {
  public:
   explicit FolderPanel(const PanelContext& context)
       : TilePanel(context, theme::kPanelWidthWide),
         listing_(context.scheduler),
         back_(new IconButton(u"chevron.left"_s, PanelWords::tr("Back"))),
-        order_(new Segments(PanelWords::tr("Sort by"), {PanelWords::tr("Date"), PanelWords::tr("Name")})),
+        order_(new Segments(PanelWords::tr("Sort by"), orderLabels())),
         view_(new ItemView(PanelWords::tr("Files"), ItemView::Shape::Icons)),
         rest_(new TextLabel({}, TextStyle::Caption, Tone::Secondary)),
         items_(*view_, context.readings.thumbnails, context.commands) {
@@ -44,7 +62,8 @@ class FolderPanel final : public TilePanel {
     body().addWidget(rest_);
     connect(back_, &QPushButton::clicked, this, [this] { go(QFileInfo(listing_.request().folder).path()); });
     connect(order_, &Segments::chosenChanged, this, [this](int chosen) {
-      changeSetting(option::sort, chosen == 1 ? std::optional(u"name"_s) : std::nullopt);
+      const QLatin1StringView word = kOrders[static_cast<size_t>(chosen)].word;
+      changeSetting(option::sort, word.isEmpty() ? std::nullopt : std::optional(QString(word)));
       go(listing_.request().folder);
     });
     connect(view_, &ItemView::opened, this, &FolderPanel::open);
@@ -64,7 +83,7 @@ class FolderPanel final : public TilePanel {
     const FolderContents& contents = listing_.contents();
     const bool inside = listing_.request().folder != root();
     back_->setVisible(inside);
-    order_->setChosen(order() == FolderOrder::Name ? 1 : 0);
+    order_->setChosen(static_cast<int>(std::ranges::find(kOrders, order(), &Order::order) - kOrders.begin()));
     if (root().isEmpty()) {
       showEmpty({definition().symbol,
                  {},
@@ -102,7 +121,8 @@ class FolderPanel final : public TilePanel {
  private:
   QString root() const { return widgetFolder(widget()); }
   FolderOrder order() const {
-    return widget().options.value(option::sort) == "name"_L1 ? FolderOrder::Name : FolderOrder::Newest;
+    const auto known = std::ranges::find(kOrders, widget().options.value(option::sort), &Order::word);
+    return known == kOrders.end() ? FolderOrder::Newest : known->order;
   }
 
   void go(const QString& folder) {
