@@ -70,7 +70,8 @@ class AppDelegate : public QObject {
   void perform(const Order& order);
   /// Why an order cannot be done now, as a sentence; empty where it can.
   QString refusal(const Order& order) const;
-  /// Files handed to the program: Space files are imported, others ignored.
+  /// Files handed to the program: Space files are imported and desktop entries started; of others it is said that they
+  /// are not opened.
   void open(const QStringList& urls);
   /// The user opened the program while it runs.
   void reopen();

@@ -13,6 +13,7 @@
 #include "base/DomainError.h"
 #include "desktop/SessionEvents.h"
 #include "desktop/Toggles.h"
+#include "widgets/PinnedTiles.h"
 
 namespace tarnwick {
 
@@ -101,8 +102,14 @@ void AppDelegate::open(const QStringList& urls) {
   for (const QString& text : urls) {
     const QUrl url(text);
     const QString path = url.isLocalFile() ? url.toLocalFile() : text;
-    const bool isSpace = QFileInfo(path).suffix().compare("tarnwickspace"_L1, Qt::CaseInsensitive) == 0;
-    if (isSpace && !down_) commands_->importSpace(path);
+    if (down_) return;
+    if (QFileInfo(path).suffix().compare("tarnwickspace"_L1, Qt::CaseInsensitive) == 0)
+      commands_->importSpace(path);
+    else if (PinnedTiles::isDesktopEntry(path))
+      commands_->startApplication(path);
+    else
+      store_->setError(tr("“%1” was not opened. Tarnwick starts apps whose desktop entry it is given.")
+                           .arg(url.isLocalFile() ? QFileInfo(path).fileName() : text));
   }
 }
 

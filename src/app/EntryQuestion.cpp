@@ -1,6 +1,7 @@
 #include "app/EntryQuestion.h"
 
 #include <QCoreApplication>
+#include <QLabel>
 #include <QPushButton>
 
 namespace tarnwick {
@@ -21,16 +22,18 @@ void EntryQuestion::ask(const ForeignEntry& entry, const QString& action, std::f
                          EntryWords::tr("“%1” is not one of the installed apps. Run it only "
                                         "if you know where it comes from.")
                              .arg(entry.entry.name));
-  // Whoever wrote the file must not dress the question.
-  box_->setTextFormat(Qt::PlainText);
-  box_->setInformativeText(EntryWords::tr("File: %1\nCommand: %2").arg(entry.path, entry.commandLine(action)));
+  box_->setInformativeText(entry.facts(action));
+  // Whoever wrote the file must not dress the question: the box sets the format of one of its labels only.
+  for (QLabel* label : box_->findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
   box_->setAttribute(Qt::WA_DeleteOnClose);
-  const QPushButton* runs = box_->addButton(EntryWords::tr("Run"), QMessageBox::AcceptRole);
-  QPushButton* shows = box_->addButton(EntryWords::tr("Show in Files"), QMessageBox::ActionRole);
-  box_->addButton(QMessageBox::Cancel);
+  QPushButton* runs = box_->addButton(EntryWords::tr("Run"), QMessageBox::AcceptRole);
+  QPushButton* shows = box_->addButton(EntryWords::tr("Show in Files"), QMessageBox::RejectRole);
   box_->setDefaultButton(shows);
-  QObject::connect(runs, &QPushButton::clicked, box_, [run = std::move(run)] { run(); });
-  QObject::connect(shows, &QPushButton::clicked, box_, [show = std::move(show)] { show(); });
+  box_->setEscapeButton(shows);
+  QObject::connect(box_, &QMessageBox::finished, box_,
+                   [box = box_.data(), runs, run = std::move(run), show = std::move(show)] {
+                     box->clickedButton() == runs ? run() : show();
+                   });
   box_->open();
 }
 

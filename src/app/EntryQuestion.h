@@ -14,7 +14,8 @@ class EntryQuestion {
  public:
   ~EntryQuestion();
 
-  /// `run` or `show` runs once, or neither when the user thinks better of it.
+  /// `run` runs when the user says so; `show` when the question is closed in any other way. Neither does when another
+  /// question comes.
   void ask(const ForeignEntry& entry, const QString& action, std::function<void()> run, std::function<void()> show);
 
  private:

@@ -54,12 +54,40 @@ QByteArray content(int file) {
   return bytes;
 }
 
+/// A text of which everything is seen.
+QString visible(const QString& text) {
+  constexpr qsizetype kMostShown = 600;
+  QString shown;
+  for (const char32_t c : text.toUcs4()) {
+    const QChar::Category category = QChar::category(c);
+    const bool isHidden = category == QChar::Other_Control || category == QChar::Other_Format ||
+                          category == QChar::Other_Surrogate || category == QChar::Separator_Line ||
+                          category == QChar::Separator_Paragraph;
+    if (isHidden)
+      shown += u"⟨U+%1⟩"_s.arg(static_cast<uint>(c), 4, 16, QChar(u'0')).toUpper();
+    else
+      shown += QString::fromUcs4(&c, 1);
+  }
+  if (shown.size() <= kMostShown) return shown;
+  return shown.first(kMostShown / 2) + u" … "_s + shown.last(kMostShown / 2);
+}
+
 }  // namespace
 
-QString ForeignEntry::commandLine(const QString& action) const {
-  if (entry.type == DesktopEntry::Type::Link) return entry.url;
+QString ForeignEntry::facts(const QString& action) const {
+  const auto translated = [](const char* text) { return QCoreApplication::translate("TrustedEntries", text); };
+  QStringList lines{translated(QT_TRANSLATE_NOOP("TrustedEntries", "File: %1")).arg(visible(path))};
+  if (entry.type == DesktopEntry::Type::Link) {
+    lines << translated(QT_TRANSLATE_NOOP("TrustedEntries", "Address: %1")).arg(visible(entry.url));
+    return lines.join(u'\n');
+  }
   const auto chosen = entry.action(action);
-  return chosen ? chosen->exec : entry.exec;
+  lines << translated(QT_TRANSLATE_NOOP("TrustedEntries", "Command: %1"))
+               .arg(visible(chosen ? chosen->exec : entry.exec));
+  if (!entry.workingDirectory.isEmpty())
+    lines << translated(QT_TRANSLATE_NOOP("TrustedEntries", "In the folder: %1")).arg(visible(entry.workingDirectory));
+  if (entry.terminal) lines << translated(QT_TRANSLATE_NOOP("TrustedEntries", "It runs in a terminal."));
+  return lines.join(u'\n');
 }
 
 ForeignEntry ForeignEntry::look(const QString& path, const QStringList& locales) {
@@ -111,9 +139,8 @@ QList<TrustedEntries::Item>& TrustedEntries::items() const {
 }
 
 bool TrustedEntries::isTrusted(const QString& path, const QString& digest) const {
-  return !digest.isEmpty() && std::ranges::any_of(items(), [&](const Item& item) {
-    return item.path == path && item.digest == digest;
-  });
+  return !digest.isEmpty() &&
+         std::ranges::any_of(items(), [&](const Item& item) { return item.path == path && item.digest == digest; });
 }
 
 void TrustedEntries::trust(const QString& path, const QString& digest) {

@@ -18,15 +18,17 @@ struct ForeignEntry {
   /// Why it may not be run, as a finished sentence; empty where it may once the user has said so.
   QString refusal;
 
-  /// What it runs, as a person reads it.
-  QString commandLine(const QString& action = {}) const;
+  /// What it runs and how, for a person to judge: plain lines in which nothing is hidden. Characters without a look of
+  /// their own, such as line breaks and those that turn the direction of reading, stand as their number; what is too
+  /// long loses its middle.
+  QString facts(const QString& action = {}) const;
 
   /// Blocks. Only a regular file of the user's own that is executable and that nobody else may write can be run.
   static ForeignEntry look(const QString& path, const QStringList& locales);
 };
 
-/// Which desktop entries from anywhere the user has said may run: each by its path and content, so that one that changed
-/// is asked about again. They stand in a file of their own that no export takes along. Main thread only.
+/// Which desktop entries from anywhere the user has said may run: each by its path and content, so that one that
+/// changed is asked about again. They stand in a file of their own that no export takes along. Main thread only.
 class TrustedEntries {
  public:
   static constexpr qsizetype kMost = 200;

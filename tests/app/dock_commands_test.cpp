@@ -1,8 +1,12 @@
+#include <QAbstractButton>
 #include <QApplication>
+#include <QLabel>
 #include <QMenu>
+#include <QMessageBox>
 
 #include "app/DockCommands.h"
 #include "app/DockMenus.h"
+#include "app/EntryQuestion.h"
 #include "apps/apps_fixture.h"
 #include "config/CalendarFolders.h"
 #include "store/AppStore.h"
@@ -305,6 +309,37 @@ TEST_F(CommandsTest, TheMenuOfADockHasWhatIsAskedOfAllOfIt) {
   DockMenuModel::fill(shown, menu);
   ASSERT_TRUE(shown.actions()[4]->menu());
   EXPECT_TRUE(shown.actions()[4]->menu()->actions()[1]->isChecked());
+}
+
+TEST(EntryQuestionTest, IsAskedInPlainTextAndOnlyRunRuns) {
+  ForeignEntry foreign;
+  foreign.path = u"/tmp/<b>d</b>/x.desktop"_s;
+  foreign.entry.name = u"<i>Safe</i>"_s;
+  foreign.entry.exec = u"/bin/echo hi <!-- ; rm -rf /home -->"_s;
+  QStringList done;
+  EntryQuestion question;
+  const auto ask = [&] {
+    question.ask(
+        foreign, {}, [&] { done << u"run"_s; }, [&] { done << u"show"_s; });
+    for (QWidget* each : QApplication::topLevelWidgets())
+      if (auto* box = qobject_cast<QMessageBox*>(each); box && box->isVisible()) return box;
+    return static_cast<QMessageBox*>(nullptr);
+  };
+  QMessageBox* box = ask();
+  ASSERT_TRUE(box);
+  int said = 0;
+  for (const QLabel* label : box->findChildren<QLabel*>()) {
+    EXPECT_EQ(label->textFormat(), Qt::PlainText) << qPrintable(label->text());
+    said += label->text().contains(u"rm -rf /home -->"_s) || label->text().contains(u"<i>Safe</i>"_s);
+  }
+  EXPECT_EQ(said, 2);
+  box->close();
+  EXPECT_EQ(done, QStringList{u"show"_s});
+  box = ask();
+  ASSERT_TRUE(box);
+  for (QAbstractButton* button : box->buttons())
+    if (box->buttonRole(button) == QMessageBox::AcceptRole) button->click();
+  EXPECT_EQ(done, (QStringList{u"show"_s, u"run"_s}));
 }
 
 TEST_F(CommandsTest, MenusOfferWhatAppliesNow) {

@@ -96,7 +96,7 @@ class ForeignEntryTest : public OpenerTest {
     opener->setTrusted(trusted.get());
     opener->reveal = [this](const QString& shown) { revealed << shown; };
     opener->askToRun = [this](const ForeignEntry& entry, const QString& action, const std::function<void()>& run) {
-      asked << entry.entry.name + ": "_L1 + entry.commandLine(action);
+      asked << entry.entry.name + ": "_L1 + entry.facts(action).section(u"Command: "_s, 1);
       if (says) run();
     };
   }
@@ -137,6 +137,22 @@ TEST_F(ForeignEntryTest, RunsOnceTheUserHasSaidSoAndAsksAgainWhenItChanged) {
   opener->start(path);
   EXPECT_EQ(ran(), QStringList{u"--other"_s});
   EXPECT_EQ(asked.last(), u"Tool: note --other"_s);
+}
+
+TEST(ForeignEntryFacts, HideNothing) {
+  ForeignEntry foreign;
+  foreign.path = u"/tmp/<b>d</b>/a\nb.desktop"_s;
+  foreign.entry.exec = u"/bin/echo hi <!-- ; rm -rf /home --> \u202e\u200b\t"_s;
+  EXPECT_EQ(foreign.facts(),
+            u"File: /tmp/<b>d</b>/a⟨U+000A⟩b.desktop\n"
+            "Command: /bin/echo hi <!-- ; rm -rf /home --> ⟨U+202E⟩⟨U+200B⟩⟨U+0009⟩"_s);
+  foreign.entry.terminal = true;
+  foreign.entry.workingDirectory = u"/srv"_s;
+  EXPECT_TRUE(foreign.facts().endsWith(u"\nIn the folder: /srv\nIt runs in a terminal."_s));
+  foreign.entry.exec = u"begin "_s + QString(5000, u'x') + u" end"_s;
+  const QString command = foreign.facts().section(u'\n', 1, 1);
+  EXPECT_LT(command.size(), 700);
+  EXPECT_TRUE(command.startsWith(u"Command: begin "_s) && command.endsWith(u" end"_s));
 }
 
 TEST_F(ForeignEntryTest, WhatMayNotRunIsShownInItsFolder) {

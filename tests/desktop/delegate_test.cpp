@@ -322,7 +322,8 @@ TEST_F(DelegateTest, OpenedAgainAStaleCopyStartsItsNewBuildAsItWasStartedItself)
   script.close();
   const auto settings = [] {
     const auto windows = QApplication::topLevelWidgets();
-    return std::ranges::count_if(windows, [](const QWidget* each) { return qobject_cast<const SettingsWindow*>(each); });
+    return std::ranges::count_if(windows,
+                                 [](const QWidget* each) { return qobject_cast<const SettingsWindow*>(each); });
   };
   start([&](DelegateSetup& setup) { setup.executable = build; });
   qputenv("TARNWICK_SET_FOR_THE_TOOLKIT", "1");
@@ -396,8 +397,14 @@ TEST_F(DelegateTest, WhoseSettingsWereLostIsNotGreetedAsNew) {
 
 TEST_F(DelegateTest, WhatThisVersionLacksIsSaid) {
   start();
-  delegate->open({u"file:///tmp/notes.txt"_s, u"https://example.org/"_s});
-  EXPECT_EQ(store().error(), QString());
+  delegate->open({u"https://example.org/"_s});
+  EXPECT_EQ(store().error(),
+            u"“https://example.org/” was not opened. Tarnwick starts apps whose desktop entry it is given."_s);
+  delegate->open({u"file:///tmp/notes.txt"_s});
+  EXPECT_EQ(store().error(), u"“notes.txt” was not opened. Tarnwick starts apps whose desktop entry it is given."_s);
+  delegate->open({u"file:///tmp/gone.desktop"_s});
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return store().error() == u"“gone.desktop” is not there any more."_s; }))
+      << qPrintable(store().error());
   delegate->open({u"file:///tmp/a%20look.tarnwickspace"_s});
   EXPECT_EQ(store().error(), u"“a look.tarnwickspace” was not opened. Spaces come with a later version of Tarnwick."_s);
   Q_EMIT adapters->session().actionRequested(u"command-bar"_s, {});
