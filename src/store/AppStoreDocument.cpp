@@ -247,14 +247,17 @@ void AppStore::exportConfiguration(const QString& path) {
 
 void AppStore::importConfiguration(const QString& path) {
   try {
-    DockConfiguration imported = Persistence::read(path);
-    // What this computer starts at login is no matter of a file.
-    imported.launchAtLogin = config_.launchAtLogin;
-    edit([&](DockConfiguration& config) { config = imported; });
-    refreshAll();
+    takeImported(Persistence::read(path));
   } catch (const DomainError& failure) {
     setError(failure.message());
   }
+}
+
+void AppStore::takeImported(DockConfiguration imported) {
+  // What this computer starts at login is no matter of a file.
+  imported.launchAtLogin = config_.launchAtLogin;
+  edit([&](DockConfiguration& config) { config = imported; });
+  refreshAll();
 }
 
 }  // namespace tarnwick

@@ -2,10 +2,12 @@
 
 #include <QFileInfo>
 #include <QPointer>
+#include <QScopedValueRollback>
 #include <algorithm>
 #include <utility>
 
 #include "base/DomainError.h"
+#include "config/Persistence.h"
 #include "store/AppStore.h"
 #include "store/DocumentEdits.h"
 #include "store/WidgetEditor.h"
@@ -293,40 +295,66 @@ void UndoableEdits::takeBack(const SettingsChange& change) {
 
 // --- Settings of a file ---------------------------------------------------------------------------------------------
 
-void UndoableEdits::importConfiguration(const QString& path) {
-  const DockConfiguration before = store_.config();
-  store_.importConfiguration(path);
-  if (store_.config() == before) return;
-  watchImport({before, store_.config()});
-  importEntry_ = undo_.push(
-      tr("The settings of a file took the place of yours."),
-      [self = QPointer(this), change = *import_] {
-        if (self) self->takeBackImport(change);
-      },
-      [self = QPointer(this), change = *import_] {
-        if (!self) return;
-        self->takeBackImport(change.reversed());
-        self->watchImport(change);
-      });
+void UndoableEdits::importConfiguration(const QString& path, std::function<void()> done) {
+  struct Read {
+    std::optional<DockConfiguration> imported;
+    QString failure;
+  };
+  const auto read = [path](const std::stop_token&) -> Read {
+    try {
+      return {Persistence::read(path), {}};
+    } catch (const DomainError& failure) {
+      return {std::nullopt, failure.message()};
+    }
+  };
+  reading_.start(read, [this, done = std::move(done)](const Read& found) {
+    if (!found.imported)
+      store_.setError(found.failure);
+    else
+      takeImport(*found.imported);
+    if (done) done();
+  });
 }
 
-void UndoableEdits::watchImport(const DocumentChange& change) {
-  import_ = change;
-  connect(&store_, &AppStore::configChanged, this, &UndoableEdits::forgetChangedImport, Qt::UniqueConnection);
+void UndoableEdits::takeImport(const DockConfiguration& imported) {
+  const DockConfiguration before = store_.config();
+  {
+    const QScopedValueRollback importing(isImporting_, true);
+    store_.takeImported(imported);
+  }
+  if (store_.config() == before) return;
+  const auto import = std::make_shared<Import>(Import{{before, store_.config()}});
+  watchImport(import);
+  import->entry = undo_.push(
+      tr("The settings of a file took the place of yours."),
+      [self = QPointer(this), import] {
+        if (!self) return;
+  self->imports_.removeOne(import);
+  self->takeBackImport(import->change);
+},
+      [self = QPointer(this), import] {
+  if (!self) return;
+  self->takeBackImport(import->change.reversed());
+  self->watchImport(import);
+      });
+}  // namespace tarnwick
+
+void UndoableEdits::watchImport(const std::shared_ptr<Import>& import) {
+  imports_ << import;
+  connect(&store_, &AppStore::configChanged, this, &UndoableEdits::forgetChangedImports, Qt::UniqueConnection);
 }
 
 void UndoableEdits::takeBackImport(const DocumentChange& change) {
-  import_.reset();
   const auto wanted = change.takenBack(store_.config());
   if (!wanted) throw DomainError::invalid(tr("The settings were changed since and stay as they are."));
+  const QScopedValueRollback importing(isImporting_, true);
   store_.edit([&](DockConfiguration& config) { config = *wanted; });
   store_.refreshAll();
 }
 
-void UndoableEdits::forgetChangedImport() {
-  if (!import_ || import_->stands(store_.config())) return;
-  import_.reset();
-  undo_.withdraw(importEntry_);
+void UndoableEdits::forgetChangedImports() {
+  while (!isImporting_ && !imports_.isEmpty() && !imports_.last()->change.stands(store_.config()))
+    undo_.withdraw(imports_.takeLast()->entry);
 }
 
 }  // namespace tarnwick

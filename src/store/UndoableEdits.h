@@ -7,6 +7,7 @@
 
 #include "apps/InstalledApps.h"
 #include "config/DockWidget.h"
+#include "files/LatestWork.h"
 #include "store/DocumentChange.h"
 #include "store/SettingsChange.h"
 #include "store/UndoStack.h"
@@ -51,9 +52,10 @@ class UndoableEdits : public QObject {
   /// While a hand holds a control, all that it does to the same fields is one step, however long it takes; what was
   /// done before and comes after is another.
   void setHeld(bool held);
-  /// Replaces the settings by a file's; on a failure they stay, and the store says why. It can be taken back as long as
-  /// nothing that it brought is changed; what is entered elsewhere meanwhile stays.
-  void importConfiguration(const QString& path);
+  /// Replaces the settings by a file's, which is read on another thread; on a failure they stay, and the store says
+  /// why. It can be taken back as long as nothing that it brought is changed; what is entered elsewhere meanwhile
+  /// stays. `done` runs when it is over, and never when another import takes its place or this is gone.
+  void importConfiguration(const QString& path, std::function<void()> done = {});
 
   /// Whether a tile of a display's dock stands for what lies at a path. An entry that was overridden in another folder
   /// is the same application.
@@ -94,9 +96,15 @@ class UndoableEdits : public QObject {
   void takeAway(const QList<QUuid>& widgets, const RemovedTiles& removed);
   void putBack(const RemovedTiles& removed);
   bool goesOn(const WidgetRun& run, const QUuid& widget, const QStringList& options) const;
-  void watchImport(const DocumentChange& change);
+  /// A step of the stack that replaced the document.
+  struct Import {
+    DocumentChange change;
+    quint64 entry = 0;
+  };
+  void takeImport(const DockConfiguration& imported);
+  void watchImport(const std::shared_ptr<Import>& import);
   void takeBackImport(const DocumentChange& change);
-  void forgetChangedImport();
+  void forgetChangedImports();
   void rearrange(qsizetype profile, const std::function<void()>& move);
   void bringBackOrder(const QUuid& profile, const QList<QUuid>& order);
   void bringBackValues(const DockWidget& before, const DockWidget& after);
@@ -109,8 +117,11 @@ class UndoableEdits : public QObject {
   UndoStack& undo_;
   Run run_;
   WidgetRun widgetRun_;
-  std::optional<DocumentChange> import_;  // The latest, while it can be taken back.
-  quint64 importEntry_ = 0;
+  LatestWork reading_;  ///< Of a file that is imported.
+  /// Those that can be taken back, the latest last: it is the one that is watched. Those before it come to be watched
+  /// when it is taken back.
+  QList<std::shared_ptr<Import>> imports_;
+  bool isImporting_ = false;  ///< What changes now is an import, or the way back of one.
   bool isHeld_ = false;
 };
 

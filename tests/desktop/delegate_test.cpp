@@ -117,7 +117,9 @@ TEST_F(DelegateTest, TheLoginEntryIsTheUsersUntilTheSwitchIsMoved) {
   elsewhere.scale = 1.5;
   const QString file = folder.filePath(u"elsewhere.json"_s);
   Persistence::save(elsewhere, file);
-  delegate->presenter().edits().importConfiguration(file);
+  bool isImported = false;
+  delegate->presenter().edits().importConfiguration(file, [&] { isImported = true; });
+  ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return isImported; }));
   time.advance(1);
   EXPECT_EQ(store().config().scale, 1.5);
   EXPECT_TRUE(store().config().launchAtLogin);

@@ -9,8 +9,10 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include "config/Persistence.h"
 #include "settings/SettingsFixture.h"
 #include "store/DocumentEdits.h"
+#include "support/Wait.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
 #include "views/controls/Labels.h"
@@ -235,11 +237,32 @@ TEST_F(SettingsWindowTest, AnImportIsTakenBackAndWhatIsUnderItStays) {
   const DockConfiguration exported = config();
   edits->remove(config().profiles[0].widgets[0].id);
   const DockConfiguration before = config();
-  edits->importConfiguration(folder.filePath(u"none.json"_s));
+  const auto import = [&](const QString& file) {
+    bool isDone = false;
+    edits->importConfiguration(file, [&] { isDone = true; });
+    EXPECT_FALSE(isDone) << "nobody waits for a disk";
+    EXPECT_TRUE(waitFor([&] { return isDone; }));
+  };
+  import(folder.filePath(u"none.json"_s));
   EXPECT_EQ(undo().size(), 1);  // A file that cannot be read leaves everything, the way back included.
-  edits->importConfiguration(other);
+  EXPECT_FALSE(store().error().isEmpty());
+  import(other);
   EXPECT_EQ(config(), exported);
   EXPECT_EQ(undo().size(), 2);
+  undo().undo();
+  EXPECT_EQ(config(), before);
+  undo().redo();
+  EXPECT_EQ(config(), exported);
+  // Of two imports the first can be taken back once the second is.
+  DockConfiguration third = exported;
+  third.scale = exported.scale + 0.25;
+  third.profiles[0].widgets.removeLast();
+  const QString another = folder.filePath(u"third.json"_s);
+  Persistence::save(third, another);
+  import(another);
+  EXPECT_EQ(undo().size(), 3);
+  undo().undo();
+  EXPECT_EQ(config(), exported);
   undo().undo();
   EXPECT_EQ(config(), before);
   undo().redo();

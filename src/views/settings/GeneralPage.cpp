@@ -2,6 +2,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHBoxLayout>
+#include <QPointer>
 #include <QStandardPaths>
 #include <array>
 
@@ -164,8 +165,11 @@ class GeneralPage final : public SettingsPage {
     dialog->setFileMode(QFileDialog::ExistingFile);
     connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& path) {
       store().clearError();
-      services_.edits.importConfiguration(path);
-      say(*imported_, kImportHelp, QT_TRANSLATE_NOOP("Settings", "Took everything from “%1”."), path);
+      imported_->setHelp(settingsText(QT_TRANSLATE_NOOP("Settings", "Reading “%1”…")).arg(QFileInfo(path).fileName()));
+      services_.edits.importConfiguration(path, [self = QPointer(this), path] {
+        if (!self) return;
+        self->say(*self->imported_, kImportHelp, QT_TRANSLATE_NOOP("Settings", "Took everything from “%1”."), path);
+      });
     });
     dialog->open();
   }
