@@ -153,7 +153,7 @@ TEST_F(DropsTest, EachTileTakesFilesInItsOwnWay) {
        {u"/x/yard"_s, u"/a b"_s, u"/lost"_s},
        1,
        none,
-       u"2 tiles were added to the dock."_s,
+       u"2 widgets were added to the dock."_s,
        u"“lost” is not there any more."_s,
        u"digitalClock folderLauncher/x/yard appLauncher/a b folderLauncher/tmp/old folderLauncher/goned trash airdrop"_s,
        {},

@@ -165,10 +165,9 @@ class ProfilesPage final : public SettingsPage {
     addOther(card, form_, settingsText(QT_TRANSLATE_NOOP("Settings", "Rules schedule days time automatic")));
     auto* add = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Add Rule")));
     add->setSymbol(u"plus"_s);
-    auto* told =
-        new TextLabel(settingsText(QT_TRANSLATE_NOOP(
-                          "Settings", "The first matching rule applies. When none matches, the profile stays.")),
-                      TextStyle::Caption, Tone::Secondary);
+    auto* told = new TextLabel(
+        settingsText(QT_TRANSLATE_NOOP("Settings", "The first matching rule applies; with none the profile stays.")),
+        TextStyle::Caption, Tone::Secondary);
     addOther(card, buttonLine({add, told}),
              settingsText(QT_TRANSLATE_NOOP("Settings", "Add Rule rules schedule days time automatic")));
     auto* focus = new FormRow(
