@@ -21,7 +21,7 @@ void EntryQuestion::ask(const ForeignEntry& entry, const QString& action, std::f
   box_ = new QMessageBox(QMessageBox::Question, EntryWords::tr("Run This App?"),
                          EntryWords::tr("“%1” is not one of the installed apps. Run it only "
                                         "if you know where it comes from.")
-                             .arg(entry.entry.name));
+                             .arg(entry.shownName()));
   box_->setInformativeText(entry.facts(action));
   // Whoever wrote the file must not dress the question: the box sets the format of one of its labels only.
   for (QLabel* label : box_->findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);

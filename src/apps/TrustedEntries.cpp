@@ -56,7 +56,6 @@ QByteArray content(int file) {
 
 /// A text of which everything is seen.
 QString visible(const QString& text) {
-  constexpr qsizetype kMostShown = 600;
   QString shown;
   for (const char32_t c : text.toUcs4()) {
     const QChar::Category category = QChar::category(c);
@@ -68,8 +67,15 @@ QString visible(const QString& text) {
     else
       shown += QString::fromUcs4(&c, 1);
   }
-  if (shown.size() <= kMostShown) return shown;
-  return shown.first(kMostShown / 2) + u" … "_s + shown.last(kMostShown / 2);
+  return shown;
+}
+
+/// Whether somebody can be expected to read all that would run.
+bool canBeRead(const DesktopEntry& entry) {
+  constexpr qsizetype kMostRead = 600;
+  const auto isShort = [](const QString& text) { return text.size() <= kMostRead; };
+  return isShort(entry.exec) && isShort(entry.url) && isShort(entry.workingDirectory) &&
+         std::ranges::all_of(entry.actions, isShort, &DesktopAction::exec);
 }
 
 }  // namespace
@@ -88,6 +94,12 @@ QString ForeignEntry::facts(const QString& action) const {
     lines << translated(QT_TRANSLATE_NOOP("TrustedEntries", "In the folder: %1")).arg(visible(entry.workingDirectory));
   if (entry.terminal) lines << translated(QT_TRANSLATE_NOOP("TrustedEntries", "It runs in a terminal."));
   return lines.join(u'\n');
+}
+
+QString ForeignEntry::shownName() const {
+  constexpr qsizetype kMostShown = 80;
+  const QString shown = visible(entry.name.left(kMostShown));
+  return entry.name.size() > kMostShown ? shown + u'…' : shown;
 }
 
 ForeignEntry ForeignEntry::look(const QString& path, const QStringList& locales) {
@@ -111,6 +123,12 @@ ForeignEntry ForeignEntry::look(const QString& path, const QStringList& locales)
   auto entry = bytes.size() > kMostBytes ? std::nullopt : DesktopEntry::parse(bytes, locales);
   if (!entry || entry->hidden) {
     found.refusal = words(QT_TRANSLATE_NOOP("TrustedEntries", "“%1” is no application."), path);
+    return found;
+  }
+  if (!canBeRead(*entry)) {
+    found.refusal = words(
+        QT_TRANSLATE_NOOP("TrustedEntries", "“%1” runs a command that is too long to be read, so it is not started."),
+        path);
     return found;
   }
   // What runs is the command line that the user was shown.

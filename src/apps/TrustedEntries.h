@@ -18,12 +18,15 @@ struct ForeignEntry {
   /// Why it may not be run, as a finished sentence; empty where it may once the user has said so.
   QString refusal;
 
-  /// What it runs and how, for a person to judge: plain lines in which nothing is hidden. Characters without a look of
-  /// their own, such as line breaks and those that turn the direction of reading, stand as their number; what is too
-  /// long loses its middle.
+  /// What it runs and how, for a person to judge: plain lines in which nothing is hidden or left out. Characters
+  /// without a look of their own, such as line breaks and those that turn the direction of reading, stand as their
+  /// number.
   QString facts(const QString& action = {}) const;
+  /// What it calls itself, in one line of the same kind; a long name loses its end.
+  QString shownName() const;
 
-  /// Blocks. Only a regular file of the user's own that is executable and that nobody else may write can be run.
+  /// Blocks. Only a regular file of the user's own that is executable and that nobody else may write can be run, and
+  /// only one whose command is short enough to be read.
   static ForeignEntry look(const QString& path, const QStringList& locales);
 };
 

@@ -149,10 +149,9 @@ TEST(ForeignEntryFacts, HideNothing) {
   foreign.entry.terminal = true;
   foreign.entry.workingDirectory = u"/srv"_s;
   EXPECT_TRUE(foreign.facts().endsWith(u"\nIn the folder: /srv\nIt runs in a terminal."_s));
-  foreign.entry.exec = u"begin "_s + QString(5000, u'x') + u" end"_s;
-  const QString command = foreign.facts().section(u'\n', 1, 1);
-  EXPECT_LT(command.size(), 700);
-  EXPECT_TRUE(command.startsWith(u"Command: begin "_s) && command.endsWith(u" end"_s));
+  foreign.entry.name = u"Tool\n\nFile: /usr/share"_s + QString(5000, u'x');
+  EXPECT_TRUE(foreign.shownName().startsWith(u"Tool⟨U+000A⟩⟨U+000A⟩File: /usr/sharexx"_s));
+  EXPECT_LT(foreign.shownName().size(), 120);
 }
 
 TEST_F(ForeignEntryTest, WhatMayNotRunIsShownInItsFolder) {
@@ -176,7 +175,14 @@ TEST_F(ForeignEntryTest, WhatMayNotRunIsShownInItsFolder) {
     EXPECT_EQ(failures, QStringList{QString::fromUtf8(each.sentence)});
     EXPECT_EQ(revealed, QStringList{path});
   }
-  QFile::setPermissions(path, kMine);
+  put(u"Tool"_s, u"note "_s + QString(700, u' ') + u"; other"_s);
+  revealed.clear();
+  failures.clear();
+  opener->start(path);
+  ASSERT_TRUE(waitFor([&] { return !revealed.isEmpty(); }));
+  EXPECT_EQ(failures,
+            QStringList{u"“tool.desktop” runs a command that is too long to be read, so it is not started."_s});
+  put(u"Tool"_s, u"note --tool"_s);
   revealed.clear();
   const QString link = root(u"desk/link.desktop"_s);
   QFile::link(path, link);
