@@ -146,10 +146,8 @@ class AppStore : public QObject {
 
   /// Writes the document to a file of the user's choice.
   void exportConfiguration(const QString& path);
-  /// Replaces the document by a file's; on any failure it stays as it is. Blocks while the file is read.
-  void importConfiguration(const QString& path);
-  /// Replaces the document by one that was read elsewhere.
-  void takeImported(DockConfiguration imported);
+  /// Replaces the document by a valid one of a file. False when that is refused, with the reason as the message.
+  bool takeImported(DockConfiguration imported);
 
   /// What is said of a profile that takes no more widgets.
   static QString fullDock() { return tr("This dock already has 150 widgets."); }

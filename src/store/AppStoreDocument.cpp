@@ -245,19 +245,12 @@ void AppStore::exportConfiguration(const QString& path) {
   }
 }
 
-void AppStore::importConfiguration(const QString& path) {
-  try {
-    takeImported(Persistence::read(path));
-  } catch (const DomainError& failure) {
-    setError(failure.message());
-  }
-}
-
-void AppStore::takeImported(DockConfiguration imported) {
+bool AppStore::takeImported(DockConfiguration imported) {
   // What this computer starts at login is no matter of a file.
   imported.launchAtLogin = config_.launchAtLogin;
-  edit([&](DockConfiguration& config) { config = imported; });
+  if (edit([&](DockConfiguration& config) { config = imported; }) != imported) return false;
   refreshAll();
+  return true;
 }
 
 }  // namespace tarnwick

@@ -1,8 +1,13 @@
 #include "store/DocumentChange.h"
 
+#include <QSet>
 #include <algorithm>
+#include <array>
+#include <span>
 
 #include "base/DomainError.h"
+#include "store/DocumentEdits.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 namespace {
@@ -109,20 +114,105 @@ struct TakingBack {
   }
 };
 
+// --- What goes on by itself -----------------------------------------------------------------------------------------
+
+/// Options that mean something together only.
+using Group = std::span<const QLatin1StringView>;
+constexpr std::array kRunning{option::deadline, option::remaining, option::started,
+                              option::elapsed,  option::phase,     option::sessions};
+constexpr std::array kDrunk{option::glasses, option::day};
+constexpr std::array kReminded{option::lastReminder};
+constexpr std::array kWallpaper{option::lastWallpaperChange};
+constexpr std::array kGroups{Group(kRunning), Group(kDrunk), Group(kReminded), Group(kWallpaper)};
+/// Lists of days.
+constexpr std::array kDays{option::history, option::completedDays};
+
+bool agree(const DockWidget& one, const DockWidget& other, Group keys) {
+  return std::ranges::all_of(keys, [&](QLatin1StringView key) {
+    return one.options.contains(key) == other.options.contains(key) &&
+           one.options.value(key) == other.options.value(key);
+  });
+}
+
+void take(DockWidget& widget, const DockWidget& from, QLatin1StringView key) {
+  if (from.options.contains(key))
+    widget.options.insert(key, from.options.value(key));
+  else
+    widget.options.remove(key);
+}
+
+QSet<QString> daysOf(const DockWidget& widget, QLatin1StringView key) {
+  const QStringList days = widget.options.value(key).split(u',', Qt::SkipEmptyParts);
+  return {days.begin(), days.end()};
+}
+
+/// Gives both sides of a change what has gone on since, so that it is none of what differs between them.
+void goOn(DockWidget* before, DockWidget& after, const DockWidget& now) {
+  for (const QLatin1StringView key : kDays) {
+    if (agree(after, now, std::array{key})) continue;
+    if (before) {
+      const QSet<QString> brought = daysOf(after, key);
+      const QSet<QString> there = daysOf(now, key);
+      const QSet<QString> days = daysOf(*before, key) + (there - brought) - (brought - there);
+      QStringList sorted(days.begin(), days.end());
+      sorted.sort();
+      before->options.insert(key, sorted.join(u','));
+    }
+    take(after, now, key);
+  }
+  for (const Group& group : kGroups) {
+    if (agree(after, now, group)) continue;
+    for (const QLatin1StringView key : group) {
+      if (before) take(*before, now, key);
+      take(after, now, key);
+    }
+    // What runs on does so by the duration that it has.
+    if (before && before->options.value(option::minutes) != after.options.value(option::minutes))
+      for (const QLatin1StringView key : {option::deadline, option::remaining}) before->options.remove(key);
+  }
+}
+
+/// Whether a rule of that document may have chosen a profile.
+bool isRuled(const DockConfiguration& config, const std::optional<QUuid>& profile) {
+  return std::ranges::any_of(config.desktop.profileRules,
+                             [&](const ProfileRule& rule) { return rule.enabled && rule.profileID == profile; });
+}
+
 }  // namespace
+
+/// The change as if it had brought what has gone on since.
+DocumentChange DocumentChange::goneOn(const DockConfiguration& config) const {
+  DocumentChange change = *this;
+  for (const DockProfile& profile : config.profiles) {
+    for (const DockWidget& now : profile.widgets) {
+      const DockWidget* after = DocumentEdits::find(after_, now.id);
+      if (!after || after->options == now.options) continue;
+      goOn(DocumentEdits::find(change.before_, now.id), *DocumentEdits::find(change.after_, now.id), now);
+    }
+  }
+  const auto leads = [&](const DockConfiguration& rules) { return isRuled(rules, config.activeProfileID); };
+  if (config.activeProfileID != after_.activeProfileID && (leads(config) || leads(before_) || leads(after_)))
+    change.before_.activeProfileID = change.after_.activeProfileID = config.activeProfileID;
+  return change;
+}
 
 bool DocumentChange::stands(const DockConfiguration& config) const {
   TakingBack walk;
   DockConfiguration there = config;
-  walk.record(before_, after_, there);
+  const DocumentChange change = goneOn(config);
+  walk.record(change.before_, change.after_, there);
   return walk.stands;
 }
 
 std::optional<DockConfiguration> DocumentChange::takenBack(const DockConfiguration& config) const {
   TakingBack walk;
   DockConfiguration there = config;
-  walk.record(before_, after_, there);
+  const DocumentChange change = goneOn(config);
+  walk.record(change.before_, change.after_, there);
   if (!walk.stands) return std::nullopt;
+  // The one that a rule chose may have gone with what is taken back.
+  if (std::ranges::find(there.profiles, there.activeProfileID, &DockProfile::id) == there.profiles.end())
+    there.activeProfileID = before_.activeProfileID;
   try {
     there.validate();
   } catch (const DomainError&) {

@@ -188,7 +188,7 @@ void UndoableEdits::bringBackOrder(const QUuid& profile, const QList<QUuid>& ord
 
 // --- Values ---------------------------------------------------------------------------------------------------------
 
-void UndoableEdits::update(const DockWidget& widget) {
+void UndoableEdits::update(const DockWidget& widget, const UndoStack::Notice& notice) {
   const DockWidget* stored = DocumentEdits::find(store_.config(), widget.id);
   if (!stored) return;
   const DockWidget before = *stored;
@@ -197,13 +197,14 @@ void UndoableEdits::update(const DockWidget& widget) {
   if (!stored || *stored == before) return;
   QStringList options = differing(before, *stored);
   options.removeIf(&WidgetEditor::isRunningState);
-  if (goesOn(widgetRun_, widget.id, options)) {
+  const bool isTold = !notice.sentence.isEmpty();
+  if (!isTold && goesOn(widgetRun_, widget.id, options)) {
     *widgetRun_.after = *stored;
   } else {
     const auto after = std::make_shared<DockWidget>(*stored);
     widgetRun_ = {.options = options, .before = before, .after = after};
     widgetRun_.entry = undo_.push(
-        {},
+        notice,
         [self = QPointer(this), before, after] {
           if (self) self->bringBackValues(before, *after);
         },
@@ -212,6 +213,7 @@ void UndoableEdits::update(const DockWidget& widget) {
         });
   }
   widgetRun_.last = store_.scheduler().reference();
+  if (isTold) widgetRun_ = {};  // The sentence tells of this change alone.
 }
 
 bool UndoableEdits::goesOn(const WidgetRun& run, const QUuid& widget, const QStringList& options) const {
@@ -295,7 +297,7 @@ void UndoableEdits::takeBack(const SettingsChange& change) {
 
 // --- Settings of a file ---------------------------------------------------------------------------------------------
 
-void UndoableEdits::importConfiguration(const QString& path, std::function<void()> done) {
+void UndoableEdits::importConfiguration(const QString& path, std::function<void(bool taken)> done) {
   struct Read {
     std::optional<DockConfiguration> imported;
     QString failure;
@@ -308,36 +310,37 @@ void UndoableEdits::importConfiguration(const QString& path, std::function<void(
     }
   };
   reading_.start(read, [this, done = std::move(done)](const Read& found) {
-    if (!found.imported)
-      store_.setError(found.failure);
-    else
-      takeImport(*found.imported);
-    if (done) done();
+    if (!found.imported) store_.setError(found.failure);
+    const bool taken = found.imported && takeImport(*found.imported);
+    if (done) done(taken);
   });
 }
 
-void UndoableEdits::takeImport(const DockConfiguration& imported) {
+bool UndoableEdits::takeImport(const DockConfiguration& imported) {
   const DockConfiguration before = store_.config();
   {
     const QScopedValueRollback importing(isImporting_, true);
-    store_.takeImported(imported);
+    if (!store_.takeImported(imported)) return false;
   }
-  if (store_.config() == before) return;
+  if (store_.config() == before) return true;
   const auto import = std::make_shared<Import>(Import{{before, store_.config()}});
   watchImport(import);
-  import->entry = undo_.push(
-      tr("The settings of a file took the place of yours."),
-      [self = QPointer(this), import] {
-        if (!self) return;
-  self->imports_.removeOne(import);
-  self->takeBackImport(import->change);
-},
-      [self = QPointer(this), import] {
-  if (!self) return;
-  self->takeBackImport(import->change.reversed());
-  self->watchImport(import);
-      });
-}  // namespace tarnwick
+  const auto back = [self = QPointer(this), import] {
+    if (!self) return;
+    self->imports_.removeOne(import);
+    self->takeBackImport(import->change);
+  };
+  const auto again = [self = QPointer(this), import] {
+    if (!self) return;
+    self->takeBackImport(import->change.reversed());
+    self->watchImport(import);
+  };
+  const auto forget = [self = QPointer(this), import] {
+    if (self) self->imports_.removeOne(import);
+  };
+  import->entry = undo_.push(tr("The settings of a file took the place of yours."), back, again, forget);
+  return true;
+}
 
 void UndoableEdits::watchImport(const std::shared_ptr<Import>& import) {
   imports_ << import;
@@ -353,8 +356,21 @@ void UndoableEdits::takeBackImport(const DocumentChange& change) {
 }
 
 void UndoableEdits::forgetChangedImports() {
-  while (!isImporting_ && !imports_.isEmpty() && !imports_.last()->change.stands(store_.config()))
-    undo_.withdraw(imports_.takeLast()->entry);
+  if (isImporting_ || imports_.isEmpty()) return;
+  // What a later one put in the place of an earlier one's is no change of that: each is held against the document as it
+  // would be without those after it.
+  DockConfiguration beneath = store_.config();
+  QList<std::shared_ptr<Import>> changed;
+  for (auto import = imports_.crbegin(); import != imports_.crend(); ++import) {
+    if (const auto back = (*import)->change.takenBack(beneath))
+      beneath = *back;
+    else
+      changed << *import;
+  }
+  for (const auto& import : std::as_const(changed)) {
+    imports_.removeOne(import);
+    undo_.withdraw(import->entry);
+  }
 }
 
 }  // namespace tarnwick

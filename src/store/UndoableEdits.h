@@ -40,8 +40,8 @@ class UndoableEdits : public QObject {
   void moveShown(const QString& display, qsizetype from, qsizetype to);
   /// Replaces the stored widget of the same identity. Taking it back gives what this changed its old value: the title
   /// and options, and none that the tile counts by itself. Changes of the same options that follow each other closely
-  /// are one step.
-  void update(const DockWidget& widget);
+  /// are one step; one that the user is told of is a step of its own.
+  void update(const DockWidget& widget, const UndoStack::Notice& notice = {});
   /// Changes settings other than tiles. Taking it back gives what this changed its old value, where nothing else
   /// changed it since. Changes of the same fields that follow each other closely are one step.
   void change(const std::function<void(DockConfiguration&)>& change);
@@ -55,7 +55,7 @@ class UndoableEdits : public QObject {
   /// Replaces the settings by a file's, which is read on another thread; on a failure they stay, and the store says
   /// why. It can be taken back as long as nothing that it brought is changed; what is entered elsewhere meanwhile
   /// stays. `done` runs when it is over, and never when another import takes its place or this is gone.
-  void importConfiguration(const QString& path, std::function<void()> done = {});
+  void importConfiguration(const QString& path, std::function<void(bool taken)> done = {});
 
   /// Whether a tile of a display's dock stands for what lies at a path. An entry that was overridden in another folder
   /// is the same application.
@@ -101,7 +101,7 @@ class UndoableEdits : public QObject {
     DocumentChange change;
     quint64 entry = 0;
   };
-  void takeImport(const DockConfiguration& imported);
+  bool takeImport(const DockConfiguration& imported);
   void watchImport(const std::shared_ptr<Import>& import);
   void takeBackImport(const DocumentChange& change);
   void forgetChangedImports();
@@ -118,8 +118,7 @@ class UndoableEdits : public QObject {
   Run run_;
   WidgetRun widgetRun_;
   LatestWork reading_;  ///< Of a file that is imported.
-  /// Those that can be taken back, the latest last: it is the one that is watched. Those before it come to be watched
-  /// when it is taken back.
+  /// Those that can be taken back, the latest last.
   QList<std::shared_ptr<Import>> imports_;
   bool isImporting_ = false;  ///< What changes now is an import, or the way back of one.
   bool isHeld_ = false;

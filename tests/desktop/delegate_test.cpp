@@ -118,7 +118,7 @@ TEST_F(DelegateTest, TheLoginEntryIsTheUsersUntilTheSwitchIsMoved) {
   const QString file = folder.filePath(u"elsewhere.json"_s);
   Persistence::save(elsewhere, file);
   bool isImported = false;
-  delegate->presenter().edits().importConfiguration(file, [&] { isImported = true; });
+  delegate->presenter().edits().importConfiguration(file, [&](bool taken) { isImported = taken; });
   ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return isImported; }));
   time.advance(1);
   EXPECT_EQ(store().config().scale, 1.5);

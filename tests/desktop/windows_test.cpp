@@ -14,6 +14,7 @@
 
 #include "app/Adapters.h"
 #include "app/AppDelegate.h"
+#include "app/DockPresenter.h"
 #include "app/MenuBarPopup.h"
 #include "app/StatusItem.h"
 #include "app/WindowPlaces.h"
@@ -156,7 +157,9 @@ TEST_F(WindowsTest, ImportOfABrokenFileChangesNothing) {
   ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
   broken.write(Persistence::encode(before).chopped(40));
   broken.close();
-  store().importConfiguration(broken.fileName());
+  bool isOver = false;
+  delegate->presenter().edits().importConfiguration(broken.fileName(), [&](bool) { isOver = true; });
+  ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return isOver; }));
   EXPECT_FALSE(store().error().isEmpty());
   EXPECT_EQ(store().config(), before);
   time.advance(20);

@@ -1,7 +1,5 @@
 #include <QAccessible>
 #include <QComboBox>
-#include <QFile>
-#include <QFileDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QScrollArea>
@@ -9,10 +7,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include "config/Persistence.h"
 #include "settings/SettingsFixture.h"
-#include "store/DocumentEdits.h"
-#include "support/Wait.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
 #include "views/controls/Labels.h"
@@ -230,50 +225,6 @@ TEST_F(SettingsWindowTest, AMoveIsTakenBackAmongWhatCameAndWentMeanwhile) {
   EXPECT_EQ(config().profiles[0].widgets.first(wanted.size()), wanted);
 }
 
-TEST_F(SettingsWindowTest, AnImportIsTakenBackAndWhatIsUnderItStays) {
-  QTemporaryDir folder;
-  const QString other = folder.filePath(u"other.json"_s);
-  store().exportConfiguration(other);
-  const DockConfiguration exported = config();
-  edits->remove(config().profiles[0].widgets[0].id);
-  const DockConfiguration before = config();
-  const auto import = [&](const QString& file) {
-    bool isDone = false;
-    edits->importConfiguration(file, [&] { isDone = true; });
-    EXPECT_FALSE(isDone) << "nobody waits for a disk";
-    EXPECT_TRUE(waitFor([&] { return isDone; }));
-  };
-  import(folder.filePath(u"none.json"_s));
-  EXPECT_EQ(undo().size(), 1);  // A file that cannot be read leaves everything, the way back included.
-  EXPECT_FALSE(store().error().isEmpty());
-  import(other);
-  EXPECT_EQ(config(), exported);
-  EXPECT_EQ(undo().size(), 2);
-  undo().undo();
-  EXPECT_EQ(config(), before);
-  undo().redo();
-  EXPECT_EQ(config(), exported);
-  // Of two imports the first can be taken back once the second is.
-  DockConfiguration third = exported;
-  third.scale = exported.scale + 0.25;
-  third.profiles[0].widgets.removeLast();
-  const QString another = folder.filePath(u"third.json"_s);
-  Persistence::save(third, another);
-  import(another);
-  EXPECT_EQ(undo().size(), 3);
-  undo().undo();
-  EXPECT_EQ(config(), exported);
-  undo().undo();
-  EXPECT_EQ(config(), before);
-  undo().redo();
-  EXPECT_EQ(config(), exported);
-  // What it brought is changed: it can no longer be taken back, and the removal under it is the newest.
-  store().set(exported.profiles[0].widgets[0].id, u"label"_s, u"Mine"_s);
-  EXPECT_EQ(undo().size(), 1);
-  undo().undo();
-  EXPECT_EQ(DocumentEdits::find(config(), exported.profiles[0].widgets[0].id)->options.value(u"label"_s), u"Mine"_s);
-}
-
 TEST_F(SettingsWindowTest, AltAloneOpensTheMenuBarAndAltWithAnotherKeyDoesNot) {
   auto bar = std::make_unique<QMenuBar>();
   bar->addMenu(u"Edit"_s);
@@ -294,29 +245,6 @@ TEST_F(SettingsWindowTest, AltAloneOpensTheMenuBarAndAltWithAnotherKeyDoesNot) {
   press(QEvent::KeyPress);
   press(QEvent::KeyRelease);
   EXPECT_TRUE(shown->isVisible());
-}
-
-TEST_F(SettingsWindowTest, AFileThatIsNotASettingsFileChangesNothingAndSaysSo) {
-  QTemporaryDir folder;
-  const QString broken = folder.filePath(u"broken.json"_s);
-  QFile file(broken);
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  file.write("{\"schema\": 1}");
-  file.close();
-  turnTo("general");
-  const DockConfiguration before = config();
-  for (Button* button : window().findChildren<Button*>())
-    if (button->label() == u"Import…"_s) button->click();
-  auto* dialog = window().findChild<QFileDialog*>();
-  ASSERT_TRUE(dialog);
-  dialog->setDirectory(folder.path());
-  Q_EMIT dialog->fileSelected(broken);
-  dialog->close();
-  EXPECT_TRUE(waitFor([&] { return !store().error().isEmpty(); }));
-  EXPECT_EQ(config(), before);
-  for (IconButton* button : window().findChildren<IconButton*>())
-    if (button->label() == u"Dismiss"_s) button->click();
-  EXPECT_TRUE(store().error().isEmpty());
 }
 
 }  // namespace

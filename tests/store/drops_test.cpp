@@ -415,6 +415,21 @@ TEST_F(DropsTest, ChangesOfTheSameOptionsThatFollowCloselyAreOneStep) {
   water.options[u"goal"_s] = u"12"_s;
   edits.update(water);
   EXPECT_EQ(undo.size(), 2);
+  // One that the user is told of neither goes on with what was before nor is gone on with.
+  QStringList sentences;
+  for (const QString& told : {QString(), u"The goal was raised."_s, QString()}) {
+    water.options[u"goal"_s] = QString::number(13 + sentences.size());
+    edits.update(water, {told, u"L"_s});
+    sentences << sentence();
+  }
+  EXPECT_EQ(sentences, (QStringList{{}, u"The goal was raised."_s, {}}));
+  EXPECT_EQ(undo.size(), 4);
+  undo.undo();
+  undo.undo();
+  EXPECT_EQ(store.widgets().first().options.value(u"goal"_s), u"13"_s);
+  undo.redo();
+  EXPECT_EQ(store.widgets().first().options.value(u"goal"_s), u"14"_s);
+  undo.undo();
   undo.undo();
   undo.undo();
   EXPECT_FALSE(store.widgets().first().options.contains(u"goal"_s));

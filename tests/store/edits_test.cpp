@@ -188,7 +188,8 @@ TEST(DocumentChange, IsTakenBackAsLongAsNothingThatItBroughtWasChanged) {
       {"the same setting", [](Config& c) { c.scale = 1.5; }, [](Config& c) { c.scale = 1.2; }, false},
       {"a note in a tile that both have", [](Config& c) { c.profiles[0].widgets[0].title = u"A"_s; },
        [](Config& c) { c.profiles[0].widgets[3].options[u"text"_s] = u"new"_s; }, true},
-      {"another option of a tile that it changed", [](Config& c) { c.profiles[0].widgets[3].options.remove(u"minutes"_s); },
+      {"another option of a tile that it changed",
+       [](Config& c) { c.profiles[0].widgets[3].options.remove(u"minutes"_s); },
        [](Config& c) { c.profiles[0].widgets[3].options[u"text"_s] = u"new"_s; }, true},
       {"the same option", [](Config& c) { c.profiles[0].widgets[3].options[u"minutes"_s] = u"7"_s; },
        [](Config& c) { c.profiles[0].widgets[3].options[u"minutes"_s] = u"8"_s; }, false},
@@ -206,7 +207,10 @@ TEST(DocumentChange, IsTakenBackAsLongAsNothingThatItBroughtWasChanged) {
        [](Config& c) { c.profiles[0].widgets.move(0, 2); }, false},
       {"profiles of another computer", [](Config& c) { c.profiles = twoProfiles().profiles; }, nothing, true},
       {"a profile since", [](Config& c) { c.profiles = twoProfiles().profiles; },
-       [](Config& c) { c.profiles.append({QUuid::createUuid(), u"Mine"_s, {}}); }, true},
+       [](Config& c) {
+         c.profiles.append({QUuid::createUuid(), u"Mine"_s, {}});
+       },
+       true},
       {"a note in a profile of another computer", [](Config& c) { c.profiles = twoProfiles().profiles; },
        [](Config& c) { c.profiles[0].widgets[0].options[u"text"_s] = u"new"_s; }, false},
   };
@@ -226,6 +230,101 @@ TEST(DocumentChange, IsTakenBackAsLongAsNothingThatItBroughtWasChanged) {
     EXPECT_EQ(DocumentChange(brought, start).takenBack(*back), now);
     EXPECT_EQ(*back == start, now == brought);
   }
+}
+
+TEST(DocumentChange, WhatGoesOnByItselfIsNoChangeOfWhatItBrought) {
+  using Options = QMap<QString, QString>;
+  struct Case {
+    const char* name;
+    Options start, brought, now;
+    Options back;
+  };
+  const Case cases[] = {
+      {"as it was brought",
+       {{u"deadline"_s, u"10"_s}},
+       {{u"deadline"_s, u"20"_s}},
+       {{u"deadline"_s, u"20"_s}},
+       {{u"deadline"_s, u"10"_s}}},
+      {"a timer ran out",
+       {{u"remaining"_s, u"90"_s}},
+       {{u"deadline"_s, u"20"_s}},
+       {{u"remaining"_s, u"0"_s}},
+       {{u"remaining"_s, u"0"_s}}},
+      {"a phase came to its end",
+       {},
+       {{u"deadline"_s, u"20"_s}, {u"phase"_s, u"seated"_s}},
+       {{u"deadline"_s, u"30"_s}, {u"phase"_s, u"standing"_s}},
+       {{u"deadline"_s, u"30"_s}, {u"phase"_s, u"standing"_s}}},
+      {"a run of a duration that goes",
+       {{u"minutes"_s, u"5"_s}},
+       {{u"minutes"_s, u"7"_s}},
+       {{u"minutes"_s, u"7"_s}, {u"deadline"_s, u"30"_s}},
+       {{u"minutes"_s, u"5"_s}}},
+      {"a reminder, and nothing drunk",
+       {{u"glasses"_s, u"5"_s}, {u"day"_s, u"2026-11-24"_s}},
+       {{u"lastReminder"_s, u"1"_s}},
+       {{u"lastReminder"_s, u"2"_s}},
+       {{u"glasses"_s, u"5"_s}, {u"day"_s, u"2026-11-24"_s}, {u"lastReminder"_s, u"2"_s}}},
+      {"glasses",
+       {{u"glasses"_s, u"5"_s}},
+       {{u"glasses"_s, u"1"_s}},
+       {{u"glasses"_s, u"2"_s}},
+       {{u"glasses"_s, u"2"_s}}},
+      {"days ticked and not",
+       {{u"history"_s, u"a,b,c"_s}},
+       {{u"history"_s, u"c,d"_s}},
+       {{u"history"_s, u"d,e"_s}},
+       {{u"history"_s, u"a,b,e"_s}}},
+  };
+  for (const Case& each : cases) {
+    SCOPED_TRACE(each.name);
+    const auto with = [config = twoProfiles()](const Options& options) {
+      DockConfiguration changed = config;
+      changed.profiles[0].widgets[3].options = options;
+      changed.validate();
+      return changed;
+    };
+    const DocumentChange change(with(each.start), with(each.brought));
+    EXPECT_TRUE(change.stands(with(each.now)));
+    const auto back = change.takenBack(with(each.now));
+    ASSERT_TRUE(back);
+    EXPECT_EQ(*back, with(each.back));
+    EXPECT_TRUE(change.reversed().takenBack(*back)) << "it can be made again";
+  }
+}
+
+TEST(DocumentChange, AProfileThatARuleLedToIsNoChangeAndOneThatAHandChoseIs) {
+  DockConfiguration start = twoProfiles();
+  DocumentEdits::newProfile(start, u"Studio"_s, false);
+  start.activeProfileID = start.profiles[0].id;
+  ProfileRule rule;
+  rule.id = QUuid::createUuid();
+  rule.profileID = start.profiles[2].id;
+  for (const bool enabled : {true, false}) {
+    rule.enabled = enabled;
+    DockConfiguration brought = start;
+    brought.activeProfileID = start.profiles[1].id;
+    brought.desktop.profileRules = {rule};
+    const DocumentChange change(start, brought);
+    DockConfiguration now = brought;
+    now.activeProfileID = start.profiles[2].id;
+    EXPECT_EQ(change.stands(now), enabled);
+    const auto back = change.takenBack(now);
+    ASSERT_EQ(back.has_value(), enabled);
+    if (!back) continue;
+    EXPECT_TRUE(back->desktop.profileRules.isEmpty());
+    EXPECT_EQ(back->activeProfileID, start.profiles[2].id);
+    EXPECT_EQ(change.reversed().takenBack(*back), now);
+  }
+  // It goes with what it was brought by.
+  DockConfiguration brought = start;
+  brought.profiles.append({QUuid::createUuid(), u"Away"_s, {}});
+  rule.profileID = brought.profiles.last().id;
+  rule.enabled = true;
+  brought.desktop.profileRules = {rule};
+  DockConfiguration now = brought;
+  now.activeProfileID = rule.profileID;
+  EXPECT_EQ(DocumentChange(start, brought).takenBack(now), start);
 }
 
 TEST(ActiveSets, NameWhatTheWidgetsNeed) {

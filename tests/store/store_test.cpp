@@ -306,8 +306,9 @@ TEST_F(StoreTest, ABeatAnEndAStartAndAWakeRunInTheirOrder) {
   const AllClients all(journal);
   clients = all.pointers();
   start();
-  const QString begin = u"temperature own processes zoom claude media video audioDevices clipboard productivity "
-                        "wallpaper calendar reminders sounds cleaner previews recorder"_s;
+  const QString begin =
+      u"temperature own processes zoom claude media video audioDevices clipboard productivity "
+      "wallpaper calendar reminders sounds cleaner previews recorder"_s;
   QStringList expected{u"restore window-recovery.json"_s};
   for (const QString& name : begin.split(u' ')) expected << u"start %1 1"_s.arg(name);
   EXPECT_EQ(journal.calls, expected << u"refreshAll"_s);
@@ -579,15 +580,14 @@ TEST_F(StoreTest, ImportRefusesWholeAndExportComesBack) {
   ASSERT_TRUE(bad.open(QIODevice::WriteOnly));
   bad.write("{\"schema\": 2}");
   bad.close();
-  store->importConfiguration(other);
-  EXPECT_FALSE(store->error().isEmpty());
+  EXPECT_THROW(store->takeImported(Persistence::read(other)), DomainError);
   EXPECT_EQ(store->config(), before);
 
   store->edit([](DockConfiguration& config) { config.scale = 1.3; });
   store->exportConfiguration(other);
   store->edit([](DockConfiguration& config) { config.scale = 0.6; });
   journal.calls.clear();
-  store->importConfiguration(other);
+  EXPECT_TRUE(store->takeImported(Persistence::read(other)));
   EXPECT_EQ(store->config().scale, 1.3);
   EXPECT_EQ(journal.count(u"refreshAll"_s), 1);
 }

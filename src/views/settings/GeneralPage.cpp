@@ -154,7 +154,7 @@ class GeneralPage final : public SettingsPage {
     connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& path) {
       store().clearError();
       store().exportConfiguration(path);
-      say(*exported_, kExportHelp, QT_TRANSLATE_NOOP("Settings", "Saved as “%1”."), path);
+      say(*exported_, store().error().isEmpty(), kExportHelp, QT_TRANSLATE_NOOP("Settings", "Saved as “%1”."), path);
     });
     dialog->open();
   }
@@ -166,18 +166,19 @@ class GeneralPage final : public SettingsPage {
     connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& path) {
       store().clearError();
       imported_->setHelp(settingsText(QT_TRANSLATE_NOOP("Settings", "Reading “%1”…")).arg(QFileInfo(path).fileName()));
-      services_.edits.importConfiguration(path, [self = QPointer(this), path] {
+      // The button stays: another file takes the place of one that a disk does not give.
+      services_.edits.importConfiguration(path, [self = QPointer(this), path](bool taken) {
         if (!self) return;
-        self->say(*self->imported_, kImportHelp, QT_TRANSLATE_NOOP("Settings", "Took everything from “%1”."), path);
+        self->say(*self->imported_, taken, kImportHelp, QT_TRANSLATE_NOOP("Settings", "Took everything from “%1”."),
+                  path);
       });
     });
     dialog->open();
   }
 
   /// What went wrong stands in the message line of the window.
-  void say(FormRow& row, const char* otherwise, const char* done, const QString& path) {
-    row.setHelp(store().error().isEmpty() ? settingsText(done).arg(QFileInfo(path).fileName())
-                                          : settingsText(otherwise));
+  static void say(FormRow& row, bool isDone, const char* otherwise, const char* done, const QString& path) {
+    row.setHelp(isDone ? settingsText(done).arg(QFileInfo(path).fileName()) : settingsText(otherwise));
   }
 
   static constexpr const char* kExportHelp =
