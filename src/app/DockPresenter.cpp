@@ -386,10 +386,6 @@ void DockPresenter::markMenu(bool open) {
 
 // --- The way back ---------------------------------------------------------------------------------------------------
 
-void DockPresenter::offerUndo(const QString& display, const QString& sentence, const std::function<void()>& undo) {
-  undo_.push({sentence, display}, undo);
-}
-
 void DockPresenter::showUndo(quint64 entry, const QString& sentence, const QString& display) {
   if (sentence.isEmpty() || !message_) return;
   if (dock_.displays().isEmpty() || services_.screens.all().isEmpty()) return;

@@ -68,8 +68,6 @@ class DockPresenter final : public QObject, private DockHost {
   bool panelIsOpen(const QString& display) const { return panels_.hasActivePanel(display); }
   /// Closes the open panel without motion.
   void closePanel() { panels_.closeAtOnce(); }
-  /// Says what was done above a display's dock, and offers to take it back.
-  void offerUndo(const QString& display, const QString& sentence, const std::function<void()>& undo);
 
   /// What tiles of these widgets show at this moment, whether or not a dock holds them.
   TileSources previews(const QList<DockWidget>& widgets);

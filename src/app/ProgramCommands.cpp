@@ -114,10 +114,13 @@ void ProgramCommands::addCalendarFolder() {
 
 // --- What was done --------------------------------------------------------------------------------------------------
 
-void ProgramCommands::changeWidget(const DockWidget& widget) { delegate_.presenter().edits().update(widget); }
+void ProgramCommands::changeWidget(const DockWidget& widget, const QString& display, const QString& sentence) {
+  delegate_.presenter().edits().update(widget, {sentence, display});
+}
 
-void ProgramCommands::offerUndo(const QString& display, const QString& sentence, const std::function<void()>& undo) {
-  delegate_.presenter().offerUndo(display, sentence, undo);
+void ProgramCommands::offerUndo(const QString& display, const QString& sentence, const std::function<void()>& undo,
+                                const std::function<void()>& redo) {
+  delegate_.presenter().undoStack().push({sentence, display}, undo, redo);
 }
 
 void ProgramCommands::undo() { delegate_.presenter().undoStack().undo(); }

@@ -45,8 +45,9 @@ class ProgramCommands final : public QObject, public Commands {
   void chooseDockPicture() override;
   void addCalendarFolder() override;
 
-  void changeWidget(const DockWidget& widget) override;
-  void offerUndo(const QString& display, const QString& sentence, const std::function<void()>& undo) override;
+  void changeWidget(const DockWidget& widget, const QString& display = {}, const QString& sentence = {}) override;
+  void offerUndo(const QString& display, const QString& sentence, const std::function<void()>& undo,
+                 const std::function<void()>& redo) override;
   void undo() override;
   void redo() override;
   void dismissMessage() override;

@@ -74,11 +74,13 @@ class Commands {
 
   // --- What was done ------------------------------------------------------------------------------------------------
 
-  /// Replaces a widget's settings, as a step that can be taken back.
-  virtual void changeWidget(const DockWidget& widget) = 0;
-  /// Says what was done above the dock of a display (the first one where it is empty), and offers to take it back.
-  /// What `undo` holds must outlive whoever offers it.
-  virtual void offerUndo(const QString& display, const QString& sentence, const std::function<void()>& undo) = 0;
+  /// Replaces a widget's settings, as a step that can be taken back. A sentence that says what was done is shown above
+  /// the dock of a display (the first one where it is empty).
+  virtual void changeWidget(const DockWidget& widget, const QString& display = {}, const QString& sentence = {}) = 0;
+  /// Says what was done in the same way, and offers to take it back and to make it again after that. What both hold
+  /// must outlive whoever offers it; they may throw DomainError.
+  virtual void offerUndo(const QString& display, const QString& sentence, const std::function<void()>& undo,
+                         const std::function<void()>& redo) = 0;
   /// Takes the newest change back.
   virtual void undo() = 0;
   /// Makes again what was taken back last.

@@ -32,8 +32,8 @@ class NoCommands : public Commands {
   void chooseDockPicture() override {}
   void addCalendarFolder() override {}
 
-  void changeWidget(const DockWidget&) override {}
-  void offerUndo(const QString&, const QString&, const std::function<void()>&) override {}
+  void changeWidget(const DockWidget&, const QString& = {}, const QString& = {}) override {}
+  void offerUndo(const QString&, const QString&, const std::function<void()>&, const std::function<void()>&) override {}
   void undo() override {}
   void redo() override {}
   void dismissMessage() override {}

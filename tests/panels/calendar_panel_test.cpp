@@ -70,7 +70,8 @@ TEST(ZoneSearchTest, FindsByCityCountryAndName) {
 
 TEST(ClockPanelTest, AddsAndRemovesZones) {
   SnapshotStore fixture;
-  const PanelContext list = fixture.contextOf(u"worldClockList"_s);
+  test::ChangingCommands commands(fixture.store());
+  const PanelContext list = fixture.contextOf(u"worldClockList"_s, commands);
   const auto panel = shown(list);
   auto* field = panel->findChild<QLineEdit*>();
   field->setText(u"Mumbai"_s);
@@ -87,7 +88,7 @@ TEST(ClockPanelTest, AddsAndRemovesZones) {
   EXPECT_EQ(optionOf(list, u"zones"_s), u"America/New_York"_s);
   EXPECT_FALSE(buttonNamed(*panel, u"Remove New York"_s)) << "the last one stays";
 
-  const PanelContext clock = fixture.contextOf(u"flipClock"_s);
+  const PanelContext clock = fixture.contextOf(u"flipClock"_s, commands);
   const auto other = shown(clock);
   other->findChild<QLineEdit*>()->setText(u"san francisco"_s);
   press(*other->findChild<QLineEdit*>(), Qt::Key_Return);
@@ -104,6 +105,9 @@ TEST(ClockPanelTest, AddsAndRemovesZones) {
   buttonNamed(*other, u"Use local time"_s)->click();
   EXPECT_TRUE(optionOf(clock, u"timezone"_s).isEmpty());
   EXPECT_TRUE(optionOf(clock, u"zoneLabel"_s).isEmpty());
+  EXPECT_EQ(commands.told, (QStringList{u"“London” was removed."_s, u"“Tokyo” was removed."_s,
+                                        u"“Kolkata” was removed."_s, u"The clock shows local time."_s}));
+  EXPECT_EQ(commands.changed.size(), 8) << "all of it can be taken back";
 }
 
 TEST(CalendarPanelTest, ShowsTheChosenDayAndJoins) {

@@ -142,12 +142,6 @@ TEST(ControlAccessible, WordsToChooseFromAreRadioButtonsOfANamedGroup) {
   }
 }
 
-struct OptionCommands final : RecordingCommands {
-  explicit OptionCommands(AppStore& changes) : store(changes) {}
-  void changeWidget(const DockWidget& widget) override { store.update(widget); }
-  AppStore& store;
-};
-
 /// What became of the widget, of what its panel asked for and of the day that the panel shows.
 struct Outcome {
   QMap<QString, QString> atOnce;
@@ -166,7 +160,7 @@ using Deed = std::function<void(QWidget& panel)>;
 
 Outcome outcome(const QString& kind, const Deed& deed) {
   SnapshotStore fixture;
-  OptionCommands commands(fixture.store());
+  ChangingCommands commands(fixture.store());
   const PanelContext context = fixture.contextOf(kind, commands);
   const std::unique_ptr<TilePanel> panel = makePanel(context);
   panel->start();

@@ -30,17 +30,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// Changes widgets, too.
-struct ChangingCommands final : test::RecordingCommands {
-  explicit ChangingCommands(AppStore& changes) : store(changes) {}
-  void changeWidget(const DockWidget& widget) override {
-    RecordingCommands::changeWidget(widget);
-    store.update(widget);
-  }
-
-  AppStore& store;
-};
-
 /// A panel of a kind over a store of its own, and hands for it.
 struct Open {
   explicit Open(const QString& kind) : context(fixture.contextOf(kind, commands)) {
@@ -74,7 +63,7 @@ struct Open {
   void press(Qt::Key key) { QTest::keyClick(panel->findChild<TextField*>(), key); }
 
   SnapshotStore fixture;
-  ChangingCommands commands{fixture.store()};
+  test::ChangingCommands commands{fixture.store()};
   PanelContext context;
   std::unique_ptr<TilePanel> panel;
 };
@@ -140,6 +129,11 @@ TEST(TimerPanels, DoWhatTheirButtonsSay) {
   stopwatch.store().resetTimer(stopwatch.context.widget);
   stopwatch.commands.undos.back()();
   EXPECT_EQ(stopwatch.option(u"laps"_s), u"64.2,131.7,192.0"_s);
+  stopwatch.commands.redos.back()();
+  EXPECT_EQ(stopwatch.option(u"laps"_s), u"absent"_s);
+  stopwatch.commands.undos.back()();
+  stopwatch.click(u"Lap"_s);
+  EXPECT_THROW(stopwatch.commands.redos.back()(), DomainError) << "the new lap would be lost";
 }
 
 TEST(Rows, AreTurnedOverWherePeopleReadFromTheRight) {
@@ -260,8 +254,13 @@ TEST(TodosPanelTest, AddsTicksDeletesAndClears) {
   EXPECT_FALSE(texts().contains(u"Reply to Sam about the theme"_s));
   todos.click(u"Clear completed"_s);
   EXPECT_EQ(texts(), (QStringList{u"Book train for Friday"_s, u"Water the plants"_s}));
-  for (; !todos.commands.undos.empty(); todos.commands.undos.pop_back()) todos.commands.undos.back()();
+  const auto [first, second] = std::pair(todos.commands.undos[0], todos.commands.undos[1]);
+  second(), first();
   EXPECT_EQ(texts(), all) << "each is back at its place";
+  todos.write(u"Sleep"_s);
+  todos.press(Qt::Key_Return);
+  for (const auto& redo : todos.commands.redos) redo();
+  EXPECT_EQ(texts(), (QStringList{u"Book train for Friday"_s, u"Water the plants"_s, u"Sleep"_s}));
 }
 
 TEST(NotePanels, SaveAsIsTyped) {
@@ -334,6 +333,8 @@ TEST(CalculatorPanelTest, CalculatesOnAndKeepsWhatHadAResult) {
   calculator.press(Qt::Key_Return);
   calculator.commands.undos.back()();
   EXPECT_EQ(calculator.option(u"calculations"_s), u"2 + 2 = 4\n6 × 7 = 42\n1 ÷ 4 = 0.25"_s);
+  calculator.commands.redos.back()();
+  EXPECT_EQ(calculator.option(u"calculations"_s), u"2 + 2 = 4"_s) << "what was calculated since stays";
 }
 
 TEST(ConverterPanelTest, StaysWithinOneGroup) {

@@ -21,9 +21,8 @@ namespace {
 using namespace Qt::StringLiterals;
 
 /// Changes widgets, keeps back whether an application was started, and may not end processes.
-struct SlowCommands final : test::RecordingCommands {
-  explicit SlowCommands(AppStore& changes) : store(changes) {}
-  void changeWidget(const DockWidget& widget) override { store.update(widget); }
+struct SlowCommands final : test::ChangingCommands {
+  using ChangingCommands::ChangingCommands;
   void openUrl(const QUrl& url, const std::function<void(bool)>& done = {}) override {
     RecordingCommands::openUrl(url);
     over = done;
@@ -33,7 +32,6 @@ struct SlowCommands final : test::RecordingCommands {
     throw DomainError::invalid(u"You may not end it."_s);
   }
 
-  AppStore& store;
   std::function<void(bool)> over;
 };
 
@@ -104,6 +102,8 @@ TEST(AppFolderPanel, TakesAppsInAndGivesThemBack) {
   EXPECT_EQ(open.titles(), "Mail|Messages|Photos|Maps");
   EXPECT_FALSE(open.option(u"paths"_s).contains(u"music"_s));
   EXPECT_EQ(open.did(), "");
+  EXPECT_EQ(open.commands.told, QStringList{u"“Music” was removed."_s});
+  EXPECT_EQ(open.commands.changed.size(), 2) << "both can be taken back";
 }
 
 TEST(RunningAppsPanel, KeepsTheTextOfItsRowsInLineWhicheverWayWordsRun) {
@@ -204,6 +204,11 @@ TEST(ShelfPanel, GivesUpFilesOneByOneAndAll) {
   for (; !open.commands.undos.empty(); open.commands.undos.pop_back()) open.commands.undos.back()();
   QCoreApplication::processEvents();
   EXPECT_EQ(open.titles(), "Quarterly summary.pdf|tiles.png|notes.txt|new.txt");
+  open.commands.redos[0]();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(open.titles(), "Quarterly summary.pdf|notes.txt|new.txt");
+  open.commands.redos[1]();
+  EXPECT_EQ(open.fixture.store().config().shelf, QStringList{u"/home/robin/new.txt"_s}) << "what came since stays";
 }
 
 TEST(TrashPanel, AsksBeforeItEmpties) {

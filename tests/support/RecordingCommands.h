@@ -3,6 +3,7 @@
 #include <QStringList>
 #include <vector>
 
+#include "store/AppStore.h"
 #include "store/NoCommands.h"
 
 namespace tarnwick::test {
@@ -36,8 +37,16 @@ class RecordingCommands : public NoCommands {
   void chooseDockPicture() override { asked << QStringLiteral("picture"); }
   void addCalendarFolder() override { asked << QStringLiteral("calendar folder"); }
 
-  void changeWidget(const DockWidget& widget) override { changed << widget; }
-  void offerUndo(const QString&, const QString&, const std::function<void()>& undo) override { undos.push_back(undo); }
+  void changeWidget(const DockWidget& widget, const QString& = {}, const QString& sentence = {}) override {
+    changed << widget;
+    if (!sentence.isEmpty()) told << sentence;
+  }
+  void offerUndo(const QString&, const QString& sentence, const std::function<void()>& undo,
+                 const std::function<void()>& redo) override {
+    told << sentence;
+    undos.push_back(undo);
+    redos.push_back(redo);
+  }
   void undo() override { asked << QStringLiteral("undo"); }
   void redo() override { asked << QStringLiteral("redo"); }
 
@@ -64,11 +73,26 @@ class RecordingCommands : public NoCommands {
   QStringList asked;
   QList<DockLayout> layouts;
   QList<DockWidget> changed;
+  QStringList told;  ///< Of what can be taken back.
   std::vector<std::function<void()>> undos;
+  std::vector<std::function<void()>> redos;
   std::function<void(const QString&)> picked;
   QList<Optional> missing;
   bool startsApplications = true;
   bool isHidden = false;
+};
+
+/// The same, but widgets are changed in a store.
+class ChangingCommands : public RecordingCommands {
+ public:
+  explicit ChangingCommands(AppStore& store) : store_(store) {}
+  void changeWidget(const DockWidget& widget, const QString& display = {}, const QString& sentence = {}) override {
+    RecordingCommands::changeWidget(widget, display, sentence);
+    store_.update(widget);
+  }
+
+ private:
+  AppStore& store_;
 };
 
 }  // namespace tarnwick::test

@@ -1,11 +1,8 @@
 #pragma once
 
-#include <QStringList>
+#include <QList>
 #include <algorithm>
 #include <functional>
-
-#include "store/AppStore.h"
-#include "store/DocumentEdits.h"
 
 namespace tarnwick {
 
@@ -17,16 +14,13 @@ void putBack(QList<Item>& list, const QList<Item>& older, Key key = {}) {
       list.insert(std::min(i, list.size()), older[i]);
 }
 
-/// The same, for a widget's option that lists names with something between them; a step that waits to be taken back.
-inline std::function<void()> puttingBack(AppStore& store, const QUuid& widget, const QString& key, QChar between,
-                                         const QStringList& older) {
-  return [store = &store, widget, key, between, older] {
-    const DockWidget* stored = DocumentEdits::find(store->config(), widget);
-    if (!stored) return;
-    QStringList list = stored->options.value(key).split(between, Qt::SkipEmptyParts);
-    putBack<QString>(list, older);
-    store->set(widget, key, list.join(between));
+/// The other way round: takes out of a list what `older` held and `newer` does not.
+template <class Item, class Key = std::identity>
+void takeOut(QList<Item>& list, const QList<Item>& older, const QList<Item>& newer, Key key = {}) {
+  const auto holds = [&](const QList<Item>& items, const Item& item) {
+    return std::ranges::find(items, std::invoke(key, item), key) != items.end();
   };
+  list.removeIf([&](const Item& item) { return holds(older, item) && !holds(newer, item); });
 }
 
 }  // namespace tarnwick

@@ -198,13 +198,15 @@ void TilePanel::setOption(const QString& key, const std::optional<QString>& valu
   store().set(context_.widget, key, value);
 }
 
-void TilePanel::changeSetting(const QString& key, const std::optional<QString>& value) {
+void TilePanel::changeSetting(const QString& key, const std::optional<QString>& value, const QString& sentence) {
   DockWidget changed = widget_;
   value ? void(changed.options.insert(key, *value)) : void(changed.options.remove(key));
-  changeSettings(changed);
+  changeSettings(changed, sentence);
 }
 
-void TilePanel::changeSettings(const DockWidget& widget) { context_.commands.changeWidget(widget); }
+void TilePanel::changeSettings(const DockWidget& widget, const QString& sentence) {
+  context_.commands.changeWidget(widget, context_.display, sentence);
+}
 
 /// What no field that has the keyboard took.
 void TilePanel::keyPressEvent(QKeyEvent* event) {
@@ -217,8 +219,9 @@ void TilePanel::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-void TilePanel::offerUndo(const QString& sentence, const std::function<void()>& undo) const {
-  context_.commands.offerUndo(context_.display, sentence, undo);
+void TilePanel::offerUndo(const QString& sentence, const std::function<void()>& undo,
+                          const std::function<void()>& redo) const {
+  context_.commands.offerUndo(context_.display, sentence, undo, redo);
 }
 
 SectionLabel* TilePanel::addSection(const QString& text, const QString& trailing) {

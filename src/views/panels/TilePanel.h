@@ -62,9 +62,10 @@ class TilePanel : public GlassPane {
   QString title() const;
   /// The widget's option, changed through the store.
   void setOption(const QString& key, const std::optional<QString>& value);
-  /// The same for what the user sets and may take back, not what the widget counts or holds of what was written.
-  void changeSetting(const QString& key, const std::optional<QString>& value);
-  void changeSettings(const DockWidget& widget);
+  /// The same for what the user sets and may take back, not what the widget counts or holds of what was written. A
+  /// sentence tells it beside the dock; without one it is seen where it was done.
+  void changeSetting(const QString& key, const std::optional<QString>& value, const QString& sentence = {});
+  void changeSettings(const DockWidget& widget, const QString& sentence = {});
 
  Q_SIGNALS:
   /// The widget is gone or the panel has done its work. Whoever owns it closes it, not within this signal.
@@ -94,9 +95,9 @@ class TilePanel : public GlassPane {
   void forgetDrafts();
   /// What has the keyboard when the panel opens, in place of the first control.
   void beginWith(QWidget& control) { first_ = &control; }
-  /// Tells what was done and offers to take it back. What `undo` holds must outlive the panel; it may throw
-  /// DomainError.
-  void offerUndo(const QString& sentence, const std::function<void()>& undo) const;
+  /// Tells what was done, and offers to take it back and to make it again after that. What both hold must outlive the
+  /// panel; they may throw DomainError.
+  void offerUndo(const QString& sentence, const std::function<void()>& undo, const std::function<void()>& redo) const;
   /// Calls refresh() soon, as after an operation of the panel's own.
   void refreshNow();
 

@@ -47,7 +47,7 @@ class PicturedCommands final : public NoCommands {
  public:
   explicit PicturedCommands(AppStore& store) : store_(store) {}
   bool can(Optional) const override { return true; }
-  void changeWidget(const DockWidget& widget) override { store_.update(widget); }
+  void changeWidget(const DockWidget& widget, const QString&, const QString&) override { store_.update(widget); }
 
  private:
   AppStore& store_;

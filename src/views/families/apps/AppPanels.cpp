@@ -9,7 +9,6 @@
 #include "views/controls/ItemView.h"
 #include "views/panels/AppItems.h"
 #include "views/panels/PanelWords.h"
-#include "views/panels/PutBack.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -126,9 +125,7 @@ class AppFolderPanel final : public AppsPanel {
       const auto index = installed();
       const DesktopEntry* entry = index ? index->byPath(path) : nullptr;
       const QString name = entry ? entry->name : QFileInfo(path).completeBaseName();
-      setPaths(wanted);
-      offerUndo(PanelWords::tr("“%1” was removed.").arg(name),
-                puttingBack(store(), this->context().widget, option::paths, u'\n', all));
+      setPaths(wanted, PanelWords::tr("“%1” was removed.").arg(name));
     });
     choose(false);
   }
@@ -166,8 +163,8 @@ class AppFolderPanel final : public AppsPanel {
 
  private:
   QStringList paths() const { return widget().options.value(option::paths).split(u'\n', Qt::SkipEmptyParts); }
-  void setPaths(const QStringList& paths) {
-    setOption(option::paths, paths.isEmpty() ? std::nullopt : std::optional(paths.join(u'\n')));
+  void setPaths(const QStringList& paths, const QString& sentence = {}) {
+    changeSetting(option::paths, paths.isEmpty() ? std::nullopt : std::optional(paths.join(u'\n')), sentence);
     refreshNow();
   }
 

@@ -9,7 +9,6 @@
 #include "views/controls/Rows.h"
 #include "views/families/clocks/DateTiles.h"
 #include "views/panels/PanelWords.h"
-#include "views/panels/PutBack.h"
 #include "views/panels/ZoneSearch.h"
 #include "views/tiles/ClockWords.h"
 #include "widgets/catalog/Kinds.h"
@@ -166,21 +165,10 @@ class ClockPanel final : public TilePanel {
   }
 
   void leave(const QString& zone) {
-    const DockWidget before = widget();
-    if (!isList_) {
-      store().update(standingAt({}, {}));
-      offerUndo(PanelWords::tr("The clock shows local time."), [store = &store(), before] {
-        for (const QLatin1StringView key : {option::timezone, option::zoneLabel})
-          if (before.options.contains(key)) store->set(before.id, key, before.options.value(key));
-      });
-      return;
-    }
-    const QStringList all = worldZones(before.options.value(option::zones));
-    QStringList zones = all;
+    if (!isList_) return changeSettings(standingAt({}, {}), PanelWords::tr("The clock shows local time."));
+    QStringList zones = worldZones(widget().options.value(option::zones));
     zones.removeAll(zone);
-    setOption(option::zones, zones.join(u','));
-    offerUndo(PanelWords::tr("“%1” was removed.").arg(ClockWords::city(zone)),
-              puttingBack(store(), before.id, option::zones, u',', all));
+    changeSetting(option::zones, zones.join(u','), PanelWords::tr("“%1” was removed.").arg(ClockWords::city(zone)));
   }
 
   void take(const ZoneMatch& match) {

@@ -145,9 +145,13 @@ class ShelfPanel final : public FileListPanel {
     const QStringList before = store().config().shelf;
     if (left == before) return;
     store().edit([&left](DockConfiguration& config) { config.shelf = left; });
-    offerUndo(sentence, [store = &store(), before] {
+    const auto back = [store = &store(), before] {
       store->edit([&before](DockConfiguration& config) { putBack<QString>(config.shelf, before); });
-    });
+    };
+    const auto again = [store = &store(), before, left] {
+      store->edit([&](DockConfiguration& config) { takeOut<QString>(config.shelf, before, left); });
+    };
+    offerUndo(sentence, back, again);
     refreshNow();
   }
 

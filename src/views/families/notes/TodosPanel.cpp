@@ -235,13 +235,18 @@ class TodosPanel final : public TilePanel {
   void remove(Test test) {
     const QList<TodoItem> before = store().config().todos;
     store().edit([&](DockConfiguration& config) { config.todos.removeIf(test); });
-    const auto removed = before.size() - store().config().todos.size();
+    const QList<TodoItem> left = store().config().todos;
+    const auto removed = before.size() - left.size();
     if (removed == 0) return;
+    const auto back = [store = &store(), before] {
+      store->edit([&before](DockConfiguration& config) { putBack(config.todos, before, &TodoItem::id); });
+    };
+    const auto again = [store = &store(), before, left] {
+      store->edit([&](DockConfiguration& config) { takeOut(config.todos, before, left, &TodoItem::id); });
+    };
     offerUndo(removed == 1 ? PanelWords::tr("The to-do was deleted.")
                            : PanelWords::tr("%1 to-dos were deleted.").arg(removed),
-              [store = &store(), before] {
-                store->edit([&before](DockConfiguration& config) { putBack(config.todos, before, &TodoItem::id); });
-              });
+              back, again);
   }
 
   TextField* field_;

@@ -18,6 +18,7 @@
 #include "views/panels/PanelWords.h"
 #include "widgets/PhaseMath.h"
 #include "widgets/TimeMath.h"
+#include "widgets/TimerActions.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 
@@ -138,17 +139,24 @@ class TimerPanel : public TilePanel {
     store().resetTimer(before.id);
     // A countdown is only set again; what a stopwatch has counted would be lost.
     if (before.kind != kind::stopwatch) return;
-    offerUndo(PanelWords::tr("The stopwatch was reset."), [store = &store(), before] {
-      const DockWidget* stored = DocumentEdits::find(store->config(), before.id);
+    // What it has counted since is nobody's to throw away.
+    const auto exchange = [store = &store()](const DockWidget& from, const DockWidget& to) {
+      const DockWidget* stored = DocumentEdits::find(store->config(), from.id);
       if (!stored) return;
       DockWidget counted = *stored;
       for (const QLatin1StringView key : {option::started, option::elapsed, option::laps}) {
-        if (counted.options.contains(key))
+        if (counted.options.contains(key) != from.options.contains(key) ||
+            counted.options.value(key) != from.options.value(key))
           throw DomainError::invalid(PanelWords::tr("The stopwatch counts again and was left as it is."));
-        if (before.options.contains(key)) counted.options.insert(key, before.options.value(key));
+        counted.options.remove(key);
+        if (to.options.contains(key)) counted.options.insert(key, to.options.value(key));
       }
       store->update(counted);
-    });
+    };
+    const DockWidget after = TimerActions::reset(before);
+    offerUndo(
+        PanelWords::tr("The stopwatch was reset."), [exchange, before, after] { exchange(after, before); },
+        [exchange, before, after] { exchange(before, after); });
   }
 
   void skip() {

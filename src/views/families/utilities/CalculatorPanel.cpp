@@ -13,6 +13,7 @@
 #include "views/controls/Rows.h"
 #include "views/panels/BigText.h"
 #include "views/panels/PanelWords.h"
+#include "views/panels/PutBack.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -158,16 +159,25 @@ class CalculatorPanel final : public TilePanel {
   void clearHistory() {
     const QStringList before = finished(widget());
     setOption(option::calculations, std::nullopt);
-    offerUndo(PanelWords::tr("The calculator's history was cleared."),
-              [store = &store(), id = context().widget, before] {
-                const DockWidget* stored = DocumentEdits::find(store->config(), id);
-                if (!stored) return;
-                // What was calculated since is the latest.
-                QStringList past = finished(*stored);
-                for (const QString& each : before)
-                  if (!past.contains(each)) past.append(each);
-                store->set(id, option::calculations, past.mid(0, kRemembered).join(u'\n'));
-              });
+    const auto change = [store = &store(), id = context().widget](const std::function<void(QStringList&)>& edit) {
+      const DockWidget* stored = DocumentEdits::find(store->config(), id);
+      if (!stored) return;
+      QStringList past = finished(*stored);
+      edit(past);
+      past = past.mid(0, kRemembered);
+      store->set(id, option::calculations, past.isEmpty() ? std::nullopt : std::optional(past.join(u'\n')));
+    };
+    const auto bringBack = [change, before] {
+      change([&before](QStringList& past) {
+        // What was calculated since is the latest.
+        for (const QString& each : before)
+          if (!past.contains(each)) past.append(each);
+      });
+    };
+    const auto clear = [change, before] {
+      change([&before](QStringList& past) { takeOut<QString>(past, before, {}); });
+    };
+    offerUndo(PanelWords::tr("The calculator's history was cleared."), bringBack, clear);
   }
 
   void remember(const QString& expression, const QString& result) {
