@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "views/theme/Typography.h"
+#include "views/theme/Upright.h"
 
 namespace tarnwick {
 
@@ -47,6 +48,7 @@ void drawEmoji(QPainter& painter, const QString& emoji, const QRectF& box) {
   }
   const double drawn = side / unit;
   painter.save();
+  keepUpright(painter, box.center().x());
   painter.setRenderHint(QPainter::SmoothPixmapTransform);
   painter.drawPixmap(QRectF(box.center().x() - drawn / 2, box.center().y() - drawn / 2, drawn, drawn), picture,
                      picture.rect());

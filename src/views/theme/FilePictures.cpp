@@ -3,6 +3,7 @@
 #include <QPainterPath>
 
 #include "views/theme/RoundedPath.h"
+#include "views/theme/Upright.h"
 
 namespace tarnwick {
 
@@ -47,6 +48,7 @@ void drawSheet(QPainter& painter, QPointF corner, double degrees, const QColor& 
 
 void drawFolder(QPainter& painter, QPointF topLeft, const PictureColors& colors) {
   painter.save();
+  keepUpright(painter, topLeft.x() + kFilePicture / 2);
   painter.translate(topLeft);
   fill(painter, folderBack(), colors.folderBack);
   const QPainterPath front = roundedPath(QRectF(2, 13, 36, 22), 4);
@@ -58,6 +60,7 @@ void drawFolder(QPainter& painter, QPointF topLeft, const PictureColors& colors)
 
 void drawDocument(QPainter& painter, QPointF topLeft, const PictureColors& colors) {
   painter.save();
+  keepUpright(painter, topLeft.x() + kFilePicture / 2);
   painter.translate(topLeft);
   fill(painter, roundedPath(QRectF(7, 3, 26, 34), 3.5), colors.paper);
   painter.setPen(QPen(colors.paperInk, 1.6, Qt::SolidLine, Qt::RoundCap));
@@ -69,6 +72,7 @@ void drawDocument(QPainter& painter, QPointF topLeft, const PictureColors& color
 
 void drawPapers(QPainter& painter, QPointF topLeft, const PictureColors& colors) {
   painter.save();
+  keepUpright(painter, topLeft.x() + kFilePicture / 2);
   painter.translate(topLeft);
   drawSheet(painter, {4, 9}, -14, colors.paperBehind, colors.paperInk);
   drawSheet(painter, {18, 9}, 14, colors.paperBehind, colors.paperInk);
@@ -78,6 +82,7 @@ void drawPapers(QPainter& painter, QPointF topLeft, const PictureColors& colors)
 
 void drawShelf(QPainter& painter, QPointF topLeft, int sheets, const PictureColors& colors) {
   painter.save();
+  keepUpright(painter, topLeft.x() + kFilePicture / 2);
   painter.translate(topLeft);
   if (sheets > 1) drawSheet(painter, {2.5, 6}, -5, colors.paperBehind, colors.paperInk);
   if (sheets > 0) drawSheet(painter, {17, 4.5}, 4, colors.paper, colors.paperInk);

@@ -3,6 +3,7 @@
 #include <QHash>
 
 #include "views/theme/SymbolTable.h"
+#include "views/theme/Upright.h"
 
 namespace tarnwick {
 
@@ -38,6 +39,7 @@ double Symbols::strokeWidth(double size) {
 void Symbols::draw(QPainter& painter, const QString& name, const QRectF& box, const QColor& color) {
   const double scale = box.width() / kGridSize;
   painter.save();
+  keepUpright(painter, box.center().x());
   painter.translate(box.topLeft());
   painter.scale(scale, scale);
   painter.setBrush(Qt::NoBrush);

@@ -4,6 +4,7 @@
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QGuiApplication>
+#include <QRawFont>
 #include <QTextLayout>
 #include <algorithm>
 #include <array>
@@ -11,6 +12,7 @@
 #include <limits>
 
 #include "views/theme/Theme.h"
+#include "views/theme/Upright.h"
 
 namespace tarnwick {
 
@@ -267,12 +269,18 @@ void TextLine::layOut() {
 
   const double baseline = line.y() + line.ascent();
   double leftmost = std::numeric_limits<double>::max();
+  double rightmost = std::numeric_limits<double>::lowest();
+  std::pair<QRawFont, quint32> last;
   for (const TextSpan& span : spans) {
     const QPointF shift(span.wider / 2, span.rise - baseline);
     for (QGlyphRun& run : layout.glyphRuns(span.start, span.length)) {
       QList<QPointF> places = run.positions();
       for (QPointF& place : places) place += shift;
       for (qsizetype i = 0; i < places.size(); ++i) {
+        if (places[i].x() > rightmost) {
+          rightmost = places[i].x();
+          last = {run.rawFont(), run.glyphIndexes()[i]};
+        }
         if (places[i].x() >= leftmost) continue;
         leftmost = places[i].x();
         leftBearing_ = (leftmost + run.rawFont().boundingRect(run.glyphIndexes()[i]).left()) / Typography::kGrid;
@@ -282,7 +290,12 @@ void TextLine::layOut() {
     }
   }
   width_ = line.horizontalAdvance() / Typography::kGrid;
+  if (!last.first.isValid()) return;
+  const double end = rightmost + last.first.boundingRect(last.second).right();
+  rightBearing_ = width_ - end / Typography::kGrid;
 }
+
+double TextLine::inkInset(const QPainter& painter) const { return isMirrored(painter) ? rightBearing_ : leftBearing_; }
 
 TextLine TextLine::elided(double width, Elide mode) const {
   if (width_ <= width) return *this;
@@ -317,6 +330,7 @@ double TextLine::capHeight() const { return QFontMetricsF(font_).capHeight() / T
 
 void TextLine::draw(QPainter& painter, QPointF baseline, const QColor& color) const {
   painter.save();
+  keepUpright(painter, baseline.x() + width_ / 2);
   painter.translate(baseline.x(), snappedY(painter, baseline));
   painter.scale(1 / Typography::kGrid, 1 / Typography::kGrid);
   painter.setPen(color);
@@ -325,7 +339,7 @@ void TextLine::draw(QPainter& painter, QPointF baseline, const QColor& color) co
 }
 
 void TextLine::drawFromInk(QPainter& painter, QPointF baseline, const QColor& color) const {
-  draw(painter, {baseline.x() - leftBearing_, baseline.y()}, color);
+  draw(painter, {baseline.x() - inkInset(painter), baseline.y()}, color);
 }
 
 void TextLine::drawCentred(QPainter& painter, QPointF baseline, const QColor& color) const {

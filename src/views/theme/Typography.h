@@ -43,7 +43,7 @@ enum class Elide { End, Middle };
 /// neighbours, whatever the font. A colon between two digits is centred on their height.
 ///
 /// A text runs the way its first letter does, whatever the window around it does; what runs the other way within it
-/// stands where a reader looks for it.
+/// stands where a reader looks for it. On mirrored paper it takes the mirrored place, its letters as they are.
 class TextLine {
  public:
   TextLine(const QString& text, TextStyle style, double scale = 1);
@@ -58,6 +58,8 @@ class TextLine {
   double width() const { return width_; }
   /// How far the ink of the leftmost character lies right of the line's origin.
   double leftBearing() const { return leftBearing_; }
+  /// How far the ink begins behind the line's origin on the painter's paper, which may be mirrored.
+  double inkInset(const QPainter& painter) const;
   double ascent() const;
   double descent() const;
   double capHeight() const;
@@ -84,6 +86,7 @@ class TextLine {
   std::vector<QGlyphRun> glyphs_;
   double width_ = 0;
   double leftBearing_ = 0;
+  double rightBearing_ = 0;  ///< The same for the rightmost character, from the end of the line.
 };
 
 /// The program's one source of fonts.

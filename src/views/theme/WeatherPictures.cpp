@@ -6,6 +6,8 @@
 #include <initializer_list>
 #include <numbers>
 
+#include "views/theme/Upright.h"
+
 namespace tarnwick {
 
 namespace {
@@ -50,6 +52,7 @@ QPainterPath cloud() {
 
 void drawWeather(QPainter& painter, WeatherPicture picture, QPointF topLeft, double size, const PictureColors& colors) {
   painter.save();
+  keepUpright(painter, topLeft.x() + size / 2);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.translate(topLeft);
   painter.scale(size / kPictureSize, size / kPictureSize);
