@@ -29,6 +29,9 @@ bool DockView::event(QEvent* event) {
       if (!drag_.isActive()) setPointer(static_cast<QEnterEvent*>(event)->position());
       break;
     case QEvent::LayoutDirectionChange:
+      pictures_.clear();
+      relayout();
+      break;
     case QEvent::Show:
     case QEvent::ScreenChangeInternal:  // The new screen may have other pixels.
       relayout();

@@ -48,6 +48,7 @@ TileStyle DockView::styleOf(qsizetype item) const {
   TileStyle style;
   style.palette = palette_;
   style.scale = row_.scale;
+  style.direction = layoutDirection();
   style.magnification = magnifier_.of(item);
   style.focused = item == focusedItem();
   style.takesDrop = drop_ && drop_->item == item;

@@ -38,7 +38,7 @@ std::optional<DockTip> DockView::tipOf(qsizetype item, std::optional<QPointF> po
 
 TileClick DockView::clickAt(qsizetype item, QPointF point) const {
   const QRectF& tile = layout_.items[item].rect;
-  return {tile.width() / row_.scale, (point - tile.topLeft()) / row_.scale, row_.scale};
+  return {tile.width() / row_.scale, (point - tile.topLeft()) / row_.scale, row_.scale, layoutDirection()};
 }
 
 /// Whether letting go of the tile now takes it off the dock: far from the glass, and over no other window of ours.

@@ -299,6 +299,7 @@ void LibraryView::scrollContentsBy(int, int) {
 void LibraryView::takeLook() {
   // Tiles lie on the cards of the window, so they are painted in its scheme.
   const bool light = lookOf(*this).palette.light;
+  tiles_.setDirection(layoutDirection());
   tiles_.setPalette(
       Palette::make(light ? DockStyle::LightGlass : DockStyle::DarkGlass, Backdrop::Plain, store_.config().monochrome));
   viewport()->update();
@@ -311,7 +312,7 @@ void LibraryView::showEvent(QShowEvent* event) {
 
 void LibraryView::changeEvent(QEvent* event) {
   QAbstractItemView::changeEvent(event);
-  if (event->type() == QEvent::StyleChange) takeLook();
+  if (event->type() == QEvent::StyleChange || event->type() == QEvent::LayoutDirectionChange) takeLook();
   if (event->type() == QEvent::FontChange || event->type() == QEvent::LayoutDirectionChange) placeButton();
 }
 

@@ -17,6 +17,12 @@ void PreviewTiles::setPalette(const Palette& palette) {
   pictures_.clear();
 }
 
+void PreviewTiles::setDirection(Qt::LayoutDirection direction) {
+  if (direction == direction_) return;
+  direction_ = direction;
+  pictures_.clear();
+}
+
 double PreviewTiles::widthOf(const DockWidget& widget) { return Catalog::find(widget.kind).width; }
 
 QList<QUuid> PreviewTiles::refresh(const QList<DockWidget>& widgets, const QDateTime& now) {
@@ -65,6 +71,7 @@ QPixmap PreviewTiles::render(const DockWidget& widget, const TileContent& conten
   QPainter painter(&picture);
   TileStyle style;
   style.palette = palette_;
+  style.direction = direction_;
   style.accent = tileAccent(Catalog::find(widget.kind));
   style.editing = true;
   style.icons = &sources_.icons;

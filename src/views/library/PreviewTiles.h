@@ -20,6 +20,7 @@ class PreviewTiles {
 
   /// How pictures are painted from now on.
   void setPalette(const Palette& palette);
+  void setDirection(Qt::LayoutDirection direction);
   /// Paths of desktop entries for tiles of several.
   void setApplications(const QStringList& paths) { applications_ = paths; }
   /// Shows examples where the user has nothing to show. It does unless told otherwise.
@@ -47,6 +48,7 @@ class PreviewTiles {
   PreviewSources sources_;
   PreviewSamples samples_;
   Palette palette_;
+  Qt::LayoutDirection direction_ = Qt::LeftToRight;
   QStringList applications_;
   bool examples_ = true;
   QHash<QUuid, TileContent> contents_;

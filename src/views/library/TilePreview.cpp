@@ -43,6 +43,7 @@ void TilePreview::refresh() {
 
 void TilePreview::takeLook() {
   const bool light = lookOf(*this).palette.light;
+  tiles_.setDirection(layoutDirection());
   tiles_.setPalette(
       Palette::make(light ? DockStyle::LightGlass : DockStyle::DarkGlass, Backdrop::Plain, store_.config().monochrome));
   update();
@@ -56,7 +57,7 @@ void TilePreview::showEvent(QShowEvent* event) {
 
 void TilePreview::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
-  if (event->type() == QEvent::StyleChange) takeLook();
+  if (event->type() == QEvent::StyleChange || event->type() == QEvent::LayoutDirectionChange) takeLook();
 }
 
 void TilePreview::paintEvent(QPaintEvent*) {

@@ -1,5 +1,6 @@
 #include "views/snapshot/SnapshotPainting.h"
 
+#include <QGuiApplication>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
@@ -152,6 +153,7 @@ QImage SnapshotPainter::tile(const QString& kind, double scale) {
   style.palette = palette;
   style.accent = tileAccent(definition);
   style.scale = scale;
+  style.direction = QGuiApplication::layoutDirection();
   style.icons = &kIcons;
   const double left = pane.left() + std::round((paneWidth - width) / 2);
   const QRectF tile(left, pane.top() + inset, width, std::round(theme::kTileHeight * scale));

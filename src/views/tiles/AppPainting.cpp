@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "views/theme/Glass.h"
+#include "views/theme/Upright.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TilePainter.h"
 #include "views/tiles/TileWords.h"
@@ -81,7 +82,10 @@ void paintProgress(TileCanvas& canvas, const QRectF& icon, double progress) {
   QRectF bar = plate.adjusted(1, 1, -1, -1);
   const double share = std::isfinite(progress) ? std::clamp(progress, 0.0, 1.0) : 0;
   bar.setWidth(std::max(bar.height(), bar.width() * share));
-  if (share > 0) drawRounded(canvas.painter(), bar, bar.height() / 2, canvas.colors().accent(Accent::Blue));
+  if (share <= 0) return;
+  canvas.unmirrored(plate.center().x(), [&] {
+    drawRounded(canvas.painter(), bar, bar.height() / 2, canvas.colors().accent(Accent::Blue));
+  });
 }
 
 void paintCount(TileCanvas& canvas, const QRectF& icon, qint64 count) {
@@ -111,6 +115,7 @@ void drawAppIcon(TileCanvas& canvas, const QRectF& box, const QString& icon, con
   const int side = static_cast<int>(std::lround(box.width() * canvas.scale() * ratio));
   const QPixmap picture = canvas.icon(icon, static_cast<int>(std::lround(side / ratio)), ratio);
   painter.save();
+  keepUpright(painter, box.center().x());
   painter.setOpacity(painter.opacity() * canvas.iconOpacity());
   if (picture.isNull()) {
     drawStandIn(canvas, canvas.snapped(box), name);
@@ -148,8 +153,7 @@ void paintRunningApp(QPainter& painter, const QRectF& rect, const QString& name,
   TileStyle bare = style;
   bare.filled = false;
   paintTileGround(painter, rect, bare);
-  painter.translate(rect.topLeft());
-  painter.scale(style.scale, style.scale);
+  enterTile(painter, rect, style);
   TileCanvas canvas(painter, rect.width() / style.scale, style);
   const QRectF box(theme::kAppIconLeft, theme::kAppIconTop, theme::kAppIcon, theme::kAppIcon);
   drawAppIcon(canvas, box, icon, name);

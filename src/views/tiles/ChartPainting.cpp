@@ -48,16 +48,7 @@ void paintArea(QPainter& painter, const QRectF& box, QPainterPath area, const QL
   inBands(painter, box, [&] { painter.fillPath(area, fill); });
 }
 
-}  // namespace
-
-double highestOf(const QList<double>& values) {
-  double highest = 0;
-  for (const double value : values)
-    if (std::isfinite(value)) highest = std::max(highest, value);
-  return highest;
-}
-
-void paintChart(TileCanvas& canvas, const QRectF& box, const QList<double>& values, const ChartLook& look) {
+void paintUpright(TileCanvas& canvas, const QRectF& box, const QList<double>& values, const ChartLook& look) {
   if (values.isEmpty()) return;
   QPainter& painter = canvas.painter();
   const QList<QPointF> points = pointsOf(box, values, look);
@@ -79,6 +70,20 @@ void paintChart(TileCanvas& canvas, const QRectF& box, const QList<double>& valu
   painter.drawEllipse(points.last(), kHalo, kHalo);
   painter.setBrush(look.color);
   painter.drawEllipse(points.last(), kDot, kDot);
+}
+
+}  // namespace
+
+double highestOf(const QList<double>& values) {
+  double highest = 0;
+  for (const double value : values)
+    if (std::isfinite(value)) highest = std::max(highest, value);
+  return highest;
+}
+
+void paintChart(TileCanvas& canvas, const QRectF& box, const QList<double>& values, const ChartLook& look) {
+  // Time runs to the right for everyone.
+  canvas.unmirrored(box.center().x(), [&] { paintUpright(canvas, box, values, look); });
 }
 
 }  // namespace tarnwick

@@ -27,7 +27,7 @@ double TileCanvas::figure(double x, double baseline, TextStyle style, const QStr
                           const QColor& color) {
   const TextLine number = line(text, style);
   number.drawFromInk(painter_, {x, baseline}, color.isValid() ? color : colors().primary);
-  double end = x - number.leftBearing() + number.width();
+  double end = x - number.inkInset(painter_) + number.width();
   if (!unit.isEmpty()) {
     const TextLine small = TextLine::unit(unit, style, scale());
     small.draw(painter_, {end + kUnitGap, baseline}, colors().secondary);
@@ -72,9 +72,11 @@ void TileCanvas::arc(QPointF centre, double radius, double width, double begin, 
   painter_.setBrush(Qt::NoBrush);
   painter_.setPen(QPen(color, width, Qt::SolidLine, Qt::RoundCap));
   const QRectF ring(centre.x() - radius, centre.y() - radius, radius * 2, radius * 2);
-  inBands(painter_, ring.adjusted(-width, -width, width, width), [&] {
-    painter_.drawArc(ring, static_cast<int>(std::lround((90 - begin) * steps)),
-                     static_cast<int>(std::lround(-sweep * steps)));
+  unmirrored(centre.x(), [&] {
+    inBands(painter_, ring.adjusted(-width, -width, width, width), [&] {
+      painter_.drawArc(ring, static_cast<int>(std::lround((90 - begin) * steps)),
+                       static_cast<int>(std::lround(-sweep * steps)));
+    });
   });
 }
 

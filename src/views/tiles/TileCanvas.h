@@ -7,6 +7,7 @@
 #include "views/theme/Symbols.h"
 #include "views/theme/Theme.h"
 #include "views/theme/Typography.h"
+#include "views/theme/Upright.h"
 #include "views/tiles/TilePainter.h"
 #include "views/tiles/TileStyle.h"
 
@@ -14,6 +15,10 @@ namespace tarnwick {
 
 /// The paper of one tile: 64 units high, whatever the dock's scale. It knows the anatomy that families share, so that a
 /// painter says what stands where and nothing else.
+///
+/// Painters are written for people who read from left to right. Where they read from right to left the paper itself is
+/// mirrored: everything stands on the other side, while texts, symbols, pictures and arcs stay as they are. What has a
+/// direction of its own, such as the face of a clock or the time in a chart, is drawn through unmirrored().
 class TileCanvas {
  public:
   TileCanvas(QPainter& painter, double width, const TileStyle& style)
@@ -36,6 +41,18 @@ class TileCanvas {
   QColor accent() const { return style_.palette.accent(style_.accent); }
   Accent accentName() const { return style_.accent; }
   QColor accentWord() const { return style_.palette.accentWord(style_.accent); }
+
+  /// Whether what is drawn now stands on the other side of the tile.
+  bool isMirrored() const { return tarnwick::isMirrored(painter_); }
+  /// Draws something as it is for everyone, about the vertical line at `middle`, which itself is mirrored.
+  template <class Draw>
+  void unmirrored(double middle, const Draw& draw) {
+    if (!isMirrored()) return draw();
+    painter_.save();
+    keepUpright(painter_, middle);
+    draw();
+    painter_.restore();
+  }
 
   /// Whether there is room for a third row or a label; small docks leave it out first.
   bool showsLastRow() const { return style_.scale >= theme::kCompactScale; }
@@ -65,7 +82,7 @@ class TileCanvas {
   void row(double x, double baseline, const QString& title, TextStyle style, const QString& word,
            const QColor& wordColor);
   void symbol(const QString& name, QPointF centre, double size, const QColor& color);
-  /// An arc with round ends; degrees clockwise from the top.
+  /// An arc with round ends; degrees clockwise from the top, for everyone.
   void arc(QPointF centre, double radius, double width, double begin, double sweep, const QColor& color);
 
   /// A rectangle whose edges lie on whole device pixels, at least one apart.

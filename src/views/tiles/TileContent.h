@@ -19,6 +19,18 @@ struct TileClick {
   double width = 0;  ///< Of the tile.
   QPointF point;
   double scale = 1;  ///< Of the dock.
+  /// Of what is seen (see TileStyle).
+  Qt::LayoutDirection direction = Qt::LeftToRight;
+
+  /// The click as a tile takes it, which knows itself from left to right only.
+  TileClick unmirrored() const {
+    return direction == Qt::LeftToRight ? *this : TileClick{width, {width - point.x(), point.y()}, scale};
+  }
+  /// Where that which a tile has at `place` is seen.
+  QRectF seen(const QRectF& place) const {
+    if (direction == Qt::LeftToRight) return place;
+    return {QPointF(width - place.right(), place.top()), place.size()};
+  }
 };
 
 /// A part of a tile that has a name of its own.
@@ -127,10 +139,14 @@ class TileContent {
   }
   /// The part of a tile that a click means by itself: of quick toggles the `Toggle`, of todos the place in the list,
   /// else 0 for the one thing that the tile itself can do.
-  std::optional<int> partAt(const TileClick& click) const { return face_ ? face_->partAt(click) : std::nullopt; }
+  std::optional<int> partAt(const TileClick& click) const {
+    return face_ ? face_->partAt(click.unmirrored()) : std::nullopt;
+  }
   /// The part under the pointer, where it has a name of its own: a switch, one of several applications.
   std::optional<TilePart> namedPartAt(const TileClick& point) const {
-    return face_ ? face_->namedPartAt(point) : std::nullopt;
+    std::optional<TilePart> part = face_ ? face_->namedPartAt(point.unmirrored()) : std::nullopt;
+    if (part) part->place = point.seen(part->place);
+    return part;
   }
   TileApplication application() const { return face_ ? face_->application() : TileApplication{}; }
   /// Whether the tile stands on a ground and answers the pointer; separators and spaces do not.

@@ -83,6 +83,14 @@ void magnify(QPainter& painter, const QRectF& rect, double factor) {
   painter.translate(-rect.center());
 }
 
+void enterTile(QPainter& painter, const QRectF& rect, const TileStyle& style) {
+  painter.translate(rect.topLeft());
+  painter.scale(style.scale, style.scale);
+  if (style.direction == Qt::LeftToRight) return;
+  painter.translate(rect.width() / style.scale, 0);
+  painter.scale(-1, 1);
+}
+
 void paintTile(QPainter& painter, const QRectF& rect, const TileContent& content, const TileStyle& style) {
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
@@ -90,8 +98,7 @@ void paintTile(QPainter& painter, const QRectF& rect, const TileContent& content
     painter.translate(0, -std::round(theme::kDraggedLift * style.scale * style.lift));
   magnify(painter, rect, tileFactor(style));
   if (content.isSolid() || style.focused || style.state == TileState::Dragged) paintTileGround(painter, rect, style);
-  painter.translate(rect.topLeft());
-  painter.scale(style.scale, style.scale);
+  enterTile(painter, rect, style);
   TileCanvas canvas(painter, rect.width() / style.scale, style);
   content.paint(canvas);
   if (style.failed) paintFailed(canvas);

@@ -21,6 +21,8 @@ struct TileStyle {
   double scale = 1;          ///< Of the dock: how many units of the painter a unit of the tile takes.
   double magnification = 1;  ///< Of this drawing alone, around its centre.
   TileState state = TileState::Rest;
+  /// In which people read. Where that is from right to left, what a tile holds is mirrored.
+  Qt::LayoutDirection direction = Qt::LeftToRight;
   bool focused = false;              ///< By the keyboard.
   bool filled = true;                ///< Whether the tile has a ground at rest.
   bool takesDrop = false;            ///< Something is held over the tile that it would take.

@@ -138,7 +138,9 @@ void paint(TileCanvas& canvas, const ProgressContent& content) {
   if (canvas.showsCaption() && right - caption.width() >= end + kCaptionGap)
     caption.drawRight(canvas.painter(), {right, kFigureBaseline - 1}, canvas.colors().secondary);
   const bool day = content.component == TimeMath::Component::Day;
-  paintBars(canvas, content, day ? kHourWidth : kMonthWidth, day ? kHourCorner : kMonthCorner, !day);
+  canvas.unmirrored(canvas.width() / 2, [&] {
+    paintBars(canvas, content, day ? kHourWidth : kMonthWidth, day ? kHourCorner : kMonthCorner, !day);
+  });
 }
 
 }  // namespace tarnwick

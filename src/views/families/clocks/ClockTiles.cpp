@@ -195,22 +195,9 @@ AnalogClockContent analogClock(const TileRequest& request, ClockFace face) {
   return {face, time.hour(), time.minute(), time.second(), clockLabel(request)};
 }
 
-}  // namespace
-
-AnalogClockContent makeAnalogClock(const TileRequest& request) { return analogClock(request, ClockFace::Light); }
-AnalogClockContent makeDarkClock(const TileRequest& request) { return analogClock(request, ClockFace::Dark); }
-AnalogClockContent makeMinimalClock(const TileRequest& request) { return analogClock(request, ClockFace::Minimal); }
-
-TileText describe(const AnalogClockContent& content, const QString& name) {
-  // Without the second, which would make a screen reader speak all the time.
-  const QString time = QLocale().toString(QTime(content.hour, content.minute), QLocale::ShortFormat);
-  return {name, content.label.isEmpty() ? time : time + u", "_s + content.label};
-}
-
-void paint(TileCanvas& canvas, const AnalogClockContent& content) {
+void paintClock(TileCanvas& canvas, const AnalogClockContent& content, QPointF centre) {
   const FaceColors colors = colorsOf(canvas, content.face);
   QPainter& painter = canvas.painter();
-  const QPointF centre(canvas.width() / 2, theme::kTileMiddle);
   if (content.face == ClockFace::Minimal)
     drawQuarters(painter, colors, centre);
   else
@@ -224,6 +211,23 @@ void paint(TileCanvas& canvas, const AnalogClockContent& content) {
   painter.drawEllipse(centre, 2.6, 2.6);
   painter.setBrush(colors.ground.isValid() ? colors.ground : canvas.colors().inkOnAccent);
   painter.drawEllipse(centre, 1, 1);
+}
+
+}  // namespace
+
+AnalogClockContent makeAnalogClock(const TileRequest& request) { return analogClock(request, ClockFace::Light); }
+AnalogClockContent makeDarkClock(const TileRequest& request) { return analogClock(request, ClockFace::Dark); }
+AnalogClockContent makeMinimalClock(const TileRequest& request) { return analogClock(request, ClockFace::Minimal); }
+
+TileText describe(const AnalogClockContent& content, const QString& name) {
+  // Without the second, which would make a screen reader speak all the time.
+  const QString time = QLocale().toString(QTime(content.hour, content.minute), QLocale::ShortFormat);
+  return {name, content.label.isEmpty() ? time : time + u", "_s + content.label};
+}
+
+void paint(TileCanvas& canvas, const AnalogClockContent& content) {
+  const QPointF centre(canvas.width() / 2, theme::kTileMiddle);
+  canvas.unmirrored(centre.x(), [&] { paintClock(canvas, content, centre); });
 }
 
 }  // namespace tarnwick

@@ -158,6 +158,22 @@ void paintRing(TileCanvas& canvas, const DigitsContent& content) {
     figure.drawCentred(canvas.painter(), {centre.x(), TileCanvas::centredBaseline(figure)}, canvas.colors().primary);
 }
 
+void paintFace(TileCanvas& canvas, const DigitsContent& content) {
+  switch (content.face) {
+    case DigitFace::Plain:
+    case DigitFace::Seconds:
+      return paintPlain(canvas, content);
+    case DigitFace::Flip:
+      return paintFlip(canvas, content);
+    case DigitFace::Pixel:
+      return paintPixels(canvas, content);
+    case DigitFace::Overlap:
+      return paintOverlap(canvas, content);
+    case DigitFace::Ring:
+      return paintRing(canvas, content);
+  }
+}
+
 }  // namespace
 
 DigitsContent makeTimeOnly(const TileRequest& request) { return digits(request, DigitFace::Plain); }
@@ -173,19 +189,7 @@ TileText describe(const DigitsContent& content, const QString& name) {
 }
 
 void paint(TileCanvas& canvas, const DigitsContent& content) {
-  switch (content.face) {
-    case DigitFace::Plain:
-    case DigitFace::Seconds:
-      return paintPlain(canvas, content);
-    case DigitFace::Flip:
-      return paintFlip(canvas, content);
-    case DigitFace::Pixel:
-      return paintPixels(canvas, content);
-    case DigitFace::Overlap:
-      return paintOverlap(canvas, content);
-    case DigitFace::Ring:
-      return paintRing(canvas, content);
-  }
+  canvas.unmirrored(canvas.width() / 2, [&] { paintFace(canvas, content); });
 }
 
 }  // namespace tarnwick

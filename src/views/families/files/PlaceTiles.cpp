@@ -35,6 +35,7 @@ constexpr double kFieldText = 35;
 void paintShot(TileCanvas& canvas, const QRectF& box, const QImage& image) {
   QPainter& painter = canvas.painter();
   painter.save();
+  keepUpright(painter, box.center().x());
   drawRounded(painter, box, kShotCorner, canvas.colors().well);
   if (image.isNull()) {
     canvas.symbol(u"photo"_s, box.center(), 16, canvas.colors().tertiary);

@@ -53,7 +53,13 @@ void paintCount(TileCanvas& canvas, const WaterContent& content, bool captioned)
     break;
   }
   const double baseline = captioned ? theme::kHeadlineBaseline : TileCanvas::centredBaseline(canvas.line(count, style));
-  canvas.figure(kCountLeft, baseline, style, count, withGoal ? goal : QString());
+  if (!withGoal) {
+    canvas.figure(kCountLeft, baseline, style, count);
+    return;
+  }
+  // A fraction is read in one direction by everyone.
+  const double whole = canvas.line(count, style).width() + 2 + TextLine::unit(goal, style, canvas.scale()).width();
+  canvas.unmirrored(kCountLeft + whole / 2, [&] { canvas.figure(kCountLeft, baseline, style, count, goal); });
 }
 
 }  // namespace

@@ -183,7 +183,8 @@ void paint(TileCanvas& canvas, const NoteContent& content) {
     const TextLine line = canvas.line(lines[i], TextStyle::Body).elided(room, Elide::End);
     const double baseline = lines.size() == 1 ? TileCanvas::centredBaseline(line) : i == 0 ? kNoteFirst : kNoteSecond;
     const QColor& ink = empty ? canvas.colors().tertiary : canvas.colors().primary;
-    if (lines[i].isRightToLeft())
+    // What the user wrote begins at the side that it is read from.
+    if (!empty && lines[i].isRightToLeft() != canvas.isMirrored())
       line.drawRight(canvas.painter(), {canvas.width() - kTextRight, baseline}, ink);
     else
       line.draw(canvas.painter(), {kNoteLeft, baseline}, ink);

@@ -69,6 +69,21 @@ void paintBolt(QPainter& painter, QPointF middle, const QColor& ink) {
       QPolygonF({at(0.2, -1), at(-0.6, 0.2), at(-0.05, 0.2), at(-0.2, 1), at(0.6, -0.25), at(0.05, -0.25)}));
 }
 
+void paintCell(TileCanvas& canvas, const BatteryContent& content, const QRectF& body) {
+  QPainter& painter = canvas.painter();
+  const Palette& colors = canvas.colors();
+  drawRounded(painter, body, kBatteryCorner, colors.track);
+  const QRectF nub(body.right() + kNubGap, body.center().y() - kNubHeight / 2, kNubWidth, kNubHeight);
+  drawRounded(painter, nub, kNubWidth / 2, colors.track);
+  if (const int percent = content.percent.value_or(0); percent > 0) {
+    QRectF fill = body.adjusted(kBatteryInset, kBatteryInset, -kBatteryInset, -kBatteryInset);
+    fill.setWidth(std::max(kBatteryFillCorner, fill.width() * percent / 100));
+    drawRounded(painter, fill, std::min(kBatteryFillCorner, fill.width() / 2),
+                percent < kLow && !content.plugged ? colors.accent(Accent::Red) : canvas.accent());
+  }
+  if (content.charging) paintBolt(painter, body.center(), colors.primary);
+}
+
 }  // namespace
 
 BatteryContent makeBattery(const TileRequest& request) {
@@ -86,22 +101,12 @@ TileText describe(const BatteryContent& content, const QString& name) {
 }
 
 void paint(TileCanvas& canvas, const BatteryContent& content) {
-  QPainter& painter = canvas.painter();
   const Palette& colors = canvas.colors();
   const double whole = kBatteryWidth + kNubGap + kNubWidth;
   const double top = canvas.showsCaption() ? kBatteryTop : kBareBatteryTop;
   const double baseline = canvas.showsCaption() ? kBatteryBaseline : kBareBatteryBaseline;
   const QRectF body((canvas.width() - whole) / 2, top, kBatteryWidth, kBatteryHeight);
-  drawRounded(painter, body, kBatteryCorner, colors.track);
-  const QRectF nub(body.right() + kNubGap, body.center().y() - kNubHeight / 2, kNubWidth, kNubHeight);
-  drawRounded(painter, nub, kNubWidth / 2, colors.track);
-  if (const int percent = content.percent.value_or(0); percent > 0) {
-    QRectF fill = body.adjusted(kBatteryInset, kBatteryInset, -kBatteryInset, -kBatteryInset);
-    fill.setWidth(std::max(kBatteryFillCorner, fill.width() * percent / 100));
-    drawRounded(painter, fill, std::min(kBatteryFillCorner, fill.width() / 2),
-                percent < kLow && !content.plugged ? colors.accent(Accent::Red) : canvas.accent());
-  }
-  if (content.charging) paintBolt(painter, body.center(), colors.primary);
+  canvas.unmirrored(canvas.width() / 2, [&] { paintCell(canvas, content, body); });
   if (!content.percent) {
     canvas.centredText(baseline, TextStyle::Caption, content.word, colors.secondary);
     return;

@@ -115,7 +115,7 @@ void paint(TileCanvas& canvas, const TimerContent& content) {
   using namespace theme;
   canvas.arc(kCentre, kRadius, kStroke, 0, 360, canvas.colors().track);
   if (content.share > 0) canvas.arc(kCentre, kRadius, kStroke, 0, 360 * content.share, canvas.accent());
-  paintGlyph(canvas, content.glyph);
+  canvas.unmirrored(kCentre.x(), [&] { paintGlyph(canvas, content.glyph); });
 
   const bool hasMarks = content.marks > 0;
   const bool second = hasMarks ? canvas.showsLastRow() : canvas.showsCaption();
