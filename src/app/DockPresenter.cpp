@@ -33,6 +33,7 @@ DockPresenter::DockPresenter(AppStore& store, const Services& services, Commands
       drops_({&store, &services.files, &services.opener, &undo_, &edits_, &services.runningApps}),
       tiles_(store, services, commands),
       menus_(store, services, commands, edits_, tiles_),
+      tileServices_(store, services, setup_.readings, readingServices(), tiles_, menus_.icons()),
       tips_(store, services.panels),
       panels_(store, services, commands,
               {[this](const QString& display) { return sources(display); }, readingServices(),
@@ -80,7 +81,7 @@ void DockPresenter::connectContents() {
       },
       Qt::QueuedConnection);
   connect(&setup_.readings, &Readings::changed, this, &DockPresenter::rebuildRows);
-  connect(&setup_.readings, &Readings::measured, this, [this](const QString& family) {
+  connect(&setup_.readings, &Readings::measured, this, [this](Family family) {
     for (const auto& [display, dock] : docks_) dock->refreshFamily(family);
   });
 }
@@ -146,7 +147,7 @@ std::unique_ptr<DockContent> DockPresenter::makeContent(const QString& display) 
     return services_.icons.pixmap(app.icon, size, ratio);
   };
   DockHost& host = *this;  // Only here may it be seen as one.
-  auto dock = std::make_unique<LiveDock>(store_, services_.toggles, commands_, host, display, icons, questions());
+  auto dock = std::make_unique<LiveDock>(store_, services_.toggles, commands_, host, display, icons, tileServices_);
   dock->setFrameClock(services_.clocks.make(display));
   docks_[display] = dock.get();
   connect(&dock->view(), &DockView::tipChanged, this,
@@ -167,24 +168,7 @@ TileSources DockPresenter::sources(const QString& display) const {
 }
 
 TileSources DockPresenter::previews(const QList<DockWidget>& widgets) {
-  return storeSources(store_, services_.toggles, questions(), widgets);
-}
-
-TileQuestions DockPresenter::questions() {
-  TileQuestions questions;
-  questions.applicationAt = [this](const QString& path) { return factsAt(path); };
-  questions.ownIcon = [this](const QString& path) { return menus_.icons().iconOf(path); };
-  questions.hintOf = [this](const QString& desktopId) { return services_.hints.of(desktopId); };
-  questions.isStarting = [this](const QString& path) { return tiles_.isLaunching(path); };
-  questions.trashItems = [this] { return services_.files.trashCount(); };
-  questions.calendar = [this] { return setup_.readings.calendar(store_.now()); };
-  questions.addReadings = [this](ReadingFacts& readings, const QList<DockWidget>& widgets) {
-    Rooms::read(readings, widgets, readingServices());
-  };
-  questions.uses24Hour = [this] { return setup_.readings.uses24Hour(); };
-  questions.reducesMotion = [this] { return services_.motion.reducesMotion(); };
-  questions.sendsNearby = [this] { return static_cast<bool>(drops_.sendNearby); };
-  return questions;
+  return storeSources(store_, services_.toggles, tileServices_, widgets);
 }
 
 ReadingServices DockPresenter::readingServices() const {
@@ -196,17 +180,6 @@ ReadingServices DockPresenter::readingServices() const {
     return icons.pixmap(icon, size, ratio);
   };
   return readings;
-}
-
-std::optional<ApplicationFacts> DockPresenter::factsAt(const QString& path) {
-  const auto entry = services_.installedApps.byPath(path);
-  if (!entry) return std::nullopt;
-  ApplicationFacts facts;
-  facts.name = entry->name;
-  const QString own = menus_.icons().iconOf(path);
-  facts.icon = own.isEmpty() ? entry->iconName : own;
-  if (const auto running = services_.runningApps.byPath(path)) facts.identity = running->identity;
-  return facts;
 }
 
 void DockPresenter::rebuildRows() {

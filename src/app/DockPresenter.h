@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 
+#include "app/DesktopTileServices.h"
 #include "app/DockBubble.h"
 #include "app/DockCommands.h"
 #include "app/DockMenus.h"
@@ -98,11 +99,9 @@ class DockPresenter final : public QObject, private DockHost {
   void guardStrangeEntries();
   void connectContents();
   void connectDocks();
-  TileQuestions questions();
   TileSources sources(const QString& display) const;
   /// What tiles and panels read of the machine and of the desktop.
   ReadingServices readingServices() const;
-  std::optional<ApplicationFacts> factsAt(const QString& path);
   bool opensDownwards(const QString& display) const;
   QRect besideRect(const QString& display, const QUuid& widget) const;
   bool isBusy(const QString& display) const;
@@ -123,6 +122,7 @@ class DockPresenter final : public QObject, private DockHost {
   DockDrops drops_;
   DockCommands tiles_;
   DockMenus menus_;
+  DesktopTileServices tileServices_;
   EntryQuestion entryQuestion_;
   TipHost tips_;
   std::map<QString, LiveDock*> docks_;

@@ -8,7 +8,6 @@
 #include "platform/linux/LinuxMachineDetails.h"
 #include "platform/linux/LinuxProcessSource.h"
 #include "platform/linux/SensorTemperatures.h"
-#include "widgets/catalog/Family.h"
 
 namespace tarnwick {
 namespace {
@@ -34,9 +33,9 @@ Readings::Readings(Scheduler& scheduler)
       thumbnails_(home(QStandardPaths::GenericCacheLocation)) {
   connect(&calendar_, &Calendar::outdated, &calendar_, &Calendar::load);
   connect(&calendar_, &Calendar::changed, this, &Readings::changed);
-  connect(&processes_, &ProcessMonitor::changed, this, [this] { Q_EMIT measured(familyText(Family::Processes)); });
+  connect(&processes_, &ProcessMonitor::changed, this, [this] { Q_EMIT measured(Family::Processes); });
   connect(&temperature_, &SystemTemperature::changed, this,
-          [this] { Q_EMIT measured(familyText(Family::Temperature)); });
+          [this] { Q_EMIT measured(Family::Temperature); });
   connect(&recent_, &RecentFiles::changed, this, &Readings::changed);
   connect(&bookmarks_, &Bookmarks::changed, this, &Readings::changed);
   connect(&screenshots_, &ScreenshotFolder::changed, this, &Readings::changed);

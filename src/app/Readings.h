@@ -15,6 +15,7 @@
 #include "system/SystemTemperature.h"
 #include "system/ports/MachineDetails.h"
 #include "views/tiles/ReadingSources.h"
+#include "widgets/catalog/Family.h"
 
 namespace tarnwick {
 
@@ -47,7 +48,7 @@ class Readings : public QObject {
   /// Something that tiles show is another than before.
   void changed();
   /// The same, of what tiles of this family alone show.
-  void measured(const QString& family);
+  void measured(Family family);
 
  private:
   std::unique_ptr<CalendarSource> calendarFiles_;

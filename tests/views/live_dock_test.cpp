@@ -35,6 +35,20 @@ struct QuietHost final : DockHost {
   void leaveKeyboard() override {}
 };
 
+struct CountedServices final : TileServices {
+  std::optional<ApplicationFacts> applicationAt(const QString&) const override { return application; }
+  /// Asked once whenever everything that tiles may show is gathered.
+  std::shared_ptr<const CalendarDigest> calendar() const override {
+    ++gathered;
+    return std::make_shared<const CalendarDigest>();
+  }
+  QList<TileSource*> sources() const override { return others; }
+
+  std::optional<ApplicationFacts> application;
+  QList<TileSource*> others;
+  mutable int gathered = 0;
+};
+
 struct BusyProcessor final : SystemCounters {
   std::optional<ProcessorTicks> processorTicks() override {
     ticks.user += 30;
@@ -62,18 +76,13 @@ class LiveDockTest : public testing::Test {
     setup.counters = std::make_unique<BusyProcessor>();
     return setup;
   }
-  void show(const QStringList& kinds, TileQuestions questions = {}) {
+  void show(const QStringList& kinds) {
     for (const QString& kind : kinds) store.add(kind);
-    // Asked once whenever everything that tiles may show is gathered.
-    questions.calendar = [this] {
-      ++gathered;
-      return std::make_shared<const CalendarDigest>();
-    };
-    dock = std::make_unique<LiveDock>(store, toggles, commands, host, u"L"_s, DockView::IconProvider(), questions);
+    dock = std::make_unique<LiveDock>(store, toggles, commands, host, u"L"_s, DockView::IconProvider(), services);
     dock->resize(900, 140);
     dock->configure({});
     dock->show();
-    gathered = 0;
+    services.gathered = 0;
   }
   void beat(int seconds) {
     for (int i = 0; i < seconds; ++i) {
@@ -88,9 +97,9 @@ class LiveDockTest : public testing::Test {
   StillToggles toggles;
   test::RecordingCommands commands;
   QuietHost host;
+  CountedServices services;
   AppStore store;
   std::unique_ptr<LiveDock> dock;
-  int gathered = 0;
 };
 
 TEST_F(LiveDockTest, AnEmptyOneOffersTheLibraryForItsOwnDisplay) {
@@ -105,15 +114,15 @@ TEST_F(LiveDockTest, TilesAreMadeAnewAsOftenAsTheyTick) {
   const QString minutes = shown(1);
   beat(1);
   EXPECT_NE(picture(0), seconds);
-  EXPECT_EQ(gathered, 0) << "a second changes nothing but the time";
+  EXPECT_EQ(services.gathered, 0) << "a second changes nothing but the time";
   const QString before = shown(2);
   beat(3);
   EXPECT_NE(shown(2), before) << "a reading comes with its sample, not with the clock";
   EXPECT_EQ(shown(1), minutes);
-  gathered = 0;
+  services.gathered = 0;
   beat(56);
   EXPECT_NE(shown(1), minutes);
-  EXPECT_EQ(gathered, 1) << "for the minute; a sample brings its own part alone";
+  EXPECT_EQ(services.gathered, 1) << "for the minute; a sample brings its own part alone";
 
   // The wall clock may go back within a minute's beat.
   time.jump(-3600);
@@ -129,9 +138,8 @@ TEST_F(LiveDockTest, AnEntryThatIsOverriddenStandsForTheApplicationThatRuns) {
   store.edit([&](DockConfiguration& config) {
     config.profiles[0].widgets = {{QUuid::createUuid(), u"appLauncher"_s, {}, {{u"path"_s, held}}}};
   });
-  TileQuestions questions;
-  questions.applicationAt = [](const QString&) { return ApplicationFacts{u"Editor"_s, {}, 7, {}}; };
-  show({}, questions);
+  services.application = ApplicationFacts{u"Editor"_s, {}, 7, {}};
+  show({});
   EXPECT_FALSE(dock->sources().applications.value(held).marks.running);
   store.apply({app});
   EXPECT_TRUE(dock->sources().applications.value(held).marks.running);
@@ -140,15 +148,15 @@ TEST_F(LiveDockTest, AnEntryThatIsOverriddenStandsForTheApplicationThatRuns) {
 TEST_F(LiveDockTest, WithoutSecondsItWorksOnceAMinute) {
   show({u"digitalClock"_s, u"trash"_s, u"dockSeparator"_s});
   beat(59);
-  EXPECT_EQ(gathered, 0);
+  EXPECT_EQ(services.gathered, 0);
   beat(1);
-  EXPECT_EQ(gathered, 1);
+  EXPECT_EQ(services.gathered, 1);
 }
 
 TEST_F(LiveDockTest, NothingThatTicksMakesNoWork) {
   show({u"trash"_s, u"timer"_s});
   beat(130);
-  EXPECT_EQ(gathered, 0);
+  EXPECT_EQ(services.gathered, 0);
   store.toggleTimer(store.widgets()[1].id);
   const QImage running = picture(1);
   beat(1);
@@ -160,10 +168,10 @@ TEST_F(LiveDockTest, AHiddenDockIsFrozenAndCatchesUpAtOnce) {
   dock->hide();
   const QImage frozen = picture(0);
   beat(90);
-  EXPECT_EQ(gathered, 0);
+  EXPECT_EQ(services.gathered, 0);
   EXPECT_EQ(picture(0), frozen);
   dock->show();
-  EXPECT_EQ(gathered, 1);
+  EXPECT_EQ(services.gathered, 1);
   EXPECT_NE(picture(0), frozen);
 }
 
@@ -176,20 +184,19 @@ class CountingSource final : public TileSource {
 
 TEST_F(LiveDockTest, AValueOfOneWidgetReachesItsTileAlone) {
   CountingSource source;
-  TileQuestions questions;
-  questions.sources = {&source};
-  show({u"fileShelf"_s, u"fileShelf"_s}, questions);
+  services.others = {&source};
+  show({u"fileShelf"_s, u"fileShelf"_s});
   const QStringList before{shown(0), shown(1)};
   Q_EMIT source.widgetChanged(store.widgets()[1].id);
   EXPECT_EQ(shown(0), before[0]);
   EXPECT_NE(shown(1), before[1]);
-  EXPECT_EQ(gathered, 0) << "no other source was asked";
-  Q_EMIT source.changed({u"files"_s});
+  EXPECT_EQ(services.gathered, 0) << "no other source was asked";
+  Q_EMIT source.changed({Family::Files});
   EXPECT_NE(shown(0), before[0]);
   const int asked = source.count;
   Q_EMIT source.widgetChanged(QUuid::createUuid());
   dock->hide();
-  Q_EMIT source.changed({u"files"_s});
+  Q_EMIT source.changed({Family::Files});
   EXPECT_EQ(source.count, asked) << "neither for a widget of another dock nor while nobody looks";
   dock.reset();
 }

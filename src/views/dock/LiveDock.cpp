@@ -21,13 +21,13 @@ qint64 minuteOf(const QDateTime& moment) { return moment.toSecsSinceEpoch() / kM
 }  // namespace
 
 LiveDock::LiveDock(AppStore& store, Toggles& toggles, Commands& commands, DockHost& host, const QString& display,
-                   DockView::IconProvider icons, TileQuestions questions)
+                   DockView::IconProvider icons, const TileServices& services)
     : store_(store),
       toggles_(toggles),
       commands_(commands),
       host_(host),
       display_(display),
-      questions_(std::move(questions)),
+      services_(services),
       view_(new DockView(this)) {
   // Only a window can be translucent, so the view must not paint a ground of its own.
   setAttribute(Qt::WA_NoSystemBackground);
@@ -36,9 +36,9 @@ LiveDock::LiveDock(AppStore& store, Toggles& toggles, Commands& commands, DockHo
   view_->setIconProvider(std::move(icons));
   view_->setSwitchGuard([this] { return host_.holdsProfile(); });
   connect(view_, &DockView::shapeChanged, this, &DockContent::shapeChanged);
-  storeSources_ = makeStoreSources(store_, toggles_, questions_);
+  storeSources_ = makeStoreSources(store_, toggles_, services_);
   for (const auto& source : storeSources_) follow(*source);
-  for (TileSource* source : questions_.sources) follow(*source);
+  for (TileSource* source : services_.sources()) follow(*source);
   connectStore();
   connectTiles();
   connectApplications();
@@ -83,13 +83,13 @@ void LiveDock::rebuildRow() {
   row.edge = geometry_.atTop ? Edge::Top : Edge::Bottom;
   row.composited = geometry_.composited;
   row.blurred = geometry_.blurred;
-  row.reduceMotion = ask(questions_.reducesMotion);
+  row.reduceMotion = services_.reducesMotion();
   for (const DockProfile& profile : config.profiles) row.tabs << profile.name;
   row.activeTab = store_.profileIndex(display_);
   row.tabsOnHover = options.profileSwitcherOnHover;
   row.swipes = options.profileSwipe;
   row.floats = geometry_.floats;
-  row.sendsNearby = ask(questions_.sendsNearby);
+  row.sendsNearby = services_.sendsNearby();
   view_->setRow(row);
   refreshTiles();
 }
@@ -97,8 +97,8 @@ void LiveDock::rebuildRow() {
 QList<DockApp> LiveDock::runningApps() const {
   QList<DockApp> apps;
   for (const RunningApp& running : store_.unpinnedRunningApps(display_)) {
-    const LauncherHint hint = ask(questions_.hintOf, running.desktopId);
-    apps.append({running.identity, running.name, iconOf(running, questions_), running.active, hint.urgent, hint.progress,
+    const LauncherHint hint = services_.hintOf(running.desktopId);
+    apps.append({running.identity, running.name, iconOf(running, services_), running.active, hint.urgent, hint.progress,
                  hint.count, false, running.windows.size()});
   }
   return apps;
@@ -124,8 +124,8 @@ void LiveDock::refreshTiles() {
   view_->refresh(shown_);
 }
 
-void LiveDock::refreshFamily(const QString& family) {
-  const auto isOfIt = [&family](const DockWidget& widget) { return Catalog::find(widget.kind).family == family; };
+void LiveDock::refreshFamily(Family family) {
+  const auto isOfIt = [family](const DockWidget& widget) { return Catalog::find(widget.kind).family == family; };
   if (std::ranges::none_of(view_->row().widgets, isOfIt) || !isSeen()) return;
   shown_ = sources();
   view_->refresh(shown_, isOfIt);
@@ -150,8 +150,11 @@ void LiveDock::beat() {
 }
 
 void LiveDock::follow(TileSource& source) {
-  connect(&source, &TileSource::changed, this, [this, &source](const QStringList& families) {
-    take(source, [&](const DockWidget& widget) { return families.contains(Catalog::find(widget.kind).family); });
+  connect(&source, &TileSource::changed, this, [this, &source](const QList<Family>& families) {
+    take(source, [&](const DockWidget& widget) {
+      const QString& family = Catalog::find(widget.kind).family;
+      return std::ranges::any_of(families, [&](Family each) { return family == each; });
+    });
   });
   connect(&source, &TileSource::widgetChanged, this, [this, &source](const QUuid& id) {
     take(source, [&](const DockWidget& widget) { return widget.id == id; });
@@ -168,7 +171,7 @@ void LiveDock::take(TileSource& source, const std::function<bool(const DockWidge
 TileSources LiveDock::sources() const {
   TileSources sources;
   for (const auto& source : storeSources_) source->fill(sources, view_->row().widgets);
-  for (TileSource* source : questions_.sources) source->fill(sources, view_->row().widgets);
+  for (TileSource* source : services_.sources()) source->fill(sources, view_->row().widgets);
   return sources;
 }
 
@@ -181,9 +184,7 @@ void LiveDock::connectStore() {
 // --- What a hand does -----------------------------------------------------------------------------------------------
 
 void LiveDock::connectTiles() {
-  connect(view_, &DockView::tileActivated, this, [this](const QUuid& widget) {
-    host_.activateTile(display_, widget);
-  });
+  connect(view_, &DockView::tileActivated, this, [this](const QUuid& widget) { host_.activateTile(display_, widget); });
   connect(view_, &DockView::tilePartActivated, this, &LiveDock::activatePart);
   connect(view_, &DockView::addWidgetsRequested, this, [this] { commands_.showLibrary(display_); });
   connect(view_, &DockView::contextMenuRequested, this, [this](const QUuid& widget, const QRect& beside) {
@@ -200,7 +201,7 @@ void LiveDock::activatePart(const QUuid& id, int part) {
   const auto& shown = view_->row().widgets;
   const auto widget = std::ranges::find(shown, id, &DockWidget::id);
   if (widget == shown.end()) return;
-  Rooms::act({*widget, part, store_, toggles_, commands_, [this] { return calendarOf(store_, questions_); }});
+  Rooms::act({*widget, part, store_, toggles_, commands_, [this] { return calendarOf(store_, services_); }});
 }
 
 void LiveDock::connectApplications() {
@@ -219,9 +220,8 @@ void LiveDock::connectApplications() {
 void LiveDock::connectHands() {
   for (const auto signal : {&DockView::dragStarted, &DockView::dragMoved})
     connect(view_, signal, this, [this] { store_.holdRunningApps(); });
-  connect(view_, &DockView::reorderRequested, this, [this](qsizetype from, qsizetype to) {
-    host_.moveTile(display_, from, to);
-  });
+  connect(view_, &DockView::reorderRequested, this,
+          [this](qsizetype from, qsizetype to) { host_.moveTile(display_, from, to); });
   connect(view_, &DockView::removalRequested, this,
           [this](const QUuid& widget) { host_.removeTile(display_, widget); });
   connect(view_, &DockView::undoRequested, this, [this] { commands_.undo(); });
@@ -230,9 +230,8 @@ void LiveDock::connectHands() {
     drop.display = display_;
     host_.dropFiles(drop);
   });
-  connect(view_, &DockView::widgetTextDropped, this, [this](const QString& text, qsizetype index) {
-    host_.dropWidget(display_, text, index);
-  });
+  connect(view_, &DockView::widgetTextDropped, this,
+          [this](const QString& text, qsizetype index) { host_.dropWidget(display_, text, index); });
   connect(view_, &DockView::tabActivated, this, [this](qsizetype tab) {
     const auto& profiles = store_.config().profiles;
     if (tab >= 0 && tab < profiles.size()) store_.selectProfile(profiles[tab].id, display_);

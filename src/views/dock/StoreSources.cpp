@@ -29,43 +29,43 @@ QStringList pathsOf(const DockWidget& widget) {
 
 bool isSwitches(const DockWidget& widget) { return Catalog::find(widget.kind).family == Family::Toggles; }
 
-std::optional<ApplicationFacts> applicationOf(const AppStore& store, const TileQuestions& questions,
+std::optional<ApplicationFacts> applicationOf(const AppStore& store, const TileServices& services,
                                               const QString& path) {
-  auto facts = ask(questions.applicationAt, path);
+  auto facts = services.applicationAt(path);
   // An entry that the user overrides in another folder is the same application.
   const auto isIt = [&](const RunningApp& app) {
     return facts && facts->identity != 0 ? app.identity == facts->identity : app.path == path;
   };
   const auto running = std::ranges::find_if(store.runningApps(), isIt);
   const bool runs = running != store.runningApps().end();
-  if (!facts && runs) facts = ApplicationFacts{running->name, iconOf(*running, questions), 0, {}};
+  if (!facts && runs) facts = ApplicationFacts{running->name, iconOf(*running, services), 0, {}};
   if (!facts) return std::nullopt;
   if (runs) {
-    const LauncherHint hint = ask(questions.hintOf, running->desktopId);
+    const LauncherHint hint = services.hintOf(running->desktopId);
     facts->identity = running->identity;
     facts->marks = {true, running->active, hint.urgent, false, hint.progress, hint.count, running->windows.size()};
   }
-  facts->marks.launching = !runs && ask(questions.isStarting, path);
+  facts->marks.launching = !runs && services.isStarting(path);
   return facts;
 }
 
 class MomentSource final : public TileSource {
  public:
-  MomentSource(const AppStore& store, const TileQuestions& questions) : store_(store), questions_(questions) {}
+  MomentSource(const AppStore& store, const TileServices& services) : store_(store), services_(services) {}
   void fill(TileSources& sources, const QList<DockWidget>&) override {
     sources.now = store_.now();
-    sources.use24Hour = ask(questions_.uses24Hour).value_or(writes24Hours(sources.locale));
+    sources.use24Hour = services_.uses24Hour().value_or(writes24Hours(sources.locale));
   }
 
  private:
   const AppStore& store_;
-  const TileQuestions& questions_;
+  const TileServices& services_;
 };
 
 class MachineSource final : public TileSource {
  public:
   explicit MachineSource(const AppStore& store) : system_(store.system()) {
-    connect(&system_, &SystemMetrics::changed, this, [this] { Q_EMIT changed({familyText(Family::Metric)}); });
+    connect(&system_, &SystemMetrics::changed, this, [this] { Q_EMIT changed({Family::Metric}); });
   }
   void fill(TileSources& sources, const QList<DockWidget>&) override {
     sources.metrics.reset();
@@ -89,7 +89,7 @@ class MachineSource final : public TileSource {
 class SwitchSource final : public TileSource {
  public:
   explicit SwitchSource(const Toggles& toggles) : toggles_(toggles) {
-    connect(&toggles_, &Toggles::changed, this, [this] { Q_EMIT changed({familyText(Family::Toggles)}); });
+    connect(&toggles_, &Toggles::changed, this, [this] { Q_EMIT changed({Family::Toggles}); });
   }
   void fill(TileSources& sources, const QList<DockWidget>& widgets) override {
     sources.toggles.clear();
@@ -106,20 +106,20 @@ class SwitchSource final : public TileSource {
 
 class ApplicationSource final : public TileSource {
  public:
-  ApplicationSource(const AppStore& store, const TileQuestions& questions) : store_(store), questions_(questions) {}
+  ApplicationSource(const AppStore& store, const TileServices& services) : store_(store), services_(services) {}
   void fill(TileSources& sources, const QList<DockWidget>& widgets) override {
     sources.readings.running.clear();
     for (const RunningApp& app : store_.runningApps())
-      sources.readings.running.append({app.identity, app.name, iconOf(app, questions_), app.active});
+      sources.readings.running.append({app.identity, app.name, iconOf(app, services_), app.active});
     sources.applications.clear();
     for (const DockWidget& widget : widgets)
       for (const QString& path : pathsOf(widget))
-        if (const auto facts = applicationOf(store_, questions_, path)) sources.applications.insert(path, *facts);
+        if (const auto facts = applicationOf(store_, services_, path)) sources.applications.insert(path, *facts);
   }
 
  private:
   const AppStore& store_;
-  const TileQuestions& questions_;
+  const TileServices& services_;
 };
 
 class DocumentSource final : public TileSource {
@@ -140,52 +140,52 @@ class DocumentSource final : public TileSource {
 /// The calendars, the trash, and what is read of the machine and of the user's files.
 class ReadingSource final : public TileSource {
  public:
-  ReadingSource(const AppStore& store, const TileQuestions& questions) : store_(store), questions_(questions) {}
+  ReadingSource(const AppStore& store, const TileServices& services) : store_(store), services_(services) {}
   void fill(TileSources& sources, const QList<DockWidget>& widgets) override {
-    sources.trashItems = ask(questions_.trashItems);
-    sources.calendar = calendarOf(store_, questions_);
+    sources.trashItems = services_.trashItems();
+    sources.calendar = calendarOf(store_, services_);
     ReadingFacts readings;
     readings.downloadHistory = sources.readings.downloadHistory;
     readings.uploadHistory = sources.readings.uploadHistory;
     readings.running = sources.readings.running;
-    if (questions_.addReadings) questions_.addReadings(readings, widgets);
+    services_.addReadings(readings, widgets);
     sources.readings = std::move(readings);
   }
 
  private:
   const AppStore& store_;
-  const TileQuestions& questions_;
+  const TileServices& services_;
 };
 
 }  // namespace
 
 std::vector<std::unique_ptr<TileSource>> makeStoreSources(const AppStore& store, const Toggles& toggles,
-                                                          const TileQuestions& questions) {
+                                                          const TileServices& services) {
   std::vector<std::unique_ptr<TileSource>> sources;
-  sources.push_back(std::make_unique<MomentSource>(store, questions));
+  sources.push_back(std::make_unique<MomentSource>(store, services));
   sources.push_back(std::make_unique<MachineSource>(store));
   sources.push_back(std::make_unique<SwitchSource>(toggles));
-  sources.push_back(std::make_unique<ApplicationSource>(store, questions));
+  sources.push_back(std::make_unique<ApplicationSource>(store, services));
   sources.push_back(std::make_unique<DocumentSource>(store));
-  sources.push_back(std::make_unique<ReadingSource>(store, questions));
+  sources.push_back(std::make_unique<ReadingSource>(store, services));
   return sources;
 }
 
-TileSources storeSources(const AppStore& store, const Toggles& toggles, const TileQuestions& questions,
+TileSources storeSources(const AppStore& store, const Toggles& toggles, const TileServices& services,
                          const QList<DockWidget>& widgets) {
   TileSources sources;
-  for (const auto& source : makeStoreSources(store, toggles, questions)) source->fill(sources, widgets);
-  for (TileSource* source : questions.sources) source->fill(sources, widgets);
+  for (const auto& source : makeStoreSources(store, toggles, services)) source->fill(sources, widgets);
+  for (TileSource* source : services.sources()) source->fill(sources, widgets);
   return sources;
 }
 
-QString iconOf(const RunningApp& app, const TileQuestions& questions) {
-  const QString own = ask(questions.ownIcon, app.path);
+QString iconOf(const RunningApp& app, const TileServices& services) {
+  const QString own = services.ownIcon(app.path);
   return own.isEmpty() ? app.iconName : own;
 }
 
-std::shared_ptr<const CalendarDigest> calendarOf(const AppStore& store, const TileQuestions& questions) {
-  if (auto digest = ask(questions.calendar)) return digest;
+std::shared_ptr<const CalendarDigest> calendarOf(const AppStore& store, const TileServices& services) {
+  if (auto digest = services.calendar()) return digest;
   auto none = std::make_shared<CalendarDigest>();
   none->calendarMessage = store.calendarMessage();
   none->reminderMessage = store.reminderMessage();

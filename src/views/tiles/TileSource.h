@@ -2,16 +2,16 @@
 
 #include <QList>
 #include <QObject>
-#include <QStringList>
 #include <QUuid>
 
 #include "config/DockWidget.h"
 #include "views/tiles/TileSources.h"
+#include "widgets/catalog/Family.h"
 
 namespace tarnwick {
 
-/// One of the places that values of tiles come from. It gives its own part of TileSources and tells when that is another
-/// than before, so that nothing else is asked then and no other tile is made anew.
+/// One of the places that values of tiles come from. It gives its own part of TileSources and tells when that is
+/// another than before, so that nothing else is asked then and no other tile is made anew.
 class TileSource : public QObject {
   Q_OBJECT
  public:
@@ -20,7 +20,7 @@ class TileSource : public QObject {
 
  Q_SIGNALS:
   /// Tiles of these families show another value.
-  void changed(const QStringList& families);
+  void changed(const QList<Family>& families);
   /// The tile of one widget does, and no other.
   void widgetChanged(const QUuid& widget);
 };
