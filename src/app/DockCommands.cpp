@@ -54,7 +54,7 @@ void DockCommands::openTile(const QString& display, const QUuid& id, bool isClic
   const QString path = widget.options.value(option::path);
   const bool launches = KindTraits::of(widget.kind).launches() && !path.isEmpty();
   if (launches && PinnedTiles::isDesktopEntry(path)) {
-    openEntry(path, isClick);
+    openEntry(display, path, isClick);
   } else if (launches) {
     services_.opener.open(QUrl::fromLocalFile(path));
   } else if (!openPlace(display, widget)) {
@@ -76,12 +76,12 @@ bool DockCommands::openPlace(const QString& display, const DockWidget& widget) {
   return true;
 }
 
-void DockCommands::openEntry(const QString& entryPath, bool mayMinimise) {
+void DockCommands::openEntry(const QString& display, const QString& entryPath, bool isClick) {
   const auto app = services_.runningApps.byPath(entryPath);
   if (!app) {
     services_.opener.start(entryPath);
-  } else if (mayMinimise) {
-    turnTo(app->identity);
+  } else if (isClick) {
+    turnTo(display, app->identity);
   } else {
     openApplication(app->identity);
   }
@@ -99,16 +99,20 @@ bool DockCommands::isSecondClick(const QString& what) {
 
 // --- Running applications -------------------------------------------------------------------------------------------
 
-void DockCommands::activateApplication(quint64 application) {
-  if (!isSecondClick(QString::number(application))) turnTo(application);
+void DockCommands::activateApplication(const QString& display, quint64 application) {
+  if (!isSecondClick(QString::number(application))) turnTo(display, application);
 }
 
-void DockCommands::turnTo(quint64 application) {
-  const auto app = services_.runningApps.byIdentity(application);
+void DockCommands::turnTo(const QString& display, quint64 application) {
+  auto app = services_.runningApps.byIdentity(application);
   if (!app) return;
   if (!app->active) return openApplication(application);
+  if (const QList<quint64> shown = app->windowsIn(store_.windowScope(display)); !shown.isEmpty()) app->windows = shown;
   const QList<quint64> windows = AppActivation::windowsAtHand(*app, services_.windows);
-  for (const quint64 window : windows | std::views::reverse) services_.windows.minimise(window);
+  if (windows.size() == 1)
+    services_.windows.minimise(windows.first());
+  else
+    Q_EMIT windowChoiceRequested(display, application);
 }
 
 void DockCommands::openApplication(quint64 application) {

@@ -25,15 +25,15 @@ class DockCommands : public QObject {
   Q_OBJECT
  public:
   /// Seconds for which a tile shows that its application starts, when no window comes.
-  static constexpr double kLaunchFeedback = 8;
+  static constexpr double kLaunchFeedback = 10;
 
   /// All must outlive it.
   DockCommands(AppStore& store, const Services& services, Commands& commands);
 
-  /// A click on a tile of a display's dock: brings the tile's application forward, or minimises it when it is in front,
-  /// or starts it; opens a folder, a file, the trash. Every other tile opens its panel.
+  /// A click on a tile of a display's dock: brings the tile's application forward, minimises its window when that is in
+  /// front or asks which of several, or starts it; opens a folder, a file, the trash. Every other tile opens its panel.
   void activateTile(const QString& display, const QUuid& widget) { openTile(display, widget, true); }
-  void activateApplication(quint64 application);
+  void activateApplication(const QString& display, quint64 application);
   /// The same from a menu, which never minimises.
   void openTile(const QString& display, const QUuid& widget) { openTile(display, widget, false); }
   void openApplication(quint64 application);
@@ -63,6 +63,8 @@ class DockCommands : public QObject {
   static quint64 nextWindow(const QList<quint64>& windows, quint64 current, int direction);
 
  Q_SIGNALS:
+  /// The user is to choose one of the windows of an application that is in front.
+  void windowChoiceRequested(const QString& display, quint64 application);
   /// isLaunching() changed for some application.
   void launchingChanged();
 
@@ -74,9 +76,9 @@ class DockCommands : public QObject {
   };
 
   void openTile(const QString& display, const QUuid& widget, bool isClick);
-  void openEntry(const QString& entryPath, bool mayMinimise);
+  void openEntry(const QString& display, const QString& entryPath, bool isClick);
   bool isSecondClick(const QString& what);
-  void turnTo(quint64 application);
+  void turnTo(const QString& display, quint64 application);
   bool openPlace(const QString& display, const DockWidget& widget);
   void newWindowOfEntry(const QString& entryPath);
   void launchBegan(const QString& entryPath);

@@ -36,10 +36,8 @@ void addApplication(QList<DockMenuEntry>& entries, const AppMenuState& state, co
     entries << DockMenuEntry{action.name, [start = actions.startAction, id = action.id] { start(id); }, {}};
   }
   separate(entries);
-  for (const AppMenuState::Window& window : state.windows) {
-    const QString title = window.title.isEmpty() ? DockMenuWords::tr("Untitled Window") : window.title;
-    const auto show = [&commands = actions.commands, id = window.id] { commands.showWindow(id); };
-    entries << DockMenuEntry{title, show, window.active};
+  if (!state.windows.isEmpty()) {
+    entries << DockMenuEntry{DockMenuWords::tr("Windows"), {}, {}, DockMenuModel::windows(state, actions.commands)};
   }
   separate(entries);
   if (state.canBeKept) {
@@ -95,6 +93,15 @@ QList<DockMenuEntry> DockMenuModel::tile(const TileMenuState& state, const DockM
   if (state.app) addApplication(entries, *state.app, actions);
   separate(entries);
   addDock(entries, actions.commands, display);
+  return entries;
+}
+
+QList<DockMenuEntry> DockMenuModel::windows(const AppMenuState& state, Commands& commands) {
+  QList<DockMenuEntry> entries;
+  for (const AppMenuState::Window& window : state.windows) {
+    const QString title = window.title.isEmpty() ? DockMenuWords::tr("Untitled Window") : window.title;
+    entries << DockMenuEntry{title, [&commands, id = window.id] { commands.showWindow(id); }, window.active};
+  }
   return entries;
 }
 

@@ -78,6 +78,8 @@ struct DockMenuActions {
 /// The context menus of a dock as lists. Pure.
 struct DockMenuModel {
   static QList<DockMenuEntry> tile(const TileMenuState& state, const DockMenuActions& actions, const QString& display);
+  /// The choice of an application's windows.
+  static QList<DockMenuEntry> windows(const AppMenuState& state, Commands& commands);
   /// Of a running application that is no widget.
   static QList<DockMenuEntry> application(const QString& name, const AppMenuState& state,
                                           const DockMenuActions& actions);

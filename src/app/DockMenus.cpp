@@ -25,12 +25,15 @@ DockMenus::DockMenus(AppStore& store, const Services& services, Commands& comman
       dockCommands_(dockCommands),
       icons_(store, edits, services.installedApps) {}
 
-AppMenuState DockMenus::appState(const std::optional<RunningApp>& app, const QString& entryPath) const {
+AppMenuState DockMenus::appState(const std::optional<RunningApp>& app, const QString& entryPath,
+                                 const QString& display) const {
   AppMenuState state;
   if (const auto entry = services_.installedApps.byPath(entryPath)) state.actions = entry->actions;
   if (!app) return state;
+  QList<quint64> shown = app->windowsIn(store_.windowScope(display));
+  if (shown.isEmpty()) shown = app->windows;
   for (const ClientWindow& window : services_.windows.all()) {
-    if (app->windows.contains(window.id)) state.windows << AppMenuState::Window{window.id, window.title, window.active};
+    if (shown.contains(window.id)) state.windows << AppMenuState::Window{window.id, window.title, window.active};
   }
   return state;
 }
@@ -91,7 +94,7 @@ QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
   };
   if (launches) {
     const auto app = services_.runningApps.byPath(path);
-    state.app = appState(app, path);
+    state.app = appState(app, path, display);
     addAppActions(actions, app ? app->identity : 0, path);
   }
   return DockMenuModel::tile(state, actions, display);
@@ -100,7 +103,7 @@ QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
 QList<DockMenuEntry> DockMenus::application(quint64 identity, const QString& display) {
   const auto app = services_.runningApps.byIdentity(identity);
   if (!app) return {};
-  AppMenuState state = appState(app, app->path);
+  AppMenuState state = appState(app, app->path, display);
   const auto idOf = [this](const QString& path) { return services_.installedApps.environment().desktopIdOf(path); };
   const bool isHeld = PinnedTiles::unheld({*app}, store_.displayedWidgets(display), idOf).isEmpty();
   state.canBeKept = !app->path.isEmpty() && !isHeld;
@@ -109,6 +112,11 @@ QList<DockMenuEntry> DockMenus::application(quint64 identity, const QString& dis
   actions.keep = [this, path = app->path, display] { edits_.insert({PinnedTiles::launcher(path)}, display); };
   addAppActions(actions, identity, app->path);
   return DockMenuModel::application(app->name, state, actions);
+}
+
+QList<DockMenuEntry> DockMenus::windows(quint64 identity, const QString& display) {
+  const auto app = services_.runningApps.byIdentity(identity);
+  return app ? DockMenuModel::windows(appState(app, app->path, display), commands_) : QList<DockMenuEntry>();
 }
 
 QList<DockMenuEntry> DockMenus::dock(const QString& display) {

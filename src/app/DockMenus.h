@@ -24,13 +24,15 @@ class DockMenus : public QObject {
   QList<DockMenuEntry> tile(const QUuid& widget, const QString& display);
   /// The menu of a running application's tile; empty for one that is gone.
   QList<DockMenuEntry> application(quint64 application, const QString& display);
+  /// The choice of a running application's windows.
+  QList<DockMenuEntry> windows(quint64 application, const QString& display);
   /// The menu of a display's dock itself.
   QList<DockMenuEntry> dock(const QString& display);
   /// What the entries about an application's icon change.
   OwnIcons& icons() { return icons_; }
 
  private:
-  AppMenuState appState(const std::optional<RunningApp>& app, const QString& entryPath) const;
+  AppMenuState appState(const std::optional<RunningApp>& app, const QString& entryPath, const QString& display) const;
   void addAppActions(DockMenuActions& actions, quint64 application, const QString& entryPath);
   void chooseIcon(const QString& entryPath);
 

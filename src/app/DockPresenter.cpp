@@ -87,6 +87,7 @@ void DockPresenter::connectContents() {
 }
 
 void DockPresenter::connectDocks() {
+  connect(&tiles_, &DockCommands::windowChoiceRequested, this, &DockPresenter::chooseWindow);
   tips_.setController(&dock_);
   tips_.setBesideDocks([this] {
     QList<QRect> frames;
@@ -286,6 +287,23 @@ void DockPresenter::openApplicationMenu(const QString& display, quint64 applicat
   openMenu(display, menus_.application(application, display), beside);
 }
 
+void DockPresenter::openWindowMenu(const QString& display, quint64 application, const QRect& beside) {
+  actOn(display);
+  openMenu(display, menus_.windows(application, display), beside);
+  if (menu_) choice_ = application;
+}
+
+/// A click on the application whose windows are listed has closed that menu by its press, and ends there.
+void DockPresenter::chooseWindow(const QString& display, quint64 application) {
+  const double sinceClosed = store_.scheduler().reference() - closedChoice_.second;
+  if (closedChoice_.first == application && sinceClosed < Press::kHold) return;
+  const auto dock = docks_.find(display);
+  if (dock == docks_.end()) return;
+  const DockView& view = dock->second->view();
+  const QRect beside = view.besideApplication(application);
+  openWindowMenu(display, application, beside.isEmpty() ? view.glassRect().toAlignedRect() : beside);
+}
+
 void DockPresenter::openDockMenu(const QString& display, const QRect& beside) {
   actOn(display);
   openMenu(display, menus_.dock(display), beside);
@@ -297,8 +315,10 @@ void DockPresenter::openMenu(const QString& display, const QList<DockMenuEntry>&
   auto* menu = new QMenu;
   menu_ = menu;
   menuDisplay_ = display;
+  choice_ = 0;
   DockMenuModel::fill(*menu, entries);
   connect(menu, &QMenu::aboutToHide, this, [this, menu] {
+    closedChoice_ = {choice_, store_.scheduler().reference()};
     // It goes once its entry has run, even where that entry asks something and waits for the answer.
     menu->deleteLater();
     const auto forget = [this, menu] {

@@ -65,7 +65,9 @@ class DockPresenter final : public QObject, private DockHost {
   /// no dock.
   void openPanel(const QString& display, const QUuid& widget);
   /// A click on a running application: brings it to the front, or minimises the one that is in front.
-  void activateApplication(quint64 application) { tiles_.activateApplication(application); }
+  void activateApplication(const QString& display, quint64 application) {
+    tiles_.activateApplication(display, application);
+  }
   bool panelIsOpen(const QString& display) const { return panels_.hasActivePanel(display); }
   /// Closes the open panel without motion.
   void closePanel() { panels_.closeAtOnce(); }
@@ -80,6 +82,7 @@ class DockPresenter final : public QObject, private DockHost {
   void cycleWindows(quint64 application, int direction) override { tiles_.cycleWindows(application, direction); }
   void openTileMenu(const QString& display, const QUuid& widget, const QRect& beside) override;
   void openApplicationMenu(const QString& display, quint64 application, const QRect& beside) override;
+  void openWindowMenu(const QString& display, quint64 application, const QRect& beside) override;
   void openDockMenu(const QString& display, const QRect& beside) override;
   QList<ItemCommand> commandsOf(const QString& display, const QUuid& widget, quint64 application,
                                 const QRect& beside) override;
@@ -108,6 +111,7 @@ class DockPresenter final : public QObject, private DockHost {
   void markOpen(const QString& display, const QUuid& widget);
   void rebuildRows();
   void openMenu(const QString& display, const QList<DockMenuEntry>& entries, const QRect& beside);
+  void chooseWindow(const QString& display, quint64 application);
   void closeMenu();
   void markMenu(bool open);
   void showUndo(quint64 entry, const QString& sentence, const QString& display);
@@ -128,6 +132,8 @@ class DockPresenter final : public QObject, private DockHost {
   std::map<QString, LiveDock*> docks_;
   QPointer<QMenu> menu_;  // The one that is open.
   QString menuDisplay_;
+  quint64 choice_ = 0;                         ///< The application whose windows it lists.
+  std::pair<quint64, double> closedChoice_{};  ///< The one that was listed last, and when that menu closed.
   PanelHost panels_;
   DockController dock_;
   std::unique_ptr<MessageLine> message_;

@@ -159,8 +159,8 @@ void ProgramCommands::bringApplication(quint64 application) {
   AppActivation(services_.runningApps, services_.windows).bring(application);
 }
 
-void ProgramCommands::activateApplication(quint64 application) {
-  delegate_.presenter().activateApplication(application);
+void ProgramCommands::activateApplication(quint64 application, const QString& display) {
+  delegate_.presenter().activateApplication(display, application);
 }
 
 void ProgramCommands::showWindow(quint64 window) { services_.windows.activate(window); }

@@ -150,7 +150,7 @@ void Windows::showOnboarding() {
     OnboardingServices services{delegate_.presenter().edits(), delegate_.commands(), [this] { return abilities(); }};
     // Where it was left, in this run or another one; once it was gone through, it begins anew.
     const DockConfiguration& config = delegate_.store().config();
-    const int first = config.onboardingComplete ? 0 : config.desktopOptions().desk.value_or(DeskOptions()).setupPage;
+    const int first = config.onboardingComplete ? 0 : config.desktopOptions().deskOptions().setupPage;
     auto* window = new OnboardingWindow(delegate_.store(), std::move(services), first);
     window->setSays(services_.zones.edges().reason);
     connect(window, &OnboardingWindow::pageChanged, this, [this](int page) { keepSetupPage(page); });
@@ -160,9 +160,9 @@ void Windows::showOnboarding() {
 
 void Windows::keepSetupPage(int page) {
   delegate_.store().edit([page](DockConfiguration& config) {
-    DeskOptions desk = config.desktopOptions().desk.value_or(DeskOptions());
+    DeskOptions desk = config.desktopOptions().deskOptions();
     desk.setupPage = config.onboardingComplete ? 0 : page;
-    config.desktop.desk = desk == DeskOptions() ? std::nullopt : std::optional(desk);
+    config.desktop.setDesk(desk);
   });
 }
 
@@ -197,6 +197,7 @@ DesktopAbilities Windows::abilities() const {
   found.edges = services_.zones.edges();
   found.feelsOnePixelOnly = services_.zones.feelsOnePixelOnly();
   found.windows = services_.windows.capability();
+  found.workspaces = services_.windows.workspaces();
   found.keys = delegate_.keys().capability();
   if (options.dockShortcutEnabled) found.dockKey = VirtualKeys::text(options.shortcutKey, options.shortcutModifiers);
   if (delegate_.commands().can(Commands::Optional::CommandBar) && options.commandBarEnabled)

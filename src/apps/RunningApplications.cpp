@@ -114,6 +114,7 @@ QList<RunningApplications::Group> RunningApplications::groups(const QList<Client
     }
     RunningApp& app = result[place].app;
     app.windows.prepend(window.id);
+    app.places.insert(window.id, {window.elsewhere, window.minimised ? QStringList() : window.screens});
     app.active = app.active || window.active;
   }
   const auto age = [this](quint64 id) {

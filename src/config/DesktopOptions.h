@@ -48,6 +48,9 @@ struct DesktopOptions {
   quint32 profileModifiers = 6400;
   std::optional<DeskOptions> desk;  ///< Absent while all of it has its defaults.
 
+  DeskOptions deskOptions() const { return desk.value_or(DeskOptions()); }
+  void setDesk(const DeskOptions& options) { desk = options == DeskOptions() ? std::nullopt : std::optional(options); }
+
   static constexpr auto fields() {
     using O = DesktopOptions;
     return std::tuple(

@@ -39,6 +39,8 @@ class ClientWindows : public QObject {
  public:
   /// Whether the desktop tells of windows at all.
   virtual Capability capability() const { return Capability::yes(); }
+  /// Whether it tells which windows are on another virtual desktop.
+  virtual Capability workspaces() const { return capability(); }
   virtual QList<ClientWindow> all() const = 0;
   virtual void activate(quint64 id) = 0;
   virtual void close(quint64 id) = 0;

@@ -101,6 +101,8 @@ class AppStore : public QObject {
   QList<DockWidget> displayedWidgets(const QString& display) const;
   /// The running applications that a display's dock doesn't hold as a tile already.
   QList<RunningApp> unpinnedRunningApps(const QString& display) const;
+  /// Which windows the dock of a display shows.
+  WindowScope windowScope(const QString& display) const;
 
   /// The one road of every change: `change` edits the document, which is then indexed, announced and saved in time. One
   /// that changes nothing does none of it. When `change` throws, the document stays as it was. Gives the document as

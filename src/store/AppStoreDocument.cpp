@@ -44,7 +44,16 @@ QList<RunningApp> AppStore::unpinnedRunningApps(const QString& display) const {
   const auto idOf = [this](const QString& path) {
     return installedApps_ ? installedApps_->environment().desktopIdOf(path) : QString();
   };
-  return PinnedTiles::unheld(runningApps_, displayedWidgets(display), idOf);
+  QList<RunningApp> apps = PinnedTiles::unheld(runningApps_, displayedWidgets(display), idOf);
+  const WindowScope scope = windowScope(display);
+  for (RunningApp& app : apps) app.windows = app.windowsIn(scope);
+  apps.removeIf([](const RunningApp& app) { return app.windows.isEmpty(); });
+  return apps;
+}
+
+WindowScope AppStore::windowScope(const QString& display) const {
+  const DeskOptions desk = config_.desktopOptions().deskOptions();
+  return {desk.workspaceWindows, desk.displayWindows ? display : QString()};
 }
 
 DockConfiguration AppStore::edit(const std::function<void(DockConfiguration&)>& change) {

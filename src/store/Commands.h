@@ -102,8 +102,9 @@ class Commands {
   virtual void startApplication(const QString& entryPath) = 0;
   /// Brings a running application forward, by its identity in RunningApplications.
   virtual void bringApplication(quint64 application) = 0;
-  /// The same for a click on it, which minimises the one that is in front.
-  virtual void activateApplication(quint64 application) = 0;
+  /// The same for a click on it in the dock of a display. Of the one in front it minimises the only window, or asks
+  /// which of several.
+  virtual void activateApplication(quint64 application, const QString& display) = 0;
   virtual void showWindow(quint64 window) = 0;
   virtual void openSystemMonitor() = 0;
   virtual void openCalendarApp() = 0;

@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
+#include <QSignalSpy>
 
 #include "app/DockCommands.h"
 #include "app/DockMenus.h"
@@ -114,13 +115,21 @@ TEST_F(CommandsTest, AClickStartsBringsForwardAndMinimises) {
   click(0);
   EXPECT_TRUE(windows().minimised.isEmpty()) << "a double click is one";
   scheduler.advance(1);
+  const QSignalSpy choices(tiles.get(), &DockCommands::windowChoiceRequested);
   click(0);
-  EXPECT_EQ(windows().minimised, (QList<quint64>{2, 1}));
+  EXPECT_TRUE(windows().minimised.isEmpty());
+  EXPECT_EQ(choices.size(), 1) << "of two windows the user chooses one";
+  scheduler.advance(1);
+  windows().windows[1].elsewhere = true;
+  click(0);
+  EXPECT_EQ(windows().minimised, QList<quint64>{1}) << "only one is on this workspace";
+  EXPECT_EQ(choices.size(), 1);
+  windows().windows[1].elsewhere = false;
   windows().minimised.clear();
   tiles->openTile(u"L"_s, widget(0).id);
   EXPECT_TRUE(windows().minimised.isEmpty()) << "a menu's Open never takes away";
 
-  // A second window, or the one that is there brought forward, ends the feedback; so do eight seconds.
+  // A second window, or the one that is there brought forward, ends the feedback; so do ten seconds.
   tiles->newWindow(tiles->applicationOf(widget(0)));
   EXPECT_EQ(ran(), u"--new"_s);
   windows().activate(1);
@@ -134,7 +143,7 @@ TEST_F(CommandsTest, AClickStartsBringsForwardAndMinimises) {
   tiles->quit(application);
   EXPECT_EQ(windows().windows.size(), 1);
   EXPECT_EQ(tiles->applicationOf(widget(0)), 0u);
-  tiles->activateApplication(application);
+  tiles->activateApplication(u"L"_s, application);
   tiles->newWindowOfTile(widget(0).id);
   EXPECT_EQ(ran(), u"--new"_s);
 }
@@ -367,13 +376,14 @@ TEST_F(CommandsTest, MenusOfferWhatAppliesNow) {
   store->edit([](DockConfiguration& config) { config.desktop.customAppIcons.insert(u"editor"_s, u"x"_s); });
   EXPECT_EQ(lines(tile(0)),
             u"Open Editor & Co|Edit Widget…|App Icon…|Reset Icon|(Move Left)|Move Right|-|Remove Widget|-|"
-            "New Window|Tips|-|*Letter|-|Quit|-|Add Widgets…|Settings…"_s);
+            "New Window|Tips|-|(Windows)|-|Quit|-|Add Widgets…|Settings…"_s);
+  EXPECT_EQ(lines(menus->windows(desktop->runningApps.list()[0].identity, u"L"_s)), u"*Letter"_s);
   EXPECT_TRUE(head(2).endsWith(u"|Empty Trash…"_s));
   choose(menus->dock(u"L"_s), u"Add Widgets…"_s);
   choose(tile(0), u"Edit Widget…"_s);
   EXPECT_EQ(asked.asked, (QStringList{u"library L"_s, u"edit "_s + widget(0).id.toString()}));
   const quint64 stranger = desktop->runningApps.list()[1].identity;
-  EXPECT_EQ(lines(menus->application(stranger, u"L"_s)), u"Open Stranger|-|Untitled Window|-|Quit"_s)
+  EXPECT_EQ(lines(menus->application(stranger, u"L"_s)), u"Open Stranger|-|(Windows)|-|Quit"_s)
       << "without a desktop entry there is nothing to keep";
 
   choose(tile(0), u"Reset Icon"_s);
@@ -391,7 +401,7 @@ TEST_F(CommandsTest, MenusOfferWhatAppliesNow) {
   choose(tile(1), u"Remove Widget"_s);
   const quint64 application = desktop->runningApps.list()[0].identity;
   const auto kept = menus->application(application, u"L"_s);
-  EXPECT_EQ(lines(kept), u"Open Editor & Co|-|New Window|Tips|-|*Letter|-|Keep in Dock|Quit"_s);
+  EXPECT_EQ(lines(kept), u"Open Editor & Co|-|New Window|Tips|-|(Windows)|-|Keep in Dock|Quit"_s);
   choose(kept, u"Keep in Dock"_s);
   EXPECT_EQ(widget(4).options.value(u"path"_s), editor());
   EXPECT_FALSE(lines(menus->application(application, u"L"_s)).contains(u"Keep in Dock"_s));

@@ -62,6 +62,27 @@ TEST_F(RunningTest, GivesOneTileAnApplicationWithoutUsAndTheUnlisted) {
   EXPECT_EQ(changes, 1);
 }
 
+TEST_F(RunningTest, KnowsWhichWindowsADockShows) {
+  for (const quint64 id : {1, 2, 3, 4}) windows.open(id, u"editor"_s);
+  windows.windows[0].screens = {u"L"_s};
+  windows.windows[1].screens = {u"L"_s, u"R"_s};
+  windows.windows[1].elsewhere = true;
+  windows.windows[2].screens = {u"R"_s};
+  windows.windows[3].screens = {u"R"_s};
+  windows.windows[3].minimised = true;
+  load();
+  const RunningApp editor = running->list().at(0);
+  const struct {
+    WindowScope scope;
+    QList<quint64> windows;
+  } rows[] = {{{}, {4, 3, 2, 1}},
+              {{.workspaceOnly = true}, {4, 3, 1}},
+              {{.display = u"L"_s}, {4, 2, 1}},
+              {{.workspaceOnly = true, .display = u"R"_s}, {4, 3}},
+              {{.display = u"another"_s}, {4}}};
+  for (const auto& row : rows) EXPECT_EQ(editor.windowsIn(row.scope), row.windows) << row.scope.display.toStdString();
+}
+
 TEST_F(RunningTest, KeepsPlacesAndIdentitiesWhateverIsInFront) {
   windows.open(1, u"editor"_s);
   windows.open(2, u"player"_s);

@@ -62,7 +62,9 @@ class RecordingCommands : public NoCommands {
   void copyText(const QString& text) override { asked << QStringLiteral("copy %1").arg(text); }
   void startApplication(const QString& path) override { asked << QStringLiteral("start %1").arg(path); }
   void bringApplication(quint64 application) override { asked << QStringLiteral("app %1").arg(application); }
-  void activateApplication(quint64 application) override { asked << QStringLiteral("click %1").arg(application); }
+  void activateApplication(quint64 application, const QString& display) override {
+    asked << QStringLiteral("click %1 on %2").arg(QString::number(application), display);
+  }
   void showWindow(quint64 window) override { asked << QStringLiteral("window %1").arg(window); }
   void pickColor(const std::function<void(const QString&)>& done) override { picked = done; }
   void completeReminder(const Reminder& reminder, bool completed) override {

@@ -420,6 +420,34 @@ TEST(Clicks, TheMiddleButtonAsksForANewWindowOfAnApplication) {
   EXPECT_EQ(asked, (QList<std::pair<QUuid, quint64>>{{row.widgets[0].id, 0}, {QUuid(), 1}}));
 }
 
+TEST(Clicks, AButtonThatIsHeldShowsTheWindowsOfARunningApplication) {
+  tarnwick::test::TestScheduler time;
+  DockRow row = starterRow();
+  row.runningApps = runningApps();
+  const auto view = makeView(row);
+  view->setScheduler(&time);
+  QList<quint64> shown, clicked;
+  QObject::connect(view.get(), &DockView::windowsRequested, [&](quint64 application) { shown << application; });
+  QObject::connect(view.get(), &DockView::applicationActivated, [&](quint64 id) { clicked << id; });
+  const auto hold = [&](qsizetype item, double seconds, double away = 0) {
+    const QPointF at = view->itemRect(item).center();
+    mouse(*view, QEvent::MouseButtonPress, at);
+    mouse(*view, QEvent::MouseMove, at + QPointF(0, away));
+    time.advance(seconds);
+    mouse(*view, QEvent::MouseButtonRelease, at);
+  };
+  const qsizetype application = row.widgets.size();
+  hold(application, 0.3);
+  EXPECT_EQ(clicked.size(), 1);
+  time.advance(1);
+  EXPECT_TRUE(shown.isEmpty()) << "a click is no hold, also later";
+  hold(application, 0.5);
+  EXPECT_EQ(shown, clicked);
+  EXPECT_FALSE(view->isHeld());
+  hold(1, 0.5);
+  EXPECT_EQ(shown.size(), 1) << "a widget has no windows";
+}
+
 TEST(Keys, ReachEveryTileOpenMenusAndGiveTheKeyboardBack) {
   const auto view = makeView(starterRow(), 400);
   view->show();

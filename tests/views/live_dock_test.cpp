@@ -21,6 +21,7 @@ struct QuietHost final : DockHost {
   void cycleWindows(quint64, int) override {}
   void openTileMenu(const QString&, const QUuid&, const QRect&) override {}
   void openApplicationMenu(const QString&, quint64, const QRect&) override {}
+  void openWindowMenu(const QString&, quint64, const QRect&) override {}
   void openDockMenu(const QString&, const QRect&) override {}
   QList<ItemCommand> commandsOf(const QString&, const QUuid&, quint64, const QRect&) override { return {}; }
   void dropFiles(const DockFileDrop&) override {}

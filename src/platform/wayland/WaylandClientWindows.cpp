@@ -98,6 +98,11 @@ Capability WaylandClientWindows::capability() const {
   return Capability::no(tr("This desktop does not tell other programs which windows are open."));
 }
 
+Capability WaylandClientWindows::workspaces() const {
+  if (!manager_) return capability();
+  return Capability::no(tr("This desktop does not tell other programs which workspace a window is on."));
+}
+
 void WaylandClientWindows::activate(quint64 id) {
   if (auto* window = handle(id); window && session_.seat()) {
     zwlr_foreign_toplevel_handle_v1_activate(window, session_.seat());

@@ -21,6 +21,7 @@ class WaylandClientWindows final : public ClientWindows {
   ~WaylandClientWindows() override;
 
   Capability capability() const override;
+  Capability workspaces() const override;
   QList<ClientWindow> all() const override { return windows_; }
   void activate(quint64 id) override;
   void close(quint64 id) override;

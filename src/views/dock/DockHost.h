@@ -26,6 +26,8 @@ class DockHost {
 
   virtual void openTileMenu(const QString& display, const QUuid& widget, const QRect& beside) = 0;
   virtual void openApplicationMenu(const QString& display, quint64 application, const QRect& beside) = 0;
+  /// The choice of an application's windows.
+  virtual void openWindowMenu(const QString& display, quint64 application, const QRect& beside) = 0;
   virtual void openDockMenu(const QString& display, const QRect& beside) = 0;
   /// What a menu beside that place would offer: a tile's, a running application's where the widget is null, or the
   /// dock's own where there is no application either.

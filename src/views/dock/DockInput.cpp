@@ -108,8 +108,7 @@ void DockView::setMenuOpen(bool open) {
   menuOpen_ = open;
   // While it was open the pointer was the menu's, and nobody tells where that left it.
   const QPointF pointer = mapFromGlobal(QCursor::pos());
-  if (!open && !drag_.isActive())
-    setPointer(layout_.glass.contains(pointer) ? std::optional(pointer) : std::nullopt);
+  if (!open && !drag_.isActive()) setPointer(layout_.glass.contains(pointer) ? std::optional(pointer) : std::nullopt);
   holdTabs();
   updateTip();
 }
@@ -137,10 +136,27 @@ void DockView::mousePressEvent(QMouseEvent* event) {
     press.key = keyOf(*item);
   }
   press_ = press;
+  holdPressed();
   updateTip();
   if (isEmpty()) update();
   pressed_ = hovered_;
   updateItem(pressed_);
+}
+
+/// An application whose button stays down shows its windows, and the press is no click any more.
+void DockView::holdPressed() {
+  hold_.reset();
+  if (press_->on != Press::On::Item || !scheduler_) return;
+  hold_ = scheduler_->after(Press::kHold, [this] {
+    if (!press_ || press_->turned != Press::Turned::Nothing) return;
+    const qsizetype item = itemWithKey(press_->key);
+    const quint64 application = applicationOf(item);
+    if (application == 0) return;
+    updateItem(std::exchange(pressed_, -1));
+    press_.reset();
+    Q_EMIT windowsRequested(application, glassBeside(layout_.items[item].rect));
+    Q_EMIT handLeft();
+  });
 }
 
 void DockView::mouseMoveEvent(QMouseEvent* event) {

@@ -346,6 +346,11 @@ QRect DockView::glassBeside(const QRectF& item) const {
   return beside.toAlignedRect();
 }
 
+QRect DockView::besideApplication(quint64 application) const {
+  const QRectF place = applicationPlaces().value(application);
+  return place.isEmpty() ? QRect() : glassBeside(place);
+}
+
 QHash<quint64, QRectF> DockView::applicationPlaces() const {
   QHash<quint64, QRectF> places;
   for (qsizetype item = 0; item < layout_.items.size(); ++item)

@@ -92,6 +92,8 @@ class DockView : public QWidget {
   QRect besideRect(const QUuid& widget) const;
   /// The places of the running applications, whether as tiles of their own or behind a launcher's.
   QHash<quint64, QRectF> applicationPlaces() const;
+  /// What stands beside the tile of a running application is beside this; empty where no tile stands for it.
+  QRect besideApplication(quint64 application) const;
 
   // The tiles in words, for screen readers.
   qsizetype itemCount() const { return layout_.items.size(); }
@@ -134,6 +136,8 @@ class DockView : public QWidget {
   /// A middle click: on a launcher's tile, whose application may run (`application` is not 0) or not, or on a running
   /// application (`widget` is null).
   void newWindowRequested(const QUuid& widget, quint64 application);
+  /// The button is held down on an application: the choice of its windows belongs beside `beside`.
+  void windowsRequested(quint64 application, const QRect& beside);
   /// The wheel over an application: 1 for the next of its windows, -1 for the one before.
   void cycleWindowsRequested(quint64 application, int direction);
 
@@ -223,6 +227,7 @@ class DockView : public QWidget {
   void comeToRest();
   bool scrollBy(double units);
   bool cycleWindows(const QWheelEvent& event);
+  void holdPressed();
   void startGesture(Press& press, const QMouseEvent& event);
   void endGesture(const Press& press, const QMouseEvent& event);
   bool isOver(const Press& press, QPointF point) const;
@@ -319,6 +324,7 @@ class DockView : public QWidget {
   bool menuOpen_ = false;
 
   std::optional<Press> press_;
+  JobHandle hold_;  ///< Looks whether the button is still down where it was.
   qsizetype middlePressed_ = -1;
   std::optional<DropHover> drop_;
   Scheduler* scheduler_ = nullptr;

@@ -44,6 +44,7 @@ struct Press {
   enum class Turned { Nothing, Drag, Swipe, Move };  ///< What it became by moving.
 
   static constexpr double kSlop = 6;
+  static constexpr double kHold = 0.4;  ///< Seconds without a move after which an application shows its windows.
 
   On on = On::Glass;
   qsizetype tab = -1;

@@ -36,7 +36,7 @@ LiveDock::LiveDock(AppStore& store, Toggles& toggles, Commands& commands, DockHo
   view_->setIconProvider(std::move(icons));
   view_->setSwitchGuard([this] { return host_.holdsProfile(); });
   connect(view_, &DockView::shapeChanged, this, &DockContent::shapeChanged);
-  storeSources_ = makeStoreSources(store_, toggles_, services_);
+  storeSources_ = makeStoreSources(store_, toggles_, services_, display_);
   for (const auto& source : storeSources_) follow(*source);
   for (TileSource* source : services_.sources()) follow(*source);
   connectStore();
@@ -201,12 +201,14 @@ void LiveDock::activatePart(const QUuid& id, int part) {
   const auto& shown = view_->row().widgets;
   const auto widget = std::ranges::find(shown, id, &DockWidget::id);
   if (widget == shown.end()) return;
-  Rooms::act({*widget, part, store_, toggles_, commands_, [this] { return calendarOf(store_, services_); }});
+  Rooms::act({*widget, part, display_, store_, toggles_, commands_, [this] { return calendarOf(store_, services_); }});
 }
 
 void LiveDock::connectApplications() {
   connect(view_, &DockView::applicationActivated, this,
-          [this](quint64 application) { commands_.activateApplication(application); });
+          [this](quint64 application) { commands_.activateApplication(application, display_); });
+  connect(view_, &DockView::windowsRequested, this,
+          [this](quint64 application, const QRect& beside) { host_.openWindowMenu(display_, application, beside); });
   connect(view_, &DockView::applicationMenuRequested, this, [this](quint64 application, const QRect& beside) {
     host_.openApplicationMenu(display_, application, beside);
   });

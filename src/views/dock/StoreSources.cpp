@@ -30,7 +30,7 @@ QStringList pathsOf(const DockWidget& widget) {
 bool isSwitches(const DockWidget& widget) { return Catalog::find(widget.kind).family == Family::Toggles; }
 
 std::optional<ApplicationFacts> applicationOf(const AppStore& store, const TileServices& services,
-                                              const QString& path) {
+                                              const QString& display, const QString& path) {
   auto facts = services.applicationAt(path);
   // An entry that the user overrides in another folder is the same application.
   const auto isIt = [&](const RunningApp& app) {
@@ -43,7 +43,8 @@ std::optional<ApplicationFacts> applicationOf(const AppStore& store, const TileS
   if (runs) {
     const LauncherHint hint = services.hintOf(running->desktopId);
     facts->identity = running->identity;
-    facts->marks = {true, running->active, hint.urgent, false, hint.progress, hint.count, running->windows.size()};
+    const qsizetype windows = running->windowsIn(store.windowScope(display)).size();
+    facts->marks = {windows > 0, running->active, hint.urgent, false, hint.progress, hint.count, windows};
   }
   facts->marks.launching = !runs && services.isStarting(path);
   return facts;
@@ -106,7 +107,8 @@ class SwitchSource final : public TileSource {
 
 class ApplicationSource final : public TileSource {
  public:
-  ApplicationSource(const AppStore& store, const TileServices& services) : store_(store), services_(services) {}
+  ApplicationSource(const AppStore& store, const TileServices& services, const QString& display)
+      : store_(store), services_(services), display_(display) {}
   void fill(TileSources& sources, const QList<DockWidget>& widgets) override {
     sources.readings.running.clear();
     for (const RunningApp& app : store_.runningApps())
@@ -114,12 +116,14 @@ class ApplicationSource final : public TileSource {
     sources.applications.clear();
     for (const DockWidget& widget : widgets)
       for (const QString& path : pathsOf(widget))
-        if (const auto facts = applicationOf(store_, services_, path)) sources.applications.insert(path, *facts);
+        if (const auto facts = applicationOf(store_, services_, display_, path))
+          sources.applications.insert(path, *facts);
   }
 
  private:
   const AppStore& store_;
   const TileServices& services_;
+  const QString display_;
 };
 
 class DocumentSource final : public TileSource {
@@ -160,12 +164,12 @@ class ReadingSource final : public TileSource {
 }  // namespace
 
 std::vector<std::unique_ptr<TileSource>> makeStoreSources(const AppStore& store, const Toggles& toggles,
-                                                          const TileServices& services) {
+                                                          const TileServices& services, const QString& display) {
   std::vector<std::unique_ptr<TileSource>> sources;
   sources.push_back(std::make_unique<MomentSource>(store, services));
   sources.push_back(std::make_unique<MachineSource>(store));
   sources.push_back(std::make_unique<SwitchSource>(toggles));
-  sources.push_back(std::make_unique<ApplicationSource>(store, services));
+  sources.push_back(std::make_unique<ApplicationSource>(store, services, display));
   sources.push_back(std::make_unique<DocumentSource>(store));
   sources.push_back(std::make_unique<ReadingSource>(store, services));
   return sources;
@@ -174,7 +178,7 @@ std::vector<std::unique_ptr<TileSource>> makeStoreSources(const AppStore& store,
 TileSources storeSources(const AppStore& store, const Toggles& toggles, const TileServices& services,
                          const QList<DockWidget>& widgets) {
   TileSources sources;
-  for (const auto& source : makeStoreSources(store, toggles, services)) source->fill(sources, widgets);
+  for (const auto& source : makeStoreSources(store, toggles, services, {})) source->fill(sources, widgets);
   for (TileSource* source : services.sources()) source->fill(sources, widgets);
   return sources;
 }

@@ -12,9 +12,10 @@
 
 namespace tarnwick {
 
-/// What the store, the switches and the desktop have for tiles. Everything is borrowed and outlives the sources.
+/// What the store, the switches and the desktop have for tiles of a display's dock. Everything is borrowed and outlives
+/// the sources.
 std::vector<std::unique_ptr<TileSource>> makeStoreSources(const AppStore& store, const Toggles& toggles,
-                                                          const TileServices& services);
+                                                          const TileServices& services, const QString& display);
 
 /// What tiles of these widgets show at this moment, whether or not a dock holds them: the same sources, and those that
 /// `services` brings, each asked once.

@@ -23,6 +23,7 @@ class TilePanel;
 struct PartClick {
   DockWidget widget;
   int part = 0;
+  QString display;  ///< Whose dock it is in.
   AppStore& store;
   Toggles& toggles;
   Commands& commands;

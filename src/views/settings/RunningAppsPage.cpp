@@ -33,6 +33,18 @@ SettingsPage* makeRunningAppsPage(AppStore& store, const SettingsServices& servi
   page->showWhile(
       place, [](const DockConfiguration& config) { return config.liveApps; },
       settingsText(QT_TRANSLATE_NOOP("Settings", "Only while running apps are shown.")));
+  FormRow* workspace = page->addSwitch(card,
+                                       {QT_TRANSLATE_NOOP("Settings", "Only windows of this workspace"),
+                                        QT_TRANSLATE_NOOP("Settings", "Leaves out windows on other virtual desktops."),
+                                        QT_TRANSLATE_NOOP("Settings", "virtual desktop")},
+                                       settingField(&DeskOptions::workspaceWindows));
+  if (const Capability can = services.abilities().workspaces; !can) workspace->setUnavailable(can.reason);
+  FormRow* display = page->addSwitch(card,
+                                     {QT_TRANSLATE_NOOP("Settings", "Only windows of this display"),
+                                      QT_TRANSLATE_NOOP("Settings", "Each dock shows the windows on its own display."),
+                                      QT_TRANSLATE_NOOP("Settings", "monitor screen")},
+                                     settingField(&DeskOptions::displayWindows));
+  if (const Capability can = services.abilities().windows; !can) display->setUnavailable(can.reason);
   page->addSwitch(card,
                   {QT_TRANSLATE_NOOP("Settings", "Show pinned windows"),
                    QT_TRANSLATE_NOOP("Settings", "Windows that you pinned to the dock.")},

@@ -25,4 +25,14 @@ SettingField<T> settingField(T DesktopOptions::*field) {
           [field](DockConfiguration& config, const T& value) { config.desktop.*field = value; }};
 }
 
+template <class T>
+SettingField<T> settingField(T DeskOptions::*field) {
+  return {[field](const DockConfiguration& config) { return config.desktopOptions().deskOptions().*field; },
+          [field](DockConfiguration& config, const T& value) {
+            DeskOptions desk = config.desktopOptions().deskOptions();
+            desk.*field = value;
+            config.desktop.setDesk(desk);
+          }};
+}
+
 }  // namespace tarnwick

@@ -16,6 +16,8 @@ struct DesktopAbilities {
   /// Whether the trigger area is the outermost pixel whatever is set.
   bool feelsOnePixelOnly = false;
   Capability windows;
+  /// Whether windows are known by their virtual desktop.
+  Capability workspaces;
   Capability keys;
   QString dockKey;  ///< As a person reads it; empty while it is switched off.
   /// Absent while there is no command bar to open; empty while no key opens it.

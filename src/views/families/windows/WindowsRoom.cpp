@@ -27,7 +27,8 @@ TileContent pinnedWindow(const TileRequest& request) {
 
 void bringForward(const PartClick& click) {
   const auto& running = click.store.runningApps();
-  if (click.part >= 0 && click.part < running.size()) click.commands.activateApplication(running[click.part].identity);
+  if (click.part >= 0 && click.part < running.size())
+    click.commands.activateApplication(running[click.part].identity, click.display);
 }
 
 QMap<QString, QString> picturedWindow(const QDateTime&) {
