@@ -60,18 +60,20 @@ function(tarnwick_sources variable)
   set(${variable} ${found} PARENT_SCOPE)
 endfunction()
 
-# tarnwick_layer(NAME [SOURCES file...] [LINK target...] [PCH core|gui|widgets] [NO_MOC])
-# One static library for one folder: of all its sources unless they are named, as where a folder is split. With
+# tarnwick_layer(NAME [SOURCES file...|EXCEPT file...] [LINK target...] [PCH core|gui|widgets] [NO_MOC])
+# One static library for one folder: of all its sources, of those that are named where a folder is split, or of the others
+# than those. With
 # CMAKE_UNITY_BUILD a dozen of its files are compiled at a time, so no two of them may name things of their own alike.
 # NO_MOC says that nothing in it has Q_OBJECT. LINK names what the folder includes; who may include whom stands in
 # docs/architecture.md and is checked by scripts/check-layers.
 function(tarnwick_layer name)
-  cmake_parse_arguments(arg "NO_MOC" "PCH" "SOURCES;LINK" ${ARGN})
+  cmake_parse_arguments(arg "NO_MOC" "PCH" "SOURCES;EXCEPT;LINK" ${ARGN})
   if(NOT arg_PCH)
     set(arg_PCH core)
   endif()
   if(NOT arg_SOURCES)
     tarnwick_sources(arg_SOURCES)
+    list(REMOVE_ITEM arg_SOURCES ${arg_EXCEPT})
   endif()
   add_library(tarnwick_${name} STATIC ${arg_SOURCES})
   target_link_libraries(tarnwick_${name} PUBLIC tarnwick_options Qt6::Core ${arg_LINK})

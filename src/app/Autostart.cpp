@@ -9,6 +9,7 @@
 #include "apps/KeyFile.h"
 #include "base/DomainError.h"
 #include "base/DurableFile.h"
+#include "base/SmallFile.h"
 
 namespace tarnwick {
 namespace {
@@ -70,19 +71,20 @@ Entry look(const Autostart& place) {
   return isOff ? Entry::SwitchedOff : Entry::On;
 }
 
+constexpr qint64 kLargestEntry = 1024 * 1024;
+
 /// Takes the lines out that switch the entry off; every other byte stays.
 void switchOn(const QString& file) {
-  QFile present(file);
-  if (!present.open(QIODevice::ReadOnly)) throw DomainError::invalid(Autostart::notChanged(file));
-  QByteArray kept;
+  const auto present = SmallFile::read(file, kLargestEntry);
+  if (!present) throw DomainError::invalid(Autostart::notChanged(file));
+  QList<QByteArray> lines = present->split('\n');
   bool isInEntry = false;
-  while (!present.atEnd()) {
-    const QByteArray line = present.readLine();
+  lines.removeIf([&isInEntry](const QByteArray& line) {
     const QByteArray bare = line.trimmed();
     if (bare.startsWith('[')) isInEntry = bare == "[Desktop Entry]";
-    if (!isInEntry || !switchesOff(bare)) kept += line;
-  }
-  DurableFile::writeAtomically(kept, file);
+    return isInEntry && switchesOff(bare);
+  });
+  DurableFile::writeAtomically(lines.join('\n'), file);
 }
 
 }  // namespace

@@ -18,6 +18,7 @@
 #include "app/SocketSession.h"
 #include "base/DomainError.h"
 #include "base/DurableFile.h"
+#include "base/SmallFile.h"
 
 namespace tarnwick {
 namespace {
@@ -167,13 +168,13 @@ SingleInstance::Decision SingleInstance::decide(const std::optional<QDateTime>& 
 }
 
 std::optional<QDateTime> SingleInstance::startOf(qint64 process) {
+  constexpr qint64 kLongestLine = 4096;
   constexpr qsizetype kStartTime = 22;  // Counted from one; the first two are the number and the name.
   if (process <= 0) return std::nullopt;
-  QFile file(u"/proc/%1/stat"_s.arg(process));
-  if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
-  const QByteArray line = file.readAll();
+  const auto line = SmallFile::read(u"/proc/%1/stat"_s.arg(process), kLongestLine);
+  if (!line) return std::nullopt;
   // The name stands in parentheses and may hold anything.
-  const QList<QByteArray> fields = line.mid(line.lastIndexOf(')') + 2).split(' ');
+  const QList<QByteArray> fields = line->mid(line->lastIndexOf(')') + 2).split(' ');
   if (fields.size() <= kStartTime - 3) return std::nullopt;
   const qint64 ticks = fields[kStartTime - 3].toLongLong();
 

@@ -1,7 +1,6 @@
 #include "apps/KeyFile.h"
 
-#include <QFile>
-#include <QFileInfo>
+#include "base/SmallFile.h"
 
 namespace tarnwick {
 
@@ -85,12 +84,8 @@ KeyFile KeyFile::parse(QByteArrayView utf8, const QStringList& locales) {
 }
 
 KeyFile KeyFile::read(const QString& path, const QStringList& locales) {
-  // Opening a pipe would wait for its other end, and a device never ends.
-  if (!QFileInfo(path).isFile()) return {};
-  QFile file(path);
-  if (!file.open(QIODevice::ReadOnly)) return {};
-  const QByteArray bytes = file.read(kLargestFile + 1);
-  return bytes.size() > kLargestFile ? KeyFile() : parse(bytes, locales);
+  const auto bytes = SmallFile::read(path, kLargestFile);
+  return bytes ? parse(*bytes, locales) : KeyFile();
 }
 
 bool KeyFile::has(const QString& group, const QString& key) const { return groups_.value(group).contains(key); }

@@ -1,9 +1,9 @@
 #include "apps/MimeDefaults.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 #include "apps/KeyFile.h"
+#include "base/SmallFile.h"
 
 namespace tarnwick {
 
@@ -40,11 +40,12 @@ QStringList inFolders(const QStringList& folders, const QStringList& desktops, c
   return result;
 }
 
+constexpr qint64 kLargestList = 64 * 1024;
+
 QStringList terminalsIn(const QString& path) {
-  QFile file(path);
-  if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) return {};
   QStringList result;
-  for (const QString& line : QString::fromUtf8(file.read(1 << 16)).split(u'\n')) {
+  const QByteArray bytes = SmallFile::read(path, kLargestList).value_or(QByteArray());
+  for (const QString& line : QString::fromUtf8(bytes).split(u'\n')) {
     // An id may be followed by the action to use; lines that begin with a sign are rules, not terminals.
     const QString id = line.trimmed().section(u':', 0, 0);
     if (!id.isEmpty() && id.front().isLetterOrNumber()) result << withoutSuffix(id);

@@ -16,6 +16,7 @@
 #include "base/DomainError.h"
 #include "base/DurableFile.h"
 #include "base/FileDescriptor.h"
+#include "base/SmallFile.h"
 
 namespace tarnwick {
 
@@ -38,20 +39,6 @@ const char* refusalOf(const struct stat& facts) {
   if ((facts.st_mode & S_IXUSR) == 0)
     return QT_TRANSLATE_NOOP("TrustedEntries", "“%1” is not marked as executable, so it is not started.");
   return nullptr;
-}
-
-/// Up to a byte more than the most, which tells that there is too much.
-QByteArray content(int file) {
-  QByteArray bytes(kMostBytes + 1, Qt::Uninitialized);
-  qsizetype length = 0;
-  while (length < bytes.size()) {
-    const ssize_t count = ::read(file, bytes.data() + length, static_cast<std::size_t>(bytes.size() - length));
-    if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) break;
-    length += count;
-  }
-  bytes.truncate(length);
-  return bytes;
 }
 
 /// A text of which everything is seen.
@@ -119,8 +106,8 @@ ForeignEntry ForeignEntry::look(const QString& path, const QStringList& locales)
     found.refusal = words(refusal, path);
     return found;
   }
-  const QByteArray bytes = content(file.number());
-  auto entry = bytes.size() > kMostBytes ? std::nullopt : DesktopEntry::parse(bytes, locales);
+  const auto bytes = SmallFile::read(file.number(), kMostBytes);
+  auto entry = bytes ? DesktopEntry::parse(*bytes, locales) : std::nullopt;
   if (!entry || entry->hidden) {
     found.refusal = words(QT_TRANSLATE_NOOP("TrustedEntries", "“%1” is no application."), path);
     return found;
@@ -135,7 +122,7 @@ ForeignEntry ForeignEntry::look(const QString& path, const QStringList& locales)
   entry->dbusActivatable = false;
   entry->path = path;
   found.entry = *entry;
-  found.digest = QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex());
+  found.digest = QString::fromLatin1(QCryptographicHash::hash(*bytes, QCryptographicHash::Sha256).toHex());
   return found;
 }
 

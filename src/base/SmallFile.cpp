@@ -34,8 +34,10 @@ std::optional<QByteArray> SmallFile::read(int descriptor, qint64 most) {
   if (S_ISDIR(status.st_mode)) return refuse(EISDIR);
   if (!S_ISREG(status.st_mode)) return refuse(EINVAL);
   if (status.st_size > most) return refuse(EFBIG);
-  // One byte more than the file has: where it comes, the file has grown.
-  QByteArray data(status.st_size + 1, Qt::Uninitialized);
+  // One byte more than the file has: where it comes, the file has grown. The kernel's own files say that they are
+  // empty, and a short one of them is read at once, as it is at one moment.
+  constexpr qint64 kKernelFile = 4096;
+  QByteArray data(std::min(most, std::max<qint64>(status.st_size, kKernelFile)) + 1, Qt::Uninitialized);
   qsizetype filled = 0;
   while (true) {
     const ssize_t got =

@@ -1,5 +1,7 @@
 #include "desktop/ForeignProgram.h"
 
+#include <QCoreApplication>
+
 namespace tarnwick::testing {
 
 ForeignProgram::ForeignProgram(const QString& file, const QRect& place, Size size) {
@@ -8,7 +10,7 @@ ForeignProgram::ForeignProgram(const QString& file, const QRect& place, Size siz
     if (!place.isEmpty()) arguments << QString::number(number);
   }
   if (size == Size::FullScreen) arguments << QStringLiteral("full");
-  process_.start(QStringLiteral(TARNWICK_DRAG_SOURCE), arguments);
+  process_.start(QCoreApplication::applicationDirPath() + QStringLiteral("/drag_source"), arguments);
 }
 
 ForeignProgram::~ForeignProgram() {

@@ -32,9 +32,7 @@ QProcessEnvironment environment(const QString& dataHome) {
   return result;
 }
 
-QString executableOr(const QString& executable) {
-  return executable.isEmpty() ? QStringLiteral(TARNWICK_EXECUTABLE) : executable;
-}
+QString executableOr(const QString& executable) { return executable.isEmpty() ? Program::path() : executable; }
 
 std::optional<int> statusOf(QProcess& process) {
   if (process.state() != QProcess::NotRunning && !process.waitForFinished(kPatienceMs)) return std::nullopt;

@@ -3,6 +3,7 @@
 #include <sys/types.h>
 #include <xcb/xcb.h>
 
+#include <QCoreApplication>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QRect>
@@ -18,6 +19,8 @@ namespace tarnwick::testing {
 /// The real executable, started with a data folder of the test's own on the virtual display and the test's bus.
 class Program {
  public:
+  /// Where it is: beside the tests.
+  static QString path() { return QCoreApplication::applicationDirPath() + QStringLiteral("/tarnwick"); }
   explicit Program(const QString& dataHome, const QStringList& arguments = {}, const QString& executable = {});
   /// The environment that programs get instead of this one's, but for the variables that are changed.
   static void startFrom(const QProcessEnvironment& environment);

@@ -41,8 +41,8 @@ class ShellTest : public ::testing::Test {
   bool inTime(const std::function<bool()>& predicate);
   /// Whether the dock has come all the way.
   bool isIn();
-  /// Whether a panel or a menu of the dock is open. That a button is down on the dock, which also holds it, is not enough:
-  /// what it opens comes when it goes up, and by the clock of that moment.
+  /// Whether a panel or a menu of the dock is open. That a button is down on the dock, which also holds it, is not
+  /// enough: what it opens comes when it goes up, and by the clock of that moment.
   bool isOpen();
   /// Moves the pointer, and waits until that has set a delay going or stopped it.
   void moveAndCount(QPoint place, bool counts);

@@ -113,8 +113,8 @@ TEST(Login, TheDockComesThoughTheWindowManagerLosesItsFirstRequests) {
   const VirtualDisplay& display = VirtualDisplay::current();
   const QList<quint32> dock{display.atom("_NET_WM_WINDOW_TYPE_DOCK")};
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] {
-    return std::ranges::any_of(manager.shown(),
-                               [&](xcb_window_t window) { return display.words(window, "_NET_WM_WINDOW_TYPE") == dock; });
+    return std::ranges::any_of(
+        manager.shown(), [&](xcb_window_t window) { return display.words(window, "_NET_WM_WINDOW_TYPE") == dock; });
   }));
   program.signal(SIGTERM);
   EXPECT_EQ(program.end(), 0);

@@ -175,7 +175,7 @@ TEST_F(ProgramTest, ANewerBuildTakesOver) {
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     ASSERT_TRUE(file.setFileTime(date, QFileDevice::FileModificationTime));
   };
-  ASSERT_TRUE(QFile::copy(QStringLiteral(TARNWICK_EXECUTABLE), build));
+  ASSERT_TRUE(QFile::copy(Program::path(), build));
   auto older = std::make_unique<Program>(home(), QStringList(), build);
   ASSERT_TRUE(older->shows(1));
   dated(QDateTime::currentDateTime().addSecs(60));
@@ -186,7 +186,7 @@ TEST_F(ProgramTest, ANewerBuildTakesOver) {
   // A package keeps the date of its making, so another file at the same path counts too; and a copy that cannot be
   // asked over the bus is asked by a signal.
   older = std::move(replacing);
-  ASSERT_TRUE(QFile::copy(QStringLiteral(TARNWICK_EXECUTABLE), build + u".new"_s));
+  ASSERT_TRUE(QFile::copy(Program::path(), build + u".new"_s));
   ASSERT_EQ(::rename(QFile::encodeName(build + u".new"_s).constData(), QFile::encodeName(build).constData()), 0);
   dated(QDateTime::currentDateTime().addSecs(-1800));
   Program::setVariable(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nonexistent/bus"_s);
@@ -198,8 +198,7 @@ TEST_F(ProgramTest, ANewerBuildTakesOver) {
 }
 
 TEST_F(ProgramTest, StaysWhenItsTerminalClosesUnderNohup) {
-  Program program(home(), {u"-c"_s, u"trap '' HUP; exec \"%1\""_s.arg(QStringLiteral(TARNWICK_EXECUTABLE))},
-                  u"/bin/sh"_s);
+  Program program(home(), {u"-c"_s, u"trap '' HUP; exec \"%1\""_s.arg(Program::path())}, u"/bin/sh"_s);
   ASSERT_TRUE(program.shows(1));
   program.signal(SIGHUP);
   EXPECT_EQ(runToEnd(home(), {u"--toggle"_s}).status, 0);

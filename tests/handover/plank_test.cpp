@@ -19,7 +19,7 @@ using namespace std::chrono_literals;
 
 const QString kPath = u"/net/launchpad/plank/docks/dock1/"_s;
 
-const QString kProgram = QStringLiteral(HOLDER_EXECUTABLE);
+QString holderProgram() { return QCoreApplication::applicationDirPath() + u"/handover_holder"_s; }
 
 QByteArray dconf(const QString& key) { return output({u"dconf"_s, u"read"_s, kPath + key}).value().trimmed(); }
 
@@ -84,7 +84,7 @@ TEST_F(PlankTest, IsGivenBackHoweverTheProgramEnds) {
         setUser(has);
         const QByteArray& delay = wanted;
         const QByteArray before = dconfDump();
-        const auto program = ChildProcess::start({kProgram, folder.path(), layout});
+        const auto program = ChildProcess::start({holderProgram(), folder.path(), layout});
         ASSERT_TRUE(VirtualDisplay::waitUntil(
             [&] { return dconf(u"hide-mode"_s) == "'auto'" && dconf(u"unhide-delay"_s) == delay; }));
         EXPECT_EQ(dconf(u"pressure-reveal"_s), "false");
@@ -110,7 +110,7 @@ TEST_F(PlankTest, IsGivenBackHoweverTheProgramEnds) {
           }
           case ByHand:
             killBoth(*program);
-            EXPECT_EQ(output({kProgram, u"--restore-dock"_s, u"--restore-dock-directory"_s, folder.path()}),
+            EXPECT_EQ(output({holderProgram(), u"--restore-dock"_s, u"--restore-dock-directory"_s, folder.path()}),
                       "Restored the macOS Dock settings saved before Tarnwick changed them.\n");
             EXPECT_TRUE(isGivenBack(before));
             break;
@@ -124,7 +124,7 @@ TEST_F(PlankTest, WhatTheUserChangesMeanwhileStays) {
   for (const bool isKilled : {false, true}) {
     SCOPED_TRACE(isKilled);
     setUser(true);
-    const auto program = ChildProcess::start({kProgram, folder.path(), u"replace"_s});
+    const auto program = ChildProcess::start({holderProgram(), folder.path(), u"replace"_s});
     ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return dconf(u"unhide-delay"_s) == "1000000"; }));
     ASSERT_TRUE(output({u"dconf"_s, u"write"_s, kPath + u"hide-mode"_s, u"'intelligent'"_s}));
     if (isKilled) {
@@ -142,7 +142,7 @@ TEST_F(PlankTest, WhatTheUserChangesMeanwhileStays) {
 TEST_F(PlankTest, ANewStartThatComesBeforeTheGuardiansRepairKeepsItsOwnFile) {
   setUser(true);
   const QByteArray before = dconfDump();
-  const auto program = ChildProcess::start({kProgram, folder.path(), u"replace"_s});
+  const auto program = ChildProcess::start({holderProgram(), folder.path(), u"replace"_s});
   ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return dconf(u"unhide-delay"_s) == "1000000"; }));
   const pid_t watching = guardian();
   ASSERT_GT(watching, 0);
@@ -188,7 +188,7 @@ TEST_F(PlankTest, ReallyGoesOutOfTheWay) {
 
 TEST_F(PlankTest, WithoutSavedValuesARepairByHandResets) {
   setUser(true);
-  EXPECT_EQ(output({kProgram, u"--restore-dock"_s, u"--restore-dock-directory"_s, folder.path()}),
+  EXPECT_EQ(output({holderProgram(), u"--restore-dock"_s, u"--restore-dock-directory"_s, folder.path()}),
             "No saved settings were available. The macOS Dock has been reset to system defaults.\n");
   for (const QString& key : {u"hide-mode"_s, u"unhide-delay"_s, u"pressure-reveal"_s}) EXPECT_EQ(dconf(key), "");
 }

@@ -96,9 +96,7 @@ DockRow SnapshotFixture::dock() {
 
 DockRow SnapshotFixture::starterDock() {
   DockRow row;
-  for (const QLatin1StringView kind : {kind::applications, kind::digitalClock, kind::analogClassicLight,
-                                       kind::weatherCurrent, kind::cpu, kind::ram, kind::systemQuickToggles})
-    row.widgets << widgetOf(kind);
+  for (const DockWidget& widget : DockProfile::initial().widgets) row.widgets << widgetOf(widget.kind);
   for (const QString& name : {u"Browser"_s, u"Files"_s, u"Editor"_s, u"Terminal"_s, u"Mail"_s, u"Music"_s}) {
     DockApp app;
     app.id = static_cast<quint64>(row.runningApps.size()) + 1;
