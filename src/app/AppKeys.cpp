@@ -28,12 +28,12 @@ void AppKeys::follow() {
   bool allBound = true;
   for (const HotKeyTable::Row& row : HotKeyTable::rows(options)) {
     if (row.identifier == HotKeyTable::kCommandBar) {
-      if (commands_.can(Commands::Optional::CommandBar)) allBound = bindCommandBar(options, row.wish) && allBound;
+      if (commands_.can(Commands::Optional::CommandBar)) allBound = bindCommandBar(options, row.request) && allBound;
     } else if (row.identifier == HotKeyTable::kFocus) {
       // Nobody chose this key, so nobody need be told that it is taken.
-      bind(row.identifier, row.wish);
+      bind(row.identifier, row.request);
     } else {
-      allBound = bind(row.identifier, row.wish) && allBound;
+      allBound = bind(row.identifier, row.request) && allBound;
     }
   }
   if (!allBound) sayKeyIsTaken();
@@ -44,13 +44,13 @@ void AppKeys::release() {
   held_.clear();
 }
 
-bool AppKeys::bind(quint32 identifier, const HotKeyWish& wish) {
-  const bool bound = keys_.bind(identifier, wish).bound;
-  if (bound) held_.insert(identifier, wish);
+bool AppKeys::bind(quint32 identifier, const HotKeyRequest& request) {
+  const bool bound = keys_.bind(identifier, request).bound;
+  if (bound) held_.insert(identifier, request);
   return bound;
 }
 
-bool AppKeys::holds(const HotKeyWish& wish) const { return std::ranges::find(held_, wish) != held_.end(); }
+bool AppKeys::holds(const HotKeyRequest& request) const { return std::ranges::find(held_, request) != held_.end(); }
 
 void AppKeys::setRecording(bool recording) {
   signature_.clear();
@@ -60,12 +60,12 @@ void AppKeys::setRecording(bool recording) {
     follow();
 }
 
-HotKeyBinding AppKeys::tryKey(const HotKeyWish& wish) { return keys_.bind(HotKeyTable::kTrial, wish); }
+HotKeyBinding AppKeys::tryKey(const HotKeyRequest& request) { return keys_.bind(HotKeyTable::kTrial, request); }
 
-bool AppKeys::bindCommandBar(const DesktopOptions& options, const HotKeyWish& wish) {
-  QList<HotKeyWish> wishes{wish};
-  wishes += HotKeyTable::commandBarFallbacks(options);
-  for (const HotKeyWish& each : wishes) {
+bool AppKeys::bindCommandBar(const DesktopOptions& options, const HotKeyRequest& request) {
+  QList<HotKeyRequest> requests{request};
+  requests += HotKeyTable::commandBarFallbacks(options);
+  for (const HotKeyRequest& each : requests) {
     const HotKeyBinding binding = keys_.bind(HotKeyTable::kCommandBar, each);
     if (!binding.bound) continue;
     held_.insert(HotKeyTable::kCommandBar, each);

@@ -29,9 +29,9 @@ class AppKeys final : public QObject, public KeyRecorder {
   /// taken anew.
   void setRecording(bool recording) override;
   /// Whether a key could be taken at this moment. It is kept until the keys are taken anew.
-  HotKeyBinding tryKey(const HotKeyWish& wish) override;
+  HotKeyBinding tryKey(const HotKeyRequest& request) override;
   /// Whether a key that the settings ask for is ours now.
-  bool holds(const HotKeyWish& wish) const override;
+  bool holds(const HotKeyRequest& request) const override;
   /// Whether a program can have keys on this desktop at all.
   Capability capability() const { return keys_.capability(); }
   /// The key that opens the command bar now, as a person reads it; empty while none does.
@@ -42,14 +42,14 @@ class AppKeys final : public QObject, public KeyRecorder {
   void pressed(quint32 identifier);
 
  private:
-  bool bind(quint32 identifier, const HotKeyWish& wish);
-  bool bindCommandBar(const DesktopOptions& options, const HotKeyWish& wish);
+  bool bind(quint32 identifier, const HotKeyRequest& request);
+  bool bindCommandBar(const DesktopOptions& options, const HotKeyRequest& request);
   void sayKeyIsTaken();
 
   AppStore& store_;
   HotKeys& keys_;
   const Commands& commands_;
-  QHash<quint32, HotKeyWish> held_;
+  QHash<quint32, HotKeyRequest> held_;
   QString signature_;
   QString commandBarKey_;
 };

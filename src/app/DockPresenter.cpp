@@ -153,7 +153,7 @@ std::unique_ptr<DockContent> DockPresenter::makeContent(const QString& display) 
   docks_[display] = dock.get();
   connect(&dock->view(), &DockView::tipChanged, this,
           [this, display, view = &dock->view()] { tips_.show(display, view->tip()); });
-  connect(&dock->view(), &DockView::handLeft, &dock_, &DockController::checkEdge);
+  connect(&dock->view(), &DockView::released, &dock_, &DockController::checkEdge);
   connect(dock.get(), &QObject::destroyed, this, [this, display, gone = dock.get()] {
     if (const auto found = docks_.find(display); found != docks_.end() && found->second == gone) {
       docks_.erase(found);

@@ -62,7 +62,7 @@ QList<HotKeyTable::Row> HotKeyTable::rows(const DesktopOptions& options) {
   return rows;
 }
 
-QList<HotKeyWish> HotKeyTable::commandBarFallbacks(const DesktopOptions& options) {
+QList<HotKeyRequest> HotKeyTable::commandBarFallbacks(const DesktopOptions& options) {
   const DesktopOptions untouched;
   const bool chosen =
       options.commandBarKey != untouched.commandBarKey || options.commandBarModifiers != untouched.commandBarModifiers;

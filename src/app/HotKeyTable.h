@@ -19,7 +19,7 @@ struct HotKeyTable {
 
   struct Row {
     quint32 identifier = 0;
-    HotKeyWish wish;
+    HotKeyRequest request;
 
     bool operator==(const Row&) const = default;
   };
@@ -31,7 +31,7 @@ struct HotKeyTable {
   /// The enabled keys, in the order in which they are taken.
   static QList<Row> rows(const DesktopOptions& options);
   /// What is tried in turn where another program owns the command bar's key; empty once the user has chosen one.
-  static QList<HotKeyWish> commandBarFallbacks(const DesktopOptions& options);
+  static QList<HotKeyRequest> commandBarFallbacks(const DesktopOptions& options);
 };
 
 }  // namespace tarnwick

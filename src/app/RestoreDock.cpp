@@ -37,7 +37,7 @@ QString notChanged() {
   return RestoreWords::tr("The macOS Dock preferences could not be changed. Try again after unlocking the Mac.");
 }
 
-/// Whether a copy that runs has the matter in hand; says what it did.
+/// Whether a copy that runs takes care of it; says what it did.
 bool leftToTheRunningCopy(const QString& directory, const RestoreDock::Terms& terms, const Say& say) {
   const QJsonObject request{{QStringLiteral("ask"), QLatin1StringView(RestoreDock::kRequest)}};
   const auto answer = InstanceSocket::ask(directory, request, static_cast<int>(terms.answer.count())).answer;

@@ -51,8 +51,8 @@ std::unique_ptr<QWidget> shown(std::unique_ptr<Window> window) {
 class SnapshotWindows::FreeKeys final : public KeyRecorder {
  public:
   void setRecording(bool) override {}
-  HotKeyBinding tryKey(const HotKeyWish&) override { return {}; }
-  bool holds(const HotKeyWish&) const override { return true; }
+  HotKeyBinding tryKey(const HotKeyRequest&) override { return {}; }
+  bool holds(const HotKeyRequest&) const override { return true; }
 };
 
 class SnapshotWindows::OneScreen final : public Screens {

@@ -91,14 +91,14 @@ QRect WindowPlaces::evenly(const QRect& free, const QRect& whole) {
   return even.height() >= whole.height() * kLeastShare ? even & free : free;
 }
 
-void WindowPlaces::settle(AppWindow& window, const QString& name, const Wish& wish) {
+void WindowPlaces::settle(AppWindow& window, const QString& name, const Request& request) {
   window.setObjectName(name);
   window.setRoom([this](const QPoint& place) { return roomAt({}, place); });
   window.installEventFilter(this);
   connect(&window, &QObject::destroyed, this, [this, gone = &window] { opened_.remove(gone); });
   // It takes its size while it is shown, and is not seen before this.
   connect(
-      &window, &AppWindow::aboutToAppear, this, [this, &window, name, wish] { open(window, name, wish); },
+      &window, &AppWindow::aboutToAppear, this, [this, &window, name, request] { open(window, name, request); },
       Qt::SingleShotConnection);
 }
 
@@ -139,12 +139,12 @@ void WindowPlaces::docksMoved() {
     if (auto* window = qobject_cast<AppWindow*>(each)) keepClear(*window);
 }
 
-void WindowPlaces::open(AppWindow& window, const QString& name, const Wish& wish) {
+void WindowPlaces::open(AppWindow& window, const QString& name, const Request& request) {
   const QRect left = left_.value(name);
-  const AppWindow* over = wish.over && hasPlace(*wish.over) ? wish.over : nullptr;
+  const AppWindow* over = request.over && hasPlace(*request.over) ? request.over : nullptr;
   if (over) window.windowHandle()->setTransientParent(over->windowHandle());
   const QPoint about = over ? placeOf(*over).center() : left.isNull() ? QCursor::pos() : left.center();
-  const QRect room = roomAt(over ? QString() : wish.display, about);
+  const QRect room = roomAt(over ? QString() : request.display, about);
   if (room.isEmpty()) return;
 
   const QMargins frame = frameToBe();

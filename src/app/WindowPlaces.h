@@ -23,7 +23,7 @@ class WindowPlaces final : public QObject {
   Q_OBJECT
  public:
   /// What a window is about; all may be empty.
-  struct Wish {
+  struct Request {
     AppWindow* over = nullptr;  ///< The window that it was asked from, and belongs to.
     QString display;            ///< The identity of a display.
   };
@@ -35,7 +35,7 @@ class WindowPlaces final : public QObject {
   /// The docks stand elsewhere, or are others.
   void docksMoved();
   /// Sees to the place of a window that was never shown. Windows of the same name share what is remembered.
-  void settle(AppWindow& window, const QString& name, const Wish& wish);
+  void settle(AppWindow& window, const QString& name, const Request& request);
 
   /// The middle of a window of that size at the middle of `over`, as far as `room` lets it be seen whole. From what
   /// it would hide it goes a step aside. Sizes and places with their frames.
@@ -56,7 +56,7 @@ class WindowPlaces final : public QObject {
   std::optional<Screen> screenAt(const QString& display, const QPoint& place) const;
   QRect freeOf(const Screen& screen) const;
   void keepClear(AppWindow& window) const;
-  void open(AppWindow& window, const QString& name, const Wish& wish);
+  void open(AppWindow& window, const QString& name, const Request& request);
   void remember(const AppWindow& window);
 
   const Screens& screens_;

@@ -56,11 +56,12 @@ Windows::~Windows() {
 }
 
 template <class Window, class Make>
-void Windows::present(QPointer<Window>& window, const QString& name, const WindowPlaces::Wish& wish, const Make& make) {
+void Windows::present(QPointer<Window>& window, const QString& name, const WindowPlaces::Request& request,
+                      const Make& make) {
   if (!window) {
     window = make();
     dress(*window);
-    places_.settle(*window, name, wish);
+    places_.settle(*window, name, request);
   }
   window->present();
 }

@@ -56,7 +56,7 @@ class Windows final : public QObject {
 
  private:
   template <class Window, class Make>
-  void present(QPointer<Window>& window, const QString& name, const WindowPlaces::Wish& wish, const Make& make);
+  void present(QPointer<Window>& window, const QString& name, const WindowPlaces::Request& request, const Make& make);
   void dress(AppWindow& window);
   void followMotion();
   QRectF dockOn(const Screen& screen) const;

@@ -22,8 +22,8 @@ AppLaunch::AppLaunch(AppEnvironment environment, LaunchEnvironment variables, Ap
       variables_(std::move(variables)),
       activation_(activation) {}
 
-void AppLaunch::launch(const DesktopEntry& entry, const LaunchRequest& wish) {
-  LaunchRequest request = wish;
+void AppLaunch::launch(const DesktopEntry& entry, const LaunchRequest& given) {
+  LaunchRequest request = given;
   if (tokenFor && request.activationToken.isEmpty()) request.activationToken = tokenFor(entry.id);
   if (entry.type == DesktopEntry::Type::Link) return start(entry, {u"xdg-open"_s, entry.url}, request);
   if (entry.type == DesktopEntry::Type::Directory)

@@ -5,7 +5,7 @@
 
 namespace tarnwick {
 
-/// What text means to every room alike.
+/// What text means to every part alike.
 struct Text {
   /// Without white space and new lines at both ends.
   static QStringView trimmed(QStringView text) { return text.trimmed(); }

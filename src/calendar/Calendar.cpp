@@ -9,7 +9,7 @@ namespace tarnwick {
 
 namespace {
 
-QString told(const QStringList& problems) {
+QString joined(const QStringList& problems) {
   if (problems.size() < 2) return problems.value(0);
   return problems.first() + u' ' + Calendar::tr("And %1 more.").arg(problems.size() - 1);
 }
@@ -67,7 +67,7 @@ void Calendar::take(const CalendarReading& reading) {
     for (Reminder& reminder : reminders_) {
       if (reminder.title.isEmpty()) reminder.title = tr("Untitled Reminder");
     }
-    problem_ = told(reading.problems);
+    problem_ = joined(reading.problems);
     // Whoever has calendars that cannot be read needs no other folder.
     const bool isUnread = !problem_.isEmpty() && !reading.hasCalendars && !reading.hasReminders;
     const auto without = [&](const QString& none) { return isUnread ? problem_ : none; };

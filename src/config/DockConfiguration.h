@@ -53,7 +53,7 @@ struct DockConfiguration {
   QString screenshotFolder;
   DesktopOptions desktop;  ///< What came later; each of it may be missing in a file.
 
-  /// Checks everything that a file or a hand may have got wrong, clamps and repairs what can be, and throws DomainError
+  /// Checks everything that a file or an edit may have got wrong, clamps and repairs what can be, and throws DomainError
   /// for the first fault that can't. Runs on every load and every save. After a throw the value may be repaired in
   /// part.
   void validate();

@@ -7,16 +7,16 @@
 
 namespace tarnwick {
 
-/// A wished-for key: a virtual key code and a modifier mask in the form that the settings document keeps
+/// A key that is asked for: a virtual key code and a modifier mask in the form that the settings document keeps
 /// (Command 256, Shift 512, Option 2048, Control 4096). See VirtualKeys for what they mean on this desktop.
-struct HotKeyWish {
+struct HotKeyRequest {
   quint32 keyCode = 0;
   quint32 modifiers = 0;
 
-  bool operator==(const HotKeyWish&) const = default;
+  bool operator==(const HotKeyRequest&) const = default;
 };
 
-/// What became of a wish.
+/// What became of a request.
 struct HotKeyBinding {
   bool bound = false;
   QString text;    ///< When bound: the key as a person reads it, such as "Ctrl+Alt+Super+D".
@@ -39,7 +39,7 @@ class HotKeys : public QObject {
   /// `lost` follows for each.
   virtual Capability capability() const { return Capability::yes(); }
   /// Binds the action `identifier` to a key. An identifier that is bound already is bound anew.
-  virtual HotKeyBinding bind(quint32 identifier, const HotKeyWish& wish) = 0;
+  virtual HotKeyBinding bind(quint32 identifier, const HotKeyRequest& request) = 0;
   /// Gives every key back.
   virtual void unbindAll() = 0;
 

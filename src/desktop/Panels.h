@@ -35,7 +35,7 @@ enum class Keyboard {
 
 /// A small window that belongs to a panel: a detail panel or a bubble. It is shown when made and stays until it is
 /// destroyed, or until the user presses Escape or clicks outside of it. A click on the rectangle that it belongs to is
-/// left to the owner, who may take it for the wish to close it.
+/// left to the owner, who may take it for a request to close it.
 class Popup : public QObject {
   Q_OBJECT
  public:
@@ -81,7 +81,7 @@ class Panel : public QObject {
   /// Keeps `thickness` pixels along the edge free of maximised windows; 0 releases them.
   virtual void reserve(Edge edge, int thickness) = 0;
   virtual void setKeyboard(Keyboard keyboard) = 0;
-  /// Whether the panel lies above full-screen windows. It does unless told otherwise.
+  /// Whether the panel lies above full-screen windows. It does unless set otherwise.
   virtual void setAboveFullscreen(bool above) = 0;
   /// Asks the desktop to leave the window out of pictures of the screen.
   virtual void setHiddenFromCapture(bool hidden) = 0;

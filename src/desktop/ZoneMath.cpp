@@ -47,9 +47,8 @@ double ZoneMath::distance(const QPointF& pointer, const QRectF& screen, const QR
 }
 
 double ZoneMath::distance(const QPointF& pointer, const QRectF& screen, const ZoneRequest& request) {
-  const double told = distance(pointer, screen, request.panel, request.triggerSize);
-  return request.systemDock.isEmpty() ? told
-                                      : std::min(told, std::max(0.0, distanceTo(request.systemDock, pointer) - 1));
+  const double own = distance(pointer, screen, request.panel, request.triggerSize);
+  return request.systemDock.isEmpty() ? own : std::min(own, std::max(0.0, distanceTo(request.systemDock, pointer) - 1));
 }
 
 }  // namespace tarnwick

@@ -14,7 +14,7 @@ struct DockGeometry {
   bool composited = true;  ///< Whether the window can be translucent.
   bool blurred = false;    ///< Whether the compositor blurs behind it.
   bool atTop = false;      ///< At the display's upper edge.
-  bool floats = false;     ///< Moved by hand.
+  bool floats = false;     ///< Moved by the user.
 
   bool operator==(const DockGeometry&) const = default;
 };

@@ -368,7 +368,7 @@ void DockController::moveBy(const QString& display, const QPointF& delta) {
   if (found == docks_.end() || possibleLayout() != DockLayout::Floating) return;
   Dock& dock = found->second;
   const Screen& screen = dock.screen;
-  // A hand that goes on beyond the edge finds the dock under it again when it comes back.
+  // A pointer that goes on beyond the edge finds the dock under it again when it comes back.
   dock.dragged = dock.dragged.value_or(dock.frame.topLeft() - screen.frame.topLeft()) + delta;
   dock.frame =
       DockPlacement::place(settings(), dock.frame.size(), screen.frame, screen.usable, dock.dragged, dock.beside);

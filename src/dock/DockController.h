@@ -124,7 +124,7 @@ class DockController : public QObject {
     PanelPlacement placement;
     QRectF frame;
     QMarginsF beside;                // How much wider than the glass the slot is, on the left and on the right.
-    std::optional<QPointF> dragged;  // While a hand moves it: where it would be, without the limits of the screen.
+    std::optional<QPointF> dragged;  // While it is dragged: where it would be, without the limits of the screen.
     DockVisibility visibility;
     bool covered = false;
     QRectF systemDock;    // Where it was out when the zones were asked for last.

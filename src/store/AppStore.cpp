@@ -60,7 +60,7 @@ bool AppStore::load() {
     config_ = loaded.configuration;
     if (!loaded.error.isEmpty()) setError(loaded.error);
     hasLostSettings_ = loaded.origin == SettingsLoader::Origin::Recovery;
-    // Whose settings were lost is told so, and not greeted as new: neither now nor at the next start.
+    // Whose settings were lost hears of it and is not greeted as new, neither now nor at the next start.
     if (hasLostSettings_) config_.onboardingComplete = true;
     if (!loaded.ready) return false;
     hasRead_ = loaded.origin == SettingsLoader::Origin::File;
@@ -185,7 +185,7 @@ void AppStore::saveAtTheEnd() {
   }
 }
 
-/// A failure that was told, and perhaps dismissed, is not told again because it was tried again.
+/// A failure that was announced, and perhaps dismissed, is not announced again because it was tried again.
 void AppStore::tellOfSaving(const QString& failure, bool isRepeated) {
   if (failure.isEmpty()) {
     if (!savingFailure_.isEmpty() && error_ == savingFailure_) clearError();
@@ -246,11 +246,11 @@ void AppStore::notify(const QString& title, const QString& body) {
 void AppStore::announce(const DockWidget& widget, const QString& sentence) {
   const auto unseen = [store = QPointer(this), name = widget.title, sentence] {
     if (!store || store->down_) return;
-    // Timers that end while nobody looks are all told.
-    Announcements& told = store->announced_;
-    if (!store->isAnnouncement_ || store->error_ != told.text()) told.clear();
-    told.add(name, sentence);
-    store->setMessage(told.text(), true);
+    // Timers that end while nobody looks are all announced.
+    Announcements& announced = store->announced_;
+    if (!store->isAnnouncement_ || store->error_ != announced.text()) announced.clear();
+    announced.add(name, sentence);
+    store->setMessage(announced.text(), true);
   };
   if (config_.notificationsEnabled && notifications_) {
     notifications_->post(widget.title.isEmpty() ? Catalog::find(widget.kind).name : widget.title, sentence, unseen);

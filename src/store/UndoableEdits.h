@@ -49,7 +49,7 @@ class UndoableEdits : public QObject {
   void newProfile(const QString& name, bool duplicate);
   void deleteProfile(const QUuid& profile);
   void pinDisplay(const QString& display, const std::optional<QUuid>& profile);
-  /// While a hand holds a control, all that it does to the same fields is one step, however long it takes; what was
+  /// While a control is held, all that it does to the same fields is one step, however long it takes; what was
   /// done before and comes after is another.
   void setHeld(bool held);
   /// Replaces the settings by a file's, which is read on another thread; on a failure they stay, and the store says

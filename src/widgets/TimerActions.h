@@ -7,8 +7,8 @@
 
 namespace tarnwick {
 
-/// What a hand does to a timer, and what the beat finds when one has ended. Pure: each gives the widget as it is to be
-/// stored.
+/// What the user does to a timer, and what the beat finds when one has ended. Pure: each gives the widget as it is to
+/// be stored.
 struct TimerActions {
   /// Starts, pauses or goes on. A countdown that has run out starts over.
   static DockWidget toggled(const DockWidget& widget, const QDateTime& at);

@@ -297,7 +297,7 @@ TEST(HotKeyTable, NamesTheEnabledKeysInOrder) {
   EXPECT_EQ(rows[8], (HotKeyTable::Row{16, {22, 6400}}));
   EXPECT_EQ(rows[12], (HotKeyTable::Row{3, {2, 6912}}));
   EXPECT_EQ(HotKeyTable::signature(options), u"true:true:2:6400:6400:true:49:2048"_s);
-  EXPECT_EQ(HotKeyTable::commandBarFallbacks(options), (QList<HotKeyWish>{{49, 256}, {49, 6144}}));
+  EXPECT_EQ(HotKeyTable::commandBarFallbacks(options), (QList<HotKeyRequest>{{49, 256}, {49, 6144}}));
   options.commandBarModifiers = 4096;
   EXPECT_TRUE(HotKeyTable::commandBarFallbacks(options).isEmpty());
   options.shortcutModifiers = 6912;  // Shift is in it.

@@ -87,7 +87,7 @@ TEST_F(OpenerTest, WaitsForTheApplicationsAndSaysWhatFails) {
                                    u"“removed” is not installed any more."_s}));
 }
 
-/// An entry on the user's desktop, and a hand that answers.
+/// An entry on the user's desktop, and a user who answers.
 class ForeignEntryTest : public OpenerTest {
  protected:
   void SetUp() override {

@@ -14,7 +14,7 @@ class OtherWindow {
   virtual ~OtherWindow() = default;
 };
 
-/// The desktop that the scenarios play on, whichever window system it has: its displays, and a hand with a pointer.
+/// The desktop that the scenarios play on, whichever window system it has: its displays, and a pointer.
 /// Desktop coordinates.
 class TestDesk {
  public:
@@ -50,7 +50,7 @@ class TestDesk {
   virtual std::unique_ptr<OtherWindow> film() = 0;
   /// Turns the first display to a workspace without windows, or back to the one with those that were made.
   virtual void turnToEmpty(bool empty) = 0;
-  /// A program around `away()` from which a hand can drag that file, once it is seen there.
+  /// A program around `away()` from which that file can be dragged, once it is seen there.
   virtual std::unique_ptr<OtherWindow> source(const QString& file) = 0;
 };
 

@@ -1,5 +1,5 @@
 // usage: drag_source FILE [X Y WIDTH HEIGHT | full]
-// A window, or one that fills the display, from which a hand can drag the file.
+// A window, or one that fills the display, from which a file can be dragged.
 #include <QApplication>
 #include <QDrag>
 #include <QMimeData>

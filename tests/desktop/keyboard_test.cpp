@@ -1,4 +1,4 @@
-// The dock by the keyboard alone, and under a hand that is quicker or slower than the dock.
+// The dock by the keyboard alone, and under a user who is quicker or slower than the dock.
 #include <QApplication>
 #include <QMenu>
 #include <QPointer>
@@ -167,7 +167,7 @@ TEST_F(X11Hands, DragAFloatingDockThatIsKeptAndBroughtBackInside) {
   const QPoint grip(tile(0).right() + 4, before.center().y());
   display.moveTo(grip);
   display.button(1, true);
-  // A hand that has gone far in one go and then rests.
+  // A pointer that has gone far in one go and then rests.
   for (const int share : {1, 2, 4}) display.moveTo(grip - QPoint(25, 75) * share);
   EXPECT_TRUE(comesTrue([&] { return glass() == before.translated(-100, -300); }));
   EXPECT_TRUE(store().config().floatingPositions.isEmpty());

@@ -40,7 +40,7 @@ class ShellScenario : public ShellTest {
     return widgets;
   }
   /// A drag of any program over the dock.
-  struct DragEar final : QObject {
+  struct DragListener final : QObject {
     bool eventFilter(QObject*, QEvent* event) override {
       heard = heard || event->type() == QEvent::DragMove;
       return false;
@@ -339,8 +339,8 @@ TEST_F(ShellScenario, AFolderOfAnotherProgramBecomesATile) {
   const qsizetype before = store().widgets().size();
   desk.moveTo(desk.away());
   desk.button(true);
-  // The other program begins the drag in its own time; a hand that is on its way meanwhile goes on moving.
-  DragEar ear;
+  // The other program begins the drag in its own time; a pointer that is on its way meanwhile goes on moving.
+  DragListener ear;
   view().installEventFilter(&ear);
   const QPoint target = tile(1).center();
   int way = 0;

@@ -205,7 +205,7 @@ TEST_F(WaylandShell, APanelStaysBesideItsTileWhenTheDisplayIsScaled) {
   }
 }
 
-// The dock has the keyboard only while a tile is in the hand.
+// The dock has the keyboard only while a tile is dragged.
 TEST_F(WaylandShell, EscapeTakesADragBack) {
   const auto editor = sway.terminal(u"editor"_s);
   startShown(DockConfiguration());

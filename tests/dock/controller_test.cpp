@@ -308,11 +308,11 @@ TEST_F(DockControllerTest, AFloatingDockIsMovedByTheHandAlone) {
   const QPointF start = controller.frame(u"A"_s).topLeft();
   controller.moveBy(u"A"_s, {-30, -100});
   EXPECT_EQ(controller.frame(u"A"_s).topLeft(), start + QPointF(-30, -100));
-  // A pass in between leaves it in the hand.
+  // A pass in between leaves it dragged.
   controller.refresh();
   time.advance(DockController::kRefreshDelay);
   EXPECT_EQ(controller.frame(u"A"_s).topLeft(), start + QPointF(-30, -100));
-  // Beyond the edge the hand goes alone, and takes it along again where it left it.
+  // Beyond the edge the pointer goes alone, and takes it along again where it left it.
   controller.moveBy(u"A"_s, {0, -5000});
   EXPECT_EQ(controller.frame(u"A"_s).top(), kUsable.top());
   controller.moveBy(u"A"_s, {0, 5000});
@@ -320,7 +320,7 @@ TEST_F(DockControllerTest, AFloatingDockIsMovedByTheHandAlone) {
   controller.finishMove(u"A"_s);
   const QList<double> stored = store->config().floatingPositions.value(u"A"_s);
   EXPECT_EQ(stored, (QList<double>{start.x() - 30, start.y() - 100}));
-  // What goes in the middle of a move comes back where the hand had it.
+  // What goes in the middle of a move comes back where it was held.
   controller.moveBy(u"A"_s, {-10, 0});
   const QList<Screen> both = screens.list;
   for (const QList<Screen>& list : {QList<Screen>(), both}) {

@@ -131,7 +131,7 @@ struct Outcome {
   bool operator==(const Outcome&) const = default;
 };
 
-/// The hands that press a button, in the order of the outcomes that are compared.
+/// The ways to press a button, in the order of the outcomes that are compared.
 const std::function<void(QAbstractButton&)> kHands[] = {
     [](QAbstractButton& pressed) { QTest::mouseClick(&pressed, Qt::LeftButton); },
     [](QAbstractButton& pressed) { QTest::keyClick(&pressed, Qt::Key_Space); },
@@ -166,7 +166,7 @@ class OnboardingHands : public OnboardingTest {
     store().edit([&before](DockConfiguration& config) { config = before; });
     return made;
   }
-  /// Presses each button by each hand; how many lead to something.
+  /// Presses each button in each way; how many lead to something.
   qsizetype walk(const Opener& opener) {
     const std::unique_ptr<QWidget> window(opener(edits));
     EXPECT_EQ(test::outOfReach(*window), "");

@@ -1,4 +1,4 @@
-// What a screen reader finds in controls and in panels, and that it does there what a hand does.
+// What a screen reader finds in controls and in panels, and that it does there what a mouse does.
 #include <gtest/gtest.h>
 
 #include <QAccessible>

@@ -30,7 +30,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// A panel of a kind over a store of its own, and hands for it.
+/// A panel of a kind over a store of its own, and ways to use it.
 struct Open {
   explicit Open(const QString& kind) : context(fixture.contextOf(kind, commands)) {
     context.sources = [this] {

@@ -38,8 +38,8 @@ const QString kDesktop = u"/org/freedesktop/portal/desktop"_s;
 const QString kShortcuts = u"org.freedesktop.portal.GlobalShortcuts"_s;
 constexpr quint32 kToggle = 1;
 constexpr quint32 kProfile = 13;
-const HotKeyWish kD{2, VirtualKeys::kControl | VirtualKeys::kOption | VirtualKeys::kCommand};
-const HotKeyWish kThree{20, VirtualKeys::kShift};
+const HotKeyRequest kD{2, VirtualKeys::kControl | VirtualKeys::kOption | VirtualKeys::kCommand};
+const HotKeyRequest kThree{20, VirtualKeys::kShift};
 
 HotKeyAction action(quint32 identifier) {
   return identifier == kToggle ? HotKeyAction{u"--toggle"_s, u"Show or hide"_s}
@@ -58,7 +58,7 @@ struct FakePortal {
     });
     service.answer(u"CreateSession"_s, [this](const QDBusMessage& call) { return requested(call); });
     service.answer(u"BindShortcuts"_s, [this](const QDBusMessage& call) {
-      wishes = qdbus_cast<QList<TestShortcut>>(call.arguments().value(1).value<QDBusArgument>());
+      requests = qdbus_cast<QList<TestShortcut>>(call.arguments().value(1).value<QDBusArgument>());
       return requested(call);
     });
     service.answer(u"Close"_s, [this](const QDBusMessage& call) {
@@ -90,7 +90,7 @@ struct FakePortal {
   QStringList registered;
   QString asked;
   QString path;
-  QList<TestShortcut> wishes;
+  QList<TestShortcut> requests;
   QStringList closed;
 };
 
@@ -110,12 +110,12 @@ TEST(PortalHotKeys, HaveWhatTheDesktopGrants) {
   const QString session = kDesktop + u"/session/one"_s;
   portal.respond(0, {{u"session_handle"_s, session}});
   ASSERT_TRUE(portal.isAsked(u"BindShortcuts"_s));
-  ASSERT_EQ(portal.wishes.size(), 2);
-  EXPECT_EQ(portal.wishes[0].id, u"toggle"_s);
-  EXPECT_EQ(portal.wishes[0].facts,
+  ASSERT_EQ(portal.requests.size(), 2);
+  EXPECT_EQ(portal.requests[0].id, u"toggle"_s);
+  EXPECT_EQ(portal.requests[0].facts,
             (QVariantMap{{u"description"_s, u"Show or hide"_s}, {u"preferred_trigger"_s, u"CTRL+ALT+LOGO+d"_s}}));
-  EXPECT_EQ(portal.wishes[1].id, u"profile-3"_s);
-  EXPECT_EQ(portal.wishes[1].facts.value(u"preferred_trigger"_s), u"SHIFT+3"_s);
+  EXPECT_EQ(portal.requests[1].id, u"profile-3"_s);
+  EXPECT_EQ(portal.requests[1].facts.value(u"preferred_trigger"_s), u"SHIFT+3"_s);
   const QList<TestShortcut> granted{{u"toggle"_s, {}}};
   portal.respond(0, {{u"shortcuts"_s, QVariant::fromValue(granted)}});
   ASSERT_TRUE(waitFor([&] { return lost.size() == 1; }));
@@ -128,7 +128,7 @@ TEST(PortalHotKeys, HaveWhatTheDesktopGrants) {
   EXPECT_EQ(pressed.size(), 1);
   EXPECT_EQ(pressed[0][0], kToggle);
 
-  // Another wish is another session.
+  // Another request is another session.
   keys.unbindAll();
   keys.bind(kProfile, kThree);
   ASSERT_TRUE(portal.isAsked(u"CreateSession"_s));

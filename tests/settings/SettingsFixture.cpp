@@ -17,10 +17,10 @@ QList<Screen> TwoScreens::all() const {
   return {one, two};
 }
 
-HotKeyBinding FakeRecorder::tryKey(const HotKeyWish& wish) {
-  tried << wish;
-  if (taken.contains(wish)) return HotKeyBinding{false, {}, u"Taken."_s};
-  return HotKeyBinding{true, VirtualKeys::text(wish.keyCode, wish.modifiers), {}};
+HotKeyBinding FakeRecorder::tryKey(const HotKeyRequest& request) {
+  tried << request;
+  if (taken.contains(request)) return HotKeyBinding{false, {}, u"Taken."_s};
+  return HotKeyBinding{true, VirtualKeys::text(request.keyCode, request.modifiers), {}};
 }
 
 namespace {

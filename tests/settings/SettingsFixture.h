@@ -24,12 +24,12 @@ class TwoScreens final : public Screens {
 class FakeRecorder final : public KeyRecorder {
  public:
   void setRecording(bool recording) override { recordings << recording; }
-  HotKeyBinding tryKey(const HotKeyWish& wish) override;
-  bool holds(const HotKeyWish& wish) const override { return !lost.contains(wish); }
+  HotKeyBinding tryKey(const HotKeyRequest& request) override;
+  bool holds(const HotKeyRequest& request) const override { return !lost.contains(request); }
 
-  QList<HotKeyWish> tried;
-  QList<HotKeyWish> taken;
-  QList<HotKeyWish> lost;
+  QList<HotKeyRequest> tried;
+  QList<HotKeyRequest> taken;
+  QList<HotKeyRequest> lost;
   QList<bool> recordings;
 };
 

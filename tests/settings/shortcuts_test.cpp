@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 class ShortcutsTest : public testing::Test, public SettingsFixture {
  protected:
   void SetUp() override { turnTo("shortcuts"); }
-  /// Records as a hand does: the modifiers go down first.
+  /// Records as a user types: the modifiers go down first.
   void record(const char* name, Qt::Key key, Qt::KeyboardModifiers modifiers) {
     const bool isBar = qstrcmp(name, "bar") == 0;
     turnTo(isBar ? "commandBar" : "shortcuts");
@@ -65,7 +65,7 @@ TEST_F(ShortcutsTest, KeysThatWouldBeMissedElsewhereAreWaitedThrough) {
 
 TEST_F(ShortcutsTest, ATakenKeySaysSoAtOnceAndIsNotStored) {
   const DesktopOptions before = options();
-  keys.taken << HotKeyWish{*VirtualKeys::keyCode('k'), VirtualKeys::kControl};
+  keys.taken << HotKeyRequest{*VirtualKeys::keyCode('k'), VirtualKeys::kControl};
   record("bar", Qt::Key_K, Qt::ControlModifier);
   EXPECT_EQ(faults(), QStringList{u"“Ctrl+K” is used by another app. Choose a different shortcut."_s});
   EXPECT_EQ(options(), before);
@@ -91,7 +91,7 @@ TEST_F(ShortcutsTest, APrefixTakesTheModifiersAndTriesEveryDigit) {
   EXPECT_EQ(options().profileModifiers, VirtualKeys::kControl | VirtualKeys::kShift);
   EXPECT_EQ(keys.tried.size(), 10);
   const quint32 before = options().profileModifiers;
-  keys.taken << HotKeyWish{*VirtualKeys::keyCode('7'), VirtualKeys::kOption};
+  keys.taken << HotKeyRequest{*VirtualKeys::keyCode('7'), VirtualKeys::kOption};
   record("profiles", Qt::Key_1, Qt::AltModifier);
   EXPECT_EQ(faults().size(), 1);
   EXPECT_EQ(options().profileModifiers, before);
@@ -100,7 +100,7 @@ TEST_F(ShortcutsTest, APrefixTakesTheModifiersAndTriesEveryDigit) {
 }
 
 TEST_F(ShortcutsTest, ARowSaysWhetherItsKeyIsHad) {
-  const HotKeyWish dock{options().shortcutKey, options().shortcutModifiers};
+  const HotKeyRequest dock{options().shortcutKey, options().shortcutModifiers};
   commands.missing = {Commands::Optional::CommandBar};
   SettingsWindow window(store(), services);
   window.present();

@@ -51,7 +51,7 @@ struct Life {
     store->toggleTimer(store->widgets().first().id);
   }
   /// "+60": a minute goes by. "sleep 60": so does one asleep. "off 60": so does one while the program does not run.
-  /// "clock -60": the wall clock is set back by a minute. "toggle": a hand on the timer.
+  /// "clock -60": the wall clock is set back by a minute. "toggle": the user starts or stops it.
   void live(const QString& step) {
     const QString deed = step.section(u' ', 0, 0);
     const int seconds = step.section(u' ', -1).toInt();

@@ -47,7 +47,7 @@ struct FullMotion final : MotionPreference {
   bool reducesMotion() const override { return false; }
 };
 struct FreeKeys final : HotKeys {
-  HotKeyBinding bind(quint32, const HotKeyWish&) override { return {true, {}, {}}; }
+  HotKeyBinding bind(quint32, const HotKeyRequest&) override { return {true, {}, {}}; }
   void unbindAll() override {}
 };
 struct NoColors final : ScreenColors {
@@ -81,8 +81,8 @@ class TestServices {
 
   /// The parts that stand in for others are given by whoever needs them.
   Services with(Panels& somePanels, FrameClocks& someClocks) {
-    return {scheduler_, screens,       somePanels, zones,   someClocks, motion,        windows,     hotKeys, colors,
-            session,    notifications, toggles,    files,   installedApps, runningApps, icons, opener,  hints};
+    return {scheduler_, screens,       somePanels, zones, someClocks,    motion,      windows, hotKeys, colors,
+            session,    notifications, toggles,    files, installedApps, runningApps, icons,   opener,  hints};
   }
   Services all() { return with(panels, clocks); }
 

@@ -42,7 +42,7 @@ QImage wallpaper(const QSize& size, double ratio);
 /// The view over a wallpaper, which is blurred behind the glass where the row says so.
 QImage over(const QImage& wallpaper, DockView& view, double ratio);
 
-// What a hand does. A move with a button holds it down.
+// What a pointer does. A move with a button holds it down.
 void mouse(QWidget& view, QEvent::Type type, QPointF at, Qt::MouseButton button = Qt::LeftButton,
            quint64 milliseconds = 0);
 void click(QWidget& view, QPointF at, Qt::MouseButton button = Qt::LeftButton);

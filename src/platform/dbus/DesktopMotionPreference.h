@@ -10,8 +10,8 @@
 
 namespace tarnwick {
 
-/// The desktop's wish for less motion: read from the settings portal, or from the setting itself where no portal tells
-/// it. Nobody wants less motion where neither says so, and until one has answered.
+/// The desktop's preference for less motion: read from the settings portal, or from the setting itself where no portal
+/// tells it. Nobody wants less motion where neither says so, and until one has answered.
 class DesktopMotionPreference final : public MotionPreference {
   Q_OBJECT
  public:

@@ -49,15 +49,15 @@ QDBusMessage question(QLatin1StringView interface, const QString& method, const 
 }
 
 /// Such as "CTRL+ALT+LOGO+d"; empty for a key that no keyboard has.
-QString triggerOf(const HotKeyWish& wish) {
+QString triggerOf(const HotKeyRequest& request) {
   std::array<char, 64> name{};
-  const auto keysym = VirtualKeys::keysym(wish.keyCode);
+  const auto keysym = VirtualKeys::keysym(request.keyCode);
   if (!keysym || xkb_keysym_get_name(*keysym, name.data(), name.size()) <= 0) return {};
   QStringList parts;
-  if (wish.modifiers & VirtualKeys::kControl) parts << u"CTRL"_s;
-  if (wish.modifiers & VirtualKeys::kOption) parts << u"ALT"_s;
-  if (wish.modifiers & VirtualKeys::kShift) parts << u"SHIFT"_s;
-  if (wish.modifiers & VirtualKeys::kCommand) parts << u"LOGO"_s;
+  if (request.modifiers & VirtualKeys::kControl) parts << u"CTRL"_s;
+  if (request.modifiers & VirtualKeys::kOption) parts << u"ALT"_s;
+  if (request.modifiers & VirtualKeys::kShift) parts << u"SHIFT"_s;
+  if (request.modifiers & VirtualKeys::kCommand) parts << u"LOGO"_s;
   parts << QString::fromLatin1(name.data());
   return parts.join(u'+');
 }
@@ -67,9 +67,9 @@ QString idOf(const HotKeyAction& action) {
   return id.remove(u"--"_s).replace(u' ', u'-');
 }
 
-QStringList idsIn(const QVariant& told) {
-  if (!told.canConvert<QDBusArgument>()) return {};
-  const auto argument = told.value<QDBusArgument>();
+QStringList idsIn(const QVariant& listed) {
+  if (!listed.canConvert<QDBusArgument>()) return {};
+  const auto argument = listed.value<QDBusArgument>();
   if (argument.currentSignature() != "a(sa{sv})"_L1) return {};
   QStringList ids;
   for (const PortalShortcut& one : qdbus_cast<QList<PortalShortcut>>(argument)) ids << one.id;
@@ -82,7 +82,7 @@ PortalHotKeys::PortalHotKeys(const QDBusConnection& session, const QString& appl
     : session_(session), application_(application), actionOf_(std::move(actionOf)), portal_(session, bus::kPortal) {
   qDBusRegisterMetaType<PortalShortcut>();
   qDBusRegisterMetaType<QList<PortalShortcut>>();
-  portal_.listen({}, bus::kPortalRequest, u"Response"_s, [this](const QDBusMessage& response) { heard(response); });
+  portal_.listen({}, bus::kPortalRequest, u"Response"_s, [this](const QDBusMessage& response) { responded(response); });
   portal_.listen(bus::kPortalPath, kShortcuts, u"Activated"_s,
                  [this](const QDBusMessage& signal) { activated(signal); });
   // Without a bus nobody will ever answer.
@@ -101,20 +101,20 @@ Capability PortalHotKeys::capability() const {
          "“tarnwick --toggle”."));
 }
 
-HotKeyBinding PortalHotKeys::bind(quint32 identifier, const HotKeyWish& wish) {
+HotKeyBinding PortalHotKeys::bind(quint32 identifier, const HotKeyRequest& request) {
   if (state_ == State::Refused) {
     return {.bound = false,
             .text = {},
             .reason = tr("This desktop keeps its keys to itself: bind one in its own settings to “tarnwick %1”.")
                           .arg(actionOf_(identifier).order)};
   }
-  wishes_.insert(identifier, wish);
+  requests_.insert(identifier, request);
   submitLater();
-  return {.bound = true, .text = VirtualKeys::text(wish.keyCode, wish.modifiers), .reason = {}};
+  return {.bound = true, .text = VirtualKeys::text(request.keyCode, request.modifiers), .reason = {}};
 }
 
 void PortalHotKeys::unbindAll() {
-  wishes_.clear();
+  requests_.clear();
   closeSession();
 }
 
@@ -150,7 +150,7 @@ void PortalHotKeys::ownerChanged() {
 void PortalHotKeys::refuse() {
   state_ = State::Refused;
   closeSession();
-  for (const quint32 identifier : std::exchange(wishes_, {}).keys()) Q_EMIT lost(identifier);
+  for (const quint32 identifier : std::exchange(requests_, {}).keys()) Q_EMIT lost(identifier);
 }
 
 // --- Binding --------------------------------------------------------------------------------------------------------
@@ -164,7 +164,7 @@ void PortalHotKeys::submitLater() {
 void PortalHotKeys::submit() {
   isSubmitting_ = false;
   closeSession();
-  if (state_ != State::Ready || wishes_.isEmpty()) return;
+  if (state_ != State::Ready || requests_.isEmpty()) return;
   const QVariantMap options{{u"session_handle_token"_s, u"tarnwick%1"_s.arg(++count_)}};
   request(u"CreateSession"_s, {}, options, [this](const QVariantMap& results) {
     sessionPath_ = results.value(u"session_handle"_s).toString();
@@ -174,19 +174,19 @@ void PortalHotKeys::submit() {
 
 void PortalHotKeys::bindAll() {
   QList<PortalShortcut> shortcuts;
-  for (auto wish = wishes_.cbegin(); wish != wishes_.cend(); ++wish) {
-    const HotKeyAction action = actionOf_(wish.key());
+  for (auto request = requests_.cbegin(); request != requests_.cend(); ++request) {
+    const HotKeyAction action = actionOf_(request.key());
     QVariantMap facts{{u"description"_s, action.words}};
-    if (const QString trigger = triggerOf(*wish); !trigger.isEmpty()) facts.insert(u"preferred_trigger"_s, trigger);
+    if (const QString trigger = triggerOf(*request); !trigger.isEmpty()) facts.insert(u"preferred_trigger"_s, trigger);
     shortcuts.append({idOf(action), facts});
   }
   const QVariantList arguments{QVariant::fromValue(QDBusObjectPath(sessionPath_)), QVariant::fromValue(shortcuts),
                                QString()};
   request(u"BindShortcuts"_s, arguments, {}, [this](const QVariantMap& results) {
     const QStringList bound = idsIn(results.value(u"shortcuts"_s));
-    for (const quint32 identifier : wishes_.keys()) {
+    for (const quint32 identifier : requests_.keys()) {
       if (bound.contains(idOf(actionOf_(identifier)))) continue;
-      wishes_.remove(identifier);
+      requests_.remove(identifier);
       Q_EMIT lost(identifier);
     }
   });
@@ -205,7 +205,7 @@ void PortalHotKeys::request(const QString& method, const QVariantList& arguments
       });
 }
 
-void PortalHotKeys::heard(const QDBusMessage& response) {
+void PortalHotKeys::responded(const QDBusMessage& response) {
   if (requestPath_.isEmpty() || response.path() != requestPath_) return;
   requestPath_.clear();
   const QVariantList arguments = response.arguments();
@@ -218,7 +218,7 @@ void PortalHotKeys::activated(const QDBusMessage& signal) {
   const QVariantList arguments = signal.arguments();
   if (sessionPath_.isEmpty() || arguments.value(0).value<QDBusObjectPath>().path() != sessionPath_) return;
   const QString id = arguments.value(1).toString();
-  for (const quint32 identifier : wishes_.keys()) {
+  for (const quint32 identifier : requests_.keys()) {
     if (idOf(actionOf_(identifier)) == id) {
       Q_EMIT pressed(identifier);
       return;

@@ -10,8 +10,8 @@
 namespace tarnwick {
 
 /// Keys that the desktop's portal binds for us, where it has that facility: the desktop asks the user and decides. All
-/// wishes of a moment go out together, and again whenever one changes. Where there is no such portal, a key is bound in
-/// the desktop's own settings to an order of ours.
+/// requests of a moment go out together, and again whenever one changes. Where there is no such portal, a key is bound
+/// in the desktop's own settings to an order of ours.
 class PortalHotKeys final : public HotKeys {
   Q_OBJECT
  public:
@@ -25,7 +25,7 @@ class PortalHotKeys final : public HotKeys {
   ~PortalHotKeys() override { closeSession(); }
 
   Capability capability() const override;
-  HotKeyBinding bind(quint32 identifier, const HotKeyWish& wish) override;
+  HotKeyBinding bind(quint32 identifier, const HotKeyRequest& request) override;
   void unbindAll() override;
 
  private:
@@ -44,7 +44,7 @@ class PortalHotKeys final : public HotKeys {
   void closeSession();
   /// Calls a method whose answer comes by a signal. Less than success is a refusal.
   void request(const QString& method, const QVariantList& arguments, QVariantMap options, Handler done);
-  void heard(const QDBusMessage& response);
+  void responded(const QDBusMessage& response);
   void activated(const QDBusMessage& signal);
 
   QDBusConnection session_;
@@ -55,7 +55,7 @@ class PortalHotKeys final : public HotKeys {
   bool hasAsked_ = false;
   bool isSubmitting_ = false;
   int questions_ = 0;
-  QMap<quint32, HotKeyWish> wishes_;
+  QMap<quint32, HotKeyRequest> requests_;
   QString sessionPath_;  ///< Empty while no keys are bound.
   QString requestPath_;  ///< Of what was asked last; empty while nothing is.
   Handler answered_;

@@ -43,7 +43,7 @@ std::optional<QString> hexOf(const QVariant& color) {
 PortalScreenColors::PortalScreenColors(const QDBusConnection& session, QObject* parent)
     : session_(session), portal_(session, bus::kPortal) {
   setParent(parent);
-  portal_.listen({}, bus::kPortalRequest, u"Response"_s, [this](const QDBusMessage& response) { heard(response); });
+  portal_.listen({}, bus::kPortalRequest, u"Response"_s, [this](const QDBusMessage& response) { responded(response); });
 }
 
 void PortalScreenColors::pick(QObject* context, std::function<void(const QString&)> picked,
@@ -66,7 +66,7 @@ void PortalScreenColors::pick(QObject* context, std::function<void(const QString
   });
 }
 
-void PortalScreenColors::heard(const QDBusMessage& response) {
+void PortalScreenColors::responded(const QDBusMessage& response) {
   if (request_.isEmpty() || response.path() != request_) return;
   const QVariantList arguments = response.arguments();
   const uint outcome = arguments.value(0).toUInt();

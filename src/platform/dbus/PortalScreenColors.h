@@ -19,7 +19,7 @@ class PortalScreenColors final : public ScreenColors {
             std::function<void(const QString& sentence)> failed) override;
 
  private:
-  void heard(const QDBusMessage& response);
+  void responded(const QDBusMessage& response);
   void fail();
 
   QDBusConnection session_;

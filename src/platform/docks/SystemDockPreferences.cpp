@@ -129,9 +129,9 @@ void SystemDockPreferences::write(const QString& key, const QVariant& value) {
     case QMetaType::QVariantMap:
       return putBack(key, value);
     case QMetaType::Bool:
-      return value.toBool() ? wish(*preference, 0) : reset(*preference);
+      return value.toBool() ? setTo(*preference, 0) : reset(*preference);
     case QMetaType::Double:
-      return wish(*preference, value.toDouble());
+      return setTo(*preference, value.toDouble());
     case QMetaType::UnknownType:
       return reset(*preference);
     default:
@@ -242,7 +242,7 @@ const SystemDockPreferences::Own& SystemDockPreferences::own(Found& dock, DockPr
   return dock.own[preference] = usersOwn(*dock.backend, preference);
 }
 
-void SystemDockPreferences::wish(DockPreference preference, double seconds) {
+void SystemDockPreferences::setTo(DockPreference preference, double seconds) {
   for (Found& dock : found()) {
     const Own& users = own(dock, preference);
     for (const DockSetting& setting : dock.backend->hiding(preference, seconds, users)) {

@@ -60,7 +60,7 @@ class SystemDockPreferences final : public QObject, public DockPreferenceAccess 
   DockBackend* backend(const QString& id) const;
   DockRecord::Dock describe(const Found& found, DockPreference preference) const;
   const Own& own(Found& dock, DockPreference preference);
-  void wish(DockPreference preference, double seconds);
+  void setTo(DockPreference preference, double seconds);
   void reset(DockPreference preference);
   void putBack(const QString& key, const QVariant& value);
   void put(const QString& id, const DockSetting& setting, const QList<DockValue>& over);

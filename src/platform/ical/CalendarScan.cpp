@@ -89,8 +89,8 @@ void CalendarScan::add(const CalendarFile& file, const CalendarText& text, Calen
   const QString name = !file.calendarName.isEmpty() ? file.calendarName
                        : !text.name.isEmpty()       ? text.name
                                                     : file.fallbackName;
-  const QString told = colourOf(file.colour);
-  const QString colour = told.isEmpty() ? colourOf(text.colour) : told;
+  const QString own = colourOf(file.colour);
+  const QString colour = own.isEmpty() ? colourOf(text.colour) : own;
   for (CalendarEvent event : text.events) {
     event.calendarName = name;
     event.colour = colour;

@@ -9,7 +9,7 @@
 namespace tarnwick {
 
 /// The operations on the user's files, as they run on a thread of their own: they block, and stop soon after they are
-/// told to. What was cancelled is no failure and has no sentence.
+/// asked to. What was cancelled is no failure and has no sentence.
 class FileWork {
  public:
   FileWork(TrashCan trash, std::stop_token stop) : trash_(std::move(trash)), stop_(std::move(stop)) {}

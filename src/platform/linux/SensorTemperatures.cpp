@@ -81,12 +81,12 @@ std::vector<double> monitors(const QString& root, QHash<QString, std::vector<dou
     const bool isProcessor =
         std::ranges::any_of(kChips, [&](auto prefix) { return QLatin1StringView(driver).startsWith(prefix); });
     if (!isProcessor) continue;
-    const std::vector<double> told = awake(chip, known, [&chip] {
+    const std::vector<double> readings = awake(chip, known, [&chip] {
       std::vector<double> read;
       readChip(chip, read);
       return read;
     });
-    values.insert(values.end(), told.begin(), told.end());
+    values.insert(values.end(), readings.begin(), readings.end());
   }
   return values;
 }
@@ -102,12 +102,12 @@ std::vector<double> zones(const QString& root, QHash<QString, std::vector<double
         std::ranges::any_of(kZones, [&](auto prefix) { return QLatin1StringView(type).startsWith(prefix); });
     const bool isCore = type.startsWith("cpu") && type.contains("thermal");
     if (!isProcessor && !isCore && type != QByteArrayView(kFirmwareZone)) continue;
-    const std::vector<double> told = awake(zone, known, [&zone] {
+    const std::vector<double> readings = awake(zone, known, [&zone] {
       const auto degrees = temperature(zone.filePath(u"temp"_s));
       return degrees ? std::vector<double>{*degrees} : std::vector<double>();
     });
     std::vector<double>& into = isProcessor || isCore ? values : firmware;
-    into.insert(into.end(), told.begin(), told.end());
+    into.insert(into.end(), readings.begin(), readings.end());
   }
   return values.empty() ? firmware : values;
 }

@@ -19,18 +19,18 @@ struct SoundState {
 /// library that it needs.
 class SoundOutput {
  public:
-  using Told = std::function<void(const SoundState&)>;
+  using Changed = std::function<void(const SoundState&)>;
 
   virtual ~SoundOutput() = default;
 
-  /// Asks the server; what came of it is told, whether or not anything changed.
+  /// Asks the server; what came of it is reported, whether or not anything changed.
   virtual void setMuted(bool muted) = 0;
 };
 
 /// The module and its one door, which begins a conversation that its caller owns. An empty address means the one that
-/// the environment names. `told` runs on a thread of the module, from now until the object is gone.
+/// the environment names. `changed` runs on a thread of the module, from now until the object is gone.
 constexpr const char* kSoundModule = "tarnwick-sound.so";
 constexpr const char* kSoundDoor = "tarnwickSoundOutput";
-using MakeSoundOutput = SoundOutput* (*)(const QString& address, SoundOutput::Told told);
+using MakeSoundOutput = SoundOutput* (*)(const QString& address, SoundOutput::Changed changed);
 
 }  // namespace tarnwick

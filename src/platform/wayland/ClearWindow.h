@@ -22,7 +22,7 @@ class ClearWindow final : public QWindow {
   /// Shows it, or moves it, on a screen at a place within it. `look` says how it is held there.
   void stand(QScreen& screen, const QRect& withinScreen, const LayerLook& look);
   void setInput(const QRegion& region) { layer_->setInput(region); }
-  /// Whether the pointer is over it, with something in its hand or without, or a finger was until a moment ago: what it
+  /// Whether the pointer is over it, with something that is dragged or without, or a finger was until a moment ago: what it
   /// called comes only when the finger has gone.
   bool isMet() const { return isMet_; }
   bool isDraggedOver() const { return isDraggedOver_; }

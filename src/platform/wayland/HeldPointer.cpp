@@ -27,7 +27,7 @@ void HeldPointer::listen() {
     };
     listener.button = [](void*, wl_pointer*, uint32_t, uint32_t, uint32_t, uint32_t) {};
     listener.axis = [](void*, wl_pointer*, uint32_t, uint32_t, wl_fixed_t) {};
-    listener.frame = [](void* data, wl_pointer*) { of(data).toldAll(); };
+    listener.frame = [](void* data, wl_pointer*) { of(data).frameEnds(); };
     listener.axis_source = [](void*, wl_pointer*, uint32_t) {};
     listener.axis_stop = [](void*, wl_pointer*, uint32_t, uint32_t) {};
     listener.axis_discrete = [](void*, wl_pointer*, uint32_t, int32_t) {};
@@ -53,7 +53,7 @@ void HeldPointer::settle() {
   hasMoved_ = false;
 }
 
-void HeldPointer::toldAll() {
+void HeldPointer::frameEnds() {
   within_ = coming_;
   moveBy(std::exchange(way_, QPointF()));
 }
@@ -66,7 +66,7 @@ void HeldPointer::moveBy(const QPointF& way) {
   const QScreen* screen = QGuiApplication::primaryScreen();
   if (isStill_ || !screen || way.isNull()) return;
   hasMoved_ = true;
-  // The device goes on at the edge of the desktop, where the hand's pointer stops.
+  // The device goes on at the edge of the desktop, where the pointer on the screen stops.
   const QRectF all = screen->virtualGeometry();
   place_.setX(std::clamp(place_.x() + way.x(), all.left(), all.right() - 1));
   place_.setY(std::clamp(place_.y() + way.y(), all.top(), all.bottom() - 1));

@@ -8,7 +8,7 @@
 
 namespace tarnwick {
 
-/// Where a hand is while it holds a window of ours that moves along with it. Compositors do not agree on what they tell
+/// Where the pointer is while it holds a window of ours that moves along with it. Compositors do not agree on what they tell
 /// of the pointer then: some measure from where the window was when it was pressed. The motion of the device is the
 /// same with all of them. Both come over a pointer of our own, which tells what belongs together, so that no motion is
 /// counted twice or lost when the window begins to move. The session must outlive it.
@@ -25,17 +25,17 @@ class HeldPointer final : public QObject {
   void settle();
   /// The window leaves the place where it stood, in desktop coordinates.
   void leave(const QPointF& corner);
-  /// Where the hand is. Nothing as long as the window stands still, and where the compositor tells no motion of the
+  /// Where the pointer is. Nothing as long as the window stands still, and where the compositor tells no motion of the
   /// device.
   std::optional<QPointF> place() const;
 
  Q_SIGNALS:
-  /// The hand moved on, which the toolkit may not notice: to it the pointer may seem to stand.
+  /// The pointer moved on, which the toolkit may not notice: to it the pointer may seem to stand.
   void moved();
 
  private:
   static HeldPointer& of(void* data) { return *static_cast<HeldPointer*>(data); }
-  void toldAll();
+  void frameEnds();
   void moveBy(const QPointF& way);
 
   const WaylandSession& session_;

@@ -66,13 +66,13 @@ class PlasmaClientWindows::Window {
   bool isKnown() const { return isKnown_; }
   quint64 id() const { return window_.id; }
   ClientWindow window(const QList<Screen>& screens, const PlasmaDesktops& desktops) const {
-    ClientWindow told = window_;
-    told.elsewhere = !desktops.shows(desktops_);
+    ClientWindow window = window_;
+    window.elsewhere = !desktops.shows(desktops_);
     for (const Screen& screen : screens) {
-      if (screen.frame.intersects(frame_)) told.screens.append(screen.id);
+      if (screen.frame.intersects(frame_)) window.screens.append(screen.id);
     }
-    if (told.fullscreen) told.frame = frame_;
-    return told;
+    if (window.fullscreen) window.frame = frame_;
+    return window;
   }
 
  private:

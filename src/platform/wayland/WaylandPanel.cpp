@@ -157,7 +157,7 @@ bool WaylandPanel::eventFilter(QObject* watched, QEvent* event) {
   return event->type() == QEvent::MouseMove && !isMovingHand_ && held_.place();
 }
 
-/// The window has moved under the hand since it was pressed.
+/// The window has moved under the pointer since it was pressed.
 void WaylandPanel::moveHand() {
   const std::optional<QPointF> hand = held_.place();
   if (!hand || heldButton_ == Qt::NoButton) return;
@@ -168,7 +168,7 @@ void WaylandPanel::moveHand() {
   QCoreApplication::sendEvent(content_->windowHandle(), &move);
 }
 
-/// Who drags something may take it back by a key. Where a change of mind takes the window away for a moment the hand
+/// Who drags something may take it back by a key. Where a change of mind takes the window away for a moment the pointer
 /// would lose it too.
 void WaylandPanel::lendKeys() {
   const QWidget* grabber = QWidget::keyboardGrabber();

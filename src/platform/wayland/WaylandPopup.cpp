@@ -93,7 +93,7 @@ bool WaylandPopup::eventFilter(QObject* watched, QEvent* event) {
   return false;
 }
 
-// A press on what the popup belongs to is left to its owner, who may take it for the wish to close it.
+// A press on what the popup belongs to is left to its owner, who may take it for a request to close it.
 void WaylandPopup::pressed(const QPointF& place) {
   if (QApplication::activePopupWidget() || anchor().contains(place.toPoint())) return;
   QMetaObject::invokeMethod(this, &WaylandPopup::close, Qt::QueuedConnection);

@@ -24,9 +24,9 @@ X11HotKeys::X11HotKeys(X11Events& events) : events_(events), keymap_(X11Keymap::
 
 X11HotKeys::~X11HotKeys() { unbindAll(); }
 
-HotKeyBinding X11HotKeys::bind(quint32 identifier, const HotKeyWish& wish) {
+HotKeyBinding X11HotKeys::bind(quint32 identifier, const HotKeyRequest& request) {
   release(entries_.take(identifier).grabs);
-  Entry entry{.wish = wish, .grabs = {}};
+  Entry entry{.request = request, .grabs = {}};
   const HotKeyBinding binding = take(entry);
   entries_[identifier] = entry;
   return binding;
@@ -38,9 +38,9 @@ void X11HotKeys::unbindAll() {
 }
 
 HotKeyBinding X11HotKeys::take(Entry& entry) {
-  const QString text = VirtualKeys::text(entry.wish.keyCode, entry.wish.modifiers);
+  const QString text = VirtualKeys::text(entry.request.keyCode, entry.request.modifiers);
   QString reason;
-  const QList<Grab> grabs = grabsFor(entry.wish, reason);
+  const QList<Grab> grabs = grabsFor(entry.request, reason);
   if (grabs.isEmpty()) return {.bound = false, .text = {}, .reason = reason};
   if (isTakenByUs(grabs)) {
     return {
@@ -57,13 +57,13 @@ HotKeyBinding X11HotKeys::take(Entry& entry) {
   return {.bound = true, .text = text, .reason = {}};
 }
 
-QList<X11HotKeys::Grab> X11HotKeys::grabsFor(const HotKeyWish& wish, QString& reason) const {
-  const std::optional<quint32> keysym = VirtualKeys::keysym(wish.keyCode);
+QList<X11HotKeys::Grab> X11HotKeys::grabsFor(const HotKeyRequest& request, QString& reason) const {
+  const std::optional<quint32> keysym = VirtualKeys::keysym(request.keyCode);
   const QList<xcb_keycode_t> keys = keysym && keymap_ ? keymap_->keys(*keysym) : QList<xcb_keycode_t>();
-  const std::optional<quint16> modifiers = keymap_ ? keymap_->modifiers(wish.modifiers) : std::nullopt;
+  const std::optional<quint16> modifiers = keymap_ ? keymap_->modifiers(request.modifiers) : std::nullopt;
   if (keys.isEmpty() || !modifiers) {
     reason = QCoreApplication::translate("HotKeys", "The keyboard cannot produce %1.")
-                 .arg(VirtualKeys::text(wish.keyCode, wish.modifiers));
+                 .arg(VirtualKeys::text(request.keyCode, request.modifiers));
     return {};
   }
   QList<Grab> grabs;
@@ -119,7 +119,7 @@ void X11HotKeys::readKeyboard() {
   keymap_ = std::move(keymap);
   const bool isSame = locks == locks_ && std::ranges::all_of(entries_, [&](const Entry& entry) {
                         QString reason;
-                        return entry.grabs == grabsFor(entry.wish, reason);
+                        return entry.grabs == grabsFor(entry.request, reason);
                       });
   if (isSame) return;
 

@@ -17,7 +17,7 @@ class X11HotKeys final : public HotKeys {
   explicit X11HotKeys(X11Events& events);
   ~X11HotKeys() override;
 
-  HotKeyBinding bind(quint32 identifier, const HotKeyWish& wish) override;
+  HotKeyBinding bind(quint32 identifier, const HotKeyRequest& request) override;
   void unbindAll() override;
 
  private:
@@ -28,12 +28,12 @@ class X11HotKeys final : public HotKeys {
     bool operator==(const Grab&) const = default;
   };
   struct Entry {
-    HotKeyWish wish;
+    HotKeyRequest request;
     QList<Grab> grabs;  ///< Empty while the key could not be taken.
   };
 
   HotKeyBinding take(Entry& entry);
-  QList<Grab> grabsFor(const HotKeyWish& wish, QString& reason) const;
+  QList<Grab> grabsFor(const HotKeyRequest& request, QString& reason) const;
   bool grab(const QList<Grab>& grabs);
   void release(const QList<Grab>& grabs);
   bool isTakenByUs(const QList<Grab>& grabs) const;

@@ -48,7 +48,7 @@ bool givesSomehow(xkb_keymap* keymap, xkb_keycode_t key, quint32 keysym) {
   return false;
 }
 
-// Only what a key gives alone: a symbol that needs Shift or AltGr shares its key with another wish.
+// Only what a key gives alone: a symbol that needs Shift or AltGr shares its key with another request.
 QList<xcb_keycode_t> keysInLayout(xkb_keymap* keymap, xkb_layout_index_t layout, quint32 keysym) {
   QList<xcb_keycode_t> keys;
   const xkb_keycode_t last = std::min<xkb_keycode_t>(xkb_keymap_max_keycode(keymap), 255);

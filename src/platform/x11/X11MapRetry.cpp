@@ -16,7 +16,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// Long enough for a window manager that has its hands full, short enough that nobody misses the dock.
+/// Long enough for a window manager that is busy, short enough that nobody misses the dock.
 constexpr milliseconds kFirstPause{150};
 /// Then whoever manages windows does not mean to show this one, until another takes over.
 constexpr milliseconds kLastPause{10'000};

@@ -31,7 +31,7 @@ X11Popup::X11Popup(X11Events& events, const X11Screens& screens, const QWidget& 
   content_->installEventFilter(this);
   connect(&screens, &X11Screens::changed, this, &X11Popup::reposition);
   if (style.closesOutside) {
-    buttons_ = events.rawInput().hearButtons();
+    buttons_ = events.rawInput().subscribeToButtons();
     connect(&events.rawInput(), &X11RawInput::buttonChanged, this, [this](bool isDown, quint32 time) {
       if (isDown) pressed(time);
     });
@@ -107,7 +107,7 @@ void X11Popup::pressed(xcb_timestamp_t time) {
   question_ = events_.rawInput().ask();
 }
 
-// A press on what the popup belongs to is left to its owner, who may take it for the wish to close it.
+// A press on what the popup belongs to is left to its owner, who may take it for a request to close it.
 void X11Popup::judgePress(const X11RawInput::Pointer& pointer) {
   if (pointer.question < question_) return;
   const auto time = std::exchange(press_, std::nullopt);

@@ -47,7 +47,7 @@ class X11Popup final : public Popup {
   QRect beside_;
   PopupStyle style_;
   bool isComposited_ = true;
-  X11RawInput::Ear buttons_;
+  X11RawInput::Subscription buttons_;
   std::optional<xcb_timestamp_t> press_;  ///< The time of one whose place is not known yet.
   quint64 question_ = 0;                  ///< The one that will tell it.
   X11Focus focus_;

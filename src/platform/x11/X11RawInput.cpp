@@ -49,7 +49,7 @@ X11RawInput::~X11RawInput() {
   xcb_flush(events_.connection());
 }
 
-X11RawInput::Ear X11RawInput::hear(int& count) {
+X11RawInput::Subscription X11RawInput::subscribe(int& count) {
   if (count++ == 0) select();
   return {this, [this, &count](void*) {
             if (--count == 0) select();
@@ -62,8 +62,8 @@ void X11RawInput::select() const {
     xcb_input_event_mask_t head;
     quint32 mask;
   } selection{{XCB_INPUT_DEVICE_ALL_MASTER, 1}, 0};
-  if (motionEars_ > 0) selection.mask |= XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
-  if (buttonEars_ > 0) {
+  if (motionSubscribers_ > 0) selection.mask |= XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
+  if (buttonSubscribers_ > 0) {
     selection.mask |= XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE;
   }
   xcb_input_xi_select_events(events_.connection(), events_.root(), 1, &selection.head);

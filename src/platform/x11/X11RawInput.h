@@ -13,7 +13,7 @@ namespace tarnwick {
 class X11Events;
 
 /// What the pointer does anywhere on the display, whatever window it is over and whoever holds a grab. The server is
-/// told to be silent while nobody listens. It belongs to the events, which must outlive every ear.
+/// asked to be silent while nobody listens. It belongs to the events, which must outlive every subscription.
 class X11RawInput final : public QObject {
   Q_OBJECT
  public:
@@ -23,14 +23,14 @@ class X11RawInput final : public QObject {
     quint64 question = 0;  ///< Which one this answers.
   };
   /// Listening goes on for as long as one of these is kept.
-  using Ear = std::shared_ptr<void>;
+  using Subscription = std::shared_ptr<void>;
 
-  /// `opcode`: the number of XInput, none on a server without it, where nothing is ever heard.
+  /// `opcode`: the number of XInput, none on a server without it, where nothing ever arrives.
   X11RawInput(X11Events& events, std::optional<quint8> opcode);
   ~X11RawInput() override;
 
-  Ear hearMotion() { return hear(motionEars_); }
-  Ear hearButtons() { return hear(buttonEars_); }
+  Subscription subscribeToMotion() { return subscribe(motionSubscribers_); }
+  Subscription subscribeToButtons() { return subscribe(buttonSubscribers_); }
 
   /// Asks where the pointer is without waiting; `answered` follows, with the number that is given here or a greater
   /// one. At most one question is open; what is asked meanwhile is answered by one more.
@@ -49,15 +49,15 @@ class X11RawInput final : public QObject {
   void answered(const tarnwick::X11RawInput::Pointer& pointer);
 
  private:
-  Ear hear(int& count);
+  Subscription subscribe(int& count);
   void select() const;
   void finish();
 
   X11Events& events_;
   std::optional<quint8> opcode_;
   xcb_window_t mark_ = XCB_WINDOW_NONE;  ///< Never shown; takes the message that follows an answer.
-  int motionEars_ = 0;
-  int buttonEars_ = 0;
+  int motionSubscribers_ = 0;
+  int buttonSubscribers_ = 0;
   std::optional<xcb_query_pointer_cookie_t> question_;
   quint64 number_ = 0;  ///< Of the latest question.
   bool asksAgain_ = false;

@@ -10,8 +10,8 @@
 
 namespace tarnwick {
 
-/// Asks for all that a window tells about itself when made, reads the answers when told to: with one reader for each of
-/// many windows, all made first, the whole costs one round trip. The events must outlive it.
+/// Asks for all that a window tells about itself when made, reads the answers when asked to: with one reader for each
+/// of many windows, all made first, the whole costs one round trip. The events must outlive it.
 class X11WindowReader {
  public:
   struct Answer {

@@ -37,8 +37,8 @@ void X11ZoneSensor::listen() {
   if (wanted == static_cast<bool>(motion_)) return;
   events_.watchSelection(X11Atom::XdndSelection, wanted);
   if (wanted) {
-    motion_ = input_.hearMotion();
-    buttons_ = input_.hearButtons();
+    motion_ = input_.subscribeToMotion();
+    buttons_ = input_.subscribeToButtons();
     connect(&input_, &X11RawInput::moved, this, [this](quint16 device, const QPointF& way) {
       if (travel_.moved(device, way)) ask();
     });

@@ -40,8 +40,8 @@ class X11ZoneSensor final : public ZoneSensor {
   const X11Screens& screens_;
   Capability edges_;
   QList<ZoneRequest> requests_;
-  X11RawInput::Ear motion_;
-  X11RawInput::Ear buttons_;
+  X11RawInput::Subscription motion_;
+  X11RawInput::Subscription buttons_;
   QHash<QString, PointerZones> zones_;
   X11EdgeStrips strips_;
   X11Travel travel_;

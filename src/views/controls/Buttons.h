@@ -67,7 +67,7 @@ class IconButton final : public PaintedButton {
   IconButton(const QString& symbol, const QString& label, QWidget* parent = nullptr);
 
   void setSymbol(const QString& symbol);
-  /// Whether it has a ground at rest. It has unless told otherwise.
+  /// Whether it has a ground at rest. It has unless set otherwise.
   void setGround(bool ground);
   void setTone(Tone tone);
   QSize sizeHint() const override;

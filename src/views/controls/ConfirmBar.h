@@ -9,8 +9,8 @@ namespace tarnwick {
 class Button;
 class TextLabel;
 
-/// Asks before something that cannot be taken back, where the hand is: a sentence and two buttons. Not shown until it
-/// asks.
+/// Asks before something that cannot be taken back, where the pointer is: a sentence and two buttons. Not shown until
+/// it asks.
 class ConfirmBar final : public QWidget {
   Q_OBJECT
  public:

@@ -56,8 +56,8 @@ void DockView::hideEvent(QHideEvent* event) {
   tips_.leave();
   QWidget::hideEvent(event);
   if (!press) return;
-  if (press->turned == Press::Turned::Move) Q_EMIT moveFinished();
-  Q_EMIT handLeft();
+  if (press->gesture == Press::Gesture::Move) Q_EMIT moveFinished();
+  Q_EMIT released();
 }
 
 // --- Hover ----------------------------------------------------------------------------------------------------------
@@ -148,14 +148,14 @@ void DockView::holdPressed() {
   hold_.reset();
   if (press_->on != Press::On::Item || !scheduler_) return;
   hold_ = scheduler_->after(Press::kHold, [this] {
-    if (!press_ || press_->turned != Press::Turned::Nothing) return;
+    if (!press_ || press_->gesture != Press::Gesture::Nothing) return;
     const qsizetype item = itemWithKey(press_->key);
     const quint64 application = applicationOf(item);
     if (application == 0) return;
     updateItem(std::exchange(pressed_, -1));
     press_.reset();
     Q_EMIT windowsRequested(application, glassBeside(layout_.items[item].rect));
-    Q_EMIT handLeft();
+    Q_EMIT released();
   });
 }
 
@@ -166,18 +166,18 @@ void DockView::mouseMoveEvent(QMouseEvent* event) {
   }
   Press& press = *press_;
   press.flick.add(event->globalPosition().x(), event->timestamp());
-  if (press.turned == Press::Turned::Nothing) startGesture(press, *event);
-  switch (press.turned) {
-    case Press::Turned::Nothing:
+  if (press.gesture == Press::Gesture::Nothing) startGesture(press, *event);
+  switch (press.gesture) {
+    case Press::Gesture::Nothing:
       setPointer(event->position());
       break;
-    case Press::Turned::Drag:
+    case Press::Gesture::Drag:
       dragTo(event->position());
       break;
-    case Press::Turned::Swipe:
+    case Press::Gesture::Swipe:
       tabs_.swipeBy(event->position().x() - press.at.x());
       break;
-    case Press::Turned::Move: {
+    case Press::Gesture::Move: {
       // On the screen, since the view itself moves along.
       const QPoint global = event->globalPosition().toPoint();
       Q_EMIT moveRequested(global - std::exchange(press.global, global));
@@ -191,13 +191,13 @@ void DockView::startGesture(Press& press, const QMouseEvent& event) {
   if (QPointF::dotProduct(way, way) < Press::kSlop * Press::kSlop) return;
   const qsizetype item = itemWithKey(press.key);
   if (press.on == Press::On::Item && widgetOf(item)) {
-    press.turned = Press::Turned::Drag;
+    press.gesture = Press::Gesture::Drag;
     beginDrag(item, press);
   } else if (press.on == Press::On::Glass && row_.floats) {
-    press.turned = Press::Turned::Move;
+    press.gesture = Press::Gesture::Move;
   } else if (press.on == Press::On::Glass && row_.swipes && row_.tabs.size() > 1 &&
              std::abs(way.x()) > std::abs(way.y()) && !(switchGuard_ && switchGuard_())) {
-    press.turned = Press::Turned::Swipe;
+    press.gesture = Press::Gesture::Swipe;
   }
 }
 
@@ -214,24 +214,24 @@ void DockView::mouseReleaseEvent(QMouseEvent* event) {
   const Press press = *press_;
   press_.reset();
   endGesture(press, *event);
-  Q_EMIT handLeft();
+  Q_EMIT released();
 }
 
 void DockView::endGesture(const Press& press, const QMouseEvent& event) {
   const qsizetype pressed = std::exchange(pressed_, -1);
   updateItem(pressed);
-  switch (press.turned) {
-    case Press::Turned::Nothing:
+  switch (press.gesture) {
+    case Press::Gesture::Nothing:
       setPointer(event.position());
       if (isOver(press, event.position())) click(event.position());
       return;
-    case Press::Turned::Drag:
+    case Press::Gesture::Drag:
       drop();
       break;
-    case Press::Turned::Swipe:
+    case Press::Gesture::Swipe:
       tabs_.endSwipe(event.position().x() - press.at.x(), press.flick.velocity(event.timestamp()));
       break;
-    case Press::Turned::Move:
+    case Press::Gesture::Move:
       Q_EMIT moveFinished();
       break;
   }
@@ -281,7 +281,7 @@ void DockView::wheelEvent(QWheelEvent* event) {
     return;
   }
   const QPointF pixels = event->pixelDelta().isNull() ? QPointF(event->angleDelta()) / 2 : QPointF(event->pixelDelta());
-  // Sideways the row goes where the hand does.
+  // Sideways the row goes where the fingers do.
   const double sideways = layout_.mirrored ? -pixels.x() : pixels.x();
   scrollBy(-(std::abs(pixels.x()) > std::abs(pixels.y()) ? sideways : pixels.y()));
   setPointer(event->position());
@@ -310,7 +310,7 @@ bool DockView::scrollBy(double units) {
   return true;
 }
 
-// --- A tile that is taken by the hand --------------------------------------------------------------------------------
+// --- A tile that is dragged ------------------------------------------------------------------------------------------
 
 void DockView::beginDrag(qsizetype item, const Press& press) {
   updateRow();
@@ -352,7 +352,7 @@ void DockView::cancelDrag() {
   tips_.dismiss();
   updateRow();
   drag_.settle();
-  Q_EMIT handLeft();
+  Q_EMIT released();
 }
 
 // --- Menus ----------------------------------------------------------------------------------------------------------

@@ -131,11 +131,11 @@ QList<ItemCommand> DockView::itemCommands(qsizetype item) const {
 }
 
 /// A reader knows items by their place, and asks for a name once.
-void DockView::tellNames() {
+void DockView::reportNames() {
   QStringList names;
   for (qsizetype item = 0; item < layout_.items.size(); ++item) names << itemText(item).name;
-  if (names == toldNames_) return;
-  const QStringList before = std::exchange(toldNames_, names);
+  if (names == reportedNames_) return;
+  const QStringList before = std::exchange(reportedNames_, names);
   if (!QAccessible::isActive()) return;
   if (names.size() != before.size()) {
     QAccessibleEvent told(this, QAccessible::ObjectReorder);

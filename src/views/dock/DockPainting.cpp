@@ -92,7 +92,7 @@ void DockView::updateItem(qsizetype item) {
 }
 
 void DockView::updateRow() {
-  tellWhetherWhole();
+  reportWhetherWhole();
   if (drag_.isBusy() || drop_ || tabs_.slide()) {
     update(rowBand().toAlignedRect());
     return;
@@ -205,7 +205,7 @@ void DockView::paintItems(QPainter& painter, const QRect& part) {
   if (slide) paintSlide(painter);
   const double shown = slide ? 1 - std::abs(tabs_.offset() / slide->from) : 1;
   if (drag_.isActive()) ClearMarks::drawGap(painter, drag_.gap(), theme::kTileCorner * row_.scale, palette_);
-  // The tile under the pointer is larger than its place and lies above its neighbours; one in the hand above all.
+  // The tile under the pointer is larger than its place and lies above its neighbours; one that is dragged above all.
   const qsizetype above = drag_.liftedItem();
   TileStyle largest;
   largest.magnification = theme::kHoverScale;

@@ -66,8 +66,8 @@ struct DockRow {
   QStringList tabs;  ///< The names of the profiles; room is kept for them when there are two or more.
   qsizetype activeTab = 0;
   bool tabsOnHover = true;   ///< Whether the pointer brings the tabs.
-  bool swipes = true;        ///< Whether a sideways drag of empty room switches profiles.
-  bool floats = false;       ///< Whether a drag of empty room moves the dock instead.
+  bool swipes = true;        ///< Whether a sideways drag of empty space switches profiles.
+  bool floats = false;       ///< Whether a drag of empty space moves the dock instead.
   bool sendsNearby = false;  ///< Whether files can be sent to devices nearby, so that the tile for that takes some.
 
   Backdrop backdrop() const { return !composited ? Backdrop::Opaque : blurred ? Backdrop::Blurred : Backdrop::Plain; }

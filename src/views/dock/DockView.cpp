@@ -107,7 +107,7 @@ void DockView::connectParts() {
   connect(&tabs_, &ProfileTabs::rested, this, &DockView::relayout);
   connect(&drag_, &TileDragController::landed, this, [this] {
     relayout();
-    tellWhetherWhole();
+    reportWhetherWhole();
   });
   connect(&tabs_, &ProfileTabs::activated, this, &DockView::tabActivated);
   connect(&tips_, &TipController::changed, this, &DockView::tipChanged);
@@ -176,7 +176,7 @@ void DockView::applyRow(const DockRow& row) {
   const qsizetype kept = focusKey.isEmpty() ? -1 : itemWithKey(focusKey);
   focused_ = kept >= 0 ? kept : std::min(focusedBefore, layout_.items.size() - 1);
   if (hasFocus() && (kept < 0 || kept != focusedBefore)) focusItem(std::max<qsizetype>(focused_, 0));
-  tellNames();
+  reportNames();
 }
 
 void DockView::refresh(const TileSources& sources, const std::function<bool(const DockWidget&)>& which) {
@@ -211,7 +211,7 @@ void DockView::describe() {
     if (const auto tile = tiles_.constFind(widget.id); tile != tiles_.constEnd() && tile->content.isSolid())
       tips.append(tile->text.tip());
   setAccessibleDescription(tips.join(u"; "_s));
-  tellNames();
+  reportNames();
 }
 
 void DockView::setPanelOpen(const QUuid& widget) {
@@ -242,17 +242,18 @@ void DockView::relayout() {
   update();
   magnifier_.update();
   // A dock without glass has the shape of its tiles.
-  const bool reshaped = fullGlass() != toldGlass_ || (!palette_.glass.bodyTop.isValid() && old.items != layout_.items);
-  toldGlass_ = fullGlass();
+  const bool reshaped =
+      fullGlass() != reportedGlass_ || (!palette_.glass.bodyTop.isValid() && old.items != layout_.items);
+  reportedGlass_ = fullGlass();
   if (reshaped) Q_EMIT shapeChanged();
   if (old.items != layout_.items) Q_EMIT itemsPlaced();
   updateTip();
 }
 
-/// A dock without glass has the shape of what stands in it. Where nothing composites that would cut what a hand holds
+/// A dock without glass has the shape of what stands in it. Where nothing composites that would cut what is dragged
 /// over it, and the mark of where it goes.
-void DockView::tellWhetherWhole() {
-  if (std::exchange(toldWhole_, isWhole()) != isWhole()) Q_EMIT shapeChanged();
+void DockView::reportWhetherWhole() {
+  if (std::exchange(reportedWhole_, isWhole()) != isWhole()) Q_EMIT shapeChanged();
 }
 
 QSize DockView::sizeHint() const {

@@ -32,8 +32,8 @@
 namespace tarnwick {
 
 /// The dock as a person sees and handles it: a pane of glass with the tiles on it. It fills a window that is as large
-/// as the panel's slot grown by margins(). It changes nothing by itself: what a hand does is told by signals, and what
-/// comes of it arrives with the next row. Whoever owns it calls refresh() when something that tiles show may have
+/// as the panel's slot grown by margins(). It changes nothing by itself: what the user does is reported by signals, and
+/// what comes of it arrives with the next row. Whoever owns it calls refresh() when something that tiles show may have
 /// changed, and only the tiles that look different then are painted again. It composes the parts that know one thing
 /// each (Magnifier, TileDragController, ProfileTabs, TipController) and passes on to them what the toolkit tells.
 class DockView : public QWidget {
@@ -105,7 +105,7 @@ class DockView : public QWidget {
   void openItemMenu(qsizetype item);
   void openDockMenu() { openItemMenu(-1); }
   void focusItem(qsizetype item);
-  /// Whether a hand holds something over the dock: a press, a tile that is dragged.
+  /// Whether something is held over the dock: a press, a tile that is dragged.
   bool isHeld() const { return press_.has_value() || drag_.isActive(); }
   /// What is said of what the pointer or the keyboard is at, beside a stretch of the glass. Whoever owns the view shows
   /// it there.
@@ -158,7 +158,7 @@ class DockView : public QWidget {
   void moveRequested(const QPoint& delta);
   void moveFinished();
   /// isHeld() is over.
-  void handLeft();
+  void released();
   /// The open panel is to close: a key that was meant for it came here.
   void panelDismissed();
   /// The keyboard has nothing to do here any more.
@@ -211,14 +211,14 @@ class DockView : public QWidget {
   void relayout();
   void applyRow(const DockRow& row);
   void describe();
-  void tellNames();
+  void reportNames();
   void updateItem(qsizetype item);
   void updateRow();
   bool isWhole() const {
     return palette_.glass.bodyTop.isValid() || drag_.isActive() || drag_.isLanding() || drop_.has_value();
   }
   void connectParts();
-  void tellWhetherWhole();
+  void reportWhetherWhole();
 
   // Under the pointer.
   void setPointer(std::optional<QPointF> pointer);
@@ -291,8 +291,8 @@ class DockView : public QWidget {
   Palette palette_;
   TileSources sources_;
   RowLayout layout_;
-  QRectF toldGlass_;  ///< What shapeChanged told last.
-  bool toldWhole_ = true;
+  QRectF reportedGlass_;  ///< What shapeChanged told last.
+  bool reportedWhole_ = true;
   QHash<QUuid, Tile> tiles_;
   Glass glass_;
   GlassPicture picture_;
@@ -318,8 +318,8 @@ class DockView : public QWidget {
   qsizetype hovered_ = -1;
   qsizetype pressed_ = -1;
   qsizetype focused_ = -1;
-  bool keysLead_ = false;  ///< Whether the keyboard moved last, not the pointer.
-  QStringList toldNames_;  ///< What screen readers know the items by.
+  bool keysLead_ = false;      ///< Whether the keyboard moved last, not the pointer.
+  QStringList reportedNames_;  ///< What screen readers know the items by.
   QUuid panelOpen_;
   bool menuOpen_ = false;
 

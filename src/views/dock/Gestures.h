@@ -41,7 +41,7 @@ class WheelMeter {
 /// A button that is held down on the dock.
 struct Press {
   enum class On { Item, Tab, Glass };
-  enum class Turned { Nothing, Drag, Swipe, Move };  ///< What it became by moving.
+  enum class Gesture { Nothing, Drag, Swipe, Move };  ///< What it became by moving.
 
   static constexpr double kSlop = 6;
   static constexpr double kHold = 0.4;  ///< Seconds without a move after which an application shows its windows.
@@ -51,7 +51,7 @@ struct Press {
   QString key;  ///< Of the item; the row may change before the button comes up.
   QPointF at;
   QPoint global;  ///< Where the pointer was last, on the screen.
-  Turned turned = Turned::Nothing;
+  Gesture gesture = Gesture::Nothing;
   FlickMeter flick;
 };
 

@@ -42,7 +42,7 @@ LiveDock::LiveDock(AppStore& store, Toggles& toggles, Commands& commands, DockHo
   connectStore();
   connectTiles();
   connectApplications();
-  connectHands();
+  connectGestures();
 }
 
 void LiveDock::configure(const DockGeometry& geometry) {
@@ -181,7 +181,8 @@ void LiveDock::connectStore() {
   connect(&store_, &AppStore::ticked, this, &LiveDock::beat);
 }
 
-// --- What a hand does -----------------------------------------------------------------------------------------------
+// --- Gestures
+// ---------------------------------------------------------------------------------------------------------
 
 void LiveDock::connectTiles() {
   connect(view_, &DockView::tileActivated, this, [this](const QUuid& widget) { host_.activateTile(display_, widget); });
@@ -219,7 +220,7 @@ void LiveDock::connectApplications() {
   connect(view_, &DockView::itemsPlaced, this, [this] { host_.applicationsPlaced(display_); });
 }
 
-void LiveDock::connectHands() {
+void LiveDock::connectGestures() {
   for (const auto signal : {&DockView::dragStarted, &DockView::dragMoved})
     connect(view_, signal, this, [this] { store_.holdRunningApps(); });
   connect(view_, &DockView::reorderRequested, this,

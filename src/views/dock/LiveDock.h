@@ -60,7 +60,7 @@ class LiveDock final : public DockContent {
   void connectTiles();
   void activatePart(const QUuid& id, int part);
   void connectApplications();
-  void connectHands();
+  void connectGestures();
   QList<DockApp> runningApps() const;
 
   AppStore& store_;

@@ -101,7 +101,7 @@ void ProfileTabs::swipeBy(double distance) {
 void ProfileTabs::endSwipe(double distance, double velocity) {
   const qsizetype count = row_.tabs.size();
   if (count > 1 && swipeSwitches(distance, velocity)) {
-    // Like a strip under the hand: a drag to the left brings what lies right, which is the one before for some.
+    // Like a strip of paper: a drag to the left brings what lies right, which is the one before for some.
     const bool forward = (distance < 0) != layout_.mirrored;
     swipedForward_ = forward;
     Q_EMIT activated((row_.activeTab + (forward ? 1 : count - 1)) % count);

@@ -6,7 +6,7 @@
 namespace tarnwick {
 
 /// The bubble that offers to take back what was just done. It lives for eight seconds of nobody pointing at it, and
-/// then says dismissed() like one that was dismissed by hand; actionRequested() is the wish to undo.
+/// then says dismissed() like one that the user dismissed; actionRequested() asks to undo.
 class UndoBubble : public MessageBubble {
   Q_OBJECT
  public:

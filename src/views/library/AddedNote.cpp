@@ -16,7 +16,7 @@ namespace tarnwick {
 namespace {
 
 constexpr int kStaysMilliseconds = 6000;
-constexpr int kFoot = 16;  // Of clear room below.
+constexpr int kFoot = 16;  // Of clear space below.
 constexpr int kMark = 14;
 constexpr double kNoteCorner = 12;
 

@@ -14,7 +14,7 @@ struct CardLayout {
   static constexpr int kMargin = 24;   ///< Beside the shelves and below the last.
   static constexpr int kHeading = 45;  ///< The room above the cards of a shelf.
   static constexpr int kHeadingMiddle = 27;
-  static constexpr int kAbove = 8;  ///< Clear room that the first heading needs no more.
+  static constexpr int kAbove = 8;  ///< Clear space that the first heading needs no more.
 
   QList<QRect> cards;   ///< One for each item, in their order.
   QList<int> headings;  ///< The top of each shelf.

@@ -1,4 +1,4 @@
-// What a hand and the keyboard do with the cards of the library.
+// What pointer and keyboard do with the cards of the library.
 
 #include <QAccessible>
 #include <QCoreApplication>

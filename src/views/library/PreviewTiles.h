@@ -23,7 +23,7 @@ class PreviewTiles {
   void setDirection(Qt::LayoutDirection direction);
   /// Paths of desktop entries for tiles of several.
   void setApplications(const QStringList& paths) { applications_ = paths; }
-  /// Shows examples where the user has nothing to show. It does unless told otherwise.
+  /// Shows examples where the user has nothing to show. It does unless set otherwise.
   void setExamples(bool examples) { examples_ = examples; }
 
   /// Takes what these widgets show at the moment `now`. Gives the identities of those that show something new,

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "views/window/DesktopAbilities.h"
 #include "views/window/AppWindow.h"
+#include "views/window/DesktopAbilities.h"
 
 namespace tarnwick {
 
-/// The keys, what the hand does on a dock, and the orders of the command line.
+/// The keys, what the pointer does on a dock, and the orders of the command line.
 class HelpWindow final : public AppWindow {
   Q_OBJECT
  public:

@@ -87,9 +87,9 @@ struct Room {
   /// Gives what its tiles show in the pictures of the program, at the moment of the sources.
   void (*picture)(TileSources& sources) = nullptr;
   /// Puts what its tiles and panels show there into the store.
-  void (*furnish)(AppStore& store, const QDateTime& now) = nullptr;
+  void (*fillStore)(AppStore& store, const QDateTime& now) = nullptr;
   /// Gives what only its panels ask there. What comes back must outlive them.
-  std::shared_ptr<void> (*equip)(const PicturedParts& parts) = nullptr;
+  std::shared_ptr<void> (*fillReadings)(const PicturedParts& parts) = nullptr;
 };
 
 /// The column `content`, from a function that gives a struct.

@@ -75,7 +75,7 @@ class TilePanel : public GlassPane {
   /// Shows what is true now. `sources` is what tiles show at the same moment.
   virtual void refresh(const TileSources& sources) = 0;
 
-  /// What the header says; the title unless told otherwise.
+  /// What the header says; the title unless set otherwise.
   virtual QString heading() const { return title(); }
 
   PanelHeader& header() { return *header_; }

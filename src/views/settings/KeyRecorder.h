@@ -13,9 +13,9 @@ class KeyRecorder {
   virtual void setRecording(bool recording) = 0;
   /// Whether a key could be taken for a new action at this moment, and the sentence where not. It may be kept until the
   /// settings change next or setRecording(false) is called.
-  virtual HotKeyBinding tryKey(const HotKeyWish& wish) = 0;
+  virtual HotKeyBinding tryKey(const HotKeyRequest& request) = 0;
   /// Whether a key that the settings ask for is the program's now. Not asked while one is recorded.
-  virtual bool holds(const HotKeyWish& wish) const = 0;
+  virtual bool holds(const HotKeyRequest& request) const = 0;
 };
 
 }  // namespace tarnwick

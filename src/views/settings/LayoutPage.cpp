@@ -80,15 +80,15 @@ class LayoutPage final : public SettingsPage {
       group << card;
       words << label(layout) << description(layout);
     }
-    auto* told = makeSentence({}, TextStyle::Body, Tone::Secondary);
-    told->setContentsMargins(theme::kCardRowPadding + kBetweenLayouts, 0, theme::kCardRowPadding, theme::kCardEnds);
+    auto* sentence = makeSentence({}, TextStyle::Body, Tone::Secondary);
+    sentence->setContentsMargins(theme::kCardRowPadding + kBetweenLayouts, 0, theme::kCardRowPadding, theme::kCardEnds);
     column->addWidget(cards);
-    column->addWidget(told);
+    column->addWidget(sentence);
     addOther(*addCard(), all, words.join(u' '));
-    follow([this, group, told](const DockConfiguration& config) {
+    follow([this, group, sentence](const DockConfiguration& config) {
       for (LayoutCard* card : group) card->setChosen(card->layout() == config.layout);
       const QString missing = whatIsMissing(config);
-      told->setText(missing.isEmpty() ? description(config.layout) : description(config.layout) + u' ' + missing);
+      sentence->setText(missing.isEmpty() ? description(config.layout) : description(config.layout) + u' ' + missing);
     });
   }
 

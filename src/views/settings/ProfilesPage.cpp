@@ -165,10 +165,10 @@ class ProfilesPage final : public SettingsPage {
     addOther(card, form_, settingsText(QT_TRANSLATE_NOOP("Settings", "Rules schedule days time automatic")));
     auto* add = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Add Rule")));
     add->setSymbol(u"plus"_s);
-    auto* told = new TextLabel(
+    auto* note = new TextLabel(
         settingsText(QT_TRANSLATE_NOOP("Settings", "The first matching rule applies; with none the profile stays.")),
         TextStyle::Caption, Tone::Secondary);
-    addOther(card, buttonLine({add, told}),
+    addOther(card, buttonLine({add, note}),
              settingsText(QT_TRANSLATE_NOOP("Settings", "Add Rule rules schedule days time automatic")));
     auto* focus = new FormRow(
         settingsText(QT_TRANSLATE_NOOP("Settings", "Focus")), nullptr,
@@ -245,12 +245,12 @@ class ProfilesPage final : public SettingsPage {
 
   void addDisplays() {
     displays_ = addCard(settingsText(QT_TRANSLATE_NOOP("Settings", "Displays")));
-    auto* told = new FormRow({}, nullptr,
+    auto* note = new FormRow({}, nullptr,
                              settingsText(QT_TRANSLATE_NOOP(
                                  "Settings",
                                  "A display set to Follow active changes with every other dock. One pinned to a "
                                  "profile keeps it, and switching profiles on that dock only changes that dock.")));
-    addOther(*displays_, told, settingsText(QT_TRANSLATE_NOOP("Settings", "display pin follow active monitor screen")));
+    addOther(*displays_, note, settingsText(QT_TRANSLATE_NOOP("Settings", "display pin follow active monitor screen")));
     follow([this](const DockConfiguration& config) { showDisplays(config); });
     connect(&services_.screens, &Screens::changed, this, [this] { showDisplays(store().config()); });
   }

@@ -95,13 +95,13 @@ ShortcutField::ShortcutField(const QString& label, Kind kind, QWidget* parent)
   describe();
 }
 
-QString ShortcutField::text(const HotKeyWish& key, Kind kind) {
+QString ShortcutField::text(const HotKeyRequest& key, Kind kind) {
   if (kind == Kind::Key) return VirtualKeys::text(key.keyCode, key.modifiers);
   const QString first = VirtualKeys::text(VirtualKeys::keyCode('0').value_or(0), key.modifiers);
   return first + u"–9"_s;
 }
 
-void ShortcutField::setKey(const HotKeyWish& key) {
+void ShortcutField::setKey(const HotKeyRequest& key) {
   if (key == key_) return;
   key_ = key;
   describe();
@@ -147,16 +147,16 @@ void ShortcutField::take(const QKeyEvent& event) {
     Q_EMIT refused(why);
     return;
   }
-  const HotKeyWish wish{kind_ == Kind::Prefix ? 0 : *code, held_};
+  const HotKeyRequest request{kind_ == Kind::Prefix ? 0 : *code, held_};
   record(false);
-  Q_EMIT recorded(wish);
+  Q_EMIT recorded(request);
 }
 
 /// A key that is pressed in every text would be missing everywhere else.
-QString ShortcutField::whyNot(const HotKeyWish& wish, int key) const {
-  if (kind_ == Kind::Prefix) return wish.modifiers ? QString() : tr("Hold Ctrl, Alt, Shift or Super with a digit.");
-  if ((wish.modifiers & ~VirtualKeys::kShift) != 0 || worksAlone(key)) return {};
-  return tr("“%1” would be missing in every other window. Hold Ctrl, Alt or Super with it.").arg(text(wish, kind_));
+QString ShortcutField::whyNot(const HotKeyRequest& request, int key) const {
+  if (kind_ == Kind::Prefix) return request.modifiers ? QString() : tr("Hold Ctrl, Alt, Shift or Super with a digit.");
+  if ((request.modifiers & ~VirtualKeys::kShift) != 0 || worksAlone(key)) return {};
+  return tr("“%1” would be missing in every other window. Hold Ctrl, Alt or Super with it.").arg(text(request, kind_));
 }
 
 bool ShortcutField::event(QEvent* event) {

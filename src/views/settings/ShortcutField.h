@@ -17,10 +17,10 @@ class ShortcutField final : public PaintedButton {
   /// `label` says what the key does.
   ShortcutField(const QString& label, Kind kind, QWidget* parent = nullptr);
 
-  void setKey(const HotKeyWish& key);
+  void setKey(const HotKeyRequest& key);
   bool isRecording() const { return isRecording_; }
   /// What one reads for a key of that kind.
-  static QString text(const HotKeyWish& key, Kind kind);
+  static QString text(const HotKeyRequest& key, Kind kind);
   QSize sizeHint() const override;
 
  Q_SIGNALS:
@@ -28,7 +28,7 @@ class ShortcutField final : public PaintedButton {
   /// Keys were pressed that cannot be had, for a reason told in a sentence. It goes on recording.
   void refused(const QString& why);
   /// Keys were pressed. Nothing is shown until setKey() is called.
-  void recorded(const HotKeyWish& key);
+  void recorded(const HotKeyRequest& key);
 
  protected:
   bool event(QEvent* event) override;
@@ -40,12 +40,12 @@ class ShortcutField final : public PaintedButton {
   void record(bool on);
   void take(const QKeyEvent& event);
   QString shown() const;
-  QString whyNot(const HotKeyWish& wish, int key) const;
+  QString whyNot(const HotKeyRequest& request, int key) const;
   void describe();
 
   QString name_;
   Kind kind_;
-  HotKeyWish key_;
+  HotKeyRequest key_;
   quint32 held_ = 0;  // The modifiers that are down while it records.
   bool isRecording_ = false;
 };

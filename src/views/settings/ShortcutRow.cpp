@@ -52,7 +52,7 @@ Words wordsOf(Shortcut shortcut) {
   return {};
 }
 
-HotKeyWish keyOf(const DesktopOptions& options, const Words& words) {
+HotKeyRequest keyOf(const DesktopOptions& options, const Words& words) {
   return {words.key ? options.*words.key : 0, options.*words.modifiers};
 }
 
@@ -69,54 +69,54 @@ bool isDigit(quint32 code) {
 }
 
 /// Whether two of the program's own keys would be one.
-bool clash(const Words& first, const HotKeyWish& wish, const Words& second, const HotKeyWish& other) {
-  if (wish.modifiers != other.modifiers) return false;
-  if (first.key && second.key) return wish.keyCode == other.keyCode;
-  return isDigit(first.key ? wish.keyCode : other.keyCode);
+bool clash(const Words& first, const HotKeyRequest& request, const Words& second, const HotKeyRequest& other) {
+  if (request.modifiers != other.modifiers) return false;
+  if (first.key && second.key) return request.keyCode == other.keyCode;
+  return isDigit(first.key ? request.keyCode : other.keyCode);
 }
 
-QString said(const HotKeyWish& wish, const Words& words) { return ShortcutField::text(wish, kindOf(words)); }
+QString said(const HotKeyRequest& request, const Words& words) { return ShortcutField::text(request, kindOf(words)); }
 
-QString whoElseHasIt(const DesktopOptions& options, Shortcut shortcut, const HotKeyWish& wish) {
+QString whoElseHasIt(const DesktopOptions& options, Shortcut shortcut, const HotKeyRequest& request) {
   const Words words = wordsOf(shortcut);
   for (const Shortcut each : kAll) {
     const Words other = wordsOf(each);
-    if (each == shortcut || !(options.*other.enabled) || !clash(words, wish, other, keyOf(options, other))) continue;
+    if (each == shortcut || !(options.*other.enabled) || !clash(words, request, other, keyOf(options, other))) continue;
     return QCoreApplication::translate("Settings", "“%1” is used for “%2” already. Choose a different shortcut.")
-        .arg(said(wish, words), settingsText(other.text.label));
+        .arg(said(request, words), settingsText(other.text.label));
   }
   return {};
 }
 
-/// All keys that a wish stands for.
-QList<HotKeyWish> keysOf(const HotKeyWish& wish, const Words& words) {
-  if (words.key) return {wish};
-  QList<HotKeyWish> all;
-  for (int digit = 0; digit < 10; ++digit) all.append({digitCode(digit), wish.modifiers});
+/// All keys that a request stands for.
+QList<HotKeyRequest> keysOf(const HotKeyRequest& request, const Words& words) {
+  if (words.key) return {request};
+  QList<HotKeyRequest> all;
+  for (int digit = 0; digit < 10; ++digit) all.append({digitCode(digit), request.modifiers});
   return all;
 }
 
-QString takenSentence(const HotKeyWish& wish) {
+QString takenSentence(const HotKeyRequest& request) {
   return QCoreApplication::translate("Settings", "“%1” is used by another app. Choose a different shortcut.")
-      .arg(VirtualKeys::text(wish.keyCode, wish.modifiers));
+      .arg(VirtualKeys::text(request.keyCode, request.modifiers));
 }
 
 /// Why a key cannot be had; empty where it can.
-QString obstacle(const DesktopOptions& options, Shortcut shortcut, const HotKeyWish& wish,
+QString obstacle(const DesktopOptions& options, Shortcut shortcut, const HotKeyRequest& request,
                  const SettingsServices& services) {
   const Words words = wordsOf(shortcut);
-  if (const QString other = whoElseHasIt(options, shortcut, wish); !other.isEmpty()) return other;
-  for (const HotKeyWish& each : keysOf(wish, words))
+  if (const QString other = whoElseHasIt(options, shortcut, request); !other.isEmpty()) return other;
+  for (const HotKeyRequest& each : keysOf(request, words))
     if (!services.keys.tryKey(each).bound) return takenSentence(each);
   return {};
 }
 
-void store(SettingsPage& page, Shortcut shortcut, const HotKeyWish& wish) {
+void store(SettingsPage& page, Shortcut shortcut, const HotKeyRequest& request) {
   const Words words = wordsOf(shortcut);
   page.edit([&](DockConfiguration& config) {
     DesktopOptions& options = config.desktop;
-    if (words.key) options.*words.key = wish.keyCode;
-    options.*words.modifiers = wish.modifiers;
+    if (words.key) options.*words.key = request.keyCode;
+    options.*words.modifiers = request.modifiers;
   });
 }
 
@@ -126,11 +126,11 @@ QString commandBarKeyNote(const DesktopOptions& options, const SettingsServices&
   if (!options.commandBarEnabled) return {};
   const std::optional<QString> working = services.abilities().commandBarKey;
   const Words words = wordsOf(Shortcut::CommandBar);
-  const QString wished = said(keyOf(options, words), words);
-  if (!working || *working == wished) return {};
+  const QString wanted = said(keyOf(options, words), words);
+  if (!working || *working == wanted) return {};
   if (working->isEmpty()) return takenSentence(keyOf(options, words));
   return QCoreApplication::translate("Settings", "“%1” is used by another app, so “%2” opens it now.")
-      .arg(wished, *working);
+      .arg(wanted, *working);
 }
 
 namespace {
@@ -150,7 +150,7 @@ void showState(FormRow& row, const ShortcutField& field, const DesktopOptions& o
   if (shortcut == Shortcut::CommandBar) return row.setHelp(commandBarKeyNote(options, services));
   const bool asked = options.*words.enabled && !field.isRecording();
   QString taken;
-  for (const HotKeyWish& each : keysOf(keyOf(options, words), words))
+  for (const HotKeyRequest& each : keysOf(keyOf(options, words), words))
     if (asked && taken.isEmpty() && !services.keys.holds(each)) taken = takenSentence(each);
   row.setHelp(taken.isEmpty() ? settingsText(words.text.help) : taken);
 }
@@ -178,15 +178,16 @@ FormRow* addShortcutRow(SettingsPage& page, Card& card, const SettingsServices& 
     services.keys.setRecording(recording);
   });
   QObject::connect(field, &ShortcutField::refused, row, &FormRow::setFault);
-  QObject::connect(field, &ShortcutField::recorded, row, [&page, row, shortcut, &services](const HotKeyWish& wish) {
-    const DesktopOptions& options = page.store().config().desktopOptions();
-    if (keyOf(options, wordsOf(shortcut)) == wish) return;
-    const QString why = obstacle(options, shortcut, wish, services);
-    row->setFault(why);
-    // What was tried is given back before it is asked for in earnest.
-    services.keys.setRecording(false);
-    if (why.isEmpty()) store(page, shortcut, wish);
-  });
+  QObject::connect(field, &ShortcutField::recorded, row,
+                   [&page, row, shortcut, &services](const HotKeyRequest& request) {
+                     const DesktopOptions& options = page.store().config().desktopOptions();
+                     if (keyOf(options, wordsOf(shortcut)) == request) return;
+                     const QString why = obstacle(options, shortcut, request, services);
+                     row->setFault(why);
+                     // What was tried is given back before it is asked for in earnest.
+                     services.keys.setRecording(false);
+                     if (why.isEmpty()) store(page, shortcut, request);
+                   });
   // The desktop may take a key away at any time; the message line says so, and this row which one.
   QObject::connect(&page.store(), &AppStore::errorChanged, &page, &SettingsPage::refresh);
   page.follow([field, enabled, row, shortcut, words, &services](const DockConfiguration& config) {

@@ -122,8 +122,8 @@ SnapshotStore::SnapshotStore()
   readings_.icons = &SnapshotScenery::icon;
   const PicturedParts parts{readings_, *scheduler_, SnapshotFixture::moment()};
   for (const Room* room : Rooms::all()) {
-    if (room->furnish) room->furnish(*store_, parts.now);
-    if (room->equip) equipment_.push_back(room->equip(parts));
+    if (room->fillStore) room->fillStore(*store_, parts.now);
+    if (room->fillReadings) equipment_.push_back(room->fillReadings(parts));
   }
 }
 

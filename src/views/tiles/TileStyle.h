@@ -27,7 +27,7 @@ struct TileStyle {
   bool filled = true;                ///< Whether the tile has a ground at rest.
   bool takesDrop = false;            ///< Something is held over the tile that it would take.
   bool failed = false;               ///< Not all that the tile shows could be read.
-  bool editing = false;              ///< The row is being rearranged, so that even empty room has an outline.
+  bool editing = false;              ///< The row is being rearranged, so that even empty space has an outline.
   double lift = 1;                   ///< How far a dragged tile has left the row.
   double iconOpacity = 1;            ///< Of application icons, for the pulse of one that starts.
   const TileIcons* icons = nullptr;  ///< Borrowed for the length of a call.

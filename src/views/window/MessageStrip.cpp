@@ -22,7 +22,7 @@ namespace {
 constexpr double kGroundShare = 0.14;  // Of the accent.
 constexpr int kSymbol = 16;
 constexpr int kInset = 12;
-constexpr int kAboveStrip = 12;  // The clear room over the ground.
+constexpr int kAboveStrip = 12;  // The clear space over the ground.
 
 }  // namespace
 

@@ -10,8 +10,8 @@
 
 namespace tarnwick {
 
-/// The desktop's wish for dark windows: read from the settings portal, or from the setting itself where there is no
-/// portal; changed through the setting.
+/// The desktop's preference for dark windows: read from the settings portal, or from the setting itself where there is
+/// no portal; changed through the setting.
 class DarkModeToggle final : public ToggleSource {
   Q_OBJECT
  public:

@@ -25,10 +25,10 @@ QByteArray nameOf(const QByteArray& zoneText) {
 }  // namespace
 
 UtcSeconds CalendarZone::utc(WallSeconds wall) const {
-  if (told_) {
+  if (definition_) {
     icaltimetype value = CalendarZones::valueOf(wall, false);
     int isDaylight = 0;
-    return wall - icaltimezone_get_utc_offset(told_.get(), &value, &isDaylight);
+    return wall - icaltimezone_get_utc_offset(definition_.get(), &value, &isDaylight);
   }
   // The offset that holds at that clock time; one that the clock leaps over is read with the offset before the leap.
   const int before = offsetAt(wall - kDay);
@@ -39,10 +39,10 @@ UtcSeconds CalendarZone::utc(WallSeconds wall) const {
 }
 
 WallSeconds CalendarZone::wall(UtcSeconds utc) const {
-  if (told_) {
+  if (definition_) {
     icaltimetype value = CalendarZones::valueOf(utc, false);
     int isDaylight = 0;
-    return utc + icaltimezone_get_utc_offset_of_utc_time(told_.get(), &value, &isDaylight);
+    return utc + icaltimezone_get_utc_offset_of_utc_time(definition_.get(), &value, &isDaylight);
   }
   return utc + offsetAt(utc);
 }
@@ -76,7 +76,7 @@ std::shared_ptr<CalendarZone> SystemZones::named(const QByteArray& name) {
 
 void CalendarZones::add(std::string_view zoneText) {
   const QByteArray text(zoneText.data(), static_cast<qsizetype>(zoneText.size()));
-  told_.insert(nameOf(text), text);
+  definitions_.insert(nameOf(text), text);
 }
 
 std::optional<CalendarTime> CalendarZones::time(icalproperty* property, const icaltimetype& value) {
@@ -110,8 +110,8 @@ std::shared_ptr<CalendarZone> CalendarZones::find(const QByteArray& name) {
     const auto slash = rest.indexOf('/');
     rest = slash < 0 ? QByteArray() : rest.mid(slash + 1);
   }
-  if (const auto told = told_.constFind(name); told != told_.constEnd()) {
-    icalcomponent* component = icalparser_parse_string(told->constData());
+  if (const auto definition = definitions_.constFind(name); definition != definitions_.constEnd()) {
+    icalcomponent* component = icalparser_parse_string(definition->constData());
     const std::shared_ptr<icaltimezone> zone(icaltimezone_new(), FreeZone());
     // The zone owns the component from here on, if it takes it.
     if (component && icaltimezone_set_component(zone.get(), component)) return std::make_shared<CalendarZone>(zone);

@@ -21,7 +21,7 @@ constexpr qint64 kDay = 86400;
 class CalendarZone {
  public:
   explicit CalendarZone(QTimeZone zone) : zone_(std::move(zone)) {}
-  explicit CalendarZone(std::shared_ptr<icaltimezone> told) : told_(std::move(told)) {}
+  explicit CalendarZone(std::shared_ptr<icaltimezone> definition) : definition_(std::move(definition)) {}
 
   UtcSeconds utc(WallSeconds wall) const;
   WallSeconds wall(UtcSeconds utc) const;
@@ -37,7 +37,7 @@ class CalendarZone {
   int offsetAt(UtcSeconds utc) const;
 
   QTimeZone zone_;
-  std::shared_ptr<icaltimezone> told_;
+  std::shared_ptr<icaltimezone> definition_;
   mutable Span span_;
 };
 
@@ -88,7 +88,7 @@ class CalendarZones {
   std::shared_ptr<CalendarZone> find(const QByteArray& name);
 
   SystemZones& system_;
-  QHash<QByteArray, QByteArray> told_;
+  QHash<QByteArray, QByteArray> definitions_;
   QHash<QByteArray, std::shared_ptr<CalendarZone>> zones_;
 };
 

@@ -58,10 +58,10 @@ void Occasions::addRule(icalproperty* property) {
   if (isTooDense || rule.freq == ICAL_NO_RECURRENCE || rules_.size() >= kMostRules) return;
   if (!icaltime_is_null_time(rule.until)) {
     // The library compares clock times; the end of a rule is told in universal time, or as a day that belongs to it.
-    const auto told = CalendarZones::wallOf(rule.until);
+    const auto own = CalendarZones::wallOf(rule.until);
     // Of a rule that ends on no day of the calendar only the first time is sure.
-    if (!told) return;
-    WallSeconds until = *told;
+    if (!own) return;
+    WallSeconds until = *own;
     if (rule.until.is_date) {
       until += kDay - 1;
     } else if (icaltime_is_utc(rule.until) && !anchor_.isDate) {

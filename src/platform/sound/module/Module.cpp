@@ -4,6 +4,6 @@
 
 /// The module's one door; the caller owns what it gives.
 extern "C" Q_DECL_EXPORT tarnwick::SoundOutput* tarnwickSoundOutput(const QString& address,
-                                                                    tarnwick::SoundOutput::Told told) {
-  return new tarnwick::PulseOutput(address.toUtf8(), std::move(told));
+                                                                    tarnwick::SoundOutput::Changed changed) {
+  return new tarnwick::PulseOutput(address.toUtf8(), std::move(changed));
 }

@@ -25,8 +25,8 @@ class LoopLock {
 
 }  // namespace
 
-PulseOutput::PulseOutput(const QByteArray& address, Told told)
-    : told_(std::move(told)), loop_(pa_threaded_mainloop_new()) {
+PulseOutput::PulseOutput(const QByteArray& address, Changed changed)
+    : changed_(std::move(changed)), loop_(pa_threaded_mainloop_new()) {
   context_ = pa_context_new(pa_threaded_mainloop_get_api(loop_), "Tarnwick");
   pa_context_set_state_callback(
       context_, [](pa_context*, void* data) { self(data)->contextChanged(); }, this);
@@ -52,7 +52,7 @@ void PulseOutput::contextChanged() {
   const pa_context_state_t state = pa_context_get_state(context_);
   if (state == PA_CONTEXT_FAILED || state == PA_CONTEXT_TERMINATED) {
     state_ = {};
-    told_(state_);
+    changed_(state_);
   }
   if (state != PA_CONTEXT_READY) return;
   pa_context_set_subscribe_callback(
@@ -80,7 +80,7 @@ void PulseOutput::askForDefault() {
 void PulseOutput::askForOutput() {
   if (sink_.isEmpty()) {
     state_ = {.connected = true};
-    return told_(state_);
+    return changed_(state_);
   }
   forget(pa_context_get_sink_info_by_name(
       context_, sink_.constData(),
@@ -88,14 +88,14 @@ void PulseOutput::askForOutput() {
         PulseOutput& output = *self(data);
         if (end > 0) return;
         output.state_ = {.connected = true, .hasOutput = sink != nullptr, .muted = sink && sink->mute != 0};
-        output.told_(output.state_);
+        output.changed_(output.state_);
       },
       this));
 }
 
 void PulseOutput::setMuted(bool muted) {
   const LoopLock lock(loop_);
-  if (pa_context_get_state(context_) != PA_CONTEXT_READY || sink_.isEmpty()) return told_(state_);
+  if (pa_context_get_state(context_) != PA_CONTEXT_READY || sink_.isEmpty()) return changed_(state_);
   forget(pa_context_set_sink_mute_by_name(
       context_, sink_.constData(), muted ? 1 : 0, [](pa_context*, int, void* data) { self(data)->askForOutput(); },
       this));

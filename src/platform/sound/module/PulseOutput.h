@@ -12,7 +12,7 @@ namespace tarnwick {
 /// server's own events and is otherwise asleep.
 class PulseOutput final : public SoundOutput {
  public:
-  PulseOutput(const QByteArray& address, Told told);
+  PulseOutput(const QByteArray& address, Changed changed);
   ~PulseOutput() override;
   PulseOutput(const PulseOutput&) = delete;
   PulseOutput& operator=(const PulseOutput&) = delete;
@@ -24,7 +24,7 @@ class PulseOutput final : public SoundOutput {
   void askForDefault();
   void askForOutput();
 
-  Told told_;
+  Changed changed_;
   pa_threaded_mainloop* loop_;
   pa_context* context_ = nullptr;
   // What follows belongs to the loop's thread, or to whoever holds its lock.

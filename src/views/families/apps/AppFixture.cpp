@@ -53,7 +53,7 @@ void pictureApplications(TileSources& sources) {
                                 {name, name.toLower(), 0, {}});
 }
 
-std::shared_ptr<void> equipApplications(const PicturedParts& parts) {
+std::shared_ptr<void> fillReadingsWithApplications(const PicturedParts& parts) {
   auto apps = std::make_shared<InstalledApps>(AppEnvironment(), parts.scheduler);
   apps->setFixed(installed());
   parts.readings.apps = apps.get();

@@ -8,6 +8,6 @@ namespace tarnwick {
 
 /// The applications in the pictures of the program. None of them is installed anywhere.
 void pictureApplications(TileSources& sources);
-std::shared_ptr<void> equipApplications(const PicturedParts& parts);
+std::shared_ptr<void> fillReadingsWithApplications(const PicturedParts& parts);
 
 }  // namespace tarnwick

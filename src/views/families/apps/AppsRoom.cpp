@@ -86,6 +86,6 @@ constinit const Room kAppsRoom{.name = "apps"_L1,
                                .families = kFamilies,
                                .kinds = kKinds,
                                .picture = pictureApplications,
-                               .equip = equipApplications};
+                               .fillReadings = fillReadingsWithApplications};
 
 }  // namespace tarnwick

@@ -71,7 +71,7 @@ class FileFixture {
   /// `scheduler` must outlive it.
   FileFixture(const QDateTime& now, Scheduler& scheduler);
 
-  void equip(ReadingServices& services) const;
+  void fillReadings(ReadingServices& services) const;
 
  private:
   QDateTime now_;
@@ -107,7 +107,7 @@ FileFixture::FileFixture(const QDateTime& now, Scheduler& scheduler)
                               landscape(static_cast<int>(entry.name.size() % 5)));
 }
 
-void FileFixture::equip(ReadingServices& services) const {
+void FileFixture::fillReadings(ReadingServices& services) const {
   services.recent = recent_.get();
   services.bookmarks = bookmarks_.get();
   services.screenshots = screenshots_.get();
@@ -131,13 +131,13 @@ void pictureFiles(TileSources& sources) {
   readings.bookmarks = 24;
 }
 
-void furnishFiles(AppStore& store, const QDateTime&) {
+void fillStoreWithFiles(AppStore& store, const QDateTime&) {
   store.edit([](DockConfiguration& config) { config.shelf = shelf(); });
 }
 
-std::shared_ptr<void> equipFiles(const PicturedParts& parts) {
+std::shared_ptr<void> fillReadingsWithFiles(const PicturedParts& parts) {
   auto fixture = std::make_shared<FileFixture>(parts.now, parts.scheduler);
-  fixture->equip(parts.readings);
+  fixture->fillReadings(parts.readings);
   return fixture;
 }
 

@@ -8,7 +8,7 @@ namespace tarnwick {
 
 /// The files in the pictures of the program. None of them is on any disk.
 void pictureFiles(TileSources& sources);
-void furnishFiles(AppStore& store, const QDateTime& now);
-std::shared_ptr<void> equipFiles(const PicturedParts& parts);
+void fillStoreWithFiles(AppStore& store, const QDateTime& now);
+std::shared_ptr<void> fillReadingsWithFiles(const PicturedParts& parts);
 
 }  // namespace tarnwick

@@ -128,7 +128,7 @@ constinit const Room kFilesRoom{.name = "files"_L1,
                                 .families = kFamilies,
                                 .kinds = kKinds,
                                 .picture = pictureFiles,
-                                .furnish = furnishFiles,
-                                .equip = equipFiles};
+                                .fillStore = fillStoreWithFiles,
+                                .fillReadings = fillReadingsWithFiles};
 
 }  // namespace tarnwick

@@ -58,7 +58,7 @@ void picture(TileSources& sources) {
   sources.latestNote = noteReading(latestNote());
 }
 
-void furnish(AppStore& store, const QDateTime& now) {
+void fillStore(AppStore& store, const QDateTime& now) {
   store.edit([&now](DockConfiguration& config) {
     config.todos = picturedTodos();
     config.profiles.last().widgets.append(
@@ -94,6 +94,6 @@ constexpr std::array kFamilies = {
 }  // namespace
 
 extern const Room kNotesRoom;
-constinit const Room kNotesRoom{.name = "notes"_L1, .families = kFamilies, .picture = picture, .furnish = furnish};
+constinit const Room kNotesRoom{.name = "notes"_L1, .families = kFamilies, .picture = picture, .fillStore = fillStore};
 
 }  // namespace tarnwick

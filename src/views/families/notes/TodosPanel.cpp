@@ -20,8 +20,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What a hand can do to one thing to do.
-struct TodoDeeds {
+/// What can be done to one to-do.
+struct TodoActions {
   std::function<void()> toggle;
   std::function<void(const QString& text)> rename;
   std::function<void()> remove;
@@ -31,14 +31,14 @@ struct TodoDeeds {
 /// Delete key do the same.
 class TodoRow final : public QWidget {
  public:
-  TodoRow(const TodoItem& item, bool parted, TodoDeeds deeds)
+  TodoRow(const TodoItem& item, bool parted, TodoActions actions)
       : parted_(parted),
         text_(item.text),
         check_(new CheckRow(item.text.simplified())),
         field_(new TextField(PanelWords::tr("To-do"))),
         edit_(button(u"square.and.pencil"_s, PanelWords::tr("Edit %1"))),
         remove_(button(u"trash"_s, PanelWords::tr("Delete %1"))),
-        deeds_(std::move(deeds)) {
+        actions_(std::move(actions)) {
     auto* line = new QHBoxLayout(this);
     line->setContentsMargins(0, 0, 0, 0);
     line->setSpacing(0);
@@ -52,9 +52,9 @@ class TodoRow final : public QWidget {
       part->installEventFilter(this);
     field_->hide();
     setAttribute(Qt::WA_Hover);
-    connect(check_, &QAbstractButton::clicked, this, [this] { deeds_.toggle(); });
+    connect(check_, &QAbstractButton::clicked, this, [this] { actions_.toggle(); });
     connect(edit_, &QPushButton::clicked, this, [this] { beginEditing(); });
-    connect(remove_, &QPushButton::clicked, this, [this] { deeds_.remove(); });
+    connect(remove_, &QPushButton::clicked, this, [this] { actions_.remove(); });
     connect(field_, &QLineEdit::editingFinished, this, [this] { endEditing(true); });
   }
 
@@ -100,7 +100,7 @@ class TodoRow final : public QWidget {
       endEditing(false);
       return true;
     }
-    if (key == Qt::Key_Delete) deeds_.remove();
+    if (key == Qt::Key_Delete) actions_.remove();
     if (key == Qt::Key_F2) beginEditing();
     return key == Qt::Key_Delete || key == Qt::Key_F2;
   }
@@ -121,7 +121,7 @@ class TodoRow final : public QWidget {
     field_->hide();
     check_->show();
     if (hadFocus) check_->setFocus();
-    if (keep && !text.isEmpty() && text != text_) deeds_.rename(text);
+    if (keep && !text.isEmpty() && text != text_) actions_.rename(text);
   }
 
   void reveal() {
@@ -136,7 +136,7 @@ class TodoRow final : public QWidget {
   TextField* field_;
   IconButton* edit_;
   IconButton* remove_;
-  TodoDeeds deeds_;
+  TodoActions actions_;
 };
 
 class TodosPanel final : public TilePanel {
@@ -219,16 +219,16 @@ class TodosPanel final : public TilePanel {
   }
 
   void addRow(const TodoItem& item) {
-    TodoDeeds deeds;
-    deeds.toggle = [this, id = item.id] { store().toggleTodo(id); };
-    deeds.rename = [this, id = item.id](const QString& text) {
+    TodoActions actions;
+    actions.toggle = [this, id = item.id] { store().toggleTodo(id); };
+    actions.rename = [this, id = item.id](const QString& text) {
       store().edit([&](DockConfiguration& config) {
         for (TodoItem& each : config.todos)
           if (each.id == id) each.text = text;
       });
     };
-    deeds.remove = [this, id = item.id] { remove([&id](const TodoItem& each) { return each.id == id; }); };
-    rows_->addWidget(new TodoRow(item, rows_->count() > 0, std::move(deeds)));
+    actions.remove = [this, id = item.id] { remove([&id](const TodoItem& each) { return each.id == id; }); };
+    rows_->addWidget(new TodoRow(item, rows_->count() > 0, std::move(actions)));
   }
 
   template <class Test>

@@ -91,7 +91,7 @@ void pictureMachine(TileSources& sources) {
   readings.processMessage = u"CPU uses one core as 100%. RAM is each process’s physical footprint."_s;
 }
 
-std::shared_ptr<void> equipMachine(const PicturedParts& parts) {
+std::shared_ptr<void> fillReadingsWithMachine(const PicturedParts& parts) {
   auto machine = std::make_shared<FixedMachine>();
   parts.readings.machine = machine.get();
   return machine;

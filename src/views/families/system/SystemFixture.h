@@ -8,6 +8,6 @@ namespace tarnwick {
 
 /// The machine in the pictures of the program: its readings and its processes, and what only panels ask of it.
 void pictureMachine(TileSources& sources);
-std::shared_ptr<void> equipMachine(const PicturedParts& parts);
+std::shared_ptr<void> fillReadingsWithMachine(const PicturedParts& parts);
 
 }  // namespace tarnwick

@@ -111,7 +111,10 @@ constexpr std::array kKinds = {
 }  // namespace
 
 extern const Room kSystemRoom;
-constinit const Room kSystemRoom{
-    .name = "system"_L1, .families = kFamilies, .kinds = kKinds, .picture = pictureMachine, .equip = equipMachine};
+constinit const Room kSystemRoom{.name = "system"_L1,
+                                 .families = kFamilies,
+                                 .kinds = kKinds,
+                                 .picture = pictureMachine,
+                                 .fillReadings = fillReadingsWithMachine};
 
 }  // namespace tarnwick

@@ -4,7 +4,7 @@
 
 namespace tarnwick {
 
-/// Countdowns, focus sessions, posture and the stopwatch: the figure, what a hand does with it, and the durations.
+/// Countdowns, focus sessions, posture and the stopwatch: the figure, what can be done with it, and the durations.
 std::unique_ptr<TilePanel> makeTimerPanel(const PanelContext& context);
 
 }  // namespace tarnwick

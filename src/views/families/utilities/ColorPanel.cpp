@@ -102,7 +102,7 @@ class ColorPanel final : public TilePanel {
     const QStringList recent = recentColors(widget());
     if (isFilled_ && color == color_ && recent == recent_) return;
     isFilled_ = true;
-    // A gray has no hue and black no saturation, but the sliders stay where the hand left them.
+    // A gray has no hue and black no saturation, but the sliders stay where they were left.
     if (color && color->rgb() != mixed().rgb()) moveSliders(*color);
     color_ = color;
     recent_ = recent;

@@ -16,13 +16,13 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// A tile without space for its whole name is called by what it does.
-TileContent calledByDeed(const TileRequest& request, const QString& deed) {
+TileContent namedByAction(const TileRequest& request, const QString& action) {
   GenericContent content = makeGeneric(request);
-  if (request.widget.title.isEmpty()) content.name = deed;
+  if (request.widget.title.isEmpty()) content.name = action;
   return content;
 }
-TileContent capture(const TileRequest& request) { return calledByDeed(request, TileWords::tr("Capture")); }
-TileContent cleanKeys(const TileRequest& request) { return calledByDeed(request, TileWords::tr("Clean keys")); }
+TileContent capture(const TileRequest& request) { return namedByAction(request, TileWords::tr("Capture")); }
+TileContent cleanKeys(const TileRequest& request) { return namedByAction(request, TileWords::tr("Clean keys")); }
 
 /// One of which none was used yet has only its name to show.
 TileContent emoji(const TileRequest& request) {

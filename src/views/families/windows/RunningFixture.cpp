@@ -62,9 +62,9 @@ void pictureRunning(TileSources& sources) {
     sources.readings.running.append({app.identity, app.name, app.iconName, app.active});
 }
 
-void furnishRunning(AppStore& store, const QDateTime&) { store.apply(running()); }
+void fillStoreWithRunning(AppStore& store, const QDateTime&) { store.apply(running()); }
 
-std::shared_ptr<void> equipWindows(const PicturedParts& parts) {
+std::shared_ptr<void> fillReadingsWithWindows(const PicturedParts& parts) {
   auto windows = std::make_shared<FixedWindows>();
   parts.readings.windows = windows.get();
   return windows;

@@ -8,7 +8,7 @@ namespace tarnwick {
 
 /// The applications that run in the pictures of the program, and their windows.
 void pictureRunning(TileSources& sources);
-void furnishRunning(AppStore& store, const QDateTime& now);
-std::shared_ptr<void> equipWindows(const PicturedParts& parts);
+void fillStoreWithRunning(AppStore& store, const QDateTime& now);
+std::shared_ptr<void> fillReadingsWithWindows(const PicturedParts& parts);
 
 }  // namespace tarnwick

@@ -58,7 +58,7 @@ constinit const Room kWindowsRoom{.name = "windows"_L1,
                                   .families = kFamilies,
                                   .kinds = kKinds,
                                   .picture = pictureRunning,
-                                  .furnish = furnishRunning,
-                                  .equip = equipWindows};
+                                  .fillStore = fillStoreWithRunning,
+                                  .fillReadings = fillReadingsWithWindows};
 
 }  // namespace tarnwick

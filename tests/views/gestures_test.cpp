@@ -1,4 +1,4 @@
-// The dock under the hand: tiles that are moved, things that are dropped, profiles that are switched.
+// Gestures on the dock: tiles that are moved, things that are dropped, profiles that are switched.
 
 #include <gtest/gtest.h>
 
@@ -628,7 +628,7 @@ TEST(Floating, AMoveEndsWithTheDockThatIsMoved) {
   view->show();
   QStringList told;
   QObject::connect(view.get(), &DockView::moveFinished, [&] { told << u"finished"_s; });
-  QObject::connect(view.get(), &DockView::handLeft, [&] { told << (view->isHeld() ? u"held"_s : u"left"_s); });
+  QObject::connect(view.get(), &DockView::released, [&] { told << (view->isHeld() ? u"held"_s : u"left"_s); });
   const QPointF between = view->itemRect(0).topRight() + QPointF(3, 30);
   mouse(*view, QEvent::MouseButtonPress, between);
   mouse(*view, QEvent::MouseMove, between + QPointF(20, 0));
