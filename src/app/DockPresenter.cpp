@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "app/DockMenuModel.h"
+#include "app/EntryQuestion.h"
 #include "app/Readings.h"
 #include "apps/AppIcons.h"
 #include "store/AppStore.h"
@@ -48,14 +49,25 @@ DockPresenter::DockPresenter(AppStore& store, const Services& services, Commands
 DockPresenter::~DockPresenter() { closeAll(); }
 
 void DockPresenter::guardStrangeEntries() {
-  const auto show = [self = QPointer(this)](const QString& path) {
+  services_.opener.reveal = [self = QPointer(this)](const QString& path) {
     if (self) self->commands_.reveal(path);
   };
-  services_.opener.reveal = show;
-  services_.opener.askToRun = [self = QPointer(this), show](const ForeignEntry& entry, const QString& action,
-                                                            const std::function<void()>& run) {
-    if (self) self->entryQuestion_.ask(entry, action, run, [show, path = entry.path] { show(path); });
+  services_.opener.askToRun = [self = QPointer(this)](const ForeignEntry& entry, const QString& action,
+                                                      const std::function<void()>& run) {
+    if (self) self->askToRun(entry, action, run);
   };
+}
+
+/// Beside the dock that was acted on, or the first one. Where there is none to ask beside, nothing runs.
+void DockPresenter::askToRun(const ForeignEntry& entry, const QString& action, const std::function<void()>& run) {
+  const auto answer = [this, run, path = entry.path](bool accepted) { accepted ? run() : commands_.reveal(path); };
+  auto dock = docks_.find(store_.activeDisplay);
+  if (dock == docks_.end()) dock = docks_.begin();
+  Panel* panel = dock == docks_.end() ? nullptr : dock_.panel(dock->first);
+  if (!panel) return answer(false);
+  closeMenu();
+  const QRect beside = dock->second->view().glassRect().toAlignedRect();
+  panels_.ask(dock->first, entryQuestion(entry, action), *panel, dock_.mapFromContent(dock->first, beside), answer);
 }
 
 /// What docks show follows what it is made of.
@@ -129,6 +141,7 @@ void DockPresenter::start() {
 }
 
 void DockPresenter::closeAll() {
+  panels_.withdrawQuestion();
   panels_.closeAtOnce();
   bubble_.reset();
   tips_.close();

@@ -10,7 +10,6 @@
 #include "app/DockBubble.h"
 #include "app/DockCommands.h"
 #include "app/DockMenus.h"
-#include "app/EntryQuestion.h"
 #include "app/MessageLine.h"
 #include "app/PanelHost.h"
 #include "app/TipHost.h"
@@ -100,6 +99,7 @@ class DockPresenter final : public QObject, private DockHost {
   void actOn(const QString& display);
   /// An entry from outside the folders of applications is asked about before it runs.
   void guardStrangeEntries();
+  void askToRun(const ForeignEntry& entry, const QString& action, const std::function<void()>& run);
   void connectContents();
   void connectDocks();
   TileSources sources(const QString& display) const;
@@ -127,7 +127,6 @@ class DockPresenter final : public QObject, private DockHost {
   DockCommands tiles_;
   DockMenus menus_;
   DesktopTileServices tileServices_;
-  EntryQuestion entryQuestion_;
   TipHost tips_;
   std::map<QString, LiveDock*> docks_;
   QPointer<QMenu> menu_;  // The one that is open.

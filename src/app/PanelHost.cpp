@@ -1,6 +1,7 @@
 #include "app/PanelHost.h"
 
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 #include "desktop/FrameClock.h"
@@ -19,7 +20,7 @@ PanelHost::PanelHost(AppStore& store, const Services& services, Commands& comman
   connect(&store_, &AppStore::layoutChanged, this, &PanelHost::applyLook);
   // Another profile shows other tiles.
   connect(&store_, &AppStore::layoutChanged, this, [this] {
-    if (display_.isEmpty()) return;
+    if (widget_.isNull()) return;
     const QList<DockWidget> shown = store_.displayedWidgets(display_);
     if (std::ranges::find(shown, widget_, &DockWidget::id) == shown.end()) close();
   });
@@ -37,12 +38,30 @@ void PanelHost::open(const QString& display, const QUuid& widget, Panel& dock, c
   closeAtOnce();
   display_ = display;
   widget_ = widget;
-  showPanel(dock, tile);
+  showPane(makeTilePanel(), dock, tile);
   Q_EMIT openChanged(display_, widget_);
   Q_EMIT outlineChanged();
 }
 
-void PanelHost::showPanel(Panel& dock, const QRect& tile) {
+void PanelHost::ask(const QString& display, const Question& question, Panel& dock, const QRect& beside,
+                    std::function<void(bool accepted)> answer) {
+  closeAtOnce();
+  display_ = display;
+  answer_ = std::move(answer);
+  auto pane = std::make_unique<QuestionPane>(question);
+  // The pane stays alive until the event that answers it is over.
+  const auto end = [this](bool accepted) {
+    const auto hear = accepted ? std::exchange(answer_, {}) : nullptr;
+    close();
+    if (hear) hear(true);
+  };
+  connect(pane.get(), &QuestionPane::answered, this, end, Qt::QueuedConnection);
+  showPane(std::move(pane), dock, beside);
+  Q_EMIT openChanged(display_, {});
+  Q_EMIT outlineChanged();
+}
+
+std::unique_ptr<TilePanel> PanelHost::makeTilePanel() {
   const PanelContext context{store_,
                              store_.scheduler(),
                              services_.toggles,
@@ -53,20 +72,26 @@ void PanelHost::showPanel(Panel& dock, const QRect& tile) {
                              setup_.readings,
                              &drafts_};
   std::unique_ptr<TilePanel> panel = makePanel(context);
-  panel_ = panel.get();
+  pane_ = panel.get();
   applyLook();
-  panel_->start();
-  const QMargins margins = panel_->margins();
-  auto presentation = std::make_unique<PanelPresentation>(std::move(panel), services_.clocks.make(display_));
+  panel->start();
+  connect(panel.get(), &TilePanel::closeRequested, this, [this, id = widget_] { drafts_.forget(id); });
+  // The panel stays alive until the event that closes it is over.
+  connect(panel.get(), &TilePanel::closeRequested, this, &PanelHost::close, Qt::QueuedConnection);
+  return panel;
+}
+
+void PanelHost::showPane(std::unique_ptr<GlassPane> pane, Panel& dock, const QRect& tile) {
+  pane_ = pane.get();
+  applyLook();
+  const QMargins margins = pane_->margins();
+  auto presentation = std::make_unique<PanelPresentation>(std::move(pane), services_.clocks.make(display_));
   presentation_ = presentation.get();
   presentation_->setReduceMotion(services_.motion.reducesMotion());
   presentation_->setComposited(services_.panels.isComposited());
 
-  connect(panel_, &TilePanel::closeRequested, this, [this, id = widget_] { drafts_.forget(id); });
-  // The panel stays alive until the event that closes it is over.
-  connect(panel_, &TilePanel::closeRequested, this, &PanelHost::close, Qt::QueuedConnection);
   connect(presentation_, &PanelPresentation::vanished, this, &PanelHost::drop, Qt::QueuedConnection);
-  connect(panel_, &TilePanel::sizeChanged, presentation_, [this] {
+  connect(pane_, &GlassPane::sizeChanged, presentation_, [this] {
     presentation_->updateGeometry();
     if (popup_) popup_->reposition();
     Q_EMIT outlineChanged();
@@ -88,9 +113,9 @@ void PanelHost::showPanel(Panel& dock, const QRect& tile) {
 }
 
 void PanelHost::applyLook() {
-  if (!panel_) return;
+  if (!pane_) return;
   const Backdrop behind = services_.panels.isComposited() ? Backdrop::Plain : Backdrop::Opaque;
-  panel_->setDockLook(dockStyleNamed(store_.config().style), behind, store_.config().monochrome);
+  pane_->setDockLook(dockStyleNamed(store_.config().style), behind, store_.config().monochrome);
 }
 
 void PanelHost::follow(const QRect& tile) {
@@ -120,21 +145,23 @@ void PanelHost::forget() {
   if (display_.isEmpty()) return;
   const QString display = std::exchange(display_, {});
   widget_ = {};
+  // Whoever asked may open something of its own, once this has gone.
+  if (answer_) QMetaObject::invokeMethod(this, std::bind(std::exchange(answer_, {}), false), Qt::QueuedConnection);
   Q_EMIT openChanged(display, {});
   Q_EMIT outlineChanged();
 }
 
 QRect PanelHost::outline(const QString& display) const {
   if (!hasActivePanel(display) || !presentation_) return {};
-  return presentation_->geometry().marginsRemoved(panel_->margins());
+  return presentation_->geometry().marginsRemoved(pane_->margins());
 }
 
 void PanelHost::drop() {
   // A late word of a panel that is gone must not take the next one.
   if (!display_.isEmpty()) return;
   // A panel that is hidden before it goes can still take what is being written in it.
-  if (panel_) panel_->hide();
-  panel_ = nullptr;
+  if (pane_) pane_->hide();
+  pane_ = nullptr;
   presentation_ = nullptr;
   popup_.reset();
 }

@@ -11,6 +11,7 @@
 #include "store/Services.h"
 #include "views/panels/PanelContext.h"
 #include "views/panels/PanelDrafts.h"
+#include "views/panels/QuestionPane.h"
 
 namespace tarnwick {
 
@@ -26,8 +27,8 @@ struct PanelHostSetup {
   std::function<bool(const QString& display)> opensDownwards = {};
 };
 
-/// Opens the panel behind a tile, one at a time. It grows out of the dock's edge, and closes on a second click, on
-/// Escape, on a click outside, and when its widget or its dock goes away.
+/// Opens the panel behind a tile, or a question, one at a time. It grows out of the dock's edge, and closes on a second
+/// click, on Escape, on a click outside, and when its widget or its dock goes away.
 class PanelHost final : public QObject {
   Q_OBJECT
  public:
@@ -38,6 +39,11 @@ class PanelHost final : public QObject {
   /// Opens the panel of a widget beside its tile, whose place is in the coordinates of the dock panel's content. Closes
   /// it when it is open already.
   void open(const QString& display, const QUuid& widget, Panel& dock, const QRect& tile);
+  /// Asks something beside that place of a display's dock. `answer` hears once whether it was accepted: closed in any
+  /// other way, as by another panel, it was not. A question that is withdrawn has no answer.
+  void ask(const QString& display, const Question& question, Panel& dock, const QRect& beside,
+           std::function<void(bool accepted)> answer);
+  void withdrawQuestion() { answer_ = {}; }
   void close();
   /// Its tile is there now, in the same coordinates.
   void follow(const QRect& tile);
@@ -61,7 +67,8 @@ class PanelHost final : public QObject {
   void outlineChanged();
 
  private:
-  void showPanel(Panel& dock, const QRect& tile);
+  std::unique_ptr<TilePanel> makeTilePanel();
+  void showPane(std::unique_ptr<GlassPane> pane, Panel& dock, const QRect& tile);
   void applyLook();
   void forget();
   void drop();
@@ -75,7 +82,8 @@ class PanelHost final : public QObject {
   QUuid widget_;
   std::unique_ptr<Popup> popup_;
   PanelPresentation* presentation_ = nullptr;  ///< Owned by the popup.
-  TilePanel* panel_ = nullptr;                 ///< Owned by the presentation.
+  GlassPane* pane_ = nullptr;                  ///< Owned by the presentation.
+  std::function<void(bool accepted)> answer_;  ///< While a question is open.
 };
 
 }  // namespace tarnwick

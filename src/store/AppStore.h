@@ -48,7 +48,8 @@ struct StoreSetup {
 
 /// The one observable object of the program: it owns the settings document and the services, drives them with a beat of
 /// one second, and holds the live data that the widgets show. Main thread only. Operations do not fail towards their
-/// callers: what goes wrong lands in `error`.
+/// callers: what goes wrong lands in `error`. Identities are taken by value, since one that is handed in may stand in
+/// the document that the operation changes.
 class AppStore : public QObject {
   Q_OBJECT
  public:
@@ -112,7 +113,7 @@ class AppStore : public QObject {
   DockConfiguration editProfiles(const std::function<void(DockConfiguration&)>& change);
   /// Takes over what the session does at login anyway: nothing is saved for it.
   void followLoginEntry(bool launches);
-  void set(const QUuid& id, const QString& key, const std::optional<QString>& value);
+  void set(QUuid id, const QString& key, const std::optional<QString>& value);
   // A widget that the settings document would refuse is refused here, with the reason as the message. One that is added
   // gets a fresh identity when it has none, or one that is taken.
   void update(const DockWidget& widget);
@@ -120,28 +121,28 @@ class AppStore : public QObject {
   QUuid add(const QString& kind);
   /// Appends to a profile. Gives the widget's identity; null when it was refused, and without a message when there is
   /// no such profile.
-  QUuid addWidget(const DockWidget& widget, const QUuid& profile);
-  void remove(const QUuid& id);
-  void move(const QUuid& id, int places);
+  QUuid addWidget(const DockWidget& widget, QUuid profile);
+  void remove(QUuid id);
+  void move(QUuid id, int places);
   /// Moves by indices of what a display's dock shows, counted as Reordering does.
   void moveDisplayed(qsizetype from, qsizetype to, const QString& display);
   // These give the document as edit() does.
   DockConfiguration newProfile(const QString& name, bool duplicate);
-  DockConfiguration deleteProfile(const QUuid& id);
+  DockConfiguration deleteProfile(QUuid id);
   DockConfiguration pinDisplay(const QString& display, const std::optional<QUuid>& profile);
-  void selectProfile(const QUuid& id);
-  void selectProfile(const QUuid& id, const QString& display);
+  void selectProfile(QUuid id);
+  void selectProfile(QUuid id, const QString& display);
   /// Activates the profile of the first rule that holds at this moment. Runs on every beat.
   void applyProfileRules(const QDateTime& at);
   void addTodo(const QString& text);
-  void toggleTodo(const QUuid& id);
+  void toggleTodo(QUuid id);
 
   // Timers, water and habits; the widget is held by its identity.
-  void toggleTimer(const QUuid& id);
-  void resetTimer(const QUuid& id);
-  void drink(const QUuid& id, int glasses = 1);
+  void toggleTimer(QUuid id);
+  void resetTimer(QUuid id);
+  void drink(QUuid id, int glasses = 1);
   int waterCount(const DockWidget& widget) const;
-  void toggleHabit(const QUuid& id);
+  void toggleHabit(QUuid id);
   /// Moves running timers on and announces what ended: by a notification, and where none is shown by the message line.
   /// Runs on every beat.
   void advanceProductivity(const QDateTime& at);
@@ -198,7 +199,7 @@ class AppStore : public QObject {
   void listen(StoreSetup& setup);
   void configDidChange();
   QList<DockWidget> shownWidgets() const;
-  void changeWidget(const QUuid& id, const std::function<DockWidget(const DockWidget&)>& change);
+  void changeWidget(QUuid id, const std::function<DockWidget(const DockWidget&)>& change);
   void scheduleSave();
   void tellOfSaving(const QString& failure, bool isRepeated);
   void refreshActiveWidgetIndex();

@@ -112,7 +112,7 @@ void AppStore::refreshActiveWidgetIndex() {
   system_->setNeeded(system_->isNeededBy(active_));
 }
 
-void AppStore::set(const QUuid& id, const QString& key, const std::optional<QString>& value) {
+void AppStore::set(QUuid id, const QString& key, const std::optional<QString>& value) {
   edit([&](DockConfiguration& config) { DocumentEdits::setOption(config, id, key, value); });
 }
 
@@ -127,7 +127,7 @@ void AppStore::update(const DockWidget& widget) {
 
 QUuid AppStore::add(const QString& kind) { return addWidget({{}, kind, {}, {}}, profile().id); }
 
-QUuid AppStore::addWidget(const DockWidget& widget, const QUuid& profile) {
+QUuid AppStore::addWidget(const DockWidget& widget, QUuid profile) {
   const auto home = std::ranges::find(config_.profiles, profile, &DockProfile::id);
   if (home == config_.profiles.end()) return {};
   const qsizetype index = home - config_.profiles.begin();
@@ -145,7 +145,7 @@ QUuid AppStore::addWidget(const DockWidget& widget, const QUuid& profile) {
   return {};
 }
 
-void AppStore::remove(const QUuid& id) {
+void AppStore::remove(QUuid id) {
   edit([&](DockConfiguration& config) { DocumentEdits::remove(config, id); });
   try {
     if (credentials_) credentials_->remove(id);
@@ -154,7 +154,7 @@ void AppStore::remove(const QUuid& id) {
   }
 }
 
-void AppStore::move(const QUuid& id, int places) {
+void AppStore::move(QUuid id, int places) {
   edit([&](DockConfiguration& config) { DocumentEdits::move(config, id, places); });
 }
 
@@ -170,12 +170,12 @@ DockConfiguration AppStore::newProfile(const QString& name, bool duplicate) {
   return editProfiles([&](DockConfiguration& config) { DocumentEdits::newProfile(config, name, duplicate); });
 }
 
-void AppStore::selectProfile(const QUuid& id) {
+void AppStore::selectProfile(QUuid id) {
   edit([&](DockConfiguration& config) { config.activeProfileID = id; });
   refreshAll();
 }
 
-void AppStore::selectProfile(const QUuid& id, const QString& display) {
+void AppStore::selectProfile(QUuid id, const QString& display) {
   if (!isPinned(display)) return selectProfile(id);
   pinDisplay(display, id);
 }
@@ -193,7 +193,7 @@ DockConfiguration AppStore::pinDisplay(const QString& display, const std::option
   return changed;
 }
 
-DockConfiguration AppStore::deleteProfile(const QUuid& id) {
+DockConfiguration AppStore::deleteProfile(QUuid id) {
   return editProfiles([&](DockConfiguration& config) { DocumentEdits::deleteProfile(config, id); });
 }
 
@@ -201,31 +201,31 @@ void AppStore::addTodo(const QString& text) {
   edit([&](DockConfiguration& config) { DocumentEdits::addTodo(config, text); });
 }
 
-void AppStore::toggleTodo(const QUuid& id) {
+void AppStore::toggleTodo(QUuid id) {
   edit([&](DockConfiguration& config) { DocumentEdits::toggleTodo(config, id); });
 }
 
 // --- Timers and habits ----------------------------------------------------------------------------------------------
 
-void AppStore::changeWidget(const QUuid& id, const std::function<DockWidget(const DockWidget&)>& change) {
+void AppStore::changeWidget(QUuid id, const std::function<DockWidget(const DockWidget&)>& change) {
   if (const DockWidget* widget = DocumentEdits::find(config_, id)) update(change(*widget));
 }
 
-void AppStore::toggleTimer(const QUuid& id) {
+void AppStore::toggleTimer(QUuid id) {
   changeWidget(id, [this](const DockWidget& widget) { return TimerActions::toggled(widget, now()); });
 }
 
-void AppStore::resetTimer(const QUuid& id) {
+void AppStore::resetTimer(QUuid id) {
   changeWidget(id, [](const DockWidget& widget) { return TimerActions::reset(widget); });
 }
 
-void AppStore::drink(const QUuid& id, int glasses) {
+void AppStore::drink(QUuid id, int glasses) {
   changeWidget(id, [&](const DockWidget& widget) { return WaterMath::drunk(widget, now(), glasses); });
 }
 
 int AppStore::waterCount(const DockWidget& widget) const { return WaterMath::count(widget, now()); }
 
-void AppStore::toggleHabit(const QUuid& id) {
+void AppStore::toggleHabit(QUuid id) {
   changeWidget(id, [this](const DockWidget& widget) { return HabitMath::toggled(widget, now()); });
 }
 

@@ -70,7 +70,7 @@ bool UndoableEdits::insert(const QList<DockWidget>& widgets, const QString& disp
   return true;
 }
 
-QUuid UndoableEdits::append(const DockWidget& widget, const QUuid& profile) {
+QUuid UndoableEdits::append(const DockWidget& widget, QUuid profile) {
   DockWidget added = widget;
   added.id = store_.addWidget(widget, profile);
   if (!added.id.isNull()) pushAdded({added}, {});
@@ -128,7 +128,7 @@ void UndoableEdits::putBack(const RemovedTiles& removed) {
   });
 }
 
-void UndoableEdits::remove(const QUuid& id, const QString& display) {
+void UndoableEdits::remove(QUuid id, const QString& display) {
   const DockWidget* stored = DocumentEdits::find(store_.config(), id);
   if (!stored) return;
   const QString name = nameOf(*stored);
@@ -149,7 +149,7 @@ void UndoableEdits::remove(const QUuid& id, const QString& display) {
 
 // --- Order ----------------------------------------------------------------------------------------------------------
 
-void UndoableEdits::move(const QUuid& widget, int places) {
+void UndoableEdits::move(QUuid widget, int places) {
   const auto place = WidgetPlaces::of(store_.config(), widget);
   if (!place) return;
   const QList<DockProfile>& profiles = store_.config().profiles;
@@ -250,7 +250,7 @@ void UndoableEdits::newProfile(const QString& name, bool duplicate) {
   record([&] { return store_.newProfile(name, duplicate); });
 }
 
-void UndoableEdits::deleteProfile(const QUuid& profile) {
+void UndoableEdits::deleteProfile(QUuid profile) {
   record([&] { return store_.deleteProfile(profile); });
 }
 

@@ -18,7 +18,7 @@ namespace tarnwick {
 class AppStore;
 
 /// Changes of a dock and its tiles that the user may take back. Main thread only; all that it is made of must outlive
-/// it.
+/// it. Identities are taken by value, as by the store.
 class UndoableEdits : public QObject {
   Q_OBJECT
  public:
@@ -29,13 +29,13 @@ class UndoableEdits : public QObject {
   bool insert(const QList<DockWidget>& widgets, const QString& display, qsizetype index = -1);
   /// Adds one at the end of a profile as the store does, for whoever tells the user of it: no sentence goes to the
   /// stack.
-  QUuid append(const DockWidget& widget, const QUuid& profile);
+  QUuid append(const DockWidget& widget, QUuid profile);
   /// Removes a widget. It comes back with its settings at its place; its credentials are kept as long as it can.
   /// `display` is the one of the dock where that was asked for; empty for none.
-  void remove(const QUuid& widget, const QString& display = {});
+  void remove(QUuid widget, const QString& display = {});
   /// Moves a widget by `places` within its profile; stops at the ends. Taking it back brings the old order back,
   /// without what came or went meanwhile.
-  void move(const QUuid& widget, int places);
+  void move(QUuid widget, int places);
   /// The same by indices of what a display's dock shows, counted as Reordering does.
   void moveShown(const QString& display, qsizetype from, qsizetype to);
   /// Replaces the stored widget of the same identity. Taking it back gives what this changed its old value: the title
@@ -47,7 +47,7 @@ class UndoableEdits : public QObject {
   void change(const std::function<void(DockConfiguration&)>& change);
   // The same, of what the store does to profiles.
   void newProfile(const QString& name, bool duplicate);
-  void deleteProfile(const QUuid& profile);
+  void deleteProfile(QUuid profile);
   void pinDisplay(const QString& display, const std::optional<QUuid>& profile);
   /// While a control is held, all that it does to the same fields is one step, however long it takes; what was
   /// done before and comes after is another.

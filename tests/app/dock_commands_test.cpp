@@ -1,8 +1,11 @@
 #include <QAbstractButton>
 #include <QApplication>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QSignalSpy>
 
 #include "app/DockCommands.h"
@@ -320,35 +323,40 @@ TEST_F(CommandsTest, TheMenuOfADockHasWhatIsAskedOfAllOfIt) {
   EXPECT_TRUE(shown.actions()[4]->menu()->actions()[1]->isChecked());
 }
 
-TEST(EntryQuestionTest, IsAskedInPlainTextAndOnlyRunRuns) {
+TEST(EntryQuestionTest, ShowsAllThatWouldRunAndRunsOnlyByItsOwnButton) {
   ForeignEntry foreign;
   foreign.path = u"/tmp/<b>d</b>/x.desktop"_s;
   foreign.entry.name = u"<i>Safe</i>"_s;
-  foreign.entry.exec = u"/bin/echo hi <!-- ; rm -rf /home -->"_s;
-  QStringList done;
-  EntryQuestion question;
-  const auto ask = [&] {
-    question.ask(
-        foreign, {}, [&] { done << u"run"_s; }, [&] { done << u"show"_s; });
-    for (QWidget* each : QApplication::topLevelWidgets())
-      if (auto* box = qobject_cast<QMessageBox*>(each); box && box->isVisible()) return box;
-    return static_cast<QMessageBox*>(nullptr);
-  };
-  QMessageBox* box = ask();
-  ASSERT_TRUE(box);
-  int said = 0;
-  for (const QLabel* label : box->findChildren<QLabel*>()) {
-    EXPECT_EQ(label->textFormat(), Qt::PlainText) << qPrintable(label->text());
-    said += label->text().contains(u"rm -rf /home -->"_s) || label->text().contains(u"<i>Safe</i>"_s);
+  foreign.entry.exec = u"/bin/echo hi <!-- ; rm -rf /home --> "_s + QString(3000, u'x');
+  const Question question = entryQuestion(foreign, {});
+  QuestionPane pane(question);
+  pane.show();
+  QString said;
+  for (const QLabel* label : pane.findChildren<QLabel*>()) {
+    EXPECT_EQ(label->textFormat(), Qt::PlainText);
+    said += label->text();
   }
-  EXPECT_EQ(said, 2);
-  box->close();
-  EXPECT_EQ(done, QStringList{u"show"_s});
-  box = ask();
-  ASSERT_TRUE(box);
-  for (QAbstractButton* button : box->buttons())
-    if (box->buttonRole(button) == QMessageBox::AcceptRole) button->click();
-  EXPECT_EQ(done, (QStringList{u"show"_s, u"run"_s}));
+  EXPECT_TRUE(said.contains(u"<i>Safe</i>"_s));
+  const auto* facts = pane.findChild<QPlainTextEdit*>();
+  EXPECT_TRUE(facts->isReadOnly());
+  EXPECT_TRUE(facts->toPlainText().contains(foreign.entry.exec.trimmed()));
+  EXPECT_GT(facts->verticalScrollBar()->maximum(), 0);
+  EXPECT_EQ(facts->horizontalScrollBar()->maximum(), 0);
+
+  QList<bool> answers;
+  QObject::connect(&pane, &QuestionPane::answered, [&](bool accepted) { answers << accepted; });
+  const auto press = [&](Qt::Key key) {
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+    QCoreApplication::sendEvent(pane.focusWidget(), &event);
+    QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier);
+    QCoreApplication::sendEvent(pane.focusWidget(), &release);
+  };
+  press(Qt::Key_Space);
+  press(Qt::Key_Escape);
+  EXPECT_EQ(answers, (QList<bool>{false, false}));
+  for (auto* button : pane.findChildren<QAbstractButton*>())
+    if (button->text() == question.accept || button->accessibleName() == question.accept) button->click();
+  EXPECT_EQ(answers, (QList<bool>{false, false, true}));
 }
 
 TEST_F(CommandsTest, MenusOfferWhatAppliesNow) {

@@ -27,6 +27,14 @@ void GlassPane::setLook(const ControlLook& look) {
   updateGeometry();
 }
 
+void GlassPane::setDockLook(DockStyle style, Backdrop backdrop, bool monochrome) {
+  const bool light = Palette::make(style, backdrop, monochrome).light;
+  // A pane has a ground of its own, which the plain scheme's colours are meant for.
+  const ControlLook wanted{Palette::make(light ? DockStyle::LightGlass : DockStyle::DarkGlass, backdrop, monochrome),
+                           look().accent};
+  if (wanted != look()) setLook(wanted);
+}
+
 void GlassPane::follow(QWidget* content) { content->installEventFilter(this); }
 
 bool GlassPane::event(QEvent* event) {

@@ -16,6 +16,8 @@ class GlassPane : public QWidget, public LookSource {
   ~GlassPane() override;
 
   const ControlLook& look() const override { return look_; }
+  /// The look of the dock that the pane stands beside.
+  void setDockLook(DockStyle style, Backdrop backdrop, bool monochrome);
   /// Room around the pane for its shadow; none where nothing composites.
   QMargins margins() const;
 

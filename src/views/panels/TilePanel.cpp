@@ -248,14 +248,6 @@ void TilePanel::hideEmpty() {
   own_->show();
 }
 
-void TilePanel::setDockLook(DockStyle style, Backdrop backdrop, bool monochrome) {
-  const bool light = Palette::make(style, backdrop, monochrome).light;
-  // A panel has a ground of its own, which the plain scheme's colours are meant for.
-  const ControlLook wanted{Palette::make(light ? DockStyle::LightGlass : DockStyle::DarkGlass, backdrop, monochrome),
-                           look().accent};
-  if (wanted != look()) setLook(wanted);
-}
-
 QSize TilePanel::panelSize() const {
   int height = theme::kPanelPadding * 2 + scroll_->contentHeight(contentWidth() + theme::kRowOverhang * 2);
   if (!header_->isHidden()) height += header_->height();

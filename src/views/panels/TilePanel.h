@@ -47,8 +47,6 @@ class TilePanel : public GlassPane {
   /// To be called once, by whoever made it: fills it for the first time and keeps it true from then on.
   void start();
 
-  /// The dock's look, which the panel follows.
-  void setDockLook(DockStyle style, Backdrop backdrop, bool monochrome);
   /// The pane alone, as large as its content wants it.
   QSize panelSize() const;
   QSize sizeHint() const override { return panelSize().grownBy(margins()); }

@@ -1,0 +1,70 @@
+#include "views/panels/QuestionPane.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+
+#include "views/controls/Buttons.h"
+#include "views/controls/ControlTheme.h"
+#include "views/controls/Fields.h"
+#include "views/controls/Labels.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kFactsHeight = 116;
+
+TextLabel* sentenceOf(const QString& text, TextStyle style, Tone tone) {
+  auto* label = new TextLabel(text, style, tone);
+  label->setWordWrap(true);
+  return label;
+}
+
+}  // namespace
+
+QuestionPane::QuestionPane(const Question& question) : refuse_(new Button(question.refuse, Button::Role::Plain, this)) {
+  setAccessibleName(question.title);
+  setAccessibleDescription(question.sentence);
+  frame().addWidget(sentenceOf(question.title, TextStyle::Title, Tone::Primary));
+  frame().addSpacing(theme::kRowGap);
+  frame().addWidget(sentenceOf(question.sentence, TextStyle::Body, Tone::Secondary));
+  frame().addSpacing(theme::kRowGap);
+  // A command is one long word to a label, which would cut it; here it breaks anywhere.
+  auto* facts = new TextArea(question.label);
+  facts->setReadOnly(true);
+  facts->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  facts->setPlainText(question.facts);
+  facts->setFixedHeight(kFactsHeight);
+  frame().addWidget(facts);
+  frame().addSpacing(theme::kRowGap);
+
+  auto* accept = new Button(question.accept, Button::Role::Plain);
+  auto* row = new QHBoxLayout;
+  row->setSpacing(theme::kRowOverhang);
+  row->addStretch();
+  row->addWidget(accept);
+  row->addWidget(refuse_);
+  frame().addLayout(row);
+  connect(accept, &QPushButton::clicked, this, [this] { Q_EMIT answered(true); });
+  connect(refuse_, &QPushButton::clicked, this, [this] { Q_EMIT answered(false); });
+  setTabOrder(refuse_, accept);
+  setTabOrder(accept, facts);
+}
+
+QSize QuestionPane::sizeHint() const {
+  const int width = theme::kPanelWidthWide + margins().left() + margins().right();
+  return {width, layout()->totalHeightForWidth(width)};
+}
+
+void QuestionPane::showEvent(QShowEvent* event) {
+  GlassPane::showEvent(event);
+  refuse_->setFocus(Qt::OtherFocusReason);
+}
+
+void QuestionPane::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape)
+    Q_EMIT answered(false);
+  else
+    GlassPane::keyPressEvent(event);
+}
+
+}  // namespace tarnwick
