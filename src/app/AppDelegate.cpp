@@ -193,7 +193,9 @@ void AppDelegate::hotKeyPressed(quint32 identifier) {
   if (identifier == HotKeyTable::kToggle) perform({Order::Kind::Toggle, 0});
   if (identifier == HotKeyTable::kCommandBar) perform({Order::Kind::CommandBar, 0});
   if (identifier == HotKeyTable::kFocus) perform({Order::Kind::Focus, 0});
-  if (identifier >= HotKeyTable::kFirstProfile) {
+  if (identifier >= HotKeyTable::kFirstApp) {
+    commands_->openApp(static_cast<int>(identifier - HotKeyTable::kFirstApp));
+  } else if (identifier >= HotKeyTable::kFirstProfile) {
     perform({Order::Kind::Profile, static_cast<int>(identifier - HotKeyTable::kFirstProfile)});
   }
 }

@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "app/AppDelegate.h"
+#include "app/DockPresenter.h"
 #include "app/RestoreDock.h"
 #include "app/SingleInstance.h"
 #include "app/SocketSession.h"
@@ -29,6 +30,7 @@ std::optional<Order> orderOf(const QString& action, const QVariantList& paramete
   bool isNumber = false;
   const int index = parameter.value(0).toInt(&isNumber);
   if (action == "profile"_L1 && isNumber) return Order{Order::Kind::Profile, index};
+  if (action == "app"_L1 && isNumber) return Order{Order::Kind::App, index};
   return std::nullopt;
 }
 
@@ -74,8 +76,11 @@ QString AppDelegate::refusal(const Order& order) const {
   if (order.kind == Order::Kind::CommandBar && !commands_->can(Commands::Optional::CommandBar))
     return tr("The command bar comes with a later version of Tarnwick.");
   const qsizetype profiles = store_->config().profiles.size();
-  if (order.kind == Order::Kind::Profile && (order.profile < 0 || order.profile >= profiles))
-    return tr("There is no profile %1. The first one is 0, the last one %2.").arg(order.profile).arg(profiles - 1);
+  if (order.kind == Order::Kind::Profile && (order.number < 0 || order.number >= profiles))
+    return tr("There is no profile %1. The first one is 0, the last one %2.").arg(order.number).arg(profiles - 1);
+  const qsizetype apps = presenter_->apps();
+  if (order.kind == Order::Kind::App && (order.number < 1 || order.number > apps))
+    return tr("There is no app %1 in the dock. It has %2.").arg(order.number).arg(apps);
   return {};
 }
 
@@ -93,7 +98,10 @@ void AppDelegate::perform(const Order& order) {
       commands_->focusDock();
       break;
     case Order::Kind::Profile:
-      commands_->selectProfile(order.profile);
+      commands_->selectProfile(order.number);
+      break;
+    case Order::Kind::App:
+      commands_->openApp(order.number - 1);
       break;
   }
 }

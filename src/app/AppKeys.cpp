@@ -14,13 +14,14 @@ AppKeys::AppKeys(AppStore& store, HotKeys& keys, const Commands& commands)
   connect(&keys, &HotKeys::lost, this, [this](quint32 identifier) {
     held_.remove(identifier);
     if (identifier == HotKeyTable::kCommandBar) commandBarKey_.clear();
-    if (identifier != HotKeyTable::kFocus) sayKeyIsTaken();
+    if (identifier != HotKeyTable::kFocus && identifier < HotKeyTable::kFirstApp) sayKeyIsTaken();
   });
 }
 
 void AppKeys::follow() {
   const DesktopOptions& options = store_.config().desktopOptions();
-  const QString signature = HotKeyTable::signature(options);
+  const QString signature =
+      HotKeyTable::signature(options) + (options.deskOptions().appKeys ? QStringLiteral(":apps") : QString());
   if (signature == signature_) return;
   signature_ = signature;
   release();
@@ -37,6 +38,8 @@ void AppKeys::follow() {
     }
   }
   if (!allBound) sayKeyIsTaken();
+  if (!keys_.unasked()) return;
+  for (const HotKeyTable::Row& row : HotKeyTable::appRows(options)) bind(row.identifier, row.request);
 }
 
 void AppKeys::release() {

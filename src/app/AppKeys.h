@@ -34,6 +34,8 @@ class AppKeys final : public QObject, public KeyRecorder {
   bool holds(const HotKeyRequest& request) const override;
   /// Whether a program can have keys on this desktop at all.
   Capability capability() const { return keys_.capability(); }
+  /// Whether it may take keys that nobody chose (see HotKeys).
+  Capability unasked() const { return keys_.unasked(); }
   /// The key that opens the command bar now, as a person reads it; empty while none does.
   const QString& commandBarKey() const { return commandBarKey_; }
 

@@ -26,9 +26,17 @@ constexpr auto kOrders = std::to_array<std::pair<const char*, Order::Kind>>({
     {"--focus", Order::Kind::Focus},
 });
 
+struct NumberedOrder {
+  QLatin1StringView name;
+  Order::Kind kind;
+  int first;
+};
+constexpr NumberedOrder kNumbered[] = {{"--profile"_L1, Order::Kind::Profile, 0}, {"--app"_L1, Order::Kind::App, 1}};
+
 /// Switches whose next argument belongs to them and is no file to open.
 constexpr auto kWithValue = std::to_array<QLatin1StringView>({
     "--profile"_L1,
+    "--app"_L1,
     "--restore-dock-directory"_L1,
     "--benchmark"_L1,
     "--benchmark-warmup"_L1,
@@ -94,10 +102,12 @@ std::optional<Order> orderIn(const QStringList& arguments) {
   for (const auto& [name, kind] : kOrders) {
     if (arguments.contains(QLatin1StringView(name))) return Order{kind, 0};
   }
-  if (const auto number = after(arguments, "--profile"_L1)) {
+  for (const auto& [name, kind, first] : kNumbered) {
+    const auto text = after(arguments, name);
+    if (!text) continue;
     bool isNumber = false;
-    const int profile = number->toInt(&isNumber);
-    if (isNumber && profile >= 0) return Order{Order::Kind::Profile, profile};
+    const int number = text->toInt(&isNumber);
+    if (isNumber && number >= first) return Order{kind, number};
   }
   return std::nullopt;
 }
@@ -108,6 +118,10 @@ QString unknown(const QString& argument) {
 
 QString profileWithoutNumber() {
   return QCoreApplication::translate("CommandLine", "“--profile” needs the number of a profile. The first one is 0.");
+}
+
+QString appWithoutNumber() {
+  return QCoreApplication::translate("CommandLine", "“--app” needs the number of an app. The first one is 1.");
 }
 
 bool measures(const QStringList& arguments) {
@@ -157,6 +171,7 @@ CommandLine CommandLine::parse(const QStringList& arguments) {
     if (!isKnown(arguments[i])) line.remarks << unknown(arguments[i]);
   }
   if (arguments.contains("--profile"_L1) && !line.order) line.remarks << profileWithoutNumber();
+  if (arguments.contains("--app"_L1) && !line.order) line.remarks << appWithoutNumber();
   return line;
 }
 
@@ -170,6 +185,7 @@ QString CommandLine::help() {
                                      "  --focus          gives the keyboard to the dock\n"
                                      "  --command-bar    opens the command bar\n"
                                      "  --profile N      switches to a profile (0 is the first)\n"
+                                     "  --app N          opens an app of the dock (1 is the first)\n"
                                      "\n"
                                      "  --restore-dock   gives the desktop's own dock back and ends\n"
                                      "  --snapshot       paints every widget into pictures (--output FOLDER)\n"

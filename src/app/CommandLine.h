@@ -23,9 +23,9 @@ enum class Mode {
 
 /// What the user asks of a running dock from a terminal, or from a key that the desktop itself keeps.
 struct Order {
-  enum class Kind { Toggle, CommandBar, Focus, Profile };
+  enum class Kind { Toggle, CommandBar, Focus, Profile, App };
   Kind kind = Kind::Toggle;
-  int profile = 0;  ///< With Profile: 0 is the first one.
+  int number = 0;  ///< With Profile: 0 is the first one. With App: 1 is.
 
   bool operator==(const Order&) const = default;
 };

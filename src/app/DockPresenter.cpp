@@ -61,8 +61,7 @@ void DockPresenter::guardStrangeEntries() {
 /// Beside the dock that was acted on, or the first one. Where there is none to ask beside, nothing runs.
 void DockPresenter::askToRun(const ForeignEntry& entry, const QString& action, const std::function<void()>& run) {
   const auto answer = [this, run, path = entry.path](bool accepted) { accepted ? run() : commands_.reveal(path); };
-  auto dock = docks_.find(store_.activeDisplay);
-  if (dock == docks_.end()) dock = docks_.begin();
+  const auto dock = actedDock();
   Panel* panel = dock == docks_.end() ? nullptr : dock_.panel(dock->first);
   if (!panel) return answer(false);
   closeMenu();
@@ -241,6 +240,26 @@ void DockPresenter::actOn(const QString& display) { store_.activeDisplay = displ
 void DockPresenter::activateTile(const QString& display, const QUuid& widget) {
   actOn(display);
   tiles_.activateTile(display, widget);
+}
+
+std::map<QString, LiveDock*>::const_iterator DockPresenter::actedDock() const {
+  const auto acted = docks_.find(store_.activeDisplay);
+  return acted == docks_.end() ? docks_.begin() : acted;
+}
+
+qsizetype DockPresenter::apps() const {
+  const auto dock = actedDock();
+  return dock == docks_.end() ? 0 : dock->second->view().apps().size();
+}
+
+void DockPresenter::openApp(int place) {
+  const auto dock = actedDock();
+  if (dock == docks_.end()) return;
+  const QList<DockAppItem> apps = dock->second->view().apps();
+  if (place < 0 || place >= apps.size()) return;
+  const DockAppItem& app = apps[place];
+  app.widget.isNull() ? tiles_.activateApplication(dock->first, app.application)
+                      : tiles_.activateTile(dock->first, app.widget);
 }
 
 void DockPresenter::openNewWindow(const QUuid& widget, quint64 application) {

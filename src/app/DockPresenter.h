@@ -67,6 +67,11 @@ class DockPresenter final : public QObject, private DockHost {
   void activateApplication(const QString& display, quint64 application) {
     tiles_.activateApplication(display, application);
   }
+  /// A click on one of the apps of the dock that was acted on last, counted from 0 in the order of its row; nothing
+  /// where it has fewer.
+  void openApp(int place);
+  /// How many apps that dock has.
+  qsizetype apps() const;
   bool panelIsOpen(const QString& display) const { return panels_.hasActivePanel(display); }
   /// Closes the open panel without motion.
   void closePanel() { panels_.closeAtOnce(); }
@@ -97,6 +102,8 @@ class DockPresenter final : public QObject, private DockHost {
   void leaveKeyboard() override { dock_.leaveKeyboard(); }
 
   void actOn(const QString& display);
+  /// The dock that was acted on last, or the first one; docks_.end() where there is none.
+  std::map<QString, LiveDock*>::const_iterator actedDock() const;
   /// An entry from outside the folders of applications is asked about before it runs.
   void guardStrangeEntries();
   void askToRun(const ForeignEntry& entry, const QString& action, const std::function<void()>& run);

@@ -30,6 +30,11 @@ HotKeyAction HotKeyTable::action(quint32 identifier) {
       return {QStringLiteral("--focus"),
               QCoreApplication::translate("HotKeyTable", "Move the keyboard focus to the dock")};
     default: {
+      if (identifier >= kFirstApp) {
+        const QString place = QString::number(identifier - kFirstApp + 1);
+        return {QStringLiteral("--app ") + place,
+                QCoreApplication::translate("HotKeyTable", "Open app %1 of the dock").arg(place)};
+      }
       const QString number = QString::number(identifier - kFirstProfile);
       return {QStringLiteral("--profile ") + number,
               QCoreApplication::translate("HotKeyTable", "Switch to profile %1").arg(number)};
@@ -59,6 +64,14 @@ QList<HotKeyTable::Row> HotKeyTable::rows(const DesktopOptions& options) {
   if (options.dockShortcutEnabled && canAddShift) {
     rows.append(Row{kFocus, {options.shortcutKey, options.shortcutModifiers | kShift}});
   }
+  return rows;
+}
+
+QList<HotKeyTable::Row> HotKeyTable::appRows(const DesktopOptions& options) {
+  QList<Row> rows;
+  if (!options.dockShortcutEnabled || !options.deskOptions().appKeys) return rows;
+  for (quint32 place = 0; place < kAppKeys; ++place)
+    rows.append(Row{kFirstApp + place, {kDigits[place + 1], kCommand}});
   return rows;
 }
 

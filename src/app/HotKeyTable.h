@@ -16,6 +16,8 @@ struct HotKeyTable {
   static constexpr quint32 kTrial = 4;  ///< One that is only tried.
   static constexpr quint32 kFirstProfile = 10;
   static constexpr int kProfileKeys = 10;
+  static constexpr quint32 kFirstApp = 31;  ///< Of the first app in the dock; those of the others follow.
+  static constexpr int kAppKeys = 9;
 
   struct Row {
     quint32 identifier = 0;
@@ -30,6 +32,8 @@ struct HotKeyTable {
   static QString signature(const DesktopOptions& options);
   /// The enabled keys, in the order in which they are taken.
   static QList<Row> rows(const DesktopOptions& options);
+  /// Super+1 to Super+9, for the first apps of the dock. Taken last, and only where nobody else has them.
+  static QList<Row> appRows(const DesktopOptions& options);
   /// What is tried in turn where another program owns the command bar's key; empty once the user has chosen one.
   static QList<HotKeyRequest> commandBarFallbacks(const DesktopOptions& options);
 };

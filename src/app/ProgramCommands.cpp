@@ -159,6 +159,8 @@ void ProgramCommands::bringApplication(quint64 application) {
   AppActivation(services_.runningApps, services_.windows).bring(application);
 }
 
+void ProgramCommands::openApp(int place) { delegate_.presenter().openApp(place); }
+
 void ProgramCommands::activateApplication(quint64 application, const QString& display) {
   delegate_.presenter().activateApplication(display, application);
 }

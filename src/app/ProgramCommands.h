@@ -60,6 +60,7 @@ class ProgramCommands final : public QObject, public Commands {
   void copyText(const QString& text) override;
   void startApplication(const QString& entryPath) override;
   void bringApplication(quint64 application) override;
+  void openApp(int place) override;
   void activateApplication(quint64 application, const QString& display) override;
   void showWindow(quint64 window) override;
   void openSystemMonitor() override;

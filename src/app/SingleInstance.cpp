@@ -88,7 +88,9 @@ class HandOver {
       case Order::Kind::Focus:
         return session.actInOther(u"focus"_s);
       case Order::Kind::Profile:
-        return session.actInOther(u"profile"_s, {order.profile});
+        return session.actInOther(u"profile"_s, {order.number});
+      case Order::Kind::App:
+        return session.actInOther(u"app"_s, {order.number});
     }
     return false;
   }

@@ -200,6 +200,7 @@ DesktopAbilities Windows::abilities() const {
   found.windows = services_.windows.capability();
   found.workspaces = services_.windows.workspaces();
   found.keys = delegate_.keys().capability();
+  found.unaskedKeys = delegate_.keys().unasked();
   if (options.dockShortcutEnabled) found.dockKey = VirtualKeys::text(options.shortcutKey, options.shortcutModifiers);
   if (delegate_.commands().can(Commands::Optional::CommandBar) && options.commandBarEnabled)
     found.commandBarKey = delegate_.keys().commandBarKey();

@@ -100,6 +100,8 @@ class Commands {
   virtual void copyText(const QString& text) = 0;
   /// Starts the application of a desktop entry, by the entry's path.
   virtual void startApplication(const QString& entryPath) = 0;
+  /// A click on one of the apps of the dock that was acted on last, counted from 0 in the order of its row.
+  virtual void openApp(int place) = 0;
   /// Brings a running application forward, by its identity in RunningApplications.
   virtual void bringApplication(quint64 application) = 0;
   /// The same for a click on it in the dock of a display. Of the one in front it minimises the only window, or asks

@@ -46,6 +46,7 @@ class NoCommands : public Commands {
   void copyText(const QString&) override {}
   void startApplication(const QString&) override {}
   void bringApplication(quint64) override {}
+  void openApp(int) override {}
   void activateApplication(quint64, const QString&) override {}
   void showWindow(quint64) override {}
   void openSystemMonitor() override {}

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QMutex>
@@ -64,6 +65,8 @@ TEST(CommandLine, TheFirstModeOfTheTableDecides) {
 TEST(CommandLine, OrdersAndFilesReachTheRun) {
   EXPECT_EQ(CommandLine::parse({u"--toggle"_s}).order, (Order{Order::Kind::Toggle, 0}));
   EXPECT_EQ(CommandLine::parse({u"--profile"_s, u"3"_s}).order, (Order{Order::Kind::Profile, 3}));
+  EXPECT_EQ(CommandLine::parse({u"--app"_s, u"9"_s}).order, (Order{Order::Kind::App, 9}));
+  EXPECT_EQ(CommandLine::parse({u"--app"_s, u"0"_s}).remarks.size(), 1);
   EXPECT_FALSE(CommandLine::parse({u"--profile"_s, u"three"_s}).order);
   EXPECT_FALSE(CommandLine::parse({u"--profile"_s}).order);
   EXPECT_EQ(CommandLine::parse({u"look.tarnwickspace"_s, u"--profile"_s, u"3"_s, u"--benchmark"_s, u"x"_s}).files,
@@ -298,10 +301,16 @@ TEST(HotKeyTable, NamesTheEnabledKeysInOrder) {
   EXPECT_EQ(rows[12], (HotKeyTable::Row{3, {2, 6912}}));
   EXPECT_EQ(HotKeyTable::signature(options), u"true:true:2:6400:6400:true:49:2048"_s);
   EXPECT_EQ(HotKeyTable::commandBarFallbacks(options), (QList<HotKeyRequest>{{49, 256}, {49, 6144}}));
+  const auto apps = HotKeyTable::appRows(options);
+  ASSERT_EQ(apps.size(), 9);
+  EXPECT_EQ(apps[0], (HotKeyTable::Row{31, {18, 256}}));
+  EXPECT_EQ(apps[8], (HotKeyTable::Row{39, {25, 256}}));
   options.commandBarModifiers = 4096;
   EXPECT_TRUE(HotKeyTable::commandBarFallbacks(options).isEmpty());
   options.shortcutModifiers = 6912;  // Shift is in it.
   options.profileShortcutEnabled = options.commandBarEnabled = false;
+  options.setDesk({.appKeys = false});
+  EXPECT_TRUE(HotKeyTable::appRows(options).isEmpty());
   EXPECT_EQ(HotKeyTable::rows(options).size(), 1);
   EXPECT_EQ(HotKeyTable::signature(options), u"true:false:2:6912:6400:false:49:4096"_s);
 }

@@ -62,6 +62,7 @@ class RecordingCommands : public NoCommands {
   void copyText(const QString& text) override { asked << QStringLiteral("copy %1").arg(text); }
   void startApplication(const QString& path) override { asked << QStringLiteral("start %1").arg(path); }
   void bringApplication(quint64 application) override { asked << QStringLiteral("app %1").arg(application); }
+  void openApp(int place) override { asked << QStringLiteral("app %1").arg(place); }
   void activateApplication(quint64 application, const QString& display) override {
     asked << QStringLiteral("click %1 on %2").arg(QString::number(application), display);
   }

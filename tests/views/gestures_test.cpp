@@ -416,6 +416,9 @@ TEST(Clicks, TheMiddleButtonAsksForANewWindowOfAnApplication) {
   QObject::connect(view.get(), &DockView::newWindowRequested, [&](const QUuid& id, quint64 application) {
     asked.append({id, application});
   });
+  EXPECT_EQ(view->apps().value(0), (DockAppItem{row.widgets[0].id, 0}));
+  EXPECT_EQ(view->apps().value(1), (DockAppItem{QUuid(), 1}));
+  EXPECT_EQ(view->apps().size(), 1 + row.runningApps.size());
   for (const qsizetype item : {0, 1, 7}) click(*view, view->itemRect(item).center(), Qt::MiddleButton);
   EXPECT_EQ(asked, (QList<std::pair<QUuid, quint64>>{{row.widgets[0].id, 0}, {QUuid(), 1}}));
 }

@@ -101,6 +101,11 @@ Capability PortalHotKeys::capability() const {
          "“tarnwick --toggle”."));
 }
 
+Capability PortalHotKeys::unasked() const {
+  if (const Capability can = capability(); !can) return can;
+  return Capability::no(tr("On this desktop each shortcut is confirmed by you, so apps have none by number."));
+}
+
 HotKeyBinding PortalHotKeys::bind(quint32 identifier, const HotKeyRequest& request) {
   if (state_ == State::Refused) {
     return {.bound = false,

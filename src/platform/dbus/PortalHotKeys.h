@@ -25,6 +25,7 @@ class PortalHotKeys final : public HotKeys {
   ~PortalHotKeys() override { closeSession(); }
 
   Capability capability() const override;
+  Capability unasked() const override;
   HotKeyBinding bind(quint32 identifier, const HotKeyRequest& request) override;
   void unbindAll() override;
 

@@ -42,6 +42,14 @@ struct DockPicture {
   bool operator==(const DockPicture&) const = default;
 };
 
+/// An app in the row: a widget that starts it, or one that runs and has none.
+struct DockAppItem {
+  QUuid widget;
+  quint64 application = 0;  ///< Of one without a widget.
+
+  bool operator==(const DockAppItem&) const = default;
+};
+
 /// Everything that decides what a dock looks like, less what its tiles show at the moment.
 struct DockRow {
   QList<DockWidget> widgets;

@@ -347,6 +347,18 @@ QRect DockView::glassBeside(const QRectF& item) const {
   return beside.toAlignedRect();
 }
 
+QList<DockAppItem> DockView::apps() const {
+  QList<DockAppItem> apps;
+  for (qsizetype item = 0; item < layout_.items.size(); ++item) {
+    const DockWidget* widget = widgetOf(item);
+    if (widget && DropRules::takerOf(*widget) == DropRules::Taker::Application)
+      apps.append({widget->id, 0});
+    else if (const DockApp* app = appOf(item))
+      apps.append({{}, app->id});
+  }
+  return apps;
+}
+
 QRect DockView::besideApplication(quint64 application) const {
   const QRectF place = applicationPlaces().value(application);
   return place.isEmpty() ? QRect() : glassBeside(place);

@@ -92,6 +92,8 @@ class DockView : public QWidget {
   QRect besideRect(const QUuid& widget) const;
   /// The places of the running applications, whether as tiles of their own or behind a launcher's.
   QHash<quint64, QRectF> applicationPlaces() const;
+  /// The apps of the row, from its beginning: launchers and running applications.
+  QList<DockAppItem> apps() const;
   /// What stands beside the tile of a running application is beside this; empty where no tile stands for it.
   QRect besideApplication(quint64 application) const;
 

@@ -43,6 +43,9 @@ void addGlobalKeys(CardPage& page, const AppStore& store, const DesktopAbilities
     card->addRow(HelpWords::tr("Switch Profile"), new KeyCaps(keys + u"0–9"_s),
                  HelpWords::tr("Use the prefix with 0–9 in profile order."));
   }
+  if (options.dockShortcutEnabled && options.deskOptions().appKeys && abilities.unaskedKeys)
+    card->addRow(HelpWords::tr("Open an app of the dock"), new KeyCaps(u"Super+1–9"_s),
+                 HelpWords::tr("Where no other app has these keys."));
   if (!options.dockShortcutEnabled && !options.profileShortcutEnabled && !hasCommandBar)
     card->addRow(HelpWords::tr("No shortcut"), nullptr, HelpWords::tr("All of them are switched off in Settings."));
 }
@@ -63,6 +66,7 @@ void addOrders(CardPage& page) {
   add(u"tarnwick --toggle"_s, QT_TRANSLATE_NOOP("Help", "Hide it, or show it again"));
   add(u"tarnwick --focus"_s, QT_TRANSLATE_NOOP("Help", "Give it the keyboard"));
   add(u"tarnwick --profile N"_s, QT_TRANSLATE_NOOP("Help", "Switch to a profile, counted from 0"));
+  add(u"tarnwick --app N"_s, QT_TRANSLATE_NOOP("Help", "Open an app of the dock, counted from 1"));
   add(u"tarnwick --restore-dock"_s, QT_TRANSLATE_NOOP("Help", "Give the system’s dock back by hand"));
 }
 

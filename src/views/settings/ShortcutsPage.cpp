@@ -12,6 +12,14 @@ SettingsPage* makeShortcutsPage(AppStore& store, const SettingsServices& service
   Card& card = *page->addCard();
   // That of the command bar stands in its own section.
   for (const Shortcut each : {Shortcut::Dock, Shortcut::Profiles}) addShortcutRow(*page, card, services, each);
+  FormRow* apps = page->addSwitch(card,
+                                  {QT_TRANSLATE_NOOP("Settings", "Apps by number"),
+                                   QT_TRANSLATE_NOOP("Settings",
+                                                     "Super+1 to Super+9 open the first nine apps of the dock where no "
+                                                     "other app has these keys. They go with the dock’s shortcut."),
+                                   QT_TRANSLATE_NOOP("Settings", "super windows key digits launch")},
+                                  settingField(&DeskOptions::appKeys));
+  if (const Capability can = services.abilities().unaskedKeys; !can) apps->setUnavailable(can.reason);
   auto* note =
       makeSentence(settingsText(QT_TRANSLATE_NOOP("Settings",
                                                   "Press a shortcut here, then the keys that it should have. They work "

@@ -19,6 +19,8 @@ struct DesktopAbilities {
   /// Whether windows are known by their virtual desktop.
   Capability workspaces;
   Capability keys;
+  /// Whether the program may take keys that nobody chose.
+  Capability unaskedKeys;
   QString dockKey;  ///< As a person reads it; empty while it is switched off.
   /// Absent while there is no command bar to open; empty while no key opens it.
   std::optional<QString> commandBarKey;
