@@ -2,6 +2,7 @@
 
 #include <QGuiApplication>
 #include <algorithm>
+#include <utility>
 
 #include "app/DockMenuModel.h"
 #include "app/EntryQuestion.h"
@@ -17,6 +18,10 @@ namespace tarnwick {
 namespace {
 
 constexpr int kOverAMessage = 8;
+
+// For a dock that has to come out before something can be asked beside it.
+constexpr double kBetweenLooks = 0.1;  // Seconds.
+constexpr int kMostLooks = 50;
 
 DockPorts portsOf(const Services& services, const DockPresenterSetup& setup) {
   return {&services.screens, &services.panels,  &services.zones,    &services.clocks,
@@ -58,15 +63,32 @@ void DockPresenter::guardStrangeEntries() {
   };
 }
 
-/// Beside the dock that was acted on, or the first one. Where there is none to ask beside, nothing runs.
 void DockPresenter::askToRun(const ForeignEntry& entry, const QString& action, const std::function<void()>& run) {
+  // One that still waits for a dock is over when another comes.
+  if (const auto before = std::exchange(waiting_, {}); before.answer) before.answer(false);
   const auto answer = [this, run, path = entry.path](bool accepted) { accepted ? run() : commands_.reveal(path); };
+  waiting_ = {entryQuestion(entry, action), answer};
+  if (dock_.isManuallyHidden()) dock_.toggle();
+  ask(0);
+}
+
+/// Beside the dock that was acted on, or the first one. It may have to come out first, as when a file is what the
+/// program was started with; where none does, nothing runs.
+void DockPresenter::ask(int look) {
   const auto dock = actedDock();
   Panel* panel = dock == docks_.end() ? nullptr : dock_.panel(dock->first);
-  if (!panel) return answer(false);
-  closeMenu();
-  const QRect beside = dock->second->view().glassRect().toAlignedRect();
-  panels_.ask(dock->first, entryQuestion(entry, action), *panel, dock_.mapFromContent(dock->first, beside), answer);
+  if (panel && panel->isShown()) {
+    closeMenu();
+    const QRect beside = dock->second->view().glassRect().toAlignedRect();
+    const auto [question, answer] = std::exchange(waiting_, {});
+    panels_.ask(dock->first, question, *panel, dock_.mapFromContent(dock->first, beside), answer);
+    dock_.revealAtOnce(dock->first);
+  } else if (look == kMostLooks) {
+    std::exchange(waiting_, {}).answer(false);
+  } else {
+    if (panel) dock_.revealAtOnce(dock->first);
+    dockComesOut_ = store_.scheduler().after(kBetweenLooks, [this, look] { ask(look + 1); });
+  }
 }
 
 /// What docks show follows what it is made of.
@@ -140,6 +162,8 @@ void DockPresenter::start() {
 }
 
 void DockPresenter::closeAll() {
+  dockComesOut_.reset();
+  waiting_ = {};
   panels_.withdrawQuestion();
   panels_.closeAtOnce();
   bubble_.reset();

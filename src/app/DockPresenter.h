@@ -107,6 +107,7 @@ class DockPresenter final : public QObject, private DockHost {
   /// An entry from outside the folders of applications is asked about before it runs.
   void guardStrangeEntries();
   void askToRun(const ForeignEntry& entry, const QString& action, const std::function<void()>& run);
+  void ask(int look);
   void connectContents();
   void connectDocks();
   TileSources sources(const QString& display) const;
@@ -140,6 +141,11 @@ class DockPresenter final : public QObject, private DockHost {
   QString menuDisplay_;
   quint64 choice_ = 0;                         ///< The application whose windows it lists.
   std::pair<quint64, double> closedChoice_{};  ///< The one that was listed last, and when that menu closed.
+  struct {
+    Question question;
+    std::function<void(bool accepted)> answer;
+  } waiting_;               ///< For a dock to be asked beside.
+  JobHandle dockComesOut_;  ///< Looks for it again.
   PanelHost panels_;
   DockController dock_;
   std::unique_ptr<MessageLine> message_;

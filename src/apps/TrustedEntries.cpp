@@ -12,6 +12,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <algorithm>
+#include <array>
 
 #include "base/DomainError.h"
 #include "base/DurableFile.h"
@@ -41,15 +42,49 @@ const char* refusalOf(const struct stat& facts) {
   return nullptr;
 }
 
+/// Whether a font has nothing to paint for a character, or something that is not its own. Those that Unicode calls
+/// ignorable are not all of the categories that have no look, and some letters, marks and signs are empty by design.
+bool paintsNothing(char32_t c) {
+  switch (QChar::category(c)) {
+    case QChar::Other_Control:
+    case QChar::Other_Format:
+    case QChar::Other_Surrogate:
+    case QChar::Other_PrivateUse:
+    case QChar::Other_NotAssigned:
+    case QChar::Separator_Line:
+    case QChar::Separator_Paragraph:
+      return true;
+    case QChar::Separator_Space:
+      return c != U' ';
+    default:
+      break;
+  }
+  struct Range {
+    char32_t first, last;
+  };
+  static constexpr std::array kEmpty{
+      Range{0x034F, 0x034F},    // Combining grapheme joiner.
+      Range{0x115F, 0x1160},    // Hangul fillers.
+      Range{0x17B4, 0x17B5},    // Khmer inherent vowels.
+      Range{0x180B, 0x180F},    // Mongolian variation selectors.
+      Range{0x2800, 0x2800},    // The empty Braille cell.
+      Range{0x3164, 0x3164},    // Hangul filler.
+      Range{0xFE00, 0xFE0F},    // Variation selectors.
+      Range{0xFFA0, 0xFFA0},    // Halfwidth Hangul filler.
+      Range{0xFFFC, 0xFFFC},    // Stands for an object that is not there.
+      Range{0x13441, 0x13442},  // Blank hieroglyphs.
+      Range{0x16FE4, 0x16FE4},  // Khitan filler.
+      Range{0x1D159, 0x1D159},  // The null notehead.
+      Range{0xE0100, 0xE01EF},  // Variation selectors.
+  };
+  return std::ranges::any_of(kEmpty, [c](const Range& range) { return c >= range.first && c <= range.last; });
+}
+
 /// A text of which everything is seen.
 QString visible(const QString& text) {
   QString shown;
   for (const char32_t c : text.toUcs4()) {
-    const QChar::Category category = QChar::category(c);
-    const bool isHidden = category == QChar::Other_Control || category == QChar::Other_Format ||
-                          category == QChar::Other_Surrogate || category == QChar::Separator_Line ||
-                          category == QChar::Separator_Paragraph;
-    if (isHidden)
+    if (paintsNothing(c))
       shown += u"⟨U+%1⟩"_s.arg(static_cast<uint>(c), 4, 16, QChar(u'0')).toUpper();
     else
       shown += QString::fromUcs4(&c, 1);

@@ -78,6 +78,8 @@ class DockController : public QObject {
   /// again, and so does the user who turns to another window.
   void focus();
   void leaveKeyboard();
+  /// Shows a display's dock without the delay of its layout; it stays while it is in use.
+  void revealAtOnce(const QString& display);
   /// Gives the system's own dock back until the next layout pass, and says so.
   void restoreSystemDock();
   /// The same for a process that asks for it; the layout takes the dock away again only once it is changed, or at the
@@ -155,7 +157,6 @@ class DockController : public QObject {
 
   // Visibility.
   void updateZones();
-  void revealAtOnce(const QString& display);
   QRectF systemDockAt(const Dock& dock) const;
   bool systemDockMoved() const;
   void platformStateChanged();

@@ -154,6 +154,22 @@ TEST(ForeignEntryFacts, HideNothing) {
   EXPECT_LT(foreign.shownName().size(), 120);
 }
 
+TEST(ForeignEntryFacts, ShowWhatPaintsNothingAsItsNumber) {
+  const char32_t empty[] = {0x3164,  0x2800,  0x115F, 0x1160,  0xFFA0,  0x034F, 0x17B4, 0x180B, 0xFE0F, 0xFFFC,
+                            0x1D159, 0xE0101, 0xE000, 0xE007F, 0xF0000, 0x00A0, 0x2003, 0x3000, 0x2065, 0x13441};
+  for (const char32_t c : empty) {
+    ForeignEntry foreign;
+    foreign.entry.exec = u"a"_s + QString::fromUcs4(&c, 1) + u"b"_s;
+    foreign.entry.name = foreign.entry.exec;
+    const QString number = QString::number(static_cast<uint>(c), 16).toUpper().rightJustified(4, u'0');
+    EXPECT_TRUE(foreign.facts().endsWith(u"a⟨U+"_s + number + u"⟩b"_s)) << qPrintable(number);
+    EXPECT_TRUE(foreign.shownName().contains(number)) << qPrintable(number);
+  }
+  ForeignEntry plain;
+  plain.entry.name = u"Grüße 한글 日本 नमस्ते שלום ⠿ 😀"_s;
+  EXPECT_EQ(plain.shownName(), plain.entry.name);
+}
+
 TEST_F(ForeignEntryTest, WhatMayNotRunIsShownInItsFolder) {
   const struct {
     const char* what;
