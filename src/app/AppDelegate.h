@@ -70,6 +70,8 @@ class AppDelegate : public QObject {
   void perform(const Order& order);
   /// Why an order cannot be done now, as a sentence; empty where it can.
   QString refusal(const Order& order) const;
+  /// Why a file or an address is not opened, as a sentence; empty where it may be. Does not look at the file.
+  QString refusalToOpen(const QString& url) const;
   /// Files handed to the program: Space files are imported and desktop entries started; of others it is said that they
   /// are not opened.
   void open(const QStringList& urls);

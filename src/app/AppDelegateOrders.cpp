@@ -34,6 +34,12 @@ std::optional<Order> orderOf(const QString& action, const QVariantList& paramete
   return std::nullopt;
 }
 
+QString pathOf(const QString& url) { return QUrl(url).isLocalFile() ? QUrl(url).toLocalFile() : url; }
+
+bool isSpace(const QString& path) {
+  return QFileInfo(path).suffix().compare("tarnwickspace"_L1, Qt::CaseInsensitive) == 0;
+}
+
 }  // namespace
 
 void AppDelegate::listenToTheSession() {
@@ -47,6 +53,12 @@ void AppDelegate::listenToTheSession() {
   setup_.door.refusal = [this](const QString& action, const QVariantList& parameter) {
     const auto order = orderOf(action, parameter);
     return order ? refusal(*order) : QString();
+  };
+  setup_.door.refusalToOpen = [this](const QStringList& urls) {
+    QStringList sentences;
+    for (const QString& url : urls)
+      if (const QString sentence = refusalToOpen(url); !sentence.isEmpty()) sentences << sentence;
+    return sentences.join(u'\n');
   };
   listenTo(setup_.door);
 }
@@ -107,18 +119,23 @@ void AppDelegate::perform(const Order& order) {
 }
 
 void AppDelegate::open(const QStringList& urls) {
-  for (const QString& text : urls) {
-    const QUrl url(text);
-    const QString path = url.isLocalFile() ? url.toLocalFile() : text;
+  for (const QString& url : urls) {
     if (down_) return;
-    if (QFileInfo(path).suffix().compare("tarnwickspace"_L1, Qt::CaseInsensitive) == 0)
+    if (const QString path = pathOf(url); isSpace(path))
       commands_->importSpace(path);
-    else if (PinnedTiles::isDesktopEntry(path))
-      commands_->startApplication(path);
+    else if (const QString sentence = refusalToOpen(url); !sentence.isEmpty())
+      store_->setError(sentence);
     else
-      store_->setError(tr("“%1” was not opened. Tarnwick starts apps whose desktop entry it is given.")
-                           .arg(url.isLocalFile() ? QFileInfo(path).fileName() : text));
+      commands_->startApplication(path);
   }
+}
+
+QString AppDelegate::refusalToOpen(const QString& url) const {
+  const QString path = pathOf(url);
+  const QString name = path == url ? url : QFileInfo(path).fileName();
+  if (isSpace(path)) return tr("“%1” was not opened. Spaces come with a later version of Tarnwick.").arg(name);
+  if (PinnedTiles::isDesktopEntry(path)) return {};
+  return tr("“%1” was not opened. Tarnwick starts apps whose desktop entry it is given.").arg(name);
 }
 
 void AppDelegate::reopen() {

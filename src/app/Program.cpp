@@ -78,6 +78,7 @@ struct Start {
   BuildSettings keys;
   std::unique_ptr<DataFolderLock> lock;
   QStringList urls;
+  QStringList missing;        ///< Sentences about files that are not there.
   std::optional<int> status;  ///< To end with, when another copy runs.
   QString obstacle;           ///< Why there can be no window; found while the words of the user are loaded.
   QString alertTitle;
@@ -101,6 +102,7 @@ Start begin(int argc, char** argv, const CommandLine& line) {
   Start start;
   start.keys = BuildSettings::besideProgram();
   start.urls = SingleInstance::urls(line.files, QDir::currentPath());
+  start.missing = SingleInstance::missing(line.files, QDir::currentPath());
   start.lock = std::make_unique<DataFolderLock>(QFileInfo(settingsFile(start.keys)).path());
   if (start.lock->take() != DataFolderLock::Taking::Held) resolve(start, line);
   start.obstacle = WindowSystem::obstacle();
@@ -142,6 +144,7 @@ int runUntilQuit(const Start& start, const CommandLine& line, const LaunchEnviro
     // Whoever asks to show or hide a dock that does not run wants to see it, and it starts shown.
     if (line.order && line.order->kind != Order::Kind::Toggle) delegate.perform(*line.order);
     if (!start.urls.isEmpty()) delegate.open(start.urls);
+    if (!start.missing.isEmpty()) delegate.store().setError(start.missing.last());
   };
   QMetaObject::invokeMethod(&delegate, orders, Qt::QueuedConnection);
   return QApplication::exec();

@@ -65,8 +65,7 @@ void ProgramCommands::showHelp() { delegate_.windows().showHelp(); }
 // An order or a file from outside may ask for what no menu offers yet.
 
 void ProgramCommands::importSpace(const QString& path) {
-  delegate_.store().setError(
-      tr("“%1” was not opened. Spaces come with a later version of Tarnwick.").arg(QFileInfo(path).fileName()));
+  delegate_.store().setError(delegate_.refusalToOpen(QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded)));
 }
 
 // --- Docks ----------------------------------------------------------------------------------------------------------

@@ -64,18 +64,28 @@ class HandOver {
   explicit HandOver(const CommandLine& line)
       : order_(line.order),
         urls_(SingleInstance::urls(line.files, QDir::currentPath())),
-        isPlain_(urls_.isEmpty() && !order_) {}
+        refused_(SingleInstance::missing(line.files, QDir::currentPath())),
+        isPlain_(urls_.isEmpty() && refused_.isEmpty() && !order_) {}
 
   /// Whether nothing is asked but to come forward.
   bool isPlain() const { return isPlain_; }
 
-  /// Whether all has arrived by now. What arrived is not handed over again. An order goes by the socket where it can,
-  /// which alone answers that it is refused.
+  /// A sentence about each thing that was not taken.
+  const QStringList& refused() const { return refused_; }
+
+  /// Whether all has arrived by now. What arrived is not handed over again. It goes by the socket where it can, which
+  /// alone answers that something is refused.
   bool attempt(SessionApplication& session, SocketSession& socket) {
     if (isPlain_) return session.activateOther();
-    if (!urls_.isEmpty() && !session.openInOther(urls_)) return false;
-    urls_.clear();
-    return !order_ || give(*order_, socket) || give(*order_, session);
+    if (!urls_.isEmpty()) {
+      if (!socket.openInOther(urls_) && !session.openInOther(urls_)) return false;
+      keep(socket.refused());
+      urls_.clear();
+    }
+    if (!order_) return true;
+    if (!give(*order_, socket)) return give(*order_, session);
+    keep(socket.refused());
+    return true;
   }
 
  private:
@@ -95,8 +105,13 @@ class HandOver {
     return false;
   }
 
+  void keep(const QString& sentence) {
+    if (!sentence.isEmpty()) refused_ << sentence;
+  }
+
   std::optional<Order> order_;
   QStringList urls_;
+  QStringList refused_;
   bool isPlain_;
 };
 
@@ -205,6 +220,16 @@ QStringList SingleInstance::urls(const QStringList& files, const QString& workin
   return urls;
 }
 
+QStringList SingleInstance::missing(const QStringList& files, const QString& workingDirectory) {
+  QStringList sentences;
+  for (const QString& file : files) {
+    const QUrl url = QUrl::fromUserInput(file, workingDirectory, QUrl::AssumeLocalFile);
+    if (!file.isEmpty() && url.isLocalFile() && !QFileInfo::exists(url.toLocalFile()))
+      sentences << QCoreApplication::translate("SingleInstance", "There is no file “%1”.").arg(file);
+  }
+  return sentences;
+}
+
 std::optional<int> SingleInstance::resolve(DataFolderLock& lock, SessionApplication& session, const QString& executable,
                                            const CommandLine& line, const Voices& voices) {
   const bool canLock = lock.take() != DataFolderLock::Taking::Impossible;
@@ -249,10 +274,8 @@ std::optional<int> SingleInstance::resolve(DataFolderLock& lock, SessionApplicat
     return free || handOver.attempt(way(), door);
   });
   if (free) return std::nullopt;
-  if (!door.refused().isEmpty()) {
-    voices.say(door.refused());
-    return kRefused;
-  }
+  for (const QString& sentence : handOver.refused()) voices.say(sentence);
+  if (settled && !handOver.refused().isEmpty()) return kRefused;
   if (settled || (handOver.isPlain() && !session.isReachable())) return 0;
   voices.say(QCoreApplication::translate("SingleInstance",
                                          "Tarnwick is already running with this data and could not be reached."));

@@ -40,7 +40,7 @@ struct SingleInstance {
 
   static constexpr double kPatience = 4;    ///< Seconds that a copy has to quit, or to take what is handed over.
   static constexpr double kPolling = 0.05;  ///< Seconds between two looks.
-  static constexpr int kRefused = 2;        ///< The status of a start whose request the running copy refused.
+  static constexpr int kRefused = 2;        ///< The status of a start whose request was refused.
 
   /// What to do about a copy that runs. An unknown start of the other lets this one go on; an executable that is newer
   /// than the other's start replaces it.
@@ -54,6 +54,8 @@ struct SingleInstance {
 
   /// What a command line names to be opened, as URLs: files that exist, and addresses.
   static QStringList urls(const QStringList& files, const QString& workingDirectory);
+  /// A sentence about each file that a command line names and that is not there.
+  static QStringList missing(const QStringList& files, const QString& workingDirectory);
 
   /// What became of a start: nothing when this process may go on, else the status to end with. Then the running copy
   /// was brought forward and given what the command line asks; or it could not be reached, which `say` is told; or it

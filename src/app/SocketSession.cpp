@@ -19,7 +19,7 @@ const QString kAct = u"act"_s;
 const QString kUrls = u"urls"_s;
 const QString kAction = u"action"_s;
 const QString kParameter = u"parameter"_s;
-// Of an answer: why an action was not taken.
+// Of an answer: why something was not done.
 const QString kRefused = u"refused"_s;
 
 }  // namespace
@@ -62,7 +62,10 @@ QJsonObject SocketSession::answer(const QJsonObject& request) {
   } else if (kind == kOpen) {
     QStringList urls;
     for (const QJsonValue& url : request.value(kUrls).toArray()) urls << url.toString();
+    // Those that can be opened are, and whoever has no terminal to read in sees what is said of the others.
     later([this, urls] { Q_EMIT openRequested(urls); });
+    if (const QString sentence = refusalToOpen ? refusalToOpen(urls) : QString(); !sentence.isEmpty())
+      return {{kRefused, sentence}};
   } else if (kind == kAct) {
     const QString action = request.value(kAction).toString();
     const QVariantList parameter = request.value(kParameter).toArray().toVariantList();

@@ -26,7 +26,9 @@ class SocketSession final : public SessionApplication {
 
   /// Says in a sentence why an action cannot be done; empty where it can. Without it all can.
   std::function<QString(const QString& action, const QVariantList& parameter)> refusal;
-  /// What the running copy said to the last action that was asked of it; empty where it took it.
+  /// Says in a sentence why one of these cannot be opened; empty where all can. Without it all can.
+  std::function<QString(const QStringList& urls)> refusalToOpen;
+  /// What the running copy said to the last that was asked of it; empty where it took it.
   const QString& refused() const { return refused_; }
 
   /// Gives the system's dock back because a repair by hand asks for it, and answers as RestoreDock reads it. Without it

@@ -88,6 +88,9 @@ TEST(CommandLine, OrdersAndFilesReachTheRun) {
   EXPECT_EQ(SingleInstance::urls(
                 {u"a look.tarnwickspace"_s, u"gone.tarnwickspace"_s, u"https://example.org/x"_s, u""_s}, folder.path()),
             (QStringList{u"file://"_s + folder.path() + u"/a%20look.tarnwickspace"_s, u"https://example.org/x"_s}));
+  EXPECT_EQ(SingleInstance::missing(
+                {u"a look.tarnwickspace"_s, u"gone.tarnwickspace"_s, u"https://example.org/x"_s, u""_s}, folder.path()),
+            QStringList{u"There is no file “gone.tarnwickspace”."_s});
 }
 
 TEST(SingleInstance, NewerBuildsReplaceOlderOnes) {

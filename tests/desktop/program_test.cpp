@@ -109,6 +109,44 @@ TEST_F(ProgramTest, ASecondLaunchHandsOver) {
   EXPECT_EQ(first.end(), 0);
 }
 
+TEST_F(ProgramTest, AFileThatIsNotOpenedIsSaidToWhoAskedForIt) {
+  const struct {
+    const char* name;
+    const char* sentence;
+  } cases[] = {
+      {"notes.txt", "“notes.txt” was not opened. Tarnwick starts apps whose desktop entry it is given.\n"},
+      {"a.tarnwickspace", "“a.tarnwickspace” was not opened. Spaces come with a later version of Tarnwick.\n"},
+      {"gone.txt", "There is no file “gone.txt”.\n"},
+  };
+  const QString entry = home() + u"/app.desktop"_s;
+  for (const QString& name : {home() + u"/notes.txt"_s, home() + u"/a.tarnwickspace"_s, entry}) {
+    QFile made(name);
+    ASSERT_TRUE(made.open(QIODevice::WriteOnly));
+  }
+  DockConfiguration config;
+  config.onboardingComplete = true;
+  Persistence::save(config, file());
+  Program first(home());
+  ASSERT_TRUE(first.shows(1));
+  for (const auto& each : cases) {
+    const bool isGone = QLatin1StringView(each.name).startsWith("gone"_L1);
+    const QString name = QString::fromUtf8(each.name);
+    const auto second = runToEnd(home(), {isGone ? name : home() + u'/' + name});
+    EXPECT_EQ(second.status, 2) << each.name;
+    EXPECT_TRUE(second.standardError.endsWith(QString::fromUtf8(each.sentence))) << qPrintable(second.standardError);
+  }
+  EXPECT_EQ(runToEnd(home(), {entry}).status, 0) << "what may be opened is";
+  first.signal(SIGTERM);
+  EXPECT_EQ(first.end(), 0);
+  // Where none runs, the dock comes up and says it itself.
+  for (const QString& name : {home() + u"/notes.txt"_s, u"gone.txt"_s}) {
+    Program alone(home(), {name});
+    EXPECT_TRUE(alone.shows(2)) << qPrintable(name);
+    alone.signal(SIGTERM);
+    EXPECT_EQ(alone.end(), 0);
+  }
+}
+
 TEST_F(ProgramTest, AnOrderToAProgramThatIsJustComingUpIsNotLost) {
   DockConfiguration config;
   config.profiles.append(DockProfile::initial());
