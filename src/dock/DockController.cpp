@@ -34,7 +34,7 @@ void sayAtTheEnd(const std::exception& failure) { std::fprintf(stderr, "%s\n", f
 DockController::DockController(AppStore& store, DockPorts ports, ContentFactory factory)
     : store_(store),
       ports_(ports),
-      suppressor_(store.dataDirectory(), *ports.preferences, ports.guard),
+      suppressor_(store.dataDirectory(), *ports.preferences, ports.guard, {.asksFirst = true}),
       told_(store.dataDirectory()),
       factory_(std::move(factory)) {
   connect(ports_.screens, &Screens::changed, this, &DockController::refresh);

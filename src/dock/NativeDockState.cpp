@@ -56,7 +56,7 @@ NativeDockState::NativeDockState(const QString& directory, DockPreferenceAccess&
       terms_(terms),
       ownLock_(directory),
       lock_(terms.lock ? *terms.lock : ownLock_) {
-  repairEarlierRun();
+  repairEarlierRun(terms_.asksFirst);
   preferences_.setDockAppeared([this] { dockAppeared(); });
 }
 
@@ -74,16 +74,53 @@ HandoverLock::Hold NativeDockState::hold() {
   throw failure(QT_TRANSLATE_NOOP("NativeDockState", "The system dock is just being given back by another process."));
 }
 
-void NativeDockState::repairEarlierRun() {
-  recoveryError_.reset();
+void NativeDockState::repairEarlierRun(bool asks) {
   mustRepair_ = true;
   try {
     const auto held = hold();
+    if (asks && !theyAnswer()) return;
+    recoveryError_.reset();
     mustRepair_ = false;
     recover(terms_.file);
   } catch (const std::exception& error) {
     recoveryError_ = QString::fromUtf8(error.what());
   }
+}
+
+/// False while they have not answered yet.
+bool NativeDockState::theyAnswer() {
+  if (isAsking_) return false;
+  const auto record = recordOnDisk();
+  if (!record) return true;
+  const auto atOnce = std::make_shared<std::optional<bool>>();
+  isAsking_ = true;
+  const auto waits = std::make_shared<bool>(false);
+  preferences_.askWhetherTheyAnswer(PropertyList::decode(record->content).toMap(),
+                                    [this, atOnce, waits, alive = std::weak_ptr(alive_)](bool theyAnswer) {
+                                      if (!*waits)
+                                        *atOnce = theyAnswer;
+                                      else if (!alive.expired())
+                                        answered(theyAnswer);
+                                    });
+  *waits = true;
+  if (!*atOnce) return false;
+  isAsking_ = false;
+  if (!**atOnce) doNotAnswer();
+  return **atOnce;
+}
+
+void NativeDockState::doNotAnswer() {
+  saysFirst_ = true;
+  recoveryError_ = QCoreApplication::translate(
+      "NativeDockState",
+      "The system dock does not answer. Its settings from before are kept and given back when it does.");
+}
+
+void NativeDockState::answered(bool theyAnswer) {
+  isAsking_ = false;
+  if (!mustRepair_) return;
+  theyAnswer ? repairEarlierRun(false) : doNotAnswer();
+  if (needsApply_) needsApply_();
 }
 
 void NativeDockState::recover(int onlyFile) {
@@ -103,7 +140,8 @@ void NativeDockState::recover(int onlyFile) {
 }
 
 void NativeDockState::apply(DockLayout layout) {
-  if (mustRepair_) repairEarlierRun();
+  if (mustRepair_ && !std::exchange(saysFirst_, false)) repairEarlierRun(terms_.asksFirst);
+  if (isAsking_ && mustRepair_ && !recoveryError_) return;
   if (recoveryError_) throw DomainError::invalid(*recoveryError_);
   if (current_ == layout || leftAlone_ == layout) return;
   leftAlone_.reset();
@@ -138,8 +176,8 @@ void NativeDockState::hide(DockLayout layout) {
   }
   if (guard_) guard_->watch(file_);
   preferences_.write(kAutohide, true);
-  preferences_.write(kAutohideDelay, layout == DockLayout::Swap ? DockPreferenceAccess::kNoDelay
-                                                                : DockPreferenceAccess::kEndlessDelay);
+  preferences_.write(kAutohideDelay,
+                     layout == DockLayout::Swap ? DockPreferenceAccess::kNoDelay : DockPreferenceAccess::kEndlessDelay);
   if (!preferences_.synchronize()) {
     try {
       giveBack();
@@ -172,7 +210,7 @@ void NativeDockState::takeSnapshot() {
 
 void NativeDockState::restore() {
   if (mustRepair_) {
-    repairEarlierRun();
+    repairEarlierRun(false);
     if (mustRepair_) throw DomainError::invalid(*recoveryError_);
   }
   if (!original_) return;
@@ -222,8 +260,12 @@ void NativeDockState::removeRecord() {
 }
 
 void NativeDockState::dockAppeared() {
-  if (mustRepair_) repairEarlierRun();
-  if (!original_) return;
+  const bool hadFailed = mustRepair_;
+  if (mustRepair_) repairEarlierRun(false);
+  if (!original_) {
+    if (hadFailed && !recoveryError_ && needsApply_) needsApply_();
+    return;
+  }
   try {
     restore();
   } catch (const std::exception&) {

@@ -4,6 +4,7 @@
 #include <QVariant>
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -29,6 +30,9 @@ class NativeDockState {
     int file = -1;
     /// A lock that the caller holds; null for one of its own.
     HandoverLock* lock = nullptr;
+    /// Whether docks are asked first whether they answer at all, so that one that hangs holds nobody up. What was
+    /// found is given back when they do; until then `apply` does nothing, or says why it cannot.
+    bool asksFirst = false;
   };
 
   /// A recovery file that an earlier run left in `directory` is used at once. Never fails: what went wrong is
@@ -80,7 +84,10 @@ class NativeDockState {
   };
 
   HandoverLock::Hold hold();
-  void repairEarlierRun();
+  void repairEarlierRun(bool asks);
+  bool theyAnswer();
+  void answered(bool theyAnswer);
+  void doNotAnswer();
   void recover(int onlyFile = -1);
   void takeSnapshot();
   void hide(DockLayout layout);
@@ -103,9 +110,12 @@ class NativeDockState {
   std::optional<QString> notice_;
   std::pair<DockLayout, QString> lastNotice_;
   bool othersAreAtIt_ = false;
+  bool isAsking_ = false;        ///< Docks have been asked whether they answer.
+  bool saysFirst_ = false;       ///< They did not, which `apply` is to say before it asks again.
   bool mustRepair_ = false;      ///< What creation is to do has not been done yet.
   bool givesBackFirst_ = false;  ///< The docks changed, and what is recorded is of those before.
   std::function<void()> needsApply_;
+  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);  ///< For an answer that comes late.
 };
 
 }  // namespace tarnwick

@@ -1,13 +1,44 @@
 #pragma once
 
+#include <QDBusMessage>
 #include <QMutex>
 #include <QObject>
 #include <QRegularExpression>
 #include <QThread>
+#include <atomic>
 
 #include "handover/Docks.h"
 
 namespace tarnwick::testing {
+
+/// A shell that has its name and takes every call, but answers none.
+class MutePlasma : public QObject {
+  Q_OBJECT
+  Q_CLASSINFO("D-Bus Interface", "org.kde.PlasmaShell")
+ public:
+  MutePlasma() : owner_(QStringLiteral("org.kde.plasmashell")) {
+    owner_.bus().registerObject(QStringLiteral("/PlasmaShell"), this, QDBusConnection::ExportScriptableSlots);
+    moveToThread(&thread_);
+    thread_.start();
+  }
+  ~MutePlasma() override {
+    thread_.quit();
+    thread_.wait();
+  }
+  int calls() const { return calls_; }
+
+ public Q_SLOTS:
+  Q_SCRIPTABLE QString evaluateScript(const QString&, const QDBusMessage& call) {
+    call.setDelayedReply(true);
+    ++calls_;
+    return {};
+  }
+
+ private:
+  std::atomic<int> calls_ = 0;
+  NameOwner owner_;
+  QThread thread_;
+};
 
 /// The script interface of Plasma's shell, as far as our scripts use it, on a thread of its own.
 class FakePlasma : public QObject {

@@ -169,6 +169,46 @@ TEST_F(OtherDocksTest, PanelsOfPlasmaThatComeAfterTheNameOfTheShell) {
   EXPECT_FALSE(state.recoveryError() || QFile::exists(file()));
 }
 
+TEST_F(OtherDocksTest, AShellThatDoesNotAnswerHoldsNoStartUp) {
+  const NativeDockState::Terms start{.asksFirst = true};
+  {
+    const FakePlasma plasma({u"4 bottom windowsgobelow"_s});
+    SystemDockPreferences preferences(folder.path());
+    NativeDockState state(folder.path(), preferences);
+    state.apply(DockLayout::Swap);
+    // The program ends here without giving back.
+  }
+  SystemDockPreferences preferences(folder.path());
+  int applied = 0;
+  {
+    const MutePlasma mute;
+    NativeDockState state(folder.path(), preferences, nullptr, start);
+    state.setNeedsApply([&] { ++applied; });
+    EXPECT_FALSE(state.recoveryError()) << "the answer, or its absence, comes later";
+    state.apply(DockLayout::Swap);
+    EXPECT_FALSE(state.current()) << "nor is anything hidden meanwhile";
+    ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return applied == 1; }));
+    EXPECT_EQ(mute.calls(), 1) << "nothing was tried that waits";
+    EXPECT_TRUE(state.recoveryError());
+    EXPECT_ANY_THROW(state.apply(DockLayout::Swap)) << "first it is said";
+    EXPECT_EQ(mute.calls(), 1);
+    EXPECT_ANY_THROW(state.apply(DockLayout::Swap)) << "and then it is asked again";
+    EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return mute.calls() > 1; }));
+    EXPECT_TRUE(QFile::exists(file()));
+  }
+  // One that answers gets its panels back as soon as it has, and the layout is applied after that.
+  const FakePlasma plasma({u"4 bottom autohide"_s});
+  applied = 0;
+  NativeDockState state(folder.path(), preferences, nullptr, start);
+  state.setNeedsApply([&] { ++applied; });
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return applied > 0; }));
+  EXPECT_EQ(plasma.panels(), QStringList{u"4 bottom windowsgobelow"_s});
+  EXPECT_FALSE(state.recoveryError() || QFile::exists(file()));
+  state.apply(DockLayout::Swap);
+  EXPECT_EQ(plasma.panels(), QStringList{u"4 bottom autohide"_s});
+  state.restore();
+}
+
 TEST_F(OtherDocksTest, WhatTheUserChangesMeanwhileStays) {
   const QString own = folder.filePath(u"dock-preferences.json"_s);
   const auto set = [&](const QByteArray& json) {

@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QVariant>
+#include <QVariantMap>
 #include <functional>
 #include <utility>
 
@@ -33,6 +34,13 @@ class DockPreferenceAccess {
   virtual void write(const QString& key, const QVariant& value) = 0;
   /// Whether everything written since the last call has reached the dock's settings on the disk.
   virtual bool synchronize() = 0;
+  /// Asks, without waiting, whether the docks that these values were read from answer at all: a program can hang and
+  /// hold every call up. `answer` is called at once where no dock can do that, else later, from the event loop; never
+  /// once this object is gone.
+  virtual void askWhetherTheyAnswer(const QVariantMap& values, const std::function<void(bool theyAnswer)>& answer) {
+    Q_UNUSED(values)
+    answer(true);
+  }
   /// Makes the dock read its settings again, without waiting for it.
   virtual void restart() = 0;
 

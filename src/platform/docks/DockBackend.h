@@ -40,6 +40,9 @@ class DockBackend {
   /// Whether everything that was put since the last call holds.
   virtual bool flush() = 0;
 
+  /// Asks, without waiting, whether the program of these docks answers calls at all, or runs so that it could hold one
+  /// up. The answer comes at once, or from the event loop; never once this object is gone.
+  virtual void askWhetherItAnswers(const std::function<void(bool answers)>& answer) { answer(true); }
   /// Whether docks of the kind may come some time after their program has its name on the bus.
   virtual bool comesAfterItsName() const { return false; }
   /// Asks, without waiting, whether there is a dock by now. The answer comes from the event loop, if it comes; never

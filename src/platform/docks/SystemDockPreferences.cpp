@@ -27,6 +27,7 @@ constexpr std::array kKinds{
     Kind{"plasma"_L1, "org.kde.plasmashell"_L1},
 };
 const QString kNone = u"none"_s;
+const QString kPlasma = u"plasma"_s;
 
 constexpr int kPatienceMs = 1000;
 
@@ -151,6 +152,24 @@ bool SystemDockPreferences::synchronize() {
     for (auto& [key, values] : written_) values = {values.last()};
   }
   return true;
+}
+
+/// Only Plasma's shell is asked for its settings itself; those of the others lie with services of the desktop.
+void SystemDockPreferences::askWhetherTheyAnswer(const QVariantMap& values,
+                                                 const std::function<void(bool theyAnswer)>& answer) {
+  const auto namesPlasma = [&](const QString& key) {
+    const auto record = DockRecord::fromValue(key, values.value(key));
+    return record && std::ranges::any_of(record->docks, [](const DockRecord::Dock& dock) {
+             return dock.id == kPlasma && !dock.entries.isEmpty();
+           });
+  };
+  watchNames();
+  DockBackend* const plasma = std::ranges::any_of(values.keys(), namesPlasma) ? backend(kPlasma) : nullptr;
+  if (!plasma || !namesOnTheBus().contains(kKinds.back().busName)) return answer(true);
+  plasma->askWhetherItAnswers([this, answer](bool answers) {
+    if (!answers) askAgain(kPlasma);
+    answer(answers);
+  });
 }
 
 std::vector<SystemDockPreferences::Found>& SystemDockPreferences::found() {

@@ -32,6 +32,7 @@ class SystemDockPreferences final : public QObject, public DockPreferenceAccess 
   bool isOwnRecord(const QString& key, const QVariant& value) const override;
   void write(const QString& key, const QVariant& value) override;
   bool synchronize() override;
+  void askWhetherTheyAnswer(const QVariantMap& values, const std::function<void(bool theyAnswer)>& answer) override;
   /// Docks of this desktop follow their settings by themselves.
   void restart() override {}
   Capability capability() override;

@@ -20,11 +20,13 @@ class PlasmaPanel final : public DockBackend {
   bool flush() override;
   /// The shell makes its panels after it has its name.
   bool comesAfterItsName() const override { return true; }
+  void askWhetherItAnswers(const std::function<void(bool answers)>& answer) override;
   void askWhetherThere(std::function<void(bool isThere)> answer) override;
 
  private:
   QList<DockSetting> pending_;
   std::unique_ptr<QDBusPendingCallWatcher> question_;
+  std::unique_ptr<QDBusPendingCallWatcher> call_;  ///< Whether anybody answers it.
 };
 
 }  // namespace tarnwick
