@@ -135,6 +135,7 @@ TEST_F(LiveDockTest, AnEntryThatIsOverriddenStandsForTheApplicationThatRuns) {
   RunningApp app;
   app.identity = 7;
   app.path = u"/mine/editor.desktop"_s;
+  app.windows = {1};
   const QString held = u"/all/editor.desktop"_s;
   store.edit([&](DockConfiguration& config) {
     config.profiles[0].widgets = {{QUuid::createUuid(), u"appLauncher"_s, {}, {{u"path"_s, held}}}};
