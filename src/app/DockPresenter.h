@@ -76,6 +76,7 @@ class DockPresenter final : public QObject, private DockHost {
   /// Closes the open panel without motion.
   void closePanel() { panels_.closeAtOnce(); }
 
+  void moveToTrash(const QStringList& paths, const QString& display) { drops_.moveToTrash(paths, display); }
   /// What tiles of these widgets show at this moment, whether or not a dock holds them.
   TileSources previews(const QList<DockWidget>& widgets);
 

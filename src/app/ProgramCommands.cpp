@@ -142,6 +142,14 @@ void ProgramCommands::reveal(const QString& path) {
   });
 }
 
+void ProgramCommands::openWith(const QString& entryPath, const QString& path) {
+  services_.opener.start(entryPath, {.urls = {QUrl::fromLocalFile(path)}});
+}
+
+void ProgramCommands::moveToTrash(const QString& path, const QString& display) {
+  delegate_.presenter().moveToTrash({path}, display);
+}
+
 void ProgramCommands::openTrash() { services_.opener.openTrash(services_.files.trashFolder()); }
 
 void ProgramCommands::emptyTrash() {

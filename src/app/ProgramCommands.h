@@ -55,6 +55,8 @@ class ProgramCommands final : public QObject, public Commands {
   void openUrl(const QUrl& url, const std::function<void(bool started)>& done) override;
   void openPath(const QString& path) override;
   void reveal(const QString& path) override;
+  void openWith(const QString& entryPath, const QString& path) override;
+  void moveToTrash(const QString& path, const QString& display) override;
   void openTrash() override;
   void emptyTrash() override;
   void copyText(const QString& text) override;

@@ -94,6 +94,10 @@ class Commands {
   virtual void openPath(const QString& path) = 0;
   /// Shows a file in its folder.
   virtual void reveal(const QString& path) = 0;
+  /// Opens a file with an application by the path of its desktop entry.
+  virtual void openWith(const QString& entryPath, const QString& path) = 0;
+  /// Moves a file to the trash, as a step that can be taken back beside the dock of a display.
+  virtual void moveToTrash(const QString& path, const QString& display) = 0;
   virtual void openTrash() = 0;
   /// Deletes what is in the trash for good, without asking.
   virtual void emptyTrash() = 0;

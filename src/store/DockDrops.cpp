@@ -102,7 +102,7 @@ bool DockDrops::applyToTile(const DockFileDrop& drop, const DockWidget& tile, co
   } else if (target.kind == DropRouting::Target::Kind::Folder) {
     bringInto(target.path, drop);
   } else if (tile.kind == kind::trash) {
-    throwAway(drop);
+    moveToTrash(localPaths(drop.urls), drop.display);
   } else {
     shelve(paths, kinds, drop.display);
   }
@@ -159,8 +159,8 @@ void DockDrops::bringInto(const QString& folder, const DockFileDrop& drop) {
   parts_.files->bringInto(folder, localPaths(drop.urls), how, this, offer);
 }
 
-void DockDrops::throwAway(const DockFileDrop& drop) {
-  parts_.files->trash(localPaths(drop.urls), this, [this, display = drop.display](const FilesOutcome& outcome) {
+void DockDrops::moveToTrash(const QStringList& paths, const QString& display) {
+  parts_.files->trash(paths, this, [this, display](const FilesOutcome& outcome) {
     const auto number = outcome.changes.size();
     const QString one = number == 1 ? nameOf(outcome.changes.first().from) : QString();
     const QString sentence =

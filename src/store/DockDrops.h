@@ -46,6 +46,8 @@ class DockDrops : public QObject {
 
   /// The tile was found by whoever shows the row.
   void routeDroppedFiles(const DockFileDrop& drop);
+  /// Moves files to the trash, as a step that can be taken back beside the dock of a display.
+  void moveToTrash(const QStringList& paths, const QString& display);
   /// Takes a widget that travels as text.
   void dropWidget(const QString& text, qsizetype index, const QString& display);
 
@@ -59,7 +61,6 @@ class DockDrops : public QObject {
   bool applyToTile(const DockFileDrop& drop, const DockWidget& tile, const Kinds& kinds);
   bool openInApplication(const DockFileDrop& drop, const DockWidget* tile);
   void bringInto(const QString& folder, const DockFileDrop& drop);
-  void throwAway(const DockFileDrop& drop);
   void shelve(const QStringList& paths, const Kinds& kinds, const QString& display);
   void sayMissing(const QString& path);
   void makeTiles(const DockFileDrop& drop, const Kinds& kinds);

@@ -41,6 +41,8 @@ class NoCommands : public Commands {
   void openUrl(const QUrl&, const std::function<void(bool)>& = {}) override {}
   void openPath(const QString&) override {}
   void reveal(const QString&) override {}
+  void openWith(const QString&, const QString&) override {}
+  void moveToTrash(const QString&, const QString&) override {}
   void openTrash() override {}
   void emptyTrash() override {}
   void copyText(const QString&) override {}

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QContextMenuEvent>
 #include <QTest>
 
 #include "base/DomainError.h"
@@ -119,6 +120,52 @@ TEST(RunningAppsPanel, KeepsTheTextOfItsRowsInLineWhicheverWayWordsRun) {
     EXPECT_EQ(open.view().visibleRegion().boundingRect().width(), open.view().width());
   }
   QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+}
+
+TEST(FileMenus, OfferWhatCanBeDoneByMouseKeyboardAndReader) {
+  Open open(u"recentFiles"_s);
+  ItemView& view = open.view();
+  ASSERT_FALSE(view.items().isEmpty());
+  const std::string path = view.items().first().id.toStdString();
+  const QModelIndex first = view.model()->index(0, 0);
+  const QPoint at = view.visualRect(first).center();
+  const auto menu = [&] { return open.panel->findChild<PaneMenu*>(); };
+  const auto ask = [&](QContextMenuEvent::Reason reason) {
+    QContextMenuEvent event(reason, view.viewport()->mapTo(&view, at), view.viewport()->mapToGlobal(at));
+    QCoreApplication::sendEvent(&view, &event);
+    EXPECT_TRUE(menu() && menu()->isVisible());
+    EXPECT_TRUE(open.panel->rect().contains(menu()->geometry()));
+  };
+  const auto gone = [&] {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return !menu();
+  };
+
+  view.setFocus();
+  ask(QContextMenuEvent::Mouse);
+  open.click(u"Copy Path"_s);
+  EXPECT_EQ(open.did(), "copy " + path);
+  EXPECT_TRUE(gone());
+  ask(QContextMenuEvent::Keyboard);
+  QTest::keyClick(open.panel->window()->focusWidget(), Qt::Key_Up);
+  QTest::keyClick(open.panel->window()->focusWidget(), Qt::Key_Return);
+  EXPECT_EQ(open.did(), "throw away " + path + " on " + open.context.display.toStdString()) << "the last of them";
+  EXPECT_TRUE(gone());
+  EXPECT_TRUE(view.hasFocus() || open.panel->window()->focusWidget() == &view) << "the keyboard goes back";
+
+  ask(QContextMenuEvent::Mouse);
+  QTest::keyClick(open.panel->window()->focusWidget(), Qt::Key_Escape);
+  EXPECT_TRUE(gone());
+  EXPECT_FALSE(open.closed) << "Escape closes the menu alone";
+  ask(QContextMenuEvent::Mouse);
+  QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.visualRect(view.model()->index(1, 0)).center());
+  EXPECT_TRUE(gone());
+  EXPECT_EQ(open.did(), "") << "a click beside it opens nothing";
+
+  const QStringList actions = view.itemActions(first);
+  EXPECT_EQ(actions.count(u"Show in Files"_s), 1);
+  view.runItemAction(first, actions.indexOf(u"Copy Path"_s));
+  EXPECT_EQ(open.did(), "copy " + path);
 }
 
 TEST(RunningAppsPanel, LeadsToWindowsOrApps) {

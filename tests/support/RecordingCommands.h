@@ -57,6 +57,12 @@ class RecordingCommands : public NoCommands {
   }
   void openPath(const QString& path) override { asked << path; }
   void reveal(const QString& path) override { asked << QStringLiteral("reveal %1").arg(path); }
+  void openWith(const QString& entryPath, const QString& path) override {
+    asked << QStringLiteral("open %1 with %2").arg(path, entryPath);
+  }
+  void moveToTrash(const QString& path, const QString& display) override {
+    asked << QStringLiteral("throw away %1 on %2").arg(path, display);
+  }
   void openTrash() override { asked << QStringLiteral("trash"); }
   void emptyTrash() override { asked << QStringLiteral("emptied"); }
   void copyText(const QString& text) override { asked << QStringLiteral("copy %1").arg(text); }

@@ -281,11 +281,41 @@ void ItemView::pressItem(const QModelIndex& index) {
   openCurrent();
 }
 
-QStringList ItemView::itemActions(const QModelIndex&) const {
-  return actionSymbol_.isEmpty() ? QStringList() : QStringList{actionLabel_};
+QStringList ItemView::itemActions(const QModelIndex& index) const {
+  QStringList actions;
+  if (!actionSymbol_.isEmpty()) actions << actionLabel_;
+  for (const PaneMenuEntry& entry : menuOf(index))
+    if (entry.text != actionLabel_) actions << entry.text;
+  return actions;
 }
 
-void ItemView::runItemAction(const QModelIndex& index, qsizetype) { Q_EMIT actionRequested(idAt(index)); }
+void ItemView::runItemAction(const QModelIndex& index, qsizetype action) {
+  const QString wanted = itemActions(index).value(action);
+  const QList<PaneMenuEntry> entries = menuOf(index);
+  const auto entry = std::ranges::find(entries, wanted, &PaneMenuEntry::text);
+  if (entry != entries.end())
+    entry->run();
+  else
+    Q_EMIT actionRequested(idAt(index));
+}
+
+/// What there is to choose from, without the lines between.
+QList<PaneMenuEntry> ItemView::menuOf(const QModelIndex& index) const {
+  QList<PaneMenuEntry> entries = menu_ && index.isValid() ? menu_(idAt(index)) : QList<PaneMenuEntry>();
+  entries.removeIf([](const PaneMenuEntry& entry) { return entry.text.isEmpty() || !entry.run; });
+  return entries;
+}
+
+void ItemView::contextMenuEvent(QContextMenuEvent* event) {
+  const bool isKey = event->reason() == QContextMenuEvent::Keyboard;
+  const QModelIndex index = isKey ? currentIndex() : indexAt(viewport()->mapFrom(this, event->pos()));
+  if (!menu_ || !index.isValid()) return QListView::contextMenuEvent(event);
+  event->accept();
+  setCurrentIndex(index);
+  const QRect cell = visualRect(index);
+  const QPoint at = isKey ? viewport()->mapTo(this, cell.center()) : event->pos();
+  PaneMenu::open(*this, at, index.data(Qt::DisplayRole).toString(), menu_(idAt(index)));
+}
 
 void ItemView::openCurrent() {
   if (const QString id = idAt(currentIndex()); !id.isEmpty()) Q_EMIT opened(id);

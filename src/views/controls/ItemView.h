@@ -7,6 +7,7 @@
 
 #include "views/controls/ControlLook.h"
 #include "views/controls/ListAccessible.h"
+#include "views/controls/PaneMenu.h"
 
 class QLineEdit;
 
@@ -39,6 +40,9 @@ class ItemView final : public QListView, public ItemActions {
 
   void setPicture(Picture picture);
   void setItemAction(const QString& symbol, const QString& label, const QKeySequence& key);
+  /// What a right click, the menu key and screen readers offer for an item.
+  using Menu = std::function<QList<PaneMenuEntry>(const QString& id)>;
+  void setItemMenu(Menu menu) { menu_ = std::move(menu); }
   /// Where titles lose letters: at their end, but for files, which end with what they are.
   void setElide(Elide elide) { elide_ = elide; }
   /// How many rows of cells are seen at most.
@@ -72,6 +76,7 @@ class ItemView final : public QListView, public ItemActions {
   void focusInEvent(QFocusEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void startDrag(Qt::DropActions actions) override;
   bool viewportEvent(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -87,10 +92,12 @@ class ItemView final : public QListView, public ItemActions {
   bool isKept(QKeyEvent& event);
   void openCurrent();
   QString idAt(const QModelIndex& index) const;
+  QList<PaneMenuEntry> menuOf(const QModelIndex& index) const;
 
   Shape shape_;
   Model* model_;
   Picture picture_;
+  Menu menu_;
   QString actionSymbol_;
   QString actionLabel_;
   QKeySequence actionKey_;

@@ -2,9 +2,12 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QMimeDatabase>
 #include <QPainterPath>
 
+#include "apps/InstalledApps.h"
 #include "files/Thumbnails.h"
+#include "store/Commands.h"
 #include "views/panels/PanelContext.h"
 #include "views/panels/PanelWords.h"
 #include "views/theme/FilePictures.h"
@@ -59,6 +62,19 @@ QString tipOf(const FolderEntry& entry, const QLocale& locale) {
   return tip;
 }
 
+/// Applications beside the usual one that say they open such a file. Told by its name alone: nothing is read.
+QList<DesktopEntry> appsFor(const FolderEntry& file, InstalledApps* apps) {
+  constexpr qsizetype most = 5;
+  QList<DesktopEntry> found;
+  const auto index = apps ? apps->index() : nullptr;
+  if (!index || file.path.isEmpty()) return found;
+  const QString type = file.isFolder ? u"inode/directory"_s
+                                     : QMimeDatabase().mimeTypeForFile(file.path, QMimeDatabase::MatchExtension).name();
+  for (const DesktopEntry& app : index->applications())
+    if (found.size() < most && app.mimeTypes.contains(type) && index->isVisible(app)) found << app;
+  return found;
+}
+
 }  // namespace
 
 void paintFile(QPainter& painter, const QRectF& box, const FolderEntry& entry, const QImage& picture,
@@ -85,7 +101,8 @@ void paintFile(QPainter& painter, const QRectF& box, const FolderEntry& entry, c
   painter.restore();
 }
 
-FileItems::FileItems(ItemView& view, Thumbnails* thumbnails, Commands& commands) : view_(view) {
+FileItems::FileItems(ItemView& view, const PanelContext& context) : view_(view) {
+  Thumbnails* const thumbnails = context.readings.thumbnails;
   view_.setElide(Elide::Middle);
   view.setPicture([this, thumbnails](QPainter& painter, const QRectF& box, const ViewItem& item) {
     const FolderEntry entry = of(item.id);
@@ -96,7 +113,23 @@ FileItems::FileItems(ItemView& view, Thumbnails* thumbnails, Commands& commands)
   if (thumbnails) QObject::connect(thumbnails, &Thumbnails::ready, &view, &ItemView::refreshPictures);
   view.setItemAction(u"folder"_s, PanelWords::tr("Show in Files"), QKeySequence(Qt::CTRL | Qt::Key_R));
   QObject::connect(&view, &ItemView::actionRequested, &view,
-                   [&commands](const QString& path) { commands.reveal(path); });
+                   [&commands = context.commands](const QString& path) { commands.reveal(path); });
+  view.setItemMenu([this, context](const QString& path) { return menuOf(path, context); });
+}
+
+QList<PaneMenuEntry> FileItems::menuOf(const QString& path, const PanelContext& context) const {
+  Commands& commands = context.commands;
+  QList<PaneMenuEntry> entries{{PanelWords::tr("Open"), [&commands, path] { commands.openPath(path); }}};
+  for (const DesktopEntry& app : appsFor(of(path), context.readings.apps))
+    entries << PaneMenuEntry{PanelWords::tr("Open with %1").arg(app.name),
+                             [&commands, path, entry = app.path] { commands.openWith(entry, path); }};
+  entries << PaneMenuEntry{}
+          << PaneMenuEntry{PanelWords::tr("Show in Files"), [&commands, path] { commands.reveal(path); }}
+          << PaneMenuEntry{PanelWords::tr("Copy Path"), [&commands, path] { commands.copyText(path); }}
+          << PaneMenuEntry{}
+          << PaneMenuEntry{PanelWords::tr("Move to Trash"),
+                           [&commands, path, display = context.display] { commands.moveToTrash(path, display); }};
+  return entries;
 }
 
 void FileItems::set(const QList<FolderEntry>& entries, Caption caption, const QDateTime& now, const QLocale& locale) {

@@ -9,8 +9,7 @@
 
 namespace tarnwick {
 
-class Commands;
-class Thumbnails;
+struct PanelContext;
 
 /// Pixels of the pictures that panels ask for: enough for a cell on a dense screen.
 inline constexpr int kPanelThumbnail = 256;
@@ -19,11 +18,11 @@ inline constexpr int kPanelThumbnail = 256;
 void paintFile(QPainter& painter, const QRectF& box, const FolderEntry& entry, const QImage& picture,
                const ControlLook& look);
 
-/// Files in a view: they have their pictures, can be dragged out, and can be shown in their folder.
+/// Files in a view: they have their pictures, can be dragged out, and have a menu of what can be done to them.
 class FileItems {
  public:
-  /// `thumbnails` may be null. All are borrowed; they must outlive this.
-  FileItems(ItemView& view, Thumbnails* thumbnails, Commands& commands);
+  /// The view and what the context names are borrowed; they must outlive this.
+  FileItems(ItemView& view, const PanelContext& context);
 
   /// What stands below the name, or in its place.
   enum class Caption { None, AgeOnly, Folder, FolderAndAge };
@@ -32,6 +31,8 @@ class FileItems {
   FolderEntry of(const QString& id) const { return entries_.value(id); }
 
  private:
+  QList<PaneMenuEntry> menuOf(const QString& path, const PanelContext& context) const;
+
   ItemView& view_;
   QHash<QString, FolderEntry> entries_;
 };

@@ -25,9 +25,7 @@ namespace {
 class FileListPanel : public TilePanel {
  protected:
   FileListPanel(const PanelContext& context, const QString& label, ItemView::Shape shape)
-      : TilePanel(context, theme::kPanelWidthWide),
-        view_(new ItemView(label, shape)),
-        items_(*view_, context.readings.thumbnails, context.commands) {
+      : TilePanel(context, theme::kPanelWidthWide), view_(new ItemView(label, shape)), items_(*view_, context) {
     connect(view_, &ItemView::opened, this, [this](const QString& path) {
       this->context().commands.openPath(path);
       Q_EMIT closeRequested();

@@ -47,7 +47,7 @@ class FolderPanel final : public TilePanel {
         order_(new Segments(PanelWords::tr("Sort by"), orderLabels())),
         view_(new ItemView(PanelWords::tr("Files"), ItemView::Shape::Icons)),
         rest_(new TextLabel({}, TextStyle::Caption, Tone::Secondary)),
-        items_(*view_, context.readings.thumbnails, context.commands) {
+        items_(*view_, context) {
     header().addAction(back_);
     header().addAction(order_);
     auto* button = new IconButton(u"folder"_s, PanelWords::tr("Open in Files"));

@@ -1,0 +1,168 @@
+#include "views/controls/PaneMenu.h"
+
+#include <QEvent>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "views/controls/Buttons.h"
+#include "views/controls/ControlLook.h"
+#include "views/controls/ControlTheme.h"
+#include "views/controls/GlassPane.h"
+#include "views/theme/Glass.h"
+#include "views/theme/Typography.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kPadding = 6;
+constexpr int kLeastWidth = 160;
+constexpr int kMostWidth = 260;
+constexpr int kLineSpace = 9;
+constexpr double kCorner = 10;
+
+/// What parts two groups.
+class Line final : public QWidget {
+ public:
+  explicit Line(QWidget* parent) : QWidget(parent) { setFixedHeight(kLineSpace); }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.fillRect(QRect(kPadding, kLineSpace / 2, width() - kPadding * 2, 1), lookOf(*this).palette.track);
+  }
+};
+
+/// One entry.
+class Row final : public PaintedButton {
+ public:
+  Row(const QString& label, QWidget* parent) : PaintedButton(label, parent) {
+    setFont(Typography::widgetFont(TextStyle::Body));
+    setFocusPolicy(Qt::StrongFocus);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  }
+  QSize sizeHint() const override {
+    return {fontMetrics().horizontalAdvance(label()) + theme::kRowOverhang * 2, theme::kControlHeight};
+  }
+  QSize minimumSizeHint() const override { return {0, theme::kControlHeight}; }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    prepare(painter);
+    if (isEnabled() && (underMouse() || isDown() || showsFocus()))
+      drawRounded(painter, rect(), theme::kRowCorner, ground());
+    const QRect room = rect().adjusted(theme::kRowOverhang, 0, -theme::kRowOverhang, 0);
+    painter.setPen(look().palette.primary);
+    painter.drawText(room,
+                     Qt::AlignVCenter | static_cast<int>(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft)),
+                     fontMetrics().elidedText(label(), Qt::ElideMiddle, room.width()));
+  }
+};
+
+/// The visible part of a window that may have room for a shadow around it.
+QRect paneOf(const QWidget& window) {
+  const auto* pane = window.findChild<const GlassPane*>();
+  if (const auto* itself = qobject_cast<const GlassPane*>(&window)) return itself->rect() - itself->margins();
+  return pane ? pane->rect().translated(pane->mapTo(&window, QPoint())) - pane->margins() : window.rect();
+}
+
+}  // namespace
+
+PaneMenu* PaneMenu::open(QWidget& owner, const QPoint& at, const QString& label, const QList<PaneMenuEntry>& entries) {
+  QWidget* window = owner.window();
+  for (PaneMenu* other : window->findChildren<PaneMenu*>()) other->close();
+  if (std::ranges::none_of(entries, [](const PaneMenuEntry& entry) { return static_cast<bool>(entry.run); }))
+    return nullptr;
+  auto* menu = new PaneMenu(owner, label, entries);
+  const QRect room = paneOf(*window).marginsRemoved({kPadding, kPadding, kPadding, kPadding});
+  const QSize size = menu->sizeHint().boundedTo(room.size());
+  QPoint place = owner.mapTo(window, at);
+  if (menu->isRightToLeft()) place.rx() -= size.width();
+  place.setX(std::clamp(place.x(), room.left(), std::max(room.left(), room.right() + 1 - size.width())));
+  place.setY(std::clamp(place.y(), room.top(), std::max(room.top(), room.bottom() + 1 - size.height())));
+  menu->setGeometry(QRect(place, size));
+  menu->show();
+  menu->raise();
+  menu->buttons_.first()->setFocus(Qt::PopupFocusReason);
+  return menu;
+}
+
+PaneMenu::PaneMenu(QWidget& owner, const QString& label, const QList<PaneMenuEntry>& entries)
+    : QWidget(owner.window()), before_(owner.window()->focusWidget()) {
+  setAccessibleName(label);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
+  column->setSpacing(0);
+  int width = kLeastWidth;
+  for (const PaneMenuEntry& entry : entries) {
+    if (entry.text.isEmpty()) {
+      column->addWidget(new Line(this));
+      continue;
+    }
+    auto* button = new Row(entry.text, this);
+    button->setEnabled(static_cast<bool>(entry.run));
+    connect(button, &QPushButton::clicked, this, [this, run = entry.run] { close(run); });
+    column->addWidget(button);
+    if (button->isEnabled()) buttons_ << button;
+    width = std::max(width, button->sizeHint().width() + kPadding * 2);
+  }
+  setFixedWidth(std::min(width, kMostWidth));
+  // Clicks beside it are seen on their way to whatever lies below.
+  window()->installEventFilter(this);
+  for (QWidget* other : window()->findChildren<QWidget*>())
+    if (!isAncestorOf(other) && other != this) other->installEventFilter(this);
+}
+
+void PaneMenu::close(const std::function<void()>& run) {
+  if (isHidden()) return;
+  hide();
+  if (before_) before_->setFocus(Qt::PopupFocusReason);
+  deleteLater();
+  if (run) run();
+}
+
+bool PaneMenu::eventFilter(QObject* watched, QEvent* event) {
+  const bool isPress = event->type() == QEvent::MouseButtonPress || event->type() == QEvent::Wheel;
+  if (isPress && !isHidden()) {
+    close();
+    return true;
+  }
+  if (event->type() == QEvent::Hide && watched == window()) close();
+  return false;
+}
+
+void PaneMenu::step(int by) {
+  const qsizetype at = buttons_.indexOf(window()->focusWidget());
+  const qsizetype next = at < 0 ? 0 : (at + by + buttons_.size()) % buttons_.size();
+  buttons_[next]->setFocus(Qt::TabFocusReason);
+}
+
+void PaneMenu::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+    case Qt::Key_Escape:
+      return close();
+    case Qt::Key_Down:
+      return step(1);
+    case Qt::Key_Up:
+      return step(-1);
+    default:
+      // What is typed is not meant for what lies below.
+      event->accept();
+  }
+}
+
+void PaneMenu::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const Palette& palette = lookOf(*this).palette;
+  // What lies below must not be read through it.
+  QColor ground = palette.panel.bodyTop;
+  ground.setAlpha(255);
+  drawRounded(painter, QRectF(rect()), kCorner, ground);
+  drawInnerLine(painter, QRectF(rect()), kCorner, 1, palette.track);
+}
+
+}  // namespace tarnwick
