@@ -13,6 +13,7 @@
 #include "views/dock/StoreSources.h"
 #include "views/dock/UndoBubble.h"
 #include "views/families/Rooms.h"
+#include "views/theme/LocalFigures.h"
 
 namespace tarnwick {
 namespace {
@@ -412,7 +413,7 @@ QList<ItemCommand> DockPresenter::commandsOf(const QString& display, const QUuid
     if (!entry.run) continue;
     // Windows of one title are told apart by their place alone.
     const auto number = ++seen[entry.text];
-    const QString text = number > 1 ? tr("%1 (%2)").arg(entry.text).arg(number) : entry.text;
+    const QString text = number > 1 ? tr("%1 (%2)").arg(entry.text, LocalFigures::number(number)) : entry.text;
     commands.append({text, [this, display, run = entry.run] {
                        actOn(display);
                        run();

@@ -46,6 +46,14 @@ void choose(SnapshotOptions& options, const QString& list) {
   }
 }
 
+QLocale localeNamed(const QString& name) {
+  const QLocale locale(name);
+  // What the toolkit does not know is the locale of no language.
+  if (locale.language() == QLocale::C)
+    throw DomainError::invalid(u"\"%1\" is no locale. One is written like de_DE."_s.arg(name));
+  return locale;
+}
+
 QList<double> densities(const QString& list) {
   QList<double> result;
   for (const QString& part : list.split(u',')) {
@@ -63,6 +71,7 @@ SnapshotOptions snapshotOptions(const QStringList& arguments) {
   SnapshotOptions options;
   if (const auto images = valueOf(arguments, "--snapshot-images"_L1)) choose(options, *images);
   if (const auto list = valueOf(arguments, "--snapshot-densities"_L1)) options.densities = densities(*list);
+  if (const auto name = valueOf(arguments, "--snapshot-locale"_L1)) options.locale = localeNamed(*name);
   const auto output = valueOf(arguments, "--output"_L1);
   if (output) {
     options.folder = QDir(*output).absolutePath();
@@ -81,6 +90,7 @@ int runSnapshot(const QStringList& arguments) {
   qputenv("TZ", "UTC");
   qunsetenv("QT_SCALE_FACTOR");
   qunsetenv("QT_STYLE_OVERRIDE");
+  if (options.locale) SnapshotFixture::locale() = *options.locale;
   QLocale::setDefault(SnapshotFixture::locale());
   QByteArray name("tarnwick");
   // The toolkit's own switch, for looking at everything as people see it who read from the right.

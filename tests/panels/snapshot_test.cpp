@@ -27,12 +27,16 @@ TEST(SnapshotTest, ReadsItsOptions) {
       {u"--output"_s, u"/p"_s, u"--snapshot-images"_s, u"docks, tiles"_s, u"--snapshot-densities"_s, u"1.5,1.5,3"_s});
   EXPECT_TRUE(some.tiles && some.docks && !some.panels && !some.windows);
   EXPECT_EQ(some.densities, (QList<double>{1.5, 3}));
+  EXPECT_FALSE(some.locale) << "that of the fixture";
+  EXPECT_EQ(snapshotOptions({u"--output"_s, u"/p"_s, u"--snapshot-locale"_s, u"ar_EG"_s}).locale,
+            QLocale(QLocale::Arabic, QLocale::Egypt));
 
   const auto fails = [](const QStringList& arguments) {
     return !failureOf([&] { snapshotOptions(QStringList{u"--output"_s, u"/p"_s} + arguments); }).empty();
   };
   EXPECT_TRUE(fails({u"--snapshot-images"_s, u"tiles,moons"_s}));
   EXPECT_TRUE(fails({u"--snapshot-images"_s}));
+  EXPECT_TRUE(fails({u"--snapshot-locale"_s, u"nowhere"_s}));
   for (const QString& density : {u"0"_s, u"-1"_s, u"two"_s, u"1,,2"_s, u"100"_s, u"nan"_s})
     EXPECT_TRUE(fails({u"--snapshot-densities"_s, density})) << density.toStdString();
 }

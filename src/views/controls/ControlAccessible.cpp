@@ -6,6 +6,7 @@
 
 #include "views/controls/Rows.h"
 #include "views/controls/Stepper.h"
+#include "views/theme/LocalFigures.h"
 
 namespace tarnwick {
 
@@ -83,7 +84,7 @@ class StepperAccessible final : public QAccessibleWidget, public QAccessibleValu
     const QString own = QAccessibleWidget::text(kind);
     if (kind == QAccessible::Value) return stepper().text();
     // Readers ask for the number alone, which does not tell that it means "Off" or minutes.
-    if (kind != QAccessible::Description || stepper().text() == QString::number(stepper().value())) return own;
+    if (kind != QAccessible::Description || stepper().text() == LocalFigures::number(stepper().value())) return own;
     return own.isEmpty() ? stepper().text() : stepper().text() + u", "_s + own;
   }
 

@@ -6,6 +6,7 @@
 
 #include "views/controls/Mirroring.h"
 #include "views/theme/Glass.h"
+#include "views/theme/LocalFigures.h"
 
 namespace tarnwick {
 
@@ -49,7 +50,7 @@ void LevelBars::setLevels(const QList<double>& levels) {
   if (levels == levels_) return;
   levels_ = levels;
   QStringList words;
-  for (const double level : levels) words << QString::number(std::lround(known(level) * 100)) + u'%';
+  for (const double level : levels) words << LocalFigures::percent(std::lround(known(level) * 100));
   setAccessibleDescription(words.join(u", "_s));
   setFixedHeight(sizeHint().height());
   update();

@@ -12,6 +12,7 @@
 #include "views/controls/ControlTheme.h"
 #include "views/controls/MonthAccessible.h"
 #include "views/theme/Glass.h"
+#include "views/theme/LocalFigures.h"
 
 namespace tarnwick {
 
@@ -105,7 +106,8 @@ QString MonthGrid::words(const QDate& day) const {
   const int count = counts_.value(day);
   QString words = locale_.toString(day, QLocale::LongFormat);
   if (count == 1) words += u", "_s + QCoreApplication::translate("Panels", "1 event");
-  if (count > 1) words += u", "_s + QCoreApplication::translate("Panels", "%1 events").arg(count);
+  if (count > 1)
+    words += u", "_s + QCoreApplication::translate("Panels", "%1 events").arg(LocalFigures::number(count, locale_));
   return words;
 }
 

@@ -8,6 +8,7 @@
 #include "views/controls/ControlTheme.h"
 #include "views/controls/Mirroring.h"
 #include "views/theme/Glass.h"
+#include "views/theme/LocalFigures.h"
 #include "views/theme/Theme.h"
 
 namespace tarnwick {
@@ -20,7 +21,7 @@ Slider::Slider(const QString& label, QWidget* parent) : QAbstractSlider(parent),
   setFocusPolicy(Qt::TabFocus);
   setFixedHeight(theme::kControlHeight);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-  format_ = [](int value) { return QStringLiteral("%1%").arg(value); };
+  format_ = [](int value) { return LocalFigures::percent(value); };
 }
 
 void Slider::setFormat(std::function<QString(int)> format) {

@@ -10,6 +10,7 @@
 #include "views/controls/Buttons.h"
 #include "views/controls/ControlAccessible.h"
 #include "views/controls/ControlTheme.h"
+#include "views/theme/LocalFigures.h"
 
 namespace tarnwick {
 
@@ -51,7 +52,7 @@ QSize Stepper::sizeHint() const {
   return {theme::kControlHeight * 2 + theme::kStepperValueWidth, theme::kControlHeight};
 }
 
-QString Stepper::text() const { return format_ ? format_(value_) : QString::number(value_); }
+QString Stepper::text() const { return format_ ? format_(value_) : LocalFigures::number(value_); }
 
 void Stepper::stepBy(int steps) { change(value_ + steps * step_); }
 

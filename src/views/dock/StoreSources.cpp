@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "views/families/notes/NoteTiles.h"
+#include "views/tiles/ClockWords.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/Family.h"
 #include "widgets/catalog/KindTraits.h"
@@ -14,11 +15,6 @@ namespace tarnwick {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// The locale writes the hour of a 24-hour clock with a capital letter or has no mark for morning and evening.
-bool writes24Hours(const QLocale& locale) {
-  return !locale.timeFormat(QLocale::ShortFormat).contains("ap"_L1, Qt::CaseInsensitive);
-}
 
 QStringList pathsOf(const DockWidget& widget) {
   QStringList paths = widget.options.value(option::paths).split(u'\n', Qt::SkipEmptyParts);
@@ -55,7 +51,7 @@ class MomentSource final : public TileSource {
   MomentSource(const AppStore& store, const TileServices& services) : store_(store), services_(services) {}
   void fill(TileSources& sources, const QList<DockWidget>&) override {
     sources.now = store_.now();
-    sources.use24Hour = services_.uses24Hour().value_or(writes24Hours(sources.locale));
+    sources.use24Hour = services_.uses24Hour().value_or(ClockWords::writes24Hours(sources.locale));
   }
 
  private:

@@ -13,6 +13,7 @@
 #include "views/library/LibraryWords.h"
 #include "views/library/PathFields.h"
 #include "views/library/ZoneFields.h"
+#include "views/theme/LocalFigures.h"
 #include "views/tiles/ToggleChoice.h"
 
 namespace tarnwick {
@@ -89,7 +90,7 @@ class StepsControl final : public FieldControl {
     stepper_->setRange(field.least, field.most);
     stepper_->setFormat([words = field.words, least = field.least](int value) {
       if (value == 0 && least == 0) return LibraryWords::tr("Off");
-      return words.isEmpty() ? QString::number(value) : words.arg(value);
+      return words.isEmpty() ? LocalFigures::number(value) : words.arg(LocalFigures::number(value));
     });
     hold(stepper_);
     connect(stepper_, &Stepper::valueChanged, this, &FieldControl::changed);

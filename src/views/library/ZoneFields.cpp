@@ -9,6 +9,7 @@
 #include "views/controls/Rows.h"
 #include "views/library/FieldRows.h"
 #include "views/library/LibraryWords.h"
+#include "views/theme/LocalFigures.h"
 #include "views/tiles/ClockWords.h"
 
 namespace tarnwick {
@@ -98,7 +99,7 @@ void ZoneField::take(const ZoneMatch& match) {
     city_ = match.city;
   }
   field_->clear();
-  message_->setText(LibraryWords::tr("A world clock holds at most %1 zones.").arg(kMostZones));
+  message_->setText(LibraryWords::tr("A world clock holds at most %1 zones.").arg(LocalFigures::number(kMostZones)));
   message_->setVisible(full);
   field_->setFocus(Qt::OtherFocusReason);
   if (full) return;

@@ -13,6 +13,7 @@
 #include "views/controls/ScrollArea.h"
 #include "views/onboarding/OnboardingPages.h"
 #include "views/theme/Glass.h"
+#include "views/theme/LocalFigures.h"
 
 namespace tarnwick {
 
@@ -40,7 +41,8 @@ class PageDots final : public QWidget {
 
   void setPage(int page) {
     page_ = page;
-    setAccessibleName(OnboardingWindow::tr("Step %1 of %2").arg(page + 1).arg(count_));
+    setAccessibleName(
+        OnboardingWindow::tr("Step %1 of %2").arg(LocalFigures::number(page + 1), LocalFigures::number(count_)));
     update();
   }
 

@@ -14,6 +14,7 @@
 #include "views/settings/OrderList.h"
 #include "views/settings/Pages.h"
 #include "views/settings/RuleForm.h"
+#include "views/theme/LocalFigures.h"
 #include "views/window/DropDown.h"
 #include "views/window/WindowTheme.h"
 
@@ -230,6 +231,8 @@ class ProfilesPage final : public SettingsPage {
     for (const ProfileRule& rule : config.desktopOptions().profileRules) {
       const qsizetype profile = indexOf(config.profiles, rule.profileID);
       OrderItem item{rule.id.toString(), ProfileRules::describe(rule)};
+      // The name of a focus is the user's.
+      if (rule.trigger == ProfileRule::Trigger::Schedule) item.title = LocalFigures::of(item.title);
       item.symbol = rule.trigger == ProfileRule::Trigger::Focus ? u"moon"_s : u"clock"_s;
       item.caption = profile < 0 ? settingsText(QT_TRANSLATE_NOOP("Settings", "Its profile is gone"))
                                  : config.profiles[profile].name;

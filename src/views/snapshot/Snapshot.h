@@ -1,11 +1,13 @@
 #pragma once
 
 #include <QList>
+#include <QLocale>
 #include <QString>
 #include <QStringList>
 #include <QWidget>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace tarnwick {
 
@@ -22,6 +24,7 @@ struct SnapshotOptions {
   bool docks = true;
   bool windows = true;
   QList<double> densities{1, 2};
+  std::optional<QLocale> locale{};     ///< Where absent, that of the fixture.
   QList<SnapshotWindow> windowList{};  ///< What `windows` pictures.
 };
 

@@ -5,6 +5,7 @@
 #include "store/NoCommands.h"
 #include "views/families/Rooms.h"
 #include "views/theme/SnapshotScenery.h"
+#include "views/tiles/ClockWords.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/Kinds.h"
 
@@ -57,12 +58,16 @@ class PicturedCommands final : public NoCommands {
 
 QDateTime SnapshotFixture::moment() { return QDateTime(QDate(2026, 11, 24), QTime(10, 24, 36), QTimeZone::utc()); }
 
-QLocale SnapshotFixture::locale() { return QLocale(QLocale::English, QLocale::UnitedKingdom); }
+QLocale& SnapshotFixture::locale() {
+  static QLocale locale(QLocale::English, QLocale::UnitedKingdom);
+  return locale;
+}
 
 TileSources SnapshotFixture::sources() {
   TileSources sources;
   sources.now = moment();
   sources.locale = locale();
+  sources.use24Hour = ClockWords::writes24Hours(sources.locale);
   for (const Room* room : Rooms::all())
     if (room->picture) room->picture(sources);
   return sources;

@@ -17,7 +17,8 @@ namespace tarnwick {
 /// The one set of data that all pictures of the program are taken with, put together from what each room has for them.
 struct SnapshotFixture {
   static QDateTime moment();
-  static QLocale locale();
+  /// British English, unless it was set.
+  static QLocale& locale();
   static TileSources sources();
   /// A widget of a kind, set up, with an identity made from the kind.
   static DockWidget widgetOf(const QString& kind);

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "views/theme/Glass.h"
+#include "views/theme/LocalFigures.h"
 #include "views/theme/Upright.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TilePainter.h"
@@ -90,7 +91,8 @@ void paintProgress(TileCanvas& canvas, const QRectF& icon, double progress) {
 
 void paintCount(TileCanvas& canvas, const QRectF& icon, qint64 count) {
   const TextLine text =
-      canvas.line(count > kLargestCount ? u"%1+"_s.arg(kLargestCount) : QString::number(count), TextStyle::GaugeLabel);
+      canvas.line(count > kLargestCount ? LocalFigures::number(kLargestCount) + u'+' : LocalFigures::number(count),
+                  TextStyle::GaugeLabel);
   const double height = std::max(kBadgeHeight, text.pixelSize() + kBadgePadding);
   const double width = std::max(height, text.width() + kBadgePadding * 2);
   const double right = std::min(icon.right() + kBadgeOut, canvas.width());
@@ -140,7 +142,7 @@ QString describe(const AppMarks& marks) {
     parts.append(TileWords::tr("%1 windows").arg(QLocale().toString(marks.windows)));
   if (marks.count.value_or(0) > 0) parts.append(QLocale().toString(*marks.count));
   if (marks.progress && std::isfinite(*marks.progress))
-    parts.append(u"%1%"_s.arg(std::lround(std::clamp(*marks.progress, 0.0, 1.0) * 100)));
+    parts.append(LocalFigures::percent(std::lround(std::clamp(*marks.progress, 0.0, 1.0) * 100)));
   return parts.join(u", "_s);
 }
 

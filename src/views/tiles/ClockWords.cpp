@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "views/theme/LocalFigures.h"
 #include "views/tiles/TileWords.h"
 
 namespace tarnwick {
@@ -76,6 +77,10 @@ ClockTime ClockWords::time(const QTime& time, const QLocale& locale, bool use24H
   // Only with the mark in the format does the hour count to twelve.
   parts.hours = locale.toString(time, u"h AP"_s).remove(parts.halfOfDay, Qt::CaseInsensitive).trimmed();
   return parts;
+}
+
+bool ClockWords::writes24Hours(const QLocale& locale) {
+  return !locale.timeFormat(QLocale::ShortFormat).contains("ap"_L1, Qt::CaseInsensitive);
 }
 
 QStringList ClockWords::dates(const QDate& date, const QLocale& locale) {
@@ -154,9 +159,9 @@ QString ClockWords::until(const QDateTime& at, const QDateTime& now) {
 
 QString ClockWords::span(qint64 minutes) {
   const qint64 hours = minutes / kMinutesInHour;
-  const QString rest = TileWords::tr("%1 min").arg(minutes % kMinutesInHour);
+  const QString rest = TileWords::tr("%1 min").arg(LocalFigures::number(minutes % kMinutesInHour));
   if (hours == 0) return rest;
-  const QString whole = TileWords::tr("%1 h").arg(hours);
+  const QString whole = TileWords::tr("%1 h").arg(LocalFigures::number(hours));
   return minutes % kMinutesInHour == 0 ? whole : whole + u' ' + rest;
 }
 

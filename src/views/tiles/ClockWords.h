@@ -24,6 +24,8 @@ struct ClockTime {
 /// Times, dates and distances in the words of a locale. Pure.
 struct ClockWords {
   static ClockTime time(const QTime& time, const QLocale& locale, bool use24Hour);
+  /// Whether hours count to 24 where the locale has the word: its times have no mark for morning and evening.
+  static bool writes24Hours(const QLocale& locale);
   /// "Tuesday, 24 November" and shorter forms of it, without the year.
   static QStringList dates(const QDate& date, const QLocale& locale);
   /// "24 Nov": the day and the short month in the locale's order.

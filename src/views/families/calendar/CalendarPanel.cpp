@@ -7,6 +7,7 @@
 #include "views/families/calendar/DayAgenda.h"
 #include "views/families/calendar/EventWords.h"
 #include "views/panels/PanelWords.h"
+#include "views/theme/LocalFigures.h"
 #include "views/tiles/ClockWords.h"
 
 namespace tarnwick {
@@ -92,7 +93,7 @@ class CalendarPanel final : public TilePanel {
 
   QString noticeFor(const CalendarDigest& digest, const TileSources& sources, qsizetype all, qsizetype shown) const {
     if (!digest.calendarMessage.isEmpty()) return digest.calendarMessage;
-    if (all > shown) return PanelWords::tr("And %1 more").arg(all - shown);
+    if (all > shown) return PanelWords::tr("And %1 more").arg(LocalFigures::number(all - shown));
     if (all > 0) return {};
     const qint64 days = sources.now.date().daysTo(month_->chosen());
     if (days < -Calendar::daysBack || days >= Calendar::daysAhead)

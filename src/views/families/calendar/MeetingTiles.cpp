@@ -3,6 +3,7 @@
 #include "views/families/calendar/CalendarTiles.h"
 #include "views/families/calendar/EventWords.h"
 #include "views/theme/Glass.h"
+#include "views/theme/LocalFigures.h"
 #include "views/tiles/ClockWords.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileWords.h"
@@ -23,7 +24,7 @@ QRectF pillOf(double width) {
 
 QString guests(const CalendarEvent& meeting) {
   if (meeting.attendees == 1) return TileWords::tr("1 guest");
-  return meeting.attendees > 1 ? TileWords::tr("%1 guests").arg(meeting.attendees) : QString();
+  return meeting.attendees > 1 ? TileWords::tr("%1 guests").arg(LocalFigures::number(meeting.attendees)) : QString();
 }
 
 }  // namespace
@@ -56,7 +57,8 @@ MeetingContent makeNextMeeting(const TileRequest& request) {
     content.figure = sources.locale.toString(minutes);
     content.unit = TileWords::tr("min");
   } else if (minutes < kDay) {
-    content.figure = u"%1:%2"_s.arg(minutes / kHour).arg(minutes % kHour, 2, 10, QChar(u'0'));
+    content.figure =
+        LocalFigures::of(u"%1:%2"_s.arg(minutes / kHour).arg(minutes % kHour, 2, 10, QChar(u'0')), sources.locale);
     content.unit = TileWords::tr("h");
   } else {
     content.figure = ClockWords::weekday(meeting->start.date(), sources.locale, QLocale::ShortFormat);

@@ -9,6 +9,7 @@
 #include "views/families/calendar/EventWords.h"
 #include "views/families/calendar/ReminderRow.h"
 #include "views/panels/PanelWords.h"
+#include "views/theme/LocalFigures.h"
 #include "views/theme/WeatherPictures.h"
 #include "views/tiles/ClockWords.h"
 
@@ -100,7 +101,7 @@ class OverviewPanel final : public TilePanel {
     weather_->setPicture(picture);
     weather_->setTitle(reading_->condition.isEmpty() ? reading_->place : reading_->condition);
     weather_->setCaption(reading_->condition.isEmpty() ? QString() : reading_->place);
-    weather_->setValue(reading_->temperature);
+    weather_->setValue(LocalFigures::of(reading_->temperature, sources.locale));
   }
 
   void showEvents(const CalendarDigest& digest, const TileSources& sources) {
@@ -110,7 +111,7 @@ class OverviewPanel final : public TilePanel {
     events_.heading->setTrailing(soon ? EventWords::distance(digest.upcoming.first(), sources) : QString(),
                                  Tone::AccentWord);
     events_.say(!digest.calendarMessage.isEmpty() ? digest.calendarMessage
-                : more > 0                        ? PanelWords::tr("And %1 more").arg(more)
+                : more > 0                        ? PanelWords::tr("And %1 more").arg(LocalFigures::number(more))
                 : agenda_->all() == 0             ? PanelWords::tr("No events")
                                                   : QString());
     folder_->setVisible(!digest.calendarMessage.isEmpty());
@@ -119,15 +120,15 @@ class OverviewPanel final : public TilePanel {
   void showReminders(const CalendarDigest& digest, const TileSources& sources) {
     const QList<Reminder>& due = digest.dueToday;
     const auto count = due.size();
-    reminders_.heading->setTrailing(count > 0 ? PanelWords::tr("%1 due").arg(count) : QString());
+    reminders_.heading->setTrailing(count > 0 ? PanelWords::tr("%1 due").arg(LocalFigures::number(count)) : QString());
     // Where there is no calendar, its sentence above says enough.
     const bool silent = !digest.reminderMessage.isEmpty() && !digest.calendarMessage.isEmpty();
     reminders_.heading->setVisible(!silent);
     reminders_.say(silent                              ? QString()
                    : !digest.reminderMessage.isEmpty() ? digest.reminderMessage
-                   : count > kMostDue                  ? PanelWords::tr("And %1 more").arg(count - kMostDue)
-                   : count == 0                        ? PanelWords::tr("Nothing is due.")
-                                                       : QString());
+                   : count > kMostDue ? PanelWords::tr("And %1 more").arg(LocalFigures::number(count - kMostDue))
+                   : count == 0       ? PanelWords::tr("Nothing is due.")
+                                      : QString());
     QStringList words;
     for (const Reminder& reminder : due.first(std::min(count, kMostDue)))
       words << EventWords::briefDue(reminder, sources);
@@ -147,8 +148,11 @@ class OverviewPanel final : public TilePanel {
     const QList<TodoItem>& all = store().config().todos;
     const auto done = std::ranges::count(all, true, &TodoItem::completed);
     const auto open = all.size() - done;
-    todos_.heading->setTrailing(all.isEmpty() ? QString() : PanelWords::tr("%1 of %2 done").arg(done).arg(all.size()));
-    todos_.say(open > kMostDue ? PanelWords::tr("And %1 more").arg(open - kMostDue)
+    todos_.heading->setTrailing(
+        all.isEmpty()
+            ? QString()
+            : PanelWords::tr("%1 of %2 done").arg(LocalFigures::number(done), LocalFigures::number(all.size())));
+    todos_.say(open > kMostDue ? PanelWords::tr("And %1 more").arg(LocalFigures::number(open - kMostDue))
                : open == 0     ? PanelWords::tr("Nothing to do")
                                : QString());
     if (areTodosShown_ && all == todosShown_) return;

@@ -6,6 +6,7 @@
 #include "views/controls/Rows.h"
 #include "views/families/calendar/ProgressTiles.h"
 #include "views/panels/PanelWords.h"
+#include "views/theme/LocalFigures.h"
 #include "views/tiles/ClockWords.h"
 #include "widgets/catalog/Kinds.h"
 
@@ -53,7 +54,7 @@ QString leftOf(Component component, const QDateTime& now) {
   const int days =
       component == Component::Month ? today.daysInMonth() - today.day() : today.daysInYear() - today.dayOfYear();
   if (days == 0) return PanelWords::tr("The last day");
-  return days == 1 ? PanelWords::tr("1 day left") : PanelWords::tr("%1 days left").arg(days);
+  return days == 1 ? PanelWords::tr("1 day left") : PanelWords::tr("%1 days left").arg(LocalFigures::number(days));
 }
 
 class ProgressPanel final : public TilePanel {
@@ -72,15 +73,15 @@ class ProgressPanel final : public TilePanel {
   void refresh(const TileSources& sources) override {
     for (std::size_t i = 0; i < rows_.size(); ++i) {
       const double share = TimeMath::progress(sources.now, kComponents[i]);
-      const QString percent = QString::number(shownPercent(share));
+      const int percent = shownPercent(share);
       const QString name = nameOf(kComponents[i], sources);
       const QString left = leftOf(kComponents[i], sources.now);
       rows_[i]->setTitle(name);
       rows_[i]->setCaption(left);
-      rows_[i]->setValue(percent + u'%');
+      rows_[i]->setValue(LocalFigures::percent(percent, sources.locale));
       rows_[i]->setBar(share);
       if (kComponents[i] != own()) continue;
-      figure_->setFigure(percent, u"%"_s);
+      figure_->setFigure(LocalFigures::number(percent, sources.locale), LocalFigures::percentSign(sources.locale));
       figure_->setLines(wholeOf(kComponents[i]));
     }
   }

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "views/theme/Glass.h"
+#include "views/theme/LocalFigures.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileWords.h"
 
@@ -116,23 +117,24 @@ ProgressContent makeMonthProgress(const TileRequest& request) { return progress(
 ProgressContent makeYearProgress(const TileRequest& request) { return progress(request, TimeMath::Component::Year); }
 
 TileText describe(const ProgressContent& content, const QString& name) {
-  return {name, u"%1% %2"_s.arg(QString::number(content.percent), content.caption)};
+  return {name, LocalFigures::percent(content.percent) + u' ' + content.caption};
 }
 
 void paint(TileCanvas& canvas, const ProgressContent& content) {
   using namespace theme;
-  const QString percent = QString::number(content.percent);
+  const QString percent = LocalFigures::number(content.percent);
+  const QString sign = LocalFigures::percentSign();
   if (content.component == TimeMath::Component::Month) {
     const double end = paintDots(canvas, content) - kCaptionGap;
     double baseline = kHeadlineBaseline;
     if (!canvas.showsCaption()) baseline = TileCanvas::centredBaseline(canvas.line(percent, TextStyle::Headline));
-    canvas.figure(kTextLeft, baseline, TextStyle::Headline, percent, u"%"_s);
+    canvas.figure(kTextLeft, baseline, TextStyle::Headline, percent, sign);
     if (canvas.showsCaption())
       canvas.text(kTextLeft, kCaptionBaseline, end - kTextLeft, TextStyle::Caption, content.caption,
                   canvas.colors().secondary);
     return;
   }
-  const double end = canvas.figure(kTextLeft, kFigureBaseline, TextStyle::Headline, percent, u"%"_s);
+  const double end = canvas.figure(kTextLeft, kFigureBaseline, TextStyle::Headline, percent, sign);
   const TextLine caption = canvas.line(content.caption, TextStyle::Caption);
   const double right = canvas.width() - kTextRight;
   if (canvas.showsCaption() && right - caption.width() >= end + kCaptionGap)

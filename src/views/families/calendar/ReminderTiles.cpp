@@ -6,6 +6,7 @@
 #include "views/families/calendar/CalendarTiles.h"
 #include "views/families/calendar/EventWords.h"
 #include "views/theme/Glass.h"
+#include "views/theme/LocalFigures.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileWords.h"
 
@@ -120,7 +121,8 @@ DueTodayContent makeDueToday(const TileRequest& request) {
 }
 
 TileText describe(const DueTodayContent& content, const QString& name) {
-  return {name, TileWords::tr("%1 due, %2 done").arg(content.due).arg(content.done)};
+  return {name,
+          TileWords::tr("%1 due, %2 done").arg(LocalFigures::number(content.due), LocalFigures::number(content.done))};
 }
 
 void paint(TileCanvas& canvas, const DueTodayContent& content) {
@@ -130,15 +132,16 @@ void paint(TileCanvas& canvas, const DueTodayContent& content) {
   const int all = content.due + content.done;
   if (content.done > 0) canvas.arc(centre, kProgress, kProgressStroke, 0, 360.0 * content.done / all, canvas.accent());
   canvas.symbol(u"checkmark"_s, centre, kCheck, canvas.accent());
-  const QString figure = QLocale().toString(content.due);
+  const QString figure = LocalFigures::number(content.due);
   const double x = kBesideProgress;
   const double baseline =
       canvas.showsCaption() ? kHeadlineBaseline : TileCanvas::centredBaseline(canvas.line(figure, TextStyle::Headline));
   canvas.figure(x, baseline, TextStyle::Headline, figure);
   if (canvas.showsCaption())
-    canvas.text(x, kCaptionBaseline, canvas.roomAfter(x), TextStyle::Caption,
-                content.done > 0 ? TileWords::tr("due, %1 done").arg(content.done) : TileWords::tr("due"),
-                canvas.colors().secondary);
+    canvas.text(
+        x, kCaptionBaseline, canvas.roomAfter(x), TextStyle::Caption,
+        content.done > 0 ? TileWords::tr("due, %1 done").arg(LocalFigures::number(content.done)) : TileWords::tr("due"),
+        canvas.colors().secondary);
 }
 
 }  // namespace tarnwick

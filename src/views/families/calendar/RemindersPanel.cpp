@@ -6,6 +6,7 @@
 #include "views/families/calendar/EventWords.h"
 #include "views/families/calendar/ReminderRow.h"
 #include "views/panels/PanelWords.h"
+#include "views/theme/LocalFigures.h"
 
 namespace tarnwick {
 
@@ -42,7 +43,7 @@ class RemindersPanel final : public TilePanel {
     }
     hideEmpty();
     const auto due = digest.dueToday.size();
-    header().setNote(due > 0 ? PanelWords::tr("%1 due").arg(due) : QString());
+    header().setNote(due > 0 ? PanelWords::tr("%1 due").arg(LocalFigures::number(due)) : QString());
     if (sections != shown_) build(sections);
   }
 
@@ -90,7 +91,9 @@ class RemindersPanel final : public TilePanel {
       refreshNow();
     };
     for (const Section& section : sections) {
-      parts_ << addSection(section.title, section.more > 0 ? PanelWords::tr("%1 more").arg(section.more) : QString());
+      parts_ << addSection(section.title, section.more > 0
+                                              ? PanelWords::tr("%1 more").arg(LocalFigures::number(section.more))
+                                              : QString());
       for (qsizetype i = 0; i < section.reminders.size(); ++i) {
         QWidget* row = makeReminderRow(section.reminders[i], section.words[i], i > 0, complete);
         body().addWidget(row);

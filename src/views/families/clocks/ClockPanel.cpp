@@ -10,6 +10,7 @@
 #include "views/families/clocks/DateTiles.h"
 #include "views/panels/PanelWords.h"
 #include "views/panels/ZoneSearch.h"
+#include "views/theme/LocalFigures.h"
 #include "views/tiles/ClockWords.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
@@ -175,8 +176,9 @@ class ClockPanel final : public TilePanel {
     if (isList_) {
       QStringList zones = worldZones(widget().options.value(option::zones));
       if (!zones.contains(match.zone)) zones << match.zone;
-      setMessage(zones.size() > kMostZones ? PanelWords::tr("A world clock holds at most %1 zones.").arg(kMostZones)
-                                           : QString());
+      setMessage(zones.size() > kMostZones
+                     ? PanelWords::tr("A world clock holds at most %1 zones.").arg(LocalFigures::number(kMostZones))
+                     : QString());
       if (zones.size() <= kMostZones) changeSetting(option::zones, zones.join(u','));
     } else {
       const QMap<QString, QString>& options = widget().options;

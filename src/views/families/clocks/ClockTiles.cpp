@@ -192,7 +192,12 @@ namespace {
 
 AnalogClockContent analogClock(const TileRequest& request, ClockFace face) {
   const QTime time = clockMoment(request).time();
-  return {face, time.hour(), time.minute(), time.second(), clockLabel(request)};
+  return {face,
+          time.hour(),
+          time.minute(),
+          time.second(),
+          clockLabel(request),
+          ClockWords::time(time, request.sources.locale, request.sources.use24Hour).full()};
 }
 
 void paintClock(TileCanvas& canvas, const AnalogClockContent& content, QPointF centre) {
@@ -220,9 +225,7 @@ AnalogClockContent makeDarkClock(const TileRequest& request) { return analogCloc
 AnalogClockContent makeMinimalClock(const TileRequest& request) { return analogClock(request, ClockFace::Minimal); }
 
 TileText describe(const AnalogClockContent& content, const QString& name) {
-  // Without the second, which would make a screen reader speak all the time.
-  const QString time = QLocale().toString(QTime(content.hour, content.minute), QLocale::ShortFormat);
-  return {name, content.label.isEmpty() ? time : time + u", "_s + content.label};
+  return {name, content.label.isEmpty() ? content.time : content.time + u", "_s + content.label};
 }
 
 void paint(TileCanvas& canvas, const AnalogClockContent& content) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "views/theme/LocalFigures.h"
 #include "views/tiles/DayPainting.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileWords.h"
@@ -74,6 +75,8 @@ TodayClockContent makeTodayClock(const TileRequest& request) {
   TodayClockContent content{makeTimeDate(request), std::nullopt};
   content.clock.sky = Sky::Here;  // Its place is the weather's.
   if (!request.widget.options.value(option::city).trimmed().isEmpty()) content.weather = request.sources.weather;
+  if (content.weather)
+    content.weather->temperature = LocalFigures::of(content.weather->temperature, request.sources.locale);
   return content;
 }
 

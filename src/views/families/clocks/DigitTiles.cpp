@@ -26,6 +26,7 @@ constexpr double kPitch = 5;
 constexpr double kDot = 4;
 constexpr double kDotCorner = 0.9;
 constexpr double kUnlit = 0.4;
+constexpr int kNoon = 12;
 constexpr int kDotColumns = 25;  ///< Four digits, a column between them, and the colon.
 
 constexpr double kOverlap = 9;
@@ -36,6 +37,11 @@ constexpr double kMinuteStroke = 4;
 constexpr double kHourRing = 18.8;
 constexpr double kHourStroke = 2.5;
 constexpr double kRingRoom = 33;
+
+constexpr double kHalfDot = 1.8;
+constexpr double kHalfBeside = 5;  ///< Of the dots for the half of the day from the edge of a card.
+constexpr double kHalfInset = 9;
+constexpr double kHalfAbove = 9.5;  ///< From the middle of a ring.
 
 DigitsContent digits(const TileRequest& request, DigitFace face) {
   const QDateTime now = clockMoment(request);
@@ -50,26 +56,52 @@ DigitsContent digits(const TileRequest& request, DigitFace face) {
   return content;
 }
 
+/// The half of the day where there is no room for its word: the upper of two dots is lit before noon, the lower after.
+void paintHalf(TileCanvas& canvas, const DigitsContent& content, double x, double upper, double lower) {
+  if (content.time.halfOfDay.isEmpty()) return;
+  const bool evening = content.hour >= kNoon;
+  canvas.painter().setPen(Qt::NoPen);
+  for (const bool isLower : {false, true}) {
+    canvas.painter().setBrush(isLower == evening ? canvas.accent() : canvas.colors().track);
+    canvas.painter().drawEllipse(QPointF(x, isLower ? lower : upper), kHalfDot, kHalfDot);
+  }
+}
+
+/// The largest style in which a time of twelve hours has room for the word that tells morning from evening.
+TextStyle plainStyle(const TileCanvas& canvas, const DigitsContent& content, double room) {
+  const QString& half = content.time.halfOfDay;
+  if (half.isEmpty()) return TextStyle::Display;
+  const bool seconds = content.face == DigitFace::Seconds;
+  for (const TextStyle style : {TextStyle::Display, TextStyle::Headline, TextStyle::Figure17}) {
+    const TextLine word = seconds ? canvas.line(half, TextStyle::Caption) : TextLine::unit(half, style, canvas.scale());
+    if (canvas.line(content.time.text(), style).width() + kPartGap + word.width() <= room) return style;
+  }
+  return TextStyle::Title;
+}
+
 /// The time with what belongs behind it, in the middle of the tile.
 void paintPlain(TileCanvas& canvas, const DigitsContent& content) {
   QPainter& painter = canvas.painter();
-  const TextLine time = canvas.line(content.time.text(), TextStyle::Display);
+  const double room = canvas.width() - theme::kPictureInset * 2;
+  const TextStyle style = plainStyle(canvas, content, room);
+  const TextLine time = canvas.line(content.time.text(), style);
   const bool seconds = content.face == DigitFace::Seconds;
-  const TextLine unit =
-      TextLine::unit(seconds ? content.seconds : content.time.halfOfDay, TextStyle::Display, canvas.scale());
+  const TextLine unit = TextLine::unit(seconds ? content.seconds : content.time.halfOfDay, style, canvas.scale());
   const TextLine half = canvas.line(seconds ? content.time.halfOfDay : QString(), TextStyle::Caption);
   const auto with = [](const TextLine& part) { return part.text().isEmpty() ? 0 : kPartGap + part.width(); };
-  const double room = canvas.width() - theme::kPictureInset * 2;
-  const bool showsUnit = time.width() + with(unit) <= room;
-  const bool showsHalf = time.width() + with(unit) + with(half) <= room;
+  // Seconds go before the half of the day does.
+  const bool showsUnit = time.width() + with(unit) + with(half) <= room;
+  const bool showsHalf = time.width() + (showsUnit ? with(unit) : 0) + with(half) <= room;
   const double whole = time.width() + (showsUnit ? with(unit) : 0) + (showsHalf ? with(half) : 0);
   const bool labelled = !content.label.isEmpty() && canvas.showsCaption();
-  const double baseline = labelled ? theme::kHeadlineBaseline : theme::kDisplayBaseline;
+  const double baseline = labelled                      ? theme::kHeadlineBaseline
+                          : style == TextStyle::Display ? theme::kDisplayBaseline
+                                                        : TileCanvas::centredBaseline(time);
   double x = (canvas.width() - whole) / 2;
   time.draw(painter, {x, baseline}, canvas.colors().primary);
   x += time.width() + kPartGap;
   if (showsUnit) unit.draw(painter, {x, baseline}, canvas.colors().secondary);
-  if (showsHalf) half.draw(painter, {x + with(unit), baseline}, canvas.colors().secondary);
+  if (showsHalf) half.draw(painter, {x + (showsUnit ? with(unit) : 0), baseline}, canvas.colors().secondary);
   if (labelled)
     canvas.centredText(theme::kCaptionBaseline, TextStyle::Caption, content.label, canvas.colors().secondary);
 }
@@ -103,7 +135,10 @@ void paintFlip(TileCanvas& canvas, const DigitsContent& content) {
   const QRectF minutes = canvas.snapped(QRectF(QPointF(left + kWell.width() + kWellGap, top), kWell));
   paintCard(canvas, hours, content.time.hours);
   paintCard(canvas, minutes, content.time.minutes);
-  if (content.time.halfOfDay.isEmpty() || !canvas.showsCaption()) return;
+  if (content.time.halfOfDay.isEmpty()) return;
+  if (!canvas.showsCaption())
+    return paintHalf(canvas, content, hours.left() + kHalfBeside, hours.top() + kHalfInset,
+                     hours.bottom() - kHalfInset);
   const TextLine half = canvas.line(content.time.halfOfDay, TextStyle::GaugeLabel);
   half.draw(canvas.painter(), {hours.left() + 4, hours.top() + 3 + half.capHeight()}, canvas.colors().secondary);
 }
@@ -133,6 +168,7 @@ void paintPixels(TileCanvas& canvas, const DigitsContent& content) {
   dot(12, 4, canvas.accent());
   digit(14, content.minute / 10);
   digit(20, content.minute % 10);
+  paintHalf(canvas, content, left - kPitch, top + kDot / 2, top + (kPixelRows - 1) * kPitch + kDot / 2);
 }
 
 void paintOverlap(TileCanvas& canvas, const DigitsContent& content) {
@@ -142,6 +178,8 @@ void paintOverlap(TileCanvas& canvas, const DigitsContent& content) {
   const double baseline = TileCanvas::centredBaseline(hours);
   hours.draw(canvas.painter(), {left, baseline}, canvas.colors().primary);
   minutes.draw(canvas.painter(), {left + hours.width() - kOverlap, baseline}, faded(canvas.accent(), kOverlapOpacity));
+  const double x = std::max(kHalfDot * 2, left - kHalfBeside);
+  paintHalf(canvas, content, x, baseline - hours.capHeight() + kHalfDot, baseline - kHalfDot);
 }
 
 void paintRing(TileCanvas& canvas, const DigitsContent& content) {
@@ -156,6 +194,7 @@ void paintRing(TileCanvas& canvas, const DigitsContent& content) {
   const TextLine figure = canvas.line(content.time.text(), TextStyle::TabLabel);
   if (figure.width() <= kRingRoom)
     figure.drawCentred(canvas.painter(), {centre.x(), TileCanvas::centredBaseline(figure)}, canvas.colors().primary);
+  paintHalf(canvas, content, centre.x(), centre.y() - kHalfAbove, centre.y() + kHalfAbove);
 }
 
 void paintFace(TileCanvas& canvas, const DigitsContent& content) {

@@ -11,6 +11,7 @@
 #include "views/controls/Rows.h"
 #include "views/controls/Stepper.h"
 #include "views/panels/PanelWords.h"
+#include "views/theme/LocalFigures.h"
 #include "views/theme/WaterGlass.h"
 #include "widgets/HabitMath.h"
 #include "widgets/catalog/Options.h"
@@ -72,8 +73,9 @@ class WaterPanel final : public TilePanel {
     goal_->setRange(1, WaterMath::kMostGlasses);
     reminder_->setRange(0, kMostMinutesBetween);
     reminder_->setStep(kReminderStep);
-    reminder_->setFormat(
-        [](int minutes) { return minutes == 0 ? PanelWords::tr("Off") : PanelWords::tr("%1 min").arg(minutes); });
+    reminder_->setFormat([](int minutes) {
+      return minutes == 0 ? PanelWords::tr("Off") : PanelWords::tr("%1 min").arg(LocalFigures::number(minutes));
+    });
     addRow(PanelWords::tr("Daily goal"), goal_, false);
     addRow(PanelWords::tr("Remind me every"), reminder_, true);
     connect(less_, &QPushButton::clicked, this, [this] { store().drink(this->context().widget, -1); });
@@ -90,9 +92,9 @@ class WaterPanel final : public TilePanel {
     const int glasses = store().waterCount(widget());
     const int goal = WaterMath::goal(widget());
     glass_->setShare(static_cast<double>(glasses) / goal);
-    figure_->setFigure(QString::number(glasses), u"/%1"_s.arg(goal));
+    figure_->setFigure(LocalFigures::number(glasses), u'/' + LocalFigures::number(goal));
     const int left = goal - glasses;
-    figure_->setLines(left > 1    ? PanelWords::tr("%1 glasses to go").arg(left)
+    figure_->setLines(left > 1    ? PanelWords::tr("%1 glasses to go").arg(LocalFigures::number(left))
                       : left == 1 ? PanelWords::tr("One glass to go")
                                   : PanelWords::tr("Goal reached"));
     less_->setEnabled(glasses > 0);
@@ -139,7 +141,7 @@ class HabitWeeks final : public QWidget {
     first_ = today.addDays(-since - 7 * (kWeeks - 1));
     int days = 0;
     for (QDate day = first_; day <= today; day = day.addDays(1)) days += isKept(day) ? 1 : 0;
-    setAccessibleDescription(PanelWords::tr("%1 days done").arg(days));
+    setAccessibleDescription(PanelWords::tr("%1 days done").arg(LocalFigures::number(days)));
     update();
   }
 
@@ -214,10 +216,10 @@ class HabitPanel final : public TilePanel {
     const QSet<QString> kept = HabitMath::completed(widget());
     const int streak = HabitMath::streak(widget(), sources.now);
     const bool done = kept.contains(HabitMath::key(sources.now));
-    figure_->setFigure(QString::number(streak),
+    figure_->setFigure(LocalFigures::number(streak),
                        u"\u2009"_s + (streak == 1 ? PanelWords::tr("day") : PanelWords::tr("days")));
     figure_->setLines(done ? PanelWords::tr("Done today") : PanelWords::tr("Not yet today"),
-                      PanelWords::tr("%1 in all").arg(kept.size()));
+                      PanelWords::tr("%1 in all").arg(LocalFigures::number(kept.size())));
     weeks_->setDays(sources.now.date(), sources.locale, kept);
     today_->setLabel(done ? PanelWords::tr("Undo Today") : PanelWords::tr("Done for Today"));
     today_->setRole(done ? Button::Role::Plain : Button::Role::Primary);

@@ -2,6 +2,7 @@
 
 #include <QSet>
 
+#include "views/theme/LocalFigures.h"
 #include "views/theme/WaterGlass.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileWords.h"
@@ -27,7 +28,9 @@ constexpr double kOpenRing = 1.5;
 constexpr double kDiscReach = 9;
 constexpr double kNameGap = 6;
 
-QString daysWord(int days) { return days == 1 ? TileWords::tr("1 day") : TileWords::tr("%1 days").arg(days); }
+QString daysWord(int days) {
+  return days == 1 ? TileWords::tr("1 day") : TileWords::tr("%1 days").arg(LocalFigures::number(days));
+}
 
 QPointF discCentre(int day, double width) {
   return {kFirstDisc + day * (width - kFirstDisc * 2) / (HabitContent::kDays - 1), kDiscTop};
@@ -41,8 +44,8 @@ bool isNear(QPointF point, QPointF centre, double reach) {
 /// The count and its goal as large as there is room for; the goal goes before a digit of the count would.
 void paintCount(TileCanvas& canvas, const WaterContent& content, bool captioned) {
   const double room = canvas.width() - kCountLeft - kCountRight;
-  const QString count = QString::number(content.glasses);
-  const QString goal = u"/%1"_s.arg(content.goal);
+  const QString count = LocalFigures::number(content.glasses);
+  const QString goal = u'/' + LocalFigures::number(content.goal);
   TextStyle style = TextStyle::Title;
   bool withGoal = false;
   for (const TextStyle each : {TextStyle::Headline, TextStyle::Gauge, TextStyle::Title}) {
@@ -69,7 +72,9 @@ WaterContent makeWater(const TileRequest& request) {
 }
 
 TileText describe(const WaterContent& content, const QString& name) {
-  return {name, TileWords::tr("%1 of %2 glasses").arg(content.glasses).arg(content.goal)};
+  return {
+      name,
+      TileWords::tr("%1 of %2 glasses").arg(LocalFigures::number(content.glasses), LocalFigures::number(content.goal))};
 }
 
 void paint(TileCanvas& canvas, const WaterContent& content) {

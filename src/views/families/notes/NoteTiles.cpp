@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "views/theme/Glass.h"
+#include "views/theme/LocalFigures.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileWords.h"
 #include "widgets/catalog/Kinds.h"
@@ -123,7 +124,8 @@ TodosContent makeTodos(const TileRequest& request) {
 
 TileText describe(const TodosContent& content, const QString& name) {
   if (content.total == 0) return {name, TileWords::tr("Nothing to do")};
-  QStringList parts{TileWords::tr("%1 of %2 done").arg(content.done).arg(content.total)};
+  QStringList parts{
+      TileWords::tr("%1 of %2 done").arg(LocalFigures::number(content.done), LocalFigures::number(content.total))};
   for (const TodosContent::Item& item : content.items)
     if (!item.done) parts.append(item.text);
   return {name, parts.join(u", "_s)};
@@ -140,7 +142,8 @@ void paint(TileCanvas& canvas, const TodosContent& content) {
   }
   const qsizetype rows = rowsFor(canvas.scale(), content.items.size());
   const qsizetype first = firstRow(content, rows);
-  const TextLine count = canvas.line(u"%1/%2"_s.arg(content.done).arg(content.total), TextStyle::Caption);
+  const TextLine count =
+      canvas.line(LocalFigures::number(content.done) + u'/' + LocalFigures::number(content.total), TextStyle::Caption);
   for (qsizetype row = 0; row < rows; ++row) {
     const double baseline = rowBaseline(row, rows);
     double room = canvas.roomAfter(kTodoLeft);

@@ -13,6 +13,7 @@
 #include "views/panels/PanelWords.h"
 #include "views/panels/PutBack.h"
 #include "views/theme/Glass.h"
+#include "views/theme/LocalFigures.h"
 
 namespace tarnwick {
 
@@ -181,7 +182,10 @@ class TodosPanel final : public TilePanel {
     // The document itself: what tiles show may be cut or late.
     const QList<TodoItem>& todos = store().config().todos;
     const auto done = std::ranges::count(todos, true, &TodoItem::completed);
-    header().setNote(todos.isEmpty() ? QString() : PanelWords::tr("%1 of %2 done").arg(done).arg(todos.size()));
+    header().setNote(
+        todos.isEmpty()
+            ? QString()
+            : PanelWords::tr("%1 of %2 done").arg(LocalFigures::number(done), LocalFigures::number(todos.size())));
     if (isFilled_ && todos == shown_) return;
     isFilled_ = true;
     fill(todos);
@@ -245,7 +249,7 @@ class TodosPanel final : public TilePanel {
       store->edit([&](DockConfiguration& config) { takeOut(config.todos, before, left, &TodoItem::id); });
     };
     offerUndo(removed == 1 ? PanelWords::tr("The to-do was deleted.")
-                           : PanelWords::tr("%1 to-dos were deleted.").arg(removed),
+                           : PanelWords::tr("%1 to-dos were deleted.").arg(LocalFigures::number(removed)),
               back, again);
   }
 

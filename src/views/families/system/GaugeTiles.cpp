@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "views/theme/LocalFigures.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileWords.h"
 
@@ -48,7 +49,7 @@ GaugeContent makeStorageGauge(const TileRequest& request) {
 }
 
 TileText describe(const GaugeContent& content, const QString& name) {
-  return {name, content.percent ? u"%1%"_s.arg(*content.percent) : QString()};
+  return {name, content.percent ? LocalFigures::percent(*content.percent) : QString()};
 }
 
 void paint(TileCanvas& canvas, const GaugeContent& content) {
@@ -59,7 +60,7 @@ void paint(TileCanvas& canvas, const GaugeContent& content) {
     const QColor color = percent > kAlarming ? canvas.colors().accent(Accent::Red) : canvas.accent();
     canvas.arc(centre, kRadius, kStroke, kBegin, kSweep * percent / 100, color);
   }
-  const TextLine figure = canvas.line(content.percent ? QString::number(percent) : u"–"_s, TextStyle::Gauge);
+  const TextLine figure = canvas.line(content.percent ? LocalFigures::number(percent) : u"–"_s, TextStyle::Gauge);
   const QColor ink = content.percent ? canvas.colors().primary : canvas.colors().tertiary;
   figure.drawCentred(canvas.painter(), {centre.x(), kFigureBaseline}, ink);
   if (canvas.scale() >= kLabelScale)

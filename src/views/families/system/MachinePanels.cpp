@@ -14,6 +14,7 @@
 #include "views/families/system/ProcessSection.h"
 #include "views/families/system/ProcessTiles.h"
 #include "views/panels/PanelWords.h"
+#include "views/theme/LocalFigures.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -90,7 +91,7 @@ class ProcessesPanel final : public TilePanel {
   void fill(const Line& line, const ProcessUsage& usage, ProcessOrder order, double most, const QLocale& locale) {
     line.row->setTitle(usage.reading.name);
     line.row->setToolTip(PanelWords::tr("%1 · process %2").arg(usage.reading.name).arg(usage.reading.pid));
-    line.row->setValue(order == ProcessOrder::CPU ? ProcessRanking::cpuText(usage.cpu)
+    line.row->setValue(order == ProcessOrder::CPU ? LocalFigures::of(ProcessRanking::cpuText(usage.cpu), locale)
                                                   : memoryText(locale, usage.reading.memory));
     line.row->setBar(amount(usage, order) / most);
     line.end->setLabel(PanelWords::tr("End %1").arg(usage.reading.name));
@@ -156,8 +157,9 @@ class TemperaturePanel final : public TilePanel {
     hideEmpty();
     figure_->setFigure(number(*readings.celsius), u"°C"_s);
     const int sensors = context().readings.temperature ? context().readings.temperature->sensorCount() : 0;
-    figure_->setLines(PanelWords::tr("Processor"),
-                      sensors > 1 ? PanelWords::tr("mean of %1 sensors").arg(sensors) : QString());
+    figure_->setLines(
+        PanelWords::tr("Processor"),
+        sensors > 1 ? PanelWords::tr("mean of %1 sensors").arg(LocalFigures::number(sensors)) : QString());
     chart_->setSeries({{readings.celsiusHistory, {}}});
     double sum = 0;
     double most = *readings.celsius;
@@ -173,7 +175,7 @@ class TemperaturePanel final : public TilePanel {
  private:
   static QString number(double celsius) {
     const auto whole = std::lround(celsius);
-    return (whole < 0 ? QString(u'−') : QString()) + QString::number(std::abs(whole));
+    return (whole < 0 ? QString(u'−') : QString()) + LocalFigures::number(std::abs(whole));
   }
 
   FigureView* figure_;

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "views/panels/PanelWords.h"
+#include "views/theme/LocalFigures.h"
 #include "views/tiles/FileWords.h"
 
 namespace tarnwick {
@@ -20,7 +21,7 @@ constexpr qint64 kHour = 60 * kMinute;
 constexpr qint64 kDay = 24 * kHour;
 
 QString counted(const char* one, const char* many, qint64 count) {
-  return count == 1 ? PanelWords::tr(one) : PanelWords::tr(many).arg(count);
+  return count == 1 ? PanelWords::tr(one) : PanelWords::tr(many).arg(LocalFigures::number(count));
 }
 
 QString sizeIn(const QLocale& locale, double bytes, QLocale::DataSizeFormats format) {
@@ -28,6 +29,8 @@ QString sizeIn(const QLocale& locale, double bytes, QLocale::DataSizeFormats for
   return locale.formattedDataSize(static_cast<qint64>(known), 1, format)
       .replace(locale.decimalPoint() + locale.zeroDigit() + u' ', u" "_s);
 }
+
+qint64 rounded(double percent) { return std::lround(std::isfinite(percent) ? std::clamp(percent, 0.0, 100.0) : 0.0); }
 
 QString days(qint64 count) {
   return counted(QT_TRANSLATE_NOOP("Panels", "1 day"), QT_TRANSLATE_NOOP("Panels", "%1 days"), count);
@@ -41,10 +44,8 @@ QString minutes(qint64 count) {
 
 }  // namespace
 
-QString MachineWords::percent(double value) {
-  return QString::number(std::lround(std::isfinite(value) ? std::clamp(value, 0.0, 100.0) : 0.0));
-}
-QString MachineWords::percentWithSign(double value) { return percent(value) + u'%'; }
+QString MachineWords::percent(double value) { return LocalFigures::number(rounded(value)); }
+QString MachineWords::percentWithSign(double value) { return LocalFigures::percent(rounded(value)); }
 
 QString MachineWords::memory(const QLocale& locale, double bytes) {
   return sizeIn(locale, bytes, QLocale::DataSizeTraditionalFormat);

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "views/theme/Glass.h"
+#include "views/theme/LocalFigures.h"
 #include "views/tiles/ChartPainting.h"
 #include "views/tiles/FileWords.h"
 #include "views/tiles/TileCanvas.h"
@@ -22,7 +23,7 @@ std::optional<int> percentOf(double value) {
   return static_cast<int>(std::lround(std::clamp(value, 0.0, 100.0)));
 }
 
-QString withSign(const std::optional<int>& percent) { return percent ? u"%1%"_s.arg(*percent) : kDash; }
+QString withSign(const std::optional<int>& percent) { return percent ? LocalFigures::percent(*percent) : kDash; }
 
 // Charts stand at the right.
 constexpr double kChartWidth = 76;
@@ -111,10 +112,11 @@ void paint(TileCanvas& canvas, const BatteryContent& content) {
     canvas.centredText(baseline, TextStyle::Caption, content.word, colors.secondary);
     return;
   }
-  const QString figure = QString::number(*content.percent);
+  const QString figure = LocalFigures::number(*content.percent);
+  const QString sign = LocalFigures::percentSign();
   const double width = canvas.line(figure, TextStyle::Title).width() + 2 +
-                       TextLine::unit(u"%"_s, TextStyle::Title, canvas.scale()).width();
-  canvas.figure((canvas.width() - width) / 2, baseline, TextStyle::Title, figure, u"%"_s);
+                       TextLine::unit(sign, TextStyle::Title, canvas.scale()).width();
+  canvas.figure((canvas.width() - width) / 2, baseline, TextStyle::Title, figure, sign);
 }
 
 // --- One figure and its history -------------------------------------------------------------------------------------
@@ -130,7 +132,7 @@ constexpr double kDegreeRoom = 4;
 QString degrees(const std::optional<double>& celsius) {
   if (!celsius || !std::isfinite(*celsius)) return kDash;
   const auto whole = std::lround(*celsius);
-  return (whole < 0 ? QString(u'−') : QString()) + QString::number(std::abs(whole)) + u'°';
+  return (whole < 0 ? QString(u'−') : QString()) + LocalFigures::number(std::abs(whole)) + u'°';
 }
 
 }  // namespace
@@ -140,8 +142,8 @@ MetricChartContent makeCpuChart(const TileRequest& request) {
   content.high = std::clamp(highestOf(content.history) * kChartHeadroom, kLeastCpuTop, 100.0);
   if (!request.sources.metrics) return content;
   if (const auto percent = percentOf(request.sources.metrics->cpu)) {
-    content.figure = QString::number(*percent);
-    content.unit = u"%"_s;
+    content.figure = LocalFigures::number(*percent, request.sources.locale);
+    content.unit = LocalFigures::percentSign(request.sources.locale);
   }
   return content;
 }
@@ -151,8 +153,8 @@ MetricChartContent makeMemoryChart(const TileRequest& request) {
   const auto& metrics = request.sources.metrics;
   if (!metrics) return content;
   if (const auto percent = percentOf(metrics->memory)) {
-    content.figure = QString::number(*percent);
-    content.unit = u"%"_s;
+    content.figure = LocalFigures::number(*percent, request.sources.locale);
+    content.unit = LocalFigures::percentSign(request.sources.locale);
   }
   if (metrics->memoryTotal > 0)
     content.caption = memoryWords(request.sources.locale, metrics->memoryUsed, metrics->memoryTotal);

@@ -11,6 +11,7 @@
 #include "views/families/system/MachineWords.h"
 #include "views/families/system/ProcessSection.h"
 #include "views/panels/PanelWords.h"
+#include "views/theme/LocalFigures.h"
 #include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
@@ -56,7 +57,8 @@ class MetricsPanel : public TilePanel {
     auto* chart = new ChartView(label);
     chart->setDepth(SystemMetrics::depth);
     chart->setMaximum(maximum);
-    chart->setEnds(PanelWords::tr("%1 s ago").arg(SystemMetrics::depth * kSampleSeconds), PanelWords::tr("now"));
+    chart->setEnds(PanelWords::tr("%1 s ago").arg(LocalFigures::number(SystemMetrics::depth * kSampleSeconds)),
+                   PanelWords::tr("now"));
     body().addSpacing(theme::kPanelHeaderBelow);
     body().addWidget(chart);
     return chart;
@@ -97,7 +99,7 @@ class ProcessorPanel final : public MetricsPanel {
 
  protected:
   void fill(const MetricsSnapshot& now, const TileSources& sources) override {
-    figure().setFigure(MachineWords::percent(now.cpu), u"%"_s);
+    figure().setFigure(MachineWords::percent(now.cpu), LocalFigures::percentSign());
     chart_->setSeries({{sources.cpuHistory, {}}});
     const MachineReading reading = machine() ? machine()->read() : MachineReading();
     const QString facts = MachineWords::processor(sources.locale, reading);
@@ -147,7 +149,7 @@ class MemoryPanel final : public MetricsPanel {
   void fill(const MetricsSnapshot& now, const TileSources& sources) override {
     const QLocale& locale = sources.locale;
     const auto parts = machine() ? machine()->read().memory : std::nullopt;
-    figure().setFigure(MachineWords::percent(now.memory), u"%"_s);
+    figure().setFigure(MachineWords::percent(now.memory), LocalFigures::percentSign());
     const QString used = MachineWords::partOf(MachineWords::memory(locale, now.memoryUsed),
                                               MachineWords::memory(locale, now.memoryTotal));
     const QString swap = parts ? MachineWords::swap(locale, *parts) : QString();
@@ -190,7 +192,7 @@ class StoragePanel final : public MetricsPanel {
     const double share = std::clamp(now.disk / 100, 0.0, 1.0);
     const double capacity = share < 1 ? now.diskFree / (1 - share) : 0;
     const auto size = [&](double bytes) { return capacity > 0 ? MachineWords::disk(sources.locale, bytes) : u"–"_s; };
-    figure().setFigure(MachineWords::percent(now.disk), u"%"_s);
+    figure().setFigure(MachineWords::percent(now.disk), LocalFigures::percentSign());
     figure().setLines(PanelWords::tr("%1 available").arg(MachineWords::disk(sources.locale, now.diskFree)));
     bar_->setShare(share);
     bar_->setAccent(now.disk > 85 ? std::optional(Accent::Red) : std::nullopt);
@@ -219,7 +221,7 @@ class BatteryPanel final : public MetricsPanel {
     }
     const bool onCharger = now.batteryFlow == BatteryFlow::Charging || now.batteryFlow == BatteryFlow::Held;
     const bool low = *now.battery < 20 && !onCharger;
-    figure().setFigure(MachineWords::percent(*now.battery), u"%"_s);
+    figure().setFigure(MachineWords::percent(*now.battery), LocalFigures::percentSign());
     figure().setLines(low ? PanelWords::tr("Charge it soon") : stateWords(now));
     bar_->setShare(*now.battery / 100);
     bar_->setAccent(low ? std::optional(Accent::Red) : std::nullopt);
@@ -233,8 +235,8 @@ class BatteryPanel final : public MetricsPanel {
       case BatteryFlow::Draining:
         return PanelWords::tr("On battery power");
       case BatteryFlow::Held:
-        return MachineWords::percent(*now.battery) == "100"_L1 ? PanelWords::tr("Fully charged")
-                                                               : PanelWords::tr("Plugged in, not charging");
+        return std::lround(*now.battery) >= 100 ? PanelWords::tr("Fully charged")
+                                                : PanelWords::tr("Plugged in, not charging");
       case BatteryFlow::Unknown:
         break;
     }
@@ -307,7 +309,7 @@ class SystemPanel final : public MetricsPanel {
 
  protected:
   void fill(const MetricsSnapshot& now, const TileSources& sources) override {
-    figure().setFigure(MachineWords::percent(now.cpu), u"%"_s);
+    figure().setFigure(MachineWords::percent(now.cpu), LocalFigures::percentSign());
     figure().setLines(PanelWords::tr("Processor"),
                       PanelWords::tr("Memory %1").arg(MachineWords::percentWithSign(now.memory)));
     chart_->setSeries({{sources.cpuHistory, Accent::Green}, {sources.memoryHistory, Accent::Purple}});

@@ -12,6 +12,7 @@
 #include "views/families/system/MachineWords.h"
 #include "views/panels/AppItems.h"
 #include "views/panels/PanelWords.h"
+#include "views/theme/LocalFigures.h"
 #include "widgets/catalog/Family.h"
 
 namespace tarnwick {
@@ -79,7 +80,7 @@ void ProcessSection::showRow(ListRow& row, const ProcessUsage& usage, double mos
   row.setPicture(pictureOf(usage.reading.name));
   row.setBar(amountOf(usage, order_) / most);
   row.setValue(order_ == ProcessOrder::CPU
-                   ? ProcessRanking::cpuText(usage.cpu)
+                   ? LocalFigures::of(ProcessRanking::cpuText(usage.cpu), sources.locale)
                    : MachineWords::memory(sources.locale, static_cast<double>(usage.reading.memory)));
 }
 

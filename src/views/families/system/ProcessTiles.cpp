@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "views/theme/Glass.h"
+#include "views/theme/LocalFigures.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileWords.h"
 #include "widgets/catalog/Options.h"
@@ -36,7 +37,7 @@ ProcessesContent makeProcesses(const TileRequest& request) {
     const bool cpu = order == ProcessOrder::CPU;
     const auto bytes = static_cast<qint64>(each.reading.memory);
     content.rows.append({each.reading.name,
-                         cpu ? ProcessRanking::cpuText(each.cpu)
+                         cpu ? LocalFigures::of(ProcessRanking::cpuText(each.cpu), request.sources.locale)
                              : request.sources.locale.formattedDataSize(bytes, bytes < 1'000'000'000 ? 0 : 1,
                                                                         QLocale::DataSizeTraditionalFormat),
                          (cpu ? each.cpu.value_or(0) : static_cast<double>(bytes)) / most});

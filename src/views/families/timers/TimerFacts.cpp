@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "views/theme/LocalFigures.h"
 #include "views/tiles/TileWords.h"
 #include "widgets/PhaseMath.h"
 #include "widgets/TickCadence.h"
@@ -50,7 +51,7 @@ QString wordOf(const TimerFacts& facts, const DockWidget& widget) {
 
 QString TimerFacts::figure() const {
   // A countdown shows the second that has begun: 25:00 stands for a whole second, and 00:00 is the end.
-  return TimeMath::display(whole > 0 ? std::ceil(seconds - kNothing) : seconds);
+  return LocalFigures::of(TimeMath::display(whole > 0 ? std::ceil(seconds - kNothing) : seconds));
 }
 
 TimerFacts timerFacts(const DockWidget& widget, const QDateTime& now) {

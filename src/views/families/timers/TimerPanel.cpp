@@ -16,6 +16,7 @@
 #include "views/families/timers/TimerFace.h"
 #include "views/panels/ChipGrid.h"
 #include "views/panels/PanelWords.h"
+#include "views/theme/LocalFigures.h"
 #include "widgets/PhaseMath.h"
 #include "widgets/TimeMath.h"
 #include "widgets/TimerActions.h"
@@ -34,7 +35,7 @@ constexpr int kMostSessions = 12;
 constexpr qsizetype kMostLaps = 99;
 constexpr std::array kPresets = {5, 15, 25, 60};
 
-QString minutesText(int minutes) { return PanelWords::tr("%1 min").arg(minutes); }
+QString minutesText(int minutes) { return PanelWords::tr("%1 min").arg(LocalFigures::number(minutes)); }
 int wholeMinutes(double minutes) { return static_cast<int>(std::lround(std::max(0.0, minutes))); }
 
 /// What all timers share: a face, a row of buttons, and the settings that a button of the header shows.
@@ -256,8 +257,9 @@ class PomodoroPanel final : public TimerPanel {
     const QString next = phase == "work"_L1        ? PanelWords::tr("Next: focus, %1 min")
                          : phase == "longBreak"_L1 ? PanelWords::tr("Next: long break, %1 min")
                                                    : PanelWords::tr("Next: short break, %1 min");
-    next_->setText(next.arg(minutes));
-    count_->setText(PanelWords::tr("%1 of %2").arg(facts.session).arg(facts.round));
+    next_->setText(next.arg(LocalFigures::number(minutes)));
+    count_->setText(
+        PanelWords::tr("%1 of %2").arg(LocalFigures::number(facts.session), LocalFigures::number(facts.round)));
     focus_->setValue(wholeMinutes(optionNumber(option::minutes, 25)));
     shortBreak_->setValue(wholeMinutes(optionNumber(option::shortBreak, 5)));
     longBreak_->setValue(wholeMinutes(optionNumber(option::longBreak, 15)));
@@ -297,9 +299,10 @@ class PosturePanel final : public TimerPanel {
     const bool stands = PostureMath::stands(widget());
     const QString phase = nextTimerPhase(widget());
     const int minutes = wholeMinutes(PostureMath::duration(widget(), phase) / 60);
-    next_->setText(!stands                  ? PanelWords::tr("Reminds you to check your posture.")
-                   : phase == "standing"_L1 ? PanelWords::tr("Next: standing, %1 min").arg(minutes)
-                                            : PanelWords::tr("Next: seated, %1 min").arg(minutes));
+    next_->setText(!stands ? PanelWords::tr("Reminds you to check your posture.")
+                   : phase == "standing"_L1
+                       ? PanelWords::tr("Next: standing, %1 min").arg(LocalFigures::number(minutes))
+                       : PanelWords::tr("Next: seated, %1 min").arg(LocalFigures::number(minutes)));
     skip_->setVisible(stands);
     seated_->setValue(wholeMinutes(optionNumber(option::minutes, 25)));
     standing_->setValue(wholeMinutes(optionNumber(option::standingMinutes, 0)));
@@ -338,7 +341,7 @@ class StopwatchPanel final : public TimerPanel {
       delete item;
     }
     for (qsizetype i = laps.size() - 1; i >= 0; --i) {
-      auto* row = new ListRow(PanelWords::tr("Lap %1").arg(i + 1));
+      auto* row = new ListRow(PanelWords::tr("Lap %1").arg(LocalFigures::number(i + 1)));
       row->setValue(withTenths(laps[i] - (i > 0 ? laps[i - 1] : 0)));
       row->setCaption(withTenths(laps[i]));
       row->setParted(i + 1 < laps.size());
@@ -358,8 +361,9 @@ class StopwatchPanel final : public TimerPanel {
   QString withTenths(double seconds) const {
     // What lies between two laps is seldom a whole number of tenths in a double.
     const double tenths = std::round(seconds * 10);
-    return TimeMath::display(std::floor(tenths / 10)) + locale().decimalPoint() +
-           QString::number(static_cast<int>(std::fmod(tenths, 10)));
+    return LocalFigures::of(
+        TimeMath::display(std::floor(tenths / 10)) + u'.' + QString::number(static_cast<int>(std::fmod(tenths, 10))),
+        locale());
   }
 
   void addLap() {

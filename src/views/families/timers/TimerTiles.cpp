@@ -4,6 +4,7 @@
 
 #include "views/families/timers/TimerFacts.h"
 #include "views/theme/Glass.h"
+#include "views/theme/LocalFigures.h"
 #include "views/theme/TransportGlyphs.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileWords.h"
@@ -39,8 +40,9 @@ TimerContent::Glyph glyphOf(const DockWidget& widget, const TimerFacts& facts) {
 QString spokenState(const TimerFacts& facts) {
   if (!facts.running) return facts.fresh || facts.ended ? facts.word : u"%1, %2"_s.arg(facts.word, facts.figure());
   const double minutes = facts.seconds / 60;
-  const QString length = facts.whole > 0 ? TileWords::tr("%1 min left").arg(std::ceil(minutes))
-                                         : TileWords::tr("%1 min").arg(std::floor(minutes));
+  const auto whole = [](double value) { return LocalFigures::number(std::llround(value)); };
+  const QString length = facts.whole > 0 ? TileWords::tr("%1 min left").arg(whole(std::ceil(minutes)))
+                                         : TileWords::tr("%1 min").arg(whole(std::floor(minutes)));
   return u"%1, %2"_s.arg(facts.word, length);
 }
 

@@ -14,6 +14,7 @@
 #include "views/controls/Slider.h"
 #include "views/families/utilities/UtilityOptions.h"
 #include "views/panels/PanelWords.h"
+#include "views/theme/LocalFigures.h"
 #include "views/theme/Theme.h"
 #include "widgets/catalog/Options.h"
 
@@ -136,7 +137,7 @@ class ColorPanel final : public TilePanel {
     auto* slider = new Slider(name);
     if (index == 0) {
       slider->setRange(0, kMostHue);
-      slider->setFormat([](int value) { return u"%1°"_s.arg(value); });
+      slider->setFormat([](int value) { return LocalFigures::number(value) + u'°'; });
     }
     connect(slider, &QAbstractSlider::sliderMoved, this, [this] { mix(); });
     connect(slider, &QAbstractSlider::valueChanged, this, [this] { mix(); });

@@ -1,5 +1,6 @@
 #include "views/families/weather/WeatherTiles.h"
 
+#include "views/theme/LocalFigures.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileWords.h"
 
@@ -60,7 +61,10 @@ void paintUnconnected(TileCanvas& canvas, const GenericContent& missing) {
 }  // namespace
 
 CurrentWeatherContent makeCurrentWeather(const TileRequest& request) {
-  return {request.sources.weather, makePlacelessWeather(request)};
+  CurrentWeatherContent content{request.sources.weather, makePlacelessWeather(request)};
+  if (content.reading)
+    content.reading->temperature = LocalFigures::of(content.reading->temperature, request.sources.locale);
+  return content;
 }
 
 TileText describe(const CurrentWeatherContent& content, const QString& name) {

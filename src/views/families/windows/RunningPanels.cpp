@@ -8,6 +8,7 @@
 #include "views/panels/AppItems.h"
 #include "views/panels/PanelWords.h"
 #include "views/panels/PlainPanel.h"
+#include "views/theme/LocalFigures.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -91,7 +92,8 @@ class RunningAppsPanel final : public WindowsPanel {
       const QList<ClientWindow> own = windowsOf(app, all);
       if (own.isEmpty()) {
         const auto count = static_cast<int>(app.windows.size());
-        add({rowOf(app), app.name, count > 1 ? PanelWords::tr("%1 windows").arg(count) : PanelWords::tr("1 window")},
+        add({rowOf(app), app.name,
+             count > 1 ? PanelWords::tr("%1 windows").arg(LocalFigures::number(count)) : PanelWords::tr("1 window")},
             app);
         continue;
       }

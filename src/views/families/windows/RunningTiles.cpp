@@ -4,6 +4,7 @@
 #include <array>
 
 #include "views/theme/Glass.h"
+#include "views/theme/LocalFigures.h"
 #include "views/tiles/AppPainting.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileWords.h"
@@ -18,7 +19,7 @@ namespace {
 QString namesOf(const QList<RunningFacts>& apps, qsizetype more = 0) {
   QStringList names;
   for (const RunningFacts& app : apps) names.append(app.name);
-  if (more > 0) names.append(TileWords::tr("%1 more").arg(more));
+  if (more > 0) names.append(TileWords::tr("%1 more").arg(LocalFigures::number(more)));
   return names.isEmpty() ? TileWords::tr("No apps are open") : names.join(u", "_s);
 }
 
@@ -90,7 +91,7 @@ void paint(TileCanvas& canvas, const RunningAppsContent& content) {
   if (content.more <= 0) return;
   const QRectF box = rowPlace(content.apps.size(), places, canvas.width());
   drawRounded(painter, box, kRowCorner, colors.tab);
-  const TextLine count = canvas.line(u"+%1"_s.arg(content.more), TextStyle::Title);
+  const TextLine count = canvas.line(u'+' + LocalFigures::number(content.more), TextStyle::Title);
   count.drawCentred(painter, {box.center().x(), TileCanvas::centredBaseline(count, box.center().y())}, colors.primary);
 }
 
