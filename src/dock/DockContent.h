@@ -26,8 +26,9 @@ class DockContent : public QWidget {
   using QWidget::QWidget;
 
   virtual void configure(const DockGeometry& geometry) = 0;
-  /// The width that the names of the profiles take at a scale, where they may show; 0 where they never do.
-  virtual double tabsWidth(double) const { return 0; }
+  /// The width that the glass needs at a scale, whatever its row measures: for the names of the profiles, where they
+  /// may show, and for the words that ask for widgets; 0 for no more than it has.
+  virtual double leastWidth(double) const { return 0; }
   /// Room that the content paints on around the panel's slot.
   virtual QMargins margins() const = 0;
   /// In the content's own coordinates, margins included.

@@ -236,8 +236,8 @@ void DockController::layout(const Screen& screen) {
 
   Dock& dock = dockFor(screen);
   const double width = screen.usable.width();
-  const double tabs = dock.content->tabsWidth(DockPlacement::size(config, row, width).scale);
-  const DockPlacement::Size size = DockPlacement::size(config, row, width, tabs);
+  const double least = dock.content->leastWidth(DockPlacement::size(config, row, width).scale);
+  const DockPlacement::Size size = DockPlacement::size(config, row, width, least);
   dock.screen = screen;
   const std::optional<QPointF> floating = dock.dragged ? dock.dragged : savedPlace(config, screen.id);
   dock.frame = DockPlacement::place(config, size.panel, screen.frame, screen.usable, floating, dock.beside);

@@ -44,6 +44,14 @@ TEST(Catalog, SectionsOfferEveryKindOnce) {
     for (const QString& kind : group.kinds) EXPECT_EQ(Catalog::find(kind).category, group.name) << kind.toStdString();
   }
   EXPECT_EQ(Catalog::categories(), names << u"More"_s);
+  for (const WidgetDefinition& item : Catalog::items())
+    EXPECT_TRUE(Catalog::categories().mid(1).contains(Catalog::sectionOf(item))) << item.id.toStdString();
+  const auto section = [](const QString& kind) { return Catalog::sectionOf(Catalog::find(kind)); };
+  EXPECT_EQ(section(u"applications"_s), u"Apps"_s);
+  EXPECT_EQ(section(u"folderLauncher"_s), u"Folders"_s);
+  EXPECT_EQ(section(u"scratchNote"_s), u"More"_s);
+  EXPECT_EQ(section(u"cpu"_s), u"System"_s);
+  EXPECT_EQ(section(u"of tomorrow"_s), Catalog::find(u"of tomorrow"_s).category) << "the library has no such kind";
   EXPECT_EQ(names.size(), 3 + 18 + 1);
   EXPECT_EQ(Catalog::referenceKinds(), QSet<QString>(offered.cbegin() + 4, offered.cend()));
   EXPECT_EQ(Catalog::referenceKinds().size(), 142);

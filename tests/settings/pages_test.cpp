@@ -2,6 +2,7 @@
 #include <QAccessible>
 #include <QAccessibleActionInterface>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -15,6 +16,7 @@
 #include "views/window/Credits.h"
 #include "views/window/DropDown.h"
 #include "views/window/LayoutCard.h"
+#include "widgets/catalog/Catalog.h"
 
 namespace tarnwick::test {
 namespace {
@@ -164,6 +166,42 @@ TEST_F(SettingsPagesTest, WidgetsAreMovedEditedAndRemovedByKeys) {
   list->model()->moveRow({}, 0, {}, 3);
   QCoreApplication::processEvents();
   EXPECT_EQ(config().profiles[0].widgets[2], before[0]);
+}
+
+TEST_F(SettingsPagesTest, ALongListFadesWhereItGoesOn) {
+  turnTo("widgets");
+  auto* list = control<OrderList>("Widgets");
+  ASSERT_TRUE(list);
+  // What lies at an edge of the list that fades is its ground, whatever row is cut there.
+  const auto fades = [list](bool atTop) {
+    list->ensurePolished();
+    const QImage picture = list->viewport()->grab().toImage();
+    const int y = atTop ? 0 : picture.height() - 1;
+    const QColor ground = lookOf(*list).palette.panel.bodyTop;
+    const auto isNear = [](int a, int b) { return std::abs(a - b) <= 10; };
+    for (int x = 0; x < picture.width(); ++x) {
+      const QColor seen = picture.pixelColor(x, y);
+      if (!isNear(seen.red(), ground.red()) || !isNear(seen.green(), ground.green()) ||
+          !isNear(seen.blue(), ground.blue()))
+        return false;
+    }
+    return true;
+  };
+  const int usual = list->height();
+  store().edit([](DockConfiguration& config) {
+    for (int i = 0; i < 12; ++i) config.profiles[0].widgets.append({QUuid::createUuid(), u"dayNumber"_s, {}, {}});
+  });
+  QCoreApplication::processEvents();
+  EXPECT_GT(list->height(), usual);
+  EXPECT_NE(list->height() % list->sizeHintForRow(0), 0) << "half a row says that more follow";
+  list->choose(list->items().first().id);
+  list->verticalScrollBar()->setValue(0);
+  EXPECT_TRUE(fades(false));
+  list->verticalScrollBar()->setValue(list->verticalScrollBar()->maximum() / 2);
+  EXPECT_TRUE(fades(true) && fades(false));
+  list->verticalScrollBar()->setValue(list->verticalScrollBar()->maximum());
+  EXPECT_TRUE(fades(true));
+  EXPECT_EQ(list->items()[1].caption, Catalog::sectionOf(Catalog::find(config().profiles[0].widgets[1].kind)));
 }
 
 TEST_F(SettingsPagesTest, AScreenReaderMovesOpensAndRemovesRows) {

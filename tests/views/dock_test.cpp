@@ -222,6 +222,46 @@ TEST(Layout, AnEmptyProfileIsAGlassOfTheLeastWidthThatOffersWidgets) {
   EXPECT_LE(TextLine(u"Add Widgets…"_s, TextStyle::Body).width(), 110 - 20);
 }
 
+TEST(Layout, AnEmptyProfileAsksForWidgetsBesideTheRunningApplications) {
+  using Placement = RunningAppsPlacement;
+  for (const bool mirrored : {false, true})
+    for (const double scale : {0.5, 1.0, 1.6})
+      for (const Placement placement :
+           {Placement::Left, Placement::BeforeApps, Placement::AfterApps, Placement::Right}) {
+        DockRow row;
+        row.scale = scale;
+        row.runningApps = runningApps().mid(0, 2);
+        row.placement = placement;
+        const double width = RowLayout::idealWidth(row);
+        const RowLayout layout = RowLayout::of(row, QRectF(0, 0, width, 84 * scale), 1, {.mirrored = mirrored});
+        ASSERT_EQ(layout.items.size(), 2);
+        ASSERT_FALSE(layout.invitation.isEmpty());
+        EXPECT_TRUE(layout.glass.contains(layout.invitation));
+        for (const RowItem& item : layout.items) EXPECT_FALSE(layout.invitation.intersects(item.rect));
+        EXPECT_GE(layout.invitation.width(), RowLayout::invitationLine(scale).width() * scale) << scale;
+        const bool isRight = (placement == Placement::Left) != mirrored;
+        EXPECT_EQ(layout.invitation.left() > layout.separator.left(), isRight);
+        EXPECT_EQ(layout.insertionX(0, row.spacing), layout.invitation.center().x());
+      }
+
+  DockRow row;
+  row.runningApps = runningApps().mid(0, 1);
+  const auto view = makeView(row);
+  int asked = 0;
+  QObject::connect(view.get(), &DockView::addWidgetsRequested, [&] { ++asked; });
+  const QPointF beside(view->glassRect().left() + 40, view->glassRect().center().y());
+  click(*view, beside);
+  EXPECT_EQ(asked, 1);
+  click(*view, view->itemRect(0).center());
+  EXPECT_EQ(asked, 1) << "an application is started by its tile";
+  mouse(*view, QEvent::MouseMove, {2, 2}, Qt::NoButton);
+  const QImage still = paintedBy(*view);
+  mouse(*view, QEvent::MouseMove, beside, Qt::NoButton);
+  EXPECT_NE(paintedBy(*view), still) << "nothing answers the pointer";
+  row.placement = Placement::None;
+  EXPECT_TRUE(RowLayout::of(row, QRectF(0, 0, 110, 84), 1).invitation.isEmpty()) << "the whole dock is one";
+}
+
 TEST(Layout, ARowThatIsTooLongScrollsWithinItsGlass) {
   const auto view = makeView(starterRow(), 500);
   EXPECT_LE(view->glassRect().width(), 500);

@@ -36,7 +36,7 @@ DockPlacement::Row DockPlacement::row(const QList<DockWidget>& widgets, int runn
 }
 
 DockPlacement::Size DockPlacement::size(const DockConfiguration& config, const Row& row, double usableWidth,
-                                        double tabsWidth) {
+                                        double leastWidth) {
   const bool showsApps = config.liveApps && config.desktopOptions().runningAppsPlacement != QLatin1String("none");
   const double apps = showsApps ? kRunningApp * row.runningApps + kRunningAppsSeparator : 0;
   const double content = apps + config.spacing * row.widgets + row.tileWidths + kRowPadding;
@@ -46,7 +46,7 @@ DockPlacement::Size DockPlacement::size(const DockConfiguration& config, const R
   if (config.overflow == QLatin1String("fit")) {
     scale = std::max(kLeastScale, std::min(scale, available / std::max(content, kLeastContent)));
   }
-  const double width = std::min(available, std::max({content * scale, kLeastWidth, tabsWidth}));
+  const double width = std::min(available, std::max({content * scale, kLeastWidth, leastWidth}));
   const double height = (config.profiles.size() > 1 ? kHeightWithTabs : kHeight) * scale;
   return {scale, {width, height}};
 }

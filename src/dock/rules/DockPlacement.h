@@ -39,9 +39,9 @@ struct DockPlacement {
   /// The row's measure for a profile's widgets: catalog widths, 140 for a kind that the catalog lacks.
   static Row row(const QList<DockWidget>& widgets, int runningApps);
 
-  /// `usableWidth` is the width of the screen without others' bars. `tabsWidth` is what the names of the profiles take
-  /// at the scale that comes of it; 0 where they never show.
-  static Size size(const DockConfiguration& config, const Row& row, double usableWidth, double tabsWidth = 0);
+  /// `usableWidth` is the width of the screen without others' bars. `leastWidth` is what the content needs at the
+  /// scale that comes of it, such as for the names of the profiles; 0 for no more than the row.
+  static Size size(const DockConfiguration& config, const Row& row, double usableWidth, double leastWidth = 0);
 
   /// The panel's slot on a screen. `floating` is the saved top left corner in that layout, relative to the screen's
   /// frame; the panel is kept inside `usable`. `beside` is how much wider than the glass the slot is, on the left and

@@ -66,8 +66,7 @@ void DockView::setPointer(std::optional<QPointF> pointer) {
   const bool inside = pointer && layout_.glass.contains(*pointer);
   const qsizetype under = inside ? layout_.itemAt(*pointer).value_or(-1) : -1;
   const qsizetype before = hovered_;
-  // An empty dock is one button.
-  if (isEmpty()) update();
+  if (invites()) update();
   if (pointer && pointer != pointer_) keysLead_ = false;
   pointer_ = pointer;
   hovered_ = answersPointer(under) && !drag_.isActive() && !drop_ ? under : -1;
@@ -138,7 +137,7 @@ void DockView::mousePressEvent(QMouseEvent* event) {
   press_ = press;
   holdPressed();
   updateTip();
-  if (isEmpty()) update();
+  if (invites()) update();
   pressed_ = hovered_;
   updateItem(pressed_);
 }

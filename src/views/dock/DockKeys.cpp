@@ -71,7 +71,7 @@ void DockView::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Space:
-      if (isEmpty()) Q_EMIT addWidgetsRequested();
+      if (isEmpty() || (invites() && focused_ < 0)) Q_EMIT addWidgetsRequested();
       activateItem(focused_);
       return;
     case Qt::Key_F10:

@@ -23,10 +23,6 @@ namespace {
 
 constexpr int kMostRectangles = 12;
 
-TextLine addWidgetsLine(double scale) {
-  return TextLine(QCoreApplication::translate("Dock", "Add Widgets…"), TextStyle::Body, scale);
-}
-
 /// Takes a picture back towards one of its sides, column by column.
 void fadeOut(QImage& picture, bool towardsLeft) {
   QPainter painter(&picture);
@@ -149,7 +145,7 @@ void DockView::paintPart(QPainter& painter, const QRect& part) {
   if (!row_.composited && !palette_.glass.bodyTop.isValid())
     // The window is cut to what stands on it, whose corners must be full for that.
     for (const QRect& cut : outlineRegion()) painter.fillRect(cut, palette_.tile);
-  if (isEmpty()) paintEmpty(painter);
+  if (invites()) paintInvitation(painter);
   if (!layout_.tabs.isEmpty()) paintTabs(painter);
   if (layout_.overflow > 0)
     paintItemsThatEnd(painter, part);
@@ -235,7 +231,10 @@ void DockView::clipSlide(QPainter& painter) {
   if (row_.runningApps.isEmpty() || layout_.separator.isEmpty()) return;
   QRectF free = layout_.glass;
   const auto isApp = [](const RowItem& item) { return item.kind == RowItem::Kind::App; };
-  if (isApp(layout_.mirrored ? layout_.items.last() : layout_.items.first()))
+  if (!layout_.invitation.isEmpty())
+    layout_.invitation.left() > layout_.separator.left() ? free.setLeft(layout_.separator.right())
+                                                         : free.setRight(layout_.separator.left());
+  else if (isApp(layout_.mirrored ? layout_.items.last() : layout_.items.first()))
     free.setLeft(layout_.separator.right());
   else if (isApp(layout_.mirrored ? layout_.items.first() : layout_.items.last()))
     free.setRight(layout_.separator.left());
@@ -267,21 +266,23 @@ QPixmap DockView::pictureOfRow() {
   return picture;
 }
 
-QRectF DockView::emptyGround() const {
+QRectF DockView::invitationGround() const {
+  if (!layout_.invitation.isEmpty()) return layout_.invitation;
   const double inset = theme::kInset / 2 * row_.scale;  // The words reach closer to the edge than tiles do.
   return layout_.glass.adjusted(inset, inset, -inset, -inset);
 }
 
-void DockView::paintEmpty(QPainter& painter) {
-  const TextLine line = addWidgetsLine(row_.scale);
-  const QPointF centre = layout_.glass.center();
-  const QRectF ground = emptyGround();
-  if (pointer_ && layout_.glass.contains(*pointer_))
+void DockView::paintInvitation(QPainter& painter) {
+  const TextLine line = RowLayout::invitationLine(row_.scale);
+  const QRectF ground = invitationGround();
+  const QPointF centre = ground.center();
+  // An empty dock is one button.
+  if (pointer_ && (isEmpty() ? layout_.glass : ground).contains(*pointer_))
     drawRounded(painter, ground, theme::kTileCorner * row_.scale, press_ ? palette_.tilePressed : palette_.tileHover);
   else
     ClearMarks::drawGround(painter, ground, theme::kTileCorner * row_.scale, palette_);
   // The glass of an empty dock is equally wide at every scale.
-  const double scale = std::min(row_.scale, (layout_.glass.width() - theme::kInset * 2) / line.width());
+  const double scale = std::min(row_.scale, (ground.width() - theme::kInset) / line.width());
   painter.save();
   painter.translate(centre);
   painter.scale(scale, scale);

@@ -281,8 +281,8 @@ QRectF DockView::fullGlass() const {
 QRegion DockView::outlineRegion() const {
   const double scale = row_.scale;
   if (isWhole()) return Glass::outline(fullGlass().toAlignedRect(), theme::kDockCorner * scale);
-  if (isEmpty()) return Glass::outline(emptyGround().toAlignedRect(), theme::kTileCorner * scale);
   QRegion region;
+  if (invites()) region = Glass::outline(invitationGround().toAlignedRect(), theme::kTileCorner * scale);
   for (const QRectF& plate : layout_.plates(row_))
     region += Glass::outline(plate.toAlignedRect(), theme::kTileCorner * scale);
   for (const QRectF& tab : layout_.tabs) region += Glass::outline(tab.toAlignedRect(), tab.height() / 2);

@@ -208,6 +208,8 @@ class DockView : public QWidget {
   bool isItem(qsizetype item) const { return item >= 0 && item < layout_.items.size(); }
   bool answersPointer(qsizetype item) const;
   bool isEmpty() const { return row_.widgets.isEmpty() && layout_.items.isEmpty(); }
+  /// Whether there is a place that asks for widgets: the whole of an empty dock, or one beside the applications.
+  bool invites() const { return row_.widgets.isEmpty(); }
   RowLayout layoutOf(const DockRow& row) const;
   double ratio() const { return devicePixelRatioF(); }
   void relayout();
@@ -278,8 +280,8 @@ class DockView : public QWidget {
   void paintItemsThatEnd(QPainter& painter, const QRect& part);
   void paintTabs(QPainter& painter);
   void paintPicture(QPainter& painter);
-  void paintEmpty(QPainter& painter);
-  QRectF emptyGround() const;
+  void paintInvitation(QPainter& painter);
+  QRectF invitationGround() const;
   void paintSlide(QPainter& painter);
   void clipSlide(QPainter& painter);
   void paintInsertion(QPainter& painter);

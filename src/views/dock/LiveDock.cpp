@@ -50,6 +50,20 @@ void LiveDock::configure(const DockGeometry& geometry) {
   rebuildRow();
 }
 
+double LiveDock::leastWidth(double scale) const {
+  const DockConfiguration& config = store_.config();
+  if (config.liveApps && store_.displayedWidgets(display_).isEmpty()) {
+    // The told measure of a row knows nothing of the place that asks for widgets.
+    DockRow row;
+    row.scale = scale;
+    row.spacing = config.spacing;
+    row.runningApps = runningApps();
+    row.placement = runningAppsPlacementNamed(config.desktopOptions().runningAppsPlacement);
+    return std::max(tabsWidth(scale), RowLayout::idealWidth(row));
+  }
+  return tabsWidth(scale);
+}
+
 double LiveDock::tabsWidth(double scale) const {
   const DockConfiguration& config = store_.config();
   if (config.profiles.size() < 2 || !config.desktopOptions().profileSwitcherOnHover) return 0;

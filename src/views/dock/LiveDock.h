@@ -27,7 +27,7 @@ class LiveDock final : public DockContent {
            DockView::IconProvider icons, const TileServices& services);
 
   void configure(const DockGeometry& geometry) override;
-  double tabsWidth(double scale) const override;
+  double leastWidth(double scale) const override;
   QMargins margins() const override { return view_->margins(); }
   QRegion outline() const override { return view_->outlineRegion(); }
   QRegion inputRegion() const override { return view_->inputRegion(); }
@@ -62,6 +62,7 @@ class LiveDock final : public DockContent {
   void connectApplications();
   void connectGestures();
   QList<DockApp> runningApps() const;
+  double tabsWidth(double scale) const;
 
   AppStore& store_;
   Toggles& toggles_;

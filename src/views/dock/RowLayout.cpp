@@ -1,5 +1,6 @@
 #include "views/dock/RowLayout.h"
 
+#include <QCoreApplication>
 #include <QHash>
 #include <algorithm>
 #include <cmath>
@@ -7,7 +8,6 @@
 
 #include "dock/rules/DropRouting.h"
 #include "views/theme/Theme.h"
-#include "views/theme/Typography.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/KindTraits.h"
 #include "widgets/catalog/Kinds.h"
@@ -20,7 +20,7 @@ namespace {
 
 /// An entry of the row at scale 1, without a place yet.
 struct RowEntry {
-  enum class Kind { Widget, App, Separator };
+  enum class Kind { Widget, App, Separator, Invitation };
   Kind kind;
   qsizetype index = 0;
   double width = 0;
@@ -69,6 +69,16 @@ qsizetype appsPosition(const DockRow& row) {
   return row.widgets.size();
 }
 
+/// Running applications alone, and a place that asks for widgets where the first of them would come to stand.
+QList<Block> invitingBlocks(const DockRow& row) {
+  const bool isLast = row.placement == RunningAppsPlacement::Left;
+  Block invitation;
+  invitation.add(
+      {RowEntry::Kind::Invitation, 0, RowLayout::invitationLine(row.scale).width() + theme::kInvitationPadding * 2});
+  const Block apps = appBlock(row, !isLast, isLast);
+  return isLast ? QList<Block>{apps, invitation} : QList<Block>{invitation, apps};
+}
+
 QList<Block> blocksOf(const DockRow& row) {
   QList<Block> blocks;
   for (qsizetype i = 0; i < row.widgets.size(); ++i) {
@@ -77,6 +87,7 @@ QList<Block> blocksOf(const DockRow& row) {
     blocks.append(block);
   }
   if (row.placement == RunningAppsPlacement::None || row.runningApps.isEmpty()) return blocks;
+  if (blocks.isEmpty()) return invitingBlocks(row);
   const qsizetype position = appsPosition(row);
   // One line, towards the tiles before; only a block that begins the row, or stands right behind its anchor, has it
   // after.
@@ -170,6 +181,10 @@ void placeEntry(RowLayout& layout, const RowEntry& entry, double x, double top, 
     layout.separator.setWidth(std::max(1.0, std::round(scale * grid.ratio)) / grid.ratio);
     return;
   }
+  if (entry.kind == RowEntry::Kind::Invitation) {
+    layout.invitation = grid(x, top, right, top + theme::kTileHeight * scale);
+    return;
+  }
   const auto kind = entry.kind == RowEntry::Kind::Widget ? RowItem::Kind::Widget : RowItem::Kind::App;
   layout.items.append({kind, entry.index, grid(x, top, right, top + theme::kTileHeight * scale)});
 }
@@ -193,6 +208,10 @@ RunningAppsPlacement runningAppsPlacementNamed(const QString& name) {
 double RowLayout::idealWidth(const DockRow& row) {
   const double tabs = row.offersTabs() ? tabsWidth(row.tabs, row.scale) : 0;
   return std::max(idealRowWidth(blocksOf(row), row), tabs);
+}
+
+TextLine RowLayout::invitationLine(double scale) {
+  return TextLine(QCoreApplication::translate("Dock", "Add Widgets…"), TextStyle::Body, scale);
 }
 
 double RowLayout::tabsWidth(const QStringList& names, double scale) {
@@ -240,6 +259,7 @@ void RowLayout::mirror() {
   for (RowItem& item : items) turn(item.rect);
   for (QRectF& tab : tabs) turn(tab);
   turn(separator);
+  turn(invitation);
 }
 
 std::optional<qsizetype> RowLayout::itemAt(QPointF point) const {
@@ -320,6 +340,7 @@ double RowLayout::insertionX(qsizetype index, double spacing) const {
     return along(beginOf(items[next].rect) - spacing / 2);
   if (const qsizetype last = itemOf(RowItem::Kind::Widget, index - 1); last >= 0)
     return along(endOf(items[last].rect) + spacing / 2);
+  if (!invitation.isEmpty()) return invitation.center().x();
   return items.isEmpty() ? glass.center().x() : along(beginOf(items.first().rect));
 }
 

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "views/dock/DockRow.h"
+#include "views/theme/Typography.h"
 
 namespace tarnwick {
 
@@ -31,6 +32,7 @@ struct RowLayout {
   QRectF glass;
   QList<RowItem> items;  ///< In the order of reading: from left to right, or from right to left where it is mirrored.
   QRectF separator;      ///< The line between tiles and running applications; empty where there is none.
+  QRectF invitation;     ///< To add widgets, where a row holds nothing but running applications; empty elsewhere.
   QList<QRectF> tabs;    ///< None while they are in; one that there is no room for is empty.
   double overflow = 0;   ///< How far the row is wider than its glass; it scrolls that far.
   bool mirrored = false;
@@ -40,6 +42,8 @@ struct RowLayout {
   static double idealWidth(const DockRow& row);
   /// The width that the glass takes for the tabs of these profiles, each with its whole name unless that is very long.
   static double tabsWidth(const QStringList& names, double scale);
+  /// The words of that invitation, and of a dock that is empty.
+  static TextLine invitationLine(double scale);
   /// Lays the row out in the middle of `slot`. `ratio` is device pixels per unit.
   static RowLayout of(const DockRow& row, const QRectF& slot, double ratio, const RowPose& pose = {});
 

@@ -2,6 +2,7 @@
 
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QLinearGradient>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QToolTip>
@@ -24,6 +25,7 @@ constexpr int kSymbol = 18;
 constexpr int kAction = 28;
 constexpr int kActionSymbol = 15;
 constexpr double kFaint = 0.55;
+constexpr int kEdgeFade = 28;
 constexpr double kTitleShare = 0.34;
 constexpr double kCaptionShare = 0.68;
 
@@ -177,6 +179,8 @@ OrderList::OrderList(const QString& label, QWidget* parent) : QListView(parent),
   setUniformItemSizes(true);
   setTabKeyNavigation(false);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  // What was painted is moved as it is, and the fade would go along.
+  connect(verticalScrollBar(), &QScrollBar::valueChanged, viewport(), qOverload<>(&QWidget::update));
   connect(this, &QAbstractItemView::doubleClicked, this, [this](const QModelIndex& index) {
     if (actionAt(viewport()->mapFromGlobal(QCursor::pos())) < 0) Q_EMIT opened(idAt(index));
   });
@@ -230,7 +234,9 @@ void OrderList::rename(const QString& id) {
 
 QSize OrderList::sizeHint() const {
   const int rows = std::clamp(model_->rowCount(), 1, kMostRows);
-  return {200, rows * theme::kTallRowHeight};
+  // Half a row says that more follow.
+  const int half = model_->rowCount() > kMostRows ? theme::kTallRowHeight / 2 : 0;
+  return {200, rows * theme::kTallRowHeight + half};
 }
 
 void OrderList::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
@@ -346,6 +352,21 @@ void OrderList::wheelEvent(QWheelEvent* event) {
     QListView::wheelEvent(event);
   else
     event->ignore();
+}
+
+void OrderList::paintEvent(QPaintEvent* event) {
+  QListView::paintEvent(event);
+  const QScrollBar& bar = *verticalScrollBar();
+  QPainter painter(viewport());
+  const QColor ground = lookOf(*this).palette.panel.bodyTop;
+  const auto fade = [&](int edge, int inwards) {
+    QLinearGradient over(0, edge, 0, edge + inwards);
+    over.setColorAt(0, ground);
+    over.setColorAt(1, faded(ground, 0));
+    painter.fillRect(QRect(0, std::min(edge, edge + inwards), viewport()->width(), std::abs(inwards)), over);
+  };
+  if (bar.value() > bar.minimum()) fade(0, kEdgeFade);
+  if (bar.value() < bar.maximum()) fade(viewport()->height(), -kEdgeFade);
 }
 
 bool OrderList::viewportEvent(QEvent* event) {

@@ -30,7 +30,7 @@ struct OrderAction {
 
 /// Things in an order that the user makes: rows are dragged, or moved by Alt and the arrow keys. Return or a double
 /// click opens one. Its buttons show in the row that is under the pointer or has the keyboard. Wants to be as high as
-/// its rows, up to a number of them.
+/// its rows, up to a number of them; where there are more, the edge behind which it goes on fades.
 class OrderList final : public QListView, public ItemActions {
   Q_OBJECT
  public:
@@ -70,6 +70,7 @@ class OrderList final : public QListView, public ItemActions {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
   bool viewportEvent(QEvent* event) override;
 
  private:

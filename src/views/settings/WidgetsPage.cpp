@@ -100,7 +100,8 @@ class WidgetsPage final : public SettingsPage {
   OrderItem itemOf(const DockWidget& widget) const {
     const WidgetDefinition& kind = Catalog::find(widget.kind);
     OrderItem item{widget.id.toString(), services_.edits.nameOf(widget), kind.name, kind.symbol};
-    item.caption = item.title == kind.name ? kind.category : kind.name + u" · "_s + kind.category;
+    const QString section = Catalog::sectionOf(kind);
+    item.caption = item.title == kind.name ? section : kind.name + u" · "_s + section;
     return item;
   }
 

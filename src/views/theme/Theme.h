@@ -14,6 +14,7 @@ inline constexpr double kTileHeight = 64;
 inline constexpr double kTileCorner = 14;
 inline constexpr double kSeparatorZone = 12;
 inline constexpr double kSeparatorHeight = 36;
+inline constexpr double kInvitationPadding = 12;  ///< Beside the words that ask for widgets.
 inline constexpr double kAppSlot = 52;
 inline constexpr double kAppIcon = 44;
 inline constexpr double kAppIconLeft = 4;

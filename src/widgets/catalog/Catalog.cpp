@@ -147,6 +147,15 @@ class UnknownKinds {
 
 }  // namespace
 
+QString Catalog::sectionOf(const WidgetDefinition& definition) {
+  const QStringList& sections = lists().categories;
+  if (sections.contains(definition.category)) return definition.category;
+  static constexpr std::array apps{kind::applications, kind::trash, kind::appLauncher};
+  if (std::ranges::find(apps, definition.id) != apps.end()) return sections.value(1);
+  if (definition.id == kind::folderLauncher) return sections.value(2);
+  return contains(definition.id) ? sections.last() : definition.category;
+}
+
 bool isConnectedFamily(QStringView family) {
   return family == familyText(Family::Integration) || family == familyText(Family::Studio);
 }

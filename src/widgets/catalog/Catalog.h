@@ -36,6 +36,9 @@ class Catalog {
   /// Names of all sections of the library in display order: "All Widgets", the ready-made entries, the groups, the
   /// extra items.
   static const QStringList& categories();
+  /// The section of the library in which a kind is found: one of categories(), or the category of one that it does not
+  /// offer.
+  static QString sectionOf(const WidgetDefinition& definition);
 
   /// The width that `kind` has on the dock by its name alone, in points at scale 1, or `fallback` where no rule
   /// applies.
