@@ -11,6 +11,7 @@
 #include "apps/RunningApplications.h"
 #include "platform/dbus/BusActivation.h"
 #include "platform/dbus/DBusSessionApplication.h"
+#include "platform/dbus/DesktopContrastPreference.h"
 #include "platform/dbus/DesktopMotionPreference.h"
 #include "platform/dbus/DesktopNotifications.h"
 #include "platform/dbus/DesktopToggles.h"
@@ -61,6 +62,7 @@ Services Adapters::makeServices() {
       .zones = *windowSystem_.zones,
       .clocks = *windowSystem_.clocks,
       .motion = keep(std::make_unique<DesktopMotionPreference>(session)),
+      .contrast = keep(std::make_unique<DesktopContrastPreference>(session)),
       .windows = *windowSystem_.windows,
       .hotKeys = *windowSystem_.hotKeys,
       .colors = keep(std::make_unique<PortalScreenColors>(session)),

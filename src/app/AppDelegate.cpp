@@ -13,8 +13,10 @@
 #include "app/Windows.h"
 #include "apps/InstalledApps.h"
 #include "base/DomainError.h"
+#include "desktop/ContrastPreference.h"
 #include "desktop/SessionEvents.h"
 #include "views/motion/Animator.h"
+#include "views/theme/DesktopLook.h"
 #include "views/theme/MenuStyle.h"
 #include "views/theme/WindowPalette.h"
 #include "widgets/catalog/KindTraits.h"
@@ -70,6 +72,9 @@ void AppDelegate::didFinishLaunching() {
   connect(store_.get(), &AppStore::configChanged, this, &AppDelegate::applyLoginSwitch);
   // Whose settings were lost is told so by the message, and not greeted as new.
   if (!store_->config().onboardingComplete && !store_->hasLostSettings()) commands_->continueSetup();
+  // What a new user expects of windows; in the document it is a wish like one made by hand.
+  if (store_->isFirstRun())
+    store_->edit([](DockConfiguration& config) { config.appAppearance = QStringLiteral("auto"); });
   applyAppearance();
   QMetaObject::invokeMethod(this, &AppDelegate::comeUp, Qt::QueuedConnection);
 }
@@ -90,6 +95,7 @@ void AppDelegate::willTerminate() {
   down_ = true;
   afterFirstFrame_.reset();
   docksStand_.reset();
+  switchesAnswer_.reset();
   presenter_->closeAll();
   store_->shutdown();
   presenter_->shutdown();
@@ -152,7 +158,23 @@ void AppDelegate::followRunningApps() {
   }
 }
 
+void AppDelegate::applyLook() {
+  const QString& contrast = store_->config().desk().contrast;
+  const bool wanted = contrast != "off"_L1 && services_.contrast.wantsHighContrast();
+  DesktopLook look = DesktopLook::now();
+  look.highContrast = contrast == "on"_L1 || wanted;
+  // Each switch answers by itself, and until this one has it reads as off.
+  const bool dark = services_.toggles.state(Toggle::DarkMode).on;
+  if (dark || switchesAnswered_) look.dark = dark;
+  if (look == DesktopLook::now()) return;
+  const bool isOtherContrast = look.highContrast != DesktopLook::now().highContrast;
+  DesktopLook::set(look);
+  if (isOtherContrast) isDark_.reset();
+  presenter_->takeLook();
+}
+
 void AppDelegate::applyAppearance() {
+  applyLook();
   // Panels follow the dock's style; menus and windows follow this.
   const QString& wanted = store_->config().appAppearance;
   const ToggleState desktop = services_.toggles.state(Toggle::DarkMode);

@@ -92,6 +92,7 @@ class AppDelegate : public QObject {
   void listenToTheSession();
   void followRunningApps();
   void applyAppearance();
+  void applyLook();
   void applyLoginSwitch();
   void comeUp();
   void listenToScreens();
@@ -112,7 +113,9 @@ class AppDelegate : public QObject {
   std::unique_ptr<ExitGuards> guards_;
   JobHandle afterFirstFrame_;
   JobHandle docksStand_;
+  JobHandle switchesAnswer_;
   std::optional<bool> isDark_;
+  bool switchesAnswered_ = false;  ///< Whether the desktop had the time to tell of its switches.
   bool launchesAtLogin_ = false;
   bool down_ = false;
 };

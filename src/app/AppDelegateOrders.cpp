@@ -12,6 +12,7 @@
 #include "app/SingleInstance.h"
 #include "app/SocketSession.h"
 #include "base/DomainError.h"
+#include "desktop/ContrastPreference.h"
 #include "desktop/SessionEvents.h"
 #include "desktop/Toggles.h"
 #include "widgets/PinnedTiles.h"
@@ -21,6 +22,8 @@ namespace tarnwick {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr double kSwitchesAnswer = 0.5;  ///< Seconds.
 
 /// What is asked by the name of an action. Anybody on the bus may call, with anything.
 std::optional<Order> orderOf(const QString& action, const QVariantList& parameter) {
@@ -46,7 +49,15 @@ void AppDelegate::listenToTheSession() {
   // The session's manager asks every program to save before it ends the session.
   connect(qApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager&) { store_->save(); });
   connect(qApp, &QCoreApplication::aboutToQuit, this, &AppDelegate::willTerminate);
-  connect(&services_.toggles, &Toggles::changed, this, &AppDelegate::applyAppearance);
+  connect(&services_.toggles, &Toggles::changed, this, [this] {
+    if (!switchesAnswered_ && !switchesAnswer_)
+      switchesAnswer_ = store_->scheduler().after(kSwitchesAnswer, [this] {
+        switchesAnswered_ = true;
+        applyAppearance();
+      });
+    applyAppearance();
+  });
+  connect(&services_.contrast, &ContrastPreference::changed, this, &AppDelegate::applyAppearance);
   connect(&services_.session, &SessionEvents::ending, this, &AppDelegate::quit);
   listenTo(setup_.application);
   setup_.door.restoreDock = [this] { return restoreForOthers(); };

@@ -7,6 +7,7 @@
 #include "dock/DockController.h"
 #include "store/AppStore.h"
 #include "views/dock/MessageBubble.h"
+#include "views/theme/DesktopLook.h"
 
 namespace tarnwick {
 namespace {
@@ -48,7 +49,7 @@ void DockBubble::arrange() {
     return;
   }
   if (!panel_) make();
-  bubble_->setLook(dockStyleNamed(parts_.store->config().style), backdropOf(*parts_.panels));
+  bubble_->setLook(shownStyle(parts_.store->config()), backdropOf(*parts_.panels));
   const auto openPanel = [this](const QString& display) { return parts_.host->outline(display); };
   const PanelPlacement wanted =
       bubblePlacement(*bubble_, {*parts_.dock, *parts_.screens, raised_ ? raised_() : 0, display_, openPanel});

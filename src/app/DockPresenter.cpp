@@ -220,6 +220,13 @@ ReadingServices DockPresenter::readingServices() const {
   return readings;
 }
 
+void DockPresenter::takeLook() {
+  rebuildRows();
+  panels_.applyLook();
+  if (message_) message_->update();
+  if (bubble_) bubble_->arrange();
+}
+
 void DockPresenter::rebuildRows() {
   for (const auto& [display, dock] : docks_) dock->rebuildRow();
 }

@@ -55,6 +55,8 @@ class DockPresenter final : public QObject, private DockHost {
   void show();
   /// Starts listening to what applications want shown on their tiles.
   void start();
+  /// Takes what docks, panels and bubbles look like from the settings and DesktopLook anew.
+  void takeLook();
   /// Takes down what stands beside the docks, after which nothing can be taken back. To be called before the store goes
   /// down; shutdown() after it.
   void closeAll();

@@ -10,6 +10,7 @@
 #include "views/families/Rooms.h"
 #include "views/panels/PanelPresentation.h"
 #include "views/panels/TilePanel.h"
+#include "views/theme/DesktopLook.h"
 
 namespace tarnwick {
 
@@ -115,7 +116,7 @@ void PanelHost::showPane(std::unique_ptr<GlassPane> pane, Panel& dock, const QRe
 void PanelHost::applyLook() {
   if (!pane_) return;
   const Backdrop behind = services_.panels.isComposited() ? Backdrop::Plain : Backdrop::Opaque;
-  pane_->setDockLook(dockStyleNamed(store_.config().style), behind, store_.config().monochrome);
+  pane_->setDockLook(shownStyle(store_.config()), behind, store_.config().monochrome);
 }
 
 void PanelHost::follow(const QRect& tile) {

@@ -52,6 +52,9 @@ class PanelHost final : public QObject {
   /// Closes it at once when it belongs to this display, as when the display's dock goes.
   void closeOn(const QString& display);
 
+  /// Takes what the open panel looks like from the settings and the desktop anew.
+  void applyLook();
+
   /// Whether a panel is open that belongs to a display's dock, which then stays shown.
   bool hasActivePanel(const QString& display) const { return !display_.isEmpty() && display == display_; }
   /// Where that panel stands, in desktop coordinates; empty for none.
@@ -69,7 +72,6 @@ class PanelHost final : public QObject {
  private:
   std::unique_ptr<TilePanel> makeTilePanel();
   void showPane(std::unique_ptr<GlassPane> pane, Panel& dock, const QRect& tile);
-  void applyLook();
   void forget();
   void drop();
 

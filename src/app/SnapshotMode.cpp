@@ -11,6 +11,7 @@
 #include "base/DomainError.h"
 #include "base/Text.h"
 #include "views/snapshot/SnapshotFixture.h"
+#include "views/theme/DesktopLook.h"
 
 namespace tarnwick {
 
@@ -93,6 +94,7 @@ int runSnapshot(const QStringList& arguments) {
   if (options.locale) SnapshotFixture::locale() = *options.locale;
   QLocale::setDefault(SnapshotFixture::locale());
   QByteArray name("tarnwick");
+  if (arguments.contains(u"--snapshot-high-contrast"_s)) DesktopLook::set({.highContrast = true});
   // The toolkit's own switch, for looking at everything as people see it who read from the right.
   QByteArray reverse("-reverse");
   char* argv[] = {name.data(), reverse.data(), nullptr};

@@ -6,6 +6,7 @@
 #include "dock/DockController.h"
 #include "store/AppStore.h"
 #include "views/dock/TipBubble.h"
+#include "views/theme/DesktopLook.h"
 
 namespace tarnwick {
 namespace {
@@ -39,7 +40,7 @@ void TipHost::open(const QString& display, const DockTip& tip) {
   if (!owner || !owner->isShown()) return;
   auto bubble = std::make_unique<TipBubble>();
   bubble_ = bubble.get();
-  bubble_->setLook(dockStyleNamed(store_.config().style), panels_.isComposited() ? Backdrop::Plain : Backdrop::Opaque);
+  bubble_->setLook(shownStyle(store_.config()), panels_.isComposited() ? Backdrop::Plain : Backdrop::Opaque);
   bubble_->setText(tip.text);
   PopupStyle style;
   style.margins = bubble_->margins();

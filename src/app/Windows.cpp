@@ -151,7 +151,7 @@ void Windows::showOnboarding() {
     OnboardingServices services{delegate_.presenter().edits(), delegate_.commands(), [this] { return abilities(); }};
     // Where it was left, in this run or another one; once it was gone through, it begins anew.
     const DockConfiguration& config = delegate_.store().config();
-    const int first = config.onboardingComplete ? 0 : config.desktopOptions().deskOptions().setupPage;
+    const int first = config.onboardingComplete ? 0 : config.desk().setupPage;
     auto* window = new OnboardingWindow(delegate_.store(), std::move(services), first);
     window->setSays(services_.zones.edges().reason);
     connect(window, &OnboardingWindow::pageChanged, this, [this](int page) { keepSetupPage(page); });
@@ -161,9 +161,9 @@ void Windows::showOnboarding() {
 
 void Windows::keepSetupPage(int page) {
   delegate_.store().edit([page](DockConfiguration& config) {
-    DeskOptions desk = config.desktopOptions().deskOptions();
+    DeskOptions desk = config.desk();
     desk.setupPage = config.onboardingComplete ? 0 : page;
-    config.desktop.setDesk(desk);
+    config.setDesk(desk);
   });
 }
 

@@ -1,21 +1,32 @@
 #pragma once
 
+#include <QString>
+
 #include "base/RecordCodec.h"
 
 namespace tarnwick {
 
-/// Settings that this program has on a desktop like this one. Each has a default, and no file needs to hold any.
+/// Settings that this program has on a desktop like this one. Each has a default, and no file needs to hold any. A word
+/// that is not known counts as the default.
 struct DeskOptions {
   int setupPage = 0;              ///< Where the first run was left, counted from 0; means nothing once it is complete.
   bool workspaceWindows = false;  ///< A dock shows only windows of the virtual desktop that is shown.
   bool displayWindows = false;    ///< A dock shows only windows of its own display.
   bool appKeys = true;            ///< Super+1 to Super+9 open the first apps of the dock while its shortcut is on.
+  QString contrast = QStringLiteral("desktop");       ///< High contrast: desktop, on or off.
+  bool styleFollows = false;                          ///< Whether the dock's style follows light and dark.
+  QString lightStyle = QStringLiteral("lightGlass");  ///< The style while the desktop is light.
+  QString darkStyle = QStringLiteral("darkGlass");
+  QString magnification = QStringLiteral("little");  ///< Of tiles under the pointer: off, little or much.
 
   static constexpr auto fields() {
-    using O = DeskOptions;
-    return std::tuple(field::defaulted("setupPage", &O::setupPage),
-                      field::defaulted("workspaceWindows", &O::workspaceWindows),
-                      field::defaulted("displayWindows", &O::displayWindows), field::defaulted("appKeys", &O::appKeys));
+    using D = DeskOptions;
+    return std::tuple(field::defaulted("setupPage", &D::setupPage),
+                      field::defaulted("workspaceWindows", &D::workspaceWindows),
+                      field::defaulted("displayWindows", &D::displayWindows), field::defaulted("appKeys", &D::appKeys),
+                      field::defaulted("contrast", &D::contrast), field::defaulted("styleFollows", &D::styleFollows),
+                      field::defaulted("lightStyle", &D::lightStyle), field::defaulted("darkStyle", &D::darkStyle),
+                      field::defaulted("magnification", &D::magnification));
   }
   bool operator==(const DeskOptions&) const = default;
 };

@@ -63,6 +63,8 @@ struct DockConfiguration {
   static DockWidget validated(const DockWidget& widget);
 
   const DesktopOptions& desktopOptions() const { return desktop; }
+  DeskOptions desk() const { return desktop.deskOptions(); }
+  void setDesk(const DeskOptions& desk) { desktop.setDesk(desk); }
   /// The index of the active profile; 0 when it is unknown.
   qsizetype activeIndex() const;
   /// Whether temperatures read in Fahrenheit; `system` is what the user's locale measures in.

@@ -59,6 +59,7 @@ bool AppStore::load() {
     const SettingsLoader::Result loaded = SettingsLoader::load(storagePath_, seconds);
     config_ = loaded.configuration;
     if (!loaded.error.isEmpty()) setError(loaded.error);
+    isFirstRun_ = loaded.origin == SettingsLoader::Origin::FirstRun;
     hasLostSettings_ = loaded.origin == SettingsLoader::Origin::Recovery;
     // Whose settings were lost hears of it and is not greeted as new, neither now nor at the next start.
     if (hasLostSettings_) config_.onboardingComplete = true;

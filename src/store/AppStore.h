@@ -82,6 +82,8 @@ class AppStore : public QObject {
   /// Whether there were settings at the start that could not be read. The document is then a new one, as in a first
   /// run, but its user is not new.
   bool hasLostSettings() const { return hasLostSettings_; }
+  /// Whether there was no document before this run.
+  bool isFirstRun() const { return isFirstRun_; }
   bool isDiagnostic() const { return diagnostic_; }
   qint64 tick() const { return tick_; }
   const ActiveSets& active() const { return active_; }
@@ -231,6 +233,7 @@ class AppStore : public QObject {
   QString storagePath_;
   bool ready_ = false;
   bool hasLostSettings_ = false;
+  bool isFirstRun_ = false;
   bool hasRead_ = false;  // Whether the document is a file's.
   bool diagnostic_ = false;
   bool down_ = false;

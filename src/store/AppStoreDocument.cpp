@@ -52,7 +52,7 @@ QList<RunningApp> AppStore::unpinnedRunningApps(const QString& display) const {
 }
 
 WindowScope AppStore::windowScope(const QString& display) const {
-  const DeskOptions desk = config_.desktopOptions().deskOptions();
+  const DeskOptions desk = config_.desk();
   return {desk.workspaceWindows, desk.displayWindows ? display : QString()};
 }
 

@@ -5,6 +5,7 @@ namespace tarnwick {
 class AppIcons;
 class AppOpener;
 class ClientWindows;
+class ContrastPreference;
 class Files;
 class FrameClocks;
 class HotKeys;
@@ -32,6 +33,7 @@ struct Services {
   ZoneSensor& zones;
   FrameClocks& clocks;
   MotionPreference& motion;
+  ContrastPreference& contrast;
   ClientWindows& windows;
   HotKeys& hotKeys;
   ScreenColors& colors;

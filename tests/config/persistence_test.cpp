@@ -51,6 +51,18 @@ TEST(Persistence, ReadsOlderDocuments) {
   expected.triggerSize = 9;
   EXPECT_EQ(Persistence::decode(partial).desktop, expected);
 
+  DockConfiguration config;
+  DeskOptions desk;
+  desk.contrast = QStringLiteral("on");
+  desk.styleFollows = true;
+  desk.lightStyle = QStringLiteral("white");
+  desk.darkStyle = QStringLiteral("black");
+  desk.magnification = QStringLiteral("off");
+  config.setDesk(desk);
+  EXPECT_EQ(Persistence::decode(Persistence::encode(config)).desk(), desk);
+  config.setDesk({});
+  EXPECT_FALSE(Persistence::encode(config).contains("\"desk\"")) << "defaults are not written";
+
   for (const QByteArray key : {"activeProfileID", "tileBorders", "rememberedMediaSource", "temperatureUnit"}) {
     EXPECT_NO_THROW(Persistence::decode(with('"' + key + '"', "\"unknown\""))) << key.constData();
   }

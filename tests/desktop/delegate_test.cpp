@@ -22,6 +22,7 @@
 #include "support/TestScheduler.h"
 #include "views/dock/LiveDock.h"
 #include "views/settings/SettingsWindow.h"
+#include "views/theme/DesktopLook.h"
 
 namespace tarnwick {
 namespace {
@@ -395,6 +396,31 @@ TEST_F(DelegateTest, WhoseSettingsWereLostIsNotGreetedAsNew) {
   start();
   EXPECT_FALSE(greets());
   EXPECT_FALSE(store().error().isEmpty());
+}
+
+TEST_F(DelegateTest, HighContrastComesAndGoesAndANewUserHasTheDesktopsAppearance) {
+  start();
+  EXPECT_EQ(store().config().appAppearance, u"auto"_s);
+  const auto text = [] { return QApplication::palette().color(QPalette::WindowText); };
+  const QColor usual = text();
+  const auto wish = [this](const QString& word) {
+    store().edit([&word](DockConfiguration& config) {
+      DeskOptions desk = config.desk();
+      desk.contrast = word;
+      config.setDesk(desk);
+    });
+    VirtualDisplay::current().settle();
+  };
+  wish(u"on"_s);
+  EXPECT_TRUE(DesktopLook::now().highContrast);
+  EXPECT_NE(text(), usual);
+  EXPECT_TRUE(text() == QColor(Qt::black) || text() == QColor(Qt::white));
+  wish(u"off"_s);
+  EXPECT_FALSE(DesktopLook::now().highContrast);
+  EXPECT_EQ(text(), usual);
+  // A word that is not known counts as the desktop's, which wants nothing here.
+  wish(u"later"_s);
+  EXPECT_FALSE(DesktopLook::now().highContrast);
 }
 
 TEST_F(DelegateTest, WhatThisVersionLacksIsSaid) {

@@ -13,6 +13,11 @@ TEST(Magnified, TilesSwellAlongACosine) {
   EXPECT_DOUBLE_EQ(Magnification::scale(0, -400), 1);
   EXPECT_DOUBLE_EQ(Magnification::scale(0, std::numeric_limits<double>::infinity()), 1);
   EXPECT_DOUBLE_EQ(Magnification::scale(std::numeric_limits<double>::quiet_NaN(), 0), 1);
+  EXPECT_DOUBLE_EQ(Magnification::scale(40, 40, 0), 1);
+  EXPECT_DOUBLE_EQ(Magnification::scale(0, 75, Magnification::kMuch), 1.08);
+  const std::pair<const char*, double> amounts[] = {{"off", 0}, {"little", 0.08}, {"much", 0.16}, {"later", 0.08}};
+  for (const auto& [name, amount] : amounts)
+    EXPECT_DOUBLE_EQ(Magnification::amountNamed(QString::fromLatin1(name)), amount) << name;
   EXPECT_EQ(Magnification::centres({50, 50}, 7, 10), (QList<double>{35, 92}));
 }
 

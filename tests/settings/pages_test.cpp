@@ -146,6 +146,22 @@ TEST_F(SettingsPagesTest, AControlShowsWhatElseChangesTheSettings) {
   EXPECT_EQ(config().scale, 1.4);  // Showing is no change.
 }
 
+TEST_F(SettingsPagesTest, TheStyleMayFollowLightAndDark) {
+  turnTo("appearance");
+  auto* follows = control<Switch>("Follow light and dark");
+  ASSERT_TRUE(follows);
+  EXPECT_FALSE(follows->isChecked() || sees("While light"));
+  follows->click();
+  ASSERT_TRUE(sees("While light") && sees("While dark"));
+  auto* light = control<DropDown>("While light");
+  EXPECT_EQ(light->chosenValue(), u"lightGlass"_s);
+  Q_EMIT light->valueChosen(u"white"_s);
+  EXPECT_EQ(config().desk().lightStyle, u"white"_s);
+  EXPECT_EQ(config().style, DockConfiguration().style) << "the style that was chosen stays";
+  follows->click();
+  EXPECT_FALSE(config().desk().styleFollows || sees("While dark"));
+}
+
 TEST_F(SettingsPagesTest, WidgetsAreMovedEditedAndRemovedByKeys) {
   turnTo("widgets");
   auto* list = control<OrderList>("Widgets");

@@ -8,6 +8,7 @@
 #include "apps/InstalledApps.h"
 #include "apps/RunningApplications.h"
 #include "apps/ports/LauncherHints.h"
+#include "desktop/ContrastPreference.h"
 #include "desktop/FrameClock.h"
 #include "desktop/HotKeys.h"
 #include "desktop/MotionPreference.h"
@@ -46,6 +47,10 @@ struct TestClocks final : FrameClocks {
 struct FullMotion final : MotionPreference {
   bool reducesMotion() const override { return false; }
 };
+struct UsualContrast final : ContrastPreference {
+  bool wants = false;
+  bool wantsHighContrast() const override { return wants; }
+};
 struct FreeKeys final : HotKeys {
   HotKeyBinding bind(quint32, const HotKeyRequest&) override { return {true, {}, {}}; }
   void unbindAll() override {}
@@ -81,8 +86,9 @@ class TestServices {
 
   /// The parts that stand in for others are given by whoever needs them.
   Services with(Panels& somePanels, FrameClocks& someClocks) {
-    return {scheduler_, screens,       somePanels, zones, someClocks,    motion,      windows, hotKeys, colors,
-            session,    notifications, toggles,    files, installedApps, runningApps, icons,   opener,  hints};
+    return {scheduler_,    screens,     somePanels, zones,   someClocks,    motion,  contrast,
+            windows,       hotKeys,     colors,     session, notifications, toggles, files,
+            installedApps, runningApps, icons,      opener,  hints};
   }
   Services all() { return with(panels, clocks); }
 
@@ -95,6 +101,7 @@ class TestServices {
   NoZones zones;
   TestClocks clocks;
   FullMotion motion;
+  UsualContrast contrast;
   FakeWindows windows;
   FreeKeys hotKeys;
   NoColors colors;

@@ -76,10 +76,21 @@ TEST_F(DockParts, TheMagnifierFollowsThePointerOnceAFrame) {
   magnifier.point(std::nullopt);
   clock->beat(1);
   for (qsizetype item = 0; item < layout.items.size(); ++item) EXPECT_EQ(magnifier.of(item), 1);
-  row.reduceMotion = true;
+  row.swelling = Magnification::kMuch;
   magnifier.point(middleOf(1).x());
-  EXPECT_FALSE(clock->isRunning());
-  EXPECT_EQ(magnifier.of(1), 1);
+  clock->beat(1);
+  EXPECT_NEAR(magnifier.of(1), 1 + Magnification::kMuch, 0.01);
+  magnifier.point(std::nullopt);
+  clock->beat(1);
+  const auto rests = [&] {
+    magnifier.point(middleOf(1).x());
+    return !clock->isRunning() && magnifier.of(1) == 1;
+  };
+  row.swelling = 0;
+  EXPECT_TRUE(rests()) << "who wants none has no frames for it either";
+  row.swelling = Magnification::kMost;
+  row.reduceMotion = true;
+  EXPECT_TRUE(rests());
 }
 
 TEST_F(DockParts, TheEndsOfALongRowScrollAsLongAsSomethingIsHeldThere) {
@@ -183,8 +194,10 @@ TEST_F(DockParts, TabsComeAfterTheirDelayAndStayAsTheyAreWhileTheyAreHeld) {
     qsizetype told;
     double share;
   };
-  const std::vector<Case> cases = {{"away", false, false, 0, 0},        {"held from coming", true, true, 0, 0},
-                                   {"there", true, false, 1, 1},        {"held from going", false, true, 0, 1},
+  const std::vector<Case> cases = {{"away", false, false, 0, 0},
+                                   {"held from coming", true, true, 0, 0},
+                                   {"there", true, false, 1, 1},
+                                   {"held from going", false, true, 0, 1},
                                    {"away again", false, false, 1, 0}};
   for (const Case& one : cases) {
     due.clear();
@@ -242,7 +255,8 @@ TEST(Wheels, CountWholeStepsOverOneThingInOneDirection) {
   };
   const std::vector<Case> cases = {{0, 60, 0},  {0, 60, 1},   {0, 300, 2},   {0, 60, 1}, {0, 100, 0},
                                    {1, 100, 0}, {1, -119, 0}, {1, -121, -2}, {1, 119, 0}};
-  for (const Case& one : cases) EXPECT_EQ(wheel.steps(one.over, one.turned), one.steps) << one.over << ' ' << one.turned;
+  for (const Case& one : cases)
+    EXPECT_EQ(wheel.steps(one.over, one.turned), one.steps) << one.over << ' ' << one.turned;
 }
 
 }  // namespace tarnwick::testing

@@ -258,6 +258,8 @@ TEST(Layout, AnEmptyProfileAsksForWidgetsBesideTheRunningApplications) {
   const QImage still = paintedBy(*view);
   mouse(*view, QEvent::MouseMove, beside, Qt::NoButton);
   EXPECT_NE(paintedBy(*view), still) << "nothing answers the pointer";
+  row.runningApps = runningApps();
+  keep(paintedBy(*makeView(row), 2), u"invitation"_s);
   row.placement = Placement::None;
   EXPECT_TRUE(RowLayout::of(row, QRectF(0, 0, 110, 84), 1).invitation.isEmpty()) << "the whole dock is one";
 }

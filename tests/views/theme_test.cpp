@@ -2,8 +2,10 @@
 
 #include <QBitmap>
 #include <QLocale>
+#include <algorithm>
 #include <cmath>
 
+#include "views/theme/DesktopLook.h"
 #include "views/theme/Emoji.h"
 #include "views/theme/Glass.h"
 #include "views/theme/IconStyle.h"
@@ -13,6 +15,7 @@
 #include "views/theme/Symbols.h"
 #include "views/theme/Theme.h"
 #include "views/theme/Typography.h"
+#include "views/theme/WindowPalette.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick::testing {
@@ -191,6 +194,98 @@ TEST(Styles, NamesAndSchemes) {
   const Palette grey = Palette::make(DockStyle::DarkGlass, Backdrop::Plain, true);
   for (const Accent accent : {Accent::Blue, Accent::Green, Accent::Red, Accent::Purple})
     EXPECT_EQ(grey.accent(accent).hslSaturation(), 0);
+}
+
+/// A colour as it is seen over an opaque one.
+static QColor seenOver(const QColor& color, const QColor& ground) {
+  const auto mix = [&](float a, float b) { return a * color.alphaF() + b * (1 - color.alphaF()); };
+  return QColor::fromRgbF(mix(color.redF(), ground.redF()), mix(color.greenF(), ground.greenF()),
+                          mix(color.blueF(), ground.blueF()));
+}
+
+static double ratioBetween(const QColor& a, const QColor& b) {
+  const auto luminance = [](const QColor& color) {
+    const auto linear = [](double part) {
+      return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+  };
+  const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
+  return (lighter + 0.05) / (darker + 0.05);
+}
+
+TEST(HighContrast, NoTextIsUnderSevenToOneAndEverythingHasAnEdge) {
+  constexpr double least = 7;
+  for (const DockStyle style : {DockStyle::DarkGlass, DockStyle::LightGlass, DockStyle::LiquidGlass, DockStyle::Black,
+                                DockStyle::White, DockStyle::Transparent})
+    for (const Backdrop backdrop : {Backdrop::Blurred, Backdrop::Plain, Backdrop::Opaque})
+      for (const bool monochrome : {false, true}) {
+        SCOPED_TRACE(static_cast<int>(style));
+        const Palette palette = Palette::make(style, backdrop, monochrome, true);
+        QList<QColor> grounds{palette.glass.bodyTop, palette.glass.bodyBottom, palette.panel.bodyTop,
+                              palette.panel.bodyBottom};
+        for (const QColor& ground : grounds) EXPECT_EQ(ground.alpha(), 255) << "something shows through";
+        for (const QColor& part : {palette.tile, palette.tileHover, palette.tilePressed, palette.tileOpen,
+                                   palette.tileDragged, palette.button, palette.buttonHover, palette.buttonPressed,
+                                   palette.tab, palette.toggleOff, palette.well, palette.selection})
+          grounds << seenOver(part, palette.glass.bodyTop);
+        QList<QColor> inks{palette.primary, palette.secondary, palette.tertiary};
+        for (int accent = 0; accent <= static_cast<int>(Accent::Purple); ++accent) {
+          inks << palette.accentWord(static_cast<Accent>(accent));
+          EXPECT_GE(
+              ratioBetween(palette.inkOnAccent, seenOver(palette.accent(static_cast<Accent>(accent)), grounds[0])),
+              least)
+              << accent;
+        }
+        for (const QColor& ink : inks)
+          for (const QColor& ground : grounds)
+            EXPECT_GE(ratioBetween(seenOver(ink, ground), ground), least)
+                << ink.name().toStdString() << " on " << ground.name().toStdString();
+        for (const QColor& edge : {palette.glass.rim, palette.panel.rim, palette.tileEdge})
+          EXPECT_GE(ratioBetween(seenOver(edge, grounds[0]), grounds[0]), 3);
+        EXPECT_GE(ratioBetween(palette.pictures.plateInk, palette.pictures.plateTop), least);
+      }
+}
+
+TEST(HighContrast, WindowsAndMenusFollow) {
+  const DesktopLook before = DesktopLook::now();
+  DesktopLook::set({true, true});
+  for (const bool dark : {true, false}) {
+    const QPalette palette = windowPalette(dark);
+    for (const auto& [ink, ground] :
+         {std::pair(QPalette::WindowText, QPalette::Window), std::pair(QPalette::Text, QPalette::Base),
+          std::pair(QPalette::ButtonText, QPalette::Button), std::pair(QPalette::PlaceholderText, QPalette::Base),
+          std::pair(QPalette::ToolTipText, QPalette::ToolTipBase), std::pair(QPalette::Link, QPalette::Base),
+          std::pair(QPalette::HighlightedText, QPalette::Highlight)})
+      EXPECT_GE(ratioBetween(palette.color(ink), palette.color(ground)), 7) << dark << ' ' << ink;
+  }
+  EXPECT_TRUE(Palette::make(DockStyle::DarkGlass, Backdrop::Blurred, false).highContrast) << "whoever does not say";
+  DesktopLook::set(before);
+  EXPECT_FALSE(Palette::make(DockStyle::DarkGlass, Backdrop::Blurred, false).highContrast);
+}
+
+TEST(Styles, FollowLightAndDarkOnceTheDesktopHasTold) {
+  const DesktopLook before = DesktopLook::now();
+  DockConfiguration config;
+  config.style = u"transparent"_s;
+  DeskOptions desk;
+  desk.lightStyle = u"white"_s;
+  desk.darkStyle = u"black"_s;
+  struct Case {
+    bool follows;
+    std::optional<bool> dark;
+    DockStyle shown;
+  };
+  for (const Case& each : {Case{false, true, DockStyle::Transparent}, Case{true, std::nullopt, DockStyle::Transparent},
+                           Case{true, true, DockStyle::Black}, Case{true, false, DockStyle::White}}) {
+    desk.styleFollows = each.follows;
+    config.setDesk(desk);
+    DesktopLook::set({each.dark, false});
+    EXPECT_EQ(shownStyle(config), each.shown);
+  }
+  DesktopLook::set(before);
+  config.setDesk(DeskOptions());
+  EXPECT_FALSE(config.desktop.desk) << "defaults need no place in the file";
 }
 
 TEST(Palette, AColourFadesWithinItsBoundsWhereASpringOvershoots) {

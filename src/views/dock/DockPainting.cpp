@@ -95,7 +95,7 @@ void DockView::updateRow() {
   }
   for (qsizetype item = 0; item < layout_.items.size(); ++item) {
     TileStyle largest;
-    largest.magnification = theme::kHoverScale;
+    largest.magnification = largestScale();
     update(tilePaintBounds(layout_.items[item].rect, largest).toAlignedRect());
   }
 }
@@ -204,7 +204,7 @@ void DockView::paintItems(QPainter& painter, const QRect& part) {
   // The tile under the pointer is larger than its place and lies above its neighbours; one that is dragged above all.
   const qsizetype above = drag_.liftedItem();
   TileStyle largest;
-  largest.magnification = theme::kHoverScale;
+  largest.magnification = largestScale();
   for (qsizetype item = 0; item < layout_.items.size(); ++item) {
     if (item == hovered_ || above == item) continue;
     if (!part.intersects(tilePaintBounds(visibleRect(item), largest).toAlignedRect())) continue;

@@ -7,6 +7,7 @@
 
 #include "config/DockWidget.h"
 #include "desktop/Panels.h"
+#include "dock/rules/Magnification.h"
 #include "views/theme/Palette.h"
 #include "views/tiles/AppMarks.h"
 
@@ -70,6 +71,8 @@ struct DockRow {
   bool composited = true;
   bool blurred = false;
   bool reduceMotion = false;
+  bool highContrast = false;
+  double swelling = Magnification::kMost;  ///< By how much a tile grows at most under the pointer.
 
   QStringList tabs;  ///< The names of the profiles; room is kept for them when there are two or more.
   qsizetype activeTab = 0;

@@ -39,10 +39,10 @@ bool areStrangers(const QList<DockWidget>& a, const QList<DockWidget>& b) {
 }
 
 Palette paletteOf(const DockRow& row) {
-  const Palette usual = Palette::make(row.style, row.backdrop(), row.monochrome);
+  const Palette usual = Palette::make(row.style, row.backdrop(), row.monochrome, row.highContrast);
   Palette palette = usual;
-  if (row.reduceTransparency) {
-    palette = Palette::make(row.style, Backdrop::Opaque, row.monochrome);
+  if (row.reduceTransparency && !row.highContrast) {
+    palette = Palette::make(row.style, Backdrop::Opaque, row.monochrome, false);
     // Only the glass is opaque; the window around it is what it was.
     palette.glass.shadow = usual.glass.shadow;
     palette.glass.outline = usual.glass.outline;
@@ -52,7 +52,7 @@ Palette paletteOf(const DockRow& row) {
   // A picture has the shape of the glass where the style has none.
   if (!row.picture.file.isEmpty() && !palette.glass.bodyTop.isValid())
     palette.glass.bodyTop = palette.glass.bodyBottom = QColor(0, 0, 0, 1);
-  if (!row.tileBorders) palette.tileEdge = QColor(Qt::transparent);
+  if (!row.tileBorders && !row.highContrast) palette.tileEdge = QColor(Qt::transparent);
   return palette;
 }
 
@@ -66,7 +66,7 @@ DockView::DockView(QWidget* parent)
           [this](qsizetype item) {
             noteMotion();
             TileStyle largest;
-            largest.magnification = theme::kHoverScale;
+            largest.magnification = largestScale();
             update(tilePaintBounds(visibleRect(item), largest).toAlignedRect());
           }),
       rest_(

@@ -5,6 +5,7 @@
 #include <QRegion>
 #include <QUuid>
 #include <QWidget>
+#include <algorithm>
 #include <functional>
 #include <optional>
 
@@ -25,6 +26,7 @@
 #include "views/motion/Fade.h"
 #include "views/motion/Pulse.h"
 #include "views/theme/Glass.h"
+#include "views/theme/Theme.h"
 #include "views/tiles/TilePainter.h"
 #include "views/tiles/TilePictures.h"
 #include "views/tiles/TileSources.h"
@@ -218,6 +220,8 @@ class DockView : public QWidget {
   void reportNames();
   void updateItem(qsizetype item);
   void updateRow();
+  /// How much larger than its own size a tile is drawn at most.
+  double largestScale() const { return std::max(theme::kHoverScale, 1 + row_.swelling); }
   bool isWhole() const {
     return palette_.glass.bodyTop.isValid() || drag_.isActive() || drag_.isLanding() || drop_.has_value();
   }

@@ -7,6 +7,7 @@
 #include "files/KeptPictures.h"
 #include "views/dock/StoreSources.h"
 #include "views/families/Rooms.h"
+#include "views/theme/DesktopLook.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
@@ -84,7 +85,7 @@ void LiveDock::rebuildRow() {
   if (config.liveApps) row.runningApps = runningApps();
   row.placement =
       config.liveApps ? runningAppsPlacementNamed(options.runningAppsPlacement) : RunningAppsPlacement::None;
-  row.style = dockStyleNamed(config.style);
+  row.style = shownStyle(config);
   row.tiles = config.tiles;
   row.tileBorders = config.tileBorders.value_or(true);
   row.monochrome = config.monochrome;
@@ -92,6 +93,10 @@ void LiveDock::rebuildRow() {
   row.reduceTransparency = options.reduceTransparency;
   row.picture = {KeptPictures::file(store_.dataDirectory(), options.backgroundImage), options.backgroundBlur,
                  options.backgroundDim};
+  row.highContrast = DesktopLook::now().highContrast;
+  // No text is sure of its contrast on a picture.
+  if (row.highContrast) row.picture = {};
+  row.swelling = Magnification::amountNamed(config.desk().magnification);
   row.scale = geometry_.scale;
   row.spacing = config.spacing;
   row.edge = geometry_.atTop ? Edge::Top : Edge::Bottom;

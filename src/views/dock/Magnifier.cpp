@@ -4,7 +4,6 @@
 #include <cmath>
 #include <utility>
 
-#include "dock/rules/Magnification.h"
 #include "views/theme/Theme.h"
 
 namespace tarnwick {
@@ -20,7 +19,7 @@ Magnifier::Magnifier(const DockRow& row, const RowLayout& layout, Animator& anim
 
 void Magnifier::point(std::optional<double> x) {
   pointer_ = x;
-  if (row_.reduceMotion) return;
+  if (row_.reduceMotion || row_.swelling <= 0) return;
   if (x) follower_.follow();
   // Fills answer at once; growing and shrinking again takes the length of a fade.
   const double wanted = x ? 1 : 0;
@@ -37,9 +36,9 @@ void Magnifier::update() {
 
 double Magnifier::of(qsizetype item) const {
   const double amount = swell_.value();
-  if (row_.reduceMotion || amount <= 0 || !swells_(item)) return 1;
+  if (row_.reduceMotion || row_.swelling <= 0 || amount <= 0 || !swells_(item)) return 1;
   const QRectF& place = layout_.items[item].rect;
-  const double scale = Magnification::scale(place.center().x() / row_.scale, followed_ / row_.scale);
+  const double scale = Magnification::scale(place.center().x() / row_.scale, followed_ / row_.scale, row_.swelling);
   // In whole steps in which its edges move by half a device pixel: nobody sees less.
   const double step = 1 / (std::max(place.width(), place.height()) * ratio_);
   return 1 + std::floor((scale - 1) * amount / step) * step;

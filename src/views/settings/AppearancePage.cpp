@@ -37,6 +37,16 @@ constexpr auto kIconStyles = std::to_array<SettingChoice>({
     {QT_TRANSLATE_NOOP("Settings", "Dark"), "dark"},
     {QT_TRANSLATE_NOOP("Settings", "Monochrome"), "monochrome"},
 });
+constexpr auto kMagnifications = std::to_array<SettingChoice>({
+    {QT_TRANSLATE_NOOP("Settings", "Off"), "off"},
+    {QT_TRANSLATE_NOOP("Settings", "A little"), "little"},
+    {QT_TRANSLATE_NOOP("Settings", "A lot"), "much"},
+});
+constexpr auto kContrasts = std::to_array<SettingChoice>({
+    {QT_TRANSLATE_NOOP("Settings", "As the desktop"), "desktop"},
+    {QT_TRANSLATE_NOOP("Settings", "On"), "on"},
+    {QT_TRANSLATE_NOOP("Settings", "Off"), "off"},
+});
 constexpr auto kAppearances = std::to_array<SettingChoice>({
     {QT_TRANSLATE_NOOP("Settings", "Auto"), "auto"},
     {QT_TRANSLATE_NOOP("Settings", "Light"), "light"},
@@ -68,7 +78,13 @@ class AppearancePage final : public SettingsPage {
       group << card;
       words << card->text();
     }
-    addOther(*addCard(), cards, words.join(u' '));
+    Card& whole = *addCard();
+    addOther(whole, cards, words.join(u' '));
+    addFollowing(whole);
+    const auto follows = [](const DockConfiguration& config) { return config.desk().styleFollows; };
+    showWhile(
+        cards, [follows](const DockConfiguration& config) { return !follows(config); },
+        settingsText(QT_TRANSLATE_NOOP("Settings", "Only for a dock of one style.")));
     follow([group](const DockConfiguration& config) {
       for (StyleCard* card : group) {
         card->setChecked(card->style() == config.style);
@@ -78,12 +94,36 @@ class AppearancePage final : public SettingsPage {
     });
   }
 
+  /// Two styles in place of one.
+  void addFollowing(Card& card) {
+    addSwitch(
+        card,
+        {QT_TRANSLATE_NOOP("Settings", "Follow light and dark"),
+         QT_TRANSLATE_NOOP("Settings", "Gives the dock one style while the desktop is light and one while it is dark."),
+         QT_TRANSLATE_NOOP("Settings", "style theme night day automatic")},
+        settingField(&DeskOptions::styleFollows));
+    const auto follows = [](const DockConfiguration& config) { return config.desk().styleFollows; };
+    const QString otherwise =
+        settingsText(QT_TRANSLATE_NOOP("Settings", "Only for a dock that follows light and dark."));
+    showWhile(addDropDown(card, {QT_TRANSLATE_NOOP("Settings", "While light")}, settingField(&DeskOptions::lightStyle),
+                          kStyles),
+              follows, otherwise);
+    showWhile(addDropDown(card, {QT_TRANSLATE_NOOP("Settings", "While dark")}, settingField(&DeskOptions::darkStyle),
+                          kStyles),
+              follows, otherwise);
+  }
+
   void addSizes() {
     Card& card = *addCard();
     addSlider(card, {QT_TRANSLATE_NOOP("Settings", "Dock scale"), "", QT_TRANSLATE_NOOP("Settings", "size zoom")},
               settingField(&DockConfiguration::scale), {0.5, 1.6, 0.01, QT_TRANSLATE_NOOP("Settings", "%1%"), 0, 100});
     addSlider(card, {QT_TRANSLATE_NOOP("Settings", "Widget spacing"), "", QT_TRANSLATE_NOOP("Settings", "gap")},
               settingField(&DockConfiguration::spacing), {0, 24, 1, QT_TRANSLATE_NOOP("Settings", "%1 px"), 0});
+    addSegments(card,
+                {QT_TRANSLATE_NOOP("Settings", "Magnification"),
+                 QT_TRANSLATE_NOOP("Settings", "How much widgets grow under the pointer."),
+                 QT_TRANSLATE_NOOP("Settings", "zoom hover swell")},
+                settingField(&DeskOptions::magnification), kMagnifications);
   }
 
   void addTiles() {
@@ -114,6 +154,12 @@ class AppearancePage final : public SettingsPage {
         {QT_TRANSLATE_NOOP("Settings", "Reduce transparency"), QT_TRANSLATE_NOOP("Settings", "Makes the dock opaque."),
          QT_TRANSLATE_NOOP("Settings", "glass blur opaque")},
         settingField(&DesktopOptions::reduceTransparency));
+    addSegments(
+        card,
+        {QT_TRANSLATE_NOOP("Settings", "High contrast"),
+         QT_TRANSLATE_NOOP("Settings", "Makes the dock opaque, draws lines around things and strengthens text."),
+         QT_TRANSLATE_NOOP("Settings", "accessibility legible borders")},
+        settingField(&DeskOptions::contrast), kContrasts);
   }
 
   void addPicture() {

@@ -113,7 +113,7 @@ class OrderList::Painter final : public QStyledItemDelegate {
       drawRounded(*painter, ground, theme::kRowCorner, look.palette.selection);
     else if (chosen || option.state.testFlag(QStyle::State_MouseOver))
       drawRounded(*painter, ground, theme::kRowCorner, look.palette.tile);
-    if (item.isFaint) painter->setOpacity(kFaint);
+    if (item.isFaint && !look.palette.highContrast) painter->setOpacity(kFaint);
     paintWords(*painter, row, item, index, look);
     painter->setOpacity(1);
     if (list_.showsActions(index)) paintActions(*painter, index, look);

@@ -27,11 +27,11 @@ SettingField<T> settingField(T DesktopOptions::*field) {
 
 template <class T>
 SettingField<T> settingField(T DeskOptions::*field) {
-  return {[field](const DockConfiguration& config) { return config.desktopOptions().deskOptions().*field; },
+  return {[field](const DockConfiguration& config) { return config.desk().*field; },
           [field](DockConfiguration& config, const T& value) {
-            DeskOptions desk = config.desktopOptions().deskOptions();
+            DeskOptions desk = config.desk();
             desk.*field = value;
-            config.desktop.setDesk(desk);
+            config.setDesk(desk);
           }};
 }
 

@@ -4,6 +4,7 @@
 
 #include "store/NoCommands.h"
 #include "views/families/Rooms.h"
+#include "views/theme/DesktopLook.h"
 #include "views/theme/SnapshotScenery.h"
 #include "views/tiles/ClockWords.h"
 #include "widgets/catalog/Catalog.h"
@@ -110,6 +111,7 @@ DockRow SnapshotFixture::starterDock() {
     app.front = row.runningApps.isEmpty();
     row.runningApps << app;
   }
+  row.highContrast = DesktopLook::now().highContrast;
   return row;
 }
 

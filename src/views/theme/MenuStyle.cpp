@@ -7,6 +7,7 @@
 #include <QStyleOptionMenuItem>
 #include <algorithm>
 
+#include "views/theme/DesktopLook.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Symbols.h"
 #include "views/theme/Typography.h"
@@ -34,6 +35,8 @@ QColor faint(QColor color, double share) {
   color.setAlphaF(static_cast<float>(color.alphaF() * share));
   return color;
 }
+
+double strengthOfShortcut() { return DesktopLook::now().highContrast ? 1 : kShortcut; }
 
 int leadingOf(const QStyleOptionMenuItem& item) { return kTextInset + (item.menuHasCheckableItems ? kMarkWidth : 0); }
 
@@ -81,7 +84,7 @@ void paintItem(QPainter& painter, const QStyleOptionMenuItem& item) {
   painter.setLayoutDirection(item.text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
   painter.drawText(box, align(Qt::AlignLeft), item.text.left(tab));
   if (tab >= 0) {
-    painter.setPen(faint(text, kShortcut));
+    painter.setPen(faint(text, strengthOfShortcut()));
     painter.drawText(box, align(Qt::AlignRight), item.text.mid(tab + 1));
   }
   if (item.menuItemType == QStyleOptionMenuItem::SubMenu) paintChevron(painter, item, faint(text, kShortcut));

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <array>
 
+#include "views/theme/DesktopLook.h"
+
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
@@ -229,6 +231,39 @@ void applyStyle(Palette& palette, DockStyle style, Backdrop backdrop) {
   }
 }
 
+GlassColors outlined(QRgb body, const QColor& line, double shadow) {
+  GlassColors glass;
+  glass.bodyTop = glass.bodyBottom = tone(body);
+  glass.rim = line;
+  glass.rimWidth = 1;
+  glass.shadow = black(shadow);
+  return glass;
+}
+
+/// Takes the place of what a style paints, which may be translucent or faint.
+void applyHighContrast(Palette& palette) {
+  const bool light = palette.light;
+  const auto either = [light](QRgb bright, QRgb dark) { return tone(light ? bright : dark); };
+  palette.highContrast = true;
+  palette.primary = palette.mark = palette.gapOutline = either(0x000000, 0xFFFFFF);
+  palette.secondary = either(0x1A1A1A, 0xF0F0F0);
+  palette.tertiary = either(0x333333, 0xD8D8D8);
+  palette.track = either(0x8A8A8A, 0x6A6A6A);
+  palette.tile = palette.tileDragged = palette.well = either(0xFFFFFF, 0x000000);
+  palette.tileHover = palette.button = either(0xE4E4E4, 0x262626);
+  palette.tilePressed = palette.tab = palette.buttonHover = either(0xCCCCCC, 0x3A3A3A);
+  palette.tileOpen = palette.toggleOff = palette.buttonPressed = either(0xD6D6D6, 0x303030);
+  palette.tileEdge = palette.separator = either(0x404040, 0xC8C8C8);
+  palette.hairline = palette.split = either(0x5A5A5A, 0x9A9A9A);
+  palette.selection = either(0xBFD4FF, 0x00377F);
+  palette.inkOnAccent = either(0xFFFFFF, 0x000000);
+  palette.dotRing = QColor();
+  palette.glass = outlined(light ? 0xFFFFFF : 0x000000, palette.primary, 32);
+  palette.panel = outlined(light ? 0xFFFFFF : 0x000000, palette.primary, 40);
+  palette.pictures.plateTop = tone(0x2E4566);
+  palette.pictures.plateBottom = tone(0x22344E);
+}
+
 }  // namespace
 
 DockStyle dockStyleNamed(const QString& name) {
@@ -242,17 +277,22 @@ DockStyle dockStyleNamed(const QString& name) {
 }
 
 Palette Palette::make(DockStyle style, Backdrop backdrop, bool monochrome) {
+  return make(style, backdrop, monochrome, DesktopLook::now().highContrast);
+}
+
+Palette Palette::make(DockStyle style, Backdrop backdrop, bool monochrome, bool highContrast) {
   Palette palette;
   palette.light = style == DockStyle::LightGlass || style == DockStyle::White;
   palette.monochrome = monochrome;
   palette.dragShadow = black(45);
-  palette.wordsInPrimary_ = style == DockStyle::LiquidGlass;
+  palette.wordsInPrimary_ = style == DockStyle::LiquidGlass || highContrast;
   palette.light ? fillLight(palette) : fillDark(palette);
   applyStyle(palette, style, backdrop);
   palette.glass = glassOf(style, backdrop);
   palette.panel = panelOf(palette.light, backdrop);
   if (monochrome) palette.selection = palette.light ? ink(13) : white(16);
   palette.pictures = picturesOf(palette.light, monochrome);
+  if (highContrast) applyHighContrast(palette);
   if (backdrop == Backdrop::Opaque) {
     // Outside the outline nothing can be translucent, so what lies outside is left away.
     palette.glass.shadow = palette.glass.outline = palette.panel.shadow = QColor();
@@ -262,6 +302,7 @@ Palette Palette::make(DockStyle style, Backdrop backdrop, bool monochrome) {
 }
 
 QColor Palette::accent(Accent accent) const {
+  if (monochrome && highContrast) return primary;
   if (monochrome && accent != Accent::Foreground) {
     const bool quiet = accent == Accent::Pink || accent == Accent::Purple;
     return light ? ink(quiet ? 62 : 90) : white(quiet ? 62 : 90);
@@ -272,7 +313,9 @@ QColor Palette::accent(Accent accent) const {
                                                  0xAB5400, 0xCF2F36, 0xC5306E, 0x6743D9};
   if (accent == Accent::Foreground) return primary;
   const auto index = static_cast<std::size_t>(accent) - 1;
-  return tone(light ? bright[index] : dark[index]);
+  const QColor color = tone(light ? bright[index] : dark[index]);
+  constexpr double darker = 0.22;  // So that white stands on it with 7 to 1.
+  return highContrast && light ? mixed(color, black(100), darker) : color;
 }
 
 QColor Palette::accentWord(Accent accent) const {

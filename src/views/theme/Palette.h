@@ -52,6 +52,7 @@ struct PictureColors {
 struct Palette {
   bool light = false;
   bool monochrome = false;
+  bool highContrast = false;
 
   QColor primary, secondary, tertiary;
   QColor track;
@@ -70,7 +71,10 @@ struct Palette {
   GlassColors panel;  ///< Bubbles and panels.
   PictureColors pictures;
 
+  /// With high contrast, which comes from DesktopLook where it is not told, every style is one of two schemes: black or
+  /// white, opaque, with a line around each thing and no text under 7 to 1.
   static Palette make(DockStyle style, Backdrop backdrop, bool monochrome);
+  static Palette make(DockStyle style, Backdrop backdrop, bool monochrome, bool highContrast);
 
   QColor accent(Accent accent) const;
   /// The accent for words, which need more contrast than marks.
@@ -82,7 +86,8 @@ struct Palette {
   bool wordsInPrimary_ = false;
 };
 
-/// `color` with its alpha multiplied. A spring may carry the opacity a little below 0 or above 1, which counts as these.
+/// `color` with its alpha multiplied. A spring may carry the opacity a little below 0 or above 1, which counts as
+/// these.
 QColor faded(const QColor& color, double opacity);
 
 }  // namespace tarnwick

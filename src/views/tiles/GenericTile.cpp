@@ -36,13 +36,15 @@ void drawSign(TileCanvas& canvas, const GenericContent& content, QPointF centre)
     return;
   }
   painter.save();
-  painter.setOpacity(painter.opacity() *
-                     (canvas.colors().monochrome ? theme::kUnconnectedGrey : theme::kUnconnectedOpacity));
+  const Palette& colors = canvas.colors();
+  if (!colors.highContrast)
+    painter.setOpacity(painter.opacity() * (colors.monochrome ? theme::kUnconnectedGrey : theme::kUnconnectedOpacity));
   const double side = canvas.showsCaption() ? theme::kSymbolSize : kBareBadge;
   drawRounded(painter, QRectF(centre.x() - side / 2, centre.y() - side / 2, side, side), kBadgeCorner, canvas.accent());
   painter.restore();
   const TextLine letter = canvas.line(content.initial, TextStyle::BadgeInitial);
-  letter.drawCentred(painter, {centre.x(), TileCanvas::centredBaseline(letter, centre.y())}, canvas.colors().primary);
+  letter.drawCentred(painter, {centre.x(), TileCanvas::centredBaseline(letter, centre.y())},
+                     colors.highContrast ? colors.inkOnAccent : colors.primary);
 }
 
 double textLeft(const TileCanvas& canvas) {

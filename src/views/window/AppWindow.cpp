@@ -138,9 +138,10 @@ void AppWindow::redo() {
 
 void AppWindow::takeLook() {
   const bool dark = isDarkNow();
-  if (dark == isDark_) return;
+  const ControlLook look = windowLook(dark);
+  if (dark == isDark_ && look == look_) return;
   isDark_ = dark;
-  look_ = windowLook(dark);
+  look_ = look;
   announceLook(*this);
 }
 

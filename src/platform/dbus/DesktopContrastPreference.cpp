@@ -1,0 +1,122 @@
+#include "platform/dbus/DesktopContrastPreference.h"
+
+#include <QColor>
+#include <QDBusVariant>
+#include <QSettings>
+#include <QStandardPaths>
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <utility>
+
+#include "platform/dbus/BusNames.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr auto kContrastNamespace = "org.freedesktop.appearance"_L1;
+constexpr auto kContrast = "contrast"_L1;
+constexpr uint kHigher = 1;
+constexpr auto kAccessibilitySettings = "org.gnome.desktop.a11y.interface"_L1;
+constexpr auto kHighContrast = "high-contrast"_L1;
+constexpr auto kPlasmaSettings = "org.kde.KGlobalSettings"_L1;
+constexpr double kLeastContrast = 15;
+
+// The older of the portal's two reading methods wraps its answer twice.
+QVariant contrastValue(QVariant value) {
+  while (value.canConvert<QDBusVariant>()) value = value.value<QDBusVariant>().variant();
+  return value;
+}
+
+bool isPlasma() { return qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':').contains(u"KDE"_s); }
+
+/// A colour as Plasma writes it: three numbers from 0 to 255.
+std::optional<QColor> colorOf(const QVariant& value) {
+  const QStringList parts = value.toStringList();
+  if (parts.size() < 3) return std::nullopt;
+  int rgb[3];
+  for (int i = 0; i < 3; ++i) {
+    bool isNumber = false;
+    rgb[i] = parts[i].trimmed().toInt(&isNumber);
+    if (!isNumber || rgb[i] < 0 || rgb[i] > 255) return std::nullopt;
+  }
+  return QColor(rgb[0], rgb[1], rgb[2]);
+}
+
+/// Relative luminance, as the guidelines for accessible pages define it.
+double luminance(const QColor& color) {
+  const auto linear = [](double part) {
+    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+}  // namespace
+
+QString DesktopContrastPreference::plasmaColors() {
+  return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/kdeglobals"_L1;
+}
+
+DesktopContrastPreference::DesktopContrastPreference(const QDBusConnection& session, const QString& colors,
+                                                     QObject* parent)
+    : session_(session), colors_(colors), portal_(session, bus::kPortal) {
+  setParent(parent);
+  portal_.listen(bus::kPortalPath, bus::kPortalSettings, u"SettingChanged"_s,
+                 [this](const QDBusMessage& signal) {
+                   portalSays_ = contrastValue(signal.arguments().value(2)).toUInt() == kHigher;
+                   weigh();
+                 },
+                 {kContrastNamespace, kContrast});
+  connect(&portal_, &BusService::ownerChanged, this, &DesktopContrastPreference::readPortal);
+  if (isPlasma()) {
+    // Whoever applies a scheme tells it to everybody under this name, from a connection of its own.
+    session_.connect({}, u"/KGlobalSettings"_s, kPlasmaSettings, u"notifyChange"_s, this, SLOT(readScheme()));
+    readScheme();
+  }
+}
+
+// Asked under the well-known name, so that a portal which isn't running yet is started: early in a session it rarely
+// is.
+void DesktopContrastPreference::readPortal() {
+  auto message = QDBusMessage::createMethodCall(bus::kPortal, bus::kPortalPath, bus::kPortalSettings, u"Read"_s);
+  message.setArguments({QString(kContrastNamespace), QString(kContrast)});
+  ask(session_, message, this, [this](const QDBusMessage& reply) {
+    const bool knows = reply.type() == QDBusMessage::ReplyMessage;
+    portalSays_ = knows && contrastValue(reply.arguments().value(0)).toUInt() == kHigher;
+    knows ? setting_.reset() : readSetting();
+    weigh();
+  });
+}
+
+void DesktopContrastPreference::readSetting() {
+  if (setting_ || isPlasma()) return;
+  setting_ = std::make_unique<GSettingsKey>(session_, kAccessibilitySettings, kHighContrast);
+  connect(setting_.get(), &GSettingsKey::changed, this, &DesktopContrastPreference::weigh);
+}
+
+bool DesktopContrastPreference::isHighContrastScheme(const QString& file) {
+  const QSettings settings(file, QSettings::IniFormat);
+  const auto text = colorOf(settings.value("Colors:Window/ForegroundNormal"_L1));
+  const auto ground = colorOf(settings.value("Colors:Window/BackgroundNormal"_L1));
+  if (!text || !ground) return false;
+  // Plasma's own dark scheme is as strong, and nobody's wish for more.
+  const QString name = settings.value("ColorScheme"_L1).toString();
+  if (name.startsWith("Breeze"_L1) && !name.contains("HighContrast"_L1)) return false;
+  constexpr double flare = 0.05;
+  const auto [darker, lighter] = std::minmax({luminance(*text), luminance(*ground)});
+  return (lighter + flare) / (darker + flare) >= kLeastContrast;
+}
+
+void DesktopContrastPreference::readScheme() {
+  schemeSays_ = isHighContrastScheme(colors_);
+  weigh();
+}
+
+void DesktopContrastPreference::weigh() {
+  const bool wants = portalSays_ || schemeSays_ || (setting_ && setting_->value() == std::optional(u"true"_s));
+  if (std::exchange(wants_, wants) != wants) Q_EMIT changed();
+}
+
+}  // namespace tarnwick

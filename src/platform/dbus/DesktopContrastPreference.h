@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QString>
+#include <memory>
+
+#include "desktop/ContrastPreference.h"
+#include "platform/dbus/BusService.h"
+#include "platform/dbus/GSettingsKey.h"
+
+namespace tarnwick {
+
+/// The desktop's wish for more contrast: what the settings portal tells, GNOME's own key where the portal does
+/// not know it, and on Plasma, which has no such setting, a colour scheme with as much contrast as those made for it.
+/// Any of them is enough; nobody wants it until one has answered.
+class DesktopContrastPreference final : public ContrastPreference {
+  Q_OBJECT
+ public:
+  /// Asks at once; a portal that isn't running yet is started. `colors` is the file in which Plasma keeps its colours.
+  explicit DesktopContrastPreference(const QDBusConnection& session, const QString& colors = plasmaColors(),
+                                     QObject* parent = nullptr);
+
+  bool wantsHighContrast() const override { return wants_; }
+
+  /// Whether the colours that a file of Plasma's names for windows differ by 15 to 1 or more, but for Plasma's own
+  /// usual schemes.
+  static bool isHighContrastScheme(const QString& file);
+  static QString plasmaColors();
+
+ private Q_SLOTS:
+  void readScheme();
+
+ private:
+  void readPortal();
+  void readSetting();
+  void weigh();
+
+  QDBusConnection session_;
+  QString colors_;
+  BusService portal_;
+  std::unique_ptr<GSettingsKey> setting_;
+  bool portalSays_ = false;
+  bool schemeSays_ = false;
+  bool wants_ = false;
+};
+
+}  // namespace tarnwick
