@@ -109,7 +109,7 @@ void StyleCard::paintEvent(QPaintEvent*) {
   }
   paintPicture(painter, QRectF(QPointF((width() - kPicture.width()) / 2, kPadding), kPicture));
   drawTextIn(painter, QRectF(1, height() - kName, width() - 2, kName), text(), TextStyle::ListRowStrong,
-             isChecked() ? look.accentColor() : look.palette.primary, Qt::AlignHCenter);
+             isChecked() && !look.palette.highContrast ? look.accentColor() : look.palette.primary, Qt::AlignHCenter);
 }
 
 }  // namespace tarnwick

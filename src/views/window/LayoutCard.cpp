@@ -188,7 +188,8 @@ void LayoutCard::paintSmall(QPainter& painter, const ControlLook& look) const {
   if (size_ == Size::Tiny) return;
   const double top = kSmallPadding + LayoutPicture::kSmall.height();
   drawTextIn(painter, QRectF(1, top, width() - 2, kSmallName), label(layout_), TextStyle::ListRowStrong,
-             isChecked() ? look.accentColor() : look.palette.primary, Qt::AlignHCenter, Elide::Middle);
+             isChecked() && !look.palette.highContrast ? look.accentColor() : look.palette.primary, Qt::AlignHCenter,
+             Elide::Middle);
 }
 
 void LayoutCard::paintLarge(QPainter& painter, const ControlLook& look) const {
