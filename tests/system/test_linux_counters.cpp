@@ -5,6 +5,8 @@
 
 #include <QCoreApplication>
 #include <future>
+#include <mutex>
+#include <thread>
 #include <vector>
 
 #include "platform/linux/DeviceSleep.h"
@@ -272,6 +274,23 @@ TEST(SlowReading, ThatStallsHoldsNobodyUpAndComesLater) {
   answer.set_value();
   while (reading.isAwaited()) reading.value();
   EXPECT_EQ(reading.value(), 7);
+}
+
+TEST(SlowReading, KeepsOneThreadForAllOfItsAnswers) {
+  struct Seen {
+    std::mutex mutex;
+    QList<std::thread::id> threads;
+  };
+  const auto seen = std::make_shared<Seen>();
+  SlowReading<qsizetype> reading([seen] {
+    const std::lock_guard lock(seen->mutex);
+    seen->threads << std::this_thread::get_id();
+    return std::optional(seen->threads.size());
+  });
+  while (reading.value().value_or(0) < 5) std::this_thread::yield();
+  const std::lock_guard lock(seen->mutex);
+  EXPECT_EQ(seen->threads.count(seen->threads.first()), seen->threads.size());
+  EXPECT_NE(seen->threads.first(), std::this_thread::get_id());
 }
 
 TEST_F(FolderTest, RfkillSwitchesFollowTheRadios) {
