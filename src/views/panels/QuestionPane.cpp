@@ -2,6 +2,7 @@
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <algorithm>
 
 #include "views/controls/Buttons.h"
 #include "views/controls/ControlTheme.h"
@@ -11,12 +12,22 @@
 namespace tarnwick {
 namespace {
 
-constexpr int kFactsHeight = 116;
+constexpr int kMostFacts = 230;  // Pixels; beyond that they scroll.
 
 TextLabel* sentenceOf(const QString& text, TextStyle style, Tone tone) {
   auto* label = new TextLabel(text, style, tone);
   label->setWordWrap(true);
   return label;
+}
+
+/// That of all lines, broken where they are in the pane.
+int heightOf(const TextArea& facts) {
+  const QMargins padding(theme::kFieldPadding, theme::kFieldPadding, theme::kFieldPadding, theme::kFieldPadding);
+  const QRect box = QRect(0, 0, theme::kPanelWidthWide - theme::kPanelPadding * 2, QWIDGETSIZE_MAX) - padding;
+  const int flags = Qt::TextWrapAnywhere | Qt::AlignLeft;
+  const int lines = facts.fontMetrics().boundingRect(box, flags, facts.toPlainText()).height();
+  // Words that stay whole may need another line.
+  return lines + facts.fontMetrics().lineSpacing() + theme::kFieldPadding * 2;
 }
 
 }  // namespace
@@ -33,7 +44,7 @@ QuestionPane::QuestionPane(const Question& question) : refuse_(new Button(questi
   facts->setReadOnly(true);
   facts->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   facts->setPlainText(question.facts);
-  facts->setFixedHeight(kFactsHeight);
+  facts->setFixedHeight(std::min(kMostFacts, heightOf(*facts)));
   frame().addWidget(facts);
   frame().addSpacing(theme::kRowGap);
 
