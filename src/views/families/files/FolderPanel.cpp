@@ -49,7 +49,6 @@ class FolderPanel final : public TilePanel {
         rest_(new TextLabel({}, TextStyle::Caption, Tone::Secondary)),
         items_(*view_, context) {
     header().addAction(back_);
-    header().addAction(order_);
     auto* button = new IconButton(u"folder"_s, PanelWords::tr("Open in Files"));
     connect(button, &QPushButton::clicked, this, [this] {
       this->context().commands.openPath(listing_.request().folder);
@@ -57,6 +56,9 @@ class FolderPanel final : public TilePanel {
     });
     header().addAction(button);
     view_->setMostRows(5);
+    // Beside the name of a folder there would be no room for that.
+    body().addWidget(order_);
+    body().addSpacing(theme::kRowGap);
     body().addWidget(view_);
     beginWith(*view_);  // An arrow key chooses a file, not the order.
     body().addWidget(rest_);
