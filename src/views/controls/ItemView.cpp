@@ -308,13 +308,14 @@ QList<PaneMenuEntry> ItemView::menuOf(const QModelIndex& index) const {
 
 void ItemView::contextMenuEvent(QContextMenuEvent* event) {
   const bool isKey = event->reason() == QContextMenuEvent::Keyboard;
-  const QModelIndex index = isKey ? currentIndex() : indexAt(viewport()->mapFrom(this, event->pos()));
+  // That of a mouse comes by way of the viewport, in whose coordinates it is.
+  const QModelIndex index = isKey ? currentIndex() : indexAt(event->pos());
   if (!menu_ || !index.isValid()) return QListView::contextMenuEvent(event);
   event->accept();
   setCurrentIndex(index);
   const QRect cell = visualRect(index);
-  const QPoint at = isKey ? viewport()->mapTo(this, cell.center()) : event->pos();
-  PaneMenu::open(*this, at, index.data(Qt::DisplayRole).toString(), menu_(idAt(index)));
+  PaneMenu::open(*viewport(), isKey ? cell.center() : event->pos(), index.data(Qt::DisplayRole).toString(),
+                 menu_(idAt(index)));
 }
 
 void ItemView::openCurrent() {
