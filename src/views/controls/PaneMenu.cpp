@@ -140,18 +140,15 @@ void PaneMenu::step(int by) {
   buttons_[next]->setFocus(Qt::TabFocusReason);
 }
 
+bool PaneMenu::focusNextPrevChild(bool next) {
+  step(next ? 1 : -1);
+  return true;
+}
+
 void PaneMenu::keyPressEvent(QKeyEvent* event) {
-  switch (event->key()) {
-    case Qt::Key_Escape:
-      return close();
-    case Qt::Key_Down:
-      return step(1);
-    case Qt::Key_Up:
-      return step(-1);
-    default:
-      // What is typed is not meant for what lies below.
-      event->accept();
-  }
+  if (event->key() == Qt::Key_Escape) return close();
+  // What is typed is not meant for what lies below.
+  event->accept();
 }
 
 void PaneMenu::paintEvent(QPaintEvent*) {

@@ -27,6 +27,8 @@ class PaneMenu final : public QWidget {
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  /// Tab, and the arrows, which the toolkit takes for it on a button.
+  bool focusNextPrevChild(bool next) override;
   void paintEvent(QPaintEvent* event) override;
 
  private:
