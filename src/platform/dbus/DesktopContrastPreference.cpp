@@ -1,15 +1,12 @@
 #include "platform/dbus/DesktopContrastPreference.h"
 
 #include <QColor>
-#include <QDBusVariant>
 #include <QSettings>
 #include <QStandardPaths>
 #include <algorithm>
 #include <cmath>
 #include <optional>
 #include <utility>
-
-#include "platform/dbus/BusNames.h"
 
 namespace tarnwick {
 namespace {
@@ -23,12 +20,6 @@ constexpr auto kAccessibilitySettings = "org.gnome.desktop.a11y.interface"_L1;
 constexpr auto kHighContrast = "high-contrast"_L1;
 constexpr auto kPlasmaSettings = "org.kde.KGlobalSettings"_L1;
 constexpr double kLeastContrast = 15;
-
-// The older of the portal's two reading methods wraps its answer twice.
-QVariant contrastValue(QVariant value) {
-  while (value.canConvert<QDBusVariant>()) value = value.value<QDBusVariant>().variant();
-  return value;
-}
 
 bool isPlasma() { return qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':').contains(u"KDE"_s); }
 
@@ -61,15 +52,9 @@ QString DesktopContrastPreference::plasmaColors() {
 
 DesktopContrastPreference::DesktopContrastPreference(const QDBusConnection& session, const QString& colors,
                                                      QObject* parent)
-    : session_(session), colors_(colors), portal_(session, bus::kPortal) {
+    : session_(session), colors_(colors), portal_(session, kContrastNamespace, kContrast) {
   setParent(parent);
-  portal_.listen(bus::kPortalPath, bus::kPortalSettings, u"SettingChanged"_s,
-                 [this](const QDBusMessage& signal) {
-                   portalSays_ = contrastValue(signal.arguments().value(2)).toUInt() == kHigher;
-                   weigh();
-                 },
-                 {kContrastNamespace, kContrast});
-  connect(&portal_, &BusService::ownerChanged, this, &DesktopContrastPreference::readPortal);
+  connect(&portal_, &PortalSetting::answered, this, &DesktopContrastPreference::readPortal);
   if (isPlasma()) {
     // Whoever applies a scheme tells it to everybody under this name, from a connection of its own.
     session_.connect({}, u"/KGlobalSettings"_s, kPlasmaSettings, u"notifyChange"_s, this, SLOT(readScheme()));
@@ -77,17 +62,9 @@ DesktopContrastPreference::DesktopContrastPreference(const QDBusConnection& sess
   }
 }
 
-// Asked under the well-known name, so that a portal which isn't running yet is started: early in a session it rarely
-// is.
 void DesktopContrastPreference::readPortal() {
-  auto message = QDBusMessage::createMethodCall(bus::kPortal, bus::kPortalPath, bus::kPortalSettings, u"Read"_s);
-  message.setArguments({QString(kContrastNamespace), QString(kContrast)});
-  ask(session_, message, this, [this](const QDBusMessage& reply) {
-    const bool knows = reply.type() == QDBusMessage::ReplyMessage;
-    portalSays_ = knows && contrastValue(reply.arguments().value(0)).toUInt() == kHigher;
-    knows ? setting_.reset() : readSetting();
-    weigh();
-  });
+  portal_.value().isValid() ? setting_.reset() : readSetting();
+  weigh();
 }
 
 void DesktopContrastPreference::readSetting() {
@@ -101,7 +78,7 @@ bool DesktopContrastPreference::isHighContrastScheme(const QString& file) {
   const auto text = colorOf(settings.value("Colors:Window/ForegroundNormal"_L1));
   const auto ground = colorOf(settings.value("Colors:Window/BackgroundNormal"_L1));
   if (!text || !ground) return false;
-  // Plasma's own dark scheme is as strong, and nobody's wish for more.
+  // Plasma's own dark scheme is as strong, and chosen by nobody for its contrast.
   const QString name = settings.value("ColorScheme"_L1).toString();
   if (name.startsWith("Breeze"_L1) && !name.contains("HighContrast"_L1)) return false;
   constexpr double flare = 0.05;
@@ -115,7 +92,8 @@ void DesktopContrastPreference::readScheme() {
 }
 
 void DesktopContrastPreference::weigh() {
-  const bool wants = portalSays_ || schemeSays_ || (setting_ && setting_->value() == std::optional(u"true"_s));
+  const bool wants =
+      portal_.value().toUInt() == kHigher || schemeSays_ || (setting_ && setting_->value() == std::optional(u"true"_s));
   if (std::exchange(wants_, wants) != wants) Q_EMIT changed();
 }
 

@@ -5,12 +5,12 @@
 #include <memory>
 
 #include "desktop/ContrastPreference.h"
-#include "platform/dbus/BusService.h"
 #include "platform/dbus/GSettingsKey.h"
+#include "platform/dbus/PortalSetting.h"
 
 namespace tarnwick {
 
-/// The desktop's wish for more contrast: what the settings portal tells, GNOME's own key where the portal does
+/// The desktop's preference for more contrast: what the settings portal tells, GNOME's own key where the portal does
 /// not know it, and on Plasma, which has no such setting, a colour scheme with as much contrast as those made for it.
 /// Any of them is enough; nobody wants it until one has answered.
 class DesktopContrastPreference final : public ContrastPreference {
@@ -37,9 +37,8 @@ class DesktopContrastPreference final : public ContrastPreference {
 
   QDBusConnection session_;
   QString colors_;
-  BusService portal_;
+  PortalSetting portal_;
   std::unique_ptr<GSettingsKey> setting_;
-  bool portalSays_ = false;
   bool schemeSays_ = false;
   bool wants_ = false;
 };

@@ -5,8 +5,8 @@
 #include <optional>
 
 #include "desktop/MotionPreference.h"
-#include "platform/dbus/BusService.h"
 #include "platform/dbus/GSettingsKey.h"
+#include "platform/dbus/PortalSetting.h"
 
 namespace tarnwick {
 
@@ -26,7 +26,7 @@ class DesktopMotionPreference final : public MotionPreference {
   void take(bool reducesMotion);
 
   QDBusConnection session_;
-  BusService portal_;
+  PortalSetting portal_;
   std::unique_ptr<GSettingsKey> setting_;
   bool reducesMotion_ = false;
 };

@@ -2,10 +2,9 @@
 
 #include <QDBusConnection>
 #include <memory>
-#include <optional>
 
-#include "platform/dbus/BusService.h"
 #include "platform/dbus/GSettingsKey.h"
+#include "platform/dbus/PortalSetting.h"
 #include "platform/dbus/toggles/ToggleSource.h"
 
 namespace tarnwick {
@@ -22,12 +21,9 @@ class DarkModeToggle final : public ToggleSource {
   void start() override;
 
  private:
-  void readPortal();
-
   QDBusConnection session_;
-  std::unique_ptr<BusService> portal_;
+  std::unique_ptr<PortalSetting> portal_;
   std::unique_ptr<GSettingsKey> setting_;
-  std::optional<uint> portalScheme_;
 };
 
 }  // namespace tarnwick
