@@ -50,8 +50,10 @@ void PanelHost::ask(const QString& display, const Question& question, Panel& doc
   display_ = display;
   answer_ = std::move(answer);
   auto pane = std::make_unique<QuestionPane>(question);
-  // The pane stays alive until the event that answers it is over.
-  const auto end = [this](bool accepted) {
+  // The pane stays alive until the event that answers it is over. Another question may have taken its place by then,
+  // which the old pane must not answer.
+  const auto end = [this, question = ++questions_](bool accepted) {
+    if (question != questions_) return;
     const auto hear = accepted ? std::exchange(answer_, {}) : nullptr;
     close();
     if (hear) hear(true);

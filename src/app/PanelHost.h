@@ -86,6 +86,7 @@ class PanelHost final : public QObject {
   PanelPresentation* presentation_ = nullptr;  ///< Owned by the popup.
   GlassPane* pane_ = nullptr;                  ///< Owned by the presentation.
   std::function<void(bool accepted)> answer_;  ///< While a question is open.
+  quint64 questions_ = 0;                      ///< How many were asked.
 };
 
 }  // namespace tarnwick
