@@ -144,6 +144,12 @@ TEST(FileMenus, OfferWhatCanBeDoneByMouseKeyboardAndReader) {
 
   view.setFocus();
   ask(QContextMenuEvent::Mouse);
+  open.click(u"Open"_s);
+  EXPECT_EQ(open.did(), path);
+  EXPECT_TRUE(open.closed) << "like a click on the item";
+  open.closed = false;
+  EXPECT_TRUE(gone());
+  ask(QContextMenuEvent::Mouse);
   open.click(u"Copy Path"_s);
   EXPECT_EQ(open.did(), "copy " + path);
   EXPECT_TRUE(gone());

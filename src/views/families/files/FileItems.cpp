@@ -62,7 +62,7 @@ QString tipOf(const FolderEntry& entry, const QLocale& locale) {
   return tip;
 }
 
-/// Applications beside the usual one that say they open such a file. Told by its name alone: nothing is read.
+/// Applications that say they open such a file, the usual one among them. Known by its name alone: nothing is read.
 QList<DesktopEntry> appsFor(const FolderEntry& file, InstalledApps* apps) {
   constexpr qsizetype most = 5;
   QList<DesktopEntry> found;
@@ -101,7 +101,8 @@ void paintFile(QPainter& painter, const QRectF& box, const FolderEntry& entry, c
   painter.restore();
 }
 
-FileItems::FileItems(ItemView& view, const PanelContext& context) : view_(view) {
+FileItems::FileItems(ItemView& view, const PanelContext& context, std::function<void()> done)
+    : view_(view), done_(std::move(done)) {
   Thumbnails* const thumbnails = context.readings.thumbnails;
   view_.setElide(Elide::Middle);
   view.setPicture([this, thumbnails](QPainter& painter, const QRectF& box, const ViewItem& item) {
@@ -119,10 +120,12 @@ FileItems::FileItems(ItemView& view, const PanelContext& context) : view_(view) 
 
 QList<PaneMenuEntry> FileItems::menuOf(const QString& path, const PanelContext& context) const {
   Commands& commands = context.commands;
-  QList<PaneMenuEntry> entries{{PanelWords::tr("Open"), [&commands, path] { commands.openPath(path); }}};
+  QList<PaneMenuEntry> entries{{PanelWords::tr("Open"), [this, path] { Q_EMIT view_.opened(path); }}};
   for (const DesktopEntry& app : appsFor(of(path), context.readings.apps))
-    entries << PaneMenuEntry{PanelWords::tr("Open with %1").arg(app.name),
-                             [&commands, path, entry = app.path] { commands.openWith(entry, path); }};
+    entries << PaneMenuEntry{PanelWords::tr("Open with %1").arg(app.name), [this, &commands, path, entry = app.path] {
+                               commands.openWith(entry, path);
+                               done_();
+                             }};
   entries << PaneMenuEntry{}
           << PaneMenuEntry{PanelWords::tr("Show in Files"), [&commands, path] { commands.reveal(path); }}
           << PaneMenuEntry{PanelWords::tr("Copy Path"), [&commands, path] { commands.copyText(path); }}

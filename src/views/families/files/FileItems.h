@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QLocale>
 #include <QString>
+#include <functional>
 
 #include "files/FolderReading.h"
 #include "views/controls/ItemView.h"
@@ -21,8 +22,9 @@ void paintFile(QPainter& painter, const QRectF& box, const FolderEntry& entry, c
 /// Files in a view: they have their pictures, can be dragged out, and have a menu of what can be done to them.
 class FileItems {
  public:
-  /// The view and what the context names are borrowed; they must outlive this.
-  FileItems(ItemView& view, const PanelContext& context);
+  /// The view and what the context names are borrowed; they must outlive this. `done` is called once a file was opened
+  /// with a program that the user chose.
+  FileItems(ItemView& view, const PanelContext& context, std::function<void()> done);
 
   /// What stands below the name, or in its place.
   enum class Caption { None, AgeOnly, Folder, FolderAndAge };
@@ -34,6 +36,7 @@ class FileItems {
   QList<PaneMenuEntry> menuOf(const QString& path, const PanelContext& context) const;
 
   ItemView& view_;
+  std::function<void()> done_;
   QHash<QString, FolderEntry> entries_;
 };
 

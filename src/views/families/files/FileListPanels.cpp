@@ -25,7 +25,9 @@ namespace {
 class FileListPanel : public TilePanel {
  protected:
   FileListPanel(const PanelContext& context, const QString& label, ItemView::Shape shape)
-      : TilePanel(context, theme::kPanelWidthWide), view_(new ItemView(label, shape)), items_(*view_, context) {
+      : TilePanel(context, theme::kPanelWidthWide),
+        view_(new ItemView(label, shape)),
+        items_(*view_, context, [this] { Q_EMIT closeRequested(); }) {
     connect(view_, &ItemView::opened, this, [this](const QString& path) {
       this->context().commands.openPath(path);
       Q_EMIT closeRequested();

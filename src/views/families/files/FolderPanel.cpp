@@ -47,7 +47,7 @@ class FolderPanel final : public TilePanel {
         order_(new Segments(PanelWords::tr("Sort by"), orderLabels())),
         view_(new ItemView(PanelWords::tr("Files"), ItemView::Shape::Icons)),
         rest_(new TextLabel({}, TextStyle::Caption, Tone::Secondary)),
-        items_(*view_, context) {
+        items_(*view_, context, [this] { Q_EMIT closeRequested(); }) {
     header().addAction(back_);
     auto* button = new IconButton(u"folder"_s, PanelWords::tr("Open in Files"));
     connect(button, &QPushButton::clicked, this, [this] {
