@@ -72,7 +72,7 @@ void AppDelegate::didFinishLaunching() {
   connect(store_.get(), &AppStore::configChanged, this, &AppDelegate::applyLoginSwitch);
   // Whose settings were lost is told so by the message, and not greeted as new.
   if (!store_->config().onboardingComplete && !store_->hasLostSettings()) commands_->continueSetup();
-  // What a new user expects of windows; in the document it is a wish like one made by hand.
+  // What a new user expects of windows; in the document it is a choice like one that the user makes.
   if (store_->isFirstRun())
     store_->edit([](DockConfiguration& config) { config.appAppearance = QStringLiteral("auto"); });
   applyAppearance();

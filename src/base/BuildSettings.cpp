@@ -1,16 +1,17 @@
 #include "base/BuildSettings.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QJsonDocument>
+
+#include "base/SmallFile.h"
 
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
 BuildSettings::BuildSettings(const QString& path) {
-  QFile file(path);
-  if (file.open(QIODevice::ReadOnly)) keys_ = QJsonDocument::fromJson(file.readAll()).object();
+  constexpr qint64 most = 64 * 1024;
+  if (const auto text = SmallFile::read(path, most)) keys_ = QJsonDocument::fromJson(*text).object();
 }
 
 BuildSettings BuildSettings::besideProgram() {

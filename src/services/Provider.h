@@ -37,7 +37,7 @@ struct ProviderField {
 
 /// What a service wants to be shown before it answers.
 struct ProviderCredential {
-  QString label;        ///< What the service calls it.
+  QString label;  ///< What the service calls it.
   QString placeholder;
   QString explanation;  ///< Which one is meant and what it must be allowed to do, in one line.
   QUrl page;            ///< Where the service makes one.
@@ -52,8 +52,8 @@ enum class OAuthProvider { Gmail, Dropbox, TikTok };
 /// How one signs in to a service with a client of one's own, in the browser.
 struct OAuthApp {
   OAuthProvider provider = OAuthProvider::Gmail;
-  QUrl authorization;                  ///< The page that the browser opens.
-  QUrl token;                          ///< Where codes and refresh tokens are exchanged.
+  QUrl authorization;  ///< The page that the browser opens.
+  QUrl token;          ///< Where codes and refresh tokens are exchanged.
   QString scope;
   QMap<QString, QString> extraFields;  ///< Further fields of the authorization address.
   QString clientField;                 ///< How the service calls the client's identity.
@@ -75,8 +75,7 @@ struct ProviderRequest {
   ProviderLimits limits;
 };
 
-/// All there is to know of a service. The form of a widget, the page of connections, tiles, credentials, the refresh
-/// and the tests read it from here; nothing else in the program names a service.
+/// All there is to know of a service, in one place: nothing else in the program names one. Nothing fetches by it yet.
 struct Provider {
   QString id;    ///< Stable, for code and logs.
   QString name;  ///< As the service writes itself.

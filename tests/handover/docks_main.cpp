@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <csignal>
 
 #include "desktop/Program.h"
@@ -16,7 +17,8 @@ void installExtension() {
       QDir::homePath() + QStringLiteral("/.local/share/gnome-shell/extensions/dash-to-dock@micxgx.gmail.com/schemas");
   QDir().mkpath(folder);
   const QString file = QStringLiteral("/org.gnome.shell.extensions.dash-to-dock.gschema.xml");
-  QFile::copy(QStringLiteral(SCHEMA_FOLDER) + file, folder + file);
+  const QString ours = QFileInfo(QStringLiteral("/proc/self/exe")).canonicalPath() + QStringLiteral("/schemas");
+  QFile::copy(ours + file, folder + file);
   tarnwick::testing::output({QStringLiteral("glib-compile-schemas"), folder});
 }
 

@@ -8,8 +8,10 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QWheelEvent>
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 
 #include "views/theme/Theme.h"
 
@@ -84,6 +86,15 @@ std::unique_ptr<MovedView> makeView(const DockRow& row, int width) {
   view->resize(size);
   view->grab();  // Delivers the pending resize.
   return view;
+}
+
+int difference(const QImage& a, const QImage& b) {
+  if (a.size() != b.size()) return 255;
+  int most = 0;
+  for (int y = 0; y < a.height(); ++y)
+    for (qsizetype i = 0; i < a.bytesPerLine(); ++i)
+      most = std::max(most, std::abs(a.constScanLine(y)[i] - b.constScanLine(y)[i]));
+  return most;
 }
 
 QImage paintedBy(QWidget& view, double ratio) {

@@ -34,6 +34,8 @@ class MovedView : public DockView {
 
 /// A view of the row, filled and laid out in a slot `width` wide; 0 for as wide as the row wants.
 std::unique_ptr<MovedView> makeView(const DockRow& row, int width = 0);
+/// By how much one channel of one pixel of two pictures differs at most.
+int difference(const QImage& a, const QImage& b);
 /// What the view paints, over nothing.
 QImage paintedBy(QWidget& view, double ratio = 1);
 

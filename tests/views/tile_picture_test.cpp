@@ -25,16 +25,6 @@ QImage paper(double ratio) {
   return image;
 }
 
-/// By how much one channel of one pixel differs at most.
-int difference(const QImage& a, const QImage& b) {
-  if (a.size() != b.size()) return 255;
-  int most = 0;
-  for (int y = 0; y < a.height(); ++y)
-    for (qsizetype i = 0; i < a.bytesPerLine(); ++i)
-      most = std::max(most, std::abs(a.constScanLine(y)[i] - b.constScanLine(y)[i]));
-  return most;
-}
-
 /// What is blended twice may be rounded twice.
 constexpr int kRounding = 2;
 

@@ -54,7 +54,7 @@ void LiveDock::configure(const DockGeometry& geometry) {
 double LiveDock::leastWidth(double scale) const {
   const DockConfiguration& config = store_.config();
   if (config.liveApps && store_.displayedWidgets(display_).isEmpty()) {
-    // The told measure of a row knows nothing of the place that asks for widgets.
+    // The specified measure of a row knows nothing of the place that asks for widgets.
     DockRow row;
     row.scale = scale;
     row.spacing = config.spacing;
