@@ -54,9 +54,9 @@ void PanelHost::ask(const QString& display, const Question& question, Panel& doc
   // which the old pane must not answer.
   const auto end = [this, question = ++questions_](bool accepted) {
     if (question != questions_) return;
-    const auto hear = accepted ? std::exchange(answer_, {}) : nullptr;
+    const auto callback = accepted ? std::exchange(answer_, {}) : nullptr;
     close();
-    if (hear) hear(true);
+    if (callback) callback(true);
   };
   connect(pane.get(), &QuestionPane::answered, this, end, Qt::QueuedConnection);
   showPane(std::move(pane), dock, beside);

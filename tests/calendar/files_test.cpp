@@ -41,16 +41,16 @@ class CalendarFilesTest : public FolderTest {
     return lines.join(u", "_s).toStdString();
   }
   bool waitForChange() const {
-    return waitFor([&] { return heard_ > 0; });
+    return waitFor([&] { return changes_ > 0; });
   }
   void start() {
     files_ = std::make_unique<ICalendarFiles>(scheduler_, places());
-    QObject::connect(files_.get(), &CalendarSource::changed, files_.get(), [this] { ++heard_; });
+    QObject::connect(files_.get(), &CalendarSource::changed, files_.get(), [this] { ++changes_; });
   }
 
   SystemScheduler scheduler_;
   std::unique_ptr<ICalendarFiles> files_;
-  int heard_ = 0;
+  int changes_ = 0;
 };
 
 TEST_F(CalendarFilesTest, AreFoundWhereDesktopsKeepThem) {
@@ -124,10 +124,11 @@ TEST_F(CalendarFilesTest, AreWatchedFromBeforeTheyExist) {
       {"all is gone", [&] { QDir(at(u"data/calendars"_s)).removeRecursively(); }, "D@elsewhere"},
   };
   for (const auto& step : steps) {
-    heard_ = 0;
+    changes_ = 0;
     step.change();
     // A change may be heard of in pieces.
-    EXPECT_TRUE(waitFor([&] { return heard_ > 0 && told(load()) == step.told; })) << step.what << ": " << told(load());
+    EXPECT_TRUE(waitFor([&] { return changes_ > 0 && told(load()) == step.told; }))
+        << step.what << ": " << told(load());
   }
 }
 
@@ -140,7 +141,7 @@ TEST_F(CalendarFilesTest, RemindersAreTickedOffInTheirFiles) {
   const std::string evolutions = content(u"data/evolution/tasks/system/tasks.ics"_s);
   for (const Reminder& reminder : load().reminders) {
     std::optional<QString> failure;
-    heard_ = 0;
+    changes_ = 0;
     files_->setCompleted(reminder, true, now, files_.get(), [&](const QString& told) { failure = told; });
     ASSERT_TRUE(waitFor([&] { return failure.has_value(); }));
     if (reminder.title == "E"_L1) {

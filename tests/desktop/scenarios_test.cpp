@@ -42,10 +42,10 @@ class ShellScenario : public ShellTest {
   /// A drag of any program over the dock.
   struct DragListener final : QObject {
     bool eventFilter(QObject*, QEvent* event) override {
-      heard = heard || event->type() == QEvent::DragMove;
+      sawMotion = sawMotion || event->type() == QEvent::DragMove;
       return false;
     }
-    bool heard = false;
+    bool sawMotion = false;
   };
   QPoint edge() { return {desk.display(0).center().x(), desk.display(0).bottom()}; }
 };
@@ -340,14 +340,14 @@ TEST_F(ShellScenario, AFolderOfAnotherProgramBecomesATile) {
   desk.moveTo(desk.away());
   desk.button(true);
   // The other program begins the drag in its own time; a pointer that is on its way meanwhile goes on moving.
-  DragListener ear;
-  view().installEventFilter(&ear);
+  DragListener listener;
+  view().installEventFilter(&listener);
   const QPoint target = tile(1).center();
   int way = 0;
   EXPECT_TRUE(comesTrue([&] {
     way = (way + 1) % 4;
     desk.moveTo(target + QPoint(way, -way));
-    return ear.heard;
+    return listener.sawMotion;
   }));
   desk.settle();
   desk.button(false);

@@ -82,16 +82,16 @@ TEST(InstanceSocketTest, WhatIsAskedOfACopyThatIsBusyIsDoneOnceLater) {
   const QTemporaryDir folder;
   EXPECT_FALSE(InstanceSocket::ask(folder.path(), {}, 0).isAwaited) << "nobody runs";
   InstanceSocket door(folder.path());
-  QList<QJsonObject> heard;
+  QList<QJsonObject> requests;
   ASSERT_TRUE(door.listen([&](const QJsonObject& request) {
-    heard << request;
+    requests << request;
     return echo(request);
   }));
   // Nobody runs the event loop meanwhile.
   const auto [answer, isAwaited] = InstanceSocket::ask(folder.path(), {{u"n"_s, 1}}, 0);
   EXPECT_TRUE(isAwaited && !answer);
   EXPECT_EQ(ask(folder.path(), {{u"n"_s, 2}}), echo({{u"n"_s, 2}}));
-  EXPECT_EQ(heard, (QList<QJsonObject>{{{u"n"_s, 1}}, {{u"n"_s, 2}}}));
+  EXPECT_EQ(requests, (QList<QJsonObject>{{{u"n"_s, 1}}, {{u"n"_s, 2}}}));
 }
 
 }  // namespace

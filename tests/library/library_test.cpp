@@ -153,10 +153,10 @@ TEST_F(LibraryWindowTest, AddsByKeyboardAloneAndTakesItBack) {
 TEST_F(LibraryWindowTest, AScreenReaderAddsCardsAndTurnsToSections) {
   EXPECT_EQ(outOfReach(*window_), "");
   const auto press = [](QWidget* list, const QString& name) {
-    QAccessibleInterface* heard = QAccessible::queryAccessibleInterface(list);
-    for (int i = 0; i < heard->childCount(); ++i) {
-      if (heard->child(i)->text(QAccessible::Name) != name) continue;
-      heard->child(i)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(list);
+    for (int i = 0; i < accessible->childCount(); ++i) {
+      if (accessible->child(i)->text(QAccessible::Name) != name) continue;
+      accessible->child(i)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
       QCoreApplication::processEvents();
       return true;
     }

@@ -25,7 +25,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-QAccessibleInterface* heardOf(QObject* object) { return QAccessible::queryAccessibleInterface(object); }
+QAccessibleInterface* accessibleOf(QObject* object) { return QAccessible::queryAccessibleInterface(object); }
 const QString& increase() { return QAccessibleActionInterface::increaseAction(); }
 const QString& decrease() { return QAccessibleActionInterface::decreaseAction(); }
 
@@ -37,14 +37,14 @@ TEST(ControlAccessible, AStepperIsANumberThatGoesByItsSteps) {
   stepper.setAccessibleDescription(u"While you work."_s);
   stepper.show();
   QSignalSpy changed(&stepper, &Stepper::valueChanged);
-  QAccessibleInterface* heard = heardOf(&stepper);
-  EXPECT_EQ(heard->role(), QAccessible::SpinBox);
-  EXPECT_EQ(heard->text(QAccessible::Name), u"Remind me every"_s);
-  EXPECT_EQ(heard->text(QAccessible::Value), u"Off"_s);
-  EXPECT_EQ(heard->text(QAccessible::Description), u"Off, While you work."_s);
-  EXPECT_EQ(heard->childCount(), 2);
+  QAccessibleInterface* accessible = accessibleOf(&stepper);
+  EXPECT_EQ(accessible->role(), QAccessible::SpinBox);
+  EXPECT_EQ(accessible->text(QAccessible::Name), u"Remind me every"_s);
+  EXPECT_EQ(accessible->text(QAccessible::Value), u"Off"_s);
+  EXPECT_EQ(accessible->text(QAccessible::Description), u"Off, While you work."_s);
+  EXPECT_EQ(accessible->childCount(), 2);
   EXPECT_EQ(outOfReach(stepper), "");
-  QAccessibleValueInterface* value = heard->valueInterface();
+  QAccessibleValueInterface* value = accessible->valueInterface();
   ASSERT_TRUE(value);
   EXPECT_EQ(value->minimumValue().toInt(), 0);
   EXPECT_EQ(value->maximumValue().toInt(), 100);
@@ -60,16 +60,16 @@ TEST(ControlAccessible, AStepperIsANumberThatGoesByItsSteps) {
     EXPECT_EQ(value->currentValue().toInt(), got);
   }
   EXPECT_EQ(changed.count(), 4) << "the user's change is told, and only what is one";
-  EXPECT_TRUE(doAction(heard, increase()));
+  EXPECT_TRUE(doAction(accessible, increase()));
   EXPECT_EQ(stepper.value(), 15);
-  EXPECT_TRUE(doAction(heard, decrease()));
-  EXPECT_TRUE(doAction(heard, decrease()));
+  EXPECT_TRUE(doAction(accessible, decrease()));
+  EXPECT_TRUE(doAction(accessible, decrease()));
   EXPECT_EQ(stepper.value(), 0);
   EXPECT_EQ(changed.count(), 6);
 
   stepper.setEnabled(false);
-  EXPECT_TRUE(heard->state().disabled);
-  EXPECT_FALSE(doAction(heard, increase()));
+  EXPECT_TRUE(accessible->state().disabled);
+  EXPECT_FALSE(doAction(accessible, increase()));
   value->setCurrentValue(60);
   EXPECT_EQ(stepper.value(), 0);
 }
@@ -82,11 +82,11 @@ TEST(ControlAccessible, AMonthIsATableOfDaysToChooseFrom) {
   month.show();
   QApplication::setActiveWindow(&month);
   month.setFocus();
-  QAccessibleInterface* heard = heardOf(&month);
-  QAccessibleTableInterface* table = heard->tableInterface();
+  QAccessibleInterface* accessible = accessibleOf(&month);
+  QAccessibleTableInterface* table = accessible->tableInterface();
   ASSERT_TRUE(table);
-  EXPECT_EQ(heard->role(), QAccessible::Table);
-  EXPECT_EQ(heard->childCount(), 42);
+  EXPECT_EQ(accessible->role(), QAccessible::Table);
+  EXPECT_EQ(accessible->childCount(), 42);
   EXPECT_EQ(outOfReach(month), "");
   EXPECT_EQ(table->columnDescription(2), u"Wednesday"_s);
   QAccessibleInterface* day = table->cellAt(4, 2);
@@ -95,7 +95,7 @@ TEST(ControlAccessible, AMonthIsATableOfDaysToChooseFrom) {
   EXPECT_EQ(day->text(QAccessible::Name), u"Wednesday, 25 November 2026, 2 events"_s);
   EXPECT_EQ(day->tableCellInterface()->rowIndex(), 4);
   EXPECT_EQ(day->tableCellInterface()->columnIndex(), 2);
-  EXPECT_EQ(heard->childAt(day->rect().center().x(), day->rect().center().y()), day);
+  EXPECT_EQ(accessible->childAt(day->rect().center().x(), day->rect().center().y()), day);
   EXPECT_FALSE(day->state().selected);
   QSignalSpy chosen(&month, &MonthGrid::chosenChanged);
   EXPECT_TRUE(doAction(day, QAccessibleActionInterface::pressAction()));
@@ -103,21 +103,21 @@ TEST(ControlAccessible, AMonthIsATableOfDaysToChooseFrom) {
   EXPECT_EQ(chosen.count(), 1);
   EXPECT_TRUE(day->state().selected);
   EXPECT_TRUE(day->state().focused);
-  EXPECT_EQ(heard->focusChild(), day);
+  EXPECT_EQ(accessible->focusChild(), day);
   EXPECT_EQ(table->selectedCells(), QList{day});
 
   // A day of the month before brings that month, and with it other days.
   EXPECT_TRUE(doAction(table->cellAt(0, 0), QAccessibleActionInterface::pressAction()));
   EXPECT_EQ(month.month(), QDate(2026, 10, 1));
-  EXPECT_EQ(heard->child(0)->text(QAccessible::Name), u"Monday, 28 September 2026"_s);
-  EXPECT_TRUE(doAction(heard, QAccessibleActionInterface::nextPageAction()));
-  EXPECT_TRUE(doAction(heard, QAccessibleActionInterface::nextPageAction()));
-  EXPECT_TRUE(doAction(heard, QAccessibleActionInterface::previousPageAction()));
+  EXPECT_EQ(accessible->child(0)->text(QAccessible::Name), u"Monday, 28 September 2026"_s);
+  EXPECT_TRUE(doAction(accessible, QAccessibleActionInterface::nextPageAction()));
+  EXPECT_TRUE(doAction(accessible, QAccessibleActionInterface::nextPageAction()));
+  EXPECT_TRUE(doAction(accessible, QAccessibleActionInterface::previousPageAction()));
   EXPECT_EQ(month.chosen(), QDate(2026, 11, 26));
 
   month.setEnabled(false);
-  EXPECT_TRUE(heard->child(3)->state().disabled);
-  EXPECT_FALSE(doAction(heard->child(3), QAccessibleActionInterface::pressAction()));
+  EXPECT_TRUE(accessible->child(3)->state().disabled);
+  EXPECT_FALSE(doAction(accessible->child(3), QAccessibleActionInterface::pressAction()));
 }
 
 TEST(ControlAccessible, WordsToChooseFromAreRadioButtonsOfANamedGroup) {
@@ -127,16 +127,16 @@ TEST(ControlAccessible, WordsToChooseFromAreRadioButtonsOfANamedGroup) {
   chips.setChosen(0);
   for (QWidget* group : std::initializer_list<QWidget*>{&segments, &chips}) {
     group->show();
-    QAccessibleInterface* heard = heardOf(group);
-    EXPECT_EQ(heard->role(), QAccessible::Grouping);
-    EXPECT_FALSE(heard->text(QAccessible::Name).isEmpty());
+    QAccessibleInterface* accessible = accessibleOf(group);
+    EXPECT_EQ(accessible->role(), QAccessible::Grouping);
+    EXPECT_FALSE(accessible->text(QAccessible::Name).isEmpty());
     EXPECT_EQ(outOfReach(*group), "");
-    ASSERT_EQ(heard->childCount(), 2);
+    ASSERT_EQ(accessible->childCount(), 2);
     for (const int chosen : {0, 1, 1, 0}) {  // One that is toggled again stays chosen.
-      EXPECT_TRUE(doAction(heard->child(chosen), QAccessibleActionInterface::toggleAction()));
+      EXPECT_TRUE(doAction(accessible->child(chosen), QAccessibleActionInterface::toggleAction()));
       for (const int each : {0, 1}) {
-        EXPECT_EQ(heard->child(each)->role(), QAccessible::RadioButton);
-        EXPECT_EQ(bool(heard->child(each)->state().checked), each == chosen);
+        EXPECT_EQ(accessible->child(each)->role(), QAccessible::RadioButton);
+        EXPECT_EQ(bool(accessible->child(each)->state().checked), each == chosen);
       }
     }
   }
@@ -179,7 +179,7 @@ Outcome outcome(const QString& kind, const Deed& deed) {
 template <class Control>
 Control& named(QWidget& panel, const QString& name) {
   for (Control* each : panel.findChildren<Control*>())
-    if (heardOf(each)->text(QAccessible::Name) == name) return *each;
+    if (accessibleOf(each)->text(QAccessible::Name) == name) return *each;
   throw std::runtime_error("no control " + name.toStdString());
 }
 
@@ -205,13 +205,13 @@ TEST(ControlAccessible, InPanelsAReaderDoesWhatMouseAndKeyboardDo) {
   };
   const auto set = []<class Control>(Control*, const QString& name, int by) {
     return [name, by](QWidget& panel) {
-      QAccessibleValueInterface* value = heardOf(&named<Control>(panel, name))->valueInterface();
+      QAccessibleValueInterface* value = accessibleOf(&named<Control>(panel, name))->valueInterface();
       value->setCurrentValue(value->currentValue().toInt() + by);
     };
   };
   const auto write = [](const QString& name, const QString& text) {
     return [name, text](QWidget& panel) {
-      QAccessibleInterface* field = heardOf(&reach(panel, name));
+      QAccessibleInterface* field = accessibleOf(&reach(panel, name));
       field->editableTextInterface()->replaceText(0, field->textInterface()->characterCount(), text);
     };
   };
@@ -228,7 +228,7 @@ TEST(ControlAccessible, InPanelsAReaderDoesWhatMouseAndKeyboardDo) {
   };
   const auto pressDay = [](QWidget& panel) {
     auto& month = *panel.findChild<MonthGrid*>();
-    EXPECT_TRUE(doAction(heardOf(&month)->child(36), QAccessibleActionInterface::pressAction()));
+    EXPECT_TRUE(doAction(accessibleOf(&month)->child(36), QAccessibleActionInterface::pressAction()));
   };
   Stepper* const stepper = nullptr;
   Slider* const slider = nullptr;
@@ -242,7 +242,9 @@ TEST(ControlAccessible, InPanelsAReaderDoesWhatMouseAndKeyboardDo) {
   };
   const Case cases[] = {
       {u"drinkWater"_s, click(u"Increase Daily goal"_s), type(stepper, u"Daily goal"_s, Qt::Key_Up),
-       [](QWidget& panel) { EXPECT_TRUE(doAction(heardOf(&named<Stepper>(panel, u"Daily goal"_s)), increase())); }},
+       [](QWidget& panel) {
+         EXPECT_TRUE(doAction(accessibleOf(&named<Stepper>(panel, u"Daily goal"_s)), increase()));
+       }},
       {u"drinkWater"_s, click(u"Decrease Daily goal"_s), type(stepper, u"Daily goal"_s, Qt::Key_Down),
        set(stepper, u"Daily goal"_s, -1)},
       {u"drinkWater"_s, click(u"Drink a Glass"_s), type(button, u"Drink a Glass"_s, Qt::Key_Return),
@@ -255,16 +257,17 @@ TEST(ControlAccessible, InPanelsAReaderDoesWhatMouseAndKeyboardDo) {
       {u"calendar"_s, clickDay, type(month, u"Month"_s, Qt::Key_Down), pressDay},
       {u"calendar"_s, click(u"Next month"_s), type(month, u"Month"_s, Qt::Key_PageDown),
        [](QWidget& panel) {
-         EXPECT_TRUE(doAction(heardOf(panel.findChild<MonthGrid*>()), QAccessibleActionInterface::nextPageAction()));
+         EXPECT_TRUE(
+             doAction(accessibleOf(panel.findChild<MonthGrid*>()), QAccessibleActionInterface::nextPageAction()));
        }},
   };
   for (const Case& each : cases) {
     SCOPED_TRACE(testing::Message() << each.kind.toStdString() << " " << (&each - cases));
-    const Outcome heard = outcome(each.kind, each.byReader);
-    EXPECT_NE(heard, outcome(each.kind, [](QWidget&) {})) << "it changes something";
-    EXPECT_EQ(heard, outcome(each.kind, each.byKeyboard));
+    const Outcome accessible = outcome(each.kind, each.byReader);
+    EXPECT_NE(accessible, outcome(each.kind, [](QWidget&) {})) << "it changes something";
+    EXPECT_EQ(accessible, outcome(each.kind, each.byKeyboard));
     if (each.byMouse) {
-      EXPECT_EQ(heard, outcome(each.kind, each.byMouse));
+      EXPECT_EQ(accessible, outcome(each.kind, each.byMouse));
     }
   }
 }

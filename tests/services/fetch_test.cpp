@@ -54,7 +54,7 @@ struct Widget {
     const QJsonArray berths{QJsonObject{{u"id"_s, name}, {u"ship"_s, "Ship "_L1 + name}}};
     return QJsonObject{{u"berths"_s, berths}, {u"next"_s, "after-"_L1 + name}};
   }
-  bool heardNothing() const { return values.isEmpty() && failures.isEmpty(); }
+  bool receivedNothing() const { return values.isEmpty() && failures.isEmpty(); }
 
   test::TestScheduler time;
   std::shared_ptr<test::ScriptedSession> session = std::make_shared<test::ScriptedSession>();
@@ -79,7 +79,7 @@ TEST(RemoteFetch, AsksOnePageAfterTheOther) {
   berths.session->answer(Widget::reply(2));
   ASSERT_EQ(berths.session->asked.size(), 3);
   EXPECT_EQ(berths.session->asked.last()->call.url.toString(), address + "&after=after-2"_L1);
-  EXPECT_TRUE(berths.heardNothing());
+  EXPECT_TRUE(berths.receivedNothing());
   berths.session->answer(QJsonObject{{u"berths"_s, QJsonArray{QJsonObject{{u"id"_s, u"9"_s}}}}});
 
   RemoteValue expected;
@@ -174,7 +174,7 @@ TEST(RemoteFetch, SaysNothingOnceItsOwnerIsGone) {
         berths.session->answer(Widget::reply(question));
       }
       berths.time.advance(60);
-      EXPECT_TRUE(berths.heardNothing());
+      EXPECT_TRUE(berths.receivedNothing());
       EXPECT_EQ(berths.session->asked.size(), question) << "it went on asking";
       EXPECT_EQ(berths.session.use_count(), 1) << "its coroutines have not ended";
     }
@@ -196,7 +196,7 @@ TEST(RemoteFetch, LetsALaterOneTakeItsPlace) {
   EXPECT_EQ(berths.values.first().value, u"0"_s);
 }
 
-TEST(RemoteFetch, MayBeDestroyedByWhoeverHearsItsEnd) {
+TEST(RemoteFetch, MayBeDestroyedByItsFinishedHandler) {
   for (const bool succeeds : {true, false}) {
     Widget berths(succeeds ? u"north"_s : u""_s);
     // A refusal of the options comes within the turn in which the fetch begins.
@@ -217,7 +217,7 @@ TEST(RemoteFetch, EndsWithoutAWordWhenItCancelsItself) {
   Widget berths;
   berths.refreshUntilAsked(2);
   berths.session->fail(Cancelled());
-  EXPECT_TRUE(berths.heardNothing());
+  EXPECT_TRUE(berths.receivedNothing());
 }
 
 }  // namespace

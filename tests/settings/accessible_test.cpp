@@ -41,14 +41,14 @@ class SettingsAccessibleTest : public testing::Test, public SettingsFixture {
   }
   /// The first of the actions that a reader offers; empty where it has none.
   static QString press(QObject* control) {
-    QAccessibleInterface* heard = QAccessible::queryAccessibleInterface(control);
-    QAccessibleActionInterface* hands = heard ? heard->actionInterface() : nullptr;
-    const QString name = hands ? hands->actionNames().value(0) : QString();
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(control);
+    QAccessibleActionInterface* actions = accessible ? accessible->actionInterface() : nullptr;
+    const QString name = actions ? actions->actionNames().value(0) : QString();
     if (name == QAccessibleActionInterface::toggleAction() || name == QAccessibleActionInterface::pressAction())
-      hands->doAction(name);
+      actions->doAction(name);
     else
       return {};
-    return heard->text(QAccessible::Name);
+    return accessible->text(QAccessible::Name);
   }
 };
 

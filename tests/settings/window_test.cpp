@@ -43,8 +43,8 @@ QStringList namelessControls(const QWidget& window) {
   QStringList nameless;
   for (QWidget* each : window.findChildren<QWidget*>()) {
     if (!each->isVisible() || each->focusPolicy() == Qt::NoFocus || each->focusProxy()) continue;
-    QAccessibleInterface* heard = QAccessible::queryAccessibleInterface(each);
-    if (!heard || heard->text(QAccessible::Name).isEmpty() || heard->role() == QAccessible::NoRole)
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(each);
+    if (!accessible || accessible->text(QAccessible::Name).isEmpty() || accessible->role() == QAccessible::NoRole)
       nameless << QString::fromLatin1(each->metaObject()->className());
   }
   return nameless;

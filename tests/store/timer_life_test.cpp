@@ -12,7 +12,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-struct HeardNotifications final : Notifications {
+struct RecordedNotifications final : Notifications {
   Capability capability() const override { return Capability::yes(); }
   void post(const QString&, const QString& body, std::function<void()> unseen) override {
     posted << body;
@@ -76,7 +76,7 @@ struct Life {
   QTemporaryDir folder;
   test::TestScheduler time;
   SessionEvents session;
-  HeardNotifications notifications;
+  RecordedNotifications notifications;
   std::unique_ptr<AppStore> store;
 };
 

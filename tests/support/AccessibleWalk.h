@@ -79,9 +79,9 @@ inline bool doAction(QAccessibleInterface* to, const QString& name) {
 
 /// Presses or toggles a control; false where neither is offered.
 inline bool pressOrToggle(QWidget& control) {
-  QAccessibleInterface* heard = QAccessible::queryAccessibleInterface(&control);
-  return doAction(heard, QAccessibleActionInterface::pressAction()) ||
-         doAction(heard, QAccessibleActionInterface::toggleAction());
+  QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&control);
+  return doAction(accessible, QAccessibleActionInterface::pressAction()) ||
+         doAction(accessible, QAccessibleActionInterface::toggleAction());
 }
 
 }  // namespace tarnwick::test

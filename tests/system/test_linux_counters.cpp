@@ -300,8 +300,8 @@ TEST_F(FolderTest, RfkillSwitchesFollowTheRadios) {
   const int writer = ::open(encoded(u"rfkill"_s).constData(), O_RDWR | O_CLOEXEC);
   ASSERT_GE(writer, 0);
   RfkillSwitches switches(at(u"rfkill"_s));
-  int heard = 0;
-  QObject::connect(&switches, &RfkillSwitches::changed, &switches, [&] { ++heard; });
+  int changes = 0;
+  QObject::connect(&switches, &RfkillSwitches::changed, &switches, [&] { ++changes; });
   EXPECT_FALSE(switches.wifiBlocked()) << "no radio yet";
 
   const struct {
@@ -317,11 +317,11 @@ TEST_F(FolderTest, RfkillSwitchesFollowTheRadios) {
   };
   const rfkill_event bluetooth{.idx = 9, .type = RFKILL_TYPE_BLUETOOTH, .op = RFKILL_OP_ADD, .soft = 0, .hard = 0};
   for (const auto& step : steps) {
-    const int before = heard;
+    const int before = changes;
     for (const auto& event : {bluetooth, step.event}) {
       ASSERT_EQ(::write(writer, &event, sizeof event), static_cast<ssize_t>(sizeof event));
     }
-    ASSERT_TRUE(waitFor([&] { return heard > before; })) << step.what;
+    ASSERT_TRUE(waitFor([&] { return changes > before; })) << step.what;
     EXPECT_EQ(switches.wifiBlocked(), step.blocked) << step.what;
   }
   ::close(writer);

@@ -31,8 +31,8 @@ TEST(ProcessMonitor, CpuIsTheGrowthOfOneAndTheSameProcess) {
   test::TestScheduler clock;
   ProcessMonitor monitor(std::move(owned), clock);
   EXPECT_EQ(monitor.message(), u"Sampling processes…"_s);
-  int heard = 0;
-  QObject::connect(&monitor, &ProcessMonitor::changed, &monitor, [&] { ++heard; });
+  int changes = 0;
+  QObject::connect(&monitor, &ProcessMonitor::changed, &monitor, [&] { ++changes; });
 
   constexpr auto kSeconds = [](double seconds) { return static_cast<quint64>(seconds * 1e9); };
   const struct {
@@ -53,12 +53,12 @@ TEST(ProcessMonitor, CpuIsTheGrowthOfOneAndTheSameProcess) {
   for (const auto& sample : samples) {
     clock.advance(sample.pause);
     source.now = sample.readings;
-    const int before = heard;
+    const int before = changes;
     monitor.refresh();
     EXPECT_TRUE(monitor.loading());
     monitor.refresh();
-    ASSERT_TRUE(waitFor([&] { return heard > before; })) << sample.what;
-    EXPECT_EQ(heard, before + 1) << sample.what;
+    ASSERT_TRUE(waitFor([&] { return changes > before; })) << sample.what;
+    EXPECT_EQ(changes, before + 1) << sample.what;
     EXPECT_FALSE(monitor.loading());
     ASSERT_EQ(monitor.rows().size(), sample.readings.size()) << sample.what;
     for (qsizetype i = 0; i < sample.readings.size(); ++i) {

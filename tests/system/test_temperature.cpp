@@ -141,15 +141,15 @@ TEST(SystemTemperature, ShowsTheMeanAndKeepsTheLastForty) {
   auto owned = std::make_unique<ScriptedController>();
   auto& controller = *owned;
   SystemTemperature temperature(std::make_unique<SmcTemperatures>(std::move(owned)));
-  int heard = 0;
-  QObject::connect(&temperature, &SystemTemperature::changed, &temperature, [&] { ++heard; });
+  int changes = 0;
+  QObject::connect(&temperature, &SystemTemperature::changed, &temperature, [&] { ++changes; });
   const auto refresh = [&] {
-    const int before = heard;
+    const int before = changes;
     temperature.refresh();
     temperature.refresh();
     EXPECT_TRUE(temperature.busy());
-    EXPECT_TRUE(waitFor([&] { return heard > before; }));
-    EXPECT_EQ(heard, before + 1);
+    EXPECT_TRUE(waitFor([&] { return changes > before; }));
+    EXPECT_EQ(changes, before + 1);
     EXPECT_FALSE(temperature.busy());
   };
   refresh();

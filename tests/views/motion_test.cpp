@@ -57,9 +57,10 @@ TEST_F(Motion, OneClockBeatsForAllThatMovesAndForNothingElse) {
   EXPECT_FALSE(clock->isRunning());
 }
 
-TEST_F(Motion, WhatIsHeardOfAnAnimationMayStopOrStartOthers) {
+TEST_F(Motion, ACallbackOfAnAnimationMayStopOrStartOthers) {
   Fade* other = nullptr;
-  Fade first(animator, 0.1, [&] { other->jump(0.5); }, [&] { other->fadeTo(0); });
+  Fade first(
+      animator, 0.1, [&] { other->jump(0.5); }, [&] { other->fadeTo(0); });
   Fade second(animator, 0.1, [] {});
   other = &second;
   second.fadeTo(1);
@@ -78,9 +79,11 @@ TEST_F(Motion, WhatIsHeardOfAnAnimationMayStopOrStartOthers) {
   EXPECT_FALSE(clock->isRunning());
   // One that is sent on as it arrives goes on without a pause.
   int turns = 0;
-  Fade pendulum(animator, 0.1, [] {}, [&] {
-    if (++turns < 3) pendulum.fadeTo(pendulum.goal() == 0 ? 1 : 0);
-  });
+  Fade pendulum(
+      animator, 0.1, [] {},
+      [&] {
+        if (++turns < 3) pendulum.fadeTo(pendulum.goal() == 0 ? 1 : 0);
+      });
   pendulum.fadeTo(1);
   clock->beat(2);
   EXPECT_EQ(turns, 3);
@@ -92,7 +95,8 @@ TEST(MotionWithoutFrames, EverythingIsWhereItGoesToAtOnce) {
   for (const bool dead : {false, true}) {
     Animator animator(dead ? std::make_unique<DeadClock>() : nullptr);
     int arrived = 0;
-    Fade fade(animator, 1, [] {}, [&] { ++arrived; });
+    Fade fade(
+        animator, 1, [] {}, [&] { ++arrived; });
     SpringSet springs(animator);
     QSignalSpy rested(&springs, &SpringSet::rested);
     Pulse pulse(animator, {0.4, 0.5, 2}, [] {});

@@ -92,20 +92,20 @@ TEST(TimeMath, DaysBeginWithTheFirstOfTwoMidnights) {
 }
 
 /// What the toolkit says while one is there, and the user's zone.
-class HeardInZone {
+class MessagesInZone {
  public:
-  explicit HeardInZone(const char* zone) : before_(qgetenv("TZ")) {
+  explicit MessagesInZone(const char* zone) : before_(qgetenv("TZ")) {
     qputenv("TZ", zone);
     ::tzset();
     said.clear();
     handler_ = qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& text) { said << text; });
   }
-  ~HeardInZone() {
+  ~MessagesInZone() {
     qInstallMessageHandler(handler_);
     before_.isNull() ? void(qunsetenv("TZ")) : void(qputenv("TZ", before_));
     ::tzset();
   }
-  Q_DISABLE_COPY_MOVE(HeardInZone)
+  Q_DISABLE_COPY_MOVE(MessagesInZone)
 
   static inline QStringList said;
 
@@ -116,14 +116,14 @@ class HeardInZone {
 
 TEST(TimeMath, SaysNothingOnStandardErrorInAnyZone) {
   for (const char* zone : {"UTC", "Europe/Berlin", "America/Havana", "Asia/Kathmandu"}) {
-    const HeardInZone heard(zone);
+    const MessagesInZone messages(zone);
     const QDateTime noon(QDate(2026, 11, 1), QTime(12, 0));
     for (const auto component : {TimeMath::Component::Day, TimeMath::Component::Month, TimeMath::Component::Year}) {
       const double here = TimeMath::progress(noon, component);
       EXPECT_DOUBLE_EQ(here, TimeMath::progress(QDateTime(noon.date(), noon.time(), QTimeZone(zone)), component))
           << zone;
     }
-    EXPECT_EQ(HeardInZone::said.join(u'\n').toStdString(), "") << zone;
+    EXPECT_EQ(MessagesInZone::said.join(u'\n').toStdString(), "") << zone;
   }
 }
 

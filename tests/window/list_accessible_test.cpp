@@ -16,10 +16,10 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-QAccessibleInterface* heard(QWidget* widget) { return QAccessible::queryAccessibleInterface(widget); }
+QAccessibleInterface* accessible(QWidget* widget) { return QAccessible::queryAccessibleInterface(widget); }
 
 void act(QWidget* list, int row, const QString& action = QAccessibleActionInterface::pressAction()) {
-  heard(list)->child(row)->actionInterface()->doAction(action);
+  accessible(list)->child(row)->actionInterface()->doAction(action);
   QCoreApplication::processEvents();
 }
 
@@ -30,21 +30,21 @@ TEST(ListAccessible, ItemsOpenByAPressAndOfferWhatTheirButtonDoes) {
   list.show();
   QSignalSpy opened(&list, &ItemView::opened);
   QSignalSpy removed(&list, &ItemView::actionRequested);
-  EXPECT_EQ(heard(&list)->role(), QAccessible::List);
-  EXPECT_EQ(heard(&list)->text(QAccessible::Name), u"Files"_s);
-  ASSERT_EQ(heard(&list)->childCount(), 2);
+  EXPECT_EQ(accessible(&list)->role(), QAccessible::List);
+  EXPECT_EQ(accessible(&list)->text(QAccessible::Name), u"Files"_s);
+  ASSERT_EQ(accessible(&list)->childCount(), 2);
   EXPECT_EQ(outOfReach(list), "");
-  QAccessibleInterface* first = heard(&list)->child(0);
+  QAccessibleInterface* first = accessible(&list)->child(0);
   EXPECT_EQ(first->role(), QAccessible::ListItem);
   EXPECT_EQ(first->text(QAccessible::Description), u"today"_s);
-  EXPECT_EQ(heard(&list)->indexOfChild(first), 0);
-  EXPECT_EQ(first->parent(), heard(&list));
+  EXPECT_EQ(accessible(&list)->indexOfChild(first), 0);
+  EXPECT_EQ(first->parent(), accessible(&list));
 
-  EXPECT_FALSE(heard(&list)->child(1)->state().selected);
+  EXPECT_FALSE(accessible(&list)->child(1)->state().selected);
   act(&list, 1);
   ASSERT_EQ(opened.count(), 1);
   EXPECT_EQ(opened.first().first(), u"b"_s);
-  EXPECT_TRUE(heard(&list)->child(1)->state().selected);
+  EXPECT_TRUE(accessible(&list)->child(1)->state().selected);
   act(&list, 0, u"Remove"_s);
   ASSERT_EQ(removed.count(), 1);
   EXPECT_EQ(removed.first().first(), u"a"_s);
@@ -52,16 +52,16 @@ TEST(ListAccessible, ItemsOpenByAPressAndOfferWhatTheirButtonDoes) {
   EXPECT_EQ(opened.count() + removed.count(), 2);
 
   // Between the wish and its doing the list has become another one.
-  heard(&list)->child(1)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+  accessible(&list)->child(1)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
   list.setItems({{.id = u"c"_s, .title = u"Gamma"_s}});
   QCoreApplication::processEvents();
   EXPECT_EQ(opened.count(), 1);
-  ASSERT_EQ(heard(&list)->childCount(), 1);
-  EXPECT_EQ(heard(&list)->child(0)->text(QAccessible::Name), u"Gamma"_s);
-  EXPECT_EQ(heard(&list)->child(1), nullptr);
+  ASSERT_EQ(accessible(&list)->childCount(), 1);
+  EXPECT_EQ(accessible(&list)->child(0)->text(QAccessible::Name), u"Gamma"_s);
+  EXPECT_EQ(accessible(&list)->child(1), nullptr);
 
   list.setEnabled(false);
-  EXPECT_TRUE(heard(&list)->child(0)->state().disabled);
+  EXPECT_TRUE(accessible(&list)->child(0)->state().disabled);
   act(&list, 0);
   EXPECT_EQ(opened.count(), 1);
 }
@@ -86,8 +86,8 @@ TEST(ListAccessible, APressOnAWordOfADropDownIsTheUsersChoice) {
   EXPECT_EQ(outOfReach(box), "");
   QSignalSpy chosen(&box, &DropDown::valueChosen);
   box.showPopup();
-  ASSERT_EQ(heard(box.view())->childCount(), 2);
-  EXPECT_EQ(heard(box.view())->child(1)->text(QAccessible::Name), u"Foot"_s);
+  ASSERT_EQ(accessible(box.view())->childCount(), 2);
+  EXPECT_EQ(accessible(box.view())->child(1)->text(QAccessible::Name), u"Foot"_s);
   act(box.view(), 1);
   ASSERT_EQ(chosen.count(), 1);
   EXPECT_EQ(chosen.first().first(), u"ft"_s);

@@ -38,16 +38,16 @@ class SignalListener final : public QObject {
 
   void follow(QDBusConnection& bus, const QString& owner) {
     if (!owner_.isEmpty()) {
-      bus.disconnect(owner_, path_, interface_, signal_, match_, QString(), this, SLOT(heard(QDBusMessage)));
+      bus.disconnect(owner_, path_, interface_, signal_, match_, QString(), this, SLOT(received(QDBusMessage)));
     }
     owner_ = owner;
     if (!owner_.isEmpty()) {
-      bus.connect(owner_, path_, interface_, signal_, match_, QString(), this, SLOT(heard(QDBusMessage)));
+      bus.connect(owner_, path_, interface_, signal_, match_, QString(), this, SLOT(received(QDBusMessage)));
     }
   }
 
  private Q_SLOTS:
-  void heard(const QDBusMessage& signal) { handler_(signal); }
+  void received(const QDBusMessage& signal) { handler_(signal); }
 
  private:
   QString path_;

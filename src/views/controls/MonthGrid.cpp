@@ -75,9 +75,9 @@ void MonthGrid::setChosen(const QDate& day) {
   month_ = month;
   describe();
   if (hasFocus()) {
-    QAccessibleEvent heard(this, QAccessible::Focus);
-    heard.setChild(static_cast<int>(firstCell().daysTo(chosen_)));
-    QAccessible::updateAccessibility(&heard);
+    QAccessibleEvent focusEvent(this, QAccessible::Focus);
+    focusEvent.setChild(static_cast<int>(firstCell().daysTo(chosen_)));
+    QAccessible::updateAccessibility(&focusEvent);
   }
   if (turned) Q_EMIT monthChanged();
   Q_EMIT chosenChanged();

@@ -33,8 +33,8 @@ void Stepper::setValue(int value) {
   const int before = std::exchange(value_, std::clamp(value, least_, most_));
   showValue();
   if (value_ == before) return;
-  QAccessibleValueChangeEvent told(this, value_);
-  QAccessible::updateAccessibility(&told);
+  QAccessibleValueChangeEvent valueEvent(this, value_);
+  QAccessible::updateAccessibility(&valueEvent);
 }
 
 void Stepper::setRange(int least, int most) {

@@ -18,9 +18,9 @@ void DockView::focusItem(qsizetype item) {
   updateItem(focused_);
   keysLead_ = hasFocus();
   updateTip();
-  QAccessibleEvent told(this, QAccessible::Focus);
-  told.setChild(static_cast<int>(focused_));
-  QAccessible::updateAccessibility(&told);
+  QAccessibleEvent accessibleEvent(this, QAccessible::Focus);
+  accessibleEvent.setChild(static_cast<int>(focused_));
+  QAccessible::updateAccessibility(&accessibleEvent);
 }
 
 /// Separators and spaces do nothing but have a menu, so that the keyboard comes by them too.
@@ -138,14 +138,14 @@ void DockView::reportNames() {
   const QStringList before = std::exchange(reportedNames_, names);
   if (!QAccessible::isActive()) return;
   if (names.size() != before.size()) {
-    QAccessibleEvent told(this, QAccessible::ObjectReorder);
-    QAccessible::updateAccessibility(&told);
+    QAccessibleEvent accessibleEvent(this, QAccessible::ObjectReorder);
+    QAccessible::updateAccessibility(&accessibleEvent);
   }
   for (qsizetype item = 0; item < std::min(names.size(), before.size()); ++item) {
     if (names[item] == before[item]) continue;
-    QAccessibleEvent told(this, QAccessible::NameChanged);
-    told.setChild(static_cast<int>(item));
-    QAccessible::updateAccessibility(&told);
+    QAccessibleEvent accessibleEvent(this, QAccessible::NameChanged);
+    accessibleEvent.setChild(static_cast<int>(item));
+    QAccessible::updateAccessibility(&accessibleEvent);
   }
 }
 

@@ -104,8 +104,8 @@ QRegion MessageBubble::outlineRegion() const { return Glass::outline(bubbleRect(
 
 void MessageBubble::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
-  QAccessibleEvent heard(this, QAccessible::Alert);
-  QAccessible::updateAccessibility(&heard);
+  QAccessibleEvent alert(this, QAccessible::Alert);
+  QAccessible::updateAccessibility(&alert);
 }
 
 void MessageBubble::paintEvent(QPaintEvent*) {

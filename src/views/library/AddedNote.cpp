@@ -58,8 +58,8 @@ void AddedNote::say(const QString& sentence, bool editable) {
   place();
   raise();
   stays_.start();
-  QAccessibleEvent heard(this, QAccessible::Alert);
-  QAccessible::updateAccessibility(&heard);
+  QAccessibleEvent alert(this, QAccessible::Alert);
+  QAccessible::updateAccessibility(&alert);
 }
 
 bool AddedNote::hasKeyboard() const {

@@ -232,8 +232,8 @@ void EditorWindow::showFault(Line* line, const QString& sentence) {
   } else {
     fault_->setText(sentence);
     fault_->show();
-    QAccessibleEvent heard(fault_, QAccessible::Alert);
-    QAccessible::updateAccessibility(&heard);
+    QAccessibleEvent alert(fault_, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
   }
 }
 

@@ -76,9 +76,9 @@ void LibraryView::currentChanged(const QModelIndex& current, const QModelIndex& 
   updateCard(current.row());
   placeButton();
   if (!current.isValid() || !QAccessible::isActive()) return;
-  QAccessibleEvent heard(this, QAccessible::Focus);
-  heard.setChild(current.row());
-  QAccessible::updateAccessibility(&heard);
+  QAccessibleEvent focusEvent(this, QAccessible::Focus);
+  focusEvent.setChild(current.row());
+  QAccessible::updateAccessibility(&focusEvent);
 }
 
 void LibraryView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {

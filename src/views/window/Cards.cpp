@@ -136,8 +136,8 @@ void FormRow::setFault(const QString& sentence) {
   fault_->setText(sentence);
   fault_->setVisible(!sentence.isEmpty());
   if (!sentence.isEmpty()) {
-    QAccessibleEvent heard(fault_, QAccessible::Alert);
-    QAccessible::updateAccessibility(&heard);
+    QAccessibleEvent alert(fault_, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
   }
   if (control_) control_->setAccessibleDescription(sentence.isEmpty() ? help_ : sentence);
 }

@@ -56,8 +56,8 @@ void MessageStrip::update() {
   if (message.isEmpty()) return;
   text_->setText(message);
   setAccessibleName(message);
-  QAccessibleEvent heard(this, QAccessible::Alert);
-  QAccessible::updateAccessibility(&heard);
+  QAccessibleEvent alert(this, QAccessible::Alert);
+  QAccessible::updateAccessibility(&alert);
   QWidget::update();
 }
 
