@@ -173,7 +173,7 @@ TEST_F(DelegateTest, WhatIsDoneOnADockIsMeantForItsDisplay) {
   start();
   const std::unique_ptr<DockContent> content = delegate->presenter().makeContent(u"L"_s);
   DockView& view = static_cast<LiveDock&>(*content).view();
-  const std::pair<const char*, std::function<void()>> deeds[] = {
+  const std::pair<const char*, std::function<void()>> userActions[] = {
       {"a click", [&] { Q_EMIT view.tileActivated({}); }},
       {"the menu of a tile", [&] { Q_EMIT view.contextMenuRequested(store().widgets()[1].id, {}); }},
       {"the menu of the dock", [&] { Q_EMIT view.contextMenuRequested({}, {}); }},
@@ -183,7 +183,7 @@ TEST_F(DelegateTest, WhatIsDoneOnADockIsMeantForItsDisplay) {
       {"files", [&] { Q_EMIT view.filesDropped({}); }},
       {"a widget's text", [&] { Q_EMIT view.widgetTextDropped({}, 0); }},
   };
-  for (const auto& [name, act] : deeds) {
+  for (const auto& [name, act] : userActions) {
     store().activeDisplay = u"R"_s;
     act();
     EXPECT_EQ(store().activeDisplay, u"L"_s) << name;

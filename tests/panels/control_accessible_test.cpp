@@ -156,9 +156,9 @@ struct Outcome {
   }
 };
 
-using Deed = std::function<void(QWidget& panel)>;
+using Action = std::function<void(QWidget& panel)>;
 
-Outcome outcome(const QString& kind, const Deed& deed) {
+Outcome outcome(const QString& kind, const Action& action) {
   SnapshotStore fixture;
   ChangingCommands commands(fixture.store());
   const PanelContext context = fixture.contextOf(kind, commands);
@@ -167,7 +167,7 @@ Outcome outcome(const QString& kind, const Deed& deed) {
   panel->resize(panel->sizeHint());
   panel->show();
   QCoreApplication::processEvents();
-  deed(*panel);
+  action(*panel);
   QCoreApplication::processEvents();
   const auto options = [&] { return DocumentEdits::find(fixture.store().config(), context.widget)->options; };
   const QMap<QString, QString> atOnce = options();
@@ -236,9 +236,9 @@ TEST(ControlAccessible, InPanelsAReaderDoesWhatMouseAndKeyboardDo) {
   QAbstractButton* const button = nullptr;
   struct Case {
     QString kind;
-    Deed byMouse;
-    Deed byKeyboard;
-    Deed byReader;
+    Action byMouse;
+    Action byKeyboard;
+    Action byReader;
   };
   const Case cases[] = {
       {u"drinkWater"_s, click(u"Increase Daily goal"_s), type(stepper, u"Daily goal"_s, Qt::Key_Up),

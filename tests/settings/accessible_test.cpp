@@ -26,9 +26,9 @@ class SettingsAccessibleTest : public testing::Test, public SettingsFixture {
     return found;
   }
   /// What the document is after that was done; it is then as it was before.
-  DockConfiguration after(const std::function<void()>& deed) {
+  DockConfiguration after(const std::function<void()>& action) {
     const DockConfiguration before = config();
-    deed();
+    action();
     settle();
     DockConfiguration changed = config();
     store().edit([&](DockConfiguration& document) { document = before; });

@@ -372,7 +372,7 @@ TEST_F(DropsTest, WhatWasTakenBackIsMadeAgain) {
   named.title = u"Tea"_s;
   const struct {
     const char* name;
-    std::function<void()> deed;
+    std::function<void()> perform;
     const char* after;
   } cases[] = {
       {"removed", [&] { edits.remove(b.id); }, "cpu ram"},
@@ -384,7 +384,7 @@ TEST_F(DropsTest, WhatWasTakenBackIsMadeAgain) {
   for (const auto& each : cases) {
     SCOPED_TRACE(each.name);
     const DockConfiguration before = store.config();
-    each.deed();
+    each.perform();
     EXPECT_EQ(row().toStdString(), each.after);
     const DockConfiguration after = store.config();
     for (int turn = 0; turn < 2; ++turn) {

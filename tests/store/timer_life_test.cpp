@@ -53,20 +53,20 @@ struct Life {
   /// "+60": a minute goes by. "sleep 60": so does one asleep. "off 60": so does one while the program does not run.
   /// "clock -60": the wall clock is set back by a minute. "toggle": the user starts or stops it.
   void live(const QString& step) {
-    const QString deed = step.section(u' ', 0, 0);
+    const QString action = step.section(u' ', 0, 0);
     const int seconds = step.section(u' ', -1).toInt();
-    if (deed == u"sleep"_s) {
+    if (action == u"sleep"_s) {
       Q_EMIT session.willSleep();
       time.jump(seconds);
       Q_EMIT session.didWake();
-    } else if (deed == u"off"_s) {
+    } else if (action == u"off"_s) {
       store->shutdown();
       store.reset();
       time.advance(seconds);
       start();
-    } else if (deed == u"clock"_s) {
+    } else if (action == u"clock"_s) {
       time.jump(seconds);
-    } else if (deed == u"toggle"_s) {
+    } else if (action == u"toggle"_s) {
       store->toggleTimer(store->widgets().first().id);
     } else {
       time.advance(seconds);

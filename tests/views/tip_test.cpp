@@ -135,14 +135,14 @@ TEST_F(Tips, NameAppsTilesAndEachSwitchAndStandBesideTheGlass) {
 
 TEST_F(Tips, GoWithAllThatIsDoneOnTheDockAndStayAwayMeanwhile) {
   show(rowWithApps());
-  struct Deed {
+  struct Action {
     const char* what;
     std::function<void()> begin;
     std::function<void()> end;
     bool comesAgain;  ///< Without another tile in between.
   };
   const QUuid other = view->row().widgets[1].id;
-  const std::vector<Deed> deeds = {
+  const std::vector<Action> actions = {
       {"a press", [this] { mouse(*view, QEvent::MouseButtonPress, middle(4)); },
        [this] { mouse(*view, QEvent::MouseButtonRelease, middle(4)); }, false},
       {"a panel", [&] { view->setPanelOpen(other); }, [this] { view->setPanelOpen({}); }, false},
@@ -153,23 +153,23 @@ TEST_F(Tips, GoWithAllThatIsDoneOnTheDockAndStayAwayMeanwhile) {
        },
        true},
   };
-  for (const Deed& deed : deeds) {
+  for (const Action& action : actions) {
     leave();
     time.advance(1);
     point(middle(4));
     time.advance(0.6);
-    ASSERT_EQ(text(), tipOf(4)) << deed.what;
-    deed.begin();
-    EXPECT_EQ(text(), QString()) << deed.what;
+    ASSERT_EQ(text(), tipOf(4)) << action.what;
+    action.begin();
+    EXPECT_EQ(text(), QString()) << action.what;
     time.advance(2);
-    EXPECT_EQ(text(), QString()) << deed.what;
-    deed.end();
+    EXPECT_EQ(text(), QString()) << action.what;
+    action.end();
     point(middle(4) + QPointF(1, 0));
     time.advance(2);
-    EXPECT_EQ(!text().isEmpty(), deed.comesAgain) << deed.what;
+    EXPECT_EQ(!text().isEmpty(), action.comesAgain) << action.what;
     point(middle(5));
     time.advance(0.6);
-    EXPECT_EQ(text(), tipOf(5)) << deed.what;
+    EXPECT_EQ(text(), tipOf(5)) << action.what;
   }
 }
 
@@ -216,9 +216,8 @@ TEST_F(Tips, ComeToWhatTheKeyboardIsAt) {
 TEST(TipBubbles, HoldTheWholeTextWhateverItsLength) {
   for (const DockStyle style : {DockStyle::DarkGlass, DockStyle::White})
     for (const Backdrop backdrop : {Backdrop::Plain, Backdrop::Opaque})
-      for (const QString& text :
-           {u"Files"_s, u"Bluetooth: This computer has no Bluetooth adapter."_s, u"word "_s.repeated(60),
-            u"w"_s.repeated(1000), u"one\ntwo"_s}) {
+      for (const QString& text : {u"Files"_s, u"Bluetooth: This computer has no Bluetooth adapter."_s,
+                                  u"word "_s.repeated(60), u"w"_s.repeated(1000), u"one\ntwo"_s}) {
         TipBubble bubble;
         bubble.setLook(style, backdrop);
         bubble.setText(text);
@@ -252,9 +251,9 @@ TEST(Pictures, Tips) {
   QPainter painter(&sheet);
   painter.drawImage(0, 0, wallpaper(QSize(1110, 130), ratio));
   double x = 0;
-  for (const auto& [style, backdrop] : {std::pair(DockStyle::DarkGlass, Backdrop::Plain),
-                                        std::pair(DockStyle::White, Backdrop::Plain),
-                                        std::pair(DockStyle::DarkGlass, Backdrop::Opaque)}) {
+  for (const auto& [style, backdrop] :
+       {std::pair(DockStyle::DarkGlass, Backdrop::Plain), std::pair(DockStyle::White, Backdrop::Plain),
+        std::pair(DockStyle::DarkGlass, Backdrop::Opaque)}) {
     double y = 4;
     for (const QString& text : {u"Files"_s, u"Bluetooth: This computer has no Bluetooth adapter. It may be off."_s}) {
       TipBubble bubble;
