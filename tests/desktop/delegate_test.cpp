@@ -403,7 +403,7 @@ TEST_F(DelegateTest, HighContrastComesAndGoesAndANewUserHasTheDesktopsAppearance
   EXPECT_EQ(store().config().appAppearance, u"auto"_s);
   const auto text = [] { return QApplication::palette().color(QPalette::WindowText); };
   const QColor usual = text();
-  const auto wish = [this](const QString& word) {
+  const auto chooseContrast = [this](const QString& word) {
     store().edit([&word](DockConfiguration& config) {
       DeskOptions desk = config.desk();
       desk.contrast = word;
@@ -411,15 +411,15 @@ TEST_F(DelegateTest, HighContrastComesAndGoesAndANewUserHasTheDesktopsAppearance
     });
     VirtualDisplay::current().settle();
   };
-  wish(u"on"_s);
+  chooseContrast(u"on"_s);
   EXPECT_TRUE(DesktopLook::now().highContrast);
   EXPECT_NE(text(), usual);
   EXPECT_TRUE(text() == QColor(Qt::black) || text() == QColor(Qt::white));
-  wish(u"off"_s);
+  chooseContrast(u"off"_s);
   EXPECT_FALSE(DesktopLook::now().highContrast);
   EXPECT_EQ(text(), usual);
   // A word that is not known counts as the desktop's, which wants nothing here.
-  wish(u"later"_s);
+  chooseContrast(u"later"_s);
   EXPECT_FALSE(DesktopLook::now().highContrast);
 }
 

@@ -85,11 +85,11 @@ class BusyManager {
   }
   /// Until the server has done all that it was told.
   void sync() { std::free(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr)); }
-  void place(const xcb_configure_request_event_t& wish) {
-    const qint32 values[] = {wish.x, wish.y, wish.width, wish.height};
+  void place(const xcb_configure_request_event_t& request) {
+    const qint32 values[] = {request.x, request.y, request.width, request.height};
     constexpr quint16 kPlace =
         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT;
-    xcb_configure_window(connection_, wish.window, kPlace, values);
+    xcb_configure_window(connection_, request.window, kPlace, values);
   }
   void setWords(xcb_window_t window, const char* property, xcb_atom_t type, const QList<quint32>& words) {
     xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, display_.atom(property), type, 32,

@@ -362,7 +362,7 @@ TEST_F(DockControllerTest, TheWindowEndsWhereItsScreenDoes) {
   EXPECT_EQ(controller.contentOrigin(u"A"_s), QPointF(-20, 708));
 }
 
-TEST_F(DockControllerTest, AFilmHidesAFixedDockOnlyWhereThatIsWished) {
+TEST_F(DockControllerTest, AFilmHidesAFixedDockOnlyWhereThatIsRequested) {
   for (const bool hides : {true, false}) {
     settle([&](DockConfiguration& config) {
       config.layout = DockLayout::Fixed;

@@ -50,14 +50,15 @@ TEST(ControlAccessible, AStepperIsANumberThatGoesByItsSteps) {
   EXPECT_EQ(value->maximumValue().toInt(), 100);
   EXPECT_EQ(value->minimumStepSize().toInt(), 15);
 
-  struct Wish {
-    int wanted;
-    int got;
+  struct Case {
+    int requested;
+    int result;
   };
-  for (const auto& [wanted, got] : std::initializer_list<Wish>{{44, 45}, {50, 45}, {5000, 100}, {90, 85}, {-3, 0}}) {
-    value->setCurrentValue(wanted);
-    EXPECT_EQ(stepper.value(), got) << wanted;
-    EXPECT_EQ(value->currentValue().toInt(), got);
+  for (const auto& [requested, result] :
+       std::initializer_list<Case>{{44, 45}, {50, 45}, {5000, 100}, {90, 85}, {-3, 0}}) {
+    value->setCurrentValue(requested);
+    EXPECT_EQ(stepper.value(), result) << requested;
+    EXPECT_EQ(value->currentValue().toInt(), result);
   }
   EXPECT_EQ(changed.count(), 4) << "the user's change is told, and only what is one";
   EXPECT_TRUE(doAction(accessible, increase()));

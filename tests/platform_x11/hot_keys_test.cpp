@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 // X codes of keys by their place.
 constexpr quint8 kKeyQ = 24, kKeyA = 38, kKeyD = 40, kShift = 50, kControl = 37, kAlt = 64, kSuper = 133, kNumLock = 77,
                  kCapsLock = 66, kMenu = 135;
-constexpr quint32 kWishA = 0, kWishD = 2;
+constexpr quint32 kVirtualKeyA = 0, kVirtualKeyD = 2;
 constexpr quint32 kControlAlt = VirtualKeys::kControl | VirtualKeys::kOption;
 
 class X11HotKeysTest : public ::testing::Test {
@@ -56,8 +56,8 @@ class X11HotKeysTest : public ::testing::Test {
 using Ids = QList<quint32>;
 
 TEST_F(X11HotKeysTest, FireWhateverLocksAreOn) {
-  EXPECT_EQ(keys.bind(1, {kWishD, kControlAlt}), (HotKeyBinding{true, u"Ctrl+Alt+D"_s, {}}));
-  EXPECT_TRUE(keys.bind(2, {kWishD, VirtualKeys::kCommand | VirtualKeys::kShift}).bound);
+  EXPECT_EQ(keys.bind(1, {kVirtualKeyD, kControlAlt}), (HotKeyBinding{true, u"Ctrl+Alt+D"_s, {}}));
+  EXPECT_TRUE(keys.bind(2, {kVirtualKeyD, VirtualKeys::kCommand | VirtualKeys::kShift}).bound);
   EXPECT_EQ(tap(kKeyD, {kControl, kAlt}), Ids{1});
   EXPECT_EQ(tap(kKeyD, {kSuper, kShift}), Ids{2});
   EXPECT_EQ(tap(kKeyD, {}), Ids{});
@@ -69,7 +69,7 @@ TEST_F(X11HotKeysTest, FireWhateverLocksAreOn) {
   display.tap(kCapsLock);
   display.tap(kNumLock);
 
-  EXPECT_TRUE(keys.bind(1, {kWishA, kControlAlt}).bound);
+  EXPECT_TRUE(keys.bind(1, {kVirtualKeyA, kControlAlt}).bound);
   EXPECT_EQ(tap(kKeyD, {kControl, kAlt}), Ids{}) << "bound anew";
   EXPECT_EQ(tap(kKeyA, {kControl, kAlt}), Ids{1});
   keys.unbindAll();
@@ -85,7 +85,7 @@ TEST_F(X11HotKeysTest, FireOnceWhileAKeyIsHeld) {
     int presses = 0;
   } counter;
   ASSERT_TRUE(display.execute({u"xset"_s, u"r"_s, u"rate"_s, u"100"_s, u"50"_s}));
-  ASSERT_TRUE(keys.bind(1, {kWishD, kControlAlt}).bound);
+  ASSERT_TRUE(keys.bind(1, {kVirtualKeyD, kControlAlt}).bound);
   const QSignalSpy pressed(&keys, &HotKeys::pressed);
   QCoreApplication::instance()->installNativeEventFilter(&counter);
   for (const quint8 key : {kControl, kAlt, kKeyD}) display.key(key, true);
@@ -98,19 +98,20 @@ TEST_F(X11HotKeysTest, FireOnceWhileAKeyIsHeld) {
 
 TEST_F(X11HotKeysTest, LeaveATakenKeyToItsOwner) {
   grabAsAnother(kKeyD, true);
-  EXPECT_EQ(keys.bind(1, {kWishD, kControlAlt}),
+  EXPECT_EQ(keys.bind(1, {kVirtualKeyD, kControlAlt}),
             (HotKeyBinding{false, {}, u"Ctrl+Alt+D is already used by another program."_s}));
-  EXPECT_TRUE(keys.bind(2, {kWishA, kControlAlt}).bound);
-  EXPECT_EQ(keys.bind(3, {kWishA, kControlAlt}).reason, u"Ctrl+Alt+A is already used by another Tarnwick shortcut."_s);
+  EXPECT_TRUE(keys.bind(2, {kVirtualKeyA, kControlAlt}).bound);
+  EXPECT_EQ(keys.bind(3, {kVirtualKeyA, kControlAlt}).reason,
+            u"Ctrl+Alt+A is already used by another Tarnwick shortcut."_s);
   EXPECT_EQ(keys.bind(4, {200, kControlAlt}).reason, u"The keyboard cannot produce Ctrl+Alt+Key 200."_s);
   EXPECT_EQ(tap(kKeyA, {kControl, kAlt}), Ids{2});
   grabAsAnother(kKeyD, false);
-  EXPECT_TRUE(keys.bind(1, {kWishD, kControlAlt}).bound);
+  EXPECT_TRUE(keys.bind(1, {kVirtualKeyD, kControlAlt}).bound);
   EXPECT_EQ(tap(kKeyD, {kControl, kAlt}), Ids{1});
 }
 
 TEST_F(X11HotKeysTest, FollowTheLayout) {
-  ASSERT_TRUE(keys.bind(1, {kWishA, kControlAlt}).bound);
+  ASSERT_TRUE(keys.bind(1, {kVirtualKeyA, kControlAlt}).bound);
   const struct {
     QStringList layout;
     bool switches;
@@ -135,8 +136,8 @@ TEST_F(X11HotKeysTest, FollowTheLayout) {
 }
 
 TEST_F(X11HotKeysTest, TellWhatANewLayoutCosts) {
-  ASSERT_TRUE(keys.bind(1, {kWishA, kControlAlt}).bound);
-  ASSERT_TRUE(keys.bind(2, {kWishD, kControlAlt}).bound);
+  ASSERT_TRUE(keys.bind(1, {kVirtualKeyA, kControlAlt}).bound);
+  ASSERT_TRUE(keys.bind(2, {kVirtualKeyD, kControlAlt}).bound);
   grabAsAnother(kKeyQ, true);
   const QSignalSpy lost(&keys, &HotKeys::lost);
   setLayout({u"fr"_s});

@@ -61,7 +61,7 @@ TEST(Layout, StandsOnTheToldNumbersAtEveryScale) {
   }
 }
 
-TEST(Layout, RunningAppsStandWhereTheyAreWished) {
+TEST(Layout, RunningAppsArePlacedAsRequested) {
   struct Case {
     RunningAppsPlacement placement;
     bool anchored;
