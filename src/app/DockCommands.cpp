@@ -108,7 +108,7 @@ void DockCommands::turnTo(const QString& display, quint64 application) {
   if (!app) return;
   if (!app->active) return openApplication(application);
   if (const QList<quint64> shown = app->windowsIn(store_.windowScope(display)); !shown.isEmpty()) app->windows = shown;
-  const QList<quint64> windows = AppActivation::windowsAtHand(*app, services_.windows);
+  const QList<quint64> windows = AppActivation::windowsToActivate(*app, services_.windows);
   if (windows.size() == 1)
     services_.windows.minimise(windows.first());
   else

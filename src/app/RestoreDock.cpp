@@ -71,15 +71,15 @@ bool replaySaved(const QString& directory, DockPreferenceAccess& preferences, co
 /// The descriptor by which the guardian hands over its file; -1 without one. Nobody else has this file open under this
 /// number by chance.
 int guardedFile(const QString& directory) {
-  constexpr int kHandedOver = STDERR_FILENO + 1;
+  constexpr int kInheritedDescriptor = STDERR_FILENO + 1;
   struct stat given = {};
-  if (::fstat(kHandedOver, &given) != 0 || !S_ISREG(given.st_mode)) return -1;
-  QString name = QFile::symLinkTarget(QStringLiteral("/proc/self/fd/%1").arg(kHandedOver));
+  if (::fstat(kInheritedDescriptor, &given) != 0 || !S_ISREG(given.st_mode)) return -1;
+  QString name = QFile::symLinkTarget(QStringLiteral("/proc/self/fd/%1").arg(kInheritedDescriptor));
   // Once it has no name any more there is nothing to give back, which the repair finds out by itself.
   const QLatin1StringView gone(" (deleted)");
   if (name.endsWith(gone)) name.chop(gone.size());
   const QFileInfo file(NativeDockState::recoveryFile(directory));
-  return name == QFileInfo(file.path()).canonicalFilePath() + u'/' + file.fileName() ? kHandedOver : -1;
+  return name == QFileInfo(file.path()).canonicalFilePath() + u'/' + file.fileName() ? kInheritedDescriptor : -1;
 }
 
 }  // namespace

@@ -9,7 +9,7 @@ bool AppActivation::bring(const QString& path) { return bring(running_.byPath(pa
 
 bool AppActivation::bring(quint64 identity) { return bring(running_.byIdentity(identity)); }
 
-QList<quint64> AppActivation::windowsAtHand(const RunningApp& app, const ClientWindows& windows) {
+QList<quint64> AppActivation::windowsToActivate(const RunningApp& app, const ClientWindows& windows) {
   QSet<quint64> elsewhere;
   for (const ClientWindow& window : windows.all())
     if (window.elsewhere) elsewhere.insert(window.id);
@@ -21,7 +21,7 @@ QList<quint64> AppActivation::windowsAtHand(const RunningApp& app, const ClientW
 bool AppActivation::bring(const std::optional<RunningApp>& app) {
   if (!app) return false;
   // Activating a window changes the list: this copy stays as it was.
-  const QList<quint64> windows = windowsAtHand(*app, windows_);
+  const QList<quint64> windows = windowsToActivate(*app, windows_);
   for (const quint64 window : windows | std::views::reverse) windows_.activate(window);
   return true;
 }

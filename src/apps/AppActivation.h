@@ -20,7 +20,7 @@ class AppActivation {
   /// The same by the identity of a running application.
   bool bring(quint64 identity);
   /// Which windows of the application are meant, the most recently active first.
-  static QList<quint64> windowsAtHand(const RunningApp& app, const ClientWindows& windows);
+  static QList<quint64> windowsToActivate(const RunningApp& app, const ClientWindows& windows);
 
  private:
   bool bring(const std::optional<RunningApp>& app);

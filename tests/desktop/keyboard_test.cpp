@@ -13,7 +13,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-class X11Hands : public ShellTest {
+class X11Input : public ShellTest {
  protected:
   bool menuIsOpen() const {
     return QApplication::activePopupWidget() && QApplication::activePopupWidget()->isVisible();
@@ -33,7 +33,7 @@ class X11Hands : public ShellTest {
   VirtualDisplay& display = VirtualDisplay::current();
 };
 
-TEST_F(X11Hands, ReachEveryTileAndItsMenuByTheKeyboardAlone) {
+TEST_F(X11Input, ReachEveryTileAndItsMenuByTheKeyboardAlone) {
   DockConfiguration config;
   config.layout = DockLayout::RevealBottom;
   ForeignWindow editor(display, QRect(600, 100, 300, 200));
@@ -81,7 +81,7 @@ TEST_F(X11Hands, ReachEveryTileAndItsMenuByTheKeyboardAlone) {
   EXPECT_TRUE(comesTrue([&] { return !isOpen() && display.focus() == editor.id(); }));
 }
 
-TEST_F(X11Hands, APanelGivesTheKeyboardBackHoweverItIsClosed) {
+TEST_F(X11Input, APanelGivesTheKeyboardBackHoweverItIsClosed) {
   ForeignWindow editor(display, QRect(600, 100, 300, 200));
   ASSERT_TRUE(editor.show());
   ASSERT_TRUE(comesTrue([&] { return display.focus() == editor.id(); }));
@@ -148,7 +148,7 @@ TEST_F(X11Hands, APanelGivesTheKeyboardBackHoweverItIsClosed) {
   EXPECT_EQ(view().focusedItem(), 0);
 }
 
-TEST_F(X11Hands, TwoQuickClicksWithTheRightButtonOpenTheMenuAnew) {
+TEST_F(X11Input, TwoQuickClicksWithTheRightButtonOpenTheMenuAnew) {
   startShown(DockConfiguration());
   const QPoint between(tile(0).right() + 4, glass().center().y());
   for (const char* which : {"the first", "the second of a double click"}) {
@@ -159,7 +159,7 @@ TEST_F(X11Hands, TwoQuickClicksWithTheRightButtonOpenTheMenuAnew) {
   }
 }
 
-TEST_F(X11Hands, DragAFloatingDockThatIsKeptAndBroughtBackInside) {
+TEST_F(X11Input, DragAFloatingDockThatIsKeptAndBroughtBackInside) {
   DockConfiguration config;
   config.layout = DockLayout::Floating;
   startShown(config);

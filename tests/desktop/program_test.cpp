@@ -179,7 +179,7 @@ TEST_F(ProgramTest, AnOrderReachesTheCopyOfItsOwnData) {
   EXPECT_EQ(ours.end(), 0);
 }
 
-TEST_F(ProgramTest, ARepairByHandIsLeftToTheCopyThatHoldsTheValues) {
+TEST_F(ProgramTest, AManualRepairIsLeftToTheCopyThatHoldsTheValues) {
   DockConfiguration config;
   config.layout = DockLayout::Replace;
   config.onboardingComplete = true;

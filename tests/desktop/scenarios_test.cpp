@@ -265,7 +265,7 @@ TEST_F(ShellScenario, AFullScreenWindowHidesTheDockOfItsDisplayOnly) {
   end();
 }
 
-TEST_F(ShellScenario, AFloatingDockStaysUnderTheHandThatMovesIt) {
+TEST_F(ShellScenario, AFloatingDockStaysUnderThePointerThatMovesIt) {
   DockConfiguration config;
   config.layout = DockLayout::Floating;
   startShown(config);

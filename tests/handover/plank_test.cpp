@@ -76,10 +76,10 @@ std::unique_ptr<ChildProcess> PlankTest::plank;
 TEST_F(PlankTest, IsGivenBackHoweverTheProgramEnds) {
   const std::pair<QString, QByteArray> layouts[] = {
       {u"swap"_s, "0"}, {u"replace"_s, "1000000"}, {u"replaceAutoHide"_s, "1000000"}};
-  enum End { Terminated, GroupKilled, NextStart, ByHand };
+  enum End { Terminated, GroupKilled, NextStart, ManualRepair };
   for (const bool has : {false, true}) {
     for (const auto& [layout, wanted] : layouts) {
-      for (const End end : {Terminated, GroupKilled, NextStart, ByHand}) {
+      for (const End end : {Terminated, GroupKilled, NextStart, ManualRepair}) {
         SCOPED_TRACE(::testing::Message() << qPrintable(layout) << " set " << has << " end " << end);
         setUser(has);
         const QByteArray& delay = wanted;
@@ -108,7 +108,7 @@ TEST_F(PlankTest, IsGivenBackHoweverTheProgramEnds) {
             EXPECT_TRUE(isGivenBack(before));
             break;
           }
-          case ByHand:
+          case ManualRepair:
             killBoth(*program);
             EXPECT_EQ(output({holderProgram(), u"--restore-dock"_s, u"--restore-dock-directory"_s, folder.path()}),
                       "Restored the macOS Dock settings saved before Tarnwick changed them.\n");
@@ -186,7 +186,7 @@ TEST_F(PlankTest, ReallyGoesOutOfTheWay) {
   EXPECT_TRUE(VirtualDisplay::waitUntil(stands));
 }
 
-TEST_F(PlankTest, WithoutSavedValuesARepairByHandResets) {
+TEST_F(PlankTest, WithoutSavedValuesAManualRepairResets) {
   setUser(true);
   EXPECT_EQ(output({holderProgram(), u"--restore-dock"_s, u"--restore-dock-directory"_s, folder.path()}),
             "No saved settings were available. The macOS Dock has been reset to system defaults.\n");

@@ -206,7 +206,7 @@ TEST_F(LibraryWindowTest, TabLeadsThroughTheCardsAndTheSectionsAndBack) {
   }
 }
 
-TEST_F(LibraryWindowTest, AddsByHandToTheProfileThatIsChosen) {
+TEST_F(LibraryWindowTest, AddsManuallyToTheProfileThatIsChosen) {
   auto* target = window_->findChild<DropDown*>();
   const QString work = fixture_.profile(1).id.toString();
   target->chooseValue(work);

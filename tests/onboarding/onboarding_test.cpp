@@ -132,7 +132,7 @@ struct Outcome {
 };
 
 /// The ways to press a button, in the order of the outcomes that are compared.
-const std::function<void(QAbstractButton&)> kHands[] = {
+const std::function<void(QAbstractButton&)> kInputMethods[] = {
     [](QAbstractButton& pressed) { QTest::mouseClick(&pressed, Qt::LeftButton); },
     [](QAbstractButton& pressed) { QTest::keyClick(&pressed, Qt::Key_Space); },
     [](QAbstractButton& pressed) { EXPECT_TRUE(test::pressOrToggle(pressed)); },
@@ -145,18 +145,18 @@ QList<QAbstractButton*> usable(const QWidget& window) {
   return found;
 }
 
-class OnboardingHands : public OnboardingTest {
+class OnboardingInput : public OnboardingTest {
  protected:
   using Opener = std::function<QWidget*(UndoableEdits& edits)>;
 
-  Outcome outcome(const Opener& opener, qsizetype index, const std::function<void(QAbstractButton&)>& hand) {
+  Outcome outcome(const Opener& opener, qsizetype index, const std::function<void(QAbstractButton&)>& press) {
     const DockConfiguration before = store().config();
     commands.asked.clear();
     commands.layouts.clear();
     UndoStack steps;
     UndoableEdits changes{store(), apps, steps};
     const QPointer<QWidget> window = opener(changes);
-    hand(*usable(*window)[index]);
+    press(*usable(*window)[index]);
     QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     const auto* firstRun = qobject_cast<const OnboardingWindow*>(window.data());
@@ -174,16 +174,16 @@ class OnboardingHands : public OnboardingTest {
     QList<Outcome> different;
     for (qsizetype i = 0; i < count; ++i) {
       SCOPED_TRACE(usable(*window)[i]->text().toStdString() + usable(*window)[i]->accessibleName().toStdString());
-      const Outcome clicked = outcome(opener, i, kHands[0]);
-      EXPECT_EQ(outcome(opener, i, kHands[1]), clicked) << "by keyboard";
-      EXPECT_EQ(outcome(opener, i, kHands[2]), clicked) << "by a screen reader";
+      const Outcome clicked = outcome(opener, i, kInputMethods[0]);
+      EXPECT_EQ(outcome(opener, i, kInputMethods[1]), clicked) << "by keyboard";
+      EXPECT_EQ(outcome(opener, i, kInputMethods[2]), clicked) << "by a screen reader";
       if (!different.contains(clicked)) different << clicked;
     }
     return different.size();
   }
 };
 
-TEST_F(OnboardingHands, EachControlOfTheFirstRunDoesTheSameByMouseKeyboardAndScreenReader) {
+TEST_F(OnboardingInput, EachControlOfTheFirstRunDoesTheSameByMouseKeyboardAndScreenReader) {
   store().edit([](DockConfiguration& config) {
     config.onboardingComplete = false;
     config.layout = DockLayout::Fixed;
@@ -203,7 +203,7 @@ TEST_F(OnboardingHands, EachControlOfTheFirstRunDoesTheSameByMouseKeyboardAndScr
   }
 }
 
-TEST_F(OnboardingHands, SoDoesEachOfTheSmallWindow) {
+TEST_F(OnboardingInput, SoDoesEachOfTheSmallWindow) {
   store().edit([](DockConfiguration& config) {
     config.profiles = {DockProfile::initial(), DockProfile::initial()};
     config.profiles[1].name = u"Work"_s;

@@ -293,7 +293,7 @@ TEST(DocumentChange, WhatGoesOnByItselfIsNoChangeOfWhatItBrought) {
   }
 }
 
-TEST(DocumentChange, AProfileThatARuleLedToIsNoChangeAndOneThatAHandChoseIs) {
+TEST(DocumentChange, AProfileThatARuleLedToIsNoChangeAndOneThatTheUserChoseIs) {
   DockConfiguration start = twoProfiles();
   DocumentEdits::newProfile(start, u"Studio"_s, false);
   start.activeProfileID = start.profiles[0].id;

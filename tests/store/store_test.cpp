@@ -386,7 +386,7 @@ TEST_F(StoreTest, MetricsAreSampledEverySecondTickWhileTheyAreShown) {
   }
 }
 
-TEST_F(StoreTest, ARuleHoldsItsProfileAgainstAHandUntilItsWindowEnds) {
+TEST_F(StoreTest, ARuleHoldsItsProfileAgainstTheUserUntilItsWindowEnds) {
   start();  // A Tuesday, 10:24.
   store->newProfile(u"Work"_s, false);
   const QUuid everyday = store->config().profiles[0].id;

@@ -104,7 +104,7 @@ TEST(TimerTile, KnowsWhatComesNext) {
       4);
 }
 
-TEST(Parts, AreWhereAHandExpectsThem) {
+TEST(Parts, AreWhereAUserExpectsThem) {
   TileSources sources = morning();
   for (int i = 0; i < 5; ++i) sources.todos.append(todo(u"Item %1"_s.arg(i), i < 2));
   const auto part = [&](const QString& kind, QPointF point, double scale = 1) {

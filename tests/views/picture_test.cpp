@@ -202,7 +202,7 @@ TEST(Pictures, SymbolsAndStates) {
   keep(sheet, u"symbols-and-states"_s);
 }
 
-TEST(Pictures, TheDockUnderTheHand) {
+TEST(Pictures, TheDockUnderThePointer) {
   constexpr double ratio = 2;
   DockRow row = styled(DockStyle::DarkGlass, true, true);
   row.tabs = {u"Everyday"_s, u"Work"_s, u"Studio"_s};
@@ -219,7 +219,7 @@ TEST(Pictures, TheDockUnderTheHand) {
     QDragEnterEvent enter(at.toPoint(), Qt::CopyAction | Qt::LinkAction, &files, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(&view, &enter);
   };
-  const std::vector<std::function<void(MovedView&)>> hands = {
+  const std::vector<std::function<void(MovedView&)>> gestures = {
       [](MovedView& view) {
         view.showTabs(true);
         view.rest();
@@ -251,17 +251,17 @@ TEST(Pictures, TheDockUnderTheHand) {
         view.beat(0.09);
       }};
   const QSize band(1240, 160);
-  QImage sheet(QSize(band.width(), band.height() * static_cast<int>(hands.size())) * ratio,
+  QImage sheet(QSize(band.width(), band.height() * static_cast<int>(gestures.size())) * ratio,
                QImage::Format_ARGB32_Premultiplied);
   sheet.setDevicePixelRatio(ratio);
   int y = 0;
-  for (const auto& hand : hands) {
+  for (const auto& gesture : gestures) {
     const auto view = makeView(row);
     view->show();
     view->activateWindow();
     QCoreApplication::processEvents();
     view->clearFocus();
-    hand(*view);
+    gesture(*view);
     paste(sheet, over(wallpaper(band, ratio), *view, ratio), QPointF(0, y));
     y += band.height();
   }

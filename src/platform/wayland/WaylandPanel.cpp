@@ -30,7 +30,7 @@ WaylandPanel::WaylandPanel(const WaylandSession& session, WaylandScreens& screen
   content_->setMinimumSize(1, 1);  // An explicit one: the content takes the size that it is given.
   content_->installEventFilter(this);
   connect(&screens, &WaylandScreens::changed, this, &WaylandPanel::followScreens);
-  connect(&held_, &HeldPointer::moved, this, &WaylandPanel::moveHand);
+  connect(&held_, &HeldPointer::moved, this, &WaylandPanel::sendPointerMotion);
   connect(qGuiApp, &QGuiApplication::screenRemoved, this, &WaylandPanel::screenGoes);
 }
 
@@ -154,17 +154,17 @@ bool WaylandPanel::eventFilter(QObject* watched, QEvent* event) {
   }
   follow(event);
   // Where the toolkit thinks that the pointer is, it is not then.
-  return event->type() == QEvent::MouseMove && !isMovingHand_ && held_.place();
+  return event->type() == QEvent::MouseMove && !isSendingMotion_ && held_.place();
 }
 
 /// The window has moved under the pointer since it was pressed.
-void WaylandPanel::moveHand() {
-  const std::optional<QPointF> hand = held_.place();
-  if (!hand || heldButton_ == Qt::NoButton) return;
-  const QPointF within = *hand - content_->pos();
-  QMouseEvent move(QEvent::MouseMove, within, within, *hand, Qt::NoButton, heldButton_,
+void WaylandPanel::sendPointerMotion() {
+  const std::optional<QPointF> pointerPlace = held_.place();
+  if (!pointerPlace || heldButton_ == Qt::NoButton) return;
+  const QPointF within = *pointerPlace - content_->pos();
+  QMouseEvent move(QEvent::MouseMove, within, within, *pointerPlace, Qt::NoButton, heldButton_,
                    QGuiApplication::keyboardModifiers());
-  const QScopedValueRollback<bool> guard(isMovingHand_, true);
+  const QScopedValueRollback<bool> guard(isSendingMotion_, true);
   QCoreApplication::sendEvent(content_->windowHandle(), &move);
 }
 
@@ -204,7 +204,7 @@ void WaylandPanel::follow(QEvent* event) {
       break;
     }
     case QEvent::MouseButtonRelease:
-      moveHand();
+      sendPointerMotion();
       heldButton_ = Qt::NoButton;
       held_.settle();
       lendKeys();

@@ -55,7 +55,7 @@ class WaylandPanel final : public Panel {
   void hide();
   void lose();
   void follow(QEvent* event);
-  void moveHand();
+  void sendPointerMotion();
   void lendKeys();
 
   const WaylandSession& session_;
@@ -64,7 +64,7 @@ class WaylandPanel final : public Panel {
   TransientLayers& transients_;
   HeldPointer held_;
   Qt::MouseButton heldButton_ = Qt::NoButton;
-  bool isMovingHand_ = false;
+  bool isSendingMotion_ = false;
   bool lendsKeys_ = false;
   QPointer<LayerWindow> layer_;  ///< Null until it is first shown.
   std::unique_ptr<ClearWindow> reservation_;
