@@ -197,8 +197,8 @@ void UndoableEdits::update(const DockWidget& widget, const UndoStack::Notice& no
   if (!stored || *stored == before) return;
   QStringList options = differing(before, *stored);
   options.removeIf(&WidgetEditor::isRunningState);
-  const bool isTold = !notice.sentence.isEmpty();
-  if (!isTold && goesOn(widgetRun_, widget.id, options)) {
+  const bool isAnnounced = !notice.sentence.isEmpty();
+  if (!isAnnounced && goesOn(widgetRun_, widget.id, options)) {
     *widgetRun_.after = *stored;
   } else {
     const auto after = std::make_shared<DockWidget>(*stored);
@@ -213,7 +213,7 @@ void UndoableEdits::update(const DockWidget& widget, const UndoStack::Notice& no
         });
   }
   widgetRun_.last = store_.scheduler().reference();
-  if (isTold) widgetRun_ = {};  // The sentence tells of this change alone.
+  if (isAnnounced) widgetRun_ = {};  // The sentence tells of this change alone.
 }
 
 bool UndoableEdits::goesOn(const WidgetRun& run, const QUuid& widget, const QStringList& options) const {

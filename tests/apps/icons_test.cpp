@@ -64,7 +64,7 @@ TEST_F(IconsTest, GivesASquareOfTheAskedSizeFromWhereverTheIconIs) {
   EXPECT_TRUE(icons.pixmap(u"tool"_s, 40, std::nan("")).isNull());
 }
 
-TEST_F(IconsTest, FollowsTheThemeAndRemembersUntilTold) {
+TEST_F(IconsTest, FollowsTheThemeAndRemembersUntilItChanges) {
   AppIcons icons(environment);
   EXPECT_EQ(middle(icons.pixmap(u"tool"_s, 32, 1)), QColor(Qt::red));
   QIcon::setThemeName(u"second"_s);

@@ -30,7 +30,7 @@ class CalendarFilesTest : public FolderTest {
     return read.value_or(CalendarReading());
   }
   /// Titles with the calendars that they are in.
-  static std::string told(const CalendarReading& reading) {
+  static std::string summary(const CalendarReading& reading) {
     QStringList lines;
     for (const auto& event : reading.events) lines << event.title + u'@' + event.calendarName + event.colour;
     for (const auto& reminder : reading.reminders) {
@@ -70,7 +70,7 @@ TEST_F(CalendarFilesTest, AreFoundWhereDesktopsKeepThem) {
   ASSERT_EQ(::symlink(encoded(u"data/calendars"_s).constData(), encoded(u"data/calendars/loop"_s).constData()), 0);
   start();
   const CalendarReading reading = load();
-  EXPECT_EQ(told(reading),
+  EXPECT_EQ(summary(reading),
             "E@Personal, F@Café#1a2b3c, O@.calendars, P@Own name#123456, T@Personal, V@Home!, W@Home, X@Home");
   EXPECT_TRUE(reading.hasCalendars && reading.hasReminders);
   EXPECT_TRUE(reading.problems.isEmpty()) << reading.problems.join(u' ').toStdString();
@@ -89,7 +89,7 @@ TEST_F(CalendarFilesTest, ThatAreBrokenAreNamedAndTheRestIsShown) {
   const AsPlainUser user(folder_.path());
   start();
   const CalendarReading reading = load();
-  EXPECT_EQ(told(reading), "G@.calendars");
+  EXPECT_EQ(summary(reading), "G@.calendars");
   QStringList problems = reading.problems;
   problems.sort();
   EXPECT_EQ(problems, (QStringList{u"Parts of the calendar file “torn.ics” could not be understood."_s,
@@ -104,7 +104,7 @@ TEST_F(CalendarFilesTest, AreWatchedFromBeforeTheyExist) {
   const struct {
     const char* what;
     std::function<void()> change;
-    const char* told;
+    const char* summary;
   } steps[] = {
       {"the first folder appears", [&] { putEvent(u"data/calendars/new/a.ics"_s, "A"); }, "A@new"},
       {"a file beside it", [&] { putEvent(u"data/calendars/new/b.ics"_s, "B"); }, "A@new, B@new"},
@@ -127,8 +127,8 @@ TEST_F(CalendarFilesTest, AreWatchedFromBeforeTheyExist) {
     changes_ = 0;
     step.change();
     // A change may be heard of in pieces.
-    EXPECT_TRUE(waitFor([&] { return changes_ > 0 && told(load()) == step.told; }))
-        << step.what << ": " << told(load());
+    EXPECT_TRUE(waitFor([&] { return changes_ > 0 && summary(load()) == step.summary; }))
+        << step.what << ": " << summary(load());
   }
 }
 
@@ -142,7 +142,7 @@ TEST_F(CalendarFilesTest, RemindersAreTickedOffInTheirFiles) {
   for (const Reminder& reminder : load().reminders) {
     std::optional<QString> failure;
     changes_ = 0;
-    files_->setCompleted(reminder, true, now, files_.get(), [&](const QString& told) { failure = told; });
+    files_->setCompleted(reminder, true, now, files_.get(), [&](const QString& summary) { failure = summary; });
     ASSERT_TRUE(waitFor([&] { return failure.has_value(); }));
     if (reminder.title == "E"_L1) {
       EXPECT_EQ(*failure, u"This list belongs to another program; the reminder can only be changed there."_s);
@@ -161,7 +161,7 @@ TEST_F(CalendarFilesTest, RemindersAreTickedOffInTheirFiles) {
   const Reminder shown = load().reminders.last();
   QFile::remove(shown.filePath);
   std::optional<QString> failure;
-  files_->setCompleted(shown, false, now, files_.get(), [&](const QString& told) { failure = told; });
+  files_->setCompleted(shown, false, now, files_.get(), [&](const QString& summary) { failure = summary; });
   ASSERT_TRUE(waitFor([&] { return failure.has_value(); }));
   EXPECT_FALSE(failure->isEmpty());
   files_->load(november(), files_.get(), [](const CalendarReading&) { FAIL(); });

@@ -10,7 +10,7 @@ namespace {
 using namespace Qt::StringLiterals;
 
 /// "24 09:30-10:15 Title", "24-26 Title" for whole days, in their order.
-std::string told(const CalendarText& text) {
+std::string summary(const CalendarText& text) {
   QStringList lines;
   for (const CalendarEvent& event : text.events) {
     const QString when = event.allDay ? event.start.toString(u"dd"_s) + u'-' + event.end.toString(u"dd"_s)
@@ -34,7 +34,7 @@ void check(std::initializer_list<Case> cases) {
   ASSERT_TRUE(reader);
   for (const Case& c : cases) {
     const CalendarText read = reader->read(calendarText(c.text), november());
-    EXPECT_EQ(told(read), c.events) << c.what;
+    EXPECT_EQ(summary(read), c.events) << c.what;
     EXPECT_EQ(read.isDamaged, c.isDamaged) << c.what;
   }
 }
@@ -132,7 +132,7 @@ TEST(CalendarText, DaysAreCountedInDaysWhereTheClocksChange) {
   const CalendarRange day{after.startOfDay(), after.addDays(1).startOfDay()};
   const auto reader = calendarReader();
   ASSERT_TRUE(reader);
-  EXPECT_EQ(told(reader->read(calendarText(series), day)), "28-02 D");
+  EXPECT_EQ(summary(reader->read(calendarText(series), day)), "28-02 D");
 }
 
 TEST(CalendarText, WhatIsBrokenIsLeftOut) {
@@ -213,16 +213,16 @@ TEST(CalendarText, RemindersAreOpenOrDoneLately) {
        "S 2026-11-02 09:00 done"},
   };
   for (const auto& c : cases) {
-    QStringList told;
+    QStringList summary;
     for (const Reminder& reminder : reader->read(calendarText(c.text), november()).reminders) {
       QString line = reminder.title;
       if (reminder.due)
         line += reminder.due->toString(reminder.dueAllDay ? u" yyyy-MM-dd 'day'"_s : u" yyyy-MM-dd HH:mm"_s);
       if (reminder.completed) line += u" done"_s;
       if (!reminder.occasion.isEmpty()) line += " ["_L1 + reminder.occasion + u']';
-      told << line;
+      summary << line;
     }
-    EXPECT_EQ(told.join(u", "_s).toStdString(), c.reminders) << c.what;
+    EXPECT_EQ(summary.join(u", "_s).toStdString(), c.reminders) << c.what;
   }
 }
 

@@ -11,10 +11,10 @@ namespace tarnwick::testing {
 /// Another program with a window, anywhere in which a press begins the drag of a file.
 class ForeignProgram final : public OtherWindow {
  public:
-  enum class Size { AsTold, FullScreen };
+  enum class Size { AsPlaced, FullScreen };
 
   /// `place` is empty where the desktop places windows.
-  ForeignProgram(const QString& file, const QRect& place, Size size = Size::AsTold);
+  ForeignProgram(const QString& file, const QRect& place, Size size = Size::AsPlaced);
   ~ForeignProgram() override;
 
  private:

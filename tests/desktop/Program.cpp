@@ -20,8 +20,8 @@ QMap<QString, QString>& variables() {
 }
 
 std::optional<QProcessEnvironment>& ground() {
-  static std::optional<QProcessEnvironment> told;
-  return told;
+  static std::optional<QProcessEnvironment> chosen;
+  return chosen;
 }
 
 QProcessEnvironment environment(const QString& dataHome) {

@@ -317,10 +317,10 @@ TEST_F(DelegateTest, TheCommandBarsKeyGivesWayQuietlyUntilNoneIsLeft) {
 
 TEST_F(DelegateTest, OpenedAgainAStaleCopyStartsItsNewBuildAsItWasStartedItself) {
   const QString build = folder.filePath(u"tarnwick"_s);
-  const QString told = folder.filePath(u"environment"_s);
+  const QString outputFile = folder.filePath(u"environment"_s);
   QFile script(build);
   ASSERT_TRUE(script.open(QIODevice::WriteOnly));
-  script.write(u"#!/bin/sh\nenv > '%1.new' && mv '%1.new' '%1'\n"_s.arg(told).toUtf8());
+  script.write(u"#!/bin/sh\nenv > '%1.new' && mv '%1.new' '%1'\n"_s.arg(outputFile).toUtf8());
   script.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
   script.close();
   const auto settings = [] {
@@ -331,9 +331,9 @@ TEST_F(DelegateTest, OpenedAgainAStaleCopyStartsItsNewBuildAsItWasStartedItself)
   start([&](DelegateSetup& setup) { setup.executable = build; });
   qputenv("TARNWICK_SET_FOR_THE_TOOLKIT", "1");
   delegate->reopen();
-  ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return QFile::exists(told); }));
+  ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return QFile::exists(outputFile); }));
   qunsetenv("TARNWICK_SET_FOR_THE_TOOLKIT");
-  QFile environment(told);
+  QFile environment(outputFile);
   ASSERT_TRUE(environment.open(QIODevice::ReadOnly));
   const QByteArray variables = environment.readAll();
   EXPECT_TRUE(variables.contains("DISPLAY="));

@@ -87,7 +87,7 @@ TEST_F(WaylandProgram, StandsThereByItselfAndComesBackAfterAKill) {
 }
 
 TEST_F(WaylandProgram, ThatItStartsGetNoneOfItsOwnVariables) {
-  const QString told = home() + u"/environment"_s;
+  const QString outputFile = home() + u"/environment"_s;
   const QString script = home() + u"/script"_s;
   const QString entry = home() + u"/applications/test.desktop"_s;
   QDir().mkpath(home() + u"/applications"_s);
@@ -96,7 +96,7 @@ TEST_F(WaylandProgram, ThatItStartsGetNoneOfItsOwnVariables) {
     ASSERT_TRUE(out.open(QIODevice::WriteOnly));
     out.write(text.toUtf8());
   };
-  write(script, u"env > '%1.new'; mv '%1.new' '%1'"_s.arg(told));
+  write(script, u"env > '%1.new'; mv '%1.new' '%1'"_s.arg(outputFile));
   write(entry, u"[Desktop Entry]\nType=Application\nName=Test\nExec=sh %1\n"_s.arg(script));
   DockConfiguration config;
   DockWidget& launcher = config.profiles[0].widgets[0];
@@ -109,8 +109,8 @@ TEST_F(WaylandProgram, ThatItStartsGetNoneOfItsOwnVariables) {
   Program program(home());
   ASSERT_TRUE(comesTrue([&] { return isSeen(); }));
   sway.click(kMiddle);
-  ASSERT_TRUE(comesTrue([&] { return QFile::exists(told); }));
-  const QByteArray variables = contents(told);
+  ASSERT_TRUE(comesTrue([&] { return QFile::exists(outputFile); }));
+  const QByteArray variables = contents(outputFile);
   EXPECT_TRUE(variables.contains("USERS_OWN=kept\n"));
   EXPECT_TRUE(variables.contains("XDG_ACTIVATION_TOKEN=")) << "to come to the front with";
   QStringList names = WaylandEnvironment::names();

@@ -90,7 +90,7 @@ struct CalmMotion final : MotionPreference {
 };
 
 struct PlainContent final : DockContent {
-  void configure(const DockGeometry& told) override { geometry = told; }
+  void configure(const DockGeometry& applied) override { geometry = applied; }
   QMargins margins() const override { return {20, 20, 20, 20}; }
   QRegion outline() const override { return rect(); }
   QRegion inputRegion() const override { return rect().adjusted(20 + beside, 0, -20 - std::max(0, beside - 1), 0); }
@@ -431,7 +431,7 @@ TEST_F(DockControllerTest, TheSystemsDockIsTriedAgainOnceOthersAreDoneWithIt) {
   EXPECT_TRUE(isHidden());
 }
 
-TEST_F(DockControllerTest, ADockThatIsMissingIsToldUntilSeenAfterAChoiceAndOnceForAWhileAtAStart) {
+TEST_F(DockControllerTest, ADockThatIsMissingIsReportedUntilSeenAfterAChoiceAndOnceForAWhileAtAStart) {
   system.canHide = false;
   useLayout(DockLayout::Replace);
   time.advance(DockController::kRemark * 2);

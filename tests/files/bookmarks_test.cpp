@@ -12,7 +12,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-std::string told(const QList<Bookmark>& list) {
+std::string summary(const QList<Bookmark>& list) {
   QStringList all;
   for (const Bookmark& each : list) all << u"%1[%2]%3"_s.arg(each.title, each.folder, each.address.host());
   return all.join(u' ').toStdString();
@@ -52,7 +52,7 @@ QByteArray packed(const QByteArray& text) { return packed(text, text.size()); }
 
 TEST(BookmarkTextTest, UnpacksBackupsAndRefusesDamagedOnes) {
   const QByteArray whole = packed(kFirefox);
-  EXPECT_EQ(told(BookmarkText::fromFirefox(whole)), "Bar[]bar.example Menu[]menu.example In[Kept]in.example");
+  EXPECT_EQ(summary(BookmarkText::fromFirefox(whole)), "Bar[]bar.example Menu[]menu.example In[Kept]in.example");
   const qsizetype size = QByteArray(kFirefox).size();
   for (const QByteArray& broken :
        {packed(kFirefox, size - 1), packed(kFirefox, size + 1), packed(kFirefox, 0), packed(kFirefox, 0xffffffff),
@@ -63,11 +63,11 @@ TEST(BookmarkTextTest, UnpacksBackupsAndRefusesDamagedOnes) {
 
 TEST(BookmarkTextTest, ReadsBrowsersFilesAndNothingThatWouldRun) {
   const QList<Bookmark> list = BookmarkText::fromChromium(kChromium);
-  EXPECT_EQ(told(list), "Two words[]one.example named.example[Deep]named.example Late[]late.example");
+  EXPECT_EQ(summary(list), "Two words[]one.example named.example[Deep]named.example Late[]late.example");
   EXPECT_EQ(
-      told(BookmarkText::fromXbel("<xbel><title>Mine</title><bookmark href=\"https://a.example/\"><title>A</title>"
-                                  "</bookmark><folder><title>F</title><bookmark href=\"https://b.example/\">"
-                                  "<info/></bookmark></folder><bookmark href=\"https://c.example/\"><title>C")),
+      summary(BookmarkText::fromXbel("<xbel><title>Mine</title><bookmark href=\"https://a.example/\"><title>A</title>"
+                                     "</bookmark><folder><title>F</title><bookmark href=\"https://b.example/\">"
+                                     "<info/></bookmark></folder><bookmark href=\"https://c.example/\"><title>C")),
       "A[]a.example b.example[F]b.example");
   for (const QByteArray& nonsense :
        {QByteArray("{\"roots\": []}"), QByteArray("[1, 2"), QByteArray(), QByteArray("<a>")})
@@ -115,7 +115,7 @@ TEST_F(BookmarksTest, GathersEveryProfileOnceAndFollowsThem) {
   put(backups.arg(u"11_1_z==.jsonlz4"_s), packed(R"({"children": [{"children": [{"uri": "https://new.example/"}]}]})"));
   ASSERT_TRUE(waitFor([&] { return scheduler.waiting() > 0; }));
   scheduler.advance(FileWatch::kQuiet);
-  ASSERT_TRUE(waitFor([&] { return told(bookmarks.list()).find("new.example") != std::string::npos; }));
+  ASSERT_TRUE(waitFor([&] { return summary(bookmarks.list()).find("new.example") != std::string::npos; }));
 }
 
 }  // namespace

@@ -95,7 +95,8 @@ class InstanceSocketThread {
         Qt::BlockingQueuedConnection);
   }
   ~InstanceSocketThread() {
-    QMetaObject::invokeMethod(&worker_, [this] { socket_.reset(); }, Qt::BlockingQueuedConnection);
+    QMetaObject::invokeMethod(
+        &worker_, [this] { socket_.reset(); }, Qt::BlockingQueuedConnection);
     thread_.quit();
     thread_.wait();
   }
@@ -184,11 +185,13 @@ TEST_F(RepairTest, IsLeftToACopyThatRunsAndHoldsTheValues) {
     const char* name;
     QJsonObject answer;
     QStringList lines;
-    bool asTold;  // Whether the repair went its own way.
+    bool isRepaired;  // Whether the repair went its own way.
   } cases[] = {
       {"given back", {{u"held"_s, true}}, {kRestored}, false},
-      {"not given back", {{u"held"_s, true}, {u"failure"_s, u"No answer."_s}},
-       {u"Saved settings could not be replayed: No answer."_s, kLocked}, false},
+      {"not given back",
+       {{u"held"_s, true}, {u"failure"_s, u"No answer."_s}},
+       {u"Saved settings could not be replayed: No answer."_s, kLocked},
+       false},
       {"nothing held", {{u"held"_s, false}}, {kRestored}, true},
       {"an older copy", {}, {kRestored}, true},
   };
@@ -202,8 +205,8 @@ TEST_F(RepairTest, IsLeftToACopyThatRunsAndHoldsTheValues) {
     });
     EXPECT_EQ(run({}), c.lines);
     EXPECT_EQ(asked, (QJsonObject{{u"ask"_s, u"restore-dock"_s}}));
-    EXPECT_EQ(QFile::exists(file()), !c.asTold);
-    EXPECT_EQ(dock.values() != before, c.asTold);
+    EXPECT_EQ(QFile::exists(file()), !c.isRepaired);
+    EXPECT_EQ(dock.values() != before, c.isRepaired);
   }
 }
 

@@ -255,7 +255,7 @@ TEST_F(StateTest, AFileThatIsNoRecordIsKeptAndBlocks) {
   };
   const struct {
     QByteArray bytes;
-    const char* told;  // Nothing: a sentence of the reader's own.
+    const char* sentence;  // Nothing: a sentence of the reader's own.
   } cases[] = {
       {map({u"autohide"_s, u"autohide-delay"_s, u"tilesize"_s}), kInvalid},
       {map({u"autohide"_s}), kInvalid},
@@ -272,12 +272,12 @@ TEST_F(StateTest, AFileThatIsNoRecordIsKeptAndBlocks) {
       {map({u"autohide"_s, u"autohide-delay"_s}).replace("autohide-delay", QByteArray(14, '\0')), kInvalid},
       {map({u"autohide"_s, u"autohide-delay"_s, u"more"_s}).replace("more", QByteArray(4, '\0')), kInvalid},
   };
-  for (const auto& [bytes, told] : cases) {
+  for (const auto& [bytes, sentence] : cases) {
     SCOPED_TRACE(bytes.toPercentEncoding().constData());
     save(bytes);
     NativeDockState state(directory(), dock, &dock);
     ASSERT_TRUE(state.recoveryError());
-    EXPECT_EQ(state.recoveryError()->toStdString(), told ? told : state.recoveryError()->toStdString());
+    EXPECT_EQ(state.recoveryError()->toStdString(), sentence ? sentence : state.recoveryError()->toStdString());
     EXPECT_FALSE(state.recoveryError()->isEmpty());
     for (const DockLayout layout : kDockLayouts) {
       EXPECT_EQ(failureOf([&] { state.apply(layout); }), state.recoveryError()->toStdString());

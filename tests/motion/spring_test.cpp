@@ -89,27 +89,27 @@ struct SpringDriverTest : testing::Test {
 
   QWidget view;
   TestFrameClock* clock = new TestFrameClock;
-  QList<double> told;
-  SpringDriver driver{&view, std::unique_ptr<FrameClock>(clock), [this](double value) { told.append(value); }};
+  QList<double> values;
+  SpringDriver driver{&view, std::unique_ptr<FrameClock>(clock), [this](double value) { values.append(value); }};
 };
 
 TEST_F(SpringDriverTest, RunsUntilItRests) {
   animate(1);
-  EXPECT_TRUE(told.isEmpty());
+  EXPECT_TRUE(values.isEmpty());
   const int frames = clock->beat(5);
   EXPECT_FALSE(driver.isMoving());
-  EXPECT_EQ(told.size(), frames);
-  EXPECT_EQ(told.last(), 1);
-  EXPECT_TRUE(std::ranges::is_sorted(told));
+  EXPECT_EQ(values.size(), frames);
+  EXPECT_EQ(values.last(), 1);
+  EXPECT_TRUE(std::ranges::is_sorted(values));
   EXPECT_LT(frames * TestFrameClock::kFrame, 0.9);
 
   RevealSpring expected{0, 0, 1};
   expected.step(TestFrameClock::kFrame, 0.4, 1);
-  EXPECT_NEAR(told.first(), expected.value, 1e-9) << "the first frame has the length that the clock tells";
+  EXPECT_NEAR(values.first(), expected.value, 1e-9) << "the first frame has the length that the clock tells";
 
   animate(1);
   EXPECT_EQ(clock->starts, 1) << "it rests there already";
-  EXPECT_EQ(told.size(), frames);
+  EXPECT_EQ(values.size(), frames);
 }
 
 TEST_F(SpringDriverTest, ReversesWithoutAJump) {
@@ -124,15 +124,15 @@ TEST_F(SpringDriverTest, ReversesWithoutAJump) {
   clock->beat();
   EXPECT_GT(driver.spring().value, before.value - 0.01) << "it first loses its speed";
   clock->beat(5);
-  EXPECT_EQ(told.last(), 0);
+  EXPECT_EQ(values.last(), 0);
 }
 
 TEST_F(SpringDriverTest, JumpsWhereNothingIsSeen) {
   animate(1, false);
-  EXPECT_EQ(told, QList<double>{1});
+  EXPECT_EQ(values, QList<double>{1});
   view.hide();
   animate(0);
-  EXPECT_EQ(told, (QList<double>{1, 0}));
+  EXPECT_EQ(values, (QList<double>{1, 0}));
   EXPECT_EQ(clock->starts, 0);
 
   view.show();
@@ -140,7 +140,7 @@ TEST_F(SpringDriverTest, JumpsWhereNothingIsSeen) {
   clock->beat(0.1);
   view.hide();
   animate(1);
-  EXPECT_EQ(told.last(), 1) << "hidden on the way";
+  EXPECT_EQ(values.last(), 1) << "hidden on the way";
   EXPECT_FALSE(driver.isMoving());
 }
 

@@ -105,8 +105,8 @@ TEST(ClockPanelTest, AddsAndRemovesZones) {
   buttonNamed(*other, u"Use local time"_s)->click();
   EXPECT_TRUE(optionOf(clock, u"timezone"_s).isEmpty());
   EXPECT_TRUE(optionOf(clock, u"zoneLabel"_s).isEmpty());
-  EXPECT_EQ(commands.told, (QStringList{u"“London” was removed."_s, u"“Tokyo” was removed."_s,
-                                        u"“Kolkata” was removed."_s, u"The clock shows local time."_s}));
+  EXPECT_EQ(commands.announced, (QStringList{u"“London” was removed."_s, u"“Tokyo” was removed."_s,
+                                             u"“Kolkata” was removed."_s, u"The clock shows local time."_s}));
   EXPECT_EQ(commands.changed.size(), 8) << "all of it can be taken back";
 }
 

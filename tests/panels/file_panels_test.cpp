@@ -103,7 +103,7 @@ TEST(AppFolderPanel, TakesAppsInAndGivesThemBack) {
   EXPECT_EQ(open.titles(), "Mail|Messages|Photos|Maps");
   EXPECT_FALSE(open.option(u"paths"_s).contains(u"music"_s));
   EXPECT_EQ(open.did(), "");
-  EXPECT_EQ(open.commands.told, QStringList{u"“Music” was removed."_s});
+  EXPECT_EQ(open.commands.announced, QStringList{u"“Music” was removed."_s});
   EXPECT_EQ(open.commands.changed.size(), 2) << "both can be taken back";
 }
 

@@ -86,7 +86,7 @@ struct FakeClocks final : FrameClocks {
 struct PanelHostTest : testing::Test {
   PanelHostTest() {
     QObject::connect(&host, &PanelHost::openChanged, &host, [this](const QString& display, const QUuid& widget) {
-      told << display + u' ' + (widget.isNull() ? u"-"_s : u"+"_s);
+      changes << display + u' ' + (widget.isNull() ? u"-"_s : u"+"_s);
     });
   }
   QUuid id(const QString& kind) const { return SnapshotFixture::widgetOf(kind).id; }
@@ -107,7 +107,7 @@ struct PanelHostTest : testing::Test {
   const Services services = desktop.with(panels, clocks);
   test::RecordingCommands commands;
   PanelHost host{fixture.store(), services, commands, {[](const QString&) { return SnapshotFixture::sources(); }}};
-  QStringList told;
+  QStringList changes;
 };
 
 TEST_F(PanelHostTest, OpensOneAtATimeAndTogglesIt) {
@@ -128,7 +128,7 @@ TEST_F(PanelHostTest, OpensOneAtATimeAndTogglesIt) {
   EXPECT_FALSE(dock->last->hasKeyboard) << "what is typed meanwhile is not for it";
   settle();
   EXPECT_EQ(dock->alive, 0);
-  EXPECT_EQ(told, (QStringList{u"one +"_s, u"one -"_s, u"one +"_s, u"one -"_s}));
+  EXPECT_EQ(changes, (QStringList{u"one +"_s, u"one -"_s, u"one +"_s, u"one -"_s}));
 }
 
 TEST_F(PanelHostTest, ClosesWithWhatItBelongsTo) {

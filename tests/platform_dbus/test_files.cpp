@@ -188,8 +188,8 @@ TEST_F(FilesTest, WorksBehindTheMainThreadAndWatchesTheTrash) {
   put(u"a"_s, "a");
   put(u"b"_s, "b");
   FileOperations files(can(), [] { return QDBusConnection(u"no such bus"_s); });
-  int told = 0;
-  QObject::connect(&files, &Files::trashChanged, [&] { ++told; });
+  int emissions = 0;
+  QObject::connect(&files, &Files::trashChanged, [&] { ++emissions; });
   EXPECT_EQ(files.trashCount(), 0);
 
   QObject context;
@@ -214,7 +214,7 @@ TEST_F(FilesTest, WorksBehindTheMainThreadAndWatchesTheTrash) {
   ASSERT_TRUE(waitFor([&] { return files.trashCount() == 2; }));
   files.emptyTrash(&context, {});
   ASSERT_TRUE(waitFor([&] { return files.trashCount() == 0; }));
-  EXPECT_GE(told, 3);
+  EXPECT_GE(emissions, 3);
 
   std::optional<bool> shown;
   files.reveal({at(u"to"_s)}, &context, [&](bool done) { shown = done; });

@@ -39,7 +39,7 @@ TEST(PortalScreenColors, TellsWhatWasPickedOrThatNothingCanBe) {
     const char* name;
     uint outcome;
     QVariant color;
-    QString told;
+    QString answers;
   } cases[] = {
       {"a color", 0, QVariant::fromValue(Rgb{46 / 255.0, 140 / 255.0, 148 / 255.0}), u"#2E8C94"_s},
       {"out of range", 0, QVariant::fromValue(Rgb{-1, 0.5, 7}), u"#0080FF"_s},
@@ -57,8 +57,8 @@ TEST(PortalScreenColors, TellsWhatWasPickedOrThatNothingCanBe) {
     return QVariantList{QVariant::fromValue(QDBusObjectPath(path))};
   });
   PortalScreenColors colors(bus.connection());
-  QStringList told;
-  const auto tell = [&](const QString& text) { told << text; };
+  QStringList answers;
+  const auto tell = [&](const QString& text) { answers << text; };
   QObject context;
   // It listens once it has heard who the portal is, which it asked before this.
   bool isListening = false;
@@ -69,7 +69,7 @@ TEST(PortalScreenColors, TellsWhatWasPickedOrThatNothingCanBe) {
   ASSERT_TRUE(waitFor([&] { return isListening; }));
   const auto begin = [&](QObject* forWhom) {
     path.clear();
-    told.clear();
+    answers.clear();
     colors.pick(forWhom, tell, tell);
     ASSERT_TRUE(waitFor([&] { return !path.isEmpty(); }));
   };
@@ -82,8 +82,8 @@ TEST(PortalScreenColors, TellsWhatWasPickedOrThatNothingCanBe) {
     begin(&context);
     respond(u"/somebody/else"_s, 0, QVariant::fromValue(Rgb{}));
     respond(path, each.outcome, each.color);
-    EXPECT_TRUE(waitFor([&] { return !told.isEmpty(); }));
-    EXPECT_EQ(told, QStringList{each.told});
+    EXPECT_TRUE(waitFor([&] { return !answers.isEmpty(); }));
+    EXPECT_EQ(answers, QStringList{each.answers});
   }
 
   // Cancelled, or nobody left to tell: nothing is heard of it before the next picking's answer.
@@ -96,13 +96,13 @@ TEST(PortalScreenColors, TellsWhatWasPickedOrThatNothingCanBe) {
   respond(path, 0, cases[0].color);
   begin(&context);
   respond(path, 0, cases[0].color);
-  EXPECT_TRUE(waitFor([&] { return !told.isEmpty(); }));
-  EXPECT_EQ(told, QStringList{u"#2E8C94"_s});
+  EXPECT_TRUE(waitFor([&] { return !answers.isEmpty(); }));
+  EXPECT_EQ(answers, QStringList{u"#2E8C94"_s});
 
   portal.reset();
-  told.clear();
+  answers.clear();
   colors.pick(&context, tell, tell);
-  EXPECT_TRUE(waitFor([&] { return told == QStringList{sentence}; }));
+  EXPECT_TRUE(waitFor([&] { return answers == QStringList{sentence}; }));
 }
 
 }  // namespace

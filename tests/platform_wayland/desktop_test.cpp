@@ -189,7 +189,7 @@ TEST(WaylandClientWindows, ListsWindowsAndGivesThemOrders) {
   windows.close(12345);
 }
 
-TEST(WaylandPanel, LiesAboveFullScreenWindowsUnlessToldOtherwise) {
+TEST(WaylandPanel, IsAboveFullScreenWindowsUnlessSetOtherwise) {
   Desk desk;
   const auto terminal = desk.sway.terminal(u"wide"_s);
   ASSERT_TRUE(desk.sway.order(u"[app_id=wide] fullscreen enable"_s));

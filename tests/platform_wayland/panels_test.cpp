@@ -117,7 +117,7 @@ TEST(PlainPanel, IsAnOrdinaryWindowWithAllThatBelongsToIt) {
   EXPECT_TRUE(desk.shows({310, 410}, kGround));
 }
 
-TEST(WaylandPanel, TakesTheClicksOfItsRegionAndTheKeyboardOnlyWhenTold) {
+TEST(WaylandPanel, TakesTheClicksOfItsRegionAndTheKeyboardOnlyWhenRequested) {
   Desk desk;
   const auto left = desk.sway.terminal(u"left"_s);
   const auto right = desk.sway.terminal(u"right"_s);

@@ -92,7 +92,7 @@ TEST(X11Panel, TakesTheClicksOfItsRegionAndNeverTheFocus) {
   EXPECT_EQ(active(), below.id());
 }
 
-TEST(X11Panel, LiesAboveFullScreenWindowsUnlessToldOtherwise) {
+TEST(X11Panel, IsAboveFullScreenWindowsUnlessSetOtherwise) {
   Desk desk;
   ForeignWindow full(desk.display, QRect(0, 0, 300, 300));
   ASSERT_TRUE(full.show());

@@ -417,9 +417,9 @@ TEST_F(DropsTest, ChangesOfTheSameOptionsThatFollowCloselyAreOneStep) {
   EXPECT_EQ(undo.size(), 2);
   // One that the user is told of neither goes on with what was before nor is gone on with.
   QStringList sentences;
-  for (const QString& told : {QString(), u"The goal was raised."_s, QString()}) {
+  for (const QString& announced : {QString(), u"The goal was raised."_s, QString()}) {
     water.options[u"goal"_s] = QString::number(13 + sentences.size());
-    edits.update(water, {told, u"L"_s});
+    edits.update(water, {announced, u"L"_s});
     sentences << sentence();
   }
   EXPECT_EQ(sentences, (QStringList{{}, u"The goal was raised."_s, {}}));

@@ -155,13 +155,13 @@ TEST_F(StoreTest, AFirstRunIsQuietAndWritesNothingUntilSomethingChanges) {
   EXPECT_EQ(store->widgets().size(), 7);
 }
 
-TEST_F(StoreTest, AnEditThatChangesNothingIsNeitherToldNorSaved) {
+TEST_F(StoreTest, AnEditThatChangesNothingIsNeitherAnnouncedNorSaved) {
   start();
-  const QSignalSpy told(store.get(), &AppStore::configChanged);
+  const QSignalSpy announced(store.get(), &AppStore::configChanged);
   const DockConfiguration same = store->edit([](DockConfiguration& config) { config.scale = 1.0; });
   store->set(store->widgets().first().id, u"none"_s, std::nullopt);
   time.advance(30);
-  EXPECT_EQ(told.count(), 0);
+  EXPECT_EQ(announced.count(), 0);
   EXPECT_FALSE(QFile::exists(file()));
   EXPECT_EQ(same, store->config());
 }

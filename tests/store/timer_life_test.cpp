@@ -134,13 +134,13 @@ TEST(TimerLife, EndsAreAnnouncedOnceWhateverHappens) {
   }
 }
 
-TEST(TimerLife, EndsThatNoNotificationShowsAreToldOnceByTheMessageLine) {
+TEST(TimerLife, EndsThatNoNotificationShowsAreReportedOnceByTheMessageLine) {
   const struct {
     const char* name;
     bool on;
     bool nobodyLooks;
     QString title;
-    QString told;
+    QString message;
   } cases[] = {
       {"shown by the desktop", true, false, {}, {}},
       {"nobody shows notifications", true, true, {}, u"Your timer is finished."_s},
@@ -157,8 +157,8 @@ TEST(TimerLife, EndsThatNoNotificationShowsAreToldOnceByTheMessageLine) {
     });
     life.notifications.nobodyLooks = each.nobodyLooks;
     life.live(u"+61"_s);
-    EXPECT_EQ(life.store->error().toStdString(), each.told.toStdString());
-    EXPECT_EQ(life.store->isAnnouncement(), !each.told.isEmpty());
+    EXPECT_EQ(life.store->error().toStdString(), each.message.toStdString());
+    EXPECT_EQ(life.store->isAnnouncement(), !each.message.isEmpty());
     EXPECT_EQ(life.notifications.posted.isEmpty(), !each.on);
     life.store->clearError();
     life.live(u"off 60"_s);

@@ -39,11 +39,11 @@ class RecordingCommands : public NoCommands {
 
   void changeWidget(const DockWidget& widget, const QString& = {}, const QString& sentence = {}) override {
     changed << widget;
-    if (!sentence.isEmpty()) told << sentence;
+    if (!sentence.isEmpty()) announced << sentence;
   }
   void offerUndo(const QString&, const QString& sentence, const std::function<void()>& undo,
                  const std::function<void()>& redo) override {
-    told << sentence;
+    announced << sentence;
     undos.push_back(undo);
     redos.push_back(redo);
   }
@@ -82,7 +82,7 @@ class RecordingCommands : public NoCommands {
   QStringList asked;
   QList<DockLayout> layouts;
   QList<DockWidget> changed;
-  QStringList told;  ///< Of what can be taken back.
+  QStringList announced;  ///< Of what can be taken back.
   std::vector<std::function<void()>> undos;
   std::vector<std::function<void()>> redos;
   std::function<void(const QString&)> picked;

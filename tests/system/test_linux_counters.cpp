@@ -264,8 +264,8 @@ TEST(LinuxSystemCounters, TellAboutThisMachine) {
 
 TEST(SlowReading, ThatStallsHoldsNobodyUpAndComesLater) {
   std::promise<void> answer;
-  SlowReading<int> reading([told = answer.get_future().share()] {
-    told.wait();
+  SlowReading<int> reading([result = answer.get_future().share()] {
+    result.wait();
     return std::optional(7);
   });
   EXPECT_FALSE(reading.isAwaited());

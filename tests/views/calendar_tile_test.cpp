@@ -204,7 +204,7 @@ TEST(Progress, EndsOnlyWhenItIsOver) {
   }
 }
 
-TEST(Events, AreToldInWords) {
+TEST(Events, AreDescribedInWords) {
   struct Case {
     QDateTime now;
     QList<CalendarEvent> events;

@@ -191,7 +191,7 @@ TEST_F(DockParts, TabsComeAfterTheirDelayAndStayAsTheyAreWhileTheyAreHeld) {
   struct Case {
     const char* what;
     bool inside, held;
-    qsizetype told;
+    qsizetype dueCount;
     double share;
   };
   const std::vector<Case> cases = {{"away", false, false, 0, 0},
@@ -203,11 +203,11 @@ TEST_F(DockParts, TabsComeAfterTheirDelayAndStayAsTheyAreWhileTheyAreHeld) {
     due.clear();
     tabs.hover(one.inside, one.held);
     time.advance(theme::kTabsDelay + 0.01);
-    ASSERT_EQ(due.count(), one.told) << one.what;
-    if (one.told > 0) {
+    ASSERT_EQ(due.count(), one.dueCount) << one.what;
+    if (one.dueCount > 0) {
       EXPECT_TRUE(tabs.show(due[0][0].toBool(), true)) << one.what;
     }
-    EXPECT_EQ(tabs.areMoving(), one.told > 0) << one.what;
+    EXPECT_EQ(tabs.areMoving(), one.dueCount > 0) << one.what;
     clock->beat(1);
     EXPECT_EQ(tabs.share(), one.share) << one.what;
   }

@@ -31,7 +31,7 @@ class WatchedView : public DockView {
 
 }  // namespace
 
-TEST(Layout, StandsOnTheToldNumbersAtEveryScale) {
+TEST(Layout, HasTheSpecifiedMeasuresAtEveryScale) {
   // Tiles of 68, 150, 80, 92, 70, 70 and 170 with six gaps of 7, insets of 10.
   constexpr double row = 700 + 42;
   for (const double scale : {0.5, 0.75, 1.0, 1.25, 1.6}) {

@@ -178,25 +178,25 @@ TEST(Dragging, IsNotCutToTheTilesWhereNothingComposites) {
   row.composited = false;
   const auto view = makeView(row);
   view->show();
-  QRegion told = view->outlineRegion();
-  QObject::connect(view.get(), &DockView::shapeChanged, [&] { told = view->outlineRegion(); });
+  QRegion reported = view->outlineRegion();
+  QObject::connect(view.get(), &DockView::shapeChanged, [&] { reported = view->outlineRegion(); });
   const QRectF first = view->itemRect(0);
   const QPoint gap = QPointF((first.right() + view->itemRect(1).left()) / 2, first.center().y()).toPoint();
-  EXPECT_FALSE(told.contains(gap));
+  EXPECT_FALSE(reported.contains(gap));
   take(*view, 0);
-  EXPECT_TRUE(told.contains(gap)) << "a tile on its way";
+  EXPECT_TRUE(reported.contains(gap)) << "a tile on its way";
   mouse(*view, QEvent::MouseButtonRelease, first.center());
   EXPECT_TRUE(view->rest());
-  EXPECT_FALSE(told.contains(gap));
+  EXPECT_FALSE(reported.contains(gap));
 
   QMimeData widgetText;
   widgetText.setText(WidgetTransfer::encode(widget(u"cpu"_s)));
   QDragEnterEvent enter(gap, kAll, &widgetText, Qt::LeftButton, Qt::NoModifier);
   QCoreApplication::sendEvent(view.get(), &enter);
-  EXPECT_TRUE(told.contains(gap)) << "the mark of where it goes";
+  EXPECT_TRUE(reported.contains(gap)) << "the mark of where it goes";
   QDragLeaveEvent leave;
   QCoreApplication::sendEvent(view.get(), &leave);
-  EXPECT_FALSE(told.contains(gap));
+  EXPECT_FALSE(reported.contains(gap));
 }
 
 TEST(Dragging, RunningApplicationsAndEmptyRoomAreNotTaken) {
@@ -629,14 +629,14 @@ TEST(Floating, AMoveEndsWithTheDockThatIsMoved) {
   row.floats = true;
   const auto view = makeView(row);
   view->show();
-  QStringList told;
-  QObject::connect(view.get(), &DockView::moveFinished, [&] { told << u"finished"_s; });
-  QObject::connect(view.get(), &DockView::released, [&] { told << (view->isHeld() ? u"held"_s : u"left"_s); });
+  QStringList reported;
+  QObject::connect(view.get(), &DockView::moveFinished, [&] { reported << u"finished"_s; });
+  QObject::connect(view.get(), &DockView::released, [&] { reported << (view->isHeld() ? u"held"_s : u"left"_s); });
   const QPointF between = view->itemRect(0).topRight() + QPointF(3, 30);
   mouse(*view, QEvent::MouseButtonPress, between);
   mouse(*view, QEvent::MouseMove, between + QPointF(20, 0));
   view->hide();
-  EXPECT_EQ(told, (QStringList{u"finished"_s, u"left"_s}));
+  EXPECT_EQ(reported, (QStringList{u"finished"_s, u"left"_s}));
 }
 
 TEST(Profiles, TheRowSlidesAndComesToRest) {

@@ -161,15 +161,15 @@ TEST_F(Motion, SpringsArriveInTimeAndTellOnlyWhatIsSeen) {
 }
 
 TEST_F(Motion, APulseBeatsSoOftenAndNotAgainBeforeItWasStopped) {
-  int told = 0;
-  Pulse pulse(animator, {0.4, 0.5, 3}, [&] { ++told; });
+  int calls = 0;
+  Pulse pulse(animator, {0.4, 0.5, 3}, [&] { ++calls; });
   pulse.start();
   clock->beat(0.2);
   EXPECT_NEAR(pulse.value(), 0.5, 0.05);
   clock->beat(0.2);
   EXPECT_NEAR(pulse.value(), 1, 0.05);
   EXPECT_NEAR(clock->beat(5), 48, 1);
-  EXPECT_NEAR(told, 72, 1);
+  EXPECT_NEAR(calls, 72, 1);
   EXPECT_EQ(pulse.value(), 1);
   pulse.start();
   EXPECT_FALSE(clock->isRunning());

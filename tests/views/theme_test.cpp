@@ -264,7 +264,7 @@ TEST(HighContrast, WindowsAndMenusFollow) {
   EXPECT_FALSE(Palette::make(DockStyle::DarkGlass, Backdrop::Blurred, false).highContrast);
 }
 
-TEST(Styles, FollowLightAndDarkOnceTheDesktopHasTold) {
+TEST(Styles, FollowLightAndDarkOnceTheDesktopHasReported) {
   const DesktopLook before = DesktopLook::now();
   DockConfiguration config;
   config.style = u"transparent"_s;

@@ -65,7 +65,7 @@ class Tips : public ::testing::Test {
 
 TEST_F(Tips, ComeAfterHalfASecondAndAtOnceBesideAnother) {
   show(starterRow());
-  QSignalSpy told(view.get(), &DockView::tipChanged);
+  QSignalSpy changes(view.get(), &DockView::tipChanged);
   point(middle(4));
   time.advance(0.49);
   EXPECT_EQ(text(), QString());
@@ -73,7 +73,7 @@ TEST_F(Tips, ComeAfterHalfASecondAndAtOnceBesideAnother) {
   point(middle(4) + QPointF(3, 0));
   time.advance(0.02);
   EXPECT_EQ(text(), tipOf(4));
-  EXPECT_EQ(told.count(), 1);
+  EXPECT_EQ(changes.count(), 1);
   // Over the gap to the next one.
   point(gapAfter(4));
   time.advance(0.1);
