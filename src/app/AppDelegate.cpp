@@ -70,7 +70,7 @@ void AppDelegate::didFinishLaunching() {
   listenToScreens();
   followLoginEntry();
   connect(store_.get(), &AppStore::configChanged, this, &AppDelegate::applyLoginSwitch);
-  // Whose settings were lost is told so by the message, and not greeted as new.
+  // A user whose settings were lost learns it from the message, and is not greeted as new.
   if (!store_->config().onboardingComplete && !store_->hasLostSettings()) commands_->continueSetup();
   // What a new user expects of windows; in the document it is a choice like one that the user makes.
   if (store_->isFirstRun())
@@ -108,7 +108,7 @@ void AppDelegate::willTerminate() {
 void AppDelegate::willTerminateWithoutDisplay() noexcept {
   if (down_) return;
   down_ = true;
-  // Nothing may be painted any more, so nobody is told of anything.
+  // Nothing may be painted any more, so no signal is emitted.
   store_->blockSignals(true);
   try {
     store_->saveAtTheEnd();
@@ -199,7 +199,7 @@ void AppDelegate::applyLoginSwitch() {
     autostart().set(launchesAtLogin_);
   } catch (const DomainError& failure) {
     store_->setError(failure.message());
-    // Whoever is told of the change now shall hear of it before it is taken back.
+    // Listeners of this change are notified of it before it is taken back.
     QMetaObject::invokeMethod(this, &AppDelegate::followLoginEntry, Qt::QueuedConnection);
   }
 }

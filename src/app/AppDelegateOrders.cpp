@@ -1,4 +1,4 @@
-// What others ask of the running program: the session's manager, a second copy, a repair by hand, and its own keys.
+// What others ask of the running program: the session's manager, a second copy, a manual repair, and its own keys.
 #include <QApplication>
 #include <QFileInfo>
 #include <QJsonObject>

@@ -418,7 +418,7 @@ QList<ItemCommand> DockPresenter::commandsOf(const QString& display, const QUuid
   QHash<QString, int> seen;
   for (const DockMenuEntry& entry : DockMenuModel::flat(entries)) {
     if (!entry.run) continue;
-    // Windows of one title are told apart by their place alone.
+    // Windows of one title are distinguished by their place alone.
     const auto number = ++seen[entry.text];
     const QString text = number > 1 ? tr("%1 (%2)").arg(entry.text, LocalFigures::number(number)) : entry.text;
     commands.append({text, [this, display, run = entry.run] {
@@ -441,7 +441,7 @@ void DockPresenter::markMenu(bool open) {
   if (const auto dock = docks_.find(menuDisplay_); dock != docks_.end()) dock->second->view().setMenuOpen(open);
 }
 
-// --- The way back ---------------------------------------------------------------------------------------------------
+// --- Undo and redo --------------------------------------------------------------------------------------------------
 
 void DockPresenter::showUndo(quint64 entry, const QString& sentence, const QString& display) {
   if (sentence.isEmpty() || !message_) return;

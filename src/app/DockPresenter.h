@@ -34,7 +34,7 @@ struct DockPresenterSetup {
   std::function<bool()> editorIsOpen{};
 };
 
-/// The docks on the screen and what stands beside them: their content, menus, panels, messages, and the way back from
+/// The docks on the screen and what stands beside them: their content, menus, panels, messages, and the undoing of
 /// what was changed on them. Main thread only.
 class DockPresenter final : public QObject, private DockHost {
   Q_OBJECT

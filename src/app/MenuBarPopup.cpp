@@ -17,7 +17,7 @@ namespace {
 
 constexpr int kGap = 6;
 constexpr int kFromTheCorner = 8;
-/// The click on the item that means to close the window closes it as any click outside does, before it is told.
+/// The click on the item that means to close the window closes it as any click outside does, before it is notified.
 constexpr double kSameClick = 0.4;
 
 }  // namespace

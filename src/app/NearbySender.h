@@ -9,7 +9,7 @@
 
 namespace tarnwick {
 
-/// Hands files to the program with which this desktop sends them to devices nearby; empty where none is installed.
+/// Passes files to the program with which this desktop sends them to devices nearby; empty where none is installed.
 /// What it gives tells whether that program could be started.
 std::function<bool(const QList<QUrl>& files)> nearbySender(const AppEnvironment& environment,
                                                            const LaunchEnvironment& variables);

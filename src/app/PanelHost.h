@@ -39,8 +39,8 @@ class PanelHost final : public QObject {
   /// Opens the panel of a widget beside its tile, whose place is in the coordinates of the dock panel's content. Closes
   /// it when it is open already.
   void open(const QString& display, const QUuid& widget, Panel& dock, const QRect& tile);
-  /// Asks something beside that place of a display's dock. `answer` hears once whether it was accepted: closed in any
-  /// other way, as by another panel, it was not. A question that is withdrawn has no answer.
+  /// Asks something beside that place of a display's dock. `answer` is called once with whether it was accepted: closed
+  /// in any other way, as by another panel, it was not. A question that is withdrawn has no answer.
   void ask(const QString& display, const Question& question, Panel& dock, const QRect& beside,
            std::function<void(bool accepted)> answer);
   void withdrawQuestion() { answer_ = {}; }

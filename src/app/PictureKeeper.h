@@ -17,7 +17,7 @@ class PictureKeeper final : public QObject {
   /// Waits for a picture that is being copied.
   ~PictureKeeper() override;
 
-  /// Keeps a picture, its longer side at most `side` pixels, and hands its name to `use`.
+  /// Keeps a picture, its longer side at most `side` pixels, and passes its name to `use`.
   void keep(const QString& picture, int side, std::function<void(const QString& name)> use);
 
  private:

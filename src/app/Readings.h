@@ -38,7 +38,7 @@ class Readings : public QObject {
   void start();
 
   ReadingServices services();
-  /// How the desktop writes the hour; absent where it leaves that to the language, and until it has told.
+  /// How the desktop writes the hour; absent where it leaves that to the language, and until it has answered.
   std::optional<bool> uses24Hour() const;
   std::shared_ptr<const CalendarDigest> calendar(const QDateTime& now);
   void setCompleted(const Reminder& reminder, bool completed) { calendar_.setCompleted(reminder, completed); }

@@ -68,7 +68,7 @@ bool replaySaved(const QString& directory, DockPreferenceAccess& preferences, co
   }
 }
 
-/// The descriptor by which the guardian hands over its file; -1 without one. Nobody else has this file open under this
+/// The descriptor by which the guardian passes on its file; -1 without one. Nobody else has this file open under this
 /// number by chance.
 int guardedFile(const QString& directory) {
   constexpr int kInheritedDescriptor = STDERR_FILENO + 1;

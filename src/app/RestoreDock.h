@@ -9,8 +9,8 @@ namespace tarnwick {
 
 class DockPreferenceAccess;
 
-/// Gives the system's dock back by hand, without a dock of ours. docs/handover.md says how it keeps out of the way of a
-/// copy that runs and of other repairs.
+/// Gives the system's dock back on the user's request, without a dock of ours. docs/handover.md says how it keeps out
+/// of the way of a copy that runs and of other repairs.
 struct RestoreDock {
   struct Terms {
     /// The recovery file that the guardian handed over, open; -1 when a user asks. Who asks decides what happens when

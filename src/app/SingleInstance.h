@@ -58,8 +58,8 @@ struct SingleInstance {
   static QStringList missing(const QStringList& files, const QString& workingDirectory);
 
   /// What became of a start: nothing when this process may go on, else the status to end with. Then the running copy
-  /// was brought forward and given what the command line asks; or it could not be reached, which `say` is told; or it
-  /// is an older build that did not quit, which `alert` is told in a title and a text.
+  /// was brought forward and given what the command line asks; or it could not be reached, which `say` receives; or it
+  /// is an older build that did not quit, which `alert` receives as a title and a text.
   struct Voices {
     std::function<void(const QString& sentence)> say;
     std::function<void(const QString& title, const QString& text)> alert;

@@ -31,7 +31,7 @@ class SocketSession final : public SessionApplication {
   /// What the running copy said to the last that was asked of it; empty where it took it.
   const QString& refused() const { return refused_; }
 
-  /// Gives the system's dock back because a repair by hand asks for it, and answers as RestoreDock reads it. Without it
+  /// Gives the system's dock back because a manual repair asks for it, and answers as RestoreDock reads it. Without it
   /// this copy holds nothing.
   std::function<QJsonObject()> restoreDock;
 

@@ -51,7 +51,7 @@ void TipHost::open(const QString& display, const DockTip& tip) {
   const auto lost = [this] { popup_.reset(); };
   connect(owner, &Panel::closed, popup_.get(), lost);
   connect(owner, &QObject::destroyed, popup_.get(), lost);
-  // The window system may take it away. By the time that this is heard there may be another one.
+  // The window system may take it away. By the time that this arrives there may be another one.
   const auto closed = [this, popup = popup_.get()] {
     if (popup_.get() == popup) popup_.reset();
   };

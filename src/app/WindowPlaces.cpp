@@ -20,7 +20,7 @@ constexpr int kMostSteps = 12;
 constexpr double kLeastShare = 0.6;
 constexpr QMargins kUsualFrame(1, 28, 1, 1);
 
-/// The toolkit's window knows its frame sooner than the widget in it, which may hear of it only when it is moved.
+/// The toolkit's window knows its frame sooner than the widget in it, which may learn it only when it is moved.
 QMargins frameOf(const QWidget& window) {
   return window.windowHandle() ? window.windowHandle()->frameMargins() : QMargins();
 }

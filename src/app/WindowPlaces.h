@@ -16,7 +16,7 @@ class AppWindow;
 
 /// Where the program's windows open: over the one that they were asked from, else on the display that they are about,
 /// else where their like was left in this run, else where the pointer is. Never beyond a display, nor behind its dock.
-/// A desktop that places windows itself is told only which window belongs to which, and its size: small enough that it
+/// A desktop that places windows itself is given only which window belongs to which, and its size: small enough that it
 /// clears the dock in the middle of the display. One that fills its display keeps its content out of the dock's way.
 /// Main thread only.
 class WindowPlaces final : public QObject {

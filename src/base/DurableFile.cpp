@@ -83,13 +83,12 @@ std::optional<mode_t> finalMode(const QByteArray& target, std::optional<unsigned
 bool isDraft(QByteArrayView name) {
   if (!name.startsWith(kDraftBegins) || !name.endsWith(kDraftEnds)) return false;
   const QByteArrayView number = name.sliced(kDraftBegins.size()).chopped(kDraftEnds.size());
-  return !number.isEmpty() && number.size() <= 16 && std::ranges::all_of(number, [](char c) {
-    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f');
-  });
+  return !number.isEmpty() && number.size() <= 16 &&
+         std::ranges::all_of(number, [](char c) { return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f'); });
 }
 
 /// The new file while it is being written; removed again unless it took the place of the old one. It is locked as long
-/// as it is in use, so that one that a kill left behind can be told from one that is needed.
+/// as it is in use, so that one that a kill left behind can be distinguished from one that is needed.
 class Draft {
  public:
   Draft(const QByteArray& target, std::optional<mode_t> mode) : target_(target) {
@@ -129,7 +128,7 @@ class Draft {
     file_ = openFile(path_, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, mode.value_or(kUsualFile));
     if (!file_) fail(kUnwritable, target_, errno);
     exists_ = true;
-    // The file is closed before it takes its place, to hear of late failures; its lock stays.
+    // The file is closed before it takes its place, so that late failures are reported; its lock stays.
     lock_ = FileDescriptor(::fcntl(file_.number(), F_DUPFD_CLOEXEC, 0));
     // Where there are no locks nothing is ever tidied away.
     uninterrupted([&] { return ::flock(file_.number(), LOCK_EX); });

@@ -32,7 +32,7 @@ struct DurableFile {
   /// Absent where there is no such file.
   static std::optional<Stamp> stamp(const QString& path);
   /// As `writeAtomically`, unless another program changed the file since it was `before`: then that stays and false is
-  /// told.
+  /// returned.
   static bool replace(const QByteArray& data, const QString& path, const Stamp& before);
 
   /// For journals that must be on the disk before the step that they guard: makes missing folders, writes atomically

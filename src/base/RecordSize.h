@@ -6,14 +6,12 @@
 
 namespace tarnwick {
 
-/// How many bytes a record needs as indented JSON at most, told from the lengths of its texts without writing it. Knows
-/// the same types as RecordCodec.
+/// How many bytes a record needs as indented JSON at most, computed from the lengths of its texts without writing it.
+/// Knows the same types as RecordCodec.
 struct RecordSize {
   template <class Value>
-    requires std::is_arithmetic_v<Value> || RawEnum<Value>
-  static qint64 atMost(const Value&) {
-    return kPlain;
-  }
+  requires std::is_arithmetic_v<Value> || RawEnum<Value>
+  static qint64 atMost(const Value&) { return kPlain; }
   static qint64 atMost(const QUuid&) { return kPlain; }
   /// No character needs more than six bytes.
   static qint64 atMost(const QString& text) { return kPlain + 6 * text.size(); }

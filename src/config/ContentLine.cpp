@@ -68,7 +68,7 @@ QList<ContentLine> ContentLine::between(const DockConfiguration& before, const D
     for (const DockProfile& profile : before.profiles) {
       for (const DockWidget& widget : profile.widgets) known.insert(widget.id, &widget.options);
     }
-    // A widget that was taken away and put back is told whole: its older values may be among earlier lines.
+    // A widget that was taken away and put back is written whole: its older values may be among earlier lines.
     static const Options none;
     for (const DockProfile& profile : after.profiles) {
       for (const DockWidget& widget : profile.widgets) {

@@ -12,8 +12,8 @@
 namespace tarnwick {
 
 /// Keeps the settings file true to the document in memory: writes it in its time after a change, notes what was entered
-/// meanwhile in the content journal, and tries again by itself after a failure. Main thread only; borrowed parts outlive
-/// it. Nothing here throws.
+/// meanwhile in the content journal, and tries again by itself after a failure. Main thread only; borrowed parts
+/// outlive it. Nothing here throws.
 class SettingsWriter {
  public:
   /// Seconds between two notes in the journal, at least.
@@ -23,8 +23,8 @@ class SettingsWriter {
 
   SettingsWriter(Scheduler& scheduler, const QString& path, std::function<const DockConfiguration&()> document);
 
-  /// Told after each save that was not asked for by `save`: what went wrong, empty when nothing did. `isRepeated`: the
-  /// same failure was told before and only tried again.
+  /// Called after each save that was not asked for by `save`: what went wrong, empty when nothing did. `isRepeated`:
+  /// the same failure was reported before and only tried again.
   std::function<void(const QString& failure, bool isRepeated)> onSaved;
 
   /// Bytes that are free in the folder of a file; absent where nobody can tell. Asked after a save that failed.

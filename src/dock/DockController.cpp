@@ -202,7 +202,7 @@ void DockController::sayWhatIsNotAvailable() {
   remark(edges.reason);
 }
 
-/// What is told to a user who has just chosen a layout stays until it was seen. A start tells only what no earlier one
+/// A remark to a user who has just chosen a layout stays until it was seen. A start shows only what no earlier one
 /// did, and for a while.
 void DockController::remark(const QString& sentence) {
   if (!hasStarted_ && told_.contains(sentence)) return;

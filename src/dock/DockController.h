@@ -151,7 +151,7 @@ class DockController : public QObject {
   void place(Dock& dock);
   void applyShape(Dock& dock);
   void reserveSpace(Dock& dock);
-  /// Puts the slot where the glass in it belongs, once its content has told how wide that is. False if it is there.
+  /// Puts the slot where the glass in it belongs, once its content has reported how wide that is. False if it is there.
   bool standClear(Dock& dock);
   void setShown(bool shown);
 

@@ -35,7 +35,7 @@ void SpringDriver::animate(double to, MotionStyle style, bool animated, bool red
 void SpringDriver::frame(double timestamp, double duration) {
   ProbeCounters::count("revealFrame");
   const double dt = lastTimestamp_ == 0 ? duration : timestamp - lastTimestamp_;
-  // The same frame told twice: no time has passed, which is no reason to jump.
+  // The same frame reported twice: no time has passed, which is no reason to jump.
   if (lastTimestamp_ != 0 && dt <= 0) return;
   lastTimestamp_ = timestamp;
   const bool moves = spring_.step(dt, parameters_.response, parameters_.damping);

@@ -26,7 +26,7 @@ class SpringDriver final : public QObject {
 
   /// Moves to a target. A motion under way is redirected and keeps its velocity; a request for the target at which the
   /// value already rests does nothing. Without animation, or while the view is not to be seen, the value jumps and is
-  /// told once.
+  /// reported once.
   void animate(double to, MotionStyle style, bool animated, bool reduceMotion);
 
   const RevealSpring& spring() const { return spring_; }

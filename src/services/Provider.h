@@ -63,7 +63,7 @@ struct OAuthApp {
 /// What bounds one refresh.
 struct ProviderLimits {
   int requests = 30;  ///< At most, all pages together.
-  int pages = 1;      ///< At most, of one list; a list that goes on is told to be partial.
+  int pages = 1;      ///< At most, of one list; a list that goes on is reported as partial.
   int pageSize = 0;   ///< Entries asked for at a time; 0 where nothing is paged.
 };
 
@@ -80,7 +80,7 @@ struct Provider {
   QString id;    ///< Stable, for code and logs.
   QString name;  ///< As the service writes itself.
   QList<KindPattern> kinds;
-  QUrl address;  ///< Public, https. A test hands in a row with its own server's.
+  QUrl address;  ///< Public, https. A test passes a row with its own server's.
 
   /// What the form says of a kind, in one line.
   QString (*explanation)(QStringView kind) = nullptr;
@@ -98,7 +98,7 @@ struct Provider {
 
   bool serves(QStringView kind) const;
   /// `widget` as it is stored and fetched. It is asked for on every save and again at every fetch, so that an option
-  /// that was edited by hand never leads a credential elsewhere. Throws DomainError.
+  /// that was edited manually never leads a credential elsewhere. Throws DomainError.
   DockWidget configured(DockWidget widget) const;
 };
 

@@ -5,7 +5,7 @@
 
 namespace tarnwick {
 
-/// What ended while nobody looked, as one message: everything is told, and what says the same is told together.
+/// What ended while nobody looked, as one message: everything is included, and what says the same is combined.
 class Announcements {
  public:
   /// `name` is empty for what has none of its own.

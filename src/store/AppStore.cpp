@@ -61,7 +61,7 @@ bool AppStore::load() {
     if (!loaded.error.isEmpty()) setError(loaded.error);
     isFirstRun_ = loaded.origin == SettingsLoader::Origin::FirstRun;
     hasLostSettings_ = loaded.origin == SettingsLoader::Origin::Recovery;
-    // Whose settings were lost hears of it and is not greeted as new, neither now nor at the next start.
+    // A user whose settings were lost gets a message and is not greeted as new, neither now nor at the next start.
     if (hasLostSettings_) config_.onboardingComplete = true;
     if (!loaded.ready) return false;
     hasRead_ = loaded.origin == SettingsLoader::Origin::File;

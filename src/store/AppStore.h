@@ -61,7 +61,7 @@ class AppStore : public QObject {
   // Published values. Each has a signal of its own name with "Changed" behind it.
   const DockConfiguration& config() const { return config_; }
   const QString& error() const { return error_; }  ///< The one message line; empty when there is none.
-  /// Whether the message line tells what was to be told, and nothing that went wrong.
+  /// Whether the message line holds an announcement, and nothing that went wrong.
   bool isAnnouncement() const { return isAnnouncement_; }
   const QList<RunningApp>& runningApps() const { return runningApps_; }
   const QString& calendarMessage() const { return calendarMessage_; }
@@ -109,7 +109,7 @@ class AppStore : public QObject {
 
   /// The one road of every change: `change` edits the document, which is then indexed, announced and saved in time. One
   /// that changes nothing does none of it. When `change` throws, the document stays as it was. Gives the document as
-  /// the change left it, before others who heard of it changed more.
+  /// the change left it, before listeners changed more.
   DockConfiguration edit(const std::function<void(DockConfiguration&)>& change);
   /// The same for what may bring another profile onto a display: its values are then fetched anew.
   DockConfiguration editProfiles(const std::function<void(DockConfiguration&)>& change);
@@ -238,7 +238,7 @@ class AppStore : public QObject {
   bool diagnostic_ = false;
   bool down_ = false;
   std::optional<SettingsWriter> writer_;  // Absent in diagnostic runs and where saving is not allowed.
-  QString savingFailure_;                 // As it was told.
+  QString savingFailure_;                 // As it was reported.
   LayoutSignature layoutSignature_;
 
   JobHandle timer_;
@@ -246,7 +246,7 @@ class AppStore : public QObject {
   std::optional<QList<RunningApp>> deferredApps_;
   double runningAppsHeldUntil_ = 0;  // On the reference clock, which no change of the time touches.
   ActiveSets active_;
-  std::optional<QStringList> dockDisplays_;  // Absent until it was told.
+  std::optional<QStringList> dockDisplays_;  // Absent until it was set.
 };
 
 }  // namespace tarnwick

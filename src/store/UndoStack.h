@@ -18,15 +18,15 @@ class UndoStack : public QObject {
   /// What a bubble shows of an entry.
   struct Entry {
     quint64 id = 0;
-    QString sentence;  ///< What was done, as a finished sentence; empty for what nobody need be told of.
+    QString sentence;  ///< What was done, as a finished sentence; empty for what is not announced.
 
     bool operator==(const Entry&) const = default;
   };
 
-  /// What the user is told of a step, and beside which dock.
+  /// What is announced to the user about a step, and beside which dock.
   struct Notice {
     Notice(const QString& words = {}, const QString& dock = {}) : sentence(words), display(dock) {}
-    QString sentence;  ///< Finished; empty for what nobody need be told of.
+    QString sentence;  ///< Finished; empty for what is not announced.
     QString display;   ///< That of the dock where it was done; empty for none.
   };
 

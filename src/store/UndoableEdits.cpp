@@ -260,7 +260,7 @@ void UndoableEdits::pinDisplay(const QString& display, const std::optional<QUuid
 
 void UndoableEdits::record(const std::function<DockConfiguration()>& act) {
   const DockConfiguration before = store_.config();
-  // What others do when they hear of it is theirs.
+  // What listeners change in response is theirs.
   const SettingsChange made(before, act());
   if (made.isEmpty()) return;
   if (goesOn(made)) {

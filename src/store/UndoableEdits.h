@@ -40,7 +40,7 @@ class UndoableEdits : public QObject {
   void moveShown(const QString& display, qsizetype from, qsizetype to);
   /// Replaces the stored widget of the same identity. Taking it back gives what this changed its old value: the title
   /// and options, and none that the tile counts by itself. Changes of the same options that follow each other closely
-  /// are one step; one that the user is told of is a step of its own.
+  /// are one step; one that is announced to the user is a step of its own.
   void update(const DockWidget& widget, const UndoStack::Notice& notice = {});
   /// Changes settings other than tiles. Taking it back gives what this changed its old value, where nothing else
   /// changed it since. Changes of the same fields that follow each other closely are one step.
@@ -120,7 +120,7 @@ class UndoableEdits : public QObject {
   LatestWork reading_;  ///< Of a file that is imported.
   /// Those that can be taken back, the latest last.
   QList<std::shared_ptr<Import>> imports_;
-  bool isImporting_ = false;  ///< What changes now is an import, or the way back of one.
+  bool isImporting_ = false;  ///< What changes now is an import, or the undoing of one.
   bool isHeld_ = false;
 };
 

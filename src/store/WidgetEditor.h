@@ -27,7 +27,7 @@ struct WidgetEditor {
   struct Outcome {
     bool saveCredential =
         false;             ///< store the entered credential under the account of `widget`; a failure ends the saving
-    DockWidget widget;     ///< hand to the store's `update`
+    DockWidget widget;     ///< pass to the store's `update`
     bool refresh = false;  ///< fetch anew, after the update
   };
 

@@ -7,7 +7,7 @@
 
 namespace tarnwick {
 
-/// Where a widget stands in the document, told by its neighbours so that it holds when others come and go.
+/// The position of a widget in the document, given by its neighbours so that it holds when others come and go.
 struct WidgetPlace {
   QUuid profile;
   qsizetype index = 0;

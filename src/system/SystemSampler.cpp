@@ -9,7 +9,7 @@ namespace {
 
 double share(double part, double whole) { return whole > 0.0 ? part / whole * 100.0 : 0.0; }
 
-// A counter that fell means that an adapter went away with its bytes; no rate can be told from that.
+// A counter that fell means that an adapter went away with its bytes; no rate can be computed from that.
 double rate(quint64 before, quint64 after, double seconds) {
   return after > before ? static_cast<double>(after - before) / seconds : 0.0;
 }

@@ -11,7 +11,7 @@
 namespace tarnwick {
 
 /// Turns counters into rates: keeps the previous ones, so that each reading speaks of the time since the last. A value,
-/// so a test steps it by hand.
+/// so a test steps it manually.
 struct SystemSampler {
   QList<quint32> lastCPU;  ///< user, system, idle, nice; empty before the first sample.
   std::optional<std::pair<quint64, quint64>> previousBytes;  ///< received, sent

@@ -27,7 +27,7 @@ class SystemTemperature final : public QObject, public BeatClient {
 
   /// Degrees Celsius, the mean of the sensors; none before the first reading and while no sensor tells anything.
   std::optional<double> celsius() const { return celsius_; }
-  /// The sensors were asked and have told what they know, were it nothing.
+  /// The sensors were read and have answered, even if with nothing.
   bool hasAnswered() const { return answered_; }
   int sensorCount() const { return sensorCount_; }
   const QList<double>& history() const { return history_; }

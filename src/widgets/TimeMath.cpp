@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 constexpr double kMinutes = 25;
 constexpr double kLongest = 999'999'999;
 
-/// Midnight in the zone of `like`. An offset is told only where it is the zone: the toolkit warns of any other.
+/// Midnight in the zone of `like`. An offset is given only where it is the zone: the toolkit warns of any other.
 QDateTime midnight(const QDate& day, const QDateTime& like) {
   if (like.timeSpec() == Qt::TimeZone) return day.startOfDay(like.timeZone());
   if (like.timeSpec() == Qt::OffsetFromUTC) return day.startOfDay(Qt::OffsetFromUTC, like.offsetFromUtc());

@@ -72,7 +72,7 @@ TEST(CommandLine, OrdersAndFilesReachTheRun) {
   EXPECT_EQ(CommandLine::parse({u"look.tarnwickspace"_s, u"--profile"_s, u"3"_s, u"--benchmark"_s, u"x"_s}).files,
             QStringList{u"look.tarnwickspace"_s});
 
-  // What belongs to the toolkit is no file and no mistake; a mistake is told and stops nothing.
+  // What belongs to the toolkit is no file and no mistake; a mistake is reported and stops nothing.
   const CommandLine odd = CommandLine::parse({u"-platform"_s, u"xcb"_s, u"--style"_s, u"Fusion"_s, u"-reverse"_s,
                                               u"--platform=xcb"_s, u"--toggel"_s, u"--profile"_s, u"-1"_s, u"x"_s});
   EXPECT_EQ(odd.mode, Mode::Run);
@@ -174,7 +174,7 @@ TEST(SingleInstance, KnowsWhenAProcessBegan) {
   EXPECT_FALSE(SingleInstance::startOf(process.processId()));
 }
 
-/// A session in which the other copy answers as told.
+/// A session in which the other copy answers as specified.
 struct FakeSession : SessionApplication {
   bool isReachable() const override { return reachable; }
   bool own() override { return false; }

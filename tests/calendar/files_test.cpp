@@ -126,7 +126,7 @@ TEST_F(CalendarFilesTest, AreWatchedFromBeforeTheyExist) {
   for (const auto& step : steps) {
     changes_ = 0;
     step.change();
-    // A change may be heard of in pieces.
+    // A change may be reported in pieces.
     EXPECT_TRUE(waitFor([&] { return changes_ > 0 && summary(load()) == step.summary; }))
         << step.what << ": " << summary(load());
   }

@@ -83,7 +83,7 @@ TEST(Persistence, RefusesWithASentence) {
 
 struct SettingsFile : FolderTest {
   SettingsLoader::Result load() const { return SettingsLoader::load(at(kFile), 1700000000); }
-  /// The user's file is kept as it is, under the other name, and the user is told.
+  /// The user's file is kept as it is, under the other name, and the user gets a message.
   void expectMovedAside() const {
     const auto result = load();
     EXPECT_TRUE(result.ready);

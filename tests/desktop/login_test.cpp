@@ -83,7 +83,7 @@ class BusyManager {
     if (how == Answer::Keeps) announce({window});
     if (how == Answer::Shows) xcb_map_window(connection_, window);
   }
-  /// Until the server has done all that it was told.
+  /// Until the server has processed all requests.
   void sync() { std::free(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr)); }
   void place(const xcb_configure_request_event_t& request) {
     const qint32 values[] = {request.x, request.y, request.width, request.height};

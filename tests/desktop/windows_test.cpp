@@ -250,7 +250,7 @@ TEST_F(WindowsTest, AFormOpensOverItsWindowOrWhereItsLikeWasLeft) {
     EXPECT_TRUE(isInFront(u"Edit “%1”"_s.arg(Catalog::find(store().widgets()[tile].kind).name)));
     return QApplication::activeWindow();
   };
-  // A widget may hear of its frame late.
+  // A widget may learn its frame late.
   const auto placeOf = [](const QWidget* window) { return window->windowHandle()->framePosition(); };
   commands().showLibrary({});
   ASSERT_TRUE(isInFront(u"Add Widgets"_s));
@@ -399,7 +399,7 @@ TEST_F(ScreenReaderTest, AClockIsAddedEditedMovedRemovedAndBroughtBackAndEveryCo
   EXPECT_TRUE(become(after));
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return stored().last().title == u"Mine"_s; }));
 
-  // On the dock, where an open menu is nothing that a reader is told of.
+  // On the dock, where an open menu is nothing that a reader is given.
   ASSERT_NO_FATAL_FAILURE(act(u"Mine"_s, u"Move Left"_s));
   const QStringList moved{before[0], after[2], before[1]};
   EXPECT_TRUE(become(moved));

@@ -1,5 +1,5 @@
 // Stands for the program, without a dock of its own:
-// handover_holder DIRECTORY LAYOUT hides the system's dock until it is told to end;
+// handover_holder DIRECTORY LAYOUT hides the system's dock until it is asked to end;
 // handover_holder --restore-dock --restore-dock-directory DIRECTORY is the repair.
 #include <signal.h>
 #include <sys/signalfd.h>

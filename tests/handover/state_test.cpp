@@ -309,7 +309,7 @@ TEST_F(StateTest, ADockThatComesUpLaterIsHiddenToo) {
   state.apply(DockLayout::Replace);
   EXPECT_FALSE(state.takeNotice()) << "said already";
 
-  // What cannot be given back is told by the next attempt; the new dock is part of the record that follows.
+  // What cannot be given back is reported by the next attempt; the new dock is part of the record that follows.
   dock.answers = {false, false};
   dock.appear();
   EXPECT_EQ(calls, 2);

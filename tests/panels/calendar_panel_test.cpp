@@ -198,7 +198,7 @@ TEST(OverviewPanelTest, ShowsTheDayAndIsWorkedThrough) {
   buttonNamed(*panel, u"Send invoice"_s)->click();
   EXPECT_EQ(commands.asked, QStringList{u"done Send invoice"_s});
 
-  // A day of which nothing is known is told as such.
+  // A day of which nothing is known is shown as such.
   sources.weather.reset();
   auto digest = std::make_shared<CalendarDigest>();
   digest->problem = u"A file is torn."_s;

@@ -7,8 +7,8 @@
 
 namespace tarnwick {
 
-/// The lock desk of a login manager: hands out the one end of a pipe for each lock and sees by the other whether it is
-/// still held. Must not outlive `login`.
+/// The inhibitor locks of a login manager: gives out the one end of a pipe for each lock and sees by the other whether
+/// it is still held. Must not outlive `login`.
 class FakeLocks {
  public:
   explicit FakeLocks(FakeService& login);

@@ -60,7 +60,7 @@ TEST(PortalScreenColors, TellsWhatWasPickedOrThatNothingCanBe) {
   QStringList answers;
   const auto tell = [&](const QString& text) { answers << text; };
   QObject context;
-  // It listens once it has heard who the portal is, which it asked before this.
+  // It listens once it has learned who the portal is, which it asked before this.
   bool isListening = false;
   ask(bus.connection(),
       QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s, u"org.freedesktop.DBus"_s,
@@ -86,7 +86,7 @@ TEST(PortalScreenColors, TellsWhatWasPickedOrThatNothingCanBe) {
     EXPECT_EQ(answers, QStringList{each.answers});
   }
 
-  // Cancelled, or nobody left to tell: nothing is heard of it before the next picking's answer.
+  // Cancelled, or nobody left to answer: nothing arrives before the next picking's answer.
   begin(&context);
   respond(path, 1, {});
   {

@@ -19,7 +19,7 @@ class X11ClientWindowsTest : public ::testing::Test {
     }
     return std::nullopt;
   }
-  /// Waits until the window of that title is as told, and says whether it became so.
+  /// Waits until the window of that title meets the condition, and says whether it became so.
   bool becomes(const QString& title, const std::function<bool(const ClientWindow&)>& condition) const {
     return VirtualDisplay::waitUntil([&] {
       const auto window = find(title);

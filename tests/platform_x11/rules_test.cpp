@@ -83,7 +83,7 @@ TEST(ScreenIdentity, IsTheMonitorsWhereverItIsPluggedIn) {
   EXPECT_EQ(assign({{u"eDP-1"_s, {}}, {u"HDMI-2"_s, lake}}), (QStringList{u"eDP-1"_s, alone}));
   EXPECT_NE(assign({{u"DP-1"_s, other}})[0], alone);
 
-  // A twin leaves the first one's identity alone, in whatever order they are told.
+  // A twin leaves the first one's identity alone, in whatever order they are given.
   const QStringList twins = assign({{u"DP-2"_s, lake}, {u"DP-1"_s, lake}});
   EXPECT_EQ(twins[1], alone);
   EXPECT_NE(twins[0], alone);

@@ -16,7 +16,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// A widget of the harbour whose value is fetched, and what its owner heard.
+/// A widget of the harbour whose value is fetched, and what its owner received.
 struct Widget {
   explicit Widget(const QString& quay = u"north"_s)
       : widget{QUuid::createUuid(), u"harbourBerths"_s, {}, {{u"quay"_s, quay}}} {}

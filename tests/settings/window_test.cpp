@@ -112,7 +112,7 @@ TEST_F(SettingsWindowTest, ASearchLeavesWhatMatchesAndTellsWhereItIs) {
   EXPECT_TRUE(sees("Hide During Fullscreen"));
 
   store().edit([](DockConfiguration& config) { config.layout = DockLayout::Floating; });
-  search(u"screen edge"_s);  // What another layout has is told of.
+  search(u"screen edge"_s);  // What another layout has is mentioned.
   EXPECT_EQ(titles(), QStringList{u"Layout & Displays"_s});
   auto* edge = control<Segments>("Screen edge");
   ASSERT_TRUE(edge);

@@ -307,7 +307,7 @@ TEST_F(DropsTest, WhatIsDoneToProfilesCanBeTakenBack) {
   edits.pinDisplay(u"L"_s, everyday);
   const DockConfiguration before = store.config();
 
-  // Another that hears of it changes something of its own, which stays.
+  // A listener changes something of its own, which stays.
   const auto listening = QObject::connect(&store, &AppStore::configChanged, &store, [this] {
     if (store.config().spacing != 9) store.edit([](DockConfiguration& config) { config.spacing = 9; });
   });
@@ -415,7 +415,7 @@ TEST_F(DropsTest, ChangesOfTheSameOptionsThatFollowCloselyAreOneStep) {
   water.options[u"goal"_s] = u"12"_s;
   edits.update(water);
   EXPECT_EQ(undo.size(), 2);
-  // One that the user is told of neither goes on with what was before nor is gone on with.
+  // One that is announced to the user neither goes on with what was before nor is gone on with.
   QStringList sentences;
   for (const QString& announced : {QString(), u"The goal was raised."_s, QString()}) {
     water.options[u"goal"_s] = QString::number(13 + sentences.size());

@@ -1,4 +1,4 @@
-// What a user hears of saving, and what the store refuses because it could not be saved.
+// What a user is shown about saving, and what the store refuses because it could not be saved.
 #include <gtest/gtest.h>
 
 #include "config/Persistence.h"

@@ -93,7 +93,7 @@ void HeadlessKWin::connectInput() {
 void HeadlessKWin::flush() { wl_display_roundtrip(display_); }
 
 void HeadlessKWin::moveTo(QPoint place) {
-  // Of a place that is told KWin passes no motion of a device on, which is what a button holds follows.
+  // Of a place that is set KWin passes no motion of a device on, which is what a button holds follows.
   if (isHolding_) {
     const QPoint way = place - place_;
     org_kde_kwin_fake_input_pointer_motion(input_, wl_fixed_from_int(way.x()), wl_fixed_from_int(way.y()));

@@ -59,7 +59,7 @@ class HeadlessSway {
   void type(const QStringList& arguments);
 
   void moveTo(QPoint place);
-  /// `code`: as the kernel numbers buttons; the left one unless told otherwise.
+  /// `code`: as the kernel numbers buttons; the left one unless set otherwise.
   void button(bool down, std::uint32_t code = 0x110);
   void click(QPoint place);
   /// Takes the only pointer device away, or brings it back.

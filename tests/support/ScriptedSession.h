@@ -30,7 +30,7 @@ class ScriptedSession final : public ServiceSession {
   };
 
   QList<std::shared_ptr<Turn>> asked;
-  /// Does not hear that it is asked to stop, as a service in the middle of its answer.
+  /// Ignores that it is asked to stop, as a service in the middle of its answer.
   bool isDeaf = false;
   QDateTime time{QDate(2026, 11, 24), QTime(10, 24), QTimeZone::utc()};
 

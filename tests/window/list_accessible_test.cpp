@@ -51,7 +51,7 @@ TEST(ListAccessible, ItemsOpenByAPressAndOfferWhatTheirButtonDoes) {
   act(&list, 0, u"No such thing"_s);
   EXPECT_EQ(opened.count() + removed.count(), 2);
 
-  // Between the wish and its doing the list has become another one.
+  // Between the request and its execution the list has become another one.
   accessible(&list)->child(1)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
   list.setItems({{.id = u"c"_s, .title = u"Gamma"_s}});
   QCoreApplication::processEvents();

@@ -8,7 +8,7 @@
 namespace tarnwick {
 
 /// This program as the session knows it: one well-known name, under which the running copy can be activated, given
-/// files and told to act. Without a session bus every call answers false and nothing is ever asked of us.
+/// files and asked to act. Without a session bus every call answers false and nothing is ever asked of us.
 class SessionApplication : public QObject {
   Q_OBJECT
  public:

@@ -29,8 +29,8 @@ class DockPreferenceAccess {
     Q_UNUSED(key)
     return value.isValid();
   }
-  /// Sets a boolean or a number as wished, puts back what `read` gave, or with an invalid value unsets the key. What is
-  /// put back goes only over what was written before: what the user has set meanwhile stays.
+  /// Sets a boolean or a number as requested, puts back what `read` gave, or with an invalid value unsets the key. What
+  /// is put back goes only over what was written before: what the user has set meanwhile stays.
   virtual void write(const QString& key, const QVariant& value) = 0;
   /// Whether everything written since the last call has reached the dock's settings on the disk.
   virtual bool synchronize() = 0;

@@ -61,7 +61,7 @@ class SignalListener final : public QObject {
 BusService::BusService(const QDBusConnection& bus, const QString& name, QObject* parent)
     : QObject(parent), bus_(bus), name_(name) {
   if (!bus_.isConnected()) {
-    // Told later like everything else, so that whoever makes this object can still connect to it.
+    // Reported later like everything else, so that whoever makes this object can still connect to it.
     QMetaObject::invokeMethod(
         this, [this] { busLost(); }, Qt::QueuedConnection);
     return;
@@ -74,7 +74,7 @@ BusService::BusService(const QDBusConnection& bus, const QString& name, QObject*
                                                 u"org.freedesktop.DBus"_s, u"GetNameOwner"_s);
   message.setArguments({name_});
   ask(bus_, message, this, [this](const QDBusMessage& reply) {
-    // A change that was heard in the meantime is newer than this answer.
+    // A change that was received in the meantime is newer than this answer.
     if (known_) return;
     become(reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0).toString() : QString());
   });
@@ -148,7 +148,7 @@ void BusProperties::propertiesChanged(const QDBusMessage& signal) {
   if (arguments.size() < 3) return;
   values_.insert(qdbus_cast<QVariantMap>(arguments[1]));
   if (!arguments[2].toStringList().isEmpty()) {
-    // Told without the values: they have to be fetched.
+    // Announced without the values: they have to be fetched.
     fetch();
     return;
   }

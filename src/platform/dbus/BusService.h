@@ -20,8 +20,8 @@ class SignalListener;
 void ask(const QDBusConnection& bus, const QDBusMessage& question, QObject* context,
          std::function<void(const QDBusMessage&)> done);
 
-/// Somebody on a bus under a well-known name. Who owns the name is heard, not asked; nothing here ever blocks, and no
-/// service is started by being watched. Without a bus the service simply isn't running.
+/// Somebody on a bus under a well-known name. The owner of the name is followed by signals, not polled; nothing here
+/// ever blocks, and no service is started by being watched. Without a bus the service simply isn't running.
 class BusService final : public QObject {
   Q_OBJECT
  public:
@@ -37,7 +37,7 @@ class BusService final : public QObject {
   bool isRunning() const { return !owner_.isEmpty(); }
 
   /// Calls the owner of this moment. `done` runs once with the reply or the error, unless `context` is gone or the name
-  /// changed hands in the meantime. Does nothing while the service isn't running.
+  /// changed its owner in the meantime. Does nothing while the service isn't running.
   void call(const QString& path, const QString& interface, const QString& method, const QVariantList& arguments,
             QObject* context, Handler done);
 
@@ -71,7 +71,7 @@ class BusProperties final : public QObject {
   /// `service` must outlive this object.
   BusProperties(BusService& service, const QString& path, const QString& interface, QObject* parent = nullptr);
 
-  /// The service has told its properties, or said that it has no such interface, or isn't running.
+  /// The service has reported its properties, or said that it has no such interface, or isn't running.
   bool isKnown() const { return known_; }
   bool has(const QString& name) const { return values_.contains(name); }
   /// Invalid where there is no such property.

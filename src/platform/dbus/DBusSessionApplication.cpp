@@ -85,7 +85,7 @@ void DBusSessionApplication::release() {
   nextLook_.stop();
   if (!listening_) return;
   listening_ = false;
-  // Whoever asks from now on is told that nobody is here, and asks again.
+  // Whoever calls from this point on gets the answer that nobody is here, and calls again.
   bus_.unregisterObject(path());
   bus_.unregisterService(name());
 }

@@ -56,7 +56,7 @@ class DBusSessionApplication final : public SessionApplication {
   bool listening_ = false;
 };
 
-/// Receives the calls of others and hands them on as signals.
+/// Receives the calls of others and forwards them as signals.
 class DBusApplicationAdaptor final : public QDBusAbstractAdaptor {
   Q_OBJECT
   Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")

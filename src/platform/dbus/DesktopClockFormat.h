@@ -17,7 +17,7 @@ class DesktopClockFormat final : public QObject {
   /// Asks at once where the setting counts.
   explicit DesktopClockFormat(const QDBusConnection& session = QDBusConnection::sessionBus());
 
-  /// Absent where this desktop has no such setting, and until it has told.
+  /// Absent where this desktop has no such setting, and until it has answered.
   std::optional<bool> uses24Hour() const;
 
  Q_SIGNALS:

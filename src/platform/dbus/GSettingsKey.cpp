@@ -20,7 +20,7 @@ GSettingsKey::GSettingsKey(const QDBusConnection& session, const QString& schema
     const auto prefix = signal.arguments().value(0).toString();
     if (path_.startsWith(prefix)) read();
   });
-  // The service is started by the first write, which may be over before its signal can be heard.
+  // The service is started by the first write, which may be over before its signal can be received.
   connect(&writer_, &BusService::ownerChanged, this, [this] {
     if (writer_.isRunning()) read();
   });

@@ -12,7 +12,8 @@
 namespace tarnwick {
 
 /// One key of the desktop's settings, read and written with the `gsettings` program, so that an idle dock carries no
-/// second object system. Changes by others are heard from the settings service; nothing is polled, nothing blocks.
+/// second object system. Changes by others arrive as signals of the settings service; nothing is polled, nothing
+/// blocks.
 class GSettingsKey final : public QObject {
   Q_OBJECT
  public:

@@ -198,7 +198,7 @@ void PortalHotKeys::bindAll() {
 }
 
 void PortalHotKeys::request(const QString& method, const QVariantList& arguments, QVariantMap options, Handler done) {
-  // The answer may come before the reply that names its path, so the path is told in advance.
+  // The answer may come before the reply that names its path, so the path is set in advance.
   const QString token = u"tarnwick%1"_s.arg(++count_);
   const QString sender = session_.baseService().sliced(std::min<qsizetype>(1, session_.baseService().size()));
   requestPath_ = u"%1/request/%2/%3"_s.arg(bus::kPortalPath, QString(sender).replace(u'.', u'_'), token);

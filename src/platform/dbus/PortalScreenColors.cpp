@@ -51,7 +51,7 @@ void PortalScreenColors::pick(QObject* context, std::function<void(const QString
   context_ = context;
   picked_ = std::move(picked);
   failed_ = std::move(failed);
-  // The answer may come before the reply that names its path, so the path is told in advance.
+  // The answer may come before the reply that names its path, so the path is set in advance.
   const QString token = u"tarnwick%1"_s.arg(++count_);
   const QString sender = session_.baseService().sliced(std::min<qsizetype>(1, session_.baseService().size()));
   request_ = u"%1/request/%2/%3"_s.arg(bus::kPortalPath, QString(sender).replace(u'.', u'_'), token);

@@ -6,7 +6,7 @@
 
 namespace tarnwick {
 
-/// Stands for a dock where none runs: a small file, so that every step of the hand-over works there too.
+/// Takes the place of a dock where none runs: a small file, so that every step of the hand-over works there too.
 class OwnPreferences final : public DockBackend {
  public:
   explicit OwnPreferences(const QString& directory);

@@ -36,7 +36,7 @@ struct PowerSupplies {
     double charge = 0;  ///< Percent.
     BatteryFlow flow = BatteryFlow::Unknown;
   };
-  /// Batteries by their folders, as they were when they told last.
+  /// Batteries by their folders, as they were when they were last read.
   using Known = std::map<std::string, Battery>;
   /// What the folder of power supplies tells now. May stall in the firmware of some laptops. One that sleeps is not
   /// asked: it stands as in `known`, which takes in what the others tell.

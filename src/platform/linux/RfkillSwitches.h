@@ -10,7 +10,7 @@ class QSocketNotifier;
 
 namespace tarnwick {
 
-/// The kernel's switches of the Wi-Fi radios, heard from its device; never changed from here.
+/// The kernel's switches of the Wi-Fi radios, read from its device; never changed from here.
 class RfkillSwitches final : public QObject {
   Q_OBJECT
  public:

@@ -25,7 +25,7 @@ constexpr double kMilli = 1000.0;
 constexpr std::array kChips{"coretemp"_L1, "k10temp"_L1,     "k8temp"_L1,      "zenpower"_L1,
                             "fam15h"_L1,   "cpu_thermal"_L1, "cpu-thermal"_L1, "via_cputemp"_L1};
 constexpr std::array kZones{"x86_pkg_temp"_L1, "cpu-thermal"_L1, "cpu_thermal"_L1, "soc_thermal"_L1, "soc-thermal"_L1};
-/// Where nothing else is told, the firmware's own zone is next to the processor.
+/// Where nothing else is known, the firmware's own zone is next to the processor.
 constexpr auto kFirmwareZone = "acpitz"_L1;
 constexpr auto kInput = "input"_L1;
 
@@ -63,7 +63,7 @@ void readChip(const QDir& chip, std::vector<double>& values) {
   if (best != byRank.rend()) values.insert(values.end(), best->begin(), best->end());
 }
 
-/// What a sensor tells by `read`; what it told last while its device sleeps.
+/// What `read` gets from a sensor; its last reading while its device sleeps.
 template <class Read>
 std::vector<double> awake(const QDir& sensor, QHash<QString, std::vector<double>>& known, const Read& read) {
   if (DeviceSleep::isAsleep(sensor.path().toStdString())) return known.value(sensor.path());

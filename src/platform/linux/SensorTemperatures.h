@@ -10,7 +10,7 @@ namespace tarnwick {
 
 /// The processor's sensors as the Linux kernel shows them: those of its hardware monitors, or else its thermal zones.
 /// A sensor of the whole processor speaks for the cores in it. One whose device sleeps is not asked, which would wake
-/// it: what it told last stands until it wakes by itself.
+/// it: its last reading is kept until it wakes by itself.
 class SensorTemperatures final : public ProcessorTemperatures {
  public:
   /// `root` stands in for "/", so that a captured tree can be read.

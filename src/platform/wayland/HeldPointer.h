@@ -8,10 +8,10 @@
 
 namespace tarnwick {
 
-/// Where the pointer is while it holds a window of ours that moves along with it. Compositors do not agree on what they tell
-/// of the pointer then: some measure from where the window was when it was pressed. The motion of the device is the
-/// same with all of them. Both come over a pointer of our own, which tells what belongs together, so that no motion is
-/// counted twice or lost when the window begins to move. The session must outlive it.
+/// Where the pointer is while it holds a window of ours that moves along with it. Compositors do not agree on what they
+/// tell of the pointer then: some measure from where the window was when it was pressed. The motion of the device is
+/// the same with all of them. Both come over a pointer of our own, which tells what belongs together, so that no motion
+/// is counted twice or lost when the window begins to move. The session must outlive it.
 class HeldPointer final : public QObject {
   Q_OBJECT
  public:
@@ -41,7 +41,7 @@ class HeldPointer final : public QObject {
   const WaylandSession& session_;
   WaylandOwned<wl_pointer> pointer_;
   WaylandOwned<zwp_relative_pointer_v1> device_;
-  QPointF coming_;  ///< What is told until it is said that this was all.
+  QPointF coming_;  ///< What was reported so far of a frame that has not ended.
   QPointF way_;
   QPointF within_;  ///< From the corner of the window, as the compositor sees it.
   QPointF place_;

@@ -9,7 +9,7 @@ void PanelPointer::setArea(const QObject* panel, const QRegion& area) {
   Known& known = panels_[panel];
   if (std::exchange(known.area, area) == area) return;
   Q_EMIT areaChanged();
-  // A panel that becomes transparent for the pointer is not always told that it left.
+  // A panel that becomes transparent for the pointer does not always get the event that it left.
   if (known.place && !area.contains(known.place->toPoint())) setPlace(panel, std::nullopt);
 }
 

@@ -8,7 +8,7 @@
 
 namespace tarnwick {
 
-/// One window. What is told before the first word that all is told is no change yet.
+/// One window. What is reported before the first event that all is reported is no change yet.
 class PlasmaClientWindows::Window {
  public:
   Window(PlasmaClientWindows& owner, org_kde_plasma_window* handle, quint64 id) : owner_(owner), handle_(handle) {

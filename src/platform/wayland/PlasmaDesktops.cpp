@@ -55,7 +55,7 @@ PlasmaDesktops::PlasmaDesktops(WaylandOwned<org_kde_plasma_virtual_desktop_manag
 
 PlasmaDesktops::~PlasmaDesktops() = default;
 
-// Between two desktops, and before anything was told, none of them is.
+// Between two desktops, and before anything was reported, none of them is.
 bool PlasmaDesktops::shows(const QStringList& desktops) const {
   const auto isShown = [this](const QString& id) { return shown_.contains(id); };
   return desktops.isEmpty() || shown_.isEmpty() || std::ranges::any_of(desktops, isShown);

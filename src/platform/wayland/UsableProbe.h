@@ -10,7 +10,7 @@
 namespace tarnwick {
 
 /// Finds out what bars leave free of one screen, ours included. A surface without a picture fills that area: its size
-/// is told, again after each change. Where the area lies is told to nobody; but a small window far off at the upper
+/// is reported, again after each change. Where the area is, is not reported; but a small window far off at the upper
 /// left is moved in by the compositor, and how far differs between one that belongs to this surface and one that
 /// belongs to a surface which fills the whole screen. Where there are no layers, all of the screen counts as free.
 class UsableProbe final : public QObject {

@@ -95,7 +95,7 @@ void WaylandPanel::setBlurBehind(const QRegion& region) {
   if (std::exchange(blurBehind_, region) != region) applyBlur();
 }
 
-// The compositor looks at the region again only when it is told of a new one.
+// The compositor looks at the region again only when it is given a new one.
 void WaylandPanel::applyBlur() {
   const bool had = std::exchange(blur_, nullptr) != nullptr;
   wl_surface* panel = surface();

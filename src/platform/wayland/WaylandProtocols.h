@@ -35,7 +35,7 @@ struct WaylandDestroy {
   void operator()(wl_region* object) const { wl_region_destroy(object); }
   void operator()(wl_callback* object) const { wl_callback_destroy(object); }
   void operator()(wl_buffer* object) const { wl_buffer_destroy(object); }
-  // One that is only forgotten would still be told of every motion.
+  // One that is only forgotten would still receive every motion.
   void operator()(wl_pointer* object) const {
     if (wl_pointer_get_version(object) >= WL_POINTER_RELEASE_SINCE_VERSION) {
       wl_pointer_release(object);

@@ -59,7 +59,7 @@ QString WaylandScreens::idOf(const wl_output* output) const {
   return {};
 }
 
-// What is usable is told anew when the compositor has made room; until then the old rectangle holds.
+// What is usable is reported anew when the compositor has reserved the space; until then the old rectangle holds.
 void WaylandScreens::noteReservation(const QString& id, Edge edge, int zone) {
   Kept& kept = kept_[id];
   (edge == Edge::Top ? kept.top : kept.bottom) = zone;

@@ -12,7 +12,7 @@
 
 namespace tarnwick {
 
-/// The displays as Qt lays them out, told apart by what the kernel knows of the monitors, less the bars of other
+/// The displays as Qt lays them out, distinguished by what the kernel knows of the monitors, less the bars of other
 /// programs. The main display is the first that the compositor names. The session must outlive it.
 class WaylandScreens final : public Screens {
   Q_OBJECT

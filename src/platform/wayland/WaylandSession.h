@@ -70,7 +70,7 @@ class WaylandSession final : public QObject {
   static wl_output* outputOf(QScreen& screen);
 
  Q_SIGNALS:
-  /// The last pointer device went away: no surface is told that the pointer left it.
+  /// The last pointer device went away: no surface gets the event that the pointer left it.
   void pointerLost();
   void blurChanged();
 

@@ -10,7 +10,7 @@
 
 namespace tarnwick {
 
-/// The windows that the window manager lists, ours left out. Told of every change, it never asks on a timer.
+/// The windows that the window manager lists, ours left out. Follows every change by events, never by a timer.
 /// The events and the screens must outlive it.
 class X11ClientWindows final : public ClientWindows {
   Q_OBJECT
@@ -42,7 +42,7 @@ class X11ClientWindows final : public ClientWindows {
   QHash<xcb_window_t, Known> known_;
   QSet<xcb_window_t> stale_;
   QHash<qint64, QString> sandboxes_;
-  QHash<xcb_window_t, QRect> tiles_;  ///< What was told of each, in root pixels.
+  QHash<xcb_window_t, QRect> tiles_;  ///< What was reported of each, in root pixels.
   QList<ClientWindow> windows_;
   bool isRefreshing_ = false;
 };

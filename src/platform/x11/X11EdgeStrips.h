@@ -13,7 +13,7 @@ namespace tarnwick {
 class X11Events;
 class X11Screens;
 
-/// A pointer that a program puts somewhere makes no raw motion; only the windows that it enters and leaves are told.
+/// A pointer that a program puts somewhere makes no raw motion; only the windows that it enters and leaves get events.
 /// So an invisible line of one pixel lies along each watched edge of a display for as long as the pointer is not there.
 /// It gives way as soon as the pointer came, so that what is below gets the clicks. The events and the screens must
 /// outlive it; nothing of it stays on the display when it goes.

@@ -19,7 +19,7 @@ class X11Focus {
   void take(xcb_window_t window);
   /// Before the window goes. `time`: up to when nobody else may have taken the keyboard; what others do later wins.
   void giveBack(xcb_timestamp_t time = XCB_CURRENT_TIME);
-  /// The window that has the keyboard now, whoever's it is; the toolkit may not have heard of it yet.
+  /// The window that has the keyboard now, whoever's it is; the toolkit may not have received the event yet.
   xcb_window_t current() const;
 
  private:

@@ -21,7 +21,8 @@ std::shared_ptr<xkb_keymap> owned(xkb_keymap* keymap) {
   return {keymap, [](xkb_keymap* one) { xkb_keymap_unref(one); }};
 }
 
-// The layout by which the codes of the settings are told. Compiled when first asked for: most keyboards never need it.
+// The layout by which the key codes in the settings are specified. Compiled when first asked for: most keyboards never
+// need it.
 xkb_keymap* referenceKeymap() {
   static const std::shared_ptr<xkb_keymap> kReference = [] {
     const xkb_rule_names names{.rules = "evdev", .model = "pc105", .layout = "us", .variant = "", .options = ""};

@@ -132,7 +132,7 @@ std::unique_ptr<Popup> X11Panel::popup(std::unique_ptr<QWidget> content, const Q
 void X11Panel::openMenu(QMenu& menu, const QRect& beside) {
   if (!placement_) return;
   // A popup that has just closed gave the keyboard to another program. Menus do not outlive the moment in which the
-  // toolkit hears of that, so this one comes right after it.
+  // toolkit receives that event, so this one comes right after it.
   if (QGuiApplication::focusWindow() && !events_.isOurs(focus_.current())) {
     const auto again = [panel = QPointer(this), &menu, beside] {
       if (panel) panel->openMenu(menu, beside);
@@ -274,7 +274,7 @@ void X11Panel::announceState() const {
   events_.askManager(window_, X11Atom::NetWmDesktop, {kAllDesktops, kFromApplication, 0, 0, 0});
 }
 
-// Neither Qt nor the window manager hands the keyboard to a window that does not want it.
+// Neither Qt nor the window manager gives the keyboard to a window that does not want it.
 void X11Panel::applyKeyboard() const {
   if (window_ == XCB_WINDOW_NONE) return;
   content_->windowHandle()->setFlag(Qt::WindowDoesNotAcceptFocus, keyboard_ == Keyboard::None);

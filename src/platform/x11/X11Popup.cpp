@@ -45,7 +45,7 @@ void X11Popup::show() {
   reposition();
   content_->show();
   // No window manager holds up this window: it is on the screen when the server comes to what is asked next. Whatever
-  // is typed from then on is for it, though a busy program may hear of that late.
+  // is typed from then on is for it, though a busy program may process that late.
   if (style_.takesKeys) focus_.take(static_cast<xcb_window_t>(content_->winId()));
 }
 

@@ -15,8 +15,8 @@
 
 namespace tarnwick {
 
-/// The displays as Qt lays them out, told apart by what RandR knows of the monitors, less the bars of other programs.
-/// Made once; the events must outlive it.
+/// The displays as Qt lays them out, distinguished by what RandR knows of the monitors, less the bars of other
+/// programs. Made once; the events must outlive it.
 class X11Screens final : public Screens {
   Q_OBJECT
  public:

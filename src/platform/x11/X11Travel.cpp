@@ -28,7 +28,7 @@ bool X11Travel::moved(quint16 device, const QPointF& way) {
 }
 
 void X11Travel::found(const QPoint& place, double distance) {
-  // What was told while the question was open may lie before or behind the answer.
+  // What was reported while the request was pending may lie before or behind the answer.
   const bool isQuiet = meanwhile_ == 0;
   if (isCertain_ && isQuiet && !way_.isNull()) {
     const bool agrees = longest(QPointF(place - place_) - way_) <= kTolerance;

@@ -46,8 +46,8 @@ class MachineDetails {
   virtual MachineReading read() = 0;
 };
 
-/// How busy each core was between two readings, 0 to 1. Empty where that cannot be told: no time passed for any core,
-/// or their number changed.
+/// How busy each core was between two readings, 0 to 1. Empty where that cannot be computed: no time passed for any
+/// core, or their number changed.
 QList<double> coreLoads(const QList<CoreTicks>& before, const QList<CoreTicks>& after);
 
 }  // namespace tarnwick

@@ -46,7 +46,7 @@ class SystemCounters {
   virtual std::optional<DiskReading> disk() = 0;
   /// Percent, all batteries of the machine as one. May be as old as the last time it was asked.
   virtual std::optional<double> batteryCharge() = 0;
-  /// As old as the charge that was told last.
+  /// As old as the charge that was reported last.
   virtual BatteryFlow batteryFlow() { return BatteryFlow::Unknown; }
   /// Whether the disk or the battery was asked for and has never answered yet, so that asking again soon is worth it.
   virtual bool awaitsSlowReading() const { return false; }

@@ -60,7 +60,7 @@ class Button final : public PaintedButton {
   QString symbol_;
 };
 
-/// A square button with a symbol; its label is seen in the tip and heard from screen readers.
+/// A square button with a symbol; its label is shown in the tip and read by screen readers.
 class IconButton final : public PaintedButton {
   Q_OBJECT
  public:

@@ -113,7 +113,7 @@ double ChartView::highest() const {
 
 QColor ChartView::colorOf(const ChartSeries& series) const {
   const ControlLook& look = lookOf(*this);
-  // Without colours the second of two lines is told by its strength.
+  // Without colours the second of two lines is distinguished by its strength.
   if (look.palette.monochrome && &series != &series_.first()) return look.palette.secondary;
   return series.accent ? look.palette.accent(*series.accent) : look.accentColor();
 }

@@ -9,7 +9,7 @@ namespace tarnwick {
 
 class IconButton;
 
-/// One line that the user writes. `label` is heard from screen readers; it stands as the placeholder where the field
+/// One line that the user writes. `label` is read by screen readers; it is shown as the placeholder where the field
 /// has no label beside it.
 class TextField : public QLineEdit {
   Q_OBJECT

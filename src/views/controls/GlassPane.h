@@ -32,7 +32,7 @@ class GlassPane : public QWidget, public LookSource {
   QVBoxLayout& frame() { return *frame_; }
   /// Another look for the pane and all that stands on it.
   void setLook(const ControlLook& look);
-  /// Hears of a content within a scroll area, which keeps to itself that its content wants another size.
+  /// Listens to a content within a scroll area, which does not pass on that its content wants another size.
   void follow(QWidget* content);
   /// Of the corners, in logical pixels.
   virtual double corner() const;

@@ -239,7 +239,7 @@ QString ItemView::idAt(const QModelIndex& index) const {
   return index.isValid() && index.row() < model_->items.size() ? model_->items[index.row()].id : QString();
 }
 
-// --- Hands and keys -------------------------------------------------------------------------------------------------
+// --- Pointer and keys -----------------------------------------------------------------------------------------------
 
 bool ItemView::showsAction(const QModelIndex& index) const {
   if (actionSymbol_.isEmpty() || !index.isValid()) return false;

@@ -17,7 +17,7 @@ class TextLabel : public QLabel {
 
   void setStyle(TextStyle style);
   void setTone(Tone tone);
-  /// Where a line that is too long loses characters; the end unless told otherwise.
+  /// Where a line that is too long loses characters; the end unless set otherwise.
   void setElide(Elide elide);
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;

@@ -29,7 +29,7 @@ class ListRow final : public PaintedButton {
   void setBar(double share);
   /// Adds a control at the end of the row, which takes it.
   void addControl(QWidget* control);
-  /// Whether the row itself can be clicked; it cannot unless told otherwise.
+  /// Whether the row itself can be clicked; it cannot unless set otherwise.
   void setClickable(bool clickable);
   /// Whether a line parts it from the row above.
   void setParted(bool parted);
@@ -63,7 +63,7 @@ class CheckRow final : public QCheckBox {
  public:
   explicit CheckRow(const QString& text, QWidget* parent = nullptr);
 
-  /// Whether the text of a ticked row is struck through, as for things done. It is unless told otherwise.
+  /// Whether the text of a ticked row is struck through, as for things done. It is unless set otherwise.
   void setStrikes(bool strikes);
   /// A quiet word at the end.
   void setValue(const QString& value);

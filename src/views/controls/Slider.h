@@ -13,7 +13,7 @@ class Slider final : public QAbstractSlider {
  public:
   explicit Slider(const QString& label, QWidget* parent = nullptr);
 
-  /// How the value is written; "64%" unless told otherwise. A function that gives no text hides it.
+  /// How the value is written; "64%" unless set otherwise. A function that gives no text hides it.
   void setFormat(std::function<QString(int value)> format);
   /// The room that the written value takes at the end.
   void setValueWidth(int width);

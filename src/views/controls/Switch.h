@@ -7,7 +7,7 @@
 
 namespace tarnwick {
 
-/// On or off, at once. `label` is heard from screen readers; what it switches is written beside it.
+/// On or off, at once. `label` is read by screen readers; what it switches is written beside it.
 class Switch final : public QCheckBox {
   Q_OBJECT
  public:

@@ -65,7 +65,7 @@ class TileAccessible final : public QAccessibleInterface, public QAccessibleActi
     return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface*>(this) : nullptr;
   }
   /// The entries of a tile's menu follow under their own words: the menu itself, once it is open, is not among what
-  /// readers are told of.
+  /// readers are given.
   QStringList actionNames() const override {
     QStringList names{pressAction(), showMenuAction(), setFocusAction()};
     if (!isValid()) return names;

@@ -1,4 +1,4 @@
-// The dock by the keyboard, and by ear.
+// The dock by the keyboard, and for screen readers.
 
 #include <QAccessible>
 #include <QKeyEvent>
@@ -120,7 +120,7 @@ void DockView::focusOutEvent(QFocusEvent*) {
   updateTip();
 }
 
-// --- For those who read the dock by ear -----------------------------------------------------------------------------
+// --- For screen readers ---------------------------------------------------------------------------------------------
 
 QList<ItemCommand> DockView::itemCommands(qsizetype item) const {
   if (!commands_) return {};

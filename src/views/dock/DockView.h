@@ -299,7 +299,7 @@ class DockView : public QWidget {
   Palette palette_;
   TileSources sources_;
   RowLayout layout_;
-  QRectF reportedGlass_;  ///< What shapeChanged told last.
+  QRectF reportedGlass_;  ///< What shapeChanged reported last.
   bool reportedWhole_ = true;
   QHash<QUuid, Tile> tiles_;
   Glass glass_;

@@ -14,9 +14,9 @@ namespace tarnwick {
 /// of its way, and only in steps that a device pixel shows. The row and its layout are borrowed.
 class Magnifier final {
  public:
-  /// `swells` tells which items do at all; `changed` hears of each item that is drawn larger or smaller now.
-  Magnifier(const DockRow& row, const RowLayout& layout, Animator& animator,
-            std::function<bool(qsizetype item)> swells, std::function<void(qsizetype item)> changed);
+  /// `swells` tells which items do at all; `changed` is called for each item that is drawn larger or smaller now.
+  Magnifier(const DockRow& row, const RowLayout& layout, Animator& animator, std::function<bool(qsizetype item)> swells,
+            std::function<void(qsizetype item)> changed);
 
   /// Device pixels per unit.
   void setRatio(double ratio) { ratio_ = ratio; }
@@ -54,8 +54,8 @@ class Magnifier final {
   Fade swell_;  ///< From 0, nobody points here, to 1.
   Follower follower_{*this};
   std::optional<double> pointer_;
-  double followed_ = 0;   ///< Where the tiles take the pointer to be.
-  QList<double> drawn_;   ///< By item.
+  double followed_ = 0;  ///< Where the tiles take the pointer to be.
+  QList<double> drawn_;  ///< By item.
 };
 
 }  // namespace tarnwick

@@ -33,7 +33,7 @@ class TileDragController final : public QObject {
   void begin(qsizetype item, QPointF at);
   void moveTo(QPointF pointer);
   /// Lets go: from and to, among the displayed widgets; none where that changes nothing. What the row then makes of it
-  /// is told by carryOn() or settle().
+  /// is passed to carryOn() or settle().
   std::optional<std::pair<qsizetype, qsizetype>> drop();
   /// Where items are seen while something travels; empty while nothing does.
   QHash<QString, double> visibleLefts() const;
@@ -90,7 +90,7 @@ class TileDragController final : public QObject {
   EdgeScroll& edges_;
   std::function<RowLayout(const DockRow&)> layoutOf_;
   std::optional<Drag> drag_;
-  QString landing_;  ///< The tile that was let go and is not down yet.
+  QString landing_;   ///< The tile that was let go and is not down yet.
   SpringSet shifts_;  ///< By item: how far it is from its place.
   SpringSet springs_;
 };

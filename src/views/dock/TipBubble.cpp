@@ -55,7 +55,7 @@ void TipBubble::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   const QRect pane = rect().marginsRemoved(margins());
-  // The shadow of a tip is smaller than a panel's, its corner what is told.
+  // The shadow of a tip is smaller than a panel's, its corner is the specified one.
   glass_.paint(painter, pane, palette_.panel, theme::kTipCorner / theme::kTipShadowScale, theme::kTipShadowScale);
   WrappedText text(text_, TextStyle::Body, theme::kBubbleTextWidth);
   const double left = pane.left() + (pane.width() - text.size.width()) / 2;

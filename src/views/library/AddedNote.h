@@ -8,7 +8,7 @@ namespace tarnwick {
 class Button;
 class TextLabel;
 
-/// Says for a moment, at the foot of its parent, that something was added, with the way to set it up and the way back.
+/// Says for a moment, at the foot of its parent, that something was added, with buttons to set it up and to undo.
 class AddedNote final : public QWidget {
   Q_OBJECT
  public:

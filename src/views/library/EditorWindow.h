@@ -34,7 +34,7 @@ struct EditorServices {
   std::function<bool(const DockWidget& widget)> hasCredential{};
 };
 
-/// The form of one widget: its title and what its kind can be told, below a picture of its tile that follows. Nothing
+/// The form of one widget: its title and the options of its kind, below a picture of its tile that follows. Nothing
 /// is stored until it is saved and found right; what the user did not touch keeps following the settings. It closes
 /// when it was saved or left, and when its widget is gone.
 class EditorWindow final : public AppWindow {

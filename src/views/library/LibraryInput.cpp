@@ -154,7 +154,7 @@ void LibraryView::startDrag(Qt::DropActions) {
   drag->setPixmap(picture);
   drag->setHotSpot(QRectF(QPointF(), picture.deviceIndependentSize()).center().toPoint());
   beginDrag(drag, Qt::CopyAction, Qt::CopyAction);
-  // Nobody will be told that the pointer leaves.
+  // No event will say that the pointer leaves.
   setHovered(-1);
 }
 

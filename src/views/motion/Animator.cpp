@@ -45,7 +45,7 @@ bool Animator::isRunning(const Animation& animation) const {
 
 void Animator::frame(double timestamp, double duration) {
   const double seconds = lastTimestamp_ == 0 ? duration : timestamp - lastTimestamp_;
-  // The same frame told twice: no time has passed.
+  // The same frame reported twice: no time has passed.
   if (lastTimestamp_ != 0 && seconds <= 0) return;
   lastTimestamp_ = timestamp;
   // What one of them leads to may stop others, or set them going.

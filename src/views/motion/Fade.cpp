@@ -31,7 +31,7 @@ bool Fade::advance(double seconds) {
   value_ = value_ < goal_ ? std::min(value_ + way, goal_) : std::max(value_ - way, goal_);
   if (value_ == goal_) {
     arrive();
-    return value_ != goal_;  // Whoever heard of it may have sent it on.
+    return value_ != goal_;  // A listener may have started it again.
   }
   changed_();
   return true;

@@ -9,7 +9,7 @@ namespace tarnwick {
 /// A share that goes from 0 to 1 and back at an even pace. Turned on its way, it goes back from where it is.
 class Fade final : public Animation {
  public:
-  /// `seconds` for the whole way. `changed` hears every new value, `arrived` that one has come to its goal.
+  /// `seconds` for the whole way. `changed` is called with every new value, `arrived` when one has come to its goal.
   Fade(Animator& animator, double seconds, std::function<void()> changed, std::function<void()> arrived = {});
   ~Fade() override { animator_.stop(*this); }
 
@@ -19,7 +19,7 @@ class Fade final : public Animation {
   void fadeTo(double goal);
   /// The whole way to 1 from now on, as something that runs off.
   void restart();
-  /// To a value at once, told to nobody.
+  /// To a value at once, without a call of `changed`.
   void jump(double value);
 
   bool advance(double seconds) override;

@@ -65,7 +65,7 @@ bool SpringSet::advance(double seconds) {
     moving = step(travel, seconds) || moving;
     seen = seen || pixel(before) != pixel(travel.seen()) || !travel.moving;
   }
-  // Whoever hears of the end must find it at rest.
+  // Listeners of the end must find it at rest.
   if (!moving) animator_.stop(*this);
   if (seen) Q_EMIT moved();
   if (!moving) Q_EMIT rested();

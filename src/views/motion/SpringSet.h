@@ -10,7 +10,7 @@
 namespace tarnwick {
 
 /// Named lengths that travel to their goals on the spring of the dock's reveal. There are frames only while one of them
-/// is on its way, and only those that move something by a device pixel are told.
+/// is on its way, and only those that move something by a device pixel are reported.
 class SpringSet final : public QObject, public Animation {
   Q_OBJECT
  public:

@@ -15,8 +15,8 @@ namespace tarnwick {
 class PanelDrafts {
  public:
   /// Gives a field of a widget's panel back what was left in it, and notes from then on what is written there, for as
-  /// long as the field lives. A widget's fields are told apart by their accessible names. `isUnfinished` says whether
-  /// the field holds something that the settings do not; without it, whatever is not blank counts.
+  /// long as the field lives. A widget's fields are distinguished by their accessible names. `isUnfinished` says
+  /// whether the field holds something that the settings do not; without it, whatever is not blank counts.
   void keep(const QUuid& widget, QLineEdit& field, std::function<bool()> isUnfinished = {});
   /// The widget's panel has done what its fields asked for.
   void forget(const QUuid& widget) { texts_.remove(widget); }

@@ -245,7 +245,7 @@ void OrderList::currentChanged(const QModelIndex& current, const QModelIndex& pr
   if (!isQuiet_) Q_EMIT chosenChanged(chosen());
 }
 
-// --- Hands and keys -------------------------------------------------------------------------------------------------
+// --- Pointer and keys -----------------------------------------------------------------------------------------------
 
 bool OrderList::showsActions(const QModelIndex& index) const {
   if (actions_.isEmpty() || !index.isValid()) return false;

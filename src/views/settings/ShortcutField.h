@@ -25,7 +25,7 @@ class ShortcutField final : public PaintedButton {
 
  Q_SIGNALS:
   void recordingChanged(bool recording);
-  /// Keys were pressed that cannot be had, for a reason told in a sentence. It goes on recording.
+  /// Keys were pressed that cannot be had, for a reason given in a sentence. It goes on recording.
   void refused(const QString& why);
   /// Keys were pressed. Nothing is shown until setKey() is called.
   void recorded(const HotKeyRequest& key);

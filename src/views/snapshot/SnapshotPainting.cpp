@@ -116,7 +116,7 @@ QImage SnapshotPainter::ground(const QSizeF& size) const {
 }
 
 QImage SnapshotPainter::picture(QWidget& widget) const {
-  // Never shown, so that no window is made for it: the controls are told their look by hand.
+  // Never shown, so that no window is made for it: the controls are given their look explicitly.
   announceLook(widget);
   widget.resize(widget.sizeHint());
   return render(widget);

@@ -10,7 +10,7 @@ namespace tarnwick {
 /// What the desktop, or the user in its place, wants of everything that is painted. Like the toolkit's palette there is
 /// one for the whole program, which sets it; docks, panels, bubbles and windows read it when they take their look.
 struct DesktopLook {
-  std::optional<bool> dark = std::nullopt;  ///< Absent until the desktop has told.
+  std::optional<bool> dark = std::nullopt;  ///< Absent until the desktop has answered.
   bool highContrast = false;
 
   static const DesktopLook& now();

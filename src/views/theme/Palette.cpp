@@ -128,7 +128,7 @@ PictureColors picturesOf(bool light, bool monochrome) {
   pictures.folderFront = tone(monochrome ? 0xA9AEB7 : 0x5B97FF);
   pictures.folderEdge = white(40);
   pictures.folderGlyph = white(100);
-  // A sheet is told from what is around it, white panels included.
+  // A sheet is distinguishable from what is around it, white panels included.
   pictures.paper = tone(light ? 0xD3DAE6 : 0xEEF1F6);
   pictures.paperBehind = tone(light ? 0xAEB7C7 : 0xC7CCDB);
   pictures.paperInk = tone(0x12151C, light ? 45 : 28);

@@ -71,7 +71,7 @@ struct Palette {
   GlassColors panel;  ///< Bubbles and panels.
   PictureColors pictures;
 
-  /// With high contrast, which comes from DesktopLook where it is not told, every style is one of two schemes: black or
+  /// With high contrast, which comes from DesktopLook, every style is one of two schemes: black or
   /// white, opaque, with a line around each thing and no text under 7 to 1.
   static Palette make(DockStyle style, Backdrop backdrop, bool monochrome);
   static Palette make(DockStyle style, Backdrop backdrop, bool monochrome, bool highContrast);

@@ -231,7 +231,7 @@ void AppWindow::keyReleaseEvent(QKeyEvent* event) {
     QWidget::keyReleaseEvent(event);
 }
 
-/// What is pressed together with Alt may be taken by something in the window, which then does not hear of it.
+/// What is pressed together with Alt may be taken by something in the window, which then does not receive it.
 void AppWindow::watchAlt(bool watch) {
   altAlone_ = watch;
   qApp->removeEventFilter(this);

@@ -8,7 +8,7 @@ namespace tarnwick {
 class DropDown final : public QComboBox {
   Q_OBJECT
  public:
-  /// `label` is heard from screen readers.
+  /// `label` is read by screen readers.
   explicit DropDown(const QString& label, QWidget* parent = nullptr);
 
   /// Adds a word; `value` is what chosenValue gives while it is chosen.

@@ -10,7 +10,7 @@ class IconButton;
 class TextLabel;
 
 /// The store's message line in a window: a quiet bar with the sentence and a button that dismisses it. Takes no room
-/// while there is no message. Screen readers are told of a new one.
+/// while there is no message. Screen readers are notified of a new one.
 class MessageStrip final : public QWidget {
   Q_OBJECT
  public:

@@ -117,7 +117,7 @@ const Lists& lists() {
   return instance;
 }
 
-/// Generic definitions, made as their kinds turn up and kept so that find() can hand out lasting references. There are
+/// Generic definitions, made as their kinds turn up and kept so that find() can return lasting references. There are
 /// as many as a settings file has kinds that this version doesn't know.
 class UnknownKinds {
  public:

@@ -15,7 +15,7 @@ class XfconfSwitch final : public QObject {
  public:
   XfconfSwitch(const QDBusConnection& session, const QString& channel, const QString& property);
 
-  /// Off where it was never set. Absent while the service isn't running, and until it has told.
+  /// Off where it was never set. Absent while the service isn't running, and until it has answered.
   std::optional<bool> value() const { return value_; }
   /// `changed` follows in any case.
   void set(bool on);

@@ -122,7 +122,7 @@ std::shared_ptr<CalendarZone> CalendarZones::find(const QByteArray& name) {
 }
 
 std::optional<WallSeconds> CalendarZones::wallOf(const icaltimetype& value) {
-  // The library hands on what it read: a month 24 has no day that could be counted.
+  // The library passes on what it read: a month 24 has no day that could be counted.
   if (icaltime_is_null_time(value) || !QDate::isValid(value.year, value.month, value.day)) return std::nullopt;
   const qint64 days = QDate(value.year, value.month, value.day).toJulianDay() - kEpochDay;
   if (value.is_date) return days * kDay;

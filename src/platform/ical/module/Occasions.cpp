@@ -57,7 +57,7 @@ void Occasions::addRule(icalproperty* property) {
                           (rule.freq == ICAL_HOURLY_RECURRENCE && evenStep(rule) == 0);
   if (isTooDense || rule.freq == ICAL_NO_RECURRENCE || rules_.size() >= kMostRules) return;
   if (!icaltime_is_null_time(rule.until)) {
-    // The library compares clock times; the end of a rule is told in universal time, or as a day that belongs to it.
+    // The library compares clock times; the end of a rule is given in universal time, or as a day that belongs to it.
     const auto own = CalendarZones::wallOf(rule.until);
     // Of a rule that ends on no day of the calendar only the first time is sure.
     if (!own) return;

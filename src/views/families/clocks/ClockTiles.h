@@ -32,7 +32,7 @@ struct TimeDateContent {
   QString halfOfDay;  ///< "AM" or "PM"; empty where hours count to 24.
   QStringList dates;  ///< The date from its longest form to its shortest; the first that fits is shown.
   Sky sky = Sky::Here;
-  QString place;  ///< Of another zone, or the label; heard and read in the tip.
+  QString place;  ///< Of another zone, or the label; given to screen readers and shown in the tip.
   QString label;  ///< Stands before the date.
 
   bool operator==(const TimeDateContent&) const = default;
