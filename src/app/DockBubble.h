@@ -26,7 +26,7 @@ struct DockBubbleParts {
 };
 
 /// The window of a bubble above a dock. It follows the dock's place and look, moves to another dock when its own goes,
-/// makes room for an open panel, and stays below a full-screen window that covers its display. While no display is
+/// makes space for an open panel, and stays below a full-screen window that covers its display. While no display is
 /// connected it waits for one.
 class DockBubble final : public QObject {
   Q_OBJECT

@@ -69,7 +69,7 @@ QRect WindowPlaces::centred(const QSize& size, const QRect& over, const QRect& r
   };
   for (int step = 0; step < kMostSteps && isTaken(); ++step) {
     const QRect aside = place.translated(kStep, kStep);
-    // At the end of the room it begins anew at the top.
+    // At the end of the space it begins anew at the top.
     place = room.contains(aside) ? aside : within(QRect(room.topLeft() + QPoint(kStep * step, 0), size), room);
   }
   return place;
@@ -117,7 +117,7 @@ QRect WindowPlaces::freeOf(const Screen& screen) const {
 QRect WindowPlaces::roomAt(const QString& display, const QPoint& place) const {
   const std::optional<Screen> screen = screenAt(display, place);
   if (!screen) return {};
-  // Whoever places windows himself puts them in the middle, or wherever there is room.
+  // Whoever places windows himself puts them in the middle, or wherever there is space.
   return placesItself() ? evenly(freeOf(*screen), usableOf(*screen)) : freeOf(*screen);
 }
 

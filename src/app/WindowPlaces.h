@@ -40,7 +40,7 @@ class WindowPlaces final : public QObject {
   /// The middle of a window of that size at the middle of `over`, as far as `room` lets it be seen whole. From what
   /// it would hide it goes a step aside. Sizes and places with their frames.
   static QRect centred(const QSize& size, const QRect& over, const QRect& room, const QList<QRect>& taken);
-  /// The larger part of a room above or below a dock; all of it where a dock in its middle would leave too little.
+  /// The larger part of a space above or below a dock; all of it where a dock in its middle would leave too little.
   static QRect beside(const QRect& dock, const QRect& room);
   /// What has the same middle as `whole` and lies within `free`, a part of it; `free` where that would be too little.
   static QRect evenly(const QRect& free, const QRect& whole);

@@ -6,10 +6,11 @@
 
 namespace tarnwick {
 
-/// What was entered since the settings document was written, a line a value, in files beside it: `content-journal.json`,
-/// and `content-journal-older.json` while a document that has its lines is being written. Lines are only appended and
-/// not waited for, so they cost next to nothing and outlive every end of this process, though not a power loss. Private
-/// to the user, and never more than kMostBytes together. One instance a document. Nothing here throws.
+/// What was entered since the settings document was written, a line a value, in files beside it:
+/// `content-journal.json`, and `content-journal-older.json` while a document that has its lines is being written. Lines
+/// are only appended and not waited for, so they cost next to nothing and outlive every end of this process, though not
+/// a power loss. Private to the user, and never more than kMostBytes together. One instance a document. Nothing here
+/// throws.
 class ContentJournal {
  public:
   static constexpr qint64 kMostBytes = 1'000'000;
@@ -19,11 +20,11 @@ class ContentJournal {
   bool isEmpty() const;
   /// All lines, in their order.
   QList<ContentLine> read() const;
-  /// False when there is no room for them, or the disk takes nothing; then nothing was added.
+  /// False when there is no space for them, or the disk takes nothing; then nothing was added.
   bool append(const QList<ContentLine>& lines);
-  /// Whether further lines would find no room.
+  /// Whether further lines would find no space.
   bool isFullFor(const QList<ContentLine>& lines) const;
-  /// Replaces all lines by these; those for which there is no room are left out. False when the disk takes nothing.
+  /// Replaces all lines by these; those for which there is no space are left out. False when the disk takes nothing.
   bool replace(const QList<ContentLine>& lines);
 
   /// Before a document is written that has all lines so far: they stand aside and a new file begins. `all` is what the

@@ -53,7 +53,7 @@ class Popup : public QObject {
 
 /// What a popup is like.
 struct PopupStyle {
-  QMargins margins{};         ///< Room within the content around its outline that is painted on (a shadow).
+  QMargins margins{};         ///< Space within the content around its outline that is painted on (a shadow).
   int gap = 10;               ///< Between the rectangle that it belongs to and its outline.
   bool takesKeys = true;      ///< Whether it has the keyboard while it is open.
   bool closesOutside = true;  ///< Whether a click outside closes it. One that does not lets those clicks through.
@@ -88,7 +88,7 @@ class Panel : public QObject {
 
   /// Opens `content` beside a rectangle of this panel's content, towards the middle of the screen: it never covers the
   /// rectangle and never leaves the screen. It is as large as the content's size hint says, margins included, and
-  /// smaller where there is no room. Never null; the popup owns the content and must not outlive the panel.
+  /// smaller where there is no space. Never null; the popup owns the content and must not outlive the panel.
   virtual std::unique_ptr<Popup> popup(std::unique_ptr<QWidget> content, const QRect& beside,
                                        const PopupStyle& style) = 0;
   /// Opens a menu, with its submenus, beside a rectangle of this panel's content. The menu is the caller's and must

@@ -5,7 +5,7 @@
 namespace tarnwick {
 namespace {
 
-/// How far it keeps from the sides of what is usable, where there is room for that.
+/// How far it keeps from the sides of what is usable, where there is space for that.
 constexpr int kSide = 8;
 
 }  // namespace

@@ -11,7 +11,7 @@ struct PopupPlacement {
 
   /// A rectangle of the wanted size beside another, above it in the lower half of what is usable of the screen and
   /// below it in the upper half, `gap` away and centred as far as that lies within what is usable, a little off its
-  /// sides. Where the wanted size finds no room it becomes smaller: neither the other rectangle nor what is not usable
+  /// sides. Where the wanted size finds no space it becomes smaller: neither the other rectangle nor what is not usable
   /// is ever covered.
   static QRect outline(const QRect& beside, const QSize& wanted, int gap, const QRect& usable);
 };

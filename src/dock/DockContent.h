@@ -29,7 +29,7 @@ class DockContent : public QWidget {
   /// The width that the glass needs at a scale, whatever its row measures: for the names of the profiles, where they
   /// may show, and for the words that ask for widgets; 0 for no more than it has.
   virtual double leastWidth(double) const { return 0; }
-  /// Room that the content paints on around the panel's slot.
+  /// Space that the content paints on around the panel's slot.
   virtual QMargins margins() const = 0;
   /// In the content's own coordinates, margins included.
   virtual QRegion outline() const = 0;

@@ -13,7 +13,7 @@
 namespace tarnwick {
 namespace {
 
-/// No folder, no right to write, no room, no locks in this file system. The user's values come back all the same.
+/// No folder, no right to write, no space, no locks in this file system. The user's values come back all the same.
 constexpr std::array kWithoutLock{ENOENT, ENOTDIR, EROFS, EACCES, EPERM, ENOSPC, EDQUOT, ENOLCK, ENOSYS, EOPNOTSUPP};
 
 }  // namespace

@@ -63,8 +63,15 @@ TEST(ContentLines, ForWhatIsNotThereOrWouldBeRefusedAreLeftOut) {
   const DockConfiguration before = config;
   const QByteArray id = note(config).id.toByteArray(QUuid::WithoutBraces);
   const QByteArray text = R"({"widget":"00000000-0000-0000-0000-000000000001","key":"text","value":"stranger"})"
-                          "\n" R"({"widget":")" + id + R"(","key":"goal","value":"-1"})"
-                          "\n" R"({"widget":")" + id + R"(","key":"password","value":"p"})" "\n";
+                          "\n"
+                          R"({"widget":")" +
+                          id +
+                          R"(","key":"goal","value":"-1"})"
+                          "\n"
+                          R"({"widget":")" +
+                          id +
+                          R"(","key":"password","value":"p"})"
+                          "\n";
   EXPECT_EQ(ContentLine::parse(text).size(), 3);
   ContentLine::apply(ContentLine::parse(text), config);
   EXPECT_EQ(config, before);
@@ -73,7 +80,8 @@ TEST(ContentLines, ForWhatIsNotThereOrWouldBeRefusedAreLeftOut) {
 TEST(ContentLines, AreReadUpToTheFirstDamagedOne) {
   DockConfiguration config = withNote();
   const QByteArray good = R"({"widget":")" + note(config).id.toByteArray(QUuid::WithoutBraces) +
-                          R"(","key":"text","value":"kept"})" "\n";
+                          R"(","key":"text","value":"kept"})"
+                          "\n";
   for (const QByteArray& damaged :
        {QByteArray("{\"widget\":\n"), QByteArray("\n"), QByteArray("{}\n"), QByteArray("[1]\n"),
         QByteArray("{\"widget\":5,\"key\":\"a\"}\n"), QByteArray("\0\0\0\n", 4), good.chopped(1)}) {
@@ -208,7 +216,7 @@ TEST_F(Writing, TheJournalStaysWithinItsLimitAndSaysTheLatest) {
   startFromFile();
   EXPECT_EQ(textOf(config), text);
 
-  // What has no room at all is saved instead, with the others' lines kept meanwhile.
+  // What has no space at all is saved instead, with the others' lines kept meanwhile.
   time.advance(1);
   note(config).options.insert(u"small"_s, u"kept"_s);
   type(QString(ContentJournal::kMostBytes, u'w'));

@@ -501,7 +501,7 @@ TEST_F(DockControllerTest, TheGlassStandsWhereTheGapSaysHoweverWideItIs) {
   controller.moveBy(u"A"_s, {-900, 0});
   EXPECT_EQ(controller.frame(u"A"_s).left(), -4) << "flush";
 
-  // Room for tabs, which is above the glass elsewhere, does not keep it from the top.
+  // Space for tabs, which is above the glass elsewhere, does not keep it from the top.
   const auto hangsAfter = [&](double down) {
     controller.moveBy(u"A"_s, {0, down});
     return content.geometry.atTop;

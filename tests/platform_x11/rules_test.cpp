@@ -166,7 +166,7 @@ TEST(PopupPlacement, StaysBesideAndWithin) {
       {{480, 740, 40, 50}, {2000, 2000}, {0, 30, 1000, 700}},  // too large
       {{480, 820, 40, 50}, {200, 300}, {400, 500, 200, 300}},  // hidden beyond the edge
       {{480, 0, 40, 10}, {200, 300}, {400, 30, 200, 300}},     // under a bar
-      {{0, 0, 1000, 1600}, {200, 300}, {400, 30, 200, 1}},     // no room at all
+      {{0, 0, 1000, 1600}, {200, 300}, {400, 30, 200, 1}},     // no space at all
   };
   for (const auto& row : rows) {
     EXPECT_EQ(PopupPlacement::outline(row.beside, row.wanted, 10, usable), row.outline) << row.beside.y();

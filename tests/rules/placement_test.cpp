@@ -54,7 +54,7 @@ TEST(DockSize, FollowsTheRow) {
   config.desktop.runningAppsPlacement = u"none"_s;
   EXPECT_DOUBLE_EQ(DockPlacement::size(config, withApps, 1920).panel.width(), 797);
 
-  // A second profile needs room for its tabs.
+  // A second profile needs space for its tabs.
   config.profiles.append(DockProfile::initial());
   EXPECT_DOUBLE_EQ(DockPlacement::size(config, row, 1920).panel.height(), 110);
 }

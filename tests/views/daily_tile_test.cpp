@@ -118,7 +118,7 @@ TEST(Parts, AreWhereAUserExpectsThem) {
   EXPECT_EQ(part(u"drinkWater"_s, {70, 32}), std::nullopt);
   EXPECT_EQ(part(u"habitTracker"_s, {102, 44}), 0);
   EXPECT_EQ(part(u"habitTracker"_s, {88, 44}), std::nullopt) << "yesterday is over";
-  // The one done last, then what is open; a small dock has room for less.
+  // The one done last, then what is open; a small dock has space for less.
   EXPECT_EQ(part(u"quickTodo"_s, {18, 16}), 1);
   EXPECT_EQ(part(u"quickTodo"_s, {18, 48}), 3);
   EXPECT_EQ(part(u"quickTodo"_s, {60, 48}), std::nullopt);

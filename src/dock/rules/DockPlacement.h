@@ -50,10 +50,10 @@ struct DockPlacement {
                       const std::optional<QPointF>& floating, const QMarginsF& beside = {});
 
   /// Whether the glass stands at the upper end of its slot and the tabs come out below it. A floating dock that was
-  /// moved against the top does, or the room for its tabs would keep its glass from standing flush there.
+  /// moved against the top does, or the space for its tabs would keep its glass from standing flush there.
   static bool hangs(const DockConfiguration& config, const QRectF& slot, const QRectF& usable);
 
-  /// The part of a slot, over its whole width, that the glass covers while no pointer is at it: the room for the
+  /// The part of a slot, over its whole width, that the glass covers while no pointer is at it: the space for the
   /// tabs is left out.
   static QRectF atRest(const QRectF& slot, double scale, bool hangs);
 };

@@ -14,7 +14,7 @@ PlainPopup::PlainPopup(const WaylandScreens& screens, const QWidget& panel, cons
                            Qt::NoDropShadowWindowHint);
   content_->setAttribute(Qt::WA_TranslucentBackground);
   content_->setAttribute(Qt::WA_QuitOnClose, false);
-  content_->setMinimumSize(1, 1);  // An explicit one: the content takes the size that there is room for.
+  content_->setMinimumSize(1, 1);  // An explicit one: the content takes the size that there is space for.
   content_->installEventFilter(this);
 }
 

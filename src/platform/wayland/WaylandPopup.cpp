@@ -25,7 +25,7 @@ WaylandPopup::WaylandPopup(const WaylandSession& session, const WaylandScreens& 
   content_->setAttribute(Qt::WA_TranslucentBackground);
   content_->setAttribute(Qt::WA_ShowWithoutActivating);
   content_->setAttribute(Qt::WA_QuitOnClose, false);
-  content_->setMinimumSize(1, 1);  // An explicit one: the content takes the size that there is room for.
+  content_->setMinimumSize(1, 1);  // An explicit one: the content takes the size that there is space for.
   content_->installEventFilter(this);
   connect(&screens, &WaylandScreens::changed, this, &WaylandPopup::reposition);
   if (style.closesOutside) connect(&pointer, &PanelPointer::pressed, this, &WaylandPopup::pressed);

@@ -27,7 +27,7 @@ X11Popup::X11Popup(X11Events& events, const X11Screens& screens, const QWidget& 
   content_->setAttribute(Qt::WA_ShowWithoutActivating);
   content_->setAttribute(Qt::WA_X11NetWmWindowTypePopupMenu);
   content_->setAttribute(Qt::WA_QuitOnClose, false);
-  content_->setMinimumSize(1, 1);  // An explicit one: the content takes the size that there is room for.
+  content_->setMinimumSize(1, 1);  // An explicit one: the content takes the size that there is space for.
   content_->installEventFilter(this);
   connect(&screens, &X11Screens::changed, this, &X11Popup::reposition);
   if (style.closesOutside) {

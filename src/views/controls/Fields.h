@@ -26,7 +26,7 @@ class TextField : public QLineEdit {
   void paintEvent(QPaintEvent* event) override;
   void changeEvent(QEvent* event) override;
   void showEvent(QShowEvent* event) override;
-  /// Room kept free at the end of the text.
+  /// Space kept free at the end of the text.
   void setRoomAtEnd(int room);
 
  private:

@@ -8,7 +8,7 @@
 
 namespace tarnwick {
 
-/// A pane of glass with room around it for its shadow, as large as its content wants it: what opens beside a tile or
+/// A pane of glass with space around it for its shadow, as large as its content wants it: what opens beside a tile or
 /// below the status item. Derive from it and put controls into frame().
 class GlassPane : public QWidget, public LookSource {
   Q_OBJECT
@@ -18,7 +18,7 @@ class GlassPane : public QWidget, public LookSource {
   const ControlLook& look() const override { return look_; }
   /// The look of the dock that the pane stands beside.
   void setDockLook(DockStyle style, Backdrop backdrop, bool monochrome);
-  /// Room around the pane for its shadow; none where nothing composites.
+  /// Space around the pane for its shadow; none where nothing composites.
   QMargins margins() const;
 
  Q_SIGNALS:

@@ -43,7 +43,7 @@ class TextLabel : public QLabel {
   Elide elide_ = Elide::End;
 };
 
-/// The heading of a section, with room above it and perhaps a word at its end.
+/// The heading of a section, with space above it and perhaps a word at its end.
 class SectionLabel final : public QWidget {
   Q_OBJECT
  public:

@@ -62,7 +62,7 @@ class Row final : public PaintedButton {
   }
 };
 
-/// The visible part of a window that may have room for a shadow around it.
+/// The visible part of a window that may have space for a shadow around it.
 QRect paneOf(const QWidget& window) {
   const auto* pane = window.findChild<const GlassPane*>();
   if (const auto* itself = qobject_cast<const GlassPane*>(&window)) return itself->rect() - itself->margins();

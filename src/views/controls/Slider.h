@@ -15,7 +15,7 @@ class Slider final : public QAbstractSlider {
 
   /// How the value is written; "64%" unless set otherwise. A function that gives no text hides it.
   void setFormat(std::function<QString(int value)> format);
-  /// The room that the written value takes at the end.
+  /// The space that the written value takes at the end.
   void setValueWidth(int width);
   QSize sizeHint() const override;
 

@@ -74,7 +74,7 @@ struct DockRow {
   bool highContrast = false;
   double swelling = Magnification::kMost;  ///< By how much a tile grows at most under the pointer.
 
-  QStringList tabs;  ///< The names of the profiles; room is kept for them when there are two or more.
+  QStringList tabs;  ///< The names of the profiles; space is kept for them when there are two or more.
   qsizetype activeTab = 0;
   bool tabsOnHover = true;   ///< Whether the pointer brings the tabs.
   bool swipes = true;        ///< Whether a sideways drag of empty space switches profiles.

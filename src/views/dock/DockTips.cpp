@@ -1,4 +1,4 @@
-// What the dock says of what is pointed at: names, and what a tile has no room for.
+// What the dock says of what is pointed at: names, and what a tile has no space for.
 
 #include <QApplication>
 

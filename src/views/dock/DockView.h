@@ -82,7 +82,7 @@ class DockView : public QWidget {
   QRegion outlineRegion() const;
   /// What takes clicks; the margins let them through.
   QRegion inputRegion() const;
-  /// Room around the slot that shadow and lifted tiles are painted on.
+  /// Space around the slot that shadow and lifted tiles are painted on.
   QMargins margins() const;
   /// The width of a slot that the whole row fits in, in the units of the window.
   double idealRowWidth() const { return RowLayout::idealWidth(row_); }

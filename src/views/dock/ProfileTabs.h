@@ -44,7 +44,7 @@ class ProfileTabs final : public QObject {
   double share() const;
   /// Whether the glass grows or shrinks.
   bool areMoving() const;
-  /// The room for a tab's name at scale 1.
+  /// The space for a tab's name at scale 1.
   double room(qsizetype tab) const;
   /// A name that does not stand there whole.
   QString tip(qsizetype tab) const;

@@ -113,7 +113,7 @@ struct Grid {
   }
 };
 
-/// What tabs of these widths get of a room: the widest give way first, until all are alike.
+/// What tabs of these widths get of a space: the widest give way first, until all are alike.
 QList<double> sharesOf(const QList<double>& widths, double room) {
   QList<double> ascending = widths;
   std::ranges::sort(ascending);
@@ -140,7 +140,7 @@ double idealRowWidth(const QList<Block>& blocks, const DockRow& row) {
 }
 
 void placeTabs(RowLayout& layout, const DockRow& row, const Grid& grid) {
-  // Where there is no room for all of them, those around the active one show.
+  // Where there is no space for all of them, those around the active one show.
   const double room = layout.glass.width() / row.scale - theme::kInset * 2;
   const auto most = static_cast<qsizetype>((room + theme::kTabGap) / (theme::kTabLeastWidth + theme::kTabGap));
   const qsizetype count = std::clamp<qsizetype>(most, 1, row.tabs.size());
@@ -163,7 +163,7 @@ void placeTabs(RowLayout& layout, const DockRow& row, const Grid& grid) {
   }
 }
 
-/// The glass hugs the row; a slot that keeps room for tabs leaves it free, on the inner side, until they show.
+/// The glass hugs the row; a slot that keeps space for tabs leaves it free, on the inner side, until they show.
 QRectF glassOf(const DockRow& row, const QRectF& slot, double width, double tabs, const Grid& grid) {
   const double height = (theme::kDockHeight + theme::kTabRowHeight * tabs) * row.scale;
   const double left = slot.center().x() - width / 2;

@@ -33,7 +33,7 @@ struct RowLayout {
   QList<RowItem> items;  ///< In the order of reading: from left to right, or from right to left where it is mirrored.
   QRectF separator;      ///< The line between tiles and running applications; empty where there is none.
   QRectF invitation;     ///< To add widgets, where a row holds nothing but running applications; empty elsewhere.
-  QList<QRectF> tabs;    ///< None while they are in; one that there is no room for is empty.
+  QList<QRectF> tabs;    ///< None while they are in; one that there is no space for is empty.
   double overflow = 0;   ///< How far the row is wider than its glass; it scrolls that far.
   bool mirrored = false;
 
@@ -55,7 +55,7 @@ struct RowLayout {
   /// The grounds that a dock without glass is cut to: one of each widget that shows something, and one of all running
   /// applications.
   QList<QRectF> plates(const DockRow& row) const;
-  /// The lines that part tiles, each with room for a ring of one device pixel.
+  /// The lines that part tiles, each with space for a ring of one device pixel.
   QList<QRectF> lines(const DockRow& row, double ratio) const;
   /// The item of a widget or a running application; -1 for none.
   qsizetype itemOf(RowItem::Kind kind, qsizetype index) const;

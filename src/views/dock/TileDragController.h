@@ -17,7 +17,7 @@
 namespace tarnwick {
 
 /// A tile that is taken out of the row by the pointer and put back elsewhere: where it is seen, where it would go, how
-/// the others make room, and its way down when it is let go. It changes no row: whoever owns it does what drop() says
+/// the others make space, and its way down when it is let go. It changes no row: whoever owns it does what drop() says
 /// and gives the new row back. The row, its layout and the scrolling are borrowed.
 class TileDragController final : public QObject {
   Q_OBJECT
@@ -43,7 +43,7 @@ class TileDragController final : public QObject {
   void settle() { shifts_.settle(); }
 
   bool isActive() const { return drag_.has_value(); }
-  /// Whether a tile is held, on its way down, or making room.
+  /// Whether a tile is held, on its way down, or making space.
   bool isBusy() const { return isActive() || isLanding() || shifts_.isMoving(); }
   bool isLanding() const { return !landing_.isEmpty(); }
   QPointF pointer() const { return drag_->pointer; }

@@ -19,7 +19,7 @@ class TipBubble final : public QWidget {
   /// The dock's look; the tip follows it.
   void setLook(DockStyle style, Backdrop backdrop);
 
-  /// The room for the shadow around it.
+  /// The space for the shadow around it.
   QMargins margins() const;
   QSize sizeHint() const override;
 

@@ -12,7 +12,7 @@ struct CardLayout {
   static constexpr int kNameRow = 36;  ///< Below the tile.
   static constexpr int kGap = 10;      ///< Between cards.
   static constexpr int kMargin = 24;   ///< Beside the shelves and below the last.
-  static constexpr int kHeading = 45;  ///< The room above the cards of a shelf.
+  static constexpr int kHeading = 45;  ///< The space above the cards of a shelf.
   static constexpr int kHeadingMiddle = 27;
   static constexpr int kAbove = 8;  ///< Clear space that the first heading needs no more.
 

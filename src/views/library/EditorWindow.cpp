@@ -280,7 +280,7 @@ bool EditorWindow::eventFilter(QObject* watched, QEvent* event) {
   return AppWindow::eventFilter(watched, event);
 }
 
-/// As high as what stands in it, as far as the screen has room.
+/// As high as what stands in it, as far as the screen has space.
 void EditorWindow::fit() {
   auto* area = page_->findChild<ScrollArea*>();
   if (!area || !isVisible()) return;

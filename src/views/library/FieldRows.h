@@ -11,7 +11,7 @@ class ListRow;
 
 /// Rows in a control that come and go.
 struct FieldRows {
-  /// A column for them, without room around or between.
+  /// A column for them, without space around or between.
   static QVBoxLayout* column();
   /// Takes all rows away, one of which may be the one that was clicked to come here.
   static void clear(QVBoxLayout& column);

@@ -6,7 +6,7 @@
 namespace tarnwick {
 
 /// A picture of a dock at the foot of a lake, painted by the dock's own painters with made-up values. Where there is
-/// less room than its size it is narrower, and the dock in it smaller.
+/// less space than its size it is narrower, and the dock in it smaller.
 class DockScene final : public QWidget {
   Q_OBJECT
  public:

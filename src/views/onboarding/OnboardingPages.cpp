@@ -56,7 +56,7 @@ QVBoxLayout* beginPage(QWidget* page, const QString& heading, const QString& sen
   return column;
 }
 
-/// The column of a page, in its middle, as wide as that where there is room.
+/// The column of a page, in its middle, as wide as that where there is space.
 QVBoxLayout* addColumn(QVBoxLayout* page, int width = kColumn) {
   constexpr int beforeAll = 1000;
   auto* holder = new QWidget;

@@ -37,7 +37,7 @@ struct EmptyState {
 /// from it, put controls into body() in the constructor, and fill them in refresh().
 ///
 /// While it is shown, refresh() is called on every beat and after every change of the settings, of the switches and of
-/// the readings. A panel takes the size of its content, and scrolls where the screen has no room for that.
+/// the readings. A panel takes the size of its content, and scrolls where the screen has no space for that.
 class TilePanel : public GlassPane {
   Q_OBJECT
  public:

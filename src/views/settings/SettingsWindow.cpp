@@ -20,8 +20,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize kWindow{848, 720};
-constexpr QSize kLeast{600, 320};  // Half of a small display has room for it.
-constexpr int kWholeSide = 720;    // From this width on there is room for words in the side bar.
+constexpr QSize kLeast{600, 320};  // Half of a small display has space for it.
+constexpr int kWholeSide = 720;    // From this width on there is space for words in the side bar.
 constexpr int kRow = 32;
 
 struct Section {

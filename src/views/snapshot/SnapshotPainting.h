@@ -58,7 +58,7 @@ class SnapshotPainter {
  private:
   QImage render(QWidget& widget) const;
   QImage blank(const QSizeF& size) const;
-  /// One that is filled, without the room for an alpha that nothing of it has.
+  /// One that is filled, without the space for an alpha that nothing of it has.
   QImage ground(const QSizeF& size) const;
 
   SnapshotScheme scheme_;

@@ -15,7 +15,7 @@ namespace tarnwick {
 /// never stretched: a stretched picture would wake Qt's worker threads, and a dock is painted every second.
 class Glass {
  public:
-  /// Room that the shadow and the outer line take around a pane.
+  /// Space that the shadow and the outer line take around a pane.
   static QMargins margins(const GlassColors& colors, double scale);
 
   /// Paints a pane at `rect`, which should lie on whole device pixels. `corner` and the shadow are multiplied by

@@ -17,7 +17,7 @@ constexpr double kBadgeCorner = 6;
 constexpr double kLeastRight = 8;
 /// In small docks a badge is as large as its letter needs it.
 constexpr double kBareBadge = 26;
-/// Narrower tiles put the symbol over the name, and so do those up to kMayStack whose name has no room beside it.
+/// Narrower tiles put the symbol over the name, and so do those up to kMayStack whose name has no space beside it.
 constexpr double kSideBySide = 100;
 constexpr double kMayStack = 140;
 constexpr double kStackedSymbol = 17;

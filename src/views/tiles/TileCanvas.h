@@ -54,9 +54,9 @@ class TileCanvas {
     painter_.restore();
   }
 
-  /// Whether there is room for a third row or a label; small docks leave it out first.
+  /// Whether there is space for a third row or a label; small docks leave it out first.
   bool showsLastRow() const { return style_.scale >= theme::kCompactScale; }
-  /// Whether there is room for a caption under a headline or title; the smallest docks leave it out too.
+  /// Whether there is space for a caption under a headline or title; the smallest docks leave it out too.
   bool showsCaption() const { return style_.scale >= theme::kBareScale; }
 
   TextLine line(const QString& text, TextStyle style) const { return TextLine(text, style, style_.scale); }
@@ -71,7 +71,7 @@ class TileCanvas {
   /// A line that begins at `x`, shortened to `width`.
   void text(double x, double baseline, double width, TextStyle style, const QString& text, const QColor& color,
             Elide elide = Elide::End);
-  /// A line in the middle of the tile, shortened to what the tile has room for.
+  /// A line in the middle of the tile, shortened to what the tile has space for.
   void centredText(double baseline, TextStyle style, const QString& text, const QColor& color,
                    Elide elide = Elide::End);
   /// A name or title shortened to `room` at its end. In the smallest docks it is empty where so few letters would be

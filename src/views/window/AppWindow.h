@@ -50,7 +50,7 @@ class AppWindow : public QWidget, public LookSource {
   void setBehind(const QMargins& margins);
   /// Where this window can be seen whole.
   QRect room() const;
-  /// Shows the window, in front of all others and with the keyboard. It never begins larger than its room.
+  /// Shows the window, in front of all others and with the keyboard. It never begins larger than the space it has.
   void present();
 
  public Q_SLOTS:

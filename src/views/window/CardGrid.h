@@ -6,7 +6,7 @@ class QGridLayout;
 
 namespace tarnwick {
 
-/// Cards of one size in rows, as many beside each other as there is room for.
+/// Cards of one size in rows, as many beside each other as there is space for.
 class CardGrid final : public QWidget {
  public:
   /// `margin` is around all of them, `spacing` between two.

@@ -9,7 +9,7 @@ namespace tarnwick {
 
 class LayoutPicture;
 
-/// One of the layouts to choose from: its picture, its name and, where there is room, what it does. A radio button to
+/// One of the layouts to choose from: its picture, its name and, where there is space, what it does. A radio button to
 /// the keyboard and to screen readers: cards with the same parent are one group, in which the arrow keys choose. The
 /// picture moves while the pointer is on the card and when it is chosen.
 class LayoutCard final : public QRadioButton {

@@ -9,7 +9,7 @@ class AppStore;
 class IconButton;
 class TextLabel;
 
-/// The store's message line in a window: a quiet bar with the sentence and a button that dismisses it. Takes no room
+/// The store's message line in a window: a quiet bar with the sentence and a button that dismisses it. Takes no space
 /// while there is no message. Screen readers are notified of a new one.
 class MessageStrip final : public QWidget {
   Q_OBJECT

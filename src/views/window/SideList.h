@@ -30,7 +30,7 @@ class SideList final : public QListView, public ItemActions {
   QString chosen() const;
   /// Chooses without a signal.
   void choose(const QString& id);
-  /// There is no room for words, which are in the tips then.
+  /// There is no space for words, which are in the tips then.
   bool showsSymbolsOnly() const;
   QSize sizeHint() const override;
   void pressItem(const QModelIndex& index) override { setCurrentIndex(index); }

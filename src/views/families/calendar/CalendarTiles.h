@@ -29,7 +29,7 @@ struct TodayEventContent {
   QString day;
   QString title;
   QString caption;
-  QString shortCaption;   ///< Where there is no room for the other one.
+  QString shortCaption;   ///< Where there is no space for the other one.
   bool accented = false;  ///< Whether the caption leads to something to do.
   QString spoken;
 

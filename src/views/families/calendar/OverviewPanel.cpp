@@ -84,7 +84,7 @@ class OverviewPanel final : public TilePanel {
 
   void showWeather(const TileSources& sources) {
     weather_->setVisible(sources.weather.has_value());
-    // A section brings the room above it along, the weather does not.
+    // A section brings the space above it along, the weather does not.
     const int top = sources.weather ? theme::kPanelHeaderBelow - theme::kSectionBelow : 0;
     body().setContentsMargins(theme::kRowOverhang, top, theme::kRowOverhang, 0);
     if (!sources.weather || (sources.weather == reading_ && look() == painted_)) return;

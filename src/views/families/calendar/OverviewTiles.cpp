@@ -24,7 +24,7 @@ struct Cells {
   QList<double> dividers;
 };
 
-/// At their usual places, or, where a word has no room then, with equal gaps between the words.
+/// At their usual places, or, where a word has no space then, with equal gaps between the words.
 Cells cellsOf(const TileCanvas& canvas, const OverviewContent& content) {
   Cells usual;
   Cells close;

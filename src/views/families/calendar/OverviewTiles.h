@@ -15,7 +15,7 @@ struct OverviewContent {
   struct Figure {
     QString figure;
     QString label;
-    QString symbol;  ///< In its place where there is no room for words.
+    QString symbol;  ///< In its place where there is no space for words.
     bool operator==(const Figure&) const = default;
   };
   QList<Figure> figures;

@@ -27,7 +27,7 @@ struct Section {
 class RemindersPanel final : public TilePanel {
  public:
   explicit RemindersPanel(const PanelContext& context) : TilePanel(context) {
-    // The first section brings the room above it.
+    // The first section brings the space above it.
     body().setContentsMargins(theme::kRowOverhang, 0, theme::kRowOverhang, 0);
   }
 

@@ -49,7 +49,7 @@ struct AnalogClockContent {
   int hour = 0;
   int minute = 0;
   int second = 0;
-  QString label;  ///< There is no room for it on the face: it is in the tip.
+  QString label;  ///< There is no space for it on the face: it is in the tip.
   QString time;   ///< As it is spoken, without the second, which would make a screen reader speak all the time.
 
   bool operator==(const AnalogClockContent&) const = default;

@@ -157,7 +157,7 @@ TileText describe(const WorldListContent& content, const QString& name) {
 
 namespace {
 
-/// "N. York", where there is no room for more.
+/// "N. York", where there is no space for more.
 QString briefCity(const QString& city) {
   QStringList words = city.split(u' ', Qt::SkipEmptyParts);
   for (qsizetype i = 0; i + 1 < words.size(); ++i) words[i] = words[i].left(1) + u'.';

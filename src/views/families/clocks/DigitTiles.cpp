@@ -56,7 +56,7 @@ DigitsContent digits(const TileRequest& request, DigitFace face) {
   return content;
 }
 
-/// The half of the day where there is no room for its word: the upper of two dots is lit before noon, the lower after.
+/// The half of the day where there is no space for its word: the upper of two dots is lit before noon, the lower after.
 void paintHalf(TileCanvas& canvas, const DigitsContent& content, double x, double upper, double lower) {
   if (content.time.halfOfDay.isEmpty()) return;
   const bool evening = content.hour >= kNoon;
@@ -67,7 +67,7 @@ void paintHalf(TileCanvas& canvas, const DigitsContent& content, double x, doubl
   }
 }
 
-/// The largest style in which a time of twelve hours has room for the word that tells morning from evening.
+/// The largest style in which a time of twelve hours has space for the word that tells morning from evening.
 TextStyle plainStyle(const TileCanvas& canvas, const DigitsContent& content, double room) {
   const QString& half = content.time.halfOfDay;
   if (half.isEmpty()) return TextStyle::Display;

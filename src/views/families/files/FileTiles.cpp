@@ -16,11 +16,11 @@ namespace {
 
 constexpr double kPictureTop = 3;
 constexpr double kPictureAlone = 12;  ///< The top of a picture without a caption.
-constexpr double kShelfLift = 1.25;   ///< How far the middle of a shelf lies below that of its room.
+constexpr double kShelfLift = 1.25;   ///< How far the middle of a shelf lies below that of its space.
 constexpr double kTrashSymbol = 24;
 constexpr double kTrashMiddle = 23;
 
-/// The top left of the picture of a tile that has a caption where there is room for one.
+/// The top left of the picture of a tile that has a caption where there is space for one.
 QPointF pictureCorner(const TileCanvas& canvas) {
   return {(canvas.width() - kFilePicture) / 2, canvas.showsCaption() ? kPictureTop : kPictureAlone};
 }

@@ -56,7 +56,7 @@ class FolderPanel final : public TilePanel {
     });
     header().addAction(button);
     view_->setMostRows(5);
-    // Beside the name of a folder there would be no room for that.
+    // Beside the name of a folder there would be no space for that.
     body().addWidget(order_);
     body().addSpacing(theme::kRowGap);
     body().addWidget(view_);

@@ -16,7 +16,7 @@ TileText describe(const SeparatorContent& content, const QString& name);
 void paint(TileCanvas& canvas, const SeparatorContent& content);
 constexpr bool standsOnGround(const SeparatorContent&) { return false; }
 
-/// Room between tiles; it has no ground of its own.
+/// Space between tiles; it has no ground of its own.
 struct SpaceContent {
   bool operator==(const SpaceContent&) const = default;
 };

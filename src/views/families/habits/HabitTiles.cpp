@@ -41,7 +41,7 @@ bool isNear(QPointF point, QPointF centre, double reach) {
   return QPointF::dotProduct(away, away) <= reach * reach;
 }
 
-/// The count and its goal as large as there is room for; the goal goes before a digit of the count would.
+/// The count and its goal as large as there is space for; the goal goes before a digit of the count would.
 void paintCount(TileCanvas& canvas, const WaterContent& content, bool captioned) {
   const double room = canvas.width() - kCountLeft - kCountRight;
   const QString count = LocalFigures::number(content.glasses);

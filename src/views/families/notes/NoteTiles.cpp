@@ -57,13 +57,13 @@ void paintTodo(TileCanvas& canvas, const TodosContent::Item& item, double baseli
     canvas.painter().fillRect(canvas.snapped(QRectF(kTodoLeft, baseline - kCircleRise, line.width(), 1)), ink);
 }
 
-/// The rows that a tile has room for.
+/// The rows that a tile has space for.
 qsizetype rowsFor(double scale, qsizetype items) {
   const qsizetype most = scale >= theme::kCompactScale ? TodosContent::kRows : scale >= theme::kBareScale ? 2 : 1;
   return std::min(most, items);
 }
 
-/// A tile with room for fewer rows leaves out what is done first.
+/// A tile with space for fewer rows leaves out what is done first.
 qsizetype firstRow(const TodosContent& content, qsizetype rows) {
   return rows < content.items.size() && content.items.first().done ? 1 : 0;
 }

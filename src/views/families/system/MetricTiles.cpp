@@ -33,7 +33,7 @@ constexpr double kChartHeight = 28;
 constexpr double kLeastChart = 48;
 constexpr double kBeforeChart = 6;
 
-/// It leaves room for what stands before it.
+/// It leaves space for what stands before it.
 QRectF chartBox(const TileCanvas& canvas, double textEnd) {
   const double right = canvas.width() - theme::kTextRight;
   const double width = std::clamp(right - textEnd - kBeforeChart, kLeastChart, kChartWidth);

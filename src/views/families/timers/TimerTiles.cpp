@@ -29,7 +29,7 @@ constexpr double kMarkWidth = 10;
 constexpr double kMarkGap = 3;
 constexpr double kMarkGapTight = 2;
 constexpr int kUsualMarks = 4;
-constexpr double kOverhang = 4;  ///< How far a text may reach into the room at the right.
+constexpr double kOverhang = 4;  ///< How far a text may reach into the space at the right.
 
 TimerContent::Glyph glyphOf(const DockWidget& widget, const TimerFacts& facts) {
   if (widget.kind == kind::posture) return TimerContent::Glyph::Seated;
@@ -76,7 +76,7 @@ void paintMarks(TileCanvas& canvas, const TimerContent& content) {
                 std::min(width, kMarkHeight) / 2, i < content.lit ? canvas.accent() : canvas.colors().track);
 }
 
-/// The figure in the largest style that has room for it. Hours that have room in none do without their seconds, and
+/// The figure in the largest style that it fits in. Hours that fit in none do without their seconds, and
 /// then without their minutes.
 void paintFigure(TileCanvas& canvas, const QString& figure, bool overWord) {
   const double room = canvas.roomAfter(kBesideRing) + kOverhang;

@@ -43,7 +43,7 @@ struct Fitted {
   QString figure;
 };
 
-/// The longest form in the largest style that there is room for: a shorter form is better than a smaller one.
+/// The longest form in the largest style that there is space for: a shorter form is better than a smaller one.
 Fitted fitted(const TileCanvas& canvas, const ResultContent& content, double room) {
   for (const TextStyle style : {TextStyle::Headline, TextStyle::Gauge, TextStyle::Title}) {
     const double unit = content.unit.isEmpty() ? 0 : 2 + TextLine::unit(content.unit, style, canvas.scale()).width();

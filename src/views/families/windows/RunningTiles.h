@@ -11,7 +11,7 @@ namespace tarnwick {
 
 class TileCanvas;
 
-/// The applications that run, side by side. What has no room is counted.
+/// The applications that run, side by side. What does not fit is counted.
 struct RunningAppsContent {
   QList<RunningFacts> apps;
   qsizetype more = 0;
