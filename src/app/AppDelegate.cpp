@@ -28,7 +28,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double kAfterFirstFrame = 0.2;
-/// By then the docks stand where a change of the layout or of the displays puts them.
+/// By then the docks are where a change of the layout or of the displays puts them.
 constexpr double kOnceTheDocksStand = 0.06;
 
 }  // namespace

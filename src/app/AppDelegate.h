@@ -34,7 +34,7 @@ struct DelegateSetup {
   QString executable;
   /// What a new build of the program is started with.
   LaunchEnvironment environment;
-  QString autostartFile;      ///< Where the login entry stands.
+  QString autostartFile;      ///< Where the login entry is.
   bool framesWindows = true;  ///< Whether the desktop puts a frame with a title around a program's windows.
   /// Whether exit guards are installed; a test that runs the program in its own process keeps its signals.
   bool guards = true;

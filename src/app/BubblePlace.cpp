@@ -35,7 +35,7 @@ PanelPlacement bubblePlacement(const MessageBubble& bubble, const BubbleSurround
   const double y = dockIsOnTop ? place.bottom() + away : place.top() - away - size.height();
   QRect rectangle(QPointF(place.center().x() - size.width() / 2.0, y).toPoint(), size);
   QRect room = screen.usable.toRect().adjusted(kBesideAPanel, 0, -kBesideAPanel, 0);
-  // A floating dock may stand in a corner, where the bubble is wider than what is left beside it.
+  // A floating dock may be in a corner, where the bubble is wider than what is left beside it.
   moveInto(room, rectangle);
   const QRect panel = around.panel ? around.panel(screen.id) : QRect();
   if (!panel.isEmpty()) {

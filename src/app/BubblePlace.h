@@ -22,7 +22,7 @@ struct BubbleSurroundings {
   std::function<QRect(const QString& display)> panel{};
 };
 
-/// Where a bubble stands: over the middle of the dock of its display, or else of the first one, on the side of the
+/// Where a bubble is placed: over the middle of the dock of its display, or else of the first one, on the side of the
 /// screen's inside, and clear of an open panel; where there is no dock, at the bottom of the main screen. There must be
 /// a screen.
 PanelPlacement bubblePlacement(const MessageBubble& bubble, const BubbleSurroundings& around);

@@ -43,7 +43,7 @@ struct CommandLine {
   bool operator==(const CommandLine&) const = default;
 
   /// `arguments` without the program's own name. The switches are looked for in a fixed order, each by an exact match
-  /// anywhere in the list; the first that matches decides, whatever else stands there. A measurement needs its number
+  /// anywhere in the list; the first that matches decides, whatever else is there. A measurement needs its number
   /// of seconds; without a positive one its switch decides nothing.
   static CommandLine parse(const QStringList& arguments);
 

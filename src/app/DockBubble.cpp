@@ -12,7 +12,7 @@
 namespace tarnwick {
 namespace {
 
-/// By then the dock stands where a change of the layout or of the displays puts it.
+/// By then the dock is where a change of the layout or of the displays puts it.
 constexpr double kOnceTheDockStands = 0.06;
 
 }  // namespace

@@ -16,7 +16,7 @@ class DockController;
 class MessageBubble;
 class PanelHost;
 
-/// What a bubble stands beside. Borrowed; all are required.
+/// What a bubble is placed beside. Borrowed; all are required.
 struct DockBubbleParts {
   AppStore* store = nullptr;
   DockController* dock = nullptr;
@@ -44,11 +44,11 @@ class DockBubble final : public QObject {
 
   /// Shows it where it belongs now.
   void arrange();
-  /// The same once the dock stands where a change of the settings or of the displays puts it.
+  /// The same once the dock is where a change of the settings or of the displays puts it.
   void arrangeSoon();
   /// Of the bubble; 0 while none is shown.
   int height() const;
-  /// Where it stands, in desktop coordinates; empty while none is shown.
+  /// Where it is, in desktop coordinates; empty while none is shown.
   QRect frame() const;
 
  private:

@@ -34,7 +34,7 @@ struct DockPresenterSetup {
   std::function<bool()> editorIsOpen{};
 };
 
-/// The docks on the screen and what stands beside them: their content, menus, panels, messages, and the undoing of
+/// The docks on the screen and what is beside them: their content, menus, panels, messages, and the undoing of
 /// what was changed on them. Main thread only.
 class DockPresenter final : public QObject, private DockHost {
   Q_OBJECT
@@ -57,7 +57,7 @@ class DockPresenter final : public QObject, private DockHost {
   void start();
   /// Takes what docks, panels and bubbles look like from the settings and DesktopLook anew.
   void takeLook();
-  /// Takes down what stands beside the docks, after which nothing can be taken back. To be called before the store goes
+  /// Takes down what is beside the docks, after which nothing can be taken back. To be called before the store goes
   /// down; shutdown() after it.
   void closeAll();
   void shutdown();

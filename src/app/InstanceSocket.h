@@ -14,8 +14,8 @@ class QSocketNotifier;
 
 namespace tarnwick {
 
-/// The door of the copy that runs on a data folder: a socket beside its lock, through which other processes of the same
-/// user ask for something and get one answer. It needs no session bus. A request and an answer are JSON objects of
+/// The way to reach the copy that runs on a data folder: a socket beside its lock, through which other processes of the
+/// same user ask for something and get one answer. It needs no session bus. A request and an answer are JSON objects of
 /// at most 64 KB.
 class InstanceSocket : public QObject {
   Q_OBJECT
@@ -25,7 +25,7 @@ class InstanceSocket : public QObject {
   explicit InstanceSocket(const QString& directory, QObject* parent = nullptr);
   ~InstanceSocket() override;
 
-  /// Opens the door; only the copy that holds the data folder's lock does. `answer` is called from the event loop and
+  /// Opens the socket; only the copy that holds the data folder's lock does. `answer` is called from the event loop and
   /// must not throw or wait. False where no socket can be had; then nobody comes.
   bool listen(Answer answer);
   void close();

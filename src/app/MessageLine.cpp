@@ -18,7 +18,7 @@ void MessageLine::update() {
   bubble_.reset();
   if (!text_.isEmpty()) {
     bubble_ = std::make_unique<DockBubble>(parts_, [this] { return make(); });
-    // A message of a layout pass comes before the dock stands.
+    // A message of a layout pass comes before the dock is placed.
     if (!parts_.dock->displays().isEmpty()) bubble_->arrange();
     bubble_->arrangeSoon();
   }

@@ -18,7 +18,7 @@ class MessageLine : public QObject {
   void update();
   /// Of the bubble; 0 while none is shown.
   int height() const { return bubble_ ? bubble_->height() : 0; }
-  /// Where it stands, in desktop coordinates; empty while none is shown.
+  /// Where it is, in desktop coordinates; empty while none is shown.
   QRect frame() const { return bubble_ ? bubble_->frame() : QRect(); }
 
  Q_SIGNALS:

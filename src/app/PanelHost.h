@@ -57,7 +57,7 @@ class PanelHost final : public QObject {
 
   /// Whether a panel is open that belongs to a display's dock, which then stays shown.
   bool hasActivePanel(const QString& display) const { return !display_.isEmpty() && display == display_; }
-  /// Where that panel stands, in desktop coordinates; empty for none.
+  /// Where that panel is, in desktop coordinates; empty for none.
   QRect outline(const QString& display) const;
   /// The widget whose panel is open; null for none.
   const QUuid& openWidget() const { return widget_; }

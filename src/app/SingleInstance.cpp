@@ -41,7 +41,7 @@ std::optional<struct stat> statusOf(const QString& path) {
 
 bool isSameFile(const struct stat& a, const struct stat& b) { return a.st_dev == b.st_dev && a.st_ino == b.st_ino; }
 
-/// Whether the running executable of a process is not the file any more that stands at `executable`. A package keeps
+/// Whether the running executable of a process is not the file any more that is at `executable`. A package keeps
 /// the date of its making, so the dates alone do not tell.
 bool wasReplaced(qint64 process, const QString& executable) {
   const auto running = statusOf(u"/proc/%1/exe"_s.arg(process));
@@ -190,7 +190,7 @@ std::optional<QDateTime> SingleInstance::startOf(qint64 process) {
   if (process <= 0) return std::nullopt;
   const auto line = SmallFile::read(u"/proc/%1/stat"_s.arg(process), kLongestLine);
   if (!line) return std::nullopt;
-  // The name stands in parentheses and may hold anything.
+  // The name is in parentheses and may hold anything.
   const QList<QByteArray> fields = line->mid(line->lastIndexOf(')') + 2).split(' ');
   if (fields.size() <= kStartTime - 3) return std::nullopt;
   const qint64 ticks = fields[kStartTime - 3].toLongLong();
@@ -239,7 +239,7 @@ std::optional<int> SingleInstance::resolve(DataFolderLock& lock, SessionApplicat
   };
   const auto other = [&] { return canLock ? lock.holder() : session.otherProcess(); };
   const auto hasTheName = [&] { return other() > 0 && session.otherProcess() == other(); };
-  // Beside the lock stands a door that needs no bus: for a session without one, and for a copy that lost its name.
+  // Beside the lock is a socket that needs no bus: for a session without one, and for a copy that lost its name.
   SocketSession door(lock.directory());
   const auto way = [&]() -> SessionApplication& {
     if (hasTheName()) return session;

@@ -77,7 +77,7 @@ void StatusItem::activated(QSystemTrayIcon::ActivationReason reason) {
   if (reason == QSystemTrayIcon::Trigger && !classic_) return Q_EMIT panelToggled();
   Q_EMIT panelDismissed();
   // A tray of the newer kind shows the menu by itself, or asks for it and has nobody else to ask; within one of the
-  // older kind, which tells where the item stands, the toolkit opens it.
+  // older kind, which tells where the item is, the toolkit opens it.
   if (reason == QSystemTrayIcon::Trigger || (reason == QSystemTrayIcon::Context && place().isEmpty()))
     Q_EMIT menuRequested(menu_);
 }

@@ -67,7 +67,7 @@ struct Entries {
   }
 };
 
-/// Who answers an edit command: what has the keyboard, or what it stands in. A field where nothing was written leaves
+/// Who answers an edit command: what has the keyboard, or what contains it. A field where nothing was written leaves
 /// taking back to its window.
 QWidget* answerTo(const char* slot) {
   const QByteArray signature = QByteArray(slot) + "()";
@@ -163,7 +163,7 @@ std::unique_ptr<QMenuBar> makeApplicationMenu(Commands& commands) {
     if (QWidget* active = QApplication::activeWindow()) active->close();
   });
 
-  // Where there is no tray these stand nowhere else.
+  // Without a tray these are offered nowhere else.
   QMenu& help = *bar->addMenu(StatusMenuWords::tr("Help"));
   entries.add(help, StatusMenuWords::tr("Tarnwick Help"), &Commands::showHelp, QKeySequence::HelpContents);
   entries.add(help, StatusMenuWords::tr("About Tarnwick"), &Commands::showAbout);

@@ -58,7 +58,7 @@ void TipHost::open(const QString& display, const DockTip& tip) {
   connect(popup_.get(), &Popup::closed, this, closed, Qt::QueuedConnection);
 }
 
-/// The tile, and with it the bubble that stands over it.
+/// The tile, and with it the bubble that is over it.
 QRect TipHost::besideOf(const DockTip& tip) const {
   const QRect tile = tip.beside.translated(controller_->contentOrigin(display_).toPoint());
   QRect beside = tile;

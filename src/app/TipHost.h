@@ -17,7 +17,7 @@ class AppStore;
 class DockController;
 class TipBubble;
 
-/// The tip beside a dock: one for all displays. It is a window without the keyboard that lets clicks through, stands
+/// The tip beside a dock: one for all displays. It is a window without the keyboard that lets clicks through, is shown
 /// on the inner side of the glass and moves from tile to tile.
 class TipHost final : public QObject {
   Q_OBJECT
@@ -27,7 +27,7 @@ class TipHost final : public QObject {
   ~TipHost() override;
 
   void setController(DockController* controller) { controller_ = controller; }
-  /// Says what else stands beside a dock, in desktop coordinates: a tip keeps clear of it.
+  /// Says what else is beside a dock, in desktop coordinates: a tip keeps clear of it.
   void setBesideDocks(std::function<QList<QRect>()> frames) { besideDocks_ = std::move(frames); }
   /// What a display's dock says of what is pointed at now; nothing takes its tip away, and leaves that of another dock.
   void show(const QString& display, const std::optional<DockTip>& tip);

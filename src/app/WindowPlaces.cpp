@@ -46,7 +46,7 @@ bool placesItself() { return QGuiApplication::platformName().startsWith("wayland
 
 QRect usableOf(const Screen& screen) { return (screen.usable.isEmpty() ? screen.frame : screen.usable).toRect(); }
 
-/// Whether its size is the user's, and not that of what stands in it.
+/// Whether its size is the user's, and not that of its contents.
 bool isSized(const QWidget& window) { return window.minimumWidth() < window.maximumWidth(); }
 
 }  // namespace
@@ -121,7 +121,7 @@ QRect WindowPlaces::roomAt(const QString& display, const QPoint& place) const {
   return placesItself() ? evenly(freeOf(*screen), usableOf(*screen)) : freeOf(*screen);
 }
 
-/// A window that is higher than what the dock leaves lies behind the dock, wherever it stands.
+/// A window that is higher than what the dock leaves lies behind the dock, wherever it is.
 void WindowPlaces::keepClear(AppWindow& window) const {
   if (!window.isVisible() || !window.screen()) return;
   const std::optional<Screen> screen = screenAt({}, window.screen()->geometry().center());

@@ -28,11 +28,11 @@ class WindowPlaces final : public QObject {
     QString display;            ///< The identity of a display.
   };
 
-  /// `screens` is borrowed. `dock` tells where the dock of a display stands while it is out; empty where there is none.
+  /// `screens` is borrowed. `dock` tells where the dock of a display is while it is out; empty where there is none.
   WindowPlaces(const Screens& screens, std::function<QRectF(const Screen& screen)> dock)
       : screens_(screens), dock_(std::move(dock)) {}
 
-  /// The docks stand elsewhere, or are others.
+  /// The docks are elsewhere, or are others.
   void docksMoved();
   /// Sees to the place of a window that was never shown. Windows of the same name share what is remembered.
   void settle(AppWindow& window, const QString& name, const Request& request);

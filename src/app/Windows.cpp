@@ -80,7 +80,7 @@ void Windows::dress(AppWindow& window) {
 QRectF Windows::dockOn(const Screen& screen) const {
   const DockController& dock = delegate_.dock();
   const AppStore& store = delegate_.store();
-  // Without layers a dock is a window that stands anywhere.
+  // Without layers a dock is a window that may be anywhere.
   const bool isWindow = QGuiApplication::platformName().startsWith("wayland"_L1) && !services_.zones.edges();
   if (isWindow) return {};
   if (!dock.displays().isEmpty() || screen.id != services_.screens.mainId()) return dock.frame(screen.id);

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A list of absolute folders; relative ones must be ignored. Each stands once.
+/// A list of absolute folders; relative ones must be ignored. Each is listed once.
 QStringList folders(const QString& list, const QStringList& otherwise) {
   QStringList result;
   for (const QString& folder : list.split(u':', Qt::SkipEmptyParts)) {

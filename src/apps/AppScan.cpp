@@ -19,7 +19,7 @@ class Reader {
 
   void applications() {
     for (const QString& root : environment_.applicationFolders()) {
-      // Only the user's own files are likely to be edited where they stand; packages replace theirs, which the folder
+      // Only the user's own files are likely to be edited where they are; packages replace theirs, which the folder
       // shows.
       own_ = root == environment_.dataHome + "/applications"_L1;
       if (QFileInfo(root).isDir())

@@ -45,7 +45,7 @@ struct DesktopEntry {
   QString snapInstanceName;
   bool restrictsDesktops = false;  ///< `onlyShowIn` was given, even if it names nobody.
   bool noDisplay = false;
-  bool hidden = false;  ///< The user deleted it: it only hides what stands below it.
+  bool hidden = false;  ///< The user deleted it: it only hides what is below it.
   bool terminal = false;
   bool dbusActivatable = false;
   bool startupNotify = false;

@@ -138,7 +138,7 @@ void InstalledApps::folderChanged(const QString& path) {
   if (awaited == awaited_.constEnd() || !QFileInfo::exists(path)) return scanSoon();
   for (const QString& next : *awaited)
     if (QFileInfo::exists(next)) return scanSoon();
-  // Somebody else's business in a folder where ours may appear one day, unless applications stand in it as well.
+  // Somebody else's business in a folder where ours may appear one day, unless applications are in it as well.
   if (environment_.applicationFolders().contains(path)) scanSoon();
 }
 

@@ -11,7 +11,7 @@ namespace tarnwick {
 /// that is neither is passed over, and what is not there reads as empty.
 class KeyFile {
  public:
-  /// Of a key that stands in several languages only the one that `locales` prefers is kept.
+  /// Of a key that is given in several languages only the one that `locales` prefers is kept.
   static KeyFile parse(QByteArrayView utf8, const QStringList& locales = {});
 
   /// Reads a file of at most a megabyte; one that cannot be read is as empty. Blocks.

@@ -27,7 +27,7 @@ struct MimeDefaults {
 
   static Choices parse(QByteArrayView utf8);
 
-  /// Every file in which such choices may stand, the most important first.
+  /// Every file in which such choices may be stored, the most important first.
   static QStringList files(const AppEnvironment& environment);
   static QStringList terminalFiles(const AppEnvironment& environment);
 

@@ -13,7 +13,7 @@ namespace {
 
 struct Terminal {
   QLatin1StringView program;
-  QLatin1StringView option;  ///< What stands before the command; empty where the command follows at once.
+  QLatin1StringView option;  ///< What is before the command; empty where the command follows at once.
 };
 
 constexpr std::array kTerminals{

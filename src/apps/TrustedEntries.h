@@ -19,7 +19,7 @@ struct ForeignEntry {
   QString refusal;
 
   /// What it runs and how, for a person to judge: plain lines in which nothing is hidden or left out. Characters
-  /// without a look of their own, such as line breaks and those that turn the direction of reading, stand as their
+  /// without a look of their own, such as line breaks and those that turn the direction of reading, are shown as their
   /// number.
   QString facts(const QString& action = {}) const;
   /// What it calls itself, in one line of the same kind; a long name loses its end.
@@ -31,7 +31,7 @@ struct ForeignEntry {
 };
 
 /// Which desktop entries from anywhere the user has said may run: each by its path and content, so that one that
-/// changed is asked about again. They stand in a file of their own that no export takes along. Main thread only.
+/// changed is asked about again. They are kept in a file of their own that no export takes along. Main thread only.
 class TrustedEntries {
  public:
   static constexpr qsizetype kMost = 200;

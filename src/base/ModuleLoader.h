@@ -5,7 +5,7 @@
 
 namespace tarnwick {
 
-/// Finds and loads parts of the program that stand in files of their own and are loaded or started when first needed:
+/// Finds and loads parts of the program that are in files of their own and are loaded or started when first needed:
 /// modules with heavy libraries, helper programs. They lie beside the executable where it was built, and in
 /// ../lib/tarnwick where it was installed.
 struct ModuleLoader {

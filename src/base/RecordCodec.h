@@ -29,7 +29,7 @@
 /// Both directions throw DomainError, with a sentence that names the key at fault ("profiles[0].name").
 namespace tarnwick {
 
-/// Where in a document the codec stands: a chain through the frames of the call stack, made text only for a failure.
+/// The codec's position in a document: a chain through the frames of the call stack, made text only for a failure.
 class JsonPath {
  public:
   JsonPath() = default;
@@ -54,7 +54,7 @@ enum class JsonKind { Boolean, Number, Integer, Text, Uuid, Array, Object, Known
 /// An escaped half of a surrogate pair can be read but not written as UTF-8; such halves are replaced once, when read.
 QString wellFormed(const QString& text);
 
-/// How one type stands in JSON: `T decode(const QJsonValue&, const JsonPath&)` and
+/// How one type is represented in JSON: `T decode(const QJsonValue&, const JsonPath&)` and
 /// `QJsonValue encode(const T&, const JsonPath&)`, both static.
 template <class T>
 struct JsonCodec;

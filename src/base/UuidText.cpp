@@ -30,7 +30,7 @@ std::optional<QUuid> UuidText::read(QStringView text) {
       if (text[i] != u'-') return std::nullopt;
       continue;
     }
-    // Hyphens stand between whole bytes, so digits come in pairs.
+    // Hyphens are between whole bytes, so digits come in pairs.
     const int high = hexDigit(text[i].unicode());
     const int low = hexDigit(text[++i].unicode());
     if (high < 0 || low < 0) return std::nullopt;

@@ -28,7 +28,7 @@ struct CalendarModel {
   static QList<Day> agenda(const QList<CalendarEvent>& events, QDate first, int days);
 
   /// The next `most` that have not ended, one that runs included, by their time. All-day events that have begun already
-  /// say little about what comes next and stand behind everything else.
+  /// say little about what comes next and are sorted behind everything else.
   static QList<CalendarEvent> upcoming(const QList<CalendarEvent>& events, const QDateTime& now, int most);
   /// The first of `upcoming`.
   static std::optional<CalendarEvent> next(const QList<CalendarEvent>& events, const QDateTime& now);

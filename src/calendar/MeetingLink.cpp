@@ -65,7 +65,7 @@ QLatin1StringView serviceOf(const QUrl& url) {
   for (const Service& service : kServices) {
     if (isHost(host, service.host) && leadsIn(service, path)) return service.name;
   }
-  // Meetings of a company stand below a folder of its own, or behind an old script.
+  // Meetings of a company are below a folder of its own, or behind an old script.
   if (isHost(host, "webex.com"_L1) && (path.contains("/j.php"_L1) || path.contains("/meet/"_L1))) return "Webex"_L1;
   if (host.startsWith("jitsi."_L1) && path.size() > 1) return "Jitsi Meet"_L1;
   if (path.contains("/bigbluebutton/"_L1)) return "BigBlueButton"_L1;

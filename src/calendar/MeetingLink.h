@@ -10,7 +10,7 @@ namespace tarnwick {
 /// Where one can join an event.
 struct MeetingLink {
   /// The address, or an empty text. What the calendar itself gives for joining comes first, then an address of a known
-  /// meeting service anywhere in the event, then any secure address that stands as the place. An address in the notes
+  /// meeting service anywhere in the event, then any secure address that is given as the place. An address in the notes
   /// that belongs to no known service is an agenda or an advertisement, not a meeting.
   static QString find(const CalendarEvent& event);
 

@@ -7,7 +7,7 @@
 
 namespace tarnwick {
 
-/// A value, or the sentence that stands in its place.
+/// A value, or the sentence that replaces it.
 struct Answer {
   std::optional<double> value;
   QString sentence;

@@ -28,7 +28,7 @@ class ContentJournal {
   bool replace(const QList<ContentLine>& lines);
 
   /// Before a document is written that has all lines so far: they stand aside and a new file begins. `all` is what the
-  /// lines amount to, for when lines of an earlier document that failed stand there already.
+  /// lines amount to, for when lines of an earlier document that failed are there already.
   void setAside(const QList<ContentLine>& all);
   /// The document is on the disk.
   void forgetAside();

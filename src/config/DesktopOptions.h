@@ -12,8 +12,8 @@
 
 namespace tarnwick {
 
-/// Settings that came after the first format. A key that a file lacks takes the default that stands here, so that older
-/// files keep working without another schema.
+/// Settings that came after the first format. A key that a file lacks takes the default that is given here, so that
+/// older files keep working without another schema.
 struct DesktopOptions {
   bool hideDuringFullscreen = true;
   bool windowPreviews = false;

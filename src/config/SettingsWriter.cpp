@@ -40,7 +40,7 @@ DockConfiguration SettingsWriter::resume(const DockConfiguration& loaded) {
   written_ = noted_ = loaded;
   if (journal_.isEmpty()) return loaded;
   ContentLine::apply(journal_.read(), noted_);
-  // What could not be read, or had no use, must not stand between these lines and further ones.
+  // What could not be read, or had no use, must not be between these lines and further ones.
   const QList<ContentLine> lines = ContentLine::between(written_, noted_);
   if (lines.isEmpty()) {
     journal_.removeAll();

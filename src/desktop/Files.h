@@ -44,7 +44,7 @@ class Files : public QObject {
   enum class Kind { Missing, File, Folder };
   using Done = std::function<void(const FilesOutcome&)>;
 
-  /// What stands at each of these paths; links count as what they lead to.
+  /// What is at each of these paths; links count as what they lead to.
   virtual void look(const QStringList& paths, QObject* context,
                     std::function<void(const QHash<QString, Kind>&)> done) = 0;
   virtual void bringInto(const QString& folder, const QStringList& paths, FileTransfer how, QObject* context,

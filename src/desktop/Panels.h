@@ -14,7 +14,7 @@ class QWidget;
 
 namespace tarnwick {
 
-/// Where a panel stands: a rectangle within one screen, and transparent margins around it that are painted on (a
+/// Where a panel is placed: a rectangle within one screen, and transparent margins around it that are painted on (a
 /// shadow, a lifted tile) but are no part of the panel's place. Device-independent pixels from the screen's top left.
 struct PanelPlacement {
   QString screen;  ///< Screen::id

@@ -5,7 +5,7 @@
 
 namespace tarnwick {
 
-/// Where a popup or a menu stands. Pure; desktop coordinates.
+/// Where a popup or a menu is placed. Pure; desktop coordinates.
 struct PopupPlacement {
   static constexpr int kMenuGap = 6;  ///< Between a tile and its menu.
 

@@ -7,7 +7,7 @@
 namespace tarnwick {
 
 /// The settings document keeps keys as virtual key codes, which name a place on the keyboard, and modifiers as a mask.
-/// This table says what they are on this desktop: the key symbol that stands in that place on the reference (US)
+/// This table says what they are on this desktop: the key symbol in that place on the reference (US)
 /// layout.
 struct VirtualKeys {
   static constexpr quint32 kCommand = 256;  ///< The Super key here.

@@ -21,7 +21,7 @@ struct PointerZones {
 /// What to watch on one screen. Desktop coordinates.
 struct ZoneRequest {
   QString screen;          ///< Screen::id
-  QRectF panel;            ///< Where the dock stands when it is shown.
+  QRectF panel;            ///< Where the dock is when it is shown.
   double triggerSize = 3;  ///< How thick the edges are.
   /// Which edges matter. To watch one may cost the windows there the clicks on its outermost pixels.
   bool watchesTop = true;

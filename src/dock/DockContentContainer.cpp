@@ -132,7 +132,7 @@ void DockContentContainer::warmUpSoon() {
   });
 }
 
-/// The live content stands where its picture is seen, so that what the pointer does reaches it there.
+/// The live content is where its picture is seen, so that what the pointer does reaches it there.
 void DockContentContainer::placeContent() {
   const QSize before = content_->size();
   content_->setGeometry(restingFrame().translated(0, shapeShift()));

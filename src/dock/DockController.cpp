@@ -321,7 +321,7 @@ void DockController::place(Dock& dock) {
   if (!dock.dragged) Q_EMIT placed(dock.screen.id);
 }
 
-/// The glass is as wide as what stands in it, which only the content knows.
+/// The glass is as wide as its contents, which only the content knows.
 bool DockController::standClear(Dock& dock) {
   if (!dock.screen.frame.isValid() || dock.content->size().isEmpty()) return false;
   const QRect glass = dock.content->inputRegion().boundingRect();

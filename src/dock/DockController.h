@@ -109,9 +109,9 @@ class DockController : public QObject {
   QRect mapFromContent(const QString& display, const QRect& rectangle) const;
 
  Q_SIGNALS:
-  /// A display's dock goes out of sight or is about to be destroyed, and what stands beside it goes with it.
+  /// A display's dock goes out of sight or is about to be destroyed, and what is beside it goes with it.
   void goesAway(const QString& display);
-  /// A display's dock stands elsewhere now.
+  /// A display's dock is elsewhere now.
   void placed(const QString& display);
   /// isCovered() changed for a display.
   void coveredChanged(const QString& display);

@@ -11,7 +11,7 @@
 namespace tarnwick {
 namespace {
 
-/// How far the system's dock may stand off the screen's edge and still be the one at the bottom.
+/// How far the system's dock may be off the screen's edge and still be the one at the bottom.
 constexpr double kAtTheEdge = 16;
 
 }  // namespace

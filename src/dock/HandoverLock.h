@@ -34,7 +34,7 @@ class HandoverLock {
   explicit HandoverLock(const QString& directory);
 
   /// Absent when another process has it for longer than `patience`. Where the folder cannot hold a lock the answer is
-  /// as if nobody else were there. Throws DomainError where something else stands under the lock's name.
+  /// as if nobody else were there. Throws DomainError where something else is under the lock's name.
   std::optional<Hold> take(std::chrono::milliseconds patience);
 
  private:

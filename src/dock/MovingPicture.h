@@ -25,7 +25,7 @@ class MovingPicture final : public QWidget {
   /// Both are borrowed; `window` is a window and becomes the parent, `subject` a child of it.
   MovingPicture(QWidget* window, QWidget* subject);
 
-  /// Where the live widget stands at rest, in the window's coordinates. The picture is taken as if it were there.
+  /// Where the live widget is at rest, in the window's coordinates. The picture is taken as if it were there.
   void setRestingPlace(const QPoint& place);
   /// Draws at once, unless nothing changed. The live widget must be visible.
   void present(const Look& look);

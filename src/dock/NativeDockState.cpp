@@ -150,7 +150,7 @@ void NativeDockState::apply(DockLayout layout) {
     return;
   }
   try {
-    // The lock stands in the folder that the user's values are to be written into.
+    // The lock is in the folder that the user's values are to be written into.
     DurableFile::makeParent(file_);
   } catch (const DomainError&) {
     // Writing them will say so.

@@ -103,7 +103,7 @@ class NativeDockState {
   HandoverLock ownLock_;
   HandoverLock& lock_;
   std::optional<QVariantMap> original_;
-  Record record_;  ///< Where `original_` stands on the disk.
+  Record record_;  ///< Where `original_` is on the disk.
   std::optional<DockLayout> current_;
   std::optional<DockLayout> leftAlone_;  ///< The layout that `apply` does nothing for.
   std::optional<QString> recoveryError_;

@@ -276,7 +276,7 @@ class BinaryWriter {
     return index;
   }
 
-  /// The value's index. What a collection holds stands before it.
+  /// The value's index. What a collection holds is before it.
   quint64 write(const QVariant& value, int depth) {
     if (depth > kDeepest) unknownType();
     switch (value.typeId()) {

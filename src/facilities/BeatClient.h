@@ -5,7 +5,7 @@
 
 namespace tarnwick {
 
-/// Where a client stands in a beat. The order is the one in which a beat runs; a client that has no like here takes the
+/// The step of a client in a beat. The order is the one in which a beat runs; a client that has no like here takes the
 /// step that it must not come before.
 enum class BeatStep {
   Temperature,

@@ -11,7 +11,7 @@ namespace tarnwick {
 struct Bookmark {
   QString title;
   QUrl address;
-  QString folder;  ///< Where it stands in the browser; empty at the top.
+  QString folder;  ///< Where it is in the browser; empty at the top.
 
   bool operator==(const Bookmark&) const = default;
 };
@@ -27,7 +27,7 @@ struct BookmarkText {
   static QList<Bookmark> fromChromium(const QByteArray& json);
   /// A backup of Firefox and its kin: JSON, packed as one block. Nothing for what is damaged or claims too much.
   static QList<Bookmark> fromFirefox(const QByteArray& backup);
-  /// Of a broken text what stands before the fault.
+  /// Of a broken text what is before the fault.
   static QList<Bookmark> fromXbel(const QByteArray& xml);
 };
 

@@ -104,7 +104,7 @@ class NameOrder {
   QCollator collator_;
 };
 
-/// By what names end with: files of one program stand together.
+/// By what names end with: files of one program are listed together.
 QString kindOf(const QString& name) { return QFileInfo(name).suffix().toLower(); }
 
 void takeByName(FolderContents& contents, const QString& folder, std::vector<Found>& found, FolderOrder order,

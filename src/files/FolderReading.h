@@ -7,7 +7,7 @@
 
 namespace tarnwick {
 
-/// Folders stand first, but among the newest; the largest files stand first of their size.
+/// Folders are listed first, but among the newest; the largest files are listed first of their size.
 enum class FolderOrder { Newest, Name, Kind, Size };
 
 /// One thing in a folder.
@@ -42,8 +42,8 @@ struct FolderRequest {
 };
 
 struct FolderReading {
-  /// The first `most` things of a folder that are not hidden, in the order that is asked for. What vanishes meanwhile is
-  /// left out. Blocks; stops early, with what it has, when asked to.
+  /// The first `most` things of a folder that are not hidden, in the order that is asked for. What vanishes meanwhile
+  /// is left out. Blocks; stops early, with what it has, when asked to.
   static FolderContents read(const FolderRequest& request, const std::stop_token& stop = {});
   /// Whether a name is that of a picture.
   static bool isPicture(const QString& name);

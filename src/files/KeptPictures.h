@@ -5,7 +5,7 @@
 namespace tarnwick {
 
 /// Pictures that the user gave the program. They are copied into its data folder, so that one outlives the file that it
-/// was made from; each stands there once, under the digest of its bytes. Reads and writes files: not for the main
+/// was made from; each is stored there once, under the digest of its bytes. Reads and writes files: not for the main
 /// thread.
 struct KeptPictures {
   /// Takes a copy whose longer side has at most `side` pixels, and gives its name. Throws DomainError.

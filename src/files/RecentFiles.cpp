@@ -24,7 +24,7 @@ QDateTime lastUse(const QXmlStreamAttributes& attributes) {
   return last;
 }
 
-/// Whether the bookmark that the reader stands on asks not to be shown to others. Leaves the reader at its end.
+/// Whether the bookmark that the reader is on asks not to be shown to others. Leaves the reader at its end.
 bool isPrivate(QXmlStreamReader& xml) {
   bool found = false;
   for (int depth = 1; depth > 0 && !xml.atEnd();) {

@@ -38,7 +38,7 @@ class RecentFiles final : public QObject {
   void setFixed(const QList<RecentFile>& list);
   bool loaded() const { return loaded_; }
 
-  /// Everything in the text of a list that may be shown, the latest first. Of a broken one what stands before the
+  /// Everything in the text of a list that may be shown, the latest first. Of a broken one what is before the
   /// fault.
   static QList<RecentFile> parse(const QByteArray& text);
 

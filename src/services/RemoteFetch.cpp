@@ -18,7 +18,7 @@ struct Outcome {
   std::optional<FetchFailure> failure;
 };
 
-/// Turns all that a fetch can throw into a sentence. `work` stands in the frame for as long as its coroutine runs.
+/// Turns all that a fetch can throw into a sentence. `work` is kept in the frame for as long as its coroutine runs.
 QCoro::Task<Outcome> outcomeOf(RemoteFetch::Work work, std::stop_token stop) {
   Outcome outcome;
   try {

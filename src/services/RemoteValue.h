@@ -62,7 +62,7 @@ struct WeatherSnapshot {
 /// store keeps one by widget; `loading` and `failed` are the store's, a fetch leaves them false.
 struct RemoteValue {
   std::optional<QString> value;  ///< The headline; absent until there was a first one.
-  QString subtitle;              ///< Also where the sentence of a failure stands.
+  QString subtitle;              ///< Also where the sentence of a failure is shown.
   bool loading = false;
   bool failed = false;
   QString symbol;

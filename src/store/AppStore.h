@@ -48,7 +48,7 @@ struct StoreSetup {
 
 /// The one observable object of the program: it owns the settings document and the services, drives them with a beat of
 /// one second, and holds the live data that the widgets show. Main thread only. Operations do not fail towards their
-/// callers: what goes wrong lands in `error`. Identities are taken by value, since one that is handed in may stand in
+/// callers: what goes wrong lands in `error`. Identities are taken by value, since one that is passed in may be in
 /// the document that the operation changes.
 class AppStore : public QObject {
   Q_OBJECT
@@ -107,9 +107,9 @@ class AppStore : public QObject {
   /// Which windows the dock of a display shows.
   WindowScope windowScope(const QString& display) const;
 
-  /// The one road of every change: `change` edits the document, which is then indexed, announced and saved in time. One
-  /// that changes nothing does none of it. When `change` throws, the document stays as it was. Gives the document as
-  /// the change left it, before listeners changed more.
+  /// Every change goes through this: `change` edits the document, which is then indexed, announced and saved in time.
+  /// One that changes nothing does none of it. When `change` throws, the document stays as it was. Gives the document
+  /// as the change left it, before listeners changed more.
   DockConfiguration edit(const std::function<void(DockConfiguration&)>& change);
   /// The same for what may bring another profile onto a display: its values are then fetched anew.
   DockConfiguration editProfiles(const std::function<void(DockConfiguration&)>& change);

@@ -15,9 +15,9 @@ class DocumentChange {
  public:
   DocumentChange(const DockConfiguration& before, const DockConfiguration& after) : before_(before), after_(after) {}
 
-  /// Whether everything that the change brought stands in `config` as it was brought.
+  /// Whether everything that the change brought is in `config` as it was brought.
   bool stands(const DockConfiguration& config) const;
-  /// `config` with the old values where the change brought new ones. Absent when it does not stand, or when the old
+  /// `config` with the old values where the change brought new ones. Absent when that is not so, or when the old
   /// values no longer fit what is there.
   std::optional<DockConfiguration> takenBack(const DockConfiguration& config) const;
   DocumentChange reversed() const { return {after_, before_}; }

@@ -27,7 +27,7 @@ class ZoneSensor;
 struct Services {
   Scheduler& scheduler;
 
-  // Screens and what stands on them.
+  // Screens and what is on them.
   Screens& screens;
   Panels& panels;
   ZoneSensor& zones;

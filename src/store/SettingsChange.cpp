@@ -96,7 +96,7 @@ void takeAway(Profiles& now, const DockProfile& profile) {
   if (at >= 0 && now.size() > 1 && tilesOf({now[at]}) == tilesOf({profile})) now.removeAt(at);
 }
 
-/// Those of `ids` take each other's places until they stand in that order.
+/// Those of `ids` take each other's places until they are in that order.
 void arrange(Profiles& now, const QList<QUuid>& ids) {
   const Profiles old = now;
   qsizetype next = 0;

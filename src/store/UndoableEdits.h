@@ -65,7 +65,7 @@ class UndoableEdits : public QObject {
 
   /// Where what can be taken back is kept.
   const UndoStack& stack() const { return undo_; }
-  /// Takes back what stands in the stack under that identity, whatever came after it.
+  /// Takes back the entry of the stack under that identity, whatever came after it.
   void takeBack(quint64 entry) { undo_.undo(entry); }
 
  private:

@@ -26,7 +26,7 @@ class ProcessMonitor final : public QObject, public BeatClient {
 
   /// Every process of the last sample, unsorted (see ProcessRanking).
   const QList<ProcessUsage>& rows() const { return rows_; }
-  /// The line that stands under the list.
+  /// The line that is under the list.
   const QString& message() const { return message_; }
   bool loading() const { return loading_; }
 

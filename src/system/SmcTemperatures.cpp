@@ -7,7 +7,7 @@
 namespace tarnwick {
 namespace {
 
-// Where a call's fields stand in its record.
+// The offsets of a call's fields in its record.
 constexpr std::size_t kKey = 0;
 constexpr std::size_t kDataSize = 28;
 constexpr std::size_t kDataType = 32;

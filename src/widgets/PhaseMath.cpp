@@ -32,7 +32,7 @@ struct Cycle {
   std::function<void(double rounds)> skip;
 };
 
-/// The road that both cycles share. `phase` is the one that ended.
+/// What both cycles share. `phase` is the one that ended.
 void run(DockWidget& widget, QString phase, double deadline, double now, const Cycle& cycle) {
   const bool continues = widget.options.value(option::autoContinue) == "true"_L1;
   // A computer that slept for weeks need not count every second of them.

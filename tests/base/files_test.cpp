@@ -22,7 +22,7 @@ using testing::HasSubstr;
 
 class Files : public FolderTest {
  protected:
-  /// Three names that no file's content stands behind.
+  /// Three names without a file that has content.
   void makeOddities() const {
     ASSERT_TRUE(QDir(folder_.path()).mkdir(u"folder"_s));
     ASSERT_EQ(::mkfifo(encoded(u"pipe"_s).constData(), 0600), 0);

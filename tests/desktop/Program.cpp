@@ -90,7 +90,7 @@ SessionBus::SessionBus() {
   daemon_ = ChildProcess::start(
       {u"dbus-daemon"_s, u"--session"_s, u"--nofork"_s, u"--nopidfile"_s, u"--address"_s + u"="_s + address_});
   qputenv("DBUS_SESSION_BUS_ADDRESS", address_.toUtf8());
-  // The socket is there a moment before the bus listens on it: only a connection that stands says that it runs.
+  // The socket is there a moment before the bus listens on it: only an accepted connection says that it runs.
   const auto answers = [&] {
     const QString probe = u"probe"_s;
     const bool connected = QDBusConnection::connectToBus(address_, probe).isConnected();

@@ -24,7 +24,7 @@ class TestDesk {
   /// Divides the desktop in two displays, or makes it one again where it can be.
   virtual void showTwo() = 0;
   virtual void showOne() = 0;
-  /// The display that stands at that number of those that are shown now.
+  /// The display with that number among those that are shown now.
   virtual QRect display(int number) = 0;
   /// A place on the first display where no dock is, and that a window of another program would cover.
   virtual QPoint away() const = 0;

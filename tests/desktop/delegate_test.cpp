@@ -233,7 +233,7 @@ TEST_F(DelegateTest, AMessageStandsAboveTheDockUntilItIsDismissed) {
   store().clearError();
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return !bubble(); }));
 
-  // A panel that opens where it stands has it beside itself.
+  // A panel that opens in its place has it beside itself.
   store().setError(u"Settings could not be saved: The disk is full."_s);
   EXPECT_TRUE(VirtualDisplay::waitUntil(bubble));
   const xcb_window_t message = display.topLevelAt(QPoint(800, static_cast<int>(dock().top()) - 30));

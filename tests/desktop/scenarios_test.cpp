@@ -1,4 +1,4 @@
-// The dock under a real pointer, on every window system alike: where each layout stands, when it comes and goes, what
+// The dock under a real pointer, on every window system alike: where each layout is, when it comes and goes, what
 // opens beside it, and what is dropped on it.
 #include <QApplication>
 #include <QDir>
@@ -144,7 +144,7 @@ TEST_F(ShellScenario, APanelStandsBesideTheGlassUntilAClickElsewhere) {
   const QPoint above(tile(4).center().x(), glass().top() - 14);
   EXPECT_TRUE(comesTrue([&] { return isPainted(above) && !takesClicks(above); }));
   EXPECT_TRUE(comesTrue([&] { return takesClicks(tab); }));
-  // What the panel stands on does not move while it is open.
+  // What the panel is attached to does not move while it is open.
   desk.moveTo(above);
   desk.settle();
   time.advance(1);
@@ -153,7 +153,7 @@ TEST_F(ShellScenario, APanelStandsBesideTheGlassUntilAClickElsewhere) {
   desk.click(desk.away());
   EXPECT_TRUE(comesTrue([&] { return !isOpen(); }));
   EXPECT_TRUE(inTime([&] { return glass().height() == 84; }));
-  // Neither does what a menu stands on, until it has gone.
+  // Neither does what a menu is attached to, until it has gone.
   desk.moveTo(tile(4).center());
   desk.settle();
   ASSERT_TRUE(inTime([&] { return glass().height() == 110; }));

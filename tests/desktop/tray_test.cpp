@@ -101,7 +101,7 @@ TEST(Tray, ComesWithTheTrayAndItsMenuActs) {
     ASSERT_NE(entry, entries.end()) << qPrintable(label);
     menu.call(u"Event"_s, entry->id, u"clicked"_s, QVariant::fromValue(QDBusVariant(QString())), 0u);
   };
-  // The message stands first, and choosing it dismisses it.
+  // The message is first, and choosing it dismisses it.
   const QString message = visible().first().label();
   EXPECT_TRUE(message.startsWith(u"Could not load settings."_s)) << qPrintable(message);
   choose(visible(), message);

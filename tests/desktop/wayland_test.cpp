@@ -1,4 +1,4 @@
-// What belongs to Wayland alone: the road that the real executable takes there, displays that come and go, and ends
+// What belongs to Wayland alone: the start of the real executable there, displays that come and go, and ends
 // that no other window system has.
 #include <gtest/gtest.h>
 #include <signal.h>

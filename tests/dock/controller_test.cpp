@@ -199,7 +199,7 @@ TEST_F(DockControllerTest, TheSystemsDockIsTheEdgeWhileItIsOut) {
   EXPECT_EQ(edge(), QRectF());
   zones.put(kAtTheBottom);
   EXPECT_EQ(edge(), QRectF(200, 798, 600, 2));
-  put({200, 720, 600, 72});  // It comes out only now, and stands off the screen's edge.
+  put({200, 720, 600, 72});  // It comes out only now, and is off the screen's edge.
   EXPECT_EQ(edge(), QRectF(200, 720, 600, 80));
   put({0, 0, 1000, 30});  // A bar at the top is none of ours.
   EXPECT_EQ(edge(), QRectF());

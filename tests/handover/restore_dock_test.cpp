@@ -80,7 +80,7 @@ TEST(RestoreDockTest, SaysWhatItDid) {
   }
 }
 
-/// The door of a copy that runs, on a thread of its own as the copy is a process of its own.
+/// The socket of a copy that runs, on a thread of its own as the copy is a process of its own.
 class InstanceSocketThread {
  public:
   InstanceSocketThread(const QString& directory, InstanceSocket::Answer answer) {

@@ -420,7 +420,7 @@ TEST_F(StateTest, TheUsersValuesAreOnTheDiskBeforeAChangeWhateverBecameOfTheFile
         break;
     }
     dock.before = [&](const QString& call) {
-      // Ours are written only while the user's stand in the file.
+      // Ours are written only while the user's are in the file.
       if (!call.startsWith(u"write autohide true"_s)) return;
       ASSERT_TRUE(hasFile());
       EXPECT_EQ(PropertyList::decode(saved()),

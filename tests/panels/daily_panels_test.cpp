@@ -190,7 +190,7 @@ TEST(Rows, AreTurnedOverWherePeopleReadFromTheRight) {
        }},
   };
   for (const auto& [name, make] : makes) {
-    // How much ink stands in each of ten columns.
+    // How much ink is in each of ten columns.
     const auto inkOf = [&](Qt::LayoutDirection direction) {
       const std::unique_ptr<QWidget> widget(make());
       widget->setLayoutDirection(direction);
@@ -211,7 +211,7 @@ TEST(Rows, AreTurnedOverWherePeopleReadFromTheRight) {
     const double most = *std::ranges::max_element(left);
     EXPECT_NE(left, std::vector<double>(left.rbegin(), left.rend())) << name << " has no sides to tell apart";
     std::ranges::reverse(left);
-    // Words are not turned over, only the places where they stand.
+    // Words are not turned over, only the places where they are.
     for (std::size_t i = 0; i < left.size(); ++i) EXPECT_NEAR(left[i], right[i], most * 0.6) << name << " column " << i;
   }
 }
@@ -341,7 +341,7 @@ TEST(ConverterPanelTest, StaysWithinOneGroup) {
   Open converter(u"converter"_s);
   converter.click(u"Temperature"_s);
   EXPECT_EQ(converter.option(u"from"_s) + converter.option(u"to"_s), u"°C°F"_s);
-  converter.click(u"°F"_s);  // The first such button stands in "From": the units change places.
+  converter.click(u"°F"_s);  // The first such button is in "From": the units change places.
   EXPECT_EQ(converter.option(u"from"_s) + converter.option(u"to"_s), u"°F°C"_s);
   converter.click(u"Swap Units"_s);
   converter.write(u"100"_s);

@@ -302,7 +302,7 @@ TEST(ProcessesPanel, EndsTheProcessThatWasShownAfterAsking) {
   open.click(u"Cancel"_s);
   EXPECT_EQ(open.did(), "");
   open.click(u"End Editor"_s);
-  Q_EMIT open.panel->findChild<Segments*>()->chosenChanged(1);  // Another process stands there now.
+  Q_EMIT open.panel->findChild<Segments*>()->chosenChanged(1);  // Another process is in that row.
   EXPECT_EQ(open.option(u"sortBy"_s), u"RAM"_s);
   open.click(u"End Process"_s);
   EXPECT_EQ(open.did(), "end Editor");

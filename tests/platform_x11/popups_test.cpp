@@ -167,7 +167,7 @@ TEST_F(X11PanelKeys, APopupWithoutClicksLetsThemThrough) {
   EXPECT_NE(desk.display.topLevelAt(inside), content->winId());
   desk.display.click(inside);
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return below.clicks() == 1; }));
-  // Also where it stands after a move.
+  // Also where it is after a move.
   popup->moveBeside(kTile.translated(40, 0));
   desk.settle();
   EXPECT_NE(content->geometry().center(), inside);

@@ -237,7 +237,7 @@ TEST_F(StoreTest, ACorruptFileIsPreservedAndARescueThatFailsStopsTheProgramFromW
                                         u". "_s));
   EXPECT_TRUE(store->ready());
   EXPECT_TRUE(store->hasLostSettings());
-  // Whose credentials are still wanted stands in the file that could not be read.
+  // Whose credentials are still wanted is listed in the file that could not be read.
   EXPECT_TRUE(journal.calls.filter(u"orphans"_s).isEmpty());
   store->shutdown();
   store.reset();

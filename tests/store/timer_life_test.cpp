@@ -183,7 +183,7 @@ TEST(TimerLife, OfMoreThanThreeEndsWhileNobodyLooksNoneIsLost) {
   EXPECT_EQ(life.store->error().toStdString(),
             "Your timer is finished. (2) Tea (2), Eggs, Rice: Your timer is finished. Take a break to move and "
             "stretch.");
-  // A later end joins what still stands there; what was dismissed does not come back.
+  // A later end joins what is still shown; what was dismissed does not come back.
   life.store->toggleTimer(life.store->widgets().last().id);
   life.live(u"+61"_s);
   EXPECT_TRUE(life.store->error().endsWith(u"Take a break to move and stretch. (2)"_s));

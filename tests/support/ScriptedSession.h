@@ -12,8 +12,8 @@
 
 namespace tarnwick::test {
 
-/// A service, and a keyring, that answer when the test says so. All that is asked stands in `asked`, the credential
-/// included.
+/// A service, and a keyring, that answer when the test says so. All that is asked is recorded in `asked`, the
+/// credential included.
 class ScriptedSession final : public ServiceSession {
  public:
   struct Turn {

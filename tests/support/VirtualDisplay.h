@@ -47,7 +47,7 @@ class VirtualDisplay {
   const xcb_screen_t& screen() const { return *screen_; }
   xcb_atom_t atom(const char* name) const;
   QList<quint32> words(xcb_window_t window, const char* property) const;
-  /// Where a window's content stands.
+  /// Where a window's content is.
   QRect frame(xcb_window_t window) const;
   /// The child of the root window that takes a click there: a window, or what the window manager put around it.
   xcb_window_t topLevelAt(QPoint place) const;

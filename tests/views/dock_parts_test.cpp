@@ -23,7 +23,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A row that stands in a slot, and a clock for what moves in it.
+/// A row in a slot, and a clock for what moves in it.
 class DockParts : public ::testing::Test {
  protected:
   DockParts() {
@@ -138,7 +138,7 @@ TEST_F(DockParts, ADraggedTileMakesRoomAndGoesHomeByItself) {
   drag.moveTo(middleOf(2));
   clock->beat(1);
   EXPECT_NEAR(drag.lift(), 1, 1e-9);
-  // The two that it passed stand where they would without it, and the gap behind them.
+  // The two that it passed are where they would be without it, and the gap behind them.
   RowLayout other = layout;
   DockRow moved = row;
   moved.widgets = Reordering::reordered(row.widgets, 0, 2);

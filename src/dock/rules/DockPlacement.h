@@ -10,7 +10,7 @@
 
 namespace tarnwick {
 
-/// How large a dock's panel is and where it stands. Desktop coordinates: origin at the top left, y downwards,
+/// How large a dock's panel is and where it is. Desktop coordinates: origin at the top left, y downwards,
 /// device-independent pixels.
 struct DockPlacement {
   /// What the row holds, at scale 1.
@@ -45,11 +45,11 @@ struct DockPlacement {
 
   /// The panel's slot on a screen. `floating` is the saved top left corner in that layout, relative to the screen's
   /// frame; the panel is kept inside `usable`. `beside` is how much wider than the glass the slot is, on the left and
-  /// on the right: the gap is that of the glass, which may stand flush, so the slot itself may reach beyond.
+  /// on the right: the gap is that of the glass, which may be flush, so the slot itself may reach beyond.
   static QRectF place(const DockConfiguration& config, const QSizeF& panel, const QRectF& frame, const QRectF& usable,
                       const std::optional<QPointF>& floating, const QMarginsF& beside = {});
 
-  /// Whether the glass stands at the upper end of its slot and the tabs come out below it. A floating dock that was
+  /// Whether the glass is at the upper end of its slot and the tabs come out below it. A floating dock that was
   /// moved against the top does, or the space for its tabs would keep its glass from standing flush there.
   static bool hangs(const DockConfiguration& config, const QRectF& slot, const QRectF& usable);
 

@@ -13,7 +13,7 @@ constexpr int kDaysInWeek = 7;
 
 QString timeText(int minutes) { return QString::asprintf("%02d:%02d", minutes / 60, minutes % 60); }
 
-/// What stands before the times, its separator included.
+/// What is before the times, its separator included.
 QString daysText(const QList<int>& days, const QLocale& locale) {
   QStringList names;
   for (int day = 1; day <= kDaysInWeek; ++day) {

@@ -39,7 +39,7 @@ class LauncherEntries final : public LauncherHints {
   void drop(const QString& sender);
 
   QDBusConnection bus_;
-  QList<Entry> entries_;  ///< What was updated last stands last.
+  QList<Entry> entries_;  ///< What was updated last is last.
   bool started_ = false;
 };
 

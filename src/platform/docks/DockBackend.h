@@ -26,7 +26,7 @@ class DockBackend {
  public:
   virtual ~DockBackend() = default;
 
-  /// What the user has behind a preference, for every dock of the kind that can stand in our way; empty without one.
+  /// What the user has behind a preference, for every dock of the kind that can be in our way; empty without one.
   virtual QList<DockSetting> own(DockPreference preference) = 0;
   /// What these settings become so that the dock hides, or comes out after so many seconds.
   virtual QList<DockSetting> hiding(DockPreference preference, double seconds, const QList<DockSetting>& own) = 0;

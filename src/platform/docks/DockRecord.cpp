@@ -19,7 +19,7 @@ const QString kName = u"name"_s;
 const QString kValue = u"value"_s;
 const QString kOurs = u"ours"_s;
 
-/// The same for equal values, whatever file they stand in: keys are sorted.
+/// The same for equal values, whatever file they are in: keys are sorted.
 QString checksum(const QString& key, const QVariantList& docks) {
   const QJsonObject all{{u"key"_s, key}, {kDocks, QJsonArray::fromVariantList(docks)}};
   const QByteArray text = QJsonDocument(all).toJson(QJsonDocument::Compact);
@@ -29,7 +29,7 @@ QString checksum(const QString& key, const QVariantList& docks) {
 /// One that is not set has no place in a property list; an empty list stands for it.
 QVariant toVariant(const DockValue& value) { return value ? QVariant(*value) : QVariant(QVariantList()); }
 
-/// What stands behind a key, as far as it has the one type that may stand there; else `ok` becomes false.
+/// What is behind a key, as far as it has the one type that may be there; else `ok` becomes false.
 template <class T>
 T take(QVariantMap& map, const QString& key, bool& ok) {
   const QVariant value = map.take(key);

@@ -9,7 +9,7 @@
 
 namespace tarnwick {
 
-/// What the user has behind one preference, of every dock that is about to be hidden, as it stands in the recovery
+/// What the user has behind one preference, of every dock that is about to be hidden, as it is in the recovery
 /// file.
 struct DockRecord {
   struct Entry {

@@ -30,7 +30,7 @@ class CalendarTextReader {
   virtual CalendarText read(const QByteArray& text, const CalendarRange& range) = 0;
 };
 
-/// The module and its one door, which gives a reader that its caller owns.
+/// The module and its entry point, which gives a reader that its caller owns.
 constexpr const char* kCalendarModule = "tarnwick-ical.so";
 constexpr const char* kCalendarDoor = "tarnwickCalendarTextReader";
 using MakeCalendarTextReader = CalendarTextReader* (*)();

@@ -19,7 +19,7 @@ struct Line {
   qsizetype from = 0;
   qsizetype to = 0;
   QByteArray name;   ///< Upper-case.
-  QByteArray head;   ///< Name and parameters as they stand.
+  QByteArray head;   ///< Name and parameters as they are.
   QByteArray value;  ///< Unfolded.
 };
 

@@ -96,7 +96,7 @@ void FileWork::bring(const QString& path, const QString& folder, FileTransfer ho
   }
 }
 
-/// Until it is whole it stands there under a name that nobody looks at.
+/// Until it is whole it has a name that nobody looks for.
 QString FileWork::copyInto(const QString& path, const QString& folder, const QString& name) const {
   const QString hidden =
       folder + "/.tarnwick-"_L1 + QString::number(QRandomGenerator::global()->generate64(), 16) + ".part"_L1;

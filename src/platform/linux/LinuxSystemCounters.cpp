@@ -12,7 +12,7 @@
 namespace tarnwick {
 namespace {
 
-// The lines that matter stand at the top of both files; on a large machine the rest of /proc/stat is long.
+// The lines that matter are at the top of both files; on a large machine the rest of /proc/stat is long.
 constexpr std::size_t kTopOfFile = 1024;
 
 }  // namespace

@@ -39,7 +39,7 @@ struct PowerSupplies {
   /// Batteries by their folders, as they were when they were last read.
   using Known = std::map<std::string, Battery>;
   /// What the folder of power supplies tells now. May stall in the firmware of some laptops. One that sleeps is not
-  /// asked: it stands as in `known`, which takes in what the others tell.
+  /// asked: it is kept as in `known`, which takes in what the others tell.
   static std::optional<Reading> read(const std::string& folder, Known& known);
   static std::optional<Reading> read(const std::string& folder) {
     Known none;

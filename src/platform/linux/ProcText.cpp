@@ -56,7 +56,7 @@ QList<CoreTicks> ProcText::cores(std::string_view stat) {
   while (!stat.empty()) {
     auto line = takeLine(stat);
     const auto name = takeWord(line);
-    // They stand together at the top of a file that may be long.
+    // They are together at the top of a file that may be long.
     if (!name.starts_with("cpu")) break;
     if (name == "cpu") continue;
     if (const auto ticks = takeTicks(line)) {

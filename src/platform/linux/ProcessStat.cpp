@@ -18,7 +18,7 @@ bool take(std::string_view& text, T& value) {
 }  // namespace
 
 std::optional<ProcessStat> ProcessStat::parse(std::string_view stat) {
-  // The name stands in parentheses and may hold some itself, blanks and line ends too.
+  // The name is in parentheses and may hold some itself, blanks and line ends too.
   const auto open = stat.find('(');
   const auto close = stat.rfind(") ");
   if (open == std::string_view::npos || close == std::string_view::npos || close < open) return std::nullopt;

@@ -75,7 +75,7 @@ class SlowReading {
         std::thread([shared = shared_, read = read_] { work(shared, read); }).detach();
         hasThread_ = true;
       } catch (const std::system_error&) {
-        return;  // No thread is to be had now: the value before stands, and the next question tries again.
+        return;  // No thread is to be had now: the value before is kept, and the next question tries again.
       }
     }
     const std::lock_guard lock(shared_->mutex);

@@ -22,7 +22,7 @@ class TrashCan {
 
   /// Moves a file, folder or link there; gives the path at which it lies now.
   QString put(const QString& path) const;
-  /// Brings it back to `original`, or beside it where something else stands there by now; gives the path. A folder
+  /// Brings it back to `original`, or beside it where something else is there by now; gives the path. A folder
   /// that is gone is made again.
   static QString restore(const QString& trashed, const QString& original);
 

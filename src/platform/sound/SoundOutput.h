@@ -27,8 +27,8 @@ class SoundOutput {
   virtual void setMuted(bool muted) = 0;
 };
 
-/// The module and its one door, which begins a conversation that its caller owns. An empty address means the one that
-/// the environment names. `changed` runs on a thread of the module, from now until the object is gone.
+/// The module and its entry point, which begins a conversation that its caller owns. An empty address means the one
+/// that the environment names. `changed` runs on a thread of the module, from now until the object is gone.
 constexpr const char* kSoundModule = "tarnwick-sound.so";
 constexpr const char* kSoundDoor = "tarnwickSoundOutput";
 using MakeSoundOutput = SoundOutput* (*)(const QString& address, SoundOutput::Changed changed);

@@ -30,7 +30,7 @@ class HeldPointer final : public QObject {
   std::optional<QPointF> place() const;
 
  Q_SIGNALS:
-  /// The pointer moved on, which the toolkit may not notice: to it the pointer may seem to stand.
+  /// The pointer moved on, which the toolkit may not notice: to it the pointer may seem to rest.
   void moved();
 
  private:

@@ -5,8 +5,8 @@
 
 namespace tarnwick {
 
-/// Panels for a compositor without layers for docks: ordinary windows without a frame. Where they stand on the display
-/// is for the compositor to say; within the program they stand where they were put, so that what opens beside a tile
+/// Panels for a compositor without layers for docks: ordinary windows without a frame. Where they are on the display
+/// is for the compositor to say; within the program they are where they were put, so that what opens beside a tile
 /// finds its place. The screens must outlive it and every panel.
 class PlainPanels final : public Panels {
   Q_OBJECT

@@ -17,7 +17,7 @@ class X11Keymap {
   static std::optional<X11Keymap> read(xcb_connection_t* connection);
 
   /// The keys that give the symbol when pressed alone: under the active layout, else under the user's other layouts,
-  /// else the key that stands where the reference (US) layout has the symbol. Empty if the keyboard has no such key.
+  /// else the key in the place where the reference (US) layout has the symbol. Empty if the keyboard has no such key.
   QList<xcb_keycode_t> keys(quint32 keysym) const;
   /// The server's modifiers for a mask in the form of VirtualKeys, or nothing if the keyboard lacks one of them.
   std::optional<quint16> modifiers(quint32 mask) const;

@@ -68,7 +68,7 @@ void X11Popup::moveBeside(const QRect& rectangle) {
 }
 
 /// A window that takes another size keeps its picture until the next one is painted. The picture must stay where it
-/// stands on the screen, by the edge that does not move, and what the window gains must be clear.
+/// is on the screen, by the edge that does not move, and what the window gains must be clear.
 void X11Popup::holdPicture(bool isAbove) const {
   const quint32 values[] = {0, isAbove ? XCB_GRAVITY_SOUTH : XCB_GRAVITY_NORTH};
   xcb_change_window_attributes(events_.connection(), static_cast<xcb_window_t>(content_->winId()),

@@ -10,7 +10,7 @@
 
 namespace tarnwick {
 
-/// A window that no window manager looks after: it stands exactly where it is put, on every desktop and above
+/// A window that no window manager looks after: it is exactly where it is put, on every desktop and above
 /// full-screen windows. Clicks outside of it are seen, not taken: they also do what they do without it.
 /// The events, the screens and the panel's content must outlive it.
 class X11Popup final : public Popup {

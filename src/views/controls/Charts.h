@@ -45,7 +45,7 @@ class ChartView final : public QWidget {
   explicit ChartView(const QString& label, Kind kind = Kind::Line, QWidget* parent = nullptr);
 
   void setSeries(const QList<ChartSeries>& series);
-  /// How many values fill the width; fewer stand at its end. 0: as many as there are.
+  /// How many values fill the width; fewer are at its end. 0: as many as there are.
   void setDepth(int depth);
   /// What the full height means; the largest value where absent.
   void setMaximum(const std::optional<double>& maximum);

@@ -45,7 +45,7 @@ void ConfirmBar::ask(const QString& sentence, const QString& button, std::functi
   cancel_->setFocus(Qt::OtherFocusReason);
 }
 
-/// Escape thinks better of it, before it closes what the question stands in.
+/// Escape cancels the question, before it closes what contains it.
 void ConfirmBar::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Escape)
     leave();

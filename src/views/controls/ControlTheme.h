@@ -1,6 +1,6 @@
 #pragma once
 
-/// The measures of controls and panels, in device-independent pixels. They stand beside those of Theme.h.
+/// The measures of controls and panels, in device-independent pixels. They complement those of Theme.h.
 namespace tarnwick::theme {
 
 inline constexpr int kControlHeight = 28;

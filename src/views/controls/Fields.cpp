@@ -73,7 +73,7 @@ void TextField::setRoom() {
   const int before = theme::kFieldPadding - 2 + symbol;
   const int after = theme::kFieldPadding - 2 + roomAtEnd_;
   isRightToLeft() ? setTextMargins(after, 0, before, 0) : setTextMargins(before, 0, after, 0);
-  // Whichever way what is written runs, it begins where the symbol stands.
+  // Whichever way what is written runs, it begins on the side of the symbol.
   if (!alignment().testFlag(Qt::AlignHCenter))
     setAlignment(Qt::AlignVCenter | (isRightToLeft() ? Qt::AlignRight | Qt::AlignAbsolute : Qt::AlignLeading));
   update();

@@ -16,7 +16,7 @@ class GlassPane : public QWidget, public LookSource {
   ~GlassPane() override;
 
   const ControlLook& look() const override { return look_; }
-  /// The look of the dock that the pane stands beside.
+  /// The look of the dock that the pane is beside.
   void setDockLook(DockStyle style, Backdrop backdrop, bool monochrome);
   /// Space around the pane for its shadow; none where nothing composites.
   QMargins margins() const;
@@ -30,7 +30,7 @@ class GlassPane : public QWidget, public LookSource {
 
   /// Where the content goes; the pane keeps its padding and its shadow clear.
   QVBoxLayout& frame() { return *frame_; }
-  /// Another look for the pane and all that stands on it.
+  /// Another look for the pane and all that is on it.
   void setLook(const ControlLook& look);
   /// Listens to a content within a scroll area, which does not pass on that its content wants another size.
   void follow(QWidget* content);

@@ -222,7 +222,7 @@ void FigureView::paintEvent(QPaintEvent*) {
   const double end = figure.width() * share - bearing + unitWidth;
   const Mirroring mirror(*this);
   const double start = mirror.isMirrored() ? width() - end : 0;
-  // A unit stands behind its figure the way that it is read itself.
+  // A unit follows its figure in its own reading direction.
   const bool before = mirror.isMirrored() && unit_.isRightToLeft();
   draw(figure, start - bearing + (before ? unitWidth : 0), baseline, share, look.palette.primary);
   if (!unit_.isEmpty())

@@ -16,7 +16,7 @@ class ItemActions {
   virtual void pressItem(const QModelIndex& index) = 0;
   /// What else can be done to it, in the user's words.
   virtual QStringList itemActions(const QModelIndex&) const { return {}; }
-  /// Does the one of `itemActions` that stands at that place.
+  /// Does the one of `itemActions` at that index.
   virtual void runItemAction(const QModelIndex&, qsizetype) {}
 };
 

@@ -8,7 +8,7 @@
 
 namespace tarnwick {
 
-/// Several levels beside each other, each a bar that fills from its foot; many stand in rows.
+/// Several levels beside each other, each a bar that fills from its foot; many are laid out in rows.
 class LevelBars final : public QWidget {
   Q_OBJECT
  public:

@@ -14,7 +14,7 @@ struct PaneMenuEntry {
   std::function<void()> run;  ///< Called once the menu has gone.
 };
 
-/// A menu within a pane, for what stands beside the dock: such a window is closed by a click on any other, a menu's
+/// A menu within a pane, for what is beside the dock: such a window is closed by a click on any other, a menu's
 /// included. It has the keyboard while it is open (arrows, Return, Escape); a click beside it closes it and does
 /// nothing else. Deletes itself when it closes.
 class PaneMenu final : public QWidget {

@@ -12,7 +12,7 @@
 namespace tarnwick {
 
 /// What a display's dock asks of whoever presents it: where clicks, menus, drops and drags on it lead. `display` is the
-/// dock's own; rectangles are places in its content, for panels and menus to stand beside. Main thread only.
+/// dock's own; rectangles are places in its content, for panels and menus to be placed beside. Main thread only.
 class DockHost {
  public:
   virtual ~DockHost() = default;

@@ -96,7 +96,7 @@ void DockView::rehover() {
 
 void DockView::hoverTabs(bool inside) { tabs_.hover(inside, menuOpen_ || !panelOpen_.isNull()); }
 
-/// What stands above the glass should not see it grow or shrink.
+/// What is above the glass should not see it grow or shrink.
 void DockView::holdTabs() { hoverTabs(pointer_ && layout_.glass.contains(*pointer_)); }
 
 void DockView::showTabs(bool shown) {

@@ -143,7 +143,7 @@ void DockView::paintPart(QPainter& painter, const QRect& part) {
   glass_.paint(painter, layout_.glass, palette_.glass, theme::kDockCorner, row_.scale, part);
   paintPicture(painter);
   if (!row_.composited && !palette_.glass.bodyTop.isValid())
-    // The window is cut to what stands on it, whose corners must be full for that.
+    // The window is cut to what is on it, whose corners must be full for that.
     for (const QRect& cut : outlineRegion()) painter.fillRect(cut, palette_.tile);
   if (invites()) paintInvitation(painter);
   if (!layout_.tabs.isEmpty()) paintTabs(painter);
@@ -253,7 +253,7 @@ void DockView::paintSlide(QPainter& painter) {
   painter.restore();
 }
 
-/// The tiles of the profile as they stand, without glass and applications.
+/// The tiles of the profile as they are, without glass and applications.
 QPixmap DockView::pictureOfRow() {
   QPixmap picture((QSizeF(layout_.glass.width(), height()) * ratio()).toSize());
   picture.setDevicePixelRatio(ratio());
@@ -327,7 +327,7 @@ void DockView::paintItem(QPainter& painter, qsizetype item) {
     paintItself(painter, item, place, style);
     return;
   }
-  // The picture is taken where the tile stands in the row, on whole pixels whatever shift it is drawn with.
+  // The picture is taken where the tile is in the row, on whole pixels whatever shift it is drawn with.
   pictures_.draw(painter, item, place, style,
                  [&](QPainter& layer, const TileStyle& own) { paintItself(layer, item, place, own); });
 }

@@ -29,7 +29,7 @@ struct DockApp {
   bool operator==(const DockApp&) const = default;
 };
 
-/// Where running applications stand among the tiles.
+/// Where running applications are among the tiles.
 enum class RunningAppsPlacement { None, Left, BeforeApps, AfterApps, Right };
 /// The placement of a settings value such as "beforeApps"; right for a word that is not known.
 RunningAppsPlacement runningAppsPlacementNamed(const QString& name);
@@ -67,7 +67,7 @@ struct DockRow {
   double scale = 1;
   double spacing = 7;
 
-  Edge edge = Edge::Bottom;  ///< Of the screen; the tabs stand on the other side.
+  Edge edge = Edge::Bottom;  ///< Of the screen; the tabs are on the other side.
   bool composited = true;
   bool blurred = false;
   bool reduceMotion = false;

@@ -48,7 +48,7 @@ bool DockView::wouldRemove() const {
   return !under || under == window() || qobject_cast<const TipBubble*>(under);
 }
 
-/// Nothing is said over what stands open beside the dock, or while something is done with it.
+/// Nothing is said over what is open beside the dock, or while something is done with it.
 void DockView::updateTip() {
   if (wouldRemove())
     tips_.say({u"remove"_s, tr("Remove"), QRect(drag_.pointer().toPoint(), QSize(1, 1))});

@@ -172,7 +172,7 @@ void DockView::applyRow(const DockRow& row) {
   pictures_.clear();
   relayout();
   refresh(sources_);
-  // The keyboard stays on its tile, or on what stands in the place of one that went.
+  // The keyboard stays on its tile, or on what takes the place of one that went.
   const qsizetype kept = focusKey.isEmpty() ? -1 : itemWithKey(focusKey);
   focused_ = kept >= 0 ? kept : std::min(focusedBefore, layout_.items.size() - 1);
   if (hasFocus() && (kept < 0 || kept != focusedBefore)) focusItem(std::max<qsizetype>(focused_, 0));
@@ -250,7 +250,7 @@ void DockView::relayout() {
   updateTip();
 }
 
-/// A dock without glass has the shape of what stands in it. Where nothing composites that would cut what is dragged
+/// A dock without glass has the shape of what is in it. Where nothing composites that would cut what is dragged
 /// over it, and the mark of where it goes.
 void DockView::reportWhetherWhole() {
   if (std::exchange(reportedWhole_, isWhole()) != isWhole()) Q_EMIT shapeChanged();

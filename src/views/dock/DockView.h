@@ -90,7 +90,7 @@ class DockView : public QWidget {
   QUuid widgetAt(QPointF point) const;
   /// The place of a widget's tile; empty for none.
   QRectF tileRect(const QUuid& widget) const;
-  /// What a window that belongs to the tile stands beside: the stretch of the glass with the tile on it.
+  /// What a window that belongs to the tile is beside: the stretch of the glass with the tile on it.
   QRect besideRect(const QUuid& widget) const;
   /// The places of the running applications, whether as tiles of their own or behind a launcher's.
   QHash<quint64, QRectF> applicationPlaces() const;
@@ -169,7 +169,7 @@ class DockView : public QWidget {
   void focusLeft();
   /// glassRect, outlineRegion, inputRegion or margins changed.
   void shapeChanged();
-  /// Tiles stand elsewhere now.
+  /// Tiles are elsewhere now.
   void itemsPlaced();
 
  protected:

@@ -9,7 +9,7 @@
 
 namespace tarnwick {
 
-/// The user's picture on the glass of a dock: it covers the glass, blurred and with a veil that keeps what stands on it
+/// The user's picture on the glass of a dock: it covers the glass, blurred and with a veil that keeps what is on it
 /// readable. It is made off the main thread whenever it has to look different; the last one shows until then, and none
 /// where the file cannot be read.
 class GlassPicture final : public QObject {

@@ -22,7 +22,7 @@ class Magnifier final {
   void setRatio(double ratio) { ratio_ = ratio; }
   /// Where the pointer is over the row; none where it is elsewhere or does something else.
   void point(std::optional<double> x);
-  /// The row stands differently.
+  /// The row is laid out differently.
   void update();
   /// How many times larger an item is drawn than it is.
   double of(qsizetype item) const;

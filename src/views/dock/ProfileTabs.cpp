@@ -68,7 +68,7 @@ double ProfileTabs::share() const {
 bool ProfileTabs::areMoving() const { return springs_.isMoving(kTabs); }
 
 double ProfileTabs::room(qsizetype tab) const {
-  // The widths that were measured stand rounded to whole pixels.
+  // The widths that were measured are rounded to whole pixels.
   return (layout_.tabs[tab].width() + 1) / row_.scale - theme::kTabPadding * 2;
 }
 

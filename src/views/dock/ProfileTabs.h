@@ -46,7 +46,7 @@ class ProfileTabs final : public QObject {
   bool areMoving() const;
   /// The space for a tab's name at scale 1.
   double room(qsizetype tab) const;
-  /// A name that does not stand there whole.
+  /// A name that is not shown whole.
   QString tip(qsizetype tab) const;
   /// Whether the wheel was turned over the tabs: it goes through the profiles, those without a tab included.
   bool turn(const QWheelEvent& event);

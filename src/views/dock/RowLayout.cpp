@@ -49,7 +49,7 @@ Block appBlock(const DockRow& row, bool lineBefore, bool lineAfter) {
   return block;
 }
 
-/// Where the running applications stand: in front of the widget of this index.
+/// Where the running applications are: in front of the widget of this index.
 qsizetype appsPosition(const DockRow& row) {
   const auto isApplications = [](const DockWidget& widget) { return widget.kind == kind::applications; };
   const auto anchor = std::ranges::find_if(row.widgets, isApplications);
@@ -69,7 +69,7 @@ qsizetype appsPosition(const DockRow& row) {
   return row.widgets.size();
 }
 
-/// Running applications alone, and a place that asks for widgets where the first of them would come to stand.
+/// Running applications alone, and a place that asks for widgets where the first of them would be.
 QList<Block> invitingBlocks(const DockRow& row) {
   const bool isLast = row.placement == RunningAppsPlacement::Left;
   Block invitation;
@@ -89,7 +89,7 @@ QList<Block> blocksOf(const DockRow& row) {
   if (row.placement == RunningAppsPlacement::None || row.runningApps.isEmpty()) return blocks;
   if (blocks.isEmpty()) return invitingBlocks(row);
   const qsizetype position = appsPosition(row);
-  // One line, towards the tiles before; only a block that begins the row, or stands right behind its anchor, has it
+  // One line, towards the tiles before; only a block that begins the row, or is right behind its anchor, has it
   // after.
   const bool behindAnchor =
       position > 0 && row.placement == RunningAppsPlacement::AfterApps && position < blocks.size();

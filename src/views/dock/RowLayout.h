@@ -27,7 +27,7 @@ struct RowPose {
   bool mirrored = false;  ///< For people who read from the right: the row begins there.
 };
 
-/// Where everything of a dock stands, in the units of its window. All edges lie on whole device pixels.
+/// Where everything of a dock is, in the units of its window. All edges lie on whole device pixels.
 struct RowLayout {
   QRectF glass;
   QList<RowItem> items;  ///< In the order of reading: from left to right, or from right to left where it is mirrored.

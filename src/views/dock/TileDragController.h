@@ -22,7 +22,7 @@ namespace tarnwick {
 class TileDragController final : public QObject {
   Q_OBJECT
  public:
-  /// `layoutOf` tells how another row would stand in the same place.
+  /// `layoutOf` tells how another row would be laid out in the same place.
   TileDragController(const DockRow& row, const RowLayout& layout, Animator& animator, EdgeScroll& edges,
                      std::function<RowLayout(const DockRow& row)> layoutOf);
 

@@ -9,7 +9,7 @@
 
 namespace tarnwick {
 
-/// What is said of something in a dock, and what of the dock that stands beside.
+/// What is said of something in a dock, and what part of the dock it is placed beside.
 struct DockTip {
   QString key;  ///< Of what it is about. The text of that may change while the tip is seen.
   QString text;

@@ -10,7 +10,7 @@
 
 namespace tarnwick {
 
-/// The rooms: everything that is particular to a group of kinds stands in one folder below this one, and is asked for
+/// The rooms: everything that is particular to a group of kinds is in one folder below this one, and is asked for
 /// here. Nothing else names kinds one by one.
 struct Rooms {
   /// In the order of the table.

@@ -5,7 +5,7 @@
 
 namespace tarnwick {
 
-/// Where the cards of the library stand: shelf below shelf, each with a heading and rows of cards that wrap. In
+/// Where the cards of the library are: shelf below shelf, each with a heading and rows of cards that wrap. In
 /// device-independent pixels from the top left of all; left is the side on which reading begins.
 struct CardLayout {
   static constexpr int kPadding = 12;  ///< Inside a card.

@@ -119,7 +119,7 @@ void EditorWindow::addLine(const EditorField& field) {
   connect(control, &FieldControl::changed, this, [this, line = lines_.back().get()] { changed(*line); });
 }
 
-// --- What stands in it ----------------------------------------------------------------------------------------------
+// --- Contents -------------------------------------------------------------------------------------------------------
 
 /// Fills what the user has not touched from the settings.
 void EditorWindow::take() {
@@ -268,7 +268,7 @@ void EditorWindow::showEvent(QShowEvent* event) {
         line->row->setHelp(LibraryWords::tr("A credential is kept in the keyring. What you enter takes its place."));
   fit();
   if (focusWidget()) return;
-  // What one comes for stands first; the title is rarely it.
+  // What the user most likely wants to edit is first, which is rarely the title.
   const auto first = std::ranges::find_if(lines_, [](const auto& line) { return line->control->isEnabled(); });
   (first == lines_.end() ? static_cast<QWidget*>(title_) : (*first)->control)->setFocus(Qt::OtherFocusReason);
 }
@@ -280,7 +280,7 @@ bool EditorWindow::eventFilter(QObject* watched, QEvent* event) {
   return AppWindow::eventFilter(watched, event);
 }
 
-/// As high as what stands in it, as far as the screen has space.
+/// As high as its contents, as far as the screen has space.
 void EditorWindow::fit() {
   auto* area = page_->findChild<ScrollArea*>();
   if (!area || !isVisible()) return;

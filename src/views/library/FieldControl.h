@@ -29,7 +29,7 @@ class FieldControl : public QWidget {
   virtual QString fault() const { return {}; }
   /// Shows that something is wrong with it.
   virtual void setFaulty(bool faulty) { Q_UNUSED(faulty) }
-  /// Whether it stands on a line of its own below its label.
+  /// Whether it is on a line of its own below its label.
   virtual bool isWide() const { return true; }
 
  Q_SIGNALS:

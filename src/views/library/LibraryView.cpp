@@ -173,7 +173,7 @@ QString LibraryView::markOf(int row) const {
 
 // --- Layout ---------------------------------------------------------------------------------------------------------
 
-/// Cards are as wide as their tile, their name and what stands beside that, so that neither is ever cut. What is placed
+/// Cards are as wide as their tile, their name and what is beside that, so that neither is ever cut. What is placed
 /// counts as it was when the shelves were filled: a card that has just been added does not push the others away.
 void LibraryView::doItemsLayout() {
   const int width = viewport()->width();

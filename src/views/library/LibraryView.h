@@ -22,7 +22,7 @@ class Button;
 class LibraryView final : public QListView, public ItemActions {
   Q_OBJECT
  public:
-  /// `store` and what the sources ask outlive the view. The button stands beside the view in `parent`, where screen
+  /// `store` and what the sources ask outlive the view. The button is beside the view in `parent`, where screen
   /// readers find it.
   LibraryView(AppStore& store, PreviewSources sources, QWidget* parent);
   ~LibraryView() override;

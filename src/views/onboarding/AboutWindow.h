@@ -4,7 +4,7 @@
 
 namespace tarnwick {
 
-/// The program's name, version and licence, and those of what it stands on.
+/// The program's name, version and licence, and those of what it is built on.
 class AboutWindow final : public AppWindow {
   Q_OBJECT
  public:

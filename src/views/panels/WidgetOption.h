@@ -22,7 +22,7 @@ enum class FieldShape {
 };
 
 /// An option of a kind, as its room declares it; the form of a widget follows from that. Texts are marked for
-/// translation where they stand, in the context "Library", `fault` in "WidgetEditor".
+/// translation where they are written, in the context "Library", `fault` in "WidgetEditor".
 struct WidgetOption {
   QLatin1StringView key;  ///< One of widgets/catalog/Options.h; empty where it is kept elsewhere.
   FieldShape shape;

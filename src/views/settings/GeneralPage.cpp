@@ -176,7 +176,7 @@ class GeneralPage final : public SettingsPage {
     dialog->open();
   }
 
-  /// What went wrong stands in the message line of the window.
+  /// What went wrong is shown in the message line of the window.
   static void say(FormRow& row, bool isDone, const char* otherwise, const char* done, const QString& path) {
     row.setHelp(isDone ? settingsText(done).arg(QFileInfo(path).fileName()) : settingsText(otherwise));
   }

@@ -128,7 +128,7 @@ class LayoutPage final : public SettingsPage {
               [](const DockConfiguration& config) { return config.layout == DockLayout::Fixed; });
     FormRow* alignment = addSegments(card, {QT_TRANSLATE_NOOP("Settings", "Alignment")},
                                      settingField(&DockConfiguration::alignment), kAlignments);
-    // Sides of the screen stand on their own sides, whichever way one reads.
+    // Sides of the screen are on their own sides, whichever way one reads.
     alignment->findChild<Segments*>()->setLayoutDirection(Qt::LeftToRight);
     showWhile(alignment, hasEdge);
     showWhile(

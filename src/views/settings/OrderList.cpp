@@ -137,7 +137,7 @@ class OrderList::Painter final : public QStyledItemDelegate {
       drawControlSymbol(painter, item.symbol, box, look.palette.secondary);
       left += kSymbol + theme::kRowGap;
     }
-    if (list_.isPersistentEditorOpen(index)) return;  // Its field stands where the words are.
+    if (list_.isPersistentEditorOpen(index)) return;  // Its field takes the place of the words.
     int right = row.width() - theme::kCardPadding;
     if (list_.showsActions(index)) {
       right -= static_cast<int>(list_.actions_.size()) * kAction;
@@ -313,7 +313,7 @@ void OrderList::moveCurrent(int places) {
 }
 
 void OrderList::focusInEvent(QFocusEvent* event) {
-  // The keyboard stands somewhere that is seen.
+  // The keyboard focus is on something visible.
   if (isKeyboardReason(event->reason()) && !currentIndex().isValid()) setCurrentIndex(model_->index(0));
   QListView::focusInEvent(event);
   viewport()->update();

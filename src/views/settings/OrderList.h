@@ -58,7 +58,7 @@ class OrderList final : public QListView, public ItemActions {
   void chosenChanged(const QString& id);
   void opened(const QString& id);
   void actionRequested(const QString& id, const QString& action);
-  /// The row should come to stand at index `to` of the list without it.
+  /// The row should move to index `to` of the list without it.
   void moved(const QString& id, int to);
   void renamed(const QString& id, const QString& title);
 

@@ -16,7 +16,7 @@ struct SettingsServices;
 /// A text of Settings in the user's language; the source is marked by QT_TRANSLATE_NOOP("Settings", …).
 QString settingsText(const char* source);
 
-/// A path to be read; it runs from the left whatever stands around it.
+/// A path to be read; it runs from the left whatever is around it.
 QString pathText(const QString& path);
 
 /// What a row says.

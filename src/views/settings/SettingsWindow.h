@@ -52,7 +52,7 @@ class SettingsWindow final : public AppWindow {
   QStackedWidget* stack_;
   QWidget* sidePane_ = nullptr;
   QVBoxLayout* sideColumn_ = nullptr;
-  QHBoxLayout* above_ = nullptr;  ///< Where the search stands while the side bar has no space for it.
+  QHBoxLayout* above_ = nullptr;  ///< Where the search is while the side bar has no space for it.
   TextLabel* nothing_;
   std::map<QString, SettingsPage*> pages_;
   QString beforeSearch_;  ///< The section that was shown then.

@@ -12,7 +12,7 @@ enum class Shortcut { Dock, CommandBar, Profiles };
 /// that another app has, or that the program itself uses for something else, is said at once below it.
 FormRow* addShortcutRow(SettingsPage& page, Card& card, const SettingsServices& services, Shortcut shortcut);
 
-/// What stands below the command bar's key: which key opens it now. Empty where that is the one that is shown.
+/// What is shown below the command bar's key: which key opens it now. Empty where that is the one that is shown.
 QString commandBarKeyNote(const DesktopOptions& options, const SettingsServices& services);
 
 }  // namespace tarnwick

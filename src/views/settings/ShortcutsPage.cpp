@@ -10,7 +10,7 @@ namespace tarnwick {
 SettingsPage* makeShortcutsPage(AppStore& store, const SettingsServices& services) {
   auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Shortcuts")), store, services);
   Card& card = *page->addCard();
-  // That of the command bar stands in its own section.
+  // That of the command bar is in its own section.
   for (const Shortcut each : {Shortcut::Dock, Shortcut::Profiles}) addShortcutRow(*page, card, services, each);
   FormRow* apps = page->addSwitch(card,
                                   {QT_TRANSLATE_NOOP("Settings", "Apps by number"),

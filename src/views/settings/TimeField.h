@@ -5,7 +5,7 @@
 namespace tarnwick {
 
 /// A time of the day, written as "09:30". The arrow keys and Page keys move it. What is no time is not taken, and
-/// stands until it is mended or Escape gives the time back that holds.
+/// stays until it is mended or Escape restores the valid time.
 class TimeField final : public TextField {
   Q_OBJECT
  public:
@@ -13,9 +13,9 @@ class TimeField final : public TextField {
 
   /// Without a signal; what the user writes and what is no time are left alone.
   void setMinutes(int minutes);
-  /// Whether what stands there is a time.
+  /// Whether what was entered is a time.
   bool isValid() const { return isValid_; }
-  /// What was written gives way to the time that holds.
+  /// What was written is replaced by the valid time.
   void settle();
 
  Q_SIGNALS:

@@ -314,7 +314,7 @@ QColor Palette::accent(Accent accent) const {
   if (accent == Accent::Foreground) return primary;
   const auto index = static_cast<std::size_t>(accent) - 1;
   const QColor color = tone(light ? bright[index] : dark[index]);
-  constexpr double darker = 0.22;  // So that white stands on it with 7 to 1.
+  constexpr double darker = 0.22;  // So that white has a contrast of 7 to 1 on it.
   return highContrast && light ? mixed(color, black(100), darker) : color;
 }
 

@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The colours of a landscape, from the sky down to the water, and where its sun stands.
+/// The colours of a landscape, from the sky down to the water, and where its sun is.
 struct Mood {
   QRgb skyTop, skyMiddle, skyBottom, sun, farHill, nearHill, water;
   double sunX, sunY;

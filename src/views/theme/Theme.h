@@ -1,6 +1,6 @@
 #pragma once
 
-/// The measures of everything that is painted, in device-independent pixels at scale 1. Colours stand in Palette.h,
+/// The measures of everything that is painted, in device-independent pixels at scale 1. Colours are in Palette.h,
 /// type in Typography.h, symbols in Symbols.h; a painter holds none of them.
 namespace tarnwick::theme {
 

@@ -39,11 +39,11 @@ enum class Elide { End, Middle };
 /// One line of text, measured. Its lengths are in the units of a tile; `scale` is what the painter multiplies them by,
 /// and only serves to keep the text from falling below the least size on the screen.
 ///
-/// Every digit stands in a cell as wide as the widest digit, so that a figure that changes does not move its
+/// Every digit is in a cell as wide as the widest digit, so that a figure that changes does not move its
 /// neighbours, whatever the font. A colon between two digits is centred on their height.
 ///
 /// A text runs the way its first letter does, whatever the window around it does; what runs the other way within it
-/// stands where a reader looks for it. On mirrored paper it takes the mirrored place, its letters as they are.
+/// is where a reader expects it. On mirrored paper it takes the mirrored place, its letters as they are.
 class TextLine {
  public:
   TextLine(const QString& text, TextStyle style, double scale = 1);

@@ -35,7 +35,7 @@ void drawSun(QPainter& painter, QPointF centre, double radius, std::initializer_
   }
   QPainterPath disc;
   disc.addEllipse(centre, radius, radius);
-  // A faint picture would show the sun through what stands before it; a solid one would show the seam of a cut.
+  // A faint picture would show the sun through what is before it; a solid one would show the seam of a cut.
   if (painter.opacity() < 1) disc = disc.subtracted(before);
   fillBody(painter, disc, colors.sunTop, colors.sunBottom);
 }

@@ -14,7 +14,7 @@ class TileCanvas;
 /// The picture of an application in `box`, or what stands in for it.
 void drawAppIcon(TileCanvas& canvas, const QRectF& box, const QString& icon, const QString& name);
 
-/// What an application is up to, on the icon that stands there.
+/// What an application is up to, on the icon that is there.
 void drawAppMarks(TileCanvas& canvas, const QRectF& icon, const AppMarks& marks);
 
 /// The place of a running application, which has no ground of its own: its icon and its marks. `rect` is in the

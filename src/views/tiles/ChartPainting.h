@@ -16,7 +16,7 @@ struct ChartLook {
   QColor color;
   double low = 0;        ///< The value at the foot.
   double high = 100;     ///< The value at the top.
-  qsizetype depth = 40;  ///< How many values fill the width; fewer stand at its end.
+  qsizetype depth = 40;  ///< How many values fill the width; fewer are at its end.
   bool filled = true;
   bool marked = true;    ///< Whether the last value is a dot in a halo.
   bool hanging = false;  ///< Whether it grows downwards from the top.

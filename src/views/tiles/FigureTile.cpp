@@ -8,7 +8,7 @@ namespace {
 
 constexpr double kCompactText = 36;
 
-/// The largest in which all of it stands on the tile.
+/// The largest in which all of it fits on the tile.
 TextStyle figureStyle(const TileCanvas& canvas, const FigureContent& content, double room) {
   for (const TextStyle style : {TextStyle::Headline, TextStyle::Figure17}) {
     const double unit = content.unit.isEmpty() ? 0 : 2 + TextLine::unit(content.unit, style, canvas.scale()).width();

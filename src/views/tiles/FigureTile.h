@@ -14,7 +14,7 @@ struct FigureContent {
   QString figure;  ///< dash() until it was read.
   QString unit;
   QString caption;
-  bool compact = false;  ///< The symbol stands closer, in a tile that is hardly wider than its figure.
+  bool compact = false;  ///< The symbol is closer, in a tile that is hardly wider than its figure.
 
   static QString dash() { return QStringLiteral("–"); }
   bool operator==(const FigureContent&) const = default;

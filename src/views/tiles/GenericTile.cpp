@@ -59,7 +59,7 @@ bool isStacked(const TileCanvas& canvas, const GenericContent& content) {
   const double room = canvas.roomAfter(textLeft(canvas));
   const double wanted = std::max(canvas.line(content.name, TextStyle::Title).width(),
                                  canvas.line(content.word, TextStyle::Caption).width());
-  // A symbol alone says little; where a small dock has no second row, a part of the name stands beside it.
+  // A symbol alone says little; where a small dock has no second row, a part of the name is shown beside it.
   const bool mayStack = canvas.width() <= kMayStack && canvas.showsCaption();
   return canvas.width() < kSideBySide || (mayStack && wanted > room);
 }

@@ -22,7 +22,7 @@ struct GenericContent {
 GenericContent makeGeneric(const TileRequest& request);
 TileText describe(const GenericContent& content, const QString& name);
 void paint(TileCanvas& canvas, const GenericContent& content);
-/// The rows in which its name stands: one, or two where it would lose letters in one.
+/// The rows that its name takes: one, or two where it would lose letters in one.
 QStringList nameRows(const TileCanvas& canvas, const GenericContent& content);
 
 }  // namespace tarnwick

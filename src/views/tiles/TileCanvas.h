@@ -14,10 +14,10 @@
 namespace tarnwick {
 
 /// The paper of one tile: 64 units high, whatever the dock's scale. It knows the anatomy that families share, so that a
-/// painter says what stands where and nothing else.
+/// painter says what is placed where and nothing else.
 ///
 /// Painters are written for people who read from left to right. Where they read from right to left the paper itself is
-/// mirrored: everything stands on the other side, while texts, symbols, pictures and arcs stay as they are. What has a
+/// mirrored: everything is on the other side, while texts, symbols, pictures and arcs stay as they are. What has a
 /// direction of its own, such as the face of a clock or the time in a chart, is drawn through unmirrored().
 class TileCanvas {
  public:
@@ -42,7 +42,7 @@ class TileCanvas {
   Accent accentName() const { return style_.accent; }
   QColor accentWord() const { return style_.palette.accentWord(style_.accent); }
 
-  /// Whether what is drawn now stands on the other side of the tile.
+  /// Whether what is drawn now is on the other side of the tile.
   bool isMirrored() const { return tarnwick::isMirrored(painter_); }
   /// Draws something as it is for everyone, about the vertical line at `middle`, which itself is mirrored.
   template <class Draw>
@@ -60,7 +60,7 @@ class TileCanvas {
   bool showsCaption() const { return style_.scale >= theme::kBareScale; }
 
   TextLine line(const QString& text, TextStyle style) const { return TextLine(text, style, style_.scale); }
-  /// The baseline on which capitals and figures stand in the middle of `height`.
+  /// The baseline that centres capitals and figures within `height`.
   static double centredBaseline(const TextLine& line, double height = theme::kTileMiddle) {
     return height + line.capHeight() / 2;
   }
@@ -88,7 +88,7 @@ class TileCanvas {
   /// A rectangle whose edges lie on whole device pixels, at least one apart.
   QRectF snapped(const QRectF& rect) const;
 
-  /// Where the rows of a list stand, `wanted` at most; fewer in small docks, whose letters are larger.
+  /// Where the rows of a list are, `wanted` at most; fewer in small docks, whose letters are larger.
   QList<double> rowBaselines(qsizetype wanted) const;
 
   /// The width between `x` and the right edge of the text.

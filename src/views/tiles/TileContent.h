@@ -71,10 +71,10 @@ void paintContent(TileCanvas& canvas, const auto& content) { paint(canvas, conte
 
 template <class Content>
 concept Tile = std::equality_comparable<Content> &&
-               requires(const Content& content, TileCanvas& canvas, const QString& name) {
-                 { describe(content, name) } -> std::same_as<TileText>;
-                 paint(canvas, content);
-               };
+    requires(const Content& content, TileCanvas& canvas, const QString& name) {
+  { describe(content, name) } -> std::same_as<TileText>;
+  paint(canvas, content);
+};
 
 std::optional<int> partOf(const auto& content, const TileClick& click) {
   if constexpr (requires { partAt(content, click); }) return partAt(content, click);
@@ -149,7 +149,7 @@ class TileContent {
     return part;
   }
   TileApplication application() const { return face_ ? face_->application() : TileApplication{}; }
-  /// Whether the tile stands on a ground and answers the pointer; separators and spaces do not.
+  /// Whether the tile has a ground and answers the pointer; separators and spaces do not.
   bool isSolid() const { return !face_ || face_->isSolid(); }
 
   /// The struct that it was made from; null if that is of another type. Borrowed.

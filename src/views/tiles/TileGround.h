@@ -7,7 +7,7 @@
 namespace tarnwick {
 
 /// Paints the ground of a tile that stands still: a rounded pane with a thin line inside its edge. All tiles of a dock
-/// stand on the same one or two, which differ in nothing but their width, so a pane is painted once and laid down in
+/// share the same one or two, which differ in nothing but their width, so a pane is painted once and laid down in
 /// pieces: its ends, and a strip as often as the middle needs it.
 class TileGround {
  public:

@@ -17,7 +17,7 @@ class AppStore;
 class MessageStrip;
 class TitleBar;
 
-/// A window of the program's own: Settings, the library, the first run. It carries the look of all that stands in it,
+/// A window of the program's own: Settings, the library, the first run. It carries the look of all that is in it,
 /// which follows the palette of the application, and shows the store's message line as a quiet strip below its content
 /// area's top. Its menu bar shows only while it is asked for (F10 or Alt); the shortcuts in it always work. Ctrl+W
 /// closes it. It deletes itself when it is closed, so that a closed window costs nothing.
@@ -41,12 +41,12 @@ class AppWindow : public QWidget, public LookSource {
   void setEscapeCloses(bool closes) { escapeCloses_ = closes; }
   /// What says which part of the desktop a window at a place may take; its screen's usable part while it is empty.
   void setRoom(std::function<QRect(const QPoint& place)> room) { room_ = std::move(room); }
-  /// What this window says in a place of its own, so that it need not stand above its body as well.
+  /// What this window says in a place of its own, so that it need not be shown above its body as well.
   void setSays(const QString& message);
   /// Where the desktop puts no frame around windows: a title of its own, to move and close it by, and a corner to size
   /// it by.
   void giveTitleBar();
-  /// How much of it lies behind something else, from its sides; nothing that can be used stands there.
+  /// How much of it lies behind something else, from its sides; nothing that can be used is there.
   void setBehind(const QMargins& margins);
   /// Where this window can be seen whole.
   QRect room() const;
@@ -64,7 +64,7 @@ class AppWindow : public QWidget, public LookSource {
   void aboutToAppear();
 
  protected:
-  /// Where the window's content goes. `side` stands at the left, in the colour of side bars, and may be null.
+  /// Where the window's content goes. `side` is at the left, in the colour of side bars, and may be null.
   void setContent(QWidget* side, QWidget* body);
 
   bool event(QEvent* event) override;

@@ -12,7 +12,7 @@ class CardGrid final : public QWidget {
   /// `margin` is around all of them, `spacing` between two.
   CardGrid(int mostColumns, int margin, int spacing);
 
-  /// `alignment` is within the card's column; without one the columns stand close together.
+  /// `alignment` is within the card's column; without one the columns are close together.
   void add(QWidget* card, Qt::Alignment alignment = {});
 
   QSize minimumSizeHint() const override { return {0, QWidget::minimumSizeHint().height()}; }

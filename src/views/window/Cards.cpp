@@ -24,7 +24,7 @@ namespace {
 
 TextLabel* makeHelp(const QString& text, Tone tone) {
   auto* label = makeSentence(text, TextStyle::Caption, tone);
-  // To show it before it stands somewhere would make a window of it.
+  // To show it before it is placed somewhere would make a window of it.
   if (text.isEmpty()) label->hide();
   return label;
 }

@@ -15,7 +15,7 @@ bool matchesSearch(const QString& said, const QString& search);
 /// A sentence that wraps.
 class TextLabel* makeSentence(const QString& text, TextStyle style, Tone tone);
 
-/// A setting in a card: its label, a sentence of help below it, its control at the right. A wide control stands on a
+/// A setting in a card: its label, a sentence of help below it, its control at the right. A wide control is on a
 /// line of its own below both. The control is named after the label for screen readers, unless it has a name already.
 class FormRow final : public QWidget {
   Q_OBJECT
@@ -91,7 +91,7 @@ class CardPage : public QWidget {
   /// For a page to read, without controls: the keyboard scrolls it.
   void takeKeys();
   const QList<Card*>& cards() const { return cards_; }
-  /// Scrolls so that `widget`, which stands on this page, is seen.
+  /// Scrolls so that `widget`, which is on this page, is seen.
   void reveal(QWidget* widget);
 
  private:

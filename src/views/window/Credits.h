@@ -5,7 +5,7 @@
 
 namespace tarnwick {
 
-/// Something that the program stands on.
+/// Something that the program is built on.
 struct Credit {
   QString name;
   QString version;  ///< Of the one that this run uses; empty where it does not tell.

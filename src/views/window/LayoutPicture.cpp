@@ -34,7 +34,7 @@ constexpr double kSystemTop = 62;
 constexpr double kPauseSeconds = 0.8;
 constexpr int kTravels = 6;  // Three times there and back.
 
-/// Where things stand and how strong they are; what has no strength is not drawn.
+/// Where things are and how strong they are; what has no strength is not drawn.
 struct Scene {
   QPointF dock{kMiddle, kAtBottom};  // The middle of its top.
   double system = 0;                 // How bright the system's dock is.

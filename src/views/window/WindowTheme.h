@@ -1,6 +1,6 @@
 #pragma once
 
-/// The measures of the program's windows, in device-independent pixels. They stand beside those of controls.
+/// The measures of the program's windows, in device-independent pixels. They complement those of controls.
 namespace tarnwick::theme {
 
 inline constexpr int kSideWidth = 200;
@@ -18,7 +18,7 @@ inline constexpr int kCardGap = 12;
 inline constexpr double kCardCorner = 12;
 inline constexpr int kCardPadding = 16;
 inline constexpr int kCardRow = 44;
-inline constexpr int kCardRowPadding = 6;  ///< Above and below what stands in a row.
+inline constexpr int kCardRowPadding = 6;  ///< Above and below the contents of a row.
 inline constexpr int kCardEnds = 4;        ///< Above the first row and below the last.
 inline constexpr int kCardHelpGap = 2;
 inline constexpr int kWindowHeading = 28;

@@ -8,7 +8,7 @@ namespace tarnwick::catalog {
 
 namespace {
 
-// Categories. A kind that stands in a group of the library is listed under that group's name instead.
+// Categories. A kind that is in a group of the library is listed under that group's name instead.
 constexpr const char* clocks = QT_TRANSLATE_NOOP("Catalog", "Clocks");
 constexpr const char* calendar = QT_TRANSLATE_NOOP("Catalog", "Calendar");
 constexpr const char* productivity = QT_TRANSLATE_NOOP("Catalog", "Productivity");

@@ -13,7 +13,7 @@ enum class TileOpens {
 };
 
 /// What the rest of the program asks of a kind of widget: columns of the catalog's row. All that a room alone must know
-/// of its kinds stands in the room.
+/// of its kinds is in the room.
 struct KindTraits {
   TileOpens opens = TileOpens::Panel;
   bool isGap = false;             ///< It only parts other tiles.

@@ -20,7 +20,7 @@ struct WidgetDefinition {
   bool operator==(const WidgetDefinition&) const = default;
 };
 
-/// One section of the widget library. Groups and the kinds in them stand in display order.
+/// One section of the widget library. Groups and the kinds in them are in display order.
 struct WidgetGroup {
   QString name;  ///< in the user's language
   QString symbol;

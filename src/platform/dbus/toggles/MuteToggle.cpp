@@ -93,7 +93,7 @@ void MuteToggle::awaitServer() {
     connect(sockets_.get(), &QFileSystemWatcher::directoryChanged, this, [this] {
       failures_ = 0;
       awaitServer();
-      // The socket stands a moment before anybody answers behind it.
+      // The socket exists a moment before anybody answers behind it.
       if (isServerThere() && !output_) attempt_->start(kBeforeAnotherTry);
     });
   }

@@ -6,7 +6,7 @@
 
 namespace tarnwick {
 
-/// What stands behind one of the desktop's switches.
+/// What is behind one of the desktop's switches.
 class ToggleSource : public QObject {
   Q_OBJECT
  public:

@@ -2,7 +2,7 @@
 #include "platform/docks/module/PlasmaPanel.h"
 #include "platform/docks/module/XfcePanel.h"
 
-/// The module's one door: what speaks with a kind of dock, owned by the caller; null for an unknown kind.
+/// The module's entry point: what speaks with a kind of dock, owned by the caller; null for an unknown kind.
 extern "C" Q_DECL_EXPORT tarnwick::DockBackend* tarnwickDockBackend(const QString& kind) {
   using namespace tarnwick;
   if (kind == QLatin1StringView("plank")) return new GSettingsDock(GSettingsDock::plank());

@@ -17,7 +17,7 @@ struct FreeComponent {
 };
 using Component = std::unique_ptr<icalcomponent, FreeComponent>;
 
-/// What stands in one component, as plain values.
+/// The contents of one component, as plain values.
 struct ComponentValues {
   /// Of a text property, freed of its escapes and cut at `limit` characters.
   static QString text(icalcomponent* component, icalproperty_kind kind, qsizetype limit);

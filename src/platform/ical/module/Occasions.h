@@ -33,7 +33,7 @@ class Occasions {
   /// The occasions that touch the range and are not taken out, in order, each once; bounded in number.
   QList<Occasion> within(UtcSeconds from, UtcSeconds until) const;
 
-  /// Something else stands in place of this occasion.
+  /// Something else replaces this occasion.
   void takeOut(const CalendarTime& occasion);
 
  private:

@@ -29,7 +29,7 @@ class TextReading {
   CalendarText result();
 
  private:
-  /// What stands in place of one occasion of a series.
+  /// What replaces one occasion of a series.
   struct Exception {
     Component component;
     CalendarTime occasion;

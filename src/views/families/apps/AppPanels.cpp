@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What both panels of applications share: a field, and the installed applications that fit what stands in it.
+/// What both panels of applications share: a field, and the installed applications that fit what is entered in it.
 class AppsPanel : public TilePanel {
  protected:
   explicit AppsPanel(const PanelContext& context)

@@ -18,7 +18,7 @@ constexpr double kCellDividerHeight = 32;
 constexpr double kAfterDivider = 12;
 constexpr double kSymbolGap = 5;
 
-/// Where cells begin and where the lines between them stand.
+/// Where cells begin and where the lines between them are.
 struct Cells {
   QList<double> lefts;
   QList<double> dividers;

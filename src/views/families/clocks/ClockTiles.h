@@ -33,7 +33,7 @@ struct TimeDateContent {
   QStringList dates;  ///< The date from its longest form to its shortest; the first that fits is shown.
   Sky sky = Sky::Here;
   QString place;  ///< Of another zone, or the label; given to screen readers and shown in the tip.
-  QString label;  ///< Stands before the date.
+  QString label;  ///< Shown before the date.
 
   bool operator==(const TimeDateContent&) const = default;
 };

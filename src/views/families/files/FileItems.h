@@ -26,7 +26,7 @@ class FileItems {
   /// with a program that the user chose.
   FileItems(ItemView& view, const PanelContext& context, std::function<void()> done);
 
-  /// What stands below the name, or in its place.
+  /// What is shown below the name, or in its place.
   enum class Caption { None, AgeOnly, Folder, FolderAndAge };
   void set(const QList<FolderEntry>& entries, Caption caption, const QDateTime& now, const QLocale& locale);
   /// The file of an item; empty when it is there no more.

@@ -22,7 +22,7 @@ constexpr QSizeF kShot{44, 29};
 constexpr double kShotTop = 10;
 constexpr double kShotCorner = 4;
 constexpr double kShotTurn = -6;
-constexpr QPointF kShotBehind{-5, -0.5};  ///< How far the one behind stands from the one in front.
+constexpr QPointF kShotBehind{-5, -0.5};  ///< How far the one behind is from the one in front.
 
 constexpr double kFieldTop = 14;
 constexpr double kFieldHeight = 36;

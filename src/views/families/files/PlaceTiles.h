@@ -12,7 +12,7 @@ namespace tarnwick {
 
 class TileCanvas;
 
-/// How many screenshots stand in the stack.
+/// How many screenshots are in the stack.
 inline constexpr qsizetype kShownScreenshots = 2;
 
 /// The files that were open last, as a fan of papers.

@@ -61,7 +61,7 @@ class TodoRow final : public QWidget {
 
   CheckRow* check() { return check_; }
 
-  /// Takes what stands in the field, if it is open; a text of blanks changes nothing.
+  /// Takes what is entered in the field, if it is open; a text of blanks changes nothing.
   void finish() { endEditing(true); }
 
  protected:

@@ -25,7 +25,7 @@ std::optional<int> percentOf(double value) {
 
 QString withSign(const std::optional<int>& percent) { return percent ? LocalFigures::percent(*percent) : kDash; }
 
-// Charts stand at the right.
+// Charts are at the right.
 constexpr double kChartWidth = 76;
 constexpr double kChartTop = 17;
 constexpr double kChartHeight = 28;
@@ -33,7 +33,7 @@ constexpr double kChartHeight = 28;
 constexpr double kLeastChart = 48;
 constexpr double kBeforeChart = 6;
 
-/// It leaves space for what stands before it.
+/// It leaves space for what is before it.
 QRectF chartBox(const TileCanvas& canvas, double textEnd) {
   const double right = canvas.width() - theme::kTextRight;
   const double width = std::clamp(right - textEnd - kBeforeChart, kLeastChart, kChartWidth);

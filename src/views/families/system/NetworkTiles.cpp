@@ -43,7 +43,7 @@ void paintSpeed(TileCanvas& canvas, double baseline, const std::optional<SpeedWo
   canvas.figure(kSpeedLeft, baseline, TextStyle::Figure17, line.text(), speed ? speed->unit : QString(), ink);
 }
 
-/// The unit stands once, behind the longer figure, where there is space for it.
+/// The unit is written once, behind the longer figure, where there is space for it.
 void paintSmallSpeeds(TileCanvas& canvas, const NetworkContent& content) {
   double end = 0;
   for (const bool down : {true, false}) {

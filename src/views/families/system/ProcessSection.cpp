@@ -84,7 +84,7 @@ void ProcessSection::showRow(ListRow& row, const ProcessUsage& usage, double mos
                    : MachineWords::memory(sources.locale, static_cast<double>(usage.reading.memory)));
 }
 
-/// The rows stand ready, and the first one says what they wait for.
+/// The rows are ready, and the first one says what they wait for.
 void ProcessSection::showWaiting(const QString& sentence) {
   for (ListRow* row : rows_) {
     row->show();

@@ -7,12 +7,12 @@
 
 namespace tarnwick {
 
-/// Where a timer of any kind stands at one moment, for its tile and its panel.
+/// The state of a timer of any kind at one moment, for its tile and its panel.
 struct TimerFacts {
   double seconds = 0;  ///< What its figure says: left, or counted by a stopwatch.
   double whole = 0;    ///< The length of this countdown; 0 for a stopwatch.
   bool running = false;
-  bool fresh = false;  ///< Stands at its beginning.
+  bool fresh = false;  ///< At its beginning.
   bool ended = false;  ///< A countdown that has run out.
   bool rests = false;  ///< In a break between two focus sessions.
   QString phase;       ///< Named; empty where there are no phases.

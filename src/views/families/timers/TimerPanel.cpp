@@ -124,11 +124,11 @@ class TimerPanel : public TilePanel {
     const QString text = QString::number(value);
     if (changed.options.value(key) == text) return;
     changed.options.insert(key, text);
-    // Another main duration starts the timer over; what stands at its beginning takes its new length in any case.
+    // Another main duration starts the timer over; one that is at its beginning takes its new length in any case.
     if (key == option::minutes) changed.options.remove(option::deadline);
     if (key == option::minutes || timerFacts(widget(), now_).fresh) {
       changed.options.remove(option::remaining);
-      // Without a time left on it, a posture cycle has that of its seated phase, whichever it stands in.
+      // Without a time left on it, a posture cycle has that of its seated phase, whichever it is in.
       if (const QString phase = changed.options.value(option::phase); changed.kind == kind::posture && !phase.isEmpty())
         changed.options.insert(option::remaining, TimeMath::text(PostureMath::duration(changed, phase)));
     }

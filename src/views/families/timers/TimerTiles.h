@@ -18,7 +18,7 @@ struct TimerContent {
   QString figure;
   QString word;      ///< Under the figure.
   double share = 0;  ///< Of the ring.
-  int lit = 0;       ///< Of the marks, which stand in the word's place while there are any.
+  int lit = 0;       ///< Of the marks, which take the word's place while there are any.
   int marks = 0;
   QString spoken;  ///< In words, without the seconds that would make a screen reader speak all the time.
 

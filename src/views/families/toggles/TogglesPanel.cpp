@@ -49,7 +49,7 @@ class TogglesPanel final : public TilePanel {
       body().addWidget(rows_[i]);
       connect(switches_[i], &QAbstractButton::clicked, this, [this, toggle = words.toggle](bool on) {
         this->context().toggles.set(toggle, on);
-        refreshNow();  // Until the service has done it, the switch stands where it really is.
+        refreshNow();  // Until the service has done it, the switch shows its real state.
       });
     }
   }

@@ -18,7 +18,7 @@ constexpr double kPlaceBaseline = 51;
 constexpr double kNameBaseline = 44;
 constexpr double kWordBaseline = 56.5;
 
-/// The largest in which the whole figure stands on the tile: in hard winters it has three characters.
+/// The largest in which the whole figure fits on the tile: in hard winters it has three characters.
 TextStyle figureStyle(const TileCanvas& canvas, const QString& figure) {
   const double room = canvas.width() - kFigureLeft - kFigureLeastRight;
   for (const TextStyle style : {TextStyle::Headline, TextStyle::Figure17})
