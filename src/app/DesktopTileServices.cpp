@@ -7,6 +7,22 @@
 
 namespace tarnwick {
 
+DesktopTileServices::DesktopTileServices(const AppStore& store, const Services& services, Readings& readings,
+                                         ReadingServices readingServices, const DockCommands& commands, OwnIcons& icons)
+    : store_(store),
+      services_(services),
+      readings_(readings),
+      readingServices_(std::move(readingServices)),
+      commands_(commands),
+      icons_(icons) {
+  connect(&commands_, &DockCommands::launchingChanged, this, &TileServices::applicationsChanged);
+  connect(&services_.hints, &LauncherHints::changed, this, &TileServices::applicationsChanged);
+  connect(&services_.installedApps, &InstalledApps::changed, this, &TileServices::entriesChanged);
+  connect(&services_.files, &Files::trashChanged, this, &TileServices::trashChanged);
+  connect(&readings_, &Readings::changed, this, &TileServices::readingsChanged);
+  connect(&readings_, &Readings::clockFormatChanged, this, &TileServices::habitsChanged);
+}
+
 std::optional<ApplicationFacts> DesktopTileServices::applicationAt(const QString& path) const {
   const auto entry = services_.installedApps.byPath(path);
   if (!entry) return std::nullopt;

@@ -13,13 +13,7 @@ namespace tarnwick {
 class DesktopTileServices final : public TileServices {
  public:
   DesktopTileServices(const AppStore& store, const Services& services, Readings& readings,
-                      ReadingServices readingServices, const DockCommands& commands, OwnIcons& icons)
-      : store_(store),
-        services_(services),
-        readings_(readings),
-        readingServices_(std::move(readingServices)),
-        commands_(commands),
-        icons_(icons) {}
+                      ReadingServices readingServices, const DockCommands& commands, OwnIcons& icons);
 
   std::optional<ApplicationFacts> applicationAt(const QString& path) const override;
   QString ownIcon(const QString& path) const override { return icons_.iconOf(path); }

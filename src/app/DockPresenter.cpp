@@ -100,13 +100,6 @@ void DockPresenter::connectContents() {
     QMetaObject::invokeMethod(
         this, [this, entry] { closeBubble(entry); }, Qt::QueuedConnection);
   });
-  connect(&tiles_, &DockCommands::launchingChanged, this, &DockPresenter::rebuildRows);
-  connect(&services_.hints, &LauncherHints::changed, this, &DockPresenter::rebuildRows);
-  connect(&services_.files, &Files::trashChanged, this, &DockPresenter::rebuildRows);
-  connect(&services_.installedApps, &InstalledApps::changed, this, [this] {
-    for (const auto& [display, dock] : docks_) dock->view().forgetIcons();
-    rebuildRows();
-  });
   // A tile may stand for another application without standing elsewhere. The rows come first.
   connect(
       &store_, &AppStore::runningAppsChanged, this,
@@ -114,10 +107,6 @@ void DockPresenter::connectContents() {
         for (const auto& [display, dock] : docks_) applicationsPlaced(display);
       },
       Qt::QueuedConnection);
-  connect(&setup_.readings, &Readings::changed, this, &DockPresenter::rebuildRows);
-  connect(&setup_.readings, &Readings::measured, this, [this](Family family) {
-    for (const auto& [display, dock] : docks_) dock->refreshFamily(family);
-  });
 }
 
 void DockPresenter::connectDocks() {
@@ -221,14 +210,10 @@ ReadingServices DockPresenter::readingServices() const {
 }
 
 void DockPresenter::takeLook() {
-  rebuildRows();
+  for (const auto& [display, dock] : docks_) dock->rebuild();
   panels_.applyLook();
   if (message_) message_->update();
   if (bubble_) bubble_->arrange();
-}
-
-void DockPresenter::rebuildRows() {
-  for (const auto& [display, dock] : docks_) dock->rebuildRow();
 }
 
 // --- Places ---------------------------------------------------------------------------------------------------------

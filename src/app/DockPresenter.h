@@ -120,7 +120,6 @@ class DockPresenter final : public QObject, private DockHost {
   QRect besideRect(const QString& display, const QUuid& widget) const;
   bool isBusy(const QString& display) const;
   void markOpen(const QString& display, const QUuid& widget);
-  void rebuildRows();
   void openMenu(const QString& display, const QList<DockMenuEntry>& entries, const QRect& beside);
   void chooseWindow(const QString& display, quint64 application);
   void closeMenu();

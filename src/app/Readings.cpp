@@ -32,20 +32,22 @@ Readings::Readings(Scheduler& scheduler)
       screenshots_(home(QStandardPaths::PicturesLocation), scheduler),
       thumbnails_(home(QStandardPaths::GenericCacheLocation)) {
   connect(&calendar_, &Calendar::outdated, &calendar_, &Calendar::load);
-  connect(&calendar_, &Calendar::changed, this, &Readings::changed);
-  connect(&processes_, &ProcessMonitor::changed, this, [this] { Q_EMIT measured(Family::Processes); });
-  connect(&temperature_, &SystemTemperature::changed, this,
-          [this] { Q_EMIT measured(Family::Temperature); });
-  connect(&recent_, &RecentFiles::changed, this, &Readings::changed);
-  connect(&bookmarks_, &Bookmarks::changed, this, &Readings::changed);
-  connect(&screenshots_, &ScreenshotFolder::changed, this, &Readings::changed);
+  const auto tell = [this](auto* reader, auto changedSignal, const QList<Family>& families) {
+    connect(reader, changedSignal, this, [this, families] { Q_EMIT changed(families); });
+  };
+  tell(&calendar_, &Calendar::changed, {Family::Calendar, Family::Reminders});
+  tell(&processes_, &ProcessMonitor::changed, {Family::Processes});
+  tell(&temperature_, &SystemTemperature::changed, {Family::Temperature});
+  tell(&recent_, &RecentFiles::changed, {Family::Files});
+  tell(&bookmarks_, &Bookmarks::changed, {Family::Bookmarks});
+  tell(&screenshots_, &ScreenshotFolder::changed, {Family::Files});
 }
 
 Readings::~Readings() = default;
 
 void Readings::start() {
   clockFormat_ = std::make_unique<DesktopClockFormat>();
-  connect(clockFormat_.get(), &DesktopClockFormat::changed, this, &Readings::changed);
+  connect(clockFormat_.get(), &DesktopClockFormat::changed, this, &Readings::clockFormatChanged);
 }
 
 std::optional<bool> Readings::uses24Hour() const { return clockFormat_ ? clockFormat_->uses24Hour() : std::nullopt; }

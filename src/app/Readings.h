@@ -45,10 +45,10 @@ class Readings : public QObject {
   ProcessMonitor& processes() { return processes_; }
 
  Q_SIGNALS:
-  /// Something that tiles show is another than before.
-  void changed();
-  /// The same, of what tiles of this family alone show.
-  void measured(Family family);
+  /// Tiles of these families show something else than before.
+  void changed(const QList<Family>& families);
+  /// The desktop writes the hour in another way.
+  void clockFormatChanged();
 
  private:
   std::unique_ptr<CalendarSource> calendarFiles_;

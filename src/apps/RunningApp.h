@@ -19,6 +19,8 @@ struct WindowPlace {
 struct WindowScope {
   bool workspaceOnly = false;  ///< Those of the virtual desktop that is shown.
   QString display{};           ///< Those on this one; of all displays where it is empty.
+
+  bool operator==(const WindowScope&) const = default;
 };
 
 /// An application of which at least one window is there. It gets one tile, however many windows or processes it has.

@@ -199,7 +199,7 @@ TEST(OverviewPanelTest, ShowsTheDayAndIsWorkedThrough) {
   EXPECT_EQ(commands.asked, QStringList{u"done Send invoice"_s});
 
   // A day of which nothing is known is shown as such.
-  sources.weather.reset();
+  sources.weather = {};
   auto digest = std::make_shared<CalendarDigest>();
   digest->problem = u"A file is torn."_s;
   sources.calendar = digest;

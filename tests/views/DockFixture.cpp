@@ -37,7 +37,7 @@ TileSources morning() {
   metrics.cpu = 23;
   metrics.memory = 61;
   sources.metrics = metrics;
-  sources.weather = WeatherReading{u"6°"_s, u"Kendal"_s, u"Partly cloudy"_s, WeatherPicture::CloudSun};
+  sources.weather.setExample(WeatherReading{u"6°"_s, u"Kendal"_s, u"Partly cloudy"_s, WeatherPicture::CloudSun});
   sources.toggles = {{Toggle::WiFi, {true, Capability::yes()}},
                      {Toggle::DarkMode, {true, Capability::yes()}},
                      {Toggle::DoNotDisturb, {false, Capability::yes()}},

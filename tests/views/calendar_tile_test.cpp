@@ -176,7 +176,7 @@ TEST(Clocks, KnowOtherPlaces) {
   EXPECT_EQ(contentOf<DateContent>(u"dateOnly"_s, sources).captions.first(), u"Tuesday · Week 48"_s);
   EXPECT_EQ(contentOf<DayNumberContent>(u"dayNumber"_s, sources).weekday, u"TUE"_s);
   TileSources windy = sources;
-  windy.weather = WeatherReading{};
+  windy.weather.setExample(WeatherReading{});
   EXPECT_FALSE(contentOf<TodayClockContent>(u"todayClock"_s, windy).weather);
   EXPECT_TRUE(contentOf<TodayClockContent>(u"todayClock"_s, windy, {{u"city"_s, u"Kendal"_s}}).weather);
 }

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "support/RecordingCommands.h"
 #include "support/TestScheduler.h"
 #include "views/dock/LiveDock.h"
@@ -37,7 +39,11 @@ struct QuietHost final : DockHost {
 };
 
 struct CountedServices final : TileServices {
-  std::optional<ApplicationFacts> applicationAt(const QString&) const override { return application; }
+  std::optional<ApplicationFacts> applicationAt(const QString&) const override {
+    ++looked;
+    return application;
+  }
+  std::optional<qint64> trashItems() const override { return trashed; }
   /// Asked once whenever everything that tiles may show is gathered.
   std::shared_ptr<const CalendarDigest> calendar() const override {
     ++gathered;
@@ -47,7 +53,9 @@ struct CountedServices final : TileServices {
 
   std::optional<ApplicationFacts> application;
   QList<TileSource*> others;
+  qint64 trashed = 0;
   mutable int gathered = 0;
+  mutable int looked = 0;
 };
 
 struct BusyProcessor final : SystemCounters {
@@ -83,7 +91,7 @@ class LiveDockTest : public testing::Test {
     dock->resize(900, 140);
     dock->configure({});
     dock->show();
-    services.gathered = 0;
+    services.gathered = services.looked = 0;
   }
   void beat(int seconds) {
     for (int i = 0; i < seconds; ++i) {
@@ -177,30 +185,80 @@ TEST_F(LiveDockTest, AHiddenDockIsFrozenAndCatchesUpAtOnce) {
   EXPECT_NE(picture(0), frozen);
 }
 
-/// Counts, for any widget that is asked for.
-class CountingSource final : public TileSource {
+/// The weather of each widget that was asked about.
+class WeatherSource final : public TileSource {
  public:
-  void fill(TileSources& sources, const QList<DockWidget>&) override { sources.shelfItems = ++count; }
-  int count = 0;
+  void fill(TileSources& sources, const QList<DockWidget>& widgets) override {
+    ++asked;
+    for (const DockWidget& widget : widgets)
+      if (answers.contains(widget.id)) sources.weather.set(widget.id, {answers.value(widget.id), {}, {}, {}});
+  }
+  QHash<QUuid, QString> answers;
+  int asked = 0;
 };
 
 TEST_F(LiveDockTest, AValueOfOneWidgetReachesItsTileAlone) {
-  CountingSource source;
+  WeatherSource source;
   services.others = {&source};
-  show({u"fileShelf"_s, u"fileShelf"_s});
+  show({u"weatherCurrent"_s, u"weatherCurrent"_s, u"fileShelf"_s});
   const QStringList before{shown(0), shown(1)};
+  source.answers.insert(store.widgets()[1].id, u"6°"_s);
   Q_EMIT source.widgetChanged(store.widgets()[1].id);
   EXPECT_EQ(shown(0), before[0]);
-  EXPECT_NE(shown(1), before[1]);
+  EXPECT_EQ(shown(1), u"6°"_s);
   EXPECT_EQ(services.gathered, 0) << "no other source was asked";
-  Q_EMIT source.changed({Family::Files});
-  EXPECT_NE(shown(0), before[0]);
-  const int asked = source.count;
+  source.answers.insert(store.widgets()[0].id, u"7°"_s);
+  Q_EMIT source.changed({Family::Weather});
+  EXPECT_EQ(shown(0), u"7°"_s);
+  const int asked = source.asked;
   Q_EMIT source.widgetChanged(QUuid::createUuid());
+  Q_EMIT source.changed({Family::Habit});
   dock->hide();
-  Q_EMIT source.changed({Family::Files});
-  EXPECT_EQ(source.count, asked) << "neither for a widget of another dock nor while nobody looks";
+  Q_EMIT source.changed({Family::Weather});
+  EXPECT_EQ(source.asked, asked) << "neither for tiles of another dock nor while nobody looks";
   dock.reset();
+}
+
+TEST_F(LiveDockTest, WhatChangesIsAskedOfItsOwnSourceAlone) {
+  show({u"trash"_s, u"quickTodo"_s, u"notesLatest"_s, u"scratchNote"_s, u"appLauncher"_s});
+  store.edit(
+      [](DockConfiguration& config) { config.profiles[0].widgets.last().options.insert(u"path"_s, u"/a.desktop"_s); });
+  const auto asked = [&] {
+    return std::pair(std::exchange(services.gathered, 0) > 0, std::exchange(services.looked, 0) > 0);
+  };
+  asked();
+  const auto nobody = std::pair(false, false);
+
+  services.trashed = 3;
+  Q_EMIT services.trashChanged();
+  EXPECT_TRUE(shown(0).contains(u'3')) << qPrintable(shown(0));
+  EXPECT_EQ(asked(), nobody);
+
+  const QString todos = shown(1);
+  store.edit([](DockConfiguration& config) { config.todos.append({QUuid::createUuid(), u"Post"_s, false}); });
+  EXPECT_NE(shown(1), todos);
+  EXPECT_EQ(asked(), nobody);
+
+  store.edit([](DockConfiguration& config) { config.spacing += 2; });
+  EXPECT_EQ(asked(), nobody) << "no tile shows it";
+
+  Q_EMIT services.applicationsChanged();
+  EXPECT_EQ(asked(), std::pair(false, true));
+  store.edit([](DockConfiguration& config) { config.desktop.customAppIcons.insert(u"a"_s, u"b"_s); });
+  EXPECT_EQ(asked(), std::pair(false, true));
+  Q_EMIT services.readingsChanged({Family::Temperature});
+  EXPECT_EQ(asked(), nobody) << "no such tile is shown";
+  Q_EMIT services.habitsChanged();
+  EXPECT_EQ(asked(), std::pair(true, true));
+
+  // An edited note is shown by its own tile and by that of the latest one.
+  const QStringList notes{shown(2), shown(3)};
+  const QUuid note = store.widgets()[3].id;
+  store.edit(
+      [&](DockConfiguration& config) { config.profiles[0].widgets[3].options.insert(u"text"_s, u"Buy bread"_s); });
+  EXPECT_NE(shown(2), notes[0]);
+  EXPECT_NE(shown(3), notes[1]);
+  EXPECT_EQ(store.widgets()[3].id, note);
 }
 
 }  // namespace

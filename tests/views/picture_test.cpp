@@ -127,7 +127,7 @@ TEST(Pictures, EveryKindOfWidget) {
     sheet.fill(look.palette.panel.bodyTop);
     QPainter painter(&sheet);
     TileSources sources = morning();
-    sources.weather.reset();
+    sources.weather = {};
     double x = 10;
     double y = 10;
     for (const WidgetDefinition& kind : Catalog::items()) {

@@ -130,11 +130,11 @@ TEST(AppTiles, ShowWhatRuns) {
   const DockWidget row = widget(u"openWindows"_s);
   EXPECT_EQ(spoken(row, sources), "N: No apps are open");
   for (const char* name : {"A", "B", "C", "D"})
-    sources.readings.running.append({1, QString::fromLatin1(name), {}, name[0] == 'C'});
+    sources.running.append({1, QString::fromLatin1(name), {}, name[0] == 'C'});
   EXPECT_EQ(spoken(row, sources), "N: A, B, C, D");
   EXPECT_EQ(spoken(widget(u"appSwitcher"_s), sources), "N: C, A, B") << "the one in front lies before the others";
 
-  sources.readings.running.append({1, u"E"_s, {}, false});
+  sources.running.append({1, u"E"_s, {}, false});
   EXPECT_EQ(spoken(row, sources), "N: A, B, C, 2 more");
   const TileContent content = makeTileContent(row, Catalog::find(row.kind), sources);
   EXPECT_EQ(content.partAt({180, {20, 30}}), 0);

@@ -52,7 +52,7 @@ TEST(Rooms, AKindsRowGoesBeforeItsFamilys) {
 
 TEST(Rooms, WhatNothingFillsSaysThatItComesLaterAndInvitesToNothing) {
   TileSources sources = morning();
-  sources.weather.reset();
+  sources.weather = {};
   qsizetype later = 0;
   for (const WidgetDefinition& definition : Catalog::items()) {
     SCOPED_TRACE(definition.id.toStdString());

@@ -131,7 +131,7 @@ TEST(Words, SayWhatATileIsAndShows) {
   EXPECT_EQ(tip(u"trash"_s), u"Trash: Empty"_s);
   sources.trashItems = 1;
   EXPECT_EQ(tip(u"trash"_s), u"Trash: 1 item"_s);
-  sources.weather.reset();
+  sources.weather = {};
   EXPECT_EQ(tip(u"weatherCurrent"_s), u"Location: Comes with a later version"_s);
 }
 
@@ -147,7 +147,7 @@ TEST(Words, NamesAreWholeInADockOfFullSize) {
   QPainter painter(&image);
   const TileStyle style;
   TileSources sources = morning();
-  sources.weather.reset();
+  sources.weather = {};
   for (const WidgetDefinition& kind : Catalog::items()) {
     const TileContent content = makeTileContent(widget(kind.id), kind, sources);
     const auto* generic = content.as<GenericContent>();

@@ -38,9 +38,9 @@ LiveDock::LiveDock(AppStore& store, Toggles& toggles, Commands& commands, DockHo
   view_->setSwitchGuard([this] { return host_.holdsProfile(); });
   connect(view_, &DockView::shapeChanged, this, &DockContent::shapeChanged);
   storeSources_ = makeStoreSources(store_, toggles_, services_, display_);
-  for (const auto& source : storeSources_) follow(*source);
-  for (TileSource* source : services_.sources()) follow(*source);
+  for (TileSource* source : allSources()) follow(*source);
   connectStore();
+  connectServices();
   connectTiles();
   connectApplications();
   connectGestures();
@@ -48,7 +48,7 @@ LiveDock::LiveDock(AppStore& store, Toggles& toggles, Commands& commands, DockHo
 
 void LiveDock::configure(const DockGeometry& geometry) {
   geometry_ = geometry;
-  rebuildRow();
+  rebuild();
 }
 
 double LiveDock::leastWidth(double scale) const {
@@ -76,6 +76,11 @@ double LiveDock::tabsWidth(double scale) const {
 void LiveDock::resizeEvent(QResizeEvent* event) { view_->setGeometry(QRect(QPoint(), event->size())); }
 
 // --- What it shows --------------------------------------------------------------------------------------------------
+
+void LiveDock::rebuild() {
+  rebuildRow();
+  refreshTiles();
+}
 
 void LiveDock::rebuildRow() {
   const DockConfiguration& config = store_.config();
@@ -109,8 +114,9 @@ void LiveDock::rebuildRow() {
   row.swipes = options.profileSwipe;
   row.floats = geometry_.floats;
   row.sendsNearby = services_.sendsNearby();
+  const bool holdsOthers = row.widgets != view_->row().widgets;
   view_->setRow(row);
-  refreshTiles();
+  if (holdsOthers) refreshTiles();
 }
 
 QList<DockApp> LiveDock::runningApps() const {
@@ -143,13 +149,6 @@ void LiveDock::refreshTiles() {
   view_->refresh(shown_);
 }
 
-void LiveDock::refreshFamily(Family family) {
-  const auto isOfIt = [family](const DockWidget& widget) { return Catalog::find(widget.kind).family == family; };
-  if (std::ranges::none_of(view_->row().widgets, isOfIt) || !isSeen()) return;
-  shown_ = sources();
-  view_->refresh(shown_, isOfIt);
-}
-
 /// Most seconds change nothing but the time.
 void LiveDock::beat() {
   if (!isSeen()) return;
@@ -161,10 +160,10 @@ void LiveDock::beat() {
     return cadence == TickCadence::Second || (turns && cadence == TickCadence::Minute);
   };
   if (std::ranges::none_of(view_->row().widgets, isDue)) return;
+  shown_.now = now;
   if (turns)
-    shown_ = sources();
-  else
-    shown_.now = now;
+    for (TileSource* source : allSources())
+      if (source->turnsWithTheMinute()) source->fill(shown_, view_->row().widgets);
   view_->refresh(shown_, isDue);
 }
 
@@ -187,10 +186,15 @@ void LiveDock::take(TileSource& source, const std::function<bool(const DockWidge
   view_->refresh(shown_, which);
 }
 
+QList<TileSource*> LiveDock::allSources() const {
+  QList<TileSource*> all;
+  for (const auto& source : storeSources_) all << source.get();
+  return all + services_.sources();
+}
+
 TileSources LiveDock::sources() const {
   TileSources sources;
-  for (const auto& source : storeSources_) source->fill(sources, view_->row().widgets);
-  for (TileSource* source : services_.sources()) source->fill(sources, view_->row().widgets);
+  for (TileSource* source : allSources()) source->fill(sources, view_->row().widgets);
   return sources;
 }
 
@@ -200,8 +204,16 @@ void LiveDock::connectStore() {
   connect(&store_, &AppStore::ticked, this, &LiveDock::beat);
 }
 
-// --- Gestures
-// ---------------------------------------------------------------------------------------------------------
+void LiveDock::connectServices() {
+  connect(&services_, &TileServices::applicationsChanged, this, &LiveDock::rebuildRow);
+  connect(&services_, &TileServices::entriesChanged, this, [this] {
+    view_->forgetIcons();
+    rebuildRow();
+  });
+  connect(&services_, &TileServices::habitsChanged, this, &LiveDock::rebuild);
+}
+
+// --- Gestures -------------------------------------------------------------------------------------------------------
 
 void LiveDock::connectTiles() {
   connect(view_, &DockView::tileActivated, this, [this](const QUuid& widget) { host_.activateTile(display_, widget); });

@@ -36,11 +36,8 @@ class LiveDock final : public DockContent {
   /// What everything in it moves by.
   void setFrameClock(std::unique_ptr<FrameClock> clock) { view_->setFrameClock(std::move(clock)); }
 
-  /// Takes everything anew: the settings, the applications, and what its services answer. To be called when one of
-  /// those answers changed; what the store holds is followed by itself.
-  void rebuildRow();
-  /// Makes the tiles of one family anew, for readings that nothing else shows.
-  void refreshFamily(Family family);
+  /// Takes everything anew, for another look. What store and services hold is followed by itself.
+  void rebuild();
   /// What the tiles show at this moment.
   TileSources sources() const;
 
@@ -49,7 +46,10 @@ class LiveDock final : public DockContent {
   void showEvent(QShowEvent* event) override;
 
  private:
+  /// The row alone; its tiles are made anew only where it holds other widgets.
+  void rebuildRow();
   void refreshTiles();
+  QList<TileSource*> allSources() const;
   void follow(TileSource& source);
   /// Takes the source's part anew, for the tiles that show it.
   void take(TileSource& source, const std::function<bool(const DockWidget&)>& which);
@@ -57,6 +57,7 @@ class LiveDock final : public DockContent {
   /// Whether tiles may be made anew now; while nobody sees them it is noted that they are late.
   bool isSeen();
   void connectStore();
+  void connectServices();
   void connectTiles();
   void activatePart(const QUuid& id, int part);
   void connectApplications();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "views/families/notes/NoteTiles.h"
 #include "views/tiles/ClockWords.h"
@@ -46,6 +47,9 @@ std::optional<ApplicationFacts> applicationOf(const AppStore& store, const TileS
   return facts;
 }
 
+/// What many applications are shown by.
+const QList<Family> kApplicationFamilies{Family::Apps, Family::Launcher, Family::Windows};
+
 class MomentSource final : public TileSource {
  public:
   MomentSource(const AppStore& store, const TileServices& services) : store_(store), services_(services) {}
@@ -75,8 +79,8 @@ class MachineSource final : public TileSource {
       sources.cpuHistory = system_.cpuHistory();
     sources.memoryHistory = system_.ramHistory();
     sources.networkHistory = system_.networkHistory();
-    sources.readings.downloadHistory = system_.downloadHistory();
-    sources.readings.uploadHistory = system_.uploadHistory();
+    sources.downloadHistory = system_.downloadHistory();
+    sources.uploadHistory = system_.uploadHistory();
   }
 
  private:
@@ -104,11 +108,19 @@ class SwitchSource final : public TileSource {
 class ApplicationSource final : public TileSource {
  public:
   ApplicationSource(const AppStore& store, const TileServices& services, const QString& display)
-      : store_(store), services_(services), display_(display) {}
+      : store_(store), services_(services), display_(display), wishes_(wishes()) {
+    const auto tell = [this] { Q_EMIT changed(kApplicationFamilies); };
+    connect(&store_, &AppStore::configChanged, this, [this, tell] {
+      if (std::exchange(wishes_, wishes()) != wishes_) tell();
+    });
+    connect(&store_, &AppStore::runningAppsChanged, this, tell);
+    connect(&services_, &TileServices::applicationsChanged, this, tell);
+    connect(&services_, &TileServices::entriesChanged, this, tell);
+  }
   void fill(TileSources& sources, const QList<DockWidget>& widgets) override {
-    sources.readings.running.clear();
+    sources.running.clear();
     for (const RunningApp& app : store_.runningApps())
-      sources.readings.running.append({app.identity, app.name, iconOf(app, services_), app.active});
+      sources.running.append({app.identity, app.name, iconOf(app, services_), app.active});
     sources.applications.clear();
     for (const DockWidget& widget : widgets)
       for (const QString& path : pathsOf(widget))
@@ -117,40 +129,82 @@ class ApplicationSource final : public TileSource {
   }
 
  private:
+  /// What the settings say of how applications are shown.
+  struct Wishes {
+    QMap<QString, QString> icons;
+    WindowScope scope;
+
+    bool operator==(const Wishes&) const = default;
+  };
+  Wishes wishes() const { return {store_.config().desktop.customAppIcons, store_.windowScope(display_)}; }
+
   const AppStore& store_;
   const TileServices& services_;
   const QString display_;
+  Wishes wishes_;
 };
 
+/// What the settings hold that several tiles show. Most changes of the settings are none of it.
 class DocumentSource final : public TileSource {
  public:
-  explicit DocumentSource(const AppStore& store) : store_(store) {}
+  explicit DocumentSource(const AppStore& store) : store_(store), shelf_(shelf()), todos_(todos()), note_(note()) {
+    connect(&store_, &AppStore::configChanged, this, &DocumentSource::compare);
+  }
   void fill(TileSources& sources, const QList<DockWidget>&) override {
-    sources.shelfItems = store_.config().shelf.size();
-    sources.todos = store_.config().todos;
-    sources.latestNote.reset();
-    if (const auto notes = notesByAge(store_.config()); !notes.isEmpty())
-      sources.latestNote = noteReading(notes.first().options.value(option::text));
+    sources.shelfItems = shelf();
+    sources.todos = todos();
+    sources.latestNote = note();
   }
 
  private:
+  qint64 shelf() const { return store_.config().shelf.size(); }
+  QList<TodoItem> todos() const { return store_.config().todos; }
+  std::optional<NoteReading> note() const {
+    const auto notes = notesByAge(store_.config());
+    if (notes.isEmpty()) return std::nullopt;
+    return noteReading(notes.first().options.value(option::text));
+  }
+  void compare() {
+    QList<Family> families;
+    if (std::exchange(shelf_, shelf()) != shelf_) families << Family::Files;
+    if (std::exchange(todos_, todos()) != todos_) families << Family::Todos << Family::Calendar;
+    if (std::exchange(note_, note()) != note_) families << Family::NativeNotes;
+    if (!families.isEmpty()) Q_EMIT changed(families);
+  }
+
   const AppStore& store_;
+  qint64 shelf_;
+  QList<TodoItem> todos_;
+  std::optional<NoteReading> note_;
 };
 
-/// The calendars, the trash, and what is read of the machine and of the user's files.
+class TrashSource final : public TileSource {
+ public:
+  explicit TrashSource(const TileServices& services) : services_(services) {
+    connect(&services_, &TileServices::trashChanged, this, [this] { Q_EMIT changed({Family::Files}); });
+  }
+  void fill(TileSources& sources, const QList<DockWidget>&) override { sources.trashItems = services_.trashItems(); }
+
+ private:
+  const TileServices& services_;
+};
+
+/// The calendars, and what is read of the machine and of the user's files.
 class ReadingSource final : public TileSource {
  public:
-  ReadingSource(const AppStore& store, const TileServices& services) : store_(store), services_(services) {}
+  ReadingSource(const AppStore& store, const TileServices& services) : store_(store), services_(services) {
+    connect(&services_, &TileServices::readingsChanged, this, &TileSource::changed);
+    const auto tell = [this] { Q_EMIT changed({Family::Calendar, Family::Reminders}); };
+    connect(&store_, &AppStore::calendarMessageChanged, this, tell);
+    connect(&store_, &AppStore::reminderMessageChanged, this, tell);
+  }
   void fill(TileSources& sources, const QList<DockWidget>& widgets) override {
-    sources.trashItems = services_.trashItems();
     sources.calendar = calendarOf(store_, services_);
     ReadingFacts readings;
-    readings.downloadHistory = sources.readings.downloadHistory;
-    readings.uploadHistory = sources.readings.uploadHistory;
-    readings.running = sources.readings.running;
     services_.addReadings(readings, widgets);
     sources.readings = std::move(readings);
   }
+  bool turnsWithTheMinute() const override { return true; }
 
  private:
   const AppStore& store_;
@@ -167,6 +221,7 @@ std::vector<std::unique_ptr<TileSource>> makeStoreSources(const AppStore& store,
   sources.push_back(std::make_unique<SwitchSource>(toggles));
   sources.push_back(std::make_unique<ApplicationSource>(store, services, display));
   sources.push_back(std::make_unique<DocumentSource>(store));
+  sources.push_back(std::make_unique<TrashSource>(services));
   sources.push_back(std::make_unique<ReadingSource>(store, services));
   return sources;
 }

@@ -13,10 +13,9 @@ namespace tarnwick {
 
 /// What a dock asks others for on behalf of its tiles: the desktop, the applications on it, and what is read of the
 /// machine. By default nothing is answered. Main thread only.
-class TileServices {
+class TileServices : public QObject {
+  Q_OBJECT
  public:
-  virtual ~TileServices() = default;
-
   /// What a desktop entry says, for tiles of applications. Absent until it is known.
   virtual std::optional<ApplicationFacts> applicationAt(const QString& /*path*/) const { return std::nullopt; }
   /// The picture that the user chose for the application of a desktop entry; empty for none.
@@ -39,6 +38,17 @@ class TileServices {
   /// Where values come from that neither the store nor the desktop has, such as those of web services. Borrowed; they
   /// outlive the docks.
   virtual QList<TileSource*> sources() const { return {}; }
+
+ Q_SIGNALS:
+  /// An application is another on its tile: applicationAt(), ownIcon(), hintOf() or isStarting().
+  void applicationsChanged();
+  /// The desktop entries are others, and so may all pictures of applications be.
+  void entriesChanged();
+  void trashChanged();
+  /// What calendar() or addReadings() gives to tiles of these families.
+  void readingsChanged(const QList<Family>& families);
+  /// Of what no tile has for itself: reducesMotion(), uses24Hour() or sendsNearby().
+  void habitsChanged();
 };
 
 }  // namespace tarnwick

@@ -38,14 +38,11 @@ struct ScreenshotFacts {
 
 /// What tiles show of the machine and of the user's files, beside the figures of MetricsSnapshot.
 struct ReadingFacts {
-  QList<double> downloadHistory;  ///< Bytes per second, oldest first, like the other one.
-  QList<double> uploadHistory;
   std::optional<double> celsius;  ///< Of the processor; absent without a sensor.
   bool hasNoSensor = false;       ///< Whether the processor's sensors were asked, and there is none.
   QList<double> celsiusHistory;
   QList<ProcessUsage> processes;
   QString processMessage;
-  QList<RunningFacts> running;
   QStringList recentNames;                            ///< Of the files that were open last, the latest first.
   std::optional<QList<ScreenshotFacts>> screenshots;  ///< The newest first; absent until the folder was read.
   QString screenshotProblem;                          ///< Why the folder could not be read; else empty.

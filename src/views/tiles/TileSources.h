@@ -16,6 +16,7 @@
 #include "views/theme/WeatherPictures.h"
 #include "views/tiles/AppMarks.h"
 #include "views/tiles/ReadingFacts.h"
+#include "views/tiles/WidgetValues.h"
 
 namespace tarnwick {
 
@@ -45,13 +46,16 @@ struct TileSources {
   std::optional<MetricsSnapshot> metrics;  ///< Absent until the machine was read once.
   QList<double> cpuHistory;                ///< Percent, oldest first.
   QList<double> memoryHistory;
-  QList<double> networkHistory;  ///< Bytes per second.
+  QList<double> networkHistory;  ///< Bytes per second, like the next two.
+  QList<double> downloadHistory;
+  QList<double> uploadHistory;
   QMap<Toggle, ToggleState> toggles;
   QHash<QString, ApplicationFacts> applications;  ///< By the path of the desktop entry, as widgets name them.
+  QList<RunningFacts> running;                    ///< For tiles that show several.
   qint64 shelfItems = 0;
-  std::optional<qint64> trashItems;       ///< Absent until they were counted.
-  std::optional<WeatherReading> weather;  ///< Absent while no place is connected.
-  QList<TodoItem> todos;                  ///< In the user's order.
+  std::optional<qint64> trashItems;                ///< Absent until they were counted.
+  WidgetValues<WeatherReading> weather;            ///< Absent while no place is connected.
+  QList<TodoItem> todos;                           ///< In the user's order.
   std::shared_ptr<const CalendarDigest> calendar;  ///< Null is like one that holds nothing.
   ReadingFacts readings;
   std::optional<NoteReading> latestNote;  ///< Absent while nothing was written.

@@ -83,12 +83,13 @@ class OverviewPanel final : public TilePanel {
   }
 
   void showWeather(const TileSources& sources) {
-    weather_->setVisible(sources.weather.has_value());
+    const auto weather = sources.weather.of(widget().id);
+    weather_->setVisible(weather.has_value());
     // A section brings the space above it along, the weather does not.
-    const int top = sources.weather ? theme::kPanelHeaderBelow - theme::kSectionBelow : 0;
+    const int top = weather ? theme::kPanelHeaderBelow - theme::kSectionBelow : 0;
     body().setContentsMargins(theme::kRowOverhang, top, theme::kRowOverhang, 0);
-    if (!sources.weather || (sources.weather == reading_ && look() == painted_)) return;
-    reading_ = sources.weather;
+    if (!weather || (weather == reading_ && look() == painted_)) return;
+    reading_ = weather;
     painted_ = look();
     constexpr int size = theme::kRowPicture;
     QPixmap picture(QSize(size, size) * devicePixelRatioF());

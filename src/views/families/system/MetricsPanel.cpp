@@ -272,15 +272,14 @@ class NetworkPanel final : public MetricsPanel {
     const QString& kind = definition().id;
     const bool sending = kind == kind::networkUpload;
     const bool receiving = kind == kind::networkDownload;
-    const ReadingFacts& readings = sources.readings;
     const QStringList parts = MachineWords::speed(sources.locale, sending ? now.upload : now.download).split(u' ');
     figure().setFigure(parts.value(0), parts.value(1));
     figure().setLines(sending ? PanelWords::tr("Upload") : PanelWords::tr("Download"));
-    const QList<double>& shown = sending ? readings.uploadHistory : readings.downloadHistory;
+    const QList<double>& shown = sending ? sources.uploadHistory : sources.downloadHistory;
     if (sending || receiving)
       chart_->setSeries({{shown, {}}});
     else
-      chart_->setSeries({{readings.downloadHistory, {}}, {readings.uploadHistory, Accent::Blue}});
+      chart_->setSeries({{sources.downloadHistory, {}}, {sources.uploadHistory, Accent::Blue}});
     down_->setValue(MachineWords::speed(sources.locale, now.download));
     up_->setValue(MachineWords::speed(sources.locale, now.upload));
     most_->setValue(MachineWords::speed(sources.locale, mostOf(shown)));

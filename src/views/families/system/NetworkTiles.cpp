@@ -91,8 +91,8 @@ NetworkContent makeNetwork(const TileRequest& request) {
 NetworkContent makeNetworkChart(const TileRequest& request) {
   NetworkContent content;
   content.chart = true;
-  content.downloadHistory = request.sources.readings.downloadHistory;
-  content.uploadHistory = request.sources.readings.uploadHistory;
+  content.downloadHistory = request.sources.downloadHistory;
+  content.uploadHistory = request.sources.uploadHistory;
   if (const auto& metrics = request.sources.metrics) {
     content.download = speedWords(request.sources.locale, metrics->download, metrics->upload);
     content.upload = speedWords(request.sources.locale, metrics->upload, metrics->download);

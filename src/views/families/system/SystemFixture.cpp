@@ -78,9 +78,9 @@ void pictureMachine(TileSources& sources) {
   sources.cpuHistory = history(34, 24, 2, 23);
   sources.memoryHistory = history(54, 9, 7, 61);
   sources.networkHistory = history(1.8e6, 1.1e6, 3, 2.718e6);
+  sources.downloadHistory = curve(1.6e6, 1.2e6, 3);
+  sources.uploadHistory = curve(240e3, 160e3, 9);
   ReadingFacts& readings = sources.readings;
-  readings.downloadHistory = curve(1.6e6, 1.2e6, 3);
-  readings.uploadHistory = curve(240e3, 160e3, 9);
   readings.celsius = 54;
   readings.celsiusHistory = curve(48, 8, 22);
   readings.celsiusHistory.last() = 54;

@@ -47,8 +47,8 @@ void sampleMetrics(TileSources& sources, const TileSources& samples) {
   sources.cpuHistory = samples.cpuHistory;
   sources.memoryHistory = samples.memoryHistory;
   sources.networkHistory = samples.networkHistory;
-  sources.readings.downloadHistory = samples.readings.downloadHistory;
-  sources.readings.uploadHistory = samples.readings.uploadHistory;
+  sources.downloadHistory = samples.downloadHistory;
+  sources.uploadHistory = samples.uploadHistory;
 }
 void sampleProcesses(TileSources& sources, const TileSources& samples) {
   if (!sources.readings.processes.isEmpty()) return;

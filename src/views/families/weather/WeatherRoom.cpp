@@ -37,12 +37,10 @@ PlainWords words(const TilePanel&, const TileSources&) {
 
 std::unique_ptr<TilePanel> makePlacelessPanel(const PanelContext& context) { return makePlainPanel(context, words); }
 
-void sample(TileSources& sources, const TileSources& samples) {
-  if (!sources.weather) sources.weather = samples.weather;
-}
+void sample(TileSources& sources, const TileSources& samples) { sources.weather.setExample(samples.weather.example()); }
 
 void picture(TileSources& sources) {
-  sources.weather = WeatherReading{u"6°"_s, u"Kendal"_s, u"Partly cloudy"_s, WeatherPicture::CloudSun};
+  sources.weather.setExample(WeatherReading{u"6°"_s, u"Kendal"_s, u"Partly cloudy"_s, WeatherPicture::CloudSun});
 }
 
 constexpr std::array kFamilies = {

@@ -61,7 +61,7 @@ void paintUnconnected(TileCanvas& canvas, const GenericContent& missing) {
 }  // namespace
 
 CurrentWeatherContent makeCurrentWeather(const TileRequest& request) {
-  CurrentWeatherContent content{request.sources.weather, makePlacelessWeather(request)};
+  CurrentWeatherContent content{request.sources.weather.of(request.widget.id), makePlacelessWeather(request)};
   if (content.reading)
     content.reading->temperature = LocalFigures::of(content.reading->temperature, request.sources.locale);
   return content;

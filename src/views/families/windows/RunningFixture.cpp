@@ -59,7 +59,7 @@ class FixedWindows final : public ClientWindows {
 
 void pictureRunning(TileSources& sources) {
   for (const RunningApp& app : running())
-    sources.readings.running.append({app.identity, app.name, app.iconName, app.active});
+    sources.running.append({app.identity, app.name, app.iconName, app.active});
 }
 
 void fillStoreWithRunning(AppStore& store, const QDateTime&) { store.apply(running()); }

@@ -63,7 +63,7 @@ constexpr double kWindowText = 74;
 }  // namespace
 
 RunningAppsContent makeRunningApps(const TileRequest& request) {
-  const QList<RunningFacts>& running = request.sources.readings.running;
+  const QList<RunningFacts>& running = request.sources.running;
   if (running.size() <= kRowPlaces) return {running, 0};
   return {running.mid(0, kRowPlaces - 1), running.size() - (kRowPlaces - 1)};
 }
@@ -110,7 +110,7 @@ std::optional<TilePart> namedPart(const RunningAppsContent& content, const TileC
 }
 
 SwitcherContent makeSwitcher(const TileRequest& request) {
-  SwitcherContent content{request.sources.readings.running, request.definition.symbol};
+  SwitcherContent content{request.sources.running, request.definition.symbol};
   std::ranges::stable_partition(content.apps, &RunningFacts::front);
   content.apps = content.apps.mid(0, static_cast<qsizetype>(kStackOfThree.size()));
   return content;
