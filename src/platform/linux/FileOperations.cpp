@@ -114,6 +114,8 @@ void FileOperations::count() {
       looks_,
       [trash = trash_] {
         Counted counted{static_cast<int>(trash.contents().size()), trash.folders()};
+        // The watcher takes what becomes a folder while it is added for a file, and is silent about it then.
+        counted.watched.removeIf([](const QString& folder) { return !QFileInfo(folder).isDir(); });
         // The first thing that is thrown away makes the folder.
         const QString own = nearestFolder(trash.homeFolder() + "/files"_L1);
         if (!counted.watched.contains(own)) counted.watched << own;
