@@ -22,7 +22,10 @@ InstalledApps::InstalledApps(AppEnvironment environment, Scheduler& scheduler, Q
   useOneThread(pool_);
 }
 
-InstalledApps::~InstalledApps() { stop(); }
+InstalledApps::~InstalledApps() {
+  stop();
+  pool_.waitForDone();
+}
 
 void InstalledApps::load() {
   if (!loaded_ && !scanning_ && !stopped_) scan();
@@ -67,7 +70,6 @@ void InstalledApps::stop() {
   soon_.reset();
   watcher_.reset();
   pool_.clear();
-  pool_.waitForDone();
 }
 
 void InstalledApps::setFixed(std::shared_ptr<const AppIndex> index) {
@@ -88,7 +90,7 @@ void InstalledApps::scan() {
       [this, generation = ++generation_, environment = environment_, others = others_, token = stopping_.get_token()] {
         auto result = std::make_shared<AppScan>(AppScan::run(environment, others, token));
         if (token.stop_requested()) return;
-        // stop() waits for this function, so that the object is still there; the call itself ends with the object.
+        // The destructor waits for this function, so that the object is still there; the call itself ends with it.
         QMetaObject::invokeMethod(
             this, [this, result, generation] { take(result, generation); }, Qt::QueuedConnection);
       });

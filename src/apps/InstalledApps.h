@@ -46,7 +46,7 @@ class InstalledApps : public QObject {
 
   /// Knows these from here on and reads nothing more, for pictures.
   void setFixed(std::shared_ptr<const AppIndex> index);
-  /// Ends reading and watching. What is known stays known; `changed` never comes again.
+  /// Ends reading and watching, and waits for nothing. What is known stays known; `changed` never comes again.
   void stop();
 
  Q_SIGNALS:

@@ -199,14 +199,13 @@ void AppStore::tellOfSaving(const QString& failure, bool isRepeated) {
 void AppStore::shutdown() {
   if (down_) return;
   down_ = true;
+  if (installedApps_) installedApps_->stop();
   if (applications_) applications_->stop();
   clients_.endThrough(BeatStep::WindowPreviews);
   restoreReservations();
   timer_.reset();
   clients_.endAfter(BeatStep::WindowPreviews);
   saveAtTheEnd();
-  // Last: it waits for whoever reads a folder right now.
-  if (installedApps_) installedApps_->stop();
 }
 
 // --- Messages, remote values, running applications ------------------------------------------------------------------

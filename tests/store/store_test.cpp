@@ -100,6 +100,7 @@ class StoreTest : public testing::Test {
     setup.storage = file();
     setup.scheduler = &time;
     setup.counters = std::make_unique<NoCounters>();
+    setup.installedApps = &apps;
     setup.session = &session;
     setup.notifications = &notifications;
     setup.clients = clients;
@@ -135,6 +136,7 @@ class StoreTest : public testing::Test {
   QTemporaryDir folder;
   TestScheduler time;
   Journal journal;
+  InstalledApps apps{AppEnvironment(), time};
   SessionEvents session;
   FakeNotifications notifications;
   FakeRemote remote{journal};
@@ -344,6 +346,36 @@ TEST_F(StoreTest, ABeatAnEndAStartAndAWakeRunInTheirOrder) {
             "end recorder, end temperature, end own, end processes, end claude, end video, end audioDevices, "
             "end clipboard, end productivity, end wallpaper, end calendar, end reminders"_s);
   EXPECT_EQ(time.waiting(), 0);
+}
+
+TEST_F(StoreTest, AtTheEndNothingIsReadAnyMoreTheBeatStopsBeforeTheFetchesAndTheSaveComesLast) {
+  /// Writes down what still goes on while it ends.
+  struct Witness final : FakeClient {
+    Witness(Journal& j, const QString& called, BeatStep at) : FakeClient(j, called, at, 0) {}
+    void end() override { journal.calls << name + u' ' + sees(); }
+    std::function<QString()> sees;
+  };
+  using enum BeatStep;
+  Witness witnesses[] = {{journal, u"recorder"_s, VoiceRecorder},  {journal, u"previews"_s, WindowPreviews},
+                         {journal, u"cleaner"_s, KeyboardCleaner}, {journal, u"sounds"_s, Sounds},
+                         {journal, u"zoom"_s, Meetings},           {journal, u"media"_s, Media}};
+  for (Witness& witness : witnesses) {
+    clients << &witness;
+    witness.sees = [this] {
+      apps.load();
+      return QString::number(time.waiting()) + (QFile::exists(file()) ? u"saved"_s : QString());
+    };
+  }
+  QObject::connect(&apps, &InstalledApps::scanStarted, &apps, [this] { journal.calls << u"reads applications"_s; });
+  start();
+  store->edit([](DockConfiguration& config) { config.scale = 1.5; });
+  ASSERT_EQ(time.waiting(), 2) << "the beat and the save";
+  journal.calls.clear();
+  store->shutdown();
+  EXPECT_EQ(journal.calls.join(u", "_s),
+            u"media 2, zoom 2, sounds 2, cleaner 2, previews 2, restore window-recovery.json, cancelAll, recorder 1"_s);
+  EXPECT_EQ(time.waiting(), 0);
+  EXPECT_EQ(saved().scale, 1.5);
 }
 
 TEST_F(StoreTest, OnlyWhatAConnectedDisplayShowsIsDriven) {
