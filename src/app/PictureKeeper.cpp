@@ -5,19 +5,20 @@
 
 namespace tarnwick {
 
-PictureKeeper::~PictureKeeper() { pool_.waitForDone(); }
-
 void PictureKeeper::keep(const QString& picture, int side, std::function<void(const QString&)> use) {
-  pool_.start([this, use = std::move(use), picture, side, into = store_.dataDirectory()] {
+  struct Kept {
     QString name;
     QString failure;
+  };
+  const auto copy = [picture, side, into = store_.dataDirectory()]() -> Kept {
     try {
-      name = KeptPictures::keep(picture, into, side);
+      return {KeptPictures::keep(picture, into, side), {}};
     } catch (const std::exception& error) {
-      failure = QString::fromUtf8(error.what());
+      return {{}, QString::fromUtf8(error.what())};
     }
-    const auto answer = [this, use, name, failure] { failure.isEmpty() ? use(name) : store_.setError(failure); };
-    QMetaObject::invokeMethod(this, answer, Qt::QueuedConnection);
+  };
+  copying_.start(copy, [this, use = std::move(use)](const Kept& kept) {
+    kept.failure.isEmpty() ? use(kept.name) : store_.setError(kept.failure);
   });
 }
 

@@ -8,7 +8,6 @@
 #include "apps/DefaultApplication.h"
 #include "apps/StandardApplications.h"
 #include "base/DomainError.h"
-#include "base/OneThread.h"
 
 namespace tarnwick {
 
@@ -31,14 +30,8 @@ QStringList lookAt(const QUrl& url) {
 
 AppOpener::AppOpener(InstalledApps& apps, AppLaunch& launch, Scheduler& scheduler)
     : apps_(apps), launch_(launch), scheduler_(scheduler) {
-  useOneThread(pool_);
   connect(&apps_, &InstalledApps::changed, this, &AppOpener::appsChanged);
   connect(&launch_, &AppLaunch::failed, this, &AppOpener::failed);
-}
-
-AppOpener::~AppOpener() {
-  pool_.clear();
-  pool_.waitForDone();
 }
 
 void AppOpener::start(const QString& entryPath, const LaunchRequest& request) {
@@ -60,17 +53,17 @@ bool AppOpener::isForeign(const QString& path) const {
 }
 
 void AppOpener::startForeign(const QString& path, const LaunchRequest& request) {
-  pool_.start([this, path, request, environment = apps_.environment()] {
+  const auto look = [path, environment = apps_.environment()]() -> std::variant<QString, ForeignEntry> {
     // A link to an installed entry is that entry.
     const QString target = QFileInfo(path).symLinkTarget();
-    if (!target.isEmpty() && !environment.desktopIdOf(target).isEmpty()) {
-      QMetaObject::invokeMethod(
-          this, [this, target, request] { start(target, request); }, Qt::QueuedConnection);
-      return;
-    }
-    QMetaObject::invokeMethod(
-        this, [this, request, found = ForeignEntry::look(path, environment.locales)] { decide(found, request); },
-        Qt::QueuedConnection);
+    if (!target.isEmpty() && !environment.desktopIdOf(target).isEmpty()) return target;
+    return ForeignEntry::look(path, environment.locales);
+  };
+  looks_.start(look, [this, request](const auto& found) {
+    if (const auto* installed = std::get_if<QString>(&found))
+      start(*installed, request);
+    else
+      decide(std::get<ForeignEntry>(found), request);
   });
 }
 
@@ -117,10 +110,8 @@ void AppOpener::open(const QUrl& url, const Done& done) {
     return startForeign(url.toLocalFile(), {});
   }
   // A file on a volume that does not answer must not stop the dock.
-  pool_.start([this, url, done] {
-    QMetaObject::invokeMethod(
-        this, [this, url, done, types = lookAt(url)] { openFound(url, types, done); }, Qt::QueuedConnection);
-  });
+  looks_.start([url] { return lookAt(url); },
+               [this, url, done](const QStringList& types) { openFound(url, types, done); });
 }
 
 void AppOpener::openFound(const QUrl& url, const QStringList& types, const Done& done) {

@@ -2,7 +2,6 @@
 
 #include <QList>
 #include <QObject>
-#include <QThreadPool>
 #include <QUrl>
 #include <functional>
 #include <map>
@@ -10,6 +9,7 @@
 #include "apps/AppLaunch.h"
 #include "apps/InstalledApps.h"
 #include "apps/TrustedEntries.h"
+#include "base/OrderedWork.h"
 #include "base/Scheduler.h"
 
 namespace tarnwick {
@@ -26,10 +26,8 @@ class AppOpener : public QObject {
   /// How long an entry that nobody knows may take to be found, in seconds.
   static constexpr double kPatience = 5;
 
-  /// All must outlive it.
+  /// All must outlive it. Its end waits for a look at a file that is under way.
   AppOpener(InstalledApps& apps, AppLaunch& launch, Scheduler& scheduler);
-  /// Waits for a look at a file that is under way.
-  ~AppOpener() override;
 
   /// Starts the application of a desktop entry, or what `request` asks of it.
   void start(const QString& entryPath, const LaunchRequest& request = {});
@@ -75,7 +73,7 @@ class AppOpener : public QObject {
   AppLaunch& launch_;
   Scheduler& scheduler_;
   TrustedEntries* trusted_ = nullptr;
-  QThreadPool pool_;
+  OrderedWork looks_;  ///< The last member: its answers use the others.
   std::map<quint64, Waiting> waiting_;
   quint64 lastWaiting_ = 0;
 };

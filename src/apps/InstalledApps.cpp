@@ -3,7 +3,6 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include "base/OneThread.h"
 #include "base/ProbeCounters.h"
 
 namespace tarnwick {
@@ -18,14 +17,7 @@ constexpr double kBurstSeconds = 0.4;
 }  // namespace
 
 InstalledApps::InstalledApps(AppEnvironment environment, Scheduler& scheduler, QObject* parent)
-    : QObject(parent), environment_(std::move(environment)), scheduler_(scheduler) {
-  useOneThread(pool_);
-}
-
-InstalledApps::~InstalledApps() {
-  stop();
-  pool_.waitForDone();
-}
+    : QObject(parent), environment_(std::move(environment)), scheduler_(scheduler) {}
 
 void InstalledApps::load() {
   if (!loaded_ && !scanning_ && !stopped_) scan();
@@ -65,11 +57,9 @@ std::shared_ptr<const AppIndex> InstalledApps::index() {
 void InstalledApps::stop() {
   if (stopped_) return;
   stopped_ = true;
-  ++generation_;
-  stopping_.request_stop();
+  scans_.cancel();
   soon_.reset();
   watcher_.reset();
-  pool_.clear();
 }
 
 void InstalledApps::setFixed(std::shared_ptr<const AppIndex> index) {
@@ -86,22 +76,18 @@ void InstalledApps::scan() {
   scanning_ = true;
   ProbeCounters::count("installedAppScan");
   Q_EMIT scanStarted();
-  pool_.start(
-      [this, generation = ++generation_, environment = environment_, others = others_, token = stopping_.get_token()] {
-        auto result = std::make_shared<AppScan>(AppScan::run(environment, others, token));
-        if (token.stop_requested()) return;
-        // The destructor waits for this function, so that the object is still there; the call itself ends with it.
-        QMetaObject::invokeMethod(
-            this, [this, result, generation] { take(result, generation); }, Qt::QueuedConnection);
-      });
+  scans_.start(
+      [environment = environment_, others = others_, stop = scans_.stopToken()] {
+        return std::make_shared<AppScan>(AppScan::run(environment, others, stop));
+      },
+      [this](const auto& scan) { take(scan); });
 }
 
 void InstalledApps::scanSoon() {
   if (!soon_ && !stopped_) soon_ = scheduler_.after(kBurstSeconds, [this] { scan(); });
 }
 
-void InstalledApps::take(const std::shared_ptr<AppScan>& scan, quint64 generation) {
-  if (stopped_ || generation != generation_) return;
+void InstalledApps::take(const std::shared_ptr<AppScan>& scan) {
   scanning_ = false;
   watch(*scan);
   const bool differs = !loaded_ || !(*index_ == scan->index);

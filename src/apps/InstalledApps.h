@@ -4,15 +4,14 @@
 #include <QList>
 #include <QObject>
 #include <QSet>
-#include <QThreadPool>
 #include <memory>
 #include <optional>
-#include <stop_token>
 
 #include "apps/AppEnvironment.h"
 #include "apps/AppIndex.h"
 #include "apps/AppScan.h"
 #include "apps/DesktopEntry.h"
+#include "base/OrderedWork.h"
 #include "base/Scheduler.h"
 
 namespace tarnwick {
@@ -25,7 +24,6 @@ class InstalledApps : public QObject {
  public:
   /// `scheduler` must outlive it.
   InstalledApps(AppEnvironment environment, Scheduler& scheduler, QObject* parent = nullptr);
-  ~InstalledApps() override;
 
   /// Begins the first reading, if none has begun. Every look-up below does it too.
   void load();
@@ -58,25 +56,23 @@ class InstalledApps : public QObject {
  private:
   void scan();
   void scanSoon();
-  void take(const std::shared_ptr<AppScan>& scan, quint64 generation);
+  void take(const std::shared_ptr<AppScan>& scan);
   void watch(const AppScan& scan);
   void folderChanged(const QString& path);
 
   AppEnvironment environment_;
   Scheduler& scheduler_;
-  QThreadPool pool_;
-  std::stop_source stopping_;
   std::unique_ptr<QFileSystemWatcher> watcher_;
   std::shared_ptr<const AppIndex> index_ = std::make_shared<AppIndex>();
   QHash<QString, qint64> watched_;
   QHash<QString, QSet<QString>> awaited_;
   QSet<QString> others_;
   JobHandle soon_;
-  quint64 generation_ = 0;
   bool scanning_ = false;
   bool again_ = false;
   bool loaded_ = false;
   bool stopped_ = false;
+  OrderedWork scans_;  ///< The last member: its answers use the others.
 };
 
 }  // namespace tarnwick

@@ -2,7 +2,6 @@
 
 #include <cmath>
 
-#include "base/OneThread.h"
 #include "widgets/catalog/Family.h"
 
 namespace tarnwick {
@@ -15,11 +14,11 @@ constexpr int kSamplerThreadMs = 6000;
 }  // namespace
 
 ProcessMonitor::ProcessMonitor(std::unique_ptr<ProcessSource> source, const Scheduler& clock, QObject* parent)
-    : QObject(parent), source_(std::move(source)), clock_(clock), message_(tr("Sampling processes…")) {
-  useOneThread(pool_, kSamplerThreadMs);
-}
-
-ProcessMonitor::~ProcessMonitor() { pool_.waitForDone(); }
+    : QObject(parent),
+      source_(std::move(source)),
+      clock_(clock),
+      message_(tr("Sampling processes…")),
+      sampling_(kSamplerThreadMs) {}
 
 bool ProcessMonitor::isNeededBy(const ActiveSets& active) const {
   return active.families.contains(familyText(Family::Processes));
@@ -28,10 +27,7 @@ bool ProcessMonitor::isNeededBy(const ActiveSets& active) const {
 void ProcessMonitor::refresh() {
   if (loading_) return;
   loading_ = true;
-  pool_.start([this] {
-    QMetaObject::invokeMethod(
-        this, [this, readings = read()] { take(readings); }, Qt::QueuedConnection);
-  });
+  sampling_.start([this] { return read(); }, [this](const auto& readings) { take(readings); });
 }
 
 void ProcessMonitor::take(const QList<ProcessReading>& readings) {

@@ -4,10 +4,10 @@
 #include <QList>
 #include <QObject>
 #include <QString>
-#include <QThreadPool>
 #include <memory>
 #include <optional>
 
+#include "base/OrderedWork.h"
 #include "base/Scheduler.h"
 #include "facilities/BeatClient.h"
 #include "system/ProcessUsage.h"
@@ -21,8 +21,6 @@ class ProcessMonitor final : public QObject, public BeatClient {
  public:
   /// `clock` must outlive this object.
   ProcessMonitor(std::unique_ptr<ProcessSource> source, const Scheduler& clock, QObject* parent = nullptr);
-  /// Waits for a sample that is under way.
-  ~ProcessMonitor() override;
 
   /// Every process of the last sample, unsorted (see ProcessRanking).
   const QList<ProcessUsage>& rows() const { return rows_; }
@@ -52,9 +50,9 @@ class ProcessMonitor final : public QObject, public BeatClient {
 
   std::unique_ptr<ProcessSource> source_;
   const Scheduler& clock_;
-  QThreadPool pool_;
   QList<ProcessUsage> rows_;
   QString message_;
+  OrderedWork sampling_;  ///< The last member: it uses the others.
   QHash<qint32, ProcessReading> previous_;
   std::optional<double> time_;
   bool loading_ = false;

@@ -4,7 +4,6 @@
 #include <array>
 #include <numeric>
 
-#include "base/OneThread.h"
 #include "widgets/catalog/Family.h"
 
 namespace tarnwick {
@@ -17,11 +16,7 @@ constexpr int kSensorThreadMs = 6000;
 }  // namespace
 
 SystemTemperature::SystemTemperature(std::unique_ptr<ProcessorTemperatures> sensors, QObject* parent)
-    : QObject(parent), sensors_(std::move(sensors)) {
-  useOneThread(pool_, kSensorThreadMs);
-}
-
-SystemTemperature::~SystemTemperature() { pool_.waitForDone(); }
+    : QObject(parent), sensors_(std::move(sensors)), reading_(kSensorThreadMs) {}
 
 bool SystemTemperature::isNeededBy(const ActiveSets& active) const {
   return active.families.contains(familyText(Family::Temperature));
@@ -30,10 +25,7 @@ bool SystemTemperature::isNeededBy(const ActiveSets& active) const {
 void SystemTemperature::refresh() {
   if (busy_) return;
   busy_ = true;
-  pool_.start([this] {
-    QMetaObject::invokeMethod(
-        this, [this, values = read()] { take(values); }, Qt::QueuedConnection);
-  });
+  reading_.start([this] { return read(); }, [this](const auto& values) { take(values); });
 }
 
 QList<double> SystemTemperature::read() {

@@ -2,10 +2,10 @@
 
 #include <QList>
 #include <QObject>
-#include <QThreadPool>
 #include <memory>
 #include <optional>
 
+#include "base/OrderedWork.h"
 #include "facilities/BeatClient.h"
 #include "system/ports/ProcessorTemperatures.h"
 
@@ -22,8 +22,6 @@ class SystemTemperature final : public QObject, public BeatClient {
   static constexpr quint32 mostSensors = 12;
 
   explicit SystemTemperature(std::unique_ptr<ProcessorTemperatures> sensors, QObject* parent = nullptr);
-  /// Waits for a reading that is under way.
-  ~SystemTemperature() override;
 
   /// Degrees Celsius, the mean of the sensors; none before the first reading and while no sensor tells anything.
   std::optional<double> celsius() const { return celsius_; }
@@ -50,7 +48,7 @@ class SystemTemperature final : public QObject, public BeatClient {
   void take(const QList<double>& values);
 
   std::unique_ptr<ProcessorTemperatures> sensors_;
-  QThreadPool pool_;
+  OrderedWork reading_;  ///< The last member: it uses the others.
   std::optional<double> celsius_;
   int sensorCount_ = 0;
   QList<double> history_;

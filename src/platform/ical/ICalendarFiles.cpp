@@ -3,7 +3,6 @@
 #include "base/DomainError.h"
 #include "base/DurableFile.h"
 #include "base/ModuleLoader.h"
-#include "base/OneThread.h"
 #include "platform/ical/TodoEdit.h"
 
 namespace tarnwick {
@@ -38,13 +37,7 @@ QString tickOff(const Reminder& reminder, const TodoEdit& edit) {
 
 ICalendarFiles::ICalendarFiles(Scheduler& scheduler, CalendarPlaces places)
     : scheduler_(scheduler), places_(std::move(places)), scan_(std::make_shared<CalendarScan>(&loadReader)) {
-  useOneThread(pool_);
   connect(&watch_, &FolderWatch::changed, this, &ICalendarFiles::fileChanged);
-}
-
-ICalendarFiles::~ICalendarFiles() {
-  stopping_.request_stop();
-  pool_.waitForDone();
 }
 
 void ICalendarFiles::setFolders(const QStringList& folders) {
@@ -75,12 +68,9 @@ void ICalendarFiles::scan() {
   scanned_ = range_;
   CalendarPlaces places = places_;
   places.folders += added_;
-  // The destructor waits for this function, so that the object is still there when it reports.
-  pool_.start([this, scan = scan_, places, range = range_, stop = stopping_.get_token()] {
-    auto result = scan->run(places, range, stop);
-    QMetaObject::invokeMethod(
-        this, [this, result = std::move(result)] { take(result); }, Qt::QueuedConnection);
-  });
+  work_.start(
+      [scan = scan_, places, range = range_, stop = work_.stopToken()] { return scan->run(places, range, stop); },
+      [this](const CalendarScan::Result& result) { take(result); });
 }
 
 void ICalendarFiles::take(const CalendarScan::Result& result) {
@@ -119,16 +109,12 @@ void ICalendarFiles::setCompleted(const Reminder& reminder, bool completed, cons
                                   Done done) {
   const TodoEdit edit{.uid = reminder.uid, .occasion = reminder.occasion, .completed = completed, .at = at};
   // The change is noticed like that of any other program.
-  pool_.start([this, reminder, edit, guard = QPointer(context), done = std::move(done)]() mutable {
-    const QString failure = reminder.canComplete
-                                ? tickOff(reminder, edit)
+  const auto write = [reminder, edit] {
+    return reminder.canComplete ? tickOff(reminder, edit)
                                 : tr("This list belongs to another program; the reminder can only be changed there.");
-    QMetaObject::invokeMethod(
-        this,
-        [guard, done = std::move(done), failure] {
-          if (guard) done(failure);
-        },
-        Qt::QueuedConnection);
+  };
+  work_.start(write, [guard = QPointer(context), done = std::move(done)](const QString& failure) {
+    if (guard) done(failure);
   });
 }
 

@@ -1,10 +1,9 @@
 #pragma once
 
 #include <QPointer>
-#include <QThreadPool>
 #include <memory>
-#include <stop_token>
 
+#include "base/OrderedWork.h"
 #include "base/Scheduler.h"
 #include "calendar/ports/CalendarSource.h"
 #include "platform/ical/CalendarPlaces.h"
@@ -20,9 +19,8 @@ class ICalendarFiles final : public CalendarSource {
   Q_OBJECT
  public:
   /// `scheduler` must outlive it.
+  /// Its end waits for what runs, which takes as long as one file does.
   explicit ICalendarFiles(Scheduler& scheduler, CalendarPlaces places = CalendarPlaces::ofUser());
-  /// Cancels what runs and waits for it, which takes as long as one file does.
-  ~ICalendarFiles() override;
 
   void load(const CalendarRange& range, QObject* context, Loaded done) override;
   void setCompleted(const Reminder& reminder, bool completed, const QDateTime& at, QObject* context,
@@ -40,7 +38,6 @@ class ICalendarFiles final : public CalendarSource {
   CalendarPlaces places_;
   QStringList added_;
   std::shared_ptr<CalendarScan> scan_;
-  std::stop_source stopping_;
   FolderWatch watch_;
   JobHandle soon_;
   CalendarRange range_;    ///< What is asked for,
@@ -51,7 +48,7 @@ class ICalendarFiles final : public CalendarSource {
   bool isScanning_ = false;
   bool isAgain_ = false;  ///< What is being read was changed meanwhile.
   bool wasAsked_ = false;
-  QThreadPool pool_;
+  OrderedWork work_;  ///< The last member: its answers use the others.
 };
 
 }  // namespace tarnwick

@@ -7,7 +7,6 @@
 #include <QPointer>
 #include <QUrl>
 
-#include "base/OneThread.h"
 #include "platform/linux/FileWork.h"
 
 namespace tarnwick {
@@ -37,45 +36,21 @@ QString nearestFolder(QString path) {
 
 }  // namespace
 
-FileOperations::FileOperations(TrashCan trash, Bus bus) : trash_(std::move(trash)), bus_(std::move(bus)) {
-  useOneThread(operations_);
-  useOneThread(looks_);
-}
-
-FileOperations::~FileOperations() {
-  stopping_.request_stop();
-  for (QThreadPool* pool : {&operations_, &looks_}) {
-    pool->clear();
-    pool->waitForDone();
-  }
-}
-
-/// `done` runs here; the destructor waits for the threads, so that the object is there when they report.
-template <class Result>
-void FileOperations::run(QThreadPool& pool, std::function<Result()> work, std::function<void(const Result&)> done) {
-  // Handed over whole: what `done` holds must end on the main thread.
-  pool.start([this, work = std::move(work), done = std::move(done)]() mutable {
-    QMetaObject::invokeMethod(
-        this, [result = work(), done = std::move(done)] { done(result); }, Qt::QueuedConnection);
-  });
-}
+FileOperations::FileOperations(TrashCan trash, Bus bus) : trash_(std::move(trash)), bus_(std::move(bus)) {}
 
 void FileOperations::operate(std::function<FilesOutcome(const FileWork&)> work, QObject* context, Done done) {
-  run<FilesOutcome>(
-      operations_, [work = std::move(work), job = FileWork(trash_, stopping_.get_token())] { return work(job); },
-      [guard = QPointer(context), done = std::move(done)](const FilesOutcome& outcome) {
-        if (guard && done) done(outcome);
-      });
+  operations_.start([work = std::move(work), job = FileWork(trash_, operations_.stopToken())] { return work(job); },
+                    [guard = QPointer(context), done = std::move(done)](const FilesOutcome& outcome) {
+                      if (guard && done) done(outcome);
+                    });
 }
 
 void FileOperations::look(const QStringList& paths, QObject* context,
                           std::function<void(const QHash<QString, Kind>&)> done) {
-  using Kinds = QHash<QString, Kind>;
-  run<Kinds>(
-      looks_, [paths] { return kindsOf(paths); },
-      [guard = QPointer(context), done = std::move(done)](const Kinds& kinds) {
-        if (guard) done(kinds);
-      });
+  looks_.start([paths] { return kindsOf(paths); },
+               [guard = QPointer(context), done = std::move(done)](const auto& kinds) {
+                 if (guard) done(kinds);
+               });
 }
 
 void FileOperations::bringInto(const QString& folder, const QStringList& paths, FileTransfer how, QObject* context,
@@ -110,8 +85,7 @@ void FileOperations::count() {
   countAgain_ = counting_;
   if (counting_) return;
   counting_ = true;
-  run<Counted>(
-      looks_,
+  looks_.start(
       [trash = trash_] {
         Counted counted{static_cast<int>(trash.contents().size()), trash.folders()};
         // The watcher takes what becomes a folder while it is added for a file, and is silent about it then.

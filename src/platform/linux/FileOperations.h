@@ -2,10 +2,9 @@
 
 #include <QDBusConnection>
 #include <QFileSystemWatcher>
-#include <QThreadPool>
 #include <memory>
-#include <stop_token>
 
+#include "base/OrderedWork.h"
 #include "desktop/Files.h"
 #include "platform/linux/TrashCan.h"
 
@@ -18,10 +17,9 @@ class FileOperations final : public Files {
  public:
   using Bus = std::function<QDBusConnection()>;
 
-  /// `bus`: the session bus, on which the file manager is asked to show files; asked for when it is first needed.
+  /// `bus`: the session bus, on which the file manager is asked to show files; asked for when it is first needed. Its
+  /// end cancels what runs and waits for it, which takes as long as the step on one block of a file.
   explicit FileOperations(TrashCan trash = TrashCan::ofUser(), Bus bus = &QDBusConnection::sessionBus);
-  /// Cancels what runs and waits for it, which takes as long as the step on one block of a file.
-  ~FileOperations() override;
 
   void look(const QStringList& paths, QObject* context, std::function<void(const QHash<QString, Kind>&)> done) override;
   void bringInto(const QString& folder, const QStringList& paths, FileTransfer how, QObject* context,
@@ -39,21 +37,18 @@ class FileOperations final : public Files {
     QStringList watched;
   };
 
-  template <class Result>
-  void run(QThreadPool& pool, std::function<Result()> work, std::function<void(const Result&)> done);
   void operate(std::function<FilesOutcome(const class FileWork&)> work, QObject* context, Done done);
   void count();
   void take(const Counted& counted);
 
   TrashCan trash_;
   Bus bus_;
-  std::stop_source stopping_;
-  QThreadPool operations_;
-  QThreadPool looks_;
   std::unique_ptr<QFileSystemWatcher> watcher_;
   int count_ = 0;
   bool counting_ = false;
   bool countAgain_ = false;
+  OrderedWork operations_;  ///< With the next one the last member: its answers use the others.
+  OrderedWork looks_;
 };
 
 }  // namespace tarnwick
