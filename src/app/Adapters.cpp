@@ -80,15 +80,17 @@ Services Adapters::makeServices() {
 }
 
 StoreSetup Adapters::storeSetup() {
-  StoreSetup setup;
-  setup.scheduler = &scheduler_;
-  setup.counters = std::make_unique<LinuxSystemCounters>();
-  setup.installedApps = &services_.installedApps;
-  setup.applications = &services_.runningApps;
-  setup.notifications = &services_.notifications;
-  setup.session = &services_.session;
-  setup.clients = readings_.beatClients();
-  return setup;
+  return {.scheduler = scheduler_,
+          .counters = std::make_unique<LinuxSystemCounters>(),
+          .installedApps = services_.installedApps,
+          .applications = services_.runningApps,
+          .notifications = services_.notifications,
+          .session = services_.session,
+          .remote = facilities_.remote,
+          .credentials = facilities_.credentials,
+          .clipboard = facilities_.clipboard,
+          .reservations = facilities_.reservations,
+          .clients = readings_.beatClients()};
 }
 
 DelegateSetup Adapters::delegateSetup(const QString& dataDirectory) {

@@ -9,6 +9,7 @@
 #include "app/WindowSystem.h"
 #include "apps/LaunchEnvironment.h"
 #include "store/Services.h"
+#include "store/StoreSetup.h"
 
 namespace tarnwick {
 
@@ -42,6 +43,7 @@ class Adapters {
   const Services services_;
   Readings& readings_;
   SessionApplication& session_;
+  NoFacilities facilities_;  ///< What this build has not.
 };
 
 }  // namespace tarnwick

@@ -21,8 +21,7 @@ namespace {
 /// The store's own reading and the remote values beat with the clients that were handed in.
 QList<BeatClient*> allClients(const StoreSetup& setup, SystemMetrics& system) {
   QList<BeatClient*> clients = setup.clients;
-  clients << &system;
-  if (setup.remote) clients << setup.remote;
+  clients << &system << &setup.remote;
   return clients;
 }
 
@@ -38,7 +37,7 @@ AppStore::AppStore(StoreSetup setup)
       credentials_(setup.credentials),
       clipboard_(setup.clipboard),
       reservations_(setup.reservations),
-      system_(std::make_unique<SystemMetrics>(std::move(setup.counters), *setup.scheduler)),
+      system_(std::make_unique<SystemMetrics>(std::move(setup.counters), setup.scheduler)),
       clients_(allClients(setup, *system_)),
       calendarMessage_(tr("Enable Calendar access to see your events.")),
       reminderMessage_(tr("Enable Reminders access to see your reminders.")),
@@ -73,7 +72,7 @@ bool AppStore::load() {
 }
 
 void AppStore::startSaving(SettingsLoader::Origin origin, qint64 seconds) {
-  writer_.emplace(*scheduler_, storagePath_, [this]() -> const DockConfiguration& { return config_; });
+  writer_.emplace(scheduler_, storagePath_, [this]() -> const DockConfiguration& { return config_; });
   writer_->onSaved = [this](const QString& failure, bool isRepeated) { tellOfSaving(failure, isRepeated); };
   switch (origin) {
     case SettingsLoader::Origin::File:
@@ -91,14 +90,14 @@ void AppStore::startSaving(SettingsLoader::Origin origin, qint64 seconds) {
 void AppStore::start(StoreSetup& setup) {
   refreshActiveWidgetIndex();
   if (setup.platformReads) {
-    if (applications_) apply(applications_->list());
+    apply(applications_.list());
     system_->sample();
   }
   if (diagnostic_) return;
 
   migrateClipboardHistory();
   restoreReservations();
-  timer_ = scheduler_->every(1.0, [this] { heartbeat(); });
+  timer_ = scheduler_.every(1.0, [this] { heartbeat(); });
   listen(setup);
   clients_.start(config_);
   refreshAll();
@@ -107,33 +106,29 @@ void AppStore::start(StoreSetup& setup) {
 
 void AppStore::removeOrphanedCredentials() {
   // A document that was lost, or not there yet, says nothing about which credentials are still wanted.
-  if (!hasRead_ || !credentials_) return;
+  if (!hasRead_) return;
   QList<QUuid> all;
   for (const DockProfile& profile : config_.profiles) {
     for (const DockWidget& widget : profile.widgets) all.append(widget.id);
   }
-  credentials_->removeOrphans(all);
+  credentials_.removeOrphans(all);
 }
 
 void AppStore::listen(StoreSetup& setup) {
-  if (applications_) {
-    connect(applications_, &RunningApplications::changed, this, [this] { apply(applications_->list()); });
-  }
-  if (setup.session) {
-    connect(setup.session, &SessionEvents::willSleep, this, &AppStore::save);
-    connect(setup.session, &SessionEvents::didWake, this, [this] {
-      restoreReservations();
-      clients_.wake();
-      heartbeat();
-      refreshAll();
-    });
-  }
+  connect(&applications_, &RunningApplications::changed, this, [this] { apply(applications_.list()); });
+  connect(&setup.session, &SessionEvents::willSleep, this, &AppStore::save);
+  connect(&setup.session, &SessionEvents::didWake, this, [this] {
+    restoreReservations();
+    clients_.wake();
+    heartbeat();
+    refreshAll();
+  });
 }
 
 void AppStore::migrateClipboardHistory() {
-  if (!clipboard_ || config_.clipboard.isEmpty()) return;
+  if (config_.clipboard.isEmpty()) return;
   try {
-    if (clipboard_->migrate(config_.clipboard)) {
+    if (clipboard_.migrate(config_.clipboard)) {
       edit([](DockConfiguration& config) { config.clipboard.clear(); });
       // At once: texts that still stood in the file at the next start would be taken over again.
       save();
@@ -145,7 +140,7 @@ void AppStore::migrateClipboardHistory() {
 
 // --- The beat -------------------------------------------------------------------------------------------------------
 
-QDateTime AppStore::now() const { return frozenDate_.value_or(scheduler_->now()); }
+QDateTime AppStore::now() const { return frozenDate_.value_or(scheduler_.now()); }
 
 void AppStore::heartbeat() {
   if (down_) return;
@@ -156,7 +151,7 @@ void AppStore::heartbeat() {
   clients_.beat(BeatStep::Temperature, BeatStep::Clipboard, tick_, active_);
   applyProfileRules(moment);
   advanceProductivity(moment);
-  if (deferredApps_ && scheduler_->reference() >= runningAppsHeldUntil_) apply(QList<RunningApp>(*deferredApps_));
+  if (deferredApps_ && scheduler_.reference() >= runningAppsHeldUntil_) apply(QList<RunningApp>(*deferredApps_));
 
   clients_.beat(BeatStep::Productivity, BeatStep::RemoteValues, tick_, active_);
   Q_EMIT ticked();
@@ -199,8 +194,8 @@ void AppStore::tellOfSaving(const QString& failure, bool isRepeated) {
 void AppStore::shutdown() {
   if (down_) return;
   down_ = true;
-  if (installedApps_) installedApps_->stop();
-  if (applications_) applications_->stop();
+  installedApps_.stop();
+  applications_.stop();
   clients_.endThrough(BeatStep::WindowPreviews);
   restoreReservations();
   timer_.reset();
@@ -240,7 +235,7 @@ void AppStore::setDockDisplays(const QStringList& displays) {
 }
 
 void AppStore::notify(const QString& title, const QString& body) {
-  if (config_.notificationsEnabled && notifications_) notifications_->post(title, body, {});
+  if (config_.notificationsEnabled) notifications_.post(title, body, {});
 }
 
 void AppStore::announce(const DockWidget& widget, const QString& sentence) {
@@ -252,29 +247,23 @@ void AppStore::announce(const DockWidget& widget, const QString& sentence) {
     announced.add(name, sentence);
     store->setMessage(announced.text(), true);
   };
-  if (config_.notificationsEnabled && notifications_) {
-    notifications_->post(widget.title.isEmpty() ? Catalog::find(widget.kind).name : widget.title, sentence, unseen);
+  if (config_.notificationsEnabled) {
+    notifications_.post(widget.title.isEmpty() ? Catalog::find(widget.kind).name : widget.title, sentence, unseen);
   } else {
     unseen();
   }
 }
 
-void AppStore::refresh(const DockWidget& widget) {
-  if (remote_) remote_->refresh(widget);
-}
+void AppStore::refresh(const DockWidget& widget) { remote_.refresh(widget); }
 
-void AppStore::refreshAll() {
-  if (remote_) remote_->refreshAll();
-}
+void AppStore::refreshAll() { remote_.refreshAll(); }
 
-void AppStore::restoreReservations() {
-  if (reservations_) reservations_->restore(dataDirectory() + "/window-recovery.json"_L1);
-}
+void AppStore::restoreReservations() { reservations_.restore(dataDirectory() + "/window-recovery.json"_L1); }
 
-void AppStore::holdRunningApps() { runningAppsHeldUntil_ = scheduler_->reference() + kRunningAppsHold; }
+void AppStore::holdRunningApps() { runningAppsHeldUntil_ = scheduler_.reference() + kRunningAppsHold; }
 
 void AppStore::apply(const QList<RunningApp>& running) {
-  if (scheduler_->reference() < runningAppsHeldUntil_) {
+  if (scheduler_.reference() < runningAppsHeldUntil_) {
     deferredApps_ = running;
     return;
   }

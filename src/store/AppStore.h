@@ -4,47 +4,16 @@
 #include <QSet>
 #include <optional>
 
-#include "apps/InstalledApps.h"
-#include "apps/RunningApplications.h"
-#include "base/BuildSettings.h"
-#include "base/Scheduler.h"
 #include "config/DockConfiguration.h"
 #include "config/LayoutSignature.h"
 #include "config/SettingsLoader.h"
 #include "config/SettingsWriter.h"
-#include "desktop/Notifications.h"
-#include "desktop/SessionEvents.h"
-#include "facilities/BeatClient.h"
-#include "facilities/StoreCalls.h"
 #include "store/Announcements.h"
 #include "store/BeatClients.h"
+#include "store/StoreSetup.h"
 #include "system/SystemMetrics.h"
-#include "system/ports/SystemCounters.h"
 
 namespace tarnwick {
-
-/// What a store is made of. Pointers are borrowed and must outlive the store; null means that the desktop lacks it.
-struct StoreSetup {
-  /// Runs without a user's data: nothing is read, nothing is saved, no timer starts.
-  bool diagnostic = false;
-  /// The settings file; chosen by the program's keys when absent.
-  std::optional<QString> storage;
-  /// Whether the start reads the desktop: running applications and a first sample of the system.
-  bool platformReads = true;
-
-  Scheduler* scheduler = nullptr;  ///< Required.
-  BuildSettings keys;
-  std::unique_ptr<SystemCounters> counters;  ///< Required.
-  InstalledApps* installedApps = nullptr;
-  RunningApplications* applications = nullptr;
-  Notifications* notifications = nullptr;
-  SessionEvents* session = nullptr;
-  QList<BeatClient*> clients;  ///< In the order in which those of one step run.
-  RemoteRefresh* remote = nullptr;
-  CredentialKeeping* credentials = nullptr;
-  ClipboardMigration* clipboard = nullptr;
-  WindowReservations* reservations = nullptr;
-};
 
 /// The one observable object of the program: it owns the settings document and the services, drives them with a beat of
 /// one second, and holds the live data that the widgets show. Main thread only. Operations do not fail towards their
@@ -71,7 +40,7 @@ class AppStore : public QObject {
 
   SystemMetrics& system() { return *system_; }
   const SystemMetrics& system() const { return *system_; }
-  Scheduler& scheduler() { return *scheduler_; }
+  Scheduler& scheduler() { return scheduler_; }
 
   QDateTime now() const;
   /// Stops the store's clock at a moment, for pictures and tests; absent lets it run.
@@ -209,15 +178,15 @@ class AppStore : public QObject {
   void setMessage(const QString& message, bool isAnnouncement);
   void migrateClipboardHistory();
 
-  Scheduler* scheduler_;
+  Scheduler& scheduler_;
   BuildSettings keys_;
-  InstalledApps* installedApps_;
-  RunningApplications* applications_;
-  Notifications* notifications_;
-  RemoteRefresh* remote_;
-  CredentialKeeping* credentials_;
-  ClipboardMigration* clipboard_;
-  WindowReservations* reservations_;
+  InstalledApps& installedApps_;
+  RunningApplications& applications_;
+  Notifications& notifications_;
+  RemoteRefresh& remote_;
+  CredentialKeeping& credentials_;
+  ClipboardMigration& clipboard_;
+  WindowReservations& reservations_;
   std::unique_ptr<SystemMetrics> system_;
   BeatClients clients_;
 

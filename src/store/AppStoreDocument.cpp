@@ -41,9 +41,7 @@ QList<DockWidget> AppStore::displayedWidgets(const QString& display) const {
 
 QList<RunningApp> AppStore::unpinnedRunningApps(const QString& display) const {
   // An entry that the user overrides in another folder is the same application.
-  const auto idOf = [this](const QString& path) {
-    return installedApps_ ? installedApps_->environment().desktopIdOf(path) : QString();
-  };
+  const auto idOf = [this](const QString& path) { return installedApps_.environment().desktopIdOf(path); };
   QList<RunningApp> apps = PinnedTiles::unheld(runningApps_, displayedWidgets(display), idOf);
   const WindowScope scope = windowScope(display);
   for (RunningApp& app : apps) app.windows = app.windowsIn(scope);
@@ -148,7 +146,7 @@ QUuid AppStore::addWidget(const DockWidget& widget, QUuid profile) {
 void AppStore::remove(QUuid id) {
   edit([&](DockConfiguration& config) { DocumentEdits::remove(config, id); });
   try {
-    if (credentials_) credentials_->remove(id);
+    credentials_.remove(id);
   } catch (const DomainError& failure) {
     setError(tr("A stored credential could not be removed: ") + failure.message());
   }

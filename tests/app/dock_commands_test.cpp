@@ -14,20 +14,13 @@
 #include "apps/apps_fixture.h"
 #include "config/CalendarFolders.h"
 #include "store/AppStore.h"
+#include "store/NoDesktop.h"
 #include "support/RecordingCommands.h"
 #include "support/TestScheduler.h"
 #include "support/TestServices.h"
 
 namespace tarnwick::test {
 namespace {
-
-struct NoReadings : SystemCounters {
-  std::optional<ProcessorTicks> processorTicks() override { return std::nullopt; }
-  std::optional<MemoryReading> memory() override { return std::nullopt; }
-  std::optional<NetworkReading> network() override { return std::nullopt; }
-  std::optional<DiskReading> disk() override { return std::nullopt; }
-  std::optional<double> batteryCharge() override { return std::nullopt; }
-};
 
 class CommandsTest : public AppsTest {
  protected:
@@ -41,12 +34,8 @@ class CommandsTest : public AppsTest {
     desktop = std::make_unique<TestServices>(scheduler, environment,
                                              LaunchEnvironment::from(variables({{"PATH", "/usr/bin:/bin"}})));
     services = std::make_unique<Services>(desktop->all());
-    StoreSetup setup;
-    setup.diagnostic = true;
-    setup.platformReads = false;
-    setup.scheduler = &scheduler;
-    setup.counters = std::make_unique<NoReadings>();
-    store = std::make_unique<AppStore>(std::move(setup));
+    noDesktop = std::make_unique<NoDesktop>(scheduler);
+    store = std::make_unique<AppStore>(noDesktop->diagnosticSetup());
     edits = std::make_unique<UndoableEdits>(*store, desktop->installedApps, undo);
     tiles = std::make_unique<DockCommands>(*store, *services, asked);
     menus = std::make_unique<DockMenus>(*store, *services, asked, *edits, *tiles);
@@ -94,6 +83,7 @@ class CommandsTest : public AppsTest {
   RecordingCommands asked;
   std::unique_ptr<TestServices> desktop;
   std::unique_ptr<Services> services;
+  std::unique_ptr<NoDesktop> noDesktop;
   std::unique_ptr<AppStore> store;
   std::unique_ptr<UndoableEdits> edits;
   std::unique_ptr<DockCommands> tiles;

@@ -13,6 +13,7 @@
 #include "config/Persistence.h"
 #include "desktop/Program.h"
 #include "store/AppStore.h"
+#include "store/NoDesktop.h"
 #include "support/HeadlessKWin.h"
 #include "support/HeadlessSway.h"
 #include "support/TestScheduler.h"
@@ -94,14 +95,6 @@ std::unique_ptr<EndingDesk> makeDesk(const QString& system) {
   return std::make_unique<EndingSway>();
 }
 
-struct NoCounters : SystemCounters {
-  std::optional<ProcessorTicks> processorTicks() override { return std::nullopt; }
-  std::optional<MemoryReading> memory() override { return std::nullopt; }
-  std::optional<NetworkReading> network() override { return std::nullopt; }
-  std::optional<DiskReading> disk() override { return std::nullopt; }
-  std::optional<double> batteryCharge() override { return std::nullopt; }
-};
-
 struct End {
   const char* name;
   const char* system;
@@ -120,10 +113,9 @@ class Ends : public ::testing::TestWithParam<End> {
   /// As the next start finds it.
   QString textAtTheNextStart() const {
     test::TestScheduler time;
-    StoreSetup setup;
+    NoDesktop desktop(time);
+    StoreSetup setup = desktop.storeSetup();
     setup.storage = file();
-    setup.scheduler = &time;
-    setup.counters = std::make_unique<NoCounters>();
     return textOf(AppStore(std::move(setup)).config());
   }
   /// For as long as the promise is about.

@@ -11,6 +11,7 @@
 #include "dock/HandoverLock.h"
 #include "handover/FakeDock.h"
 #include "store/AppStore.h"
+#include "store/NoDesktop.h"
 #include "support/FakeWindows.h"
 #include "support/TestFrameClock.h"
 #include "support/TestScheduler.h"
@@ -98,14 +99,6 @@ struct PlainContent final : DockContent {
   DockGeometry geometry;
 };
 
-struct NoCounters final : SystemCounters {
-  std::optional<ProcessorTicks> processorTicks() override { return {}; }
-  std::optional<MemoryReading> memory() override { return {}; }
-  std::optional<NetworkReading> network() override { return {}; }
-  std::optional<DiskReading> disk() override { return {}; }
-  std::optional<double> batteryCharge() override { return {}; }
-};
-
 struct DockControllerTest : testing::Test {
   DockControllerTest() {
     screens.list = {{.id = u"A"_s, .legacyId = {}, .name = u"Left"_s, .frame = {0, 0, 1000, 800}, .usable = kUsable}};
@@ -113,12 +106,8 @@ struct DockControllerTest : testing::Test {
     controller.setMayShow(true);
   }
   AppStore& makeStore() {
-    StoreSetup setup;
-    setup.diagnostic = true;
+    StoreSetup setup = desktop.diagnosticSetup();
     setup.storage = folder.filePath(u"config.json"_s);
-    setup.platformReads = false;
-    setup.scheduler = &time;
-    setup.counters = std::make_unique<NoCounters>();
     store = std::make_unique<AppStore>(std::move(setup));
     return *store;
   }
@@ -148,6 +137,7 @@ struct DockControllerTest : testing::Test {
 
   QTemporaryDir folder;
   test::TestScheduler time;
+  NoDesktop desktop{time};
   FakeScreens screens;
   FakePanels panels;
   FakeZones zones;

@@ -7,6 +7,7 @@
 #include "store/AppStore.h"
 #include "store/DockDrops.h"
 #include "store/DocumentEdits.h"
+#include "store/NoDesktop.h"
 #include "store/WidgetPlaces.h"
 #include "support/FakeFiles.h"
 #include "support/TestScheduler.h"
@@ -17,14 +18,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-struct NoReadings : SystemCounters {
-  std::optional<ProcessorTicks> processorTicks() override { return std::nullopt; }
-  std::optional<MemoryReading> memory() override { return std::nullopt; }
-  std::optional<NetworkReading> network() override { return std::nullopt; }
-  std::optional<DiskReading> disk() override { return std::nullopt; }
-  std::optional<double> batteryCharge() override { return std::nullopt; }
-};
-
 struct Credentials : CredentialKeeping {
   explicit Credentials(QList<QUuid>& list) : removed(list) {}
   void remove(const QUuid& widget) override { removed << widget; }
@@ -32,14 +25,19 @@ struct Credentials : CredentialKeeping {
   QList<QUuid>& removed;
 };
 
-StoreSetup setupWith(Scheduler& time, CredentialKeeping& credentials) {
-  StoreSetup setup;
-  setup.diagnostic = true;
-  setup.platformReads = false;
-  setup.scheduler = &time;
-  setup.counters = std::make_unique<NoReadings>();
-  setup.credentials = &credentials;
-  return setup;
+StoreSetup setupWith(Scheduler& time, NoDesktop& desktop, CredentialKeeping& credentials) {
+  return {.scheduler = time,
+          .counters = std::make_unique<NoCounters>(),
+          .installedApps = desktop.installedApps,
+          .applications = desktop.applications,
+          .notifications = desktop.notifications,
+          .session = desktop.session,
+          .remote = desktop.facilities.remote,
+          .credentials = credentials,
+          .clipboard = desktop.facilities.clipboard,
+          .reservations = desktop.facilities.reservations,
+          .diagnostic = true,
+          .platformReads = false};
 }
 
 AppEnvironment twoFolders() {
@@ -70,9 +68,10 @@ class DropsTest : public testing::Test {
   QString sentence() const { return undo.latest() ? undo.latest()->sentence : QString(); }
 
   test::TestScheduler time;
+  NoDesktop desktop{time};
   QList<QUuid> forgotten;
   Credentials credentials{forgotten};
-  AppStore store{setupWith(time, credentials)};
+  AppStore store{setupWith(time, desktop, credentials)};
   InstalledApps apps{twoFolders(), time};
   NoActivation activation;
   AppLaunch launch{AppEnvironment(), LaunchEnvironment(), activation};

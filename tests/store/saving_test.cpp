@@ -3,6 +3,7 @@
 
 #include "config/Persistence.h"
 #include "store/AppStore.h"
+#include "store/NoDesktop.h"
 #include "support/FileTest.h"
 #include "support/TestScheduler.h"
 
@@ -12,22 +13,12 @@ namespace {
 using namespace Qt::StringLiterals;
 using test::TestScheduler;
 
-struct NoCounters : SystemCounters {
-  std::optional<ProcessorTicks> processorTicks() override { return std::nullopt; }
-  std::optional<MemoryReading> memory() override { return std::nullopt; }
-  std::optional<NetworkReading> network() override { return std::nullopt; }
-  std::optional<DiskReading> disk() override { return std::nullopt; }
-  std::optional<double> batteryCharge() override { return std::nullopt; }
-};
-
 class Saving : public FolderTest {
  protected:
   QString file() const { return at(u"config.json"_s); }
   AppStore& start() {
-    StoreSetup setup;
+    StoreSetup setup = desktop.storeSetup();
     setup.storage = file();
-    setup.scheduler = &time;
-    setup.counters = std::make_unique<NoCounters>();
     store = std::make_unique<AppStore>(std::move(setup));
     return *store;
   }
@@ -43,6 +34,7 @@ class Saving : public FolderTest {
   bool tellsOfFailure() const { return store->error().startsWith(u"Settings could not be saved: "_s); }
 
   TestScheduler time;
+  NoDesktop desktop{time};
   std::unique_ptr<AppStore> store;
 };
 

@@ -7,6 +7,7 @@
 #include "base/DomainError.h"
 #include "config/Persistence.h"
 #include "store/AppStore.h"
+#include "store/NoDesktop.h"
 #include "support/TestScheduler.h"
 
 namespace tarnwick {
@@ -77,7 +78,7 @@ struct FakeNotifications : Notifications {
   }
   QStringList posted;
 };
-struct NoCounters : SystemCounters {
+struct CountedSamples : SystemCounters {
   std::optional<ProcessorTicks> processorTicks() override {
     ++samples;
     return std::nullopt;
@@ -91,24 +92,23 @@ struct NoCounters : SystemCounters {
 
 class StoreTest : public testing::Test {
  protected:
-  StoreTest() { NoCounters::samples = 0; }
+  StoreTest() { CountedSamples::samples = 0; }
 
   QString file() const { return folder.filePath(u"data/config.json"_s); }
 
   AppStore& start() {
-    StoreSetup setup;
-    setup.storage = file();
-    setup.scheduler = &time;
-    setup.counters = std::make_unique<NoCounters>();
-    setup.installedApps = &apps;
-    setup.session = &session;
-    setup.notifications = &notifications;
-    setup.clients = clients;
-    setup.remote = &remote;
-    setup.clipboard = &clipboard;
-    setup.credentials = &credentials;
-    setup.reservations = &reservations;
-    store = std::make_unique<AppStore>(std::move(setup));
+    store = std::make_unique<AppStore>(StoreSetup{.scheduler = time,
+                                                  .counters = std::make_unique<CountedSamples>(),
+                                                  .installedApps = apps,
+                                                  .applications = desktop.applications,
+                                                  .notifications = notifications,
+                                                  .session = session,
+                                                  .remote = remote,
+                                                  .credentials = credentials,
+                                                  .clipboard = clipboard,
+                                                  .reservations = reservations,
+                                                  .clients = clients,
+                                                  .storage = file()});
     return *store;
   }
 
@@ -136,6 +136,7 @@ class StoreTest : public testing::Test {
   QTemporaryDir folder;
   TestScheduler time;
   Journal journal;
+  NoDesktop desktop{time};
   InstalledApps apps{AppEnvironment(), time};
   SessionEvents session;
   FakeNotifications notifications;
@@ -412,9 +413,9 @@ TEST_F(StoreTest, MetricsAreSampledEverySecondTickWhileTheyAreShown) {
   start();
   for (const auto& [kind, samples] : {std::pair(u"cpu"_s, 2), std::pair(u"digitalClock"_s, 0)}) {
     show({kind});
-    const int before = NoCounters::samples;
+    const int before = CountedSamples::samples;
     time.advance(4);
-    EXPECT_EQ(NoCounters::samples - before, samples) << qPrintable(kind);
+    EXPECT_EQ(CountedSamples::samples - before, samples) << qPrintable(kind);
   }
 }
 

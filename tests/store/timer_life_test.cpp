@@ -4,6 +4,7 @@
 
 #include "config/Persistence.h"
 #include "store/AppStore.h"
+#include "store/NoDesktop.h"
 #include "support/TestScheduler.h"
 #include "widgets/TimeMath.h"
 
@@ -22,26 +23,22 @@ struct RecordedNotifications final : Notifications {
   QStringList posted;
 };
 
-struct NoCounters final : SystemCounters {
-  std::optional<ProcessorTicks> processorTicks() override { return std::nullopt; }
-  std::optional<MemoryReading> memory() override { return std::nullopt; }
-  std::optional<NetworkReading> network() override { return std::nullopt; }
-  std::optional<DiskReading> disk() override { return std::nullopt; }
-  std::optional<double> batteryCharge() override { return std::nullopt; }
-};
-
 /// A store that lives through what a computer does in a day.
 struct Life {
   Life() { start(); }
 
   void start() {
-    StoreSetup setup;
-    setup.storage = folder.filePath(u"config.json"_s);
-    setup.scheduler = &time;
-    setup.counters = std::make_unique<NoCounters>();
-    setup.session = &session;
-    setup.notifications = &notifications;
-    store = std::make_unique<AppStore>(std::move(setup));
+    store = std::make_unique<AppStore>(StoreSetup{.scheduler = time,
+                                                  .counters = std::make_unique<NoCounters>(),
+                                                  .installedApps = desktop.installedApps,
+                                                  .applications = desktop.applications,
+                                                  .notifications = notifications,
+                                                  .session = session,
+                                                  .remote = desktop.facilities.remote,
+                                                  .credentials = desktop.facilities.credentials,
+                                                  .clipboard = desktop.facilities.clipboard,
+                                                  .reservations = desktop.facilities.reservations,
+                                                  .storage = folder.filePath(u"config.json"_s)});
   }
   void begin(const QString& kind, const QMap<QString, QString>& options) {
     store->edit([&](DockConfiguration& config) {
@@ -75,6 +72,7 @@ struct Life {
 
   QTemporaryDir folder;
   test::TestScheduler time;
+  NoDesktop desktop{time};
   SessionEvents session;
   RecordedNotifications notifications;
   std::unique_ptr<AppStore> store;

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "store/NoDesktop.h"
 #include "support/RecordingCommands.h"
 #include "support/TestScheduler.h"
 #include "views/dock/LiveDock.h"
@@ -78,10 +79,7 @@ class LiveDockTest : public testing::Test {
   }
 
   StoreSetup setup() {
-    StoreSetup setup;
-    setup.diagnostic = true;
-    setup.platformReads = false;
-    setup.scheduler = &time;
+    StoreSetup setup = desktop.diagnosticSetup();
     setup.counters = std::make_unique<BusyProcessor>();
     return setup;
   }
@@ -103,6 +101,7 @@ class LiveDockTest : public testing::Test {
   QImage picture(qsizetype item) { return dock->view().grab(dock->view().itemRect(item).toAlignedRect()).toImage(); }
 
   test::TestScheduler time{QDateTime(QDate(2026, 11, 24), QTime(10, 24, 0), QTimeZone::utc())};
+  NoDesktop desktop{time};
   StillToggles toggles;
   test::RecordingCommands commands;
   QuietHost host;

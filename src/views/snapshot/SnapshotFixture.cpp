@@ -28,15 +28,6 @@ class FrozenScheduler final : public Scheduler {
   struct Never final : Job {};
 };
 
-class NoCounters final : public SystemCounters {
- public:
-  std::optional<ProcessorTicks> processorTicks() override { return std::nullopt; }
-  std::optional<MemoryReading> memory() override { return std::nullopt; }
-  std::optional<NetworkReading> network() override { return std::nullopt; }
-  std::optional<DiskReading> disk() override { return std::nullopt; }
-  std::optional<double> batteryCharge() override { return std::nullopt; }
-};
-
 class FixedToggles final : public Toggles {
  public:
   ToggleState state(Toggle toggle) const override { return SnapshotFixture::sources().toggles.value(toggle); }
@@ -116,13 +107,10 @@ DockRow SnapshotFixture::starterDock() {
 }
 
 SnapshotStore::SnapshotStore()
-    : scheduler_(std::make_unique<FrozenScheduler>()), toggles_(std::make_unique<FixedToggles>()) {
-  StoreSetup setup;
-  setup.diagnostic = true;
-  setup.platformReads = false;
-  setup.scheduler = scheduler_.get();
-  setup.counters = std::make_unique<NoCounters>();
-  store_ = std::make_unique<AppStore>(std::move(setup));
+    : scheduler_(std::make_unique<FrozenScheduler>()),
+      desktop_(std::make_unique<NoDesktop>(*scheduler_)),
+      toggles_(std::make_unique<FixedToggles>()),
+      store_(std::make_unique<AppStore>(desktop_->diagnosticSetup())) {
   store_->setFrozenDate(SnapshotFixture::moment());
   store_->edit([](DockConfiguration& config) { config = SnapshotFixture::configuration(); });
   commands_ = std::make_unique<PicturedCommands>(*store_);

@@ -8,6 +8,7 @@
 #include "config/DockConfiguration.h"
 #include "desktop/Toggles.h"
 #include "store/AppStore.h"
+#include "store/NoDesktop.h"
 #include "views/dock/DockRow.h"
 #include "views/panels/PanelContext.h"
 #include "views/tiles/TileSources.h"
@@ -46,6 +47,7 @@ class SnapshotStore {
 
  private:
   std::unique_ptr<Scheduler> scheduler_;
+  std::unique_ptr<NoDesktop> desktop_;
   std::unique_ptr<Toggles> toggles_;
   std::unique_ptr<AppStore> store_;
   std::unique_ptr<Commands> commands_;
