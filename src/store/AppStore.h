@@ -85,14 +85,16 @@ class AppStore : public QObject {
   /// Takes over what the session does at login anyway: nothing is saved for it.
   void followLoginEntry(bool launches);
   void set(QUuid id, const QString& key, const std::optional<QString>& value);
-  // A widget that the settings document would refuse is refused here, with the reason as the message. One that is added
-  // gets a fresh identity when it has none, or one that is taken.
+  // A widget that the settings document would refuse is refused here, with the reason as the message.
   void update(const DockWidget& widget);
-  /// Appends a new widget to the active profile.
-  QUuid add(const QString& kind);
-  /// Appends to a profile. Gives the widget's identity; null when it was refused, and without a message when there is
-  /// no such profile.
+  /// All that is added to a profile comes in here: in front of the widget `before`, at the end where that is null or
+  /// not there. One without an identity, or with one that is taken, gets a fresh one. Gives the widgets as they were
+  /// added, all of them; none when one of them was refused, and without a message when there is no such profile.
+  QList<DockWidget> addWidgets(QList<DockWidget> widgets, QUuid profile, QUuid before = {});
+  /// Appends one. Gives its identity; null when it was refused.
   QUuid addWidget(const DockWidget& widget, QUuid profile);
+  /// Appends a new widget to the active profile, or to the given one.
+  QUuid add(const QString& kind, QUuid profile = {});
   void remove(QUuid id);
   void move(QUuid id, int places);
   /// Moves by indices of what a display's dock shows, counted as Reordering does.

@@ -11,6 +11,7 @@
 #include "dock/rules/ProfileRules.h"
 #include "store/AppStore.h"
 #include "store/DocumentEdits.h"
+#include "store/WidgetPlaces.h"
 #include "widgets/HabitMath.h"
 #include "widgets/PinnedTiles.h"
 #include "widgets/TimerActions.h"
@@ -123,24 +124,34 @@ void AppStore::update(const DockWidget& widget) {
   }
 }
 
-QUuid AppStore::add(const QString& kind) { return addWidget({{}, kind, {}, {}}, profile().id); }
-
-QUuid AppStore::addWidget(const DockWidget& widget, QUuid profile) {
+QList<DockWidget> AppStore::addWidgets(QList<DockWidget> widgets, QUuid profile, QUuid before) {
   const auto home = std::ranges::find(config_.profiles, profile, &DockProfile::id);
-  if (home == config_.profiles.end()) return {};
+  if (home == config_.profiles.end() || widgets.isEmpty()) return {};
   const qsizetype index = home - config_.profiles.begin();
   try {
-    DockWidget valid = widget;
-    if (valid.id.isNull() || DocumentEdits::find(config_, valid.id)) valid.id = QUuid::createUuid();
-    valid = DockConfiguration::validated(valid);
-    bool added = false;
-    edit([&](DockConfiguration& config) { added = DocumentEdits::add(config, index, valid); });
-    if (added) return valid.id;
-    setError(fullDock());
+    const DockConfiguration changed = edit([&](DockConfiguration& config) {
+      for (DockWidget& widget : widgets) {
+        if (widget.id.isNull() || DocumentEdits::find(std::as_const(config), widget.id))
+          widget.id = QUuid::createUuid();
+        widget = DockConfiguration::validated(widget);
+        if (!WidgetPlaces::insert(config, index, widget, before)) throw DomainError::invalid(fullDock());
+      }
+    });
+    // The document may have grown too large for them.
+    if (DocumentEdits::find(changed, widgets.constFirst().id)) return widgets;
   } catch (const DomainError& failure) {
     setError(failure.message());
   }
   return {};
+}
+
+QUuid AppStore::addWidget(const DockWidget& widget, QUuid profile) {
+  const QList<DockWidget> added = addWidgets({widget}, profile);
+  return added.isEmpty() ? QUuid() : added.first().id;
+}
+
+QUuid AppStore::add(const QString& kind, QUuid profile) {
+  return addWidget({{}, kind, {}, {}}, profile.isNull() ? this->profile().id : profile);
 }
 
 void AppStore::remove(QUuid id) {

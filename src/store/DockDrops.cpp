@@ -9,7 +9,6 @@
 #include "base/DomainError.h"
 #include "config/WidgetTransfer.h"
 #include "store/AppStore.h"
-#include "store/DocumentEdits.h"
 #include "widgets/PinnedTiles.h"
 #include "widgets/WidgetFolder.h"
 #include "widgets/catalog/Catalog.h"
@@ -233,10 +232,7 @@ void DockDrops::makeTiles(const DockFileDrop& drop, const Kinds& kinds) {
 void DockDrops::dropWidget(const QString& text, qsizetype index, const QString& display) {
   parts_.store->holdRunningApps();
   try {
-    DockWidget widget = WidgetTransfer::decode(text);
-    // The same text may be dropped twice.
-    if (DocumentEdits::find(parts_.store->config(), widget.id)) widget.id = QUuid::createUuid();
-    parts_.edits->insert({widget}, display, index);
+    parts_.edits->insert({WidgetTransfer::decode(text)}, display, index);
   } catch (const DomainError& failure) {
     parts_.store->setError(failure.message());
   }

@@ -68,14 +68,6 @@ bool DocumentEdits::update(DockConfiguration& config, const DockWidget& widget) 
   return true;
 }
 
-bool DocumentEdits::add(DockConfiguration& config, qsizetype profile, const DockWidget& widget) {
-  if (profile < 0 || profile >= config.profiles.size()) return false;
-  auto& widgets = config.profiles[profile].widgets;
-  if (widgets.size() >= kMostWidgets) return false;
-  widgets.append(widget);
-  return true;
-}
-
 bool DocumentEdits::remove(DockConfiguration& config, const QUuid& id) {
   const auto place = placeOf(config, id);
   if (!place) return false;
@@ -118,7 +110,7 @@ bool DocumentEdits::arrange(DockConfiguration& config, qsizetype profile, const 
 }
 
 bool DocumentEdits::newProfile(DockConfiguration& config, const QString& name, bool duplicate) {
-  if (config.profiles.size() >= kMostProfiles) return false;
+  if (config.profiles.size() >= DockConfiguration::kMostProfiles) return false;
   DockProfile profile;
   profile.id = QUuid::createUuid();
   profile.name = name.trimmed().isEmpty() ? QCoreApplication::translate("Profiles", "New Profile") : name;

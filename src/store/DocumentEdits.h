@@ -11,9 +11,6 @@ namespace tarnwick {
 /// What the user can do to the settings document, as pure changes of a value. Each returns whether it changed anything;
 /// one that refuses leaves the document as it was.
 struct DocumentEdits {
-  static constexpr int kMostProfiles = 20;
-  static constexpr int kMostWidgets = 150;
-
   /// The widget of that identity in any profile, or null. Valid until the document changes.
   static DockWidget* find(DockConfiguration& config, const QUuid& id);
   static const DockWidget* find(const DockConfiguration& config, const QUuid& id);
@@ -23,8 +20,6 @@ struct DocumentEdits {
                         const std::optional<QString>& value);
   /// Replaces the stored widget of the same identity.
   static bool update(DockConfiguration& config, const DockWidget& widget);
-  /// Appends to a profile. Refused at 150 widgets.
-  static bool add(DockConfiguration& config, qsizetype profile, const DockWidget& widget);
   /// Removes from whichever profile holds it.
   static bool remove(DockConfiguration& config, const QUuid& id);
   /// Moves by `places` within its profile; stops at the ends.

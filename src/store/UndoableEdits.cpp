@@ -63,30 +63,19 @@ bool UndoableEdits::isHeld(const QString& path, const QString& display) const {
 bool UndoableEdits::insert(const QList<DockWidget>& widgets, const QString& display, qsizetype index) {
   const QList<DockWidget> shown = store_.displayedWidgets(display);
   const QUuid before = index >= 0 && index < shown.size() ? shown[index].id : QUuid();
-  if (!place(widgets, store_.profileIndex(display), before)) return false;
-  const QString sentence = widgets.size() == 1 ? tr("“%1” was added to the dock.").arg(nameOf(widgets.first()))
-                                               : tr("%1 widgets were added to the dock.").arg(widgets.size());
-  pushAdded(widgets, {sentence, display});
+  const QList<DockWidget> added = store_.addWidgets(widgets, store_.profile(display).id, before);
+  if (added.isEmpty()) return false;
+  const QString sentence = added.size() == 1 ? tr("“%1” was added to the dock.").arg(nameOf(added.first()))
+                                             : tr("%1 widgets were added to the dock.").arg(added.size());
+  pushAdded(added, {sentence, display});
   return true;
 }
 
-QUuid UndoableEdits::append(const DockWidget& widget, QUuid profile) {
-  DockWidget added = widget;
-  added.id = store_.addWidget(widget, profile);
-  if (!added.id.isNull()) pushAdded({added}, {});
-  return added.id;
-}
-
-bool UndoableEdits::place(const QList<DockWidget>& widgets, qsizetype profile, const QUuid& before) {
-  if (widgets.isEmpty()) return false;
-  DockConfiguration changed = store_.config();
-  for (const DockWidget& widget : widgets) {
-    if (WidgetPlaces::insert(changed, profile, widget, before)) continue;
-    store_.setError(AppStore::fullDock());
-    return false;
-  }
-  store_.edit([&](DockConfiguration& config) { config = changed; });
-  return true;
+QUuid UndoableEdits::addWidget(const DockWidget& widget, QUuid profile) {
+  const QList<DockWidget> added = store_.addWidgets({widget}, profile);
+  if (added.isEmpty()) return {};
+  pushAdded(added, {});
+  return added.first().id;
 }
 
 void UndoableEdits::pushAdded(const QList<DockWidget>& widgets, const UndoStack::Notice& notice) {

@@ -29,7 +29,7 @@ class UndoableEdits : public QObject {
   bool insert(const QList<DockWidget>& widgets, const QString& display, qsizetype index = -1);
   /// Adds one at the end of a profile as the store does, for whoever tells the user of it: no sentence goes to the
   /// stack.
-  QUuid append(const DockWidget& widget, QUuid profile);
+  QUuid addWidget(const DockWidget& widget, QUuid profile);
   /// Removes a widget. It comes back with its settings at its place; its credentials are kept as long as it can.
   /// `display` is the one of the dock where that was asked for; empty for none.
   void remove(QUuid widget, const QString& display = {});
@@ -91,7 +91,6 @@ class UndoableEdits : public QObject {
   };
   using RemovedTiles = std::shared_ptr<QList<Removed>>;
 
-  bool place(const QList<DockWidget>& widgets, qsizetype profile, const QUuid& before);
   void pushAdded(const QList<DockWidget>& widgets, const UndoStack::Notice& notice);
   void takeAway(const QList<QUuid>& widgets, const RemovedTiles& removed);
   void putBack(const RemovedTiles& removed);

@@ -20,7 +20,7 @@ std::optional<WidgetPlace> WidgetPlaces::of(const DockConfiguration& config, con
 bool WidgetPlaces::insert(DockConfiguration& config, qsizetype profile, const DockWidget& widget, const QUuid& before) {
   if (profile < 0 || profile >= config.profiles.size()) return false;
   auto& widgets = config.profiles[profile].widgets;
-  if (widgets.size() >= DocumentEdits::kMostWidgets) return false;
+  if (widgets.size() >= DockConfiguration::kMostWidgets) return false;
   widgets.insert(std::ranges::find(widgets, before, &DockWidget::id), widget);
   return true;
 }

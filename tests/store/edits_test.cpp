@@ -109,11 +109,6 @@ TEST(Edits, OptionsMovesAndTodos) {
   EXPECT_EQ(config.todos.first().text, u"Reply to Sam"_s);
   EXPECT_TRUE(DocumentEdits::toggleTodo(config, config.todos.first().id));
   EXPECT_TRUE(config.todos.first().completed);
-
-  auto& widgets = config.profiles[0].widgets;
-  while (widgets.size() < 150) widgets.append(widgetOf(u"cpu"_s));
-  EXPECT_FALSE(DocumentEdits::add(config, 0, widgetOf(u"cpu"_s)));
-  EXPECT_EQ(widgets.size(), 150);
 }
 
 TEST(SettingsChange, TakesBackItsOwnFieldsAndNothingOfOthers) {

@@ -578,6 +578,52 @@ TEST_F(StoreTest, WidgetsKeepIdentitiesApartAndAChangeThatFailsLeavesNoTrace) {
   EXPECT_EQ(store->config(), before);
 }
 
+TEST_F(StoreTest, WidgetsAreAddedAllTogetherInFrontOfAnotherOrNotAtAll) {
+  start();
+  const DockWidget clock{{}, u"digitalClock"_s, {}, {}};
+  const DockWidget unknown{{}, u"clockOfTomorrow"_s, {}, {}};
+  DockWidget twin{QUuid::createUuid(), u"timer"_s, {}, {}};
+  const QUuid home = store->profile().id;
+  struct Case {
+    const char* name;
+    QList<DockWidget> widgets;
+    qsizetype before;  ///< The place of the widget in front of which they go.
+    QUuid profile;
+    int there;  ///< How many the profile holds beforehand.
+    QString row;
+    QString message;
+  };
+  const Case cases[] = {
+      {"in front of one", {clock, twin}, 1, home, 2, u"cpu digitalClock timer cpu"_s, {}},
+      {"at the end", {clock}, -1, home, 2, u"cpu cpu digitalClock"_s, {}},
+      {"the same twice", {twin, twin}, 0, home, 1, u"timer timer cpu"_s, {}},
+      {"none", {}, 0, home, 1, u"cpu"_s, {}},
+      {"one of them refused", {clock, unknown}, 0, home, 1, u"cpu"_s, u"clockOfTomorrow"_s},
+      {"one too many", {clock, twin}, 0, home, 149, {}, u"This dock already has 150 widgets."_s},
+      {"no such profile", {clock}, 0, QUuid::createUuid(), 1, u"cpu"_s, {}},
+  };
+  for (const Case& each : cases) {
+    SCOPED_TRACE(each.name);
+    show(QStringList(each.there, u"cpu"_s));
+    store->clearError();
+    const DockConfiguration was = store->config();
+    const QUuid before = each.before < 0 ? QUuid() : store->widgets()[each.before].id;
+    const QList<DockWidget> added = store->addWidgets(each.widgets, each.profile, before);
+    QStringList row;
+    QSet<QUuid> identities;
+    for (const DockWidget& widget : store->widgets()) {
+      row << widget.kind;
+      identities << widget.id;
+    }
+    EXPECT_EQ(row.join(u' '), each.row.isEmpty() ? QStringList(each.there, u"cpu"_s).join(u' ') : each.row);
+    EXPECT_EQ(identities.size(), store->widgets().size());
+    EXPECT_EQ(added.isEmpty(), store->config() == was);
+    for (const DockWidget& widget : added) EXPECT_TRUE(store->widgets().contains(widget));
+    EXPECT_EQ(store->error().isEmpty(), each.message.isEmpty());
+    EXPECT_TRUE(store->error().contains(each.message)) << qPrintable(store->error());
+  }
+}
+
 TEST_F(StoreTest, ANewActiveProfileIsRefreshedAndAStaleDisplayForgotten) {
   start();
   journal.calls.clear();

@@ -253,7 +253,7 @@ void LibraryWindow::addPath(const QString& kind, const QString& path) {
 
 void LibraryWindow::add(DockWidget widget) {
   const QString name = services_.edits.nameOf(widget);
-  const QUuid added = services_.edits.append(widget, target_);
+  const QUuid added = services_.edits.addWidget(widget, target_);
   if (added.isNull()) return;
   added_ = added;
   entry_ = services_.edits.stack().latest()->id;

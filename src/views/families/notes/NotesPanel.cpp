@@ -153,9 +153,7 @@ class NotesPanel final : public TilePanel {
 
  private:
   void addNote() {
-    DockWidget note;
-    note.kind = kind::scratchNote;
-    const QUuid added = store().addWidget(note, store().profile(context().display).id);
+    const QUuid added = store().add(kind::scratchNote, store().profile(context().display).id);
     if (added.isNull()) return;  // The store has said why.
     area_->bind(added);
     refreshNow();
