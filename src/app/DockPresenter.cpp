@@ -252,7 +252,7 @@ void DockPresenter::applicationsPlaced(const QString& display) {
 // --- Clicks and drops -----------------------------------------------------------------------------------------------
 
 /// Here comes in what the user does on a dock. What follows from it and knows no dock is meant for this one.
-void DockPresenter::actOn(const QString& display) { store_.activeDisplay = display; }
+void DockPresenter::actOn(const QString& display) { store_.setActiveDisplay(display); }
 
 void DockPresenter::activateTile(const QString& display, const QUuid& widget) {
   actOn(display);
@@ -260,7 +260,7 @@ void DockPresenter::activateTile(const QString& display, const QUuid& widget) {
 }
 
 std::map<QString, LiveDock*>::const_iterator DockPresenter::actedDock() const {
-  const auto acted = docks_.find(store_.activeDisplay);
+  const auto acted = docks_.find(store_.activeDisplay());
   return acted == docks_.end() ? docks_.begin() : acted;
 }
 
@@ -447,7 +447,7 @@ void DockPresenter::showUndo(quint64 entry, const QString& sentence, const QStri
   bubbleEntry_ = entry;
   bubble_ = std::make_unique<DockBubble>(
       DockBubbleParts{&store_, &dock_, &services_.screens, &services_.panels, &panels_}, make);
-  bubble_->setDisplay(display.isEmpty() ? store_.activeDisplay : display);
+  bubble_->setDisplay(display.isEmpty() ? store_.activeDisplay() : display);
   bubble_->setRaised([this] {
     const int message = message_ ? message_->height() : 0;
     return message > 0 ? message + kOverAMessage : 0;

@@ -49,12 +49,14 @@ bool ProgramCommands::can(Optional command) const {
 void ProgramCommands::showSettings() { delegate_.windows().showSettings(); }
 
 void ProgramCommands::showLibrary(const QString& display, const QUuid& profile) {
-  QString& acted = delegate_.store().activeDisplay;
-  if (!display.isEmpty()) acted = display;
-  delegate_.windows().showLibrary(acted, profile);
+  AppStore& store = delegate_.store();
+  if (!display.isEmpty()) store.setActiveDisplay(display);
+  delegate_.windows().showLibrary(store.activeDisplay(), profile);
 }
 
-void ProgramCommands::openEditor(const QUuid& widget) { delegate_.windows().showEditor(widget); }
+void ProgramCommands::openEditor(const QUuid& widget) {
+  delegate_.windows().showEditor(widget, delegate_.store().activeDisplay());
+}
 
 void ProgramCommands::continueSetup() { delegate_.windows().showOnboarding(); }
 

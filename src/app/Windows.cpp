@@ -102,9 +102,6 @@ bool Windows::eventFilter(QObject* window, QEvent* event) {
   return QObject::eventFilter(window, event);
 }
 
-/// The orders that open a window come without a dock, from menus, keys and other windows.
-QString Windows::actedOn() const { return delegate_.store().activeDisplay; }
-
 void Windows::showSettings() {
   delegate_.followLoginEntry();
   present(settings_, u"settings"_s, {}, [this] {
@@ -131,13 +128,13 @@ void Windows::showLibrary(const QString& display, const QUuid& profile) {
   profile.isNull() ? library_->setTarget(display) : library_->setTargetProfile(profile);
 }
 
-void Windows::showEditor(const QUuid& widget) {
+void Windows::showEditor(const QUuid& widget, const QString& display) {
   // Those that were closed leave nothing behind.
   editors_.removeIf([](const auto& editor) { return editor.value().isNull(); });
   // One form does not stand for the window that another is asked from.
   auto* over = qobject_cast<AppWindow*>(QApplication::activeWindow());
   if (qobject_cast<EditorWindow*>(over)) over = nullptr;
-  present(editors_[widget], u"editor"_s, {over, actedOn()}, [this, widget] {
+  present(editors_[widget], u"editor"_s, {over, display}, [this, widget] {
     EditorServices services;
     services.apps = &services_.installedApps;
     services.edits = &delegate_.presenter().edits();

@@ -37,8 +37,9 @@ class Windows final : public QObject {
   /// Opens the library with a profile to add to; a null one means that which the display's dock shows, and an empty
   /// display the active one.
   void showLibrary(const QString& display, const QUuid& profile = {});
-  /// Opens the form of a widget, over the window of ours that is active. One form a widget.
-  void showEditor(const QUuid& widget);
+  /// Opens the form of a widget, over the window of ours that is active, else where the display's dock is. One form a
+  /// widget.
+  void showEditor(const QUuid& widget, const QString& display);
   void showOnboarding();
   void showAbout();
   void showHelp();
@@ -63,7 +64,6 @@ class Windows final : public QObject {
   void keepSetupPage(int page);
   PreviewSources previews();
   DesktopAbilities abilities() const;
-  QString actedOn() const;
   MenuBarPopup& makeStatusPanel();
 
   AppDelegate& delegate_;

@@ -227,7 +227,7 @@ void AppStore::setReminderMessage(const QString& message) {
 }
 
 void AppStore::setDockDisplays(const QStringList& displays) {
-  if (!displays.contains(activeDisplay)) activeDisplay.clear();
+  if (!displays.contains(activeDisplay_)) activeDisplay_.clear();
   if (dockDisplays_ == displays) return;
   dockDisplays_ = displays;
   refreshActiveWidgetIndex();

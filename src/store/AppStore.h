@@ -57,9 +57,12 @@ class AppStore : public QObject {
   qint64 tick() const { return tick_; }
   const ActiveSets& active() const { return active_; }
   /// The display of the dock that the user acted on last, for what comes without a dock of its own; empty when there is
-  /// none. Set and read where the user's actions come in; the store itself only forgets it when that dock goes.
-  QString activeDisplay;
-  /// Tells which displays have a dock. What others are pinned to is not shown then.
+  /// none. Only where the user's actions come in, in DockPresenter and ProgramCommands, is it set and read: all others
+  /// are given a display by their callers.
+  const QString& activeDisplay() const { return activeDisplay_; }
+  void setActiveDisplay(const QString& display) { activeDisplay_ = display; }
+  /// Tells which displays have a dock. What others are pinned to is not shown then, and the active display is forgotten
+  /// when it is none of them.
   void setDockDisplays(const QStringList& displays);
 
   // The document.
@@ -218,6 +221,7 @@ class AppStore : public QObject {
   double runningAppsHeldUntil_ = 0;  // On the reference clock, which no change of the time touches.
   ActiveSets active_;
   std::optional<QStringList> dockDisplays_;  // Absent until it was set.
+  QString activeDisplay_;
 };
 
 }  // namespace tarnwick

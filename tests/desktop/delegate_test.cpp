@@ -184,9 +184,9 @@ TEST_F(DelegateTest, WhatIsDoneOnADockIsMeantForItsDisplay) {
       {"a widget's text", [&] { Q_EMIT view.widgetTextDropped({}, 0); }},
   };
   for (const auto& [name, act] : userActions) {
-    store().activeDisplay = u"R"_s;
+    store().setActiveDisplay(u"R"_s);
     act();
-    EXPECT_EQ(store().activeDisplay, u"L"_s) << name;
+    EXPECT_EQ(store().activeDisplay(), u"L"_s) << name;
   }
 }
 

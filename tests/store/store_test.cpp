@@ -644,11 +644,11 @@ TEST_F(StoreTest, ANewActiveProfileIsRefreshedAndAStaleDisplayForgotten) {
   EXPECT_EQ(journal.count(u"refreshAll"_s), 1) << "L shows another profile";
   EXPECT_EQ(store->config().desktopOptions().displayProfiles.keys(), QStringList{u"R"_s});
 
-  store->activeDisplay = u"R"_s;
+  store->setActiveDisplay(u"R"_s);
   store->setDockDisplays({u"L"_s, u"R"_s});
-  EXPECT_EQ(store->activeDisplay, u"R"_s);
+  EXPECT_EQ(store->activeDisplay(), u"R"_s);
   store->setDockDisplays({u"L"_s});
-  EXPECT_TRUE(store->activeDisplay.isEmpty());
+  EXPECT_TRUE(store->activeDisplay().isEmpty());
 }
 
 TEST_F(StoreTest, ImportRefusesWholeAndExportComesBack) {
