@@ -52,7 +52,7 @@ AppStore::~AppStore() = default;
 // --- Start ----------------------------------------------------------------------------------------------------------
 
 bool AppStore::load() {
-  if (!diagnostic_) {
+  if (!isDiagnostic()) {
     DurableFile::removeLeftovers(storagePath_);
     const qint64 seconds = now().toSecsSinceEpoch();
     const SettingsLoader::Result loaded = SettingsLoader::load(storagePath_, seconds);
@@ -93,7 +93,7 @@ void AppStore::start(StoreSetup& setup) {
     apply(applications_.list());
     system_->sample();
   }
-  if (diagnostic_) return;
+  if (isDiagnostic()) return;
 
   migrateClipboardHistory();
   restoreReservations();
@@ -160,7 +160,7 @@ void AppStore::heartbeat() {
 // --- Saving ---------------------------------------------------------------------------------------------------------
 
 void AppStore::scheduleSave() {
-  if (diagnostic_) return;
+  if (isDiagnostic()) return;
   const LayoutSignature signature(config_);
   const bool layoutDiffers = signature != layoutSignature_;
   if (layoutDiffers) {
@@ -258,7 +258,10 @@ void AppStore::refresh(const DockWidget& widget) { remote_.refresh(widget); }
 
 void AppStore::refreshAll() { remote_.refreshAll(); }
 
-void AppStore::restoreReservations() { reservations_.restore(dataDirectory() + "/window-recovery.json"_L1); }
+void AppStore::restoreReservations() {
+  if (isDiagnostic()) return;
+  reservations_.restore(dataDirectory() + "/window-recovery.json"_L1);
+}
 
 void AppStore::holdRunningApps() { runningAppsHeldUntil_ = scheduler_.reference() + kRunningAppsHold; }
 

@@ -53,6 +53,7 @@ class AppStore : public QObject {
   bool hasLostSettings() const { return hasLostSettings_; }
   /// Whether there was no document before this run.
   bool isFirstRun() const { return isFirstRun_; }
+  /// Whether this run is without a user's data: nothing of theirs is read, nothing is saved, nothing beats by itself.
   bool isDiagnostic() const { return diagnostic_; }
   qint64 tick() const { return tick_; }
   const ActiveSets& active() const { return active_; }
@@ -138,7 +139,7 @@ class AppStore : public QObject {
   void notify(const QString& title, const QString& body);
   void refresh(const DockWidget& widget);
   void refreshAll();
-  /// Puts windows back that were moved out of the dock's way.
+  /// Puts windows back that were moved out of the dock's way; none are in a diagnostic run.
   void restoreReservations();
 
   /// Keeps the list of running applications still while tiles are dragged or dropped.

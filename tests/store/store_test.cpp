@@ -96,7 +96,7 @@ class StoreTest : public testing::Test {
 
   QString file() const { return folder.filePath(u"data/config.json"_s); }
 
-  AppStore& start() {
+  AppStore& start(bool diagnostic = false) {
     store = std::make_unique<AppStore>(StoreSetup{.scheduler = time,
                                                   .counters = std::make_unique<CountedSamples>(),
                                                   .installedApps = apps,
@@ -108,6 +108,7 @@ class StoreTest : public testing::Test {
                                                   .clipboard = clipboard,
                                                   .reservations = reservations,
                                                   .clients = clients,
+                                                  .diagnostic = diagnostic,
                                                   .storage = file()});
     return *store;
   }
@@ -167,6 +168,34 @@ TEST_F(StoreTest, AnEditThatChangesNothingIsNeitherAnnouncedNorSaved) {
   EXPECT_EQ(announced.count(), 0);
   EXPECT_FALSE(QFile::exists(file()));
   EXPECT_EQ(same, store->config());
+}
+
+TEST_F(StoreTest, ADiagnosticRunReadsNothingOfTheUserAndWritesNothing) {
+  DockConfiguration users;
+  users.scale = 1.4;
+  users.clipboard = {u"a"_s};
+  users.validate();
+  Persistence::save(users, file());
+  const QStringList before = QDir(QFileInfo(file()).path()).entryList(QDir::AllEntries);
+  FakeClient client(journal, u"client"_s, BeatStep::Temperature, 1);
+  clients = {&client};
+  start(true);
+  EXPECT_TRUE(store->isDiagnostic());
+  EXPECT_EQ(store->config().scale, DockConfiguration().scale);
+  EXPECT_TRUE(journal.calls.isEmpty()) << qPrintable(journal.calls.join(u' '));
+  store->edit([](DockConfiguration& config) { config.scale = 0.7; });
+  store->add(u"cpu"_s);
+  time.advance(60);
+  Q_EMIT session.willSleep();
+  Q_EMIT session.didWake();
+  store->save();
+  store->restoreReservations();
+  EXPECT_EQ(time.waiting(), 0);
+  EXPECT_EQ(store->tick(), 0);
+  store->shutdown();
+  EXPECT_EQ(journal.calls, (QStringList{u"cancelAll"_s, u"end client"_s}));
+  EXPECT_EQ(saved(), users);
+  EXPECT_EQ(QDir(QFileInfo(file()).path()).entryList(QDir::AllEntries), before);
 }
 
 TEST_F(StoreTest, ALayoutChangeIsSavedWithinAQuarterOfASecond) {

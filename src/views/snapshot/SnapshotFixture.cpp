@@ -111,6 +111,7 @@ SnapshotStore::SnapshotStore()
       desktop_(std::make_unique<NoDesktop>(*scheduler_)),
       toggles_(std::make_unique<FixedToggles>()),
       store_(std::make_unique<AppStore>(desktop_->diagnosticSetup())) {
+  Q_ASSERT(store_->isDiagnostic());
   store_->setFrozenDate(SnapshotFixture::moment());
   store_->edit([](DockConfiguration& config) { config = SnapshotFixture::configuration(); });
   commands_ = std::make_unique<PicturedCommands>(*store_);
