@@ -9,6 +9,7 @@
 #include "apps/AppOpener.h"
 #include "apps/InstalledApps.h"
 #include "apps/RunningApplications.h"
+#include "base/DesktopId.h"
 #include "platform/dbus/BusActivation.h"
 #include "platform/dbus/DBusSessionApplication.h"
 #include "platform/dbus/DesktopContrastPreference.h"
@@ -49,7 +50,7 @@ Services Adapters::makeServices() {
   const QDBusConnection session = QDBusConnection::sessionBus();
   const QDBusConnection system = QDBusConnection::systemBus();
   auto& apps = keep(std::make_unique<InstalledApps>(AppEnvironment::ofProcess(), scheduler_));
-  const RunningApplications::Self self{QStringLiteral("com.brindlemoor.Tarnwick"), QCoreApplication::applicationPid()};
+  const RunningApplications::Self self{kDesktopId, QCoreApplication::applicationPid()};
   auto& icons = keep(std::make_unique<AppIcons>(AppEnvironment::ofProcess()));
   QObject::connect(&apps, &InstalledApps::changed, &apps, [&icons] { icons.clear(); });
   auto& activation = keep(std::make_unique<BusActivation>());

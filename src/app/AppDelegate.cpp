@@ -28,8 +28,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double kAfterFirstFrame = 0.2;
-/// By then the docks are where a change of the layout or of the displays puts them.
-constexpr double kOnceTheDocksStand = 0.06;
 
 }  // namespace
 
@@ -124,7 +122,8 @@ void AppDelegate::installExitGuards() {
 void AppDelegate::listenToScreens() {
   const auto look = [this] {
     if (down_) return;
-    docksStand_ = store_->scheduler().after(kOnceTheDocksStand, [this] { store_->setDockDisplays(dock().displays()); });
+    docksStand_ = store_->scheduler().after(DockController::kOnceTheyStand,
+                                            [this] { store_->setDockDisplays(dock().displays()); });
   };
   connect(&services_.screens, &Screens::changed, this, look);
   connect(store_.get(), &AppStore::layoutChanged, this, look);

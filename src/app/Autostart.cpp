@@ -7,6 +7,7 @@
 
 #include "apps/DesktopExec.h"
 #include "apps/KeyFile.h"
+#include "base/DesktopId.h"
 #include "base/DomainError.h"
 #include "base/DurableFile.h"
 #include "base/SmallFile.h"
@@ -35,8 +36,8 @@ QString quoted(const QString& word) {
 }
 
 QByteArray entryFor(const QString& executable) {
-  return u"[Desktop Entry]\nType=Application\nName=Tarnwick\nExec=%1\nIcon=com.brindlemoor.Tarnwick\n"
-         "X-GNOME-Autostart-enabled=true\n"_s.arg(quoted(executable))
+  return u"[Desktop Entry]\nType=Application\nName=Tarnwick\nExec=%1\nIcon=%2\n"
+         "X-GNOME-Autostart-enabled=true\n"_s.arg(quoted(executable), kDesktopId)
              .toUtf8();
 }
 
@@ -91,7 +92,7 @@ void switchOn(const QString& file) {
 
 QString Autostart::path() {
   return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
-         u"/autostart/com.brindlemoor.Tarnwick.desktop"_s;
+         u"/autostart/%1.desktop"_s.arg(kDesktopId);
 }
 
 bool Autostart::isOn() const { return look(*this) == Entry::On; }

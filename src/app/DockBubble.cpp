@@ -10,12 +10,6 @@
 #include "views/theme/DesktopLook.h"
 
 namespace tarnwick {
-namespace {
-
-/// By then the dock is where a change of the layout or of the displays puts it.
-constexpr double kOnceTheDockStands = 0.06;
-
-}  // namespace
 
 DockBubble::DockBubble(DockBubbleParts parts, Maker make) : parts_(parts), maker_(std::move(make)) {
   connect(parts_.store, &AppStore::layoutChanged, this, &DockBubble::arrangeSoon);
@@ -39,7 +33,7 @@ QRect DockBubble::frame() const {
 }
 
 void DockBubble::arrangeSoon() {
-  arranging_ = parts_.store->scheduler().after(kOnceTheDockStands, [this] { arrange(); });
+  arranging_ = parts_.store->scheduler().after(DockController::kOnceTheyStand, [this] { arrange(); });
 }
 
 void DockBubble::arrange() {

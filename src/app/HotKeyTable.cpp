@@ -4,6 +4,8 @@
 #include <QStringList>
 #include <array>
 
+#include "desktop/VirtualKeys.h"
+
 namespace tarnwick {
 namespace {
 
@@ -11,10 +13,6 @@ namespace {
 constexpr std::array<quint32, HotKeyTable::kProfileKeys> kDigits = {29, 18, 19, 20, 21, 23, 22, 26, 28, 25};
 
 constexpr quint32 kSpace = 49;
-constexpr quint32 kCommand = 256;
-constexpr quint32 kShift = 512;
-constexpr quint32 kOption = 2048;
-constexpr quint32 kControl = 4096;
 
 QString word(bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); }
 
@@ -60,9 +58,9 @@ QList<HotKeyTable::Row> HotKeyTable::rows(const DesktopOptions& options) {
     }
   }
   // Last, so that a key that the user set is never refused for the sake of one that follows from another.
-  const bool canAddShift = (options.shortcutModifiers & kShift) == 0;
+  const bool canAddShift = (options.shortcutModifiers & VirtualKeys::kShift) == 0;
   if (options.dockShortcutEnabled && canAddShift) {
-    rows.append(Row{kFocus, {options.shortcutKey, options.shortcutModifiers | kShift}});
+    rows.append(Row{kFocus, {options.shortcutKey, options.shortcutModifiers | VirtualKeys::kShift}});
   }
   return rows;
 }
@@ -71,7 +69,7 @@ QList<HotKeyTable::Row> HotKeyTable::appRows(const DesktopOptions& options) {
   QList<Row> rows;
   if (!options.dockShortcutEnabled || !options.deskOptions().appKeys) return rows;
   for (quint32 place = 0; place < kAppKeys; ++place)
-    rows.append(Row{kFirstApp + place, {kDigits[place + 1], kCommand}});
+    rows.append(Row{kFirstApp + place, {kDigits[place + 1], VirtualKeys::kCommand}});
   return rows;
 }
 
@@ -80,7 +78,7 @@ QList<HotKeyRequest> HotKeyTable::commandBarFallbacks(const DesktopOptions& opti
   const bool chosen =
       options.commandBarKey != untouched.commandBarKey || options.commandBarModifiers != untouched.commandBarModifiers;
   if (chosen) return {};
-  return {{kSpace, kCommand}, {kSpace, kControl | kOption}};
+  return {{kSpace, VirtualKeys::kCommand}, {kSpace, VirtualKeys::kControl | VirtualKeys::kOption}};
 }
 
 }  // namespace tarnwick

@@ -19,6 +19,7 @@
 #include "app/SingleInstance.h"
 #include "app/SnapshotMode.h"
 #include "app/WindowSystem.h"
+#include "base/DesktopId.h"
 #include "base/DomainError.h"
 #include "config/DataDirectory.h"
 #include "config/Persistence.h"
@@ -163,7 +164,7 @@ int runDock(int argc, char** argv, const CommandLine& line) {
     return 1;
   }
 
-  QGuiApplication::setDesktopFileName(u"com.brindlemoor.Tarnwick"_s);
+  QGuiApplication::setDesktopFileName(kDesktopId);
   QGuiApplication::setQuitOnLastWindowClosed(false);
   QApplication application(argc, argv);
   loadWords(application);

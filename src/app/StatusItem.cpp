@@ -2,6 +2,7 @@
 
 #include <QPainter>
 
+#include "base/DesktopId.h"
 #include "platform/dbus/StatusNotifierWatch.h"
 #include "platform/x11/X11Tray.h"
 
@@ -28,7 +29,7 @@ QIcon mark() {
     }
     drawn.addPixmap(picture);
   }
-  return QIcon::fromTheme(u"com.brindlemoor.Tarnwick-symbolic"_s, drawn);
+  return QIcon::fromTheme(u"%1-symbolic"_s.arg(kDesktopId), drawn);
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include "app/StatusMenu.h"
 #include "apps/AppIcons.h"
 #include "apps/InstalledApps.h"
+#include "base/DesktopId.h"
 #include "desktop/VirtualKeys.h"
 #include "dock/rules/DockPlacement.h"
 #include "views/library/EditorWindow.h"
@@ -67,8 +68,7 @@ void Windows::present(QPointer<Window>& window, const QString& name, const Windo
 }
 
 void Windows::dress(AppWindow& window) {
-  if (QApplication::windowIcon().isNull())
-    QApplication::setWindowIcon(QIcon::fromTheme(u"com.brindlemoor.Tarnwick"_s, AppMark::icon()));
+  if (QApplication::windowIcon().isNull()) QApplication::setWindowIcon(QIcon::fromTheme(kDesktopId, AppMark::icon()));
   if (!setup_.framesWindows) window.giveTitleBar();
   Commands& commands = delegate_.commands();
   window.setMenuBar(makeApplicationMenu(commands));

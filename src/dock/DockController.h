@@ -49,6 +49,8 @@ class DockController : public QObject {
   using ContentFactory = std::function<std::unique_ptr<DockContent>(const QString& display)>;
 
   static constexpr double kRefreshDelay = 0.04;
+  /// By then the docks are where a change of the layout or of the displays puts them.
+  static constexpr double kOnceTheyStand = 0.06;
   /// Until the system's dock is tried again after another process was giving it back.
   static constexpr double kOthersAreAtIt = 1;
   static constexpr double kTransitionPeriod = 0.05;

@@ -1,4 +1,5 @@
 #include "platform/dbus/DBusSessionApplication.h"
+#include "base/DesktopId.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusError>
@@ -15,12 +16,12 @@ using namespace Qt::StringLiterals;
 constexpr int kAnswerWithinMs = 1000;
 
 const QString& name() {
-  static const QString value = u"com.brindlemoor.Tarnwick"_s;
+  static const QString value = kDesktopId;
   return value;
 }
 
 const QString& path() {
-  static const QString value = u"/com/brindlemoor/Tarnwick"_s;
+  static const QString value = u'/' + QString(kDesktopId).replace(u'.', u'/');
   return value;
 }
 

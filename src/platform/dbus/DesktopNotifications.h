@@ -8,6 +8,7 @@
 #include <optional>
 #include <vector>
 
+#include "base/DesktopId.h"
 #include "desktop/Notifications.h"
 #include "platform/dbus/BusService.h"
 
@@ -19,8 +20,7 @@ class DesktopNotifications final : public QObject, public Notifications {
  public:
   /// `desktopEntry` is the name of our desktop entry without its ending; the service finds our icon and the user's own
   /// settings for us by it.
-  explicit DesktopNotifications(const QDBusConnection& session,
-                                const QString& desktopEntry = QStringLiteral("com.brindlemoor.Tarnwick"),
+  explicit DesktopNotifications(const QDBusConnection& session, const QString& desktopEntry = kDesktopId,
                                 QObject* parent = nullptr);
 
   /// Available until the bus says that nobody shows notifications here.

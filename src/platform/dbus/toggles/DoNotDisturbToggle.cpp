@@ -1,5 +1,6 @@
 #include "platform/dbus/toggles/DoNotDisturbToggle.h"
 
+#include "base/DesktopId.h"
 #include "platform/dbus/BusNames.h"
 
 namespace tarnwick {
@@ -12,9 +13,9 @@ void DoNotDisturbToggle::start() {
   service_ = std::make_unique<BusService>(session_, bus::kNotifications);
   pause_ = std::make_unique<BusProperties>(*service_, bus::kNotificationsPath, u"org.dunstproject.cmd0"_s);
   inhibition_ = std::make_unique<BusProperties>(*service_, bus::kNotificationsPath, bus::kNotifications);
-  ownInhibition_ = std::make_unique<CookieInhibition>(
-      *service_, bus::kNotificationsPath, bus::kNotifications,
-      QVariantList{u"com.brindlemoor.Tarnwick"_s, tr("Do Not Disturb"), QVariantMap()});
+  ownInhibition_ =
+      std::make_unique<CookieInhibition>(*service_, bus::kNotificationsPath, bus::kNotifications,
+                                         QVariantList{QString(kDesktopId), tr("Do Not Disturb"), QVariantMap()});
   connect(pause_.get(), &BusProperties::changed, this, &DoNotDisturbToggle::changed);
   connect(inhibition_.get(), &BusProperties::changed, this, &DoNotDisturbToggle::changed);
   connect(ownInhibition_.get(), &CookieInhibition::changed, this, &DoNotDisturbToggle::changed);
