@@ -15,7 +15,7 @@
 #include "base/DomainError.h"
 #include "desktop/ContrastPreference.h"
 #include "desktop/SessionEvents.h"
-#include "views/motion/Animator.h"
+#include "motion/Animator.h"
 #include "views/theme/DesktopLook.h"
 #include "views/theme/MenuStyle.h"
 #include "views/theme/WindowPalette.h"

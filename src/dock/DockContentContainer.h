@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "dock/DockContent.h"
-#include "dock/SpringDriver.h"
+#include "motion/SpringDriver.h"
 
 class QWindow;
 

@@ -5,7 +5,6 @@
 #include "dock/DockContentContainer.h"
 #include "dock/DockController.h"
 #include "dock/rules/DesktopMath.h"
-#include "dock/rules/MotionStyle.h"
 #include "store/AppStore.h"
 
 namespace tarnwick {

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "dock/SpringDriver.h"
+#include "motion/SpringDriver.h"
 #include "support/TestFrameClock.h"
 
 namespace tarnwick {

@@ -2,8 +2,8 @@
 
 #include <QCheckBox>
 
+#include "motion/Fade.h"
 #include "views/controls/ControlLook.h"
-#include "views/motion/Fade.h"
 
 namespace tarnwick {
 

@@ -10,6 +10,9 @@
 #include <optional>
 
 #include "base/Scheduler.h"
+#include "motion/Animator.h"
+#include "motion/Fade.h"
+#include "motion/Pulse.h"
 #include "store/DockDrops.h"
 #include "views/dock/DockRow.h"
 #include "views/dock/DropRules.h"
@@ -22,9 +25,6 @@
 #include "views/dock/RowLayout.h"
 #include "views/dock/TileDragController.h"
 #include "views/dock/TipController.h"
-#include "views/motion/Animator.h"
-#include "views/motion/Fade.h"
-#include "views/motion/Pulse.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
 #include "views/tiles/TilePainter.h"

@@ -3,9 +3,9 @@
 #include <QPointF>
 #include <functional>
 
+#include "motion/Animator.h"
 #include "views/dock/DockRow.h"
 #include "views/dock/RowLayout.h"
-#include "views/motion/Animator.h"
 
 namespace tarnwick {
 

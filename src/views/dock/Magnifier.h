@@ -4,9 +4,9 @@
 #include <functional>
 #include <optional>
 
+#include "motion/Fade.h"
 #include "views/dock/DockRow.h"
 #include "views/dock/RowLayout.h"
-#include "views/motion/Fade.h"
 
 namespace tarnwick {
 

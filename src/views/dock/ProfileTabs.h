@@ -6,10 +6,10 @@
 #include <optional>
 
 #include "base/Scheduler.h"
+#include "motion/SpringSet.h"
 #include "views/dock/DockRow.h"
 #include "views/dock/Gestures.h"
 #include "views/dock/RowLayout.h"
-#include "views/motion/SpringSet.h"
 
 class QWheelEvent;
 

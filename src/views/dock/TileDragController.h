@@ -9,10 +9,10 @@
 #include <optional>
 #include <utility>
 
+#include "motion/SpringSet.h"
 #include "views/dock/DockRow.h"
 #include "views/dock/EdgeScroll.h"
 #include "views/dock/RowLayout.h"
-#include "views/motion/SpringSet.h"
 
 namespace tarnwick {
 

@@ -4,7 +4,7 @@
 #include <QWidget>
 #include <memory>
 
-#include "dock/SpringDriver.h"
+#include "motion/SpringDriver.h"
 
 namespace tarnwick {
 

@@ -3,8 +3,8 @@
 #include <QWidget>
 
 #include "config/DockLayout.h"
-#include "views/motion/Fade.h"
-#include "views/motion/SpringSet.h"
+#include "motion/Fade.h"
+#include "motion/SpringSet.h"
 
 namespace tarnwick {
 

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "views/motion/Animator.h"
+#include "motion/Animator.h"
 
 namespace tarnwick {
 

@@ -4,8 +4,8 @@
 #include <QObject>
 #include <QString>
 
-#include "dock/rules/RevealSpring.h"
-#include "views/motion/Animator.h"
+#include "motion/Animator.h"
+#include "motion/RevealSpring.h"
 
 namespace tarnwick {
 

@@ -1,4 +1,4 @@
-#include "dock/rules/RevealSpring.h"
+#include "motion/RevealSpring.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "dock/rules/MotionStyle.h"
+#include "motion/MotionStyle.h"
 
 namespace tarnwick {
 

@@ -1,23 +1,20 @@
 #pragma once
 
-#include <QObject>
 #include <QPointer>
 #include <functional>
 #include <memory>
 
-#include "dock/rules/MotionStyle.h"
-#include "dock/rules/RevealSpring.h"
+#include "motion/Animator.h"
+#include "motion/MotionStyle.h"
+#include "motion/RevealSpring.h"
 
 class QWidget;
 
 namespace tarnwick {
 
-class FrameClock;
-
-/// Moves one value of one widget by a spring, frame by frame. The clock beats only while the spring moves, so a value
-/// at rest costs nothing. Main thread only.
-class SpringDriver final : public QObject {
-  Q_OBJECT
+/// Moves one value of one widget by a spring, frame by frame, as the reveal of a dock. The clock beats only while the
+/// spring moves, so a value at rest costs nothing. Main thread only.
+class SpringDriver final : public Animation {
  public:
   /// `view` tells by its visibility whether there is anything to animate. `onChange` receives each new value, last of
   /// all the target itself; it may ask for another target, but must not destroy the driver.
@@ -30,16 +27,15 @@ class SpringDriver final : public QObject {
   void animate(double to, MotionStyle style, bool animated, bool reduceMotion);
 
   const RevealSpring& spring() const { return spring_; }
-  bool isMoving() const;
+  bool isMoving() const { return animator_.isRunning(*this); }
+
+  bool advance(double seconds) override;
+  void finish() override;
 
  private:
-  void frame(double timestamp, double duration);
-  void stop();
-
+  Animator animator_;
   RevealSpring spring_;
   MotionParameters parameters_;
-  std::unique_ptr<FrameClock> clock_;
-  double lastTimestamp_ = 0;  // 0 before the first frame.
   QPointer<QWidget> view_;
   std::function<void(double)> onChange_;
 };

@@ -1,4 +1,4 @@
-#include "views/motion/Fade.h"
+#include "motion/Fade.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "views/motion/Pulse.h"
+#include "motion/Pulse.h"
 
 #include <cmath>
 #include <utility>

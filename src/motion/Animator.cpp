@@ -1,4 +1,4 @@
-#include "views/motion/Animator.h"
+#include "motion/Animator.h"
 
 #include <algorithm>
 #include <utility>

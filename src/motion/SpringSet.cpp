@@ -1,9 +1,9 @@
-#include "views/motion/SpringSet.h"
+#include "motion/SpringSet.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "dock/rules/MotionStyle.h"
+#include "motion/MotionStyle.h"
 
 namespace tarnwick {
 

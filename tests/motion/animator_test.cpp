@@ -6,9 +6,9 @@
 #include <cmath>
 
 #include "../support/TestFrameClock.h"
-#include "views/motion/Fade.h"
-#include "views/motion/Pulse.h"
-#include "views/motion/SpringSet.h"
+#include "motion/Fade.h"
+#include "motion/Pulse.h"
+#include "motion/SpringSet.h"
 
 namespace tarnwick::testing {
 
