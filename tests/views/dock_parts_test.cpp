@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QSignalSpy>
 #include <algorithm>
 
@@ -12,7 +14,9 @@
 #include "dock/rules/Magnification.h"
 #include "views/dock/EdgeScroll.h"
 #include "views/dock/Gestures.h"
+#include "views/dock/KeyboardFocus.h"
 #include "views/dock/Magnifier.h"
+#include "views/dock/PressController.h"
 #include "views/dock/ProfileTabs.h"
 #include "views/dock/TileDragController.h"
 #include "views/theme/Theme.h"
@@ -257,6 +261,148 @@ TEST(Wheels, CountWholeStepsOverOneThingInOneDirection) {
                                    {1, 100, 0}, {1, -119, 0}, {1, -121, -2}, {1, 119, 0}};
   for (const Case& one : cases)
     EXPECT_EQ(wheel.steps(one.over, one.turned), one.steps) << one.over << ' ' << one.turned;
+}
+
+TEST_F(DockParts, APressBecomesWhatItBeganOnAndWhatTheDockAllows) {
+  QWidget surface;
+  enum class On { Tile, App, Glass };
+  const struct {
+    const char* name;
+    On on;
+    QPointF way;
+    bool floats, swipes, busy;
+    int tabs;
+    const char* expected;
+  } cases[] = {
+      {"a little on a tile", On::Tile, {5, 0}, false, true, false, 2, "click"},
+      {"a tile", On::Tile, {40, 0}, false, true, false, 2, "drag"},
+      {"an application stays where it is", On::App, {80, 0}, true, true, false, 2, ""},
+      {"sideways between profiles", On::Glass, {40, 5}, false, true, false, 2, "swipe"},
+      {"upright", On::Glass, {20, 25}, false, true, false, 2, ""},
+      {"with one profile", On::Glass, {40, 5}, false, true, false, 1, ""},
+      {"switched off", On::Glass, {40, 5}, false, false, false, 2, ""},
+      {"behind an open panel", On::Glass, {40, 5}, false, true, true, 2, ""},
+      {"a dock that floats", On::Glass, {40, 5}, true, true, false, 2, "move"},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.name);
+    row.runningApps = runningApps();
+    row.floats = each.floats;
+    row.swipes = each.swipes;
+    row.tabs = QStringList(each.tabs, u"Work"_s);
+    stand(1200);
+    RowTiles tiles(surface);
+    tiles.take(row);
+    tiles.lay(layout);
+    PressController press(tiles);
+    press.setSwitchGuard([&] { return each.busy; });
+    QStringList said;
+    QObject::connect(&press, &PressController::clicked, [&] { said << u"click"_s; });
+    QObject::connect(&press, &PressController::dragBegun, [&](qsizetype item) {
+      EXPECT_EQ(item, 1);
+      said << u"drag"_s;
+    });
+    QObject::connect(&press, &PressController::swipeEnded, [&] { said << u"swipe"_s; });
+    QObject::connect(&press, &PressController::moveEnded, [&] { said << u"move"_s; });
+    const QSignalSpy released(&press, &PressController::released);
+    const auto event = [&](QEvent::Type type, QPointF at) {
+      return QMouseEvent(type, at, at, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    };
+    const QPointF at = each.on == On::Tile  ? middleOf(1)
+                       : each.on == On::App ? middleOf(layout.itemOf(RowItem::Kind::App, 1))
+                                            : QPointF(layout.glass.left() + 1, middleOf(0).y());
+    press.begin(event(QEvent::MouseButtonPress, at), -1);
+    press.move(event(QEvent::MouseMove, at + each.way));
+    press.end(event(QEvent::MouseButtonRelease, at + each.way));
+    EXPECT_EQ(said.join(u' '), QLatin1String(each.expected));
+    EXPECT_EQ(released.count(), 1);
+    EXPECT_FALSE(press.isActive());
+  }
+}
+
+TEST_F(DockParts, ADragThatIsRefusedAsItBeginsIsNotMoved) {
+  QWidget surface;
+  RowTiles tiles(surface);
+  tiles.take(row);
+  tiles.lay(layout);
+  PressController press(tiles);
+  QObject::connect(&press, &PressController::dragBegun, [&] { press.forget(); });
+  const QSignalSpy dragged(&press, &PressController::dragged);
+  for (const auto& [type, way] : {std::pair(QEvent::MouseButtonPress, 0), {QEvent::MouseMove, 40}}) {
+    const QPointF at = middleOf(1) + QPointF(way, 0);
+    const QMouseEvent event(type, at, at, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    if (type == QEvent::MouseButtonPress)
+      press.begin(event, 1);
+    else
+      EXPECT_TRUE(press.move(event));
+  }
+  EXPECT_EQ(dragged.count(), 0);
+  EXPECT_FALSE(press.isOn(1));
+}
+
+TEST_F(DockParts, TheKeyboardStaysOnItsTileOrOnWhatTakesItsPlace) {
+  QWidget surface;
+  RowTiles tiles(surface);
+  const auto show = [&](const QList<DockWidget>& widgets) {
+    row.widgets = widgets;
+    stand(900);
+    tiles.take(row);
+    tiles.lay(layout);
+  };
+  const QList<DockWidget> all = row.widgets;
+  const struct {
+    const char* name;
+    qsizetype item;
+    QList<DockWidget> next;
+    qsizetype expected;
+    bool isKept;
+  } cases[] = {
+      {"the same row", 2, all, 2, true},
+      {"moved", 0, Reordering::reordered(all, 0, 3), 3, false},
+      {"gone from the middle", 2, all.first(2) + all.mid(3), 2, false},
+      {"gone from the end", all.size() - 1, all.first(all.size() - 1), all.size() - 2, false},
+      {"all gone", 2, {}, -1, false},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.name);
+    show(all);
+    KeyboardFocus focus(tiles, [](qsizetype) {});
+    focus.moveTo(each.item);
+    const KeyboardFocus::Place before = focus.place();
+    show(each.next);
+    EXPECT_EQ(focus.restore(before), each.isKept);
+    EXPECT_EQ(focus.item(), each.expected);
+  }
+}
+
+TEST(DockKeys, MeanTheSameWhereverPeopleReadFrom) {
+  const struct {
+    Qt::Key key;
+    Qt::KeyboardModifiers modifiers;
+    DockKey expected, mirrored;
+  } cases[] = {
+      {Qt::Key_Left, Qt::NoModifier, DockKey::Back, DockKey::Onwards},
+      {Qt::Key_Right, Qt::NoModifier, DockKey::Onwards, DockKey::Back},
+      {Qt::Key_Home, Qt::NoModifier, DockKey::First, DockKey::First},
+      {Qt::Key_End, Qt::NoModifier, DockKey::Last, DockKey::Last},
+      {Qt::Key_Space, Qt::NoModifier, DockKey::Activate, DockKey::Activate},
+      {Qt::Key_Enter, Qt::KeypadModifier, DockKey::Activate, DockKey::Activate},
+      {Qt::Key_F10, Qt::NoModifier, DockKey::None, DockKey::None},
+      {Qt::Key_F10, Qt::ShiftModifier, DockKey::ItemMenu, DockKey::ItemMenu},
+      {Qt::Key_F10, Qt::ControlModifier, DockKey::DockMenu, DockKey::DockMenu},
+      {Qt::Key_Menu, Qt::NoModifier, DockKey::ItemMenu, DockKey::ItemMenu},
+      {Qt::Key_Menu, Qt::ControlModifier, DockKey::DockMenu, DockKey::DockMenu},
+      {Qt::Key_Z, Qt::ControlModifier, DockKey::Undo, DockKey::Undo},
+      {Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier, DockKey::Redo, DockKey::Redo},
+      {Qt::Key_Z, Qt::NoModifier, DockKey::None, DockKey::None},
+      {Qt::Key_Escape, Qt::NoModifier, DockKey::Leave, DockKey::Leave},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.key);
+    const QKeyEvent event(QEvent::KeyPress, each.key, each.modifiers);
+    EXPECT_EQ(dockKeyOf(event, false), each.expected);
+    EXPECT_EQ(dockKeyOf(event, true), each.mirrored);
+  }
 }
 
 }  // namespace tarnwick::testing

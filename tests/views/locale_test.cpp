@@ -11,6 +11,7 @@
 #include "views/panels/Room.h"
 #include "views/theme/LocalFigures.h"
 #include "views/tiles/ClockWords.h"
+#include "views/tiles/TilePainter.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
 #include <QDragEnterEvent>
 #include <QEventLoop>
 #include <QMimeData>
@@ -14,6 +15,7 @@
 #include "views/theme/Symbols.h"
 #include "views/theme/Theme.h"
 #include "views/theme/Typography.h"
+#include "views/tiles/TilePainter.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick::testing {

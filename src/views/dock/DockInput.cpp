@@ -1,15 +1,14 @@
-// The pointer over the dock: hover, clicks, the wheel and menus.
+// What the toolkit tells a dock: the pointer, the keyboard, and things that are held over it.
 
 #include <QContextMenuEvent>
 #include <QCursor>
+#include <QDragEnterEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QWheelEvent>
-#include <algorithm>
-#include <cmath>
-#include <utility>
+#include <cstdlib>
 
 #include "views/dock/DockView.h"
-#include "views/theme/Theme.h"
 #include "views/theme/Typography.h"
 
 namespace tarnwick {
@@ -19,7 +18,7 @@ bool DockView::event(QEvent* event) {
     case QEvent::ApplicationFontChange:
     case QEvent::FontChange:
       Typography::reload();
-      pictures_.clear();
+      items_.forgetAll();
       relayout();
       break;
     case QEvent::StyleChange:  // With it, the theme of the icons may have changed.
@@ -29,7 +28,7 @@ bool DockView::event(QEvent* event) {
       if (!drag_.isActive()) setPointer(static_cast<QEnterEvent*>(event)->position());
       break;
     case QEvent::LayoutDirectionChange:
-      pictures_.clear();
+      items_.forgetAll();
       relayout();
       break;
     case QEvent::Show:
@@ -42,6 +41,11 @@ bool DockView::event(QEvent* event) {
   return QWidget::event(event);
 }
 
+void DockView::paintEvent(QPaintEvent* event) {
+  QPainter painter(this);
+  painter_.paint(painter, event->region());
+}
+
 void DockView::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   relayout();
@@ -49,66 +53,50 @@ void DockView::resizeEvent(QResizeEvent* event) {
 
 void DockView::hideEvent(QHideEvent* event) {
   cancelDrag();
-  clearDrop();
-  // No button will come up here any more.
-  const auto press = std::exchange(press_, std::nullopt);
+  drop_.letGo();
   setPointer(std::nullopt);
   tips_.leave();
   QWidget::hideEvent(event);
-  if (!press) return;
-  if (press->gesture == Press::Gesture::Move) Q_EMIT moveFinished();
-  Q_EMIT released();
+  press_.abandon();
 }
 
 // --- Hover ----------------------------------------------------------------------------------------------------------
 
 void DockView::setPointer(std::optional<QPointF> pointer) {
-  const bool inside = pointer && layout_.glass.contains(*pointer);
-  const qsizetype under = inside ? layout_.itemAt(*pointer).value_or(-1) : -1;
-  const qsizetype before = hovered_;
-  if (invites()) update();
-  if (pointer && pointer != pointer_) keysLead_ = false;
-  pointer_ = pointer;
-  hovered_ = answersPointer(under) && !drag_.isActive() && !drop_ ? under : -1;
-  hoverTabs(inside);
-  if (before != hovered_) {
-    updateItem(before);
-    updateItem(hovered_);
-  }
-  magnifier_.point(inside && !drag_.isActive() && !drop_ ? std::optional(pointer->x()) : std::nullopt);
+  if (tiles_.invites()) update();
+  if (pointer && pointer != hover_.pointer()) focus_.setLeads(false);
+  hover_.move(pointer, !drag_.isActive() && !drop_.isActive());
+  hoverTabs();
   updateTip();
 }
 
-/// From now on tiles are drawn with their pictures, until a moment after the last such call.
-void DockView::noteMotion() { rest_.restart(); }
-
-void DockView::comeToRest() {
-  pictures_.clear();
-  for (qsizetype item = 0; item < layout_.items.size(); ++item)
-    if (tileFactor(styleOf(item)) != 1) updateItem(item);
-}
-
+/// The row may have changed under a pointer that stands still.
 void DockView::rehover() {
-  // The row may have changed under a pointer that stands still.
-  if (pointer_) setPointer(pointer_);
-  if (press_ && press_->on == Press::On::Item) pressed_ = itemWithKey(press_->key);
+  if (hover_.pointer()) setPointer(hover_.pointer());
+  press_.follow();
 }
-
-void DockView::hoverTabs(bool inside) { tabs_.hover(inside, menuOpen_ || !panelOpen_.isNull()); }
 
 /// What is above the glass should not see it grow or shrink.
-void DockView::holdTabs() { hoverTabs(pointer_ && layout_.glass.contains(*pointer_)); }
+void DockView::hoverTabs() { tabs_.hover(hover_.isInside(), menuOpen_ || !panelOpen_.isNull()); }
 
 void DockView::showTabs(bool shown) {
   if (tabs_.show(shown, isVisible())) relayout();
+}
+
+void DockView::setPanelOpen(const QUuid& widget) {
+  if (widget == panelOpen_) return;
+  panelOpen_ = widget;
+  hoverTabs();
+  updateTip();
+  updateRow();
 }
 
 void DockView::setMenuOpen(bool open) {
   menuOpen_ = open;
   // While it was open the pointer was the menu's, and nobody tells where that left it.
   const QPointF pointer = mapFromGlobal(QCursor::pos());
-  if (!open && !drag_.isActive()) setPointer(layout_.glass.contains(pointer) ? std::optional(pointer) : std::nullopt);
-  holdTabs();
+  if (!open && !drag_.isActive()) setPointer(glassRect().contains(pointer) ? std::optional(pointer) : std::nullopt);
+  hoverTabs();
   updateTip();
 }
 
@@ -119,151 +107,42 @@ void DockView::leaveEvent(QEvent*) {
 // --- Buttons --------------------------------------------------------------------------------------------------------
 
 void DockView::mousePressEvent(QMouseEvent* event) {
-  if (event->button() == Qt::MiddleButton) middlePressed_ = layout_.itemAt(event->position()).value_or(-1);
+  if (event->button() == Qt::MiddleButton) press_.beginMiddle(event->position());
   if (event->button() != Qt::LeftButton || drag_.isActive()) return;
   setPointer(event->position());
-  if (!layout_.glass.contains(event->position())) return;
-  Press press;
-  press.at = event->position();
-  press.global = event->globalPosition().toPoint();
-  press.flick.add(event->position().x(), event->timestamp());
-  if (const auto tab = layout_.tabAt(event->position())) {
-    press.on = Press::On::Tab;
-    press.tab = *tab;
-  } else if (const auto item = layout_.itemAt(event->position())) {
-    press.on = Press::On::Item;
-    press.key = keyOf(*item);
-  }
-  press_ = press;
-  holdPressed();
+  if (!hover_.isInside()) return;
+  press_.begin(*event, hover_.item());
   updateTip();
-  if (invites()) update();
-  pressed_ = hovered_;
-  updateItem(pressed_);
-}
-
-/// An application whose button stays down shows its windows, and the press is no click any more.
-void DockView::holdPressed() {
-  hold_.reset();
-  if (press_->on != Press::On::Item || !scheduler_) return;
-  hold_ = scheduler_->after(Press::kHold, [this] {
-    if (!press_ || press_->gesture != Press::Gesture::Nothing) return;
-    const qsizetype item = itemWithKey(press_->key);
-    const quint64 application = applicationOf(item);
-    if (application == 0) return;
-    updateItem(std::exchange(pressed_, -1));
-    press_.reset();
-    Q_EMIT windowsRequested(application, glassBeside(layout_.items[item].rect));
-    Q_EMIT released();
-  });
+  if (tiles_.invites()) update();
 }
 
 void DockView::mouseMoveEvent(QMouseEvent* event) {
-  if (!press_ || !event->buttons().testFlag(Qt::LeftButton)) {
-    setPointer(event->position());
-    return;
-  }
-  Press& press = *press_;
-  press.flick.add(event->globalPosition().x(), event->timestamp());
-  if (press.gesture == Press::Gesture::Nothing) startGesture(press, *event);
-  switch (press.gesture) {
-    case Press::Gesture::Nothing:
-      setPointer(event->position());
-      break;
-    case Press::Gesture::Drag:
-      dragTo(event->position());
-      break;
-    case Press::Gesture::Swipe:
-      tabs_.swipeBy(event->position().x() - press.at.x());
-      break;
-    case Press::Gesture::Move: {
-      // On the screen, since the view itself moves along.
-      const QPoint global = event->globalPosition().toPoint();
-      Q_EMIT moveRequested(global - std::exchange(press.global, global));
-      break;
-    }
-  }
-}
-
-void DockView::startGesture(Press& press, const QMouseEvent& event) {
-  const QPointF way = event.position() - press.at;
-  if (QPointF::dotProduct(way, way) < Press::kSlop * Press::kSlop) return;
-  const qsizetype item = itemWithKey(press.key);
-  if (press.on == Press::On::Item && widgetOf(item)) {
-    press.gesture = Press::Gesture::Drag;
-    beginDrag(item, press);
-  } else if (press.on == Press::On::Glass && row_.floats) {
-    press.gesture = Press::Gesture::Move;
-  } else if (press.on == Press::On::Glass && row_.swipes && row_.tabs.size() > 1 &&
-             std::abs(way.x()) > std::abs(way.y()) && !(switchGuard_ && switchGuard_())) {
-    press.gesture = Press::Gesture::Swipe;
-  }
+  if (!press_.move(*event)) setPointer(event->position());
 }
 
 void DockView::mouseReleaseEvent(QMouseEvent* event) {
-  if (event->button() == Qt::MiddleButton) {
-    const qsizetype item = std::exchange(middlePressed_, -1);
-    if (item < 0 || layout_.itemAt(event->position()) != item) return;
-    const DockWidget* widget = widgetOf(item);
-    const bool launches = widget && DropRules::takerOf(*widget) == DropRules::Taker::Application;
-    if (launches || appOf(item)) Q_EMIT newWindowRequested(widget ? widget->id : QUuid(), applicationOf(item));
-    return;
-  }
-  if (event->button() != Qt::LeftButton || !press_) return;
-  const Press press = *press_;
-  press_.reset();
-  endGesture(press, *event);
-  Q_EMIT released();
-}
-
-void DockView::endGesture(const Press& press, const QMouseEvent& event) {
-  const qsizetype pressed = std::exchange(pressed_, -1);
-  updateItem(pressed);
-  switch (press.gesture) {
-    case Press::Gesture::Nothing:
-      setPointer(event.position());
-      if (isOver(press, event.position())) click(event.position());
-      return;
-    case Press::Gesture::Drag:
-      drop();
-      break;
-    case Press::Gesture::Swipe:
-      tabs_.endSwipe(event.position().x() - press.at.x(), press.flick.velocity(event.timestamp()));
-      break;
-    case Press::Gesture::Move:
-      Q_EMIT moveFinished();
-      break;
-  }
-  setPointer(event.position());
-}
-
-/// Whether the pointer is still over what was pressed.
-bool DockView::isOver(const Press& press, QPointF point) const {
-  const auto item = layout_.itemAt(point);
-  switch (press.on) {
-    case Press::On::Tab:
-      return layout_.tabAt(point) == press.tab;
-    case Press::On::Item:
-      return item && keyOf(*item) == press.key;
-    case Press::On::Glass:
-      break;
-  }
-  return !item && !layout_.tabAt(point);
+  if (event->button() == Qt::LeftButton) press_.end(*event);
+  if (event->button() != Qt::MiddleButton) return;
+  const auto item = press_.endMiddle(event->position());
+  if (!item || !tiles_.isApplication(*item)) return;
+  const DockWidget* widget = tiles_.widgetOf(*item);
+  Q_EMIT newWindowRequested(widget ? widget->id : QUuid(), tiles_.applicationOf(*item));
 }
 
 void DockView::click(QPointF point) {
-  if (const auto tab = layout_.tabAt(point)) {
+  const RowLayout& layout = tiles_.layout();
+  if (const auto tab = layout.tabAt(point)) {
     Q_EMIT tabActivated(*tab);
     return;
   }
-  const auto item = layout_.itemAt(point);
+  const auto item = layout.itemAt(point);
   if (!item) {
-    if (row_.widgets.isEmpty() && layout_.glass.contains(point)) Q_EMIT addWidgetsRequested();
+    if (tiles_.invites() && layout.glass.contains(point)) Q_EMIT addWidgetsRequested();
     return;
   }
-  if (const TileContent* content = contentOf(*item)) {
-    if (const auto part = content->partAt(clickAt(*item, point))) {
-      Q_EMIT tilePartActivated(widgetOf(*item)->id, *part);
+  if (const TileContent* content = tiles_.contentOf(*item)) {
+    if (const auto part = content->partAt(tiles_.clickAt(*item, point))) {
+      Q_EMIT tilePartActivated(tiles_.widgetOf(*item)->id, *part);
       return;
     }
   }
@@ -275,22 +154,17 @@ void DockView::click(QPointF point) {
 void DockView::wheelEvent(QWheelEvent* event) {
   event->accept();
   if (drag_.isActive() || tabs_.turn(*event) || cycleWindows(*event)) return;
-  if (layout_.overflow <= 0) {
+  if (scroll_.turn(*event))
+    setPointer(event->position());
+  else
     event->ignore();
-    return;
-  }
-  const QPointF pixels = event->pixelDelta().isNull() ? QPointF(event->angleDelta()) / 2 : QPointF(event->pixelDelta());
-  // Sideways the row goes where the fingers do.
-  const double sideways = layout_.mirrored ? -pixels.x() : pixels.x();
-  scrollBy(-(std::abs(pixels.x()) > std::abs(pixels.y()) ? sideways : pixels.y()));
-  setPointer(event->position());
 }
 
 bool DockView::cycleWindows(const QWheelEvent& event) {
   const QPoint turned = event.angleDelta();
   const bool sideways = std::abs(turned.x()) > std::abs(turned.y()) || event.modifiers().testFlag(Qt::ShiftModifier);
-  const qsizetype item = layout_.itemAt(event.position()).value_or(-1);
-  const quint64 application = applicationOf(item);
+  const qsizetype item = tiles_.layout().itemAt(event.position()).value_or(-1);
+  const quint64 application = tiles_.applicationOf(item);
   if (sideways || application == 0) {
     wheel_.reset();
     return false;
@@ -300,90 +174,127 @@ bool DockView::cycleWindows(const QWheelEvent& event) {
   return true;
 }
 
-bool DockView::scrollBy(double units) {
-  const double scroll = std::clamp(scroll_ + units, 0.0, layout_.overflow);
-  if (scroll == scroll_) return false;
-  scroll_ = scroll;
-  relayout();
-  if (drag_.isActive()) dragTo(drag_.pointer());
-  return true;
-}
-
-// --- A tile that is dragged ------------------------------------------------------------------------------------------
-
-void DockView::beginDrag(qsizetype item, const Press& press) {
-  updateRow();
-  pressed_ = -1;
-  drag_.begin(item, press.at);
-  setPointer(press.at);
-  // The dock has no keyboard of its own, but Escape must reach it.
-  grabKeyboard();
-  Q_EMIT dragStarted();
-}
-
-void DockView::dragTo(QPointF pointer) {
-  drag_.moveTo(pointer);
-  updateRow();
-  updateTip();
-  Q_EMIT dragMoved();
-}
-
-void DockView::drop() {
-  if (!drag_.isActive()) return;  // Escape was faster.
-  const bool removes = wouldRemove();
-  const QUuid held = row_.widgets[drag_.widget()].id;
-  const auto move = drag_.drop();
-  releaseKeyboard();
-  tips_.dismiss();
-  updateRow();
-  const QList<DockWidget> before = row_.widgets;
-  if (removes) Q_EMIT removalRequested(held);
-  if (move) Q_EMIT reorderRequested(move->first, move->second);
-  // Whoever refuses sends it home.
-  if (row_.widgets == before) drag_.settle();
-}
-
-void DockView::cancelDrag() {
-  if (!drag_.isActive()) return;
-  press_.reset();
-  drag_.drop();
-  releaseKeyboard();
-  tips_.dismiss();
-  updateRow();
-  drag_.settle();
-  Q_EMIT released();
-}
-
 // --- Menus ----------------------------------------------------------------------------------------------------------
 
 void DockView::openMenu(qsizetype item, const QRect& beside) {
-  if (const DockWidget* widget = widgetOf(item))
+  if (const DockWidget* widget = tiles_.widgetOf(item))
     Q_EMIT contextMenuRequested(widget->id, beside);
-  else if (const DockApp* app = appOf(item))
+  else if (const DockApp* app = tiles_.appOf(item))
     Q_EMIT applicationMenuRequested(app->id, beside);
   else
     Q_EMIT contextMenuRequested(QUuid(), beside);
 }
 
 void DockView::openItemMenu(qsizetype item) {
-  const QRectF place = item >= 0 && item < layout_.items.size() ? layout_.items[item].rect : layout_.glass;
-  openMenu(item, glassBeside(place));
+  openMenu(item, shape_.beside(tiles_.isItem(item) ? tiles_.place(item) : glassRect()));
 }
 
 void DockView::contextMenuEvent(QContextMenuEvent* event) {
   event->accept();
   if (drag_.isActive()) return;
   if (event->reason() == QContextMenuEvent::Keyboard) {
-    openItemMenu(focused_);
+    openItemMenu(focus_.item());
   } else {
     openMenuAt(event->pos());
   }
 }
 
 void DockView::openMenuAt(QPoint point) {
-  if (!layout_.glass.contains(point)) return;
-  const auto item = layout_.itemAt(point);
-  item ? openItemMenu(*item) : openMenu(-1, glassBeside(QRect(point, QSize(1, 1))));
+  if (!glassRect().contains(point)) return;
+  const auto item = tiles_.layout().itemAt(point);
+  item ? openItemMenu(*item) : openMenu(-1, shape_.beside(QRect(point, QSize(1, 1))));
 }
+
+// --- Keyboard -------------------------------------------------------------------------------------------------------
+
+/// Separators and spaces do nothing but have a menu, so that the keyboard comes by them too.
+void DockView::focusItem(qsizetype item) {
+  if (!tiles_.isItem(item)) return;
+  focus_.moveTo(item);
+  scroll_.reveal(item);
+  focus_.setLeads(hasFocus());
+  updateTip();
+  SpokenNames::tellFocus(*this, item);
+}
+
+void DockView::keyPressEvent(QKeyEvent* event) {
+  if (drag_.isActive()) {
+    if (event->key() == Qt::Key_Escape) cancelDrag();
+    return;
+  }
+  const qsizetype item = focus_.item();
+  switch (dockKeyOf(*event, tiles_.layout().mirrored)) {
+    case DockKey::None:
+      return QWidget::keyPressEvent(event);
+    case DockKey::Undo:
+      Q_EMIT undoRequested();
+      return;
+    case DockKey::Redo:
+      Q_EMIT redoRequested();
+      return;
+    case DockKey::Back:
+      return focusItem(item - 1);
+    case DockKey::Onwards:
+      return focusItem(item + 1);
+    case DockKey::First:
+      return focusItem(0);
+    case DockKey::Last:
+      return focusItem(tiles_.count() - 1);
+    case DockKey::Activate:
+      if (tiles_.isEmpty() || (tiles_.invites() && item < 0)) Q_EMIT addWidgetsRequested();
+      return activateItem(item);
+    case DockKey::ItemMenu:
+      return openItemMenu(item);
+    case DockKey::DockMenu:
+      return openDockMenu();
+    case DockKey::Leave:
+      // Pressed so soon after the key that opened a panel, it is for the panel.
+      if (!panelOpen_.isNull()) {
+        Q_EMIT panelDismissed();
+        return;
+      }
+      return leaveKeyboard();
+  }
+}
+
+void DockView::leaveKeyboard() {
+  clearFocus();
+  Q_EMIT focusLeft();
+}
+
+bool DockView::focusNextPrevChild(bool) {
+  // The dock is one stop: arrows walk within it, Tab leaves it for the window that had the keyboard.
+  leaveKeyboard();
+  return true;
+}
+
+void DockView::focusInEvent(QFocusEvent*) {
+  // The keyboard that a drag takes for Escape is nobody's focus.
+  if (drag_.isActive()) return;
+  if (focus_.item() < 0) focusItem(0);
+  updateItem(focus_.item());
+  focus_.setLeads(true);
+  updateTip();
+}
+
+void DockView::focusOutEvent(QFocusEvent*) {
+  updateItem(focus_.item());
+  focus_.setLeads(false);
+  updateTip();
+}
+
+// --- Things from elsewhere ------------------------------------------------------------------------------------------
+
+void DockView::dragEnterEvent(QDragEnterEvent* event) {
+  if (drop_.hold(*event)) Q_EMIT dragStarted();
+}
+
+void DockView::dragMoveEvent(QDragMoveEvent* event) {
+  if (drop_.hold(*event)) Q_EMIT dragMoved();
+}
+
+void DockView::dragLeaveEvent(QDragLeaveEvent*) { drop_.letGo(); }
+
+void DockView::dropEvent(QDropEvent* event) { drop_.drop(*event); }
 
 }  // namespace tarnwick

@@ -1,31 +1,17 @@
 #include "views/dock/DockView.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 #include "views/dock/DockAccessible.h"
-#include "views/families/Rooms.h"
-#include "views/theme/Theme.h"
-#include "widgets/catalog/Catalog.h"
+#include "views/dock/TipBubble.h"
 
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// Whether two rows differ in nothing but what their tiles show.
-bool looksLike(const DockRow& a, const DockRow& b) {
-  if (a.widgets.size() != b.widgets.size()) return false;
-  DockRow other = b;
-  for (qsizetype i = 0; i < a.widgets.size(); ++i) {
-    if (a.widgets[i].id != b.widgets[i].id || a.widgets[i].kind != b.widgets[i].kind) return false;
-    other.widgets[i] = a.widgets[i];
-  }
-  return a == other;
-}
 
 bool sameOrder(const QList<DockWidget>& a, const QList<DockWidget>& b) {
   return std::ranges::equal(a, b, {}, &DockWidget::id, &DockWidget::id);
@@ -38,117 +24,124 @@ bool areStrangers(const QList<DockWidget>& a, const QList<DockWidget>& b) {
       a, [&b](const QUuid& id) { return std::ranges::find(b, id, &DockWidget::id) != b.end(); }, &DockWidget::id);
 }
 
-Palette paletteOf(const DockRow& row) {
-  const Palette usual = Palette::make(row.style, row.backdrop(), row.monochrome, row.highContrast);
-  Palette palette = usual;
-  if (row.reduceTransparency && !row.highContrast) {
-    palette = Palette::make(row.style, Backdrop::Opaque, row.monochrome, false);
-    // Only the glass is opaque; the window around it is what it was.
-    palette.glass.shadow = usual.glass.shadow;
-    palette.glass.outline = usual.glass.outline;
-    palette.panel.shadow = usual.panel.shadow;
-    palette.panel.outline = usual.panel.outline;
-  }
-  // A picture has the shape of the glass where the style has none.
-  if (!row.picture.file.isEmpty() && !palette.glass.bodyTop.isValid())
-    palette.glass.bodyTop = palette.glass.bodyBottom = QColor(0, 0, 0, 1);
-  if (!row.tileBorders && !row.highContrast) palette.tileEdge = QColor(Qt::transparent);
-  return palette;
-}
-
 }  // namespace
 
 DockView::DockView(QWidget* parent)
     : QWidget(parent),
-      palette_(Palette::make(DockStyle::DarkGlass, Backdrop::Plain, false)),
-      magnifier_(
-          row_, layout_, animator_, [this](qsizetype item) { return answersPointer(item); },
-          [this](qsizetype item) {
-            noteMotion();
-            TileStyle largest;
-            largest.magnification = largestScale();
-            update(tilePaintBounds(visibleRect(item), largest).toAlignedRect());
-          }),
-      rest_(
-          animator_, theme::kRestSeconds, [] {}, [this] { comeToRest(); }),
-      launches_(animator_, {theme::kPulseSeconds, theme::kPulseOpacity, theme::kMostPulses},
-                [this] {
-                  for (qsizetype item = 0; item < layout_.items.size(); ++item)
-                    if (isLaunching(item)) updateItem(item);
-                }),
-      edges_(row_, layout_, animator_, [this](double units) { return scrollBy(units); }),
-      drag_(row_, layout_, animator_, edges_, [this](const DockRow& row) { return layoutOf(row); }),
-      tabs_(row_, layout_, animator_) {
+      tiles_(*this),
+      icons_(tiles_),
+      tabs_(tiles_.row(), tiles_.layout(), animator_),
+      scroll_(tiles_, animator_,
+              [this] {
+                relayout();
+                if (drag_.isActive()) dragTo(drag_.pointer());
+              }),
+      drag_(tiles_.row(), tiles_.layout(), animator_, scroll_.edges(),
+            [this](const DockRow& row) { return layoutOf(row); }),
+      drop_(tiles_, scroll_.edges()),
+      press_(tiles_),
+      hover_(
+          tiles_, animator_, [this](qsizetype item) { updateItem(item); },
+          [this](qsizetype item) { showMagnified(item); }),
+      focus_(tiles_, [this](qsizetype item) { updateItem(item); }),
+      state_{tiles_, hover_, press_, focus_, drag_, drop_, tabs_, panelOpen_},
+      shape_(tiles_, tabs_, drag_, drop_),
+      items_(state_, icons_, animator_, [this](qsizetype item) { updateItem(item); }),
+      painter_(state_, shape_, scroll_, items_, [this] { update(); }),
+      pointed_(tiles_, tabs_, shape_) {
   installDockAccessibility();
   setAttribute(Qt::WA_TranslucentBackground);
   setMouseTracking(true);
   setAcceptDrops(true);
   setFocusPolicy(Qt::TabFocus);
   setAccessibleName(QCoreApplication::translate("Dock", "Dock"));
-  tileIcons_ = [this](const QString& icon, int size, double pixelRatio) {
-    DockApp app;
-    app.icon = icon;
-    return iconOf(app, size, pixelRatio);
-  };
-  connect(&picture_, &GlassPicture::made, this, qOverload<>(&QWidget::update));
   connectParts();
-}
-
-void DockView::connectParts() {
-  connect(&drag_, &TileDragController::moved, this, [this] {
-    noteMotion();
-    updateRow();
-  });
-  connect(&tabs_, &ProfileTabs::moved, this, [this] {
-    noteMotion();
-    if (tabs_.areMoving() || tabs_.share() > 0) relayout();
-    update();
-  });
-  connect(&tabs_, &ProfileTabs::rested, this, &DockView::relayout);
-  connect(&drag_, &TileDragController::landed, this, [this] {
-    relayout();
-    reportWhetherWhole();
-  });
-  connect(&tabs_, &ProfileTabs::activated, this, &DockView::tabActivated);
-  connect(&tips_, &TipController::changed, this, &DockView::tipChanged);
-  connect(&tabs_, &ProfileTabs::due, this, [this](bool shown) {
-    showTabs(shown);
-    rehover();
-  });
+  connectPress();
 }
 
 DockView::~DockView() = default;
 
+void DockView::connectParts() {
+  connect(&drag_, &TileDragController::moved, this, [this] {
+    items_.noteMotion();
+    updateRow();
+  });
+  connect(&drag_, &TileDragController::landed, this, [this] {
+    relayout();
+    if (shape_.takeWhole()) Q_EMIT shapeChanged();
+  });
+  connect(&tabs_, &ProfileTabs::moved, this, [this] {
+    items_.noteMotion();
+    if (tabs_.areMoving() || tabs_.share() > 0) relayout();
+    update();
+  });
+  connect(&tabs_, &ProfileTabs::rested, this, &DockView::relayout);
+  connect(&tabs_, &ProfileTabs::activated, this, &DockView::tabActivated);
+  connect(&tabs_, &ProfileTabs::due, this, [this](bool shown) {
+    showTabs(shown);
+    rehover();
+  });
+  connect(&drop_, &DropController::entered, this, [this] { setPointer(std::nullopt); });
+  connect(&drop_, &DropController::changed, this, &DockView::updateRow);
+  connect(&drop_, &DropController::filesDropped, this, &DockView::filesDropped);
+  connect(&drop_, &DropController::widgetTextDropped, this, &DockView::widgetTextDropped);
+  connect(&drop_, &DropController::applicationWanted, this, &DockView::applicationActivated);
+  connect(&drop_, &DropController::tileWanted, this, [this](const QUuid& widget) {
+    // What is open already a click would close.
+    if (widget != panelOpen_) Q_EMIT tileActivated(widget);
+  });
+  connect(&tips_, &TipController::changed, this, &DockView::tipChanged);
+}
+
+void DockView::connectPress() {
+  connect(&press_, &PressController::changed, this, &DockView::updateItem);
+  connect(&press_, &PressController::pointed, this, [this](QPointF point) { setPointer(point); });
+  connect(&press_, &PressController::clicked, this, &DockView::click);
+  connect(&press_, &PressController::held, this, [this](qsizetype item) {
+    Q_EMIT windowsRequested(tiles_.applicationOf(item), shape_.beside(tiles_.place(item)));
+  });
+  connect(&press_, &PressController::dragBegun, this, &DockView::beginDrag);
+  connect(&press_, &PressController::dragged, this, &DockView::dragTo);
+  connect(&press_, &PressController::dropped, this, &DockView::drop);
+  connect(&press_, &PressController::swiped, &tabs_, &ProfileTabs::swipeBy);
+  connect(&press_, &PressController::swipeEnded, &tabs_, &ProfileTabs::endSwipe);
+  connect(&press_, &PressController::moved, this, &DockView::moveRequested);
+  connect(&press_, &PressController::moveEnded, this, &DockView::moveFinished);
+  connect(&press_, &PressController::released, this, &DockView::released);
+}
+
 void DockView::setScheduler(Scheduler* scheduler) {
-  opening_.reset();
-  scheduler_ = scheduler;
+  drop_.setScheduler(scheduler);
+  press_.setScheduler(scheduler);
   tabs_.setScheduler(scheduler);
   tips_.setScheduler(scheduler);
 }
 
 void DockView::setIconProvider(IconProvider provider) {
-  icons_ = std::move(provider);
+  icons_.setProvider(std::move(provider));
   forgetIcons();
 }
 
 void DockView::forgetIcons() {
-  iconCache_.clear();
-  pictures_.clear();
+  icons_.forget();
+  items_.forgetAll();
   update();
 }
 
-void DockView::setSwitchGuard(std::function<bool()> busy) { switchGuard_ = std::move(busy); }
+// --- The row --------------------------------------------------------------------------------------------------------
 
 void DockView::setRow(const DockRow& row) {
-  if (row == row_ && !layout_.glass.isEmpty()) return;
-  if (looksLike(row, row_) && !layout_.glass.isEmpty()) {
-    row_ = row;
-    refresh(sources_);
+  const DockRow& before = tiles_.row();
+  const bool isLaid = !tiles_.layout().glass.isEmpty();
+  if (isLaid && row == before) return;
+  if (isLaid && tiles_.looksLike(row)) {
+    tiles_.takeWidgets(row);
+    takeRefreshed(tiles_.refresh());
     return;
   }
-  if (drag_.isActive() && !sameOrder(row.widgets, row_.widgets)) cancelDrag();
-  const bool switches = row.activeTab != row_.activeTab && row.tabs == row_.tabs && !layout_.items.isEmpty();
-  if (switches && isVisible()) tabs_.beginSlide(pictureOfRow(), tabs_.isForward(row));
+  if (drag_.isActive() && !sameOrder(row.widgets, before.widgets)) cancelDrag();
+  const bool switches = row.activeTab != before.activeTab && row.tabs == before.tabs && tiles_.count() > 0;
+  if (switches && isVisible()) tabs_.beginSlide(painter_.pictureOfRow(), tabs_.isForward(row));
   const auto lefts = drag_.visibleLefts();
   applyRow(row);
   drag_.carryOn(lefts);
@@ -157,232 +150,175 @@ void DockView::setRow(const DockRow& row) {
 }
 
 void DockView::applyRow(const DockRow& row) {
-  const QString focusKey = keyOf(focused_);
-  // Another profile's row is walked from its beginning.
-  const bool isAnother = areStrangers(row.widgets, row_.widgets);
-  const qsizetype focusedBefore = isAnother ? -1 : focused_;
-  if (isAnother) scroll_ = 0;
-  row_ = row;
-  palette_ = paletteOf(row);
+  KeyboardFocus::Place keyboard = focus_.place();
+  if (areStrangers(row.widgets, tiles_.row().widgets)) {
+    // Another profile's row is walked from its beginning.
+    keyboard.item = -1;
+    scroll_.reset();
+  }
+  tiles_.take(row);
   drag_.setReduced(row.reduceMotion);
-  hovered_ = pressed_ = middlePressed_ = -1;
+  hover_.takeRow();
+  press_.takeRow();
   wheel_.reset();
   tabs_.takeRow();
-  tiles_.clear();
-  pictures_.clear();
+  items_.forgetAll();
   relayout();
-  refresh(sources_);
-  // The keyboard stays on its tile, or on what takes the place of one that went.
-  const qsizetype kept = focusKey.isEmpty() ? -1 : itemWithKey(focusKey);
-  focused_ = kept >= 0 ? kept : std::min(focusedBefore, layout_.items.size() - 1);
-  if (hasFocus() && (kept < 0 || kept != focusedBefore)) focusItem(std::max<qsizetype>(focused_, 0));
-  reportNames();
+  takeRefreshed(tiles_.refresh());
+  if (!focus_.restore(keyboard) && hasFocus()) focusItem(std::max<qsizetype>(focus_.item(), 0));
+  names_.tell(*this, tiles_.names());
 }
 
 void DockView::refresh(const TileSources& sources, const std::function<bool(const DockWidget&)>& which) {
-  sources_ = sources;
-  bool textChanged = false;
-  for (qsizetype item = 0; item < layout_.items.size(); ++item) {
-    const DockWidget* widget = widgetOf(item);
-    if (!widget || (which && !which(*widget))) continue;
-    const WidgetDefinition& definition = Catalog::find(widget->kind);
-    TileContent content = makeTileContent(*widget, definition, sources);
-    TileText text = content.describe(widget->title.isEmpty() ? definition.name : widget->title);
-    text.problem = tileProblem(definition, sources);
-    Tile& tile = tiles_[widget->id];
-    textChanged = textChanged || text != tile.text;
-    const bool isMarkKept = text.problem.isEmpty() == tile.text.problem.isEmpty();
-    tile.text = std::move(text);
-    if (content == tile.content && isMarkKept) continue;
-    tile.content = std::move(content);
-    pictures_.forget(item);
+  takeRefreshed(tiles_.refresh(sources, which));
+}
+
+void DockView::takeRefreshed(const RowTiles::Refreshed& refreshed) {
+  for (const qsizetype item : refreshed.items) {
+    items_.forget(item);
     updateItem(item);
   }
-  if (textChanged) {
-    describe();
+  if (refreshed.saysOther) {
+    setAccessibleDescription(tiles_.description());
+    names_.tell(*this, tiles_.names());
     updateTip();
   }
-  followLaunches();
+  items_.followLaunches();
 }
-
-void DockView::describe() {
-  QStringList tips;
-  for (const DockWidget& widget : row_.widgets)
-    if (const auto tile = tiles_.constFind(widget.id); tile != tiles_.constEnd() && tile->content.isSolid())
-      tips.append(tile->text.tip());
-  setAccessibleDescription(tips.join(u"; "_s));
-  reportNames();
-}
-
-void DockView::setPanelOpen(const QUuid& widget) {
-  if (widget == panelOpen_) return;
-  panelOpen_ = widget;
-  holdTabs();
-  updateTip();
-  updateRow();
-}
-
-// --- Shapes ---------------------------------------------------------------------------------------------------------
 
 RowLayout DockView::layoutOf(const DockRow& row) const {
   const QRectF slot = QRectF(rect()).marginsRemoved(QMarginsF(margins()));
-  return RowLayout::of(row, slot, ratio(), {scroll_, tabs_.share(), isRightToLeft()});
+  return RowLayout::of(row, slot, tiles_.ratio(), {scroll_.position(), tabs_.share(), isRightToLeft()});
 }
 
 void DockView::relayout() {
-  const RowLayout old = layout_;
-  magnifier_.setRatio(ratio());
-  drag_.setRatio(ratio());
-  tabs_.setRatio(ratio());
-  layout_ = layoutOf(row_);
-  scroll_ = std::clamp(scroll_, 0.0, layout_.overflow);
-  if (focused_ >= layout_.items.size()) focused_ = -1;
-  if (hovered_ >= layout_.items.size()) hovered_ = -1;
-  if (pressed_ >= layout_.items.size()) pressed_ = -1;
+  const QList<RowItem> before = tiles_.layout().items;
+  drag_.setRatio(tiles_.ratio());
+  tabs_.setRatio(tiles_.ratio());
+  tiles_.lay(layoutOf(row()));
+  scroll_.clamp();
+  focus_.clamp();
+  press_.clamp();
   update();
-  magnifier_.update();
-  // A dock without glass has the shape of its tiles.
-  const bool reshaped =
-      fullGlass() != reportedGlass_ || (!palette_.glass.bodyTop.isValid() && old.items != layout_.items);
-  reportedGlass_ = fullGlass();
-  if (reshaped) Q_EMIT shapeChanged();
-  if (old.items != layout_.items) Q_EMIT itemsPlaced();
+  hover_.update();
+  const bool isRearranged = before != tiles_.layout().items;
+  if (shape_.takeLayout(isRearranged)) Q_EMIT shapeChanged();
+  if (isRearranged) Q_EMIT itemsPlaced();
   updateTip();
 }
 
-/// A dock without glass has the shape of what is in it. Where nothing composites that would cut what is dragged
-/// over it, and the mark of where it goes.
-void DockView::reportWhetherWhole() {
-  if (std::exchange(reportedWhole_, isWhole()) != isWhole()) Q_EMIT shapeChanged();
-}
-
-QSize DockView::sizeHint() const {
-  const double height = row_.keepsRoomForTabs() ? theme::kDockHeightWithTabs : theme::kDockHeight;
-  const QMargins room = margins();
-  const int width = static_cast<int>(std::ceil(idealRowWidth()));
-  return QSize(width, static_cast<int>(std::ceil(height * row_.scale))).grownBy(room);
-}
-
-QMargins DockView::margins() const {
-  QMargins room = Glass::margins(palette_.glass, row_.scale);
-  if (!row_.composited) return {};
-  const int lift = static_cast<int>(std::ceil((theme::kDraggedLift + 4) * row_.scale));
-  room.setTop(std::max(room.top(), lift));
-  return room;
-}
-
-QRectF DockView::fullGlass() const {
-  // While the glass grows or shrinks, the shape is what it is at most.
-  if (!tabs_.areMoving()) return layout_.glass;
-  const double grown = theme::kDockHeightWithTabs * row_.scale - layout_.glass.height();
-  return row_.edge == Edge::Bottom ? layout_.glass.adjusted(0, -grown, 0, 0) : layout_.glass.adjusted(0, 0, 0, grown);
-}
-
-QRegion DockView::outlineRegion() const {
-  const double scale = row_.scale;
-  if (isWhole()) return Glass::outline(fullGlass().toAlignedRect(), theme::kDockCorner * scale);
-  QRegion region;
-  if (invites()) region = Glass::outline(invitationGround().toAlignedRect(), theme::kTileCorner * scale);
-  for (const QRectF& plate : layout_.plates(row_))
-    region += Glass::outline(plate.toAlignedRect(), theme::kTileCorner * scale);
-  for (const QRectF& tab : layout_.tabs) region += Glass::outline(tab.toAlignedRect(), tab.height() / 2);
-  for (const QRectF& line : layout_.lines(row_, ratio())) region += line.toAlignedRect();
-  return region;
-}
-
-QRegion DockView::inputRegion() const {
-  return Glass::outline(fullGlass().toAlignedRect(), theme::kDockCorner * row_.scale);
-}
-
-// --- What there is --------------------------------------------------------------------------------------------------
-
-const DockWidget* DockView::widgetOf(qsizetype item) const {
-  if (item < 0 || item >= layout_.items.size() || layout_.items[item].kind != RowItem::Kind::Widget) return nullptr;
-  return &row_.widgets[layout_.items[item].index];
-}
-
-const DockApp* DockView::appOf(qsizetype item) const {
-  if (item < 0 || item >= layout_.items.size() || layout_.items[item].kind != RowItem::Kind::App) return nullptr;
-  return &row_.runningApps[layout_.items[item].index];
-}
-
-const TileContent* DockView::contentOf(qsizetype item) const {
-  const DockWidget* widget = widgetOf(item);
-  if (!widget) return nullptr;
-  const auto tile = tiles_.constFind(widget->id);
-  return tile == tiles_.constEnd() ? nullptr : &tile->content;
-}
-
-quint64 DockView::applicationOf(qsizetype item) const {
-  if (const DockApp* app = appOf(item)) return app->id;
-  const TileContent* content = contentOf(item);
-  return content ? content->application().identity : 0;
-}
-
-QString DockView::keyOf(qsizetype item) const { return isItem(item) ? itemKey(row_, layout_.items[item]) : QString(); }
-
-bool DockView::answersPointer(qsizetype item) const {
-  if (!isItem(item)) return false;
-  const TileContent* content = contentOf(item);
-  return !content || content->isSolid();
-}
-
-QUuid DockView::widgetAt(QPointF point) const {
-  const DockWidget* widget = widgetOf(layout_.itemAt(point).value_or(-1));
-  return widget ? widget->id : QUuid();
-}
-
-QRectF DockView::tileRect(const QUuid& widget) const {
-  const auto found = std::ranges::find(row_.widgets, widget, &DockWidget::id);
-  if (found == row_.widgets.end()) return {};
-  return itemRect(layout_.itemOf(RowItem::Kind::Widget, found - row_.widgets.begin()));
-}
-
-QRect DockView::besideRect(const QUuid& widget) const { return glassBeside(tileRect(widget)); }
-
-QRect DockView::glassBeside(const QRectF& item) const {
-  QRectF beside = item;
-  beside.setTop(fullGlass().top());
-  beside.setBottom(fullGlass().bottom());
-  return beside.toAlignedRect();
-}
-
-QList<DockAppItem> DockView::apps() const {
-  QList<DockAppItem> apps;
-  for (qsizetype item = 0; item < layout_.items.size(); ++item) {
-    const DockWidget* widget = widgetOf(item);
-    if (widget && DropRules::takerOf(*widget) == DropRules::Taker::Application)
-      apps.append({widget->id, 0});
-    else if (const DockApp* app = appOf(item))
-      apps.append({{}, app->id});
-  }
-  return apps;
-}
-
 QRect DockView::besideApplication(quint64 application) const {
-  const QRectF place = applicationPlaces().value(application);
-  return place.isEmpty() ? QRect() : glassBeside(place);
+  const QRectF place = tiles_.applicationPlaces().value(application);
+  return place.isEmpty() ? QRect() : shape_.beside(place);
 }
 
-QHash<quint64, QRectF> DockView::applicationPlaces() const {
-  QHash<quint64, QRectF> places;
-  for (qsizetype item = 0; item < layout_.items.size(); ++item)
-    if (const quint64 application = applicationOf(item)) places.insert(application, layout_.items[item].rect);
-  return places;
+// --- What is to be painted anew -------------------------------------------------------------------------------------
+
+void DockView::updateItem(qsizetype item) {
+  if (tiles_.isItem(item)) update(items_.boundsOf(item).toAlignedRect());
 }
 
-TileText DockView::itemText(qsizetype item) const {
-  if (const DockWidget* widget = widgetOf(item)) return tiles_.value(widget->id).text;
-  const DockApp* app = appOf(item);
-  return app ? TileText{app->name, tarnwick::describe(app->marks())} : TileText{};
+void DockView::updateRow() {
+  if (shape_.takeWhole()) Q_EMIT shapeChanged();
+  if (drag_.isBusy() || drop_.isActive() || tabs_.slide()) {
+    update(shape_.rowBand().toAlignedRect());
+    return;
+  }
+  for (qsizetype item = 0; item < tiles_.count(); ++item)
+    update(items_.mostBoundsAt(tiles_.place(item)).toAlignedRect());
 }
+
+void DockView::showMagnified(qsizetype item) {
+  items_.noteMotion();
+  update(items_.mostBoundsAt(items_.placeOf(item)).toAlignedRect());
+}
+
+// --- A tile that is dragged -----------------------------------------------------------------------------------------
+
+void DockView::beginDrag(qsizetype item, QPointF at) {
+  updateRow();
+  drag_.begin(item, at);
+  setPointer(at);
+  // The dock has no keyboard of its own, but Escape must reach it.
+  grabKeyboard();
+  Q_EMIT dragStarted();
+}
+
+void DockView::dragTo(QPointF pointer) {
+  drag_.moveTo(pointer);
+  updateRow();
+  updateTip();
+  Q_EMIT dragMoved();
+}
+
+void DockView::drop() {
+  if (!drag_.isActive()) return;  // Escape was faster.
+  const bool removes = wouldRemove();
+  const QUuid held = row().widgets[drag_.widget()].id;
+  const auto move = drag_.drop();
+  releaseKeyboard();
+  tips_.dismiss();
+  updateRow();
+  const QList<DockWidget> before = row().widgets;
+  if (removes) Q_EMIT removalRequested(held);
+  if (move) Q_EMIT reorderRequested(move->first, move->second);
+  // Whoever refuses sends it home.
+  if (row().widgets == before) drag_.settle();
+}
+
+void DockView::cancelDrag() {
+  if (!drag_.isActive()) return;
+  press_.forget();
+  drag_.drop();
+  releaseKeyboard();
+  tips_.dismiss();
+  updateRow();
+  drag_.settle();
+  Q_EMIT released();
+}
+
+/// Whether letting go of the tile now takes it off the dock: far from the glass, and over no other window of ours.
+bool DockView::wouldRemove() const {
+  if (!drag_.isAway()) return false;
+  const QWidget* under = QApplication::topLevelAt(mapToGlobal(drag_.pointer().toPoint()));
+  return !under || under == window() || qobject_cast<const TipBubble*>(under);
+}
+
+// --- Tips -----------------------------------------------------------------------------------------------------------
+
+/// The tip of what the pointer is over, or of what the keyboard is at where it moved last.
+std::optional<DockTip> DockView::pointedTip() const {
+  if (focus_.leads()) return focusedItem() >= 0 ? pointed_.of(focusedItem()) : std::nullopt;
+  return hover_.pointer() ? pointed_.at(*hover_.pointer()) : std::nullopt;
+}
+
+/// Nothing is said over what is open beside the dock, or while something is done with it.
+void DockView::updateTip() {
+  if (wouldRemove())
+    tips_.say({u"remove"_s, tr("Remove"), QRect(drag_.pointer().toPoint(), QSize(1, 1))});
+  else if (isHeld() || drop_.isActive() || menuOpen_ || !panelOpen_.isNull())
+    tips_.dismiss();
+  else
+    tips_.point(pointedTip());
+}
+
+// --- For screen readers ---------------------------------------------------------------------------------------------
 
 void DockView::activateItem(qsizetype item) {
-  if (!answersPointer(item)) return;
-  if (const DockWidget* widget = widgetOf(item))
+  if (!tiles_.answersPointer(item)) return;
+  if (const DockWidget* widget = tiles_.widgetOf(item))
     Q_EMIT tileActivated(widget->id);
   else
-    Q_EMIT applicationActivated(appOf(item)->id);
+    Q_EMIT applicationActivated(tiles_.appOf(item)->id);
+}
+
+QList<ItemCommand> DockView::itemCommands(qsizetype item) const {
+  if (!commands_) return {};
+  if (item < 0) return commands_(QUuid(), 0, shape_.beside(glassRect()));
+  if (!tiles_.isItem(item)) return {};
+  const DockWidget* widget = tiles_.widgetOf(item);
+  return commands_(widget ? widget->id : QUuid(), widget ? 0 : tiles_.appOf(item)->id,
+                   shape_.beside(tiles_.place(item)));
 }
 
 }  // namespace tarnwick

@@ -4,10 +4,6 @@
 #include <QPoint>
 #include <QPointF>
 #include <QString>
-#include <QUuid>
-#include <optional>
-
-#include "views/dock/DropRules.h"
 
 namespace tarnwick {
 
@@ -43,7 +39,7 @@ struct Press {
   enum class On { Item, Tab, Glass };
   enum class Gesture { Nothing, Drag, Swipe, Move };  ///< What it became by moving.
 
-  static constexpr double kSlop = 6;
+  static constexpr double kSlop = 6;    ///< Units that a click may move.
   static constexpr double kHold = 0.4;  ///< Seconds without a move after which an application shows its windows.
 
   On on = On::Glass;
@@ -57,16 +53,5 @@ struct Press {
 
 /// Whether a sideways drag of `distance` units, let go at `velocity`, switches profiles.
 bool swipeSwitches(double distance, double velocity);
-
-/// Something of another program that is held over the dock.
-struct DropHover {
-  QPointF pointer;
-  bool widget = false;
-  qsizetype item = -1;  ///< That would take it; -1 for none.
-  DropRules::Taker taker = DropRules::Taker::None;
-  qsizetype index = 0;    ///< Where it would be put in otherwise.
-  qsizetype looked = -1;  ///< The folder's item that `folder` is known for.
-  DropRules::Folder folder{};
-};
 
 }  // namespace tarnwick

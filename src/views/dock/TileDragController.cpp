@@ -17,12 +17,7 @@ const QString kGap = QStringLiteral("gap");    // The left edge of the place tha
 
 TileDragController::TileDragController(const DockRow& row, const RowLayout& layout, Animator& animator,
                                        EdgeScroll& edges, std::function<RowLayout(const DockRow& row)> layoutOf)
-    : row_(row),
-      layout_(layout),
-      edges_(edges),
-      layoutOf_(std::move(layoutOf)),
-      shifts_(animator),
-      springs_(animator) {
+    : row_(row), layout_(layout), edges_(edges), layoutOf_(std::move(layoutOf)), shifts_(animator), springs_(animator) {
   connect(&shifts_, &SpringSet::moved, this, &TileDragController::moved);
   connect(&springs_, &SpringSet::moved, this, &TileDragController::moved);
   connect(&springs_, &SpringSet::rested, this, [this] {

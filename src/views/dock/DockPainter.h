@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QPainter>
+#include <QPixmap>
+#include <QRegion>
+#include <functional>
+
+#include "views/dock/DockShape.h"
+#include "views/dock/GlassPicture.h"
+#include "views/dock/ItemPainter.h"
+#include "views/dock/RowScroll.h"
+#include "views/theme/Glass.h"
+
+namespace tarnwick {
+
+/// Paints a dock: the glass with the user's picture, tabs, the row with what slides and fades in it, and the marks of
+/// where something goes. All but the pictures is borrowed.
+class DockPainter final {
+ public:
+  /// `stale` is called when the whole dock is to be painted anew.
+  DockPainter(const DockState& state, const DockShape& shape, const RowScroll& scroll, ItemPainter& items,
+              std::function<void()> stale);
+
+  /// What of it lies in the region.
+  void paint(QPainter& painter, const QRegion& damaged);
+  /// The tiles of the profile as they are, without glass and applications.
+  QPixmap pictureOfRow();
+
+ private:
+  void paintPart(QPainter& painter, const QRect& part);
+  void paintPicture(QPainter& painter);
+  void paintItemsThatEnd(QPainter& painter, const QRect& part);
+  void paintItems(QPainter& painter, const QRect& part);
+  void clipSlide(QPainter& painter) const;
+  void paintSlide(QPainter& painter) const;
+  void paintInvitation(QPainter& painter) const;
+  void paintTabs(QPainter& painter) const;
+  void paintInsertion(QPainter& painter, qsizetype index) const;
+
+  // Short for what all of that is about.
+  const DockRow& row() const { return state_.tiles.row(); }
+  const RowLayout& layout() const { return state_.tiles.layout(); }
+  const Palette& palette() const { return state_.tiles.palette(); }
+  bool isWidget(qsizetype item) const { return state_.tiles.widgetOf(item) != nullptr; }
+  double tileCorner() const;
+  double dockCorner() const;
+
+  DockState state_;
+  const DockShape& shape_;
+  const RowScroll& scroll_;
+  ItemPainter& items_;
+  Glass glass_;
+  GlassPicture picture_;
+};
+
+}  // namespace tarnwick

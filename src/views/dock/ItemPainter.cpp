@@ -1,0 +1,114 @@
+#include "views/dock/ItemPainter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "views/families/Rooms.h"
+#include "views/theme/Theme.h"
+#include "views/tiles/AppPainting.h"
+#include "views/tiles/TilePainter.h"
+#include "widgets/catalog/Catalog.h"
+
+namespace tarnwick {
+
+ItemPainter::ItemPainter(const DockState& state, const AppIconCache& icons, Animator& animator,
+                         std::function<void(qsizetype item)> stale)
+    : state_(state),
+      icons_(icons),
+      stale_(std::move(stale)),
+      rest_(
+          animator, theme::kRestSeconds, [] {}, [this] { comeToRest(); }),
+      launches_(animator, {theme::kPulseSeconds, theme::kPulseOpacity, theme::kMostPulses}, [this] {
+        for (qsizetype item = 0; item < state_.tiles.count(); ++item)
+          if (state_.tiles.isLaunching(item)) stale_(item);
+      }) {}
+
+TileStyle ItemPainter::styleOf(qsizetype item) const {
+  const RowTiles& tiles = state_.tiles;
+  const DockRow& row = tiles.row();
+  TileStyle style;
+  style.palette = tiles.palette();
+  style.scale = row.scale;
+  style.direction = tiles.surface().layoutDirection();
+  style.magnification = state_.hover.magnificationOf(item);
+  style.focused = item == state_.focusedItem();
+  style.takesDrop = state_.drop.isOver(item);
+  style.editing = state_.drag.isActive();
+  style.icons = &icons_.icons();
+  // Where the dock itself is clear, the tiles' grounds are all that text can be read on.
+  style.filled = row.tiles || row.style == DockStyle::LiquidGlass || row.style == DockStyle::Transparent;
+  style.failed = tiles.hasFailed(item);
+  if (const DockWidget* widget = tiles.widgetOf(item)) style.accent = tileAccent(Catalog::find(widget->kind));
+  style.state = stateOf(item);
+  if (style.state == TileState::Dragged) {
+    style.lift = state_.drag.lift();
+    style.magnification = 1;
+  }
+  if (tiles.isLaunching(item)) style.iconOpacity = launches_.value();
+  return style;
+}
+
+TileState ItemPainter::stateOf(qsizetype item) const {
+  const bool isHovered = item == state_.hover.item();
+  if (state_.drag.isLifted(item)) return TileState::Dragged;
+  if (isHovered && state_.press.isOn(item)) return TileState::Pressed;
+  const DockWidget* widget = state_.tiles.widgetOf(item);
+  if (widget && !state_.panelOpen.isNull() && widget->id == state_.panelOpen) return TileState::PanelOpen;
+  return isHovered ? TileState::Hover : TileState::Rest;
+}
+
+QRectF ItemPainter::placeOf(qsizetype item) const {
+  const RowTiles& tiles = state_.tiles;
+  double shift = state_.drag.shiftOf(item);
+  // Running applications belong to no profile, and reduced motion lets nothing slide.
+  const bool slides = tiles.widgetOf(item) && !(tiles.row().reduceMotion && state_.tabs.slide());
+  if (slides && !state_.drag.holds(item)) shift += state_.tabs.offset();
+  return tiles.place(item).translated(std::round(shift * tiles.ratio()) / tiles.ratio(), 0);
+}
+
+QRectF ItemPainter::boundsOf(qsizetype item) const { return tilePaintBounds(placeOf(item), styleOf(item)); }
+
+QRectF ItemPainter::mostBoundsAt(const QRectF& place) const {
+  TileStyle largest;
+  largest.magnification = std::max(theme::kHoverScale, 1 + state_.tiles.row().swelling);
+  return tilePaintBounds(place, largest);
+}
+
+void ItemPainter::paint(QPainter& painter, qsizetype item) {
+  const TileStyle style = styleOf(item);
+  const QRectF place = placeOf(item);
+  if (!rest_.isMoving() || !TilePictures::hasPicture(style)) {
+    paintItself(painter, item, place, style);
+    return;
+  }
+  // The picture is taken where the tile is in the row, on whole pixels whatever shift it is drawn with.
+  pictures_.draw(painter, item, place, style,
+                 [&](QPainter& layer, const TileStyle& own) { paintItself(layer, item, place, own); });
+}
+
+void ItemPainter::paintItself(QPainter& painter, qsizetype item, const QRectF& place, const TileStyle& style) const {
+  if (const TileContent* content = state_.tiles.contentOf(item)) {
+    paintTile(painter, place, *content, style);
+  } else if (const DockApp* app = state_.tiles.appOf(item)) {
+    paintRunningApp(painter, place, app->name, app->icon, app->marks(), style);
+  }
+}
+
+void ItemPainter::comeToRest() {
+  pictures_.clear();
+  for (qsizetype item = 0; item < state_.tiles.count(); ++item)
+    if (tileFactor(styleOf(item)) != 1) stale_(item);
+}
+
+void ItemPainter::followLaunches() {
+  bool isLaunching = false;
+  for (qsizetype item = 0; item < state_.tiles.count() && !isLaunching; ++item)
+    isLaunching = state_.tiles.isLaunching(item);
+  if (!isLaunching)
+    launches_.stop();
+  else if (!state_.tiles.row().reduceMotion && state_.tiles.surface().isVisible())
+    launches_.start();
+}
+
+}  // namespace tarnwick

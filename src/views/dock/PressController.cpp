@@ -1,0 +1,157 @@
+#include "views/dock/PressController.h"
+
+#include <QMouseEvent>
+#include <cmath>
+#include <utility>
+
+namespace tarnwick {
+
+void PressController::setScheduler(Scheduler* scheduler) {
+  hold_.reset();
+  scheduler_ = scheduler;
+}
+
+void PressController::begin(const QMouseEvent& event, qsizetype hovered) {
+  Press press;
+  press.at = event.position();
+  press.global = event.globalPosition().toPoint();
+  press.flick.add(event.position().x(), event.timestamp());
+  if (const auto tab = tiles_.layout().tabAt(event.position())) {
+    press.on = Press::On::Tab;
+    press.tab = *tab;
+  } else if (const auto item = tiles_.layout().itemAt(event.position())) {
+    press.on = Press::On::Item;
+    press.key = tiles_.keyOf(*item);
+  }
+  press_ = press;
+  holdSoon();
+  pressed_ = hovered;
+  Q_EMIT changed(pressed_);
+}
+
+/// An application whose button stays down shows its windows, and the press is no click any more.
+void PressController::holdSoon() {
+  hold_.reset();
+  if (press_->on != Press::On::Item || !scheduler_) return;
+  hold_ = scheduler_->after(Press::kHold, [this] {
+    if (!press_ || press_->gesture != Press::Gesture::Nothing) return;
+    const qsizetype item = tiles_.itemWithKey(press_->key);
+    if (tiles_.applicationOf(item) == 0) return;
+    forget();
+    Q_EMIT held(item);
+    Q_EMIT released();
+  });
+}
+
+bool PressController::move(const QMouseEvent& event) {
+  if (!press_ || !event.buttons().testFlag(Qt::LeftButton)) return false;
+  press_->flick.add(event.globalPosition().x(), event.timestamp());
+  if (press_->gesture == Press::Gesture::Nothing) {
+    press_->gesture = gestureOf(*press_, event.position());
+    if (press_->gesture == Press::Gesture::Drag) {
+      pressed_ = -1;
+      Q_EMIT dragBegun(tiles_.itemWithKey(press_->key), press_->at);
+      if (!press_) return true;
+    }
+  }
+  switch (press_->gesture) {
+    case Press::Gesture::Nothing:
+      return false;
+    case Press::Gesture::Drag:
+      Q_EMIT dragged(event.position());
+      break;
+    case Press::Gesture::Swipe:
+      Q_EMIT swiped(event.position().x() - press_->at.x());
+      break;
+    case Press::Gesture::Move: {
+      // On the screen, since the view itself moves along.
+      const QPoint global = event.globalPosition().toPoint();
+      Q_EMIT moved(global - std::exchange(press_->global, global));
+      break;
+    }
+  }
+  return true;
+}
+
+Press::Gesture PressController::gestureOf(const Press& press, QPointF point) const {
+  const QPointF way = point - press.at;
+  if (QPointF::dotProduct(way, way) < Press::kSlop * Press::kSlop) return Press::Gesture::Nothing;
+  const DockRow& row = tiles_.row();
+  if (press.on == Press::On::Item && tiles_.widgetOf(tiles_.itemWithKey(press.key))) return Press::Gesture::Drag;
+  if (press.on != Press::On::Glass) return Press::Gesture::Nothing;
+  if (row.floats) return Press::Gesture::Move;
+  const bool swipes = row.swipes && row.tabs.size() > 1 && std::abs(way.x()) > std::abs(way.y());
+  return swipes && !(isBusy_ && isBusy_()) ? Press::Gesture::Swipe : Press::Gesture::Nothing;
+}
+
+void PressController::end(const QMouseEvent& event) {
+  if (!press_) return;
+  const Press press = *press_;
+  forget();
+  const QPointF point = event.position();
+  switch (press.gesture) {
+    case Press::Gesture::Nothing:
+      Q_EMIT pointed(point);
+      if (isOver(press, point)) Q_EMIT clicked(point);
+      break;
+    case Press::Gesture::Drag:
+      Q_EMIT dropped();
+      Q_EMIT pointed(point);
+      break;
+    case Press::Gesture::Swipe:
+      Q_EMIT swipeEnded(point.x() - press.at.x(), press.flick.velocity(event.timestamp()));
+      Q_EMIT pointed(point);
+      break;
+    case Press::Gesture::Move:
+      Q_EMIT moveEnded();
+      Q_EMIT pointed(point);
+      break;
+  }
+  Q_EMIT released();
+}
+
+void PressController::abandon() {
+  if (!press_) return;
+  const Press::Gesture gesture = press_->gesture;
+  forget();
+  if (gesture == Press::Gesture::Move) Q_EMIT moveEnded();
+  Q_EMIT released();
+}
+
+void PressController::forget() {
+  press_.reset();
+  Q_EMIT changed(std::exchange(pressed_, -1));
+}
+
+void PressController::beginMiddle(QPointF point) { middle_ = tiles_.layout().itemAt(point).value_or(-1); }
+
+std::optional<qsizetype> PressController::endMiddle(QPointF point) {
+  const qsizetype item = std::exchange(middle_, -1);
+  return item >= 0 && tiles_.layout().itemAt(point) == item ? std::optional(item) : std::nullopt;
+}
+
+void PressController::takeRow() { pressed_ = middle_ = -1; }
+
+void PressController::clamp() {
+  if (pressed_ >= tiles_.count()) pressed_ = -1;
+}
+
+void PressController::follow() {
+  if (press_ && press_->on == Press::On::Item) pressed_ = tiles_.itemWithKey(press_->key);
+}
+
+/// Whether the pointer is still over what was pressed.
+bool PressController::isOver(const Press& press, QPointF point) const {
+  const auto item = tiles_.layout().itemAt(point);
+  switch (press.on) {
+    case Press::On::Tab:
+      return tiles_.layout().tabAt(point) == press.tab;
+    case Press::On::Item:
+      return item && tiles_.keyOf(*item) == press.key;
+    case Press::On::Glass:
+      break;
+  }
+  return !item && !tiles_.layout().tabAt(point);
+}
+
+}  // namespace tarnwick
