@@ -11,7 +11,6 @@
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/Family.h"
 #include "widgets/catalog/KindTraits.h"
-#include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -66,7 +65,7 @@ QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
   state.canMoveLeft = isInRow(at - right);
   state.canMoveRight = isInRow(at + right);
   state.isFolder = traits.isFolder && !path.isEmpty();
-  state.isTrash = widget.kind == kind::trash;
+  state.isTrash = traits.opens == TileOpens::Trash;
   if (state.isTrash) state.trashIsEmpty = services_.files.trashCount() == 0;
   if (family == Family::Calendar || family == Family::Reminders)
     state.calendarFolders = CalendarFolders::of(store_.config());

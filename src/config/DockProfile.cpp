@@ -2,14 +2,13 @@
 
 #include <QCoreApplication>
 
-#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
 
 DockProfile DockProfile::initial() {
   DockProfile profile{QUuid::createUuid(), QCoreApplication::translate("DockProfile", "Everyday"), {}};
-  for (const auto kind : {kind::applications, kind::digitalClock, kind::analogClassicLight, kind::weatherCurrent,
-                          kind::cpu, kind::ram, kind::systemQuickToggles}) {
+  for (const QLatin1StringView kind : Catalog::starterKinds()) {
     profile.widgets.append(DockWidget{QUuid::createUuid(), kind, {}, {}});
   }
   return profile;

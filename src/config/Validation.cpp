@@ -10,7 +10,7 @@
 #include "base/Text.h"
 #include "config/DockConfiguration.h"
 #include "widgets/catalog/Catalog.h"
-#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/KindTraits.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -104,8 +104,9 @@ void migrateNotes(QList<DockProfile>& profiles) {
   for (qsizetype p = 0; p < profiles.size(); ++p) {
     for (qsizetype w = 0; w < profiles.at(p).widgets.size(); ++w) {
       const DockWidget& widget = profiles.at(p).widgets.at(w);
-      if (widget.kind != kind::notesLatest || widget.options.value(option::text).isEmpty()) continue;
-      profiles[p].widgets[w].kind = kind::scratchNote;
+      const QLatin1StringView withText = KindTraits::of(widget.kind).withText;
+      if (withText.isEmpty() || widget.options.value(option::text).isEmpty()) continue;
+      profiles[p].widgets[w].kind = withText;
     }
   }
 }

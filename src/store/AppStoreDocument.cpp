@@ -16,7 +16,7 @@
 #include "widgets/PinnedTiles.h"
 #include "widgets/TimerActions.h"
 #include "widgets/catalog/Catalog.h"
-#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/KindTraits.h"
 
 namespace tarnwick {
 
@@ -35,7 +35,7 @@ QList<DockWidget> AppStore::displayedWidgets(const QString& display) const {
   if (index < 0 || index >= config_.profiles.size()) return {};
   QList<DockWidget> shown = config_.profiles[index].widgets;
   if (!config_.desktopOptions().showPinnedWindows) {
-    shown.removeIf([](const DockWidget& widget) { return widget.kind == kind::pinnedWindow; });
+    shown.removeIf([](const DockWidget& widget) { return KindTraits::of(widget.kind).isPinnedWindow; });
   }
   return shown;
 }

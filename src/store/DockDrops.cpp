@@ -13,7 +13,6 @@
 #include "widgets/WidgetFolder.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/KindTraits.h"
-#include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -90,8 +89,9 @@ bool DockDrops::applyToTile(const DockFileDrop& drop, const DockWidget& tile, co
   const auto isFolder = [&](const QString& path) { return kinds.value(path) == Files::Kind::Folder; };
   const DropRouting::Target target = DropRouting::route(routed(tile), drop.index, isFolder);
   const QStringList paths = localPaths(drop.urls);
+  const TileTakes takes = KindTraits::of(tile.kind).takes;
   const bool takesFiles =
-      target.kind != DropRouting::Target::Kind::None || tile.kind == kind::trash || tile.kind == kind::fileShelf;
+      target.kind != DropRouting::Target::Kind::None || takes == TileTakes::Trash || takes == TileTakes::Shelf;
   if (!takesFiles) return false;
   if (paths.isEmpty()) {
     parts_.store->setError(tr("Only files on this computer can be dropped here."));
@@ -100,7 +100,7 @@ bool DockDrops::applyToTile(const DockFileDrop& drop, const DockWidget& tile, co
       parts_.store->setError(tr("Nothing on this computer can send files to devices nearby."));
   } else if (target.kind == DropRouting::Target::Kind::Folder) {
     bringInto(target.path, drop);
-  } else if (tile.kind == kind::trash) {
+  } else if (takes == TileTakes::Trash) {
     moveToTrash(localPaths(drop.urls), drop.display);
   } else {
     shelve(paths, kinds, drop.display);
@@ -208,7 +208,8 @@ void DockDrops::shelve(const QStringList& paths, const Kinds& kinds, const QStri
 /// Desktop entries become tiles in any case, everything else where no shelf takes it.
 void DockDrops::makeTiles(const DockFileDrop& drop, const Kinds& kinds) {
   const QList<DockWidget> shown = parts_.store->displayedWidgets(drop.display);
-  const bool hasShelf = std::ranges::any_of(shown, [](const DockWidget& each) { return each.kind == kind::fileShelf; });
+  const bool hasShelf = std::ranges::any_of(
+      shown, [](const DockWidget& each) { return KindTraits::of(each.kind).takes == TileTakes::Shelf; });
   QList<DockWidget> tiles;
   QStringList shelved;
   for (const QString& path : localPaths(drop.urls)) {

@@ -10,7 +10,7 @@
 #include "config/DockConfiguration.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/Family.h"
-#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/KindTraits.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -95,20 +95,20 @@ WidgetEditor::Outcome WidgetEditor::save(const DockWidget& edited, const DockWid
   keepRunningState(widget, stored);
 
   const QString mode = widget.options.value(option::connectionMode);
-  const bool isCodex = widget.kind == kind::codexUsage || widget.kind == kind::codexUsageGauge;
-  if (isCodex && mode == "codexLocal"_L1) checkCodexExecutable(widget, hooks);
+  const KindTraits& traits = KindTraits::of(widget.kind);
+  if (traits.readsCodex && mode == "codexLocal"_L1) checkCodexExecutable(widget, hooks);
   if (mode == "native"_L1) widget = hooks.configured(widget);
 
   const QString& family = Catalog::find(widget.kind).family;
   const bool isConnected = isConnectedFamily(family);
-  if (family == Family::Timer && widget.kind != kind::stopwatch) checkDuration(widget, stored);
+  if (family == Family::Timer && traits.run != TimerRun::Stopwatch) checkDuration(widget, stored);
   if (family == Family::Water) checkGoal(widget);
   if (isConnected) checkEndpoint(widget);
   // One entry that the document refuses would keep every later change from being saved, so it is refused here.
   DockConfiguration::validated(widget);
 
   const bool showsWeather =
-      family == Family::Weather || (widget.kind == kind::todayClock && !widget.options.value(option::city).isEmpty());
+      family == Family::Weather || (traits.showsCityWeather && !widget.options.value(option::city).isEmpty());
   return {.saveCredential = isConnected && credentialChanged,
           .widget = std::move(widget),
           .refresh = isConnected || showsWeather};

@@ -7,7 +7,7 @@
 #include <cmath>
 
 #include "base/DomainError.h"
-#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/KindTraits.h"
 
 namespace tarnwick {
 namespace {
@@ -28,7 +28,7 @@ qint64 countOf(const QJsonValue& value) {
 
 QList<QDate> CalendarStrip::days(const QString& kind, const QDateTime& date, Qt::DayOfWeek firstDay) {
   QDate first = date.date();
-  if (kind == kind::calendarWeek) first = first.addDays(-((first.dayOfWeek() - firstDay + 7) % 7));
+  if (KindTraits::of(kind).beginsWithWeek) first = first.addDays(-((first.dayOfWeek() - firstDay + 7) % 7));
   QList<QDate> result;
   for (int day = 0; day < 7; ++day) result.append(first.addDays(day));
   return result;

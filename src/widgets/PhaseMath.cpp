@@ -5,7 +5,7 @@
 
 #include "base/Text.h"
 #include "widgets/TimeMath.h"
-#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/KindTraits.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -68,7 +68,7 @@ double PomodoroMath::duration(const DockWidget& widget, const QString& phase) {
 DockWidget PomodoroMath::advance(const DockWidget& widget, const QDateTime& at) {
   const auto deadline = Text::number(widget.options.value(option::deadline));
   const double now = TimeMath::unixSeconds(at);
-  if (widget.kind != kind::pomodoro || !deadline || *deadline > now) return widget;
+  if (KindTraits::of(widget.kind).run != TimerRun::Pomodoro || !deadline || *deadline > now) return widget;
 
   if (!isCountable(widget, option::sessions) || !isCountable(widget, option::cycleLength)) return widget;
   const double length = std::clamp(std::trunc(widget.number(option::cycleLength, 4)), 1.0, 12.0);
@@ -100,7 +100,7 @@ double PostureMath::duration(const DockWidget& widget, const QString& phase) {
 DockWidget PostureMath::advance(const DockWidget& widget, const QDateTime& at) {
   const auto deadline = Text::number(widget.options.value(option::deadline));
   const double now = TimeMath::unixSeconds(at);
-  if (widget.kind != kind::posture || !deadline || *deadline > now) return widget;
+  if (KindTraits::of(widget.kind).run != TimerRun::Posture || !deadline || *deadline > now) return widget;
 
   DockWidget advanced = widget;
   Cycle cycle;

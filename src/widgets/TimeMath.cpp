@@ -6,7 +6,7 @@
 
 #include "base/Text.h"
 #include "widgets/PhaseMath.h"
-#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/KindTraits.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -42,7 +42,7 @@ double TimeMath::remaining(const DockWidget& widget, const QDateTime& at) {
   if (const auto deadline = Text::number(widget.options.value(option::deadline))) {
     return std::max(0.0, *deadline - unixSeconds(at));
   }
-  const double whole = widget.kind == kind::pomodoro
+  const double whole = KindTraits::of(widget.kind).run == TimerRun::Pomodoro
                            ? PomodoroMath::duration(widget, widget.options.value(option::phase))
                            : widget.number(option::minutes, kMinutes) * 60;
   return std::max(0.0, widget.number(option::remaining, whole));

@@ -9,7 +9,7 @@
 #include "widgets/TimeMath.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/Family.h"
-#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/KindTraits.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -21,10 +21,12 @@ struct TimerWords {
   Q_DECLARE_TR_FUNCTIONS(Timers)
 };
 
+TimerRun runOf(const DockWidget& widget) { return KindTraits::of(widget.kind).run; }
+
 double wholeLength(const DockWidget& widget) {
   const QString phase = widget.options.value(option::phase);
-  if (widget.kind == kind::pomodoro) return PomodoroMath::duration(widget, phase);
-  if (widget.kind == kind::posture) return PostureMath::duration(widget, phase);
+  if (runOf(widget) == TimerRun::Pomodoro) return PomodoroMath::duration(widget, phase);
+  if (runOf(widget) == TimerRun::Posture) return PostureMath::duration(widget, phase);
   return widget.number(option::minutes, 25) * 60;
 }
 
@@ -60,7 +62,7 @@ TimerActions::Beat waterBeat(const DockWidget& widget, const QDateTime& at) {
 DockWidget TimerActions::toggled(const DockWidget& widget, const QDateTime& at) {
   const double now = TimeMath::unixSeconds(at);
   DockWidget result = widget;
-  if (widget.kind == kind::stopwatch) {
+  if (runOf(widget) == TimerRun::Stopwatch) {
     if (Ticking::timerIsRunning(widget)) {
       result.options.insert(option::elapsed, TimeMath::text(TimeMath::elapsed(widget, at)));
       result.options.remove(option::started);
@@ -101,19 +103,19 @@ TimerActions::Beat TimerActions::beat(const DockWidget& widget, const QDateTime&
   const auto deadline = Text::number(widget.options.value(option::deadline));
   if (!deadline || *deadline > TimeMath::unixSeconds(at)) return {widget, {}};
 
-  if (widget.kind == kind::pomodoro) {
+  if (runOf(widget) == TimerRun::Pomodoro) {
     const DockWidget advanced = PomodoroMath::advance(widget, at);
     return {advanced, advanced == widget ? QString() : pomodoroWords(advanced)};
   }
-  if (widget.kind == kind::posture) {
+  if (runOf(widget) == TimerRun::Posture) {
     const DockWidget advanced = PostureMath::advance(widget, at);
     return {advanced, advanced == widget ? QString() : postureWords(advanced)};
   }
   DockWidget ended = widget;
   ended.options.remove(option::deadline);
   ended.options.insert(option::remaining, u"0"_s);
-  return {ended, widget.kind == kind::exercise ? TimerWords::tr("Take a break to move and stretch.")
-                                               : TimerWords::tr("Your timer is finished.")};
+  return {ended, runOf(widget) == TimerRun::Exercise ? TimerWords::tr("Take a break to move and stretch.")
+                                                     : TimerWords::tr("Your timer is finished.")};
 }
 
 }  // namespace tarnwick

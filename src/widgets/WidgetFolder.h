@@ -3,7 +3,7 @@
 #include <QStandardPaths>
 
 #include "config/DockWidget.h"
-#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/KindTraits.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -12,7 +12,7 @@ namespace tarnwick {
 /// of those. Empty for none.
 inline QString widgetFolder(const DockWidget& widget) {
   const QString path = widget.options.value(option::path);
-  if (!path.isEmpty() || widget.kind != kind::downloads) return path;
+  if (!path.isEmpty() || !KindTraits::of(widget.kind).isDownloads) return path;
   return QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
 }
 

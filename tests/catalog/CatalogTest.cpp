@@ -134,7 +134,40 @@ TEST(Catalog, TraitsSetAFewKindsApart) {
   EXPECT_EQ(withTrait([](const KindTraits& traits) { return traits.opens == TileOpens::Trash; }), Kinds{u"trash"_s});
   EXPECT_EQ(withTrait([](const KindTraits& traits) { return traits.needsRunningApps; }),
             (Kinds{u"topApps"_s, u"appSwitcher"_s, u"pinnedWindow"_s, u"openWindows"_s, u"appLauncher"_s}));
-  EXPECT_EQ(KindTraits::of(u"teleporter"_s).opens, TileOpens::Panel);
+  const auto taking = [&](TileTakes takes) {
+    return withTrait([takes](const KindTraits& traits) { return traits.takes == takes; });
+  };
+  EXPECT_EQ(taking(TileTakes::Folder),
+            (Kinds{u"folderLauncher"_s, u"downloads"_s, u"recentFiles"_s, u"screenshots"_s}));
+  EXPECT_EQ(taking(TileTakes::Trash), Kinds{u"trash"_s});
+  EXPECT_EQ(taking(TileTakes::Shelf), Kinds{u"fileShelf"_s});
+  EXPECT_EQ(taking(TileTakes::Share), Kinds{u"airdrop"_s});
+  EXPECT_EQ(taking(TileTakes::Application), Kinds{u"appLauncher"_s});
+  const auto running = [&](TimerRun run) {
+    return withTrait([run](const KindTraits& traits) { return traits.run == run; });
+  };
+  EXPECT_EQ(running(TimerRun::Pomodoro), Kinds{u"pomodoro"_s});
+  EXPECT_EQ(running(TimerRun::Posture), Kinds{u"posture"_s});
+  EXPECT_EQ(running(TimerRun::Stopwatch), Kinds{u"stopwatch"_s});
+  EXPECT_EQ(running(TimerRun::Exercise), Kinds{u"exercise"_s});
+  EXPECT_EQ(withTrait([](const KindTraits& traits) { return traits.isLine; }), Kinds{u"dockSeparator"_s});
+  EXPECT_EQ(withTrait([](const KindTraits& traits) { return traits.isPinnedWindow; }), Kinds{u"pinnedWindow"_s});
+  EXPECT_EQ(withTrait([](const KindTraits& traits) { return traits.anchorsRunningApps; }), Kinds{u"applications"_s});
+  EXPECT_EQ(withTrait([](const KindTraits& traits) { return traits.readsCodex; }),
+            (Kinds{u"codexUsage"_s, u"codexUsageGauge"_s}));
+  EXPECT_EQ(withTrait([](const KindTraits& traits) { return traits.showsCityWeather; }), Kinds{u"todayClock"_s});
+  const KindTraits& unknown = KindTraits::of(u"teleporter"_s);
+  EXPECT_EQ(unknown.opens, TileOpens::Panel);
+  EXPECT_EQ(unknown.takes, TileTakes::None);
+}
+
+TEST(Catalog, ListsNameNothingTwiceAndNothingThatIsNotThere) {
+  for (const auto kinds : {Catalog::starterKinds(), Catalog::suggestedKinds()}) {
+    QStringList named(kinds.begin(), kinds.end());
+    EXPECT_FALSE(named.isEmpty());
+    for (const QString& kind : named) EXPECT_TRUE(Catalog::contains(kind)) << kind.toStdString();
+    EXPECT_EQ(named.removeDuplicates(), 0);
+  }
 }
 
 TEST(Catalog, UnknownKindsAreGenericAndKeepTheirAddressOnEveryThread) {

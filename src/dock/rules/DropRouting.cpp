@@ -1,7 +1,7 @@
 #include "dock/rules/DropRouting.h"
 
 #include "widgets/catalog/Family.h"
-#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/KindTraits.h"
 
 namespace tarnwick {
 
@@ -21,7 +21,7 @@ DropRouting::Target DropRouting::route(double x, const QList<Tile>& tiles, doubl
 }
 
 DropRouting::Target DropRouting::route(const Tile& tile, qsizetype at, const IsFolder& isFolder) {
-  if (tile.kind == kind::airdrop) return {Target::Kind::AirDrop, -1, {}};
+  if (KindTraits::of(tile.kind).takes == TileTakes::Share) return {Target::Kind::AirDrop, -1, {}};
   const bool leadsToAFolder = tile.family == Family::Files && !tile.path.isEmpty() && isFolder(tile.path);
   return leadsToAFolder ? Target{Target::Kind::Folder, at, tile.path} : Target();
 }

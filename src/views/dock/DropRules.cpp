@@ -12,7 +12,6 @@
 #include "widgets/WidgetFolder.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/Family.h"
-#include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -38,12 +37,10 @@ Qt::DropAction firstOf(Qt::DropActions possible, std::initializer_list<Qt::DropA
 }  // namespace
 
 DropRules::Taker DropRules::takerOf(const DockWidget& widget) {
-  const QString path = widget.options.value(option::path);
-  if (widget.kind == kind::airdrop) return Taker::Share;
-  if (widget.kind == kind::trash) return Taker::Trash;
-  if (widget.kind == kind::fileShelf) return Taker::Shelf;
-  if (widget.kind == kind::appLauncher) return PinnedTiles::isDesktopEntry(path) ? Taker::Application : Taker::None;
-  return folderOf(widget).isEmpty() ? Taker::None : Taker::Folder;
+  const Taker taker = KindTraits::of(widget.kind).takes;
+  if (taker == Taker::Application && !PinnedTiles::isDesktopEntry(widget.options.value(option::path)))
+    return Taker::None;
+  return taker == Taker::Folder && folderOf(widget).isEmpty() ? Taker::None : taker;
 }
 
 QString DropRules::folderOf(const DockWidget& widget) {

@@ -5,6 +5,7 @@
 #include <Qt>
 
 #include "config/DockWidget.h"
+#include "widgets/catalog/KindTraits.h"
 
 class QMimeData;
 
@@ -12,8 +13,7 @@ namespace tarnwick {
 
 /// What a dock does with things that come from other programs.
 struct DropRules {
-  /// What a tile does with files.
-  enum class Taker { None, Folder, Trash, Shelf, Share, Application };
+  using Taker = TileTakes;
 
   /// What a folder's tile leads to may be gone: see lookAt.
   static Taker takerOf(const DockWidget& widget);

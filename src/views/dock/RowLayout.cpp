@@ -10,7 +10,6 @@
 #include "views/theme/Theme.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/KindTraits.h"
-#include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
 
@@ -37,7 +36,7 @@ struct Block {
   }
 };
 
-bool isLine(const DockWidget& widget) { return widget.kind == kind::dockSeparator; }
+bool isLine(const DockWidget& widget) { return KindTraits::of(widget.kind).isLine; }
 bool isGap(const DockWidget& widget) { return KindTraits::of(widget.kind).isGap; }
 
 Block appBlock(const DockRow& row, bool lineBefore, bool lineAfter) {
@@ -51,8 +50,8 @@ Block appBlock(const DockRow& row, bool lineBefore, bool lineAfter) {
 
 /// Where the running applications are: in front of the widget of this index.
 qsizetype appsPosition(const DockRow& row) {
-  const auto isApplications = [](const DockWidget& widget) { return widget.kind == kind::applications; };
-  const auto anchor = std::ranges::find_if(row.widgets, isApplications);
+  const auto anchors = [](const DockWidget& widget) { return KindTraits::of(widget.kind).anchorsRunningApps; };
+  const auto anchor = std::ranges::find_if(row.widgets, anchors);
   const bool anchored = anchor != row.widgets.end();
   const qsizetype index = anchor - row.widgets.begin();
   switch (row.placement) {

@@ -7,7 +7,6 @@
 #include "widgets/PinnedTiles.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/KindTraits.h"
-#include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 #include "widgets/catalog/SearchWords.h"
 
@@ -64,11 +63,8 @@ QList<LibraryShelf> LibraryShelves::all(const QList<StandardApplication>& applic
 }
 
 LibraryShelf LibraryShelves::toTry() {
-  constexpr QLatin1StringView kinds[] = {
-      kind::digitalClock, kind::analogClassicLight, kind::worldClockCity, kind::calendar, kind::calendarYearProgress,
-      kind::timer,        kind::pomodoro,           kind::quickTodo,      kind::cpuChart, kind::ram,
-      kind::storage,      kind::networkChart};
-  return shelfOfKinds(LibraryWords::tr("Try these"), u"sparkles"_s, {std::begin(kinds), std::end(kinds)});
+  const auto kinds = Catalog::suggestedKinds();
+  return shelfOfKinds(LibraryWords::tr("Try these"), u"sparkles"_s, QStringList(kinds.begin(), kinds.end()));
 }
 
 QList<LibraryShelf> LibraryShelves::fitting(const QList<LibraryShelf>& shelves, const QString& section,

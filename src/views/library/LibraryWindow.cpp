@@ -17,9 +17,8 @@
 #include "views/window/DropDown.h"
 #include "views/window/SideList.h"
 #include "views/window/WindowTheme.h"
+#include "widgets/PinnedTiles.h"
 #include "widgets/catalog/Catalog.h"
-#include "widgets/catalog/Kinds.h"
-#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -229,7 +228,7 @@ void LibraryWindow::activate(const LibraryItem& item) {
 
 void LibraryWindow::chooseApplication() {
   auto* picker = new AppPicker(services_.apps, services_.previews.icons, this);
-  connect(picker, &AppPicker::chosen, this, [this](const QString& path) { addPath(kind::appLauncher, path); });
+  connect(picker, &AppPicker::chosen, this, [this](const QString& path) { add(PinnedTiles::launcher(path)); });
   picker->open();
 }
 
@@ -239,16 +238,8 @@ void LibraryWindow::chooseFolder() {
   dialog->setFileMode(QFileDialog::Directory);
   dialog->setOption(QFileDialog::ShowDirsOnly);
   connect(dialog, &QFileDialog::fileSelected, this,
-          [this](const QString& path) { addPath(kind::folderLauncher, QDir::cleanPath(path)); });
+          [this](const QString& path) { add(PinnedTiles::folder(QDir::cleanPath(path))); });
   dialog->open();
-}
-
-void LibraryWindow::addPath(const QString& kind, const QString& path) {
-  DockWidget widget;
-  widget.id = QUuid::createUuid();
-  widget.kind = kind;
-  widget.options.insert(option::path, path);
-  add(widget);
 }
 
 void LibraryWindow::add(DockWidget widget) {

@@ -53,7 +53,6 @@ class LibraryWindow final : public AppWindow {
   void activate(const LibraryItem& item);
   void chooseApplication();
   void chooseFolder();
-  void addPath(const QString& kind, const QString& path);
   void add(DockWidget widget);
 
   AppStore& store_;

@@ -4,12 +4,12 @@
 #include <QHash>
 #include <QMutex>
 #include <algorithm>
-#include <array>
 #include <string_view>
 #include <unordered_map>
 
 #include "base/ProbeCounters.h"
 #include "widgets/catalog/CatalogRows.h"
+#include "widgets/catalog/KindTraits.h"
 #include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
@@ -86,8 +86,7 @@ void Lists::buildItems() {
     const auto groupName = groupNames.constFind(item.id);
     item.category = groupName == groupNames.cend() ? translated(row.category) : *groupName;
     item.symbol = words.of(row.symbol);
-    const bool isStudio = item.id == kind::youtubeStudio || item.id == kind::xStudio;
-    item.family = words.of(familyText(isStudio ? Family::Studio : row.family).data());
+    item.family = words.of(familyText(row.family).data());
     item.asset = words.of(row.asset);
     item.width = Catalog::referenceWidth(item.id, row.width);
     items.append(std::move(item));
@@ -98,9 +97,8 @@ void Lists::buildItems() {
 }
 
 void Lists::buildExtraItems() {
-  static constexpr std::array readyMade{kind::applications, kind::trash, kind::appLauncher, kind::folderLauncher};
   for (const WidgetDefinition& item : std::as_const(items)) {
-    const bool offeredElsewhere = std::find(readyMade.begin(), readyMade.end(), item.id) != readyMade.end();
+    const bool offeredElsewhere = KindTraits::of(item.id).readyMade != ReadyMade::None;
     if (!offeredElsewhere && !referenceKinds.contains(item.id)) extraItems.append(item);
   }
 }
@@ -150,9 +148,9 @@ class UnknownKinds {
 QString Catalog::sectionOf(const WidgetDefinition& definition) {
   const QStringList& sections = lists().categories;
   if (sections.contains(definition.category)) return definition.category;
-  static constexpr std::array apps{kind::applications, kind::trash, kind::appLauncher};
-  if (std::ranges::find(apps, definition.id) != apps.end()) return sections.value(1);
-  if (definition.id == kind::folderLauncher) return sections.value(2);
+  const ReadyMade readyMade = KindTraits::of(definition.id).readyMade;
+  if (readyMade == ReadyMade::Apps) return sections.value(1);
+  if (readyMade == ReadyMade::Folders) return sections.value(2);
   return contains(definition.id) ? sections.last() : definition.category;
 }
 
@@ -184,6 +182,10 @@ const QList<WidgetGroup>& Catalog::groups() { return lists().groups; }
 const QSet<QString>& Catalog::referenceKinds() { return lists().referenceKinds; }
 
 const QList<WidgetDefinition>& Catalog::extraItems() { return lists().extraItems; }
+
+std::span<const QLatin1StringView> Catalog::starterKinds() { return catalog::starterKinds(); }
+
+std::span<const QLatin1StringView> Catalog::suggestedKinds() { return catalog::suggestedKinds(); }
 
 const QStringList& Catalog::categories() { return lists().categories; }
 

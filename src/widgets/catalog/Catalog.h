@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 #include <QStringView>
+#include <span>
 
 #include "widgets/catalog/WidgetDefinition.h"
 
@@ -32,6 +33,11 @@ class Catalog {
   static const QSet<QString>& referenceKinds();
   /// What the library offers after the groups: items that are in no group and not among its ready-made entries.
   static const QList<WidgetDefinition>& extraItems();
+
+  /// The widgets of a first dock, in its order.
+  static std::span<const QLatin1StringView> starterKinds();
+  /// A few kinds that work on every computer, for whoever does not know yet what to look for.
+  static std::span<const QLatin1StringView> suggestedKinds();
 
   /// Names of all sections of the library in display order: "All Widgets", the ready-made entries, the groups, the
   /// extra items.

@@ -76,10 +76,21 @@ constexpr Group allGroups[] = {
     {QT_TRANSLATE_NOOP("Catalog", "Mail"),      "envelope",            mail},
     {QT_TRANSLATE_NOOP("Catalog", "Notes"),     "note.text",           notes},
 };
+
+constexpr QLatin1StringView starters[] = {
+    kind::applications, kind::digitalClock, kind::analogClassicLight, kind::weatherCurrent, kind::cpu, kind::ram,
+    kind::systemQuickToggles};
+constexpr QLatin1StringView suggestions[] = {
+    kind::digitalClock, kind::analogClassicLight, kind::worldClockCity, kind::calendar, kind::calendarYearProgress,
+    kind::timer, kind::pomodoro, kind::quickTodo, kind::cpuChart, kind::ram, kind::storage, kind::networkChart};
 // clang-format on
 
 }  // namespace
 
 std::span<const Group> groups() { return allGroups; }
+
+std::span<const QLatin1StringView> starterKinds() { return starters; }
+
+std::span<const QLatin1StringView> suggestedKinds() { return suggestions; }
 
 }  // namespace tarnwick::catalog

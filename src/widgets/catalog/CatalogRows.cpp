@@ -28,12 +28,30 @@ constexpr const char* analytics = QT_TRANSLATE_NOOP("Catalog", "Analytics");
 constexpr const char* risingLine = "chart.line.uptrend.xyaxis";
 
 // What sets a few kinds apart from all others.
+constexpr KindTraits lineTraits{.isGap = true, .isLine = true};
 constexpr KindTraits gapTraits{.isGap = true};
+constexpr KindTraits weekTraits{.beginsWithWeek = true};
+constexpr KindTraits cityTraits{.showsCityWeather = true};
+constexpr KindTraits pomodoroTraits{.run = TimerRun::Pomodoro};
+constexpr KindTraits stopwatchTraits{.run = TimerRun::Stopwatch};
+constexpr KindTraits postureTraits{.run = TimerRun::Posture};
+constexpr KindTraits exerciseTraits{.run = TimerRun::Exercise};
+constexpr KindTraits oldNoteTraits{.withText = kind::scratchNote};
 constexpr KindTraits showsRunningApps{.needsRunningApps = true};
-constexpr KindTraits appTraits{.opens = TileOpens::Application, .needsRunningApps = true};
-constexpr KindTraits folderTraits{.opens = TileOpens::Folder, .isFolder = true};
-constexpr KindTraits downloadsTraits{.opens = TileOpens::Folder};
-constexpr KindTraits trashTraits{.opens = TileOpens::Trash};
+constexpr KindTraits windowTraits{.isPinnedWindow = true, .needsRunningApps = true};
+constexpr KindTraits allAppsTraits{.readyMade = ReadyMade::Apps, .anchorsRunningApps = true};
+constexpr KindTraits appTraits{.opens = TileOpens::Application,
+                               .takes = TileTakes::Application,
+                               .readyMade = ReadyMade::Apps,
+                               .needsRunningApps = true};
+constexpr KindTraits folderTraits{
+    .opens = TileOpens::Folder, .takes = TileTakes::Folder, .readyMade = ReadyMade::Folders, .isFolder = true};
+constexpr KindTraits downloadsTraits{.opens = TileOpens::Folder, .takes = TileTakes::Folder, .isDownloads = true};
+constexpr KindTraits takesIntoFolder{.takes = TileTakes::Folder};
+constexpr KindTraits shelfTraits{.takes = TileTakes::Shelf};
+constexpr KindTraits trashTraits{.opens = TileOpens::Trash, .takes = TileTakes::Trash, .readyMade = ReadyMade::Apps};
+constexpr KindTraits nearbyTraits{.takes = TileTakes::Share};
+constexpr KindTraits codexTraits{.readsCodex = true};
 
 // One kind a line: kind, plain name, category, symbol, family, width, brand image, traits. A name that displayNames
 // replaces is never shown and so not marked for translation.
@@ -57,7 +75,7 @@ constexpr Row allRows[] = {
 
     // Calendar.
     {kind::calendar,               "Calendar",                                     calendar, "calendar", Family::Calendar, 180},
-    {kind::calendarWeek,           "Calendar Week",                                calendar, "calendar", Family::Calendar, 180},
+    {kind::calendarWeek,           "Calendar Week",                                calendar, "calendar", Family::Calendar, 180, "", weekTraits},
     {kind::calendarSevenDays,      QT_TRANSLATE_NOOP("Catalog", "7 Days"),         calendar, "calendar", Family::Calendar, 180},
     {kind::calendarDayAgenda,      "Day Agenda",                                   calendar, "calendar", Family::Calendar, 180},
     {kind::calendarThreeEvents,    "Next Three Events",                            calendar, "calendar", Family::Calendar, 180},
@@ -78,18 +96,18 @@ constexpr Row allRows[] = {
     {kind::remindersAgenda, QT_TRANSLATE_NOOP("Catalog", "Reminders Agenda"), productivity, "checklist", Family::Reminders, 180},
 
     // Timers.
-    {kind::pomodoro,  QT_TRANSLATE_NOOP("Catalog", "Pomodoro"),  productivity, "timer",          Family::Timer, 130},
+    {kind::pomodoro,  QT_TRANSLATE_NOOP("Catalog", "Pomodoro"),  productivity, "timer",          Family::Timer, 130, "", pomodoroTraits},
     {kind::timer,     QT_TRANSLATE_NOOP("Catalog", "Timer"),     productivity, "hourglass",      Family::Timer, 130},
-    {kind::stopwatch, QT_TRANSLATE_NOOP("Catalog", "Stopwatch"), productivity, "stopwatch.fill", Family::Timer, 130},
+    {kind::stopwatch, QT_TRANSLATE_NOOP("Catalog", "Stopwatch"), productivity, "stopwatch.fill", Family::Timer, 130, "", stopwatchTraits},
 
     // Notes and habits.
     {kind::quickTodo,          "Todos",                                          productivity, "checklist",             Family::Todos,       180},
-    {kind::notesLatest,        "Notes",                                          productivity, "note.text",             Family::NativeNotes, 170},
+    {kind::notesLatest,        "Notes",                                          productivity, "note.text",             Family::NativeNotes, 170, "", oldNoteTraits},
     {kind::scratchNote,        QT_TRANSLATE_NOOP("Catalog", "Quick Note"),       productivity, "square.and.pencil",     Family::Notes,       170},
     {kind::phoneQuickContacts, QT_TRANSLATE_NOOP("Catalog", "Quick Contacts"),   productivity, "person.crop.circle",    Family::Contacts,    170},
     {kind::drinkWater,         QT_TRANSLATE_NOOP("Catalog", "Drink Water"),      productivity, "drop.fill",             Family::Water,       90},
     {kind::habitTracker,       QT_TRANSLATE_NOOP("Catalog", "Habit Tracker"),    productivity, "checkmark.circle.fill", Family::Habit,       120},
-    {kind::posture,            QT_TRANSLATE_NOOP("Catalog", "Posture Reminder"), productivity, "figure.seated.side",    Family::Timer,       130},
+    {kind::posture,            QT_TRANSLATE_NOOP("Catalog", "Posture Reminder"), productivity, "figure.seated.side",    Family::Timer,       130, "", postureTraits},
 
     // Readings of the machine.
     {kind::cpu,             QT_TRANSLATE_NOOP("Catalog", "CPU"),            system, "cpu",               Family::Metric, 76},
@@ -106,8 +124,8 @@ constexpr Row allRows[] = {
 
     // Applications.
     {kind::topApps,      QT_TRANSLATE_NOOP("Catalog", "App Switcher"),  appsAndFiles, "macwindow.on.rectangle", Family::Windows,  100, "", showsRunningApps},
-    {kind::pinnedWindow, QT_TRANSLATE_NOOP("Catalog", "Pinned Window"), appsAndFiles, "pin.fill",               Family::Windows,  140, "", showsRunningApps},
-    {kind::applications, QT_TRANSLATE_NOOP("Catalog", "Applications"),  appsAndFiles, "square.grid.2x2.fill",   Family::Apps,     68},
+    {kind::pinnedWindow, QT_TRANSLATE_NOOP("Catalog", "Pinned Window"), appsAndFiles, "pin.fill",               Family::Windows,  140, "", windowTraits},
+    {kind::applications, QT_TRANSLATE_NOOP("Catalog", "Applications"),  appsAndFiles, "square.grid.2x2.fill",   Family::Apps,     68, "", allAppsTraits},
     {kind::appFolder,    QT_TRANSLATE_NOOP("Catalog", "App Folder"),    appsAndFiles, "square.grid.2x2.fill",   Family::Apps,     76},
     {kind::appLauncher,  QT_TRANSLATE_NOOP("Catalog", "App Launcher"),  appsAndFiles, "app.fill",               Family::Launcher, 70, "", appTraits},
     {kind::openWindows,  QT_TRANSLATE_NOOP("Catalog", "Running Apps"),  appsAndFiles, "macwindow.on.rectangle", Family::Apps,     180, "", showsRunningApps},
@@ -115,9 +133,9 @@ constexpr Row allRows[] = {
     // Files.
     {kind::folderLauncher, QT_TRANSLATE_NOOP("Catalog", "Folder"),             appsAndFiles, "folder.fill", Family::Files, 100, "", folderTraits},
     {kind::downloads,      QT_TRANSLATE_NOOP("Catalog", "Downloads"),          appsAndFiles, "folder.fill", Family::Files, 100, "", downloadsTraits},
-    {kind::recentFiles,    QT_TRANSLATE_NOOP("Catalog", "Recent Files"),       appsAndFiles, "folder.fill", Family::Files, 100},
-    {kind::fileShelf,      QT_TRANSLATE_NOOP("Catalog", "File Shelf"),         appsAndFiles, "folder.fill", Family::Files, 100},
-    {kind::screenshots,    QT_TRANSLATE_NOOP("Catalog", "Recent Screenshots"), appsAndFiles, "folder.fill", Family::Files, 100},
+    {kind::recentFiles,    QT_TRANSLATE_NOOP("Catalog", "Recent Files"),       appsAndFiles, "folder.fill", Family::Files, 100, "", takesIntoFolder},
+    {kind::fileShelf,      QT_TRANSLATE_NOOP("Catalog", "File Shelf"),         appsAndFiles, "folder.fill", Family::Files, 100, "", shelfTraits},
+    {kind::screenshots,    QT_TRANSLATE_NOOP("Catalog", "Recent Screenshots"), appsAndFiles, "folder.fill", Family::Files, 100, "", takesIntoFolder},
 
     // Search and places.
     {kind::trash,        QT_TRANSLATE_NOOP("Catalog", "Trash"),     appsAndFiles, "trash.fill",                Family::Files,     70, "", trashTraits},
@@ -152,7 +170,7 @@ constexpr Row allRows[] = {
     // Pictures and flows.
     {kind::photosRecent, "Photos",                                  media,        "photo",              Family::Photos,    110},
     {kind::wallpaper,    QT_TRANSLATE_NOOP("Catalog", "Wallpaper"), media,        "photo.on.rectangle", Family::Wallpaper, 110},
-    {kind::airdrop,      QT_TRANSLATE_NOOP("Catalog", "AirDrop"),   appsAndFiles, "airplayaudio",       Family::Airdrop,   76, "BrandAirDrop"},
+    {kind::airdrop,      QT_TRANSLATE_NOOP("Catalog", "AirDrop"),   appsAndFiles, "airplayaudio",       Family::Airdrop,   76, "BrandAirDrop", nearbyTraits},
     {kind::workflow,     QT_TRANSLATE_NOOP("Catalog", "Workflow"),  appsAndFiles, "square.stack.3d.up", Family::Workflow,  110},
 
     // Weather.
@@ -194,10 +212,10 @@ constexpr Row allRows[] = {
 
     // Social networks.
     {kind::socialTwitter,   "X Followers",                                       social, risingLine, Family::Integration, 160, "SocialBrandX"},
-    {kind::xStudio,         QT_TRANSLATE_NOOP("Catalog", "X Studio"),            social, risingLine, Family::Integration, 160, "SocialBrandX"},
+    {kind::xStudio,         QT_TRANSLATE_NOOP("Catalog", "X Studio"),            social, risingLine, Family::Studio,      160, "SocialBrandX"},
     {kind::socialTikTok,    "TikTok Followers",                                  social, risingLine, Family::Integration, 160, "SocialBrandTikTok"},
     {kind::socialYouTube,   "YouTube Subscribers",                               social, risingLine, Family::Integration, 160, "SocialBrandYouTube"},
-    {kind::youtubeStudio,   QT_TRANSLATE_NOOP("Catalog", "YouTube Studio"),      social, risingLine, Family::Integration, 160, "SocialBrandYouTube"},
+    {kind::youtubeStudio,   QT_TRANSLATE_NOOP("Catalog", "YouTube Studio"),      social, risingLine, Family::Studio,      160, "SocialBrandYouTube"},
     {kind::socialInstagram, QT_TRANSLATE_NOOP("Catalog", "Instagram Followers"), social, risingLine, Family::Integration, 160, "SocialBrandInstagram"},
 
     // Finance.
@@ -224,7 +242,7 @@ constexpr Row allRows[] = {
     {kind::claudePlanUsage,           "Claude Usage",                                        aiTools, risingLine, Family::Integration, 160, "BrandClaude"},
     {kind::claudePlanUsageGauge,      QT_TRANSLATE_NOOP("Catalog", "Claude Usage Gauge"),    aiTools, risingLine, Family::Integration, 160, "BrandClaude"},
     {kind::analyticsClaudeCodeStatus, QT_TRANSLATE_NOOP("Catalog", "Claude Code"),           aiTools, risingLine, Family::Integration, 160, "BrandClaude"},
-    {kind::codexUsageGauge,           "Codex Usage",                                         aiTools, risingLine, Family::Integration, 160, "BrandCodex"},
+    {kind::codexUsageGauge,           "Codex Usage",                                         aiTools, risingLine, Family::Integration, 160, "BrandCodex", codexTraits},
     {kind::copilotUsage,              QT_TRANSLATE_NOOP("Catalog", "Copilot Usage"),         aiTools, risingLine, Family::Integration, 160, "BrandAIcopilot"},
     {kind::geminiAPIUsage,            QT_TRANSLATE_NOOP("Catalog", "Gemini API Usage"),      aiTools, risingLine, Family::Integration, 160, "BrandAIgeminiAPI"},
     {kind::grokUsage,                 QT_TRANSLATE_NOOP("Catalog", "Grok Usage"),            aiTools, risingLine, Family::Integration, 160, "BrandAIgrok"},
@@ -234,16 +252,16 @@ constexpr Row allRows[] = {
     {kind::perplexityUsage,           QT_TRANSLATE_NOOP("Catalog", "Perplexity Usage"),      aiTools, risingLine, Family::Integration, 160, "BrandAIperplexity"},
 
     // Gaps in the dock, and what came later.
-    {kind::dockSeparator,                 QT_TRANSLATE_NOOP("Catalog", "Separator"),              layout,    "line.3.horizontal",      Family::Separator,   8, "", gapTraits},
+    {kind::dockSeparator,                 QT_TRANSLATE_NOOP("Catalog", "Separator"),              layout,    "line.3.horizontal",      Family::Separator,   8, "", lineTraits},
     {kind::dockSpace,                     QT_TRANSLATE_NOOP("Catalog", "Space"),                  layout,    "rectangle.dashed",       Family::Space,       28, "", gapTraits},
-    {kind::codexUsage,                    QT_TRANSLATE_NOOP("Catalog", "Codex Usage"),            aiTools,   "sparkles",               Family::Integration, 160, "BrandCodex"},
+    {kind::codexUsage,                    QT_TRANSLATE_NOOP("Catalog", "Codex Usage"),            aiTools,   "sparkles",               Family::Integration, 160, "BrandCodex", codexTraits},
     {kind::analyticsSimpleAnalyticsChart, QT_TRANSLATE_NOOP("Catalog", "Simple Analytics Chart"), analytics, "chart.xyaxis.line",      Family::Integration, 180, "BrandSimpleAnalytics"},
-    {kind::todayClock,                    "Today",                                                clocks,    "clock",                  Family::Clock,       190},
+    {kind::todayClock,                    "Today",                                                clocks,    "clock",                  Family::Clock,       190, "", cityTraits},
     {kind::appSwitcher,                   QT_TRANSLATE_NOOP("Catalog", "App Switcher"),           system,    "macwindow.on.rectangle", Family::Windows,     100, "", showsRunningApps},
     {kind::processTopApps,                "Top Apps",                                             system,    "list.number",            Family::Processes,   180},
     {kind::temperatureChart,              QT_TRANSLATE_NOOP("Catalog", "Temperature Chart"),      system,    "thermometer.medium",     Family::Temperature, 160},
     {kind::appVolume,                     QT_TRANSLATE_NOOP("Catalog", "App Volume"),             system,    "speaker.wave.2",         Family::AppVolume,   120},
-    {kind::exercise,                      QT_TRANSLATE_NOOP("Catalog", "Exercise"),               system,    "figure.walk",            Family::Timer,       130},
+    {kind::exercise,                      QT_TRANSLATE_NOOP("Catalog", "Exercise"),               system,    "figure.walk",            Family::Timer,       130, "", exerciseTraits},
     {kind::backgroundSounds,              QT_TRANSLATE_NOOP("Catalog", "Background Sounds"),      media,     "waveform",               Family::Sounds,      180},
 };
 

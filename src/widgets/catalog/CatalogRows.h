@@ -38,5 +38,7 @@ struct Group {
 std::span<const Row> rows();
 std::span<const DisplayName> displayNames();
 std::span<const Group> groups();
+std::span<const QLatin1StringView> starterKinds();
+std::span<const QLatin1StringView> suggestedKinds();
 
 }  // namespace tarnwick::catalog

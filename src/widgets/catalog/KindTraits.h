@@ -12,13 +12,48 @@ enum class TileOpens {
   Trash         ///< The same, of the trash.
 };
 
+/// What a tile does with files that are dropped on it.
+enum class TileTakes {
+  None,
+  Folder,      ///< Brings them into its folder.
+  Trash,       ///< Throws them away.
+  Shelf,       ///< Puts them on the file shelf.
+  Share,       ///< Sends them to devices nearby.
+  Application  ///< Opens them with its application.
+};
+
+/// How the time of a timer runs.
+enum class TimerRun {
+  Countdown,
+  Exercise,  ///< A countdown to a break in which one moves.
+  Stopwatch,
+  Pomodoro,  ///< Through the phases of PomodoroMath.
+  Posture    ///< Through those of PostureMath.
+};
+
+/// The ready-made section of the library that offers a kind.
+enum class ReadyMade { None, Apps, Folders };
+
 /// What the rest of the program asks of a kind of widget: columns of the catalog's row. All that a room alone must know
 /// of its kinds is in the room.
 struct KindTraits {
   TileOpens opens = TileOpens::Panel;
-  bool isGap = false;             ///< It only parts other tiles.
-  bool isFolder = false;          ///< It stands for the folder that its option `path` names, and is called after it.
-  bool needsRunningApps = false;  ///< It shows which applications run, or their windows.
+  TileTakes takes = TileTakes::None;
+  TimerRun run = TimerRun::Countdown;  ///< Of a timer.
+  ReadyMade readyMade = ReadyMade::None;
+  bool isGap = false;               ///< It only parts other tiles.
+  bool isLine = false;              ///< It is a gap with a line in it.
+  bool isFolder = false;            ///< It stands for the folder that its option `path` names, and is called after it.
+  bool isDownloads = false;         ///< Without an option `path` it shows the user's downloads.
+  bool isPinnedWindow = false;      ///< It stands for a window, and is shown only while the user wants such tiles.
+  bool anchorsRunningApps = false;  ///< Running applications can be shown beside it.
+  bool needsRunningApps = false;    ///< It shows which applications run, or their windows.
+  bool beginsWithWeek = false;      ///< Its days begin with the week, not with today.
+  bool showsCityWeather = false;    ///< With an option `city` it shows the weather there.
+  bool readsCodex = false;          ///< Its values can come from the Codex program on this computer.
+  /// The kind that one becomes which holds a text of its own, as settings from before there was such a kind have it;
+  /// empty for one that stays what it is.
+  QLatin1StringView withText = {};
 
   bool launches() const { return opens == TileOpens::Application; }
 
