@@ -9,8 +9,6 @@
 
 namespace tarnwick {
 
-using namespace Qt::StringLiterals;
-
 bool KindPattern::matches(QStringView kind) const {
   switch (match) {
     case Match::Contains:
@@ -28,7 +26,7 @@ bool Provider::serves(QStringView kind) const {
 }
 
 DockWidget Provider::configured(DockWidget widget) const {
-  widget.options[option::connectionMode] = u"native"_s;
+  widget.options[option::connectionMode] = value::native;
   widget.options[option::endpoint] = address.toString();
   if (normalise) normalise(widget);
   return widget;

@@ -96,8 +96,8 @@ WidgetEditor::Outcome WidgetEditor::save(const DockWidget& edited, const DockWid
 
   const QString mode = widget.options.value(option::connectionMode);
   const KindTraits& traits = KindTraits::of(widget.kind);
-  if (traits.readsCodex && mode == "codexLocal"_L1) checkCodexExecutable(widget, hooks);
-  if (mode == "native"_L1) widget = hooks.configured(widget);
+  if (traits.readsCodex && mode == value::codexLocal) checkCodexExecutable(widget, hooks);
+  if (mode == value::native) widget = hooks.configured(widget);
 
   const QString& family = Catalog::find(widget.kind).family;
   const bool isConnected = isConnectedFamily(family);

@@ -34,7 +34,7 @@ struct Cycle {
 
 /// What both cycles share. `phase` is the one that ended.
 void run(DockWidget& widget, QString phase, double deadline, double now, const Cycle& cycle) {
-  const bool continues = widget.options.value(option::autoContinue) == "true"_L1;
+  const bool continues = widget.options.value(option::autoContinue) == value::on;
   // A computer that slept for weeks need not count every second of them.
   if (const double rounds = std::floor((now - deadline) / cycle.round) - 1; continues && rounds > 0) {
     deadline += rounds * cycle.round;
@@ -60,8 +60,8 @@ void run(DockWidget& widget, QString phase, double deadline, double now, const C
 }  // namespace
 
 double PomodoroMath::duration(const DockWidget& widget, const QString& phase) {
-  if (phase == "shortBreak"_L1) return seconds(widget.number(option::shortBreak, 5));
-  if (phase == "longBreak"_L1) return seconds(widget.number(option::longBreak, 15));
+  if (phase == value::shortBreak) return seconds(widget.number(option::shortBreak, 5));
+  if (phase == value::longBreak) return seconds(widget.number(option::longBreak, 15));
   return seconds(widget.number(option::minutes, 25));
 }
 
@@ -77,13 +77,13 @@ DockWidget PomodoroMath::advance(const DockWidget& widget, const QDateTime& at) 
   DockWidget advanced = widget;
   Cycle cycle;
   cycle.next = [&](const QString& phase) {
-    if (phase == "shortBreak"_L1 || phase == "longBreak"_L1) return u"work"_s;
+    if (phase == value::shortBreak || phase == value::longBreak) return value::work;
     sessions += 1;
-    return std::fmod(sessions, length) == 0 ? u"longBreak"_s : u"shortBreak"_s;
+    return std::fmod(sessions, length) == 0 ? value::longBreak : value::shortBreak;
   };
   cycle.duration = [&](const QString& phase) { return duration(widget, phase); };
-  cycle.round = length * duration(widget, u"work"_s) + (length - 1) * duration(widget, u"shortBreak"_s) +
-                duration(widget, u"longBreak"_s);
+  cycle.round = length * duration(widget, value::work) + (length - 1) * duration(widget, value::shortBreak) +
+                duration(widget, value::longBreak);
   cycle.skip = [&](double rounds) { sessions += rounds * length; };
   run(advanced, widget.options.value(option::phase), *deadline, now, cycle);
   advanced.options.insert(option::sessions, TimeMath::text(sessions));
@@ -93,8 +93,8 @@ DockWidget PomodoroMath::advance(const DockWidget& widget, const QDateTime& at) 
 bool PostureMath::stands(const DockWidget& widget) { return widget.number(option::standingMinutes, 0) > 0; }
 
 double PostureMath::duration(const DockWidget& widget, const QString& phase) {
-  return seconds(phase == "standing"_L1 ? widget.number(option::standingMinutes, 0)
-                                        : widget.number(option::minutes, 25));
+  return seconds(phase == value::standing ? widget.number(option::standingMinutes, 0)
+                                          : widget.number(option::minutes, 25));
 }
 
 DockWidget PostureMath::advance(const DockWidget& widget, const QDateTime& at) {
@@ -105,10 +105,10 @@ DockWidget PostureMath::advance(const DockWidget& widget, const QDateTime& at) {
   DockWidget advanced = widget;
   Cycle cycle;
   cycle.next = [&](const QString& phase) {
-    return phase != "standing"_L1 && stands(widget) ? u"standing"_s : u"seated"_s;
+    return phase != value::standing && stands(widget) ? value::standing : value::seated;
   };
   cycle.duration = [&](const QString& phase) { return duration(widget, phase); };
-  cycle.round = duration(widget, u"seated"_s) + (stands(widget) ? duration(widget, u"standing"_s) : 0);
+  cycle.round = duration(widget, value::seated) + (stands(widget) ? duration(widget, value::standing) : 0);
   cycle.skip = [](double) {};
   run(advanced, widget.options.value(option::phase), *deadline, now, cycle);
   return advanced;

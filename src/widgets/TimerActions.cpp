@@ -31,15 +31,15 @@ double wholeLength(const DockWidget& widget) {
 }
 
 QString pomodoroWords(const DockWidget& widget) {
-  return widget.options.value(option::phase) == "work"_L1 ? TimerWords::tr("Ready for your next focus session.")
-                                                          : TimerWords::tr("Time for a break.");
+  return widget.options.value(option::phase) == value::work ? TimerWords::tr("Ready for your next focus session.")
+                                                            : TimerWords::tr("Time for a break.");
 }
 
 QString postureWords(const DockWidget& widget) {
   if (!PostureMath::stands(widget)) {
     return TimerWords::tr("Relax your shoulders and check your posture.");
   }
-  return widget.options.value(option::phase) == "standing"_L1
+  return widget.options.value(option::phase) == value::standing
              ? TimerWords::tr("Time to stand and stretch.")
              : TimerWords::tr("Return to a comfortable seated posture.");
 }

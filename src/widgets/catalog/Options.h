@@ -81,3 +81,31 @@ inline constexpr QLatin1StringView password{"password"};
 inline constexpr QLatin1StringView secret{"secret"};
 
 }  // namespace tarnwick::option
+
+/// Values of those options that are one word of a few.
+namespace tarnwick::value {
+
+// Of switches.
+inline constexpr QLatin1StringView on{"true"};
+inline constexpr QLatin1StringView off{"false"};
+
+// Of `phase`.
+inline constexpr QLatin1StringView work{"work"};
+inline constexpr QLatin1StringView shortBreak{"shortBreak"};
+inline constexpr QLatin1StringView longBreak{"longBreak"};
+inline constexpr QLatin1StringView seated{"seated"};
+inline constexpr QLatin1StringView standing{"standing"};
+
+// Of `sort`. Without it the newest come first.
+inline constexpr QLatin1StringView byName{"name"};
+inline constexpr QLatin1StringView byKind{"kind"};
+inline constexpr QLatin1StringView bySize{"size"};
+
+// Of `sortBy`. Without it those come first that keep the processor busy.
+inline constexpr QLatin1StringView byMemory{"RAM"};
+
+// Of `connectionMode`.
+inline constexpr QLatin1StringView native{"native"};
+inline constexpr QLatin1StringView codexLocal{"codexLocal"};
+
+}  // namespace tarnwick::value

@@ -28,9 +28,9 @@ struct Order {
   const char* label;
 };
 constexpr std::array kOrders = {Order{FolderOrder::Newest, ""_L1, QT_TRANSLATE_NOOP("Panels", "Date")},
-                                Order{FolderOrder::Name, "name"_L1, QT_TRANSLATE_NOOP("Panels", "Name")},
-                                Order{FolderOrder::Kind, "kind"_L1, QT_TRANSLATE_NOOP("Panels", "Kind")},
-                                Order{FolderOrder::Size, "size"_L1, QT_TRANSLATE_NOOP("Panels", "Size")}};
+                                Order{FolderOrder::Name, value::byName, QT_TRANSLATE_NOOP("Panels", "Name")},
+                                Order{FolderOrder::Kind, value::byKind, QT_TRANSLATE_NOOP("Panels", "Kind")},
+                                Order{FolderOrder::Size, value::bySize, QT_TRANSLATE_NOOP("Panels", "Size")}};
 
 QStringList orderLabels() {
   QStringList labels;

@@ -37,7 +37,7 @@ class ProcessesPanel final : public TilePanel {
         foot_(new TextLabel({}, TextStyle::Caption, Tone::Secondary)) {
     header().addAction(order_);
     connect(order_, &Segments::chosenChanged, this, [this](int chosen) {
-      changeSetting(option::sortBy, chosen == 1 ? std::optional(u"RAM"_s) : std::nullopt);
+      changeSetting(option::sortBy, chosen == 1 ? std::optional(QString(value::byMemory)) : std::nullopt);
       refreshNow();
     });
     body().addWidget(confirm_);

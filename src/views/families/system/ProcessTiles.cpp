@@ -22,7 +22,7 @@ constexpr double kProcessGap = 8;
 }  // namespace
 
 ProcessOrder processOrderOf(const DockWidget& widget) {
-  return widget.options.value(option::sortBy) == "RAM"_L1 ? ProcessOrder::RAM : ProcessOrder::CPU;
+  return widget.options.value(option::sortBy) == value::byMemory ? ProcessOrder::RAM : ProcessOrder::CPU;
 }
 
 ProcessesContent makeProcesses(const TileRequest& request) {

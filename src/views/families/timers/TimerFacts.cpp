@@ -27,8 +27,8 @@ bool isPosture(const DockWidget& widget) { return widget.kind == kind::posture; 
 QString phaseOf(const DockWidget& widget) {
   const QString phase = widget.options.value(option::phase);
   if (!phase.isEmpty()) return phase;
-  if (isPomodoro(widget)) return u"work"_s;
-  return isPosture(widget) ? u"seated"_s : QString();
+  if (isPomodoro(widget)) return value::work;
+  return isPosture(widget) ? QString(value::seated) : QString();
 }
 
 void countSessions(TimerFacts& facts, const DockWidget& widget) {
@@ -75,7 +75,7 @@ TimerFacts timerFacts(const DockWidget& widget, const QDateTime& now) {
   facts.seconds = TimeMath::remaining(widget, now);
   facts.fresh = !facts.running && facts.seconds >= facts.whole - kNothing;
   facts.ended = !facts.running && facts.seconds < kNothing;
-  facts.rests = isPomodoro(widget) && phase != "work"_L1;
+  facts.rests = isPomodoro(widget) && phase != value::work;
   if (isPomodoro(widget)) countSessions(facts, widget);
   const double left = std::clamp(facts.seconds / facts.whole, 0.0, 1.0);
   if (!facts.fresh) facts.share = isPomodoro(widget) ? 1 - left : left;
@@ -84,11 +84,11 @@ TimerFacts timerFacts(const DockWidget& widget, const QDateTime& now) {
 }
 
 QString timerPhaseName(const QString& phase) {
-  if (phase == "work"_L1) return TileWords::tr("Focus");
-  if (phase == "shortBreak"_L1) return TileWords::tr("Short break");
-  if (phase == "longBreak"_L1) return TileWords::tr("Long break");
-  if (phase == "seated"_L1) return TileWords::tr("Seated");
-  if (phase == "standing"_L1) return TileWords::tr("Standing");
+  if (phase == value::work) return TileWords::tr("Focus");
+  if (phase == value::shortBreak) return TileWords::tr("Short break");
+  if (phase == value::longBreak) return TileWords::tr("Long break");
+  if (phase == value::seated) return TileWords::tr("Seated");
+  if (phase == value::standing) return TileWords::tr("Standing");
   return {};
 }
 

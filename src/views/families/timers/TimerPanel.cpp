@@ -114,7 +114,7 @@ class TimerPanel : public TilePanel {
   Switch* addContinueSwitch() {
     auto* toggle = new Switch(PanelWords::tr("Continue by itself"));
     connect(toggle, &QAbstractButton::clicked, this,
-            [this](bool on) { changeSetting(option::autoContinue, on ? u"true"_s : u"false"_s); });
+            [this](bool on) { changeSetting(option::autoContinue, on ? value::on : value::off); });
     addSetting(PanelWords::tr("Continue by itself"), toggle);
     return toggle;
   }
@@ -254,9 +254,9 @@ class PomodoroPanel final : public TimerPanel {
   void fill(const TimerFacts& facts) override {
     const QString phase = nextTimerPhase(widget());
     const int minutes = wholeMinutes(PomodoroMath::duration(widget(), phase) / 60);
-    const QString next = phase == "work"_L1        ? PanelWords::tr("Next: focus, %1 min")
-                         : phase == "longBreak"_L1 ? PanelWords::tr("Next: long break, %1 min")
-                                                   : PanelWords::tr("Next: short break, %1 min");
+    const QString next = phase == value::work        ? PanelWords::tr("Next: focus, %1 min")
+                         : phase == value::longBreak ? PanelWords::tr("Next: long break, %1 min")
+                                                     : PanelWords::tr("Next: short break, %1 min");
     next_->setText(next.arg(LocalFigures::number(minutes)));
     count_->setText(
         PanelWords::tr("%1 of %2").arg(LocalFigures::number(facts.session), LocalFigures::number(facts.round)));
@@ -264,7 +264,7 @@ class PomodoroPanel final : public TimerPanel {
     shortBreak_->setValue(wholeMinutes(optionNumber(option::shortBreak, 5)));
     longBreak_->setValue(wholeMinutes(optionNumber(option::longBreak, 15)));
     cycle_->setValue(facts.round);
-    continues_->setChecked(widget().options.value(option::autoContinue) == "true"_L1);
+    continues_->setChecked(widget().options.value(option::autoContinue) == value::on);
   }
 
  private:
@@ -300,13 +300,13 @@ class PosturePanel final : public TimerPanel {
     const QString phase = nextTimerPhase(widget());
     const int minutes = wholeMinutes(PostureMath::duration(widget(), phase) / 60);
     next_->setText(!stands ? PanelWords::tr("Reminds you to check your posture.")
-                   : phase == "standing"_L1
+                   : phase == value::standing
                        ? PanelWords::tr("Next: standing, %1 min").arg(LocalFigures::number(minutes))
                        : PanelWords::tr("Next: seated, %1 min").arg(LocalFigures::number(minutes)));
     skip_->setVisible(stands);
     seated_->setValue(wholeMinutes(optionNumber(option::minutes, 25)));
     standing_->setValue(wholeMinutes(optionNumber(option::standingMinutes, 0)));
-    continues_->setChecked(widget().options.value(option::autoContinue) == "true"_L1);
+    continues_->setChecked(widget().options.value(option::autoContinue) == value::on);
   }
 
  private:

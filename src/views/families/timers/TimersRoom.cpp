@@ -28,7 +28,7 @@ constexpr WidgetOption kAutoContinue{.key = option::autoContinue,
                                      .shape = Switch,
                                      .label = QT_TRANSLATE_NOOP("Library", "Continue by itself"),
                                      .help = QT_TRANSLATE_NOOP("Library", "The next phase begins when one ends."),
-                                     .value = "true"};
+                                     .value = value::on.data()};
 
 constexpr std::array kTimerOptions = {minutes(QT_TRANSLATE_NOOP("Library", "Duration"))};
 constexpr std::array kPomodoroOptions = {
@@ -78,7 +78,7 @@ QString secondsFrom(const QDateTime& now, int seconds) {
   return QString::number(now.addSecs(seconds).toSecsSinceEpoch());
 }
 QMap<QString, QString> picturedPomodoro(const QDateTime& now) {
-  return {{option::sessions, u"2"_s}, {option::phase, u"work"_s}, {option::deadline, secondsFrom(now, 9 * 60 + 41)}};
+  return {{option::sessions, u"2"_s}, {option::phase, value::work}, {option::deadline, secondsFrom(now, 9 * 60 + 41)}};
 }
 QMap<QString, QString> picturedTimer(const QDateTime&) { return {{option::remaining, u"1125"_s}}; }
 QMap<QString, QString> picturedStopwatch(const QDateTime& now) {
@@ -87,7 +87,7 @@ QMap<QString, QString> picturedStopwatch(const QDateTime& now) {
 QMap<QString, QString> picturedPosture(const QDateTime& now) {
   return {{option::minutes, u"45"_s},
           {option::standingMinutes, u"15"_s},
-          {option::phase, u"seated"_s},
+          {option::phase, value::seated},
           {option::deadline, secondsFrom(now, 24 * 60 + 10)}};
 }
 
