@@ -8,12 +8,12 @@
 #include "app/EntryQuestion.h"
 #include "app/Readings.h"
 #include "apps/AppIcons.h"
+#include "base/LocalFigures.h"
 #include "store/AppStore.h"
 #include "store/Commands.h"
 #include "views/dock/StoreSources.h"
 #include "views/dock/UndoBubble.h"
 #include "views/families/Rooms.h"
-#include "views/theme/LocalFigures.h"
 
 namespace tarnwick {
 namespace {

@@ -13,8 +13,8 @@
 #include "views/families/Rooms.h"
 #include "views/families/calendar/AgendaRow.h"
 #include "views/panels/TilePanel.h"
-#include "views/panels/ZoneSearch.h"
 #include "views/snapshot/SnapshotFixture.h"
+#include "widgets/ZoneSearch.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {

@@ -10,8 +10,8 @@
 #include "views/families/calendar/ReminderTiles.h"
 #include "views/families/clocks/DateTiles.h"
 #include "views/families/clocks/DigitTiles.h"
-#include "views/tiles/ClockWords.h"
 #include "views/tiles/TileContent.h"
+#include "widgets/ClockWords.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick::testing {

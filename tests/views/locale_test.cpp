@@ -4,14 +4,14 @@
 #include <QSet>
 
 #include "DockFixture.h"
+#include "base/LocalFigures.h"
 #include "views/families/Rooms.h"
 #include "views/families/clocks/DigitTiles.h"
 #include "views/families/system/MachineWords.h"
 #include "views/families/system/ProcessTiles.h"
 #include "views/panels/Room.h"
-#include "views/theme/LocalFigures.h"
-#include "views/tiles/ClockWords.h"
 #include "views/tiles/TilePainter.h"
+#include "widgets/ClockWords.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"

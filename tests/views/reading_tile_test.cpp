@@ -6,10 +6,10 @@
 #include "views/families/files/PlaceTiles.h"
 #include "views/families/system/MetricTiles.h"
 #include "views/families/system/ProcessTiles.h"
-#include "views/tiles/FileWords.h"
 #include "views/tiles/GenericTile.h"
 #include "views/tiles/TileContent.h"
-#include "views/tiles/ToggleChoice.h"
+#include "widgets/FileWords.h"
+#include "widgets/ToggleChoice.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick::testing {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "dock/rules/DockMeasures.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
@@ -10,7 +11,6 @@ namespace {
 constexpr double kRowPadding = 48;
 constexpr double kScreenPadding = 24;
 constexpr double kLeastContent = 100;
-constexpr double kLeastWidth = 110;
 constexpr double kUnknownWidth = 140;
 
 bool standsOnTop(const DockConfiguration& config) {
@@ -38,7 +38,7 @@ DockPlacement::Row DockPlacement::row(const QList<DockWidget>& widgets, int runn
 DockPlacement::Size DockPlacement::size(const DockConfiguration& config, const Row& row, double usableWidth,
                                         double leastWidth) {
   const bool showsApps = config.liveApps && config.desktopOptions().runningAppsPlacement != QLatin1String("none");
-  const double apps = showsApps ? kRunningApp * row.runningApps + kRunningAppsSeparator : 0;
+  const double apps = showsApps ? DockMeasures::kAppSlot * row.runningApps + DockMeasures::kSeparatorZone : 0;
   const double content = apps + config.spacing * row.widgets + row.tileWidths + kRowPadding;
   const double available = usableWidth - kScreenPadding;
 
@@ -46,8 +46,8 @@ DockPlacement::Size DockPlacement::size(const DockConfiguration& config, const R
   if (config.overflow == QLatin1String("fit")) {
     scale = std::max(kLeastScale, std::min(scale, available / std::max(content, kLeastContent)));
   }
-  const double width = std::min(available, std::max({content * scale, kLeastWidth, leastWidth}));
-  const double height = (config.profiles.size() > 1 ? kHeightWithTabs : kHeight) * scale;
+  const double width = std::min(available, std::max({content * scale, DockMeasures::kLeastWidth, leastWidth}));
+  const double height = (config.profiles.size() > 1 ? DockMeasures::kHeightWithTabs : DockMeasures::kHeight) * scale;
   return {scale, {width, height}};
 }
 
@@ -80,7 +80,7 @@ bool DockPlacement::hangs(const DockConfiguration& config, const QRectF& slot, c
 
 QRectF DockPlacement::atRest(const QRectF& slot, double scale, bool hangs) {
   QRectF glass = slot;
-  glass.setHeight(kHeight * scale);
+  glass.setHeight(DockMeasures::kHeight * scale);
   if (!hangs) glass.moveBottom(slot.bottom());
   return glass;
 }

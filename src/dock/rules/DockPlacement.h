@@ -29,11 +29,6 @@ struct DockPlacement {
     bool operator==(const Size&) const = default;
   };
 
-  static constexpr double kTileHeight = 64;
-  static constexpr double kHeight = 84;
-  static constexpr double kHeightWithTabs = 110;
-  static constexpr double kRunningApp = 52;
-  static constexpr double kRunningAppsSeparator = 12;
   static constexpr double kLeastScale = 0.5;
 
   /// The row's measure for a profile's widgets: catalog widths, 140 for a kind that the catalog lacks.

@@ -4,9 +4,9 @@
 #include <QPushButton>
 #include <QToolButton>
 
+#include "base/LocalFigures.h"
 #include "views/controls/Rows.h"
 #include "views/controls/Stepper.h"
-#include "views/theme/LocalFigures.h"
 
 namespace tarnwick {
 

@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/LocalFigures.h"
 #include "views/controls/Mirroring.h"
 #include "views/theme/Glass.h"
-#include "views/theme/LocalFigures.h"
 
 namespace tarnwick {
 

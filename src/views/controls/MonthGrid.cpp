@@ -8,11 +8,11 @@
 #include <QWheelEvent>
 #include <algorithm>
 
+#include "base/LocalFigures.h"
 #include "views/controls/ControlLook.h"
 #include "views/controls/ControlTheme.h"
 #include "views/controls/MonthAccessible.h"
 #include "views/theme/Glass.h"
-#include "views/theme/LocalFigures.h"
 
 namespace tarnwick {
 

@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/LocalFigures.h"
 #include "views/controls/ControlTheme.h"
 #include "views/controls/Mirroring.h"
 #include "views/theme/Glass.h"
-#include "views/theme/LocalFigures.h"
 #include "views/theme/Theme.h"
 
 namespace tarnwick {

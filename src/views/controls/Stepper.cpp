@@ -7,10 +7,10 @@
 #include <cmath>
 #include <utility>
 
+#include "base/LocalFigures.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/ControlAccessible.h"
 #include "views/controls/ControlTheme.h"
-#include "views/theme/LocalFigures.h"
 
 namespace tarnwick {
 

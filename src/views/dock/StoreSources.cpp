@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "views/families/notes/NoteTiles.h"
-#include "views/tiles/ClockWords.h"
+#include "widgets/ClockWords.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/Family.h"
 #include "widgets/catalog/KindTraits.h"

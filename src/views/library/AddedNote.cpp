@@ -7,9 +7,9 @@
 #include "views/controls/Buttons.h"
 #include "views/controls/ControlTheme.h"
 #include "views/controls/Labels.h"
-#include "views/library/LibraryWords.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
+#include "widgets/LibraryWords.h"
 
 namespace tarnwick {
 

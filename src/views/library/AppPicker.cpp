@@ -8,8 +8,8 @@
 #include "views/controls/Fields.h"
 #include "views/controls/ItemView.h"
 #include "views/controls/Labels.h"
-#include "views/library/LibraryWords.h"
 #include "views/panels/AppItems.h"
+#include "widgets/LibraryWords.h"
 
 namespace tarnwick {
 

@@ -3,7 +3,7 @@
 #include <QCoreApplication>
 
 #include "views/families/Rooms.h"
-#include "views/library/LibraryWords.h"
+#include "widgets/LibraryWords.h"
 
 namespace tarnwick {
 

@@ -18,10 +18,10 @@
 #include "views/controls/Labels.h"
 #include "views/controls/ScrollArea.h"
 #include "views/library/FieldControl.h"
-#include "views/library/LibraryWords.h"
 #include "views/library/TilePreview.h"
 #include "views/library/ZoneFields.h"
 #include "views/window/Cards.h"
+#include "widgets/LibraryWords.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {

@@ -4,17 +4,17 @@
 #include <QVBoxLayout>
 #include <cmath>
 
+#include "base/LocalFigures.h"
 #include "base/Text.h"
 #include "views/controls/Fields.h"
 #include "views/controls/Rows.h"
 #include "views/controls/Segments.h"
 #include "views/controls/Stepper.h"
 #include "views/controls/Switch.h"
-#include "views/library/LibraryWords.h"
 #include "views/library/PathFields.h"
 #include "views/library/ZoneFields.h"
-#include "views/theme/LocalFigures.h"
-#include "views/tiles/ToggleChoice.h"
+#include "widgets/LibraryWords.h"
+#include "widgets/ToggleChoice.h"
 
 namespace tarnwick {
 

@@ -11,7 +11,7 @@
 #include "views/controls/Buttons.h"
 #include "views/controls/DragSource.h"
 #include "views/library/LibraryView.h"
-#include "views/library/LibraryWords.h"
+#include "widgets/LibraryWords.h"
 
 namespace tarnwick {
 

@@ -10,7 +10,7 @@
 #include "views/controls/ControlTheme.h"
 #include "views/controls/PaintedList.h"
 #include "views/families/Rooms.h"
-#include "views/library/LibraryWords.h"
+#include "widgets/LibraryWords.h"
 
 namespace tarnwick {
 

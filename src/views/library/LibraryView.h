@@ -6,8 +6,8 @@
 
 #include "views/controls/ListAccessible.h"
 #include "views/library/CardLayout.h"
-#include "views/library/LibraryShelves.h"
 #include "views/library/PreviewTiles.h"
+#include "widgets/LibraryShelves.h"
 
 class QLineEdit;
 

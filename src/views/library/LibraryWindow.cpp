@@ -13,10 +13,10 @@
 #include "views/library/AppPicker.h"
 #include "views/library/EditorFields.h"
 #include "views/library/LibraryView.h"
-#include "views/library/LibraryWords.h"
 #include "views/window/DropDown.h"
 #include "views/window/SideList.h"
 #include "views/window/WindowTheme.h"
+#include "widgets/LibraryWords.h"
 #include "widgets/PinnedTiles.h"
 #include "widgets/catalog/Catalog.h"
 

@@ -3,9 +3,9 @@
 #include "apps/InstalledApps.h"
 #include "store/Commands.h"
 #include "store/UndoableEdits.h"
-#include "views/library/LibraryShelves.h"
 #include "views/library/WidgetPreviews.h"
 #include "views/window/AppWindow.h"
+#include "widgets/LibraryShelves.h"
 
 namespace tarnwick {
 

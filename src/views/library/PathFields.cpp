@@ -10,7 +10,7 @@
 #include "views/controls/Rows.h"
 #include "views/library/AppPicker.h"
 #include "views/library/FieldRows.h"
-#include "views/library/LibraryWords.h"
+#include "widgets/LibraryWords.h"
 #include "widgets/PinnedTiles.h"
 
 namespace tarnwick {

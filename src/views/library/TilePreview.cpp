@@ -4,10 +4,10 @@
 
 #include "store/AppStore.h"
 #include "views/controls/ControlLook.h"
-#include "views/library/LibraryWords.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
 #include "views/theme/WindowPalette.h"
+#include "widgets/LibraryWords.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {

@@ -3,14 +3,14 @@
 #include <QKeyEvent>
 #include <QVBoxLayout>
 
+#include "base/LocalFigures.h"
 #include "views/controls/ControlTheme.h"
 #include "views/controls/Fields.h"
 #include "views/controls/Labels.h"
 #include "views/controls/Rows.h"
 #include "views/library/FieldRows.h"
-#include "views/library/LibraryWords.h"
-#include "views/theme/LocalFigures.h"
-#include "views/tiles/ClockWords.h"
+#include "widgets/ClockWords.h"
+#include "widgets/LibraryWords.h"
 
 namespace tarnwick {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "views/library/FieldControl.h"
-#include "views/panels/ZoneSearch.h"
+#include "widgets/ZoneSearch.h"
 
 class QVBoxLayout;
 

@@ -7,13 +7,13 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+#include "base/LocalFigures.h"
 #include "store/AppStore.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/ControlAccessible.h"
 #include "views/controls/ScrollArea.h"
 #include "views/onboarding/OnboardingPages.h"
 #include "views/theme/Glass.h"
-#include "views/theme/LocalFigures.h"
 
 namespace tarnwick {
 

@@ -5,11 +5,11 @@
 
 #include "dock/rules/DockPlacement.h"
 #include "dock/rules/DockVisibility.h"
+#include "dock/rules/KnownDisplays.h"
 #include "store/AppStore.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Labels.h"
 #include "views/controls/Segments.h"
-#include "views/settings/KnownDisplays.h"
 #include "views/settings/Pages.h"
 #include "views/window/CardGrid.h"
 #include "views/window/DropDown.h"

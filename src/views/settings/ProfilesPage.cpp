@@ -2,7 +2,9 @@
 #include <QHBoxLayout>
 #include <algorithm>
 
+#include "base/LocalFigures.h"
 #include "config/Reordering.h"
+#include "dock/rules/KnownDisplays.h"
 #include "dock/rules/ProfileRules.h"
 #include "store/AppStore.h"
 #include "store/UndoableEdits.h"
@@ -10,11 +12,9 @@
 #include "views/controls/ConfirmBar.h"
 #include "views/controls/ControlTheme.h"
 #include "views/controls/Labels.h"
-#include "views/settings/KnownDisplays.h"
 #include "views/settings/OrderList.h"
 #include "views/settings/Pages.h"
 #include "views/settings/RuleForm.h"
-#include "views/theme/LocalFigures.h"
 #include "views/window/DropDown.h"
 #include "views/window/WindowTheme.h"
 

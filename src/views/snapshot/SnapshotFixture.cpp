@@ -6,7 +6,7 @@
 #include "views/families/Rooms.h"
 #include "views/theme/DesktopLook.h"
 #include "views/theme/SnapshotScenery.h"
-#include "views/tiles/ClockWords.h"
+#include "widgets/ClockWords.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/Kinds.h"
 

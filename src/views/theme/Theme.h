@@ -1,21 +1,23 @@
 #pragma once
 
+#include "dock/rules/DockMeasures.h"
+
 /// The measures of everything that is painted, in device-independent pixels at scale 1. Colours are in Palette.h,
 /// type in Typography.h, symbols in Symbols.h; a painter holds none of them.
 namespace tarnwick::theme {
 
 // The dock.
-inline constexpr double kDockHeight = 84;
-inline constexpr double kDockHeightWithTabs = 110;
-inline constexpr double kDockLeastWidth = 110;
+inline constexpr double kDockHeight = DockMeasures::kHeight;
+inline constexpr double kDockHeightWithTabs = DockMeasures::kHeightWithTabs;
+inline constexpr double kDockLeastWidth = DockMeasures::kLeastWidth;
 inline constexpr double kDockCorner = 24;
 inline constexpr double kInset = 10;
-inline constexpr double kTileHeight = 64;
+inline constexpr double kTileHeight = DockMeasures::kTileHeight;
 inline constexpr double kTileCorner = 14;
-inline constexpr double kSeparatorZone = 12;
+inline constexpr double kSeparatorZone = DockMeasures::kSeparatorZone;
 inline constexpr double kSeparatorHeight = 36;
 inline constexpr double kInvitationPadding = 12;  ///< Beside the words that ask for widgets.
-inline constexpr double kAppSlot = 52;
+inline constexpr double kAppSlot = DockMeasures::kAppSlot;
 inline constexpr double kAppIcon = 44;
 inline constexpr double kAppIconLeft = 4;
 inline constexpr double kAppIconTop = 8;

@@ -5,12 +5,12 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/LocalFigures.h"
 #include "views/theme/Glass.h"
-#include "views/theme/LocalFigures.h"
 #include "views/theme/Upright.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TilePainter.h"
-#include "views/tiles/TileWords.h"
+#include "widgets/TileWords.h"
 
 namespace tarnwick {
 

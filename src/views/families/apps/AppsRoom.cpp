@@ -7,7 +7,7 @@
 #include "views/panels/PlainPanel.h"
 #include "views/panels/Room.h"
 #include "views/tiles/GenericTile.h"
-#include "views/tiles/TileWords.h"
+#include "widgets/TileWords.h"
 #include "widgets/catalog/Family.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"

@@ -1,5 +1,6 @@
 #include "views/families/calendar/CalendarPanels.h"
 
+#include "base/LocalFigures.h"
 #include "calendar/Calendar.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/MonthGrid.h"
@@ -7,8 +8,7 @@
 #include "views/families/calendar/DayAgenda.h"
 #include "views/families/calendar/EventWords.h"
 #include "views/panels/PanelWords.h"
-#include "views/theme/LocalFigures.h"
-#include "views/tiles/ClockWords.h"
+#include "widgets/ClockWords.h"
 
 namespace tarnwick {
 

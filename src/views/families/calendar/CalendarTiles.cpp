@@ -5,11 +5,11 @@
 
 #include "views/families/calendar/EventWords.h"
 #include "views/theme/Glass.h"
-#include "views/tiles/ClockWords.h"
 #include "views/tiles/DayPainting.h"
 #include "views/tiles/TileCanvas.h"
-#include "views/tiles/TileWords.h"
 #include "widgets/CalendarStrip.h"
+#include "widgets/ClockWords.h"
+#include "widgets/TileWords.h"
 
 namespace tarnwick {
 

@@ -1,7 +1,7 @@
 #include "views/families/calendar/EventWords.h"
 
-#include "views/tiles/ClockWords.h"
-#include "views/tiles/TileWords.h"
+#include "widgets/ClockWords.h"
+#include "widgets/TileWords.h"
 
 namespace tarnwick {
 

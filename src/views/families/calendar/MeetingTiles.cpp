@@ -1,12 +1,12 @@
 #include "views/families/calendar/MeetingTiles.h"
 
+#include "base/LocalFigures.h"
 #include "views/families/calendar/CalendarTiles.h"
 #include "views/families/calendar/EventWords.h"
 #include "views/theme/Glass.h"
-#include "views/theme/LocalFigures.h"
-#include "views/tiles/ClockWords.h"
 #include "views/tiles/TileCanvas.h"
-#include "views/tiles/TileWords.h"
+#include "widgets/ClockWords.h"
+#include "widgets/TileWords.h"
 
 namespace tarnwick {
 

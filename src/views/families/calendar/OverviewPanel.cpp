@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/LocalFigures.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Rows.h"
 #include "views/families/calendar/CalendarTiles.h"
@@ -9,9 +10,8 @@
 #include "views/families/calendar/EventWords.h"
 #include "views/families/calendar/ReminderRow.h"
 #include "views/panels/PanelWords.h"
-#include "views/theme/LocalFigures.h"
 #include "views/theme/WeatherPictures.h"
-#include "views/tiles/ClockWords.h"
+#include "widgets/ClockWords.h"
 
 namespace tarnwick {
 

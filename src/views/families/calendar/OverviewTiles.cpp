@@ -4,7 +4,7 @@
 
 #include "views/families/calendar/CalendarTiles.h"
 #include "views/tiles/TileCanvas.h"
-#include "views/tiles/TileWords.h"
+#include "widgets/TileWords.h"
 
 namespace tarnwick {
 

@@ -3,11 +3,11 @@
 #include <QTimeZone>
 #include <array>
 
+#include "base/LocalFigures.h"
 #include "views/controls/Rows.h"
 #include "views/families/calendar/ProgressTiles.h"
 #include "views/panels/PanelWords.h"
-#include "views/theme/LocalFigures.h"
-#include "views/tiles/ClockWords.h"
+#include "widgets/ClockWords.h"
 #include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/LocalFigures.h"
 #include "views/theme/Glass.h"
-#include "views/theme/LocalFigures.h"
 #include "views/tiles/TileCanvas.h"
-#include "views/tiles/TileWords.h"
+#include "widgets/TileWords.h"
 
 namespace tarnwick {
 

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/LocalFigures.h"
 #include "views/families/calendar/CalendarTiles.h"
 #include "views/families/calendar/EventWords.h"
 #include "views/theme/Glass.h"
-#include "views/theme/LocalFigures.h"
 #include "views/tiles/TileCanvas.h"
-#include "views/tiles/TileWords.h"
+#include "widgets/TileWords.h"
 
 namespace tarnwick {
 

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
+#include "base/LocalFigures.h"
 #include "views/families/calendar/CalendarTiles.h"
 #include "views/families/calendar/EventWords.h"
 #include "views/families/calendar/ReminderRow.h"
 #include "views/panels/PanelWords.h"
-#include "views/theme/LocalFigures.h"
 
 namespace tarnwick {
 

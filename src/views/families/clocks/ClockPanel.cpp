@@ -2,6 +2,7 @@
 
 #include <QHBoxLayout>
 
+#include "base/LocalFigures.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
 #include "views/controls/FullWidth.h"
@@ -9,9 +10,8 @@
 #include "views/controls/Rows.h"
 #include "views/families/clocks/DateTiles.h"
 #include "views/panels/PanelWords.h"
-#include "views/panels/ZoneSearch.h"
-#include "views/theme/LocalFigures.h"
-#include "views/tiles/ClockWords.h"
+#include "widgets/ClockWords.h"
+#include "widgets/ZoneSearch.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 

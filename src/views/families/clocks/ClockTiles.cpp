@@ -6,9 +6,9 @@
 #include <numbers>
 
 #include "views/theme/Bands.h"
-#include "views/tiles/ClockWords.h"
 #include "views/tiles/TileCanvas.h"
-#include "views/tiles/TileWords.h"
+#include "widgets/ClockWords.h"
+#include "widgets/TileWords.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {

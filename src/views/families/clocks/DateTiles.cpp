@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "views/theme/LocalFigures.h"
+#include "base/LocalFigures.h"
 #include "views/tiles/DayPainting.h"
 #include "views/tiles/TileCanvas.h"
-#include "views/tiles/TileWords.h"
+#include "widgets/TileWords.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {

@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "views/families/clocks/ClockTiles.h"
-#include "views/tiles/ClockWords.h"
+#include "widgets/ClockWords.h"
 
 namespace tarnwick {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "views/tiles/ClockWords.h"
 #include "views/tiles/TileRequest.h"
 #include "views/tiles/TileText.h"
+#include "widgets/ClockWords.h"
 
 namespace tarnwick {
 

@@ -12,7 +12,7 @@
 #include "views/panels/PanelWords.h"
 #include "views/theme/FilePictures.h"
 #include "views/theme/Glass.h"
-#include "views/tiles/FileWords.h"
+#include "widgets/FileWords.h"
 
 namespace tarnwick {
 

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include "base/PutBack.h"
 #include "files/FileFinder.h"
 #include "files/LatestWork.h"
 #include "files/RecentFiles.h"
@@ -13,7 +14,6 @@
 #include "views/controls/ItemView.h"
 #include "views/families/files/FileItems.h"
 #include "views/panels/PanelWords.h"
-#include "views/panels/PutBack.h"
 
 namespace tarnwick {
 

@@ -4,8 +4,8 @@
 
 #include "views/theme/FilePictures.h"
 #include "views/tiles/TileCanvas.h"
-#include "views/tiles/TileWords.h"
 #include "widgets/PinnedTiles.h"
+#include "widgets/TileWords.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {

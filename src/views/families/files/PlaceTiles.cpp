@@ -5,9 +5,9 @@
 
 #include "views/theme/FilePictures.h"
 #include "views/theme/Glass.h"
-#include "views/tiles/FileWords.h"
 #include "views/tiles/TileCanvas.h"
-#include "views/tiles/TileWords.h"
+#include "widgets/FileWords.h"
+#include "widgets/TileWords.h"
 
 namespace tarnwick {
 

@@ -5,13 +5,13 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/LocalFigures.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
 #include "views/controls/Mirroring.h"
 #include "views/controls/Rows.h"
 #include "views/controls/Stepper.h"
 #include "views/panels/PanelWords.h"
-#include "views/theme/LocalFigures.h"
 #include "views/theme/WaterGlass.h"
 #include "widgets/HabitMath.h"
 #include "widgets/catalog/Options.h"

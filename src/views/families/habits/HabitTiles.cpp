@@ -2,11 +2,11 @@
 
 #include <QSet>
 
-#include "views/theme/LocalFigures.h"
+#include "base/LocalFigures.h"
 #include "views/theme/WaterGlass.h"
 #include "views/tiles/TileCanvas.h"
-#include "views/tiles/TileWords.h"
 #include "widgets/HabitMath.h"
+#include "widgets/TileWords.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {

@@ -2,7 +2,7 @@
 
 #include "views/panels/Room.h"
 #include "views/tiles/GenericTile.h"
-#include "views/tiles/TileWords.h"
+#include "widgets/TileWords.h"
 #include "widgets/catalog/Family.h"
 #include "widgets/catalog/Kinds.h"
 

@@ -4,10 +4,10 @@
 #include <array>
 #include <cmath>
 
+#include "base/LocalFigures.h"
 #include "views/theme/Glass.h"
-#include "views/theme/LocalFigures.h"
 #include "views/tiles/TileCanvas.h"
-#include "views/tiles/TileWords.h"
+#include "widgets/TileWords.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 

@@ -6,14 +6,14 @@
 #include <algorithm>
 #include <functional>
 
+#include "base/LocalFigures.h"
+#include "base/PutBack.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
 #include "views/controls/FullWidth.h"
 #include "views/controls/Rows.h"
 #include "views/panels/PanelWords.h"
-#include "views/panels/PutBack.h"
 #include "views/theme/Glass.h"
-#include "views/theme/LocalFigures.h"
 
 namespace tarnwick {
 

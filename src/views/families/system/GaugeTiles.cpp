@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "views/theme/LocalFigures.h"
+#include "base/LocalFigures.h"
 #include "views/tiles/TileCanvas.h"
-#include "views/tiles/TileWords.h"
+#include "widgets/TileWords.h"
 
 namespace tarnwick {
 

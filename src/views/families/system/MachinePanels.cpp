@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "base/DomainError.h"
+#include "base/LocalFigures.h"
 #include "system/ProcessMonitor.h"
 #include "system/SystemTemperature.h"
 #include "views/controls/Buttons.h"
@@ -14,7 +15,6 @@
 #include "views/families/system/ProcessSection.h"
 #include "views/families/system/ProcessTiles.h"
 #include "views/panels/PanelWords.h"
-#include "views/theme/LocalFigures.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {

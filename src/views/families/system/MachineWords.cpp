@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/LocalFigures.h"
 #include "views/panels/PanelWords.h"
-#include "views/theme/LocalFigures.h"
-#include "views/tiles/FileWords.h"
+#include "widgets/FileWords.h"
 
 namespace tarnwick {
 

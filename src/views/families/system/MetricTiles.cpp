@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/LocalFigures.h"
 #include "views/theme/Glass.h"
-#include "views/theme/LocalFigures.h"
 #include "views/tiles/ChartPainting.h"
-#include "views/tiles/FileWords.h"
 #include "views/tiles/TileCanvas.h"
-#include "views/tiles/TileWords.h"
+#include "widgets/FileWords.h"
+#include "widgets/TileWords.h"
 
 namespace tarnwick {
 

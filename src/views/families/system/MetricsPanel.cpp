@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "base/LocalFigures.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Charts.h"
 #include "views/controls/Meters.h"
@@ -11,7 +12,6 @@
 #include "views/families/system/MachineWords.h"
 #include "views/families/system/ProcessSection.h"
 #include "views/panels/PanelWords.h"
-#include "views/theme/LocalFigures.h"
 #include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {

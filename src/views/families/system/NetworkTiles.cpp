@@ -5,7 +5,7 @@
 #include "views/theme/Glass.h"
 #include "views/tiles/ChartPainting.h"
 #include "views/tiles/TileCanvas.h"
-#include "views/tiles/TileWords.h"
+#include "widgets/TileWords.h"
 
 namespace tarnwick {
 

@@ -3,9 +3,9 @@
 #include <QList>
 #include <optional>
 
-#include "views/tiles/FileWords.h"
 #include "views/tiles/TileRequest.h"
 #include "views/tiles/TileText.h"
+#include "widgets/FileWords.h"
 
 namespace tarnwick {
 

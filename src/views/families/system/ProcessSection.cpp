@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "apps/InstalledApps.h"
+#include "base/LocalFigures.h"
 #include "system/ProcessMonitor.h"
 #include "views/controls/ControlTheme.h"
 #include "views/controls/Labels.h"
@@ -12,7 +13,6 @@
 #include "views/families/system/MachineWords.h"
 #include "views/panels/AppItems.h"
 #include "views/panels/PanelWords.h"
-#include "views/theme/LocalFigures.h"
 #include "widgets/catalog/Family.h"
 
 namespace tarnwick {

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "views/theme/LocalFigures.h"
-#include "views/tiles/TileWords.h"
+#include "base/LocalFigures.h"
 #include "widgets/PhaseMath.h"
 #include "widgets/TickCadence.h"
+#include "widgets/TileWords.h"
 #include "widgets/TimeMath.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "base/DomainError.h"
+#include "base/LocalFigures.h"
 #include "base/Text.h"
 #include "store/DocumentEdits.h"
 #include "views/controls/Buttons.h"
@@ -16,7 +17,6 @@
 #include "views/families/timers/TimerFace.h"
 #include "views/panels/ChipGrid.h"
 #include "views/panels/PanelWords.h"
-#include "views/theme/LocalFigures.h"
 #include "widgets/PhaseMath.h"
 #include "widgets/TimeMath.h"
 #include "widgets/TimerActions.h"

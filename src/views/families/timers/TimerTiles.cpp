@@ -2,12 +2,12 @@
 
 #include <cmath>
 
+#include "base/LocalFigures.h"
 #include "views/families/timers/TimerFacts.h"
 #include "views/theme/Glass.h"
-#include "views/theme/LocalFigures.h"
 #include "views/theme/TransportGlyphs.h"
 #include "views/tiles/TileCanvas.h"
-#include "views/tiles/TileWords.h"
+#include "widgets/TileWords.h"
 #include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {

@@ -3,7 +3,7 @@
 #include <QStringList>
 
 #include "views/tiles/TileCanvas.h"
-#include "views/tiles/ToggleChoice.h"
+#include "widgets/ToggleChoice.h"
 
 namespace tarnwick {
 

@@ -4,6 +4,7 @@
 #include <QSignalBlocker>
 #include <array>
 
+#include "base/PutBack.h"
 #include "commandbar/UtilityText.h"
 #include "store/DocumentEdits.h"
 #include "views/controls/Buttons.h"
@@ -13,7 +14,6 @@
 #include "views/controls/Rows.h"
 #include "views/panels/BigText.h"
 #include "views/panels/PanelWords.h"
-#include "views/panels/PutBack.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {

@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 
+#include "base/LocalFigures.h"
 #include "store/DocumentEdits.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
@@ -14,7 +15,6 @@
 #include "views/controls/Slider.h"
 #include "views/families/utilities/UtilityOptions.h"
 #include "views/panels/PanelWords.h"
-#include "views/theme/LocalFigures.h"
 #include "views/theme/Theme.h"
 #include "widgets/catalog/Options.h"
 

@@ -7,7 +7,7 @@
 #include "views/theme/Emoji.h"
 #include "views/theme/Glass.h"
 #include "views/tiles/TileCanvas.h"
-#include "views/tiles/TileWords.h"
+#include "widgets/TileWords.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {

@@ -1,8 +1,8 @@
 #include "views/families/weather/WeatherTiles.h"
 
-#include "views/theme/LocalFigures.h"
+#include "base/LocalFigures.h"
 #include "views/tiles/TileCanvas.h"
-#include "views/tiles/TileWords.h"
+#include "widgets/TileWords.h"
 
 namespace tarnwick {
 

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "base/LocalFigures.h"
 #include "desktop/ClientWindows.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/FullWidth.h"
@@ -8,7 +9,6 @@
 #include "views/panels/AppItems.h"
 #include "views/panels/PanelWords.h"
 #include "views/panels/PlainPanel.h"
-#include "views/theme/LocalFigures.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {

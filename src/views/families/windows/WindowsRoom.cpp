@@ -5,7 +5,7 @@
 #include "views/families/windows/RunningTiles.h"
 #include "views/panels/Room.h"
 #include "views/tiles/GenericTile.h"
-#include "views/tiles/TileWords.h"
+#include "widgets/TileWords.h"
 #include "widgets/catalog/Family.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"

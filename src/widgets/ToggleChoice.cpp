@@ -1,10 +1,10 @@
-#include "views/tiles/ToggleChoice.h"
+#include "widgets/ToggleChoice.h"
 
 #include <QStringList>
 #include <algorithm>
 #include <array>
 
-#include "views/tiles/TileWords.h"
+#include "widgets/TileWords.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {

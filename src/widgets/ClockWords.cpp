@@ -1,4 +1,4 @@
-#include "views/tiles/ClockWords.h"
+#include "widgets/ClockWords.h"
 
 #include <QFileInfo>
 #include <QHash>
@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "views/theme/LocalFigures.h"
-#include "views/tiles/TileWords.h"
+#include "base/LocalFigures.h"
+#include "widgets/TileWords.h"
 
 namespace tarnwick {
 

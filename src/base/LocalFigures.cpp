@@ -1,4 +1,4 @@
-#include "views/theme/LocalFigures.h"
+#include "base/LocalFigures.h"
 
 namespace tarnwick {
 

@@ -1,4 +1,4 @@
-#include "views/settings/KnownDisplays.h"
+#include "dock/rules/KnownDisplays.h"
 
 #include <QCoreApplication>
 #include <algorithm>

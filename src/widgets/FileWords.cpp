@@ -1,11 +1,11 @@
-#include "views/tiles/FileWords.h"
+#include "widgets/FileWords.h"
 
 #include <QTimeZone>
 #include <algorithm>
 #include <array>
 #include <cmath>
 
-#include "views/tiles/TileWords.h"
+#include "widgets/TileWords.h"
 
 namespace tarnwick {
 

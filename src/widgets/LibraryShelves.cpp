@@ -1,9 +1,9 @@
-#include "views/library/LibraryShelves.h"
+#include "widgets/LibraryShelves.h"
 
 #include <algorithm>
 
 #include "base/Text.h"
-#include "views/library/LibraryWords.h"
+#include "widgets/LibraryWords.h"
 #include "widgets/PinnedTiles.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/KindTraits.h"

@@ -1,4 +1,4 @@
-#include "views/panels/ZoneSearch.h"
+#include "widgets/ZoneSearch.h"
 
 #include <QLocale>
 #include <QTimeZone>
@@ -6,7 +6,7 @@
 #include <array>
 
 #include "base/Text.h"
-#include "views/tiles/ClockWords.h"
+#include "widgets/ClockWords.h"
 
 namespace tarnwick {
 
