@@ -21,7 +21,7 @@
 #include "views/families/calendar/AgendaRow.h"
 #include "views/families/notes/NoteTiles.h"
 #include "views/families/utilities/EmojiTable.h"
-#include "views/families/utilities/UtilityPanels.h"
+#include "views/families/utilities/UtilitiesRoom.h"
 #include "views/panels/TilePanel.h"
 #include "views/snapshot/SnapshotFixture.h"
 

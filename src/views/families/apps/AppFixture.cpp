@@ -1,4 +1,4 @@
-#include "views/families/apps/AppFixture.h"
+#include "views/families/apps/AppsRoom.h"
 
 #include "apps/InstalledApps.h"
 

@@ -1,4 +1,4 @@
-#include "views/families/apps/AppPanels.h"
+#include "views/families/apps/AppsRoom.h"
 
 #include <QFileInfo>
 #include <algorithm>

@@ -1,7 +1,7 @@
+#include "views/families/apps/AppsRoom.h"
+
 #include <array>
 
-#include "views/families/apps/AppFixture.h"
-#include "views/families/apps/AppPanels.h"
 #include "views/families/apps/AppTiles.h"
 #include "views/panels/PanelWords.h"
 #include "views/panels/PlainPanel.h"

@@ -1,4 +1,4 @@
-#include "views/families/calendar/CalendarFixture.h"
+#include "views/families/calendar/CalendarRoom.h"
 
 #include <QTimeZone>
 #include <array>

@@ -1,7 +1,7 @@
+#include "views/families/calendar/CalendarRoom.h"
+
 #include <array>
 
-#include "views/families/calendar/CalendarFixture.h"
-#include "views/families/calendar/CalendarPanels.h"
 #include "views/families/calendar/CalendarTiles.h"
 #include "views/families/calendar/MeetingTiles.h"
 #include "views/families/calendar/OverviewTiles.h"

@@ -1,4 +1,4 @@
-#include "views/families/calendar/CalendarPanels.h"
+#include "views/families/calendar/CalendarRoom.h"
 
 #include <algorithm>
 

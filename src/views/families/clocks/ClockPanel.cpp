@@ -1,4 +1,4 @@
-#include "views/families/clocks/ClockPanel.h"
+#include "views/families/clocks/ClocksRoom.h"
 
 #include <QHBoxLayout>
 

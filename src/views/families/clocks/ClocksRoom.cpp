@@ -1,6 +1,7 @@
+#include "views/families/clocks/ClocksRoom.h"
+
 #include <array>
 
-#include "views/families/clocks/ClockPanel.h"
 #include "views/families/clocks/ClockTiles.h"
 #include "views/families/clocks/DateTiles.h"
 #include "views/families/clocks/DigitTiles.h"

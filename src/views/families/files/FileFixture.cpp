@@ -1,4 +1,4 @@
-#include "views/families/files/FileFixture.h"
+#include "views/families/files/FilesRoom.h"
 
 #include <QFileInfo>
 #include <QPainter>

@@ -1,3 +1,5 @@
+#include "views/families/files/FilesRoom.h"
+
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <array>
@@ -6,8 +8,6 @@
 #include "files/RecentFiles.h"
 #include "files/ScreenshotFolder.h"
 #include "files/Thumbnails.h"
-#include "views/families/files/FileFixture.h"
-#include "views/families/files/FilePanels.h"
 #include "views/families/files/FileTiles.h"
 #include "views/families/files/PlaceTiles.h"
 #include "views/panels/Room.h"

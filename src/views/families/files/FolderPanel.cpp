@@ -1,4 +1,4 @@
-#include "views/families/files/FilePanels.h"
+#include "views/families/files/FilesRoom.h"
 
 #include <QFileInfo>
 #include <QStandardPaths>

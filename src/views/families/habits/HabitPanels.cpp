@@ -1,4 +1,4 @@
-#include "views/families/habits/HabitPanels.h"
+#include "views/families/habits/HabitsRoom.h"
 
 #include <QHBoxLayout>
 #include <QSet>

@@ -1,7 +1,8 @@
+#include "views/families/habits/HabitsRoom.h"
+
 #include <QCoreApplication>
 #include <array>
 
-#include "views/families/habits/HabitPanels.h"
 #include "views/families/habits/HabitTiles.h"
 #include "views/panels/Room.h"
 #include "widgets/HabitMath.h"

@@ -1,7 +1,8 @@
+#include "views/families/notes/NotesRoom.h"
+
 #include <QCoreApplication>
 #include <array>
 
-#include "views/families/notes/NotePanels.h"
 #include "views/families/notes/NoteTiles.h"
 #include "views/panels/Room.h"
 #include "widgets/catalog/Family.h"

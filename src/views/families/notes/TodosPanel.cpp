@@ -1,4 +1,4 @@
-#include "views/families/notes/NotePanels.h"
+#include "views/families/notes/NotesRoom.h"
 
 #include <QApplication>
 #include <QHBoxLayout>

@@ -1,4 +1,4 @@
-#include "views/families/system/SystemPanels.h"
+#include "views/families/system/SystemRoom.h"
 
 #include <algorithm>
 #include <array>

@@ -1,3 +1,5 @@
+#include "views/families/system/SystemRoom.h"
+
 #include <array>
 
 #include "system/ProcessMonitor.h"
@@ -6,8 +8,6 @@
 #include "views/families/system/MetricTiles.h"
 #include "views/families/system/NetworkTiles.h"
 #include "views/families/system/ProcessTiles.h"
-#include "views/families/system/SystemFixture.h"
-#include "views/families/system/SystemPanels.h"
 #include "views/panels/Room.h"
 #include "views/tiles/GenericTile.h"
 #include "widgets/TileWords.h"

@@ -1,4 +1,4 @@
-#include "views/families/timers/TimerPanel.h"
+#include "views/families/timers/TimersRoom.h"
 
 #include <QHBoxLayout>
 #include <algorithm>

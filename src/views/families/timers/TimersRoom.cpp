@@ -1,6 +1,7 @@
+#include "views/families/timers/TimersRoom.h"
+
 #include <array>
 
-#include "views/families/timers/TimerPanel.h"
 #include "views/families/timers/TimerTiles.h"
 #include "views/panels/Room.h"
 #include "widgets/catalog/Family.h"

@@ -1,4 +1,4 @@
-#include "views/families/toggles/TogglesPanel.h"
+#include "views/families/toggles/TogglesRoom.h"
 
 #include <QCoreApplication>
 #include <array>

@@ -1,7 +1,8 @@
+#include "views/families/toggles/TogglesRoom.h"
+
 #include <array>
 
 #include "views/families/toggles/ToggleTiles.h"
-#include "views/families/toggles/TogglesPanel.h"
 #include "views/panels/Room.h"
 #include "widgets/catalog/Family.h"
 #include "widgets/catalog/Options.h"

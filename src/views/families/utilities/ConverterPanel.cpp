@@ -1,4 +1,4 @@
-#include "views/families/utilities/UtilityPanels.h"
+#include "views/families/utilities/UtilitiesRoom.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>

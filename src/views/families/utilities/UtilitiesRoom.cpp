@@ -1,7 +1,8 @@
+#include "views/families/utilities/UtilitiesRoom.h"
+
 #include <array>
 
 #include "views/families/utilities/UtilityOptions.h"
-#include "views/families/utilities/UtilityPanels.h"
 #include "views/families/utilities/UtilityTiles.h"
 #include "views/panels/Room.h"
 #include "views/tiles/GenericTile.h"

@@ -1,4 +1,4 @@
-#include "views/families/windows/RunningFixture.h"
+#include "views/families/windows/WindowsRoom.h"
 
 #include "apps/RunningApp.h"
 #include "desktop/ClientWindows.h"

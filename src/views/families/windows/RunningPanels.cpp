@@ -5,7 +5,7 @@
 #include "views/controls/Buttons.h"
 #include "views/controls/FullWidth.h"
 #include "views/controls/ItemView.h"
-#include "views/families/windows/RunningPanels.h"
+#include "views/families/windows/WindowsRoom.h"
 #include "views/panels/AppItems.h"
 #include "views/panels/PanelWords.h"
 #include "views/panels/PlainPanel.h"

@@ -1,7 +1,7 @@
+#include "views/families/windows/WindowsRoom.h"
+
 #include <array>
 
-#include "views/families/windows/RunningFixture.h"
-#include "views/families/windows/RunningPanels.h"
 #include "views/families/windows/RunningTiles.h"
 #include "views/panels/Room.h"
 #include "views/tiles/GenericTile.h"

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "views/panels/Room.h"
 #include "views/panels/TilePanel.h"
 
 namespace tarnwick {
@@ -22,5 +23,10 @@ std::unique_ptr<TilePanel> makeTrashPanel(const PanelContext& context);
 std::unique_ptr<TilePanel> makeBookmarksPanel(const PanelContext& context);
 /// Looks for something in the web.
 std::unique_ptr<TilePanel> makeWebSearchPanel(const PanelContext& context);
+
+/// The files in the pictures of the program. None of them is on any disk.
+void pictureFiles(TileSources& sources);
+void fillStoreWithFiles(AppStore& store, const QDateTime& now);
+std::shared_ptr<void> fillReadingsWithFiles(const PicturedParts& parts);
 
 }  // namespace tarnwick

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "views/panels/Room.h"
 #include "views/panels/TilePanel.h"
 
 namespace tarnwick {
@@ -12,5 +13,9 @@ std::unique_ptr<TilePanel> makeProcessesPanel(const PanelContext& context);
 std::unique_ptr<TilePanel> makeTemperaturePanel(const PanelContext& context);
 /// One reading of the machine, or a pair: the figure of now, its history, and what belongs to it.
 std::unique_ptr<TilePanel> makeMetricsPanel(const PanelContext& context);
+
+/// The machine in the pictures of the program: its readings and its processes, and what only panels ask of it.
+void pictureMachine(TileSources& sources);
+std::shared_ptr<void> fillReadingsWithMachine(const PicturedParts& parts);
 
 }  // namespace tarnwick

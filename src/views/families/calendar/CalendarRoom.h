@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QDateTime>
 #include <memory>
 
+#include "calendar/CalendarDigest.h"
 #include "views/panels/TilePanel.h"
 
 namespace tarnwick {
@@ -14,5 +16,8 @@ std::unique_ptr<TilePanel> makeOverviewPanel(const PanelContext& context);
 std::unique_ptr<TilePanel> makeProgressPanel(const PanelContext& context);
 /// What is due, to be ticked off.
 std::unique_ptr<TilePanel> makeRemindersPanel(const PanelContext& context);
+
+/// The calendars and reminders of a month, as pictures of the program show them around a moment.
+std::shared_ptr<const CalendarDigest> calendarFixture(const QDateTime& now);
 
 }  // namespace tarnwick
