@@ -4,17 +4,17 @@
 #include "app/AppKeys.h"
 #include "app/DockPresenter.h"
 #include "app/ExitGuards.h"
-#include "app/HotKeyTable.h"
 #include "app/NearbySender.h"
+#include "app/Orders.h"
 #include "app/ProgramCommands.h"
 #include "app/Readings.h"
-#include "app/SocketSession.h"
 #include "app/StatusItem.h"
 #include "app/Windows.h"
 #include "apps/InstalledApps.h"
 #include "base/DomainError.h"
 #include "desktop/ContrastPreference.h"
 #include "desktop/SessionEvents.h"
+#include "desktop/Toggles.h"
 #include "motion/Animator.h"
 #include "views/theme/DesktopLook.h"
 #include "views/theme/MenuStyle.h"
@@ -43,6 +43,10 @@ AppDelegate::AppDelegate(StoreSetup store, const Services& services, DelegateSet
       DockPresenterSetup{setup_.preferences, setup_.guard, setup_.readings,
                          nearbySender(services.installedApps.environment(), setup_.environment), editorIsOpen});
   keys_ = std::make_unique<AppKeys>(*store_, services.hotKeys, *commands_);
+  orders_ = std::make_unique<Orders>(*store_, *commands_,
+                                     OrdersSetup{setup_.application, setup_.door, setup_.executable, setup_.environment,
+                                                 !setup_.measures, [this] { return presenter_->apps(); },
+                                                 [this] { return dock().giveSystemDockBack(); }, [this] { quit(); }});
   windows_ = std::make_unique<Windows>(*this, services, setup_);
   dock().hasOpenWindow = [this] { return windows_ && windows_->holdsDock(); };
   setup_.readings.follow(*store_);
@@ -91,6 +95,7 @@ void AppDelegate::comeUp() {
 void AppDelegate::willTerminate() {
   if (down_) return;
   down_ = true;
+  orders_->stop();
   afterFirstFrame_.reset();
   docksStand_.reset();
   switchesAnswer_.reset();
@@ -98,14 +103,14 @@ void AppDelegate::willTerminate() {
   store_->shutdown();
   presenter_->shutdown();
   keys_->release();
-  setup_.application.release();
-  setup_.door.release();
+  orders_->release();
   status_.reset();
 }
 
 void AppDelegate::willTerminateWithoutDisplay() noexcept {
   if (down_) return;
   down_ = true;
+  orders_->stop();
   // Nothing may be painted any more, so no signal is emitted.
   store_->blockSignals(true);
   try {
@@ -113,6 +118,23 @@ void AppDelegate::willTerminateWithoutDisplay() noexcept {
   } catch (...) {
   }
   dock().giveBack();
+}
+
+void AppDelegate::listenToTheSession() {
+  // The session's manager asks every program to save before it ends the session.
+  connect(qApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager&) { store_->save(); });
+  connect(qApp, &QCoreApplication::aboutToQuit, this, &AppDelegate::willTerminate);
+  connect(&services_.toggles, &Toggles::changed, this, [this] {
+    if (!switchesAnswered_ && !switchesAnswer_)
+      switchesAnswer_ = store_->scheduler().after(kSwitchesAnswer, [this] {
+        switchesAnswered_ = true;
+        applyAppearance();
+      });
+    applyAppearance();
+  });
+  connect(&services_.contrast, &ContrastPreference::changed, this, &AppDelegate::applyAppearance);
+  connect(&services_.session, &SessionEvents::ending, this, &AppDelegate::quit);
+  orders_->listen();
 }
 
 void AppDelegate::installExitGuards() {
@@ -206,19 +228,8 @@ void AppDelegate::applyLoginSwitch() {
 // --- Keys and menus -------------------------------------------------------------------------------------------------
 
 void AppDelegate::setupHotKeys() {
-  connect(keys_.get(), &AppKeys::pressed, this, &AppDelegate::hotKeyPressed);
+  connect(keys_.get(), &AppKeys::pressed, orders_.get(), &Orders::performKey);
   keys_->follow();
-}
-
-void AppDelegate::hotKeyPressed(quint32 identifier) {
-  if (identifier == HotKeyTable::kToggle) perform({Order::Kind::Toggle, 0});
-  if (identifier == HotKeyTable::kCommandBar) perform({Order::Kind::CommandBar, 0});
-  if (identifier == HotKeyTable::kFocus) perform({Order::Kind::Focus, 0});
-  if (identifier >= HotKeyTable::kFirstApp) {
-    commands_->openApp(static_cast<int>(identifier - HotKeyTable::kFirstApp));
-  } else if (identifier >= HotKeyTable::kFirstProfile) {
-    perform({Order::Kind::Profile, static_cast<int>(identifier - HotKeyTable::kFirstProfile)});
-  }
 }
 
 void AppDelegate::setupMenu() {

@@ -5,7 +5,6 @@
 #include <optional>
 
 #include "app/Autostart.h"
-#include "app/CommandLine.h"
 #include "app/ports/SessionApplication.h"
 #include "apps/LaunchEnvironment.h"
 #include "base/Scheduler.h"
@@ -19,6 +18,7 @@ namespace tarnwick {
 class AppKeys;
 class DockPresenter;
 class ExitGuards;
+class Orders;
 class Readings;
 class SocketSession;
 class StatusItem;
@@ -56,6 +56,8 @@ class AppDelegate : public QObject {
   DockController& dock();
   Windows& windows() { return *windows_; }
   AppKeys& keys() { return *keys_; }
+  /// What is asked from outside.
+  Orders& orders() { return *orders_; }
   /// Since didFinishLaunching.
   StatusItem& statusItem() { return *status_; }
 
@@ -66,17 +68,6 @@ class AppDelegate : public QObject {
   /// The same when the display is gone and the process is about to end: saves, and gives back what needs no window.
   void willTerminateWithoutDisplay() noexcept;
 
-  /// Does it, or shows why it cannot be done.
-  void perform(const Order& order);
-  /// Why an order cannot be done now, as a sentence; empty where it can.
-  QString refusal(const Order& order) const;
-  /// Why a file or an address is not opened, as a sentence; empty where it may be. Does not look at the file.
-  QString refusalToOpen(const QString& url) const;
-  /// Files handed to the program: Space files are imported and desktop entries started; of others it is said that they
-  /// are not opened.
-  void open(const QStringList& urls);
-  /// The user opened the program while it runs.
-  void reopen();
   /// Shows the switch of the login entry as the entry is.
   void followLoginEntry();
   Autostart autostart() const;
@@ -96,10 +87,6 @@ class AppDelegate : public QObject {
   void applyLoginSwitch();
   void comeUp();
   void listenToScreens();
-  void listenTo(SessionApplication& session);
-  QJsonObject restoreForOthers();
-  bool handOverToTheNewBuild();
-  void hotKeyPressed(quint32 identifier);
   void layoutDidChange();
 
   const Services& services_;
@@ -108,6 +95,7 @@ class AppDelegate : public QObject {
   std::unique_ptr<Commands> commands_;
   std::unique_ptr<DockPresenter> presenter_;
   std::unique_ptr<AppKeys> keys_;
+  std::unique_ptr<Orders> orders_;
   std::unique_ptr<StatusItem> status_;
   std::unique_ptr<Windows> windows_;
   std::unique_ptr<ExitGuards> guards_;

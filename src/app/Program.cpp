@@ -15,6 +15,7 @@
 #include "app/AppDelegate.h"
 #include "app/CommandLine.h"
 #include "app/FixtureConfig.h"
+#include "app/Orders.h"
 #include "app/RestoreDock.h"
 #include "app/SingleInstance.h"
 #include "app/SnapshotMode.h"
@@ -143,8 +144,8 @@ int runUntilQuit(const Start& start, const CommandLine& line, const LaunchEnviro
   // Behind the dock's own coming up, which waits for the event loop as well.
   const auto orders = [&] {
     // Whoever asks to show or hide a dock that does not run wants to see it, and it starts shown.
-    if (line.order && line.order->kind != Order::Kind::Toggle) delegate.perform(*line.order);
-    if (!start.urls.isEmpty()) delegate.open(start.urls);
+    if (line.order && line.order->kind != Order::Kind::Toggle) delegate.orders().perform(*line.order);
+    if (!start.urls.isEmpty()) delegate.orders().open(start.urls);
     if (!start.missing.isEmpty()) delegate.store().setError(start.missing.last());
   };
   QMetaObject::invokeMethod(&delegate, orders, Qt::QueuedConnection);

@@ -6,6 +6,7 @@
 
 #include "app/AppDelegate.h"
 #include "app/DockPresenter.h"
+#include "app/Orders.h"
 #include "app/Readings.h"
 #include "app/Windows.h"
 #include "apps/AppActivation.h"
@@ -67,7 +68,7 @@ void ProgramCommands::showHelp() { delegate_.windows().showHelp(); }
 // An order or a file from outside may ask for what no menu offers yet.
 
 void ProgramCommands::importSpace(const QString& path) {
-  delegate_.store().setError(delegate_.refusalToOpen(QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded)));
+  delegate_.store().setError(Orders::refusalToOpen(QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded)));
 }
 
 // --- Docks ----------------------------------------------------------------------------------------------------------

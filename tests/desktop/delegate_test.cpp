@@ -14,6 +14,7 @@
 #include "app/AppKeys.h"
 #include "app/DockPresenter.h"
 #include "app/HotKeyTable.h"
+#include "app/Orders.h"
 #include "app/StatusMenu.h"
 #include "config/Persistence.h"
 #include "desktop/Program.h"
@@ -330,7 +331,7 @@ TEST_F(DelegateTest, OpenedAgainAStaleCopyStartsItsNewBuildAsItWasStartedItself)
   };
   start([&](DelegateSetup& setup) { setup.executable = build; });
   qputenv("TARNWICK_SET_FOR_THE_TOOLKIT", "1");
-  delegate->reopen();
+  delegate->orders().reopen();
   ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return QFile::exists(outputFile); }));
   qunsetenv("TARNWICK_SET_FOR_THE_TOOLKIT");
   QFile environment(outputFile);
@@ -341,7 +342,7 @@ TEST_F(DelegateTest, OpenedAgainAStaleCopyStartsItsNewBuildAsItWasStartedItself)
   EXPECT_EQ(settings(), 0);
   // Where there is nothing to start the user gets what was asked for.
   ASSERT_TRUE(QFile::remove(build));
-  delegate->reopen();
+  delegate->orders().reopen();
   EXPECT_EQ(settings(), 1);
 }
 
@@ -425,15 +426,15 @@ TEST_F(DelegateTest, HighContrastComesAndGoesAndANewUserHasTheDesktopsAppearance
 
 TEST_F(DelegateTest, WhatThisVersionLacksIsSaid) {
   start();
-  delegate->open({u"https://example.org/"_s});
+  delegate->orders().open({u"https://example.org/"_s});
   EXPECT_EQ(store().error(),
             u"“https://example.org/” was not opened. Tarnwick starts apps whose desktop entry it is given."_s);
-  delegate->open({u"file:///tmp/notes.txt"_s});
+  delegate->orders().open({u"file:///tmp/notes.txt"_s});
   EXPECT_EQ(store().error(), u"“notes.txt” was not opened. Tarnwick starts apps whose desktop entry it is given."_s);
-  delegate->open({u"file:///tmp/gone.desktop"_s});
+  delegate->orders().open({u"file:///tmp/gone.desktop"_s});
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return store().error() == u"“gone.desktop” is not there any more."_s; }))
       << qPrintable(store().error());
-  delegate->open({u"file:///tmp/a%20look.tarnwickspace"_s});
+  delegate->orders().open({u"file:///tmp/a%20look.tarnwickspace"_s});
   EXPECT_EQ(store().error(), u"“a look.tarnwickspace” was not opened. Spaces come with a later version of Tarnwick."_s);
   Q_EMIT adapters->session().actionRequested(u"command-bar"_s, {});
   EXPECT_EQ(store().error(), u"The command bar comes with a later version of Tarnwick."_s);

@@ -117,9 +117,9 @@ TEST_F(X11Input, APanelGivesTheKeyboardBackHoweverItIsClosed) {
        }},
       {"another profile",
        [&] {
-         delegate->perform({Order::Kind::Profile, 1});
+         delegate->orders().perform({Order::Kind::Profile, 1});
          ASSERT_TRUE(comesTrue([&] { return !isOpen(); }));
-         delegate->perform({Order::Kind::Profile, 0});
+         delegate->orders().perform({Order::Kind::Profile, 0});
        }},
       {"its widget's end", [&] { store().remove(store().widgets()[1].id); }},
   };
@@ -141,7 +141,7 @@ TEST_F(X11Input, APanelGivesTheKeyboardBackHoweverItIsClosed) {
   ASSERT_TRUE(comesTrue([&] { return view().hasFocus(); }));
   display.tap(kReturn);
   ASSERT_TRUE(comesTrue([&] { return isOpen() && !view().hasFocus(); }));
-  delegate->perform({Order::Kind::Profile, 1});
+  delegate->orders().perform({Order::Kind::Profile, 1});
   ASSERT_TRUE(comesTrue([&] { return !isOpen(); }));
   time.advance(DockController::kKeyboardGrace * 2);
   EXPECT_TRUE(comesTrue([&] { return view().hasFocus(); }));

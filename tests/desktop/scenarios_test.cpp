@@ -171,7 +171,7 @@ TEST_F(ShellScenario, APanelStandsBesideTheGlassUntilAClickElsewhere) {
   time.advance(1);
   desk.click(tile(4).center());
   EXPECT_TRUE(comesTrue([&] { return isOpen(); }));
-  delegate->perform({Order::Kind::Profile, 1});
+  delegate->orders().perform({Order::Kind::Profile, 1});
   EXPECT_TRUE(comesTrue([&] { return !isOpen(); }));
 }
 

@@ -31,7 +31,7 @@ TEST_F(X11Shell, TheKeyboardGoesBackToTheWindowThatHadIt) {
   display.click(tile(4).center());
   ASSERT_TRUE(comesTrue([&] { return isOpen() && display.focus() != other.id(); }));
   const xcb_window_t panel = display.focus();
-  delegate->perform({Order::Kind::Focus, 0});
+  delegate->orders().perform({Order::Kind::Focus, 0});
   ASSERT_TRUE(comesTrue([&] { return display.focus() != panel && view().hasFocus(); }));
   const xcb_window_t docks = display.focus();
   constexpr quint8 kReturn = 36;

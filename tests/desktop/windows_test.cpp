@@ -16,6 +16,7 @@
 #include "app/AppDelegate.h"
 #include "app/DockPresenter.h"
 #include "app/MenuBarPopup.h"
+#include "app/Orders.h"
 #include "app/StatusItem.h"
 #include "app/WindowPlaces.h"
 #include "app/Windows.h"
@@ -90,7 +91,7 @@ class WindowsTest : public ::testing::Test {
   /// Gives the dock the keyboard, and opens the menu of a tile, counted from the end.
   QMenu* menuOfTile(int fromTheEnd) {
     time.advance(1);  // The dock has noticed where the keyboard went.
-    delegate->perform({Order::Kind::Focus, 0});
+    delegate->orders().perform({Order::Kind::Focus, 0});
     if (!comesTrue([] { return qobject_cast<DockView*>(QApplication::focusWidget()) != nullptr; })) return nullptr;
     press(Qt::Key_End);
     for (int i = 0; i < fromTheEnd; ++i) press(Qt::Key_Left);
@@ -117,7 +118,7 @@ class WindowsTest : public ::testing::Test {
 
 TEST_F(WindowsTest, AClockIsAddedEditedMovedRemovedAndBroughtBackByTheKeyboardAlone) {
   start(twoTiles());
-  delegate->reopen();
+  delegate->orders().reopen();
   ASSERT_TRUE(isInFront(u"Tarnwick Settings"_s));
   press(Qt::Key_N, Qt::ControlModifier);
   ASSERT_TRUE(isInFront(u"Add Widgets"_s));
@@ -142,7 +143,7 @@ TEST_F(WindowsTest, AClockIsAddedEditedMovedRemovedAndBroughtBackByTheKeyboardAl
   const DockWidget kept = store().widgets()[1];
   ASSERT_NO_FATAL_FAILURE(choose(menuOfTile(1), u"Remove Widget"_s));
   EXPECT_EQ(tiles(), before);
-  delegate->reopen();
+  delegate->orders().reopen();
   ASSERT_TRUE(isInFront(u"Tarnwick Settings"_s));
   press(Qt::Key_Z, Qt::ControlModifier);
   EXPECT_TRUE(comesTrue([&] { return store().widgets().size() == 3 && store().widgets()[1] == kept; }));
@@ -150,7 +151,7 @@ TEST_F(WindowsTest, AClockIsAddedEditedMovedRemovedAndBroughtBackByTheKeyboardAl
 
 TEST_F(WindowsTest, ImportOfABrokenFileChangesNothing) {
   start(twoTiles());
-  delegate->reopen();
+  delegate->orders().reopen();
   ASSERT_TRUE(isInFront(u"Tarnwick Settings"_s));
   const DockConfiguration before = store().config();
   QFile broken(folder.filePath(u"broken.json"_s));
@@ -230,7 +231,7 @@ TEST(WindowPlacesTest, AWindowStandsBesideTheDockUnlessThatLeavesTooLittle) {
 
 TEST_F(WindowsTest, OneThatFillsTheDisplayKeepsWhatStandsInItBesideTheDock) {
   start(twoTiles());
-  delegate->reopen();
+  delegate->orders().reopen();
   ASSERT_TRUE(isInFront(u"Tarnwick Settings"_s));
   QWidget* window = QApplication::activeWindow();
   const auto below = [&] { return window->layout()->contentsMargins().bottom(); };
@@ -280,8 +281,8 @@ TEST_F(WindowsTest, ADockStaysOutForAsLongAsAWindowAboutItIsOpen) {
   config.layout = DockLayout::RevealBottom;
   start(config);
   const QString display = delegate->dock().displays().first();
-  delegate->perform({Order::Kind::Focus, 0});
-  delegate->reopen();
+  delegate->orders().perform({Order::Kind::Focus, 0});
+  delegate->orders().reopen();
   ASSERT_TRUE(isInFront(u"Tarnwick Settings"_s));
   time.advance(5);
   EXPECT_TRUE(delegate->dock().isVisible(display));
