@@ -2,8 +2,10 @@
 
 #include <QApplication>
 #include "app/AppKeys.h"
+#include "app/Appearance.h"
 #include "app/DockPresenter.h"
 #include "app/ExitGuards.h"
+#include "app/LoginEntry.h"
 #include "app/NearbySender.h"
 #include "app/Orders.h"
 #include "app/ProgramCommands.h"
@@ -11,19 +13,13 @@
 #include "app/StatusItem.h"
 #include "app/Windows.h"
 #include "apps/InstalledApps.h"
-#include "base/DomainError.h"
-#include "desktop/ContrastPreference.h"
 #include "desktop/SessionEvents.h"
 #include "desktop/Toggles.h"
 #include "motion/Animator.h"
-#include "views/theme/DesktopLook.h"
 #include "views/theme/MenuStyle.h"
-#include "views/theme/WindowPalette.h"
 #include "widgets/catalog/KindTraits.h"
 
 namespace tarnwick {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -47,6 +43,9 @@ AppDelegate::AppDelegate(StoreSetup store, const Services& services, DelegateSet
                                      OrdersSetup{setup_.application, setup_.door, setup_.executable, setup_.environment,
                                                  !setup_.measures, [this] { return presenter_->apps(); },
                                                  [this] { return dock().giveSystemDockBack(); }, [this] { quit(); }});
+  appearance_ = std::make_unique<Appearance>(*store_, services.toggles, services.contrast);
+  connect(appearance_.get(), &Appearance::lookChanged, presenter_.get(), &DockPresenter::takeLook);
+  loginEntry_ = std::make_unique<LoginEntry>(*store_, Autostart{setup_.executable, setup_.autostartFile});
   windows_ = std::make_unique<Windows>(*this, services, setup_);
   dock().hasOpenWindow = [this] { return windows_ && windows_->holdsDock(); };
   setup_.readings.follow(*store_);
@@ -70,14 +69,13 @@ void AppDelegate::didFinishLaunching() {
   if (setup_.guards) installExitGuards();
   listenToTheSession();
   listenToScreens();
-  followLoginEntry();
-  connect(store_.get(), &AppStore::configChanged, this, &AppDelegate::applyLoginSwitch);
+  loginEntry_->follow();
   // A user whose settings were lost learns it from the message, and is not greeted as new.
   if (!store_->config().onboardingComplete && !store_->hasLostSettings()) commands_->continueSetup();
   // What a new user expects of windows; in the document it is a choice like one that the user makes.
   if (store_->isFirstRun())
     store_->edit([](DockConfiguration& config) { config.appAppearance = QStringLiteral("auto"); });
-  applyAppearance();
+  appearance_->apply();
   QMetaObject::invokeMethod(this, &AppDelegate::comeUp, Qt::QueuedConnection);
 }
 
@@ -96,9 +94,10 @@ void AppDelegate::willTerminate() {
   if (down_) return;
   down_ = true;
   orders_->stop();
+  loginEntry_->stop();
   afterFirstFrame_.reset();
   docksStand_.reset();
-  switchesAnswer_.reset();
+  appearance_->stop();
   presenter_->closeAll();
   store_->shutdown();
   presenter_->shutdown();
@@ -111,6 +110,7 @@ void AppDelegate::willTerminateWithoutDisplay() noexcept {
   if (down_) return;
   down_ = true;
   orders_->stop();
+  loginEntry_->stop();
   // Nothing may be painted any more, so no signal is emitted.
   store_->blockSignals(true);
   try {
@@ -124,15 +124,6 @@ void AppDelegate::listenToTheSession() {
   // The session's manager asks every program to save before it ends the session.
   connect(qApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager&) { store_->save(); });
   connect(qApp, &QCoreApplication::aboutToQuit, this, &AppDelegate::willTerminate);
-  connect(&services_.toggles, &Toggles::changed, this, [this] {
-    if (!switchesAnswered_ && !switchesAnswer_)
-      switchesAnswer_ = store_->scheduler().after(kSwitchesAnswer, [this] {
-        switchesAnswered_ = true;
-        applyAppearance();
-      });
-    applyAppearance();
-  });
-  connect(&services_.contrast, &ContrastPreference::changed, this, &AppDelegate::applyAppearance);
   connect(&services_.session, &SessionEvents::ending, this, &AppDelegate::quit);
   orders_->listen();
 }
@@ -160,7 +151,7 @@ void AppDelegate::quit() {
 void AppDelegate::layoutDidChange() {
   dock().refresh();
   followRunningApps();
-  applyAppearance();
+  appearance_->apply();
   keys_->follow();
   if (status_) {
     status_->setVisible(store_->config().desktopOptions().showMenuBarIcon);
@@ -176,52 +167,6 @@ void AppDelegate::followRunningApps() {
     services_.runningApps.start();
   } else {
     services_.runningApps.stop();
-  }
-}
-
-void AppDelegate::applyLook() {
-  const QString& contrast = store_->config().desk().contrast;
-  const bool wanted = contrast != "off"_L1 && services_.contrast.wantsHighContrast();
-  DesktopLook look = DesktopLook::now();
-  look.highContrast = contrast == "on"_L1 || wanted;
-  // Each switch answers by itself, and until this one has it reads as off.
-  const bool dark = services_.toggles.state(Toggle::DarkMode).on;
-  if (dark || switchesAnswered_) look.dark = dark;
-  if (look == DesktopLook::now()) return;
-  const bool isOtherContrast = look.highContrast != DesktopLook::now().highContrast;
-  DesktopLook::set(look);
-  if (isOtherContrast) isDark_.reset();
-  presenter_->takeLook();
-}
-
-void AppDelegate::applyAppearance() {
-  applyLook();
-  // Panels follow the dock's style; menus and windows follow this.
-  const QString& wanted = store_->config().appAppearance;
-  const ToggleState desktop = services_.toggles.state(Toggle::DarkMode);
-  const bool dark = wanted == "dark"_L1 || (wanted != "light"_L1 && desktop.on);
-  if (isDark_ == dark) return;
-  isDark_ = dark;
-  QApplication::setPalette(windowPalette(dark));
-}
-
-Autostart AppDelegate::autostart() const { return {setup_.executable, setup_.autostartFile}; }
-
-void AppDelegate::followLoginEntry() {
-  launchesAtLogin_ = autostart().isOn();
-  store_->followLoginEntry(launchesAtLogin_);
-}
-
-/// The switch, or its undo, is all that changes this setting; the entry is the user's at any other time.
-void AppDelegate::applyLoginSwitch() {
-  if (down_ || store_->config().launchAtLogin == launchesAtLogin_) return;
-  launchesAtLogin_ = store_->config().launchAtLogin;
-  try {
-    autostart().set(launchesAtLogin_);
-  } catch (const DomainError& failure) {
-    store_->setError(failure.message());
-    // Listeners of this change are notified of it before it is taken back.
-    QMetaObject::invokeMethod(this, &AppDelegate::followLoginEntry, Qt::QueuedConnection);
   }
 }
 

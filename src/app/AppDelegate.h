@@ -2,9 +2,7 @@
 
 #include <QObject>
 #include <memory>
-#include <optional>
 
-#include "app/Autostart.h"
 #include "app/ports/SessionApplication.h"
 #include "apps/LaunchEnvironment.h"
 #include "base/Scheduler.h"
@@ -16,8 +14,10 @@
 namespace tarnwick {
 
 class AppKeys;
+class Appearance;
 class DockPresenter;
 class ExitGuards;
+class LoginEntry;
 class Orders;
 class Readings;
 class SocketSession;
@@ -58,6 +58,8 @@ class AppDelegate : public QObject {
   AppKeys& keys() { return *keys_; }
   /// What is asked from outside.
   Orders& orders() { return *orders_; }
+  LoginEntry& loginEntry() { return *loginEntry_; }
+  const Appearance& appearance() const { return *appearance_; }
   /// Since didFinishLaunching.
   StatusItem& statusItem() { return *status_; }
 
@@ -68,13 +70,8 @@ class AppDelegate : public QObject {
   /// The same when the display is gone and the process is about to end: saves, and gives back what needs no window.
   void willTerminateWithoutDisplay() noexcept;
 
-  /// Shows the switch of the login entry as the entry is.
-  void followLoginEntry();
-  Autostart autostart() const;
   /// Ends it at once.
   void quit();
-  /// Whether menus and windows are dark.
-  bool isDark() const { return isDark_.value_or(true); }
 
  private:
   void setupMenu();
@@ -82,9 +79,6 @@ class AppDelegate : public QObject {
   void installExitGuards();
   void listenToTheSession();
   void followRunningApps();
-  void applyAppearance();
-  void applyLook();
-  void applyLoginSwitch();
   void comeUp();
   void listenToScreens();
   void layoutDidChange();
@@ -96,15 +90,13 @@ class AppDelegate : public QObject {
   std::unique_ptr<DockPresenter> presenter_;
   std::unique_ptr<AppKeys> keys_;
   std::unique_ptr<Orders> orders_;
+  std::unique_ptr<Appearance> appearance_;
+  std::unique_ptr<LoginEntry> loginEntry_;
   std::unique_ptr<StatusItem> status_;
   std::unique_ptr<Windows> windows_;
   std::unique_ptr<ExitGuards> guards_;
   JobHandle afterFirstFrame_;
   JobHandle docksStand_;
-  JobHandle switchesAnswer_;
-  std::optional<bool> isDark_;
-  bool switchesAnswered_ = false;  ///< Whether the desktop had the time to tell of its switches.
-  bool launchesAtLogin_ = false;
   bool down_ = false;
 };
 

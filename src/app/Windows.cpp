@@ -5,7 +5,9 @@
 
 #include "app/AppDelegate.h"
 #include "app/AppKeys.h"
+#include "app/Appearance.h"
 #include "app/DockPresenter.h"
+#include "app/LoginEntry.h"
 #include "app/MenuBarPopup.h"
 #include "app/StatusItem.h"
 #include "app/StatusMenu.h"
@@ -103,7 +105,7 @@ bool Windows::eventFilter(QObject* window, QEvent* event) {
 }
 
 void Windows::showSettings() {
-  delegate_.followLoginEntry();
+  delegate_.loginEntry().follow();
   present(settings_, u"settings"_s, {}, [this] {
     return new SettingsWindow(delegate_.store(),
                               {delegate_.presenter().edits(), services_.screens, delegate_.commands(), delegate_.keys(),
@@ -174,7 +176,7 @@ void Windows::showHelp() {
 
 void Windows::followStatusItem(StatusItem& item) {
   connect(&item, &StatusItem::panelToggled, this,
-          [this, &item] { makeStatusPanel().toggle(item.place(), delegate_.isDark()); });
+          [this, &item] { makeStatusPanel().toggle(item.place(), delegate_.appearance().isDark()); });
   connect(&item, &StatusItem::menuRequested, this,
           [this, &item](QMenu& menu) { makeStatusPanel().openMenu(menu, item.place()); });
   connect(&item, &StatusItem::panelDismissed, this, [this] {
@@ -203,7 +205,7 @@ DesktopAbilities Windows::abilities() const {
     found.commandBarKey = delegate_.keys().commandBarKey();
   found.notifications = services_.notifications.capability();
   if (!delegate_.statusItem().hasTray()) found.tray = Capability::no(tr("This desktop has no system tray."));
-  found.loginEntry = delegate_.autostart().capability();
+  found.loginEntry = delegate_.loginEntry().capability();
   found.systemDock = setup_.preferences.capability();
   found.captureProtection = services_.panels.captureProtection();
   return found;

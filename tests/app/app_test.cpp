@@ -11,7 +11,6 @@
 #include <QUrl>
 #include <memory>
 
-#include "app/Autostart.h"
 #include "app/BubblePlace.h"
 #include "app/CommandLine.h"
 #include "app/FixtureConfig.h"
@@ -351,84 +350,6 @@ TEST(FixtureConfig, IsWrittenWholeOrRefused) {
   const std::string said = testing::internal::GetCapturedStderr();
   EXPECT_TRUE(said.starts_with("could not write " + path.toStdString() + "/below a file: ")) << said;
   EXPECT_TRUE(said.ends_with("\n"));
-}
-
-struct LoginEntry {
-  LoginEntry() : place{u"/opt/tarnwick"_s, folder.filePath(u"autostart/entry.desktop"_s)} {}
-  void write(const QByteArray& text) const {
-    QDir().mkpath(QFileInfo(place.file).path());
-    QFile out(place.file);
-    EXPECT_TRUE(out.open(QIODevice::WriteOnly));
-    out.write(text);
-  }
-  /// "none" where there is no file.
-  QByteArray text() const {
-    QFile in(place.file);
-    return in.open(QIODevice::ReadOnly) ? in.readAll() : "none";
-  }
-  QTemporaryDir folder;
-  Autostart place;
-};
-
-TEST(Autostart, WritesAnEntryThatStartsThisProgram) {
-  LoginEntry entry;
-  entry.place.set(false);
-  EXPECT_FALSE(QFile::exists(entry.folder.filePath(u"autostart"_s)));
-  EXPECT_FALSE(entry.place.isOn());
-  entry.place.executable = u"/opt/my $dock%/tarnwick"_s;
-  entry.place.set(true);
-  EXPECT_TRUE(entry.text().contains("\nExec=\"/opt/my \\\\$dock%%/tarnwick\"\n"));
-  EXPECT_TRUE(entry.place.isOn());
-  const QByteArray written = entry.text();
-  entry.place.executable = u"/opt/another build/tarnwick"_s;
-  EXPECT_TRUE(entry.place.isOn()) << "another build of the program is the program";
-  entry.place.set(true);
-  EXPECT_EQ(entry.text(), written);
-  entry.place.set(false);
-  EXPECT_EQ(entry.text(), "none");
-}
-
-TEST(Autostart, LeavesAloneWhatIsNotItsOwn) {
-  const QByteArray ours = "[Desktop Entry]\nType=Application\nName=Mine\nExec=tarnwick --toggle\nX-Mine=1\n";
-  const QByteArray foreign = "[Desktop Entry]\nType=Application\nName=Dock\nExec=/home/me/start-my-dock\n";
-  const QByteArray actions = "[Desktop Action Hidden]\nHidden=true\n";
-  const struct {
-    const char* what;
-    QByteArray text;
-    bool isOn;
-    bool isOurs;
-    QByteArray switchedOn;
-    QByteArray switchedOff;
-  } cases[] = {
-      {"copied by the user", ours, true, true, ours, "none"},
-      {"switched off", ours + "Hidden=true\n" + actions, false, true, ours + actions, ours + "Hidden=true\n" + actions},
-      {"switched off, in blanks", "[Desktop Entry]\nHidden = true\nExec=tarnwick", false, true,
-       "[Desktop Entry]\nExec=tarnwick", "[Desktop Entry]\nHidden = true\nExec=tarnwick"},
-      {"switched off, in a capital", ours + "Hidden=True\n", false, true, ours, ours + "Hidden=True\n"},
-      {"switched off by another desktop's tool", ours + "X-GNOME-Autostart-enabled=false\n", false, true, ours,
-       ours + "X-GNOME-Autostart-enabled=false\n"},
-      {"of another program", foreign, false, false, foreign, foreign},
-      {"of another program, switched off", foreign + "Hidden=true\n", false, false, foreign + "Hidden=true\n",
-       foreign + "Hidden=true\n"},
-      {"no entry at all", "\x01\x02", false, false, "\x01\x02", "\x01\x02"},
-  };
-  for (const auto& each : cases) {
-    SCOPED_TRACE(each.what);
-    for (const bool wanted : {true, false}) {
-      LoginEntry entry;
-      entry.write(each.text);
-      EXPECT_EQ(entry.place.isOn(), each.isOn);
-      EXPECT_EQ(static_cast<bool>(entry.place.capability()), each.isOurs);
-      try {
-        entry.place.set(wanted);
-        EXPECT_TRUE(each.isOurs);
-      } catch (const DomainError& failure) {
-        EXPECT_FALSE(each.isOurs);
-        EXPECT_EQ(failure.message(), entry.place.capability().reason);
-      }
-      EXPECT_EQ(entry.text().toStdString(), (wanted ? each.switchedOn : each.switchedOff).toStdString());
-    }
-  }
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <QWindow>
 
+#include "app/Orders.h"
 #include "desktop/ShellTest.h"
 #include "support/ForeignWindow.h"
 #include "support/VirtualDisplay.h"

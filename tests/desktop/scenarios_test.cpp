@@ -5,6 +5,7 @@
 #include <QMenu>
 #include <algorithm>
 
+#include "app/Orders.h"
 #include "desktop/ShellTest.h"
 #include "views/panels/PanelPresentation.h"
 #include "views/panels/TilePanel.h"

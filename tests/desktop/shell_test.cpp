@@ -6,6 +6,7 @@
 #include <QDBusConnectionInterface>
 #include <QDBusReply>
 
+#include "app/Orders.h"
 #include "config/Persistence.h"
 #include "desktop/Program.h"
 #include "desktop/ShellTest.h"
