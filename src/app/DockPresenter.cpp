@@ -4,11 +4,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/DockMenuModel.h"
-#include "app/EntryQuestion.h"
 #include "app/Readings.h"
 #include "apps/AppIcons.h"
-#include "base/LocalFigures.h"
 #include "store/AppStore.h"
 #include "store/Commands.h"
 #include "views/dock/StoreSources.h"
@@ -19,10 +16,6 @@ namespace tarnwick {
 namespace {
 
 constexpr int kOverAMessage = 8;
-
-// For a dock that has to come out before something can be asked beside it.
-constexpr double kBetweenLooks = 0.1;  // Seconds.
-constexpr int kMostLooks = 50;
 
 DockPorts portsOf(const Services& services, const DockPresenterSetup& setup) {
   return {&services.screens, &services.panels,  &services.zones,    &services.clocks,
@@ -45,6 +38,8 @@ DockPresenter::DockPresenter(AppStore& store, const Services& services, Commands
       panels_(store, services, commands,
               {[this](const QString& display) { return sources(display); }, readingServices(),
                [this](const QString& display) { return opensDownwards(display); }}),
+      menuHost_(store, menus_, dock_, docks_, panels_),
+      questions_(store, dock_, docks_, menuHost_, panels_),
       dock_(store, portsOf(services, setup_), [this](const QString& display) { return makeContent(display); }) {
   drops_.sendNearby = setup_.sendNearby;
   guardStrangeEntries();
@@ -60,36 +55,13 @@ void DockPresenter::guardStrangeEntries() {
   };
   services_.opener.askToRun = [self = QPointer(this)](const ForeignEntry& entry, const QString& action,
                                                       const std::function<void()>& run) {
-    if (self) self->askToRun(entry, action, run);
+    if (!self) return;
+    const auto answer = [self, run, path = entry.path](bool accepted) {
+      if (accepted) return run();
+      if (self) self->commands_.reveal(path);
+    };
+    self->questions_.ask(DockQuestions::aboutEntry(entry, action), answer);
   };
-}
-
-void DockPresenter::askToRun(const ForeignEntry& entry, const QString& action, const std::function<void()>& run) {
-  // One that still waits for a dock is over when another comes.
-  if (const auto before = std::exchange(waiting_, {}); before.answer) before.answer(false);
-  const auto answer = [this, run, path = entry.path](bool accepted) { accepted ? run() : commands_.reveal(path); };
-  waiting_ = {entryQuestion(entry, action), answer};
-  if (dock_.isManuallyHidden()) dock_.toggle();
-  ask(0);
-}
-
-/// Beside the dock that was acted on, or the first one. It may have to come out first, as when a file is what the
-/// program was started with; where none does, nothing runs.
-void DockPresenter::ask(int look) {
-  const auto dock = actedDock();
-  Panel* panel = dock == docks_.end() ? nullptr : dock_.panel(dock->first);
-  if (panel && panel->isShown()) {
-    closeMenu();
-    const QRect beside = dock->second->view().glassRect().toAlignedRect();
-    const auto [question, answer] = std::exchange(waiting_, {});
-    panels_.ask(dock->first, question, *panel, dock_.mapFromContent(dock->first, beside), answer);
-    dock_.revealAtOnce(dock->first);
-  } else if (look == kMostLooks) {
-    std::exchange(waiting_, {}).answer(false);
-  } else {
-    if (panel) dock_.revealAtOnce(dock->first);
-    dockComesOut_ = store_.scheduler().after(kBetweenLooks, [this, look] { ask(look + 1); });
-  }
 }
 
 /// What docks show follows what it is made of.
@@ -104,13 +76,13 @@ void DockPresenter::connectContents() {
   connect(
       &store_, &AppStore::runningAppsChanged, this,
       [this] {
-        for (const auto& [display, dock] : docks_) applicationsPlaced(display);
+        for (const auto& [display, dock] : docks_.all()) applicationsPlaced(display);
       },
       Qt::QueuedConnection);
 }
 
 void DockPresenter::connectDocks() {
-  connect(&tiles_, &DockCommands::windowChoiceRequested, this, &DockPresenter::chooseWindow);
+  connect(&tiles_, &DockCommands::windowChoiceRequested, &menuHost_, &DockMenuHost::chooseWindow);
   tips_.setController(&dock_);
   tips_.setBesideDocks([this] {
     QList<QRect> frames;
@@ -123,11 +95,11 @@ void DockPresenter::connectDocks() {
   connect(&dock_, &DockController::placed, this, [this](const QString& display) {
     applicationsPlaced(display);
     if (panels_.hasActivePanel(display))
-      panels_.follow(dock_.mapFromContent(display, besideRect(display, panels_.openWidget())));
+      panels_.follow(dock_.mapFromContent(display, docks_.besideWidget(display, panels_.openWidget())));
   });
   connect(&dock_, &DockController::goesAway, this, [this](const QString& display) {
     tips_.hide(display);
-    if (menuDisplay_ == display) closeMenu();
+    menuHost_.closeOn(display);
     panels_.closeOn(display);
   });
   connect(&panels_, &PanelHost::openChanged, this, [this](const QString& display, const QUuid& widget) {
@@ -152,13 +124,11 @@ void DockPresenter::start() {
 }
 
 void DockPresenter::closeAll() {
-  dockComesOut_.reset();
-  waiting_ = {};
-  panels_.withdrawQuestion();
+  questions_.withdraw();
   panels_.closeAtOnce();
   bubble_.reset();
   tips_.close();
-  delete menu_;
+  menuHost_.drop();
   undo_.clear();
 }
 
@@ -176,22 +146,19 @@ std::unique_ptr<DockContent> DockPresenter::makeContent(const QString& display) 
   DockHost& host = *this;  // Only here may it be seen as one.
   auto dock = std::make_unique<LiveDock>(store_, services_.toggles, commands_, host, display, icons, tileServices_);
   dock->setFrameClock(services_.clocks.make(display));
-  docks_[display] = dock.get();
+  docks_.add(display, *dock);
   connect(&dock->view(), &DockView::tipChanged, this,
           [this, display, view = &dock->view()] { tips_.show(display, view->tip()); });
   connect(&dock->view(), &DockView::released, &dock_, &DockController::checkEdge);
   connect(dock.get(), &QObject::destroyed, this, [this, display, gone = dock.get()] {
-    if (const auto found = docks_.find(display); found != docks_.end() && found->second == gone) {
-      docks_.erase(found);
-      tiles_.setTileRects(display, {});
-    }
+    if (docks_.remove(display, gone)) tiles_.setTileRects(display, {});
   });
   return dock;
 }
 
 TileSources DockPresenter::sources(const QString& display) const {
-  const auto found = docks_.find(display);
-  return found == docks_.end() ? TileSources() : found->second->sources();
+  const LiveDock* dock = docks_.of(display);
+  return dock ? dock->sources() : TileSources();
 }
 
 TileSources DockPresenter::previews(const QList<DockWidget>& widgets) {
@@ -210,7 +177,7 @@ ReadingServices DockPresenter::readingServices() const {
 }
 
 void DockPresenter::takeLook() {
-  for (const auto& [display, dock] : docks_) dock->rebuild();
+  for (const auto& [display, dock] : docks_.all()) dock->rebuild();
   panels_.applyLook();
   if (message_) message_->update();
   if (bubble_) bubble_->arrange();
@@ -219,32 +186,25 @@ void DockPresenter::takeLook() {
 // --- Places ---------------------------------------------------------------------------------------------------------
 
 bool DockPresenter::isBusy(const QString& display) const {
-  const auto dock = docks_.find(display);
-  if (dock != docks_.end() && dock->second->view().isHeld()) return true;
-  return (menu_ && menuDisplay_ == display) || panels_.hasActivePanel(display);
+  const DockView* view = docks_.view(display);
+  if (view && view->isHeld()) return true;
+  return menuHost_.isOpenOn(display) || panels_.hasActivePanel(display);
 }
 
 bool DockPresenter::opensDownwards(const QString& display) const {
-  const auto dock = docks_.find(display);
+  const DockView* view = docks_.view(display);
   const QList<Screen> screens = services_.screens.all();
   const auto screen = std::ranges::find(screens, display, &Screen::id);
-  if (dock == docks_.end() || screen == screens.end()) return false;
-  const double middle = dock_.contentOrigin(display).y() + dock->second->view().glassRect().center().y();
+  if (!view || screen == screens.end()) return false;
+  const double middle = dock_.contentOrigin(display).y() + view->glassRect().center().y();
   return middle < screen->usable.center().y();
 }
 
-QRect DockPresenter::besideRect(const QString& display, const QUuid& widget) const {
-  const auto dock = docks_.find(display);
-  if (dock == docks_.end()) return {};
-  const DockView& view = dock->second->view();
-  return view.tileRect(widget).isEmpty() ? QRect() : view.besideRect(widget);
-}
-
 void DockPresenter::applicationsPlaced(const QString& display) {
-  const auto found = docks_.find(display);
-  if (found == docks_.end()) return;
+  const DockView* view = docks_.view(display);
+  if (!view) return;
   const QPointF origin = dock_.contentOrigin(display);
-  QHash<quint64, QRectF> places = found->second->view().applicationPlaces();
+  QHash<quint64, QRectF> places = view->applicationPlaces();
   for (QRectF& place : places) place.translate(origin);
   tiles_.setTileRects(display, places);
 }
@@ -259,24 +219,19 @@ void DockPresenter::activateTile(const QString& display, const QUuid& widget) {
   tiles_.activateTile(display, widget);
 }
 
-std::map<QString, LiveDock*>::const_iterator DockPresenter::actedDock() const {
-  const auto acted = docks_.find(store_.activeDisplay());
-  return acted == docks_.end() ? docks_.begin() : acted;
-}
-
 qsizetype DockPresenter::apps() const {
-  const auto dock = actedDock();
-  return dock == docks_.end() ? 0 : dock->second->view().apps().size();
+  const LiveDocks::Dock dock = docks_.ofOrFirst(store_.activeDisplay());
+  return dock ? dock.content->view().apps().size() : 0;
 }
 
 void DockPresenter::openApp(int place) {
-  const auto dock = actedDock();
-  if (dock == docks_.end()) return;
-  const QList<DockAppItem> apps = dock->second->view().apps();
+  const LiveDocks::Dock dock = docks_.ofOrFirst(store_.activeDisplay());
+  if (!dock) return;
+  const QList<DockAppItem> apps = dock.content->view().apps();
   if (place < 0 || place >= apps.size()) return;
   const DockAppItem& app = apps[place];
-  app.widget.isNull() ? tiles_.activateApplication(dock->first, app.application)
-                      : tiles_.activateTile(dock->first, app.widget);
+  app.widget.isNull() ? tiles_.activateApplication(dock.display, app.application)
+                      : tiles_.activateTile(dock.display, app.widget);
 }
 
 void DockPresenter::openNewWindow(const QUuid& widget, quint64 application) {
@@ -311,119 +266,16 @@ bool DockPresenter::holdsProfile() const {
 
 void DockPresenter::openPanel(const QString& display, const QUuid& widget) {
   // A menu that was asked for before may still be on its way.
-  closeMenu();
+  menuHost_.close();
   Panel* panel = dock_.panel(display);
-  const auto dock = docks_.find(display);
-  if (!panel || dock == docks_.end()) return;
-  QRect tile = besideRect(display, widget);
-  if (tile.isEmpty()) tile = dock->second->view().glassRect().toAlignedRect();
+  if (!panel || !docks_.of(display)) return;
+  QRect tile = docks_.besideWidget(display, widget);
+  if (tile.isEmpty()) tile = docks_.glass(display);
   panels_.open(display, widget, *panel, dock_.mapFromContent(display, tile));
 }
 
 void DockPresenter::markOpen(const QString& display, const QUuid& widget) {
-  for (const auto& [id, dock] : docks_) dock->view().setPanelOpen(id == display ? widget : QUuid());
-}
-
-// --- Menus ----------------------------------------------------------------------------------------------------------
-
-void DockPresenter::openTileMenu(const QString& display, const QUuid& widget, const QRect& beside) {
-  actOn(display);
-  openMenu(display, menus_.tile(widget, display), beside);
-}
-
-void DockPresenter::openApplicationMenu(const QString& display, quint64 application, const QRect& beside) {
-  actOn(display);
-  openMenu(display, menus_.application(application, display), beside);
-}
-
-void DockPresenter::openWindowMenu(const QString& display, quint64 application, const QRect& beside) {
-  actOn(display);
-  openMenu(display, menus_.windows(application, display), beside);
-  if (menu_) choice_ = application;
-}
-
-/// A click on the application whose windows are listed has closed that menu by its press, and ends there.
-void DockPresenter::chooseWindow(const QString& display, quint64 application) {
-  const double sinceClosed = store_.scheduler().reference() - closedChoice_.second;
-  if (closedChoice_.first == application && sinceClosed < Press::kHold) return;
-  const auto dock = docks_.find(display);
-  if (dock == docks_.end()) return;
-  const DockView& view = dock->second->view();
-  const QRect beside = view.besideApplication(application);
-  openWindowMenu(display, application, beside.isEmpty() ? view.glassRect().toAlignedRect() : beside);
-}
-
-void DockPresenter::openDockMenu(const QString& display, const QRect& beside) {
-  actOn(display);
-  openMenu(display, menus_.dock(display), beside);
-}
-
-void DockPresenter::openMenu(const QString& display, const QList<DockMenuEntry>& entries, const QRect& beside) {
-  if (!dock_.panel(display) || entries.isEmpty()) return;
-  closeMenu();
-  auto* menu = new QMenu;
-  menu_ = menu;
-  menuDisplay_ = display;
-  choice_ = 0;
-  DockMenuModel::fill(*menu, entries);
-  connect(menu, &QMenu::aboutToHide, this, [this, menu] {
-    closedChoice_ = {choice_, store_.scheduler().reference()};
-    // It goes once its entry has run, even where that entry asks something and waits for the answer.
-    menu->deleteLater();
-    const auto forget = [this, menu] {
-      // It may have gone by then, without a word to whoever points to it.
-      if (!menu_ || menu_ == menu) {
-        menu_.clear();
-        markMenu(false);
-      }
-      dock_.checkEdge();
-    };
-    QMetaObject::invokeMethod(this, forget, Qt::QueuedConnection);
-  });
-  markMenu(true);
-  panels_.closeAtOnce();
-  // Of a double click the toolkit tells twice, and the second word would close a menu that is open by then.
-  const auto open = [this, menu, display, beside] {
-    if (menu != menu_) return;
-    if (Panel* owner = dock_.panel(display)) {
-      owner->openMenu(*menu, dock_.mapFromContent(display, beside));
-    } else {
-      closeMenu();
-    }
-  };
-  QMetaObject::invokeMethod(menu, open, Qt::QueuedConnection);
-}
-
-QList<ItemCommand> DockPresenter::commandsOf(const QString& display, const QUuid& widget, quint64 application,
-                                             const QRect&) {
-  const QList<DockMenuEntry> entries = !widget.isNull()   ? menus_.tile(widget, display)
-                                       : application != 0 ? menus_.application(application, display)
-                                                          : menus_.dock(display);
-  QList<ItemCommand> commands;
-  QHash<QString, int> seen;
-  for (const DockMenuEntry& entry : DockMenuModel::flat(entries)) {
-    if (!entry.run) continue;
-    // Windows of one title are distinguished by their place alone.
-    const auto number = ++seen[entry.text];
-    const QString text = number > 1 ? tr("%1 (%2)").arg(entry.text, LocalFigures::number(number)) : entry.text;
-    commands.append({text, [this, display, run = entry.run] {
-                       actOn(display);
-                       run();
-                     }});
-  }
-  return commands;
-}
-
-void DockPresenter::closeMenu() {
-  if (!menu_) return;
-  menu_->close();
-  menu_->deleteLater();  // One that was never shown says nothing when it is closed.
-  menu_.clear();
-  markMenu(false);
-}
-
-void DockPresenter::markMenu(bool open) {
-  if (const auto dock = docks_.find(menuDisplay_); dock != docks_.end()) dock->second->view().setMenuOpen(open);
+  for (const auto& [id, dock] : docks_.all()) dock->view().setPanelOpen(id == display ? widget : QUuid());
 }
 
 // --- Undo and redo --------------------------------------------------------------------------------------------------

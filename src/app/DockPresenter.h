@@ -1,15 +1,16 @@
 #pragma once
 
-#include <QMenu>
 #include <QObject>
-#include <QPointer>
 #include <functional>
 #include <memory>
 
 #include "app/DesktopTileServices.h"
 #include "app/DockBubble.h"
 #include "app/DockCommands.h"
+#include "app/DockMenuHost.h"
 #include "app/DockMenus.h"
+#include "app/DockQuestions.h"
+#include "app/LiveDocks.h"
 #include "app/MessageLine.h"
 #include "app/PanelHost.h"
 #include "app/TipHost.h"
@@ -87,12 +88,20 @@ class DockPresenter final : public QObject, private DockHost {
   void activateTile(const QString& display, const QUuid& widget) override;
   void openNewWindow(const QUuid& widget, quint64 application) override;
   void cycleWindows(quint64 application, int direction) override { tiles_.cycleWindows(application, direction); }
-  void openTileMenu(const QString& display, const QUuid& widget, const QRect& beside) override;
-  void openApplicationMenu(const QString& display, quint64 application, const QRect& beside) override;
-  void openWindowMenu(const QString& display, quint64 application, const QRect& beside) override;
-  void openDockMenu(const QString& display, const QRect& beside) override;
+  void openTileMenu(const QString& display, const QUuid& widget, const QRect& beside) override {
+    menuHost_.openTile(display, widget, beside);
+  }
+  void openApplicationMenu(const QString& display, quint64 application, const QRect& beside) override {
+    menuHost_.openApplication(display, application, beside);
+  }
+  void openWindowMenu(const QString& display, quint64 application, const QRect& beside) override {
+    menuHost_.openWindows(display, application, beside);
+  }
+  void openDockMenu(const QString& display, const QRect& beside) override { menuHost_.openDock(display, beside); }
   QList<ItemCommand> commandsOf(const QString& display, const QUuid& widget, quint64 application,
-                                const QRect& beside) override;
+                                const QRect&) override {
+    return menuHost_.commands(display, widget, application);
+  }
   void dropFiles(const DockFileDrop& drop) override;
   void dropWidget(const QString& display, const QString& text, qsizetype index) override;
   void moveTile(const QString& display, qsizetype from, qsizetype to) override;
@@ -105,25 +114,16 @@ class DockPresenter final : public QObject, private DockHost {
   void leaveKeyboard() override { dock_.leaveKeyboard(); }
 
   void actOn(const QString& display);
-  /// The dock that was acted on last, or the first one; docks_.end() where there is none.
-  std::map<QString, LiveDock*>::const_iterator actedDock() const;
   /// An entry from outside the folders of applications is asked about before it runs.
   void guardStrangeEntries();
-  void askToRun(const ForeignEntry& entry, const QString& action, const std::function<void()>& run);
-  void ask(int look);
   void connectContents();
   void connectDocks();
   TileSources sources(const QString& display) const;
   /// What tiles and panels read of the machine and of the desktop.
   ReadingServices readingServices() const;
   bool opensDownwards(const QString& display) const;
-  QRect besideRect(const QString& display, const QUuid& widget) const;
   bool isBusy(const QString& display) const;
   void markOpen(const QString& display, const QUuid& widget);
-  void openMenu(const QString& display, const QList<DockMenuEntry>& entries, const QRect& beside);
-  void chooseWindow(const QString& display, quint64 application);
-  void closeMenu();
-  void markMenu(bool open);
   void showUndo(quint64 entry, const QString& sentence, const QString& display);
   void closeBubble(quint64 entry);
 
@@ -138,17 +138,10 @@ class DockPresenter final : public QObject, private DockHost {
   DockMenus menus_;
   DesktopTileServices tileServices_;
   TipHost tips_;
-  std::map<QString, LiveDock*> docks_;
-  QPointer<QMenu> menu_;  // The one that is open.
-  QString menuDisplay_;
-  quint64 choice_ = 0;                         ///< The application whose windows it lists.
-  std::pair<quint64, double> closedChoice_{};  ///< The one that was listed last, and when that menu closed.
-  struct {
-    Question question;
-    std::function<void(bool accepted)> answer;
-  } waiting_;               ///< For a dock to be asked beside.
-  JobHandle dockComesOut_;  ///< Looks for it again.
+  LiveDocks docks_;
   PanelHost panels_;
+  DockMenuHost menuHost_;
+  DockQuestions questions_;
   DockController dock_;
   std::unique_ptr<MessageLine> message_;
   std::unique_ptr<DockBubble> bubble_;

@@ -10,7 +10,7 @@
 
 #include "app/DockCommands.h"
 #include "app/DockMenus.h"
-#include "app/EntryQuestion.h"
+#include "app/DockQuestions.h"
 #include "apps/apps_fixture.h"
 #include "config/CalendarFolders.h"
 #include "store/AppStore.h"
@@ -313,12 +313,12 @@ TEST_F(CommandsTest, TheMenuOfADockHasWhatIsAskedOfAllOfIt) {
   EXPECT_TRUE(shown.actions()[4]->menu()->actions()[1]->isChecked());
 }
 
-TEST(EntryQuestionTest, ShowsAllThatWouldRunAndRunsOnlyByItsOwnButton) {
+TEST(DockQuestionsTest, ShowsAllThatWouldRunAndRunsOnlyByItsOwnButton) {
   ForeignEntry foreign;
   foreign.path = u"/tmp/<b>d</b>/x.desktop"_s;
   foreign.entry.name = u"<i>Safe</i>"_s;
   foreign.entry.exec = u"/bin/echo hi <!-- ; rm -rf /home --> "_s + QString(3000, u'x');
-  const Question question = entryQuestion(foreign, {});
+  const Question question = DockQuestions::aboutEntry(foreign, {});
   QuestionPane pane(question);
   pane.show();
   QString said;

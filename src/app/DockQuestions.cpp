@@ -1,0 +1,64 @@
+#include "app/DockQuestions.h"
+
+#include <utility>
+
+#include "app/DockMenuHost.h"
+#include "app/PanelHost.h"
+#include "store/AppStore.h"
+
+namespace tarnwick {
+namespace {
+
+// For a dock that has to come out before something can be asked beside it.
+constexpr double kBetweenLooks = 0.1;  // Seconds.
+constexpr int kMostLooks = 50;
+
+}  // namespace
+
+DockQuestions::DockQuestions(AppStore& store, DockController& dock, const LiveDocks& docks, DockMenuHost& menus,
+                             PanelHost& panels)
+    : store_(store), dock_(dock), docks_(docks), menus_(menus), panels_(panels) {}
+
+void DockQuestions::ask(const Question& question, std::function<void(bool accepted)> answer) {
+  if (const auto before = std::exchange(waiting_, {}); before.answer) before.answer(false);
+  waiting_ = {question, std::move(answer)};
+  dockComesOut_.reset();
+  if (dock_.isManuallyHidden()) dock_.toggle();
+  look(0);
+}
+
+/// A dock may have to come out first, as when a file is what the program was started with.
+void DockQuestions::look(int times) {
+  const LiveDocks::Dock beside = docks_.ofOrFirst(store_.activeDisplay());
+  Panel* panel = beside ? dock_.panel(beside.display) : nullptr;
+  if (panel && panel->isShown()) {
+    menus_.close();
+    const auto [question, answer] = std::exchange(waiting_, {});
+    const QRect glass = dock_.mapFromContent(beside.display, docks_.glass(beside.display));
+    panels_.ask(beside.display, question, *panel, glass, answer);
+    dock_.revealAtOnce(beside.display);
+  } else if (times == kMostLooks) {
+    std::exchange(waiting_, {}).answer(false);
+  } else {
+    if (panel) dock_.revealAtOnce(beside.display);
+    dockComesOut_ = store_.scheduler().after(kBetweenLooks, [this, times] { look(times + 1); });
+  }
+}
+
+void DockQuestions::withdraw() {
+  dockComesOut_.reset();
+  waiting_ = {};
+  panels_.withdrawQuestion();
+}
+
+Question DockQuestions::aboutEntry(const ForeignEntry& entry, const QString& action) {
+  return {
+      tr("Run This App?"),
+      tr("“%1” is not one of the installed apps. Run it only if you know where it comes from.").arg(entry.shownName()),
+      entry.facts(action),
+      tr("What would run"),
+      tr("Run"),
+      tr("Show in Files")};
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QObject>
+#include <functional>
+
+#include "app/LiveDocks.h"
+#include "apps/TrustedEntries.h"
+#include "base/Scheduler.h"
+#include "dock/DockController.h"
+#include "views/panels/QuestionPane.h"
+
+namespace tarnwick {
+
+class DockMenuHost;
+class PanelHost;
+
+/// Asks something of the user beside the dock that was acted on last, or the first one. The dock may have to come out
+/// for it. Main thread only.
+class DockQuestions final : public QObject {
+  Q_OBJECT
+ public:
+  /// All must outlive it.
+  DockQuestions(AppStore& store, DockController& dock, const LiveDocks& docks, DockMenuHost& menus, PanelHost& panels);
+
+  /// `answer` is called once with whether it was accepted; it is refused where no dock comes, and when another question
+  /// comes first. One that is withdrawn has no answer.
+  void ask(const Question& question, std::function<void(bool accepted)> answer);
+  void withdraw();
+
+  /// Whether a desktop entry from outside the folders of applications may run, with what would run.
+  static Question aboutEntry(const ForeignEntry& entry, const QString& action);
+
+ private:
+  void look(int times);
+
+  AppStore& store_;
+  DockController& dock_;
+  const LiveDocks& docks_;
+  DockMenuHost& menus_;
+  PanelHost& panels_;
+  struct {
+    Question question;
+    std::function<void(bool accepted)> answer;
+  } waiting_;               ///< For a dock to be asked beside.
+  JobHandle dockComesOut_;  ///< Looks for it again.
+};
+
+}  // namespace tarnwick
