@@ -109,8 +109,8 @@ void DockPresenter::connectDocks() {
 }
 
 void DockPresenter::show() {
-  message_ =
-      std::make_unique<MessageLine>(DockBubbleParts{&store_, &dock_, &services_.screens, &services_.panels, &panels_});
+  message_ = std::make_unique<MessageLine>(
+      DockBubbleParts{&store_, &dock_, &services_.screens, &services_.panels, &panels_}, commands_);
   connect(message_.get(), &MessageLine::changed, this, [this] {
     if (bubble_) bubble_->arrange();
   });

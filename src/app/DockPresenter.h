@@ -48,6 +48,7 @@ class DockPresenter final : public QObject, private DockHost {
   const DockController& dock() const { return dock_; }
   UndoableEdits& edits() { return edits_; }
   UndoStack& undoStack() { return undo_; }
+  DockQuestions& questions() { return questions_; }
 
   /// What a display's dock shows.
   std::unique_ptr<DockContent> makeContent(const QString& display);

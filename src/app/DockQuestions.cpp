@@ -1,5 +1,6 @@
 #include "app/DockQuestions.h"
 
+#include <QFileInfo>
 #include <utility>
 
 #include "app/DockMenuHost.h"
@@ -59,6 +60,17 @@ Question DockQuestions::aboutEntry(const ForeignEntry& entry, const QString& act
       tr("What would run"),
       tr("Run"),
       tr("Show in Files")};
+}
+
+Question DockQuestions::aboutKept(const KeptSettings& kept) {
+  return {tr("Open These Settings?"),
+          tr("“%1” takes the place of your settings, without the widgets that this version of Tarnwick cannot use. The "
+             "file stays as it is.")
+              .arg(QFileInfo(kept.file).fileName()),
+          kept.leftOut.join(u'\n'),
+          tr("What is left out"),
+          tr("Open Without Them"),
+          tr("Cancel")};
 }
 
 }  // namespace tarnwick

@@ -6,6 +6,7 @@
 #include "app/LiveDocks.h"
 #include "apps/TrustedEntries.h"
 #include "base/Scheduler.h"
+#include "config/KeptSettings.h"
 #include "dock/DockController.h"
 #include "views/panels/QuestionPane.h"
 
@@ -29,6 +30,8 @@ class DockQuestions final : public QObject {
 
   /// Whether a desktop entry from outside the folders of applications may run, with what would run.
   static Question aboutEntry(const ForeignEntry& entry, const QString& action);
+  /// Whether settings that were kept aside take the place of the present ones, with what is left out of them.
+  static Question aboutKept(const KeptSettings& kept);
 
  private:
   void look(int times);

@@ -2,11 +2,12 @@
 
 #include "dock/DockController.h"
 #include "store/AppStore.h"
+#include "store/Commands.h"
 #include "views/dock/MessageBubble.h"
 
 namespace tarnwick {
 
-MessageLine::MessageLine(DockBubbleParts parts) : parts_(parts) {
+MessageLine::MessageLine(DockBubbleParts parts, Commands& commands) : parts_(parts), commands_(commands) {
   connect(parts_.store, &AppStore::errorChanged, this, &MessageLine::update);
 }
 
@@ -29,6 +30,12 @@ std::unique_ptr<MessageBubble> MessageLine::make() {
   auto bubble = std::make_unique<MessageBubble>();
   bubble->setMessage(text_);
   if (parts_.store->isAnnouncement()) bubble->setSign(QStringLiteral("bell"), Accent::Blue);
+  if (parts_.store->keptSettings()) {
+    bubble->setAction(tr("Open Without Them…"));
+    connect(
+        bubble.get(), &MessageBubble::actionRequested, this, [this] { commands_.openKeptSettings(); },
+        Qt::QueuedConnection);
+  }
   // The click that dismisses comes from inside the bubble, so the bubble must outlive the click.
   connect(
       bubble.get(), &MessageBubble::dismissed, this, [this] { parts_.store->clearError(); }, Qt::QueuedConnection);

@@ -7,11 +7,14 @@
 
 namespace tarnwick {
 
+class Commands;
+
 /// Shows the store's message in a quiet bubble above the dock until the user dismisses it or it is withdrawn.
 class MessageLine : public QObject {
   Q_OBJECT
  public:
-  explicit MessageLine(DockBubbleParts parts);
+  /// `commands` does what a message offers. All outlive this.
+  MessageLine(DockBubbleParts parts, Commands& commands);
   ~MessageLine() override;
 
   /// Makes the bubble say what the store says now.
@@ -29,6 +32,7 @@ class MessageLine : public QObject {
   std::unique_ptr<MessageBubble> make();
 
   DockBubbleParts parts_;
+  Commands& commands_;
   std::unique_ptr<DockBubble> bubble_;
   QString text_;
 };

@@ -131,6 +131,18 @@ void ProgramCommands::redo() { delegate_.presenter().undoStack().redo(); }
 
 void ProgramCommands::dismissMessage() { delegate_.store().clearError(); }
 
+void ProgramCommands::openKeptSettings() {
+  const KeptSettings& kept = delegate_.store().keptSettings();
+  if (!kept) return;
+  const auto taken = [this](bool isTaken) {
+    // The message that offered it; another one stays.
+    if (isTaken && delegate_.store().keptSettings()) delegate_.store().clearError();
+  };
+  delegate_.presenter().questions().ask(DockQuestions::aboutKept(kept), [this, file = kept.file, taken](bool accepted) {
+    if (accepted) delegate_.presenter().edits().importKept(file, taken);
+  });
+}
+
 // --- Applications and files -----------------------------------------------------------------------------------------
 
 void ProgramCommands::openUrl(const QUrl& url, const std::function<void(bool started)>& done) {

@@ -51,6 +51,7 @@ class ProgramCommands final : public QObject, public Commands {
   void undo() override;
   void redo() override;
   void dismissMessage() override;
+  void openKeptSettings() override;
 
   void openUrl(const QUrl& url, const std::function<void(bool started)>& done) override;
   void openPath(const QString& path) override;

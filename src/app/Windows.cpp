@@ -74,6 +74,7 @@ void Windows::dress(AppWindow& window) {
   if (!setup_.framesWindows) window.giveTitleBar();
   Commands& commands = delegate_.commands();
   window.setMenuBar(makeApplicationMenu(commands));
+  window.setOpenKept([&commands] { commands.openKeptSettings(); });
   window.setUndo([&commands] { commands.undo(); }, [&commands] { commands.redo(); });
   window.installEventFilter(this);
 }

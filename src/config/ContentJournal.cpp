@@ -38,9 +38,8 @@ QByteArray textOf(const QList<ContentLine>& lines) {
 
 /// All of it or nothing.
 bool appendTo(const QByteArray& path, QByteArrayView text) {
-  const FileDescriptor file(
-      ::open(path.constData(), O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC,
-             DurableFile::kPrivate));
+  const FileDescriptor file(::open(
+      path.constData(), O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC, DurableFile::kPrivate));
   struct stat before;
   if (!file || ::fstat(file.number(), &before) != 0 || !S_ISREG(before.st_mode)) return false;
   while (!text.isEmpty()) {
@@ -68,6 +67,10 @@ bool ContentJournal::isEmpty() const { return sizeOf(older_) == 0 && sizeOf(newe
 
 QList<ContentLine> ContentJournal::read() const {
   return ContentLine::parse(contentOf(older_)) + ContentLine::parse(contentOf(newer_));
+}
+
+QList<ContentLine> ContentJournal::kept(const QString& file) {
+  return ContentLine::parse(contentOf(QFile::encodeName(file)));
 }
 
 bool ContentJournal::isFullFor(const QList<ContentLine>& lines) const {

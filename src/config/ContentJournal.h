@@ -35,6 +35,8 @@ class ContentJournal {
   void removeAll();
   /// Keeps all lines under another name, for a document that could not be loaded.
   void preserve(const QString& name);
+  /// The lines that were kept in a file.
+  static QList<ContentLine> kept(const QString& file);
 
  private:
   QByteArray older_;

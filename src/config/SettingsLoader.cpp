@@ -13,10 +13,26 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+const QLatin1StringView kSettings("config-recovery-");
+const QLatin1StringView kContent("content-recovery-");
+
+QString recoveryName(QLatin1StringView what, qint64 unixSeconds) {
+  return what + QString::number(unixSeconds) + u".json"_s;
+}
+
+/// What of it can be used is found out once it is safe.
+KeptSettings keptAs(const QString& file, const QByteArray& bytes) {
+  try {
+    return {file, KeptSettings::decode(bytes).leftOut};
+  } catch (const DomainError&) {
+    return {};
+  }
+}
+
 /// `preserve` saves the original under the path that it is given.
 SettingsLoader::Result recover(const QString& path, qint64 unixSeconds, const DomainError& failure,
                                const std::function<void(const QString&)>& preserve) {
-  const QString name = u"config-recovery-%1.json"_s.arg(unixSeconds);
+  const QString name = recoveryName(kSettings, unixSeconds);
   try {
     preserve(QFileInfo(path).path() + u'/' + name);
   } catch (const DomainError& blocked) {
@@ -48,9 +64,21 @@ SettingsLoader::Result SettingsLoader::load(const QString& path, qint64 unixSeco
   try {
     return {Persistence::decode(*bytes), true, {}, Origin::File};
   } catch (const DomainError& failure) {
-    return recover(path, unixSeconds, failure,
-                   [&](const QString& copy) { DurableFile::writeAtomically(*bytes, copy, DurableFile::kPrivate); });
+    KeptSettings kept;
+    Result recovered = recover(path, unixSeconds, failure, [&](const QString& copy) {
+      DurableFile::writeAtomically(*bytes, copy, DurableFile::kPrivate);
+      kept = keptAs(copy, *bytes);
+    });
+    recovered.kept = kept;
+    return recovered;
   }
+}
+
+QString SettingsLoader::contentName(qint64 unixSeconds) { return recoveryName(kContent, unixSeconds); }
+
+QString SettingsLoader::contentBeside(const QString& recoveryFile) {
+  const QFileInfo file(recoveryFile);
+  return file.path() + u'/' + file.fileName().replace(kSettings, kContent);
 }
 
 }  // namespace tarnwick

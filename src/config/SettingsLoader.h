@@ -3,6 +3,7 @@
 #include <QString>
 
 #include "config/DockConfiguration.h"
+#include "config/KeptSettings.h"
 
 namespace tarnwick {
 
@@ -17,11 +18,16 @@ struct SettingsLoader {
     bool ready = true;                ///< Whether saving is allowed in this run; false when nothing could be preserved.
     QString error;                    ///< For the user; empty when all went well.
     Origin origin = Origin::FirstRun;
+    /// After a recovery: the preserved file, where all of it can be used but single widgets.
+    KeptSettings kept = {};
   };
 
   /// `unixSeconds` is the current time, which names the recovery file. A name that nobody gave is a first run and no
   /// failure.
   static Result load(const QString& path, qint64 unixSeconds);
+  /// Where what was entered and not saved is preserved with a recovery file: `content-recovery-<seconds>.json`.
+  static QString contentName(qint64 unixSeconds);
+  static QString contentBeside(const QString& recoveryFile);
 };
 
 }  // namespace tarnwick

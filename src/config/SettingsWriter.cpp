@@ -12,6 +12,7 @@
 #include "base/DurableFile.h"
 #include "config/Persistence.h"
 #include "config/SaveSchedule.h"
+#include "config/SettingsLoader.h"
 
 namespace tarnwick {
 
@@ -52,7 +53,7 @@ DockConfiguration SettingsWriter::resume(const DockConfiguration& loaded) {
 }
 
 void SettingsWriter::keepJournalAside(qint64 unixSeconds) {
-  journal_.preserve(u"content-recovery-%1.json"_s.arg(unixSeconds));
+  journal_.preserve(SettingsLoader::contentName(unixSeconds));
   written_ = noted_ = document_();
 }
 

@@ -58,6 +58,7 @@ bool AppStore::load() {
     const SettingsLoader::Result loaded = SettingsLoader::load(storagePath_, seconds);
     config_ = loaded.configuration;
     if (!loaded.error.isEmpty()) setError(loaded.error);
+    keptSettings_ = loaded.kept;
     isFirstRun_ = loaded.origin == SettingsLoader::Origin::FirstRun;
     hasLostSettings_ = loaded.origin == SettingsLoader::Origin::Recovery;
     // A user whose settings were lost gets a message and is not greeted as new, neither now nor at the next start.
@@ -211,6 +212,7 @@ void AppStore::setMessage(const QString& message, bool isAnnouncement) {
   if (error_ == message) return;
   error_ = message;
   isAnnouncement_ = isAnnouncement;
+  keptSettings_ = {};
   Q_EMIT errorChanged();
 }
 

@@ -51,6 +51,8 @@ class AppStore : public QObject {
   /// Whether there were settings at the start that could not be read. The document is then a new one, as in a first
   /// run, but its user is not new.
   bool hasLostSettings() const { return hasLostSettings_; }
+  /// The settings that were lost, while the message line tells of them and most of them can be used.
+  const KeptSettings& keptSettings() const { return keptSettings_; }
   /// Whether there was no document before this run.
   bool isFirstRun() const { return isFirstRun_; }
   /// Whether this run is without a user's data: nothing of theirs is read, nothing is saved, nothing beats by itself.
@@ -208,6 +210,7 @@ class AppStore : public QObject {
   QString storagePath_;
   bool ready_ = false;
   bool hasLostSettings_ = false;
+  KeptSettings keptSettings_;
   bool isFirstRun_ = false;
   bool hasRead_ = false;  // Whether the document is a file's.
   bool diagnostic_ = false;

@@ -86,6 +86,9 @@ class Commands {
   /// Makes again what was taken back last.
   virtual void redo() = 0;
   virtual void dismissMessage() = 0;
+  /// Asks whether the settings that were kept aside are to take the place of the present ones, without what of them
+  /// cannot be used; a step that can be taken back.
+  virtual void openKeptSettings() = 0;
 
   // --- Applications and files ---------------------------------------------------------------------------------------
 

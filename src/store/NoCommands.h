@@ -37,6 +37,7 @@ class NoCommands : public Commands {
   void undo() override {}
   void redo() override {}
   void dismissMessage() override {}
+  void openKeptSettings() override {}
 
   void openUrl(const QUrl&, const std::function<void(bool)>& = {}) override {}
   void openPath(const QString&) override {}

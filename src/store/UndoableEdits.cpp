@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/DomainError.h"
+#include "config/KeptSettings.h"
 #include "config/Persistence.h"
 #include "store/AppStore.h"
 #include "store/DocumentEdits.h"
@@ -287,13 +288,22 @@ void UndoableEdits::takeBack(const SettingsChange& change) {
 // --- Settings of a file ---------------------------------------------------------------------------------------------
 
 void UndoableEdits::importConfiguration(const QString& path, std::function<void(bool taken)> done) {
+  importFrom([path] { return Persistence::read(path); }, std::move(done));
+}
+
+void UndoableEdits::importKept(const QString& path, std::function<void(bool taken)> done) {
+  importFrom([path] { return KeptSettings::read(path); }, std::move(done));
+}
+
+/// `decode` runs on another thread.
+void UndoableEdits::importFrom(const std::function<DockConfiguration()>& decode, std::function<void(bool taken)> done) {
   struct Read {
     std::optional<DockConfiguration> imported;
     QString failure;
   };
-  const auto read = [path](const std::stop_token&) -> Read {
+  const auto read = [decode](const std::stop_token&) -> Read {
     try {
-      return {Persistence::read(path), {}};
+      return {decode(), {}};
     } catch (const DomainError& failure) {
       return {std::nullopt, failure.message()};
     }

@@ -56,6 +56,8 @@ class UndoableEdits : public QObject {
   /// why. It can be taken back as long as nothing that it brought is changed; what is entered elsewhere meanwhile
   /// stays. `done` runs when it is over, and never when another import takes its place or this is gone.
   void importConfiguration(const QString& path, std::function<void(bool taken)> done = {});
+  /// The same of settings that were kept aside, without the widgets that cannot be used. The file stays.
+  void importKept(const QString& path, std::function<void(bool taken)> done = {});
 
   /// Whether a tile of a display's dock stands for what lies at a path. An entry that was overridden in another folder
   /// is the same application.
@@ -100,6 +102,7 @@ class UndoableEdits : public QObject {
     DocumentChange change;
     quint64 entry = 0;
   };
+  void importFrom(const std::function<DockConfiguration()>& decode, std::function<void(bool taken)> done);
   bool takeImport(const DockConfiguration& imported);
   void watchImport(const std::shared_ptr<Import>& import);
   void takeBackImport(const DocumentChange& change);

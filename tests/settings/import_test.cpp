@@ -2,6 +2,9 @@
 
 #include <QFile>
 #include <QFileDialog>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QSet>
 #include <QTest>
 
@@ -128,6 +131,44 @@ TEST_F(ImportTest, IsTakenBackAndWhatIsUnderItStays) {
   EXPECT_EQ(undo().size(), 1);
   undo().undo();
   EXPECT_EQ(DocumentEdits::find(config(), exported.profiles[0].widgets[0].id)->options.value(u"label"_s), u"Mine"_s);
+}
+
+TEST_F(ImportTest, KeptSettingsComeWithoutWhatCannotBeUsedAndGoAgain) {
+  const QString file = written("config-recovery-1.json", [](DockConfiguration& c) {
+    c.scale = 1.4;
+    c.profiles[0].name = u"Kept"_s;
+    c.profiles[0].widgets[0].title = u"Unknown"_s;
+  });
+  QFile kept(file);
+  ASSERT_TRUE(kept.open(QIODevice::ReadWrite));
+  QJsonObject document = QJsonDocument::fromJson(kept.readAll()).object();
+  QJsonArray profiles = document.value(u"profiles").toArray();
+  QJsonObject first = profiles.at(0).toObject();
+  QJsonArray widgets = first.value(u"widgets").toArray();
+  QJsonObject widget = widgets.at(0).toObject();
+  widget.insert(u"kind", u"later"_s);
+  widgets.replace(0, widget);
+  first.insert(u"widgets", widgets);
+  profiles.replace(0, first);
+  document.insert(u"profiles", profiles);
+  const QByteArray bytes = QJsonDocument(document).toJson();
+  ASSERT_TRUE(kept.resize(0) && kept.seek(0) && kept.write(bytes) == bytes.size());
+  kept.close();
+
+  const DockConfiguration before = config();
+  EXPECT_FALSE(import(file)) << "a file of settings is taken whole or not at all";
+  EXPECT_EQ(config(), before);
+  std::optional<bool> taken;
+  edits->importKept(file, [&](bool isTaken) { taken = isTaken; });
+  ASSERT_TRUE(waitFor([&] { return taken.has_value(); }));
+  EXPECT_TRUE(*taken);
+  EXPECT_EQ(config().scale, 1.4);
+  EXPECT_EQ(config().profiles[0].name, u"Kept"_s);
+  EXPECT_EQ(config().profiles[0].widgets, before.profiles[0].widgets.mid(1));
+  undo().undo();
+  EXPECT_EQ(config(), before);
+  ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
+  EXPECT_EQ(kept.readAll(), bytes) << "the file stays as it is";
 }
 
 TEST_F(ImportTest, OfSeveralEachIsWatchedForWhatItBroughtItself) {

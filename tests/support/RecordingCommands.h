@@ -49,6 +49,7 @@ class RecordingCommands : public NoCommands {
   }
   void undo() override { asked << QStringLiteral("undo"); }
   void redo() override { asked << QStringLiteral("redo"); }
+  void openKeptSettings() override { asked << QStringLiteral("kept settings"); }
 
   /// Every address finds an application, unless `startsApplications` is false.
   void openUrl(const QUrl& url, const std::function<void(bool)>& done = {}) override {

@@ -88,6 +88,8 @@ QRect AppWindow::room() const {
 
 void AppWindow::setSays(const QString& message) { message_->leaveOut(message); }
 
+void AppWindow::setOpenKept(std::function<void()> open) { message_->setOpenKept(std::move(open)); }
+
 void AppWindow::setBehind(const QMargins& margins) {
   behind_ = margins;
   placeFrame();

@@ -43,6 +43,8 @@ class AppWindow : public QWidget, public LookSource {
   void setRoom(std::function<QRect(const QPoint& place)> room) { room_ = std::move(room); }
   /// What this window says in a place of its own, so that it need not be shown above its body as well.
   void setSays(const QString& message);
+  /// What opens the settings that were kept aside, where the message tells of some; it is offered beside that.
+  void setOpenKept(std::function<void()> open);
   /// Where the desktop puts no frame around windows: a title of its own, to move and close it by, and a corner to size
   /// it by.
   void giveTitleBar();

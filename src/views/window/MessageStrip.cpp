@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QStyle>
+#include <utility>
 
 #include "store/AppStore.h"
 #include "views/controls/Buttons.h"
@@ -30,6 +31,7 @@ MessageStrip::MessageStrip(AppStore& store, QWidget* parent)
     : QWidget(parent),
       store_(store),
       text_(new TextLabel({}, TextStyle::Body)),
+      keptButton_(new Button(QCoreApplication::translate("MessageStrip", "Open Without Them…"), Button::Role::Quiet)),
       dismiss_(new IconButton(u"xmark"_s, QCoreApplication::translate("MessageStrip", "Dismiss"))) {
   text_->setWordWrap(true);
   text_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
@@ -39,8 +41,12 @@ MessageStrip::MessageStrip(AppStore& store, QWidget* parent)
                           theme::kBodyPadding + kInset / 2, kInset / 2);
   row->setSpacing(theme::kRowGap);
   row->addWidget(text_, 1);
+  row->addWidget(keptButton_);
   row->addWidget(dismiss_);
   connect(dismiss_, &QPushButton::clicked, this, [this] { store_.clearError(); });
+  connect(keptButton_, &QPushButton::clicked, this, [this] {
+    if (openKept_) openKept_();
+  });
   connect(&store, &AppStore::errorChanged, this, &MessageStrip::update);
   update();
 }
@@ -50,11 +56,17 @@ void MessageStrip::leaveOut(const QString& message) {
   update();
 }
 
+void MessageStrip::setOpenKept(std::function<void()> open) {
+  openKept_ = std::move(open);
+  update();
+}
+
 void MessageStrip::update() {
   const QString message = store_.error() == leftOut_ ? QString() : store_.error();
   setVisible(!message.isEmpty());
   if (message.isEmpty()) return;
   text_->setText(message);
+  keptButton_->setVisible(openKept_ && store_.keptSettings());
   setAccessibleName(message);
   QAccessibleEvent alert(this, QAccessible::Alert);
   QAccessible::updateAccessibility(&alert);

@@ -2,10 +2,12 @@
 
 #include <QString>
 #include <QWidget>
+#include <functional>
 
 namespace tarnwick {
 
 class AppStore;
+class Button;
 class IconButton;
 class TextLabel;
 
@@ -18,6 +20,8 @@ class MessageStrip final : public QWidget {
   explicit MessageStrip(AppStore& store, QWidget* parent = nullptr);
   /// Shows all but this one, which is said elsewhere in the window.
   void leaveOut(const QString& message);
+  /// What opens the settings that were kept aside; offered while the message tells of some.
+  void setOpenKept(std::function<void()> open);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -27,7 +31,9 @@ class MessageStrip final : public QWidget {
 
   AppStore& store_;
   QString leftOut_;
+  std::function<void()> openKept_;
   TextLabel* text_;
+  Button* keptButton_;
   IconButton* dismiss_;
 };
 
