@@ -8,6 +8,8 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+constexpr QLatin1StringView kSettingsFile("config.json");
+
 /// An empty name would make a mess of the folder above, so it counts as none.
 std::optional<QString> name(const BuildSettings& keys, const QString& key) {
   auto value = keys.string(key);
@@ -25,9 +27,9 @@ QString defaultStorageDirectory(const BuildSettings& keys) {
 
 QString settingsFile(const BuildSettings& keys, bool diagnostic, const std::optional<QString>& storage) {
   if (storage) return *storage;
-  if (diagnostic) return join(QDir::tempPath(), u"Tarnwick-diagnostic/config.json"_s);
-  if (const auto phase = name(keys, u"TarnwickPhaseDataDirectory"_s)) return join(*phase, u"config.json"_s);
-  return join(defaultStorageDirectory(keys), u"config.json"_s);
+  if (diagnostic) return join(QDir::tempPath(), u"Tarnwick-diagnostic/"_s + kSettingsFile);
+  if (const auto phase = name(keys, u"TarnwickPhaseDataDirectory"_s)) return join(*phase, kSettingsFile);
+  return join(defaultStorageDirectory(keys), kSettingsFile);
 }
 
 }  // namespace tarnwick

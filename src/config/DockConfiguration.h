@@ -19,6 +19,7 @@ namespace tarnwick {
 struct DockConfiguration {
   static constexpr qsizetype kMostProfiles = 20;
   static constexpr qsizetype kMostWidgets = 150;  ///< In one profile.
+  static constexpr qsizetype kMostShelved = 500;
 
   int schema = 1;
   QList<DockProfile> profiles{DockProfile::initial()};
@@ -53,9 +54,9 @@ struct DockConfiguration {
   QString screenshotFolder;
   DesktopOptions desktop;  ///< What came later; each of it may be missing in a file.
 
-  /// Checks everything that a file or an edit may have got wrong, clamps and repairs what can be, and throws DomainError
-  /// for the first fault that can't. Runs on every load and every save. After a throw the value may be repaired in
-  /// part.
+  /// Checks everything that a file or an edit may have got wrong, clamps and repairs what can be, and throws
+  /// DomainError for the first fault that can't. Runs on every load and every save. After a throw the value may be
+  /// repaired in part.
   void validate();
   /// Whether an option of that key is refused, because what it holds belongs in the keyring.
   static bool isCredential(const QString& key);

@@ -19,7 +19,6 @@ namespace {
 constexpr double kNumberLimit = 1e12;
 constexpr double kPositionLimit = 1e7;
 constexpr qsizetype kMostClippings = 30;
-constexpr qsizetype kMostShelved = 500;
 constexpr int kMostSetupPages = 20;
 
 constexpr std::array kCredentialKeys{option::token, option::apiKey, option::password, option::secret};

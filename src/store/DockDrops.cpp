@@ -182,7 +182,7 @@ void DockDrops::shelve(const QStringList& paths, const Kinds& kinds, const QStri
       added << path;
   }
   if (added.isEmpty()) return;
-  if (shelf.size() + added.size() > kMostShelved) {
+  if (shelf.size() + added.size() > DockConfiguration::kMostShelved) {
     parts_.store->setError(tr("The file shelf is full."));
     return;
   }
@@ -199,7 +199,7 @@ void DockDrops::shelve(const QStringList& paths, const Kinds& kinds, const QStri
     if (!self) return;
     self->parts_.store->edit([&](DockConfiguration& config) {
       for (const QString& path : added)
-        if (!config.shelf.contains(path) && config.shelf.size() < kMostShelved) config.shelf << path;
+        if (!config.shelf.contains(path) && config.shelf.size() < DockConfiguration::kMostShelved) config.shelf << path;
     });
   };
   parts_.undo->push({sentence, display}, takeOff, putOn);

@@ -30,8 +30,6 @@ struct DockFileDrop {
 class DockDrops : public QObject {
   Q_OBJECT
  public:
-  static constexpr qsizetype kMostShelved = 500;
-
   /// Borrowed; all but `running` are required.
   struct Parts {
     AppStore* store = nullptr;

@@ -8,6 +8,8 @@
 #include "base/DomainError.h"
 #include "base/Text.h"
 #include "config/DockConfiguration.h"
+#include "widgets/HabitMath.h"
+#include "widgets/TimeMath.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/Family.h"
 #include "widgets/catalog/KindTraits.h"
@@ -19,9 +21,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double kDefaultMinutes = 25;
 constexpr double kMostMinutes = 1440;
-constexpr int kMostGlasses = 100;
 
 constexpr std::array kRunningState{
     option::deadline,      option::remaining,    option::started, option::elapsed, option::phase,
@@ -49,12 +49,12 @@ void checkCodexExecutable(DockWidget& widget, const WidgetEditor::Hooks& hooks) 
 
 void checkDuration(DockWidget& widget, const DockWidget& stored) {
   const QString entered = widget.options.value(option::minutes);
-  const std::optional<double> minutes = entered.isEmpty() ? kDefaultMinutes : Text::number(entered);
+  const std::optional<double> minutes = entered.isEmpty() ? TimeMath::kDefaultMinutes : Text::number(entered);
   if (!minutes || !(*minutes > 0 && *minutes <= kMostMinutes)) {
     throw DomainError::invalid(
         QCoreApplication::translate("WidgetEditor", "Enter a duration between 0 and 1440 minutes."));
   }
-  if (*minutes != stored.number(option::minutes, kDefaultMinutes)) {
+  if (*minutes != stored.number(option::minutes, TimeMath::kDefaultMinutes)) {
     widget.options.remove(option::deadline);
     widget.options.remove(option::remaining);
   }
@@ -66,7 +66,7 @@ void checkGoal(const DockWidget& widget) {
   bool isInteger = false;
   const int goal = entered.toInt(&isInteger);
   const bool isBare = entered == entered.trimmed();
-  if (!isInteger || !isBare || goal < 1 || goal > kMostGlasses) {
+  if (!isInteger || !isBare || goal < 1 || goal > WaterMath::kMostGlasses) {
     throw DomainError::invalid(QCoreApplication::translate("WidgetEditor", "Enter a goal between 1 and 100 glasses."));
   }
 }

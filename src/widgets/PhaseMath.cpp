@@ -62,7 +62,7 @@ void run(DockWidget& widget, QString phase, double deadline, double now, const C
 double PomodoroMath::duration(const DockWidget& widget, const QString& phase) {
   if (phase == value::shortBreak) return seconds(widget.number(option::shortBreak, 5));
   if (phase == value::longBreak) return seconds(widget.number(option::longBreak, 15));
-  return seconds(widget.number(option::minutes, 25));
+  return seconds(widget.number(option::minutes, TimeMath::kDefaultMinutes));
 }
 
 DockWidget PomodoroMath::advance(const DockWidget& widget, const QDateTime& at) {
@@ -94,7 +94,7 @@ bool PostureMath::stands(const DockWidget& widget) { return widget.number(option
 
 double PostureMath::duration(const DockWidget& widget, const QString& phase) {
   return seconds(phase == value::standing ? widget.number(option::standingMinutes, 0)
-                                          : widget.number(option::minutes, 25));
+                                          : widget.number(option::minutes, TimeMath::kDefaultMinutes));
 }
 
 DockWidget PostureMath::advance(const DockWidget& widget, const QDateTime& at) {

@@ -14,7 +14,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr double kMinutes = 25;
 constexpr double kLongest = 999'999'999;
 
 /// Midnight in the zone of `like`. An offset is given only where it is the zone: the toolkit warns of any other.
@@ -44,7 +43,7 @@ double TimeMath::remaining(const DockWidget& widget, const QDateTime& at) {
   }
   const double whole = KindTraits::of(widget.kind).run == TimerRun::Pomodoro
                            ? PomodoroMath::duration(widget, widget.options.value(option::phase))
-                           : widget.number(option::minutes, kMinutes) * 60;
+                           : widget.number(option::minutes, kDefaultMinutes) * 60;
   return std::max(0.0, widget.number(option::remaining, whole));
 }
 

@@ -12,6 +12,9 @@ namespace tarnwick {
 struct TimeMath {
   enum class Component { Day, Month, Year };
 
+  /// How long a timer, a focus session and sitting take where nothing is set.
+  static constexpr double kDefaultMinutes = 25;
+
   /// Seconds that a countdown has left, running or not; never negative.
   static double remaining(const DockWidget& widget, const QDateTime& at);
   /// Seconds that a stopwatch has counted.

@@ -27,7 +27,7 @@ double wholeLength(const DockWidget& widget) {
   const QString phase = widget.options.value(option::phase);
   if (runOf(widget) == TimerRun::Pomodoro) return PomodoroMath::duration(widget, phase);
   if (runOf(widget) == TimerRun::Posture) return PostureMath::duration(widget, phase);
-  return widget.number(option::minutes, 25) * 60;
+  return widget.number(option::minutes, TimeMath::kDefaultMinutes) * 60;
 }
 
 QString pomodoroWords(const DockWidget& widget) {
