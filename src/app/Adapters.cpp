@@ -99,7 +99,7 @@ DelegateSetup Adapters::delegateSetup(const QString& dataDirectory) {
   services_.opener.setTrusted(&trusted);
   return {
       .preferences = keep(std::make_unique<SystemDockPreferences>(dataDirectory)),
-      .guard = keep(std::make_unique<GuardianProcess>(QCoreApplication::applicationFilePath())),
+      .guard = keep(std::make_unique<GuardianProcess>(QCoreApplication::applicationFilePath(), scheduler_)),
       .application = session_,
       .door = keep(std::make_unique<SocketSession>(dataDirectory)),
       .readings = readings_,

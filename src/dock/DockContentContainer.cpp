@@ -12,8 +12,6 @@
 namespace tarnwick {
 namespace {
 
-constexpr int kStartMilliseconds = 600;  ///< After which nothing of the program's start is left to wait for.
-
 /// Whether the window is about to look for the widget under a point.
 bool looksForWidget(QEvent::Type type) {
   switch (type) {
@@ -38,8 +36,9 @@ bool looksForWidget(QEvent::Type type) {
 
 }  // namespace
 
-DockContentContainer::DockContentContainer(std::unique_ptr<DockContent> content, std::unique_ptr<FrameClock> clock)
-    : content_(content.release()), driver_(this, std::move(clock), [this](double value) {
+DockContentContainer::DockContentContainer(std::unique_ptr<DockContent> content, std::unique_ptr<FrameClock> clock,
+                                           std::chrono::milliseconds start)
+    : content_(content.release()), start_(start), driver_(this, std::move(clock), [this](double value) {
         progress_ = value;
         apply();
       }) {
@@ -127,7 +126,7 @@ void DockContentContainer::apply() {
 
 void DockContentContainer::warmUpSoon() {
   if (std::exchange(isWarm_, true)) return;
-  QTimer::singleShot(kStartMilliseconds, this, [this] {
+  QTimer::singleShot(start_, this, [this] {
     if (look_.isHidden) picture_->warmUp();
   });
 }

@@ -2,6 +2,7 @@
 
 #include <QPointer>
 #include <QRect>
+#include <chrono>
 #include <memory>
 
 #include "dock/DockContent.h"
@@ -26,7 +27,11 @@ class MovingPicture;
 class DockContentContainer final : public DockContent {
   Q_OBJECT
  public:
-  DockContentContainer(std::unique_ptr<DockContent> content, std::unique_ptr<FrameClock> clock);
+  /// After which nothing of the program's start is left to wait for.
+  static constexpr std::chrono::milliseconds kStart{600};
+
+  DockContentContainer(std::unique_ptr<DockContent> content, std::unique_ptr<FrameClock> clock,
+                       std::chrono::milliseconds start = kStart);
   ~DockContentContainer() override;
 
   /// Where the content lies at rest, its margins included, in this widget's coordinates. As long as none is set, the
@@ -92,6 +97,7 @@ class DockContentContainer final : public DockContent {
   QRegion contentOutline_;  ///< As it was when the content's shape changed last: it is asked for in every frame.
   QRegion contentInput_;
   QPointer<QWindow> watched_;
+  std::chrono::milliseconds start_;
   bool focusIsWanted_ = false;
   bool isWarm_ = false;  ///< The content was painted, or is about to be.
   SpringDriver driver_;

@@ -13,7 +13,7 @@ class InstalledAppsTest : public AppsTest {
  protected:
   InstalledApps& apps() {
     if (!apps_) {
-      apps_ = std::make_unique<InstalledApps>(environment, *clock);
+      apps_ = std::make_unique<InstalledApps>(environment, clock);
       QObject::connect(apps_.get(), &InstalledApps::scanStarted, [this] { ++scans; });
       QObject::connect(apps_.get(), &InstalledApps::changed, [this] { ++changes; });
     }
@@ -29,9 +29,7 @@ class InstalledAppsTest : public AppsTest {
     return result;
   }
 
-  SystemScheduler real;
-  TestScheduler manual;
-  Scheduler* clock = &real;
+  TestScheduler clock;
   int scans = 0;
   int changes = 0;
 
@@ -76,33 +74,32 @@ TEST_F(InstalledAppsTest, NoticesWhatComesChangesAndGoes) {
   load();
   EXPECT_TRUE(ids().isEmpty());
   write(own(u"new.desktop"_s), application(u"New"_s, u"new"_s));
-  ASSERT_TRUE(waitFor([this] { return ids() == QStringList{u"new"_s}; }));
+  ASSERT_TRUE(waitFor(clock, [this] { return ids() == QStringList{u"new"_s}; }));
 
   QFile file(own(u"new.desktop"_s));
   ASSERT_TRUE(file.open(QIODevice::Append));
   file.write("Name=Renamed\n");
   file.close();
-  ASSERT_TRUE(waitFor([this] { return apps().byId(u"new"_s)->name == u"Renamed"_s; }));
+  ASSERT_TRUE(waitFor(clock, [this] { return apps().byId(u"new"_s)->name == u"Renamed"_s; }));
 
   write(own(u"sub/deep.desktop"_s), application(u"Deep"_s, u"deep"_s));
-  ASSERT_TRUE(waitFor([this] { return ids().contains(u"sub-deep"_s); }));
+  ASSERT_TRUE(waitFor(clock, [this] { return ids().contains(u"sub-deep"_s); }));
   QFile::remove(own(u"new.desktop"_s));
-  ASSERT_TRUE(waitFor([this] { return ids() == QStringList{u"sub-deep"_s}; }));
+  ASSERT_TRUE(waitFor(clock, [this] { return ids() == QStringList{u"sub-deep"_s}; }));
 
   write(root(u"config/mimeapps.list"_s), u"[Default Applications]\ntext/plain=sub-deep.desktop\n"_s);
-  ASSERT_TRUE(waitFor([this] { return !apps().index()->defaults().lists.isEmpty(); }));
+  ASSERT_TRUE(waitFor(clock, [this] { return !apps().index()->defaults().lists.isEmpty(); }));
 }
 
 TEST_F(InstalledAppsTest, ReadsOnceForABurst) {
-  clock = &manual;
   write(system(u"first.desktop"_s), application(u"First"_s, u"first"_s));
   load();
-  EXPECT_EQ(manual.waiting(), 0);
+  EXPECT_EQ(clock.waiting(), 0);
   for (int i = 0; i < 30; ++i)
     write(system(u"burst%1.desktop"_s.arg(i)), application(u"Burst %1"_s.arg(i), u"burst"_s));
-  while (manual.waiting() == 0) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-  EXPECT_EQ(manual.waiting(), 1);
-  manual.advance(1);
+  while (clock.waiting() == 0) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  EXPECT_EQ(clock.waiting(), 1);
+  clock.advance(1);
   ASSERT_TRUE(waitFor([this] { return ids().size() == 31; }));
   EXPECT_EQ(scans, 2);
   EXPECT_EQ(changes, 2);
@@ -113,11 +110,11 @@ TEST_F(InstalledAppsTest, ReadsEntriesElsewhereWhenTheyAreAskedFor) {
   const QString path = root(u"home/Desktop/tool.desktop"_s);
   write(path, application(u"Tool"_s, u"tool"_s));
   EXPECT_FALSE(apps().byPath(path));
-  ASSERT_TRUE(waitFor([&] { return apps().byPath(path).has_value(); }));
+  ASSERT_TRUE(waitFor(clock, [&] { return apps().byPath(path).has_value(); }));
   EXPECT_EQ(apps().byPath(path)->name, u"Tool"_s);
   EXPECT_TRUE(apps().all().isEmpty());
   write(path, application(u"Better Tool"_s, u"tool"_s));
-  ASSERT_TRUE(waitFor([&] { return apps().byPath(path) && apps().byPath(path)->name == u"Better Tool"_s; }));
+  ASSERT_TRUE(waitFor(clock, [&] { return apps().byPath(path) && apps().byPath(path)->name == u"Better Tool"_s; }));
 }
 
 TEST_F(InstalledAppsTest, SaysNothingAfterItsEnd) {

@@ -1,8 +1,8 @@
 #include "apps/AppActivation.h"
 #include "apps/RunningApplications.h"
 #include "apps_fixture.h"
-#include "base/Scheduler.h"
 #include "support/FakeWindows.h"
+#include "support/TestScheduler.h"
 
 namespace tarnwick::test {
 namespace {
@@ -32,7 +32,7 @@ class RunningTest : public AppsTest {
     return result;
   }
 
-  SystemScheduler scheduler;
+  TestScheduler scheduler;
   FakeWindows windows;
   std::unique_ptr<InstalledApps> installed;
   std::unique_ptr<RunningApplications> running;
@@ -115,7 +115,7 @@ TEST_F(RunningTest, KeepsTheIdentityWhenTheEntryIsInstalledLater) {
   const quint64 identity = running->list().at(0).identity;
   EXPECT_EQ(running->list().at(0).desktopId, QString());
   write(system(u"late.desktop"_s), application(u"Late Comer"_s, u"late"_s));
-  ASSERT_TRUE(waitFor([this] { return names() == QStringList{u"Late Comer"_s, u"Editor"_s}; }));
+  ASSERT_TRUE(waitFor(scheduler, [this] { return names() == QStringList{u"Late Comer"_s, u"Editor"_s}; }));
   EXPECT_EQ(running->list().at(0).identity, identity);
 }
 

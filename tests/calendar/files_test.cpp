@@ -5,6 +5,7 @@
 #include "CalendarTexts.h"
 #include "platform/ical/ICalendarFiles.h"
 #include "support/FileTest.h"
+#include "support/TestScheduler.h"
 #include "support/Wait.h"
 
 namespace tarnwick {
@@ -40,15 +41,15 @@ class CalendarFilesTest : public FolderTest {
     lines.sort();
     return lines.join(u", "_s).toStdString();
   }
-  bool waitForChange() const {
-    return waitFor([&] { return changes_ > 0; });
+  bool waitForChange() {
+    return waitFor(scheduler_, [&] { return changes_ > 0; });
   }
   void start() {
     files_ = std::make_unique<ICalendarFiles>(scheduler_, places());
     QObject::connect(files_.get(), &CalendarSource::changed, files_.get(), [this] { ++changes_; });
   }
 
-  SystemScheduler scheduler_;
+  test::TestScheduler scheduler_;
   std::unique_ptr<ICalendarFiles> files_;
   int changes_ = 0;
 };
@@ -127,7 +128,7 @@ TEST_F(CalendarFilesTest, AreWatchedFromBeforeTheyExist) {
     changes_ = 0;
     step.change();
     // A change may be reported in pieces.
-    EXPECT_TRUE(waitFor([&] { return changes_ > 0 && summary(load()) == step.summary; }))
+    EXPECT_TRUE(waitFor(scheduler_, [&] { return changes_ > 0 && summary(load()) == step.summary; }))
         << step.what << ": " << summary(load());
   }
 }

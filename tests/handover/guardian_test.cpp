@@ -10,6 +10,7 @@
 #include "dock/NativeDockState.h"
 #include "handover/Docks.h"
 #include "platform/docks/GuardianProcess.h"
+#include "support/TestScheduler.h"
 
 namespace tarnwick::testing {
 namespace {
@@ -50,6 +51,7 @@ class GuardianTest : public ::testing::Test {
     return VirtualDisplay::waitUntil([&] { return guardiansOf(folder.path()).isEmpty(); });
   }
 
+  test::TestScheduler scheduler;
   QTemporaryDir folder;
   QString restorer = folder.filePath(u"restorer"_s);
   QString file = NativeDockState::recoveryFile(folder.path());
@@ -57,7 +59,7 @@ class GuardianTest : public ::testing::Test {
 
 TEST_F(GuardianTest, ActsOnlyWhenTheLineBreaksWithoutAWord) {
   {
-    GuardianProcess guardian(restorer);
+    GuardianProcess guardian(restorer, scheduler);
     guardian.watch(file);
     guardian.watch(file);
     const pid_t process = started();
@@ -75,7 +77,7 @@ TEST_F(GuardianTest, ActsOnlyWhenTheLineBreaksWithoutAWord) {
 
 TEST_F(GuardianTest, OneThatIsKilledIsReplaced) {
   {
-    GuardianProcess guardian(restorer);
+    GuardianProcess guardian(restorer, scheduler);
     guardian.watch(file);
     const pid_t first = started();
     ::kill(first, SIGKILL);
@@ -90,18 +92,27 @@ TEST_F(GuardianTest, OneThatIsKilledIsReplaced) {
 }
 
 TEST_F(GuardianTest, OneThatIsKilledAgainAndAgainComesBackAfterAWhile) {
-  const GuardianProcess::Pace pace{.replacements = 1, .window = std::chrono::milliseconds(700)};
-  GuardianProcess guardian(restorer, pace);
+  GuardianProcess guardian(restorer, scheduler, {.replacements = 1, .window = 60});
   guardian.watch(file);
-  pid_t last = 0;
-  for (int i = 0; i < 4; ++i) {
-    EXPECT_TRUE(VirtualDisplay::waitUntil([&] {
-      const QList<pid_t> all = guardiansOf(folder.path());
-      return all.size() == 1 && all[0] != last;
-    })) << i;
-    last = started();
-    ::kill(last, SIGKILL);
+  for (int window = 0; window < 2; ++window) {
+    const pid_t first = started();
+    if (window == 0) {
+      // The one that a window has is not taken by the guardian that it began with.
+      ::kill(first, SIGKILL);
+      EXPECT_TRUE(VirtualDisplay::waitUntil([&] {
+        const QList<pid_t> all = guardiansOf(folder.path());
+        return all.size() == 1 && all[0] != first;
+      }));
+    }
+    ::kill(started(), SIGKILL);
+    EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return scheduler.waiting() == 1; })) << window;
+    EXPECT_TRUE(isGone());
+    scheduler.advance(59);
+    EXPECT_TRUE(guardiansOf(folder.path()).isEmpty());
+    scheduler.advance(1);
+    EXPECT_EQ(scheduler.waiting(), 0);
   }
+  started();
   guardian.release();
   EXPECT_TRUE(isGone());
   EXPECT_EQ(called(), "");
@@ -109,7 +120,7 @@ TEST_F(GuardianTest, OneThatIsKilledAgainAndAgainComesBackAfterAWhile) {
 
 TEST_F(GuardianTest, StandsByForTheFileThatIsThereLast) {
   {
-    GuardianProcess guardian(restorer);
+    GuardianProcess guardian(restorer, scheduler);
     guardian.watch(file);
     const pid_t first = started();
     guardian.watch(file);
@@ -130,7 +141,7 @@ TEST_F(GuardianTest, LeavesAloneWhatAnotherStartHasRepaired) {
   for (const bool changedAgain : {false, true}) {
     write(file, "values");
     {
-      GuardianProcess guardian(restorer);
+      GuardianProcess guardian(restorer, scheduler);
       guardian.watch(file);
       started();
       // Kept, so that the new file cannot get the old one's number.
@@ -144,7 +155,7 @@ TEST_F(GuardianTest, LeavesAloneWhatAnotherStartHasRepaired) {
 
 TEST_F(GuardianTest, IsTinyAndKeepsNothingOpen) {
   const int inheritable = ::dup(STDIN_FILENO);
-  GuardianProcess guardian(restorer);
+  GuardianProcess guardian(restorer, scheduler);
   guardian.watch(file);
   const pid_t process = started();
   ::close(inheritable);

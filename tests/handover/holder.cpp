@@ -25,7 +25,8 @@ int main(int argc, char** argv) {
   const QStringList words = QCoreApplication::arguments();
   if (words.size() != 3) return 2;
   SystemDockPreferences preferences(words[1]);
-  GuardianProcess guardian(QCoreApplication::applicationFilePath());
+  SystemScheduler scheduler;
+  GuardianProcess guardian(QCoreApplication::applicationFilePath(), scheduler);
   NativeDockState state(words[1], preferences, &guardian);
   QSocketNotifier notifier(::signalfd(-1, &ending, SFD_CLOEXEC), QSocketNotifier::Read);
   QObject::connect(&notifier, &QSocketNotifier::activated, [&] {

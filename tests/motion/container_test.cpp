@@ -77,9 +77,10 @@ struct DockContentContainerTest : testing::Test {
     while (container.progress() < progress && clock->beat() > 0) continue;
   }
   /// What a picture of the window shows at a point of it, with everything settled.
-  QRgb pixel(const QPointF& at) {
-    const QImage image = container.grab().toImage();
-    const QPointF device = at * container.devicePixelRatioF();
+  QRgb pixel(const QPointF& at) { return pixelOf(container, at); }
+  static QRgb pixelOf(QWidget& window, const QPointF& at) {
+    const QImage image = window.grab().toImage();
+    const QPointF device = at * window.devicePixelRatioF();
     return image.pixel(static_cast<int>(device.x()), static_cast<int>(device.y()));
   }
 
@@ -101,11 +102,20 @@ TEST_F(DockContentContainerTest, ShowsNothingWhileHidden) {
 }
 
 TEST_F(DockContentContainerTest, PaintsItsContentUnseenBeforeItIsFirstCalled) {
+  auto* own = new TestFrameClock;
+  auto* unseen = new PlainContent;
+  DockContentContainer early{std::unique_ptr<DockContent>(unseen), std::unique_ptr<FrameClock>(own),
+                             std::chrono::milliseconds()};
+  unseen->installEventFilter(&contentPaints);
+  early.setAttribute(Qt::WA_TranslucentBackground);
+  early.resize(160, 100);
+  early.setRestingFrame(kRest);
+  early.show();
   EXPECT_TRUE(waitFor([this] { return contentPaints.count == 1; }));
-  EXPECT_EQ(pixel({80, 40}), kClear);
+  EXPECT_EQ(pixelOf(early, {80, 40}), kClear);
   EXPECT_EQ(pictures(), 0);
-  container.animate(1, true);
-  EXPECT_GT(clock->beat(), 0);
+  early.animate(1, true);
+  EXPECT_GT(own->beat(), 0);
   EXPECT_EQ(pictures(), 1);
 }
 

@@ -20,4 +20,13 @@ inline bool waitFor(const std::function<bool()>& holds) {
   return true;
 }
 
+/// The same, where something waits for a test's clock: that is due as soon as it is waited for, for a second at most.
+template <class Clock>
+bool waitFor(Clock& clock, const std::function<bool()>& holds) {
+  return waitFor([&] {
+    if (clock.waiting() > 0) clock.advance(1);
+    return holds();
+  });
+}
+
 }  // namespace tarnwick

@@ -31,10 +31,8 @@ bool isSameFile(int a, int b) {
 
 }  // namespace
 
-GuardianProcess::GuardianProcess(const QString& program, Pace pace) : program_(program), pace_(pace) {
-  nextWindow_.setSingleShot(true);
-  QObject::connect(&nextWindow_, &QTimer::timeout, &nextWindow_, [this] { replace(); });
-}
+GuardianProcess::GuardianProcess(const QString& program, Scheduler& scheduler, Pace pace)
+    : program_(program), scheduler_(scheduler), pace_(pace) {}
 
 GuardianProcess::~GuardianProcess() = default;
 
@@ -43,12 +41,11 @@ void GuardianProcess::watch(const QString& recoveryFile) {
   if (!file) return;
   // One that stands by for a file that went would find nothing to give back.
   const bool isWatched = file_ && isSameFile(file_.number(), file.number());
-  if (isWatched && (line_ || nextWindow_.isActive())) return;
+  if (isWatched && (line_ || nextWindow_)) return;
   release();
   file_ = std::move(file);
   directory_ = QFileInfo(recoveryFile).absolutePath();
-  replaced_ = 0;
-  windowBegan_.start();
+  beginWindow();
   start();
 }
 
@@ -96,16 +93,22 @@ void GuardianProcess::listen() {
   });
 }
 
+void GuardianProcess::beginWindow() {
+  windowBegan_ = scheduler_.reference();
+  replaced_ = 0;
+}
+
 void GuardianProcess::replace() {
-  if (windowBegan_.hasExpired(pace_.window.count())) {
-    windowBegan_.start();
-    replaced_ = 0;
-  }
+  const double left = windowBegan_ + pace_.window - scheduler_.reference();
+  if (left <= 0) beginWindow();
   // One that cannot live must not be started without a pause, and must not be given up either.
   if (replaced_ >= pace_.replacements) {
     qWarning("The guardian of the system dock has ended %d times. It is started again in a moment.", replaced_ + 1);
-    const auto left = pace_.window - std::chrono::milliseconds(windowBegan_.elapsed());
-    nextWindow_.start(std::max(left, std::chrono::milliseconds(1)));
+    nextWindow_ = scheduler_.after(left, [this] {
+      nextWindow_.reset();
+      beginWindow();
+      replace();
+    });
     return;
   }
   ++replaced_;
@@ -114,7 +117,7 @@ void GuardianProcess::replace() {
 }
 
 void GuardianProcess::release() {
-  nextWindow_.stop();
+  nextWindow_.reset();
   if (line_) {
     const char farewell = 'x';
     broken_.reset();

@@ -1,12 +1,10 @@
 #pragma once
 
-#include <QElapsedTimer>
 #include <QString>
-#include <QTimer>
-#include <chrono>
 #include <memory>
 
 #include "base/FileDescriptor.h"
+#include "base/Scheduler.h"
 #include "dock/ports/DockGuard.h"
 
 class QSocketNotifier;
@@ -21,12 +19,12 @@ class GuardianProcess final : public DockGuard {
   /// How often one that dies is replaced: at most so many times within each `window`; after that it waits for the next.
   struct Pace {
     int replacements = 3;
-    std::chrono::milliseconds window{60'000};
+    double window = 60;  ///< Seconds.
   };
 
-  /// `program` is what restores, usually this program itself.
-  explicit GuardianProcess(const QString& program) : GuardianProcess(program, Pace()) {}
-  GuardianProcess(const QString& program, Pace pace);
+  /// `program` is what restores, usually this program itself. `scheduler` must outlive the guard.
+  GuardianProcess(const QString& program, Scheduler& scheduler) : GuardianProcess(program, scheduler, Pace()) {}
+  GuardianProcess(const QString& program, Scheduler& scheduler, Pace pace);
   ~GuardianProcess() override;
 
   void watch(const QString& recoveryFile) override;
@@ -35,17 +33,19 @@ class GuardianProcess final : public DockGuard {
  private:
   void start();
   void listen();
+  void beginWindow();
   void replace();
 
   QString program_;
+  Scheduler& scheduler_;
   Pace pace_;
   QString directory_;
   FileDescriptor file_;
   FileDescriptor line_;
   std::unique_ptr<QSocketNotifier> broken_;
-  QElapsedTimer windowBegan_;
-  int replaced_ = 0;  ///< Within the window.
-  QTimer nextWindow_;
+  double windowBegan_ = 0;  ///< On the clock that never jumps.
+  int replaced_ = 0;        ///< Within the window.
+  JobHandle nextWindow_;
 };
 
 }  // namespace tarnwick
