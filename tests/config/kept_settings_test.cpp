@@ -42,7 +42,7 @@ TEST(KeptSettings, LeavesOutWhatCannotBeUsedAndNothingElse) {
        1},
       {"an identity twice",
        R"({"id":"00000000-0000-4000-8000-0000000000BB","kind":"ram","options":{},"title":"B"},)" + good,
-       {u"B (Memory)"_s},
+       {u"B (RAM)"_s},
        2},
       {"a number that is none",
        R"({"id":"00000000-0000-4000-8000-0000000000C4","kind":"cpu","options":{"minutes":"x"},"title":""})",
