@@ -362,6 +362,35 @@ TEST(ColorPanelTest, TakesColorsFromEverywhere) {
   EXPECT_TRUE(color.option(u"recentColors"_s).startsWith(u"#000001 #000000 #000009"_s));
 }
 
+TEST(ColorPanelTest, OfWhatTheSlidersPassOnlyTheEndIsRecent) {
+  Open color(u"colorPicker"_s);
+  const auto recent = [&] { return color.option(u"recentColors"_s).split(u' '); };
+  const auto drag = [&](qsizetype index, std::initializer_list<int> places) {
+    Slider* slider = color.panel->findChildren<Slider*>()[index];
+    slider->setSliderDown(true);
+    for (const int place : places) slider->setSliderPosition(place);
+    slider->setSliderDown(false);
+    QCoreApplication::processEvents();
+  };
+  const QStringList before = recent();
+  drag(1, {90, 80});
+  drag(2, {70, 60, 50});
+  QTest::keyClick(color.panel->findChildren<Slider*>()[2], Qt::Key_Right);
+  EXPECT_EQ(recent(), before);
+  const QString first = color.option(u"color"_s);
+  // What else is taken comes after what was mixed.
+  color.write(u"#123456"_s);
+  drag(0, {100, 200});
+  const QString second = color.option(u"color"_s);
+  color.panel->hide();
+  EXPECT_EQ(color.option(u"color"_s), second);
+  EXPECT_EQ(recent().mid(0, 2), (QStringList{second, first}));
+  EXPECT_EQ(recent().mid(2), before.mid(0, recent().size() - 2));
+  color.panel->show();
+  color.panel->hide();
+  EXPECT_EQ(recent().first(), second);
+}
+
 TEST(EmojiPanelTest, FindsAndCopies) {
   Open emoji(u"emojiRecents"_s);
   DockWidget fresh = *DocumentEdits::find(emoji.store().config(), emoji.context.widget);

@@ -5,6 +5,7 @@
 #include <QSignalBlocker>
 #include <array>
 #include <cmath>
+#include <utility>
 
 #include "base/LocalFigures.h"
 #include "store/DocumentEdits.h"
@@ -87,13 +88,15 @@ class ColorPanel final : public TilePanel {
     // Whoever writes through a screen reader sets the text, and that is no edit to the toolkit.
     connect(field_, &QLineEdit::textChanged, this, [this](const QString& text) {
       const auto color = colorOfHex(text);
-      if (color && color != colorOfHex(widget().options.value(option::color))) setOption(option::color, hexOf(*color));
+      if (!color || color == colorOfHex(widget().options.value(option::color))) return;
+      keepMixed();
+      setOption(option::color, hexOf(*color));
     });
     const auto isUnfinished = [this] { return !colorOfHex(field_->text()) && !field_->text().trimmed().isEmpty(); };
     connect(field_, &QLineEdit::textChanged, this, [this, isUnfinished] { field_->setFaulty(isUnfinished()); });
     keepDraft(*field_, isUnfinished);
     connect(field_, &QLineEdit::editingFinished, this, [this] {
-      if (colorOfHex(field_->text())) takeColor(store(), this->context().widget, field_->text());
+      if (colorOfHex(field_->text())) take(field_->text());
     });
   }
 
@@ -119,8 +122,14 @@ class ColorPanel final : public TilePanel {
     }
   }
 
+  void hideEvent(QHideEvent* event) override {
+    keepMixed();
+    TilePanel::hideEvent(event);
+  }
+
  private:
   void pickFromScreen() {
+    keepMixed();
     // The dock's panels may be gone by the time that the user has picked.
     const QPointer<AppStore> store = &this->store();
     context().commands.pickColor([store, id = context().widget](const QString& hex) {
@@ -141,8 +150,6 @@ class ColorPanel final : public TilePanel {
     }
     connect(slider, &QAbstractSlider::sliderMoved, this, [this] { mix(); });
     connect(slider, &QAbstractSlider::valueChanged, this, [this] { mix(); });
-    connect(slider, &QAbstractSlider::sliderReleased, this,
-            [this] { takeColor(store(), context().widget, hexOf(mixed())); });
     auto* row = new QHBoxLayout;
     row->addWidget(label);
     row->addWidget(slider, 1);
@@ -161,7 +168,7 @@ class ColorPanel final : public TilePanel {
       connect(row, &QPushButton::clicked, this, [this, i] {
         if (!color_) return;
         context().commands.copyText(formOf(i, *color_));
-        takeColor(store(), context().widget, hexOf(*color_));
+        take(hexOf(*color_));
         header().setNote(PanelWords::tr("Copied"));
       });
       addFullWidth(body(), row);
@@ -178,8 +185,7 @@ class ColorPanel final : public TilePanel {
       swatch = new Swatch(theme::kControlHeight);
       swatch->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
       swatch->setFixedWidth(theme::kControlHeight + 2);
-      connect(swatch, &QPushButton::clicked, this,
-              [this, swatch] { takeColor(store(), context().widget, swatch->label()); });
+      connect(swatch, &QPushButton::clicked, this, [this, swatch] { take(swatch->label()); });
       row->addWidget(swatch);
     }
     row->addStretch();
@@ -192,7 +198,21 @@ class ColorPanel final : public TilePanel {
                             static_cast<float>(sliders_[2]->sliderPosition()) / 100);
   }
 
-  void mix() { setOption(option::color, hexOf(mixed())); }
+  void mix() {
+    isMixed_ = true;
+    setOption(option::color, hexOf(mixed()));
+  }
+
+  /// Of all colors that the sliders pass the last one was chosen, once something else is done.
+  void keepMixed() {
+    if (std::exchange(isMixed_, false)) takeColor(store(), context().widget, widget().options.value(option::color));
+  }
+
+  /// A copy, since the colors that were taken move along where this one may come from.
+  void take(const QString hex) {
+    keepMixed();
+    takeColor(store(), context().widget, hex);
+  }
 
   void moveSliders(const QColor& color) {
     const float hue = color.hsvHueF();
@@ -225,6 +245,7 @@ class ColorPanel final : public TilePanel {
   std::optional<QColor> color_;
   QStringList recent_;
   bool isFilled_ = false;
+  bool isMixed_ = false;  ///< By sliders, and not among the recent ones yet.
 };
 
 }  // namespace
