@@ -8,6 +8,7 @@
 
 #include "base/DomainError.h"
 #include "store/DocumentEdits.h"
+#include "support/AccessibleWalk.h"
 #include "support/RecordingCommands.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Charts.h"
@@ -261,6 +262,42 @@ TEST(TodosPanelTest, AddsTicksDeletesAndClears) {
   todos.press(Qt::Key_Return);
   for (const auto& redo : todos.commands.redos) redo();
   EXPECT_EQ(texts(), (QStringList{u"Book train for Friday"_s, u"Water the plants"_s, u"Sleep"_s}));
+}
+
+TEST(TodosPanelTest, AScreenReaderTicksMovesEditsAndRemoves) {
+  Open todos(u"quickTodo"_s);
+  todos.store().edit([](DockConfiguration& config) {
+    config.todos = {{QUuid::createUuid(), u"A"_s, false},
+                    {QUuid::createUuid(), u"B"_s, true},
+                    {QUuid::createUuid(), u"C"_s, false}};
+  });
+  const auto rows = [&] {
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return todos.panel->findChildren<CheckRow*>();
+  };
+  const auto row = [&](qsizetype index) { return QAccessible::queryAccessibleInterface(rows()[index]); };
+  const auto texts = [&] {
+    QString all;
+    for (const TodoItem& item : todos.store().config().todos) all += item.text + (item.completed ? u"+"_s : QString());
+    return all;
+  };
+  // Those that are ticked stand below the others.
+  EXPECT_EQ(row(0)->actionInterface()->actionNames().filter(u"Move"_s), QStringList{u"Move Down"_s});
+  EXPECT_EQ(row(1)->actionInterface()->actionNames().filter(u"Move"_s), QStringList{u"Move Up"_s});
+  EXPECT_EQ(row(2)->actionInterface()->actionNames().filter(u"Move"_s), QStringList());
+  EXPECT_TRUE(test::doAction(row(0), u"Move Down"_s));
+  EXPECT_EQ(texts(), u"B+CA"_s);
+  EXPECT_FALSE(test::doAction(row(0), u"Move Up"_s));
+  QTest::keyClick(rows()[1], Qt::Key_Up, Qt::AltModifier);
+  EXPECT_EQ(texts(), u"B+AC"_s);
+  EXPECT_TRUE(test::doAction(row(0), QAccessibleActionInterface::toggleAction()));
+  EXPECT_EQ(texts(), u"B+A+C"_s);
+  EXPECT_TRUE(test::doAction(row(0), u"Delete"_s));
+  EXPECT_EQ(texts(), u"B+A+"_s);
+  EXPECT_EQ(todos.commands.undos.size(), 1u);
+  EXPECT_TRUE(test::doAction(row(0), u"Edit"_s));
+  EXPECT_TRUE(rows()[0]->isHidden());
 }
 
 TEST(NotePanels, SaveAsIsTyped) {

@@ -1,6 +1,7 @@
 #include "views/controls/ControlAccessible.h"
 
 #include <QAccessibleWidget>
+#include <QAction>
 #include <QPushButton>
 #include <QToolButton>
 
@@ -58,9 +59,19 @@ class ButtonAccessible final : public QAccessibleWidget {
     QStringList names;
     if (button().isEnabled() && isPressable(button()))
       names << (button().isCheckable() ? toggleAction() : pressAction());
-    return names + QAccessibleWidget::actionNames();
+    names += QAccessibleWidget::actionNames();
+    for (const QAction* action : widget()->actions())
+      if (action->isEnabled()) names << action->text();
+    return names;
+  }
+  QString localizedActionName(const QString& name) const override {
+    return actionOf(name) ? name : QAccessibleWidget::localizedActionName(name);
   }
   void doAction(const QString& name) override {
+    if (QAction* action = actionOf(name)) {
+      QMetaObject::invokeMethod(action, &QAction::trigger, Qt::QueuedConnection);
+      return;
+    }
     if (name != toggleAction() && name != pressAction()) return QAccessibleWidget::doAction(name);
     if (!isPressable(button())) return;
     // The reader waits for us, and what is done may ask a question or take the button away.
@@ -72,6 +83,12 @@ class ButtonAccessible final : public QAccessibleWidget {
   }
 
  private:
+  /// What else can be done to what the button stands for; null where it is called otherwise.
+  QAction* actionOf(const QString& name) const {
+    for (QAction* action : widget()->actions())
+      if (action->isEnabled() && action->text() == name) return action;
+    return nullptr;
+  }
   QAbstractButton& button() const { return *static_cast<QAbstractButton*>(widget()); }
 };
 

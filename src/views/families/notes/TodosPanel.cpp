@@ -1,10 +1,12 @@
 #include "views/families/notes/NotesRoom.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 #include "base/LocalFigures.h"
 #include "base/PutBack.h"
@@ -26,10 +28,13 @@ struct TodoActions {
   std::function<void()> toggle;
   std::function<void(const QString& text)> rename;
   std::function<void()> remove;
+  // Among those that are ticked like it; empty at their ends.
+  std::function<void()> moveUp;
+  std::function<void()> moveDown;
 };
 
 /// One thing to do. Its buttons to edit and to delete it show under the pointer and the keyboard; F2 and the
-/// Delete key do the same.
+/// Delete key do the same, and Alt with an arrow moves it. Screen readers find all of that at the tick.
 class TodoRow final : public QWidget {
  public:
   TodoRow(const TodoItem& item, bool parted, TodoActions actions)
@@ -52,6 +57,10 @@ class TodoRow final : public QWidget {
     for (QWidget* part : std::initializer_list<QWidget*>{check_, field_, edit_, remove_})
       part->installEventFilter(this);
     field_->hide();
+    offer(PanelWords::tr("Edit"), [this] { beginEditing(); });
+    if (actions_.moveUp) offer(PanelWords::tr("Move Up"), [this] { actions_.moveUp(); });
+    if (actions_.moveDown) offer(PanelWords::tr("Move Down"), [this] { actions_.moveDown(); });
+    offer(PanelWords::tr("Delete"), [this] { actions_.remove(); });
     setAttribute(Qt::WA_Hover);
     connect(check_, &QAbstractButton::clicked, this, [this] { actions_.toggle(); });
     connect(edit_, &QPushButton::clicked, this, [this] { beginEditing(); });
@@ -75,7 +84,7 @@ class TodoRow final : public QWidget {
     painter.fillRect(QRectF(0, 0, width(), hairline(painter)), lookOf(*this).palette.hairline);
   }
   bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::KeyPress && keyPressed(watched, static_cast<QKeyEvent*>(event)->key())) return true;
+    if (event->type() == QEvent::KeyPress && keyPressed(watched, *static_cast<QKeyEvent*>(event))) return true;
     // Where the focus goes is known only after it left.
     if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
       QMetaObject::invokeMethod(
@@ -95,10 +104,21 @@ class TodoRow final : public QWidget {
     return made;
   }
 
-  bool keyPressed(const QObject* watched, int key) {
+  void offer(const QString& name, std::function<void()> run) {
+    auto* action = new QAction(name, check_);
+    connect(action, &QAction::triggered, this, std::move(run));
+    check_->addAction(action);
+  }
+
+  bool keyPressed(const QObject* watched, const QKeyEvent& event) {
+    const int key = event.key();
     if (watched == field_) {
       if (key != Qt::Key_Escape) return false;
       endEditing(false);
+      return true;
+    }
+    if (event.modifiers().testFlag(Qt::AltModifier) && (key == Qt::Key_Up || key == Qt::Key_Down)) {
+      if (const auto& move = key == Qt::Key_Up ? actions_.moveUp : actions_.moveDown) move();
       return true;
     }
     if (key == Qt::Key_Delete) actions_.remove();
@@ -210,11 +230,13 @@ class TodosPanel final : public TilePanel {
       item->widget()->deleteLater();
       delete item;
     }
-    for (const bool completed : {false, true})
-      for (const TodoItem& item : todos)
-        if (item.completed == completed) addRow(item);
-    // Whoever works through the list by keyboard stays in it.
+    QList<TodoItem> ordered = todos;
+    std::ranges::stable_sort(ordered, {}, &TodoItem::completed);
+    for (qsizetype i = 0; i < ordered.size(); ++i) addRow(ordered, i);
+    // Whoever works through the list by keyboard stays in it, and with what moves.
+    const auto moved = std::ranges::find(ordered, std::exchange(moved_, {}), &TodoItem::id) - ordered.begin();
     if (focusedRow < 0) return;
+    if (moved < ordered.size()) focusedRow = static_cast<int>(moved);
     const int next = std::min(focusedRow, rows_->count() - 1);
     if (next < 0)
       field_->setFocus();
@@ -222,8 +244,14 @@ class TodosPanel final : public TilePanel {
       static_cast<TodoRow*>(rows_->itemAt(next)->widget())->check()->setFocus();
   }
 
-  void addRow(const TodoItem& item) {
+  void addRow(const QList<TodoItem>& ordered, qsizetype index) {
+    const TodoItem& item = ordered[index];
+    const auto isAlike = [&](qsizetype other) {
+      return other >= 0 && other < ordered.size() && ordered[other].completed == item.completed;
+    };
     TodoActions actions;
+    if (isAlike(index - 1)) actions.moveUp = [this, id = item.id, over = ordered[index - 1].id] { move(id, over); };
+    if (isAlike(index + 1)) actions.moveDown = [this, id = item.id, over = ordered[index + 1].id] { move(id, over); };
     actions.toggle = [this, id = item.id] { store().toggleTodo(id); };
     actions.rename = [this, id = item.id](const QString& text) {
       store().edit([&](DockConfiguration& config) {
@@ -233,6 +261,18 @@ class TodosPanel final : public TilePanel {
     };
     actions.remove = [this, id = item.id] { remove([&id](const TodoItem& each) { return each.id == id; }); };
     rows_->addWidget(new TodoRow(item, rows_->count() > 0, std::move(actions)));
+  }
+
+  /// To the place of another one.
+  void move(const QUuid& id, const QUuid& over) {
+    moved_ = id;
+    store().edit([&](DockConfiguration& config) {
+      const auto placeOf = [&](const QUuid& of) {
+        return std::ranges::find(config.todos, of, &TodoItem::id) - config.todos.begin();
+      };
+      const auto from = placeOf(id), to = placeOf(over);
+      if (std::max(from, to) < config.todos.size()) config.todos.move(from, to);
+    });
   }
 
   template <class Test>
@@ -258,6 +298,7 @@ class TodosPanel final : public TilePanel {
   QVBoxLayout* rows_;
   Button* clear_;
   QList<TodoItem> shown_;
+  QUuid moved_;  ///< Has the keyboard once the rows are there anew.
   bool isFilled_ = false;
 };
 
