@@ -68,8 +68,6 @@ void Lists::buildGroups() {
 }
 
 void Lists::buildItems() {
-  QHash<QLatin1StringView, const char*> displayNames;
-  for (const catalog::DisplayName& entry : catalog::displayNames()) displayNames.insert(entry.kind, entry.name);
   QHash<QString, QString> groupNames;
   for (const WidgetGroup& group : groups) {
     for (const QString& kind : group.kinds) {
@@ -82,7 +80,7 @@ void Lists::buildItems() {
   for (const catalog::Row& row : catalog::rows()) {
     WidgetDefinition item;
     item.id = row.kind;
-    item.name = translated(displayNames.value(row.kind, row.name));
+    item.name = translated(row.name);
     const auto groupName = groupNames.constFind(item.id);
     item.category = groupName == groupNames.cend() ? translated(row.category) : *groupName;
     item.symbol = words.of(row.symbol);

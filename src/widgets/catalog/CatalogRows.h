@@ -13,19 +13,14 @@ namespace tarnwick::catalog {
 /// One kind of widget. Texts are UTF-8 and live as long as the program.
 struct Row {
   QLatin1StringView kind;
-  const char* name;      ///< plain name, before `displayNames`
+  const char* name;
   const char* category;  ///< for a kind that is in no group
   const char* symbol;
   Family family;
   double width;  ///< for a kind that no rule of Catalog::referenceWidth names
   const char* asset = "";
   KindTraits traits = {};
-};
-
-/// The name that a kind is shown by, where it reads better than the plain one under its section's heading.
-struct DisplayName {
-  QLatin1StringView kind;
-  const char* name;
+  const char* words = "";  ///< what people call it besides its name and the words of its family
 };
 
 /// One section of the widget library with its kinds in display order.
@@ -36,7 +31,6 @@ struct Group {
 };
 
 std::span<const Row> rows();
-std::span<const DisplayName> displayNames();
 std::span<const Group> groups();
 std::span<const QLatin1StringView> starterKinds();
 std::span<const QLatin1StringView> suggestedKinds();

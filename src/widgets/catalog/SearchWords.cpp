@@ -2,17 +2,17 @@
 
 #include <QCoreApplication>
 #include <QStringList>
-#include <span>
+#include <algorithm>
 
+#include "widgets/catalog/CatalogRows.h"
 #include "widgets/catalog/Family.h"
-#include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/WidgetDefinition.h"
 
 namespace tarnwick {
 
 namespace {
 
-/// What each kind of a family, or one kind, is called. Some kinds have the name of a family.
+/// What each kind of a family is called.
 struct SearchRow {
   QLatin1StringView of;
   const char* words;
@@ -55,48 +55,16 @@ constexpr SearchRow kFamilies[] = {
     {familyText(Family::Separator),        QT_TRANSLATE_NOOP("Search", "line divider")},
     {familyText(Family::Space),            QT_TRANSLATE_NOOP("Search", "gap spacer blank")},
 };
-
-constexpr SearchRow kKinds[] = {
-    {kind::worldClockCity,         QT_TRANSLATE_NOOP("Search", "time zone timezone city abroad utc")},
-    {kind::worldClockList,         QT_TRANSLATE_NOOP("Search", "time zones timezones cities abroad utc")},
-    {kind::dateOnly,               QT_TRANSLATE_NOOP("Search", "day today")},
-    {kind::calendarWeek,           QT_TRANSLATE_NOOP("Search", "week number")},
-    {kind::calendarMeeting,        QT_TRANSLATE_NOOP("Search", "video call join conference")},
-    {kind::calendarMeetingDetail,  QT_TRANSLATE_NOOP("Search", "video call join conference")},
-    {kind::calendarMeetingCompact, QT_TRANSLATE_NOOP("Search", "video call join conference")},
-    {kind::pomodoro,               QT_TRANSLATE_NOOP("Search", "focus countdown alarm break work")},
-    {kind::timer,                  QT_TRANSLATE_NOOP("Search", "countdown alarm egg kitchen")},
-    {kind::stopwatch,              QT_TRANSLATE_NOOP("Search", "laps chronometer")},
-    {kind::posture,                QT_TRANSLATE_NOOP("Search", "stand sit desk health break")},
-    {kind::exercise,               QT_TRANSLATE_NOOP("Search", "sport training health break")},
-    {kind::scratchNote,            QT_TRANSLATE_NOOP("Search", "memo text sticky jot")},
-    {kind::cpu,                    QT_TRANSLATE_NOOP("Search", "processor load uptime")},
-    {kind::cpuChart,               QT_TRANSLATE_NOOP("Search", "processor load history")},
-    {kind::ram,                    QT_TRANSLATE_NOOP("Search", "memory swap")},
-    {kind::ramChart,               QT_TRANSLATE_NOOP("Search", "memory swap history")},
-    {kind::systemChart,            QT_TRANSLATE_NOOP("Search", "processor memory ram load history")},
-    {kind::storage,                QT_TRANSLATE_NOOP("Search", "disk drive space ssd free")},
-    {kind::battery,                QT_TRANSLATE_NOOP("Search", "power charge")},
-    {kind::network,                QT_TRANSLATE_NOOP("Search", "wifi wi-fi ethernet internet traffic speed")},
-    {kind::networkDownload,        QT_TRANSLATE_NOOP("Search", "wifi wi-fi ethernet internet traffic network")},
-    {kind::networkUpload,          QT_TRANSLATE_NOOP("Search", "wifi wi-fi ethernet internet traffic network")},
-    {kind::networkChart,           QT_TRANSLATE_NOOP("Search", "wifi wi-fi ethernet internet traffic speed")},
-    {kind::trash,                  QT_TRANSLATE_NOOP("Search", "bin delete rubbish")},
-    {kind::webSearch,              QT_TRANSLATE_NOOP("Search", "internet browser find")},
-    {kind::finderSearch,           QT_TRANSLATE_NOOP("Search", "find documents")},
-};
 // clang-format on
 
 }  // namespace
 
 QString searchWords(const WidgetDefinition& definition) {
   QStringList found;
-  const auto add = [&found](std::span<const SearchRow> rows, const QString& of) {
-    for (const SearchRow& row : rows)
-      if (of == row.of) found << QCoreApplication::translate("Search", row.words);
-  };
-  add(kFamilies, definition.family);
-  add(kKinds, definition.id);
+  for (const SearchRow& row : kFamilies)
+    if (definition.family == row.of) found << QCoreApplication::translate("Search", row.words);
+  const auto row = std::ranges::find(catalog::rows(), definition.id, &catalog::Row::kind);
+  if (row != catalog::rows().end() && *row->words) found << QCoreApplication::translate("Search", row->words);
   return found.join(u' ');
 }
 
