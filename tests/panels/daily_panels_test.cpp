@@ -20,11 +20,11 @@
 #include "views/controls/Switch.h"
 #include "views/families/Rooms.h"
 #include "views/families/calendar/AgendaRow.h"
-#include "views/families/notes/NoteTiles.h"
 #include "views/families/utilities/EmojiTable.h"
 #include "views/families/utilities/UtilitiesRoom.h"
 #include "views/panels/TilePanel.h"
 #include "views/snapshot/SnapshotFixture.h"
+#include "widgets/QuickNotes.h"
 
 namespace tarnwick {
 namespace {
@@ -308,12 +308,12 @@ TEST(NotePanels, SaveAsIsTyped) {
   EXPECT_EQ(note.panel->findChild<TextArea*>()->toPlainText(), u"From elsewhere"_s);
 
   Open notes(u"notesLatest"_s);
-  const QUuid first = notesByAge(notes.store().config()).first().id;
+  const QUuid first = QuickNotes::byAge(notes.store().config()).first().id;
   notes.panel->findChild<TextArea*>()->setPlainText(u"Edited"_s);
   EXPECT_EQ(DocumentEdits::find(notes.store().config(), first)->options.value(u"text"_s), u"Edited"_s);
   EXPECT_EQ(notes.option(u"text"_s), u"absent"_s);
 
-  for (const DockWidget& each : notesByAge(notes.store().config())) notes.store().remove(each.id);
+  for (const DockWidget& each : QuickNotes::byAge(notes.store().config())) notes.store().remove(each.id);
   ASSERT_FALSE(notes.panel->findChild<TextArea*>()->isVisible());
   // Its dock shows another profile than the one that is active.
   const QUuid active = notes.store().profile().id;

@@ -155,20 +155,6 @@ TEST(HabitTiles, CountDaysAndGlasses) {
   EXPECT_EQ(contentOf<WaterContent>(u"drinkWater"_s, yesterday), (WaterContent{0, 8}));
 }
 
-TEST(Notes, AreTheLatestOfThoseThatHoldSomething) {
-  DockConfiguration config;
-  config.profiles.first().widgets = {
-      with(u"scratchNote"_s, {{u"text"_s, u"old"_s}}),
-      with(u"scratchNote"_s, {{u"text"_s, u"  "_s}, {u"edited"_s, u"9"_s}}),
-      with(u"scratchNote"_s, {{u"text"_s, u"new\nline two\n\nthree"_s}, {u"edited"_s, u"7"_s}}),
-      with(u"habitTracker"_s, {{u"text"_s, u"no note"_s}})};
-  const QList<DockWidget> notes = notesByAge(config);
-  ASSERT_EQ(notes.size(), 2);
-  EXPECT_EQ(noteReading(notes[0].options[u"text"_s]), (NoteReading{u"new"_s, u"line two three"_s}));
-  EXPECT_EQ(noteReading(notes[1].options[u"text"_s]), (NoteReading{u"old"_s, {}}));
-  EXPECT_LE(noteReading(u"x"_s.repeated(1'000'000)).title.size(), 1000) << "a tile is not made of all of it";
-}
-
 TEST(UtilityText, SpeaksTheLocale) {
   const QLocale english(QLocale::English, QLocale::UnitedKingdom);
   const QLocale german(QLocale::German, QLocale::Germany);

@@ -5,9 +5,11 @@
 #include <ctime>
 
 #include "base/DomainError.h"
+#include "config/DockConfiguration.h"
 #include "widgets/CalendarStrip.h"
 #include "widgets/HabitMath.h"
 #include "widgets/PhaseMath.h"
+#include "widgets/QuickNotes.h"
 #include "widgets/TickCadence.h"
 #include "widgets/TimeMath.h"
 #include "widgets/TimerActions.h"
@@ -291,6 +293,20 @@ TEST(Water, CountsAnewAfterTheClockWasSetBack) {
   EXPECT_EQ(back.announcement, QString());
   EXPECT_EQ(back.widget.options.value(u"lastReminder"_s), at(0));
   EXPECT_FALSE(TimerActions::beat(back.widget, kNow.addSecs(3600)).announcement.isEmpty());
+}
+
+TEST(QuickNotes, AreTheLatestOfThoseThatHoldSomething) {
+  DockConfiguration config;
+  config.profiles.first().widgets = {
+      widgetOf(u"scratchNote"_s, {{u"text"_s, u"old"_s}}),
+      widgetOf(u"scratchNote"_s, {{u"text"_s, u"  "_s}, {u"edited"_s, u"9"_s}}),
+      widgetOf(u"scratchNote"_s, {{u"text"_s, u"new\nline two\n\nthree"_s}, {u"edited"_s, u"7"_s}}),
+      widgetOf(u"habitTracker"_s, {{u"text"_s, u"no note"_s}})};
+  const QList<DockWidget> notes = QuickNotes::byAge(config);
+  ASSERT_EQ(notes.size(), 2);
+  EXPECT_EQ(QuickNotes::reading(notes[0].options[u"text"_s]), (NoteReading{u"new"_s, u"line two three"_s}));
+  EXPECT_EQ(QuickNotes::reading(notes[1].options[u"text"_s]), (NoteReading{u"old"_s, {}}));
+  EXPECT_LE(QuickNotes::reading(u"x"_s.repeated(1'000'000)).title.size(), 1000) << "a tile is not made of all of it";
 }
 
 TEST(CalendarStrip, BeginsWhereTheKindSays) {

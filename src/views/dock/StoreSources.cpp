@@ -4,8 +4,8 @@
 #include <limits>
 #include <utility>
 
-#include "views/families/notes/NoteTiles.h"
 #include "widgets/ClockWords.h"
+#include "widgets/QuickNotes.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/Family.h"
 #include "widgets/catalog/KindTraits.h"
@@ -160,9 +160,9 @@ class DocumentSource final : public TileSource {
   qint64 shelf() const { return store_.config().shelf.size(); }
   QList<TodoItem> todos() const { return store_.config().todos; }
   std::optional<NoteReading> note() const {
-    const auto notes = notesByAge(store_.config());
+    const auto notes = QuickNotes::byAge(store_.config());
     if (notes.isEmpty()) return std::nullopt;
-    return noteReading(notes.first().options.value(option::text));
+    return QuickNotes::reading(notes.first().options.value(option::text));
   }
   void compare() {
     QList<Family> families;

@@ -17,6 +17,7 @@
 #include "views/tiles/AppMarks.h"
 #include "views/tiles/ReadingFacts.h"
 #include "views/tiles/WidgetValues.h"
+#include "widgets/QuickNotes.h"
 
 namespace tarnwick {
 
@@ -28,14 +29,6 @@ struct WeatherReading {
   WeatherPicture picture = WeatherPicture::CloudSun;
 
   bool operator==(const WeatherReading&) const = default;
-};
-
-/// A note as a tile shows it.
-struct NoteReading {
-  QString title;  ///< Its first line.
-  QString text;   ///< What follows.
-
-  bool operator==(const NoteReading&) const = default;
 };
 
 /// Everything that a tile may show, as plain values taken at one moment.

@@ -36,6 +36,7 @@ constexpr KindTraits pomodoroTraits{.run = TimerRun::Pomodoro};
 constexpr KindTraits stopwatchTraits{.run = TimerRun::Stopwatch};
 constexpr KindTraits postureTraits{.run = TimerRun::Posture};
 constexpr KindTraits exerciseTraits{.run = TimerRun::Exercise};
+constexpr KindTraits noteTraits{.isQuickNote = true};
 constexpr KindTraits oldNoteTraits{.withText = kind::scratchNote};
 constexpr KindTraits showsRunningApps{.needsRunningApps = true};
 constexpr KindTraits windowTraits{.isPinnedWindow = true, .needsRunningApps = true};

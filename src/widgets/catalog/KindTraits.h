@@ -48,6 +48,7 @@ struct KindTraits {
   bool isPinnedWindow = false;      ///< It stands for a window, and is shown only while the user wants such tiles.
   bool anchorsRunningApps = false;  ///< Running applications can be shown beside it.
   bool needsRunningApps = false;    ///< It shows which applications run, or their windows.
+  bool isQuickNote = false;         ///< Its option `text` is a note of the user's.
   bool beginsWithWeek = false;      ///< Its days begin with the week, not with today.
   bool showsCityWeather = false;    ///< With an option `city` it shows the weather there.
   bool readsCodex = false;          ///< Its values can come from the Codex program on this computer.

@@ -7,8 +7,8 @@
 #include "base/LocalFigures.h"
 #include "views/theme/Glass.h"
 #include "views/tiles/TileCanvas.h"
+#include "widgets/QuickNotes.h"
 #include "widgets/TileWords.h"
-#include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -16,8 +16,6 @@ namespace tarnwick {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr qsizetype kMostShown = 300;
 
 constexpr std::array kRowBaselines = {20.0, 36.0, 52.0};
 constexpr double kCircleX = 18;
@@ -98,8 +96,6 @@ QStringList wrapped(const QString& text, double width, qsizetype rows, const Til
   return lines;
 }
 
-QString shortened(const QString& text) { return text.left(kMostShown); }
-
 }  // namespace
 
 TodosContent makeTodos(const TileRequest& request) {
@@ -108,7 +104,8 @@ TodosContent makeTodos(const TileRequest& request) {
   content.total = todos.size();
   content.done = std::ranges::count(todos, true, &TodoItem::completed);
   const auto item = [&](qsizetype i) {
-    return TodosContent::Item{shortened(todos[i].text.simplified()), todos[i].completed, static_cast<int>(i)};
+    return TodosContent::Item{QuickNotes::shortened(todos[i].text.simplified()), todos[i].completed,
+                              static_cast<int>(i)};
   };
   const qsizetype firstOpen = std::ranges::find(todos, false, &TodoItem::completed) - todos.begin();
   if (firstOpen == todos.size()) {
@@ -166,7 +163,7 @@ std::optional<int> partAt(const TodosContent& content, const TileClick& click) {
 }
 
 NoteContent makeNote(const TileRequest& request) {
-  return {shortened(request.widget.options.value(option::text).trimmed())};
+  return {QuickNotes::shortened(request.widget.options.value(option::text).trimmed())};
 }
 
 TileText describe(const NoteContent& content, const QString& name) {
@@ -214,23 +211,6 @@ void paint(TileCanvas& canvas, const LatestNoteContent& content) {
   if (captioned)
     canvas.text(kTextAfterSymbol, kTitleCaptionBaseline, room, TextStyle::Caption, content.text,
                 canvas.colors().secondary);
-}
-
-NoteReading noteReading(const QString& text) {
-  const QString trimmed = text.trimmed();
-  const qsizetype end = trimmed.indexOf(u'\n');
-  return {shortened(trimmed.left(end).simplified()), end < 0 ? QString() : shortened(trimmed.sliced(end)).simplified()};
-}
-
-QList<DockWidget> notesByAge(const DockConfiguration& config) {
-  QList<DockWidget> notes;
-  for (const DockProfile& profile : config.profiles)
-    for (const DockWidget& widget : profile.widgets)
-      if (widget.kind == kind::scratchNote && !widget.options.value(option::text).trimmed().isEmpty())
-        notes.append(widget);
-  const auto edited = [](const DockWidget& note) { return note.number(option::edited, 0); };
-  std::ranges::stable_sort(notes, std::greater(), edited);
-  return notes;
 }
 
 }  // namespace tarnwick

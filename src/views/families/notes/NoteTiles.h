@@ -5,7 +5,6 @@
 #include <QStringList>
 #include <optional>
 
-#include "config/DockConfiguration.h"
 #include "views/tiles/TileContent.h"
 #include "views/tiles/TileRequest.h"
 
@@ -56,10 +55,5 @@ struct LatestNoteContent {
 LatestNoteContent makeLatestNote(const TileRequest& request);
 TileText describe(const LatestNoteContent& content, const QString& name);
 void paint(TileCanvas& canvas, const LatestNoteContent& content);
-
-/// A note's first line and what follows, each on one line and no longer than anybody shows.
-NoteReading noteReading(const QString& text);
-/// The quick notes of all profiles that hold something, the one that was written in last first.
-QList<DockWidget> notesByAge(const DockConfiguration& config);
 
 }  // namespace tarnwick

@@ -9,8 +9,8 @@
 #include "views/controls/Fields.h"
 #include "views/controls/FullWidth.h"
 #include "views/controls/Rows.h"
-#include "views/families/notes/NoteTiles.h"
 #include "views/panels/PanelWords.h"
+#include "widgets/QuickNotes.h"
 #include "widgets/TimeMath.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
@@ -122,7 +122,7 @@ class NotesPanel final : public TilePanel {
 
  protected:
   void refresh(const TileSources&) override {
-    const QList<DockWidget> notes = notesByAge(store().config());
+    const QList<DockWidget> notes = QuickNotes::byAge(store().config());
     if (!DocumentEdits::find(store().config(), area_->note()))
       area_->bind(notes.isEmpty() ? QUuid() : notes.first().id);
     if (area_->note().isNull()) {
@@ -168,7 +168,7 @@ class NotesPanel final : public TilePanel {
     }
     if (notes.size() < 2) return;
     for (const DockWidget& note : notes) {
-      const NoteReading reading = noteReading(note.options.value(option::text));
+      const NoteReading reading = QuickNotes::reading(note.options.value(option::text));
       auto* row = new ListRow(reading.title);
       row->setCaption(reading.text.isEmpty() ? PanelWords::tr("No more text") : reading.text);
       row->setSymbol(u"note.text"_s, note.id == marked_ ? Tone::AccentWord : Tone::Secondary);

@@ -5,6 +5,7 @@
 
 #include "views/families/notes/NoteTiles.h"
 #include "views/panels/Room.h"
+#include "widgets/QuickNotes.h"
 #include "widgets/catalog/Family.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
@@ -56,7 +57,7 @@ QList<TodoItem> picturedTodos() {
 
 void picture(TileSources& sources) {
   sources.todos = picturedTodos();
-  sources.latestNote = noteReading(latestNote());
+  sources.latestNote = QuickNotes::reading(latestNote());
 }
 
 void fillStore(AppStore& store, const QDateTime& now) {
