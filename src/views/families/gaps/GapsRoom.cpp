@@ -1,6 +1,7 @@
+#include "views/families/gaps/GapsRoom.h"
+
 #include <array>
 
-#include "views/families/gaps/GapTiles.h"
 #include "views/panels/PanelWords.h"
 #include "views/panels/PlainPanel.h"
 #include "views/panels/Room.h"
@@ -24,12 +25,9 @@ std::unique_ptr<TilePanel> makeSeparatorPanel(const PanelContext& context) {
 std::unique_ptr<TilePanel> makeSpacePanel(const PanelContext& context) { return makePlainPanel(context, spaceWords); }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = familyText(Family::Separator),
-            .content = contentOf<makeSeparator>,
-            .panel = makeSeparatorPanel,
-            .hasForm = false},
     RoomRow{
-        .word = familyText(Family::Space), .content = contentOf<makeSpace>, .panel = makeSpacePanel, .hasForm = false},
+        .word = familyText(Family::Separator), .content = makeSeparator, .panel = makeSeparatorPanel, .hasForm = false},
+    RoomRow{.word = familyText(Family::Space), .content = makeSpace, .panel = makeSpacePanel, .hasForm = false},
 };
 
 }  // namespace

@@ -1,7 +1,9 @@
-#include "views/families/toggles/ToggleTiles.h"
-
+#include <QList>
+#include <QPointF>
 #include <QStringList>
+#include <optional>
 
+#include "views/families/toggles/TogglesRoom.h"
 #include "views/tiles/TileCanvas.h"
 #include "widgets/ToggleChoice.h"
 
@@ -15,6 +17,21 @@ constexpr double kPuckRadius = 16.5;
 constexpr double kPitch = 37.3;
 constexpr double kPuckSymbol = 18;
 
+struct ToggleMark {
+  Toggle toggle = Toggle::WiFi;
+  bool on = false;
+  bool available = true;
+  QString reason;  ///< Why it is not available.
+
+  bool operator==(const ToggleMark&) const = default;
+};
+
+struct TogglesContent {
+  QList<ToggleMark> marks;
+
+  bool operator==(const TogglesContent&) const = default;
+};
+
 QPointF centreOf(qsizetype index, qsizetype count, double width) {
   const double first = (width - kPitch * static_cast<double>(count - 1)) / 2;
   return {first + kPitch * static_cast<double>(index), theme::kTileMiddle};
@@ -26,19 +43,6 @@ const ToggleMark* markAt(const TogglesContent& content, const TileClick& point) 
     if (QPointF::dotProduct(away, away) <= kPuckRadius * kPuckRadius) return &content.marks[i];
   }
   return nullptr;
-}
-
-}  // namespace
-
-TogglesContent makeToggles(const TileRequest& request) {
-  TogglesContent content;
-  for (const Toggle toggle : ToggleChoice::of(request.widget.options.value(ToggleChoice::key()))) {
-    const auto state = request.sources.toggles.constFind(toggle);
-    const bool known = state != request.sources.toggles.constEnd();
-    content.marks.append({toggle, known && state->on, known && state->capability.available,
-                          known ? state->capability.reason : QString()});
-  }
-  return content;
 }
 
 TileText describe(const TogglesContent& content, const QString& name) {
@@ -69,11 +73,13 @@ void paint(TileCanvas& canvas, const TogglesContent& content) {
   }
 }
 
+/// The switch under a point, unless this desktop hasn't got it.
 std::optional<int> partAt(const TogglesContent& content, const TileClick& click) {
   const ToggleMark* mark = markAt(content, click);
   return mark && mark->available ? std::optional(static_cast<int>(mark->toggle)) : std::nullopt;
 }
 
+/// The same with those that it hasn't got, which say why.
 std::optional<TilePart> namedPart(const TogglesContent& content, const TileClick& point) {
   const ToggleMark* mark = markAt(content, point);
   if (!mark) return std::nullopt;
@@ -82,6 +88,19 @@ std::optional<TilePart> namedPart(const TogglesContent& content, const TileClick
   return TilePart{static_cast<int>(mark->toggle),
                   mark->available || mark->reason.isEmpty() ? name : u"%1: %2"_s.arg(name, mark->reason),
                   QRectF(centre - QPointF(kPuckRadius, kPuckRadius), QSizeF(kPuckRadius, kPuckRadius) * 2)};
+}
+
+}  // namespace
+
+TileContent makeToggles(const TileRequest& request) {
+  TogglesContent content;
+  for (const Toggle toggle : ToggleChoice::of(request.widget.options.value(ToggleChoice::key()))) {
+    const auto state = request.sources.toggles.constFind(toggle);
+    const bool known = state != request.sources.toggles.constEnd();
+    content.marks.append({toggle, known && state->on, known && state->capability.available,
+                          known ? state->capability.reason : QString()});
+  }
+  return content;
 }
 
 }  // namespace tarnwick

@@ -2,7 +2,6 @@
 
 #include <array>
 
-#include "views/families/toggles/ToggleTiles.h"
 #include "views/panels/Room.h"
 #include "widgets/catalog/Family.h"
 #include "widgets/catalog/Options.h"
@@ -34,7 +33,7 @@ void picture(TileSources& sources) {
 
 constexpr std::array kFamilies = {
     RoomRow{.word = familyText(Family::Toggles),
-            .content = contentOf<makeToggles>,
+            .content = makeToggles,
             .panel = makeTogglesPanel,
             .options = kOptions,
             .act = flip},

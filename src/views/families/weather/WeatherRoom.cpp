@@ -1,6 +1,7 @@
+#include "views/families/weather/WeatherRoom.h"
+
 #include <array>
 
-#include "views/families/weather/WeatherTiles.h"
 #include "views/panels/PanelWords.h"
 #include "views/panels/PlainPanel.h"
 #include "views/panels/Room.h"
@@ -45,14 +46,14 @@ void picture(TileSources& sources) {
 
 constexpr std::array kFamilies = {
     RoomRow{.word = familyText(Family::Weather),
-            .content = contentOf<makePlacelessWeather>,
+            .content = makePlacelessWeather,
             .panel = makePlacelessPanel,
             .options = kOptions,
             .comesLater = true,
             .sample = sample},
 };
 constexpr std::array kKinds = {
-    RoomRow{.word = kind::weatherCurrent, .content = contentOf<makeCurrentWeather>},
+    RoomRow{.word = kind::weatherCurrent, .content = makeCurrentWeather},
 };
 
 }  // namespace

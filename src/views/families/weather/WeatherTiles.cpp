@@ -1,6 +1,8 @@
-#include "views/families/weather/WeatherTiles.h"
+#include <optional>
 
 #include "base/LocalFigures.h"
+#include "views/families/weather/WeatherRoom.h"
+#include "views/tiles/GenericTile.h"
 #include "views/tiles/TileCanvas.h"
 #include "widgets/TileWords.h"
 
@@ -58,14 +60,12 @@ void paintUnconnected(TileCanvas& canvas, const GenericContent& missing) {
                 missing.opensEditor ? canvas.accentWord() : canvas.colors().secondary);
 }
 
-}  // namespace
+struct CurrentWeatherContent {
+  std::optional<WeatherReading> reading;
+  GenericContent missing;  ///< What it shows without a reading.
 
-CurrentWeatherContent makeCurrentWeather(const TileRequest& request) {
-  CurrentWeatherContent content{request.sources.weather.of(request.widget.id), makePlacelessWeather(request)};
-  if (content.reading)
-    content.reading->temperature = LocalFigures::of(content.reading->temperature, request.sources.locale);
-  return content;
-}
+  bool operator==(const CurrentWeatherContent&) const = default;
+};
 
 TileText describe(const CurrentWeatherContent& content, const QString& name) {
   if (!content.reading) return describe(content.missing, name);
@@ -78,12 +78,23 @@ void paint(TileCanvas& canvas, const CurrentWeatherContent& content) {
   content.reading ? paintReading(canvas, *content.reading) : paintUnconnected(canvas, content.missing);
 }
 
-GenericContent makePlacelessWeather(const TileRequest& request) {
+GenericContent placeless(const TileRequest& request) {
   GenericContent content = makeGeneric(request);
   if (request.comesLater) return content;
   content.word = TileWords::tr("Set place");
   content.opensEditor = true;
   return content;
 }
+
+}  // namespace
+
+TileContent makeCurrentWeather(const TileRequest& request) {
+  CurrentWeatherContent content{request.sources.weather.of(request.widget.id), placeless(request)};
+  if (content.reading)
+    content.reading->temperature = LocalFigures::of(content.reading->temperature, request.sources.locale);
+  return content;
+}
+
+TileContent makePlacelessWeather(const TileRequest& request) { return placeless(request); }
 
 }  // namespace tarnwick
