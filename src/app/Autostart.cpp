@@ -15,6 +15,10 @@
 namespace tarnwick {
 namespace {
 
+struct AutostartWords {
+  Q_DECLARE_TR_FUNCTIONS(Autostart)
+};
+
 using namespace Qt::StringLiterals;
 
 /// A word of an Exec line: in double quotes, with the characters marked that are special there. The backslash is marked
@@ -99,12 +103,11 @@ bool Autostart::isOn() const { return look(*this) == Entry::On; }
 
 Capability Autostart::capability() const {
   if (look(*this) != Entry::Foreign) return Capability::yes();
-  return Capability::no(
-      QCoreApplication::translate("Autostart", "The login entry “%1” was written by another program.").arg(file));
+  return Capability::no(AutostartWords::tr("The login entry “%1” was written by another program.").arg(file));
 }
 
 QString Autostart::notChanged(const QString& file) {
-  return QCoreApplication::translate("Autostart", "The login entry could not be changed: %1.").arg(file);
+  return AutostartWords::tr("The login entry could not be changed: %1.").arg(file);
 }
 
 void Autostart::set(bool wanted) const {

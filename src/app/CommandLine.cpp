@@ -10,6 +10,10 @@
 namespace tarnwick {
 namespace {
 
+struct CommandLineWords {
+  Q_DECLARE_TR_FUNCTIONS(CommandLine)
+};
+
 using namespace Qt::StringLiterals;
 
 constexpr auto kModesBeforeFixture = std::to_array<std::pair<const char*, Mode>>({
@@ -113,16 +117,14 @@ std::optional<Order> orderIn(const QStringList& arguments) {
 }
 
 QString unknown(const QString& argument) {
-  return QCoreApplication::translate("CommandLine", "Tarnwick does not know “%1”. See tarnwick --help.").arg(argument);
+  return CommandLineWords::tr("Tarnwick does not know “%1”. See tarnwick --help.").arg(argument);
 }
 
 QString profileWithoutNumber() {
-  return QCoreApplication::translate("CommandLine", "“--profile” needs the number of a profile. The first one is 0.");
+  return CommandLineWords::tr("“--profile” needs the number of a profile. The first one is 0.");
 }
 
-QString appWithoutNumber() {
-  return QCoreApplication::translate("CommandLine", "“--app” needs the number of an app. The first one is 1.");
-}
+QString appWithoutNumber() { return CommandLineWords::tr("“--app” needs the number of an app. The first one is 1."); }
 
 bool measures(const QStringList& arguments) {
   const auto seconds = after(arguments, "--benchmark"_L1);
@@ -176,21 +178,21 @@ CommandLine CommandLine::parse(const QStringList& arguments) {
 }
 
 QString CommandLine::help() {
-  return QCoreApplication::translate("CommandLine",
-                                     "Usage: tarnwick [ORDER] [FILE…]\n"
-                                     "\n"
-                                     "Starts the dock. Where it runs already, the order or the files go to it.\n"
-                                     "\n"
-                                     "  --toggle         hides or shows the dock\n"
-                                     "  --focus          gives the keyboard to the dock\n"
-                                     "  --command-bar    opens the command bar\n"
-                                     "  --profile N      switches to a profile (0 is the first)\n"
-                                     "  --app N          opens an app of the dock (1 is the first)\n"
-                                     "\n"
-                                     "  --restore-dock   gives the desktop's own dock back and ends\n"
-                                     "  --snapshot       paints every widget into pictures (--output FOLDER)\n"
-                                     "  --version        shows the version\n"
-                                     "  --help           shows this\n");
+  return CommandLineWords::tr(
+      "Usage: tarnwick [ORDER] [FILE…]\n"
+      "\n"
+      "Starts the dock. Where it runs already, the order or the files go to it.\n"
+      "\n"
+      "  --toggle         hides or shows the dock\n"
+      "  --focus          gives the keyboard to the dock\n"
+      "  --command-bar    opens the command bar\n"
+      "  --profile N      switches to a profile (0 is the first)\n"
+      "  --app N          opens an app of the dock (1 is the first)\n"
+      "\n"
+      "  --restore-dock   gives the desktop's own dock back and ends\n"
+      "  --snapshot       paints every widget into pictures (--output FOLDER)\n"
+      "  --version        shows the version\n"
+      "  --help           shows this\n");
 }
 
 }  // namespace tarnwick

@@ -1,7 +1,8 @@
 #include "app/FolderQuestion.h"
 
-#include <QCoreApplication>
 #include <QImageReader>
+
+#include "views/dock/DockWords.h"
 
 namespace tarnwick {
 
@@ -23,7 +24,7 @@ void FolderQuestion::askPicture(const QString& title, std::function<void(const Q
     for (const QByteArray& format : QImageReader::supportedImageFormats())
       patterns += u" *."_s + QString::fromLatin1(format);
     dialog.setFileMode(QFileDialog::ExistingFile);
-    dialog.setNameFilter(QCoreApplication::translate("Dock", "Pictures") + u" ("_s + patterns.trimmed() + u')');
+    dialog.setNameFilter(DockWords::tr("Pictures") + u" ("_s + patterns.trimmed() + u')');
   };
   open(title, QStandardPaths::PicturesLocation, forPictures, std::move(chosen));
 }

@@ -9,6 +9,10 @@
 namespace tarnwick {
 namespace {
 
+struct HotKeyTableWords {
+  Q_DECLARE_TR_FUNCTIONS(HotKeyTable)
+};
+
 // The keys of the digits 0 to 9.
 constexpr std::array<quint32, HotKeyTable::kProfileKeys> kDigits = {29, 18, 19, 20, 21, 23, 22, 26, 28, 25};
 
@@ -21,21 +25,18 @@ QString word(bool value) { return value ? QStringLiteral("true") : QStringLitera
 HotKeyAction HotKeyTable::action(quint32 identifier) {
   switch (identifier) {
     case kToggle:
-      return {QStringLiteral("--toggle"), QCoreApplication::translate("HotKeyTable", "Show or hide the dock")};
+      return {QStringLiteral("--toggle"), HotKeyTableWords::tr("Show or hide the dock")};
     case kCommandBar:
-      return {QStringLiteral("--command-bar"), QCoreApplication::translate("HotKeyTable", "Open the command bar")};
+      return {QStringLiteral("--command-bar"), HotKeyTableWords::tr("Open the command bar")};
     case kFocus:
-      return {QStringLiteral("--focus"),
-              QCoreApplication::translate("HotKeyTable", "Move the keyboard focus to the dock")};
+      return {QStringLiteral("--focus"), HotKeyTableWords::tr("Move the keyboard focus to the dock")};
     default: {
       if (identifier >= kFirstApp) {
         const QString place = QString::number(identifier - kFirstApp + 1);
-        return {QStringLiteral("--app ") + place,
-                QCoreApplication::translate("HotKeyTable", "Open app %1 of the dock").arg(place)};
+        return {QStringLiteral("--app ") + place, HotKeyTableWords::tr("Open app %1 of the dock").arg(place)};
       }
       const QString number = QString::number(identifier - kFirstProfile);
-      return {QStringLiteral("--profile ") + number,
-              QCoreApplication::translate("HotKeyTable", "Switch to profile %1").arg(number)};
+      return {QStringLiteral("--profile ") + number, HotKeyTableWords::tr("Switch to profile %1").arg(number)};
     }
   }
 }

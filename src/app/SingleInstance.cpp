@@ -23,6 +23,10 @@
 namespace tarnwick {
 namespace {
 
+struct SingleInstanceWords {
+  Q_DECLARE_TR_FUNCTIONS(SingleInstance)
+};
+
 using namespace Qt::StringLiterals;
 
 /// Of the line that names the lock's holder; every number fits.
@@ -225,7 +229,7 @@ QStringList SingleInstance::missing(const QStringList& files, const QString& wor
   for (const QString& file : files) {
     const QUrl url = QUrl::fromUserInput(file, workingDirectory, QUrl::AssumeLocalFile);
     if (!file.isEmpty() && url.isLocalFile() && !QFileInfo::exists(url.toLocalFile()))
-      sentences << QCoreApplication::translate("SingleInstance", "There is no file “%1”.").arg(file);
+      sentences << SingleInstanceWords::tr("There is no file “%1”.").arg(file);
   }
   return sentences;
 }
@@ -257,10 +261,9 @@ std::optional<int> SingleInstance::resolve(DataFolderLock& lock, SessionApplicat
     if (!asked && older > 0 && older == other()) ::kill(static_cast<pid_t>(older), SIGTERM);
     if (keepsLooking(isFree)) return std::nullopt;
     voices.alert(
-        QCoreApplication::translate("SingleInstance", "Tarnwick is already running"),
-        QCoreApplication::translate("SingleInstance",
-                                    "A copy of Tarnwick from before this one was built is still running and did not "
-                                    "quit. Quit it from its menu bar icon, then open this one again."));
+        SingleInstanceWords::tr("Tarnwick is already running"),
+        SingleInstanceWords::tr("A copy of Tarnwick from before this one was built is still running and did not "
+                                "quit. Quit it from its menu bar icon, then open this one again."));
     return 0;
   }
 
@@ -277,8 +280,7 @@ std::optional<int> SingleInstance::resolve(DataFolderLock& lock, SessionApplicat
   for (const QString& sentence : handOver.refused()) voices.say(sentence);
   if (settled && !handOver.refused().isEmpty()) return kRefused;
   if (settled || (handOver.isPlain() && !session.isReachable())) return 0;
-  voices.say(QCoreApplication::translate("SingleInstance",
-                                         "Tarnwick is already running with this data and could not be reached."));
+  voices.say(SingleInstanceWords::tr("Tarnwick is already running with this data and could not be reached."));
   return 1;
 }
 

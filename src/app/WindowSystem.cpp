@@ -27,13 +27,16 @@
 namespace tarnwick {
 namespace {
 
+struct WindowSystemWords {
+  Q_DECLARE_TR_FUNCTIONS(WindowSystem)
+};
+
 using namespace Qt::StringLiterals;
 
 /// An X server within a Wayland desktop knows where the pointer is only while that is over a window of X11.
 Capability edgesOnX11() {
   if (WaylandSession::offer() == WaylandSession::Offer::Nothing) return Capability::yes();
-  return Capability::no(QCoreApplication::translate(
-      "WindowSystem",
+  return Capability::no(WindowSystemWords::tr(
       "This desktop does not tell X11 programs where the pointer is, so only the layout Fixed is available here."));
 }
 
@@ -131,8 +134,7 @@ WindowSystem::~WindowSystem() {
 WindowSystem WindowSystem::make() {
   if (QGuiApplication::platformName().startsWith("wayland"_L1)) return makeWayland();
   if (X11Events::isAvailable()) return makeX11();
-  throw DomainError::invalid(
-      QCoreApplication::translate("WindowSystem", "Tarnwick needs a Wayland or an X11 display, and has neither."));
+  throw DomainError::invalid(WindowSystemWords::tr("Tarnwick needs a Wayland or an X11 display, and has neither."));
 }
 
 void WindowSystem::prepare() {
@@ -148,14 +150,12 @@ QString WindowSystem::obstacle() {
   const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
   if (isWayland(platform)) {
     const bool answers = WaylandSession::offer() != WaylandSession::Offer::Nothing;
-    return answers ? QString()
-                   : QCoreApplication::translate("WindowSystem", "Tarnwick cannot reach a Wayland display.");
+    return answers ? QString() : WindowSystemWords::tr("Tarnwick cannot reach a Wayland display.");
   }
   if (!platform.startsWith("xcb") || X11Events::serverAnswers()) return {};
   const QString display = qEnvironmentVariable("DISPLAY");
-  return display.isEmpty()
-             ? QCoreApplication::translate("WindowSystem", "Tarnwick needs a display, and DISPLAY names none.")
-             : QCoreApplication::translate("WindowSystem", "Tarnwick cannot reach the display \"%1\".").arg(display);
+  return display.isEmpty() ? WindowSystemWords::tr("Tarnwick needs a display, and DISPLAY names none.")
+                           : WindowSystemWords::tr("Tarnwick cannot reach the display \"%1\".").arg(display);
 }
 
 }  // namespace tarnwick

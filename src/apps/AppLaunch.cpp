@@ -8,6 +8,7 @@
 #include <QSysInfo>
 
 #include "apps/DesktopExec.h"
+#include "apps/LaunchWords.h"
 #include "apps/TerminalCommand.h"
 #include "base/DomainError.h"
 
@@ -27,10 +28,9 @@ void AppLaunch::launch(const DesktopEntry& entry, const LaunchRequest& given) {
   if (tokenFor && request.activationToken.isEmpty()) request.activationToken = tokenFor(entry.id);
   if (entry.type == DesktopEntry::Type::Link) return start(entry, {u"xdg-open"_s, entry.url}, request);
   if (entry.type == DesktopEntry::Type::Directory)
-    throw DomainError::invalid(QCoreApplication::translate("AppLaunch", "“%1” is no application.").arg(entry.name));
+    throw DomainError::invalid(LaunchWords::tr("“%1” is no application.").arg(entry.name));
   if (!request.action.isEmpty() && !entry.action(request.action))
-    throw DomainError::invalid(
-        QCoreApplication::translate("AppLaunch", "“%1” does not offer this any more.").arg(entry.name));
+    throw DomainError::invalid(LaunchWords::tr("“%1” does not offer this any more.").arg(entry.name));
   if (!activate(entry, request)) run(entry, request);
 }
 
@@ -50,22 +50,18 @@ bool AppLaunch::activate(const DesktopEntry& entry, LaunchRequest request) {
 void AppLaunch::run(const DesktopEntry& entry, const LaunchRequest& request) {
   const auto action = entry.action(request.action);
   const QString exec = action ? action->exec : entry.exec;
-  if (exec.isEmpty())
-    throw DomainError::invalid(QCoreApplication::translate("AppLaunch", "“%1” could not be started.").arg(entry.name));
+  if (exec.isEmpty()) throw DomainError::invalid(LaunchWords::tr("“%1” could not be started.").arg(entry.name));
   for (const QStringList& command : DesktopExec::expand(entry, exec, request.urls)) start(entry, command, request);
 }
 
 void AppLaunch::start(const DesktopEntry& entry, QStringList command, const LaunchRequest& request) {
   if (environment_.findExecutable(command.constFirst()).isEmpty())
     throw DomainError::invalid(
-        QCoreApplication::translate("AppLaunch", "“%1” could not be started: “%2” was not found.")
-            .arg(entry.name, command.constFirst()));
+        LaunchWords::tr("“%1” could not be started: “%2” was not found.").arg(entry.name, command.constFirst()));
   if (entry.terminal) {
     command = TerminalCommand::wrap(command, environment_);
     if (command.isEmpty())
-      throw DomainError::invalid(
-          QCoreApplication::translate("AppLaunch", "“%1” could not be started: no terminal was found.")
-              .arg(entry.name));
+      throw DomainError::invalid(LaunchWords::tr("“%1” could not be started: no terminal was found.").arg(entry.name));
   }
   QProcessEnvironment variables = variables_.variables;
   variables.insert(u"DESKTOP_STARTUP_ID"_s,
@@ -80,7 +76,7 @@ void AppLaunch::start(const DesktopEntry& entry, QStringList command, const Laun
   process.setWorkingDirectory(hasFolder ? entry.workingDirectory : environment_.home);
   process.setStandardInputFile(QProcess::nullDevice());
   if (!process.startDetached())
-    throw DomainError::invalid(QCoreApplication::translate("AppLaunch", "“%1” could not be started.").arg(entry.name));
+    throw DomainError::invalid(LaunchWords::tr("“%1” could not be started.").arg(entry.name));
 }
 
 QString AppLaunch::startupId(const QString& program, quint32 userTime) {

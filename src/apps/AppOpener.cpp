@@ -15,6 +15,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+struct AppOpenerWords {
+  Q_DECLARE_TR_FUNCTIONS(AppOpener)
+};
+
 QString nameOf(const QUrl& url) {
   const QString name = url.isLocalFile() ? QFileInfo(url.toLocalFile()).fileName() : url.toDisplayString();
   return name.isEmpty() ? url.toDisplayString(QUrl::PreferLocalFile) : name;
@@ -43,8 +47,8 @@ void AppOpener::start(const QString& entryPath, const LaunchRequest& request) {
         return entry.has_value();
       },
       [this, entryPath] {
-        Q_EMIT failed(QCoreApplication::translate("AppOpener", "“%1” is not installed any more.")
-                          .arg(QFileInfo(entryPath).completeBaseName()));
+        Q_EMIT failed(
+            AppOpenerWords::tr("“%1” is not installed any more.").arg(QFileInfo(entryPath).completeBaseName()));
       });
 }
 
@@ -120,12 +124,12 @@ void AppOpener::openFound(const QUrl& url, const QStringList& types, const Done&
   };
   if (types.isEmpty()) {
     tell(false);
-    Q_EMIT failed(QCoreApplication::translate("AppOpener", "“%1” is not there any more.").arg(nameOf(url)));
+    Q_EMIT failed(AppOpenerWords::tr("“%1” is not there any more.").arg(nameOf(url)));
     return;
   }
   const auto nobody = [this, url, tell] {
     tell(false);
-    Q_EMIT failed(QCoreApplication::translate("AppOpener", "No installed application opens “%1”.").arg(nameOf(url)));
+    Q_EMIT failed(AppOpenerWords::tr("No installed application opens “%1”.").arg(nameOf(url)));
   };
   whenKnown(
       [this, url, types, nobody, tell] {
@@ -143,9 +147,7 @@ void AppOpener::openFound(const QUrl& url, const QStringList& types, const Done&
 }
 
 void AppOpener::openTrash(const QString& folder) {
-  const auto nobody = [this] {
-    Q_EMIT failed(QCoreApplication::translate("AppOpener", "No file manager is installed."));
-  };
+  const auto nobody = [this] { Q_EMIT failed(AppOpenerWords::tr("No file manager is installed.")); };
   whenKnown(
       [this, folder, nobody] {
         if (!apps_.loaded()) return false;

@@ -1,9 +1,9 @@
 #include "apps/DesktopExec.h"
 
-#include <QCoreApplication>
 #include <QRegularExpression>
 #include <algorithm>
 
+#include "apps/LaunchWords.h"
 #include "base/DomainError.h"
 
 namespace tarnwick {
@@ -160,16 +160,13 @@ bool DesktopExec::takesFiles(const QString& exec) {
 
 QList<QStringList> DesktopExec::expand(const DesktopEntry& entry, const QString& exec, const QList<QUrl>& urls) {
   const auto words = split(exec);
-  if (!words)
-    throw DomainError::invalid(
-        QCoreApplication::translate("AppLaunch", "The command of “%1” cannot be read.").arg(entry.name));
+  if (!words) throw DomainError::invalid(LaunchWords::tr("The command of “%1” cannot be read.").arg(entry.name));
   const QChar code = fileCode(*words);
   if (!urls.isEmpty() && code.isNull())
-    throw DomainError::invalid(QCoreApplication::translate("AppLaunch", "“%1” cannot open files.").arg(entry.name));
+    throw DomainError::invalid(LaunchWords::tr("“%1” cannot open files.").arg(entry.name));
   const QStringList files = names(code, urls);
   if (files.size() < urls.size())
-    throw DomainError::invalid(
-        QCoreApplication::translate("AppLaunch", "“%1” can only open files on this computer.").arg(entry.name));
+    throw DomainError::invalid(LaunchWords::tr("“%1” can only open files on this computer.").arg(entry.name));
 
   QList<QStringList> result;
   if ((code == u'f' || code == u'u') && files.size() > 1)
@@ -177,8 +174,7 @@ QList<QStringList> DesktopExec::expand(const DesktopEntry& entry, const QString&
   else
     result << command(*words, entry, files);
   if (result.constFirst().isEmpty() || result.constFirst().constFirst().isEmpty())
-    throw DomainError::invalid(
-        QCoreApplication::translate("AppLaunch", "The command of “%1” cannot be read.").arg(entry.name));
+    throw DomainError::invalid(LaunchWords::tr("The command of “%1” cannot be read.").arg(entry.name));
   return result;
 }
 

@@ -25,10 +25,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+struct TrustedEntriesWords {
+  Q_DECLARE_TR_FUNCTIONS(TrustedEntries)
+};
+
 constexpr qsizetype kMostBytes = 1024 * 1024;
 
 QString words(const char* text, const QString& path) {
-  return QCoreApplication::translate("TrustedEntries", text).arg(QFileInfo(path).fileName());
+  return TrustedEntriesWords::tr(text).arg(QFileInfo(path).fileName());
 }
 
 /// Why a file with these facts may not be run; null where it may.
@@ -103,7 +107,7 @@ bool canBeRead(const DesktopEntry& entry) {
 }  // namespace
 
 QString ForeignEntry::facts(const QString& action) const {
-  const auto translated = [](const char* text) { return QCoreApplication::translate("TrustedEntries", text); };
+  const auto translated = [](const char* text) { return TrustedEntriesWords::tr(text); };
   QStringList lines{translated(QT_TRANSLATE_NOOP("TrustedEntries", "File: %1")).arg(visible(path))};
   if (entry.type == DesktopEntry::Type::Link) {
     lines << translated(QT_TRANSLATE_NOOP("TrustedEntries", "Address: %1")).arg(visible(entry.url));

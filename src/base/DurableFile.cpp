@@ -22,6 +22,10 @@
 namespace tarnwick {
 namespace {
 
+struct DurableFileWords {
+  Q_DECLARE_TR_FUNCTIONS(DurableFile)
+};
+
 constexpr QByteArrayView kDraftBegins = ".tarnwick-";
 constexpr QByteArrayView kDraftEnds = ".tmp";
 constexpr int kMostLinks = 40;
@@ -36,7 +40,7 @@ const char* const kNoFolder = QT_TRANSLATE_NOOP("DurableFile", "The folder “%1
 [[noreturn]] void fail(const char* sentence, const QByteArray& path, int code) {
   const QString reason = QString::fromLocal8Bit(std::generic_category().message(code).c_str());
   const QString name = QFileInfo(QFile::decodeName(path)).fileName();
-  throw DomainError::invalid(QCoreApplication::translate("DurableFile", sentence).arg(name, reason));
+  throw DomainError::invalid(DurableFileWords::tr(sentence).arg(name, reason));
 }
 
 QByteArray folderOf(const QByteArray& path) {

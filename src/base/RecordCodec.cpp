@@ -11,6 +11,10 @@
 namespace tarnwick {
 namespace {
 
+struct RecordCodecWords {
+  Q_DECLARE_TR_FUNCTIONS(RecordCodec)
+};
+
 template <class Integer>
 Integer decodeInteger(const QJsonValue& value, const JsonPath& path) {
   if (!value.isDouble()) failKind(path, JsonKind::Integer);
@@ -56,17 +60,15 @@ QString JsonPath::text() const {
 }
 
 void failMissing(const JsonPath& path) {
-  throw DomainError::invalid(
-      QCoreApplication::translate("RecordCodec", "The value of “%1” is missing.").arg(path.text()));
+  throw DomainError::invalid(RecordCodecWords::tr("The value of “%1” is missing.").arg(path.text()));
 }
 
 void failKind(const JsonPath& path, JsonKind wanted) {
   const QString place = path.text();
   if (place.isEmpty()) {
-    throw DomainError::invalid(
-        QCoreApplication::translate("RecordCodec", "The document does not hold what it should."));
+    throw DomainError::invalid(RecordCodecWords::tr("The document does not hold what it should."));
   }
-  throw DomainError::invalid(QCoreApplication::translate("RecordCodec", sentence(wanted)).arg(place));
+  throw DomainError::invalid(RecordCodecWords::tr(sentence(wanted)).arg(place));
 }
 
 QString wellFormed(const QString& text) { return text.isValidUtf16() ? text : QString::fromUtf8(text.toUtf8()); }
@@ -75,10 +77,9 @@ QJsonValue RecordCodec::parse(const QByteArray& json) {
   QJsonParseError error;
   const QJsonDocument document = QJsonDocument::fromJson(json, &error);
   if (error.error != QJsonParseError::NoError) {
-    throw DomainError::invalid(
-        QCoreApplication::translate("RecordCodec", "The document is not valid JSON: %1 (byte %2).")
-            .arg(error.errorString())
-            .arg(error.offset));
+    throw DomainError::invalid(RecordCodecWords::tr("The document is not valid JSON: %1 (byte %2).")
+                                   .arg(error.errorString())
+                                   .arg(error.offset));
   }
   return document.isArray() ? QJsonValue(document.array()) : QJsonValue(document.object());
 }

@@ -10,11 +10,13 @@
 namespace tarnwick {
 namespace {
 
+struct ArithmeticWords {
+  Q_DECLARE_TR_FUNCTIONS(Arithmetic)
+};
+
 using namespace Qt::StringLiterals;
 
-[[noreturn]] void fail(const char* message) {
-  throw DomainError::invalid(QCoreApplication::translate("Arithmetic", message));
-}
+[[noreturn]] void fail(const char* message) { throw DomainError::invalid(ArithmeticWords::tr(message)); }
 
 QString normalised(const QString& text) {
   QString result;

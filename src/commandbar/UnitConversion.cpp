@@ -1,11 +1,11 @@
 #include "commandbar/UnitConversion.h"
 
-#include <QCoreApplication>
 #include <algorithm>
 #include <array>
 #include <cmath>
 
 #include "base/DomainError.h"
+#include "commandbar/UnitWords.h"
 
 namespace tarnwick {
 namespace {
@@ -81,7 +81,7 @@ double UnitConversion::convert(double value, const QString& from, const QString&
       return group.name == kTemperature ? temperature(value, from, to) : value * source->factor / target->factor;
     }
   }
-  throw DomainError::invalid(QCoreApplication::translate("UnitConversion", "Choose compatible units."));
+  throw DomainError::invalid(UnitWords::tr("Choose compatible units."));
 }
 
 }  // namespace tarnwick

@@ -1,6 +1,5 @@
 #include "commandbar/UtilityText.h"
 
-#include <QCoreApplication>
 #include <QRegularExpression>
 #include <algorithm>
 #include <cmath>
@@ -9,6 +8,7 @@
 #include "base/Text.h"
 #include "commandbar/Arithmetic.h"
 #include "commandbar/UnitConversion.h"
+#include "commandbar/UnitWords.h"
 
 namespace tarnwick {
 
@@ -50,7 +50,7 @@ Answer UtilityText::convert(const QString& value, const QString& from, const QSt
   QString text = plain(value, locale).trimmed();
   text.replace(u'−', u'-');
   const auto number = Text::number(text);
-  if (!number) return {std::nullopt, QCoreApplication::translate("UnitConversion", "Enter a number.")};
+  if (!number) return {std::nullopt, UnitWords::tr("Enter a number.")};
   return answer([&] { return UnitConversion::convert(*number, from, to); });
 }
 

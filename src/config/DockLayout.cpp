@@ -5,6 +5,10 @@
 namespace tarnwick {
 namespace {
 
+struct DockLayoutWords {
+  Q_DECLARE_TR_FUNCTIONS(DockLayout)
+};
+
 struct Words {
   const char* label;
   const char* description;
@@ -42,8 +46,8 @@ Words words(DockLayout layout) {
 
 }  // namespace
 
-QString label(DockLayout layout) { return QCoreApplication::translate("DockLayout", words(layout).label); }
+QString label(DockLayout layout) { return DockLayoutWords::tr(words(layout).label); }
 
-QString description(DockLayout layout) { return QCoreApplication::translate("DockLayout", words(layout).description); }
+QString description(DockLayout layout) { return DockLayoutWords::tr(words(layout).description); }
 
 }  // namespace tarnwick

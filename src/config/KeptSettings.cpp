@@ -15,6 +15,10 @@
 namespace tarnwick {
 namespace {
 
+struct KeptSettingsWords {
+  Q_DECLARE_TR_FUNCTIONS(KeptSettings)
+};
+
 constexpr qsizetype kLongestName = 80;
 
 bool isUsable(const QJsonValue& value, QSet<QUuid>& seen) {
@@ -33,8 +37,8 @@ QString nameOf(const QJsonValue& value) {
   const QString kind = wellFormed(widget.value(u"kind").toString()).simplified().left(kLongestName);
   const QString title = wellFormed(widget.value(u"title").toString()).simplified().left(kLongestName);
   const QString shown = Catalog::contains(kind) ? Catalog::find(kind).name : kind;
-  if (shown.isEmpty()) return QCoreApplication::translate("KeptSettings", "A damaged widget");
-  return title.isEmpty() ? shown : QCoreApplication::translate("KeptSettings", "%1 (%2)").arg(title, shown);
+  if (shown.isEmpty()) return KeptSettingsWords::tr("A damaged widget");
+  return title.isEmpty() ? shown : KeptSettingsWords::tr("%1 (%2)").arg(title, shown);
 }
 
 QJsonArray usableOf(const QJsonArray& widgets, QSet<QUuid>& seen, QStringList& leftOut) {

@@ -10,6 +10,10 @@
 namespace tarnwick {
 namespace {
 
+struct PersistenceWords {
+  Q_DECLARE_TR_FUNCTIONS(Persistence)
+};
+
 QByteArray written(const DockConfiguration& configuration) {
   return RecordCodec::toBytes(configuration, QJsonDocument::Indented);
 }
@@ -21,8 +25,7 @@ QByteArray Persistence::encode(const DockConfiguration& configuration) {
   valid.validate();
   QByteArray json = written(valid);
   if (json.size() > DurableFile::kMostBytes) {
-    throw DomainError::invalid(
-        QCoreApplication::translate("Persistence", "They would be larger than 64 MB and could not be read again."));
+    throw DomainError::invalid(PersistenceWords::tr("They would be larger than 64 MB and could not be read again."));
   }
   return json;
 }

@@ -11,6 +11,10 @@
 namespace tarnwick {
 namespace {
 
+struct SettingsLoaderWords {
+  Q_DECLARE_TR_FUNCTIONS(SettingsLoader)
+};
+
 using namespace Qt::StringLiterals;
 
 const QLatin1StringView kSettings("config-recovery-");
@@ -38,16 +42,14 @@ SettingsLoader::Result recover(const QString& path, qint64 unixSeconds, const Do
   } catch (const DomainError& blocked) {
     return {{},
             false,
-            QCoreApplication::translate("SettingsLoader", "Settings recovery could not preserve the original file. ") +
-                blocked.message(),
+            SettingsLoaderWords::tr("Settings recovery could not preserve the original file. ") + blocked.message(),
             SettingsLoader::Origin::Recovery};
   }
-  return {
-      {},
-      true,
-      QCoreApplication::translate("SettingsLoader", "Could not load settings. The original file was preserved as ") +
-          name + u". "_s + failure.message(),
-      SettingsLoader::Origin::Recovery};
+  return {{},
+          true,
+          SettingsLoaderWords::tr("Could not load settings. The original file was preserved as ") + name + u". "_s +
+              failure.message(),
+          SettingsLoader::Origin::Recovery};
 }
 
 }  // namespace

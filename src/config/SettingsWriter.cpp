@@ -20,6 +20,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+struct SettingsWriterWords {
+  Q_DECLARE_TR_FUNCTIONS(AppStore)
+};
+
 /// Besides the document itself: the folder's entry, and what a file system keeps for itself.
 constexpr qint64 kRoomBeside = 64 * 1024;
 
@@ -106,7 +110,7 @@ QString SettingsWriter::save() {
     retryPause_ = kFirstRetry;
     retryWork_.reset();
   } catch (const DomainError& failure) {
-    failure_ = QCoreApplication::translate("AppStore", "Settings could not be saved: ") + failure.message();
+    failure_ = SettingsWriterWords::tr("Settings could not be saved: ") + failure.message();
     // A document that is refused stays so until it is changed.
     if (bytes > 0) planRetry(bytes);
   }

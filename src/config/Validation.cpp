@@ -16,6 +16,10 @@
 namespace tarnwick {
 namespace {
 
+struct ValidationWords {
+  Q_DECLARE_TR_FUNCTIONS(DockConfiguration)
+};
+
 constexpr double kNumberLimit = 1e12;
 constexpr double kPositionLimit = 1e7;
 constexpr qsizetype kMostClippings = 30;
@@ -42,7 +46,7 @@ constexpr std::array kNumericKeys{option::minutes,
 constexpr size_t kCredential = kNumericKeys.size();
 
 void require(bool condition, const char* message) {
-  if (!condition) throw DomainError::invalid(QCoreApplication::translate("DockConfiguration", message));
+  if (!condition) throw DomainError::invalid(ValidationWords::tr(message));
 }
 
 /// The place of an option's key among the numeric ones, or kCredential; absent for every other key.
@@ -74,8 +78,7 @@ void checkOptions(const QMap<QString, QString>& options) {
     if (*place < firstFault && !isValidNumber(option.value())) firstFault = *place;
   }
   if (firstFault < kNumericKeys.size()) {
-    throw DomainError::invalid(QCoreApplication::translate("DockConfiguration", "Invalid numeric value for ") +
-                               kNumericKeys[firstFault] + u'.');
+    throw DomainError::invalid(ValidationWords::tr("Invalid numeric value for ") + kNumericKeys[firstFault] + u'.');
   }
 }
 
@@ -90,8 +93,7 @@ void checkProfiles(const QList<DockProfile>& profiles) {
       const qsizetype before = seen.size();
       seen.insert(widget.id);
       if (seen.size() == before || !Catalog::contains(widget.kind)) {
-        throw DomainError::invalid(
-            QCoreApplication::translate("DockConfiguration", "Invalid widget identity or type: ") + widget.kind);
+        throw DomainError::invalid(ValidationWords::tr("Invalid widget identity or type: ") + widget.kind);
       }
       checkOptions(widget.options);
     }

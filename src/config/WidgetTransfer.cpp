@@ -9,6 +9,10 @@
 namespace tarnwick {
 namespace {
 
+struct WidgetTransferWords {
+  Q_DECLARE_TR_FUNCTIONS(WidgetTransfer)
+};
+
 using namespace Qt::StringLiterals;
 
 constexpr auto kPrefix = "tarnwick-widget:"_L1;
@@ -32,7 +36,7 @@ DockWidget WidgetTransfer::decode(const QString& text) {
   std::optional<QByteArray> json;
   if (text.startsWith(kPrefix) && utf8.size() < kTooLong) json = fromBase64(utf8.sliced(kPrefix.size()));
   if (!json) {
-    throw DomainError::invalid(QCoreApplication::translate("WidgetTransfer", "Invalid widget transfer."));
+    throw DomainError::invalid(WidgetTransferWords::tr("Invalid widget transfer."));
   }
   return DockConfiguration::validated(RecordCodec::fromBytes<DockWidget>(*json));
 }

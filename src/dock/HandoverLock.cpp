@@ -13,6 +13,10 @@
 namespace tarnwick {
 namespace {
 
+struct HandoverLockWords {
+  Q_DECLARE_TR_FUNCTIONS(HandoverLock)
+};
+
 /// No folder, no right to write, no space, no locks in this file system. The user's values come back all the same.
 constexpr std::array kWithoutLock{ENOENT, ENOTDIR, EROFS, EACCES, EPERM, ENOSPC, EDQUOT, ENOLCK, ENOSYS, EOPNOTSUPP};
 
@@ -33,8 +37,8 @@ std::optional<HandoverLock::Hold> HandoverLock::take(std::chrono::milliseconds p
   }
   if (std::ranges::find(kWithoutLock, file_.error()) != kWithoutLock.end()) return Hold(*this);
   const QString reason = QString::fromLocal8Bit(std::generic_category().message(file_.error()).c_str());
-  throw DomainError::invalid(QCoreApplication::translate("HandoverLock", "The file “%1” could not be locked: %2.")
-                                 .arg(QFileInfo(file_.path()).fileName(), reason));
+  throw DomainError::invalid(
+      HandoverLockWords::tr("The file “%1” could not be locked: %2.").arg(QFileInfo(file_.path()).fileName(), reason));
 }
 
 }  // namespace tarnwick

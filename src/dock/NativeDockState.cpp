@@ -18,6 +18,10 @@
 namespace tarnwick {
 namespace {
 
+struct NativeDockStateWords {
+  Q_DECLARE_TR_FUNCTIONS(NativeDockState)
+};
+
 using namespace Qt::StringLiterals;
 
 const QString kAutohide = u"autohide"_s;
@@ -28,9 +32,7 @@ const std::array kKeys{kAutohide, kAutohideDelay};
 /// Stands for a key that was not set: giving it back means to unset it again.
 const QString kAbsent = u"__absent__"_s;
 
-DomainError failure(const char* sentence) {
-  return DomainError::invalid(QCoreApplication::translate("NativeDockState", sentence));
-}
+DomainError failure(const char* sentence) { return DomainError::invalid(NativeDockStateWords::tr(sentence)); }
 
 bool hidesSystemDock(DockLayout layout) {
   return layout == DockLayout::Replace || layout == DockLayout::ReplaceAutoHide || layout == DockLayout::Swap;
@@ -111,8 +113,7 @@ bool NativeDockState::theyAnswer() {
 
 void NativeDockState::doNotAnswer() {
   saysFirst_ = true;
-  recoveryError_ = QCoreApplication::translate(
-      "NativeDockState",
+  recoveryError_ = NativeDockStateWords::tr(
       "The system dock does not answer. Its settings from before are kept and given back when it does.");
 }
 
@@ -255,8 +256,8 @@ void NativeDockState::removeRecord() {
   if (recordOnDisk() != record_) return;
   if (::unlink(QFile::encodeName(file_).constData()) == 0 || errno == ENOENT) return;
   const QString reason = QString::fromLocal8Bit(std::generic_category().message(errno).c_str());
-  throw DomainError::invalid(QCoreApplication::translate("NativeDockState", "The file “%1” could not be removed: %2.")
-                                 .arg(QFileInfo(file_).fileName(), reason));
+  throw DomainError::invalid(
+      NativeDockStateWords::tr("The file “%1” could not be removed: %2.").arg(QFileInfo(file_).fileName(), reason));
 }
 
 void NativeDockState::dockAppeared() {

@@ -11,6 +11,10 @@
 namespace tarnwick {
 namespace {
 
+struct PropertyListWords {
+  Q_DECLARE_TR_FUNCTIONS(PropertyList)
+};
+
 using namespace Qt::StringLiterals;
 
 // The binary form: a magic word, the objects, a table of their offsets, and a trailer that says where that is. An
@@ -30,12 +34,11 @@ constexpr quint8 kTrue = 0x09;
 constexpr quint8 kSizeFollows = 0xF;
 
 [[noreturn]] void unknownType() {
-  throw DomainError::invalid(
-      QCoreApplication::translate("PropertyList", "A property list cannot hold one of the values."));
+  throw DomainError::invalid(PropertyListWords::tr("A property list cannot hold one of the values."));
 }
 
 [[noreturn]] void unreadable() {
-  throw DomainError::invalid(QCoreApplication::translate("PropertyList", "The data is not a property list."));
+  throw DomainError::invalid(PropertyListWords::tr("The data is not a property list."));
 }
 
 // --- Reading --------------------------------------------------------------------------------------------------------

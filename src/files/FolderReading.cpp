@@ -19,6 +19,10 @@ namespace fs = std::filesystem;
 
 namespace {
 
+struct FolderReadingWords {
+  Q_DECLARE_TR_FUNCTIONS(Files)
+};
+
 /// A thing whose dates have not been asked for yet.
 struct Found {
   QString name;
@@ -26,12 +30,10 @@ struct Found {
 };
 
 QString sentenceFor(const std::error_code& failure) {
-  if (failure == std::errc::no_such_file_or_directory)
-    return QCoreApplication::translate("Files", "This folder is no longer there.");
-  if (failure == std::errc::not_a_directory) return QCoreApplication::translate("Files", "This is not a folder.");
-  if (failure == std::errc::permission_denied)
-    return QCoreApplication::translate("Files", "You may not look into this folder.");
-  return QCoreApplication::translate("Files", "This folder could not be read.");
+  if (failure == std::errc::no_such_file_or_directory) return FolderReadingWords::tr("This folder is no longer there.");
+  if (failure == std::errc::not_a_directory) return FolderReadingWords::tr("This is not a folder.");
+  if (failure == std::errc::permission_denied) return FolderReadingWords::tr("You may not look into this folder.");
+  return FolderReadingWords::tr("This folder could not be read.");
 }
 
 std::vector<Found> look(const FolderRequest& request, const std::stop_token& stop, FolderContents& into) {

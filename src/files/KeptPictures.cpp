@@ -16,11 +16,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+struct KeptPicturesWords {
+  Q_DECLARE_TR_FUNCTIONS(KeptPictures)
+};
+
 constexpr int kQuality = 92;
 
-DomainError failure(const char* sentence) {
-  return DomainError::invalid(QCoreApplication::translate("KeptPictures", sentence));
-}
+DomainError failure(const char* sentence) { return DomainError::invalid(KeptPicturesWords::tr(sentence)); }
 
 /// Names come from a settings file that anybody may have written.
 bool isName(const QString& name) {

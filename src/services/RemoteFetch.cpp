@@ -1,12 +1,12 @@
 #include "services/RemoteFetch.h"
 
-#include <QCoreApplication>
 #include <QCoroTask>
 #include <utility>
 
 #include "base/Cancelled.h"
 #include "base/DomainError.h"
 #include "services/ServiceHTTPError.h"
+#include "services/ServiceWords.h"
 
 namespace tarnwick {
 
@@ -31,8 +31,7 @@ QCoro::Task<Outcome> outcomeOf(RemoteFetch::Work work, std::stop_token stop) {
     outcome.failure = FetchFailure{error.message()};
   } catch (const std::exception& error) {
     qWarning("A fetch failed: %s", error.what());
-    outcome.failure =
-        FetchFailure{QCoreApplication::translate("Services", "The service returned an invalid response.")};
+    outcome.failure = FetchFailure{ServiceWords::tr("The service returned an invalid response.")};
   }
   co_return outcome;
 }

@@ -1,15 +1,12 @@
 #include "services/ServiceHTTPError.h"
 
-#include <QCoreApplication>
 #include <QLocale>
+
+#include "services/ServiceWords.h"
 
 namespace tarnwick {
 
 namespace {
-
-struct ServiceWords {
-  Q_DECLARE_TR_FUNCTIONS(Services)
-};
 
 QString rateLimit(const std::optional<QDateTime>& retryAt) {
   const QString reached = ServiceWords::tr("The service rate limit was reached.");

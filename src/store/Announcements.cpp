@@ -7,8 +7,12 @@
 namespace tarnwick {
 namespace {
 
+struct AnnouncementsWords {
+  Q_DECLARE_TR_FUNCTIONS(AppStore)
+};
+
 QString withTimes(const QString& text, int times) {
-  return times == 1 ? text : QCoreApplication::translate("AppStore", "%1 (%2)").arg(text).arg(times);
+  return times == 1 ? text : AnnouncementsWords::tr("%1 (%2)").arg(text).arg(times);
 }
 
 }  // namespace
@@ -35,7 +39,7 @@ QString Announcements::text() const {
     }
     QStringList names;
     for (const Ended& each : line.ended) names << withTimes(each.name, each.times);
-    sentences << QCoreApplication::translate("AppStore", "%1: %2").arg(names.join(QStringLiteral(", ")), line.sentence);
+    sentences << AnnouncementsWords::tr("%1: %2").arg(names.join(QStringLiteral(", ")), line.sentence);
   }
   return sentences.join(u' ');
 }

@@ -8,6 +8,10 @@
 namespace tarnwick {
 namespace {
 
+struct DocumentEditsWords {
+  Q_DECLARE_TR_FUNCTIONS(Profiles)
+};
+
 struct Place {
   qsizetype profile;
   qsizetype widget;
@@ -113,7 +117,7 @@ bool DocumentEdits::newProfile(DockConfiguration& config, const QString& name, b
   if (config.profiles.size() >= DockConfiguration::kMostProfiles) return false;
   DockProfile profile;
   profile.id = QUuid::createUuid();
-  profile.name = name.trimmed().isEmpty() ? QCoreApplication::translate("Profiles", "New Profile") : name;
+  profile.name = name.trimmed().isEmpty() ? DocumentEditsWords::tr("New Profile") : name;
   if (duplicate) {
     profile.widgets = config.profiles[config.activeIndex()].widgets;
     for (DockWidget& widget : profile.widgets) widget.id = QUuid::createUuid();

@@ -4,8 +4,16 @@
 
 namespace tarnwick {
 
+namespace {
+
+struct NoDesktopWords {
+  Q_DECLARE_TR_FUNCTIONS(NoDesktop)
+};
+
+}  // namespace
+
 Capability NoNotifications::capability() const {
-  return Capability::no(QCoreApplication::translate("NoDesktop", "This desktop shows no notifications."));
+  return Capability::no(NoDesktopWords::tr("This desktop shows no notifications."));
 }
 
 NoDesktop::NoDesktop(Scheduler& scheduler)

@@ -21,6 +21,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+struct WidgetEditorWords {
+  Q_DECLARE_TR_FUNCTIONS(WidgetEditor)
+};
+
 constexpr double kMostMinutes = 1440;
 
 constexpr std::array kRunningState{
@@ -43,7 +47,7 @@ void checkCodexExecutable(DockWidget& widget, const WidgetEditor::Hooks& hooks) 
   QString& path = widget.options[option::codexExecutable];
   if (path.isEmpty()) path = hooks.defaultCodexExecutable;
   if (!hooks.isExecutable(path)) {
-    throw DomainError::invalid(QCoreApplication::translate("WidgetEditor", "Choose your installed Codex executable."));
+    throw DomainError::invalid(WidgetEditorWords::tr("Choose your installed Codex executable."));
   }
 }
 
@@ -51,8 +55,7 @@ void checkDuration(DockWidget& widget, const DockWidget& stored) {
   const QString entered = widget.options.value(option::minutes);
   const std::optional<double> minutes = entered.isEmpty() ? TimeMath::kDefaultMinutes : Text::number(entered);
   if (!minutes || !(*minutes > 0 && *minutes <= kMostMinutes)) {
-    throw DomainError::invalid(
-        QCoreApplication::translate("WidgetEditor", "Enter a duration between 0 and 1440 minutes."));
+    throw DomainError::invalid(WidgetEditorWords::tr("Enter a duration between 0 and 1440 minutes."));
   }
   if (*minutes != stored.number(option::minutes, TimeMath::kDefaultMinutes)) {
     widget.options.remove(option::deadline);
@@ -67,7 +70,7 @@ void checkGoal(const DockWidget& widget) {
   const int goal = entered.toInt(&isInteger);
   const bool isBare = entered == entered.trimmed();
   if (!isInteger || !isBare || goal < 1 || goal > WaterMath::kMostGlasses) {
-    throw DomainError::invalid(QCoreApplication::translate("WidgetEditor", "Enter a goal between 1 and 100 glasses."));
+    throw DomainError::invalid(WidgetEditorWords::tr("Enter a goal between 1 and 100 glasses."));
   }
 }
 
@@ -78,8 +81,7 @@ void checkEndpoint(const DockWidget& widget) {
   // An "@" in the authority tells of a user part even where that part is empty.
   const bool isBare = !address.authority().contains(u'@');
   if (!address.isValid() || address.scheme() != "https"_L1 || address.host().isEmpty() || !isBare) {
-    throw DomainError::invalid(
-        QCoreApplication::translate("WidgetEditor", "Use a valid HTTPS endpoint without credentials in its URL."));
+    throw DomainError::invalid(WidgetEditorWords::tr("Use a valid HTTPS endpoint without credentials in its URL."));
   }
 }
 

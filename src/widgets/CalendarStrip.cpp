@@ -12,6 +12,10 @@
 namespace tarnwick {
 namespace {
 
+struct CalendarStripWords {
+  Q_DECLARE_TR_FUNCTIONS(ContributionSummary)
+};
+
 using namespace Qt::StringLiterals;
 
 /// A whole number not below 0. What a sum could not hold counts as the most that one day can.
@@ -19,7 +23,7 @@ qint64 countOf(const QJsonValue& value) {
   constexpr double kMost = 1e15;
   const double number = value.toDouble(-1);
   if (!value.isDouble() || number < 0 || number != std::floor(number)) {
-    throw DomainError::invalid(QCoreApplication::translate("ContributionSummary", "Invalid contribution count."));
+    throw DomainError::invalid(CalendarStripWords::tr("Invalid contribution count."));
   }
   return static_cast<qint64>(std::min(number, kMost));
 }
@@ -50,14 +54,13 @@ ContributionSummary ContributionSummary::decode(const QJsonArray& days, const QD
     if (date <= today && date > today.addDays(-7)) summary.lastSevenDays += count;
   }
   if (!found) {
-    throw DomainError::invalid(
-        QCoreApplication::translate("ContributionSummary", "GitHub did not return contribution dates."));
+    throw DomainError::invalid(CalendarStripWords::tr("GitHub did not return contribution dates."));
   }
   return summary;
 }
 
 QString ContributionSummary::totalText(const QLocale& locale) const {
-  return locale.toString(total) + QCoreApplication::translate("ContributionSummary", " in the last year");
+  return locale.toString(total) + CalendarStripWords::tr(" in the last year");
 }
 
 }  // namespace tarnwick

@@ -1,10 +1,10 @@
 #include "widgets/LibraryEntries.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QSet>
 #include <QStandardPaths>
 
+#include "widgets/EntryWords.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString translated(const char* text) { return QCoreApplication::translate("LibraryEntry", text); }
+QString translated(const char* text) { return EntryWords::tr(text); }
 
 DockWidget widgetOf(const QString& kind) {
   return {.id = QUuid::createUuid(), .kind = kind, .title = QString(), .options = {}};

@@ -1,9 +1,9 @@
 #include "widgets/PinnedTiles.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 
+#include "widgets/EntryWords.h"
 #include "widgets/LibraryEntries.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
@@ -20,8 +20,8 @@ DockWidget widgetFor(const QString& kind, const QString& path) {
 
 QString PinnedTiles::nameOf(const QString& path) {
   const QString clean = QDir::cleanPath(path);
-  if (clean == QDir::homePath()) return QCoreApplication::translate("LibraryEntry", "Home");
-  if (clean == StandardFolders::kApplications) return QCoreApplication::translate("LibraryEntry", "Applications");
+  if (clean == QDir::homePath()) return EntryWords::tr("Home");
+  if (clean == StandardFolders::kApplications) return EntryWords::tr("Applications");
   return QFileInfo(clean).fileName();
 }
 

@@ -7,8 +7,16 @@
 
 namespace tarnwick {
 
+namespace {
+
+struct KnownDisplaysWords {
+  Q_DECLARE_TR_FUNCTIONS(Settings)
+};
+
+}  // namespace
+
 QString KnownDisplay::words() const {
-  return isConnected ? name : QCoreApplication::translate("Settings", "%1 (not connected)").arg(name);
+  return isConnected ? name : KnownDisplaysWords::tr("%1 (not connected)").arg(name);
 }
 
 QList<KnownDisplay> knownDisplays(const DockConfiguration& config, const Screens* screens) {

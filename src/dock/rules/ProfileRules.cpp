@@ -7,6 +7,10 @@
 namespace tarnwick {
 namespace {
 
+struct ProfileRulesWords {
+  Q_DECLARE_TR_FUNCTIONS(ProfileRules)
+};
+
 using namespace Qt::StringLiterals;
 
 constexpr int kDaysInWeek = 7;
@@ -21,8 +25,8 @@ QString daysText(const QList<int>& days, const QLocale& locale) {
     const int named = day == 1 ? Qt::Sunday : day - 1;
     if (days.contains(day)) names.append(locale.dayName(named, QLocale::ShortFormat));
   }
-  if (names.size() == kDaysInWeek) return QCoreApplication::translate("ProfileRules", "Every day, ");
-  if (names.isEmpty()) return QCoreApplication::translate("ProfileRules", "No day, ");
+  if (names.size() == kDaysInWeek) return ProfileRulesWords::tr("Every day, ");
+  if (names.isEmpty()) return ProfileRulesWords::tr("No day, ");
   return names.join(", "_L1) + ", "_L1;
 }
 
@@ -42,11 +46,11 @@ ProfileRules::Components ProfileRules::components(const QDateTime& date, const Q
 QString ProfileRules::describe(const ProfileRule& rule, const QLocale& locale) {
   if (rule.trigger == ProfileRule::Trigger::Focus) {
     const QString focus = rule.focusIdentifier.value_or(QString());
-    return focus.isEmpty() ? QCoreApplication::translate("ProfileRules", "While a Focus is on")
-                           : QCoreApplication::translate("ProfileRules", "While “%1” is on").arg(focus);
+    return focus.isEmpty() ? ProfileRulesWords::tr("While a Focus is on")
+                           : ProfileRulesWords::tr("While “%1” is on").arg(focus);
   }
-  return daysText(rule.days, locale) + QCoreApplication::translate("ProfileRules", "%1 to %2")
-                                           .arg(timeText(rule.startMinutes), timeText(rule.endMinutes));
+  return daysText(rule.days, locale) +
+         ProfileRulesWords::tr("%1 to %2").arg(timeText(rule.startMinutes), timeText(rule.endMinutes));
 }
 
 std::optional<QUuid> ProfileRules::matching(const QList<ProfileRule>& rules, const QList<DockProfile>& profiles,

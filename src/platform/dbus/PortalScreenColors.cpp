@@ -14,6 +14,10 @@
 namespace tarnwick {
 namespace {
 
+struct PortalScreenColorsWords {
+  Q_DECLARE_TR_FUNCTIONS(ScreenColors)
+};
+
 using namespace Qt::StringLiterals;
 
 constexpr auto kScreenshot = "org.freedesktop.portal.Screenshot"_L1;
@@ -81,8 +85,7 @@ void PortalScreenColors::responded(const QDBusMessage& response) {
 void PortalScreenColors::fail() {
   request_.clear();
   const auto failed = std::exchange(failed_, {});
-  if (context_ && failed)
-    failed(QCoreApplication::translate("ScreenColors", "This desktop cannot pick a color from the screen."));
+  if (context_ && failed) failed(PortalScreenColorsWords::tr("This desktop cannot pick a color from the screen."));
 }
 
 }  // namespace tarnwick

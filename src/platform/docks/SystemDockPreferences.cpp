@@ -14,6 +14,10 @@
 namespace tarnwick {
 namespace {
 
+struct SystemDockPreferencesWords {
+  Q_DECLARE_TR_FUNCTIONS(SystemDockPreferences)
+};
+
 using namespace Qt::StringLiterals;
 
 struct Kind {
@@ -69,7 +73,7 @@ SystemDockPreferences::~SystemDockPreferences() = default;
 
 Capability SystemDockPreferences::capability() {
   if (found().front().id != kNone) return Capability::yes();
-  return Capability::no(QCoreApplication::translate("SystemDockPreferences", "No dock that can be hidden was found."));
+  return Capability::no(SystemDockPreferencesWords::tr("No dock that can be hidden was found."));
 }
 
 Capability SystemDockPreferences::staysAway() {
@@ -77,8 +81,8 @@ Capability SystemDockPreferences::staysAway() {
   if (std::ranges::all_of(docks, [](const Found& dock) { return !dock.backend || dock.backend->staysAway(); })) {
     return Capability::yes();
   }
-  return Capability::no(QCoreApplication::translate(
-      "SystemDockPreferences", "Panels of this desktop can be hidden, but still come out at the edge of the screen."));
+  return Capability::no(SystemDockPreferencesWords::tr(
+      "Panels of this desktop can be hidden, but still come out at the edge of the screen."));
 }
 
 QVariant SystemDockPreferences::read(const QString& key) {

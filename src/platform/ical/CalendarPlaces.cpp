@@ -4,7 +4,6 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QSettings>
@@ -15,6 +14,7 @@
 
 #include "base/DomainError.h"
 #include "base/DurableFile.h"
+#include "platform/ical/CalendarFileWords.h"
 
 namespace tarnwick {
 
@@ -69,7 +69,7 @@ class Walk {
     if (!opened) {
       const int reason = errno;
       await(path);
-      into_.problems << QCoreApplication::translate("CalendarFiles", "The calendar folder “%1” could not be read: %2.")
+      into_.problems << CalendarFileWords::tr("The calendar folder “%1” could not be read: %2.")
                             .arg(QFileInfo(path).fileName(),
                                  QString::fromLocal8Bit(std::generic_category().message(reason).c_str()));
       return;
@@ -125,16 +125,15 @@ class Walk {
       file.colour = source.value(isTasks ? u"Task List/Color"_s : u"Calendar/Color"_s).toString();
     }
     // The one that is there from the beginning has a name in the language of whoever looks.
-    file.fallbackName = QCoreApplication::translate("CalendarFiles", "Personal");
+    file.fallbackName = CalendarFileWords::tr("Personal");
     return file;
   }
 
   bool add(CalendarFile file, const struct stat& status) {
     if (into_.files.size() >= CalendarListing::mostFiles) {
       if (!isFull_)
-        into_.problems << QCoreApplication::translate("CalendarFiles",
-                                                      "There are more calendar files than Tarnwick reads (%1).")
-                              .arg(into_.files.size());
+        into_.problems
+            << CalendarFileWords::tr("There are more calendar files than Tarnwick reads (%1).").arg(into_.files.size());
       isFull_ = true;
       return false;
     }

@@ -1,10 +1,10 @@
 #include "platform/ical/CalendarScan.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 
 #include "base/DomainError.h"
 #include "base/DurableFile.h"
+#include "platform/ical/CalendarFileWords.h"
 
 namespace tarnwick {
 
@@ -35,8 +35,7 @@ CalendarScan::Result CalendarScan::run(const CalendarPlaces& places, const Calen
   result.reading.problems = std::move(listing.problems);
   if (!listing.files.isEmpty() && !std::exchange(isAsked_, true)) reader_ = makeReader_();
   if (!listing.files.isEmpty() && !reader_) {
-    result.reading.problems << QCoreApplication::translate("CalendarFiles",
-                                                           "The part of Tarnwick that reads calendars is missing.");
+    result.reading.problems << CalendarFileWords::tr("The part of Tarnwick that reads calendars is missing.");
     return result;
   }
   QHash<QString, Known> before;
@@ -61,7 +60,7 @@ CalendarScan::Known CalendarScan::open(const CalendarFile& file, const CalendarR
   Known known{.changed = file.changed, .size = file.size, .number = file.number, .text = {}, .problem = {}};
   const QString name = QFileInfo(file.path).fileName();
   if (file.size > largestFile) {
-    known.problem = QCoreApplication::translate("CalendarFiles", "The calendar file “%1” is too large.").arg(name);
+    known.problem = CalendarFileWords::tr("The calendar file “%1” is too large.").arg(name);
     return known;
   }
   try {
@@ -70,11 +69,9 @@ CalendarScan::Known CalendarScan::open(const CalendarFile& file, const CalendarR
     if (!data) return known;
     known.text = reader_->read(*data, range);
     if (!known.text.isCalendar && !data->trimmed().isEmpty()) {
-      known.problem = QCoreApplication::translate("CalendarFiles", "The file “%1” is no calendar.").arg(name);
+      known.problem = CalendarFileWords::tr("The file “%1” is no calendar.").arg(name);
     } else if (known.text.isDamaged) {
-      known.problem =
-          QCoreApplication::translate("CalendarFiles", "Parts of the calendar file “%1” could not be understood.")
-              .arg(name);
+      known.problem = CalendarFileWords::tr("Parts of the calendar file “%1” could not be understood.").arg(name);
     }
   } catch (const DomainError& failure) {
     known.problem = failure.message();

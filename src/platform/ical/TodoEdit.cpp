@@ -11,6 +11,10 @@
 namespace tarnwick {
 namespace {
 
+struct TodoEditWords {
+  Q_DECLARE_TR_FUNCTIONS(TodoEdit)
+};
+
 constexpr const char* kDateFormat = "yyyyMMdd";
 constexpr const char* kTimeFormat = "yyyyMMdd'T'HHmmss";
 
@@ -38,9 +42,7 @@ struct Todo {
   }
 };
 
-[[noreturn]] void refuse(const char* sentence) {
-  throw DomainError::invalid(QCoreApplication::translate("TodoEdit", sentence));
-}
+[[noreturn]] void refuse(const char* sentence) { throw DomainError::invalid(TodoEditWords::tr(sentence)); }
 
 QList<Line> linesOf(const QByteArray& text) {
   QList<Line> lines;

@@ -13,6 +13,10 @@
 namespace tarnwick {
 namespace {
 
+struct FileWorkWords {
+  Q_DECLARE_TR_FUNCTIONS(Files)
+};
+
 using namespace Qt::StringLiterals;
 
 QString nameOf(const QString& path) { return QFileInfo(path).fileName(); }
@@ -42,7 +46,7 @@ FilesOutcome FileWork::bringInto(const QString& folder, const QStringList& paths
     const QString path = QDir::cleanPath(each);
     const bool itself = FileTree::isFolder(path) && isWithin(folder, path);
     if (itself && how != FileTransfer::Link) {
-      note(outcome, QCoreApplication::translate("Files", "“%1” cannot be put into itself.").arg(nameOf(path)));
+      note(outcome, FileWorkWords::tr("“%1” cannot be put into itself.").arg(nameOf(path)));
       continue;
     }
     try {
@@ -51,7 +55,7 @@ FilesOutcome FileWork::bringInto(const QString& folder, const QStringList& paths
       const char* text = how == FileTransfer::Copy   ? QT_TRANSLATE_NOOP("Files", "“%1” could not be copied: %2.")
                          : how == FileTransfer::Link ? QT_TRANSLATE_NOOP("Files", "“%1” could not be linked: %2.")
                                                      : QT_TRANSLATE_NOOP("Files", "“%1” could not be moved: %2.");
-      note(outcome, QCoreApplication::translate("Files", text).arg(nameOf(path), fault.reason()));
+      note(outcome, FileWorkWords::tr(text).arg(nameOf(path), fault.reason()));
     }
   }
   return outcome;
@@ -91,8 +95,8 @@ void FileWork::bring(const QString& path, const QString& folder, FileTransfer ho
     outcome.changes << FileChange{FileChange::Kind::Moved, path, copied};
   } catch (const FileFault& fault) {
     // Part of it may be gone: the copy is the only whole one now, so there is nothing to take back.
-    note(outcome, QCoreApplication::translate("Files", "“%1” was copied, but the original could not be removed: %2.")
-                      .arg(name, fault.reason()));
+    note(outcome,
+         FileWorkWords::tr("“%1” was copied, but the original could not be removed: %2.").arg(name, fault.reason()));
   }
 }
 
@@ -120,8 +124,7 @@ FilesOutcome FileWork::moveToTrash(const QStringList& paths) const {
     try {
       outcome.changes << FileChange{FileChange::Kind::Trashed, path, trash_.put(path)};
     } catch (const FileFault& fault) {
-      note(outcome, QCoreApplication::translate("Files", "“%1” could not be moved to the trash: %2.")
-                        .arg(nameOf(path), fault.reason()));
+      note(outcome, FileWorkWords::tr("“%1” could not be moved to the trash: %2.").arg(nameOf(path), fault.reason()));
     }
   }
   return outcome;
@@ -134,8 +137,7 @@ FilesOutcome FileWork::takeBack(const QList<FileChange>& changes) const {
     try {
       outcome.changes << FileChange{FileChange::Kind::Moved, change.to, takeBack(change)};
     } catch (const FileFault& fault) {
-      note(outcome, QCoreApplication::translate("Files", "“%1” could not be put back: %2.")
-                        .arg(nameOf(change.from), fault.reason()));
+      note(outcome, FileWorkWords::tr("“%1” could not be put back: %2.").arg(nameOf(change.from), fault.reason()));
     }
   }
   return outcome;
@@ -180,8 +182,7 @@ FilesOutcome FileWork::emptyTrash() const {
     try {
       TrashCan::erase(trashed);
     } catch (const FileFault& fault) {
-      note(outcome,
-           QCoreApplication::translate("Files", "“%1” could not be deleted: %2.").arg(nameOf(trashed), fault.reason()));
+      note(outcome, FileWorkWords::tr("“%1” could not be deleted: %2.").arg(nameOf(trashed), fault.reason()));
     }
   }
   return outcome;

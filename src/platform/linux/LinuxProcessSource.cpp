@@ -20,6 +20,10 @@
 namespace tarnwick {
 namespace {
 
+struct LinuxProcessSourceWords {
+  Q_DECLARE_TR_FUNCTIONS(LinuxProcessSource)
+};
+
 // The kernel cuts a name after this many bytes.
 constexpr qsizetype kMostNameBytes = 15;
 
@@ -61,12 +65,12 @@ QString nameOf(int processes, qint32 pid, const QByteArray& kernelName, bool isK
     }
   }
   const QString shown = QString::fromUtf8(name);
-  return shown.isEmpty() ? QCoreApplication::translate("LinuxProcessSource", "Process %1").arg(pid) : shown;
+  return shown.isEmpty() ? LinuxProcessSourceWords::tr("Process %1").arg(pid) : shown;
 }
 
 [[noreturn]] void refuse(const ProcessReading& process, int code) {
   throw DomainError::invalid(
-      QCoreApplication::translate("LinuxProcessSource", "“%1” could not be ended: %2.")
+      LinuxProcessSourceWords::tr("“%1” could not be ended: %2.")
           .arg(process.name, QString::fromLocal8Bit(std::generic_category().message(code).c_str())));
 }
 

@@ -6,13 +6,21 @@
 
 namespace tarnwick {
 
+namespace {
+
+struct PlainPanelsWords {
+  Q_DECLARE_TR_FUNCTIONS(tarnwick::WaylandPanels)
+};
+
+}  // namespace
+
 std::unique_ptr<Panel> PlainPanels::make(std::unique_ptr<QWidget> content) {
   return std::make_unique<PlainPanel>(screens_, std::move(content));
 }
 
 Capability PlainPanels::captureProtection() const {
-  return Capability::no(QCoreApplication::translate(
-      "tarnwick::WaylandPanels", "On Wayland no program can leave a window out of pictures of the screen."));
+  return Capability::no(
+      PlainPanelsWords::tr("On Wayland no program can leave a window out of pictures of the screen."));
 }
 
 }  // namespace tarnwick

@@ -15,6 +15,10 @@
 namespace tarnwick {
 namespace {
 
+struct X11EventsWords {
+  Q_DECLARE_TR_FUNCTIONS(X11)
+};
+
 // Of the keyboard extension and of XInput 2. Their C headers are no valid C++, or not needed for a number each.
 constexpr quint8 kNewKeyboardNotify = 0;
 constexpr quint8 kMapNotify = 1;
@@ -31,7 +35,7 @@ QNativeInterface::QX11Application* native() {
 
 xcb_connection_t* openConnection() {
   if (!X11Events::isAvailable()) {
-    throw DomainError::invalid(QCoreApplication::translate("X11", "No X11 display is available."));
+    throw DomainError::invalid(X11EventsWords::tr("No X11 display is available."));
   }
   return native()->connection();
 }

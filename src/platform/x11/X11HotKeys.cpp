@@ -11,6 +11,10 @@
 namespace tarnwick {
 namespace {
 
+struct X11HotKeysWords {
+  Q_DECLARE_TR_FUNCTIONS(HotKeys)
+};
+
 constexpr quint16 kAllModifiers = 0xff;
 
 }  // namespace
@@ -43,15 +47,13 @@ HotKeyBinding X11HotKeys::take(Entry& entry) {
   const QList<Grab> grabs = grabsFor(entry.request, reason);
   if (grabs.isEmpty()) return {.bound = false, .text = {}, .reason = reason};
   if (isTakenByUs(grabs)) {
-    return {
-        .bound = false,
-        .text = {},
-        .reason = QCoreApplication::translate("HotKeys", "%1 is already used by another Tarnwick shortcut.").arg(text)};
-  }
-  if (!grab(grabs)) {
     return {.bound = false,
             .text = {},
-            .reason = QCoreApplication::translate("HotKeys", "%1 is already used by another program.").arg(text)};
+            .reason = X11HotKeysWords::tr("%1 is already used by another Tarnwick shortcut.").arg(text)};
+  }
+  if (!grab(grabs)) {
+    return {
+        .bound = false, .text = {}, .reason = X11HotKeysWords::tr("%1 is already used by another program.").arg(text)};
   }
   entry.grabs = grabs;
   return {.bound = true, .text = text, .reason = {}};
@@ -62,7 +64,7 @@ QList<X11HotKeys::Grab> X11HotKeys::grabsFor(const HotKeyRequest& request, QStri
   const QList<xcb_keycode_t> keys = keysym && keymap_ ? keymap_->keys(*keysym) : QList<xcb_keycode_t>();
   const std::optional<quint16> modifiers = keymap_ ? keymap_->modifiers(request.modifiers) : std::nullopt;
   if (keys.isEmpty() || !modifiers) {
-    reason = QCoreApplication::translate("HotKeys", "The keyboard cannot produce %1.")
+    reason = X11HotKeysWords::tr("The keyboard cannot produce %1.")
                  .arg(VirtualKeys::text(request.keyCode, request.modifiers));
     return {};
   }

@@ -1,12 +1,12 @@
 #include "views/controls/ConfirmBar.h"
 
-#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <utility>
 
 #include "views/controls/Buttons.h"
 #include "views/controls/ControlTheme.h"
+#include "views/controls/ControlWords.h"
 #include "views/controls/Labels.h"
 
 namespace tarnwick {
@@ -14,7 +14,7 @@ namespace tarnwick {
 ConfirmBar::ConfirmBar(QWidget* parent)
     : QWidget(parent),
       sentence_(new TextLabel({}, TextStyle::Body, Tone::Primary, this)),
-      cancel_(new Button(QCoreApplication::translate("Controls", "Cancel"), Button::Role::Plain, this)),
+      cancel_(new Button(ControlWords::tr("Cancel"), Button::Role::Plain, this)),
       act_(new Button({}, Button::Role::Danger, this)) {
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, theme::kPanelHeaderBelow, 0, 0);

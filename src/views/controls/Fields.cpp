@@ -1,11 +1,11 @@
 #include "views/controls/Fields.h"
 
-#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QMimeData>
 
 #include "views/controls/Buttons.h"
 #include "views/controls/ControlTheme.h"
+#include "views/controls/ControlWords.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
 
@@ -111,8 +111,7 @@ void TextField::paintEvent(QPaintEvent* event) {
 }
 
 SearchField::SearchField(const QString& label, QWidget* parent)
-    : TextField(label, parent),
-      clear_(new IconButton(u"xmark"_s, QCoreApplication::translate("Controls", "Clear"), this)) {
+    : TextField(label, parent), clear_(new IconButton(u"xmark"_s, ControlWords::tr("Clear"), this)) {
   setSymbol(u"magnifyingglass"_s);
   setPlaceholderText(label);
   setRoomAtEnd(theme::kControlHeight - theme::kFieldPadding);

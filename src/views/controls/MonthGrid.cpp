@@ -1,7 +1,6 @@
 #include "views/controls/MonthGrid.h"
 
 #include <QAccessible>
-#include <QCoreApplication>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -11,6 +10,7 @@
 #include "base/LocalFigures.h"
 #include "views/controls/ControlLook.h"
 #include "views/controls/ControlTheme.h"
+#include "views/controls/ControlWords.h"
 #include "views/controls/MonthAccessible.h"
 #include "views/theme/Glass.h"
 
@@ -40,7 +40,7 @@ MonthGrid::MonthGrid(QWidget* parent) : QWidget(parent) {
   setMouseTracking(true);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   setFixedHeight(sizeHint().height());
-  setAccessibleName(QCoreApplication::translate("Panels", "Month"));
+  setAccessibleName(ControlWords::tr("Month"));
 }
 
 QSize MonthGrid::sizeHint() const {
@@ -105,9 +105,8 @@ QDate MonthGrid::dayAt(QPointF point) const {
 QString MonthGrid::words(const QDate& day) const {
   const int count = counts_.value(day);
   QString words = locale_.toString(day, QLocale::LongFormat);
-  if (count == 1) words += u", "_s + QCoreApplication::translate("Panels", "1 event");
-  if (count > 1)
-    words += u", "_s + QCoreApplication::translate("Panels", "%1 events").arg(LocalFigures::number(count, locale_));
+  if (count == 1) words += u", "_s + ControlWords::tr("1 event");
+  if (count > 1) words += u", "_s + ControlWords::tr("%1 events").arg(LocalFigures::number(count, locale_));
   return words;
 }
 

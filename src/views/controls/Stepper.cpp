@@ -1,7 +1,6 @@
 #include "views/controls/Stepper.h"
 
 #include <QAccessible>
-#include <QCoreApplication>
 #include <QKeyEvent>
 #include <algorithm>
 #include <cmath>
@@ -11,6 +10,7 @@
 #include "views/controls/Buttons.h"
 #include "views/controls/ControlAccessible.h"
 #include "views/controls/ControlTheme.h"
+#include "views/controls/ControlWords.h"
 
 namespace tarnwick {
 
@@ -18,8 +18,8 @@ using namespace Qt::StringLiterals;
 
 Stepper::Stepper(const QString& label, QWidget* parent)
     : QWidget(parent),
-      less_(new IconButton(u"minus"_s, QCoreApplication::translate("Controls", "Decrease %1").arg(label), this)),
-      more_(new IconButton(u"plus"_s, QCoreApplication::translate("Controls", "Increase %1").arg(label), this)) {
+      less_(new IconButton(u"minus"_s, ControlWords::tr("Decrease %1").arg(label), this)),
+      more_(new IconButton(u"plus"_s, ControlWords::tr("Increase %1").arg(label), this)) {
   installControlAccessibility();
   setAccessibleName(label);
   for (IconButton* button : {less_, more_}) button->setAutoRepeat(true);

@@ -3,12 +3,12 @@
 #include <QAccessible>
 #include <QAccessibleActionInterface>
 #include <QAccessibleWidget>
-#include <QCoreApplication>
 #include <QPointer>
 #include <algorithm>
 #include <vector>
 
 #include "views/dock/DockView.h"
+#include "views/dock/DockWords.h"
 #include "views/dock/MessageBubble.h"
 
 namespace tarnwick {
@@ -170,7 +170,7 @@ class BubbleAccessible final : public QAccessibleWidget {
   }
   QString localizedActionName(const QString& name) const override {
     if (bubble_ && name == pressAction()) return bubble_->action();
-    if (name == dismissAction()) return QCoreApplication::translate("Dock", "Dismiss");
+    if (name == dismissAction()) return DockWords::tr("Dismiss");
     return QAccessibleWidget::localizedActionName(name);
   }
   void doAction(const QString& name) override {

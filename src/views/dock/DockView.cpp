@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "views/dock/DockAccessible.h"
+#include "views/dock/DockWords.h"
 #include "views/dock/TipBubble.h"
 
 namespace tarnwick {
@@ -54,7 +55,7 @@ DockView::DockView(QWidget* parent)
   setMouseTracking(true);
   setAcceptDrops(true);
   setFocusPolicy(Qt::TabFocus);
-  setAccessibleName(QCoreApplication::translate("Dock", "Dock"));
+  setAccessibleName(DockWords::tr("Dock"));
   connectParts();
   connectPress();
 }

@@ -1,12 +1,12 @@
 #include "views/dock/RowLayout.h"
 
-#include <QCoreApplication>
 #include <QHash>
 #include <algorithm>
 #include <cmath>
 #include <numeric>
 
 #include "dock/rules/DropRouting.h"
+#include "views/dock/DockWords.h"
 #include "views/theme/Theme.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/KindTraits.h"
@@ -210,7 +210,7 @@ double RowLayout::idealWidth(const DockRow& row) {
 }
 
 TextLine RowLayout::invitationLine(double scale) {
-  return TextLine(QCoreApplication::translate("Dock", "Add Widgets…"), TextStyle::Body, scale);
+  return TextLine(DockWords::tr("Add Widgets…"), TextStyle::Body, scale);
 }
 
 double RowLayout::tabsWidth(const QStringList& names, double scale) {

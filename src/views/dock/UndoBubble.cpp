@@ -1,6 +1,6 @@
 #include "views/dock/UndoBubble.h"
 
-#include <QCoreApplication>
+#include "views/dock/DockWords.h"
 
 namespace tarnwick {
 
@@ -8,7 +8,7 @@ UndoBubble::UndoBubble(Scheduler& scheduler, const QString& message, QWidget* pa
     : MessageBubble(parent), scheduler_(scheduler) {
   setSign(QStringLiteral("arrow.uturn.backward"), Accent::Blue);
   setMessage(message);
-  setAction(QCoreApplication::translate("Dock", "Undo"));
+  setAction(DockWords::tr("Undo"));
   live();
 }
 

@@ -9,6 +9,10 @@ namespace tarnwick {
 
 namespace {
 
+struct EditorFieldsWords {
+  Q_DECLARE_TR_FUNCTIONS(WidgetEditor)
+};
+
 QString translated(const char* text) { return *text ? LibraryWords::tr(text) : QString(); }
 
 EditorField fieldOf(const WidgetOption& option) {
@@ -24,7 +28,7 @@ EditorField fieldOf(const WidgetOption& option) {
   field.least = option.least;
   field.most = option.most;
   field.isLater = option.isLater;
-  if (*option.fault) field.fault = QCoreApplication::translate("WidgetEditor", option.fault);
+  if (*option.fault) field.fault = EditorFieldsWords::tr(option.fault);
   return field;
 }
 

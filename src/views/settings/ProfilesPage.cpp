@@ -1,4 +1,3 @@
-#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <algorithm>
 
@@ -15,6 +14,7 @@
 #include "views/settings/OrderList.h"
 #include "views/settings/Pages.h"
 #include "views/settings/RuleForm.h"
+#include "views/settings/SettingsWords.h"
 #include "views/window/DropDown.h"
 #include "views/window/WindowTheme.h"
 
@@ -99,10 +99,10 @@ class ProfilesPage final : public SettingsPage {
       const qsizetype active = config.activeIndex();
       for (qsizetype i = 0; i < config.profiles.size(); ++i) {
         const DockProfile& profile = config.profiles[i];
-        items.append(
-            {profile.id.toString(), profile.name,
-             QCoreApplication::translate("Settings", "%Ln widgets", nullptr, static_cast<int>(profile.widgets.size())),
-             u"person.crop.circle"_s, i == active ? settingsText(QT_TRANSLATE_NOOP("Settings", "Active")) : QString()});
+        items.append({profile.id.toString(), profile.name,
+                      SettingsWords::tr("%Ln widgets", nullptr, static_cast<int>(profile.widgets.size())),
+                      u"person.crop.circle"_s,
+                      i == active ? settingsText(QT_TRANSLATE_NOOP("Settings", "Active")) : QString()});
       }
       profiles_->setItems(items);
     });
@@ -116,8 +116,7 @@ class ProfilesPage final : public SettingsPage {
       return;
     }
     const QString name =
-        duplicate ? QCoreApplication::translate("Settings", "%1 Copy").arg(config.profiles[config.activeIndex()].name)
-                  : QString();
+        duplicate ? SettingsWords::tr("%1 Copy").arg(config.profiles[config.activeIndex()].name) : QString();
     services_.edits.newProfile(name, duplicate);
     profiles_->rename(store().config().activeProfileID.value_or(QUuid()).toString());
   }
@@ -132,8 +131,7 @@ class ProfilesPage final : public SettingsPage {
       store().setError(settingsText(QT_TRANSLATE_NOOP("Settings", "The last profile stays.")));
       return;
     }
-    confirm_->ask(QCoreApplication::translate("Settings", "Delete “%1” with its widgets?")
-                      .arg(store().config().profiles[at].name),
+    confirm_->ask(SettingsWords::tr("Delete “%1” with its widgets?").arg(store().config().profiles[at].name),
                   settingsText(QT_TRANSLATE_NOOP("Settings", "Delete")), [this, profile] {
                     services_.edits.deleteProfile(profile);
                     profiles_->setFocus();

@@ -1,6 +1,5 @@
 #include "views/settings/SettingsPage.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QLocale>
 #include <QSignalBlocker>
@@ -13,6 +12,7 @@
 #include "views/controls/Slider.h"
 #include "views/controls/Switch.h"
 #include "views/settings/SettingsServices.h"
+#include "views/settings/SettingsWords.h"
 #include "views/window/DropDown.h"
 
 namespace tarnwick {
@@ -25,9 +25,7 @@ constexpr int kPages = 10;  // How many steps of the Page keys a slider has.
 
 }  // namespace
 
-QString settingsText(const char* source) {
-  return *source ? QCoreApplication::translate("Settings", source) : QString();
-}
+QString settingsText(const char* source) { return *source ? SettingsWords::tr(source) : QString(); }
 
 QString pathText(const QString& path) {
   constexpr QChar isolate(0x2066);

@@ -1,6 +1,5 @@
 #include "views/settings/ShortcutRow.h"
 
-#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QPointer>
 #include <array>
@@ -9,6 +8,7 @@
 #include "store/AppStore.h"
 #include "views/controls/ControlTheme.h"
 #include "views/controls/Switch.h"
+#include "views/settings/SettingsWords.h"
 #include "views/settings/ShortcutField.h"
 
 namespace tarnwick {
@@ -82,7 +82,7 @@ QString whoElseHasIt(const DesktopOptions& options, Shortcut shortcut, const Hot
   for (const Shortcut each : kAll) {
     const Words other = wordsOf(each);
     if (each == shortcut || !(options.*other.enabled) || !clash(words, request, other, keyOf(options, other))) continue;
-    return QCoreApplication::translate("Settings", "“%1” is used for “%2” already. Choose a different shortcut.")
+    return SettingsWords::tr("“%1” is used for “%2” already. Choose a different shortcut.")
         .arg(said(request, words), settingsText(other.text.label));
   }
   return {};
@@ -97,7 +97,7 @@ QList<HotKeyRequest> keysOf(const HotKeyRequest& request, const Words& words) {
 }
 
 QString takenSentence(const HotKeyRequest& request) {
-  return QCoreApplication::translate("Settings", "“%1” is used by another app. Choose a different shortcut.")
+  return SettingsWords::tr("“%1” is used by another app. Choose a different shortcut.")
       .arg(VirtualKeys::text(request.keyCode, request.modifiers));
 }
 
@@ -129,8 +129,7 @@ QString commandBarKeyNote(const DesktopOptions& options, const SettingsServices&
   const QString wanted = said(keyOf(options, words), words);
   if (!working || *working == wanted) return {};
   if (working->isEmpty()) return takenSentence(keyOf(options, words));
-  return QCoreApplication::translate("Settings", "“%1” is used by another app, so “%2” opens it now.")
-      .arg(wanted, *working);
+  return SettingsWords::tr("“%1” is used by another app, so “%2” opens it now.").arg(wanted, *working);
 }
 
 namespace {
@@ -138,7 +137,7 @@ namespace {
 /// Why there is nothing to switch on; empty where there is.
 QString whatIsMissing(Shortcut shortcut, const SettingsServices& services) {
   if (shortcut == Shortcut::CommandBar && !services.commands.can(Commands::Optional::CommandBar))
-    return QCoreApplication::translate("Settings", "The command bar is not part of this version yet.");
+    return SettingsWords::tr("The command bar is not part of this version yet.");
   const Capability can = services.abilities().keys;
   return can ? QString() : can.reason;
 }
@@ -164,7 +163,7 @@ FormRow* addShortcutRow(SettingsPage& page, Card& card, const SettingsServices& 
   auto* line = new QHBoxLayout(pair);
   line->setContentsMargins(0, 0, 0, 0);
   line->setSpacing(theme::kRowGap);
-  auto* field = new ShortcutField(QCoreApplication::translate("Settings", "%1, shortcut").arg(name), kindOf(words));
+  auto* field = new ShortcutField(SettingsWords::tr("%1, shortcut").arg(name), kindOf(words));
   auto* enabled = new Switch(name);
   line->addWidget(field);
   line->addWidget(enabled);

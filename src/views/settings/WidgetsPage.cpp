@@ -1,4 +1,3 @@
-#include <QCoreApplication>
 #include <algorithm>
 
 #include "store/AppStore.h"
@@ -6,6 +5,7 @@
 #include "views/controls/Labels.h"
 #include "views/settings/OrderList.h"
 #include "views/settings/Pages.h"
+#include "views/settings/SettingsWords.h"
 #include "views/window/DropDown.h"
 #include "views/window/WindowTheme.h"
 #include "widgets/catalog/Catalog.h"
@@ -92,7 +92,7 @@ class WidgetsPage final : public SettingsPage {
       choice_->updateGeometry();
     }
     choice_->chooseValue(profile.id.toString());
-    count_->setHelp(QCoreApplication::translate("Settings", "%1 of %2 widgets")
+    count_->setHelp(SettingsWords::tr("%1 of %2 widgets")
                         .arg(locale().toString(profile.widgets.size()))
                         .arg(locale().toString(DockConfiguration::kMostWidgets)));
   }

@@ -18,6 +18,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+struct SnapshotWords {
+  Q_DECLARE_TR_FUNCTIONS(Snapshot)
+};
+
 /// Between speed and size of the files.
 constexpr int kPngQuality = 85;
 /// A picture can be large, so few wait to be written.
@@ -52,7 +56,7 @@ struct Group {
 QList<Group> groups() {
   QList<Group> all;
   for (const WidgetGroup& group : Catalog::groups()) all << Group{group.name, group.kinds};
-  Group rest{QCoreApplication::translate("Snapshot", "More"), {}};
+  Group rest{SnapshotWords::tr("More"), {}};
   for (const WidgetDefinition& definition : Catalog::items())
     if (!Catalog::referenceKinds().contains(definition.id)) rest.kinds << definition.id;
   if (!rest.kinds.isEmpty()) all << rest;
@@ -99,8 +103,7 @@ class Album {
 
  private:
   [[noreturn]] static void fail(const QString& path) {
-    throw DomainError::invalid(
-        QCoreApplication::translate("Snapshot", "The picture %1 could not be written.").arg(path));
+    throw DomainError::invalid(SnapshotWords::tr("The picture %1 could not be written.").arg(path));
   }
 
   QDir folder_;

@@ -20,6 +20,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+struct MessageStripWords {
+  Q_DECLARE_TR_FUNCTIONS(MessageStrip)
+};
+
 constexpr double kGroundShare = 0.14;  // Of the accent.
 constexpr int kSymbol = 16;
 constexpr int kInset = 12;
@@ -31,8 +35,8 @@ MessageStrip::MessageStrip(AppStore& store, QWidget* parent)
     : QWidget(parent),
       store_(store),
       text_(new TextLabel({}, TextStyle::Body)),
-      keptButton_(new Button(QCoreApplication::translate("MessageStrip", "Open Without Them…"), Button::Role::Quiet)),
-      dismiss_(new IconButton(u"xmark"_s, QCoreApplication::translate("MessageStrip", "Dismiss"))) {
+      keptButton_(new Button(MessageStripWords::tr("Open Without Them…"), Button::Role::Quiet)),
+      dismiss_(new IconButton(u"xmark"_s, MessageStripWords::tr("Dismiss"))) {
   text_->setWordWrap(true);
   text_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   dismiss_->setGround(false);

@@ -18,7 +18,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString translated(const char* text) { return QCoreApplication::translate("Catalog", text); }
+struct CatalogWords {
+  Q_DECLARE_TR_FUNCTIONS(Catalog)
+};
+
+QString translated(const char* text) { return CatalogWords::tr(text); }
 
 /// Symbols and families recur in many rows and are held once.
 class Words {
@@ -102,10 +106,9 @@ void Lists::buildExtraItems() {
 }
 
 void Lists::buildCategories() {
-  categories = {QCoreApplication::translate("Catalog", "All Widgets"), QCoreApplication::translate("Catalog", "Apps"),
-                QCoreApplication::translate("Catalog", "Folders")};
+  categories = {CatalogWords::tr("All Widgets"), CatalogWords::tr("Apps"), CatalogWords::tr("Folders")};
   for (const WidgetGroup& group : std::as_const(groups)) categories.append(group.name);
-  categories.append(QCoreApplication::translate("Catalog", "More"));
+  categories.append(CatalogWords::tr("More"));
 }
 
 const Lists& lists() {
@@ -130,7 +133,7 @@ class UnknownKinds {
   static WidgetDefinition generic(const QString& kind) {
     return {.id = kind,
             .name = kind,
-            .category = QCoreApplication::translate("Catalog", "Other"),
+            .category = CatalogWords::tr("Other"),
             .symbol = u"square"_s,
             .family = familyText(Family::Integration),
             .asset = QString(),

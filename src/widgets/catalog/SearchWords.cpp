@@ -12,6 +12,10 @@ namespace tarnwick {
 
 namespace {
 
+struct SearchTexts {
+  Q_DECLARE_TR_FUNCTIONS(Search)
+};
+
 /// What each kind of a family is called.
 struct SearchRow {
   QLatin1StringView of;
@@ -62,9 +66,9 @@ constexpr SearchRow kFamilies[] = {
 QString searchWords(const WidgetDefinition& definition) {
   QStringList found;
   for (const SearchRow& row : kFamilies)
-    if (definition.family == row.of) found << QCoreApplication::translate("Search", row.words);
+    if (definition.family == row.of) found << SearchTexts::tr(row.words);
   const auto row = std::ranges::find(catalog::rows(), definition.id, &catalog::Row::kind);
-  if (row != catalog::rows().end() && *row->words) found << QCoreApplication::translate("Search", row->words);
+  if (row != catalog::rows().end() && *row->words) found << SearchTexts::tr(row->words);
   return found.join(u' ');
 }
 

@@ -1,11 +1,11 @@
 #include "views/families/habits/HabitsRoom.h"
 
-#include <QCoreApplication>
 #include <array>
 
 #include "views/families/habits/HabitTiles.h"
 #include "views/panels/Room.h"
 #include "widgets/HabitMath.h"
+#include "widgets/LibraryWords.h"
 #include "widgets/catalog/Family.h"
 #include "widgets/catalog/Options.h"
 
@@ -46,7 +46,7 @@ QMap<QString, QString> exampleWater(const ExampleRequest& request) {
   return {{option::glasses, u"5"_s}, {option::day, HabitMath::key(request.now)}};
 }
 QMap<QString, QString> exampleHabit(const ExampleRequest& request) {
-  return {{option::text, QCoreApplication::translate("Library", "Read")}, {option::history, someDays(request.now)}};
+  return {{option::text, LibraryWords::tr("Read")}, {option::history, someDays(request.now)}};
 }
 QMap<QString, QString> picturedWater(const QDateTime&) {
   return {{option::glasses, u"5"_s}, {option::goal, u"8"_s}, {option::day, u"2026-11-24"_s}};

@@ -1,10 +1,10 @@
 #include "views/families/notes/NotesRoom.h"
 
-#include <QCoreApplication>
 #include <array>
 
 #include "views/families/notes/NoteTiles.h"
 #include "views/panels/Room.h"
+#include "widgets/LibraryWords.h"
 #include "widgets/QuickNotes.h"
 #include "widgets/catalog/Family.h"
 #include "widgets/catalog/Kinds.h"
@@ -26,7 +26,7 @@ void tickTodo(const PartClick& click) {
 }
 
 QMap<QString, QString> exampleNote(const ExampleRequest&) {
-  return {{option::text, QCoreApplication::translate("Library", "Water the plants on Friday")}};
+  return {{option::text, LibraryWords::tr("Water the plants on Friday")}};
 }
 void sampleTodos(TileSources& sources, const TileSources& samples) {
   if (sources.todos.isEmpty()) sources.todos = samples.todos;

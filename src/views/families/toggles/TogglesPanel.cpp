@@ -1,11 +1,11 @@
 #include "views/families/toggles/TogglesRoom.h"
 
-#include <QCoreApplication>
 #include <array>
 
 #include "views/controls/Rows.h"
 #include "views/controls/Switch.h"
 #include "views/panels/PanelWords.h"
+#include "widgets/TileWords.h"
 
 namespace tarnwick {
 
@@ -40,7 +40,7 @@ class TogglesPanel final : public TilePanel {
   explicit TogglesPanel(const PanelContext& context) : TilePanel(context) {
     for (std::size_t i = 0; i < kToggles.size(); ++i) {
       const ToggleWords& words = kToggles[i];
-      const QString name = QCoreApplication::translate("Tiles", words.name);
+      const QString name = TileWords::tr(words.name);
       rows_[i] = new ListRow(name);
       rows_[i]->setCaption(PanelWords::tr(words.sentence));
       rows_[i]->setParted(i > 0);

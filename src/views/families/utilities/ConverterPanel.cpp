@@ -1,10 +1,10 @@
 #include "views/families/utilities/UtilitiesRoom.h"
 
-#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <algorithm>
 
 #include "commandbar/UnitConversion.h"
+#include "commandbar/UnitWords.h"
 #include "commandbar/UtilityText.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
@@ -22,9 +22,7 @@ namespace {
 
 constexpr int kConverterColumns = 4;
 
-QString groupName(const QString& name) {
-  return QCoreApplication::translate("UnitConversion", name.toLatin1().constData());
-}
+QString groupName(const QString& name) { return UnitWords::tr(name.toLatin1().constData()); }
 
 int groupOf(const QString& unit) {
   const auto& groups = UnitConversion::groups();
