@@ -94,6 +94,8 @@ StatusMenu::StatusMenu(AppStore& store, Commands& commands) : store_(store) {
   const Entries entries{commands, refreshers_};
   setToolTipsVisible(true);
   message_ = entries.add(*this, {}, &Commands::dismissMessage);
+  QAction* openKept = entries.add(*this, StatusMenuWords::tr("Open Without Them…"), &Commands::openKeptSettings);
+  refreshers_.emplace_back([openKept, this] { openKept->setVisible(static_cast<bool>(store_.keptSettings())); });
   belowMessage_ = addSeparator();
   continueSetup_ = entries.add(*this, StatusMenuWords::tr("Continue Setup…"), &Commands::continueSetup);
   entries.add(*this, StatusMenuWords::tr("Settings…"), &Commands::showSettings, kSettingsKey);

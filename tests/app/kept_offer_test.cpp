@@ -5,8 +5,10 @@
 #include <QTemporaryDir>
 
 #include "app/DockQuestions.h"
+#include "app/StatusMenu.h"
 #include "config/Persistence.h"
 #include "store/AppStore.h"
+#include "support/RecordingCommands.h"
 #include "support/TestScheduler.h"
 #include "views/controls/Buttons.h"
 #include "views/window/AppWindow.h"
@@ -67,6 +69,19 @@ TEST_F(KeptOfferTest, AWindowOffersItBesideTheMessage) {
   EXPECT_EQ(opened, 1);
   store->setError(u"The disk is full."_s);
   EXPECT_FALSE(offer->isVisible());
+}
+
+TEST_F(KeptOfferTest, TheStatusMenuOffersItBelowTheMessage) {
+  RecordingCommands commands;
+  StatusMenu menu(*store, commands);
+  const QList<QAction*> entries = menu.actions();
+  ASSERT_EQ(entries[1]->text(), u"Open Without Them…"_s);
+  EXPECT_TRUE(entries[1]->isVisible());
+  entries[1]->trigger();
+  EXPECT_EQ(commands.asked, QStringList{u"kept settings"_s});
+  store->clearError();
+  menu.refresh();
+  EXPECT_FALSE(entries[1]->isVisible());
 }
 
 }  // namespace
