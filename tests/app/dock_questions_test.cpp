@@ -34,6 +34,7 @@ class DockQuestionsTest : public ::testing::Test {
   StoreSetup makeSetup() {
     StoreSetup setup;
     setup.diagnostic = true;
+    setup.storage = folder_.filePath(u"config.json"_s);
     setup.platformReads = false;
     setup.scheduler = &scheduler;
     return setup;
