@@ -38,6 +38,14 @@ QStringList recentColors(const DockWidget& widget) {
   return colors;
 }
 
+void addToRecent(DockWidget& widget, const QColor& color) {
+  QStringList recent = recentColors(widget);
+  recent.removeAll(hexOf(color));
+  recent.prepend(hexOf(color));
+  if (recent.size() > kMostRecentColors) recent.resize(kMostRecentColors);
+  widget.options.insert(option::recentColors, recent.join(u' '));
+}
+
 /// A field of one color. One that can be clicked is named by its color.
 class Swatch final : public PaintedButton {
  public:
@@ -88,9 +96,12 @@ class ColorPanel final : public TilePanel {
     // Whoever writes through a screen reader sets the text, and that is no edit to the toolkit.
     connect(field_, &QLineEdit::textChanged, this, [this](const QString& text) {
       const auto color = colorOfHex(text);
-      if (!color || color == colorOfHex(widget().options.value(option::color))) return;
-      keepMixed();
+      const auto before = colorOfHex(widget().options.value(option::color));
+      if (!color || color == before) return;
+      const bool wasMixed = std::exchange(isMixed_, false);
       setOption(option::color, hexOf(*color));
+      // Behind what is written, which must not change meanwhile.
+      if (wasMixed && before) remember(*before);
     });
     const auto isUnfinished = [this] { return !colorOfHex(field_->text()) && !field_->text().trimmed().isEmpty(); };
     connect(field_, &QLineEdit::textChanged, this, [this, isUnfinished] { field_->setFaulty(isUnfinished()); });
@@ -205,7 +216,16 @@ class ColorPanel final : public TilePanel {
 
   /// Of all colors that the sliders pass the last one was chosen, once something else is done.
   void keepMixed() {
-    if (std::exchange(isMixed_, false)) takeColor(store(), context().widget, widget().options.value(option::color));
+    const auto color = colorOfHex(widget().options.value(option::color));
+    if (std::exchange(isMixed_, false) && color) remember(*color);
+  }
+
+  void remember(const QColor& color) {
+    const DockWidget* stored = DocumentEdits::find(store().config(), context().widget);
+    if (!stored) return;
+    DockWidget changed = *stored;
+    addToRecent(changed, color);
+    store().update(changed);
   }
 
   /// A copy, since the colors that were taken move along where this one may come from.
@@ -255,12 +275,8 @@ void takeColor(AppStore& store, const QUuid& widget, const QString& hex) {
   const DockWidget* stored = DocumentEdits::find(store.config(), widget);
   if (!color || !stored) return;
   DockWidget changed = *stored;
-  QStringList recent = recentColors(changed);
-  recent.removeAll(hexOf(*color));
-  recent.prepend(hexOf(*color));
-  if (recent.size() > kMostRecentColors) recent.resize(kMostRecentColors);
+  addToRecent(changed, *color);
   changed.options.insert(option::color, hexOf(*color));
-  changed.options.insert(option::recentColors, recent.join(u' '));
   store.update(changed);
 }
 
