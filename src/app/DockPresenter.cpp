@@ -166,9 +166,7 @@ TileSources DockPresenter::previews(const QList<DockWidget>& widgets) {
 }
 
 ReadingServices DockPresenter::readingServices() const {
-  ReadingServices readings = setup_.readings.services();
-  readings.apps = &services_.installedApps;
-  readings.windows = &services_.windows;
+  ReadingServices readings = setup_.readings.services(services_.installedApps, services_.windows);
   readings.sendsNearby = static_cast<bool>(setup_.sendNearby);
   readings.icons = [&icons = services_.icons](const QString& icon, int size, double ratio) {
     return icons.pixmap(icon, size, ratio);

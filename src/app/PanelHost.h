@@ -22,7 +22,7 @@ class TilePanel;
 struct PanelHostSetup {
   /// What the tiles of a display's dock show at this moment.
   std::function<TileSources(const QString& display)> sources;
-  ReadingServices readings = {};
+  ReadingServices readings;
   /// Whether what belongs to a display's dock opens below it; above it where this is empty.
   std::function<bool(const QString& display)> opensDownwards = {};
 };

@@ -68,16 +68,16 @@ void Readings::follow(AppStore& store) {
   ask();
 }
 
-ReadingServices Readings::services() {
-  ReadingServices services;
-  services.recent = &recent_;
-  services.bookmarks = &bookmarks_;
-  services.screenshots = &screenshots_;
-  services.thumbnails = &thumbnails_;
-  services.processes = &processes_;
-  services.temperature = &temperature_;
-  services.machine = machine_.get();
-  return services;
+ReadingServices Readings::services(InstalledApps& apps, const ClientWindows& windows) {
+  return {.recent = recent_,
+          .bookmarks = bookmarks_,
+          .screenshots = screenshots_,
+          .thumbnails = thumbnails_,
+          .processes = processes_,
+          .temperature = temperature_,
+          .machine = *machine_,
+          .apps = apps,
+          .windows = windows};
 }
 
 std::shared_ptr<const CalendarDigest> Readings::calendar(const QDateTime& now) {

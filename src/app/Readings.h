@@ -37,7 +37,8 @@ class Readings : public QObject {
   /// Begins to listen to what the first picture does not need.
   void start();
 
-  ReadingServices services();
+  /// What tiles and panels ask, with the applications and windows of the desktop.
+  ReadingServices services(InstalledApps& apps, const ClientWindows& windows);
   /// How the desktop writes the hour; absent where it leaves that to the language, and until it has answered.
   std::optional<bool> uses24Hour() const;
   std::shared_ptr<const CalendarDigest> calendar(const QDateTime& now);

@@ -14,14 +14,15 @@ class NoCounters final : public SystemCounters {
   std::optional<double> batteryCharge() override { return std::nullopt; }
 };
 
-/// There are no windows but our own.
-class NoWindows final : public ClientWindows {
+/// The windows of others are those that it was given; nothing can be done with them.
+class GivenWindows final : public ClientWindows {
  public:
-  QList<ClientWindow> all() const override { return {}; }
+  QList<ClientWindow> all() const override { return list; }
   void activate(quint64) override {}
   void close(quint64) override {}
   void minimise(quint64) override {}
   void setIconGeometry(const QList<quint64>&, const QRectF&) override {}
+  QList<ClientWindow> list;
 };
 
 /// Whatever is posted is not seen.
@@ -46,7 +47,7 @@ class NoDesktop {
   StoreSetup diagnosticSetup();
 
   InstalledApps installedApps;
-  NoWindows windows;
+  GivenWindows windows;
   RunningApplications applications;
   NoNotifications notifications;
   SessionEvents session;

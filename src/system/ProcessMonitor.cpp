@@ -25,9 +25,15 @@ bool ProcessMonitor::isNeededBy(const ActiveSets& active) const {
 }
 
 void ProcessMonitor::refresh() {
-  if (loading_) return;
+  if (loading_ || isFixed_) return;
   loading_ = true;
   sampling_.start([this] { return read(); }, [this](const auto& readings) { take(readings); });
+}
+
+void ProcessMonitor::setFixed(const QList<ProcessUsage>& rows, const QString& message) {
+  isFixed_ = true;
+  rows_ = rows;
+  message_ = message;
 }
 
 void ProcessMonitor::take(const QList<ProcessReading>& readings) {

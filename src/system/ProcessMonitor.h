@@ -27,6 +27,8 @@ class ProcessMonitor final : public QObject, public BeatClient {
   /// The line that is under the list.
   const QString& message() const { return message_; }
   bool loading() const { return loading_; }
+  /// Shows these and samples nothing, for pictures.
+  void setFixed(const QList<ProcessUsage>& rows, const QString& message);
 
   BeatStep step() const override { return BeatStep::Processes; }
   int everyTicks() const override { return 4; }
@@ -56,6 +58,7 @@ class ProcessMonitor final : public QObject, public BeatClient {
   QHash<qint32, ProcessReading> previous_;
   std::optional<double> time_;
   bool loading_ = false;
+  bool isFixed_ = false;
 };
 
 }  // namespace tarnwick

@@ -38,9 +38,10 @@ struct SlowCommands final : test::ChangingCommands {
 
 /// A panel of a kind over a store of its own, and a note of everything that it asked for.
 struct Open {
-  explicit Open(const QString& kind, const std::function<void(PanelContext&)>& change = {})
+  /// `change` has the fixture and the context before the panel is made.
+  explicit Open(const QString& kind, const std::function<void(Open&)>& change = {})
       : context(fixture.contextOf(kind, commands)) {
-    if (change) change(context);
+    if (change) change(*this);
     panel = makePanel(context);
     panel->start();
     panel->resize(panel->sizeHint());
@@ -180,7 +181,7 @@ TEST(RunningAppsPanel, LeadsToWindowsOrApps) {
   EXPECT_EQ(windows.titles(), "Release notes|Weather in Kendal|tiles.cpp|robin@kendal: ~|Inbox");
   Q_EMIT windows.view().opened(u"11"_s);
   EXPECT_EQ(windows.did(), "window 11");
-  Open apps(u"topApps"_s, [](PanelContext& context) { context.readings.windows = nullptr; });
+  Open apps(u"topApps"_s, [](Open& open) { open.fixture.readings().windows.list.clear(); });
   EXPECT_EQ(apps.titles(), "Browser|Editor|Terminal|Mail");
   EXPECT_EQ(apps.view().items().first().caption, u"2 windows"_s);
   QTest::keyClick(&apps.view(), Qt::Key_Down);
@@ -232,8 +233,8 @@ TEST(FolderPanel, IsLookedThroughInPlace) {
 }
 
 TEST(FolderPanel, SaysWhatIsWrongWithAFolder) {
-  Open gone(u"folderLauncher"_s, [](PanelContext& context) {
-    context.readings.fixedFolder = [](const FolderRequest&) {
+  Open gone(u"folderLauncher"_s, [](Open& open) {
+    open.context.readings.fixedFolder = [](const FolderRequest&) {
       return FolderContents{{}, 0, u"You may not look into this folder."_s};
     };
   });
@@ -312,12 +313,18 @@ TEST(ProcessesPanel, EndsTheProcessThatWasShownAfterAsking) {
   EXPECT_TRUE(said);
 }
 
-TEST(ReadingPanels, AreFinishedWithoutTheirServices) {
+TEST(ReadingPanels, AreFinishedWithNothingToRead) {
   for (const char* kind : {"applications", "appFolder", "openWindows", "pinnedWindow", "recentFiles", "screenshots",
                            "bookmarks", "processTopApps", "temperature"}) {
-    Open bare(QString::fromLatin1(kind), [](PanelContext& context) {
-      context.readings = {};
-      context.sources = [] { return TileSources(); };
+    Open bare(QString::fromLatin1(kind), [](Open& open) {
+      FixedReadings& readings = open.fixture.readings();
+      readings.recent.setFixed({});
+      readings.bookmarks.setFixed({});
+      readings.screenshots.setFixed({}, {});
+      readings.processes.setFixed({}, {});
+      readings.apps.setFixed(std::make_shared<AppIndex>());
+      readings.windows.list.clear();
+      open.context.sources = [] { return TileSources(); };
     });
     EXPECT_GT(bare.panel->panelSize().height(), 60) << kind;
   }

@@ -64,8 +64,17 @@ TEST(ProcessSection, HasProcessesReadWhileNoTileDoes) {
   CountedProcesses& source = *owned;
   test::TestScheduler clock;
   ProcessMonitor monitor(std::move(owned), clock);
-  PanelContext context = fixture.contextOf(u"cpu"_s);
-  context.readings.processes = &monitor;
+  const PanelContext fixed = fixture.contextOf(u"cpu"_s);
+  const ReadingServices& others = fixed.readings;
+  const PanelContext context{fixed.store,
+                             fixed.scheduler,
+                             fixed.toggles,
+                             fixed.commands,
+                             fixed.widget,
+                             fixed.display,
+                             fixed.sources,
+                             {others.recent, others.bookmarks, others.screenshots, others.thumbnails, monitor,
+                              others.temperature, others.machine, others.apps, others.windows}};
   const TileSources sources = SnapshotFixture::sources();
   // A sample at a time, as on a machine where a second is enough for one.
   const auto beat = [&] {

@@ -106,7 +106,10 @@ struct PanelHostTest : testing::Test {
   test::TestServices desktop{scheduler, AppEnvironment()};
   const Services services = desktop.with(panels, clocks);
   test::RecordingCommands commands;
-  PanelHost host{fixture.store(), services, commands, {[](const QString&) { return SnapshotFixture::sources(); }}};
+  PanelHost host{fixture.store(),
+                 services,
+                 commands,
+                 {[](const QString&) { return SnapshotFixture::sources(); }, fixture.readings().services()}};
   QStringList changes;
 };
 

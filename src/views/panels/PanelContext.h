@@ -27,7 +27,7 @@ struct PanelContext {
   QString display;  ///< The display whose dock opened the panel.
   /// What tiles show at this moment; panels show the same values.
   std::function<TileSources()> sources;
-  ReadingServices readings = {};
+  ReadingServices readings;
   /// Null where what was written and not used yet goes with the panel.
   PanelDrafts* drafts = nullptr;
   /// The kind's; whoever makes the panel sets it.

@@ -8,6 +8,7 @@
 #include <span>
 
 #include "store/Commands.h"
+#include "views/panels/FixedReadings.h"
 #include "views/panels/PanelContext.h"
 #include "views/panels/WidgetOption.h"
 #include "views/theme/Palette.h"
@@ -73,8 +74,7 @@ struct RoomRow {
 
 /// What panels ask while the pictures of the program are made.
 struct PicturedParts {
-  ReadingServices& readings;
-  Scheduler& scheduler;
+  FixedReadings& readings;
   QDateTime now;
 };
 
@@ -88,8 +88,8 @@ struct Room {
   void (*picture)(TileSources& sources) = nullptr;
   /// Puts what its tiles and panels show there into the store.
   void (*fillStore)(AppStore& store, const QDateTime& now) = nullptr;
-  /// Gives what only its panels ask there. What comes back must outlive them.
-  std::shared_ptr<void> (*fillReadings)(const PicturedParts& parts) = nullptr;
+  /// Gives what only its panels ask there.
+  void (*fillReadings)(const PicturedParts& parts) = nullptr;
 };
 
 /// The column `content`, from a function that gives a struct.

@@ -110,16 +110,17 @@ SnapshotStore::SnapshotStore()
     : scheduler_(std::make_unique<FrozenScheduler>()),
       desktop_(std::make_unique<NoDesktop>(*scheduler_)),
       toggles_(std::make_unique<FixedToggles>()),
-      store_(std::make_unique<AppStore>(desktop_->diagnosticSetup())) {
+      store_(std::make_unique<AppStore>(desktop_->diagnosticSetup())),
+      readings_(std::make_unique<FixedReadings>(*scheduler_)) {
   Q_ASSERT(store_->isDiagnostic());
   store_->setFrozenDate(SnapshotFixture::moment());
   store_->edit([](DockConfiguration& config) { config = SnapshotFixture::configuration(); });
   commands_ = std::make_unique<PicturedCommands>(*store_);
-  readings_.icons = &SnapshotScenery::icon;
-  const PicturedParts parts{readings_, *scheduler_, SnapshotFixture::moment()};
+  readings_->icons = &SnapshotScenery::icon;
+  const PicturedParts parts{*readings_, SnapshotFixture::moment()};
   for (const Room* room : Rooms::all()) {
     if (room->fillStore) room->fillStore(*store_, parts.now);
-    if (room->fillReadings) equipment_.push_back(room->fillReadings(parts));
+    if (room->fillReadings) room->fillReadings(parts);
   }
 }
 
@@ -133,7 +134,7 @@ PanelContext SnapshotStore::contextOf(const QString& kind, Commands& commands) {
           SnapshotFixture::widgetOf(kind).id,
           u"fixture"_s,
           [] { return SnapshotFixture::sources(); },
-          readings_};
+          readings_->services()};
 }
 
 }  // namespace tarnwick

@@ -2,7 +2,6 @@
 
 #include <QDateTime>
 #include <memory>
-#include <vector>
 
 #include "base/Scheduler.h"
 #include "config/DockConfiguration.h"
@@ -10,6 +9,7 @@
 #include "store/AppStore.h"
 #include "store/NoDesktop.h"
 #include "views/dock/DockRow.h"
+#include "views/panels/FixedReadings.h"
 #include "views/panels/PanelContext.h"
 #include "views/tiles/TileSources.h"
 
@@ -39,6 +39,8 @@ class SnapshotStore {
   ~SnapshotStore();
 
   AppStore& store() { return *store_; }
+  /// What its panels read.
+  FixedReadings& readings() { return *readings_; }
   /// Can do everything, and does nothing but change a widget in the store.
   Commands& commands() { return *commands_; }
   PanelContext contextOf(const QString& kind) { return contextOf(kind, *commands_); }
@@ -51,8 +53,7 @@ class SnapshotStore {
   std::unique_ptr<Toggles> toggles_;
   std::unique_ptr<AppStore> store_;
   std::unique_ptr<Commands> commands_;
-  ReadingServices readings_;
-  std::vector<std::shared_ptr<void>> equipment_;
+  std::unique_ptr<FixedReadings> readings_;
 };
 
 }  // namespace tarnwick

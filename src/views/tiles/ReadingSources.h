@@ -17,20 +17,20 @@ class ScreenshotFolder;
 class SystemTemperature;
 class Thumbnails;
 
-/// What tiles and panels read the user's files, the machine and applications from. Null for what this desktop lacks;
-/// all of it is borrowed and outlives docks and panels.
+/// What tiles and panels read the user's files, the machine and applications from. All of it is borrowed and outlives
+/// docks and panels. To replace one, give it where this is made: an assignment would write into what is referred to.
 struct ReadingServices {
-  RecentFiles* recent = nullptr;
-  Bookmarks* bookmarks = nullptr;
-  ScreenshotFolder* screenshots = nullptr;
-  Thumbnails* thumbnails = nullptr;
-  ProcessMonitor* processes = nullptr;
-  const SystemTemperature* temperature = nullptr;
+  RecentFiles& recent;
+  Bookmarks& bookmarks;
+  ScreenshotFolder& screenshots;
+  Thumbnails& thumbnails;
+  ProcessMonitor& processes;
+  const SystemTemperature& temperature;
   /// What only panels show.
-  MachineDetails* machine = nullptr;
-  InstalledApps* apps = nullptr;
-  const ClientWindows* windows = nullptr;  ///< Those of other programs.
-  bool sendsNearby = false;                ///< As in ReadingFacts.
+  MachineDetails& machine;
+  InstalledApps& apps;
+  const ClientWindows& windows;  ///< Those of other programs.
+  bool sendsNearby = false;      ///< As in ReadingFacts.
   /// The pictures of applications, by what their tiles know them by; empty where there are none.
   TileIcons icons{};
   /// Answers in place of the disk, for pictures of panels; empty otherwise.

@@ -1,7 +1,5 @@
 #include "views/families/apps/AppsRoom.h"
 
-#include "apps/InstalledApps.h"
-
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
@@ -53,11 +51,6 @@ void pictureApplications(TileSources& sources) {
                                 {name, name.toLower(), 0, {}});
 }
 
-std::shared_ptr<void> fillReadingsWithApplications(const PicturedParts& parts) {
-  auto apps = std::make_shared<InstalledApps>(AppEnvironment(), parts.scheduler);
-  apps->setFixed(installed());
-  parts.readings.apps = apps.get();
-  return apps;
-}
+void fillReadingsWithApplications(const PicturedParts& parts) { parts.readings.apps.setFixed(installed()); }
 
 }  // namespace tarnwick

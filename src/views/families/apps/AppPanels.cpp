@@ -40,18 +40,14 @@ class AppsPanel : public TilePanel {
   QList<AppItem> fitting() {
     const auto index = installed();
     const QString wanted = field_->text().trimmed();
-    if (index != index_ || wanted != wanted_ || !index) {
+    if (index != index_ || wanted != wanted_) {
       index_ = index;
       wanted_ = wanted;
-      fitting_ = index ? AppItems::fitting(*index, wanted) : QList<AppItem>();
+      fitting_ = AppItems::fitting(*index, wanted);
     }
     return fitting_;
   }
-  bool hasApplications() const { return context().readings.apps; }
-  /// Null where they are not known.
-  std::shared_ptr<const AppIndex> installed() const {
-    return hasApplications() ? context().readings.apps->index() : nullptr;
-  }
+  std::shared_ptr<const AppIndex> installed() const { return context().readings.apps.index(); }
 
   void start(const QString& path) {
     context().commands.startApplication(path);
@@ -88,10 +84,6 @@ class ApplicationsPanel final : public AppsPanel {
 
  protected:
   void refresh(const TileSources&) override {
-    if (!hasApplications()) {
-      showEmpty({definition().symbol, {}, title(), PanelWords::tr("The installed apps are not known here."), {}, {}});
-      return;
-    }
     hideEmpty();
     const QList<AppItem> apps = fitting();
     show(apps,
@@ -123,7 +115,7 @@ class AppFolderPanel final : public AppsPanel {
       wanted.removeAll(path);
       if (wanted == all) return;
       const auto index = installed();
-      const DesktopEntry* entry = index ? index->byPath(path) : nullptr;
+      const DesktopEntry* entry = index->byPath(path);
       const QString name = entry ? entry->name : QFileInfo(path).completeBaseName();
       setPaths(wanted, PanelWords::tr("“%1” was removed.").arg(name));
     });
@@ -133,7 +125,7 @@ class AppFolderPanel final : public AppsPanel {
  protected:
   void refresh(const TileSources& sources) override {
     const QStringList held = paths();
-    add_->setVisible(!choosing_ && hasApplications());
+    add_->setVisible(!choosing_);
     done_->setVisible(choosing_);
     field().setVisible(choosing_);
     if (held.isEmpty() && !choosing_) {
@@ -141,12 +133,8 @@ class AppFolderPanel final : public AppsPanel {
                        {},
                        title(),
                        PanelWords::tr("Put the apps that belong together into one widget."),
-                       {},
-                       {}};
-      if (hasApplications()) {
-        state.button = PanelWords::tr("Add Apps…");
-        state.act = [this] { choose(true); };
-      }
+                       PanelWords::tr("Add Apps…"),
+                       [this] { choose(true); }};
       showEmpty(state);
       return;
     }
@@ -172,7 +160,7 @@ class AppFolderPanel final : public AppsPanel {
     const auto index = installed();
     QList<AppItem> apps;
     for (const QString& path : held) {
-      if (const DesktopEntry* entry = index ? index->byPath(path) : nullptr) {
+      if (const DesktopEntry* entry = index->byPath(path)) {
         apps.append({path, entry->name, entry->iconName, entry->comment});
       } else {
         const ApplicationFacts facts =

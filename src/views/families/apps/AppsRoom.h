@@ -14,6 +14,6 @@ std::unique_ptr<TilePanel> makeAppFolderPanel(const PanelContext& context);
 
 /// The applications in the pictures of the program. None of them is installed anywhere.
 void pictureApplications(TileSources& sources);
-std::shared_ptr<void> fillReadingsWithApplications(const PicturedParts& parts);
+void fillReadingsWithApplications(const PicturedParts& parts);
 
 }  // namespace tarnwick

@@ -5,10 +5,6 @@
 #include <algorithm>
 #include <functional>
 
-#include "files/Bookmarks.h"
-#include "files/RecentFiles.h"
-#include "files/ScreenshotFolder.h"
-#include "files/Thumbnails.h"
 #include "views/families/files/FileItems.h"
 #include "views/theme/SnapshotScenery.h"
 
@@ -65,56 +61,6 @@ QStringList shelf() {
   return {u"/home/robin/Quarterly summary.pdf"_s, u"/home/robin/tiles.png"_s, u"/home/robin/notes.txt"_s};
 }
 
-/// What panels ask; nothing of it is on any disk.
-class FileFixture {
- public:
-  /// `scheduler` must outlive it.
-  FileFixture(const QDateTime& now, Scheduler& scheduler);
-
-  void fillReadings(ReadingServices& services) const;
-
- private:
-  QDateTime now_;
-  std::unique_ptr<RecentFiles> recent_;
-  std::unique_ptr<Bookmarks> bookmarks_;
-  std::unique_ptr<ScreenshotFolder> screenshots_;
-  std::unique_ptr<Thumbnails> thumbnails_;
-};
-
-FileFixture::FileFixture(const QDateTime& now, Scheduler& scheduler)
-    : now_(now),
-      recent_(std::make_unique<RecentFiles>(QString(), scheduler)),
-      bookmarks_(std::make_unique<Bookmarks>(BookmarkPlaces(), scheduler)),
-      screenshots_(std::make_unique<ScreenshotFolder>(QString(), scheduler)),
-      thumbnails_(std::make_unique<Thumbnails>(QString())) {
-  recent_->setFixed({{u"/home/robin/Documents/Quarterly summary.pdf"_s, now.addSecs(-600)},
-                     {u"/home/robin/Pictures/museum.jpg"_s, now.addSecs(-4300)},
-                     {u"/home/robin/Documents/Release plan.md"_s, now.addSecs(-9000)},
-                     {u"/home/robin/Projects/dock/ring-width.svg"_s, now.addDays(-1)},
-                     {u"/home/robin/Documents/budget.ods"_s, now.addDays(-2)}});
-  bookmarks_->setFixed({{u"Release notes"_s, QUrl(u"https://docs.example.org/releases"_s), u"Work"_s},
-                        {u"Weather in Kendal"_s, QUrl(u"https://weather.example.com/kendal"_s), {}},
-                        {u"Icon grid, all sizes"_s, QUrl(u"https://design.example.net/grid"_s), u"Design"_s},
-                        {u"Timetable"_s, QUrl(u"https://trains.example.com/"_s), u"Travel"_s}});
-  const QList<FolderEntry> shots = screenshotEntries(now);
-  screenshots_->setFixed(pictures(), shots);
-  for (int i = 0; i < shots.size(); ++i)
-    thumbnails_->setFixed(shots[i].path, shots[i].modified, kPanelThumbnail, landscape(i));
-  for (const FolderEntry& entry : folder({}, now).entries)
-    if (FolderReading::isPicture(entry.name))
-      for (const QString& where : {u"/home/robin/Documents"_s, u"/home/robin/Downloads"_s})
-        thumbnails_->setFixed(where + entry.path, entry.modified, kPanelThumbnail,
-                              landscape(static_cast<int>(entry.name.size() % 5)));
-}
-
-void FileFixture::fillReadings(ReadingServices& services) const {
-  services.recent = recent_.get();
-  services.bookmarks = bookmarks_.get();
-  services.screenshots = screenshots_.get();
-  services.thumbnails = thumbnails_.get();
-  services.fixedFolder = [now = now_](const FolderRequest& request) { return folder(request, now); };
-}
-
 }  // namespace
 
 void pictureFiles(TileSources& sources) {
@@ -135,10 +81,28 @@ void fillStoreWithFiles(AppStore& store, const QDateTime&) {
   store.edit([](DockConfiguration& config) { config.shelf = shelf(); });
 }
 
-std::shared_ptr<void> fillReadingsWithFiles(const PicturedParts& parts) {
-  auto fixture = std::make_shared<FileFixture>(parts.now, parts.scheduler);
-  fixture->fillReadings(parts.readings);
-  return fixture;
+void fillReadingsWithFiles(const PicturedParts& parts) {
+  const QDateTime& now = parts.now;
+  FixedReadings& readings = parts.readings;
+  readings.recent.setFixed({{u"/home/robin/Documents/Quarterly summary.pdf"_s, now.addSecs(-600)},
+                            {u"/home/robin/Pictures/museum.jpg"_s, now.addSecs(-4300)},
+                            {u"/home/robin/Documents/Release plan.md"_s, now.addSecs(-9000)},
+                            {u"/home/robin/Projects/dock/ring-width.svg"_s, now.addDays(-1)},
+                            {u"/home/robin/Documents/budget.ods"_s, now.addDays(-2)}});
+  readings.bookmarks.setFixed({{u"Release notes"_s, QUrl(u"https://docs.example.org/releases"_s), u"Work"_s},
+                               {u"Weather in Kendal"_s, QUrl(u"https://weather.example.com/kendal"_s), {}},
+                               {u"Icon grid, all sizes"_s, QUrl(u"https://design.example.net/grid"_s), u"Design"_s},
+                               {u"Timetable"_s, QUrl(u"https://trains.example.com/"_s), u"Travel"_s}});
+  const QList<FolderEntry> shots = screenshotEntries(now);
+  readings.screenshots.setFixed(pictures(), shots);
+  for (int i = 0; i < shots.size(); ++i)
+    readings.thumbnails.setFixed(shots[i].path, shots[i].modified, kPanelThumbnail, landscape(i));
+  for (const FolderEntry& entry : folder({}, now).entries)
+    if (FolderReading::isPicture(entry.name))
+      for (const QString& where : {u"/home/robin/Documents"_s, u"/home/robin/Downloads"_s})
+        readings.thumbnails.setFixed(where + entry.path, entry.modified, kPanelThumbnail,
+                                     landscape(static_cast<int>(entry.name.size() % 5)));
+  readings.folder = [now](const FolderRequest& request) { return folder(request, now); };
 }
 
 }  // namespace tarnwick

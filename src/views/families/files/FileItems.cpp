@@ -63,11 +63,11 @@ QString tipOf(const FolderEntry& entry, const QLocale& locale) {
 }
 
 /// Applications that say they open such a file, the usual one among them. Known by its name alone: nothing is read.
-QList<DesktopEntry> appsFor(const FolderEntry& file, InstalledApps* apps) {
+QList<DesktopEntry> appsFor(const FolderEntry& file, InstalledApps& apps) {
   constexpr qsizetype most = 5;
   QList<DesktopEntry> found;
-  const auto index = apps ? apps->index() : nullptr;
-  if (!index || file.path.isEmpty()) return found;
+  if (file.path.isEmpty()) return found;
+  const auto index = apps.index();
   const QString type = file.isFolder ? u"inode/directory"_s
                                      : QMimeDatabase().mimeTypeForFile(file.path, QMimeDatabase::MatchExtension).name();
   for (const DesktopEntry& app : index->applications())
@@ -103,15 +103,15 @@ void paintFile(QPainter& painter, const QRectF& box, const FolderEntry& entry, c
 
 FileItems::FileItems(ItemView& view, const PanelContext& context, std::function<void()> done)
     : view_(view), done_(std::move(done)) {
-  Thumbnails* const thumbnails = context.readings.thumbnails;
+  Thumbnails& thumbnails = context.readings.thumbnails;
   view_.setElide(Elide::Middle);
-  view.setPicture([this, thumbnails](QPainter& painter, const QRectF& box, const ViewItem& item) {
+  view.setPicture([this, &thumbnails](QPainter& painter, const QRectF& box, const ViewItem& item) {
     const FolderEntry entry = of(item.id);
     QImage picture;
-    if (thumbnails && !entry.isFolder) picture = thumbnails->of(entry.path, entry.modified, kPanelThumbnail);
+    if (!entry.isFolder) picture = thumbnails.of(entry.path, entry.modified, kPanelThumbnail);
     paintFile(painter, box, entry, picture, lookOf(view_));
   });
-  if (thumbnails) QObject::connect(thumbnails, &Thumbnails::ready, &view, &ItemView::refreshPictures);
+  QObject::connect(&thumbnails, &Thumbnails::ready, &view, &ItemView::refreshPictures);
   view.setItemAction(u"folder"_s, PanelWords::tr("Show in Files"), QKeySequence(Qt::CTRL | Qt::Key_R));
   QObject::connect(&view, &ItemView::actionRequested, &view,
                    [&commands = context.commands](const QString& path) { commands.reveal(path); });

@@ -50,20 +50,18 @@ class RecentFilesPanel final : public FileListPanel {
       : FileListPanel(context, PanelWords::tr("Recent files"), ItemView::Shape::Rows) {
     view().setMostRows(8);
     addFullWidth(body(), &view());
-    if (context.readings.recent)
-      connect(context.readings.recent, &RecentFiles::changed, this, &RecentFilesPanel::refreshNow);
+    connect(&context.readings.recent, &RecentFiles::changed, this, &RecentFilesPanel::refreshNow);
   }
 
  protected:
   void refresh(const TileSources& sources) override {
-    RecentFiles* recent = context().readings.recent;
-    if (!recent) return sayNothing(PanelWords::tr("This desktop keeps no list of recent files."));
+    RecentFiles& recent = context().readings.recent;
     QList<FolderEntry> entries;
-    for (const RecentFile& file : recent->list())
+    for (const RecentFile& file : recent.list())
       entries.append({file.path, QFileInfo(file.path).fileName(), false, 0, file.used});
     if (entries.isEmpty())
-      return sayNothing(recent->loaded() ? PanelWords::tr("Files that you open will be listed here.")
-                                         : PanelWords::tr("Looking…"));
+      return sayNothing(recent.loaded() ? PanelWords::tr("Files that you open will be listed here.")
+                                        : PanelWords::tr("Looking…"));
     hideEmpty();
     items().set(entries, FileItems::Caption::FolderAndAge, sources.now, sources.locale);
   }
@@ -76,12 +74,11 @@ class ScreenshotsPanel final : public FileListPanel {
     view().setMostRows(4);
     body().addWidget(&view());
     beginWith(view());
-    ScreenshotFolder* shots = context.readings.screenshots;
-    if (!shots) return;
-    connect(shots, &ScreenshotFolder::changed, this, &ScreenshotsPanel::refreshNow);
+    const ScreenshotFolder& shots = context.readings.screenshots;
+    connect(&shots, &ScreenshotFolder::changed, this, &ScreenshotsPanel::refreshNow);
     auto* button = new IconButton(u"folder"_s, PanelWords::tr("Open in Files"));
-    connect(button, &QPushButton::clicked, this, [this, shots] {
-      this->context().commands.openPath(shots->folder());
+    connect(button, &QPushButton::clicked, this, [this, &shots] {
+      this->context().commands.openPath(shots.folder());
       Q_EMIT closeRequested();
     });
     header().addAction(button);
@@ -89,16 +86,14 @@ class ScreenshotsPanel final : public FileListPanel {
 
  protected:
   void refresh(const TileSources& sources) override {
-    ScreenshotFolder* shots = context().readings.screenshots;
-    if (!shots) return sayNothing(PanelWords::tr("Screenshots are not available on this computer."));
-    const QList<FolderEntry>& newest = shots->newest();
+    ScreenshotFolder& shots = context().readings.screenshots;
+    const QList<FolderEntry>& newest = shots.newest();
     if (newest.isEmpty()) {
-      const QString problem = shots->problem();
-      return sayNothing(
-          !shots->loaded() ? PanelWords::tr("Looking…")
-          : !problem.isEmpty()
-              ? u"%1\n%2"_s.arg(shortFolder(shots->folder()), problem)
-              : PanelWords::tr("Screenshots in %1 will be shown here.").arg(shortFolder(shots->folder())));
+      const QString problem = shots.problem();
+      return sayNothing(!shots.loaded() ? PanelWords::tr("Looking…")
+                        : !problem.isEmpty()
+                            ? u"%1\n%2"_s.arg(shortFolder(shots.folder()), problem)
+                            : PanelWords::tr("Screenshots in %1 will be shown here.").arg(shortFolder(shots.folder())));
     }
     hideEmpty();
     items().set(newest, FileItems::Caption::AgeOnly, sources.now, sources.locale);

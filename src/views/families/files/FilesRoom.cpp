@@ -45,29 +45,25 @@ constexpr qsizetype kNames = 3;
 constexpr int kShotPixels = 160;
 
 void readRecent(ReadingFacts& readings, const ReadingServices& services) {
-  if (!services.recent) return;
-  for (const RecentFile& file : services.recent->list().mid(0, kNames))
+  for (const RecentFile& file : services.recent.list().mid(0, kNames))
     readings.recentNames.append(QFileInfo(file.path).fileName());
 }
 
 void readScreenshots(ReadingFacts& readings, const ReadingServices& services) {
-  if (!services.screenshots) return;
-  const QList<FolderEntry>& newest = services.screenshots->newest();
-  if (!services.screenshots->loaded()) return;
+  const QList<FolderEntry>& newest = services.screenshots.newest();
+  if (!services.screenshots.loaded()) return;
   readings.screenshots.emplace();
-  readings.screenshotProblem = services.screenshots->problem();
+  readings.screenshotProblem = services.screenshots.problem();
   for (const FolderEntry& entry : newest.mid(0, kShownScreenshots)) {
-    QImage image;
-    if (services.thumbnails) image = services.thumbnails->of(entry.path, entry.modified, kShotPixels);
+    const QImage image = services.thumbnails.of(entry.path, entry.modified, kShotPixels);
     const QString key = u"%1 %2"_s.arg(entry.path).arg(entry.modified.toSecsSinceEpoch());
     readings.screenshots->append({{key, image}, entry.modified});
   }
 }
 
 void readBookmarks(ReadingFacts& readings, const ReadingServices& services) {
-  if (!services.bookmarks) return;
-  const qsizetype count = services.bookmarks->list().size();
-  if (services.bookmarks->loaded()) readings.bookmarks = count;
+  const qsizetype count = services.bookmarks.list().size();
+  if (services.bookmarks.loaded()) readings.bookmarks = count;
 }
 
 QString screenshotProblem(const TileSources& sources) { return sources.readings.screenshotProblem; }

@@ -27,6 +27,6 @@ std::unique_ptr<TilePanel> makeWebSearchPanel(const PanelContext& context);
 /// The files in the pictures of the program. None of them is on any disk.
 void pictureFiles(TileSources& sources);
 void fillStoreWithFiles(AppStore& store, const QDateTime& now);
-std::shared_ptr<void> fillReadingsWithFiles(const PicturedParts& parts);
+void fillReadingsWithFiles(const PicturedParts& parts);
 
 }  // namespace tarnwick

@@ -99,16 +99,15 @@ class BookmarksPanel final : public TilePanel {
       this->context().commands.openUrl(QUrl(address));
       Q_EMIT closeRequested();
     });
-    if (context.readings.bookmarks)
-      connect(context.readings.bookmarks, &Bookmarks::changed, this, &BookmarksPanel::refreshNow);
+    connect(&context.readings.bookmarks, &Bookmarks::changed, this, &BookmarksPanel::refreshNow);
   }
 
  protected:
   void refresh(const TileSources& sources) override {
-    Bookmarks* bookmarks = context().readings.bookmarks;
-    const QList<Bookmark> list = bookmarks ? bookmarks->list() : QList<Bookmark>();
+    Bookmarks& bookmarks = context().readings.bookmarks;
+    const QList<Bookmark>& list = bookmarks.list();
     if (list.isEmpty()) {
-      const bool looking = bookmarks && !bookmarks->loaded();
+      const bool looking = !bookmarks.loaded();
       showEmpty({definition().symbol,
                  {},
                  title(),

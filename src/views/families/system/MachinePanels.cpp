@@ -45,8 +45,7 @@ class ProcessesPanel final : public TilePanel {
     foot_->setWordWrap(true);
     body().addSpacing(theme::kPanelHeaderBelow);
     body().addWidget(foot_);
-    if (context.readings.processes)
-      connect(context.readings.processes, &ProcessMonitor::changed, this, &ProcessesPanel::refreshNow);
+    connect(&context.readings.processes, &ProcessMonitor::changed, this, &ProcessesPanel::refreshNow);
   }
 
  protected:
@@ -135,16 +134,14 @@ class TemperaturePanel final : public TilePanel {
     body().addWidget(mean_);
     most_->setParted(true);
     body().addWidget(most_);
-    if (context.readings.temperature)
-      connect(context.readings.temperature, &SystemTemperature::changed, this, &TemperaturePanel::refreshNow);
+    connect(&context.readings.temperature, &SystemTemperature::changed, this, &TemperaturePanel::refreshNow);
   }
 
  protected:
   void refresh(const TileSources& sources) override {
     const ReadingFacts& readings = sources.readings;
     if (!readings.celsius) {
-      const SystemTemperature* service = context().readings.temperature;
-      const bool waits = service && !service->hasAnswered();
+      const bool waits = !context().readings.temperature.hasAnswered();
       showEmpty({definition().symbol,
                  {},
                  title(),
@@ -156,7 +153,7 @@ class TemperaturePanel final : public TilePanel {
     }
     hideEmpty();
     figure_->setFigure(number(*readings.celsius), u"°C"_s);
-    const int sensors = context().readings.temperature ? context().readings.temperature->sensorCount() : 0;
+    const int sensors = context().readings.temperature.sensorCount();
     figure_->setLines(
         PanelWords::tr("Processor"),
         sensors > 1 ? PanelWords::tr("mean of %1 sensors").arg(LocalFigures::number(sensors)) : QString());

@@ -50,8 +50,7 @@ class MetricsPanel : public TilePanel {
   }
 
   FigureView& figure() { return *figure_; }
-  /// Null where this desktop tells no more than the tile shows.
-  MachineDetails* machine() const { return context().readings.machine; }
+  MachineDetails& machine() const { return context().readings.machine; }
 
   ChartView* addChart(const QString& label, std::optional<double> maximum) {
     auto* chart = new ChartView(label);
@@ -94,14 +93,14 @@ class ProcessorPanel final : public MetricsPanel {
         processes_(new ProcessSection(context, ProcessOrder::CPU)) {
     body().addWidget(cores_);
     body().addWidget(processes_);
-    if (machine()) before_ = machine()->read().cores;
+    before_ = machine().read().cores;
   }
 
  protected:
   void fill(const MetricsSnapshot& now, const TileSources& sources) override {
     figure().setFigure(MachineWords::percent(now.cpu), LocalFigures::percentSign());
     chart_->setSeries({{sources.cpuHistory, {}}});
-    const MachineReading reading = machine() ? machine()->read() : MachineReading();
+    const MachineReading reading = machine().read();
     const QString facts = MachineWords::processor(sources.locale, reading);
     figure().setLines(facts.isEmpty() ? PanelWords::tr("of all processors") : facts, MachineWords::uptime(reading));
     showCores(reading.cores);
@@ -148,7 +147,7 @@ class MemoryPanel final : public MetricsPanel {
  protected:
   void fill(const MetricsSnapshot& now, const TileSources& sources) override {
     const QLocale& locale = sources.locale;
-    const auto parts = machine() ? machine()->read().memory : std::nullopt;
+    const auto parts = machine().read().memory;
     figure().setFigure(MachineWords::percent(now.memory), LocalFigures::percentSign());
     const QString used = MachineWords::partOf(MachineWords::memory(locale, now.memoryUsed),
                                               MachineWords::memory(locale, now.memoryTotal));

@@ -50,21 +50,19 @@ ProcessSection::ProcessSection(const PanelContext& context, ProcessOrder order, 
 
 void ProcessSection::askForSample() {
   // The beat samples by itself for a tile that shows them.
-  if (context_.readings.processes && !context_.store.active().families.contains(familyText(Family::Processes)))
-    context_.readings.processes->refresh();
+  if (!context_.store.active().families.contains(familyText(Family::Processes))) context_.readings.processes.refresh();
 }
 
 void ProcessSection::fill(const TileSources& sources) {
-  const ProcessMonitor* monitor = context_.readings.processes;
-  const QList<ProcessUsage>& known = monitor ? monitor->rows() : sources.readings.processes;
+  const ProcessMonitor& monitor = context_.readings.processes;
+  const QList<ProcessUsage>& known = monitor.rows();
   const QList<ProcessUsage> top = ProcessRanking::top(known, order_, kRows);
-  setVisible(monitor || !top.isEmpty());
+  show();
   // The first sample has no loads, and an order by them would be any order.
   isKnown_ = !top.isEmpty() && (order_ == ProcessOrder::RAM || top.first().cpu);
   if (!isKnown_) {
     // What a list says of its figures is not for one that waits for them.
-    const QString message = monitor ? monitor->message() : sources.readings.processMessage;
-    showWaiting(known.isEmpty() ? message : PanelWords::tr("Sampling processes…"));
+    showWaiting(known.isEmpty() ? monitor.message() : PanelWords::tr("Sampling processes…"));
     return;
   }
   double most = order_ == ProcessOrder::CPU ? kQuietCpu : 1;
@@ -101,10 +99,9 @@ QPixmap ProcessSection::pictureOf(const QString& process) {
   const QString key = process + QString::number(ratio);
   if (const auto known = pictures_.constFind(key); known != pictures_.constEnd()) return *known;
   QString icon;
-  if (const auto index = context_.readings.apps ? context_.readings.apps->index() : nullptr) {
-    const auto found = index->find(AppIndex::Key::Executable, process);
-    if (!found.isEmpty()) icon = found.first()->iconName;
-  }
+  const auto index = context_.readings.apps.index();
+  const auto found = index->find(AppIndex::Key::Executable, process);
+  if (!found.isEmpty()) icon = found.first()->iconName;
   QPixmap picture(QSize(kPicture, kPicture) * ratio);
   picture.setDevicePixelRatio(ratio);
   picture.fill(Qt::transparent);

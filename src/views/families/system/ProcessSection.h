@@ -23,7 +23,7 @@ class ProcessSection final : public QWidget {
 
   ProcessSection(const PanelContext& context, ProcessOrder order, QWidget* parent = nullptr);
 
-  /// Hidden where this desktop tells nothing of processes.
+  /// Hidden until it is filled first.
   void fill(const TileSources& sources);
 
  private:

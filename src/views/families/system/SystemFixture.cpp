@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "system/SystemMetrics.h"
-#include "system/ports/MachineDetails.h"
 
 namespace tarnwick {
 
@@ -42,25 +41,26 @@ ProcessUsage process(const QString& name, double cpu, double megabytes) {
   return usage;
 }
 
-/// Each reading comes as much later as the one before.
-class FixedMachine final : public MachineDetails {
- public:
-  MachineReading read() override {
-    static constexpr quint64 busy[] = {42, 16, 9, 34, 7, 22, 28, 15};
-    ++readings_;
-    MachineReading reading;
-    for (const quint64 each : busy) reading.cores << CoreTicks{readings_ * each, readings_ * 100};
-    reading.frequency = 2.4e9;
-    reading.load = 1.84;
-    reading.uptime = 76 * 3600;
-    constexpr double giga = 1024.0 * 1024 * 1024;
-    reading.memory = MemoryParts{5.9 * giga, 1.6 * giga, 2.3 * giga, 6.2 * giga, 0.2 * giga, 4 * giga};
-    return reading;
-  }
+QList<ProcessUsage> processes() {
+  return {process(u"Browser"_s, 18.2, 3170),  process(u"Editor"_s, 11, 1430), process(u"Indexer"_s, 4.1, 310),
+          process(u"Player"_s, 2.3, 260),     process(u"Mail"_s, 1.2, 610),   process(u"Messages"_s, 0.8, 505),
+          process(u"compositor"_s, 0.7, 190), process(u"Terminal"_s, 0.2, 84)};
+}
 
- private:
-  quint64 readings_ = 0;
-};
+QString processMessage() { return u"CPU uses one core as 100%. RAM is each process’s physical footprint."_s; }
+
+/// The reading after so many of the same length.
+MachineReading machineReading(quint64 readings) {
+  static constexpr quint64 busy[] = {42, 16, 9, 34, 7, 22, 28, 15};
+  MachineReading reading;
+  for (const quint64 each : busy) reading.cores << CoreTicks{readings * each, readings * 100};
+  reading.frequency = 2.4e9;
+  reading.load = 1.84;
+  reading.uptime = 76 * 3600;
+  constexpr double giga = 1024.0 * 1024 * 1024;
+  reading.memory = MemoryParts{5.9 * giga, 1.6 * giga, 2.3 * giga, 6.2 * giga, 0.2 * giga, 4 * giga};
+  return reading;
+}
 
 }  // namespace
 
@@ -84,17 +84,13 @@ void pictureMachine(TileSources& sources) {
   readings.celsius = 54;
   readings.celsiusHistory = curve(48, 8, 22);
   readings.celsiusHistory.last() = 54;
-  readings.processes = {process(u"Browser"_s, 18.2, 3170),  process(u"Editor"_s, 11, 1430),
-                        process(u"Indexer"_s, 4.1, 310),    process(u"Player"_s, 2.3, 260),
-                        process(u"Mail"_s, 1.2, 610),       process(u"Messages"_s, 0.8, 505),
-                        process(u"compositor"_s, 0.7, 190), process(u"Terminal"_s, 0.2, 84)};
-  readings.processMessage = u"CPU uses one core as 100%. RAM is each process’s physical footprint."_s;
+  readings.processes = processes();
+  readings.processMessage = processMessage();
 }
 
-std::shared_ptr<void> fillReadingsWithMachine(const PicturedParts& parts) {
-  auto machine = std::make_shared<FixedMachine>();
-  parts.readings.machine = machine.get();
-  return machine;
+void fillReadingsWithMachine(const PicturedParts& parts) {
+  parts.readings.processes.setFixed(processes(), processMessage());
+  parts.readings.machine.reading = [readings = quint64{0}]() mutable { return machineReading(++readings); };
 }
 
 }  // namespace tarnwick

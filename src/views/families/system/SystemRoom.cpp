@@ -30,15 +30,13 @@ constexpr std::array kProcessOptions = {
 };
 
 void readProcesses(ReadingFacts& readings, const ReadingServices& services) {
-  if (!services.processes) return;
-  readings.processes = services.processes->rows();
-  readings.processMessage = services.processes->message();
+  readings.processes = services.processes.rows();
+  readings.processMessage = services.processes.message();
 }
 void readTemperature(ReadingFacts& readings, const ReadingServices& services) {
-  if (!services.temperature) return;
-  readings.celsius = services.temperature->celsius();
-  readings.hasNoSensor = services.temperature->hasAnswered() && !readings.celsius;
-  readings.celsiusHistory = services.temperature->history();
+  readings.celsius = services.temperature.celsius();
+  readings.hasNoSensor = services.temperature.hasAnswered() && !readings.celsius;
+  readings.celsiusHistory = services.temperature.history();
 }
 
 void sampleMetrics(TileSources& sources, const TileSources& samples) {

@@ -16,6 +16,6 @@ std::unique_ptr<TilePanel> makeMetricsPanel(const PanelContext& context);
 
 /// The machine in the pictures of the program: its readings and its processes, and what only panels ask of it.
 void pictureMachine(TileSources& sources);
-std::shared_ptr<void> fillReadingsWithMachine(const PicturedParts& parts);
+void fillReadingsWithMachine(const PicturedParts& parts);
 
 }  // namespace tarnwick

@@ -1,7 +1,6 @@
 #include "views/families/windows/WindowsRoom.h"
 
 #include "apps/RunningApp.h"
-#include "desktop/ClientWindows.h"
 
 namespace tarnwick {
 
@@ -46,15 +45,6 @@ QList<ClientWindow> windows() {
   return windows;
 }
 
-class FixedWindows final : public ClientWindows {
- public:
-  QList<ClientWindow> all() const override { return windows(); }
-  void activate(quint64) override {}
-  void close(quint64) override {}
-  void minimise(quint64) override {}
-  void setIconGeometry(const QList<quint64>&, const QRectF&) override {}
-};
-
 }  // namespace
 
 void pictureRunning(TileSources& sources) {
@@ -64,10 +54,6 @@ void pictureRunning(TileSources& sources) {
 
 void fillStoreWithRunning(AppStore& store, const QDateTime&) { store.apply(running()); }
 
-std::shared_ptr<void> fillReadingsWithWindows(const PicturedParts& parts) {
-  auto windows = std::make_shared<FixedWindows>();
-  parts.readings.windows = windows.get();
-  return windows;
-}
+void fillReadingsWithWindows(const PicturedParts& parts) { parts.readings.windows.list = windows(); }
 
 }  // namespace tarnwick

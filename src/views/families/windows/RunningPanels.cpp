@@ -8,7 +8,6 @@
 #include "views/families/windows/WindowsRoom.h"
 #include "views/panels/AppItems.h"
 #include "views/panels/PanelWords.h"
-#include "views/panels/PlainPanel.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -44,9 +43,7 @@ class WindowsPanel : public TilePanel {
       if (const auto window = std::ranges::find(all, id, &ClientWindow::id); window != all.end()) own.append(*window);
     return own;
   }
-  QList<ClientWindow> allWindows() const {
-    return context().readings.windows ? context().readings.windows->all() : QList<ClientWindow>();
-  }
+  QList<ClientWindow> allWindows() const { return context().readings.windows.all(); }
 
   void begin() {
     rows_.clear();
@@ -175,7 +172,6 @@ std::unique_ptr<TilePanel> makeRunningAppsPanel(const PanelContext& context) {
 }
 
 std::unique_ptr<TilePanel> makePinnedWindowPanel(const PanelContext& context) {
-  if (!context.readings.windows) return makePlainPanel(context);
   return std::make_unique<PinnedWindowPanel>(context);
 }
 

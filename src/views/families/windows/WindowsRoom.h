@@ -1,7 +1,5 @@
 #pragma once
 
-#include <memory>
-
 #include "views/panels/Room.h"
 #include "views/panels/TilePanel.h"
 
@@ -15,6 +13,6 @@ std::unique_ptr<TilePanel> makePinnedWindowPanel(const PanelContext& context);
 /// The applications that run in the pictures of the program, and their windows.
 void pictureRunning(TileSources& sources);
 void fillStoreWithRunning(AppStore& store, const QDateTime& now);
-std::shared_ptr<void> fillReadingsWithWindows(const PicturedParts& parts);
+void fillReadingsWithWindows(const PicturedParts& parts);
 
 }  // namespace tarnwick

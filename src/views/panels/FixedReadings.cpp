@@ -1,0 +1,48 @@
+#include "views/panels/FixedReadings.h"
+
+namespace tarnwick {
+namespace {
+
+class NoProcesses final : public ProcessSource {
+ public:
+  QList<ProcessReading> read() override { return {}; }
+  void end(const ProcessReading&) override {}
+};
+
+class NoSensors final : public ProcessorTemperatures {
+ public:
+  quint32 read(double*, quint32) override { return 0; }
+};
+
+}  // namespace
+
+FixedReadings::FixedReadings(Scheduler& scheduler)
+    : recent(QString(), scheduler),
+      bookmarks(BookmarkPlaces(), scheduler),
+      screenshots(QString(), scheduler),
+      thumbnails(QString()),
+      processes(std::make_unique<NoProcesses>(), scheduler),
+      temperature(std::make_unique<NoSensors>()),
+      apps(AppEnvironment(), scheduler) {
+  recent.setFixed({});
+  bookmarks.setFixed({});
+  screenshots.setFixed({}, {});
+  processes.setFixed({}, {});
+  apps.setFixed(std::make_shared<AppIndex>());
+}
+
+ReadingServices FixedReadings::services() {
+  return {.recent = recent,
+          .bookmarks = bookmarks,
+          .screenshots = screenshots,
+          .thumbnails = thumbnails,
+          .processes = processes,
+          .temperature = temperature,
+          .machine = machine,
+          .apps = apps,
+          .windows = windows,
+          .icons = icons,
+          .fixedFolder = folder};
+}
+
+}  // namespace tarnwick

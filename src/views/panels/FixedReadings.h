@@ -1,0 +1,45 @@
+#pragma once
+
+#include "apps/InstalledApps.h"
+#include "files/Bookmarks.h"
+#include "files/RecentFiles.h"
+#include "files/ScreenshotFolder.h"
+#include "files/Thumbnails.h"
+#include "store/NoDesktop.h"
+#include "system/ProcessMonitor.h"
+#include "system/SystemTemperature.h"
+#include "system/ports/MachineDetails.h"
+#include "views/tiles/ReadingSources.h"
+
+namespace tarnwick {
+
+/// A machine that tells what it was given; nothing without that.
+class GivenMachine final : public MachineDetails {
+ public:
+  MachineReading read() override { return reading ? reading() : MachineReading(); }
+  std::function<MachineReading()> reading;
+};
+
+/// What tiles and panels read where there is no desktop, for pictures and tests: nothing, until something is set fixed
+/// here. Nothing of it is read from anywhere. Must outlive docks and panels.
+class FixedReadings {
+ public:
+  /// `scheduler` must outlive it.
+  explicit FixedReadings(Scheduler& scheduler);
+
+  ReadingServices services();
+
+  RecentFiles recent;
+  Bookmarks bookmarks;
+  ScreenshotFolder screenshots;
+  Thumbnails thumbnails;
+  ProcessMonitor processes;
+  SystemTemperature temperature;
+  GivenMachine machine;
+  InstalledApps apps;
+  GivenWindows windows;
+  TileIcons icons;
+  std::function<FolderContents(const FolderRequest& request)> folder;
+};
+
+}  // namespace tarnwick
