@@ -4,7 +4,6 @@
 
 #include <QCoreApplication>
 #include <QDragEnterEvent>
-#include <QEventLoop>
 #include <QMimeData>
 #include <QPainter>
 #include <algorithm>
