@@ -13,7 +13,9 @@ std::unique_ptr<TilePanel> makeCalendarPanel(const PanelContext& context);
 /// The day at a glance: the weather, what is planned, what is due and what is to be done.
 std::unique_ptr<TilePanel> makeOverviewPanel(const PanelContext& context);
 /// How much of day, month and year has passed, and what is left.
-std::unique_ptr<TilePanel> makeProgressPanel(const PanelContext& context);
+std::unique_ptr<TilePanel> makeDayProgressPanel(const PanelContext& context);
+std::unique_ptr<TilePanel> makeMonthProgressPanel(const PanelContext& context);
+std::unique_ptr<TilePanel> makeYearProgressPanel(const PanelContext& context);
 /// What is due, to be ticked off.
 std::unique_ptr<TilePanel> makeRemindersPanel(const PanelContext& context);
 

@@ -8,7 +8,6 @@
 #include "views/families/calendar/ProgressTiles.h"
 #include "views/panels/PanelWords.h"
 #include "widgets/ClockWords.h"
-#include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
 
@@ -59,7 +58,7 @@ QString leftOf(Component component, const QDateTime& now) {
 
 class ProgressPanel final : public TilePanel {
  public:
-  explicit ProgressPanel(const PanelContext& context) : TilePanel(context), figure_(new FigureView) {
+  ProgressPanel(const PanelContext& context, Component own) : TilePanel(context), own_(own), figure_(new FigureView) {
     body().addWidget(figure_);
     body().addSpacing(theme::kSectionBelow);
     for (std::size_t i = 0; i < rows_.size(); ++i) {
@@ -80,26 +79,30 @@ class ProgressPanel final : public TilePanel {
       rows_[i]->setCaption(left);
       rows_[i]->setValue(LocalFigures::percent(percent, sources.locale));
       rows_[i]->setBar(share);
-      if (kComponents[i] != own()) continue;
+      if (kComponents[i] != own_) continue;
       figure_->setFigure(LocalFigures::number(percent, sources.locale), LocalFigures::percentSign(sources.locale));
       figure_->setLines(wholeOf(kComponents[i]));
     }
   }
 
  private:
-  Component own() const {
-    if (widget().kind == kind::calendarMonthProgress) return Component::Month;
-    return widget().kind == kind::calendarYearProgress ? Component::Year : Component::Day;
-  }
-
+  Component own_;  ///< What its tile shows.
   FigureView* figure_;
   std::array<ListRow*, kComponents.size()> rows_{};
 };
 
 }  // namespace
 
-std::unique_ptr<TilePanel> makeProgressPanel(const PanelContext& context) {
-  return std::make_unique<ProgressPanel>(context);
+std::unique_ptr<TilePanel> makeDayProgressPanel(const PanelContext& context) {
+  return std::make_unique<ProgressPanel>(context, Component::Day);
+}
+
+std::unique_ptr<TilePanel> makeMonthProgressPanel(const PanelContext& context) {
+  return std::make_unique<ProgressPanel>(context, Component::Month);
+}
+
+std::unique_ptr<TilePanel> makeYearProgressPanel(const PanelContext& context) {
+  return std::make_unique<ProgressPanel>(context, Component::Year);
 }
 
 }  // namespace tarnwick

@@ -1,7 +1,6 @@
 #include "views/families/system/SystemRoom.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 #include "base/LocalFigures.h"
@@ -12,7 +11,6 @@
 #include "views/families/system/MachineWords.h"
 #include "views/families/system/ProcessSection.h"
 #include "views/panels/PanelWords.h"
-#include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
 
@@ -245,37 +243,37 @@ class BatteryPanel final : public MetricsPanel {
   ProgressBar* bar_;
 };
 
+enum class Traffic { Both, Download, Upload };
+
 class NetworkPanel final : public MetricsPanel {
  public:
-  explicit NetworkPanel(const PanelContext& context)
+  NetworkPanel(const PanelContext& context, Traffic traffic)
       : MetricsPanel(context),
+        traffic_(traffic),
         chart_(addChart(PanelWords::tr("Network traffic"), std::nullopt)),
         down_(addDetail(PanelWords::tr("Download"), true)),
         up_(addDetail(PanelWords::tr("Upload"))),
         most_(addDetail(PanelWords::tr("Highest"))) {
     // Each arrow has the colour of its line in the chart, where there is one.
-    const QString& kind = definition().id;
-    const bool sending = kind == kind::networkUpload;
+    const bool sending = traffic == Traffic::Upload;
     down_->setSymbol(u"arrow.down"_s, sending ? Tone::Secondary : Tone::Primary);
     up_->setSymbol(u"arrow.up"_s, sending ? Tone::Primary : Tone::Secondary);
     if (!sending) down_->setSymbolAccent(look().accent);
     if (sending)
       up_->setSymbolAccent(look().accent);
-    else if (kind != kind::networkDownload)
+    else if (traffic != Traffic::Download)
       up_->setSymbolAccent(Accent::Blue);
     most_->setSymbol(u"chart.bar"_s, Tone::Secondary);
   }
 
  protected:
   void fill(const MetricsSnapshot& now, const TileSources& sources) override {
-    const QString& kind = definition().id;
-    const bool sending = kind == kind::networkUpload;
-    const bool receiving = kind == kind::networkDownload;
+    const bool sending = traffic_ == Traffic::Upload;
     const QStringList parts = MachineWords::speed(sources.locale, sending ? now.upload : now.download).split(u' ');
     figure().setFigure(parts.value(0), parts.value(1));
     figure().setLines(sending ? PanelWords::tr("Upload") : PanelWords::tr("Download"));
     const QList<double>& shown = sending ? sources.uploadHistory : sources.downloadHistory;
-    if (sending || receiving)
+    if (traffic_ != Traffic::Both)
       chart_->setSeries({{shown, {}}});
     else
       chart_->setSeries({{sources.downloadHistory, {}}, {sources.uploadHistory, Accent::Blue}});
@@ -285,6 +283,7 @@ class NetworkPanel final : public MetricsPanel {
   }
 
  private:
+  Traffic traffic_;
   ChartView* chart_;
   ListRow* down_;
   ListRow* up_;
@@ -321,21 +320,38 @@ class SystemPanel final : public MetricsPanel {
   ListRow* memory_;
 };
 
-bool isOfNetwork(const QString& kind) {
-  static constexpr std::array kinds{kind::network, kind::networkDownload, kind::networkUpload, kind::networkChart};
-  return std::ranges::find(kinds, kind) != kinds.end();
-}
-
 }  // namespace
 
-std::unique_ptr<TilePanel> makeMetricsPanel(const PanelContext& context) {
-  const QString kind = context.kind();
-  if (kind == kind::ram || kind == kind::ramChart) return std::make_unique<MemoryPanel>(context);
-  if (kind == kind::storage) return std::make_unique<StoragePanel>(context);
-  if (kind == kind::battery) return std::make_unique<BatteryPanel>(context);
-  if (kind == kind::systemChart) return std::make_unique<SystemPanel>(context);
-  if (isOfNetwork(kind)) return std::make_unique<NetworkPanel>(context);
+std::unique_ptr<TilePanel> makeProcessorPanel(const PanelContext& context) {
   return std::make_unique<ProcessorPanel>(context);
+}
+
+std::unique_ptr<TilePanel> makeMemoryPanel(const PanelContext& context) {
+  return std::make_unique<MemoryPanel>(context);
+}
+
+std::unique_ptr<TilePanel> makeStoragePanel(const PanelContext& context) {
+  return std::make_unique<StoragePanel>(context);
+}
+
+std::unique_ptr<TilePanel> makeBatteryPanel(const PanelContext& context) {
+  return std::make_unique<BatteryPanel>(context);
+}
+
+std::unique_ptr<TilePanel> makeSystemPanel(const PanelContext& context) {
+  return std::make_unique<SystemPanel>(context);
+}
+
+std::unique_ptr<TilePanel> makeNetworkPanel(const PanelContext& context) {
+  return std::make_unique<NetworkPanel>(context, Traffic::Both);
+}
+
+std::unique_ptr<TilePanel> makeDownloadPanel(const PanelContext& context) {
+  return std::make_unique<NetworkPanel>(context, Traffic::Download);
+}
+
+std::unique_ptr<TilePanel> makeUploadPanel(const PanelContext& context) {
+  return std::make_unique<NetworkPanel>(context, Traffic::Upload);
 }
 
 }  // namespace tarnwick

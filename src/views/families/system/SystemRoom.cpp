@@ -74,7 +74,7 @@ constexpr auto kTeal = always<Accent::Teal, WidgetDefinition>;
 
 constexpr std::array kFamilies = {
     RoomRow{.word = familyText(Family::Metric),
-            .panel = makeMetricsPanel,
+            .panel = makeProcessorPanel,
             .accent = always<Accent::Green>,
             .sample = sampleMetrics},
     RoomRow{.word = familyText(Family::Processes),
@@ -92,16 +92,21 @@ constexpr std::array kFamilies = {
 };
 constexpr std::array kKinds = {
     RoomRow{.word = kind::cpu, .content = contentOf<makeCpuGauge>},
-    RoomRow{.word = kind::ram, .content = contentOf<makeMemoryGauge>, .accent = kPurple},
-    RoomRow{.word = kind::storage, .content = contentOf<makeStorageGauge>, .accent = always<Accent::Blue>},
-    RoomRow{.word = kind::battery, .content = contentOf<makeBattery>},
+    RoomRow{.word = kind::ram, .content = contentOf<makeMemoryGauge>, .panel = makeMemoryPanel, .accent = kPurple},
+    RoomRow{.word = kind::storage,
+            .content = contentOf<makeStorageGauge>,
+            .panel = makeStoragePanel,
+            .accent = always<Accent::Blue>},
+    RoomRow{.word = kind::battery, .content = contentOf<makeBattery>, .panel = makeBatteryPanel},
     RoomRow{.word = kind::cpuChart, .content = contentOf<makeCpuChart>},
-    RoomRow{.word = kind::ramChart, .content = contentOf<makeMemoryChart>, .accent = kPurple},
-    RoomRow{.word = kind::systemChart, .content = contentOf<makeSystemChart>},
-    RoomRow{.word = kind::network, .content = contentOf<makeNetwork>, .accent = kTeal},
-    RoomRow{.word = kind::networkDownload, .content = contentOf<makeDownload>, .accent = kTeal},
-    RoomRow{.word = kind::networkUpload, .content = contentOf<makeUpload>, .accent = kTeal},
-    RoomRow{.word = kind::networkChart, .content = contentOf<makeNetworkChart>, .accent = kTeal},
+    RoomRow{.word = kind::ramChart, .content = contentOf<makeMemoryChart>, .panel = makeMemoryPanel, .accent = kPurple},
+    RoomRow{.word = kind::systemChart, .content = contentOf<makeSystemChart>, .panel = makeSystemPanel},
+    RoomRow{.word = kind::network, .content = contentOf<makeNetwork>, .panel = makeNetworkPanel, .accent = kTeal},
+    RoomRow{
+        .word = kind::networkDownload, .content = contentOf<makeDownload>, .panel = makeDownloadPanel, .accent = kTeal},
+    RoomRow{.word = kind::networkUpload, .content = contentOf<makeUpload>, .panel = makeUploadPanel, .accent = kTeal},
+    RoomRow{
+        .word = kind::networkChart, .content = contentOf<makeNetworkChart>, .panel = makeNetworkPanel, .accent = kTeal},
     RoomRow{.word = kind::temperature, .content = warmth<makeTemperature>},
     RoomRow{.word = kind::temperatureChart, .content = warmth<makeTemperatureChart>},
 };

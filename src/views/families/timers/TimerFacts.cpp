@@ -8,7 +8,7 @@
 #include "widgets/TickCadence.h"
 #include "widgets/TileWords.h"
 #include "widgets/TimeMath.h"
-#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/KindTraits.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -21,8 +21,9 @@ constexpr double kSecondsPerMinute = 60;
 /// Below this a countdown is over: what is left of the beat in which it ends.
 constexpr double kNothing = 0.001;
 
-bool isPomodoro(const DockWidget& widget) { return widget.kind == kind::pomodoro; }
-bool isPosture(const DockWidget& widget) { return widget.kind == kind::posture; }
+bool runsAs(const DockWidget& widget, TimerRun run) { return KindTraits::of(widget.kind).run == run; }
+bool isPomodoro(const DockWidget& widget) { return runsAs(widget, TimerRun::Pomodoro); }
+bool isPosture(const DockWidget& widget) { return runsAs(widget, TimerRun::Posture); }
 
 QString phaseOf(const DockWidget& widget) {
   const QString phase = widget.options.value(option::phase);
@@ -43,7 +44,7 @@ QString wordOf(const TimerFacts& facts, const DockWidget& widget) {
   const bool between = facts.fresh && widget.options.contains(option::phase);  // Stopped before this phase began.
   if (!facts.phase.isEmpty() && (facts.running || between)) return facts.phase;
   if (facts.running) return TileWords::tr("Running");
-  if (facts.ended) return widget.kind == kind::exercise ? TileWords::tr("Time to move") : TileWords::tr("Done");
+  if (facts.ended) return runsAs(widget, TimerRun::Exercise) ? TileWords::tr("Time to move") : TileWords::tr("Done");
   return facts.fresh ? TileWords::tr("Ready") : TileWords::tr("Paused");
 }
 
@@ -57,7 +58,7 @@ QString TimerFacts::figure() const {
 TimerFacts timerFacts(const DockWidget& widget, const QDateTime& now) {
   TimerFacts facts;
   facts.running = Ticking::timerIsRunning(widget);
-  if (widget.kind == kind::stopwatch) {
+  if (runsAs(widget, TimerRun::Stopwatch)) {
     facts.seconds = std::max(0.0, TimeMath::elapsed(widget, now));
     facts.fresh = !facts.running && facts.seconds < kNothing;
     facts.share = std::fmod(std::floor(facts.seconds), kSecondsPerMinute) / kSecondsPerMinute;

@@ -20,7 +20,7 @@
 #include "widgets/PhaseMath.h"
 #include "widgets/TimeMath.h"
 #include "widgets/TimerActions.h"
-#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/KindTraits.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -28,6 +28,8 @@ namespace tarnwick {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+TimerRun runOf(const DockWidget& widget) { return KindTraits::of(widget.kind).run; }
 
 constexpr int kMostMinutes = 1440;
 constexpr int kMostBreak = 120;
@@ -129,7 +131,8 @@ class TimerPanel : public TilePanel {
     if (key == option::minutes || timerFacts(widget(), now_).fresh) {
       changed.options.remove(option::remaining);
       // Without a time left on it, a posture cycle has that of its seated phase, whichever it is in.
-      if (const QString phase = changed.options.value(option::phase); changed.kind == kind::posture && !phase.isEmpty())
+      if (const QString phase = changed.options.value(option::phase);
+          runOf(changed) == TimerRun::Posture && !phase.isEmpty())
         changed.options.insert(option::remaining, TimeMath::text(PostureMath::duration(changed, phase)));
     }
     changeSettings(changed);
@@ -139,7 +142,7 @@ class TimerPanel : public TilePanel {
     const DockWidget before = widget();
     store().resetTimer(before.id);
     // A countdown is only set again; what a stopwatch has counted would be lost.
-    if (before.kind != kind::stopwatch) return;
+    if (runOf(before) != TimerRun::Stopwatch) return;
     // What it has counted since is nobody's to throw away.
     const auto exchange = [store = &store()](const DockWidget& from, const DockWidget& to) {
       const DockWidget* stored = DocumentEdits::find(store->config(), from.id);
@@ -163,8 +166,8 @@ class TimerPanel : public TilePanel {
   void skip() {
     DockWidget ended = widget();
     ended.options.insert(option::deadline, TimeMath::text(TimeMath::unixSeconds(now_)));
-    store().update(ended.kind == kind::pomodoro ? PomodoroMath::advance(ended, now_)
-                                                : PostureMath::advance(ended, now_));
+    store().update(runOf(ended) == TimerRun::Pomodoro ? PomodoroMath::advance(ended, now_)
+                                                      : PostureMath::advance(ended, now_));
   }
 
   double optionNumber(QLatin1StringView key, double otherwise) const { return widget().number(key, otherwise); }
@@ -382,12 +385,20 @@ class StopwatchPanel final : public TimerPanel {
 
 }  // namespace
 
-std::unique_ptr<TilePanel> makeTimerPanel(const PanelContext& context) {
-  const QString kind = context.kind();
-  if (kind == kind::pomodoro) return std::make_unique<PomodoroPanel>(context);
-  if (kind == kind::posture) return std::make_unique<PosturePanel>(context);
-  if (kind == kind::stopwatch) return std::make_unique<StopwatchPanel>(context);
+std::unique_ptr<TilePanel> makeCountdownPanel(const PanelContext& context) {
   return std::make_unique<CountdownPanel>(context);
+}
+
+std::unique_ptr<TilePanel> makePomodoroPanel(const PanelContext& context) {
+  return std::make_unique<PomodoroPanel>(context);
+}
+
+std::unique_ptr<TilePanel> makePosturePanel(const PanelContext& context) {
+  return std::make_unique<PosturePanel>(context);
+}
+
+std::unique_ptr<TilePanel> makeStopwatchPanel(const PanelContext& context) {
+  return std::make_unique<StopwatchPanel>(context);
 }
 
 }  // namespace tarnwick

@@ -8,7 +8,7 @@
 #include "views/theme/TransportGlyphs.h"
 #include "views/tiles/TileCanvas.h"
 #include "widgets/TileWords.h"
-#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/KindTraits.h"
 
 namespace tarnwick {
 
@@ -32,8 +32,9 @@ constexpr int kUsualMarks = 4;
 constexpr double kOverhang = 4;  ///< How far a text may reach into the space at the right.
 
 TimerContent::Glyph glyphOf(const DockWidget& widget, const TimerFacts& facts) {
-  if (widget.kind == kind::posture) return TimerContent::Glyph::Seated;
-  if (widget.kind == kind::exercise) return TimerContent::Glyph::Walk;
+  const TimerRun run = KindTraits::of(widget.kind).run;
+  if (run == TimerRun::Posture) return TimerContent::Glyph::Seated;
+  if (run == TimerRun::Exercise) return TimerContent::Glyph::Walk;
   return facts.running ? TimerContent::Glyph::Pause : TimerContent::Glyph::Play;
 }
 

@@ -95,7 +95,7 @@ QMap<QString, QString> picturedPosture(const QDateTime& now) {
 constexpr std::array kFamilies = {
     RoomRow{.word = familyText(Family::Timer),
             .content = contentOf<makeTimer>,
-            .panel = makeTimerPanel,
+            .panel = makeCountdownPanel,
             .accent = always<Accent::Orange>,
             .cadence = cadence,
             .options = kTimerOptions,
@@ -104,13 +104,20 @@ constexpr std::array kFamilies = {
 constexpr std::array kKinds = {
     RoomRow{.word = kind::timer, .pictured = picturedTimer},
     RoomRow{.word = kind::pomodoro,
+            .panel = makePomodoroPanel,
             .accent = always<Accent::Red>,
             .options = kPomodoroOptions,
             .pictured = picturedPomodoro},
     // A stopwatch has no duration.
-    RoomRow{.word = kind::stopwatch, .options = std::span<const WidgetOption>(), .pictured = picturedStopwatch},
-    RoomRow{
-        .word = kind::posture, .accent = always<Accent::Teal>, .options = kPostureOptions, .pictured = picturedPosture},
+    RoomRow{.word = kind::stopwatch,
+            .panel = makeStopwatchPanel,
+            .options = std::span<const WidgetOption>(),
+            .pictured = picturedStopwatch},
+    RoomRow{.word = kind::posture,
+            .panel = makePosturePanel,
+            .accent = always<Accent::Teal>,
+            .options = kPostureOptions,
+            .pictured = picturedPosture},
 };
 
 }  // namespace

@@ -7,6 +7,9 @@
 namespace tarnwick {
 
 /// Countdowns, focus sessions, posture and the stopwatch: the figure, what can be done with it, and the durations.
-std::unique_ptr<TilePanel> makeTimerPanel(const PanelContext& context);
+std::unique_ptr<TilePanel> makeCountdownPanel(const PanelContext& context);
+std::unique_ptr<TilePanel> makePomodoroPanel(const PanelContext& context);
+std::unique_ptr<TilePanel> makePosturePanel(const PanelContext& context);
+std::unique_ptr<TilePanel> makeStopwatchPanel(const PanelContext& context);
 
 }  // namespace tarnwick
