@@ -8,6 +8,7 @@
 
 #include "desktop/Toggles.h"
 #include "store/AppStore.h"
+#include "store/NoDesktop.h"
 #include "support/TestScheduler.h"
 #include "support/TestServices.h"
 #include "views/theme/DesktopLook.h"
@@ -29,11 +30,7 @@ class AppearanceTest : public ::testing::Test {
  protected:
   AppearanceTest() : palette_(QApplication::palette()) {
     DesktopLook::set({});
-    StoreSetup setup;
-    setup.diagnostic = true;
-    setup.platformReads = false;
-    setup.scheduler = &scheduler;
-    store = std::make_unique<AppStore>(std::move(setup));
+    store = std::make_unique<AppStore>(desktop.diagnosticSetup());
     appearance = std::make_unique<Appearance>(*store, toggles, contrast);
   }
   ~AppearanceTest() override {
@@ -54,6 +51,7 @@ class AppearanceTest : public ::testing::Test {
   }
 
   TestScheduler scheduler;
+  NoDesktop desktop{scheduler};
   DarkSwitch toggles;
   UsualContrast contrast;
   std::unique_ptr<AppStore> store;

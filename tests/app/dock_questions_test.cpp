@@ -8,9 +8,11 @@
 #include "app/PanelHost.h"
 #include "handover/FakeDock.h"
 #include "store/AppStore.h"
+#include "store/NoDesktop.h"
 #include "support/RecordingCommands.h"
 #include "support/TestScheduler.h"
 #include "support/TestServices.h"
+#include "views/panels/FixedReadings.h"
 
 namespace tarnwick::test {
 namespace {
@@ -32,13 +34,11 @@ class DockQuestionsTest : public ::testing::Test {
 
  private:
   StoreSetup makeSetup() {
-    StoreSetup setup;
-    setup.diagnostic = true;
+    StoreSetup setup = noDesktop_.diagnosticSetup();
     setup.storage = folder_.filePath(u"config.json"_s);
-    setup.platformReads = false;
-    setup.scheduler = &scheduler;
     return setup;
   }
+  NoDesktop noDesktop_{scheduler};
   QTemporaryDir folder_;
   FakeDock system_{folder_.filePath(u"dock"_s)};
   TestServices desktop_{scheduler, AppEnvironment()};
@@ -50,7 +50,8 @@ class DockQuestionsTest : public ::testing::Test {
   DockCommands tiles_{store_, services_, commands_};
   DockMenus menus_{store_, services_, commands_, edits_, tiles_};
   LiveDocks docks_;
-  PanelHost panels_{store_, services_, commands_, {[](const QString&) { return TileSources(); }}};
+  FixedReadings readings_{scheduler};
+  PanelHost panels_{store_, services_, commands_, {[](const QString&) { return TileSources(); }, readings_.services()}};
 
  protected:
   DockController dock{store_,

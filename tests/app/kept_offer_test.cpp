@@ -8,6 +8,7 @@
 #include "app/StatusMenu.h"
 #include "config/Persistence.h"
 #include "store/AppStore.h"
+#include "store/NoDesktop.h"
 #include "support/RecordingCommands.h"
 #include "support/TestScheduler.h"
 #include "views/controls/Buttons.h"
@@ -28,10 +29,9 @@ class KeptOfferTest : public ::testing::Test {
     QFile file(folder.filePath(u"config.json"_s));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(json) == json.size());
     file.close();
-    StoreSetup setup;
+    StoreSetup setup = desktop.storeSetup();
     setup.storage = file.fileName();
     setup.platformReads = false;
-    setup.scheduler = &scheduler;
     store = std::make_unique<AppStore>(std::move(setup));
   }
   static Button* offerOf(AppWindow& window) {
@@ -42,6 +42,7 @@ class KeptOfferTest : public ::testing::Test {
 
   QTemporaryDir folder;
   TestScheduler scheduler;
+  NoDesktop desktop{scheduler};
   std::unique_ptr<AppStore> store;
 };
 

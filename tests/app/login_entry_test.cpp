@@ -9,6 +9,7 @@
 
 #include "base/DomainError.h"
 #include "store/AppStore.h"
+#include "store/NoDesktop.h"
 #include "support/TestScheduler.h"
 
 namespace tarnwick::test {
@@ -97,11 +98,7 @@ TEST(Autostart, LeavesAloneWhatIsNotItsOwn) {
 class LoginEntryTest : public ::testing::Test {
  protected:
   LoginEntryTest() {
-    StoreSetup setup;
-    setup.diagnostic = true;
-    setup.platformReads = false;
-    setup.scheduler = &scheduler;
-    store = std::make_unique<AppStore>(std::move(setup));
+    store = std::make_unique<AppStore>(desktop.diagnosticSetup());
     login = std::make_unique<LoginEntry>(*store, file.place);
   }
   void flip(bool on) {
@@ -111,6 +108,7 @@ class LoginEntryTest : public ::testing::Test {
   bool isOn() const { return store->config().launchAtLogin; }
 
   TestScheduler scheduler;
+  NoDesktop desktop{scheduler};
   EntryFile file;
   std::unique_ptr<AppStore> store;
   std::unique_ptr<LoginEntry> login;

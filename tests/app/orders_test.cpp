@@ -9,6 +9,7 @@
 #include "app/SocketSession.h"
 #include "base/DomainError.h"
 #include "store/AppStore.h"
+#include "store/NoDesktop.h"
 #include "support/RecordingCommands.h"
 #include "support/TestScheduler.h"
 
@@ -31,11 +32,7 @@ struct SilentSession final : SessionApplication {
 class OrdersTest : public ::testing::Test {
  protected:
   OrdersTest() : door(folder.path()) {
-    StoreSetup setup;
-    setup.diagnostic = true;
-    setup.platformReads = false;
-    setup.scheduler = &scheduler;
-    store = std::make_unique<AppStore>(std::move(setup));
+    store = std::make_unique<AppStore>(desktop.diagnosticSetup());
     orders = std::make_unique<Orders>(*store, commands,
                                       OrdersSetup{session,
                                                   door,
@@ -54,6 +51,7 @@ class OrdersTest : public ::testing::Test {
   QStringList taken() { return std::exchange(commands.asked, {}); }
 
   TestScheduler scheduler;
+  NoDesktop desktop{scheduler};
   QTemporaryDir folder;
   SilentSession session;
   SocketSession door;
