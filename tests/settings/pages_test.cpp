@@ -71,7 +71,7 @@ TEST_F(SettingsPagesTest, TheTriggerAreaSaysWhereItIsOnePixelWhateverIsSet) {
   turnTo("layout");
   const auto* slider = control<Slider>("Trigger area");
   ASSERT_TRUE(slider);
-  EXPECT_EQ(slider->accessibleDescription(), u"On this desktop the outermost pixel is all that is felt."_s);
+  EXPECT_EQ(slider->accessibleDescription(), u"On this desktop the pointer must reach the last pixel of the screen."_s);
 }
 
 TEST_F(SettingsPagesTest, SlidersGoOverTheirWholeRangeAndStoreAtOnce) {
@@ -150,16 +150,16 @@ TEST_F(SettingsPagesTest, TheStyleMayFollowLightAndDark) {
   turnTo("appearance");
   auto* follows = control<Switch>("Follow light and dark");
   ASSERT_TRUE(follows);
-  EXPECT_FALSE(follows->isChecked() || sees("While light"));
+  EXPECT_FALSE(follows->isChecked() || sees("Light style"));
   follows->click();
-  ASSERT_TRUE(sees("While light") && sees("While dark"));
-  auto* light = control<DropDown>("While light");
+  ASSERT_TRUE(sees("Light style") && sees("Dark style"));
+  auto* light = control<DropDown>("Light style");
   EXPECT_EQ(light->chosenValue(), u"lightGlass"_s);
   Q_EMIT light->valueChosen(u"white"_s);
   EXPECT_EQ(config().desk().lightStyle, u"white"_s);
   EXPECT_EQ(config().style, DockConfiguration().style) << "the style that was chosen stays";
   follows->click();
-  EXPECT_FALSE(config().desk().styleFollows || sees("While dark"));
+  EXPECT_FALSE(config().desk().styleFollows || sees("Dark style"));
 }
 
 TEST_F(SettingsPagesTest, WidgetsAreMovedEditedAndRemovedByKeys) {

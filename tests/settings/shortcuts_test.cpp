@@ -111,7 +111,8 @@ TEST_F(ShortcutsTest, ARowSaysWhetherItsKeyIsHad) {
     return static_cast<Switch*>(nullptr);
   };
   const auto said = [](Switch* control) { return control->parentWidget()->accessibleDescription(); };
-  EXPECT_EQ(said(of("shortcuts", "Hide and Show Dock")), u"With Shift it moves the keyboard focus to the dock."_s);
+  EXPECT_EQ(said(of("shortcuts", "Hide and Show Dock")),
+            u"With Shift added, it moves the keyboard focus to the dock."_s);
   keys.lost << dock;
   store().setError(u"Taken."_s);
   EXPECT_EQ(said(of("shortcuts", "Hide and Show Dock")),

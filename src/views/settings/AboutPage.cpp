@@ -23,7 +23,7 @@ SettingsPage* makeAboutPage(AppStore& store, const SettingsServices& services) {
                    value(QStringLiteral(TARNWICK_VERSION)));
   page->addControl(
       program,
-      {QT_TRANSLATE_NOOP("Settings", "Licence"), QT_TRANSLATE_NOOP("Settings", "© 2026 The Tarnwick authors."),
+      {QT_TRANSLATE_NOOP("Settings", "License"), QT_TRANSLATE_NOOP("Settings", "© 2026 The Tarnwick authors."),
        QT_TRANSLATE_NOOP("Settings", "license")},
       value(u"MIT"_s));
   Card& credits = *page->addCard(settingsText(QT_TRANSLATE_NOOP("Settings", "Open-source components")));

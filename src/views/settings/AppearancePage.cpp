@@ -43,7 +43,7 @@ constexpr auto kMagnifications = std::to_array<SettingChoice>({
     {QT_TRANSLATE_NOOP("Settings", "A lot"), "much"},
 });
 constexpr auto kContrasts = std::to_array<SettingChoice>({
-    {QT_TRANSLATE_NOOP("Settings", "As the desktop"), "desktop"},
+    {QT_TRANSLATE_NOOP("Settings", "Same as the desktop"), "desktop"},
     {QT_TRANSLATE_NOOP("Settings", "On"), "on"},
     {QT_TRANSLATE_NOOP("Settings", "Off"), "off"},
 });
@@ -84,7 +84,7 @@ class AppearancePage final : public SettingsPage {
     const auto follows = [](const DockConfiguration& config) { return config.desk().styleFollows; };
     showWhile(
         cards, [follows](const DockConfiguration& config) { return !follows(config); },
-        settingsText(QT_TRANSLATE_NOOP("Settings", "Only for a dock of one style.")));
+        settingsText(QT_TRANSLATE_NOOP("Settings", "Only while “Follow light and dark” is off.")));
     follow([group](const DockConfiguration& config) {
       for (StyleCard* card : group) {
         card->setChecked(card->style() == config.style);
@@ -99,16 +99,15 @@ class AppearancePage final : public SettingsPage {
     addSwitch(
         card,
         {QT_TRANSLATE_NOOP("Settings", "Follow light and dark"),
-         QT_TRANSLATE_NOOP("Settings", "Gives the dock one style while the desktop is light and one while it is dark."),
+         QT_TRANSLATE_NOOP("Settings", "Uses one dock style while the desktop is light and another while it is dark."),
          QT_TRANSLATE_NOOP("Settings", "style theme night day automatic")},
         settingField(&DeskOptions::styleFollows));
     const auto follows = [](const DockConfiguration& config) { return config.desk().styleFollows; };
-    const QString otherwise =
-        settingsText(QT_TRANSLATE_NOOP("Settings", "Only for a dock that follows light and dark."));
-    showWhile(addDropDown(card, {QT_TRANSLATE_NOOP("Settings", "While light")}, settingField(&DeskOptions::lightStyle),
+    const QString otherwise = settingsText(QT_TRANSLATE_NOOP("Settings", "Only while “Follow light and dark” is on."));
+    showWhile(addDropDown(card, {QT_TRANSLATE_NOOP("Settings", "Light style")}, settingField(&DeskOptions::lightStyle),
                           kStyles),
               follows, otherwise);
-    showWhile(addDropDown(card, {QT_TRANSLATE_NOOP("Settings", "While dark")}, settingField(&DeskOptions::darkStyle),
+    showWhile(addDropDown(card, {QT_TRANSLATE_NOOP("Settings", "Dark style")}, settingField(&DeskOptions::darkStyle),
                           kStyles),
               follows, otherwise);
   }
@@ -134,12 +133,12 @@ class AppearancePage final : public SettingsPage {
               settingField(&DockConfiguration::tiles));
     FormRow* borders = addSwitch(card,
                                  {QT_TRANSLATE_NOOP("Settings", "Tile borders"),
-                                  QT_TRANSLATE_NOOP("Settings", "Draws a thin border around it.")},
+                                  QT_TRANSLATE_NOOP("Settings", "Draws a thin border around that background.")},
                                  {[](const DockConfiguration& config) { return config.tileBorders.value_or(true); },
                                   [](DockConfiguration& config, const bool& on) { config.tileBorders = on; }});
     showWhile(
         borders, [](const DockConfiguration& config) { return config.tiles; },
-        settingsText(QT_TRANSLATE_NOOP("Settings", "Only for widgets with a fill.")));
+        settingsText(QT_TRANSLATE_NOOP("Settings", "Only while “Widget tile fills” is on.")));
     addSegments(card, {QT_TRANSLATE_NOOP("Settings", "Widget colors")},
                 {[](const DockConfiguration& config) { return config.monochrome ? u"true"_s : u"false"_s; },
                  [](DockConfiguration& config, const QString& value) { config.monochrome = value == "true"_L1; }},
@@ -157,7 +156,7 @@ class AppearancePage final : public SettingsPage {
     addSegments(
         card,
         {QT_TRANSLATE_NOOP("Settings", "High contrast"),
-         QT_TRANSLATE_NOOP("Settings", "Makes the dock opaque, draws lines around things and strengthens text."),
+         QT_TRANSLATE_NOOP("Settings", "Makes the dock opaque, adds borders and increases the contrast of text."),
          QT_TRANSLATE_NOOP("Settings", "accessibility legible borders")},
         settingField(&DeskOptions::contrast), kContrasts);
   }
@@ -185,14 +184,14 @@ class AppearancePage final : public SettingsPage {
       edit([](DockConfiguration& config) { config.desktop.backgroundImage.clear(); });
     });
     connect(choose, &QPushButton::clicked, this, [this] { services_.commands.chooseDockPicture(); });
-    const QString otherwise = settingsText(QT_TRANSLATE_NOOP("Settings", "Only for a dock with a picture."));
+    const QString otherwise = settingsText(QT_TRANSLATE_NOOP("Settings", "Only while the dock has a picture."));
     showWhile(
         addSlider(card, {QT_TRANSLATE_NOOP("Settings", "Picture blur")}, settingField(&DesktopOptions::backgroundBlur),
                   {0, 40, 1, QT_TRANSLATE_NOOP("Settings", "%1 px"), 0}),
         hasPicture, otherwise);
     showWhile(addSlider(card,
                         {QT_TRANSLATE_NOOP("Settings", "Picture dimming"),
-                         QT_TRANSLATE_NOOP("Settings", "Makes what stands on it easier to read.")},
+                         QT_TRANSLATE_NOOP("Settings", "Makes the widgets easier to read.")},
                         settingField(&DesktopOptions::backgroundDim),
                         {0, 0.9, 0.01, QT_TRANSLATE_NOOP("Settings", "%1%"), 0, 100}),
               hasPicture, otherwise);
@@ -200,11 +199,12 @@ class AppearancePage final : public SettingsPage {
 
   void addWindows() {
     Card& card = *addCard();
-    addSegments(card,
-                {QT_TRANSLATE_NOOP("Settings", "Window appearance"),
-                 QT_TRANSLATE_NOOP("Settings", "Tarnwick’s windows and menus: light, dark or as the desktop."),
-                 QT_TRANSLATE_NOOP("Settings", "theme mode")},
-                settingField(&DockConfiguration::appAppearance), kAppearances);
+    addSegments(
+        card,
+        {QT_TRANSLATE_NOOP("Settings", "Window appearance"),
+         QT_TRANSLATE_NOOP("Settings", "Makes Tarnwick’s windows and menus light, dark or the same as the desktop."),
+         QT_TRANSLATE_NOOP("Settings", "theme mode")},
+        settingField(&DockConfiguration::appAppearance), kAppearances);
   }
 
   const SettingsServices& services_;

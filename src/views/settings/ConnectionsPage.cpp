@@ -64,9 +64,9 @@ QWidget* makeEmptyState(const SettingsServices& services) {
     column->addWidget(label);
   };
   line(QT_TRANSLATE_NOOP("Settings", "No service is connected"), TextStyle::Title, Tone::Primary);
-  line(QT_TRANSLATE_NOOP("Settings",
-                         "Connections to services are not part of this version yet. What a widget’s form "
-                         "holds of one is kept."),
+  line(QT_TRANSLATE_NOOP(
+           "Settings",
+           "Connections to services are not part of this version yet. Your entries are saved for a later version."),
        TextStyle::Caption, Tone::Secondary);
   auto* add = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Add Widgets…")));
   QObject::connect(add, &QPushButton::clicked, empty, [&commands = services.commands] { commands.showLibrary({}); });
@@ -95,14 +95,13 @@ void addCalendars(SettingsPage& page, const SettingsServices& services) {
   });
   auto* add = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Add Folder…")));
   QObject::connect(add, &QPushButton::clicked, &page, [&to = services.commands] { to.addCalendarFolder(); });
-  page.addControl(
-      card,
-      {QT_TRANSLATE_NOOP("Settings", "Calendar folders"),
-       QT_TRANSLATE_NOOP("Settings",
-                         "Calendars that Evolution keeps on this computer, and those in the folder .calendars, are "
-                         "found by themselves. Other folders of calendar files are added here."),
-       QT_TRANSLATE_NOOP("Settings", "events reminders ics")},
-      add);
+  page.addControl(card,
+                  {QT_TRANSLATE_NOOP("Settings", "Calendar folders"),
+                   QT_TRANSLATE_NOOP("Settings",
+                                     "Evolution’s calendars on this computer and those in the folder .calendars are "
+                                     "found automatically. Add other folders with calendar files here."),
+                   QT_TRANSLATE_NOOP("Settings", "events reminders ics")},
+                  add);
 }
 
 }  // namespace

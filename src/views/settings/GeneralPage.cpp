@@ -40,18 +40,17 @@ class GeneralPage final : public SettingsPage {
                                 QT_TRANSLATE_NOOP("Settings", "autostart startup")},
                                settingField(&DockConfiguration::launchAtLogin));
     if (const Capability can = services_.abilities().loginEntry; !can) login->setUnavailable(can.reason);
-    FormRow* notifications =
-        addSwitch(card,
-                  {QT_TRANSLATE_NOOP("Settings", "Notifications"),
-                   QT_TRANSLATE_NOOP("Settings", "Tells when a timer ends, a break is due or it is time to drink.")},
-                  settingField(&DockConfiguration::notificationsEnabled));
+    FormRow* notifications = addSwitch(
+        card,
+        {QT_TRANSLATE_NOOP("Settings", "Notifications"),
+         QT_TRANSLATE_NOOP("Settings", "Notifies you when a timer ends, a break is due or it is time to drink.")},
+        settingField(&DockConfiguration::notificationsEnabled));
     if (const Capability can = services_.abilities().notifications; !can) notifications->setUnavailable(can.reason);
-    FormRow* icon =
-        addSwitch(card,
-                  {QT_TRANSLATE_NOOP("Settings", "Show menu bar icon"),
-                   QT_TRANSLATE_NOOP("Settings", "The icon among those of the system opens the dock’s own panel."),
-                   QT_TRANSLATE_NOOP("Settings", "status item tray")},
-                  settingField(&DesktopOptions::showMenuBarIcon));
+    FormRow* icon = addSwitch(card,
+                              {QT_TRANSLATE_NOOP("Settings", "Show menu bar icon"),
+                               QT_TRANSLATE_NOOP("Settings", "Shows an icon in the system tray that opens a panel."),
+                               QT_TRANSLATE_NOOP("Settings", "status item tray")},
+                              settingField(&DesktopOptions::showMenuBarIcon));
     FormRow* classic = addSwitch(card,
                                  {QT_TRANSLATE_NOOP("Settings", "Classic menu"),
                                   QT_TRANSLATE_NOOP("Settings", "The icon opens a plain menu instead of the panel.")},
@@ -59,7 +58,7 @@ class GeneralPage final : public SettingsPage {
     const auto tray = [this] { return services_.abilities().tray; };
     showWhile(
         classic, [tray](const DockConfiguration& config) { return tray() && config.desktopOptions().showMenuBarIcon; },
-        settingsText(QT_TRANSLATE_NOOP("Settings", "Only while the menu bar icon is shown.")));
+        settingsText(QT_TRANSLATE_NOOP("Settings", "Only while the status icon is shown.")));
     follow([icon, tray](const DockConfiguration&) { icon->setUnavailable(tray().reason); });
   }
 
@@ -93,9 +92,10 @@ class GeneralPage final : public SettingsPage {
         buttons);
     follow([folder, usual](const DockConfiguration& config) {
       usual->setVisible(!config.screenshotFolder.isEmpty());
-      folder->setHelp(config.screenshotFolder.isEmpty()
-                          ? settingsText(QT_TRANSLATE_NOOP("Settings", "Where the desktop saves them."))
-                          : pathText(config.screenshotFolder));
+      folder->setHelp(
+          config.screenshotFolder.isEmpty()
+              ? settingsText(QT_TRANSLATE_NOOP("Settings", "Uses the folder in which the desktop saves screenshots."))
+              : pathText(config.screenshotFolder));
     });
     connect(choose, &QPushButton::clicked, this, [this] {
       auto* dialog = makeDialog(settingsText(QT_TRANSLATE_NOOP("Settings", "Screenshots")), QFileDialog::AcceptOpen);
@@ -126,9 +126,10 @@ class GeneralPage final : public SettingsPage {
     connect(setup, &QPushButton::clicked, this, [this] { services_.commands.continueSetup(); });
     FormRow* row = addControl(card, {QT_TRANSLATE_NOOP("Settings", "Setup"), ""}, setup);
     follow([row](const DockConfiguration& config) {
-      row->setHelp(config.onboardingComplete
-                       ? settingsText(QT_TRANSLATE_NOOP("Settings", "Shows the welcome window again."))
-                       : settingsText(QT_TRANSLATE_NOOP("Settings", "Goes on where you left the welcome.")));
+      row->setHelp(
+          config.onboardingComplete
+              ? settingsText(QT_TRANSLATE_NOOP("Settings", "Shows the welcome window again."))
+              : settingsText(QT_TRANSLATE_NOOP("Settings", "Continues the welcome window where you left off.")));
     });
   }
 
@@ -169,8 +170,8 @@ class GeneralPage final : public SettingsPage {
       // The button stays: another file takes the place of one that a disk does not give.
       services_.edits.importConfiguration(path, [self = QPointer(this), path](bool taken) {
         if (!self) return;
-        self->say(*self->imported_, taken, kImportHelp, QT_TRANSLATE_NOOP("Settings", "Took everything from “%1”."),
-                  path);
+        self->say(*self->imported_, taken, kImportHelp,
+                  QT_TRANSLATE_NOOP("Settings", "Settings were imported from “%1”."), path);
       });
     });
     dialog->open();

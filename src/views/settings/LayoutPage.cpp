@@ -104,17 +104,19 @@ class LayoutPage final : public SettingsPage {
     const SettingRange hide{0, 5, 0.01, QT_TRANSLATE_NOOP("Settings", "%1 s"), 2};
     showWhile(addSlider(card,
                         {QT_TRANSLATE_NOOP("Settings", "Show delay"),
-                         QT_TRANSLATE_NOOP("Settings", "How long the pointer rests at the edge.")},
+                         QT_TRANSLATE_NOOP("Settings",
+                                           "How long the pointer must stay at the edge before the dock appears.")},
                         settingField(&DesktopOptions::revealShowDelay), show),
               reveals);
     showWhile(addSlider(card,
                         {QT_TRANSLATE_NOOP("Settings", "Hide delay"),
-                         QT_TRANSLATE_NOOP("Settings", "How long the dock stays once the pointer has left it.")},
+                         QT_TRANSLATE_NOOP("Settings", "How long the dock stays visible after the pointer leaves it.")},
                         settingField(&DesktopOptions::revealHideDelay), hide),
               reveals);
-    const char* felt = services_.abilities().feelsOnePixelOnly
-                           ? QT_TRANSLATE_NOOP("Settings", "On this desktop the outermost pixel is all that is felt.")
-                           : QT_TRANSLATE_NOOP("Settings", "How far from the edge the pointer counts as at it.");
+    const char* felt =
+        services_.abilities().feelsOnePixelOnly
+            ? QT_TRANSLATE_NOOP("Settings", "On this desktop the pointer must reach the last pixel of the screen.")
+            : QT_TRANSLATE_NOOP("Settings", "How close to the edge the pointer must come.");
     showWhile(
         addSlider(card, {QT_TRANSLATE_NOOP("Settings", "Trigger area"), felt},
                   settingField(&DesktopOptions::triggerSize), {1, 30, 1, QT_TRANSLATE_NOOP("Settings", "%1 px"), 0}),
@@ -144,12 +146,13 @@ class LayoutPage final : public SettingsPage {
     displays_ = new DropDown(settingsText(QT_TRANSLATE_NOOP("Settings", "Displays")));
     connect(displays_, &DropDown::valueChosen, this,
             [this](const QString& value) { edit([&](DockConfiguration& config) { config.display = value; }); });
-    addControl(
-        card,
-        {QT_TRANSLATE_NOOP("Settings", "Displays"),
-         QT_TRANSLATE_NOOP("Settings", "Attached displays are remembered in the order they were first connected."),
-         QT_TRANSLATE_NOOP("Settings", "monitor screen main attached every all")},
-        displays_);
+    addControl(card,
+               {QT_TRANSLATE_NOOP("Settings", "Displays"),
+                QT_TRANSLATE_NOOP("Settings",
+                                  "Main display: the desktop’s primary display. Attached display: the connected "
+                                  "display that Tarnwick has known longest."),
+                QT_TRANSLATE_NOOP("Settings", "monitor screen main attached every all")},
+               displays_);
     follow([this](const DockConfiguration&) { listDisplays(); });
     connect(&services_.screens, &Screens::changed, this, &LayoutPage::listDisplays);
     addSwitch(card,
@@ -158,7 +161,7 @@ class LayoutPage final : public SettingsPage {
               settingField(&DesktopOptions::hideDuringFullscreen));
     showWhile(addSwitch(card,
                         {QT_TRANSLATE_NOOP("Settings", "Reserve Dock Space"),
-                         QT_TRANSLATE_NOOP("Settings", "Maximised windows end at the dock."),
+                         QT_TRANSLATE_NOOP("Settings", "Maximized windows leave room for the dock."),
                          QT_TRANSLATE_NOOP("Settings", "struts")},
                         settingField(&DesktopOptions::reserveSpace)),
               [](const DockConfiguration& config) {
@@ -191,7 +194,7 @@ class LayoutPage final : public SettingsPage {
     connect(restore, &QPushButton::clicked, this, [this] { services_.commands.restoreSystemDock(); });
     showWhile(addControl(card,
                          {QT_TRANSLATE_NOOP("Settings", "Restore the macOS Dock"),
-                          QT_TRANSLATE_NOOP("Settings", "Gives the system’s own dock back as it was.")},
+                          QT_TRANSLATE_NOOP("Settings", "Gives the system dock its settings back.")},
                          restore),
               takesOver);
   }

@@ -32,11 +32,10 @@ SettingsPage* makePrivacyPage(AppStore& store, const SettingsServices& services)
   FormRow* data = page->addControl(
       card, {QT_TRANSLATE_NOOP("Settings", "Your data"), "", QT_TRANSLATE_NOOP("Settings", "folder files")}, open);
   data->setHelp(pathText(folder));
-  auto* said =
-      new FormRow(settingsText(QT_TRANSLATE_NOOP("Settings", "Nothing is sent")), nullptr,
-                  settingsText(QT_TRANSLATE_NOOP("Settings",
-                                                 "No account, no usage statistics. This version asks no service on the "
-                                                 "network for anything.")));
+  auto* said = new FormRow(
+      settingsText(QT_TRANSLATE_NOOP("Settings", "Nothing is sent")), nullptr,
+      settingsText(QT_TRANSLATE_NOOP(
+          "Settings", "No account, no usage statistics. This version does not connect to any online service.")));
   page->addOther(card, said, said->label());
   return page;
 }

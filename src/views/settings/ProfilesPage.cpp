@@ -128,10 +128,10 @@ class ProfilesPage final : public SettingsPage {
     const qsizetype at = indexOf(store().config().profiles, profile);
     if (action != kRemoveProfile || at < 0) return;
     if (store().config().profiles.size() < 2) {
-      store().setError(settingsText(QT_TRANSLATE_NOOP("Settings", "The last profile stays.")));
+      store().setError(settingsText(QT_TRANSLATE_NOOP("Settings", "The last profile cannot be deleted.")));
       return;
     }
-    confirm_->ask(SettingsWords::tr("Delete “%1” with its widgets?").arg(store().config().profiles[at].name),
+    confirm_->ask(SettingsWords::tr("Delete “%1” and its widgets?").arg(store().config().profiles[at].name),
                   settingsText(QT_TRANSLATE_NOOP("Settings", "Delete")), [this, profile] {
                     services_.edits.deleteProfile(profile);
                     profiles_->setFocus();
@@ -164,9 +164,10 @@ class ProfilesPage final : public SettingsPage {
     addOther(card, form_, settingsText(QT_TRANSLATE_NOOP("Settings", "Rules schedule days time automatic")));
     auto* add = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Add Rule")));
     add->setSymbol(u"plus"_s);
-    auto* note = new TextLabel(
-        settingsText(QT_TRANSLATE_NOOP("Settings", "The first matching rule applies; with none the profile stays.")),
-        TextStyle::Caption, Tone::Secondary);
+    auto* note =
+        new TextLabel(settingsText(QT_TRANSLATE_NOOP(
+                          "Settings", "The first matching rule applies. When none matches, the profile stays.")),
+                      TextStyle::Caption, Tone::Secondary);
     addOther(card, buttonLine({add, note}),
              settingsText(QT_TRANSLATE_NOOP("Settings", "Add Rule rules schedule days time automatic")));
     auto* focus = new FormRow(
@@ -232,7 +233,7 @@ class ProfilesPage final : public SettingsPage {
       // The name of a focus is the user's.
       if (rule.trigger == ProfileRule::Trigger::Schedule) item.title = LocalFigures::of(item.title);
       item.symbol = rule.trigger == ProfileRule::Trigger::Focus ? u"moon"_s : u"clock"_s;
-      item.caption = profile < 0 ? settingsText(QT_TRANSLATE_NOOP("Settings", "Its profile is gone"))
+      item.caption = profile < 0 ? settingsText(QT_TRANSLATE_NOOP("Settings", "Profile was deleted"))
                                  : config.profiles[profile].name;
       if (!rule.enabled) item.value = settingsText(QT_TRANSLATE_NOOP("Settings", "Off"));
       item.isFaint = !rule.enabled || profile < 0;

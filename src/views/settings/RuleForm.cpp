@@ -143,15 +143,14 @@ void RuleForm::show(const DockConfiguration& config) {
 }
 
 void RuleForm::tellFaults(const ProfileRule& rule) {
-  dayRow_->setFault(rule.days.isEmpty() ? tr("A rule without a day never holds.") : QString());
+  dayRow_->setFault(rule.days.isEmpty() ? tr("Choose at least one day.") : QString());
   if (!from_->isValid() || !to_->isValid())
-    timeRow_->setFault(tr("Write hours and minutes, such as 09:30."));
+    timeRow_->setFault(tr("Enter hours and minutes, such as 09:30."));
   else
-    timeRow_->setFault(rule.startMinutes == rule.endMinutes ? tr("A rule that ends when it begins never holds.")
-                                                            : QString());
-  timeRow_->setHelp(rule.startMinutes > rule.endMinutes
-                        ? tr("After midnight it holds on the days that are chosen, not on those that follow them.")
-                        : QString());
+    timeRow_->setFault(rule.startMinutes == rule.endMinutes ? tr("The start and end times must differ.") : QString());
+  timeRow_->setHelp(rule.startMinutes > rule.endMinutes ? tr("On each chosen day, the rule applies from midnight to "
+                                                             "the end time and from the start time to midnight.")
+                                                        : QString());
 }
 
 }  // namespace tarnwick

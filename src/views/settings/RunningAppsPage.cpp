@@ -28,7 +28,7 @@ SettingsPage* makeRunningAppsPage(AppStore& store, const SettingsServices& servi
                   settingField(&DockConfiguration::liveApps));
   FormRow* place = page->addDropDown(card,
                                      {QT_TRANSLATE_NOOP("Settings", "Place in the dock"),
-                                      QT_TRANSLATE_NOOP("Settings", "Where they stand among the widgets.")},
+                                      QT_TRANSLATE_NOOP("Settings", "Where running apps appear among the widgets.")},
                                      settingField(&DesktopOptions::runningAppsPlacement), kPlaces);
   page->showWhile(
       place, [](const DockConfiguration& config) { return config.liveApps; },
@@ -47,13 +47,14 @@ SettingsPage* makeRunningAppsPage(AppStore& store, const SettingsServices& servi
   if (const Capability can = services.abilities().windows; !can) display->setUnavailable(can.reason);
   page->addSwitch(card,
                   {QT_TRANSLATE_NOOP("Settings", "Show pinned windows"),
-                   QT_TRANSLATE_NOOP("Settings", "Windows that you pinned to the dock.")},
+                   QT_TRANSLATE_NOOP("Settings", "Shows the windows that you pinned to the dock.")},
                   settingField(&DesktopOptions::showPinnedWindows));
-  FormRow* previews = page->addSwitch(card,
-                                      {QT_TRANSLATE_NOOP("Settings", "Window previews"),
-                                       QT_TRANSLATE_NOOP("Settings", "Pictures of the windows in the app switcher."),
-                                       QT_TRANSLATE_NOOP("Settings", "thumbnails")},
-                                      settingField(&DesktopOptions::windowPreviews));
+  FormRow* previews =
+      page->addSwitch(card,
+                      {QT_TRANSLATE_NOOP("Settings", "Window previews"),
+                       QT_TRANSLATE_NOOP("Settings", "Shows pictures of the windows in the app switcher."),
+                       QT_TRANSLATE_NOOP("Settings", "thumbnails")},
+                      settingField(&DesktopOptions::windowPreviews));
   previews->setUnavailable(
       settingsText(QT_TRANSLATE_NOOP("Settings", "Pictures of windows are not part of this version yet.")));
   return page;

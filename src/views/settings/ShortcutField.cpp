@@ -109,7 +109,7 @@ void ShortcutField::setKey(const HotKeyRequest& key) {
 
 void ShortcutField::describe() {
   setAccessibleName(u"%1, %2"_s.arg(name_, isRecording_ ? tr("Press the keys…") : text(key_, kind_)));
-  setToolTip(isRecording_ ? tr("Escape keeps the one that was.") : tr("Press to record another one."));
+  setToolTip(isRecording_ ? tr("Press Escape to keep the current shortcut.") : tr("Press to record a new shortcut."));
   updateGeometry();
   update();
 }
@@ -156,7 +156,8 @@ void ShortcutField::take(const QKeyEvent& event) {
 QString ShortcutField::whyNot(const HotKeyRequest& request, int key) const {
   if (kind_ == Kind::Prefix) return request.modifiers ? QString() : tr("Hold Ctrl, Alt, Shift or Super with a digit.");
   if ((request.modifiers & ~VirtualKeys::kShift) != 0 || worksAlone(key)) return {};
-  return tr("“%1” would be missing in every other window. Hold Ctrl, Alt or Super with it.").arg(text(request, kind_));
+  return tr("“%1” alone would stop working in all other apps. Hold Ctrl, Alt or Super with it.")
+      .arg(text(request, kind_));
 }
 
 bool ShortcutField::event(QEvent* event) {

@@ -30,7 +30,7 @@ Words wordsOf(Shortcut shortcut) {
   switch (shortcut) {
     case Shortcut::Dock:
       return {{QT_TRANSLATE_NOOP("Settings", "Hide and Show Dock"),
-               QT_TRANSLATE_NOOP("Settings", "With Shift it moves the keyboard focus to the dock."),
+               QT_TRANSLATE_NOOP("Settings", "With Shift added, it moves the keyboard focus to the dock."),
                QT_TRANSLATE_NOOP("Settings", "shortcuts hot key focus")},
               &DesktopOptions::dockShortcutEnabled,
               &DesktopOptions::shortcutKey,
@@ -82,7 +82,7 @@ QString whoElseHasIt(const DesktopOptions& options, Shortcut shortcut, const Hot
   for (const Shortcut each : kAll) {
     const Words other = wordsOf(each);
     if (each == shortcut || !(options.*other.enabled) || !clash(words, request, other, keyOf(options, other))) continue;
-    return SettingsWords::tr("“%1” is used for “%2” already. Choose a different shortcut.")
+    return SettingsWords::tr("“%1” is already used for “%2”. Choose a different shortcut.")
         .arg(said(request, words), settingsText(other.text.label));
   }
   return {};
@@ -129,7 +129,7 @@ QString commandBarKeyNote(const DesktopOptions& options, const SettingsServices&
   const QString wanted = said(keyOf(options, words), words);
   if (!working || *working == wanted) return {};
   if (working->isEmpty()) return takenSentence(keyOf(options, words));
-  return SettingsWords::tr("“%1” is used by another app, so “%2” opens it now.").arg(wanted, *working);
+  return SettingsWords::tr("Another app uses “%1”. For now, “%2” opens the command bar.").arg(wanted, *working);
 }
 
 namespace {

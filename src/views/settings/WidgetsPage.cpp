@@ -31,10 +31,10 @@ class WidgetsPage final : public SettingsPage {
  private:
   void addProfile() {
     choice_ = new DropDown(settingsText(QT_TRANSLATE_NOOP("Settings", "Profile")));
-    FormRow* row = addControl(
-        *addCard(),
-        {QT_TRANSLATE_NOOP("Settings", "Profile"), QT_TRANSLATE_NOOP("Settings", "Whose widgets are listed here.")},
-        choice_);
+    FormRow* row = addControl(*addCard(),
+                              {QT_TRANSLATE_NOOP("Settings", "Profile"),
+                               QT_TRANSLATE_NOOP("Settings", "The profile whose widgets are listed below.")},
+                              choice_);
     showWhile(row, [](const DockConfiguration& config) { return config.profiles.size() > 1; });
     connect(choice_, &DropDown::valueChosen, this, [this](const QString& id) {
       profile_ = QUuid::fromString(id);
@@ -92,7 +92,7 @@ class WidgetsPage final : public SettingsPage {
       choice_->updateGeometry();
     }
     choice_->chooseValue(profile.id.toString());
-    count_->setHelp(SettingsWords::tr("%1 of %2 widgets")
+    count_->setHelp(SettingsWords::tr("%1 of at most %2 widgets")
                         .arg(locale().toString(profile.widgets.size()))
                         .arg(locale().toString(DockConfiguration::kMostWidgets)));
   }
