@@ -22,7 +22,7 @@ struct HelpWords {
 
 void addGlobalKeys(CardPage& page, const AppStore& store, const DesktopAbilities& abilities) {
   const DesktopOptions& options = store.config().desktopOptions();
-  Card* card = page.addCard(HelpWords::tr("Keys that work everywhere"));
+  Card* card = page.addCard(HelpWords::tr("Shortcuts that work in every app"));
   if (!abilities.keys) {
     card->addRow(HelpWords::tr("No shortcut"), nullptr, abilities.keys.reason);
     return;
@@ -45,9 +45,9 @@ void addGlobalKeys(CardPage& page, const AppStore& store, const DesktopAbilities
   }
   if (options.dockShortcutEnabled && options.deskOptions().appKeys && abilities.unaskedKeys)
     card->addRow(HelpWords::tr("Open an app of the dock"), new KeyCaps(u"Super+1–9"_s),
-                 HelpWords::tr("Where no other app has these keys."));
+                 HelpWords::tr("Unless another app uses these keys."));
   if (!options.dockShortcutEnabled && !options.profileShortcutEnabled && !hasCommandBar)
-    card->addRow(HelpWords::tr("No shortcut"), nullptr, HelpWords::tr("All of them are switched off in Settings."));
+    card->addRow(HelpWords::tr("No shortcut"), nullptr, HelpWords::tr("All shortcuts are turned off in Settings."));
 }
 
 void addPlain(CardPage& page, const char* heading, std::initializer_list<std::pair<const char*, const char*>> rows) {
@@ -56,18 +56,18 @@ void addPlain(CardPage& page, const char* heading, std::initializer_list<std::pa
 }
 
 void addOrders(CardPage& page) {
-  Card* card = page.addCard(HelpWords::tr("Orders for the running dock"));
+  Card* card = page.addCard(HelpWords::tr("Commands for the running dock"));
   const auto add = [card](const QString& order, const char* what) {
     auto* text = new TextLabel(order, TextStyle::Body, Tone::Secondary);
     text->setTextInteractionFlags(Qt::TextSelectableByMouse);
     card->addRow(HelpWords::tr(what), text);
     text->setAccessibleName(order);
   };
-  add(u"tarnwick --toggle"_s, QT_TRANSLATE_NOOP("Help", "Hide it, or show it again"));
-  add(u"tarnwick --focus"_s, QT_TRANSLATE_NOOP("Help", "Give it the keyboard"));
-  add(u"tarnwick --profile N"_s, QT_TRANSLATE_NOOP("Help", "Switch to a profile, counted from 0"));
-  add(u"tarnwick --app N"_s, QT_TRANSLATE_NOOP("Help", "Open an app of the dock, counted from 1"));
-  add(u"tarnwick --restore-dock"_s, QT_TRANSLATE_NOOP("Help", "Give the system’s dock back by hand"));
+  add(u"tarnwick --toggle"_s, QT_TRANSLATE_NOOP("Help", "Hide or show the dock"));
+  add(u"tarnwick --focus"_s, QT_TRANSLATE_NOOP("Help", "Move the keyboard focus to the dock"));
+  add(u"tarnwick --profile N"_s, QT_TRANSLATE_NOOP("Help", "Switch to a profile (0 is the first)"));
+  add(u"tarnwick --app N"_s, QT_TRANSLATE_NOOP("Help", "Open an app of the dock (1 is the first)"));
+  add(u"tarnwick --restore-dock"_s, QT_TRANSLATE_NOOP("Help", "Restore the system dock"));
 }
 
 }  // namespace
@@ -75,30 +75,31 @@ void addOrders(CardPage& page) {
 HelpWindow::HelpWindow(AppStore& store, const DesktopAbilities& abilities) : AppWindow(store, tr("Tarnwick Help")) {
   auto* page = new CardPage(HelpWords::tr("Help"));
   addGlobalKeys(*page, store, abilities);
-  addPlain(
-      *page, QT_TRANSLATE_NOOP("Help", "While the dock has the keyboard"),
-      {{QT_TRANSLATE_NOOP("Help", "Arrow keys"), QT_TRANSLATE_NOOP("Help", "Go from widget to widget.")},
-       {QT_TRANSLATE_NOOP("Help", "Return or Space"), QT_TRANSLATE_NOOP("Help", "Does what a click does.")},
-       {QT_TRANSLATE_NOOP("Help", "Menu key or Shift+F10"), QT_TRANSLATE_NOOP("Help", "Opens the widget’s menu.")},
-       {QT_TRANSLATE_NOOP("Help", "Ctrl+F10"), QT_TRANSLATE_NOOP("Help", "Opens the dock’s menu.")},
-       {QT_TRANSLATE_NOOP("Help", "Escape"), QT_TRANSLATE_NOOP("Help", "Gives the keyboard back.")},
-       {QT_TRANSLATE_NOOP("Help", "Ctrl+Z"),
-        QT_TRANSLATE_NOOP("Help",
-                          "Takes the last change of the dock back. It works in every window of Tarnwick, too.")},
-       {QT_TRANSLATE_NOOP("Help", "Ctrl+Shift+Z"), QT_TRANSLATE_NOOP("Help", "Makes again what was taken back.")}});
+  addPlain(*page, QT_TRANSLATE_NOOP("Help", "While the dock has the keyboard focus"),
+           {{QT_TRANSLATE_NOOP("Help", "Arrow keys"), QT_TRANSLATE_NOOP("Help", "Move from widget to widget.")},
+            {QT_TRANSLATE_NOOP("Help", "Return or Space"), QT_TRANSLATE_NOOP("Help", "Does the same as a click.")},
+            {QT_TRANSLATE_NOOP("Help", "Menu key or Shift+F10"), QT_TRANSLATE_NOOP("Help", "Opens the widget’s menu.")},
+            {QT_TRANSLATE_NOOP("Help", "Ctrl+F10"), QT_TRANSLATE_NOOP("Help", "Opens the dock’s menu.")},
+            {QT_TRANSLATE_NOOP("Help", "Escape"),
+             QT_TRANSLATE_NOOP("Help", "Moves the keyboard focus back to the window you came from.")},
+            {QT_TRANSLATE_NOOP("Help", "Ctrl+Z"),
+             QT_TRANSLATE_NOOP("Help", "Undoes the last change to the dock. Also works in Tarnwick’s windows.")},
+            {QT_TRANSLATE_NOOP("Help", "Ctrl+Shift+Z"), QT_TRANSLATE_NOOP("Help", "Redoes what was undone.")}});
   addPlain(*page, QT_TRANSLATE_NOOP("Help", "With the pointer"),
            {{QT_TRANSLATE_NOOP("Help", "Click"),
-             QT_TRANSLATE_NOOP("Help", "Opens a widget’s panel, or an app. A click on the app in front minimises it.")},
+             QT_TRANSLATE_NOOP("Help",
+                               "Opens a widget’s panel, or an app. A click on the app in front minimizes it, or lists "
+                               "its windows if it has several.")},
             {QT_TRANSLATE_NOOP("Help", "Right click"),
              QT_TRANSLATE_NOOP("Help", "Opens the menu of a widget or of the dock.")},
             {QT_TRANSLATE_NOOP("Help", "Drag a widget"),
-             QT_TRANSLATE_NOOP("Help", "Moves it to another place. Far from the dock it is removed.")},
+             QT_TRANSLATE_NOOP("Help", "Moves it. Drop it far from the dock to remove it.")},
             {QT_TRANSLATE_NOOP("Help", "Drop files"),
              QT_TRANSLATE_NOOP("Help",
-                               "On an app they open in it, on the trash they go there. Elsewhere they go to the file "
-                               "shelf, or become a widget where there is none.")},
+                               "On an app: opens them in it. On the trash: moves them there. Elsewhere: adds them to "
+                               "the file shelf, or as widgets if there is no shelf.")},
             {QT_TRANSLATE_NOOP("Help", "Wheel"),
-             QT_TRANSLATE_NOOP("Help", "Over an app it goes through its windows, elsewhere it scrolls the dock.")},
+             QT_TRANSLATE_NOOP("Help", "On an app: switches between its windows. Elsewhere: scrolls the dock.")},
             {QT_TRANSLATE_NOOP("Help", "Drag empty space"),
              QT_TRANSLATE_NOOP("Help", "Switches to the next profile, or moves a floating dock.")}});
   addOrders(*page);

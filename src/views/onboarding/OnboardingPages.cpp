@@ -134,20 +134,22 @@ QWidget* makeWelcomePage() {
   auto* page = new QWidget;
   QVBoxLayout* column =
       beginPage(page, OnboardingWords::tr("A dock of live widgets"),
-                OnboardingWords::tr("What you look at all day, in one calm row at the edge of your screen."));
+                OnboardingWords::tr("Live widgets and your apps in one row at the edge of the screen."));
   auto* card = new Card;
-  card->add(feature(u"clock"_s, Accent::Orange, OnboardingWords::tr("Live widgets"),
-                    OnboardingWords::tr("Time, calendar, the state of this computer, timers and notes. A "
-                                        "click on a widget opens its panel.")));
-  card->add(feature(u"square.grid.2x2"_s, Accent::Blue, OnboardingWords::tr("Your apps"),
-                    OnboardingWords::tr("Start them, see which run, and drop files on them. Folders open in the "
-                                        "dock itself.")));
+  card->add(feature(
+      u"clock"_s, Accent::Orange, OnboardingWords::tr("Live widgets"),
+      OnboardingWords::tr("Clocks, calendar, CPU and memory, timers and notes. Click a widget to open its panel.")));
+  card->add(
+      feature(u"square.grid.2x2"_s, Accent::Blue, OnboardingWords::tr("Your apps"),
+              OnboardingWords::tr(
+                  "Start apps, see which are running, and drop files on them. Click a folder to see its files.")));
   card->add(feature(u"person.2"_s, Accent::Purple, OnboardingWords::tr("Profiles"),
-                    OnboardingWords::tr("One set of widgets for work and one for the evening, switched by you, by "
-                                        "the time or by the display.")));
-  card->add(feature(u"battery.100"_s, Accent::Green, OnboardingWords::tr("Light on the machine"),
-                    OnboardingWords::tr("While nothing changes, nothing runs. Your settings stay in one file on "
-                                        "this computer.")));
+                    OnboardingWords::tr("For example one set of widgets for work and one for the evening. Switch them "
+                                        "yourself, by time, or per display.")));
+  card->add(feature(
+      u"battery.100"_s, Accent::Green, OnboardingWords::tr("Light and private"),
+      OnboardingWords::tr(
+          "Uses almost no processor time while nothing changes. Your settings stay in one file on this computer.")));
   QVBoxLayout* middle = addColumn(column, kScene.width());
   middle->addWidget(new DockScene(kScene));
   middle->addWidget(card);
@@ -209,42 +211,41 @@ Switch* makeSwitch(AppStore& store, const OnboardingServices& services, const QS
 }
 
 void addKeys(Card* card, const DesktopAbilities& abilities) {
-  const QString title = OnboardingWords::tr("Keys");
+  const QString title = OnboardingWords::tr("Shortcuts");
   const QString why = abilities.dockKey.isEmpty()
-                          ? OnboardingWords::tr("The key of the dock is switched off.")
-                          : OnboardingWords::tr("%1 hides and shows the dock from anywhere.").arg(abilities.dockKey);
+                          ? OnboardingWords::tr("The dock’s shortcut is turned off.")
+                          : OnboardingWords::tr("%1 hides and shows the dock.").arg(abilities.dockKey);
   addState(card, title, why, abilities.keys);
   if (!abilities.commandBarKey) return;
   const QString& bar = *abilities.commandBarKey;
   addState(card, OnboardingWords::tr("Command bar"), OnboardingWords::tr("%1 opens it.").arg(bar),
-           bar.isEmpty() ? Capability::no(OnboardingWords::tr(
-                               QT_TRANSLATE_NOOP("Onboarding",
-                                                 "Its key belongs to another program. Choose one in Settings, or bind "
-                                                 "“tarnwick --command-bar” to a key of your desktop.")))
+           bar.isEmpty() ? Capability::no(OnboardingWords::tr(QT_TRANSLATE_NOOP(
+                               "Onboarding",
+                               "Another app uses this shortcut. Choose a different one in Settings, or add a shortcut "
+                               "for “tarnwick --command-bar” in the desktop’s settings.")))
                          : Capability::yes());
 }
 
 void fill(Card* card, AppStore& store, const OnboardingServices& services) {
   const DesktopAbilities abilities = services.abilities();
   const QString screens =
-      abilities.isComposited ? OnboardingWords::tr("The dock stands at an edge of your screens, above other windows.")
-                             : OnboardingWords::tr(QT_TRANSLATE_NOOP(
-                                   "Onboarding",
-                                   "The dock stands at an edge of your screens. Nothing composites them here, so it is "
-                                   "opaque."));
+      abilities.isComposited
+          ? OnboardingWords::tr("The dock is at the edge of the screen, above other windows.")
+          : OnboardingWords::tr(QT_TRANSLATE_NOOP(
+                "Onboarding", "The dock is at the edge of the screen. It is opaque because no compositor is running."));
   addState(card, OnboardingWords::tr("Screens and panels"), screens, abilities.edges);
   addState(card, OnboardingWords::tr("Windows of other apps"),
            OnboardingWords::tr("Running apps show in the dock, and a click brings them to the front."),
            abilities.windows);
   addKeys(card, abilities);
   const QString notes = OnboardingWords::tr("Notifications");
-  const QString tell = OnboardingWords::tr("Timers and reminders to drink say when their time has come.");
+  const QString tell = OnboardingWords::tr("Notifies you when a timer ends, a break is due or it is time to drink.");
   if (abilities.notifications)
     card->addRow(notes, makeSwitch(store, services, notes, &DockConfiguration::notificationsEnabled), tell);
   else
     addState(card, notes, tell, abilities.notifications);
   addState(card, OnboardingWords::tr("The system dock"),
-           OnboardingWords::tr("Three layouts send it away while Tarnwick runs, and always give it back."),
+           OnboardingWords::tr("Three layouts hide it while Tarnwick runs and restore it afterwards."),
            abilities.systemDock);
   const QString login = OnboardingWords::tr("Launch at login");
   const QString starts = OnboardingWords::tr("Starts Tarnwick when you log in.");
@@ -258,8 +259,9 @@ void fill(Card* card, AppStore& store, const OnboardingServices& services) {
 
 QWidget* makeDesktopPage(AppStore& store, const OnboardingServices& services) {
   auto* page = new QWidget;
-  QVBoxLayout* column = beginPage(page, OnboardingWords::tr("What it asks of your desktop"),
-                                  OnboardingWords::tr("What is missing here is left out; everything else works."));
+  QVBoxLayout* column =
+      beginPage(page, OnboardingWords::tr("What works on this desktop"),
+                OnboardingWords::tr("Features that this desktop does not support are marked. Everything else works."));
   auto* card = new Card;
   fill(card, store, services);
   addColumn(column)->addWidget(card);
@@ -269,7 +271,7 @@ QWidget* makeDesktopPage(AppStore& store, const OnboardingServices& services) {
 QWidget* makeDonePage(AppStore& store, const OnboardingServices& services) {
   auto* page = new QWidget;
   QVBoxLayout* column = beginPage(page, OnboardingWords::tr("Your dock is ready"),
-                                  OnboardingWords::tr("Everything can be changed later, and most of it undone."));
+                                  OnboardingWords::tr("You can change everything later in Settings."));
   const DesktopAbilities abilities = services.abilities();
   auto* card = new Card;
   const auto key = [](const QString& text) { return new KeyCaps(text); };
@@ -280,15 +282,16 @@ QWidget* makeDonePage(AppStore& store, const OnboardingServices& services) {
   card->addRow(OnboardingWords::tr("Open a widget"), nullptr,
                OnboardingWords::tr("Click it for its panel, right-click it for its menu, drag it to move it."));
   const bool hasIcon = abilities.tray && store.config().desktopOptions().showMenuBarIcon;
-  card->addRow(OnboardingWords::tr("Everything else"), nullptr,
-               hasIcon ? OnboardingWords::tr("Tarnwick’s icon in the tray has the layouts, profiles and Settings. "
-                                             "A right click on the dock adds widgets and opens Settings.")
-                       : OnboardingWords::tr("A right click on the dock adds widgets and opens Settings, which has "
-                                             "the layouts and profiles."));
+  card->addRow(
+      OnboardingWords::tr("Everything else"), nullptr,
+      hasIcon ? OnboardingWords::tr(
+                    "Right-click the dock or click Tarnwick’s tray icon for widgets, layouts, profiles and Settings.")
+              : OnboardingWords::tr("Right-click the dock for widgets, layouts, profiles and Settings."));
   auto* open = new Button(OnboardingWords::tr("Add Widgets…"));
   QObject::connect(open, &QPushButton::clicked, open, [&to = services.commands] { to.showLibrary({}); });
   card->addRow(OnboardingWords::tr("More widgets"), open,
-               OnboardingWords::tr("The library shows how each one looks, and which come with a later version."));
+               OnboardingWords::tr(
+                   "The library shows a preview of each widget and marks those that come with a later version."));
   QVBoxLayout* middle = addColumn(column, kScene.width());
   middle->addWidget(new DockScene(kScene));
   middle->addWidget(card);

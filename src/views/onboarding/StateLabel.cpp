@@ -18,7 +18,7 @@ constexpr int kBesideDot = 5;
 }  // namespace
 
 StateLabel::StateLabel(bool works, QWidget* parent)
-    : QLabel(parent), works_(works), word_(works ? tr("Works") : tr("Not here")) {
+    : QLabel(parent), works_(works), word_(works ? tr("Works") : tr("Not available")) {
   setText(word_);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
