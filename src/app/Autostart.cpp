@@ -103,7 +103,7 @@ bool Autostart::isOn() const { return look(*this) == Entry::On; }
 
 Capability Autostart::capability() const {
   if (look(*this) != Entry::Foreign) return Capability::yes();
-  return Capability::no(AutostartWords::tr("The login entry “%1” was written by another program.").arg(file));
+  return Capability::no(AutostartWords::tr("The login entry “%1” was written by another app.").arg(file));
 }
 
 QString Autostart::notChanged(const QString& file) {

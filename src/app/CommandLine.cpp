@@ -117,7 +117,7 @@ std::optional<Order> orderIn(const QStringList& arguments) {
 }
 
 QString unknown(const QString& argument) {
-  return CommandLineWords::tr("Tarnwick does not know “%1”. See tarnwick --help.").arg(argument);
+  return CommandLineWords::tr("Unknown option “%1”. See tarnwick --help.").arg(argument);
 }
 
 QString profileWithoutNumber() {
@@ -179,20 +179,12 @@ CommandLine CommandLine::parse(const QStringList& arguments) {
 
 QString CommandLine::help() {
   return CommandLineWords::tr(
-      "Usage: tarnwick [ORDER] [FILE…]\n"
-      "\n"
-      "Starts the dock. Where it runs already, the order or the files go to it.\n"
-      "\n"
-      "  --toggle         hides or shows the dock\n"
-      "  --focus          gives the keyboard to the dock\n"
-      "  --command-bar    opens the command bar\n"
-      "  --profile N      switches to a profile (0 is the first)\n"
-      "  --app N          opens an app of the dock (1 is the first)\n"
-      "\n"
-      "  --restore-dock   gives the desktop's own dock back and ends\n"
-      "  --snapshot       paints every widget into pictures (--output FOLDER)\n"
-      "  --version        shows the version\n"
-      "  --help           shows this\n");
+      "Usage: tarnwick [OPTION] [FILE…]\n\nStarts the dock. If it is already running, the option or the files are "
+      "passed to it.\n\n  --toggle         hide or show the dock\n  --focus          move the keyboard focus to the "
+      "dock\n  --profile N      switch to a profile (0 is the first)\n  --app N          open an app of the dock (1 is "
+      "the first)\n  --command-bar    open the command bar (comes with a later version)\n\n  --restore-dock   restore "
+      "the system dock and exit\n  --snapshot       save pictures of every widget and exit (--output FOLDER)\n  "
+      "--version        show the version and exit\n  --help           show this help and exit\n");
 }
 
 }  // namespace tarnwick

@@ -64,8 +64,8 @@ Question DockQuestions::aboutEntry(const ForeignEntry& entry, const QString& act
 
 Question DockQuestions::aboutKept(const KeptSettings& kept) {
   return {tr("Open These Settings?"),
-          tr("“%1” takes the place of your settings, without the widgets that this version of Tarnwick cannot use. The "
-             "file stays as it is.")
+          tr("Your settings are replaced with those in “%1”, without the widgets that this version of Tarnwick cannot "
+             "use. The file itself is not changed.")
               .arg(QFileInfo(kept.file).fileName()),
           kept.leftOut.join(u'\n'),
           tr("What is left out"),

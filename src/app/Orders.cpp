@@ -146,7 +146,7 @@ QString Orders::refusalToOpen(const QString& url) {
   const QString name = path == url ? url : QFileInfo(path).fileName();
   if (isSpace(path)) return tr("“%1” was not opened. Spaces come with a later version of Tarnwick.").arg(name);
   if (PinnedTiles::isDesktopEntry(path)) return {};
-  return tr("“%1” was not opened. Tarnwick starts apps whose desktop entry it is given.").arg(name);
+  return tr("“%1” was not opened. Tarnwick only opens the desktop entries of apps (.desktop files).").arg(name);
 }
 
 void Orders::reopen() {

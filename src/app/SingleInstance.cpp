@@ -280,7 +280,7 @@ std::optional<int> SingleInstance::resolve(DataFolderLock& lock, SessionApplicat
   for (const QString& sentence : handOver.refused()) voices.say(sentence);
   if (settled && !handOver.refused().isEmpty()) return kRefused;
   if (settled || (handOver.isPlain() && !session.isReachable())) return 0;
-  voices.say(SingleInstanceWords::tr("Tarnwick is already running with this data and could not be reached."));
+  voices.say(SingleInstanceWords::tr("Tarnwick is already running but does not respond."));
   return 1;
 }
 

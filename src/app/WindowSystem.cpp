@@ -37,7 +37,7 @@ using namespace Qt::StringLiterals;
 Capability edgesOnX11() {
   if (WaylandSession::offer() == WaylandSession::Offer::Nothing) return Capability::yes();
   return Capability::no(WindowSystemWords::tr(
-      "This desktop does not tell X11 programs where the pointer is, so only the layout Fixed is available here."));
+      "On this desktop X11 apps cannot see where the pointer is, so only the layout Fixed is available."));
 }
 
 std::unique_ptr<HotKeys> portalKeys() {
@@ -134,7 +134,7 @@ WindowSystem::~WindowSystem() {
 WindowSystem WindowSystem::make() {
   if (QGuiApplication::platformName().startsWith("wayland"_L1)) return makeWayland();
   if (X11Events::isAvailable()) return makeX11();
-  throw DomainError::invalid(WindowSystemWords::tr("Tarnwick needs a Wayland or an X11 display, and has neither."));
+  throw DomainError::invalid(WindowSystemWords::tr("Tarnwick needs a Wayland or X11 display, but found neither."));
 }
 
 void WindowSystem::prepare() {
@@ -154,7 +154,7 @@ QString WindowSystem::obstacle() {
   }
   if (!platform.startsWith("xcb") || X11Events::serverAnswers()) return {};
   const QString display = qEnvironmentVariable("DISPLAY");
-  return display.isEmpty() ? WindowSystemWords::tr("Tarnwick needs a display, and DISPLAY names none.")
+  return display.isEmpty() ? WindowSystemWords::tr("Tarnwick needs a display, but DISPLAY is not set.")
                            : WindowSystemWords::tr("Tarnwick cannot reach the display \"%1\".").arg(display);
 }
 

@@ -214,7 +214,7 @@ TEST(SingleInstance, HandsOverUntilItArrivesOrThePlaceIsFree) {
   another.process = 1;
   EXPECT_EQ(resolve(another, {u"--toggle"_s}), 1);
   EXPECT_TRUE(another.asked.isEmpty());
-  EXPECT_EQ(said, QStringList{u"Tarnwick is already running with this data and could not be reached."_s});
+  EXPECT_EQ(said, QStringList{u"Tarnwick is already running but does not respond."_s});
 
   FakeSession ending;
   ending.refusals = 100;
