@@ -73,7 +73,7 @@ HandoverLock::Hold NativeDockState::hold() {
   auto held = lock_.take(othersAreAtIt_ ? std::chrono::milliseconds() : terms_.patience);
   othersAreAtIt_ = !held;
   if (held) return std::move(*held);
-  throw failure(QT_TRANSLATE_NOOP("NativeDockState", "The system dock is just being given back by another process."));
+  throw failure(QT_TRANSLATE_NOOP("NativeDockState", "Another process is restoring the system dock right now."));
 }
 
 void NativeDockState::repairEarlierRun(bool asks) {
@@ -114,7 +114,7 @@ bool NativeDockState::theyAnswer() {
 void NativeDockState::doNotAnswer() {
   saysFirst_ = true;
   recoveryError_ = NativeDockStateWords::tr(
-      "The system dock does not answer. Its settings from before are kept and given back when it does.");
+      "The system dock does not respond. Its previous settings are kept and restored as soon as it does.");
 }
 
 void NativeDockState::answered(bool theyAnswer) {

@@ -146,7 +146,7 @@ TEST_F(CalendarFilesTest, RemindersAreTickedOffInTheirFiles) {
     files_->setCompleted(reminder, true, now, files_.get(), [&](const QString& summary) { failure = summary; });
     ASSERT_TRUE(waitFor([&] { return failure.has_value(); }));
     if (reminder.title == "E"_L1) {
-      EXPECT_EQ(*failure, u"This list belongs to another program; the reminder can only be changed there."_s);
+      EXPECT_EQ(*failure, u"This list belongs to another app. Change the reminder there."_s);
     } else {
       EXPECT_EQ(*failure, QString());
       EXPECT_TRUE(waitForChange());

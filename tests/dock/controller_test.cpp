@@ -413,7 +413,7 @@ TEST_F(DockControllerTest, TheSystemsDockIsTriedAgainOnceOthersAreDoneWithIt) {
   {
     const auto held = others.take({});
     useLayout(DockLayout::Replace);
-    EXPECT_EQ(store->error(), u"The system dock is just being given back by another process."_s);
+    EXPECT_EQ(store->error(), u"Another process is restoring the system dock right now."_s);
     time.advance(2 * DockController::kOthersAreAtIt);
     EXPECT_FALSE(isHidden());
   }

@@ -107,7 +107,8 @@ TEST_F(OtherDocksTest, ThePanelsOfPlasmaAndADockThatIsNotThere) {
     EXPECT_FALSE(state.takeNotice());
     state.apply(DockLayout::Replace);
     EXPECT_EQ(state.takeNotice(),
-              u"Panels of this desktop can be hidden, but still come out at the edge of the screen."_s);
+              u"This desktop’s panels can be hidden, but they still appear when the pointer reaches the edge of the "
+              "screen."_s);
     hidden = plasma.panels();
     EXPECT_EQ(hidden, QStringList({u"2 top none"_s, u"7 bottom autohide"_s, u"9 bottom autohide"_s}));
     state.apply(DockLayout::Floating);

@@ -326,7 +326,7 @@ TEST_F(StateTest, WaitsForOthersThatAreAtIt) {
   QDir().mkpath(directory());
   HandoverLock others(directory());
   const auto busy = [&] { return others.take({}); };
-  const std::string said = "The system dock is just being given back by another process.";
+  const std::string said = "Another process is restoring the system dock right now.";
   const NativeDockState::Terms atOnce{.patience = {}};
 
   auto held = busy();

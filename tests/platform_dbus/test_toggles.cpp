@@ -198,7 +198,7 @@ TEST_F(DesktopTogglesTest, DarkModeFollowsThePortalAndOnPlasmaIsOnlyShown) {
   portal->answer(u"Read"_s,
                  [&](const QDBusMessage&) { return QVariantList{QVariant::fromValue(QDBusVariant(wrapped(1)))}; });
   start();
-  const auto shown = u"This desktop does not let other programs change its appearance."_s;
+  const auto shown = u"This desktop does not let apps change its appearance."_s;
   const auto tell = [&](const QString& key, uint value) {
     portal->emitSignal(kPortalPath, kPortalSettings, u"SettingChanged"_s,
                        {u"org.freedesktop.appearance"_s, key, wrapped(value)});
@@ -238,7 +238,7 @@ TEST_F(DesktopTogglesTest, DoNotDisturbSpeaksTheDialectOfTheServiceThatRuns) {
       return QVariantList();
     });
     tell(true);
-    EXPECT_TRUE(becomes(Toggle::DoNotDisturb, true, u"Another program has turned on Do Not Disturb."_s));
+    EXPECT_TRUE(becomes(Toggle::DoNotDisturb, true, u"Another app has turned on Do Not Disturb."_s));
     tell(false);
     EXPECT_TRUE(becomes(Toggle::DoNotDisturb, false));
     EXPECT_TRUE(switches(Toggle::DoNotDisturb, true));
@@ -263,7 +263,7 @@ TEST_F(DesktopTogglesTest, DoNotDisturbSpeaksTheDialectOfTheServiceThatRuns) {
   {
     FakeService plain(bus.connection(), kNotifications);
     EXPECT_TRUE(becomes(Toggle::DoNotDisturb, false,
-                        u"Do Not Disturb of this notification service cannot be controlled from here."_s));
+                        u"Tarnwick cannot control Do Not Disturb of this notification service."_s));
   }
   FakeService shell(bus.connection(), kNotifications);
   shell.answer(u"GetServerInformation"_s, [](const QDBusMessage&) {

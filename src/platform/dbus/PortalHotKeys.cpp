@@ -97,21 +97,23 @@ PortalHotKeys::PortalHotKeys(const QString& application, ActionOf actionOf)
 Capability PortalHotKeys::capability() const {
   if (state_ != State::Refused) return Capability::yes();
   return Capability::no(
-      tr("This desktop keeps its keys to itself: bind them in its own settings to orders such as "
+      tr("Apps cannot register shortcuts on this desktop. Add them in the desktop’s settings, with commands such as "
          "“tarnwick --toggle”."));
 }
 
 Capability PortalHotKeys::unasked() const {
   if (const Capability can = capability(); !can) return can;
-  return Capability::no(tr("On this desktop each shortcut is confirmed by you, so apps have none by number."));
+  return Capability::no(tr("This desktop asks you to confirm each shortcut, so apps cannot be opened by number."));
 }
 
 HotKeyBinding PortalHotKeys::bind(quint32 identifier, const HotKeyRequest& request) {
   if (state_ == State::Refused) {
-    return {.bound = false,
-            .text = {},
-            .reason = tr("This desktop keeps its keys to itself: bind one in its own settings to “tarnwick %1”.")
-                          .arg(actionOf_(identifier).order)};
+    return {
+        .bound = false,
+        .text = {},
+        .reason =
+            tr("Apps cannot register shortcuts on this desktop. Add one for “tarnwick %1” in the desktop’s settings.")
+                .arg(actionOf_(identifier).order)};
   }
   requests_.insert(identifier, request);
   submitLater();

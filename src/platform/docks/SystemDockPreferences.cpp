@@ -82,7 +82,7 @@ Capability SystemDockPreferences::staysAway() {
     return Capability::yes();
   }
   return Capability::no(SystemDockPreferencesWords::tr(
-      "Panels of this desktop can be hidden, but still come out at the edge of the screen."));
+      "This desktop’s panels can be hidden, but they still appear when the pointer reaches the edge of the screen."));
 }
 
 QVariant SystemDockPreferences::read(const QString& key) {

@@ -69,7 +69,7 @@ CalendarScan::Known CalendarScan::open(const CalendarFile& file, const CalendarR
     if (!data) return known;
     known.text = reader_->read(*data, range);
     if (!known.text.isCalendar && !data->trimmed().isEmpty()) {
-      known.problem = CalendarFileWords::tr("The file “%1” is no calendar.").arg(name);
+      known.problem = CalendarFileWords::tr("The file “%1” is not a calendar.").arg(name);
     } else if (known.text.isDamaged) {
       known.problem = CalendarFileWords::tr("Parts of the calendar file “%1” could not be understood.").arg(name);
     }

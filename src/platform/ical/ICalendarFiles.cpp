@@ -27,7 +27,7 @@ QString tickOff(const Reminder& reminder, const TodoEdit& edit) {
       const QByteArray after = edit.apply(before);
       if (after == before || (stamp && DurableFile::replace(after, reminder.filePath, *stamp))) return {};
     }
-    return ICalendarFiles::tr("Another program is changing this reminder. Try again in a moment.");
+    return ICalendarFiles::tr("Another app is changing this reminder. Try again in a moment.");
   } catch (const DomainError& failure) {
     return failure.message();
   }
@@ -111,7 +111,7 @@ void ICalendarFiles::setCompleted(const Reminder& reminder, bool completed, cons
   // The change is noticed like that of any other program.
   const auto write = [reminder, edit] {
     return reminder.canComplete ? tickOff(reminder, edit)
-                                : tr("This list belongs to another program; the reminder can only be changed there.");
+                                : tr("This list belongs to another app. Change the reminder there.");
   };
   work_.start(write, [guard = QPointer(context), done = std::move(done)](const QString& failure) {
     if (guard) done(failure);

@@ -174,7 +174,9 @@ QByteArray written(const QDateTime& time, const QByteArray& like) {
 QByteArray exceptionFor(const QByteArray& text, const Todo& series, const QByteArray& occasion,
                         const QList<State>& state) {
   const Line* anchor = series.find("DTSTART") ? series.find("DTSTART") : series.find("DUE");
-  if (!anchor) refuse(QT_TRANSLATE_NOOP("TodoEdit", "This reminder has no date and cannot be ticked off once alone."));
+  if (!anchor)
+    refuse(QT_TRANSLATE_NOOP("TodoEdit",
+                             "This repeating reminder has no date, so it cannot be completed for one day only."));
   const QByteArray newLine = lineEnd(text, series.lines.first());
   const qint64 shift = clock(anchor->value.trimmed()).secsTo(clock(occasion));
   QByteArray made;

@@ -20,7 +20,7 @@ std::unique_ptr<Panel> PlainPanels::make(std::unique_ptr<QWidget> content) {
 
 Capability PlainPanels::captureProtection() const {
   return Capability::no(
-      PlainPanelsWords::tr("On Wayland no program can leave a window out of pictures of the screen."));
+      PlainPanelsWords::tr("On Wayland no app can hide its windows from screenshots and recordings."));
 }
 
 }  // namespace tarnwick

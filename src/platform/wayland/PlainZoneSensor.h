@@ -12,7 +12,8 @@ class PlainZoneSensor final : public ZoneSensor {
 
  public:
   Capability edges() const override {
-    return Capability::no(tr("This desktop has no layers for docks, so only the layout Fixed is available here."));
+    return Capability::no(
+        tr("This desktop does not support docks on Wayland (layer shell), so only the layout Fixed is available."));
   }
   void watch(const QList<ZoneRequest>&) override {}
   PointerZones zones(const QString&) const override { return {}; }

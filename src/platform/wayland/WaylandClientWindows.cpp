@@ -95,12 +95,12 @@ WaylandClientWindows::~WaylandClientWindows() {
 
 Capability WaylandClientWindows::capability() const {
   if (manager_) return Capability::yes();
-  return Capability::no(tr("This desktop does not tell other programs which windows are open."));
+  return Capability::no(tr("This desktop does not let apps see which windows are open."));
 }
 
 Capability WaylandClientWindows::workspaces() const {
   if (!manager_) return capability();
-  return Capability::no(tr("This desktop does not tell other programs which workspace a window is on."));
+  return Capability::no(tr("This desktop does not let apps see which workspace a window is on."));
 }
 
 void WaylandClientWindows::activate(quint64 id) {

@@ -22,7 +22,7 @@ std::unique_ptr<Panel> WaylandPanels::make(std::unique_ptr<QWidget> content) {
 }
 
 Capability WaylandPanels::captureProtection() const {
-  return Capability::no(tr("On Wayland no program can leave a window out of pictures of the screen."));
+  return Capability::no(tr("On Wayland no app can hide its windows from screenshots and recordings."));
 }
 
 const WaylandPanel* WaylandPanels::panelAt(const QRectF& place) const {

@@ -61,7 +61,7 @@ WaylandSession::Offer WaylandSession::offer() {
 }
 
 WaylandSession::WaylandSession(quint32 layers) : display_(static_cast<wl_display*>(ofDisplay("wl_display"))) {
-  if (!display_) throw DomainError::invalid(tr("Tarnwick does not run on a Wayland display."));
+  if (!display_) throw DomainError::invalid(tr("Tarnwick is not running on a Wayland display."));
   static constexpr wl_registry_listener kListener{
       .global =
           [](void* data, wl_registry*, uint32_t name, const char* interface, uint32_t version) {
@@ -92,7 +92,7 @@ WaylandSession::WaylandSession(quint32 layers) : display_(static_cast<wl_display
   shm_ = bind<wl_shm>(wl_shm_interface, 1);
   if (layers > 0) layerShell_ = bind<zwlr_layer_shell_v1>(zwlr_layer_shell_v1_interface, layers);
   viewporter_ = bind<wp_viewporter>(wp_viewporter_interface, 1);
-  if (!compositor_ || !shm_) throw DomainError::invalid(tr("This Wayland compositor does not answer."));
+  if (!compositor_ || !shm_) throw DomainError::invalid(tr("The Wayland compositor does not respond."));
   windows_ = bind<xdg_wm_base>(xdg_wm_base_interface, 1);
   static constexpr xdg_wm_base_listener kWindowsListener{
       .ping = [](void*, xdg_wm_base* windows, uint32_t serial) { xdg_wm_base_pong(windows, serial); }};

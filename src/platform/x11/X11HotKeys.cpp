@@ -52,8 +52,7 @@ HotKeyBinding X11HotKeys::take(Entry& entry) {
             .reason = X11HotKeysWords::tr("%1 is already used by another Tarnwick shortcut.").arg(text)};
   }
   if (!grab(grabs)) {
-    return {
-        .bound = false, .text = {}, .reason = X11HotKeysWords::tr("%1 is already used by another program.").arg(text)};
+    return {.bound = false, .text = {}, .reason = X11HotKeysWords::tr("%1 is already used by another app.").arg(text)};
   }
   entry.grabs = grabs;
   return {.bound = true, .text = text, .reason = {}};

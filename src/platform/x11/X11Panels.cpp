@@ -53,7 +53,7 @@ std::unique_ptr<Panel> X11Panels::make(std::unique_ptr<QWidget> content) {
 }
 
 Capability X11Panels::captureProtection() const {
-  return Capability::no(tr("On X11 no window can be left out of pictures of the screen."));
+  return Capability::no(tr("On X11 no app can hide its windows from screenshots and recordings."));
 }
 
 // A compositor that blurs says so by a property of the root window, or in the list of what it supports.

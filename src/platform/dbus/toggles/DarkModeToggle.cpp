@@ -32,7 +32,7 @@ ToggleState DarkModeToggle::state() const {
   const bool on =
       isTold ? portal_->value().toUInt() == kPreferDark : canSet && *setting_->value() == "'prefer-dark'"_L1;
   if (canSet) return {on, Capability::yes()};
-  return {on, Capability::no(known ? tr("This desktop does not let other programs change its appearance.")
+  return {on, Capability::no(known ? tr("This desktop does not let apps change its appearance.")
                                    : tr("This desktop has no setting for dark mode."))};
 }
 

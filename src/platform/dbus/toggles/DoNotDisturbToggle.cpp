@@ -58,7 +58,7 @@ ToggleState DoNotDisturbToggle::state() const {
     case Dialect::Inhibition: {
       const bool on = inhibition_->value(u"Inhibited"_s).toBool();
       if (on && !ownInhibition_->isHeld())
-        return {true, Capability::no(tr("Another program has turned on Do Not Disturb."))};
+        return {true, Capability::no(tr("Another app has turned on Do Not Disturb."))};
       return {on, Capability::yes()};
     }
     case Dialect::Banners:
@@ -67,7 +67,7 @@ ToggleState DoNotDisturbToggle::state() const {
       break;
   }
   return {false, Capability::no(service_ && service_->isRunning()
-                                    ? tr("Do Not Disturb of this notification service cannot be controlled from here.")
+                                    ? tr("Tarnwick cannot control Do Not Disturb of this notification service.")
                                     : tr("No notification service was found."))};
 }
 
