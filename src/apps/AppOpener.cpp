@@ -124,7 +124,7 @@ void AppOpener::openFound(const QUrl& url, const QStringList& types, const Done&
   };
   if (types.isEmpty()) {
     tell(false);
-    Q_EMIT failed(AppOpenerWords::tr("“%1” is not there any more.").arg(nameOf(url)));
+    Q_EMIT failed(AppOpenerWords::tr("“%1” no longer exists.").arg(nameOf(url)));
     return;
   }
   const auto nobody = [this, url, tell] {

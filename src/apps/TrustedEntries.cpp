@@ -138,7 +138,7 @@ ForeignEntry ForeignEntry::look(const QString& path, const QStringList& locales)
   if (!file || ::fstat(file.number(), &facts) != 0) {
     found.refusal = QFileInfo::exists(path)
                         ? words(QT_TRANSLATE_NOOP("TrustedEntries", "“%1” cannot be read, so it is not started."), path)
-                        : words(QT_TRANSLATE_NOOP("TrustedEntries", "“%1” is not there any more."), path);
+                        : words(QT_TRANSLATE_NOOP("TrustedEntries", "“%1” no longer exists."), path);
     return found;
   }
   if (const char* refusal = refusalOf(facts)) {

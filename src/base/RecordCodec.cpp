@@ -46,7 +46,7 @@ const char* sentence(JsonKind wanted) {
     case JsonKind::KnownValue:
       break;
   }
-  return QT_TRANSLATE_NOOP("RecordCodec", "The value of “%1” is not one that is known.");
+  return QT_TRANSLATE_NOOP("RecordCodec", "The value of “%1” is unknown.");
 }
 
 }  // namespace
@@ -66,7 +66,7 @@ void failMissing(const JsonPath& path) {
 void failKind(const JsonPath& path, JsonKind wanted) {
   const QString place = path.text();
   if (place.isEmpty()) {
-    throw DomainError::invalid(RecordCodecWords::tr("The document does not hold what it should."));
+    throw DomainError::invalid(RecordCodecWords::tr("The document is not in the expected format."));
   }
   throw DomainError::invalid(RecordCodecWords::tr(sentence(wanted)).arg(place));
 }

@@ -30,9 +30,10 @@ struct Found {
 };
 
 QString sentenceFor(const std::error_code& failure) {
-  if (failure == std::errc::no_such_file_or_directory) return FolderReadingWords::tr("This folder is no longer there.");
+  if (failure == std::errc::no_such_file_or_directory) return FolderReadingWords::tr("This folder no longer exists.");
   if (failure == std::errc::not_a_directory) return FolderReadingWords::tr("This is not a folder.");
-  if (failure == std::errc::permission_denied) return FolderReadingWords::tr("You may not look into this folder.");
+  if (failure == std::errc::permission_denied)
+    return FolderReadingWords::tr("You do not have permission to open this folder.");
   return FolderReadingWords::tr("This folder could not be read.");
 }
 

@@ -97,7 +97,7 @@ bool DockDrops::applyToTile(const DockFileDrop& drop, const DockWidget& tile, co
     parts_.store->setError(tr("Only files on this computer can be dropped here."));
   } else if (target.kind == DropRouting::Target::Kind::AirDrop) {
     if (!sendNearby || !sendNearby(drop.urls))
-      parts_.store->setError(tr("Nothing on this computer can send files to devices nearby."));
+      parts_.store->setError(tr("Files cannot be sent to nearby devices from this computer."));
   } else if (target.kind == DropRouting::Target::Kind::Folder) {
     bringInto(target.path, drop);
   } else if (takes == TileTakes::Trash) {
@@ -169,7 +169,7 @@ void DockDrops::moveToTrash(const QStringList& paths, const QString& display) {
 }
 
 void DockDrops::sayMissing(const QString& path) {
-  parts_.store->setError(tr("“%1” is not there any more.").arg(nameOf(path)));
+  parts_.store->setError(tr("“%1” no longer exists.").arg(nameOf(path)));
 }
 
 void DockDrops::shelve(const QStringList& paths, const Kinds& kinds, const QString& display) {
@@ -187,8 +187,8 @@ void DockDrops::shelve(const QStringList& paths, const Kinds& kinds, const QStri
     return;
   }
   parts_.store->edit([&](DockConfiguration& config) { config.shelf += added; });
-  const QString sentence = added.size() == 1 ? tr("“%1” was put on the file shelf.").arg(nameOf(added.first()))
-                                             : tr("%1 items were put on the file shelf.").arg(added.size());
+  const QString sentence = added.size() == 1 ? tr("“%1” was added to the file shelf.").arg(nameOf(added.first()))
+                                             : tr("%1 items were added to the file shelf.").arg(added.size());
   const auto takeOff = [self = QPointer(this), added] {
     if (!self) return;
     self->parts_.store->edit([&](DockConfiguration& config) {
@@ -221,7 +221,7 @@ void DockDrops::makeTiles(const DockFileDrop& drop, const Kinds& kinds) {
     } else {
       const DockWidget tile = kind == Files::Kind::Folder ? PinnedTiles::folder(path) : PinnedTiles::launcher(path);
       if (parts_.edits->isHeld(path, drop.display))
-        parts_.store->setError(tr("“%1” is in the dock already.").arg(parts_.edits->nameOf(tile)));
+        parts_.store->setError(tr("“%1” is already in the dock.").arg(parts_.edits->nameOf(tile)));
       else
         tiles << tile;
     }

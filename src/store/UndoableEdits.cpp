@@ -337,7 +337,7 @@ bool UndoableEdits::takeImport(const DockConfiguration& imported) {
   const auto forget = [self = QPointer(this), import] {
     if (self) self->imports_.removeOne(import);
   };
-  import->entry = undo_.push(tr("The settings of a file took the place of yours."), back, again, forget);
+  import->entry = undo_.push(tr("Your settings were replaced with those of a file."), back, again, forget);
   return true;
 }
 
@@ -348,7 +348,7 @@ void UndoableEdits::watchImport(const std::shared_ptr<Import>& import) {
 
 void UndoableEdits::takeBackImport(const DocumentChange& change) {
   const auto wanted = change.takenBack(store_.config());
-  if (!wanted) throw DomainError::invalid(tr("The settings were changed since and stay as they are."));
+  if (!wanted) throw DomainError::invalid(tr("The settings have been changed since then and were left as they are."));
   const QScopedValueRollback importing(isImporting_, true);
   store_.edit([&](DockConfiguration& config) { config = *wanted; });
   store_.refreshAll();

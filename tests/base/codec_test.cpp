@@ -107,7 +107,7 @@ TEST(RecordCodec, NamesTheKeyAtFault) {
       {with(R"("n")", "5"), "The value of “note” is not a text."},
       {with(R"("extra": {)", R"("extra": [], "x": {)"), "The value of “extra” is not an object."},
       {with("0a1B2c3d-", "{0a1B2c3d-"), "The value of “id” is not an identity."},
-      {"[]", "The document does not hold what it should."},
+      {"[]", "The document is not in the expected format."},
   };
   for (const auto& c : cases) EXPECT_EQ(failureOf([&] { decoded(c.json); }), c.message);
   for (const QByteArray& json : {QByteArray(), QByteArray("{"), QByteArray("5"), QByteArray("{\"a\":\"\xff\"}"),

@@ -101,7 +101,7 @@ TEST(WidgetTransfer, CarriesAWidgetThroughTextAndRefusesEverythingElse) {
       {longest, ""},
       {transfer(R"({"id":"00000000-0000-4000-8000-000000000001","kind":"cpu","title":""})"),
        "The value of “options” is missing."},
-      {transfer("[]"), "The document does not hold what it should."},
+      {transfer("[]"), "The document is not in the expected format."},
       {transfer(widget("nothing", "")), "Invalid widget identity or type: nothing"},
       {transfer(widget("cpu", R"("token":"x")")), "Credentials belong in Keychain, not configuration."},
       {transfer(widget("cpu", R"("goal":"x")")), "Invalid numeric value for goal."},

@@ -67,9 +67,9 @@ TEST_F(ListingTest, SaysWhyAFolderShowsNothing) {
   {
     const AsPlainUser plain(folder_.path());
     const auto problem = [&](const QString& name) { return FolderReading::read({at(name)}).problem.toStdString(); };
-    EXPECT_EQ(problem(u"gone"_s), "This folder is no longer there.");
+    EXPECT_EQ(problem(u"gone"_s), "This folder no longer exists.");
     EXPECT_EQ(problem(u"file"_s), "This is not a folder.");
-    EXPECT_EQ(problem(u"locked"_s), "You may not look into this folder.");
+    EXPECT_EQ(problem(u"locked"_s), "You do not have permission to open this folder.");
   }
   setMode(u"locked"_s, 0700);
 }

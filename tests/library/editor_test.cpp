@@ -107,7 +107,7 @@ TEST_F(EditorTest, ABadOptionShowsItsSentenceAndStoresNothing) {
 TEST_F(EditorTest, StoresWhatWasTouchedAndLeavesTheRestToTheSettings) {
   const DockWidget widget = fixture_.add(u"pomodoro"_s, {{u"deadline"_s, u"1795516800"_s}, {u"minutes"_s, u"25"_s}});
   const auto window = fixture_.editor(widget.id);
-  named<Switch>(*window, u"Continue by itself"_s)->click();
+  named<Switch>(*window, u"Continue automatically"_s)->click();
   QTest::keyClick(named<Stepper>(*window, u"Short break"_s), Qt::Key_Up);
   // Meanwhile the dock goes on.
   fixture_.store().set(widget.id, u"longBreak"_s, u"20"_s);

@@ -235,12 +235,12 @@ TEST(FolderPanel, IsLookedThroughInPlace) {
 TEST(FolderPanel, SaysWhatIsWrongWithAFolder) {
   Open gone(u"folderLauncher"_s, [](Open& open) {
     open.context.readings.fixedFolder = [](const FolderRequest&) {
-      return FolderContents{{}, 0, u"You may not look into this folder."_s};
+      return FolderContents{{}, 0, u"You do not have permission to open this folder."_s};
     };
   });
   bool said = false;
   for (const TextLabel* label : gone.panel->findChildren<TextLabel*>())
-    said = said || (label->isVisible() && label->text() == u"You may not look into this folder."_s);
+    said = said || (label->isVisible() && label->text() == u"You do not have permission to open this folder."_s);
   EXPECT_TRUE(said);
 }
 

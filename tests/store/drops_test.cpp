@@ -129,7 +129,7 @@ TEST_F(DropsTest, EachTileTakesFilesInItsOwnWay) {
        1,
        none,
        {},
-       u"Nothing on this computer can send files to devices nearby."_s,
+       u"Files cannot be sent to nearby devices from this computer."_s,
        base,
        {},
        {}},

@@ -104,7 +104,7 @@ TEST(MachineTiles, SpeakAndKeepToTheirRange) {
   EXPECT_EQ(spoken(widget(u"temperature"_s), sources), "N") << "nothing was asked yet";
   sources.readings.hasNoSensor = true;
   for (const QString& kind : {u"temperature"_s, u"temperatureChart"_s})
-    EXPECT_EQ(spoken(widget(kind), sources), "N: No sensor of this computer tells how warm its processor is.");
+    EXPECT_EQ(spoken(widget(kind), sources), "N: This computer has no temperature sensor for its processor.");
   sources.readings.hasNoSensor = false;
   sources.metrics.reset();
   for (const auto& [kind, ignored] : words) EXPECT_EQ(spoken(widget(kind), sources), "N") << kind.toStdString();

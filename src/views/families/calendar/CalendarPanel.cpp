@@ -97,7 +97,7 @@ class CalendarPanel final : public TilePanel {
     if (all > 0) return {};
     const qint64 days = sources.now.date().daysTo(month_->chosen());
     if (days < -Calendar::daysBack || days >= Calendar::daysAhead)
-      return PanelWords::tr("Events are read for the last five and the next ten weeks.");
+      return PanelWords::tr("Events are shown for the last five and the next ten weeks.");
     return PanelWords::tr("No events");
   }
 

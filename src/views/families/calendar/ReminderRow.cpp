@@ -11,7 +11,7 @@ QWidget* makeReminderRow(const Reminder& reminder, const QString& when, bool par
     auto* row = new ListRow(reminder.title);
     row->setValue(when, Tone::Secondary);
     row->setParted(parted);
-    row->setToolTip(PanelWords::tr("%1 can only be read here.").arg(reminder.calendar));
+    row->setToolTip(PanelWords::tr("“%1” cannot be changed here.").arg(reminder.calendar));
     return row;
   }
   auto* row = new CheckRow(reminder.title);

@@ -176,9 +176,10 @@ class ClockPanel final : public TilePanel {
     if (isList_) {
       QStringList zones = worldZones(widget().options.value(option::zones));
       if (!zones.contains(match.zone)) zones << match.zone;
-      setMessage(zones.size() > kMostZones
-                     ? PanelWords::tr("A world clock holds at most %1 zones.").arg(LocalFigures::number(kMostZones))
-                     : QString());
+      setMessage(
+          zones.size() > kMostZones
+              ? PanelWords::tr("A world clock shows at most %1 time zones.").arg(LocalFigures::number(kMostZones))
+              : QString());
       if (zones.size() <= kMostZones) changeSetting(option::zones, zones.join(u','));
     } else {
       const QMap<QString, QString>& options = widget().options;

@@ -29,12 +29,11 @@ TileContent nearbyShare(const TileRequest& request) {
 
 PlainWords nearbyShareWords(const TilePanel&, const TileSources& sources) {
   if (!sources.readings.sendsNearby)
-    return {PanelWords::tr("Nothing on this computer can send files to devices nearby. Install bluetooth-sendto or "
-                           "blueman-sendto, and start Tarnwick again."),
-            {}};
-  return {PanelWords::tr("Drop files on this widget to send them to a device nearby, by the Bluetooth program of this "
-                         "desktop."),
-          {}};
+    return {
+        PanelWords::tr(
+            "Files cannot be sent to nearby devices. Install bluetooth-sendto or blueman-sendto and restart Tarnwick."),
+        {}};
+  return {PanelWords::tr("Drop files on this widget to send them to a nearby device over Bluetooth."), {}};
 }
 
 void readNearby(ReadingFacts& readings, const ReadingServices& services) {

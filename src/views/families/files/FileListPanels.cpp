@@ -111,7 +111,7 @@ class ShelfPanel final : public FileListPanel {
     connect(&view(), &ItemView::actionRequested, this, [this](const QString& path) {
       QStringList left = store().config().shelf;
       left.removeOne(path);
-      leave(left, PanelWords::tr("“%1” was taken off the shelf.").arg(QFileInfo(path).fileName()));
+      leave(left, PanelWords::tr("“%1” was removed from the shelf.").arg(QFileInfo(path).fileName()));
     });
     connect(clear_, &QPushButton::clicked, this, [this] { leave({}, PanelWords::tr("The shelf was cleared.")); });
     addFullWidth(body(), &view());
@@ -128,7 +128,7 @@ class ShelfPanel final : public FileListPanel {
  protected:
   void refresh(const TileSources& sources) override {
     const QStringList& shelf = store().config().shelf;
-    if (shelf.isEmpty()) return sayNothing(PanelWords::tr("Drop files on this widget to keep them at hand."));
+    if (shelf.isEmpty()) return sayNothing(PanelWords::tr("Drop files on this widget to find them here later."));
     hideEmpty();
     if (shelf != shelf_) look(shelf);
     header().setNote(sources.locale.toString(shelf.size()));
@@ -207,9 +207,9 @@ class FileSearchPanel final : public FileListPanel {
     view().setVisible(!finder_.found().isEmpty());
     word_->setVisible(finder_.found().isEmpty());
     const bool tooShort = field_->text().trimmed().size() < FileFinder::leastLetters;
-    word_->setText(tooShort ? PanelWords::tr("Write a part of a name to find files and folders in your home folder.")
+    word_->setText(tooShort ? PanelWords::tr("Type part of a name to find files and folders in your home folder.")
                    : finder_.busy() ? PanelWords::tr("Looking…")
-                                    : PanelWords::tr("No file is named like that."));
+                                    : PanelWords::tr("No files found."));
   }
 
  private:

@@ -82,7 +82,7 @@ class BookmarksPanel final : public TilePanel {
   explicit BookmarksPanel(const PanelContext& context)
       : TilePanel(context, theme::kPanelWidthWide),
         field_(new SearchField(PanelWords::tr("Search bookmarks…"))),
-        none_(new TextLabel(PanelWords::tr("No bookmark is named like that."), TextStyle::Body, Tone::Secondary)),
+        none_(new TextLabel(PanelWords::tr("No bookmarks found."), TextStyle::Body, Tone::Secondary)),
         view_(new ItemView(PanelWords::tr("Bookmarks"), ItemView::Shape::Rows)) {
     body().addWidget(field_);
     beginWith(*field_);
@@ -108,13 +108,13 @@ class BookmarksPanel final : public TilePanel {
     const QList<Bookmark>& list = bookmarks.list();
     if (list.isEmpty()) {
       const bool looking = !bookmarks.loaded();
-      showEmpty({definition().symbol,
-                 {},
-                 title(),
-                 looking ? PanelWords::tr("Looking…")
-                         : PanelWords::tr("No bookmarks of a browser that can be read were found."),
-                 {},
-                 {}});
+      showEmpty(
+          {definition().symbol,
+           {},
+           title(),
+           looking ? PanelWords::tr("Looking…") : PanelWords::tr("No browser bookmarks were found on this computer."),
+           {},
+           {}});
       return;
     }
     hideEmpty();

@@ -219,7 +219,7 @@ class HabitPanel final : public TilePanel {
     figure_->setFigure(LocalFigures::number(streak),
                        u"\u2009"_s + (streak == 1 ? PanelWords::tr("day") : PanelWords::tr("days")));
     figure_->setLines(done ? PanelWords::tr("Done today") : PanelWords::tr("Not yet today"),
-                      PanelWords::tr("%1 in all").arg(LocalFigures::number(kept.size())));
+                      PanelWords::tr("%1 in total").arg(LocalFigures::number(kept.size())));
     weeks_->setDays(sources.now.date(), sources.locale, kept);
     today_->setLabel(done ? PanelWords::tr("Undo Today") : PanelWords::tr("Done for Today"));
     today_->setRole(done ? Button::Role::Plain : Button::Role::Primary);

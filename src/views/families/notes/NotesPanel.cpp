@@ -129,7 +129,7 @@ class NotesPanel final : public TilePanel {
       showEmpty({definition().symbol,
                  {},
                  title(),
-                 PanelWords::tr("The quick notes that you write stand here, the latest first."),
+                 PanelWords::tr("Your quick notes appear here, newest first."),
                  PanelWords::tr("New Note"),
                  [this] { addNote(); }});
       return;

@@ -66,7 +66,7 @@ constexpr std::array kCodexOptions = {
                  .shape = Line,
                  .label = QT_TRANSLATE_NOOP("Library", "Codex executable"),
                  .placeholder = kCodexExecutable,
-                 .help = QT_TRANSLATE_NOOP("Library", "Asked while the connection is to this computer."),
+                 .help = QT_TRANSLATE_NOOP("Library", "Only for a connection to this computer."),
                  .fault = QT_TRANSLATE_NOOP("WidgetEditor", "Choose your installed Codex executable.")},
     kEndpoint,
     kCredential,

@@ -99,7 +99,7 @@ class ProcessesPanel final : public TilePanel {
 
   /// The process that was shown, not the one that takes its row while the user thinks.
   void askToEnd(const ProcessReading& process) {
-    confirm_->ask(PanelWords::tr("End “%1”? What is not saved in it will be lost.").arg(process.name),
+    confirm_->ask(PanelWords::tr("End “%1”? Unsaved changes in it will be lost.").arg(process.name),
                   PanelWords::tr("End Process"), [this, process] {
                     try {
                       context().commands.endProcess(process);
@@ -145,8 +145,8 @@ class TemperaturePanel final : public TilePanel {
       showEmpty({definition().symbol,
                  {},
                  title(),
-                 waits ? PanelWords::tr("The first reading is on its way.")
-                       : PanelWords::tr("No sensor of this computer tells how warm its processor is."),
+                 waits ? PanelWords::tr("Waiting for the first reading…")
+                       : PanelWords::tr("This computer has no temperature sensor for its processor."),
                  {},
                  {}});
       return;

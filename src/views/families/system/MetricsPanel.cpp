@@ -40,7 +40,7 @@ class MetricsPanel : public TilePanel {
 
   void refresh(const TileSources& sources) final {
     if (!sources.metrics) {
-      showEmpty({definition().symbol, {}, title(), PanelWords::tr("The first reading is on its way."), {}, {}});
+      showEmpty({definition().symbol, {}, title(), PanelWords::tr("Waiting for the first reading…"), {}, {}});
       return;
     }
     hideEmpty();

@@ -65,7 +65,7 @@ TileContent warmth(const TileRequest& request) {
   if (!request.sources.readings.hasNoSensor || request.sources.readings.celsius) return Make(request);
   GenericContent content = makeGeneric(request);
   content.word = TileWords::tr("No sensor");
-  content.sentence = TileWords::tr("No sensor of this computer tells how warm its processor is.");
+  content.sentence = TileWords::tr("This computer has no temperature sensor for its processor.");
   return content;
 }
 

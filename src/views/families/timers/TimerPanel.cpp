@@ -114,10 +114,10 @@ class TimerPanel : public TilePanel {
   }
 
   Switch* addContinueSwitch() {
-    auto* toggle = new Switch(PanelWords::tr("Continue by itself"));
+    auto* toggle = new Switch(PanelWords::tr("Continue automatically"));
     connect(toggle, &QAbstractButton::clicked, this,
             [this](bool on) { changeSetting(option::autoContinue, on ? value::on : value::off); });
-    addSetting(PanelWords::tr("Continue by itself"), toggle);
+    addSetting(PanelWords::tr("Continue automatically"), toggle);
     return toggle;
   }
 
@@ -151,7 +151,7 @@ class TimerPanel : public TilePanel {
       for (const QLatin1StringView key : {option::started, option::elapsed, option::laps}) {
         if (counted.options.contains(key) != from.options.contains(key) ||
             counted.options.value(key) != from.options.value(key))
-          throw DomainError::invalid(PanelWords::tr("The stopwatch counts again and was left as it is."));
+          throw DomainError::invalid(PanelWords::tr("The stopwatch is running again and was left as it is."));
         counted.options.remove(key);
         if (to.options.contains(key)) counted.options.insert(key, to.options.value(key));
       }

@@ -21,14 +21,14 @@ constexpr WidgetOption minutes(const char* label) {
           .shape = Number,
           .label = label,
           .placeholder = "25",
-          .help = QT_TRANSLATE_NOOP("Library", "In minutes. Another duration starts the timer over."),
+          .help = QT_TRANSLATE_NOOP("Library", "In minutes. Changing the duration restarts the timer."),
           .fault = QT_TRANSLATE_NOOP("WidgetEditor", "Enter a duration between 0 and 1440 minutes.")};
 }
 
 constexpr WidgetOption kAutoContinue{.key = option::autoContinue,
                                      .shape = Switch,
-                                     .label = QT_TRANSLATE_NOOP("Library", "Continue by itself"),
-                                     .help = QT_TRANSLATE_NOOP("Library", "The next phase begins when one ends."),
+                                     .label = QT_TRANSLATE_NOOP("Library", "Continue automatically"),
+                                     .help = QT_TRANSLATE_NOOP("Library", "The next phase starts when one ends."),
                                      .value = value::on.data()};
 
 constexpr std::array kTimerOptions = {minutes(QT_TRANSLATE_NOOP("Library", "Duration"))};

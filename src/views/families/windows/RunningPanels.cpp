@@ -97,7 +97,7 @@ class RunningAppsPanel final : public WindowsPanel {
       for (const ClientWindow& window : own) {
         ViewItem item{QString::number(window.id), titleOf(window), app.name};
         item.value = window.active      ? PanelWords::tr("In front")
-                     : window.minimised ? PanelWords::tr("Minimised")
+                     : window.minimised ? PanelWords::tr("Minimized")
                                         : QString();
         add(item, app);
       }
@@ -139,7 +139,7 @@ class PinnedWindowPanel final : public WindowsPanel {
     }
     show_->setVisible(!title.isEmpty());
     show_->setEnabled(shown_ != 0);
-    setMessage(title.isEmpty() || shown_ != 0 ? QString() : PanelWords::tr("“%1” is not open now.").arg(title));
+    setMessage(title.isEmpty() || shown_ != 0 ? QString() : PanelWords::tr("“%1” is not open.").arg(title));
     if (view().items().isEmpty() && store().runningApps().isEmpty()) return sayNothing();
     hideEmpty();
     end();
