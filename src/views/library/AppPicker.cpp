@@ -82,7 +82,9 @@ void AppPicker::refresh() {
   view_->setItems(items);
   view_->setVisible(!items.isEmpty());
   nothing_->setVisible(items.isEmpty());
-  nothing_->setText(apps_.loaded() ? LibraryWords::tr("No app matches that.") : LibraryWords::tr("Looking…"));
+  nothing_->setText(!apps_.loaded()    ? LibraryWords::tr("Looking…")
+                    : wanted.isEmpty() ? LibraryWords::tr("No apps found.")
+                                       : LibraryWords::tr("No app matches “%1”.").arg(wanted));
   choose_->setEnabled(!items.isEmpty());
 }
 

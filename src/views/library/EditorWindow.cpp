@@ -265,7 +265,7 @@ void EditorWindow::showEvent(QShowEvent* event) {
   if (services_.hasCredential)
     for (const auto& line : lines_)
       if (line->field.shape == FieldShape::Credential && services_.hasCredential(*stored(store_, widget_)))
-        line->row->setHelp(LibraryWords::tr("A credential is kept in the keyring. What you enter takes its place."));
+        line->row->setHelp(LibraryWords::tr("A credential is stored in the keyring. Entering a new one replaces it."));
   fit();
   if (focusWidget()) return;
   // What the user most likely wants to edit is first, which is rarely the title.

@@ -1,5 +1,7 @@
 // How the shelves of the library are painted.
 
+#include <QLineEdit>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyle>
@@ -43,8 +45,8 @@ void LibraryView::paintEvent(QPaintEvent* event) {
     if (cardRect(row).intersects(event->rect())) paintCard(painter, row);
   if (layout_.cards.isEmpty())
     drawTextIn(painter, QRectF(0, 0, viewport()->width(), viewport()->height() * 0.6),
-               LibraryWords::tr("No widget matches that."), TextStyle::Body, lookOf(*this).palette.secondary,
-               Qt::AlignHCenter);
+               LibraryWords::tr("No widget matches “%1”.").arg(field_ ? field_->text().trimmed() : QString()),
+               TextStyle::Body, lookOf(*this).palette.secondary, Qt::AlignHCenter);
   paintThumb(painter);
 }
 

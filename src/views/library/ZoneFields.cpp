@@ -99,7 +99,8 @@ void ZoneField::take(const ZoneMatch& match) {
     city_ = match.city;
   }
   field_->clear();
-  message_->setText(LibraryWords::tr("A world clock holds at most %1 zones.").arg(LocalFigures::number(kMostZones)));
+  message_->setText(
+      LibraryWords::tr("A world clock shows at most %1 time zones.").arg(LocalFigures::number(kMostZones)));
   message_->setVisible(full);
   field_->setFocus(Qt::OtherFocusReason);
   if (full) return;

@@ -86,8 +86,8 @@ class ApplicationsPanel final : public AppsPanel {
   void refresh(const TileSources&) override {
     hideEmpty();
     const QList<AppItem> apps = fitting();
-    show(apps,
-         field().text().trimmed().isEmpty() ? PanelWords::tr("Looking…") : PanelWords::tr("No app matches that."));
+    const QString wanted = field().text().trimmed();
+    show(apps, wanted.isEmpty() ? PanelWords::tr("Looking…") : PanelWords::tr("No app matches “%1”.").arg(wanted));
   }
 };
 
@@ -132,7 +132,7 @@ class AppFolderPanel final : public AppsPanel {
       EmptyState state{definition().symbol,
                        {},
                        title(),
-                       PanelWords::tr("Put the apps that belong together into one widget."),
+                       PanelWords::tr("Group several apps in one widget."),
                        PanelWords::tr("Add Apps…"),
                        [this] { choose(true); }};
       showEmpty(state);
@@ -146,7 +146,9 @@ class AppFolderPanel final : public AppsPanel {
     } else {
       header().setNote({});
     }
-    show(apps, PanelWords::tr("No app matches that."));
+    const QString wanted = choosing_ ? field().text().trimmed() : QString();
+    show(apps,
+         wanted.isEmpty() ? PanelWords::tr("No apps found.") : PanelWords::tr("No app matches “%1”.").arg(wanted));
   }
 
  private:
