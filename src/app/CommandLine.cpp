@@ -179,12 +179,20 @@ CommandLine CommandLine::parse(const QStringList& arguments) {
 
 QString CommandLine::help() {
   return CommandLineWords::tr(
-      "Usage: tarnwick [OPTION] [FILE…]\n\nStarts the dock. If it is already running, the option or the files are "
-      "passed to it.\n\n  --toggle         hide or show the dock\n  --focus          move the keyboard focus to the "
-      "dock\n  --profile N      switch to a profile (0 is the first)\n  --app N          open an app of the dock (1 is "
-      "the first)\n  --command-bar    open the command bar (comes with a later version)\n\n  --restore-dock   restore "
-      "the system dock and exit\n  --snapshot       save pictures of every widget and exit (--output FOLDER)\n  "
-      "--version        show the version and exit\n  --help           show this help and exit\n");
+      "Usage: tarnwick [OPTION] [FILE…]\n"
+      "\n"
+      "Starts the dock. If it is already running, the option or the files are passed to it.\n"
+      "\n"
+      "  --toggle         hide or show the dock\n"
+      "  --focus          move the keyboard focus to the dock\n"
+      "  --profile N      switch to a profile (0 is the first)\n"
+      "  --app N          open an app of the dock (1 is the first)\n"
+      "  --command-bar    open the command bar (comes with a later version)\n"
+      "\n"
+      "  --restore-dock   restore the system dock and exit\n"
+      "  --snapshot       save pictures of every widget and exit (--output FOLDER)\n"
+      "  --version        show the version and exit\n"
+      "  --help           show this help and exit\n");
 }
 
 }  // namespace tarnwick
