@@ -10,14 +10,14 @@
 
 namespace tarnwick {
 
-/// A window of another program, as far as every window system tells it.
+/// A window of another program, with what every window system reports of it.
 struct ClientWindow {
   quint64 id = 0;  ///< Opaque; valid while the window lives.
   QString title;
   QString applicationId;  ///< What the program calls itself: the desktop-file id it announces, or its window class.
   QString instance;       ///< The second name that X11 programs give; empty elsewhere.
   QString sandboxId;      ///< The id of the Flatpak or Snap that it runs in, where that is known.
-  qint64 pid = 0;         ///< 0 where the desktop does not tell.
+  qint64 pid = 0;         ///< 0 where the desktop does not report it.
   bool inTaskbar = true;  ///< False for windows that ask not to be listed: docks, desktops, tool windows.
   bool active = false;
   bool minimised = false;
@@ -37,15 +37,15 @@ struct ClientWindow {
 class ClientWindows : public QObject {
   Q_OBJECT
  public:
-  /// Whether the desktop tells of windows at all.
+  /// Whether the desktop reports windows at all.
   virtual Capability capability() const { return Capability::yes(); }
-  /// Whether it tells which windows are on another virtual desktop.
+  /// Whether it reports which windows are on another virtual desktop.
   virtual Capability workspaces() const { return capability(); }
   virtual QList<ClientWindow> all() const = 0;
   virtual void activate(quint64 id) = 0;
   virtual void close(quint64 id) = 0;
   virtual void minimise(quint64 id) = 0;
-  /// Tells where a minimised window of these should seem to go: the tile of its application, in desktop coordinates.
+  /// Sets where these windows are seen to go when minimised: the tile of their application, in desktop coordinates.
   virtual void setIconGeometry(const QList<quint64>& windows, const QRectF& tile) = 0;
 
  Q_SIGNALS:

@@ -7,7 +7,7 @@
 
 namespace tarnwick {
 
-/// What a monitor says about itself in its identification block, as far as it tells one monitor from another.
+/// What of a monitor's identification block distinguishes it from other monitors.
 struct Edid {
   QString maker;        ///< Three capital letters.
   quint16 product = 0;  ///< The maker's number for the model.

@@ -61,7 +61,7 @@ class Files : public QObject {
   /// Where the things in the user's own trash lie, for a file manager that knows no trash. May not exist yet.
   virtual QString trashFolder() const = 0;
 
-  /// Has the desktop's file manager show the files in their folder. `done` tells whether there was one that could.
+  /// Has the desktop's file manager show the files in their folder. `done` gets whether there was one that could.
   virtual void reveal(const QStringList& paths, QObject* context, std::function<void(bool shown)> done) = 0;
 
  Q_SIGNALS:

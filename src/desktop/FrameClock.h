@@ -6,7 +6,7 @@
 
 namespace tarnwick {
 
-/// The display's beat, for as long as something moves. It costs nothing while it is stopped. Main thread only.
+/// Signals each frame of a display while something moves. It costs nothing while it is stopped. Main thread only.
 class FrameClock : public QObject {
   Q_OBJECT
  public:
@@ -21,11 +21,11 @@ class FrameClock : public QObject {
   void frame(double timestamp, double duration);
 };
 
-/// Makes frame clocks. Each belongs to whoever asked for it.
+/// Makes frame clocks. Each belongs to the caller.
 class FrameClocks {
  public:
   virtual ~FrameClocks() = default;
-  /// A clock that beats as the display of that identity does. Never null, also for a display that is gone.
+  /// A clock at the frame rate of the display of that identity. Never null, also for a display that is gone.
   virtual std::unique_ptr<FrameClock> make(const QString& screen) = 0;
 };
 

@@ -38,7 +38,7 @@ class HotKeys : public QObject {
   /// Whether a program can have keys here at all. It may turn out only some time after the first is asked for; then
   /// `lost` follows for each.
   virtual Capability capability() const { return Capability::yes(); }
-  /// Whether keys can be taken that nobody asked for. Where the user confirms each of them, they should not be.
+  /// Whether keys can be taken that the user did not choose. Where the user confirms each of them, they should not be.
   virtual Capability unasked() const { return capability(); }
   /// Binds the action `identifier` to a key. An identifier that is bound already is bound anew.
   virtual HotKeyBinding bind(quint32 identifier, const HotKeyRequest& request) = 0;

@@ -12,7 +12,7 @@ class Notifications {
  public:
   virtual ~Notifications() = default;
   virtual Capability capability() const = 0;
-  /// `unseen` is called, soon and once, when nobody took it, so that it is not shown; it may be empty.
+  /// `unseen` is called, soon and once, when no service took it, so that it is not shown; it may be empty.
   virtual void post(const QString& title, const QString& body, std::function<void()> unseen) = 0;
 };
 

@@ -43,11 +43,11 @@ class Popup : public QObject {
   virtual void reposition() = 0;
   /// The same, beside where that rectangle is now: it moved within the panel, or along with the panel.
   virtual void moveBeside(const QRect& rectangle) = 0;
-  /// Lets whoever had the keyboard before have it again, for a popup that is still seen on its way out.
+  /// Gives the keyboard back to the window that had it before, for a popup that is still visible while it closes.
   virtual void giveBackKeyboard() = 0;
 
  Q_SIGNALS:
-  /// The user closed it; it is hidden now. Whoever owns it destroys it, not within this signal.
+  /// The user closed it; it is hidden now. Its owner destroys it, not within this signal.
   void closed();
 };
 
@@ -106,7 +106,7 @@ class Panels : public QObject {
  public:
   /// Takes `content`, which must be a top-level widget that was never shown. Never null.
   virtual std::unique_ptr<Panel> make(std::unique_ptr<QWidget> content) = 0;
-  /// Whether windows can be translucent now. A compositor may come and go; `compositingChanged` tells.
+  /// Whether windows can be translucent now. A compositor may come and go; `compositingChanged` reports it.
   virtual bool isComposited() const = 0;
   /// Whether the compositor blurs what lies behind a panel that asks for it.
   virtual bool canBlur() const = 0;

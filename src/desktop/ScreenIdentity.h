@@ -13,8 +13,8 @@ namespace tarnwick {
 /// system.
 struct ScreenIdentity {
   struct Source {
-    QString connector;         ///< Such as "DP-1"; tells apart what the monitors do not.
-    std::optional<Edid> edid;  ///< Nothing where the monitor tells nothing.
+    QString connector;         ///< Such as "DP-1"; distinguishes monitors that report the same.
+    std::optional<Edid> edid;  ///< Absent where the monitor reports nothing.
   };
 
   /// One identity for each source, in its order: an upper-case UUID without braces made from maker, product and serial,

@@ -10,7 +10,7 @@ namespace tarnwick {
 /// One connected display, in the desktop's coordinates: device-independent pixels, origin at the top left, y downwards.
 struct Screen {
   QString id;        ///< Stable over a reconnection: a UUID made from the monitor's maker, product and serial, or the
-                     ///< connector's name where the monitor tells nothing.
+                     ///< connector's name where the monitor reports nothing.
   QString legacyId;  ///< The decimal number that older settings used for this display; empty where none ever did.
   QString name;      ///< What a person calls it, such as the monitor's model or the connector.
   QRectF frame;      ///< The whole display.

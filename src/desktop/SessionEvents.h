@@ -8,7 +8,7 @@ namespace tarnwick {
 class SessionEvents : public QObject {
   Q_OBJECT
  Q_SIGNALS:
-  /// The machine goes to sleep; whoever listens has about a second.
+  /// The machine goes to sleep; listeners have about a second.
   void willSleep();
   void didWake();
   /// The session or the machine ends: save now and give everything back.

@@ -31,15 +31,15 @@ struct ZoneRequest {
   bool operator==(const ZoneRequest&) const = default;
 };
 
-/// Tells when the pointer enters and leaves the zones of the docks. Driven by the pointer's own events, never by
+/// Reports when the pointer enters and leaves the zones of the docks. Driven by the pointer's own events, never by
 /// looking again; motion within a zone is not reported. Nothing else in the program asks where the pointer is.
 class ZoneSensor : public QObject {
   Q_OBJECT
  public:
-  /// Whether the edges of the displays can be felt, and a dock put where the edges are. Where they cannot, a dock
+  /// Whether the pointer can be seen at the edges of the displays, and a dock put there. Where they cannot, a dock
   /// stands still in the place that it has.
   virtual Capability edges() const { return Capability::yes(); }
-  /// Whether the outermost pixel of an edge is all that is felt, however thick a request wants the edges.
+  /// Whether an edge is only its outermost pixel, however thick a request wants it.
   virtual bool feelsOnePixelOnly() const { return false; }
   /// Replaces what is watched; an empty list ends all listening. The zones are up to date when the call returns; what
   /// became different by the call itself is not announced.
@@ -51,7 +51,7 @@ class ZoneSensor : public QObject {
  Q_SIGNALS:
   /// A zone was entered or left, or a drag began or ended.
   void changed();
-  /// A press fell on an edge that is watched, and nobody else gets it.
+  /// A press fell on an edge that is watched; no other window receives it.
   void edgePressed(const QString& screen);
 };
 
