@@ -5,7 +5,7 @@
 
 namespace tarnwick {
 
-/// What ended while nobody looked, as one message: everything is included, and what says the same is combined.
+/// What ended since it was last shown, as one message: everything is included, and what says the same is combined.
 class Announcements {
  public:
   /// `name` is empty for what has none of its own.

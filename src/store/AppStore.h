@@ -51,7 +51,7 @@ class AppStore : public QObject {
   /// Whether there were settings at the start that could not be read. The document is then a new one, as in a first
   /// run, but its user is not new.
   bool hasLostSettings() const { return hasLostSettings_; }
-  /// The settings that were lost, while the message line tells of them and most of them can be used.
+  /// The settings that were lost, while the message line reports it and most of them can be used.
   const KeptSettings& keptSettings() const { return keptSettings_; }
   /// Whether there was no document before this run.
   bool isFirstRun() const { return isFirstRun_; }
@@ -64,7 +64,7 @@ class AppStore : public QObject {
   /// are given a display by their callers.
   const QString& activeDisplay() const { return activeDisplay_; }
   void setActiveDisplay(const QString& display) { activeDisplay_ = display; }
-  /// Tells which displays have a dock. What others are pinned to is not shown then, and the active display is forgotten
+  /// Sets which displays have a dock. What others are pinned to is not shown then, and the active display is forgotten
   /// when it is none of them.
   void setDockDisplays(const QStringList& displays);
 
@@ -154,7 +154,7 @@ class AppStore : public QObject {
   void save();
   /// Stops everything and saves. Further calls do nothing.
   void shutdown();
-  /// The last save of a run, when nobody can be shown a message any more: a failure goes to standard error.
+  /// The last save of a run, when no message can be shown any more: a failure goes to standard error.
   void saveAtTheEnd();
 
  Q_SIGNALS:
@@ -201,7 +201,7 @@ class AppStore : public QObject {
   DockConfiguration config_;
   QString error_;
   bool isAnnouncement_ = false;
-  Announcements announced_;  ///< What an announcement tells.
+  Announcements announced_;  ///< What an announcement says.
   QList<RunningApp> runningApps_;
   QString calendarMessage_;
   QString reminderMessage_;

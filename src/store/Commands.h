@@ -13,7 +13,7 @@
 namespace tarnwick {
 
 /// What a user can ask of the program from anywhere: from a tile, a panel, a menu, a window, a key, another process.
-/// `app/ProgramCommands` does all of it; whoever offers a command holds a reference to this. Main thread only. A
+/// `app/ProgramCommands` does all of it; code that offers a command holds a reference to this. Main thread only. A
 /// command that cannot be done puts its sentence into the store's message line unless it says that it throws.
 class Commands {
  public:
@@ -78,7 +78,7 @@ class Commands {
   /// the dock of a display (the first one where it is empty).
   virtual void changeWidget(const DockWidget& widget, const QString& display = {}, const QString& sentence = {}) = 0;
   /// Says what was done in the same way, and offers to take it back and to make it again after that. What both hold
-  /// must outlive whoever offers it; they may throw DomainError.
+  /// must outlive the object that offers it; they may throw DomainError.
   virtual void offerUndo(const QString& display, const QString& sentence, const std::function<void()>& undo,
                          const std::function<void()>& redo) = 0;
   /// Takes the newest change back.

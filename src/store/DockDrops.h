@@ -42,14 +42,14 @@ class DockDrops : public QObject {
 
   explicit DockDrops(const Parts& parts) : parts_(parts) {}
 
-  /// The tile was found by whoever shows the row.
+  /// The caller, which shows the row, has found the tile.
   void routeDroppedFiles(const DockFileDrop& drop);
   /// Moves files to the trash, as a step that can be taken back beside the dock of a display.
   void moveToTrash(const QStringList& paths, const QString& display);
   /// Takes a widget that travels as text.
   void dropWidget(const QString& text, qsizetype index, const QString& display);
 
-  /// Sends files to a device nearby and tells whether it has begun; empty where nothing can.
+  /// Sends files to a device nearby and returns whether it has begun; empty where nothing can.
   std::function<bool(const QList<QUrl>& urls)> sendNearby;
 
  private:

@@ -4,7 +4,7 @@
 
 namespace tarnwick {
 
-/// A machine that tells nothing of itself.
+/// A machine that reports no details of itself.
 class NoCounters final : public SystemCounters {
  public:
   std::optional<ProcessorTicks> processorTicks() override { return std::nullopt; }

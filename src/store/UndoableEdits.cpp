@@ -203,7 +203,7 @@ void UndoableEdits::update(const DockWidget& widget, const UndoStack::Notice& no
         });
   }
   widgetRun_.last = store_.scheduler().reference();
-  if (isAnnounced) widgetRun_ = {};  // The sentence tells of this change alone.
+  if (isAnnounced) widgetRun_ = {};  // The sentence is about this change alone.
 }
 
 bool UndoableEdits::goesOn(const WidgetRun& run, const QUuid& widget, const QStringList& options) const {

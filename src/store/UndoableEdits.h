@@ -27,7 +27,7 @@ class UndoableEdits : public QObject {
   /// Inserts at an index of what a display's dock shows, at its end for any other index: all of them, or none and the
   /// message that the dock is full. Gives whether it did.
   bool insert(const QList<DockWidget>& widgets, const QString& display, qsizetype index = -1);
-  /// Adds one at the end of a profile as the store does, for whoever tells the user of it: no sentence goes to the
+  /// Adds one at the end of a profile as the store does, for callers that report it themselves: no sentence goes to the
   /// stack.
   QUuid addWidget(const DockWidget& widget, QUuid profile);
   /// Removes a widget. It comes back with its settings at its place; its credentials are kept as long as it can.

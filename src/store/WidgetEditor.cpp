@@ -78,7 +78,7 @@ void checkEndpoint(const DockWidget& widget) {
   const QString endpoint = widget.options.value(option::endpoint);
   if (endpoint.isEmpty()) return;
   const QUrl address(endpoint);
-  // An "@" in the authority tells of a user part even where that part is empty.
+  // An "@" in the authority means a user part even where that part is empty.
   const bool isBare = !address.authority().contains(u'@');
   if (!address.isValid() || address.scheme() != "https"_L1 || address.host().isEmpty() || !isBare) {
     throw DomainError::invalid(WidgetEditorWords::tr("Use a valid HTTPS endpoint without credentials in its URL."));

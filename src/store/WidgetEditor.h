@@ -7,7 +7,7 @@
 
 namespace tarnwick {
 
-/// What saving the form of a widget means: checks its entries and tells what is to be done.
+/// What saving the form of a widget means: checks its entries and gives what is to be done.
 ///
 /// The form itself belongs to the views; what is not a rule of one widget (the file of settings, the credential, the
 /// fetch) belongs to the caller.
