@@ -6,7 +6,7 @@
 
 namespace tarnwick {
 
-/// What the controller tells a dock's content about the panel that it fills.
+/// What the controller passes to a dock's content about the panel that it fills.
 struct DockGeometry {
   QString display;         ///< Screen::id
   QSizeF panel;            ///< The slot of the dock, without margins.
@@ -27,7 +27,7 @@ class DockContent : public QWidget {
 
   virtual void configure(const DockGeometry& geometry) = 0;
   /// The width that the glass needs at a scale, whatever its row measures: for the names of the profiles, where they
-  /// may show, and for the words that ask for widgets; 0 for no more than it has.
+  /// may show, and for the "Add Widgets…" text; 0 for no more than it has.
   virtual double leastWidth(double) const { return 0; }
   /// Space that the content paints on around the panel's slot.
   virtual QMargins margins() const = 0;

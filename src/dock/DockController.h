@@ -40,7 +40,7 @@ struct DockPorts {
 };
 
 /// Turns the configuration into one panel on each chosen display, keeps it in place, and decides from moment to moment
-/// whether it is shown. It asks pure rules what should be and tells the panels to make it so. The pointer drives it,
+/// whether it is shown. Pure rules decide what should be; this sets the panels accordingly. The pointer drives it,
 /// not a clock: a timer runs only while a delay counts. Main thread only.
 class DockController : public QObject {
   Q_OBJECT
@@ -54,9 +54,9 @@ class DockController : public QObject {
   /// Until the system's dock is tried again after another process was giving it back.
   static constexpr double kOthersAreAtIt = 1;
   static constexpr double kTransitionPeriod = 0.05;
-  /// For so long a start says what this desktop lacks, in seconds.
+  /// For how long a start shows what this desktop lacks, in seconds.
   static constexpr double kRemark = 10;
-  /// For so long the keyboard may be on its way back from a window of the dock's own.
+  /// How long the keyboard may take to come back from a window of the dock's own.
   static constexpr double kKeyboardGrace = 0.2;
 
   DockController(AppStore& store, DockPorts ports, ContentFactory factory);
@@ -87,7 +87,7 @@ class DockController : public QObject {
   /// The same for a process that asks for it; the layout takes the dock away again only once it is changed, or at the
   /// next start. False when there is nothing to give back. Throws DomainError.
   bool giveSystemDockBack();
-  /// Gives the system's own dock back without a word, for an end in which nothing can be shown. Throws nothing.
+  /// Gives the system's own dock back without a message, for an end in which nothing can be shown. Throws nothing.
   void giveBack() noexcept;
   /// Moves a floating dock by a drag, within the screen; `finishMove` stores where it ended.
   void moveBy(const QString& display, const QPointF& delta);
@@ -111,7 +111,7 @@ class DockController : public QObject {
   QRect mapFromContent(const QString& display, const QRect& rectangle) const;
 
  Q_SIGNALS:
-  /// A display's dock goes out of sight or is about to be destroyed, and what is beside it goes with it.
+  /// A display's dock is hiding or about to be destroyed; what is open beside it closes.
   void goesAway(const QString& display);
   /// A display's dock is elsewhere now.
   void placed(const QString& display);

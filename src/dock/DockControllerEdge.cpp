@@ -75,7 +75,7 @@ DockVisibility::Surroundings DockController::surroundings(const Dock& dock) cons
 }
 
 void DockController::checkEdge() {
-  // What had borrowed the keyboard is gone. It gives it back, or somebody else has it by now.
+  // What had borrowed the keyboard is gone. It gives it back, or another window has it by now.
   if (keyboardIsLent_ && !(hasActivePanel && hasActivePanel(focused_))) {
     keyboardIsLent_ = false;
     waitForKeyboard();
@@ -90,7 +90,7 @@ void DockController::checkEdge() {
   for (auto& [id, dock] : docks_) {
     const DockVisibility::Surroundings around = surroundings(dock);
     const bool wasVisible = dock.visibility.visible;
-    // Nobody looks while the pointer rests, so use lasts until the look that finds it ended.
+    // Nothing is checked while the pointer rests, so use lasts until the next check finds it ended.
     if (dock.inUse && wasVisible && DockVisibility::reveals(around.layout)) dock.visibility.lastInteraction = now;
     dock.inUse = around.atEdge || around.interacting;
     dock.visibility = DockVisibility::next(dock.visibility, around, now);
@@ -162,7 +162,7 @@ void DockController::focus() {
   const QString main = ports_.screens->mainId();
   const auto found = docks_.contains(main) ? docks_.find(main) : docks_.begin();
   if (found == docks_.end()) return;
-  // Asked again by whoever is there already: back to the program that had it.
+  // Asked again while the dock has it: back to the program that had it.
   if (focused_ == found->first && hasKeyboard_ && !keyboardIsLent_) {
     leaveKeyboard();
     return;
@@ -185,7 +185,7 @@ void DockController::leaveKeyboard() {
   checkEdge();
 }
 
-/// A click on another window takes the keyboard without a word to the dock, which must not stay out for it. One of the
+/// A click on another window takes the keyboard without notifying the dock, which must not stay out for it. One of the
 /// dock's own panels borrows it only.
 void DockController::followKeyboard(const QWindow* window) {
   const auto found = docks_.find(focused_);

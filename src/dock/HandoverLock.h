@@ -9,7 +9,7 @@
 
 namespace tarnwick {
 
-/// Keeps the processes apart that change settings of the system's dock: held by whoever reads, writes or removes a
+/// Keeps the processes apart that change settings of the system's dock: held while a process reads, writes or removes a
 /// recovery file, or writes such a setting. See docs/handover.md.
 class HandoverLock {
  public:
@@ -34,7 +34,7 @@ class HandoverLock {
   explicit HandoverLock(const QString& directory);
 
   /// Absent when another process has it for longer than `patience`. Where the folder cannot hold a lock the answer is
-  /// as if nobody else were there. Throws DomainError where something else is under the lock's name.
+  /// as if no other process were there. Throws DomainError where something else is under the lock's name.
   std::optional<Hold> take(std::chrono::milliseconds patience);
 
  private:

@@ -29,7 +29,7 @@ class MovingPicture final : public QWidget {
   void setRestingPlace(const QPoint& place);
   /// Draws at once, unless nothing changed. The live widget must be visible.
   void present(const Look& look);
-  /// Takes a picture that nobody sees, so that everything that the first one needs is there. Before any presentation.
+  /// Takes a picture that is not shown, so that everything that the first one needs is loaded. Before any presentation.
   void warmUp();
   /// Uncovers the live widget and lets go of the picture.
   void finish();

@@ -167,8 +167,8 @@ void NativeDockState::apply(DockLayout layout) {
 }
 
 void NativeDockState::hide(DockLayout layout) {
-  // Where our file went, somebody has given back: what is still ours goes back now, and what is there then is the
-  // user's.
+  // Where our file is gone, another process has given back: what is still ours goes back now, and what is there then is
+  // the user's.
   if (original_ && recordOnDisk() != record_) giveBack();
   if (!original_) {
     // While there is a file, the present values are not the user's.

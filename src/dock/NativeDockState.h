@@ -30,7 +30,7 @@ class NativeDockState {
     int file = -1;
     /// A lock that the caller holds; null for one of its own.
     HandoverLock* lock = nullptr;
-    /// Whether docks are asked first whether they answer at all, so that one that hangs holds nobody up. What was
+    /// Whether docks are asked first whether they answer at all, so that one that hangs does not block. What was
     /// found is given back when they do; until then `apply` does nothing, or says why it cannot.
     bool asksFirst = false;
   };
@@ -73,7 +73,7 @@ class NativeDockState {
   void setNeedsApply(std::function<void()> needsApply) { needsApply_ = std::move(needsApply); }
 
  private:
-  /// A recovery file as it was read or written; another one of that name is somebody else's.
+  /// A recovery file as it was read or written; another one of that name belongs to another process.
   struct Record {
     DurableFile::Stamp stamp;
     QByteArray content;

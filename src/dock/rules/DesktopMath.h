@@ -30,7 +30,7 @@ struct DesktopMath {
   /// older one holds. Displays that are not connected keep what they have.
   static std::optional<DockConfiguration> migrated(const DockConfiguration& config, const QList<Screen>& screens);
 
-  /// `attached` followed by the connected screens that it lacks. Nothing ever leaves the list, so its order tells which
+  /// `attached` followed by the connected screens that it lacks. Nothing ever leaves the list, so its order shows which
   /// display was connected first.
   static QStringList remembered(const QStringList& attached, const QList<Screen>& screens);
 };

@@ -8,7 +8,7 @@ namespace tarnwick {
 
 /// Which tile of a row takes what is dropped on it.
 struct DropRouting {
-  /// What the rules must know of a tile.
+  /// What the rules need of a tile.
   struct Tile {
     QString kind;
     QString family;

@@ -15,7 +15,7 @@ struct KnownDisplay {
   QString name;
   bool isConnected = true;
 
-  /// Its name, with a word where it is not connected.
+  /// Its name, with "(not connected)" where it is not.
   QString words() const;
   bool operator==(const KnownDisplay&) const = default;
 };
