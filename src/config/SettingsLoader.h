@@ -22,7 +22,7 @@ struct SettingsLoader {
     KeptSettings kept = {};
   };
 
-  /// `unixSeconds` is the current time, which names the recovery file. A name that nobody gave is a first run and no
+  /// `unixSeconds` is the current time, which names the recovery file. A path with nothing at it is a first run and no
   /// failure.
   static Result load(const QString& path, qint64 unixSeconds);
   /// Where what was entered and not saved is preserved with a recovery file: `content-recovery-<seconds>.json`.

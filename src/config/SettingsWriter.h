@@ -27,7 +27,7 @@ class SettingsWriter {
   /// the same failure was reported before and only tried again.
   std::function<void(const QString& failure, bool isRepeated)> onSaved;
 
-  /// Bytes that are free in the folder of a file; absent where nobody can tell. Asked after a save that failed.
+  /// Bytes that are free in the folder of a file; absent where it is not known. Asked after a save that failed.
   std::function<std::optional<qint64>(const QString& file)> room;
 
   /// The loaded document with what a run before had entered and not saved; it is saved soon then.
