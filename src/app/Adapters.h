@@ -17,7 +17,7 @@ namespace tarnwick {
 /// they outlive. Making them is cheap: what is costly begins when it is first used.
 class Adapters {
  public:
-  /// Throws DomainError where no window system that we know is there.
+  /// Throws DomainError where there is no supported window system.
   Adapters(Scheduler& scheduler, const LaunchEnvironment& environment);
   ~Adapters();
 

@@ -28,7 +28,7 @@ class Windows;
 struct DelegateSetup {
   DockPreferenceAccess& preferences;  ///< Of the system's own dock.
   DockGuard& guard;
-  SessionApplication& application;  ///< This program as the session knows it.
+  SessionApplication& application;  ///< This program on the session bus.
   SocketSession& door;              ///< The same without a bus.
   Readings& readings;
   QString executable;

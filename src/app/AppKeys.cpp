@@ -31,7 +31,7 @@ void AppKeys::follow() {
     if (row.identifier == HotKeyTable::kCommandBar) {
       if (commands_.can(Commands::Optional::CommandBar)) allBound = bindCommandBar(options, row.request) && allBound;
     } else if (row.identifier == HotKeyTable::kFocus) {
-      // Nobody chose this key, so no message says that it is taken.
+      // The user did not choose this key, so no message says that it is taken.
       bind(row.identifier, row.request);
     } else {
       allBound = bind(row.identifier, row.request) && allBound;

@@ -34,9 +34,9 @@ class AppKeys final : public QObject, public KeyRecorder {
   bool holds(const HotKeyRequest& request) const override;
   /// Whether a program can have keys on this desktop at all.
   Capability capability() const { return keys_.capability(); }
-  /// Whether it may take keys that nobody chose (see HotKeys).
+  /// Whether it may take keys that the user did not choose (see HotKeys).
   Capability unasked() const { return keys_.unasked(); }
-  /// The key that opens the command bar now, as a person reads it; empty while none does.
+  /// The key that opens the command bar now, as shown to the user; empty while none does.
   const QString& commandBarKey() const { return commandBarKey_; }
 
  Q_SIGNALS:

@@ -11,7 +11,7 @@ class AppStore;
 class ContrastPreference;
 class Toggles;
 
-/// Puts the desktop's answers about light, dark and contrast together with the user's wishes, into DesktopLook and the
+/// Combines the desktop's answers about light, dark and contrast with the user's settings, for DesktopLook and the
 /// toolkit's palette. Main thread only; all outlive it.
 class Appearance final : public QObject {
   Q_OBJECT
@@ -38,7 +38,7 @@ class Appearance final : public QObject {
   const ContrastPreference& contrast_;
   JobHandle switchesAnswer_;
   std::optional<bool> isDark_;
-  bool switchesAnswered_ = false;  ///< Whether the desktop had the time to tell of its switches.
+  bool switchesAnswered_ = false;  ///< Whether the desktop had the time to report its switches.
 };
 
 }  // namespace tarnwick

@@ -21,8 +21,9 @@ struct AutostartWords {
 
 using namespace Qt::StringLiterals;
 
-/// A word of an Exec line: in double quotes, with the characters marked that are special there. The backslash is marked
-/// twice, since the file's own rules for text are applied first, and a percent sign stands for itself when doubled.
+/// An argument of an Exec line: in double quotes, with the characters marked that are special there. The backslash is
+/// marked twice, since the file's own rules for text are applied first, and a percent sign stands for itself when
+/// doubled.
 QString quoted(const QString& word) {
   QString result;
   for (const QChar c : word) {

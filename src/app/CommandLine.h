@@ -38,7 +38,7 @@ struct CommandLine {
   std::optional<QString> directory;  ///< RestoreDock: another data directory than the default.
   std::optional<Order> order;        ///< Run: what to do once the dock runs.
   QStringList files;                 ///< Run: what was handed over to be opened.
-  QStringList remarks;               ///< Run: a sentence about each switch that nobody here knows; the start goes on.
+  QStringList remarks;               ///< Run: a sentence about each unknown switch; the start goes on.
 
   bool operator==(const CommandLine&) const = default;
 

@@ -191,7 +191,7 @@ void DockCommands::askToEmptyTrash() {
 // --- Launch feedback and places -------------------------------------------------------------------------------------
 
 void DockCommands::launchBegan(const QString& entryPath) {
-  // Without following the windows nobody would notice that one came.
+  // Without following the windows, a new one would go unnoticed.
   services_.runningApps.start();
   const auto app = services_.runningApps.byPath(entryPath);
   Launch& launch = launching_[entryPath];

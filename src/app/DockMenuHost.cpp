@@ -52,7 +52,7 @@ void DockMenuHost::open(const QString& display, const QList<DockMenuEntry>& entr
   connect(menu, &QMenu::aboutToHide, this, [this, menu] { hides(menu); });
   mark(true);
   panels_.closeAtOnce();
-  // Of a double click the toolkit tells twice, and the second word would close a menu that is open by then.
+  // The toolkit reports a double click twice, and the second report would close a menu that is open by then.
   const auto show = [this, menu, display, beside] {
     if (menu != menu_) return;
     if (Panel* owner = dock_.panel(display)) {
@@ -69,7 +69,7 @@ void DockMenuHost::hides(QMenu* menu) {
   // It goes once its entry has run, even where that entry asks something and waits for the answer.
   menu->deleteLater();
   const auto forget = [this, menu] {
-    // It may have gone by then, without a word to whoever points to it.
+    // It may have been destroyed by then, without any signal.
     if (!menu_ || menu_ == menu) {
       menu_.clear();
       mark(false);

@@ -13,8 +13,8 @@ namespace tarnwick {
 
 class PanelHost;
 
-/// Opens the menus of docks, one at a time, beside what they are about. Whoever opens one acts on its dock. Rectangles
-/// are in the coordinates of the dock's content. Main thread only.
+/// Opens the menus of docks, one at a time, beside what they are about. Opening one counts as acting on its dock.
+/// Rectangles are in the coordinates of the dock's content. Main thread only.
 class DockMenuHost final : public QObject {
   Q_OBJECT
  public:
@@ -35,7 +35,7 @@ class DockMenuHost final : public QObject {
   bool isOpenOn(const QString& display) const { return menu_ && display == display_; }
   void close();
   void closeOn(const QString& display);
-  /// Without a word to whoever listens to the menu.
+  /// Without notifying the listeners of the menu.
   void drop();
 
  private:

@@ -31,7 +31,7 @@ void setDisposition(void (*handler)(int)) {
   for (const int number : kSignals) {
     struct sigaction before = {};
     ::sigaction(number, nullptr, &before);
-    // Whoever started us under nohup wants us to outlive the terminal.
+    // A user who started us under nohup wants us to outlive the terminal.
     if (number == SIGHUP && before.sa_handler == SIG_IGN) continue;
     ::sigaction(number, &action, nullptr);
   }

@@ -32,7 +32,7 @@ struct HotKeyTable {
   static QString signature(const DesktopOptions& options);
   /// The enabled keys, in the order in which they are taken.
   static QList<Row> rows(const DesktopOptions& options);
-  /// Super+1 to Super+9, for the first apps of the dock. Taken last, and only where nobody else has them.
+  /// Super+1 to Super+9, for the first apps of the dock. Taken last, and only where no other program has them.
   static QList<Row> appRows(const DesktopOptions& options);
   /// What is tried in turn where another program owns the command bar's key; empty once the user has chosen one.
   static QList<HotKeyRequest> commandBarFallbacks(const DesktopOptions& options);

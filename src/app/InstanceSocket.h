@@ -26,12 +26,12 @@ class InstanceSocket : public QObject {
   ~InstanceSocket() override;
 
   /// Opens the socket; only the copy that holds the data folder's lock does. `answer` is called from the event loop and
-  /// must not throw or wait. False where no socket can be had; then nobody comes.
+  /// must not throw or wait. False where no socket can be had; then no request arrives.
   bool listen(Answer answer);
   void close();
 
   struct Reply {
-    std::optional<QJsonObject> answer;  ///< None where nobody runs, or nobody answered.
+    std::optional<QJsonObject> answer;  ///< None where no copy runs, or it did not answer.
     bool isAwaited = false;             ///< It was too late: the copy is busy, and has the request before it.
   };
   /// Asks the copy that runs, and waits for so long.

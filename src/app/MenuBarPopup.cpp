@@ -53,7 +53,7 @@ std::optional<PanelPlacement> MenuBarPopup::placeOf(const QRect& item) const {
     return PanelPlacement{found->id, place.translated(-found->frame.topLeft().toPoint()), {}};
   };
   if (const auto place = on(item)) return place;
-  // Only X11 tells where the pointer is over the windows of others.
+  // Only X11 reports where the pointer is over the windows of others.
   if (QGuiApplication::platformName() == u"xcb"_s)
     if (const auto place = on(QRect(QCursor::pos(), QSize(1, 1)))) return place;
   const Screen& main = all.first();
@@ -109,7 +109,7 @@ void MenuBarPopup::open(const PanelPlacement& place, bool dark) {
       Qt::QueuedConnection);
   const QMargins margins = panel->margins();
   popup_ = anchor_->popup(std::move(made), QRect(QPoint(), size), PopupStyle{.margins = margins, .gap = kGap});
-  // By the time that the word arrives another one may be open.
+  // By the time that the signal arrives another one may be open.
   const auto closed = [this, popup = popup_.get()] {
     if (popup_.get() != popup) return;
     closedAt_ = store_.scheduler().reference();

@@ -15,7 +15,7 @@ class AppStore;
 class Commands;
 
 /// Opens the small window below the status item, and closes it when the user turns elsewhere. Where the tray does not
-/// tell where its icons are, it opens at the pointer, and where that is not known either at the corner of the screen
+/// report where its icons are, it opens at the pointer, and where that is not known either at the corner of the screen
 /// that bars with a tray have it in.
 class MenuBarPopup final : public QObject {
   Q_OBJECT

@@ -9,7 +9,7 @@ namespace tarnwick {
 
 class Commands;
 
-/// Shows the store's message in a quiet bubble above the dock until the user dismisses it or it is withdrawn.
+/// Shows the store's message in a bubble above the dock until the user dismisses it or it is withdrawn.
 class MessageLine : public QObject {
   Q_OBJECT
  public:

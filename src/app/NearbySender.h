@@ -10,7 +10,7 @@
 namespace tarnwick {
 
 /// Passes files to the program with which this desktop sends them to devices nearby; empty where none is installed.
-/// What it gives tells whether that program could be started.
+/// The function returns whether that program could be started.
 std::function<bool(const QList<QUrl>& files)> nearbySender(const AppEnvironment& environment,
                                                            const LaunchEnvironment& variables);
 

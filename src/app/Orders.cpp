@@ -152,7 +152,7 @@ QString Orders::refusalToOpen(const QString& url) {
 void Orders::reopen() {
   if (stopped_) return;
   if (setup_.yieldsToNewBuilds && SingleInstance::isStale(setup_.executable) && handOverToTheNewBuild()) return;
-  // Whoever opens the program again wants to see it.
+  // A user who opens the program again wants to see it.
   if (commands_.isDockHidden()) commands_.toggleDock();
   commands_.showSettings();
 }

@@ -17,7 +17,7 @@ class SocketSession;
 
 /// What orders are carried out by. References outlive them.
 struct OrdersSetup {
-  SessionApplication& application;  ///< This program as the session knows it.
+  SessionApplication& application;  ///< This program on the session bus.
   SocketSession& door;              ///< The same without a bus.
   QString executable;
   /// What a new build of the program is started with.

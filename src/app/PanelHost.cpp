@@ -148,7 +148,7 @@ void PanelHost::forget() {
   if (display_.isEmpty()) return;
   const QString display = std::exchange(display_, {});
   widget_ = {};
-  // Whoever asked may open something of its own, once this has gone.
+  // The caller may open something of its own, once this has gone.
   if (answer_) QMetaObject::invokeMethod(this, std::bind(std::exchange(answer_, {}), false), Qt::QueuedConnection);
   Q_EMIT openChanged(display, {});
   Q_EMIT outlineChanged();
@@ -160,7 +160,7 @@ QRect PanelHost::outline(const QString& display) const {
 }
 
 void PanelHost::drop() {
-  // A late word of a panel that is gone must not take the next one.
+  // A late signal of a panel that is gone must not close the next one.
   if (!display_.isEmpty()) return;
   // A panel that is hidden before it goes can still take what is being written in it.
   if (pane_) pane_->hide();

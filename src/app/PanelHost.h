@@ -18,7 +18,7 @@ namespace tarnwick {
 class PanelPresentation;
 class TilePanel;
 
-/// What a host asks of whoever shows the docks.
+/// What a host needs from the owner of the docks.
 struct PanelHostSetup {
   /// What the tiles of a display's dock show at this moment.
   std::function<TileSources(const QString& display)> sources;

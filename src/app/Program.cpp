@@ -44,7 +44,7 @@ int print(const QString& text) {
   return 0;
 }
 
-/// The modes that a later version brings. Saying so beats starting a dock that nobody asked for.
+/// The modes that a later version brings. Saying so is better than starting a dock that was not asked for.
 int notYet(const CommandLine& line) {
   say(u"This version of Tarnwick does not offer %1 yet."_s.arg(line.argument));
   return 1;
@@ -82,7 +82,7 @@ struct Start {
   QStringList urls;
   QStringList missing;        ///< Sentences about files that are not there.
   std::optional<int> status;  ///< To end with, when another copy runs.
-  QString obstacle;           ///< Why there can be no window; found while the words of the user are loaded.
+  QString obstacle;           ///< Why there can be no window; found while the user's translations are loaded.
   QString alertTitle;
   QString alertText;
 };
@@ -143,7 +143,7 @@ int runUntilQuit(const Start& start, const CommandLine& line, const LaunchEnviro
   delegate.didFinishLaunching();
   // Behind the dock's own coming up, which waits for the event loop as well.
   const auto orders = [&] {
-    // Whoever asks to show or hide a dock that does not run wants to see it, and it starts shown.
+    // A user who toggles a dock that does not run wants to see it, and it starts shown.
     if (line.order && line.order->kind != Order::Kind::Toggle) delegate.orders().perform(*line.order);
     if (!start.urls.isEmpty()) delegate.orders().open(start.urls);
     if (!start.missing.isEmpty()) delegate.store().setError(start.missing.last());

@@ -14,16 +14,16 @@ class DockPreferenceAccess;
 struct RestoreDock {
   struct Terms {
     /// The recovery file that the guardian handed over, open; -1 when a user asks. Who asks decides what happens when
-    /// nothing can be put back: a user gets a working dock, with the system's defaults; the guardian, whom nobody
-    /// asked, leaves things alone, and everything but its own file.
+    /// nothing can be put back: a user gets a working dock, with the system's defaults; the guardian, which
+    /// acts by itself, changes nothing but its own file.
     int guardedFile = -1;
-    /// For how long others that are at it are waited for when a user asks; the guardian's repair waits without end.
+    /// How long a user's request waits for other repairs under way; the guardian's repair waits without end.
     std::chrono::milliseconds patience{10'000};
     /// For how long a copy that runs may take to answer.
     std::chrono::milliseconds answer{2000};
   };
 
-  /// Puts back what was saved in `directory` and tells `say` each line.
+  /// Puts back what was saved in `directory` and passes each line to `say`.
   static void run(const QString& directory, DockPreferenceAccess& preferences,
                   const std::function<void(const QString&)>& say) {
     run(directory, preferences, say, Terms());

@@ -151,8 +151,8 @@ DataFolderLock::Taking DataFolderLock::take() {
   return taking;
 }
 
-/// A lock whose holder is unknown still holds; the number only tells others whom to ask. Nothing but a number is ever
-/// written over: the file may be anybody's by another name.
+/// A lock whose holder is unknown still holds; the number only shows others which process to ask. Nothing but a number
+/// is ever written over: the file may be anybody's by another name.
 void DataFolderLock::writeDownHolder() const {
   struct stat status = {};
   if (::fstat(file_.descriptor(), &status) != 0 || status.st_nlink != 1 || status.st_size > kHolderWidth) return;
@@ -237,7 +237,7 @@ QStringList SingleInstance::missing(const QStringList& files, const QString& wor
 std::optional<int> SingleInstance::resolve(DataFolderLock& lock, SessionApplication& session, const QString& executable,
                                            const CommandLine& line, const Voices& voices) {
   const bool canLock = lock.take() != DataFolderLock::Taking::Impossible;
-  // Without a lock the name on the bus decides: it tells of one other copy, whatever its data.
+  // Without a lock the name on the bus decides: it stands for one other copy, whatever its data.
   const auto isFree = [&] {
     return canLock ? lock.take() == DataFolderLock::Taking::Held : session.otherProcess() == 0;
   };
@@ -269,7 +269,7 @@ std::optional<int> SingleInstance::resolve(DataFolderLock& lock, SessionApplicat
 
   // The other copy may be just coming up or going down: it is asked until it answers, or until its place is free.
   HandOver handOver(line);
-  // What was not understood was said; nobody who asked only for that wants a window instead.
+  // What was not understood was reported; a user who asked only for that wants no window instead.
   if (handOver.isPlain() && !line.remarks.isEmpty()) return kRefused;
   bool free = false;
   const bool settled = keepsLooking([&] {

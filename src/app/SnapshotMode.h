@@ -7,7 +7,7 @@
 namespace tarnwick {
 
 /// The options of `--snapshot`, read. Pure but for the default folder, which is a new one below the temporary folder.
-/// Throws DomainError for a word or number that means nothing.
+/// Throws DomainError for an unknown name or an invalid number.
 SnapshotOptions snapshotOptions(const QStringList& arguments);
 
 /// The whole mode: makes an application without a display, writes the pictures and prints where. `arguments` is the

@@ -62,7 +62,7 @@ QJsonObject SocketSession::answer(const QJsonObject& request) {
   } else if (kind == kOpen) {
     QStringList urls;
     for (const QJsonValue& url : request.value(kUrls).toArray()) urls << url.toString();
-    // Those that can be opened are, and whoever has no terminal to read in sees what is said of the others.
+    // Those that can be opened are, and a user without a terminal sees what is said of the others.
     later([this, urls] { Q_EMIT openRequested(urls); });
     if (const QString sentence = refusalToOpen ? refusalToOpen(urls) : QString(); !sentence.isEmpty())
       return {{kRefused, sentence}};

@@ -18,7 +18,7 @@ class SocketSession final : public SessionApplication {
   bool isReachable() const override { return true; }
   bool own() override;
   void release() override;
-  /// The lock tells that; this one never does.
+  /// The lock decides that; this one never does.
   qint64 otherProcess() const override { return 0; }
   bool activateOther() override;
   bool openInOther(const QStringList& urls) override;

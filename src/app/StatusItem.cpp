@@ -35,7 +35,7 @@ QIcon mark() {
 }  // namespace
 
 StatusItem::StatusItem(AppStore& store, Commands& commands) : menu_(store, commands) {
-  // Trays open the menu by themselves and tell nothing else.
+  // Trays open the menu by themselves and report nothing else.
   connect(&menu_, &QMenu::aboutToShow, this, &StatusItem::panelDismissed);
   lookForTray();
 }
@@ -77,8 +77,8 @@ void StatusItem::setVisible(bool visible) {
 void StatusItem::activated(QSystemTrayIcon::ActivationReason reason) {
   if (reason == QSystemTrayIcon::Trigger && !classic_) return Q_EMIT panelToggled();
   Q_EMIT panelDismissed();
-  // A tray of the newer kind shows the menu by itself, or asks for it and has nobody else to ask; within one of the
-  // older kind, which tells where the item is, the toolkit opens it.
+  // A tray of the newer kind shows the menu by itself, or asks us for it; within one of the
+  // older kind, which reports where the item is, the toolkit opens it.
   if (reason == QSystemTrayIcon::Trigger || (reason == QSystemTrayIcon::Context && place().isEmpty()))
     Q_EMIT menuRequested(menu_);
 }

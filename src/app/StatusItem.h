@@ -25,7 +25,7 @@ class StatusItem : public QObject {
   /// Brings the menu up to date; trays that keep a copy of it need not ask before they open it.
   void refresh() { menu_.refresh(); }
   bool hasTray() const { return icon_ != nullptr; }
-  /// Where it is on the desktop; empty where the tray does not tell.
+  /// Where it is on the desktop; empty where the tray does not report it.
   QRect place() const { return icon_ ? icon_->geometry() : QRect(); }
 
  Q_SIGNALS:

@@ -117,7 +117,7 @@ QRect WindowPlaces::freeOf(const Screen& screen) const {
 QRect WindowPlaces::roomAt(const QString& display, const QPoint& place) const {
   const std::optional<Screen> screen = screenAt(display, place);
   if (!screen) return {};
-  // Whoever places windows himself puts them in the middle, or wherever there is space.
+  // A desktop that places windows itself puts them in the middle, or wherever there is space.
   return placesItself() ? evenly(freeOf(*screen), usableOf(*screen)) : freeOf(*screen);
 }
 

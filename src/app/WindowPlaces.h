@@ -28,7 +28,7 @@ class WindowPlaces final : public QObject {
     QString display;            ///< The identity of a display.
   };
 
-  /// `screens` is borrowed. `dock` tells where the dock of a display is while it is out; empty where there is none.
+  /// `screens` is borrowed. `dock` gives the place of a display's dock while it is shown; empty where there is none.
   WindowPlaces(const Screens& screens, std::function<QRectF(const Screen& screen)> dock)
       : screens_(screens), dock_(std::move(dock)) {}
 

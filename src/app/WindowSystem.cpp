@@ -93,7 +93,7 @@ WindowSystem makeWayland() {
   return system;
 }
 
-/// Where the compositor has no layers for docks, the X server within it at least puts a dock where it belongs.
+/// Where the compositor has no layer shell, the X server within it can at least place a dock.
 bool prefersWayland() {
   switch (WaylandSession::offer()) {
     case WaylandSession::Offer::Layers:

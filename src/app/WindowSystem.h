@@ -30,7 +30,7 @@ struct WindowSystem {
   WindowSystem(WindowSystem&&) = default;
   ~WindowSystem();
 
-  /// The one that the application object runs on. Throws DomainError where it is none that we know.
+  /// The one that the application object runs on. Throws DomainError where it is not supported.
   static WindowSystem make();
   /// Chooses before the application object is made and sets what the toolkit needs: Wayland where the compositor has
   /// layers for docks, X11 otherwise, and a plain window on Wayland where there is no X11; what the user set in
