@@ -61,7 +61,7 @@ class SignalListener final : public QObject {
 BusService::BusService(const QDBusConnection& bus, const QString& name, QObject* parent)
     : QObject(parent), bus_(bus), name_(name) {
   if (!bus_.isConnected()) {
-    // Reported later like everything else, so that whoever makes this object can still connect to it.
+    // Reported later like everything else, so that the creator of this object can still connect to it.
     QMetaObject::invokeMethod(
         this, [this] { busLost(); }, Qt::QueuedConnection);
     return;

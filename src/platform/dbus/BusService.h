@@ -20,7 +20,7 @@ class SignalListener;
 void ask(const QDBusConnection& bus, const QDBusMessage& question, QObject* context,
          std::function<void(const QDBusMessage&)> done);
 
-/// Somebody on a bus under a well-known name. The owner of the name is followed by signals, not polled; nothing here
+/// The owner of a well-known name on a bus. The owner of the name is followed by signals, not polled; nothing here
 /// ever blocks, and no service is started by being watched. Without a bus the service simply isn't running.
 class BusService final : public QObject {
   Q_OBJECT
@@ -32,7 +32,7 @@ class BusService final : public QObject {
 
   const QString& name() const { return name_; }
   const QDBusConnection& bus() const { return bus_; }
-  /// The bus has said who owns the name, or that nobody does.
+  /// The bus has said which program owns the name, or that none does.
   bool isKnown() const { return known_; }
   bool isRunning() const { return !owner_.isEmpty(); }
 
@@ -41,8 +41,8 @@ class BusService final : public QObject {
   void call(const QString& path, const QString& interface, const QString& method, const QVariantList& arguments,
             QObject* context, Handler done);
 
-  /// Runs `handler` for every such signal from whoever owns the name then, for as long as this object lives. An empty
-  /// path means any; `match` gives values that the first string arguments must have.
+  /// Runs `handler` for every such signal from the owner of the name at that time, for as long as this object lives. An
+  /// empty path means any; `match` gives values that the first string arguments must have.
   void listen(const QString& path, const QString& interface, const QString& signal, Handler handler,
               const QStringList& match = {});
 

@@ -50,7 +50,7 @@ QDBusConnection DBusSessionApplication::connectToSession(const QString& name) {
 
 bool DBusSessionApplication::own() {
   if (!bus_.isConnected()) return false;
-  // The object first: whoever starts us by name calls it the moment the name is there.
+  // The object first: a program that starts us by name calls it the moment the name is there.
   if (!listening_ && !bus_.registerObject(path(), this, QDBusConnection::ExportAdaptors)) return false;
   if (!listening_) {
     bus_.connect(QString(), u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s, u"Disconnected"_s, this,
@@ -86,7 +86,7 @@ void DBusSessionApplication::release() {
   nextLook_.stop();
   if (!listening_) return;
   listening_ = false;
-  // Whoever calls from this point on gets the answer that nobody is here, and calls again.
+  // A caller from this point on gets the answer that there is no such name, and calls again.
   bus_.unregisterObject(path());
   bus_.unregisterService(name());
 }

@@ -56,7 +56,7 @@ DesktopContrastPreference::DesktopContrastPreference(const QDBusConnection& sess
   setParent(parent);
   connect(&portal_, &PortalSetting::answered, this, &DesktopContrastPreference::readPortal);
   if (isPlasma()) {
-    // Whoever applies a scheme tells it to everybody under this name, from a connection of its own.
+    // Programs that apply a scheme announce it under this name, from a connection of their own.
     session_.connect({}, u"/KGlobalSettings"_s, kPlasmaSettings, u"notifyChange"_s, this, SLOT(readScheme()));
     readScheme();
   }

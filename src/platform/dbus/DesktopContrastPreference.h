@@ -10,9 +10,9 @@
 
 namespace tarnwick {
 
-/// The desktop's preference for more contrast: what the settings portal tells, GNOME's own key where the portal does
+/// The desktop's preference for more contrast: what the settings portal reports, GNOME's own key where the portal does
 /// not know it, and on Plasma, which has no such setting, a colour scheme with as much contrast as those made for it.
-/// Any of them is enough; nobody wants it until one has answered.
+/// Any of them is enough; until one has answered there is none.
 class DesktopContrastPreference final : public ContrastPreference {
   Q_OBJECT
  public:

@@ -11,7 +11,7 @@
 namespace tarnwick {
 
 /// The desktop's preference for less motion: read from the settings portal, or from the setting itself where no portal
-/// tells it. Nobody wants less motion where neither says so, and until one has answered.
+/// tells it. Motion is not reduced where neither says so, and until one has answered.
 class DesktopMotionPreference final : public MotionPreference {
   Q_OBJECT
  public:

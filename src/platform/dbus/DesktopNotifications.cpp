@@ -10,7 +10,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-// While nobody answers, old bubbles are of no use to anybody.
+// While no service answers, old bubbles are of no use.
 constexpr std::size_t kMostWaiting = 20;
 
 }  // namespace

@@ -23,7 +23,7 @@ class DesktopNotifications final : public QObject, public Notifications {
   explicit DesktopNotifications(const QDBusConnection& session, const QString& desktopEntry = kDesktopId,
                                 QObject* parent = nullptr);
 
-  /// Available until the bus says that nobody shows notifications here.
+  /// Available until the bus says that no service shows notifications here.
   Capability capability() const override;
   void post(const QString& title, const QString& body, std::function<void()> unseen) override;
 

@@ -44,7 +44,7 @@ void LauncherEntries::start() {
 }
 
 LauncherHint LauncherEntries::of(const QString& desktopId) const {
-  // Of several programs that speak for one application the last word counts, and everybody's call for attention.
+  // Of several programs that report for one application the last report counts, and every call for attention.
   LauncherHint result;
   for (const Entry& entry : entries_) {
     if (entry.desktopId != desktopId) continue;
@@ -90,7 +90,7 @@ void LauncherEntries::follow(const QString& sender, bool follows) {
   }
   bus_.connect(kBusName, kBusPath, kBusName, u"NameOwnerChanged"_s, {sender}, QString(), this,
                SLOT(ownerChanged(QString, QString, QString)));
-  // It may have said its word and left before we began to follow it.
+  // It may have sent its report and left before we began to follow it.
   auto message = QDBusMessage::createMethodCall(kBusName, kBusPath, kBusName, u"NameHasOwner"_s);
   message << sender;
   ask(bus_, message, this, [this, sender](const QDBusMessage& reply) {

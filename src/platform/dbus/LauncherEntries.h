@@ -14,7 +14,7 @@ namespace tarnwick {
 class LauncherEntries final : public LauncherHints {
   Q_OBJECT
  public:
-  /// Beyond so many only what is known already is updated: somebody plays tricks.
+  /// Beyond so many only what is known already is updated: a program misbehaves.
   static constexpr qsizetype kMostEntries = 256;
 
   explicit LauncherEntries(const QDBusConnection& session) : bus_(session) {}

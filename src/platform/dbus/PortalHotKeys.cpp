@@ -85,7 +85,7 @@ PortalHotKeys::PortalHotKeys(const QDBusConnection& session, const QString& appl
   portal_.listen({}, bus::kPortalRequest, u"Response"_s, [this](const QDBusMessage& response) { responded(response); });
   portal_.listen(bus::kPortalPath, kShortcuts, u"Activated"_s,
                  [this](const QDBusMessage& signal) { activated(signal); });
-  // Without a bus nobody will ever answer.
+  // Without a bus there will never be an answer.
   if (!session.isConnected()) state_ = State::Refused;
   connect(&portal_, &BusService::ownerChanged, this, &PortalHotKeys::ownerChanged);
 }

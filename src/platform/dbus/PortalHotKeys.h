@@ -17,10 +17,10 @@ class PortalHotKeys final : public HotKeys {
  public:
   using ActionOf = std::function<HotKeyAction(quint32 identifier)>;
 
-  /// `session` should be a connection that nobody else speaks to the portal over. `application`: what the desktop entry
+  /// `session` should be a connection over which nothing else calls the portal. `application`: what the desktop entry
   /// is called, by which the portal knows programs.
   PortalHotKeys(const QDBusConnection& session, const QString& application, ActionOf actionOf);
-  /// Over a connection of its own: a program tells the portal its name as the very first thing that it says there.
+  /// Over a connection of its own: a program must give the portal its name in its very first call.
   PortalHotKeys(const QString& application, ActionOf actionOf);
   ~PortalHotKeys() override { closeSession(); }
 

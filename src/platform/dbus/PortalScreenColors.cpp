@@ -24,7 +24,7 @@ constexpr auto kScreenshot = "org.freedesktop.portal.Screenshot"_L1;
 constexpr uint kDone = 0;
 constexpr uint kCancelled = 1;
 
-/// Red, green and blue from 0 to 1, as the portal tells them.
+/// Red, green and blue from 0 to 1, as the portal gives them.
 std::optional<QString> hexOf(const QVariant& color) {
   if (!color.canConvert<QDBusArgument>()) return std::nullopt;
   const auto argument = color.value<QDBusArgument>();

@@ -9,8 +9,8 @@
 
 namespace tarnwick {
 
-/// One setting of the desktop as the settings portal tells it, for as long as this lives. Asks at once and whenever the
-/// portal comes; one that isn't running yet is started, as it rarely is early in a session. Never blocks.
+/// One setting of the desktop as the settings portal reports it, for as long as this lives. Asks at once and whenever
+/// the portal comes; one that isn't running yet is started, as it rarely is early in a session. Never blocks.
 class PortalSetting final : public QObject {
   Q_OBJECT
  public:
@@ -21,7 +21,7 @@ class PortalSetting final : public QObject {
   const QVariant& value() const { return value_; }
 
  Q_SIGNALS:
-  /// The portal answered or told of a change; the value may be the same as before.
+  /// The portal answered or reported a change; the value may be the same as before.
   void answered();
 
  private:

@@ -12,9 +12,9 @@ enum class DockPreference { Autohide, AutohideDelay };
 /// In the notation of the dock's kind; none where the user has set nothing.
 using DockValue = std::optional<QString>;
 
-/// One setting of somebody's dock.
+/// One setting of another program's dock.
 struct DockSetting {
-  QString place;  ///< Which dock, in its kind's own words ("panel-1").
+  QString place;  ///< Which dock, as its kind names it ("panel-1").
   QString name;   ///< The setting there.
   DockValue value;
 

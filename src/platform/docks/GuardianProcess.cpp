@@ -66,7 +66,7 @@ void GuardianProcess::start() {
   std::array<char*, 4> arguments{words[0].data(), words[1].data(), words[2].data(), nullptr};
   const pid_t child = ::fork();
   if (child == 0) {
-    // Out of our process group, and no child of ours: what ends us ends it not, and nobody has to wait for it.
+    // Out of our process group, and no child of ours: what ends us does not end it, and it need not be waited for.
     ::setsid();
     if (::fork() != 0) ::_exit(0);
     ::dup2(theirs.number(), kLine);

@@ -13,7 +13,7 @@ namespace tarnwick {
 
 /// The guard as a tiny process in a session of its own. It holds one end of a connection; when the other end goes
 /// without a word, it runs the restoring mode of the program on the very file that it was given. One that dies is
-/// replaced, and standard error says so. A guardian that cannot be started is missed by nobody until then.
+/// replaced, and standard error says so. A guardian that cannot be started makes no difference until then.
 class GuardianProcess final : public DockGuard {
  public:
   /// How often one that dies is replaced: at most so many times within each `window`; after that it waits for the next.

@@ -295,7 +295,7 @@ void SystemDockPreferences::putBack(const QString& key, const QVariant& value) {
     for (const DockRecord::Entry& entry : dock.entries) {
       const auto ours = written_.find({dock.id, entry.setting.place, entry.setting.name});
       QList<DockValue> over = ours != written_.end() ? ours->second : entry.ours;
-      // Whoever repairs without a record that can be replayed resets, so a setting that is not set counts as ours too.
+      // A repair without a record that can be replayed resets, so a setting that is not set counts as ours too.
       if (ours == written_.end() && !over.isEmpty()) over.resize(over.size() + 1);
       put(dock.id, entry.setting, over);
     }

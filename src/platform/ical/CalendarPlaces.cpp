@@ -124,7 +124,7 @@ class Walk {
       file.calendarName = source.value(u"Data Source/DisplayName"_s).toString();
       file.colour = source.value(isTasks ? u"Task List/Color"_s : u"Calendar/Color"_s).toString();
     }
-    // The one that is there from the beginning has a name in the language of whoever looks.
+    // The one that is there from the beginning has a name in the user's language.
     file.fallbackName = CalendarFileWords::tr("Personal");
     return file;
   }

@@ -27,11 +27,11 @@ struct CalendarFile {
   qint64 changed = 0;  ///< Nanoseconds.
   qint64 size = 0;
   quint64 number = 0;      ///< The file system's own.
-  QString calendarName;    ///< What its calendar is called; empty where only the file can tell.
-  QString fallbackName;    ///< What it is called where the file does not tell either.
+  QString calendarName;    ///< What its calendar is called; empty where only the file can say.
+  QString fallbackName;    ///< What it is called where the file does not say either.
   QString colour;          ///< "#rrggbb" or empty.
   bool isTasks = false;    ///< Whether it is known to be a list of things to do.
-  bool mayChange = false;  ///< Whether nobody else keeps it open.
+  bool mayChange = false;  ///< Whether no other program keeps it open.
 };
 
 /// The iCalendar files of a user, and the folders where more may appear.

@@ -65,7 +65,7 @@ CalendarScan::Known CalendarScan::open(const CalendarFile& file, const CalendarR
   }
   try {
     const auto data = DurableFile::readIfPresent(file.path);
-    // Gone since it was listed: its folder tells about it.
+    // Gone since it was listed: its folder reports that.
     if (!data) return known;
     known.text = reader_->read(*data, range);
     if (!known.text.isCalendar && !data->trimmed().isEmpty()) {

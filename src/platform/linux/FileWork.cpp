@@ -100,7 +100,7 @@ void FileWork::bring(const QString& path, const QString& folder, FileTransfer ho
   }
 }
 
-/// Until it is whole it has a name that nobody looks for.
+/// Until it is whole it has a temporary name.
 QString FileWork::copyInto(const QString& path, const QString& folder, const QString& name) const {
   const QString hidden =
       folder + "/.tarnwick-"_L1 + QString::number(QRandomGenerator::global()->generate64(), 16) + ".part"_L1;
@@ -151,7 +151,7 @@ QString FileWork::takeBack(const FileChange& change) const {
     case FileChange::Kind::Copied:
       return trash_.put(change.to);
     case FileChange::Kind::Linked:
-      // Somebody may have put something else in its place.
+      // Another program may have put something else in its place.
       if (!QFileInfo(change.to).isSymLink()) throw FileFault{EEXIST};
       FileTree::remove(change.to);
       return {};

@@ -9,7 +9,7 @@
 
 namespace tarnwick {
 
-/// What the Linux kernel tells of the machine under /proc and /sys. Opens nothing before it is read.
+/// What the Linux kernel reports of the machine under /proc and /sys. Opens nothing before it is read.
 class LinuxMachineDetails final : public MachineDetails {
  public:
   /// `root` stands in for "/", so that a captured tree can be read.

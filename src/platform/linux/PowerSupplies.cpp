@@ -76,7 +76,7 @@ std::optional<Battery> Battery::fromUevent(std::string_view text) {
                   .chargeFull = fullOf(text, "CHARGE_FULL", "CHARGE_FULL_DESIGN"),
                   .capacity = numberOf(text, "CAPACITY"),
                   .flow = flowOf(valueOf(text, "STATUS"))};
-  // Drivers that count charge tell a voltage too, with which batteries of different kinds can be added.
+  // Drivers that count charge report a voltage too, with which batteries of different kinds can be added.
   auto volts = numberOf(text, "VOLTAGE_MIN_DESIGN");
   if (!volts || *volts <= 0.0) volts = numberOf(text, "VOLTAGE_NOW");
   if (volts && *volts > 0.0 && !(battery.energyNow && battery.energyFull) && battery.chargeNow && battery.chargeFull) {

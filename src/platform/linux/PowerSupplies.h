@@ -10,7 +10,7 @@
 
 namespace tarnwick {
 
-/// One battery that feeds the machine, with whatever its driver tells.
+/// One battery that feeds the machine, with whatever its driver reports.
 struct Battery {
   std::optional<double> energyNow;  ///< microwatt-hours, like `energyFull`
   std::optional<double> energyFull;
@@ -25,8 +25,8 @@ struct Battery {
 };
 
 struct PowerSupplies {
-  /// Percent of all batteries together: energies are added where all tell them, otherwise charges, otherwise the mean
-  /// of the percentages. None without a battery that tells anything.
+  /// Percent of all batteries together: energies are added where all report them, otherwise charges, otherwise the mean
+  /// of the percentages. None without a battery that reports anything.
   static std::optional<double> charge(const std::vector<Battery>& batteries);
 
   /// One battery that is charged or drained speaks for all.
@@ -38,8 +38,8 @@ struct PowerSupplies {
   };
   /// Batteries by their folders, as they were when they were last read.
   using Known = std::map<std::string, Battery>;
-  /// What the folder of power supplies tells now. May stall in the firmware of some laptops. One that sleeps is not
-  /// asked: it is kept as in `known`, which takes in what the others tell.
+  /// What the folder of power supplies reports now. May stall in the firmware of some laptops. One that sleeps is not
+  /// asked: it is kept as in `known`, which takes in what the others report.
   static std::optional<Reading> read(const std::string& folder, Known& known);
   static std::optional<Reading> read(const std::string& folder) {
     Known none;

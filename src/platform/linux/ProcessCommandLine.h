@@ -4,7 +4,7 @@
 
 namespace tarnwick {
 
-/// The words that a process was started with; empty when it is gone or does not tell.
+/// The arguments that a process was started with; empty when it is gone or they cannot be read.
 QStringList processCommandLine(qint64 pid);
 
 }  // namespace tarnwick

@@ -17,7 +17,7 @@ class RfkillSwitches final : public QObject {
   explicit RfkillSwitches(const QString& device = QStringLiteral("/dev/rfkill"), QObject* parent = nullptr);
   ~RfkillSwitches() override;
 
-  /// Whether every Wi-Fi radio is blocked; none where there is no radio or the kernel doesn't tell.
+  /// Whether every Wi-Fi radio is blocked; none where there is no radio or the kernel doesn't say.
   std::optional<bool> wifiBlocked() const;
 
  Q_SIGNALS:

@@ -14,7 +14,7 @@
 namespace tarnwick {
 
 /// A reading that usually takes microseconds but can stall (a laptop's firmware, a volume on the network). It runs on a
-/// thread of its own, which is kept from the first question on and sleeps between two; whoever asks waits for a blink
+/// thread of its own, which is kept from the first question on and sleeps between two; the caller waits briefly
 /// and otherwise gets the value before. The very first question waits for a few blinks, so that a tile begins with the
 /// truth where that is to be had.
 template <typename T>

@@ -13,7 +13,7 @@ struct SystemVolume {
   bool readOnly = false;
   DiskReading space;
 
-  /// An image that is full by nature (squashfs and its like, a composed overlay): how full it is tells nobody anything.
+  /// An image that is full by nature (squashfs and its like, a composed overlay): how full it is says nothing.
   bool isReadOnlyImage() const;
 
   static std::optional<SystemVolume> at(const std::string& folder);

@@ -8,9 +8,9 @@ class QScreen;
 
 namespace tarnwick {
 
-/// Clocks that beat at the rate of their display. X11 does not tell when a display shows a frame, and a Wayland
-/// compositor tells only a window that has just changed; a kernel timer keeps the beat, with the moment of the start as
-/// its phase. What `screenOf` needs must outlive this and every clock.
+/// Clocks that beat at the rate of their display. X11 does not report when a display shows a frame, and a Wayland
+/// compositor reports it only to a window that has just changed; a kernel timer keeps the beat, with the moment of the
+/// start as its phase. What `screenOf` needs must outlive this and every clock.
 class TimerFrameClocks final : public FrameClocks {
  public:
   /// The display of an identity; null for one that is not connected.

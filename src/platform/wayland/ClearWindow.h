@@ -10,7 +10,7 @@
 
 namespace tarnwick {
 
-/// A window that nobody sees and that may still meet the pointer, or keep space free. It costs no memory: one clear
+/// An invisible window that may still receive the pointer, or keep space free. It costs no memory: one clear
 /// pixel is stretched over it. Hidden when made. Where the compositor has no place for it, or takes the place away, it
 /// asks again, with growing pauses. The session must outlive it.
 class ClearWindow final : public QWindow {
@@ -22,11 +22,11 @@ class ClearWindow final : public QWindow {
   /// Shows it, or moves it, on a screen at a place within it. `look` says how it is held there.
   void stand(QScreen& screen, const QRect& withinScreen, const LayerLook& look);
   void setInput(const QRegion& region) { layer_->setInput(region); }
-  /// Whether the pointer is over it, with something that is dragged or without, or a finger was until a moment ago: what it
-  /// called comes only when the finger has gone.
+  /// Whether the pointer is over it, with something that is dragged or without, or a finger was until a moment ago:
+  /// what it called comes only when the finger has gone.
   bool isMet() const { return isMet_; }
   bool isDraggedOver() const { return isDraggedOver_; }
-  /// No word will come that the pointer left.
+  /// No event will say that the pointer left.
   void forgetPointer();
 
  Q_SIGNALS:

@@ -7,9 +7,9 @@
 namespace tarnwick {
 namespace {
 
-/// The compositor tells of windows before it shows them so, and waits for them meanwhile.
+/// The compositor reports a window's state before it shows the window so, and waits for it meanwhile.
 constexpr std::chrono::milliseconds kSettling{400};
-/// Whoever draws below the window in front so often does so always.
+/// A compositor that draws below the window in front so often does so always.
 constexpr int kContradictions = 2;
 
 }  // namespace

@@ -10,10 +10,10 @@ class QScreen;
 
 namespace tarnwick {
 
-/// Finds out whether a full-screen window of one screen is seen. The compositor tells of no workspaces, and of a window
-/// on one that is not shown it tells the same as of one that is; but what lies below a full-screen window is not drawn,
-/// and a surface there gets no frame callbacks. With a compositor that draws it nevertheless the window counts as seen.
-/// Made when such a window comes, gone when it goes. The session and the screen must outlive it.
+/// Finds out whether a full-screen window of one screen is seen. The compositor reports no workspaces, and of a window
+/// on one that is not shown it reports the same as of one that is; but what lies below a full-screen window is not
+/// drawn, and a surface there gets no frame callbacks. With a compositor that draws it nevertheless the window counts
+/// as seen. Made when such a window comes, gone when it goes. The session and the screen must outlive it.
 class CoverProbe final : public QObject {
   Q_OBJECT
  public:

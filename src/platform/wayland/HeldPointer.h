@@ -10,7 +10,7 @@ namespace tarnwick {
 
 /// Where the pointer is while it holds a window of ours that moves along with it. Compositors do not agree on what they
 /// tell of the pointer then: some measure from where the window was when it was pressed. The motion of the device is
-/// the same with all of them. Both come over a pointer of our own, which tells what belongs together, so that no motion
+/// the same with all of them. Both come over a pointer of our own, which says what belongs together, so that no motion
 /// is counted twice or lost when the window begins to move. The session must outlive it.
 class HeldPointer final : public QObject {
   Q_OBJECT
@@ -25,8 +25,8 @@ class HeldPointer final : public QObject {
   void settle();
   /// The window leaves the place where it stood, in desktop coordinates.
   void leave(const QPointF& corner);
-  /// Where the pointer is. Nothing as long as the window stands still, and where the compositor tells no motion of the
-  /// device.
+  /// Where the pointer is. Nothing as long as the window stands still, and where the compositor reports no motion of
+  /// the device.
   std::optional<QPointF> place() const;
 
  Q_SIGNALS:

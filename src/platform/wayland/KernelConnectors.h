@@ -7,7 +7,7 @@
 
 namespace tarnwick {
 
-/// What the kernel knows of the monitors: the compositor tells no serial number.
+/// What the kernel knows of the monitors: the compositor reports no serial number.
 struct KernelConnectors {
   /// The identification of the monitor at a connector such as "DP-1", if the kernel has one.
   static std::optional<Edid> edid(const QString& connector, const QString& folder = QStringLiteral("/sys/class/drm"));

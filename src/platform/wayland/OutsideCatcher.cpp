@@ -20,7 +20,7 @@ void OutsideCatcher::setOpen(const QRegion& open) {
 void OutsideCatcher::follow(QScreen* screen) {
   if (!WaylandSession::outputOf(*screen)) return;
   auto window = std::make_unique<ClearWindow>(session_);
-  // It is not destroyed while it tells of the click.
+  // It is not destroyed while it reports the click.
   connect(window.get(), &ClearWindow::pressed, this, &OutsideCatcher::caught, Qt::QueuedConnection);
   windows_[screen] = std::move(window);
   connect(screen, &QScreen::geometryChanged, this, [this, screen] { cover(*screen); });

@@ -9,7 +9,7 @@
 
 namespace tarnwick {
 
-/// What our own panels see of the pointer. The compositor tells of it nowhere else. Desktop coordinates.
+/// What our own panels see of the pointer. The compositor reports it nowhere else. Desktop coordinates.
 class PanelPointer final : public QObject {
   Q_OBJECT
  public:
@@ -26,7 +26,7 @@ class PanelPointer final : public QObject {
   void press(const QPointF& place) { Q_EMIT pressed(place); }
 
   void forget(const QObject* panel);
-  /// No word will come that the pointer left.
+  /// No event will say that the pointer left.
   void forgetPointer();
 
  Q_SIGNALS:

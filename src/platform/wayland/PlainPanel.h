@@ -38,7 +38,7 @@ class PlainPanel final : public Panel {
   WaylandScreens& screens_;
   std::optional<PanelPlacement> placement_;
   std::optional<QRegion> input_;
-  std::unique_ptr<QWidget> content_;  ///< The first to go: its window tells of its end.
+  std::unique_ptr<QWidget> content_;  ///< Destroyed first: its window reports its end.
 };
 
 }  // namespace tarnwick

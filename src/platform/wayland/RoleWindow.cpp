@@ -43,7 +43,7 @@ bool RoleWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 // The surface comes when the window is shown and goes when it is hidden; the role must go first. Only the platform's
-// own window tells when, by signals that no public header knows.
+// own window reports when, by signals that are in no public header.
 void RoleWindow::follow() {
   auto* native = dynamic_cast<QObject*>(window_.handle());
   if (!native) return;

@@ -18,7 +18,7 @@ TransientLayers::TransientLayers(const WaylandSession& session) : session_(sessi
 TransientLayers::~TransientLayers() = default;
 
 void TransientLayers::openMenu(QMenu& menu, LayerWindow& panel, const std::function<QPoint(const QSize&)>& corner) {
-  // Whoever fills it when it is about to show changes its size; its place is made right then.
+  // A menu that is filled when it is about to show changes its size; its place is corrected then.
   const QMetaObject::Connection filled =
       connect(&menu, &QMenu::aboutToShow, &menu, [&] { menu.move(corner(menu.sizeHint())); });
   opener_ = &panel;

@@ -23,7 +23,7 @@ class TransientLayers final : public QObject {
   explicit TransientLayers(const WaylandSession& session);
   ~TransientLayers() override;
 
-  /// Opens a menu above a panel. `corner` tells where, for the size that the menu has come to.
+  /// Opens a menu above a panel. `corner` gives the place for the size that the menu has come to.
   void openMenu(QMenu& menu, LayerWindow& panel, const std::function<QPoint(const QSize&)>& corner);
 
  protected:

@@ -9,7 +9,7 @@
 
 namespace tarnwick {
 
-/// One window. The compositor tells its properties one by one and then that they belong together.
+/// One window. The compositor sends its properties one by one and then that they belong together.
 class WaylandClientWindows::Toplevel {
  public:
   Toplevel(WaylandClientWindows& owner, zwlr_foreign_toplevel_handle_v1* handle, quint64 id)

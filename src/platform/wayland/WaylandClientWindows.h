@@ -12,7 +12,7 @@
 
 namespace tarnwick {
 
-/// The windows that the compositor lists, ours left out. It tells neither their processes nor where they are.
+/// The windows that the compositor lists, ours left out. It reports neither their processes nor where they are.
 /// What it is made with must outlive it; `panels` is null where docks are ordinary windows.
 class WaylandClientWindows final : public ClientWindows {
   Q_OBJECT

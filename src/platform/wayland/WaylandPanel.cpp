@@ -208,7 +208,7 @@ void WaylandPanel::follow(QEvent* event) {
       heldButton_ = Qt::NoButton;
       held_.settle();
       lendKeys();
-      // A finger that is lifted is over nothing, and nobody says so.
+      // A finger that is lifted is over nothing, and no event says so.
       if (static_cast<QMouseEvent*>(event)->pointingDevice()->type() == QInputDevice::DeviceType::TouchScreen)
         QWindowSystemInterface::handleLeaveEvent(content_->windowHandle());
       break;

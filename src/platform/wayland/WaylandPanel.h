@@ -76,7 +76,7 @@ class WaylandPanel final : public Panel {
   int thickness_ = 0;
   Keyboard keyboard_ = Keyboard::None;
   bool isAboveFullscreen_ = true;
-  std::unique_ptr<QWidget> content_;  ///< The first to go: its window tells of its end.
+  std::unique_ptr<QWidget> content_;  ///< Destroyed first: its window reports its end.
 };
 
 }  // namespace tarnwick

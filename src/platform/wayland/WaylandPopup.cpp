@@ -62,7 +62,7 @@ void WaylandPopup::reposition() {
   LayerLook look = LayerLook::at(whole.translated(-screen.frame.topLeft().toPoint()), Layer::Overlay);
   look.takesKeys = style_.takesKeys;
   layer_->setLook(look);
-  // Nobody can click on a shadow.
+  // A shadow takes no clicks.
   layer_->setInput(style_.takesClicks ? QRegion(content_->rect().marginsRemoved(style_.margins)) : QRegion());
   if (catcher_) catcher_->setOpen(pointer_.area() | outline);
 }

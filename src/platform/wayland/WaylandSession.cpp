@@ -19,9 +19,9 @@ namespace {
 
 constexpr quint32 kCompositorVersion = 4;
 constexpr quint32 kToplevelsVersion = 3;
-/// The first one that tells which words on the pointer belong together.
+/// The first version that says which events of the pointer belong together.
 constexpr quint32 kSeatVersion = 5;
-/// The last one that tells of windows by a number.
+/// The last version that reports windows by a number.
 constexpr quint32 kPlasmaWindowsVersion = 12;
 constexpr const char* kKWin = "org_kde_plasma_shell";
 constexpr const char* kFrames = "zxdg_decoration_manager_v1";

@@ -43,7 +43,7 @@ class WaylandSession final : public QObject {
   wp_viewporter* viewporter() const { return viewporter_.get(); }
   /// Lets one program bring the window of another to the front. Null where the compositor has no such thing.
   xdg_activation_v1* activation() const { return activation_.get(); }
-  /// Tells of the motion of devices. Null where the compositor does not.
+  /// Reports the motion of devices. Null where the compositor does not.
   zwp_relative_pointer_manager_v1* devices() const { return devices_.get(); }
   /// Blurs what lies behind a surface. Null while the compositor does not: KWin's effect comes and goes.
   org_kde_kwin_blur_manager* blur() const { return blur_.get(); }
@@ -53,7 +53,7 @@ class WaylandSession final : public QObject {
   bool framesWindows() const { return framesWindows_; }
   /// Makes small windows above others. Null where the compositor has none.
   xdg_wm_base* windows() const { return windows_.get(); }
-  /// Null where the compositor does not tell of windows. Its events go to the event loop.
+  /// Null where the compositor does not report windows. Its events go to the event loop.
   WaylandOwned<zwlr_foreign_toplevel_manager_v1> bindToplevels() const;
   /// KWin's own way. Null for all but KWin, and where its permission was not asked for.
   WaylandOwned<org_kde_plasma_window_management> bindPlasmaWindows() const;

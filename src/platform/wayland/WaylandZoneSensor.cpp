@@ -52,7 +52,7 @@ void WaylandZoneSensor::stand(std::unique_ptr<ClearWindow>& strip, bool wanted, 
   if (!strip) {
     strip = std::make_unique<ClearWindow>(session_);
     connect(strip.get(), &ClearWindow::pointerChanged, this, &WaylandZoneSensor::publishLater);
-    // It is not destroyed while it tells of the press.
+    // It is not destroyed while it reports the press.
     const auto tell = [this, id] { Q_EMIT edgePressed(id); };
     connect(strip.get(), &ClearWindow::pressed, this, tell, Qt::QueuedConnection);
   }

@@ -12,8 +12,8 @@
 namespace tarnwick {
 
 /// Feels the edges by clear strips along them, above all other windows but cut out where a panel of ours takes clicks;
-/// what is over a panel the panel tells. A strip takes the clicks that fall on it: so it is one pixel thick however
-/// much is asked for, there is none at edges that nobody asks for, and a press on one is reported. Only a drag over a
+/// what is over a panel the panel reports. A strip takes the clicks that fall on it: so it is one pixel thick however
+/// much is asked for, there is none at edges that are not requested, and a press on one is reported. Only a drag over a
 /// strip or a panel is seen. What it is made with must outlive it.
 class WaylandZoneSensor final : public ZoneSensor {
   Q_OBJECT

@@ -43,7 +43,7 @@ class X11Events final : public QObject, public QAbstractNativeEventFilter {
   /// Asks the window manager for something about `window`.
   void askManager(xcb_window_t window, X11Atom request, const std::array<quint32, 5>& data) const;
 
-  /// Says whether `selectionOwnerChanged` tells of this selection.
+  /// Says whether `selectionOwnerChanged` is emitted for this selection.
   void watchSelection(X11Atom selection, bool watched) const;
   X11RawInput& rawInput() { return *rawInput_; }
 

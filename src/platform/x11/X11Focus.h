@@ -17,9 +17,9 @@ class X11Focus {
 
   /// The window must be on the screen.
   void take(xcb_window_t window);
-  /// Before the window goes. `time`: up to when nobody else may have taken the keyboard; what others do later wins.
+  /// Before the window goes. `time`: up to when no other window may have taken the keyboard; what others do later wins.
   void giveBack(xcb_timestamp_t time = XCB_CURRENT_TIME);
-  /// The window that has the keyboard now, whoever's it is; the toolkit may not have received the event yet.
+  /// The window of any program that has the keyboard now; the toolkit may not have received the event yet.
   xcb_window_t current() const;
 
  private:

@@ -99,7 +99,7 @@ void X11HotKeys::release(const QList<Grab>& grabs) {
   xcb_flush(events_.connection());
 }
 
-// The server lets one program take the same key twice and then tells the second taker alone.
+// The server lets one program take the same key twice and then notifies the second taker alone.
 bool X11HotKeys::isTakenByUs(const QList<Grab>& grabs) const {
   return std::ranges::any_of(entries_, [&](const Entry& entry) {
     return std::ranges::any_of(entry.grabs, [&](const Grab& one) { return grabs.contains(one); });

@@ -16,9 +16,9 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// Long enough for a window manager that is busy, short enough that nobody misses the dock.
+/// Long enough for a window manager that is busy, short enough that the dock is not missed.
 constexpr milliseconds kFirstPause{150};
-/// Then whoever manages windows does not mean to show this one, until another takes over.
+/// Then the window manager does not mean to show this one, until another takes over.
 constexpr milliseconds kLastPause{10'000};
 constexpr quint32 kIconicState = 3;
 

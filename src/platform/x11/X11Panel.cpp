@@ -98,7 +98,7 @@ void X11Panel::reserve(Edge edge, int thickness) {
 
 void X11Panel::setKeyboard(Keyboard keyboard) {
   if (std::exchange(keyboard_, keyboard) == keyboard) {
-    // Asked for once more, it may have been lost without a word in between.
+    // Asked for once more, it may have been lost without an event in between.
     if (keyboard == Keyboard::Exclusive && isMapped_) takeKeyboard();
     return;
   }
@@ -147,7 +147,7 @@ void X11Panel::openMenu(QMenu& menu, const QRect& beside) {
     return PopupPlacement::outline(anchor, size, kMenuGap, usable).topLeft();
   };
   menu.popup(corner(menu.sizeHint()));
-  // Whoever fills it when it is about to show has changed its size.
+  // A menu that is filled when it is about to show has changed its size.
   menu.move(corner(menu.size()));
 }
 

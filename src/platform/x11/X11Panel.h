@@ -83,7 +83,7 @@ class X11Panel final : public Panel {
   Edge edge_ = Edge::Bottom;
   int thickness_ = 0;
   std::optional<X11Strut> kept_;      ///< What the window's properties say now.
-  std::unique_ptr<QWidget> content_;  ///< The first to go: its window tells of its end.
+  std::unique_ptr<QWidget> content_;  ///< Destroyed first: its window reports its end.
 };
 
 }  // namespace tarnwick

@@ -79,7 +79,7 @@ void X11Popup::setComposited(bool isComposited) {
   if (std::exchange(isComposited_, isComposited) != isComposited) applyShape();
 }
 
-// Nobody can click on a shadow; and where nothing composites the screen there is none.
+// A shadow takes no clicks; and without a compositor there is none.
 void X11Popup::applyShape() const {
   const auto window = static_cast<xcb_window_t>(content_->winId());
   // A content that has cut itself to a shape keeps it.

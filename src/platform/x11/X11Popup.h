@@ -49,7 +49,7 @@ class X11Popup final : public Popup {
   bool isComposited_ = true;
   X11RawInput::Subscription buttons_;
   std::optional<xcb_timestamp_t> press_;  ///< The time of one whose place is not known yet.
-  quint64 question_ = 0;                  ///< The one that will tell it.
+  quint64 question_ = 0;                  ///< The request whose answer says so.
   X11Focus focus_;
 };
 

@@ -70,7 +70,8 @@ void X11RawInput::select() const {
   xcb_flush(events_.connection());
 }
 
-// A reply wakes nobody, an event does: a message to ourselves follows the question, and behind it the reply is there.
+// A reply does not wake the event loop, an event does: a message to ourselves follows the question, and behind it the
+// reply is there.
 quint64 X11RawInput::ask() {
   if (question_) {
     asksAgain_ = true;

@@ -12,8 +12,9 @@ namespace tarnwick {
 
 class X11Events;
 
-/// What the pointer does anywhere on the display, whatever window it is over and whoever holds a grab. The server is
-/// asked to be silent while nobody listens. It belongs to the events, which must outlive every subscription.
+/// What the pointer does anywhere on the display, whatever window it is over and whichever program holds a grab. The
+/// server is asked to send nothing while there is no listener. It belongs to the events, which must outlive every
+/// subscription.
 class X11RawInput final : public QObject {
   Q_OBJECT
  public:
@@ -42,7 +43,7 @@ class X11RawInput final : public QObject {
   void handle(const xcb_generic_event_t* event);
 
  Q_SIGNALS:
-  /// Where to, the server does not say. `way`: what the device tells; of a mouse, pixels.
+  /// Where to, the server does not say. `way`: what the device reports; of a mouse, pixels.
   void moved(quint16 device, const QPointF& way);
   /// A button other than the wheel. `time`: the server's.
   void buttonChanged(bool isDown, quint32 time);

@@ -146,8 +146,7 @@ void X11Screens::readDisplays() {
   // Where no monitor is connected Qt makes one up.
   if (hasMonitors_ && monitors.isEmpty()) return;
   for (QScreen* screen : QGuiApplication::screens()) {
-    Display display{
-        .screen = screen, .connector = screen->name(), .edid = {}, .frame = nativeFrame(*screen)};
+    Display display{.screen = screen, .connector = screen->name(), .edid = {}, .frame = nativeFrame(*screen)};
     if (const X11Monitor* monitor = monitorOf(*screen, monitors)) {
       display.connector = monitor->name;
       display.edid = monitor->edid;
@@ -183,7 +182,7 @@ void X11Screens::readStruts() {
   }
 }
 
-// A window manager's own bars are no windows with struts; its work area tells of them, but only for the desktop as a
+// A window manager's own bars are no windows with struts; its work area includes them, but only for the desktop as a
 // whole.
 QMargins X11Screens::workAreaInsets() const {
   if (displays_.size() != 1) return {};

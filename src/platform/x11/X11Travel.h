@@ -6,12 +6,12 @@
 
 namespace tarnwick {
 
-/// Says when it is worth asking where the pointer is. Raw motion tells how far a mouse went; as long as that agrees
+/// Says when it is worth asking where the pointer is. Raw motion says how far a mouse went; as long as that agrees
 /// with where the pointer is then found, it need not be asked before it can have reached anything. A tablet or a remote
 /// control tells places instead of ways, which never agrees for long: there every motion asks. Pure; root pixels.
 class X11Travel {
  public:
-  /// Whether the motion that a device tells calls for a question.
+  /// Whether the motion that a device reports calls for a question.
   bool moved(quint16 device, const QPointF& way);
   /// A question was sent.
   void asked() { isAsking_ = true; }

@@ -10,7 +10,7 @@
 
 namespace tarnwick {
 
-/// Asks for all that a window tells about itself when made, reads the answers when asked to: with one reader for each
+/// Requests all properties of a window when made, reads the answers when asked to: with one reader for each
 /// of many windows, all made first, the whole costs one round trip. The events must outlive it.
 class X11WindowReader {
  public:

@@ -9,7 +9,7 @@ constexpr auto kAppearance = "org.freedesktop.appearance"_L1;
 constexpr auto kColorScheme = "color-scheme"_L1;
 constexpr uint kPreferDark = 1;
 
-// Plasma keeps its colours elsewhere: its portal tells them, but writing this setting would change nothing.
+// Plasma keeps its colours elsewhere: its portal reports them, but writing this setting would change nothing.
 bool settingIsObeyed() { return !qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':').contains(u"KDE"_s); }
 
 }  // namespace

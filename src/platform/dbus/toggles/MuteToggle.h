@@ -9,7 +9,7 @@
 
 namespace tarnwick {
 
-/// Silence from the default sound output. Nothing is loaded and nobody asked before the switch is shown, nor while no
+/// Silence from the default sound output. Nothing is loaded or asked before the switch is shown, nor while no
 /// sound server is there; one that comes later is noticed by its socket.
 class MuteToggle final : public ToggleSource {
   Q_OBJECT

@@ -25,7 +25,7 @@ void WiFiToggle::start() {
 }
 
 bool WiFiToggle::hasAdapter() const {
-  // Newer managers tell; with older ones the kernel's list has to do.
+  // Newer managers report it; with older ones the kernel's list has to do.
   const auto flags = properties_->value(u"RadioFlags"_s);
   if (flags.isValid()) return (flags.toUInt() & kWifiAvailable) != 0;
   const QDir interfaces(QDir(root_).filePath(u"sys/class/net"_s));

@@ -118,7 +118,7 @@ bool PlasmaPanel::flush() {
 void PlasmaPanel::askWhetherItAnswers(const std::function<void(bool answers)>& answer) {
   call_ = std::make_unique<QDBusPendingCallWatcher>(
       QDBusConnection::sessionBus().asyncCall(scriptCall(kListPanels), kPlasmaPatienceMs));
-  // A shell that refuses holds nobody up, and neither does one that is not there.
+  // A shell that refuses does not block, and neither does one that is not there.
   const auto finished = [answer](const QDBusPendingCallWatcher* call) {
     const QDBusError::ErrorType error = call->isError() ? call->error().type() : QDBusError::NoError;
     answer(error != QDBusError::NoReply && error != QDBusError::Timeout && error != QDBusError::TimedOut);

@@ -94,7 +94,7 @@ bool settingsAreKept() {
 }
 
 bool settingsReachService(int milliseconds) {
-  // The library waits for its service without a limit, so it does on a thread that nobody needs to wait for.
+  // The library waits for its service without a limit, so it does on a thread that need not be waited for.
   auto done = std::make_shared<std::promise<void>>();
   std::future<void> reached = done->get_future();
   std::thread([done] {

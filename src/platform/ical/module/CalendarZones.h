@@ -17,7 +17,7 @@ using UtcSeconds = qint64;
 /// A day of the calendar, in seconds.
 constexpr qint64 kDay = 86400;
 
-/// A zone as a calendar means it: one that this system knows by name, or one that the calendar tells about itself.
+/// A zone as a calendar means it: one that this system knows by name, or one that the calendar defines itself.
 class CalendarZone {
  public:
   explicit CalendarZone(QTimeZone zone) : zone_(std::move(zone)) {}
@@ -72,10 +72,10 @@ class CalendarZones {
  public:
   explicit CalendarZones(SystemZones& system) : system_(system) {}
 
-  /// A zone that the text tells about.
+  /// A zone that the text defines.
   void add(std::string_view zoneText);
 
-  /// The value of a date property; null without one. A zone that nobody knows counts as the user's own.
+  /// The value of a date property; null without one. An unknown zone counts as the user's own.
   std::optional<CalendarTime> time(icalproperty* property, const icaltimetype& value);
 
   /// Absent where the value is none, or names a day that no calendar has.

@@ -7,7 +7,7 @@
 namespace tarnwick {
 
 /// The parts of an iCalendar text, found by a single look at the beginnings of its lines. Most events of a calendar lie
-/// far from the days that are shown; this tells them from the rest without understanding them.
+/// far from the days that are shown; this finds them without understanding the rest.
 struct TextChunks {
   enum class Kind { Event, Todo, Zone, Other };
 

@@ -7,7 +7,7 @@ namespace {
 
 PulseOutput* self(void* data) { return static_cast<PulseOutput*>(data); }
 
-/// Nobody waits for the end of an operation; its answer comes by itself.
+/// Operations are not waited for; their answers come by themselves.
 void forget(pa_operation* operation) {
   if (operation) pa_operation_unref(operation);
 }

@@ -27,7 +27,7 @@ class PulseOutput final : public SoundOutput {
   Changed changed_;
   pa_threaded_mainloop* loop_;
   pa_context* context_ = nullptr;
-  // What follows belongs to the loop's thread, or to whoever holds its lock.
+  // What follows belongs to the loop's thread, or to the holder of its lock.
   SoundState state_;
   QByteArray sink_;  ///< The name of the default output.
 };
