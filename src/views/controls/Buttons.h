@@ -40,7 +40,7 @@ class Button final : public PaintedButton {
     Plain,
     Primary,  ///< Filled with the accent; at most one in a panel.
     Danger,   ///< Filled with red: what it does loses something.
-    Quiet,    ///< A word without a ground until the pointer is on it.
+    Quiet,    ///< A text without a background until the pointer is on it.
   };
   explicit Button(const QString& label, Role role = Role::Plain, QWidget* parent = nullptr);
 

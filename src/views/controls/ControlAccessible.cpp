@@ -100,7 +100,7 @@ class StepperAccessible final : public QAccessibleWidget, public QAccessibleValu
   QString text(QAccessible::Text kind) const override {
     const QString own = QAccessibleWidget::text(kind);
     if (kind == QAccessible::Value) return stepper().text();
-    // Readers ask for the number alone, which does not tell that it means "Off" or minutes.
+    // Readers ask for the number alone, which does not say that it means "Off" or minutes.
     if (kind != QAccessible::Description || stepper().text() == LocalFigures::number(stepper().value())) return own;
     return own.isEmpty() ? stepper().text() : stepper().text() + u", "_s + own;
   }

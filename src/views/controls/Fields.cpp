@@ -137,7 +137,7 @@ void SearchField::forgetTyping() {
 }
 
 void SearchField::keyPressEvent(QKeyEvent* event) {
-  // The first Escape empties the field, the next one is for whoever holds it.
+  // The first Escape empties the field, the next one is for its parent.
   if (event->key() == Qt::Key_Escape && !text().isEmpty())
     clear();
   else if (event->matches(QKeySequence::Undo) && !isUndoAvailable())

@@ -44,7 +44,7 @@ class SearchField final : public TextField {
  public:
   explicit SearchField(const QString& label, QWidget* parent = nullptr);
 
-  /// What is written stays, and is no longer what was changed last: taking back is for whoever holds the field.
+  /// What is written stays, and is no longer what was changed last: taking back is for the owner of the field.
   void forgetTyping();
 
  protected:

@@ -106,7 +106,7 @@ class ItemView final : public QListView, public ItemActions {
   bool cellHasNoCaption_ = false;
   QLineEdit* field_ = nullptr;
   bool pressedAction_ = false;
-  bool byKeyboard_ = false;  ///< Whoever opened the panel with a click needs no line around its first item.
+  bool byKeyboard_ = false;  ///< After a click opened the panel its first item needs no line around it.
   QTimer scrolled_;
 };
 

@@ -65,7 +65,7 @@ class CheckRow final : public QCheckBox {
 
   /// Whether the text of a ticked row is struck through, as for things done. It is unless set otherwise.
   void setStrikes(bool strikes);
-  /// A quiet word at the end.
+  /// A short text in the secondary color at the end.
   void setValue(const QString& value);
   void setParted(bool parted);
   QSize sizeHint() const override;

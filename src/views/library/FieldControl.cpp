@@ -31,7 +31,7 @@ class LineControl final : public FieldControl {
     if (field.shape == FieldShape::Credential) line_->setEchoMode(QLineEdit::Password);
     if (field.shape == FieldShape::Number) line_->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
     hold(line_);
-    // Whoever writes through a screen reader sets the text, and that is no edit to the toolkit.
+    // A screen reader sets the text, which the toolkit does not count as an edit.
     connect(line_, &QLineEdit::textChanged, this, &FieldControl::changed);
   }
   QString value() const override { return line_->text().trimmed(); }

@@ -80,7 +80,7 @@ QWidget* LibraryWindow::makeBody() {
   bar->setSpacing(kGap);
   field_->setFixedHeight(kFieldHeight);
   choice_->setFixedHeight(kFieldHeight);
-  choice_->setAccessibleDescription(choice_->accessibleName());  // Here no label beside it tells what it chooses.
+  choice_->setAccessibleDescription(choice_->accessibleName());  // Here no label beside it says what it chooses.
   bar->addWidget(field_, 1);
   bar->addWidget(choice_);
   view_ = new LibraryView(store_, services_.previews, body);
@@ -121,7 +121,7 @@ void LibraryWindow::connectParts() {
   addSearchKeys();
 }
 
-/// From wherever the keyboard is, the next word is a new search.
+/// Wherever the keyboard is, what is typed next is a new search.
 void LibraryWindow::addSearchKeys() {
   for (const auto key : {QKeySequence::Find, QKeySequence::SelectAll}) {
     auto* shortcut = new QShortcut(QKeySequence(key), this);

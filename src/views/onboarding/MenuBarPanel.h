@@ -31,7 +31,7 @@ class MenuBarPanel final : public GlassPane {
   QSize sizeHint() const override;
 
  Q_SIGNALS:
-  /// Something was chosen that is not seen in the panel itself. Whoever owns it closes it, not within this signal.
+  /// Something was chosen that is not seen in the panel itself. Its owner closes it, not within this signal.
   void closeRequested();
 
  protected:

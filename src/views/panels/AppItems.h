@@ -12,7 +12,7 @@ namespace tarnwick {
 
 /// An application as panels list it.
 struct AppItem {
-  QString path;  ///< Of its desktop entry, or whatever else tells it from the others.
+  QString path;  ///< Of its desktop entry, or whatever else identifies it.
   QString name;
   QString icon;
   QString comment{};  ///< In the tip.

@@ -13,7 +13,7 @@
 
 namespace tarnwick {
 
-/// A machine that tells what it was given; nothing without that.
+/// A machine that reports what it was given; nothing without that.
 class GivenMachine final : public MachineDetails {
  public:
   MachineReading read() override { return reading ? reading() : MachineReading(); }

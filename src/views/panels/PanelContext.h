@@ -30,7 +30,7 @@ struct PanelContext {
   ReadingServices readings;
   /// Null where what was written and not used yet goes with the panel.
   PanelDrafts* drafts = nullptr;
-  /// The kind's; whoever makes the panel sets it.
+  /// The kind's; set by the code that makes the panel.
   Accent accent = Accent::Blue;
 
   /// The widget's kind; empty when the settings hold it no more.

@@ -37,7 +37,7 @@ class PanelPresentation final : public QWidget {
   QSize minimumSizeHint() const override;
 
  Q_SIGNALS:
-  /// The content has gone out of sight. Whoever owns the window may close it, not within this signal.
+  /// The content is hidden now. The window's owner may close it, not within this signal.
   void vanished();
 
  protected:

@@ -11,7 +11,7 @@ namespace tarnwick {
 struct PlainWords {
   QString sentence;
   QString button;           ///< The way to the widget's form.
-  bool awaitsUser = false;  ///< Whether there is something that only the user can tell.
+  bool awaitsUser = false;  ///< Whether there is something that only the user can enter.
 };
 
 /// The panel of a widget that has nothing to show: a service that is not connected, a place that is not chosen, a

@@ -44,7 +44,7 @@ class TilePanel : public GlassPane {
   explicit TilePanel(const PanelContext& context, int width = theme::kPanelWidth);
   ~TilePanel() override;
 
-  /// To be called once, by whoever made it: fills it for the first time and keeps it true from then on.
+  /// To be called once, by the code that made it: fills it for the first time and keeps it true from then on.
   void start();
 
   /// The pane alone, as large as its content wants it.
@@ -66,7 +66,7 @@ class TilePanel : public GlassPane {
   void changeSettings(const DockWidget& widget, const QString& sentence = {});
 
  Q_SIGNALS:
-  /// The widget is gone or the panel has done its work. Whoever owns it closes it, not within this signal.
+  /// The widget is gone or the panel has done its work. Its owner closes it, not within this signal.
   void closeRequested();
 
  protected:
@@ -93,7 +93,7 @@ class TilePanel : public GlassPane {
   void forgetDrafts();
   /// What has the keyboard when the panel opens, in place of the first control.
   void beginWith(QWidget& control) { first_ = &control; }
-  /// Tells what was done, and offers to take it back and to make it again after that. What both hold must outlive the
+  /// Shows what was done, and offers to take it back and to make it again after that. What both hold must outlive the
   /// panel; they may throw DomainError.
   void offerUndo(const QString& sentence, const std::function<void()>& undo, const std::function<void()>& redo) const;
   /// Calls refresh() soon, as after an operation of the panel's own.
@@ -123,7 +123,7 @@ class TilePanel : public GlassPane {
   std::vector<std::function<void(PanelDrafts&)>> kept_;
 };
 
-/// Symbol, title, perhaps a quiet word, and one action.
+/// Symbol, title, perhaps a note, and one action.
 class PanelHeader final : public QWidget {
   Q_OBJECT
  public:
@@ -133,7 +133,7 @@ class PanelHeader final : public QWidget {
   /// A service's badge in place of a symbol.
   void setInitial(const QString& initial);
   void setTitle(const QString& title);
-  /// A few quiet words before the action, such as "2 of 5 done".
+  /// A short note before the action, such as "2 of 5 done".
   void setNote(const QString& note);
   /// Adds a control at the end; the header takes it.
   void addAction(QWidget* control);

@@ -60,7 +60,7 @@ class OrderList::Model final : public ItemModel<OrderItem> {
   }
   Qt::DropActions supportedDropActions() const override { return Qt::MoveAction; }
   bool dropMimeData(const QMimeData*, Qt::DropAction, int, int, const QModelIndex&) override { return false; }
-  /// The view asks for this when a row is dropped. The order is the store's, which tells the new one.
+  /// The view asks for this when a row is dropped. The order is the store's, which reports the new one.
   bool moveRows(const QModelIndex&, int from, int count, const QModelIndex&, int before) override {
     if (count != 1 || from < 0 || from >= items.size()) return false;
     const int to = before > from ? before - 1 : before;

@@ -85,7 +85,7 @@ SettingsWindow::SettingsWindow(AppStore& store, SettingsServices services)
 }
 
 SettingsWindow::~SettingsWindow() {
-  hide();  // Ends what the sections do while they are seen, as long as there is somebody to tell.
+  hide();  // Ends what the sections do while they are seen, while all that they use still exists.
 }
 
 QWidget* SettingsWindow::makeSide() {

@@ -22,7 +22,7 @@ TimeField::TimeField(const QString& label, QWidget* parent) : TextField(label, p
   setFixedWidth(kWidth);
   setAlignment(Qt::AlignCenter);
   setMaxLength(5);
-  // Whoever writes through a screen reader sets the text, and that is no edit to the toolkit.
+  // A screen reader sets the text, which the toolkit does not count as an edit.
   connect(this, &QLineEdit::textChanged, this, &TimeField::written);
 }
 

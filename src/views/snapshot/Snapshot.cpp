@@ -111,7 +111,7 @@ class Album {
   std::mutex mutex_;
   QString unwritten_;
   QSemaphore waiting_{kMostWaiting};
-  QThreadPool writers_;  ///< The last member: whoever writes uses the others.
+  QThreadPool writers_;  ///< The last member: the writers use the others.
 };
 
 void addDocks(Album& album, SnapshotPainter& painter) {

@@ -13,7 +13,7 @@ constexpr double kUnitGap = 2;
 constexpr double kWordGap = 8;
 /// With fewer letters a name is a scrap.
 constexpr qsizetype kLeastLetters = 6;
-/// What of a title mostly tells it from others.
+/// The part of a title that mostly distinguishes it.
 constexpr qsizetype kTellingLetters = 10;
 
 /// The letters that are left of a text.

@@ -78,7 +78,7 @@ class TileCanvas {
   /// left that they say nothing: there the picture beside it says more alone.
   TextLine name(const QString& text, TextStyle style, double room) const;
   /// A row of a list from `x` to the edge of the text: its title, and a word about it at the right. The word gives way
-  /// where the title would lose what tells it from others.
+  /// where the title would lose the part that distinguishes it.
   void row(double x, double baseline, const QString& title, TextStyle style, const QString& word,
            const QColor& wordColor);
   void symbol(const QString& name, QPointF centre, double size, const QColor& color);

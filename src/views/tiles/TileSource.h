@@ -10,7 +10,7 @@
 
 namespace tarnwick {
 
-/// One of the places that values of tiles come from. It gives its own part of TileSources and tells when that is
+/// One of the places that values of tiles come from. It gives its own part of TileSources and reports when that is
 /// another than before, so that nothing else is asked then and no other tile is made anew.
 class TileSource : public QObject {
   Q_OBJECT

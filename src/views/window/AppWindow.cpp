@@ -35,7 +35,7 @@ ControlLook windowLook(bool dark) {
   return look;
 }
 
-/// A screen reader tells the title of what says that it is a window.
+/// A screen reader reads the title of what says that it is a window.
 QAccessibleInterface* makeInterface(const QString& className, QObject* object) {
   if (className != QLatin1StringView(AppWindow::staticMetaObject.className())) return nullptr;
   return new QAccessibleWidget(static_cast<AppWindow*>(object), QAccessible::Window);

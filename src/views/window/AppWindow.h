@@ -18,7 +18,7 @@ class MessageStrip;
 class TitleBar;
 
 /// A window of the program's own: Settings, the library, the first run. It carries the look of all that is in it,
-/// which follows the palette of the application, and shows the store's message line as a quiet strip below its content
+/// which follows the palette of the application, and shows the store's message line as a strip below its content
 /// area's top. Its menu bar shows only while it is asked for (F10 or Alt); the shortcuts in it always work. Ctrl+W
 /// closes it. It deletes itself when it is closed, so that a closed window costs nothing.
 class AppWindow : public QWidget, public LookSource {
@@ -43,7 +43,7 @@ class AppWindow : public QWidget, public LookSource {
   void setRoom(std::function<QRect(const QPoint& place)> room) { room_ = std::move(room); }
   /// What this window says in a place of its own, so that it need not be shown above its body as well.
   void setSays(const QString& message);
-  /// What opens the settings that were kept aside, where the message tells of some; it is offered beside that.
+  /// What opens the settings that were kept aside, where the message reports some; it is offered beside that.
   void setOpenKept(std::function<void()> open);
   /// Where the desktop puts no frame around windows: a title of its own, to move and close it by, and a corner to size
   /// it by.

@@ -188,7 +188,7 @@ bool Card::hasVisibleRow() const {
 bool Card::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent) {
     setVisible(hasVisibleRow());
-    updateGeometry();  // A row that comes or goes before the window is shown tells nobody but its card.
+    updateGeometry();  // A row that comes or goes before the window is shown notifies only its card.
     update();
   }
   return QWidget::eventFilter(watched, event);

@@ -8,7 +8,7 @@ namespace tarnwick {
 /// Something that the program is built on.
 struct Credit {
   QString name;
-  QString version;  ///< Of the one that this run uses; empty where it does not tell.
+  QString version;  ///< Of the one that this run uses; empty where it does not say.
   QString licence;  ///< As licences are named everywhere.
 
   /// The name, with the version behind it.

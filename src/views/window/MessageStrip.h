@@ -11,7 +11,7 @@ class Button;
 class IconButton;
 class TextLabel;
 
-/// The store's message line in a window: a quiet bar with the sentence and a button that dismisses it. Takes no space
+/// The store's message line in a window: a bar with the sentence and a button that dismisses it. Takes no space
 /// while there is no message. Screen readers are notified of a new one.
 class MessageStrip final : public QWidget {
   Q_OBJECT
@@ -20,7 +20,7 @@ class MessageStrip final : public QWidget {
   explicit MessageStrip(AppStore& store, QWidget* parent = nullptr);
   /// Shows all but this one, which is said elsewhere in the window.
   void leaveOut(const QString& message);
-  /// What opens the settings that were kept aside; offered while the message tells of some.
+  /// What opens the settings that were kept aside; offered while the message reports some.
   void setOpenKept(std::function<void()> open);
 
  protected:

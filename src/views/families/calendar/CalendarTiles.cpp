@@ -109,7 +109,7 @@ void paintAgenda(TileCanvas& canvas, const EventListContent& content, const QLis
   }
 }
 
-/// Two letters of each day, or one in languages where two do not tell the days apart.
+/// Two letters of each day, or one in languages where two do not distinguish the days.
 QString dayName(const QDate& date, const QLocale& locale) {
   QSet<QString> names;
   for (int day = 1; day <= kDaysInWeek; ++day)

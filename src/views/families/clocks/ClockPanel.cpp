@@ -30,7 +30,7 @@ struct Zone {
   QString name;  ///< Empty for the user's own.
   QString label;
   bool removable = false;
-  QString place{};  ///< Where the label does not tell it.
+  QString place{};  ///< Where the label does not say it.
   bool operator==(const Zone&) const = default;
 };
 

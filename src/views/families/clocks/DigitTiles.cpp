@@ -67,7 +67,7 @@ void paintHalf(TileCanvas& canvas, const DigitsContent& content, double x, doubl
   }
 }
 
-/// The largest style in which a time of twelve hours has space for the word that tells morning from evening.
+/// The largest style in which a time of twelve hours has space for the mark of morning or evening.
 TextStyle plainStyle(const TileCanvas& canvas, const DigitsContent& content, double room) {
   const QString& half = content.time.halfOfDay;
   if (half.isEmpty()) return TextStyle::Display;

@@ -202,7 +202,7 @@ class HabitPanel final : public TilePanel {
     body().addWidget(weeks_);
     body().addSpacing(theme::kPanelHeaderBelow);
     body().addWidget(today_);
-    // Whoever writes through a screen reader sets the text, and that is no edit to the toolkit.
+    // A screen reader sets the text, which the toolkit does not count as an edit.
     connect(field_, &QLineEdit::textChanged, this, [this](const QString& text) {
       if (text != widget().options.value(option::text)) setOption(option::text, text);
     });

@@ -233,7 +233,7 @@ class TodosPanel final : public TilePanel {
     QList<TodoItem> ordered = todos;
     std::ranges::stable_sort(ordered, {}, &TodoItem::completed);
     for (qsizetype i = 0; i < ordered.size(); ++i) addRow(ordered, i);
-    // Whoever works through the list by keyboard stays in it, and with what moves.
+    // A user of the keyboard stays in the list, and with what moves.
     const auto moved = std::ranges::find(ordered, std::exchange(moved_, {}), &TodoItem::id) - ordered.begin();
     if (focusedRow < 0) return;
     if (moved < ordered.size()) focusedRow = static_cast<int>(moved);

@@ -214,7 +214,7 @@ void paintPairRow(TileCanvas& canvas, double baseline, Accent accent, const QStr
   canvas.painter().setBrush(canvas.colors().accent(accent));
   canvas.painter().drawEllipse(QPointF(theme::kTextLeft + kPairDot, baseline - value.capHeight() / 2), kPairDot,
                                kPairDot);
-  // Half a word says nothing, and the dot tells which is which.
+  // Half a word says nothing, and the dot shows which is which.
   if (kPairLabel + words.width() + 4 > kPairValueRight - value.width()) {
     value.draw(canvas.painter(), {kPairLabel, baseline}, canvas.colors().primary);
     return;

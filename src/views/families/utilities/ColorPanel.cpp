@@ -93,7 +93,7 @@ class ColorPanel final : public TilePanel {
     for (std::size_t i = 0; i < sliders_.size(); ++i) addSlider(i);
     addForms();
     addRecent();
-    // Whoever writes through a screen reader sets the text, and that is no edit to the toolkit.
+    // A screen reader sets the text, which the toolkit does not count as an edit.
     connect(field_, &QLineEdit::textChanged, this, [this](const QString& text) {
       const auto color = colorOfHex(text);
       const auto before = colorOfHex(widget().options.value(option::color));
