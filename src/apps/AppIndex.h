@@ -25,7 +25,7 @@ class AppIndex {
   };
 
   AppIndex() = default;
-  /// `applications`: one for each id. `others`: entries at paths that somebody asked for outside the folders.
+  /// `applications`: one for each id. `others`: entries at requested paths outside the folders.
   AppIndex(const AppEnvironment& environment, QList<DesktopEntry> applications, QHash<QString, DesktopEntry> others,
            MimeDefaults defaults);
   AppIndex(AppIndex&&) = default;

@@ -57,7 +57,7 @@ const DesktopEntry* byClass(const ClientWindow& window, const AppIndex& index, c
   };
   const QString id = plainId(window.applicationId);
   if (const DesktopEntry* entry = index.byId(id); entry && (among.isEmpty() || among.contains(entry))) return entry;
-  // A browser gives the windows of its web applications its own class and tells them apart by the instance alone.
+  // A browser gives the windows of its web applications its own class and distinguishes them by the instance alone.
   if (const auto* entry = pick(announcingExactly(index, window.instance), window.instance)) return entry;
   for (const QString& name : {id, window.instance})
     if (const auto* entry = pick(index.find(AppIndex::Key::WindowClass, name), name)) return entry;

@@ -16,14 +16,14 @@ namespace tarnwick {
 
 /// Starts and opens by what a tile knows: the path of a desktop entry, a file, an address. Where the installed
 /// applications have not been read yet it waits for them. A desktop entry outside the folders of applications runs only
-/// once the user has said so; whoever wants to start or open one passes the same door. Main thread only; every failure
+/// once the user has said so; every request to start or open one takes this way. Main thread only; every failure
 /// comes as `failed`.
 class AppOpener : public QObject {
   Q_OBJECT
  public:
   using Done = std::function<void(bool started)>;
 
-  /// How long an entry that nobody knows may take to be found, in seconds.
+  /// How long an unknown entry may take to be found, in seconds.
   static constexpr double kPatience = 5;
 
   /// All must outlive it. Its end waits for a look at a file that is under way.

@@ -10,7 +10,7 @@
 
 namespace tarnwick {
 
-/// One reading of everything that tells which applications are installed. Blocks, and touches nothing but files: it is
+/// One reading of everything that says which applications are installed. Blocks, and touches nothing but files: it is
 /// made to run on a thread of its own.
 struct AppScan {
   AppIndex index;

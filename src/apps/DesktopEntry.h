@@ -22,8 +22,8 @@ struct DesktopAction {
 struct DesktopEntry {
   enum class Type { Application, Link, Directory };
 
-  QString id;    ///< The desktop-file id without ".desktop"; empty until somebody who knows the folder sets it.
-  QString path;  ///< The file; empty until somebody who knows it sets it.
+  QString id;    ///< The desktop-file id without ".desktop"; empty until code that knows the folder sets it.
+  QString path;  ///< The file; empty until code that knows it sets it.
 
   Type type = Type::Application;
   QString name;
@@ -43,7 +43,7 @@ struct DesktopEntry {
   QList<DesktopAction> actions;  ///< In the order in which they are offered.
   QString flatpakId;
   QString snapInstanceName;
-  bool restrictsDesktops = false;  ///< `onlyShowIn` was given, even if it names nobody.
+  bool restrictsDesktops = false;  ///< `onlyShowIn` was given, even if it names no desktop.
   bool noDisplay = false;
   bool hidden = false;  ///< The user deleted it: it only hides what is below it.
   bool terminal = false;

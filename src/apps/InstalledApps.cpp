@@ -126,7 +126,7 @@ void InstalledApps::folderChanged(const QString& path) {
   if (awaited == awaited_.constEnd() || !QFileInfo::exists(path)) return scanSoon();
   for (const QString& next : *awaited)
     if (QFileInfo::exists(next)) return scanSoon();
-  // Somebody else's business in a folder where ours may appear one day, unless applications are in it as well.
+  // A change of another kind in a folder where applications may appear one day, unless applications are in it as well.
   if (environment_.applicationFolders().contains(path)) scanSoon();
 }
 

@@ -7,7 +7,7 @@ namespace tarnwick {
 
 /// The environment that started programs get: the one that we were started with, without what was meant for us alone.
 /// Make it first thing in main(), before any variable is set for our own toolkit; then nothing of ours can leak. What
-/// was set earlier by somebody for us is taken out with `remove`.
+/// was set earlier for this program alone is taken out with `remove`.
 struct LaunchEnvironment {
   QProcessEnvironment variables;
 

@@ -7,10 +7,10 @@
 
 namespace tarnwick {
 
-/// Where a window is, as far as the desktop tells.
+/// Where a window is, as far as the desktop reports it.
 struct WindowPlace {
   bool elsewhere = false;  ///< On another virtual desktop than the one that is shown.
-  QStringList screens;     ///< The identities of the screens that show it; empty for none and where nobody tells.
+  QStringList screens;     ///< The identities of the screens that show it; empty for none and where it is not reported.
 
   bool operator==(const WindowPlace&) const = default;
 };

@@ -14,7 +14,7 @@ namespace {
 struct Signs {
   QStringList types;              ///< What it opens, the most telling first.
   QList<QStringList> categories;  ///< Sets of which one must be there whole, the most telling first.
-  QStringList ids;                ///< Well-known ones that no category tells apart.
+  QStringList ids;                ///< Well-known ones that have no category of their own.
 };
 
 Signs signsOf(StandardApplications::Purpose purpose) {

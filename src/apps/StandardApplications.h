@@ -35,7 +35,7 @@ struct StandardApplications {
   };
 
   /// In the order of the purposes, each application once; a purpose that nothing installed serves is left out, and so
-  /// is the monitor, which nobody looks for in a dock.
+  /// is the monitor, which is not looked for in a dock.
   static QList<StandardApplication> list(const AppIndex& index);
 
   /// What the user chose for it; else what is made for it and opens its kind of files; else what is made for it. Null

@@ -96,7 +96,7 @@ QString visible(const QString& text) {
   return shown;
 }
 
-/// Whether somebody can be expected to read all that would run.
+/// Whether a user can be expected to read all that would run.
 bool canBeRead(const DesktopEntry& entry) {
   constexpr qsizetype kMostRead = 600;
   const auto isShort = [](const QString& text) { return text.size() <= kMostRead; };
@@ -177,7 +177,7 @@ QList<TrustedEntries::Item>& TrustedEntries::items() const {
     }
     if (items_->size() > kMost) items_->remove(0, items_->size() - kMost);
   } catch (const DomainError&) {
-    // Whoever cannot read what was confirmed asks again.
+    // Where it cannot be read what was confirmed, the user is asked again.
   }
   return *items_;
 }

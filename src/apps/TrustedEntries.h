@@ -25,7 +25,7 @@ struct ForeignEntry {
   /// What it calls itself, in one line of the same kind; a long name loses its end.
   QString shownName() const;
 
-  /// Blocks. Only a regular file of the user's own that is executable and that nobody else may write can be run, and
+  /// Blocks. Only a regular file of the user's own that is executable and that no other user may write can be run, and
   /// only one whose command is short enough to be read.
   static ForeignEntry look(const QString& path, const QStringList& locales);
 };

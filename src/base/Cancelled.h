@@ -5,7 +5,7 @@
 
 namespace tarnwick {
 
-/// Thrown through work whose result nobody waits for any more. It is never shown: where a DomainError becomes a
+/// Thrown through work whose result is not wanted any more. It is never shown: where a DomainError becomes a
 /// sentence, this becomes nothing.
 class Cancelled : public std::exception {
  public:

@@ -190,7 +190,7 @@ void makeFolder(const QByteArray& path) {
   fail(kNoFolder, path, there ? ENOTDIR : code);
 }
 
-/// Whether a path leads to nothing because nobody made anything there, rather than because a link on the way leads
+/// Whether a path leads to nothing because nothing was ever created there, rather than because a link on the way leads
 /// nowhere.
 bool isNobodysName(const QByteArray& path) {
   struct stat status;

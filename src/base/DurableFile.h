@@ -19,7 +19,7 @@ struct DurableFile {
   /// without one an existing file keeps its own and a new one gets the user's default. Only regular files are replaced.
   static void writeAtomically(const QByteArray& data, const QString& path, std::optional<unsigned> mode = std::nullopt);
 
-  /// What tells one state of a file from another.
+  /// What distinguishes one state of a file from another.
   struct Stamp {
     quint64 device = 0;
     quint64 inode = 0;

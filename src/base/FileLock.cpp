@@ -70,7 +70,7 @@ FileLock::Taking FileLock::take(std::chrono::milliseconds patience) {
     const auto waited = std::chrono::steady_clock::now() - start;
     if (patience != kEndless && waited >= patience) return Taking::OthersHave;
     std::this_thread::sleep_for(kPause);
-    // Whoever waits for one that has lost its name waits for nobody.
+    // A lock that has lost its name keeps no other process out.
     if (!stands()) file_.reset();
   }
 }

@@ -33,7 +33,7 @@ class FileLock {
 
  private:
   bool open();
-  /// Whether the file still has its name; a lock on one that was removed keeps nobody out.
+  /// Whether the file still has its name; a lock on one that was removed keeps no process out.
   bool stands() const;
 
   QString path_;

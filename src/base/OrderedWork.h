@@ -8,7 +8,7 @@
 namespace tarnwick {
 
 /// Work of one object that is done on a thread of its own, one piece after the other, and answered on the thread that
-/// made this. Where only the latest answer counts and nobody must wait for the others, there is LatestWork.
+/// made this. Where only the latest answer counts and the others need not be waited for, there is LatestWork.
 class OrderedWork {
  public:
   /// The thread is there while there is work and `keptMs` after it.
@@ -35,7 +35,7 @@ class OrderedWork {
     });
   }
 
-  /// Tells what takes long whether to stop.
+  /// Says whether long work should stop.
   std::stop_token stopToken() const { return stopping_.get_token(); }
   /// From here on nothing is begun and nothing answered; what runs is asked to stop. Waits for nothing.
   void cancel() {

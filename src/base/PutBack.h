@@ -6,7 +6,7 @@
 
 namespace tarnwick {
 
-/// Gives a list what it lacks of an older one, each at its place in that. `key` tells the items apart.
+/// Gives a list what it lacks of an older one, each at its place in that. `key` identifies the items.
 template <class Item, class Key = std::identity>
 void putBack(QList<Item>& list, const QList<Item>& older, Key key = {}) {
   for (qsizetype i = 0; i < older.size(); ++i)

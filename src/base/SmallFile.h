@@ -12,7 +12,7 @@ namespace tarnwick {
 /// Reading with a limit: no more than that is read or held, whatever a file says about its size and however it grows
 /// meanwhile.
 struct SmallFile {
-  /// The content of a regular file of at most `most` bytes; absent otherwise, and `errno` tells why: EFBIG where it is
+  /// The content of a regular file of at most `most` bytes; absent otherwise, and `errno` says why: EFBIG where it is
   /// larger, EISDIR or EINVAL where it is no file. Never waits for a pipe.
   static std::optional<QByteArray> read(const QString& path, qint64 most);
   /// The same of a file that is open.

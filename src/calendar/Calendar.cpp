@@ -68,7 +68,7 @@ void Calendar::take(const CalendarReading& reading) {
       if (reminder.title.isEmpty()) reminder.title = tr("Untitled Reminder");
     }
     problem_ = joined(reading.problems);
-    // Whoever has calendars that cannot be read needs no other folder.
+    // A user whose calendars cannot be read needs no other folder.
     const bool isUnread = !problem_.isEmpty() && !reading.hasCalendars && !reading.hasReminders;
     const auto without = [&](const QString& none) { return isUnread ? problem_ : none; };
     calendarMessage_ =

@@ -10,7 +10,7 @@
 namespace tarnwick {
 
 /// The events and reminders that calendar tiles and panels show, from some weeks back to some weeks ahead. It is
-/// read again on the beat (the day goes on); whoever owns it calls `load` whenever `outdated` says so. Main thread only.
+/// read again on the beat (the day goes on); its owner calls `load` whenever `outdated` says so. Main thread only.
 class Calendar final : public QObject, public BeatClient {
   Q_OBJECT
  public:
@@ -34,7 +34,7 @@ class Calendar final : public QObject, public BeatClient {
   bool isNeeded() const { return isNeeded_; }
   void setNeeded(bool needed);
 
-  /// Reads, unless a reading is under way; cheap while nothing changed. Does nothing while nobody needs it.
+  /// Reads, unless a reading is under way; cheap while nothing changed. Does nothing while it is not needed.
   void load();
 
   /// One reading brings events and reminders.

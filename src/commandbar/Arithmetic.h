@@ -14,7 +14,7 @@ class Arithmetic {
 
   explicit Arithmetic(const QString& text);
 
-  /// A finite number. Throws DomainError with a sentence that tells what is wrong with the text.
+  /// A finite number. Throws DomainError with a sentence that says what is wrong with the text.
   double evaluate();
 
  private:

@@ -4,7 +4,7 @@
 
 namespace tarnwick {
 
-/// Threads for reading what may stall, such as a folder on a server that does not answer. Nobody ever waits for them:
+/// Threads for reading what may stall, such as a folder on a server that does not answer. They are never waited for:
 /// work holds only what it shares, and its answer checks whether anybody still wants it.
 struct Background {
   enum class Lane {

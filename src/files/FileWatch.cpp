@@ -47,7 +47,7 @@ void FileWatch::arm() {
 }
 
 void FileWatch::folderChanged(const QString& folder) {
-  // A folder that is only waited in is a busy place, and most of what happens there is nobody's business.
+  // A folder that is only waited in is a busy place, and most of what happens there does not matter here.
   const bool own = paths_.contains(folder);
   const bool came = std::ranges::any_of(missing_, isOpen);
   const bool went = !isOpen(folder);

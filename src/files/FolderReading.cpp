@@ -69,7 +69,7 @@ void keepFirst(auto& list, qsizetype most, Less less) {
   list.erase(middle, list.end());
 }
 
-/// The first of an order that names alone do not tell.
+/// Comes before others in an order that does not depend on names alone.
 template <class Less>
 void takeFirst(FolderContents& contents, const QString& folder, const std::vector<Found>& found, qsizetype most,
                const std::stop_token& stop, Less isBefore) {

@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The last time that a bookmark tells.
+/// The latest time in a bookmark.
 QDateTime lastUse(const QXmlStreamAttributes& attributes) {
   QDateTime last;
   for (const QLatin1StringView name : {"visited"_L1, "modified"_L1, "added"_L1}) {

@@ -20,7 +20,7 @@ struct RecentFile {
   bool operator==(const RecentFile&) const = default;
 };
 
-/// The files that the user had open lately, as applications tell each other in the desktop's shared list. Nothing is
+/// The files that the user had open lately, as applications list them in the desktop's shared list. Nothing is
 /// read before the first question; then the list is watched. Main thread only.
 class RecentFiles final : public QObject {
   Q_OBJECT

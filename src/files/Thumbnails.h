@@ -27,7 +27,7 @@ class Thumbnails final : public QObject {
   explicit Thumbnails(const QString& cacheFolder, QObject* parent = nullptr);
   ~Thumbnails() override;
 
-  /// The picture, at most `pixels` wide and high. Null where there is none or it is not known yet; `ready` tells when
+  /// The picture, at most `pixels` wide and high. Null where there is none or it is not known yet; `ready` reports when
   /// that changes.
   QImage of(const QString& path, const QDateTime& modified, int pixels);
 

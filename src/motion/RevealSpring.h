@@ -3,7 +3,7 @@
 namespace tarnwick {
 
 /// A damped harmonic oscillator that carries a value to its target. It is solved, not simulated: a step of any length
-/// lands exactly where many small ones would. A value; whoever owns it may set the target at any time, and the motion
+/// lands exactly where many small ones would. A value; its owner may set the target at any time, and the motion
 /// goes on from where it is with the velocity that it has.
 struct RevealSpring {
   /// Below this distance from the target and this velocity it is at rest.

@@ -28,7 +28,7 @@ bool SpringDriver::advance(double seconds) {
   ProbeCounters::count("revealFrame");
   const bool moves = spring_.step(seconds, parameters_.response, parameters_.damping);
   onChange_(spring_.value);
-  return moves || !spring_.isAtRest();  // Whoever was told may have asked for another target.
+  return moves || !spring_.isAtRest();  // A listener may have asked for another target.
 }
 
 void SpringDriver::finish() {

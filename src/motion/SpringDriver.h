@@ -16,7 +16,7 @@ namespace tarnwick {
 /// spring moves, so a value at rest costs nothing. Main thread only.
 class SpringDriver final : public Animation {
  public:
-  /// `view` tells by its visibility whether there is anything to animate. `onChange` receives each new value, last of
+  /// `view` shows by its visibility whether there is anything to animate. `onChange` receives each new value, last of
   /// all the target itself; it may ask for another target, but must not destroy the driver.
   SpringDriver(QWidget* view, std::unique_ptr<FrameClock> clock, std::function<void(double)> onChange);
   ~SpringDriver() override;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr double kLongest = 0.4;   // Seconds that anything is seen to move.
 constexpr double kLanding = 0.2;   // The last of them, in which the goal is reached whatever the spring does.
-constexpr double kNothing = 0.25;  // Device pixels that nobody sees.
+constexpr double kNothing = 0.25;  // Device pixels; too little to see.
 
 }  // namespace
 

@@ -36,7 +36,7 @@ QCoro::Task<Outcome> outcomeOf(RemoteFetch::Work work, std::stop_token stop) {
   co_return outcome;
 }
 
-/// Whoever called may be gone when this goes on; until `stop` is requested the owner of the functions is there.
+/// The caller may be gone when this goes on; until `stop` is requested the owner of the functions is there.
 QCoro::Task<> tellOutcome(RemoteFetch::Work work, RemoteFetch::Done done, RemoteFetch::Failed failed,
                           std::stop_token stop) {
   const Outcome outcome = co_await outcomeOf(std::move(work), stop);

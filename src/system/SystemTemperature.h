@@ -23,7 +23,7 @@ class SystemTemperature final : public QObject, public BeatClient {
 
   explicit SystemTemperature(std::unique_ptr<ProcessorTemperatures> sensors, QObject* parent = nullptr);
 
-  /// Degrees Celsius, the mean of the sensors; none before the first reading and while no sensor tells anything.
+  /// Degrees Celsius, the mean of the sensors; none before the first reading and while no sensor reports anything.
   std::optional<double> celsius() const { return celsius_; }
   /// The sensors were read and have answered, even if with nothing.
   bool hasAnswered() const { return answered_; }
@@ -38,7 +38,7 @@ class SystemTemperature final : public QObject, public BeatClient {
 
   /// Starts one reading, unless one is under way.
   void refresh();
-  /// What the sensors tell now. Any thread, but not beside a refresh.
+  /// What the sensors report now. Any thread, but not beside a refresh.
   QList<double> read();
 
  Q_SIGNALS:

@@ -48,7 +48,7 @@ struct LibraryEntry {
   static QList<LibraryEntry> apps(const QList<StandardApplication>& applications);
 
   /// The section of folders and the way to any other. A special folder that the user switched off, which a desktop
-  /// tells by giving the home folder in its place, isn't offered.
+  /// says by giving the home folder in its place, isn't offered.
   static QList<LibraryEntry> folders(const StandardFolders& folders);
 };
 

@@ -30,7 +30,7 @@ struct LibraryShelves {
   /// Ready-made applications and folders, the groups of the catalog, the extra items.
   static QList<LibraryShelf> all(const QList<StandardApplication>& applications, const StandardFolders& folders);
 
-  /// A few kinds that work on every computer, for whoever does not know yet what to look for. It is listed before the
+  /// A few kinds that work on every computer, for users who do not know yet what to look for. It is listed before the
   /// others while everything is shown and nothing is searched.
   static LibraryShelf toTry();
 

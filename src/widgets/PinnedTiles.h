@@ -27,7 +27,8 @@ struct PinnedTiles {
   /// A widget with an identity of its own that opens a folder.
   static DockWidget folder(const QString& path);
 
-  /// What a person calls the file or folder at a path: its own name, but for the folders that nobody knows by it.
+  /// What a person calls the file or folder at a path: its own name, but for the folders that are better known by
+  /// another.
   static QString nameOf(const QString& path);
 
   static bool isDesktopEntry(const QString& path) { return path.endsWith(QLatin1StringView(".desktop")); }

@@ -75,7 +75,7 @@ Known known(const QString& zone, const QString& city) {
   return {{zone, city, land}, folded(city), folded(zone), folded(land)};
 }
 
-/// Read once, when somebody first looks for a zone.
+/// Read once, at the first search for a zone.
 const QList<Known>& knownZones() {
   static const QList<Known> zones = [] {
     QList<Known> all;

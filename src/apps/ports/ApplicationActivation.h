@@ -16,8 +16,8 @@ class ApplicationActivation {
   ApplicationActivation& operator=(const ApplicationActivation&) = delete;
 
   /// Sends `request`, whose startup id is filled in, to the application of that desktop entry. False where nothing can
-  /// be sent; after true, `unreachable` is called when it turns out that nobody was there to take it, and never once
-  /// this object is gone.
+  /// be sent; after true, `unreachable` is called when it turns out that no program was there to take it, and never
+  /// once this object is gone.
   virtual bool activate(const QString& application, const LaunchRequest& request,
                         std::function<void()> unreachable) = 0;
 };

@@ -18,7 +18,7 @@ struct CoreTicks {
 struct MemoryParts {
   double applications = 0;
   double system = 0;  ///< The kernel's own.
-  double cache = 0;   ///< Given back when somebody needs it.
+  double cache = 0;   ///< Given back when a program needs it.
   double free = 0;
   double swapUsed = 0;
   double swapTotal = 0;
@@ -27,9 +27,9 @@ struct MemoryParts {
   bool operator==(const MemoryParts&) const = default;
 };
 
-/// What is absent, this machine does not tell.
+/// What is absent is not reported by this machine.
 struct MachineReading {
-  QList<CoreTicks> cores;           ///< In the machine's order; empty where it does not tell.
+  QList<CoreTicks> cores;           ///< In the machine's order; empty where it does not report them.
   std::optional<double> frequency;  ///< Hertz, of the fastest core now.
   std::optional<double> load;       ///< Processes that want to run, the mean of a minute.
   std::optional<double> uptime;     ///< Seconds.

@@ -8,7 +8,7 @@ namespace tarnwick {
 /// What one process has used up to now.
 struct ProcessReading {
   qint32 pid = 0;
-  quint64 start = 0;  ///< Stamp of the process's start: tells a process from a later one with the same identifier.
+  quint64 start = 0;  ///< Stamp of the process's start: distinguishes it from a later one with the same identifier.
   QString name;
   quint64 cpuNanoseconds = 0;  ///< User and system time together, over all its threads.
   quint64 memory = 0;          ///< Bytes that the process has for itself: resident less shared.
@@ -21,8 +21,8 @@ class ProcessSource {
  public:
   virtual ~ProcessSource() = default;
 
-  /// One pass over all processes, in no particular order. What ends meanwhile or tells nothing is left out; empty where
-  /// the machine tells nothing at all.
+  /// One pass over all processes, in no particular order. What ends meanwhile or reports nothing is left out; empty
+  /// where the machine reports nothing at all.
   virtual QList<ProcessReading> read() = 0;
 
   /// Asks exactly this process to end itself; one that has ended since, or whose identifier belongs to another by now,

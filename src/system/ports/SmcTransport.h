@@ -14,7 +14,7 @@ class SmcTransport {
  public:
   virtual ~SmcTransport() = default;
 
-  /// False where there is no controller or it lets nobody in.
+  /// False where there is no controller or it cannot be opened.
   virtual bool open() = 0;
   /// One call. 0 is success; `answered` becomes the number of bytes that came back.
   virtual int call(const SmcRecord& question, SmcRecord& answer, std::size_t& answered) = 0;

@@ -34,7 +34,7 @@ struct NetworkReading {
   quint64 sent = 0;
 };
 
-/// The raw counters of the machine. Every reading is none when this machine has no such thing or refuses to tell.
+/// The raw counters of the machine. Every reading is none when this machine has no such thing or refuses to report it.
 /// Called on the main thread at the heartbeat: an adapter answers within a fraction of a millisecond and never blocks.
 class SystemCounters {
  public:

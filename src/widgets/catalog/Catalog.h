@@ -23,7 +23,7 @@ class Catalog {
   static const QList<WidgetDefinition>& items();
 
   /// The definition of `kind`, at the price of one look-up. Never fails: a kind that is in no row, say from the
-  /// settings of a newer version, gives a generic definition under its own name; `contains` tells the two apart.
+  /// settings of a newer version, gives a generic definition under its own name; `contains` distinguishes the two.
   static const WidgetDefinition& find(const QString& kind);
   static bool contains(const QString& kind);
 
@@ -36,7 +36,7 @@ class Catalog {
 
   /// The widgets of a first dock, in its order.
   static std::span<const QLatin1StringView> starterKinds();
-  /// A few kinds that work on every computer, for whoever does not know yet what to look for.
+  /// A few kinds that work on every computer, for users who do not know yet what to look for.
   static std::span<const QLatin1StringView> suggestedKinds();
 
   /// Names of all sections of the library in display order: "All Widgets", the ready-made entries, the groups, the
