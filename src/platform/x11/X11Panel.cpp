@@ -22,7 +22,6 @@ namespace {
 constexpr quint32 kRemoveState = 0;
 constexpr quint32 kAddState = 1;
 constexpr quint32 kFromApplication = 1;
-constexpr int kMenuGap = 6;
 
 }  // namespace
 
@@ -144,7 +143,7 @@ void X11Panel::openMenu(QMenu& menu, const QRect& beside) {
   const QRect anchor(content_->mapToGlobal(beside.topLeft()), beside.size());
   const QRect usable = screens_.usable(placement_->screen);
   const auto corner = [&](const QSize& size) {
-    return PopupPlacement::outline(anchor, size, kMenuGap, usable).topLeft();
+    return PopupPlacement::outline(anchor, size, PopupPlacement::kMenuGap, usable).topLeft();
   };
   menu.popup(corner(menu.sizeHint()));
   // A menu that is filled when it is about to show has changed its size.
