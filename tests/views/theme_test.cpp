@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QBitmap>
 #include <QLocale>
+#include <QProxyStyle>
 #include <algorithm>
 #include <cmath>
 
@@ -9,6 +11,7 @@
 #include "views/theme/Emoji.h"
 #include "views/theme/Glass.h"
 #include "views/theme/IconStyle.h"
+#include "views/theme/MenuStyle.h"
 #include "views/theme/Palette.h"
 #include "views/theme/SmoothLine.h"
 #include "views/theme/SymbolTable.h"
@@ -325,6 +328,27 @@ TEST(Outlines, AreRoundedAndSymmetric) {
       const QPoint mirrored(rect.right() - (x - rect.left()), rect.bottom() - (y - rect.top()));
       ASSERT_EQ(outline.contains(QPoint(x, y)), outline.contains(mirrored));
     }
+}
+
+// What a desktop's own style and platform plug-in want differs from one to the next.
+TEST(MenuStyle, OpensMenusAtOnePaceOnEveryDesktop) {
+  struct Leisurely final : QProxyStyle {
+    int styleHint(StyleHint, const QStyleOption*, const QWidget*, QStyleHintReturn*) const override { return 999; }
+  };
+  MenuStyle style;
+  style.setBaseStyle(new Leisurely);
+  const auto hint = [&](QStyle::StyleHint which) { return style.styleHint(which, nullptr, nullptr, nullptr); };
+  EXPECT_GT(hint(QStyle::SH_Menu_SubMenuPopupDelay), 0);
+  EXPECT_LE(hint(QStyle::SH_Menu_SubMenuPopupDelay), 400);
+  EXPECT_EQ(hint(QStyle::SH_Menu_SloppySubMenus), 1);
+  EXPECT_EQ(hint(QStyle::SH_Menu_FlashTriggeredItem), 0);
+
+  constexpr Qt::UIEffect kEffects[] = {Qt::UI_AnimateMenu, Qt::UI_FadeMenu, Qt::UI_AnimateCombo};
+  for (const Qt::UIEffect effect : kEffects) QApplication::setEffectEnabled(effect, true);
+  const QString before = QApplication::style()->name();
+  MenuStyle::install();
+  for (const Qt::UIEffect effect : kEffects) EXPECT_FALSE(QApplication::isEffectEnabled(effect)) << int(effect);
+  QApplication::setStyle(before);
 }
 
 }  // namespace tarnwick::testing

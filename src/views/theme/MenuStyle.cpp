@@ -28,6 +28,7 @@ constexpr int kMarkWidth = 20;  ///< For check marks in front, and for what says
 constexpr double kMarkSize = 14;
 constexpr int kBeforeShortcut = 28;
 constexpr int kLeastWidth = 150;
+constexpr int kSubMenuDelay = 200;  ///< Milliseconds of hover.
 constexpr double kHover = 0.10;     ///< How much of the text's colour lies over the ground.
 constexpr double kShortcut = 0.62;  ///< How strong the text of a key is.
 
@@ -97,6 +98,9 @@ MenuStyle& MenuStyle::install() {
   if (!installed) {
     installed = new MenuStyle;
     QApplication::setStyle(installed);
+    // A desktop's platform plug-in may turn these on, and menus would then come at another pace than elsewhere.
+    for (const Qt::UIEffect effect : {Qt::UI_AnimateMenu, Qt::UI_FadeMenu, Qt::UI_AnimateCombo})
+      QApplication::setEffectEnabled(effect, false);
   }
   return *installed;
 }
@@ -138,7 +142,12 @@ int MenuStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
     case SH_DitherDisabledText:
       return 0;
     case SH_Menu_MouseTracking:
+    case SH_Menu_SloppySubMenus:
       return 1;
+    case SH_Menu_SubMenuPopupDelay:
+      return kSubMenuDelay;
+    case SH_Menu_FlashTriggeredItem:
+      return 0;
     default:
       return QProxyStyle::styleHint(hint, option, widget, answer);
   }
