@@ -119,7 +119,7 @@ TEST_F(OrdersTest, OpensWhatItMayAndSaysWhatItDoesNot) {
   Q_EMIT door.openRequested(given);
   EXPECT_EQ(taken(), QStringList{u"start /a b/tool.desktop"_s});
   const QString page =
-      u"“https://example.org/x” was not opened. Tarnwick starts apps whose desktop entry it is given."_s;
+      u"“https://example.org/x” was not opened. Tarnwick only opens the desktop entries of apps (.desktop files)."_s;
   EXPECT_EQ(store->error(), page);
   EXPECT_EQ(door.refusalToOpen(given),
             u"“look.TarnwickSpace” was not opened. Spaces come with a later version of Tarnwick.\n"_s + page);

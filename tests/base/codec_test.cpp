@@ -103,7 +103,7 @@ TEST(RecordCodec, NamesTheKeyAtFault) {
       {with("4294967295", "4294967296"), "The value of “mask” is not a whole number in its range."},
       {with("4294967295", "-1"), "The value of “mask” is not a whole number in its range."},
       {with("[1e3, -0.5]", R"([1e3, "x"])"), "The value of “places.B[1]” is not a number."},
-      {with("deep blue", "Red"), "The value of “colour” is not one that is known."},
+      {with("deep blue", "Red"), "The value of “colour” is unknown."},
       {with(R"("n")", "5"), "The value of “note” is not a text."},
       {with(R"("extra": {)", R"("extra": [], "x": {)"), "The value of “extra” is not an object."},
       {with("0a1B2c3d-", "{0a1B2c3d-"), "The value of “id” is not an identity."},

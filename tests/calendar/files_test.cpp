@@ -95,7 +95,7 @@ TEST_F(CalendarFilesTest, ThatAreBrokenAreNamedAndTheRestIsShown) {
   problems.sort();
   EXPECT_EQ(problems, (QStringList{u"Parts of the calendar file “torn.ics” could not be understood."_s,
                                    u"The calendar folder “closed” could not be read: Permission denied."_s,
-                                   u"The file “picture.ics” is no calendar."_s,
+                                   u"The file “picture.ics” is not a calendar."_s,
                                    u"The file “secret.ics” could not be read: Permission denied."_s}));
 }
 

@@ -74,7 +74,7 @@ TEST(Persistence, RefusesWithASentence) {
     const char* message;
   } cases[] = {
       {with("\"title\":\"Title\"", "\"Title\":\"\""), "The value of “profiles[0].widgets[0].title” is missing."},
-      {with("replaceAutoHide", "sideways"), "The value of “layout” is not one that is known."},
+      {with("replaceAutoHide", "sideways"), "The value of “layout” is unknown."},
       {with("\"schema\":1", "\"schema\":2"), "Unsupported configuration or invalid profile count."},
   };
   for (const auto& c : cases) EXPECT_EQ(failureOf([&] { Persistence::decode(c.json); }), c.message);

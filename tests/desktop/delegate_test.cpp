@@ -417,12 +417,14 @@ TEST_F(DelegateTest, HighContrastComesAndGoesAndANewUserHasTheDesktopsAppearance
 TEST_F(DelegateTest, WhatThisVersionLacksIsSaid) {
   start();
   delegate->orders().open({u"https://example.org/"_s});
-  EXPECT_EQ(store().error(),
-            u"“https://example.org/” was not opened. Tarnwick starts apps whose desktop entry it is given."_s);
+  EXPECT_EQ(
+      store().error(),
+      u"“https://example.org/” was not opened. Tarnwick only opens the desktop entries of apps (.desktop files)."_s);
   delegate->orders().open({u"file:///tmp/notes.txt"_s});
-  EXPECT_EQ(store().error(), u"“notes.txt” was not opened. Tarnwick starts apps whose desktop entry it is given."_s);
+  EXPECT_EQ(store().error(),
+            u"“notes.txt” was not opened. Tarnwick only opens the desktop entries of apps (.desktop files)."_s);
   delegate->orders().open({u"file:///tmp/gone.desktop"_s});
-  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return store().error() == u"“gone.desktop” is not there any more."_s; }))
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return store().error() == u"“gone.desktop” no longer exists."_s; }))
       << qPrintable(store().error());
   delegate->orders().open({u"file:///tmp/a%20look.tarnwickspace"_s});
   EXPECT_EQ(store().error(), u"“a look.tarnwickspace” was not opened. Spaces come with a later version of Tarnwick."_s);

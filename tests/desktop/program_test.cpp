@@ -114,7 +114,7 @@ TEST_F(ProgramTest, AFileThatIsNotOpenedIsSaidToWhoAskedForIt) {
     const char* name;
     const char* sentence;
   } cases[] = {
-      {"notes.txt", "“notes.txt” was not opened. Tarnwick starts apps whose desktop entry it is given.\n"},
+      {"notes.txt", "“notes.txt” was not opened. Tarnwick only opens the desktop entries of apps (.desktop files).\n"},
       {"a.tarnwickspace", "“a.tarnwickspace” was not opened. Spaces come with a later version of Tarnwick.\n"},
       {"gone.txt", "There is no file “gone.txt”.\n"},
   };

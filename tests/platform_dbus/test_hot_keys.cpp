@@ -155,8 +155,9 @@ TEST(PortalHotKeys, NameTheOrderToBindWhereTheyAreRefused) {
     EXPECT_FALSE(keys.capability());
     const HotKeyBinding binding = keys.bind(kToggle, kD);
     EXPECT_FALSE(binding.bound);
-    EXPECT_EQ(binding.reason,
-              u"This desktop keeps its keys to itself: bind one in its own settings to “tarnwick --toggle”."_s);
+    EXPECT_EQ(
+        binding.reason,
+        u"Apps cannot register shortcuts on this desktop. Add one for “tarnwick --toggle” in the desktop’s settings."_s);
   }
 }
 

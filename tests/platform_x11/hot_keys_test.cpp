@@ -99,7 +99,7 @@ TEST_F(X11HotKeysTest, FireOnceWhileAKeyIsHeld) {
 TEST_F(X11HotKeysTest, LeaveATakenKeyToItsOwner) {
   grabAsAnother(kKeyD, true);
   EXPECT_EQ(keys.bind(1, {kVirtualKeyD, kControlAlt}),
-            (HotKeyBinding{false, {}, u"Ctrl+Alt+D is already used by another program."_s}));
+            (HotKeyBinding{false, {}, u"Ctrl+Alt+D is already used by another app."_s}));
   EXPECT_TRUE(keys.bind(2, {kVirtualKeyA, kControlAlt}).bound);
   EXPECT_EQ(keys.bind(3, {kVirtualKeyA, kControlAlt}).reason,
             u"Ctrl+Alt+A is already used by another Tarnwick shortcut."_s);

@@ -229,7 +229,7 @@ TEST_F(ImportTest, ThePageSaysHowFarItIs) {
   EXPECT_TRUE(reads(u"Reading “good.json”…"_s));
   // A failure of something else is not its own.
   store().setError(u"The disk is full."_s);
-  EXPECT_TRUE(waitFor([&] { return reads(u"Took everything from “good.json”."_s); }));
+  EXPECT_TRUE(waitFor([&] { return reads(u"Settings were imported from “good.json”."_s); }));
   EXPECT_EQ(config().scale, 1.4);
 
   const DockConfiguration before = config();

@@ -51,7 +51,8 @@ TEST_F(ShortcutsTest, KeysThatWouldBeMissedElsewhereAreWaitedThrough) {
   const DesktopOptions before = options();
   record("dock", Qt::Key_K, Qt::NoModifier);
   EXPECT_TRUE(field_->isRecording());
-  EXPECT_EQ(faults(), QStringList{u"“K” would be missing in every other window. Hold Ctrl, Alt or Super with it."_s});
+  EXPECT_EQ(faults(),
+            QStringList{u"“K” alone would stop working in all other apps. Hold Ctrl, Alt or Super with it."_s});
   QTest::keyClick(field_, Qt::Key_K, Qt::ShiftModifier);
   EXPECT_TRUE(field_->isRecording());
   QTest::keyClick(field_, Qt::Key_Escape);
@@ -74,7 +75,7 @@ TEST_F(ShortcutsTest, ATakenKeySaysSoAtOnceAndIsNotStored) {
   EXPECT_EQ(options().commandBarKey, VirtualKeys::keyCode('j'));
   // One of the program's own.
   record("dock", Qt::Key_J, Qt::ControlModifier);
-  EXPECT_EQ(faults(), QStringList{u"“Ctrl+J” is used for “Command Bar” already. Choose a different shortcut."_s});
+  EXPECT_EQ(faults(), QStringList{u"“Ctrl+J” is already used for “Command Bar”. Choose a different shortcut."_s});
   EXPECT_EQ(options().shortcutKey, before.shortcutKey);
 }
 
@@ -128,7 +129,7 @@ TEST_F(ShortcutsTest, ARowSaysWhetherItsKeyIsHad) {
 TEST_F(ShortcutsTest, TheRowOfTheCommandBarTellsWhichKeyOpensIt) {
   EXPECT_EQ(note(std::nullopt), QString());
   EXPECT_EQ(note(u"Alt+Space"_s), QString());
-  EXPECT_EQ(note(u"Super+Space"_s), u"“Alt+Space” is used by another app, so “Super+Space” opens it now."_s);
+  EXPECT_EQ(note(u"Super+Space"_s), u"Another app uses “Alt+Space”. For now, “Super+Space” opens the command bar."_s);
   EXPECT_EQ(note(u""_s), u"“Alt+Space” is used by another app. Choose a different shortcut."_s);
 }
 

@@ -153,7 +153,7 @@ TEST_F(DropsTest, EachTileTakesFilesInItsOwnWay) {
        1,
        none,
        u"2 widgets were added to the dock."_s,
-       u"“lost” is not there any more."_s,
+       u"“lost” no longer exists."_s,
        u"digitalClock folderLauncher/x/yard appLauncher/a b folderLauncher/tmp/old folderLauncher/goned trash airdrop"_s,
        {},
        {}},
@@ -174,7 +174,7 @@ TEST_F(DropsTest, EachTileTakesFilesInItsOwnWay) {
        {u"/b.desktop"_s, u"/b.desktop"_s},
        0,
        none,
-       u"“b.desktop” was put on the file shelf."_s,
+       u"“b.desktop” was added to the file shelf."_s,
        {},
        base + u" fileShelf"_s,
        {u"/b.desktop"_s},
@@ -185,8 +185,8 @@ TEST_F(DropsTest, EachTileTakesFilesInItsOwnWay) {
        {u"/a"_s, u"/lost"_s},
        0,
        none,
-       u"“a” was put on the file shelf."_s,
-       u"“lost” is not there any more."_s,
+       u"“a” was added to the file shelf."_s,
+       u"“lost” no longer exists."_s,
        base + u" fileShelf"_s,
        {u"/a"_s},
        {}},
@@ -197,7 +197,7 @@ TEST_F(DropsTest, EachTileTakesFilesInItsOwnWay) {
        0,
        none,
        {},
-       u"“old” is in the dock already."_s,
+       u"“old” is already in the dock."_s,
        base,
        {},
        {}},
@@ -235,7 +235,7 @@ TEST_F(DropsTest, AnEntryThatOverridesOneOfTheDockIsTheSameApplication) {
   show({tile(u"appLauncher"_s, u"/all/applications/x.desktop"_s)});
   const QString before = row();
   drops.routeDroppedFiles({u"L"_s, {QUrl::fromLocalFile(u"/mine/applications/x.desktop"_s)}});
-  EXPECT_EQ(store.error(), u"“x” is in the dock already."_s);
+  EXPECT_EQ(store.error(), u"“x” is already in the dock."_s);
   EXPECT_EQ(row(), before);
 }
 
