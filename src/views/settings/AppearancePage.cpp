@@ -43,7 +43,7 @@ constexpr auto kMagnifications = std::to_array<SettingChoice>({
     {QT_TRANSLATE_NOOP("Settings", "A lot"), "much"},
 });
 constexpr auto kContrasts = std::to_array<SettingChoice>({
-    {QT_TRANSLATE_NOOP("Settings", "Same as the desktop"), "desktop"},
+    {QT_TRANSLATE_NOOP("Settings", "Auto"), "desktop"},
     {QT_TRANSLATE_NOOP("Settings", "On"), "on"},
     {QT_TRANSLATE_NOOP("Settings", "Off"), "off"},
 });
@@ -156,7 +156,9 @@ class AppearancePage final : public SettingsPage {
     addSegments(
         card,
         {QT_TRANSLATE_NOOP("Settings", "High contrast"),
-         QT_TRANSLATE_NOOP("Settings", "Makes the dock opaque, adds borders and increases the contrast of text."),
+         QT_TRANSLATE_NOOP(
+             "Settings",
+             "Makes the dock opaque, adds borders and increases the contrast of text. Auto: as set in the desktop."),
          QT_TRANSLATE_NOOP("Settings", "accessibility legible borders")},
         settingField(&DeskOptions::contrast), kContrasts);
   }
@@ -199,12 +201,12 @@ class AppearancePage final : public SettingsPage {
 
   void addWindows() {
     Card& card = *addCard();
-    addSegments(
-        card,
-        {QT_TRANSLATE_NOOP("Settings", "Window appearance"),
-         QT_TRANSLATE_NOOP("Settings", "Makes Tarnwick’s windows and menus light, dark or the same as the desktop."),
-         QT_TRANSLATE_NOOP("Settings", "theme mode")},
-        settingField(&DockConfiguration::appAppearance), kAppearances);
+    addSegments(card,
+                {QT_TRANSLATE_NOOP("Settings", "Window appearance"),
+                 QT_TRANSLATE_NOOP("Settings",
+                                   "Makes Tarnwick’s windows and menus light or dark. Auto: as set in the desktop."),
+                 QT_TRANSLATE_NOOP("Settings", "theme mode")},
+                settingField(&DockConfiguration::appAppearance), kAppearances);
   }
 
   const SettingsServices& services_;
