@@ -28,7 +28,7 @@ void AppLaunch::launch(const DesktopEntry& entry, const LaunchRequest& given) {
   if (tokenFor && request.activationToken.isEmpty()) request.activationToken = tokenFor(entry.id);
   if (entry.type == DesktopEntry::Type::Link) return start(entry, {u"xdg-open"_s, entry.url}, request);
   if (entry.type == DesktopEntry::Type::Directory)
-    throw DomainError::invalid(LaunchWords::tr("“%1” is no application.").arg(entry.name));
+    throw DomainError::invalid(LaunchWords::tr("“%1” is not an app.").arg(entry.name));
   if (!request.action.isEmpty() && !entry.action(request.action))
     throw DomainError::invalid(LaunchWords::tr("“%1” does not offer this any more.").arg(entry.name));
   if (!activate(entry, request)) run(entry, request);

@@ -148,7 +148,7 @@ ForeignEntry ForeignEntry::look(const QString& path, const QStringList& locales)
   const auto bytes = SmallFile::read(file.number(), kMostBytes);
   auto entry = bytes ? DesktopEntry::parse(*bytes, locales) : std::nullopt;
   if (!entry || entry->hidden) {
-    found.refusal = words(QT_TRANSLATE_NOOP("TrustedEntries", "“%1” is no application."), path);
+    found.refusal = words(QT_TRANSLATE_NOOP("TrustedEntries", "“%1” is not an app."), path);
     return found;
   }
   if (!canBeRead(*entry)) {
