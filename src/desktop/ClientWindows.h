@@ -21,6 +21,7 @@ struct ClientWindow {
   bool inTaskbar = true;  ///< False for windows that ask not to be listed: docks, desktops, tool windows.
   bool active = false;
   bool minimised = false;
+  bool maximised = false;  ///< In both directions.
   bool fullscreen = false;
   bool elsewhere = false;  ///< On another virtual desktop than the one that is shown.
   QStringList screens;     ///< The identities of the screens that show it.
