@@ -18,6 +18,7 @@ struct DeskOptions {
   QString lightStyle = QStringLiteral("lightGlass");  ///< The style while the desktop is light.
   QString darkStyle = QStringLiteral("darkGlass");
   QString magnification = QStringLiteral("little");  ///< Of tiles under the pointer: off, little or much.
+  QString dodge = QStringLiteral("off");  ///< What a hiding dock makes room for: off, any, active, maximised.
 
   static constexpr auto fields() {
     using D = DeskOptions;
@@ -26,7 +27,7 @@ struct DeskOptions {
                       field::defaulted("displayWindows", &D::displayWindows), field::defaulted("appKeys", &D::appKeys),
                       field::defaulted("contrast", &D::contrast), field::defaulted("styleFollows", &D::styleFollows),
                       field::defaulted("lightStyle", &D::lightStyle), field::defaulted("darkStyle", &D::darkStyle),
-                      field::defaulted("magnification", &D::magnification));
+                      field::defaulted("magnification", &D::magnification), field::defaulted("dodge", &D::dodge));
   }
   bool operator==(const DeskOptions&) const = default;
 };

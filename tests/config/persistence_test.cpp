@@ -58,6 +58,7 @@ TEST(Persistence, ReadsOlderDocuments) {
   desk.lightStyle = QStringLiteral("white");
   desk.darkStyle = QStringLiteral("black");
   desk.magnification = QStringLiteral("off");
+  desk.dodge = QStringLiteral("active");
   config.setDesk(desk);
   EXPECT_EQ(Persistence::decode(Persistence::encode(config)).desk(), desk);
   config.setDesk({});
