@@ -26,8 +26,8 @@ struct ClientWindow {
   bool elsewhere = false;  ///< On another virtual desktop than the one that is shown.
   QStringList screens;     ///< The identities of the screens that show it.
   bool dock = false;       ///< A bar or dock of the desktop.
-  /// Of a full-screen window or a dock, in desktop coordinates; empty for all others, and where the desktop does not
-  /// tell.
+  /// Of a full-screen window or a dock, and of every window while frames are watched: with its title bar, without its
+  /// shadow, in desktop coordinates. Empty for all others, and where the desktop does not tell.
   QRectF frame;
   bool urgent = false;  ///< Asks for attention.
 
@@ -42,7 +42,12 @@ class ClientWindows : public QObject {
   virtual Capability capability() const { return Capability::yes(); }
   /// Whether it reports which windows are on another virtual desktop.
   virtual Capability workspaces() const { return capability(); }
+  /// Whether it tells where windows are, and which are maximised.
+  virtual Capability frames() const { return capability(); }
   virtual QList<ClientWindow> all() const = 0;
+  /// Has the frames of all windows told, or only of those that `ClientWindow::frame` names first, as at the beginning.
+  /// What is known of them is in the list when this returns; nothing is emitted for it.
+  virtual void watchFrames(bool) {}
   virtual void activate(quint64 id) = 0;
   virtual void close(quint64 id) = 0;
   virtual void minimise(quint64 id) = 0;
@@ -52,6 +57,12 @@ class ClientWindows : public QObject {
  Q_SIGNALS:
   /// A window came or went, or a title, state or class changed. Emitted once for a burst of changes.
   void changed();
+  /// Nothing changed but where windows are.
+  void framesChanged();
+
+ protected:
+  /// Takes the windows that were found in place of those that were known, and emits what that changes.
+  void replace(QList<ClientWindow>& known, const QList<ClientWindow>& found);
 };
 
 }  // namespace tarnwick

@@ -1,4 +1,4 @@
-// The ports have no code of their own; this file gives their meta-objects a home.
+// The ports have hardly any code of their own; this file gives their meta-objects a home.
 #include "desktop/ClientWindows.h"
 #include "desktop/ContrastPreference.h"
 #include "desktop/Files.h"
@@ -11,3 +11,21 @@
 #include "desktop/SessionEvents.h"
 #include "desktop/Toggles.h"
 #include "desktop/Zones.h"
+
+namespace tarnwick {
+
+void ClientWindows::replace(QList<ClientWindow>& known, const QList<ClientWindow>& found) {
+  if (known == found) return;
+  const auto withoutFrames = [](QList<ClientWindow> windows) {
+    for (ClientWindow& window : windows) window.frame = {};
+    return windows;
+  };
+  const bool moved = withoutFrames(known) == withoutFrames(found);
+  known = found;
+  if (moved)
+    Q_EMIT framesChanged();
+  else
+    Q_EMIT changed();
+}
+
+}  // namespace tarnwick

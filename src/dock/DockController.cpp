@@ -45,7 +45,10 @@ DockController::DockController(AppStore& store, DockPorts ports, ContentFactory 
   connect(&store_, &AppStore::runningAppsChanged, this, [this] {
     if (store_.config().liveApps) refresh();
   });
-  if (ports_.windows) connect(ports_.windows, &ClientWindows::changed, this, &DockController::platformStateChanged);
+  if (ports_.windows) {
+    connect(ports_.windows, &ClientWindows::changed, this, &DockController::platformStateChanged);
+    connect(ports_.windows, &ClientWindows::framesChanged, this, &DockController::platformStateChanged);
+  }
   connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &DockController::followKeyboard);
   suppressor_.setNeedsApply([this] { refresh(); });
   platformStateChanged();
@@ -102,7 +105,7 @@ void DockController::shutdown() {
   transitionTimer_.reset();
   refreshWork_.reset();
   othersAreAtIt_.reset();
-  ports_.zones->watch({});
+  updateZones();
   try {
     suppressor_.restore();
   } catch (const DomainError& failure) {
@@ -348,10 +351,15 @@ void DockController::reserveSpace(Dock& dock) {
   const DockConfiguration& config = settings();
   const bool owns = config.layout == DockLayout::Fixed || config.layout == DockLayout::Replace;
   const bool top = standsOnTop(config);
-  const QRectF glass = DockPlacement::atRest(dock.frame, dock.geometry.scale, top);
+  const QRectF glass = restingGlass(dock);
   const double inner = top ? glass.bottom() - dock.screen.frame.top() : dock.screen.frame.bottom() - glass.top();
   const bool reserves = owns && config.desktopOptions().reserveSpace && mayShow_ && !manuallyHidden_;
   dock.panel->reserve(top ? Edge::Top : Edge::Bottom, reserves ? qCeil(inner) : 0);
+}
+
+/// In desktop coordinates, wherever it is seen now.
+QRectF DockController::restingGlass(const Dock& dock) {
+  return DockPlacement::atRest(dock.frame.marginsRemoved(dock.beside), dock.geometry.scale, dock.geometry.atTop);
 }
 
 void DockController::setShown(bool shown) {

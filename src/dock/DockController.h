@@ -16,6 +16,7 @@
 #include "dock/DockContent.h"
 #include "dock/NativeDockState.h"
 #include "dock/ShownRemarks.h"
+#include "dock/rules/DockDodge.h"
 #include "dock/rules/DockPlacement.h"
 #include "dock/rules/DockVisibility.h"
 
@@ -153,6 +154,7 @@ class DockController : public QObject {
   void place(Dock& dock);
   void applyShape(Dock& dock);
   void reserveSpace(Dock& dock);
+  static QRectF restingGlass(const Dock& dock);
   /// Puts the slot where the glass in it belongs, once its content has reported how wide that is. False if it is there.
   bool standClear(Dock& dock);
   void setShown(bool shown);
@@ -163,6 +165,8 @@ class DockController : public QObject {
   bool systemDockMoved() const;
   void platformStateChanged();
   bool isCovered(const Screen& screen) const;
+  DockDodge::Mode dodge() const;
+  bool isFree(const Dock& dock) const;
   QStringList updateCovered();
   DockVisibility::Surroundings surroundings(const Dock& dock) const;
   void setTransitionTimer(bool runs);

@@ -29,6 +29,23 @@ void DockController::updateZones() {
     }
   }
   ports_.zones->watch(requests);
+  // Where windows are costs something only while a dock asks for it.
+  const bool dodges = !manuallyHidden_ && !down_ && !docks_.empty() && dodge() != DockDodge::Mode::Off;
+  if (ports_.windows) ports_.windows->watchFrames(dodges);
+}
+
+/// Which windows docks make room for, where the layout hides them and the desktop tells where windows are.
+DockDodge::Mode DockController::dodge() const {
+  if (!ports_.windows || !DockVisibility::reveals(possibleLayout()) || !ports_.windows->frames()) {
+    return DockDodge::Mode::Off;
+  }
+  return DockDodge::named(store_.config().desk().dodge);
+}
+
+bool DockController::isFree(const Dock& dock) const {
+  const DockDodge::Mode mode = dodge();
+  return mode != DockDodge::Mode::Off &&
+         !DockDodge::covers(mode, ports_.windows->all(), restingGlass(dock), dock.screen.frame);
 }
 
 /// While the system's dock is out in our place, all of it counts as the edge; else ours would come back over it as soon
@@ -71,6 +88,7 @@ DockVisibility::Surroundings DockController::surroundings(const Dock& dock) cons
                        (hasOpenWindow && hasOpenWindow());
   around.showDelay = options.revealShowDelay;
   around.hideDelay = options.revealHideDelay;
+  around.free = isFree(dock);
   return around;
 }
 
@@ -144,7 +162,10 @@ void DockController::platformStateChanged() {
   }
   const bool moved = systemDockMoved();
   if (moved) updateZones();
-  if (std::exchange(fullscreen_, frames) != frames || moved) checkEdge();
+  const bool dodges = std::ranges::any_of(docks_, [this](const auto& each) {
+    return !each.second.covered && isFree(each.second) != each.second.visibility.free;
+  });
+  if (std::exchange(fullscreen_, frames) != frames || moved || dodges) checkEdge();
 }
 
 /// Without the delay: who presses at the edge has come for the dock.

@@ -293,6 +293,84 @@ TEST_F(DockControllerTest, ADockWithTheKeyboardStaysUntilTheUserTurnsAway) {
   EXPECT_TRUE(hasDone());
 }
 
+TEST_F(DockControllerTest, ADockMakesRoomOnlyForWindowsThatWouldCoverIt) {
+  constexpr QRectF clear{100, 100, 800, 500}, onIt{100, 100, 800, 690};
+  windows.open(1, u"editor"_s);
+  windows.move(1, onIt);
+  EXPECT_FALSE(windows.watchesFrames);
+  settle([](DockConfiguration& config) {
+    config.layout = DockLayout::RevealBottom;
+    DeskOptions desk;
+    desk.dodge = u"any"_s;
+    config.setDesk(desk);
+  });
+  const auto isOut = [this] { return controller.isVisible(u"A"_s); };
+  EXPECT_TRUE(windows.watchesFrames && !isOut());
+  windows.move(1, clear);
+  EXPECT_TRUE(isOut());
+  const qsizetype atRest = time.waiting();
+  windows.move(1, clear.translated(5, 5));
+  EXPECT_EQ(time.waiting(), atRest) << "nothing counts while nothing is in the way";
+  windows.move(1, onIt);
+  EXPECT_FALSE(isOut()) << "at once";
+  EXPECT_EQ(time.waiting(), atRest);
+
+  // With a window in the way it comes and goes as it always did.
+  zones.put(kAtTheBottom);
+  EXPECT_FALSE(isOut());
+  time.advance(0.2);
+  EXPECT_TRUE(isOut());
+  zones.put({true, false, false});
+  windows.move(1, clear);
+  windows.move(1, onIt);
+  EXPECT_TRUE(isOut()) << "the pointer is on it";
+  zones.put(kAway);
+  time.advance(0.6);
+  EXPECT_TRUE(isOut());
+  time.advance(0.15);
+  EXPECT_FALSE(isOut());
+
+  // What hides it all the same: a film, and the hand.
+  windows.windows.clear();
+  cover(true);
+  EXPECT_FALSE(isOut());
+  cover(false);
+  EXPECT_TRUE(isOut());
+  controller.toggle();
+  EXPECT_FALSE(windows.watchesFrames || isOut());
+  controller.toggle();
+  time.advance(DockController::kRefreshDelay);
+  EXPECT_TRUE(windows.watchesFrames && isOut());
+  useLayout(DockLayout::Fixed);
+  EXPECT_FALSE(windows.watchesFrames);
+  windows.tellsFrames = Capability::no(u"No frames."_s);
+  useLayout(DockLayout::RevealBottom);
+  time.advance(1);
+  EXPECT_FALSE(windows.watchesFrames || isOut()) << "as the layout alone has it";
+  windows.tellsFrames = Capability::yes();
+  controller.refresh();
+  time.advance(DockController::kRefreshDelay);
+  controller.shutdown();
+  EXPECT_FALSE(windows.watchesFrames);
+}
+
+TEST_F(DockControllerTest, EachDockMakesRoomForTheWindowsOverItAlone) {
+  screens.list << Screen{
+      .id = u"B"_s, .legacyId = {}, .name = u"Right"_s, .frame = {1000, 0, 1000, 800}, .usable = {1000, 0, 1000, 800}};
+  windows.open(1, u"editor"_s);
+  settle([](DockConfiguration& config) {
+    config.layout = DockLayout::RevealBottom;
+    config.display = u"all"_s;
+    DeskOptions desk;
+    desk.dodge = u"any"_s;
+    config.setDesk(desk);
+  });
+  windows.move(1, {1100, 100, 800, 690});
+  EXPECT_TRUE(controller.isVisible(u"A"_s) && !controller.isVisible(u"B"_s));
+  windows.move(1, {100, 100, 800, 690});
+  EXPECT_TRUE(!controller.isVisible(u"A"_s) && controller.isVisible(u"B"_s));
+}
+
 TEST_F(DockControllerTest, AFloatingDockIsMovedByTheHandAlone) {
   useLayout(DockLayout::Floating);
   const QPointF start = controller.frame(u"A"_s).topLeft();

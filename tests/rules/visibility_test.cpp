@@ -64,6 +64,26 @@ TEST(DockVisibility, FollowsTheTable) {
   half.hideDelay = 0.5;
   cases.push_back({"the delay is over", half, {true, {}, now - 0.5}, {false, {}, now - 0.5}, false});
   cases.push_back({"the delay is nearly over", half, {true, {}, now - 0.4375}, {true, {}, now - 0.4375}, true});
+  for (const DockLayout layout : {RevealBottom, RevealTop, ReplaceAutoHide}) {
+    const auto free = [layout](bool atEdge = false, bool interacting = false, bool covered = false) {
+      Around around = tarnwick::around(layout, atEdge, interacting, covered);
+      around.free = true;
+      return around;
+    };
+    const DockVisibility out{true, {}, {}, true};
+    const Around away = around(layout), use = around(layout, false, true);
+    const std::vector<Case> family = {
+        {"no window in the way", free(), hidden, out, false},
+        {"no window in the way any more", free(), odd, out, false},
+        {"no window in the way, at the edge", free(true, true), out, out, false},
+        {"no window but a film in the way", free(true, true, true), out, hidden, false},
+        {"a window came", away, out, hidden, false},
+        {"a window came over a dock in use", use, out, {true, {}, now}, false},
+        {"a window came while at the edge", around(layout, true), out, {false, now, {}}, true},
+        {"a window came while in use at the edge", around(layout, true, true), out, {true, now, now}, false},
+    };
+    cases.insert(cases.end(), family.begin(), family.end());
+  }
   for (const Case& c : cases) {
     const DockVisibility state = DockVisibility::next(c.old, c.around, now);
     EXPECT_EQ(state, c.expected) << c.name << ", layout " << static_cast<int>(c.around.layout);

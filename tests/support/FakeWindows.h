@@ -20,6 +20,13 @@ class FakeWindows final : public ClientWindows {
     Q_EMIT changed();
   }
   void minimise(quint64 id) override { minimised << id; }
+  Capability frames() const override { return tellsFrames; }
+  void watchFrames(bool watched) override { watchesFrames = watched; }
+  void move(quint64 id, const QRectF& frame) {
+    for (ClientWindow& window : windows)
+      if (window.id == id) window.frame = frame;
+    Q_EMIT framesChanged();
+  }
   void setIconGeometry(const QList<quint64>& ids, const QRectF& tile) override {
     for (const quint64 id : ids) tiles[id] = tile;
     ++placements;
@@ -34,6 +41,8 @@ class FakeWindows final : public ClientWindows {
   }
 
   QList<ClientWindow> windows;
+  Capability tellsFrames;
+  bool watchesFrames = false;
   QList<quint64> activated;
   QList<quint64> minimised;
   QHash<quint64, QRectF> tiles;  ///< By window: where its tile is said to be.

@@ -51,7 +51,11 @@ bool DockVisibility::atEdge(DockLayout layout, const PointerZones& zones) {
 DockVisibility DockVisibility::next(const DockVisibility& old, const Surroundings& around, double now) {
   if (around.covered) return {};
   if (reveals(around.layout)) {
-    return around.atEdge ? revealedAtEdge(old, around, now) : revealedAwayFromEdge(old, around, now);
+    if (around.free) return {true, {}, {}, true};
+    // The delay is for a pointer that leaves; a window that comes finds the place empty.
+    DockVisibility state = old.free && !around.interacting ? DockVisibility() : old;
+    state.free = false;
+    return around.atEdge ? revealedAtEdge(state, around, now) : revealedAwayFromEdge(state, around, now);
   }
   DockVisibility state = old;
   state.visible = around.layout != DockLayout::Swap || !around.atEdge;
@@ -59,7 +63,7 @@ DockVisibility DockVisibility::next(const DockVisibility& old, const Surrounding
 }
 
 bool DockVisibility::needsTimer(const Surroundings& around) const {
-  if (around.covered || !reveals(around.layout)) return false;
+  if (around.covered || around.free || !reveals(around.layout)) return false;
   return around.atEdge ? !visible : visible && !around.interacting;
 }
 

@@ -18,11 +18,13 @@ struct DockVisibility {
     bool interacting = false;  ///< The pointer is over the dock, or a window of the program that belongs to it is open.
     double showDelay = 0;      ///< Seconds at the edge until a hidden dock comes.
     double hideDelay = 0;      ///< Seconds after the last interaction until it goes.
+    bool free = false;         ///< The dock makes room for windows, and none covers its place.
   };
 
   bool visible = false;
   std::optional<double> edgeSince;        ///< When the pointer reached the edge.
   std::optional<double> lastInteraction;  ///< When the dock was last in use.
+  bool free = false;                      ///< It is out because no window covers its place.
 
   /// Whether a layout hides its dock until the pointer reaches the edge and hides it again after a while.
   static bool reveals(DockLayout layout);
