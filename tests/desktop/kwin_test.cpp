@@ -42,6 +42,9 @@ TEST_F(KWinShell, ListsWindowsOfOthersAndActsOnThem) {
   EXPECT_GT(one.pid, 0);
   EXPECT_EQ(one.screens, QStringList(screens.mainId()));
   EXPECT_EQ(find(u"second"_s).frame, QRectF(desk.display(0)));
+  EXPECT_TRUE(one.frame.isEmpty());
+  windows.watchFrames(true);
+  EXPECT_TRUE(QRectF(desk.display(0)).intersects(find(u"first"_s).frame));
 
   windows.minimise(one.id);
   EXPECT_TRUE(comesTrue([&] { return find(u"first"_s).minimised; }));

@@ -166,6 +166,7 @@ TEST(WaylandClientWindows, ListsWindowsAndGivesThemOrders) {
   Desk desk;
   WaylandClientWindows windows(desk.session, desk.screens, &desk.panels);
   EXPECT_TRUE(windows.capability().available);
+  EXPECT_FALSE(windows.frames().reason.isEmpty());
   auto first = desk.sway.terminal(u"first"_s);
   auto second = desk.sway.terminal(u"second"_s);
   ASSERT_TRUE(VirtualDisplay::waitUntil(

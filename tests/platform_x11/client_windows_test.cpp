@@ -69,6 +69,42 @@ TEST_F(X11ClientWindowsTest, FollowARealProgram) {
   windows.activate(all[0].id);  // An identity of the past asks nobody.
 }
 
+TEST_F(X11ClientWindowsTest, TellWhereAllWindowsAreOnlyWhileAskedTo) {
+  ForeignWindow window(desk.display, QRect(100, 100, 200, 100));
+  window.setText("_NET_WM_NAME", "UTF8_STRING", "plain");
+  ASSERT_TRUE(window.show());
+  const auto isAt = [&](const QRectF& place) {
+    return becomes(u"plain"_s, [&](const ClientWindow& one) { return one.frame == place; });
+  };
+  ASSERT_TRUE(becomes(u"plain"_s, [](const ClientWindow& one) { return one.active; }));
+  EXPECT_TRUE(find(u"plain"_s)->frame.isEmpty());
+  windows.watchFrames(true);
+  EXPECT_TRUE(isAt(QRectF(100, 100, 200, 100)));
+
+  const QSignalSpy changes(&windows, &ClientWindows::changed), moves(&windows, &ClientWindows::framesChanged);
+  window.moveTo({300, 500});
+  EXPECT_TRUE(isAt(QRectF(300, 500, 200, 100)));
+  EXPECT_GT(moves.size(), 0);
+  // Left, right, top, bottom.
+  window.setWords("_GTK_FRAME_EXTENTS", "CARDINAL", {10, 12, 14, 16});
+  EXPECT_TRUE(isAt(QRectF(310, 514, 178, 70))) << "without its shadow";
+  window.setWords("_GTK_FRAME_EXTENTS", "CARDINAL", {10, 12, 14, 0xFFFFFFFF});
+  EXPECT_TRUE(isAt(QRectF(300, 500, 200, 100))) << "what makes no sense";
+  EXPECT_EQ(changes.size(), 0) << "nothing else changed";
+  window.addState("_NET_WM_STATE_MAXIMIZED_VERT");
+  window.addState("_NET_WM_STATE_MAXIMIZED_HORZ");
+  EXPECT_TRUE(becomes(u"plain"_s, [](const ClientWindow& one) { return one.maximised; }));
+  windows.watchFrames(false);
+  EXPECT_TRUE(find(u"plain"_s)->frame.isEmpty());
+
+  windows.watchFrames(true);
+  const auto framed = ChildProcess::start({u"xterm"_s, u"-T"_s, u"framed"_s, u"-geometry"_s, u"40x10+50+50"_s});
+  EXPECT_TRUE(becomes(u"framed"_s, [&](const ClientWindow& one) {
+    const QRectF inner = desk.display.frame(static_cast<xcb_window_t>(one.id));
+    return !inner.isEmpty() && one.frame.contains(inner) && one.frame.height() > inner.height() + 5;
+  })) << "with its title bar";
+}
+
 TEST_F(X11ClientWindowsTest, ReadWhatAWindowSaysOfItself) {
   ForeignWindow window(desk.display, QRect(100, 100, 200, 100));
   window.setText("_NET_WM_NAME", "UTF8_STRING", "plain");

@@ -47,6 +47,12 @@ bool ForeignWindow::show() {
   });
 }
 
+void ForeignWindow::moveTo(QPoint corner) {
+  const std::array<qint32, 2> values{corner.x(), corner.y()};
+  xcb_configure_window(display_.connection(), window_, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, values.data());
+  xcb_flush(display_.connection());
+}
+
 void ForeignWindow::addState(const char* first, const char* second) {
   xcb_client_message_event_t message{};
   message.response_type = XCB_CLIENT_MESSAGE;

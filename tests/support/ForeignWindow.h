@@ -23,6 +23,8 @@ class ForeignWindow {
   bool show();
   /// Asks the window manager to add a state of _NET_WM_STATE.
   void addState(const char* first, const char* second = nullptr);
+  /// Asks the window manager to move it.
+  void moveTo(QPoint corner);
   QRect frame() const { return display_.frame(window_); }
   /// Presses of a button that reached it so far.
   int clicks() { return display_.clicksOn(window_); }

@@ -71,9 +71,10 @@ class PlasmaClientWindows::Window {
     for (const Screen& screen : screens) {
       if (screen.frame.intersects(frame_)) window.screens.append(screen.id);
     }
-    if (window.fullscreen) window.frame = frame_;
+    window.frame = toldFrame();
     return window;
   }
+  QRectF toldFrame() const { return window_.fullscreen || owner_.tellsFrames_ ? frame_ : QRectF(); }
 
  private:
   static Window& of(void* data) { return *static_cast<Window*>(data); }
@@ -82,6 +83,7 @@ class PlasmaClientWindows::Window {
     const auto has = [flags](quint32 state) { return (flags & state) != 0; };
     window_.active = has(ORG_KDE_PLASMA_WINDOW_MANAGEMENT_STATE_ACTIVE);
     window_.minimised = has(ORG_KDE_PLASMA_WINDOW_MANAGEMENT_STATE_MINIMIZED);
+    window_.maximised = has(ORG_KDE_PLASMA_WINDOW_MANAGEMENT_STATE_MAXIMIZED);
     window_.fullscreen = has(ORG_KDE_PLASMA_WINDOW_MANAGEMENT_STATE_FULLSCREEN);
     window_.urgent = has(ORG_KDE_PLASMA_WINDOW_MANAGEMENT_STATE_DEMANDS_ATTENTION);
     window_.inTaskbar = !has(ORG_KDE_PLASMA_WINDOW_MANAGEMENT_STATE_SKIPTASKBAR);
@@ -167,6 +169,14 @@ void PlasmaClientWindows::publishLater() {
   QMetaObject::invokeMethod(this, &PlasmaClientWindows::publish, Qt::QueuedConnection);
 }
 
+void PlasmaClientWindows::watchFrames(bool watched) {
+  if (std::exchange(tellsFrames_, watched) == watched) return;
+  for (ClientWindow& window : windows_) {
+    const auto found = std::ranges::find(known_, window.id, [](const auto& one) { return one->id(); });
+    if (found != known_.end()) window.frame = (*found)->toldFrame();
+  }
+}
+
 void PlasmaClientWindows::publish() {
   isPublishing_ = false;
   QList<ClientWindow> windows;
@@ -175,7 +185,7 @@ void PlasmaClientWindows::publish() {
     const ClientWindow window = one->window(screens, desktops_);
     if (one->isKnown() && window.pid != QCoreApplication::applicationPid()) windows.append(window);
   }
-  if (std::exchange(windows_, windows) != windows) Q_EMIT changed();
+  replace(windows_, windows);
 }
 
 }  // namespace tarnwick

@@ -20,6 +20,7 @@ class PlasmaClientWindows final : public ClientWindows {
   ~PlasmaClientWindows() override;
 
   QList<ClientWindow> all() const override { return windows_; }
+  void watchFrames(bool watched) override;
   void activate(quint64 id) override;
   void close(quint64 id) override;
   void minimise(quint64 id) override;
@@ -43,6 +44,7 @@ class PlasmaClientWindows final : public ClientWindows {
   quint64 latest_ = 0;
   QList<ClientWindow> windows_;
   bool isPublishing_ = false;
+  bool tellsFrames_ = false;  ///< Of all windows.
 };
 
 }  // namespace tarnwick

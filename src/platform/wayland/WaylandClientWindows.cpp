@@ -103,6 +103,11 @@ Capability WaylandClientWindows::workspaces() const {
   return Capability::no(tr("This desktop does not let apps see which workspace a window is on."));
 }
 
+Capability WaylandClientWindows::frames() const {
+  if (!manager_) return capability();
+  return Capability::no(tr("This desktop does not tell other programs where windows are."));
+}
+
 void WaylandClientWindows::activate(quint64 id) {
   if (auto* window = handle(id); window && session_.seat()) {
     zwlr_foreign_toplevel_handle_v1_activate(window, session_.seat());

@@ -36,6 +36,11 @@ X11ClientWindows::X11ClientWindows(X11Events& events, const X11Screens& screens)
   refresh();
 }
 
+void X11ClientWindows::watchFrames(bool watched) {
+  if (std::exchange(tellsFrames_, watched) == watched) return;
+  for (ClientWindow& window : windows_) window.frame = toldFrame(known_[static_cast<xcb_window_t>(window.id)]);
+}
+
 void X11ClientWindows::activate(quint64 id) {
   ask(id, X11Atom::NetActiveWindow, {kFromPager, events_.userTime(), XCB_WINDOW_NONE, 0, 0});
 }
@@ -93,7 +98,7 @@ void X11ClientWindows::refresh() {
   for (X11WindowReader& reader : readers) {
     X11WindowReader::Answer answer = reader.read();
     answer.window.sandboxId = sandboxOf(answer.window.pid);
-    known_[reader.window()] = {.window = answer.window, .frame = answer.frame, .desktop = answer.desktop};
+    known_[reader.window()] = {answer.window, answer.frame, answer.outline, answer.desktop};
   }
   sandboxes_.removeIf([&](const auto& entry) {
     return std::ranges::none_of(known_, [&](const Known& one) { return one.window.pid == entry.key(); });
@@ -117,12 +122,18 @@ void X11ClientWindows::publish(xcb_window_t active, quint32 desktop) {
     one.active = window == active;
     one.elsewhere = known.desktop != kAllDesktops && known.desktop != desktop;
     one.screens = screens_.showing(known.frame);
-    const bool tells = one.fullscreen || one.dock;
-    const auto native = tells ? screens_.nativeOf(known.frame) : std::nullopt;
-    one.frame = native ? native->toDesktop(known.frame) : QRectF();
+    one.frame = toldFrame(known);
     windows.append(one);
   }
-  if (std::exchange(windows_, windows) != windows) Q_EMIT changed();
+  replace(windows_, windows);
+}
+
+QRectF X11ClientWindows::toldFrame(const Known& known) const {
+  const bool isBare = known.window.fullscreen || known.window.dock;
+  if (!isBare && !tellsFrames_) return {};
+  const QRect& frame = isBare ? known.frame : known.outline;
+  const auto native = screens_.nativeOf(frame);
+  return native ? native->toDesktop(frame) : QRectF();
 }
 
 }  // namespace tarnwick

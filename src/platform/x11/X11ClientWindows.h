@@ -18,6 +18,7 @@ class X11ClientWindows final : public ClientWindows {
   X11ClientWindows(X11Events& events, const X11Screens& screens);
 
   QList<ClientWindow> all() const override { return windows_; }
+  void watchFrames(bool watched) override;
   void activate(quint64 id) override;
   void close(quint64 id) override;
   void minimise(quint64 id) override;
@@ -27,6 +28,7 @@ class X11ClientWindows final : public ClientWindows {
   struct Known {
     ClientWindow window;
     QRect frame;
+    QRect outline;
     quint32 desktop = 0;
   };
 
@@ -35,6 +37,7 @@ class X11ClientWindows final : public ClientWindows {
   void refresh();
   QString sandboxOf(qint64 pid);
   void publish(xcb_window_t active, quint32 desktop);
+  QRectF toldFrame(const Known& known) const;
 
   X11Events& events_;
   const X11Screens& screens_;
@@ -45,6 +48,7 @@ class X11ClientWindows final : public ClientWindows {
   QHash<xcb_window_t, QRect> tiles_;  ///< What was reported of each, in root pixels.
   QList<ClientWindow> windows_;
   bool isRefreshing_ = false;
+  bool tellsFrames_ = false;  ///< Of all windows.
 };
 
 }  // namespace tarnwick

@@ -8,9 +8,19 @@ namespace tarnwick {
 namespace {
 
 constexpr quint32 kUrgencyHint = 1 << 8;
+/// Wider is no frame and no shadow.
+constexpr quint32 kMostAround = 1000;
 
 PropertyRequest ask(const X11Events& events, xcb_window_t window, X11Atom name) {
   return {events.connection(), window, events.atom(name)};
+}
+
+/// What a property with the widths of four sides says.
+QMargins sides(PropertyRequest& request) {
+  const QList<quint32> words = request.words();
+  if (words.size() != 4 || std::ranges::any_of(words, [](quint32 word) { return word > kMostAround; })) return {};
+  const auto side = [&words](qsizetype index) { return static_cast<int>(words[index]); };
+  return {side(0), side(2), side(1), side(3)};  // Left, right, top and bottom, as they are told.
 }
 
 // Some programs give a path, some the file's name, some its id.
@@ -37,6 +47,8 @@ X11WindowReader::X11WindowReader(const X11Events& events, xcb_window_t window)
       bamfFile_(ask(events, window, X11Atom::BamfDesktopFile)),
       desktop_(ask(events, window, X11Atom::NetWmDesktop)),
       hints_(events.connection(), window, XCB_ATOM_WM_HINTS),
+      decoration_(ask(events, window, X11Atom::NetFrameExtents)),
+      shadow_(ask(events, window, X11Atom::GtkFrameExtents)),
       geometry_(xcb_get_geometry(events.connection(), window)),
       place_(xcb_translate_coordinates(events.connection(), window, events.root(), 0, 0)) {}
 
@@ -55,6 +67,8 @@ X11WindowReader::X11WindowReader(X11WindowReader&& other) noexcept
       bamfFile_(std::move(other.bamfFile_)),
       desktop_(std::move(other.desktop_)),
       hints_(std::move(other.hints_)),
+      decoration_(std::move(other.decoration_)),
+      shadow_(std::move(other.shadow_)),
       geometry_(other.geometry_),
       place_(other.place_),
       isPending_(std::exchange(other.isPending_, false)) {}
@@ -69,7 +83,8 @@ bool X11WindowReader::reads(const X11Events& events, xcb_atom_t property) {
   constexpr X11Atom kRead[] = {X11Atom::NetWmName,       X11Atom::WmName,           X11Atom::WmClass,
                                X11Atom::NetWmPid,        X11Atom::WmClientMachine,  X11Atom::NetWmState,
                                X11Atom::NetWmWindowType, X11Atom::GtkApplicationId, X11Atom::KdeDesktopFile,
-                               X11Atom::BamfDesktopFile, X11Atom::NetWmDesktop};
+                               X11Atom::BamfDesktopFile, X11Atom::NetWmDesktop,     X11Atom::NetFrameExtents,
+                               X11Atom::GtkFrameExtents};
   return property == XCB_ATOM_WM_HINTS ||
          std::ranges::any_of(kRead, [&](X11Atom name) { return events.atom(name) == property; });
 }
@@ -86,10 +101,12 @@ X11WindowReader::Answer X11WindowReader::read() {
   const auto has = [&](X11Atom state) { return states.contains(events_->atom(state)); };
   window.inTaskbar = isListed(states);
   window.minimised = has(X11Atom::NetWmStateHidden) && !has(X11Atom::NetWmStateShaded);
+  window.maximised = has(X11Atom::NetWmStateMaximizedVert) && has(X11Atom::NetWmStateMaximizedHorz);
   window.fullscreen = has(X11Atom::NetWmStateFullscreen);
   window.dock = types_.word(XCB_ATOM_NONE) == events_->atom(X11Atom::NetWmWindowTypeDock);
   window.urgent = (hints_.word() & kUrgencyHint) != 0 || has(X11Atom::NetWmStateDemandsAttention);
   answer.frame = frame();
+  answer.outline = answer.frame.marginsAdded(sides(decoration_)).marginsRemoved(sides(shadow_));
   answer.desktop = desktop_.word(kAllDesktops);
   return answer;
 }

@@ -17,6 +17,7 @@ class X11WindowReader {
   struct Answer {
     ClientWindow window;  ///< Without `active`, `screens`, `frame`, `elsewhere` and `sandboxId`.
     QRect frame;          ///< Root pixels, without what the window manager draws around it.
+    QRect outline;        ///< The same with that, and without a shadow that the window itself draws.
     quint32 desktop = 0;  ///< Of the window manager's; all bits set for a window on all of them.
   };
 
@@ -40,7 +41,7 @@ class X11WindowReader {
   const X11Events* events_;
   xcb_window_t window_;
   PropertyRequest visibleName_, name_, class_, pid_, machine_, states_, types_, gtkId_, kdeFile_, bamfFile_, desktop_,
-      hints_;
+      hints_, decoration_, shadow_;
   xcb_get_geometry_cookie_t geometry_;
   xcb_translate_coordinates_cookie_t place_;
   bool isPending_ = true;
