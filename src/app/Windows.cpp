@@ -199,6 +199,7 @@ DesktopAbilities Windows::abilities() const {
   found.feelsOnePixelOnly = services_.zones.feelsOnePixelOnly();
   found.windows = services_.windows.capability();
   found.workspaces = services_.windows.workspaces();
+  found.frames = services_.windows.frames();
   found.keys = delegate_.keys().capability();
   found.unaskedKeys = delegate_.keys().unasked();
   if (options.dockShortcutEnabled) found.dockKey = VirtualKeys::text(options.shortcutKey, options.shortcutModifiers);

@@ -56,6 +56,7 @@ TEST_F(SettingsPagesTest, ALayoutShowsTheRowsThatItUses) {
     EXPECT_EQ(config().layout, each.layout);
     EXPECT_EQ(sees("Show delay"), each.delays);
     EXPECT_EQ(sees("Hide delay"), each.delays);
+    EXPECT_EQ(sees("Hide only when a window would be covered"), each.delays);
     EXPECT_EQ(sees("Trigger area"), each.trigger);
     EXPECT_EQ(sees("Screen edge"), each.edge);
     EXPECT_EQ(sees("Alignment"), each.alignment);
@@ -72,6 +73,17 @@ TEST_F(SettingsPagesTest, TheTriggerAreaSaysWhereItIsOnePixelWhateverIsSet) {
   const auto* slider = control<Slider>("Trigger area");
   ASSERT_TRUE(slider);
   EXPECT_EQ(slider->accessibleDescription(), u"On this desktop the pointer must reach the last pixel of the screen."_s);
+}
+
+TEST_F(SettingsPagesTest, ADockMakesRoomForWindowsWhereTheDesktopTellsWhereTheyAre) {
+  constexpr const char* name = "Hide only when a window would be covered";
+  store().edit([](DockConfiguration& config) { config.layout = DockLayout::RevealTop; });
+  turnTo("layout");
+  auto* choice = control<DropDown>(name);
+  ASSERT_TRUE(choice && choice->isEnabled());
+  EXPECT_EQ(choice->chosenValue(), u"off"_s);
+  Q_EMIT choice->valueChosen(u"active"_s);
+  EXPECT_EQ(config().desk().dodge, u"active"_s);
 }
 
 TEST_F(SettingsPagesTest, SlidersGoOverTheirWholeRangeAndStoreAtOnce) {

@@ -16,6 +16,7 @@
 #include "views/controls/Switch.h"
 #include "views/settings/OrderList.h"
 #include "views/settings/StyleCard.h"
+#include "views/window/DropDown.h"
 #include "views/window/LayoutCard.h"
 #include "views/window/SideList.h"
 
@@ -85,6 +86,21 @@ TEST_F(SettingsWindowTest, EverySectionHasAHeadingAndNamesEveryControl) {
         }
     }
   }
+}
+
+TEST_F(SettingsWindowTest, WhereNobodyTellsWhereWindowsAreTheRowSaysSoAlsoAfterASearch) {
+  abilities.frames = Capability::no(u"Nobody tells."_s);
+  store().edit([](DockConfiguration& config) { config.layout = DockLayout::Fixed; });
+  turnTo("layout");
+  search(u"dodge"_s);
+  const auto says = [this] { return control<DropDown>("Hide only when a window would be covered"); };
+  ASSERT_TRUE(says());
+  EXPECT_TRUE(says()->accessibleDescription().startsWith(u"Only for "_s));
+  search({});
+  store().edit([](DockConfiguration& config) { config.layout = DockLayout::RevealBottom; });
+  ASSERT_TRUE(says());
+  EXPECT_EQ(says()->accessibleDescription(), u"Nobody tells."_s);
+  EXPECT_FALSE(says()->isEnabled());
 }
 
 TEST_F(SettingsWindowTest, ASearchLeavesWhatMatchesAndTellsWhereItIs) {

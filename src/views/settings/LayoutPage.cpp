@@ -28,6 +28,12 @@ constexpr auto kEdges = std::to_array<SettingChoice>({
     {QT_TRANSLATE_NOOP("Settings", "Bottom"), "bottom"},
     {QT_TRANSLATE_NOOP("Settings", "Top"), "top"},
 });
+constexpr auto kDodged = std::to_array<SettingChoice>({
+    {QT_TRANSLATE_NOOP("Settings", "Off"), "off"},
+    {QT_TRANSLATE_NOOP("Settings", "Any window"), "any"},
+    {QT_TRANSLATE_NOOP("Settings", "The active window"), "active"},
+    {QT_TRANSLATE_NOOP("Settings", "A maximised window"), "maximised"},
+});
 constexpr auto kAlignments = std::to_array<SettingChoice>({
     {QT_TRANSLATE_NOOP("Settings", "Left"), "left"},
     {QT_TRANSLATE_NOOP("Settings", "Center"), "center"},
@@ -113,6 +119,13 @@ class LayoutPage final : public SettingsPage {
                          QT_TRANSLATE_NOOP("Settings", "How long the dock stays visible after the pointer leaves it.")},
                         settingField(&DesktopOptions::revealHideDelay), hide),
               reveals);
+    FormRow* dodge = addDropDown(card,
+                                 {QT_TRANSLATE_NOOP("Settings", "Hide only when a window would be covered"),
+                                  QT_TRANSLATE_NOOP("Settings", "The dock stays visible until a window covers its place."),
+                                  QT_TRANSLATE_NOOP("Settings", "dodge overlap intelligent")},
+                                 settingField(&DeskOptions::dodge), kDodged);
+    showWhile(dodge, reveals);
+    needs(dodge, services_.abilities().frames);
     const char* felt =
         services_.abilities().feelsOnePixelOnly
             ? QT_TRANSLATE_NOOP("Settings", "On this desktop the pointer must reach the last pixel of the screen.")

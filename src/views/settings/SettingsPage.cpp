@@ -141,6 +141,13 @@ void SettingsPage::showWhile(QWidget* row, std::function<bool(const DockConfigur
   row->setVisible(at->applies(store_.config()) && isFound(*at));
 }
 
+void SettingsPage::needs(FormRow* row, const Capability& ability) {
+  const auto at = std::ranges::find(rows_, row, &Row::widget);
+  if (at == rows_.end()) return;
+  at->lacking = at->unavailable = ability.reason;
+  row->setUnavailable(ability.reason);
+}
+
 void SettingsPage::refresh() {
   isLate_ = !isVisible();
   if (isLate_) return;
@@ -177,9 +184,9 @@ void SettingsPage::arrange() {
     const bool applies = !row.applies || row.applies(store_.config());
     auto* form = qobject_cast<FormRow*>(row.widget);
     const QString why = form && !applies && !search_.isEmpty() && matches(row) ? whatItIsFor(row) : QString();
-    if (why != row.unavailable) {
-      row.unavailable = why;
-      form->setUnavailable(why);
+    if (const QString& said = why.isEmpty() ? row.lacking : why; said != row.unavailable) {
+      row.unavailable = said;
+      form->setUnavailable(said);
     }
     const bool shown = applies ? isFound(row) : !why.isEmpty();
     if (shown == row.widget->isHidden()) row.widget->setVisible(shown);

@@ -4,6 +4,7 @@
 #include <functional>
 #include <span>
 
+#include "desktop/Capability.h"
 #include "store/UndoableEdits.h"
 #include "views/settings/SettingField.h"
 #include "views/window/Cards.h"
@@ -70,6 +71,8 @@ class SettingsPage : public CardPage {
   /// it is for: `otherwise`, else the layouts under which it applies.
   void showWhile(QWidget* row, std::function<bool(const DockConfiguration& config)> applies,
                  const QString& otherwise = {});
+  /// Without what the row needs of the desktop it is out of use and says why, also beside a search.
+  void needs(FormRow* row, const Capability& ability);
 
   /// Leaves the rows that match; an empty search shows all again. Gives how many are left.
   int search(const QString& words);
@@ -85,6 +88,7 @@ class SettingsPage : public CardPage {
     QString words{};  ///< Of a row of another shape.
     std::function<bool(const DockConfiguration&)> applies{};
     QString otherwise{};
+    QString lacking{};      ///< What the desktop has not got for it.
     QString unavailable{};  ///< What it says now of why it is out of use.
   };
 

@@ -18,6 +18,8 @@ struct DesktopAbilities {
   Capability windows;
   /// Whether windows are known by their virtual desktop.
   Capability workspaces;
+  /// Whether the desktop tells where windows are.
+  Capability frames;
   Capability keys;
   /// Whether the program may take keys that nobody chose.
   Capability unaskedKeys;
