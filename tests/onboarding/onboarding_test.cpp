@@ -121,6 +121,41 @@ TEST_F(OnboardingTest, ALayoutIsChosenByPointerOrArrowsAndHoldsAtOnce) {
   delete window;
 }
 
+TEST_F(OnboardingTest, ADockThatIsAlwaysThereKeepsItsPlaceFree) {
+  const auto keeps = [this] { return store().config().desktopOptions().reserveSpace; };
+  const auto begin = [this](DockLayout layout) {
+    store().edit([layout](DockConfiguration& config) {
+      config.onboardingComplete = false;
+      config.layout = layout;
+      config.desktop.reserveSpace = false;
+    });
+    return std::unique_ptr<OnboardingWindow>(open(1));
+  };
+  {
+    const auto window = begin(DockLayout::Swap);
+    QTest::mouseClick(card(window.get(), DockLayout::Replace), Qt::LeftButton);
+    EXPECT_FALSE(keeps());
+    QTest::mouseClick(card(window.get(), DockLayout::Fixed), Qt::LeftButton);
+    EXPECT_TRUE(keeps());
+  }
+  {
+    const auto window = begin(DockLayout::Fixed);
+    EXPECT_FALSE(keeps()) << "nothing is chosen yet";
+    button(window.get(), u"Continue"_s)->click();
+    EXPECT_TRUE(keeps());
+  }
+  {
+    const auto window = begin(DockLayout::Floating);
+    button(window.get(), u"Continue"_s)->click();
+    EXPECT_FALSE(keeps());
+  }
+  // Later than that it is the user's own affair.
+  const auto window = begin(DockLayout::Fixed);
+  store().edit([](DockConfiguration& config) { config.onboardingComplete = true; });
+  button(window.get(), u"Continue"_s)->click();
+  EXPECT_FALSE(keeps());
+}
+
 /// What pressing one of the buttons of a window led to.
 struct Outcome {
   DockConfiguration config;

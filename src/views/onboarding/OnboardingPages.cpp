@@ -156,6 +156,11 @@ QWidget* makeWelcomePage() {
   return page;
 }
 
+void chooseLayout(DockConfiguration& config, DockLayout layout) {
+  config.layout = layout;
+  if (layout == DockLayout::Fixed) config.desktop.reserveSpace = true;
+}
+
 QWidget* makeLayoutPage(AppStore& store, const OnboardingServices& services) {
   auto* page = new QWidget;
   const Capability edges = services.abilities().edges;
@@ -174,7 +179,7 @@ QWidget* makeLayoutPage(AppStore& store, const OnboardingServices& services) {
     grid->add(card);
     cardWidth = card->sizeHint().width();
     QObject::connect(card, &LayoutCard::chosen, page, [&edits = services.edits](DockLayout chosen) {
-      edits.change([chosen](DockConfiguration& config) { config.layout = chosen; });
+      edits.change([chosen](DockConfiguration& config) { chooseLayout(config, chosen); });
     });
     const auto show = [card, &store] { card->setChosen(store.config().layout == card->layout()); };
     QObject::connect(&store, &AppStore::configChanged, card, show);

@@ -2,6 +2,7 @@
 
 #include <QWidget>
 
+#include "config/DockLayout.h"
 #include "views/onboarding/OnboardingWindow.h"
 
 class QVBoxLayout;
@@ -9,6 +10,10 @@ class QVBoxLayout;
 namespace tarnwick {
 
 class AppStore;
+struct DockConfiguration;
+
+/// What a new user's choice of a layout means: a dock that is always there keeps its place free of maximised windows.
+void chooseLayout(DockConfiguration& config, DockLayout layout);
 
 /// The pages of the first run, in their order. Each is a column below the program's picture, a heading and a sentence.
 QWidget* makeWelcomePage();

@@ -28,6 +28,7 @@ constexpr int kBackWidth = 61;
 constexpr int kDot = 6;
 constexpr int kDotGap = 6;
 constexpr int kChosenDot = 18;
+constexpr int kLayoutPage = 1;
 
 }  // namespace
 
@@ -121,7 +122,7 @@ QWidget* OnboardingWindow::makePage(int page) {
   switch (page) {
     case 0:
       return makeWelcomePage();
-    case 1:
+    case kLayoutPage:
       return makeLayoutPage(store_, services_);
     case 2:
       return makeDesktopPage(store_, services_);
@@ -146,6 +147,9 @@ void OnboardingWindow::turnTo(int page) {
 }
 
 void OnboardingWindow::goOn() {
+  // Whoever goes on with the layout that is chosen already chooses it.
+  if (page() == kLayoutPage && !store_.config().onboardingComplete)
+    store_.edit([](DockConfiguration& config) { chooseLayout(config, config.layout); });
   if (page() + 1 < kPages) return turnTo(page() + 1);
   store_.edit([](DockConfiguration& config) { config.onboardingComplete = true; });
   close();

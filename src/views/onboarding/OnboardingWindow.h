@@ -5,8 +5,8 @@
 
 #include "store/Commands.h"
 #include "store/UndoableEdits.h"
-#include "views/window/DesktopAbilities.h"
 #include "views/window/AppWindow.h"
+#include "views/window/DesktopAbilities.h"
 
 class QStackedWidget;
 
