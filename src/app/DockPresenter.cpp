@@ -40,7 +40,8 @@ DockPresenter::DockPresenter(AppStore& store, const Services& services, Commands
                [this](const QString& display) { return opensDownwards(display); }}),
       menuHost_(store, menus_, dock_, docks_, panels_),
       questions_(store, dock_, docks_, menuHost_, panels_),
-      dock_(store, portsOf(services, setup_), [this](const QString& display) { return makeContent(display); }) {
+      dock_(store, portsOf(services, setup_), [this](const QString& display) { return makeContent(display); }),
+      calls_(store, services.hints, services.installedApps, [this] { return dock_.displays(); }) {
   drops_.sendNearby = setup_.sendNearby;
   guardStrangeEntries();
   connectContents();
@@ -102,6 +103,7 @@ void DockPresenter::connectDocks() {
     menuHost_.closeOn(display);
     panels_.closeOn(display);
   });
+  connect(&calls_, &AttentionCalls::called, &dock_, &DockController::peep);
   connect(&panels_, &PanelHost::openChanged, this, [this](const QString& display, const QUuid& widget) {
     markOpen(display, widget);
     dock_.checkEdge();

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 
+#include "app/AttentionCalls.h"
 #include "app/DesktopTileServices.h"
 #include "app/DockBubble.h"
 #include "app/DockCommands.h"
@@ -144,6 +145,7 @@ class DockPresenter final : public QObject, private DockHost {
   DockMenuHost menuHost_;
   DockQuestions questions_;
   DockController dock_;
+  AttentionCalls calls_;
   std::unique_ptr<MessageLine> message_;
   std::unique_ptr<DockBubble> bubble_;
   quint64 bubbleEntry_ = 0;

@@ -33,6 +33,7 @@ struct RunningApp {
   QList<quint64> windows;              ///< The most recently active first.
   QHash<quint64, WindowPlace> places;  ///< By window.
   bool active = false;                 ///< Whether one of its windows is the active one.
+  bool urgent = false;                 ///< Whether one of its windows asks for attention.
 
   /// The windows that are in a scope, in the same order. One that nothing is known of is in every scope, and a
   /// minimised one on every display.

@@ -116,6 +116,7 @@ QList<RunningApplications::Group> RunningApplications::groups(const QList<Client
     app.windows.prepend(window.id);
     app.places.insert(window.id, {window.elsewhere, window.minimised ? QStringList() : window.screens});
     app.active = app.active || window.active;
+    app.urgent = app.urgent || window.urgent;
   }
   const auto age = [this](quint64 id) {
     const qsizetype place = recent_.indexOf(id);

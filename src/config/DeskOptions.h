@@ -19,6 +19,7 @@ struct DeskOptions {
   QString darkStyle = QStringLiteral("darkGlass");
   QString magnification = QStringLiteral("little");  ///< Of tiles under the pointer: off, little or much.
   QString dodge = QStringLiteral("off");  ///< What a hiding dock makes room for: off, any, active, maximised.
+  bool peep = false;  ///< Whether a hidden dock comes out for a moment when something needs the user.
 
   static constexpr auto fields() {
     using D = DeskOptions;
@@ -27,7 +28,8 @@ struct DeskOptions {
                       field::defaulted("displayWindows", &D::displayWindows), field::defaulted("appKeys", &D::appKeys),
                       field::defaulted("contrast", &D::contrast), field::defaulted("styleFollows", &D::styleFollows),
                       field::defaulted("lightStyle", &D::lightStyle), field::defaulted("darkStyle", &D::darkStyle),
-                      field::defaulted("magnification", &D::magnification), field::defaulted("dodge", &D::dodge));
+                      field::defaulted("magnification", &D::magnification), field::defaulted("dodge", &D::dodge),
+                      field::defaulted("peep", &D::peep));
   }
   bool operator==(const DeskOptions&) const = default;
 };

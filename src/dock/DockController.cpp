@@ -82,6 +82,7 @@ void DockController::toggle() {
   }
   leaveKeyboard();
   setShown(false);
+  endPeeps();
   transitionTimer_.reset();
   updateZones();
   for (const QString& display : displays()) Q_EMIT goesAway(display);
@@ -344,7 +345,7 @@ void DockController::applyShape(Dock& dock) {
   const QRegion outline = dock.container->outline();
   dock.panel->setOutline(outline);
   dock.panel->setInputRegion(dock.visibility.visible ? dock.container->inputRegion() : QRegion());
-  dock.panel->setBlurBehind(dock.geometry.blurred && dock.visibility.visible ? outline : QRegion());
+  dock.panel->setBlurBehind(dock.geometry.blurred && (dock.visibility.visible || dock.peep) ? outline : QRegion());
 }
 
 void DockController::reserveSpace(Dock& dock) {
@@ -434,6 +435,11 @@ QRect DockController::mapFromContent(const QString& display, const QRect& rectan
 bool DockController::isVisible(const QString& display) const {
   const auto dock = docks_.find(display);
   return dock != docks_.end() && dock->second.visibility.visible && dock->second.panel->isShown();
+}
+
+bool DockController::isPeeping(const QString& display) const {
+  const auto dock = docks_.find(display);
+  return dock != docks_.end() && dock->second.peep;
 }
 
 bool DockController::isCovered(const QString& display) const {

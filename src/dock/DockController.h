@@ -59,6 +59,8 @@ class DockController : public QObject {
   static constexpr double kRemark = 10;
   /// How long the keyboard may take to come back from a window of the dock's own.
   static constexpr double kKeyboardGrace = 0.2;
+  /// For so long a hidden dock is seen when something needs the user.
+  static constexpr double kPeep = 3;
 
   DockController(AppStore& store, DockPorts ports, ContentFactory factory);
   ~DockController() override;
@@ -83,6 +85,9 @@ class DockController : public QObject {
   void leaveKeyboard();
   /// Shows a display's dock without the delay of its layout; it stays while it is in use.
   void revealAtOnce(const QString& display);
+  /// Lets a dock that its layout hides be seen for a moment, without taking clicks or the focus, where the user wants
+  /// that; never one that was hidden by hand, nor over a full-screen window. At the edge it comes at once meanwhile.
+  void peep(const QString& display);
   /// Gives the system's own dock back until the next layout pass, and says so.
   void restoreSystemDock();
   /// The same for a process that asks for it; the layout takes the dock away again only once it is changed, or at the
@@ -104,6 +109,8 @@ class DockController : public QObject {
   Panel* panel(const QString& display) const;
   DockContent* content(const QString& display) const;
   bool isVisible(const QString& display) const;
+  /// Whether a hidden dock is seen for a moment.
+  bool isPeeping(const QString& display) const;
   /// Whether a full-screen window covers the display, so that nothing of the dock belongs above it now.
   bool isCovered(const QString& display) const;
   /// Where the content's upper left corner lies on the desktop while it rests.
@@ -132,6 +139,7 @@ class DockController : public QObject {
     std::optional<QPointF> dragged;  // While it is dragged: where it would be, without the limits of the screen.
     DockVisibility visibility;
     bool covered = false;
+    JobHandle peep;       // While it is seen for a moment: the end of that.
     QRectF systemDock;    // Where it was out when the zones were asked for last.
     bool inUse = false;   // The pointer, or a window of the dock's own, held it when it was looked at last.
     bool isFresh = true;  // The first placement is not animated.
@@ -165,6 +173,10 @@ class DockController : public QObject {
   bool systemDockMoved() const;
   void platformStateChanged();
   bool isCovered(const Screen& screen) const;
+  QList<QRectF> films() const;
+  bool isUnderAFilm(const Dock& dock) const;
+  void endPeep(QString display);
+  void endPeeps();
   DockDodge::Mode dodge() const;
   bool isFree(const Dock& dock) const;
   QStringList updateCovered();

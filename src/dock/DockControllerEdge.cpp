@@ -86,7 +86,7 @@ DockVisibility::Surroundings DockController::surroundings(const Dock& dock) cons
   around.atEdge = !isFocused && DockVisibility::atEdge(layout, zones);
   around.interacting = zones.inside || isFocused || (hasActivePanel && hasActivePanel(dock.screen.id)) ||
                        (hasOpenWindow && hasOpenWindow());
-  around.showDelay = options.revealShowDelay;
+  around.showDelay = dock.peep ? 0 : options.revealShowDelay;
   around.hideDelay = options.revealHideDelay;
   around.free = isFree(dock);
   return around;
@@ -108,6 +108,7 @@ void DockController::checkEdge() {
   for (auto& [id, dock] : docks_) {
     const DockVisibility::Surroundings around = surroundings(dock);
     const bool wasVisible = dock.visibility.visible;
+    const bool wasPeeping = dock.peep != nullptr;
     // Nothing is checked while the pointer rests, so use lasts until the next check finds it ended.
     if (dock.inUse && wasVisible && DockVisibility::reveals(around.layout)) dock.visibility.lastInteraction = now;
     dock.inUse = around.atEdge || around.interacting;
@@ -115,8 +116,9 @@ void DockController::checkEdge() {
     // A window above another keeps that one from being shown without the compositor, seen or not.
     dock.panel->setAboveFullscreen(!around.covered);
     needsTimer = needsTimer || dock.visibility.needsTimer(around);
-    dock.container->animate(dock.visibility.visible ? 1 : 0, !dock.isFresh);
-    if (dock.isFresh || dock.visibility.visible != wasVisible) applyShape(dock);
+    if (wasPeeping && (dock.visibility.visible || isUnderAFilm(dock))) dock.peep.reset();
+    dock.container->animate(dock.visibility.visible || dock.peep ? 1 : 0, !dock.isFresh);
+    if (dock.isFresh || dock.visibility.visible != wasVisible || dock.peep || wasPeeping) applyShape(dock);
     swapped = swapped || dock.visibility.visible != wasVisible;
     dock.isFresh = false;
     if (wasVisible && !dock.visibility.visible) gone << id;
@@ -148,24 +150,62 @@ void DockController::setTransitionTimer(bool runs) {
   }
 }
 
+void DockController::peep(const QString& display) {
+  const auto found = docks_.find(display);
+  if (manuallyHidden_ || down_ || !mayShow_ || found == docks_.end() || !store_.config().desk().peep) return;
+  Dock& dock = found->second;
+  if (!DockVisibility::reveals(possibleLayout()) || dock.visibility.visible || isUnderAFilm(dock)) return;
+  dock.peep = store_.scheduler().after(kPeep, [this, display] { endPeep(display); });
+  checkEdge();
+}
+
+// By value: the job that asks for it ends with it.
+void DockController::endPeep(QString display) {
+  const auto found = docks_.find(display);
+  if (found == docks_.end()) return;
+  found->second.peep.reset();
+  applyShape(found->second);
+  checkEdge();
+}
+
+void DockController::endPeeps() {
+  for (auto& [id, dock] : docks_) {
+    if (!dock.peep) continue;
+    dock.peep.reset();
+    dock.container->animate(0, false);
+    applyShape(dock);
+  }
+}
+
+/// Where windows fill their screens, whether docks are to hide from them or not.
+QList<QRectF> DockController::films() const {
+  QList<QRectF> frames;
+  if (!ports_.windows) return frames;
+  for (const ClientWindow& window : ports_.windows->all()) {
+    if (window.fullscreen && !window.minimised && !window.elsewhere) frames.append(window.frame);
+  }
+  return frames;
+}
+
+bool DockController::isUnderAFilm(const Dock& dock) const {
+  return std::ranges::any_of(films(),
+                             [&dock](const QRectF& frame) { return DesktopMath::covers(frame, dock.screen.frame); });
+}
+
 bool DockController::isCovered(const Screen& screen) const {
   return std::ranges::any_of(fullscreen_,
                              [&](const QRectF& frame) { return DesktopMath::covers(frame, screen.frame); });
 }
 
 void DockController::platformStateChanged() {
-  QList<QRectF> frames;
-  if (ports_.windows && store_.config().desktop.hideDuringFullscreen) {
-    for (const ClientWindow& window : ports_.windows->all()) {
-      if (window.fullscreen && !window.minimised && !window.elsewhere) frames.append(window.frame);
-    }
-  }
+  const QList<QRectF> frames = store_.config().desktop.hideDuringFullscreen ? films() : QList<QRectF>();
   const bool moved = systemDockMoved();
   if (moved) updateZones();
-  const bool dodges = std::ranges::any_of(docks_, [this](const auto& each) {
-    return !each.second.covered && isFree(each.second) != each.second.visibility.free;
+  const bool isOtherwise = std::ranges::any_of(docks_, [this](const auto& each) {
+    const Dock& dock = each.second;
+    return (!dock.covered && isFree(dock) != dock.visibility.free) || (dock.peep && isUnderAFilm(dock));
   });
-  if (std::exchange(fullscreen_, frames) != frames || moved || dodges) checkEdge();
+  if (std::exchange(fullscreen_, frames) != frames || moved || isOtherwise) checkEdge();
 }
 
 /// Without the delay: who presses at the edge has come for the dock.

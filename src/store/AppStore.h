@@ -167,6 +167,8 @@ class AppStore : public QObject {
   void calendarMessageChanged();
   void reminderMessageChanged();
   void runningAppsChanged();
+  /// A timer of a widget ended, or a reminder of its is due.
+  void widgetCalls(QUuid widget);
   /// A beat went by: what shows the time may look at it.
   void ticked();
 

@@ -249,7 +249,9 @@ void AppStore::advanceProductivity(const QDateTime& at) {
   }
   for (const TimerActions::Beat& beat : beats) {
     update(beat.widget);
-    if (!beat.announcement.isEmpty()) announce(beat.widget, beat.announcement);
+    if (beat.announcement.isEmpty()) continue;
+    announce(beat.widget, beat.announcement);
+    Q_EMIT widgetCalls(beat.widget.id);
   }
 }
 

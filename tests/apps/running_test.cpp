@@ -95,6 +95,10 @@ TEST_F(RunningTest, KeepsPlacesAndIdentitiesWhateverIsInFront) {
   windows.activate(1);
   windows.activate(2);
   EXPECT_EQ(running->byIdentity(editor)->windows, (QList<quint64>{1, 3}));
+  EXPECT_FALSE(running->byIdentity(editor)->urgent);
+  windows.windows.last().urgent = true;
+  Q_EMIT windows.changed();
+  EXPECT_TRUE(running->byIdentity(editor)->urgent);
 
   windows.close(1);
   windows.close(3);

@@ -59,6 +59,7 @@ TEST(Persistence, ReadsOlderDocuments) {
   desk.darkStyle = QStringLiteral("black");
   desk.magnification = QStringLiteral("off");
   desk.dodge = QStringLiteral("active");
+  desk.peep = true;
   config.setDesk(desk);
   EXPECT_EQ(Persistence::decode(Persistence::encode(config)).desk(), desk);
   config.setDesk({});

@@ -8,6 +8,7 @@
 #include <QWindow>
 
 #include "base/DomainError.h"
+#include "dock/DockContentContainer.h"
 #include "dock/HandoverLock.h"
 #include "handover/FakeDock.h"
 #include "store/AppStore.h"
@@ -369,6 +370,66 @@ TEST_F(DockControllerTest, EachDockMakesRoomForTheWindowsOverItAlone) {
   EXPECT_TRUE(controller.isVisible(u"A"_s) && !controller.isVisible(u"B"_s));
   windows.move(1, {100, 100, 800, 690});
   EXPECT_TRUE(!controller.isVisible(u"A"_s) && controller.isVisible(u"B"_s));
+}
+
+TEST_F(DockControllerTest, AHiddenDockIsSeenForAMomentWhereTheUserWantsThat) {
+  settle([](DockConfiguration& config) {
+    config.layout = DockLayout::RevealBottom;
+    config.desktop.hideDuringFullscreen = false;
+  });
+  const auto peeps = [this] { return controller.isPeeping(u"A"_s); };
+  const auto goesOut = [this] {
+    return static_cast<const DockContentContainer*>(panel().content.get())->driver().spring().target == 1;
+  };
+  controller.peep(u"A"_s);
+  EXPECT_FALSE(peeps()) << "off unless chosen";
+  settle([](DockConfiguration& config) {
+    DeskOptions desk;
+    desk.peep = true;
+    config.setDesk(desk);
+  });
+  time.advance(20);  // What is saved is saved.
+  const qsizetype atRest = time.waiting();
+  controller.peep(u"A"_s);
+  EXPECT_TRUE(peeps() && goesOut());
+  EXPECT_FALSE(controller.isVisible(u"A"_s));
+  EXPECT_TRUE(panel().input.isEmpty()) << "clicks go to what lies below";
+  zones.put({true, false, false});
+  EXPECT_FALSE(controller.isVisible(u"A"_s)) << "the pointer is on what it does not take";
+  zones.put(kAway);
+  time.advance(2.9);
+  EXPECT_TRUE(peeps());
+  time.advance(0.2);
+  EXPECT_FALSE(peeps() || goesOut());
+  EXPECT_EQ(time.waiting(), atRest);
+
+  controller.peep(u"A"_s);
+  zones.put(kAtTheBottom);
+  EXPECT_TRUE(controller.isVisible(u"A"_s) && !peeps()) << "without the delay";
+  EXPECT_FALSE(panel().input.isEmpty());
+  time.advance(5);
+  EXPECT_TRUE(controller.isVisible(u"A"_s));
+  zones.put(kAway);
+  time.advance(1);
+  EXPECT_FALSE(controller.isVisible(u"A"_s));
+
+  controller.peep(u"A"_s);
+  cover(true);
+  EXPECT_FALSE(peeps() || goesOut()) << "a film begins";
+  controller.peep(u"A"_s);
+  EXPECT_FALSE(peeps());
+  cover(false);
+  controller.peep(u"A"_s);
+  controller.toggle();
+  EXPECT_FALSE(peeps());
+  controller.peep(u"A"_s);
+  controller.toggle();
+  time.advance(DockController::kRefreshDelay);
+  EXPECT_FALSE(peeps() || goesOut()) << "hidden by hand it stays so";
+  useLayout(DockLayout::Fixed);
+  controller.peep(u"A"_s);
+  controller.peep(u"no such display"_s);
+  EXPECT_FALSE(peeps());
 }
 
 TEST_F(DockControllerTest, AFloatingDockIsMovedByTheHandAlone) {

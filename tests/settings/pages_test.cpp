@@ -57,6 +57,7 @@ TEST_F(SettingsPagesTest, ALayoutShowsTheRowsThatItUses) {
     EXPECT_EQ(sees("Show delay"), each.delays);
     EXPECT_EQ(sees("Hide delay"), each.delays);
     EXPECT_EQ(sees("Hide only when a window would be covered"), each.delays);
+    EXPECT_EQ(sees("Show the dock when something needs you"), each.delays);
     EXPECT_EQ(sees("Trigger area"), each.trigger);
     EXPECT_EQ(sees("Screen edge"), each.edge);
     EXPECT_EQ(sees("Alignment"), each.alignment);

@@ -123,8 +123,8 @@ QList<DockApp> LiveDock::runningApps() const {
   QList<DockApp> apps;
   for (const RunningApp& running : store_.unpinnedRunningApps(display_)) {
     const LauncherHint hint = services_.hintOf(running.desktopId);
-    apps.append({running.identity, running.name, iconOf(running, services_), running.active, hint.urgent, hint.progress,
-                 hint.count, false, running.windows.size()});
+    apps.append({running.identity, running.name, iconOf(running, services_), running.active,
+                 running.urgent || hint.urgent, hint.progress, hint.count, false, running.windows.size()});
   }
   return apps;
 }

@@ -41,7 +41,8 @@ std::optional<ApplicationFacts> applicationOf(const AppStore& store, const TileS
     const LauncherHint hint = services.hintOf(running->desktopId);
     facts->identity = running->identity;
     const qsizetype windows = running->windowsIn(store.windowScope(display)).size();
-    facts->marks = {windows > 0, running->active, hint.urgent, false, hint.progress, hint.count, windows};
+    facts->marks = {windows > 0, running->active, running->urgent || hint.urgent, false, hint.progress,
+                    hint.count,  windows};
   }
   facts->marks.launching = !runs && services.isStarting(path);
   return facts;

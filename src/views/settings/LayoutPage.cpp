@@ -126,6 +126,13 @@ class LayoutPage final : public SettingsPage {
                                  settingField(&DeskOptions::dodge), kDodged);
     showWhile(dodge, reveals);
     needs(dodge, services_.abilities().frames);
+    showWhile(addSwitch(card,
+                        {QT_TRANSLATE_NOOP("Settings", "Show the dock when something needs you"),
+                         QT_TRANSLATE_NOOP("Settings",
+                                           "For three seconds, when an app in it asks for attention or a timer ends."),
+                         QT_TRANSLATE_NOOP("Settings", "peek urgent notification reminder")},
+                        settingField(&DeskOptions::peep)),
+              reveals);
     const char* felt =
         services_.abilities().feelsOnePixelOnly
             ? QT_TRANSLATE_NOOP("Settings", "On this desktop the pointer must reach the last pixel of the screen.")
