@@ -1,5 +1,5 @@
 // usage: drag_source FILE [X Y WIDTH HEIGHT | full]
-// A window, or one that fills the display, from which a file can be dragged.
+// A window, or one that fills the display, from which a file can be dragged. The other button moves it.
 #include <QApplication>
 #include <QDrag>
 #include <QMimeData>
@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QUrl>
 #include <QWidget>
+#include <QWindow>
 
 namespace {
 
@@ -21,7 +22,11 @@ class Source final : public QWidget {
     painter.fillRect(rect(), Qt::black);
     painter.fillRect(rect().adjusted(20, 20, -20, -20), Qt::yellow);
   }
-  void mousePressEvent(QMouseEvent*) override {
+  void mousePressEvent(QMouseEvent* event) override {
+    if (event->button() == Qt::RightButton) {
+      windowHandle()->startSystemMove();
+      return;
+    }
     auto* carried = new QMimeData;
     carried->setUrls({QUrl::fromLocalFile(file_)});
     auto* drag = new QDrag(this);

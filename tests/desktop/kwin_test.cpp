@@ -84,6 +84,38 @@ TEST_F(KWinShell, AFingerCallsAHiddenDockAndTheDockGoesOnceNoneIsThere) {
   EXPECT_TRUE(inTime([&] { return !isOpen() && !dock().isVisible(id()); }));
 }
 
+TEST_F(KWinShell, AWindowThatIsMovedOntoTheDocksPlaceHidesItAtOnce) {
+  desk.moveTo(desk.away());
+  const ForeignProgram other(u"other"_s, QRect());
+  ASSERT_TRUE(comesTrue([&] { return isPainted(desk.away()); }));
+  DockConfiguration config;
+  config.layout = DockLayout::RevealBottom;
+  DeskOptions options;
+  options.dodge = u"active"_s;
+  config.setDesk(options);
+  start(config);
+  ASSERT_TRUE(comesTrue([&] { return dock().isVisible(id()) && isIn(); }));
+  // The clock stands still: nothing but the window decides.
+  desk.button(true, Qt::RightButton);
+  const auto drag = [&](int from, int to) {
+    constexpr int steps = 8;
+    for (int step = 1; step <= steps; ++step) {
+      desk.moveTo(desk.away() + QPoint(0, from + (to - from) * step / steps));
+      desk.settle();
+    }
+  };
+  // The program asks for the move by itself, once the press has reached it.
+  EXPECT_TRUE(comesTrue([&] {
+    drag(0, 240);
+    return !dock().isVisible(id());
+  }));
+  EXPECT_TRUE(comesTrue([&] {
+    drag(240, 0);
+    return dock().isVisible(id());
+  }));
+  desk.button(false, Qt::RightButton);
+}
+
 TEST_F(KWinShell, TheGlassBlursWhatLiesBehindIt) {
   desk.moveTo(desk.away());
   startShown(DockConfiguration());

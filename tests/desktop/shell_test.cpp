@@ -46,6 +46,61 @@ TEST_F(X11Shell, TheKeyboardGoesBackToTheWindowThatHadIt) {
   EXPECT_TRUE(comesTrue([&] { return display.focus() == other.id(); }));
 }
 
+TEST_F(X11Shell, AWindowThatIsMovedOntoTheDocksPlaceHidesItAtOnce) {
+  const QRect whole = desk.display(0);
+  ForeignWindow other(display, QRect(100, 100, whole.width() - 200, 300));
+  other.setText("_NET_WM_NAME", "UTF8_STRING", "other");
+  ASSERT_TRUE(other.show());
+  DockConfiguration config;
+  config.layout = DockLayout::RevealBottom;
+  DeskOptions options;
+  options.dodge = u"any"_s;
+  config.setDesk(options);
+  start(config);
+  ASSERT_TRUE(comesTrue([&] { return dock().isVisible(id()) && isIn(); }));
+  // Nothing but the window moves: neither the pointer nor the clock.
+  const qsizetype atRest = time.waiting();
+  other.moveTo({100, whole.height() - 300});
+  EXPECT_TRUE(comesTrue([&] { return !dock().isVisible(id()); }));
+  EXPECT_TRUE(comesTrue([&] { return !takesClicks(middle()); }));
+  EXPECT_EQ(time.waiting(), atRest);
+  other.moveTo({100, 100});
+  EXPECT_TRUE(comesTrue([&] { return dock().isVisible(id()) && isIn(); }));
+  EXPECT_TRUE(comesTrue([&] { return takesClicks(middle()); }));
+  other.addState("_NET_WM_STATE_MAXIMIZED_VERT", "_NET_WM_STATE_MAXIMIZED_HORZ");
+  EXPECT_TRUE(comesTrue([&] { return !dock().isVisible(id()); }));
+  desk.turnToEmpty(true);
+  EXPECT_TRUE(comesTrue([&] { return dock().isVisible(id()); }));
+  desk.turnToEmpty(false);
+  EXPECT_TRUE(comesTrue([&] { return !dock().isVisible(id()); }));
+}
+
+TEST_F(X11Shell, AnAppThatAsksForAttentionLetsTheDockBeSeen) {
+  DockConfiguration config;
+  config.layout = DockLayout::RevealBottom;
+  config.liveApps = true;
+  DeskOptions options;
+  options.peep = true;
+  config.setDesk(options);
+  start(config);
+  const auto open = [&](ForeignWindow& window, const char* name) {
+    window.setText("_NET_WM_NAME", "UTF8_STRING", name);
+    window.setText("WM_CLASS", "STRING", QByteArray(name) + '\0' + name + '\0');
+    return window.show() && comesTrue([&] { return display.focus() == window.id(); });
+  };
+  ForeignWindow first(display, QRect(100, 100, 300, 200)), second(display, QRect(500, 100, 300, 200));
+  ASSERT_TRUE(open(first, "first") && open(second, "second"));
+  ASSERT_TRUE(comesTrue([&] { return store().unpinnedRunningApps(id()).size() == 2; }));
+  ASSERT_FALSE(dock().isVisible(id()) || dock().isPeeping(id()));
+  first.setWords("WM_HINTS", "WM_HINTS", {1 << 8, 0, 0, 0, 0, 0, 0, 0, 0});
+  ASSERT_TRUE(comesTrue([&] { return dock().isPeeping(id()) && isIn(); }));
+  EXPECT_FALSE(dock().isVisible(id()) || takesClicks(glass().center()));
+  EXPECT_EQ(display.focus(), second.id());
+  // By no clock: the pointer alone calls it.
+  desk.moveTo({desk.display(0).center().x(), desk.display(0).bottom()});
+  EXPECT_TRUE(comesTrue([&] { return dock().isVisible(id()); }));
+}
+
 TEST_F(X11Shell, ARealDockIsAsItWasHoweverTheProgramEnds) {
   const auto plankRuns = [] {
     return QDBusConnection::sessionBus().interface()->isServiceRegistered(u"net.launchpad.plank"_s).value();
