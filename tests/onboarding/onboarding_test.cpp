@@ -122,38 +122,30 @@ TEST_F(OnboardingTest, ALayoutIsChosenByPointerOrArrowsAndHoldsAtOnce) {
 }
 
 TEST_F(OnboardingTest, ADockThatIsAlwaysThereKeepsItsPlaceFree) {
-  const auto keeps = [this] { return store().config().desktopOptions().reserveSpace; };
-  const auto begin = [this](DockLayout layout) {
-    store().edit([layout](DockConfiguration& config) {
-      config.onboardingComplete = false;
-      config.layout = layout;
+  using enum DockLayout;
+  const struct {
+    DockLayout before;
+    std::optional<DockLayout> clicked;
+    bool isComplete, keeps;
+  } cases[] = {{Swap, Replace, false, false},
+               {Swap, Fixed, false, true},
+               {Fixed, std::nullopt, false, true},
+               {Floating, std::nullopt, false, false},
+               {Fixed, std::nullopt, true, false}};  // Later than that it is the user's own affair.
+  for (const auto& each : cases) {
+    store().edit([&each](DockConfiguration& config) {
+      config.onboardingComplete = each.isComplete;
+      config.layout = each.before;
       config.desktop.reserveSpace = false;
     });
-    return std::unique_ptr<OnboardingWindow>(open(1));
-  };
-  {
-    const auto window = begin(DockLayout::Swap);
-    QTest::mouseClick(card(window.get(), DockLayout::Replace), Qt::LeftButton);
-    EXPECT_FALSE(keeps());
-    QTest::mouseClick(card(window.get(), DockLayout::Fixed), Qt::LeftButton);
-    EXPECT_TRUE(keeps());
+    const std::unique_ptr<OnboardingWindow> window(open(1));
+    EXPECT_FALSE(store().config().desktop.reserveSpace) << "nothing is chosen yet";
+    if (each.clicked)
+      card(window.get(), *each.clicked)->click();
+    else
+      button(window.get(), u"Continue"_s)->click();
+    EXPECT_EQ(store().config().desktop.reserveSpace, each.keeps) << static_cast<int>(each.before);
   }
-  {
-    const auto window = begin(DockLayout::Fixed);
-    EXPECT_FALSE(keeps()) << "nothing is chosen yet";
-    button(window.get(), u"Continue"_s)->click();
-    EXPECT_TRUE(keeps());
-  }
-  {
-    const auto window = begin(DockLayout::Floating);
-    button(window.get(), u"Continue"_s)->click();
-    EXPECT_FALSE(keeps());
-  }
-  // Later than that it is the user's own affair.
-  const auto window = begin(DockLayout::Fixed);
-  store().edit([](DockConfiguration& config) { config.onboardingComplete = true; });
-  button(window.get(), u"Continue"_s)->click();
-  EXPECT_FALSE(keeps());
 }
 
 /// What pressing one of the buttons of a window led to.

@@ -76,17 +76,6 @@ TEST_F(SettingsPagesTest, TheTriggerAreaSaysWhereItIsOnePixelWhateverIsSet) {
   EXPECT_EQ(slider->accessibleDescription(), u"On this desktop the pointer must reach the last pixel of the screen."_s);
 }
 
-TEST_F(SettingsPagesTest, ADockMakesRoomForWindowsWhereTheDesktopTellsWhereTheyAre) {
-  constexpr const char* name = "Hide only when a window would be covered";
-  store().edit([](DockConfiguration& config) { config.layout = DockLayout::RevealTop; });
-  turnTo("layout");
-  auto* choice = control<DropDown>(name);
-  ASSERT_TRUE(choice && choice->isEnabled());
-  EXPECT_EQ(choice->chosenValue(), u"off"_s);
-  Q_EMIT choice->valueChosen(u"active"_s);
-  EXPECT_EQ(config().desk().dodge, u"active"_s);
-}
-
 TEST_F(SettingsPagesTest, SlidersGoOverTheirWholeRangeAndStoreAtOnce) {
   store().edit([](DockConfiguration& config) { config.layout = DockLayout::RevealBottom; });
   struct Case {
