@@ -175,7 +175,7 @@ class DockController : public QObject {
   bool isCovered(const Screen& screen) const;
   QList<QRectF> films() const;
   bool isUnderAFilm(const Dock& dock) const;
-  void endPeep(QString display);
+  void endPeep(const QString& display);
   void endPeeps();
   DockDodge::Mode dodge() const;
   bool isFree(const Dock& dock) const;

@@ -159,10 +159,10 @@ void DockController::peep(const QString& display) {
   checkEdge();
 }
 
-// By value: the job that asks for it ends with it.
-void DockController::endPeep(QString display) {
+void DockController::endPeep(const QString& display) {
   const auto found = docks_.find(display);
   if (found == docks_.end()) return;
+  // The job that may have asked for this ends here, and `display` with it.
   found->second.peep.reset();
   applyShape(found->second);
   checkEdge();
