@@ -84,7 +84,12 @@ struct FakeZones final : ZoneSensor {
 };
 
 struct FakeClocks final : FrameClocks {
-  std::unique_ptr<FrameClock> make(const QString&) override { return std::make_unique<TestFrameClock>(); }
+  std::unique_ptr<FrameClock> make(const QString&) override {
+    auto clock = std::make_unique<TestFrameClock>();
+    latest = clock.get();
+    return clock;
+  }
+  TestFrameClock* latest = nullptr;
 };
 
 struct CalmMotion final : MotionPreference {
@@ -391,6 +396,7 @@ TEST_F(DockControllerTest, AHiddenDockIsSeenForAMomentWhereTheUserWantsThat) {
   time.advance(20);  // What is saved is saved.
   const qsizetype atRest = time.waiting();
   controller.peep(u"A"_s);
+  clocks.latest->beat(5);
   EXPECT_TRUE(peeps() && goesOut());
   EXPECT_FALSE(controller.isVisible(u"A"_s));
   EXPECT_TRUE(panel().input.isEmpty()) << "clicks go to what lies below";
@@ -404,6 +410,7 @@ TEST_F(DockControllerTest, AHiddenDockIsSeenForAMomentWhereTheUserWantsThat) {
   EXPECT_EQ(time.waiting(), atRest);
 
   controller.peep(u"A"_s);
+  clocks.latest->beat(5);
   zones.put(kAtTheBottom);
   EXPECT_TRUE(controller.isVisible(u"A"_s) && !peeps()) << "without the delay";
   EXPECT_FALSE(panel().input.isEmpty());
