@@ -81,6 +81,7 @@ TEST_F(X11ClientWindowsTest, TellWhereAllWindowsAreOnlyWhileAskedTo) {
   windows.watchFrames(true);
   EXPECT_TRUE(isAt(QRectF(100, 100, 200, 100)));
 
+  desk.display.settle();
   const QSignalSpy changes(&windows, &ClientWindows::changed), moves(&windows, &ClientWindows::framesChanged);
   window.moveTo({300, 500});
   EXPECT_TRUE(isAt(QRectF(300, 500, 200, 100)));
