@@ -109,8 +109,8 @@ TEST_F(DockParts, TheEndsOfALongRowScrollAsLongAsSomethingIsHeldThere) {
   for (const bool mirrored : {false, true}) {
     stand(400, {0, 0, mirrored});
     ASSERT_GT(layout.overflow, 0);
-    const QPointF right(layout.glass.right() - 2, 50);
-    const QPointF left(layout.glass.left() + 2, 50);
+    const QPointF right(layout.middle.right() - 2, 50);
+    const QPointF left(layout.middle.left() + 2, 50);
     scrolled = 0;
     goesOn = true;
     edges.hold(mirrored ? left : right);
@@ -119,8 +119,10 @@ TEST_F(DockParts, TheEndsOfALongRowScrollAsLongAsSomethingIsHeldThere) {
     edges.hold(mirrored ? right : left);
     clock->beat(0.5);
     EXPECT_NEAR(scrolled, 0, theme::kEdgeScroll / 50);
-    edges.hold(layout.glass.center());
-    EXPECT_FALSE(clock->isRunning());
+    for (const QPointF elsewhere : {layout.glass.center(), middleOf(0)}) {
+      edges.hold(elsewhere);
+      EXPECT_FALSE(clock->isRunning()) << "the app that begins the row stays, and takes what is held over it";
+    }
     edges.hold(right);
     goesOn = false;
     EXPECT_EQ(clock->beat(1), 1) << "at the end of the row";

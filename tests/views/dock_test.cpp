@@ -270,8 +270,102 @@ TEST(Layout, ARowThatIsTooLongScrollsWithinItsGlass) {
   EXPECT_NEAR(view->itemRect(0).left(), view->glassRect().left() + 10, 1);
   wheel(*view, view->glassRect().center(), {0, -9000});
   EXPECT_NEAR(view->itemRect(6).right(), view->glassRect().right() - 10, 1);
-  // What has left the glass cannot be hit.
-  EXPECT_TRUE(view->widgetAt(view->itemRect(0).center()).isNull());
+  EXPECT_NEAR(view->itemRect(0).left(), view->glassRect().left() + 10, 1) << "the app stays";
+  // What is out of sight cannot be hit.
+  EXPECT_NE(view->widgetAt(view->itemRect(1).center()), view->row().widgets[1].id);
+  EXPECT_FALSE(view->isItemSeen(1));
+}
+
+/// A row that begins and ends with apps and has others in its middle.
+DockRow rowWithEnds() {
+  DockRow row;
+  for (const auto& kind : {u"appLauncher"_s, u"appLauncher"_s, u"cpu"_s, u"digitalClock"_s, u"appLauncher"_s, u"ram"_s,
+                           u"weatherCurrent"_s, u"timeOnly"_s})
+    row.widgets.append(widget(kind));
+  row.runningApps = runningApps().first(2);
+  return row;
+}
+
+TEST(Layout, AppsAtTheEndsStayAndTheRestScrollsBetweenThem) {
+  const DockRow row = rowWithEnds();
+  const QRectF slot(0, 0, 700, 84);
+  for (const bool mirrored : {false, true}) {
+    const RowLayout begun = RowLayout::of(row, slot, 1, {0, 0, mirrored});
+    ASSERT_GT(begun.overflow, 100);
+    const RowLayout amid = RowLayout::of(row, slot, 1, {50, 0, mirrored});
+    const RowLayout ended = RowLayout::of(row, slot, 1, {1e6, 0, mirrored});
+    EXPECT_TRUE(begun.separatorStays);
+    EXPECT_EQ(begun.separator, ended.separator);
+    const double way = mirrored ? 50 : -50;
+    for (qsizetype i = 0; i < begun.items.size(); ++i) {
+      const bool stays = i < 2 || i >= 8;
+      EXPECT_EQ(begun.items[i].stays, stays) << i;
+      EXPECT_EQ(amid.items[i].rect, begun.items[i].rect.translated(stays ? 0 : way, 0)) << i;
+      // A point over an item that stays is that item's, whatever is scrolled below it.
+      if (!stays) continue;
+      EXPECT_EQ(ended.itemAt(ended.items[i].rect.center()), i);
+      EXPECT_EQ(ended.itemUnder(ended.items[i].rect.center(), 1), i);
+    }
+    // An arrow on each side that has more.
+    EXPECT_TRUE(begun.backArrow.isEmpty());
+    EXPECT_TRUE(ended.onArrow.isEmpty());
+    EXPECT_EQ(amid.arrowAt(amid.backArrow.center()), -1);
+    EXPECT_EQ(amid.arrowAt(amid.onArrow.center()), 1);
+    EXPECT_EQ(amid.backArrow.center().x() < amid.onArrow.center().x(), !mirrored);
+    EXPECT_FALSE(amid.itemAt(amid.onArrow.center()).has_value());
+    // What is dropped over an end goes there, and the mark never stands where it can't be seen.
+    const double behindFirst = (ended.items[0].rect.center().x() + ended.items[1].rect.center().x()) / 2;
+    EXPECT_EQ(ended.widgetsBefore(behindFirst), 1);
+    EXPECT_EQ(ended.widgetsBefore(ended.items[9].rect.center().x()), 8);
+    const double hidden = ended.insertionX(3, row.spacing);
+    EXPECT_TRUE(hidden >= ended.middle.left() && hidden <= ended.middle.right());
+  }
+}
+
+TEST(Layout, AnArrowTurnsThePageAndTheKeyboardBringsItsTileIntoSight) {
+  const auto view = makeView(rowWithEnds(), 700);
+  view->show();
+  const double first = view->itemRect(2).left();
+  const double middle = view->itemRect(0).center().y();
+  const QPointF onArrow(view->itemRect(8).left() - 20, middle);
+  click(*view, onArrow);
+  EXPECT_TRUE(view->rest());
+  const double paged = view->itemRect(2).left();
+  EXPECT_LT(paged, first - 100);
+  for (int i = 0; i < 9; ++i) click(*view, onArrow);
+  EXPECT_TRUE(view->rest());
+  EXPECT_NEAR(view->itemRect(7).right(), view->itemRect(8).left(), 30);
+  EXPECT_FALSE(view->isItemSeen(2));
+  view->focusItem(2);
+  EXPECT_TRUE(view->isItemSeen(2));
+  EXPECT_EQ(view->itemAt(view->itemRect(2).center()), 2);
+  keep(paintedBy(*view, 2), u"ends"_s);
+}
+
+TEST(Layout, ATileGoesToAnEndWhateverIsScrolledBelowIt) {
+  for (const bool isApp : {true, false}) {
+    const auto view = makeView(rowWithEnds(), 700);
+    view->show();
+    wheel(*view, view->glassRect().center(), {0, -160});
+    ASSERT_TRUE(view->rest());
+    std::optional<std::pair<qsizetype, qsizetype>> asked;
+    QObject::connect(view.get(), &DockView::reorderRequested, [&](qsizetype from, qsizetype to) {
+      asked = {from, to};
+    });
+    const qsizetype from = isApp ? 4 : 3;
+    const double between = (view->itemRect(0).center().x() + view->itemRect(1).center().x()) / 2;
+    const QPointF at = view->itemRect(from).center();
+    mouse(*view, QEvent::MouseButtonPress, at);
+    mouse(*view, QEvent::MouseMove, at + QPointF(-20, 0));
+    const QList<double> stay{view->itemRect(0).left(), view->itemRect(8).left()};
+    mouse(*view, QEvent::MouseMove, QPointF(between, at.y()));
+    EXPECT_EQ((QList<double>{view->itemRect(0).left(), view->itemRect(8).left()}), stay);
+    mouse(*view, QEvent::MouseButtonRelease, QPointF(between, at.y()));
+    ASSERT_TRUE(asked.has_value());
+    EXPECT_EQ(asked->first, from);
+    EXPECT_LE(asked->second, 1);
+    EXPECT_TRUE(view->rest());
+  }
 }
 
 TEST(Look, ReducedTransparencyLetsNothingThroughAndKeepsTheShadow) {

@@ -56,6 +56,7 @@ class TileAccessible final : public QAccessibleInterface, public QAccessibleActi
     QAccessible::State state;
     state.invalid = !isValid();
     state.invisible = !isValid() || !view_->isVisible();
+    state.offscreen = isValid() && !view_->isItemSeen(item_);
     state.focusable = true;
     state.focused = isValid() && view_->focusedItem() == item_;
     return state;
@@ -111,9 +112,8 @@ class DockAccessible final : public QAccessibleWidget {
   }
 
   QAccessibleInterface* childAt(int x, int y) const override {
-    for (int i = 0; i < childCount(); ++i)
-      if (QAccessibleInterface* tile = child(i); tile && tile->rect().contains(x, y)) return tile;
-    return nullptr;
+    // Tiles that are scrolled out of sight lie under others.
+    return view_ ? child(static_cast<int>(view_->itemAt(view_->mapFromGlobal(QPointF(x, y))))) : nullptr;
   }
 
   QAccessibleInterface* focusChild() const override {

@@ -65,7 +65,10 @@ void DockView::hideEvent(QHideEvent* event) {
 void DockView::setPointer(std::optional<QPointF> pointer) {
   if (tiles_.invites()) update();
   if (pointer && pointer != hover_.pointer()) focus_.setLeads(false);
+  const auto arrow = [this] { return hover_.pointer() ? tiles_.layout().arrowAt(*hover_.pointer()) : 0; };
+  const int arrowBefore = arrow();
   hover_.move(pointer, !drag_.isActive() && !drop_.isActive());
+  if (arrow() != arrowBefore) update();
   hoverTabs();
   updateTip();
 }
@@ -133,6 +136,10 @@ void DockView::click(QPointF point) {
   const RowLayout& layout = tiles_.layout();
   if (const auto tab = layout.tabAt(point)) {
     Q_EMIT tabActivated(*tab);
+    return;
+  }
+  if (const int arrow = layout.arrowAt(point)) {
+    scroll_.turnPage(arrow);
     return;
   }
   const auto item = layout.itemAt(point);

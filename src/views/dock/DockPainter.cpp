@@ -31,9 +31,9 @@ void fadeOut(QImage& picture, bool towardsLeft) {
 
 }  // namespace
 
-DockPainter::DockPainter(const DockState& state, const DockShape& shape, const RowScroll& scroll, ItemPainter& items,
+DockPainter::DockPainter(const DockState& state, const DockShape& shape, ItemPainter& items,
                          std::function<void()> stale)
-    : state_(state), shape_(shape), scroll_(scroll), items_(items) {
+    : state_(state), shape_(shape), items_(items) {
   QObject::connect(&picture_, &GlassPicture::made, &picture_, std::move(stale));
 }
 
@@ -63,10 +63,10 @@ void DockPainter::paintPart(QPainter& painter, const QRect& part) {
     for (const QRect& cut : shape_.outline()) painter.fillRect(cut, palette().tile);
   if (state_.tiles.invites()) paintInvitation(painter);
   if (!layout().tabs.isEmpty()) paintTabs(painter);
-  if (layout().overflow > 0)
-    paintItemsThatEnd(painter, part);
-  else
-    paintItems(painter, part);
+  if (state_.tabs.slide()) paintSlide(painter);
+  paintScrolled(painter, part);
+  if (layout().overflow > 0) paintItems(painter, part, true);
+  if (const qsizetype above = state_.drag.liftedItem(); above >= 0) items_.paint(painter, above);
   if (const auto index = state_.drop.insertion()) paintInsertion(painter, *index);
   painter.restore();
 }
@@ -79,73 +79,110 @@ void DockPainter::paintPicture(QPainter& painter) {
     drawInnerLine(painter, layout().glass, corner, hairline(painter), palette().glass.rim);
 }
 
-/// A row that goes on beyond its glass fades out where it does.
-void DockPainter::paintItemsThatEnd(QPainter& painter, const QRect& part) {
+/// All of a row that fits. What goes on beyond what is seen of it fades out there, under an arrow.
+void DockPainter::paintScrolled(QPainter& painter, const QRect& part) {
+  if (layout().overflow <= 0) {
+    paintItems(painter, part, false);
+    return;
+  }
   const double pixelRatio = 1 / hairline(painter);
-  const QRectF band(layout().glass.left(), 0, layout().glass.width(), state_.tiles.surface().height());
+  const QRectF band(layout().middle.left(), 0, layout().middle.width(), state_.tiles.surface().height());
   const double zone = std::round(theme::kEndFade * row().scale * pixelRatio) / pixelRatio;
-  const double begin = scroll_.position() > 0 ? zone : 0;
-  const double end = scroll_.position() < layout().overflow ? zone : 0;
-  const double left = layout().mirrored ? end : begin;
-  const double right = layout().mirrored ? begin : end;
+  const QRectF& leftArrow = layout().mirrored ? layout().onArrow : layout().backArrow;
+  const QRectF& rightArrow = layout().mirrored ? layout().backArrow : layout().onArrow;
+  const double left = leftArrow.isEmpty() ? 0 : zone;
+  const double right = rightArrow.isEmpty() ? 0 : zone;
   painter.save();
   painter.setClipRect(band.adjusted(left, 0, -right, 0), Qt::IntersectClip);
-  paintItems(painter, part);
+  paintItems(painter, part, false);
   painter.restore();
   for (const bool leftEnd : {true, false}) {
     if ((leftEnd ? left : right) == 0) continue;
     const QRectF side(leftEnd ? band.left() : band.right() - right, shape_.rowBand().top(), zone,
                       shape_.rowBand().height());
     if (!side.intersects(part)) continue;
-    QImage picture((side.size() * pixelRatio).toSize(), QImage::Format_ARGB32_Premultiplied);
-    picture.setDevicePixelRatio(pixelRatio);
-    picture.fill(Qt::transparent);
-    QPainter layer(&picture);
-    layer.setRenderHint(QPainter::Antialiasing);
-    layer.translate(-side.topLeft());
-    paintItems(layer, side.toAlignedRect());
-    layer.end();
-    picture.setDevicePixelRatio(1);
-    fadeOut(picture, leftEnd);
-    picture.setDevicePixelRatio(pixelRatio);
-    painter.drawImage(side.topLeft(), picture);
+    paintFaded(painter, side, leftEnd);
+    paintArrow(painter, leftEnd ? leftArrow : rightArrow, leftEnd);
   }
 }
 
-void DockPainter::paintItems(QPainter& painter, const QRect& part) {
+void DockPainter::paintFaded(QPainter& painter, const QRectF& side, bool towardsLeft) {
+  const double pixelRatio = 1 / hairline(painter);
+  QImage picture((side.size() * pixelRatio).toSize(), QImage::Format_ARGB32_Premultiplied);
+  picture.setDevicePixelRatio(pixelRatio);
+  picture.fill(Qt::transparent);
+  QPainter layer(&picture);
+  layer.setRenderHint(QPainter::Antialiasing);
+  layer.translate(-side.topLeft());
+  paintItems(layer, side.toAlignedRect(), false);
+  layer.end();
+  picture.setDevicePixelRatio(1);
+  fadeOut(picture, towardsLeft);
+  picture.setDevicePixelRatio(pixelRatio);
+  painter.drawImage(side.topLeft(), picture);
+}
+
+void DockPainter::paintArrow(QPainter& painter, const QRectF& arrow, bool pointsLeft) const {
+  const double scale = row().scale;
+  const auto& pointer = state_.hover.pointer();
+  const bool isPointedAt = pointer && arrow.contains(*pointer);
+  ClearMarks::drawGround(painter, arrow, theme::kButtonCorner * scale, palette());
+  const QPointF tip = arrow.center() + QPointF((pointsLeft ? -0.5 : 0.5) * theme::kScrollArrow * scale, 0);
+  const QPointF arm((pointsLeft ? 1 : -1) * theme::kScrollArrow * scale, theme::kScrollArrow * scale);
   painter.save();
-  if (!layout().separator.isEmpty()) ClearMarks::drawLine(painter, layout().separator, palette().hairline, palette());
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(isPointedAt ? palette().primary : palette().secondary, theme::kScrollArrowStroke * scale,
+                      Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.drawPolyline(QPolygonF({tip + arm, tip, tip + QPointF(arm.x(), -arm.y())}));
+  painter.restore();
+}
+
+/// The line beside the running applications and the place that is kept for a tile that is held.
+void DockPainter::paintMarks(QPainter& painter, bool staying) const {
+  const auto isHere = [&](const QRectF& mark) {
+    const QRectF& middle = layout().middle;
+    const double x = mark.center().x();
+    return layout().overflow <= 0 || staying != (x >= middle.left() && x < middle.right());
+  };
+  if (const QRectF& line = layout().separator; !line.isEmpty() && layout().separatorStays == staying)
+    ClearMarks::drawLine(painter, line, palette().hairline, palette());
+  if (state_.drag.isActive() && isHere(state_.drag.gap()))
+    ClearMarks::drawGap(painter, state_.drag.gap(), tileCorner(), palette());
+}
+
+void DockPainter::paintItems(QPainter& painter, const QRect& part, bool staying) {
+  painter.save();
+  paintMarks(painter, staying);
   const auto& slide = state_.tabs.slide();
-  if (slide) paintSlide(painter);
   const double shown = slide ? 1 - std::abs(state_.tabs.offset() / slide->from) : 1;
-  if (state_.drag.isActive()) ClearMarks::drawGap(painter, state_.drag.gap(), tileCorner(), palette());
-  // The tile under the pointer is larger than its place and lies above its neighbours; one that is dragged above all.
-  const qsizetype above = state_.drag.liftedItem();
-  const qsizetype hovered = state_.hover.item();
-  for (qsizetype item = 0; item < layout().items.size(); ++item) {
-    if (item == hovered || above == item) continue;
-    if (!part.intersects(items_.mostBoundsAt(items_.placeOf(item)).toAlignedRect())) continue;
+  const auto paint = [&](qsizetype item) {
     painter.save();
     if (isWidget(item)) clipSlide(painter);
     painter.setOpacity(isWidget(item) ? shown : 1);
     items_.paint(painter, item);
     painter.restore();
+  };
+  // The tile under the pointer is larger than its place and lies above its neighbours; one that is dragged above all.
+  const qsizetype above = state_.drag.liftedItem();
+  const qsizetype hovered = state_.hover.item();
+  for (qsizetype item = 0; item < layout().items.size(); ++item) {
+    if (item == hovered || above == item || layout().items[item].stays != staying) continue;
+    if (part.intersects(items_.mostBoundsAt(items_.placeOf(item)).toAlignedRect())) paint(item);
   }
-  if (hovered >= 0 && hovered != above) {
+  if (hovered >= 0 && hovered != above && layout().items[hovered].stays == staying) {
     painter.setOpacity(isWidget(hovered) ? shown : 1);
     items_.paint(painter, hovered);
   }
   painter.restore();
-  if (above >= 0) items_.paint(painter, above);
 }
 
 /// Keeps what slides within the glass and off the running applications, which stand still.
 void DockPainter::clipSlide(QPainter& painter) const {
-  if (state_.tabs.offset() == 0 || layout().overflow > 0) return;
+  if (state_.tabs.offset() == 0) return;
   QPainterPath inside;
   inside.addRoundedRect(layout().glass, dockCorner(), dockCorner());
   painter.setClipPath(inside, Qt::IntersectClip);
-  if (row().runningApps.isEmpty() || layout().separator.isEmpty()) return;
+  if (layout().overflow > 0 || row().runningApps.isEmpty() || layout().separator.isEmpty()) return;
   QRectF free = layout().glass;
   const auto isApp = [](const RowItem& item) { return item.kind == RowItem::Kind::App; };
   if (!layout().invitation.isEmpty())
@@ -177,8 +214,15 @@ QPixmap DockPainter::pictureOfRow() {
   QPainter painter(&picture);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.translate(-layout().glass.left() - state_.tabs.offset(), 0);
-  for (qsizetype item = 0; item < layout().items.size(); ++item)
-    if (isWidget(item)) items_.paint(painter, item);
+  const QRectF middle = layout().middle.translated(state_.tabs.offset(), 0);
+  for (qsizetype item = 0; item < layout().items.size(); ++item) {
+    if (!isWidget(item)) continue;
+    painter.save();
+    if (layout().overflow > 0 && !layout().items[item].stays)
+      painter.setClipRect(QRectF(middle.left(), 0, middle.width(), state_.tiles.surface().height()));
+    items_.paint(painter, item);
+    painter.restore();
+  }
   return picture;
 }
 

@@ -8,7 +8,6 @@
 #include "views/dock/DockShape.h"
 #include "views/dock/GlassPicture.h"
 #include "views/dock/ItemPainter.h"
-#include "views/dock/RowScroll.h"
 #include "views/theme/Glass.h"
 
 namespace tarnwick {
@@ -18,8 +17,7 @@ namespace tarnwick {
 class DockPainter final {
  public:
   /// `stale` is called when the whole dock is to be painted anew.
-  DockPainter(const DockState& state, const DockShape& shape, const RowScroll& scroll, ItemPainter& items,
-              std::function<void()> stale);
+  DockPainter(const DockState& state, const DockShape& shape, ItemPainter& items, std::function<void()> stale);
 
   /// What of it lies in the region.
   void paint(QPainter& painter, const QRegion& damaged);
@@ -29,8 +27,12 @@ class DockPainter final {
  private:
   void paintPart(QPainter& painter, const QRect& part);
   void paintPicture(QPainter& painter);
-  void paintItemsThatEnd(QPainter& painter, const QRect& part);
-  void paintItems(QPainter& painter, const QRect& part);
+  void paintScrolled(QPainter& painter, const QRect& part);
+  void paintFaded(QPainter& painter, const QRectF& side, bool towardsLeft);
+  void paintArrow(QPainter& painter, const QRectF& arrow, bool pointsLeft) const;
+  /// Those that stay, or those that scroll.
+  void paintItems(QPainter& painter, const QRect& part, bool staying);
+  void paintMarks(QPainter& painter, bool staying) const;
   void clipSlide(QPainter& painter) const;
   void paintSlide(QPainter& painter) const;
   void paintInvitation(QPainter& painter) const;
@@ -47,7 +49,6 @@ class DockPainter final {
 
   DockState state_;
   const DockShape& shape_;
-  const RowScroll& scroll_;
   ItemPainter& items_;
   Glass glass_;
   GlassPicture picture_;

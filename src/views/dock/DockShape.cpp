@@ -28,6 +28,8 @@ QRegion DockShape::outline() const {
   if (tiles_.invites()) region = Glass::outline(invitation().toAlignedRect(), tileCorner);
   for (const QRectF& plate : layout.plates(tiles_.row())) region += Glass::outline(plate.toAlignedRect(), tileCorner);
   for (const QRectF& tab : layout.tabs) region += Glass::outline(tab.toAlignedRect(), tab.height() / 2);
+  for (const QRectF& arrow : {layout.backArrow, layout.onArrow})
+    if (!arrow.isEmpty()) region += Glass::outline(arrow.toAlignedRect(), tileCorner);
   for (const QRectF& line : layout.lines(tiles_.row(), tiles_.ratio())) region += line.toAlignedRect();
   return region;
 }

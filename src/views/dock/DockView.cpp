@@ -48,7 +48,7 @@ DockView::DockView(QWidget* parent)
       state_{tiles_, hover_, press_, focus_, drag_, drop_, tabs_, panelOpen_},
       shape_(tiles_, tabs_, drag_, drop_),
       items_(state_, icons_, animator_, [this](qsizetype item) { updateItem(item); }),
-      painter_(state_, shape_, scroll_, items_, [this] { update(); }),
+      painter_(state_, shape_, items_, [this] { update(); }),
       pointed_(tiles_, tabs_, shape_) {
   installDockAccessibility();
   setAttribute(Qt::WA_TranslucentBackground);
@@ -189,7 +189,8 @@ void DockView::takeRefreshed(const RowTiles::Refreshed& refreshed) {
 
 RowLayout DockView::layoutOf(const DockRow& row) const {
   const QRectF slot = QRectF(rect()).marginsRemoved(QMarginsF(margins()));
-  return RowLayout::of(row, slot, tiles_.ratio(), {scroll_.position(), tabs_.share(), isRightToLeft()});
+  return RowLayout::of(row, slot, tiles_.ratio(),
+                       {scroll_.position(), tabs_.share(), isRightToLeft(), drag_.heldWidget()});
 }
 
 void DockView::relayout() {
@@ -239,6 +240,7 @@ void DockView::showMagnified(qsizetype item) {
 void DockView::beginDrag(qsizetype item, QPointF at) {
   updateRow();
   drag_.begin(item, at);
+  relayout();
   setPointer(at);
   // The dock has no keyboard of its own, but Escape must reach it.
   grabKeyboard();
@@ -264,7 +266,18 @@ void DockView::drop() {
   if (removes) Q_EMIT removalRequested(held);
   if (move) Q_EMIT reorderRequested(move->first, move->second);
   // Whoever refuses sends it home.
-  if (row().widgets == before) drag_.settle();
+  if (row().widgets == before)
+    sendHome();
+  else if (move)
+    scroll_.reveal(tiles_.itemWithKey(held.toString()));
+}
+
+/// Without the tile that was held the ends of the row may be others.
+void DockView::sendHome() {
+  const auto lefts = drag_.visibleLefts();
+  relayout();
+  drag_.carryOn(lefts);
+  drag_.settle();
 }
 
 void DockView::cancelDrag() {
@@ -274,7 +287,7 @@ void DockView::cancelDrag() {
   releaseKeyboard();
   tips_.dismiss();
   updateRow();
-  drag_.settle();
+  sendHome();
   Q_EMIT released();
 }
 

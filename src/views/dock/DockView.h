@@ -88,6 +88,11 @@ class DockView : public QWidget {
   /// The same for a running application; empty where no tile stands for it.
   QRect besideApplication(quint64 application) const;
 
+  /// The item that is seen at a point; -1 for none.
+  qsizetype itemAt(QPointF point) const { return tiles_.layout().itemAt(point).value_or(-1); }
+  /// Whether any of an item is in sight.
+  bool isItemSeen(qsizetype item) const { return !tiles_.seenPlace(item).isEmpty(); }
+
   // What is in the row; see RowTiles.
   QUuid widgetAt(QPointF point) const { return tiles_.widgetAt(point); }
   QRectF tileRect(const QUuid& widget) const { return tiles_.placeOf(widget); }
@@ -214,6 +219,7 @@ class DockView : public QWidget {
   void dragTo(QPointF pointer);
   void drop();
   void cancelDrag();
+  void sendHome();
   bool wouldRemove() const;
 
   // What is said of what is pointed at.

@@ -15,8 +15,12 @@ void EdgeScroll::hold(QPointF pointer) {
   direction_ = 0;
   if (layout_.overflow > 0) {
     const int right = layout_.mirrored ? -1 : 1;
-    if (pointer.x() < layout_.glass.left() + zone) direction_ = -right;
-    if (pointer.x() > layout_.glass.right() - zone) direction_ = right;
+    const QRectF& middle = layout_.middle;
+    // An end that stays takes what is held over it; beyond the glass there is nothing that would.
+    const bool overLeftEnd = middle.left() > layout_.glass.left() && pointer.x() < middle.left();
+    const bool overRightEnd = middle.right() < layout_.glass.right() && pointer.x() >= middle.right();
+    if (pointer.x() < middle.left() + zone && !overLeftEnd) direction_ = -right;
+    if (pointer.x() > middle.right() - zone && !overRightEnd) direction_ = right;
   }
   direction_ == 0 ? animator_.stop(*this) : animator_.run(*this);
 }

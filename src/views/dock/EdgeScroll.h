@@ -9,8 +9,8 @@
 
 namespace tarnwick {
 
-/// Scrolls a row that is wider than its glass while something is held over one of its ends. The row and its layout are
-/// borrowed.
+/// Scrolls a row that is wider than its glass while something is held where it goes on beyond what is seen. The row and
+/// its layout are borrowed.
 class EdgeScroll final : public Animation {
  public:
   /// `scroll` moves the row on by so many units, and says whether it still could.

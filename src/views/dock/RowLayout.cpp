@@ -6,6 +6,7 @@
 #include <numeric>
 
 #include "dock/rules/DropRouting.h"
+#include "dock/rules/RowEnds.h"
 #include "views/dock/DockWords.h"
 #include "views/theme/Theme.h"
 #include "widgets/catalog/Catalog.h"
@@ -35,6 +36,12 @@ struct Block {
     width += entry.width;
   }
 };
+
+/// Whether a widget starts apps, or holds them all.
+bool isAppTile(const DockWidget& widget) {
+  const KindTraits& traits = KindTraits::of(widget.kind);
+  return traits.launches() || traits.anchorsRunningApps;
+}
 
 bool isLine(const DockWidget& widget) { return KindTraits::of(widget.kind).isLine; }
 bool isGap(const DockWidget& widget) { return KindTraits::of(widget.kind).isGap; }
@@ -95,6 +102,21 @@ QList<Block> blocksOf(const DockRow& row) {
   const bool lineAfter = (position == 0 || behindAnchor) && !blocks.isEmpty();
   blocks.insert(position, appBlock(row, position > 0 && !behindAnchor, lineAfter));
   return blocks;
+}
+
+/// The ends of a row that stay while the rest of it scrolls in a glass of this width.
+RowEnds endsOf(const QList<Block>& blocks, const DockRow& row, double glass, const QUuid& held) {
+  QList<RowEnds::Entry> entries;
+  std::optional<qsizetype> heldEntry;
+  for (const Block& block : blocks) {
+    const auto widget = std::ranges::find(block.entries, RowEntry::Kind::Widget, &RowEntry::kind);
+    const bool isWidget = widget != block.entries.end();
+    const bool isApp =
+        isWidget ? isAppTile(row.widgets[widget->index]) : block.entries.first().kind != RowEntry::Kind::Invitation;
+    if (isWidget && !held.isNull() && row.widgets[widget->index].id == held) heldEntry = entries.size();
+    entries.append({isApp, block.width});
+  }
+  return RowEnds::of(entries, row.spacing, theme::kInset, glass, heldEntry);
 }
 
 double widthOf(const QList<Block>& blocks, double spacing) {
@@ -188,9 +210,62 @@ void placeEntry(RowLayout& layout, const RowEntry& entry, double x, double top, 
   layout.items.append({kind, entry.index, grid(x, top, right, top + theme::kTileHeight * scale)});
 }
 
+/// Within the ends, also where the first lies beyond the last.
+double between(double first, double x, double last) { return std::max(first, std::min(x, last)); }
+
 /// An edge that two rectangles share belongs to one of them.
 bool covers(const QRectF& rect, QPointF point) {
   return point.x() >= rect.left() && point.x() < rect.right() && point.y() >= rect.top() && point.y() < rect.bottom();
+}
+
+/// From `x` on; returns where the next block would be.
+double placeBlocks(RowLayout& layout, const QList<Block>& blocks, double x, double top, const DockRow& row,
+                   const Grid& grid) {
+  for (const Block& block : blocks) {
+    for (const RowEntry& entry : block.entries) {
+      placeEntry(layout, entry, x, top, row.scale, grid);
+      x += entry.width * row.scale;
+    }
+    x += row.spacing * row.scale;
+  }
+  return x;
+}
+
+/// A row that is wider than its glass: its ends where they always are, what lies between them as far as it is scrolled.
+void placeScrolled(RowLayout& layout, const QList<Block>& blocks, const RowEnds& ends, double scroll, double top,
+                   const DockRow& row, const Grid& grid) {
+  const double scale = row.scale;
+  const double inset = theme::kInset * scale;
+  const auto placeEnd = [&](const QList<Block>& end, double x) {
+    const qsizetype first = layout.items.size();
+    placeBlocks(layout, end, x, top, row, grid);
+    for (qsizetype item = first; item < layout.items.size(); ++item) layout.items[item].stays = true;
+    for (const Block& block : end)
+      for (const RowEntry& entry : block.entries)
+        if (entry.kind == RowEntry::Kind::Separator) layout.separatorStays = true;
+  };
+  const QList<Block> leading = blocks.first(ends.leading);
+  const QList<Block> trailing = blocks.last(ends.trailing);
+  const double spacing = row.spacing * scale;
+  double x = layout.glass.left() + inset;
+  placeEnd(leading, x);
+  if (!leading.isEmpty()) {
+    x += widthOf(leading, row.spacing) * scale;
+    layout.middle.setLeft(grid(x));
+    x += spacing;
+  }
+  placeBlocks(layout, blocks.mid(ends.leading, blocks.size() - ends.leading - ends.trailing), x - scroll, top, row,
+              grid);
+  if (!trailing.isEmpty()) {
+    x = layout.glass.right() - inset - widthOf(trailing, row.spacing) * scale;
+    layout.middle.setRight(std::max(layout.middle.left(), grid(x)));
+    placeEnd(trailing, x);
+  }
+  QRectF arrow(layout.middle.left(), top, grid(theme::kEndFade * scale), grid(theme::kTileHeight * scale));
+  if (arrow.width() * 2 > layout.middle.width()) return;
+  if (scroll > 0) layout.backArrow = arrow;
+  arrow.moveRight(layout.middle.right());
+  if (scroll < layout.overflow) layout.onArrow = arrow;
 }
 
 }  // namespace
@@ -232,17 +307,14 @@ RowLayout RowLayout::of(const DockRow& row, const QRectF& slot, double ratio, co
   const QList<Block> blocks = blocksOf(row);
   const double rowWidth = widthOf(blocks, row.spacing) * scale;
   const double free = layout.glass.width() - rowWidth;
-  double x = layout.overflow > 0
-                 ? layout.glass.left() + theme::kInset * scale - std::clamp(pose.scroll, 0.0, layout.overflow)
-                 : layout.glass.left() + free / 2;
   const double top = row.edge == Edge::Bottom ? layout.glass.bottom() - (theme::kInset + theme::kTileHeight) * scale
                                               : layout.glass.top() + theme::kInset * scale;
-  for (const Block& block : blocks) {
-    for (const RowEntry& entry : block.entries) {
-      placeEntry(layout, entry, x, top, scale, grid);
-      x += entry.width * scale;
-    }
-    x += row.spacing * scale;
+  layout.middle = layout.glass;
+  if (layout.overflow <= 0) {
+    placeBlocks(layout, blocks, layout.glass.left() + free / 2, top, row, grid);
+  } else {
+    const RowEnds ends = endsOf(blocks, row, layout.glass.width() / scale, pose.held);
+    placeScrolled(layout, blocks, ends, std::clamp(pose.scroll, 0.0, layout.overflow), top, row, grid);
   }
   if (pose.mirrored) layout.mirror();
   return layout;
@@ -257,32 +329,59 @@ void RowLayout::mirror() {
   };
   for (RowItem& item : items) turn(item.rect);
   for (QRectF& tab : tabs) turn(tab);
+  turn(middle);
+  turn(backArrow);
+  turn(onArrow);
   turn(separator);
   turn(invitation);
 }
 
+QRectF RowLayout::seen(const RowItem& item) const {
+  const QRectF& stretch = item.stays ? glass : middle;
+  const double left = std::max(item.rect.left(), stretch.left());
+  const double right = std::min(item.rect.right(), stretch.right());
+  return left < right ? QRectF(left, item.rect.top(), right - left, item.rect.height()) : QRectF();
+}
+
+double RowLayout::seenMiddle(const RowItem& item) const {
+  const double x = item.rect.center().x();
+  return item.stays || overflow <= 0 ? x : between(middle.left(), x, middle.right());
+}
+
+int RowLayout::arrowAt(QPointF point) const {
+  if (covers(backArrow, point)) return -1;
+  return covers(onArrow, point) ? 1 : 0;
+}
+
 std::optional<qsizetype> RowLayout::itemAt(QPointF point) const {
-  if (!glass.contains(point)) return std::nullopt;
+  if (!glass.contains(point) || arrowAt(point) != 0) return std::nullopt;
   for (qsizetype i = 0; i < items.size(); ++i)
-    if (covers(items[i].rect, point)) return i;
+    if (covers(seen(items[i]), point)) return i;
   return std::nullopt;
 }
 
 std::optional<qsizetype> RowLayout::itemUnder(QPointF point, double scale) const {
-  if (items.isEmpty() || !glass.contains(point)) return std::nullopt;
-  const QRectF& first = items.first().rect;
+  if (items.isEmpty() || !glass.contains(point) || arrowAt(point) != 0) return std::nullopt;
   const double inset = theme::kInset * scale;
-  if (point.y() < first.top() - inset || point.y() >= first.bottom() + inset) return std::nullopt;
+  const QRectF& any = items.first().rect;
+  if (point.y() < any.top() - inset || point.y() >= any.bottom() + inset) return std::nullopt;
+  // What scrolls lies under the ends that stay.
+  const bool scrolls = overflow > 0 && isInMiddle(point);
   // What lies between two items is an entry of its own.
+  QList<qsizetype> found;
   QList<DropRouting::Tile> entries;
-  double end = beginOf(first);
-  for (const RowItem& item : items) {
-    entries << DropRouting::Tile{{}, {}, {}, beginOf(item.rect) - end}
-            << DropRouting::Tile{{}, {}, {}, item.rect.width()};
-    end = endOf(item.rect);
+  double end = 0;
+  for (qsizetype i = 0; i < items.size(); ++i) {
+    const QRectF& rect = items[i].rect;
+    if (overflow > 0 && items[i].stays == scrolls) continue;
+    if (!found.isEmpty()) entries << DropRouting::Tile{{}, {}, {}, beginOf(rect) - end};
+    entries << DropRouting::Tile{{}, {}, {}, rect.width()};
+    end = endOf(rect);
+    found << i;
   }
-  const qsizetype at = DropRouting::indexAt(along(point.x()), entries, 0, beginOf(first));
-  return at < 0 || at % 2 == 0 ? std::nullopt : std::optional(at / 2);
+  if (found.isEmpty()) return std::nullopt;
+  const qsizetype at = DropRouting::indexAt(along(point.x()), entries, 0, beginOf(items[found.first()].rect));
+  return at < 0 || at % 2 != 0 ? std::nullopt : std::optional(found[at / 2]);
 }
 
 std::optional<qsizetype> RowLayout::tabAt(QPointF point) const {
@@ -296,14 +395,15 @@ QList<QRectF> RowLayout::plates(const DockRow& row) const {
   bool afterApp = false;
   for (const RowItem& item : items) {
     const bool isApp = item.kind == RowItem::Kind::App;
-    if (!isApp && isGap(row.widgets[item.index])) {
+    const QRectF rect = seen(item);
+    if (rect.isEmpty() || (!isApp && isGap(row.widgets[item.index]))) {
       afterApp = false;
       continue;
     }
     if (isApp && afterApp)
-      plates.last() |= item.rect;
+      plates.last() |= rect;
     else
-      plates.append(item.rect);
+      plates.append(rect);
     afterApp = isApp;
   }
   return plates;
@@ -315,8 +415,9 @@ QList<QRectF> RowLayout::lines(const DockRow& row, double ratio) const {
   const QSizeF size(row.scale, theme::kSeparatorHeight * row.scale);
   for (const RowItem& item : items) {
     if (item.kind == RowItem::Kind::App || !isLine(row.widgets[item.index])) continue;
-    const QPointF middle = item.rect.center();
-    lines << QRectF(middle - QPointF(size.width(), size.height()) / 2, size);
+    const QPointF centre = item.rect.center();
+    if (overflow > 0 && !item.stays && !isInMiddle(centre)) continue;
+    lines << QRectF(centre - QPointF(size.width(), size.height()) / 2, size);
   }
   for (QRectF& line : lines) line.adjust(-1 / ratio, -1 / ratio, 1 / ratio, 1 / ratio);
   return lines;
@@ -330,15 +431,19 @@ qsizetype RowLayout::itemOf(RowItem::Kind kind, qsizetype index) const {
 
 qsizetype RowLayout::widgetsBefore(double x) const {
   return std::ranges::count_if(items, [this, x](const RowItem& item) {
-    return item.kind == RowItem::Kind::Widget && along(item.rect.center().x()) < along(x);
+    return item.kind == RowItem::Kind::Widget && along(seenMiddle(item)) < along(x);
   });
 }
 
 double RowLayout::insertionX(qsizetype index, double spacing) const {
+  // Beside what is out of sight it stands at the edge beyond which that is.
+  const auto shown = [this](qsizetype item, double x) {
+    return items[item].stays || overflow <= 0 ? x : between(middle.left(), x, middle.right());
+  };
   if (const qsizetype next = itemOf(RowItem::Kind::Widget, index); next >= 0)
-    return along(beginOf(items[next].rect) - spacing / 2);
+    return shown(next, along(beginOf(items[next].rect) - spacing / 2));
   if (const qsizetype last = itemOf(RowItem::Kind::Widget, index - 1); last >= 0)
-    return along(endOf(items[last].rect) + spacing / 2);
+    return shown(last, along(endOf(items[last].rect) + spacing / 2));
   if (!invitation.isEmpty()) return invitation.center().x();
   return items.isEmpty() ? glass.center().x() : along(beginOf(items.first().rect));
 }

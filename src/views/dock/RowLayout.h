@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QRectF>
+#include <QUuid>
 #include <optional>
 
 #include "views/dock/DockRow.h"
@@ -16,6 +17,7 @@ struct RowItem {
   Kind kind = Kind::Widget;
   qsizetype index = 0;  ///< In DockRow::widgets or DockRow::runningApps.
   QRectF rect;
+  bool stays = false;  ///< At an end of a row that scrolls, while what lies between the ends moves under it.
 
   bool operator==(const RowItem&) const = default;
 };
@@ -25,6 +27,7 @@ struct RowPose {
   double scroll = 0;      ///< Of a row that is wider than its glass.
   double tabs = 0;        ///< How far the tabs have come out, from 0 to 1.
   bool mirrored = false;  ///< For people who read from the right: the row begins there.
+  QUuid held{};           ///< A widget on its way, which breaks no run of apps; null for none.
 };
 
 /// Where everything of a dock is, in the units of its window. All edges lie on whole device pixels.
@@ -32,9 +35,13 @@ struct RowLayout {
   QRectF glass;
   QList<RowItem> items;  ///< In the order of reading: from left to right, or from right to left where it is mirrored.
   QRectF separator;      ///< The line between tiles and running applications; empty where there is none.
-  QRectF invitation;     ///< To add widgets, where a row holds nothing but running applications; empty elsewhere.
-  QList<QRectF> tabs;    ///< None while they are in; one that there is no space for is empty.
-  double overflow = 0;   ///< How far the row is wider than its glass; it scrolls that far.
+  bool separatorStays = false;  ///< With the running applications, at an end of a row that scrolls.
+  QRectF invitation;    ///< To add widgets, where a row holds nothing but running applications; empty elsewhere.
+  QList<QRectF> tabs;   ///< None while they are in; one that there is no space for is empty.
+  double overflow = 0;  ///< How far the row is wider than its glass; it scrolls that far.
+  QRectF middle;        ///< What is seen of all that scrolls: the glass without the ends that stay.
+  QRectF backArrow;     ///< Says that there is more towards the beginning, and goes there; empty where there is none.
+  QRectF onArrow;       ///< The same towards the end.
   bool mirrored = false;
 
   /// The width that the glass takes when nothing limits it, never below the dock's least, whatever the scale, and never
@@ -47,7 +54,13 @@ struct RowLayout {
   /// Lays the row out in the middle of `slot`. `ratio` is device pixels per unit.
   static RowLayout of(const DockRow& row, const QRectF& slot, double ratio, const RowPose& pose = {});
 
-  /// The item at a point, if any. It covers its first edges but not its last.
+  /// What is seen of an item; empty for one that is scrolled out of sight.
+  QRectF seen(const RowItem& item) const;
+  /// The middle of an item along the row; one that is out of sight stands at the edge beyond which it is.
+  double seenMiddle(const RowItem& item) const;
+  /// -1 over the arrow towards the beginning, 1 over the one towards the end, 0 elsewhere.
+  int arrowAt(QPointF point) const;
+  /// The item at a point, if any. It covers its first edges but not its last, and nothing that is out of sight.
   std::optional<qsizetype> itemAt(QPointF point) const;
   /// The item for things that are held over the dock: by its stretch of the row alone, but not beside the tabs.
   std::optional<qsizetype> itemUnder(QPointF point, double scale) const;
@@ -66,6 +79,7 @@ struct RowLayout {
 
  private:
   void mirror();
+  bool isInMiddle(QPointF point) const { return point.x() >= middle.left() && point.x() < middle.right(); }
   /// How far something lies along the row, for comparisons.
   double along(double x) const { return mirrored ? -x : x; }
   double beginOf(const QRectF& rect) const { return mirrored ? -rect.right() : rect.left(); }

@@ -51,6 +51,8 @@ class RowTiles final {
   bool isItem(qsizetype item) const { return item >= 0 && item < count(); }
   /// Empty for none.
   QRectF place(qsizetype item) const { return layout_.items.value(item).rect; }
+  /// What is seen of it; empty where that is nothing.
+  QRectF seenPlace(qsizetype item) const { return isItem(item) ? layout_.seen(layout_.items[item]) : QRectF(); }
   /// Null for what is no widget's tile.
   const DockWidget* widgetOf(qsizetype item) const;
   /// Null for what is no running application.

@@ -71,15 +71,18 @@ void TileDragController::findPlace() {
     return layoutOf_(row);
   };
   const auto distance = [&](const RowLayout& row, qsizetype to) {
-    return std::abs(row.items[row.itemOf(RowItem::Kind::Widget, to)].rect.center().x() - middle);
+    return std::abs(row.seenMiddle(row.items[row.itemOf(RowItem::Kind::Widget, to)]) - middle);
   };
   qsizetype to = drag.away ? drag.from : drag.to;
   RowLayout best = rowWith(to);
   for (const int direction : {1, -1}) {
-    while (!drag.away && to + direction >= 0 && to + direction < row_.widgets.size()) {
-      RowLayout next = rowWith(to + direction);
-      if (distance(next, to + direction) >= distance(best, to)) break;
-      to += direction;
+    for (qsizetype at = to + direction; !drag.away && at >= 0 && at < row_.widgets.size(); at += direction) {
+      RowLayout next = rowWith(at);
+      const double nearer = distance(best, to) - distance(next, at);
+      if (nearer < 0) break;
+      // Places that are out of sight are all alike; behind them those of an end that stays may be nearer.
+      if (nearer == 0) continue;
+      to = at;
       best = std::move(next);
     }
   }

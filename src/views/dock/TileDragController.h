@@ -5,6 +5,7 @@
 #include <QPointF>
 #include <QRectF>
 #include <QString>
+#include <QUuid>
 #include <functional>
 #include <optional>
 #include <utility>
@@ -51,6 +52,9 @@ class TileDragController final : public QObject {
   bool isAway() const { return isActive() && drag_->away; }
   /// The place of the tile that is held, among the displayed widgets.
   qsizetype widget() const { return drag_->from; }
+
+  /// Null for none.
+  QUuid heldWidget() const { return drag_ ? QUuid(drag_->key) : QUuid(); }
 
   /// Whether an item is held, or on its way down.
   bool isLifted(qsizetype item) const;

@@ -76,6 +76,8 @@ inline constexpr double kSwipeFollows = 0.5;  ///< How much of a sideways drag t
 
 // The ends of a row that goes on beyond its glass.
 inline constexpr double kEndFade = 24;
+inline constexpr double kScrollArrow = 5;  ///< Half its height.
+inline constexpr double kScrollArrowStroke = 1.8;
 inline constexpr double kEdgeZone = 28;     ///< Where holding something scrolls.
 inline constexpr double kEdgeScroll = 480;  ///< Units a second.
 
