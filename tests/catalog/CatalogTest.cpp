@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QHash>
 #include <algorithm>
 #include <thread>
 #include <vector>
@@ -30,9 +31,32 @@ TEST(Catalog, HoldsEveryKindOnceWithEverythingThatATileNeeds) {
   EXPECT_EQ(Catalog::items().size(), 163);
   EXPECT_EQ(kinds.size(), 163);
   EXPECT_EQ(connected, 56);
-  EXPECT_EQ(badgeInitial(Catalog::find(u"gmailLatest"_s)), u"G"_s) << "Latest Gmail is known by its service";
-  EXPECT_EQ(badgeInitial(Catalog::find(u"cryptoQuote"_s)), u"C"_s);
   EXPECT_EQ(withAsset, 48);
+}
+
+TEST(Catalog, NoTwoServicesShareABadge) {
+  QHash<QString, ServiceBadge> badges;  // By service.
+  QHash<QString, QString> letters;
+  QHash<int, QString> colors;
+  for (const WidgetDefinition& item : Catalog::items()) {
+    if (!isConnectedFamily(item.family)) continue;
+    SCOPED_TRACE(item.id.toStdString());
+    const QString service = item.asset.isEmpty() ? item.name.section(u' ', 0, 0) : item.asset;
+    const ServiceBadge badge = serviceBadge(item);
+    EXPECT_EQ(badges.value(service, badge), badge) << "all tiles of a service have one";
+    EXPECT_EQ(letters.value(badge.letters, service), service);
+    EXPECT_EQ(colors.value(badge.color, service), service);
+    badges.insert(service, badge);
+    letters.insert(badge.letters, service);
+    colors.insert(badge.color, service);
+    EXPECT_TRUE(badge.letters.size() == 1 || badge.letters.size() == 2);
+    for (const QChar letter : badge.letters) EXPECT_TRUE(letter >= u'A' && letter <= u'Z');
+  }
+  EXPECT_EQ(badges.size(), 34);
+  for (auto one = badges.cbegin(); one != badges.cend(); ++one) {
+    const auto sharesInitial = [&](const ServiceBadge& other) { return other.letters[0] == one->letters[0]; };
+    EXPECT_EQ(one->letters.size(), std::ranges::count_if(badges, sharesInitial) > 1 ? 2 : 1) << qPrintable(one.key());
+  }
 }
 
 TEST(Catalog, SectionsOfferEveryKindOnce) {

@@ -159,7 +159,7 @@ TEST(Rows, AreTurnedOverWherePeopleReadFromTheRight) {
        [] {
          auto* header = new PanelHeader(nullptr);
          header->setTitle(u"A title"_s);
-         header->setInitial(u"T"_s);
+         header->setBadge({u"T"_s, 16});
          header->addAction(new Button(u"Go"_s));
          return header;
        }},

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "views/theme/BadgePicture.h"
 #include "views/theme/DesktopLook.h"
 #include "views/theme/Emoji.h"
 #include "views/theme/Glass.h"
@@ -65,6 +66,69 @@ TEST(SmoothLine, FlowsThroughTheSamplesWithoutLeavingTheRangeOfNeighbours) {
     const QPointF at = ramp.pointAtPercent(share);
     EXPECT_NEAR(at.y(), at.x() * 2, 1e-6);
   }
+}
+
+TEST(Badges, LettersStandOutFromEveryColour) {
+  const auto luminance = [](const QColor& color) {
+    const auto linear = [](double c) { return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+  };
+  for (const bool light : {false, true})
+    for (const bool monochrome : {false, true})
+      for (const bool highContrast : {false, true}) {
+        const Palette palette =
+            Palette::make(light ? DockStyle::White : DockStyle::Black, Backdrop::Plain, monochrome, highContrast);
+        QList<QRgb> seen;
+        for (int color = 0; color < Palette::kBadgeColors; ++color) {
+          const BadgeColors colors = palette.badge(color);
+          const double one = luminance(colors.ground), other = luminance(colors.ink);
+          EXPECT_GE((std::max(one, other) + 0.05) / (std::min(one, other) + 0.05), highContrast ? 7 : 4.5) << color;
+          const bool isAlike = monochrome || highContrast;
+          EXPECT_TRUE(isAlike || !seen.contains(colors.ground.rgb())) << color;
+          seen << colors.ground.rgb();
+        }
+      }
+}
+
+TEST(Badges, TellServicesApartBySmallLettersAloneAndByInitialAndColour) {
+  const auto picture = [](const ServiceBadge& badge, bool monochrome, BadgeDetail detail, int side) {
+    QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const Palette palette = Palette::make(DockStyle::Black, Backdrop::Plain, monochrome, false);
+    drawServiceBadge(painter, image.rect(), 4, badge, palette, detail);
+    return image;
+  };
+  const auto differs = [](const QImage& a, const QImage& b) {
+    int pixels = 0;
+    for (int y = 0; y < a.height(); ++y)
+      for (int x = 0; x < a.width(); ++x)
+        if (std::abs(qGray(a.pixel(x, y)) - qGray(b.pixel(x, y))) > 40) ++pixels;
+    return pixels;
+  };
+  QList<ServiceBadge> badges;
+  for (const WidgetDefinition& item : Catalog::items())
+    if (isConnectedFamily(item.family) && !badges.contains(serviceBadge(item))) badges << serviceBadge(item);
+  for (const ServiceBadge& badge : badges)
+    for (const QChar letter : badge.letters) EXPECT_FALSE(badgeLetter(letter).isEmpty());
+  const int compact = static_cast<int>(theme::kSymbolSize * theme::kCompactScale);
+  for (qsizetype i = 0; i < badges.size(); ++i)
+    for (qsizetype j = 0; j < i; ++j) {
+      SCOPED_TRACE((badges[i].letters + u' ' + badges[j].letters).toStdString());
+      // In one colour, as large as they are in the smallest dock that has both letters.
+      EXPECT_GE(differs(picture(badges[i], true, BadgeDetail::Whole, compact),
+                        picture(badges[j], true, BadgeDetail::Whole, compact)),
+                4);
+      if (badges[i].letters[0] != badges[j].letters[0]) continue;
+      const Palette palette = Palette::make(DockStyle::Black, Backdrop::Plain, false, false);
+      const QColor one = palette.badge(badges[i].color).ground, other = palette.badge(badges[j].color).ground;
+      EXPECT_GT(std::abs(one.red() - other.red()) + std::abs(one.green() - other.green()) +
+                    std::abs(one.blue() - other.blue()),
+                140);
+      EXPECT_NE(picture(badges[i], false, BadgeDetail::Initial, 13),
+                picture(badges[j], false, BadgeDetail::Initial, 13));
+    }
 }
 
 TEST(Text, FiguresKeepTheirWidthWhateverTheirDigits) {

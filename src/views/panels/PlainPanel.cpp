@@ -17,7 +17,7 @@ class PlainPanel final : public TilePanel {
   void refresh(const TileSources& sources) override {
     const PlainWords words = words_(*this, sources);
     EmptyState state;
-    if (isConnectedFamily(definition().family)) state.initial = badgeInitial(definition());
+    if (isConnectedFamily(definition().family)) state.badge = serviceBadge(definition());
     state.symbol = definition().symbol;
     state.title = title();
     state.sentence = words.sentence;

@@ -10,6 +10,7 @@
 #include "views/controls/Mirroring.h"
 #include "views/controls/ScrollArea.h"
 #include "views/panels/PanelDrafts.h"
+#include "views/theme/BadgePicture.h"
 #include "views/theme/Theme.h"
 #include "widgets/catalog/Catalog.h"
 
@@ -22,6 +23,7 @@ namespace {
 constexpr int kEmptySymbol = 28;
 constexpr int kEmptyGap = 8;
 constexpr int kEmptyAround = 12;
+constexpr double kBadgeCorner = 0.3;  // Of its side.
 
 }  // namespace
 
@@ -30,9 +32,9 @@ class TilePanel::EmptyView final : public QWidget {
   class Emblem final : public QWidget {
    public:
     explicit Emblem(QWidget* parent) : QWidget(parent) { setFixedHeight(kEmptySymbol); }
-    void set(const QString& symbol, const QString& initial) {
+    void set(const QString& symbol, const ServiceBadge& badge) {
       symbol_ = symbol;
-      initial_ = initial;
+      badge_ = badge;
       update();
     }
 
@@ -42,15 +44,15 @@ class TilePanel::EmptyView final : public QWidget {
       painter.setRenderHint(QPainter::Antialiasing);
       const QRectF box((width() - kEmptySymbol) / 2.0, 0, kEmptySymbol, kEmptySymbol);
       const ControlLook& look = lookOf(*this);
-      if (initial_.isEmpty())
+      if (badge_.letters.isEmpty())
         drawControlSymbol(painter, symbol_, box, look.palette.secondary);
       else
-        drawBadge(painter, box, initial_, look);
+        drawServiceBadge(painter, box, kEmptySymbol * kBadgeCorner, badge_, look.palette);
     }
 
    private:
     QString symbol_;
-    QString initial_;
+    ServiceBadge badge_;
   };
 
  public:
@@ -78,7 +80,7 @@ class TilePanel::EmptyView final : public QWidget {
   }
 
   void set(const EmptyState& state) {
-    emblem_->set(state.symbol, state.initial);
+    emblem_->set(state.symbol, state.badge);
     title_->setText(state.title);
     title_->setVisible(!state.title.isEmpty());
     sentence_->setText(state.sentence);
@@ -134,7 +136,7 @@ TilePanel::TilePanel(const PanelContext& context, int width)
   frame().setStretchFactor(scroll_, 1);
 
   if (isConnectedFamily(definition().family))
-    header_->setInitial(badgeInitial(definition()));
+    header_->setBadge(serviceBadge(definition()));
   else
     header_->setSymbol(definition().symbol);
   header_->setTitle(title());
@@ -264,12 +266,12 @@ PanelHeader::PanelHeader(QWidget* parent) : QWidget(parent), actions_(new QHBoxL
 
 void PanelHeader::setSymbol(const QString& symbol) {
   symbol_ = symbol;
-  initial_.clear();
+  badge_ = {};
   update();
 }
 
-void PanelHeader::setInitial(const QString& initial) {
-  initial_ = initial;
+void PanelHeader::setBadge(const ServiceBadge& badge) {
+  badge_ = badge;
   update();
 }
 
@@ -303,10 +305,10 @@ void PanelHeader::paintEvent(QPaintEvent*) {
   const ControlLook& look = lookOf(*this);
   const Mirroring mirror(*this);
   const QRectF sign(0, (height() - theme::kSymbolSize) / 2, theme::kSymbolSize, theme::kSymbolSize);
-  if (initial_.isEmpty())
+  if (badge_.letters.isEmpty())
     drawControlSymbol(painter, symbol_, mirror(sign), look.accentColor());
   else
-    drawBadge(painter, mirror(sign), initial_, look);
+    drawServiceBadge(painter, mirror(sign), sign.width() * kBadgeCorner, badge_, look.palette);
   double right = width() - actionsWidth();
   if (!note_.isEmpty()) {
     const TextLine note = TextLine(note_, TextStyle::Caption).elided(right / 2, Elide::End);
@@ -316,12 +318,6 @@ void PanelHeader::paintEvent(QPaintEvent*) {
   const double left = sign.right() + theme::kRowGap;
   drawTextIn(painter, mirror(QRectF(left, 0, std::max(0.0, right - left), height())), title_, TextStyle::Title,
              look.palette.primary, mirror.reading());
-}
-
-void drawBadge(QPainter& painter, const QRectF& box, const QString& initial, const ControlLook& look) {
-  constexpr double corner = 0.3;  // Of its side.
-  drawRounded(painter, box, box.width() * corner, look.accentColor());
-  drawTextIn(painter, box, initial, TextStyle::BadgeInitial, look.palette.inkOnAccent, Qt::AlignHCenter);
 }
 
 }  // namespace tarnwick

@@ -24,7 +24,7 @@ class ScrollArea;
 /// What a panel shows while it has nothing of its own to show.
 struct EmptyState {
   QString symbol;
-  QString initial;  ///< In a badge, in place of a symbol, for a service.
+  ServiceBadge badge;  ///< In place of a symbol, for a service.
   QString title;
   QString sentence;
   QString button;  ///< Empty for none.
@@ -131,7 +131,7 @@ class PanelHeader final : public QWidget {
 
   void setSymbol(const QString& symbol);
   /// A service's badge in place of a symbol.
-  void setInitial(const QString& initial);
+  void setBadge(const ServiceBadge& badge);
   void setTitle(const QString& title);
   /// A short note before the action, such as "2 of 5 done".
   void setNote(const QString& note);
@@ -146,13 +146,10 @@ class PanelHeader final : public QWidget {
   int actionsWidth() const;
 
   QString symbol_;
-  QString initial_;
+  ServiceBadge badge_;
   QString title_;
   QString note_;
   QHBoxLayout* actions_;
 };
-
-/// Paints a service's badge: a rounded square in the accent with an initial.
-void drawBadge(QPainter& painter, const QRectF& box, const QString& initial, const ControlLook& look);
 
 }  // namespace tarnwick

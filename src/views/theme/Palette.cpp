@@ -325,6 +325,17 @@ QColor Palette::accentWord(Accent accent) const {
   return light ? mixed(color, QColor(0, 0, 0), 0.2) : mixed(color, QColor(255, 255, 255), 0.3);
 }
 
+BadgeColors Palette::badge(int color) const {
+  if (monochrome || highContrast) return {accent(Accent::Foreground), inkOnAccent};
+  // Around the wheel, a bright one and a deep one by turns.
+  static constexpr std::array<QRgb, kBadgeColors> grounds = {
+      0xFF9CB3, 0xAF2843, 0xFFA098, 0xAF2F09, 0xFFA47A, 0x964C04, 0xFEA849, 0x855904, 0xEAB532,
+      0x766202, 0xCCC23B, 0x626A03, 0xA8CE5A, 0x3A7400, 0x7BD77F, 0x057743, 0x41DCA5, 0x017460,
+      0x0BDAC9, 0x067272, 0x07D6E7, 0x016F82, 0x42CFFE, 0x006C97, 0x80C5FF, 0x0161BD, 0x9EBDFF,
+      0x4B53C2, 0xB6B4FE, 0x6D47B8, 0xD1A9FF, 0x863CA4, 0xEE9AF3, 0x9A3289, 0xFF96D3, 0xA72A68};
+  return {tone(grounds[static_cast<std::size_t>(color)]), color % 2 == 0 ? tone(kInk) : white(100)};
+}
+
 QColor faded(const QColor& color, double opacity) {
   QColor result = color;
   result.setAlphaF(static_cast<float>(color.alphaF() * std::clamp(opacity, 0.0, 1.0)));

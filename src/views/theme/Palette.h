@@ -48,6 +48,11 @@ struct PictureColors {
   bool operator==(const PictureColors&) const = default;
 };
 
+/// The colours of a service's badge.
+struct BadgeColors {
+  QColor ground, ink;
+};
+
 /// Every colour that painters use, for one style. The only place in the program with colour values.
 struct Palette {
   bool light = false;
@@ -79,6 +84,9 @@ struct Palette {
   QColor accent(Accent accent) const;
   /// The accent for words, which need more contrast than marks.
   QColor accentWord(Accent accent) const;
+  /// One of kBadgeColors pairs with a contrast of 4.5 to 1 at least. In monochrome and high contrast all are alike.
+  BadgeColors badge(int color) const;
+  static constexpr int kBadgeColors = 36;
 
   bool operator==(const Palette&) const = default;
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "views/theme/Glass.h"
+#include "views/theme/BadgePicture.h"
 #include "views/tiles/TileCanvas.h"
 #include "widgets/TileWords.h"
 
@@ -15,7 +15,7 @@ namespace {
 
 constexpr double kBadgeCorner = 6;
 constexpr double kLeastRight = 8;
-/// In small docks a badge is as large as its letter needs it.
+/// In small docks a badge is as large as its letters need it.
 constexpr double kBareBadge = 26;
 /// Narrower tiles put the symbol over the name, and so do those up to kMayStack whose name has no space beside it.
 constexpr double kSideBySide = 100;
@@ -35,16 +35,9 @@ void drawSign(TileCanvas& canvas, const GenericContent& content, QPointF centre)
     canvas.symbol(content.symbol, centre, theme::kSymbolSize, canvas.accent());
     return;
   }
-  painter.save();
-  const Palette& colors = canvas.colors();
-  if (!colors.highContrast)
-    painter.setOpacity(painter.opacity() * (colors.monochrome ? theme::kUnconnectedGrey : theme::kUnconnectedOpacity));
   const double side = canvas.showsCaption() ? theme::kSymbolSize : kBareBadge;
-  drawRounded(painter, QRectF(centre.x() - side / 2, centre.y() - side / 2, side, side), kBadgeCorner, canvas.accent());
-  painter.restore();
-  const TextLine letter = canvas.line(content.initial, TextStyle::BadgeInitial);
-  letter.drawCentred(painter, {centre.x(), TileCanvas::centredBaseline(letter, centre.y())},
-                     colors.highContrast ? colors.inkOnAccent : colors.primary);
+  drawServiceBadge(painter, QRectF(centre.x() - side / 2, centre.y() - side / 2, side, side), kBadgeCorner,
+                   content.badge, canvas.colors(), canvas.showsLastRow() ? BadgeDetail::Whole : BadgeDetail::Initial);
 }
 
 double textLeft(const TileCanvas& canvas) {
@@ -149,7 +142,7 @@ GenericContent makeGeneric(const TileRequest& request) {
   GenericContent content{name, wordFor(request), {}, {}, connected && !request.comesLater};
   if (request.comesLater) content.sentence = TileWords::tr("Comes with a later version");
   if (connected)
-    content.initial = badgeInitial(definition);
+    content.badge = serviceBadge(definition);
   else
     content.symbol = definition.symbol;
   return content;

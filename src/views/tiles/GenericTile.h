@@ -13,7 +13,7 @@ struct GenericContent {
   QString name;
   QString word;
   QString symbol;            ///< Empty where a badge stands for a service.
-  QString initial;           ///< On the badge.
+  ServiceBadge badge;        ///< Without letters where there is a symbol.
   bool opensEditor = false;  ///< Whether the word is something to do, which is what the accent says.
   QString sentence = {};     ///< In the tip, in place of the word.
 

@@ -159,14 +159,6 @@ bool isConnectedFamily(QStringView family) {
   return family == familyText(Family::Integration) || family == familyText(Family::Studio);
 }
 
-QString badgeInitial(const WidgetDefinition& definition) {
-  const QStringList words = definition.name.split(u' ', Qt::SkipEmptyParts);
-  const auto brand = std::find_if(words.begin(), words.end(), [&](const QString& word) {
-    return definition.asset.contains(word, Qt::CaseInsensitive);
-  });
-  return (brand == words.end() ? definition.name : *brand).left(1).toUpper();
-}
-
 const QList<WidgetDefinition>& Catalog::items() { return lists().items; }
 
 const WidgetDefinition& Catalog::find(const QString& kind) {

@@ -32,7 +32,15 @@ struct WidgetGroup {
 /// Whether widgets of this family show a remote value: they are configured, checked and refreshed alike.
 bool isConnectedFamily(QStringView family);
 
-/// The letter of a service's badge: that of the word in the name that names the service, else of the name.
-QString badgeInitial(const WidgetDefinition& definition);
+/// What a service is told by at a glance.
+struct ServiceBadge {
+  QString letters;  ///< One, or two where another service has the same initial, from A to Z; empty for no badge.
+  int color = 0;    ///< Its own: see Palette::badge.
+
+  bool operator==(const ServiceBadge&) const = default;
+};
+
+/// The badge of the service that fills a widget of a connected family.
+ServiceBadge serviceBadge(const WidgetDefinition& definition);
 
 }  // namespace tarnwick
