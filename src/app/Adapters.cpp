@@ -66,6 +66,7 @@ Services Adapters::makeServices() {
       .contrast = keep(std::make_unique<DesktopContrastPreference>(session)),
       .windows = *windowSystem_.windows,
       .hotKeys = *windowSystem_.hotKeys,
+      .modifiers = *windowSystem_.modifiers,
       .colors = keep(std::make_unique<PortalScreenColors>(session)),
       .session = keep(std::make_unique<LoginSessionEvents>(system)),
       .notifications = keep(std::make_unique<DesktopNotifications>(session)),

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include "app/AppKeys.h"
+#include "app/AppNumbers.h"
 #include "app/Appearance.h"
 #include "app/DockPresenter.h"
 #include "app/ExitGuards.h"
@@ -39,6 +40,7 @@ AppDelegate::AppDelegate(StoreSetup store, const Services& services, DelegateSet
       DockPresenterSetup{setup_.preferences, setup_.guard, setup_.readings,
                          nearbySender(services.installedApps.environment(), setup_.environment), editorIsOpen});
   keys_ = std::make_unique<AppKeys>(*store_, services.hotKeys, *commands_);
+  numbers_ = std::make_unique<AppNumbers>(services.scheduler, services.modifiers);
   orders_ = std::make_unique<Orders>(*store_, *commands_,
                                      OrdersSetup{setup_.application, setup_.door, setup_.executable, setup_.environment,
                                                  !setup_.measures, [this] { return presenter_->apps(); },
@@ -173,7 +175,11 @@ void AppDelegate::followRunningApps() {
 // --- Keys and menus -------------------------------------------------------------------------------------------------
 
 void AppDelegate::setupHotKeys() {
+  connect(keys_.get(), &AppKeys::pressed, numbers_.get(), &AppNumbers::hide);
   connect(keys_.get(), &AppKeys::pressed, orders_.get(), &Orders::performKey);
+  connect(keys_.get(), &AppKeys::changed, numbers_.get(), [this] { numbers_->setOn(!keys_->apps().isEmpty()); });
+  connect(numbers_.get(), &AppNumbers::changed, presenter_.get(),
+          [this] { presenter_->showNumbers(numbers_->areShown() ? keys_->apps() : QSet<int>()); });
   keys_->follow();
 }
 

@@ -14,6 +14,7 @@
 namespace tarnwick {
 
 class AppKeys;
+class AppNumbers;
 class Appearance;
 class DockPresenter;
 class ExitGuards;
@@ -89,6 +90,7 @@ class AppDelegate : public QObject {
   std::unique_ptr<Commands> commands_;
   std::unique_ptr<DockPresenter> presenter_;
   std::unique_ptr<AppKeys> keys_;
+  std::unique_ptr<AppNumbers> numbers_;
   std::unique_ptr<Orders> orders_;
   std::unique_ptr<Appearance> appearance_;
   std::unique_ptr<LoginEntry> loginEntry_;

@@ -15,6 +15,7 @@ AppKeys::AppKeys(AppStore& store, HotKeys& keys, const Commands& commands)
     held_.remove(identifier);
     if (identifier == HotKeyTable::kCommandBar) commandBarKey_.clear();
     if (identifier != HotKeyTable::kFocus && identifier < HotKeyTable::kFirstApp) sayKeyIsTaken();
+    Q_EMIT changed();
   });
 }
 
@@ -38,13 +39,22 @@ void AppKeys::follow() {
     }
   }
   if (!allBound) sayKeyIsTaken();
-  if (!keys_.unasked()) return;
-  for (const HotKeyTable::Row& row : HotKeyTable::appRows(options)) bind(row.identifier, row.request);
+  if (keys_.unasked())
+    for (const HotKeyTable::Row& row : HotKeyTable::appRows(options)) bind(row.identifier, row.request);
+  Q_EMIT changed();
 }
 
 void AppKeys::release() {
   keys_.unbindAll();
   held_.clear();
+  Q_EMIT changed();
+}
+
+QSet<int> AppKeys::apps() const {
+  QSet<int> apps;
+  for (auto held = held_.keyBegin(); held != held_.keyEnd(); ++held)
+    if (*held >= HotKeyTable::kFirstApp) apps.insert(static_cast<int>(*held - HotKeyTable::kFirstApp));
+  return apps;
 }
 
 bool AppKeys::bind(quint32 identifier, const HotKeyRequest& request) {

@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QObject>
+#include <QSet>
 #include <QString>
 
 #include "config/DesktopOptions.h"
@@ -36,12 +37,16 @@ class AppKeys final : public QObject, public KeyRecorder {
   Capability capability() const { return keys_.capability(); }
   /// Whether it may take keys that the user did not choose (see HotKeys).
   Capability unasked() const { return keys_.unasked(); }
+  /// Which apps of the dock have keys that are ours now, counted from 0.
+  QSet<int> apps() const;
   /// The key that opens the command bar now, as shown to the user; empty while none does.
   const QString& commandBarKey() const { return commandBarKey_; }
 
  Q_SIGNALS:
   /// `identifier` as HotKeyTable has them.
   void pressed(quint32 identifier);
+  /// apps() may be others.
+  void changed();
 
  private:
   bool bind(quint32 identifier, const HotKeyRequest& request);

@@ -234,6 +234,11 @@ void DockPresenter::openApp(int place) {
                       : tiles_.activateTile(dock.display, app.widget);
 }
 
+void DockPresenter::showNumbers(const QSet<int>& apps) {
+  const LiveDock* acted = docks_.ofOrFirst(store_.activeDisplay()).content;
+  for (const auto& [display, dock] : docks_.all()) dock->view().showNumbers(dock == acted ? apps : QSet<int>());
+}
+
 void DockPresenter::openNewWindow(const QUuid& widget, quint64 application) {
   widget.isNull() ? tiles_.newWindow(application) : tiles_.newWindowOfTile(widget);
 }

@@ -77,6 +77,8 @@ class DockPresenter final : public QObject, private DockHost {
   void openApp(int place);
   /// How many apps that dock has.
   qsizetype apps() const;
+  /// Writes their numbers over these apps of that dock, counted from 0, and over none of the others.
+  void showNumbers(const QSet<int>& apps);
   bool panelIsOpen(const QString& display) const { return panels_.hasActivePanel(display); }
   /// Closes the open panel without motion.
   void closePanel() { panels_.closeAtOnce(); }

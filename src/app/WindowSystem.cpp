@@ -19,6 +19,7 @@
 #include "platform/wayland/WaylandZoneSensor.h"
 #include "platform/x11/X11ClientWindows.h"
 #include "platform/x11/X11Events.h"
+#include "platform/x11/X11HeldModifiers.h"
 #include "platform/x11/X11HotKeys.h"
 #include "platform/x11/X11Panels.h"
 #include "platform/x11/X11Screens.h"
@@ -44,6 +45,11 @@ std::unique_ptr<HotKeys> portalKeys() {
   return std::make_unique<PortalHotKeys>(QGuiApplication::desktopFileName(), &HotKeyTable::action);
 }
 
+std::unique_ptr<HeldModifiers> noModifiers() {
+  return std::make_unique<NoHeldModifiers>(
+      WindowSystemWords::tr("This desktop does not tell which keys are held, so the apps show no numbers."));
+}
+
 WindowSystem makeX11() {
   WindowSystem system;
   auto events = std::make_unique<X11Events>();
@@ -58,6 +64,7 @@ WindowSystem makeX11() {
   system.windows = std::make_unique<X11ClientWindows>(*events, *screens);
   // What the X server cannot see it cannot grab either.
   system.hotKeys = edges ? std::make_unique<X11HotKeys>(*events) : portalKeys();
+  system.modifiers = edges ? std::make_unique<X11HeldModifiers>(*events) : noModifiers();
   system.screens = std::move(screens);
   system.connection = std::move(events);
   return system;
@@ -84,6 +91,7 @@ WindowSystem makeWayland() {
     system.panels = std::make_unique<PlainPanels>(*screens);
   }
   system.hotKeys = portalKeys();
+  system.modifiers = noModifiers();
   system.framesWindows = session->framesWindows();
   system.activationToken = [known = session.get()](const QString& application) {
     return WaylandActivation::token(*known, application);
@@ -123,6 +131,7 @@ QByteArray reachable(const QByteArray& wanted) {
 }  // namespace
 
 WindowSystem::~WindowSystem() {
+  modifiers.reset();
   hotKeys.reset();
   windows.reset();
   clocks.reset();

@@ -6,6 +6,7 @@
 
 #include "desktop/ClientWindows.h"
 #include "desktop/FrameClock.h"
+#include "desktop/HeldModifiers.h"
 #include "desktop/HotKeys.h"
 #include "desktop/Panels.h"
 #include "desktop/Screens.h"
@@ -22,6 +23,7 @@ struct WindowSystem {
   std::unique_ptr<FrameClocks> clocks;
   std::unique_ptr<ClientWindows> windows;
   std::unique_ptr<HotKeys> hotKeys;
+  std::unique_ptr<HeldModifiers> modifiers;
   /// The permission with which a started application's window may come to the front; left empty where none is needed.
   std::function<QString(const QString& application)> activationToken;
   bool framesWindows = true;  ///< Whether it puts a frame with a title around a program's windows.

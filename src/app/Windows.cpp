@@ -14,6 +14,7 @@
 #include "apps/AppIcons.h"
 #include "apps/InstalledApps.h"
 #include "base/DesktopId.h"
+#include "desktop/HeldModifiers.h"
 #include "desktop/VirtualKeys.h"
 #include "dock/rules/DockPlacement.h"
 #include "views/library/EditorWindow.h"
@@ -202,6 +203,7 @@ DesktopAbilities Windows::abilities() const {
   found.frames = services_.windows.frames();
   found.keys = delegate_.keys().capability();
   found.unaskedKeys = delegate_.keys().unasked();
+  found.appNumbers = services_.modifiers.capability();
   if (options.dockShortcutEnabled) found.dockKey = VirtualKeys::text(options.shortcutKey, options.shortcutModifiers);
   if (delegate_.commands().can(Commands::Optional::CommandBar) && options.commandBarEnabled)
     found.commandBarKey = delegate_.keys().commandBarKey();

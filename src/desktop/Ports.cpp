@@ -3,6 +3,7 @@
 #include "desktop/ContrastPreference.h"
 #include "desktop/Files.h"
 #include "desktop/FrameClock.h"
+#include "desktop/HeldModifiers.h"
 #include "desktop/HotKeys.h"
 #include "desktop/MotionPreference.h"
 #include "desktop/Panels.h"

@@ -8,6 +8,7 @@ class ClientWindows;
 class ContrastPreference;
 class Files;
 class FrameClocks;
+class HeldModifiers;
 class HotKeys;
 class InstalledApps;
 class LauncherHints;
@@ -36,6 +37,7 @@ struct Services {
   ContrastPreference& contrast;
   ClientWindows& windows;
   HotKeys& hotKeys;
+  HeldModifiers& modifiers;
   ScreenColors& colors;
 
   // The session.

@@ -10,6 +10,7 @@
 #include "apps/ports/LauncherHints.h"
 #include "desktop/ContrastPreference.h"
 #include "desktop/FrameClock.h"
+#include "desktop/HeldModifiers.h"
 #include "desktop/HotKeys.h"
 #include "desktop/MotionPreference.h"
 #include "desktop/Notifications.h"
@@ -55,6 +56,11 @@ struct FreeKeys final : HotKeys {
   HotKeyBinding bind(quint32, const HotKeyRequest&) override { return {true, {}, {}}; }
   void unbindAll() override {}
 };
+struct TestModifiers final : HeldModifiers {
+  bool isWatched = false;
+  Capability capability() const override { return Capability::yes(); }
+  void watch(bool watched) override { isWatched = watched; }
+};
 struct NoColors final : ScreenColors {
   void pick(QObject*, std::function<void(const QString&)>, std::function<void(const QString&)>) override {}
 };
@@ -86,9 +92,9 @@ class TestServices {
 
   /// The parts that stand in for others are given by whoever needs them.
   Services with(Panels& somePanels, FrameClocks& someClocks) {
-    return {scheduler_,    screens,     somePanels, zones,   someClocks,    motion,  contrast,
-            windows,       hotKeys,     colors,     session, notifications, toggles, files,
-            installedApps, runningApps, icons,      opener,  hints};
+    return {scheduler_, screens,       somePanels,  zones,  someClocks, motion,        contrast,
+            windows,    hotKeys,       modifiers,   colors, session,    notifications, toggles,
+            files,      installedApps, runningApps, icons,  opener,     hints};
   }
   Services all() { return with(panels, clocks); }
 
@@ -104,6 +110,7 @@ class TestServices {
   UsualContrast contrast;
   FakeWindows windows;
   FreeKeys hotKeys;
+  TestModifiers modifiers;
   NoColors colors;
   SessionEvents session;
   QuietNotifications notifications;

@@ -342,6 +342,23 @@ TEST(Layout, AnArrowTurnsThePageAndTheKeyboardBringsItsTileIntoSight) {
   keep(paintedBy(*view, 2), u"ends"_s);
 }
 
+TEST(Look, NumbersStandOnTheAppsThatHaveKeysAndNowhereElse) {
+  const DockRow row = rowWithEnds();
+  const auto view = makeView(row);
+  const QImage plain = paintedBy(*view);
+  view->showNumbers({0, 2, 4});
+  const QImage numbered = paintedBy(*view);
+  keep(paintedBy(*view, 2), u"numbers"_s);
+  for (qsizetype item = 0; item < view->itemCount(); ++item) {
+    const QRect place = view->itemRect(item).toAlignedRect();
+    // The first app, the third, which stands among others, and the second of those that run.
+    const bool isNumbered = item == 0 || item == 4 || item == 9;
+    EXPECT_EQ(plain.copy(place) != numbered.copy(place), isNumbered) << item;
+  }
+  view->showNumbers({});
+  EXPECT_EQ(paintedBy(*view), plain);
+}
+
 TEST(Layout, ATileGoesToAnEndWhateverIsScrolledBelowIt) {
   for (const bool isApp : {true, false}) {
     const auto view = makeView(rowWithEnds(), 700);

@@ -23,6 +23,7 @@ struct X11EventsWords {
 constexpr quint8 kNewKeyboardNotify = 0;
 constexpr quint8 kMapNotify = 1;
 constexpr quint8 kStateNotify = 2;
+constexpr std::size_t kStateNotifyBaseModifiers = 10;
 constexpr std::size_t kStateNotifyGroup = 13;
 constexpr quint16 kFirstInputEvent = 2;   // key press
 constexpr quint16 kLastButtonEvent = 5;   // button release
@@ -228,10 +229,14 @@ void X11Events::handleKeyboardExtension(const xcb_generic_event_t* event) {
   if (kind == kNewKeyboardNotify || kind == kMapNotify) {
     Q_EMIT keyboardChanged();
   } else if (kind == kStateNotify) {
-    const int group = reinterpret_cast<const quint8*>(event)[kStateNotifyGroup];
+    // Qt has the server tell of every change of the state over this connection.
+    const auto* bytes = reinterpret_cast<const quint8*>(event);
+    const int group = bytes[kStateNotifyGroup];
     const bool isOther = group_ >= 0 && group != group_;
     group_ = group;
     if (isOther) Q_EMIT keyboardChanged();
+    const quint8 modifiers = bytes[kStateNotifyBaseModifiers];
+    if (std::exchange(modifiers_, modifiers) != modifiers) Q_EMIT modifiersHeld(modifiers);
   }
 }
 

@@ -45,6 +45,7 @@ class X11Events final : public QObject, public QAbstractNativeEventFilter {
 
   /// Says whether `selectionOwnerChanged` is emitted for this selection.
   void watchSelection(X11Atom selection, bool watched) const;
+  bool hasKeyboardExtension() const { return keyboard_.has_value(); }
   X11RawInput& rawInput() { return *rawInput_; }
 
   bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
@@ -64,6 +65,8 @@ class X11Events final : public QObject, public QAbstractNativeEventFilter {
   void keyReleased(quint8 code);
   /// What the keys mean changed: another layout, other modifiers, another keyboard, another group of the layout.
   void keyboardChanged();
+  /// Other modifier keys are down than before, as the server's own mask. Locks and sticky keys do not count.
+  void modifiersHeld(quint8 modifiers);
   void compositorChanged(bool isPresent);
   /// `owner` is none while no program has it.
   void selectionOwnerChanged(quint32 selection, quint32 owner);
@@ -99,6 +102,7 @@ class X11Events final : public QObject, public QAbstractNativeEventFilter {
   xcb_timestamp_t userTime_ = XCB_CURRENT_TIME;
   std::optional<Release> lastRelease_;  ///< If the latest event was one.
   int group_ = -1;
+  quint8 modifiers_ = 0;
 };
 
 }  // namespace tarnwick

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <utility>
 
+#include "base/LocalFigures.h"
 #include "views/theme/ClearMarks.h"
 #include "views/theme/Theme.h"
 #include "views/theme/Typography.h"
@@ -67,6 +68,7 @@ void DockPainter::paintPart(QPainter& painter, const QRect& part) {
   paintScrolled(painter, part);
   if (layout().overflow > 0) paintItems(painter, part, true);
   if (const qsizetype above = state_.drag.liftedItem(); above >= 0) items_.paint(painter, above);
+  if (!state_.numbers.isEmpty()) paintNumbers(painter);
   if (const auto index = state_.drop.insertion()) paintInsertion(painter, *index);
   painter.restore();
 }
@@ -174,6 +176,27 @@ void DockPainter::paintItems(QPainter& painter, const QRect& part, bool staying)
     items_.paint(painter, hovered);
   }
   painter.restore();
+}
+
+/// The number of an app's key, on a plate in the middle of its tile.
+void DockPainter::paintNumbers(QPainter& painter) const {
+  const double scale = row().scale;
+  int app = -1;
+  for (qsizetype item = 0; item < layout().items.size(); ++item) {
+    if (!state_.tiles.isApplication(item) || !state_.numbers.contains(++app)) continue;
+    const QPointF centre = state_.tiles.place(item).center();
+    if (!state_.tiles.seenPlace(item).contains(centre)) continue;
+    const TextLine line(LocalFigures::number(app + 1), TextStyle::Title, scale);
+    const double side = std::max(theme::kAppNumber, line.pixelSize() + theme::kInset / 2) * scale;
+    const QRectF plate(centre - QPointF(side, side) / 2, QSizeF(side, side));
+    drawRounded(painter, plate, theme::kButtonCorner * scale, palette().tileDragged);
+    drawInnerLine(painter, plate, theme::kButtonCorner * scale, hairline(painter), palette().separator);
+    painter.save();
+    painter.translate(centre);
+    painter.scale(scale, scale);
+    line.drawCentred(painter, {0, line.capHeight() / 2}, palette().primary);
+    painter.restore();
+  }
 }
 
 /// Keeps what slides within the glass and off the running applications, which stand still.

@@ -33,6 +33,7 @@ class DockPainter final {
   /// Those that stay, or those that scroll.
   void paintItems(QPainter& painter, const QRect& part, bool staying);
   void paintMarks(QPainter& painter, bool staying) const;
+  void paintNumbers(QPainter& painter) const;
   void clipSlide(QPainter& painter) const;
   void paintSlide(QPainter& painter) const;
   void paintInvitation(QPainter& painter) const;

@@ -45,7 +45,7 @@ DockView::DockView(QWidget* parent)
           tiles_, animator_, [this](qsizetype item) { updateItem(item); },
           [this](qsizetype item) { showMagnified(item); }),
       focus_(tiles_, [this](qsizetype item) { updateItem(item); }),
-      state_{tiles_, hover_, press_, focus_, drag_, drop_, tabs_, panelOpen_},
+      state_{tiles_, hover_, press_, focus_, drag_, drop_, tabs_, panelOpen_, numbers_},
       shape_(tiles_, tabs_, drag_, drop_),
       items_(state_, icons_, animator_, [this](qsizetype item) { updateItem(item); }),
       painter_(state_, shape_, items_, [this] { update(); }),
@@ -212,6 +212,12 @@ void DockView::relayout() {
 QRect DockView::besideApplication(quint64 application) const {
   const QRectF place = tiles_.applicationPlaces().value(application);
   return place.isEmpty() ? QRect() : shape_.beside(place);
+}
+
+void DockView::showNumbers(const QSet<int>& apps) {
+  if (apps == numbers_) return;
+  numbers_ = apps;
+  update();
 }
 
 // --- What is to be painted anew -------------------------------------------------------------------------------------

@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QMargins>
 #include <QRegion>
+#include <QSet>
 #include <QUuid>
 #include <QWidget>
 #include <functional>
@@ -74,6 +75,10 @@ class DockView : public QWidget {
   void setMenuOpen(bool open);
   /// Brings the tabs of the profiles out, or takes them back; hover does the same.
   void showTabs(bool shown);
+
+  /// Writes their numbers over these apps of the row, counted from 0 along apps(), for as long as it is not told
+  /// otherwise.
+  void showNumbers(const QSet<int>& apps);
 
   // Shapes, in the view's own coordinates; see DockShape.
   QRectF glassRect() const { return tiles_.layout().glass; }
@@ -229,6 +234,7 @@ class DockView : public QWidget {
   CommandProvider commands_;
   QUuid panelOpen_;
   bool menuOpen_ = false;
+  QSet<int> numbers_;
 
   // What there is and how it moves. Those below read what is above them.
   RowTiles tiles_;

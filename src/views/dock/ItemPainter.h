@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPainter>
+#include <QSet>
 #include <QUuid>
 #include <functional>
 
@@ -28,7 +29,8 @@ struct DockState {
   const TileDragController& drag;
   const DropController& drop;
   const ProfileTabs& tabs;
-  const QUuid& panelOpen;  ///< The widget whose panel is open; null for none.
+  const QUuid& panelOpen;    ///< The widget whose panel is open; null for none.
+  const QSet<int>& numbers;  ///< The apps that show their number, counted from 0.
 
   /// The item that is drawn with the ring of the keyboard; -1 for none.
   qsizetype focusedItem() const { return tiles.surface().hasFocus() && !drag.isActive() ? focus.item() : -1; }

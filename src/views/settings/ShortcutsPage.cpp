@@ -7,20 +7,31 @@
 
 namespace tarnwick {
 
+namespace {
+
+constexpr const char* kAppsHelp =
+    QT_TRANSLATE_NOOP("Settings",
+                      "Super+1 to Super+9 open the first nine apps of the dock, unless another app uses these "
+                      "keys. Only while the dock’s shortcut is on.");
+
+}  // namespace
+
 SettingsPage* makeShortcutsPage(AppStore& store, const SettingsServices& services) {
   auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Shortcuts")), store, services);
   Card& card = *page->addCard();
   // That of the command bar is in its own section.
   for (const Shortcut each : {Shortcut::Dock, Shortcut::Profiles}) addShortcutRow(*page, card, services, each);
-  FormRow* apps =
-      page->addSwitch(card,
-                      {QT_TRANSLATE_NOOP("Settings", "Apps by number"),
-                       QT_TRANSLATE_NOOP("Settings",
-                                         "Super+1 to Super+9 open the first nine apps of the dock, unless another app "
-                                         "uses these keys. Only while the dock’s shortcut is on."),
-                       QT_TRANSLATE_NOOP("Settings", "super windows key digits launch")},
-                      settingField(&DeskOptions::appKeys));
-  if (const Capability can = services.abilities().unaskedKeys; !can) apps->setUnavailable(can.reason);
+  FormRow* apps = page->addSwitch(card,
+                                  {QT_TRANSLATE_NOOP("Settings", "Apps by number"), kAppsHelp,
+                                   QT_TRANSLATE_NOOP("Settings", "super windows key digits launch")},
+                                  settingField(&DeskOptions::appKeys));
+  const DesktopAbilities abilities = services.abilities();
+  const QString numbers =
+      abilities.appNumbers
+          ? settingsText(QT_TRANSLATE_NOOP("Settings", "Hold Super for a moment to see the apps’ numbers."))
+          : abilities.appNumbers.reason;
+  apps->setHelp(settingsText(kAppsHelp) + u' ' + numbers);
+  if (!abilities.unaskedKeys) apps->setUnavailable(abilities.unaskedKeys.reason);
   auto* note = makeSentence(settingsText(QT_TRANSLATE_NOOP(
                                 "Settings", "Click a shortcut, then press the new keys. Shortcuts work in every app.")),
                             TextStyle::Caption, Tone::Secondary);

@@ -21,6 +21,7 @@ inline constexpr double kAppSlot = DockMeasures::kAppSlot;
 inline constexpr double kAppIcon = 44;
 inline constexpr double kAppIconLeft = 4;
 inline constexpr double kAppIconTop = 8;
+inline constexpr double kAppNumber = 26;  ///< The side of the plate with the number of its key.
 inline constexpr double kAppDotRadius = 2;
 inline constexpr double kAppDotTop = 59;
 

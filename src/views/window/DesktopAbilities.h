@@ -23,6 +23,8 @@ struct DesktopAbilities {
   Capability keys;
   /// Whether the program may take keys that nobody chose.
   Capability unaskedKeys;
+  /// Whether apps can show the numbers of their keys.
+  Capability appNumbers;
   QString dockKey;  ///< As a person reads it; empty while it is switched off.
   /// Absent while there is no command bar to open; empty while no key opens it.
   std::optional<QString> commandBarKey;

@@ -1,0 +1,50 @@
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+
+#include "desktop/VirtualKeys.h"
+#include "platform/x11/X11HeldModifiers.h"
+#include "support/VirtualDisplay.h"
+
+namespace tarnwick::testing {
+namespace {
+
+// X codes of keys by their place.
+constexpr quint8 kLetter = 38, kLeftShift = 50, kLeftSuper = 133, kCaps = 66;
+
+TEST(X11HeldModifiers, TellWhichAreHeldWhateverElseIsTypedAndOnlyWhileWatched) {
+  VirtualDisplay& display = VirtualDisplay::current();
+  X11Events events;
+  X11HeldModifiers modifiers(events);
+  ASSERT_TRUE(modifiers.capability());
+  QSignalSpy changed(&modifiers, &HeldModifiers::changed);
+  const auto told = [&] {
+    display.settle();
+    QList<quint32> masks;
+    for (const QVariantList& arguments : changed) masks << arguments[0].toUInt();
+    changed.clear();
+    return masks;
+  };
+  display.tap(kLeftSuper);
+  EXPECT_EQ(told(), QList<quint32>()) << "nobody wants to know";
+
+  modifiers.watch(true);
+  display.tap(kLetter);
+  display.tap(kCaps);
+  display.tap(kCaps);
+  EXPECT_EQ(told(), QList<quint32>()) << "neither letters nor locks";
+  display.key(kLeftSuper, true);
+  EXPECT_EQ(told(), QList<quint32>{VirtualKeys::kCommand});
+  display.key(kLeftShift, true);
+  EXPECT_EQ(told(), QList<quint32>{VirtualKeys::kCommand | VirtualKeys::kShift});
+  display.key(kLeftShift, false);
+  display.key(kLeftSuper, false);
+  EXPECT_EQ(told(), (QList<quint32>{VirtualKeys::kCommand, 0}));
+
+  modifiers.watch(false);
+  display.tap(kLeftSuper);
+  EXPECT_EQ(told(), QList<quint32>());
+}
+
+}  // namespace
+}  // namespace tarnwick::testing
