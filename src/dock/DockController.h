@@ -173,8 +173,8 @@ class DockController : public QObject {
   bool systemDockMoved() const;
   void platformStateChanged();
   bool isCovered(const Screen& screen) const;
-  QList<QRectF> films() const;
-  bool isUnderAFilm(const Dock& dock) const;
+  QList<QRectF> fullscreenFrames() const;
+  bool isUnderFullscreen(const Dock& dock) const;
   void endPeep(const QString& display);
   void endPeeps();
   DockDodge::Mode dodge() const;

@@ -116,7 +116,7 @@ void DockController::checkEdge() {
     // A window above another keeps that one from being shown without the compositor, seen or not.
     dock.panel->setAboveFullscreen(!around.covered);
     needsTimer = needsTimer || dock.visibility.needsTimer(around);
-    if (wasPeeping && (dock.visibility.visible || isUnderAFilm(dock))) dock.peep.reset();
+    if (wasPeeping && (dock.visibility.visible || isUnderFullscreen(dock))) dock.peep.reset();
     dock.container->animate(dock.visibility.visible || dock.peep ? 1 : 0, !dock.isFresh);
     if (dock.isFresh || dock.visibility.visible != wasVisible || dock.peep || wasPeeping) applyShape(dock);
     swapped = swapped || dock.visibility.visible != wasVisible;
@@ -154,7 +154,7 @@ void DockController::peep(const QString& display) {
   const auto found = docks_.find(display);
   if (manuallyHidden_ || down_ || !mayShow_ || found == docks_.end() || !store_.config().desk().peep) return;
   Dock& dock = found->second;
-  if (!DockVisibility::reveals(possibleLayout()) || dock.visibility.visible || isUnderAFilm(dock)) return;
+  if (!DockVisibility::reveals(possibleLayout()) || dock.visibility.visible || isUnderFullscreen(dock)) return;
   dock.peep = store_.scheduler().after(kPeep, [this, display] { endPeep(display); });
   checkEdge();
 }
@@ -178,7 +178,7 @@ void DockController::endPeeps() {
 }
 
 /// Where windows fill their screens, whether docks are to hide from them or not.
-QList<QRectF> DockController::films() const {
+QList<QRectF> DockController::fullscreenFrames() const {
   QList<QRectF> frames;
   if (!ports_.windows) return frames;
   for (const ClientWindow& window : ports_.windows->all()) {
@@ -187,8 +187,8 @@ QList<QRectF> DockController::films() const {
   return frames;
 }
 
-bool DockController::isUnderAFilm(const Dock& dock) const {
-  return std::ranges::any_of(films(),
+bool DockController::isUnderFullscreen(const Dock& dock) const {
+  return std::ranges::any_of(fullscreenFrames(),
                              [&dock](const QRectF& frame) { return DesktopMath::covers(frame, dock.screen.frame); });
 }
 
@@ -198,12 +198,12 @@ bool DockController::isCovered(const Screen& screen) const {
 }
 
 void DockController::platformStateChanged() {
-  const QList<QRectF> frames = store_.config().desktop.hideDuringFullscreen ? films() : QList<QRectF>();
+  const QList<QRectF> frames = store_.config().desktop.hideDuringFullscreen ? fullscreenFrames() : QList<QRectF>();
   const bool moved = systemDockMoved();
   if (moved) updateZones();
   const bool isOtherwise = std::ranges::any_of(docks_, [this](const auto& each) {
     const Dock& dock = each.second;
-    return (!dock.covered && isFree(dock) != dock.visibility.free) || (dock.peep && isUnderAFilm(dock));
+    return (!dock.covered && isFree(dock) != dock.visibility.free) || (dock.peep && isUnderFullscreen(dock));
   });
   if (std::exchange(fullscreen_, frames) != frames || moved || isOtherwise) checkEdge();
 }
