@@ -19,6 +19,7 @@ DesktopTileServices::DesktopTileServices(const AppStore& store, const Services& 
   connect(&services_.hints, &LauncherHints::changed, this, &TileServices::applicationsChanged);
   connect(&services_.installedApps, &InstalledApps::changed, this, &TileServices::entriesChanged);
   connect(&services_.files, &Files::trashChanged, this, &TileServices::trashChanged);
+  connect(&readings_, &Readings::calendarChanged, this, &TileServices::calendarChanged);
   connect(&readings_, &Readings::changed, this, &TileServices::readingsChanged);
   connect(&readings_, &Readings::clockFormatChanged, this, &TileServices::habitsChanged);
 }

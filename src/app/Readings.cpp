@@ -35,7 +35,7 @@ Readings::Readings(Scheduler& scheduler)
   const auto tell = [this](auto* reader, auto changedSignal, const QList<Family>& families) {
     connect(reader, changedSignal, this, [this, families] { Q_EMIT changed(families); });
   };
-  tell(&calendar_, &Calendar::changed, {Family::Calendar, Family::Reminders});
+  connect(&calendar_, &Calendar::changed, this, &Readings::calendarChanged);
   tell(&processes_, &ProcessMonitor::changed, {Family::Processes});
   tell(&temperature_, &SystemTemperature::changed, {Family::Temperature});
   tell(&recent_, &RecentFiles::changed, {Family::Files});

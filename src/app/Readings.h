@@ -46,7 +46,9 @@ class Readings : public QObject {
   ProcessMonitor& processes() { return processes_; }
 
  Q_SIGNALS:
-  /// Tiles of these families show something else than before.
+  /// calendar() gives another digest, not only because of the time.
+  void calendarChanged();
+  /// Other tiles, those of these families, show something else than before.
   void changed(const QList<Family>& families);
   /// The desktop writes the hour in another way.
   void clockFormatChanged();

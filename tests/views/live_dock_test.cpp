@@ -50,6 +50,9 @@ struct CountedServices final : TileServices {
     ++gathered;
     return std::make_shared<const CalendarDigest>();
   }
+  void addReadings(ReadingFacts&, const QList<DockWidget>& widgets) const override {
+    for (const DockWidget& widget : widgets) read << widget.kind;
+  }
   QList<TileSource*> sources() const override { return others; }
 
   std::optional<ApplicationFacts> application;
@@ -57,6 +60,7 @@ struct CountedServices final : TileServices {
   qint64 trashed = 0;
   mutable int gathered = 0;
   mutable int looked = 0;
+  mutable QStringList read;
 };
 
 struct BusyProcessor final : SystemCounters {
@@ -252,12 +256,26 @@ TEST_F(LiveDockTest, WhatChangesIsAskedOfItsOwnSourceAlone) {
 
   // An edited note is shown by its own tile and by that of the latest one.
   const QStringList notes{shown(2), shown(3)};
-  const QUuid note = store.widgets()[3].id;
   store.edit(
-      [&](DockConfiguration& config) { config.profiles[0].widgets[3].options.insert(u"text"_s, u"Buy bread"_s); });
+      [](DockConfiguration& config) { config.profiles[0].widgets[3].options.insert(u"text"_s, u"Buy bread"_s); });
   EXPECT_NE(shown(2), notes[0]);
   EXPECT_NE(shown(3), notes[1]);
-  EXPECT_EQ(store.widgets()[3].id, note);
+  EXPECT_EQ(asked(), nobody);
+  store.edit(
+      [](DockConfiguration& config) { config.profiles[0].widgets.last().options.insert(u"path"_s, u"/b.desktop"_s); });
+  EXPECT_EQ(asked(), std::pair(false, true)) << "another application";
+}
+
+TEST_F(LiveDockTest, AReadingIsTakenForTheTilesThatShowIt) {
+  show({u"processTopApps"_s, u"temperature"_s, u"recentFiles"_s, u"bookmarks"_s});
+  services.read.clear();
+  Q_EMIT services.readingsChanged({Family::Processes});
+  EXPECT_EQ(std::exchange(services.read, {}), QStringList{u"processTopApps"_s});
+  Q_EMIT services.readingsChanged({Family::Files, Family::Bookmarks});
+  EXPECT_EQ(std::exchange(services.read, {}), (QStringList{u"recentFiles"_s, u"bookmarks"_s}));
+  Q_EMIT services.calendarChanged();
+  EXPECT_EQ(services.read, QStringList()) << "no tile of calendars is shown";
+  EXPECT_EQ(services.gathered, 0);
 }
 
 }  // namespace

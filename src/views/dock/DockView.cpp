@@ -136,8 +136,7 @@ void DockView::setRow(const DockRow& row) {
   const bool isLaid = !tiles_.layout().glass.isEmpty();
   if (isLaid && row == before) return;
   if (isLaid && tiles_.looksLike(row)) {
-    tiles_.takeWidgets(row);
-    takeRefreshed(tiles_.refresh());
+    takeRefreshed(tiles_.takeWidgets(row));
     return;
   }
   if (drag_.isActive() && !sameOrder(row.widgets, before.widgets)) cancelDrag();

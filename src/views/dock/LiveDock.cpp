@@ -17,6 +17,8 @@ using namespace Qt::StringLiterals;
 
 constexpr qint64 kMinute = 60;
 
+bool isSameTile(const DockWidget& one, const DockWidget& other) { return one.id == other.id && one.kind == other.kind; }
+
 qint64 minuteOf(const QDateTime& moment) { return moment.toSecsSinceEpoch() / kMinute; }
 
 }  // namespace
@@ -114,9 +116,25 @@ void LiveDock::rebuildRow() {
   row.swipes = options.profileSwipe;
   row.floats = geometry_.floats;
   row.sendsNearby = services_.sendsNearby();
-  const bool holdsOthers = row.widgets != view_->row().widgets;
+  const QList<DockWidget> before = view_->row().widgets;
   view_->setRow(row);
-  if (holdsOthers) refreshTiles();
+  if (!std::ranges::equal(before, row.widgets, isSameTile))
+    refreshTiles();
+  else if (before != row.widgets)
+    takeEdited(before);
+}
+
+/// An edit of one widget, such as a letter in a note, asks for nothing that other tiles show.
+void LiveDock::takeEdited(const QList<DockWidget>& before) {
+  if (!isSeen()) return;
+  const QList<DockWidget>& widgets = view_->row().widgets;
+  const auto isEdited = [&before](const DockWidget& widget) { return !before.contains(widget); };
+  for (TileSource* source : allSources()) {
+    const auto isRead = [&](const DockWidget& widget) { return isEdited(widget) && source->readsOptionsOf(widget); };
+    if (std::ranges::any_of(widgets, isRead)) source->fill(shown_, widgets);
+  }
+  shown_.now = store_.now();
+  view_->refresh(shown_, isEdited);
 }
 
 QList<DockApp> LiveDock::runningApps() const {

@@ -46,8 +46,9 @@ class LiveDock final : public DockContent {
   void showEvent(QShowEvent* event) override;
 
  private:
-  /// The row alone; its tiles are made anew only where it holds other widgets.
+  /// The row alone; of its tiles those are made anew whose widgets are others.
   void rebuildRow();
+  void takeEdited(const QList<DockWidget>& before);
   void refreshTiles();
   QList<TileSource*> allSources() const;
   void follow(TileSource& source);

@@ -53,7 +53,7 @@ bool RowTiles::looksLike(const DockRow& row) const {
 }
 
 RowTiles::Refreshed RowTiles::refresh(const TileSources& sources, const std::function<bool(const DockWidget&)>& which) {
-  sources_ = sources;
+  if (&sources != &sources_) sources_ = sources;
   Refreshed refreshed;
   for (qsizetype item = 0; item < count(); ++item) {
     const DockWidget* widget = widgetOf(item);
@@ -71,6 +71,11 @@ RowTiles::Refreshed RowTiles::refresh(const TileSources& sources, const std::fun
     refreshed.items.append(item);
   }
   return refreshed;
+}
+
+RowTiles::Refreshed RowTiles::takeWidgets(const DockRow& row) {
+  const QList<DockWidget> before = std::exchange(row_, row).widgets;
+  return refresh(sources_, [&before](const DockWidget& widget) { return !before.contains(widget); });
 }
 
 // --- What an item is ------------------------------------------------------------------------------------------------

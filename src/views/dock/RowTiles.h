@@ -32,8 +32,6 @@ class RowTiles final {
 
   /// Another row, whose tiles are empty until they are made anew.
   void take(const DockRow& row);
-  /// The same row but for what its tiles show; see looksLike.
-  void takeWidgets(const DockRow& row) { row_ = row; }
   /// Whether a row differs from this one in nothing but what its tiles show.
   bool looksLike(const DockRow& row) const;
   void lay(const RowLayout& layout) { layout_ = layout; }
@@ -46,6 +44,8 @@ class RowTiles final {
   Refreshed refresh(const TileSources& sources, const std::function<bool(const DockWidget& widget)>& which = {});
   /// The same for all of them, from what they were made of last.
   Refreshed refresh() { return refresh(sources_); }
+  /// Takes the same row but for what its tiles show (see looksLike), and makes the tiles of edited widgets anew.
+  Refreshed takeWidgets(const DockRow& row);
 
   qsizetype count() const { return layout_.items.size(); }
   bool isItem(qsizetype item) const { return item >= 0 && item < count(); }

@@ -109,10 +109,10 @@ class SwitchSource final : public TileSource {
 class ApplicationSource final : public TileSource {
  public:
   ApplicationSource(const AppStore& store, const TileServices& services, const QString& display)
-      : store_(store), services_(services), display_(display), wishes_(wishes()) {
+      : store_(store), services_(services), display_(display), choices_(choices()) {
     const auto tell = [this] { Q_EMIT changed(kApplicationFamilies); };
     connect(&store_, &AppStore::configChanged, this, [this, tell] {
-      if (std::exchange(wishes_, wishes()) != wishes_) tell();
+      if (std::exchange(choices_, choices()) != choices_) tell();
     });
     connect(&store_, &AppStore::runningAppsChanged, this, tell);
     connect(&services_, &TileServices::applicationsChanged, this, tell);
@@ -128,21 +128,22 @@ class ApplicationSource final : public TileSource {
         if (const auto facts = applicationOf(store_, services_, display_, path))
           sources.applications.insert(path, *facts);
   }
+  bool readsOptionsOf(const DockWidget& widget) const override { return !pathsOf(widget).isEmpty(); }
 
  private:
   /// What the settings say of how applications are shown.
-  struct Wishes {
+  struct Choices {
     QMap<QString, QString> icons;
     WindowScope scope;
 
-    bool operator==(const Wishes&) const = default;
+    bool operator==(const Choices&) const = default;
   };
-  Wishes wishes() const { return {store_.config().desktop.customAppIcons, store_.windowScope(display_)}; }
+  Choices choices() const { return {store_.config().desktop.customAppIcons, store_.windowScope(display_)}; }
 
   const AppStore& store_;
   const TileServices& services_;
   const QString display_;
-  Wishes wishes_;
+  Choices choices_;
 };
 
 /// What the settings hold that several tiles show. Most changes of the settings are none of it.
@@ -190,26 +191,49 @@ class TrashSource final : public TileSource {
   const TileServices& services_;
 };
 
-/// The calendars, and what is read of the machine and of the user's files.
-class ReadingSource final : public TileSource {
+class CalendarsSource final : public TileSource {
  public:
-  ReadingSource(const AppStore& store, const TileServices& services) : store_(store), services_(services) {
-    connect(&services_, &TileServices::readingsChanged, this, &TileSource::changed);
+  CalendarsSource(const AppStore& store, const TileServices& services) : store_(store), services_(services) {
     const auto tell = [this] { Q_EMIT changed({Family::Calendar, Family::Reminders}); };
+    connect(&services_, &TileServices::calendarChanged, this, tell);
     connect(&store_, &AppStore::calendarMessageChanged, this, tell);
     connect(&store_, &AppStore::reminderMessageChanged, this, tell);
   }
-  void fill(TileSources& sources, const QList<DockWidget>& widgets) override {
+  void fill(TileSources& sources, const QList<DockWidget>&) override {
     sources.calendar = calendarOf(store_, services_);
-    ReadingFacts readings;
-    services_.addReadings(readings, widgets);
-    sources.readings = std::move(readings);
   }
   bool turnsWithTheMinute() const override { return true; }
 
  private:
   const AppStore& store_;
   const TileServices& services_;
+};
+
+/// What is read of the machine and of the user's files.
+class ReadingSource final : public TileSource {
+ public:
+  explicit ReadingSource(const TileServices& services) : services_(services) {
+    connect(&services_, &TileServices::readingsChanged, this, [this](const QList<Family>& families) {
+      announced_ = families;
+      Q_EMIT changed(families);
+      announced_.clear();
+    });
+  }
+  /// While a change of some families is announced, only theirs is read again.
+  void fill(TileSources& sources, const QList<DockWidget>& widgets) override {
+    QList<DockWidget> read = widgets;
+    if (!announced_.isEmpty()) read.removeIf([this](const DockWidget& widget) { return !isAnnounced(widget); });
+    services_.addReadings(sources.readings, read);
+  }
+
+ private:
+  bool isAnnounced(const DockWidget& widget) const {
+    const QString& family = Catalog::find(widget.kind).family;
+    return std::ranges::any_of(announced_, [&](Family each) { return family == each; });
+  }
+
+  const TileServices& services_;
+  QList<Family> announced_;
 };
 
 }  // namespace
@@ -223,7 +247,8 @@ std::vector<std::unique_ptr<TileSource>> makeStoreSources(const AppStore& store,
   sources.push_back(std::make_unique<ApplicationSource>(store, services, display));
   sources.push_back(std::make_unique<DocumentSource>(store));
   sources.push_back(std::make_unique<TrashSource>(services));
-  sources.push_back(std::make_unique<ReadingSource>(store, services));
+  sources.push_back(std::make_unique<CalendarsSource>(store, services));
+  sources.push_back(std::make_unique<ReadingSource>(services));
   return sources;
 }
 

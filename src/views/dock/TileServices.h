@@ -33,7 +33,7 @@ class TileServices : public QObject {
   virtual bool sendsNearby() const { return false; }
   /// The user's calendars and reminders at this minute; null while nothing is known of them.
   virtual std::shared_ptr<const CalendarDigest> calendar() const { return nullptr; }
-  /// Adds what these widgets show of the machine and of the user's files (see Rooms::read).
+  /// Sets what these widgets show of the machine and of the user's files (see Rooms::read).
   virtual void addReadings(ReadingFacts& /*readings*/, const QList<DockWidget>& /*widgets*/) const {}
   /// Where values come from that neither the store nor the desktop has, such as those of web services. Borrowed; they
   /// outlive the docks.
@@ -45,7 +45,8 @@ class TileServices : public QObject {
   /// The desktop entries are others, and so may all pictures of applications be.
   void entriesChanged();
   void trashChanged();
-  /// What calendar() or addReadings() gives to tiles of these families.
+  void calendarChanged();
+  /// What addReadings() gives to tiles of these families.
   void readingsChanged(const QList<Family>& families);
   /// Of what no tile has for itself: reducesMotion(), uses24Hour() or sendsNearby().
   void habitsChanged();

@@ -25,7 +25,7 @@ struct Rooms {
   static TickCadence cadence(const DockWidget& widget);
   /// Does what a click on a part of a tile means.
   static void act(const PartClick& click);
-  /// Adds what these widgets show, and nothing else: a service that no widget shows is not asked, and so reads nothing.
+  /// Sets what these widgets show, and nothing else: a service that no widget shows is not asked, and so reads nothing.
   static void read(ReadingFacts& readings, const QList<DockWidget>& widgets, const ReadingServices& services);
   /// The options of an example of a kind; empty where it needs none.
   static QMap<QString, QString> example(const QString& kind, const ExampleRequest& request);

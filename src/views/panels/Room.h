@@ -62,7 +62,7 @@ struct RoomRow {
   void (*act)(const PartClick& click) = nullptr;
   /// What could not be read of that which the tile shows, as a finished sentence. Nothing.
   QString (*problem)(const TileSources& sources) = nullptr;
-  /// Adds what its tiles show of the machine and of the user's files. Nothing.
+  /// Sets what its tiles show of the machine and of the user's files. Nothing.
   void (*read)(ReadingFacts& readings, const ReadingServices& services) = nullptr;
   /// The options of an example, for a picture of a widget that nothing is set for. None.
   QMap<QString, QString> (*example)(const ExampleRequest& request) = nullptr;

@@ -17,6 +17,8 @@ class TileSource : public QObject {
  public:
   /// Sets its whole part, whatever stood there, to what these widgets show. What none of them shows is not read.
   virtual void fill(TileSources& sources, const QList<DockWidget>& widgets) = 0;
+  /// Whether its part is another when the options of this widget are.
+  virtual bool readsOptionsOf(const DockWidget& /*widget*/) const { return false; }
   /// Whether its part is another with every minute, without a word: then it is taken anew for the tiles that tick.
   virtual bool turnsWithTheMinute() const { return false; }
 

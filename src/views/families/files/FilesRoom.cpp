@@ -45,15 +45,17 @@ constexpr qsizetype kNames = 3;
 constexpr int kShotPixels = 160;
 
 void readRecent(ReadingFacts& readings, const ReadingServices& services) {
+  readings.recentNames.clear();
   for (const RecentFile& file : services.recent.list().mid(0, kNames))
     readings.recentNames.append(QFileInfo(file.path).fileName());
 }
 
 void readScreenshots(ReadingFacts& readings, const ReadingServices& services) {
   const QList<FolderEntry>& newest = services.screenshots.newest();
+  readings.screenshots.reset();
+  readings.screenshotProblem = services.screenshots.problem();
   if (!services.screenshots.loaded()) return;
   readings.screenshots.emplace();
-  readings.screenshotProblem = services.screenshots.problem();
   for (const FolderEntry& entry : newest.mid(0, kShownScreenshots)) {
     const QImage image = services.thumbnails.of(entry.path, entry.modified, kShotPixels);
     const QString key = u"%1 %2"_s.arg(entry.path).arg(entry.modified.toSecsSinceEpoch());
@@ -63,7 +65,7 @@ void readScreenshots(ReadingFacts& readings, const ReadingServices& services) {
 
 void readBookmarks(ReadingFacts& readings, const ReadingServices& services) {
   const qsizetype count = services.bookmarks.list().size();
-  if (services.bookmarks.loaded()) readings.bookmarks = count;
+  readings.bookmarks = services.bookmarks.loaded() ? std::optional<qint64>(count) : std::nullopt;
 }
 
 QString screenshotProblem(const TileSources& sources) { return sources.readings.screenshotProblem; }
