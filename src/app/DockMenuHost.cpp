@@ -14,23 +14,19 @@ DockMenuHost::DockMenuHost(AppStore& store, DockMenus& menus, DockController& do
 DockMenuHost::~DockMenuHost() { drop(); }
 
 void DockMenuHost::openTile(const QString& display, const QUuid& widget, const QRect& beside) {
-  store_.setActiveDisplay(display);
   open(display, menus_.tile(widget, display), beside);
 }
 
 void DockMenuHost::openApplication(const QString& display, quint64 application, const QRect& beside) {
-  store_.setActiveDisplay(display);
   open(display, menus_.application(application, display), beside);
 }
 
 void DockMenuHost::openWindows(const QString& display, quint64 application, const QRect& beside) {
-  store_.setActiveDisplay(display);
   open(display, menus_.windows(application, display), beside);
   if (menu_) choice_ = application;
 }
 
 void DockMenuHost::openDock(const QString& display, const QRect& beside) {
-  store_.setActiveDisplay(display);
   open(display, menus_.dock(display), beside);
 }
 
@@ -90,10 +86,7 @@ QList<ItemCommand> DockMenuHost::commands(const QString& display, const QUuid& w
     // Windows of one title are distinguished by their place alone.
     const auto number = ++seen[entry.text];
     const QString text = number > 1 ? tr("%1 (%2)").arg(entry.text, LocalFigures::number(number)) : entry.text;
-    commands.append({text, [this, display, run = entry.run] {
-                       store_.setActiveDisplay(display);
-                       run();
-                     }});
+    commands.append({text, entry.run});
   }
   return commands;
 }

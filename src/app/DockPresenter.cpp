@@ -61,7 +61,7 @@ void DockPresenter::guardStrangeEntries() {
       if (accepted) return run();
       if (self) self->commands_.reveal(path);
     };
-    self->questions_.ask(DockQuestions::aboutEntry(entry, action), answer);
+    self->questions_.ask(DockQuestions::aboutEntry(entry, action), self->store_.activeDisplay(), answer);
   };
 }
 
@@ -83,7 +83,10 @@ void DockPresenter::connectContents() {
 }
 
 void DockPresenter::connectDocks() {
-  connect(&tiles_, &DockCommands::windowChoiceRequested, &menuHost_, &DockMenuHost::chooseWindow);
+  connect(&tiles_, &DockCommands::windowChoiceRequested, this, [this](const QString& display, quint64 application) {
+    actOn(display);
+    menuHost_.chooseWindow(display, application);
+  });
   tips_.setController(&dock_);
   tips_.setBesideDocks([this] {
     QList<QRect> frames;
@@ -213,6 +216,18 @@ void DockPresenter::applicationsPlaced(const QString& display) {
 
 /// Here comes in what the user does on a dock. What follows from it and knows no dock is meant for this one.
 void DockPresenter::actOn(const QString& display) { store_.setActiveDisplay(display); }
+
+QList<ItemCommand> DockPresenter::commandsOf(const QString& display, const QUuid& widget, quint64 application,
+                                             const QRect&) {
+  QList<ItemCommand> commands = menuHost_.commands(display, widget, application);
+  for (ItemCommand& command : commands) {
+    command.run = [this, display, run = std::move(command.run)] {
+      actOn(display);
+      run();
+    };
+  }
+  return commands;
+}
 
 void DockPresenter::activateTile(const QString& display, const QUuid& widget) {
   actOn(display);

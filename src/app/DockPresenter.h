@@ -93,19 +93,23 @@ class DockPresenter final : public QObject, private DockHost {
   void openNewWindow(const QUuid& widget, quint64 application) override;
   void cycleWindows(quint64 application, int direction) override { tiles_.cycleWindows(application, direction); }
   void openTileMenu(const QString& display, const QUuid& widget, const QRect& beside) override {
+    actOn(display);
     menuHost_.openTile(display, widget, beside);
   }
   void openApplicationMenu(const QString& display, quint64 application, const QRect& beside) override {
+    actOn(display);
     menuHost_.openApplication(display, application, beside);
   }
   void openWindowMenu(const QString& display, quint64 application, const QRect& beside) override {
+    actOn(display);
     menuHost_.openWindows(display, application, beside);
   }
-  void openDockMenu(const QString& display, const QRect& beside) override { menuHost_.openDock(display, beside); }
-  QList<ItemCommand> commandsOf(const QString& display, const QUuid& widget, quint64 application,
-                                const QRect&) override {
-    return menuHost_.commands(display, widget, application);
+  void openDockMenu(const QString& display, const QRect& beside) override {
+    actOn(display);
+    menuHost_.openDock(display, beside);
   }
+  QList<ItemCommand> commandsOf(const QString& display, const QUuid& widget, quint64 application,
+                                const QRect&) override;
   void dropFiles(const DockFileDrop& drop) override;
   void dropWidget(const QString& display, const QString& text, qsizetype index) override;
   void moveTile(const QString& display, qsizetype from, qsizetype to) override;

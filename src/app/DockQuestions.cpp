@@ -20,9 +20,9 @@ DockQuestions::DockQuestions(AppStore& store, DockController& dock, const LiveDo
                              PanelHost& panels)
     : store_(store), dock_(dock), docks_(docks), menus_(menus), panels_(panels) {}
 
-void DockQuestions::ask(const Question& question, std::function<void(bool accepted)> answer) {
+void DockQuestions::ask(const Question& question, const QString& display, std::function<void(bool accepted)> answer) {
   if (const auto before = std::exchange(waiting_, {}); before.answer) before.answer(false);
-  waiting_ = {question, std::move(answer)};
+  waiting_ = {question, display, std::move(answer)};
   dockComesOut_.reset();
   if (dock_.isManuallyHidden()) dock_.toggle();
   look(0);
@@ -30,11 +30,11 @@ void DockQuestions::ask(const Question& question, std::function<void(bool accept
 
 /// A dock may have to come out first, as when a file is what the program was started with.
 void DockQuestions::look(int times) {
-  const LiveDocks::Dock beside = docks_.ofOrFirst(store_.activeDisplay());
+  const LiveDocks::Dock beside = docks_.ofOrFirst(waiting_.display);
   Panel* panel = beside ? dock_.panel(beside.display) : nullptr;
   if (panel && panel->isShown()) {
     menus_.close();
-    const auto [question, answer] = std::exchange(waiting_, {});
+    const auto [question, display, answer] = std::exchange(waiting_, {});
     const QRect glass = dock_.mapFromContent(beside.display, docks_.glass(beside.display));
     panels_.ask(beside.display, question, *panel, glass, answer);
     dock_.revealAtOnce(beside.display);

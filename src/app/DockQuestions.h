@@ -15,17 +15,17 @@ namespace tarnwick {
 class DockMenuHost;
 class PanelHost;
 
-/// Asks something of the user beside the dock that was acted on last, or the first one. The dock may have to come out
-/// for it. Main thread only.
+/// Asks something of the user beside a dock, which may have to come out for it. Main thread only.
 class DockQuestions final : public QObject {
   Q_OBJECT
  public:
   /// All must outlive it.
   DockQuestions(AppStore& store, DockController& dock, const LiveDocks& docks, DockMenuHost& menus, PanelHost& panels);
 
-  /// `answer` is called once with whether it was accepted; it is refused where no dock comes, and when another question
-  /// comes first. One that is withdrawn has no answer.
-  void ask(const Question& question, std::function<void(bool accepted)> answer);
+  /// Beside the dock of `display`, or the first one where it has none. `answer` is called once with whether it was
+  /// accepted; it is refused where no dock comes, and when another question comes first. One that is withdrawn has no
+  /// answer.
+  void ask(const Question& question, const QString& display, std::function<void(bool accepted)> answer);
   void withdraw();
 
   /// Whether a desktop entry from outside the folders of applications may run, with what would run.
@@ -43,6 +43,7 @@ class DockQuestions final : public QObject {
   PanelHost& panels_;
   struct {
     Question question;
+    QString display;
     std::function<void(bool accepted)> answer;
   } waiting_;               ///< For a dock to be asked beside.
   JobHandle dockComesOut_;  ///< Looks for it again.

@@ -138,9 +138,10 @@ void ProgramCommands::openKeptSettings() {
     // The message that offered it; another one stays.
     if (isTaken && delegate_.store().keptSettings()) delegate_.store().clearError();
   };
-  delegate_.presenter().questions().ask(DockQuestions::aboutKept(kept), [this, file = kept.file, taken](bool accepted) {
-    if (accepted) delegate_.presenter().edits().importKept(file, taken);
-  });
+  delegate_.presenter().questions().ask(DockQuestions::aboutKept(kept), delegate_.store().activeDisplay(),
+                                        [this, file = kept.file, taken](bool accepted) {
+                                          if (accepted) delegate_.presenter().edits().importKept(file, taken);
+                                        });
 }
 
 // --- Applications and files -----------------------------------------------------------------------------------------

@@ -24,7 +24,7 @@ class DockQuestionsTest : public ::testing::Test {
  protected:
   DockQuestionsTest() : store_(makeSetup()) {}
   void ask(const QString& name) {
-    questions.ask({.title = name, .sentence = {}, .facts = {}, .label = {}, .accept = {}, .refuse = {}},
+    questions.ask({.title = name, .sentence = {}, .facts = {}, .label = {}, .accept = {}, .refuse = {}}, {},
                   [this, name](bool accepted) { answers << name + (accepted ? u" yes"_s : u" no"_s); });
   }
   QStringList taken() { return std::exchange(answers, {}); }
