@@ -108,7 +108,7 @@ QList<DockWidget> AppStore::shownWidgets() const {
 
 void AppStore::refreshActiveWidgetIndex() {
   active_ = ActiveSets::of(shownWidgets());
-  system_->setNeeded(system_->isNeededBy(active_));
+  system_->follow(active_);
 }
 
 void AppStore::set(QUuid id, const QString& key, const std::optional<QString>& value) {

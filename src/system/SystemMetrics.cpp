@@ -18,8 +18,8 @@ SystemMetrics::SystemMetrics(std::unique_ptr<SystemCounters> counters, const Sch
 
 SystemMetrics::~SystemMetrics() = default;
 
-bool SystemMetrics::isNeededBy(const ActiveSets& active) const {
-  return active.families.contains(familyText(Family::Metric));
+void SystemMetrics::follow(const ActiveSets& active) {
+  isNeeded_ = active.families.contains(familyText(Family::Metric));
 }
 
 void SystemMetrics::sample() {

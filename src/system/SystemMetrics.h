@@ -33,13 +33,14 @@ class SystemMetrics final : public QObject, public BeatClient {
   const QList<double>& downloadHistory() const { return downloadHistory_; }  ///< the same, one way each
   const QList<double>& uploadHistory() const { return uploadHistory_; }
 
-  /// Whether something shows these readings, so that sampling is worth its cost.
+  /// Whether something shows these readings, so that sampling is worth its cost. The beat samples only then.
   bool isNeeded() const { return isNeeded_; }
-  void setNeeded(bool needed) { isNeeded_ = needed; }
+  /// Whether it is needed from now on, by what displays show.
+  void follow(const ActiveSets& active);
 
   BeatStep step() const override { return BeatStep::Metrics; }
   int everyTicks() const override { return 2; }
-  bool isNeededBy(const ActiveSets& active) const override;
+  bool isNeededBy(const ActiveSets&) const override { return isNeeded_; }
   void beat(const ActiveSets&) override { sample(); }
 
   int samplesUntilSlowRefresh() const { return samplesUntilSlowRefresh_; }

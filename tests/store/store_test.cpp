@@ -445,6 +445,7 @@ TEST_F(StoreTest, MetricsAreSampledEverySecondTickWhileTheyAreShown) {
     const int before = CountedSamples::samples;
     time.advance(4);
     EXPECT_EQ(CountedSamples::samples - before, samples) << qPrintable(kind);
+    EXPECT_EQ(store->system().isNeeded(), samples > 0) << qPrintable(kind);
   }
 }
 
