@@ -45,7 +45,8 @@ class BeatClient {
     return true;
   }
 
-  /// The store is there; in the order of the steps. Not called in a run without a user's data.
+  /// The store is being made: media, the desktop's own data and the clipboard come before its timer runs, all others
+  /// after it, in the order of the steps. Not called in a run without a user's data.
   virtual void start(const DockConfiguration& config) { Q_UNUSED(config) }
   virtual void beat(const ActiveSets& active) { Q_UNUSED(active) }
   /// The computer woke up; a beat follows at once.

@@ -98,9 +98,11 @@ void AppStore::start(StoreSetup& setup) {
 
   migrateClipboardHistory();
   restoreReservations();
+  // Old content of the clipboard is not taken for new by the first beat.
+  clients_.startThrough(BeatStep::Clipboard, config_);
   timer_ = scheduler_.every(1.0, [this] { heartbeat(); });
   listen(setup);
-  clients_.start(config_);
+  clients_.startAfter(BeatStep::Clipboard, config_);
   refreshAll();
   removeOrphanedCredentials();
 }

@@ -6,13 +6,16 @@
 
 namespace tarnwick {
 
-/// The beat's clients in their two orders: that of a beat, and that of the end. Clients of one step run in the order in
-/// which they were given. Borrowed.
+/// The beat's clients in their three orders: of the start, of a beat and of the end. Clients of one step run in the
+/// order in which they were given. Borrowed.
 class BeatClients {
  public:
   explicit BeatClients(const QList<BeatClient*>& clients);
 
-  void start(const DockConfiguration& config) const;
+  /// Starts those up to a step, counted in the order of the start.
+  void startThrough(BeatStep last, const DockConfiguration& config) const;
+  /// Starts those behind it.
+  void startAfter(BeatStep last, const DockConfiguration& config) const;
   /// Beats those from one step to another, both included, that are needed and due on this tick.
   void beat(BeatStep from, BeatStep to, qint64 tick, const ActiveSets& active) const;
   void wake() const;
@@ -22,6 +25,7 @@ class BeatClients {
   void endAfter(BeatStep last) const;
 
  private:
+  QList<BeatClient*> starting_;
   QList<BeatClient*> beating_;
   QList<BeatClient*> ending_;
 };

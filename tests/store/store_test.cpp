@@ -339,7 +339,7 @@ TEST_F(StoreTest, ABeatAnEndAStartAndAWakeRunInTheirOrder) {
   clients = all.pointers();
   start();
   const QString begin =
-      u"temperature own processes zoom claude media video audioDevices clipboard productivity "
+      u"media productivity clipboard temperature own processes zoom claude video audioDevices "
       "wallpaper calendar reminders sounds cleaner previews recorder"_s;
   QStringList expected{u"restore window-recovery.json"_s};
   for (const QString& name : begin.split(u' ')) expected << u"start %1 1"_s.arg(name);
@@ -376,6 +376,26 @@ TEST_F(StoreTest, ABeatAnEndAStartAndAWakeRunInTheirOrder) {
             "end recorder, end temperature, end own, end processes, end claude, end video, end audioDevices, "
             "end clipboard, end productivity, end wallpaper, end calendar, end reminders"_s);
   EXPECT_EQ(time.waiting(), 0);
+}
+
+TEST_F(StoreTest, WhatTheFirstBeatRestsOnStartsBeforeTheTimer) {
+  /// Writes down how much waits on the clock when it starts.
+  struct Starter final : FakeClient {
+    Starter(Journal& j, const TestScheduler& t, BeatStep at) : FakeClient(j, {}, at, 0), time(t) {}
+    void start(const DockConfiguration&) override { jobs = time.waiting(); }
+    const TestScheduler& time;
+    std::optional<qsizetype> jobs;
+  };
+  using enum BeatStep;
+  const std::pair<BeatStep, int> cases[] = {{Media, 0},       {Productivity, 0}, {Clipboard, 0},
+                                            {Temperature, 1}, {Calendar, 1},     {Reminders, 1}};
+  std::vector<std::unique_ptr<Starter>> starters;
+  for (const auto& [step, jobs] : cases) {
+    starters.push_back(std::make_unique<Starter>(journal, time, step));
+    clients << starters.back().get();
+  }
+  start();
+  for (size_t i = 0; i < starters.size(); ++i) EXPECT_EQ(starters[i]->jobs, cases[i].second) << i;
 }
 
 TEST_F(StoreTest, AtTheEndNothingIsReadAnyMoreTheBeatStopsBeforeTheFetchesAndTheSaveComesLast) {
