@@ -2,6 +2,7 @@
 
 #include <QTimeZone>
 
+#include "base/DomainError.h"
 #include "store/NoCommands.h"
 #include "views/families/Rooms.h"
 #include "views/theme/DesktopLook.h"
@@ -112,7 +113,8 @@ SnapshotStore::SnapshotStore()
       toggles_(std::make_unique<FixedToggles>()),
       store_(std::make_unique<AppStore>(desktop_->diagnosticSetup())),
       readings_(std::make_unique<FixedReadings>(*scheduler_)) {
-  Q_ASSERT(store_->isDiagnostic());
+  if (!store_->isDiagnostic())
+    throw DomainError::invalid(QStringLiteral("Pictures are made without a user's data only."));
   store_->setFrozenDate(SnapshotFixture::moment());
   store_->edit([](DockConfiguration& config) { config = SnapshotFixture::configuration(); });
   commands_ = std::make_unique<PicturedCommands>(*store_);
