@@ -82,13 +82,13 @@ class AppStore : public QObject {
   /// Which windows the dock of a display shows.
   WindowScope windowScope(const QString& display) const;
 
-  /// Every change goes through this: `change` edits the document, which is then indexed, announced and saved in time.
-  /// One that changes nothing does none of it. When `change` throws, the document stays as it was. Gives the document
-  /// as the change left it, before listeners changed more.
+  /// Every change but followLoginEntry() goes through this: `change` edits the document, which is then indexed, saved
+  /// in time and announced. One that changes nothing does none of it. When `change` throws, the document stays as it
+  /// was. Gives the document as the change left it, before listeners changed more.
   DockConfiguration edit(const std::function<void(DockConfiguration&)>& change);
   /// The same for what may bring another profile onto a display: its values are then fetched anew.
   DockConfiguration editProfiles(const std::function<void(DockConfiguration&)>& change);
-  /// Takes over what the session does at login anyway: nothing is saved for it.
+  /// Takes over what the session does at login anyway: a change like those of edit(), but nothing is saved for it.
   void followLoginEntry(bool launches);
   void set(QUuid id, const QString& key, const std::optional<QString>& value);
   // A widget that the settings document would refuse is refused here, with the reason as the message.
@@ -178,7 +178,8 @@ class AppStore : public QObject {
   void startSaving(SettingsLoader::Origin origin, qint64 seconds);
   void removeOrphanedCredentials();
   void listen(StoreSetup& setup);
-  void configDidChange();
+  enum class Saving { InTime, None };
+  void configDidChange(Saving saving);
   QList<DockWidget> shownWidgets() const;
   void changeWidget(QUuid id, const std::function<DockWidget(const DockWidget&)>& change);
   void scheduleSave();

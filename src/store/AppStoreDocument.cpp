@@ -64,7 +64,7 @@ DockConfiguration AppStore::edit(const std::function<void(DockConfiguration&)>& 
     return config_;
   }
   config_ = changed;
-  configDidChange();
+  configDidChange(Saving::InTime);
   return changed;
 }
 
@@ -76,10 +76,10 @@ DockConfiguration AppStore::editProfiles(const std::function<void(DockConfigurat
   return changed;
 }
 
-void AppStore::configDidChange() {
+void AppStore::configDidChange(Saving saving) {
   ProbeCounters::count("config");
   refreshActiveWidgetIndex();
-  if (ready_) scheduleSave();
+  if (ready_ && saving == Saving::InTime) scheduleSave();
   Q_EMIT configChanged();
 }
 
@@ -88,7 +88,7 @@ void AppStore::followLoginEntry(bool launches) {
   config_.launchAtLogin = launches;
   // No difference that a later save would have to hurry for.
   layoutSignature_ = LayoutSignature(config_);
-  Q_EMIT configChanged();
+  configDidChange(Saving::None);
 }
 
 QList<DockWidget> AppStore::shownWidgets() const {

@@ -5,6 +5,7 @@
 #include <QTemporaryDir>
 
 #include "base/DomainError.h"
+#include "base/ProbeCounters.h"
 #include "config/Persistence.h"
 #include "store/AppStore.h"
 #include "store/NoDesktop.h"
@@ -168,6 +169,29 @@ TEST_F(StoreTest, AnEditThatChangesNothingIsNeitherAnnouncedNorSaved) {
   EXPECT_EQ(announced.count(), 0);
   EXPECT_FALSE(QFile::exists(file()));
   EXPECT_EQ(same, store->config());
+}
+
+TEST_F(StoreTest, WhatTheSessionStartsAnywayIsAChangeThatIsNotSaved) {
+  start();
+  const QSignalSpy announced(store.get(), &AppStore::configChanged);
+  const QSignalSpy layout(store.get(), &AppStore::layoutChanged);
+  ProbeCounters::reset();
+  ProbeCounters::setArmed(true);
+  const auto changes = [] { return ProbeCounters::snapshot().value(u"config"_s); };
+  const struct {
+    bool launches;
+    int changes;
+  } cases[] = {{false, 0}, {true, 1}, {true, 1}, {false, 2}};
+  for (const auto& each : cases) {
+    store->followLoginEntry(each.launches);
+    EXPECT_EQ(store->config().launchAtLogin, each.launches);
+    EXPECT_EQ(changes(), each.changes);
+    EXPECT_EQ(announced.count(), each.changes);
+  }
+  ProbeCounters::setArmed(false);
+  time.advance(30);
+  EXPECT_EQ(layout.count(), 0);
+  EXPECT_FALSE(QFile::exists(file()));
 }
 
 TEST_F(StoreTest, ADiagnosticRunReadsNothingOfTheUserAndWritesNothing) {
