@@ -238,8 +238,12 @@ void AppStore::setDockDisplays(const QStringList& displays) {
   Q_EMIT activeChanged();
 }
 
-void AppStore::notify(const QString& title, const QString& body) {
-  if (config_.notificationsEnabled) notifications_.post(title, body, {});
+void AppStore::notify(const QString& title, const QString& body, const std::function<void()>& unseen) {
+  if (config_.notificationsEnabled) {
+    notifications_.post(title, body, unseen);
+  } else if (unseen) {
+    unseen();
+  }
 }
 
 void AppStore::announce(const DockWidget& widget, const QString& sentence) {
@@ -251,11 +255,7 @@ void AppStore::announce(const DockWidget& widget, const QString& sentence) {
     announced.add(name, sentence);
     store->setMessage(announced.text(), true);
   };
-  if (config_.notificationsEnabled) {
-    notifications_.post(widget.title.isEmpty() ? Catalog::find(widget.kind).name : widget.title, sentence, unseen);
-  } else {
-    unseen();
-  }
+  notify(widget.title.isEmpty() ? Catalog::find(widget.kind).name : widget.title, sentence, unseen);
 }
 
 void AppStore::refresh(const DockWidget& widget) { remote_.refresh(widget); }

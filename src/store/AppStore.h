@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QSet>
+#include <functional>
 #include <optional>
 
 #include "config/DockConfiguration.h"
@@ -137,8 +138,9 @@ class AppStore : public QObject {
   void setError(const QString& message);
   void clearError() { setError({}); }
 
-  /// Posts a notification, unless the user switched them off.
-  void notify(const QString& title, const QString& body);
+  /// Posts a notification, unless the user switched them off. `unseen` runs, once, when none is shown: at once when
+  /// they are off.
+  void notify(const QString& title, const QString& body, const std::function<void()>& unseen = {});
   void refresh(const DockWidget& widget);
   void refreshAll();
   /// Puts windows back that were moved out of the dock's way; none are in a diagnostic run.

@@ -24,11 +24,13 @@ namespace {
 /// Within so many seconds a change of the same fields belongs to the one before.
 constexpr double kRun = 1;
 
-QList<QUuid> idsOf(const DockProfile& profile) {
+QList<QUuid> idsOf(const QList<DockWidget>& widgets) {
   QList<QUuid> ids;
-  for (const DockWidget& widget : profile.widgets) ids.append(widget.id);
+  for (const DockWidget& widget : widgets) ids.append(widget.id);
   return ids;
 }
+
+QList<QUuid> idsOf(const DockProfile& profile) { return idsOf(profile.widgets); }
 
 /// The options whose values differ.
 QStringList differing(const DockWidget& one, const DockWidget& other) {
@@ -68,20 +70,23 @@ bool UndoableEdits::insert(const QList<DockWidget>& widgets, const QString& disp
   if (added.isEmpty()) return false;
   const QString sentence = added.size() == 1 ? tr("“%1” was added to the dock.").arg(nameOf(added.first()))
                                              : tr("%1 widgets were added to the dock.").arg(added.size());
-  pushAdded(added, {sentence, display});
+  pushAdded(idsOf(added), {sentence, display});
   return true;
 }
 
-QUuid UndoableEdits::addWidget(const DockWidget& widget, QUuid profile) {
-  const QList<DockWidget> added = store_.addWidgets({widget}, profile);
-  if (added.isEmpty()) return {};
-  pushAdded(added, {});
-  return added.first().id;
+QUuid UndoableEdits::add(const QString& kind, QUuid profile) {
+  const QUuid added = store_.add(kind, profile);
+  if (!added.isNull()) pushAdded({added}, {});
+  return added;
 }
 
-void UndoableEdits::pushAdded(const QList<DockWidget>& widgets, const UndoStack::Notice& notice) {
-  QList<QUuid> added;
-  for (const DockWidget& widget : widgets) added << widget.id;
+QUuid UndoableEdits::addWidget(const DockWidget& widget, QUuid profile) {
+  const QUuid added = store_.addWidget(widget, profile);
+  if (!added.isNull()) pushAdded({added}, {});
+  return added;
+}
+
+void UndoableEdits::pushAdded(const QList<QUuid>& added, const UndoStack::Notice& notice) {
   const auto removed = std::make_shared<QList<Removed>>();
   undo_.push(
       notice,

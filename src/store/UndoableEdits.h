@@ -27,8 +27,9 @@ class UndoableEdits : public QObject {
   /// Inserts at an index of what a display's dock shows, at its end for any other index: all of them, or none and the
   /// message that the dock is full. Gives whether it did.
   bool insert(const QList<DockWidget>& widgets, const QString& display, qsizetype index = -1);
-  /// Adds one at the end of a profile as the store does, for callers that report it themselves: no sentence goes to the
-  /// stack.
+  // These add one at the end of a profile as the store does, for callers that report it themselves: no sentence goes to
+  // the stack.
+  QUuid add(const QString& kind, QUuid profile);
   QUuid addWidget(const DockWidget& widget, QUuid profile);
   /// Removes a widget. It comes back with its settings at its place; its credentials are kept as long as it can.
   /// `display` is the one of the dock where that was asked for; empty for none.
@@ -93,7 +94,7 @@ class UndoableEdits : public QObject {
   };
   using RemovedTiles = std::shared_ptr<QList<Removed>>;
 
-  void pushAdded(const QList<DockWidget>& widgets, const UndoStack::Notice& notice);
+  void pushAdded(const QList<QUuid>& added, const UndoStack::Notice& notice);
   void takeAway(const QList<QUuid>& widgets, const RemovedTiles& removed);
   void putBack(const RemovedTiles& removed);
   bool goesOn(const WidgetRun& run, const QUuid& widget, const QStringList& options) const;

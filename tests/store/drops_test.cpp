@@ -376,6 +376,8 @@ TEST_F(DropsTest, WhatWasTakenBackIsMadeAgain) {
   } cases[] = {
       {"removed", [&] { edits.remove(b.id); }, "cpu ram"},
       {"inserted", [&] { edits.insert({tile(u"flipClock"_s)}, u"L"_s, 1); }, "cpu flipClock timer ram"},
+      {"added, a kind", [&] { edits.add(u"flipClock"_s, store.profile().id); }, "cpu timer ram flipClock"},
+      {"added, a widget", [&] { edits.addWidget(named, store.profile().id); }, "cpu timer ram timer"},
       {"moved", [&] { edits.move(a.id, 2); }, "timer ram cpu"},
       {"edited", [&] { edits.update(named); }, "cpu timer ram"},
       {"set", [&] { edits.change([](DockConfiguration& config) { config.scale = 1.5; }); }, "cpu timer ram"},

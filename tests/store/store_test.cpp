@@ -624,8 +624,10 @@ TEST_F(StoreTest, MessagesOfOperations) {
     EXPECT_EQ(store->config(), before);
   }
 
-  store->notify(u"Tarnwick"_s, u"Your timer is finished."_s);
+  int unseen = 0;
+  store->notify(u"Tarnwick"_s, u"Your timer is finished."_s, [&] { ++unseen; });
   EXPECT_TRUE(notifications.posted.isEmpty());
+  EXPECT_EQ(unseen, 1);
   store->edit([](DockConfiguration& config) { config.notificationsEnabled = true; });
   store->notify(u"Tarnwick"_s, u"Your timer is finished."_s);
   EXPECT_EQ(notifications.posted, QStringList{u"Tarnwick: Your timer is finished."_s});

@@ -222,7 +222,7 @@ void LibraryWindow::showTargets() {
 // --- Adding ---------------------------------------------------------------------------------------------------------
 
 void LibraryWindow::activate(const LibraryItem& item) {
-  if (auto widget = LibraryShelves::freshWidget(item)) return add(*std::move(widget));
+  if (const auto widget = LibraryShelves::freshWidget(item)) return add(*widget);
   item.entry.picker == LibraryEntry::applicationPicker ? chooseApplication() : chooseFolder();
 }
 
@@ -242,9 +242,10 @@ void LibraryWindow::chooseFolder() {
   dialog->open();
 }
 
-void LibraryWindow::add(DockWidget widget) {
+void LibraryWindow::add(const DockWidget& widget) {
   const QString name = services_.edits.nameOf(widget);
-  const QUuid added = services_.edits.addWidget(widget, target_);
+  const bool isBare = widget.title.isEmpty() && widget.options.isEmpty();
+  const QUuid added = isBare ? services_.edits.add(widget.kind, target_) : services_.edits.addWidget(widget, target_);
   if (added.isNull()) return;
   added_ = added;
   entry_ = services_.edits.stack().latest()->id;

@@ -53,7 +53,7 @@ class LibraryWindow final : public AppWindow {
   void activate(const LibraryItem& item);
   void chooseApplication();
   void chooseFolder();
-  void add(DockWidget widget);
+  void add(const DockWidget& widget);
 
   AppStore& store_;
   LibraryServices services_;
