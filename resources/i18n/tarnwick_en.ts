@@ -95,17 +95,6 @@
     </message>
 </context>
 <context>
-    <name>tarnwick::AppStore</name>
-    <message>
-        <source>Enable Calendar access to see your events.</source>
-        <translation>Your calendars are being read.</translation>
-    </message>
-    <message>
-        <source>Enable Reminders access to see your reminders.</source>
-        <translation>Your reminders are being read.</translation>
-    </message>
-</context>
-<context>
     <name>tarnwick::Calendar</name>
     <message>
         <source>Enable Calendar access to see your events.</source>

@@ -80,11 +80,6 @@ ReadingServices Readings::services(InstalledApps& apps, const ClientWindows& win
           .windows = windows};
 }
 
-std::shared_ptr<const CalendarDigest> Readings::calendar(const QDateTime& now) {
-  auto digest = std::make_shared<CalendarDigest>(*digests_.at(now));
-  digest->calendarMessage = calendar_.calendarMessage();
-  digest->reminderMessage = calendar_.reminderMessage();
-  return digest;
-}
+std::shared_ptr<const CalendarDigest> Readings::calendar(const QDateTime& now) { return digests_.at(now); }
 
 }  // namespace tarnwick

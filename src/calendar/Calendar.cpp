@@ -20,8 +20,8 @@ Calendar::Calendar(CalendarSource& source, const Scheduler& clock, QObject* pare
     : QObject(parent),
       source_(source),
       clock_(clock),
-      calendarMessage_(tr("Enable Calendar access to see your events.")),
-      reminderMessage_(tr("Enable Reminders access to see your reminders.")) {
+      calendarMessage_(unreadEvents()),
+      reminderMessage_(unreadReminders()) {
   connect(&source_, &CalendarSource::changed, this, [this] {
     // What is being read may be from before the change.
     isOutdated_ = isLoading_;

@@ -17,6 +17,10 @@ class Calendar final : public QObject, public BeatClient {
   static constexpr int daysBack = 35;
   static constexpr int daysAhead = 70;
 
+  // What is shown in place of data until it was read for the first time.
+  static QString unreadEvents() { return tr("Enable Calendar access to see your events."); }
+  static QString unreadReminders() { return tr("Enable Reminders access to see your reminders."); }
+
   /// Both must outlive this object.
   Calendar(CalendarSource& source, const Scheduler& clock, QObject* parent = nullptr);
 

@@ -7,6 +7,7 @@
 #include "base/DomainError.h"
 #include "base/DurableFile.h"
 #include "base/ProbeCounters.h"
+#include "calendar/Calendar.h"
 #include "config/DataDirectory.h"
 #include "config/SettingsLoader.h"
 #include "store/DocumentEdits.h"
@@ -39,8 +40,8 @@ AppStore::AppStore(StoreSetup setup)
       reservations_(setup.reservations),
       system_(std::make_unique<SystemMetrics>(std::move(setup.counters), setup.scheduler)),
       clients_(allClients(setup, *system_)),
-      calendarMessage_(tr("Enable Calendar access to see your events.")),
-      reminderMessage_(tr("Enable Reminders access to see your reminders.")),
+      calendarMessage_(Calendar::unreadEvents()),
+      reminderMessage_(Calendar::unreadReminders()),
       diagnostic_(setup.diagnostic),
       layoutSignature_(config_) {
   storagePath_ = settingsFile(keys_, diagnostic_, setup.storage);

@@ -153,6 +153,8 @@ class StoreTest : public testing::Test {
 TEST_F(StoreTest, AFirstRunIsQuietAndWritesNothingUntilSomethingChanges) {
   start();
   EXPECT_TRUE(store->error().isEmpty());
+  EXPECT_EQ(store->calendarMessage(), u"Enable Calendar access to see your events."_s);
+  EXPECT_EQ(store->reminderMessage(), u"Enable Reminders access to see your reminders."_s);
   EXPECT_TRUE(store->ready());
   EXPECT_TRUE(journal.calls.filter(u"orphans"_s).isEmpty());
   time.advance(60);
