@@ -56,7 +56,7 @@ void Readings::follow(AppStore& store) {
   const auto ask = [this, &store] {
     screenshots_.setChosen(store.config().screenshotFolder);
     calendar_.setFolders(CalendarFolders::of(store.config()));
-    calendar_.setNeeded(calendar_.isNeededBy(store.active()));
+    calendar_.follow(store.active());
   };
   connect(&store, &AppStore::configChanged, this, ask);
   connect(&store, &AppStore::activeChanged, this, ask);

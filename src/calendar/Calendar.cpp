@@ -1,8 +1,10 @@
 #include "calendar/Calendar.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "calendar/MeetingLink.h"
+#include "config/CalendarFolders.h"
 #include "widgets/catalog/Family.h"
 
 namespace tarnwick {
@@ -39,9 +41,19 @@ bool Calendar::isNeededBy(const ActiveSets& active) const {
          active.families.contains(familyText(Family::Reminders));
 }
 
-void Calendar::setNeeded(bool needed) {
-  if (isNeeded_ == needed) return;
-  isNeeded_ = needed;
+void Calendar::follow(const ActiveSets& active) {
+  const bool wasNeeded = std::exchange(isNeeded_, isNeededBy(active));
+  if (!wasNeeded) load();
+}
+
+void Calendar::start(const DockConfiguration& config, const ActiveSets& active) {
+  // Before the first reading, so that it holds them.
+  setFolders(CalendarFolders::of(config));
+  follow(active);
+}
+
+void Calendar::beat(const ActiveSets& active) {
+  follow(active);
   load();
 }
 

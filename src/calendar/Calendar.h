@@ -34,9 +34,8 @@ class Calendar final : public QObject, public BeatClient {
   /// The days for which there is data.
   CalendarRange range() const;
 
-  /// Whether something shows calendars; nothing is read before. Becoming needed loads.
-  bool isNeeded() const { return isNeeded_; }
-  void setNeeded(bool needed);
+  /// What displays show from now on. Nothing is read before that needs it; becoming needed loads.
+  void follow(const ActiveSets& active);
 
   /// Reads, unless a reading is under way; cheap while nothing changed. Does nothing while it is not needed.
   void load();
@@ -45,8 +44,8 @@ class Calendar final : public QObject, public BeatClient {
   BeatStep step() const override { return BeatStep::Calendar; }
   int everyTicks() const override { return 60; }
   bool isNeededBy(const ActiveSets& active) const override;
-  void start(const DockConfiguration&) override { load(); }
-  void beat(const ActiveSets&) override { load(); }
+  void start(const DockConfiguration& config, const ActiveSets& active) override;
+  void beat(const ActiveSets& active) override;
 
   /// Ticks a reminder off, or takes the tick away. The reminder shows it at once; if it fails, it goes back and
   /// `failed` says why.

@@ -47,7 +47,10 @@ class BeatClient {
 
   /// The store is being made: media, the desktop's own data and the clipboard come before its timer runs, all others
   /// after it, in the order of the steps. Not called in a run without a user's data.
-  virtual void start(const DockConfiguration& config) { Q_UNUSED(config) }
+  virtual void start(const DockConfiguration& config, const ActiveSets& active) {
+    Q_UNUSED(config)
+    Q_UNUSED(active)
+  }
   virtual void beat(const ActiveSets& active) { Q_UNUSED(active) }
   /// The computer woke up; a beat follows at once.
   virtual void wake() {}

@@ -100,10 +100,10 @@ void AppStore::start(StoreSetup& setup) {
   migrateClipboardHistory();
   restoreReservations();
   // Old content of the clipboard is not taken for new by the first beat.
-  clients_.startThrough(BeatStep::Clipboard, config_);
+  clients_.startThrough(BeatStep::Clipboard, config_, active_);
   timer_ = scheduler_.every(1.0, [this] { heartbeat(); });
   listen(setup);
-  clients_.startAfter(BeatStep::Clipboard, config_);
+  clients_.startAfter(BeatStep::Clipboard, config_, active_);
   refreshAll();
   removeOrphanedCredentials();
 }

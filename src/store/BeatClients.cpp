@@ -32,15 +32,15 @@ BeatClients::BeatClients(const QList<BeatClient*>& clients) : beating_(clients) 
   std::ranges::stable_sort(ending_, {}, endPlaceOf);
 }
 
-void BeatClients::startThrough(BeatStep last, const DockConfiguration& config) const {
+void BeatClients::startThrough(BeatStep last, const DockConfiguration& config, const ActiveSets& active) const {
   for (BeatClient* client : starting_) {
-    if (startPlaceOf(client) <= placeAtTheStart(last)) client->start(config);
+    if (startPlaceOf(client) <= placeAtTheStart(last)) client->start(config, active);
   }
 }
 
-void BeatClients::startAfter(BeatStep last, const DockConfiguration& config) const {
+void BeatClients::startAfter(BeatStep last, const DockConfiguration& config, const ActiveSets& active) const {
   for (BeatClient* client : starting_) {
-    if (startPlaceOf(client) > placeAtTheStart(last)) client->start(config);
+    if (startPlaceOf(client) > placeAtTheStart(last)) client->start(config, active);
   }
 }
 

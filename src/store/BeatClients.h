@@ -13,9 +13,9 @@ class BeatClients {
   explicit BeatClients(const QList<BeatClient*>& clients);
 
   /// Starts those up to a step, counted in the order of the start.
-  void startThrough(BeatStep last, const DockConfiguration& config) const;
+  void startThrough(BeatStep last, const DockConfiguration& config, const ActiveSets& active) const;
   /// Starts those behind it.
-  void startAfter(BeatStep last, const DockConfiguration& config) const;
+  void startAfter(BeatStep last, const DockConfiguration& config, const ActiveSets& active) const;
   /// Beats those from one step to another, both included, that are needed and due on this tick.
   void beat(BeatStep from, BeatStep to, qint64 tick, const ActiveSets& active) const;
   void wake() const;

@@ -3,7 +3,9 @@
 #include "calendar/Calendar.h"
 #include "calendar/CalendarModel.h"
 #include "calendar/MeetingLink.h"
+#include "config/CalendarFolders.h"
 #include "support/TestScheduler.h"
+#include "widgets/catalog/Family.h"
 
 namespace tarnwick {
 namespace {
@@ -167,6 +169,7 @@ TEST(MeetingLink, IsWhereOneJoins) {
 /// A source that answers when a test says so.
 struct ScriptedSource final : CalendarSource {
   QList<CalendarRange> asked;
+  QStringList folders;
   Loaded loaded;
   Done done;
 
@@ -177,7 +180,7 @@ struct ScriptedSource final : CalendarSource {
   void setCompleted(const Reminder&, bool, const QDateTime&, QObject*, Done answer) override {
     done = std::move(answer);
   }
-  void setFolders(const QStringList&) override {}
+  void setFolders(const QStringList& wanted) override { folders = wanted; }
 };
 
 TEST(Calendar, ReadsWhileNeededAndTellsWhenItIsOutdated) {
@@ -195,8 +198,15 @@ TEST(Calendar, ReadsWhileNeededAndTellsWhenItIsOutdated) {
   EXPECT_TRUE(source.asked.isEmpty()) << "nobody needs it";
   EXPECT_EQ(calendar.calendarMessage(), u"Enable Calendar access to see your events."_s);
 
-  calendar.setNeeded(true);
-  calendar.load();
+  DockConfiguration config;
+  CalendarFolders::add(config, u"/home/ada/team"_s);
+  calendar.start(config, {});
+  EXPECT_EQ(source.folders, QStringList{u"/home/ada/team"_s});
+  EXPECT_TRUE(source.asked.isEmpty()) << "no tile shows it";
+  ActiveSets shown;
+  shown.families = {familyText(Family::Reminders)};
+  calendar.follow(shown);
+  calendar.beat(shown);
   ASSERT_EQ(source.asked.size(), 1);
   EXPECT_EQ(source.asked[0].from, QDate(2026, 10, 20).startOfDay());
   EXPECT_EQ(source.asked[0].until, QDate(2027, 2, 2).startOfDay());

@@ -32,7 +32,7 @@ struct FakeClient : BeatClient {
   bool isNeededBy(const ActiveSets& active) const override {
     return family.isEmpty() || active.families.contains(family);
   }
-  void start(const DockConfiguration& config) override {
+  void start(const DockConfiguration& config, const ActiveSets&) override {
     journal.calls << u"start %1 %2"_s.arg(name).arg(config.profiles.size());
   }
   void beat(const ActiveSets&) override { journal.calls << name; }
@@ -408,7 +408,7 @@ TEST_F(StoreTest, WhatTheFirstBeatRestsOnStartsBeforeTheTimer) {
   /// Writes down how much waits on the clock when it starts.
   struct Starter final : FakeClient {
     Starter(Journal& j, const TestScheduler& t, BeatStep at) : FakeClient(j, {}, at, 0), time(t) {}
-    void start(const DockConfiguration&) override { jobs = time.waiting(); }
+    void start(const DockConfiguration&, const ActiveSets&) override { jobs = time.waiting(); }
     const TestScheduler& time;
     std::optional<qsizetype> jobs;
   };
