@@ -8,8 +8,8 @@
 #include "config/DockWidget.h"
 #include "facilities/BeatClient.h"
 
-/// What operations of the store ask of a facility, beside its beat. All calls come on the main thread and must not
-/// block.
+/// What operations of the store ask of a facility, beside its beat. What a build has not is one of `NoFacilities`. All
+/// calls come on the main thread and must not block.
 namespace tarnwick {
 
 /// The fetched values of connected widgets. What is under way is cancelled at the end.
@@ -20,7 +20,10 @@ class RemoteRefresh : public BeatClient {
 
   BeatStep step() const final { return BeatStep::RemoteValues; }
   int everyTicks() const final { return 600; }
-  void beat(const ActiveSets& active) final { Q_UNUSED(active) refreshAll(); }
+  void beat(const ActiveSets& active) final {
+    Q_UNUSED(active)
+    refreshAll();
+  }
 };
 
 /// The secrets of connected widgets.

@@ -16,10 +16,11 @@
 
 namespace tarnwick {
 
-/// The one observable object of the program: it owns the settings document and the services, drives them with a beat of
-/// one second, and holds the live data that the widgets show. Main thread only. Operations do not fail towards their
-/// callers: what goes wrong lands in `error`. Identities are taken by value, since one that is passed in may be in
-/// the document that the operation changes.
+/// The one observable object of the program: it owns the settings document and the metrics of the system, publishes the
+/// message line and the running applications, and drives the metrics and the facilities that it was given with a beat
+/// of one second. What a facility reads (events, reminders, processes, fetched values) it keeps and announces itself.
+/// Main thread only. Operations do not fail towards their callers: what goes wrong lands in `error`. Identities are
+/// taken by value, since one that is passed in may be in the document that the operation changes.
 class AppStore : public QObject {
   Q_OBJECT
  public:
@@ -148,7 +149,9 @@ class AppStore : public QObject {
 
   /// Keeps the list of running applications still while tiles are dragged or dropped.
   void holdRunningApps();
-  /// Takes the desktop's list of running applications.
+  /// Takes the desktop's list of running applications. Another title, window or call for attention is a change too,
+  /// since tiles and menus show it. While the list is held, the latest one waits, on the reference clock, which no
+  /// change of the time touches.
   void apply(const QList<RunningApp>& running);
 
   /// One beat. Called by the store's own timer; public so that a wake-up or a test can beat it.
@@ -178,6 +181,7 @@ class AppStore : public QObject {
   void start(StoreSetup& setup);
   bool load();
   void startSaving(SettingsLoader::Origin origin, qint64 seconds);
+  /// Only when a file was read: a first run and lost settings leave all credentials alone.
   void removeOrphanedCredentials();
   void listen(StoreSetup& setup);
   enum class Saving { InTime, None };

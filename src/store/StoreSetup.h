@@ -35,7 +35,8 @@ struct StoreSetup {
   ClipboardMigration& clipboard;
   WindowReservations& reservations;
 
-  QList<BeatClient*> clients = {};  ///< In the order in which those of one step run.
+  /// Those of one step run in the order of this list, and the store's own metrics and the remote values after them.
+  QList<BeatClient*> clients = {};
   /// Runs without a user's data: nothing is read, nothing is saved, no timer starts.
   bool diagnostic = false;
   /// The settings file; chosen by the program's keys when absent.
