@@ -77,7 +77,7 @@ class LastChance {
 
 /// What is settled before anything is made that needs a display.
 struct Start {
-  BuildSettings keys;
+  BuildSettings build;
   std::unique_ptr<DataFolderLock> lock;
   QStringList urls;
   QStringList missing;        ///< Sentences about files that are not there.
@@ -102,10 +102,10 @@ Start begin(int argc, char** argv, const CommandLine& line) {
   QCoreApplication application(argc, argv);
   loadWords(application);
   Start start;
-  start.keys = BuildSettings::besideProgram();
+  start.build = BuildSettings::besideProgram();
   start.urls = SingleInstance::urls(line.files, QDir::currentPath());
   start.missing = SingleInstance::missing(line.files, QDir::currentPath());
-  start.lock = std::make_unique<DataFolderLock>(QFileInfo(settingsFile(start.keys)).path());
+  start.lock = std::make_unique<DataFolderLock>(QFileInfo(settingsFile(start.build)).path());
   if (start.lock->take() != DataFolderLock::Taking::Held) resolve(start, line);
   start.obstacle = WindowSystem::obstacle();
   return start;
@@ -136,9 +136,9 @@ int runUntilQuit(const Start& start, const CommandLine& line, const LaunchEnviro
   SystemScheduler scheduler;
   Adapters adapters(scheduler, environment);
   StoreSetup store = adapters.storeSetup();
-  store.keys = start.keys;
+  store.build = start.build;
   AppDelegate delegate(std::move(store), adapters.services(),
-                       adapters.delegateSetup(QFileInfo(settingsFile(start.keys)).path()));
+                       adapters.delegateSetup(QFileInfo(settingsFile(start.build)).path()));
   const LastChance lastChance(delegate);
   delegate.didFinishLaunching();
   // Behind the dock's own coming up, which waits for the event loop as well.

@@ -6,22 +6,23 @@
 
 namespace tarnwick {
 
-/// What a package of the program may set without building it: a small JSON object in `tarnwick-keys.json` beside
-/// the executable. Known keys: `TarnwickDataDirectoryName`, `TarnwickPhaseDataDirectory`.
+/// What is settled for this build of the program rather than by its user: a small JSON object in `tarnwick-keys.json`
+/// beside the executable, which a package may replace. Known names: `TarnwickDataDirectoryName`,
+/// `TarnwickPhaseDataDirectory`.
 class BuildSettings {
  public:
-  /// No keys at all.
+  /// Nothing is set.
   BuildSettings() = default;
-  /// Read once. A file that is missing or broken holds no keys.
+  /// Read once. A file that is missing or broken sets nothing.
   explicit BuildSettings(const QString& path);
   /// Those of the running program.
   static BuildSettings besideProgram();
 
-  /// Absent unless the key holds a text.
-  std::optional<QString> string(const QString& key) const;
+  /// Absent unless a text is set under that name.
+  std::optional<QString> string(const QString& name) const;
 
  private:
-  QJsonObject keys_;
+  QJsonObject values_;
 };
 
 }  // namespace tarnwick

@@ -7,13 +7,13 @@
 
 namespace tarnwick {
 
-/// The folder of the user's data: $XDG_DATA_HOME (or ~/.local/share) and the name that the program's key
-/// `TarnwickDataDirectoryName` gives, "Tarnwick" without one. It is not created here.
-QString defaultStorageDirectory(const BuildSettings& keys);
+/// The folder of the user's data: $XDG_DATA_HOME (or ~/.local/share) and the name that the build settings
+/// give as `TarnwickDataDirectoryName`, "Tarnwick" without one. It is not created here.
+QString defaultStorageDirectory(const BuildSettings& build);
 
 /// The settings file: `storage` as it stands; else a temporary one for a run without a user's data; else in the folder
-/// of the program's key `TarnwickPhaseDataDirectory`; else in the default folder.
-QString settingsFile(const BuildSettings& keys, bool diagnostic = false,
+/// of the build setting `TarnwickPhaseDataDirectory`; else in the default folder.
+QString settingsFile(const BuildSettings& build, bool diagnostic = false,
                      const std::optional<QString>& storage = std::nullopt);
 
 }  // namespace tarnwick

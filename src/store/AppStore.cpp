@@ -30,7 +30,6 @@ QList<BeatClient*> allClients(const StoreSetup& setup, SystemMetrics& system) {
 
 AppStore::AppStore(StoreSetup setup)
     : scheduler_(setup.scheduler),
-      keys_(setup.keys),
       installedApps_(setup.installedApps),
       applications_(setup.applications),
       notifications_(setup.notifications),
@@ -44,7 +43,7 @@ AppStore::AppStore(StoreSetup setup)
       reminderMessage_(Calendar::unreadReminders()),
       diagnostic_(setup.diagnostic),
       layoutSignature_(config_) {
-  storagePath_ = settingsFile(keys_, diagnostic_, setup.storage);
+  storagePath_ = settingsFile(setup.build, diagnostic_, setup.storage);
   if (load()) start(setup);
 }
 

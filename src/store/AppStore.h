@@ -196,7 +196,6 @@ class AppStore : public QObject {
   void migrateClipboardHistory();
 
   Scheduler& scheduler_;
-  BuildSettings keys_;
   InstalledApps& installedApps_;
   RunningApplications& applications_;
   Notifications& notifications_;

@@ -39,11 +39,11 @@ struct StoreSetup {
   QList<BeatClient*> clients = {};
   /// Runs without a user's data: nothing is read, nothing is saved, no timer starts.
   bool diagnostic = false;
-  /// The settings file; chosen by the program's keys when absent.
+  /// The settings file; chosen by the build settings when absent.
   std::optional<QString> storage = std::nullopt;
   /// Whether the start reads the desktop: running applications and a first sample of the system.
   bool platformReads = true;
-  BuildSettings keys = {};
+  BuildSettings build = {};
 };
 
 /// Nothing is fetched.

@@ -195,12 +195,12 @@ TEST_F(Files, AreReadOrMissingOrUnreadable) {
   }
 }
 
-TEST_F(Files, HoldTheKeysOfTheProgram) {
-  put(u"keys.json"_s, R"({"name": "Other", "number": 5, "none": null})");
+TEST_F(Files, HoldTheBuildSettings) {
+  put(u"build.json"_s, R"({"name": "Other", "number": 5, "none": null})");
   put(u"broken.json"_s, "{");
-  EXPECT_EQ(BuildSettings(at(u"keys.json"_s)).string(u"name"_s), u"Other"_s);
-  for (const auto& key : {u"number"_s, u"none"_s, u"absent"_s}) {
-    EXPECT_EQ(BuildSettings(at(u"keys.json"_s)).string(key), std::nullopt);
+  EXPECT_EQ(BuildSettings(at(u"build.json"_s)).string(u"name"_s), u"Other"_s);
+  for (const auto& name : {u"number"_s, u"none"_s, u"absent"_s}) {
+    EXPECT_EQ(BuildSettings(at(u"build.json"_s)).string(name), std::nullopt);
   }
   for (const auto& name : {u"broken.json"_s, u"missing.json"_s}) {
     EXPECT_EQ(BuildSettings(at(name)).string(u"name"_s), std::nullopt);

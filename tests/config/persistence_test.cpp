@@ -202,7 +202,7 @@ TEST_F(SettingsFile, IsChosenByTheFirstThatApplies) {
   put(u"phase.json"_s, R"({"TarnwickDataDirectoryName": "X", "TarnwickPhaseDataDirectory": "/phase/"})");
   put(u"wrong.json"_s, R"({"TarnwickDataDirectoryName": "", "TarnwickPhaseDataDirectory": 5})");
   const struct {
-    QString keys;
+    QString build;
     bool diagnostic;
     std::optional<QString> storage;
     QString path;
@@ -214,7 +214,7 @@ TEST_F(SettingsFile, IsChosenByTheFirstThatApplies) {
       {u"none.json"_s, false, {}, u"/data/Tarnwick/config.json"_s},
       {u"wrong.json"_s, false, {}, u"/data/Tarnwick/config.json"_s},
   };
-  for (const auto& c : cases) EXPECT_EQ(settingsFile(BuildSettings(at(c.keys)), c.diagnostic, c.storage), c.path);
+  for (const auto& c : cases) EXPECT_EQ(settingsFile(BuildSettings(at(c.build)), c.diagnostic, c.storage), c.path);
   qunsetenv("XDG_DATA_HOME");
   EXPECT_EQ(defaultStorageDirectory({}), QDir::homePath() + u"/.local/share/Tarnwick"_s);
   if (!before.isNull()) qputenv("XDG_DATA_HOME", before);
