@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QSet>
 #include <QTemporaryDir>
 #include <algorithm>
 
@@ -8,6 +9,7 @@
 #include "views/families/Rooms.h"
 #include "views/tiles/GenericTile.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick::testing {
 namespace {
@@ -48,6 +50,21 @@ TEST(Rooms, AKindsRowGoesBeforeItsFamilys) {
   EXPECT_EQ(Rooms::options(u"exercise"_s).size(), 1u) << "a duration, as all timers";
   EXPECT_TRUE(Rooms::options(u"stopwatch"_s).empty()) << "a stopwatch has none";
   EXPECT_FALSE(Rooms::hasForm(u"dockSpace"_s));
+}
+
+// A row holds its words as one text, so the compiler does not see a misspelt one.
+TEST(Rooms, AConnectionIsOneOfTheWordsThatOptionsNames) {
+  const QStringList named{QString(), value::native, value::codexLocal};
+  QSet<QString> offered;
+  for (const WidgetDefinition& definition : Catalog::items())
+    for (const WidgetOption& each : Rooms::options(definition.id)) {
+      if (QLatin1StringView(each.key) != option::connectionMode) continue;
+      for (const QString& word : QString::fromLatin1(each.value).split(u',')) {
+        EXPECT_TRUE(named.contains(word)) << qPrintable(definition.id) << ": " << qPrintable(word);
+        offered.insert(word);
+      }
+    }
+  EXPECT_EQ(offered.size(), named.size()) << "a word that no kind offers";
 }
 
 TEST(Rooms, WhatNothingFillsSaysThatItComesLaterAndInvitesToNothing) {
