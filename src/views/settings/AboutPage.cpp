@@ -3,6 +3,7 @@
 #include "store/AppStore.h"
 #include "views/controls/Labels.h"
 #include "views/settings/Pages.h"
+#include "views/settings/SettingsWords.h"
 #include "views/window/Credits.h"
 
 namespace tarnwick {
@@ -10,7 +11,7 @@ namespace tarnwick {
 using namespace Qt::StringLiterals;
 
 SettingsPage* makeAboutPage(AppStore& store, const SettingsServices& services) {
-  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "About")), store, services);
+  auto* page = new SettingsPage(SettingsWords::tr("About"), store, services);
   const auto value = [](const QString& text) {
     auto* label = new TextLabel(text, TextStyle::Body, Tone::Secondary);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -26,7 +27,7 @@ SettingsPage* makeAboutPage(AppStore& store, const SettingsServices& services) {
       {QT_TRANSLATE_NOOP("Settings", "License"), QT_TRANSLATE_NOOP("Settings", "© 2026 The Tarnwick authors."),
        QT_TRANSLATE_NOOP("Settings", "license")},
       value(u"MIT"_s));
-  Card& credits = *page->addCard(settingsText(QT_TRANSLATE_NOOP("Settings", "Open-source components")));
+  Card& credits = *page->addCard(SettingsWords::tr("Open-source components"));
   for (const Credit& credit : allCredits()) {
     auto* row = new FormRow(credit.words(), value(credit.licence));
     page->addOther(credits, row, credit.name + u' ' + credit.licence);

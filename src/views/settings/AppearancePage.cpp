@@ -6,6 +6,7 @@
 #include "views/controls/Buttons.h"
 #include "views/controls/ChoiceGroup.h"
 #include "views/settings/Pages.h"
+#include "views/settings/SettingsWords.h"
 #include "views/settings/StyleCard.h"
 #include "views/window/CardGrid.h"
 #include "views/window/WindowTheme.h"
@@ -56,7 +57,7 @@ constexpr auto kAppearances = std::to_array<SettingChoice>({
 class AppearancePage final : public SettingsPage {
  public:
   AppearancePage(AppStore& store, const SettingsServices& services)
-      : SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Appearance")), store, services), services_(services) {
+      : SettingsPage(SettingsWords::tr("Appearance"), store, services), services_(services) {
     addStyles();
     addSizes();
     addTiles();
@@ -67,7 +68,7 @@ class AppearancePage final : public SettingsPage {
  private:
   void addStyles() {
     auto* cards = new CardGrid(kStyleColumns, theme::kCardRowPadding, kBetweenStyles);
-    cards->setAccessibleName(settingsText(QT_TRANSLATE_NOOP("Settings", "Dock style")));
+    cards->setAccessibleName(SettingsWords::tr("Dock style"));
     QStringList words{cards->accessibleName()};
     QList<StyleCard*> group;
     for (const SettingChoice& style : kStyles) {
@@ -84,7 +85,7 @@ class AppearancePage final : public SettingsPage {
     const auto follows = [](const DockConfiguration& config) { return config.desk().styleFollows; };
     showWhile(
         cards, [follows](const DockConfiguration& config) { return !follows(config); },
-        settingsText(QT_TRANSLATE_NOOP("Settings", "Only while “Follow light and dark” is off.")));
+        SettingsWords::tr("Only while “Follow light and dark” is off."));
     follow([group](const DockConfiguration& config) {
       for (StyleCard* card : group) {
         card->setChecked(card->style() == config.style);
@@ -103,7 +104,7 @@ class AppearancePage final : public SettingsPage {
          QT_TRANSLATE_NOOP("Settings", "style theme night day automatic")},
         settingField(&DeskOptions::styleFollows));
     const auto follows = [](const DockConfiguration& config) { return config.desk().styleFollows; };
-    const QString otherwise = settingsText(QT_TRANSLATE_NOOP("Settings", "Only while “Follow light and dark” is on."));
+    const QString otherwise = SettingsWords::tr("Only while “Follow light and dark” is on.");
     showWhile(addDropDown(card, {QT_TRANSLATE_NOOP("Settings", "Light style")}, settingField(&DeskOptions::lightStyle),
                           kStyles),
               follows, otherwise);
@@ -138,7 +139,7 @@ class AppearancePage final : public SettingsPage {
                                   [](DockConfiguration& config, const bool& on) { config.tileBorders = on; }});
     showWhile(
         borders, [](const DockConfiguration& config) { return config.tiles; },
-        settingsText(QT_TRANSLATE_NOOP("Settings", "Only while “Widget tile fills” is on.")));
+        SettingsWords::tr("Only while “Widget tile fills” is on."));
     addSegments(card, {QT_TRANSLATE_NOOP("Settings", "Widget colors")},
                 {[](const DockConfiguration& config) { return config.monochrome ? u"true"_s : u"false"_s; },
                  [](DockConfiguration& config, const QString& value) { config.monochrome = value == "true"_L1; }},
@@ -168,8 +169,8 @@ class AppearancePage final : public SettingsPage {
     auto* buttons = new QWidget;
     auto* line = new QHBoxLayout(buttons);
     line->setContentsMargins(0, 0, 0, 0);
-    auto* remove = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Remove")));
-    auto* choose = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Choose…")));
+    auto* remove = new Button(SettingsWords::tr("Remove"));
+    auto* choose = new Button(SettingsWords::tr("Choose…"));
     line->addWidget(remove);
     line->addWidget(choose);
     addControl(card,
@@ -186,7 +187,7 @@ class AppearancePage final : public SettingsPage {
       edit([](DockConfiguration& config) { config.desktop.backgroundImage.clear(); });
     });
     connect(choose, &QPushButton::clicked, this, [this] { services_.commands.chooseDockPicture(); });
-    const QString otherwise = settingsText(QT_TRANSLATE_NOOP("Settings", "Only while the dock has a picture."));
+    const QString otherwise = SettingsWords::tr("Only while the dock has a picture.");
     showWhile(
         addSlider(card, {QT_TRANSLATE_NOOP("Settings", "Picture blur")}, settingField(&DesktopOptions::backgroundBlur),
                   {0, 40, 1, QT_TRANSLATE_NOOP("Settings", "%1 px"), 0}),

@@ -2,11 +2,12 @@
 
 #include "store/AppStore.h"
 #include "views/settings/Pages.h"
+#include "views/settings/SettingsWords.h"
 
 namespace tarnwick {
 
 SettingsPage* makeClipboardPage(AppStore& store, const SettingsServices& services) {
-  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Clipboard")), store, services);
+  auto* page = new SettingsPage(SettingsWords::tr("Clipboard"), store, services);
   Card& card = *page->addCard();
   FormRow* history = page->addSwitch(
       card,
@@ -16,8 +17,7 @@ SettingsPage* makeClipboardPage(AppStore& store, const SettingsServices& service
                          "exported."),
        QT_TRANSLATE_NOOP("Settings", "copy paste")},
       settingField(&DockConfiguration::clipboardEnabled));
-  history->setUnavailable(
-      settingsText(QT_TRANSLATE_NOOP("Settings", "Clipboard history is not part of this version yet.")));
+  history->setUnavailable(SettingsWords::tr("Clipboard history is not part of this version yet."));
   return page;
 }
 

@@ -10,6 +10,7 @@
 #include "views/controls/Rows.h"
 #include "views/settings/OrderList.h"
 #include "views/settings/Pages.h"
+#include "views/settings/SettingsWords.h"
 #include "views/window/WindowTheme.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/Options.h"
@@ -68,7 +69,7 @@ QWidget* makeEmptyState(const SettingsServices& services) {
            "Settings",
            "Connections to services are not part of this version yet. Your entries are saved for a later version."),
        TextStyle::Caption, Tone::Secondary);
-  auto* add = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Add Widgets…")));
+  auto* add = new Button(SettingsWords::tr("Add Widgets…"));
   QObject::connect(add, &QPushButton::clicked, empty, [&commands = services.commands] { commands.showLibrary({}); });
   column->addSpacing(theme::kCardRowPadding);
   column->addWidget(add, 0, Qt::AlignHCenter);
@@ -77,15 +78,14 @@ QWidget* makeEmptyState(const SettingsServices& services) {
 
 /// Folders of calendar files, beside the places where calendars are looked for anyway.
 void addCalendars(SettingsPage& page, const SettingsServices& services) {
-  Card& card = *page.addCard(settingsText(QT_TRANSLATE_NOOP("Settings", "Calendars")));
-  auto* list = new OrderList(settingsText(QT_TRANSLATE_NOOP("Settings", "Calendar folders")));
+  Card& card = *page.addCard(SettingsWords::tr("Calendars"));
+  auto* list = new OrderList(SettingsWords::tr("Calendar folders"));
   list->setDragDropMode(QAbstractItemView::NoDragDrop);
-  list->setActions(
-      {{u"remove"_s, u"trash"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Remove")), QKeySequence(Qt::Key_Delete)}});
+  list->setActions({{u"remove"_s, u"trash"_s, SettingsWords::tr("Remove"), QKeySequence(Qt::Key_Delete)}});
   QObject::connect(list, &OrderList::actionRequested, &page, [&page](const QString& folder) {
     page.edit([&](DockConfiguration& config) { CalendarFolders::remove(config, folder); });
   });
-  page.addOther(card, list, settingsText(QT_TRANSLATE_NOOP("Settings", "calendar folder reminders events")));
+  page.addOther(card, list, SettingsWords::tr("calendar folder reminders events"));
   page.showWhile(list, [](const DockConfiguration& config) { return !CalendarFolders::of(config).isEmpty(); });
   page.follow([list](const DockConfiguration& config) {
     QList<OrderItem> items;
@@ -93,7 +93,7 @@ void addCalendars(SettingsPage& page, const SettingsServices& services) {
       items.append({folder, QFileInfo(folder).fileName(), pathText(folder), u"folder"_s});
     list->setItems(items);
   });
-  auto* add = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Add Folder…")));
+  auto* add = new Button(SettingsWords::tr("Add Folder…"));
   QObject::connect(add, &QPushButton::clicked, &page, [&to = services.commands] { to.addCalendarFolder(); });
   page.addControl(card,
                   {QT_TRANSLATE_NOOP("Settings", "Calendar folders"),
@@ -107,19 +107,18 @@ void addCalendars(SettingsPage& page, const SettingsServices& services) {
 }  // namespace
 
 SettingsPage* makeConnectionsPage(AppStore& store, const SettingsServices& services) {
-  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Connections")), store, services);
+  auto* page = new SettingsPage(SettingsWords::tr("Connections"), store, services);
   Card& card = *page->addCard();
   QWidget* empty = makeEmptyState(services);
-  page->addOther(card, empty, settingsText(QT_TRANSLATE_NOOP("Settings", "No service is connected")));
+  page->addOther(card, empty, SettingsWords::tr("No service is connected"));
   page->showWhile(empty, [](const DockConfiguration& config) { return connectedWidgets(config).isEmpty(); });
-  auto* list = new OrderList(settingsText(QT_TRANSLATE_NOOP("Settings", "Connections")));
+  auto* list = new OrderList(SettingsWords::tr("Connections"));
   list->setDragDropMode(QAbstractItemView::NoDragDrop);
-  list->setActions({{u"edit"_s, u"slider.horizontal.3"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Edit")),
-                     QKeySequence(Qt::Key_F2)}});
+  list->setActions({{u"edit"_s, u"slider.horizontal.3"_s, SettingsWords::tr("Edit"), QKeySequence(Qt::Key_F2)}});
   const auto open = [&to = services.commands](const QString& id) { to.openEditor(QUuid::fromString(id)); };
   QObject::connect(list, &OrderList::opened, page, open);
   QObject::connect(list, &OrderList::actionRequested, page, open);
-  page->addOther(card, list, settingsText(QT_TRANSLATE_NOOP("Settings", "service account widgets")));
+  page->addOther(card, list, SettingsWords::tr("service account widgets"));
   page->showWhile(list, [](const DockConfiguration& config) { return !connectedWidgets(config).isEmpty(); });
   page->follow([list, &services](const DockConfiguration& config) {
     QList<OrderItem> items;

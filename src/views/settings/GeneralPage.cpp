@@ -9,6 +9,7 @@
 #include "store/AppStore.h"
 #include "views/controls/Buttons.h"
 #include "views/settings/Pages.h"
+#include "views/settings/SettingsWords.h"
 
 namespace tarnwick {
 
@@ -25,7 +26,7 @@ constexpr auto kUnits = std::to_array<SettingChoice>({
 class GeneralPage final : public SettingsPage {
  public:
   GeneralPage(AppStore& store, const SettingsServices& services)
-      : SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "General")), store, services), services_(services) {
+      : SettingsPage(SettingsWords::tr("General"), store, services), services_(services) {
     addProgram();
     addWidgetSettings();
     addFiles();
@@ -58,7 +59,7 @@ class GeneralPage final : public SettingsPage {
     const auto tray = [this] { return services_.abilities().tray; };
     showWhile(
         classic, [tray](const DockConfiguration& config) { return tray() && config.desktopOptions().showMenuBarIcon; },
-        settingsText(QT_TRANSLATE_NOOP("Settings", "Only while the status icon is shown.")));
+        SettingsWords::tr("Only while the status icon is shown."));
     follow([icon, tray](const DockConfiguration&) { icon->setUnavailable(tray().reason); });
   }
 
@@ -71,7 +72,7 @@ class GeneralPage final : public SettingsPage {
          },
          [](DockConfiguration& config, const QString& unit) { config.temperatureUnit = unit; }},
         kUnits);
-    units->setUnavailable(settingsText(QT_TRANSLATE_NOOP("Settings", "Weather is not part of this version yet.")));
+    units->setUnavailable(SettingsWords::tr("Weather is not part of this version yet."));
     addSwitch(card,
               {QT_TRANSLATE_NOOP("Settings", "Open folders in Finder"),
                QT_TRANSLATE_NOOP("Settings", "Pinned folders open in the file manager instead of a panel.")},
@@ -79,8 +80,8 @@ class GeneralPage final : public SettingsPage {
     auto* buttons = new QWidget;
     auto* line = new QHBoxLayout(buttons);
     line->setContentsMargins(0, 0, 0, 0);
-    auto* usual = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Use Default")));
-    auto* choose = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Choose…")));
+    auto* usual = new Button(SettingsWords::tr("Use Default"));
+    auto* choose = new Button(SettingsWords::tr("Choose…"));
     line->addWidget(usual);
     line->addWidget(choose);
     connect(usual, &QPushButton::clicked, this, [this, choose] {
@@ -92,13 +93,12 @@ class GeneralPage final : public SettingsPage {
         buttons);
     follow([folder, usual](const DockConfiguration& config) {
       usual->setVisible(!config.screenshotFolder.isEmpty());
-      folder->setHelp(
-          config.screenshotFolder.isEmpty()
-              ? settingsText(QT_TRANSLATE_NOOP("Settings", "Uses the folder in which the desktop saves screenshots."))
-              : pathText(config.screenshotFolder));
+      folder->setHelp(config.screenshotFolder.isEmpty()
+                          ? SettingsWords::tr("Uses the folder in which the desktop saves screenshots.")
+                          : pathText(config.screenshotFolder));
     });
     connect(choose, &QPushButton::clicked, this, [this] {
-      auto* dialog = makeDialog(settingsText(QT_TRANSLATE_NOOP("Settings", "Screenshots")), QFileDialog::AcceptOpen);
+      auto* dialog = makeDialog(SettingsWords::tr("Screenshots"), QFileDialog::AcceptOpen);
       dialog->setFileMode(QFileDialog::Directory);
       if (!store().config().screenshotFolder.isEmpty()) dialog->setDirectory(store().config().screenshotFolder);
       connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& path) {
@@ -110,26 +110,24 @@ class GeneralPage final : public SettingsPage {
 
   void addFiles() {
     Card& card = *addCard();
-    auto* exportButton = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Export…")));
+    auto* exportButton = new Button(SettingsWords::tr("Export…"));
     exported_ = addControl(card,
                            {QT_TRANSLATE_NOOP("Settings", "Export settings"), kExportHelp,
                             QT_TRANSLATE_NOOP("Settings", "save backup configuration")},
                            exportButton);
     connect(exportButton, &QPushButton::clicked, this, &GeneralPage::exportSettings);
-    auto* importButton = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Import…")));
+    auto* importButton = new Button(SettingsWords::tr("Import…"));
     imported_ = addControl(card,
                            {QT_TRANSLATE_NOOP("Settings", "Import settings"), kImportHelp,
                             QT_TRANSLATE_NOOP("Settings", "load restore configuration")},
                            importButton);
     connect(importButton, &QPushButton::clicked, this, &GeneralPage::importSettings);
-    auto* setup = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Open")));
+    auto* setup = new Button(SettingsWords::tr("Open"));
     connect(setup, &QPushButton::clicked, this, [this] { services_.commands.continueSetup(); });
     FormRow* row = addControl(card, {QT_TRANSLATE_NOOP("Settings", "Setup"), ""}, setup);
     follow([row](const DockConfiguration& config) {
-      row->setHelp(
-          config.onboardingComplete
-              ? settingsText(QT_TRANSLATE_NOOP("Settings", "Shows the welcome window again."))
-              : settingsText(QT_TRANSLATE_NOOP("Settings", "Continues the welcome window where you left off.")));
+      row->setHelp(config.onboardingComplete ? SettingsWords::tr("Shows the welcome window again.")
+                                             : SettingsWords::tr("Continues the welcome window where you left off."));
     });
   }
 
@@ -141,15 +139,13 @@ class GeneralPage final : public SettingsPage {
   }
   QFileDialog* makeSettingsDialog(const QString& title, QFileDialog::AcceptMode mode) {
     QFileDialog* dialog = makeDialog(title, mode);
-    dialog->setNameFilters({settingsText(QT_TRANSLATE_NOOP("Settings", "Settings (*.json)")),
-                            settingsText(QT_TRANSLATE_NOOP("Settings", "All files (*)"))});
+    dialog->setNameFilters({SettingsWords::tr("Settings (*.json)"), SettingsWords::tr("All files (*)")});
     dialog->setDirectory(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
     return dialog;
   }
 
   void exportSettings() {
-    QFileDialog* dialog =
-        makeSettingsDialog(settingsText(QT_TRANSLATE_NOOP("Settings", "Export settings")), QFileDialog::AcceptSave);
+    QFileDialog* dialog = makeSettingsDialog(SettingsWords::tr("Export settings"), QFileDialog::AcceptSave);
     dialog->setDefaultSuffix(u"json"_s);
     dialog->selectFile(u"Tarnwick.json"_s);
     connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& path) {
@@ -161,12 +157,11 @@ class GeneralPage final : public SettingsPage {
   }
 
   void importSettings() {
-    QFileDialog* dialog =
-        makeSettingsDialog(settingsText(QT_TRANSLATE_NOOP("Settings", "Import settings")), QFileDialog::AcceptOpen);
+    QFileDialog* dialog = makeSettingsDialog(SettingsWords::tr("Import settings"), QFileDialog::AcceptOpen);
     dialog->setFileMode(QFileDialog::ExistingFile);
     connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& path) {
       store().clearError();
-      imported_->setHelp(settingsText(QT_TRANSLATE_NOOP("Settings", "Reading “%1”…")).arg(QFileInfo(path).fileName()));
+      imported_->setHelp(SettingsWords::tr("Reading “%1”…").arg(QFileInfo(path).fileName()));
       // The button stays: another file takes the place of one that a disk does not give.
       services_.edits.importConfiguration(path, [self = QPointer(this), path](bool taken) {
         if (!self) return;

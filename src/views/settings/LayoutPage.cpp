@@ -11,6 +11,7 @@
 #include "views/controls/Labels.h"
 #include "views/controls/Segments.h"
 #include "views/settings/Pages.h"
+#include "views/settings/SettingsWords.h"
 #include "views/window/CardGrid.h"
 #include "views/window/DropDown.h"
 #include "views/window/LayoutCard.h"
@@ -57,8 +58,7 @@ bool takesOver(const DockConfiguration& config) {
 class LayoutPage final : public SettingsPage {
  public:
   LayoutPage(AppStore& store, const SettingsServices& services)
-      : SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Layout & Displays")), store, services),
-        services_(services) {
+      : SettingsPage(SettingsWords::tr("Layout & Displays"), store, services), services_(services) {
     addLayouts();
     addReveal();
     addPlace();
@@ -74,7 +74,7 @@ class LayoutPage final : public SettingsPage {
                                theme::kCardRowPadding);
     column->setSpacing(theme::kCardRowPadding);
     auto* cards = new CardGrid(kLayoutColumns, 0, kBetweenLayouts);
-    cards->setAccessibleName(settingsText(QT_TRANSLATE_NOOP("Settings", "Layout")));
+    cards->setAccessibleName(SettingsWords::tr("Layout"));
     QStringList words{cards->accessibleName()};
     QList<LayoutCard*> group;
     for (const DockLayout layout : kDockLayouts) {
@@ -119,11 +119,12 @@ class LayoutPage final : public SettingsPage {
                          QT_TRANSLATE_NOOP("Settings", "How long the dock stays visible after the pointer leaves it.")},
                         settingField(&DesktopOptions::revealHideDelay), hide),
               reveals);
-    FormRow* dodge = addDropDown(card,
-                                 {QT_TRANSLATE_NOOP("Settings", "Hide only when a window would be covered"),
-                                  QT_TRANSLATE_NOOP("Settings", "The dock stays visible until a window covers its place."),
-                                  QT_TRANSLATE_NOOP("Settings", "dodge overlap intelligent")},
-                                 settingField(&DeskOptions::dodge), kDodged);
+    FormRow* dodge =
+        addDropDown(card,
+                    {QT_TRANSLATE_NOOP("Settings", "Hide only when a window would be covered"),
+                     QT_TRANSLATE_NOOP("Settings", "The dock stays visible until a window covers its place."),
+                     QT_TRANSLATE_NOOP("Settings", "dodge overlap intelligent")},
+                    settingField(&DeskOptions::dodge), kDodged);
     showWhile(dodge, reveals);
     needs(dodge, services_.abilities().frames);
     showWhile(addSwitch(card,
@@ -163,7 +164,7 @@ class LayoutPage final : public SettingsPage {
 
   void addDisplays() {
     Card& card = *addCard();
-    displays_ = new DropDown(settingsText(QT_TRANSLATE_NOOP("Settings", "Displays")));
+    displays_ = new DropDown(SettingsWords::tr("Displays"));
     connect(displays_, &DropDown::valueChosen, this,
             [this](const QString& value) { edit([&](DockConfiguration& config) { config.display = value; }); });
     addControl(card,
@@ -199,9 +200,9 @@ class LayoutPage final : public SettingsPage {
       shown_ = known;
       const QSignalBlocker quiet(displays_);
       displays_->clear();
-      displays_->addChoice(settingsText(QT_TRANSLATE_NOOP("Settings", "Main display")), u"main"_s);
-      displays_->addChoice(settingsText(QT_TRANSLATE_NOOP("Settings", "Attached display")), u"attached"_s);
-      displays_->addChoice(settingsText(QT_TRANSLATE_NOOP("Settings", "Every display")), u"all"_s);
+      displays_->addChoice(SettingsWords::tr("Main display"), u"main"_s);
+      displays_->addChoice(SettingsWords::tr("Attached display"), u"attached"_s);
+      displays_->addChoice(SettingsWords::tr("Every display"), u"all"_s);
       for (const KnownDisplay& display : known) displays_->addChoice(display.words(), display.id);
       displays_->updateGeometry();
     }
@@ -210,7 +211,7 @@ class LayoutPage final : public SettingsPage {
 
   void addSystemDock() {
     Card& card = *addCard();
-    auto* restore = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Restore")));
+    auto* restore = new Button(SettingsWords::tr("Restore"));
     connect(restore, &QPushButton::clicked, this, [this] { services_.commands.restoreSystemDock(); });
     showWhile(addControl(card,
                          {QT_TRANSLATE_NOOP("Settings", "Restore the macOS Dock"),

@@ -3,6 +3,7 @@
 #include "store/AppStore.h"
 #include "views/controls/Buttons.h"
 #include "views/settings/Pages.h"
+#include "views/settings/SettingsWords.h"
 
 namespace tarnwick {
 
@@ -23,19 +24,18 @@ void addCapture(SettingsPage& page, Card& card, const SettingsServices& services
 }  // namespace
 
 SettingsPage* makePrivacyPage(AppStore& store, const SettingsServices& services) {
-  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Privacy")), store, services);
+  auto* page = new SettingsPage(SettingsWords::tr("Privacy"), store, services);
   addCapture(*page, *page->addCard(), services);
   Card& card = *page->addCard();
   const QString folder = store.dataDirectory();
-  auto* open = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Open Folder")));
+  auto* open = new Button(SettingsWords::tr("Open Folder"));
   QObject::connect(open, &QPushButton::clicked, page, [&to = services.commands, folder] { to.openPath(folder); });
   FormRow* data = page->addControl(
       card, {QT_TRANSLATE_NOOP("Settings", "Your data"), "", QT_TRANSLATE_NOOP("Settings", "folder files")}, open);
   data->setHelp(pathText(folder));
   auto* said = new FormRow(
-      settingsText(QT_TRANSLATE_NOOP("Settings", "Nothing is sent")), nullptr,
-      settingsText(QT_TRANSLATE_NOOP(
-          "Settings", "No account, no usage statistics. This version does not connect to any online service.")));
+      SettingsWords::tr("Nothing is sent"), nullptr,
+      SettingsWords::tr("No account, no usage statistics. This version does not connect to any online service."));
   page->addOther(card, said, said->label());
   return page;
 }

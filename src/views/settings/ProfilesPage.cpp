@@ -49,7 +49,7 @@ QWidget* buttonLine(const QList<QWidget*>& buttons) {
 class ProfilesPage final : public SettingsPage {
  public:
   ProfilesPage(AppStore& store, const SettingsServices& services)
-      : SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Profiles")), store, services), services_(services) {
+      : SettingsPage(SettingsWords::tr("Profiles"), store, services), services_(services) {
     addProfiles();
     addSwitching();
     addRules();
@@ -61,15 +61,12 @@ class ProfilesPage final : public SettingsPage {
 
   void addProfiles() {
     Card& card = *addCard();
-    profiles_ = new OrderList(settingsText(QT_TRANSLATE_NOOP("Settings", "Profiles")));
+    profiles_ = new OrderList(SettingsWords::tr("Profiles"));
     profiles_->setRenamable(true);
-    profiles_->setActions(
-        {{kActivate, u"checkmark.circle"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Make active")), {}},
-         {kRename, u"square.and.pencil"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Rename")),
-          QKeySequence(Qt::Key_F2)},
-         {kRemoveProfile, u"trash"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Delete")),
-          QKeySequence(Qt::Key_Delete)}});
-    addOther(card, profiles_, settingsText(QT_TRANSLATE_NOOP("Settings", "Profiles name rename active order")));
+    profiles_->setActions({{kActivate, u"checkmark.circle"_s, SettingsWords::tr("Make active"), {}},
+                           {kRename, u"square.and.pencil"_s, SettingsWords::tr("Rename"), QKeySequence(Qt::Key_F2)},
+                           {kRemoveProfile, u"trash"_s, SettingsWords::tr("Delete"), QKeySequence(Qt::Key_Delete)}});
+    addOther(card, profiles_, SettingsWords::tr("Profiles name rename active order"));
     connect(profiles_, &OrderList::opened, this,
             [this](const QString& id) { store().selectProfile(QUuid::fromString(id)); });
     connect(profiles_, &OrderList::actionRequested, this, &ProfilesPage::actOnProfile);
@@ -88,12 +85,12 @@ class ProfilesPage final : public SettingsPage {
     confirm_ = new ConfirmBar;
     confirm_->setContentsMargins(theme::kCardPadding, 0, theme::kCardPadding, theme::kRowOverhang);
     card.add(confirm_);
-    auto* add = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "New Profile")));
+    auto* add = new Button(SettingsWords::tr("New Profile"));
     add->setSymbol(u"plus"_s);
-    auto* copy = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Duplicate the Active One")));
+    auto* copy = new Button(SettingsWords::tr("Duplicate the Active One"));
     connect(add, &QPushButton::clicked, this, [this] { newProfile(false); });
     connect(copy, &QPushButton::clicked, this, [this] { newProfile(true); });
-    addOther(card, buttonLine({add, copy}), settingsText(QT_TRANSLATE_NOOP("Settings", "New Profile duplicate")));
+    addOther(card, buttonLine({add, copy}), SettingsWords::tr("New Profile duplicate"));
     follow([this](const DockConfiguration& config) {
       QList<OrderItem> items;
       const qsizetype active = config.activeIndex();
@@ -101,8 +98,7 @@ class ProfilesPage final : public SettingsPage {
         const DockProfile& profile = config.profiles[i];
         items.append({profile.id.toString(), profile.name,
                       SettingsWords::tr("%Ln widgets", nullptr, static_cast<int>(profile.widgets.size())),
-                      u"person.crop.circle"_s,
-                      i == active ? settingsText(QT_TRANSLATE_NOOP("Settings", "Active")) : QString()});
+                      u"person.crop.circle"_s, i == active ? SettingsWords::tr("Active") : QString()});
       }
       profiles_->setItems(items);
     });
@@ -111,8 +107,7 @@ class ProfilesPage final : public SettingsPage {
   void newProfile(bool duplicate) {
     const DockConfiguration& config = store().config();
     if (config.profiles.size() >= DockConfiguration::kMostProfiles) {
-      store().setError(
-          settingsText(QT_TRANSLATE_NOOP("Settings", "You already have the most profiles Tarnwick keeps (20).")));
+      store().setError(SettingsWords::tr("You already have the most profiles Tarnwick keeps (20)."));
       return;
     }
     const QString name =
@@ -128,11 +123,11 @@ class ProfilesPage final : public SettingsPage {
     const qsizetype at = indexOf(store().config().profiles, profile);
     if (action != kRemoveProfile || at < 0) return;
     if (store().config().profiles.size() < 2) {
-      store().setError(settingsText(QT_TRANSLATE_NOOP("Settings", "The last profile cannot be deleted.")));
+      store().setError(SettingsWords::tr("The last profile cannot be deleted."));
       return;
     }
     confirm_->ask(SettingsWords::tr("Delete “%1” and its widgets?").arg(store().config().profiles[at].name),
-                  settingsText(QT_TRANSLATE_NOOP("Settings", "Delete")), [this, profile] {
+                  SettingsWords::tr("Delete"), [this, profile] {
                     services_.edits.deleteProfile(profile);
                     profiles_->setFocus();
                   });
@@ -155,28 +150,24 @@ class ProfilesPage final : public SettingsPage {
   // --- The rules --------------------------------------------------------------------------------------------------
 
   void addRules() {
-    Card& card = *addCard(settingsText(QT_TRANSLATE_NOOP("Settings", "Automatic switching")));
-    rules_ = new OrderList(settingsText(QT_TRANSLATE_NOOP("Settings", "Rules")));
-    rules_->setActions({{kRemoveProfile, u"trash"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Remove")),
-                         QKeySequence(Qt::Key_Delete)}});
-    addOther(card, rules_, settingsText(QT_TRANSLATE_NOOP("Settings", "Rules schedule days time automatic")));
+    Card& card = *addCard(SettingsWords::tr("Automatic switching"));
+    rules_ = new OrderList(SettingsWords::tr("Rules"));
+    rules_->setActions({{kRemoveProfile, u"trash"_s, SettingsWords::tr("Remove"), QKeySequence(Qt::Key_Delete)}});
+    addOther(card, rules_, SettingsWords::tr("Rules schedule days time automatic"));
     form_ = new RuleForm(*this);
-    addOther(card, form_, settingsText(QT_TRANSLATE_NOOP("Settings", "Rules schedule days time automatic")));
-    auto* add = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Add Rule")));
+    addOther(card, form_, SettingsWords::tr("Rules schedule days time automatic"));
+    auto* add = new Button(SettingsWords::tr("Add Rule"));
     add->setSymbol(u"plus"_s);
     auto* note =
-        new TextLabel(settingsText(QT_TRANSLATE_NOOP(
-                          "Settings", "The first matching rule applies. When none matches, the profile stays.")),
+        new TextLabel(SettingsWords::tr("The first matching rule applies. When none matches, the profile stays."),
                       TextStyle::Caption, Tone::Secondary);
-    addOther(card, buttonLine({add, note}),
-             settingsText(QT_TRANSLATE_NOOP("Settings", "Add Rule rules schedule days time automatic")));
+    addOther(card, buttonLine({add, note}), SettingsWords::tr("Add Rule rules schedule days time automatic"));
     auto* focus = new FormRow(
-        settingsText(QT_TRANSLATE_NOOP("Settings", "Focus")), nullptr,
-        settingsText(QT_TRANSLATE_NOOP(
-            "Settings",
+        SettingsWords::tr("Focus"), nullptr,
+        SettingsWords::tr(
             "Following a macOS Focus isn't available in this build: reading Focus needs either Full Disk Access, which "
             "is far more than a dock should ask for, or a Focus Filter, which needs build tooling this project doesn't "
-            "use yet.")));
+            "use yet."));
     addOther(card, focus, focus->label());
 
     connect(add, &QPushButton::clicked, this, &ProfilesPage::addRule);
@@ -233,9 +224,8 @@ class ProfilesPage final : public SettingsPage {
       // The name of a focus is the user's.
       if (rule.trigger == ProfileRule::Trigger::Schedule) item.title = LocalFigures::of(item.title);
       item.symbol = rule.trigger == ProfileRule::Trigger::Focus ? u"moon"_s : u"clock"_s;
-      item.caption = profile < 0 ? settingsText(QT_TRANSLATE_NOOP("Settings", "Profile was deleted"))
-                                 : config.profiles[profile].name;
-      if (!rule.enabled) item.value = settingsText(QT_TRANSLATE_NOOP("Settings", "Off"));
+      item.caption = profile < 0 ? SettingsWords::tr("Profile was deleted") : config.profiles[profile].name;
+      if (!rule.enabled) item.value = SettingsWords::tr("Off");
       item.isFaint = !rule.enabled || profile < 0;
       items << item;
     }
@@ -246,13 +236,12 @@ class ProfilesPage final : public SettingsPage {
   // --- Displays ---------------------------------------------------------------------------------------------------
 
   void addDisplays() {
-    displays_ = addCard(settingsText(QT_TRANSLATE_NOOP("Settings", "Displays")));
-    auto* note = new FormRow({}, nullptr,
-                             settingsText(QT_TRANSLATE_NOOP(
-                                 "Settings",
-                                 "A display set to Follow active changes with every other dock. One pinned to a "
-                                 "profile keeps it, and switching profiles on that dock only changes that dock.")));
-    addOther(*displays_, note, settingsText(QT_TRANSLATE_NOOP("Settings", "display pin follow active monitor screen")));
+    displays_ = addCard(SettingsWords::tr("Displays"));
+    auto* note =
+        new FormRow({}, nullptr,
+                    SettingsWords::tr("A display set to Follow active changes with every other dock. One pinned to a "
+                                      "profile keeps it, and switching profiles on that dock only changes that dock."));
+    addOther(*displays_, note, SettingsWords::tr("display pin follow active monitor screen"));
     follow([this](const DockConfiguration& config) { showDisplays(config); });
     connect(&services_.screens, &Screens::changed, this, [this] { showDisplays(store().config()); });
   }
@@ -277,14 +266,14 @@ class ProfilesPage final : public SettingsPage {
       services_.edits.pinDisplay(id, wanted);
     });
     auto* row = new FormRow(display.words(), choice);
-    addOther(*displays_, row, display.words() + u' ' + settingsText(QT_TRANSLATE_NOOP("Settings", "Follow active")));
+    addOther(*displays_, row, display.words() + u' ' + SettingsWords::tr("Follow active"));
     return choice;
   }
 
   void showPin(const QString& display, DropDown& choice, const DockConfiguration& config) {
     const QSignalBlocker quiet(&choice);
     choice.clear();
-    choice.addChoice(settingsText(QT_TRANSLATE_NOOP("Settings", "Follow active")), {});
+    choice.addChoice(SettingsWords::tr("Follow active"), {});
     for (const DockProfile& profile : config.profiles) choice.addChoice(profile.name, profile.id.toString());
     choice.updateGeometry();
     const bool pinned = store().isPinned(display);

@@ -3,6 +3,7 @@
 
 #include "store/AppStore.h"
 #include "views/settings/Pages.h"
+#include "views/settings/SettingsWords.h"
 
 namespace tarnwick {
 
@@ -19,7 +20,7 @@ constexpr auto kPlaces = std::to_array<SettingChoice>({
 }  // namespace
 
 SettingsPage* makeRunningAppsPage(AppStore& store, const SettingsServices& services) {
-  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Running Apps")), store, services);
+  auto* page = new SettingsPage(SettingsWords::tr("Running Apps"), store, services);
   Card& card = *page->addCard();
   page->addSwitch(card,
                   {QT_TRANSLATE_NOOP("Settings", "Show running apps"),
@@ -32,7 +33,7 @@ SettingsPage* makeRunningAppsPage(AppStore& store, const SettingsServices& servi
                                      settingField(&DesktopOptions::runningAppsPlacement), kPlaces);
   page->showWhile(
       place, [](const DockConfiguration& config) { return config.liveApps; },
-      settingsText(QT_TRANSLATE_NOOP("Settings", "Only while running apps are shown.")));
+      SettingsWords::tr("Only while running apps are shown."));
   FormRow* workspace = page->addSwitch(card,
                                        {QT_TRANSLATE_NOOP("Settings", "Only windows of this workspace"),
                                         QT_TRANSLATE_NOOP("Settings", "Leaves out windows on other virtual desktops."),
@@ -55,8 +56,7 @@ SettingsPage* makeRunningAppsPage(AppStore& store, const SettingsServices& servi
                        QT_TRANSLATE_NOOP("Settings", "Shows pictures of the windows in the app switcher."),
                        QT_TRANSLATE_NOOP("Settings", "thumbnails")},
                       settingField(&DesktopOptions::windowPreviews));
-  previews->setUnavailable(
-      settingsText(QT_TRANSLATE_NOOP("Settings", "Pictures of windows are not part of this version yet.")));
+  previews->setUnavailable(SettingsWords::tr("Pictures of windows are not part of this version yet."));
   return page;
 }
 

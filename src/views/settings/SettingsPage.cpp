@@ -174,9 +174,7 @@ QString SettingsPage::whatItIsFor(const Row& row) const {
     config.layout = layout;
     if (row.applies(config)) names << label(layout);
   }
-  return names.isEmpty()
-             ? QString()
-             : settingsText(QT_TRANSLATE_NOOP("Settings", "Only for %1.")).arg(locale().createSeparatedList(names));
+  return names.isEmpty() ? QString() : SettingsWords::tr("Only for %1.").arg(locale().createSeparatedList(names));
 }
 
 void SettingsPage::arrange() {
@@ -198,7 +196,7 @@ int SettingsPage::search(const QString& words) {
   const QStringList names = Text::folded(heading()).split(u' ');
   QStringList beyond = words.split(u' ', Qt::SkipEmptyParts);
   // "Layout and displays" names that section, too.
-  if (beyond.size() > 1) beyond.removeAll(settingsText(QT_TRANSLATE_NOOP("Settings", "and")));
+  if (beyond.size() > 1) beyond.removeAll(SettingsWords::tr("and"));
   beyond.removeIf([&](const QString& word) {
     return std::ranges::any_of(names, [&](const QString& name) { return name.startsWith(Text::folded(word)); });
   });

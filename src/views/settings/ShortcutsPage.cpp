@@ -3,6 +3,7 @@
 #include "store/AppStore.h"
 #include "views/controls/Labels.h"
 #include "views/settings/Pages.h"
+#include "views/settings/SettingsWords.h"
 #include "views/settings/ShortcutRow.h"
 
 namespace tarnwick {
@@ -17,7 +18,7 @@ constexpr const char* kAppsHelp =
 }  // namespace
 
 SettingsPage* makeShortcutsPage(AppStore& store, const SettingsServices& services) {
-  auto* page = new SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Shortcuts")), store, services);
+  auto* page = new SettingsPage(SettingsWords::tr("Shortcuts"), store, services);
   Card& card = *page->addCard();
   // That of the command bar is in its own section.
   for (const Shortcut each : {Shortcut::Dock, Shortcut::Profiles}) addShortcutRow(*page, card, services, each);
@@ -26,15 +27,13 @@ SettingsPage* makeShortcutsPage(AppStore& store, const SettingsServices& service
                                    QT_TRANSLATE_NOOP("Settings", "super windows key digits launch")},
                                   settingField(&DeskOptions::appKeys));
   const DesktopAbilities abilities = services.abilities();
-  const QString numbers =
-      abilities.appNumbers
-          ? settingsText(QT_TRANSLATE_NOOP("Settings", "Hold Super for a moment to see the apps’ numbers."))
-          : abilities.appNumbers.reason;
+  const QString numbers = abilities.appNumbers ? SettingsWords::tr("Hold Super for a moment to see the apps’ numbers.")
+                                               : abilities.appNumbers.reason;
   apps->setHelp(settingsText(kAppsHelp) + u' ' + numbers);
   if (!abilities.unaskedKeys) apps->setUnavailable(abilities.unaskedKeys.reason);
-  auto* note = makeSentence(settingsText(QT_TRANSLATE_NOOP(
-                                "Settings", "Click a shortcut, then press the new keys. Shortcuts work in every app.")),
-                            TextStyle::Caption, Tone::Secondary);
+  auto* note =
+      makeSentence(SettingsWords::tr("Click a shortcut, then press the new keys. Shortcuts work in every app."),
+                   TextStyle::Caption, Tone::Secondary);
   page->addWidget(note);
   return page;
 }

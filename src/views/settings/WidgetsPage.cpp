@@ -22,7 +22,7 @@ constexpr auto kRemoveWidget = "remove"_L1;
 class WidgetsPage final : public SettingsPage {
  public:
   WidgetsPage(AppStore& store, const SettingsServices& services)
-      : SettingsPage(settingsText(QT_TRANSLATE_NOOP("Settings", "Widgets")), store, services), services_(services) {
+      : SettingsPage(SettingsWords::tr("Widgets"), store, services), services_(services) {
     addProfile();
     addList();
     follow([this](const DockConfiguration& config) { show(config); });
@@ -30,7 +30,7 @@ class WidgetsPage final : public SettingsPage {
 
  private:
   void addProfile() {
-    choice_ = new DropDown(settingsText(QT_TRANSLATE_NOOP("Settings", "Profile")));
+    choice_ = new DropDown(SettingsWords::tr("Profile"));
     FormRow* row = addControl(*addCard(),
                               {QT_TRANSLATE_NOOP("Settings", "Profile"),
                                QT_TRANSLATE_NOOP("Settings", "The profile whose widgets are listed below.")},
@@ -44,11 +44,9 @@ class WidgetsPage final : public SettingsPage {
 
   void addList() {
     Card& card = *addCard();
-    list_ = new OrderList(settingsText(QT_TRANSLATE_NOOP("Settings", "Widgets")));
-    list_->setActions({{kEditWidget, u"slider.horizontal.3"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Edit")),
-                        QKeySequence(Qt::Key_F2)},
-                       {kRemoveWidget, u"trash"_s, settingsText(QT_TRANSLATE_NOOP("Settings", "Remove")),
-                        QKeySequence(Qt::Key_Delete)}});
+    list_ = new OrderList(SettingsWords::tr("Widgets"));
+    list_->setActions({{kEditWidget, u"slider.horizontal.3"_s, SettingsWords::tr("Edit"), QKeySequence(Qt::Key_F2)},
+                       {kRemoveWidget, u"trash"_s, SettingsWords::tr("Remove"), QKeySequence(Qt::Key_Delete)}});
     connect(list_, &OrderList::opened, this, &WidgetsPage::openEditor);
     connect(list_, &OrderList::actionRequested, this, [this](const QString& id, const QString& action) {
       if (action == kEditWidget) openEditor(id);
@@ -59,16 +57,15 @@ class WidgetsPage final : public SettingsPage {
       const qsizetype from = at - list_->items().begin();
       services_.edits.move(QUuid::fromString(id), static_cast<int>(to - from));
     });
-    addOther(card, list_, settingsText(QT_TRANSLATE_NOOP("Settings", "Widgets order remove edit dock tiles")));
-    empty_ = new TextLabel(settingsText(QT_TRANSLATE_NOOP("Settings", "This dock is empty.")), TextStyle::Body,
-                           Tone::Secondary);
+    addOther(card, list_, SettingsWords::tr("Widgets order remove edit dock tiles"));
+    empty_ = new TextLabel(SettingsWords::tr("This dock is empty."), TextStyle::Body, Tone::Secondary);
     empty_->setContentsMargins(theme::kCardPadding, 0, theme::kCardPadding, 0);
     empty_->setFixedHeight(theme::kCardRow);
     addOther(card, empty_, {});
     showWhile(list_, [this](const DockConfiguration&) { return !list_->items().isEmpty(); });
     showWhile(empty_, [this](const DockConfiguration&) { return list_->items().isEmpty(); });
 
-    auto* add = new Button(settingsText(QT_TRANSLATE_NOOP("Settings", "Add Widgets…")));
+    auto* add = new Button(SettingsWords::tr("Add Widgets…"));
     add->setSymbol(u"plus"_s);
     connect(add, &QPushButton::clicked, this,
             [this] { services_.commands.showLibrary({}, QUuid::fromString(choice_->chosenValue())); });
