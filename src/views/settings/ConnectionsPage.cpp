@@ -58,15 +58,14 @@ QWidget* makeEmptyState(const SettingsServices& services) {
   column->setSpacing(theme::kCardRowPadding);
   column->addWidget(new BigSymbol(u"link"_s), 0, Qt::AlignHCenter);
   column->addSpacing(theme::kCardRowPadding);
-  const auto line = [&](const char* source, TextStyle style, Tone tone) {
-    TextLabel* label = makeSentence(settingsText(source), style, tone);
+  const auto line = [&](const QString& text, TextStyle style, Tone tone) {
+    TextLabel* label = makeSentence(text, style, tone);
     if (style == TextStyle::Title) label->setStyle(style);
     label->setAlignment(Qt::AlignCenter);
     column->addWidget(label);
   };
-  line(QT_TRANSLATE_NOOP("Settings", "No service is connected"), TextStyle::Title, Tone::Primary);
-  line(QT_TRANSLATE_NOOP(
-           "Settings",
+  line(SettingsWords::tr("No service is connected"), TextStyle::Title, Tone::Primary);
+  line(SettingsWords::tr(
            "Connections to services are not part of this version yet. Your entries are saved for a later version."),
        TextStyle::Caption, Tone::Secondary);
   auto* add = new Button(SettingsWords::tr("Add Widgets…"));

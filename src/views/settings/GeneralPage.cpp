@@ -151,7 +151,7 @@ class GeneralPage final : public SettingsPage {
     connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& path) {
       store().clearError();
       store().exportConfiguration(path);
-      say(*exported_, store().error().isEmpty(), kExportHelp, QT_TRANSLATE_NOOP("Settings", "Saved as “%1”."), path);
+      say(*exported_, store().error().isEmpty() ? SettingsWords::tr("Saved as “%1”.") : QString(), kExportHelp, path);
     });
     dialog->open();
   }
@@ -165,16 +165,16 @@ class GeneralPage final : public SettingsPage {
       // The button stays: another file takes the place of one that a disk does not give.
       services_.edits.importConfiguration(path, [self = QPointer(this), path](bool taken) {
         if (!self) return;
-        self->say(*self->imported_, taken, kImportHelp,
-                  QT_TRANSLATE_NOOP("Settings", "Settings were imported from “%1”."), path);
+        self->say(*self->imported_, taken ? SettingsWords::tr("Settings were imported from “%1”.") : QString(),
+                  kImportHelp, path);
       });
     });
     dialog->open();
   }
 
-  /// What went wrong is shown in the message line of the window.
-  static void say(FormRow& row, bool isDone, const char* otherwise, const char* done, const QString& path) {
-    row.setHelp(isDone ? settingsText(done).arg(QFileInfo(path).fileName()) : settingsText(otherwise));
+  /// `done` is empty where it went wrong: why is shown in the message line of the window.
+  static void say(FormRow& row, const QString& done, const char* otherwise, const QString& path) {
+    row.setHelp(done.isEmpty() ? settingsText(otherwise) : done.arg(QFileInfo(path).fileName()));
   }
 
   static constexpr const char* kExportHelp =
