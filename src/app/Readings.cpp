@@ -8,6 +8,7 @@
 #include "platform/linux/LinuxMachineDetails.h"
 #include "platform/linux/LinuxProcessSource.h"
 #include "platform/linux/SensorTemperatures.h"
+#include "widgets/WidgetFolder.h"
 
 namespace tarnwick {
 namespace {
@@ -30,6 +31,7 @@ Readings::Readings(Scheduler& scheduler)
                   home(QStandardPaths::GenericDataLocation)},
                  scheduler),
       screenshots_(home(QStandardPaths::PicturesLocation), scheduler),
+      stacks_(scheduler),
       thumbnails_(home(QStandardPaths::GenericCacheLocation)) {
   connect(&calendar_, &Calendar::outdated, &calendar_, &Calendar::load);
   const auto tell = [this](auto* reader, auto changedSignal, const QList<Family>& families) {
@@ -41,6 +43,8 @@ Readings::Readings(Scheduler& scheduler)
   tell(&recent_, &RecentFiles::changed, {Family::Files});
   tell(&bookmarks_, &Bookmarks::changed, {Family::Bookmarks});
   tell(&screenshots_, &ScreenshotFolder::changed, {Family::Files});
+  tell(&stacks_, &FolderStacks::changed, {Family::Files});
+  tell(&thumbnails_, &Thumbnails::ready, {Family::Files});
 }
 
 Readings::~Readings() = default;
@@ -57,6 +61,10 @@ void Readings::follow(AppStore& store) {
     screenshots_.setChosen(store.config().screenshotFolder);
     calendar_.setFolders(CalendarFolders::of(store.config()));
     calendar_.follow(store.active());
+    QSet<QString> stacks;
+    for (const DockWidget& widget : store.active().widgets)
+      if (showsStack(widget)) stacks.insert(widgetFolder(widget));
+    stacks_.keep(stacks);
   };
   connect(&store, &AppStore::configChanged, this, ask);
   connect(&store, &AppStore::activeChanged, this, ask);
@@ -72,6 +80,7 @@ ReadingServices Readings::services(InstalledApps& apps, const ClientWindows& win
   return {.recent = recent_,
           .bookmarks = bookmarks_,
           .screenshots = screenshots_,
+          .stacks = stacks_,
           .thumbnails = thumbnails_,
           .processes = processes_,
           .temperature = temperature_,

@@ -7,6 +7,7 @@
 #include "calendar/Calendar.h"
 #include "calendar/CalendarDigest.h"
 #include "files/Bookmarks.h"
+#include "files/FolderStacks.h"
 #include "files/RecentFiles.h"
 #include "files/ScreenshotFolder.h"
 #include "files/Thumbnails.h"
@@ -64,6 +65,7 @@ class Readings : public QObject {
   RecentFiles recent_;
   Bookmarks bookmarks_;
   ScreenshotFolder screenshots_;
+  FolderStacks stacks_;
   Thumbnails thumbnails_;
 };
 

@@ -16,4 +16,7 @@ inline QString widgetFolder(const DockWidget& widget) {
   return QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
 }
 
+/// Whether a tile shows the newest files of its folder in place of the folder.
+inline bool showsStack(const DockWidget& widget) { return widget.options.value(option::stack) == value::on; }
+
 }  // namespace tarnwick

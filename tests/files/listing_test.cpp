@@ -6,6 +6,7 @@
 
 #include "files/Background.h"
 #include "files/FolderListing.h"
+#include "files/FolderStacks.h"
 #include "files/ScreenshotFolder.h"
 #include "support/FileTest.h"
 #include "support/TestScheduler.h"
@@ -144,6 +145,31 @@ TEST_F(ListingTest, ScreenshotsAreFoundWhereTheyWillBe) {
 
   shots.setChosen(at(u"elsewhere"_s));
   EXPECT_EQ(shots.folder(), at(u"elsewhere"_s));
+}
+
+TEST_F(ListingTest, AStackHoldsTheNewestFilesOfItsFolderForAsLongAsItIsShown) {
+  for (const int minutes : {1, 2, 3, 4, 5}) aged(u"in/%1"_s.arg(minutes), minutes);
+  put(u"in/folder/inside"_s, "x");
+  put(u"other/one"_s, "x");
+  test::TestScheduler scheduler;
+  FolderStacks stacks(scheduler);
+  const auto named = [&](const QString& folder) {
+    QStringList found;
+    for (const FolderEntry& entry : stacks.newest(folder)) found << entry.name;
+    return found.join(u' ').toStdString();
+  };
+  EXPECT_EQ(named(at(u"in"_s)), "") << "nothing is known yet";
+  ASSERT_TRUE(waitFor([&] { return named(at(u"in"_s)) == "1 2 3"; }));
+  ASSERT_TRUE(waitFor([&] { return named(at(u"other"_s)) == "one"; }));
+  aged(u"in/new"_s, 0);
+  ASSERT_TRUE(waitFor([&] { return scheduler.waiting() > 0; }));
+  scheduler.advance(FileWatch::kQuiet);
+  ASSERT_TRUE(waitFor([&] { return named(at(u"in"_s)) == "new 1 2"; }));
+  EXPECT_EQ(named({}), "");
+
+  stacks.keep({at(u"other"_s)});
+  EXPECT_EQ(named(at(u"other"_s)), "one");
+  EXPECT_EQ(named(at(u"in"_s)), "") << "it is read anew";
 }
 
 }  // namespace

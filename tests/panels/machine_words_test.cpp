@@ -73,8 +73,8 @@ TEST(ProcessSection, HasProcessesReadWhileNoTileDoes) {
                              fixed.widget,
                              fixed.display,
                              fixed.sources,
-                             {others.recent, others.bookmarks, others.screenshots, others.thumbnails, monitor,
-                              others.temperature, others.machine, others.apps, others.windows}};
+                             {others.recent, others.bookmarks, others.screenshots, others.stacks, others.thumbnails,
+                              monitor, others.temperature, others.machine, others.apps, others.windows}};
   const TileSources sources = SnapshotFixture::sources();
   // A sample at a time, as on a machine where a second is enough for one.
   const auto beat = [&] {

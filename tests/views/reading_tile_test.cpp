@@ -11,6 +11,7 @@
 #include "widgets/FileWords.h"
 #include "widgets/ToggleChoice.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick::testing {
 
@@ -62,6 +63,31 @@ TEST(FileWords, SpeedsAndAges) {
         Age{3600 * 11, "yesterday"}, Age{86400 * 3, "3 days ago"}, Age{86400 * 8, "16/11/2026"}})
     EXPECT_EQ(agoWord(now.addSecs(-each.seconds), now, english).toStdString(), each.words);
   EXPECT_EQ(memoryWords(english, 9.8 * (1 << 30), 16.0 * (1 << 30)), u"9.8 of 16 GB"_s);
+}
+
+TEST(FolderTiles, ShowTheNewestFilesOnlyWhereTheUserWantsThat) {
+  TileSources sources = morning();
+  QImage picture(40, 30, QImage::Format_RGB32);
+  picture.fill(Qt::red);
+  sources.readings.stacks[u"/there"_s] = {{u"photo.png"_s, {u"photo"_s, picture}}, {u"notes.txt"_s, {u"notes"_s, {}}}};
+  DockRow row;
+  for (int i = 0; i < 3; ++i) {
+    row.widgets.append(widget(u"folderLauncher"_s));
+    row.widgets[i].options.insert(option::path, i < 2 ? u"/there"_s : u"/elsewhere"_s);
+  }
+  for (const int stacked : {1, 2}) row.widgets[stacked].options.insert(option::stack, value::on);
+  EXPECT_EQ(spoken(row.widgets[0], sources), "there");
+  EXPECT_EQ(spoken(row.widgets[1], sources), "there: photo.png, notes.txt");
+  EXPECT_EQ(spoken(row.widgets[2], sources), "elsewhere") << "an empty stack is a folder";
+  const auto view = makeView(row);
+  view->refresh(sources);
+  const QImage painted = paintedBy(*view);
+  const auto middleOf = [&](int i) {
+    return painted.pixelColor((view->itemRect(i).center() - QPointF(0, 9)).toPoint());
+  };
+  EXPECT_EQ(middleOf(1), QColor(Qt::red)) << "the newest lies on top";
+  for (const int folder : {0, 2}) EXPECT_NE(middleOf(folder), QColor(Qt::red));
+  keep(paintedBy(*view, 2), u"stacks"_s);
 }
 
 TEST(MachineTiles, SpeakAndKeepToTheirRange) {

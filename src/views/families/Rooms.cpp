@@ -32,9 +32,9 @@ extern const Room kGapsRoom;
 
 namespace {
 
-constexpr std::array kRooms = {&kClocksRoom,  &kCalendarRoom,  &kTimersRoom,    &kNotesRoom,   &kHabitsRoom,
-                               &kSystemRoom,  &kAppsRoom,      &kWindowsRoom,   &kFilesRoom,   &kUtilitiesRoom,
-                               &kTogglesRoom, &kWeatherRoom,   &kServicesRoom,  &kMediaRoom,   &kDevicesRoom,
+constexpr std::array kRooms = {&kClocksRoom,  &kCalendarRoom,  &kTimersRoom,   &kNotesRoom, &kHabitsRoom,
+                               &kSystemRoom,  &kAppsRoom,      &kWindowsRoom,  &kFilesRoom, &kUtilitiesRoom,
+                               &kTogglesRoom, &kWeatherRoom,   &kServicesRoom, &kMediaRoom, &kDevicesRoom,
                                &kPeopleRoom,  &kClipboardRoom, &kGapsRoom};
 
 const RoomRow* rowIn(std::span<const RoomRow> rows, const QString& word) {
@@ -103,8 +103,16 @@ void Rooms::act(const PartClick& click) {
 }
 
 void Rooms::read(ReadingFacts& readings, const QList<DockWidget>& widgets, const ReadingServices& services) {
-  for (const QString& kind : kindsOf(widgets))
-    if (const auto read = Rows(Catalog::find(kind)).get(&RoomRow::read)) read(readings, services);
+  for (const QString& kind : kindsOf(widgets)) {
+    const Rows rows(Catalog::find(kind));
+    if (const auto read = rows.get(&RoomRow::read)) read(readings, services);
+    const auto readEach = rows.get(&RoomRow::readEach);
+    if (!readEach) continue;
+    QList<DockWidget> ofKind;
+    std::ranges::copy_if(widgets, std::back_inserter(ofKind),
+                         [&](const DockWidget& widget) { return widget.kind == kind; });
+    readEach(readings, ofKind, services);
+  }
 }
 
 QMap<QString, QString> Rooms::example(const QString& kind, const ExampleRequest& request) {

@@ -2,6 +2,7 @@
 
 #include "apps/InstalledApps.h"
 #include "files/Bookmarks.h"
+#include "files/FolderStacks.h"
 #include "files/RecentFiles.h"
 #include "files/ScreenshotFolder.h"
 #include "files/Thumbnails.h"
@@ -32,6 +33,7 @@ class FixedReadings {
   RecentFiles recent;
   Bookmarks bookmarks;
   ScreenshotFolder screenshots;
+  FolderStacks stacks;
   Thumbnails thumbnails;
   ProcessMonitor processes;
   SystemTemperature temperature;

@@ -64,6 +64,8 @@ struct RoomRow {
   QString (*problem)(const TileSources& sources) = nullptr;
   /// Sets what its tiles show of the machine and of the user's files. Nothing.
   void (*read)(ReadingFacts& readings, const ReadingServices& services) = nullptr;
+  /// The same of what is another for each of these widgets, which are all of its kind that are shown. Nothing.
+  void (*readEach)(ReadingFacts& readings, const QList<DockWidget>& widgets, const ReadingServices& services) = nullptr;
   /// The options of an example, for a picture of a widget that nothing is set for. None.
   QMap<QString, QString> (*example)(const ExampleRequest& request) = nullptr;
   /// Gives `sources` what its tiles show and the user has nothing of, out of `samples`. Nothing.

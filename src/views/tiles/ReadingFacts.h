@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDateTime>
+#include <QHash>
 #include <QImage>
 #include <QList>
 #include <QString>
@@ -36,6 +37,14 @@ struct ScreenshotFacts {
   bool operator==(const ScreenshotFacts&) const = default;
 };
 
+/// A file in the stack that a folder's tile shows.
+struct StackedFile {
+  QString name;
+  TilePicture picture;  ///< Without an image for a file that has none.
+
+  bool operator==(const StackedFile&) const = default;
+};
+
 /// What tiles show of the machine and of the user's files, beside the figures of MetricsSnapshot.
 struct ReadingFacts {
   std::optional<double> celsius;  ///< Of the processor; absent without a sensor.
@@ -45,6 +54,7 @@ struct ReadingFacts {
   QString processMessage;
   QStringList recentNames;                            ///< Of the files that were open last, the latest first.
   std::optional<QList<ScreenshotFacts>> screenshots;  ///< The newest first; absent until the folder was read.
+  QHash<QString, QList<StackedFile>> stacks;          ///< By folder, the newest first; of those shown as a stack.
   QString screenshotProblem;                          ///< Why the folder could not be read; else empty.
   bool sendsNearby = false;         ///< Whether a program is installed that sends files to devices nearby.
   std::optional<qint64> bookmarks;  ///< Absent until they were counted.

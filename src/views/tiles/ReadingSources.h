@@ -9,6 +9,7 @@ namespace tarnwick {
 
 class Bookmarks;
 class ClientWindows;
+class FolderStacks;
 class InstalledApps;
 class MachineDetails;
 class ProcessMonitor;
@@ -23,6 +24,7 @@ struct ReadingServices {
   RecentFiles& recent;
   Bookmarks& bookmarks;
   ScreenshotFolder& screenshots;
+  FolderStacks& stacks;
   Thumbnails& thumbnails;
   ProcessMonitor& processes;
   const SystemTemperature& temperature;

@@ -13,6 +13,7 @@ inline constexpr QLatin1StringView windowTitle{"windowTitle"};
 inline constexpr QLatin1StringView appName{"appName"};
 inline constexpr QLatin1StringView bundleID{"bundleID"};
 inline constexpr QLatin1StringView sort{"sort"};
+inline constexpr QLatin1StringView stack{"stack"};
 
 // Timers.
 inline constexpr QLatin1StringView minutes{"minutes"};

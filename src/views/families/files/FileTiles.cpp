@@ -1,11 +1,14 @@
 #include "views/families/files/FileTiles.h"
 
 #include <algorithm>
+#include <array>
 
+#include "views/families/files/StackedPicture.h"
 #include "views/theme/FilePictures.h"
 #include "views/tiles/TileCanvas.h"
 #include "widgets/PinnedTiles.h"
 #include "widgets/TileWords.h"
+#include "widgets/WidgetFolder.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -17,6 +20,8 @@ namespace {
 constexpr double kPictureTop = 3;
 constexpr double kPictureAlone = 12;  ///< The top of a picture without a caption.
 constexpr double kShelfLift = 1.25;   ///< How far the middle of a shelf lies below that of its space.
+constexpr double kStackSide = 32;
+constexpr std::array kStackTurns = {0.0, -9.0, 8.0};
 constexpr double kTrashSymbol = 24;
 constexpr double kTrashMiddle = 23;
 
@@ -55,16 +60,48 @@ QString folderName(const TileRequest& request) {
   return request.widget.title.isEmpty() && !own.isEmpty() ? own : request.title();
 }
 
+QList<StackedFile> stackOf(const TileRequest& request) {
+  if (!showsStack(request.widget)) return {};
+  return request.sources.readings.stacks.value(widgetFolder(request.widget));
+}
+
+/// Each a little turned, the newest on top: a picture as it is, anything else as a sheet.
+void paintStack(TileCanvas& canvas, QPointF corner, const QList<StackedFile>& stack) {
+  QPainter& painter = canvas.painter();
+  const QPointF centre = corner + QPointF(kFilePicture, kFilePicture) / 2;
+  const qsizetype count = std::min<qsizetype>(stack.size(), kStackTurns.size());
+  for (qsizetype i = count - 1; i >= 0; --i) {
+    painter.save();
+    painter.translate(centre);
+    painter.rotate(kStackTurns[static_cast<std::size_t>(i)]);
+    const QImage& image = stack[i].picture.image;
+    if (image.isNull())
+      drawDocument(painter, QPointF(-kFilePicture, -kFilePicture) / 2, canvas.colors().pictures);
+    else
+      paintStackedPicture(canvas, QRectF(QPointF(-kStackSide, -kStackSide) / 2, QSizeF(kStackSide, kStackSide)), image);
+    painter.restore();
+  }
+}
+
 }  // namespace
 
-FolderContent makeFolder(const TileRequest& request) { return {folderName(request), false}; }
+FolderContent makeFolder(const TileRequest& request) { return {folderName(request), false, stackOf(request)}; }
 
-FolderContent makeDownloads(const TileRequest& request) { return {folderName(request), true}; }
+FolderContent makeDownloads(const TileRequest& request) { return {folderName(request), true, stackOf(request)}; }
 
-TileText describe(const FolderContent& content, const QString&) { return {content.name, {}}; }
+TileText describe(const FolderContent& content, const QString&) {
+  QStringList files;
+  for (const StackedFile& file : content.stack) files << file.name;
+  return {content.name, files.join(u", "_s)};
+}
 
 void paint(TileCanvas& canvas, const FolderContent& content) {
   const QPointF corner = pictureCorner(canvas);
+  if (!content.stack.isEmpty()) {
+    paintStack(canvas, corner, content.stack);
+    paintCaption(canvas, theme::kUnderPictureBaseline, content.name);
+    return;
+  }
   drawFolder(canvas.painter(), corner, canvas.colors().pictures);
   if (content.downloads)
     canvas.symbol(u"arrow.down"_s, corner + kFolderGlyph, kFolderGlyphSize, canvas.colors().pictures.folderGlyph);

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QList>
 #include <optional>
 
+#include "views/tiles/ReadingFacts.h"
 #include "views/tiles/TileRequest.h"
 #include "views/tiles/TileText.h"
 
@@ -9,10 +11,11 @@ namespace tarnwick {
 
 class TileCanvas;
 
-/// A folder under its name.
+/// A folder, or the newest files in it, under its name.
 struct FolderContent {
   QString name;
-  bool downloads = false;  ///< Whether an arrow points into it.
+  bool downloads = false;      ///< Whether an arrow points into it.
+  QList<StackedFile> stack{};  ///< The newest first; empty for the folder itself.
 
   bool operator==(const FolderContent&) const = default;
 };

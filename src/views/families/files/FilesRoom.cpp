@@ -5,12 +5,14 @@
 #include <array>
 
 #include "files/Bookmarks.h"
+#include "files/FolderStacks.h"
 #include "files/RecentFiles.h"
 #include "files/ScreenshotFolder.h"
 #include "files/Thumbnails.h"
 #include "views/families/files/FileTiles.h"
 #include "views/families/files/PlaceTiles.h"
 #include "views/panels/Room.h"
+#include "widgets/WidgetFolder.h"
 #include "widgets/catalog/Family.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
@@ -23,14 +25,22 @@ namespace {
 
 QString downloads() { return QStandardPaths::writableLocation(QStandardPaths::DownloadLocation); }
 
+constexpr WidgetOption kStack{
+    .key = option::stack,
+    .shape = FieldShape::Switch,
+    .label = QT_TRANSLATE_NOOP("Library", "Show newest files"),
+    .help = QT_TRANSLATE_NOOP("Library", "The widget shows the newest files of the folder as a stack."),
+    .value = value::on.data()};
 constexpr std::array kFolderOptions = {
     WidgetOption{.key = option::path, .shape = FieldShape::Folder, .label = QT_TRANSLATE_NOOP("Library", "Folder")},
+    kStack,
 };
 constexpr std::array kDownloadsOptions = {
     WidgetOption{.key = option::path,
                  .shape = FieldShape::Folder,
                  .label = QT_TRANSLATE_NOOP("Library", "Folder"),
                  .usualPath = downloads},
+    kStack,
 };
 
 constexpr std::array kDropOptions = {
@@ -60,6 +70,20 @@ void readScreenshots(ReadingFacts& readings, const ReadingServices& services) {
     const QImage image = services.thumbnails.of(entry.path, entry.modified, kShotPixels);
     const QString key = u"%1 %2"_s.arg(entry.path).arg(entry.modified.toSecsSinceEpoch());
     readings.screenshots->append({{key, image}, entry.modified});
+  }
+}
+
+void readStacks(ReadingFacts& readings, const QList<DockWidget>& widgets, const ReadingServices& services) {
+  for (const DockWidget& widget : widgets) {
+    if (!showsStack(widget)) continue;
+    const QString folder = widgetFolder(widget);
+    QList<StackedFile>& stack = readings.stacks[folder];
+    stack.clear();
+    for (const FolderEntry& entry : services.stacks.newest(folder)) {
+      const QImage image = services.thumbnails.of(entry.path, entry.modified, kShotPixels);
+      const QString key = u"%1 %2"_s.arg(entry.path).arg(entry.modified.toSecsSinceEpoch());
+      stack.append({entry.name, {key, image}});
+    }
   }
 }
 
@@ -93,11 +117,13 @@ constexpr std::array kKinds = {
             .content = contentOf<makeFolder>,
             .panel = makeFolderPanel,
             .options = kFolderOptions,
+            .readEach = readStacks,
             .pictured = picturedFolder},
     RoomRow{.word = kind::downloads,
             .content = contentOf<makeDownloads>,
             .panel = makeFolderPanel,
-            .options = kDownloadsOptions},
+            .options = kDownloadsOptions,
+            .readEach = readStacks},
     RoomRow{.word = kind::trash, .content = contentOf<makeTrash>, .panel = makeTrashPanel},
     RoomRow{.word = kind::fileShelf, .content = contentOf<makeShelf>, .panel = makeShelfPanel},
     RoomRow{.word = kind::recentFiles,

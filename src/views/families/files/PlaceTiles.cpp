@@ -1,8 +1,8 @@
 #include "views/families/files/PlaceTiles.h"
 
-#include <QPainterPath>
 #include <algorithm>
 
+#include "views/families/files/StackedPicture.h"
 #include "views/theme/FilePictures.h"
 #include "views/theme/Glass.h"
 #include "views/tiles/TileCanvas.h"
@@ -20,7 +20,6 @@ constexpr double kPapersAlone = 12;
 
 constexpr QSizeF kShot{44, 29};
 constexpr double kShotTop = 10;
-constexpr double kShotCorner = 4;
 constexpr double kShotTurn = -6;
 constexpr QPointF kShotBehind{-5, -0.5};  ///< How far the one behind is from the one in front.
 
@@ -30,28 +29,6 @@ constexpr double kFieldCorner = 11;
 constexpr double kFieldSymbol = 18;
 constexpr double kFieldSymbolLeft = 10;
 constexpr double kFieldText = 35;
-
-/// The picture fills the box; what does not fit is cut away at its sides.
-void paintShot(TileCanvas& canvas, const QRectF& box, const QImage& image) {
-  QPainter& painter = canvas.painter();
-  painter.save();
-  keepUpright(painter, box.center().x());
-  drawRounded(painter, box, kShotCorner, canvas.colors().well);
-  if (image.isNull()) {
-    canvas.symbol(u"photo"_s, box.center(), 16, canvas.colors().tertiary);
-  } else {
-    QPainterPath outline;
-    outline.addRoundedRect(box, kShotCorner, kShotCorner);
-    painter.setClipPath(outline, Qt::IntersectClip);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    const QSizeF whole = QSizeF(image.size());
-    const QSizeF part = box.size().scaled(whole, Qt::KeepAspectRatio);
-    const QPointF corner((whole.width() - part.width()) / 2, (whole.height() - part.height()) / 2);
-    painter.drawImage(box, image, QRectF(corner, part));
-  }
-  painter.restore();
-  drawInnerLine(painter, box, kShotCorner, hairline(painter), canvas.colors().tileEdge);
-}
 
 }  // namespace
 
@@ -96,10 +73,10 @@ void paint(TileCanvas& canvas, const ScreenshotsContent& content) {
     painter.translate(front.center() + kShotBehind);
     painter.rotate(kShotTurn);
     painter.translate(-front.center());
-    paintShot(canvas, front, content.pictures[1].image);
+    paintStackedPicture(canvas, front, content.pictures[1].image);
     painter.restore();
   }
-  paintShot(canvas, front, content.pictures.isEmpty() ? QImage() : content.pictures.first().image);
+  paintStackedPicture(canvas, front, content.pictures.isEmpty() ? QImage() : content.pictures.first().image);
   if (caption)
     canvas.centredText(theme::kUnderPictureBaseline, TextStyle::Caption, content.caption, canvas.colors().secondary);
 }
