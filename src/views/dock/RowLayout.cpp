@@ -6,10 +6,9 @@
 #include <numeric>
 
 #include "dock/rules/DropRouting.h"
-#include "dock/rules/RowEnds.h"
 #include "views/dock/DockWords.h"
+#include "views/dock/RowBlocks.h"
 #include "views/theme/Theme.h"
-#include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/KindTraits.h"
 
 namespace tarnwick {
@@ -18,112 +17,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// An entry of the row at scale 1, without a place yet.
-struct RowEntry {
-  enum class Kind { Widget, App, Separator, Invitation };
-  Kind kind;
-  qsizetype index = 0;
-  double width = 0;
-};
-
-/// Running applications as one block: no gaps within it, and a zone with a line on the side of other tiles.
-struct Block {
-  QList<RowEntry> entries;
-  double width = 0;
-
-  void add(const RowEntry& entry) {
-    entries.append(entry);
-    width += entry.width;
-  }
-};
-
-/// Whether a widget starts apps, or holds them all.
-bool isAppTile(const DockWidget& widget) {
-  const KindTraits& traits = KindTraits::of(widget.kind);
-  return traits.launches() || traits.anchorsRunningApps;
-}
-
 bool isLine(const DockWidget& widget) { return KindTraits::of(widget.kind).isLine; }
 bool isGap(const DockWidget& widget) { return KindTraits::of(widget.kind).isGap; }
-
-Block appBlock(const DockRow& row, bool lineBefore, bool lineAfter) {
-  Block block;
-  const RowEntry line{RowEntry::Kind::Separator, 0, theme::kSeparatorZone};
-  if (lineBefore) block.add(line);
-  for (qsizetype i = 0; i < row.runningApps.size(); ++i) block.add({RowEntry::Kind::App, i, theme::kAppSlot});
-  if (lineAfter) block.add(line);
-  return block;
-}
-
-/// Where the running applications are: in front of the widget of this index.
-qsizetype appsPosition(const DockRow& row) {
-  const auto anchors = [](const DockWidget& widget) { return KindTraits::of(widget.kind).anchorsRunningApps; };
-  const auto anchor = std::ranges::find_if(row.widgets, anchors);
-  const bool anchored = anchor != row.widgets.end();
-  const qsizetype index = anchor - row.widgets.begin();
-  switch (row.placement) {
-    case RunningAppsPlacement::Left:
-      return 0;
-    case RunningAppsPlacement::BeforeApps:
-      return anchored ? index : row.widgets.size();
-    case RunningAppsPlacement::AfterApps:
-      return anchored ? index + 1 : row.widgets.size();
-    case RunningAppsPlacement::None:
-    case RunningAppsPlacement::Right:
-      break;
-  }
-  return row.widgets.size();
-}
-
-/// Running applications alone, and a place that asks for widgets where the first of them would be.
-QList<Block> invitingBlocks(const DockRow& row) {
-  const bool isLast = row.placement == RunningAppsPlacement::Left;
-  Block invitation;
-  invitation.add(
-      {RowEntry::Kind::Invitation, 0, RowLayout::invitationLine(row.scale).width() + theme::kInvitationPadding * 2});
-  const Block apps = appBlock(row, !isLast, isLast);
-  return isLast ? QList<Block>{apps, invitation} : QList<Block>{invitation, apps};
-}
-
-QList<Block> blocksOf(const DockRow& row) {
-  QList<Block> blocks;
-  for (qsizetype i = 0; i < row.widgets.size(); ++i) {
-    Block block;
-    block.add({RowEntry::Kind::Widget, i, Catalog::find(row.widgets[i].kind).width});
-    blocks.append(block);
-  }
-  if (row.placement == RunningAppsPlacement::None || row.runningApps.isEmpty()) return blocks;
-  if (blocks.isEmpty()) return invitingBlocks(row);
-  const qsizetype position = appsPosition(row);
-  // One line, towards the tiles before; only a block that begins the row, or is right behind its anchor, has it
-  // after.
-  const bool behindAnchor =
-      position > 0 && row.placement == RunningAppsPlacement::AfterApps && position < blocks.size();
-  const bool lineAfter = (position == 0 || behindAnchor) && !blocks.isEmpty();
-  blocks.insert(position, appBlock(row, position > 0 && !behindAnchor, lineAfter));
-  return blocks;
-}
-
-/// The ends of a row that stay while the rest of it scrolls in a glass of this width.
-RowEnds endsOf(const QList<Block>& blocks, const DockRow& row, double glass, const QUuid& held) {
-  QList<RowEnds::Entry> entries;
-  std::optional<qsizetype> heldEntry;
-  for (const Block& block : blocks) {
-    const auto widget = std::ranges::find(block.entries, RowEntry::Kind::Widget, &RowEntry::kind);
-    const bool isWidget = widget != block.entries.end();
-    const bool isApp =
-        isWidget ? isAppTile(row.widgets[widget->index]) : block.entries.first().kind != RowEntry::Kind::Invitation;
-    if (isWidget && !held.isNull() && row.widgets[widget->index].id == held) heldEntry = entries.size();
-    entries.append({isApp, block.width});
-  }
-  return RowEnds::of(entries, row.spacing, theme::kInset, glass, heldEntry);
-}
-
-double widthOf(const QList<Block>& blocks, double spacing) {
-  double width = spacing * static_cast<double>(std::max<qsizetype>(0, blocks.size() - 1));
-  for (const Block& block : blocks) width += block.width;
-  return width;
-}
 
 /// Rounds lengths of the window to whole device pixels.
 struct Grid {
@@ -156,7 +51,7 @@ double tabWidth(const QString& name, double scale) {
   return TextLine(name, TextStyle::TabLabel, scale).width() + theme::kTabPadding * 2;
 }
 
-double idealRowWidth(const QList<Block>& blocks, const DockRow& row) {
+double idealRowWidth(const QList<RowBlock>& blocks, const DockRow& row) {
   return std::max((widthOf(blocks, row.spacing) + theme::kInset * 2) * row.scale, theme::kDockLeastWidth);
 }
 
@@ -219,9 +114,9 @@ bool covers(const QRectF& rect, QPointF point) {
 }
 
 /// From `x` on; returns where the next block would be.
-double placeBlocks(RowLayout& layout, const QList<Block>& blocks, double x, double top, const DockRow& row,
+double placeBlocks(RowLayout& layout, const QList<RowBlock>& blocks, double x, double top, const DockRow& row,
                    const Grid& grid) {
-  for (const Block& block : blocks) {
+  for (const RowBlock& block : blocks) {
     for (const RowEntry& entry : block.entries) {
       placeEntry(layout, entry, x, top, row.scale, grid);
       x += entry.width * row.scale;
@@ -232,20 +127,20 @@ double placeBlocks(RowLayout& layout, const QList<Block>& blocks, double x, doub
 }
 
 /// A row that is wider than its glass: its ends where they always are, what lies between them as far as it is scrolled.
-void placeScrolled(RowLayout& layout, const QList<Block>& blocks, const RowEnds& ends, double scroll, double top,
+void placeScrolled(RowLayout& layout, const QList<RowBlock>& blocks, const RowEnds& ends, double scroll, double top,
                    const DockRow& row, const Grid& grid) {
   const double scale = row.scale;
   const double inset = theme::kInset * scale;
-  const auto placeEnd = [&](const QList<Block>& end, double x) {
+  const auto placeEnd = [&](const QList<RowBlock>& end, double x) {
     const qsizetype first = layout.items.size();
     placeBlocks(layout, end, x, top, row, grid);
     for (qsizetype item = first; item < layout.items.size(); ++item) layout.items[item].stays = true;
-    for (const Block& block : end)
+    for (const RowBlock& block : end)
       for (const RowEntry& entry : block.entries)
         if (entry.kind == RowEntry::Kind::Separator) layout.separatorStays = true;
   };
-  const QList<Block> leading = blocks.first(ends.leading);
-  const QList<Block> trailing = blocks.last(ends.trailing);
+  const QList<RowBlock> leading = blocks.first(ends.leading);
+  const QList<RowBlock> trailing = blocks.last(ends.trailing);
   const double spacing = row.spacing * scale;
   double x = layout.glass.left() + inset;
   placeEnd(leading, x);
@@ -281,7 +176,7 @@ RunningAppsPlacement runningAppsPlacementNamed(const QString& name) {
 
 double RowLayout::idealWidth(const DockRow& row) {
   const double tabs = row.offersTabs() ? tabsWidth(row.tabs, row.scale) : 0;
-  return std::max(idealRowWidth(blocksOf(row), row), tabs);
+  return std::max(idealRowWidth(rowBlocks(row), row), tabs);
 }
 
 TextLine RowLayout::invitationLine(double scale) {
@@ -297,14 +192,14 @@ double RowLayout::tabsWidth(const QStringList& names, double scale) {
 RowLayout RowLayout::of(const DockRow& row, const QRectF& slot, double ratio, const RowPose& pose) {
   const Grid grid{ratio};
   const double scale = row.scale;
-  const double ideal = idealRowWidth(blocksOf(row), row);
+  const double ideal = idealRowWidth(rowBlocks(row), row);
   RowLayout layout;
   const double tabs = row.keepsRoomForTabs() ? pose.tabs : 0;
   layout.glass = glassOf(row, slot, std::min(idealWidth(row), slot.width()), tabs, grid);
   layout.overflow = std::max(0.0, ideal - slot.width());
   if (tabs > 0) placeTabs(layout, row, grid);
 
-  const QList<Block> blocks = blocksOf(row);
+  const QList<RowBlock> blocks = rowBlocks(row);
   const double rowWidth = widthOf(blocks, row.spacing) * scale;
   const double free = layout.glass.width() - rowWidth;
   const double top = row.edge == Edge::Bottom ? layout.glass.bottom() - (theme::kInset + theme::kTileHeight) * scale
@@ -313,7 +208,7 @@ RowLayout RowLayout::of(const DockRow& row, const QRectF& slot, double ratio, co
   if (layout.overflow <= 0) {
     placeBlocks(layout, blocks, layout.glass.left() + free / 2, top, row, grid);
   } else {
-    const RowEnds ends = endsOf(blocks, row, layout.glass.width() / scale, pose.held);
+    const RowEnds ends = rowEnds(blocks, row, layout.glass.width() / scale, pose.held);
     placeScrolled(layout, blocks, ends, std::clamp(pose.scroll, 0.0, layout.overflow), top, row, grid);
   }
   if (pose.mirrored) layout.mirror();

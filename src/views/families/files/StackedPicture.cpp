@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double kPictureCorner = 4;
+constexpr double kStackedCorner = 4;
 
 }  // namespace
 
@@ -19,12 +19,12 @@ void paintStackedPicture(TileCanvas& canvas, const QRectF& box, const QImage& im
   QPainter& painter = canvas.painter();
   painter.save();
   keepUpright(painter, box.center().x());
-  drawRounded(painter, box, kPictureCorner, canvas.colors().well);
+  drawRounded(painter, box, kStackedCorner, canvas.colors().well);
   if (image.isNull()) {
     canvas.symbol(u"photo"_s, box.center(), 16, canvas.colors().tertiary);
   } else {
     QPainterPath outline;
-    outline.addRoundedRect(box, kPictureCorner, kPictureCorner);
+    outline.addRoundedRect(box, kStackedCorner, kStackedCorner);
     painter.setClipPath(outline, Qt::IntersectClip);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const QSizeF whole = QSizeF(image.size());
@@ -33,7 +33,7 @@ void paintStackedPicture(TileCanvas& canvas, const QRectF& box, const QImage& im
     painter.drawImage(box, image, QRectF(corner, part));
   }
   painter.restore();
-  drawInnerLine(painter, box, kPictureCorner, hairline(painter), canvas.colors().tileEdge);
+  drawInnerLine(painter, box, kStackedCorner, hairline(painter), canvas.colors().tileEdge);
 }
 
 }  // namespace tarnwick
