@@ -245,7 +245,7 @@ void DockView::showMagnified(qsizetype item) {
 void DockView::beginDrag(qsizetype item, QPointF at) {
   updateRow();
   drag_.begin(item, at);
-  relayout();
+  if (tiles_.layout().overflow > 0) relayout();
   setPointer(at);
   // The dock has no keyboard of its own, but Escape must reach it.
   grabKeyboard();
@@ -279,9 +279,11 @@ void DockView::drop() {
 
 /// Without the tile that was held the ends of the row may be others.
 void DockView::sendHome() {
-  const auto lefts = drag_.visibleLefts();
-  relayout();
-  drag_.carryOn(lefts);
+  if (tiles_.layout().overflow > 0) {
+    const auto lefts = drag_.visibleLefts();
+    relayout();
+    drag_.carryOn(lefts);
+  }
   drag_.settle();
 }
 
