@@ -79,9 +79,9 @@ void TileDragController::findPlace() {
     for (qsizetype at = to + direction; !drag.away && at >= 0 && at < row_.widgets.size(); at += direction) {
       RowLayout next = rowWith(at);
       const double nearer = distance(best, to) - distance(next, at);
-      if (nearer < 0) break;
-      // Places that are out of sight are all alike; behind them those of an end that stays may be nearer.
-      if (nearer == 0) continue;
+      // Where a row scrolls, those of an end that stays may be nearer than what is scrolled below it.
+      if (nearer < 0 && layout_.overflow <= 0) break;
+      if (nearer <= 0) continue;
       to = at;
       best = std::move(next);
     }
