@@ -76,6 +76,15 @@ TEST_F(SettingsPagesTest, TheTriggerAreaSaysWhereItIsOnePixelWhateverIsSet) {
   EXPECT_EQ(slider->accessibleDescription(), u"On this desktop the pointer must reach the last pixel of the screen."_s);
 }
 
+TEST_F(SettingsPagesTest, TheRowOfTheAppsKeysSaysWhereTheirNumbersAreNotShown) {
+  abilities.appNumbers = Capability::no(u"They show no numbers."_s);
+  turnTo("shortcuts");
+  const auto* row = control<Switch>("Apps by number");
+  ASSERT_TRUE(row);
+  EXPECT_TRUE(row->isEnabled()) << "the keys work all the same";
+  EXPECT_TRUE(row->accessibleDescription().endsWith(u" They show no numbers."));
+}
+
 TEST_F(SettingsPagesTest, SlidersGoOverTheirWholeRangeAndStoreAtOnce) {
   store().edit([](DockConfiguration& config) { config.layout = DockLayout::RevealBottom; });
   struct Case {
