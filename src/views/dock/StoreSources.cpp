@@ -225,6 +225,10 @@ class ReadingSource final : public TileSource {
     if (!announced_.isEmpty()) read.removeIf([this](const DockWidget& widget) { return !isAnnounced(widget); });
     services_.addReadings(sources.readings, read);
   }
+  /// A folder's tile says itself which folder it shows.
+  bool readsOptionsOf(const DockWidget& widget) const override {
+    return Catalog::find(widget.kind).family == Family::Files;
+  }
 
  private:
   bool isAnnounced(const DockWidget& widget) const {
