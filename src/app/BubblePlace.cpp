@@ -12,9 +12,9 @@ namespace {
 constexpr int kAboveTheDock = 10;
 constexpr int kBesideAPanel = 8;
 
-void moveInto(const QRect& room, QRect& place) {
-  place.moveLeft(std::max(room.left(), std::min(place.left(), room.right() + 1 - place.width())));
-  place.moveTop(std::max(room.top(), std::min(place.top(), room.bottom() + 1 - place.height())));
+void moveInto(const QRect& bounds, QRect& place) {
+  place.moveLeft(std::max(bounds.left(), std::min(place.left(), bounds.right() + 1 - place.width())));
+  place.moveTop(std::max(bounds.top(), std::min(place.top(), bounds.bottom() + 1 - place.height())));
 }
 
 }  // namespace
@@ -34,18 +34,18 @@ PanelPlacement bubblePlacement(const MessageBubble& bubble, const BubbleSurround
   const bool dockIsOnTop = place.center().y() < screen.frame.center().y();
   const double y = dockIsOnTop ? place.bottom() + away : place.top() - away - size.height();
   QRect rectangle(QPointF(place.center().x() - size.width() / 2.0, y).toPoint(), size);
-  QRect room = screen.usable.toRect().adjusted(kBesideAPanel, 0, -kBesideAPanel, 0);
+  QRect bounds = screen.usable.toRect().adjusted(kBesideAPanel, 0, -kBesideAPanel, 0);
   // A floating dock may be in a corner, where the bubble is wider than what is left beside it.
-  moveInto(room, rectangle);
+  moveInto(bounds, rectangle);
   const QRect panel = around.panel ? around.panel(screen.id) : QRect();
   if (!panel.isEmpty()) {
-    dockIsOnTop ? room.setTop(rectangle.top()) : room.setBottom(rectangle.bottom());
-    rectangle = clearOf(panel, rectangle, room);
+    dockIsOnTop ? bounds.setTop(rectangle.top()) : bounds.setBottom(rectangle.bottom());
+    rectangle = clearOf(panel, rectangle, bounds);
   }
   return {screen.id, rectangle.translated(-screen.frame.topLeft().toPoint()), bubble.margins()};
 }
 
-QRect clearOf(const QRect& taken, const QRect& wanted, const QRect& room) {
+QRect clearOf(const QRect& taken, const QRect& wanted, const QRect& bounds) {
   const QRect shunned = taken.marginsAdded(QMargins(kBesideAPanel, kBesideAPanel, kBesideAPanel, kBesideAPanel));
   if (!wanted.intersects(shunned)) return wanted;
   QRect left = wanted;
@@ -60,8 +60,8 @@ QRect clearOf(const QRect& taken, const QRect& wanted, const QRect& room) {
   std::array places{left, right, above, below};
   std::ranges::stable_sort(places.begin(), places.begin() + 2, {}, way);
   for (const QRect& place : places)
-    if (room.contains(place)) return place;
-  for (QRect& place : places) moveInto(room, place);
+    if (bounds.contains(place)) return place;
+  for (QRect& place : places) moveInto(bounds, place);
   const auto covered = [&taken](const QRect& place) {
     const QRect hidden = place & taken;
     return hidden.width() * hidden.height();

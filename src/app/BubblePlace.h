@@ -27,9 +27,9 @@ struct BubbleSurroundings {
 /// a screen.
 PanelPlacement bubblePlacement(const MessageBubble& bubble, const BubbleSurroundings& around);
 
-/// A rectangle out of another one's way, within `room`: beside it where the way is shorter, else over or below it.
+/// A rectangle out of another one's way, within `bounds`: beside it where the way is shorter, else over or below it.
 /// Where there is no such place, the one that is covered least.
-QRect clearOf(const QRect& taken, const QRect& wanted, const QRect& room);
+QRect clearOf(const QRect& taken, const QRect& wanted, const QRect& bounds);
 
 /// What lies behind a window of ours now.
 Backdrop backdropOf(const Panels& panels);

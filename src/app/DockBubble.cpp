@@ -18,7 +18,7 @@ DockBubble::DockBubble(DockBubbleParts parts, Maker make) : parts_(parts), maker
   connect(parts_.dock, &DockController::placed, this, &DockBubble::arrangeSoon);
   connect(parts_.dock, &DockController::goesAway, this, &DockBubble::arrangeSoon);
   connect(parts_.dock, &DockController::coveredChanged, this, &DockBubble::arrangeSoon);
-  connect(parts_.host, &PanelHost::outlineChanged, this, &DockBubble::makeRoom);
+  connect(parts_.host, &PanelHost::outlineChanged, this, &DockBubble::moveAside);
 }
 
 DockBubble::~DockBubble() = default;
@@ -58,7 +58,7 @@ void DockBubble::arrange() {
 }
 
 /// A click on the bubble closes the panel, and must not find the bubble gone elsewhere before it is over.
-void DockBubble::makeRoom() {
+void DockBubble::moveAside() {
   if (!panel_ || bubble_->underMouse()) return;
   arrange();
 }

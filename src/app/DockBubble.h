@@ -53,7 +53,7 @@ class DockBubble final : public QObject {
 
  private:
   void make();
-  void makeRoom();
+  void moveAside();
 
   DockBubbleParts parts_;
   Maker maker_;

@@ -51,18 +51,18 @@ bool isSized(const QWidget& window) { return window.minimumWidth() < window.maxi
 
 }  // namespace
 
-QRect WindowPlaces::within(QRect place, const QRect& room) {
-  place.moveRight(std::min(place.right(), room.right()));
-  place.moveBottom(std::min(place.bottom(), room.bottom()));
-  place.moveLeft(std::max(place.left(), room.left()));
-  place.moveTop(std::max(place.top(), room.top()));
+QRect WindowPlaces::within(QRect place, const QRect& bounds) {
+  place.moveRight(std::min(place.right(), bounds.right()));
+  place.moveBottom(std::min(place.bottom(), bounds.bottom()));
+  place.moveLeft(std::max(place.left(), bounds.left()));
+  place.moveTop(std::max(place.top(), bounds.top()));
   return place;
 }
 
-QRect WindowPlaces::centred(const QSize& size, const QRect& over, const QRect& room, const QList<QRect>& taken) {
+QRect WindowPlaces::centred(const QSize& size, const QRect& over, const QRect& bounds, const QList<QRect>& taken) {
   QRect place(QPoint(), size);
   place.moveCenter(over.center());
-  place = within(place, room);
+  place = within(place, bounds);
   const auto isTaken = [&] {
     const QRect covered = place.marginsAdded({kNear, kNear, kNear, kNear});
     return std::ranges::any_of(taken, [&](const QRect& each) { return covered.contains(each.topLeft()); });
@@ -70,19 +70,19 @@ QRect WindowPlaces::centred(const QSize& size, const QRect& over, const QRect& r
   for (int step = 0; step < kMostSteps && isTaken(); ++step) {
     const QRect aside = place.translated(kStep, kStep);
     // At the end of the space it begins anew at the top.
-    place = room.contains(aside) ? aside : within(QRect(room.topLeft() + QPoint(kStep * step, 0), size), room);
+    place = bounds.contains(aside) ? aside : within(QRect(bounds.topLeft() + QPoint(kStep * step, 0), size), bounds);
   }
   return place;
 }
 
-QRect WindowPlaces::beside(const QRect& dock, const QRect& room) {
-  if (!dock.intersects(room)) return room;
-  QRect above = room;
+QRect WindowPlaces::beside(const QRect& dock, const QRect& bounds) {
+  if (!dock.intersects(bounds)) return bounds;
+  QRect above = bounds;
   above.setBottom(dock.top() - kNear);
-  QRect below = room;
+  QRect below = bounds;
   below.setTop(dock.bottom() + kNear);
   const QRect larger = above.height() >= below.height() ? above : below;
-  return larger.height() >= room.height() * kLeastShare ? larger : room;
+  return larger.height() >= bounds.height() * kLeastShare ? larger : bounds;
 }
 
 QRect WindowPlaces::evenly(const QRect& free, const QRect& whole) {
@@ -93,7 +93,7 @@ QRect WindowPlaces::evenly(const QRect& free, const QRect& whole) {
 
 void WindowPlaces::settle(AppWindow& window, const QString& name, const Request& request) {
   window.setObjectName(name);
-  window.setRoom([this](const QPoint& place) { return roomAt({}, place); });
+  window.setUsableArea([this](const QPoint& place) { return usableAt({}, place); });
   window.installEventFilter(this);
   connect(&window, &QObject::destroyed, this, [this, gone = &window] { opened_.remove(gone); });
   // It takes its size while it is shown, and is not seen before this.
@@ -114,7 +114,7 @@ QRect WindowPlaces::freeOf(const Screen& screen) const {
   return beside(dock_(screen).toAlignedRect(), usableOf(screen));
 }
 
-QRect WindowPlaces::roomAt(const QString& display, const QPoint& place) const {
+QRect WindowPlaces::usableAt(const QString& display, const QPoint& place) const {
   const std::optional<Screen> screen = screenAt(display, place);
   if (!screen) return {};
   // A desktop that places windows itself puts them in the middle, or wherever there is space.
@@ -144,19 +144,19 @@ void WindowPlaces::open(AppWindow& window, const QString& name, const Request& r
   const AppWindow* over = request.over && hasPlace(*request.over) ? request.over : nullptr;
   if (over) window.windowHandle()->setTransientParent(over->windowHandle());
   const QPoint about = over ? placeOf(*over).center() : left.isNull() ? QCursor::pos() : left.center();
-  const QRect room = roomAt(over ? QString() : request.display, about);
-  if (room.isEmpty()) return;
+  const QRect bounds = usableAt(over ? QString() : request.display, about);
+  if (bounds.isEmpty()) return;
 
   const QMargins frame = frameToBe();
-  const bool isLeftHere = !left.isNull() && room.contains(left.center());
+  const bool isLeftHere = !left.isNull() && bounds.contains(left.center());
   if (isLeftHere && isSized(window)) window.resize(left.size().shrunkBy(frame));
   QList<QRect> taken;
   for (const QWidget* each : QApplication::topLevelWidgets())
     if (each != &window && each->objectName() == name && hasPlace(*each)) taken << placeOf(*each);
-  const QSize size = window.size().grownBy(frame).boundedTo(room.size());
-  QRect middle = over ? placeOf(*over) : room;
+  const QSize size = window.size().grownBy(frame).boundedTo(bounds.size());
+  QRect middle = over ? placeOf(*over) : bounds;
   if (isLeftHere) middle = QRect(left.topLeft(), size);
-  const QRect place = centred(size, middle, room, taken);
+  const QRect place = centred(size, middle, bounds, taken);
   window.setGeometry(place.marginsRemoved(frame));
   opened_[&window] = place;
 }

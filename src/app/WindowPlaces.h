@@ -37,22 +37,22 @@ class WindowPlaces final : public QObject {
   /// Sees to the place of a window that was never shown. Windows of the same name share what is remembered.
   void settle(AppWindow& window, const QString& name, const Request& request);
 
-  /// The middle of a window of that size at the middle of `over`, as far as `room` lets it be seen whole. From what
+  /// The middle of a window of that size at the middle of `over`, as far as `bounds` lets it be seen whole. From what
   /// it would hide it goes a step aside. Sizes and places with their frames.
-  static QRect centred(const QSize& size, const QRect& over, const QRect& room, const QList<QRect>& taken);
+  static QRect centred(const QSize& size, const QRect& over, const QRect& bounds, const QList<QRect>& taken);
   /// The larger part of a space above or below a dock; all of it where a dock in its middle would leave too little.
-  static QRect beside(const QRect& dock, const QRect& room);
+  static QRect beside(const QRect& dock, const QRect& bounds);
   /// What has the same middle as `whole` and lies within `free`, a part of it; `free` where that would be too little.
   static QRect evenly(const QRect& free, const QRect& whole);
-  /// Moved as little as needed, so that it lies within `room`; its top left does in any case.
-  static QRect within(QRect place, const QRect& room);
+  /// Moved as little as needed, so that it lies within `bounds`; its top left does in any case.
+  static QRect within(QRect place, const QRect& bounds);
 
  protected:
   bool eventFilter(QObject* window, QEvent* event) override;
 
  private:
   /// What a display has for windows, or else the display at a place; empty where there is none.
-  QRect roomAt(const QString& display, const QPoint& place) const;
+  QRect usableAt(const QString& display, const QPoint& place) const;
   std::optional<Screen> screenAt(const QString& display, const QPoint& place) const;
   QRect freeOf(const Screen& screen) const;
   void keepClear(AppWindow& window) const;

@@ -12,10 +12,10 @@
 
 namespace tarnwick {
 
-ssize_t SmallFile::readAt(int descriptor, off_t from, char* into, std::size_t room) {
+ssize_t SmallFile::readAt(int descriptor, off_t from, char* into, std::size_t space) {
   std::size_t filled = 0;
-  while (filled < room) {
-    const ssize_t got = ::pread(descriptor, into + filled, room - filled, from + static_cast<off_t>(filled));
+  while (filled < space) {
+    const ssize_t got = ::pread(descriptor, into + filled, space - filled, from + static_cast<off_t>(filled));
     if (got < 0 && errno == EINTR) continue;
     if (got < 0) return -1;
     if (got == 0) break;

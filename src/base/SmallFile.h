@@ -18,7 +18,7 @@ struct SmallFile {
   /// The same of a file that is open.
   static std::optional<QByteArray> read(int descriptor, qint64 most);
   /// Fills `into` from a place of a file on, until it is full or the file ends; how many bytes came, or -1 and `errno`.
-  static ssize_t readAt(int descriptor, off_t from, char* into, std::size_t room);
+  static ssize_t readAt(int descriptor, off_t from, char* into, std::size_t space);
 };
 
 }  // namespace tarnwick

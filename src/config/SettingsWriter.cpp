@@ -25,9 +25,9 @@ struct SettingsWriterWords {
 };
 
 /// Besides the document itself: the folder's entry, and what a file system keeps for itself.
-constexpr qint64 kRoomBeside = 64 * 1024;
+constexpr qint64 kBytesBeside = 64 * 1024;
 
-std::optional<qint64> roomBeside(const QString& file) {
+std::optional<qint64> freeBytesBeside(const QString& file) {
   struct statvfs volume;
   if (::statvfs(QFile::encodeName(QFileInfo(file).path()).constData(), &volume) != 0) return std::nullopt;
   return static_cast<qint64>(volume.f_bavail) * static_cast<qint64>(volume.f_frsize);
@@ -37,7 +37,7 @@ std::optional<qint64> roomBeside(const QString& file) {
 
 SettingsWriter::SettingsWriter(Scheduler& scheduler, const QString& path,
                                std::function<const DockConfiguration&()> document)
-    : room(&roomBeside), scheduler_(scheduler), path_(path), document_(std::move(document)), journal_(path) {}
+    : freeBytes(&freeBytesBeside), scheduler_(scheduler), path_(path), document_(std::move(document)), journal_(path) {}
 
 // --- Start ----------------------------------------------------------------------------------------------------------
 
@@ -155,21 +155,21 @@ void SettingsWriter::compact() {
 
 void SettingsWriter::planRetry(qint64 bytes) {
   retryAt_ = scheduler_.reference() + retryPause_;
-  needed_ = bytes + kRoomBeside;
-  lackedRoom_ = !hasRoom();
+  needed_ = bytes + kBytesBeside;
+  lackedSpace_ = !hasSpace();
   if (!retryWork_) retryWork_ = scheduler_.every(1, [this] { lookAgain(); });
 }
 
 void SettingsWriter::lookAgain() {
   // A change plans a save of its own.
   if (saveWork_ && saveDue_ < retryAt_) return;
-  const bool roomCame = lackedRoom_ && hasRoom();
-  if (scheduler_.reference() < retryAt_ && !roomCame) return;
+  const bool spaceCame = lackedSpace_ && hasSpace();
+  if (scheduler_.reference() < retryAt_ && !spaceCame) return;
   saveByItself(true);
 }
 
-bool SettingsWriter::hasRoom() const {
-  const auto left = room(path_);
+bool SettingsWriter::hasSpace() const {
+  const auto left = freeBytes(path_);
   return !left || *left >= needed_;
 }
 

@@ -28,7 +28,7 @@ class SettingsWriter {
   std::function<void(const QString& failure, bool isRepeated)> onSaved;
 
   /// Bytes that are free in the folder of a file; absent where it is not known. Asked after a save that failed.
-  std::function<std::optional<qint64>(const QString& file)> room;
+  std::function<std::optional<qint64>(const QString& file)> freeBytes;
 
   /// The loaded document with what a run before had entered and not saved; it is saved soon then.
   DockConfiguration resume(const DockConfiguration& loaded);
@@ -53,7 +53,7 @@ class SettingsWriter {
   void compact();
   void planRetry(qint64 bytes);
   void lookAgain();
-  bool hasRoom() const;
+  bool hasSpace() const;
 
   Scheduler& scheduler_;
   QString path_;
@@ -74,7 +74,7 @@ class SettingsWriter {
   double retryPause_ = kFirstRetry;
   double retryAt_ = 0;  // On the reference clock.
   qint64 needed_ = 0;   // Bytes that the last save needed.
-  bool lackedRoom_ = false;
+  bool lackedSpace_ = false;
 };
 
 }  // namespace tarnwick

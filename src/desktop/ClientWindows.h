@@ -45,8 +45,8 @@ class ClientWindows : public QObject {
   /// Whether it tells where windows are, and which are maximised.
   virtual Capability frames() const { return capability(); }
   virtual QList<ClientWindow> all() const = 0;
-  /// Has the frames of all windows told, or only of those that `ClientWindow::frame` names first, as at the beginning.
-  /// What is known of them is in the list when this returns; nothing is emitted for it.
+  /// Whether `ClientWindow::frame` is given for every window, or only for full-screen windows and docks, as it is until
+  /// this is called. What is known of them is in the list when this returns; nothing is emitted for it.
   virtual void watchFrames(bool) {}
   virtual void activate(quint64 id) = 0;
   virtual void close(quint64 id) = 0;

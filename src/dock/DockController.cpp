@@ -35,7 +35,7 @@ DockController::DockController(AppStore& store, DockPorts ports, ContentFactory 
     : store_(store),
       ports_(ports),
       suppressor_(store.dataDirectory(), *ports.preferences, ports.guard, {.asksFirst = true}),
-      told_(store.dataDirectory()),
+      shownRemarks_(store.dataDirectory()),
       factory_(std::move(factory)) {
   connect(ports_.screens, &Screens::changed, this, &DockController::refresh);
   connect(ports_.panels, &Panels::compositingChanged, this, &DockController::refresh);
@@ -209,8 +209,8 @@ void DockController::sayWhatIsNotAvailable() {
 /// A remark to a user who has just chosen a layout stays until it was seen. A start shows only what no earlier one
 /// did, and for a while.
 void DockController::remark(const QString& sentence) {
-  if (!hasStarted_ && told_.contains(sentence)) return;
-  told_.add(sentence);
+  if (!hasStarted_ && shownRemarks_.contains(sentence)) return;
+  shownRemarks_.add(sentence);
   store_.setError(sentence);
   remarkEnd_.reset();
   if (hasStarted_) return;

@@ -188,7 +188,7 @@ class DockController : public QObject {
   AppStore& store_;
   DockPorts ports_;
   NativeDockState suppressor_;
-  ShownRemarks told_;
+  ShownRemarks shownRemarks_;
   ContentFactory factory_;
   std::map<QString, Dock> docks_;
   mutable DockConfiguration limited_;  // What settings() gives where the desktop cannot do all of it.

@@ -54,9 +54,9 @@ class BinaryReader {
     const quint64 top = number(trailer + 16, 8);
     table_ = number(trailer + 24, 8);
     const auto isSize = [](qsizetype size) { return size >= 1 && size <= 8; };
-    const auto room = static_cast<quint64>(trailer);
-    if (!isSize(offsetSize_) || !isSize(indexSize_) || table_ > room || top >= count_) unreadable();
-    if (count_ > (room - table_) / static_cast<quint64>(offsetSize_)) unreadable();
+    const auto space = static_cast<quint64>(trailer);
+    if (!isSize(offsetSize_) || !isSize(indexSize_) || table_ > space || top >= count_) unreadable();
+    if (count_ > (space - table_) / static_cast<quint64>(offsetSize_)) unreadable();
     value_ = read(top, 0);
   }
   const QVariant& value() const { return value_; }

@@ -39,10 +39,10 @@ QImage decoded(const QByteArray& data, int side) {
   if (!reader.canRead()) throw failure(QT_TRANSLATE_NOOP("KeptPictures", "That file couldn't be read as an image."));
   reader.setAutoTransform(true);
   const QSize size = reader.size();
-  const QSize room(side, side);
+  const QSize bounds(side, side);
   const bool isVector = reader.format().startsWith("svg");
-  if (!size.isEmpty() && (isVector || size != size.boundedTo(room)))
-    reader.setScaledSize(size.scaled(room, Qt::KeepAspectRatio));
+  if (!size.isEmpty() && (isVector || size != size.boundedTo(bounds)))
+    reader.setScaledSize(size.scaled(bounds, Qt::KeepAspectRatio));
   const QImage image = reader.read();
   if (image.isNull())
     throw failure(QT_TRANSLATE_NOOP("KeptPictures", "That image couldn't be decoded. It may be damaged."));

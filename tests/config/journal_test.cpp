@@ -253,7 +253,7 @@ TEST_F(Writing, AFailedSaveIsTriedAgainByItselfWithGrowingPauses) {
 TEST_F(Writing, AFailedSaveIsTriedAgainAsSoonAsThereIsRoom) {
   startSaved();
   qint64 left = 100;
-  writer->room = [&](const QString&) { return std::optional(left); };
+  writer->freeBytes = [&](const QString&) { return std::optional(left); };
   {
     const AsFullDisk full(10);
     config.scale = 1.5;

@@ -191,7 +191,7 @@ TEST_F(WindowsTest, EachOpensOnceAndAClosedOneIsGone) {
 }
 
 TEST(WindowPlacesTest, AWindowIsSeenWholeAndHidesNoneOfItsLike) {
-  const QRect room(1600, 30, 1000, 800);
+  const QRect bounds(1600, 30, 1000, 800);
   struct Case {
     const char* what;
     QSize size;
@@ -203,14 +203,14 @@ TEST(WindowPlacesTest, AWindowIsSeenWholeAndHidesNoneOfItsLike) {
        {Case{"in the middle", {400, 200}, {1700, 130, 600, 400}, {}, {1800, 230}},
         Case{"at the edge", {400, 200}, {2500, 700, 600, 400}, {}, {2200, 630}},
         Case{"from elsewhere", {400, 200}, {-900, -900, 10, 10}, {}, {1600, 30}},
-        Case{"larger than the room", {1400, 900}, room, {}, {1600, 30}},
+        Case{"larger than the room", {1400, 900}, bounds, {}, {1600, 30}},
         Case{"on its like", {400, 200}, {1700, 130, 600, 400}, {{1798, 233, 9, 9}}, {1828, 258}},
         Case{"on its like in the corner", {400, 200}, {2500, 700, 600, 400}, {{2200, 630, 9, 9}}, {1600, 30}}})
-    EXPECT_EQ(WindowPlaces::centred(each.size, each.over, room, each.taken).topLeft(), each.place) << each.what;
+    EXPECT_EQ(WindowPlaces::centred(each.size, each.over, bounds, each.taken).topLeft(), each.place) << each.what;
 }
 
 TEST(WindowPlacesTest, AWindowStandsBesideTheDockUnlessThatLeavesTooLittle) {
-  const QRect room(1600, 30, 1000, 800);
+  const QRect bounds(1600, 30, 1000, 800);
   const QRect above(QPoint(1600, 30), QPoint(2599, 688));
   const QRect below(QPoint(1600, 145), QPoint(2599, 829));
   struct Case {
@@ -219,14 +219,14 @@ TEST(WindowPlacesTest, AWindowStandsBesideTheDockUnlessThatLeavesTooLittle) {
     QRect place;
   };
   for (const Case& each :
-       {Case{"none", {}, room}, Case{"of another display", {100, 700, 600, 84}, room},
+       {Case{"none", {}, bounds}, Case{"of another display", {100, 700, 600, 84}, bounds},
         Case{"at the bottom", {1800, 700, 600, 84}, above}, Case{"at the top", {1800, 50, 600, 84}, below},
-        Case{"in the middle", {1800, 380, 600, 84}, room}})
-    EXPECT_EQ(WindowPlaces::beside(each.dock, room), each.place) << each.what;
+        Case{"in the middle", {1800, 380, 600, 84}, bounds}})
+    EXPECT_EQ(WindowPlaces::beside(each.dock, bounds), each.place) << each.what;
   // Where windows are put in the middle whatever is asked.
-  EXPECT_EQ(WindowPlaces::evenly(above, room), QRect(QPoint(1600, 171), QPoint(2599, 688)));
-  EXPECT_EQ(WindowPlaces::evenly(room, room), room);
-  EXPECT_EQ(WindowPlaces::evenly(QRect(1600, 30, 1000, 600), room), QRect(1600, 30, 1000, 600)) << "too little";
+  EXPECT_EQ(WindowPlaces::evenly(above, bounds), QRect(QPoint(1600, 171), QPoint(2599, 688)));
+  EXPECT_EQ(WindowPlaces::evenly(bounds, bounds), bounds);
+  EXPECT_EQ(WindowPlaces::evenly(QRect(1600, 30, 1000, 600), bounds), QRect(1600, 30, 1000, 600)) << "too little";
 }
 
 TEST_F(WindowsTest, OneThatFillsTheDisplayKeepsWhatStandsInItBesideTheDock) {

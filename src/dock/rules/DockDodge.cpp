@@ -29,7 +29,7 @@ DockDodge::Mode DockDodge::named(const QString& name) {
 }
 
 bool DockDodge::covers(Mode mode, const QList<ClientWindow>& windows, const QRectF& glass, const QRectF& screen) {
-  const QRectF place = glass.adjusted(-kRoom, -kRoom, kRoom, kRoom) & screen;
+  const QRectF place = glass.adjusted(-kMargin, -kMargin, kMargin, kMargin) & screen;
   return std::ranges::any_of(
       windows, [&](const ClientWindow& window) { return counts(mode, window) && window.frame.intersects(place); });
 }

@@ -14,7 +14,7 @@ struct DockDodge {
   enum class Mode { Off, Any, Active, Maximised };
 
   /// How near to the glass a window may come, in points.
-  static constexpr double kRoom = 10;
+  static constexpr double kMargin = 10;
 
   /// The mode of a settings value: "any", "active" or "maximised"; off for every other word.
   static Mode named(const QString& name);

@@ -15,8 +15,8 @@ QString endingOf(const QString& name) {
 }
 
 QString shortened(QString base, const QString& rest, qsizetype most) {
-  const qsizetype room = most - QFile::encodeName(rest).size();
-  while (QFile::encodeName(base).size() > room && !base.isEmpty()) {
+  const qsizetype space = most - QFile::encodeName(rest).size();
+  while (QFile::encodeName(base).size() > space && !base.isEmpty()) {
     base.chop(base.back().isLowSurrogate() ? 2 : 1);
   }
   return base + rest;

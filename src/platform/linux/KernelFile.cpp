@@ -34,15 +34,15 @@ std::optional<std::string_view> KernelFile::read(std::size_t limit) {
   std::size_t length = 0;
   while (length < limit) {
     if (buffer_.size() == length) buffer_.resize(std::max(kFirstBuffer, buffer_.size() * 2));
-    const std::size_t room = std::min(buffer_.size(), limit) - length;
-    const ssize_t count = SmallFile::readAt(descriptor_, static_cast<off_t>(length), buffer_.data() + length, room);
+    const std::size_t space = std::min(buffer_.size(), limit) - length;
+    const ssize_t count = SmallFile::readAt(descriptor_, static_cast<off_t>(length), buffer_.data() + length, space);
     if (count < 0) {
       // The device behind the file may be gone; a new one under the same path needs a new descriptor.
       close();
       return std::nullopt;
     }
     length += static_cast<std::size_t>(count);
-    if (static_cast<std::size_t>(count) < room) break;
+    if (static_cast<std::size_t>(count) < space) break;
   }
   return std::string_view(buffer_).substr(0, length);
 }

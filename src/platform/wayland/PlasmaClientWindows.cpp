@@ -71,10 +71,10 @@ class PlasmaClientWindows::Window {
     for (const Screen& screen : screens) {
       if (screen.frame.intersects(frame_)) window.screens.append(screen.id);
     }
-    window.frame = toldFrame();
+    window.frame = reportedFrame();
     return window;
   }
-  QRectF toldFrame() const { return window_.fullscreen || owner_.tellsFrames_ ? frame_ : QRectF(); }
+  QRectF reportedFrame() const { return window_.fullscreen || owner_.reportsFrames_ ? frame_ : QRectF(); }
 
  private:
   static Window& of(void* data) { return *static_cast<Window*>(data); }
@@ -170,10 +170,10 @@ void PlasmaClientWindows::publishLater() {
 }
 
 void PlasmaClientWindows::watchFrames(bool watched) {
-  if (std::exchange(tellsFrames_, watched) == watched) return;
+  if (std::exchange(reportsFrames_, watched) == watched) return;
   for (ClientWindow& window : windows_) {
     const auto found = std::ranges::find(known_, window.id, [](const auto& one) { return one->id(); });
-    if (found != known_.end()) window.frame = (*found)->toldFrame();
+    if (found != known_.end()) window.frame = (*found)->reportedFrame();
   }
 }
 

@@ -44,7 +44,7 @@ class PlasmaClientWindows final : public ClientWindows {
   quint64 latest_ = 0;
   QList<ClientWindow> windows_;
   bool isPublishing_ = false;
-  bool tellsFrames_ = false;  ///< Of all windows.
+  bool reportsFrames_ = false;  ///< Of all windows.
 };
 
 }  // namespace tarnwick

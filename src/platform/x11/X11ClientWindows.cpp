@@ -37,8 +37,8 @@ X11ClientWindows::X11ClientWindows(X11Events& events, const X11Screens& screens)
 }
 
 void X11ClientWindows::watchFrames(bool watched) {
-  if (std::exchange(tellsFrames_, watched) == watched) return;
-  for (ClientWindow& window : windows_) window.frame = toldFrame(known_[static_cast<xcb_window_t>(window.id)]);
+  if (std::exchange(reportsFrames_, watched) == watched) return;
+  for (ClientWindow& window : windows_) window.frame = reportedFrame(known_[static_cast<xcb_window_t>(window.id)]);
 }
 
 void X11ClientWindows::activate(quint64 id) {
@@ -122,15 +122,15 @@ void X11ClientWindows::publish(xcb_window_t active, quint32 desktop) {
     one.active = window == active;
     one.elsewhere = known.desktop != kAllDesktops && known.desktop != desktop;
     one.screens = screens_.showing(known.frame);
-    one.frame = toldFrame(known);
+    one.frame = reportedFrame(known);
     windows.append(one);
   }
   replace(windows_, windows);
 }
 
-QRectF X11ClientWindows::toldFrame(const Known& known) const {
+QRectF X11ClientWindows::reportedFrame(const Known& known) const {
   const bool isBare = known.window.fullscreen || known.window.dock;
-  if (!isBare && !tellsFrames_) return {};
+  if (!isBare && !reportsFrames_) return {};
   const QRect& frame = isBare ? known.frame : known.outline;
   const auto native = screens_.nativeOf(frame);
   return native ? native->toDesktop(frame) : QRectF();

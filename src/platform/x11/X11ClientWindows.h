@@ -37,7 +37,7 @@ class X11ClientWindows final : public ClientWindows {
   void refresh();
   QString sandboxOf(qint64 pid);
   void publish(xcb_window_t active, quint32 desktop);
-  QRectF toldFrame(const Known& known) const;
+  QRectF reportedFrame(const Known& known) const;
 
   X11Events& events_;
   const X11Screens& screens_;
@@ -48,7 +48,7 @@ class X11ClientWindows final : public ClientWindows {
   QHash<xcb_window_t, QRect> tiles_;  ///< What was reported of each, in root pixels.
   QList<ClientWindow> windows_;
   bool isRefreshing_ = false;
-  bool tellsFrames_ = false;  ///< Of all windows.
+  bool reportsFrames_ = false;  ///< Of all windows.
 };
 
 }  // namespace tarnwick

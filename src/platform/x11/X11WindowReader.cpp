@@ -20,7 +20,7 @@ QMargins sides(PropertyRequest& request) {
   const QList<quint32> words = request.words();
   if (words.size() != 4 || std::ranges::any_of(words, [](quint32 word) { return word > kMostAround; })) return {};
   const auto side = [&words](qsizetype index) { return static_cast<int>(words[index]); };
-  return {side(0), side(2), side(1), side(3)};  // Left, right, top and bottom, as they are told.
+  return {side(0), side(2), side(1), side(3)};  // The property holds left, right, top, bottom.
 }
 
 // Some programs give a path, some the file's name, some its id.

@@ -128,13 +128,13 @@ void Button::paintEvent(QPaintEvent*) {
   }
 
   const int symbol = symbol_.isEmpty() ? 0 : theme::kButtonSymbol + theme::kButtonSymbolGap;
-  const int room = width() - theme::kRowOverhang * 2 - symbol;
+  const int space = width() - theme::kRowOverhang * 2 - symbol;
   painter.setFont(buttonFont());
   // On another device the same word may be a pixel wider than the one that the size was made for.
-  const QString word = painter.fontMetrics().elidedText(label(), Qt::ElideRight, room + 1);
-  const int wordRoom = painter.fontMetrics().horizontalAdvance(word);
+  const QString word = painter.fontMetrics().elidedText(label(), Qt::ElideRight, space + 1);
+  const int wordSpace = painter.fontMetrics().horizontalAdvance(word);
   const Mirroring mirror(*this);
-  double x = (width() - symbol - wordRoom) / 2.0;
+  double x = (width() - symbol - wordSpace) / 2.0;
   if (symbol > 0) {
     const QRectF place(x, (height() - theme::kButtonSymbol) / 2.0, theme::kButtonSymbol, theme::kButtonSymbol);
     drawControlSymbol(painter, symbol_, mirror(place), ink);
@@ -142,7 +142,7 @@ void Button::paintEvent(QPaintEvent*) {
   }
   painter.setPen(ink);
   runAsWritten(painter, word);
-  painter.drawText(mirror(QRectF(x, 0, wordRoom + 1, height())),
+  painter.drawText(mirror(QRectF(x, 0, wordSpace + 1, height())),
                    static_cast<int>(Qt::AlignVCenter | mirror.reading() | Qt::AlignAbsolute | Qt::TextSingleLine),
                    word);
 }

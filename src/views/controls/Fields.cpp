@@ -48,13 +48,13 @@ TextField::TextField(const QString& label, QWidget* parent) : QLineEdit(parent) 
   setAttribute(Qt::WA_MacShowFocusRect, false);
   setFont(Typography::widgetFont(TextStyle::Body));
   setFixedHeight(theme::kFieldHeight);
-  setRoom();
+  setSpaceAround();
   takeLook();
 }
 
 void TextField::setSymbol(const QString& symbol) {
   symbol_ = symbol;
-  setRoom();
+  setSpaceAround();
 }
 
 void TextField::setFaulty(bool faulty) {
@@ -62,16 +62,16 @@ void TextField::setFaulty(bool faulty) {
   update();
 }
 
-void TextField::setRoomAtEnd(int room) {
-  roomAtEnd_ = room;
-  setRoom();
+void TextField::setSpaceAtEnd(int space) {
+  spaceAtEnd_ = space;
+  setSpaceAround();
 }
 
-void TextField::setRoom() {
+void TextField::setSpaceAround() {
   const int symbol = symbol_.isEmpty() ? 0 : theme::kIconButtonSymbol + theme::kButtonSymbolGap;
   // Qt keeps two pixels of its own beside the text.
   const int before = theme::kFieldPadding - 2 + symbol;
-  const int after = theme::kFieldPadding - 2 + roomAtEnd_;
+  const int after = theme::kFieldPadding - 2 + spaceAtEnd_;
   isRightToLeft() ? setTextMargins(after, 0, before, 0) : setTextMargins(before, 0, after, 0);
   // Whichever way what is written runs, it begins on the side of the symbol.
   if (!alignment().testFlag(Qt::AlignHCenter))
@@ -88,7 +88,7 @@ void TextField::takeLook() {
 void TextField::changeEvent(QEvent* event) {
   QLineEdit::changeEvent(event);
   if (event->type() == QEvent::StyleChange) takeLook();
-  if (event->type() == QEvent::LayoutDirectionChange) setRoom();
+  if (event->type() == QEvent::LayoutDirectionChange) setSpaceAround();
 }
 
 void TextField::showEvent(QShowEvent* event) {
@@ -114,7 +114,7 @@ SearchField::SearchField(const QString& label, QWidget* parent)
     : TextField(label, parent), clear_(new IconButton(u"xmark"_s, ControlWords::tr("Clear"), this)) {
   setSymbol(u"magnifyingglass"_s);
   setPlaceholderText(label);
-  setRoomAtEnd(theme::kControlHeight - theme::kFieldPadding);
+  setSpaceAtEnd(theme::kControlHeight - theme::kFieldPadding);
   clear_->setGround(false);
   clear_->setTone(Tone::Secondary);
   clear_->setCursor(Qt::ArrowCursor);

@@ -27,14 +27,14 @@ class TextField : public QLineEdit {
   void changeEvent(QEvent* event) override;
   void showEvent(QShowEvent* event) override;
   /// Space kept free at the end of the text.
-  void setRoomAtEnd(int room);
+  void setSpaceAtEnd(int space);
 
  private:
   void takeLook();
-  void setRoom();
+  void setSpaceAround();
 
   QString symbol_;
-  int roomAtEnd_ = 0;
+  int spaceAtEnd_ = 0;
   bool faulty_ = false;
 };
 

@@ -54,11 +54,11 @@ class Row final : public PaintedButton {
     prepare(painter);
     if (isEnabled() && (underMouse() || isDown() || showsFocus()))
       drawRounded(painter, rect(), theme::kRowCorner, ground());
-    const QRect room = rect().adjusted(theme::kRowOverhang, 0, -theme::kRowOverhang, 0);
+    const QRect bounds = rect().adjusted(theme::kRowOverhang, 0, -theme::kRowOverhang, 0);
     painter.setPen(look().palette.primary);
-    painter.drawText(room,
+    painter.drawText(bounds,
                      Qt::AlignVCenter | static_cast<int>(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft)),
-                     fontMetrics().elidedText(label(), Qt::ElideMiddle, room.width()));
+                     fontMetrics().elidedText(label(), Qt::ElideMiddle, bounds.width()));
   }
 };
 
@@ -77,12 +77,12 @@ PaneMenu* PaneMenu::open(QWidget& owner, const QPoint& at, const QString& label,
   if (std::ranges::none_of(entries, [](const PaneMenuEntry& entry) { return static_cast<bool>(entry.run); }))
     return nullptr;
   auto* menu = new PaneMenu(owner, label, entries);
-  const QRect room = paneOf(*window).marginsRemoved({kPadding, kPadding, kPadding, kPadding});
-  const QSize size = menu->sizeHint().boundedTo(room.size());
+  const QRect bounds = paneOf(*window).marginsRemoved({kPadding, kPadding, kPadding, kPadding});
+  const QSize size = menu->sizeHint().boundedTo(bounds.size());
   QPoint place = owner.mapTo(window, at);
   if (menu->isRightToLeft()) place.rx() -= size.width();
-  place.setX(std::clamp(place.x(), room.left(), std::max(room.left(), room.right() + 1 - size.width())));
-  place.setY(std::clamp(place.y(), room.top(), std::max(room.top(), room.bottom() + 1 - size.height())));
+  place.setX(std::clamp(place.x(), bounds.left(), std::max(bounds.left(), bounds.right() + 1 - size.width())));
+  place.setY(std::clamp(place.y(), bounds.top(), std::max(bounds.top(), bounds.bottom() + 1 - size.height())));
   menu->setGeometry(QRect(place, size));
   menu->show();
   menu->raise();

@@ -159,12 +159,12 @@ void ListRow::paintEvent(QPaintEvent*) {
     right -= kRowBarWidth + theme::kRowGap;
   }
 
-  const QRectF room(left, 0, std::max(0.0, right - left), box.height());
+  const QRectF bounds(left, 0, std::max(0.0, right - left), box.height());
   if (caption_.isEmpty()) {
-    drawTextIn(painter, mirror(room), label(), TextStyle::Body, look.palette.primary, mirror.reading());
+    drawTextIn(painter, mirror(bounds), label(), TextStyle::Body, look.palette.primary, mirror.reading());
     return;
   }
-  const auto around = [&](double share) { return mirror(QRectF(left, box.height() * share - 10, room.width(), 20)); };
+  const auto around = [&](double share) { return mirror(QRectF(left, box.height() * share - 10, bounds.width(), 20)); };
   drawTextIn(painter, around(theme::kTitleShare), label(), TextStyle::Body, look.palette.primary, mirror.reading());
   drawTextIn(painter, around(theme::kCaptionShare), caption_, TextStyle::Caption, look.palette.secondary,
              mirror.reading());
@@ -224,12 +224,12 @@ void CheckRow::paintEvent(QPaintEvent*) {
   mirror.end(painter, value, {static_cast<double>(width()), (height() + value.capHeight()) / 2},
              look.palette.secondary);
   const double end = width() - (value_.isEmpty() ? 0 : value.width() + theme::kRowGap);
-  const QRectF room(left, 0, std::max(0.0, end - left), height());
+  const QRectF bounds(left, 0, std::max(0.0, end - left), height());
   const bool done = isChecked() && strikes_;
   const QColor ink = done ? look.palette.tertiary : look.palette.primary;
-  const TextLine line = TextLine(label_, TextStyle::Body).elided(room.width(), Elide::End);
-  mirror.begin(painter, line, {left, room.center().y() + line.capHeight() / 2}, ink);
-  if (done) painter.fillRect(mirror(QRectF(left, room.center().y(), line.width(), 1)), ink);
+  const TextLine line = TextLine(label_, TextStyle::Body).elided(bounds.width(), Elide::End);
+  mirror.begin(painter, line, {left, bounds.center().y() + line.capHeight() / 2}, ink);
+  if (done) painter.fillRect(mirror(QRectF(left, bounds.center().y(), line.width(), 1)), ink);
 }
 
 }  // namespace tarnwick

@@ -38,10 +38,10 @@ class Segment final : public PaintedButton {
     if (showsFocus()) drawFocusLine(painter, rect(), theme::kSegmentCorner, look());
     painter.setFont(buttonFont());
     painter.setPen(isChecked() || underMouse() ? palette.primary : palette.secondary);
-    const int room = width() - theme::kSegmentPadding * 2;
+    const int space = width() - theme::kSegmentPadding * 2;
     runAsWritten(painter, label());
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine,
-                     painter.fontMetrics().elidedText(label(), Qt::ElideRight, room));
+                     painter.fontMetrics().elidedText(label(), Qt::ElideRight, space));
   }
 };
 

@@ -43,9 +43,9 @@ double Slider::lineWidth() const {
 
 /// `x` is measured from where the line begins.
 void Slider::moveTo(double x) {
-  const double room = lineWidth() - theme::kSliderKnob;
-  if (room <= 0) return;
-  const double share = std::clamp((x - theme::kSliderKnob / 2.0) / room, 0.0, 1.0);
+  const double space = lineWidth() - theme::kSliderKnob;
+  if (space <= 0) return;
+  const double share = std::clamp((x - theme::kSliderKnob / 2.0) / space, 0.0, 1.0);
   setSliderPosition(minimum() + static_cast<int>(std::lround(share * (maximum() - minimum()))));
 }
 

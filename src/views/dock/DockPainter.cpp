@@ -282,7 +282,8 @@ void DockPainter::paintTabs(QPainter& painter) const {
     painter.save();
     painter.translate(tab.center());
     painter.scale(scale, scale);
-    const TextLine line = TextLine(row().tabs[i], TextStyle::TabLabel, scale).elided(state_.tabs.room(i), Elide::End);
+    const TextLine line =
+        TextLine(row().tabs[i], TextStyle::TabLabel, scale).elided(state_.tabs.nameWidth(i), Elide::End);
     line.drawCentred(painter, {0, line.capHeight() / 2}, active ? palette().primary : palette().secondary);
     painter.restore();
   }

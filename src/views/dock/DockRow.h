@@ -82,8 +82,8 @@ struct DockRow {
   bool sendsNearby = false;  ///< Whether files can be sent to devices nearby, so that the tile for that takes some.
 
   Backdrop backdrop() const { return !composited ? Backdrop::Opaque : blurred ? Backdrop::Blurred : Backdrop::Plain; }
-  bool keepsRoomForTabs() const { return tabs.size() > 1; }
-  bool offersTabs() const { return tabsOnHover && keepsRoomForTabs(); }
+  bool keepsSpaceForTabs() const { return tabs.size() > 1; }
+  bool offersTabs() const { return tabsOnHover && keepsSpaceForTabs(); }
   bool operator==(const DockRow&) const = default;
 };
 

@@ -38,15 +38,15 @@ QRegion DockShape::inputRegion() const { return Glass::outline(fullGlass().toAli
 
 QMargins DockShape::margins() const {
   if (!tiles_.row().composited) return {};
-  QMargins room = Glass::margins(tiles_.palette().glass, tiles_.row().scale);
+  QMargins space = Glass::margins(tiles_.palette().glass, tiles_.row().scale);
   const int lift = static_cast<int>(std::ceil((theme::kDraggedLift + 4) * tiles_.row().scale));
-  room.setTop(std::max(room.top(), lift));
-  return room;
+  space.setTop(std::max(space.top(), lift));
+  return space;
 }
 
 QSize DockShape::sizeHint() const {
   const DockRow& row = tiles_.row();
-  const double height = row.keepsRoomForTabs() ? theme::kDockHeightWithTabs : theme::kDockHeight;
+  const double height = row.keepsSpaceForTabs() ? theme::kDockHeightWithTabs : theme::kDockHeight;
   const int width = static_cast<int>(std::ceil(RowLayout::idealWidth(row)));
   return QSize(width, static_cast<int>(std::ceil(height * row.scale))).grownBy(margins());
 }
@@ -67,8 +67,8 @@ QRectF DockShape::invitation() const {
 }
 
 QRectF DockShape::rowBand() const {
-  const double room = (theme::kDraggedLift + 16) * tiles_.row().scale;
-  return tiles_.layout().glass.adjusted(-room, -room, room, room) & QRectF(tiles_.surface().rect());
+  const double space = (theme::kDraggedLift + 16) * tiles_.row().scale;
+  return tiles_.layout().glass.adjusted(-space, -space, space, space) & QRectF(tiles_.surface().rect());
 }
 
 bool DockShape::takeLayout(bool isRearranged) {

@@ -33,11 +33,11 @@ QImage covering(const QString& file, const QSize& size) {
 
 QImage GlassPicture::render(const Key& key) {
   const double spread = key.look.blur * key.ratio;
-  const int room = static_cast<int>(std::ceil(spread * 2));
-  QImage whole = covering(key.look.file, key.size.grownBy({room, room, room, room}));
+  const int space = static_cast<int>(std::ceil(spread * 2));
+  QImage whole = covering(key.look.file, key.size.grownBy({space, space, space, space}));
   if (whole.isNull()) return {};
   blur(whole, spread);
-  QImage picture = whole.copy(QRect(QPoint(room, room), key.size));
+  QImage picture = whole.copy(QRect(QPoint(space, space), key.size));
   QColor veil(key.light ? Qt::white : Qt::black);
   veil.setAlphaF(static_cast<float>(qBound(0.0, key.look.dim, 1.0)));
   QPainter(&picture).fillRect(picture.rect(), veil);

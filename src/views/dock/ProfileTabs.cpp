@@ -41,7 +41,7 @@ void ProfileTabs::takeRow() {
 // --- Tabs -----------------------------------------------------------------------------------------------------------
 
 bool ProfileTabs::show(bool shown, bool isSeen) {
-  shown = shown && row_.keepsRoomForTabs();
+  shown = shown && row_.keepsSpaceForTabs();
   if (shown == std::exchange(wanted_, shown)) return false;
   const double grown = shown ? theme::kTabRowHeight * row_.scale : 0;
   // Where the window is cut to the glass, its shape does not follow every frame.
@@ -67,14 +67,14 @@ double ProfileTabs::share() const {
 
 bool ProfileTabs::areMoving() const { return springs_.isMoving(kTabs); }
 
-double ProfileTabs::room(qsizetype tab) const {
+double ProfileTabs::nameWidth(qsizetype tab) const {
   // The widths that were measured are rounded to whole pixels.
   return (layout_.tabs[tab].width() + 1) / row_.scale - theme::kTabPadding * 2;
 }
 
 QString ProfileTabs::tip(qsizetype tab) const {
   const TextLine line(row_.tabs[tab], TextStyle::TabLabel, row_.scale);
-  return line.width() > room(tab) ? row_.tabs[tab] : QString();
+  return line.width() > nameWidth(tab) ? row_.tabs[tab] : QString();
 }
 
 bool ProfileTabs::turn(const QWheelEvent& event) {

@@ -45,7 +45,7 @@ class ProfileTabs final : public QObject {
   /// Whether the glass grows or shrinks.
   bool areMoving() const;
   /// The space for a tab's name at scale 1.
-  double room(qsizetype tab) const;
+  double nameWidth(qsizetype tab) const;
   /// A name that is not shown whole.
   QString tip(qsizetype tab) const;
   /// Whether the wheel was turned over the tabs: it goes through the profiles, those without a tab included.

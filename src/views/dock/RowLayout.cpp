@@ -30,11 +30,11 @@ struct Grid {
 };
 
 /// What tabs of these widths get of a space: the widest give way first, until all are alike.
-QList<double> sharesOf(const QList<double>& widths, double room) {
+QList<double> sharesOf(const QList<double>& widths, double space) {
   QList<double> ascending = widths;
   std::ranges::sort(ascending);
-  double left = room;
-  double most = room;
+  double left = space;
+  double most = space;
   for (qsizetype i = 0; i < ascending.size(); ++i) {
     most = left / static_cast<double>(ascending.size() - i);
     if (ascending[i] > most) break;
@@ -57,14 +57,14 @@ double idealRowWidth(const QList<RowBlock>& blocks, const DockRow& row) {
 
 void placeTabs(RowLayout& layout, const DockRow& row, const Grid& grid) {
   // Where there is no space for all of them, those around the active one show.
-  const double room = layout.glass.width() / row.scale - theme::kInset * 2;
-  const auto most = static_cast<qsizetype>((room + theme::kTabGap) / (theme::kTabLeastWidth + theme::kTabGap));
+  const double space = layout.glass.width() / row.scale - theme::kInset * 2;
+  const auto most = static_cast<qsizetype>((space + theme::kTabGap) / (theme::kTabLeastWidth + theme::kTabGap));
   const qsizetype count = std::clamp<qsizetype>(most, 1, row.tabs.size());
   const qsizetype first = std::clamp<qsizetype>(row.activeTab - count / 2, 0, row.tabs.size() - count);
   QList<double> widths;
   for (const QString& tab : row.tabs.mid(first, count)) widths.append(tabWidth(tab, row.scale));
   const double gaps = theme::kTabGap * static_cast<double>(count - 1);
-  widths = sharesOf(widths, room - gaps);
+  widths = sharesOf(widths, space - gaps);
   const double total = std::accumulate(widths.cbegin(), widths.cend(), gaps);
   layout.tabs.fill(QRectF(), row.tabs.size());
   // They stand still while the glass grows out to them.
@@ -194,7 +194,7 @@ RowLayout RowLayout::of(const DockRow& row, const QRectF& slot, double ratio, co
   const double scale = row.scale;
   const double ideal = idealRowWidth(rowBlocks(row), row);
   RowLayout layout;
-  const double tabs = row.keepsRoomForTabs() ? pose.tabs : 0;
+  const double tabs = row.keepsSpaceForTabs() ? pose.tabs : 0;
   layout.glass = glassOf(row, slot, std::min(idealWidth(row), slot.width()), tabs, grid);
   layout.overflow = std::max(0.0, ideal - slot.width());
   if (tabs > 0) placeTabs(layout, row, grid);

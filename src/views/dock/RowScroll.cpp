@@ -58,10 +58,10 @@ void RowScroll::reset() {
 void RowScroll::reveal(qsizetype item) {
   const RowLayout& layout = tiles_.layout();
   if (layout.overflow <= 0 || layout.items[item].stays) return;
-  const double room = (theme::kInset + theme::kEndFade) * tiles_.row().scale;
+  const double space = (theme::kInset + theme::kEndFade) * tiles_.row().scale;
   const QRectF& place = layout.items[item].rect;
-  const double beyondLeft = layout.middle.left() + room - place.left();
-  const double beyondRight = place.right() + room - layout.middle.right();
+  const double beyondLeft = layout.middle.left() + space - place.left();
+  const double beyondRight = place.right() + space - layout.middle.right();
   const int onwards = layout.mirrored ? -1 : 1;
   if (beyondLeft > 0)
     by(-beyondLeft * onwards);

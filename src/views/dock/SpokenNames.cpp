@@ -18,8 +18,8 @@ void tellReaders(QWidget& widget, QAccessible::Event what, qsizetype item = -1) 
 }  // namespace
 
 void SpokenNames::tell(QWidget& widget, const QStringList& names) {
-  if (names == told_) return;
-  const QStringList before = std::exchange(told_, names);
+  if (names == spoken_) return;
+  const QStringList before = std::exchange(spoken_, names);
   if (!QAccessible::isActive()) return;
   if (names.size() != before.size()) tellReaders(widget, QAccessible::ObjectReorder);
   for (qsizetype item = 0; item < std::min(names.size(), before.size()); ++item)

@@ -16,7 +16,7 @@ class SpokenNames final {
   static void tellFocus(QWidget& widget, qsizetype item);
 
  private:
-  QStringList told_;
+  QStringList spoken_;
 };
 
 }  // namespace tarnwick

@@ -56,7 +56,7 @@ void TileDragController::moveTo(QPointF pointer) {
   const double reach = theme::kDragAway * row_.scale;
   drag_->away = !layout_.glass.adjusted(-reach, -reach, reach, reach).contains(pointer);
   findPlace();
-  makeRoom();
+  openGap();
   edges_.hold(pointer);
 }
 
@@ -90,7 +90,7 @@ void TileDragController::findPlace() {
   drag.wanted = std::move(best);
 }
 
-void TileDragController::makeRoom() {
+void TileDragController::openGap() {
   const Drag& drag = *drag_;
   const auto travel = [this](SpringSet& springs, const QString& name, double goal) {
     row_.reduceMotion ? springs.jump(name, goal) : springs.animate(name, goal);
@@ -112,8 +112,8 @@ void TileDragController::makeRoom() {
 
 double TileDragController::draggedLeft(qsizetype item) const {
   const double width = layout_.items[item].rect.width();
-  const QRectF room = layout_.glass;
-  return std::clamp(drag_->pointer.x() - drag_->grab, room.left(), std::max(room.left(), room.right() - width));
+  const QRectF bounds = layout_.glass;
+  return std::clamp(drag_->pointer.x() - drag_->grab, bounds.left(), std::max(bounds.left(), bounds.right() - width));
 }
 
 std::optional<std::pair<qsizetype, qsizetype>> TileDragController::drop() {

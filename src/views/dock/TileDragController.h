@@ -87,7 +87,7 @@ class TileDragController final : public QObject {
   QString keyOf(qsizetype item) const { return itemKey(row_, layout_.items[item]); }
   double draggedLeft(qsizetype item) const;
   void findPlace();
-  void makeRoom();
+  void openGap();
 
   const DockRow& row_;
   const RowLayout& layout_;

@@ -287,7 +287,7 @@ void EditorWindow::fit() {
   for (QWidget* outer : {static_cast<QWidget*>(this), page_->parentWidget(), static_cast<QWidget*>(page_)})
     outer->layout()->activate();
   const int rest = height() - area->height();
-  const int most = room().height() - (frameGeometry().height() - height());
+  const int most = usableArea().height() - (frameGeometry().height() - height());
   const int wanted = std::min(area->contentHeight(width()) + rest, most);
   if (wanted != height()) resize(width(), wanted);
   keepOnScreen();
@@ -295,7 +295,7 @@ void EditorWindow::fit() {
 
 /// What grows, grows downwards.
 void EditorWindow::keepOnScreen() {
-  const QRect whole = room();
+  const QRect whole = usableArea();
   const int beyond = frameGeometry().bottom() - whole.bottom();
   if (beyond > 0) move(x(), std::max(whole.top(), y() - beyond));
 }

@@ -109,14 +109,14 @@ void LibraryView::paintName(QPainter& painter, const QRect& card, int row) const
     return mirrored ? QRectF(line.right() + 1 - at - width, line.top(), width, line.height())
                     : QRectF(line.left() + at, line.top(), width, line.height());
   };
-  double room = line.width();
+  double space = line.width();
   if (row == activeRow()) {
-    room -= buttonRect(row).width() + kNameGap;
+    space -= buttonRect(row).width() + kNameGap;
   } else if (isPlaced(row)) {
     const QColor green = look.palette.accentWord(Accent::Green);
     const TextLine word(LibraryWords::tr("On dock"), TextStyle::Caption);
     // A card that was added since the shelves were filled may have space for the mark alone.
-    const bool spelled = room - words_.value(row) - kNameGap >= word.width() + kMark + kMarkGap;
+    const bool spelled = space - words_.value(row) - kNameGap >= word.width() + kMark + kMarkGap;
     const double wide = (spelled ? word.width() + kMarkGap : 0) + kMark;
     QRectF mark(0, 0, kMark, kMark);
     mark.moveCenter(place(line.width() - wide, kMark).center());
@@ -124,13 +124,13 @@ void LibraryView::paintName(QPainter& painter, const QRect& card, int row) const
     if (spelled)
       drawTextIn(painter, place(line.width() - word.width(), word.width() + 1), LibraryWords::tr("On dock"),
                  TextStyle::Caption, green, mirrored ? Qt::AlignRight : Qt::AlignLeft);
-    room -= wide + kNameGap;
+    space -= wide + kNameGap;
   } else if (const TextLine mark(markOf(row), TextStyle::Caption); !mark.text().isEmpty()) {
     drawTextIn(painter, place(line.width() - mark.width(), mark.width() + 1), mark.text(), TextStyle::Caption,
                look.palette.secondary, mirrored ? Qt::AlignRight : Qt::AlignLeft);
-    room -= mark.width() + kNameGap;
+    space -= mark.width() + kNameGap;
   }
-  drawTextIn(painter, place(0, std::max(0.0, room)), itemAt(row).title(), TextStyle::Body, look.palette.primary,
+  drawTextIn(painter, place(0, std::max(0.0, space)), itemAt(row).title(), TextStyle::Body, look.palette.primary,
              mirrored ? Qt::AlignRight : Qt::AlignLeft, Elide::Middle);
 }
 

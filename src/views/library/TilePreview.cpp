@@ -14,7 +14,7 @@ namespace tarnwick {
 
 namespace {
 
-constexpr int kRoom = 20;  // Above and below the tile.
+constexpr int kSpace = 20;  // Above and below the tile.
 constexpr double kPreviewCorner = 12;
 
 }  // namespace
@@ -30,7 +30,7 @@ void TilePreview::show(const DockWidget& widget) {
   refresh();
 }
 
-QSize TilePreview::sizeHint() const { return {200, static_cast<int>(theme::kTileHeight) + kRoom * 2}; }
+QSize TilePreview::sizeHint() const { return {200, static_cast<int>(theme::kTileHeight) + kSpace * 2}; }
 
 void TilePreview::refresh() {
   if (!isVisible() || widget_.id.isNull()) return;
@@ -67,7 +67,7 @@ void TilePreview::paintEvent(QPaintEvent*) {
   drawRounded(painter, rect(), kPreviewCorner, windowColors(!look.palette.light).side);
   drawInnerLine(painter, rect(), kPreviewCorner, hairline(painter), look.palette.tileEdge);
   const double width = PreviewTiles::widthOf(widget_);
-  tiles_.paint(painter, {std::round((this->width() - width) / 2), double(kRoom)}, widget_);
+  tiles_.paint(painter, {std::round((this->width() - width) / 2), double(kSpace)}, widget_);
 }
 
 }  // namespace tarnwick

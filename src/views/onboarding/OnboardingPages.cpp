@@ -26,8 +26,8 @@ namespace {
 
 constexpr int kPageMark = 64;
 constexpr int kTop = 22;
-constexpr int kCardRoom = 6;  // That cards of layouts have around them.
-constexpr int kColumn = 560;  // The width of pages of text.
+constexpr int kCardSpace = 6;  // That cards of layouts have around them.
+constexpr int kColumn = 560;   // The width of pages of text.
 constexpr QSize kScene{760, 152};
 constexpr int kFeatureSymbol = 20;
 
@@ -114,7 +114,7 @@ QWidget* starterNote(int width) {
   auto* note = new QWidget;
   note->setFixedWidth(width);
   auto* column = new QVBoxLayout(note);
-  column->setContentsMargins(kCardRoom + 6, 0, kCardRoom + 6, 0);
+  column->setContentsMargins(kCardSpace + 6, 0, kCardSpace + 6, 0);
   column->setSpacing(6);
   column->addStretch();
   column->addWidget(new TextLabel(OnboardingWords::tr("Starter widgets"), TextStyle::Title));

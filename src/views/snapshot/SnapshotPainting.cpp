@@ -140,12 +140,12 @@ QImage SnapshotPainter::tile(const QString& kind, double scale) {
   const DockWidget widget = SnapshotFixture::widgetOf(kind);
   const WidgetDefinition& definition = Catalog::find(kind);
   const Palette palette = Palette::make(scheme_.style, Backdrop::Plain, scheme_.monochrome);
-  const QMargins room = Glass::margins(palette.glass, scale);
+  const QMargins space = Glass::margins(palette.glass, scale);
   const double width = std::round(definition.width * scale);
   const double inset = std::round(theme::kInset * scale);
   const double paneWidth = std::max(width + inset * 2, std::round(theme::kDockLeastWidth * scale));
-  const QRectF pane(room.left(), room.top(), paneWidth, std::round(theme::kDockHeight * scale));
-  QImage image = blank(QSizeF(pane.right() + room.right(), pane.bottom() + room.bottom()));
+  const QRectF pane(space.left(), space.top(), paneWidth, std::round(theme::kDockHeight * scale));
+  QImage image = blank(QSizeF(pane.right() + space.right(), pane.bottom() + space.bottom()));
   QPainter painter(&image);
   painter.setRenderHint(QPainter::Antialiasing);
   glass_[scale].paint(painter, pane, palette.glass, theme::kDockCorner, scale);

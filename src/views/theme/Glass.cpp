@@ -78,14 +78,14 @@ QMargins Glass::margins(const GlassColors& colors, double scale) {
 QPixmap Glass::render(const Key& key) {
   // Everything here is in device pixels.
   const double unit = key.scale * key.ratio;
-  const QMargins room = margins(key.colors, key.scale);
+  const QMargins space = margins(key.colors, key.scale);
   const auto device = [&key](double length) { return std::round(length * key.ratio); };
   const double corner = key.corner * unit;
   const double height = device(key.height);
   const double end = device(std::ceil(key.corner * key.scale) + theme::kShadowBlur * key.scale) + 1;
-  const QRectF body(device(room.left()), device(room.top()), end * 2 + kStrip, height);
-  const QSize size(static_cast<int>(body.width() + device(room.left()) + device(room.right())),
-                   static_cast<int>(height + device(room.top()) + device(room.bottom())));
+  const QRectF body(device(space.left()), device(space.top()), end * 2 + kStrip, height);
+  const QSize size(static_cast<int>(body.width() + device(space.left()) + device(space.right())),
+                   static_cast<int>(height + device(space.top()) + device(space.bottom())));
   QPixmap picture(size);
   picture.fill(Qt::transparent);
   QPainter painter(&picture);
@@ -110,10 +110,10 @@ void Glass::paint(QPainter& painter, const QRectF& rect, const GlassColors& colo
     key_ = key;
     picture_ = render(key);
   }
-  const QMargins room = margins(colors, scale);
+  const QMargins space = margins(colors, scale);
   const auto device = [ratio](double length) { return static_cast<int>(std::lround(length * ratio)); };
-  const QPoint origin(device(rect.left()) - device(room.left()), device(rect.top()) - device(room.top()));
-  const QRect pane(origin, QSize(device(rect.right()) + device(room.right()) - origin.x(), picture_.height()));
+  const QPoint origin(device(rect.left()) - device(space.left()), device(rect.top()) - device(space.top()));
+  const QRect pane(origin, QSize(device(rect.right()) + device(space.right()) - origin.x(), picture_.height()));
   const QRectF bounds(exposed.topLeft() * ratio, exposed.size() * ratio);
   painter.save();
   painter.scale(1 / ratio, 1 / ratio);

@@ -9,10 +9,10 @@ namespace {
 constexpr double kCompactText = 36;
 
 /// The largest in which all of it fits on the tile.
-TextStyle figureStyle(const TileCanvas& canvas, const FigureContent& content, double room) {
+TextStyle figureStyle(const TileCanvas& canvas, const FigureContent& content, double space) {
   for (const TextStyle style : {TextStyle::Headline, TextStyle::Figure17}) {
     const double unit = content.unit.isEmpty() ? 0 : 2 + TextLine::unit(content.unit, style, canvas.scale()).width();
-    if (canvas.line(content.figure, style).width() + unit <= room) return style;
+    if (canvas.line(content.figure, style).width() + unit <= space) return style;
   }
   return TextStyle::Title;
 }
@@ -32,12 +32,12 @@ void paint(TileCanvas& canvas, const FigureContent& content) {
                    : canvas.width() <= kNarrowSymbolTile ? kTextAfterSymbolNarrow
                                                          : kTextAfterSymbol;
   const bool caption = canvas.showsCaption();
-  const TextStyle style = figureStyle(canvas, content, canvas.roomAfter(x));
+  const TextStyle style = figureStyle(canvas, content, canvas.spaceAfter(x));
   const double baseline = caption ? kHeadlineBaseline : TileCanvas::centredBaseline(canvas.line(content.figure, style));
   const QColor ink = content.figure == FigureContent::dash() ? canvas.colors().tertiary : canvas.colors().primary;
   canvas.figure(x, baseline, style, content.figure, content.unit, ink);
   if (caption)
-    canvas.text(x, kCaptionBaseline, canvas.roomAfter(x), TextStyle::Caption, content.caption,
+    canvas.text(x, kCaptionBaseline, canvas.spaceAfter(x), TextStyle::Caption, content.caption,
                 canvas.colors().secondary);
 }
 

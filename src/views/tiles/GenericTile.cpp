@@ -49,18 +49,18 @@ QColor wordColor(const TileCanvas& canvas, const GenericContent& content) {
 }
 
 bool isStacked(const TileCanvas& canvas, const GenericContent& content) {
-  const double room = canvas.roomAfter(textLeft(canvas));
+  const double space = canvas.spaceAfter(textLeft(canvas));
   const double wanted = std::max(canvas.line(content.name, TextStyle::Title).width(),
                                  canvas.line(content.word, TextStyle::Caption).width());
   // A symbol alone says little; where a small dock has no second row, a part of the name is shown beside it.
   const bool mayStack = canvas.width() <= kMayStack && canvas.showsCaption();
-  return canvas.width() < kSideBySide || (mayStack && wanted > room);
+  return canvas.width() < kSideBySide || (mayStack && wanted > space);
 }
 
 /// The two lines, as even as can be, in which a name fits as a whole; none where there are no such.
-QList<TextLine> twoLines(const TileCanvas& canvas, const QString& name, double room) {
+QList<TextLine> twoLines(const TileCanvas& canvas, const QString& name, double space) {
   QList<TextLine> best;
-  double least = room;
+  double least = space;
   for (qsizetype blank = name.indexOf(u' '); blank >= 0; blank = name.indexOf(u' ', blank + 1)) {
     const TextLine first = canvas.line(name.first(blank), TextStyle::TabLabel);
     const TextLine second = canvas.line(name.sliced(blank + 1), TextStyle::TabLabel);
@@ -75,16 +75,16 @@ QList<TextLine> twoLines(const TileCanvas& canvas, const QString& name, double r
 /// The name in the largest of a few styles that it fits in as a whole, else in two lines, else shortened.
 QList<TextLine> linesOfName(const TileCanvas& canvas, const QString& name, bool stacked) {
   // A name may come closer to the edge before it loses letters.
-  const double room = stacked ? canvas.width() - theme::kTextLeft
-                              : canvas.roomAfter(textLeft(canvas)) + theme::kTextRight - kLeastRight;
+  const double space = stacked ? canvas.width() - theme::kTextLeft
+                               : canvas.spaceAfter(textLeft(canvas)) + theme::kTextRight - kLeastRight;
   if (!stacked)
     for (const TextStyle style : {TextStyle::Title, TextStyle::BodyStrong})
-      if (const TextLine line = canvas.line(name, style); line.width() <= room) return {line};
-  if (const TextLine line = canvas.line(name, TextStyle::TabLabel); line.width() <= room) return {line};
+      if (const TextLine line = canvas.line(name, style); line.width() <= space) return {line};
+  if (const TextLine line = canvas.line(name, TextStyle::TabLabel); line.width() <= space) return {line};
   if (canvas.showsLastRow())
-    if (const QList<TextLine> lines = twoLines(canvas, name, room); !lines.isEmpty()) return lines;
-  if (stacked) return {canvas.line(name, TextStyle::TabLabel).elided(room, Elide::End)};
-  return {canvas.name(name, TextStyle::TabLabel, room)};
+    if (const QList<TextLine> lines = twoLines(canvas, name, space); !lines.isEmpty()) return lines;
+  if (stacked) return {canvas.line(name, TextStyle::TabLabel).elided(space, Elide::End)};
+  return {canvas.name(name, TextStyle::TabLabel, space)};
 }
 
 void paintBeside(TileCanvas& canvas, const GenericContent& content) {
@@ -101,7 +101,7 @@ void paintBeside(TileCanvas& canvas, const GenericContent& content) {
   const bool two = lines.size() > 1;
   name.draw(canvas.painter(), {x, two ? kThreeRows[0] : kTitleBaseline}, canvas.colors().primary);
   if (two) lines[1].draw(canvas.painter(), {x, kThreeRows[1]}, canvas.colors().primary);
-  canvas.text(x, two ? kThreeRows[2] : kTitleCaptionBaseline, canvas.roomAfter(x), TextStyle::Caption, content.word,
+  canvas.text(x, two ? kThreeRows[2] : kTitleCaptionBaseline, canvas.spaceAfter(x), TextStyle::Caption, content.word,
               wordColor(canvas, content));
 }
 

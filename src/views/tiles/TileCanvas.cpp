@@ -42,12 +42,12 @@ void TileCanvas::text(double x, double baseline, double width, TextStyle style, 
 }
 
 void TileCanvas::centredText(double baseline, TextStyle style, const QString& text, const QColor& color, Elide elide) {
-  const double room = width_ - theme::kTextLeft;
-  line(text, style).elided(room, elide).drawCentred(painter_, {width_ / 2, baseline}, color);
+  const double space = width_ - theme::kTextLeft;
+  line(text, style).elided(space, elide).drawCentred(painter_, {width_ / 2, baseline}, color);
 }
 
-TextLine TileCanvas::name(const QString& text, TextStyle style, double room) const {
-  TextLine shortened = line(text, style).elided(room, Elide::End);
+TextLine TileCanvas::name(const QString& text, TextStyle style, double space) const {
+  TextLine shortened = line(text, style).elided(space, Elide::End);
   if (showsCaption()) return shortened;
   return lettersOf(shortened, text) < std::min(kLeastLetters, text.size()) ? line({}, style) : shortened;
 }
@@ -56,11 +56,11 @@ void TileCanvas::row(double x, double baseline, const QString& title, TextStyle 
                      const QColor& wordColor) {
   const TextLine aside = line(word, style == TextStyle::ListRowStrong ? TextStyle::ListRow : style);
   const TextLine whole = line(title, style);
-  const double room = roomAfter(x) - (word.isEmpty() ? 0 : aside.width() + kWordGap);
-  const TextLine beside = whole.elided(room, Elide::End);
+  const double space = spaceAfter(x) - (word.isEmpty() ? 0 : aside.width() + kWordGap);
+  const TextLine beside = whole.elided(space, Elide::End);
   const bool tells = lettersOf(beside, title) >= std::min(kTellingLetters, title.size());
   if (tells) aside.drawRight(painter_, {width_ - theme::kTextRight, baseline}, wordColor);
-  (tells ? beside : whole.elided(roomAfter(x), Elide::End)).draw(painter_, {x, baseline}, colors().primary);
+  (tells ? beside : whole.elided(spaceAfter(x), Elide::End)).draw(painter_, {x, baseline}, colors().primary);
 }
 
 void TileCanvas::symbol(const QString& name, QPointF centre, double size, const QColor& color) {

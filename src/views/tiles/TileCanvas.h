@@ -74,9 +74,9 @@ class TileCanvas {
   /// A line in the middle of the tile, shortened to what the tile has space for.
   void centredText(double baseline, TextStyle style, const QString& text, const QColor& color,
                    Elide elide = Elide::End);
-  /// A name or title shortened to `room` at its end. In the smallest docks it is empty where so few letters would be
+  /// A name or title shortened to `space` at its end. In the smallest docks it is empty where so few letters would be
   /// left that they say nothing: there the picture beside it says more alone.
-  TextLine name(const QString& text, TextStyle style, double room) const;
+  TextLine name(const QString& text, TextStyle style, double space) const;
   /// A row of a list from `x` to the edge of the text: its title, and a word about it at the right. The word gives way
   /// where the title would lose the part that distinguishes it.
   void row(double x, double baseline, const QString& title, TextStyle style, const QString& word,
@@ -92,7 +92,7 @@ class TileCanvas {
   QList<double> rowBaselines(qsizetype wanted) const;
 
   /// The width between `x` and the right edge of the text.
-  double roomAfter(double x) const { return width_ - theme::kTextRight - x; }
+  double spaceAfter(double x) const { return width_ - theme::kTextRight - x; }
 
  private:
   QPainter& painter_;

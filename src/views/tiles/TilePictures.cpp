@@ -11,7 +11,7 @@ namespace tarnwick {
 namespace {
 
 constexpr qsizetype kStates = 2;
-constexpr int kRoom = 1;  ///< Clear device pixels on every side, into which the edges of a swollen tile fade.
+constexpr int kSpace = 1;  ///< Clear device pixels on every side, into which the edges of a swollen tile fade.
 /// Device pixels. A scaled picture of more rows at once would wake Qt's worker threads.
 constexpr int kMostRows = 64;
 
@@ -35,11 +35,11 @@ void TilePictures::draw(QPainter& painter, qsizetype item, const QRectF& place, 
   if (found != pictures.end()) {
     std::rotate(pictures.begin(), found, found + 1);
   } else {
-    const QSize pixels = (place.size() * wanted.ratio).toSize() + QSize(kRoom, kRoom) * 2;
+    const QSize pixels = (place.size() * wanted.ratio).toSize() + QSize(kSpace, kSpace) * 2;
     wanted.image = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
     wanted.image.fill(Qt::transparent);
     QPainter layer(&wanted.image);
-    layer.translate(kRoom, kRoom);
+    layer.translate(kSpace, kSpace);
     layer.scale(wanted.ratio, wanted.ratio);
     layer.translate(-place.topLeft());
     TileStyle own = style;
@@ -58,7 +58,7 @@ void TilePictures::drawSwollen(QPainter& painter, const QRectF& place, const Pic
   magnify(painter, place, factor);
   painter.translate(place.topLeft());
   painter.scale(1 / picture.ratio, 1 / picture.ratio);
-  const QRect whole(QPoint(-kRoom, -kRoom), picture.image.size());
+  const QRect whole(QPoint(-kSpace, -kSpace), picture.image.size());
   if (factor == 1) {
     painter.drawImage(whole.topLeft(), picture.image);
   } else {

@@ -79,8 +79,8 @@ void AppWindow::setContent(QWidget* side, QWidget* body) {
   column_->addWidget(body, 1);
 }
 
-QRect AppWindow::room() const {
-  const QRect found = room_ ? room_(frameGeometry().center()) : QRect();
+QRect AppWindow::usableArea() const {
+  const QRect found = usableArea_ ? usableArea_(frameGeometry().center()) : QRect();
   if (!found.isEmpty()) return found;
   const QScreen* at = screen();
   return at ? at->availableGeometry() : frameGeometry();
@@ -115,7 +115,7 @@ void AppWindow::placeFrame() {
 }
 
 void AppWindow::present() {
-  resize(size().boundedTo(room().size()));
+  resize(size().boundedTo(usableArea().size()));
   isMinimized() ? showNormal() : show();
   raise();
   activateWindow();

@@ -40,7 +40,7 @@ class AppWindow : public QWidget, public LookSource {
   /// For a window to read: Escape closes it.
   void setEscapeCloses(bool closes) { escapeCloses_ = closes; }
   /// What says which part of the desktop a window at a place may take; its screen's usable part while it is empty.
-  void setRoom(std::function<QRect(const QPoint& place)> room) { room_ = std::move(room); }
+  void setUsableArea(std::function<QRect(const QPoint& place)> usableArea) { usableArea_ = std::move(usableArea); }
   /// What this window says in a place of its own, so that it need not be shown above its body as well.
   void setSays(const QString& message);
   /// What opens the settings that were kept aside, where the message reports some; it is offered beside that.
@@ -51,7 +51,7 @@ class AppWindow : public QWidget, public LookSource {
   /// How much of it lies behind something else, from its sides; nothing that can be used is there.
   void setBehind(const QMargins& margins);
   /// Where this window can be seen whole.
-  QRect room() const;
+  QRect usableArea() const;
   /// Shows the window, in front of all others and with the keyboard. It never begins larger than the space it has.
   void present();
 
@@ -89,7 +89,7 @@ class AppWindow : public QWidget, public LookSource {
   bool isDark_ = true;
   std::function<void()> undo_;
   std::function<void()> redo_;
-  std::function<QRect(const QPoint&)> room_;
+  std::function<QRect(const QPoint&)> usableArea_;
   QPointer<QMenuBar> menuBar_;       // The layout's.
   QPointer<QWidget> beforeMenuBar_;  // What had the keyboard before it.
   MessageStrip* message_;

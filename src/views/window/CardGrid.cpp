@@ -27,8 +27,8 @@ void CardGrid::resizeEvent(QResizeEvent* event) {
     cards.append({item->widget(), item->alignment()});
     widest = std::max(widest, item->sizeHint().width());
   }
-  const int room = width() - 2 * grid_->contentsMargins().left() + grid_->spacing();
-  const int columns = std::clamp(room / (widest + grid_->spacing()), 1, mostColumns_);
+  const int space = width() - 2 * grid_->contentsMargins().left() + grid_->spacing();
+  const int columns = std::clamp(space / (widest + grid_->spacing()), 1, mostColumns_);
   if (std::exchange(columns_, columns) == columns) return;
   for (const auto& [card, alignment] : cards) grid_->removeWidget(card);
   for (const auto& [card, alignment] : cards) add(card, alignment);

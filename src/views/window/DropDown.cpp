@@ -135,10 +135,10 @@ void DropDown::paintEvent(QPaintEvent*) {
                     look.palette.secondary);
   painter.setFont(buttonFont());
   painter.setPen(look.palette.primary);
-  const int room = width() - theme::kButtonPadding * 2 - kChevron - theme::kButtonSymbolGap;
-  const QString word = painter.fontMetrics().elidedText(currentText(), Qt::ElideMiddle, room + 1);
+  const int space = width() - theme::kButtonPadding * 2 - kChevron - theme::kButtonSymbolGap;
+  const QString word = painter.fontMetrics().elidedText(currentText(), Qt::ElideMiddle, space + 1);
   runAsWritten(painter, word);
-  painter.drawText(place(theme::kButtonPadding, room + 1),
+  painter.drawText(place(theme::kButtonPadding, space + 1),
                    static_cast<int>(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter)) |
                        Qt::TextSingleLine,
                    word);

@@ -26,7 +26,7 @@ constexpr int kSmallName = 26;
 constexpr double kSmallCorner = 10;
 constexpr double kSmallLine = 1.5;
 
-constexpr int kBadgeRoom = 6;  // Around a large card, where the mark of the chosen one reaches over its edge.
+constexpr int kBadgeSpace = 6;  // Around a large card, where the mark of the chosen one reaches over its edge.
 constexpr int kPadding = 12;
 constexpr int kNameBelow = 19;  // From the picture to the middle of the name.
 constexpr int kTextBelow = 30;
@@ -115,18 +115,18 @@ QSize LayoutCard::sizeHint() const {
     return LayoutPicture::kTiny.grownBy({kTinyPadding, kTinyPadding, kTinyPadding, kTinyPadding});
   if (size_ == Size::Small) return {smallWidth(), LayoutPicture::kSmall.height() + kSmallPadding + kSmallName};
   const int text = kTextBelow + static_cast<int>(lineHeight() * kDescriptionLines + 1);
-  return {LayoutPicture::kLarge.width() + kPadding * 2 + kBadgeRoom * 2,
-          LayoutPicture::kLarge.height() + kPadding * 2 + text + kBadgeRoom * 2};
+  return {LayoutPicture::kLarge.width() + kPadding * 2 + kBadgeSpace * 2,
+          LayoutPicture::kLarge.height() + kPadding * 2 + text + kBadgeSpace * 2};
 }
 
 QRectF LayoutCard::ground() const {
   if (size_ != Size::Large) return rect();
-  return QRectF(rect()).adjusted(kBadgeRoom, kBadgeRoom, -kBadgeRoom, -kBadgeRoom);
+  return QRectF(rect()).adjusted(kBadgeSpace, kBadgeSpace, -kBadgeSpace, -kBadgeSpace);
 }
 
 void LayoutCard::resizeEvent(QResizeEvent* event) {
   QRadioButton::resizeEvent(event);
-  const int top = size_ == Size::Large ? kBadgeRoom + kPadding : size_ == Size::Small ? kSmallPadding : kTinyPadding;
+  const int top = size_ == Size::Large ? kBadgeSpace + kPadding : size_ == Size::Small ? kSmallPadding : kTinyPadding;
   picture_->move((width() - picture_->width()) / 2, top);
 }
 
@@ -203,15 +203,15 @@ void LayoutCard::paintLarge(QPainter& painter, const ControlLook& look) const {
   }
   const double left = picture_->x();
   const double bottom = picture_->geometry().bottom() + 1;
-  const double room = picture_->width();
+  const double space = picture_->width();
   const Qt::LayoutDirection direction = layoutDirection();
   const Qt::Alignment side = direction == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft;
-  drawTextIn(painter, QRectF(left, bottom + kNameBelow - 10, room, 20), label(layout_), TextStyle::Title,
+  drawTextIn(painter, QRectF(left, bottom + kNameBelow - 10, space, 20), label(layout_), TextStyle::Title,
              look.palette.primary, side);
   painter.setFont(descriptionFont());
   painter.setPen(look.palette.secondary);
-  drawSentence(painter, QRectF(left, bottom + kTextBelow, room, lineHeight() * kDescriptionLines), description(layout_),
-               direction);
+  drawSentence(painter, QRectF(left, bottom + kTextBelow, space, lineHeight() * kDescriptionLines),
+               description(layout_), direction);
   if (isChecked()) {
     drawInnerLine(painter, box.adjusted(-1, -1, 1, 1), kCardCorner + 1, kLine, look.accentColor());
     const double x = direction == Qt::RightToLeft ? box.left() + kBadgeRadius / 2 : box.right() - kBadgeRadius / 2;

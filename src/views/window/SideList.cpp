@@ -77,14 +77,14 @@ class SideList::Painter final : public QStyledItemDelegate {
     const bool mirrored = list_.layoutDirection() == Qt::RightToLeft;
     const Qt::Alignment start = mirrored ? Qt::AlignRight : Qt::AlignLeft;
     const Qt::Alignment end = mirrored ? Qt::AlignLeft : Qt::AlignRight;
-    int room = row.width() - text - theme::kSideRowInset;
+    int space = row.width() - text - theme::kSideRowInset;
     if (!item.count.isEmpty()) {
       const int width = static_cast<int>(std::ceil(TextLine(item.count, TextStyle::Caption).width()));
       drawTextIn(painter, place(row.width() - theme::kSideRowInset - width, width), item.count, TextStyle::Caption,
                  chosen ? ink : look.palette.secondary, end);
-      room -= width + theme::kRowGap;
+      space -= width + theme::kRowGap;
     }
-    drawTextIn(painter, place(text, std::max(0, room)), item.title, TextStyle::Body, ink, start);
+    drawTextIn(painter, place(text, std::max(0, space)), item.title, TextStyle::Body, ink, start);
   }
 
   SideList& list_;

@@ -104,7 +104,7 @@ void paintAgenda(TileCanvas& canvas, const EventListContent& content, const QLis
     const QRectF mark(bar, middle - kAgendaBarHeight / 2, kEventBar, kAgendaBarHeight);
     drawRounded(canvas.painter(), canvas.snapped(mark), kEventBar / 2,
                 EventWords::colour(row.colour, canvas.colors(), canvas.accentName()));
-    title.elided(canvas.roomAfter(text), Elide::End)
+    title.elided(canvas.spaceAfter(text), Elide::End)
         .draw(canvas.painter(), {text, baselines[i]}, canvas.colors().primary);
   }
 }
@@ -194,15 +194,15 @@ std::optional<GenericContent> remindersNotice(const TileRequest& request) {
   return notice(request, TileWords::tr("Add list"), digestOf(request.sources).reminderMessage);
 }
 
-void paintTitle(TileCanvas& canvas, double x, double room, const QString& title, const QString& caption,
+void paintTitle(TileCanvas& canvas, double x, double space, const QString& title, const QString& caption,
                 bool accented) {
-  const TextLine line = canvas.line(title, TextStyle::Title).elided(room, Elide::End);
+  const TextLine line = canvas.line(title, TextStyle::Title).elided(space, Elide::End);
   if (!canvas.showsCaption() || caption.isEmpty()) {
     line.draw(canvas.painter(), {x, TileCanvas::centredBaseline(line)}, canvas.colors().primary);
     return;
   }
   line.draw(canvas.painter(), {x, theme::kTitleBaseline}, canvas.colors().primary);
-  canvas.text(x, theme::kTitleCaptionBaseline, room, TextStyle::Caption, caption,
+  canvas.text(x, theme::kTitleCaptionBaseline, space, TextStyle::Caption, caption,
               accented ? canvas.accentWord() : canvas.colors().secondary);
 }
 
@@ -238,9 +238,9 @@ TileText describe(const TodayEventContent& content, const QString& name) { retur
 void paint(TileCanvas& canvas, const TodayEventContent& content) {
   paintDay(canvas, kDayMiddle, content.weekday, content.day, DaySize::Beside);
   paintDivider(canvas, kDayDivider, kDividerHeight);
-  const double room = canvas.roomAfter(kBesideDay);
-  const bool fits = content.shortCaption.isEmpty() || canvas.line(content.caption, TextStyle::Caption).width() <= room;
-  paintTitle(canvas, kBesideDay, room, content.title, fits ? content.caption : content.shortCaption, content.accented);
+  const double space = canvas.spaceAfter(kBesideDay);
+  const bool fits = content.shortCaption.isEmpty() || canvas.line(content.caption, TextStyle::Caption).width() <= space;
+  paintTitle(canvas, kBesideDay, space, content.title, fits ? content.caption : content.shortCaption, content.accented);
 }
 
 NextEventContent makeNextEvent(const TileRequest& request) {
@@ -258,7 +258,7 @@ void paint(TileCanvas& canvas, const NextEventContent& content) {
   const QRectF bar(theme::kTextLeft, theme::kTileMiddle - kEventBarHeight / 2, kEventBar, kEventBarHeight);
   drawRounded(canvas.painter(), canvas.snapped(bar), kEventBar / 2,
               content.some ? canvas.accent() : canvas.colors().track);
-  paintTitle(canvas, kBesideBar, canvas.roomAfter(kBesideBar), content.title, content.caption);
+  paintTitle(canvas, kBesideBar, canvas.spaceAfter(kBesideBar), content.title, content.caption);
 }
 
 EventListContent makeThreeEvents(const TileRequest& request) {
@@ -299,7 +299,7 @@ TileText describe(const EventListContent& content, const QString& name) {
 void paint(TileCanvas& canvas, const EventListContent& content) {
   const QList<double> baselines = canvas.rowBaselines(std::min(content.rows.size(), kMostEvents));
   if (baselines.isEmpty())
-    paintTitle(canvas, theme::kTextLeft, canvas.roomAfter(theme::kTextLeft), content.empty, {});
+    paintTitle(canvas, theme::kTextLeft, canvas.spaceAfter(theme::kTextLeft), content.empty, {});
   else
     content.agenda ? paintAgenda(canvas, content, baselines) : paintUpcoming(canvas, content, baselines);
 }

@@ -20,7 +20,7 @@ std::optional<GenericContent> calendarNotice(const TileRequest& request);
 std::optional<GenericContent> remindersNotice(const TileRequest& request);
 
 /// A title over a caption, or the title alone in small docks.
-void paintTitle(TileCanvas& canvas, double x, double room, const QString& title, const QString& caption,
+void paintTitle(TileCanvas& canvas, double x, double space, const QString& title, const QString& caption,
                 bool accented = false);
 
 /// The day, and what comes next.

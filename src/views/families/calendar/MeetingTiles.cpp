@@ -79,7 +79,7 @@ void paint(TileCanvas& canvas, const MeetingContent& content) {
                               : TileCanvas::centredBaseline(canvas.line(content.figure, TextStyle::Headline));
   canvas.figure(x, baseline, TextStyle::Headline, content.figure, content.unit);
   if (canvas.showsCaption())
-    canvas.text(x, kCaptionBaseline, canvas.roomAfter(x), TextStyle::Caption, content.caption,
+    canvas.text(x, kCaptionBaseline, canvas.spaceAfter(x), TextStyle::Caption, content.caption,
                 canvas.colors().secondary);
 }
 
@@ -98,16 +98,16 @@ TileText describe(const MeetingCenterContent& content, const QString& name) {
 void paint(TileCanvas& canvas, const MeetingCenterContent& content) {
   using namespace theme;
   const QRectF pill = pillOf(canvas.width());
-  double room = canvas.roomAfter(kTextLeft);
+  double space = canvas.spaceAfter(kTextLeft);
   if (content.joins) {
-    room = pill.left() - kPictureInset - kTextLeft;
+    space = pill.left() - kPictureInset - kTextLeft;
     const QRectF box = canvas.snapped(pill);
     drawRounded(canvas.painter(), box, box.height() / 2, canvas.accent());
     const TextLine word = canvas.line(TileWords::tr("Join"), TextStyle::BodyStrong).elided(box.width() - 8, Elide::End);
     word.drawCentred(canvas.painter(), {box.center().x(), TileCanvas::centredBaseline(word, box.center().y())},
                      canvas.colors().inkOnAccent);
   }
-  paintTitle(canvas, kTextLeft, room, content.title, content.caption);
+  paintTitle(canvas, kTextLeft, space, content.title, content.caption);
 }
 
 std::optional<int> partAt(const MeetingCenterContent& content, const TileClick& click) {

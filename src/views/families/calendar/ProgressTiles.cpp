@@ -67,8 +67,8 @@ ProgressContent progress(const TileRequest& request, TimeMath::Component compone
 void paintBars(TileCanvas& canvas, const ProgressContent& content, double width, double corner, bool fills) {
   QPainter& painter = canvas.painter();
   const double left = theme::kTextLeft;
-  const double room = canvas.width() - theme::kTextRight - left;
-  const double pitch = (room - width) / (content.marks - 1);
+  const double space = canvas.width() - theme::kTextRight - left;
+  const double pitch = (space - width) / (content.marks - 1);
   const double top = canvas.showsCaption() ? kBarTop : kBarTop + 4;
   for (int i = 0; i < content.marks; ++i) {
     const QRectF bar = canvas.snapped(QRectF(left + pitch * i, top, width, kProgressHeight));

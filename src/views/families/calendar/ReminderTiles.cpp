@@ -58,14 +58,14 @@ void drawRing(TileCanvas& canvas, QPointF centre, double radius, double stroke, 
 void paintNext(TileCanvas& canvas, const RemindersContent& content) {
   const QPointF centre(kRingMiddle, theme::kTileMiddle);
   drawRing(canvas, centre, kRing, kRingStroke, content.rows.isEmpty() ? canvas.colors().track : canvas.accent());
-  const double room = canvas.roomAfter(kBesideRing);
+  const double space = canvas.spaceAfter(kBesideRing);
   if (content.rows.isEmpty()) {
     canvas.symbol(u"checkmark"_s, centre, kCheck * 0.75, canvas.colors().secondary);
-    paintTitle(canvas, kBesideRing, room, content.empty, TileWords::tr("Nothing is due"));
+    paintTitle(canvas, kBesideRing, space, content.empty, TileWords::tr("Nothing is due"));
     return;
   }
   const RemindersContent::Row& row = content.rows.first();
-  paintTitle(canvas, kBesideRing, room, row.title, row.word, row.overdue);
+  paintTitle(canvas, kBesideRing, space, row.title, row.word, row.overdue);
 }
 
 }  // namespace
@@ -107,8 +107,8 @@ std::optional<int> partAt(const RemindersContent& content, const TileClick& clic
   if (!content.agenda) return click.point.x() <= kBesideRing - 4 ? ticked(0) : std::nullopt;
   if (click.point.x() > kBesideSmall - 4) return std::nullopt;
   // In small docks there are fewer rows, farther apart.
-  const qsizetype room = click.scale >= theme::kCompactScale ? kMostReminders : kMostReminders - 1;
-  const qsizetype count = std::min(content.rows.size(), room);
+  const qsizetype space = click.scale >= theme::kCompactScale ? kMostReminders : kMostReminders - 1;
+  const qsizetype count = std::min(content.rows.size(), space);
   const double pitch = click.scale >= theme::kBareScale ? kRowPitch : kRowPitch * 1.5;
   const double first = theme::kTileMiddle - pitch * static_cast<double>(count) / 2;
   const auto row = static_cast<qsizetype>(std::floor((click.point.y() - first) / pitch));
@@ -139,7 +139,7 @@ void paint(TileCanvas& canvas, const DueTodayContent& content) {
   canvas.figure(x, baseline, TextStyle::Headline, figure);
   if (canvas.showsCaption())
     canvas.text(
-        x, kCaptionBaseline, canvas.roomAfter(x), TextStyle::Caption,
+        x, kCaptionBaseline, canvas.spaceAfter(x), TextStyle::Caption,
         content.done > 0 ? TileWords::tr("due, %1 done").arg(LocalFigures::number(content.done)) : TileWords::tr("due"),
         canvas.colors().secondary);
 }

@@ -150,7 +150,7 @@ QStringList labelled(const QString& label, const QStringList& captions) {
 }
 
 void paintHeadline(TileCanvas& canvas, const QString& headline, const QString& unit, const QStringList& captions,
-                   Sky sky, double room) {
+                   Sky sky, double space) {
   using namespace theme;
   double baseline = kHeadlineBaseline;
   if (!canvas.showsCaption()) baseline = TileCanvas::centredBaseline(canvas.line(headline, TextStyle::Headline));
@@ -160,7 +160,7 @@ void paintHeadline(TileCanvas& canvas, const QString& headline, const QString& u
     canvas.symbol(sky == Sky::Day ? u"sun.max"_s : u"moon"_s, {skyLeft + kSkySize / 2, kSkyMiddle}, kSkySize,
                   canvas.accent());
   if (canvas.showsCaption())
-    Typography::fitting(captions, TextStyle::Caption, room, Elide::End, canvas.scale())
+    Typography::fitting(captions, TextStyle::Caption, space, Elide::End, canvas.scale())
         .drawFromInk(canvas.painter(), {kTextLeft, kCaptionBaseline}, canvas.colors().secondary);
 }
 
@@ -185,7 +185,7 @@ TileText describe(const TimeDateContent& content, const QString& name) {
 
 void paint(TileCanvas& canvas, const TimeDateContent& content) {
   paintHeadline(canvas, content.time, content.halfOfDay, labelled(content.label, content.dates), content.sky,
-                canvas.roomAfter(theme::kTextLeft));
+                canvas.spaceAfter(theme::kTextLeft));
 }
 
 namespace {

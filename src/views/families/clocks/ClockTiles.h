@@ -24,7 +24,7 @@ QStringList labelled(const QString& label, const QStringList& captions);
 QString clockPlace(const TileRequest& request);
 /// A headline over the longest of `captions` that fits, and the sky at the right for another place.
 void paintHeadline(TileCanvas& canvas, const QString& headline, const QString& unit, const QStringList& captions,
-                   Sky sky, double room);
+                   Sky sky, double space);
 
 /// The time over the date.
 struct TimeDateContent {

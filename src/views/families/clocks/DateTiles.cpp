@@ -51,9 +51,9 @@ DateContent makeDate(const TileRequest& request) {
 TileText describe(const DateContent& content, const QString& name) { return {name, content.spoken}; }
 
 void paint(TileCanvas& canvas, const DateContent& content) {
-  const double room = canvas.roomAfter(theme::kTextLeft);
-  const QString date = canvas.line(content.date, TextStyle::Headline).elided(room, Elide::End).text();
-  paintHeadline(canvas, date, {}, content.captions, Sky::Here, room);
+  const double space = canvas.spaceAfter(theme::kTextLeft);
+  const QString date = canvas.line(content.date, TextStyle::Headline).elided(space, Elide::End).text();
+  paintHeadline(canvas, date, {}, content.captions, Sky::Here, space);
 }
 
 DayNumberContent makeDayNumber(const TileRequest& request) {
@@ -132,7 +132,7 @@ TileText describe(const WorldTimeContent& content, const QString& name) {
 
 void paint(TileCanvas& canvas, const WorldTimeContent& content) {
   paintHeadline(canvas, content.time.text(), content.time.halfOfDay, content.captions, content.sky,
-                canvas.roomAfter(theme::kTextLeft));
+                canvas.spaceAfter(theme::kTextLeft));
 }
 
 WorldListContent makeWorldList(const TileRequest& request) {
@@ -169,19 +169,19 @@ QString briefCity(const QString& city) {
 
 void paint(TileCanvas& canvas, const WorldListContent& content) {
   const QList<double> baselines = canvas.rowBaselines(std::min(content.rows.size(), kMostRows));
-  const auto roomBeside = [&](const QString& time) {
-    return canvas.roomAfter(theme::kTextLeft) - canvas.line(time, TextStyle::ListRow).width() - kRowGap;
+  const auto spaceBeside = [&](const QString& time) {
+    return canvas.spaceAfter(theme::kTextLeft) - canvas.line(time, TextStyle::ListRow).width() - kRowGap;
   };
   // A city that cannot be read makes its time worthless; the half of the day is in the tip.
   const bool isTight = std::ranges::any_of(content.rows.first(baselines.size()), [&](const WorldListContent::Row& row) {
-    return canvas.line(briefCity(row.city), TextStyle::ListRow).width() > roomBeside(row.time);
+    return canvas.line(briefCity(row.city), TextStyle::ListRow).width() > spaceBeside(row.time);
   });
   for (qsizetype i = 0; i < baselines.size(); ++i) {
     const WorldListContent::Row& row = content.rows[i];
     const QString& time = isTight ? row.timeAlone : row.time;
     canvas.line(time, TextStyle::ListRow)
         .drawRight(canvas.painter(), {canvas.width() - theme::kTextRight, baselines[i]}, canvas.colors().secondary);
-    Typography::fitting({row.city, briefCity(row.city)}, TextStyle::ListRow, roomBeside(time), Elide::End,
+    Typography::fitting({row.city, briefCity(row.city)}, TextStyle::ListRow, spaceBeside(time), Elide::End,
                         canvas.scale())
         .draw(canvas.painter(), {theme::kTextLeft, baselines[i]}, canvas.colors().primary);
   }

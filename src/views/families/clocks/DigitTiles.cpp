@@ -36,7 +36,7 @@ constexpr double kMinuteRing = 24.5;
 constexpr double kMinuteStroke = 4;
 constexpr double kHourRing = 18.8;
 constexpr double kHourStroke = 2.5;
-constexpr double kRingRoom = 33;
+constexpr double kRingSpace = 33;
 
 constexpr double kHalfDot = 1.8;
 constexpr double kHalfBeside = 5;  ///< Of the dots for the half of the day from the edge of a card.
@@ -68,13 +68,13 @@ void paintHalf(TileCanvas& canvas, const DigitsContent& content, double x, doubl
 }
 
 /// The largest style in which a time of twelve hours has space for the mark of morning or evening.
-TextStyle plainStyle(const TileCanvas& canvas, const DigitsContent& content, double room) {
+TextStyle plainStyle(const TileCanvas& canvas, const DigitsContent& content, double space) {
   const QString& half = content.time.halfOfDay;
   if (half.isEmpty()) return TextStyle::Display;
   const bool seconds = content.face == DigitFace::Seconds;
   for (const TextStyle style : {TextStyle::Display, TextStyle::Headline, TextStyle::Figure17}) {
     const TextLine word = seconds ? canvas.line(half, TextStyle::Caption) : TextLine::unit(half, style, canvas.scale());
-    if (canvas.line(content.time.text(), style).width() + kPartGap + word.width() <= room) return style;
+    if (canvas.line(content.time.text(), style).width() + kPartGap + word.width() <= space) return style;
   }
   return TextStyle::Title;
 }
@@ -82,16 +82,16 @@ TextStyle plainStyle(const TileCanvas& canvas, const DigitsContent& content, dou
 /// The time with what belongs behind it, in the middle of the tile.
 void paintPlain(TileCanvas& canvas, const DigitsContent& content) {
   QPainter& painter = canvas.painter();
-  const double room = canvas.width() - theme::kPictureInset * 2;
-  const TextStyle style = plainStyle(canvas, content, room);
+  const double space = canvas.width() - theme::kPictureInset * 2;
+  const TextStyle style = plainStyle(canvas, content, space);
   const TextLine time = canvas.line(content.time.text(), style);
   const bool seconds = content.face == DigitFace::Seconds;
   const TextLine unit = TextLine::unit(seconds ? content.seconds : content.time.halfOfDay, style, canvas.scale());
   const TextLine half = canvas.line(seconds ? content.time.halfOfDay : QString(), TextStyle::Caption);
   const auto with = [](const TextLine& part) { return part.text().isEmpty() ? 0 : kPartGap + part.width(); };
   // Seconds go before the half of the day does.
-  const bool showsUnit = time.width() + with(unit) + with(half) <= room;
-  const bool showsHalf = time.width() + (showsUnit ? with(unit) : 0) + with(half) <= room;
+  const bool showsUnit = time.width() + with(unit) + with(half) <= space;
+  const bool showsHalf = time.width() + (showsUnit ? with(unit) : 0) + with(half) <= space;
   const double whole = time.width() + (showsUnit ? with(unit) : 0) + (showsHalf ? with(half) : 0);
   const bool labelled = !content.label.isEmpty() && canvas.showsCaption();
   const double baseline = labelled                      ? theme::kHeadlineBaseline
@@ -192,7 +192,7 @@ void paintRing(TileCanvas& canvas, const DigitsContent& content) {
   ring(kMinuteRing, kMinuteStroke, content.minute / 60.0, canvas.accent());
   ring(kHourRing, kHourStroke, hour / 12, canvas.colors().secondary);
   const TextLine figure = canvas.line(content.time.text(), TextStyle::TabLabel);
-  if (figure.width() <= kRingRoom)
+  if (figure.width() <= kRingSpace)
     figure.drawCentred(canvas.painter(), {centre.x(), TileCanvas::centredBaseline(figure)}, canvas.colors().primary);
   paintHalf(canvas, content, centre.x(), centre.y() - kHalfAbove, centre.y() + kHalfAbove);
 }

@@ -36,8 +36,8 @@ void paintCaption(TileCanvas& canvas, double baseline, const QString& text) {
 
 /// Of a great many the number says enough.
 void paintCount(TileCanvas& canvas, const QString& words, qint64 count) {
-  const double room = canvas.width() - theme::kTextLeft;
-  const bool whole = count <= 0 || canvas.line(words, TextStyle::Caption).width() <= room;
+  const double space = canvas.width() - theme::kTextLeft;
+  const bool whole = count <= 0 || canvas.line(words, TextStyle::Caption).width() <= space;
   paintCaption(canvas, theme::kUnderPictureBaseline, whole ? words : QLocale().toString(count));
 }
 

@@ -43,14 +43,14 @@ bool isNear(QPointF point, QPointF centre, double reach) {
 
 /// The count and its goal as large as there is space for; the goal goes before a digit of the count would.
 void paintCount(TileCanvas& canvas, const WaterContent& content, bool captioned) {
-  const double room = canvas.width() - kCountLeft - kCountRight;
+  const double space = canvas.width() - kCountLeft - kCountRight;
   const QString count = LocalFigures::number(content.glasses);
   const QString goal = u'/' + LocalFigures::number(content.goal);
   TextStyle style = TextStyle::Title;
   bool withGoal = false;
   for (const TextStyle each : {TextStyle::Headline, TextStyle::Gauge, TextStyle::Title}) {
     const double width = canvas.line(count, each).width() + 2 + TextLine::unit(goal, each, canvas.scale()).width();
-    if (width > room + 2) continue;
+    if (width > space + 2) continue;
     style = each;
     withGoal = true;
     break;
@@ -111,7 +111,7 @@ TileText describe(const HabitContent& content, const QString& name) {
 
 void paint(TileCanvas& canvas, const HabitContent& content) {
   using namespace theme;
-  TextLine habit = canvas.line(content.habit, TextStyle::Title).elided(canvas.roomAfter(kTextLeft), Elide::End);
+  TextLine habit = canvas.line(content.habit, TextStyle::Title).elided(canvas.spaceAfter(kTextLeft), Elide::End);
   if (canvas.showsLastRow() && content.streak > 0) {
     const TextLine streak = canvas.line(daysWord(content.streak), TextStyle::Caption);
     // A habit of many words has the line to itself.

@@ -46,9 +46,9 @@ void paintCircle(TileCanvas& canvas, QPointF centre, bool done) {
   canvas.symbol(u"checkmark"_s, centre, kCircleRadius * 1.5, canvas.colors().inkOnAccent);
 }
 
-void paintTodo(TileCanvas& canvas, const TodosContent::Item& item, double baseline, double room) {
+void paintTodo(TileCanvas& canvas, const TodosContent::Item& item, double baseline, double space) {
   paintCircle(canvas, {kCircleX, baseline - kCircleRise}, item.done);
-  const TextLine line = canvas.line(item.text, TextStyle::ListRow).elided(room, Elide::End);
+  const TextLine line = canvas.line(item.text, TextStyle::ListRow).elided(space, Elide::End);
   const QColor ink = item.done ? canvas.colors().tertiary : canvas.colors().primary;
   line.draw(canvas.painter(), {kTodoLeft, baseline}, ink);
   if (item.done)
@@ -133,7 +133,7 @@ void paint(TileCanvas& canvas, const TodosContent& content) {
   if (content.items.isEmpty()) {
     canvas.symbol(u"checklist"_s, {kTextLeft + kSymbolSize / 2, kTileMiddle}, kSymbolSize, canvas.accent());
     const TextLine words = canvas.line(TileWords::tr("Nothing to do"), TextStyle::Body)
-                               .elided(canvas.roomAfter(kTextAfterSymbol), Elide::End);
+                               .elided(canvas.spaceAfter(kTextAfterSymbol), Elide::End);
     words.draw(canvas.painter(), {kTextAfterSymbol, TileCanvas::centredBaseline(words)}, canvas.colors().secondary);
     return;
   }
@@ -143,12 +143,12 @@ void paint(TileCanvas& canvas, const TodosContent& content) {
       canvas.line(LocalFigures::number(content.done) + u'/' + LocalFigures::number(content.total), TextStyle::Caption);
   for (qsizetype row = 0; row < rows; ++row) {
     const double baseline = rowBaseline(row, rows);
-    double room = canvas.roomAfter(kTodoLeft);
+    double space = canvas.spaceAfter(kTodoLeft);
     if (row == 0) {
-      room -= count.width() + kCountGap;
+      space -= count.width() + kCountGap;
       count.drawRight(canvas.painter(), {canvas.width() - kTextRight, baseline}, canvas.colors().secondary);
     }
-    paintTodo(canvas, content.items[first + row], baseline, room);
+    paintTodo(canvas, content.items[first + row], baseline, space);
   }
 }
 
@@ -172,15 +172,15 @@ TileText describe(const NoteContent& content, const QString& name) {
 
 void paint(TileCanvas& canvas, const NoteContent& content) {
   using namespace theme;
-  const double room = canvas.roomAfter(kNoteLeft);
+  const double space = canvas.spaceAfter(kNoteLeft);
   drawRounded(canvas.painter(), QRectF(kTextLeft, kTileMiddle - kNoteBarHeight / 2, kBarWidth, kNoteBarHeight),
               kBarWidth / 2, canvas.accent());
   const qsizetype rows = canvas.showsLastRow() ? 2 : 1;
-  QStringList lines = wrapped(content.text, room, rows, canvas);
+  QStringList lines = wrapped(content.text, space, rows, canvas);
   const bool empty = lines.isEmpty();
   if (empty) lines.append(TileWords::tr("Write a note…"));
   for (qsizetype i = 0; i < lines.size(); ++i) {
-    const TextLine line = canvas.line(lines[i], TextStyle::Body).elided(room, Elide::End);
+    const TextLine line = canvas.line(lines[i], TextStyle::Body).elided(space, Elide::End);
     const double baseline = lines.size() == 1 ? TileCanvas::centredBaseline(line) : i == 0 ? kNoteFirst : kNoteSecond;
     const QColor& ink = empty ? canvas.colors().tertiary : canvas.colors().primary;
     // What the user wrote begins at the side that it is read from.
@@ -203,13 +203,13 @@ TileText describe(const LatestNoteContent& content, const QString& name) {
 void paint(TileCanvas& canvas, const LatestNoteContent& content) {
   using namespace theme;
   canvas.symbol(u"note.text"_s, {kTextLeft + kSymbolSize / 2, kTileMiddle}, kSymbolSize, canvas.accent());
-  const double room = canvas.roomAfter(kTextAfterSymbol);
-  const TextLine title = canvas.line(content.title, TextStyle::Title).elided(room, Elide::End);
+  const double space = canvas.spaceAfter(kTextAfterSymbol);
+  const TextLine title = canvas.line(content.title, TextStyle::Title).elided(space, Elide::End);
   const bool captioned = canvas.showsCaption() && !content.text.isEmpty();
   title.draw(canvas.painter(), {kTextAfterSymbol, captioned ? kTitleBaseline : TileCanvas::centredBaseline(title)},
              canvas.colors().primary);
   if (captioned)
-    canvas.text(kTextAfterSymbol, kTitleCaptionBaseline, room, TextStyle::Caption, content.text,
+    canvas.text(kTextAfterSymbol, kTitleCaptionBaseline, space, TextStyle::Caption, content.text,
                 canvas.colors().secondary);
 }
 

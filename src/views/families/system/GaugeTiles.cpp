@@ -20,7 +20,7 @@ constexpr double kStroke = 5;
 constexpr double kCentre = 33.5;
 constexpr double kFigureBaseline = 39.5;
 constexpr double kLabelBaseline = 57.5;
-constexpr double kLabelRoom = 27;
+constexpr double kLabelSpace = 27;
 /// Below this scale the least size of a text makes the label run into the ends of the arc.
 constexpr double kLabelScale = 0.8;
 constexpr int kAlarming = 85;
@@ -65,7 +65,7 @@ void paint(TileCanvas& canvas, const GaugeContent& content) {
   figure.drawCentred(canvas.painter(), {centre.x(), kFigureBaseline}, ink);
   if (canvas.scale() >= kLabelScale)
     canvas.line(content.label, TextStyle::GaugeLabel)
-        .elided(kLabelRoom, Elide::End)
+        .elided(kLabelSpace, Elide::End)
         .drawCentred(canvas.painter(), {centre.x(), kLabelBaseline}, canvas.colors().secondary);
 }
 

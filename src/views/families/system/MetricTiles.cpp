@@ -127,7 +127,7 @@ namespace {
 constexpr double kLeastCpuTop = 25;
 /// A processor that stands still has a line in the middle of so many degrees.
 constexpr double kLeastDegrees = 20;
-constexpr double kDegreeRoom = 4;
+constexpr double kDegreeSpace = 4;
 
 QString degrees(const std::optional<double>& celsius) {
   if (!celsius || !std::isfinite(*celsius)) return kDash;
@@ -166,9 +166,9 @@ MetricChartContent makeTemperatureChart(const TileRequest& request) {
   MetricChartContent content{degrees(readings.celsius), {}, TileWords::tr("CPU core"), readings.celsiusHistory};
   if (content.history.isEmpty()) return content;
   const auto [least, most] = std::ranges::minmax(content.history);
-  const double room = std::max(kDegreeRoom, (kLeastDegrees - (most - least)) / 2);
-  content.low = least - room;
-  content.high = most + room;
+  const double space = std::max(kDegreeSpace, (kLeastDegrees - (most - least)) / 2);
+  content.low = least - space;
+  content.high = most + space;
   return content;
 }
 

@@ -56,7 +56,7 @@ void paint(TileCanvas& canvas, const ProcessesContent& content) {
   const Palette& colors = canvas.colors();
   if (content.rows.isEmpty()) {
     const QString text = content.message.isEmpty() ? TileWords::tr("Looking…") : content.message;
-    const TextLine line = canvas.line(text, TextStyle::Caption).elided(canvas.roomAfter(theme::kTextLeft), Elide::End);
+    const TextLine line = canvas.line(text, TextStyle::Caption).elided(canvas.spaceAfter(theme::kTextLeft), Elide::End);
     line.draw(canvas.painter(), {theme::kTextLeft, TileCanvas::centredBaseline(line)}, colors.secondary);
     return;
   }

@@ -14,8 +14,8 @@ namespace {
 
 constexpr double kFaceRadius = 76;
 constexpr double kFaceStroke = 8;
-constexpr double kRingRoom = 118;  ///< For the figure.
-constexpr double kFigureDrop = 4;  ///< Of its baseline below the centre.
+constexpr double kRingSpace = 118;  ///< For the figure.
+constexpr double kFigureDrop = 4;   ///< Of its baseline below the centre.
 constexpr double kWordDrop = 25;
 constexpr double kDotsDrop = 41;
 constexpr double kDot = 2.6;
@@ -66,7 +66,7 @@ void TimerFace::paintRing(QPainter& painter) const {
     painter.drawArc(ring, turn / 4, -static_cast<int>(std::lround(turn * facts_.share)));
   }
   const QString figure = facts_.figure();
-  const double size = theme::kPanelFigure * std::min(1.0, kRingRoom / bigTextWidth(figure, theme::kPanelFigure));
+  const double size = theme::kPanelFigure * std::min(1.0, kRingSpace / bigTextWidth(figure, theme::kPanelFigure));
   drawBigText(painter, figure, centre + QPointF(0, kFigureDrop), size, look.palette.primary, Qt::AlignHCenter);
   TextLine(facts_.phase.isEmpty() ? facts_.word : facts_.phase, TextStyle::Body)
       .drawCentred(painter, centre + QPointF(0, kWordDrop), look.palette.secondary);

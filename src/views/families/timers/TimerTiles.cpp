@@ -70,7 +70,7 @@ void paintMarks(TileCanvas& canvas, const TimerContent& content) {
   double gap = kMarkGap;
   if (content.marks > kUsualMarks) {
     gap = kMarkGapTight;
-    width = (canvas.roomAfter(kBesideRing) - gap * (content.marks - 1)) / content.marks;
+    width = (canvas.spaceAfter(kBesideRing) - gap * (content.marks - 1)) / content.marks;
   }
   for (int i = 0; i < content.marks; ++i)
     drawRounded(canvas.painter(), QRectF(kBesideRing + i * (width + gap), kMarkTop, width, kMarkHeight),
@@ -80,16 +80,16 @@ void paintMarks(TileCanvas& canvas, const TimerContent& content) {
 /// The figure in the largest style that it fits in. Hours that fit in none do without their seconds, and
 /// then without their minutes.
 void paintFigure(TileCanvas& canvas, const QString& figure, bool overWord) {
-  const double room = canvas.roomAfter(kBesideRing) + kOverhang;
+  const double space = canvas.spaceAfter(kBesideRing) + kOverhang;
   TextStyle style = TextStyle::Caption;
   for (const TextStyle each : {TextStyle::Timer, TextStyle::Figure17, TextStyle::Title, TextStyle::Caption}) {
     style = each;
-    if (canvas.line(figure, each).width() <= room) break;
+    if (canvas.line(figure, each).width() <= space) break;
   }
   QStringList forms{figure};
   if (figure.count(u':') > 1)
     forms << figure.section(u':', 0, 1) + TileWords::tr("h") << figure.section(u':', 0, 0) + TileWords::tr("h");
-  const TextLine line = Typography::fitting(forms, style, room, Elide::End, canvas.scale());
+  const TextLine line = Typography::fitting(forms, style, space, Elide::End, canvas.scale());
   line.drawFromInk(canvas.painter(),
                    {kBesideRing, overWord ? theme::kHeadlineBaseline : TileCanvas::centredBaseline(line)},
                    canvas.colors().primary);
@@ -128,7 +128,7 @@ void paint(TileCanvas& canvas, const TimerContent& content) {
     paintMarks(canvas, content);
   else
     canvas.line(content.word, TextStyle::Caption)
-        .elided(canvas.roomAfter(kBesideRing) + kOverhang, Elide::End)
+        .elided(canvas.spaceAfter(kBesideRing) + kOverhang, Elide::End)
         .drawFromInk(canvas.painter(), {kBesideRing, kCaptionBaseline}, canvas.colors().secondary);
 }
 

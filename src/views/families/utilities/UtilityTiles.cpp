@@ -44,11 +44,11 @@ struct Fitted {
 };
 
 /// The longest form in the largest style that there is space for: a shorter form is better than a smaller one.
-Fitted fitted(const TileCanvas& canvas, const ResultContent& content, double room) {
+Fitted fitted(const TileCanvas& canvas, const ResultContent& content, double space) {
   for (const TextStyle style : {TextStyle::Headline, TextStyle::Gauge, TextStyle::Title}) {
     const double unit = content.unit.isEmpty() ? 0 : 2 + TextLine::unit(content.unit, style, canvas.scale()).width();
     for (const QString& figure : content.figures)
-      if (canvas.line(figure, style).width() + unit <= room) return {style, figure};
+      if (canvas.line(figure, style).width() + unit <= space) return {style, figure};
   }
   return {TextStyle::Title, content.figures.last()};
 }
@@ -89,7 +89,7 @@ TileText describe(const ResultContent& content, const QString& name) {
 void paint(TileCanvas& canvas, const ResultContent& content) {
   using namespace theme;
   const double right = canvas.width() - kTextRight;
-  const double beside = canvas.roomAfter(kTextLeft) - kCornerSymbol - kSymbolGap;
+  const double beside = canvas.spaceAfter(kTextLeft) - kCornerSymbol - kSymbolGap;
   Fitted fit = fitted(canvas, content, beside);
   const TextLine unit = TextLine::unit(content.unit, fit.style, canvas.scale());
   const TextLine figure = canvas.line(fit.figure, fit.style);
@@ -105,7 +105,7 @@ void paint(TileCanvas& canvas, const ResultContent& content) {
     unit.elided(right - end - 2, Elide::End).draw(canvas.painter(), {end + 2, baseline}, canvas.colors().secondary);
   if (captioned)
     canvas.line(content.source, TextStyle::Caption)
-        .elided(canvas.roomAfter(kTextLeft), Elide::End)
+        .elided(canvas.spaceAfter(kTextLeft), Elide::End)
         .drawFromInk(canvas.painter(), {kTextLeft, kCaptionBaseline}, canvas.colors().secondary);
 }
 

@@ -22,9 +22,9 @@ constexpr double kWordBaseline = 56.5;
 
 /// The largest in which the whole figure fits on the tile: in hard winters it has three characters.
 TextStyle figureStyle(const TileCanvas& canvas, const QString& figure) {
-  const double room = canvas.width() - kFigureLeft - kFigureLeastRight;
+  const double space = canvas.width() - kFigureLeft - kFigureLeastRight;
   for (const TextStyle style : {TextStyle::Headline, TextStyle::Figure17})
-    if (canvas.line(figure, style).width() <= room) return style;
+    if (canvas.line(figure, style).width() <= space) return style;
   return TextStyle::Title;
 }
 
@@ -37,8 +37,8 @@ void paintReading(TileCanvas& canvas, const WeatherReading& reading) {
   if (!canvas.showsCaption()) baseline = TileCanvas::centredBaseline(canvas.line(reading.temperature, style));
   canvas.figure(kFigureLeft, baseline, style, reading.temperature);
   if (canvas.showsCaption())
-    canvas.text(theme::kTextLeft, kPlaceBaseline, canvas.roomAfter(theme::kTextLeft), TextStyle::Caption, reading.place,
-                canvas.colors().secondary);
+    canvas.text(theme::kTextLeft, kPlaceBaseline, canvas.spaceAfter(theme::kTextLeft), TextStyle::Caption,
+                reading.place, canvas.colors().secondary);
 }
 
 void paintUnconnected(TileCanvas& canvas, const GenericContent& missing) {
@@ -52,11 +52,11 @@ void paintUnconnected(TileCanvas& canvas, const GenericContent& missing) {
   drawWeather(painter, WeatherPicture::CloudSun, topLeft, words ? 28 : kPicture, canvas.colors().pictures);
   painter.restore();
   if (!words) return;
-  const double room = canvas.roomAfter(kTextLeft);
+  const double space = canvas.spaceAfter(kTextLeft);
   const double nameBaseline = canvas.showsLastRow() ? kNameBaseline : kCaptionBaseline;
-  canvas.text(kTextLeft, nameBaseline, room, TextStyle::TabLabel, missing.name, canvas.colors().primary);
+  canvas.text(kTextLeft, nameBaseline, space, TextStyle::TabLabel, missing.name, canvas.colors().primary);
   if (canvas.showsLastRow())
-    canvas.text(kTextLeft, kWordBaseline, room, TextStyle::Caption, missing.word,
+    canvas.text(kTextLeft, kWordBaseline, space, TextStyle::Caption, missing.word,
                 missing.opensEditor ? canvas.accentWord() : canvas.colors().secondary);
 }
 

@@ -147,8 +147,8 @@ void paint(TileCanvas& canvas, const PinnedWindowContent& content) {
   using namespace theme;
   QPainter& painter = canvas.painter();
   const Palette& colors = canvas.colors();
-  const double room = canvas.roomAfter(kWindowText);
-  const TextLine title = canvas.name(content.title, TextStyle::Title, room);
+  const double space = canvas.spaceAfter(kWindowText);
+  const TextLine title = canvas.name(content.title, TextStyle::Title, space);
   const bool alone = title.text().isEmpty();
   painter.save();
   if (alone) painter.translate(canvas.width() / 2 - kWindow.center().x(), 0);
@@ -174,7 +174,7 @@ void paint(TileCanvas& canvas, const PinnedWindowContent& content) {
     return;
   }
   title.draw(painter, {kWindowText, kTitleBaseline}, colors.primary);
-  canvas.text(kWindowText, kTitleCaptionBaseline, room, TextStyle::Caption, content.app, colors.secondary);
+  canvas.text(kWindowText, kTitleCaptionBaseline, space, TextStyle::Caption, content.app, colors.secondary);
 }
 
 }  // namespace tarnwick
