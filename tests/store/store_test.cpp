@@ -6,10 +6,13 @@
 
 #include "base/DomainError.h"
 #include "base/ProbeCounters.h"
+#include "calendar/Calendar.h"
 #include "config/Persistence.h"
 #include "store/AppStore.h"
 #include "store/NoDesktop.h"
 #include "support/TestScheduler.h"
+#include "system/ProcessMonitor.h"
+#include "system/SystemTemperature.h"
 
 namespace tarnwick {
 namespace {
@@ -82,6 +85,7 @@ struct FakeNotifications : Notifications {
 struct CountedSamples : SystemCounters {
   std::optional<ProcessorTicks> processorTicks() override {
     ++samples;
+    if (journal) journal->calls << u"metrics"_s;
     return std::nullopt;
   }
   std::optional<MemoryReading> memory() override { return std::nullopt; }
@@ -89,11 +93,35 @@ struct CountedSamples : SystemCounters {
   std::optional<DiskReading> disk() override { return std::nullopt; }
   std::optional<double> batteryCharge() override { return std::nullopt; }
   static inline int samples = 0;
+  static inline Journal* journal = nullptr;  ///< Where a test wants samples written down.
+};
+struct NoSensors final : ProcessorTemperatures {
+  quint32 read(double*, quint32) override { return 0; }
+};
+struct NoProcesses final : ProcessSource {
+  QList<ProcessReading> read() override { return {}; }
+  void end(const ProcessReading&) override {}
+};
+struct NoCalendars final : CalendarSource {
+  void load(const CalendarRange&, QObject*, Loaded) override {}
+  void setCompleted(const Reminder&, bool, const QDateTime&, QObject*, Done) override {}
+  void setFolders(const QStringList&) override {}
+};
+
+/// Writes down what is asked of a client of the program, whose turns and needs are that client's own.
+struct Watched final : FakeClient {
+  Watched(Journal& j, const QString& called, const BeatClient& client)
+      : FakeClient(j, called, client.step(), client.everyTicks()), real(client) {}
+  bool isNeededBy(const ActiveSets& active) const override { return real.isNeededBy(active); }
+  const BeatClient& real;
 };
 
 class StoreTest : public testing::Test {
  protected:
-  StoreTest() { CountedSamples::samples = 0; }
+  StoreTest() {
+    CountedSamples::samples = 0;
+    CountedSamples::journal = nullptr;
+  }
 
   QString file() const { return folder.filePath(u"data/config.json"_s); }
 
@@ -327,19 +355,24 @@ TEST_F(StoreTest, ShutdownSavesWhatWasPending) {
   EXPECT_EQ(time.waiting(), 0);
 }
 
-/// The clients of every step, handed in the wrong way round; of one step there are two.
+/// The clients of every step, handed in the wrong way round; of one step there are two. Those that the program has are
+/// its own.
 struct AllClients {
-  explicit AllClients(Journal& journal) {
+  AllClients(Journal& journal, const Scheduler& clock)
+      : processes(std::make_unique<NoProcesses>(), clock), calendar(calendars, clock) {
     using enum BeatStep;
     const auto add = [&](const char* name, BeatStep step, int ticks) {
       all.push_back(std::make_unique<FakeClient>(journal, QString::fromLatin1(name), step, ticks));
+    };
+    const auto watch = [&](const char* name, const BeatClient& client) {
+      all.push_back(std::make_unique<Watched>(journal, QString::fromLatin1(name), client));
     };
     add("recorder", VoiceRecorder, 0);
     add("previews", WindowPreviews, 0);
     add("cleaner", KeyboardCleaner, 0);
     add("sounds", Sounds, 0);
     add("reminders", Reminders, 60);
-    add("calendar", Calendar, 60);
+    watch("calendar", calendar);
     add("wallpaper", Wallpaper, 60);
     add("productivity", Productivity, 60);
     add("clipboard", Clipboard, 1);
@@ -348,8 +381,8 @@ struct AllClients {
     add("media", Media, 2);
     add("claude", ClaudeActivity, 2);
     add("zoom", Meetings, 2);
-    add("processes", Processes, 4);
-    add("temperature", Temperature, 4);
+    watch("processes", processes);
+    watch("temperature", temperature);
     add("own", Temperature, 4);
   }
   QList<BeatClient*> pointers() const {
@@ -357,30 +390,61 @@ struct AllClients {
     for (const auto& client : all) list << client.get();
     return list;
   }
+  SystemTemperature temperature{std::make_unique<NoSensors>()};
+  ProcessMonitor processes;
+  NoCalendars calendars;
+  tarnwick::Calendar calendar;
   std::vector<std::unique_ptr<FakeClient>> all;
 };
 
 TEST_F(StoreTest, ABeatAnEndAStartAndAWakeRunInTheirOrder) {
-  const AllClients all(journal);
+  const AllClients all(journal, time);
   clients = all.pointers();
+  CountedSamples::journal = &journal;
   start();
   const QString begin =
       u"media productivity clipboard temperature own processes zoom claude video audioDevices "
       "wallpaper calendar reminders sounds cleaner previews recorder"_s;
-  QStringList expected{u"restore window-recovery.json"_s};
+  QStringList expected{u"metrics"_s, u"restore window-recovery.json"_s};
   for (const QString& name : begin.split(u' ')) expected << u"start %1 1"_s.arg(name);
   EXPECT_EQ(journal.calls, expected << u"refreshAll"_s);
 
-  const QString two = u"zoom claude media video audioDevices "_s;
+  const QStringList readings{u"temperature"_s, u"processTopApps"_s, u"cpu"_s, u"calendarWeek"_s};
+  const QString two = u"zoom claude media video audioDevices metrics clipboard"_s;
   const QString four = u"temperature own processes "_s + two;
   const QString minute = u" productivity wallpaper calendar reminders"_s;
-  const std::pair<int, QString> ticks[] = {{1, u"clipboard"_s},
-                                           {2, two + u"clipboard"_s},
-                                           {4, four + u"clipboard"_s},
-                                           {12, four + u"clipboard"_s},
-                                           {60, four + u"clipboard"_s + minute},
-                                           {600, four + u"clipboard"_s + minute + u" refreshAll"_s}};
-  for (const auto& [tick, calls] : ticks) {
+  const struct {
+    QStringList shown;
+    int tick;
+    QString calls;
+  } ticks[] = {{readings, 1, u"clipboard"_s},
+               {readings, 2, two},
+               {readings, 3, u"clipboard"_s},
+               {readings, 4, four},
+               {readings, 5, u"clipboard"_s},
+               {readings, 6, two},
+               {readings, 12, four},
+               {readings, 30, two},
+               {readings, 60, four + minute},
+               {readings, 600, four + minute + u" refreshAll"_s},
+               {{u"temperature"_s},
+                660,
+                u"temperature own zoom claude media video audioDevices clipboard productivity "
+                "wallpaper reminders"_s},
+               {{u"processTopApps"_s},
+                720,
+                u"own processes zoom claude media video audioDevices clipboard "
+                "productivity wallpaper reminders"_s},
+               {{u"remindersToday"_s},
+                780,
+                u"own zoom claude media video audioDevices clipboard productivity "
+                "wallpaper calendar reminders"_s},
+               {{},
+                1200,
+                u"own zoom claude media video audioDevices clipboard productivity wallpaper reminders "
+                "refreshAll"_s}};
+  for (const auto& [shown, tick, calls] : ticks) {
+    show(shown);
     time.advance(static_cast<double>(tick - 1 - store->tick()));
     journal.calls.clear();
     time.advance(1);
@@ -390,9 +454,12 @@ TEST_F(StoreTest, ABeatAnEndAStartAndAWakeRunInTheirOrder) {
 
   journal.calls.clear();
   Q_EMIT session.didWake();
-  EXPECT_EQ(journal.calls.mid(0, 3),
-            (QStringList{u"restore window-recovery.json"_s, u"wake temperature"_s, u"wake own"_s}));
-  EXPECT_EQ(journal.calls.mid(18), (QStringList{u"clipboard"_s, u"refreshAll"_s}));
+  expected = {u"restore window-recovery.json"_s};
+  const QString order =
+      u"temperature own processes zoom claude media video audioDevices clipboard productivity "
+      "wallpaper calendar reminders sounds cleaner previews recorder"_s;
+  for (const QString& name : order.split(u' ')) expected << u"wake "_s + name;
+  EXPECT_EQ(journal.calls, expected << u"clipboard"_s << u"refreshAll"_s);
 
   journal.calls.clear();
   store->shutdown();
@@ -402,6 +469,48 @@ TEST_F(StoreTest, ABeatAnEndAStartAndAWakeRunInTheirOrder) {
             "end recorder, end temperature, end own, end processes, end claude, end video, end audioDevices, "
             "end clipboard, end productivity, end wallpaper, end calendar, end reminders"_s);
   EXPECT_EQ(time.waiting(), 0);
+}
+
+TEST_F(StoreTest, RulesTimersAndHeldBackApplicationsComeBetweenTheClipboardAndTheMinute) {
+  FakeClient each(journal, u"clipboard"_s, BeatStep::Clipboard, 1);
+  FakeClient minute(journal, u"productivity"_s, BeatStep::Productivity, 60);
+  clients = {&minute, &each};
+  start();  // A minute before the rule's time.
+  show({u"timer"_s});
+  const QUuid everyday = store->profile().id;
+  store->newProfile(u"Work"_s, true);
+  ProfileRule rule;
+  rule.id = QUuid::createUuid();
+  rule.profileID = store->profile().id;
+  rule.trigger = ProfileRule::Trigger::Schedule;
+  rule.enabled = true;
+  rule.days = {3};
+  rule.startMinutes = 10 * 60 + 25;
+  rule.endMinutes = 10 * 60 + 27;
+  store->selectProfile(everyday);
+  store->edit([&](DockConfiguration& config) { config.desktop.profileRules = {rule}; });
+  const QUuid timer = store->widgets().first().id;
+  store->set(timer, u"minutes"_s, u"1"_s);
+  store->toggleTimer(timer);
+
+  const auto note = [this](const QString& call) { return [this, call] { journal.calls << call; }; };
+  QUuid active = everyday;
+  QObject::connect(store.get(), &AppStore::configChanged, store.get(), [&] {
+    const QUuid now = store->profile().id;
+    if (std::exchange(active, now) != now) journal.calls << u"rules"_s;
+  });
+  QObject::connect(store.get(), &AppStore::widgetCalls, store.get(), note(u"timers"_s));
+  QObject::connect(store.get(), &AppStore::runningAppsChanged, store.get(), note(u"applications"_s));
+  QObject::connect(store.get(), &AppStore::ticked, store.get(), note(u"ticked"_s));
+  time.advance(58);
+  store->holdRunningApps();
+  RunningApp app;
+  app.identity = 1;
+  store->apply({app});
+  time.advance(1);
+  journal.calls.clear();
+  time.advance(1);
+  EXPECT_EQ(journal.calls.join(u' '), u"clipboard rules refreshAll timers applications productivity ticked"_s);
 }
 
 TEST_F(StoreTest, WhatTheFirstBeatRestsOnStartsBeforeTheTimer) {
