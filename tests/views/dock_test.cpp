@@ -282,6 +282,8 @@ DockRow rowWithEnds() {
   for (const auto& kind : {u"appLauncher"_s, u"appLauncher"_s, u"cpu"_s, u"digitalClock"_s, u"appLauncher"_s, u"ram"_s,
                            u"weatherCurrent"_s, u"timeOnly"_s})
     row.widgets.append(widget(kind));
+  for (DockWidget& each : row.widgets)
+    if (each.kind == u"appLauncher"_s) each.options.insert(u"path"_s, u"/a.desktop"_s);
   row.runningApps = runningApps().first(2);
   return row;
 }
