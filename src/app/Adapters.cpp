@@ -102,7 +102,7 @@ DelegateSetup Adapters::delegateSetup(const QString& dataDirectory) {
       .preferences = keep(std::make_unique<SystemDockPreferences>(dataDirectory)),
       .guard = keep(std::make_unique<GuardianProcess>(QCoreApplication::applicationFilePath(), scheduler_)),
       .application = session_,
-      .door = keep(std::make_unique<SocketSession>(dataDirectory)),
+      .socket = keep(std::make_unique<SocketSession>(dataDirectory)),
       .readings = readings_,
       .executable = QCoreApplication::applicationFilePath(),
       .environment = environment_,

@@ -41,10 +41,11 @@ AppDelegate::AppDelegate(StoreSetup store, const Services& services, DelegateSet
                          nearbySender(services.installedApps.environment(), setup_.environment), editorIsOpen});
   keys_ = std::make_unique<AppKeys>(*store_, services.hotKeys, *commands_);
   numbers_ = std::make_unique<AppNumbers>(services.scheduler, services.modifiers);
-  orders_ = std::make_unique<Orders>(*store_, *commands_,
-                                     OrdersSetup{setup_.application, setup_.door, setup_.executable, setup_.environment,
-                                                 !setup_.measures, [this] { return presenter_->apps(); },
-                                                 [this] { return dock().giveSystemDockBack(); }, [this] { quit(); }});
+  orders_ =
+      std::make_unique<Orders>(*store_, *commands_,
+                               OrdersSetup{setup_.application, setup_.socket, setup_.executable, setup_.environment,
+                                           !setup_.measures, [this] { return presenter_->apps(); },
+                                           [this] { return dock().giveSystemDockBack(); }, [this] { quit(); }});
   appearance_ = std::make_unique<Appearance>(*store_, services.toggles, services.contrast);
   connect(appearance_.get(), &Appearance::lookChanged, presenter_.get(), &DockPresenter::takeLook);
   loginEntry_ = std::make_unique<LoginEntry>(*store_, Autostart{setup_.executable, setup_.autostartFile});

@@ -30,7 +30,7 @@ struct DelegateSetup {
   DockPreferenceAccess& preferences;  ///< Of the system's own dock.
   DockGuard& guard;
   SessionApplication& application;  ///< This program on the session bus.
-  SocketSession& door;              ///< The same without a bus.
+  SocketSession& socket;            ///< What other copies of the program reach it by where there is no bus.
   Readings& readings;
   QString executable;
   /// What a new build of the program is started with.

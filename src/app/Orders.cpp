@@ -44,34 +44,34 @@ bool isSpace(const QString& path) {
 Orders::Orders(AppStore& store, Commands& commands, OrdersSetup setup)
     : store_(store), commands_(commands), setup_(std::move(setup)) {}
 
-Orders::~Orders() { forgetDoor(); }
+Orders::~Orders() { forgetSocket(); }
 
 void Orders::listen() {
   listenTo(setup_.application);
-  setup_.door.restoreDock = [this] { return restoreForOthers(); };
-  setup_.door.refusal = [this](const QString& action, const QVariantList& parameter) {
+  setup_.socket.restoreDock = [this] { return restoreForOthers(); };
+  setup_.socket.refusal = [this](const QString& action, const QVariantList& parameter) {
     const auto order = orderOf(action, parameter);
     return order ? refusal(*order) : QString();
   };
-  setup_.door.refusalToOpen = [](const QStringList& urls) {
+  setup_.socket.refusalToOpen = [](const QStringList& urls) {
     QStringList sentences;
     for (const QString& url : urls)
       if (const QString sentence = refusalToOpen(url); !sentence.isEmpty()) sentences << sentence;
     return sentences.join(u'\n');
   };
-  listenTo(setup_.door);
+  listenTo(setup_.socket);
 }
 
 void Orders::release() {
   setup_.application.release();
-  setup_.door.release();
+  setup_.socket.release();
 }
 
 /// It outlives this.
-void Orders::forgetDoor() {
-  setup_.door.restoreDock = nullptr;
-  setup_.door.refusal = nullptr;
-  setup_.door.refusalToOpen = nullptr;
+void Orders::forgetSocket() {
+  setup_.socket.restoreDock = nullptr;
+  setup_.socket.refusal = nullptr;
+  setup_.socket.refusalToOpen = nullptr;
 }
 
 void Orders::listenTo(SessionApplication& session) {

@@ -18,7 +18,7 @@ class SocketSession;
 /// What orders are carried out by. References outlive them.
 struct OrdersSetup {
   SessionApplication& application;  ///< This program on the session bus.
-  SocketSession& door;              ///< The same without a bus.
+  SocketSession& socket;            ///< What other copies of the program reach it by where there is no bus.
   QString executable;
   /// What a new build of the program is started with.
   LaunchEnvironment environment;
@@ -59,7 +59,7 @@ class Orders final : public QObject {
 
  private:
   void listenTo(SessionApplication& session);
-  void forgetDoor();
+  void forgetSocket();
   QJsonObject restoreForOthers();
   bool handOverToTheNewBuild();
 
