@@ -43,7 +43,7 @@ enum class Elide { End, Middle };
 /// neighbours, whatever the font. A colon between two digits is centred on their height.
 ///
 /// A text runs the way its first letter does, whatever the window around it does; what runs the other way within it
-/// is where a reader expects it. On mirrored paper it takes the mirrored place, its letters as they are.
+/// is where a reader expects it. Where the painter is mirrored it takes the mirrored place, its letters as they are.
 class TextLine {
  public:
   TextLine(const QString& text, TextStyle style, double scale = 1);
@@ -58,7 +58,7 @@ class TextLine {
   double width() const { return width_; }
   /// How far the ink of the leftmost character lies right of the line's origin.
   double leftBearing() const { return leftBearing_; }
-  /// How far the ink begins behind the line's origin on the painter's paper, which may be mirrored.
+  /// How far the ink begins behind the line's origin; the painter may be mirrored.
   double inkInset(const QPainter& painter) const;
   double ascent() const;
   double descent() const;
@@ -106,7 +106,7 @@ struct Typography {
   static TextLine fitting(const QStringList& texts, TextStyle style, double width, Elide mode, double scale = 1);
 };
 
-/// A height on the painter's paper moved to the nearest whole device pixel.
+/// The height of a point in the painter's coordinates, moved to the nearest whole device pixel.
 double snappedY(const QPainter& painter, QPointF point);
 
 }  // namespace tarnwick

@@ -13,10 +13,10 @@
 
 namespace tarnwick {
 
-/// The paper of one tile: 64 units high, whatever the dock's scale. It knows the anatomy that families share, so that a
-/// painter says what is placed where and nothing else.
+/// What one tile is painted on: 64 units high, whatever the dock's scale. It knows the anatomy that families share, so
+/// that a painter says what is placed where and nothing else.
 ///
-/// Painters are written for people who read from left to right. Where they read from right to left the paper itself is
+/// Painters are written for people who read from left to right. Where they read from right to left the canvas itself is
 /// mirrored: everything is on the other side, while texts, symbols, pictures and arcs stay as they are. What has a
 /// direction of its own, such as the face of a clock or the time in a chart, is drawn through unmirrored().
 class TileCanvas {

@@ -21,8 +21,8 @@ QRectF tilePaintBounds(const QRectF& rect, const TileStyle& style);
 /// How much larger than its own size a tile in this style is drawn.
 double tileFactor(const TileStyle& style);
 
-/// Moves the painter onto the paper of the tile at `rect`: its upper left, in the units of a tile, and mirrored where
-/// the style reads from right to left. TileCanvas draws on that.
+/// Gives the painter the coordinates of the tile at `rect`: from its upper left, in the units of a tile, and mirrored
+/// where the style reads from right to left. TileCanvas draws in these.
 void enterTile(QPainter& painter, const QRectF& rect, const TileStyle& style);
 
 /// Moves the painter so that what is drawn in `rect` is drawn `factor` as large around its centre.
