@@ -15,7 +15,7 @@
 #include "system/ProcessMonitor.h"
 #include "system/SystemTemperature.h"
 #include "system/ports/MachineDetails.h"
-#include "views/tiles/ReadingSources.h"
+#include "views/tiles/ReadingServices.h"
 #include "widgets/catalog/Family.h"
 
 namespace tarnwick {

@@ -9,7 +9,7 @@
 #include "store/AppStore.h"
 #include "store/Commands.h"
 #include "views/theme/Palette.h"
-#include "views/tiles/ReadingSources.h"
+#include "views/tiles/ReadingServices.h"
 #include "views/tiles/TileSources.h"
 
 namespace tarnwick {
