@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 
 qsizetype roomsThatName(const QString& word, std::span<const RoomRow> Room::*list) {
   qsizetype count = 0;
-  for (const Room* room : Rooms::all()) count += std::ranges::count(room->*list, word, &RoomRow::word);
+  for (const Room* room : Rooms::all()) count += std::ranges::count(room->*list, word, &RoomRow::of);
   return count;
 }
 
@@ -35,11 +35,11 @@ TEST(Rooms, NameOnlyWhatTheCatalogHas) {
   const QList<WidgetDefinition>& items = Catalog::items();
   for (const Room* room : Rooms::all()) {
     for (const RoomRow& row : room->kinds)
-      EXPECT_TRUE(std::ranges::any_of(items, [&](const auto& item) { return item.id == row.word; }))
-          << room->name.data() << ": " << row.word.data();
+      EXPECT_TRUE(std::ranges::any_of(items, [&](const auto& item) { return item.id == row.of; }))
+          << room->name.data() << ": " << row.of.data();
     for (const RoomRow& row : room->families)
-      EXPECT_TRUE(std::ranges::any_of(items, [&](const auto& item) { return item.family == row.word; }))
-          << room->name.data() << ": " << row.word.data();
+      EXPECT_TRUE(std::ranges::any_of(items, [&](const auto& item) { return item.family == row.of; }))
+          << room->name.data() << ": " << row.of.data();
   }
 }
 

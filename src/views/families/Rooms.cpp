@@ -38,7 +38,7 @@ constexpr std::array kRooms = {&kClocksRoom,  &kCalendarRoom,  &kTimersRoom,   &
                                &kPeopleRoom,  &kClipboardRoom, &kGapsRoom};
 
 const RoomRow* rowIn(std::span<const RoomRow> rows, const QString& word) {
-  const auto row = std::ranges::find(rows, word, &RoomRow::word);
+  const auto row = std::ranges::find(rows, word, &RoomRow::of);
   return row == rows.end() ? nullptr : &*row;
 }
 

@@ -46,7 +46,7 @@ constexpr auto always(const Question&) {
 /// What there is to know of a kind, or of all kinds of a family. What a kind's row leaves out its family's row says;
 /// what both leave out has the answer that is given here.
 struct RoomRow {
-  QLatin1StringView word;  ///< The kind, or the family.
+  QLatin1StringView of;  ///< The kind, or the family.
   /// Without one: the symbol, the name, and a word that says what is missing.
   TileContent (*content)(const TileRequest& request) = nullptr;
   /// Without one: the plain panel, which says in a sentence what the widget lacks.

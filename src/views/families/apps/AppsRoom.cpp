@@ -62,16 +62,16 @@ QMap<QString, QString> picturedFolder(const QDateTime&) {
 }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = familyText(Family::Apps)},
-    RoomRow{.word = familyText(Family::Launcher),
+    RoomRow{.of = familyText(Family::Apps)},
+    RoomRow{.of = familyText(Family::Launcher),
             .content = launcher,
             .panel = makeLauncherPanel,
             .options = kLauncherOptions,
             .pictured = picturedLauncher},
 };
 constexpr std::array kKinds = {
-    RoomRow{.word = kind::applications, .content = contentOf<makeApplications>, .panel = makeApplicationsPanel},
-    RoomRow{.word = kind::appFolder,
+    RoomRow{.of = kind::applications, .content = contentOf<makeApplications>, .panel = makeApplicationsPanel},
+    RoomRow{.of = kind::appFolder,
             .content = contentOf<makeAppFolder>,
             .panel = makeAppFolderPanel,
             .options = kFolderOptions,

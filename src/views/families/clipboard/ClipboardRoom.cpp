@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = familyText(Family::Clipboard), .comesLater = true},
+    RoomRow{.of = familyText(Family::Clipboard), .comesLater = true},
 };
 
 }  // namespace

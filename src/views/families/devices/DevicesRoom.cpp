@@ -46,12 +46,12 @@ std::unique_ptr<TilePanel> makeNearbySharePanel(const PanelContext& context) {
 }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = familyText(Family::AccessoryBattery),
+    RoomRow{.of = familyText(Family::AccessoryBattery),
             .content = batteries,
             .accent = always<Accent::Green>,
             .comesLater = true},
     RoomRow{
-        .word = familyText(Family::Airdrop), .content = nearbyShare, .panel = makeNearbySharePanel, .read = readNearby},
+        .of = familyText(Family::Airdrop), .content = nearbyShare, .panel = makeNearbySharePanel, .read = readNearby},
 };
 
 }  // namespace

@@ -105,35 +105,35 @@ void sampleScreenshots(TileSources& sources, const TileSources& samples) {
 QMap<QString, QString> picturedFolder(const QDateTime&) { return {{option::path, u"/home/robin/Documents"_s}}; }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = familyText(Family::Files)},
-    RoomRow{.word = familyText(Family::Bookmarks),
+    RoomRow{.of = familyText(Family::Files)},
+    RoomRow{.of = familyText(Family::Bookmarks),
             .content = contentOf<makeBookmarks>,
             .panel = makeBookmarksPanel,
             .read = readBookmarks},
-    RoomRow{.word = familyText(Family::Search)},
+    RoomRow{.of = familyText(Family::Search)},
 };
 constexpr std::array kKinds = {
-    RoomRow{.word = kind::folderLauncher,
+    RoomRow{.of = kind::folderLauncher,
             .content = contentOf<makeFolder>,
             .panel = makeFolderPanel,
             .options = kFolderOptions,
             .readEach = readStacks,
             .pictured = picturedFolder},
-    RoomRow{.word = kind::downloads,
+    RoomRow{.of = kind::downloads,
             .content = contentOf<makeDownloads>,
             .panel = makeFolderPanel,
             .options = kDownloadsOptions,
             .readEach = readStacks},
-    RoomRow{.word = kind::trash, .content = contentOf<makeTrash>, .panel = makeTrashPanel},
-    RoomRow{.word = kind::fileShelf, .content = contentOf<makeShelf>, .panel = makeShelfPanel},
-    RoomRow{.word = kind::recentFiles,
+    RoomRow{.of = kind::trash, .content = contentOf<makeTrash>, .panel = makeTrashPanel},
+    RoomRow{.of = kind::fileShelf, .content = contentOf<makeShelf>, .panel = makeShelfPanel},
+    RoomRow{.of = kind::recentFiles,
             .content = contentOf<makeRecentFiles>,
             .panel = makeRecentFilesPanel,
             .options = kDropOptions,
             .read = readRecent,
             .sample = sampleRecent},
     // It says how long ago its picture was taken.
-    RoomRow{.word = kind::screenshots,
+    RoomRow{.of = kind::screenshots,
             .content = contentOf<makeScreenshots>,
             .panel = makeScreenshotsPanel,
             .cadence = always<TickCadence::Minute>,
@@ -141,8 +141,8 @@ constexpr std::array kKinds = {
             .problem = screenshotProblem,
             .read = readScreenshots,
             .sample = sampleScreenshots},
-    RoomRow{.word = kind::finderSearch, .content = contentOf<makeFileSearch>, .panel = makeFileSearchPanel},
-    RoomRow{.word = kind::webSearch, .content = contentOf<makeWebSearch>, .panel = makeWebSearchPanel},
+    RoomRow{.of = kind::finderSearch, .content = contentOf<makeFileSearch>, .panel = makeFileSearchPanel},
+    RoomRow{.of = kind::webSearch, .content = contentOf<makeWebSearch>, .panel = makeWebSearchPanel},
 };
 
 }  // namespace

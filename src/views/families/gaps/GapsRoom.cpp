@@ -26,8 +26,8 @@ std::unique_ptr<TilePanel> makeSpacePanel(const PanelContext& context) { return 
 
 constexpr std::array kFamilies = {
     RoomRow{
-        .word = familyText(Family::Separator), .content = makeSeparator, .panel = makeSeparatorPanel, .hasForm = false},
-    RoomRow{.word = familyText(Family::Space), .content = makeSpace, .panel = makeSpacePanel, .hasForm = false},
+        .of = familyText(Family::Separator), .content = makeSeparator, .panel = makeSeparatorPanel, .hasForm = false},
+    RoomRow{.of = familyText(Family::Space), .content = makeSpace, .panel = makeSpacePanel, .hasForm = false},
 };
 
 }  // namespace

@@ -59,7 +59,7 @@ QMap<QString, QString> picturedHabit(const QDateTime&) {
 }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = familyText(Family::Water),
+    RoomRow{.of = familyText(Family::Water),
             .content = contentOf<makeWater>,
             .panel = makeWaterPanel,
             .cadence = always<TickCadence::Minute>,
@@ -67,7 +67,7 @@ constexpr std::array kFamilies = {
             .act = drink,
             .example = exampleWater,
             .pictured = picturedWater},
-    RoomRow{.word = familyText(Family::Habit),
+    RoomRow{.of = familyText(Family::Habit),
             .content = contentOf<makeHabit>,
             .panel = makeHabitPanel,
             .accent = always<Accent::Green>,

@@ -20,19 +20,19 @@ TileContent music(const TileRequest& request) {
 }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = familyText(Family::Audio), .accent = always<Accent::Pink>, .comesLater = true},
-    RoomRow{.word = familyText(Family::AppVolume), .accent = always<Accent::Pink>, .comesLater = true},
-    RoomRow{.word = familyText(Family::Music),
+    RoomRow{.of = familyText(Family::Audio), .accent = always<Accent::Pink>, .comesLater = true},
+    RoomRow{.of = familyText(Family::AppVolume), .accent = always<Accent::Pink>, .comesLater = true},
+    RoomRow{.of = familyText(Family::Music),
             .accent = always<Accent::Pink>,
             .cadence = always<TickCadence::Second>,
             .comesLater = true},
-    RoomRow{.word = familyText(Family::Voice), .accent = always<Accent::Red>, .comesLater = true},
-    RoomRow{.word = familyText(Family::Sounds), .accent = always<Accent::Teal>, .comesLater = true},
-    RoomRow{.word = familyText(Family::Photos), .comesLater = true},
+    RoomRow{.of = familyText(Family::Voice), .accent = always<Accent::Red>, .comesLater = true},
+    RoomRow{.of = familyText(Family::Sounds), .accent = always<Accent::Teal>, .comesLater = true},
+    RoomRow{.of = familyText(Family::Photos), .comesLater = true},
 };
 constexpr std::array kKinds = {
-    RoomRow{.word = kind::microphoneMute, .accent = always<Accent::Red>},
-    RoomRow{.word = kind::nowPlayingMini, .content = music},
+    RoomRow{.of = kind::microphoneMute, .accent = always<Accent::Red>},
+    RoomRow{.of = kind::nowPlayingMini, .content = music},
 };
 
 }  // namespace

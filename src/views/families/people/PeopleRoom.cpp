@@ -10,8 +10,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = familyText(Family::Contacts), .comesLater = true},
-    RoomRow{.word = familyText(Family::Mail), .comesLater = true},
+    RoomRow{.of = familyText(Family::Contacts), .comesLater = true},
+    RoomRow{.of = familyText(Family::Mail), .comesLater = true},
 };
 
 }  // namespace

@@ -94,20 +94,20 @@ PlainWords words(const TilePanel& panel, const TileSources&) {
 std::unique_ptr<TilePanel> makeUnconnectedPanel(const PanelContext& context) { return makePlainPanel(context, words); }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = familyText(Family::Integration),
+    RoomRow{.of = familyText(Family::Integration),
             .panel = makeUnconnectedPanel,
             .accent = serviceAccent,
             .options = kOptions,
             .comesLater = true},
-    RoomRow{.word = familyText(Family::Studio),
+    RoomRow{.of = familyText(Family::Studio),
             .panel = makeUnconnectedPanel,
             .accent = serviceAccent,
             .options = kOptions,
             .comesLater = true},
 };
 constexpr std::array kKinds = {
-    RoomRow{.word = kind::codexUsage, .options = kCodexOptions},
-    RoomRow{.word = kind::codexUsageGauge, .options = kCodexOptions},
+    RoomRow{.of = kind::codexUsage, .options = kCodexOptions},
+    RoomRow{.of = kind::codexUsageGauge, .options = kCodexOptions},
 };
 
 }  // namespace

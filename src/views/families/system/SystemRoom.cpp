@@ -73,42 +73,42 @@ constexpr auto kPurple = always<Accent::Purple, WidgetDefinition>;
 constexpr auto kTeal = always<Accent::Teal, WidgetDefinition>;
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = familyText(Family::Metric),
+    RoomRow{.of = familyText(Family::Metric),
             .panel = makeProcessorPanel,
             .accent = always<Accent::Green>,
             .sample = sampleMetrics},
-    RoomRow{.word = familyText(Family::Processes),
+    RoomRow{.of = familyText(Family::Processes),
             .content = contentOf<makeProcesses>,
             .panel = makeProcessesPanel,
             .accent = always<Accent::Green>,
             .options = kProcessOptions,
             .read = readProcesses,
             .sample = sampleProcesses},
-    RoomRow{.word = familyText(Family::Temperature),
+    RoomRow{.of = familyText(Family::Temperature),
             .panel = makeTemperaturePanel,
             .accent = always<Accent::Orange>,
             .read = readTemperature,
             .sample = sampleTemperature},
 };
 constexpr std::array kKinds = {
-    RoomRow{.word = kind::cpu, .content = contentOf<makeCpuGauge>},
-    RoomRow{.word = kind::ram, .content = contentOf<makeMemoryGauge>, .panel = makeMemoryPanel, .accent = kPurple},
-    RoomRow{.word = kind::storage,
+    RoomRow{.of = kind::cpu, .content = contentOf<makeCpuGauge>},
+    RoomRow{.of = kind::ram, .content = contentOf<makeMemoryGauge>, .panel = makeMemoryPanel, .accent = kPurple},
+    RoomRow{.of = kind::storage,
             .content = contentOf<makeStorageGauge>,
             .panel = makeStoragePanel,
             .accent = always<Accent::Blue>},
-    RoomRow{.word = kind::battery, .content = contentOf<makeBattery>, .panel = makeBatteryPanel},
-    RoomRow{.word = kind::cpuChart, .content = contentOf<makeCpuChart>},
-    RoomRow{.word = kind::ramChart, .content = contentOf<makeMemoryChart>, .panel = makeMemoryPanel, .accent = kPurple},
-    RoomRow{.word = kind::systemChart, .content = contentOf<makeSystemChart>, .panel = makeSystemPanel},
-    RoomRow{.word = kind::network, .content = contentOf<makeNetwork>, .panel = makeNetworkPanel, .accent = kTeal},
+    RoomRow{.of = kind::battery, .content = contentOf<makeBattery>, .panel = makeBatteryPanel},
+    RoomRow{.of = kind::cpuChart, .content = contentOf<makeCpuChart>},
+    RoomRow{.of = kind::ramChart, .content = contentOf<makeMemoryChart>, .panel = makeMemoryPanel, .accent = kPurple},
+    RoomRow{.of = kind::systemChart, .content = contentOf<makeSystemChart>, .panel = makeSystemPanel},
+    RoomRow{.of = kind::network, .content = contentOf<makeNetwork>, .panel = makeNetworkPanel, .accent = kTeal},
     RoomRow{
-        .word = kind::networkDownload, .content = contentOf<makeDownload>, .panel = makeDownloadPanel, .accent = kTeal},
-    RoomRow{.word = kind::networkUpload, .content = contentOf<makeUpload>, .panel = makeUploadPanel, .accent = kTeal},
+        .of = kind::networkDownload, .content = contentOf<makeDownload>, .panel = makeDownloadPanel, .accent = kTeal},
+    RoomRow{.of = kind::networkUpload, .content = contentOf<makeUpload>, .panel = makeUploadPanel, .accent = kTeal},
     RoomRow{
-        .word = kind::networkChart, .content = contentOf<makeNetworkChart>, .panel = makeNetworkPanel, .accent = kTeal},
-    RoomRow{.word = kind::temperature, .content = warmth<makeTemperature>},
-    RoomRow{.word = kind::temperatureChart, .content = warmth<makeTemperatureChart>},
+        .of = kind::networkChart, .content = contentOf<makeNetworkChart>, .panel = makeNetworkPanel, .accent = kTeal},
+    RoomRow{.of = kind::temperature, .content = warmth<makeTemperature>},
+    RoomRow{.of = kind::temperatureChart, .content = warmth<makeTemperatureChart>},
 };
 
 }  // namespace

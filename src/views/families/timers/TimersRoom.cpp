@@ -93,7 +93,7 @@ QMap<QString, QString> picturedPosture(const QDateTime& now) {
 }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = familyText(Family::Timer),
+    RoomRow{.of = familyText(Family::Timer),
             .content = contentOf<makeTimer>,
             .panel = makeCountdownPanel,
             .accent = always<Accent::Orange>,
@@ -102,18 +102,18 @@ constexpr std::array kFamilies = {
             .act = startOrStop},
 };
 constexpr std::array kKinds = {
-    RoomRow{.word = kind::timer, .pictured = picturedTimer},
-    RoomRow{.word = kind::pomodoro,
+    RoomRow{.of = kind::timer, .pictured = picturedTimer},
+    RoomRow{.of = kind::pomodoro,
             .panel = makePomodoroPanel,
             .accent = always<Accent::Red>,
             .options = kPomodoroOptions,
             .pictured = picturedPomodoro},
     // A stopwatch has no duration.
-    RoomRow{.word = kind::stopwatch,
+    RoomRow{.of = kind::stopwatch,
             .panel = makeStopwatchPanel,
             .options = std::span<const WidgetOption>(),
             .pictured = picturedStopwatch},
-    RoomRow{.word = kind::posture,
+    RoomRow{.of = kind::posture,
             .panel = makePosturePanel,
             .accent = always<Accent::Teal>,
             .options = kPostureOptions,

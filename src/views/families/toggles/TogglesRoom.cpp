@@ -32,7 +32,7 @@ void picture(TileSources& sources) {
 }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = familyText(Family::Toggles),
+    RoomRow{.of = familyText(Family::Toggles),
             .content = makeToggles,
             .panel = makeTogglesPanel,
             .options = kOptions,

@@ -45,22 +45,22 @@ QMap<QString, QString> picturedColor(const QDateTime&) {
 QMap<QString, QString> picturedEmoji(const QDateTime&) { return {{option::recents, u"😀 🎉 👍"_s}}; }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = familyText(Family::Calculator),
+    RoomRow{.of = familyText(Family::Calculator),
             .content = contentOf<makeCalculator>,
             .panel = makeCalculatorPanel,
             .example = exampleCalculation,
             .pictured = picturedCalculation},
-    RoomRow{.word = familyText(Family::Converter), .content = contentOf<makeConverter>, .panel = makeConverterPanel},
-    RoomRow{.word = familyText(Family::Color),
+    RoomRow{.of = familyText(Family::Converter), .content = contentOf<makeConverter>, .panel = makeConverterPanel},
+    RoomRow{.of = familyText(Family::Color),
             .content = contentOf<makeColor>,
             .panel = makeColorPanel,
             .example = exampleColor,
             .pictured = picturedColor},
-    RoomRow{.word = familyText(Family::Emoji), .content = emoji, .panel = makeEmojiPanel, .pictured = picturedEmoji},
-    RoomRow{.word = familyText(Family::Screenshot), .content = capture, .comesLater = true},
-    RoomRow{.word = familyText(Family::KeyboardCleaner), .content = cleanKeys, .comesLater = true},
-    RoomRow{.word = familyText(Family::Wallpaper), .comesLater = true},
-    RoomRow{.word = familyText(Family::Workflow), .comesLater = true},
+    RoomRow{.of = familyText(Family::Emoji), .content = emoji, .panel = makeEmojiPanel, .pictured = picturedEmoji},
+    RoomRow{.of = familyText(Family::Screenshot), .content = capture, .comesLater = true},
+    RoomRow{.of = familyText(Family::KeyboardCleaner), .content = cleanKeys, .comesLater = true},
+    RoomRow{.of = familyText(Family::Wallpaper), .comesLater = true},
+    RoomRow{.of = familyText(Family::Workflow), .comesLater = true},
 };
 
 }  // namespace

@@ -45,7 +45,7 @@ void picture(TileSources& sources) {
 }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = familyText(Family::Weather),
+    RoomRow{.of = familyText(Family::Weather),
             .content = makePlacelessWeather,
             .panel = makePlacelessPanel,
             .options = kOptions,
@@ -53,7 +53,7 @@ constexpr std::array kFamilies = {
             .sample = sample},
 };
 constexpr std::array kKinds = {
-    RoomRow{.word = kind::weatherCurrent, .content = makeCurrentWeather},
+    RoomRow{.of = kind::weatherCurrent, .content = makeCurrentWeather},
 };
 
 }  // namespace

@@ -36,19 +36,17 @@ QMap<QString, QString> picturedWindow(const QDateTime&) {
 }
 
 constexpr std::array kFamilies = {
-    RoomRow{.word = familyText(Family::Windows)},
+    RoomRow{.of = familyText(Family::Windows)},
 };
 constexpr std::array kKinds = {
-    RoomRow{.word = kind::openWindows,
+    RoomRow{.of = kind::openWindows,
             .content = contentOf<makeRunningApps>,
             .panel = makeRunningAppsPanel,
             .act = bringForward},
-    RoomRow{.word = kind::topApps, .content = contentOf<makeSwitcher>, .panel = makeRunningAppsPanel},
-    RoomRow{.word = kind::appSwitcher, .content = contentOf<makeSwitcher>, .panel = makeRunningAppsPanel},
-    RoomRow{.word = kind::pinnedWindow,
-            .content = pinnedWindow,
-            .panel = makePinnedWindowPanel,
-            .pictured = picturedWindow},
+    RoomRow{.of = kind::topApps, .content = contentOf<makeSwitcher>, .panel = makeRunningAppsPanel},
+    RoomRow{.of = kind::appSwitcher, .content = contentOf<makeSwitcher>, .panel = makeRunningAppsPanel},
+    RoomRow{
+        .of = kind::pinnedWindow, .content = pinnedWindow, .panel = makePinnedWindowPanel, .pictured = picturedWindow},
 };
 
 }  // namespace
