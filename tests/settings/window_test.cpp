@@ -181,7 +181,7 @@ TEST_F(SettingsWindowTest, TabEntersAGroupAtTheChosenOneAndTheArrowsGoOn) {
   QTest::keyClick(layout, Qt::Key_Left);
   EXPECT_EQ(config().layout, DockLayout::RevealBottom);
   QStringList stops;
-  for (int i = 0; i < 4; ++i) {
+  for (int i = 0; i < 6; ++i) {
     QTest::keyClick(window().focusWidget(), Qt::Key_Tab);
     if (auto* button = qobject_cast<QPushButton*>(window().focusWidget())) stops << button->text();
   }

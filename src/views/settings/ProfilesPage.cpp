@@ -158,9 +158,8 @@ class ProfilesPage final : public SettingsPage {
     addOther(card, form_, SettingsWords::tr("Rules schedule days time automatic"));
     auto* add = new Button(SettingsWords::tr("Add Rule"));
     add->setSymbol(u"plus"_s);
-    auto* note =
-        new TextLabel(SettingsWords::tr("The first matching rule applies. When none matches, the profile stays."),
-                      TextStyle::Caption, Tone::Secondary);
+    auto* note = new TextLabel(SettingsWords::tr("The first matching rule applies; if none, nothing changes."),
+                               TextStyle::Caption, Tone::Secondary);
     addOther(card, buttonLine({add, note}), SettingsWords::tr("Add Rule rules schedule days time automatic"));
     auto* focus = new FormRow(
         SettingsWords::tr("Focus"), nullptr,
