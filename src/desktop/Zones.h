@@ -45,6 +45,9 @@ class ZoneSensor : public QObject {
   /// became different by the call itself is not announced.
   virtual void watch(const QList<ZoneRequest>& requests) = 0;
   virtual PointerZones zones(const QString& screen) const = 0;
+  /// To be called when the pointer left a dock. A sensor that follows motion misses a pointer that a program moved, and
+  /// asks where it is.
+  virtual void pointerLeft() {}
   /// Whether something is being dragged, by any program. Known only while something is watched.
   virtual bool isDragging() const = 0;
 

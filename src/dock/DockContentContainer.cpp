@@ -174,6 +174,9 @@ bool DockContentContainer::event(QEvent* event) {
       apply();
       if (event->type() == QEvent::Show) warmUpSoon();
       break;
+    case QEvent::Leave:
+      Q_EMIT pointerLeft();
+      break;
     case QEvent::ScreenChangeInternal:  // The new screen may have other pixels.
       apply();
       break;

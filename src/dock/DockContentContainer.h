@@ -61,6 +61,9 @@ class DockContentContainer final : public DockContent {
   QRegion outline() const override;
   QRegion inputRegion() const override;
 
+ Q_SIGNALS:
+  void pointerLeft();
+
  protected:
   bool event(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;

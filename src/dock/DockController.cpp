@@ -281,6 +281,7 @@ void DockController::connectDock(const Dock& dock, const QString& id) {
       applyShape(found->second);
     }
   });
+  connect(dock.container, &DockContentContainer::pointerLeft, ports_.zones, &ZoneSensor::pointerLeft);
   // The window system took the window: the next pass makes a new one if the display is still there.
   connect(dock.panel.get(), &Panel::closed, this, [this, id] {
     const auto remove = [this, id] {

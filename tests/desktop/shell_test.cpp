@@ -106,6 +106,26 @@ TEST_F(X11Shell, AnAppThatAsksForAttentionLetsTheDockBeSeen) {
   EXPECT_TRUE(comesTrue([&] { return dock().isVisible(id()); }));
 }
 
+TEST_F(X11Shell, AProgramThatMovesThePointerAwaySendsTheDockAway) {
+  DockConfiguration config;
+  config.layout = DockLayout::RevealBottom;
+  start(config);
+  const auto warp = [this](QPoint place) {
+    xcb_warp_pointer(display.connection(), XCB_NONE, display.root(), 0, 0, 0, 0, static_cast<qint16>(place.x()),
+                     static_cast<qint16>(place.y()));
+    xcb_flush(display.connection());
+  };
+  for (int i = 0; i < 3; ++i) {
+    SCOPED_TRACE(i);
+    warp({desk.display(0).center().x(), desk.display(0).bottom()});
+    EXPECT_TRUE(inTime([&] { return dock().isVisible(id()) && isIn(); }));
+    warp(glass().center());
+    EXPECT_TRUE(comesTrue([&] { return view().underMouse(); }));
+    warp(desk.display(0).center());
+    EXPECT_TRUE(inTime([&] { return !dock().isVisible(id()); }));
+  }
+}
+
 TEST_F(X11Shell, ARealDockIsAsItWasHoweverTheProgramEnds) {
   const auto plankRuns = [] {
     return QDBusConnection::sessionBus().interface()->isServiceRegistered(u"net.launchpad.plank"_s).value();

@@ -51,6 +51,10 @@ void X11ZoneSensor::listen() {
   }
 }
 
+void X11ZoneSensor::pointerLeft() {
+  if (!requests_.isEmpty()) ask();
+}
+
 // A program takes the selection anew for every drag, but often keeps it afterwards.
 void X11ZoneSensor::ownerChanged(quint32 selection, quint32 owner) {
   if (requests_.isEmpty() || selection != events_.atom(X11Atom::XdndSelection)) return;

@@ -23,6 +23,7 @@ class X11ZoneSensor final : public ZoneSensor {
   Capability edges() const override { return edges_; }
 
   void watch(const QList<ZoneRequest>& requests) override;
+  void pointerLeft() override;
   PointerZones zones(const QString& screen) const override { return zones_.value(screen); }
   bool isDragging() const override { return isDragging_; }
 
