@@ -33,7 +33,7 @@ constexpr auto kDodged = std::to_array<SettingChoice>({
     {QT_TRANSLATE_NOOP("Settings", "Off"), "off"},
     {QT_TRANSLATE_NOOP("Settings", "Any window"), "any"},
     {QT_TRANSLATE_NOOP("Settings", "The active window"), "active"},
-    {QT_TRANSLATE_NOOP("Settings", "A maximised window"), "maximised"},
+    {QT_TRANSLATE_NOOP("Settings", "A maximized window"), "maximised"},
 });
 constexpr auto kAlignments = std::to_array<SettingChoice>({
     {QT_TRANSLATE_NOOP("Settings", "Left"), "left"},
