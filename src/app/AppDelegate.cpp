@@ -17,6 +17,7 @@
 #include "desktop/SessionEvents.h"
 #include "desktop/Toggles.h"
 #include "motion/Animator.h"
+#include "views/onboarding/FirstRun.h"
 #include "views/theme/MenuStyle.h"
 #include "widgets/catalog/KindTraits.h"
 
@@ -75,9 +76,7 @@ void AppDelegate::didFinishLaunching() {
   loginEntry_->follow();
   // A user whose settings were lost learns it from the message, and is not greeted as new.
   if (!store_->config().onboardingComplete && !store_->hasLostSettings()) commands_->continueSetup();
-  // What a new user expects of windows; in the document it is a choice like one that the user makes.
-  if (store_->isFirstRun())
-    store_->edit([](DockConfiguration& config) { config.appAppearance = QStringLiteral("auto"); });
+  chooseForNewUser(*store_);
   appearance_->apply();
   QMetaObject::invokeMethod(this, &AppDelegate::comeUp, Qt::QueuedConnection);
 }

@@ -9,12 +9,14 @@
 
 #include "../support/TestFrameClock.h"
 #include "apps/InstalledApps.h"
+#include "store/NoDesktop.h"
 #include "store/UndoStack.h"
 #include "support/AccessibleWalk.h"
 #include "support/RecordingCommands.h"
 #include "support/TestScheduler.h"
 #include "views/controls/Rows.h"
 #include "views/controls/Switch.h"
+#include "views/onboarding/FirstRun.h"
 #include "views/onboarding/MenuBarPanel.h"
 #include "views/onboarding/OnboardingWindow.h"
 #include "views/snapshot/SnapshotFixture.h"
@@ -103,6 +105,53 @@ TEST_F(OnboardingTest, CanBeLeftAndContinuedAndOnlyItsEndCompletesIt) {
   EXPECT_TRUE(store().config().onboardingComplete);
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   EXPECT_TRUE(window.isNull());
+}
+
+TEST_F(OnboardingTest, RunningAppsShowHoweverTheFirstRunIsLeft) {
+  const auto press = [](QWidget* in, const QString& word) { button(in, word)->click(); };
+  const struct {
+    const char* name;
+    std::function<void(OnboardingWindow&)> leave;
+    bool completes;
+  } cases[] = {
+      {"all pages",
+       [&](OnboardingWindow& window) {
+         while (window.page() + 1 < OnboardingWindow::kPages) press(&window, u"Continue"_s);
+         press(&window, u"Done"_s);
+       },
+       true},
+      {"later", [&](OnboardingWindow& window) { press(&window, u"Later"_s); }, false},
+      {"the window is closed", [](OnboardingWindow& window) { window.close(); }, false},
+      {"the program ends", [](OnboardingWindow&) {}, false},
+  };
+  NoDesktop desktop(scheduler);
+  for (const auto& each : cases) {
+    const QTemporaryDir home;
+    const auto start = [&] {
+      StoreSetup setup = desktop.storeSetup();
+      setup.storage = home.filePath(u"config.json"_s);
+      auto started = std::make_unique<AppStore>(std::move(setup));
+      chooseForNewUser(*started);
+      return started;
+    };
+    std::unique_ptr<AppStore> first = start();
+    UndoableEdits changes{*first, apps, undo};
+    auto window =
+        std::make_unique<OnboardingWindow>(*first, OnboardingServices{changes, commands, [this] { return abilities; }});
+    window->setAttribute(Qt::WA_DeleteOnClose, false);
+    window->present();
+    each.leave(*window);
+    window.reset();
+    EXPECT_TRUE(first->config().liveApps) << each.name;
+    EXPECT_EQ(first->config().onboardingComplete, each.completes) << each.name;
+    first->shutdown();
+
+    std::unique_ptr<AppStore> second = start();
+    EXPECT_TRUE(second->config().liveApps && second->config().appAppearance == u"auto"_s) << each.name;
+    second->edit([](DockConfiguration& config) { config.liveApps = false; });
+    second->shutdown();
+    EXPECT_FALSE(start()->config().liveApps) << each.name << ": what the user chose since stays";
+  }
 }
 
 TEST_F(OnboardingTest, ALayoutIsChosenByPointerOrArrowsAndHoldsAtOnce) {

@@ -1,0 +1,15 @@
+#include "views/onboarding/FirstRun.h"
+
+#include "store/AppStore.h"
+
+namespace tarnwick {
+
+void chooseForNewUser(AppStore& store) {
+  if (!store.isFirstRun()) return;
+  store.edit([](DockConfiguration& config) {
+    config.appAppearance = QStringLiteral("auto");
+    config.liveApps = true;
+  });
+}
+
+}  // namespace tarnwick
