@@ -77,10 +77,7 @@ void ProgramCommands::toggleDock() { delegate_.dock().toggle(); }
 
 bool ProgramCommands::isDockHidden() const { return delegate_.dock().isManuallyHidden(); }
 
-void ProgramCommands::focusDock() {
-  if (isDockHidden()) toggleDock();
-  delegate_.dock().focus();
-}
+void ProgramCommands::focusDock() { delegate_.dock().focus(); }
 
 void ProgramCommands::chooseLayout(DockLayout layout) {
   delegate_.presenter().edits().change([layout](DockConfiguration& config) { config.layout = layout; });

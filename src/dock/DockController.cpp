@@ -74,12 +74,24 @@ void DockController::refresh() {
   refreshWork_ = store_.scheduler().after(kRefreshDelay, [this] { layoutPanels(); });
 }
 
+DockToggle::Step DockController::nextToggle() const {
+  QList<DockToggle::Dock> docks;
+  for (const auto& [id, dock] : docks_) docks.append({dock.visibility.visible || dock.peep, dock.covered});
+  return DockToggle::next(manuallyHidden_, possibleLayout(), docks);
+}
+
 void DockController::toggle() {
-  manuallyHidden_ = !manuallyHidden_;
-  if (!manuallyHidden_) {
-    refresh();
-    return;
-  }
+  if (nextToggle() == DockToggle::Step::Hide) return hideByHand();
+  const double now = store_.scheduler().reference();
+  for (auto& [id, dock] : docks_)
+    if (!dock.covered && DockVisibility::reveals(possibleLayout())) dock.visibility = DockVisibility::calledAt(now);
+  // The next pass puts the panels back on the screen.
+  if (std::exchange(manuallyHidden_, false)) return refresh();
+  checkEdge();
+}
+
+void DockController::hideByHand() {
+  manuallyHidden_ = true;
   leaveKeyboard();
   setShown(false);
   endPeeps();

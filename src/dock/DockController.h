@@ -18,6 +18,7 @@
 #include "dock/ShownRemarks.h"
 #include "dock/rules/DockDodge.h"
 #include "dock/rules/DockPlacement.h"
+#include "dock/rules/DockToggle.h"
 #include "dock/rules/DockVisibility.h"
 
 class QWindow;
@@ -74,7 +75,7 @@ class DockController : public QObject {
   void refresh();
   /// Looks again at what decides whether docks are shown. Any event may call it.
   void checkEdge();
-  /// Hides the dock, or shows it again, for the user.
+  /// Hides the docks, or shows them, for the user: as DockToggle has it.
   void toggle();
   bool isManuallyHidden() const { return manuallyHidden_; }
   /// Panels come up only once the program has finished starting.
@@ -168,6 +169,8 @@ class DockController : public QObject {
   void setShown(bool shown);
 
   // Visibility.
+  DockToggle::Step nextToggle() const;
+  void hideByHand();
   void updateZones();
   QRectF systemDockAt(const Dock& dock) const;
   bool systemDockMoved() const;

@@ -219,7 +219,7 @@ void DockController::revealAtOnce(const QString& display) {
 }
 
 void DockController::focus() {
-  if (manuallyHidden_) toggle();
+  if (std::exchange(manuallyHidden_, false)) refresh();
   const QString main = ports_.screens->mainId();
   const auto found = docks_.contains(main) ? docks_.find(main) : docks_.begin();
   if (found == docks_.end()) return;

@@ -54,8 +54,9 @@ class Commands {
 
   // --- Docks --------------------------------------------------------------------------------------------------------
 
-  /// Hides the docks, or shows them again.
+  /// Hides the docks that are seen, or shows those that are not.
   virtual void toggleDock() = 0;
+  /// Whether the user hid them; one that only its layout hides at the moment is not.
   virtual bool isDockHidden() const = 0;
   /// Shows the dock of the main display and gives it the keyboard.
   virtual void focusDock() = 0;

@@ -233,6 +233,39 @@ TEST_F(DockControllerTest, ADockGoesADelayAfterItsUseEndedHoweverLongThatWas) {
   EXPECT_TRUE(goes());
 }
 
+TEST_F(DockControllerTest, ADockThatIsNotSeenComesByAToggleAndOneThatIsSeenGoes) {
+  const auto isOut = [this] { return panel().isShown() && controller.isVisible(u"A"_s); };
+  const auto toggle = [this] {
+    controller.toggle();
+    time.advance(20);
+  };
+  for (const DockLayout layout : {DockLayout::RevealBottom, DockLayout::RevealTop, DockLayout::ReplaceAutoHide}) {
+    useLayout(layout);
+    EXPECT_FALSE(isOut());
+    toggle();
+    EXPECT_TRUE(isOut()) << "it waits for its user";
+    EXPECT_FALSE(controller.isManuallyHidden());
+    zones.put({true, false, false});
+    time.advance(5);
+    zones.put(kAway);
+    time.advance(0.6);
+    EXPECT_TRUE(isOut());
+    time.advance(0.15);
+    EXPECT_FALSE(isOut()) << "used and left";
+
+    toggle();
+    EXPECT_TRUE(isOut());
+    toggle();
+    EXPECT_TRUE(controller.isManuallyHidden() && !panel().isShown());
+    toggle();
+    EXPECT_TRUE(isOut()) << "what was hidden by hand comes too";
+    cover(true);
+    EXPECT_FALSE(isOut());
+    cover(false);
+    EXPECT_FALSE(isOut()) << "as the layout has it after a film";
+  }
+}
+
 TEST_F(DockControllerTest, APressAtTheEdgeCallsAHiddenDockAtOnceWhereItMayCome) {
   useLayout(DockLayout::RevealBottom);
   zones.put(kAtTheBottom);
@@ -430,9 +463,10 @@ TEST_F(DockControllerTest, AHiddenDockIsSeenForAMomentWhereTheUserWantsThat) {
   controller.toggle();
   EXPECT_FALSE(peeps());
   controller.peep(u"A"_s);
+  EXPECT_FALSE(peeps() || goesOut()) << "hidden by hand it stays so";
   controller.toggle();
   time.advance(DockController::kRefreshDelay);
-  EXPECT_FALSE(peeps() || goesOut()) << "hidden by hand it stays so";
+  EXPECT_TRUE(goesOut()) << "asked for by name it comes";
   useLayout(DockLayout::Fixed);
   controller.peep(u"A"_s);
   controller.peep(u"no such display"_s);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "dock/rules/DesktopMath.h"
+#include "dock/rules/DockToggle.h"
 
 namespace tarnwick {
 namespace {
@@ -34,6 +35,8 @@ TEST(DockVisibility, FollowsTheTable) {
   for (const DockLayout layout : kDockLayouts) {
     cases.push_back({"covered", around(layout, true, true, true), odd, hidden, false});
   }
+  const auto called = &DockVisibility::calledAt;
+  cases.push_back({"called, and the layout changed", around(Swap), called(50), {true, {}, 50.0}, false});
   for (const DockLayout layout : {Fixed, Replace, Floating}) {
     cases.push_back({"always there", around(layout), {false, 98.0, 99.0}, odd, false});
     cases.push_back({"always there, at the edge", around(layout, true), {false, {}, {}}, {true, {}, {}}, false});
@@ -56,6 +59,11 @@ TEST(DockVisibility, FollowsTheTable) {
         {"left a moment ago", away, {true, 99.0, 99.5}, {true, {}, 99.5}, true},
         {"left long enough ago", away, {true, {}, now - kHide}, {false, {}, now - kHide}, false},
         {"never in use", away, {true, {}, {}}, hidden, false},
+        {"called, away", away, called(50), called(50), false},
+        {"called, and the pointer passes the edge", edge, called(50), {true, now, 50, false, true}, false},
+        {"called, and the pointer rests at the edge", edge, {true, 99.0, 50, false, true}, {true, 99.0, now}, false},
+        {"called, and used", use, called(50), {true, {}, now}, false},
+        {"called, and a film begins", around(layout, false, false, true), called(50), hidden, false},
     };
     cases.insert(cases.end(), family.begin(), family.end());
   }
@@ -75,6 +83,7 @@ TEST(DockVisibility, FollowsTheTable) {
     const std::vector<Case> family = {
         {"no window in the way", free(), hidden, out, false},
         {"no window in the way any more", free(), odd, out, false},
+        {"no window in the way of one that was called", free(), DockVisibility::calledAt(50), out, false},
         {"no window in the way, at the edge", free(true, true), out, out, false},
         {"no window but a film in the way", free(true, true, true), out, hidden, false},
         {"a window came", away, out, hidden, false},
@@ -90,6 +99,37 @@ TEST(DockVisibility, FollowsTheTable) {
     EXPECT_EQ(state.needsTimer(c.around), c.timer) << c.name << ", layout " << static_cast<int>(c.around.layout);
     EXPECT_EQ(DockVisibility::next(state, c.around, now), state) << "asked twice: " << c.name;
   }
+}
+
+TEST(DockToggle, HidesWhatIsSeenAndShowsWhatIsNot) {
+  using enum DockToggle::Step;
+  using Dock = DockToggle::Dock;
+  const Dock seen{true, false}, unseen{false, false}, covered{false, true};
+  const auto reveals = {RevealBottom, RevealTop, ReplaceAutoHide};
+  const auto others = {Swap, Fixed, Replace, Floating};
+  const struct {
+    const char* name;
+    bool byHand;
+    std::initializer_list<DockLayout> layouts;
+    QList<Dock> docks;
+    DockToggle::Step next;
+  } cases[] = {
+      {"seen", false, reveals, {seen}, Hide},
+      {"hidden by its layout", false, reveals, {unseen}, Show},
+      {"seen on one display", false, reveals, {unseen, seen}, Hide},
+      {"under a film", false, reveals, {covered}, Hide},
+      {"under a film on one display", false, reveals, {covered, unseen}, Show},
+      {"before there is one", false, reveals, {}, Hide},
+      {"hidden by hand", true, reveals, {unseen}, Show},
+      {"hidden by hand while it was out", true, reveals, {seen}, Show},
+      {"always there", false, others, {seen}, Hide},
+      {"gave way", false, others, {unseen}, Hide},
+      {"hidden by hand, else always there", true, others, {seen}, Show},
+  };
+  for (const auto& each : cases)
+    for (const DockLayout layout : each.layouts)
+      EXPECT_EQ(DockToggle::next(each.byHand, layout, each.docks), each.next)
+          << each.name << ", layout " << static_cast<int>(layout);
 }
 
 TEST(DockVisibility, CountsTheWholeDelayAgainAfterLeavingTheEdge) {

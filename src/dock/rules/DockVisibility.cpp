@@ -10,8 +10,10 @@ DockVisibility revealedAtEdge(DockVisibility state, const Surroundings& around, 
   if (now - *state.edgeSince >= around.showDelay) {
     state.visible = true;
     state.lastInteraction = now;
+    state.called = false;
   } else if (state.visible && around.interacting) {
     state.lastInteraction = now;
+    state.called = false;
   }
   return state;
 }
@@ -21,7 +23,8 @@ DockVisibility revealedAwayFromEdge(DockVisibility state, const Surroundings& ar
   if (!state.visible) return state;
   if (around.interacting) {
     state.lastInteraction = now;
-  } else {
+    state.called = false;
+  } else if (!state.called) {
     state.visible = state.lastInteraction && now - *state.lastInteraction < around.hideDelay;
   }
   return state;
@@ -58,13 +61,14 @@ DockVisibility DockVisibility::next(const DockVisibility& old, const Surrounding
     return around.atEdge ? revealedAtEdge(state, around, now) : revealedAwayFromEdge(state, around, now);
   }
   DockVisibility state = old;
+  state.called = false;
   state.visible = around.layout != DockLayout::Swap || !around.atEdge;
   return state;
 }
 
 bool DockVisibility::needsTimer(const Surroundings& around) const {
   if (around.covered || around.free || !reveals(around.layout)) return false;
-  return around.atEdge ? !visible : visible && !around.interacting;
+  return around.atEdge ? !visible : visible && !around.interacting && !called;
 }
 
 }  // namespace tarnwick

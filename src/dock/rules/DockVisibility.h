@@ -25,6 +25,7 @@ struct DockVisibility {
   std::optional<double> edgeSince;        ///< When the pointer reached the edge.
   std::optional<double> lastInteraction;  ///< When the dock was last in use.
   bool free = false;                      ///< It is out because no window covers its place.
+  bool called = false;  ///< It is out because the user asked for it by name, and was not in use since.
 
   /// Whether a layout hides its dock until the pointer reaches the edge and hides it again after a while.
   static bool reveals(DockLayout layout);
@@ -33,6 +34,8 @@ struct DockVisibility {
   /// Whether the pointer is at the edge that a layout uses.
   static bool atEdge(DockLayout layout, const PointerZones& zones);
 
+  /// One that was asked for by name: it is out, and only its use makes it go again as its layout has it.
+  static DockVisibility calledAt(double now) { return {true, {}, now, false, true}; }
   static DockVisibility next(const DockVisibility& old, const Surroundings& around, double now);
   /// Whether a delay is counting, so that `next` has to be asked again although nothing may happen until then.
   bool needsTimer(const Surroundings& around) const;

@@ -87,7 +87,11 @@ MenuBarPanel::MenuBarPanel(AppStore& store, Commands& commands, bool reduceMotio
   addFullWidth(frame(), scroll_);
   setScheme(true, Backdrop::Plain);
 
-  connect(dock_, &QAbstractButton::clicked, this, [this] { commands_.toggleDock(); });
+  connect(dock_, &QAbstractButton::clicked, this, [this] {
+    commands_.toggleDock();
+    // It stays on for a dock that only its layout had hidden.
+    fill();
+  });
   connect(&store_, &AppStore::configChanged, this, &MenuBarPanel::fill);
   connect(&store_, &AppStore::errorChanged, this, &MenuBarPanel::fill);
   fill();
