@@ -4,6 +4,7 @@
 #include "app/AppKeys.h"
 #include "app/AppNumbers.h"
 #include "app/Appearance.h"
+#include "app/DockDisplays.h"
 #include "app/DockPresenter.h"
 #include "app/ExitGuards.h"
 #include "app/LoginEntry.h"
@@ -11,6 +12,7 @@
 #include "app/Orders.h"
 #include "app/ProgramCommands.h"
 #include "app/Readings.h"
+#include "app/RunningAppsWatch.h"
 #include "app/StatusItem.h"
 #include "app/Windows.h"
 #include "apps/InstalledApps.h"
@@ -19,7 +21,6 @@
 #include "motion/Animator.h"
 #include "views/onboarding/FirstRun.h"
 #include "views/theme/MenuStyle.h"
-#include "widgets/catalog/KindTraits.h"
 
 namespace tarnwick {
 
@@ -40,15 +41,17 @@ AppDelegate::AppDelegate(StoreSetup store, const Services& services, DelegateSet
       *store_, services, *commands_,
       DockPresenterSetup{setup_.preferences, setup_.guard, setup_.readings,
                          nearbySender(services.installedApps.environment(), setup_.environment), editorIsOpen});
+  runningApps_ = std::make_unique<RunningAppsWatch>(*store_, services.runningApps);
+  appearance_ = std::make_unique<Appearance>(*store_, services.toggles, services.contrast);
+  connect(appearance_.get(), &Appearance::lookChanged, presenter_.get(), &DockPresenter::takeLook);
   keys_ = std::make_unique<AppKeys>(*store_, services.hotKeys, *commands_);
+  displays_ = std::make_unique<DockDisplays>(*store_, services.screens, dock());
   numbers_ = std::make_unique<AppNumbers>(services.scheduler, services.modifiers);
   orders_ =
       std::make_unique<Orders>(*store_, *commands_,
                                OrdersSetup{setup_.application, setup_.socket, setup_.executable, setup_.environment,
                                            !setup_.measures, [this] { return presenter_->apps(); },
                                            [this] { return dock().giveSystemDockBack(); }, [this] { quit(); }});
-  appearance_ = std::make_unique<Appearance>(*store_, services.toggles, services.contrast);
-  connect(appearance_.get(), &Appearance::lookChanged, presenter_.get(), &DockPresenter::takeLook);
   loginEntry_ = std::make_unique<LoginEntry>(*store_, Autostart{setup_.executable, setup_.autostartFile});
   windows_ = std::make_unique<Windows>(*this, services, setup_);
   dock().hasOpenWindow = [this] { return windows_ && windows_->holdsDock(); };
@@ -64,15 +67,12 @@ AppDelegate::~AppDelegate() {
 DockController& AppDelegate::dock() { return presenter_->dock(); }
 
 void AppDelegate::didFinishLaunching() {
-  const auto dressMenus = [this] { MenuStyle::install().setComposited(services_.panels.isComposited()); };
-  dressMenus();
-  connect(&services_.panels, &Panels::compositingChanged, this, dressMenus);
-  setupMenu();
+  MenuStyle::installFor(services_.panels);
+  status_ = std::make_unique<StatusItem>(*store_, *commands_);
+  windows_->followStatusItem(*status_);
   setupHotKeys();
-  connect(store_.get(), &AppStore::layoutChanged, this, &AppDelegate::layoutDidChange);
   if (setup_.guards) installExitGuards();
   listenToTheSession();
-  listenToScreens();
   loginEntry_->follow();
   // A user whose settings were lost learns it from the message, and is not greeted as new.
   if (!store_->config().onboardingComplete && !store_->hasLostSettings()) commands_->continueSetup();
@@ -88,7 +88,7 @@ void AppDelegate::comeUp() {
   afterFirstFrame_ = store_->scheduler().after(kAfterFirstFrame, [this] {
     services_.toggles.start();
     presenter_->start();
-    followRunningApps();
+    runningApps_->follow();
   });
 }
 
@@ -98,7 +98,7 @@ void AppDelegate::willTerminate() {
   orders_->stop();
   loginEntry_->stop();
   afterFirstFrame_.reset();
-  docksStand_.reset();
+  displays_->stop();
   appearance_->stop();
   presenter_->closeAll();
   store_->shutdown();
@@ -134,45 +134,10 @@ void AppDelegate::installExitGuards() {
   guards_ = std::make_unique<ExitGuards>([this] { quit(); });
 }
 
-void AppDelegate::listenToScreens() {
-  const auto look = [this] {
-    if (down_) return;
-    docksStand_ = store_->scheduler().after(DockController::kOnceTheyStand,
-                                            [this] { store_->setDockDisplays(dock().displays()); });
-  };
-  connect(&services_.screens, &Screens::changed, this, look);
-  connect(store_.get(), &AppStore::layoutChanged, this, look);
-  connect(&dock(), &DockController::placed, this, look);
-}
-
 void AppDelegate::quit() {
   willTerminate();
   QCoreApplication::exit(0);
 }
-
-void AppDelegate::layoutDidChange() {
-  dock().refresh();
-  followRunningApps();
-  appearance_->apply();
-  keys_->follow();
-  if (status_) {
-    status_->setVisible(store_->config().desktopOptions().showMenuBarIcon);
-    status_->setClassicMenu(store_->config().desktopOptions().classicMenu);
-  }
-}
-
-void AppDelegate::followRunningApps() {
-  // Following windows has its price, so it goes on only while something shows them.
-  const auto needsThem = [](const QString& kind) { return KindTraits::of(kind).needsRunningApps; };
-  const bool shown = store_->config().liveApps || std::ranges::any_of(store_->active().kinds, needsThem);
-  if (shown) {
-    services_.runningApps.start();
-  } else {
-    services_.runningApps.stop();
-  }
-}
-
-// --- Keys and menus -------------------------------------------------------------------------------------------------
 
 void AppDelegate::setupHotKeys() {
   connect(keys_.get(), &AppKeys::pressed, numbers_.get(), &AppNumbers::hide);
@@ -181,18 +146,6 @@ void AppDelegate::setupHotKeys() {
   connect(numbers_.get(), &AppNumbers::changed, presenter_.get(),
           [this] { presenter_->showNumbers(numbers_->areShown() ? keys_->apps() : QSet<int>()); });
   keys_->follow();
-}
-
-void AppDelegate::setupMenu() {
-  status_ = std::make_unique<StatusItem>(*store_, *commands_);
-  status_->setVisible(store_->config().desktopOptions().showMenuBarIcon);
-  status_->setClassicMenu(store_->config().desktopOptions().classicMenu);
-  windows_->followStatusItem(*status_);
-  const auto refresh = [this] {
-    if (status_) status_->refresh();
-  };
-  connect(store_.get(), &AppStore::errorChanged, this, refresh);
-  connect(store_.get(), &AppStore::layoutChanged, this, refresh);
 }
 
 }  // namespace tarnwick

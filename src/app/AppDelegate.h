@@ -16,11 +16,13 @@ namespace tarnwick {
 class AppKeys;
 class AppNumbers;
 class Appearance;
+class DockDisplays;
 class DockPresenter;
 class ExitGuards;
 class LoginEntry;
 class Orders;
 class Readings;
+class RunningAppsWatch;
 class SocketSession;
 class StatusItem;
 class Windows;
@@ -75,30 +77,28 @@ class AppDelegate : public QObject {
   void quit();
 
  private:
-  void setupMenu();
   void setupHotKeys();
   void installExitGuards();
   void listenToTheSession();
-  void followRunningApps();
   void comeUp();
-  void listenToScreens();
-  void layoutDidChange();
 
   const Services& services_;
   DelegateSetup setup_;
   std::unique_ptr<AppStore> store_;
   std::unique_ptr<Commands> commands_;
+  // In the order in which they follow a change of the layout; the status item is the last.
   std::unique_ptr<DockPresenter> presenter_;
+  std::unique_ptr<RunningAppsWatch> runningApps_;
+  std::unique_ptr<Appearance> appearance_;
   std::unique_ptr<AppKeys> keys_;
+  std::unique_ptr<DockDisplays> displays_;
   std::unique_ptr<AppNumbers> numbers_;
   std::unique_ptr<Orders> orders_;
-  std::unique_ptr<Appearance> appearance_;
   std::unique_ptr<LoginEntry> loginEntry_;
   std::unique_ptr<StatusItem> status_;
   std::unique_ptr<Windows> windows_;
   std::unique_ptr<ExitGuards> guards_;
   JobHandle afterFirstFrame_;
-  JobHandle docksStand_;
   bool down_ = false;
 };
 

@@ -22,7 +22,7 @@ class AppKeys final : public QObject, public KeyRecorder {
   /// All must outlive it. A key is taken from other programs only once there is something for it to open.
   AppKeys(AppStore& store, HotKeys& keys, const Commands& commands);
 
-  /// Takes the keys anew if the settings ask for others than before.
+  /// Takes the keys anew if the settings ask for others than before; a change of the layout does the same.
   void follow();
   /// Gives every key back.
   void release();

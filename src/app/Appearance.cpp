@@ -22,6 +22,7 @@ Appearance::Appearance(AppStore& store, const Toggles& toggles, const ContrastPr
     : store_(store), toggles_(toggles), contrast_(contrast) {
   connect(&toggles, &Toggles::changed, this, &Appearance::switchesChanged);
   connect(&contrast, &ContrastPreference::changed, this, &Appearance::apply);
+  connect(&store, &AppStore::layoutChanged, this, &Appearance::apply);
 }
 
 void Appearance::stop() {

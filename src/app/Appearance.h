@@ -18,7 +18,7 @@ class Appearance final : public QObject {
  public:
   Appearance(AppStore& store, const Toggles& toggles, const ContrastPreference& contrast);
 
-  /// Applies what holds at the moment.
+  /// Applies what holds at the moment; a change of the layout does the same.
   void apply();
   /// The desktop's later answers change nothing any more.
   void stop();

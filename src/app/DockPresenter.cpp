@@ -83,6 +83,7 @@ void DockPresenter::connectContents() {
 }
 
 void DockPresenter::connectDocks() {
+  connect(&store_, &AppStore::layoutChanged, &dock_, &DockController::refresh);
   connect(&tiles_, &DockCommands::windowChoiceRequested, this, [this](const QString& display, quint64 application) {
     actOn(display);
     menuHost_.chooseWindow(display, application);

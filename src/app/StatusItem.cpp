@@ -5,6 +5,7 @@
 #include "base/DesktopId.h"
 #include "platform/dbus/StatusNotifierWatch.h"
 #include "platform/x11/X11Tray.h"
+#include "store/AppStore.h"
 
 namespace tarnwick {
 namespace {
@@ -34,9 +35,12 @@ QIcon mark() {
 
 }  // namespace
 
-StatusItem::StatusItem(AppStore& store, Commands& commands) : menu_(store, commands) {
+StatusItem::StatusItem(AppStore& store, Commands& commands) : store_(store), menu_(store, commands) {
   // Trays open the menu by themselves and report nothing else.
   connect(&menu_, &QMenu::aboutToShow, this, &StatusItem::panelDismissed);
+  connect(&store, &AppStore::errorChanged, &menu_, &StatusMenu::refresh);
+  connect(&store, &AppStore::layoutChanged, this, &StatusItem::follow);
+  follow();
   lookForTray();
 }
 
@@ -69,9 +73,13 @@ void StatusItem::appear() {
   icon_->setVisible(visible_);
 }
 
-void StatusItem::setVisible(bool visible) {
-  visible_ = visible;
-  if (icon_ && icon_->isVisible() != visible) icon_->setVisible(visible);
+void StatusItem::follow() {
+  const DesktopOptions& options = store_.config().desktopOptions();
+  // Trays that keep a copy of the menu need not ask before they open it.
+  menu_.refresh();
+  classic_ = options.classicMenu;
+  visible_ = options.showMenuBarIcon;
+  if (icon_ && icon_->isVisible() != visible_) icon_->setVisible(visible_);
 }
 
 void StatusItem::activated(QSystemTrayIcon::ActivationReason reason) {

@@ -11,7 +11,7 @@ namespace tarnwick {
 class X11Tray;
 
 /// The program's mark in the desktop's tray, with its menus. It appears once a tray is there and comes back with it;
-/// without one nothing happens.
+/// without one nothing happens. Whether it is seen, and which menu a left click opens, is as the settings have it.
 class StatusItem : public QObject {
   Q_OBJECT
  public:
@@ -19,11 +19,6 @@ class StatusItem : public QObject {
   StatusItem(AppStore& store, Commands& commands);
   ~StatusItem() override;
 
-  void setVisible(bool visible);
-  /// With the classic menu a left click opens the plain menu too.
-  void setClassicMenu(bool classic) { classic_ = classic; }
-  /// Brings the menu up to date; trays that keep a copy of it need not ask before they open it.
-  void refresh() { menu_.refresh(); }
   bool hasTray() const { return icon_ != nullptr; }
   /// Where it is on the desktop; empty where the tray does not report it.
   QRect place() const { return icon_ ? icon_->geometry() : QRect(); }
@@ -37,16 +32,18 @@ class StatusItem : public QObject {
   void menuRequested(QMenu& menu);
 
  private:
+  void follow();
   void lookForTray();
   void lookForOlderTray();
   void appear();
   void activated(QSystemTrayIcon::ActivationReason reason);
 
+  AppStore& store_;
   StatusMenu menu_;
   std::unique_ptr<X11Tray> olderTray_;
   std::unique_ptr<QSystemTrayIcon> icon_;
   bool visible_ = true;
-  bool classic_ = false;
+  bool classic_ = false;  ///< A left click opens the plain menu too.
 };
 
 }  // namespace tarnwick

@@ -7,6 +7,7 @@
 #include <QStyleOptionMenuItem>
 #include <algorithm>
 
+#include "desktop/Panels.h"
 #include "views/theme/DesktopLook.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Symbols.h"
@@ -103,6 +104,13 @@ MenuStyle& MenuStyle::install() {
       QApplication::setEffectEnabled(effect, false);
   }
   return *installed;
+}
+
+void MenuStyle::installFor(const Panels& panels) {
+  MenuStyle& style = install();
+  const auto follow = [&style, &panels] { style.composited_ = panels.isComposited(); };
+  follow();
+  connect(&panels, &Panels::compositingChanged, &style, follow);
 }
 
 void MenuStyle::polish(QWidget* widget) {

@@ -6,6 +6,8 @@ class QStyleOptionMenuItem;
 
 namespace tarnwick {
 
+class Panels;
+
 /// Paints the program's menus, in the colours of its windows; everything else stays as the desktop's own style has it.
 class MenuStyle final : public QProxyStyle {
   Q_OBJECT
@@ -13,8 +15,8 @@ class MenuStyle final : public QProxyStyle {
   /// Makes it the application's style, if it is not yet.
   static MenuStyle& install();
 
-  /// Whether windows can be translucent. Where they cannot, menus are cut to their shape.
-  void setComposited(bool composited) { composited_ = composited; }
+  /// The same, and follows whether windows can be translucent. Where they cannot, menus are cut to their shape.
+  static void installFor(const Panels& panels);
 
   void polish(QWidget* widget) override;
   using QProxyStyle::polish;
