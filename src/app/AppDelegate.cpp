@@ -34,7 +34,7 @@ AppDelegate::AppDelegate(StoreSetup store, const Services& services, DelegateSet
     : services_(services),
       setup_(std::move(setup)),
       store_(std::make_unique<AppStore>(std::move(store))),
-      commands_(std::make_unique<ProgramCommands>(*this, services, setup_.readings)) {
+      commands_(std::make_unique<ProgramCommands>(*store_, services, setup_.readings)) {
   WindowClocks::set(&services.clocks);
   const auto editorIsOpen = [this] { return windows_ && windows_->hasEditor(); };
   presenter_ = std::make_unique<DockPresenter>(
@@ -53,7 +53,10 @@ AppDelegate::AppDelegate(StoreSetup store, const Services& services, DelegateSet
                                            !setup_.measures, [this] { return presenter_->apps(); },
                                            [this] { return dock().giveSystemDockBack(); }, [this] { quit(); }});
   loginEntry_ = std::make_unique<LoginEntry>(*store_, Autostart{setup_.executable, setup_.autostartFile});
-  windows_ = std::make_unique<Windows>(*this, services, setup_);
+  windows_ = std::make_unique<Windows>(WindowsParts{*store_, *commands_, *presenter_, *keys_, *loginEntry_,
+                                                    *appearance_, setup_.preferences, setup_.framesWindows},
+                                       services);
+  commands_->setTargets({*presenter_, *windows_, [this] { quit(); }});
   dock().hasOpenWindow = [this] { return windows_ && windows_->holdsDock(); };
   setup_.readings.follow(*store_);
 }
@@ -63,6 +66,8 @@ AppDelegate::~AppDelegate() {
   windows_.reset();
   WindowClocks::set(nullptr);
 }
+
+Commands& AppDelegate::commands() { return *commands_; }
 
 DockController& AppDelegate::dock() { return presenter_->dock(); }
 

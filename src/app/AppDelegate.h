@@ -21,6 +21,7 @@ class DockPresenter;
 class ExitGuards;
 class LoginEntry;
 class Orders;
+class ProgramCommands;
 class Readings;
 class RunningAppsWatch;
 class SocketSession;
@@ -54,7 +55,7 @@ class AppDelegate : public QObject {
   ~AppDelegate() override;
 
   AppStore& store() { return *store_; }
-  Commands& commands() { return *commands_; }
+  Commands& commands();
   DockPresenter& presenter() { return *presenter_; }
   DockController& dock();
   Windows& windows() { return *windows_; }
@@ -85,7 +86,7 @@ class AppDelegate : public QObject {
   const Services& services_;
   DelegateSetup setup_;
   std::unique_ptr<AppStore> store_;
-  std::unique_ptr<Commands> commands_;
+  std::unique_ptr<ProgramCommands> commands_;
   // In the order in which they follow a change of the layout; the status item is the last.
   std::unique_ptr<DockPresenter> presenter_;
   std::unique_ptr<RunningAppsWatch> runningApps_;

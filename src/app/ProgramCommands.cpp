@@ -4,7 +4,6 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 
-#include "app/AppDelegate.h"
 #include "app/DockPresenter.h"
 #include "app/Orders.h"
 #include "app/Readings.h"
@@ -26,8 +25,8 @@ constexpr int kDockPictureSide = 2560;  // A dock is no wider on most displays, 
 
 }  // namespace
 
-ProgramCommands::ProgramCommands(AppDelegate& delegate, const Services& services, Readings& readings)
-    : delegate_(delegate), services_(services), readings_(readings), pictures_(delegate.store()) {}
+ProgramCommands::ProgramCommands(AppStore& store, const Services& services, Readings& readings)
+    : store_(store), services_(services), readings_(readings), pictures_(store) {}
 
 bool ProgramCommands::can(Optional command) const {
   switch (command) {
@@ -47,59 +46,53 @@ bool ProgramCommands::can(Optional command) const {
 
 // --- Windows --------------------------------------------------------------------------------------------------------
 
-void ProgramCommands::showSettings() { delegate_.windows().showSettings(); }
+void ProgramCommands::showSettings() { windows().showSettings(); }
 
 void ProgramCommands::showLibrary(const QString& display, const QUuid& profile) {
-  AppStore& store = delegate_.store();
-  if (!display.isEmpty()) store.setActiveDisplay(display);
-  delegate_.windows().showLibrary(store.activeDisplay(), profile);
+  if (!display.isEmpty()) store_.setActiveDisplay(display);
+  windows().showLibrary(store_.activeDisplay(), profile);
 }
 
-void ProgramCommands::openEditor(const QUuid& widget) {
-  delegate_.windows().showEditor(widget, delegate_.store().activeDisplay());
-}
+void ProgramCommands::openEditor(const QUuid& widget) { windows().showEditor(widget, store_.activeDisplay()); }
 
-void ProgramCommands::continueSetup() { delegate_.windows().showOnboarding(); }
+void ProgramCommands::continueSetup() { windows().showOnboarding(); }
 
-void ProgramCommands::showAbout() { delegate_.windows().showAbout(); }
+void ProgramCommands::showAbout() { windows().showAbout(); }
 
-void ProgramCommands::showHelp() { delegate_.windows().showHelp(); }
+void ProgramCommands::showHelp() { windows().showHelp(); }
 
 // An order or a file from outside may ask for what no menu offers yet.
 
 void ProgramCommands::importSpace(const QString& path) {
-  delegate_.store().setError(Orders::refusalToOpen(QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded)));
+  store_.setError(Orders::refusalToOpen(QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded)));
 }
 
 // --- Docks ----------------------------------------------------------------------------------------------------------
 
-void ProgramCommands::toggleDock() { delegate_.dock().toggle(); }
+void ProgramCommands::toggleDock() { presenter().dock().toggle(); }
 
-bool ProgramCommands::isDockHidden() const { return delegate_.dock().isManuallyHidden(); }
+bool ProgramCommands::isDockHidden() const { return targets_->presenter.dock().isManuallyHidden(); }
 
-void ProgramCommands::focusDock() { delegate_.dock().focus(); }
+void ProgramCommands::focusDock() { presenter().dock().focus(); }
 
 void ProgramCommands::chooseLayout(DockLayout layout) {
-  delegate_.presenter().edits().change([layout](DockConfiguration& config) { config.layout = layout; });
+  presenter().edits().change([layout](DockConfiguration& config) { config.layout = layout; });
 }
 
 void ProgramCommands::selectProfile(int index, const QString& display) {
-  AppStore& store = delegate_.store();
-  const auto& profiles = store.config().profiles;
+  const auto& profiles = store_.config().profiles;
   if (index < 0 || index >= profiles.size()) return;
-  if (display.isEmpty()) return store.selectProfile(profiles[index].id);
-  store.selectProfile(profiles[index].id, display);
+  if (display.isEmpty()) return store_.selectProfile(profiles[index].id);
+  store_.selectProfile(profiles[index].id, display);
 }
 
-void ProgramCommands::openPanel(const QString& display, const QUuid& widget) {
-  delegate_.presenter().openPanel(display, widget);
-}
+void ProgramCommands::openPanel(const QString& display, const QUuid& widget) { presenter().openPanel(display, widget); }
 
-void ProgramCommands::restoreSystemDock() { delegate_.dock().restoreSystemDock(); }
+void ProgramCommands::restoreSystemDock() { presenter().dock().restoreSystemDock(); }
 
 void ProgramCommands::chooseDockPicture() {
   const auto use = [this](const QString& name) {
-    delegate_.presenter().edits().change([&](DockConfiguration& config) { config.desktop.backgroundImage = name; });
+    presenter().edits().change([&](DockConfiguration& config) { config.desktop.backgroundImage = name; });
   };
   pictureQuestion_.askPicture(tr("Dock picture"),
                               [this, use](const QString& picture) { pictures_.keep(picture, kDockPictureSide, use); });
@@ -107,38 +100,38 @@ void ProgramCommands::chooseDockPicture() {
 
 void ProgramCommands::addCalendarFolder() {
   folderQuestion_.ask(tr("Add Calendar Folder"), [this](const QString& path) {
-    delegate_.presenter().edits().change([&path](DockConfiguration& config) { CalendarFolders::add(config, path); });
+    presenter().edits().change([&path](DockConfiguration& config) { CalendarFolders::add(config, path); });
   });
 }
 
 // --- What was done --------------------------------------------------------------------------------------------------
 
 void ProgramCommands::changeWidget(const DockWidget& widget, const QString& display, const QString& sentence) {
-  delegate_.presenter().edits().update(widget, {sentence, display});
+  presenter().edits().update(widget, {sentence, display});
 }
 
 void ProgramCommands::offerUndo(const QString& display, const QString& sentence, const std::function<void()>& undo,
                                 const std::function<void()>& redo) {
-  delegate_.presenter().undoStack().push({sentence, display}, undo, redo);
+  presenter().undoStack().push({sentence, display}, undo, redo);
 }
 
-void ProgramCommands::undo() { delegate_.presenter().undoStack().undo(); }
+void ProgramCommands::undo() { presenter().undoStack().undo(); }
 
-void ProgramCommands::redo() { delegate_.presenter().undoStack().redo(); }
+void ProgramCommands::redo() { presenter().undoStack().redo(); }
 
-void ProgramCommands::dismissMessage() { delegate_.store().clearError(); }
+void ProgramCommands::dismissMessage() { store_.clearError(); }
 
 void ProgramCommands::openKeptSettings() {
-  const KeptSettings& kept = delegate_.store().keptSettings();
+  const KeptSettings& kept = store_.keptSettings();
   if (!kept) return;
   const auto taken = [this](bool isTaken) {
     // The message that offered it; another one stays.
-    if (isTaken && delegate_.store().keptSettings()) delegate_.store().clearError();
+    if (isTaken && store_.keptSettings()) store_.clearError();
   };
-  delegate_.presenter().questions().ask(DockQuestions::aboutKept(kept), delegate_.store().activeDisplay(),
-                                        [this, file = kept.file, taken](bool accepted) {
-                                          if (accepted) delegate_.presenter().edits().importKept(file, taken);
-                                        });
+  presenter().questions().ask(DockQuestions::aboutKept(kept), store_.activeDisplay(),
+                              [this, file = kept.file, taken](bool accepted) {
+                                if (accepted) presenter().edits().importKept(file, taken);
+                              });
 }
 
 // --- Applications and files -----------------------------------------------------------------------------------------
@@ -160,14 +153,14 @@ void ProgramCommands::openWith(const QString& entryPath, const QString& path) {
 }
 
 void ProgramCommands::moveToTrash(const QString& path, const QString& display) {
-  delegate_.presenter().moveToTrash({path}, display);
+  presenter().moveToTrash({path}, display);
 }
 
 void ProgramCommands::openTrash() { services_.opener.openTrash(services_.files.trashFolder()); }
 
 void ProgramCommands::emptyTrash() {
   services_.files.emptyTrash(this, [this](const FilesOutcome& outcome) {
-    if (!outcome.error.isEmpty()) delegate_.store().setError(outcome.error);
+    if (!outcome.error.isEmpty()) store_.setError(outcome.error);
   });
 }
 
@@ -179,10 +172,10 @@ void ProgramCommands::bringApplication(quint64 application) {
   AppActivation(services_.runningApps, services_.windows).bring(application);
 }
 
-void ProgramCommands::openApp(int place) { delegate_.presenter().openApp(place); }
+void ProgramCommands::openApp(int place) { presenter().openApp(place); }
 
 void ProgramCommands::activateApplication(quint64 application, const QString& display) {
-  delegate_.presenter().activateApplication(display, application);
+  presenter().activateApplication(display, application);
 }
 
 void ProgramCommands::showWindow(quint64 window) { services_.windows.activate(window); }
@@ -202,7 +195,7 @@ void ProgramCommands::startFor(StandardApplications::Purpose purpose) {
 }
 
 void ProgramCommands::pickColor(const std::function<void(const QString& hex)>& picked) {
-  services_.colors.pick(this, picked, [this](const QString& sentence) { delegate_.store().setError(sentence); });
+  services_.colors.pick(this, picked, [this](const QString& sentence) { store_.setError(sentence); });
 }
 
 void ProgramCommands::completeReminder(const Reminder& reminder, bool completed) {
@@ -211,6 +204,6 @@ void ProgramCommands::completeReminder(const Reminder& reminder, bool completed)
 
 void ProgramCommands::endProcess(const ProcessReading& process) { readings_.processes().end(process); }
 
-void ProgramCommands::quit() { QMetaObject::invokeMethod(&delegate_, &AppDelegate::quit, Qt::QueuedConnection); }
+void ProgramCommands::quit() { QMetaObject::invokeMethod(this, targets_->quit, Qt::QueuedConnection); }
 
 }  // namespace tarnwick

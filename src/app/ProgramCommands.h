@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QObject>
+#include <functional>
+#include <optional>
 
 #include "app/FolderQuestion.h"
 #include "app/PictureKeeper.h"
@@ -10,15 +12,26 @@
 
 namespace tarnwick {
 
-class AppDelegate;
+class AppStore;
+class DockPresenter;
 class Readings;
+class Windows;
+
+/// What the commands lead to. All must outlive them.
+struct CommandTargets {
+  DockPresenter& presenter;
+  Windows& windows;
+  std::function<void()> quit;  ///< Ends the program. Required.
+};
 
 /// Does what a user can ask for, each command by the part of the program that it belongs to.
 class ProgramCommands final : public QObject, public Commands {
   Q_OBJECT
  public:
-  /// Made first of all that the delegate owns; its parts are asked for when a command comes. All must outlive it.
-  ProgramCommands(AppDelegate& delegate, const Services& services, Readings& readings);
+  /// All must outlive it. Docks and windows hold these commands and are led to by them, so they are made after them:
+  /// setTargets() is to be called before the first command comes; can() needs none of it.
+  ProgramCommands(AppStore& store, const Services& services, Readings& readings);
+  void setTargets(CommandTargets targets) { targets_.emplace(std::move(targets)); }
 
   bool can(Optional command) const override;
 
@@ -79,9 +92,13 @@ class ProgramCommands final : public QObject, public Commands {
   QString entryFor(StandardApplications::Purpose purpose) const;
   void startFor(StandardApplications::Purpose purpose);
 
-  AppDelegate& delegate_;
+  DockPresenter& presenter() { return targets_->presenter; }
+  Windows& windows() { return targets_->windows; }
+
+  AppStore& store_;
   const Services& services_;
   Readings& readings_;
+  std::optional<CommandTargets> targets_;
   PictureKeeper pictures_;
   FolderQuestion pictureQuestion_;
   FolderQuestion folderQuestion_;

@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <algorithm>
 
-#include "app/AppDelegate.h"
 #include "app/AppKeys.h"
 #include "app/Appearance.h"
 #include "app/DockPresenter.h"
@@ -36,15 +35,16 @@ bool isOpen(const QWidget* window) { return window && window->isVisible() && !wi
 
 }  // namespace
 
-Windows::Windows(AppDelegate& delegate, const Services& services, const DelegateSetup& setup)
-    : delegate_(delegate),
+Windows::Windows(const WindowsParts& parts, const Services& services)
+    : parts_(parts),
       services_(services),
-      setup_(setup),
       places_(services.screens, [this](const Screen& screen) { return dockOn(screen); }) {
   connect(&services.motion, &MotionPreference::changed, this, &Windows::followMotion);
-  connect(&delegate.dock(), &DockController::placed, &places_, &WindowPlaces::docksMoved);
-  connect(&delegate.dock(), &DockController::goesAway, &places_, &WindowPlaces::docksMoved);
+  connect(&dock(), &DockController::placed, &places_, &WindowPlaces::docksMoved);
+  connect(&dock(), &DockController::goesAway, &places_, &WindowPlaces::docksMoved);
 }
+
+DockController& Windows::dock() const { return parts_.presenter.dock(); }
 
 /// Pictures that are on the screen follow the desktop.
 void Windows::followMotion() {
@@ -72,8 +72,8 @@ void Windows::present(QPointer<Window>& window, const QString& name, const Windo
 
 void Windows::dress(AppWindow& window) {
   if (QApplication::windowIcon().isNull()) QApplication::setWindowIcon(QIcon::fromTheme(kDesktopId, AppMark::icon()));
-  if (!setup_.framesWindows) window.giveTitleBar();
-  Commands& commands = delegate_.commands();
+  if (!parts_.framesWindows) window.giveTitleBar();
+  Commands& commands = parts_.commands;
   window.setMenuBar(makeApplicationMenu(commands));
   window.setOpenKept([&commands] { commands.openKeptSettings(); });
   window.setUndo([&commands] { commands.undo(); }, [&commands] { commands.redo(); });
@@ -82,8 +82,8 @@ void Windows::dress(AppWindow& window) {
 
 /// The window of the first start opens before there is a dock.
 QRectF Windows::dockOn(const Screen& screen) const {
-  const DockController& dock = delegate_.dock();
-  const AppStore& store = delegate_.store();
+  const DockController& dock = this->dock();
+  const AppStore& store = parts_.store;
   // Without layers a dock is a window that may be anywhere.
   const bool isWindow = QGuiApplication::platformName().startsWith("wayland"_L1) && !services_.zones.edges();
   if (isWindow) return {};
@@ -102,22 +102,21 @@ bool Windows::hasEditor() const {
 bool Windows::eventFilter(QObject* window, QEvent* event) {
   const QEvent::Type type = event->type();
   if (type == QEvent::Show || type == QEvent::Hide || type == QEvent::WindowStateChange)
-    QMetaObject::invokeMethod(&delegate_.dock(), &DockController::checkEdge, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(&dock(), &DockController::checkEdge, Qt::QueuedConnection);
   return QObject::eventFilter(window, event);
 }
 
 void Windows::showSettings() {
-  delegate_.loginEntry().follow();
+  parts_.loginEntry.follow();
   present(settings_, u"settings"_s, {}, [this] {
-    return new SettingsWindow(delegate_.store(),
-                              {delegate_.presenter().edits(), services_.screens, delegate_.commands(), delegate_.keys(),
-                               [this] { return abilities(); }});
+    return new SettingsWindow(parts_.store, {parts_.presenter.edits(), services_.screens, parts_.commands, parts_.keys,
+                                             [this] { return abilities(); }});
   });
 }
 
 PreviewSources Windows::previews() {
   PreviewSources sources;
-  sources.values = [this](const QList<DockWidget>& widgets) { return delegate_.presenter().previews(widgets); };
+  sources.values = [this](const QList<DockWidget>& widgets) { return parts_.presenter.previews(widgets); };
   sources.icons = [this](const QString& icon, int size, double ratio) {
     return services_.icons.pixmap(icon, size, ratio);
   };
@@ -126,8 +125,8 @@ PreviewSources Windows::previews() {
 
 void Windows::showLibrary(const QString& display, const QUuid& profile) {
   present(library_, u"library"_s, {nullptr, display}, [this] {
-    LibraryServices services{services_.installedApps, delegate_.presenter().edits(), delegate_.commands(), previews()};
-    return new LibraryWindow(delegate_.store(), std::move(services));
+    LibraryServices services{services_.installedApps, parts_.presenter.edits(), parts_.commands, previews()};
+    return new LibraryWindow(parts_.store, std::move(services));
   });
   profile.isNull() ? library_->setTarget(display) : library_->setTargetProfile(profile);
 }
@@ -141,19 +140,19 @@ void Windows::showEditor(const QUuid& widget, const QString& display) {
   present(editors_[widget], u"editor"_s, {over, display}, [this, widget] {
     EditorServices services;
     services.apps = &services_.installedApps;
-    services.edits = &delegate_.presenter().edits();
+    services.edits = &parts_.presenter.edits();
     services.previews = previews();
-    return new EditorWindow(delegate_.store(), widget, std::move(services));
+    return new EditorWindow(parts_.store, widget, std::move(services));
   });
 }
 
 void Windows::showOnboarding() {
   present(onboarding_, u"onboarding"_s, {}, [this] {
-    OnboardingServices services{delegate_.presenter().edits(), delegate_.commands(), [this] { return abilities(); }};
+    OnboardingServices services{parts_.presenter.edits(), parts_.commands, [this] { return abilities(); }};
     // Where it was left, in this run or another one; once it was gone through, it begins anew.
-    const DockConfiguration& config = delegate_.store().config();
+    const DockConfiguration& config = parts_.store.config();
     const int first = config.onboardingComplete ? 0 : config.desk().setupPage;
-    auto* window = new OnboardingWindow(delegate_.store(), std::move(services), first);
+    auto* window = new OnboardingWindow(parts_.store, std::move(services), first);
     window->setSays(services_.zones.edges().reason);
     connect(window, &OnboardingWindow::pageChanged, this, [this](int page) { keepSetupPage(page); });
     return window;
@@ -161,7 +160,7 @@ void Windows::showOnboarding() {
 }
 
 void Windows::keepSetupPage(int page) {
-  delegate_.store().edit([page](DockConfiguration& config) {
+  parts_.store.edit([page](DockConfiguration& config) {
     DeskOptions desk = config.desk();
     desk.setupPage = config.onboardingComplete ? 0 : page;
     config.setDesk(desk);
@@ -169,16 +168,17 @@ void Windows::keepSetupPage(int page) {
 }
 
 void Windows::showAbout() {
-  present(about_, u"about"_s, {}, [this] { return new AboutWindow(delegate_.store()); });
+  present(about_, u"about"_s, {}, [this] { return new AboutWindow(parts_.store); });
 }
 
 void Windows::showHelp() {
-  present(help_, u"help"_s, {}, [this] { return new HelpWindow(delegate_.store(), abilities()); });
+  present(help_, u"help"_s, {}, [this] { return new HelpWindow(parts_.store, abilities()); });
 }
 
 void Windows::followStatusItem(StatusItem& item) {
+  statusItem_ = &item;
   connect(&item, &StatusItem::panelToggled, this,
-          [this, &item] { makeStatusPanel().toggle(item.place(), delegate_.appearance().isDark()); });
+          [this, &item] { makeStatusPanel().toggle(item.place(), parts_.appearance.isDark()); });
   connect(&item, &StatusItem::menuRequested, this,
           [this, &item](QMenu& menu) { makeStatusPanel().openMenu(menu, item.place()); });
   connect(&item, &StatusItem::panelDismissed, this, [this] {
@@ -187,12 +187,12 @@ void Windows::followStatusItem(StatusItem& item) {
 }
 
 MenuBarPopup& Windows::makeStatusPanel() {
-  if (!statusPanel_) statusPanel_ = std::make_unique<MenuBarPopup>(delegate_.store(), services_, delegate_.commands());
+  if (!statusPanel_) statusPanel_ = std::make_unique<MenuBarPopup>(parts_.store, services_, parts_.commands);
   return *statusPanel_;
 }
 
 DesktopAbilities Windows::abilities() const {
-  const DesktopOptions& options = delegate_.store().config().desktopOptions();
+  const DesktopOptions& options = parts_.store.config().desktopOptions();
   DesktopAbilities found;
   found.isComposited = services_.panels.isComposited();
   found.reducesMotion = services_.motion.reducesMotion();
@@ -201,16 +201,16 @@ DesktopAbilities Windows::abilities() const {
   found.windows = services_.windows.capability();
   found.workspaces = services_.windows.workspaces();
   found.frames = services_.windows.frames();
-  found.keys = delegate_.keys().capability();
-  found.unaskedKeys = delegate_.keys().unasked();
+  found.keys = parts_.keys.capability();
+  found.unaskedKeys = parts_.keys.unasked();
   found.appNumbers = services_.modifiers.capability();
   if (options.dockShortcutEnabled) found.dockKey = VirtualKeys::text(options.shortcutKey, options.shortcutModifiers);
-  if (delegate_.commands().can(Commands::Optional::CommandBar) && options.commandBarEnabled)
-    found.commandBarKey = delegate_.keys().commandBarKey();
+  if (parts_.commands.can(Commands::Optional::CommandBar) && options.commandBarEnabled)
+    found.commandBarKey = parts_.keys.commandBarKey();
   found.notifications = services_.notifications.capability();
-  if (!delegate_.statusItem().hasTray()) found.tray = Capability::no(tr("This desktop has no system tray."));
-  found.loginEntry = delegate_.loginEntry().capability();
-  found.systemDock = setup_.preferences.capability();
+  if (!statusItem_ || !statusItem_->hasTray()) found.tray = Capability::no(tr("This desktop has no system tray."));
+  found.loginEntry = parts_.loginEntry.capability();
+  found.systemDock = parts_.preferences.capability();
   found.captureProtection = services_.panels.captureProtection();
   return found;
 }

@@ -13,24 +13,42 @@
 namespace tarnwick {
 
 class AboutWindow;
-class AppDelegate;
+class AppKeys;
+class AppStore;
 class AppWindow;
+class Appearance;
+class Commands;
+class DockController;
+class DockPreferenceAccess;
+class DockPresenter;
 class EditorWindow;
 class HelpWindow;
 class LibraryWindow;
+class LoginEntry;
 class MenuBarPopup;
 class OnboardingWindow;
 class SettingsWindow;
 class StatusItem;
-struct DelegateSetup;
 struct PreviewSources;
+
+/// What the windows show and change, beside the services of the desktop. All must outlive them.
+struct WindowsParts {
+  AppStore& store;
+  Commands& commands;
+  DockPresenter& presenter;
+  AppKeys& keys;
+  LoginEntry& loginEntry;
+  const Appearance& appearance;
+  DockPreferenceAccess& preferences;  ///< Of the system's own dock.
+  bool framesWindows = true;          ///< Whether the desktop puts a frame with a title around windows.
+};
 
 /// The program's own windows: each is open once, and asking for one that is open brings it forward.
 class Windows final : public QObject {
   Q_OBJECT
  public:
-  /// Belongs to the delegate. All must outlive it.
-  Windows(AppDelegate& delegate, const Services& services, const DelegateSetup& setup);
+  /// The services must outlive it.
+  Windows(const WindowsParts& parts, const Services& services);
   ~Windows() override;
 
   void showSettings();
@@ -43,7 +61,7 @@ class Windows final : public QObject {
   void showOnboarding();
   void showAbout();
   void showHelp();
-  /// Opens and closes the small window below the status item as that asks for.
+  /// Opens and closes the small window below the status item as that asks for. It may go before this.
   void followStatusItem(StatusItem& item);
   /// The small window below the status item. Null until it was opened first.
   MenuBarPopup* statusPanel() { return statusPanel_.get(); }
@@ -66,9 +84,10 @@ class Windows final : public QObject {
   DesktopAbilities abilities() const;
   MenuBarPopup& makeStatusPanel();
 
-  AppDelegate& delegate_;
+  DockController& dock() const;
+
+  const WindowsParts parts_;
   const Services& services_;
-  const DelegateSetup& setup_;
   WindowPlaces places_;
   QPointer<SettingsWindow> settings_;
   QPointer<LibraryWindow> library_;
@@ -76,6 +95,7 @@ class Windows final : public QObject {
   QPointer<OnboardingWindow> onboarding_;
   QPointer<AboutWindow> about_;
   QPointer<HelpWindow> help_;
+  QPointer<StatusItem> statusItem_;
   std::unique_ptr<MenuBarPopup> statusPanel_;
 };
 
