@@ -12,6 +12,7 @@
 #include "base/DesktopId.h"
 #include "platform/dbus/BusActivation.h"
 #include "platform/dbus/DBusSessionApplication.h"
+#include "platform/dbus/DesktopClockFormat.h"
 #include "platform/dbus/DesktopContrastPreference.h"
 #include "platform/dbus/DesktopMotionPreference.h"
 #include "platform/dbus/DesktopNotifications.h"
@@ -19,11 +20,17 @@
 #include "platform/dbus/LauncherEntries.h"
 #include "platform/dbus/LoginSessionEvents.h"
 #include "platform/dbus/PortalScreenColors.h"
+#include "platform/dbus/StatusNotifierWatch.h"
 #include "platform/docks/GuardianProcess.h"
 #include "platform/docks/SystemDockPreferences.h"
+#include "platform/ical/ICalendarFiles.h"
 #include "platform/linux/FileOperations.h"
+#include "platform/linux/LinuxMachineDetails.h"
+#include "platform/linux/LinuxProcessSource.h"
 #include "platform/linux/LinuxSystemCounters.h"
 #include "platform/linux/ProcessCommandLine.h"
+#include "platform/linux/SensorTemperatures.h"
+#include "platform/x11/X11Tray.h"
 
 namespace tarnwick {
 
@@ -32,7 +39,7 @@ Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment)
       environment_(environment),
       windowSystem_(WindowSystem::make()),
       services_(makeServices()),
-      readings_(keep(std::make_unique<Readings>(scheduler))),
+      readings_(keep(std::make_unique<Readings>(readingPorts(), scheduler))),
       session_(keep(std::make_unique<DBusSessionApplication>())) {}
 
 Adapters::~Adapters() {
@@ -72,6 +79,9 @@ Services Adapters::makeServices() {
       .notifications = keep(std::make_unique<DesktopNotifications>(session)),
       .toggles = keep(std::make_unique<DesktopToggles>(session, system)),
       .files = keep(std::make_unique<FileOperations>()),
+      .tray = keep(
+          std::make_unique<EitherTray>(std::make_unique<StatusNotifierWatch>(session), std::make_unique<X11Tray>())),
+      .clockFormat = keep(std::make_unique<DesktopClockFormat>(session)),
       .installedApps = apps,
       .runningApps =
           keep(std::make_unique<RunningApplications>(*windowSystem_.windows, apps, self, &processCommandLine)),
@@ -79,6 +89,14 @@ Services Adapters::makeServices() {
       .opener = keep(std::make_unique<AppOpener>(apps, launch, scheduler_)),
       .hints = keep(std::make_unique<LauncherEntries>(session)),
   };
+}
+
+ReadingPorts Adapters::readingPorts() {
+  return {.clockFormat = services_.clockFormat,
+          .calendar = std::make_unique<ICalendarFiles>(scheduler_),
+          .processes = std::make_unique<LinuxProcessSource>(),
+          .temperatures = std::make_unique<SensorTemperatures>(),
+          .machine = std::make_unique<LinuxMachineDetails>()};
 }
 
 StoreSetup Adapters::storeSetup() {

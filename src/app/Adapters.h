@@ -35,6 +35,7 @@ class Adapters {
   Port& keep(std::unique_ptr<Port> made);
 
   Services makeServices();
+  ReadingPorts readingPorts();
 
   Scheduler& scheduler_;
   LaunchEnvironment environment_;

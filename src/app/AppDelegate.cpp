@@ -73,7 +73,7 @@ DockController& AppDelegate::dock() { return presenter_->dock(); }
 
 void AppDelegate::didFinishLaunching() {
   MenuStyle::installFor(services_.panels);
-  status_ = std::make_unique<StatusItem>(*store_, *commands_);
+  status_ = std::make_unique<StatusItem>(*store_, *commands_, services_.tray);
   windows_->followStatusItem(*status_);
   setupHotKeys();
   if (setup_.guards) installExitGuards();

@@ -3,11 +3,7 @@
 #include <QStandardPaths>
 
 #include "config/CalendarFolders.h"
-#include "platform/dbus/DesktopClockFormat.h"
-#include "platform/ical/ICalendarFiles.h"
-#include "platform/linux/LinuxMachineDetails.h"
-#include "platform/linux/LinuxProcessSource.h"
-#include "platform/linux/SensorTemperatures.h"
+#include "desktop/ClockFormat.h"
 #include "widgets/WidgetFolder.h"
 
 namespace tarnwick {
@@ -19,13 +15,12 @@ QString home(QStandardPaths::StandardLocation location) { return QStandardPaths:
 
 }  // namespace
 
-Readings::Readings(Scheduler& scheduler)
-    : calendarFiles_(std::make_unique<ICalendarFiles>(scheduler)),
-      calendar_(*calendarFiles_, scheduler),
+Readings::Readings(ReadingPorts ports, Scheduler& scheduler)
+    : ports_(std::move(ports)),
+      calendar_(*ports_.calendar, scheduler),
       digests_(calendar_),
-      processes_(std::make_unique<LinuxProcessSource>(), scheduler),
-      temperature_(std::make_unique<SensorTemperatures>()),
-      machine_(std::make_unique<LinuxMachineDetails>()),
+      processes_(std::move(ports_.processes), scheduler),
+      temperature_(std::move(ports_.temperatures)),
       recent_(home(QStandardPaths::GenericDataLocation) + u"/recently-used.xbel"_s, scheduler),
       bookmarks_({home(QStandardPaths::HomeLocation), home(QStandardPaths::GenericConfigLocation),
                   home(QStandardPaths::GenericDataLocation)},
@@ -38,6 +33,7 @@ Readings::Readings(Scheduler& scheduler)
     connect(reader, changedSignal, this, [this, families] { Q_EMIT changed(families); });
   };
   connect(&calendar_, &Calendar::changed, this, &Readings::calendarChanged);
+  connect(&ports_.clockFormat, &ClockFormat::changed, this, &Readings::clockFormatChanged);
   tell(&processes_, &ProcessMonitor::changed, {Family::Processes});
   tell(&temperature_, &SystemTemperature::changed, {Family::Temperature});
   tell(&recent_, &RecentFiles::changed, {Family::Files});
@@ -49,12 +45,9 @@ Readings::Readings(Scheduler& scheduler)
 
 Readings::~Readings() = default;
 
-void Readings::start() {
-  clockFormat_ = std::make_unique<DesktopClockFormat>();
-  connect(clockFormat_.get(), &DesktopClockFormat::changed, this, &Readings::clockFormatChanged);
-}
+void Readings::start() { ports_.clockFormat.start(); }
 
-std::optional<bool> Readings::uses24Hour() const { return clockFormat_ ? clockFormat_->uses24Hour() : std::nullopt; }
+std::optional<bool> Readings::uses24Hour() const { return ports_.clockFormat.uses24Hour(); }
 
 void Readings::follow(AppStore& store) {
   const auto ask = [this, &store] {
@@ -84,7 +77,7 @@ ReadingServices Readings::services(InstalledApps& apps, const ClientWindows& win
           .thumbnails = thumbnails_,
           .processes = processes_,
           .temperature = temperature_,
-          .machine = *machine_,
+          .machine = *ports_.machine,
           .apps = apps,
           .windows = windows};
 }

@@ -20,14 +20,23 @@
 
 namespace tarnwick {
 
-class DesktopClockFormat;
+class ClockFormat;
+
+/// Where the readings come from; nothing in it is null.
+struct ReadingPorts {
+  ClockFormat& clockFormat;  ///< Outlives them.
+  std::unique_ptr<CalendarSource> calendar;
+  std::unique_ptr<ProcessSource> processes;
+  std::unique_ptr<ProcessorTemperatures> temperatures;
+  std::unique_ptr<MachineDetails> machine;
+};
 
 /// What tiles read of the machine, of the user's calendars and of their files. Made before the store, which drives it
 /// on its beat, and outlives it. Making it is cheap: nothing is read before a tile asks.
 class Readings : public QObject {
   Q_OBJECT
  public:
-  explicit Readings(Scheduler& scheduler);
+  Readings(ReadingPorts ports, Scheduler& scheduler);
   ~Readings() override;
 
   /// What the store is to drive.
@@ -55,13 +64,11 @@ class Readings : public QObject {
   void clockFormatChanged();
 
  private:
-  std::unique_ptr<CalendarSource> calendarFiles_;
+  ReadingPorts ports_;
   Calendar calendar_;
   CalendarDigests digests_;
   ProcessMonitor processes_;
   SystemTemperature temperature_;
-  std::unique_ptr<MachineDetails> machine_;
-  std::unique_ptr<DesktopClockFormat> clockFormat_;
   RecentFiles recent_;
   Bookmarks bookmarks_;
   ScreenshotFolder screenshots_;

@@ -3,8 +3,7 @@
 #include <QPainter>
 
 #include "base/DesktopId.h"
-#include "platform/dbus/StatusNotifierWatch.h"
-#include "platform/x11/X11Tray.h"
+#include "desktop/Tray.h"
 #include "store/AppStore.h"
 
 namespace tarnwick {
@@ -35,36 +34,21 @@ QIcon mark() {
 
 }  // namespace
 
-StatusItem::StatusItem(AppStore& store, Commands& commands) : store_(store), menu_(store, commands) {
+StatusItem::StatusItem(AppStore& store, Commands& commands, Tray& tray) : store_(store), menu_(store, commands) {
   // Trays open the menu by themselves and report nothing else.
   connect(&menu_, &QMenu::aboutToShow, this, &StatusItem::panelDismissed);
   connect(&store, &AppStore::errorChanged, &menu_, &StatusMenu::refresh);
   connect(&store, &AppStore::layoutChanged, this, &StatusItem::follow);
   follow();
-  lookForTray();
+  connect(&tray, &Tray::found, this, &StatusItem::appear);
+  tray.look();
 }
 
 StatusItem::~StatusItem() = default;
 
-void StatusItem::lookForTray() {
-  auto* watch = new StatusNotifierWatch(this);
-  connect(watch, &StatusNotifierWatch::found, this, &StatusItem::appear);
-  connect(watch, &StatusNotifierWatch::missing, this, &StatusItem::lookForOlderTray);
-  watch->start();
-}
-
-void StatusItem::lookForOlderTray() {
-  if (icon_) return;
-  olderTray_ = std::make_unique<X11Tray>();
-  connect(olderTray_.get(), &X11Tray::found, this, &StatusItem::appear);
-  if (olderTray_->isThere()) appear();
-}
-
 void StatusItem::appear() {
   // Made only once there is a tray: the toolkit decides at the first icon, for the whole run, how it speaks to trays.
   if (icon_) return;
-  // It may be the one that called.
-  if (olderTray_) olderTray_.release()->deleteLater();
   menu_.refresh();
   icon_ = std::make_unique<QSystemTrayIcon>(mark());
   icon_->setToolTip(u"Tarnwick"_s);

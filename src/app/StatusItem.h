@@ -8,15 +8,15 @@
 
 namespace tarnwick {
 
-class X11Tray;
+class Tray;
 
 /// The program's mark in the desktop's tray, with its menus. It appears once a tray is there and comes back with it;
 /// without one nothing happens. Whether it is seen, and which menu a left click opens, is as the settings have it.
 class StatusItem : public QObject {
   Q_OBJECT
  public:
-  /// Both must outlive it.
-  StatusItem(AppStore& store, Commands& commands);
+  /// All must outlive it.
+  StatusItem(AppStore& store, Commands& commands, Tray& tray);
   ~StatusItem() override;
 
   bool hasTray() const { return icon_ != nullptr; }
@@ -33,14 +33,11 @@ class StatusItem : public QObject {
 
  private:
   void follow();
-  void lookForTray();
-  void lookForOlderTray();
   void appear();
   void activated(QSystemTrayIcon::ActivationReason reason);
 
   AppStore& store_;
   StatusMenu menu_;
-  std::unique_ptr<X11Tray> olderTray_;
   std::unique_ptr<QSystemTrayIcon> icon_;
   bool visible_ = true;
   bool classic_ = false;  ///< A left click opens the plain menu too.

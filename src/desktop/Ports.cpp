@@ -1,5 +1,6 @@
 // The ports have hardly any code of their own; this file gives their meta-objects a home.
 #include "desktop/ClientWindows.h"
+#include "desktop/ClockFormat.h"
 #include "desktop/ContrastPreference.h"
 #include "desktop/Files.h"
 #include "desktop/FrameClock.h"

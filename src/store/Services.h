@@ -5,6 +5,7 @@ namespace tarnwick {
 class AppIcons;
 class AppOpener;
 class ClientWindows;
+class ClockFormat;
 class ContrastPreference;
 class Files;
 class FrameClocks;
@@ -21,6 +22,7 @@ class ScreenColors;
 class Screens;
 class SessionEvents;
 class Toggles;
+class Tray;
 class ZoneSensor;
 
 /// What the program uses of the desktop: one reference each, made once by the adapters and valid for the whole run. A
@@ -45,6 +47,8 @@ struct Services {
   Notifications& notifications;
   Toggles& toggles;
   Files& files;
+  Tray& tray;
+  ClockFormat& clockFormat;
 
   // Applications.
   InstalledApps& installedApps;

@@ -167,9 +167,13 @@ QString setting(const QStringList& arguments) { return run(u"gsettings"_s, argum
 TEST_F(DesktopTogglesTest, TheClocksFormatIsTheDesktopsWhereItObeysItself) {
   const QStringList key{u"org.gnome.desktop.interface"_s, u"clock-format"_s};
   qputenv("XDG_CURRENT_DESKTOP", "KDE");
-  EXPECT_EQ(DesktopClockFormat(bus.connection()).uses24Hour(), std::nullopt);
+  DesktopClockFormat ignored(bus.connection());
+  ignored.start();
+  EXPECT_EQ(ignored.uses24Hour(), std::nullopt);
   qputenv("XDG_CURRENT_DESKTOP", "ubuntu:GNOME");
-  const DesktopClockFormat format(bus.connection());
+  DesktopClockFormat format(bus.connection());
+  EXPECT_EQ(format.uses24Hour(), std::nullopt) << "not asked yet";
+  format.start();
   EXPECT_TRUE(waitFor([&] { return format.uses24Hour() == true; }));
   setting(QStringList{u"set"_s} + key + QStringList{u"12h"_s});
   EXPECT_TRUE(waitFor([&] { return format.uses24Hour() == false; }));

@@ -8,6 +8,7 @@
 #include "apps/InstalledApps.h"
 #include "apps/RunningApplications.h"
 #include "apps/ports/LauncherHints.h"
+#include "desktop/ClockFormat.h"
 #include "desktop/ContrastPreference.h"
 #include "desktop/FrameClock.h"
 #include "desktop/HeldModifiers.h"
@@ -19,6 +20,7 @@
 #include "desktop/Screens.h"
 #include "desktop/SessionEvents.h"
 #include "desktop/Toggles.h"
+#include "desktop/Tray.h"
 #include "desktop/Zones.h"
 #include "store/Services.h"
 #include "support/FakeFiles.h"
@@ -73,6 +75,17 @@ struct StillToggles final : Toggles {
   void set(Toggle, bool) override {}
   void start() override {}
 };
+/// There is none until a test emits `found`.
+struct TestTray final : Tray {
+  int looks = 0;
+  void look() override { ++looks; }
+};
+struct TestClockFormat final : ClockFormat {
+  std::optional<bool> is24Hour;
+  bool isStarted = false;
+  std::optional<bool> uses24Hour() const override { return isStarted ? is24Hour : std::nullopt; }
+  void start() override { isStarted = true; }
+};
 struct NoHints final : LauncherHints {
   void start() override {}
   LauncherHint of(const QString&) const override { return {}; }
@@ -92,9 +105,9 @@ class TestServices {
 
   /// The parts that stand in for others are given by whoever needs them.
   Services with(Panels& somePanels, FrameClocks& someClocks) {
-    return {scheduler_, screens,       somePanels,  zones,  someClocks, motion,        contrast,
-            windows,    hotKeys,       modifiers,   colors, session,    notifications, toggles,
-            files,      installedApps, runningApps, icons,  opener,     hints};
+    return {scheduler_,  screens,       somePanels,  zones,   someClocks,    motion,  contrast, windows,
+            hotKeys,     modifiers,     colors,      session, notifications, toggles, files,    tray,
+            clockFormat, installedApps, runningApps, icons,   opener,        hints};
   }
   Services all() { return with(panels, clocks); }
 
@@ -116,6 +129,8 @@ class TestServices {
   QuietNotifications notifications;
   StillToggles toggles;
   FakeFiles files;
+  TestTray tray;
+  TestClockFormat clockFormat;
   InstalledApps installedApps;
   RunningApplications runningApps;
   AppIcons icons;

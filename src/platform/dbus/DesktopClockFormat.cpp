@@ -16,10 +16,10 @@ bool settingIsObeyed() {
 
 }  // namespace
 
-DesktopClockFormat::DesktopClockFormat(const QDBusConnection& session) {
-  if (!settingIsObeyed()) return;
-  setting_ = std::make_unique<GSettingsKey>(session, u"org.gnome.desktop.interface"_s, u"clock-format"_s);
-  connect(setting_.get(), &GSettingsKey::changed, this, &DesktopClockFormat::changed);
+void DesktopClockFormat::start() {
+  if (setting_ || !settingIsObeyed()) return;
+  setting_ = std::make_unique<GSettingsKey>(session_, u"org.gnome.desktop.interface"_s, u"clock-format"_s);
+  connect(setting_.get(), &GSettingsKey::changed, this, &ClockFormat::changed);
 }
 
 std::optional<bool> DesktopClockFormat::uses24Hour() const {

@@ -1,29 +1,25 @@
 #pragma once
 
 #include <QDBusConnection>
-#include <QObject>
 #include <memory>
-#include <optional>
 
+#include "desktop/ClockFormat.h"
 #include "platform/dbus/GSettingsKey.h"
 
 namespace tarnwick {
 
-/// Whether the desktop writes the hours of a day as 24 or as twice 12. The setting is installed on many desktops, but
-/// counts only on those that show their own clock by it.
-class DesktopClockFormat final : public QObject {
+/// The desktop's setting for it. It is installed on many desktops, but counts only on those that show their own clock
+/// by it.
+class DesktopClockFormat final : public ClockFormat {
   Q_OBJECT
  public:
-  /// Asks at once where the setting counts.
-  explicit DesktopClockFormat(const QDBusConnection& session = QDBusConnection::sessionBus());
+  explicit DesktopClockFormat(const QDBusConnection& session) : session_(session) {}
 
-  /// Absent where this desktop has no such setting, and until it has answered.
-  std::optional<bool> uses24Hour() const;
-
- Q_SIGNALS:
-  void changed();
+  std::optional<bool> uses24Hour() const override;
+  void start() override;
 
  private:
+  QDBusConnection session_;
   std::unique_ptr<GSettingsKey> setting_;
 };
 

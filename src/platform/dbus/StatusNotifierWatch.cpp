@@ -9,15 +9,17 @@ namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
-void StatusNotifierWatch::start(QDBusConnection bus) {
-  if (!bus.isConnected()) {
+void StatusNotifierWatch::look() {
+  if (!bus_.isConnected()) {
     Q_EMIT missing();
     return;
   }
   const QString name = u"org.kde.StatusNotifierWatcher"_s;
-  auto* watcher = new QDBusServiceWatcher(name, bus, QDBusServiceWatcher::WatchForRegistration, this);
-  connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &StatusNotifierWatch::found);
-  auto* asked = new QDBusPendingCallWatcher(bus.interface()->asyncCall(u"NameHasOwner"_s, name), this);
+  if (!watcher_) {
+    watcher_ = new QDBusServiceWatcher(name, bus_, QDBusServiceWatcher::WatchForRegistration, this);
+    connect(watcher_, &QDBusServiceWatcher::serviceRegistered, this, &Tray::found);
+  }
+  auto* asked = new QDBusPendingCallWatcher(bus_.interface()->asyncCall(u"NameHasOwner"_s, name), this);
   connect(asked, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* call) {
     const QDBusPendingReply<bool> reply = *call;
     call->deleteLater();

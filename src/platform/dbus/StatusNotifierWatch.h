@@ -1,23 +1,25 @@
 #pragma once
 
 #include <QDBusConnection>
-#include <QObject>
+
+#include "desktop/Tray.h"
+
+class QDBusServiceWatcher;
 
 namespace tarnwick {
 
-/// Whether the desktop has a tray for status notifier items, the kind that is reached over the session bus.
-class StatusNotifierWatch final : public QObject {
+/// A tray for status notifier items, the kind that is reached over the session bus.
+class StatusNotifierWatch final : public Tray {
   Q_OBJECT
  public:
-  using QObject::QObject;
+  explicit StatusNotifierWatch(const QDBusConnection& bus) : bus_(bus) {}
 
-  /// Looks for a tray and goes on looking: `found` comes at once where there is one and each time that one comes,
-  /// `missing` once where there is none at the beginning, from within this call where there is no bus.
-  void start(QDBusConnection bus = QDBusConnection::sessionBus());
+  /// Answers from within this call where there is no bus.
+  void look() override;
 
- Q_SIGNALS:
-  void found();
-  void missing();
+ private:
+  QDBusConnection bus_;
+  QDBusServiceWatcher* watcher_ = nullptr;  // Owned by this.
 };
 
 }  // namespace tarnwick

@@ -22,7 +22,12 @@ xcb_atom_t atom(xcb_connection_t* connection, const char* name) {
 
 }  // namespace
 
-X11Tray::X11Tray(QObject* parent) : QObject(parent) {
+void X11Tray::look() {
+  if (!connection_) listen();
+  isThere() ? Q_EMIT found() : Q_EMIT missing();
+}
+
+void X11Tray::listen() {
   const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
   if (!x11) return;
   connection_ = x11->connection();
