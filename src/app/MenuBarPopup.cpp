@@ -53,8 +53,7 @@ std::optional<PanelPlacement> MenuBarPopup::placeOf(const QRect& item) const {
     return PanelPlacement{found->id, place.translated(-found->frame.topLeft().toPoint()), {}};
   };
   if (const auto place = on(item)) return place;
-  // Only X11 reports where the pointer is over the windows of others.
-  if (QGuiApplication::platformName() == u"xcb"_s)
+  if (services_.screens.reportsPointer())
     if (const auto place = on(QRect(QCursor::pos(), QSize(1, 1)))) return place;
   const Screen& main = all.first();
   const bool atLeft = QGuiApplication::isRightToLeft();

@@ -1,7 +1,5 @@
 #include "app/Program.h"
 
-#include <unistd.h>
-
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -111,16 +109,6 @@ Start begin(int argc, char** argv, const CommandLine& line) {
   return start;
 }
 
-/// Ends the process once all objects of ours are gone. Qt 6.4 may wait for ever for a thread of its own when the
-/// compositor still says something while the connection is taken down, which the kernel does as well.
-int endProcess(int status) {
-  if (QGuiApplication::platformName().startsWith("wayland"_L1)) {
-    std::fflush(nullptr);
-    ::_exit(status);
-  }
-  return status;
-}
-
 int end(int argc, char** argv, const Start& start) {
   if (start.alertText.isEmpty()) return *start.status;
   if (!start.obstacle.isEmpty()) {
@@ -129,7 +117,7 @@ int end(int argc, char** argv, const Start& start) {
   }
   const QApplication application(argc, argv);
   QMessageBox::warning(nullptr, start.alertTitle, start.alertText);
-  return endProcess(*start.status);
+  return WindowSystem::end(*start.status);
 }
 
 int runUntilQuit(const Start& start, const CommandLine& line, const LaunchEnvironment& environment) {
@@ -169,7 +157,7 @@ int runDock(int argc, char** argv, const CommandLine& line) {
   QGuiApplication::setQuitOnLastWindowClosed(false);
   QApplication application(argc, argv);
   loadWords(application);
-  return endProcess(runUntilQuit(start, line, environment));
+  return WindowSystem::end(runUntilQuit(start, line, environment));
 }
 
 }  // namespace

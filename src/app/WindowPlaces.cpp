@@ -10,8 +10,6 @@
 
 namespace tarnwick {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr int kStep = 28;  // About a title bar.
@@ -41,8 +39,6 @@ bool hasPlace(const QWidget& window) {
   return window.isVisible() &&
          !(window.windowState() & (Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen));
 }
-
-bool placesItself() { return QGuiApplication::platformName().startsWith("wayland"_L1); }
 
 QRect usableOf(const Screen& screen) { return (screen.usable.isEmpty() ? screen.frame : screen.usable).toRect(); }
 
@@ -118,7 +114,7 @@ QRect WindowPlaces::usableAt(const QString& display, const QPoint& place) const 
   const std::optional<Screen> screen = screenAt(display, place);
   if (!screen) return {};
   // A desktop that places windows itself puts them in the middle, or wherever there is space.
-  return placesItself() ? evenly(freeOf(*screen), usableOf(*screen)) : freeOf(*screen);
+  return screens_.placesWindows() ? evenly(freeOf(*screen), usableOf(*screen)) : freeOf(*screen);
 }
 
 /// A window that is higher than what the dock leaves lies behind the dock, wherever it is.
@@ -128,7 +124,7 @@ void WindowPlaces::keepClear(AppWindow& window) const {
   if (!screen) return;
   const QRect free = freeOf(*screen);
   QMargins frame = frameOf(window);
-  if (placesItself() && frame.isNull()) frame = kUsualFrame;
+  if (screens_.placesWindows() && frame.isNull()) frame = kUsualFrame;
   const int hidden = std::max(0, window.height() + frame.top() + frame.bottom() - free.height());
   const bool dockIsOnTop = free.top() > usableOf(*screen).top();
   window.setBehind(dockIsOnTop ? QMargins(0, hidden, 0, 0) : QMargins(0, 0, 0, hidden));

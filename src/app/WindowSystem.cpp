@@ -1,7 +1,10 @@
 #include "app/WindowSystem.h"
 
+#include <unistd.h>
+
 #include <QCoreApplication>
 #include <QGuiApplication>
+#include <cstdio>
 
 #include "app/HotKeyTable.h"
 #include "base/DomainError.h"
@@ -153,6 +156,16 @@ void WindowSystem::prepare() {
   const QByteArray chosen = wanted.isEmpty() ? (prefersWayland() ? "wayland" : "xcb") : reachable(wanted);
   qputenv("QT_QPA_PLATFORM", chosen);
   if (isWayland(chosen)) WaylandEnvironment::prepare();
+}
+
+/// Qt 6.4 may wait for ever for a thread of its own when the compositor still says something while the connection is
+/// taken down, which the kernel does as well.
+int WindowSystem::end(int status) {
+  if (QGuiApplication::platformName().startsWith("wayland"_L1)) {
+    std::fflush(nullptr);
+    ::_exit(status);
+  }
+  return status;
 }
 
 QString WindowSystem::obstacle() {

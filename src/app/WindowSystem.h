@@ -40,6 +40,8 @@ struct WindowSystem {
   static void prepare();
   /// Whether the chosen one answers; where it doesn't, a finished sentence.
   static QString obstacle();
+  /// Gives the status with which the process is to end once all objects of ours are gone, or ends it with that at once.
+  static int end(int status);
 };
 
 }  // namespace tarnwick

@@ -84,9 +84,7 @@ void Windows::dress(AppWindow& window) {
 QRectF Windows::dockOn(const Screen& screen) const {
   const DockController& dock = this->dock();
   const AppStore& store = parts_.store;
-  // Without layers a dock is a window that may be anywhere.
-  const bool isWindow = QGuiApplication::platformName().startsWith("wayland"_L1) && !services_.zones.edges();
-  if (isWindow) return {};
+  if (!services_.panels.keepsPlaces()) return {};
   if (!dock.displays().isEmpty() || screen.id != services_.screens.mainId()) return dock.frame(screen.id);
   const DockPlacement::Row row = DockPlacement::row(store.displayedWidgets(screen.id), 0);
   const QSizeF panel = DockPlacement::size(store.config(), row, screen.usable.width()).panel;

@@ -112,6 +112,8 @@ class Panels : public QObject {
   virtual bool canBlur() const = 0;
   /// Whether windows can be left out of pictures of the screen.
   virtual Capability captureProtection() const = 0;
+  /// Whether panels are where they were put; elsewhere they are windows that may be anywhere.
+  virtual bool keepsPlaces() const { return true; }
 
  Q_SIGNALS:
   void compositingChanged();

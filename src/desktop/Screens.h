@@ -28,6 +28,10 @@ class Screens : public QObject {
   virtual QList<Screen> all() const = 0;
   /// The identity of the main display, or an empty text.
   virtual QString mainId() const = 0;
+  /// Whether the desktop alone decides where windows of programs are, and reports to nobody where that is.
+  virtual bool placesWindows() const { return false; }
+  /// Whether programs learn where the pointer is while it is over the windows of others.
+  virtual bool reportsPointer() const { return false; }
 
  Q_SIGNALS:
   void changed();

@@ -17,6 +17,7 @@ class PlainPanels final : public Panels {
   bool isComposited() const override { return true; }
   bool canBlur() const override { return false; }
   Capability captureProtection() const override;
+  bool keepsPlaces() const override { return false; }
 
  private:
   WaylandScreens& screens_;

@@ -22,6 +22,7 @@ class WaylandScreens final : public Screens {
 
   QList<Screen> all() const override { return screens_; }
   QString mainId() const override { return screens_.isEmpty() ? QString() : screens_.first().id; }
+  bool placesWindows() const override { return true; }
 
   /// The display of that identity; null if it is not connected.
   QScreen* native(const QString& id) const { return natives_.value(id); }

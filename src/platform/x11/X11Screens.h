@@ -37,6 +37,7 @@ class X11Screens final : public Screens {
 
   QList<Screen> all() const override { return screens_; }
   QString mainId() const override;
+  bool reportsPointer() const override { return true; }
 
   /// The display of that identity, if it is connected.
   std::optional<Native> native(const QString& id) const;
