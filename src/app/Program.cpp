@@ -131,8 +131,11 @@ int runUntilQuit(const Start& start, const CommandLine& line, const LaunchEnviro
   delegate.didFinishLaunching();
   // Behind the dock's own coming up, which waits for the event loop as well.
   const auto orders = [&] {
-    // A user who toggles a dock that does not run wants to see it, and it starts shown.
-    if (line.order && line.order->kind != Order::Kind::Toggle) delegate.orders().perform(*line.order);
+    // A user who toggles a dock that does not run wants to see it.
+    if (line.order && line.order->kind == Order::Kind::Toggle)
+      delegate.dock().show();
+    else if (line.order)
+      delegate.orders().perform(*line.order);
     if (!start.urls.isEmpty()) delegate.orders().open(start.urls);
     if (!start.missing.isEmpty()) delegate.store().setError(start.missing.last());
   };

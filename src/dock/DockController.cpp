@@ -80,8 +80,9 @@ DockToggle::Step DockController::nextToggle() const {
   return DockToggle::next(manuallyHidden_, possibleLayout(), docks);
 }
 
-void DockController::toggle() {
-  if (nextToggle() == DockToggle::Step::Hide) return hideByHand();
+void DockController::toggle() { nextToggle() == DockToggle::Step::Hide ? hideByHand() : show(); }
+
+void DockController::show() {
   const double now = store_.scheduler().reference();
   for (auto& [id, dock] : docks_)
     if (!dock.covered && DockVisibility::reveals(possibleLayout())) dock.visibility = DockVisibility::calledAt(now);

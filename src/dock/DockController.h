@@ -77,6 +77,8 @@ class DockController : public QObject {
   void checkEdge();
   /// Hides the docks, or shows them, for the user: as DockToggle has it.
   void toggle();
+  /// Shows them, also where their layout hides them; there they stay until they were used.
+  void show();
   bool isManuallyHidden() const { return manuallyHidden_; }
   /// Panels come up only once the program has finished starting.
   void setMayShow(bool mayShow);

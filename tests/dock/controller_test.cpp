@@ -263,6 +263,12 @@ TEST_F(DockControllerTest, ADockThatIsNotSeenComesByAToggleAndOneThatIsSeenGoes)
     EXPECT_FALSE(isOut());
     cover(false);
     EXPECT_FALSE(isOut()) << "as the layout has it after a film";
+    for (int asked = 0; asked < 2; ++asked) {
+      controller.show();
+      EXPECT_TRUE(isOut()) << "nothing to hide";
+    }
+    cover(true);
+    cover(false);
   }
 }
 
