@@ -84,8 +84,11 @@ void DockController::toggle() { nextToggle() == DockToggle::Step::Hide ? hideByH
 
 void DockController::show() {
   const double now = store_.scheduler().reference();
-  for (auto& [id, dock] : docks_)
-    if (!dock.covered && DockVisibility::reveals(possibleLayout())) dock.visibility = DockVisibility::calledAt(now);
+  for (auto& [id, dock] : docks_) {
+    if (dock.covered || !DockVisibility::reveals(possibleLayout())) continue;
+    dock.visibility = DockVisibility::calledAt(now);
+    applyShape(dock);
+  }
   // The next pass puts the panels back on the screen.
   if (std::exchange(manuallyHidden_, false)) return refresh();
   checkEdge();

@@ -214,6 +214,8 @@ void DockController::revealAtOnce(const QString& display) {
   if (found != docks_.end() && DockVisibility::reveals(possibleLayout())) {
     found->second.visibility.visible = true;
     found->second.visibility.lastInteraction = store_.scheduler().reference();
+    // One that fades without motion keeps its shape, and takes clicks again.
+    applyShape(found->second);
   }
   checkEdge();
 }

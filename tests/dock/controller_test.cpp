@@ -93,7 +93,8 @@ struct FakeClocks final : FrameClocks {
 };
 
 struct CalmMotion final : MotionPreference {
-  bool reducesMotion() const override { return false; }
+  bool reducesMotion() const override { return reduces; }
+  bool reduces = false;
 };
 
 struct PlainContent final : DockContent {
@@ -296,6 +297,23 @@ TEST_F(DockControllerTest, APressAtTheEdgeCallsAHiddenDockAtOnceWhereItMayCome) 
   EXPECT_EQ(zones.watched.size(), 1);
   time.advance(0.2);
   EXPECT_TRUE(controller.isVisible(u"A"_s));
+}
+
+TEST_F(DockControllerTest, ADockThatIsCalledWhileItFadesTakesClicksAgain) {
+  motion.reduces = true;
+  useLayout(DockLayout::RevealBottom);
+  const std::function<void()> calls[] = {[this] { Q_EMIT zones.edgePressed(u"A"_s); }, [this] { controller.toggle(); }};
+  for (const auto& call : calls) {
+    zones.put(kAtTheBottom);
+    time.advance(0.2);
+    clocks.latest->beat(5);
+    EXPECT_FALSE(panel().input.isEmpty());
+    zones.put(kAway);
+    time.advance(1);
+    EXPECT_TRUE(panel().input.isEmpty());
+    call();
+    EXPECT_FALSE(panel().input.isEmpty());
+  }
 }
 
 TEST_F(DockControllerTest, ADockWithTheKeyboardStaysUntilTheUserTurnsAway) {
