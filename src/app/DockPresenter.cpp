@@ -17,11 +17,6 @@ namespace {
 
 constexpr int kOverAMessage = 8;
 
-DockPorts portsOf(const Services& services, const DockPresenterSetup& setup) {
-  return {&services.screens, &services.panels,  &services.zones,    &services.clocks,
-          &services.motion,  &services.windows, &setup.preferences, &setup.guard};
-}
-
 }  // namespace
 
 DockPresenter::DockPresenter(AppStore& store, const Services& services, Commands& commands, DockPresenterSetup setup)
@@ -40,7 +35,8 @@ DockPresenter::DockPresenter(AppStore& store, const Services& services, Commands
                [this](const QString& display) { return opensDownwards(display); }}),
       menuHost_(store, menus_, dock_, docks_, panels_),
       questions_(store, dock_, docks_, menuHost_, panels_),
-      dock_(store, portsOf(services, setup_), [this](const QString& display) { return makeContent(display); }),
+      dock_(store, services, setup_.preferences, setup_.guard,
+            [this](const QString& display) { return makeContent(display); }),
       calls_(store, services.hints, services.installedApps, [this] { return dock_.displays(); }) {
   drops_.sendNearby = setup_.sendNearby;
   guardStrangeEntries();

@@ -58,7 +58,7 @@ bool replaySaved(const QString& directory, DockPreferenceAccess& preferences, co
                  const Say& say) {
   try {
     // Its creation restores; the second call reports a failure of the first.
-    NativeDockState state(directory, preferences, nullptr, terms);
+    NativeDockState state(directory, preferences, NoGuard::shared(), terms);
     state.restore();
     say(restored());
     return true;

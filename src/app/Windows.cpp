@@ -14,6 +14,7 @@
 #include "apps/InstalledApps.h"
 #include "base/DesktopId.h"
 #include "desktop/HeldModifiers.h"
+#include "desktop/MotionPreference.h"
 #include "desktop/VirtualKeys.h"
 #include "dock/rules/DockPlacement.h"
 #include "views/library/EditorWindow.h"

@@ -7,9 +7,14 @@
 #include <utility>
 
 #include "base/DomainError.h"
+#include "desktop/ClientWindows.h"
+#include "desktop/FrameClock.h"
+#include "desktop/MotionPreference.h"
+#include "desktop/Zones.h"
 #include "dock/DockContentContainer.h"
 #include "dock/rules/DesktopMath.h"
 #include "store/AppStore.h"
+#include "store/Services.h"
 
 namespace tarnwick {
 namespace {
@@ -31,24 +36,23 @@ void sayAtTheEnd(const std::exception& failure) { std::fprintf(stderr, "%s\n", f
 
 }  // namespace
 
-DockController::DockController(AppStore& store, DockPorts ports, ContentFactory factory)
+DockController::DockController(AppStore& store, const Services& services, DockPreferenceAccess& preferences,
+                               DockGuard& guard, ContentFactory factory)
     : store_(store),
-      ports_(ports),
-      suppressor_(store.dataDirectory(), *ports.preferences, ports.guard, {.asksFirst = true}),
+      services_(services),
+      suppressor_(store.dataDirectory(), preferences, guard, {.asksFirst = true}),
       shownRemarks_(store.dataDirectory()),
       factory_(std::move(factory)) {
-  connect(ports_.screens, &Screens::changed, this, &DockController::refresh);
-  connect(ports_.panels, &Panels::compositingChanged, this, &DockController::refresh);
-  connect(ports_.zones, &ZoneSensor::changed, this, &DockController::checkEdge);
-  connect(ports_.zones, &ZoneSensor::edgePressed, this, &DockController::revealAtOnce);
-  connect(ports_.motion, &MotionPreference::changed, this, &DockController::refresh);
+  connect(&services_.screens, &Screens::changed, this, &DockController::refresh);
+  connect(&services_.panels, &Panels::compositingChanged, this, &DockController::refresh);
+  connect(&services_.zones, &ZoneSensor::changed, this, &DockController::checkEdge);
+  connect(&services_.zones, &ZoneSensor::edgePressed, this, &DockController::revealAtOnce);
+  connect(&services_.motion, &MotionPreference::changed, this, &DockController::refresh);
   connect(&store_, &AppStore::runningAppsChanged, this, [this] {
     if (store_.config().liveApps) refresh();
   });
-  if (ports_.windows) {
-    connect(ports_.windows, &ClientWindows::changed, this, &DockController::platformStateChanged);
-    connect(ports_.windows, &ClientWindows::framesChanged, this, &DockController::platformStateChanged);
-  }
+  connect(&services_.windows, &ClientWindows::changed, this, &DockController::platformStateChanged);
+  connect(&services_.windows, &ClientWindows::framesChanged, this, &DockController::platformStateChanged);
   connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &DockController::followKeyboard);
   suppressor_.setNeedsApply([this] { refresh(); });
   platformStateChanged();
@@ -58,7 +62,7 @@ DockController::~DockController() { shutdown(); }
 
 /// What the user wants stays in the document, for a session under another desktop.
 DockLayout DockController::possibleLayout() const {
-  return ports_.zones->edges() ? store_.config().layout : DockLayout::Fixed;
+  return services_.zones.edges() ? store_.config().layout : DockLayout::Fixed;
 }
 
 const DockConfiguration& DockController::settings() const {
@@ -176,14 +180,14 @@ bool DockController::giveSystemDockBack() {
 // --- Layout ---------------------------------------------------------------------------------------------------------
 
 void DockController::layoutPanels() {
-  const QList<Screen> screens = ports_.screens->all();
+  const QList<Screen> screens = services_.screens.all();
   rememberDisplays(screens);
   refreshWork_.reset();  // What that changed is part of this pass.
   QStringList connected;
   for (const Screen& screen : screens) connected << screen.id;
   const DockConfiguration& config = settings();
   const QStringList selected = DesktopMath::selectedDisplays(
-      config.display, connected, config.desktopOptions().attachedDisplays, ports_.screens->mainId());
+      config.display, connected, config.desktopOptions().attachedDisplays, services_.screens.mainId());
 
   const bool reserves = config.desktopOptions().reserveSpace;
   const std::optional<DockLayout> reserved = reserves ? std::optional(config.layout) : std::nullopt;
@@ -217,7 +221,7 @@ void DockController::rememberDisplays(const QList<Screen>& screens) {
 }
 
 void DockController::sayWhatIsNotAvailable() {
-  const Capability edges = ports_.zones->edges();
+  const Capability edges = services_.zones.edges();
   if (edges || store_.config().layout == DockLayout::Fixed || std::exchange(saidWhatIsNot_, true)) return;
   remark(edges.reason);
 }
@@ -264,11 +268,11 @@ void DockController::layout(const Screen& screen) {
   dock.geometry = {screen.id,
                    dock.frame.size(),
                    size.scale,
-                   ports_.panels->isComposited(),
-                   ports_.panels->canBlur(),
+                   services_.panels.isComposited(),
+                   services_.panels.canBlur(),
                    DockPlacement::hangs(config, dock.frame, screen.usable),
                    config.layout == DockLayout::Floating};
-  dock.container->setReduceMotion(ports_.motion->reducesMotion());
+  dock.container->setReduceMotion(services_.motion.reducesMotion());
   dock.container->configure(dock.geometry);
   place(dock);
   standClear(dock);
@@ -283,9 +287,9 @@ DockController::Dock& DockController::dockFor(const Screen& screen) {
   if (dock.panel) return dock;
   std::unique_ptr<DockContent> content = factory_(screen.id);
   dock.content = content.get();
-  auto container = std::make_unique<DockContentContainer>(std::move(content), ports_.clocks->make(screen.id));
+  auto container = std::make_unique<DockContentContainer>(std::move(content), services_.clocks.make(screen.id));
   dock.container = container.get();
-  dock.panel = ports_.panels->make(std::move(container));
+  dock.panel = services_.panels.make(std::move(container));
   connectDock(dock, screen.id);
   return dock;
 }
@@ -297,7 +301,7 @@ void DockController::connectDock(const Dock& dock, const QString& id) {
       applyShape(found->second);
     }
   });
-  connect(dock.container, &DockContentContainer::pointerLeft, ports_.zones, &ZoneSensor::pointerLeft);
+  connect(dock.container, &DockContentContainer::pointerLeft, &services_.zones, &ZoneSensor::pointerLeft);
   // The window system took the window: the next pass makes a new one if the display is still there.
   connect(dock.panel.get(), &Panel::closed, this, [this, id] {
     const auto remove = [this, id] {

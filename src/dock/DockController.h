@@ -7,12 +7,8 @@
 
 #include "base/Scheduler.h"
 #include "config/DockConfiguration.h"
-#include "desktop/ClientWindows.h"
-#include "desktop/FrameClock.h"
-#include "desktop/MotionPreference.h"
 #include "desktop/Panels.h"
 #include "desktop/Screens.h"
-#include "desktop/Zones.h"
 #include "dock/DockContent.h"
 #include "dock/NativeDockState.h"
 #include "dock/ShownRemarks.h"
@@ -27,19 +23,7 @@ namespace tarnwick {
 
 class AppStore;
 class DockContentContainer;
-
-/// What the controller asks of the desktop. Pointers are borrowed and outlive it; all but `windows` and `guard` are
-/// required.
-struct DockPorts {
-  Screens* screens = nullptr;
-  Panels* panels = nullptr;
-  ZoneSensor* zones = nullptr;
-  FrameClocks* clocks = nullptr;
-  MotionPreference* motion = nullptr;
-  ClientWindows* windows = nullptr;             ///< Null where the desktop does not list windows.
-  DockPreferenceAccess* preferences = nullptr;  ///< Of the system's own dock.
-  DockGuard* guard = nullptr;                   ///< Null where none stands by.
-};
+struct Services;
 
 /// Turns the configuration into one panel on each chosen display, keeps it in place, and decides from moment to moment
 /// whether it is shown. Pure rules decide what should be; this sets the panels accordingly. The pointer drives it,
@@ -63,7 +47,9 @@ class DockController : public QObject {
   /// For so long a hidden dock is seen when something needs the user.
   static constexpr double kPeep = 3;
 
-  DockController(AppStore& store, DockPorts ports, ContentFactory factory);
+  /// All must outlive it. `preferences` are those of the system's own dock, and `guard` stands by for them.
+  DockController(AppStore& store, const Services& services, DockPreferenceAccess& preferences, DockGuard& guard,
+                 ContentFactory factory);
   ~DockController() override;
 
   /// Whether a window of the program that belongs to a display's dock is open: a panel, an editor, a menu, a drag.
@@ -191,7 +177,7 @@ class DockController : public QObject {
   void waitForKeyboard();
 
   AppStore& store_;
-  DockPorts ports_;
+  const Services& services_;
   NativeDockState suppressor_;
   ShownRemarks shownRemarks_;
   ContentFactory factory_;

@@ -2,10 +2,13 @@
 #include <utility>
 
 #include "base/DomainError.h"
+#include "desktop/ClientWindows.h"
+#include "desktop/Zones.h"
 #include "dock/DockContentContainer.h"
 #include "dock/DockController.h"
 #include "dock/rules/DesktopMath.h"
 #include "store/AppStore.h"
+#include "store/Services.h"
 
 namespace tarnwick {
 namespace {
@@ -28,15 +31,15 @@ void DockController::updateZones() {
       requests.append({id, dock.frame, trigger, top, !top, dock.systemDock});
     }
   }
-  ports_.zones->watch(requests);
+  services_.zones.watch(requests);
   // Where windows are costs something only while a dock asks for it.
   const bool dodges = !manuallyHidden_ && !down_ && !docks_.empty() && dodge() != DockDodge::Mode::Off;
-  if (ports_.windows) ports_.windows->watchFrames(dodges);
+  services_.windows.watchFrames(dodges);
 }
 
 /// Which windows docks make room for, where the layout hides them and the desktop tells where windows are.
 DockDodge::Mode DockController::dodge() const {
-  if (!ports_.windows || !DockVisibility::reveals(possibleLayout()) || !ports_.windows->frames()) {
+  if (!DockVisibility::reveals(possibleLayout()) || !services_.windows.frames()) {
     return DockDodge::Mode::Off;
   }
   return DockDodge::named(store_.config().desk().dodge);
@@ -45,16 +48,16 @@ DockDodge::Mode DockController::dodge() const {
 bool DockController::isFree(const Dock& dock) const {
   const DockDodge::Mode mode = dodge();
   return mode != DockDodge::Mode::Off &&
-         !DockDodge::covers(mode, ports_.windows->all(), restingGlass(dock), dock.screen.frame);
+         !DockDodge::covers(mode, services_.windows.all(), restingGlass(dock), dock.screen.frame);
 }
 
 /// While the system's dock is out in our place, all of it counts as the edge; else ours would come back over it as soon
 /// as the pointer rises to its icons.
 QRectF DockController::systemDockAt(const Dock& dock) const {
   QRectF place;
-  if (possibleLayout() != DockLayout::Swap || dock.visibility.visible || !ports_.windows) return place;
+  if (possibleLayout() != DockLayout::Swap || dock.visibility.visible) return place;
   const QRectF screen = dock.screen.frame;
-  for (const ClientWindow& window : ports_.windows->all()) {
+  for (const ClientWindow& window : services_.windows.all()) {
     const bool isAtTheBottom = window.dock && window.frame.intersects(screen) &&
                                std::abs(window.frame.bottom() - screen.bottom()) <= kAtTheEdge &&
                                window.frame.height() < screen.height() / 2;
@@ -77,7 +80,7 @@ bool DockController::systemDockMoved() const {
 DockVisibility::Surroundings DockController::surroundings(const Dock& dock) const {
   const DockLayout layout = possibleLayout();
   const DesktopOptions& options = store_.config().desktop;
-  const PointerZones zones = ports_.zones->zones(dock.screen.id);
+  const PointerZones zones = services_.zones.zones(dock.screen.id);
   // A dock that has the keyboard was asked for by name: hidden, it would swallow what is typed.
   const bool isFocused = focused_ == dock.screen.id;
   DockVisibility::Surroundings around;
@@ -180,8 +183,7 @@ void DockController::endPeeps() {
 /// Where windows fill their screens, whether docks are to hide from them or not.
 QList<QRectF> DockController::fullscreenFrames() const {
   QList<QRectF> frames;
-  if (!ports_.windows) return frames;
-  for (const ClientWindow& window : ports_.windows->all()) {
+  for (const ClientWindow& window : services_.windows.all()) {
     if (window.fullscreen && !window.minimised && !window.elsewhere) frames.append(window.frame);
   }
   return frames;
@@ -222,7 +224,7 @@ void DockController::revealAtOnce(const QString& display) {
 
 void DockController::focus() {
   if (std::exchange(manuallyHidden_, false)) refresh();
-  const QString main = ports_.screens->mainId();
+  const QString main = services_.screens.mainId();
   const auto found = docks_.contains(main) ? docks_.find(main) : docks_.begin();
   if (found == docks_.end()) return;
   // Asked again while the dock has it: back to the program that had it.

@@ -50,7 +50,7 @@ bool isOpenAs(int descriptor, const DurableFile::Stamp& stamp) {
 
 }  // namespace
 
-NativeDockState::NativeDockState(const QString& directory, DockPreferenceAccess& preferences, DockGuard* guard,
+NativeDockState::NativeDockState(const QString& directory, DockPreferenceAccess& preferences, DockGuard& guard,
                                  Terms terms)
     : file_(recoveryFile(directory)),
       preferences_(preferences),
@@ -175,7 +175,7 @@ void NativeDockState::hide(DockLayout layout) {
     recover();
     takeSnapshot();
   }
-  if (guard_) guard_->watch(file_);
+  guard_.watch(file_);
   preferences_.write(kAutohide, true);
   preferences_.write(kAutohideDelay,
                      layout == DockLayout::Swap ? DockPreferenceAccess::kNoDelay : DockPreferenceAccess::kEndlessDelay);
@@ -240,7 +240,7 @@ void NativeDockState::giveBack() {
   recoveryError_.reset();
   current_.reset();
   givesBackFirst_ = false;
-  if (guard_) guard_->release();
+  guard_.release();
   preferences_.restart();
 }
 

@@ -37,9 +37,9 @@ class NativeDockState {
 
   /// A recovery file that an earlier run left in `directory` is used at once. Never fails: what went wrong is
   /// `recoveryError`. The access and the guard are borrowed.
-  NativeDockState(const QString& directory, DockPreferenceAccess& preferences, DockGuard* guard = nullptr)
+  NativeDockState(const QString& directory, DockPreferenceAccess& preferences, DockGuard& guard = NoGuard::shared())
       : NativeDockState(directory, preferences, guard, Terms()) {}
-  NativeDockState(const QString& directory, DockPreferenceAccess& preferences, DockGuard* guard, Terms terms);
+  NativeDockState(const QString& directory, DockPreferenceAccess& preferences, DockGuard& guard, Terms terms);
   ~NativeDockState();
   NativeDockState(const NativeDockState&) = delete;
   NativeDockState& operator=(const NativeDockState&) = delete;
@@ -98,7 +98,7 @@ class NativeDockState {
 
   QString file_;
   DockPreferenceAccess& preferences_;
-  DockGuard* guard_;
+  DockGuard& guard_;
   Terms terms_;
   HandoverLock ownLock_;
   HandoverLock& lock_;

@@ -54,9 +54,7 @@ class DockQuestionsTest : public ::testing::Test {
   PanelHost panels_{store_, services_, commands_, {[](const QString&) { return TileSources(); }, readings_.services()}};
 
  protected:
-  DockController dock{store_,
-                      {&desktop_.screens, &desktop_.panels, &desktop_.zones, &desktop_.clocks, &desktop_.motion,
-                       &desktop_.windows, &system_, &system_},
+  DockController dock{store_, services_, system_, system_,
                       [](const QString&) { return std::unique_ptr<DockContent>(); }};
 
  private:

@@ -13,9 +13,9 @@
 #include "handover/FakeDock.h"
 #include "store/AppStore.h"
 #include "store/NoDesktop.h"
-#include "support/FakeWindows.h"
 #include "support/TestFrameClock.h"
 #include "support/TestScheduler.h"
+#include "support/TestServices.h"
 
 namespace tarnwick {
 namespace {
@@ -92,11 +92,6 @@ struct FakeClocks final : FrameClocks {
   TestFrameClock* latest = nullptr;
 };
 
-struct CalmMotion final : MotionPreference {
-  bool reducesMotion() const override { return reduces; }
-  bool reduces = false;
-};
-
 struct PlainContent final : DockContent {
   void configure(const DockGeometry& applied) override { geometry = applied; }
   QMargins margins() const override { return {20, 20, 20, 20}; }
@@ -149,13 +144,13 @@ struct DockControllerTest : testing::Test {
   FakePanels panels;
   FakeZones zones;
   FakeClocks clocks;
-  CalmMotion motion;
-  test::FakeWindows windows;
+  test::TestServices rest{time, AppEnvironment()};
+  test::FakeWindows& windows = rest.windows;
+  const Services services = rest.with(screens, panels, zones, clocks);
   FakeDock system{folder.filePath(u"dock"_s)};
   bool panelIsOpen = false;
   std::unique_ptr<AppStore> store;
-  DockController controller{makeStore(),
-                            {&screens, &panels, &zones, &clocks, &motion, &windows, &system, &system},
+  DockController controller{makeStore(), services, system, system,
                             [](const QString&) { return std::make_unique<PlainContent>(); }};
 };
 
@@ -633,9 +628,8 @@ TEST_F(DockControllerTest, ADockThatIsMissingIsReportedUntilSeenAfterAChoiceAndO
   store->clearError();
   controller.shutdown();
   const auto startAgain = [this] {
-    auto again = std::make_unique<DockController>(
-        *store, DockPorts{&screens, &panels, &zones, &clocks, &motion, &windows, &system, &system},
-        [](const QString&) { return std::make_unique<PlainContent>(); });
+    auto again = std::make_unique<DockController>(*store, services, system, system,
+                                                  [](const QString&) { return std::make_unique<PlainContent>(); });
     again->setMayShow(true);
     return again;
   };

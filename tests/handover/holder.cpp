@@ -27,7 +27,7 @@ int main(int argc, char** argv) {
   SystemDockPreferences preferences(words[1]);
   SystemScheduler scheduler;
   GuardianProcess guardian(QCoreApplication::applicationFilePath(), scheduler);
-  NativeDockState state(words[1], preferences, &guardian);
+  NativeDockState state(words[1], preferences, guardian);
   QSocketNotifier notifier(::signalfd(-1, &ending, SFD_CLOEXEC), QSocketNotifier::Read);
   QObject::connect(&notifier, &QSocketNotifier::activated, [&] {
     state.restore();

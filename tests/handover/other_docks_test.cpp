@@ -183,7 +183,7 @@ TEST_F(OtherDocksTest, AShellThatDoesNotAnswerHoldsNoStartUp) {
   int applied = 0;
   {
     const MutePlasma mute;
-    NativeDockState state(folder.path(), preferences, nullptr, start);
+    NativeDockState state(folder.path(), preferences, NoGuard::shared(), start);
     state.setNeedsApply([&] { ++applied; });
     EXPECT_FALSE(state.recoveryError()) << "the answer, or its absence, comes later";
     state.apply(DockLayout::Swap);
@@ -200,7 +200,7 @@ TEST_F(OtherDocksTest, AShellThatDoesNotAnswerHoldsNoStartUp) {
   // One that answers gets its panels back as soon as it has, and the layout is applied after that.
   const FakePlasma plasma({u"4 bottom autohide"_s});
   applied = 0;
-  NativeDockState state(folder.path(), preferences, nullptr, start);
+  NativeDockState state(folder.path(), preferences, NoGuard::shared(), start);
   state.setNeedsApply([&] { ++applied; });
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return applied > 0; }));
   EXPECT_EQ(plasma.panels(), QStringList{u"4 bottom windowsgobelow"_s});

@@ -158,7 +158,7 @@ TEST_F(PlankTest, ANewStartThatComesBeforeTheGuardiansRepairKeepsItsOwnFile) {
   ASSERT_TRUE(VirtualDisplay::waitUntil(repairs));
 
   SystemDockPreferences preferences(folder.path());
-  NativeDockState state(folder.path(), preferences, nullptr, {.patience = {}, .file = -1, .lock = &lock});
+  NativeDockState state(folder.path(), preferences, NoGuard::shared(), {.patience = {}, .file = -1, .lock = &lock});
   EXPECT_FALSE(state.recoveryError());
   EXPECT_EQ(dconfDump(), before);
   state.apply(DockLayout::Replace);

@@ -68,7 +68,7 @@ TEST_F(StateTest, EveryChangeOfLayoutLeavesWhatItSaysAndGivesBackWhatWas) {
         SCOPED_TRACE(::testing::Message() << rawText(from).data() << " to " << rawText(to).data());
         dock.setValues(user);
         const QByteArray before = dock.bytes();
-        NativeDockState state(directory(), dock, &dock);
+        NativeDockState state(directory(), dock, dock);
         state.apply(from);
         EXPECT_EQ(hasFile(), delayOf(from).has_value());
         state.apply(to);
@@ -97,7 +97,7 @@ TEST_F(StateTest, EveryChangeOfLayoutLeavesWhatItSaysAndGivesBackWhatWas) {
 
 TEST_F(StateTest, TheStepsComeInTheirOrder) {
   dock.setValues({{u"autohide-delay"_s, 0.5}});
-  NativeDockState state(directory(), dock, &dock);
+  NativeDockState state(directory(), dock, dock);
   state.apply(DockLayout::Fixed);
   EXPECT_EQ(takeJournal(), QStringList());
   EXPECT_FALSE(QFile::exists(directory()));
@@ -153,7 +153,7 @@ TEST_F(StateTest, AFailureAtAnyCallLosesNothing) {
     for (int failing = 0;; ++failing) {
       dock.setValues(user);
       const QByteArray before = dock.bytes();
-      NativeDockState state(directory(), dock, &dock);
+      NativeDockState state(directory(), dock, dock);
       takeJournal();
       bool failed = false;
       dock.before = [&](const QString&) {
@@ -275,7 +275,7 @@ TEST_F(StateTest, AFileThatIsNoRecordIsKeptAndBlocks) {
   for (const auto& [bytes, sentence] : cases) {
     SCOPED_TRACE(bytes.toPercentEncoding().constData());
     save(bytes);
-    NativeDockState state(directory(), dock, &dock);
+    NativeDockState state(directory(), dock, dock);
     ASSERT_TRUE(state.recoveryError());
     EXPECT_EQ(state.recoveryError()->toStdString(), sentence ? sentence : state.recoveryError()->toStdString());
     EXPECT_FALSE(state.recoveryError()->isEmpty());
@@ -330,7 +330,7 @@ TEST_F(StateTest, WaitsForOthersThatAreAtIt) {
   const NativeDockState::Terms atOnce{.patience = {}};
 
   auto held = busy();
-  NativeDockState state(directory(), dock, &dock, atOnce);
+  NativeDockState state(directory(), dock, dock, atOnce);
   EXPECT_EQ(state.recoveryError().value_or(QString()).toStdString(), said);
   EXPECT_TRUE(state.othersAreAtIt());
   EXPECT_EQ(failureOf([&] { state.apply(DockLayout::Replace); }), said);
@@ -362,7 +362,7 @@ TEST_F(StateTest, HoldsTheLockFromTheFirstReadToTheLastWrite) {
   HandoverLock others(directory());
   bool free = false;
   dock.before = [&](const QString&) { free = free || others.take({}); };
-  NativeDockState state(directory(), dock, &dock);
+  NativeDockState state(directory(), dock, dock);
   state.apply(DockLayout::Swap);
   state.apply(DockLayout::Replace);
   state.restore();
@@ -403,7 +403,7 @@ TEST_F(StateTest, TheUsersValuesAreOnTheDiskBeforeAChangeWhateverBecameOfTheFile
   for (const Became became : {Removed, GivenBack, OfAnother}) {
     SCOPED_TRACE(became);
     dock.setValues(kUsers[1]);
-    NativeDockState state(directory(), dock, &dock);
+    NativeDockState state(directory(), dock, dock);
     state.apply(DockLayout::Replace);
     switch (became) {
       case Removed:

@@ -104,10 +104,11 @@ class TestServices {
         opener(installedApps, launch_, scheduler) {}
 
   /// The parts that stand in for others are given by whoever needs them.
-  Services with(Panels& somePanels, FrameClocks& someClocks) {
-    return {scheduler_,  screens,       somePanels,  zones,   someClocks,    motion,  contrast, windows,
-            hotKeys,     modifiers,     colors,      session, notifications, toggles, files,    tray,
-            clockFormat, installedApps, runningApps, icons,   opener,        hints};
+  Services with(Panels& somePanels, FrameClocks& someClocks) { return with(screens, somePanels, zones, someClocks); }
+  Services with(Screens& someScreens, Panels& somePanels, ZoneSensor& someZones, FrameClocks& someClocks) {
+    return {scheduler_,  someScreens,   somePanels,  someZones, someClocks,    motion,  contrast, windows,
+            hotKeys,     modifiers,     colors,      session,   notifications, toggles, files,    tray,
+            clockFormat, installedApps, runningApps, icons,     opener,        hints};
   }
   Services all() { return with(panels, clocks); }
 

@@ -17,4 +17,16 @@ class DockGuard {
   virtual void release() = 0;
 };
 
+/// Where none stands by.
+class NoGuard final : public DockGuard {
+ public:
+  void watch(const QString&) override {}
+  void release() override {}
+  /// It holds nothing, so one is enough for all.
+  static NoGuard& shared() {
+    static NoGuard guard;
+    return guard;
+  }
+};
+
 }  // namespace tarnwick
