@@ -4,6 +4,7 @@
 #include <QDBusConnection>
 
 #include "app/Autostart.h"
+#include "app/NearbySender.h"
 #include "apps/AppIcons.h"
 #include "apps/AppLaunch.h"
 #include "apps/AppOpener.h"
@@ -82,6 +83,7 @@ Services Adapters::makeServices() {
       .tray = keep(
           std::make_unique<EitherTray>(std::make_unique<StatusNotifierWatch>(session), std::make_unique<X11Tray>())),
       .clockFormat = keep(std::make_unique<DesktopClockFormat>(session)),
+      .nearby = keep(std::make_unique<NearbySender>(AppEnvironment::ofProcess(), environment_)),
       .installedApps = apps,
       .runningApps =
           keep(std::make_unique<RunningApplications>(*windowSystem_.windows, apps, self, &processCommandLine)),

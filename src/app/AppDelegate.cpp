@@ -8,7 +8,6 @@
 #include "app/DockPresenter.h"
 #include "app/ExitGuards.h"
 #include "app/LoginEntry.h"
-#include "app/NearbySender.h"
 #include "app/Orders.h"
 #include "app/ProgramCommands.h"
 #include "app/Readings.h"
@@ -39,8 +38,7 @@ AppDelegate::AppDelegate(StoreSetup store, const Services& services, DelegateSet
   const auto editorIsOpen = [this] { return windows_ && windows_->hasEditor(); };
   presenter_ = std::make_unique<DockPresenter>(
       *store_, services, *commands_,
-      DockPresenterSetup{setup_.preferences, setup_.guard, setup_.readings,
-                         nearbySender(services.installedApps.environment(), setup_.environment), editorIsOpen});
+      DockPresenterSetup{setup_.preferences, setup_.guard, setup_.readings, editorIsOpen});
   runningApps_ = std::make_unique<RunningAppsWatch>(*store_, services.runningApps);
   appearance_ = std::make_unique<Appearance>(*store_, services.toggles, services.contrast);
   connect(appearance_.get(), &Appearance::lookChanged, presenter_.get(), &DockPresenter::takeLook);

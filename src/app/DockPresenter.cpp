@@ -6,6 +6,7 @@
 
 #include "app/Readings.h"
 #include "apps/AppIcons.h"
+#include "desktop/NearbySharing.h"
 #include "store/AppStore.h"
 #include "store/Commands.h"
 #include "views/dock/StoreSources.h"
@@ -25,7 +26,7 @@ DockPresenter::DockPresenter(AppStore& store, const Services& services, Commands
       commands_(commands),
       setup_(std::move(setup)),
       edits_(store, services.installedApps, undo_),
-      drops_({&store, &services.files, &services.opener, &undo_, &edits_, &services.runningApps}),
+      drops_(store, services, undo_, edits_),
       tiles_(store, services, commands),
       menus_(store, services, commands, edits_, tiles_),
       tileServices_(store, services, setup_.readings, readingServices(), tiles_, menus_.icons()),
@@ -38,7 +39,6 @@ DockPresenter::DockPresenter(AppStore& store, const Services& services, Commands
       dock_(store, services, setup_.preferences, setup_.guard,
             [this](const QString& display) { return makeContent(display); }),
       calls_(store, services.hints, services.installedApps, [this] { return dock_.displays(); }) {
-  drops_.sendNearby = setup_.sendNearby;
   guardStrangeEntries();
   connectContents();
   connectDocks();
@@ -169,7 +169,7 @@ TileSources DockPresenter::previews(const QList<DockWidget>& widgets) {
 
 ReadingServices DockPresenter::readingServices() const {
   ReadingServices readings = setup_.readings.services(services_.installedApps, services_.windows);
-  readings.sendsNearby = static_cast<bool>(setup_.sendNearby);
+  readings.sendsNearby = services_.nearby.isAvailable();
   readings.icons = [&icons = services_.icons](const QString& icon, int size, double ratio) {
     return icons.pixmap(icon, size, ratio);
   };

@@ -30,8 +30,6 @@ struct DockPresenterSetup {
   DockPreferenceAccess& preferences;  ///< Of the system's own dock.
   DockGuard& guard;
   Readings& readings;
-  /// Sends files to devices nearby; empty where nothing can.
-  std::function<bool(const QList<QUrl>& files)> sendNearby{};
   /// Whether a form is open in which a widget is set up.
   std::function<bool()> editorIsOpen{};
 };

@@ -1,25 +1,26 @@
 #include "app/NearbySender.h"
 
 #include <QProcess>
+#include <utility>
 
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
-std::function<bool(const QList<QUrl>&)> nearbySender(const AppEnvironment& environment,
-                                                     const LaunchEnvironment& variables) {
-  QString program;
+NearbySender::NearbySender(const AppEnvironment& environment, LaunchEnvironment variables)
+    : variables_(std::move(variables)) {
   for (const QString& each : {u"bluetooth-sendto"_s, u"blueman-sendto"_s})
-    if (program.isEmpty()) program = environment.findExecutable(each);
-  if (program.isEmpty()) return {};
-  return [program, variables](const QList<QUrl>& files) {
-    QProcess sender;
-    sender.setProgram(program);
-    for (const QUrl& file : files)
-      if (file.isLocalFile()) sender.setArguments(sender.arguments() << file.toLocalFile());
-    sender.setProcessEnvironment(variables.variables);
-    return sender.startDetached();
-  };
+    if (program_.isEmpty()) program_ = environment.findExecutable(each);
+}
+
+bool NearbySender::send(const QList<QUrl>& files) {
+  if (program_.isEmpty()) return false;
+  QProcess sender;
+  sender.setProgram(program_);
+  for (const QUrl& file : files)
+    if (file.isLocalFile()) sender.setArguments(sender.arguments() << file.toLocalFile());
+  sender.setProcessEnvironment(variables_.variables);
+  return sender.startDetached();
 }
 
 }  // namespace tarnwick

@@ -6,9 +6,13 @@
 #include <QStandardPaths>
 #include <algorithm>
 
+#include "apps/AppOpener.h"
+#include "apps/RunningApplications.h"
 #include "base/DomainError.h"
 #include "config/WidgetTransfer.h"
+#include "desktop/NearbySharing.h"
 #include "store/AppStore.h"
+#include "store/Services.h"
 #include "widgets/PinnedTiles.h"
 #include "widgets/WidgetFolder.h"
 #include "widgets/catalog/Catalog.h"
@@ -59,19 +63,19 @@ DropRouting::Tile DockDrops::routed(const DockWidget& widget) {
 }
 
 void DockDrops::routeDroppedFiles(const DockFileDrop& drop) {
-  parts_.store->holdRunningApps();
+  store_.holdRunningApps();
   if (drop.urls.isEmpty()) return;
   QStringList paths = localPaths(drop.urls);
-  const QList<DockWidget> shown = parts_.store->displayedWidgets(drop.display);
+  const QList<DockWidget> shown = store_.displayedWidgets(drop.display);
   if (const DockWidget* tile = tileIn(shown, drop.widget)) {
     const QString folder = routed(*tile).path;
     if (!folder.isEmpty()) paths << folder;
   }
-  parts_.files->look(paths, this, [this, drop](const Kinds& kinds) { apply(drop, kinds); });
+  services_.files.look(paths, this, [this, drop](const Kinds& kinds) { apply(drop, kinds); });
 }
 
 void DockDrops::apply(const DockFileDrop& drop, const Kinds& kinds) {
-  const QList<DockWidget> shown = parts_.store->displayedWidgets(drop.display);
+  const QList<DockWidget> shown = store_.displayedWidgets(drop.display);
   const DockWidget* tile = tileIn(shown, drop.widget);
   if (tile && applyToTile(drop, *tile, kinds)) return;
 
@@ -79,7 +83,7 @@ void DockDrops::apply(const DockFileDrop& drop, const Kinds& kinds) {
   const bool allEntries = paths.size() == drop.urls.size() && std::ranges::all_of(paths, &PinnedTiles::isDesktopEntry);
   if (!allEntries && openInApplication(drop, tile)) return;
   if (paths.isEmpty()) {
-    parts_.store->setError(tr("Only files on this computer can be dropped here."));
+    store_.setError(tr("Only files on this computer can be dropped here."));
   } else {
     makeTiles(drop, kinds);
   }
@@ -94,10 +98,10 @@ bool DockDrops::applyToTile(const DockFileDrop& drop, const DockWidget& tile, co
       target.kind != DropRouting::Target::Kind::None || takes == TileTakes::Trash || takes == TileTakes::Shelf;
   if (!takesFiles) return false;
   if (paths.isEmpty()) {
-    parts_.store->setError(tr("Only files on this computer can be dropped here."));
+    store_.setError(tr("Only files on this computer can be dropped here."));
   } else if (target.kind == DropRouting::Target::Kind::AirDrop) {
-    if (!sendNearby || !sendNearby(drop.urls))
-      parts_.store->setError(tr("Files cannot be sent to nearby devices from this computer."));
+    if (!services_.nearby.send(drop.urls))
+      store_.setError(tr("Files cannot be sent to nearby devices from this computer."));
   } else if (target.kind == DropRouting::Target::Kind::Folder) {
     bringInto(target.path, drop);
   } else if (takes == TileTakes::Trash) {
@@ -111,26 +115,26 @@ bool DockDrops::applyToTile(const DockFileDrop& drop, const DockWidget& tile, co
 bool DockDrops::openInApplication(const DockFileDrop& drop, const DockWidget* tile) {
   QString entryPath;
   if (tile && KindTraits::of(tile->kind).launches()) entryPath = tile->options.value(option::path);
-  if (drop.application != 0 && parts_.running) {
-    const auto app = parts_.running->byIdentity(drop.application);
+  if (drop.application != 0) {
+    const auto app = services_.runningApps.byIdentity(drop.application);
     if (app && app->path.isEmpty()) {
-      parts_.store->setError(tr("“%1” cannot open files.").arg(app->name));
+      store_.setError(tr("“%1” cannot open files.").arg(app->name));
       return true;
     }
     if (app) entryPath = app->path;
   }
   if (!PinnedTiles::isDesktopEntry(entryPath)) return false;
-  parts_.opener->start(entryPath, {.urls = drop.urls});
+  services_.opener.start(entryPath, {.urls = drop.urls});
   return true;
 }
 
 void DockDrops::offerUndo(const FilesOutcome& outcome, const UndoStack::Notice& notice) {
-  if (!outcome.error.isEmpty()) parts_.store->setError(outcome.error);
+  if (!outcome.error.isEmpty()) store_.setError(outcome.error);
   if (outcome.changes.isEmpty()) return;
-  parts_.undo->push(notice, [self = QPointer(this), changes = outcome.changes] {
+  undo_.push(notice, [self = QPointer(this), changes = outcome.changes] {
     if (!self) return;
-    self->parts_.files->takeBack(changes, self, [self](const FilesOutcome& back) {
-      if (self && !back.error.isEmpty()) self->parts_.store->setError(back.error);
+    self->services_.files.takeBack(changes, self, [self](const FilesOutcome& back) {
+      if (self && !back.error.isEmpty()) self->store_.setError(back.error);
     });
   });
 }
@@ -155,11 +159,11 @@ void DockDrops::bringInto(const QString& folder, const DockFileDrop& drop) {
     }
     offerUndo(outcome, {sentence, display});
   };
-  parts_.files->bringInto(folder, localPaths(drop.urls), how, this, offer);
+  services_.files.bringInto(folder, localPaths(drop.urls), how, this, offer);
 }
 
 void DockDrops::moveToTrash(const QStringList& paths, const QString& display) {
-  parts_.files->trash(paths, this, [this, display](const FilesOutcome& outcome) {
+  services_.files.trash(paths, this, [this, display](const FilesOutcome& outcome) {
     const auto number = outcome.changes.size();
     const QString one = number == 1 ? nameOf(outcome.changes.first().from) : QString();
     const QString sentence =
@@ -168,12 +172,10 @@ void DockDrops::moveToTrash(const QStringList& paths, const QString& display) {
   });
 }
 
-void DockDrops::sayMissing(const QString& path) {
-  parts_.store->setError(tr("“%1” no longer exists.").arg(nameOf(path)));
-}
+void DockDrops::sayMissing(const QString& path) { store_.setError(tr("“%1” no longer exists.").arg(nameOf(path))); }
 
 void DockDrops::shelve(const QStringList& paths, const Kinds& kinds, const QString& display) {
-  QStringList shelf = parts_.store->config().shelf;
+  QStringList shelf = store_.config().shelf;
   QStringList added;
   for (const QString& path : paths) {
     if (kinds.value(path, Files::Kind::Missing) == Files::Kind::Missing) {
@@ -183,31 +185,31 @@ void DockDrops::shelve(const QStringList& paths, const Kinds& kinds, const QStri
   }
   if (added.isEmpty()) return;
   if (shelf.size() + added.size() > DockConfiguration::kMostShelved) {
-    parts_.store->setError(tr("The file shelf is full."));
+    store_.setError(tr("The file shelf is full."));
     return;
   }
-  parts_.store->edit([&](DockConfiguration& config) { config.shelf += added; });
+  store_.edit([&](DockConfiguration& config) { config.shelf += added; });
   const QString sentence = added.size() == 1 ? tr("“%1” was added to the file shelf.").arg(nameOf(added.first()))
                                              : tr("%1 items were added to the file shelf.").arg(added.size());
   const auto takeOff = [self = QPointer(this), added] {
     if (!self) return;
-    self->parts_.store->edit([&](DockConfiguration& config) {
+    self->store_.edit([&](DockConfiguration& config) {
       config.shelf.removeIf([&](const QString& path) { return added.contains(path); });
     });
   };
   const auto putOn = [self = QPointer(this), added] {
     if (!self) return;
-    self->parts_.store->edit([&](DockConfiguration& config) {
+    self->store_.edit([&](DockConfiguration& config) {
       for (const QString& path : added)
         if (!config.shelf.contains(path) && config.shelf.size() < DockConfiguration::kMostShelved) config.shelf << path;
     });
   };
-  parts_.undo->push({sentence, display}, takeOff, putOn);
+  undo_.push({sentence, display}, takeOff, putOn);
 }
 
 /// Desktop entries become tiles in any case, everything else where no shelf takes it.
 void DockDrops::makeTiles(const DockFileDrop& drop, const Kinds& kinds) {
-  const QList<DockWidget> shown = parts_.store->displayedWidgets(drop.display);
+  const QList<DockWidget> shown = store_.displayedWidgets(drop.display);
   const bool hasShelf = std::ranges::any_of(
       shown, [](const DockWidget& each) { return KindTraits::of(each.kind).takes == TileTakes::Shelf; });
   QList<DockWidget> tiles;
@@ -220,22 +222,22 @@ void DockDrops::makeTiles(const DockFileDrop& drop, const Kinds& kinds) {
       shelved << path;
     } else {
       const DockWidget tile = kind == Files::Kind::Folder ? PinnedTiles::folder(path) : PinnedTiles::launcher(path);
-      if (parts_.edits->isHeld(path, drop.display))
-        parts_.store->setError(tr("“%1” is already in the dock.").arg(parts_.edits->nameOf(tile)));
+      if (edits_.isHeld(path, drop.display))
+        store_.setError(tr("“%1” is already in the dock.").arg(edits_.nameOf(tile)));
       else
         tiles << tile;
     }
   }
   if (!shelved.isEmpty()) shelve(shelved, kinds, drop.display);
-  parts_.edits->insert(tiles, drop.display, drop.index);
+  edits_.insert(tiles, drop.display, drop.index);
 }
 
 void DockDrops::dropWidget(const QString& text, qsizetype index, const QString& display) {
-  parts_.store->holdRunningApps();
+  store_.holdRunningApps();
   try {
-    parts_.edits->insert({WidgetTransfer::decode(text)}, display, index);
+    edits_.insert({WidgetTransfer::decode(text)}, display, index);
   } catch (const DomainError& failure) {
-    parts_.store->setError(failure.message());
+    store_.setError(failure.message());
   }
 }
 

@@ -4,15 +4,14 @@
 #include <QObject>
 #include <QUrl>
 #include <QUuid>
-#include <functional>
 
-#include "apps/AppOpener.h"
-#include "apps/RunningApplications.h"
 #include "desktop/Files.h"
 #include "dock/rules/DropRouting.h"
 #include "store/UndoableEdits.h"
 
 namespace tarnwick {
+
+struct Services;
 
 /// Files and addresses that were dropped on a dock.
 struct DockFileDrop {
@@ -30,17 +29,9 @@ struct DockFileDrop {
 class DockDrops : public QObject {
   Q_OBJECT
  public:
-  /// Borrowed; all but `running` are required.
-  struct Parts {
-    AppStore* store = nullptr;
-    Files* files = nullptr;
-    AppOpener* opener = nullptr;
-    UndoStack* undo = nullptr;
-    UndoableEdits* edits = nullptr;
-    RunningApplications* running = nullptr;
-  };
-
-  explicit DockDrops(const Parts& parts) : parts_(parts) {}
+  /// All must outlive it.
+  DockDrops(AppStore& store, const Services& services, UndoStack& undo, UndoableEdits& edits)
+      : store_(store), services_(services), undo_(undo), edits_(edits) {}
 
   /// The caller, which shows the row, has found the tile.
   void routeDroppedFiles(const DockFileDrop& drop);
@@ -48,9 +39,6 @@ class DockDrops : public QObject {
   void moveToTrash(const QStringList& paths, const QString& display);
   /// Takes a widget that travels as text.
   void dropWidget(const QString& text, qsizetype index, const QString& display);
-
-  /// Sends files to a device nearby and returns whether it has begun; empty where nothing can.
-  std::function<bool(const QList<QUrl>& urls)> sendNearby;
 
  private:
   using Kinds = QHash<QString, Files::Kind>;
@@ -66,7 +54,10 @@ class DockDrops : public QObject {
   static QStringList localPaths(const QList<QUrl>& urls);
   static DropRouting::Tile routed(const DockWidget& widget);
 
-  Parts parts_;
+  AppStore& store_;
+  const Services& services_;
+  UndoStack& undo_;
+  UndoableEdits& edits_;
 };
 
 }  // namespace tarnwick

@@ -14,6 +14,7 @@ class HotKeys;
 class InstalledApps;
 class LauncherHints;
 class MotionPreference;
+class NearbySharing;
 class Notifications;
 class Panels;
 class RunningApplications;
@@ -49,6 +50,7 @@ struct Services {
   Files& files;
   Tray& tray;
   ClockFormat& clockFormat;
+  NearbySharing& nearby;
 
   // Applications.
   InstalledApps& installedApps;

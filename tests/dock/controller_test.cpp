@@ -295,7 +295,7 @@ TEST_F(DockControllerTest, APressAtTheEdgeCallsAHiddenDockAtOnceWhereItMayCome) 
 }
 
 TEST_F(DockControllerTest, ADockThatIsCalledWhileItFadesTakesClicksAgain) {
-  motion.reduces = true;
+  rest.motion.reduces = true;
   useLayout(DockLayout::RevealBottom);
   const std::function<void()> calls[] = {[this] { Q_EMIT zones.edgePressed(u"A"_s); }, [this] { controller.toggle(); }};
   for (const auto& call : calls) {

@@ -9,8 +9,8 @@
 #include "store/DocumentEdits.h"
 #include "store/NoDesktop.h"
 #include "store/WidgetPlaces.h"
-#include "support/FakeFiles.h"
 #include "support/TestScheduler.h"
+#include "support/TestServices.h"
 #include "widgets/PinnedTiles.h"
 
 namespace tarnwick {
@@ -72,14 +72,12 @@ class DropsTest : public testing::Test {
   QList<QUuid> forgotten;
   Credentials credentials{forgotten};
   AppStore store{setupWith(time, desktop, credentials)};
-  InstalledApps apps{twoFolders(), time};
-  NoActivation activation;
-  AppLaunch launch{AppEnvironment(), LaunchEnvironment(), activation};
-  AppOpener opener{apps, launch, time};
-  test::FakeFiles files;
+  test::TestServices services{time, twoFolders()};
+  const Services all = services.all();
+  test::FakeFiles& files = services.files;
   UndoStack undo;
-  UndoableEdits edits{store, apps, undo};
-  DockDrops drops{{&store, &files, &opener, &undo, &edits, nullptr}};
+  UndoableEdits edits{store, services.installedApps, undo};
+  DockDrops drops{store, all, undo, edits};
 };
 
 TEST_F(DropsTest, EachTileTakesFilesInItsOwnWay) {
@@ -229,6 +227,20 @@ TEST_F(DropsTest, EachTileTakesFilesInItsOwnWay) {
   drops.routeDroppedFiles({u"L"_s, {QUrl::fromLocalFile(u"/a"_s)}, folder.id});
   EXPECT_EQ(store.error(), files.error);
   EXPECT_EQ(undo.size(), 1) << "what was done can be taken back nevertheless";
+}
+
+TEST_F(DropsTest, DevicesNearbyAreSentWhatTheirTileTakes) {
+  const DockWidget airdrop = tile(u"airdrop"_s);
+  show({airdrop});
+  const QList<QUrl> sent{QUrl::fromLocalFile(u"/a"_s), QUrl::fromLocalFile(u"/b"_s)};
+  for (const bool isThere : {true, false}) {
+    services.nearby.sent.clear();
+    services.nearby.isThere = isThere;
+    drops.routeDroppedFiles({u"L"_s, sent, airdrop.id});
+    EXPECT_EQ(services.nearby.sent, isThere ? sent : QList<QUrl>());
+    EXPECT_EQ(store.error().isEmpty(), isThere);
+  }
+  EXPECT_EQ(undo.size(), 0);
 }
 
 TEST_F(DropsTest, AnEntryThatOverridesOneOfTheDockIsTheSameApplication) {

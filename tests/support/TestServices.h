@@ -14,6 +14,7 @@
 #include "desktop/HeldModifiers.h"
 #include "desktop/HotKeys.h"
 #include "desktop/MotionPreference.h"
+#include "desktop/NearbySharing.h"
 #include "desktop/Notifications.h"
 #include "desktop/Panels.h"
 #include "desktop/ScreenColors.h"
@@ -48,7 +49,8 @@ struct TestClocks final : FrameClocks {
   std::unique_ptr<FrameClock> make(const QString&) override { return std::make_unique<TestFrameClock>(); }
 };
 struct FullMotion final : MotionPreference {
-  bool reducesMotion() const override { return false; }
+  bool reducesMotion() const override { return reduces; }
+  bool reduces = false;
 };
 struct UsualContrast final : ContrastPreference {
   bool wants = false;
@@ -86,6 +88,15 @@ struct TestClockFormat final : ClockFormat {
   std::optional<bool> uses24Hour() const override { return isStarted ? is24Hour : std::nullopt; }
   void start() override { isStarted = true; }
 };
+struct TestNearby final : NearbySharing {
+  bool isThere = false;
+  QList<QUrl> sent;
+  bool isAvailable() const override { return isThere; }
+  bool send(const QList<QUrl>& files) override {
+    if (isThere) sent += files;
+    return isThere;
+  }
+};
 struct NoHints final : LauncherHints {
   void start() override {}
   LauncherHint of(const QString&) const override { return {}; }
@@ -106,9 +117,9 @@ class TestServices {
   /// The parts that stand in for others are given by whoever needs them.
   Services with(Panels& somePanels, FrameClocks& someClocks) { return with(screens, somePanels, zones, someClocks); }
   Services with(Screens& someScreens, Panels& somePanels, ZoneSensor& someZones, FrameClocks& someClocks) {
-    return {scheduler_,  someScreens,   somePanels,  someZones, someClocks,    motion,  contrast, windows,
-            hotKeys,     modifiers,     colors,      session,   notifications, toggles, files,    tray,
-            clockFormat, installedApps, runningApps, icons,     opener,        hints};
+    return {scheduler_,  someScreens, somePanels,    someZones,   someClocks,    motion,  contrast, windows,
+            hotKeys,     modifiers,   colors,        session,     notifications, toggles, files,    tray,
+            clockFormat, nearby,      installedApps, runningApps, icons,         opener,  hints};
   }
   Services all() { return with(panels, clocks); }
 
@@ -132,6 +143,7 @@ class TestServices {
   FakeFiles files;
   TestTray tray;
   TestClockFormat clockFormat;
+  TestNearby nearby;
   InstalledApps installedApps;
   RunningApplications runningApps;
   AppIcons icons;
