@@ -7,7 +7,6 @@
 
 #include "base/Scheduler.h"
 #include "desktop/Panels.h"
-#include "desktop/Screens.h"
 
 namespace tarnwick {
 
@@ -15,14 +14,14 @@ class AppStore;
 class DockController;
 class MessageBubble;
 class PanelHost;
+struct Services;
 
-/// What a bubble is placed beside. Borrowed; all are required.
+/// What a bubble is placed beside. All outlive it.
 struct DockBubbleParts {
-  AppStore* store = nullptr;
-  DockController* dock = nullptr;
-  Screens* screens = nullptr;
-  Panels* panels = nullptr;
-  PanelHost* host = nullptr;
+  AppStore& store;
+  const Services& services;
+  DockController& dock;
+  PanelHost& host;
 };
 
 /// The window of a bubble above a dock. It follows the dock's place and look, moves to another dock when its own goes,

@@ -111,8 +111,7 @@ void DockPresenter::connectDocks() {
 }
 
 void DockPresenter::show() {
-  message_ = std::make_unique<MessageLine>(
-      DockBubbleParts{&store_, &dock_, &services_.screens, &services_.panels, &panels_}, commands_);
+  message_ = std::make_unique<MessageLine>(DockBubbleParts{store_, services_, dock_, panels_}, commands_);
   connect(message_.get(), &MessageLine::changed, this, [this] {
     if (bubble_) bubble_->arrange();
   });
@@ -314,8 +313,7 @@ void DockPresenter::showUndo(quint64 entry, const QString& sentence, const QStri
     return bubble;
   };
   bubbleEntry_ = entry;
-  bubble_ = std::make_unique<DockBubble>(
-      DockBubbleParts{&store_, &dock_, &services_.screens, &services_.panels, &panels_}, make);
+  bubble_ = std::make_unique<DockBubble>(DockBubbleParts{store_, services_, dock_, panels_}, make);
   bubble_->setDisplay(display.isEmpty() ? store_.activeDisplay() : display);
   bubble_->setRaised([this] {
     const int message = message_ ? message_->height() : 0;
