@@ -68,7 +68,8 @@ SnapshotWindows::SnapshotWindows()
     : apps_(environmentIn(folder_.path()), scheduler_),
       edits_(snapshot_.store(), apps_, undo_),
       screens_(std::make_unique<OneScreen>()),
-      keys_(std::make_unique<FreeKeys>()) {
+      keys_(std::make_unique<FreeKeys>()),
+      services_{edits_, snapshot_.commands(), apps_, *screens_, forms_, previews(), [] { return abilities(); }} {
   snapshot_.store().edit([](DockConfiguration& config) {
     config.profiles = {DockProfile::initial(), DockProfile::initial()};
     config.profiles[1].name = u"Work"_s;
@@ -106,29 +107,22 @@ QList<SnapshotWindow> SnapshotWindows::list() {
 }
 
 std::unique_ptr<QWidget> SnapshotWindows::settings(const QString& section) {
-  auto window = std::make_unique<SettingsWindow>(
-      snapshot_.store(), SettingsServices{edits_, *screens_, snapshot_.commands(), *keys_, [] { return abilities(); }});
+  auto window = std::make_unique<SettingsWindow>(snapshot_.store(), SettingsServices{services_, *keys_});
   window->showSection(section);
   return shown(std::move(window));
 }
 
 std::unique_ptr<QWidget> SnapshotWindows::library() {
-  return shown(std::make_unique<LibraryWindow>(snapshot_.store(),
-                                               LibraryServices{apps_, edits_, snapshot_.commands(), previews()}));
+  return shown(std::make_unique<LibraryWindow>(snapshot_.store(), services_));
 }
 
 std::unique_ptr<QWidget> SnapshotWindows::editor() {
-  EditorServices services;
-  services.apps = &apps_;
-  services.edits = &edits_;
-  services.previews = previews();
   const DockConfiguration& config = std::as_const(snapshot_.store()).config();
-  return shown(std::make_unique<EditorWindow>(snapshot_.store(), config.profiles[0].widgets[1].id, services));
+  return shown(std::make_unique<EditorWindow>(snapshot_.store(), config.profiles[0].widgets[1].id, services_));
 }
 
 std::unique_ptr<QWidget> SnapshotWindows::firstRun(int page) {
-  return shown(std::make_unique<OnboardingWindow>(
-      snapshot_.store(), OnboardingServices{edits_, snapshot_.commands(), [] { return abilities(); }}, page));
+  return shown(std::make_unique<OnboardingWindow>(snapshot_.store(), services_, page));
 }
 
 }  // namespace tarnwick

@@ -8,6 +8,7 @@
 #include "store/UndoableEdits.h"
 #include "views/snapshot/Snapshot.h"
 #include "views/snapshot/SnapshotFixture.h"
+#include "views/window/WindowServices.h"
 
 namespace tarnwick {
 
@@ -37,6 +38,8 @@ class SnapshotWindows final {
   UndoableEdits edits_;
   std::unique_ptr<OneScreen> screens_;
   std::unique_ptr<FreeKeys> keys_;
+  WidgetEditor::Hooks forms_;
+  const WindowServices services_;
 };
 
 }  // namespace tarnwick

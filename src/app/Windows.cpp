@@ -39,6 +39,7 @@ bool isOpen(const QWidget* window) { return window && window->isVisible() && !wi
 Windows::Windows(const WindowsParts& parts, const Services& services)
     : parts_(parts),
       services_(services),
+      windowServices_(windowServices()),
       places_(services.screens, [this](const Screen& screen) { return dockOn(screen); }) {
   connect(&services.motion, &MotionPreference::changed, this, &Windows::followMotion);
   connect(&dock(), &DockController::placed, &places_, &WindowPlaces::docksMoved);
@@ -108,25 +109,28 @@ bool Windows::eventFilter(QObject* window, QEvent* event) {
 void Windows::showSettings() {
   parts_.loginEntry.follow();
   present(settings_, u"settings"_s, {}, [this] {
-    return new SettingsWindow(parts_.store, {parts_.presenter.edits(), services_.screens, parts_.commands, parts_.keys,
-                                             [this] { return abilities(); }});
+    return new SettingsWindow(parts_.store, {windowServices_, parts_.keys});
   });
 }
 
-PreviewSources Windows::previews() {
-  PreviewSources sources;
-  sources.values = [this](const QList<DockWidget>& widgets) { return parts_.presenter.previews(widgets); };
-  sources.icons = [this](const QString& icon, int size, double ratio) {
+WindowServices Windows::windowServices() {
+  PreviewSources previews;
+  previews.values = [this](const QList<DockWidget>& widgets) { return parts_.presenter.previews(widgets); };
+  previews.icons = [this](const QString& icon, int size, double ratio) {
     return services_.icons.pixmap(icon, size, ratio);
   };
-  return sources;
+  return {parts_.presenter.edits(),
+          parts_.commands,
+          services_.installedApps,
+          services_.screens,
+          forms_,
+          std::move(previews),
+          [this] { return abilities(); }};
 }
 
 void Windows::showLibrary(const QString& display, const QUuid& profile) {
-  present(library_, u"library"_s, {nullptr, display}, [this] {
-    LibraryServices services{services_.installedApps, parts_.presenter.edits(), parts_.commands, previews()};
-    return new LibraryWindow(parts_.store, std::move(services));
-  });
+  present(library_, u"library"_s, {nullptr, display},
+          [this] { return new LibraryWindow(parts_.store, windowServices_); });
   profile.isNull() ? library_->setTarget(display) : library_->setTargetProfile(profile);
 }
 
@@ -136,22 +140,16 @@ void Windows::showEditor(const QUuid& widget, const QString& display) {
   // One form does not stand for the window that another is asked from.
   auto* over = qobject_cast<AppWindow*>(QApplication::activeWindow());
   if (qobject_cast<EditorWindow*>(over)) over = nullptr;
-  present(editors_[widget], u"editor"_s, {over, display}, [this, widget] {
-    EditorServices services;
-    services.apps = &services_.installedApps;
-    services.edits = &parts_.presenter.edits();
-    services.previews = previews();
-    return new EditorWindow(parts_.store, widget, std::move(services));
-  });
+  present(editors_[widget], u"editor"_s, {over, display},
+          [this, widget] { return new EditorWindow(parts_.store, widget, windowServices_); });
 }
 
 void Windows::showOnboarding() {
   present(onboarding_, u"onboarding"_s, {}, [this] {
-    OnboardingServices services{parts_.presenter.edits(), parts_.commands, [this] { return abilities(); }};
     // Where it was left, in this run or another one; once it was gone through, it begins anew.
     const DockConfiguration& config = parts_.store.config();
     const int first = config.onboardingComplete ? 0 : config.desk().setupPage;
-    auto* window = new OnboardingWindow(parts_.store, std::move(services), first);
+    auto* window = new OnboardingWindow(parts_.store, windowServices_, first);
     window->setSays(services_.zones.edges().reason);
     connect(window, &OnboardingWindow::pageChanged, this, [this](int page) { keepSetupPage(page); });
     return window;

@@ -8,7 +8,7 @@
 
 #include "app/WindowPlaces.h"
 #include "store/Services.h"
-#include "views/window/DesktopAbilities.h"
+#include "views/window/WindowServices.h"
 
 namespace tarnwick {
 
@@ -29,7 +29,6 @@ class MenuBarPopup;
 class OnboardingWindow;
 class SettingsWindow;
 class StatusItem;
-struct PreviewSources;
 
 /// What the windows show and change, beside the services of the desktop. All must outlive them.
 struct WindowsParts {
@@ -80,7 +79,7 @@ class Windows final : public QObject {
   void followMotion();
   QRectF dockOn(const Screen& screen) const;
   void keepSetupPage(int page);
-  PreviewSources previews();
+  WindowServices windowServices();
   DesktopAbilities abilities() const;
   MenuBarPopup& makeStatusPanel();
 
@@ -88,6 +87,8 @@ class Windows final : public QObject {
 
   const WindowsParts parts_;
   const Services& services_;
+  WidgetEditor::Hooks forms_;
+  const WindowServices windowServices_;
   WindowPlaces places_;
   QPointer<SettingsWindow> settings_;
   QPointer<LibraryWindow> library_;

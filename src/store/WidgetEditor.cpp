@@ -1,6 +1,7 @@
 #include "store/WidgetEditor.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QUrl>
 #include <algorithm>
 #include <array>
@@ -45,7 +46,7 @@ void keepRunningState(DockWidget& widget, const DockWidget& stored) {
 
 void checkCodexExecutable(DockWidget& widget, const WidgetEditor::Hooks& hooks) {
   QString& path = widget.options[option::codexExecutable];
-  if (path.isEmpty()) path = hooks.defaultCodexExecutable;
+  if (path.isEmpty()) path = hooks.defaultCodexExecutable();
   if (!hooks.isExecutable(path)) {
     throw DomainError::invalid(WidgetEditorWords::tr("Choose your installed Codex executable."));
   }
@@ -86,6 +87,13 @@ void checkEndpoint(const DockWidget& widget) {
 }
 
 }  // namespace
+
+bool WidgetEditor::Hooks::isExecutable(const QString& path) const {
+  const QFileInfo file(path);
+  return file.isFile() && file.isExecutable();
+}
+
+QString WidgetEditor::Hooks::defaultCodexExecutable() const { return QString::fromLatin1(kCodexExecutable); }
 
 bool WidgetEditor::isRunningState(const QString& key) {
   return std::ranges::find(kRunningState, key) != kRunningState.end();

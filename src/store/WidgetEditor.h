@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QString>
-#include <functional>
 
 #include "config/DockWidget.h"
 
@@ -12,15 +11,28 @@ namespace tarnwick {
 /// The form itself belongs to the views; what is not a rule of one widget (the file of settings, the credential, the
 /// fetch) belongs to the caller.
 struct WidgetEditor {
-  /// What the rules must ask of others. Both functions must be set.
-  struct Hooks {
+  /// Where this tool usually is.
+  static constexpr const char* kCodexExecutable = "/usr/bin/codex";
+
+  /// What a form asks of others. As it is here it asks the disk, knows no service and keeps no credential.
+  class Hooks {
+   public:
+    virtual ~Hooks() = default;
+
     /// Whether a path names an executable file.
-    std::function<bool(const QString& path)> isExecutable;
+    virtual bool isExecutable(const QString& path) const;
     /// Where the Codex program usually lies; used where the user chose none.
-    QString defaultCodexExecutable;
+    virtual QString defaultCodexExecutable() const;
     /// A widget of mode `native` as its provider wants it stored, the provider's own address included. Gives a kind
     /// without a provider back unchanged; throws DomainError with the provider's sentence.
-    std::function<DockWidget(const DockWidget& widget)> configured;
+    virtual DockWidget configured(const DockWidget& widget) const { return widget; }
+
+    /// Whether credentials can be kept; where not, no form asks for one.
+    virtual bool keepsCredentials() const { return false; }
+    /// Whether one is kept for a widget, which the empty field then says.
+    virtual bool hasCredential(const DockWidget&) const { return false; }
+    /// Keeps what was entered for a widget. Throws DomainError with the sentence that the form shows.
+    virtual void saveCredential(const DockWidget&, const QString&) {}
   };
 
   /// What the caller does next, in this order.

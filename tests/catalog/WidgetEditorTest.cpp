@@ -22,19 +22,20 @@ DockWidget widgetOf(const QString& kind, const Options& options = {}) {
 }
 
 /// A machine with one program, and a provider that wants a user name and sets its own address.
-WidgetEditor::Hooks hooksOf(const QString& defaultCodex = u"/opt/codex"_s) {
-  return {.isExecutable = [](const QString& path) { return path == u"/opt/codex" || path == u"/home/u/codex"; },
-          .defaultCodexExecutable = defaultCodex,
-          .configured =
-              [](DockWidget widget) {
-                if (widget.options.value(u"username"_s).isEmpty())
-                  throw DomainError::invalid(QString::fromLatin1(kProvider));
-                widget.options.insert(u"endpoint"_s, u"https://api.example.com/"_s);
-                return widget;
-              }};
-}
+struct Machine final : WidgetEditor::Hooks {
+  explicit Machine(const QString& codex = u"/opt/codex"_s) : defaultCodex(codex) {}
+  bool isExecutable(const QString& path) const override { return path == u"/opt/codex" || path == u"/home/u/codex"; }
+  QString defaultCodexExecutable() const override { return defaultCodex; }
+  DockWidget configured(const DockWidget& widget) const override {
+    if (widget.options.value(u"username"_s).isEmpty()) throw DomainError::invalid(QString::fromLatin1(kProvider));
+    DockWidget stored = widget;
+    stored.options.insert(u"endpoint"_s, u"https://api.example.com/"_s);
+    return stored;
+  }
+  QString defaultCodex;
+};
 
-std::string failureOfSaving(const DockWidget& edited, const WidgetEditor::Hooks& hooks = hooksOf()) {
+std::string failureOfSaving(const DockWidget& edited, const WidgetEditor::Hooks& hooks = Machine()) {
   return failureOf([&] { WidgetEditor::save(edited, widgetOf(edited.kind), false, hooks); });
 }
 
@@ -83,14 +84,14 @@ TEST(WidgetEditor, RefusesWhatItsRulesForbid) {
   EXPECT_EQ(failureOfSaving(widgetOf(u"codexUsage"_s, codex(u"/home/u/codex"_s))), "");
   EXPECT_EQ(failureOfSaving(widgetOf(u"codexUsageGauge"_s, codex(u"/home/u/notes.txt"_s))), kCodex);
   EXPECT_EQ(failureOfSaving(widgetOf(u"claudePlanUsage"_s, codex(u"/home/u/notes.txt"_s))), "");
-  EXPECT_EQ(failureOfSaving(widgetOf(u"codexUsage"_s, codex({})), hooksOf(u"/nowhere/codex"_s)), kCodex);
+  EXPECT_EQ(failureOfSaving(widgetOf(u"codexUsage"_s, codex({})), Machine(u"/nowhere/codex"_s)), kCodex);
   // The provider speaks before the address is looked at.
   EXPECT_EQ(failureOfSaving(widgetOf(u"analyticsGitHub"_s, native(u"ftp://x"_s))), kProvider);
 }
 
 TEST(WidgetEditor, StoresWhatTheRulesFilledIn) {
   const auto saved = [](const DockWidget& widget) {
-    return WidgetEditor::save(widget, widgetOf(widget.kind), false, hooksOf()).widget.options;
+    return WidgetEditor::save(widget, widgetOf(widget.kind), false, Machine()).widget.options;
   };
   EXPECT_EQ(saved(widgetOf(u"codexUsage"_s, {{u"connectionMode"_s, u"codexLocal"_s}})).value(u"codexExecutable"_s),
             u"/opt/codex");
@@ -111,7 +112,7 @@ TEST(WidgetEditor, KeepsWhatATileCountedWhileTheFormWasOpen) {
     const DockWidget edited = widgetOf(u"pomodoro"_s, {{u"minutes"_s, after}});
     Options expected{{u"minutes"_s, after}, {u"sessions"_s, u"2"_s}};
     if (keepsRunning) expected.insert(running);
-    EXPECT_EQ(WidgetEditor::save(edited, stored, false, hooksOf()).widget.options, expected)
+    EXPECT_EQ(WidgetEditor::save(edited, stored, false, Machine()).widget.options, expected)
         << before.toStdString() << " to " << after.toStdString();
   }
 
@@ -119,7 +120,7 @@ TEST(WidgetEditor, KeepsWhatATileCountedWhileTheFormWasOpen) {
   const Options counted{{u"glasses"_s, u"4"_s}, {u"history"_s, u"2026-11-24"_s}};
   Options expected = counted;
   expected.insert(u"goal"_s, u"9"_s);
-  EXPECT_EQ(WidgetEditor::save(widgetOf(u"drinkWater"_s, opened), widgetOf(u"drinkWater"_s, counted), false, hooksOf())
+  EXPECT_EQ(WidgetEditor::save(widgetOf(u"drinkWater"_s, opened), widgetOf(u"drinkWater"_s, counted), false, Machine())
                 .widget.options,
             expected);
 }
@@ -142,10 +143,10 @@ TEST(WidgetEditor, TellsWhatIsToBeDoneAfterwards) {
   for (const auto& one : cases) {
     SCOPED_TRACE(one.kind.toStdString());
     const DockWidget widget = widgetOf(one.kind, one.options);
-    const auto outcome = WidgetEditor::save(widget, widgetOf(one.kind), true, hooksOf());
+    const auto outcome = WidgetEditor::save(widget, widgetOf(one.kind), true, Machine());
     EXPECT_EQ(outcome.saveCredential, one.saveCredential);
     EXPECT_EQ(outcome.refresh, one.refresh);
-    EXPECT_FALSE(WidgetEditor::save(widget, widgetOf(one.kind), false, hooksOf()).saveCredential);
+    EXPECT_FALSE(WidgetEditor::save(widget, widgetOf(one.kind), false, Machine()).saveCredential);
   }
 }
 

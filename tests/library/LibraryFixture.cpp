@@ -54,9 +54,12 @@ PreviewSources LibraryFixture::previews() {
           {}};
 }
 
+WindowServices LibraryFixture::services() {
+  return {*edits_, commands, *apps_, screens_, forms, previews(), [] { return DesktopAbilities(); }};
+}
+
 std::unique_ptr<LibraryWindow> LibraryFixture::library() {
-  auto window =
-      std::make_unique<LibraryWindow>(store(), LibraryServices{*apps_, *edits_, commands, previews()});
+  auto window = std::make_unique<LibraryWindow>(store(), services());
   window->setAttribute(Qt::WA_DeleteOnClose, false);
   window->setUndo([this] { undo_.undo(); });
   window->present();
@@ -65,11 +68,7 @@ std::unique_ptr<LibraryWindow> LibraryFixture::library() {
 }
 
 std::unique_ptr<EditorWindow> LibraryFixture::editor(const QUuid& widget) {
-  EditorServices services;
-  services.apps = apps_.get();
-  services.edits = edits_.get();
-  services.previews = previews();
-  auto window = std::make_unique<EditorWindow>(store(), widget, services);
+  auto window = std::make_unique<EditorWindow>(store(), widget, services());
   window->setAttribute(Qt::WA_DeleteOnClose, false);
   window->present();
   QCoreApplication::processEvents();

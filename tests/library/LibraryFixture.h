@@ -5,15 +5,32 @@
 #include <memory>
 
 #include "apps/InstalledApps.h"
+#include "base/DomainError.h"
 #include "store/UndoStack.h"
 #include "store/UndoableEdits.h"
 #include "support/RecordingCommands.h"
 #include "support/TestScheduler.h"
+#include "support/TestServices.h"
 #include "views/library/EditorWindow.h"
 #include "views/library/LibraryWindow.h"
 #include "views/snapshot/SnapshotFixture.h"
 
 namespace tarnwick::test {
+
+/// Credentials that are kept once a test wants that.
+class KeptCredentials final : public WidgetEditor::Hooks {
+ public:
+  bool keepsCredentials() const override { return keeps; }
+  bool hasCredential(const DockWidget& widget) const override { return kept.contains(widget.id); }
+  void saveCredential(const DockWidget& widget, const QString& credential) override {
+    if (!failure.isEmpty()) throw DomainError::invalid(failure);
+    kept[widget.id] = credential;
+  }
+
+  bool keeps = false;
+  QHash<QUuid, QString> kept;
+  QString failure;  ///< Why none can be kept.
+};
 
 /// A store with one profile of a few widgets and a second, empty one, an application that is installed, and the two
 /// windows over them. What they ask is counted.
@@ -33,10 +50,14 @@ class LibraryFixture {
 
   QSet<QString> asked;  ///< The kinds whose tiles were asked for.
   RecordingCommands commands;
+  KeptCredentials forms;
   bool hasSensor = true;
 
  private:
+  WindowServices services();
+
   QTemporaryDir folder_;
+  NoScreens screens_;
   TestScheduler scheduler_;
   SnapshotStore snapshot_;
   std::unique_ptr<InstalledApps> apps_;

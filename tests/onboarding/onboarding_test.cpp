@@ -14,6 +14,7 @@
 #include "support/AccessibleWalk.h"
 #include "support/RecordingCommands.h"
 #include "support/TestScheduler.h"
+#include "support/TestServices.h"
 #include "views/controls/Rows.h"
 #include "views/controls/Switch.h"
 #include "views/onboarding/FirstRun.h"
@@ -38,9 +39,11 @@ class OnboardingTest : public ::testing::Test {
  protected:
   AppStore& store() { return snapshot.store(); }
 
+  WindowServices services(UndoableEdits& changes) {
+    return {changes, commands, apps, screens, forms, {}, [this] { return abilities; }};
+  }
   OnboardingWindow* open(int page = 0) {
-    auto* window =
-        new OnboardingWindow(store(), OnboardingServices{edits, commands, [this] { return abilities; }}, page);
+    auto* window = new OnboardingWindow(store(), services(edits), page);
     window->present();
     QCoreApplication::processEvents();
     return window;
@@ -75,6 +78,8 @@ class OnboardingTest : public ::testing::Test {
   UndoStack undo;
   UndoableEdits edits{snapshot.store(), apps, undo};
   test::RecordingCommands commands;
+  test::NoScreens screens;
+  WidgetEditor::Hooks forms;
 };
 
 TEST_F(OnboardingTest, CanBeLeftAndContinuedAndOnlyItsEndCompletesIt) {
@@ -269,8 +274,7 @@ TEST_F(OnboardingInput, EachControlOfTheFirstRunDoesTheSameByMouseKeyboardAndScr
   for (int page = 0; page < OnboardingWindow::kPages; ++page) {
     SCOPED_TRACE(page);
     const Opener opener = [this, page](UndoableEdits& changes) {
-      auto* window =
-          new OnboardingWindow(store(), OnboardingServices{changes, commands, [this] { return abilities; }}, page);
+      auto* window = new OnboardingWindow(store(), services(changes), page);
       window->present();
       QCoreApplication::processEvents();
       return window;

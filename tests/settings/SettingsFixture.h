@@ -70,6 +70,7 @@ class SettingsFixture {
   std::unique_ptr<InstalledApps> apps_;
   UndoStack undo_;
   TwoScreens screens_;
+  WidgetEditor::Hooks forms_;
 
  public:
   std::unique_ptr<UndoableEdits> edits;

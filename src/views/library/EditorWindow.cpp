@@ -1,7 +1,6 @@
 #include "views/library/EditorWindow.h"
 
 #include <QAccessible>
-#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QScreen>
@@ -34,20 +33,9 @@ const DockWidget* stored(const AppStore& store, const QUuid& widget) {
   return DocumentEdits::find(store.config(), widget);
 }
 
-void completeRules(WidgetEditor::Hooks& rules) {
-  if (!rules.isExecutable) {
-    rules.isExecutable = [](const QString& path) {
-      const QFileInfo file(path);
-      return file.isFile() && file.isExecutable();
-    };
-  }
-  if (rules.defaultCodexExecutable.isEmpty()) rules.defaultCodexExecutable = QString::fromLatin1(kCodexExecutable);
-  if (!rules.configured) rules.configured = [](const DockWidget& widget) { return widget; };
-}
-
 }  // namespace
 
-EditorWindow::EditorWindow(AppStore& store, const QUuid& widget, EditorServices services)
+EditorWindow::EditorWindow(AppStore& store, const QUuid& widget, WindowServices services)
     : AppWindow(store, LibraryWords::tr("Edit Widget")),
       store_(store),
       widget_(widget),
@@ -57,7 +45,6 @@ EditorWindow::EditorWindow(AppStore& store, const QUuid& widget, EditorServices 
       title_(new TextField(LibraryWords::tr("Title"))),
       titleRow_(FormRow::wide(LibraryWords::tr("Title"), title_)),
       fault_(new TextLabel({}, TextStyle::Caption, Tone::AccentWord)) {
-  completeRules(services_.rules);
   setFixedWidth(theme::kPanelWidthEditor);
   setContent(nullptr, makeBody());
   take();
@@ -83,7 +70,7 @@ QWidget* EditorWindow::makeBody() {
   card->add(titleRow_);
   if (const DockWidget* widget = stored(store_, widget_)) {
     for (const EditorField& field : EditorFields::of(widget->kind))
-      if (field.shape != FieldShape::Credential || services_.saveCredential) addLine(field);
+      if (field.shape != FieldShape::Credential || services_.forms.keepsCredentials()) addLine(field);
   }
   fault_->setWordWrap(true);
   fault_->hide();
@@ -127,8 +114,8 @@ void EditorWindow::take() {
   if (!widget) return;
   DockWidget untitled = *widget;
   untitled.title.clear();
-  setWindowTitle(LibraryWords::tr("Edit “%1”").arg(services_.edits->nameOf(*widget)));
-  title_->setPlaceholderText(services_.edits->nameOf(untitled));
+  setWindowTitle(LibraryWords::tr("Edit “%1”").arg(services_.edits.nameOf(*widget)));
+  title_->setPlaceholderText(services_.edits.nameOf(untitled));
   if (!titleTouched_ && title_->text() != widget->title) {
     const QSignalBlocker quiet(title_);
     title_->setText(widget->title);
@@ -199,11 +186,11 @@ bool EditorWindow::save() {
     credentialChanged = true;
   }
   try {
-    const auto outcome = WidgetEditor::save(edited(*widget), *widget, credentialChanged, services_.rules);
-    if (outcome.saveCredential && services_.saveCredential) services_.saveCredential(outcome.widget, credential);
+    const auto outcome = WidgetEditor::save(edited(*widget), *widget, credentialChanged, services_.forms);
+    if (outcome.saveCredential) services_.forms.saveCredential(outcome.widget, credential);
     // From here on the form is done, and what it stores need not come back to it.
     disconnect(&store_, nullptr, this, nullptr);
-    services_.edits->update(outcome.widget);
+    services_.edits.update(outcome.widget);
     if (outcome.refresh) store_.refresh(outcome.widget);
   } catch (const DomainError& failure) {
     showFault(faultyLine(failure.message()), failure.message());
@@ -262,10 +249,9 @@ void EditorWindow::showEvent(QShowEvent* event) {
     QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
     return;
   }
-  if (services_.hasCredential)
-    for (const auto& line : lines_)
-      if (line->field.shape == FieldShape::Credential && services_.hasCredential(*stored(store_, widget_)))
-        line->row->setHelp(LibraryWords::tr("A credential is stored in the keyring. Entering a new one replaces it."));
+  for (const auto& line : lines_)
+    if (line->field.shape == FieldShape::Credential && services_.forms.hasCredential(*stored(store_, widget_)))
+      line->row->setHelp(LibraryWords::tr("A credential is stored in the keyring. Entering a new one replaces it."));
   fit();
   if (focusWidget()) return;
   // What the user most likely wants to edit is first, which is rarely the title.

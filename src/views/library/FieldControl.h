@@ -11,7 +11,7 @@ namespace tarnwick {
 
 /// What the controls of a form ask of the program. Borrowed.
 struct FieldServices {
-  InstalledApps* apps = nullptr;
+  InstalledApps& apps;
   TileIcons icons;
 };
 

@@ -42,7 +42,7 @@ QStringList idsOf(const QList<LibraryShelf>& shelves) {
 
 }  // namespace
 
-LibraryWindow::LibraryWindow(AppStore& store, LibraryServices services)
+LibraryWindow::LibraryWindow(AppStore& store, WindowServices services)
     : AppWindow(store, LibraryWords::tr("Add Widgets")),
       store_(store),
       services_(std::move(services)),

@@ -1,10 +1,7 @@
 #pragma once
 
-#include "apps/InstalledApps.h"
-#include "store/Commands.h"
-#include "store/UndoableEdits.h"
-#include "views/library/WidgetPreviews.h"
 #include "views/window/AppWindow.h"
+#include "views/window/WindowServices.h"
 #include "widgets/LibraryShelves.h"
 
 namespace tarnwick {
@@ -15,20 +12,12 @@ class LibraryView;
 class SearchField;
 class SideList;
 
-/// What the library asks of the rest of the program. What is borrowed outlives the window.
-struct LibraryServices {
-  InstalledApps& apps;
-  UndoableEdits& edits;  ///< What is added can be taken back.
-  Commands& commands;
-  PreviewSources previews;
-};
-
 /// Shows everything that a dock can hold, with live pictures, and adds it to the profile that is chosen: by a double
 /// click, by Return, by its button, or by dragging it onto a dock.
 class LibraryWindow final : public AppWindow {
   Q_OBJECT
  public:
-  LibraryWindow(AppStore& store, LibraryServices services);
+  LibraryWindow(AppStore& store, WindowServices services);
   ~LibraryWindow() override;
 
   /// Shows one section, named as Catalog::categories has it; an unknown one shows all.
@@ -56,7 +45,7 @@ class LibraryWindow final : public AppWindow {
   void add(const DockWidget& widget);
 
   AppStore& store_;
-  LibraryServices services_;
+  const WindowServices services_;
   LibraryShelf toTry_ = LibraryShelves::toTry();
   QList<LibraryShelf> shelves_;
   QUuid target_;

@@ -44,7 +44,7 @@ AppField::AppField(const FieldServices& services, bool several)
       choose_(new Button(several ? LibraryWords::tr("Add App…") : LibraryWords::tr("Choose App…"))) {
   fill(*this, *rows_, *choose_);
   connect(choose_, &QPushButton::clicked, this, &AppField::choose);
-  connect(services_.apps, &InstalledApps::changed, this, &AppField::showApps);
+  connect(&services_.apps, &InstalledApps::changed, this, &AppField::showApps);
 }
 
 void AppField::setValue(const QString& value) {
@@ -57,7 +57,7 @@ void AppField::setValue(const QString& value) {
 void AppField::showApps() {
   FieldRows::clear(*rows_);
   for (const QString& path : std::as_const(paths_)) {
-    const auto entry = services_.apps->byPath(path);
+    const auto entry = services_.apps.byPath(path);
     auto* row = new ListRow(entry ? entry->name : QFileInfo(path).completeBaseName());
     row->setParted(rows_->count() > 0);
     if (entry && services_.icons) {
@@ -75,7 +75,7 @@ void AppField::showApps() {
 }
 
 void AppField::choose() {
-  auto* picker = new AppPicker(*services_.apps, services_.icons, window());
+  auto* picker = new AppPicker(services_.apps, services_.icons, window());
   connect(picker, &AppPicker::chosen, this, &AppField::take);
   picker->open();
 }

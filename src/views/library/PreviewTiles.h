@@ -7,8 +7,8 @@
 #include <QUuid>
 
 #include "views/library/PreviewSamples.h"
-#include "views/library/WidgetPreviews.h"
 #include "views/tiles/TileContent.h"
+#include "views/window/WidgetPreviews.h"
 
 namespace tarnwick {
 

@@ -161,7 +161,7 @@ void chooseLayout(DockConfiguration& config, DockLayout layout) {
   if (layout == DockLayout::Fixed) config.desktop.reserveSpace = true;
 }
 
-QWidget* makeLayoutPage(AppStore& store, const OnboardingServices& services) {
+QWidget* makeLayoutPage(AppStore& store, const WindowServices& services) {
   auto* page = new QWidget;
   const Capability edges = services.abilities().edges;
   QVBoxLayout* column =
@@ -200,7 +200,7 @@ void addState(Card* card, const QString& label, const QString& why, const Capabi
 }
 
 /// A switch for a field of the settings, which it follows.
-Switch* makeSwitch(AppStore& store, const OnboardingServices& services, const QString& label,
+Switch* makeSwitch(AppStore& store, const WindowServices& services, const QString& label,
                    bool DockConfiguration::*field) {
   auto* made = new Switch(label);
   const auto show = [made, &store, field] {
@@ -231,7 +231,7 @@ void addKeys(Card* card, const DesktopAbilities& abilities) {
                          : Capability::yes());
 }
 
-void fill(Card* card, AppStore& store, const OnboardingServices& services) {
+void fill(Card* card, AppStore& store, const WindowServices& services) {
   const DesktopAbilities abilities = services.abilities();
   const QString screens =
       abilities.isComposited
@@ -262,7 +262,7 @@ void fill(Card* card, AppStore& store, const OnboardingServices& services) {
 
 }  // namespace
 
-QWidget* makeDesktopPage(AppStore& store, const OnboardingServices& services) {
+QWidget* makeDesktopPage(AppStore& store, const WindowServices& services) {
   auto* page = new QWidget;
   QVBoxLayout* column =
       beginPage(page, OnboardingWords::tr("What works on this desktop"),
@@ -273,7 +273,7 @@ QWidget* makeDesktopPage(AppStore& store, const OnboardingServices& services) {
   return page;
 }
 
-QWidget* makeDonePage(AppStore& store, const OnboardingServices& services) {
+QWidget* makeDonePage(AppStore& store, const WindowServices& services) {
   auto* page = new QWidget;
   QVBoxLayout* column = beginPage(page, OnboardingWords::tr("Your dock is ready"),
                                   OnboardingWords::tr("You can change everything later in Settings."));

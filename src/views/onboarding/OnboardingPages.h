@@ -17,8 +17,8 @@ void chooseLayout(DockConfiguration& config, DockLayout layout);
 
 /// The pages of the first run, in their order. Each is a column below the program's picture, a heading and a sentence.
 QWidget* makeWelcomePage();
-QWidget* makeLayoutPage(AppStore& store, const OnboardingServices& services);
-QWidget* makeDesktopPage(AppStore& store, const OnboardingServices& services);
-QWidget* makeDonePage(AppStore& store, const OnboardingServices& services);
+QWidget* makeLayoutPage(AppStore& store, const WindowServices& services);
+QWidget* makeDesktopPage(AppStore& store, const WindowServices& services);
+QWidget* makeDonePage(AppStore& store, const WindowServices& services);
 
 }  // namespace tarnwick

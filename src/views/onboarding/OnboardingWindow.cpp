@@ -68,7 +68,7 @@ class PageDots final : public QWidget {
   int page_ = 0;
 };
 
-OnboardingWindow::OnboardingWindow(AppStore& store, OnboardingServices services, int page)
+OnboardingWindow::OnboardingWindow(AppStore& store, WindowServices services, int page)
     : AppWindow(store, tr("Welcome to Tarnwick")),
       store_(store),
       services_(std::move(services)),

@@ -1,12 +1,9 @@
 #pragma once
 
 #include <QAbstractSlider>
-#include <functional>
 
-#include "store/Commands.h"
-#include "store/UndoableEdits.h"
 #include "views/window/AppWindow.h"
-#include "views/window/DesktopAbilities.h"
+#include "views/window/WindowServices.h"
 
 class QStackedWidget;
 
@@ -14,13 +11,6 @@ namespace tarnwick {
 
 class Button;
 class PageDots;
-
-/// What the first run asks of the rest of the program.
-struct OnboardingServices {
-  UndoableEdits& edits;  ///< What is changed can be taken back.
-  Commands& commands;
-  std::function<DesktopAbilities()> abilities;  ///< Required.
-};
 
 /// The first run: what the program is, where the dock should live, what it asks of the desktop, and how to go on. What
 /// is chosen holds at once. Closing it early leaves the setup to be continued; only its last button says that it is
@@ -31,7 +21,7 @@ class OnboardingWindow final : public AppWindow {
   static constexpr int kPages = 4;
 
   /// Begins with `page`, counted from 0.
-  OnboardingWindow(AppStore& store, OnboardingServices services, int page = 0);
+  OnboardingWindow(AppStore& store, WindowServices services, int page = 0);
   ~OnboardingWindow() override;
 
   int page() const;
@@ -50,7 +40,7 @@ class OnboardingWindow final : public AppWindow {
   void scroll(QAbstractSlider::SliderAction action);
 
   AppStore& store_;
-  OnboardingServices services_;
+  const WindowServices services_;
   QStackedWidget* pages_;
   PageDots* dots_;
   Button* later_;

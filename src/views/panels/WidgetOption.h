@@ -39,7 +39,4 @@ struct WidgetOption {
   QString (*usualPath)() = nullptr;  ///< Of a folder: the one that an absent option means, in place of a placeholder.
 };
 
-/// Where this tool usually is.
-inline constexpr const char* kCodexExecutable = "/usr/bin/codex";
-
 }  // namespace tarnwick

@@ -1,5 +1,6 @@
 #include <array>
 
+#include "store/WidgetEditor.h"
 #include "views/panels/PanelWords.h"
 #include "views/panels/PlainPanel.h"
 #include "views/panels/Room.h"
@@ -65,7 +66,7 @@ constexpr std::array kCodexOptions = {
     WidgetOption{.key = option::codexExecutable,
                  .shape = Line,
                  .label = QT_TRANSLATE_NOOP("Library", "Codex executable"),
-                 .placeholder = kCodexExecutable,
+                 .placeholder = WidgetEditor::kCodexExecutable,
                  .help = QT_TRANSLATE_NOOP("Library", "Only for a connection to this computer."),
                  .fault = QT_TRANSLATE_NOOP("WidgetEditor", "Choose your installed Codex executable.")},
     kEndpoint,
