@@ -110,6 +110,10 @@ void ProgramCommands::changeWidget(const DockWidget& widget, const QString& disp
   presenter().edits().update(widget, {sentence, display});
 }
 
+QUuid ProgramCommands::addWidget(const QString& kind, const QString& display) {
+  return delegate_.presenter().edits().add(kind, delegate_.store().profile(display).id);
+}
+
 void ProgramCommands::offerUndo(const QString& display, const QString& sentence, const std::function<void()>& undo,
                                 const std::function<void()>& redo) {
   presenter().undoStack().push({sentence, display}, undo, redo);

@@ -59,6 +59,7 @@ class ProgramCommands final : public QObject, public Commands {
   void addCalendarFolder() override;
 
   void changeWidget(const DockWidget& widget, const QString& display = {}, const QString& sentence = {}) override;
+  QUuid addWidget(const QString& kind, const QString& display) override;
   void offerUndo(const QString& display, const QString& sentence, const std::function<void()>& undo,
                  const std::function<void()>& redo) override;
   void undo() override;

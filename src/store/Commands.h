@@ -78,8 +78,11 @@ class Commands {
   /// Replaces a widget's settings, as a step that can be taken back. A sentence that says what was done is shown above
   /// the dock of a display (the first one where it is empty).
   virtual void changeWidget(const DockWidget& widget, const QString& display = {}, const QString& sentence = {}) = 0;
-  /// Says what was done in the same way, and offers to take it back and to make it again after that. What both hold
-  /// must outlive the object that offers it; they may throw DomainError.
+  /// Adds a widget of a kind at the end of what a display's dock shows, as a step that can be taken back. Null where
+  /// that is full, which the message line says.
+  virtual QUuid addWidget(const QString& kind, const QString& display) = 0;
+  /// Says what was done in the same way as `changeWidget`, and offers to take it back and to make it again after that.
+  /// What both hold must outlive the object that offers it; they may throw DomainError.
   virtual void offerUndo(const QString& display, const QString& sentence, const std::function<void()>& undo,
                          const std::function<void()>& redo) = 0;
   /// Takes the newest change back.

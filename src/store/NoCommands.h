@@ -33,6 +33,7 @@ class NoCommands : public Commands {
   void addCalendarFolder() override {}
 
   void changeWidget(const DockWidget&, const QString& = {}, const QString& = {}) override {}
+  QUuid addWidget(const QString&, const QString&) override { return {}; }
   void offerUndo(const QString&, const QString&, const std::function<void()>&, const std::function<void()>&) override {}
   void undo() override {}
   void redo() override {}

@@ -324,6 +324,8 @@ TEST(NotePanels, SaveAsIsTyped) {
   EXPECT_EQ(notes.panel->findChild<TextArea*>()->toPlainText(), u"b"_s) << "the first letter is of the note already";
   EXPECT_EQ(notes.panel->focusWidget(), notes.panel->findChild<TextArea*>());
   EXPECT_EQ(notes.store().profile(notes.context.display).widgets.size(), 1);
+  EXPECT_EQ(notes.commands.asked, QStringList{u"add scratchNote on "_s + notes.context.display})
+      << "a step that can be taken back";
 }
 
 TEST(HabitPanelsTest, CountAndTick) {

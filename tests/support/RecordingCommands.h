@@ -41,6 +41,10 @@ class RecordingCommands : public NoCommands {
     changed << widget;
     if (!sentence.isEmpty()) announced << sentence;
   }
+  QUuid addWidget(const QString& kind, const QString& display) override {
+    asked << QStringLiteral("add %1 on %2").arg(kind, display);
+    return {};
+  }
   void offerUndo(const QString&, const QString& sentence, const std::function<void()>& undo,
                  const std::function<void()>& redo) override {
     announced << sentence;
@@ -92,13 +96,17 @@ class RecordingCommands : public NoCommands {
   bool isHidden = false;
 };
 
-/// The same, but widgets are changed in a store.
+/// The same, but widgets are changed in a store and added to it.
 class ChangingCommands : public RecordingCommands {
  public:
   explicit ChangingCommands(AppStore& store) : store_(store) {}
   void changeWidget(const DockWidget& widget, const QString& display = {}, const QString& sentence = {}) override {
     RecordingCommands::changeWidget(widget, display, sentence);
     store_.update(widget);
+  }
+  QUuid addWidget(const QString& kind, const QString& display) override {
+    RecordingCommands::addWidget(kind, display);
+    return store_.add(kind, store_.profile(display).id);
   }
 
  private:

@@ -153,7 +153,7 @@ class NotesPanel final : public TilePanel {
 
  private:
   void addNote() {
-    const QUuid added = store().add(kind::scratchNote, store().profile(context().display).id);
+    const QUuid added = context().commands.addWidget(kind::scratchNote, context().display);
     if (added.isNull()) return;  // The store has said why.
     area_->bind(added);
     refreshNow();
