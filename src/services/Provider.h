@@ -46,12 +46,9 @@ struct ProviderCredential {
   bool (*isNeeded)(const DockWidget& widget) = nullptr;
 };
 
-/// Who is asked at a sign-in, and who gave a stored one.
-enum class OAuthProvider { Gmail, Dropbox, TikTok };
-
-/// How one signs in to a service with a client of one's own, in the browser.
-struct OAuthApp {
-  OAuthProvider provider = OAuthProvider::Gmail;
+/// How one signs in to a service with a client of one's own, in the browser. Each is told by the row that needs it.
+struct OAuthProvider {
+  QString id;          ///< Stable: a stored sign-in names by it who gave it.
   QUrl authorization;  ///< The page that the browser opens.
   QUrl token;          ///< Where codes and refresh tokens are exchanged.
   QString scope;
@@ -86,7 +83,7 @@ struct Provider {
   QString (*explanation)(QStringView kind) = nullptr;
   QList<ProviderField> (*fields)(QStringView kind) = nullptr;
   ProviderCredential credential;
-  std::optional<OAuthApp> signIn;
+  std::optional<OAuthProvider> signIn;
 
   /// Checks the options and brings them into the form in which they are kept; throws DomainError with the sentence that
   /// the form shows. `connectionMode` and `endpoint` are set already; a service that has an address for each user sets

@@ -77,6 +77,12 @@ Provider harbour() {
                          .page = QUrl(u"https://harbour.example/keys"_s),
                          .missing = u"Add your service credential in Connection Settings."_s,
                          .isNeeded = needsCredential};
+  provider.signIn = {.id = u"harbour"_s,
+                     .authorization = QUrl(u"https://harbour.example/sign-in"_s),
+                     .token = QUrl(u"https://api.harbour.example/token"_s),
+                     .scope = u"berths.read"_s,
+                     .extraFields = {},
+                     .clientField = u"client_id"_s};
   provider.normalise = normalise;
   provider.fetch = fetch;
   provider.limits = kLimits;

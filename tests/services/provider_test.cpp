@@ -31,9 +31,11 @@ TEST(ProviderTable, FindsTheFirstRowThatServesAKind) {
     QString kind;
     QString id;
   } cases[] = {
-      {u"revenueStripe"_s, u"exact"_s},       {u"revenueStripeNet"_s, {}},   {u"myGitHubStars"_s, u"within"_s},
-      {u"mygithubStars"_s, {}},               {u"cryptoChart"_s, u"begins"_s}, {u"notcryptoChart"_s, {}},
-      {u"cryptoTax"_s, u"exact"_s},           {u""_s, {}},                   {u"cryptoGitHub"_s, u"within"_s},
+      {u"revenueStripe"_s, u"exact"_s},  {u"revenueStripeNet"_s, {}},
+      {u"myGitHubStars"_s, u"within"_s}, {u"mygithubStars"_s, {}},
+      {u"cryptoChart"_s, u"begins"_s},   {u"notcryptoChart"_s, {}},
+      {u"cryptoTax"_s, u"exact"_s},      {u""_s, {}},
+      {u"cryptoGitHub"_s, u"within"_s},
   };
   for (const auto& [kind, id] : cases) {
     const Provider* found = providerFor(kind, table);
@@ -43,6 +45,7 @@ TEST(ProviderTable, FindsTheFirstRowThatServesAKind) {
 
 TEST(ProviderTable, HasCompleteRows) {
   QSet<QString> ids;
+  QSet<QString> signIns;
   for (const Provider& row : allProviders() + QList<Provider>{test::harbour()}) {
     SCOPED_TRACE(row.id.toStdString());
     EXPECT_FALSE(row.id.isEmpty() || ids.contains(row.id));
@@ -56,6 +59,12 @@ TEST(ProviderTable, HasCompleteRows) {
     for (const ProviderField& field : row.fields(row.kinds.first().text))
       EXPECT_FALSE(field.key.isEmpty() || field.label.isEmpty());
     EXPECT_EQ(row.credential.label.isEmpty(), row.credential.missing.isEmpty());
+    if (row.signIn) {
+      EXPECT_FALSE(row.signIn->id.isEmpty() || signIns.contains(row.signIn->id));
+      signIns << row.signIn->id;
+      EXPECT_EQ(row.signIn->authorization.scheme() + row.signIn->token.scheme(), u"httpshttps"_s);
+      EXPECT_FALSE(row.signIn->scope.isEmpty() || row.signIn->clientField.isEmpty());
+    }
     EXPECT_LE(row.limits.requests, 30);
     EXPECT_LE(row.limits.pages, row.limits.requests);
   }
@@ -65,9 +74,8 @@ TEST(ProviderTable, BringsAWidgetIntoTheFormThatIsStored) {
   const QList<Provider> table = {test::harbour()};
   const DockWidget edited = berths({{u"quay"_s, u" North "_s}, {u"endpoint"_s, u"https://elsewhere.example"_s}});
   const DockWidget stored = configured(edited, table);
-  const QMap<QString, QString> expected{{u"connectionMode"_s, u"native"_s},
-                                        {u"endpoint"_s, u"https://api.harbour.example"_s},
-                                        {u"quay"_s, u"north"_s}};
+  const QMap<QString, QString> expected{
+      {u"connectionMode"_s, u"native"_s}, {u"endpoint"_s, u"https://api.harbour.example"_s}, {u"quay"_s, u"north"_s}};
   EXPECT_EQ(stored.options, expected);
   EXPECT_EQ(configured(stored, table), stored);
 
