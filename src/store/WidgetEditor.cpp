@@ -9,6 +9,7 @@
 #include "base/DomainError.h"
 #include "base/Text.h"
 #include "config/DockConfiguration.h"
+#include "services/ProviderTable.h"
 #include "widgets/HabitMath.h"
 #include "widgets/TimeMath.h"
 #include "widgets/catalog/Catalog.h"
@@ -94,6 +95,8 @@ bool WidgetEditor::Hooks::isExecutable(const QString& path) const {
 }
 
 QString WidgetEditor::Hooks::defaultCodexExecutable() const { return QString::fromLatin1(kCodexExecutable); }
+
+DockWidget WidgetEditor::Hooks::configured(const DockWidget& widget) const { return tarnwick::configured(widget); }
 
 bool WidgetEditor::isRunningState(const QString& key) {
   return std::ranges::find(kRunningState, key) != kRunningState.end();

@@ -14,7 +14,7 @@ struct WidgetEditor {
   /// Where this tool usually is.
   static constexpr const char* kCodexExecutable = "/usr/bin/codex";
 
-  /// What a form asks of others. As it is here it asks the disk, knows no service and keeps no credential.
+  /// What a form asks of others. As it is here it asks the disk and the table of services, and keeps no credential.
   class Hooks {
    public:
     virtual ~Hooks() = default;
@@ -25,7 +25,7 @@ struct WidgetEditor {
     virtual QString defaultCodexExecutable() const;
     /// A widget of mode `native` as its provider wants it stored, the provider's own address included. Gives a kind
     /// without a provider back unchanged; throws DomainError with the provider's sentence.
-    virtual DockWidget configured(const DockWidget& widget) const { return widget; }
+    virtual DockWidget configured(const DockWidget& widget) const;
 
     /// Whether credentials can be kept; where not, no form asks for one.
     virtual bool keepsCredentials() const { return false; }

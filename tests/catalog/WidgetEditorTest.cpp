@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QFile>
+#include <QTemporaryDir>
+
 #include "support/FileTest.h"
 
 namespace tarnwick {
@@ -37,6 +40,22 @@ struct Machine final : WidgetEditor::Hooks {
 
 std::string failureOfSaving(const DockWidget& edited, const WidgetEditor::Hooks& hooks = Machine()) {
   return failureOf([&] { WidgetEditor::save(edited, widgetOf(edited.kind), false, hooks); });
+}
+
+TEST(WidgetEditor, AsksTheDiskAndTheServicesUnlessToldOtherwise) {
+  const WidgetEditor::Hooks hooks;
+  const QTemporaryDir folder;
+  const QString program = folder.filePath(u"codex"_s);
+  EXPECT_FALSE(hooks.isExecutable(program)) << "is not there";
+  QFile file(program);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.close();
+  EXPECT_FALSE(hooks.isExecutable(program)) << "may not be run";
+  file.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+  EXPECT_TRUE(hooks.isExecutable(program));
+  EXPECT_FALSE(hooks.isExecutable(folder.path())) << "is a folder";
+  const DockWidget clock = widgetOf(u"digitalClock"_s, {{u"endpoint"_s, u"kept"_s}});
+  EXPECT_EQ(hooks.configured(clock), clock) << "no service has it";
 }
 
 TEST(WidgetEditor, RefusesWhatItsRulesForbid) {
