@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QImage>
 
+#include "base/Scheduler.h"
 #include "views/dock/DockView.h"
 #include "views/snapshot/SnapshotFixture.h"
 #include "views/theme/Theme.h"
@@ -42,7 +43,8 @@ struct Dock {
   }
   void paint() { view.render(&picture, {}, {}, QWidget::DrawChildren); }
 
-  DockView view;
+  SystemScheduler scheduler;
+  DockView view{scheduler};
   QImage picture;
 };
 

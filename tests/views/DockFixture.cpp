@@ -65,7 +65,7 @@ QPixmap icon(const DockApp& app, int size, double ratio) {
   return picture;
 }
 
-MovedView::MovedView() {
+MovedView::MovedView(Scheduler& scheduler) : DockView(scheduler) {
   auto clock = std::make_unique<test::TestFrameClock>();
   clock_ = clock.get();
   setFrameClock(std::move(clock));
@@ -77,7 +77,12 @@ bool MovedView::rest() {
 }
 
 std::unique_ptr<MovedView> makeView(const DockRow& row, int width) {
-  auto view = std::make_unique<MovedView>();
+  static test::TestScheduler standing;
+  return makeView(row, standing, width);
+}
+
+std::unique_ptr<MovedView> makeView(const DockRow& row, Scheduler& scheduler, int width) {
+  auto view = std::make_unique<MovedView>(scheduler);
   view->setIconProvider(icon);
   view->setRow(row);
   view->refresh(morning());

@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "../support/TestFrameClock.h"
+#include "../support/TestScheduler.h"
 #include "views/dock/DockView.h"
 #include "views/families/Rooms.h"
 
@@ -22,7 +23,7 @@ QPixmap icon(const DockApp& app, int size, double ratio);
 /// A view that moves when the test says so.
 class MovedView : public DockView {
  public:
-  MovedView();
+  explicit MovedView(Scheduler& scheduler);
   /// Lets so many seconds of frames pass, fewer where everything has come to rest before. Returns how many there were.
   int beat(double seconds = test::TestFrameClock::kFrame) { return clock_->beat(seconds); }
   /// Lets frames pass until nothing moves. False where that would take more than a minute.
@@ -33,6 +34,8 @@ class MovedView : public DockView {
 };
 
 /// A view of the row, filled and laid out in a slot `width` wide; 0 for as wide as the row wants.
+std::unique_ptr<MovedView> makeView(const DockRow& row, Scheduler& scheduler, int width = 0);
+/// The same where no delay is ever over.
 std::unique_ptr<MovedView> makeView(const DockRow& row, int width = 0);
 /// By how much one channel of one pixel of two pictures differs at most.
 int difference(const QImage& a, const QImage& b);

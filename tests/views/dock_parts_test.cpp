@@ -43,6 +43,7 @@ class DockParts : public ::testing::Test {
   }
   QPointF middleOf(qsizetype item) const { return layout.items[item].rect.center(); }
 
+  test::TestScheduler time;
   DockRow row;
   QRectF slot;
   RowLayout layout;
@@ -186,14 +187,8 @@ TEST_F(DockParts, ADraggedTileMakesRoomAndGoesHomeByItself) {
 
 TEST_F(DockParts, TabsComeAfterTheirDelayAndStayAsTheyAreWhileTheyAreHeld) {
   row.tabs = {u"Everyday"_s, u"Work"_s, u"Home"_s};
-  test::TestScheduler time;
-  ProfileTabs tabs(row, layout, animator);
+  ProfileTabs tabs(row, layout, animator, time);
   QSignalSpy due(&tabs, &ProfileTabs::due);
-  tabs.hover(true, false);
-  time.advance(1);
-  EXPECT_EQ(due.count(), 0) << "with nothing to count by";
-  tabs.hover(false, false);
-  tabs.setScheduler(&time);
   struct Case {
     const char* what;
     bool inside, held;
@@ -225,7 +220,7 @@ TEST_F(DockParts, TabsComeAfterTheirDelayAndStayAsTheyAreWhileTheyAreHeld) {
 
 TEST_F(DockParts, ASwipeSlidesTheRowAndSwitchesThatWay) {
   row.tabs = {u"A"_s, u"B"_s, u"C"_s};
-  ProfileTabs tabs(row, layout, animator);
+  ProfileTabs tabs(row, layout, animator, time);
   QList<std::pair<qsizetype, bool>> chosen;
   QObject::connect(&tabs, &ProfileTabs::activated, [&](qsizetype tab) {
     DockRow next = row;
@@ -296,7 +291,7 @@ TEST_F(DockParts, APressBecomesWhatItBeganOnAndWhatTheDockAllows) {
     RowTiles tiles(surface);
     tiles.take(row);
     tiles.lay(layout);
-    PressController press(tiles);
+    PressController press(tiles, time);
     press.setSwitchGuard([&] { return each.busy; });
     QStringList said;
     QObject::connect(&press, &PressController::clicked, [&] { said << u"click"_s; });
@@ -327,7 +322,7 @@ TEST_F(DockParts, ADragThatIsRefusedAsItBeginsIsNotMoved) {
   RowTiles tiles(surface);
   tiles.take(row);
   tiles.lay(layout);
-  PressController press(tiles);
+  PressController press(tiles, time);
   QObject::connect(&press, &PressController::dragBegun, [&] { press.forget(); });
   const QSignalSpy dragged(&press, &PressController::dragged);
   for (const auto& [type, way] : {std::pair(QEvent::MouseButtonPress, 0), {QEvent::MouseMove, 40}}) {

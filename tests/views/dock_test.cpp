@@ -20,6 +20,7 @@ namespace {
 /// A view that remembers what it was asked to paint.
 class WatchedView : public DockView {
  public:
+  using DockView::DockView;
   QRegion painted;
 
  protected:
@@ -198,7 +199,8 @@ TEST(Layout, TheGlassIsWideEnoughForTheWholeNamesOfItsTabs) {
       EXPECT_EQ(layout.overflow, 0) << "the tile does not scroll for it";
       EXPECT_NEAR(layout.items[0].rect.center().x(), layout.glass.center().x(), 1);
       Animator animator;
-      const ProfileTabs tabs(row, layout, animator);
+      test::TestScheduler time;
+      const ProfileTabs tabs(row, layout, animator, time);
       for (qsizetype tab = 0; tab < row.tabs.size(); ++tab) {
         EXPECT_TRUE(layout.glass.contains(layout.tabs[tab]));
         EXPECT_EQ(tabs.tip(tab), QString()) << "cut at scale " << scale;
@@ -436,7 +438,8 @@ TEST(Look, APictureCoversTheGlassAndAFileThatIsNoneLeavesIt) {
 }
 
 TEST(Repainting, ATickPaintsOnlyTheTilesThatLookDifferent) {
-  WatchedView view;
+  test::TestScheduler time;
+  WatchedView view(time);
   view.setRow(starterRow());
   TileSources sources = morning();
   view.refresh(sources);
@@ -464,7 +467,8 @@ TEST(Repainting, ATickPaintsOnlyTheTilesThatLookDifferent) {
 }
 
 TEST(Repainting, HoverPaintsTheTilesThatItEntersAndLeaves) {
-  WatchedView view;
+  test::TestScheduler time;
+  WatchedView view(time);
   DockRow row = starterRow();
   view.setRow(row);
   view.resize(view.sizeHint());

@@ -301,8 +301,7 @@ TEST(Dropping, AFileThatIsHeldOpensWhatIsBelowIt) {
                  widgetWith(u"appLauncher"_s, u"/b.desktop"_s),
                  widget(u"trash"_s)};
   row.runningApps = runningApps().mid(0, 2);  // The first is in front.
-  const auto view = makeView(row);
-  view->setScheduler(&time);
+  const auto view = makeView(row, time);
   TileSources sources = morning();
   sources.applications.insert(u"/a.desktop"_s, {u"A"_s, {}, 42, {.running = true, .front = true}});
   sources.applications.insert(u"/b.desktop"_s, {u"B"_s, {}, 43, {.running = true}});
@@ -427,8 +426,7 @@ TEST(Clicks, AButtonThatIsHeldShowsTheWindowsOfARunningApplication) {
   tarnwick::test::TestScheduler time;
   DockRow row = starterRow();
   row.runningApps = runningApps();
-  const auto view = makeView(row);
-  view->setScheduler(&time);
+  const auto view = makeView(row, time);
   QList<quint64> shown, clicked;
   QObject::connect(view.get(), &DockView::windowsRequested, [&](quint64 application) { shown << application; });
   QObject::connect(view.get(), &DockView::applicationActivated, [&](quint64 id) { clicked << id; });
@@ -515,8 +513,7 @@ TEST(Profiles, TabsComeWithHoverOnlyWhereTheyAreWanted) {
     test::TestScheduler scheduler;
     DockRow row = profiles(expected.count);
     row.tabsOnHover = expected.wanted;
-    const auto view = makeView(row);
-    view->setScheduler(&scheduler);
+    const auto view = makeView(row, scheduler);
     const QPointF inside = view->itemRect(1).center();
     mouse(*view, QEvent::MouseMove, inside, Qt::NoButton);
     scheduler.advance(0.14);
@@ -548,8 +545,7 @@ TEST(Profiles, TabsStandStillUnderWhatStandsOnTheGlassAndTurnByTheWheel) {
   row.activeTab = 1;
   row.reduceMotion = true;
   tarnwick::test::TestScheduler time;
-  const auto view = makeView(row);
-  view->setScheduler(&time);
+  const auto view = makeView(row, time);
   const QPointF onTile = view->itemRect(1).center();
   view->setPanelOpen(row.widgets[1].id);
   mouse(*view, QEvent::MouseMove, onTile, Qt::NoButton);

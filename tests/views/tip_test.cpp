@@ -37,8 +37,7 @@ DockRow rowWithApps() {
 class Tips : public ::testing::Test {
  protected:
   void show(const DockRow& row, const TileSources& sources = morning()) {
-    view = makeView(row);
-    view->setScheduler(&time);
+    view = makeView(row, time);
     view->refresh(sources);
     view->show();
     view->activateWindow();

@@ -27,11 +27,11 @@ bool areStrangers(const QList<DockWidget>& a, const QList<DockWidget>& b) {
 
 }  // namespace
 
-DockView::DockView(QWidget* parent)
+DockView::DockView(Scheduler& scheduler, QWidget* parent)
     : QWidget(parent),
       tiles_(*this),
       icons_(tiles_),
-      tabs_(tiles_.row(), tiles_.layout(), animator_),
+      tabs_(tiles_.row(), tiles_.layout(), animator_, scheduler),
       scroll_(tiles_, animator_,
               [this] {
                 relayout();
@@ -39,8 +39,8 @@ DockView::DockView(QWidget* parent)
               }),
       drag_(tiles_.row(), tiles_.layout(), animator_, scroll_.edges(),
             [this](const DockRow& row) { return layoutOf(row); }),
-      drop_(tiles_, scroll_.edges()),
-      press_(tiles_),
+      drop_(tiles_, scroll_.edges(), scheduler),
+      press_(tiles_, scheduler),
       hover_(
           tiles_, animator_, [this](qsizetype item) { updateItem(item); },
           [this](qsizetype item) { showMagnified(item); }),
@@ -49,7 +49,8 @@ DockView::DockView(QWidget* parent)
       shape_(tiles_, tabs_, drag_, drop_),
       items_(state_, icons_, animator_, [this](qsizetype item) { updateItem(item); }),
       painter_(state_, shape_, items_, [this] { update(); }),
-      pointed_(tiles_, tabs_, shape_) {
+      pointed_(tiles_, tabs_, shape_),
+      tips_(scheduler) {
   installDockAccessibility();
   setAttribute(Qt::WA_TranslucentBackground);
   setMouseTracking(true);
@@ -109,13 +110,6 @@ void DockView::connectPress() {
   connect(&press_, &PressController::moved, this, &DockView::moveRequested);
   connect(&press_, &PressController::moveEnded, this, &DockView::moveFinished);
   connect(&press_, &PressController::released, this, &DockView::released);
-}
-
-void DockView::setScheduler(Scheduler* scheduler) {
-  drop_.setScheduler(scheduler);
-  press_.setScheduler(scheduler);
-  tabs_.setScheduler(scheduler);
-  tips_.setScheduler(scheduler);
 }
 
 void DockView::setIconProvider(IconProvider provider) {

@@ -49,12 +49,10 @@ class DockView : public QWidget {
   using CommandProvider =
       std::function<QList<ItemCommand>(const QUuid& widget, quint64 application, const QRect& beside)>;
 
-  explicit DockView(QWidget* parent = nullptr);
+  /// The delays of the pointer are counted with `scheduler`, which is borrowed.
+  explicit DockView(Scheduler& scheduler, QWidget* parent = nullptr);
   ~DockView() override;
 
-  /// What the delays of hover are counted with; borrowed. Without one the pointer brings neither tabs nor tips, and
-  /// nothing opens below a file that is held over it.
-  void setScheduler(Scheduler* scheduler);
   /// What everything moves by that does. Without a clock nothing does, and is where it goes to at once.
   void setFrameClock(std::unique_ptr<FrameClock> clock) { animator_.setClock(std::move(clock)); }
   void setIconProvider(IconProvider provider);

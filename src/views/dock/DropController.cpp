@@ -8,11 +8,6 @@
 
 namespace tarnwick {
 
-void DropController::setScheduler(Scheduler* scheduler) {
-  opening_.reset();
-  scheduler_ = scheduler;
-}
-
 bool DropController::hold(QDropEvent& event) {
   const QMimeData& mime = *event.mimeData();
   const bool widget = DropRules::carriesWidget(mime);
@@ -94,7 +89,7 @@ void DropController::springLoad() {
   const qsizetype item = opens ? hover_->item : -1;
   if (std::exchange(openingItem_, item) == item) return;
   opening_.reset();
-  if (item >= 0 && scheduler_) opening_ = scheduler_->after(theme::kSpringLoad, [this, item] { open(item); });
+  if (item >= 0) opening_ = scheduler_.after(theme::kSpringLoad, [this, item] { open(item); });
 }
 
 /// What is in front already a click would put away.

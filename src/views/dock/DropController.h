@@ -15,15 +15,13 @@ class QDropEvent;
 namespace tarnwick {
 
 /// Things of other programs, and widgets from the library, that are held over the dock and dropped on it: what would
-/// take them, where they would go otherwise, and what opens below a file that is held long enough. The row and the
-/// scrolling are borrowed.
+/// take them, where they would go otherwise, and what opens below a file that is held long enough. The row, the
+/// scrolling and what that is counted with are borrowed.
 class DropController final : public QObject {
   Q_OBJECT
  public:
-  DropController(const RowTiles& tiles, EdgeScroll& edges) : tiles_(tiles), edges_(edges) {}
-
-  /// What the delay is counted with before something opens; borrowed. Without one nothing does.
-  void setScheduler(Scheduler* scheduler);
+  DropController(const RowTiles& tiles, EdgeScroll& edges, Scheduler& scheduler)
+      : tiles_(tiles), edges_(edges), scheduler_(scheduler) {}
 
   /// Takes what is held at the event's place, or refuses it, and tells so by the event and the result.
   bool hold(QDropEvent& event);
@@ -68,7 +66,7 @@ class DropController final : public QObject {
 
   const RowTiles& tiles_;
   EdgeScroll& edges_;
-  Scheduler* scheduler_ = nullptr;
+  Scheduler& scheduler_;
   std::optional<Hover> hover_;
   JobHandle opening_;
   qsizetype openingItem_ = -1;  ///< The one that opens soon, or has by now.

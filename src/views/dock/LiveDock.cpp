@@ -31,11 +31,10 @@ LiveDock::LiveDock(AppStore& store, Toggles& toggles, Commands& commands, DockHo
       host_(host),
       display_(display),
       services_(services),
-      view_(new DockView(this)) {
+      view_(new DockView(store.scheduler(), this)) {
   // Only a window can be translucent, so the view must not paint a ground of its own.
   setAttribute(Qt::WA_NoSystemBackground);
   setFocusProxy(view_);
-  view_->setScheduler(&store_.scheduler());
   view_->setIconProvider(std::move(icons));
   view_->setSwitchGuard([this] { return host_.holdsProfile(); });
   connect(view_, &DockView::shapeChanged, this, &DockContent::shapeChanged);

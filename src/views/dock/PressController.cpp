@@ -6,11 +6,6 @@
 
 namespace tarnwick {
 
-void PressController::setScheduler(Scheduler* scheduler) {
-  hold_.reset();
-  scheduler_ = scheduler;
-}
-
 void PressController::begin(const QMouseEvent& event, qsizetype hovered) {
   Press press;
   press.at = event.position();
@@ -32,8 +27,8 @@ void PressController::begin(const QMouseEvent& event, qsizetype hovered) {
 /// An application whose button stays down shows its windows, and the press is no click any more.
 void PressController::holdSoon() {
   hold_.reset();
-  if (press_->on != Press::On::Item || !scheduler_) return;
-  hold_ = scheduler_->after(Press::kHold, [this] {
+  if (press_->on != Press::On::Item) return;
+  hold_ = scheduler_.after(Press::kHold, [this] {
     if (!press_ || press_->gesture != Press::Gesture::Nothing) return;
     const qsizetype item = tiles_.itemWithKey(press_->key);
     if (tiles_.applicationOf(item) == 0) return;

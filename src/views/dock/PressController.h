@@ -17,14 +17,12 @@ namespace tarnwick {
 
 /// A button that is held down on the dock, and what becomes of it: a click, a tile that is dragged, a swipe to another
 /// profile, a dock that is moved, or the choice of an application's windows after a while. It does none of that, but
-/// says so. The row is borrowed.
+/// says so. The row and what a press is timed with are borrowed.
 class PressController final : public QObject {
   Q_OBJECT
  public:
-  explicit PressController(const RowTiles& tiles) : tiles_(tiles) {}
+  PressController(const RowTiles& tiles, Scheduler& scheduler) : tiles_(tiles), scheduler_(scheduler) {}
 
-  /// What a press is timed with; borrowed. Without one it may last as long as it likes.
-  void setScheduler(Scheduler* scheduler);
   /// Asked when a drag would switch profiles: true while that must not be.
   void setSwitchGuard(std::function<bool()> isBusy) { isBusy_ = std::move(isBusy); }
 
@@ -78,7 +76,7 @@ class PressController final : public QObject {
   bool isOver(const Press& press, QPointF point) const;
 
   const RowTiles& tiles_;
-  Scheduler* scheduler_ = nullptr;
+  Scheduler& scheduler_;
   std::function<bool()> isBusy_;
   std::optional<Press> press_;
   JobHandle hold_;  ///< Looks whether the button is still down where it was.

@@ -18,18 +18,13 @@ const QString kSlide = QStringLiteral("slide");  // How far the row is from the 
 
 }  // namespace
 
-ProfileTabs::ProfileTabs(const DockRow& row, const RowLayout& layout, Animator& animator)
-    : row_(row), layout_(layout), springs_(animator) {
+ProfileTabs::ProfileTabs(const DockRow& row, const RowLayout& layout, Animator& animator, Scheduler& scheduler)
+    : row_(row), layout_(layout), scheduler_(scheduler), springs_(animator) {
   connect(&springs_, &SpringSet::moved, this, &ProfileTabs::moved);
   connect(&springs_, &SpringSet::rested, this, [this] {
     slide_.reset();
     Q_EMIT rested();
   });
-}
-
-void ProfileTabs::setScheduler(Scheduler* scheduler) {
-  work_.reset();
-  scheduler_ = scheduler;
 }
 
 void ProfileTabs::takeRow() {
@@ -54,11 +49,11 @@ bool ProfileTabs::show(bool shown, bool isSeen) {
 
 void ProfileTabs::hover(bool inside, bool held) {
   const bool coming = held ? wanted_ : inside && row_.offersTabs();
-  if (coming == coming_ || !scheduler_) return;
+  if (coming == coming_) return;
   coming_ = coming;
   work_.reset();
   if (coming == wanted_) return;
-  work_ = scheduler_->after(theme::kTabsDelay, [this] { Q_EMIT due(coming_); });
+  work_ = scheduler_.after(theme::kTabsDelay, [this] { Q_EMIT due(coming_); });
 }
 
 double ProfileTabs::share() const {

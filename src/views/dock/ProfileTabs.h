@@ -23,15 +23,13 @@ struct RowSlide {
 };
 
 /// The profiles of a dock: their tabs, which come and go with the pointer; the sideways drag and the wheel that switch
-/// them; and the rows that slide past each other then. It switches nothing by itself. The row and its layout are
-/// borrowed.
+/// them; and the rows that slide past each other then. It switches nothing by itself. The row, its layout
+/// and what the delay of hover is counted with are borrowed.
 class ProfileTabs final : public QObject {
   Q_OBJECT
  public:
-  ProfileTabs(const DockRow& row, const RowLayout& layout, Animator& animator);
+  ProfileTabs(const DockRow& row, const RowLayout& layout, Animator& animator, Scheduler& scheduler);
 
-  /// What the delay of hover is counted with; borrowed. Without one the pointer brings no tabs.
-  void setScheduler(Scheduler* scheduler);
   void setRatio(double ratio) { springs_.setRatio(ratio); }
   /// There is another row; it may offer no tabs.
   void takeRow();
@@ -73,7 +71,7 @@ class ProfileTabs final : public QObject {
  private:
   const DockRow& row_;
   const RowLayout& layout_;
-  Scheduler* scheduler_ = nullptr;
+  Scheduler& scheduler_;
   JobHandle work_;
   bool wanted_ = false;
   bool coming_ = false;

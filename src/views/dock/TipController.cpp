@@ -2,24 +2,19 @@
 
 namespace tarnwick {
 
-void TipController::setScheduler(Scheduler* scheduler) {
-  leave();
-  scheduler_ = scheduler;
-}
-
 void TipController::point(const std::optional<DockTip>& tip) {
   const bool isSame = tip && pointed_ && tip->key == pointed_->key;
   const bool isNothing = !tip && !pointed_;
   pointed_ = tip;
   if (isSame && shown_ && shown_->key == tip->key) show(tip);
-  if (isSame || isNothing || !scheduler_) return;
+  if (isSame || isNothing) return;
   work_.reset();
   if (tip && shown_)
     show(tip);
   else if (tip)
-    work_ = scheduler_->after(kDelay, [this] { show(pointed_); });
+    work_ = scheduler_.after(kDelay, [this] { show(pointed_); });
   else if (shown_)
-    work_ = scheduler_->after(kGap, [this] { show(std::nullopt); });
+    work_ = scheduler_.after(kGap, [this] { show(std::nullopt); });
 }
 
 void TipController::say(const DockTip& tip) {

@@ -26,8 +26,9 @@ class TipController final : public QObject {
   static constexpr double kDelay = 0.5;
   static constexpr double kGap = 0.2;
 
-  /// What the delays are counted with; borrowed. Without one no tip comes.
-  void setScheduler(Scheduler* scheduler);
+  /// The delays are counted with what is borrowed here.
+  explicit TipController(Scheduler& scheduler) : scheduler_(scheduler) {}
+
   /// What is pointed at now.
   void point(const std::optional<DockTip>& tip);
   /// Something that must be read at once, as what letting go of a tile would do; dismiss() ends it.
@@ -45,7 +46,7 @@ class TipController final : public QObject {
  private:
   void show(const std::optional<DockTip>& tip);
 
-  Scheduler* scheduler_ = nullptr;
+  Scheduler& scheduler_;
   JobHandle work_;
   std::optional<DockTip> pointed_;
   std::optional<DockTip> shown_;

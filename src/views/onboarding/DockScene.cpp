@@ -30,7 +30,8 @@ DockScene::DockScene(QSize size, QWidget* parent) : QWidget(parent), size_(size)
 }
 
 void DockScene::render() {
-  DockView view;
+  SystemScheduler scheduler;
+  DockView view(scheduler);
   view.setAttribute(Qt::WA_TranslucentBackground);
   DockRow row = SnapshotFixture::starterDock();
   row.runningApps.clear();

@@ -170,7 +170,8 @@ QImage SnapshotPainter::panel(SnapshotStore& fixture, const QString& kind) {
 }
 
 QImage SnapshotPainter::dock(const DockRow& row) const {
-  DockView view;
+  SystemScheduler scheduler;
+  DockView view(scheduler);
   fill(view, row);
   const QImage picture = render(view);  // Only now everything has its place.
   QImage image = ground(view.size());
@@ -186,7 +187,8 @@ QImage SnapshotPainter::dock(const DockRow& row) const {
 }
 
 QImage SnapshotPainter::scene(const DockRow& row) const {
-  DockView view;
+  SystemScheduler scheduler;
+  DockView view(scheduler);
   fill(view, row);
   const QImage picture = render(view);
   QImage image = ground(kScene);
