@@ -32,7 +32,7 @@ DockPresenter::DockPresenter(AppStore& store, const Services& services, Commands
       tileServices_(store, services, setup_.readings, readingServices(), tiles_, menus_.icons()),
       tips_(store, services.panels),
       panels_(store, services, commands,
-              {[this](const QString& display) { return sources(display); }, readingServices(),
+              {[this](const QString& display) { return keepSources(display); }, readingServices(),
                [this](const QString& display) { return opensDownwards(display); }}),
       menuHost_(store, menus_, dock_, docks_, panels_),
       questions_(store, dock_, docks_, menuHost_, panels_),
@@ -157,13 +157,8 @@ std::unique_ptr<DockContent> DockPresenter::makeContent(const QString& display) 
   return dock;
 }
 
-TileSources DockPresenter::sources(const QString& display) const {
-  const LiveDock* dock = docks_.of(display);
-  return dock ? dock->sources() : TileSources();
-}
-
-TileSources DockPresenter::previews(const QList<DockWidget>& widgets) {
-  return storeSources(store_, services_.toggles, tileServices_, widgets);
+std::unique_ptr<KeptSources> DockPresenter::keepSources(const QString& display) const {
+  return keepStoreSources(store_, services_.toggles, tileServices_, display);
 }
 
 ReadingServices DockPresenter::readingServices() const {

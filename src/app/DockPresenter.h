@@ -82,8 +82,8 @@ class DockPresenter final : public QObject, private DockHost {
   void closePanel() { panels_.closeAtOnce(); }
 
   void moveToTrash(const QStringList& paths, const QString& display) { drops_.moveToTrash(paths, display); }
-  /// What tiles of these widgets show at this moment, whether or not a dock holds them.
-  TileSources previews(const QList<DockWidget>& widgets);
+  /// Begins to keep what tiles show, of a display's dock or, without one, of widgets that no dock need hold.
+  std::unique_ptr<KeptSources> keepSources(const QString& display = {}) const;
 
  private:
   // DockHost
@@ -124,7 +124,6 @@ class DockPresenter final : public QObject, private DockHost {
   void guardStrangeEntries();
   void connectContents();
   void connectDocks();
-  TileSources sources(const QString& display) const;
   /// What tiles and panels read of the machine and of the desktop.
   ReadingServices readingServices() const;
   bool opensDownwards(const QString& display) const;

@@ -20,8 +20,8 @@ class TilePanel;
 
 /// What a host needs from the owner of the docks.
 struct PanelHostSetup {
-  /// What the tiles of a display's dock show at this moment.
-  std::function<TileSources(const QString& display)> sources;
+  /// Begins to keep what the tiles of a display's dock show.
+  std::function<std::unique_ptr<KeptSources>(const QString& display)> sources;
   ReadingServices readings;
   /// Whether what belongs to a display's dock opens below it; above it where this is empty.
   std::function<bool(const QString& display)> opensDownwards = {};

@@ -32,7 +32,7 @@ DesktopAbilities abilities() {
 }
 
 PreviewSources previews() {
-  return {[](const QList<DockWidget>&) { return SnapshotFixture::sources(); }, {}};
+  return {[] { return KeptSources::given(&SnapshotFixture::sources); }, {}};
 }
 
 /// A window only has what it shows once it is shown; no display is asked for that.

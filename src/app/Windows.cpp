@@ -115,7 +115,7 @@ void Windows::showSettings() {
 
 WindowServices Windows::windowServices() {
   PreviewSources previews;
-  previews.values = [this](const QList<DockWidget>& widgets) { return parts_.presenter.previews(widgets); };
+  previews.keep = [this] { return parts_.presenter.keepSources(); };
   previews.icons = [this](const QString& icon, int size, double ratio) {
     return services_.icons.pixmap(icon, size, ratio);
   };

@@ -51,7 +51,7 @@ class DockQuestionsTest : public ::testing::Test {
   DockMenus menus_{store_, services_, commands_, edits_, tiles_};
   LiveDocks docks_;
   FixedReadings readings_{scheduler};
-  PanelHost panels_{store_, services_, commands_, {[](const QString&) { return TileSources(); }, readings_.services()}};
+  PanelHost panels_{store_, services_, commands_, {[](const QString&) { return std::unique_ptr<KeptSources>(); }, readings_.services()}};
 
  protected:
   DockController dock{store_, services_, system_, system_,

@@ -45,11 +45,12 @@ const DockWidget* LibraryFixture::find(const QUuid& id) {
 }
 
 PreviewSources LibraryFixture::previews() {
-  return {[this](const QList<DockWidget>& widgets) {
-            for (const DockWidget& widget : widgets) asked.insert(widget.kind);
-            TileSources sources = SnapshotFixture::sources();
-            if (!hasSensor) sources.readings.celsius.reset();
-            return sources;
+  return {[this] {
+            KeptSources::Setup setup;
+            auto machine = std::make_unique<Machine>(*this);
+            machine_ = machine.get();
+            setup.own.push_back(std::move(machine));
+            return std::make_unique<KeptSources>(std::move(setup));
           },
           {}};
 }
@@ -57,6 +58,14 @@ PreviewSources LibraryFixture::previews() {
 WindowServices LibraryFixture::services() {
   return {*edits_, commands, *apps_, screens_, forms, previews(), [] { return DesktopAbilities(); }};
 }
+
+void LibraryFixture::Machine::fill(TileSources& sources, const QList<DockWidget>& widgets) {
+  for (const DockWidget& widget : widgets) fixture_.asked.insert(widget.kind);
+  sources = SnapshotFixture::sources();
+  if (!fixture_.hasSensor) sources.readings.celsius.reset();
+}
+
+void LibraryFixture::announce(const QList<Family>& families) { Q_EMIT machine_->changed(families); }
 
 std::unique_ptr<LibraryWindow> LibraryFixture::library() {
   auto window = std::make_unique<LibraryWindow>(store(), services());

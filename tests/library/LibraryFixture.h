@@ -48,6 +48,9 @@ class LibraryFixture {
   std::unique_ptr<EditorWindow> editor(const QUuid& widget);
   PreviewSources previews();
 
+  /// What the tiles of the window that was opened last show of these families is another.
+  void announce(const QList<Family>& families);
+
   QSet<QString> asked;  ///< The kinds whose tiles were asked for.
   RecordingCommands commands;
   KeptCredentials forms;
@@ -56,6 +59,16 @@ class LibraryFixture {
  private:
   WindowServices services();
 
+  class Machine final : public TileSource {
+   public:
+    explicit Machine(LibraryFixture& fixture) : fixture_(fixture) {}
+    void fill(TileSources& sources, const QList<DockWidget>& widgets) override;
+
+   private:
+    LibraryFixture& fixture_;
+  };
+
+  Machine* machine_ = nullptr;  ///< Owned by what keeps it.
   QTemporaryDir folder_;
   NoScreens screens_;
   TestScheduler scheduler_;

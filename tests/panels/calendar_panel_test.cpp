@@ -144,9 +144,11 @@ TEST(CalendarPanelTest, LeadsToACalendarWhereThereIsNone) {
     test::RecordingCommands commands;
     PanelContext context = fixture.contextOf(kind, commands);
     context.sources = [&digest] {
-      TileSources sources = SnapshotFixture::sources();
-      sources.calendar = digest;
-      return sources;
+      return KeptSources::given([&digest] {
+        TileSources sources = SnapshotFixture::sources();
+        sources.calendar = digest;
+        return sources;
+      });
     };
     const auto panel = shown(context);
     QAbstractButton* add = buttonNamed(*panel, u"Add Calendar Folder…"_s);
@@ -173,7 +175,12 @@ TEST(OverviewPanelTest, ShowsTheDayAndIsWorkedThrough) {
   test::RecordingCommands commands;
   PanelContext context = fixture.contextOf(u"todayOverview"_s, commands);
   TileSources sources = SnapshotFixture::sources();
-  context.sources = [&sources] { return sources; };
+  KeptSources* kept = nullptr;
+  context.sources = [&] {
+    auto given = KeptSources::given([&sources] { return sources; });
+    kept = given.get();
+    return given;
+  };
   const auto panel = shown(context);
   const auto titles = [&panel](auto* kind) {
     QStringList found;
@@ -203,6 +210,7 @@ TEST(OverviewPanelTest, ShowsTheDayAndIsWorkedThrough) {
   auto digest = std::make_shared<CalendarDigest>();
   digest->problem = u"A file is torn."_s;
   sources.calendar = digest;
+  kept->takeAll();
   fixture.store().edit([](DockConfiguration& config) { config.todos.clear(); });
   QCoreApplication::processEvents();
   EXPECT_EQ(titles(plain) + titles(check), u""_s);

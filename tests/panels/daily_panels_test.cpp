@@ -35,9 +35,11 @@ using namespace Qt::StringLiterals;
 struct Open {
   explicit Open(const QString& kind) : context(fixture.contextOf(kind, commands)) {
     context.sources = [this] {
-      TileSources sources = SnapshotFixture::sources();
-      sources.todos = store().config().todos;
-      return sources;
+      return KeptSources::given([this] {
+        TileSources sources = SnapshotFixture::sources();
+        sources.todos = store().config().todos;
+        return sources;
+      });
     };
     panel = makePanel(context);
     panel->start();

@@ -324,7 +324,7 @@ TEST(ReadingPanels, AreFinishedWithNothingToRead) {
       readings.processes.setFixed({}, {});
       readings.apps.setFixed(std::make_shared<AppIndex>());
       readings.windows.list.clear();
-      open.context.sources = [] { return TileSources(); };
+      open.context.sources = nullptr;
     });
     EXPECT_GT(bare.panel->panelSize().height(), 60) << kind;
   }

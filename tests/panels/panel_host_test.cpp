@@ -109,7 +109,7 @@ struct PanelHostTest : testing::Test {
   PanelHost host{fixture.store(),
                  services,
                  commands,
-                 {[](const QString&) { return SnapshotFixture::sources(); }, fixture.readings().services()}};
+                 {[](const QString&) { return KeptSources::given(&SnapshotFixture::sources); }, fixture.readings().services()}};
   QStringList changes;
 };
 

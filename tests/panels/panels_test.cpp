@@ -62,22 +62,47 @@ TEST(PanelsTest, EveryKindHasOneWithNamedControlsThatFits) {
   }
 }
 
-TEST(PanelsTest, FollowTheStoreWhileOpen) {
+/// The load of a processor, which counts how often it is asked.
+class CountedLoad final : public TileSource {
+ public:
+  void fill(TileSources& sources, const QList<DockWidget>&) override {
+    ++asked;
+    sources = SnapshotFixture::sources();
+    sources.metrics->cpu = load;
+  }
+  double load = 10;
+  int asked = 0;
+};
+
+TEST(PanelsTest, FollowWhatIsAnnouncedWhileOpen) {
   SnapshotStore fixture;
   PanelContext context = fixture.contextOf(u"cpu"_s);
-  int asked = 0;
-  context.sources = [&asked] {
-    ++asked;
-    return SnapshotFixture::sources();
+  CountedLoad source;
+  context.sources = [&source] {
+    return std::make_unique<KeptSources>(KeptSources::Setup{.own = {}, .borrowed = {&source}});
   };
   const auto panel = shown(context);
-  const int atFirst = asked;
-  fixture.store().heartbeat();
-  EXPECT_GT(asked, atFirst);
+  const auto load = [&panel] { return panel->findChild<FigureView*>()->accessibleName(); };
+  EXPECT_TRUE(load().contains(u"10"_s)) << qPrintable(load());
+  for (int i = 0; i < 5; ++i) fixture.store().heartbeat();
+  fixture.store().edit([](DockConfiguration& config) { config.spacing += 2; });
+  Q_EMIT source.changed({Family::Toggles});
+  Q_EMIT source.widgetChanged(QUuid::createUuid());
+  EXPECT_EQ(source.asked, 1) << "nothing of it was another";
+  source.load = 20;
+  Q_EMIT source.changed({Family::Files, Family::Metric});
+  EXPECT_TRUE(load().contains(u"20"_s)) << qPrintable(load());
+  source.load = 30;
+  Q_EMIT source.widgetChanged(context.widget);
+  EXPECT_TRUE(load().contains(u"30"_s)) << qPrintable(load());
+
   panel->hide();
-  const int hidden = asked;
-  fixture.store().heartbeat();
-  EXPECT_EQ(asked, hidden);
+  source.load = 40;
+  const int hidden = source.asked;
+  Q_EMIT source.changed({Family::Metric});
+  EXPECT_EQ(source.asked, hidden);
+  panel->show();
+  EXPECT_TRUE(load().contains(u"40"_s)) << qPrintable(load());
 
   QSignalSpy close(panel.get(), &TilePanel::closeRequested);
   fixture.store().edit([](DockConfiguration& config) { config.profiles.first().widgets.removeLast(); });

@@ -8,20 +8,8 @@
 #include "views/dock/StoreSources.h"
 #include "views/families/Rooms.h"
 #include "views/theme/DesktopLook.h"
-#include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
-namespace {
-
-using namespace Qt::StringLiterals;
-
-constexpr qint64 kMinute = 60;
-
-bool isSameTile(const DockWidget& one, const DockWidget& other) { return one.id == other.id && one.kind == other.kind; }
-
-qint64 minuteOf(const QDateTime& moment) { return moment.toSecsSinceEpoch() / kMinute; }
-
-}  // namespace
 
 LiveDock::LiveDock(AppStore& store, Toggles& toggles, Commands& commands, DockHost& host, const QString& display,
                    DockView::IconProvider icons, const TileServices& services)
@@ -38,8 +26,9 @@ LiveDock::LiveDock(AppStore& store, Toggles& toggles, Commands& commands, DockHo
   view_->setIconProvider(std::move(icons));
   view_->setSwitchGuard([this] { return host_.holdsProfile(); });
   connect(view_, &DockView::shapeChanged, this, &DockContent::shapeChanged);
-  storeSources_ = makeStoreSources(store_, toggles_, services_, display_);
-  for (TileSource* source : allSources()) follow(*source);
+  kept_ = keepStoreSources(store_, toggles_, services_, display_);
+  kept_->setSeen([this] { return isVisible(); });
+  connect(kept_.get(), &KeptSources::changed, this, &LiveDock::remake);
   connectStore();
   connectServices();
   connectTiles();
@@ -80,7 +69,7 @@ void LiveDock::resizeEvent(QResizeEvent* event) { view_->setGeometry(QRect(QPoin
 
 void LiveDock::rebuild() {
   rebuildRow();
-  refreshTiles();
+  if (kept_->takeAll()) view_->refresh(kept_->values());
 }
 
 void LiveDock::rebuildRow() {
@@ -115,25 +104,13 @@ void LiveDock::rebuildRow() {
   row.swipes = options.profileSwipe;
   row.floats = geometry_.floats;
   row.sendsNearby = services_.sendsNearby();
-  const QList<DockWidget> before = view_->row().widgets;
   view_->setRow(row);
-  if (!std::ranges::equal(before, row.widgets, isSameTile))
-    refreshTiles();
-  else if (before != row.widgets)
-    takeEdited(before);
+  remake(kept_->setWidgets(row.widgets));
 }
 
-/// An edit of one widget, such as a letter in a note, asks for nothing that other tiles show.
-void LiveDock::takeEdited(const QList<DockWidget>& before) {
-  if (!isSeen()) return;
-  const QList<DockWidget>& widgets = view_->row().widgets;
-  const auto isEdited = [&before](const DockWidget& widget) { return !before.contains(widget); };
-  for (TileSource* source : allSources()) {
-    const auto isRead = [&](const DockWidget& widget) { return isEdited(widget) && source->readsOptionsOf(widget); };
-    if (std::ranges::any_of(widgets, isRead)) source->fill(shown_, widgets);
-  }
-  shown_.now = store_.now();
-  view_->refresh(shown_, isEdited);
+void LiveDock::remake(const QSet<QUuid>& widgets) {
+  if (widgets.isEmpty()) return;
+  view_->refresh(kept_->values(), [&widgets](const DockWidget& widget) { return widgets.contains(widget.id); });
 }
 
 QList<DockApp> LiveDock::runningApps() const {
@@ -146,79 +123,15 @@ QList<DockApp> LiveDock::runningApps() const {
   return apps;
 }
 
-bool LiveDock::isSeen() {
-  if (isVisible()) return true;
-  isLate_ = true;
-  return false;
-}
-
 void LiveDock::showEvent(QShowEvent* event) {
-  if (isLate_) refreshTiles();
+  if (kept_->takeLate()) view_->refresh(kept_->values());
   DockContent::showEvent(event);
-}
-
-void LiveDock::refreshTiles() {
-  if (isFilled_ && !isSeen()) return;
-  isFilled_ = true;
-  isLate_ = false;
-  shown_ = sources();
-  minute_ = minuteOf(shown_.now);
-  view_->refresh(shown_);
-}
-
-/// Most seconds change nothing but the time.
-void LiveDock::beat() {
-  if (!isSeen()) return;
-  const QDateTime now = store_.now();
-  const bool turns = minuteOf(now) != minute_;
-  minute_ = minuteOf(now);
-  const auto isDue = [turns](const DockWidget& widget) {
-    const TickCadence cadence = Rooms::cadence(widget);
-    return cadence == TickCadence::Second || (turns && cadence == TickCadence::Minute);
-  };
-  if (std::ranges::none_of(view_->row().widgets, isDue)) return;
-  shown_.now = now;
-  if (turns)
-    for (TileSource* source : allSources())
-      if (source->turnsWithTheMinute()) source->fill(shown_, view_->row().widgets);
-  view_->refresh(shown_, isDue);
-}
-
-void LiveDock::follow(TileSource& source) {
-  connect(&source, &TileSource::changed, this, [this, &source](const QList<Family>& families) {
-    take(source, [&](const DockWidget& widget) {
-      const QString& family = Catalog::find(widget.kind).family;
-      return std::ranges::any_of(families, [&](Family each) { return family == each; });
-    });
-  });
-  connect(&source, &TileSource::widgetChanged, this, [this, &source](const QUuid& id) {
-    take(source, [&](const DockWidget& widget) { return widget.id == id; });
-  });
-}
-
-void LiveDock::take(TileSource& source, const std::function<bool(const DockWidget&)>& which) {
-  if (std::ranges::none_of(view_->row().widgets, which) || !isSeen()) return;
-  source.fill(shown_, view_->row().widgets);
-  shown_.now = store_.now();
-  view_->refresh(shown_, which);
-}
-
-QList<TileSource*> LiveDock::allSources() const {
-  QList<TileSource*> all;
-  for (const auto& source : storeSources_) all << source.get();
-  return all + services_.sources();
-}
-
-TileSources LiveDock::sources() const {
-  TileSources sources;
-  for (TileSource* source : allSources()) source->fill(sources, view_->row().widgets);
-  return sources;
 }
 
 void LiveDock::connectStore() {
   connect(&store_, &AppStore::configChanged, this, &LiveDock::rebuildRow);
   connect(&store_, &AppStore::runningAppsChanged, this, &LiveDock::rebuildRow);
-  connect(&store_, &AppStore::ticked, this, &LiveDock::beat);
+  connect(&store_, &AppStore::ticked, kept_.get(), &KeptSources::beat);
 }
 
 void LiveDock::connectServices() {

@@ -1,9 +1,7 @@
 #pragma once
 
 #include <QUuid>
-#include <functional>
 #include <memory>
-#include <vector>
 
 #include "desktop/Toggles.h"
 #include "dock/DockContent.h"
@@ -12,8 +10,7 @@
 #include "views/dock/DockHost.h"
 #include "views/dock/DockView.h"
 #include "views/dock/TileServices.h"
-#include "views/tiles/TileSource.h"
-#include "widgets/catalog/Family.h"
+#include "views/tiles/KeptSources.h"
 
 namespace tarnwick {
 
@@ -38,8 +35,8 @@ class LiveDock final : public DockContent {
 
   /// Takes everything anew, for another look. What store and services hold is followed by itself.
   void rebuild();
-  /// What the tiles show at this moment.
-  TileSources sources() const;
+  /// What the tiles were made from last.
+  const TileSources& sources() const { return kept_->values(); }
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
@@ -48,15 +45,8 @@ class LiveDock final : public DockContent {
  private:
   /// The row alone; of its tiles those are made anew whose widgets are others.
   void rebuildRow();
-  void takeEdited(const QList<DockWidget>& before);
-  void refreshTiles();
-  QList<TileSource*> allSources() const;
-  void follow(TileSource& source);
-  /// Takes the source's part anew, for the tiles that show it.
-  void take(TileSource& source, const std::function<bool(const DockWidget&)>& which);
-  void beat();
-  /// Whether tiles may be made anew now; while nobody sees them it is noted that they are late.
-  bool isSeen();
+  /// Makes the tiles of these widgets anew.
+  void remake(const QSet<QUuid>& widgets);
   void connectStore();
   void connectServices();
   void connectTiles();
@@ -74,11 +64,7 @@ class LiveDock final : public DockContent {
   const TileServices& services_;
   DockGeometry geometry_;
   DockView* view_;
-  std::vector<std::unique_ptr<TileSource>> storeSources_;
-  TileSources shown_;  ///< What the tiles were made from last.
-  qint64 minute_ = 0;  ///< The one that tiles showed last, since 1970.
-  bool isFilled_ = false;
-  bool isLate_ = false;
+  std::unique_ptr<KeptSources> kept_;
 };
 
 }  // namespace tarnwick

@@ -4,6 +4,7 @@
 #include <limits>
 #include <utility>
 
+#include "views/families/Rooms.h"
 #include "widgets/ClockWords.h"
 #include "widgets/QuickNotes.h"
 #include "widgets/catalog/Catalog.h"
@@ -53,7 +54,11 @@ const QList<Family> kApplicationFamilies{Family::Apps, Family::Launcher, Family:
 
 class MomentSource final : public TileSource {
  public:
-  MomentSource(const AppStore& store, const TileServices& services) : store_(store), services_(services) {}
+  MomentSource(const AppStore& store, const TileServices& services) : store_(store), services_(services) {
+    connect(&services_, &TileServices::habitsChanged, this, [this] {
+      Q_EMIT changed({Family::Clock, Family::Calendar, Family::Reminders});
+    });
+  }
   void fill(TileSources& sources, const QList<DockWidget>&) override {
     sources.now = store_.now();
     sources.use24Hour = services_.uses24Hour().value_or(ClockWords::writes24Hours(sources.locale));
@@ -242,26 +247,21 @@ class ReadingSource final : public TileSource {
 
 }  // namespace
 
-std::vector<std::unique_ptr<TileSource>> makeStoreSources(const AppStore& store, const Toggles& toggles,
-                                                          const TileServices& services, const QString& display) {
-  std::vector<std::unique_ptr<TileSource>> sources;
-  sources.push_back(std::make_unique<MomentSource>(store, services));
-  sources.push_back(std::make_unique<MachineSource>(store));
-  sources.push_back(std::make_unique<SwitchSource>(toggles));
-  sources.push_back(std::make_unique<ApplicationSource>(store, services, display));
-  sources.push_back(std::make_unique<DocumentSource>(store));
-  sources.push_back(std::make_unique<TrashSource>(services));
-  sources.push_back(std::make_unique<CalendarsSource>(store, services));
-  sources.push_back(std::make_unique<ReadingSource>(services));
-  return sources;
-}
-
-TileSources storeSources(const AppStore& store, const Toggles& toggles, const TileServices& services,
-                         const QList<DockWidget>& widgets) {
-  TileSources sources;
-  for (const auto& source : makeStoreSources(store, toggles, services, {})) source->fill(sources, widgets);
-  for (TileSource* source : services.sources()) source->fill(sources, widgets);
-  return sources;
+std::unique_ptr<KeptSources> keepStoreSources(const AppStore& store, const Toggles& toggles,
+                                              const TileServices& services, const QString& display) {
+  KeptSources::Setup setup;
+  setup.own.push_back(std::make_unique<MomentSource>(store, services));
+  setup.own.push_back(std::make_unique<MachineSource>(store));
+  setup.own.push_back(std::make_unique<SwitchSource>(toggles));
+  setup.own.push_back(std::make_unique<ApplicationSource>(store, services, display));
+  setup.own.push_back(std::make_unique<DocumentSource>(store));
+  setup.own.push_back(std::make_unique<TrashSource>(services));
+  setup.own.push_back(std::make_unique<CalendarsSource>(store, services));
+  setup.own.push_back(std::make_unique<ReadingSource>(services));
+  setup.borrowed = services.sources();
+  setup.now = [&store] { return store.now(); };
+  setup.cadence = &Rooms::cadence;
+  return std::make_unique<KeptSources>(std::move(setup));
 }
 
 QString iconOf(const RunningApp& app, const TileServices& services) {

@@ -30,13 +30,13 @@ constexpr double kCountGap = 8;
 
 void LibraryView::paintEvent(QPaintEvent* event) {
   // Cards that come into sight are asked what they show before they are painted.
-  QList<DockWidget> fresh;
   const auto [first, last] = seen();
+  bool isFresh = false;
   for (int row = first; row < last; ++row) {
     const auto& widget = itemAt(row).entry.widget;
-    if (widget && !tiles_.content(widget->id)) fresh.append(*widget);
+    isFresh = isFresh || (widget && !tiles_.content(widget->id));
   }
-  tiles_.refresh(fresh, store_.now());
+  if (isFresh) showTiles();
 
   QPainter painter(viewport());
   painter.setRenderHint(QPainter::Antialiasing);

@@ -79,10 +79,10 @@ class LibraryView::Model final : public QAbstractListModel {
   LibraryView& view_;
 };
 
-LibraryView::LibraryView(AppStore& store, PreviewSources sources, QWidget* parent)
+LibraryView::LibraryView(AppStore& store, const PreviewSources& sources, QWidget* parent)
     : QListView(parent),
       store_(store),
-      tiles_(std::move(sources)),
+      tiles_(sources, [this] { return isSeen(); }),
       model_(new Model(*this)),
       add_(new Button(LibraryWords::tr("Add"), Button::Role::Primary, parent)) {
   becomePaintedList(*this, LibraryWords::tr("Widgets"));
@@ -96,6 +96,7 @@ LibraryView::LibraryView(AppStore& store, PreviewSources sources, QWidget* paren
   scrolled_.setSingleShot(true);
   scrolled_.setInterval(theme::kScrollStaysMilliseconds);
   connect(&scrolled_, &QTimer::timeout, viewport(), qOverload<>(&QWidget::update));
+  connect(&tiles_, &PreviewTiles::changed, this, &LibraryView::updateCards);
   connect(&store, &AppStore::ticked, this, &LibraryView::refreshTiles);
   connect(&store, &AppStore::configChanged, this, [this] {
     takePlaced();
@@ -317,18 +318,21 @@ void LibraryView::changeEvent(QEvent* event) {
 }
 
 void LibraryView::refreshTiles() {
-  if (!isVisible() || window()->isMinimized()) return;
+  if (isSeen()) showTiles();
+}
+
+void LibraryView::showTiles() {
   QList<DockWidget> widgets;
-  QList<int> rows;
   const auto [first, last] = seen();
-  for (int row = first; row < last; ++row) {
-    if (!model_->items[row]->entry.widget) continue;
-    widgets.append(*model_->items[row]->entry.widget);
-    rows.append(row);
-  }
-  const QList<QUuid> changed = tiles_.refresh(widgets, store_.now());
-  for (qsizetype i = 0; i < rows.size(); ++i)
-    if (changed.contains(widgets[i].id)) updateCard(rows[i]);
+  for (int row = first; row < last; ++row)
+    if (const auto& widget = model_->items[row]->entry.widget) widgets.append(*widget);
+  tiles_.show(widgets, store_.now());
+}
+
+void LibraryView::updateCards(const QSet<QUuid>& widgets) {
+  const auto [first, last] = seen();
+  for (int row = first; row < last; ++row)
+    if (const auto& widget = model_->items[row]->entry.widget; widget && widgets.contains(widget->id)) updateCard(row);
 }
 
 }  // namespace tarnwick

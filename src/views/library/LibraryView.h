@@ -24,7 +24,7 @@ class LibraryView final : public QListView, public ItemActions {
  public:
   /// `store` and what the sources ask outlive the view. The button is beside the view in `parent`, where screen
   /// readers find it.
-  LibraryView(AppStore& store, PreviewSources sources, QWidget* parent);
+  LibraryView(AppStore& store, const PreviewSources& sources, QWidget* parent);
   ~LibraryView() override;
 
   /// The chosen item stays so if it is still there.
@@ -90,7 +90,12 @@ class LibraryView final : public QListView, public ItemActions {
   void placeButton();
   void activate(int row);
   std::pair<int, int> seen() const;
+  /// Whether there is something to look at.
+  bool isSeen() const { return isVisible() && !window()->isMinimized(); }
   void refreshTiles();
+  /// Tells the tiles which cards are looked at.
+  void showTiles();
+  void updateCards(const QSet<QUuid>& widgets);
   void takePlaced();
   void updateCard(int row);
   void takeLook();

@@ -11,6 +11,19 @@
 
 namespace tarnwick {
 
+PreviewTiles::PreviewTiles(const PreviewSources& sources, std::function<bool()> seen) : icons_(sources.icons) {
+  if (!sources.keep) return;
+  kept_ = sources.keep();
+  kept_->setSeen(std::move(seen));
+  connect(kept_.get(), &KeptSources::changed, this, qOverload<const QSet<QUuid>&>(&PreviewTiles::remake));
+}
+
+void PreviewTiles::setApplications(const QStringList& paths) {
+  if (paths == applications_) return;
+  applications_ = paths;
+  widgets_.clear();  // Those that are looked at are others by that.
+}
+
 void PreviewTiles::setPalette(const Palette& palette) {
   if (palette == palette_) return;
   palette_ = palette;
@@ -25,37 +38,54 @@ void PreviewTiles::setDirection(Qt::LayoutDirection direction) {
 
 double PreviewTiles::widthOf(const DockWidget& widget) { return Catalog::find(widget.kind).width; }
 
-QList<QUuid> PreviewTiles::refresh(const QList<DockWidget>& widgets, const QDateTime& now) {
-  if (widgets.isEmpty() || !sources_.values) return {};
+void PreviewTiles::show(const QList<DockWidget>& widgets, const QDateTime& now) {
+  if (!kept_) return;
+  now_ = now;
+  if (widgets == widgets_) return kept_->beat();
+  widgets_ = widgets;
+  kept_->setWidgets(shownWidgets());
+  QSet<QUuid> all;
+  for (const DockWidget& widget : widgets_) all.insert(widget.id);
+  remake(all);
+}
+
+QList<DockWidget> PreviewTiles::shownWidgets() const {
   QList<DockWidget> shown;
-  shown.reserve(widgets.size());
-  for (const DockWidget& widget : widgets)
-    shown.append(examples_ ? PreviewSamples::shown(widget, now, applications_) : widget);
-  const TileSources own = sources_.values(shown);
+  shown.reserve(widgets_.size());
+  for (const DockWidget& widget : widgets_)
+    shown.append(examples_ ? PreviewSamples::shown(widget, now_, applications_) : widget);
+  return shown;
+}
+
+void PreviewTiles::remake(const QSet<QUuid>& widgets) {
+  // An example may be of this moment.
+  const QList<DockWidget> shown = shownWidgets();
+  kept_->setWidgets(shown);
+  const TileSources& own = kept_->values();
   TileSources values = own;
   if (examples_) samples_.fill(values, shown);
-  QList<QUuid> changed;
-  for (qsizetype i = 0; i < shown.size(); ++i) {
-    const DockWidget& widget = shown[i];
-    const WidgetDefinition& definition = Catalog::find(widget.kind);
-    TileContent content = makeTileContent(widget, definition, values);
-    // What the widget would show as it is added is no sample.
-    const bool isSample = examples_ && content != makeTileContent(widgets[i], definition, own);
-    const bool wasSample = samplesShown_.contains(widget.id);
-    if (isSample)
-      samplesShown_.insert(widget.id);
-    else
-      samplesShown_.remove(widget.id);
-    const auto known = contents_.find(widget.id);
-    if (known != contents_.end() && *known == content) {
-      if (isSample != wasSample) changed.append(widget.id);
-      continue;
-    }
-    contents_.insert(widget.id, std::move(content));
-    pictures_.remove(widget.id);
-    changed.append(widget.id);
-  }
-  return changed;
+  QSet<QUuid> others;
+  for (qsizetype i = 0; i < shown.size(); ++i)
+    if (widgets.contains(shown[i].id) && remake(widgets_[i], shown[i], own, values)) others.insert(shown[i].id);
+  if (!others.isEmpty()) Q_EMIT changed(others);
+}
+
+bool PreviewTiles::remake(const DockWidget& widget, const DockWidget& shown, const TileSources& own,
+                          const TileSources& values) {
+  const WidgetDefinition& definition = Catalog::find(shown.kind);
+  TileContent content = makeTileContent(shown, definition, values);
+  // What the widget would show as it is added is no sample.
+  const bool isSample = examples_ && content != makeTileContent(widget, definition, own);
+  const bool wasSample = samplesShown_.contains(shown.id);
+  if (isSample)
+    samplesShown_.insert(shown.id);
+  else
+    samplesShown_.remove(shown.id);
+  const auto known = contents_.find(shown.id);
+  if (known != contents_.end() && *known == content) return isSample != wasSample;
+  contents_.insert(shown.id, std::move(content));
+  pictures_.remove(shown.id);
+  return true;
 }
 
 const TileContent* PreviewTiles::content(const QUuid& widget) const {
@@ -74,7 +104,7 @@ QPixmap PreviewTiles::render(const DockWidget& widget, const TileContent& conten
   style.direction = direction_;
   style.accent = tileAccent(Catalog::find(widget.kind));
   style.editing = true;
-  style.icons = &sources_.icons;
+  style.icons = &icons_;
   paintTile(painter, QRectF(QPointF(), size), content, style);
   return picture;
 }

@@ -19,10 +19,12 @@ constexpr double kPreviewCorner = 12;
 
 }  // namespace
 
-TilePreview::TilePreview(AppStore& store, PreviewSources sources) : store_(store), tiles_(std::move(sources)) {
+TilePreview::TilePreview(AppStore& store, const PreviewSources& sources)
+    : store_(store), tiles_(sources, [this] { return isVisible(); }) {
   tiles_.setExamples(false);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   connect(&store, &AppStore::ticked, this, &TilePreview::refresh);
+  connect(&tiles_, &PreviewTiles::changed, this, &TilePreview::takeContent);
 }
 
 void TilePreview::show(const DockWidget& widget) {
@@ -33,10 +35,14 @@ void TilePreview::show(const DockWidget& widget) {
 QSize TilePreview::sizeHint() const { return {200, static_cast<int>(theme::kTileHeight) + kSpace * 2}; }
 
 void TilePreview::refresh() {
-  if (!isVisible() || widget_.id.isNull()) return;
-  if (tiles_.refresh({widget_}, store_.now()).isEmpty()) return;
+  if (isVisible() && !widget_.id.isNull()) tiles_.show({widget_}, store_.now());
+}
+
+void TilePreview::takeContent() {
+  const TileContent* content = tiles_.content(widget_.id);
+  if (!content) return;
   const QString& name = widget_.title.isEmpty() ? Catalog::find(widget_.kind).name : widget_.title;
-  const QString value = tiles_.content(widget_.id)->describe(name).tip();
+  const QString value = content->describe(name).tip();
   setAccessibleName(LibraryWords::tr("Preview: %1").arg(value));
   update();
 }

@@ -13,7 +13,7 @@ class TilePreview final : public QWidget {
   Q_OBJECT
  public:
   /// `store` outlives it.
-  TilePreview(AppStore& store, PreviewSources sources);
+  TilePreview(AppStore& store, const PreviewSources& sources);
 
   void show(const DockWidget& widget);
   QSize sizeHint() const override;
@@ -25,6 +25,7 @@ class TilePreview final : public QWidget {
 
  private:
   void refresh();
+  void takeContent();
   void takeLook();
 
   AppStore& store_;

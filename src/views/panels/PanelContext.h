@@ -3,14 +3,15 @@
 #include <QString>
 #include <QUuid>
 #include <functional>
+#include <memory>
 
 #include "base/Scheduler.h"
 #include "desktop/Toggles.h"
 #include "store/AppStore.h"
 #include "store/Commands.h"
 #include "views/theme/Palette.h"
+#include "views/tiles/KeptSources.h"
 #include "views/tiles/ReadingServices.h"
-#include "views/tiles/TileSources.h"
 
 namespace tarnwick {
 
@@ -25,8 +26,8 @@ struct PanelContext {
   Commands& commands;
   QUuid widget;
   QString display;  ///< The display whose dock opened the panel.
-  /// What tiles show at this moment; panels show the same values.
-  std::function<TileSources()> sources;
+  /// Begins to keep what tiles show; panels show the same values. Left empty, nothing is shown.
+  std::function<std::unique_ptr<KeptSources>()> sources;
   ReadingServices readings;
   /// Null where what was written and not used yet goes with the panel.
   PanelDrafts* drafts = nullptr;

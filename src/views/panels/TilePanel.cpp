@@ -100,7 +100,11 @@ class TilePanel::EmptyView final : public QWidget {
 };
 
 TilePanel::TilePanel(const PanelContext& context, int width)
-    : context_(context), width_(width), header_(new PanelHeader(this)) {
+    : context_(context),
+      kept_(context.sources ? context.sources() : std::make_unique<KeptSources>(KeptSources::Setup{})),
+      width_(width),
+      header_(new PanelHeader(this)) {
+  kept_->setSeen([this] { return isVisible(); });
   takeWidget();
   setLook({look().palette, context_.accent});
   frame().addWidget(header_);
@@ -146,23 +150,23 @@ TilePanel::TilePanel(const PanelContext& context, int width)
 TilePanel::~TilePanel() = default;
 
 void TilePanel::start() {
-  const auto whenShown = [this] {
-    if (isVisible()) refreshNow();
-  };
-  connect(&store(), &AppStore::ticked, this, whenShown);
-  connect(&store(), &AppStore::configChanged, this, [this, whenShown] {
+  connect(kept_.get(), &KeptSources::changed, this, &TilePanel::refreshNow);
+  connect(&store(), &AppStore::ticked, kept_.get(), &KeptSources::beat);
+  connect(&store(), &AppStore::configChanged, this, [this] {
     takeWidget();
-    whenShown();
+    if (isVisible()) refreshNow();
   });
-  connect(&context_.toggles, &Toggles::changed, this, whenShown);
-  connect(&store().system(), &SystemMetrics::changed, this, whenShown);
   refreshNow();
   if (!context_.drafts) return;
-  for (const auto& keep : kept_) keep(*context_.drafts);
+  for (const auto& keep : drafted_) keep(*context_.drafts);
+}
+
+void TilePanel::ticks(TickCadence cadence) {
+  kept_->setCadence([cadence](const DockWidget&) { return cadence; });
 }
 
 void TilePanel::keepDraft(QLineEdit& field, std::function<bool()> isUnfinished) {
-  kept_.emplace_back([id = context_.widget, &field, isUnfinished = std::move(isUnfinished)](PanelDrafts& drafts) {
+  drafted_.emplace_back([id = context_.widget, &field, isUnfinished = std::move(isUnfinished)](PanelDrafts& drafts) {
     drafts.keep(id, field, isUnfinished);
   });
 }
@@ -172,11 +176,12 @@ void TilePanel::forgetDrafts() {
 }
 
 void TilePanel::refreshNow() {
-  refresh(context_.sources ? context_.sources() : TileSources());
+  refresh(kept_->values());
   header_->setTitle(heading());
 }
 
 void TilePanel::showEvent(QShowEvent* event) {
+  if (kept_->takeLate()) refreshNow();
   GlassPane::showEvent(event);
   if (first_) first_->setFocus(Qt::PopupFocusReason);
 }
@@ -187,6 +192,7 @@ void TilePanel::takeWidget() {
     const auto found = std::ranges::find(profile.widgets, context_.widget, &DockWidget::id);
     if (found == profile.widgets.end()) continue;
     widget_ = *found;
+    kept_->setWidgets({widget_});
     return;
   }
   if (!widget_.id.isNull()) Q_EMIT closeRequested();

@@ -36,8 +36,9 @@ struct EmptyState {
 /// The panel behind a tile: a pane with a header, sections below it, and the shadow in the margins around it. Derive
 /// from it, put controls into body() in the constructor, and fill them in refresh().
 ///
-/// While it is shown, refresh() is called on every beat and after every change of the settings, of the switches and of
-/// the readings. A panel takes the size of its content, and scrolls where the screen has no space for that.
+/// While it is shown, refresh() is called when what its widget shows is announced to be another, as often as the tile
+/// ticks, and after every change of the settings, which panels read themselves. What else it reads it follows by
+/// itself. A panel takes the size of its content, and scrolls where the screen has no space for that.
 class TilePanel : public GlassPane {
   Q_OBJECT
  public:
@@ -91,6 +92,11 @@ class TilePanel : public GlassPane {
   void keepDraft(QLineEdit& field, std::function<bool()> isUnfinished = {});
   /// Something came of it.
   void forgetDrafts();
+  /// Says in the constructor how often refresh() shows something new by the clock alone, where that is not as often as
+  /// the tile does.
+  void ticks(TickCadence cadence);
+  /// Says there that it shows values of other families than its widget's.
+  void alsoShow(const QList<Family>& families) { kept_->alsoShow(families); }
   /// What has the keyboard when the panel opens, in place of the first control.
   void beginWith(QWidget& control) { first_ = &control; }
   /// Shows what was done, and offers to take it back and to make it again after that. What both hold must outlive the
@@ -109,6 +115,7 @@ class TilePanel : public GlassPane {
   int contentWidth() const { return width_ - theme::kPanelPadding * 2; }
 
   PanelContext context_;
+  std::unique_ptr<KeptSources> kept_;
   DockWidget widget_;
   int width_;
   PanelHeader* header_;
@@ -120,7 +127,7 @@ class TilePanel : public GlassPane {
   QVBoxLayout* body_;
   EmptyView* empty_;
   QWidget* first_ = nullptr;
-  std::vector<std::function<void(PanelDrafts&)>> kept_;
+  std::vector<std::function<void(PanelDrafts&)>> drafted_;
 };
 
 /// Symbol, title, perhaps a note, and one action.

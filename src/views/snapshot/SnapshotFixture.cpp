@@ -135,7 +135,7 @@ PanelContext SnapshotStore::contextOf(const QString& kind, Commands& commands) {
           commands,
           SnapshotFixture::widgetOf(kind).id,
           u"fixture"_s,
-          [] { return SnapshotFixture::sources(); },
+          [] { return KeptSources::given(&SnapshotFixture::sources); },
           readings_->services()};
 }
 

@@ -1,18 +1,17 @@
 #pragma once
 
-#include <QList>
 #include <functional>
+#include <memory>
 
-#include "config/DockWidget.h"
-#include "views/tiles/TileSources.h"
+#include "views/tiles/KeptSources.h"
 #include "views/tiles/TileStyle.h"
 
 namespace tarnwick {
 
 /// Where the pictures of tiles in windows come from.
 struct PreviewSources {
-  /// What tiles of these widgets show at this moment, whether or not a dock holds them.
-  std::function<TileSources(const QList<DockWidget>& widgets)> values;
+  /// Begins to keep what tiles show, whether or not a dock holds them. Left empty, there are no pictures.
+  std::function<std::unique_ptr<KeptSources>()> keep;
   TileIcons icons;
 };
 

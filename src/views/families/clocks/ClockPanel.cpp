@@ -49,6 +49,7 @@ class ClockPanel final : public TilePanel {
         monthPart_(new QWidget),
         month_(new MonthGrid),
         monthName_(new TextLabel({}, TextStyle::TabLabel, Tone::Secondary)) {
+    alsoShow({Family::Calendar});
     body().addWidget(figure_);
     addSection(isList_ ? PanelWords::tr("World clock") : PanelWords::tr("Time zone"));
     for (QVBoxLayout* list : {zones_, matches_}) {

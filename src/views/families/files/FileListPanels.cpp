@@ -51,6 +51,7 @@ class RecentFilesPanel final : public FileListPanel {
     view().setMostRows(8);
     addFullWidth(body(), &view());
     connect(&context.readings.recent, &RecentFiles::changed, this, &RecentFilesPanel::refreshNow);
+    ticks(TickCadence::Minute);  // It says how long ago a file was open.
   }
 
  protected:

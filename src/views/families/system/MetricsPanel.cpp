@@ -91,6 +91,7 @@ class ProcessorPanel final : public MetricsPanel {
         processes_(new ProcessSection(context, ProcessOrder::CPU)) {
     body().addWidget(cores_);
     body().addWidget(processes_);
+    ticks(TickCadence::Second);  // The cores and processes are read here.
     before_ = machine().read().cores;
   }
 
@@ -140,6 +141,7 @@ class MemoryPanel final : public MetricsPanel {
     chart_ = addChart(PanelWords::tr("Memory in use"), 100);
     processes_ = new ProcessSection(context, ProcessOrder::RAM);
     body().addWidget(processes_);
+    ticks(TickCadence::Second);  // The parts and processes are read here.
   }
 
  protected:

@@ -35,6 +35,7 @@ class WindowsPanel : public TilePanel {
       paintAppIcon(painter, box, facts.second, facts.first, this->context().readings.icons, look());
     });
     connect(&store(), &AppStore::runningAppsChanged, this, &WindowsPanel::refreshNow);
+    connect(&context.readings.windows, &ClientWindows::changed, this, &WindowsPanel::refreshNow);
   }
 
   QList<ClientWindow> windowsOf(const RunningApp& app, const QList<ClientWindow>& all) const {
