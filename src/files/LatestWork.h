@@ -5,7 +5,7 @@
 #include <stop_token>
 #include <utility>
 
-#include "files/Background.h"
+#include "base/Background.h"
 
 namespace tarnwick {
 

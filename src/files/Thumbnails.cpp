@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <array>
 
-#include "files/Background.h"
+#include "base/Background.h"
 #include "files/FolderReading.h"
 
 namespace tarnwick {

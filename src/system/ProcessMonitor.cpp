@@ -6,19 +6,8 @@
 
 namespace tarnwick {
 
-namespace {
-
-// Longer than the pause between two samples, so that one thread serves them all and ends when the tile goes.
-constexpr int kSamplerThreadMs = 6000;
-
-}  // namespace
-
 ProcessMonitor::ProcessMonitor(std::unique_ptr<ProcessSource> source, const Scheduler& clock, QObject* parent)
-    : QObject(parent),
-      source_(std::move(source)),
-      clock_(clock),
-      message_(tr("Sampling processes…")),
-      sampling_(kSamplerThreadMs) {}
+    : QObject(parent), source_(std::move(source)), clock_(clock), message_(tr("Sampling processes…")) {}
 
 bool ProcessMonitor::isNeededBy(const ActiveSets& active) const {
   return active.families.contains(familyText(Family::Processes));

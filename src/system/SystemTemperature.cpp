@@ -8,15 +8,8 @@
 
 namespace tarnwick {
 
-namespace {
-
-// Longer than the pause between two readings, so that one thread serves them all and ends when the tile goes.
-constexpr int kSensorThreadMs = 6000;
-
-}  // namespace
-
 SystemTemperature::SystemTemperature(std::unique_ptr<ProcessorTemperatures> sensors, QObject* parent)
-    : QObject(parent), sensors_(std::move(sensors)), reading_(kSensorThreadMs) {}
+    : QObject(parent), sensors_(std::move(sensors)) {}
 
 bool SystemTemperature::isNeededBy(const ActiveSets& active) const {
   return active.families.contains(familyText(Family::Temperature));

@@ -4,7 +4,7 @@
 
 #include <thread>
 
-#include "files/Background.h"
+#include "base/Background.h"
 #include "files/FolderListing.h"
 #include "files/FolderStacks.h"
 #include "files/ScreenshotFolder.h"

@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <QThread>
+#include <array>
 #include <atomic>
 #include <semaphore>
+#include <stop_token>
 
 #include "support/Wait.h"
 
@@ -59,6 +61,56 @@ TEST(OrderedWork, NothingIsAnsweredOrBegunOnceItIsCancelled) {
   EXPECT_EQ(begun, 1);
   EXPECT_EQ(answered, 0);
   EXPECT_EQ(isHeld.use_count(), 1) << "what an answer holds goes with it";
+}
+
+/// Hangs until it is asked to stop.
+bool hang(const std::stop_token& stop) {
+  std::binary_semaphore asked(0);
+  const std::stop_callback stops(stop, [&asked] { asked.release(); });
+  asked.acquire();
+  return true;
+}
+
+TEST(OrderedWork, NothingIsAnsweredOnceItsOwnerIsGone) {
+  std::binary_semaphore running(0);
+  int answered = 0;
+  const auto isHeld = std::make_shared<int>();
+  {
+    OrderedWork work;
+    const auto answer = [&answered, isHeld](bool) { ++answered; };
+    work.start([] { return true; }, answer);
+    work.start(
+        [&running, stop = work.stopToken()] {
+          running.release();
+          return hang(stop);
+        },
+        answer);
+    running.acquire();  // The first is done, and its answer is on its way.
+  }
+  OrderedWork after;
+  bool isAfter = false;
+  after.start([] { return true; }, [&isAfter](bool) { isAfter = true; });
+  ASSERT_TRUE(waitFor([&] { return isAfter; }));
+  EXPECT_EQ(answered, 0);
+  EXPECT_EQ(isHeld.use_count(), 1) << "what an answer holds goes with it";
+}
+
+TEST(OrderedWork, OneThatHangsHoldsUpNoOther) {
+  constexpr std::size_t more = 12;  // Than this computer may have processors for.
+  std::counting_semaphore<> running(0);
+  std::array<OrderedWork, more> hanging;
+  for (OrderedWork& each : hanging)
+    each.start(
+        [&running, stop = each.stopToken()] {
+          running.release();
+          return hang(stop);
+        },
+        [](bool) {});
+  OrderedWork work;
+  bool isAnswered = false;
+  work.start([] { return true; }, [&isAnswered](bool) { isAnswered = true; });
+  EXPECT_TRUE(waitFor([&] { return isAnswered; }));
+  for (std::size_t i = 0; i < more; ++i) running.acquire();
 }
 
 }  // namespace

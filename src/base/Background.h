@@ -5,14 +5,16 @@
 namespace tarnwick {
 
 /// Threads for reading what may stall, such as a folder on a server that does not answer. They are never waited for:
-/// work holds only what it shares, and its answer checks whether anybody still wants it.
+/// work holds only what it shares, and its answer checks whether anybody still wants it. OrderedWork, which is waited
+/// for, is done on threads of their own kind.
 struct Background {
   enum class Lane {
     Reading,
-    Pictures  ///< One after the other, so that a folder full of them does not take every processor.
+    Pictures,  ///< One after the other, so that a folder full of them does not take every processor.
+    Ordered    ///< For OrderedWork alone. Each of its queues has at most one thread, and never waits for one.
   };
 
-  /// Runs `work` on another thread. Called on the main thread.
+  /// Runs `work` on another thread. Called on the main thread, but for Ordered.
   static void run(Lane lane, std::function<void()> work);
   /// Runs `answer` on the main thread, in a turn of its event loop. Any thread.
   static void answer(std::function<void()> answer);
