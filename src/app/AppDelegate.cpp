@@ -17,7 +17,6 @@
 #include "apps/InstalledApps.h"
 #include "desktop/SessionEvents.h"
 #include "desktop/Toggles.h"
-#include "motion/Animator.h"
 #include "views/onboarding/FirstRun.h"
 #include "views/theme/MenuStyle.h"
 
@@ -34,7 +33,6 @@ AppDelegate::AppDelegate(StoreSetup store, const Services& services, DelegateSet
       setup_(std::move(setup)),
       store_(std::make_unique<AppStore>(std::move(store))),
       commands_(std::make_unique<ProgramCommands>(*store_, services, setup_.readings)) {
-  WindowClocks::set(&services.clocks);
   const auto editorIsOpen = [this] { return windows_ && windows_->hasEditor(); };
   presenter_ = std::make_unique<DockPresenter>(
       *store_, services, *commands_,
@@ -62,7 +60,6 @@ AppDelegate::AppDelegate(StoreSetup store, const Services& services, DelegateSet
 AppDelegate::~AppDelegate() {
   willTerminate();
   windows_.reset();
-  WindowClocks::set(nullptr);
 }
 
 Commands& AppDelegate::commands() { return *commands_; }

@@ -98,6 +98,7 @@ void MenuBarPopup::open(const PanelPlacement& place, bool dark) {
 
   auto made = std::make_unique<MenuBarPanel>(store_, commands_, services_.motion.reducesMotion());
   MenuBarPanel* panel = made.get();
+  panel->setClocks(services_.clocks);
   panel->setScheme(dark, services_.panels.isComposited() ? Backdrop::Plain : Backdrop::Opaque);
   connect(panel, &MenuBarPanel::closeRequested, this, &MenuBarPopup::hide, Qt::QueuedConnection);
   connect(

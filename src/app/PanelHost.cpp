@@ -86,6 +86,7 @@ std::unique_ptr<TilePanel> PanelHost::makeTilePanel() {
 
 void PanelHost::showPane(std::unique_ptr<GlassPane> pane, Panel& dock, const QRect& tile) {
   pane_ = pane.get();
+  pane_->setClocks(services_.clocks);
   applyLook();
   const QMargins margins = pane_->margins();
   auto presentation = std::make_unique<PanelPresentation>(std::move(pane), services_.clocks.make(display_));

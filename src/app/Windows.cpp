@@ -75,6 +75,7 @@ void Windows::present(QPointer<Window>& window, const QString& name, const Windo
 void Windows::dress(AppWindow& window) {
   if (QApplication::windowIcon().isNull()) QApplication::setWindowIcon(QIcon::fromTheme(kDesktopId, AppMark::icon()));
   if (!parts_.framesWindows) window.giveTitleBar();
+  window.setClocks(services_.clocks);
   Commands& commands = parts_.commands;
   window.setMenuBar(makeApplicationMenu(commands));
   window.setOpenKept([&commands] { commands.openKeptSettings(); });

@@ -5,12 +5,6 @@
 
 namespace tarnwick {
 
-namespace {
-
-FrameClocks* windowClocks = nullptr;
-
-}  // namespace
-
 Animator::Animator(std::unique_ptr<FrameClock> clock) { setClock(std::move(clock)); }
 
 Animator::~Animator() = default;
@@ -53,9 +47,5 @@ void Animator::frame(double timestamp, double duration) {
   for (Animation* animation : now)
     if (isRunning(*animation) && !animation->advance(seconds)) stop(*animation);
 }
-
-void WindowClocks::set(FrameClocks* clocks) { windowClocks = clocks; }
-
-std::unique_ptr<FrameClock> WindowClocks::make() { return windowClocks ? windowClocks->make({}) : nullptr; }
 
 }  // namespace tarnwick

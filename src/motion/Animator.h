@@ -30,6 +30,7 @@ class Animator final : public QObject {
 
   /// Ends what runs.
   void setClock(std::unique_ptr<FrameClock> clock);
+  bool hasClock() const { return clock_ != nullptr; }
 
   /// Does nothing for one that runs.
   void run(Animation& animation);
@@ -43,14 +44,6 @@ class Animator final : public QObject {
   std::unique_ptr<FrameClock> clock_;
   QList<Animation*> running_;
   double lastTimestamp_ = 0;  ///< 0 before the first frame.
-};
-
-/// The clocks of widgets that belong to no display of their own, as those in windows.
-struct WindowClocks {
-  /// Set by the program for as long as its clocks are there; borrowed. Without any nothing in windows moves.
-  static void set(FrameClocks* clocks);
-  /// Null where there are none.
-  static std::unique_ptr<FrameClock> make();
 };
 
 }  // namespace tarnwick

@@ -7,6 +7,7 @@
 #include <QTest>
 #include <QVBoxLayout>
 
+#include "support/TestFrameClock.h"
 #include "views/controls/Charts.h"
 #include "views/controls/Fields.h"
 #include "views/controls/Rows.h"
@@ -69,6 +70,39 @@ TEST(ControlsTest, AreReachedByTabAndHaveNames) {
   EXPECT_EQ(window.tour(), (QStringList{u"Add"_s, u"Address"_s, u"Day"_s, u"Decrease Minutes"_s, u"Fix & ship"_s,
                                         u"Increase Minutes"_s, u"Note"_s, u"Open"_s, u"Save & Close"_s, u"Search"_s,
                                         u"Volume"_s, u"Wi-Fi"_s}));
+}
+
+/// Its clocks outlive it, as the borrowed ones of a window do.
+struct Clocks final : FrameClocks {
+  std::unique_ptr<FrameClock> make(const QString&) override {
+    auto clock = std::make_unique<test::TestFrameClock>();
+    made = clock.get();
+    return clock;
+  }
+  test::TestFrameClock* made = nullptr;
+};
+
+TEST(ControlsTest, ASwitchMovesByTheClockOfWhatItIsIn) {
+  struct Ground final : Window, LookSource {
+    const ControlLook& look() const override { return own; }
+    ControlLook own;
+  };
+  Clocks clocks;
+  Ground outer;
+  outer.setClocks(clocks);
+  auto* inner = outer.add(new Ground);  // It has a look of its own but no clocks.
+  auto* toggle = inner->add(new Switch(u"On"_s));
+  toggle->setChecked(true);
+  EXPECT_FALSE(clocks.made) << "nobody sees it";
+  outer.bring();
+  const QImage on = toggle->grab().toImage();
+  toggle->setChecked(false);
+  ASSERT_TRUE(clocks.made);
+  EXPECT_TRUE(clocks.made->isRunning());
+  EXPECT_EQ(toggle->grab().toImage(), on);
+  clocks.made->beat(1);
+  EXPECT_FALSE(clocks.made->isRunning());
+  EXPECT_NE(toggle->grab().toImage(), on);
 }
 
 TEST(ControlsTest, AnswerTheKeyboard) {

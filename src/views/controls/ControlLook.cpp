@@ -55,6 +55,14 @@ const ControlLook& lookOf(const QWidget& widget) {
   return plain;
 }
 
+std::unique_ptr<FrameClock> makeClockFor(const QWidget& widget) {
+  for (const QWidget* at = &widget; at; at = at->parentWidget()) {
+    const auto* source = dynamic_cast<const LookSource*>(at);
+    if (source && source->clocks()) return source->clocks()->make({});
+  }
+  return nullptr;
+}
+
 void announceLook(QWidget& root) {
   for (QWidget* child : root.findChildren<QWidget*>()) {
     QEvent change(QEvent::StyleChange);

@@ -5,7 +5,9 @@
 #include <QRectF>
 #include <QString>
 #include <QWidget>
+#include <memory>
 
+#include "desktop/FrameClock.h"
 #include "views/theme/Palette.h"
 #include "views/theme/Typography.h"
 
@@ -22,16 +24,25 @@ struct ControlLook {
   bool operator==(const ControlLook&) const = default;
 };
 
-/// A widget that says how the controls inside it look: a panel, or the body of a window. After a change it calls
-/// announceLook().
+/// A widget that says how the controls inside it look, and what they move by: a panel, or the body of a window. After
+/// a change of the look it calls announceLook().
 class LookSource {
  public:
   virtual ~LookSource() = default;
   virtual const ControlLook& look() const = 0;
+
+  /// Makes what the controls move by; borrowed, it outlives them. Without it they do not move.
+  void setClocks(FrameClocks& clocks) { clocks_ = &clocks; }
+  FrameClocks* clocks() const { return clocks_; }
+
+ private:
+  FrameClocks* clocks_ = nullptr;
 };
 
 /// The look of the nearest source above `widget`; dark where there is none.
 const ControlLook& lookOf(const QWidget& widget);
+/// What `widget` moves by, from the nearest source above it that has it; null where none has.
+std::unique_ptr<FrameClock> makeClockFor(const QWidget& widget);
 /// Makes every control inside `root` take the look anew.
 void announceLook(QWidget& root);
 

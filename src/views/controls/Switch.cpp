@@ -34,6 +34,7 @@ void Switch::nextCheckState() {
 
 void Switch::travel() {
   const double to = isChecked() ? 1 : 0;
+  if (isVisible() && !animator_.hasClock()) animator_.setClock(makeClockFor(*this));
   isVisible() ? knob_.fadeTo(to) : knob_.jump(to);
   update();
 }

@@ -26,7 +26,7 @@ class Switch final : public QCheckBox {
  private:
   void travel();
 
-  Animator animator_{WindowClocks::make()};
+  Animator animator_;
   Fade knob_;  ///< 1 where it is on.
   bool byKeyboard_ = false;
 };

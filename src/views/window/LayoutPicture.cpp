@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "views/controls/ControlLook.h"
 #include "views/theme/Glass.h"
 #include "views/theme/SceneColors.h"
 
@@ -246,6 +247,7 @@ void LayoutPicture::setReduceMotion(bool reduce) {
 
 void LayoutPicture::play() {
   if (!wanted_ || reduceMotion_ || isMoving_ || !isVisible()) return;
+  if (!animator_.hasClock()) animator_.setClock(makeClockFor(*this));
   isMoving_ = true;
   travels_ = 0;
   travelOn();

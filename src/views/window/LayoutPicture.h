@@ -26,7 +26,7 @@ class LayoutPicture final : public QWidget {
   /// rests or cannot be seen.
   void setMoving(bool moving);
   bool isMoving() const { return isMoving_; }
-  /// What it moves by, where that is not what all windows move by. Without a clock it stays still.
+  /// What it moves by, where that is not what its window moves by. Without a clock it stays still.
   void setClock(std::unique_ptr<FrameClock> clock) { animator_.setClock(std::move(clock)); }
   /// Keeps the picture still.
   void setReduceMotion(bool reduce);
@@ -47,7 +47,7 @@ class LayoutPicture final : public QWidget {
   bool isMoving_ = false;
   bool reduceMotion_ = false;
   int travels_ = 0;
-  Animator animator_{WindowClocks::make()};
+  Animator animator_;
   SpringSet travel_{animator_};  // To 1, where everything is at the other end of its way, and back.
   Fade pause_;                   // Nothing is painted in its frames.
 };
