@@ -119,6 +119,11 @@ TEST_F(X11Shell, AProgramThatMovesThePointerAwaySendsTheDockAway) {
     SCOPED_TRACE(i);
     warp({desk.display(0).center().x(), desk.display(0).bottom()});
     EXPECT_TRUE(inTime([&] { return dock().isVisible(id()) && isIn(); }));
+    // Straight from the edge, and by way of the dock.
+    warp(desk.display(0).center());
+    EXPECT_TRUE(inTime([&] { return !dock().isVisible(id()); }));
+    warp({desk.display(0).center().x(), desk.display(0).bottom()});
+    EXPECT_TRUE(inTime([&] { return dock().isVisible(id()) && isIn(); }));
     warp(glass().center());
     EXPECT_TRUE(comesTrue([&] { return view().underMouse(); }));
     warp(desk.display(0).center());

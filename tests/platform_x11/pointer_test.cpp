@@ -5,6 +5,7 @@
 
 #include "Desk.h"
 #include "platform/qt/TimerFrameClocks.h"
+#include "platform/x11/X11Properties.h"
 #include "platform/x11/X11ZoneSensor.h"
 #include "support/ForeignWindow.h"
 
@@ -132,8 +133,34 @@ TEST_F(X11ZoneSensorTest, FeelsAPointerThatAProgramPutsAtAnEdgeAndLeavesTheClick
     EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return below.clicks() == expected; })) << "at the edge itself";
     desk.display.moveTo({640, 300});
     EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return zones() == PointerZones(); }));
+    // Within one window, nothing but the strip is left.
+    warp(static_cast<qint16>(place.x()), static_cast<qint16>(place.y()));
+    EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return zones() == there; })) << "again " << place.y();
+    warp(640, 300);
+    EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return zones() == PointerZones(); })) << "away from " << place.y();
   }
-  EXPECT_EQ(changes.size(), 4);
+  EXPECT_EQ(changes.size(), 8);
+}
+
+TEST_F(X11ZoneSensorTest, LeavesAnEdgeToWhatIsThereOnceThePointerIsMovedByHand) {
+  ForeignWindow below(desk.display, QRect(0, 0, 1280, 800));
+  ASSERT_TRUE(below.show());
+  sensor.watch({request()});
+  const auto edgeWindow = [&] {
+    const auto cookie =
+        xcb_translate_coordinates(desk.display.connection(), desk.display.root(), desk.display.root(), 200, 799);
+    const XcbReply reply(xcb_translate_coordinates_reply(desk.display.connection(), cookie, nullptr));
+    return reply ? reply->child : xcb_window_t{XCB_WINDOW_NONE};
+  };
+  desk.settle();
+  const xcb_window_t strip = edgeWindow();
+  xcb_warp_pointer(desk.display.connection(), XCB_NONE, desk.display.root(), 0, 0, 0, 0, 200, 799);
+  desk.display.settle();
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return zones().bottomEdge; }));
+  EXPECT_EQ(edgeWindow(), strip);
+  desk.display.moveBy({1, 0});
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return edgeWindow() != strip; }));
+  EXPECT_TRUE(zones().bottomEdge);
 }
 
 TEST_F(X11ZoneSensorTest, SeesThroughTheDragOfAnotherProgram) {

@@ -186,6 +186,9 @@ bool X11Events::nativeEventFilter(const QByteArray& type, void* message, qintptr
     case XCB_ENTER_NOTIFY:
       Q_EMIT pointerEntered(as<xcb_enter_notify_event_t>(event)->event);
       return false;
+    case XCB_LEAVE_NOTIFY:
+      Q_EMIT pointerLeft(as<xcb_leave_notify_event_t>(event)->event);
+      return false;
     case XCB_BUTTON_PRESS:
       Q_EMIT buttonPressed(as<xcb_button_press_event_t>(event)->event);
       return false;

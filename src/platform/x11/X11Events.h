@@ -54,8 +54,9 @@ class X11Events final : public QObject, public QAbstractNativeEventFilter {
   void rootPropertyChanged(quint32 atom);
   void windowPropertyChanged(quint32 window, quint32 atom);
   void windowMoved(quint32 window);
-  /// The pointer came into a window of ours, or a button went down on it, that selected these events.
+  /// The pointer came into a window of ours or left it, or a button went down on it, that selected these events.
   void pointerEntered(quint32 window);
+  void pointerLeft(quint32 window);
   void buttonPressed(quint32 window);
   /// A window of ours came onto the screen: the window manager knows it now.
   void windowMapped(quint32 window);

@@ -16,7 +16,7 @@ X11ZoneSensor::X11ZoneSensor(X11Events& events, const X11Screens& screens, const
   });
   connect(&events, &X11Events::selectionOwnerChanged, this, &X11ZoneSensor::ownerChanged);
   connect(&strips_, &X11EdgeStrips::entered, this, &X11ZoneSensor::ask);
-  connect(&strips_, &X11EdgeStrips::pressed, this, &ZoneSensor::edgePressed);
+  connect(&strips_, &X11EdgeStrips::left, this, &X11ZoneSensor::ask);
 }
 
 void X11ZoneSensor::watch(const QList<ZoneRequest>& requests) {
@@ -40,7 +40,8 @@ void X11ZoneSensor::listen() {
     motion_ = input_.subscribeToMotion();
     buttons_ = input_.subscribeToButtons();
     connect(&input_, &X11RawInput::moved, this, [this](quint16 device, const QPointF& way) {
-      if (travel_.moved(device, way)) ask();
+      const bool needsNoStrip = strips_.letGo();
+      if (travel_.moved(device, way) || needsNoStrip) ask();
     });
     connect(&input_, &X11RawInput::buttonChanged, this, &X11ZoneSensor::ask);
     connect(&input_, &X11RawInput::answered, this, &X11ZoneSensor::follow);
