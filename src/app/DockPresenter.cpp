@@ -31,6 +31,7 @@ DockPresenter::DockPresenter(AppStore& store, const Services& services, Commands
       menus_(store, services, commands, edits_, tiles_),
       tileServices_(store, services, setup_.readings, readingServices(), tiles_, menus_.icons()),
       tips_(store, services.panels),
+      carry_(services.panels),
       panels_(store, services, commands,
               {[this](const QString& display) { return keepSources(display); }, readingServices(),
                [this](const QString& display) { return opensDownwards(display); }}),
@@ -85,6 +86,7 @@ void DockPresenter::connectDocks() {
     menuHost_.chooseWindow(display, application);
   });
   tips_.setController(&dock_);
+  carry_.setController(&dock_);
   tips_.setBesideDocks([this] {
     QList<QRect> frames;
     if (message_) frames << message_->frame();
@@ -129,6 +131,7 @@ void DockPresenter::closeAll() {
   panels_.closeAtOnce();
   bubble_.reset();
   tips_.close();
+  carry_.close();
   menuHost_.drop();
   undo_.clear();
 }
@@ -150,6 +153,8 @@ std::unique_ptr<DockContent> DockPresenter::makeContent(const QString& display) 
   docks_.add(display, *dock);
   connect(&dock->view(), &DockView::tipChanged, this,
           [this, display, view = &dock->view()] { tips_.show(display, view->tip()); });
+  connect(&dock->view(), &DockView::carriedChanged, this,
+          [this, display, view = &dock->view()] { carry_.show(display, view->carried()); });
   connect(&dock->view(), &DockView::released, &dock_, &DockController::checkEdge);
   connect(dock.get(), &QObject::destroyed, this, [this, display, gone = dock.get()] {
     if (docks_.remove(display, gone)) tiles_.setTileRects(display, {});

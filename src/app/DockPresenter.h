@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "app/AttentionCalls.h"
+#include "app/CarryHost.h"
 #include "app/DesktopTileServices.h"
 #include "app/DockBubble.h"
 #include "app/DockCommands.h"
@@ -143,6 +144,7 @@ class DockPresenter final : public QObject, private DockHost {
   DockMenus menus_;
   DesktopTileServices tileServices_;
   TipHost tips_;
+  CarryHost carry_;
   LiveDocks docks_;
   PanelHost panels_;
   DockMenuHost menuHost_;

@@ -8,6 +8,7 @@
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QMimeData>
+#include <QSignalSpy>
 
 #include "../support/TestScheduler.h"
 #include "DockFixture.h"
@@ -94,6 +95,44 @@ TEST(Dragging, MovesATileToWhereItIsLetGo) {
   EXPECT_EQ(view->row().widgets[3].id, taken);
   EXPECT_TRUE(activated.isNull()) << "a drag is no click";
   EXPECT_TRUE(view->rest()) << "frames run only while something moves";
+}
+
+TEST(Dragging, LetsATileFollowThePointerWhereverItGoes) {
+  const auto view = makeView(starterRow());
+  view->show();
+  QSignalSpy told(view.get(), &DockView::carriedChanged);
+  const QRectF glass = view->glassRect();
+  take(*view, 1);
+  mouse(*view, QEvent::MouseMove, {glass.center().x(), glass.top() + 1});
+  EXPECT_FALSE(view->carried()) << "the row has it";
+  EXPECT_EQ(told.count(), 0);
+  QPointF before(glass.center().x(), glass.top());
+  mouse(*view, QEvent::MouseMove, before - QPointF(0, 1));
+  ASSERT_TRUE(view->carried());
+  QPoint place = view->carried()->place.topLeft() + QPoint(0, 1);
+  const QSize size = view->carried()->place.size();
+  EXPECT_EQ(size, view->itemRect(1).size().toSize());
+  EXPECT_EQ(view->carried()->picture.deviceIndependentSize().toSize(), size.grownBy(view->carried()->margins));
+  const QImage picture = view->carried()->picture.toImage();
+  const QMargins margins = view->carried()->margins;
+  const auto alphaAt = [&](int y) { return qAlpha(picture.pixel(picture.width() / 2, y)); };
+  EXPECT_EQ(alphaAt(margins.top() + size.height() - 2), 255) << "the tile, where its place is";
+  EXPECT_GT(alphaAt(margins.top() + size.height() + 2), 0) << "and its shadow";
+  EXPECT_LT(alphaAt(margins.top() + size.height() + 2), 255);
+  // Above, far above, and beyond a corner of the glass.
+  for (const QPointF& at : {QPointF(glass.center().x(), glass.top() - 40), QPointF(glass.center().x(), -500),
+                            QPointF(glass.right() + 300, -500)}) {
+    mouse(*view, QEvent::MouseMove, at);
+    ASSERT_TRUE(view->carried());
+    const QRect now = view->carried()->place;
+    EXPECT_EQ(now.top() - place.y(), qRound(at.y() - before.y())) << at.y();
+    EXPECT_TRUE(now.adjusted(-1, -12, 1, 12).contains(at.toPoint())) << "under the pointer at " << at.x();
+    place = now.topLeft();
+    before = at;
+  }
+  press(*view, Qt::Key_Escape);
+  EXPECT_FALSE(view->carried());
+  EXPECT_GE(told.count(), 5) << "whoever shows it takes it away";
 }
 
 TEST(Dragging, TakesATileOffTheDockFarFromItAndSaysSo) {

@@ -67,7 +67,9 @@ void DockPainter::paintPart(QPainter& painter, const QRect& part) {
   if (state_.tabs.slide()) paintSlide(painter);
   paintScrolled(painter, part);
   if (layout().overflow > 0) paintItems(painter, part, true);
-  if (const qsizetype above = state_.drag.liftedItem(); above >= 0) items_.paint(painter, above);
+  // Beyond the glass a window of its own shows the tile that is held.
+  if (const qsizetype above = state_.drag.liftedItem(); above >= 0 && state_.drag.beyond().isNull())
+    items_.paint(painter, above);
   if (!state_.numbers.isEmpty()) paintNumbers(painter);
   if (const auto index = state_.drop.insertion()) paintInsertion(painter, *index);
   painter.restore();

@@ -7,6 +7,7 @@
 #include "views/dock/DockAccessible.h"
 #include "views/dock/DockWords.h"
 #include "views/dock/TipBubble.h"
+#include "views/theme/Theme.h"
 
 namespace tarnwick {
 
@@ -249,6 +250,7 @@ void DockView::beginDrag(qsizetype item, QPointF at) {
 void DockView::dragTo(QPointF pointer) {
   drag_.moveTo(pointer);
   updateRow();
+  tellCarried();
   updateTip();
   Q_EMIT dragMoved();
 }
@@ -258,6 +260,7 @@ void DockView::drop() {
   const bool removes = wouldRemove();
   const QUuid held = row().widgets[drag_.widget()].id;
   const auto move = drag_.drop();
+  tellCarried();
   releaseKeyboard();
   tips_.dismiss();
   updateRow();
@@ -285,6 +288,7 @@ void DockView::cancelDrag() {
   if (!drag_.isActive()) return;
   press_.forget();
   drag_.drop();
+  tellCarried();
   releaseKeyboard();
   tips_.dismiss();
   updateRow();
@@ -296,7 +300,19 @@ void DockView::cancelDrag() {
 bool DockView::wouldRemove() const {
   if (!drag_.isAway()) return false;
   const QWidget* under = QApplication::topLevelAt(mapToGlobal(drag_.pointer().toPoint()));
-  return !under || under == window() || qobject_cast<const TipBubble*>(under);
+  return !under || under == window() || qobject_cast<const TipBubble*>(under) ||
+         qobject_cast<const CarriedTile*>(under);
+}
+
+std::optional<CarriedPicture> DockView::carried() const {
+  if (drag_.beyond().isNull()) return std::nullopt;
+  return CarriedPicture{items_.pictureOfHeld(), items_.heldMargins(), items_.heldPlace().toRect(),
+                        theme::kTileCorner * row().scale};
+}
+
+void DockView::tellCarried() {
+  const bool isCarried = !drag_.beyond().isNull();
+  if (std::exchange(wasCarried_, isCarried) || isCarried) Q_EMIT carriedChanged();
 }
 
 // --- Tips -----------------------------------------------------------------------------------------------------------

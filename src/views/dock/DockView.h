@@ -13,6 +13,7 @@
 #include "motion/Animator.h"
 #include "store/DockDrops.h"
 #include "views/dock/AppIconCache.h"
+#include "views/dock/CarriedTile.h"
 #include "views/dock/DockPainter.h"
 #include "views/dock/DockRow.h"
 #include "views/dock/DockShape.h"
@@ -117,6 +118,8 @@ class DockView : public QWidget {
   /// What is said of what the pointer or the keyboard is at, beside a stretch of the glass. Whoever owns the view shows
   /// it there.
   const std::optional<DockTip>& tip() const { return tips_.shown(); }
+  /// The tile that is held beyond the glass, where the view cannot paint it. Whoever owns the view shows it there.
+  std::optional<CarriedPicture> carried() const;
   qsizetype focusedItem() const { return state_.focusedItem(); }
 
   /// Whether something travels, fades or pulses, so that frames run.
@@ -125,6 +128,8 @@ class DockView : public QWidget {
  Q_SIGNALS:
   /// tip() did.
   void tipChanged();
+  /// carried() did.
+  void carriedChanged();
   void tileActivated(const QUuid& widget);
   /// A click on a part of a tile that acts by itself; for quick toggles `part` is the `Toggle`.
   void tilePartActivated(const QUuid& widget, int part);
@@ -224,6 +229,7 @@ class DockView : public QWidget {
   void cancelDrag();
   void sendHome();
   bool wouldRemove() const;
+  void tellCarried();
 
   // What is said of what is pointed at.
   std::optional<DockTip> pointedTip() const;
@@ -233,6 +239,7 @@ class DockView : public QWidget {
   QUuid panelOpen_;
   bool menuOpen_ = false;
   QSet<int> numbers_;
+  bool wasCarried_ = false;
 
   // What there is and how it moves. Those below read what is above them.
   RowTiles tiles_;

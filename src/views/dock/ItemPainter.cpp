@@ -67,6 +67,38 @@ QRectF ItemPainter::placeOf(qsizetype item) const {
   return tiles.place(item).translated(std::round(shift * tiles.ratio()) / tiles.ratio(), 0);
 }
 
+QRectF ItemPainter::heldPlace() const {
+  const double lift = std::round(theme::kDraggedLift * state_.tiles.row().scale);
+  return placeOf(state_.drag.liftedItem()).translated(state_.drag.beyond() - QPointF(0, lift));
+}
+
+QMargins ItemPainter::heldMargins() const {
+  const qsizetype item = state_.drag.liftedItem();
+  const QRectF place = placeOf(item);
+  const QRectF bounds = tilePaintBounds(place, styleOf(item));
+  const auto up = [](double length) { return static_cast<int>(std::ceil(length)); };
+  const double lift = std::round(theme::kDraggedLift * state_.tiles.row().scale);
+  return {up(place.left() - bounds.left()), up(place.top() - lift - bounds.top()), up(bounds.right() - place.right()),
+          up(bounds.bottom() - place.bottom() + lift)};
+}
+
+QPixmap ItemPainter::pictureOfHeld() const {
+  const qsizetype item = state_.drag.liftedItem();
+  TileStyle style = styleOf(item);
+  style.lift = 1;
+  const QMargins margins = heldMargins();
+  const QRectF place(QPointF(margins.left(), margins.top()), state_.tiles.place(item).size());
+  const QSize size = place.size().toSize().grownBy(margins);
+  const double ratio = state_.tiles.ratio();
+  QPixmap picture((QSizeF(size) * ratio).toSize());
+  picture.setDevicePixelRatio(ratio);
+  picture.fill(Qt::transparent);
+  QPainter painter(&picture);
+  // It is painted as far above its place as it is lifted.
+  paintItself(painter, item, place.translated(0, std::round(theme::kDraggedLift * style.scale)), style);
+  return picture;
+}
+
 QRectF ItemPainter::boundsOf(qsizetype item) const { return tilePaintBounds(placeOf(item), styleOf(item)); }
 
 QRectF ItemPainter::mostBoundsAt(const QRectF& place) const {

@@ -46,6 +46,11 @@ class ItemPainter final {
   void paint(QPainter& painter, qsizetype item);
   /// Where an item is seen.
   QRectF placeOf(qsizetype item) const;
+  /// The tile that is held, as it is seen: with its shadow around it.
+  QPixmap pictureOfHeld() const;
+  /// Where that tile itself lies, and the space that its shadow takes.
+  QRectF heldPlace() const;
+  QMargins heldMargins() const;
   /// All that it takes up there.
   QRectF boundsOf(qsizetype item) const;
   /// All that an item takes up at a place however large it is drawn.

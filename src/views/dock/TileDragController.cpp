@@ -90,6 +90,13 @@ void TileDragController::findPlace() {
   drag.wanted = std::move(best);
 }
 
+QPointF TileDragController::beyond() const {
+  if (!isActive()) return {};
+  const QRectF& glass = layout_.glass;
+  const QPointF& at = drag_->pointer;
+  return at - QPointF(std::clamp(at.x(), glass.left(), glass.right()), std::clamp(at.y(), glass.top(), glass.bottom()));
+}
+
 void TileDragController::openGap() {
   const Drag& drag = *drag_;
   const auto travel = [this](SpringSet& springs, const QString& name, double goal) {

@@ -50,6 +50,8 @@ class TileDragController final : public QObject {
   QPointF pointer() const { return drag_->pointer; }
   /// Whether the pointer holds the tile so far from the glass that it has no place in the row.
   bool isAway() const { return isActive() && drag_->away; }
+  /// How far beyond the glass the pointer holds a tile, which is seen as far from the row; null where it does not.
+  QPointF beyond() const;
   /// The place of the tile that is held, among the displayed widgets.
   qsizetype widget() const { return drag_->from; }
 
