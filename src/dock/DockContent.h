@@ -27,7 +27,7 @@ class DockContent : public QWidget {
 
   virtual void configure(const DockGeometry& geometry) = 0;
   /// The width that the glass needs at a scale, whatever its row measures: for the names of the profiles, where they
-  /// may show, and for the "Add Widgets…" text; 0 for no more than it has.
+  /// may show, for the "Add Widgets…" text, and for what is held over it; 0 for no more than it has.
   virtual double leastWidth(double) const { return 0; }
   /// Space that the content paints on around the panel's slot.
   virtual QMargins margins() const = 0;
@@ -38,6 +38,7 @@ class DockContent : public QWidget {
  Q_SIGNALS:
   /// Outline or input region changed.
   void shapeChanged();
+  void leastWidthChanged();
 };
 
 }  // namespace tarnwick

@@ -301,6 +301,12 @@ void DockController::connectDock(const Dock& dock, const QString& id) {
       applyShape(found->second);
     }
   });
+  connect(dock.content, &DockContent::leastWidthChanged, this, [this, id] {
+    const auto found = docks_.find(id);
+    if (found == docks_.end()) return;
+    layout(Screen(found->second.screen));
+    updateZones();
+  });
   connect(dock.container, &DockContentContainer::pointerLeft, &services_.zones, &ZoneSensor::pointerLeft);
   // The window system took the window: the next pass makes a new one if the display is still there.
   connect(dock.panel.get(), &Panel::closed, this, [this, id] {

@@ -9,12 +9,14 @@
 #include <QDropEvent>
 #include <QMimeData>
 #include <QSignalSpy>
+#include <cmath>
 
 #include "../support/TestScheduler.h"
 #include "DockFixture.h"
 #include "config/Reordering.h"
 #include "config/WidgetTransfer.h"
 #include "views/dock/UndoBubble.h"
+#include "widgets/catalog/Catalog.h"
 
 namespace tarnwick::testing {
 
@@ -412,6 +414,56 @@ TEST(Dropping, AWidgetGoesBetweenTiles) {
   dropOn(*view, third.topRight() + QPointF(3, 30), data);
   dropOn(*view, QPointF(view->glassRect().right() - 3, third.center().y()), data);
   EXPECT_EQ(indices, (QList<qsizetype>{2, 3, 3, 7}));
+}
+
+TEST(Dropping, AWidgetThatIsHeldOpensAGapThatFollowsIt) {
+  const auto view = makeView(starterRow());
+  view->show();
+  const DockWidget held = widget(u"cpu"_s);
+  QMimeData data;
+  data.setText(WidgetTransfer::encode(held));
+  const QSize narrow = view->size();
+  QList<bool> wide;
+  QObject::connect(view.get(), &DockView::widthWanted, [&] {
+    const double wanted = view->widthWithGuest(1);
+    wide << (wanted > 0);
+    const QMargins margins = view->margins();
+    const int width = static_cast<int>(std::ceil(wanted)) + margins.left() + margins.right();
+    view->resize(wanted > 0 ? QSize(width, narrow.height()) : narrow);
+  });
+  const auto between = [&](qsizetype item) { return view->itemRect(item + 1).left() - view->itemRect(item).right(); };
+  const double usual = between(1);
+  const double gap = Catalog::find(held.kind).width + usual * 2;
+  const auto move = [&](QPointF at) {
+    QDragMoveEvent event(at.toPoint(), kAll, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(view.get(), &event);
+  };
+  QDragEnterEvent enter(view->itemRect(1).center().toPoint() + QPoint(4, 0), kAll, &data, Qt::LeftButton,
+                        Qt::NoModifier);
+  QCoreApplication::sendEvent(view.get(), &enter);
+  EXPECT_TRUE(view->isMoving()) << "the others make space";
+  EXPECT_EQ(between(1), gap);
+  EXPECT_EQ(between(2), usual);
+  const QRectF glass = view->glassRect();
+  move(view->itemRect(3).center() + QPointF(4, 0));
+  EXPECT_EQ(between(1), usual);
+  EXPECT_EQ(between(3), gap);
+  EXPECT_EQ(view->glassRect(), glass);
+  EXPECT_EQ(wide, QList<bool>{true}) << "it is wide enough";
+  QDragLeaveEvent leave;
+  QCoreApplication::sendEvent(view.get(), &leave);
+  EXPECT_EQ(between(3), usual);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(wide, (QList<bool>{true, false}));
+  EXPECT_TRUE(view->rest());
+  EXPECT_EQ(paintedBy(*view), paintedBy(*makeView(view->row())));
+
+  // Where the dock cannot grow nothing moves, and a line says where it goes.
+  const auto full = makeView(starterRow());
+  const QRectF second = full->itemRect(1);
+  QDragEnterEvent over(second.center().toPoint(), kAll, &data, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(full.get(), &over);
+  EXPECT_EQ(full->itemRect(1), second);
 }
 
 TEST(Wheel, CyclesWindowsOverApplicationsAndScrollsElsewhere) {

@@ -71,7 +71,7 @@ void DockPainter::paintPart(QPainter& painter, const QRect& part) {
   if (const qsizetype above = state_.drag.liftedItem(); above >= 0 && state_.drag.beyond().isNull())
     items_.paint(painter, above);
   if (!state_.numbers.isEmpty()) paintNumbers(painter);
-  if (const auto index = state_.drop.insertion()) paintInsertion(painter, *index);
+  if (const auto index = state_.drop.insertion(); index && layout().gap.isEmpty()) paintInsertion(painter, *index);
   painter.restore();
 }
 
@@ -152,6 +152,8 @@ void DockPainter::paintMarks(QPainter& painter, bool staying) const {
     ClearMarks::drawLine(painter, line, palette().hairline, palette());
   if (state_.drag.isActive() && isHere(state_.drag.gap()))
     ClearMarks::drawGap(painter, state_.drag.gap(), tileCorner(), palette());
+  if (!layout().gap.isEmpty() && isHere(layout().gap))
+    ClearMarks::drawGap(painter, layout().gap, tileCorner(), palette());
 }
 
 void DockPainter::paintItems(QPainter& painter, const QRect& part, bool staying) {

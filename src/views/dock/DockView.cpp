@@ -85,7 +85,7 @@ void DockView::connectParts() {
     rehover();
   });
   connect(&drop_, &DropController::entered, this, [this] { setPointer(std::nullopt); });
-  connect(&drop_, &DropController::changed, this, &DockView::updateRow);
+  connect(&drop_, &DropController::changed, this, &DockView::takeGuest);
   connect(&drop_, &DropController::filesDropped, this, &DockView::filesDropped);
   connect(&drop_, &DropController::widgetTextDropped, this, &DockView::widgetTextDropped);
   connect(&drop_, &DropController::applicationWanted, this, &DockView::applicationActivated);
@@ -184,7 +184,41 @@ void DockView::takeRefreshed(const RowTiles::Refreshed& refreshed) {
 RowLayout DockView::layoutOf(const DockRow& row) const {
   const QRectF slot = QRectF(rect()).marginsRemoved(QMarginsF(margins()));
   return RowLayout::of(row, slot, tiles_.ratio(),
-                       {scroll_.position(), tabs_.share(), isRightToLeft(), drag_.heldWidget()});
+                       {scroll_.position(), tabs_.share(), isRightToLeft(), drag_.heldWidget(), guest_});
+}
+
+double DockView::widthWithGuest(double scale) const {
+  double most = 0;
+  // The row is not equally wide wherever it takes the guest in: that may part what stands close together.
+  for (qsizetype index = 0; wider_ && index <= row().widgets.size(); ++index) {
+    DockRow whole = RowLayout::withGuest(row(), {*wider_, index});
+    whole.scale = scale;
+    most = std::max(most, RowLayout::idealWidth(whole));
+  }
+  return most;
+}
+
+/// What is held over the dock may be a widget, and may go elsewhere in the row: the others make space for it.
+void DockView::takeGuest() {
+  updateRow();
+  const std::optional<RowGuest> guest = drop_.guest();
+  if (guest == guest_) return;
+  if (guest && !wider_) {
+    wider_ = guest->widget;
+    Q_EMIT widthWanted();  // The window may grow within this.
+  }
+  const auto lefts = row().reduceMotion ? QHash<QString, double>() : drag_.lefts();
+  guest_ = guest;
+  relayout();
+  drag_.carryOn(lefts);
+  // A drop brings another row first, which may need the width.
+  if (!guest_) QMetaObject::invokeMethod(this, &DockView::letGuestGo, Qt::QueuedConnection);
+}
+
+void DockView::letGuestGo() {
+  if (guest_ || !wider_) return;
+  wider_.reset();
+  Q_EMIT widthWanted();
 }
 
 void DockView::relayout() {

@@ -87,6 +87,8 @@ class DockView : public QWidget {
   QSize sizeHint() const override { return shape_.sizeHint(); }
   /// The width of a slot that the whole row fits in, in the units of the window.
   double idealRowWidth() const { return RowLayout::idealWidth(row()); }
+  /// The same with a widget that is held over the dock; 0 while none is.
+  double widthWithGuest(double scale) const;
   /// What a window that belongs to the tile is beside: the stretch of the glass with the tile on it.
   QRect besideRect(const QUuid& widget) const { return shape_.beside(tileRect(widget)); }
   /// The same for a running application; empty where no tile stands for it.
@@ -175,6 +177,8 @@ class DockView : public QWidget {
   void focusLeft();
   /// glassRect, outlineRegion, inputRegion or margins changed.
   void shapeChanged();
+  /// widthWithGuest() did.
+  void widthWanted();
   /// Tiles are elsewhere now.
   void itemsPlaced();
 
@@ -204,6 +208,8 @@ class DockView : public QWidget {
   void takeRefreshed(const RowTiles::Refreshed& refreshed);
   RowLayout layoutOf(const DockRow& row) const;
   void relayout();
+  void takeGuest();
+  void letGuestGo();
   void connectParts();
   void connectPress();
 
@@ -240,6 +246,8 @@ class DockView : public QWidget {
   bool menuOpen_ = false;
   QSet<int> numbers_;
   bool wasCarried_ = false;
+  std::optional<RowGuest> guest_;    ///< That the row makes space for.
+  std::optional<DockWidget> wider_;  ///< What the dock is to be wide enough for, a moment longer than it is a guest.
 
   // What there is and how it moves. Those below read what is above them.
   RowTiles tiles_;

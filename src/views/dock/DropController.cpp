@@ -4,9 +4,23 @@
 #include <QMimeData>
 #include <utility>
 
+#include "base/DomainError.h"
+#include "config/WidgetTransfer.h"
 #include "views/theme/Theme.h"
 
 namespace tarnwick {
+
+namespace {
+
+std::optional<DockWidget> widgetIn(const QMimeData& mime) {
+  try {
+    return WidgetTransfer::decode(mime.text());
+  } catch (const DomainError&) {
+    return std::nullopt;  // What is wrong with it is said once it is dropped.
+  }
+}
+
+}  // namespace
 
 bool DropController::hold(QDropEvent& event) {
   const QMimeData& mime = *event.mimeData();
@@ -20,6 +34,7 @@ bool DropController::hold(QDropEvent& event) {
   hover.isWidget = widget;
   findTaker(hover, event);
   const bool isFirst = !hover_;
+  if (isFirst && widget) hover.widget = widgetIn(mime);
   hover_ = hover;
   const Qt::DropAction action =
       widget ? Qt::CopyAction
@@ -81,6 +96,10 @@ void DropController::letGo() {
 
 std::optional<qsizetype> DropController::insertion() const {
   return hover_ && hover_->item < 0 ? std::optional(hover_->index) : std::nullopt;
+}
+
+std::optional<RowGuest> DropController::guest() const {
+  return hover_ && hover_->widget ? std::optional(RowGuest{*hover_->widget, hover_->index}) : std::nullopt;
 }
 
 void DropController::springLoad() {

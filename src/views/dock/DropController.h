@@ -35,6 +35,8 @@ class DropController final : public QObject {
   bool isOver(qsizetype item) const { return hover_ && hover_->item == item; }
   /// Among the displayed widgets, where it would be put in; none where a tile would take it.
   std::optional<qsizetype> insertion() const;
+  /// The widget that is held, and where it would be put in; none where it is none, or one that cannot be read.
+  std::optional<RowGuest> guest() const;
 
  Q_SIGNALS:
   /// Something is held over the dock that was not before.
@@ -52,6 +54,7 @@ class DropController final : public QObject {
  private:
   struct Hover {
     bool isWidget = false;
+    std::optional<DockWidget> widget{};
     qsizetype item = -1;  ///< That would take it; -1 for none.
     DropRules::Taker taker = DropRules::Taker::None;
     qsizetype index = 0;    ///< Where it would be put in otherwise.

@@ -26,6 +26,7 @@ LiveDock::LiveDock(AppStore& store, Toggles& toggles, Commands& commands, DockHo
   view_->setIconProvider(std::move(icons));
   view_->setSwitchGuard([this] { return host_.holdsProfile(); });
   connect(view_, &DockView::shapeChanged, this, &DockContent::shapeChanged);
+  connect(view_, &DockView::widthWanted, this, &DockContent::leastWidthChanged);
   kept_ = keepStoreSources(store_, toggles_, services_, display_);
   kept_->setSeen([this] { return isVisible(); });
   connect(kept_.get(), &KeptSources::changed, this, &LiveDock::remake);
@@ -52,7 +53,7 @@ double LiveDock::leastWidth(double scale) const {
     row.placement = runningAppsPlacementNamed(config.desktopOptions().runningAppsPlacement);
     return std::max(tabsWidth(scale), RowLayout::idealWidth(row));
   }
-  return tabsWidth(scale);
+  return std::max(tabsWidth(scale), view_->widthWithGuest(scale));
 }
 
 double LiveDock::tabsWidth(double scale) const {

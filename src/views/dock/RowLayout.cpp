@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <utility>
 
 #include "dock/rules/DropRouting.h"
 #include "views/dock/DockWords.h"
@@ -189,7 +190,30 @@ double RowLayout::tabsWidth(const QStringList& names, double scale) {
   return std::ceil(width * scale);
 }
 
+DockRow RowLayout::withGuest(const DockRow& row, const RowGuest& guest) {
+  DockRow whole = row;
+  whole.widgets.insert(std::clamp<qsizetype>(guest.index, 0, row.widgets.size()), guest.widget);
+  return whole;
+}
+
+/// The row with the guest in it, and then without.
+std::optional<RowLayout> RowLayout::aroundGuest(const DockRow& row, const QRectF& slot, double ratio, RowPose pose) {
+  const RowGuest guest = *std::exchange(pose.guest, std::nullopt);
+  const DockRow whole = withGuest(row, guest);
+  if (row.widgets.isEmpty() || idealWidth(whole) > slot.width()) return std::nullopt;
+  RowLayout layout = of(whole, slot, ratio, pose);
+  const qsizetype index = std::clamp<qsizetype>(guest.index, 0, row.widgets.size());
+  const qsizetype item = layout.itemOf(RowItem::Kind::Widget, index);
+  layout.gap = layout.items.takeAt(item).rect;
+  for (RowItem& other : layout.items)
+    if (other.kind == RowItem::Kind::Widget && other.index > index) --other.index;
+  return layout;
+}
+
 RowLayout RowLayout::of(const DockRow& row, const QRectF& slot, double ratio, const RowPose& pose) {
+  if (pose.guest) {
+    if (auto layout = aroundGuest(row, slot, ratio, pose)) return *std::move(layout);
+  }
   const Grid grid{ratio};
   const double scale = row.scale;
   const double ideal = idealRowWidth(rowBlocks(row), row);

@@ -22,12 +22,21 @@ struct RowItem {
   bool operator==(const RowItem&) const = default;
 };
 
+/// A widget of elsewhere that is held over a row, and where it would be put in among the displayed widgets.
+struct RowGuest {
+  DockWidget widget;
+  qsizetype index = 0;
+
+  bool operator==(const RowGuest&) const = default;
+};
+
 /// What moves a row in its glass without changing what is in it.
 struct RowPose {
-  double scroll = 0;      ///< Of a row that is wider than its glass.
-  double tabs = 0;        ///< How far the tabs have come out, from 0 to 1.
-  bool mirrored = false;  ///< For people who read from the right: the row begins there.
-  QUuid held{};           ///< A widget on its way, which breaks no run of apps; null for none.
+  double scroll = 0;                ///< Of a row that is wider than its glass.
+  double tabs = 0;                  ///< How far the tabs have come out, from 0 to 1.
+  bool mirrored = false;            ///< For people who read from the right: the row begins there.
+  QUuid held{};                     ///< A widget on its way, which breaks no run of apps; null for none.
+  std::optional<RowGuest> guest{};  ///< Makes the others move aside, where there is space for it.
 };
 
 /// Where everything of a dock is, in the units of its window. All edges lie on whole device pixels.
@@ -37,6 +46,7 @@ struct RowLayout {
   QRectF separator;      ///< The line between tiles and running applications; empty where there is none.
   bool separatorStays = false;  ///< With the running applications, at an end of a row that scrolls.
   QRectF invitation;    ///< To add widgets, where a row holds nothing but running applications; empty elsewhere.
+  QRectF gap;           ///< That is kept for a guest; empty where there is none, or no space for it.
   QList<QRectF> tabs;   ///< None while they are in; one that there is no space for is empty.
   double overflow = 0;  ///< How far the row is wider than its glass; it scrolls that far.
   QRectF middle;        ///< What is seen of all that scrolls: the glass without the ends that stay.
@@ -49,6 +59,8 @@ struct RowLayout {
   static double idealWidth(const DockRow& row);
   /// The width that the glass takes for the tabs of these profiles, each with its whole name unless that is very long.
   static double tabsWidth(const QStringList& names, double scale);
+  /// The row as it would be.
+  static DockRow withGuest(const DockRow& row, const RowGuest& guest);
   /// The words of that invitation, and of a dock that is empty.
   static TextLine invitationLine(double scale);
   /// Lays the row out in the middle of `slot`. `ratio` is device pixels per unit.
@@ -78,6 +90,7 @@ struct RowLayout {
   double insertionX(qsizetype index, double spacing) const;
 
  private:
+  static std::optional<RowLayout> aroundGuest(const DockRow& row, const QRectF& slot, double ratio, RowPose pose);
   void mirror();
   bool isInMiddle(QPointF point) const { return point.x() >= middle.left() && point.x() < middle.right(); }
   /// How far something lies along the row, for comparisons.

@@ -142,9 +142,8 @@ std::optional<std::pair<qsizetype, qsizetype>> TileDragController::drop() {
   return from == to ? std::nullopt : std::optional(std::pair(from, to));
 }
 
-QHash<QString, double> TileDragController::visibleLefts() const {
+QHash<QString, double> TileDragController::lefts() const {
   QHash<QString, double> lefts;
-  if (!isBusy()) return lefts;
   for (qsizetype item = 0; item < layout_.items.size(); ++item)
     lefts.insert(keyOf(item), layout_.items[item].rect.left() + shifts_.value(keyOf(item)));
   return lefts;

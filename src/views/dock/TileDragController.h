@@ -36,8 +36,10 @@ class TileDragController final : public QObject {
   /// Lets go: from and to, among the displayed widgets; none where that changes nothing. What the row then makes of it
   /// is passed to carryOn() or settle().
   std::optional<std::pair<qsizetype, qsizetype>> drop();
-  /// Where items are seen while something travels; empty while nothing does.
-  QHash<QString, double> visibleLefts() const;
+  /// Where items are seen.
+  QHash<QString, double> lefts() const;
+  /// The same while something travels; empty while nothing does.
+  QHash<QString, double> visibleLefts() const { return isBusy() ? lefts() : QHash<QString, double>(); }
   /// After the row has changed under a tile's way: everything goes on from where it was seen.
   void carryOn(const QHash<QString, double>& lefts);
   /// Sends every tile to its place.

@@ -8,9 +8,11 @@
 #include <QScrollBar>
 
 #include "config/WidgetTransfer.h"
+#include "store/AppStore.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/DragSource.h"
 #include "views/library/LibraryView.h"
+#include "views/theme/DesktopLook.h"
 #include "widgets/LibraryWords.h"
 
 namespace tarnwick {
@@ -150,7 +152,9 @@ void LibraryView::startDrag(Qt::DropActions) {
   mime->setText(WidgetTransfer::encode(*carried));
   QDrag* drag = makeDrag();
   drag->setMimeData(mime);
-  const QPixmap picture = tiles_.dragPicture(*item->entry.widget, devicePixelRatioF());
+  const DockConfiguration& config = store_.config();
+  const Palette palette = Palette::make(shownStyle(config), Backdrop::Plain, config.monochrome);
+  const QPixmap picture = tiles_.dragPicture(*item->entry.widget, palette, devicePixelRatioF());
   drag->setPixmap(picture);
   drag->setHotSpot(QRectF(QPointF(), picture.deviceIndependentSize()).center().toPoint());
   beginDrag(drag, Qt::CopyAction, Qt::CopyAction);

@@ -93,14 +93,15 @@ const TileContent* PreviewTiles::content(const QUuid& widget) const {
   return found == contents_.constEnd() ? nullptr : &*found;
 }
 
-QPixmap PreviewTiles::render(const DockWidget& widget, const TileContent& content, double ratio) const {
+QPixmap PreviewTiles::render(const DockWidget& widget, const TileContent& content, const Palette& palette,
+                             double ratio) const {
   const QSizeF size(widthOf(widget), theme::kTileHeight);
   QPixmap picture((size * ratio).toSize());
   picture.setDevicePixelRatio(ratio);
   picture.fill(Qt::transparent);
   QPainter painter(&picture);
   TileStyle style;
-  style.palette = palette_;
+  style.palette = palette;
   style.direction = direction_;
   style.accent = tileAccent(Catalog::find(widget.kind));
   style.editing = true;
@@ -118,7 +119,7 @@ void PreviewTiles::paint(QPainter& painter, const QPointF& place, const DockWidg
   const double ratio = painter.device()->devicePixelRatioF();
   const QPixmap* kept = pictures_.object(widget.id);
   if (!kept || kept->devicePixelRatio() != ratio) {
-    QPixmap picture = render(widget, *shown, ratio);
+    QPixmap picture = render(widget, *shown, palette_, ratio);
     painter.drawPixmap(at, picture);
     const qsizetype cost = std::max<qsizetype>(1, qsizetype{picture.width()} * picture.height() * 4 / 1024);
     pictures_.insert(widget.id, new QPixmap(std::move(picture)), cost);
@@ -127,7 +128,7 @@ void PreviewTiles::paint(QPainter& painter, const QPointF& place, const DockWidg
   painter.drawPixmap(at, *kept);
 }
 
-QPixmap PreviewTiles::dragPicture(const DockWidget& widget, double ratio) {
+QPixmap PreviewTiles::dragPicture(const DockWidget& widget, const Palette& palette, double ratio) const {
   const TileContent* shown = content(widget.id);
   const QSizeF size(widthOf(widget), theme::kTileHeight);
   QPixmap picture((size * ratio).toSize());
@@ -135,8 +136,8 @@ QPixmap PreviewTiles::dragPicture(const DockWidget& widget, double ratio) {
   picture.fill(Qt::transparent);
   QPainter painter(&picture);
   painter.setRenderHint(QPainter::Antialiasing);
-  drawRounded(painter, QRectF(QPointF(), size), theme::kTileCorner, palette_.tileDragged);
-  if (shown) painter.drawPixmap(QPointF(), render(widget, *shown, ratio));
+  drawRounded(painter, QRectF(QPointF(), size), theme::kTileCorner, palette.tileDragged);
+  if (shown) painter.drawPixmap(QPointF(), render(widget, *shown, palette, ratio));
   return picture;
 }
 

@@ -42,8 +42,8 @@ class PreviewTiles final : public QObject {
 
   /// Draws the tile of `widget` with its top left at `place`, in the size that the dock gives it.
   void paint(QPainter& painter, const QPointF& place, const DockWidget& widget);
-  /// The same as a picture for a drag, on a ground of its own.
-  QPixmap dragPicture(const DockWidget& widget, double ratio);
+  /// The same as a picture for a drag, as a dock in these colours shows a tile that is held.
+  QPixmap dragPicture(const DockWidget& widget, const Palette& palette, double ratio) const;
 
   static double widthOf(const DockWidget& widget);
 
@@ -55,7 +55,7 @@ class PreviewTiles final : public QObject {
   QList<DockWidget> shownWidgets() const;
   void remake(const QSet<QUuid>& widgets);
   bool remake(const DockWidget& widget, const DockWidget& shown, const TileSources& own, const TileSources& values);
-  QPixmap render(const DockWidget& widget, const TileContent& content, double ratio) const;
+  QPixmap render(const DockWidget& widget, const TileContent& content, const Palette& palette, double ratio) const;
 
   TileIcons icons_;
   std::unique_ptr<KeptSources> kept_;
