@@ -2,7 +2,9 @@
 
 #include <QAccessible>
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QPaintEvent>
+#include <QStyleHints>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -323,6 +325,38 @@ TEST(Layout, AppsAtTheEndsStayAndTheRestScrollsBetweenThem) {
     EXPECT_EQ(ended.widgetsBefore(ended.items[9].rect.center().x()), 8);
     const double hidden = ended.insertionX(3, row.spacing);
     EXPECT_TRUE(hidden >= ended.middle.left() && hidden <= ended.middle.right());
+  }
+}
+
+TEST(Layout, AClickOnAnArrowReachesNoTileThoughTheArrowGoes) {
+  const auto view = makeView(rowWithEnds(), 700);
+  view->show();
+  QList<QUuid> activated;
+  QObject::connect(view.get(), &DockView::tileActivated, [&](const QUuid& id) { activated << id; });
+  const auto again = static_cast<quint64>(QGuiApplication::styleHints()->mouseDoubleClickInterval());
+  const QPointF place(view->itemRect(8).left() - 26, view->itemRect(0).center().y());
+  const auto clickAt = [&](quint64 down, quint64 up) {
+    mouse(*view, QEvent::MouseButtonPress, place, Qt::LeftButton, down);
+    view->rest();
+    mouse(*view, QEvent::MouseButtonRelease, place, Qt::LeftButton, up);
+    EXPECT_TRUE(view->rest());
+  };
+  quint64 now = 1000;
+  // To the end; the last one is down when the arrow goes.
+  for (int i = 0; i < 9 && view->itemAt(place) < 0; ++i, now += again * 2) clickAt(now, now + 50);
+  now -= again * 2 - 50;
+  ASSERT_GE(view->itemAt(place), 0) << "the arrow has gone";
+  struct Case {
+    const char* what;
+    quint64 after;
+    qsizetype activated;
+  };
+  for (const Case& expected :
+       {Case{"at once", 20, 0}, Case{"and once more", again, 0}, Case{"much later", again + 1, 1}}) {
+    SCOPED_TRACE(expected.what);
+    now += expected.after;
+    clickAt(now, now);
+    EXPECT_EQ(activated.size(), expected.activated);
   }
 }
 

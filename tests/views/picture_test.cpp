@@ -426,4 +426,20 @@ TEST(Painting, EveryKindStaysWithinItsTile) {
       }
 }
 
+TEST(Pictures, AnArrowIsSeenOverWhateverTile) {
+  for (const DockStyle style : {DockStyle::DarkGlass, DockStyle::LightGlass, DockStyle::LiquidGlass, DockStyle::Black,
+                                DockStyle::White, DockStyle::Transparent}) {
+    SCOPED_TRACE(static_cast<int>(style));
+    DockRow row = starterRow();
+    row.style = style;
+    const auto view = makeView(row, 400);
+    const RowLayout layout = RowLayout::of(row, QRectF(view->rect()).marginsRemoved(view->margins()), 1);
+    ASSERT_FALSE(layout.onArrow.isEmpty());
+    const Palette palette = Palette::make(style, row.backdrop(), false);
+    const QColor ground = paintedBy(*view).pixelColor(layout.onArrow.center().toPoint() - QPoint(0, 14));
+    EXPECT_EQ(ground, palette.tileDragged) << "nothing shows through";
+    for (const QColor& ink : {palette.primary, palette.secondary}) EXPECT_GE(contrast(blend(ink, ground), ground), 3);
+  }
+}
+
 }  // namespace tarnwick::testing

@@ -138,10 +138,6 @@ void DockView::click(QPointF point) {
     Q_EMIT tabActivated(*tab);
     return;
   }
-  if (const int arrow = layout.arrowAt(point)) {
-    scroll_.turnPage(arrow);
-    return;
-  }
   const auto item = layout.itemAt(point);
   if (!item) {
     if (tiles_.invites() && layout.glass.contains(point)) Q_EMIT addWidgetsRequested();

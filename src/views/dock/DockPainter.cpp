@@ -130,7 +130,10 @@ void DockPainter::paintArrow(QPainter& painter, const QRectF& arrow, bool points
   const double scale = row().scale;
   const auto& pointer = state_.hover.pointer();
   const bool isPointedAt = pointer && arrow.contains(*pointer);
-  ClearMarks::drawGround(painter, arrow, theme::kButtonCorner * scale, palette());
+  QRectF plate(QPointF(), QSizeF(theme::kScrollPlateWidth, theme::kScrollPlateHeight) * scale);
+  plate.moveCenter(arrow.center());
+  drawRounded(painter, plate, theme::kButtonCorner * scale, palette().tileDragged);
+  drawInnerLine(painter, plate, theme::kButtonCorner * scale, hairline(painter), palette().separator);
   const QPointF tip = arrow.center() + QPointF((pointsLeft ? -0.5 : 0.5) * theme::kScrollArrow * scale, 0);
   const QPointF arm((pointsLeft ? 1 : -1) * theme::kScrollArrow * scale, theme::kScrollArrow * scale);
   painter.save();

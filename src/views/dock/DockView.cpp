@@ -100,6 +100,7 @@ void DockView::connectPress() {
   connect(&press_, &PressController::changed, this, &DockView::updateItem);
   connect(&press_, &PressController::pointed, this, [this](QPointF point) { setPointer(point); });
   connect(&press_, &PressController::clicked, this, &DockView::click);
+  connect(&press_, &PressController::arrowClicked, this, [this](int arrow) { scroll_.turnPage(arrow); });
   connect(&press_, &PressController::held, this, [this](qsizetype item) {
     Q_EMIT windowsRequested(tiles_.applicationOf(item), shape_.beside(tiles_.place(item)));
   });

@@ -36,7 +36,7 @@ class WheelMeter {
 
 /// A button that is held down on the dock.
 struct Press {
-  enum class On { Item, Tab, Glass };
+  enum class On { Item, Tab, Arrow, Glass };
   enum class Gesture { Nothing, Drag, Swipe, Move };  ///< What it became by moving.
 
   static constexpr double kSlop = 6;    ///< Units that a click may move.
@@ -44,7 +44,8 @@ struct Press {
 
   On on = On::Glass;
   qsizetype tab = -1;
-  QString key;  ///< Of the item; the row may change before the button comes up.
+  int arrow = 0;  ///< As RowLayout::arrowAt tells it; 0 where an arrow was a moment ago.
+  QString key;    ///< Of the item; the row may change before the button comes up.
   QPointF at;
   QPoint global;  ///< Where the pointer was last, on the screen.
   Gesture gesture = Gesture::Nothing;

@@ -1,6 +1,8 @@
 #include "views/dock/PressController.h"
 
+#include <QGuiApplication>
 #include <QMouseEvent>
+#include <QStyleHints>
 #include <cmath>
 #include <utility>
 
@@ -11,7 +13,9 @@ void PressController::begin(const QMouseEvent& event, qsizetype hovered) {
   press.at = event.position();
   press.global = event.globalPosition().toPoint();
   press.flick.add(event.position().x(), event.timestamp());
-  if (const auto tab = tiles_.layout().tabAt(event.position())) {
+  if (takeArrow(press, event)) {
+    hovered = -1;
+  } else if (const auto tab = tiles_.layout().tabAt(event.position())) {
     press.on = Press::On::Tab;
     press.tab = *tab;
   } else if (const auto item = tiles_.layout().itemAt(event.position())) {
@@ -22,6 +26,22 @@ void PressController::begin(const QMouseEvent& event, qsizetype hovered) {
   holdSoon();
   pressed_ = hovered;
   Q_EMIT changed(pressed_);
+}
+
+/// The arrow goes with the click that turns to the row's end. Who clicks once more meant the arrow, and not the tile
+/// that is there now.
+bool PressController::takeArrow(Press& press, const QMouseEvent& event) {
+  const RowLayout& layout = tiles_.layout();
+  const quint64 now = event.timestamp();
+  const auto again = static_cast<quint64>(QGuiApplication::styleHints()->mouseDoubleClickInterval());
+  press.arrow = layout.arrowAt(event.position());
+  if (press.arrow != 0)
+    arrow_ = Arrow{press.arrow < 0 ? layout.backArrow : layout.onArrow, now};
+  else if (!arrow_ || !arrow_->place.contains(event.position()) || now > arrow_->time + again)
+    return false;
+  arrow_->time = now;
+  press.on = Press::On::Arrow;
+  return true;
 }
 
 /// An application whose button stays down shows its windows, and the press is no click any more.
@@ -87,7 +107,10 @@ void PressController::end(const QMouseEvent& event) {
   switch (press.gesture) {
     case Press::Gesture::Nothing:
       Q_EMIT pointed(point);
-      if (isOver(press, point)) Q_EMIT clicked(point);
+      if (press.on == Press::On::Arrow)
+        endOnArrow(press, event);
+      else if (isOver(press, point))
+        Q_EMIT clicked(point);
       break;
     case Press::Gesture::Drag:
       Q_EMIT dropped();
@@ -103,6 +126,11 @@ void PressController::end(const QMouseEvent& event) {
       break;
   }
   Q_EMIT released();
+}
+
+void PressController::endOnArrow(const Press& press, const QMouseEvent& event) {
+  arrow_->time = event.timestamp();
+  if (press.arrow != 0 && arrow_->place.contains(event.position())) Q_EMIT arrowClicked(press.arrow);
 }
 
 void PressController::abandon() {
@@ -143,6 +171,8 @@ bool PressController::isOver(const Press& press, QPointF point) const {
       return tiles_.layout().tabAt(point) == press.tab;
     case Press::On::Item:
       return item && tiles_.keyOf(*item) == press.key;
+    case Press::On::Arrow:
+      return false;
     case Press::On::Glass:
       break;
   }

@@ -56,6 +56,8 @@ class PressController final : public QObject {
   /// Where the pointer is when no gesture has it any more.
   void pointed(QPointF point);
   void clicked(QPointF point);
+  /// On an arrow at an end of a row that scrolls; see RowLayout::arrowAt.
+  void arrowClicked(int direction);
   /// The button is held down on an application.
   void held(qsizetype item);
   void dragBegun(qsizetype item, QPointF at);
@@ -71,6 +73,13 @@ class PressController final : public QObject {
   void released();
 
  private:
+  struct Arrow {
+    QRectF place;
+    quint64 time = 0;  ///< Of what was done with it last.
+  };
+
+  bool takeArrow(Press& press, const QMouseEvent& event);
+  void endOnArrow(const Press& press, const QMouseEvent& event);
   void holdSoon();
   Press::Gesture gestureOf(const Press& press, QPointF point) const;
   bool isOver(const Press& press, QPointF point) const;
@@ -79,7 +88,8 @@ class PressController final : public QObject {
   Scheduler& scheduler_;
   std::function<bool()> isBusy_;
   std::optional<Press> press_;
-  JobHandle hold_;  ///< Looks whether the button is still down where it was.
+  std::optional<Arrow> arrow_;  ///< That was pressed last. It may be gone.
+  JobHandle hold_;              ///< Looks whether the button is still down where it was.
   qsizetype pressed_ = -1;
   qsizetype middle_ = -1;
 };

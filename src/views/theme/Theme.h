@@ -78,6 +78,8 @@ inline constexpr double kSwipeFollows = 0.5;  ///< How much of a sideways drag t
 inline constexpr double kEndFade = 24;
 inline constexpr double kScrollArrow = 5;  ///< Half its height.
 inline constexpr double kScrollArrowStroke = 1.8;
+inline constexpr double kScrollPlateWidth = 20;  ///< The ground of an arrow, which tiles fade out under.
+inline constexpr double kScrollPlateHeight = 36;
 inline constexpr double kEdgeZone = 28;     ///< Where holding something scrolls.
 inline constexpr double kEdgeScroll = 480;  ///< Units a second.
 
