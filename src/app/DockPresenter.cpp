@@ -115,6 +115,7 @@ void DockPresenter::connectDocks() {
 void DockPresenter::show() {
   message_ = std::make_unique<MessageLine>(DockBubbleParts{store_, services_, dock_, panels_}, commands_);
   connect(message_.get(), &MessageLine::changed, this, [this] {
+    tips_.close();
     if (bubble_) bubble_->arrange();
   });
   dock_.setMayShow(true);
@@ -319,6 +320,7 @@ void DockPresenter::showUndo(quint64 entry, const QString& sentence, const QStri
     const int message = message_ ? message_->height() : 0;
     return message > 0 ? message + kOverAMessage : 0;
   });
+  tips_.close();  // It may lie where the bubble comes.
   bubble_->arrange();
 }
 

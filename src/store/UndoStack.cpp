@@ -19,7 +19,9 @@ quint64 UndoStack::push(const Notice& notice, std::function<void()> undo, std::f
 void UndoStack::append(const Step& step) {
   while (steps_.size() >= kMost) forgetFirst();
   steps_.append(step);
-  Q_EMIT pushed(step.entry.id, step.entry.sentence, step.display);
+  isNoticeTaken_ = false;
+  if (!step.entry.sentence.isEmpty()) Q_EMIT offered(step.entry.id, step.entry.sentence);
+  Q_EMIT pushed(step.entry.id, isNoticeTaken_ ? QString() : step.entry.sentence, step.display);
 }
 
 std::optional<UndoStack::Entry> UndoStack::latest() const {

@@ -42,6 +42,8 @@ class UndoStack : public QObject {
   /// The newest; nothing when there is none.
   std::optional<Entry> latest() const;
   qsizetype size() const { return steps_.size(); }
+  /// While offered() is emitted: whoever calls this tells the user of the entry, and nobody else needs to.
+  void takeNotice() { isNoticeTaken_ = true; }
 
   /// Takes the newest back.
   void undo();
@@ -56,7 +58,9 @@ class UndoStack : public QObject {
   void clear();
 
  Q_SIGNALS:
-  /// Something new can be taken back.
+  /// Something new is to be announced; pushed() follows.
+  void offered(quint64 id, const QString& sentence);
+  /// Something new can be taken back. `sentence` is empty for what is not announced any more.
   void pushed(quint64 id, const QString& sentence, const QString& display);
   /// An entry can no longer be taken back: it was, or it fell off.
   void gone(quint64 id);
@@ -79,6 +83,7 @@ class UndoStack : public QObject {
   QList<Step> steps_;
   QList<Step> undone_;  // The one that was taken back last is the last.
   quint64 last_ = 0;
+  bool isNoticeTaken_ = false;
 };
 
 }  // namespace tarnwick

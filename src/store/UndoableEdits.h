@@ -68,6 +68,8 @@ class UndoableEdits : public QObject {
 
   /// Where what can be taken back is kept.
   const UndoStack& stack() const { return undo_; }
+  /// See UndoStack::takeNotice.
+  void takeNotice() { undo_.takeNotice(); }
   /// Takes back the entry of the stack under that identity, whatever came after it.
   void takeBack(quint64 entry) { undo_.undo(entry); }
 

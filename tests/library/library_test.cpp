@@ -150,6 +150,56 @@ TEST_F(LibraryWindowTest, AddsByKeyboardAloneAndTakesItBack) {
   EXPECT_EQ(indexOf(u"Pomodoro"_s).data(Qt::AccessibleDescriptionRole).toString(), u"Clocks"_s);
 }
 
+TEST_F(LibraryWindowTest, EscapeEndsASearchAndThenClosesTheWindowWhereverTheKeyboardIs) {
+  for (QWidget* place : QList<QWidget*>{&view_, window_->findChild<SideList*>(), &field_}) {
+    SCOPED_TRACE(place->metaObject()->className());
+    window_->setAttribute(Qt::WA_DeleteOnClose, false);
+    window_->show();
+    field_.setText(u"clock"_s);
+    place->setFocus();
+    QTest::keyClick(place, Qt::Key_Escape);
+    EXPECT_EQ(field_.text(), QString());
+    EXPECT_TRUE(window_->isVisible());
+    QTest::keyClick(place, Qt::Key_Escape);
+    EXPECT_FALSE(window_->isVisible());
+  }
+}
+
+TEST_F(LibraryWindowTest, OneMessageTellsOfACardThatIsDropped) {
+  const auto mouse = [this](QEvent::Type type, QPoint at) {
+    const bool moves = type == QEvent::MouseMove;
+    QMouseEvent event(type, at, view_.viewport()->mapToGlobal(at), moves ? Qt::NoButton : Qt::LeftButton,
+                      Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(view_.viewport(), &event);
+  };
+  QStringList bubbles;
+  QObject::connect(&fixture_.undo(), &UndoStack::pushed,
+                   [&](quint64, const QString& sentence) { bubbles << sentence; });
+  const auto drop = [&](const QUuid& id) {
+    const QList<DockWidget> added = fixture_.store().addWidgets({{id, u"pomodoro"_s, {}, {}}}, fixture_.profile(0).id);
+    ASSERT_EQ(added.size(), 1);
+    fixture_.undo().push(u"It was added."_s, [] {});
+  };
+  window_->show();
+  window_->activateWindow();
+  QCoreApplication::processEvents();
+  drop(QUuid::createUuid());
+  EXPECT_EQ(bubbles.takeLast(), u"It was added."_s) << "no card of this window";
+  EXPECT_EQ(note(), QString());
+
+  view_.scrollTo(indexOf(u"Pomodoro"_s));
+  const QPoint seen = view_.visualRect(indexOf(u"Pomodoro"_s)).center();
+  mouse(QEvent::MouseButtonPress, seen);
+  mouse(QEvent::MouseMove, seen + QPoint(40, 0));
+  mouse(QEvent::MouseMove, seen + QPoint(80, 0));
+  ASSERT_FALSE(view_.carried().isNull());
+  drop(view_.carried());
+  EXPECT_EQ(bubbles.takeLast(), QString());
+  EXPECT_EQ(note(), u"It was added."_s);
+  fixture_.undo().undo();
+  EXPECT_EQ(note(), QString());
+}
+
 TEST_F(LibraryWindowTest, AScreenReaderAddsCardsAndTurnsToSections) {
   EXPECT_EQ(outOfReach(*window_), "");
   const auto press = [](QWidget* list, const QString& name) {

@@ -157,8 +157,11 @@ void LibraryView::startDrag(Qt::DropActions) {
   const QPixmap picture = tiles_.dragPicture(*item->entry.widget, palette, devicePixelRatioF());
   drag->setPixmap(picture);
   drag->setHotSpot(QRectF(QPointF(), picture.deviceIndependentSize()).center().toPoint());
+  carried_ = carried->id;
+  drag_ = drag;
+  // No event will say that the pointer leaves, or where it is when the drag is over.
+  connect(drag, &QObject::destroyed, this, [this] { setHovered(-1); });
   beginDrag(drag, Qt::CopyAction, Qt::CopyAction);
-  // No event will say that the pointer leaves.
   setHovered(-1);
 }
 
@@ -167,7 +170,7 @@ bool LibraryView::viewportEvent(QEvent* event) {
     case QEvent::MouseMove:
     case QEvent::HoverMove:
     case QEvent::Enter:
-      setHovered(indexAt(viewport()->mapFromGlobal(QCursor::pos())).row());
+      setHovered(drag_ ? -1 : indexAt(viewport()->mapFromGlobal(QCursor::pos())).row());
       break;
     case QEvent::Leave:
       setHovered(add_->underMouse() ? hovered_ : -1);

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QDrag>
 #include <QListView>
+#include <QPointer>
 #include <QTimer>
 #include <optional>
 
@@ -37,6 +39,8 @@ class LibraryView final : public QListView, public ItemActions {
   void followField(QLineEdit& field);
   /// Chooses an item by its place among all; none for one that is not there.
   void choose(int row);
+  /// The widget that was dragged out last; null for none.
+  const QUuid& carried() const { return carried_; }
 
   QRect visualRect(const QModelIndex& index) const override;
   void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
@@ -116,6 +120,8 @@ class LibraryView final : public QListView, public ItemActions {
   QList<bool> placed_;            ///< Of each item.
   QUuid target_;
   QLineEdit* field_ = nullptr;
+  QUuid carried_;
+  QPointer<QDrag> drag_;  ///< While it is on its way, no pointer is over the cards.
   int hovered_ = -1;
   int layoutWidth_ = -1;
   QTimer scrolled_;

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QShortcut>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -114,11 +115,13 @@ void LibraryWindow::connectParts() {
   connect(note_, &AddedNote::editRequested, this, [this] { services_.commands.openEditor(added_); });
   connect(&store_, &AppStore::configChanged, this, &LibraryWindow::showTargets);
   connect(&services_.edits.stack(), &UndoStack::pushed, field_, &SearchField::forgetTyping);
+  connect(&services_.edits.stack(), &UndoStack::offered, this, &LibraryWindow::takeDropped);
   connect(&services_.edits.stack(), &UndoStack::gone, note_, [this](quint64 entry) {
     if (entry == entry_) note_->hide();
   });
   connect(&services_.apps, &InstalledApps::changed, this, &LibraryWindow::fill);
   addSearchKeys();
+  setEscapeCloses(true);
 }
 
 /// Wherever the keyboard is, what is typed next is a new search.
@@ -135,6 +138,14 @@ void LibraryWindow::addSearchKeys() {
 void LibraryWindow::showEvent(QShowEvent* event) {
   AppWindow::showEvent(event);
   if (!focusWidget()) field_->setFocus(Qt::OtherFocusReason);
+}
+
+/// Wherever the keyboard is, the first Escape ends a search and the next one closes the window.
+void LibraryWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape && !field_->text().isEmpty())
+    field_->clear();
+  else
+    AppWindow::keyPressEvent(event);
 }
 
 // --- What is offered ------------------------------------------------------------------------------------------------
@@ -254,6 +265,21 @@ void LibraryWindow::add(const DockWidget& widget) {
   note_->say(LibraryWords::tr("“%1” was added to “%2”.").arg(name, profile->name),
              !EditorFields::of(widget.kind).isEmpty());
   field_->selectAll();  // What is typed next is another search.
+}
+
+/// A card was dropped on a dock: the window tells of it where it is in front, as of its own additions.
+void LibraryWindow::takeDropped(quint64 entry, const QString& sentence) {
+  const QUuid& dropped = view_->carried();
+  if (dropped.isNull() || dropped == added_ || !isActiveWindow()) return;
+  for (const DockProfile& profile : store_.config().profiles) {
+    const auto widget = std::ranges::find(profile.widgets, dropped, &DockWidget::id);
+    if (widget == profile.widgets.end()) continue;
+    services_.edits.takeNotice();
+    added_ = dropped;
+    entry_ = entry;
+    note_->say(sentence, !EditorFields::of(widget->kind).isEmpty());
+    return;
+  }
 }
 
 }  // namespace tarnwick

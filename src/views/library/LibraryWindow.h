@@ -28,6 +28,7 @@ class LibraryWindow final : public AppWindow {
 
  protected:
   void showEvent(QShowEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   QWidget* makeSide();
@@ -43,6 +44,7 @@ class LibraryWindow final : public AppWindow {
   void chooseApplication();
   void chooseFolder();
   void add(const DockWidget& widget);
+  void takeDropped(quint64 entry, const QString& sentence);
 
   AppStore& store_;
   const WindowServices services_;
