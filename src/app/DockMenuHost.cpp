@@ -4,6 +4,8 @@
 #include "app/PanelHost.h"
 #include "base/LocalFigures.h"
 #include "store/AppStore.h"
+#include "views/theme/DesktopLook.h"
+#include "views/theme/MenuStyle.h"
 
 namespace tarnwick {
 
@@ -45,6 +47,7 @@ void DockMenuHost::open(const QString& display, const QList<DockMenuEntry>& entr
   display_ = display;
   choice_ = 0;
   DockMenuModel::fill(*menu, entries);
+  MenuStyle::takeDockColors(*menu, shownStyle(store_.config()));
   connect(menu, &QMenu::aboutToHide, this, [this, menu] { hides(menu); });
   mark(true);
   panels_.closeAtOnce();

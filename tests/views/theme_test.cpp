@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QBitmap>
 #include <QLocale>
+#include <QMenu>
 #include <QProxyStyle>
 #include <algorithm>
 #include <cmath>
@@ -392,6 +393,30 @@ TEST(Outlines, AreRoundedAndSymmetric) {
       const QPoint mirrored(rect.right() - (x - rect.left()), rect.bottom() - (y - rect.top()));
       ASSERT_EQ(outline.contains(QPoint(x, y)), outline.contains(mirrored));
     }
+}
+
+TEST(MenuStyle, MenusOfADockHaveItsSchemeWhateverTheWindowsHave) {
+  struct Case {
+    DockStyle style;
+    bool light;
+  };
+  const QPalette before = QApplication::palette();
+  for (const Case& dock :
+       {Case{DockStyle::DarkGlass, false}, Case{DockStyle::Black, false}, Case{DockStyle::Transparent, false},
+        Case{DockStyle::LightGlass, true}, Case{DockStyle::White, true}})
+    for (const bool darkWindows : {true, false}) {
+      SCOPED_TRACE(static_cast<int>(dock.style));
+      QApplication::setPalette(windowPalette(darkWindows));
+      QMenu menu;
+      QMenu& deepest = *menu.addMenu(u"Profiles"_s)->addMenu(u"More"_s);
+      MenuStyle::takeDockColors(menu, dock.style);
+      for (const QMenu* each : {&menu, &deepest}) {
+        const QColor ground = seenOver(each->palette().color(QPalette::Base), Qt::gray);
+        EXPECT_EQ(ground.lightness() > 128, dock.light);
+        EXPECT_GE(ratioBetween(each->palette().color(QPalette::Text), ground), 7);
+      }
+    }
+  QApplication::setPalette(before);
 }
 
 // What a desktop's own style and platform plug-in want differs from one to the next.

@@ -12,6 +12,7 @@
 #include "views/theme/Glass.h"
 #include "views/theme/Symbols.h"
 #include "views/theme/Typography.h"
+#include "views/theme/WindowPalette.h"
 
 namespace tarnwick {
 
@@ -113,6 +114,15 @@ void MenuStyle::installFor(const Panels& panels) {
   connect(&panels, &Panels::compositingChanged, &style, follow);
 }
 
+void MenuStyle::takeDockColors(QMenu& menu, DockStyle style) {
+  const bool light = Palette::make(style, Backdrop::Plain, false).light;
+  const Palette panel = Palette::make(light ? DockStyle::LightGlass : DockStyle::DarkGlass, Backdrop::Plain, false);
+  QPalette palette = windowPalette(!light);
+  palette.setColor(QPalette::Base, panel.panel.bodyTop);
+  menu.setPalette(palette);
+  for (QMenu* inner : menu.findChildren<QMenu*>()) inner->setPalette(palette);
+}
+
 void MenuStyle::polish(QWidget* widget) {
   QProxyStyle::polish(widget);
   auto* menu = qobject_cast<QMenu*>(widget);
@@ -175,10 +185,13 @@ QSize MenuStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
 void MenuStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                               const QWidget* widget) const {
   if (element != PE_PanelMenu) return QProxyStyle::drawPrimitive(element, option, painter, widget);
-  const QColor ground = option->palette.color(QPalette::Base);
+  QColor ground = option->palette.color(QPalette::Base);
   painter->save();
-  // A menu that is cut has no soft corners.
-  if (!composited_) painter->fillRect(option->rect, ground);
+  // A menu that is cut has no soft corners, and nothing shows through it.
+  if (!composited_) {
+    ground.setAlpha(255);
+    painter->fillRect(option->rect, ground);
+  }
   painter->setRenderHint(QPainter::Antialiasing);
   painter->setPen(QPen(option->palette.color(QPalette::Mid), 1));
   painter->setBrush(ground);

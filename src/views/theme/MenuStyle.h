@@ -2,13 +2,17 @@
 
 #include <QProxyStyle>
 
+#include "views/theme/Palette.h"
+
+class QMenu;
 class QStyleOptionMenuItem;
 
 namespace tarnwick {
 
 class Panels;
 
-/// Paints the program's menus, in the colours of its windows; everything else stays as the desktop's own style has it.
+/// Paints the program's menus, in the colours of its windows unless a dock gives them others; everything else stays as
+/// the desktop's own style has it.
 class MenuStyle final : public QProxyStyle {
   Q_OBJECT
  public:
@@ -17,6 +21,9 @@ class MenuStyle final : public QProxyStyle {
 
   /// The same, and follows whether windows can be translucent. Where they cannot, menus are cut to their shape.
   static void installFor(const Panels& panels);
+
+  /// Gives a menu that opens out of a dock of that style, and the menus within it, the colours of the dock's panels.
+  static void takeDockColors(QMenu& menu, DockStyle style);
 
   void polish(QWidget* widget) override;
   using QProxyStyle::polish;
