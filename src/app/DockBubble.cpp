@@ -10,6 +10,7 @@
 #include "store/Services.h"
 #include "views/dock/MessageBubble.h"
 #include "views/theme/DesktopLook.h"
+#include "views/theme/WindowFade.h"
 
 namespace tarnwick {
 
@@ -23,7 +24,17 @@ DockBubble::DockBubble(DockBubbleParts parts, Maker make) : parts_(parts), maker
   connect(&parts_.host, &PanelHost::outlineChanged, this, &DockBubble::moveAside);
 }
 
-DockBubble::~DockBubble() = default;
+DockBubble::~DockBubble() { fadeOut(); }
+
+/// The window outlasts this for as long as it fades. The dock, whose displays it stands on, outlasts it.
+void DockBubble::fadeOut() {
+  if (!panel_ || !fade_ || !fade_->moves()) return;
+  panel_->setInputRegion({});
+  Panel* panel = panel_.release();
+  panel->setParent(&parts_.dock);
+  connect(panel, &Panel::closed, panel, &QObject::deleteLater);
+  fade_->out([panel] { panel->deleteLater(); });
+}
 
 int DockBubble::height() const { return panel_ ? bubble_->bubbleSize().height() : 0; }
 
@@ -68,6 +79,11 @@ void DockBubble::moveAside() {
 void DockBubble::make() {
   std::unique_ptr<MessageBubble> bubble = maker_();
   bubble_ = bubble.get();
+  const Services& services = parts_.services;
+  fade_ = services.panels.isComposited()
+              ? new WindowFade(*bubble_, WindowFade::clockOf(services.clocks, services.motion, display_))
+              : nullptr;
+  if (fade_) fade_->in();
   placement_.reset();
   panel_ = parts_.services.panels.make(std::move(bubble));
   // The display went, or the window was taken in some other way: where there is a display the bubble comes again.

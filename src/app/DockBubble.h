@@ -14,6 +14,7 @@ class AppStore;
 class DockController;
 class MessageBubble;
 class PanelHost;
+class WindowFade;
 struct Services;
 
 /// What a bubble is placed beside. All outlive it.
@@ -26,7 +27,7 @@ struct DockBubbleParts {
 
 /// The window of a bubble above a dock. It follows the dock's place and look, moves to another dock when its own goes,
 /// makes space for an open panel, and stays below a full-screen window that covers its display. While no display is
-/// connected it waits for one.
+/// connected it waits for one. Its window fades in, and out when this is destroyed.
 class DockBubble final : public QObject {
   Q_OBJECT
  public:
@@ -52,6 +53,7 @@ class DockBubble final : public QObject {
 
  private:
   void make();
+  void fadeOut();
   void moveAside();
 
   DockBubbleParts parts_;
@@ -60,6 +62,7 @@ class DockBubble final : public QObject {
   std::function<int()> raised_;
   std::unique_ptr<Panel> panel_;
   MessageBubble* bubble_ = nullptr;  // Owned by the panel.
+  WindowFade* fade_ = nullptr;       // Owned by the bubble; null where nothing composites.
   std::optional<PanelPlacement> placement_;
   JobHandle arranging_;
 };

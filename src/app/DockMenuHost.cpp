@@ -6,12 +6,13 @@
 #include "store/AppStore.h"
 #include "views/theme/DesktopLook.h"
 #include "views/theme/MenuStyle.h"
+#include "views/theme/WindowFade.h"
 
 namespace tarnwick {
 
-DockMenuHost::DockMenuHost(AppStore& store, DockMenus& menus, DockController& dock, const LiveDocks& docks,
-                           PanelHost& panels)
-    : store_(store), menus_(menus), dock_(dock), docks_(docks), panels_(panels) {}
+DockMenuHost::DockMenuHost(AppStore& store, const Services& services, DockMenus& menus, DockController& dock,
+                           const LiveDocks& docks, PanelHost& panels)
+    : store_(store), services_(services), menus_(menus), dock_(dock), docks_(docks), panels_(panels) {}
 
 DockMenuHost::~DockMenuHost() { drop(); }
 
@@ -48,6 +49,8 @@ void DockMenuHost::open(const QString& display, const QList<DockMenuEntry>& entr
   choice_ = 0;
   DockMenuModel::fill(*menu, entries);
   MenuStyle::takeDockColors(*menu, shownStyle(store_.config()));
+  const auto clock = [this, display] { return WindowFade::clockOf(services_.clocks, services_.motion, display); };
+  MenuStyle::install().fadeIn(*menu, clock);
   connect(menu, &QMenu::aboutToHide, this, [this, menu] { hides(menu); });
   mark(true);
   panels_.closeAtOnce();

@@ -8,6 +8,7 @@
 #include "app/DockMenus.h"
 #include "app/LiveDocks.h"
 #include "dock/DockController.h"
+#include "store/Services.h"
 
 namespace tarnwick {
 
@@ -19,7 +20,8 @@ class DockMenuHost final : public QObject {
   Q_OBJECT
  public:
   /// All must outlive it.
-  DockMenuHost(AppStore& store, DockMenus& menus, DockController& dock, const LiveDocks& docks, PanelHost& panels);
+  DockMenuHost(AppStore& store, const Services& services, DockMenus& menus, DockController& dock,
+               const LiveDocks& docks, PanelHost& panels);
   ~DockMenuHost() override;
 
   void openTile(const QString& display, const QUuid& widget, const QRect& beside);
@@ -44,6 +46,7 @@ class DockMenuHost final : public QObject {
   void mark(bool open);
 
   AppStore& store_;
+  const Services& services_;
   DockMenus& menus_;
   DockController& dock_;
   const LiveDocks& docks_;

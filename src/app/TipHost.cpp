@@ -7,6 +7,7 @@
 #include "store/AppStore.h"
 #include "views/dock/TipBubble.h"
 #include "views/theme/DesktopLook.h"
+#include "views/theme/WindowFade.h"
 
 namespace tarnwick {
 namespace {
@@ -17,13 +18,15 @@ constexpr int kSameDock = 240;  ///< What is further from a tile belongs to anot
 
 }  // namespace
 
-TipHost::TipHost(const AppStore& store, const Panels& panels) : store_(store), panels_(panels) {}
+TipHost::TipHost(const AppStore& store, const Services& services) : store_(store), services_(services) {}
 
 TipHost::~TipHost() = default;
 
 void TipHost::show(const QString& display, const std::optional<DockTip>& tip) {
-  if (!tip)
-    hide(display);
+  if (!tip && popup_ && display_ == display)
+    fadeOut();
+  else if (!tip)
+    return;
   else if (popup_ && display_ == display)
     follow(*tip);
   else
@@ -34,19 +37,29 @@ void TipHost::hide(const QString& display) {
   if (display_ == display) popup_.reset();
 }
 
+void TipHost::fadeOut() {
+  if (fade_)
+    fade_->out([this] { close(); });
+  else
+    close();
+}
+
 void TipHost::open(const QString& display, const DockTip& tip) {
   popup_.reset();
   Panel* owner = controller_ ? controller_->panel(display) : nullptr;
   if (!owner || !owner->isShown()) return;
   auto bubble = std::make_unique<TipBubble>();
   bubble_ = bubble.get();
-  bubble_->setLook(shownStyle(store_.config()), panels_.isComposited() ? Backdrop::Plain : Backdrop::Opaque);
+  bubble_->setLook(shownStyle(store_.config()), services_.panels.isComposited() ? Backdrop::Plain : Backdrop::Opaque);
   bubble_->setText(tip.text);
   PopupStyle style;
   style.margins = bubble_->margins();
   style.gap = kTipGap;
   style.takesKeys = style.takesClicks = style.closesOutside = false;
   display_ = display;
+  fade_ = services_.panels.isComposited()
+              ? new WindowFade(*bubble_, WindowFade::clockOf(services_.clocks, services_.motion, display))
+              : nullptr;
   popup_ = owner->popup(std::move(bubble), besideOf(tip), style);
   const auto lost = [this] { popup_.reset(); };
   connect(owner, &Panel::closed, popup_.get(), lost);
@@ -56,6 +69,7 @@ void TipHost::open(const QString& display, const DockTip& tip) {
     if (popup_.get() == popup) popup_.reset();
   };
   connect(popup_.get(), &Popup::closed, this, closed, Qt::QueuedConnection);
+  if (fade_) fade_->in();
 }
 
 /// The tile, and with it the bubble that is over it.
@@ -75,6 +89,7 @@ QRect TipHost::besideOf(const DockTip& tip) const {
 }
 
 void TipHost::follow(const DockTip& tip) {
+  if (fade_) fade_->in();  // It may have been on its way out.
   bubble_->setText(tip.text);
   popup_->moveBeside(besideOf(tip));
 }

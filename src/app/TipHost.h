@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "desktop/Panels.h"
+#include "store/Services.h"
 #include "views/dock/TipController.h"
 
 namespace tarnwick {
@@ -16,14 +17,15 @@ namespace tarnwick {
 class AppStore;
 class DockController;
 class TipBubble;
+class WindowFade;
 
 /// The tip beside a dock: one for all displays. It is a window without the keyboard that lets clicks through, is shown
-/// on the inner side of the glass and moves from tile to tile.
+/// on the inner side of the glass, fades in and out, and moves from tile to tile without.
 class TipHost final : public QObject {
   Q_OBJECT
  public:
   /// Borrowed. There is no tip before there is a controller.
-  TipHost(const AppStore& store, const Panels& panels);
+  TipHost(const AppStore& store, const Services& services);
   ~TipHost() override;
 
   void setController(DockController* controller) { controller_ = controller; }
@@ -31,23 +33,25 @@ class TipHost final : public QObject {
   void setBesideDocks(std::function<QList<QRect>()> frames) { besideDocks_ = std::move(frames); }
   /// What a display's dock says of what is pointed at now; nothing takes its tip away, and leaves that of another dock.
   void show(const QString& display, const std::optional<DockTip>& tip);
-  /// Takes it away where it belongs to this display.
+  /// Takes it away at once where it belongs to this display.
   void hide(const QString& display);
-  /// Takes it away, whichever dock it belongs to.
+  /// The same, whichever dock it belongs to.
   void close() { popup_.reset(); }
 
  private:
   void open(const QString& display, const DockTip& tip);
+  void fadeOut();
   QRect besideOf(const DockTip& tip) const;
   void follow(const DockTip& tip);
 
   const AppStore& store_;
-  const Panels& panels_;
+  const Services& services_;
   DockController* controller_ = nullptr;
   std::function<QList<QRect>()> besideDocks_;
   QString display_;
   std::unique_ptr<Popup> popup_;
   TipBubble* bubble_ = nullptr;  // Owned by the popup.
+  WindowFade* fade_ = nullptr;   // Owned by the bubble; null where nothing composites.
 };
 
 }  // namespace tarnwick

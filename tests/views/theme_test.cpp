@@ -2,12 +2,14 @@
 
 #include <QApplication>
 #include <QBitmap>
+#include <QGraphicsOpacityEffect>
 #include <QLocale>
 #include <QMenu>
 #include <QProxyStyle>
 #include <algorithm>
 #include <cmath>
 
+#include "../support/TestFrameClock.h"
 #include "views/theme/BadgePicture.h"
 #include "views/theme/DesktopLook.h"
 #include "views/theme/Emoji.h"
@@ -20,6 +22,7 @@
 #include "views/theme/Symbols.h"
 #include "views/theme/Theme.h"
 #include "views/theme/Typography.h"
+#include "views/theme/WindowFade.h"
 #include "views/theme/WindowPalette.h"
 #include "widgets/catalog/Catalog.h"
 
@@ -417,6 +420,52 @@ TEST(MenuStyle, MenusOfADockHaveItsSchemeWhateverTheWindowsHave) {
       }
     }
   QApplication::setPalette(before);
+}
+
+TEST(WindowFade, TakesItsTimeAndTurnsOnItsWay) {
+  QWidget window;
+  auto clock = std::make_unique<test::TestFrameClock>();
+  test::TestFrameClock& frames = *clock;
+  auto& fade = *new WindowFade(window, std::move(clock));
+  const auto* effect = qobject_cast<QGraphicsOpacityEffect*>(window.graphicsEffect());
+  int gone = 0;
+  const auto out = [&] { fade.out([&] { ++gone; }); };
+  const auto settled = [&] {
+    QCoreApplication::processEvents();
+    return gone;
+  };
+  fade.in();
+  EXPECT_EQ(effect->opacity(), 0);
+  frames.beat(0.06);
+  EXPECT_GT(effect->opacity(), 0.3);
+  EXPECT_LT(effect->opacity(), 0.7);
+  frames.beat(0.07);
+  EXPECT_FALSE(effect->isEnabled()) << "it is painted as ever";
+  EXPECT_FALSE(frames.isRunning());
+
+  out();
+  frames.beat(0.06);
+  const double seen = effect->opacity();
+  fade.in();
+  EXPECT_EQ(effect->opacity(), seen) << "from where it is";
+  frames.beat(1);
+  EXPECT_EQ(settled(), 0);
+
+  out();
+  frames.beat(0.13);
+  EXPECT_EQ(gone, 0) << "not within a frame";
+  EXPECT_EQ(settled(), 1);
+  EXPECT_FALSE(frames.isRunning());
+}
+
+TEST(WindowFade, IsThereAndGoneAtOnceWhereNothingMoves) {
+  QWidget window;
+  auto& fade = *new WindowFade(window, nullptr);
+  fade.in();
+  EXPECT_FALSE(window.graphicsEffect()->isEnabled());
+  bool isGone = false;
+  fade.out([&] { isGone = true; });
+  EXPECT_TRUE(isGone);
 }
 
 // What a desktop's own style and platform plug-in want differs from one to the next.

@@ -12,6 +12,7 @@
 #include "views/theme/Glass.h"
 #include "views/theme/Symbols.h"
 #include "views/theme/Typography.h"
+#include "views/theme/WindowFade.h"
 #include "views/theme/WindowPalette.h"
 
 namespace tarnwick {
@@ -121,6 +122,17 @@ void MenuStyle::takeDockColors(QMenu& menu, DockStyle style) {
   palette.setColor(QPalette::Base, panel.panel.bodyTop);
   menu.setPalette(palette);
   for (QMenu* inner : menu.findChildren<QMenu*>()) inner->setPalette(palette);
+}
+
+void MenuStyle::fadeIn(QMenu& menu, const std::function<std::unique_ptr<FrameClock>()>& clock) const {
+  if (!composited_) return;
+  for (QMenu* each : QList<QMenu*>{&menu} + menu.findChildren<QMenu*>()) {
+    auto* fade = new WindowFade(*each, clock());
+    QObject::connect(each, &QMenu::aboutToShow, fade, [fade] {
+      fade->hide();
+      fade->in();
+    });
+  }
 }
 
 void MenuStyle::polish(QWidget* widget) {

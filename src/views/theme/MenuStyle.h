@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QProxyStyle>
+#include <functional>
+#include <memory>
 
 #include "views/theme/Palette.h"
 
@@ -9,6 +11,7 @@ class QStyleOptionMenuItem;
 
 namespace tarnwick {
 
+class FrameClock;
 class Panels;
 
 /// Paints the program's menus, in the colours of its windows unless a dock gives them others; everything else stays as
@@ -24,6 +27,9 @@ class MenuStyle final : public QProxyStyle {
 
   /// Gives a menu that opens out of a dock of that style, and the menus within it, the colours of the dock's panels.
   static void takeDockColors(QMenu& menu, DockStyle style);
+  /// Lets it and the menus within it fade in whenever they open.
+  /// `clock` makes what each fades by; null lets it appear at once.
+  void fadeIn(QMenu& menu, const std::function<std::unique_ptr<FrameClock>()>& clock) const;
 
   void polish(QWidget* widget) override;
   using QProxyStyle::polish;
