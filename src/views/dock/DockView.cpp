@@ -210,8 +210,9 @@ void DockView::takeGuest() {
   }
   const auto lefts = row().reduceMotion ? QHash<QString, double>() : drag_.lefts();
   guest_ = guest;
+  const bool hadGap = !tiles_.layout().gap.isEmpty();
   relayout();
-  drag_.carryOn(lefts);
+  if (hadGap || !tiles_.layout().gap.isEmpty()) drag_.carryOn(lefts);
   // A drop brings another row first, which may need the width.
   if (!guest_) QMetaObject::invokeMethod(this, &DockView::letGuestGo, Qt::QueuedConnection);
 }
