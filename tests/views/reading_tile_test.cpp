@@ -136,6 +136,32 @@ TEST(MachineTiles, SpeakAndKeepToTheirRange) {
   for (const auto& [kind, ignored] : words) EXPECT_EQ(spoken(widget(kind), sources), "N") << kind.toStdString();
 }
 
+TEST(MachineTiles, ALabelKeepsItsPlaceBesideEveryPercentage) {
+  DockRow row;
+  row.widgets = {widget(u"systemChart"_s)};
+  const auto view = makeView(row);
+  const auto painted = [&](double cpu) {
+    TileSources sources = morning();
+    sources.metrics.emplace();
+    sources.metrics->cpu = cpu;
+    sources.metrics->memory = 61;
+    view->refresh(sources);
+    return paintedBy(*view, 2);
+  };
+  const QPointF tile = view->itemRect(0).topLeft();
+  const auto part = [&](const QImage& picture, double left, double width) {
+    const QRectF box(tile.x() + left, tile.y() + 14, width, 17);
+    return picture.copy(QRectF(box.topLeft() * 2, box.size() * 2).toRect());
+  };
+  const QImage few = painted(8);
+  for (const double cpu : {0.0, 23.0, 99.0, 100.0}) {
+    const QImage picture = painted(cpu);
+    EXPECT_EQ(difference(part(few, 12, 36), part(picture, 12, 36)), 0) << "dot and label at " << cpu;
+    EXPECT_NE(difference(part(few, 50, 33), part(picture, 50, 33)), 0) << "the figure at " << cpu;
+    EXPECT_EQ(difference(part(few, 83, 7), part(picture, 83, 7)), 0) << "before the chart at " << cpu;
+  }
+}
+
 TEST(MachineTiles, ProcessesAreSortedAsTheWidgetSays) {
   TileSources sources = morning();
   sources.readings.processMessage = u"Sampling processes…"_s;

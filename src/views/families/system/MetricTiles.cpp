@@ -205,17 +205,29 @@ constexpr double kPairLabel = 23;
 constexpr double kPairValueRight = 82;
 constexpr double kPairFirst = 27;
 constexpr double kPairSecond = 45;
+constexpr double kPairGap = 4;
+constexpr int kMostPercent = 100;
+
+/// The fullest form of a percentage that is at most `space` wide; the shortest one where none is.
+TextLine pairValue(const TileCanvas& canvas, const std::optional<int>& percent, double space) {
+  const TextLine whole = canvas.line(withSign(percent), TextStyle::Title);
+  if (whole.width() <= space || !percent) return whole;
+  const TextLine small = canvas.line(withSign(percent), TextStyle::ListRowStrong);
+  return small.width() <= space ? small : canvas.line(LocalFigures::number(*percent), TextStyle::ListRowStrong);
+}
 
 void paintPairRow(TileCanvas& canvas, double baseline, Accent accent, const QString& label,
                   const std::optional<int>& percent) {
-  const TextLine value = canvas.line(withSign(percent), TextStyle::Title);
   const TextLine words = canvas.line(label, TextStyle::Body);
+  const double space = kPairValueRight - kPairLabel - words.width() - kPairGap;
+  // Half a word says nothing, and the dot shows which is which. The label is there for every value or for none.
+  const bool labelled = pairValue(canvas, kMostPercent, space).width() <= space;
+  const TextLine value = pairValue(canvas, percent, labelled ? space : kPairValueRight - kPairLabel);
+  const double dotHeight = canvas.line(withSign(percent), TextStyle::Title).capHeight() / 2;
   canvas.painter().setPen(Qt::NoPen);
   canvas.painter().setBrush(canvas.colors().accent(accent));
-  canvas.painter().drawEllipse(QPointF(theme::kTextLeft + kPairDot, baseline - value.capHeight() / 2), kPairDot,
-                               kPairDot);
-  // Half a word says nothing, and the dot shows which is which.
-  if (kPairLabel + words.width() + 4 > kPairValueRight - value.width()) {
+  canvas.painter().drawEllipse(QPointF(theme::kTextLeft + kPairDot, baseline - dotHeight), kPairDot, kPairDot);
+  if (!labelled) {
     value.draw(canvas.painter(), {kPairLabel, baseline}, canvas.colors().primary);
     return;
   }
