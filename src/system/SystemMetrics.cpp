@@ -26,6 +26,7 @@ void SystemMetrics::sample() {
   const bool due = samplesUntilSlowRefresh_ < 1;
   samplesUntilSlowRefresh_ = due ? slowRefreshInterval : samplesUntilSlowRefresh_ - 1;
   snapshot_ = sampler_.sample(*counters_, due || counters_->awaitsSlowReading(), clock_.reference());
+  if (cpuHistory_.size() >= depth) holdsFirstSample_ = false;
   append(cpuHistory_, snapshot_.cpu);
   append(ramHistory_, snapshot_.memory);
   append(networkHistory_, snapshot_.download + snapshot_.upload);

@@ -32,6 +32,9 @@ class SystemMetrics final : public QObject, public BeatClient {
   const QList<double>& networkHistory() const { return networkHistory_; }  ///< bytes per second, both ways together
   const QList<double>& downloadHistory() const { return downloadHistory_; }  ///< the same, one way each
   const QList<double>& uploadHistory() const { return uploadHistory_; }
+  /// Whether the histories still begin with the first sample. Load and traffic follow from two looks at the counters, so
+  /// theirs begin with a 0 that nobody measured then.
+  bool holdsFirstSample() const { return holdsFirstSample_; }
 
   /// Whether something shows these readings, so that sampling is worth its cost. The beat samples only then.
   bool isNeeded() const { return isNeeded_; }
@@ -62,6 +65,7 @@ class SystemMetrics final : public QObject, public BeatClient {
   QList<double> networkHistory_;
   QList<double> downloadHistory_;
   QList<double> uploadHistory_;
+  bool holdsFirstSample_ = true;
   int samplesUntilSlowRefresh_ = 0;
   bool isNeeded_ = false;
 };

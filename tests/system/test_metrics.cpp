@@ -155,6 +155,7 @@ TEST(SystemMetrics, TheFirstSampleIsSlowAndThenEverySixteenthAndHistoriesKeepThe
     ++announced;
     EXPECT_EQ(metrics.cpuHistory().size(), std::min(announced, SystemMetrics::depth));
     EXPECT_DOUBLE_EQ(metrics.networkHistory().last(), metrics.snapshot().download + metrics.snapshot().upload);
+    EXPECT_EQ(metrics.holdsFirstSample(), announced <= SystemMetrics::depth) << announced;
   });
   counters.ticks = ProcessorTicks{};
   counters.networkNow = NetworkReading{};

@@ -6,6 +6,7 @@
 #include "support/RecordingCommands.h"
 #include "support/TestScheduler.h"
 #include "views/dock/LiveDock.h"
+#include "views/dock/StoreSources.h"
 
 namespace tarnwick {
 namespace {
@@ -264,6 +265,22 @@ TEST_F(LiveDockTest, WhatChangesIsAskedOfItsOwnSourceAlone) {
   store.edit(
       [](DockConfiguration& config) { config.profiles[0].widgets.last().options.insert(u"path"_s, u"/b.desktop"_s); });
   EXPECT_EQ(asked(), std::pair(false, true)) << "another application";
+}
+
+TEST_F(LiveDockTest, AChartBeginsWithWhatWasMeasured) {
+  show({u"systemChart"_s});
+  qsizetype samples = 0;
+  while (samples < SystemMetrics::depth) {
+    beat(2);
+    const TileSources sources = storeSources(store, toggles, services, {});
+    ASSERT_EQ(store.system().cpuHistory().size(), ++samples);
+    EXPECT_EQ(sources.cpuHistory, QList<double>(samples - 1, 30)) << "the first look at the counters is no load";
+    EXPECT_EQ(sources.downloadHistory.size(), samples - 1);
+    EXPECT_EQ(sources.networkHistory.size(), samples - 1);
+    EXPECT_EQ(sources.memoryHistory.size(), samples) << "one look tells all";
+  }
+  beat(2);
+  EXPECT_EQ(storeSources(store, toggles, services, {}).cpuHistory, QList<double>(samples, 30));
 }
 
 TEST_F(LiveDockTest, AReadingIsTakenForTheTilesThatShowIt) {

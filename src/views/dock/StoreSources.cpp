@@ -76,20 +76,22 @@ class MachineSource final : public TileSource {
   }
   void fill(TileSources& sources, const QList<DockWidget>&) override {
     sources.metrics.reset();
-    sources.cpuHistory.clear();
     if (!system_.cpuHistory().isEmpty()) sources.metrics = system_.snapshot();
-    // How busy the processor is follows from two looks at its counters.
-    if (system_.cpuHistory().size() == 1)
-      sources.metrics->cpu = std::numeric_limits<double>::quiet_NaN();
-    else
-      sources.cpuHistory = system_.cpuHistory();
+    // The first look alone says nothing about the processor.
+    if (system_.cpuHistory().size() == 1) sources.metrics->cpu = std::numeric_limits<double>::quiet_NaN();
+    sources.cpuHistory = measured(system_.cpuHistory());
     sources.memoryHistory = system_.ramHistory();
-    sources.networkHistory = system_.networkHistory();
-    sources.downloadHistory = system_.downloadHistory();
-    sources.uploadHistory = system_.uploadHistory();
+    sources.networkHistory = measured(system_.networkHistory());
+    sources.downloadHistory = measured(system_.downloadHistory());
+    sources.uploadHistory = measured(system_.uploadHistory());
   }
 
  private:
+  /// A history of what follows from two looks at the counters, without what stands for the first look.
+  QList<double> measured(const QList<double>& history) const {
+    return system_.holdsFirstSample() && !history.isEmpty() ? history.sliced(1) : history;
+  }
+
   const SystemMetrics& system_;
 };
 

@@ -31,7 +31,7 @@ constexpr double kChartTop = 17;
 constexpr double kChartHeight = 28;
 
 constexpr double kLeastChart = 48;
-constexpr double kBeforeChart = 6;
+constexpr double kBeforeChart = 12;
 
 /// It leaves space for what is before it.
 QRectF chartBox(const TileCanvas& canvas, double textEnd) {
