@@ -8,7 +8,9 @@
 #include "views/tiles/GenericTile.h"
 #include "views/tiles/TileCanvas.h"
 #include "views/tiles/TileContent.h"
+#include "views/tiles/TilePainter.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Family.h"
 
 namespace tarnwick::testing {
 
@@ -133,6 +135,33 @@ TEST(Words, SayWhatATileIsAndShows) {
   EXPECT_EQ(tip(u"trash"_s), u"Trash: 1 item"_s);
   sources.weather = {};
   EXPECT_EQ(tip(u"weatherCurrent"_s), u"Location: Comes with a later version"_s);
+}
+
+TEST(Weather, IsSeenBeforeThereIsAReading) {
+  TileSources sources = morning();
+  sources.weather = {};
+  TileStyle style;
+  style.palette = Palette::make(DockStyle::DarkGlass, Backdrop::Plain, false);
+  const PictureColors& colors = style.palette.pictures;
+  for (const WidgetDefinition& kind : Catalog::items()) {
+    if (kind.family != familyText(Family::Weather)) continue;
+    QImage image(QSize(200, 64) * 2, QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(2);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    paintTile(painter, QRectF(0, 0, kind.width, 64), makeTileContent(widget(kind.id), kind, sources), style);
+    painter.end();
+    qsizetype pixels = 0;
+    for (int y = 0; y < image.height(); ++y)
+      for (int x = 0; x < image.width(); ++x) {
+        const QColor color = image.pixelColor(x, y);
+        // Cloud or sun in their full strength.
+        const bool isCloud = color.red() > colors.cloudBottom.red() - 2 && color.red() < color.blue() - 5;
+        const bool isSun = color.red() > 250 && color.blue() < colors.sunTop.blue() + 2;
+        if (color.alpha() == 255 && (isCloud || isSun)) ++pixels;
+      }
+    EXPECT_GT(pixels, 300) << qPrintable(kind.id);
+  }
 }
 
 TEST(Words, AGivenTitleReplacesTheName) {

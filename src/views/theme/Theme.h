@@ -62,7 +62,6 @@ inline constexpr double kPressedScale = 0.97;
 inline constexpr double kDraggedLift = 12;
 inline constexpr double kFocusWidth = 2;
 inline constexpr double kDisabledOpacity = 0.38;
-inline constexpr double kUnconnectedOpacity = 0.45;
 
 // Motion, in seconds.
 inline constexpr double kFadeSeconds = 0.12;

@@ -13,6 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr double kWeather = 28;
 constexpr double kBadgeCorner = 6;
 constexpr double kLeastRight = 8;
 /// In small docks a badge is as large as its letters need it.
@@ -31,6 +32,11 @@ constexpr double kPairNameBaseline = 50;
 
 void drawSign(TileCanvas& canvas, const GenericContent& content, QPointF centre) {
   QPainter& painter = canvas.painter();
+  if (content.picture) {
+    drawWeather(painter, *content.picture, centre - QPointF(kWeather, kWeather) / 2, kWeather,
+                canvas.colors().pictures);
+    return;
+  }
   if (!content.symbol.isEmpty()) {
     canvas.symbol(content.symbol, centre, theme::kSymbolSize, canvas.accent());
     return;
@@ -93,7 +99,8 @@ void paintBeside(TileCanvas& canvas, const GenericContent& content) {
   const QList<TextLine> lines = linesOfName(canvas, content.name, false);
   const TextLine& name = lines.first();
   const bool alone = name.text().isEmpty();
-  drawSign(canvas, content, {alone ? canvas.width() / 2 : kTextLeft + kSymbolSize / 2, kTileMiddle});
+  const double beside = content.picture ? kPictureInset + kWeather / 2 : kTextLeft + kSymbolSize / 2;
+  drawSign(canvas, content, {alone ? canvas.width() / 2 : beside, kTileMiddle});
   if (!canvas.showsCaption()) {
     name.draw(canvas.painter(), {x, TileCanvas::centredBaseline(name)}, canvas.colors().primary);
     return;

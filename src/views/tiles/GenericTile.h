@@ -1,5 +1,8 @@
 #pragma once
 
+#include <optional>
+
+#include "views/theme/WeatherPictures.h"
 #include "views/tiles/TileRequest.h"
 #include "views/tiles/TileText.h"
 
@@ -12,10 +15,11 @@ class TileCanvas;
 struct GenericContent {
   QString name;
   QString word;
-  QString symbol;            ///< Empty where a badge stands for a service.
-  ServiceBadge badge;        ///< Without letters where there is a symbol.
-  bool opensEditor = false;  ///< Whether the word is something to do, which is what the accent says.
-  QString sentence = {};     ///< In the tip, in place of the word.
+  QString symbol;                              ///< Empty where a badge stands for a service.
+  ServiceBadge badge;                          ///< Without letters where there is a symbol.
+  bool opensEditor = false;                    ///< Whether the word is something to do, which is what the accent says.
+  QString sentence = {};                       ///< In the tip, in place of the word.
+  std::optional<WeatherPicture> picture = {};  ///< In place of the symbol.
 
   bool operator==(const GenericContent&) const = default;
 };

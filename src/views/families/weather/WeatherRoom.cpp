@@ -38,6 +38,11 @@ PlainWords words(const TilePanel&, const TileSources&) {
 
 std::unique_ptr<TilePanel> makePlacelessPanel(const PanelContext& context) { return makePlainPanel(context, words); }
 
+template <WeatherPicture Picture>
+TileContent placelessWith(const TileRequest& request) {
+  return makePlacelessWeather(request, Picture);
+}
+
 void sample(TileSources& sources, const TileSources& samples) { sources.weather.setExample(samples.weather.example()); }
 
 void picture(TileSources& sources) {
@@ -46,7 +51,7 @@ void picture(TileSources& sources) {
 
 constexpr std::array kFamilies = {
     RoomRow{.of = familyText(Family::Weather),
-            .content = makePlacelessWeather,
+            .content = placelessWith<WeatherPicture::CloudSun>,
             .panel = makePlacelessPanel,
             .options = kOptions,
             .comesLater = true,
@@ -54,6 +59,9 @@ constexpr std::array kFamilies = {
 };
 constexpr std::array kKinds = {
     RoomRow{.of = kind::weatherCurrent, .content = makeCurrentWeather},
+    RoomRow{.of = kind::weatherCondition, .content = placelessWith<WeatherPicture::Cloud>},
+    RoomRow{.of = kind::weatherWind, .content = placelessWith<WeatherPicture::Cloud>},
+    RoomRow{.of = kind::weatherSunCycle, .content = placelessWith<WeatherPicture::Sun>},
 };
 
 }  // namespace

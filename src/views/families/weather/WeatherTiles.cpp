@@ -43,14 +43,10 @@ void paintReading(TileCanvas& canvas, const WeatherReading& reading) {
 
 void paintUnconnected(TileCanvas& canvas, const GenericContent& missing) {
   using namespace theme;
-  QPainter& painter = canvas.painter();
   const bool words = canvas.showsCaption();
-  painter.save();
-  painter.setOpacity(painter.opacity() * kUnconnectedOpacity);
   // Without words the picture has the whole tile to itself.
   const QPointF topLeft = words ? QPointF(kPictureInset, 1.5) : QPointF((canvas.width() - kPicture) / 2, 15);
-  drawWeather(painter, WeatherPicture::CloudSun, topLeft, words ? 28 : kPicture, canvas.colors().pictures);
-  painter.restore();
+  drawWeather(canvas.painter(), WeatherPicture::CloudSun, topLeft, words ? 28 : kPicture, canvas.colors().pictures);
   if (!words) return;
   const double space = canvas.spaceAfter(kTextLeft);
   const double nameBaseline = canvas.showsLastRow() ? kNameBaseline : kCaptionBaseline;
@@ -95,6 +91,10 @@ TileContent makeCurrentWeather(const TileRequest& request) {
   return content;
 }
 
-TileContent makePlacelessWeather(const TileRequest& request) { return placeless(request); }
+TileContent makePlacelessWeather(const TileRequest& request, WeatherPicture picture) {
+  GenericContent content = placeless(request);
+  content.picture = picture;
+  return content;
+}
 
 }  // namespace tarnwick
