@@ -344,6 +344,46 @@ TEST(Contrast, TextIsReadableOverTheWorstWallpapers) {
       }
 }
 
+TEST(Contrast, ASwitchThatIsMissingIsRecognisedOverTheWorstWallpapers) {
+  constexpr double ratio = 2;
+  for (const DockStyle style : kStyles)
+    for (const auto& [composited, blurred] : {std::pair(true, true), std::pair(true, false), std::pair(false, false)})
+      for (const QColor& behind : {QColor(Qt::white), QColor(Qt::black)}) {
+        DockRow row;
+        row.widgets = {widget(u"systemQuickToggles"_s)};
+        row.style = style;
+        row.composited = composited;
+        row.blurred = blurred;
+        const auto view = makeView(row);
+        const auto painted = [&](const ToggleState& state) {
+          TileSources sources = morning();
+          sources.toggles = {{Toggle::WiFi, state}};
+          view->refresh(sources);
+          QImage image(view->size() * ratio, QImage::Format_ARGB32_Premultiplied);
+          image.fill(behind);
+          QImage own = paintedBy(*view, ratio);
+          own.setDevicePixelRatio(1);
+          QPainter(&image).drawImage(0, 0, own);
+          return image;
+        };
+        const QImage missing = painted({false, Capability::no(u"There is no such device."_s)});
+        const QRectF tile = view->itemRect(0);
+        const QColor ground = missing.pixelColor((QPointF(tile.left() + 6, tile.center().y()) * ratio).toPoint());
+        // The first of four discs, 37.3 apart.
+        const QPointF first(tile.center().x() - 37.3 * 1.5, tile.center().y());
+        const QRect symbol = QRectF((first - QPointF(9, 9)) * ratio, QSizeF(18, 18) * ratio).toRect();
+        double most = 1;
+        for (int y = symbol.top(); y <= symbol.bottom(); ++y)
+          for (int x = symbol.left(); x <= symbol.right(); ++x)
+            most = std::max(most, contrast(missing.pixelColor(x, y), ground));
+        const auto where = ::testing::Message() << "style " << int(style) << " composited " << composited << " blurred "
+                                                << blurred << " over " << qPrintable(behind.name());
+        EXPECT_GE(most, 3) << where;
+        EXPECT_NE(difference(missing.copy(symbol), painted({false, Capability::yes()}).copy(symbol)), 0)
+            << where << ", it looks switched off";
+      }
+}
+
 TEST(Painting, StaysWithinTheGlassAndItsMargins) {
   for (const DockStyle style : kStyles)
     for (const bool composited : {true, false})

@@ -16,6 +16,7 @@ namespace {
 constexpr double kPuckRadius = 16.5;
 constexpr double kPitch = 37.3;
 constexpr double kPuckSymbol = 18;
+constexpr double kPuckRing = 1.5;
 
 struct ToggleMark {
   Toggle toggle = Toggle::WiFi;
@@ -57,19 +58,29 @@ TileText describe(const TogglesContent& content, const QString& name) {
   return {name, missing.join(u" · "_s)};
 }
 
+/// A switch that this desktop hasn't got is a ring without a disc; what it would be can be read.
+void paintMissing(TileCanvas& canvas, Toggle toggle, QPointF centre) {
+  const double radius = kPuckRadius - kPuckRing / 2;
+  canvas.painter().setBrush(Qt::NoBrush);
+  canvas.painter().setPen(QPen(canvas.colors().track, kPuckRing));
+  canvas.painter().drawEllipse(centre, radius, radius);
+  canvas.symbol(ToggleChoice::symbol(toggle), centre, kPuckSymbol, canvas.colors().secondary);
+}
+
 void paint(TileCanvas& canvas, const TogglesContent& content) {
   QPainter& painter = canvas.painter();
   for (qsizetype i = 0; i < content.marks.size(); ++i) {
     const ToggleMark& mark = content.marks[i];
     const QPointF centre = centreOf(i, content.marks.size(), canvas.width());
-    painter.save();
-    if (!mark.available) painter.setOpacity(painter.opacity() * theme::kDisabledOpacity);
+    if (!mark.available) {
+      paintMissing(canvas, mark.toggle, centre);
+      continue;
+    }
     painter.setPen(Qt::NoPen);
     painter.setBrush(mark.on ? canvas.accent() : canvas.colors().toggleOff);
     painter.drawEllipse(centre, kPuckRadius, kPuckRadius);
     canvas.symbol(ToggleChoice::symbol(mark.toggle), centre, kPuckSymbol,
                   mark.on ? canvas.colors().inkOnAccent : canvas.colors().primary);
-    painter.restore();
   }
 }
 
