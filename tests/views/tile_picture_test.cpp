@@ -103,6 +103,38 @@ TEST(TilePictures, AreTheTileToThePixelAndTakenOnceForEachState) {
   }
 }
 
+TEST(TilePictures, KeepTheirDistanceHoweverLargeTheyAre) {
+  constexpr double ratio = 2;
+  struct Case {
+    double spacing, swelling;
+  };
+  for (const Case& each : {Case{7, Magnification::kMost}, Case{7, Magnification::kMuch}, Case{2, Magnification::kMuch},
+                           Case{20, Magnification::kMuch}}) {
+    DockRow row;
+    row.widgets = {widget(u"cpuChart"_s), widget(u"ramChart"_s)};
+    row.spacing = each.spacing;
+    row.swelling = each.swelling;
+    const auto view = makeView(row);
+    view->show();
+    QCoreApplication::processEvents();
+    view->clearFocus();
+    const QRectF tile = view->itemRect(0);
+    const QPoint between = (QPointF(tile.right() + each.spacing / 2, tile.center().y()) * ratio).toPoint();
+    const QImage untouched = paintedBy(*view, ratio);
+    mouse(*view, QEvent::MouseMove, tile.center() + QPointF(tile.width() / 2 - 4, 0), Qt::NoButton);
+    ASSERT_TRUE(view->isMoving());
+    do {
+      view->beat(test::TestFrameClock::kFrame);
+      const QImage now = paintedBy(*view, ratio);
+      for (const int away : {-1, 0})
+        EXPECT_EQ(now.pixel(between + QPoint(away, 0)), untouched.pixel(between + QPoint(away, 0)))
+            << each.spacing << ' ' << each.swelling << (view->isMoving() ? " in motion" : " at rest");
+    } while (view->isMoving());
+    const QPoint above = (QPointF(tile.center().x(), tile.top() - 1) * ratio).toPoint();
+    EXPECT_NE(paintedBy(*view, ratio).pixel(above), untouched.pixel(above)) << "it grows upwards";
+  }
+}
+
 TEST(TilePictures, AreGoneWhenTheDockIsStill) {
   const DockRow row = starterRow();
   const auto view = makeView(row);

@@ -12,6 +12,16 @@
 
 namespace tarnwick {
 
+namespace {
+
+/// The largest magnification at which what a tile `width` wide holds stays on its ground, in units at scale 1.
+double mostMagnification(double width, double sideRoom) {
+  const double held = width / 2 - theme::kPictureInset;
+  return held > theme::kPictureInset ? (width / 2 + sideRoom) / held : theme::kHoverScale;
+}
+
+}  // namespace
+
 ItemPainter::ItemPainter(const DockState& state, const AppIconCache& icons, Animator& animator,
                          std::function<void(qsizetype item)> stale)
     : state_(state),
@@ -32,6 +42,12 @@ TileStyle ItemPainter::styleOf(qsizetype item) const {
   style.scale = row.scale;
   style.direction = tiles.surface().layoutDirection();
   style.magnification = state_.hover.magnificationOf(item);
+  style.sideRoom = 0;
+  if (tiles.widgetOf(item)) {
+    const double room = std::max(0.0, (row.spacing - theme::kLeastTileGap) / 2);
+    style.sideRoom = room * row.scale;
+    style.magnification = std::min(style.magnification, mostMagnification(tiles.place(item).width() / row.scale, room));
+  }
   style.focused = item == state_.focusedItem();
   style.takesDrop = state_.drop.isOver(item);
   style.editing = state_.drag.isActive();
@@ -114,9 +130,23 @@ void ItemPainter::paint(QPainter& painter, qsizetype item) {
     paintItself(painter, item, place, style);
     return;
   }
+  // The ground is not in the picture: it grows less than what is on it.
+  paintGround(painter, item, place, style);
   // The picture is taken where the tile is in the row, on whole pixels whatever shift it is drawn with.
-  pictures_.draw(painter, item, place, style,
-                 [&](QPainter& layer, const TileStyle& own) { paintItself(layer, item, place, own); });
+  pictures_.draw(painter, item, place, style, [&](QPainter& layer, TileStyle own) {
+    own.grounded = false;
+    paintItself(layer, item, place, own);
+  });
+}
+
+void ItemPainter::paintGround(QPainter& painter, qsizetype item, const QRectF& place, const TileStyle& style) const {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  if (const TileContent* content = state_.tiles.contentOf(item))
+    paintTileGround(painter, place, *content, style);
+  else if (state_.tiles.appOf(item))
+    paintAppGround(painter, place, style);
+  painter.restore();
 }
 
 void ItemPainter::paintItself(QPainter& painter, qsizetype item, const QRectF& place, const TileStyle& style) const {

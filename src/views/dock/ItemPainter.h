@@ -68,6 +68,7 @@ class ItemPainter final {
  private:
   TileStyle styleOf(qsizetype item) const;
   TileState stateOf(qsizetype item) const;
+  void paintGround(QPainter& painter, qsizetype item, const QRectF& place, const TileStyle& style) const;
   void paintItself(QPainter& painter, qsizetype item, const QRectF& place, const TileStyle& style) const;
   void comeToRest();
 

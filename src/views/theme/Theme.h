@@ -58,6 +58,7 @@ inline constexpr double kUnderPictureBaseline = 55.5;
 
 // States.
 inline constexpr double kHoverScale = 1.08;
+inline constexpr double kLeastTileGap = 2;  ///< Between the grounds of two tiles, however large they are drawn.
 inline constexpr double kPressedScale = 0.97;
 inline constexpr double kDraggedLift = 12;
 inline constexpr double kFocusWidth = 2;

@@ -146,15 +146,18 @@ QString describe(const AppMarks& marks) {
   return parts.join(u", "_s);
 }
 
+void paintAppGround(QPainter& painter, const QRectF& rect, const TileStyle& style) {
+  TileStyle bare = style;
+  bare.filled = false;
+  paintTileGround(painter, rect, bare);
+}
+
 void paintRunningApp(QPainter& painter, const QRectF& rect, const QString& name, const QString& icon,
                      const AppMarks& marks, const TileStyle& style) {
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
+  if (style.grounded) paintAppGround(painter, rect, style);
   magnify(painter, rect, tileFactor(style));
-  // Like a tile, less the ground at rest.
-  TileStyle bare = style;
-  bare.filled = false;
-  paintTileGround(painter, rect, bare);
   enterTile(painter, rect, style);
   TileCanvas canvas(painter, rect.width() / style.scale, style);
   const QRectF box(theme::kAppIconLeft, theme::kAppIconTop, theme::kAppIcon, theme::kAppIcon);

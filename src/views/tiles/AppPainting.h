@@ -17,7 +17,10 @@ void drawAppIcon(TileCanvas& canvas, const QRectF& box, const QString& icon, con
 /// What an application is up to, on the icon that is there.
 void drawAppMarks(TileCanvas& canvas, const QRectF& icon, const AppMarks& marks);
 
-/// The place of a running application, which has no ground of its own: its icon and its marks. `rect` is in the
+/// What the pointer, the keyboard and what is held over it make of the place of a running application, which has no
+/// ground at rest.
+void paintAppGround(QPainter& painter, const QRectF& rect, const TileStyle& style);
+/// The place of a running application: its ground, its icon and its marks. `rect` is in the
 /// painter's units, as for paintTile.
 void paintRunningApp(QPainter& painter, const QRectF& rect, const QString& name, const QString& icon,
                      const AppMarks& marks, const TileStyle& style);

@@ -34,6 +34,15 @@ QColor groundOf(const TileStyle& style) {
   return style.filled ? style.palette.tile : QColor();
 }
 
+/// Where the ground of a tile at `place` is. Sideways it stops before it would touch what is beside it.
+QRectF grownGround(const QRectF& place, const TileStyle& style) {
+  const double growth = (tileFactor(style) - 1) / 2;
+  if (growth == 0) return place;
+  const double sideways = std::min(place.width() * growth, style.sideRoom);
+  const double upwards = place.height() * growth;
+  return place.adjusted(-sideways, -upwards, sideways, upwards);
+}
+
 void paintDragShadow(QPainter& painter, const QRectF& rect, double corner, double scale, const QColor& color) {
   // A few nested outlines, each a little larger and fainter: soft enough for something that moves.
   constexpr int steps = 8;
@@ -58,8 +67,9 @@ void paintFailed(TileCanvas& canvas) {
 
 }  // namespace
 
-void paintTileGround(QPainter& painter, const QRectF& rect, const TileStyle& style) {
-  const double corner = theme::kTileCorner * style.scale;
+void paintTileGround(QPainter& painter, const QRectF& place, const TileStyle& style) {
+  const double corner = theme::kTileCorner * style.scale * tileFactor(style);
+  const QRectF rect = grownGround(place, style);
   if (style.state == TileState::Dragged)
     paintDragShadow(painter, rect, corner, style.scale, faded(style.palette.dragShadow, style.lift));
   if (const QColor ground = groundOf(style); ground.isValid()) {
@@ -70,6 +80,10 @@ void paintTileGround(QPainter& painter, const QRectF& rect, const TileStyle& sty
     const double width = std::max(1.0, std::round(theme::kFocusWidth * style.scale));
     drawInnerLine(painter, rect, corner, width, style.palette.accent(Accent::Blue));
   }
+}
+
+void paintTileGround(QPainter& painter, const QRectF& rect, const TileContent& content, const TileStyle& style) {
+  if (content.isSolid() || style.focused || style.state == TileState::Dragged) paintTileGround(painter, rect, style);
 }
 
 double tileFactor(const TileStyle& style) {
@@ -96,8 +110,8 @@ void paintTile(QPainter& painter, const QRectF& rect, const TileContent& content
   painter.setRenderHint(QPainter::Antialiasing);
   if (style.state == TileState::Dragged)
     painter.translate(0, -std::round(theme::kDraggedLift * style.scale * style.lift));
+  if (style.grounded) paintTileGround(painter, rect, content, style);
   magnify(painter, rect, tileFactor(style));
-  if (content.isSolid() || style.focused || style.state == TileState::Dragged) paintTileGround(painter, rect, style);
   enterTile(painter, rect, style);
   TileCanvas canvas(painter, rect.width() / style.scale, style);
   content.paint(canvas);

@@ -12,8 +12,12 @@ namespace tarnwick {
 /// units, the scale already in it; a magnified, pressed or dragged tile leaves it as far as tilePaintBounds says.
 void paintTile(QPainter& painter, const QRectF& rect, const TileContent& content, const TileStyle& style);
 
-/// The ground alone: what the tile's state, the keyboard and what is held over it make of it.
+/// The ground alone, as large as the style says: what the tile's state, the keyboard and what is held over it make of
+/// it.
 void paintTileGround(QPainter& painter, const QRectF& rect, const TileStyle& style);
+
+/// The ground of a tile with this content: none where the content is the whole tile, but for what its state adds.
+void paintTileGround(QPainter& painter, const QRectF& rect, const TileContent& content, const TileStyle& style);
 
 /// Everything that paintTile may touch.
 QRectF tilePaintBounds(const QRectF& rect, const TileStyle& style);

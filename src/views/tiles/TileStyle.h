@@ -3,6 +3,7 @@
 #include <QPixmap>
 #include <QString>
 #include <functional>
+#include <limits>
 
 #include "views/theme/Palette.h"
 
@@ -20,6 +21,9 @@ struct TileStyle {
   Accent accent = Accent::Blue;
   double scale = 1;          ///< Of the dock: how many units of the painter a unit of the tile takes.
   double magnification = 1;  ///< Of this drawing alone, around its centre.
+  /// How far a magnified ground may reach beyond the tile's place at either side; its neighbours grow too.
+  double sideRoom = std::numeric_limits<double>::infinity();
+  bool grounded = true;  ///< Whether the ground is painted with the tile.
   TileState state = TileState::Rest;
   /// In which people read. Where that is from right to left, what a tile holds is mirrored.
   Qt::LayoutDirection direction = Qt::LeftToRight;
