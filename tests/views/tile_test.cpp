@@ -11,6 +11,7 @@
 #include "views/tiles/TilePainter.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/Family.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick::testing {
 
@@ -161,6 +162,34 @@ TEST(Weather, IsSeenBeforeThereIsAReading) {
         if (color.alpha() == 255 && (isCloud || isSun)) ++pixels;
       }
     EXPECT_GT(pixels, 300) << qPrintable(kind.id);
+  }
+}
+
+TEST(OpenTiles, HaveTheirMarkClearOfWhatTheyShow) {
+  TileStyle style;
+  style.palette = Palette::make(DockStyle::DarkGlass, Backdrop::Opaque, false);
+  style.state = TileState::PanelOpen;
+  TileSources sources = morning();
+  sources.weather = {};
+  for (const WidgetDefinition& kind : Catalog::items()) {
+    DockWidget shown = widget(kind.id);
+    shown.options.insert(option::path, u"/home/me/Gypsy jig"_s);
+    const TileContent content = makeTileContent(shown, kind, sources);
+    if (!content.isSolid()) continue;
+    QImage image(QSize(300, 64) * 2, QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(2);
+    image.fill(Qt::black);
+    QPainter painter(&image);
+    paintTile(painter, QRectF(0, 0, kind.width, 64), content, style);
+    painter.end();
+    const int middle = static_cast<int>(kind.width);
+    const auto row = [&](int y) {
+      QSet<QRgb> colors;
+      for (int x = middle - 14; x < middle + 14; ++x) colors.insert(image.pixel(x, y));
+      return colors;
+    };
+    EXPECT_EQ(row(121).size(), 1) << qPrintable(kind.id) << ", something touches the mark";
+    EXPECT_FALSE(row(124).intersects(row(121))) << qPrintable(kind.id) << ", there is no mark";
   }
 }
 

@@ -12,8 +12,8 @@ namespace tarnwick {
 namespace {
 
 constexpr double kOpenBarWidth = 16;
-constexpr double kOpenBarHeight = 2.5;
-constexpr double kOpenBarTop = 59;
+constexpr double kOpenBarHeight = 2;
+constexpr double kOpenBarTop = 61;  // Below what the lowest captions reach.
 constexpr double kFailedDot = 2.5;
 constexpr double kFailedInset = 9;
 constexpr double kDragShadowReach = 16;
