@@ -328,6 +328,18 @@ TEST_F(LibraryWindowTest, ACardSaysWhetherItsPictureIsASampleOrItsWidgetComesLat
   }
 }
 
+TEST_F(LibraryWindowTest, ACardHasSpaceForAllThatIsEverSaidBesideItsName) {
+  const double mark = 12 + 6 + TextLine(u"On dock"_s, TextStyle::Caption).width();
+  for (int row = 0; row < view_.model()->rowCount(); ++row) {
+    const QModelIndex index = view_.model()->index(row, 0);
+    if (!index.flags().testFlag(Qt::ItemIsDragEnabled)) continue;  // What opens a choice is never on the dock.
+    const QString name = index.data(Qt::DisplayRole).toString();
+    EXPECT_GE(view_.visualRect(index).width() - CardLayout::kPadding * 2,
+              TextLine(name, TextStyle::Body).width() + 10 + mark)
+        << qPrintable(name);
+  }
+}
+
 TEST_F(LibraryWindowTest, ASectionShowsItsShelfAlone) {
   auto* side = window_->findChild<SideList*>();
   window_->showCategory(u"Clocks"_s);

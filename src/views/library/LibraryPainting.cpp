@@ -115,7 +115,7 @@ void LibraryView::paintName(QPainter& painter, const QRect& card, int row) const
   } else if (isPlaced(row)) {
     const QColor green = look.palette.accentWord(Accent::Green);
     const TextLine word(LibraryWords::tr("On dock"), TextStyle::Caption);
-    // A card that was added since the shelves were filled may have space for the mark alone.
+    // In a window that is narrower than the card there may be space for the mark alone.
     const bool spelled = space - words_.value(row) - kNameGap >= word.width() + kMark + kMarkGap;
     const double wide = (spelled ? word.width() + kMarkGap : 0) + kMark;
     QRectF mark(0, 0, kMark, kMark);

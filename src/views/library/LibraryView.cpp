@@ -174,8 +174,8 @@ QString LibraryView::markOf(int row) const {
 
 // --- Layout ---------------------------------------------------------------------------------------------------------
 
-/// Cards are as wide as their tile, their name and what is beside that, so that neither is ever cut. What is placed
-/// counts as it was when the shelves were filled: a card that has just been added does not push the others away.
+/// Cards are as wide as their tile, their name and what can ever be beside that, so that neither is cut, and a card
+/// that has just been added does not push the others away.
 void LibraryView::doItemsLayout() {
   const int width = viewport()->width();
   if (width == layoutWidth_) return;
@@ -184,12 +184,12 @@ void LibraryView::doItemsLayout() {
                                  wordWidth(LibraryWords::tr("Sample"), TextStyle::Caption));
   const int placedWidth = wordWidth(LibraryWords::tr("On dock"), TextStyle::Caption) + kMark + kMarkGap;
   QList<QList<int>> widths;
-  int row = 0;
+  qsizetype row = 0;
   for (const LibraryShelf& shelf : std::as_const(model_->shelves)) {
     widths.append(QList<int>());
     for (const LibraryItem& item : shelf.items) {
       const int button = wordWidth(buttonWord(item), TextStyle::BodyStrong) + theme::kButtonPadding * 2;
-      const int beside = std::max({button, markWidth, isPlaced(row) ? placedWidth : 0});
+      const int beside = std::max({button, markWidth, item.entry.widget ? placedWidth : 0});
       widths.last().append(std::max(tileWidth(item), words_.value(row) + kNameGap + beside));
       ++row;
     }
