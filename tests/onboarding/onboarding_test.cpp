@@ -349,6 +349,29 @@ TEST(LayoutPicture, MovesOnlyWhileItIsSeenAndWantedAndComesToRest) {
   EXPECT_EQ(picture.grab().toImage(), still);
 }
 
+TEST(LayoutPicture, ShowsAFixedDockAtItsEdgeAndLeavesItThere) {
+  LayoutPicture picture(DockLayout::Fixed, LayoutPicture::kSmall);
+  picture.setClock(std::make_unique<test::TestFrameClock>());
+  picture.show();
+  // How dark the picture is in the middle of where a dock can be.
+  const auto darkness = [&](double y) {
+    return 255 - qGray(picture.grab().toImage().pixel(picture.width() / 2, int(y * picture.height() / 76)));
+  };
+  for (const bool atTop : {false, true, false}) {
+    picture.setAtTop(atTop);
+    const double here = atTop ? 9.6 : 62.1;  // In the dock's own ground, above its tiles.
+    EXPECT_GT(darkness(here), 200) << atTop;
+    picture.setMoving(true);
+    EXPECT_FALSE(picture.isMoving()) << atTop;
+    EXPECT_GT(darkness(here), 200) << atTop;
+    picture.setMoving(false);
+  }
+  picture.setAtTop(true);
+  const QImage top = picture.grab().toImage();
+  picture.setAtTop(false);
+  EXPECT_NE(picture.grab().toImage(), top);
+}
+
 TEST_F(OnboardingTest, ThePanelOfTheStatusItemShowsTheDockAndLeadsOn) {
   store().edit([](DockConfiguration& config) {
     config.profiles = {DockProfile::initial(), DockProfile::initial()};

@@ -138,7 +138,7 @@ void MenuBarPanel::addLayouts() {
     grid->addWidget(card, place / kLayoutsInARow, place % kLayoutsInARow);
     ++place;
     connect(card, &LayoutCard::chosen, this, [this](DockLayout chosen) { commands_.chooseLayout(chosen); });
-    const auto show = [this, card] { card->setChosen(store_.config().layout == card->layout()); };
+    const auto show = [this, card] { card->follow(store_.config()); };
     connect(&store_, &AppStore::configChanged, card, show);
     show();
   }

@@ -181,7 +181,7 @@ QWidget* makeLayoutPage(AppStore& store, const WindowServices& services) {
     QObject::connect(card, &LayoutCard::chosen, page, [&edits = services.edits](DockLayout chosen) {
       edits.change([chosen](DockConfiguration& config) { chooseLayout(config, chosen); });
     });
-    const auto show = [card, &store] { card->setChosen(store.config().layout == card->layout()); };
+    const auto show = [card, &store] { card->follow(store.config()); };
     QObject::connect(&store, &AppStore::configChanged, card, show);
     show();
   }

@@ -92,7 +92,7 @@ class LayoutPage final : public SettingsPage {
     column->addWidget(sentence);
     addOther(*addCard(), all, words.join(u' '));
     follow([this, group, sentence](const DockConfiguration& config) {
-      for (LayoutCard* card : group) card->setChosen(card->layout() == config.layout);
+      for (LayoutCard* card : group) card->follow(config);
       const QString missing = whatIsMissing(config);
       sentence->setText(missing.isEmpty() ? description(config.layout) : description(config.layout) + u' ' + missing);
     });

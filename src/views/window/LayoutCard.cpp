@@ -93,6 +93,11 @@ LayoutCard::LayoutCard(DockLayout layout, Size size, QWidget* parent)
   connect(this, &QAbstractButton::clicked, this, [this] { Q_EMIT chosen(layout_); });
 }
 
+void LayoutCard::follow(const DockConfiguration& config) {
+  picture_->setAtTop(config.position == "top"_L1);
+  setChosen(config.layout == layout_);
+}
+
 void LayoutCard::setChosen(bool chosen) {
   // One of a group cannot be taken back while the group is exclusive.
   setAutoExclusive(chosen);

@@ -2,6 +2,7 @@
 
 #include <QRadioButton>
 
+#include "config/DockConfiguration.h"
 #include "config/DockLayout.h"
 #include "views/controls/ControlLook.h"
 
@@ -11,7 +12,8 @@ class LayoutPicture;
 
 /// One of the layouts to choose from: its picture, its name and, where there is space, what it does. A radio button to
 /// the keyboard and to screen readers: cards with the same parent are one group, in which the arrow keys choose. The
-/// picture moves while the pointer is on the card and when it is chosen.
+/// picture moves while the pointer is on the card and when it is chosen; that of a dock that is fixed shows it at its
+/// edge.
 class LayoutCard final : public QRadioButton {
   Q_OBJECT
  public:
@@ -27,8 +29,8 @@ class LayoutCard final : public QRadioButton {
   static constexpr int kSmallWidth = 142;
 
   DockLayout layout() const { return layout_; }
-  /// Chooses it, or not, without chosen().
-  void setChosen(bool chosen);
+  /// Takes from the settings whether it is chosen, without chosen(), and the edge that is.
+  void follow(const DockConfiguration& config);
   void setReduceMotion(bool reduce);
   QSize sizeHint() const override;
 
@@ -47,6 +49,7 @@ class LayoutCard final : public QRadioButton {
 
  private:
   QRectF ground() const;
+  void setChosen(bool chosen);
   void move();
   void paintLarge(QPainter& painter, const ControlLook& look) const;
   void paintSmall(QPainter& painter, const ControlLook& look) const;

@@ -83,6 +83,9 @@ Scene atRest(DockLayout layout) {
   return {};
 }
 
+/// A dock that is fixed stays where it is: the dashes say where else it can be.
+bool travels(DockLayout layout) { return layout != DockLayout::Fixed; }
+
 Scene atTheOtherEnd(DockLayout layout) {
   Scene scene = atRest(layout);
   switch (layout) {
@@ -101,6 +104,7 @@ Scene atTheOtherEnd(DockLayout layout) {
       scene = {.dock = {kMiddle, kBelow}, .system = kBright};
       break;
     case DockLayout::Fixed:
+      break;
     case DockLayout::Floating:
       std::swap(scene.dock, scene.place);
       scene.pointerTip += scene.dock - scene.place;
@@ -231,6 +235,10 @@ void LayoutPicture::paintLake(QPainter& painter, const QRectF& box) {
   painter.restore();
 }
 
+void LayoutPicture::setAtTop(bool atTop) {
+  if (std::exchange(atTop_, atTop) != atTop) update();
+}
+
 void LayoutPicture::setMoving(bool moving) {
   if (wanted_ == moving) return;
   wanted_ = moving;
@@ -246,7 +254,7 @@ void LayoutPicture::setReduceMotion(bool reduce) {
 }
 
 void LayoutPicture::play() {
-  if (!wanted_ || reduceMotion_ || isMoving_ || !isVisible()) return;
+  if (!wanted_ || !travels(layout_) || reduceMotion_ || isMoving_ || !isVisible()) return;
   if (!animator_.hasClock()) animator_.setClock(makeClockFor(*this));
   isMoving_ = true;
   travels_ = 0;
@@ -287,6 +295,8 @@ void LayoutPicture::hideEvent(QHideEvent* event) {
 void LayoutPicture::paintEvent(QPaintEvent*) {
   const double corner = kPictureCorner * width() / kWidth;
   const double ratio = devicePixelRatioF();
+  Scene scene = mixed(atRest(layout_), atTheOtherEnd(layout_), travel_.value(kWay));
+  if (layout_ == DockLayout::Fixed && atTop_) std::swap(scene.dock, scene.place);
   QPixmap picture(size() * ratio);
   picture.setDevicePixelRatio(ratio);
   picture.fill(Qt::transparent);
@@ -295,7 +305,7 @@ void LayoutPicture::paintEvent(QPaintEvent*) {
     inner.setRenderHint(QPainter::Antialiasing);
     inner.save();
     inner.scale(width() / kWidth, height() / kHeight);
-    drawScene(inner, layout_, mixed(atRest(layout_), atTheOtherEnd(layout_), travel_.value(kWay)));
+    drawScene(inner, layout_, scene);
     inner.restore();
     // Taking the corners away keeps them smooth, where a clip would leave steps.
     QPainterPath corners;

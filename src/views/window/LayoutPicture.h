@@ -22,8 +22,10 @@ class LayoutPicture final : public QWidget {
   /// The lake and the hills alone.
   static void paintLake(QPainter& painter, const QRectF& box);
 
-  /// Plays what the layout does a few times over, then rests; false ends it at once. Nothing runs while the picture
-  /// rests or cannot be seen.
+  /// The edge of a dock that is fixed; other layouts have theirs.
+  void setAtTop(bool atTop);
+  /// Plays what the layout does a few times over, then rests, where it does anything; false ends it at once. Nothing
+  /// runs while the picture rests or cannot be seen.
   void setMoving(bool moving);
   bool isMoving() const { return isMoving_; }
   /// What it moves by, where that is not what its window moves by. Without a clock it stays still.
@@ -43,6 +45,7 @@ class LayoutPicture final : public QWidget {
   void arrive();
 
   DockLayout layout_;
+  bool atTop_ = false;
   bool wanted_ = false;
   bool isMoving_ = false;
   bool reduceMotion_ = false;
