@@ -6,7 +6,6 @@
 
 #include "widgets/EntryWords.h"
 #include "widgets/catalog/Catalog.h"
-#include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -63,13 +62,14 @@ LibraryEntry LibraryEntry::ofKind(const QString& kind) {
 }
 
 QList<LibraryEntry> LibraryEntry::apps(const QList<StandardApplication>& applications) {
-  QList<LibraryEntry> entries{ofKind(kind::trash), ofKind(kind::applications)};
+  QList<LibraryEntry> entries;
+  for (const QLatin1StringView kind : Catalog::readyApps()) entries.append(ofKind(kind));
   QSet<QString> offered;
   for (const StandardApplication& application : applications) {
     const QString& path = application.desktopEntryPath;
     if (path.isEmpty() || offered.contains(path)) continue;
     offered.insert(path);
-    entries.append(entryForPath(u"app."_s, kind::appLauncher, application.name, path, application.iconName));
+    entries.append(entryForPath(u"app."_s, Catalog::launcherKind(), application.name, path, application.iconName));
   }
   entries.append(
       entryForPicker(u"more.apps"_s, QT_TRANSLATE_NOOP("LibraryEntry", "More Apps…"), LibraryEntry::applicationPicker));
@@ -97,7 +97,7 @@ QList<LibraryEntry> LibraryEntry::folders(const StandardFolders& folders) {
     const QString clean = QDir::cleanPath(path);
     if (path.isEmpty() || offered.contains(clean)) return;
     offered.insert(clean);
-    entries.append(entryForPath(u"folder."_s, kind::folderLauncher, translated(title), clean, icon));
+    entries.append(entryForPath(u"folder."_s, Catalog::folderKind(), translated(title), clean, icon));
   };
   const QString home = QDir::cleanPath(folders.home);
   for (const Offer& one : special) {

@@ -5,7 +5,7 @@
 
 #include "widgets/EntryWords.h"
 #include "widgets/LibraryEntries.h"
-#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -46,8 +46,8 @@ QList<RunningApp> PinnedTiles::unheld(const QList<RunningApp>& running, const QL
   return result;
 }
 
-DockWidget PinnedTiles::launcher(const QString& path) { return widgetFor(kind::appLauncher, path); }
+DockWidget PinnedTiles::launcher(const QString& path) { return widgetFor(Catalog::launcherKind(), path); }
 
-DockWidget PinnedTiles::folder(const QString& path) { return widgetFor(kind::folderLauncher, path); }
+DockWidget PinnedTiles::folder(const QString& path) { return widgetFor(Catalog::folderKind(), path); }
 
 }  // namespace tarnwick

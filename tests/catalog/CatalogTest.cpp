@@ -186,12 +186,24 @@ TEST(Catalog, TraitsSetAFewKindsApart) {
 }
 
 TEST(Catalog, ListsNameNothingTwiceAndNothingThatIsNotThere) {
-  for (const auto kinds : {Catalog::starterKinds(), Catalog::suggestedKinds()}) {
+  for (const auto kinds :
+       {Catalog::starterKinds(), Catalog::suggestedKinds(), Catalog::readyApps(), Catalog::picturedKinds()}) {
     QStringList named(kinds.begin(), kinds.end());
     EXPECT_FALSE(named.isEmpty());
     for (const QString& kind : named) EXPECT_TRUE(Catalog::contains(kind)) << kind.toStdString();
     EXPECT_EQ(named.removeDuplicates(), 0);
   }
+}
+
+TEST(Catalog, WhatStandsReadyIsEitherListedOrStandsForAPath) {
+  QSet<QString> ready;
+  for (const WidgetDefinition& kind : Catalog::items())
+    if (KindTraits::of(kind.id).readyMade != ReadyMade::None) ready.insert(kind.id);
+  QSet<QString> offered{Catalog::launcherKind(), Catalog::folderKind()};
+  for (const QLatin1StringView kind : Catalog::readyApps()) offered.insert(kind);
+  EXPECT_EQ(ready, offered);
+  EXPECT_EQ(KindTraits::of(Catalog::launcherKind()).opens, TileOpens::Application);
+  EXPECT_EQ(KindTraits::of(Catalog::folderKind()).opens, TileOpens::Folder);
 }
 
 TEST(Catalog, UnknownKindsAreGenericAndKeepTheirAddressOnEveryThread) {

@@ -9,7 +9,6 @@
 #include "views/theme/SnapshotScenery.h"
 #include "widgets/ClockWords.h"
 #include "widgets/catalog/Catalog.h"
-#include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
 
@@ -86,8 +85,7 @@ DockConfiguration SnapshotFixture::configuration() {
 
 DockRow SnapshotFixture::dock() {
   DockRow row = starterDock();
-  for (const QLatin1StringView kind : {kind::dockSeparator, kind::quickTodo, kind::downloads, kind::trash})
-    row.widgets << widgetOf(kind);
+  for (const QLatin1StringView kind : Catalog::picturedKinds()) row.widgets << widgetOf(kind);
   row.runningApps = row.runningApps.mid(0, 3);
   return row;
 }

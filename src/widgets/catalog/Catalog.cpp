@@ -111,6 +111,13 @@ void Lists::buildCategories() {
   categories.append(CatalogWords::tr("More"));
 }
 
+/// The first kind of which `wanted` is true.
+template <class Wanted>
+QString kindWith(Wanted wanted) {
+  const auto row = std::ranges::find_if(catalog::rows(), [&](const catalog::Row& each) { return wanted(each.traits); });
+  return row->kind;
+}
+
 const Lists& lists() {
   static const Lists instance;
   return instance;
@@ -179,6 +186,20 @@ const QList<WidgetDefinition>& Catalog::extraItems() { return lists().extraItems
 std::span<const QLatin1StringView> Catalog::starterKinds() { return catalog::starterKinds(); }
 
 std::span<const QLatin1StringView> Catalog::suggestedKinds() { return catalog::suggestedKinds(); }
+
+std::span<const QLatin1StringView> Catalog::readyApps() { return catalog::readyApps(); }
+
+std::span<const QLatin1StringView> Catalog::picturedKinds() { return catalog::picturedKinds(); }
+
+const QString& Catalog::launcherKind() {
+  static const QString kind = kindWith([](const KindTraits& traits) { return traits.launches(); });
+  return kind;
+}
+
+const QString& Catalog::folderKind() {
+  static const QString kind = kindWith([](const KindTraits& traits) { return traits.isFolder; });
+  return kind;
+}
 
 const QStringList& Catalog::categories() { return lists().categories; }
 

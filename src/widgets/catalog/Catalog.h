@@ -38,6 +38,13 @@ class Catalog {
   static std::span<const QLatin1StringView> starterKinds();
   /// A few kinds that work on every computer, for users who do not know yet what to look for.
   static std::span<const QLatin1StringView> suggestedKinds();
+  /// What the library offers among the applications and is none, in its order.
+  static std::span<const QLatin1StringView> readyApps();
+  /// What a dock holds behind the starters in the pictures of the program.
+  static std::span<const QLatin1StringView> picturedKinds();
+  /// The kind that starts the application of its path, and the one that stands for the folder of its path.
+  static const QString& launcherKind();
+  static const QString& folderKind();
 
   /// Names of all sections of the library in display order: "All Widgets", the ready-made entries, the groups, the
   /// extra items.

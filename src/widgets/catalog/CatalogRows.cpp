@@ -83,6 +83,8 @@ constexpr QLatin1StringView suggestions[] = {
     kind::digitalClock, kind::analogClassicLight, kind::worldClockCity, kind::calendar, kind::calendarYearProgress,
     kind::timer,        kind::pomodoro,           kind::quickTodo,      kind::cpuChart, kind::ram,
     kind::storage,      kind::networkChart};
+constexpr QLatin1StringView standingReady[] = {kind::trash, kind::applications};
+constexpr QLatin1StringView pictured[] = {kind::dockSeparator, kind::quickTodo, kind::downloads, kind::trash};
 
 }  // namespace
 
@@ -93,5 +95,9 @@ std::span<const Group> groups() { return allGroups; }
 std::span<const QLatin1StringView> starterKinds() { return starters; }
 
 std::span<const QLatin1StringView> suggestedKinds() { return suggestions; }
+
+std::span<const QLatin1StringView> readyApps() { return standingReady; }
+
+std::span<const QLatin1StringView> picturedKinds() { return pictured; }
 
 }  // namespace tarnwick::catalog

@@ -34,5 +34,7 @@ std::span<const Row> rows();
 std::span<const Group> groups();
 std::span<const QLatin1StringView> starterKinds();
 std::span<const QLatin1StringView> suggestedKinds();
+std::span<const QLatin1StringView> readyApps();
+std::span<const QLatin1StringView> picturedKinds();
 
 }  // namespace tarnwick::catalog
