@@ -5,7 +5,7 @@
 #include "base/Text.h"
 #include "widgets/HabitMath.h"
 #include "widgets/PhaseMath.h"
-#include "widgets/TickCadence.h"
+#include "widgets/Ticking.h"
 #include "widgets/TimeMath.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/Family.h"

@@ -102,28 +102,5 @@ TEST(Rooms, AFolderThatTakesWhatIsDroppedCanBeChosen) {
   }
 }
 
-TEST(Rooms, LetATileTickAsSeldomAsItCan) {
-  using enum TickCadence;
-  struct Case {
-    QString kind;
-    bool running;
-    TickCadence expected;
-  };
-  const Case cases[] = {{u"timeSeconds"_s, false, Second},
-                        {u"analogMinimal"_s, false, Second},
-                        {u"digitalClock"_s, false, Minute},
-                        {u"timer"_s, true, Second},
-                        {u"timer"_s, false, Still},
-                        {u"nowPlayingMini"_s, false, Second},
-                        {u"quickTodo"_s, false, Minute},
-                        {u"calendarDayProgress"_s, false, Minute},
-                        {u"cpu"_s, true, Still}};
-  for (const Case& c : cases) {
-    DockWidget ticking = widget(c.kind);
-    if (c.running) ticking.options.insert(u"deadline"_s, u"1"_s);
-    EXPECT_EQ(Rooms::cadence(ticking), c.expected) << qPrintable(c.kind);
-  }
-}
-
 }  // namespace
 }  // namespace tarnwick::testing

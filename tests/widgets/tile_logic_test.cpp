@@ -10,7 +10,7 @@
 #include "widgets/HabitMath.h"
 #include "widgets/PhaseMath.h"
 #include "widgets/QuickNotes.h"
-#include "widgets/TickCadence.h"
+#include "widgets/Ticking.h"
 #include "widgets/TimeMath.h"
 #include "widgets/TimerActions.h"
 
@@ -265,6 +265,34 @@ TEST(TimerActions, StartPauseAndEndOnce) {
   EXPECT_EQ(TimerActions::beat(widgetOf(u"pomodoro"_s, {{u"deadline"_s, at(0)}, {u"phase"_s, u"longBreak"_s}}), kNow)
                 .announcement,
             u"Ready for your next focus session."_s);
+}
+
+TEST(Ticking, IsAsSeldomAsATileCan) {
+  using enum TickCadence;
+  struct Case {
+    QString kind;
+    bool running;
+    TickCadence expected;
+  };
+  const Case cases[] = {{u"timeSeconds"_s, false, Second},
+                        {u"analogMinimal"_s, false, Second},
+                        {u"digitalClock"_s, false, Minute},
+                        {u"timer"_s, true, Second},
+                        {u"timer"_s, false, Still},
+                        {u"exercise"_s, true, Second},
+                        {u"worldClockCity"_s, false, Minute},
+                        {u"screenshots"_s, false, Minute},
+                        {u"recentFiles"_s, false, Still},
+                        {u"teleporter"_s, true, Still},
+                        {u"nowPlayingMini"_s, false, Second},
+                        {u"quickTodo"_s, false, Minute},
+                        {u"calendarDayProgress"_s, false, Minute},
+                        {u"cpu"_s, true, Still}};
+  for (const Case& c : cases) {
+    DockWidget ticking{.id = {}, .kind = c.kind, .title = {}, .options = {}};
+    if (c.running) ticking.options.insert(u"deadline"_s, u"1"_s);
+    EXPECT_EQ(Ticking::cadence(ticking), c.expected) << qPrintable(c.kind);
+  }
 }
 
 TEST(Habits, StreaksAndGlasses) {

@@ -4,9 +4,9 @@
 #include <limits>
 #include <utility>
 
-#include "views/families/Rooms.h"
 #include "widgets/ClockWords.h"
 #include "widgets/QuickNotes.h"
+#include "widgets/Ticking.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/Family.h"
 #include "widgets/catalog/KindTraits.h"
@@ -262,7 +262,7 @@ std::unique_ptr<KeptSources> keepStoreSources(const AppStore& store, const Toggl
   setup.own.push_back(std::make_unique<ReadingSource>(services));
   setup.borrowed = services.sources();
   setup.now = [&store] { return store.now(); };
-  setup.cadence = &Rooms::cadence;
+  setup.cadence = &Ticking::cadence;
   return std::make_unique<KeptSources>(std::move(setup));
 }
 

@@ -93,11 +93,6 @@ bool Rooms::comesLater(const QString& kind) {
   return Rows(Catalog::find(kind)).get(&RoomRow::comesLater).value_or(false);
 }
 
-TickCadence Rooms::cadence(const DockWidget& widget) {
-  const auto cadence = Rows(Catalog::find(widget.kind)).get(&RoomRow::cadence);
-  return cadence ? cadence(widget) : TickCadence::Still;
-}
-
 void Rooms::act(const PartClick& click) {
   if (const auto act = Rows(Catalog::find(click.widget.kind)).get(&RoomRow::act)) act(click);
 }

@@ -22,7 +22,6 @@ struct Rooms {
   static bool hasForm(const QString& kind);
   /// Whether nothing in this version fills the tiles of a kind.
   static bool comesLater(const QString& kind);
-  static TickCadence cadence(const DockWidget& widget);
   /// Does what a click on a part of a tile means.
   static void act(const PartClick& click);
   /// Sets what these widgets show, and nothing else: a service that no widget shows is not asked, and so reads nothing.

@@ -14,7 +14,6 @@
 #include "views/theme/Palette.h"
 #include "views/tiles/TileContent.h"
 #include "views/tiles/TileRequest.h"
-#include "widgets/TickCadence.h"
 
 namespace tarnwick {
 
@@ -52,7 +51,6 @@ struct RoomRow {
   /// Without one: the plain panel, which says in a sentence what the widget lacks.
   std::unique_ptr<TilePanel> (*panel)(const PanelContext& context) = nullptr;
   Accent (*accent)(const WidgetDefinition& definition) = nullptr;       ///< Blue.
-  TickCadence (*cadence)(const DockWidget& widget) = nullptr;           ///< Still.
   std::optional<std::span<const WidgetOption>> options = std::nullopt;  ///< None.
   bool hasForm = true;  ///< Whether there is a form in which the widget is set up.
   /// Whether nothing in this version fills its tile, which then says so, as do its panel and its card in the library.

@@ -12,7 +12,7 @@
 #include "config/DockWidget.h"
 #include "views/tiles/TileSource.h"
 #include "views/tiles/TileSources.h"
-#include "widgets/TickCadence.h"
+#include "widgets/catalog/TickCadence.h"
 #include "widgets/catalog/Family.h"
 
 namespace tarnwick {

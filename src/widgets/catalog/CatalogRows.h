@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 #include <span>
 
 #include "widgets/catalog/Family.h"
@@ -21,6 +22,7 @@ struct Row {
   const char* asset = "";
   KindTraits traits = {};
   const char* words = "";  ///< what people call it besides its name and the words of its family
+  std::optional<TickCadence> cadence = std::nullopt;  ///< for a kind that ticks otherwise than its family
 };
 
 /// One section of the widget library with its kinds in display order.

@@ -7,13 +7,17 @@
 namespace tarnwick {
 
 const KindTraits& KindTraits::of(const QString& kind) {
-  static const QHash<QString, const KindTraits*> index = [] {
-    QHash<QString, const KindTraits*> built;
-    for (const catalog::Row& row : catalog::rows()) built.insert(row.kind, &row.traits);
+  static const QHash<QString, KindTraits> index = [] {
+    QHash<QString, KindTraits> built;
+    for (const catalog::Row& row : catalog::rows()) {
+      KindTraits& traits = *built.insert(row.kind, row.traits);
+      traits.cadence = row.cadence.value_or(cadenceOf(row.family));
+    }
     return built;
   }();
   static constexpr KindTraits plain;
-  return *index.value(kind, &plain);
+  const auto found = index.constFind(kind);
+  return found == index.cend() ? plain : *found;
 }
 
 }  // namespace tarnwick

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include "widgets/catalog/TickCadence.h"
+
 namespace tarnwick {
 
 /// What a click on a tile opens where no part of the tile takes the click.
@@ -41,6 +43,8 @@ struct KindTraits {
   TileTakes takes = TileTakes::None;
   TimerRun run = TimerRun::Countdown;  ///< Of a timer.
   ReadyMade readyMade = ReadyMade::None;
+  /// Set by the row's own column or else by its family, not among the traits of a row.
+  TickCadence cadence = TickCadence::Still;
   bool isGap = false;               ///< It only parts other tiles.
   bool isLine = false;              ///< It is a gap with a line in it.
   bool isFolder = false;            ///< It stands for the folder that its option `path` names, and is called after it.

@@ -57,24 +57,17 @@ void sampleCalendar(TileSources& sources, const TileSources&) {
 
 void picture(TileSources& sources) { sources.calendar = calendarFixture(sources.now); }
 
-constexpr auto kMinute = always<TickCadence::Minute, DockWidget>;
-
 constexpr std::array kFamilies = {
     RoomRow{.of = familyText(Family::Calendar),
             .panel = makeCalendarPanel,
             .accent = always<Accent::Red>,
-            .cadence = kMinute,
             .act = joinMeeting,
             .problem = problem,
             .sample = sampleCalendar},
-    RoomRow{.of = familyText(Family::Progress),
-            .panel = makeDayProgressPanel,
-            .accent = always<Accent::Red>,
-            .cadence = kMinute},
+    RoomRow{.of = familyText(Family::Progress), .panel = makeDayProgressPanel, .accent = always<Accent::Red>},
     RoomRow{.of = familyText(Family::Reminders),
             .panel = makeRemindersPanel,
             .accent = always<Accent::Orange>,
-            .cadence = kMinute,
             .act = tickReminder,
             .problem = problem,
             .sample = sampleCalendar},

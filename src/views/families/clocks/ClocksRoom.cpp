@@ -50,22 +50,19 @@ QMap<QString, QString> picturedList(const QDateTime&) {
 }
 QMap<QString, QString> picturedToday(const QDateTime&) { return {{option::city, u"Kendal"_s}}; }
 
-constexpr auto kSecond = always<TickCadence::Second, DockWidget>;
-
 constexpr std::array kFamilies = {
     RoomRow{.of = familyText(Family::Clock),
             .panel = makeClockPanel,
             .accent = always<Accent::Orange>,
-            .cadence = always<TickCadence::Minute>,
             .options = kOptions},
 };
 constexpr std::array kKinds = {
     RoomRow{.of = kind::digitalClock, .content = contentOf<makeTimeDate>},
-    RoomRow{.of = kind::analogClassicLight, .content = contentOf<makeAnalogClock>, .cadence = kSecond},
-    RoomRow{.of = kind::analogClassicDark, .content = contentOf<makeDarkClock>, .cadence = kSecond},
-    RoomRow{.of = kind::analogMinimal, .content = contentOf<makeMinimalClock>, .cadence = kSecond},
+    RoomRow{.of = kind::analogClassicLight, .content = contentOf<makeAnalogClock>},
+    RoomRow{.of = kind::analogClassicDark, .content = contentOf<makeDarkClock>},
+    RoomRow{.of = kind::analogMinimal, .content = contentOf<makeMinimalClock>},
     RoomRow{.of = kind::timeOnly, .content = contentOf<makeTimeOnly>},
-    RoomRow{.of = kind::timeSeconds, .content = contentOf<makeTimeSeconds>, .cadence = kSecond},
+    RoomRow{.of = kind::timeSeconds, .content = contentOf<makeTimeSeconds>},
     RoomRow{.of = kind::flipClock, .content = contentOf<makeFlipClock>},
     RoomRow{.of = kind::pixelClock, .content = contentOf<makePixelClock>},
     RoomRow{.of = kind::overlapClock, .content = contentOf<makeOverlapClock>},

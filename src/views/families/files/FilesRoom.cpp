@@ -136,7 +136,6 @@ constexpr std::array kKinds = {
     RoomRow{.of = kind::screenshots,
             .content = contentOf<makeScreenshots>,
             .panel = makeScreenshotsPanel,
-            .cadence = always<TickCadence::Minute>,
             .options = kDropOptions,
             .problem = screenshotProblem,
             .read = readScreenshots,

@@ -22,10 +22,7 @@ TileContent music(const TileRequest& request) {
 constexpr std::array kFamilies = {
     RoomRow{.of = familyText(Family::Audio), .accent = always<Accent::Pink>, .comesLater = true},
     RoomRow{.of = familyText(Family::AppVolume), .accent = always<Accent::Pink>, .comesLater = true},
-    RoomRow{.of = familyText(Family::Music),
-            .accent = always<Accent::Pink>,
-            .cadence = always<TickCadence::Second>,
-            .comesLater = true},
+    RoomRow{.of = familyText(Family::Music), .accent = always<Accent::Pink>, .comesLater = true},
     RoomRow{.of = familyText(Family::Voice), .accent = always<Accent::Red>, .comesLater = true},
     RoomRow{.of = familyText(Family::Sounds), .accent = always<Accent::Teal>, .comesLater = true},
     RoomRow{.of = familyText(Family::Photos), .comesLater = true},

@@ -76,7 +76,6 @@ constexpr std::array kFamilies = {
             .content = contentOf<makeTodos>,
             .panel = makeTodosPanel,
             .accent = always<Accent::Green>,
-            .cadence = always<TickCadence::Minute>,
             .act = tickTodo,
             .sample = sampleTodos},
     RoomRow{.of = familyText(Family::Notes),

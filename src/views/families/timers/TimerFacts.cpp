@@ -5,7 +5,7 @@
 
 #include "base/LocalFigures.h"
 #include "widgets/PhaseMath.h"
-#include "widgets/TickCadence.h"
+#include "widgets/Ticking.h"
 #include "widgets/TileWords.h"
 #include "widgets/TimeMath.h"
 #include "widgets/catalog/KindTraits.h"

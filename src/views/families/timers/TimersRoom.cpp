@@ -68,10 +68,6 @@ constexpr std::array kPostureOptions = {
     kAutoContinue,
 };
 
-TickCadence cadence(const DockWidget& widget) {
-  return Ticking::timerIsRunning(widget) ? TickCadence::Second : TickCadence::Still;
-}
-
 void startOrStop(const PartClick& click) { click.store.toggleTimer(click.widget.id); }
 
 /// A moment as timers keep it.
@@ -97,7 +93,6 @@ constexpr std::array kFamilies = {
             .content = contentOf<makeTimer>,
             .panel = makeCountdownPanel,
             .accent = always<Accent::Orange>,
-            .cadence = cadence,
             .options = kTimerOptions,
             .act = startOrStop},
 };
