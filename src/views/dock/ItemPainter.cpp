@@ -14,10 +14,13 @@ namespace tarnwick {
 
 namespace {
 
+/// The halo of a chart comes closest to the sides of a tile.
+constexpr double kHeldInset = 7;
+
 /// The largest magnification at which what a tile `width` wide holds stays on its ground, in units at scale 1.
 double mostMagnification(double width, double sideRoom) {
-  const double held = width / 2 - theme::kPictureInset;
-  return held > theme::kPictureInset ? (width / 2 + sideRoom) / held : theme::kHoverScale;
+  const double held = width / 2 - kHeldInset;
+  return held > kHeldInset ? (width / 2 + sideRoom) / held : theme::kHoverScale;
 }
 
 }  // namespace
