@@ -206,6 +206,65 @@ TEST_F(ShellScenario, ATipNamesWhatThePointerRestsOnAndCoversNothingOfTheDock) {
   EXPECT_TRUE(comesTrue([&] { return !isPainted(above(1)); }));
 }
 
+TEST_F(ShellScenario, ARowLongerThanTheScreenKeepsTheAppsAtItsEndsAndScrollsByItsArrows) {
+  constexpr qsizetype kFirst = 2, kBetween = 40, kAll = kFirst + kBetween + 2;
+  DockConfiguration config;
+  QList<DockWidget>& widgets = config.profiles[0].widgets;
+  widgets.clear();
+  for (qsizetype i = 0; i < kAll; ++i) {
+    const bool isApp = i < kFirst || i >= kFirst + kBetween;
+    widgets << DockWidget{QUuid::createUuid(), isApp ? u"appLauncher"_s : u"digitalClock"_s, {}, {}};
+  }
+  startShown(config);
+  EXPECT_LT(glass().width(), desk.display(0).width());
+  const QList<QRect> ends{tile(0), tile(1), tile(kAll - 2), tile(kAll - 1)};
+  for (const QRect& end : ends) {
+    EXPECT_TRUE(glass().contains(end));
+    EXPECT_TRUE(takesClicks(end.center()));
+  }
+  const auto standFast = [&] { return QList<QRect>{tile(0), tile(1), tile(kAll - 2), tile(kAll - 1)} == ends; };
+  const QRect atFirst = tile(kFirst);
+  const auto scrolled = [&] { return atFirst.left() - tile(kFirst).left(); };
+  // Where an arrow lies over a tile that would open a panel.
+  const auto over = [&](int from) {
+    for (int x = from; x < from + 16; ++x) {
+      for (qsizetype i = kFirst; i < kFirst + kBetween; ++i) {
+        if (tile(i).adjusted(2, 0, -2, 0).contains(QPoint(x, glass().center().y())))
+          return QPoint(x, glass().center().y());
+      }
+    }
+    return QPoint();
+  };
+  const auto onwards = [&] { return over(ends[2].left() - 20); };
+  const auto back = [&] { return over(ends[1].right() + 5); };
+
+  for (int page = 0; page < 2; ++page) {
+    SCOPED_TRACE(page);
+    ASSERT_TRUE(comesTrue([&] { return !view().isMoving(); }));
+    const int before = scrolled();
+    const QPoint arrow = onwards();
+    ASSERT_FALSE(arrow.isNull());
+    desk.click(arrow);
+    EXPECT_TRUE(comesTrue([&] { return scrolled() > before && !view().isMoving(); }));
+    desk.settle();
+    EXPECT_TRUE(!isOpen() && panels().isEmpty() && standFast());
+  }
+  // What was far out of sight can be clicked on, and the row has its beginning again.
+  ASSERT_TRUE(comesTrue([&] { return !view().isMoving(); }));
+  for (int page = 0; scrolled() > 0 && page < 9; ++page) {
+    const int before = scrolled();
+    const QPoint arrow = back();
+    ASSERT_FALSE(arrow.isNull());
+    desk.click(arrow);
+    EXPECT_TRUE(comesTrue([&] { return scrolled() < before && !view().isMoving(); }));
+    desk.settle();
+    EXPECT_TRUE(!isOpen() && panels().isEmpty() && standFast());
+  }
+  EXPECT_EQ(scrolled(), 0);
+  desk.click(tile(kFirst + 1).center());
+  EXPECT_TRUE(comesTrue([&] { return panels() == QList{store().widgets()[kFirst + 1].id}; }));
+}
+
 TEST_F(ShellScenario, AMenuStandsBesideTheGlassAndItsEntryActs) {
   startShown(DockConfiguration());
   const QUuid clock = store().widgets()[1].id;

@@ -5,6 +5,7 @@
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusReply>
+#include <QFile>
 
 #include "app/Orders.h"
 #include "config/Persistence.h"
@@ -104,6 +105,37 @@ TEST_F(X11Shell, AnAppThatAsksForAttentionLetsTheDockBeSeen) {
   // By no clock: the pointer alone calls it.
   desk.moveTo({desk.display(0).center().x(), desk.display(0).bottom()});
   EXPECT_TRUE(comesTrue([&] { return dock().isVisible(id()); }));
+}
+
+TEST_F(X11Shell, AppsShowTheNumbersOfTheirKeysWhileSuperIsHeld) {
+  constexpr quint8 kSuper = 133;
+  DockConfiguration config;
+  for (int app = 0; app < 3; ++app) {
+    const QString path = folder.filePath(u"app%1.desktop"_s.arg(app));
+    QFile entry(path);
+    ASSERT_TRUE(entry.open(QIODevice::WriteOnly));
+    entry.write("[Desktop Entry]\nType=Application\nName=App\nExec=true\n");
+    config.profiles[0].widgets.prepend({QUuid::createUuid(), u"appLauncher"_s, {}, {{u"path"_s, path}}});
+  }
+  startShown(config);
+  const QRect apps = tile(0) | tile(2);
+  const auto seen = [&](const QRect& place) { return display.screenshot().copy(place); };
+  ASSERT_TRUE(inTime([&] { return view().itemText(0).name == u"App"_s && !view().isMoving(); }));
+  display.settle();
+  const QImage atRest = seen(apps);
+  const qsizetype waiting = time.waiting();
+  display.key(kSuper, true);
+  ASSERT_TRUE(comesTrue([&] { return time.waiting() > waiting; }));
+  time.advance(0.25);
+  display.settle();
+  EXPECT_EQ(seen(apps), atRest);
+  time.advance(0.1);
+  EXPECT_TRUE(comesTrue([&] { return seen(apps) != atRest; }));
+  // Each its own, in the middle of its tile.
+  const auto number = [&](int app) { return seen(QRect(tile(app).center() - QPoint(10, 10), QSize(20, 20))); };
+  EXPECT_TRUE(number(0) != number(1) && number(1) != number(2) && number(0) != number(2));
+  display.key(kSuper, false);
+  EXPECT_TRUE(comesTrue([&] { return seen(apps) == atRest; }));
 }
 
 TEST_F(X11Shell, AProgramThatMovesThePointerAwaySendsTheDockAway) {
