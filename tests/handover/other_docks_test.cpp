@@ -210,6 +210,28 @@ TEST_F(OtherDocksTest, AShellThatDoesNotAnswerHoldsNoStartUp) {
   state.restore();
 }
 
+TEST_F(OtherDocksTest, AShellThatFallsSilentHoldsTheEndForOneCallAndGetsItsPanelsBackLater) {
+  const QStringList before{u"4 bottom windowsgobelow"_s, u"7 bottom none"_s, u"9 bottom dodgewindows"_s};
+  QStringList hidden;
+  SystemDockPreferences preferences(folder.path());
+  NativeDockState state(folder.path(), preferences);
+  {
+    const FakePlasma plasma(before);
+    state.apply(DockLayout::Swap);
+    hidden = plasma.panels();
+  }
+  for (int attempt = 1; attempt <= 2; ++attempt) {
+    const MutePlasma mute;
+    EXPECT_ANY_THROW(state.restore()) << attempt;
+    EXPECT_EQ(mute.calls(), 1) << "each of the next would wait as long";
+    EXPECT_TRUE(QFile::exists(file()));
+  }
+  const FakePlasma plasma(hidden);
+  state.restore();
+  EXPECT_EQ(plasma.panels(), before);
+  EXPECT_FALSE(QFile::exists(file()));
+}
+
 TEST_F(OtherDocksTest, WhatTheUserChangesMeanwhileStays) {
   const QString own = folder.filePath(u"dock-preferences.json"_s);
   const auto set = [&](const QByteArray& json) {

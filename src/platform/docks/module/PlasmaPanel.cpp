@@ -32,10 +32,19 @@ QDBusMessage scriptCall(const QString& script) {
   return call;
 }
 
-/// What a script prints; none when the shell does not answer or refuses.
-std::optional<QString> run(const QString& script) {
+/// Whether the time for an answer is over. A shell that refuses does not block, and neither does one that is not there.
+bool isSilence(QDBusError::ErrorType error) {
+  return error == QDBusError::NoReply || error == QDBusError::Timeout || error == QDBusError::TimedOut;
+}
+
+/// What a script prints; none when the shell does not answer or refuses. One that `isSilent` is not asked at all.
+std::optional<QString> run(const QString& script, bool& isSilent) {
+  if (isSilent) return std::nullopt;
   const QDBusMessage answer = QDBusConnection::sessionBus().call(scriptCall(script), QDBus::Block, kPlasmaPatienceMs);
-  if (answer.type() != QDBusMessage::ReplyMessage) return std::nullopt;
+  if (answer.type() != QDBusMessage::ReplyMessage) {
+    isSilent = isSilence(QDBusError(answer).type());
+    return std::nullopt;
+  }
   return answer.arguments().value(0).toString();
 }
 
@@ -53,7 +62,7 @@ QList<Panel> panelsIn(const QString& printed) {
   return found;
 }
 
-QList<Panel> panels() { return panelsIn(run(kListPanels).value_or(QString())); }
+QList<Panel> panels(bool& isSilent) { return panelsIn(run(kListPanels, isSilent).value_or(QString())); }
 
 bool liesAtTheBottom(const Panel& panel) { return panel.location == u"bottom"_s; }
 
@@ -73,7 +82,8 @@ bool isWord(const QString& text) {
 QList<DockSetting> PlasmaPanel::own(DockPreference preference) {
   QList<DockSetting> settings;
   if (preference == DockPreference::AutohideDelay) return settings;
-  for (const Panel& panel : panels()) {
+  bool isSilent = false;
+  for (const Panel& panel : panels(isSilent)) {
     if (liesAtTheBottom(panel)) settings << DockSetting{panel.id, kHiding, panel.hiding};
   }
   return settings;
@@ -94,20 +104,21 @@ bool PlasmaPanel::knows(DockPreference preference, const DockSetting& setting) c
 bool PlasmaPanel::put(const DockSetting& setting, const QList<DockValue>& over) {
   const QString mode = setting.value.value_or(kShown);
   if (setting.name != kHiding || !isWord(setting.place) || !isWord(mode)) return false;
-  const QList<Panel> all = panels();
+  const QList<Panel> all = panels(isSilent_);
   const Panel* const panel = find(all, setting.place);
   // A panel that the user removed has nothing to get back. A shell without any has not finished its start.
   if (!panel) return !all.isEmpty();
   if (panel->hiding != mode && !over.isEmpty() && !over.contains(panel->hiding)) return true;
   pending_ << DockSetting{setting.place, kHiding, mode};
   if (panel->hiding == mode) return true;
-  return run(u"panelById(%1).hiding = \"%2\";"_s.arg(setting.place, mode)).has_value();
+  return run(u"panelById(%1).hiding = \"%2\";"_s.arg(setting.place, mode), isSilent_).has_value();
 }
 
 bool PlasmaPanel::flush() {
   const QList<DockSetting> expected = std::exchange(pending_, {});
-  if (expected.isEmpty()) return true;
-  const QList<Panel> all = panels();
+  bool isSilent = std::exchange(isSilent_, false);
+  if (expected.isEmpty()) return !isSilent;
+  const QList<Panel> all = panels(isSilent);
   if (all.isEmpty()) return false;
   return std::all_of(expected.begin(), expected.end(), [&](const DockSetting& setting) {
     const Panel* const panel = find(all, setting.place);
@@ -118,10 +129,8 @@ bool PlasmaPanel::flush() {
 void PlasmaPanel::askWhetherItAnswers(const std::function<void(bool answers)>& answer) {
   call_ = std::make_unique<QDBusPendingCallWatcher>(
       QDBusConnection::sessionBus().asyncCall(scriptCall(kListPanels), kPlasmaPatienceMs));
-  // A shell that refuses does not block, and neither does one that is not there.
   const auto finished = [answer](const QDBusPendingCallWatcher* call) {
-    const QDBusError::ErrorType error = call->isError() ? call->error().type() : QDBusError::NoError;
-    answer(error != QDBusError::NoReply && error != QDBusError::Timeout && error != QDBusError::TimedOut);
+    answer(!call->isError() || !isSilence(call->error().type()));
   };
   QObject::connect(call_.get(), &QDBusPendingCallWatcher::finished, call_.get(), finished);
 }

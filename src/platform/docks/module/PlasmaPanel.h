@@ -8,7 +8,9 @@
 namespace tarnwick {
 
 /// The panels of KDE Plasma at the bottom edge, through the shell's script interface. A place is a panel's number, its
-/// one setting is how it hides. Plasma knows no delay before a panel comes out.
+/// one setting is how it hides. Plasma knows no delay before a panel comes out. Where a call of `put` was not answered
+/// in time, nothing more is asked until after the next `flush`: a shell that hangs costs one wait, however many panels
+/// it has.
 class PlasmaPanel final : public DockBackend {
  public:
   QList<DockSetting> own(DockPreference preference) override;
@@ -25,6 +27,7 @@ class PlasmaPanel final : public DockBackend {
 
  private:
   QList<DockSetting> pending_;
+  bool isSilent_ = false;  ///< It has let a call wait since the last `flush`.
   std::unique_ptr<QDBusPendingCallWatcher> question_;
   std::unique_ptr<QDBusPendingCallWatcher> call_;  ///< Whether anybody answers it.
 };
