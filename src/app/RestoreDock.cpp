@@ -5,9 +5,13 @@
 #include <unistd.h>
 
 #include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <algorithm>
 #include <cstdio>
+#include <thread>
 
 #include "app/InstanceSocket.h"
 #include "base/BuildSettings.h"
@@ -20,7 +24,13 @@
 namespace tarnwick {
 namespace {
 
+using namespace std::chrono_literals;
 using Say = std::function<void(const QString&)>;
+
+// How often the guardian's repair tries to reach a dock that does not answer.
+constexpr std::chrono::seconds kFirstPause = 1s;
+constexpr std::chrono::seconds kLongestPause = 30s;
+constexpr std::chrono::hours kLongestRepair = 1h;
 
 struct RestoreWords {
   Q_DECLARE_TR_FUNCTIONS(RestoreDock)
@@ -53,18 +63,20 @@ bool leftToTheRunningCopy(const QString& directory, const RestoreDock::Terms& te
   return true;
 }
 
-/// Whether saved values were put back; says what became of them.
-bool replaySaved(const QString& directory, DockPreferenceAccess& preferences, const NativeDockState::Terms& terms,
-                 const Say& say) {
+enum class Replay { Done, Failed, Unreachable };
+
+/// Says what became of the saved values. Those of a dock that cannot be reached may go back later.
+Replay replaySaved(const QString& directory, DockPreferenceAccess& preferences, const NativeDockState::Terms& terms,
+                   const Say& say) {
+  // Its creation restores; the second call reports a failure of the first.
+  NativeDockState state(directory, preferences, NoGuard::shared(), terms);
   try {
-    // Its creation restores; the second call reports a failure of the first.
-    NativeDockState state(directory, preferences, NoGuard::shared(), terms);
     state.restore();
     say(restored());
-    return true;
+    return Replay::Done;
   } catch (const std::exception& error) {
     say(notReplayed(QString::fromUtf8(error.what())));
-    return false;
+    return state.original() ? Replay::Unreachable : Replay::Failed;
   }
 }
 
@@ -84,11 +96,11 @@ int guardedFile(const QString& directory) {
 
 }  // namespace
 
-void RestoreDock::run(const QString& directory, DockPreferenceAccess& preferences, const Say& say, const Terms& terms) {
+bool RestoreDock::run(const QString& directory, DockPreferenceAccess& preferences, const Say& say, const Terms& terms) {
   const bool isGuardian = terms.guardedFile >= 0;
   // Before anything is waited for: what others give back meanwhile is given back too.
   const bool wasSaved = QFileInfo::exists(NativeDockState::recoveryFile(directory));
-  if (!isGuardian && leftToTheRunningCopy(directory, terms, say)) return;
+  if (!isGuardian && leftToTheRunningCopy(directory, terms, say)) return true;
   HandoverLock lock(directory);
   std::optional<HandoverLock::Hold> held;
   try {
@@ -98,16 +110,18 @@ void RestoreDock::run(const QString& directory, DockPreferenceAccess& preference
   }
   if (!held) {
     say(notChanged());
-    return;
+    return true;
   }
   const NativeDockState::Terms repair{.patience = {}, .file = terms.guardedFile, .lock = &lock};
-  if (wasSaved && replaySaved(directory, preferences, repair, say)) return;
-  if (isGuardian) return;
+  const Replay replay = wasSaved ? replaySaved(directory, preferences, repair, say) : Replay::Failed;
+  if (replay == Replay::Done) return true;
+  if (isGuardian) return replay == Replay::Failed;
   if (NativeDockState::resetToSystemDefaults(preferences)) {
     say(RestoreWords::tr("No saved settings were available. The macOS Dock has been reset to system defaults."));
   } else {
     say(notChanged());
   }
+  return true;
 }
 
 int restoreDockAndExit(int argc, char** argv, const std::optional<QString>& directory) {
@@ -117,9 +131,15 @@ int restoreDockAndExit(int argc, char** argv, const std::optional<QString>& dire
   const QString folder = directory.value_or(defaultStorageDirectory(BuildSettings::besideProgram()));
   RestoreDock::Terms terms;
   if (inherited >= 0) terms.guardedFile = guardedFile(folder);
-  SystemDockPreferences preferences(folder);
-  RestoreDock::run(
-      folder, preferences, [](const QString& line) { std::printf("%s\n", qUtf8Printable(line)); }, terms);
+  const auto say = [](const QString& line) { std::printf("%s\n", qUtf8Printable(line)); };
+  const QDeadlineTimer end(kLongestRepair);
+  for (auto pause = kFirstPause;; pause = std::min(pause * 2, kLongestPause)) {
+    SystemDockPreferences preferences(folder);
+    if (RestoreDock::run(folder, preferences, say, terms)) break;
+    // Once the session is over there is no dock any more that could be reached.
+    if (end.hasExpired() || !QDBusConnection::sessionBus().isConnected()) break;
+    std::this_thread::sleep_for(pause);
+  }
   return 0;
 }
 

@@ -23,12 +23,13 @@ struct RestoreDock {
     std::chrono::milliseconds answer{2000};
   };
 
-  /// Puts back what was saved in `directory` and passes each line to `say`.
-  static void run(const QString& directory, DockPreferenceAccess& preferences,
+  /// Puts back what was saved in `directory` and passes each line to `say`. False where the guardian's file stays
+  /// because a dock that it names cannot be reached now: then it is to be tried again.
+  static bool run(const QString& directory, DockPreferenceAccess& preferences,
                   const std::function<void(const QString&)>& say) {
-    run(directory, preferences, say, Terms());
+    return run(directory, preferences, say, Terms());
   }
-  static void run(const QString& directory, DockPreferenceAccess& preferences,
+  static bool run(const QString& directory, DockPreferenceAccess& preferences,
                   const std::function<void(const QString&)>& say, const Terms& terms);
 
   // What the running copy is asked through its InstanceSocket, and what it answers.
@@ -38,7 +39,8 @@ struct RestoreDock {
 };
 
 /// The mode of the command line: prints its lines to standard output and returns the process's status, always 0. Needs
-/// no display. Without a directory it is the usual one.
+/// no display. Without a directory it is the usual one. For the guardian it goes on, for an hour at most, until all
+/// docks can be reached.
 int restoreDockAndExit(int argc, char** argv, const std::optional<QString>& directory);
 
 }  // namespace tarnwick

@@ -1,6 +1,8 @@
 // The docks of GNOME, Xfce and Plasma, and desktops without any.
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
+#include <QProcess>
 #include <QTemporaryDir>
 
 #include "desktop/Program.h"
@@ -230,6 +232,30 @@ TEST_F(OtherDocksTest, AShellThatFallsSilentHoldsTheEndForOneCallAndGetsItsPanel
   state.restore();
   EXPECT_EQ(plasma.panels(), before);
   EXPECT_FALSE(QFile::exists(file()));
+}
+
+TEST_F(OtherDocksTest, TheGuardiansRepairGoesOnUntilASilentShellAnswers) {
+  const QStringList before{u"4 bottom windowsgobelow"_s, u"7 bottom none"_s};
+  QStringList hidden;
+  QProcess program;
+  {
+    const FakePlasma plasma(before);
+    program.start(QCoreApplication::applicationDirPath() + u"/handover_holder"_s, {folder.path(), u"swap"_s});
+    ASSERT_TRUE(VirtualDisplay::waitUntil([&] {
+      hidden = plasma.panels();
+      return hidden.count(u"4 bottom autohide"_s) + hidden.count(u"7 bottom autohide"_s) == 2;
+    }));
+  }
+  {
+    const MutePlasma mute;
+    program.kill();
+    ASSERT_TRUE(program.waitForFinished());
+    // The two calls of its first attempt, and one of the next.
+    EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return mute.calls() > 2; }));
+    EXPECT_TRUE(QFile::exists(file()));
+  }
+  const FakePlasma plasma(hidden);
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return plasma.panels() == before && !QFile::exists(file()); }));
 }
 
 TEST_F(OtherDocksTest, WhatTheUserChangesMeanwhileStays) {
