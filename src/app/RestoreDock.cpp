@@ -28,9 +28,9 @@ using namespace std::chrono_literals;
 using Say = std::function<void(const QString&)>;
 
 // How often the guardian's repair tries to reach a dock that does not answer.
-constexpr std::chrono::seconds kFirstPause = 1s;
-constexpr std::chrono::seconds kLongestPause = 30s;
-constexpr std::chrono::hours kLongestRepair = 1h;
+constexpr auto kFirstPause = 1s;
+constexpr auto kLongestPause = 30s;
+constexpr auto kLongestRepair = 1h;
 
 struct RestoreWords {
   Q_DECLARE_TR_FUNCTIONS(RestoreDock)

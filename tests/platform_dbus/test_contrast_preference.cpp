@@ -4,6 +4,8 @@
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <cstdio>
+#include <functional>
 
 #include "platform/dbus/DesktopContrastPreference.h"
 #include "platform_dbus/FakeService.h"
@@ -75,6 +77,57 @@ TEST(DesktopContrastPreference, OnPlasmaTheColourSchemeTells) {
     write(own, scheme(each.text, each.ground, each.name));
     EXPECT_EQ(DesktopContrastPreference::isHighContrastScheme(own), each.isHigh) << each.text << " on " << each.ground;
   }
+}
+
+TEST(DesktopContrastPreference, OnPlasmaAnotherSchemeTellsAtOnceHoweverItIsWritten) {
+  PrivateBus bus;
+  qputenv("XDG_CURRENT_DESKTOP", "KDE");
+  QTemporaryDir folder;
+  const QString file = folder.filePath(u"kdeglobals"_s);
+  const QByteArray high = scheme("0,0,0", "255,255,255");
+  const QByteArray usual = scheme("35,38,41", "239,240,241");
+  const auto replace = [&](const QByteArray& text) {
+    write(file + u".new"_s, text);
+    EXPECT_EQ(::rename(QFile::encodeName(file + u".new"_s).constData(), QFile::encodeName(file).constData()), 0);
+  };
+  const auto lead = [&](const QString& name, const QByteArray& text) {
+    write(folder.filePath(name), text);
+    QFile::remove(file);
+    EXPECT_TRUE(QFile::link(folder.filePath(name), file));
+  };
+  FakeService scheming(bus.connection(), u"org.example.Scheming"_s);
+  const struct {
+    const char* name;
+    bool isHigh;
+    std::function<void()> change;
+  } ways[] = {
+      {"it comes", true, [&] { write(file, high); }},
+      {"is replaced", false, [&] { replace(usual); }},
+      {"is replaced again", true, [&] { replace(high); }},
+      {"is written over", false, [&] { write(file, usual); }},
+      {"is a link", true, [&] { lead(u"first"_s, high); }},
+      {"whose file is replaced, which is announced", false,
+       [&] {
+         // Nothing is heard of the folder that the link stands in.
+         write(folder.filePath(u"second"_s), usual);
+         ASSERT_TRUE(QFile::link(folder.filePath(u"second"_s), file + u".new"_s));
+         ::rename(QFile::encodeName(file + u".new"_s).constData(), QFile::encodeName(file).constData());
+         scheming.emitSignal(u"/KGlobalSettings"_s, u"org.kde.KGlobalSettings"_s, u"notifyChange"_s, {0, 0});
+       }},
+      {"is written over behind it", true, [&] { write(folder.filePath(u"second"_s), high); }},
+      {"goes", false, [&] { QFile::remove(folder.filePath(u"second"_s)); }},
+  };
+  DesktopContrastPreference preference(bus.connection(), file);
+  int changes = 0;
+  QObject::connect(&preference, &ContrastPreference::changed, &preference, [&] { ++changes; });
+  for (const auto& [name, isHigh, change] : ways) {
+    SCOPED_TRACE(name);
+    changes = 0;
+    change();
+    ASSERT_TRUE(waitFor([&] { return preference.wantsHighContrast() == isHigh; }));
+    EXPECT_EQ(changes, 1);
+  }
+  qunsetenv("XDG_CURRENT_DESKTOP");
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 #include "platform/dbus/DesktopContrastPreference.h"
 
 #include <QColor>
+#include <QFile>
+#include <QFileInfo>
 #include <QSettings>
 #include <QStandardPaths>
 #include <algorithm>
@@ -58,6 +60,8 @@ DesktopContrastPreference::DesktopContrastPreference(const QDBusConnection& sess
   if (isPlasma()) {
     // Programs that apply a scheme announce it under this name, from a connection of their own.
     session_.connect({}, u"/KGlobalSettings"_s, kPlasmaSettings, u"notifyChange"_s, this, SLOT(readScheme()));
+    connect(&watcher_, &QFileSystemWatcher::fileChanged, this, &DesktopContrastPreference::readScheme);
+    connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, &DesktopContrastPreference::readScheme);
     readScheme();
   }
 }
@@ -86,7 +90,19 @@ bool DesktopContrastPreference::isHighContrastScheme(const QString& file) {
   return (lighter + flare) / (darker + flare) >= kLeastContrast;
 }
 
+/// By its name: what bears it may be another file by now. One that is not there is waited for in its folder.
+void DesktopContrastPreference::watchScheme() {
+  const QString folder = QFileInfo(colors_).path();
+  if (!watcher_.files().isEmpty()) watcher_.removePath(colors_);
+  const bool isWatched = QFile::exists(colors_) && watcher_.addPath(colors_);
+  if (!isWatched)
+    watcher_.addPath(folder);
+  else if (!watcher_.directories().isEmpty())
+    watcher_.removePath(folder);
+}
+
 void DesktopContrastPreference::readScheme() {
+  watchScheme();
   schemeSays_ = isHighContrastScheme(colors_);
   weigh();
 }

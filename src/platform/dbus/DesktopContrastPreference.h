@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QFileSystemWatcher>
 #include <QString>
 #include <memory>
 
@@ -11,8 +12,9 @@
 namespace tarnwick {
 
 /// The desktop's preference for more contrast: what the settings portal reports, GNOME's own key where the portal does
-/// not know it, and on Plasma, which has no such setting, a colour scheme with as much contrast as those made for it.
-/// Any of them is enough; until one has answered there is none.
+/// not know it, and on Plasma, which has no such setting, a colour scheme with as much contrast as those made for it,
+/// whether the change of it is announced or merely written. Any of them is enough; until one has answered there is
+/// none.
 class DesktopContrastPreference final : public ContrastPreference {
   Q_OBJECT
  public:
@@ -33,10 +35,12 @@ class DesktopContrastPreference final : public ContrastPreference {
  private:
   void readPortal();
   void readSetting();
+  void watchScheme();
   void weigh();
 
   QDBusConnection session_;
   QString colors_;
+  QFileSystemWatcher watcher_;  ///< Of that file, on Plasma.
   PortalSetting portal_;
   std::unique_ptr<GSettingsKey> setting_;
   bool schemeSays_ = false;
