@@ -4,7 +4,9 @@
 //   measure_shell rest PID SECONDS
 //   measure_shell move PID SECONDS X0 X1 Y               to and fro along a line
 //   measure_shell reveal PID RUNS X EDGE_Y AWAY_Y        from the pointer at the edge to frames of the dock
-//   measure_shell strip PID X EDGE_Y AWAY_Y FILE X Y W H what is seen there at each frame of a reveal, as a PPM
+//   measure_shell hover PID RUNS X0 X1 Y TIP_Y AWAY_Y    from the pointer on a tile, and on its neighbour, to the name
+//   above measure_shell dodge PID RUNS X Y W H AWAY_Y          from a window moved there from AWAY_Y to a frame of the
+//   dock measure_shell strip PID X EDGE_Y AWAY_Y FILE X Y W H what is seen there at each frame of a reveal, as a PPM
 #include <dirent.h>
 #include <unistd.h>
 
@@ -153,6 +155,67 @@ void reveal(const Desktop& desktop, const std::string& pid, int runs, int x, int
       works[works.size() / 2], works.back());
 }
 
+void print(const char* what, std::vector<double> milliseconds, int runs) {
+  std::ranges::sort(milliseconds);
+  if (milliseconds.empty())
+    std::printf("%s: never of %d times\n", what, runs);
+  else
+    std::printf("%s, %zu of %d times: after %.1f ms (median), %.1f (worst)\n", what, milliseconds.size(), runs,
+                milliseconds[milliseconds.size() / 2], milliseconds.back());
+}
+
+void hover(const Desktop& desktop, int runs, int x0, int x1, int y, int tip, int away) {
+  std::vector<double> first;
+  std::vector<double> next;
+  const auto pointAt = [&](int x, std::vector<double>& after) {
+    const auto seen = [&] { return desktop.picture(x - 16, tip - 4, 32, 8); };
+    const auto before = seen();
+    const auto start = Clock::now();
+    desktop.moveTo(x, y);
+    while (Clock::now() - start < kStill) {
+      if (seen() != before) {
+        after.push_back(Milliseconds(Clock::now() - start).count());
+        return;
+      }
+      usleep(1000);
+    }
+  };
+  for (int run = 0; run < runs; ++run) {
+    desktop.moveTo(x0, away);
+    usleep(1'000'000);
+    pointAt(x0, first);
+    usleep(300'000);
+    pointAt(x1, next);
+  }
+  print("name of a tile", first, runs);
+  print("name of its neighbour", next, runs);
+}
+
+void dodge(const Desktop& desktop, const std::string& pid, int runs, const xcb_rectangle_t& onto, int away) {
+  xcb_connection_t* const connection = desktop.connection();
+  const xcb_window_t window = xcb_generate_id(connection);
+  xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, desktop.root(), onto.x, static_cast<int16_t>(away),
+                    onto.width, onto.height, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+  xcb_map_window(connection, window);
+  desktop.moveTo(0, 0);
+  desktop.watch(pid);
+  std::vector<double> first;
+  const auto moveTo = [&](int y) {
+    const uint32_t place[] = {static_cast<uint32_t>(onto.x), static_cast<uint32_t>(y)};
+    xcb_configure_window(connection, window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, place);
+    xcb_flush(connection);
+  };
+  for (int run = 0; run < runs; ++run) {
+    moveTo(away);
+    desktop.waitUntilStill();
+    const auto start = Clock::now();
+    moveTo(onto.y);
+    if (desktop.waitForDrawing(kStill)) first.push_back(Milliseconds(Clock::now() - start).count());
+    desktop.waitUntilStill();
+  }
+  print("first frame of a dock that makes room", first, runs);
+}
+
 void strip(const Desktop& desktop, char** words) {
   const auto number = [&](int at) { return std::atoi(words[at]); };
   const int width = number(7);
@@ -186,10 +249,16 @@ int main(int argc, char** argv) {
     move(Desktop(), argv[2], number(3), number(4), number(5), number(6));
   } else if (mode == "reveal" && argc == 7) {
     reveal(Desktop(), argv[2], number(3), number(4), number(5), number(6));
+  } else if (mode == "hover" && argc == 9) {
+    hover(Desktop(), number(3), number(4), number(5), number(6), number(7), number(8));
+  } else if (mode == "dodge" && argc == 9) {
+    const xcb_rectangle_t onto{static_cast<int16_t>(number(4)), static_cast<int16_t>(number(5)),
+                               static_cast<uint16_t>(number(6)), static_cast<uint16_t>(number(7))};
+    dodge(Desktop(), argv[2], number(3), onto, number(8));
   } else if (mode == "strip" && argc == 11) {
     strip(Desktop(), argv + 2);
   } else {
-    std::fputs("usage: measure_shell rest|move|reveal|strip PID …\n", stderr);
+    std::fputs("usage: measure_shell rest|move|reveal|hover|dodge|strip PID …\n", stderr);
     return 2;
   }
 }
