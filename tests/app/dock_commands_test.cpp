@@ -5,6 +5,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QScreen>
 #include <QScrollBar>
 #include <QSignalSpy>
 
@@ -18,6 +19,7 @@
 #include "support/RecordingCommands.h"
 #include "support/TestScheduler.h"
 #include "support/TestServices.h"
+#include "views/theme/MenuStyle.h"
 
 namespace tarnwick::test {
 namespace {
@@ -409,6 +411,31 @@ TEST_F(CommandsTest, MenusOfferWhatAppliesNow) {
   EXPECT_EQ(menu.actions()[0]->text(), u"Open Editor && Co"_s);
   EXPECT_TRUE(menu.actions()[0]->isEnabled());
   EXPECT_FALSE(menu.actions()[3]->isEnabled());
+}
+
+TEST_F(CommandsTest, EveryWindowOfManyCanBeChosenHoweverLongItsTitle) {
+  MenuStyle style;
+  for (const int count : {1, 50, 200}) {
+    SCOPED_TRACE(count);
+    for (int i = 1; i <= count; ++i) {
+      windows().open(static_cast<quint64>(i), u"editor"_s);
+      windows().windows.last().title = QString::number(i) + u' ' + u"title "_s.repeated(170);
+    }
+    QMenu menu;
+    menu.setStyle(&style);
+    DockMenuModel::fill(menu, menus->windows(tiles->applicationOf(widget(0)), u"L"_s));
+    ASSERT_EQ(menu.actions().size(), count);
+    menu.popup({100, 100});
+    EXPECT_TRUE(menu.screen()->geometry().contains(menu.geometry()));
+    for (QAction* entry : {menu.actions().last(), menu.actions().first(), menu.actions().last()}) {
+      menu.setActiveAction(entry);
+      EXPECT_TRUE(menu.rect().contains(menu.actionGeometry(entry)));
+    }
+    menu.actions().last()->trigger();
+    EXPECT_EQ(asked.asked, QStringList{u"window %1"_s.arg(count)});
+    asked.asked.clear();
+    while (!windows().windows.isEmpty()) windows().close(windows().windows.first().id);
+  }
 }
 
 }  // namespace

@@ -142,5 +142,33 @@ TEST_F(RunningTest, BringsAllWindowsForwardTheLatestLast) {
   EXPECT_FALSE(activation.bring(QString()));
 }
 
+TEST_F(RunningTest, HoldsManyApplicationsAndManyWindowsOfOne) {
+  const struct {
+    quint64 apps;
+    quint64 windowsEach;
+  } cases[] = {{60, 1}, {1, 50}, {60, 3}};
+  load();
+  for (const auto& [apps, each] : cases) {
+    SCOPED_TRACE(::testing::Message() << apps << " with " << each);
+    for (quint64 id = 0; id < apps * each; ++id) windows.open(id + 1, u"app%1"_s.arg(id / each));
+    ASSERT_EQ(running->list().size(), static_cast<qsizetype>(apps));
+    for (quint64 app = 0; app < apps; ++app) {
+      const RunningApp& one = running->list()[static_cast<qsizetype>(app)];
+      EXPECT_EQ(one.name, u"App%1"_s.arg(app));
+      EXPECT_EQ(one.windows.size(), static_cast<qsizetype>(each));
+    }
+    // The places of those that stay do not change, whichever go.
+    const QStringList before = names();
+    QStringList left;
+    for (quint64 app = 0; app < apps; ++app) {
+      if (app % 2 == 1) left << before[static_cast<qsizetype>(app)];
+      for (quint64 window = 0; app % 2 == 0 && window < each; ++window) windows.close(app * each + window + 1);
+    }
+    EXPECT_EQ(names(), left);
+    while (!windows.windows.isEmpty()) windows.close(windows.windows.first().id);
+    EXPECT_EQ(names(), QStringList());
+  }
+}
+
 }  // namespace
 }  // namespace tarnwick::test

@@ -173,6 +173,8 @@ int MenuStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
       return 0;
     case SH_Menu_MouseTracking:
     case SH_Menu_SloppySubMenus:
+    // One that is higher than the screen would otherwise put further columns beside the first, beyond its edge.
+    case SH_Menu_Scrollable:
       return 1;
     case SH_Menu_SubMenuPopupDelay:
       return kSubMenuDelay;
