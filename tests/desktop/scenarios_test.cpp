@@ -284,6 +284,20 @@ TEST_F(ShellScenario, AMenuStandsBesideTheGlassAndItsEntryActs) {
   menu()->close();
 }
 
+TEST_F(ShellScenario, AMenuHigherThanTheScreenStaysOnItAndScrolls) {
+  startShown(DockConfiguration());
+  QMenu menu;
+  for (int i = 1; i <= 100; ++i) menu.addAction(u"Window %1 of an application"_s.arg(i));
+  dock().panel(id())->openMenu(menu, view().besideRect(store().widgets()[1].id));
+  ASSERT_TRUE(comesTrue([&] { return menu.isVisible() && isPainted(menu.geometry().center()); }));
+  EXPECT_TRUE(desk.display(0).contains(menu.geometry()));
+  for (QAction* entry : {menu.actions().last(), menu.actions().first()}) {
+    menu.setActiveAction(entry);
+    EXPECT_TRUE(menu.rect().contains(menu.actionGeometry(entry)));
+  }
+  menu.close();
+}
+
 TEST_F(ShellScenario, OneClickOnAnotherTileClosesThePanelAndDoesWhatItDoesThere) {
   startShown(DockConfiguration());
   const QUuid clock = store().widgets()[1].id;
