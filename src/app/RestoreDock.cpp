@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <QCoreApplication>
-#include <QDBusConnection>
 #include <QDeadlineTimer>
 #include <QFile>
 #include <QFileInfo>
@@ -137,7 +136,7 @@ int restoreDockAndExit(int argc, char** argv, const std::optional<QString>& dire
     SystemDockPreferences preferences(folder);
     if (RestoreDock::run(folder, preferences, say, terms)) break;
     // Once the session is over there is no dock any more that could be reached.
-    if (end.hasExpired() || !QDBusConnection::sessionBus().isConnected()) break;
+    if (end.hasExpired() || !SystemDockPreferences::sessionGoesOn()) break;
     std::this_thread::sleep_for(pause);
   }
   return 0;

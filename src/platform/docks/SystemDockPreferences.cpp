@@ -284,6 +284,8 @@ void SystemDockPreferences::reset(DockPreference preference) {
   }
 }
 
+bool SystemDockPreferences::sessionGoesOn() { return QDBusConnection::sessionBus().isConnected(); }
+
 void SystemDockPreferences::putBack(const QString& key, const QVariant& value) {
   const auto record = DockRecord::fromValue(key, value);
   if (!record) {

@@ -28,6 +28,9 @@ class SystemDockPreferences final : public QObject, public DockPreferenceAccess 
   explicit SystemDockPreferences(const QString& directory);
   ~SystemDockPreferences() override;
 
+  /// False once the session has ended, after which no dock can be reached any more.
+  static bool sessionGoesOn();
+
   QVariant read(const QString& key) override;
   bool isOwnRecord(const QString& key, const QVariant& value) const override;
   void write(const QString& key, const QVariant& value) override;
