@@ -111,7 +111,7 @@ void ProgramCommands::changeWidget(const DockWidget& widget, const QString& disp
 }
 
 QUuid ProgramCommands::addWidget(const QString& kind, const QString& display) {
-  return delegate_.presenter().edits().add(kind, delegate_.store().profile(display).id);
+  return presenter().edits().add(kind, store_.profile(display).id);
 }
 
 void ProgramCommands::offerUndo(const QString& display, const QString& sentence, const std::function<void()>& undo,
