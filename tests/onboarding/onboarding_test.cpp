@@ -141,8 +141,7 @@ TEST_F(OnboardingTest, RunningAppsShowHoweverTheFirstRunIsLeft) {
     };
     std::unique_ptr<AppStore> first = start();
     UndoableEdits changes{*first, apps, undo};
-    auto window =
-        std::make_unique<OnboardingWindow>(*first, OnboardingServices{changes, commands, [this] { return abilities; }});
+    auto window = std::make_unique<OnboardingWindow>(*first, services(changes));
     window->setAttribute(Qt::WA_DeleteOnClose, false);
     window->present();
     each.leave(*window);
