@@ -58,7 +58,7 @@ class DockQuestionsTest : public ::testing::Test {
                       [](const QString&) { return std::unique_ptr<DockContent>(); }};
 
  private:
-  DockMenuHost menuHost_{store_, menus_, dock, docks_, panels_};
+  DockMenuHost menuHost_{store_, services_, menus_, dock, docks_, panels_};
 
  protected:
   DockQuestions questions{store_, dock, docks_, menuHost_, panels_};

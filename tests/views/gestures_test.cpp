@@ -456,6 +456,7 @@ TEST(Dropping, AWidgetThatIsHeldOpensAGapThatFollowsIt) {
   QCoreApplication::processEvents();
   EXPECT_EQ(wide, (QList<bool>{true, false}));
   EXPECT_TRUE(view->rest());
+  view->clearFocus();
   EXPECT_EQ(paintedBy(*view), paintedBy(*makeView(view->row())));
 
   // Where the dock cannot grow nothing moves, and a line says where it goes.

@@ -439,7 +439,7 @@ TEST(WindowFade, TakesItsTimeAndTurnsOnItsWay) {
   frames.beat(0.06);
   EXPECT_GT(effect->opacity(), 0.3);
   EXPECT_LT(effect->opacity(), 0.7);
-  frames.beat(0.07);
+  frames.beat(0.1);
   EXPECT_FALSE(effect->isEnabled()) << "it is painted as ever";
   EXPECT_FALSE(frames.isRunning());
 
@@ -452,7 +452,7 @@ TEST(WindowFade, TakesItsTimeAndTurnsOnItsWay) {
   EXPECT_EQ(settled(), 0);
 
   out();
-  frames.beat(0.13);
+  frames.beat(0.2);
   EXPECT_EQ(gone, 0) << "not within a frame";
   EXPECT_EQ(settled(), 1);
   EXPECT_FALSE(frames.isRunning());
