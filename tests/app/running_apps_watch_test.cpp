@@ -15,6 +15,7 @@ using namespace Qt::StringLiterals;
 TEST(RunningAppsWatch, FollowsThemOnlyWhileSomethingShowsThem) {
   TestScheduler scheduler;
   NoDesktop desktop(scheduler);
+  desktop.installedApps.setFixed(std::make_shared<AppIndex>());
   AppStore store(desktop.diagnosticSetup());
   const RunningAppsWatch watch(store, desktop.applications);
   const auto clear = [](DockConfiguration& config) {

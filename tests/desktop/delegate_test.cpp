@@ -66,7 +66,7 @@ class DelegateTest : public ::testing::Test {
 
 TEST_F(DelegateTest, ALayoutChangeMovesTheDockAndIsOnTheDiskInAQuarterOfASecond) {
   start();
-  EXPECT_EQ(dock(), QRectF((1600 - 797) / 2.0, 900 - 8 - 84, 797, 84));
+  EXPECT_EQ(dock(), QRectF((1600 - 809) / 2.0, 900 - 8 - 84, 809, 84));
   store().edit([](DockConfiguration& config) {
     config.position = u"top"_s;
     config.alignment = u"right"_s;
@@ -74,8 +74,8 @@ TEST_F(DelegateTest, ALayoutChangeMovesTheDockAndIsOnTheDiskInAQuarterOfASecond)
   time.advance(0.03);
   EXPECT_EQ(dock().bottom(), 892);
   time.advance(0.02);
-  // The gap to the side is that of the glass, which ends 17 points within its slot.
-  EXPECT_EQ(dock(), QRectF(1600 - 797 - 8 + 17, 8, 797, 84));
+  // The gap to the side is that of the glass, which ends 23 points within its slot.
+  EXPECT_EQ(dock(), QRectF(1600 - 809 - 8 + 23, 8, 809, 84));
   EXPECT_FALSE(QFile::exists(file()));
   time.advance(0.2);
   EXPECT_EQ(Persistence::read(file()).alignment, u"right"_s);
@@ -156,7 +156,7 @@ TEST_F(DelegateTest, FollowsTheDisplays) {
   display.deleteMonitor(u"L"_s);
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] {
     time.advance(0.05);
-    return delegate->dock().displays().size() == 1 && dock().width() == 797;
+    return delegate->dock().displays().size() == 1 && dock().width() == 809;
   }));
 }
 
