@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QTemporaryDir>
+
 #include "store/AppStore.h"
 #include "store/NoDesktop.h"
 #include "support/TestScheduler.h"
@@ -16,7 +18,10 @@ TEST(RunningAppsWatch, FollowsThemOnlyWhileSomethingShowsThem) {
   TestScheduler scheduler;
   NoDesktop desktop(scheduler);
   desktop.installedApps.setFixed(std::make_shared<AppIndex>());
-  AppStore store(desktop.diagnosticSetup());
+  const QTemporaryDir folder;
+  StoreSetup setup = desktop.storeSetup();
+  setup.storage = folder.filePath(u"config.json"_s);
+  AppStore store(std::move(setup));
   const RunningAppsWatch watch(store, desktop.applications);
   const auto clear = [](DockConfiguration& config) {
     config.liveApps = false;
