@@ -1,5 +1,6 @@
 #include "base/Text.h"
 
+#include <QTextBoundaryFinder>
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -37,7 +38,27 @@ bool isDecimal(QStringView text) {
   return at == text.size();
 }
 
+bool isBlank(QChar character) { return character == u'\t' || character.category() == QChar::Separator_Space; }
+
 }  // namespace
+
+QStringView Text::withoutOuterBlanks(QStringView text) {
+  while (!text.isEmpty() && isBlank(text.front())) text = text.sliced(1);
+  while (!text.isEmpty() && isBlank(text.back())) text.chop(1);
+  return text;
+}
+
+QStringList Text::characters(const QString& text, qsizetype most) {
+  QStringList characters;
+  QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
+  for (qsizetype begin = 0; characters.size() < most;) {
+    const qsizetype end = finder.toNextBoundary();
+    if (end < 0) break;
+    characters.append(text.sliced(begin, end - begin));
+    begin = end;
+  }
+  return characters;
+}
 
 std::optional<double> Text::number(QStringView text) {
   if (!isDecimal(text)) return std::nullopt;

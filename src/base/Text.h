@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
+#include <limits>
 #include <optional>
 
 namespace tarnwick {
@@ -9,6 +11,11 @@ namespace tarnwick {
 struct Text {
   /// Without white space and new lines at both ends.
   static QStringView trimmed(QStringView text) { return text.trimmed(); }
+  /// Without blanks and tabs at both ends; new lines stay.
+  static QStringView withoutOuterBlanks(QStringView text);
+
+  /// The characters of a text as a user perceives them, the first `most` of them.
+  static QStringList characters(const QString& text, qsizetype most = std::numeric_limits<qsizetype>::max());
 
   /// A number written as decimal digits, with an optional sign, point and exponent, and nothing around it. Absent for
   /// every other text, hexadecimal and infinity included, and for what is too large to be finite. Same in every locale.

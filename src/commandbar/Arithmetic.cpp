@@ -1,7 +1,6 @@
 #include "commandbar/Arithmetic.h"
 
 #include <QCoreApplication>
-#include <QTextBoundaryFinder>
 #include <cmath>
 
 #include "base/DomainError.h"
@@ -48,16 +47,7 @@ bool isPartOfNumber(const QString& character) {
 
 }  // namespace
 
-Arithmetic::Arithmetic(const QString& text) {
-  const QString plain = normalised(text);
-  QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, plain);
-  for (qsizetype begin = 0; characters_.size() <= kMostCharacters;) {
-    const qsizetype end = finder.toNextBoundary();
-    if (end < 0) break;
-    characters_.append(plain.sliced(begin, end - begin));
-    begin = end;
-  }
-}
+Arithmetic::Arithmetic(const QString& text) : characters_(Text::characters(normalised(text), kMostCharacters + 1)) {}
 
 double Arithmetic::evaluate() {
   position_ = 0;

@@ -22,6 +22,19 @@ TEST(Text, ReadsNumbersAsAWhole) {
   for (const auto& c : cases) EXPECT_EQ(Text::number(c.text), c.value) << QString::fromUtf16(c.text).toStdString();
 }
 
+TEST(Text, KnowsWhatAUserPerceivesAsOneCharacter) {
+  const QString family = u"👨‍👩‍👧"_s;
+  EXPECT_EQ(Text::characters(u"e\u0301x"_s + family + u"🇩🇪"_s), (QStringList{u"e\u0301"_s, u"x"_s, family, u"🇩🇪"_s}));
+  EXPECT_EQ(Text::characters(u"abc"_s, 2), (QStringList{u"a"_s, u"b"_s}));
+  EXPECT_EQ(Text::characters({}), QStringList());
+}
+
+TEST(Text, TakesBlanksButNoNewLinesFromTheEnds) {
+  EXPECT_EQ(Text::withoutOuterBlanks(u" \t\u00A0a b\u3000 "), u"a b");
+  EXPECT_EQ(Text::withoutOuterBlanks(u" \na\n "), u"\na\n");
+  EXPECT_EQ(Text::withoutOuterBlanks(u" \t "), u"");
+}
+
 TEST(ProbeCounters, CountOnlyWhileArmed) {
   for (const bool armed : {false, true, true, false}) {
     ProbeCounters::setArmed(armed);
