@@ -30,6 +30,9 @@ class OrderedWork {
     });
   }
 
+  /// Waits until all that was started is done. The answers come afterwards, as ever.
+  void finish() { pool_.waitForDone(); }
+
   /// Says whether long work should stop.
   std::stop_token stopToken() const { return stopping_.get_token(); }
   /// From here on nothing is begun and nothing answered; what runs is asked to stop. Waits for nothing.

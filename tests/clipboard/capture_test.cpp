@@ -65,7 +65,7 @@ QList<ClipboardEntry> oneOfEach() {
   return entries;
 }
 
-QStringList valuesOf(const QList<ClipboardEntry>& entries) {
+QStringList textsOf(const QList<ClipboardEntry>& entries) {
   QStringList values;
   for (const auto& entry : entries) values.append(entry.value);
   return values;
@@ -92,7 +92,7 @@ TEST(ClipboardGroup, HoldsWhatItsNameSays) {
     all.append(each.group);
     EXPECT_EQ(ClipboardGroups::label(each.group), each.label);
     EXPECT_EQ(ClipboardGroups::symbol(each.group), each.symbol);
-    EXPECT_EQ(valuesOf(ClipboardGroups::filter(each.group, entries)), each.held) << each.label.toStdString();
+    EXPECT_EQ(textsOf(ClipboardGroups::filter(each.group, entries)), each.held) << each.label.toStdString();
   }
   EXPECT_EQ(ClipboardGroups::available(entries), all);
   EXPECT_EQ(ClipboardGroups::available(entries.mid(2, 1)),

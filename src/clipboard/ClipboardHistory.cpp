@@ -1,0 +1,168 @@
+#include "clipboard/ClipboardHistory.h"
+
+#include <QBuffer>
+#include <QImageReader>
+#include <QPointer>
+#include <mutex>
+
+#include "base/DomainError.h"
+#include "clipboard/ClipboardPicture.h"
+
+namespace tarnwick {
+
+/// What the history is after a piece of work.
+struct ClipboardHistory::Outcome {
+  QList<ClipboardEntry> items;
+  bool isReadable = true;
+  QString failure;
+};
+
+/// A picture between the clipboard and the worker.
+struct ClipboardHistory::WaitingPicture {
+  std::mutex lock;
+  QByteArray bytes;
+
+  QByteArray take() {
+    const std::lock_guard guard(lock);
+    return std::exchange(bytes, {});
+  }
+};
+
+ClipboardHistory::ClipboardHistory(const QString& dataFolder, const Scheduler& clock, QObject* parent)
+    : QObject(parent), clock_(clock), store_(dataFolder), places_(dataFolder) {}
+
+ClipboardHistory::~ClipboardHistory() { work_.finish(); }
+
+template <class Work>
+ClipboardHistory::Outcome ClipboardHistory::attempt(ClipboardStore& store, Work work) {
+  Outcome outcome;
+  try {
+    work(store);
+  } catch (const DomainError& failure) {
+    outcome.failure = failure.message();
+  }
+  outcome.items = store.items();
+  outcome.isReadable = store.isReadable();
+  return outcome;
+}
+
+template <class Work, class After>
+void ClipboardHistory::start(Work work, After after) {
+  work_.start([this, work = std::move(work)]() mutable { return attempt(store_, std::move(work)); },
+              [this, after = std::move(after)](const Outcome& outcome) {
+                take(outcome);
+                after(outcome);
+              });
+}
+
+template <class Work>
+void ClipboardHistory::start(Work work) {
+  start(std::move(work), [this](const Outcome& outcome) {
+    if (!outcome.failure.isEmpty()) Q_EMIT failed(outcome.failure);
+  });
+}
+
+void ClipboardHistory::take(const Outcome& outcome) {
+  isLoaded_ = true;
+  // The first sentence tells where the file is, those after it that it stays there.
+  const bool hasNews = outcome.isReadable != problem_.isEmpty() || outcome.items != items_;
+  if (!hasNews) return;
+  items_ = outcome.items;
+  problem_ = outcome.isReadable ? QString() : outcome.failure;
+  Q_EMIT didChange();
+}
+
+void ClipboardHistory::load(Done done) {
+  start([](ClipboardStore& store) { store.load(); },
+        [done = std::move(done)](const Outcome&) {
+          if (done) done();
+        });
+}
+
+void ClipboardHistory::record(ClipboardCapture capture) {
+  const QDateTime now = clock_.now();
+  if (!capture.imageData) {
+    start([capture = std::move(capture), now](ClipboardStore& store) { store.record(capture, now); });
+    return;
+  }
+  if (const auto older = waiting_.lock()) older->take();
+  auto waiting = std::make_shared<WaitingPicture>();
+  waiting->bytes = std::move(*capture.imageData);
+  capture.imageData.reset();
+  waiting_ = waiting;
+  start([capture = std::move(capture), waiting = std::move(waiting), now](ClipboardStore& store) mutable {
+    const QByteArray sent = waiting->take();
+    if (sent.isEmpty()) return;
+    capture.imageData = ClipboardPicture::toPng(sent);
+    if (capture.imageData) store.record(capture, now);
+  });
+}
+
+void ClipboardHistory::toggleFavourite(const QUuid& id) {
+  start([id](ClipboardStore& store) { store.toggleFavourite(id); });
+}
+
+void ClipboardHistory::remove(const QUuid& id, QObject* context, Removed done) {
+  auto removed = std::make_shared<std::optional<RemovedClipboardEntry>>();
+  start([id, removed](ClipboardStore& store) { *removed = store.remove(id); },
+        [this, removed, context = QPointer(context), done = std::move(done)](const Outcome& outcome) {
+          if (!outcome.failure.isEmpty()) Q_EMIT failed(outcome.failure);
+          if (*removed && context) done(**removed);
+        });
+}
+
+void ClipboardHistory::putBack(const RemovedClipboardEntry& removed) {
+  start([removed](ClipboardStore& store) { store.putBack(removed); });
+}
+
+void ClipboardHistory::clear() {
+  start([](ClipboardStore& store) { store.clear(); });
+}
+
+bool ClipboardHistory::migrate(const QStringList& texts) {
+  const auto failure = std::make_shared<QString>();
+  start(
+      [failure, texts, now = clock_.now()](ClipboardStore& store) {
+        try {
+          store.migrate(texts, now);
+        } catch (const DomainError& error) {
+          *failure = error.message();
+          throw;
+        }
+      },
+      [](const Outcome&) {});
+  work_.finish();
+  if (!failure->isEmpty()) throw DomainError::invalid(*failure);
+  return true;
+}
+
+void ClipboardHistory::readPicture(const ClipboardEntry& entry, QObject* context, Picture done) {
+  work_.start([this, entry] { return store_.picture(entry); },
+              [context = QPointer(context), done = std::move(done)](const std::optional<QByteArray>& png) {
+                if (context) done(png);
+              });
+}
+
+void ClipboardHistory::readThumbnail(const ClipboardEntry& entry, int side, QObject* context, Thumbnail done) {
+  const auto read = [this, entry, side]() -> QImage {
+    const auto png = store_.picture(entry);
+    if (!png || ClipboardPicture::judge(*png) != ClipboardPicture::Verdict::Fine) return {};
+    QBuffer buffer;
+    buffer.setData(*png);
+    QImageReader reader(&buffer);
+    const QSize bounds(side, side);
+    if (const QSize size = reader.size(); size != size.boundedTo(bounds))
+      reader.setScaledSize(size.scaled(bounds, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
+    return reader.read();
+  };
+  work_.start(read, [context = QPointer(context), done = std::move(done)](const QImage& image) {
+    if (context) done(image);
+  });
+}
+
+QString ClipboardHistory::picturePath(const ClipboardEntry& entry) const {
+  const auto url = places_.imageURL(entry);
+  return url ? url->toLocalFile() : QString();
+}
+
+}  // namespace tarnwick
