@@ -79,23 +79,28 @@ void ClipboardHistory::load(Done done) {
         });
 }
 
-void ClipboardHistory::record(ClipboardCapture capture) {
-  const QDateTime now = clock_.now();
-  if (!capture.imageData) {
-    start([capture = std::move(capture), now](ClipboardStore& store) { store.record(capture, now); });
-    return;
+void ClipboardHistory::record(ClipboardCapture capture, QObject* context, Recorded done) {
+  std::shared_ptr<WaitingPicture> picture;
+  if (capture.imageData) {
+    if (const auto older = waiting_.lock()) older->take();
+    picture = std::make_shared<WaitingPicture>();
+    picture->bytes = *std::exchange(capture.imageData, std::nullopt);
+    waiting_ = picture;
   }
-  if (const auto older = waiting_.lock()) older->take();
-  auto waiting = std::make_shared<WaitingPicture>();
-  waiting->bytes = std::move(*capture.imageData);
-  capture.imageData.reset();
-  waiting_ = waiting;
-  start([capture = std::move(capture), waiting = std::move(waiting), now](ClipboardStore& store) mutable {
-    const QByteArray sent = waiting->take();
-    if (sent.isEmpty()) return;
-    capture.imageData = ClipboardPicture::toPng(sent);
-    if (capture.imageData) store.record(capture, now);
-  });
+  const auto stored = std::make_shared<std::optional<ClipboardEntry>>();
+  start(
+      [capture = std::move(capture), picture, stored, now = clock_.now()](ClipboardStore& store) mutable {
+        if (picture) {
+          const QByteArray sent = picture->take();
+          if (!sent.isEmpty()) capture.imageData = ClipboardPicture::toPng(sent);
+          if (!capture.imageData) return;
+        }
+        *stored = store.record(capture, now);
+      },
+      [this, stored, context = QPointer(context), done = std::move(done)](const Outcome& outcome) {
+        if (!outcome.failure.isEmpty()) Q_EMIT failed(outcome.failure);
+        if (context && done) done(*stored);
+      });
 }
 
 void ClipboardHistory::toggleFavourite(const QUuid& id) {

@@ -33,9 +33,10 @@ class ClipboardHistory final : public QObject, public ClipboardMigration {
   /// by `failed`. `done` is called whatever comes of it.
   void load(Done done = {});
 
+  using Recorded = std::function<void(const std::optional<ClipboardEntry>&)>;
   /// A copy. `imageData` is a picture in the format in which it was sent. Of the pictures that wait for their turn the
-  /// latest alone is kept.
-  void record(ClipboardCapture capture);
+  /// latest alone is kept. `done` gets what was stored, if anything; it is not called once `context` is gone.
+  void record(ClipboardCapture capture, QObject* context = nullptr, Recorded done = {});
   void toggleFavourite(const QUuid& id);
   using Removed = std::function<void(const RemovedClipboardEntry&)>;
   /// `done` gets what `putBack` needs to take it back; it is not called where nothing was removed, nor once `context`

@@ -1,0 +1,332 @@
+#include <gtest/gtest.h>
+
+#include <QBuffer>
+#include <QImage>
+
+#include "clipboard/ClipboardRecorder.h"
+#include "support/FakePasteboard.h"
+#include "support/FileTest.h"
+#include "support/TestScheduler.h"
+#include "support/Wait.h"
+#include "widgets/catalog/Kinds.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+using test::FakePasteboard;
+using Program = FakePasteboard::Program;
+
+const QString kUtf8 = u"text/plain;charset=utf-8"_s;
+
+Program program(const QString& name, const QList<PasteboardOffer::Form>& forms) { return {name, forms, {}, {}, {}}; }
+Program writer(const QString& text) { return program(u"writer"_s, {{kUtf8, text.toUtf8()}}); }
+Program vault(const QString& text = u"secret"_s) {
+  return program(u"vault"_s, {{u"x-kde-passwordManagerHint"_s, "no"}, {kUtf8, text.toUtf8()}});
+}
+
+QByteArray bitmap(int side = 2) {
+  QImage image(side, side, QImage::Format_RGB32);
+  image.fill(Qt::red);
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  image.save(&buffer, "BMP");
+  return bytes;
+}
+
+QByteArray bombMap() {
+  QByteArray bytes = bitmap();
+  for (const int at : {18, 22}) bytes.replace(at, 4, QByteArray("\xa0\x86\x01\0", 4));
+  return bytes;
+}
+
+class ClipboardRecorderTest : public FolderTest {
+ protected:
+  void SetUp() override { begin(true); }
+  void begin(bool enabled) {
+    recorder = std::make_unique<ClipboardRecorder>(pasteboard, *history);
+    DockConfiguration config;
+    config.clipboardEnabled = enabled;
+    recorder->start(config, shown());
+  }
+  static ActiveSets shown() {
+    ActiveSets active;
+    active.kinds.insert(QString(kind::clipboard));
+    return active;
+  }
+  /// Until every answer came and the history has done its work.
+  void settle() {
+    for (int round = 0; round < 3; ++round) {
+      pasteboard.answerAll();
+      bool isDone = false;
+      history->load([&] { isDone = true; });
+      ASSERT_TRUE(waitFor([&] { return isDone; }));
+    }
+  }
+  void copy(const Program& what) {
+    pasteboard.copy(what);
+    settle();
+  }
+  /// The history, newest first.
+  QStringList kept() const {
+    QStringList values;
+    for (const auto& entry : history->items()) {
+      const bool isPicture = entry.kind == ClipboardEntry::Kind::Image;
+      values.append(rawText(entry.kind) + u' ' + (isPicture ? QString() : entry.value));
+    }
+    return values;
+  }
+
+  FakePasteboard pasteboard;
+  test::TestScheduler clock;
+  std::unique_ptr<ClipboardHistory> history = std::make_unique<ClipboardHistory>(folder_.path(), clock);
+  std::unique_ptr<ClipboardRecorder> recorder;
+};
+
+TEST_F(ClipboardRecorderTest, FilesWinOverPicturesAndPicturesOverText) {
+  const QByteArray list =
+      "# of a browser\r\nhttps://example.com\r\nfile:///home/ann/%C3%A4%20b.txt\r\nfile:///other\r\n";
+  using End = PasteboardContent::End;
+  const struct {
+    const char* what;
+    Program program;
+    QStringList kept;
+    QStringList asked;  ///< Of which types.
+  } cases[] = {
+      {"a file",
+       program(u"p"_s, {{kUtf8, "b.txt"}, {u"image/png"_s, bitmap()}, {u"text/uri-list"_s, list}}),
+       {u"file /home/ann/ä b.txt"_s},
+       {u"text/uri-list"_s}},
+      {"of a file manager",
+       program(u"p"_s, {{u"x-special/gnome-copied-files"_s, "copy\nfile:///a"}}),
+       {u"file /a"_s},
+       {u"x-special/gnome-copied-files"_s}},
+      {"an address is no file",
+       program(u"p"_s, {{u"text/uri-list"_s, "https://example.com\r\n"}, {kUtf8, "example.com"}}),
+       {u"link example.com"_s},
+       {u"text/uri-list"_s, kUtf8}},
+      {"a file elsewhere",
+       program(u"p"_s, {{u"text/uri-list"_s, "file://other.host/a\r\nfile:b\r\n"}, {kUtf8, "a"}}),
+       {u"text a"_s},
+       {u"text/uri-list"_s, kUtf8}},
+      {"a picture", program(u"p"_s, {{kUtf8, "cell"}, {u"image/bmp"_s, bitmap()}}), {u"image "_s}, {u"image/bmp"_s}},
+      {"no picture after all",
+       program(u"p"_s, {{kUtf8, "cell"}, {u"image/bmp"_s, "text"}}),
+       {u"text cell"_s},
+       {u"image/bmp"_s, kUtf8}},
+      {"a bomb", program(u"p"_s, {{kUtf8, "cell"}, {u"image/bmp"_s, bombMap()}}), {}, {u"image/bmp"_s}},
+      {"the richest text once",
+       program(u"p"_s, {{u"STRING"_s, "?"}, {u"text/html"_s, "<b>"}, {u"UTF8_STRING"_s, "ä"}, {u"TEXT"_s, "?"}}),
+       {u"text ä"_s},
+       {u"UTF8_STRING"_s}},
+      {"old text", program(u"p"_s, {{u"STRING"_s, "\xe4"}}), {u"text ä"_s}, {u"STRING"_s}},
+      {"not what it says", program(u"p"_s, {{u"text/plain"_s, "\xe4"}}), {u"text ä"_s}, {u"text/plain"_s}},
+      {"letters of a type",
+       program(u"p"_s, {{u"text/plain;charset=UTF-8"_s, "#abc"}}),
+       {u"color #abc"_s},
+       {u"text/plain;charset=UTF-8"_s}},
+      {"an empty text", writer({}), {}, {kUtf8}},
+      {"nothing that is known", program(u"p"_s, {{u"application/x-own"_s, "a"}}), {}, {}},
+      {"100,000 bytes", writer(QString(100'000, u'a')), {u"text "_s + QString(100'000, u'a')}, {kUtf8}},
+      {"100,001 bytes", writer(QString(100'001, u'a')), {}, {kUtf8}},
+      {"a flood, whose other forms are no way around it",
+       program(u"p"_s, {{kUtf8, QByteArray(1 << 20, 'a')}, {u"STRING"_s, "a"}}),
+       {},
+       {kUtf8}},
+      {"a refusal", {u"p"_s, {{kUtf8, "a"}, {u"STRING"_s, "b"}}, {}, {kUtf8}, {}}, {u"text b"_s}, {kUtf8, u"STRING"_s}},
+      {"a stall", {u"p"_s, {{u"image/bmp"_s, bitmap()}, {kUtf8, "a"}}, {}, {}, End::TooSlow}, {}, {u"image/bmp"_s}},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.what);
+    history->clear();
+    pasteboard.asked.clear();
+    copy(each.program);
+    EXPECT_EQ(kept(), each.kept);
+    QStringList asked;
+    for (const QString& type : each.asked) asked.append(each.program.name + u' ' + type);
+    EXPECT_EQ(pasteboard.asked, asked);
+  }
+}
+
+TEST_F(ClipboardRecorderTest, AMarkedCopyIsNotLookedAt) {
+  for (const QString& marker : {u"org.nspasteboard.ConcealedType"_s, u"org.nspasteboard.TransientType"_s,
+                                u"org.nspasteboard.AutoGeneratedType"_s, u"x-kde-passwordManagerHint"_s}) {
+    copy(program(u"vault"_s, {{kUtf8, "again"}, {marker, {}}}));
+  }
+  EXPECT_EQ(pasteboard.asked, QStringList());
+  EXPECT_EQ(kept(), QStringList());
+  copy(writer(u"again"_s));
+  EXPECT_EQ(kept(), QStringList{u"text again"_s});
+}
+
+TEST_F(ClipboardRecorderTest, AHandOverToAMarkedOwnerGivesNothingAway) {
+  for (int round = 0; round < 500; ++round) {
+    pasteboard.copy(writer(u"plain %1"_s.arg(round)));
+    // Before the types came, before the content came, and before it was known that nobody else is there.
+    for (int answers = round % 3; answers > 0; --answers) pasteboard.answerOne();
+    round % 2 == 0 ? pasteboard.copy(vault()) : pasteboard.copySilently(vault());
+    pasteboard.answerAll();
+    pasteboard.deliverNews();
+    pasteboard.answerAll();
+  }
+  settle();
+  EXPECT_EQ(kept(), QStringList());
+  EXPECT_EQ(pasteboard.asked.filter(u"vault"_s), QStringList());
+  EXPECT_FALSE(pasteboard.asked.isEmpty());
+}
+
+TEST_F(ClipboardRecorderTest, TwoCopiesWithinASecondAreTwoEntries) {
+  copy(writer(u"one"_s));
+  copy(writer(u"two"_s));
+  EXPECT_EQ(kept(), (QStringList{u"text two"_s, u"text one"_s}));
+  pasteboard.set(PasteboardOffer::text(u"one"_s));
+  settle();
+  EXPECT_EQ(kept(), (QStringList{u"text one"_s, u"text two"_s})) << "our own, too";
+}
+
+TEST_F(ClipboardRecorderTest, WhatIsCopiedWhileNothingIsRecordedIsPassedOver) {
+  const struct {
+    const char* what;
+    std::function<void()> stop, goOn;
+  } cases[] = {
+      {"paused", [&] { recorder->setEnabled(false); }, [&] { recorder->setEnabled(true); }},
+      {"no widget", [&] { recorder->follow(ActiveSets()); }, [&] { recorder->follow(shown()); }},
+      {"locked", [&] { recorder->setLocked(true); }, [&] { recorder->setLocked(false); }},
+      {"not begun", [&] { recorder.reset(); }, [&] { begin(true); }},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.what);
+    history->clear();
+    pasteboard.copy(writer(u"under way"_s));
+    pasteboard.answerOne();
+    each.stop();
+    settle();
+    copy(writer(u"meanwhile"_s));
+    pasteboard.copySilently(writer(u"just before"_s));
+    pasteboard.deliverNews();
+    each.goOn();
+    settle();
+    EXPECT_EQ(kept(), QStringList());
+    copy(writer(u"then"_s));
+    EXPECT_EQ(kept(), QStringList{u"text then"_s});
+  }
+}
+
+TEST_F(ClipboardRecorderTest, NothingIsAskedOfAnOwnerThatIsListed) {
+  recorder->setNeverFrom([](const PasteboardOwner& owner) { return owner.applicationId == u"Vault"; });
+  Program listed = writer(u"a"_s);
+  listed.owner.applicationId = u"Vault"_s;
+  copy(listed);
+  EXPECT_EQ(pasteboard.asked, QStringList());
+  copy(writer(u"of somebody unknown"_s));
+  EXPECT_EQ(kept(), QStringList{u"text of somebody unknown"_s});
+}
+
+TEST_F(ClipboardRecorderTest, WhatWentWithItsProgramCanStillBePasted) {
+  const struct {
+    const char* what;
+    std::function<void()> happen;
+    std::optional<PasteboardOffer> revived;
+  } cases[] = {
+      {"a text", [&] { copy(writer(u"a"_s)); }, PasteboardOffer::text(u"a"_s)},
+      {"a file",
+       [&] {
+         copy(program(u"p"_s, {{u"text/uri-list"_s, "file:///a%20b"}}));
+       },
+       PasteboardOffer::file(u"/a b"_s)},
+      {"before it was written",
+       [&] {
+         pasteboard.copy(writer(u"quick"_s));
+         pasteboard.answerAll();
+       },
+       PasteboardOffer::text(u"quick"_s)},
+      {"marked",
+       [&] {
+         copy(writer(u"a"_s));
+         copy(vault());
+       },
+       std::nullopt},
+      {"not read to the end",
+       [&] {
+         copy(writer(u"a"_s));
+         pasteboard.copy(writer(u"b"_s));
+         pasteboard.answerOne();
+       },
+       std::nullopt},
+      {"removed meanwhile",
+       [&] {
+         copy(writer(u"a"_s));
+         history->remove(history->items().first().id, history.get(), [](const auto&) {});
+         settle();
+       },
+       std::nullopt},
+      {"copied while paused",
+       [&] {
+         copy(writer(u"a"_s));
+         recorder->setEnabled(false);
+         copy(writer(u"b"_s));
+         recorder->setEnabled(true);
+       },
+       std::nullopt},
+      {"cleared",
+       [&] {
+         copy(writer(u"a"_s));
+         pasteboard.empty(PasteboardChange::Cleared);
+       },
+       std::nullopt},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.what);
+    history->clear();
+    pasteboard.offered = {};
+    each.happen();
+    pasteboard.empty(PasteboardChange::OwnerGone);
+    settle();
+    EXPECT_EQ(pasteboard.offered, each.revived.value_or(PasteboardOffer()));
+    EXPECT_EQ(pasteboard.isEmpty(), !each.revived);
+  }
+}
+
+TEST_F(ClipboardRecorderTest, WhatIsRevivedIsNoNewCopy) {
+  copy(writer(u"a"_s));
+  const QList<ClipboardEntry> before = history->items();
+  clock.advance(60);
+  pasteboard.asked.clear();
+  pasteboard.empty(PasteboardChange::OwnerGone);
+  settle();
+  EXPECT_FALSE(pasteboard.isEmpty());
+  EXPECT_EQ(history->items(), before);
+  EXPECT_EQ(pasteboard.asked, QStringList());
+}
+
+TEST_F(ClipboardRecorderTest, APictureIsRevivedFromItsFile) {
+  copy(program(u"p"_s, {{u"image/bmp"_s, bitmap()}}));
+  ASSERT_EQ(history->items().size(), 1);
+  pasteboard.empty(PasteboardChange::OwnerGone);
+  settle();
+  ASSERT_EQ(pasteboard.offered.forms.size(), 1);
+  EXPECT_EQ(pasteboard.offered.forms.first().type, u"image/png"_s);
+  EXPECT_EQ(QImage::fromData(pasteboard.offered.forms.first().bytes).size(), QSize(2, 2));
+}
+
+TEST_F(ClipboardRecorderTest, ANewCopyOfTheProgramTakesOverWhatTheOldOneHeld) {
+  copy(writer(u"a"_s));
+  copy(writer(u"b"_s));
+  recorder->takeOver();
+  settle();
+  EXPECT_EQ(pasteboard.offered, PasteboardOffer()) << "somebody has it";
+  recorder.reset();
+  pasteboard.empty(PasteboardChange::OwnerGone);
+  begin(true);
+  recorder->takeOver();
+  settle();
+  EXPECT_EQ(pasteboard.offered, PasteboardOffer::text(u"b"_s));
+  recorder->end();
+  EXPECT_EQ(pasteboard.handedOver, 1);
+  copy(writer(u"c"_s));
+  EXPECT_EQ(kept().first(), u"text b"_s) << "it has ended";
+}
+
+}  // namespace
+}  // namespace tarnwick
