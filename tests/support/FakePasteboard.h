@@ -57,7 +57,7 @@ class FakePasteboard final : public Pasteboard {
 
   quint64 changeCount() const override { return told_; }
   bool isEmpty() const override { return isEmpty_; }
-  PasteboardOwner owner() const override { return program_.owner; }
+  PasteboardOwner owner() override { return program_.owner; }
 
   void readTypes(quint64 change, QObject* context, Types done) override {
     later(context, [this, change, done] {

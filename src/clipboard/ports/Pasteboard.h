@@ -104,7 +104,7 @@ class Pasteboard : public QObject {
   /// Whether that change is still the latest, once everything is known that happened before this call.
   virtual void confirm(quint64 change, QObject* context, Answer done) = 0;
   /// The owner of the latest change.
-  virtual PasteboardOwner owner() const = 0;
+  virtual PasteboardOwner owner() = 0;
 
   /// Puts something there, and keeps it there for as long as nobody takes its place; it is a change like any other.
   /// Returns its number. `changed` follows.
@@ -136,7 +136,7 @@ class NoPasteboard final : public Pasteboard {
   void readTypes(quint64, QObject*, Types) override {}
   void readContent(quint64, const QString&, const PasteboardLimits&, QObject*, Content) override {}
   void confirm(quint64, QObject*, Answer) override {}
-  PasteboardOwner owner() const override { return {}; }
+  PasteboardOwner owner() override { return {}; }
   quint64 set(const PasteboardOffer&) override { return 0; }
   void clear() override {}
 
