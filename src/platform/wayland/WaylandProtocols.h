@@ -13,6 +13,7 @@
 #include "plasma-window-management-client.h"
 #include "relative-pointer-unstable-v1-client.h"
 #include "viewporter-client.h"
+#include "wlr-data-control-unstable-v1-client.h"
 #include "wlr-foreign-toplevel-management-unstable-v1-client.h"
 #include "xdg-activation-v1-client.h"
 #include "xdg-shell-client.h"
@@ -76,6 +77,10 @@ struct WaylandDestroy {
   void operator()(org_kde_plasma_virtual_desktop_management* object) const {
     org_kde_plasma_virtual_desktop_management_destroy(object);
   }
+  void operator()(zwlr_data_control_manager_v1* object) const { zwlr_data_control_manager_v1_destroy(object); }
+  void operator()(zwlr_data_control_device_v1* object) const { zwlr_data_control_device_v1_destroy(object); }
+  void operator()(zwlr_data_control_source_v1* object) const { zwlr_data_control_source_v1_destroy(object); }
+  void operator()(zwlr_data_control_offer_v1* object) const { zwlr_data_control_offer_v1_destroy(object); }
   void operator()(zwlr_foreign_toplevel_handle_v1* object) const { zwlr_foreign_toplevel_handle_v1_destroy(object); }
   void operator()(zwlr_foreign_toplevel_manager_v1* object) const { zwlr_foreign_toplevel_manager_v1_destroy(object); }
 };

@@ -120,6 +120,10 @@ WaylandOwned<zwlr_foreign_toplevel_manager_v1> WaylandSession::bindToplevels() c
   return bind<zwlr_foreign_toplevel_manager_v1>(zwlr_foreign_toplevel_manager_v1_interface, kToplevelsVersion);
 }
 
+WaylandOwned<zwlr_data_control_manager_v1> WaylandSession::bindDataControl() const {
+  return bind<zwlr_data_control_manager_v1>(zwlr_data_control_manager_v1_interface, 1);
+}
+
 WaylandOwned<org_kde_plasma_window_management> WaylandSession::bindPlasmaWindows() const {
   return bind<org_kde_plasma_window_management>(org_kde_plasma_window_management_interface, kPlasmaWindowsVersion);
 }
