@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QObject>
+
+#include "clipboard/ClipboardGroup.h"
+#include "clipboard/ClipboardHistory.h"
+#include "clipboard/ports/Pasteboard.h"
+
+namespace tarnwick {
+
+/// What the panel of the history shows: one group of it, or of what a search finds in it. Follows the history. Main
+/// thread only.
+class ClipboardPanelModel final : public QObject {
+  Q_OBJECT
+ public:
+  /// Both must outlive this object. Reads the history at once.
+  ClipboardPanelModel(ClipboardHistory& history, Pasteboard& pasteboard, QObject* parent = nullptr);
+
+  ClipboardGroup group() const { return group_; }
+  void setGroup(ClipboardGroup group);
+  const QString& search() const { return search_; }
+  /// Entries with this text in them, whatever the case and the accents. Pictures have none.
+  void setSearch(const QString& text);
+
+  /// Those that are shown.
+  const QList<ClipboardEntry>& entries() const { return entries_; }
+  /// A finished sentence about what went wrong last; empty while all is well.
+  const QString& message() const { return message_; }
+  /// The groups that hold something, of what the search found.
+  QList<ClipboardGroup> available() const;
+  /// How many favourites clearing the history would take along.
+  qsizetype favourites() const;
+
+  void reload();
+  /// Puts an entry on the clipboard again, which makes it the newest. A picture whose file is gone leaves the clipboard
+  /// empty.
+  void use(const ClipboardEntry& entry);
+  void toggleFavourite(const ClipboardEntry& entry) { history_.toggleFavourite(entry.id); }
+  /// `removed` follows.
+  void remove(const ClipboardEntry& entry);
+  void clear();
+
+ Q_SIGNALS:
+  void changed();
+  /// Can be taken back by `ClipboardHistory::putBack`, for as long as somebody keeps this.
+  void removed(const tarnwick::RemovedClipboardEntry& entry);
+
+ private:
+  QList<ClipboardEntry> found() const;
+  void publish();
+  void say(const QString& message);
+
+  ClipboardHistory& history_;
+  Pasteboard& pasteboard_;
+  ClipboardGroup group_ = ClipboardGroup::Recent;
+  QString search_;
+  QList<ClipboardEntry> entries_;
+  QString message_;
+};
+
+}  // namespace tarnwick
