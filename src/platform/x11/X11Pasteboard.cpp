@@ -58,10 +58,14 @@ bool X11Pasteboard::isCurrent(quint64 change) {
 }
 
 void X11Pasteboard::ask(quint64 change, xcb_atom_t target, qint64 most, QObject* context, X11Reading::Done done) {
+  if (!link_.isOpen()) {
+    answerLater(context, [done = std::move(done)] { done({{PasteboardContent::End::Changed, {}}, false}); });
+    return;
+  }
   auto reading = std::make_unique<X11Reading>(link_, scheduler_, most, context, std::move(done));
   // Between these two the server listens to nobody else, so that the request meets the owner that was looked at.
   xcb_grab_server(link_.connection());
-  const bool mayAsk = link_.isOpen() && owner_ != XCB_WINDOW_NONE && isCurrent(change);
+  const bool mayAsk = owner_ != XCB_WINDOW_NONE && isCurrent(change);
   if (mayAsk) reading->ask(target);
   xcb_ungrab_server(link_.connection());
   link_.flush();
@@ -171,7 +175,7 @@ void X11Pasteboard::dispatch() {
     if (!guard) return;
   }
   sweep();
-  if (!link_.isOpen()) notifier_->setEnabled(false);
+  if (notifier_ && !link_.isOpen()) notifier_->setEnabled(false);
 }
 
 void X11Pasteboard::handle(const xcb_generic_event_t& event) {
