@@ -1,6 +1,7 @@
 #include "clipboard/ClipboardReader.h"
 
 #include <QStringDecoder>
+#include <QSysInfo>
 #include <QUrl>
 #include <algorithm>
 #include <utility>
@@ -13,14 +14,17 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The path of the first file in a list of addresses, one on a line. File managers' own lists begin with what is to be
-// done with the files.
+bool isHere(const QString& host) {
+  return host.isEmpty() || host == u"localhost" || host.compare(QSysInfo::machineHostName(), Qt::CaseInsensitive) == 0;
+}
+
+/// The path of the first file of this machine in a list of addresses, one on a line. File managers' own lists begin
+/// with what is to be done with the files.
 QString firstFile(const QByteArray& list) {
   for (const QByteArray& line : list.split('\n')) {
-    const QByteArray address = line.trimmed();
-    if (!address.startsWith("file:")) continue;
-    const QUrl url = QUrl::fromEncoded(address);
-    if (const QString path = url.isLocalFile() ? url.toLocalFile() : QString(); path.startsWith(u'/')) return path;
+    const QUrl url = QUrl::fromEncoded(line.trimmed());
+    const QString path = url.path(QUrl::FullyDecoded);
+    if (url.scheme() == u"file" && isHere(url.host()) && path.startsWith(u'/')) return path;
   }
   return {};
 }
@@ -113,8 +117,6 @@ void ClipboardReader::confirm(const ClipboardCapture& capture) {
 }
 
 void ClipboardReader::finish(const std::optional<ClipboardCapture>& capture) {
-  // The caller may begin another reading.
-  const auto ending = std::move(context_);
   const Done done = std::exchange(done_, {});
   if (done) done(capture);
 }

@@ -52,7 +52,7 @@ class ClipboardReader {
   quint64 change_ = 0;
   QList<Step> steps_;  ///< What is still to be asked for, while nothing was found.
   Done done_;
-  std::unique_ptr<QObject> context_;  ///< While a reading is under way: its answers end with it.
+  std::unique_ptr<QObject> context_;  ///< The answers to a reading end with it.
 };
 
 }  // namespace tarnwick
