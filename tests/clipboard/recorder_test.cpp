@@ -3,6 +3,7 @@
 #include <QBuffer>
 #include <QImage>
 
+#include "clipboard/ClipboardOwners.h"
 #include "clipboard/ClipboardRecorder.h"
 #include "support/FakePasteboard.h"
 #include "support/FileTest.h"
@@ -221,6 +222,28 @@ TEST_F(ClipboardRecorderTest, NothingIsAskedOfAnOwnerThatIsListed) {
   EXPECT_EQ(pasteboard.asked, QStringList());
   copy(writer(u"of somebody unknown"_s));
   EXPECT_EQ(kept(), QStringList{u"text of somebody unknown"_s});
+}
+
+TEST(ClipboardOwners, AreKnownByTheirWindowsOrTheirProcesses) {
+  DesktopEntry vault;
+  vault.id = u"org.example.Vault"_s;
+  vault.exec = u"/usr/bin/vault %U"_s;
+  vault.startupWmClass = u"Vault"_s;
+  const AppIndex apps({}, {vault}, {}, {});
+  const struct {
+    const char* what;
+    PasteboardOwner owner;
+    QString application;
+  } cases[] = {
+      {"by its class", {u"Vault"_s, {}, {}, 0}, vault.id},
+      {"by its process", {{}, {}, {}, 7}, vault.id},
+      {"another process", {{}, {}, {}, 8}, {}},
+      {"nobody", {}, {}},
+  };
+  for (const auto& each : cases) {
+    const auto executableOf = [](qint64 pid) { return pid == 7 ? u"vault"_s : u"other"_s; };
+    EXPECT_EQ(ClipboardOwners::applicationOf(each.owner, apps, executableOf), each.application) << each.what;
+  }
 }
 
 TEST_F(ClipboardRecorderTest, WhatWentWithItsProgramCanStillBePasted) {

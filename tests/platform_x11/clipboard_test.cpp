@@ -312,13 +312,13 @@ TEST_F(X11Clipboard, KnowsTheProgramThatCopied) {
   Program program;
   program.copy("text/plain", "a");
   ASSERT_TRUE(sees({PasteboardChange::Taken}));
-  EXPECT_EQ(pasteboard.owner(), (PasteboardOwner{{}, {}, ::getpid()}));
+  EXPECT_EQ(pasteboard.owner(), (PasteboardOwner{{}, {}, {}, ::getpid()}));
   constexpr char kClass[] = "vault\0Vault";
   xcb_change_property(program.connection(), XCB_PROP_MODE_REPLACE, program.window(), XCB_ATOM_WM_CLASS, XCB_ATOM_STRING,
                       8, sizeof kClass, kClass);
   program.take();
   ASSERT_TRUE(sees({PasteboardChange::Taken}));
-  EXPECT_EQ(pasteboard.owner(), (PasteboardOwner{u"Vault"_s, u"vault"_s, ::getpid()}));
+  EXPECT_EQ(pasteboard.owner(), (PasteboardOwner{u"Vault"_s, u"vault"_s, {}, ::getpid()}));
   program.empty();
   ASSERT_TRUE(sees({PasteboardChange::Cleared}));
   EXPECT_EQ(pasteboard.owner(), PasteboardOwner());

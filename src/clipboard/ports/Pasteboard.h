@@ -17,6 +17,7 @@ namespace tarnwick {
 struct PasteboardOwner {
   QString applicationId;  ///< What the program calls itself; empty where that is not known.
   QString instance;       ///< The second name that X11 programs give.
+  QString sandboxId;      ///< The id of the Flatpak or Snap that it runs in, where that is known.
   qint64 pid = 0;         ///< 0 where the desktop does not tell.
 
   bool operator==(const PasteboardOwner&) const = default;

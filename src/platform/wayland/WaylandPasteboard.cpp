@@ -231,7 +231,7 @@ void WaylandPasteboard::selected(zwlr_data_control_offer_v1* offer) {
     endReadings();
     owner_ = {};
     for (const ClientWindow& window : windows_.all()) {
-      if (window.active) owner_ = {window.applicationId, window.instance, window.pid};
+      if (window.active) owner_ = {window.applicationId, window.instance, window.sandboxId, window.pid};
     }
   }
   Q_EMIT changed(offer_ ? PasteboardChange::Taken : PasteboardChange::Cleared);

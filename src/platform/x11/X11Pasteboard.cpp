@@ -7,6 +7,7 @@
 #include <cstring>
 #include <utility>
 
+#include "platform/x11/SandboxIdentity.h"
 #include "platform/x11/X11Properties.h"
 
 namespace tarnwick {
@@ -113,6 +114,7 @@ PasteboardOwner X11Pasteboard::owner() {
     if (found.applicationId.isEmpty()) found.applicationId = announcedName(name);
   }
   found.pid = link_.processOf(owner_);
+  if (found.pid > 0) found.sandboxId = SandboxIdentity::of(found.pid);
   dispatchLater();
   return found;
 }
