@@ -30,7 +30,7 @@ QString firstFile(const QByteArray& list) {
 }
 
 QString decodedText(const QByteArray& bytes) {
-  QStringDecoder decoder(QStringDecoder::Utf8);
+  QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
   const QString text = decoder(bytes);
   // Some programs put texts of old there under a name that promises nothing.
   return decoder.hasError() ? QString::fromLatin1(bytes) : text;

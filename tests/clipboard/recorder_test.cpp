@@ -26,19 +26,21 @@ Program vault(const QString& text = u"secret"_s) {
   return program(u"vault"_s, {{u"x-kde-passwordManagerHint"_s, "no"}, {kUtf8, text.toUtf8()}});
 }
 
-QByteArray bitmap(int side = 2) {
-  QImage image(side, side, QImage::Format_RGB32);
+QByteArray picture(const char* format) {
+  QImage image(2, 2, QImage::Format_RGB32);
   image.fill(Qt::red);
   QByteArray bytes;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);
-  image.save(&buffer, "BMP");
+  image.save(&buffer, format);
   return bytes;
 }
+QByteArray bitmap() { return picture("BMP"); }
 
-QByteArray bombMap() {
-  QByteArray bytes = bitmap();
-  for (const int at : {18, 22}) bytes.replace(at, 4, QByteArray("\xa0\x86\x01\0", 4));
+/// Says in its header that it is a hundred thousand pixels wide and high.
+QByteArray bomb() {
+  QByteArray bytes = picture("PNG");
+  bytes.replace(16, 8, QByteArray::fromHex("000186a0000186a0")).replace(29, 4, QByteArray::fromHex("27309c9f"));
   return bytes;
 }
 
@@ -116,7 +118,7 @@ TEST_F(ClipboardRecorderTest, FilesWinOverPicturesAndPicturesOverText) {
        program(u"p"_s, {{kUtf8, "cell"}, {u"image/bmp"_s, "text"}}),
        {u"text cell"_s},
        {u"image/bmp"_s, kUtf8}},
-      {"a bomb", program(u"p"_s, {{kUtf8, "cell"}, {u"image/bmp"_s, bombMap()}}), {}, {u"image/bmp"_s}},
+      {"a bomb", program(u"p"_s, {{kUtf8, "cell"}, {u"image/png"_s, bomb()}}), {}, {u"image/png"_s}},
       {"the richest text once",
        program(u"p"_s, {{u"STRING"_s, "?"}, {u"text/html"_s, "<b>"}, {u"UTF8_STRING"_s, "ä"}, {u"TEXT"_s, "?"}}),
        {u"text ä"_s},

