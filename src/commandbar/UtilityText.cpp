@@ -54,7 +54,7 @@ Answer UtilityText::convert(const QString& value, const QString& from, const QSt
   return answer([&] { return UnitConversion::convert(*number, from, to); });
 }
 
-QString UtilityText::number(double value, const QLocale& locale, int decimals) {
+QString UtilityText::localised(double value, const QLocale& locale, int decimals) {
   QString text = locale.toString(value, 'f', decimals);
   const QString point = locale.decimalPoint();
   if (decimals > 0 && text.contains(point)) {
@@ -62,7 +62,11 @@ QString UtilityText::number(double value, const QLocale& locale, int decimals) {
     if (text.endsWith(point)) text.chop(point.size());
   }
   const bool nothing = text == locale.negativeSign() + locale.zeroDigit();  // Less than would be seen.
-  return nothing ? locale.zeroDigit() : withTrueMinus(text);
+  return nothing ? locale.zeroDigit() : text;
+}
+
+QString UtilityText::number(double value, const QLocale& locale, int decimals) {
+  return withTrueMinus(localised(value, locale, decimals));
 }
 
 QStringList UtilityText::forms(double value, const QLocale& locale) {

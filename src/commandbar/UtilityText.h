@@ -21,7 +21,9 @@ struct UtilityText {
   static QString plain(const QString& text, const QLocale& locale);
   static Answer calculate(const QString& expression, const QLocale& locale);
   static Answer convert(const QString& value, const QString& from, const QString& to, const QLocale& locale);
-  /// With at most `decimals` digits behind the point and none that say nothing.
+  /// As the locale writes it, with at most `decimals` digits behind the point and none that say nothing; "-0" is "0".
+  static QString localised(double value, const QLocale& locale, int decimals);
+  /// The same with the true minus, for the eye.
   static QString number(double value, const QLocale& locale, int decimals = 10);
   /// The number from its longest form to its shortest, for places of unknown width.
   static QStringList forms(double value, const QLocale& locale);
