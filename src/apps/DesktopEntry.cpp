@@ -32,6 +32,7 @@ std::optional<DesktopEntry> entryOf(const KeyFile& file) {
   DesktopEntry entry;
   entry.hidden = file.flag(group, u"Hidden"_s);
   entry.name = file.string(group, u"Name"_s);
+  entry.untranslatedName = file.untranslated(group, u"Name"_s);
   const auto type = typeNamed(file.string(group, u"Type"_s));
   if (entry.hidden && !type) return entry;
   if (!type || (entry.name.isEmpty() && !entry.hidden)) return {};

@@ -27,6 +27,7 @@ struct DesktopEntry {
 
   Type type = Type::Application;
   QString name;
+  QString untranslatedName;  ///< English as a rule; the same as `name` where that is in no other language.
   QString genericName;
   QString comment;
   QString iconName;  ///< A name in the icon theme, or an absolute path.

@@ -1,5 +1,7 @@
 #include "apps/KeyFile.h"
 
+#include <tuple>
+
 #include "base/SmallFile.h"
 
 namespace tarnwick {
@@ -76,9 +78,10 @@ KeyFile KeyFile::parse(QByteArrayView utf8, const QStringList& locales) {
       if (rank < 0) continue;
       key = key.first(bracket).trimmed();
     }
-    const auto known = group->constFind(key.toString());
-    if (known != group->constEnd() && known->rank < rank) continue;
-    group->insert(key.toString(), {line.sliced(equals + 1).trimmed().toString(), rank});
+    Value& value = (*group)[key.toString()];
+    const QString raw = line.sliced(equals + 1).trimmed().toString();
+    if (rank == locales.size()) value.untranslated = raw;
+    if (rank <= value.rank) std::tie(value.raw, value.rank) = std::tie(raw, rank);
   }
   return file;
 }
@@ -94,6 +97,10 @@ QStringList KeyFile::keys(const QString& group) const { return groups_.value(gro
 
 QString KeyFile::string(const QString& group, const QString& key) const {
   return resolved(groups_.value(group).value(key).raw, false).constFirst();
+}
+
+QString KeyFile::untranslated(const QString& group, const QString& key) const {
+  return resolved(groups_.value(group).value(key).untranslated, false).constFirst();
 }
 
 QStringList KeyFile::list(const QString& group, const QString& key) const {

@@ -4,6 +4,7 @@
 #include <QHash>
 #include <QString>
 #include <QStringList>
+#include <limits>
 
 namespace tarnwick {
 
@@ -23,6 +24,8 @@ class KeyFile {
 
   /// The value with its escapes resolved.
   QString string(const QString& group, const QString& key) const;
+  /// The same without translation, which is English as a rule.
+  QString untranslated(const QString& group, const QString& key) const;
   /// The items between semicolons, empty ones left out.
   QStringList list(const QString& group, const QString& key) const;
   /// How desktop files write that something holds: "true" in any case, or "1".
@@ -32,7 +35,9 @@ class KeyFile {
  private:
   struct Value {
     QString raw;
-    qsizetype rank = 0;  ///< The place of its language in the reader's list; the untranslated value comes last.
+    QString untranslated;
+    qsizetype rank = std::numeric_limits<qsizetype>::max();  ///< The place of its language in the reader's list; the
+                                                             ///< untranslated value comes last.
   };
   QHash<QString, QHash<QString, Value>> groups_;
 };

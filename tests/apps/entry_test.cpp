@@ -33,6 +33,7 @@ TEST(DesktopEntry, ReadsWhatTheFileSaysInTheUsersLanguage) {
   const auto entry = DesktopEntry::parse(text, {u"de_AT"_s, u"de"_s});
   ASSERT_TRUE(entry);
   EXPECT_EQ(entry->name, u"Federl"_s);
+  EXPECT_EQ(entry->untranslatedName, u"Editor"_s);
   EXPECT_EQ(entry->comment, u"one\ntwo three\\four\\q"_s);
   EXPECT_EQ(entry->keywords, (QStringList{u"Wort"_s, u"Satz"_s}));
   EXPECT_TRUE(entry->noDisplay && entry->dbusActivatable && !entry->terminal);
@@ -43,6 +44,7 @@ TEST(DesktopEntry, ReadsWhatTheFileSaysInTheUsersLanguage) {
 
   const auto plain = DesktopEntry::parse(text, {u"es"_s});
   EXPECT_EQ(plain->name, u"Editor"_s);
+  EXPECT_EQ(plain->untranslatedName, u"Editor"_s);
   EXPECT_EQ(plain->keywords, (QStringList{u"text"_s, u"semi;colon"_s, u"last"_s}));
 }
 
