@@ -60,6 +60,30 @@ QStringList Text::characters(const QString& text, qsizetype most) {
   return characters;
 }
 
+QStringView Text::beginning(QStringView text, qsizetype characters) {
+  // One more, which could belong to the last.
+  if (std::ranges::all_of(text.first(std::min(characters + 1, text.size())), standsAlone))
+    return text.first(std::min(characters, text.size()));
+  for (const qsizetype unitsEach : {4, 64}) {
+    const QStringView part = text.first(std::min(characters * unitsEach, text.size()));
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, part);
+    qsizetype end = 0;
+    for (qsizetype found = 0; found < characters && end < part.size(); ++found) end = finder.toNextBoundary();
+    if (end < part.size() || part.size() == text.size() || unitsEach == 64) return text.first(end);
+  }
+  return text;
+}
+
+bool Text::standsAlone(QChar character) {
+  // Latin, Greek, Cyrillic, usual punctuation, Kana, Han, and Hangul in syllables; all others may join.
+  const char16_t unit = character.unicode();
+  if (unit < 0x300) return unit != u'\r';
+  if (unit < 0x530) return unit >= 0x370 && (unit < 0x483 || unit > 0x489);
+  if (unit < 0x3041) return unit >= 0x2010 && unit <= 0x2027;
+  return unit <= 0x3096 || (unit >= 0x30A1 && unit <= 0x30FA) || (unit >= 0x4E00 && unit <= 0x9FFF) ||
+         (unit >= 0xAC00 && unit <= 0xD7A3);
+}
+
 std::optional<double> Text::number(QStringView text) {
   if (!isDecimal(text)) return std::nullopt;
   // The form is known to be good from here on, and all of it is ASCII.

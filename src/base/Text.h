@@ -16,6 +16,11 @@ struct Text {
 
   /// The characters of a text as a user perceives them, the first `most` of them.
   static QStringList characters(const QString& text, qsizetype most = std::numeric_limits<qsizetype>::max());
+  /// The first so many characters, at a price that does not grow with the text.
+  static QStringView beginning(QStringView text, qsizetype characters);
+  /// Whether this is a character by itself, whatever stands beside it for which the same is true: a quick test that is
+  /// true for most of what people write and false where one has to look closer.
+  static bool standsAlone(QChar unit);
 
   /// A number written as decimal digits, with an optional sign, point and exponent, and nothing around it. Absent for
   /// every other text, hexadecimal and infinity included, and for what is too large to be finite. Same in every locale.

@@ -29,6 +29,35 @@ TEST(Text, KnowsWhatAUserPerceivesAsOneCharacter) {
   EXPECT_EQ(Text::characters({}), QStringList());
 }
 
+TEST(Text, CutsBetweenCharacters) {
+  const QString family = u"👨‍👩‍👧"_s;
+  const QString stacked = u"e"_s + u"\u0301"_s.repeated(1'000);
+  const struct {
+    QString text;
+    qsizetype characters;
+    QString beginning;
+  } cases[] = {
+      {u"abc"_s, 2, u"ab"_s},
+      {u"abc"_s, 3, u"abc"_s},
+      {u"abc"_s, 4, u"abc"_s},
+      {u"ae\u0301b"_s, 2, u"ae\u0301"_s},
+      {family.repeated(200), 120, family.repeated(120)},
+      {u"漢字"_s.repeated(200), 3, u"漢字漢"_s},
+      {u"a\r\nb"_s, 2, u"a\r\n"_s},
+      {{}, 3, {}},
+      {u"ab"_s, 0, {}},
+  };
+  for (const auto& each : cases)
+    EXPECT_EQ(Text::beginning(each.text, each.characters), each.beginning) << each.text.left(20).toStdString();
+  EXPECT_LE(Text::beginning(stacked, 2).size(), stacked.size());
+
+  // What is said to stand alone is told apart as the slow way does.
+  QString alone;
+  for (char32_t unit = 0x20; unit < 0xD800; ++unit)
+    if (Text::standsAlone(QChar(static_cast<char16_t>(unit)))) alone += QChar(static_cast<char16_t>(unit));
+  EXPECT_EQ(Text::characters(alone).size(), alone.size());
+}
+
 TEST(Text, TakesBlanksButNoNewLinesFromTheEnds) {
   EXPECT_EQ(Text::withoutOuterBlanks(u" \t\u00A0a b\u3000 "), u"a b");
   EXPECT_EQ(Text::withoutOuterBlanks(u" \na\n "), u"\na\n");
