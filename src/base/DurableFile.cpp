@@ -117,6 +117,10 @@ class Draft {
   /// All of it is on the disk.
   void finish() {
     if (uninterrupted([&] { return ::fsync(file_.number()); }) != 0) abandon(errno);
+    close();
+  }
+
+  void close() {
     if (::close(file_.release()) != 0) abandon(errno);
   }
 
@@ -207,6 +211,14 @@ void DurableFile::writeAtomically(const QByteArray& data, const QString& path, s
   Draft draft(target, finalMode(target, mode));
   draft.write(data);
   draft.finish();
+  draft.takePlace();
+}
+
+void DurableFile::writeQuickly(const QByteArray& data, const QString& path, std::optional<unsigned> mode) {
+  const QByteArray target = followLinks(QFile::encodeName(path));
+  Draft draft(target, finalMode(target, mode));
+  draft.write(data);
+  draft.close();
   draft.takePlace();
 }
 

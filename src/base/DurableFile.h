@@ -19,6 +19,9 @@ struct DurableFile {
   /// without one an existing file keeps its own and a new one gets the user's default. Only regular files are replaced.
   static void writeAtomically(const QByteArray& data, const QString& path, std::optional<unsigned> mode = std::nullopt);
 
+  /// The same without waiting for the disk, for what need not outlive a loss of power.
+  static void writeQuickly(const QByteArray& data, const QString& path, std::optional<unsigned> mode = std::nullopt);
+
   /// What distinguishes one state of a file from another.
   struct Stamp {
     quint64 device = 0;

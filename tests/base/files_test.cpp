@@ -38,15 +38,17 @@ TEST_F(Files, AreReplacedWithTheModeThatIsAskedFor) {
     std::optional<unsigned> wanted;
     mode_t after;
   } cases[] = {{{}, {}, 0640}, {{}, 0600U, 0600}, {0604, {}, 0604}, {0644, 0600U, 0600}, {0600, 0666U, 0666}};
-  for (const auto& c : cases) {
-    QFile::remove(at(u"f"_s));
-    if (c.before) {
-      put(u"f"_s, "older and longer");
-      setMode(u"f"_s, *c.before);
+  for (const auto write : {&DurableFile::writeAtomically, &DurableFile::writeQuickly}) {
+    for (const auto& c : cases) {
+      QFile::remove(at(u"f"_s));
+      if (c.before) {
+        put(u"f"_s, "older and longer");
+        setMode(u"f"_s, *c.before);
+      }
+      write("new", at(u"f"_s), c.wanted);
+      EXPECT_EQ(content(u"f"_s), "new");
+      EXPECT_EQ(mode(u"f"_s), c.after);
     }
-    DurableFile::writeAtomically("new", at(u"f"_s), c.wanted);
-    EXPECT_EQ(content(u"f"_s), "new");
-    EXPECT_EQ(mode(u"f"_s), c.after);
   }
   ::umask(mask);
   EXPECT_EQ(entries(), QStringList{u"f"_s});
@@ -54,14 +56,16 @@ TEST_F(Files, AreReplacedWithTheModeThatIsAskedFor) {
 
 TEST_F(Files, StayAsTheyWereWhenTheDiskIsFull) {
   put(u"f"_s, "old");
-  std::string failure;
-  {
-    const AsFullDisk full(1000);
-    failure = failureOf([&] { DurableFile::writeAtomically(QByteArray(5000, 'x'), at(u"f"_s)); });
+  for (const auto write : {&DurableFile::writeAtomically, &DurableFile::writeQuickly}) {
+    std::string failure;
+    {
+      const AsFullDisk full(1000);
+      failure = failureOf([&] { write(QByteArray(5000, 'x'), at(u"f"_s), {}); });
+    }
+    EXPECT_EQ(failure, "The file “f” could not be written" + because(EFBIG));
+    EXPECT_EQ(content(u"f"_s), "old");
+    EXPECT_EQ(entries(), QStringList{u"f"_s});
   }
-  EXPECT_EQ(failure, "The file “f” could not be written" + because(EFBIG));
-  EXPECT_EQ(content(u"f"_s), "old");
-  EXPECT_EQ(entries(), QStringList{u"f"_s});
 }
 
 TEST_F(Files, BehindLinksAreReplacedAndTheLinksStay) {

@@ -35,6 +35,16 @@ TEST(OrderedWork, IsDoneInTurnAndAnsweredHere) {
   EXPECT_EQ(done, answered);
 }
 
+TEST(OrderedWork, CanBeFinishedBeforeItsEnd) {
+  std::atomic<int> done = 0;
+  {
+    OrderedWork work;
+    for (int i = 0; i < 20; ++i) work.start([&done] { return ++done; }, [](int) {});
+    work.finish();
+    EXPECT_EQ(done, 20);
+  }
+}
+
 TEST(OrderedWork, NothingIsAnsweredOrBegunOnceItIsCancelled) {
   std::binary_semaphore running(0);
   std::binary_semaphore mayEnd(0);
