@@ -1,0 +1,205 @@
+#include "commandbar/CommandBarModel.h"
+
+#include <QPointer>
+#include <QUrl>
+#include <algorithm>
+
+#include "base/ProbeCounters.h"
+#include "base/Text.h"
+#include "commandbar/CommandRanking.h"
+#include "commandbar/CommandSources.h"
+#include "widgets/catalog/Catalog.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr qsizetype kFewestForFiles = 2;
+
+QSet<quint64> activeAmong(const QList<ClientWindow>& windows) {
+  QSet<quint64> active;
+  for (const ClientWindow& window : windows)
+    if (window.active) active.insert(window.id);
+  return active;
+}
+
+}  // namespace
+
+CommandBarModel::CommandBarModel(CommandBarParts parts, QObject* parent) : QObject(parent), parts_(std::move(parts)) {
+  connect(&parts_.apps, &InstalledApps::changed, this, &CommandBarModel::recomputeKeepingRow);
+}
+
+CommandBarModel::~CommandBarModel() { parts_.files.stop(); }
+
+void CommandBarModel::setQuery(const QString& query) {
+  if (query == query_) return;
+  query_ = query;
+  Q_EMIT queryChanged();
+  // Rows of files stay for now and are judged by the new query, so that they don't blink at each key.
+  show(CommandRanking::rank(candidates(query_), query_, usage_, parts_.store.now()), 0);
+  searchFilesSoon();
+}
+
+void CommandBarModel::setChoices(const CommandBarChoices& choices) {
+  if (choices == choices_) return;
+  choices_ = choices;
+  if (!choices_.findsFiles) {
+    fileWork_.reset();
+    stopFileSearch();
+    files_.clear();
+  }
+  if (isOpen_) recomputeKeepingRow();
+}
+
+void CommandBarModel::opened() {
+  if (!std::exchange(usageLoaded_, true)) {
+    if (!parts_.store.isDiagnostic()) usage_ = CommandUsageStore::load(parts_.store.dataDirectory());
+    if (parts_.loadClipboard) parts_.loadClipboard();
+  }
+  isOpen_ = true;
+  activeWindows_ = activeAmong(parts_.windows.all());
+  setQuery({});
+  show(results_, 0);
+  recompute();
+}
+
+void CommandBarModel::closed() {
+  isOpen_ = false;
+  fileWork_.reset();
+  stopFileSearch();
+  files_.clear();
+  if (!query_.isEmpty()) {
+    query_.clear();
+    Q_EMIT queryChanged();
+  }
+  show({}, 0);
+}
+
+void CommandBarModel::recompute() {
+  const QList<CommandItem> rows = CommandRanking::rank(candidates(query_), query_, usage_, parts_.store.now());
+  show(rows, selection_);
+}
+
+void CommandBarModel::recomputeKeepingRow() {
+  if (!isOpen_) return;
+  const auto row = selected();
+  const QList<CommandItem> rows = CommandRanking::rank(candidates(query_), query_, usage_, parts_.store.now());
+  const auto same = std::ranges::find(rows, row ? row->id : QString(), &CommandItem::id);
+  show(rows, same == rows.end() ? selection_ : same - rows.begin());
+}
+
+QList<CommandItem> CommandBarModel::candidates(const QString& query) {
+  ProbeCounters::count("commandRecompute");
+  QList<CommandItem> items;
+  if (auto row = CommandSources::calculation(query)) items.append(*std::move(row));
+  if (Text::withoutOuterBlanks(query).isEmpty()) return items;
+  if (choices_.findsApps) items += appRows();
+  if (choices_.findsWindows) {
+    const QList<ClientWindow> windows = parts_.windows.all();
+    items += CommandSources::windows(parts_.runningApps.list(), windows, activeAmong(windows) + activeWindows_, query);
+  }
+  if (choices_.findsWidgets) items += CommandSources::widgets(Catalog::items());
+  if (choices_.findsSymbols) items += CommandSources::symbols(query);
+  if (choices_.findsClipboard && parts_.clipboard && parts_.store.config().clipboardEnabled)
+    items += CommandSources::clipboard(parts_.clipboard());
+  items += files_;
+  if (choices_.searchesWeb)
+    if (auto row = CommandSources::web(query, choices_.webSearch)) items.append(*std::move(row));
+  return items;
+}
+
+const QList<CommandItem>& CommandBarModel::appRows() {
+  const auto index = parts_.apps.index();
+  if (index != appIndex_) {
+    appIndex_ = index;
+    appRows_ = CommandSources::apps(parts_.apps.all());
+  }
+  return appRows_;
+}
+
+void CommandBarModel::show(const QList<CommandItem>& results, qsizetype selection) {
+  const qsizetype last = std::max<qsizetype>(results.size() - 1, 0);
+  const qsizetype place = std::min(selection, last);
+  const bool isOtherPlace = place != selection_;
+  selection_ = place;
+  const bool areOthers = results != results_;
+  if (areOthers) results_ = results;
+  if (areOthers) Q_EMIT resultsChanged();
+  if (isOtherPlace) Q_EMIT selectionChanged();
+}
+
+void CommandBarModel::moveSelection(qsizetype by) {
+  const qsizetype count = results_.size();
+  if (count == 0) return;
+  show(results_, ((selection_ + by) % count + count) % count);
+}
+
+void CommandBarModel::searchFilesSoon() {
+  fileWork_.reset();
+  files_.clear();
+  const QString text = Text::withoutOuterBlanks(query_).toString();
+  if (!choices_.findsFiles || Text::characters(text, kFewestForFiles).size() < kFewestForFiles) return stopFileSearch();
+  fileWork_ = parts_.store.scheduler().after(kFileDelay, [this, text] { startFileSearch(text); });
+}
+
+void CommandBarModel::startFileSearch(const QString& query) {
+  stopFileSearch();
+  setSearchingFiles(true);
+  parts_.files.start(query, [model = QPointer(this)](const QList<FoundFile>& found) {
+    if (model) model->absorbFileResults(found);
+  });
+}
+
+void CommandBarModel::absorbFileResults(const QList<FoundFile>& found) {
+  setSearchingFiles(false);
+  files_ = CommandSources::files(found.first(std::min(found.size(), FileSearch::kMost)));
+  recompute();
+}
+
+void CommandBarModel::stopFileSearch() {
+  parts_.files.stop();
+  setSearchingFiles(false);
+}
+
+void CommandBarModel::setSearchingFiles(bool searching) {
+  if (std::exchange(searchingFiles_, searching) != searching) Q_EMIT searchingFilesChanged();
+}
+
+void CommandBarModel::remember(const CommandItem& item) {
+  if (item.isWindow()) return;  // It is another one each time.
+  usage_.record(item.id, parts_.store.now());
+  if (!parts_.store.isDiagnostic()) usageStore_.save(usage_, parts_.store.dataDirectory());
+}
+
+bool CommandBarModel::activate(const CommandItem& item) {
+  const CommandItem chosen = item;  // What is done may replace the rows.
+  remember(chosen);
+  switch (chosen.kind) {
+    case CommandItem::Kind::App:
+      if (chosen.isWindow())
+        parts_.commands.showWindow(chosen.payload.toULongLong());
+      else
+        parts_.commands.startApplication(chosen.path);
+      break;
+    case CommandItem::Kind::File:
+      parts_.commands.openPath(chosen.path);
+      break;
+    case CommandItem::Kind::Widget:
+      parts_.store.add(chosen.payload);
+      break;
+    case CommandItem::Kind::Clipboard:
+    case CommandItem::Kind::Calculation:
+    case CommandItem::Kind::Symbol:
+      parts_.commands.copyText(chosen.payload);
+      break;
+    case CommandItem::Kind::Web:
+      if (const QUrl url(chosen.payload); url.isValid()) parts_.commands.openUrl(url);
+      break;
+  }
+  return true;
+}
+
+void CommandBarModel::revealInFinder(const CommandItem& item) { parts_.commands.reveal(item.path); }
+
+void CommandBarModel::copyPath(const CommandItem& item) { parts_.commands.copyText(item.path); }
+
+}  // namespace tarnwick

@@ -1,0 +1,129 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QSet>
+#include <QString>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "apps/InstalledApps.h"
+#include "apps/RunningApplications.h"
+#include "base/Scheduler.h"
+#include "clipboard/ClipboardEntry.h"
+#include "commandbar/CommandItem.h"
+#include "commandbar/CommandUsageStore.h"
+#include "commandbar/ports/FileSearch.h"
+#include "desktop/ClientWindows.h"
+#include "store/AppStore.h"
+#include "store/Commands.h"
+
+namespace tarnwick {
+
+/// What the command bar asks of the program. References are borrowed and must outlive the model.
+struct CommandBarParts {
+  AppStore& store;
+  InstalledApps& apps;
+  RunningApplications& runningApps;
+  ClientWindows& windows;
+  Commands& commands;
+  FileSearch& files;
+  /// Has the history of copies read; called once, when the bar opens first. May be left out.
+  std::function<void()> loadClipboard = {};
+  /// The history as it is now, the newest entry first; must not wait for anything. May be left out.
+  std::function<QList<ClipboardEntry>()> clipboard = {};
+};
+
+/// What the user chose about the command bar.
+struct CommandBarChoices {
+  bool findsApps = true;
+  bool findsWindows = true;
+  bool findsWidgets = true;
+  bool findsSymbols = true;
+  bool findsClipboard = true;  ///< The history itself must be on too.
+  bool findsFiles = true;
+  bool searchesWeb = true;
+  QString webSearch;  ///< See WebSearch.
+
+  bool operator==(const CommandBarChoices&) const = default;
+};
+
+/// The command bar without its window: what is typed, what is found for it, which row is selected, and what is done
+/// with a row. From the query to the rows all happens within the call; only files come later, and then the rows are
+/// made anew. It lives as long as the program. Main thread only.
+class CommandBarModel final : public QObject {
+  Q_OBJECT
+ public:
+  /// Files are looked for when nothing was typed for so long.
+  static constexpr double kFileDelay = 0.15;
+
+  explicit CommandBarModel(CommandBarParts parts, QObject* parent = nullptr);
+  /// Waits until the use of rows is written.
+  ~CommandBarModel() override;
+
+  const QString& query() const { return query_; }
+  const QList<CommandItem>& results() const { return results_; }
+  qsizetype selection() const { return selection_; }
+  bool searchingFiles() const { return searchingFiles_; }
+  /// The row at `selection`.
+  std::optional<CommandItem> selected() const { return results_.isEmpty() ? std::nullopt : rowAt(selection_); }
+
+  void setQuery(const QString& query);
+  void setChoices(const CommandBarChoices& choices);
+
+  /// Before the bar is shown, while the window in front is still another one. Begins with an empty query.
+  void opened();
+  /// The bar is hidden: nothing is searched, and nothing of the query is kept.
+  void closed();
+
+  /// Goes so many rows down, and from one end on to the other.
+  void moveSelection(qsizetype by);
+
+  /// Notes that the row was chosen, and does what it stands for. Always true: the bar may be hidden.
+  bool activate(const CommandItem& item);
+  void revealInFinder(const CommandItem& item);
+  void copyPath(const CommandItem& item);
+
+  /// Finds all rows anew. The selection stays at its place as far as there are rows.
+  void recompute();
+
+ Q_SIGNALS:
+  void queryChanged();
+  void resultsChanged();
+  void selectionChanged();
+  void searchingFilesChanged();
+
+ private:
+  std::optional<CommandItem> rowAt(qsizetype place) const {
+    return place >= 0 && place < results_.size() ? std::optional(results_[place]) : std::nullopt;
+  }
+  QList<CommandItem> candidates(const QString& query);
+  const QList<CommandItem>& appRows();
+  void recomputeKeepingRow();
+  void show(const QList<CommandItem>& results, qsizetype selection);
+  void searchFilesSoon();
+  void startFileSearch(const QString& query);
+  void absorbFileResults(const QList<FoundFile>& found);
+  void stopFileSearch();
+  void setSearchingFiles(bool searching);
+  void remember(const CommandItem& item);
+
+  CommandBarParts parts_;
+  CommandBarChoices choices_;
+  QString query_;
+  QList<CommandItem> results_;
+  qsizetype selection_ = 0;
+  bool searchingFiles_ = false;
+  bool isOpen_ = false;
+  CommandUsage usage_;
+  bool usageLoaded_ = false;
+  CommandUsageStore usageStore_;
+  QList<CommandItem> files_;  ///< The rows of the latest search.
+  JobHandle fileWork_;
+  QSet<quint64> activeWindows_;  ///< When the bar was opened.
+  QList<CommandItem> appRows_;
+  std::shared_ptr<const AppIndex> appIndex_;  ///< That `appRows_` were made of.
+};
+
+}  // namespace tarnwick
