@@ -1,3 +1,5 @@
+// What finding files by name costs, off the main thread. Promise: a million names answer within 30 ms.
+
 #include <benchmark/benchmark.h>
 
 #include <QFile>
