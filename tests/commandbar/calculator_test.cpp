@@ -31,7 +31,7 @@ TEST(Calculator, GivesValuesForCalculationsAlone) {
       {u"10%*10%", "0.01"},    {u"2^50%", "1.41421356237"},
       {u".5+.5", "1"},         {u"5.+1", "6"},
       {u"(5)", "5"},           {u"-5", "-5"},
-      {u"0*-1", "-0"},         {u"", "none"},
+      {u"0*-1", "0"},          {u"", "none"},
       {u"42", "none"},         {u"foo bar", "none"},
       {u"a-b", "none"},        {u"--", "none"},
       {u"()", "none"},         {u"1+", "none"},

@@ -55,7 +55,7 @@ TEST_F(NameIndexTest, FindsNamesByAPartOfThem) {
       {u"s",
        "/home/u/RESUME /home/u/Papers /home/u/Papers/resume-old.pdf /home/u/Papers/Résumé.pdf "
        "/home/u/two words\nand a line /home/u/straße"},
-      {u"STRASSE", "/home/u/straße"},
+      {u"STRAßE", "/home/u/straße"},
       {u".res", "/home/u/.config/.resume"},
       {u".pdf", "/home/u/Papers/resume-old.pdf /home/u/Papers/Résumé.pdf"},
       {u".conf", "/home/u/.config/resume.conf /home/u/.config"},
