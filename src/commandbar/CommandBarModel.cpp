@@ -25,7 +25,7 @@ QSet<quint64> activeAmong(const QList<ClientWindow>& windows) {
 }  // namespace
 
 CommandBarModel::CommandBarModel(CommandBarParts parts, QObject* parent) : QObject(parent), parts_(std::move(parts)) {
-  connect(&parts_.apps, &InstalledApps::changed, this, &CommandBarModel::recomputeKeepingRow);
+  connect(&parts_.apps, &InstalledApps::changed, this, &CommandBarModel::refresh);
 }
 
 CommandBarModel::~CommandBarModel() { parts_.files.stop(); }
@@ -47,7 +47,7 @@ void CommandBarModel::setChoices(const CommandBarChoices& choices) {
     stopFileSearch();
     files_.clear();
   }
-  if (isOpen_) recomputeKeepingRow();
+  if (isOpen_) refresh();
 }
 
 void CommandBarModel::opened() {
@@ -79,7 +79,7 @@ void CommandBarModel::recompute() {
   show(rows, selection_);
 }
 
-void CommandBarModel::recomputeKeepingRow() {
+void CommandBarModel::refresh() {
   if (!isOpen_) return;
   const auto row = selected();
   const QList<CommandItem> rows = CommandRanking::rank(candidates(query_), query_, usage_, parts_.store.now());

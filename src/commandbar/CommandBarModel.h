@@ -31,7 +31,8 @@ struct CommandBarParts {
   FileSearch& files;
   /// Has the history of copies read; called once, when the bar opens first. May be left out.
   std::function<void()> loadClipboard = {};
-  /// The history as it is now, the newest entry first; must not wait for anything. May be left out.
+  /// The history as it is now, the newest entry first; must not wait for anything. Whoever gives it calls `refresh`
+  /// when the history changes. May be left out.
   std::function<QList<ClipboardEntry>()> clipboard = {};
 };
 
@@ -87,6 +88,9 @@ class CommandBarModel final : public QObject {
 
   /// Finds all rows anew. The selection stays at its place as far as there are rows.
   void recompute();
+  /// The same because there is something else to be found, such as another application or copy: the selected row stays
+  /// selected. Nothing happens while the bar is closed.
+  void refresh();
 
  Q_SIGNALS:
   void queryChanged();
@@ -100,7 +104,6 @@ class CommandBarModel final : public QObject {
   }
   QList<CommandItem> candidates(const QString& query);
   const QList<CommandItem>& appRows();
-  void recomputeKeepingRow();
   void show(const QList<CommandItem>& results, qsizetype selection);
   void searchFilesSoon();
   void startFileSearch(const QString& query);

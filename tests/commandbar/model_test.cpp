@@ -135,6 +135,10 @@ TEST_F(CommandBarTest, ShowsCopiesOnlyWhileTheHistoryIsOn) {
   store->edit([](DockConfiguration& config) { config.clipboardEnabled = true; });
   model->recompute();
   ASSERT_EQ(rowsOf(CommandItem::Kind::Clipboard).size(), 1);
+  // What comes while the bar is open is found too.
+  copy(u"mail to Eve"_s);
+  model->refresh();
+  EXPECT_EQ(rowsOf(CommandItem::Kind::Clipboard).size(), 2);
   CommandBarChoices choices;
   choices.findsClipboard = choices.searchesWeb = false;
   model->setChoices(choices);
