@@ -35,6 +35,7 @@ const QHash<QString, QPainterPath>& marks() {
                    " 2.8 10 2.8ZP6.6 10.6P7.6 6.9P11 5.6P14 7.8"_L1)},
       {u"dock.rectangle"_s, parseSymbol("R2.8 3.4 14.4 13.2 3M6 13.4H14"_L1)},
       {u"info.circle"_s, parseSymbol("O10 10 7.2M10 9.4V13.8P10 6.4"_L1)},
+      {u"return"_s, parseSymbol("M16 5.4V9.2C16 10.9 15 12 13.2 12H4.6M8.2 8.2L4.4 12L8.2 15.8"_L1)},
       {u"star"_s, parseSymbol("M10 3L12.1 7.4L17 8.1L13.5 11.5L14.3 16.4L10 14.1L5.7 16.4L6.5 11.5L3 8.1L7.9 7.4Z"_L1)},
   };
   return table;

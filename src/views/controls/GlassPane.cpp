@@ -3,11 +3,9 @@
 #include <QCoreApplication>
 #include <QEvent>
 
-#include "views/controls/ControlTheme.h"
-
 namespace tarnwick {
 
-GlassPane::GlassPane() : frame_(new QVBoxLayout(this)) {
+GlassPane::GlassPane(const Shape& shape) : shape_(shape), frame_(new QVBoxLayout(this)) {
   setAttribute(Qt::WA_NoSystemBackground);
   frame_->setSpacing(0);
   setLook(look_);
@@ -15,14 +13,13 @@ GlassPane::GlassPane() : frame_(new QVBoxLayout(this)) {
 
 GlassPane::~GlassPane() = default;
 
-QMargins GlassPane::margins() const { return Glass::margins(look_.palette.panel, theme::kPanelShadowScale); }
+QMargins GlassPane::margins() const { return Glass::margins(look_.palette.panel, shape_.shadowScale); }
 
-double GlassPane::corner() const { return theme::kPanelCorner / theme::kPanelShadowScale; }
+double GlassPane::corner() const { return theme::kPanelCorner / shape_.shadowScale; }
 
 void GlassPane::setLook(const ControlLook& look) {
   look_ = look;
-  const QMargins padding(theme::kPanelPadding, theme::kPanelPadding, theme::kPanelPadding, theme::kPanelPadding);
-  frame_->setContentsMargins(margins() + padding);
+  frame_->setContentsMargins(margins() + shape_.padding);
   announceLook(*this);
   updateGeometry();
 }
@@ -57,7 +54,7 @@ bool GlassPane::eventFilter(QObject* watched, QEvent* event) {
 void GlassPane::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  glass_.paint(painter, rect().marginsRemoved(margins()), look_.palette.panel, corner(), theme::kPanelShadowScale);
+  glass_.paint(painter, pane(), look_.palette.panel, corner(), shape_.shadowScale);
 }
 
 }  // namespace tarnwick

@@ -4,6 +4,7 @@
 #include <QWidget>
 
 #include "views/controls/ControlLook.h"
+#include "views/controls/ControlTheme.h"
 #include "views/theme/Glass.h"
 
 namespace tarnwick {
@@ -13,6 +14,12 @@ namespace tarnwick {
 class GlassPane : public QWidget, public LookSource {
   Q_OBJECT
  public:
+  /// How a pane differs from the others, in device-independent pixels.
+  struct Shape {
+    double shadowScale = theme::kPanelShadowScale;  ///< Of the dock's shadow.
+    int padding = theme::kPanelPadding;             ///< Between its edge and what is on it.
+  };
+
   ~GlassPane() override;
 
   const ControlLook& look() const override { return look_; }
@@ -26,7 +33,8 @@ class GlassPane : public QWidget, public LookSource {
   void sizeChanged();
 
  protected:
-  GlassPane();
+  GlassPane() : GlassPane(Shape()) {}
+  explicit GlassPane(const Shape& shape);
 
   /// Where the content goes; the pane keeps its padding and its shadow clear.
   QVBoxLayout& frame() { return *frame_; }
@@ -36,12 +44,15 @@ class GlassPane : public QWidget, public LookSource {
   void follow(QWidget* content);
   /// Of the corners, in logical pixels.
   virtual double corner() const;
+  /// The glass; all but the margins unless it is on its way to another size.
+  virtual QRectF pane() const { return rect().marginsRemoved(margins()); }
 
   bool event(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  Shape shape_;
   ControlLook look_;
   Glass glass_;
   QVBoxLayout* frame_;

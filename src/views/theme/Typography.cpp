@@ -64,6 +64,14 @@ Type typeOf(TextStyle style) {
       return {23, QFont::DemiBold, -0.02};
     case TextStyle::ListRowStrong:
       return {11.5, QFont::DemiBold, 0};
+    case TextStyle::CommandField:
+      return {22, QFont::Medium, -0.02};
+    case TextStyle::CommandTitle:
+      return {14, QFont::Medium, -0.01};
+    case TextStyle::CommandCaption:
+      return {11, QFont::Medium, 0};
+    case TextStyle::KeyCap:
+      return {11, QFont::DemiBold, 0};
   }
   return {12, QFont::Medium, 0};
 }

@@ -31,6 +31,10 @@ enum class TextStyle {
   BodyStrong,     ///< The word of a button.
   DayFigure,      ///< The number of a day beside something else.
   ListRowStrong,  ///< The row of a list that matters most.
+  CommandField,   ///< What is written in the command bar.
+  CommandTitle,
+  CommandCaption,
+  KeyCap,
 };
 
 /// Where a text that is too long loses characters: names in the middle, sentences at the end.

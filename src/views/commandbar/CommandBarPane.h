@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QKeyEvent>
+#include <functional>
+#include <memory>
+
+#include "commandbar/CommandBarRows.h"
+#include "motion/SpringDriver.h"
+#include "views/controls/GlassPane.h"
+
+namespace tarnwick {
+
+class CommandField;
+class CommandList;
+class FrameClocks;
+
+/// What the command bar looks like: a field, and below it the rows that answer what is written in it. The field has the
+/// keyboard. The pane is as high as its rows; it grows and shrinks by the spring of the reveal.
+class CommandBarPane final : public GlassPane {
+  Q_OBJECT
+ public:
+  using Picture = std::function<void(QPainter& painter, const QRectF& box, const CommandItem& item)>;
+
+  /// The rows are borrowed and outlive it. `picture` draws what stands before the rows of apps and files; the others
+  /// are drawn here.
+  CommandBarPane(CommandBarRows& rows, Picture picture, FrameClocks& clocks, const QString& display);
+  ~CommandBarPane() override;
+
+  void setReduceMotion(bool reduce);
+  /// Whether windows can be translucent; where not, nothing grows.
+  void setComposited(bool composited);
+  QSize sizeHint() const override;
+  CommandField& field() { return *field_; }
+  CommandList& list() { return *list_; }
+
+ Q_SIGNALS:
+  /// What was asked for is done. Its owner hides the bar, not within this signal.
+  void done();
+
+ protected:
+  QRectF pane() const override;
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void takeRows();
+  void keyPressed(QKeyEvent* event);
+  void activate(int row);
+  void reveal(int row);
+  void layOut();
+  void drawPicture(QPainter& painter, const QRectF& box, const CommandItem& item) const;
+
+  CommandBarRows& rows_;
+  Picture picture_;
+  CommandField* field_;
+  CommandList* list_;
+  SpringDriver growth_;
+  double listHeight_ = 0;  ///< As it is now.
+  QSize shownSize_;        ///< The one that was announced last.
+  bool reduceMotion_ = false;
+  bool isComposited_ = true;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,196 @@
+#include "views/commandbar/CommandList.h"
+
+#include <QMouseEvent>
+#include <QStyledItemDelegate>
+#include <algorithm>
+#include <utility>
+
+#include "views/commandbar/CommandBarMeasures.h"
+#include "views/commandbar/CommandBarWords.h"
+#include "views/commandbar/EmphasisedText.h"
+#include "views/commandbar/KeyHint.h"
+#include "views/controls/ControlLook.h"
+#include "views/controls/ControlTheme.h"
+#include "views/controls/Mirroring.h"
+#include "views/controls/PaintedList.h"
+#include "views/theme/Emoji.h"
+#include "views/theme/Glass.h"
+
+namespace tarnwick {
+
+namespace {
+
+using Kind = CommandItem::Kind;
+
+/// The words that a row shows first.
+const QString& wordsOf(const CommandItem& item) { return item.kind == Kind::Symbol ? item.subtitle : item.title; }
+
+bool startsBelow(const QList<CommandRow>& rows, int row) { return rows[row].below && row > 0 && !rows[row - 1].below; }
+
+bool canReveal(const CommandItem& item) { return !item.path.isEmpty(); }
+
+}  // namespace
+
+class CommandList::Model final : public QAbstractListModel {
+ public:
+  using QAbstractListModel::QAbstractListModel;
+
+  QList<CommandRow> rows;
+
+  int rowCount(const QModelIndex& parent = {}) const override {
+    return parent.isValid() ? 0 : static_cast<int>(rows.size());
+  }
+  QVariant data(const QModelIndex& index, int role) const override {
+    if (!index.isValid() || index.row() >= rows.size()) return {};
+    const CommandItem& item = rows[index.row()].item;
+    switch (role) {
+      case Qt::DisplayRole:
+      case Qt::AccessibleTextRole:
+        return item.title;
+      case Qt::AccessibleDescriptionRole:
+        return item.subtitle;
+      default:
+        return {};
+    }
+  }
+  /// Only the rows between what both lists begin and end with are others.
+  void set(const QList<CommandRow>& wanted) {
+    const auto [oldFirst, newFirst] = std::ranges::mismatch(rows, wanted);
+    const qsizetype same = oldFirst - rows.cbegin();
+    const qsizetype gone = rows.size() - same;
+    const qsizetype added = wanted.size() - same;
+    if (gone > 0) {
+      beginRemoveRows({}, static_cast<int>(same), static_cast<int>(rows.size() - 1));
+      rows.resize(same);
+      endRemoveRows();
+    }
+    if (added > 0) {
+      beginInsertRows({}, static_cast<int>(same), static_cast<int>(wanted.size() - 1));
+      rows = wanted;
+      endInsertRows();
+    }
+  }
+};
+
+class CommandList::Painter final : public QStyledItemDelegate {
+ public:
+  explicit Painter(CommandList& list) : QStyledItemDelegate(&list), list_(list) {}
+
+  QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex& index) const override {
+    const bool divided = startsBelow(list_.rows(), index.row());
+    return {list_.viewport()->width(), theme::kBarRowHeight + (divided ? theme::kBarDivider : 0)};
+  }
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    const ControlLook& look = lookOf(list_);
+    const CommandRow& row = list_.rows()[index.row()];
+    QRectF box = option.rect;
+    if (startsBelow(list_.rows(), index.row())) {
+      paintDivider(*painter, box, look);
+      box.setTop(box.top() + theme::kBarDivider);
+    }
+    const bool chosen = index == list_.currentIndex();
+    if (chosen)
+      drawRounded(*painter, box, theme::kBarRowCorner, look.palette.selection);
+    else if (option.state.testFlag(QStyle::State_MouseOver))
+      drawRounded(*painter, box, theme::kBarRowCorner, look.palette.tileHover);
+    paintRow(*painter, box, row, look, chosen);
+    painter->restore();
+  }
+
+ private:
+  static void paintDivider(QPainter& painter, const QRectF& box, const ControlLook& look) {
+    const double thin = hairline(painter);
+    const double y = snappedY(painter, {box.left(), box.top() + theme::kBarDivider / 2.0});
+    painter.fillRect(QRectF(box.left() + theme::kBarIconLeft, y, box.width() - theme::kBarIconLeft * 2, thin),
+                     look.palette.hairline);
+  }
+
+  void paintRow(QPainter& painter, const QRectF& box, const CommandRow& row, const ControlLook& look,
+                bool chosen) const {
+    const Mirroring mirror(*list_.viewport());
+    const CommandItem& item = row.item;
+    const QRectF icon(box.left() + theme::kBarIconLeft, box.center().y() - theme::kBarIcon / 2, theme::kBarIcon,
+                      theme::kBarIcon);
+    if (list_.picture_) list_.picture_(painter, mirror(icon), item);
+    double right = box.right() - theme::kBarRowTextRight;
+    if (chosen) {
+      const KeyHint hint(CommandBarWords::hint(item.kind, canReveal(item)));
+      hint.draw(painter, mirror(QRectF(right - hint.width(), box.top(), hint.width(), box.height())), look,
+                mirror.isMirrored());
+      right -= hint.width() + theme::kBarHintGap;
+    }
+    const double left = box.left() + theme::kBarRowTextLeft;
+    const auto line = [&](double share) {
+      return mirror(QRectF(left, box.top() + box.height() * share - 12, std::max(0.0, right - left), 24));
+    };
+    const bool oneLine = item.kind == Kind::Symbol || item.subtitle.isEmpty();
+    const TextStyle style = item.kind == Kind::Calculation ? TextStyle::Gauge : TextStyle::CommandTitle;
+    EmphasisedText{wordsOf(item), row.matched, style}.draw(painter, line(oneLine ? 0.5 : theme::kTitleShare),
+                                                           look.palette.primary, look.palette.accentWord(Accent::Blue),
+                                                           mirror.reading());
+    if (oneLine) return;
+    drawTextIn(painter, line(theme::kCaptionShare), item.subtitle, TextStyle::CommandCaption, look.palette.secondary,
+               mirror.reading(), item.kind == Kind::File ? Elide::Middle : Elide::End);
+  }
+
+  CommandList& list_;
+};
+
+CommandList::CommandList(QWidget* parent) : QListView(parent), model_(new Model(this)) {
+  becomePaintedList(*this, CommandBarWords::tr("Results"));
+  setModel(model_);
+  setItemDelegate(new Painter(*this));
+  setFocusPolicy(Qt::NoFocus);
+  setViewportMargins(theme::kBarListPadding, theme::kBarListPadding, theme::kBarListPadding, theme::kBarListPadding);
+}
+
+CommandList::~CommandList() = default;
+
+void CommandList::setRows(const QList<CommandRow>& rows) {
+  if (rows == model_->rows) return;
+  model_->set(rows);
+  scheduleDelayedItemsLayout();
+  viewport()->update();
+}
+
+const QList<CommandRow>& CommandList::rows() const { return model_->rows; }
+
+void CommandList::choose(int row) {
+  const QModelIndex index = row < 0 ? QModelIndex() : model_->index(row, 0);
+  if (index == currentIndex()) return;
+  setCurrentIndex(index);
+  viewport()->update();
+}
+
+int CommandList::wholeHeight() const {
+  if (model_->rows.isEmpty()) return 0;
+  int height = theme::kBarListPadding * 2 + static_cast<int>(model_->rows.size()) * theme::kBarRowHeight;
+  for (int row = 0; row < model_->rows.size(); ++row)
+    if (startsBelow(model_->rows, row)) height += theme::kBarDivider;
+  return height;
+}
+
+void CommandList::pressItem(const QModelIndex& index) {
+  if (index.isValid()) Q_EMIT opened(index.row());
+}
+
+QStringList CommandList::itemActions(const QModelIndex& index) const {
+  if (!index.isValid() || !canReveal(model_->rows[index.row()].item)) return {};
+  return {CommandBarWords::tr("Show in Files")};
+}
+
+void CommandList::runItemAction(const QModelIndex& index, qsizetype) { Q_EMIT revealRequested(index.row()); }
+
+void CommandList::mousePressEvent(QMouseEvent* event) {
+  pressed_ = event->button() == Qt::LeftButton ? indexAt(event->position().toPoint()).row() : -1;
+}
+
+void CommandList::mouseReleaseEvent(QMouseEvent* event) {
+  const int row = indexAt(event->position().toPoint()).row();
+  if (event->button() == Qt::LeftButton && row >= 0 && row == std::exchange(pressed_, -1)) Q_EMIT opened(row);
+}
+
+}  // namespace tarnwick

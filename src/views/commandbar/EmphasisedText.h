@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QColor>
+#include <QList>
+#include <QPainter>
+#include <QRectF>
+#include <QString>
+
+#include "commandbar/CommandMatch.h"
+#include "views/theme/Typography.h"
+
+namespace tarnwick {
+
+/// One line of text in which some letters stand out, as those that a search found. It is laid out as a whole, so that
+/// letters join and both directions of writing run as they would without the emphasis.
+struct EmphasisedText {
+  QString text;
+  QList<CommandMatch::Span> strong;  ///< Sorted; in code units of `text`.
+  TextStyle style = TextStyle::CommandTitle;
+
+  /// Draws it in the middle of the height of `box`, at its right with Qt::AlignRight, shortened at its end where it is
+  /// too long. Returns how wide it is.
+  double draw(QPainter& painter, const QRectF& box, const QColor& ink, const QColor& strongInk,
+              Qt::Alignment alignment) const;
+};
+
+}  // namespace tarnwick

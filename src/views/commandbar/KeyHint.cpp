@@ -1,0 +1,63 @@
+#include "views/commandbar/KeyHint.h"
+
+#include <algorithm>
+
+#include "views/commandbar/CommandBarMeasures.h"
+#include "views/controls/ControlLook.h"
+#include "views/theme/Glass.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString kReturnKey = u"↩"_s;
+constexpr double kReturnSymbol = 13;
+
+}  // namespace
+
+KeyHint::KeyHint(const QString& text) {
+  const QStringList words = text.split(u' ', Qt::SkipEmptyParts);
+  for (const QString& word : words) {
+    const bool isKey = word == kReturnKey || (word.size() > 1 && word.contains(u'+'));
+    const double gap = parts_.isEmpty() ? 0 : theme::kKeyWordGap;
+    if (!isKey) {
+      add(word, false, gap);
+      continue;
+    }
+    double before = gap;
+    for (const QString& key : word.split(u'+')) {
+      add(key, true, before);
+      before = theme::kKeyCapGap;
+    }
+  }
+}
+
+void KeyHint::add(const QString& text, bool isKey, double gap) {
+  Part part{TextLine(text, isKey ? TextStyle::KeyCap : TextStyle::CommandCaption)};
+  part.isKey = isKey;
+  part.x = width_ + gap;
+  const double words = text == kReturnKey ? kReturnSymbol : part.line.width();
+  part.width = isKey ? std::max(theme::kKeyCapLeast, words + theme::kKeyCapPadding * 2) : words;
+  width_ = part.x + part.width;
+  parts_.append(part);
+}
+
+void KeyHint::draw(QPainter& painter, const QRectF& box, const ControlLook& look, bool mirrored) const {
+  for (const Part& part : parts_) {
+    const double left = mirrored ? box.right() - part.x - part.width : box.left() + part.x;
+    const QRectF place(left, box.center().y() - theme::kKeyCapHeight / 2, part.width, theme::kKeyCapHeight);
+    if (part.isKey) drawRounded(painter, place, theme::kKeyCapCorner, faded(look.palette.primary, theme::kKeyCapShare));
+    if (part.line.text() == kReturnKey) {
+      QRectF mark(0, 0, kReturnSymbol, kReturnSymbol);
+      mark.moveCenter(place.center());
+      drawControlSymbol(painter, u"return"_s, mark, look.palette.primary);
+      continue;
+    }
+    const QPointF middle(place.center().x(), place.center().y() + part.line.capHeight() / 2);
+    part.line.drawCentred(painter, middle, part.isKey ? look.palette.primary : look.palette.secondary);
+  }
+}
+
+}  // namespace tarnwick
