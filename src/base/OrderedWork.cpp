@@ -41,9 +41,10 @@ class OrderedWork::Queue {
     dropped.swap(pieces_);
   }
 
-  void waitForDone() {
+  /// Until nothing runs; with `all` until nothing is left to run either.
+  void waitForRest(bool all) {
     std::unique_lock lock(mutex_);
-    rests_.wait(lock, [this] { return !isWorking_; });
+    rests_.wait(lock, [this, all] { return !isWorking_ && (!all || pieces_.empty()); });
   }
 
  private:
@@ -58,8 +59,10 @@ OrderedWork::OrderedWork() : queue_(std::make_shared<Queue>()) {}
 
 OrderedWork::~OrderedWork() {
   cancel();
-  queue_->waitForDone();
+  queue_->waitForRest(false);
 }
+
+void OrderedWork::finish() { queue_->waitForRest(true); }
 
 void OrderedWork::add(std::function<void()> piece) {
   if (queue_->add(std::move(piece))) Background::run(Background::Lane::Ordered, [queue = queue_] { queue->work(); });

@@ -31,7 +31,7 @@ class OrderedWork {
   }
 
   /// Waits until all that was started is done. The answers come afterwards, as ever.
-  void finish() { pool_.waitForDone(); }
+  void finish();
 
   /// Says whether long work should stop.
   std::stop_token stopToken() const { return stopping_.get_token(); }
