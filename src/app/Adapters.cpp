@@ -35,12 +35,14 @@
 
 namespace tarnwick {
 
-Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment)
+Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment, const QString& dataDirectory)
     : scheduler_(scheduler),
       environment_(environment),
-      windowSystem_(WindowSystem::make()),
+      dataDirectory_(dataDirectory),
+      windowSystem_(WindowSystem::make(scheduler)),
       services_(makeServices()),
-      readings_(keep(std::make_unique<Readings>(readingPorts(), scheduler))),
+      clipboard_(keep(std::make_unique<ClipboardKeeper>(services_, dataDirectory))),
+      readings_(keep(std::make_unique<Readings>(readingPorts(), clipboard_.history(), scheduler))),
       session_(keep(std::make_unique<DBusSessionApplication>())) {}
 
 Adapters::~Adapters() {
@@ -76,6 +78,7 @@ Services Adapters::makeServices() {
       .hotKeys = *windowSystem_.hotKeys,
       .modifiers = *windowSystem_.modifiers,
       .colors = keep(std::make_unique<PortalScreenColors>(session)),
+      .pasteboard = *windowSystem_.pasteboard,
       .session = keep(std::make_unique<LoginSessionEvents>(system)),
       .notifications = keep(std::make_unique<DesktopNotifications>(session)),
       .toggles = keep(std::make_unique<DesktopToggles>(session, system)),
@@ -110,20 +113,21 @@ StoreSetup Adapters::storeSetup() {
           .session = services_.session,
           .remote = facilities_.remote,
           .credentials = facilities_.credentials,
-          .clipboard = facilities_.clipboard,
+          .clipboard = clipboard_.history(),
           .reservations = facilities_.reservations,
-          .clients = readings_.beatClients()};
+          .clients = readings_.beatClients() << &clipboard_.beatClient()};
 }
 
-DelegateSetup Adapters::delegateSetup(const QString& dataDirectory) {
-  auto& trusted = keep(std::make_unique<TrustedEntries>(dataDirectory + QStringLiteral("/trusted-entries.json")));
+DelegateSetup Adapters::delegateSetup() {
+  auto& trusted = keep(std::make_unique<TrustedEntries>(dataDirectory_ + QStringLiteral("/trusted-entries.json")));
   services_.opener.setTrusted(&trusted);
   return {
-      .preferences = keep(std::make_unique<SystemDockPreferences>(dataDirectory)),
+      .preferences = keep(std::make_unique<SystemDockPreferences>(dataDirectory_)),
       .guard = keep(std::make_unique<GuardianProcess>(QCoreApplication::applicationFilePath(), scheduler_)),
       .application = session_,
-      .socket = keep(std::make_unique<SocketSession>(dataDirectory)),
+      .socket = keep(std::make_unique<SocketSession>(dataDirectory_)),
       .readings = readings_,
+      .clipboard = clipboard_,
       .executable = QCoreApplication::applicationFilePath(),
       .environment = environment_,
       .autostartFile = Autostart::path(),

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "app/AppDelegate.h"
+#include "app/ClipboardKeeper.h"
 #include "app/Readings.h"
 #include "app/SocketSession.h"
 #include "app/WindowSystem.h"
@@ -17,8 +18,9 @@ namespace tarnwick {
 /// they outlive. Making them is cheap: what is costly begins when it is first used.
 class Adapters {
  public:
-  /// Throws DomainError where there is no supported window system.
-  Adapters(Scheduler& scheduler, const LaunchEnvironment& environment);
+  /// `dataDirectory` is where the program keeps what is the user's. Throws DomainError where there is no supported
+  /// window system.
+  Adapters(Scheduler& scheduler, const LaunchEnvironment& environment, const QString& dataDirectory);
   ~Adapters();
 
   const Services& services() const { return services_; }
@@ -26,8 +28,7 @@ class Adapters {
 
   /// Fill in what the program is made of.
   StoreSetup storeSetup();
-  /// `dataDirectory` is where what the dock must give back is written down.
-  DelegateSetup delegateSetup(const QString& dataDirectory);
+  DelegateSetup delegateSetup();
 
  private:
   /// Keeps an adapter for the whole run; the one that was made last goes first.
@@ -39,9 +40,11 @@ class Adapters {
 
   Scheduler& scheduler_;
   LaunchEnvironment environment_;
+  QString dataDirectory_;
   WindowSystem windowSystem_;
   std::vector<std::shared_ptr<void>> kept_;
   const Services services_;
+  ClipboardKeeper& clipboard_;
   Readings& readings_;
   SessionApplication& session_;
   NoFacilities facilities_;  ///< What this build has not.

@@ -4,6 +4,7 @@
 #include "app/AppKeys.h"
 #include "app/AppNumbers.h"
 #include "app/Appearance.h"
+#include "app/ClipboardKeeper.h"
 #include "app/DockDisplays.h"
 #include "app/DockPresenter.h"
 #include "app/ExitGuards.h"
@@ -55,6 +56,7 @@ AppDelegate::AppDelegate(StoreSetup store, const Services& services, DelegateSet
   commands_->setTargets({*presenter_, *windows_, [this] { quit(); }});
   dock().hasOpenWindow = [this] { return windows_ && windows_->holdsDock(); };
   setup_.readings.follow(*store_);
+  setup_.clipboard.follow(*store_);
 }
 
 AppDelegate::~AppDelegate() {

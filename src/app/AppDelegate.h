@@ -16,6 +16,7 @@ namespace tarnwick {
 class AppKeys;
 class AppNumbers;
 class Appearance;
+class ClipboardKeeper;
 class DockDisplays;
 class DockPresenter;
 class ExitGuards;
@@ -35,6 +36,7 @@ struct DelegateSetup {
   SessionApplication& application;  ///< This program on the session bus.
   SocketSession& socket;            ///< What other copies of the program reach it by where there is no bus.
   Readings& readings;
+  ClipboardKeeper& clipboard;
   QString executable;
   /// What a new build of the program is started with.
   LaunchEnvironment environment;

@@ -168,7 +168,7 @@ std::unique_ptr<KeptSources> DockPresenter::keepSources(const QString& display) 
 }
 
 ReadingServices DockPresenter::readingServices() const {
-  ReadingServices readings = setup_.readings.services(services_.installedApps, services_.windows);
+  ReadingServices readings = setup_.readings.services(services_);
   readings.sendsNearby = services_.nearby.isAvailable();
   readings.icons = [&icons = services_.icons](const QString& icon, int size, double ratio) {
     return icons.pixmap(icon, size, ratio);

@@ -122,11 +122,10 @@ int end(int argc, char** argv, const Start& start) {
 
 int runUntilQuit(const Start& start, const CommandLine& line, const LaunchEnvironment& environment) {
   SystemScheduler scheduler;
-  Adapters adapters(scheduler, environment);
+  Adapters adapters(scheduler, environment, QFileInfo(settingsFile(start.build)).path());
   StoreSetup store = adapters.storeSetup();
   store.build = start.build;
-  AppDelegate delegate(std::move(store), adapters.services(),
-                       adapters.delegateSetup(QFileInfo(settingsFile(start.build)).path()));
+  AppDelegate delegate(std::move(store), adapters.services(), adapters.delegateSetup());
   const LastChance lastChance(delegate);
   delegate.didFinishLaunching();
   // Behind the dock's own coming up, which waits for the event loop as well.

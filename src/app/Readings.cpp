@@ -15,8 +15,9 @@ QString home(QStandardPaths::StandardLocation location) { return QStandardPaths:
 
 }  // namespace
 
-Readings::Readings(ReadingPorts ports, Scheduler& scheduler)
+Readings::Readings(ReadingPorts ports, ClipboardHistory& clipboard, Scheduler& scheduler)
     : ports_(std::move(ports)),
+      clipboard_(clipboard),
       calendar_(*ports_.calendar, scheduler),
       digests_(calendar_),
       processes_(std::move(ports_.processes), scheduler),
@@ -41,6 +42,7 @@ Readings::Readings(ReadingPorts ports, Scheduler& scheduler)
   tell(&screenshots_, &ScreenshotFolder::changed, {Family::Files});
   tell(&stacks_, &FolderStacks::changed, {Family::Files});
   tell(&thumbnails_, &Thumbnails::ready, {Family::Files});
+  tell(&clipboard_, &ClipboardHistory::didChange, {Family::Clipboard});
 }
 
 Readings::~Readings() = default;
@@ -69,7 +71,7 @@ void Readings::follow(AppStore& store) {
   ask();
 }
 
-ReadingServices Readings::services(InstalledApps& apps, const ClientWindows& windows) {
+ReadingServices Readings::services(const Services& services) {
   return {.recent = recent_,
           .bookmarks = bookmarks_,
           .screenshots = screenshots_,
@@ -78,8 +80,10 @@ ReadingServices Readings::services(InstalledApps& apps, const ClientWindows& win
           .processes = processes_,
           .temperature = temperature_,
           .machine = *ports_.machine,
-          .apps = apps,
-          .windows = windows};
+          .apps = services.installedApps,
+          .windows = services.windows,
+          .clipboard = clipboard_,
+          .pasteboard = services.pasteboard};
 }
 
 std::shared_ptr<const CalendarDigest> Readings::calendar(const QDateTime& now) { return digests_.at(now); }

@@ -6,6 +6,7 @@
 
 #include "calendar/Calendar.h"
 #include "calendar/CalendarDigest.h"
+#include "clipboard/ClipboardHistory.h"
 #include "files/Bookmarks.h"
 #include "files/FolderStacks.h"
 #include "files/RecentFiles.h"
@@ -36,7 +37,7 @@ struct ReadingPorts {
 class Readings : public QObject {
   Q_OBJECT
  public:
-  Readings(ReadingPorts ports, Scheduler& scheduler);
+  Readings(ReadingPorts ports, ClipboardHistory& clipboard, Scheduler& scheduler);
   ~Readings() override;
 
   /// What the store is to drive.
@@ -48,7 +49,7 @@ class Readings : public QObject {
   void start();
 
   /// What tiles and panels ask, with the applications and windows of the desktop.
-  ReadingServices services(InstalledApps& apps, const ClientWindows& windows);
+  ReadingServices services(const Services& services);
   /// How the desktop writes the hour; absent where it leaves that to the language, and until it has answered.
   std::optional<bool> uses24Hour() const;
   std::shared_ptr<const CalendarDigest> calendar(const QDateTime& now);
@@ -65,6 +66,7 @@ class Readings : public QObject {
 
  private:
   ReadingPorts ports_;
+  ClipboardHistory& clipboard_;
   Calendar calendar_;
   CalendarDigests digests_;
   ProcessMonitor processes_;

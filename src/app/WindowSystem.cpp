@@ -17,6 +17,7 @@
 #include "platform/wayland/WaylandClientWindows.h"
 #include "platform/wayland/WaylandEnvironment.h"
 #include "platform/wayland/WaylandPanels.h"
+#include "platform/wayland/WaylandPasteboard.h"
 #include "platform/wayland/WaylandScreens.h"
 #include "platform/wayland/WaylandSession.h"
 #include "platform/wayland/WaylandZoneSensor.h"
@@ -25,6 +26,7 @@
 #include "platform/x11/X11HeldModifiers.h"
 #include "platform/x11/X11HotKeys.h"
 #include "platform/x11/X11Panels.h"
+#include "platform/x11/X11Pasteboard.h"
 #include "platform/x11/X11Screens.h"
 #include "platform/x11/X11ZoneSensor.h"
 
@@ -53,7 +55,12 @@ std::unique_ptr<HeldModifiers> noModifiers() {
       WindowSystemWords::tr("This desktop does not tell which keys are held, so the apps show no numbers."));
 }
 
-WindowSystem makeX11() {
+std::unique_ptr<Pasteboard> noPasteboard() {
+  return std::make_unique<NoPasteboard>(
+      WindowSystemWords::tr("This desktop does not tell an X11 app what is copied elsewhere, so there is no history."));
+}
+
+WindowSystem makeX11(Scheduler& scheduler) {
   WindowSystem system;
   auto events = std::make_unique<X11Events>();
   auto screens = std::make_unique<X11Screens>(*events);
@@ -68,12 +75,14 @@ WindowSystem makeX11() {
   // What the X server cannot see it cannot grab either.
   system.hotKeys = edges ? std::make_unique<X11HotKeys>(*events) : portalKeys();
   system.modifiers = edges ? std::make_unique<X11HeldModifiers>(*events) : noModifiers();
+  // Nor does it see what is copied in windows that are not of X11.
+  system.pasteboard = edges ? std::unique_ptr<Pasteboard>(std::make_unique<X11Pasteboard>(scheduler)) : noPasteboard();
   system.screens = std::move(screens);
   system.connection = std::move(events);
   return system;
 }
 
-WindowSystem makeWayland() {
+WindowSystem makeWayland(Scheduler& scheduler) {
   WindowSystem system;
   auto session = std::make_unique<WaylandSession>();
   auto screens = std::make_unique<WaylandScreens>(*session);
@@ -95,6 +104,7 @@ WindowSystem makeWayland() {
   }
   system.hotKeys = portalKeys();
   system.modifiers = noModifiers();
+  system.pasteboard = std::make_unique<WaylandPasteboard>(*session, *system.windows, scheduler);
   system.framesWindows = session->framesWindows();
   system.activationToken = [known = session.get()](const QString& application) {
     return WaylandActivation::token(*known, application);

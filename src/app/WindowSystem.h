@@ -4,6 +4,8 @@
 #include <functional>
 #include <memory>
 
+#include "base/Scheduler.h"
+#include "clipboard/ports/Pasteboard.h"
 #include "desktop/ClientWindows.h"
 #include "desktop/FrameClock.h"
 #include "desktop/HeldModifiers.h"
@@ -24,6 +26,7 @@ struct WindowSystem {
   std::unique_ptr<ClientWindows> windows;
   std::unique_ptr<HotKeys> hotKeys;
   std::unique_ptr<HeldModifiers> modifiers;
+  std::unique_ptr<Pasteboard> pasteboard;
   /// The permission with which a started application's window may come to the front; left empty where none is needed.
   std::function<QString(const QString& application)> activationToken;
   bool framesWindows = true;  ///< Whether it puts a frame with a title around a program's windows.
@@ -32,8 +35,9 @@ struct WindowSystem {
   WindowSystem(WindowSystem&&) = default;
   ~WindowSystem();
 
-  /// The one that the application object runs on. Throws DomainError where it is not supported.
-  static WindowSystem make();
+  /// The one that the application object runs on. The scheduler must outlive it. Throws DomainError where it is not
+  /// supported.
+  static WindowSystem make(Scheduler& scheduler);
   /// Chooses before the application object is made and sets what the toolkit needs: Wayland where the compositor has
   /// layers for docks, X11 otherwise, and a plain window on Wayland where there is no X11; what the user set in
   /// QT_QPA_PLATFORM wins. The variables are for this program alone.

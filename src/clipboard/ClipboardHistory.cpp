@@ -46,8 +46,15 @@ ClipboardHistory::Outcome ClipboardHistory::attempt(ClipboardStore& store, Work 
   return outcome;
 }
 
+void ClipboardHistory::setFixed(const QList<ClipboardEntry>& items) {
+  isFixed_ = isLoaded_ = true;
+  items_ = items;
+  Q_EMIT didChange();
+}
+
 template <class Work, class After>
 void ClipboardHistory::start(Work work, After after) {
+  if (isFixed_) return;
   work_.start([this, work = std::move(work)]() mutable { return attempt(store_, std::move(work)); },
               [this, after = std::move(after)](const Outcome& outcome) {
                 take(outcome);

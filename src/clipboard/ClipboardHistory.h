@@ -28,6 +28,9 @@ class ClipboardHistory final : public QObject, public ClipboardMigration {
   const QString& problem() const { return problem_; }
   bool isLoaded() const { return isLoaded_; }
 
+  /// Holds these from now on and reads nothing, for pictures and tests.
+  void setFixed(const QList<ClipboardEntry>& items);
+
   using Done = std::function<void()>;
   /// Reads the index; `didChange` follows where it holds something. A failure stands in `problem`, and is not announced
   /// by `failed`. `done` is called whatever comes of it.
@@ -82,6 +85,7 @@ class ClipboardHistory final : public QObject, public ClipboardMigration {
   QList<ClipboardEntry> items_;
   QString problem_;
   bool isLoaded_ = false;
+  bool isFixed_ = false;
   std::weak_ptr<WaitingPicture> waiting_;
   OrderedWork work_;
 };

@@ -17,6 +17,7 @@ class MotionPreference;
 class NearbySharing;
 class Notifications;
 class Panels;
+class Pasteboard;
 class RunningApplications;
 class Scheduler;
 class ScreenColors;
@@ -42,6 +43,7 @@ struct Services {
   HotKeys& hotKeys;
   HeldModifiers& modifiers;
   ScreenColors& colors;
+  Pasteboard& pasteboard;
 
   // The session.
   SessionEvents& session;

@@ -23,10 +23,10 @@ void ShellTest::start(const DockConfiguration& given) {
   config.onboardingComplete = true;  // No window covers the dock or takes the keyboard.
   desk.moveTo(desk.away());
   Persistence::save(config, file());
-  adapters = std::make_unique<Adapters>(time, LaunchEnvironment::ofProcess());
+  adapters = std::make_unique<Adapters>(time, LaunchEnvironment::ofProcess(), QFileInfo(file()).path());
   StoreSetup store = adapters->storeSetup();
   store.storage = file();
-  DelegateSetup setup = adapters->delegateSetup(QFileInfo(file()).path());
+  DelegateSetup setup = adapters->delegateSetup();
   setup.guards = false;
   zones = &adapters->services().zones;
   delegate = std::make_unique<AppDelegate>(std::move(store), adapters->services(), std::move(setup));

@@ -37,10 +37,10 @@ class DelegateTest : public ::testing::Test {
   QString file() const { return folder.filePath(u"Tarnwick/config.json"_s); }
 
   void start(const std::function<void(DelegateSetup&)>& setUp = {}) {
-    adapters = std::make_unique<Adapters>(time, LaunchEnvironment::ofProcess());
+    adapters = std::make_unique<Adapters>(time, LaunchEnvironment::ofProcess(), QFileInfo(file()).path());
     StoreSetup store = adapters->storeSetup();
     store.storage = file();
-    DelegateSetup setup = adapters->delegateSetup(QFileInfo(file()).path());
+    DelegateSetup setup = adapters->delegateSetup();
     setup.guards = false;
     if (setUp) setUp(setup);
     delegate = std::make_unique<AppDelegate>(std::move(store), adapters->services(), std::move(setup));

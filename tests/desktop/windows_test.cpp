@@ -52,10 +52,10 @@ class WindowsTest : public ::testing::Test {
 
   void start(const DockConfiguration& config) {
     Persistence::save(config, file());
-    adapters = std::make_unique<Adapters>(time, LaunchEnvironment::ofProcess());
+    adapters = std::make_unique<Adapters>(time, LaunchEnvironment::ofProcess(), QFileInfo(file()).path());
     StoreSetup store = adapters->storeSetup();
     store.storage = file();
-    DelegateSetup setup = adapters->delegateSetup(QFileInfo(file()).path());
+    DelegateSetup setup = adapters->delegateSetup();
     setup.guards = false;
     delegate = std::make_unique<AppDelegate>(std::move(store), adapters->services(), std::move(setup));
     delegate->didFinishLaunching();

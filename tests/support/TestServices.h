@@ -25,6 +25,7 @@
 #include "desktop/Zones.h"
 #include "store/Services.h"
 #include "support/FakeFiles.h"
+#include "support/FakePasteboard.h"
 #include "support/FakeWindows.h"
 #include "support/TestFrameClock.h"
 
@@ -117,9 +118,9 @@ class TestServices {
   /// The parts that stand in for others are given by whoever needs them.
   Services with(Panels& somePanels, FrameClocks& someClocks) { return with(screens, somePanels, zones, someClocks); }
   Services with(Screens& someScreens, Panels& somePanels, ZoneSensor& someZones, FrameClocks& someClocks) {
-    return {scheduler_,  someScreens, somePanels,    someZones,   someClocks,    motion,  contrast, windows,
-            hotKeys,     modifiers,   colors,        session,     notifications, toggles, files,    tray,
-            clockFormat, nearby,      installedApps, runningApps, icons,         opener,  hints};
+    return {scheduler_, someScreens, somePanels, someZones,     someClocks,  motion,        contrast, windows,
+            hotKeys,    modifiers,   colors,     pasteboard,    session,     notifications, toggles,  files,
+            tray,       clockFormat, nearby,     installedApps, runningApps, icons,         opener,   hints};
   }
   Services all() { return with(panels, clocks); }
 

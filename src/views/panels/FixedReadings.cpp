@@ -24,12 +24,14 @@ FixedReadings::FixedReadings(Scheduler& scheduler)
       thumbnails(QString()),
       processes(std::make_unique<NoProcesses>(), scheduler),
       temperature(std::make_unique<NoSensors>()),
-      apps(AppEnvironment(), scheduler) {
+      apps(AppEnvironment(), scheduler),
+      clipboard(QString(), scheduler) {
   recent.setFixed({});
   bookmarks.setFixed({});
   screenshots.setFixed({}, {});
   processes.setFixed({}, {});
   apps.setFixed(std::make_shared<AppIndex>());
+  clipboard.setFixed({});
 }
 
 ReadingServices FixedReadings::services() {
@@ -43,6 +45,8 @@ ReadingServices FixedReadings::services() {
           .machine = machine,
           .apps = apps,
           .windows = windows,
+          .clipboard = clipboard,
+          .pasteboard = pasteboard,
           .icons = icons,
           .fixedFolder = folder};
 }

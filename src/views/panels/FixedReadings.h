@@ -1,6 +1,8 @@
 #pragma once
 
 #include "apps/InstalledApps.h"
+#include "clipboard/ClipboardHistory.h"
+#include "clipboard/ports/Pasteboard.h"
 #include "files/Bookmarks.h"
 #include "files/FolderStacks.h"
 #include "files/RecentFiles.h"
@@ -19,6 +21,19 @@ class GivenMachine final : public MachineDetails {
  public:
   MachineReading read() override { return reading ? reading() : MachineReading(); }
   std::function<MachineReading()> reading;
+};
+
+/// A clipboard on which nothing ever changes.
+class StillPasteboard final : public Pasteboard {
+ public:
+  quint64 changeCount() const override { return 0; }
+  bool isEmpty() const override { return true; }
+  void readTypes(quint64, QObject*, Types) override {}
+  void readContent(quint64, const QString&, const PasteboardLimits&, QObject*, Content) override {}
+  void confirm(quint64, QObject*, Answer) override {}
+  PasteboardOwner owner() override { return {}; }
+  quint64 set(const PasteboardOffer&) override { return 0; }
+  void clear() override {}
 };
 
 /// What tiles and panels read where there is no desktop, for pictures and tests: nothing, until something is set fixed
@@ -40,6 +55,8 @@ class FixedReadings {
   GivenMachine machine;
   InstalledApps apps;
   GivenWindows windows;
+  ClipboardHistory clipboard;
+  StillPasteboard pasteboard;
   TileIcons icons;
   std::function<FolderContents(const FolderRequest& request)> folder;
 };

@@ -9,9 +9,11 @@ namespace tarnwick {
 
 class Bookmarks;
 class ClientWindows;
+class ClipboardHistory;
 class FolderStacks;
 class InstalledApps;
 class MachineDetails;
+class Pasteboard;
 class ProcessMonitor;
 class RecentFiles;
 class ScreenshotFolder;
@@ -32,6 +34,8 @@ struct ReadingServices {
   MachineDetails& machine;
   InstalledApps& apps;
   const ClientWindows& windows;  ///< Those of other programs.
+  ClipboardHistory& clipboard;
+  Pasteboard& pasteboard;
   bool sendsNearby = false;      ///< As in ReadingFacts.
   /// The pictures of applications, by what their tiles know them by; empty where there are none.
   TileIcons icons{};

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QObject>
+
+#include "clipboard/ClipboardHistory.h"
+#include "clipboard/ClipboardRecorder.h"
+#include "store/Services.h"
+
+namespace tarnwick {
+
+class AppStore;
+
+/// The history of what is copied, and what records it, as the settings have it. Made before the store, which drives it
+/// and hands it the texts of older settings, and outlives it. Nothing is read or watched before the store follows.
+/// Main thread only.
+class ClipboardKeeper final : public QObject {
+  Q_OBJECT
+ public:
+  /// The services must outlive it. `dataDirectory` is where the history lies.
+  ClipboardKeeper(const Services& services, const QString& dataDirectory);
+  ~ClipboardKeeper() override;
+
+  ClipboardHistory& history() { return history_; }
+  /// What the store is to drive.
+  BeatClient& beatClient() { return recorder_; }
+  /// Records as the store's settings have it from now on; what fails lands in its message line.
+  void follow(AppStore& store);
+
+ private:
+  ClipboardHistory history_;
+  ClipboardRecorder recorder_;
+};
+
+}  // namespace tarnwick
