@@ -38,6 +38,14 @@ bool isDecimal(QStringView text) {
   return at == text.size();
 }
 
+/// Units of one of the two letters that make a flag.
+constexpr qsizetype kFlagHalf = 2;
+
+bool isFlagHalf(QStringView text, qsizetype at) {
+  if (at + kFlagHalf > text.size() || text[at] != QChar(u'\xD83C')) return false;
+  return text[at + 1] >= QChar(u'\xDDE6') && text[at + 1] <= QChar(u'\xDDFF');
+}
+
 bool isBlank(QChar character) { return character == u'\t' || character.category() == QChar::Separator_Space; }
 
 }  // namespace
@@ -52,7 +60,7 @@ QStringList Text::characters(const QString& text, qsizetype most) {
   QStringList characters;
   QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
   for (qsizetype begin = 0; characters.size() < most;) {
-    const qsizetype end = finder.toNextBoundary();
+    const qsizetype end = characterEnd(finder, text, begin);
     if (end < 0) break;
     characters.append(text.sliced(begin, end - begin));
     begin = end;
@@ -68,10 +76,18 @@ QStringView Text::beginning(QStringView text, qsizetype characters) {
     const QStringView part = text.first(std::min(characters * unitsEach, text.size()));
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, part);
     qsizetype end = 0;
-    for (qsizetype found = 0; found < characters && end < part.size(); ++found) end = finder.toNextBoundary();
+    for (qsizetype found = 0; found < characters && end < part.size(); ++found) end = characterEnd(finder, part, end);
     if (end < part.size() || part.size() == text.size() || unitsEach == 64) return text.first(end);
   }
   return text;
+}
+
+qsizetype Text::characterEnd(QTextBoundaryFinder& finder, QStringView text, qsizetype begin) {
+  const qsizetype end = finder.toNextBoundary();
+  // The toolkit tears flags behind an emoji apart.
+  if (end != begin + kFlagHalf || !isFlagHalf(text, begin) || !isFlagHalf(text, end)) return end;
+  finder.setPosition(end + kFlagHalf);
+  return finder.position();
 }
 
 bool Text::standsAlone(QChar character) {

@@ -5,6 +5,8 @@
 #include <limits>
 #include <optional>
 
+class QTextBoundaryFinder;
+
 namespace tarnwick {
 
 /// What text means to every part alike.
@@ -18,6 +20,8 @@ struct Text {
   static QStringList characters(const QString& text, qsizetype most = std::numeric_limits<qsizetype>::max());
   /// The first so many characters, at a price that does not grow with the text.
   static QStringView beginning(QStringView text, qsizetype characters);
+  /// Where the character ends that begins at `begin`, at which the finder of graphemes stands; -1 behind the last one.
+  static qsizetype characterEnd(QTextBoundaryFinder& finder, QStringView text, qsizetype begin);
   /// Whether this is a character by itself, whatever stands beside it for which the same is true: a quick test that is
   /// true for most of what people write and false where one has to look closer.
   static bool standsAlone(QChar unit);

@@ -36,7 +36,8 @@ void FoldedText::assign(QStringView text) {
   units_.append(reinterpret_cast<const char16_t*>(folded.utf16()), folded.size());
   if (std::ranges::all_of(folded, Text::standsAlone)) return;
   QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, folded);
-  for (qsizetype begin = 0; begin >= 0 && begin < folded.size(); begin = finder.toNextBoundary()) begins_.append(begin);
+  for (qsizetype begin = 0; begin >= 0 && begin < folded.size(); begin = Text::characterEnd(finder, folded, begin))
+    begins_.append(begin);
 }
 
 qsizetype FoldedText::beginOf(qsizetype character) const {

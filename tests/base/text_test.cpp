@@ -42,6 +42,7 @@ TEST(Text, CutsBetweenCharacters) {
       {u"abc"_s, 4, u"abc"_s},
       {u"ae\u0301b"_s, 2, u"ae\u0301"_s},
       {family.repeated(200), 120, family.repeated(120)},
+      {u"🔥🇩🇪🇫🇷x"_s, 2, u"🔥🇩🇪"_s},
       {u"漢字"_s.repeated(200), 3, u"漢字漢"_s},
       {u"a\r\nb"_s, 2, u"a\r\n"_s},
       {{}, 3, {}},
