@@ -2,6 +2,7 @@
 
 #include <QStandardPaths>
 
+#include "clipboard/ports/Pasteboard.h"
 #include "config/CalendarFolders.h"
 #include "desktop/ClockFormat.h"
 #include "widgets/WidgetFolder.h"

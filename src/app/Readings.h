@@ -13,6 +13,7 @@
 #include "files/ScreenshotFolder.h"
 #include "files/Thumbnails.h"
 #include "store/AppStore.h"
+#include "store/Services.h"
 #include "system/ProcessMonitor.h"
 #include "system/SystemTemperature.h"
 #include "system/ports/MachineDetails.h"
