@@ -5,6 +5,7 @@
 #include "app/AppNumbers.h"
 #include "app/Appearance.h"
 #include "app/ClipboardKeeper.h"
+#include "app/CommandBarHost.h"
 #include "app/DockDisplays.h"
 #include "app/DockPresenter.h"
 #include "app/ExitGuards.h"
@@ -53,7 +54,10 @@ AppDelegate::AppDelegate(StoreSetup store, const Services& services, DelegateSet
   windows_ = std::make_unique<Windows>(WindowsParts{*store_, *commands_, *presenter_, *keys_, *loginEntry_,
                                                     *appearance_, setup_.preferences, setup_.framesWindows},
                                        services);
-  commands_->setTargets({*presenter_, *windows_, [this] { quit(); }});
+  commandBar_ = std::make_unique<CommandBarHost>(
+      CommandBarHost::Parts{*store_, *commands_, setup_.clipboard.history(), setup_.fileSearch, setup_.extras},
+      services);
+  commands_->setTargets({*presenter_, *windows_, *commandBar_, [this] { quit(); }});
   dock().hasOpenWindow = [this] { return windows_ && windows_->holdsDock(); };
   setup_.readings.follow(*store_);
   setup_.clipboard.follow(*store_);
@@ -90,6 +94,8 @@ void AppDelegate::comeUp() {
   afterFirstFrame_ = store_->scheduler().after(kAfterFirstFrame, [this] {
     services_.toggles.start();
     presenter_->start();
+    // So that the first letter in the command bar finds them.
+    if (store_->config().desktopOptions().commandBarEnabled) services_.installedApps.load();
     runningApps_->follow();
   });
 }
@@ -102,6 +108,7 @@ void AppDelegate::willTerminate() {
   afterFirstFrame_.reset();
   displays_->stop();
   appearance_->stop();
+  commandBar_->hide();
   presenter_->closeAll();
   store_->shutdown();
   presenter_->shutdown();

@@ -17,9 +17,12 @@ class AppKeys;
 class AppNumbers;
 class Appearance;
 class ClipboardKeeper;
+class CommandBarHost;
+class CommandExtras;
 class DockDisplays;
 class DockPresenter;
 class ExitGuards;
+class FileSearch;
 class LoginEntry;
 class Orders;
 class ProgramCommands;
@@ -37,6 +40,8 @@ struct DelegateSetup {
   SocketSession& socket;            ///< What other copies of the program reach it by where there is no bus.
   Readings& readings;
   ClipboardKeeper& clipboard;
+  FileSearch& fileSearch;  ///< Of the user's home.
+  CommandExtras& extras;   ///< What the command bar shows below its results.
   QString executable;
   /// What a new build of the program is started with.
   LaunchEnvironment environment;
@@ -61,6 +66,7 @@ class AppDelegate : public QObject {
   DockPresenter& presenter() { return *presenter_; }
   DockController& dock();
   Windows& windows() { return *windows_; }
+  CommandBarHost& commandBar() { return *commandBar_; }
   AppKeys& keys() { return *keys_; }
   /// What is asked from outside.
   Orders& orders() { return *orders_; }
@@ -100,6 +106,7 @@ class AppDelegate : public QObject {
   std::unique_ptr<LoginEntry> loginEntry_;
   std::unique_ptr<StatusItem> status_;
   std::unique_ptr<Windows> windows_;
+  std::unique_ptr<CommandBarHost> commandBar_;
   std::unique_ptr<ExitGuards> guards_;
   JobHandle afterFirstFrame_;
   bool down_ = false;

@@ -122,8 +122,8 @@ bool InstanceSocket::listen(Answer answer) {
     if (::bind(door.number(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) continue;
     if (::listen(door.number(), static_cast<int>(kMostGuests)) != 0) return false;
     char folder[4096];
-    const ssize_t length = ::readlink(("/proc/self/fd/" + QByteArray::number(place.folder.number())).constData(),
-                                      folder, sizeof folder);
+    const ssize_t length =
+        ::readlink(("/proc/self/fd/" + QByteArray::number(place.folder.number())).constData(), folder, sizeof folder);
     if (length > 0) path_ = QByteArray(folder, length) + '/' + place.name;
     door_ = std::move(door);
     knocks_ = std::make_unique<QSocketNotifier>(door_.number(), QSocketNotifier::Read);

@@ -31,8 +31,7 @@ QString OwnIcons::iconOf(const QString& entryPath) {
 void OwnIcons::choose(const QString& entryPath, const QString& picture) {
   const auto use = [this, entryPath](const QString& asset) {
     exists_.remove(asset);
-    edits_.change(
-        [&](DockConfiguration& config) { config.desktop.customAppIcons.insert(keyOf(entryPath), asset); });
+    edits_.change([&](DockConfiguration& config) { config.desktop.customAppIcons.insert(keyOf(entryPath), asset); });
   };
   keeper_.keep(picture, kSide, use);
 }

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 
+#include "app/CommandBarHost.h"
 #include "app/DockPresenter.h"
 #include "app/Orders.h"
 #include "app/Readings.h"
@@ -12,6 +13,7 @@
 #include "apps/AppOpener.h"
 #include "apps/InstalledApps.h"
 #include "apps/RunningApplications.h"
+#include "clipboard/ports/Pasteboard.h"
 #include "config/CalendarFolders.h"
 #include "desktop/ClientWindows.h"
 #include "desktop/Files.h"
@@ -35,6 +37,7 @@ bool ProgramCommands::can(Optional command) const {
     case Optional::CalendarApp:
       return !entryFor(StandardApplications::Purpose::Calendar).isEmpty();
     case Optional::CommandBar:
+      return true;
     case Optional::FolderIcons:
     case Optional::OpenSpace:
     case Optional::SaveSpace:
@@ -62,6 +65,8 @@ void ProgramCommands::showAbout() { windows().showAbout(); }
 void ProgramCommands::showHelp() { windows().showHelp(); }
 
 // An order or a file from outside may ask for what no menu offers yet.
+
+void ProgramCommands::toggleCommandBar() { targets_->commandBar.toggle(); }
 
 void ProgramCommands::importSpace(const QString& path) {
   store_.setError(Orders::refusalToOpen(QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded)));
@@ -168,7 +173,13 @@ void ProgramCommands::emptyTrash() {
   });
 }
 
-void ProgramCommands::copyText(const QString& text) { QGuiApplication::clipboard()->setText(text); }
+void ProgramCommands::copyText(const QString& text) {
+  // The toolkit's own way loses the text with the window that it was copied in.
+  if (services_.pasteboard.capability())
+    services_.pasteboard.set(PasteboardOffer::text(text));
+  else
+    QGuiApplication::clipboard()->setText(text);
+}
 
 void ProgramCommands::startApplication(const QString& entryPath) { services_.opener.start(entryPath); }
 

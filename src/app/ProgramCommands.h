@@ -13,6 +13,7 @@
 namespace tarnwick {
 
 class AppStore;
+class CommandBarHost;
 class DockPresenter;
 class Readings;
 class Windows;
@@ -21,6 +22,7 @@ class Windows;
 struct CommandTargets {
   DockPresenter& presenter;
   Windows& windows;
+  CommandBarHost& commandBar;
   std::function<void()> quit;  ///< Ends the program. Required.
 };
 
@@ -46,7 +48,7 @@ class ProgramCommands final : public QObject, public Commands {
   void importSpace(const QString& path) override;
   void saveSpace() override {}
   void checkForUpdates() override {}
-  void toggleCommandBar() override {}
+  void toggleCommandBar() override;
 
   void toggleDock() override;
   bool isDockHidden() const override;

@@ -139,12 +139,15 @@ void CommandBarPane::drawPicture(QPainter& painter, const QRectF& box, const Com
     picture_(painter, box, item);
     return;
   }
+  drawSymbolPicture(painter, box, item.symbol, item.kind == Kind::Calculation);
+}
+
+void CommandBarPane::drawSymbolPicture(QPainter& painter, const QRectF& box, const QString& symbol, bool strong) const {
   const Palette& palette = look().palette;
-  const bool strong = item.kind == Kind::Calculation;
   drawRounded(painter, box, theme::kBarIconCorner, strong ? palette.accent(Accent::Blue) : palette.button);
   QRectF mark(0, 0, theme::kBarIconSymbol, theme::kBarIconSymbol);
   mark.moveCenter(box.center());
-  drawControlSymbol(painter, item.symbol, mark, strong ? palette.inkOnAccent : palette.primary);
+  drawControlSymbol(painter, symbol, mark, strong ? palette.inkOnAccent : palette.primary);
 }
 
 }  // namespace tarnwick

@@ -32,6 +32,8 @@ class CommandBarPane final : public GlassPane {
   QSize sizeHint() const override;
   CommandField& field() { return *field_; }
   CommandList& list() { return *list_; }
+  /// A symbol on a small plate, as rows without a picture of their own have it.
+  void drawSymbolPicture(QPainter& painter, const QRectF& box, const QString& symbol, bool strong = false) const;
 
  Q_SIGNALS:
   /// What was asked for is done. Its owner hides the bar, not within this signal.
