@@ -33,9 +33,9 @@ CommandBarModel::~CommandBarModel() { parts_.files.stop(); }
 void CommandBarModel::setQuery(const QString& query) {
   if (query == query_) return;
   query_ = query;
-  Q_EMIT queryChanged();
   // Rows of files stay for now and are judged by the new query, so that they don't blink at each key.
   show(CommandRanking::rank(candidates(query_), query_, usage_, parts_.store.now()), 0);
+  Q_EMIT queryChanged();
   searchFilesSoon();
 }
 
@@ -67,11 +67,10 @@ void CommandBarModel::closed() {
   fileWork_.reset();
   stopFileSearch();
   files_.clear();
-  if (!query_.isEmpty()) {
-    query_.clear();
-    Q_EMIT queryChanged();
-  }
+  const bool hadQuery = !query_.isEmpty();
+  query_.clear();
   show({}, 0);
+  if (hadQuery) Q_EMIT queryChanged();
 }
 
 void CommandBarModel::recompute() {

@@ -93,6 +93,7 @@ class CommandBarModel final : public QObject {
   void refresh();
 
  Q_SIGNALS:
+  /// The rows answer the query when this comes.
   void queryChanged();
   void resultsChanged();
   void selectionChanged();

@@ -56,7 +56,7 @@ class CommandList::Model final : public QAbstractListModel {
   /// Only the rows between what both lists begin and end with are others.
   void set(const QList<CommandRow>& wanted) {
     const auto [oldFirst, newFirst] = std::ranges::mismatch(rows, wanted);
-    const qsizetype same = oldFirst - rows.cbegin();
+    const qsizetype same = oldFirst - rows.begin();
     const qsizetype gone = rows.size() - same;
     const qsizetype added = wanted.size() - same;
     if (gone > 0) {

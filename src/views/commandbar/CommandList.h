@@ -3,21 +3,10 @@
 #include <QListView>
 #include <functional>
 
-#include "commandbar/CommandItem.h"
-#include "commandbar/CommandMatch.h"
+#include "commandbar/CommandBarRows.h"
 #include "views/controls/ListAccessible.h"
 
 namespace tarnwick {
-
-/// A row of the command bar as it is shown.
-struct CommandRow {
-  CommandItem item;
-  QList<CommandMatch::Span>
-      matched;         ///< Of the words that row shows first: the name of a symbol, the title of all others.
-  bool below = false;  ///< In the second list, under the line.
-
-  bool operator==(const CommandRow&) const = default;
-};
 
 /// The rows of the command bar. The field keeps the keyboard; one row is chosen, and a click on any one opens it. It is
 /// as high as its rows and scrolls where the screen has no space for that.

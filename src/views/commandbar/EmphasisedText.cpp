@@ -46,7 +46,7 @@ double EmphasisedText::draw(QPainter& painter, const QRectF& box, const QColor& 
   layOutLine(layout, *this, text, strongInk);
   if (layout.lineAt(0).naturalTextWidth() > box.width()) {
     const QList<qsizetype> ends = endsOf(text);
-    const auto shortened = [&](qsizetype end) { return QStringView(text).first(end).trimmed() + QChar(u'…'); };
+    const auto shortened = [&](qsizetype end) { return text.first(end).trimmed() + QChar(u'…'); };
     // The most characters that fit.
     const auto fits = [&](qsizetype end) {
       layOutLine(layout, *this, shortened(end), strongInk);

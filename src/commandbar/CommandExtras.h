@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QString>
+
+#include "commandbar/CommandItem.h"
+#include "commandbar/SettingsPlaces.h"
+
+namespace tarnwick {
+
+/// Where the second list comes from. What is pointed at is borrowed and must outlive the list.
+struct CommandExtrasParts {
+  SettingsPlaces* settings = nullptr;  ///< May be left out.
+};
+
+/// What the user chose about the second list.
+struct CommandExtrasChoices {
+  bool findsSettings = true;
+
+  bool operator==(const CommandExtrasChoices&) const = default;
+};
+
+/// The second, short list of the command bar: what is found beside the rows that are ranked. Nothing of it is ranked,
+/// and no use of it is noted. Main thread only.
+class CommandExtras final : public QObject {
+  Q_OBJECT
+ public:
+  static constexpr qsizetype kMost = 6;  ///< Rows in all.
+  static constexpr qsizetype kMostSettings = 3;
+  /// Shorter queries find nothing.
+  static constexpr qsizetype kFewestCharacters = 2;
+
+  explicit CommandExtras(const CommandExtrasParts& parts, QObject* parent = nullptr);
+
+  void setChoices(const CommandExtrasChoices& choices);
+
+  /// The rows for a query, in the order in which they are shown. Identities begin with "setting:".
+  QList<CommandItem> find(const QString& query) const;
+  /// Does what a row of it stands for.
+  void activate(const CommandItem& item);
+
+ Q_SIGNALS:
+  /// A query may find other rows than before.
+  void changed();
+
+ private:
+  QList<CommandItem> settings(const QString& query) const;
+
+  CommandExtrasParts parts_;
+  CommandExtrasChoices choices_;
+};
+
+}  // namespace tarnwick
