@@ -11,6 +11,7 @@
 #include "apps/InstalledApps.h"
 #include "apps/RunningApplications.h"
 #include "base/DesktopId.h"
+#include "commandbar/ports/FileSearch.h"
 #include "platform/dbus/BusActivation.h"
 #include "platform/dbus/DBusSessionApplication.h"
 #include "platform/dbus/DesktopClockFormat.h"
@@ -128,6 +129,7 @@ DelegateSetup Adapters::delegateSetup() {
       .socket = keep(std::make_unique<SocketSession>(dataDirectory_)),
       .readings = readings_,
       .clipboard = clipboard_,
+      .fileSearch = keep(std::make_unique<NoFileSearch>()),
       .executable = QCoreApplication::applicationFilePath(),
       .environment = environment_,
       .autostartFile = Autostart::path(),

@@ -55,8 +55,7 @@ AppDelegate::AppDelegate(StoreSetup store, const Services& services, DelegateSet
                                                     *appearance_, setup_.preferences, setup_.framesWindows},
                                        services);
   commandBar_ = std::make_unique<CommandBarHost>(
-      CommandBarHost::Parts{*store_, *commands_, setup_.clipboard.history(), setup_.fileSearch, setup_.extras},
-      services);
+      CommandBarHost::Parts{*store_, *commands_, setup_.clipboard.history(), setup_.fileSearch}, services);
   commands_->setTargets({*presenter_, *windows_, *commandBar_, [this] { quit(); }});
   dock().hasOpenWindow = [this] { return windows_ && windows_->holdsDock(); };
   setup_.readings.follow(*store_);

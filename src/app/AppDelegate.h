@@ -18,7 +18,6 @@ class AppNumbers;
 class Appearance;
 class ClipboardKeeper;
 class CommandBarHost;
-class CommandExtras;
 class DockDisplays;
 class DockPresenter;
 class ExitGuards;
@@ -41,7 +40,6 @@ struct DelegateSetup {
   Readings& readings;
   ClipboardKeeper& clipboard;
   FileSearch& fileSearch;  ///< Of the user's home.
-  CommandExtras& extras;   ///< What the command bar shows below its results.
   QString executable;
   /// What a new build of the program is started with.
   LaunchEnvironment environment;

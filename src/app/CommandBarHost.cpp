@@ -8,7 +8,6 @@
 
 #include "apps/AppIcons.h"
 #include "clipboard/ClipboardHistory.h"
-#include "commandbar/CommandExtras.h"
 #include "desktop/MotionPreference.h"
 #include "store/AppStore.h"
 #include "store/Commands.h"
@@ -40,7 +39,8 @@ void CommandBarHost::makeModel() {
   parts.clipboard = [this] { return parts_.clipboard.items(); };
   model_ = std::make_unique<CommandBarModel>(std::move(parts));
   connect(&parts_.clipboard, &ClipboardHistory::didChange, model_.get(), &CommandBarModel::refresh);
-  rows_ = std::make_unique<CommandBarRows>(*model_, parts_.extras);
+  extras_ = std::make_unique<CommandExtras>(parts_.extras);
+  rows_ = std::make_unique<CommandBarRows>(*model_, *extras_);
 }
 
 /// Where the pointer is over windows of others is known on some desktops only; elsewhere the window with the keyboard

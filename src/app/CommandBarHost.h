@@ -6,6 +6,7 @@
 
 #include "commandbar/CommandBarModel.h"
 #include "commandbar/CommandBarRows.h"
+#include "commandbar/CommandExtras.h"
 #include "desktop/Panels.h"
 #include "desktop/Screens.h"
 #include "store/Services.h"
@@ -15,7 +16,6 @@ namespace tarnwick {
 class AppStore;
 class ClipboardHistory;
 class CommandBarPane;
-class CommandExtras;
 class Commands;
 
 /// The command bar on the screen. It opens on the display with the pointer, a third of the way down, takes the keyboard
@@ -30,7 +30,7 @@ class CommandBarHost final : public QObject {
     Commands& commands;
     ClipboardHistory& clipboard;
     FileSearch& files;
-    CommandExtras& extras;
+    CommandExtrasParts extras = {};  ///< What the second list finds.
   };
 
   CommandBarHost(const Parts& parts, const Services& services);
@@ -63,6 +63,7 @@ class CommandBarHost final : public QObject {
   Parts parts_;
   const Services& services_;
   std::unique_ptr<CommandBarModel> model_;
+  std::unique_ptr<CommandExtras> extras_;
   std::unique_ptr<CommandBarRows> rows_;
   std::unique_ptr<Panel> anchor_;  ///< Unseen, where the bar begins.
   std::unique_ptr<Popup> popup_;
