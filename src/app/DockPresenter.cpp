@@ -251,7 +251,8 @@ void DockPresenter::showNumbers(const QSet<int>& apps) {
   for (const auto& [display, dock] : docks_.all()) dock->view().showNumbers(dock == acted ? apps : QSet<int>());
 }
 
-void DockPresenter::openNewWindow(const QUuid& widget, quint64 application) {
+void DockPresenter::openNewWindow(const QString& display, const QUuid& widget, quint64 application) {
+  actOn(display);
   widget.isNull() ? tiles_.newWindow(application) : tiles_.newWindowOfTile(widget);
 }
 

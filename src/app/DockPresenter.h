@@ -69,6 +69,7 @@ class DockPresenter final : public QObject, private DockHost {
   void openPanel(const QString& display, const QUuid& widget);
   /// A click on a running application: brings it to the front, or minimises the one that is in front.
   void activateApplication(const QString& display, quint64 application) {
+    actOn(display);
     tiles_.activateApplication(display, application);
   }
   /// A click on one of the apps of the dock that was acted on last, counted from 0 in the order of its row; nothing
@@ -89,7 +90,8 @@ class DockPresenter final : public QObject, private DockHost {
  private:
   // DockHost
   void activateTile(const QString& display, const QUuid& widget) override;
-  void openNewWindow(const QUuid& widget, quint64 application) override;
+  void actOn(const QString& display) override;
+  void openNewWindow(const QString& display, const QUuid& widget, quint64 application) override;
   void cycleWindows(quint64 application, int direction) override { tiles_.cycleWindows(application, direction); }
   void openTileMenu(const QString& display, const QUuid& widget, const QRect& beside) override {
     actOn(display);
@@ -120,7 +122,6 @@ class DockPresenter final : public QObject, private DockHost {
   void dismissPanel() override { panels_.close(); }
   void leaveKeyboard() override { dock_.leaveKeyboard(); }
 
-  void actOn(const QString& display);
   /// An entry from outside the folders of applications is asked about before it runs.
   void guardStrangeEntries();
   void connectContents();

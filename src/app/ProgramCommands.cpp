@@ -56,7 +56,9 @@ void ProgramCommands::showLibrary(const QString& display, const QUuid& profile) 
   windows().showLibrary(store_.activeDisplay(), profile);
 }
 
-void ProgramCommands::openEditor(const QUuid& widget) { windows().showEditor(widget, store_.activeDisplay()); }
+void ProgramCommands::openEditor(const QUuid& widget, const QString& display) {
+  windows().showEditor(widget, display.isEmpty() ? store_.activeDisplay() : display);
+}
 
 void ProgramCommands::continueSetup() { windows().showOnboarding(); }
 

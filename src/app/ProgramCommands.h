@@ -39,7 +39,7 @@ class ProgramCommands final : public QObject, public Commands {
 
   void showSettings() override;
   void showLibrary(const QString& display, const QUuid& profile) override;
-  void openEditor(const QUuid& widget) override;
+  void openEditor(const QUuid& widget, const QString& display = {}) override;
   void continueSetup() override;
   void showAbout() override;
   void showHelp() override;

@@ -72,7 +72,8 @@ struct ProviderRequest {
   ProviderLimits limits;
 };
 
-/// All there is to know of a service, in one place: nothing else in the program names one. Nothing fetches by it yet.
+/// All there is to know of a service, in one place: but for its badge nothing else in the program names one. Nothing
+/// fetches by it yet.
 struct Provider {
   QString id;    ///< Stable, for code and logs.
   QString name;  ///< As the service writes itself.

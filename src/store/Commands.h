@@ -38,8 +38,9 @@ class Commands {
   /// The library, with the profile to add to: the given one, else the one that the display's dock shows. An empty
   /// display means the one that was acted on last.
   virtual void showLibrary(const QString& display, const QUuid& profile = {}) = 0;
-  /// The form in which a widget is set up or connected, over the window that has the keyboard.
-  virtual void openEditor(const QUuid& widget) = 0;
+  /// The form in which a widget is set up or connected, over the window of ours that has the keyboard, else where the
+  /// display's dock is. An empty display means the one that was acted on last.
+  virtual void openEditor(const QUuid& widget, const QString& display = {}) = 0;
   virtual void continueSetup() = 0;
   virtual void showAbout() = 0;
   virtual void showHelp() = 0;

@@ -11,7 +11,7 @@ class NoCommands : public Commands {
 
   void showSettings() override {}
   void showLibrary(const QString&, const QUuid& = {}) override {}
-  void openEditor(const QUuid&) override {}
+  void openEditor(const QUuid&, const QString&) override {}
   void continueSetup() override {}
   void showAbout() override {}
   void showHelp() override {}

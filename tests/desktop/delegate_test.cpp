@@ -173,6 +173,10 @@ TEST_F(DelegateTest, WhatIsDoneOnADockIsMeantForItsDisplay) {
       {"a move", [&] { Q_EMIT view.reorderRequested(0, 0); }},
       {"files", [&] { Q_EMIT view.filesDropped({}); }},
       {"a widget's text", [&] { Q_EMIT view.widgetTextDropped({}, 0); }},
+      {"a click on an application", [&] { Q_EMIT view.applicationActivated(0); }},
+      {"a new window", [&] { Q_EMIT view.newWindowRequested({}, 0); }},
+      {"a part of a tile", [&] { Q_EMIT view.tilePartActivated(store().widgets()[1].id, 0); }},
+      {"a profile's tab", [&] { Q_EMIT view.tabActivated(0); }},
   };
   for (const auto& [name, act] : userActions) {
     store().setActiveDisplay(u"R"_s);

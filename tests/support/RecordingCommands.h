@@ -18,7 +18,9 @@ class RecordingCommands : public NoCommands {
   void showLibrary(const QString& display, const QUuid& profile = {}) override {
     asked << QStringLiteral("library %1").arg(profile.isNull() ? display : profile.toString());
   }
-  void openEditor(const QUuid& widget) override { asked << QStringLiteral("edit %1").arg(widget.toString()); }
+  void openEditor(const QUuid& widget, const QString&) override {
+    asked << QStringLiteral("edit %1").arg(widget.toString());
+  }
   void continueSetup() override { asked << QStringLiteral("setup"); }
   void showAbout() override { asked << QStringLiteral("about"); }
   void showHelp() override { asked << QStringLiteral("help"); }

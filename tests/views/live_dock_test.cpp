@@ -21,7 +21,8 @@ struct StillToggles final : Toggles {
 
 struct QuietHost final : DockHost {
   void activateTile(const QString&, const QUuid&) override {}
-  void openNewWindow(const QUuid&, quint64) override {}
+  void actOn(const QString&) override {}
+  void openNewWindow(const QString&, const QUuid&, quint64) override {}
   void cycleWindows(quint64, int) override {}
   void openTileMenu(const QString&, const QUuid&, const QRect&) override {}
   void openApplicationMenu(const QString&, quint64, const QRect&) override {}
@@ -45,7 +46,10 @@ struct CountedServices final : TileServices {
     ++looked;
     return application;
   }
-  std::optional<qint64> trashItems() const override { return trashed; }
+  std::optional<qint64> trashItems() const override {
+    ++counted;
+    return trashed;
+  }
   /// Asked once whenever everything that tiles may show is gathered.
   std::shared_ptr<const CalendarDigest> calendar() const override {
     ++gathered;
@@ -59,6 +63,7 @@ struct CountedServices final : TileServices {
   std::optional<ApplicationFacts> application;
   QList<TileSource*> others;
   qint64 trashed = 0;
+  mutable int counted = 0;  ///< How often the trash was.
   mutable int gathered = 0;
   mutable int looked = 0;
   mutable QStringList read;
@@ -265,6 +270,13 @@ TEST_F(LiveDockTest, WhatChangesIsAskedOfItsOwnSourceAlone) {
   store.edit(
       [](DockConfiguration& config) { config.profiles[0].widgets.last().options.insert(u"path"_s, u"/b.desktop"_s); });
   EXPECT_EQ(asked(), std::pair(false, true)) << "another application";
+}
+
+TEST_F(LiveDockTest, TheTrashIsCountedOnlyWhereItIsShown) {
+  show({u"digitalClock"_s, u"recentFiles"_s});
+  EXPECT_EQ(services.counted, 0);
+  show({u"digitalClock"_s, u"trash"_s});
+  EXPECT_GT(services.counted, 0);
 }
 
 TEST_F(LiveDockTest, AChartBeginsWithWhatWasMeasured) {

@@ -19,8 +19,11 @@ class DockHost {
 
   /// A click on a tile.
   virtual void activateTile(const QString& display, const QUuid& widget) = 0;
+  /// The user did something on the dock that needs no host: what is asked for next without naming a dock is meant for
+  /// this one.
+  virtual void actOn(const QString& display) = 0;
   /// A middle click. A null widget means the running application.
-  virtual void openNewWindow(const QUuid& widget, quint64 application) = 0;
+  virtual void openNewWindow(const QString& display, const QUuid& widget, quint64 application) = 0;
   /// 1 for the next window of the application, -1 for the one before.
   virtual void cycleWindows(quint64 application, int direction) = 0;
 

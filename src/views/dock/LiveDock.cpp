@@ -164,6 +164,7 @@ void LiveDock::activatePart(const QUuid& id, int part) {
   const auto& shown = view_->row().widgets;
   const auto widget = std::ranges::find(shown, id, &DockWidget::id);
   if (widget == shown.end()) return;
+  host_.actOn(display_);
   Rooms::act({*widget, part, display_, store_, toggles_, commands_, [this] { return calendarOf(store_, services_); }});
 }
 
@@ -176,7 +177,7 @@ void LiveDock::connectApplications() {
     host_.openApplicationMenu(display_, application, beside);
   });
   connect(view_, &DockView::newWindowRequested, this,
-          [this](const QUuid& widget, quint64 application) { host_.openNewWindow(widget, application); });
+          [this](const QUuid& widget, quint64 application) { host_.openNewWindow(display_, widget, application); });
   connect(view_, &DockView::cycleWindowsRequested, this,
           [this](quint64 application, int direction) { host_.cycleWindows(application, direction); });
   connect(view_, &DockView::itemsPlaced, this, [this] { host_.applicationsPlaced(display_); });
@@ -198,6 +199,7 @@ void LiveDock::connectGestures() {
   connect(view_, &DockView::widgetTextDropped, this,
           [this](const QString& text, qsizetype index) { host_.dropWidget(display_, text, index); });
   connect(view_, &DockView::tabActivated, this, [this](qsizetype tab) {
+    host_.actOn(display_);
     const auto& profiles = store_.config().profiles;
     if (tab >= 0 && tab < profiles.size()) store_.selectProfile(profiles[tab].id, display_);
   });

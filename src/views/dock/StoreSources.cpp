@@ -192,7 +192,13 @@ class TrashSource final : public TileSource {
   explicit TrashSource(const TileServices& services) : services_(services) {
     connect(&services_, &TileServices::trashChanged, this, [this] { Q_EMIT changed({Family::Files}); });
   }
-  void fill(TileSources& sources, const QList<DockWidget>&) override { sources.trashItems = services_.trashItems(); }
+  void fill(TileSources& sources, const QList<DockWidget>& widgets) override {
+    // Counting begins to watch the trash.
+    const auto showsTrash = [](const DockWidget& widget) {
+      return KindTraits::of(widget.kind).opens == TileOpens::Trash;
+    };
+    if (std::ranges::any_of(widgets, showsTrash)) sources.trashItems = services_.trashItems();
+  }
 
  private:
   const TileServices& services_;

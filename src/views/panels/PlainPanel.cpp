@@ -23,7 +23,7 @@ class PlainPanel final : public TilePanel {
     state.sentence = words.sentence;
     state.button = words.button;
     state.isQuiet = !words.awaitsUser;
-    state.act = [this] { context().commands.openEditor(context().widget); };
+    state.act = [this] { context().commands.openEditor(context().widget, context().display); };
     showEmpty(state);
   }
 

@@ -92,7 +92,7 @@ class FolderPanel final : public TilePanel {
                  title(),
                  PanelWords::tr("Choose the folder that this widget shows."),
                  PanelWords::tr("Choose Folder…"),
-                 [this] { context().commands.openEditor(context().widget); }});
+                 [this] { context().commands.openEditor(context().widget, context().display); }});
       return;
     }
     if (listing_.loaded() && contents.entries.isEmpty() && !inside) {
