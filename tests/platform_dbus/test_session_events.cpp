@@ -1,4 +1,7 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <QDBusObjectPath>
 
 #include "platform/dbus/LoginSessionEvents.h"
 #include "platform_dbus/FakeLocks.h"
@@ -60,6 +63,59 @@ TEST(LoginSessionEvents, TakesTheLockFromALoginManagerThatComesLaterAndIgnoresIm
   second.emitSignal(kPath, kManager, u"PrepareForSleep"_s, {true});
   ASSERT_TRUE(waitFor([&] { return locks.held() == 0; }));
   EXPECT_EQ(slept, 1);
+}
+
+struct SessionEnd {
+  const char* what;
+  /// What the login manager answers when asked for our session; null where it says that we are in none.
+  const char* ours;
+  const char* environment;
+  const char* signal;
+  QVariant first;
+  const char* path;
+  bool ends;
+};
+
+TEST(LoginSessionEvents, EndsWithItsOwnSessionOrUserAndWithNoOther) {
+  const uint user = ::getuid();
+  const SessionEnd cases[] = {
+      {"ours goes", "/s/3", "3", "SessionRemoved", u"3"_s, "/s/3", true},
+      {"another goes", "/s/3", "3", "SessionRemoved", u"4"_s, "/s/4", false},
+      {"the environment is of another", "/s/3", "4", "SessionRemoved", u"4"_s, "/s/4", false},
+      {"only the environment tells", nullptr, "3", "SessionRemoved", u"3"_s, "/s/3", true},
+      {"only the environment, and another goes", nullptr, "3", "SessionRemoved", u"4"_s, "/s/4", false},
+      {"nothing tells", nullptr, "", "SessionRemoved", QString(), "/s/", false},
+      {"the user goes", nullptr, "", "UserRemoved", user, "/u/us", true},
+      {"another user goes", "/s/3", "3", "UserRemoved", user + 1, "/u/other", false},
+  };
+  for (const SessionEnd& each : cases) {
+    SCOPED_TRACE(each.what);
+    PrivateBus bus;
+    FakeService login(bus.connection(), u"org.freedesktop.login1"_s);
+    FakeLocks locks(login);
+    bool answered = !each.ours;
+    if (each.ours) {
+      login.answer(u"GetSessionByPID"_s, [&](const QDBusMessage&) {
+        answered = true;
+        return QVariantList{QVariant::fromValue(QDBusObjectPath(QString::fromLatin1(each.ours)))};
+      });
+    }
+    qputenv("XDG_SESSION_ID", each.environment);
+    LoginSessionEvents events(bus.connection());
+    qunsetenv("XDG_SESSION_ID");
+    int ends = 0;
+    int sleeps = 0;
+    QObject::connect(&events, &SessionEvents::ending, &events, [&] { ++ends; });
+    QObject::connect(&events, &SessionEvents::willSleep, &events, [&] { ++sleeps; });
+    ASSERT_TRUE(waitFor([&] { return answered && locks.held() == 1; }));
+
+    login.emitSignal(kPath, kManager, QString::fromLatin1(each.signal),
+                     {each.first, QVariant::fromValue(QDBusObjectPath(QString::fromLatin1(each.path)))});
+    // What comes behind it on the same bus shows that it was received.
+    login.emitSignal(kPath, kManager, u"PrepareForSleep"_s, {true});
+    ASSERT_TRUE(waitFor([&] { return sleeps == 1; }));
+    EXPECT_EQ(ends, each.ends ? 1 : 0);
+  }
 }
 
 }  // namespace

@@ -1,26 +1,61 @@
 #include "platform/dbus/LoginSessionEvents.h"
 
+#include <unistd.h>
+
+#include <QDBusObjectPath>
 #include <QMetaObject>
 
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr QLatin1StringView kManagerPath("/org/freedesktop/login1");
+constexpr QLatin1StringView kManager("org.freedesktop.login1.Manager");
+
+QString pathIn(const QDBusMessage& message, int argument) {
+  return message.arguments().value(argument).value<QDBusObjectPath>().path();
+}
+
+}  // namespace
+
 LoginSessionEvents::LoginSessionEvents(const QDBusConnection& system, QObject* parent)
     : login_(system, u"org.freedesktop.login1"_s),
-      delay_(login_, u"sleep:shutdown"_s, tr("Saving the dock"), u"delay"_s) {
+      delay_(login_, u"sleep:shutdown"_s, tr("Saving the dock"), u"delay"_s),
+      sessionId_(qEnvironmentVariable("XDG_SESSION_ID")) {
   setParent(parent);
   const auto listen = [this](const QString& signal, void (LoginSessionEvents::*handler)(bool)) {
-    login_.listen(
-        u"/org/freedesktop/login1"_s, u"org.freedesktop.login1.Manager"_s, signal,
-        [this, handler](const QDBusMessage& message) { (this->*handler)(message.arguments().value(0).toBool()); });
+    login_.listen(kManagerPath, kManager, signal, [this, handler](const QDBusMessage& message) {
+      (this->*handler)(message.arguments().value(0).toBool());
+    });
   };
   listen(u"PrepareForSleep"_s, &LoginSessionEvents::prepareForSleep);
   listen(u"PrepareForShutdown"_s, &LoginSessionEvents::prepareForShutdown);
+  login_.listen(kManagerPath, kManager, u"SessionRemoved"_s, [this](const QDBusMessage& message) {
+    if (isOurs(message)) Q_EMIT ending();
+  });
+  login_.listen(kManagerPath, kManager, u"UserRemoved"_s, [this](const QDBusMessage& message) {
+    if (message.arguments().value(0) == QVariant(static_cast<uint>(::getuid()))) Q_EMIT ending();
+  });
   connect(&login_, &BusService::ownerChanged, this, [this] {
     delay_.release();
     delay_.take();
+    findSession();
   });
+}
+
+// What the login manager knows goes before the environment, which may come from another session of the user's. A
+// program that the user's service manager started is in no session: then the environment alone tells.
+void LoginSessionEvents::findSession() {
+  login_.call(kManagerPath, kManager, u"GetSessionByPID"_s, {0U}, this, [this](const QDBusMessage& reply) {
+    if (reply.type() == QDBusMessage::ReplyMessage) sessionPath_ = pathIn(reply, 0);
+  });
+}
+
+bool LoginSessionEvents::isOurs(const QDBusMessage& removed) const {
+  if (!sessionPath_.isEmpty()) return pathIn(removed, 1) == sessionPath_;
+  return !sessionId_.isEmpty() && removed.arguments().value(0).toString() == sessionId_;
 }
 
 void LoginSessionEvents::prepareForSleep(bool begins) {

@@ -8,9 +8,9 @@
 
 namespace tarnwick {
 
-/// Sleep, waking and the end of the machine, as the login manager announces them. Sleep and shutdown are held back by a
-/// delay lock until everybody who listens has had the signal. Without a system bus or a login manager nothing is
-/// announced.
+/// Sleep, waking, the end of the machine and of the session that this program is in, as the login manager announces
+/// them; when the last session of the user went, that too is an end. Sleep and shutdown are held back by a delay lock
+/// until everybody who listens has had the signal. Without a system bus or a login manager nothing is announced.
 class LoginSessionEvents final : public SessionEvents {
   Q_OBJECT
  public:
@@ -21,9 +21,13 @@ class LoginSessionEvents final : public SessionEvents {
   void prepareForSleep(bool begins);
   void prepareForShutdown(bool begins);
   void releaseBehindTheHandlers();
+  void findSession();
+  bool isOurs(const QDBusMessage& removed) const;
 
   BusService login_;
   LoginInhibitor delay_;
+  QString sessionId_;
+  QString sessionPath_;
 };
 
 }  // namespace tarnwick
