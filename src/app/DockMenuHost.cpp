@@ -4,6 +4,7 @@
 #include "app/PanelHost.h"
 #include "base/LocalFigures.h"
 #include "store/AppStore.h"
+#include "views/dock/DockMenu.h"
 #include "views/theme/DesktopLook.h"
 #include "views/theme/MenuStyle.h"
 #include "views/theme/WindowFade.h"
@@ -43,7 +44,7 @@ void DockMenuHost::chooseWindow(const QString& display, quint64 application) {
 void DockMenuHost::open(const QString& display, const QList<DockMenuEntry>& entries, const QRect& beside) {
   if (!dock_.panel(display) || entries.isEmpty()) return;
   close();
-  auto* menu = new QMenu;
+  auto* menu = new DockMenu(docks_.view(display));
   menu_ = menu;
   display_ = display;
   choice_ = 0;
@@ -112,7 +113,7 @@ void DockMenuHost::closeOn(const QString& display) {
 void DockMenuHost::drop() { delete menu_; }
 
 void DockMenuHost::mark(bool open) {
-  if (DockView* view = docks_.view(display_)) view->setMenuOpen(open);
+  if (DockView* view = docks_.view(display_)) view->setOpenMenu(open ? menu_.data() : nullptr);
 }
 
 }  // namespace tarnwick

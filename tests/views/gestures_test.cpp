@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QMenu>
 #include <QMimeData>
 #include <QSignalSpy>
 #include <cmath>
@@ -646,7 +647,8 @@ TEST(Profiles, TabsStandStillUnderWhatStandsOnTheGlassAndTurnByTheWheel) {
   view->setPanelOpen({});
   time.advance(1);
   EXPECT_EQ(view->glassRect().height(), 110);
-  view->setMenuOpen(true);
+  QMenu menu;
+  view->setOpenMenu(&menu);
   QEvent leave(QEvent::Leave);
   QCoreApplication::sendEvent(view.get(), &leave);
   time.advance(1);
@@ -661,7 +663,7 @@ TEST(Profiles, TabsStandStillUnderWhatStandsOnTheGlassAndTurnByTheWheel) {
   wheel(*view, onTabs, {0, 120});
   EXPECT_EQ(chosen, (QList<qsizetype>{2, 0}));
 
-  view->setMenuOpen(false);
+  view->setOpenMenu(nullptr);
   time.advance(1);
   EXPECT_EQ(view->glassRect().height(), 84);
 }

@@ -3,6 +3,7 @@
 #include <QAccessible>
 #include <QAccessibleActionInterface>
 #include <QAccessibleWidget>
+#include <QMenu>
 #include <QPointer>
 #include <algorithm>
 #include <vector>
@@ -65,8 +66,7 @@ class TileAccessible final : public QAccessibleInterface, public QAccessibleActi
   void* interface_cast(QAccessible::InterfaceType type) override {
     return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface*>(this) : nullptr;
   }
-  /// The entries of a tile's menu follow under their own words: the menu itself, once it is open, is not among what
-  /// readers are given.
+  /// The entries of a tile's menu follow under their own words, so that nobody needs to open it.
   QStringList actionNames() const override {
     QStringList names{pressAction(), showMenuAction(), setFocusAction()};
     if (!isValid()) return names;
@@ -100,11 +100,13 @@ class DockAccessible final : public QAccessibleWidget {
   explicit DockAccessible(DockView* view) : QAccessibleWidget(view, QAccessible::ToolBar), view_(view) {}
   ~DockAccessible() override { trim(0); }
 
-  int childCount() const override { return view_ ? static_cast<int>(view_->itemCount()) : 0; }
+  /// An open menu stands behind the tiles.
+  int childCount() const override { return tileCount() + (openMenu() ? 1 : 0); }
 
   QAccessibleInterface* child(int index) const override {
     if (index < 0 || index >= childCount()) return nullptr;
-    trim(static_cast<std::size_t>(childCount()));
+    if (index == tileCount()) return QAccessible::queryAccessibleInterface(openMenu());
+    trim(static_cast<std::size_t>(tileCount()));
     while (tiles_.size() <= static_cast<std::size_t>(index))
       tiles_.push_back(QAccessible::registerAccessibleInterface(
           new TileAccessible(view_, static_cast<int>(tiles_.size()))));  // Qt's cache owns it.
@@ -145,6 +147,11 @@ class DockAccessible final : public QAccessibleWidget {
   }
 
  private:
+  int tileCount() const { return view_ ? static_cast<int>(view_->itemCount()) : 0; }
+  QMenu* openMenu() const {
+    QMenu* const menu = view_ ? view_->openMenu() : nullptr;
+    return menu && menu->isVisible() ? menu : nullptr;
+  }
   void trim(std::size_t count) const {
     while (tiles_.size() > count) {
       QAccessible::deleteAccessibleInterface(tiles_.back());

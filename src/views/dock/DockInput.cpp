@@ -3,6 +3,7 @@
 #include <QContextMenuEvent>
 #include <QCursor>
 #include <QDragEnterEvent>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWheelEvent>
@@ -94,14 +95,18 @@ void DockView::setPanelOpen(const QUuid& widget) {
   updateRow();
 }
 
-void DockView::setMenuOpen(bool open) {
+void DockView::setOpenMenu(QMenu* menu) {
+  const bool open = menu != nullptr;
   menuOpen_ = open;
+  menu_ = menu;
   // While it was open the pointer was the menu's, and nobody tells where that left it.
   const QPointF pointer = mapFromGlobal(QCursor::pos());
   if (!open && !drag_.isActive()) setPointer(glassRect().contains(pointer) ? std::optional(pointer) : std::nullopt);
   hoverTabs();
   updateTip();
 }
+
+QMenu* DockView::openMenu() const { return menu_; }
 
 void DockView::leaveEvent(QEvent*) {
   if (!drag_.isActive()) setPointer(std::nullopt);

@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QMargins>
+#include <QPointer>
 #include <QRegion>
 #include <QSet>
 #include <QUuid>
@@ -33,6 +34,8 @@
 #include "views/dock/TileDragController.h"
 #include "views/dock/TipController.h"
 #include "views/tiles/TileSources.h"
+
+class QMenu;
 
 namespace tarnwick {
 
@@ -70,8 +73,9 @@ class DockView : public QWidget {
   void refresh(const TileSources& sources, const std::function<bool(const DockWidget& widget)>& which = {});
   /// Marks the widget whose panel is open; a null identity marks none.
   void setPanelOpen(const QUuid& widget);
-  /// While a menu of the dock is open the tabs stay as they are, as while a panel is.
-  void setMenuOpen(bool open);
+  /// The menu of the dock that is open; null for none. Meanwhile the tabs stay as they are, as while a panel is.
+  void setOpenMenu(QMenu* menu);
+  QMenu* openMenu() const;
   /// Brings the tabs of the profiles out, or takes them back; hover does the same.
   void showTabs(bool shown);
 
@@ -243,7 +247,8 @@ class DockView : public QWidget {
 
   CommandProvider commands_;
   QUuid panelOpen_;
-  bool menuOpen_ = false;
+  bool menuOpen_ = false;  ///< Until it is told that none is, even where the menu went before.
+  QPointer<QMenu> menu_;
   QSet<int> numbers_;
   bool wasCarried_ = false;
   std::optional<RowGuest> guest_;    ///< That the row makes space for.
