@@ -84,7 +84,7 @@ TEST(LoginSessionEvents, EndsWithItsOwnSessionOrUserAndWithNoOther) {
       {"the environment is of another", "/s/3", "4", "SessionRemoved", u"4"_s, "/s/4", false},
       {"only the environment tells", nullptr, "3", "SessionRemoved", u"3"_s, "/s/3", true},
       {"only the environment, and another goes", nullptr, "3", "SessionRemoved", u"4"_s, "/s/4", false},
-      {"nothing tells", nullptr, "", "SessionRemoved", QString(), "/s/", false},
+      {"nothing tells", nullptr, "", "SessionRemoved", QString(), "/s/4", false},
       {"the user goes", nullptr, "", "UserRemoved", user, "/u/us", true},
       {"another user goes", "/s/3", "3", "UserRemoved", user + 1, "/u/other", false},
   };
