@@ -400,7 +400,7 @@ TEST_F(ScreenReaderTest, AClockIsAddedEditedMovedRemovedAndBroughtBackAndEveryCo
   EXPECT_TRUE(become(after));
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return stored().last().title == u"Mine"_s; }));
 
-  // On the dock, where an open menu is nothing that a reader is given.
+  // On the dock, where all that a menu offers is done without opening it.
   ASSERT_NO_FATAL_FAILURE(act(u"Mine"_s, u"Move Left"_s));
   const QStringList moved{before[0], after[2], before[1]};
   EXPECT_TRUE(become(moved));
@@ -408,8 +408,17 @@ TEST_F(ScreenReaderTest, AClockIsAddedEditedMovedRemovedAndBroughtBackAndEveryCo
   EXPECT_TRUE(become(before));
   ASSERT_NO_FATAL_FAILURE(act(u"“Mine” was removed from the dock."_s));
   EXPECT_TRUE(become(moved));
-  EXPECT_TRUE(shown(u"Mine"_s, u"ShowMenu"_s));
-  program->signal(SIGTERM);
+
+  // An open menu is there with all its entries: that of a tile, and in its place that of the dock.
+  ASSERT_NO_FATAL_FAILURE(act(u"Mine"_s, u"ShowMenu"_s));
+  EXPECT_TRUE(shown(u"Edit Widget…"_s, u"Press"_s)) << everything();
+  ASSERT_NO_FATAL_FAILURE(act(u"Dock"_s, u"ShowMenu"_s));
+  ASSERT_NO_FATAL_FAILURE(act(u"Layout"_s, u"ShowMenu"_s));
+  EXPECT_TRUE(shown(u"Floating"_s, u"Press"_s)) << everything();
+  const auto quit = shown(u"Quit Tarnwick"_s, u"Press"_s);
+  ASSERT_TRUE(quit) << everything();
+  EXPECT_EQ(reader->role(*quit), u"menu item"_s);
+  EXPECT_TRUE(reader->act(*quit, u"Press"_s));
   EXPECT_EQ(program->end(), 0);
 }
 
