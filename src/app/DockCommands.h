@@ -42,6 +42,7 @@ class DockCommands : public QObject {
   quint64 applicationOf(const DockWidget& widget) const;
   void newWindow(quint64 application);
   void newWindowOfTile(const QUuid& widget);
+  void newWindowOfEntry(const QString& entryPath);
   /// Brings the next window of the application forward, or the one before for a negative direction; the latest when
   /// another application is in front.
   void cycleWindows(quint64 application, int direction);
@@ -80,7 +81,6 @@ class DockCommands : public QObject {
   bool isSecondClick(const QString& what);
   void turnTo(const QString& display, quint64 application);
   bool openPlace(const QString& display, const DockWidget& widget);
-  void newWindowOfEntry(const QString& entryPath);
   void launchBegan(const QString& entryPath);
   void runningChanged();
   void sendTileRects();

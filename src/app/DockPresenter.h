@@ -72,6 +72,8 @@ class DockPresenter final : public QObject, private DockHost {
     actOn(display);
     tiles_.activateApplication(display, application);
   }
+  /// Another window of the application of a desktop entry.
+  void newWindow(const QString& entryPath) { tiles_.newWindowOfEntry(entryPath); }
   /// A click on one of the apps of the dock that was acted on last, counted from 0 in the order of its row; nothing
   /// where it has fewer.
   void openApp(int place);

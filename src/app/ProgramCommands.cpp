@@ -19,6 +19,7 @@
 #include "desktop/Files.h"
 #include "desktop/ScreenColors.h"
 #include "store/AppStore.h"
+#include "widgets/PinnedTiles.h"
 
 namespace tarnwick {
 namespace {
@@ -184,6 +185,12 @@ void ProgramCommands::copyText(const QString& text) {
 }
 
 void ProgramCommands::startApplication(const QString& entryPath) { services_.opener.start(entryPath); }
+
+void ProgramCommands::newWindow(const QString& entryPath) { presenter().newWindow(entryPath); }
+
+void ProgramCommands::keepInDock(const QString& entryPath, const QString& display) {
+  presenter().edits().insert({PinnedTiles::launcher(entryPath)}, display);
+}
 
 void ProgramCommands::bringApplication(quint64 application) {
   AppActivation(services_.runningApps, services_.windows).bring(application);

@@ -78,6 +78,8 @@ class ProgramCommands final : public QObject, public Commands {
   void emptyTrash() override;
   void copyText(const QString& text) override;
   void startApplication(const QString& entryPath) override;
+  void newWindow(const QString& entryPath) override;
+  void keepInDock(const QString& entryPath, const QString& display) override;
   void bringApplication(quint64 application) override;
   void openApp(int place) override;
   void activateApplication(quint64 application, const QString& display) override;

@@ -112,6 +112,11 @@ class Commands {
   virtual void copyText(const QString& text) = 0;
   /// Starts the application of a desktop entry, by the entry's path.
   virtual void startApplication(const QString& entryPath) = 0;
+  /// Another window of an application by its entry's path; one that offers no way to open it is started once more.
+  virtual void newWindow(const QString& entryPath) = 0;
+  /// Adds a tile for the application of a desktop entry to what a display's dock shows, as a step that can be taken
+  /// back.
+  virtual void keepInDock(const QString& entryPath, const QString& display) = 0;
   /// A click on one of the apps of the dock that was acted on last, counted from 0 in the order of its row.
   virtual void openApp(int place) = 0;
   /// Brings a running application forward, by its identity in RunningApplications.

@@ -49,6 +49,8 @@ class NoCommands : public Commands {
   void emptyTrash() override {}
   void copyText(const QString&) override {}
   void startApplication(const QString&) override {}
+  void newWindow(const QString&) override {}
+  void keepInDock(const QString&, const QString&) override {}
   void bringApplication(quint64) override {}
   void openApp(int) override {}
   void activateApplication(quint64, const QString&) override {}

@@ -46,6 +46,13 @@ QList<RunningApp> PinnedTiles::unheld(const QList<RunningApp>& running, const QL
   return result;
 }
 
+bool PinnedTiles::hold(const QList<DockWidget>& widgets, const QString& entryPath, const IdOf& idOf) {
+  RunningApp app;
+  app.path = entryPath;
+  app.desktopId = idOf(entryPath);
+  return unheld({app}, widgets, idOf).isEmpty();
+}
+
 DockWidget PinnedTiles::launcher(const QString& path) { return widgetFor(Catalog::launcherKind(), path); }
 
 DockWidget PinnedTiles::folder(const QString& path) { return widgetFor(Catalog::folderKind(), path); }

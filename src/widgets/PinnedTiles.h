@@ -22,6 +22,9 @@ struct PinnedTiles {
   /// application.
   static QList<RunningApp> unheld(const QList<RunningApp>& running, const QList<DockWidget>& widgets, const IdOf& idOf);
 
+  /// Whether one of the widgets holds the application of a desktop entry, by the same measure.
+  static bool hold(const QList<DockWidget>& widgets, const QString& entryPath, const IdOf& idOf);
+
   /// A widget with an identity of its own that starts the application of a desktop entry, or opens a file.
   static DockWidget launcher(const QString& path);
   /// A widget with an identity of its own that opens a folder.

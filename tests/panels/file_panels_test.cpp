@@ -90,6 +90,37 @@ TEST(ApplicationsPanel, IsSearchedAndStartedByKeys) {
   EXPECT_EQ(open.did(), "");
 }
 
+TEST(ApplicationsPanel, OffersToKeepWhatTheDockDoesNotHold) {
+  const QString mail = u"/usr/share/applications/mail.desktop"_s;
+  Open open(u"applications"_s);
+  QTest::keyClicks(&open.field(), u"mail"_s);
+  const auto offered = [&] { return open.view().itemActions(open.view().model()->index(0, 0)); };
+  const auto run = [&](const QString& action) {
+    open.view().runItemAction(open.view().model()->index(0, 0), offered().indexOf(action));
+    return open.did();
+  };
+  const auto hold = [&](const QString& kind, const QString& key) {
+    open.fixture.store().edit([&](DockConfiguration& config) {
+      for (DockProfile& profile : config.profiles) {
+        profile.widgets.removeIf([&](const DockWidget& widget) { return widget.id != open.context.widget; });
+        if (!kind.isEmpty()) profile.widgets << DockWidget{QUuid::createUuid(), kind, {}, {{key, mail}}};
+      }
+    });
+  };
+
+  hold({}, {});
+  EXPECT_EQ(offered().filter(u"Keep in Dock"_s).size(), 1);
+  EXPECT_EQ(run(u"Keep in Dock"_s), QString(u"keep %1 on %2"_s).arg(mail, open.context.display).toStdString());
+  EXPECT_FALSE(open.closed) << "more may be kept";
+  hold(u"appLauncher"_s, u"path"_s);
+  EXPECT_FALSE(offered().contains(u"Keep in Dock"_s));
+  hold(u"appFolder"_s, u"paths"_s);
+  EXPECT_FALSE(offered().contains(u"Keep in Dock"_s)) << "a folder of apps in the dock holds it too";
+  EXPECT_EQ(run(u"New Window"_s), "another " + mail.toStdString());
+  EXPECT_TRUE(open.closed);
+  EXPECT_EQ(run(u"Open"_s), "start " + mail.toStdString());
+}
+
 TEST(AppFolderPanel, TakesAppsInAndGivesThemBack) {
   Open open(u"appFolder"_s);
   EXPECT_EQ(open.titles(), "Mail|Music|Messages|Photos");

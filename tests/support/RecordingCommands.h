@@ -74,6 +74,10 @@ class RecordingCommands : public NoCommands {
   void emptyTrash() override { asked << QStringLiteral("emptied"); }
   void copyText(const QString& text) override { asked << QStringLiteral("copy %1").arg(text); }
   void startApplication(const QString& path) override { asked << QStringLiteral("start %1").arg(path); }
+  void newWindow(const QString& path) override { asked << QStringLiteral("another %1").arg(path); }
+  void keepInDock(const QString& path, const QString& display) override {
+    asked << QStringLiteral("keep %1 on %2").arg(path, display);
+  }
   void bringApplication(quint64 application) override { asked << QStringLiteral("app %1").arg(application); }
   void openApp(int place) override { asked << QStringLiteral("app %1").arg(place); }
   void activateApplication(quint64 application, const QString& display) override {

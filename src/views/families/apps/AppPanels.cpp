@@ -9,6 +9,7 @@
 #include "views/controls/ItemView.h"
 #include "views/panels/AppItems.h"
 #include "views/panels/PanelWords.h"
+#include "widgets/PinnedTiles.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -80,6 +81,7 @@ class ApplicationsPanel final : public AppsPanel {
     view().followField(field());
     beginWith(field());
     connect(&view(), &ItemView::opened, this, &ApplicationsPanel::start);
+    view().setItemMenu([this](const QString& path) { return menuOf(path); });
   }
 
  protected:
@@ -88,6 +90,23 @@ class ApplicationsPanel final : public AppsPanel {
     const QList<AppItem> apps = fitting();
     const QString wanted = field().text().trimmed();
     show(apps, wanted.isEmpty() ? PanelWords::tr("Looking…") : PanelWords::tr("No app matches “%1”.").arg(wanted));
+  }
+
+ private:
+  QList<PaneMenuEntry> menuOf(const QString& path) {
+    QList<PaneMenuEntry> entries{{PanelWords::tr("Open"), [this, path] { start(path); }},
+                                 {PanelWords::tr("New Window"), [this, path] {
+                                    context().commands.newWindow(path);
+                                    Q_EMIT closeRequested();
+                                  }}};
+    const auto idOf = [&apps = context().readings.apps](const QString& entry) {
+      return apps.environment().desktopIdOf(entry);
+    };
+    if (!PinnedTiles::hold(context().store.displayedWidgets(context().display), path, idOf))
+      entries << PaneMenuEntry{} << PaneMenuEntry{PanelWords::tr("Keep in Dock"), [this, path] {
+                                                    context().commands.keepInDock(path, context().display);
+                                                  }};
+    return entries;
   }
 };
 
