@@ -268,8 +268,8 @@ TEST_F(OnboardingInput, EachControlOfTheFirstRunDoesTheSameByMouseKeyboardAndScr
     config.onboardingComplete = false;
     config.layout = DockLayout::Fixed;
   });
-  // Later and Continue, before which are seven layouts, two switches, or Back and the library.
-  const qsizetype leadSomewhere[] = {2, 10, 5, 3};
+  // Later and Continue, before which are seven layouts, three switches, or Back and the library.
+  const qsizetype leadSomewhere[] = {2, 10, 6, 3};
   for (int page = 0; page < OnboardingWindow::kPages; ++page) {
     SCOPED_TRACE(page);
     const Opener opener = [this, page](UndoableEdits& changes) {
@@ -315,6 +315,33 @@ TEST_F(OnboardingTest, SaysWhatIsMissingAndWhyAlsoWhereTheDesktopAnswersLate) {
   store().edit([](DockConfiguration& config) { config.launchAtLogin = false; });
   EXPECT_FALSE(login->isChecked());
   delete window;
+}
+
+TEST_F(OnboardingTest, AsksAboutRunningAppsWhereWindowsAreTold) {
+  constexpr int desktopPage = 2;
+  const struct {
+    Capability windows;
+    bool set;
+    bool asks;
+  } rows[] = {{Capability::yes(), true, true},
+              {Capability::yes(), false, true},
+              {Capability::no(u"This desktop tells no windows."_s), true, false}};
+  for (const auto& row : rows) {
+    abilities.windows = row.windows;
+    store().edit([&row](DockConfiguration& config) { config.liveApps = row.set; });
+    const std::unique_ptr<OnboardingWindow> window(open(desktopPage));
+    auto* asked = find<Switch>(window.get(), u"Show running apps"_s);
+    ASSERT_EQ(asked != nullptr, row.asks);
+    if (!asked) {
+      EXPECT_TRUE(says(window.get(), row.windows.reason));
+      continue;
+    }
+    EXPECT_EQ(asked->isChecked(), row.set) << "what is set, however often it is opened";
+    asked->click();
+    EXPECT_EQ(store().config().liveApps, !row.set);
+    undo.undo();
+    EXPECT_EQ(asked->isChecked(), row.set);
+  }
 }
 
 TEST(LayoutPicture, MovesOnlyWhileItIsSeenAndWantedAndComesToRest) {

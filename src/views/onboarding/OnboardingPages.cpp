@@ -239,9 +239,12 @@ void fill(Card* card, AppStore& store, const WindowServices& services) {
           : OnboardingWords::tr(QT_TRANSLATE_NOOP(
                 "Onboarding", "The dock is at the edge of the screen. It is opaque because no compositor is running."));
   addState(card, OnboardingWords::tr("Screens and panels"), screens, abilities.edges);
-  addState(card, OnboardingWords::tr("Windows of other apps"),
-           OnboardingWords::tr("Running apps show in the dock, and a click brings them to the front."),
-           abilities.windows);
+  const QString apps = OnboardingWords::tr("Show running apps");
+  const QString front = OnboardingWords::tr("Running apps show in the dock, and a click brings them to the front.");
+  if (abilities.windows)
+    card->addRow(apps, makeSwitch(store, services, apps, &DockConfiguration::liveApps), front);
+  else
+    addState(card, OnboardingWords::tr("Windows of other apps"), front, abilities.windows);
   addKeys(card, abilities);
   const QString notes = OnboardingWords::tr("Notifications");
   const QString tell = OnboardingWords::tr("Notifies you when a timer ends, a break is due or it is time to drink.");
