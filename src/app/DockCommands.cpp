@@ -83,7 +83,7 @@ void DockCommands::openEntry(const QString& display, const QString& entryPath, b
   } else if (isClick) {
     turnTo(display, app->identity);
   } else {
-    openApplication(app->identity);
+    openApplication(display, app->identity);
   }
 }
 
@@ -104,19 +104,20 @@ void DockCommands::activateApplication(const QString& display, quint64 applicati
 }
 
 void DockCommands::turnTo(const QString& display, quint64 application) {
-  auto app = services_.runningApps.byIdentity(application);
+  const auto app = services_.runningApps.byIdentity(application);
   if (!app) return;
-  if (!app->active) return openApplication(application);
-  if (const QList<quint64> shown = app->windowsIn(store_.windowScope(display)); !shown.isEmpty()) app->windows = shown;
-  const QList<quint64> windows = AppActivation::windowsToActivate(*app, services_.windows);
+  // A window of another display that is in front is none of what this dock shows.
+  const RunningApp shown = app->within(store_.windowScope(display));
+  if (!shown.active) return openApplication(display, application);
+  const QList<quint64> windows = AppActivation::windowsToActivate(shown, services_.windows);
   if (windows.size() == 1)
     services_.windows.minimise(windows.first());
   else
     Q_EMIT windowChoiceRequested(display, application);
 }
 
-void DockCommands::openApplication(quint64 application) {
-  AppActivation(services_.runningApps, services_.windows).bring(application);
+void DockCommands::openApplication(const QString& display, quint64 application) {
+  AppActivation(services_.runningApps, services_.windows).bring(application, store_.windowScope(display));
 }
 
 quint64 DockCommands::applicationOf(const DockWidget& widget) const {

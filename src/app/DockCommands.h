@@ -36,7 +36,7 @@ class DockCommands : public QObject {
   void activateApplication(const QString& display, quint64 application);
   /// The same from a menu, which never minimises.
   void openTile(const QString& display, const QUuid& widget) { openTile(display, widget, false); }
-  void openApplication(quint64 application);
+  void openApplication(const QString& display, quint64 application);
 
   /// The running application that a widget stands for; 0 for none.
   quint64 applicationOf(const DockWidget& widget) const;

@@ -107,7 +107,7 @@ QList<DockMenuEntry> DockMenus::application(quint64 identity, const QString& dis
   const bool isHeld = PinnedTiles::unheld({*app}, store_.displayedWidgets(display), idOf).isEmpty();
   state.canBeKept = !app->path.isEmpty() && !isHeld;
   DockMenuActions actions{commands_};
-  actions.open = [this, identity] { dockCommands_.openApplication(identity); };
+  actions.open = [this, identity, display] { dockCommands_.openApplication(display, identity); };
   actions.keep = [this, path = app->path, display] { edits_.insert({PinnedTiles::launcher(path)}, display); };
   addAppActions(actions, identity, app->path);
   return DockMenuModel::application(app->name, state, actions);

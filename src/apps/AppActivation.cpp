@@ -7,7 +7,12 @@ namespace tarnwick {
 
 bool AppActivation::bring(const QString& path) { return bring(running_.byPath(path)); }
 
-bool AppActivation::bring(quint64 identity) { return bring(running_.byIdentity(identity)); }
+bool AppActivation::bring(quint64 identity, const WindowScope& scope) {
+  auto app = running_.byIdentity(identity);
+  if (!app) return false;
+  if (const QList<quint64> inside = app->windowsIn(scope); !inside.isEmpty()) app->windows = inside;
+  return bring(app);
+}
 
 QList<quint64> AppActivation::windowsToActivate(const RunningApp& app, const ClientWindows& windows) {
   QSet<quint64> elsewhere;

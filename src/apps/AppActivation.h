@@ -17,8 +17,9 @@ class AppActivation {
   /// end, so that it lies on top: those of the virtual desktop that is shown, or all where it has none there. Returns
   /// whether such an application runs.
   bool bring(const QString& path);
-  /// The same by the identity of a running application.
-  bool bring(quint64 identity);
+  /// The same by the identity of a running application, of which only the windows in a scope are meant, or all where
+  /// it has none there.
+  bool bring(quint64 identity, const WindowScope& scope = {});
   /// Which windows of the application are meant, the most recently active first.
   static QList<quint64> windowsToActivate(const RunningApp& app, const ClientWindows& windows);
 

@@ -32,7 +32,7 @@ struct RunningApp {
   QString iconName;                    ///< For a program without a desktop entry a guess, which may name no icon.
   QList<quint64> windows;              ///< The most recently active first.
   QHash<quint64, WindowPlace> places;  ///< By window.
-  bool active = false;                 ///< Whether one of its windows is the active one.
+  bool active = false;                 ///< Whether one of its windows is the active one, which is the first then.
   bool urgent = false;                 ///< Whether one of its windows asks for attention.
 
   /// The windows that are in a scope, in the same order. One that nothing is known of is in every scope, and a
@@ -46,6 +46,14 @@ struct RunningApp {
           !scope.display.isEmpty() && !place->screens.isEmpty() && !place->screens.contains(scope.display);
       return (scope.workspaceOnly && place->elsewhere) || isAway;
     });
+    return inside;
+  }
+
+  /// The application as it is in a scope: with the windows there alone, and active when one of these is.
+  RunningApp within(const WindowScope& scope) const {
+    RunningApp inside = *this;
+    inside.windows = windowsIn(scope);
+    inside.active = active && inside.windows.value(0) == windows.value(0);
     return inside;
   }
 

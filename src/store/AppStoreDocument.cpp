@@ -45,7 +45,7 @@ QList<RunningApp> AppStore::unpinnedRunningApps(const QString& display) const {
   const auto idOf = [this](const QString& path) { return installedApps_.environment().desktopIdOf(path); };
   QList<RunningApp> apps = PinnedTiles::unheld(runningApps_, displayedWidgets(display), idOf);
   const WindowScope scope = windowScope(display);
-  for (RunningApp& app : apps) app.windows = app.windowsIn(scope);
+  for (RunningApp& app : apps) app = app.within(scope);
   apps.removeIf([](const RunningApp& app) { return app.windows.isEmpty(); });
   return apps;
 }

@@ -198,6 +198,38 @@ TEST_F(CommandsTest, HowQuickADoubleClickIsTheDesktopSays) {
   QApplication::setDoubleClickInterval(before);
 }
 
+TEST_F(CommandsTest, ADockForItsOwnDisplayLeavesTheWindowsOfOthersAlone) {
+  store->edit([](DockConfiguration& config) {
+    DeskOptions desk = config.desk();
+    desk.displayWindows = true;
+    config.setDesk(desk);
+  });
+  for (const quint64 id : {1, 2, 3}) windows().open(id, u"editor"_s);
+  windows().windows[0].screens = {u"L"_s};
+  windows().windows[1].screens = {u"R"_s};
+  windows().windows[2].screens = {u"R"_s};
+  const quint64 editorRuns = tiles->applicationOf(widget(0));
+  const QSignalSpy choices(tiles.get(), &DockCommands::windowChoiceRequested);
+  windows().activate(3);
+  windows().activated.clear();
+
+  click(0);
+  EXPECT_EQ(windows().activated, QList<quint64>{1}) << "the one in front is on the other display";
+  EXPECT_TRUE(windows().minimised.isEmpty());
+  scheduler.advance(1);
+  click(0);
+  EXPECT_EQ(windows().minimised, QList<quint64>{1}) << "the only one here";
+  windows().activated.clear();
+  tiles->activateApplication(u"R"_s, editorRuns);
+  EXPECT_EQ(windows().activated, (QList<quint64>{2, 3}));
+  scheduler.advance(1);
+  tiles->activateApplication(u"R"_s, editorRuns);
+  EXPECT_EQ(choices.size(), 1) << "of the two there";
+  windows().activated.clear();
+  choose(menus->application(editorRuns, u"L"_s), u"Open Editor & Co"_s);
+  EXPECT_EQ(windows().activated, QList<quint64>{1});
+}
+
 TEST_F(CommandsTest, OpensFoldersTheTrashAndPanels) {
   store->edit([](DockConfiguration& config) { config.foldersInFinder = true; });
   click(1);

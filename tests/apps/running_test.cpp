@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "apps/AppActivation.h"
 #include "apps/RunningApplications.h"
 #include "apps_fixture.h"
@@ -81,6 +83,36 @@ TEST_F(RunningTest, KnowsWhichWindowsADockShows) {
               {{.workspaceOnly = true, .display = u"R"_s}, {4, 3}},
               {{.display = u"another"_s}, {4}}};
   for (const auto& row : rows) EXPECT_EQ(editor.windowsIn(row.scope), row.windows) << row.scope.display.toStdString();
+}
+
+TEST_F(RunningTest, IsInFrontWhereItsActiveWindowIs) {
+  for (const quint64 id : {1, 2, 3}) windows.open(id, u"editor"_s);
+  windows.windows[0].screens = {u"L"_s};
+  windows.windows[1].screens = {u"R"_s};
+  windows.windows[2].screens = {u"R"_s};
+  windows.open(4, u"player"_s);
+  load();
+  AppActivation activation(*running, windows);
+  const quint64 identity = running->list().at(0).identity;
+  const struct {
+    quint64 front;
+    bool left, right, anywhere;
+    QList<quint64> brought;  ///< By the dock on the right.
+  } rows[] = {{1, true, false, true, {2, 3}}, {3, false, true, true, {2, 3}}, {4, false, false, false, {2, 3}}};
+  for (const auto& row : rows) {
+    windows.activate(row.front);
+    const RunningApp editor = *running->byIdentity(identity);
+    EXPECT_EQ(editor.within({.display = u"L"_s}).active, row.left) << row.front;
+    EXPECT_EQ(editor.within({.display = u"R"_s}).active, row.right) << row.front;
+    EXPECT_EQ(editor.within({}).active, row.anywhere) << row.front;
+    windows.activated.clear();
+    EXPECT_TRUE(activation.bring(identity, {.display = u"R"_s}));
+    std::ranges::sort(windows.activated);
+    EXPECT_EQ(windows.activated, row.brought) << row.front;
+  }
+  windows.activated.clear();
+  EXPECT_TRUE(activation.bring(identity, {.display = u"another"_s}));
+  EXPECT_EQ(windows.activated.size(), 3) << "one that has no window there is not lost";
 }
 
 TEST_F(RunningTest, KeepsPlacesAndIdentitiesWhateverIsInFront) {

@@ -164,6 +164,40 @@ TEST_F(LiveDockTest, AnEntryThatIsOverriddenStandsForTheApplicationThatRuns) {
   EXPECT_TRUE(dock->sources().applications.value(held).marks.running);
 }
 
+TEST_F(LiveDockTest, AnAppIsInFrontOnTheDockOfItsDisplayAlone) {
+  const QString held = u"/all/editor.desktop"_s;
+  store.edit([&](DockConfiguration& config) {
+    DeskOptions desk = config.desk();
+    desk.displayWindows = true;
+    config.setDesk(desk);
+    config.profiles[0].widgets = {{QUuid::createUuid(), u"appLauncher"_s, {}, {{u"path"_s, held}}}};
+  });
+  services.application = ApplicationFacts{u"Editor"_s, {}, 7, {}};
+  show({});
+  RunningApp pinned;
+  pinned.identity = 7;
+  pinned.path = held;
+  pinned.windows = {1, 2};
+  pinned.active = true;
+  RunningApp other = pinned;
+  other.identity = 8;
+  other.path = u"/all/player.desktop"_s;
+  const struct {
+    QString front, behind;
+    bool marked;
+  } rows[] = {{u"L"_s, u"R"_s, true}, {u"R"_s, u"L"_s, false}, {u"L"_s, u"L"_s, true}};
+  for (const auto& row : rows) {
+    for (RunningApp* app : {&pinned, &other}) app->places = {{1, {false, {row.front}}}, {2, {false, {row.behind}}}};
+    store.apply({pinned, other});
+    const AppMarks& marks = dock->sources().applications.value(held).marks;
+    EXPECT_TRUE(marks.running);
+    EXPECT_EQ(marks.front, row.marked) << row.front.toStdString();
+    const QList<RunningApp> unpinned = store.unpinnedRunningApps(u"L"_s);
+    ASSERT_EQ(unpinned.size(), 1);
+    EXPECT_EQ(unpinned[0].active, row.marked) << row.front.toStdString();
+  }
+}
+
 TEST_F(LiveDockTest, WithoutSecondsItWorksOnceAMinute) {
   show({u"digitalClock"_s, u"trash"_s, u"dockSeparator"_s});
   beat(59);

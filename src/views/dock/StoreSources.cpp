@@ -41,8 +41,9 @@ std::optional<ApplicationFacts> applicationOf(const AppStore& store, const TileS
   if (runs) {
     const LauncherHint hint = services.hintOf(running->desktopId);
     facts->identity = running->identity;
-    const qsizetype windows = running->windowsIn(store.windowScope(display)).size();
-    facts->marks = {windows > 0, running->active, running->urgent || hint.urgent, false, hint.progress,
+    const RunningApp shown = running->within(store.windowScope(display));
+    const qsizetype windows = shown.windows.size();
+    facts->marks = {windows > 0, shown.active, running->urgent || hint.urgent, false, hint.progress,
                     hint.count,  windows};
   }
   facts->marks.launching = !runs && services.isStarting(path);
