@@ -57,10 +57,7 @@ QString UndoableEdits::nameOf(const DockWidget& widget) const {
 
 bool UndoableEdits::isHeld(const QString& path, const QString& display) const {
   const auto idOf = [this](const QString& each) { return apps_.environment().desktopIdOf(each); };
-  RunningApp there;
-  there.path = path;
-  there.desktopId = idOf(path);
-  return PinnedTiles::unheld({there}, store_.displayedWidgets(display), idOf).isEmpty();
+  return PinnedTiles::hold(store_.displayedWidgets(display), path, idOf);
 }
 
 bool UndoableEdits::insert(const QList<DockWidget>& widgets, const QString& display, qsizetype index) {
