@@ -214,6 +214,49 @@ TEST(Dragging, IsTakenBackByEscape) {
   EXPECT_EQ(moved, 0);
 }
 
+TEST(Dragging, LeavesTheTileWhereNobodyTellsThatItWasLetGo) {
+  const auto pointer = [](QEvent::Type type, Qt::MouseButton button) {
+    return [type, button](DockView& view, QPointF at) { mouse(view, type, at, button); };
+  };
+  const struct {
+    const char* name;
+    std::function<void(DockView& view, QPointF at)> tell;
+    bool goesOn;
+  } rows[] = {{"a move without a button", pointer(QEvent::MouseMove, Qt::NoButton), false},
+              {"the button goes down again", pointer(QEvent::MouseButtonPress, Qt::LeftButton), false},
+              {"another one goes down alone", pointer(QEvent::MouseButtonPress, Qt::RightButton), false},
+              {"the window system takes the pointer",
+               [](DockView& view, QPointF) {
+                 QEvent taken(QEvent::UngrabMouse);
+                 QCoreApplication::sendEvent(&view, &taken);
+               },
+               false},
+              {"another one beside it",
+               [](DockView& view, QPointF at) {
+                 QMouseEvent event(QEvent::MouseButtonPress, at, view.mapToGlobal(at), Qt::RightButton,
+                                   Qt::LeftButton | Qt::RightButton, Qt::NoModifier);
+                 QCoreApplication::sendEvent(&view, &event);
+               },
+               true}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    const auto view = makeView(starterRow());
+    view->move(0, 400);
+    view->show();
+    const QSignalSpy removed(view.get(), &DockView::removalRequested);
+    const QSignalSpy moved(view.get(), &DockView::reorderRequested);
+    const QPointF far(view->itemRect(4).center().x(), view->glassRect().top() - 200);
+    take(*view, 1);
+    mouse(*view, QEvent::MouseMove, far);
+    row.tell(*view, far);
+    EXPECT_EQ(view->carried().has_value(), row.goesOn);
+    EXPECT_EQ(view->isHeld(), row.goesOn);
+    mouse(*view, QEvent::MouseButtonRelease, far);
+    EXPECT_EQ(removed.count(), row.goesOn ? 1 : 0);
+    EXPECT_EQ(moved.count(), 0);
+  }
+}
+
 TEST(Dragging, IsNotCutToTheTilesWhereNothingComposites) {
   DockRow row = starterRow();
   row.style = DockStyle::Transparent;

@@ -28,6 +28,9 @@ bool DockView::event(QEvent* event) {
     case QEvent::Enter:  // The dock may come to a pointer that rests.
       if (!drag_.isActive()) setPointer(static_cast<QEnterEvent*>(event)->position());
       break;
+    case QEvent::UngrabMouse:  // The window system took the pointer away, so its button will not come up here.
+      cancelDrag();
+      break;
     case QEvent::LayoutDirectionChange:
       items_.forgetAll();
       relayout();
@@ -116,7 +119,9 @@ void DockView::leaveEvent(QEvent*) {
 
 void DockView::mousePressEvent(QMouseEvent* event) {
   if (event->button() == Qt::MiddleButton) press_.beginMiddle(event->position());
-  if (event->button() != Qt::LeftButton || drag_.isActive()) return;
+  // A button goes down that is down already, or while none is: it came up where nobody told.
+  if (event->button() == Qt::LeftButton || !event->buttons().testFlag(Qt::LeftButton)) cancelDrag();
+  if (event->button() != Qt::LeftButton) return;
   setPointer(event->position());
   if (!hover_.isInside()) return;
   press_.begin(*event, hover_.item());
@@ -125,6 +130,7 @@ void DockView::mousePressEvent(QMouseEvent* event) {
 }
 
 void DockView::mouseMoveEvent(QMouseEvent* event) {
+  if (!event->buttons().testFlag(Qt::LeftButton)) cancelDrag();
   if (!press_.move(*event)) setPointer(event->position());
 }
 
