@@ -191,6 +191,18 @@ bool DockPresenter::isBusy(const QString& display) const {
   return menuHost_.isOpenOn(display) || panels_.hasActivePanel(display);
 }
 
+QPointF DockPresenter::mapAcross(const QString& from, const QString& to, QPointF at) const {
+  return dock_.contentOrigin(from) + at - dock_.contentOrigin(to);
+}
+
+QString DockPresenter::dockAcross(const QString& display, QPointF at) const {
+  for (const auto& [other, dock] : docks_.all()) {
+    const QRectF glass = dock->view().glassRect();
+    if (other != display && dock_.isVisible(other) && glass.contains(mapAcross(display, other, at))) return other;
+  }
+  return {};
+}
+
 bool DockPresenter::opensDownwards(const QString& display) const {
   const DockView* view = docks_.view(display);
   const QList<Screen> screens = services_.screens.all();
@@ -264,6 +276,14 @@ void DockPresenter::dropFiles(const DockFileDrop& drop) {
 void DockPresenter::moveTile(const QString& display, qsizetype from, qsizetype to) {
   actOn(display);
   edits_.moveShown(display, from, to);
+}
+
+void DockPresenter::moveTileAcross(const QString& display, const QUuid& widget, QPointF at) {
+  const QString other = dockAcross(display, at);
+  const DockView* view = docks_.view(other);
+  if (!view) return;
+  actOn(other);
+  edits_.moveTo(widget, other, view->insertionAt(mapAcross(display, other, at)));
 }
 
 void DockPresenter::removeTile(const QString& display, const QUuid& widget) {

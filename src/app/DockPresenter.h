@@ -116,6 +116,8 @@ class DockPresenter final : public QObject, private DockHost {
   void dropFiles(const DockFileDrop& drop) override;
   void dropWidget(const QString& display, const QString& text, qsizetype index) override;
   void moveTile(const QString& display, qsizetype from, qsizetype to) override;
+  bool isOverOtherDock(const QString& display, QPointF at) const override { return !dockAcross(display, at).isEmpty(); }
+  void moveTileAcross(const QString& display, const QUuid& widget, QPointF at) override;
   void removeTile(const QString& display, const QUuid& widget) override;
   void applicationsPlaced(const QString& display) override;
   bool holdsProfile() const override;
@@ -131,6 +133,10 @@ class DockPresenter final : public QObject, private DockHost {
   /// What tiles and panels read of the machine and of the desktop.
   ReadingServices readingServices() const;
   bool opensDownwards(const QString& display) const;
+  /// The display of another dock that is seen at a point of this one's content; empty for none.
+  QString dockAcross(const QString& display, QPointF at) const;
+  /// A point of one dock's content in that of another.
+  QPointF mapAcross(const QString& from, const QString& to, QPointF at) const;
   bool isBusy(const QString& display) const;
   void markOpen(const QString& display, const QUuid& widget);
   void showUndo(quint64 entry, const QString& sentence, const QString& display);

@@ -153,6 +153,45 @@ void UndoableEdits::moveShown(const QString& display, qsizetype from, qsizetype 
   rearrange(store_.profileIndex(display), [&] { store_.moveDisplayed(from, to, display); });
 }
 
+void UndoableEdits::moveTo(QUuid widget, const QString& display, qsizetype index) {
+  const auto before = WidgetPlaces::of(store_.config(), widget);
+  if (!before) return;
+  const QList<DockWidget> shown = store_.displayedWidgets(display);
+  const bool isInside = index >= 0 && index < shown.size();
+  const DockProfile& profile = store_.profile(display);
+  if (before->profile == profile.id) {
+    const qsizetype from = std::ranges::find(shown, widget, &DockWidget::id) - shown.begin();
+    const qsizetype to = isInside ? index : shown.size();
+    return moveShown(display, from, to > from ? to - 1 : to);
+  }
+  try {
+    place(widget, {profile.id, profile.widgets.size(), isInside ? shown[index].id : QUuid()});
+  } catch (const DomainError& failure) {
+    return store_.setError(failure.message());
+  }
+  const auto after = WidgetPlaces::of(store_.config(), widget);
+  if (!after || after == before) return;
+  const auto bring = [self = QPointer(this), widget](const WidgetPlace& to) {
+    return [self, widget, to] {
+      if (self) self->place(widget, to);
+    };
+  };
+  // It is seen where it is, as after any other move.
+  undo_.push({}, bring(*before), bring(*after));
+}
+
+/// Takes a widget that is there to another place, with the settings that it has now. Throws DomainError where that is
+/// full.
+void UndoableEdits::place(const QUuid& widget, const WidgetPlace& place) {
+  store_.edit([&](DockConfiguration& config) {
+    const DockWidget* stored = DocumentEdits::find(std::as_const(config), widget);
+    if (!stored) return;
+    const DockWidget moved = *stored;
+    DocumentEdits::remove(config, widget);
+    if (!WidgetPlaces::putBack(config, moved, place)) throw DomainError::invalid(AppStore::fullDock());
+  });
+}
+
 void UndoableEdits::rearrange(qsizetype profile, const std::function<void()>& move) {
   const QUuid id = store_.config().profiles[profile].id;
   const QList<QUuid> before = idsOf(store_.config().profiles[profile]);

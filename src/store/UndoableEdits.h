@@ -39,6 +39,9 @@ class UndoableEdits : public QObject {
   void move(QUuid widget, int places);
   /// The same by indices of what a display's dock shows, counted as Reordering does.
   void moveShown(const QString& display, qsizetype from, qsizetype to);
+  /// Moves a widget in front of what a display's dock shows at an index, to its end for any other index, from whichever
+  /// profile holds it. Where that is full it stays, and the store says so.
+  void moveTo(QUuid widget, const QString& display, qsizetype index);
   /// Replaces the stored widget of the same identity. Taking it back gives what this changed its old value: the title
   /// and options, and none that the tile counts by itself. Changes of the same options that follow each other closely
   /// are one step; one that is announced to the user is a step of its own.
@@ -111,6 +114,7 @@ class UndoableEdits : public QObject {
   void takeBackImport(const DocumentChange& change);
   void forgetChangedImports();
   void rearrange(qsizetype profile, const std::function<void()>& move);
+  void place(const QUuid& widget, const WidgetPlace& place);
   void bringBackOrder(const QUuid& profile, const QList<QUuid>& order);
   void bringBackValues(const DockWidget& before, const DockWidget& after);
   bool goesOn(const SettingsChange& change) const;

@@ -414,6 +414,64 @@ TEST_F(DropsTest, WhatWasTakenBackIsMadeAgain) {
   EXPECT_FALSE(undo.canRedo());
 }
 
+TEST_F(DropsTest, AWidgetMovesToTheDockOfAnotherDisplayAsOneStep) {
+  const DockWidget a = tile(u"cpu"_s);
+  const DockWidget b = tile(u"timer"_s);
+  const DockWidget c = tile(u"ram"_s);
+  const struct {
+    const char* name;
+    bool ownProfile;  ///< Of the display that it is let go on.
+    qsizetype index;
+    const char* left;
+    const char* right;
+  } rows[] = {{"before the first", true, 0, "cpu ram", "timer battery disk"},
+              {"between", true, 1, "cpu ram", "battery timer disk"},
+              {"behind the last", true, 2, "cpu ram", "battery disk timer"},
+              {"nowhere among them", true, -1, "cpu ram", "battery disk timer"},
+              {"to the front of the same profile", false, 0, "timer cpu ram", "timer cpu ram"},
+              {"to its end", false, 3, "cpu ram timer", "cpu ram timer"},
+              {"to its own place", false, 2, "cpu timer ram", "cpu timer ram"}};
+  const auto kindsOn = [&](const QString& display) {
+    QStringList kinds;
+    for (const DockWidget& widget : store.displayedWidgets(display)) kinds << widget.kind;
+    return kinds.join(u' ').toStdString();
+  };
+  for (const auto& each : rows) {
+    SCOPED_TRACE(each.name);
+    undo.clear();
+    store.edit([&](DockConfiguration& config) {
+      config.profiles = {DockProfile::initial(), DockProfile::initial()};
+      config.profiles[0].widgets = {a, b, c};
+      config.profiles[1].widgets = {tile(u"battery"_s), tile(u"disk"_s)};
+      config.activeProfileID = config.profiles[0].id;
+      DocumentEdits::pin(config, u"R"_s, config.profiles[each.ownProfile ? 1 : 0].id);
+    });
+    const DockConfiguration before = store.config();
+    edits.moveTo(b.id, u"R"_s, each.index);
+    EXPECT_EQ(kindsOn(u"L"_s), each.left);
+    EXPECT_EQ(kindsOn(u"R"_s), each.right);
+    const DockConfiguration after = store.config();
+    EXPECT_EQ(undo.size(), after == before ? 0 : 1);
+    undo.undo();
+    EXPECT_EQ(store.config(), before);
+    undo.redo();
+    EXPECT_EQ(store.config(), after);
+  }
+
+  store.edit([&](DockConfiguration& config) {
+    config.profiles[0].widgets = {a, b, c};
+    DocumentEdits::pin(config, u"R"_s, config.profiles[1].id);
+    auto& full = config.profiles[1].widgets;
+    while (full.size() < DockConfiguration::kMostWidgets) full << tile(u"cpu"_s);
+  });
+  const DockConfiguration before = store.config();
+  undo.clear();
+  edits.moveTo(b.id, u"R"_s, 0);
+  EXPECT_EQ(store.config(), before) << "where there is no room it stays";
+  EXPECT_EQ(store.error(), u"This dock already has 150 widgets."_s);
+  EXPECT_EQ(undo.size(), 0);
+}
+
 TEST_F(DropsTest, ChangesOfTheSameOptionsThatFollowCloselyAreOneStep) {
   DockWidget water = tile(u"drinkWater"_s);
   show({water});

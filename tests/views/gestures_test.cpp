@@ -257,6 +257,43 @@ TEST(Dragging, LeavesTheTileWhereNobodyTellsThatItWasLetGo) {
   }
 }
 
+TEST(Dragging, ATileThatIsLetGoOverAnotherDockGoesThere) {
+  const struct {
+    double above;
+    bool isOther;
+    bool crosses, removes, moves;
+  } rows[] = {{100, true, true, false, false},
+              {100, false, false, true, false},
+              {20, true, true, false, false},
+              {20, false, false, false, true},
+              {-10, true, false, false, true}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.above);
+    SCOPED_TRACE(row.isOther);
+    const auto view = makeView(starterRow());
+    view->move(0, 400);
+    view->show();
+    view->setOtherDocks([&row](QPointF) { return row.isOther; });
+    const QSignalSpy crossed(view.get(), &DockView::leftForOtherDock);
+    const QSignalSpy removed(view.get(), &DockView::removalRequested);
+    const QSignalSpy moved(view.get(), &DockView::reorderRequested);
+    const QUuid held = view->row().widgets[1].id;
+    const QPointF at(view->itemRect(4).center().x(), view->glassRect().top() - row.above);
+    take(*view, 1);
+    mouse(*view, QEvent::MouseMove, at);
+    EXPECT_EQ(view->tip().has_value(), row.removes) << "only then it says so";
+    mouse(*view, QEvent::MouseButtonRelease, at);
+    EXPECT_EQ(crossed.count(), row.crosses);
+    EXPECT_EQ(removed.count(), row.removes);
+    EXPECT_EQ(moved.count(), row.moves);
+    if (row.crosses && crossed.count() == 1) {
+      EXPECT_EQ(crossed[0][0].toUuid(), held);
+      EXPECT_EQ(crossed[0][1].toPointF(), at);
+    }
+    EXPECT_TRUE(view->rest());
+  }
+}
+
 TEST(Dragging, IsNotCutToTheTilesWhereNothingComposites) {
   DockRow row = starterRow();
   row.style = DockStyle::Transparent;

@@ -32,6 +32,8 @@ struct QuietHost final : DockHost {
   void dropFiles(const DockFileDrop&) override {}
   void dropWidget(const QString&, const QString&, qsizetype) override {}
   void moveTile(const QString&, qsizetype, qsizetype) override {}
+  bool isOverOtherDock(const QString&, QPointF) const override { return false; }
+  void moveTileAcross(const QString&, const QUuid&, QPointF) override {}
   void removeTile(const QString&, const QUuid&) override {}
   void applicationsPlaced(const QString&) override {}
   bool holdsProfile() const override { return false; }

@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QPoint>
+#include <QPointF>
 #include <QRect>
 #include <QString>
 #include <QUuid>
@@ -42,6 +43,10 @@ class DockHost {
   virtual void dropWidget(const QString& display, const QString& text, qsizetype index) = 0;
   /// Moves a tile, by indices among the displayed widgets as Reordering counts them.
   virtual void moveTile(const QString& display, qsizetype from, qsizetype to) = 0;
+  /// Whether another display's dock is at a place of this one's content.
+  virtual bool isOverOtherDock(const QString& display, QPointF at) const = 0;
+  /// Moves a tile to the other dock that is at that place, as a step that can be taken back.
+  virtual void moveTileAcross(const QString& display, const QUuid& widget, QPointF at) = 0;
   /// Takes a tile off the dock that was let go far from it, as a step that can be taken back.
   virtual void removeTile(const QString& display, const QUuid& widget) = 0;
   /// Running applications are shown elsewhere now: windows seem to go there when they are minimised.

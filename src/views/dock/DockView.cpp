@@ -293,14 +293,18 @@ void DockView::dragTo(QPointF pointer) {
 
 void DockView::drop() {
   if (!drag_.isActive()) return;  // Escape was faster.
+  const bool crosses = wouldCross();
   const bool removes = wouldRemove();
+  const QPointF at = drag_.pointer();
   const QUuid held = row().widgets[drag_.widget()].id;
-  const auto move = drag_.drop();
+  auto move = drag_.drop();
+  if (crosses) move.reset();
   tellCarried();
   releaseKeyboard();
   tips_.dismiss();
   updateRow();
   const QList<DockWidget> before = row().widgets;
+  if (crosses) Q_EMIT leftForOtherDock(held, at);
   if (removes) Q_EMIT removalRequested(held);
   if (move) Q_EMIT reorderRequested(move->first, move->second);
   // Whoever refuses sends it home.
@@ -332,9 +336,14 @@ void DockView::cancelDrag() {
   Q_EMIT released();
 }
 
+/// Whether another dock takes the tile where it is let go of now.
+bool DockView::wouldCross() const {
+  return !drag_.beyond().isNull() && isOverOtherDock_ && isOverOtherDock_(drag_.pointer());
+}
+
 /// Whether letting go of the tile now takes it off the dock: far from the glass, and over no other window of ours.
 bool DockView::wouldRemove() const {
-  if (!drag_.isAway()) return false;
+  if (!drag_.isAway() || wouldCross()) return false;
   const QWidget* under = QApplication::topLevelAt(mapToGlobal(drag_.pointer().toPoint()));
   return !under || under == window() || qobject_cast<const TipBubble*>(under) ||
          qobject_cast<const CarriedTile*>(under);

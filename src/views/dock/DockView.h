@@ -67,6 +67,9 @@ class DockView : public QWidget {
   /// Asked when a drag would switch profiles: true while that must not be, as while a widget's panel is open.
   void setSwitchGuard(std::function<bool()> busy) { press_.setSwitchGuard(std::move(busy)); }
 
+  /// Asked where a tile is held beyond the glass: whether another dock is there, which would take it.
+  void setOtherDocks(std::function<bool(QPointF point)> isOver) { isOverOtherDock_ = std::move(isOver); }
+
   void setRow(const DockRow& row);
   const DockRow& row() const { return tiles_.row(); }
   /// Makes tiles anew: those of widgets that `which` accepts, or all where it is empty.
@@ -100,6 +103,8 @@ class DockView : public QWidget {
 
   /// The item that is seen at a point; -1 for none.
   qsizetype itemAt(QPointF point) const { return tiles_.layout().itemAt(point).value_or(-1); }
+  /// Where a widget that is let go at a point would be put in, among the displayed widgets.
+  qsizetype insertionAt(QPointF point) const { return tiles_.layout().widgetsBefore(point.x()); }
   /// Whether any of an item is in sight.
   bool isItemSeen(qsizetype item) const { return !tiles_.seenPlace(item).isEmpty(); }
 
@@ -159,6 +164,8 @@ class DockView : public QWidget {
 
   /// A tile was moved, by indices among the displayed widgets as Reordering counts them.
   void reorderRequested(qsizetype from, qsizetype to);
+  /// A tile was let go over another dock, at a point of this view.
+  void leftForOtherDock(const QUuid& widget, QPointF point);
   /// A tile was let go far from the dock.
   void removalRequested(const QUuid& widget);
   /// A tile is dragged, or something of another program is held over the dock: nothing in the row should shift by
@@ -238,6 +245,7 @@ class DockView : public QWidget {
   void drop();
   void cancelDrag();
   void sendHome();
+  bool wouldCross() const;
   bool wouldRemove() const;
   void tellCarried();
 
@@ -246,6 +254,7 @@ class DockView : public QWidget {
   void updateTip();
 
   CommandProvider commands_;
+  std::function<bool(QPointF)> isOverOtherDock_;
   QUuid panelOpen_;
   bool menuOpen_ = false;  ///< Until it is told that none is, even where the menu went before.
   QPointer<QMenu> menu_;

@@ -188,6 +188,9 @@ void LiveDock::connectGestures() {
     connect(view_, signal, this, [this] { store_.holdRunningApps(); });
   connect(view_, &DockView::reorderRequested, this,
           [this](qsizetype from, qsizetype to) { host_.moveTile(display_, from, to); });
+  view_->setOtherDocks([this](QPointF point) { return host_.isOverOtherDock(display_, point); });
+  connect(view_, &DockView::leftForOtherDock, this,
+          [this](const QUuid& widget, QPointF point) { host_.moveTileAcross(display_, widget, point); });
   connect(view_, &DockView::removalRequested, this,
           [this](const QUuid& widget) { host_.removeTile(display_, widget); });
   connect(view_, &DockView::undoRequested, this, [this] { commands_.undo(); });
