@@ -328,6 +328,34 @@ TEST_F(LibraryWindowTest, ACardSaysWhetherItsPictureIsASampleOrItsWidgetComesLat
   }
 }
 
+TEST_F(LibraryWindowTest, TheMarkOfAPictureStaysWhateverItsNameIsJoinedBy) {
+  window_->showCategory(u"Weather"_s);
+  window_->show();
+  QTest::qWait(0);
+  const auto mark = [&](const QString& title) {
+    const QRect box = view_.markRect(indexOf(title).row());
+    // Less its round ends, beside which the card is seen.
+    return view_.viewport()->grab(box.adjusted(box.height() / 2, 1, -box.height() / 2, -1)).toImage();
+  };
+  const QModelIndex forecast = indexOf(u"Forecast"_s);
+  ASSERT_TRUE(forecast.isValid());
+  const QRect card = view_.visualRect(forecast);
+  EXPECT_TRUE(card.contains(view_.markRect(forecast.row())));
+  EXPECT_LT(view_.markRect(forecast.row()).bottom(), card.bottom() - CardLayout::kNameRow) << "at the picture";
+  const QImage before = mark(u"Forecast"_s);
+  QImage empty = before;
+  empty.fill(before.pixelColor(0, 0));
+  EXPECT_NE(before, empty) << "it is written";
+  view_.choose(forecast.row());
+  EXPECT_TRUE(addButton()) << "in the row of the name";
+  EXPECT_EQ(mark(u"Forecast"_s), before);
+  view_.choose(-1);
+  fixture_.store().addWidget({{}, u"weatherForecast"_s, {}, {}}, fixture_.profile(0).id);
+  EXPECT_EQ(mark(u"Forecast"_s), before);
+  window_->showCategory(u"Clocks"_s);
+  EXPECT_TRUE(view_.markRect(indexOf(u"Flip Clock"_s).row()).isEmpty());
+}
+
 TEST_F(LibraryWindowTest, ACardHasSpaceForAllThatIsEverSaidBesideItsName) {
   const double mark = 12 + 6 + TextLine(u"On dock"_s, TextStyle::Caption).width();
   for (int row = 0; row < view_.model()->rowCount(); ++row) {

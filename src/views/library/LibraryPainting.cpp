@@ -81,7 +81,18 @@ void LibraryView::paintCard(QPainter& painter, int row) {
     drawInnerLine(painter, card, kCardCorner, hairline(painter), look.palette.tileEdge);
   }
   paintTileOf(painter, card, itemAt(row));
+  paintMark(painter, row);
   paintName(painter, card, row);
+}
+
+/// On a ground of its own, since it may lie over the tile.
+void LibraryView::paintMark(QPainter& painter, int row) const {
+  const QRect box = markRect(row);
+  if (box.isEmpty()) return;
+  const ControlLook& look = lookOf(*this);
+  drawRounded(painter, box, box.height() / 2.0, look.palette.panel.bodyTop);
+  drawInnerLine(painter, box, box.height() / 2.0, hairline(painter), look.palette.tileEdge);
+  drawTextIn(painter, box, markOf(row), TextStyle::Caption, look.palette.secondary, Qt::AlignHCenter);
 }
 
 void LibraryView::paintTileOf(QPainter& painter, const QRect& card, const LibraryItem& item) {
@@ -125,10 +136,6 @@ void LibraryView::paintName(QPainter& painter, const QRect& card, int row) const
       drawTextIn(painter, place(line.width() - word.width(), word.width() + 1), LibraryWords::tr("On dock"),
                  TextStyle::Caption, green, mirrored ? Qt::AlignRight : Qt::AlignLeft);
     space -= wide + kNameGap;
-  } else if (const TextLine mark(markOf(row), TextStyle::Caption); !mark.text().isEmpty()) {
-    drawTextIn(painter, place(line.width() - mark.width(), mark.width() + 1), mark.text(), TextStyle::Caption,
-               look.palette.secondary, mirrored ? Qt::AlignRight : Qt::AlignLeft);
-    space -= mark.width() + kNameGap;
   }
   drawTextIn(painter, place(0, std::max(0.0, space)), itemAt(row).title(), TextStyle::Body, look.palette.primary,
              mirrored ? Qt::AlignRight : Qt::AlignLeft, Elide::Middle);

@@ -180,8 +180,6 @@ void LibraryView::doItemsLayout() {
   const int width = viewport()->width();
   if (width == layoutWidth_) return;
   layoutWidth_ = width;
-  const int markWidth = std::max(wordWidth(LibraryWords::tr("Later"), TextStyle::Caption),
-                                 wordWidth(LibraryWords::tr("Sample"), TextStyle::Caption));
   const int placedWidth = wordWidth(LibraryWords::tr("On dock"), TextStyle::Caption) + kMark + kMarkGap;
   QList<QList<int>> widths;
   qsizetype row = 0;
@@ -189,7 +187,7 @@ void LibraryView::doItemsLayout() {
     widths.append(QList<int>());
     for (const LibraryItem& item : shelf.items) {
       const int button = wordWidth(buttonWord(item), TextStyle::BodyStrong) + theme::kButtonPadding * 2;
-      const int beside = std::max({button, markWidth, item.entry.widget ? placedWidth : 0});
+      const int beside = std::max(button, item.entry.widget ? placedWidth : 0);
       widths.last().append(std::max(tileWidth(item), words_.value(row) + kNameGap + beside));
       ++row;
     }
@@ -210,6 +208,18 @@ int LibraryView::verticalOffset() const { return verticalScrollBar()->value(); }
 QRect LibraryView::cardRect(int row) const {
   if (row < 0 || row >= layout_.cards.size()) return {};
   return QStyle::visualRect(layoutDirection(), viewport()->rect(), layout_.cards[row]).translated(0, -verticalOffset());
+}
+
+/// In the corner at the picture's end, whatever the row of the name says.
+QRect LibraryView::markRect(int row) const {
+  constexpr int height = 18;
+  constexpr int inset = 6;
+  const QString mark = markOf(row);
+  if (mark.isEmpty()) return {};
+  const QRect card = cardRect(row);
+  const int width = std::min(wordWidth(mark, TextStyle::Caption) + height, card.width() - inset * 2);
+  const int left = isRightToLeft() ? card.left() + inset : card.right() + 1 - inset - width;
+  return {left, card.top() + inset, width, height};
 }
 
 QRect LibraryView::visualRect(const QModelIndex& index) const {

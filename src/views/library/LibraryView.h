@@ -42,6 +42,9 @@ class LibraryView final : public QListView, public ItemActions {
   /// The widget that was dragged out last; null for none.
   const QUuid& carried() const { return carried_; }
 
+  /// Where a card says of its picture that its widget comes later or that it shows a sample; empty where it does not.
+  QRect markRect(int row) const;
+
   QRect visualRect(const QModelIndex& index) const override;
   void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
   QModelIndex indexAt(const QPoint& point) const override;
@@ -106,6 +109,7 @@ class LibraryView final : public QListView, public ItemActions {
 
   void paintShelves(QPainter& painter, const QRect& part) const;
   void paintCard(QPainter& painter, int row);
+  void paintMark(QPainter& painter, int row) const;
   void paintName(QPainter& painter, const QRect& card, int row) const;
   void paintTileOf(QPainter& painter, const QRect& card, const LibraryItem& item);
   void paintThumb(QPainter& painter) const;
