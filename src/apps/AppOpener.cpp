@@ -129,7 +129,7 @@ void AppOpener::openFound(const QUrl& url, const QStringList& types, const Done&
   }
   const auto nobody = [this, url, tell] {
     tell(false);
-    Q_EMIT failed(AppOpenerWords::tr("No installed application opens “%1”.").arg(nameOf(url)));
+    Q_EMIT failed(AppOpenerWords::tr("No installed app opens “%1”.").arg(nameOf(url)));
   };
   whenKnown(
       [this, url, types, nobody, tell] {

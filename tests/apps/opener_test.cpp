@@ -83,7 +83,7 @@ TEST_F(OpenerTest, WaitsForTheApplicationsAndSaysWhatFails) {
   EXPECT_EQ(failures.size(), 2);
   scheduler.advance(AppOpener::kPatience + 0.1);
   EXPECT_EQ(failures, (QStringList{u"“gone.txt” no longer exists."_s,
-                                   u"No installed application opens “https://example.org/a”."_s,
+                                   u"No installed app opens “https://example.org/a”."_s,
                                    u"“removed” is not installed any more."_s}));
 }
 

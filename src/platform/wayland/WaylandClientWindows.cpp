@@ -105,7 +105,7 @@ Capability WaylandClientWindows::workspaces() const {
 
 Capability WaylandClientWindows::frames() const {
   if (!manager_) return capability();
-  return Capability::no(tr("This desktop does not tell other programs where windows are."));
+  return Capability::no(tr("This desktop does not tell other apps where windows are."));
 }
 
 void WaylandClientWindows::activate(quint64 id) {

@@ -23,10 +23,10 @@ using enum FieldShape;
 constexpr qsizetype kFolderIcons = 4;
 
 constexpr std::array kLauncherOptions = {
-    WidgetOption{.key = option::path, .shape = Application, .label = QT_TRANSLATE_NOOP("Library", "Application")},
+    WidgetOption{.key = option::path, .shape = Application, .label = QT_TRANSLATE_NOOP("Library", "App")},
 };
 constexpr std::array kFolderOptions = {
-    WidgetOption{.key = option::paths, .shape = Applications, .label = QT_TRANSLATE_NOOP("Library", "Applications")},
+    WidgetOption{.key = option::paths, .shape = Applications, .label = QT_TRANSLATE_NOOP("Library", "Apps")},
 };
 
 /// A launcher that was given no application yet has only its name to show.
