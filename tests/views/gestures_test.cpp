@@ -191,6 +191,24 @@ TEST(Dragging, TakesATileOffTheDockFarFromItAndSaysSo) {
   EXPECT_EQ(paintedBy(*view), paintedBy(*makeView(view->row())));
 }
 
+TEST(Dragging, TheWayToRemovalIsAsLongAtEveryScale) {
+  for (const double scale : {0.5, 1.0, 1.6}) {
+    SCOPED_TRACE(scale);
+    DockRow row = starterRow();
+    row.scale = scale;
+    const auto view = makeView(row);
+    view->move(0, 400);
+    view->show();
+    const QPointF edge(view->glassRect().center().x(), view->glassRect().top());
+    take(*view, 1);
+    mouse(*view, QEvent::MouseMove, edge - QPointF(0, 59));
+    EXPECT_FALSE(view->tip());
+    mouse(*view, QEvent::MouseMove, edge - QPointF(0, 61));
+    EXPECT_TRUE(view->tip());
+    press(*view, Qt::Key_Escape);
+  }
+}
+
 TEST(Dragging, IsTakenBackByEscape) {
   const auto view = makeView(starterRow());
   view->show();

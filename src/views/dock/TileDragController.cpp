@@ -53,7 +53,7 @@ void TileDragController::begin(qsizetype item, QPointF at) {
 
 void TileDragController::moveTo(QPointF pointer) {
   drag_->pointer = pointer;
-  const double reach = theme::kDragAway * row_.scale;
+  constexpr double reach = theme::kDragAway;
   drag_->away = !layout_.glass.adjusted(-reach, -reach, reach, reach).contains(pointer);
   findPlace();
   openGap();

@@ -87,7 +87,7 @@ inline constexpr double kEdgeScroll = 480;  ///< Units a second.
 inline constexpr double kSpringLoad = 0.8;  ///< Seconds until the folder or the application below opens.
 inline constexpr double kInsertionWidth = 3;
 inline constexpr double kInsertionHeight = 52;
-inline constexpr double kDragAway = 60;  ///< Beyond the glass, letting go of a tile takes it off the dock.
+inline constexpr double kDragAway = 60;  ///< Beyond the glass, at every scale, letting go of a tile removes it.
 
 // A bubble above the dock.
 inline constexpr double kBubbleCorner = 14;
