@@ -26,6 +26,7 @@ struct ClientWindow {
   bool elsewhere = false;  ///< On another virtual desktop than the one that is shown.
   QStringList screens;     ///< The identities of the screens that show it.
   bool dock = false;       ///< A bar or dock of the desktop.
+  bool desktop = false;    ///< The desktop's own ground, or another part of it that is no window to people.
   /// Of a full-screen window or a dock, and of every window while frames are watched: with its title bar, without its
   /// shadow, in desktop coordinates. Empty for all others, and where the desktop does not tell.
   QRectF frame;

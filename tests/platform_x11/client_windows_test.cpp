@@ -145,6 +145,14 @@ TEST_F(X11ClientWindowsTest, ReadWhatAWindowSaysOfItself) {
   windows.setIconGeometry({find(u"plain"_s)->id}, {});
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return place().isEmpty(); }));
 
+  for (const auto& [type, isGround] :
+       {std::pair("_NET_WM_WINDOW_TYPE_DESKTOP", true), std::pair("_NET_WM_WINDOW_TYPE_UTILITY", false)}) {
+    window.setWords("_NET_WM_WINDOW_TYPE", "ATOM", {desk.display.atom(type)});
+    EXPECT_TRUE(becomes(u"plain"_s, [isGround = isGround](const ClientWindow& one) {
+      return one.desktop == isGround && !one.dock;
+    })) << type;
+  }
+
   ForeignWindow dock(desk.display, QRect(0, 0, 1280, 20));
   dock.setWords("_NET_WM_WINDOW_TYPE", "ATOM", {desk.display.atom("_NET_WM_WINDOW_TYPE_DOCK")});
   dock.setText("WM_NAME", "STRING", "B\xe4r");

@@ -33,10 +33,16 @@ TEST(DockDodge, MakesRoomForTheWindowsThatItsModeMeans) {
       {"on another workspace", with([](W& w) { w.active = w.maximised = w.elsewhere = true; }), false, false, false},
       {"a bar", with([](W& w) { w.active = w.maximised = w.dock = true; }), false, false, false},
       {"the desktop itself", with([](W& w) {
-         w.active = w.maximised = true;
+         w.active = w.maximised = w.desktop = true;
          w.inTaskbar = false;
        }),
        false, false, false},
+      {"a palette or a film that no taskbar lists", with([](W& w) { w.inTaskbar = false; }), true, false, false},
+      {"a palette that is used", with([](W& w) {
+         w.active = true;
+         w.inTaskbar = false;
+       }),
+       true, true, false},
       {"nowhere", with([](W& w) { w.frame = {}; }), false, false, false},
   };
   for (const auto& each : cases) {

@@ -6,7 +6,7 @@ namespace tarnwick {
 namespace {
 
 bool counts(DockDodge::Mode mode, const ClientWindow& window) {
-  if (window.minimised || window.elsewhere || window.dock || !window.inTaskbar) return false;
+  if (window.minimised || window.elsewhere || window.dock || window.desktop) return false;
   switch (mode) {
     case DockDodge::Mode::Off:
       return false;

@@ -19,9 +19,9 @@ struct DockDodge {
   /// The mode of a settings value: "any", "active" or "maximised"; off for every other word.
   static Mode named(const QString& name);
 
-  /// Whether one of the windows covers the glass's resting place or comes too near to it. A window that is minimised,
-  /// on another workspace, or that no taskbar lists (a bar, the desktop itself) covers nothing, and none covers a glass
-  /// of another screen. `glass` and `screen` are in desktop coordinates.
+  /// Whether one of the windows covers the glass's resting place or comes too near to it. A window that is minimised
+  /// or on another workspace, a bar, and the desktop itself cover nothing, and none covers a glass of another screen.
+  /// `glass` and `screen` are in desktop coordinates.
   static bool covers(Mode mode, const QList<ClientWindow>& windows, const QRectF& glass, const QRectF& screen);
 };
 

@@ -68,6 +68,9 @@ class PlasmaClientWindows::Window {
   ClientWindow window(const QList<Screen>& screens, const PlasmaDesktops& desktops) const {
     ClientWindow window = window_;
     window.elsewhere = !desktops.shows(desktops_);
+    // The compositor does not tell what is a bar or the ground. Both are in no taskbar, and bars in no switcher either.
+    window.desktop =
+        !window.inTaskbar && (skipsSwitcher_ || window.applicationId == QLatin1StringView("org.kde.plasmashell"));
     for (const Screen& screen : screens) {
       if (screen.frame.intersects(frame_)) window.screens.append(screen.id);
     }
@@ -87,6 +90,7 @@ class PlasmaClientWindows::Window {
     window_.fullscreen = has(ORG_KDE_PLASMA_WINDOW_MANAGEMENT_STATE_FULLSCREEN);
     window_.urgent = has(ORG_KDE_PLASMA_WINDOW_MANAGEMENT_STATE_DEMANDS_ATTENTION);
     window_.inTaskbar = !has(ORG_KDE_PLASMA_WINDOW_MANAGEMENT_STATE_SKIPTASKBAR);
+    skipsSwitcher_ = has(ORG_KDE_PLASMA_WINDOW_MANAGEMENT_STATE_SKIPSWITCHER);
     changed();
   }
   void changed() {
@@ -99,6 +103,7 @@ class PlasmaClientWindows::Window {
   QRectF frame_;
   QStringList desktops_;
   bool isKnown_ = false;
+  bool skipsSwitcher_ = false;
 };
 
 PlasmaClientWindows::PlasmaClientWindows(const WaylandSession& session,

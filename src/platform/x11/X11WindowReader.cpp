@@ -104,6 +104,7 @@ X11WindowReader::Answer X11WindowReader::read() {
   window.maximised = has(X11Atom::NetWmStateMaximizedVert) && has(X11Atom::NetWmStateMaximizedHorz);
   window.fullscreen = has(X11Atom::NetWmStateFullscreen);
   window.dock = types_.word(XCB_ATOM_NONE) == events_->atom(X11Atom::NetWmWindowTypeDock);
+  window.desktop = types_.word(XCB_ATOM_NONE) == events_->atom(X11Atom::NetWmWindowTypeDesktop);
   window.urgent = (hints_.word() & kUrgencyHint) != 0 || has(X11Atom::NetWmStateDemandsAttention);
   answer.frame = frame();
   answer.outline = answer.frame.marginsAdded(sides(decoration_)).marginsRemoved(sides(shadow_));
