@@ -147,6 +147,45 @@ TEST_F(ProgramTest, AFileThatIsNotOpenedIsSaidToWhoAskedForIt) {
   }
 }
 
+TEST_F(ProgramTest, AProfileThatIsNotThereIsSaidToWhoAskedForIt) {
+  DockConfiguration config;
+  config.onboardingComplete = true;
+  Persistence::save(config, file());
+  Program first(home());
+  ASSERT_TRUE(first.shows(1));
+  const auto second = runToEnd(home(), {u"--profile"_s, u"7"_s});
+  EXPECT_EQ(second.status, 2);
+  EXPECT_TRUE(second.standardError.endsWith(u"There is no profile 7. The first one is 0, the last one 0.\n"_s))
+      << qPrintable(second.standardError);
+  EXPECT_TRUE(first.shows(1)) << "nobody else need read it";
+  EXPECT_EQ(runToEnd(home(), {u"--profile"_s, u"0"_s}).status, 0);
+  first.signal(SIGTERM);
+  EXPECT_EQ(first.end(), 0);
+  // Where none runs, the dock comes up and says it itself.
+  Program alone(home(), {u"--profile"_s, u"7"_s});
+  EXPECT_TRUE(alone.shows(2));
+  alone.signal(SIGTERM);
+  EXPECT_EQ(alone.end(), 0);
+}
+
+TEST_F(ProgramTest, ControlAndQCloseAWindowAndNotTheDock) {
+  constexpr quint8 kControl = 37, kQ = 24;
+  VirtualDisplay& display = VirtualDisplay::current();
+  const xcb_window_t before = display.focus();
+  Program program(home());  // A new user is asked in a window.
+  ASSERT_TRUE(program.shows(1));
+  ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return display.focus() != before && display.focus() > 1; }));
+  const xcb_window_t window = display.focus();
+  display.tap(kQ, {kControl});
+  ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return display.focus() != window; }));
+  // It is this copy that still takes orders, and not a new one.
+  EXPECT_EQ(runToEnd(home(), {u"--toggle"_s}).status, 0);
+  EXPECT_TRUE(program.shows(0));
+  ASSERT_TRUE(program.isRunning());
+  program.signal(SIGTERM);
+  EXPECT_EQ(program.end(), 0);
+}
+
 TEST_F(ProgramTest, AnOrderToAProgramThatIsJustComingUpIsNotLost) {
   DockConfiguration config;
   config.profiles.append(DockProfile::initial());

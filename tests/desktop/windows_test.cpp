@@ -180,13 +180,16 @@ TEST_F(WindowsTest, EachOpensOnceAndAClosedOneIsGone) {
       [&] { commands().continueSetup(); }, [&] { commands().showAbout(); },
       [&] { commands().showHelp(); },      [&] { commands().openEditor(store().widgets().last().id); }};
   for (const auto& show : all) {
-    const qsizetype before = open();
-    show();
-    show();
-    ASSERT_EQ(open(), before + 1);
-    ASSERT_TRUE(comesTrue([] { return QApplication::activeWindow() != nullptr; }));
-    press(Qt::Key_W, Qt::ControlModifier);
-    EXPECT_TRUE(comesTrue([&] { return open() == before; }));
+    for (const Qt::Key key : {Qt::Key_W, Qt::Key_Q}) {
+      const qsizetype before = open();
+      show();
+      show();
+      ASSERT_EQ(open(), before + 1);
+      ASSERT_TRUE(comesTrue([] { return QApplication::activeWindow() != nullptr; }));
+      press(key, Qt::ControlModifier);
+      EXPECT_TRUE(comesTrue([&] { return open() == before; }));
+      EXPECT_FALSE(delegate->dock().displays().isEmpty()) << "the dock stays";
+    }
   }
 }
 
