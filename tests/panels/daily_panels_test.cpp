@@ -1,12 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <QImage>
+#include <QListView>
 #include <QTest>
 #include <algorithm>
 #include <functional>
 #include <vector>
 
 #include "base/DomainError.h"
+#include "commandbar/EmojiTable.h"
 #include "store/DocumentEdits.h"
 #include "support/AccessibleWalk.h"
 #include "support/RecordingCommands.h"
@@ -20,7 +22,6 @@
 #include "views/controls/Switch.h"
 #include "views/families/Rooms.h"
 #include "views/families/calendar/AgendaRow.h"
-#include "views/families/utilities/EmojiTable.h"
 #include "views/families/utilities/UtilitiesRoom.h"
 #include "views/panels/TilePanel.h"
 #include "views/snapshot/SnapshotFixture.h"
@@ -449,15 +450,37 @@ TEST(EmojiPanelTest, FindsAndCopies) {
   EXPECT_EQ(emoji.option(u"recents"_s), u"☕"_s) << "what the user took, and nothing else";
   QCoreApplication::processEvents();
   EXPECT_TRUE(showsRecent());
-  const auto reached = [&] { return emoji.panel->focusWidget()->accessibleName(); };
+  const auto keys = [&](Qt::Key key) { QTest::keyClick(emoji.panel->focusWidget(), key); };
+  const auto reached = [&] {
+    const auto* grid = dynamic_cast<QListView*>(emoji.panel->focusWidget());
+    return grid ? grid->currentIndex().data(Qt::AccessibleTextRole).toString().toStdString() : "none";
+  };
   emoji.write(u"fire"_s);
   emoji.press(Qt::Key_Down);
-  EXPECT_EQ(reached(), EmojiTable::nameOf(EmojiTable::search(u"fire"_s).first()));
-  QTest::keyClick(emoji.panel->focusWidget(), Qt::Key_Up);
-  EXPECT_EQ(reached(), u"Search emoji"_s);
-  EXPECT_TRUE(EmojiTable::search(u"zzzz"_s).isEmpty());
-  EXPECT_EQ(EmojiTable::search(u"Chart UP"_s), QStringList{u"📈"_s});
-  EXPECT_EQ(EmojiTable::search({}).size(), EmojiTable::entries().size());
+  EXPECT_EQ(reached(), "fire");
+  keys(Qt::Key_Right);
+  EXPECT_NE(reached(), "fire");
+  keys(Qt::Key_Up);
+  EXPECT_EQ(reached(), "none");
+  EXPECT_EQ(emoji.panel->focusWidget()->accessibleName(), u"Search emoji"_s);
+  emoji.press(Qt::Key_Down);
+  keys(Qt::Key_Return);
+  EXPECT_EQ(emoji.commands.asked.last(), u"copy 🔥"_s);
+}
+
+TEST(EmojiPanelTest, AllEmojiStandInOneGrid) {
+  Open emoji(u"emojiRecents"_s);
+  QListView* all = nullptr;
+  for (auto* grid : emoji.panel->findChildren<QListView*>())
+    if (grid->accessibleName() == u"All"_s) all = grid;
+  ASSERT_TRUE(all);
+  EXPECT_EQ(all->model()->rowCount(), EmojiTable::shared().size());
+  const auto cell = [&](int row) { return all->visualRect(all->model()->index(row, 0)); };
+  EXPECT_EQ(cell(7).top(), cell(0).top());
+  EXPECT_EQ(cell(8).left(), cell(0).left());
+  EXPECT_EQ(cell(all->model()->rowCount() - 1).bottom(), all->height() - 1) << "nothing scrolls within it";
+  emoji.write(u"zzzz"_s);
+  EXPECT_EQ(all->model()->rowCount(), 0);
 }
 
 }  // namespace

@@ -58,6 +58,7 @@ QList<Credit> allCredits() {
       {u"GLib"_s, glibVersion(), u"LGPL-2.1-or-later"_s},
       {u"Inter"_s, {}, u"OFL-1.1"_s},
       {u"Noto Color Emoji"_s, {}, u"OFL-1.1"_s},
+      {u"Unicode CLDR"_s, {}, u"Unicode-DFS-2016"_s},
   };
 }
 
