@@ -1,15 +1,36 @@
 #include "commandbar/CommandExtras.h"
 
+#include <QCoreApplication>
+#include <QSet>
 #include <algorithm>
 
 #include "base/Text.h"
+#include "commandbar/SymbolTable.h"
 
 namespace tarnwick {
 namespace {
 
 using namespace Qt::StringLiterals;
 
+/// They say the same as the symbols of the ranked list.
+struct EmojiRowWords {
+  Q_DECLARE_TR_FUNCTIONS(CommandSources)
+};
+
+constexpr auto kEmojiPrefix = "emoji:"_L1;
 constexpr auto kSettingPrefix = "setting:"_L1;
+
+/// Without what only asks for the coloured picture of a character.
+QString bare(const QString& emoji) { return QString(emoji).remove(QChar(0xFE0F)); }
+
+bool isSymbolOfBar(const QString& emoji) {
+  static const QSet<QString> symbols = [] {
+    QSet<QString> made;
+    for (const SymbolTable::Entry& entry : SymbolTable::entries()) made.insert(bare(entry.character));
+    return made;
+  }();
+  return symbols.contains(bare(emoji));
+}
 
 }  // namespace
 
@@ -25,8 +46,29 @@ QList<CommandItem> CommandExtras::find(const QString& query) const {
   const QString text = Text::withoutOuterBlanks(query).toString();
   if (Text::characters(text, kFewestCharacters).size() < kFewestCharacters) return {};
   QList<CommandItem> rows;
+  if (choices_.findsEmoji) rows += emoji(text);
   if (choices_.findsSettings) rows += settings(text);
   return rows.first(std::min(rows.size(), kMost));
+}
+
+QList<CommandItem> CommandExtras::emoji(const QString& query) const {
+  const EmojiTable& table = parts_.emoji();
+  const QString subtitle = EmojiRowWords::tr("%1 · copy");
+  QList<CommandItem> rows;
+  for (const qsizetype index : table.search(query)) {
+    const QString emoji = table.emoji(index);
+    if (isSymbolOfBar(emoji)) continue;
+    CommandItem row;
+    row.id = kEmojiPrefix + emoji;
+    row.kind = CommandItem::Kind::Symbol;
+    row.title = emoji;
+    row.matchText = table.name(index);
+    row.subtitle = subtitle.arg(row.matchText);
+    row.payload = emoji;
+    rows.append(std::move(row));
+    if (rows.size() == kMostEmoji) break;
+  }
+  return rows;
 }
 
 QList<CommandItem> CommandExtras::settings(const QString& query) const {
@@ -46,7 +88,10 @@ QList<CommandItem> CommandExtras::settings(const QString& query) const {
 
 void CommandExtras::activate(const CommandItem& item) {
   const CommandItem chosen = item;  // What is done may replace the rows.
-  if (parts_.settings && chosen.id.startsWith(kSettingPrefix)) parts_.settings->open(chosen.payload);
+  if (chosen.id.startsWith(kEmojiPrefix))
+    parts_.commands.copyText(chosen.payload);
+  else if (parts_.settings && chosen.id.startsWith(kSettingPrefix))
+    parts_.settings->open(chosen.payload);
 }
 
 }  // namespace tarnwick

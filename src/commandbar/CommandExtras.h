@@ -3,19 +3,26 @@
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <functional>
 
 #include "commandbar/CommandItem.h"
+#include "commandbar/EmojiTable.h"
 #include "commandbar/SettingsPlaces.h"
+#include "store/Commands.h"
 
 namespace tarnwick {
 
 /// Where the second list comes from. What is pointed at is borrowed and must outlive the list.
 struct CommandExtrasParts {
+  Commands& commands;
   SettingsPlaces* settings = nullptr;  ///< May be left out.
+  /// Asked for once something is looked for.
+  std::function<const EmojiTable&()> emoji = EmojiTable::shared;
 };
 
 /// What the user chose about the second list.
 struct CommandExtrasChoices {
+  bool findsEmoji = true;
   bool findsSettings = true;
 
   bool operator==(const CommandExtrasChoices&) const = default;
@@ -27,6 +34,7 @@ class CommandExtras final : public QObject {
   Q_OBJECT
  public:
   static constexpr qsizetype kMost = 6;  ///< Rows in all.
+  static constexpr qsizetype kMostEmoji = 6;
   static constexpr qsizetype kMostSettings = 3;
   /// Shorter queries find nothing.
   static constexpr qsizetype kFewestCharacters = 2;
@@ -35,7 +43,8 @@ class CommandExtras final : public QObject {
 
   void setChoices(const CommandExtrasChoices& choices);
 
-  /// The rows for a query, in the order in which they are shown. Identities begin with "setting:".
+  /// The rows for a query, in the order in which they are shown: emoji that the table of symbols has not got, then rows
+  /// of Settings. Their identities begin with "emoji:" and "setting:".
   QList<CommandItem> find(const QString& query) const;
   /// Does what a row of it stands for.
   void activate(const CommandItem& item);
@@ -45,6 +54,7 @@ class CommandExtras final : public QObject {
   void changed();
 
  private:
+  QList<CommandItem> emoji(const QString& query) const;
   QList<CommandItem> settings(const QString& query) const;
 
   CommandExtrasParts parts_;

@@ -3,24 +3,10 @@
 #include "commandbar/CommandBarRows.h"
 #include "commandbar/CommandBarTest.h"
 #include "commandbar/CommandExtras.h"
+#include "commandbar/ScriptedPlaces.h"
 
 namespace tarnwick {
 namespace {
-
-/// Places whose title begins with the words.
-class ScriptedPlaces final : public SettingsPlaces {
- public:
-  QList<SettingsPlace> find(const QString& words, qsizetype most) override {
-    QList<SettingsPlace> found;
-    for (const SettingsPlace& place : places)
-      if (place.title.startsWith(words, Qt::CaseInsensitive) && found.size() < most) found << place;
-    return found;
-  }
-  void open(const QString& id) override { opened << id; }
-
-  QList<SettingsPlace> places;
-  QStringList opened;
-};
 
 class CommandBarRowsTest : public CommandBarTest {
  protected:
@@ -28,6 +14,7 @@ class CommandBarRowsTest : public CommandBarTest {
     CommandBarChoices choices;
     choices.findsWidgets = choices.findsSymbols = false;
     model->setChoices(choices);
+    extras.setChoices({.findsEmoji = false});
     for (const auto& title : {u"Map size"_s, u"Map colors"_s, u"Zoom"_s})
       places.places << SettingsPlace{u"page/"_s + title, title, u"Appearance"_s, u"paintpalette"_s};
   }
@@ -48,7 +35,7 @@ class CommandBarRowsTest : public CommandBarTest {
   }
 
   ScriptedPlaces places;
-  CommandExtras extras{{.settings = &places}};
+  CommandExtras extras{{.commands = commands, .settings = &places}};
   CommandBarRows list{*model, extras};
 };
 
@@ -98,7 +85,7 @@ TEST_F(CommandBarRowsTest, WhatComesLaterKeepsTheRowThatIsSelectedBelow) {
   Q_EMIT extras.changed();
   EXPECT_EQ(list.selection(), 4);
   EXPECT_EQ(selectedId(), "setting:page/Map colors");
-  extras.setChoices({.findsSettings = false});
+  extras.setChoices({.findsEmoji = false, .findsSettings = false});
   EXPECT_EQ(list.selection(), 0);
   EXPECT_EQ(list.rows().size(), 4);
 }

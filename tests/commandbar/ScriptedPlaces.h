@@ -1,0 +1,22 @@
+#pragma once
+
+#include "commandbar/SettingsPlaces.h"
+
+namespace tarnwick {
+
+/// Places whose title begins with the words.
+class ScriptedPlaces final : public SettingsPlaces {
+ public:
+  QList<SettingsPlace> find(const QString& words, qsizetype most) override {
+    QList<SettingsPlace> found;
+    for (const SettingsPlace& place : places)
+      if (place.title.startsWith(words, Qt::CaseInsensitive) && found.size() < most) found << place;
+    return found;
+  }
+  void open(const QString& id) override { opened << id; }
+
+  QList<SettingsPlace> places;
+  QStringList opened;
+};
+
+}  // namespace tarnwick
