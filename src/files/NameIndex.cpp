@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <functional>
 #include <limits>
 #include <vector>
 
@@ -36,12 +37,31 @@ constexpr std::size_t kEntryBytes = 16;
 constexpr std::size_t kSearchBlock = 64;
 
 struct NameIndexHeader {
-  std::array<char, 8> magic{'t', 'w', 'n', 'a', 'm', 'e', 's', '1'};
+  std::array<char, 8> magic{'t', 'w', 'n', 'a', 'm', 'e', 's', '2'};
   quint32 count = 0;
   quint32 foldedBytes = 0;
   quint32 originalBytes = 0;
-  quint32 spare = 0;
+  quint32 isWhole = 0;
+  quint64 sum = 0;  ///< Of all that follows.
 };
+
+/// A number that is another one when any byte is. `sum` is that of what stands before.
+quint64 sumOf(QByteArrayView bytes, quint64 sum) {
+  constexpr quint64 kFactor = 0x9E3779B97F4A7C15;
+  constexpr int kTurn = 29;
+  const qsizetype words = bytes.size() / 8 * 8;
+  quint64 word = 0;
+  for (qsizetype at = 0; at < words; at += 8) {
+    std::memcpy(&word, bytes.data() + at, sizeof word);
+    sum = (sum ^ word) * kFactor;
+    sum ^= sum >> kTurn;
+  }
+  for (const char byte : bytes.sliced(words)) sum = (sum ^ static_cast<unsigned char>(byte)) * kFactor;
+  return sum;
+}
+
+/// How early one entry is found: by the folder first, then by its time.
+quint64 weightOf(bool isFirst, quint32 changed) { return (isFirst ? 1ULL << 32 : 0) | changed; }
 
 /// Calls `found` with the places at which a text stands in another. It gives the place from which to go on.
 template <class Found>
@@ -78,17 +98,25 @@ void eachMatch(QByteArrayView in, QByteArrayView wanted, const std::stop_token& 
   }
 }
 
+NameIndex::Traits traitsOf(quint32 folderBits) {
+  return {.isFolder = (folderBits & kFolderBit) != 0, .isHidden = (folderBits & kHiddenBit) != 0};
+}
+
 }  // namespace
 
-NameIndex::Builder::Builder(const QByteArray& root) { append(0, root, {}, 0, {.isFolder = true}); }
+NameIndex::Builder::Builder(const QByteArray& root) { append(0, root, {}, kUnread, {.isFolder = true}); }
 
-void NameIndex::Builder::append(quint32 folder, const QByteArray& name, const QByteArray& folded, qint64 changed,
+bool NameIndex::Builder::isFull() const {
+  return count_ >= kPlaceBits || folded_.size() > kMostText || originals_.size() > kMostText;
+}
+
+void NameIndex::Builder::append(quint32 folder, QByteArrayView name, QByteArrayView folded, quint32 changed,
                                 Traits traits) {
   Entry entry;
   entry.folded = static_cast<quint32>(folded_.size());
   entry.original = name == folded ? kAsFolded : static_cast<quint32>(originals_.size());
   entry.folder = folder | (traits.isHidden ? kHiddenBit : 0) | (traits.isFolder ? kFolderBit : 0);
-  entry.changed = static_cast<quint32>(std::clamp<qint64>(changed, 0, std::numeric_limits<quint32>::max()));
+  entry.changed = changed;
   static_assert(sizeof(Entry) == kEntryBytes);
   entries_.append(reinterpret_cast<const char*>(&entry), sizeof entry);
   folded_.append(folded).append('\0');
@@ -99,26 +127,72 @@ void NameIndex::Builder::append(quint32 folder, const QByteArray& name, const QB
 std::optional<quint32> NameIndex::Builder::add(quint32 folder, const QByteArray& name, qint64 changed, Traits traits) {
   QStringDecoder decoder(QStringDecoder::Utf8);
   const QString text = decoder(name);
-  const bool isFull = count_ >= kPlaceBits || folded_.size() > kMostText || originals_.size() > kMostText;
-  if (decoder.hasError() || isFull || folder >= count_ || name.isEmpty()) {
+  if (decoder.hasError() || isFull() || folder >= count_ || name.isEmpty()) {
     ++leftOut_;
     return std::nullopt;
   }
-  append(folder, name, Text::folded(text).toUtf8(), changed, traits);
+  const qint64 most = std::numeric_limits<quint32>::max();
+  append(folder, name, Text::folded(text).toUtf8(), static_cast<quint32>(std::clamp<qint64>(changed, 0, most)), traits);
   return count_ - 1;
 }
 
-QByteArray NameIndex::Builder::finish() {
+std::optional<quint32> NameIndex::Builder::add(quint32 folder, const NameIndex& other, quint32 place) {
+  const QByteArray name = other.name(place);
+  if (isFull() || folder >= count_ || name.isEmpty()) {
+    ++leftOut_;
+    return std::nullopt;
+  }
+  const Entry known = other.entry(place);
+  append(folder, name, other.textAt(other.folded_, known.folded), known.changed, other.traits(place));
+  return count_ - 1;
+}
+
+NameIndex::Entry NameIndex::Builder::entry(quint32 place) const {
+  Entry entry;
+  if (place < count_) std::memcpy(&entry, entries_.constData() + place * kEntryBytes, kEntryBytes);
+  return entry;
+}
+
+void NameIndex::Builder::setChanged(quint32 place, quint32 changed) {
+  if (place >= count_) return;
+  Entry changing = entry(place);
+  changing.changed = changed;
+  std::memcpy(entries_.data() + place * kEntryBytes, &changing, kEntryBytes);
+}
+
+NameIndex::Traits NameIndex::Builder::traits(quint32 place) const { return traitsOf(entry(place).folder); }
+
+QByteArray NameIndex::Builder::name(quint32 place) const {
+  const Entry found = entry(place);
+  if (found.original == kAsFolded) return QByteArray(folded_.constData() + found.folded);
+  return QByteArray(originals_.constData() + found.original);
+}
+
+QByteArray NameIndex::Builder::path(quint32 place) const {
+  QByteArray path = name(place);
+  while (place > 0) {
+    place = entry(place).folder & kPlaceBits;
+    const QByteArray above = name(place);
+    path.prepend(above.endsWith('/') ? above : above + '/');
+  }
+  return path;
+}
+
+QByteArray NameIndex::Builder::content(bool isWhole) const {
   NameIndexHeader header;
   header.count = count_;
   header.foldedBytes = static_cast<quint32>(folded_.size());
   header.originalBytes = static_cast<quint32>(originals_.size());
+  header.isWhole = isWhole ? 1 : 0;
+  for (const QByteArray* part : {&entries_, &folded_, &originals_}) header.sum = sumOf(*part, header.sum);
   QByteArray file(reinterpret_cast<const char*>(&header), sizeof header);
   file.reserve(file.size() + entries_.size() + folded_.size() + originals_.size());
-  for (QByteArray* part : {&entries_, &folded_, &originals_}) {
-    file.append(*part);
-    *part = QByteArray();
-  }
+  return file.append(entries_).append(folded_).append(originals_);
+}
+
+QByteArray NameIndex::Builder::finish(bool isWhole) {
+  QByteArray file = content(isWhole);
+  for (QByteArray* part : {&entries_, &folded_, &originals_}) *part = QByteArray();
   count_ = 0;
   return file;
 }
@@ -145,10 +219,20 @@ bool NameIndex::readHeader() {
   if (size_ != sizeof header + entries + header.foldedBytes + header.originalBytes) return false;
   const auto* texts = reinterpret_cast<const char*>(begin_ + sizeof header + entries);
   count_ = header.count;
+  isWhole_ = header.isWhole != 0;
   folded_ = QByteArrayView(texts, header.foldedBytes);
   originals_ = QByteArrayView(texts + header.foldedBytes, header.originalBytes);
   // So a text that begins within them also ends there.
   return folded_.back() == '\0' && (originals_.isEmpty() || originals_.back() == '\0');
+}
+
+bool NameIndex::isSound() const {
+  NameIndexHeader header;
+  std::memcpy(&header, begin_, sizeof header);
+  const auto* entries = reinterpret_cast<const char*>(begin_ + sizeof header);
+  quint64 sum = sumOf({entries, static_cast<qsizetype>(count_ * kEntryBytes)}, 0);
+  sum = sumOf(originals_, sumOf(folded_, sum));
+  return sum == header.sum;
 }
 
 NameIndex::Entry NameIndex::entry(quint32 place) const {
@@ -163,9 +247,26 @@ QByteArrayView NameIndex::textAt(QByteArrayView texts, quint32 offset) const {
   return {begin, static_cast<qsizetype>(std::strlen(begin))};
 }
 
-NameIndex::Traits NameIndex::traits(quint32 place) const {
-  const quint32 bits = entry(place).folder;
-  return {.isFolder = (bits & kFolderBit) != 0, .isHidden = (bits & kHiddenBit) != 0};
+NameIndex::Traits NameIndex::traits(quint32 place) const { return traitsOf(entry(place).folder); }
+
+quint32 NameIndex::changed(quint32 place) const { return entry(place).changed; }
+
+std::pair<quint32, quint32> NameIndex::contentOf(quint32 folder) const {
+  // The first place whose folder is `wanted` or a later one; the root is no content of itself.
+  const auto firstOf = [this](quint32 wanted) {
+    quint32 low = 1;
+    quint32 high = std::max(count_, low);
+    while (low < high) {
+      const quint32 middle = low + (high - low) / 2;
+      if ((entry(middle).folder & kPlaceBits) < wanted)
+        low = middle + 1;
+      else
+        high = middle;
+    }
+    return low;
+  };
+  const quint32 first = firstOf(folder);
+  return {first, std::max(first, firstOf(folder + 1))};
 }
 
 QByteArray NameIndex::name(quint32 place) const {
@@ -202,36 +303,65 @@ quint32 NameIndex::placeOf(quint32 offset, quint32 from) const {
   return low;
 }
 
-QList<NameIndex::Hit> NameIndex::find(const QString& text, qsizetype most, const std::stop_token& stop) const {
+QList<quint32> NameIndex::newestFolders(qsizetype most) const {
+  if (most <= 0) return {};
+  using Folder = std::pair<quint32, quint32>;  // When it was changed, and its place.
+  std::vector<Folder> best;                    // A heap whose first is the one to go next.
+  for (quint32 place = 0; place < count_; ++place) {
+    const Entry found = entry(place);
+    if (!(found.folder & kFolderBit) || (found.folder & kHiddenBit)) continue;
+    const Folder folder{found.changed, place};
+    if (static_cast<qsizetype>(best.size()) >= most) {
+      if (folder <= best.front()) continue;
+      std::ranges::pop_heap(best, std::greater());
+      best.pop_back();
+    }
+    best.push_back(folder);
+    std::ranges::push_heap(best, std::greater());
+  }
+  std::ranges::sort(best, std::greater());
+  QList<quint32> places;
+  for (const Folder& folder : best) places.append(folder.second);
+  return places;
+}
+
+QList<NameIndex::Hit> NameIndex::find(const QString& text, qsizetype most, const std::stop_token& stop,
+                                      const Folders& first) const {
   const QByteArray wanted = Text::folded(text).toUtf8();
   if (wanted.isEmpty() || wanted.contains('\0') || most <= 0) return {};
   const bool asksHidden = wanted.startsWith('.');
-  const auto isNewer = [](const Hit& left, const Hit& right) {
-    return left.changed != right.changed ? left.changed > right.changed : left.place < right.place;
+  using Found = std::pair<quint64, Hit>;
+  const auto isEarlier = [](const Found& left, const Found& right) {
+    return left.first != right.first ? left.first > right.first : left.second.place < right.second.place;
   };
-  std::vector<Hit> best;  // A heap whose first is the one to go next.
+  std::vector<Found> best;  // A heap whose first is the one to go next.
   quint32 place = 0;
   eachMatch(folded_, wanted, stop, [&](qsizetype at) {
     place = placeOf(static_cast<quint32>(at), place);
-    const Entry found = entry(place);
-    const Hit hit{place, found.changed};
-    if (asksHidden || !(found.folder & kHiddenBit)) {
+    const Entry entryThere = entry(place);
+    const quint32 folder = entryThere.folder & kPlaceBits;
+    const bool isFirst = folder < first.size() && first[folder];
+    const Found found{weightOf(isFirst, entryThere.changed), {place, entryThere.changed}};
+    if (asksHidden || !(entryThere.folder & kHiddenBit)) {
       const bool isFull = static_cast<qsizetype>(best.size()) >= most;
-      if (isFull && isNewer(hit, best.front())) {
-        std::ranges::pop_heap(best, isNewer);
+      if (isFull && isEarlier(found, best.front())) {
+        std::ranges::pop_heap(best, isEarlier);
         best.pop_back();
       }
       if (static_cast<qsizetype>(best.size()) < most) {
-        best.push_back(hit);
-        std::ranges::push_heap(best, isNewer);
+        best.push_back(found);
+        std::ranges::push_heap(best, isEarlier);
       }
     }
     // On with the next name.
     return at + static_cast<qsizetype>(std::strlen(folded_.data() + at)) + 1;
   });
   if (stop.stop_requested()) return {};
-  std::ranges::sort(best, isNewer);
-  return QList<Hit>(best.begin(), best.end());
+  std::ranges::sort(best, isEarlier);
+  QList<Hit> hits;
+  hits.reserve(static_cast<qsizetype>(best.size()));
+  for (const Found& found : best) hits.append(found.second);
+  return hits;
 }
 
 }  // namespace tarnwick

@@ -8,13 +8,18 @@
 #include <memory>
 #include <optional>
 #include <stop_token>
+#include <utility>
+#include <vector>
 
 namespace tarnwick {
 
 /// The names of everything below a folder, in a file that is searched where it lies: a table of entries and two packed
-/// texts, of the names as searches compare them and of those that are written otherwise. The file is mapped while this
-/// object lives. It never changes; a newer one takes its place. Any thread may use it.
+/// texts, of the names as searches compare them and of those that are written otherwise. What is in a folder stands
+/// together, in the order of the folders. The file is mapped while this object lives. It never changes; a newer one
+/// takes its place. Any thread may use it.
 class NameIndex {
+  struct Entry;
+
  public:
   struct Traits {
     bool isFolder = false;
@@ -23,6 +28,12 @@ class NameIndex {
     bool operator==(const Traits&) const = default;
   };
 
+  /// When a folder was changed that was never read: its names are still to come.
+  static constexpr quint32 kUnread = 0;
+
+  /// A set of folders, by their places.
+  using Folders = std::vector<bool>;
+
   /// Collects the names of a new index.
   class Builder {
    public:
@@ -30,15 +41,28 @@ class NameIndex {
     explicit Builder(const QByteArray& root);
 
     /// Adds a name to a folder that was added before; gives the place of the new entry. `changed`: seconds since the
-    /// epoch. Absent, and counted, for a name that is not UTF-8 and for more than an index can hold.
+    /// epoch. Absent, and counted, for a name that is not UTF-8 and for more than an index can hold. The names of one
+    /// folder come one after the other, and folders in the order in which they were added.
     std::optional<quint32> add(quint32 folder, const QByteArray& name, qint64 changed, Traits traits);
-    qsizetype leftOut() const { return leftOut_; }
+    /// The same with an entry of another index.
+    std::optional<quint32> add(quint32 folder, const NameIndex& other, quint32 place);
+    void setChanged(quint32 place, quint32 changed);
 
-    /// The content of the file; nothing is left to add to afterwards.
-    QByteArray finish();
+    quint32 size() const { return count_; }
+    qsizetype leftOut() const { return leftOut_; }
+    Traits traits(quint32 place) const;
+    QByteArray path(quint32 place) const;
+
+    /// The content of the file as it is now. `isWhole`: whether every folder was read.
+    QByteArray content(bool isWhole) const;
+    /// The same; nothing is left to add to afterwards.
+    QByteArray finish(bool isWhole = true);
 
    private:
-    void append(quint32 folder, const QByteArray& name, const QByteArray& folded, qint64 changed, Traits traits);
+    bool isFull() const;
+    void append(quint32 folder, QByteArrayView name, QByteArrayView folded, quint32 changed, Traits traits);
+    Entry entry(quint32 place) const;
+    QByteArray name(quint32 place) const;
 
     QByteArray entries_;
     QByteArray folded_;
@@ -52,6 +76,11 @@ class NameIndex {
   Q_DISABLE_COPY_MOVE(NameIndex)
   ~NameIndex();
 
+  /// Whether every folder was read when it was written.
+  bool isWhole() const { return isWhole_; }
+  /// Whether the file is as it was written. Reads all of it.
+  bool isSound() const;
+
   struct Hit {
     quint32 place = 0;
     quint32 changed = 0;  ///< When it was changed, as far as the index knows.
@@ -61,17 +90,22 @@ class NameIndex {
 
   qsizetype size() const { return count_; }
   /// The entries whose names hold a text, whatever the case and the accents, the newest first and at most so many.
-  /// Hidden ones answer only to a text that begins with a dot. None once it is asked to stop.
-  QList<Hit> find(const QString& text, qsizetype most, const std::stop_token& stop = {}) const;
+  /// Hidden ones answer only to a text that begins with a dot. What is in the folders of `first` comes before all else.
+  /// None once it is asked to stop.
+  QList<Hit> find(const QString& text, qsizetype most, const std::stop_token& stop = {},
+                  const Folders& first = {}) const;
+  /// The folders that were changed last and are not hidden, at most so many.
+  QList<quint32> newestFolders(qsizetype most) const;
 
   Traits traits(quint32 place) const;
+  quint32 changed(quint32 place) const;
+  /// What is in a folder: the first place and the one behind the last.
+  std::pair<quint32, quint32> contentOf(quint32 folder) const;
   QByteArray name(quint32 place) const;
   /// The whole path, as the system writes it.
   QByteArray path(quint32 place) const;
 
  private:
-  struct Entry;
-
   NameIndex(const std::byte* begin, std::size_t size) : begin_(begin), size_(size) {}
   /// Whether the parts that the file is said to have fit into it.
   bool readHeader();
@@ -82,6 +116,7 @@ class NameIndex {
   const std::byte* begin_;
   std::size_t size_;
   quint32 count_ = 0;
+  bool isWhole_ = false;
   QByteArrayView folded_;
   QByteArrayView originals_;
 };

@@ -6,20 +6,31 @@
 #include <sys/sysmacros.h>
 #include <sys/vfs.h>
 
+#include <QFile>
+#include <QHash>
+#include <QSet>
 #include <algorithm>
 #include <array>
+#include <cstdlib>
+#include <ctime>
+#include <deque>
+#include <limits>
 #include <memory>
 #include <string_view>
-#include <vector>
 
 #include "base/FileDescriptor.h"
 #include "base/SmallFile.h"
-#include "files/NameIndex.h"
 
 namespace tarnwick {
 namespace {
 
 constexpr std::string_view kCacheSignature = "Signature: 8a477f597d28d172789f06886806bc55";
+/// When a folder was changed that could not be read: an impossible time, so that it is tried again.
+constexpr quint32 kUnreadable = 1;
+/// A folder that was changed so lately may change again within the same second.
+constexpr qint64 kSameMoment = 2;
+constexpr quint32 kNoPlace = std::numeric_limits<quint32>::max();
+constexpr qint64 kMostMounts = 4 * 1024 * 1024;
 
 // What kind of file system a folder is on, as statfs gives it.
 constexpr long kFuse = 0x65735546;
@@ -34,13 +45,23 @@ constexpr std::array kFarAway = {
     0x00C36400L,  // Ceph
     0x0187L,      // What mounts others once it is entered.
 };
+/// The same as the kernel's list of mounts names them.
+constexpr std::array<std::string_view, 11> kFarAwayNames = {"nfs", "nfs4", "smbfs", "cifs",   "smb3", "coda",
+                                                            "afs", "9p",   "ceph",  "autofs", "ncpfs"};
 
-/// A folder that is still to be read.
+/// A folder that is in the new index and whose names are still to come.
 struct WaitingFolder {
-  QByteArray path;  ///< Relative to the root; empty for that.
   quint32 place = 0;
+  quint32 known = kNoPlace;  ///< Its place in the earlier index.
+};
+
+/// A folder that is being read.
+struct OpenFolder {
+  quint32 place = 0;
+  QByteArray path;  ///< Relative to the root; empty for that.
+  int descriptor = -1;
   bool isHidden = false;
-  dev_t device = 0;
+  QHash<QByteArray, quint32> known;  ///< The folders in it that the earlier index has.
 };
 
 bool isFarAway(int folder, dev_t device) {
@@ -61,59 +82,199 @@ bool isCache(int folder) {
   return count == static_cast<ssize_t>(begin.size()) && std::string_view(begin.data(), begin.size()) == kCacheSignature;
 }
 
+/// When a folder was changed, as the index keeps it: never one of the times that mean something else.
+quint32 keptTime(const struct stat& status) {
+  const qint64 least = kUnreadable + 1;
+  return static_cast<quint32>(std::clamp<qint64>(status.st_mtim.tv_sec, least, std::numeric_limits<quint32>::max()));
+}
+
+/// The kernel writes blanks and backslashes as three octal digits.
+QByteArray mountPath(QByteArrayView written) {
+  QByteArray path;
+  for (qsizetype at = 0; at < written.size(); ++at) {
+    if (written[at] == '\\' && at + 3 < written.size()) {
+      path += static_cast<char>(written.sliced(at + 1, 3).toByteArray().toUInt(nullptr, 8));
+      at += 3;
+    } else {
+      path += written[at];
+    }
+  }
+  return path;
+}
+
+QByteArray realPath(const QByteArray& path) {
+  const std::unique_ptr<char, void (*)(void*)> real(::realpath(path.constData(), nullptr), &std::free);
+  return real ? QByteArray(real.get()) : path;
+}
+
 class HomeWalk {
  public:
-  HomeWalk(const QByteArray& root, const std::stop_token& stop) : root_(root), stop_(stop), builder_(root) {}
+  HomeWalk(const NameWalk::Request& request, const std::stop_token& stop)
+      : request_(request), stop_(stop), builder_(request.root), nextGrown_(request.firstGrown) {}
 
   bool run() {
     struct stat status {};
-    if (::stat(root_.constData(), &status) != 0 || !S_ISDIR(status.st_mode)) return false;
-    waiting_.push_back({.path = {}, .device = status.st_dev});
-    while (!waiting_.empty() && !stop_.stop_requested()) {
-      const WaitingFolder folder = std::move(waiting_.back());
-      waiting_.pop_back();
-      read(folder);
+    if (::stat(request_.root.constData(), &status) != 0 || !S_ISDIR(status.st_mode)) return false;
+    device_ = status.st_dev;
+    findFarMounts();
+    waiting_.push_back({.place = 0, .known = request_.known ? 0 : kNoPlace});
+    while (!waiting_.empty()) {
+      const WaitingFolder folder = waiting_.front();
+      waiting_.pop_front();
+      visit(folder);
+      tell();
     }
-    return !stop_.stop_requested();
+    return true;
   }
-  NameIndex::Builder& builder() { return builder_; }
+
+  NameWalk::Result result() {
+    NameWalk::Result result;
+    result.leftOut = builder_.leftOut();
+    result.foldersRead = foldersRead_;
+    result.isWhole = unread_ == 0;
+    result.isDone = isDone_;
+    result.from = from_;
+    if (isOther_ || !request_.known || request_.known->isWhole() != result.isWhole)
+      result.file = builder_.finish(result.isWhole);
+    return result;
+  }
 
  private:
-  void read(const WaitingFolder& folder) {
-    const bool isRoot = folder.path.isEmpty();
-    const QByteArray path = isRoot ? root_ : root_ + '/' + folder.path;
-    const int link = isRoot ? 0 : O_NOFOLLOW;
-    FileDescriptor opened(::open(path.constData(), O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC | link));
+  void findFarMounts() {
+    // Mounts are listed by their real paths.
+    QByteArray root = realPath(request_.root);
+    if (!root.endsWith('/')) root += '/';
+    const auto mounts = SmallFile::read(QStringLiteral("/proc/self/mountinfo"), kMostMounts);
+    for (const QByteArray& mount : NameWalk::farMounts(mounts.value_or(QByteArray())))
+      if (mount.startsWith(root)) farMounts_.insert(mount.mid(root.size()));
+  }
+
+  /// Its path below the root; empty for the root itself.
+  QByteArray relative(const QByteArray& path) const {
+    const qsizetype root = request_.root.size() + (request_.root.endsWith('/') ? 0 : 1);
+    return path.mid(root);
+  }
+
+  void visit(const WaitingFolder& folder) {
+    const bool isKnown = folder.known != kNoPlace;
+    const quint32 changed = isKnown ? request_.known->changed(folder.known) : NameIndex::kUnread;
+    const bool wasRead = changed != NameIndex::kUnread;
+    if (wasRead && (folder.known < request_.from || changed < request_.since)) return takeKnown(folder);
+    if (stop_.stop_requested()) {
+      stopAt(folder.place);
+      if (!wasRead) ++unread_;
+      if (isKnown) takeKnown(folder);
+      return;
+    }
+    const QByteArray path = builder_.path(folder.place);
+    const bool isFar = farMounts_.contains(relative(path));
+    if (wasRead && !isFar && timeOf(path, folder.place == 0) == changed) return takeKnown(folder);
+    const quint32 kept = isFar ? kUnreadable : read(folder, path);
+    builder_.setChanged(folder.place, kept);
+    if (kept == NameIndex::kUnread) ++unread_;
+    isOther_ = isOther_ || kept != changed || kept != kUnreadable;
+  }
+
+  /// The next walk goes on from here.
+  void stopAt(quint32 place) {
+    if (isDone_) from_ = place;
+    isDone_ = false;
+  }
+
+  static quint32 timeOf(const QByteArray& path, bool isRoot) {
     struct stat status {};
-    if (!opened || ::fstat(opened.number(), &status) != 0) return;
-    if (!isRoot && status.st_dev != folder.device && isFarAway(opened.number(), status.st_dev)) return;
-    if (isCache(opened.number())) return;
-    const std::unique_ptr<DIR, int (*)(DIR*)> listing(::fdopendir(opened.number()), &::closedir);
-    if (!listing) return;
-    opened.release();
-    while (const dirent* entry = ::readdir(listing.get())) {
-      if (stop_.stop_requested()) return;
-      const QByteArray name(entry->d_name);
-      if (name != "." && name != "..") take(folder, name, ::dirfd(listing.get()), status.st_dev);
+    const int failed = isRoot ? ::stat(path.constData(), &status) : ::lstat(path.constData(), &status);
+    return failed == 0 && S_ISDIR(status.st_mode) ? keptTime(status) : kUnreadable;
+  }
+
+  /// What the earlier index has of a folder, as it is.
+  void takeKnown(const WaitingFolder& folder) {
+    builder_.setChanged(folder.place, request_.known->changed(folder.known));
+    const auto [first, end] = request_.known->contentOf(folder.known);
+    for (quint32 place = first; place < end; ++place) {
+      const auto added = builder_.add(folder.place, *request_.known, place);
+      if (added && builder_.traits(*added).isFolder) wait(*added, place);
     }
   }
 
-  void take(const WaitingFolder& folder, const QByteArray& name, int at, dev_t device) {
-    struct stat status {};
-    if (::fstatat(at, name.constData(), &status, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT) != 0) return;
-    const bool isFolder = S_ISDIR(status.st_mode);
-    if (!isFolder && !S_ISREG(status.st_mode) && !S_ISLNK(status.st_mode)) return;
-    const bool isHidden = folder.isHidden || name.startsWith('.');
-    const auto place = builder_.add(folder.place, name, status.st_mtim.tv_sec, {isFolder, isHidden});
-    if (!place || !isFolder) return;
-    const QByteArray path = folder.path.isEmpty() ? name : folder.path + '/' + name;
-    if (!NameWalk::isAvoided(path)) waiting_.push_back({path, *place, isHidden, device});
+  void wait(quint32 place, quint32 known) {
+    if (!NameWalk::isAvoided(relative(builder_.path(place)))) waiting_.push_back({place, known});
   }
 
-  QByteArray root_;
+  /// Adds what is in a folder, and gives the time to keep for it.
+  quint32 read(const WaitingFolder& folder, const QByteArray& path) {
+    const int link = folder.place == 0 ? 0 : O_NOFOLLOW;
+    FileDescriptor opened(::open(path.constData(), O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC | link));
+    struct stat status {};
+    if (!opened || ::fstat(opened.number(), &status) != 0) return kUnreadable;
+    if (status.st_dev != device_ && isFarAway(opened.number(), status.st_dev)) return kUnreadable;
+    const bool mayChange = status.st_mtim.tv_sec > std::time(nullptr) - kSameMoment;
+    const quint32 kept = keptTime(status) - (mayChange ? 1 : 0);
+    ++foldersRead_;
+    if (isCache(opened.number())) return kept;
+    const std::unique_ptr<DIR, int (*)(DIR*)> listing(::fdopendir(opened.number()), &::closedir);
+    if (!listing) return kUnreadable;
+    opened.release();
+    const OpenFolder open{.place = folder.place,
+                          .path = relative(path),
+                          .descriptor = ::dirfd(listing.get()),
+                          .isHidden = builder_.traits(folder.place).isHidden,
+                          .known = knownFolders(folder)};
+    while (const dirent* entry = ::readdir(listing.get())) {
+      if (stop_.stop_requested()) {
+        // Half of it is in the index, so it is the first to be read again.
+        stopAt(folder.place);
+        return NameIndex::kUnread;
+      }
+      const QByteArray name(entry->d_name);
+      if (name != "." && name != "..") take(open, name);
+    }
+    return kept;
+  }
+
+  QHash<QByteArray, quint32> knownFolders(const WaitingFolder& folder) const {
+    QHash<QByteArray, quint32> known;
+    if (folder.known == kNoPlace) return known;
+    const auto [first, end] = request_.known->contentOf(folder.known);
+    for (quint32 place = first; place < end; ++place)
+      if (request_.known->traits(place).isFolder) known.insert(request_.known->name(place), place);
+    return known;
+  }
+
+  void take(const OpenFolder& folder, const QByteArray& name) {
+    const QByteArray path = folder.path.isEmpty() ? name : folder.path + '/' + name;
+    struct stat status {};
+    const bool isFar = !farMounts_.isEmpty() && farMounts_.contains(path);
+    constexpr int kAsItIs = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT;
+    if (!isFar && ::fstatat(folder.descriptor, name.constData(), &status, kAsItIs) != 0) return;
+    const bool isFolder = isFar || S_ISDIR(status.st_mode);
+    if (!isFolder && !S_ISREG(status.st_mode) && !S_ISLNK(status.st_mode)) return;
+    const bool isHidden = folder.isHidden || name.startsWith('.');
+    const bool isEntered = isFolder && !NameWalk::isAvoided(path);
+    const qint64 changed = isEntered ? NameIndex::kUnread : status.st_mtim.tv_sec;
+    const auto place = builder_.add(folder.place, name, changed, {isFolder, isHidden});
+    if (place && isEntered) waiting_.push_back({*place, folder.known.value(name, kNoPlace)});
+  }
+
+  void tell() {
+    if (!request_.grown || builder_.size() < nextGrown_ || stop_.stop_requested()) return;
+    if (request_.known && (request_.known->isWhole() || builder_.size() < request_.known->size())) return;
+    nextGrown_ = builder_.size() * 2;
+    request_.grown(builder_);
+  }
+
+  const NameWalk::Request& request_;
   const std::stop_token& stop_;
   NameIndex::Builder builder_;
-  std::vector<WaitingFolder> waiting_;
+  std::deque<WaitingFolder> waiting_;
+  QSet<QByteArray> farMounts_;  ///< Below the root, and relative to it.
+  dev_t device_ = 0;
+  qsizetype foldersRead_ = 0;
+  qsizetype unread_ = 0;
+  quint32 from_ = 0;
+  bool isDone_ = true;
+  quint32 nextGrown_;
+  bool isOther_ = false;  ///< Whether something is not as the earlier index has it.
 };
 
 }  // namespace
@@ -125,13 +286,27 @@ bool NameWalk::isAvoided(const QByteArray& path) {
          name.startsWith(".Trash-");
 }
 
-std::optional<NameWalk::Result> NameWalk::read(const QByteArray& root, const std::stop_token& stop) {
-  HomeWalk walk(root, stop);
+QByteArrayList NameWalk::farMounts(QByteArrayView mountInfo) {
+  QByteArrayList far;
+  for (const QByteArray& line : mountInfo.toByteArray().split('\n')) {
+    // Number, parent, device, root, path, options, any number of further ones, "-", kind, source, options.
+    const QByteArrayList words = line.split(' ');
+    const qsizetype dash = words.indexOf("-", 6);
+    if (dash < 0 || dash + 1 >= words.size()) continue;
+    const QByteArray& kind = words[dash + 1];
+    const bool isServed = kind == "fuse" || kind.startsWith("fuse.");
+    const bool isFar =
+        isServed ? words[2].startsWith("0:")
+                 : std::ranges::find(kFarAwayNames, std::string_view(kind.constData())) != kFarAwayNames.end();
+    if (isFar) far << mountPath(words[4]);
+  }
+  return far;
+}
+
+std::optional<NameWalk::Result> NameWalk::read(const Request& request, const std::stop_token& stop) {
+  HomeWalk walk(request, stop);
   if (!walk.run()) return std::nullopt;
-  Result result;
-  result.leftOut = walk.builder().leftOut();
-  result.file = walk.builder().finish();
-  return result;
+  return walk.result();
 }
 
 }  // namespace tarnwick

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 class IndexedFileSearchTest : public FolderTest {
  protected:
   QByteArray root() const { return encoded(u"home"_s); }
-  void index() const { put(u"names"_s, NameWalk::read(root()).value_or(NameWalk::Result()).file); }
+  void index() const { put(u"names"_s, NameWalk::read({.root = root()}).value_or(NameWalk::Result()).file); }
 };
 
 TEST_F(IndexedFileSearchTest, AnswersTheLatestQueryAlone) {

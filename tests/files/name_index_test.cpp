@@ -108,7 +108,7 @@ TEST_F(NameIndexTest, FindsWhatASimpleSearchFinds) {
 TEST_F(NameIndexTest, IsNotOpenedWhereItCannotBeTrusted) {
   NameIndex::Builder builder("/home/u");
   builder.add(0, "One", 1, {});
-  const QByteArray whole = builder.finish();
+  const QByteArray whole = builder.content(true);
   const auto opens = [&](const QByteArray& bytes, const QByteArray& root = "/home/u") {
     put(u"names"_s, bytes);
     return NameIndex::open(at(u"names"_s), root) != nullptr;
@@ -128,10 +128,51 @@ TEST_F(NameIndexTest, IsNotOpenedWhereItCannotBeTrusted) {
       put(u"names"_s, damaged);
       const auto index = NameIndex::open(at(u"names"_s), "/home/u");
       if (!index) continue;
+      // Only whether every folder was read is not in the sum.
+      EXPECT_EQ(index->isSound(), i >= 20 && i < 24) << i;
       EXPECT_LE(index->find(u"o"_s, 10).size(), 2);
+      EXPECT_LE(index->newestFolders(10).size(), 2);
+      EXPECT_LE(index->contentOf(0).second, 2);
       for (quint32 place = 0; place < 4; ++place) EXPECT_LE(index->path(place).size(), whole.size());
     }
   }
+}
+
+TEST_F(NameIndexTest, KnowsWhatIsInAFolder) {
+  NameIndex::Builder builder("/home/u");
+  const auto a = builder.add(0, "A", 10, {.isFolder = true});
+  const auto b = builder.add(0, "b", 30, {.isFolder = true});
+  const auto c = builder.add(0, ".c", 40, {.isFolder = true, .isHidden = true});
+  builder.add(0, "x 0", 90, {});
+  builder.add(*a, "x 1", 1, {});
+  builder.add(*a, "x 2", 2, {});
+  builder.add(*c, "x 3", 3, {.isHidden = true});
+  builder.setChanged(*a, 20);
+  EXPECT_EQ(builder.path(6).toStdString(), "/home/u/A/x 2");
+  put(u"early"_s, builder.content(false));
+  const auto index = opened(builder);
+  ASSERT_TRUE(index);
+  EXPECT_TRUE(index->isWhole());
+  EXPECT_TRUE(index->isSound());
+  EXPECT_FALSE(NameIndex::open(at(u"early"_s), "/home/u")->isWhole());
+  using Range = std::pair<quint32, quint32>;
+  EXPECT_EQ(index->contentOf(0), Range(1, 5));
+  EXPECT_EQ(index->contentOf(*a), Range(5, 7));
+  EXPECT_EQ(index->contentOf(*b), Range(7, 7));
+  EXPECT_EQ(index->contentOf(*c), Range(7, 8));
+  EXPECT_EQ(index->newestFolders(2), (QList<quint32>{*b, *a}));
+  EXPECT_EQ(index->newestFolders(9), (QList<quint32>{*b, *a, 0}));
+
+  // What is in a folder that goes first comes before what is newer.
+  NameIndex::Folders first(3);
+  first[*a] = true;
+  EXPECT_EQ(index->find(u"x"_s, 2), (QList<NameIndex::Hit>{{4, 90}, {6, 2}}));
+  EXPECT_EQ(index->find(u"x"_s, 2, {}, first), (QList<NameIndex::Hit>{{6, 2}, {5, 1}}));
+
+  NameIndex::Builder copy("/home/u");
+  EXPECT_EQ(copy.add(0, *index, *a), 1U);
+  EXPECT_EQ(copy.path(1).toStdString(), "/home/u/A");
+  EXPECT_FALSE(copy.add(7, *index, *a));
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ class NameSearchTest : public FolderTest {
   }
   std::unique_ptr<NameIndex> indexed() const {
     const QByteArray root = QFile::encodeName(at(u"home"_s));
-    put(u"names"_s, NameWalk::read(root).value_or(NameWalk::Result()).file);
+    put(u"names"_s, NameWalk::read({.root = root}).value_or(NameWalk::Result()).file);
     return NameIndex::open(at(u"names"_s), root);
   }
   static std::string names(const QList<FolderEntry>& entries) {
