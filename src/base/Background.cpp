@@ -1,6 +1,9 @@
 #include "base/Background.h"
 
 #include <malloc.h>
+#include <sched.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include <QMetaObject>
 #include <QObject>
@@ -30,16 +33,36 @@ QThreadPool* makeOrderedPool() {
   return pool;
 }
 
+/// A thread that is idle cannot become another one again, so it serves nothing else.
+QThreadPool* makeIdlePool() {
+  QThreadPool* pool = makePool(1);
+  pool->setExpiryTimeout(0);
+  return pool;
+}
+
+/// The calling thread works only when nothing else wants to. Where the system refuses it works as others do.
+void becomeIdle() {
+  const sched_param none{};
+  ::sched_setscheduler(0, SCHED_IDLE, &none);
+  // The kernel's numbers, for which the library has neither names nor a function.
+  constexpr int kOfThread = 1;
+  constexpr int kIdleDisk = 3 << 13;
+  ::syscall(SYS_ioprio_set, kOfThread, 0, kIdleDisk);
+}
+
 /// None of these is ever destroyed: a pool waits for its threads then, and one may be stuck for good.
 QThreadPool& pool(Background::Lane lane) {
   static QThreadPool* const reading = makePool(kReaders);
   static QThreadPool* const pictures = makePool(1);
   static QThreadPool* const ordered = makeOrderedPool();
+  static QThreadPool* const idle = makeIdlePool();
   switch (lane) {
     case Background::Lane::Pictures:
       return *pictures;
     case Background::Lane::Ordered:
       return *ordered;
+    case Background::Lane::Idle:
+      return *idle;
     case Background::Lane::Reading:
       break;
   }
@@ -55,7 +78,11 @@ QObject& mainThread() {
 
 void Background::run(Lane lane, std::function<void()> work) {
   if (lane != Lane::Ordered) mainThread();  // It belongs to the thread that asks first.
-  pool(lane).start(std::move(work));
+  if (lane != Lane::Idle) return pool(lane).start(std::move(work));
+  pool(lane).start([work = std::move(work)] {
+    becomeIdle();
+    work();
+  });
 }
 
 void Background::giveBackMemory() {

@@ -11,7 +11,8 @@ struct Background {
   enum class Lane {
     Reading,
     Pictures,  ///< One after the other, so that a folder full of them does not take every processor.
-    Ordered    ///< For OrderedWork alone. Each of its queues has at most one thread, and never waits for one.
+    Ordered,   ///< For OrderedWork alone. Each of its queues has at most one thread, and never waits for one.
+    Idle  ///< In order, while neither the processors nor the disk have anything else to do. Its thread ends with it.
   };
 
   /// Runs `work` on another thread. Called on the main thread, but for Ordered.

@@ -1,21 +1,28 @@
 #include "commandbar/IndexedFileSearch.h"
 
-#include "files/NameIndex.h"
 #include "files/NameSearch.h"
 
 namespace tarnwick {
 
-IndexedFileSearch::IndexedFileSearch(QString indexFile, QByteArray root, std::function<QStringList()> recent)
-    : indexFile_(std::move(indexFile)), root_(std::move(root)), recent_(std::move(recent)) {}
+void IndexedFileSearch::setOn(bool on) {
+  if (!on) work_.cancel();
+  keeper_.setOn(on);
+}
+
+void IndexedFileSearch::closed() {
+  work_.cancel();
+  keeper_.closed();
+}
 
 void IndexedFileSearch::start(const QString& query, Done done) {
+  QStringList recent = keeper_.changes();
+  if (recent_) recent += recent_();
   work_.start(
-      [file = indexFile_, root = root_, recent = recent_ ? recent_() : QStringList(),
-       query](const std::stop_token& stop) {
+      [mapped = keeper_.names(), recent, query](const std::stop_token& stop) {
         QList<FoundFile> found;
-        const auto index = NameIndex::open(file, root);
-        if (!index) return found;
-        for (const FolderEntry& entry : NameSearch::newest(*index, query, recent, kMost, stop))
+        const auto names = mapped->get();
+        if (!names) return found;
+        for (const FolderEntry& entry : NameSearch::newest(*names->index, query, recent, kMost, stop, names->newest))
           found.append({entry.path, entry.name});
         return found;
       },

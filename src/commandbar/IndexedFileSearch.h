@@ -7,23 +7,29 @@
 
 #include "commandbar/ports/FileSearch.h"
 #include "files/LatestWork.h"
+#include "files/NameIndexKeeper.h"
 
 namespace tarnwick {
 
-/// Finds files by an index of names that somebody else keeps in a file. The index is mapped for the time of a search
-/// alone; while there is none, or a damaged one, nothing is found. Main thread only.
+/// Finds files by an index of names. While the first one is made, what is in it by then is found; where there is none
+/// nothing is. Main thread only.
 class IndexedFileSearch final : public FileSearch {
  public:
-  /// `root`: the folder whose names the index holds, as the system writes it. `recent` gives the paths of files that
-  /// the user had open lately, and may be left out.
-  IndexedFileSearch(QString indexFile, QByteArray root, std::function<QStringList()> recent = {});
+  /// `keeper` must outlive this. `recent` gives the paths of files that the user had open lately, and may be left out.
+  explicit IndexedFileSearch(NameIndexKeeper& keeper, std::function<QStringList()> recent = {})
+      : keeper_(keeper), recent_(std::move(recent)) {}
+
+  /// Whether files are to be found at all.
+  void setOn(bool on);
+  /// The bar is opened, and it is closed: nothing is found but in between.
+  void opened() { keeper_.opened(); }
+  void closed();
 
   void start(const QString& query, Done done) override;
   void stop() override { work_.cancel(); }
 
  private:
-  QString indexFile_;
-  QByteArray root_;
+  NameIndexKeeper& keeper_;
   std::function<QStringList()> recent_;
   LatestWork work_;
 };

@@ -178,7 +178,7 @@ QByteArray NameIndex::Builder::path(quint32 place) const {
   return path;
 }
 
-QByteArray NameIndex::Builder::content(bool isWhole) const {
+QByteArray NameIndex::Builder::begin(bool isWhole) const {
   NameIndexHeader header;
   header.count = count_;
   header.foldedBytes = static_cast<quint32>(folded_.size());
@@ -187,12 +187,19 @@ QByteArray NameIndex::Builder::content(bool isWhole) const {
   for (const QByteArray* part : {&entries_, &folded_, &originals_}) header.sum = sumOf(*part, header.sum);
   QByteArray file(reinterpret_cast<const char*>(&header), sizeof header);
   file.reserve(file.size() + entries_.size() + folded_.size() + originals_.size());
-  return file.append(entries_).append(folded_).append(originals_);
+  return file;
+}
+
+QByteArray NameIndex::Builder::content(bool isWhole) const {
+  return begin(isWhole).append(entries_).append(folded_).append(originals_);
 }
 
 QByteArray NameIndex::Builder::finish(bool isWhole) {
-  QByteArray file = content(isWhole);
-  for (QByteArray* part : {&entries_, &folded_, &originals_}) *part = QByteArray();
+  QByteArray file = begin(isWhole);
+  for (QByteArray* part : {&entries_, &folded_, &originals_}) {
+    file.append(*part);
+    *part = QByteArray();  // So that there is never all of it twice.
+  }
   count_ = 0;
   return file;
 }
@@ -309,7 +316,7 @@ QList<quint32> NameIndex::newestFolders(qsizetype most) const {
   std::vector<Folder> best;                    // A heap whose first is the one to go next.
   for (quint32 place = 0; place < count_; ++place) {
     const Entry found = entry(place);
-    if (!(found.folder & kFolderBit) || (found.folder & kHiddenBit)) continue;
+    if (!(found.folder & kFolderBit) || (found.folder & kHiddenBit) || found.changed <= kUnreadable) continue;
     const Folder folder{found.changed, place};
     if (static_cast<qsizetype>(best.size()) >= most) {
       if (folder <= best.front()) continue;

@@ -30,6 +30,8 @@ class NameIndex {
 
   /// When a folder was changed that was never read: its names are still to come.
   static constexpr quint32 kUnread = 0;
+  /// When one was changed that could not be read: an impossible time, so that it is tried again.
+  static constexpr quint32 kUnreadable = 1;
 
   /// A set of folders, by their places.
   using Folders = std::vector<bool>;
@@ -60,6 +62,8 @@ class NameIndex {
 
    private:
     bool isFull() const;
+    /// The head of the file, with room for all of it.
+    QByteArray begin(bool isWhole) const;
     void append(quint32 folder, QByteArrayView name, QByteArrayView folded, quint32 changed, Traits traits);
     Entry entry(quint32 place) const;
     QByteArray name(quint32 place) const;
@@ -94,7 +98,7 @@ class NameIndex {
   /// None once it is asked to stop.
   QList<Hit> find(const QString& text, qsizetype most, const std::stop_token& stop = {},
                   const Folders& first = {}) const;
-  /// The folders that were changed last and are not hidden, at most so many.
+  /// Of the folders that were read and are not hidden those that were changed last, at most so many.
   QList<quint32> newestFolders(qsizetype most) const;
 
   Traits traits(quint32 place) const;

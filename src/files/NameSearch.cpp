@@ -28,7 +28,7 @@ bool answersText(const QString& path, const QString& root, const QString& folded
 }
 
 QStringList candidatesFor(const NameIndex& index, const QString& text, const QStringList& recent,
-                          const std::stop_token& stop) {
+                          const std::stop_token& stop, const NameIndex::Folders& first) {
   const QString folded = Text::folded(text);
   if (folded.isEmpty()) return {};
   QString root = QFile::decodeName(index.path(0));
@@ -42,7 +42,7 @@ QStringList candidatesFor(const NameIndex& index, const QString& text, const QSt
   };
   for (const QString& path : recent)
     if (answersText(path, root, folded)) add(path);
-  for (const NameIndex::Hit& hit : index.find(text, NameSearch::kMostCandidates, stop))
+  for (const NameIndex::Hit& hit : index.find(text, NameSearch::kMostCandidates, stop, first))
     add(QFile::decodeName(index.path(hit.place)));
   return paths;
 }
@@ -50,9 +50,9 @@ QStringList candidatesFor(const NameIndex& index, const QString& text, const QSt
 }  // namespace
 
 QList<FolderEntry> NameSearch::newest(const NameIndex& index, const QString& text, const QStringList& recent,
-                                      qsizetype most, const std::stop_token& stop) {
+                                      qsizetype most, const std::stop_token& stop, const NameIndex::Folders& first) {
   std::vector<NamedFile> files;
-  for (const QString& path : candidatesFor(index, text, recent, stop)) {
+  for (const QString& path : candidatesFor(index, text, recent, stop, first)) {
     if (stop.stop_requested()) return {};
     struct stat status {};
     if (::lstat(QFile::encodeName(path).constData(), &status) != 0) continue;

@@ -17,9 +17,11 @@ struct NameSearch {
   static constexpr qsizetype kMostCandidates = 400;
 
   /// Those whose names hold the text, the newest change first, at most so many. `recent`: paths of files that the user
-  /// had open lately; others than those below the index's folder are passed over. Blocks.
+  /// had open lately; others than those below the index's folder are passed over. After them comes what is in the
+  /// folders of `first`. Blocks.
   static QList<FolderEntry> newest(const NameIndex& index, const QString& text, const QStringList& recent,
-                                   qsizetype most, const std::stop_token& stop = {});
+                                   qsizetype most, const std::stop_token& stop = {},
+                                   const NameIndex::Folders& first = {});
 };
 
 }  // namespace tarnwick

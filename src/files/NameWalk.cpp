@@ -25,8 +25,6 @@ namespace tarnwick {
 namespace {
 
 constexpr std::string_view kCacheSignature = "Signature: 8a477f597d28d172789f06886806bc55";
-/// When a folder was changed that could not be read: an impossible time, so that it is tried again.
-constexpr quint32 kUnreadable = 1;
 /// A folder that was changed so lately may change again within the same second.
 constexpr qint64 kSameMoment = 2;
 constexpr quint32 kNoPlace = std::numeric_limits<quint32>::max();
@@ -84,7 +82,7 @@ bool isCache(int folder) {
 
 /// When a folder was changed, as the index keeps it: never one of the times that mean something else.
 quint32 keptTime(const struct stat& status) {
-  const qint64 least = kUnreadable + 1;
+  const qint64 least = NameIndex::kUnreadable + 1;
   return static_cast<quint32>(std::clamp<qint64>(status.st_mtim.tv_sec, least, std::numeric_limits<quint32>::max()));
 }
 
@@ -169,10 +167,10 @@ class HomeWalk {
     const QByteArray path = builder_.path(folder.place);
     const bool isFar = farMounts_.contains(relative(path));
     if (wasRead && !isFar && timeOf(path, folder.place == 0) == changed) return takeKnown(folder);
-    const quint32 kept = isFar ? kUnreadable : read(folder, path);
+    const quint32 kept = isFar ? NameIndex::kUnreadable : read(folder, path);
     builder_.setChanged(folder.place, kept);
     if (kept == NameIndex::kUnread) ++unread_;
-    isOther_ = isOther_ || kept != changed || kept != kUnreadable;
+    isOther_ = isOther_ || kept != changed || kept != NameIndex::kUnreadable;
   }
 
   /// The next walk goes on from here.
@@ -184,7 +182,7 @@ class HomeWalk {
   static quint32 timeOf(const QByteArray& path, bool isRoot) {
     struct stat status {};
     const int failed = isRoot ? ::stat(path.constData(), &status) : ::lstat(path.constData(), &status);
-    return failed == 0 && S_ISDIR(status.st_mode) ? keptTime(status) : kUnreadable;
+    return failed == 0 && S_ISDIR(status.st_mode) ? keptTime(status) : NameIndex::kUnreadable;
   }
 
   /// What the earlier index has of a folder, as it is.
@@ -206,14 +204,14 @@ class HomeWalk {
     const int link = folder.place == 0 ? 0 : O_NOFOLLOW;
     FileDescriptor opened(::open(path.constData(), O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC | link));
     struct stat status {};
-    if (!opened || ::fstat(opened.number(), &status) != 0) return kUnreadable;
-    if (status.st_dev != device_ && isFarAway(opened.number(), status.st_dev)) return kUnreadable;
+    if (!opened || ::fstat(opened.number(), &status) != 0) return NameIndex::kUnreadable;
+    if (status.st_dev != device_ && isFarAway(opened.number(), status.st_dev)) return NameIndex::kUnreadable;
     const bool mayChange = status.st_mtim.tv_sec > std::time(nullptr) - kSameMoment;
     const quint32 kept = keptTime(status) - (mayChange ? 1 : 0);
     ++foldersRead_;
     if (isCache(opened.number())) return kept;
     const std::unique_ptr<DIR, int (*)(DIR*)> listing(::fdopendir(opened.number()), &::closedir);
-    if (!listing) return kUnreadable;
+    if (!listing) return NameIndex::kUnreadable;
     opened.release();
     const OpenFolder open{.place = folder.place,
                           .path = relative(path),
@@ -284,6 +282,13 @@ bool NameWalk::isAvoided(const QByteArray& path) {
   const QByteArray name = path.mid(path.lastIndexOf('/') + 1);
   return name == ".git" || name == "node_modules" || name == "__pycache__" || name == ".Trash" ||
          name.startsWith(".Trash-");
+}
+
+bool NameWalk::isEntered(const QByteArray& root, const QByteArray& path) {
+  const QByteArray relative = path.mid(root.size() + (root.endsWith('/') ? 0 : 1));
+  if (isAvoided(relative)) return false;
+  const FileDescriptor folder(::open(path.constData(), O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC | O_NOFOLLOW));
+  return folder && !isCache(folder.number());
 }
 
 QByteArrayList NameWalk::farMounts(QByteArrayView mountInfo) {

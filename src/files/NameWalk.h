@@ -43,6 +43,8 @@ struct NameWalk {
 
   /// Whether a folder is never entered because of its name. `path` is relative to the root.
   static bool isAvoided(const QByteArray& path);
+  /// Whether what is in a folder of an index is in that index too, had it been read. `path` is the whole one.
+  static bool isEntered(const QByteArray& root, const QByteArray& path);
   /// Where file systems of other machines are, by what the kernel says of the mounts of a process. They are not even
   /// looked at: one whose server is gone answers nobody.
   static QByteArrayList farMounts(QByteArrayView mountInfo);

@@ -161,7 +161,7 @@ TEST_F(NameIndexTest, KnowsWhatIsInAFolder) {
   EXPECT_EQ(index->contentOf(*b), Range(7, 7));
   EXPECT_EQ(index->contentOf(*c), Range(7, 8));
   EXPECT_EQ(index->newestFolders(2), (QList<quint32>{*b, *a}));
-  EXPECT_EQ(index->newestFolders(9), (QList<quint32>{*b, *a, 0}));
+  EXPECT_EQ(index->newestFolders(9), (QList<quint32>{*b, *a}));
 
   // What is in a folder that goes first comes before what is newer.
   NameIndex::Folders first(3);
