@@ -4,11 +4,6 @@
 
 namespace tarnwick {
 
-void IndexedFileSearch::setOn(bool on) {
-  if (!on) work_.cancel();
-  keeper_.setOn(on);
-}
-
 void IndexedFileSearch::closed() {
   work_.cancel();
   keeper_.closed();

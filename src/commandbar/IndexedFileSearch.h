@@ -20,7 +20,7 @@ class IndexedFileSearch final : public FileSearch {
       : keeper_(keeper), recent_(std::move(recent)) {}
 
   /// Whether files are to be found at all.
-  void setOn(bool on);
+  void setOn(bool on) { keeper_.setOn(on); }
   /// The bar is opened, and it is closed: nothing is found but in between.
   void opened() { keeper_.opened(); }
   void closed();

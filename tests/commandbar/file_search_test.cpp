@@ -1,6 +1,6 @@
 #include "commandbar/IndexedFileSearch.h"
-#include "files/NameWalk.h"
 #include "support/FileTest.h"
+#include "support/TestScheduler.h"
 #include "support/Wait.h"
 
 namespace tarnwick {
@@ -10,40 +10,65 @@ using namespace Qt::StringLiterals;
 
 class IndexedFileSearchTest : public FolderTest {
  protected:
-  QByteArray root() const { return encoded(u"home"_s); }
-  void index() const { put(u"names"_s, NameWalk::read({.root = root()}).value_or(NameWalk::Result()).file); }
+  void SetUp() override {
+    put(u"home/a/Report.pdf"_s, "x");
+    put(u"home/notes"_s, "x");
+  }
+  void build() {
+    search_.opened();
+    ASSERT_TRUE(waitFor([&] { return !keeper_.isBusy(); }));
+  }
+  QList<FoundFile> found(const QString& query) {
+    std::optional<QList<FoundFile>> found;
+    search_.start(query, [&](const auto& files) { found = files; });
+    EXPECT_TRUE(waitFor([&] { return found.has_value(); }));
+    return found.value_or(QList<FoundFile>());
+  }
+
+  test::TestScheduler clock_;
+  NameIndexKeeper keeper_{at(u"names"_s), encoded(u"home"_s), clock_};
+  QStringList recent_;
+  IndexedFileSearch search_{keeper_, [this] { return recent_; }};
 };
 
 TEST_F(IndexedFileSearchTest, AnswersTheLatestQueryAlone) {
-  put(u"home/a/Report.pdf"_s, "x");
-  put(u"home/notes"_s, "x");
-  index();
-  IndexedFileSearch search(at(u"names"_s), root());
+  build();
   int outdated = 0;
-  std::optional<QList<FoundFile>> found;
-  search.start(u"notes"_s, [&](const auto&) { ++outdated; });
-  search.start(u"report"_s, [&](const auto& files) { found = files; });
-  ASSERT_TRUE(waitFor([&] { return found.has_value(); }));
-  EXPECT_EQ(*found, (QList{FoundFile{at(u"home/a/Report.pdf"_s), u"Report.pdf"_s}}));
-
-  search.start(u"notes"_s, [&](const auto&) { ++outdated; });
-  search.stop();
-  found.reset();
-  search.start(u"x"_s, [&](const auto& files) { found = files; });
-  ASSERT_TRUE(waitFor([&] { return found.has_value(); }));
-  EXPECT_EQ(*found, QList<FoundFile>());
+  search_.start(u"notes"_s, [&](const auto&) { ++outdated; });
+  EXPECT_EQ(found(u"report"_s), (QList{FoundFile{at(u"home/a/Report.pdf"_s), u"Report.pdf"_s}}));
+  search_.start(u"notes"_s, [&](const auto&) { ++outdated; });
+  search_.stop();
+  EXPECT_EQ(found(u"x"_s), QList<FoundFile>());
+  search_.start(u"notes"_s, [&](const auto&) { ++outdated; });
+  search_.closed();
+  EXPECT_EQ(found(u"notes"_s), QList<FoundFile>());
   EXPECT_EQ(outdated, 0);
 }
 
+TEST_F(IndexedFileSearchTest, FindsWhatWasOpenLatelyToo) {
+  build();
+  search_.closed();
+  put(u"home/notes of today"_s, "x");
+  recent_ << at(u"home/notes of today"_s);
+  build();  // Within the same minute, so the index does not know it.
+  EXPECT_EQ(found(u"today"_s).size(), 1);
+  recent_.clear();
+  EXPECT_EQ(found(u"today"_s).size(), 0);
+  put(u"home/notes now"_s, "x");
+  ASSERT_TRUE(waitFor([&] { return !keeper_.changes().isEmpty(); }));
+  EXPECT_EQ(found(u"now"_s).size(), 1);
+}
+
 TEST_F(IndexedFileSearchTest, FindsNothingWithoutAnIndex) {
-  put(u"names"_s, "damaged");
-  for (const auto& name : {u"names"_s, u"nowhere"_s}) {
-    IndexedFileSearch search(at(name), root());
-    std::optional<QList<FoundFile>> found;
-    search.start(u"a"_s, [&](const auto& files) { found = files; });
-    ASSERT_TRUE(waitFor([&] { return found.has_value(); }));
-    EXPECT_TRUE(found->isEmpty());
-  }
+  EXPECT_TRUE(found(u"notes"_s).isEmpty());
+  build();
+  search_.setOn(false);
+  EXPECT_TRUE(found(u"notes"_s).isEmpty());
+  ASSERT_TRUE(waitFor([&] { return !keeper_.isBusy(); }));
+  EXPECT_FALSE(QFile::exists(at(u"names"_s)));
+  search_.setOn(true);
+  ASSERT_TRUE(waitFor([&] { return !keeper_.isBusy(); }));
+  EXPECT_EQ(found(u"notes"_s).size(), 1);
 }
 
 }  // namespace
