@@ -12,8 +12,6 @@
 namespace tarnwick {
 namespace {
 
-constexpr qint64 kSecondsInDay = 24 * 60 * 60;
-
 /// Has the system take something back on another thread, since it takes its time.
 template <class Owned>
 void dropElsewhere(std::shared_ptr<Owned> owned) {
@@ -135,12 +133,11 @@ void NameIndexKeeper::setOn(bool on) {
     return;
   }
   end();
-  lastWalk_.reset();
   const auto remove = [](Disk& disk) {
     disk.remove();
     return true;
   };
-  start(remove, [](bool) {});
+  start(remove, [this](bool) { lastWalk_.reset(); });
 }
 
 void NameIndexKeeper::opened() {
@@ -157,7 +154,6 @@ void NameIndexKeeper::begin() {
   ++opening_;
   stop_ = std::stop_source();
   names_->open();
-  if (isOnBattery_) isOnBattery_();  // What is behind it may have to be read first.
   lookAround(true);
 }
 
@@ -185,11 +181,12 @@ void NameIndexKeeper::walk(bool isWhole) {
   if (lastWalk_ && now - *lastWalk_ < kBetweenWalks) return;
   lastWalk_.reset();
   setGrowing(!isWhole);
-  const bool isSpared = isOnBattery_ && isOnBattery_();
-  const qint64 since = isSpared ? clock_.now().toSecsSinceEpoch() - kDaysOnBattery * kSecondsInDay : 0;
-  const auto work = [since, stop = stop_.get_token()](Disk& disk) { return disk.walk(since, stop); };
+  const auto work = [today = clock_.now(), isOnBattery = isOnBattery_, stop = stop_.get_token()](Disk& disk) {
+    const bool isSpared = isOnBattery && !stop.stop_requested() && isOnBattery();
+    return disk.walk(isSpared ? today.addDays(-kDaysOnBattery).toSecsSinceEpoch() : 0, stop);
+  };
   start(work, [this, now, opening = opening_](const Walked& walked) {
-    if (walked.isDone && isOn_) lastWalk_ = now;
+    if (walked.isDone) lastWalk_ = now;
     if (opening != opening_) return;
     const bool wasGrowing = isGrowing_;
     setGrowing(false);

@@ -30,8 +30,8 @@ class NameIndexKeeper final : public QObject {
   /// So many changes are remembered while the bar is open.
   static constexpr qsizetype kMostChanges = 200;
 
-  /// `root`: the folder, as the system writes its path. `clock` must outlive this. `isOnBattery` may be left out; it is
-  /// asked at each opening, and again before a walk.
+  /// `root`: the folder, as the system writes its path. `clock` must outlive this. `isOnBattery` may be left out. It is
+  /// asked before each walk, on the idle thread, where it may block, and holds all that it touches.
   NameIndexKeeper(const QString& file, const QByteArray& root, const Scheduler& clock,
                   std::function<bool()> isOnBattery = {}, QObject* parent = nullptr);
   /// Waits for nothing.

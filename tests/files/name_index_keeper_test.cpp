@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <sys/time.h>
 
+#include <atomic>
+
 #include "files/NameSearch.h"
 #include "support/FileTest.h"
 #include "support/TestScheduler.h"
@@ -15,6 +17,11 @@ using namespace Qt::StringLiterals;
 
 class NameIndexKeeperTest : public FolderTest {
  protected:
+  /// Asked on another thread.
+  struct Power {
+    std::atomic<bool> isBattery = false;
+    std::atomic<int> asked = 0;
+  };
   void SetUp() override {
     make(u"a/one.txt"_s);
     make(u"b/two.txt"_s);
@@ -28,9 +35,9 @@ class NameIndexKeeperTest : public FolderTest {
     ASSERT_EQ(::utimes(encoded(u"home/"_s + name).constData(), times), 0);
   }
   std::unique_ptr<NameIndexKeeper> keeper(const QString& path) {
-    return std::make_unique<NameIndexKeeper>(path, root(), clock_, [this] {
-      ++batteryAsked_;
-      return isOnBattery_;
+    return std::make_unique<NameIndexKeeper>(path, root(), clock_, [power = power_] {
+      ++power->asked;
+      return power->isBattery.load();
     });
   }
   std::unique_ptr<NameIndexKeeper> keeper() { return keeper(file()); }
@@ -70,8 +77,7 @@ class NameIndexKeeperTest : public FolderTest {
   }
 
   test::TestScheduler clock_{QDateTime::currentDateTime()};
-  bool isOnBattery_ = false;
-  int batteryAsked_ = 0;
+  std::shared_ptr<Power> power_ = std::make_shared<Power>();
   qsizetype watchesBefore_ = 0;
 };
 
@@ -159,7 +165,7 @@ TEST_F(NameIndexKeeperTest, LooksAtFewFoldersOnBattery) {
   constexpr qint64 kDay = 24 * 60 * 60;
   date(u"a"_s, now - 29 * kDay);
   date(u"b"_s, now - 31 * kDay);
-  isOnBattery_ = true;
+  power_->isBattery = true;
   auto kept = keeper();
   open(*kept);  // The first one is made whole.
   EXPECT_EQ(found(*kept, u"txt"_s), "one.txt two.txt");
@@ -169,11 +175,11 @@ TEST_F(NameIndexKeeperTest, LooksAtFewFoldersOnBattery) {
   openAgain(*kept);
   EXPECT_EQ(found(*kept, u"near"_s), "near");
   EXPECT_EQ(found(*kept, u"far"_s), "");
-  isOnBattery_ = false;
+  power_->isBattery = false;
   clock_.advance(NameIndexKeeper::kBetweenWalks);
   openAgain(*kept);
   EXPECT_EQ(found(*kept, u"far"_s), "far");
-  EXPECT_EQ(batteryAsked_, 6);
+  EXPECT_EQ(power_->asked, 3);
 }
 
 TEST_F(NameIndexKeeperTest, IsRemovedWhenItIsSwitchedOff) {
@@ -186,6 +192,14 @@ TEST_F(NameIndexKeeperTest, IsRemovedWhenItIsSwitchedOff) {
   openAgain(*kept);
   EXPECT_FALSE(QFile::exists(file()));
   kept->setOn(true);  // While the bar is open.
+  rest(*kept);
+  EXPECT_EQ(found(*kept, u"txt"_s), "one.txt two.txt");
+  // There and back at once.
+  clock_.advance(NameIndexKeeper::kBetweenWalks);
+  kept->closed();
+  kept->opened();
+  kept->setOn(false);
+  kept->setOn(true);
   rest(*kept);
   EXPECT_EQ(found(*kept, u"txt"_s), "one.txt two.txt");
   // While it is built.
