@@ -8,6 +8,7 @@
 #include <QStringDecoder>
 #include <algorithm>
 #include <array>
+#include <climits>
 #include <cstring>
 #include <functional>
 #include <limits>
@@ -98,6 +99,8 @@ void eachMatch(QByteArrayView in, QByteArrayView wanted, const std::stop_token& 
   }
 }
 
+QByteArray asFolder(const QByteArray& path) { return path.endsWith('/') ? path : path + '/'; }
+
 NameIndex::Traits traitsOf(quint32 folderBits) {
   return {.isFolder = (folderBits & kFolderBit) != 0, .isHidden = (folderBits & kHiddenBit) != 0};
 }
@@ -170,12 +173,11 @@ QByteArray NameIndex::Builder::name(quint32 place) const {
 
 QByteArray NameIndex::Builder::path(quint32 place) const {
   QByteArray path = name(place);
-  while (place > 0) {
+  while (place > 0 && path.size() <= PATH_MAX) {
     place = entry(place).folder & kPlaceBits;
-    const QByteArray above = name(place);
-    path.prepend(above.endsWith('/') ? above : above + '/');
+    path.prepend(asFolder(name(place)));
   }
-  return path;
+  return path.size() <= PATH_MAX ? path : QByteArray();
 }
 
 QByteArray NameIndex::Builder::begin(bool isWhole) const {
@@ -284,14 +286,13 @@ QByteArray NameIndex::name(quint32 place) const {
 
 QByteArray NameIndex::path(quint32 place) const {
   QByteArray path = name(place);
-  while (place > 0) {
+  while (place > 0 && path.size() <= PATH_MAX) {
     const quint32 folder = entry(place).folder & kPlaceBits;
     if (folder >= place) return {};  // No folder comes behind what is in it: the file is damaged.
     place = folder;
-    const QByteArray above = name(place);
-    path.prepend(above.endsWith('/') ? above : above + '/');
+    path.prepend(asFolder(name(place)));
   }
-  return path;
+  return path.size() <= PATH_MAX ? path : QByteArray();
 }
 
 quint32 NameIndex::placeOf(quint32 offset, quint32 from) const {

@@ -106,7 +106,7 @@ class NameIndex {
   /// What is in a folder: the first place and the one behind the last.
   std::pair<quint32, quint32> contentOf(quint32 folder) const;
   QByteArray name(quint32 place) const;
-  /// The whole path, as the system writes it.
+  /// The whole path, as the system writes it; empty for one that is longer than the system takes.
   QByteArray path(quint32 place) const;
 
  private:

@@ -169,6 +169,12 @@ TEST_F(NameIndexTest, KnowsWhatIsInAFolder) {
   EXPECT_EQ(index->find(u"x"_s, 2), (QList<NameIndex::Hit>{{4, 90}, {6, 2}}));
   EXPECT_EQ(index->find(u"x"_s, 2, {}, first), (QList<NameIndex::Hit>{{6, 2}, {5, 1}}));
 
+  NameIndex::Builder deep("/home/u");
+  quint32 folder = 0;
+  for (int i = 0; i < 50'000; ++i) folder = deep.add(folder, "deep", 1, {.isFolder = true}).value_or(0);
+  EXPECT_EQ(deep.path(800).size(), 4'007);
+  EXPECT_EQ(deep.path(folder), "");
+
   NameIndex::Builder copy("/home/u");
   EXPECT_EQ(copy.add(0, *index, *a), 1U);
   EXPECT_EQ(copy.path(1).toStdString(), "/home/u/A");
