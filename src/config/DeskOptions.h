@@ -20,6 +20,17 @@ struct DeskOptions {
   QString magnification = QStringLiteral("little");  ///< Of tiles under the pointer: off, little or much.
   QString dodge = QStringLiteral("off");  ///< What a hiding dock makes room for: off, any, active, maximised.
   bool peep = false;  ///< Whether a hidden dock comes out for a moment when something needs the user.
+  // What the command bar finds.
+  bool barApps = true;
+  bool barWindows = true;
+  bool barWidgets = true;
+  bool barSymbols = true;
+  bool barClipboard = true;  ///< While the history of copies is on.
+  bool barFiles = true;
+  bool barEmoji = true;
+  bool barSettings = true;  ///< Places of Settings.
+  bool barWeb = true;
+  QString webSearch = {};  ///< The id of an engine or an address of the user's own; empty for the default.
 
   static constexpr auto fields() {
     using D = DeskOptions;
@@ -29,7 +40,12 @@ struct DeskOptions {
                       field::defaulted("contrast", &D::contrast), field::defaulted("styleFollows", &D::styleFollows),
                       field::defaulted("lightStyle", &D::lightStyle), field::defaulted("darkStyle", &D::darkStyle),
                       field::defaulted("magnification", &D::magnification), field::defaulted("dodge", &D::dodge),
-                      field::defaulted("peep", &D::peep));
+                      field::defaulted("peep", &D::peep), field::defaulted("barApps", &D::barApps),
+                      field::defaulted("barWindows", &D::barWindows), field::defaulted("barWidgets", &D::barWidgets),
+                      field::defaulted("barSymbols", &D::barSymbols),
+                      field::defaulted("barClipboard", &D::barClipboard), field::defaulted("barFiles", &D::barFiles),
+                      field::defaulted("barEmoji", &D::barEmoji), field::defaulted("barSettings", &D::barSettings),
+                      field::defaulted("barWeb", &D::barWeb), field::defaulted("webSearch", &D::webSearch));
   }
   bool operator==(const DeskOptions&) const = default;
 };

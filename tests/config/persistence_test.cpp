@@ -60,6 +60,8 @@ TEST(Persistence, ReadsOlderDocuments) {
   desk.magnification = QStringLiteral("off");
   desk.dodge = QStringLiteral("active");
   desk.peep = true;
+  desk.barEmoji = desk.barFiles = false;
+  desk.webSearch = QStringLiteral("https://example.org/?q=%s");
   config.setDesk(desk);
   EXPECT_EQ(Persistence::decode(Persistence::encode(config)).desk(), desk);
   config.setDesk({});
