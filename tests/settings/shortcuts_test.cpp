@@ -102,7 +102,6 @@ TEST_F(ShortcutsTest, APrefixTakesTheModifiersAndTriesEveryDigit) {
 
 TEST_F(ShortcutsTest, ARowSaysWhetherItsKeyIsHad) {
   const HotKeyRequest dock{options().shortcutKey, options().shortcutModifiers};
-  commands.missing = {Commands::Optional::CommandBar};
   SettingsWindow window(store(), services);
   window.present();
   const auto of = [&](const char* section, const char* name) {
@@ -118,10 +117,13 @@ TEST_F(ShortcutsTest, ARowSaysWhetherItsKeyIsHad) {
   store().setError(u"Taken."_s);
   EXPECT_EQ(said(of("shortcuts", "Hide and Show Dock")),
             u"“Ctrl+Alt+Super+D” is used by another app. Choose a different shortcut."_s);
+  abilities.keys = Capability::no(u"No keys."_s);
+  store().setError({});
   EXPECT_FALSE(of("commandBar", "Command Bar")->isChecked());
   EXPECT_FALSE(of("commandBar", "Command Bar")->isEnabled());
-  commands.missing.clear();
-  store().setError({});
+  EXPECT_EQ(said(of("commandBar", "Command Bar")), u"No keys."_s);
+  abilities.keys = {};
+  store().setError(u"Again."_s);
   EXPECT_TRUE(of("commandBar", "Command Bar")->isChecked());
   EXPECT_TRUE(of("commandBar", "Command Bar")->isEnabled());
 }

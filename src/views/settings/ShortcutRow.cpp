@@ -134,14 +134,6 @@ QString commandBarKeyNote(const DesktopOptions& options, const SettingsServices&
 
 namespace {
 
-/// Why there is nothing to switch on; empty where there is.
-QString whatIsMissing(Shortcut shortcut, const SettingsServices& services) {
-  if (shortcut == Shortcut::CommandBar && !services.commands.can(Commands::Optional::CommandBar))
-    return SettingsWords::tr("The command bar is not part of this version yet.");
-  const Capability can = services.abilities().keys;
-  return can ? QString() : can.reason;
-}
-
 /// Says below the key whether it is had.
 void showState(FormRow& row, const ShortcutField& field, const DesktopOptions& options, Shortcut shortcut,
                const SettingsServices& services) {
@@ -191,7 +183,8 @@ FormRow* addShortcutRow(SettingsPage& page, Card& card, const SettingsServices& 
   QObject::connect(&page.store(), &AppStore::errorChanged, &page, &SettingsPage::refresh);
   page.follow([field, enabled, row, shortcut, words, &services](const DockConfiguration& config) {
     const DesktopOptions& options = config.desktopOptions();
-    const QString missing = whatIsMissing(shortcut, services);
+    const Capability keys = services.abilities().keys;
+    const QString missing = keys ? QString() : keys.reason;
     row->setUnavailable(missing);
     enabled->setChecked(missing.isEmpty() && options.*words.enabled);
     field->setKey(keyOf(options, words));
