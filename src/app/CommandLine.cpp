@@ -187,7 +187,7 @@ QString CommandLine::help() {
       "  --focus          move the keyboard focus to the dock\n"
       "  --profile N      switch to a profile (0 is the first)\n"
       "  --app N          open an app of the dock (1 is the first)\n"
-      "  --command-bar    open the command bar (comes with a later version)\n"
+      "  --command-bar    open the command bar, or close it\n"
       "\n"
       "  --restore-dock   restore the system dock and exit\n"
       "  --snapshot       save pictures of every widget and exit (--output FOLDER)\n"

@@ -97,7 +97,7 @@ QJsonObject Orders::restoreForOthers() {
 
 QString Orders::refusal(const Order& order) const {
   if (order.kind == Order::Kind::CommandBar && !commands_.can(Commands::Optional::CommandBar))
-    return tr("The command bar comes with a later version of Tarnwick.");
+    return tr("The command bar cannot be opened on this desktop.");
   const qsizetype profiles = store_.config().profiles.size();
   if (order.kind == Order::Kind::Profile && (order.number < 0 || order.number >= profiles))
     return tr("There is no profile %1. The first one is 0, the last one %2.").arg(order.number).arg(profiles - 1);

@@ -83,7 +83,7 @@ TEST_F(OrdersTest, AnActionIsDoneOrAnsweredWithASentence) {
       {u"app"_s, {2}, {u"app 1"_s}, {}},
       {u"app"_s, {0}, {}, noApp.arg(0)},
       {u"app"_s, {3}, {}, noApp.arg(3)},
-      {u"command-bar"_s, {}, {}, u"The command bar comes with a later version of Tarnwick."_s},
+      {u"command-bar"_s, {}, {}, u"The command bar cannot be opened on this desktop."_s},
       {u"no such thing"_s, {1}, {}, {}},
   };
   for (const auto& each : cases) {

@@ -433,7 +433,7 @@ TEST_F(DelegateTest, WhatThisVersionLacksIsSaid) {
   delegate->orders().open({u"file:///tmp/a%20look.tarnwickspace"_s});
   EXPECT_EQ(store().error(), u"“a look.tarnwickspace” was not opened. Spaces come with a later version of Tarnwick."_s);
   Q_EMIT adapters->session().actionRequested(u"command-bar"_s, {});
-  EXPECT_EQ(store().error(), u"The command bar comes with a later version of Tarnwick."_s);
+  EXPECT_EQ(store().error(), u"The command bar cannot be opened on this desktop."_s);
 }
 
 }  // namespace
