@@ -14,6 +14,13 @@ namespace {
 // An installer writes many files in a row; one reading a moment later serves them all.
 constexpr double kBurstSeconds = 0.4;
 
+QList<DesktopEntry> listedIn(const AppIndex& index) {
+  QList<DesktopEntry> listed;
+  for (const DesktopEntry& entry : index.applications())
+    if (index.isVisible(entry)) listed << entry;
+  return listed;
+}
+
 }  // namespace
 
 InstalledApps::InstalledApps(AppEnvironment environment, Scheduler& scheduler, QObject* parent)
@@ -25,10 +32,11 @@ void InstalledApps::load() {
 
 QList<DesktopEntry> InstalledApps::all() {
   load();
-  QList<DesktopEntry> result;
-  for (const DesktopEntry& entry : index_->applications())
-    if (index_->isVisible(entry)) result << entry;
-  return result;
+  return listedIn(*index_);
+}
+
+QList<DesktopEntry> InstalledApps::enumerate(const AppEnvironment& environment) {
+  return listedIn(AppScan::run(environment, {}, {}).index);
 }
 
 std::optional<DesktopEntry> InstalledApps::byId(const QString& id) {

@@ -32,6 +32,8 @@ class InstalledApps : public QObject {
 
   /// Those that belong into a list of applications on this desktop, sorted by name.
   QList<DesktopEntry> all();
+  /// The same, read from the folders within the call, for what has no event loop. Blocks; any thread may ask.
+  static QList<DesktopEntry> enumerate(const AppEnvironment& environment);
   /// By desktop-file id, with or without ".desktop". Finds also those that no list shows.
   std::optional<DesktopEntry> byId(const QString& id);
   /// By the path of a desktop entry. For a file in the folders that is the entry in force for its id, even if the file

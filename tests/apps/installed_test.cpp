@@ -60,6 +60,7 @@ TEST_F(InstalledAppsTest, FindsWhatIsInForceAndSortsItByName) {
   EXPECT_TRUE(apps().all().isEmpty());
   ASSERT_TRUE(waitFor([this] { return apps().loaded(); }));
   EXPECT_EQ(ids(), (QStringList{u"zebra"_s, u"both"_s, u"kde-konsole"_s}));
+  EXPECT_EQ(InstalledApps::enumerate(environment), apps().all());
   EXPECT_EQ(apps().byId(u"both.desktop"_s)->name, u"Mine"_s);
   EXPECT_EQ(apps().byPath(system(u"both.desktop"_s))->path, own(u"both.desktop"_s));
   EXPECT_EQ(apps().byPath(system(u"kde/konsole.desktop"_s))->id, u"kde-konsole"_s);
