@@ -102,6 +102,12 @@ std::optional<QString> after(const QStringList& arguments, QLatin1StringView nam
   return arguments[at + 1];
 }
 
+std::optional<int> iterationsAfter(const QStringList& arguments, QLatin1StringView name) {
+  bool isNumber = false;
+  const int count = after(arguments, name).value_or(QString()).toInt(&isNumber);
+  return isNumber ? std::optional(std::max(0, count)) : std::nullopt;
+}
+
 std::optional<Order> orderIn(const QStringList& arguments) {
   for (const auto& [name, kind] : kOrders) {
     if (arguments.contains(QLatin1StringView(name))) return Order{kind, 0};
@@ -139,6 +145,7 @@ CommandLine CommandLine::parse(const QStringList& arguments) {
     if (!arguments.contains(QLatin1StringView(name))) continue;
     line.mode = mode;
     line.argument = QLatin1StringView(name);
+    if (mode == Mode::CommandBarLatency) line.iterations = iterationsAfter(arguments, QLatin1StringView(name));
     return line;
   }
   if (const auto path = after(arguments, "--write-fixture-config"_L1)) {

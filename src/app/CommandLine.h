@@ -36,6 +36,7 @@ struct CommandLine {
   QString argument;                  ///< The switch that decided, as it was typed.
   QString path;                      ///< WriteFixtureConfig: the file to write.
   std::optional<QString> directory;  ///< RestoreDock: another data directory than the default.
+  std::optional<int> iterations;     ///< CommandBarLatency: how often each query is run; never below 0.
   std::optional<Order> order;        ///< Run: what to do once the dock runs.
   QStringList files;                 ///< Run: what was handed over to be opened.
   QStringList remarks;               ///< Run: a sentence about each unknown switch; the start goes on.

@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QTranslator>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -18,8 +19,10 @@
 #include "app/SingleInstance.h"
 #include "app/SnapshotMode.h"
 #include "app/WindowSystem.h"
+#include "apps/InstalledApps.h"
 #include "base/DesktopId.h"
 #include "base/DomainError.h"
+#include "commandbar/CommandBarLatency.h"
 #include "config/DataDirectory.h"
 #include "config/Persistence.h"
 #include "platform/dbus/DBusSessionApplication.h"
@@ -51,6 +54,17 @@ int notYet(const CommandLine& line) {
 void loadWords(QCoreApplication& application) {
   auto* words = new QTranslator(&application);
   if (words->load(u":/i18n/tarnwick_en.qm"_s)) QCoreApplication::installTranslator(words);
+}
+
+int measureCommandBar(int argc, char** argv, const CommandLine& line) {
+  QCoreApplication application(argc, argv);
+  loadWords(application);
+  const auto clock = [] {
+    return std::chrono::nanoseconds(std::chrono::steady_clock::now().time_since_epoch()).count();
+  };
+  return CommandBarLatency::run(InstalledApps::enumerate(AppEnvironment::ofProcess()),
+                                line.iterations.value_or(CommandBarLatency::kIterations),
+                                {.clock = clock, .print = print});
 }
 
 /// The toolkit calls exit() when the display goes away; then this is the last chance to keep what was entered and to
@@ -174,6 +188,8 @@ int runProgram(int argc, char** argv) {
         return restoreDockAndExit(argc, argv, line.directory);
       case Mode::Snapshot:
         return runSnapshot(argumentsOf(argc, argv));
+      case Mode::CommandBarLatency:
+        return measureCommandBar(argc, argv, line);
       case Mode::Help:
         return print(CommandLine::help());
       case Mode::Version:

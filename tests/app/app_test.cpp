@@ -61,6 +61,17 @@ TEST(CommandLine, TheFirstModeOfTheTableDecides) {
   EXPECT_EQ(CommandLine::parse({u"--benchmark"_s, u" 2.5 "_s}).mode, Mode::Benchmark);
 }
 
+TEST(CommandLine, AMeasurementOfTheCommandBarTakesItsCount) {
+  const struct {
+    const char* after;
+    std::optional<int> count;
+  } cases[] = {{"", {}}, {"5", 5}, {"0", 0}, {"-3", 0}, {"2.5", {}}, {"many", {}}, {"--toggle", {}}};
+  for (const auto& each : cases) {
+    const QString arguments = u"--command-bar-latency "_s + QString::fromLatin1(each.after);
+    EXPECT_EQ(CommandLine::parse(arguments.split(u' ', Qt::SkipEmptyParts)).iterations, each.count) << each.after;
+  }
+}
+
 TEST(CommandLine, OrdersAndFilesReachTheRun) {
   EXPECT_EQ(CommandLine::parse({u"--toggle"_s}).order, (Order{Order::Kind::Toggle, 0}));
   EXPECT_EQ(CommandLine::parse({u"--profile"_s, u"3"_s}).order, (Order{Order::Kind::Profile, 3}));

@@ -338,12 +338,15 @@ TEST_F(ProgramTest, SaysInOneSentenceWhatItCannotDo) {
   EXPECT_EQ(noDisplay.status, 1);
   EXPECT_EQ(noDisplay.standardError, u"Tarnwick cannot reach the display \":4711\".\n"_s);
 
-  for (const QString& mode :
-       {u"--claude-hook"_s, u"--network-diagnose"_s, u"--diagnose"_s, u"--command-bar-latency"_s, u"--benchmark"_s}) {
+  for (const QString& mode : {u"--claude-hook"_s, u"--network-diagnose"_s, u"--diagnose"_s, u"--benchmark"_s}) {
     const auto ended = runToEnd(home(), {mode, u"30"_s});
     EXPECT_EQ(ended.status, 1) << qPrintable(mode);
     EXPECT_EQ(ended.standardError, u"This version of Tarnwick does not offer %1 yet.\n"_s.arg(mode));
   }
+  const auto measured = runToEnd(home(), {u"--command-bar-latency"_s, u"1"_s});
+  EXPECT_TRUE(measured.standardOutput.contains(u"\niterations: 1 per query, 18 queries\n"_s)) << "without a display";
+  EXPECT_EQ(measured.status, measured.standardOutput.endsWith(u"— ok\n"_s) ? 0 : 1);
+  EXPECT_EQ(measured.standardError, QString());
   EXPECT_EQ(runToEnd(home(), {u"--restore-dock"_s}).status, 0);
   EXPECT_EQ(runToEnd(home(), {u"--write-fixture-config"_s, file()}).status, 0);
   EXPECT_TRUE(Persistence::read(file()).liveApps);
