@@ -106,6 +106,13 @@
     </message>
 </context>
 <context>
+    <name>CommandBar</name>
+    <message>
+        <source>↩ open · ⌘R reveal</source>
+        <translation>↩ open · Ctrl+R reveal</translation>
+    </message>
+</context>
+<context>
     <name>Settings</name>
     <message>
         <source>Show menu bar icon</source>
