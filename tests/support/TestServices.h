@@ -138,6 +138,7 @@ class TestServices {
   FreeKeys hotKeys;
   TestModifiers modifiers;
   NoColors colors;
+  FakePasteboard pasteboard;
   SessionEvents session;
   QuietNotifications notifications;
   StillToggles toggles;
