@@ -18,6 +18,7 @@
 #include "views/controls/Rows.h"
 #include "views/controls/Switch.h"
 #include "views/onboarding/FirstRun.h"
+#include "views/onboarding/HelpWindow.h"
 #include "views/onboarding/MenuBarPanel.h"
 #include "views/onboarding/OnboardingWindow.h"
 #include "views/snapshot/SnapshotFixture.h"
@@ -430,6 +431,18 @@ TEST_F(OnboardingTest, ThePanelOfTheStatusItemShowsTheDockAndLeadsOn) {
   button(&panel, u"Dismiss"_s)->click();
   EXPECT_TRUE(store().error().isEmpty());
   EXPECT_EQ(panel.sizeHint().height(), without);
+}
+
+TEST_F(OnboardingTest, HelpSpeaksOfTheCommandBarWhereThereIsOne) {
+  for (const std::optional<QString>& key :
+       {std::optional<QString>(), std::optional(u""_s), std::optional(u"Alt+Space"_s)}) {
+    SCOPED_TRACE(key ? qPrintable(*key) : "none");
+    abilities.commandBarKey = key;
+    HelpWindow help(store(), abilities);
+    help.present();
+    for (const QString& text : {u"tarnwick --command-bar"_s, u"Ctrl+R"_s, u"In the command bar"_s})
+      EXPECT_EQ(says(&help, text), key.has_value()) << qPrintable(text);
+  }
 }
 
 }  // namespace

@@ -55,7 +55,27 @@ void addPlain(CardPage& page, const char* heading, std::initializer_list<std::pa
   for (const auto& [what, how] : rows) card->addRow(HelpWords::tr(what), nullptr, HelpWords::tr(how));
 }
 
-void addOrders(CardPage& page) {
+void addCommandBar(CardPage& page) {
+  addPlain(
+      page, QT_TRANSLATE_NOOP("Help", "In the command bar"),
+      {{QT_TRANSLATE_NOOP("Help", "Return"),
+        QT_TRANSLATE_NOOP("Help",
+                          "Opens what is selected, adds the widget, or copies the result, symbol or copied text.")},
+       {QT_TRANSLATE_NOOP("Help", "Ctrl+C"),
+        QT_TRANSLATE_NOOP("Help", "Copies the path of an app or a file. Copies selected text while there is any.")},
+       {QT_TRANSLATE_NOOP("Help", "Ctrl+R"), QT_TRANSLATE_NOOP("Help", "Shows an app or a file in its folder.")},
+       {QT_TRANSLATE_NOOP("Help", "Tab or arrow keys"),
+        QT_TRANSLATE_NOOP("Help", "Move to the next or previous result. Shift+Tab moves back.")},
+       {QT_TRANSLATE_NOOP("Help", "Escape"), QT_TRANSLATE_NOOP("Help", "Closes the command bar.")},
+       {QT_TRANSLATE_NOOP("Help", "A calculation"),
+        QT_TRANSLATE_NOOP("Help",
+                          "Type one such as 1234*5678/3 or 50%+10: the result is there as you type, Return copies "
+                          "it. It knows + − * / ^ % and parentheses.")},
+       {QT_TRANSLATE_NOOP("Help", "A symbol or emoji"),
+        QT_TRANSLATE_NOOP("Help", "Type how its name begins, such as heart or arrow, and Return copies it.")}});
+}
+
+void addOrders(CardPage& page, bool hasCommandBar) {
   Card* card = page.addCard(HelpWords::tr("Commands for the running dock"));
   const auto add = [card](const QString& order, const char* what) {
     auto* text = new TextLabel(order, TextStyle::Body, Tone::Secondary);
@@ -65,6 +85,7 @@ void addOrders(CardPage& page) {
   };
   add(u"tarnwick --toggle"_s, QT_TRANSLATE_NOOP("Help", "Hide or show the dock"));
   add(u"tarnwick --focus"_s, QT_TRANSLATE_NOOP("Help", "Move the keyboard focus to the dock"));
+  if (hasCommandBar) add(u"tarnwick --command-bar"_s, QT_TRANSLATE_NOOP("Help", "Open the command bar, or close it"));
   add(u"tarnwick --profile N"_s, QT_TRANSLATE_NOOP("Help", "Switch to a profile (0 is the first)"));
   add(u"tarnwick --app N"_s, QT_TRANSLATE_NOOP("Help", "Open an app of the dock (1 is the first)"));
   add(u"tarnwick --restore-dock"_s, QT_TRANSLATE_NOOP("Help", "Restore the system dock"));
@@ -102,7 +123,9 @@ HelpWindow::HelpWindow(AppStore& store, const DesktopAbilities& abilities) : App
              QT_TRANSLATE_NOOP("Help", "On an app: switches between its windows. Elsewhere: scrolls the dock.")},
             {QT_TRANSLATE_NOOP("Help", "Drag empty space"),
              QT_TRANSLATE_NOOP("Help", "Switches to the next profile, or moves a floating dock.")}});
-  addOrders(*page);
+  const bool hasCommandBar = abilities.commandBarKey.has_value();
+  if (hasCommandBar) addCommandBar(*page);
+  addOrders(*page, hasCommandBar);
   setContent(nullptr, page);
   page->takeKeys();
   setEscapeCloses(true);
