@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "clipboard/ClipboardCapture.h"
+#include "clipboard/ClipboardColor.h"
 #include "clipboard/ClipboardGroup.h"
 
 namespace tarnwick {
@@ -55,6 +56,36 @@ TEST(ClipboardCapture, TextsAreOfAKind) {
     EXPECT_EQ(capture->value, each.text) << "as it was";
   }
   EXPECT_FALSE(ClipboardCapture::ofText({}));
+}
+
+TEST(ClipboardColor, IsWhatAStyleSheetMeans) {
+  struct Case {
+    QString text;
+    std::optional<QColor> color;
+  };
+  for (const Case& each : std::initializer_list<Case>{
+           {u"#fff"_s, QColor(255, 255, 255)},
+           {u" #2E8C94 "_s, QColor(0x2e, 0x8c, 0x94)},
+           {u"#f008"_s, QColor(255, 0, 0, 0x88)},
+           {u"#11223344"_s, QColor(0x11, 0x22, 0x33, 0x44)},
+           {u"#12345"_s, std::nullopt},
+           {u"#xyz"_s, std::nullopt},
+           {u"rgb(255, 0,51)"_s, QColor(255, 0, 51)},
+           {u"rgb(100% 0% 20%)"_s, QColor(255, 0, 51)},
+           {u"rgb(999)"_s, std::nullopt},
+           {u"rgb(999, 0, 0)"_s, QColor(255, 0, 0)},
+           {u"rgb(1, 2, 3, 4, 5)"_s, std::nullopt},
+           {u"rgba(0, 0, 255, 0.2)"_s, QColor(0, 0, 255, 51)},
+           {u"hsl(120, 100%, 50%)"_s, QColor(0, 255, 0)},
+           {u"hsl(480, 100%, 50%)"_s, QColor(0, 255, 0)},
+           {u"hsla(240, 100%, 50%, 20%)"_s, QColor(0, 0, 255, 51)},
+           {u"rgb(..., 1, 2)"_s, std::nullopt},
+           {u"plain"_s, std::nullopt},
+       }) {
+    const auto color = ClipboardColor::of(each.text);
+    ASSERT_EQ(color.has_value(), each.color.has_value()) << each.text.toStdString();
+    EXPECT_EQ(color.value_or(QColor()).rgba(), each.color.value_or(QColor()).rgba()) << each.text.toStdString();
+  }
 }
 
 QList<ClipboardEntry> oneOfEach() {

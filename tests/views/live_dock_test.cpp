@@ -315,6 +315,15 @@ TEST_F(LiveDockTest, TheTrashIsCountedOnlyWhereItIsShown) {
   EXPECT_GT(services.counted, 0);
 }
 
+TEST_F(LiveDockTest, TheClipboardsTileFollowsItsSwitch) {
+  show({u"clipboard"_s});
+  const QString off = shown(0);
+  store.edit([](DockConfiguration& config) { config.clipboardEnabled = true; });
+  EXPECT_NE(shown(0), off);
+  store.edit([](DockConfiguration& config) { config.clipboardEnabled = false; });
+  EXPECT_EQ(shown(0), off);
+}
+
 TEST_F(LiveDockTest, AChartBeginsWithWhatWasMeasured) {
   show({u"systemChart"_s});
   const auto taken = [this] {

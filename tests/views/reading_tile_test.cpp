@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "DockFixture.h"
+#include "views/families/clipboard/ClipboardTiles.h"
 #include "views/families/files/PlaceTiles.h"
 #include "views/families/system/MetricTiles.h"
 #include "views/families/system/ProcessTiles.h"
@@ -218,6 +219,41 @@ TEST(FileTiles, TellWhatTheyKnow) {
   EXPECT_EQ(waiting.caption, u"2 min ago"_s);
   sources.readings.screenshots->first().picture.image = QImage(4, 4, QImage::Format_RGB32);
   EXPECT_NE(waiting, contentOf<ScreenshotsContent>(shots, sources)) << "the picture has come";
+}
+
+TEST(ClipboardTile, ShowsWhatWasCopiedLastOrWhatIsMissing) {
+  TileSources sources = morning();
+  const DockWidget tile = widget(u"clipboard"_s);
+  sources.keepsClipboard = false;
+  sources.readings.copied = ClipboardEntry{{}, ClipboardEntry::Kind::Text, u"secret"_s, {}, sources.now, false};
+  EXPECT_EQ(spoken(tile, sources), "N: Clipboard history is off") << "what was kept before is not shown";
+  sources.keepsClipboard = true;
+  sources.readings.copied.reset();
+  EXPECT_EQ(spoken(tile, sources), "N: Copy something to start your history.");
+  sources.readings.clipboardProblem = u"It is broken."_s;
+  EXPECT_EQ(spoken(tile, sources), "N: It is broken.");
+  sources.readings.clipboardProblem.clear();
+
+  using Kind = ClipboardEntry::Kind;
+  struct Case {
+    Kind kind;
+    QString value;
+    std::string said;
+    bool hasSwatch = false;
+  };
+  for (const Case& each : std::initializer_list<Case>{
+           {Kind::Text, u" two\n lines"_s, "N: two lines, Text · 2 min ago"},
+           {Kind::Text, u" \n"_s, "N: Blanks, Text · 2 min ago"},
+           {Kind::Link, u"https://www.example.org/a/long/path"_s, "N: example.org, Link · 2 min ago"},
+           {Kind::Color, u"#2E8C94"_s, "N: #2E8C94, Colour · 2 min ago", true},
+           {Kind::Color, u"rgb(999)"_s, "N: rgb(999), Colour · 2 min ago"},
+           {Kind::File, u"/a/b.pdf"_s, "N: b.pdf, File · 2 min ago"},
+           {Kind::Image, {}, "N: Picture, Image · 2 min ago"},
+       }) {
+    sources.readings.copied = ClipboardEntry{{}, each.kind, each.value, {}, sources.now.addSecs(-120), false};
+    EXPECT_EQ(spoken(tile, sources), each.said);
+    EXPECT_EQ(contentOf<ClipboardContent>(tile, sources).color.has_value(), each.hasSwatch) << each.said;
+  }
 }
 
 }  // namespace tarnwick::testing

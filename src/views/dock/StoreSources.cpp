@@ -157,13 +157,15 @@ class ApplicationSource final : public TileSource {
 /// What the settings hold that several tiles show. Most changes of the settings are none of it.
 class DocumentSource final : public TileSource {
  public:
-  explicit DocumentSource(const AppStore& store) : store_(store), shelf_(shelf()), todos_(todos()), note_(note()) {
+  explicit DocumentSource(const AppStore& store)
+      : store_(store), shelf_(shelf()), todos_(todos()), note_(note()), keepsClipboard_(keepsClipboard()) {
     connect(&store_, &AppStore::configChanged, this, &DocumentSource::compare);
   }
   void fill(TileSources& sources, const QList<DockWidget>&) override {
     sources.shelfItems = shelf();
     sources.todos = todos();
     sources.latestNote = note();
+    sources.keepsClipboard = keepsClipboard();
   }
 
  private:
@@ -174,11 +176,13 @@ class DocumentSource final : public TileSource {
     if (notes.isEmpty()) return std::nullopt;
     return QuickNotes::reading(notes.first().options.value(option::text));
   }
+  bool keepsClipboard() const { return store_.config().clipboardEnabled; }
   void compare() {
     QList<Family> families;
     if (std::exchange(shelf_, shelf()) != shelf_) families << Family::Files;
     if (std::exchange(todos_, todos()) != todos_) families << Family::Todos << Family::Calendar;
     if (std::exchange(note_, note()) != note_) families << Family::NativeNotes;
+    if (std::exchange(keepsClipboard_, keepsClipboard()) != keepsClipboard_) families << Family::Clipboard;
     if (!families.isEmpty()) Q_EMIT changed(families);
   }
 
@@ -186,6 +190,7 @@ class DocumentSource final : public TileSource {
   qint64 shelf_;
   QList<TodoItem> todos_;
   std::optional<NoteReading> note_;
+  bool keepsClipboard_;
 };
 
 class TrashSource final : public TileSource {

@@ -9,7 +9,7 @@ namespace tarnwick {
 SettingsPage* makeClipboardPage(AppStore& store, const SettingsServices& services) {
   auto* page = new SettingsPage(SettingsWords::tr("Clipboard"), store, services);
   Card& card = *page->addCard();
-  FormRow* history = page->addSwitch(
+  page->addSwitch(
       card,
       {QT_TRANSLATE_NOOP("Settings", "Clipboard history"),
        QT_TRANSLATE_NOOP("Settings",
@@ -17,7 +17,6 @@ SettingsPage* makeClipboardPage(AppStore& store, const SettingsServices& service
                          "exported."),
        QT_TRANSLATE_NOOP("Settings", "copy paste")},
       settingField(&DockConfiguration::clipboardEnabled));
-  history->setUnavailable(SettingsWords::tr("Clipboard history is not part of this version yet."));
   return page;
 }
 

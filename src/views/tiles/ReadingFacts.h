@@ -7,6 +7,7 @@
 #include <QString>
 #include <optional>
 
+#include "clipboard/ClipboardEntry.h"
 #include "system/ProcessUsage.h"
 
 namespace tarnwick {
@@ -56,8 +57,10 @@ struct ReadingFacts {
   std::optional<QList<ScreenshotFacts>> screenshots;  ///< The newest first; absent until the folder was read.
   QHash<QString, QList<StackedFile>> stacks;          ///< By folder, the newest first; of those shown as a stack.
   QString screenshotProblem;                          ///< Why the folder could not be read; else empty.
-  bool sendsNearby = false;         ///< Whether a program is installed that sends files to devices nearby.
-  std::optional<qint64> bookmarks;  ///< Absent until they were counted.
+  bool sendsNearby = false;              ///< Whether a program is installed that sends files to devices nearby.
+  std::optional<qint64> bookmarks;       ///< Absent until they were counted.
+  std::optional<ClipboardEntry> copied;  ///< The newest of the history; absent while that is empty.
+  QString clipboardProblem;              ///< Why there is no history; else empty.
 };
 
 }  // namespace tarnwick

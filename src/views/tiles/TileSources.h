@@ -46,6 +46,7 @@ struct TileSources {
   QHash<QString, ApplicationFacts> applications;  ///< By the path of the desktop entry, as widgets name them.
   QList<RunningFacts> running;                    ///< For tiles that show several.
   qint64 shelfItems = 0;
+  bool keepsClipboard = false;                     ///< Whether the user wants a history of what is copied.
   std::optional<qint64> trashItems;                ///< Absent until they were counted.
   WidgetValues<WeatherReading> weather;            ///< Absent while no place is connected.
   QList<TodoItem> todos;                           ///< In the user's order.

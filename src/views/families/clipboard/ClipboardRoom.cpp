@@ -1,6 +1,10 @@
+#include "views/families/clipboard/ClipboardRoom.h"
+
 #include <array>
 
-#include "views/panels/Room.h"
+#include "clipboard/ClipboardHistory.h"
+#include "clipboard/ports/Pasteboard.h"
+#include "views/families/clipboard/ClipboardTiles.h"
 #include "widgets/catalog/Family.h"
 
 namespace tarnwick {
@@ -9,13 +13,38 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+void readCopied(ReadingFacts& readings, const ReadingServices& services) {
+  ClipboardHistory& history = services.clipboard;
+  if (!history.isLoaded()) history.load();
+  const Capability can = services.pasteboard.capability();
+  readings.clipboardProblem = can ? history.problem() : can.reason;
+  readings.copied = history.items().isEmpty() ? std::nullopt : std::optional(history.items().first());
+}
+
+QString clipboardProblem(const TileSources& sources) { return sources.readings.clipboardProblem; }
+
+void sampleCopied(TileSources& sources, const TileSources& samples) {
+  if (sources.keepsClipboard && sources.readings.copied) return;
+  sources.keepsClipboard = samples.keepsClipboard;
+  sources.readings.copied = samples.readings.copied;
+  sources.readings.clipboardProblem.clear();
+}
+
 constexpr std::array kFamilies = {
-    RoomRow{.of = familyText(Family::Clipboard), .comesLater = true},
+    RoomRow{.of = familyText(Family::Clipboard),
+            .content = makeClipboard,
+            .problem = clipboardProblem,
+            .read = readCopied,
+            .sample = sampleCopied},
 };
 
 }  // namespace
 
 extern const Room kClipboardRoom;
-constinit const Room kClipboardRoom{.name = "clipboard"_L1, .families = kFamilies};
+constinit const Room kClipboardRoom{.name = "clipboard"_L1,
+                                    .families = kFamilies,
+                                    .picture = pictureClipboard,
+                                    .fillStore = fillStoreWithClipboard,
+                                    .fillReadings = fillReadingsWithClipboard};
 
 }  // namespace tarnwick
