@@ -46,9 +46,11 @@ ClipboardHistory::Outcome ClipboardHistory::attempt(ClipboardStore& store, Work 
   return outcome;
 }
 
-void ClipboardHistory::setFixed(const QList<ClipboardEntry>& items) {
+void ClipboardHistory::setFixed(const QList<ClipboardEntry>& items,
+                                const QHash<QString, ClipboardThumbnail>& thumbnails) {
   isFixed_ = isLoaded_ = true;
   items_ = items;
+  fixedThumbnails_ = thumbnails;
   Q_EMIT didChange();
 }
 
@@ -156,19 +158,21 @@ void ClipboardHistory::readPicture(const ClipboardEntry& entry, QObject* context
 }
 
 void ClipboardHistory::readThumbnail(const ClipboardEntry& entry, int side, QObject* context, Thumbnail done) {
-  const auto read = [this, entry, side]() -> QImage {
+  if (isFixed_) return done(fixedThumbnails_.value(entry.imageFile));
+  const auto read = [this, entry, side]() -> ClipboardThumbnail {
     const auto png = store_.picture(entry);
     if (!png || ClipboardPicture::judge(*png) != ClipboardPicture::Verdict::Fine) return {};
     QBuffer buffer;
     buffer.setData(*png);
     QImageReader reader(&buffer);
     const QSize bounds(side, side);
-    if (const QSize size = reader.size(); size != size.boundedTo(bounds))
+    const QSize size = reader.size();
+    if (size != size.boundedTo(bounds))
       reader.setScaledSize(size.scaled(bounds, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
-    return reader.read();
+    return {reader.read(), size};
   };
-  work_.start(read, [context = QPointer(context), done = std::move(done)](const QImage& image) {
-    if (context) done(image);
+  work_.start(read, [context = QPointer(context), done = std::move(done)](const ClipboardThumbnail& thumbnail) {
+    if (context) done(thumbnail);
   });
 }
 

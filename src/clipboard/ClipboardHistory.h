@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QImage>
 #include <QObject>
 #include <functional>
@@ -11,6 +12,12 @@
 #include "facilities/StoreCalls.h"
 
 namespace tarnwick {
+
+/// A picture of the history, small.
+struct ClipboardThumbnail {
+  QImage image;  ///< Null where it cannot be read.
+  QSize size;    ///< Of the picture itself.
+};
 
 /// The history of what was copied, for the main thread: what it holds can be read at any moment, and all work
 /// (pictures, digests, files) is done elsewhere, in the order in which it was asked for. What was asked for is finished
@@ -28,8 +35,8 @@ class ClipboardHistory final : public QObject, public ClipboardMigration {
   const QString& problem() const { return problem_; }
   bool isLoaded() const { return isLoaded_; }
 
-  /// Holds these from now on and reads nothing, for pictures and tests.
-  void setFixed(const QList<ClipboardEntry>& items);
+  /// Holds these from now on and reads nothing, for pictures and tests. `thumbnails` by the names of their files.
+  void setFixed(const QList<ClipboardEntry>& items, const QHash<QString, ClipboardThumbnail>& thumbnails = {});
 
   using Done = std::function<void()>;
   /// Reads the index; `didChange` follows where it holds something. A failure stands in `problem`, and is not announced
@@ -54,8 +61,8 @@ class ClipboardHistory final : public QObject, public ClipboardMigration {
   using Picture = std::function<void(const std::optional<QByteArray>& png)>;
   /// The picture of an entry, absent where its file cannot be read. Not answered once `context` is gone.
   void readPicture(const ClipboardEntry& entry, QObject* context, Picture done);
-  using Thumbnail = std::function<void(const QImage& image)>;
-  /// The same, no side longer than `side`; null where it cannot be read.
+  using Thumbnail = std::function<void(const ClipboardThumbnail& thumbnail)>;
+  /// The same, no side longer than `side`.
   void readThumbnail(const ClipboardEntry& entry, int side, QObject* context, Thumbnail done);
   /// The picture's file, for programs that take files; empty where there is none.
   QString picturePath(const ClipboardEntry& entry) const;
@@ -86,6 +93,7 @@ class ClipboardHistory final : public QObject, public ClipboardMigration {
   QString problem_;
   bool isLoaded_ = false;
   bool isFixed_ = false;
+  QHash<QString, ClipboardThumbnail> fixedThumbnails_;
   std::weak_ptr<WaitingPicture> waiting_;
   OrderedWork work_;
 };

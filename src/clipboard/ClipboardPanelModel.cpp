@@ -59,13 +59,15 @@ void ClipboardPanelModel::say(const QString& message) {
 }
 
 void ClipboardPanelModel::use(const ClipboardEntry& entry) {
-  ClipboardOffers::make(entry, history_, this, [this](const std::optional<PasteboardOffer>& offer) {
+  // A picture comes later, when whoever shows this may be gone.
+  const auto put = [&pasteboard = pasteboard_](const std::optional<PasteboardOffer>& offer) {
     if (offer) {
-      pasteboard_.set(*offer);
+      pasteboard.set(*offer);
     } else {
-      pasteboard_.clear();
+      pasteboard.clear();
     }
-  });
+  };
+  ClipboardOffers::make(entry, history_, &pasteboard_, put);
 }
 
 void ClipboardPanelModel::remove(const ClipboardEntry& entry) {

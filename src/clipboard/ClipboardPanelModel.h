@@ -32,8 +32,8 @@ class ClipboardPanelModel final : public QObject {
   qsizetype favourites() const;
 
   void reload();
-  /// Puts an entry on the clipboard again, which makes it the newest. A picture whose file is gone leaves the clipboard
-  /// empty.
+  /// Puts an entry on the clipboard again, which makes it the newest; done also when this is gone meanwhile. A picture
+  /// whose file is gone leaves the clipboard empty.
   void use(const ClipboardEntry& entry);
   void toggleFavourite(const ClipboardEntry& entry) { history_.toggleFavourite(entry.id); }
   /// `removed` follows.

@@ -1,5 +1,6 @@
 #include "widgets/FileWords.h"
 
+#include <QDir>
 #include <QTimeZone>
 #include <algorithm>
 #include <array>
@@ -42,6 +43,12 @@ QString agoWord(const QDateTime& then, const QDateTime& now, const QLocale& loca
   if (days == 1) return TileWords::tr("yesterday");
   if (days < 7) return TileWords::tr("%1 days ago").arg(locale.toString(days));
   return locale.toString(then.toTimeZone(now.timeZone()).date(), QLocale::ShortFormat);
+}
+
+QString shortFolder(const QString& path) {
+  const QString home = QDir::homePath();
+  if (path == home) return u"~"_s;
+  return path.startsWith(home + u'/') ? u'~' + path.sliced(home.size()) : path;
 }
 
 SpeedWords speedWords(const QLocale& locale, double bytesPerSecond, double scaleOf) {

@@ -10,6 +10,9 @@ namespace tarnwick {
 /// date.
 QString agoWord(const QDateTime& then, const QDateTime& now, const QLocale& locale);
 
+/// A folder in the short form in which people know it: "~/Documents".
+QString shortFolder(const QString& path);
+
 /// An amount of data that was or is sent in a second.
 struct SpeedWords {
   QString number;

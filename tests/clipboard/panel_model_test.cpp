@@ -102,8 +102,10 @@ TEST_F(ClipboardPanelModelTest, PutsAnEntryBack) {
   picture.kind = ClipboardEntry::Kind::Image;
   picture.imageFile = u"there.png"_s;
   model->use(picture);
+  model.reset();
   settle();
-  EXPECT_EQ(pasteboard.offered, PasteboardOffer::picture("png"));
+  EXPECT_EQ(pasteboard.offered, PasteboardOffer::picture("png")) << "also when the panel is gone";
+  model = std::make_unique<ClipboardPanelModel>(*history, pasteboard);
   EXPECT_FALSE(pasteboard.isEmpty());
   picture.imageFile = u"gone.png"_s;
   model->use(picture);

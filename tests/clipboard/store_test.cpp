@@ -410,14 +410,19 @@ TEST_F(ClipboardHistoryTest, PublishesWhatTheWorkerDidInItsOrder) {
 
   QByteArray png;
   QSize small;
+  QSize whole;
   history->readPicture(shot, history.get(), [&](const auto& bytes) { png = bytes.value_or(QByteArray()); });
-  history->readThumbnail(shot, 2, history.get(), [&](const QImage& image) { small = image.size(); });
+  history->readThumbnail(shot, 2, history.get(), [&](const ClipboardThumbnail& read) {
+    small = read.image.size();
+    whole = read.size;
+  });
   const QList<ClipboardEntry> before = history->items();
   std::optional<RemovedClipboardEntry> removed;
   history->remove(shot.id, history.get(), [&](const auto& what) { removed = what; });
   settle();
   EXPECT_EQ(png.first(4), picture("PNG").first(4));
   EXPECT_EQ(small, QSize(2, 2));
+  EXPECT_EQ(whole, QImage::fromData(png).size());
   EXPECT_EQ(before.size(), 3) << "what was taken never changes";
   EXPECT_EQ(history->items().size(), 2);
   ASSERT_TRUE(removed);

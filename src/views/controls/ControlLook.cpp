@@ -36,6 +36,9 @@ const QHash<QString, QPainterPath>& marks() {
       {u"dock.rectangle"_s, parseSymbol("R2.8 3.4 14.4 13.2 3M6 13.4H14"_L1)},
       {u"info.circle"_s, parseSymbol("O10 10 7.2M10 9.4V13.8P10 6.4"_L1)},
       {u"return"_s, parseSymbol("M16 5.4V9.2C16 10.9 15 12 13.2 12H4.6M8.2 8.2L4.4 12L8.2 15.8"_L1)},
+      {u"doc"_s, parseSymbol("M11.6 2.8H6.6C5.2 2.8 4.2 3.8 4.2 5.2V14.8C4.2 16.2 5.2 17.2 6.6 17.2H13.4"
+                             "C14.8 17.2 15.8 16.2 15.8 14.8V7ZM11.6 2.8V7H15.8"_L1)},
+      {u"text.alignleft"_s, parseSymbol("M3.4 5H16.6M3.4 10H16.6M3.4 15H11.4"_L1)},
       {u"star"_s, parseSymbol("M10 3L12.1 7.4L17 8.1L13.5 11.5L14.3 16.4L10 14.1L5.7 16.4L6.5 11.5L3 8.1L7.9 7.4Z"_L1)},
   };
   return table;

@@ -32,6 +32,8 @@ constexpr double kPictureTitle = 79;
 constexpr double kActionSize = 24;
 constexpr double kActionSymbol = 14;
 
+bool isDragged(const ViewItem& item) { return !item.drag.isEmpty() || !item.dragText.isEmpty(); }
+
 }  // namespace
 
 class ItemView::Model final : public ItemModel<ViewItem> {
@@ -55,7 +57,7 @@ class ItemView::Model final : public ItemModel<ViewItem> {
   }
   Qt::ItemFlags flags(const QModelIndex& index) const override {
     const ViewItem* item = at(index);
-    return ItemModel::flags(index) | (item && !item->drag.isEmpty() ? Qt::ItemIsDragEnabled : Qt::NoItemFlags);
+    return ItemModel::flags(index) | (item && isDragged(*item) ? Qt::ItemIsDragEnabled : Qt::NoItemFlags);
   }
 };
 
@@ -97,6 +99,11 @@ class ItemView::Painter final : public QStyledItemDelegate {
     }
     double right = box.right() - theme::kRowOverhang;
     if (view_.showsAction(index)) {
+      right -= kActionSize + theme::kButtonSymbolGap;
+    } else if (!item.mark.isEmpty()) {
+      QRectF place(0, 0, kActionSymbol, kActionSymbol);
+      place.moveCenter({right - kActionSize / 2, middle});
+      drawControlSymbol(painter, item.mark, mirror(place), look.palette.accent(Accent::Yellow));
       right -= kActionSize + theme::kButtonSymbolGap;
     } else if (!item.value.isEmpty()) {
       const TextLine value = TextLine(item.value, TextStyle::Caption);
@@ -248,6 +255,11 @@ bool ItemView::showsAction(const QModelIndex& index) const {
   return under || (index == currentIndex() && hasFocus() && byKeyboard_);
 }
 
+QString ItemView::actionLabelOf(const QModelIndex& index) const {
+  const QString own = index.isValid() ? items().value(index.row()).action : QString();
+  return own.isEmpty() ? actionLabel_ : own;
+}
+
 QRect ItemView::actionRect(const QModelIndex& index) const {
   const QRect box = visualRect(index);
   constexpr int size = static_cast<int>(kActionSize);
@@ -283,9 +295,10 @@ void ItemView::pressItem(const QModelIndex& index) {
 
 QStringList ItemView::itemActions(const QModelIndex& index) const {
   QStringList actions;
-  if (!actionSymbol_.isEmpty()) actions << actionLabel_;
+  const QString own = actionLabelOf(index);
+  if (!actionSymbol_.isEmpty()) actions << own;
   for (const PaneMenuEntry& entry : menuOf(index))
-    if (entry.text != actionLabel_) actions << entry.text;
+    if (entry.text != own) actions << entry.text;
   return actions;
 }
 
@@ -374,10 +387,10 @@ void ItemView::startDrag(Qt::DropActions) {
   const QModelIndex index = currentIndex();
   if (!index.isValid()) return;
   const ViewItem item = items()[index.row()];
-  if (item.drag.isEmpty()) return;
+  if (!isDragged(item)) return;
   auto* carried = new QMimeData;
-  carried->setUrls({item.drag});
-  carried->setText(item.drag.toString());
+  if (!item.drag.isEmpty()) carried->setUrls({item.drag});
+  carried->setText(item.dragText.isEmpty() ? item.drag.toString() : item.dragText);
   QDrag* drag = makeDrag();
   drag->setMimeData(carried);
   if (picture_) {
@@ -391,7 +404,8 @@ void ItemView::startDrag(Qt::DropActions) {
     painter.end();
     drag->setPixmap(shown);
   }
-  beginDrag(drag, Qt::CopyAction | Qt::MoveAction | Qt::LinkAction, Qt::CopyAction);
+  const Qt::DropActions beyondCopying = item.dragsCopy ? Qt::IgnoreAction : Qt::MoveAction | Qt::LinkAction;
+  beginDrag(drag, Qt::CopyAction | beyondCopying, Qt::CopyAction);
 }
 
 bool ItemView::viewportEvent(QEvent* event) {
@@ -399,7 +413,7 @@ bool ItemView::viewportEvent(QEvent* event) {
     const auto& help = static_cast<QHelpEvent&>(*event);
     const QModelIndex index = indexAt(help.pos());
     if (index.isValid() && actionRect(index).contains(help.pos())) {
-      QToolTip::showText(help.globalPos(), actionLabel_, viewport());
+      QToolTip::showText(help.globalPos(), actionLabelOf(index), viewport());
       return true;
     }
   }

@@ -18,9 +18,13 @@ struct ViewItem {
   QString id;  ///< What it is known by; unique in its view.
   QString title;
   QString caption{};
-  QString tip{};    ///< The title where empty.
-  QString value{};  ///< At the end of a row.
-  QUrl drag{};      ///< What is dragged out; empty for nothing.
+  QString tip{};           ///< The title where empty.
+  QString value{};         ///< At the end of a row.
+  QUrl drag{};             ///< What is dragged out; empty for nothing.
+  QString dragText{};      ///< The same as a text, in place of the address or where there is none.
+  bool dragsCopy = false;  ///< Only a copy of it may be taken.
+  QString action{};        ///< What the view's action is called for this one; as for all where empty.
+  QString mark{};          ///< A symbol at the end of its row that makes it stand out.
 
   bool operator==(const ViewItem&) const = default;
 };
@@ -88,6 +92,7 @@ class ItemView final : public QListView, public ItemActions {
   int columns() const;
   void fitHeight();
   bool showsAction(const QModelIndex& index) const;
+  QString actionLabelOf(const QModelIndex& index) const;
   QRect actionRect(const QModelIndex& index) const;
   bool isKept(QKeyEvent& event);
   void openCurrent();

@@ -1,5 +1,8 @@
+#include <QPainter>
+
 #include "clipboard/ClipboardHistory.h"
 #include "views/families/clipboard/ClipboardRoom.h"
+#include "views/theme/SnapshotScenery.h"
 
 namespace tarnwick {
 
@@ -48,7 +51,12 @@ void fillStoreWithClipboard(AppStore& store, const QDateTime&) {
 }
 
 void fillReadingsWithClipboard(const PicturedParts& parts) {
-  parts.readings.clipboard.setFixed(picturedEntries(parts.now));
+  QImage image(96, 54, QImage::Format_ARGB32_Premultiplied);
+  QPainter painter(&image);
+  painter.setRenderHint(QPainter::Antialiasing);
+  SnapshotScenery::paintLandscape(painter, image.rect(), 0);
+  painter.end();
+  parts.readings.clipboard.setFixed(picturedEntries(parts.now), {{u"landscape.png"_s, {image, {1920, 1080}}}});
 }
 
 }  // namespace tarnwick

@@ -33,6 +33,7 @@ void sampleCopied(TileSources& sources, const TileSources& samples) {
 constexpr std::array kFamilies = {
     RoomRow{.of = familyText(Family::Clipboard),
             .content = makeClipboard,
+            .panel = makeClipboardPanel,
             .problem = clipboardProblem,
             .read = readCopied,
             .sample = sampleCopied},

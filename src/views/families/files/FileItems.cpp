@@ -1,6 +1,5 @@
 #include "views/families/files/FileItems.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QMimeDatabase>
 #include <QPainterPath>
@@ -146,12 +145,6 @@ void FileItems::set(const QList<FolderEntry>& entries, Caption caption, const QD
     items.append(item);
   }
   view_.setItems(items);
-}
-
-QString shortFolder(const QString& path) {
-  const QString home = QDir::homePath();
-  if (path == home) return u"~"_s;
-  return path.startsWith(home + u'/') ? u'~' + path.sliced(home.size()) : path;
 }
 
 }  // namespace tarnwick

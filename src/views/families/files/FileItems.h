@@ -40,7 +40,4 @@ class FileItems {
   QHash<QString, FolderEntry> entries_;
 };
 
-/// A folder in the short form in which people know it: "~/Documents".
-QString shortFolder(const QString& path);
-
 }  // namespace tarnwick

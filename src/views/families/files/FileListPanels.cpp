@@ -14,6 +14,7 @@
 #include "views/controls/ItemView.h"
 #include "views/families/files/FileItems.h"
 #include "views/panels/PanelWords.h"
+#include "widgets/FileWords.h"
 
 namespace tarnwick {
 

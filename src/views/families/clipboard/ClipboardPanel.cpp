@@ -1,0 +1,384 @@
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPainterPath>
+#include <QPointer>
+#include <QTextDocument>
+#include <algorithm>
+
+#include "base/DomainError.h"
+#include "base/Text.h"
+#include "base/WebAddress.h"
+#include "clipboard/ClipboardColor.h"
+#include "clipboard/ClipboardPanelModel.h"
+#include "views/controls/Buttons.h"
+#include "views/controls/ConfirmBar.h"
+#include "views/controls/Fields.h"
+#include "views/controls/FullWidth.h"
+#include "views/controls/ItemView.h"
+#include "views/families/clipboard/ClipboardRoom.h"
+#include "views/families/clipboard/ClipboardTabs.h"
+#include "views/families/clipboard/ClipboardWords.h"
+#include "views/panels/PanelWords.h"
+#include "views/panels/TilePanel.h"
+#include "views/theme/Glass.h"
+#include "widgets/FileWords.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kRowsSeen = 7;
+constexpr int kThumbnailSide = 96;  ///< Enough for a row and for what is dragged out, on a dense screen.
+constexpr double kSignCorner = 6;
+constexpr double kSignSymbol = 14;
+constexpr qsizetype kTipLetters = 600;
+/// Seconds in which the bubble offers to take a removal back.
+constexpr double kBringsBack = 8;
+
+/// A removal that can be taken back for a while, after which nothing is left of the entry.
+class Removal : public std::enable_shared_from_this<Removal> {
+ public:
+  Removal(ClipboardHistory& history, Scheduler& scheduler) : history_(&history), scheduler_(scheduler) {}
+
+  void hold(const RemovedClipboardEntry& removed) {
+    removed_ = removed;
+    forgetting_ = scheduler_.after(kBringsBack, [self = weak_from_this()] {
+      if (const auto removal = self.lock()) removal->removed_.reset();
+    });
+  }
+  void takeBack() {
+    if (!removed_ || !history_) throw DomainError::invalid(PanelWords::tr("What was removed is gone for good."));
+    history_->putBack(*removed_);
+    id_ = removed_->entry.id;
+    removed_.reset();
+  }
+  void again() {
+    if (!history_) return;
+    history_->remove(id_, history_, [self = weak_from_this()](const RemovedClipboardEntry& removed) {
+      if (const auto removal = self.lock()) removal->hold(removed);
+    });
+  }
+
+ private:
+  QPointer<ClipboardHistory> history_;
+  Scheduler& scheduler_;
+  std::optional<RemovedClipboardEntry> removed_;
+  QUuid id_;
+  JobHandle forgetting_;
+};
+
+/// As a tip shows it: as it is, whatever marks it has in it.
+QString tipOf(const QString& value) {
+  const QString text = value.left(kTipLetters);
+  return Qt::mightBeRichText(text) ? u"<p style='white-space:pre-wrap'>%1</p>"_s.arg(text.toHtmlEscaped()) : text;
+}
+
+class ClipboardPanel final : public TilePanel {
+ public:
+  explicit ClipboardPanel(const PanelContext& context)
+      : TilePanel(context, theme::kPanelWidthWide),
+        history_(context.readings.clipboard),
+        model_(history_, context.readings.pasteboard),
+        search_(new IconButton(u"magnifyingglass"_s, PanelWords::tr("Search"))),
+        field_(new SearchField(PanelWords::tr("Search the history…"))),
+        tabs_(new ClipboardTabs),
+        none_(new TextLabel(PanelWords::tr("Nothing found."), TextStyle::Body, Tone::Secondary)),
+        view_(new ItemView(PanelWords::tr("History"), ItemView::Shape::Rows)),
+        foot_(new QWidget),
+        clear_(new Button(PanelWords::tr("Clear History"), Button::Role::Quiet)),
+        pause_(new Button(PanelWords::tr("Pause"))),
+        confirm_(new ConfirmBar) {
+    header().addAction(search_);
+    layOut();
+    setUpView();
+    tabs_->chosen = [this](ClipboardGroup group) { model_.setGroup(group); };
+    connect(search_, &QPushButton::clicked, this, [this] { field_->isHidden() ? openSearch() : closeSearch(); });
+    connect(field_, &QLineEdit::textChanged, &model_, &ClipboardPanelModel::setSearch);
+    connect(clear_, &QPushButton::clicked, this, &ClipboardPanel::askToClear);
+    connect(confirm_, &ConfirmBar::over, foot_, &QWidget::show);
+    connect(pause_, &QPushButton::clicked, this, [this] { keep(false); });
+    connect(&model_, &ClipboardPanelModel::changed, this, &ClipboardPanel::refreshNow);
+    connect(&model_, &ClipboardPanelModel::removed, this, &ClipboardPanel::offerBack);
+  }
+
+ protected:
+  void refresh(const TileSources& sources) override {
+    if (!showsHistory()) {
+      if (confirm_->isAsking()) confirm_->leave();
+      return;
+    }
+    const QList<ClipboardGroup> groups = model_.available();
+    if (!groups.isEmpty() && !groups.contains(model_.group())) {
+      model_.setGroup(groups.first());  // Comes back here.
+      return;
+    }
+    hideEmpty();
+    setMessage(model_.message());
+    tabs_->set(groups, model_.group());
+    show(sources);
+    if (confirm_->isAsking() && asked_ != model_.favourites()) askToClear();
+  }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() != QEvent::KeyPress || (watched != view_ && watched != field_))
+      return TilePanel::eventFilter(watched, event);
+    const auto& key = static_cast<const QKeyEvent&>(*event);
+    const bool edits = watched == field_ && !field_->text().isEmpty();
+    if (key.key() == Qt::Key_Delete && key.modifiers() == Qt::NoModifier && !edits) {
+      removeChosen();
+      return true;
+    }
+    if (watched == field_) return TilePanel::eventFilter(watched, event);
+    if (key.matches(QKeySequence::Find)) {
+      openSearch();
+      return true;
+    }
+    const bool writes = !(key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) &&
+                        !key.text().isEmpty() && key.text().front().isPrint() && !key.text().front().isSpace();
+    if (!writes) return TilePanel::eventFilter(watched, event);
+    openSearch();
+    field_->insert(key.text());
+    return true;
+  }
+
+ private:
+  void layOut() {
+    body().addWidget(field_);
+    body().addWidget(tabs_);
+    body().addSpacing(theme::kRowOverhang);
+    body().addWidget(none_);
+    addFullWidth(body(), view_);
+    body().addWidget(confirm_);
+    auto* row = new QHBoxLayout(foot_);
+    row->setContentsMargins(0, theme::kPanelHeaderBelow, 0, 0);
+    row->addWidget(clear_);
+    row->addStretch();
+    row->addWidget(pause_);
+    pause_->setSymbol(u"pause"_s);
+    addFullWidth(body(), foot_);
+    field_->hide();
+    none_->hide();
+  }
+
+  void setUpView() {
+    beginWith(*view_);
+    view_->setMostRows(kRowsSeen);
+    view_->followField(*field_);
+    view_->installEventFilter(this);
+    field_->installEventFilter(this);
+    view_->setPicture([this](QPainter& painter, const QRectF& box, const ViewItem& item) {
+      paintSign(painter, box, entryOf(item.id));
+    });
+    view_->setItemAction(u"star"_s, PanelWords::tr("Add to Favourites"), {});
+    view_->setItemMenu([this](const QString& id) { return menuOf(entryOf(id)); });
+    connect(view_, &ItemView::actionRequested, this, [this](const QString& id) { toggle(id); });
+    connect(view_, &ItemView::opened, this, [this](const QString& id) {
+      model_.use(entryOf(id));
+      Q_EMIT closeRequested();
+    });
+  }
+
+  /// Whether there is something to list; else it is said what is missing.
+  bool showsHistory() {
+    const Capability can = context().readings.pasteboard.capability();
+    EmptyState state{definition().symbol, {}, title(), {}, {}, {}};
+    if (!can) {
+      state.sentence = can.reason;
+    } else if (!store().config().clipboardEnabled) {
+      state.title = PanelWords::tr("Clipboard history is off");
+      state.sentence = u"%1\n%2"_s.arg(
+          PanelWords::tr("Keeps text, images, files, links and colours you copy, on this Mac only. Nothing is ever "
+                         "exported."),
+          PanelWords::tr("Copies that applications mark as concealed — what password managers use — are never "
+                         "recorded."));
+      state.button = PanelWords::tr("Enable Clipboard History");
+      state.act = [this] { keep(true); };
+    } else if (!history_.problem().isEmpty()) {
+      state.sentence = history_.problem();
+    } else if (history_.items().isEmpty()) {
+      state.sentence =
+          history_.isLoaded() ? PanelWords::tr("Copy something to start your history.") : PanelWords::tr("Looking…");
+      state.button = PanelWords::tr("Pause");
+      state.act = [this] { keep(false); };
+      state.isQuiet = true;
+    } else {
+      return true;
+    }
+    setMessage({});
+    showEmpty(state);
+    return false;
+  }
+
+  void show(const TileSources& sources) {
+    QList<ViewItem> items;
+    for (const ClipboardEntry& entry : model_.entries()) {
+      askForThumbnail(entry);
+      items.append(itemOf(entry, sources));
+    }
+    const int row = view_->currentIndex().row();
+    view_->setItems(items);
+    // What was chosen is gone: what took its place is next.
+    if (row >= 0 && !items.isEmpty() && !view_->currentIndex().isValid())
+      view_->choose(std::min(row, static_cast<int>(items.size()) - 1));
+    view_->setVisible(!items.isEmpty());
+    none_->setVisible(items.isEmpty());
+  }
+
+  ViewItem itemOf(const ClipboardEntry& entry, const TileSources& sources) const {
+    ViewItem item{entry.id.toString(), ClipboardWords::title(entry)};
+    const QString age = agoWord(entry.added, sources.now, sources.locale);
+    item.caption = u"%1 · %2"_s.arg(ClipboardWords::kind(entry.kind), age);
+    item.tip = tipOf(entry.value);
+    item.dragText = entry.value;
+    item.action = favouriteWord(entry);
+    if (entry.favourite) item.mark = u"star"_s;
+    if (entry.kind == ClipboardEntry::Kind::Link)
+      item.drag = WebAddress::of(Text::trimmed(entry.value).toString()).value_or(QUrl());
+    if (entry.kind == ClipboardEntry::Kind::File) {
+      const QString folder = shortFolder(QFileInfo(entry.value).path());
+      item.caption = u"%1 · %2 · %3"_s.arg(ClipboardWords::kind(entry.kind), folder, age);
+      item.drag = QUrl::fromLocalFile(entry.value);
+    }
+    if (entry.kind == ClipboardEntry::Kind::Image) {
+      if (const QSize size = thumbnails_.value(entry.imageFile).size; !size.isEmpty())
+        item.title = PanelWords::tr("Picture, %1 × %2").arg(size.width()).arg(size.height());
+      const QString path = history_.picturePath(entry);
+      if (!path.isEmpty()) item.drag = QUrl::fromLocalFile(path);
+      item.dragsCopy = true;  // The file is the history's.
+    }
+    return item;
+  }
+
+  static QString favouriteWord(const ClipboardEntry& entry) {
+    return entry.favourite ? PanelWords::tr("Remove from Favourites") : PanelWords::tr("Add to Favourites");
+  }
+
+  /// What stands in the history under that identity; an empty text once it is gone.
+  ClipboardEntry entryOf(const QString& id) const {
+    const auto& entries = model_.entries();
+    const auto entry = std::ranges::find(entries, QUuid(id), &ClipboardEntry::id);
+    return entry == entries.end() ? ClipboardEntry() : *entry;
+  }
+
+  QList<PaneMenuEntry> menuOf(const ClipboardEntry& entry) {
+    QList<PaneMenuEntry> entries{{PanelWords::tr("Copy"), [this, entry] { model_.use(entry); }},
+                                 {favouriteWord(entry), [this, entry] { model_.toggleFavourite(entry); }}};
+    const QString path = entry.kind == ClipboardEntry::Kind::File ? entry.value : history_.picturePath(entry);
+    if (!path.isEmpty())
+      entries << PaneMenuEntry{PanelWords::tr("Reveal in Finder"),
+                               [&commands = context().commands, path] { commands.reveal(path); }};
+    entries << PaneMenuEntry{} << PaneMenuEntry{PanelWords::tr("Remove"), [this, entry] { model_.remove(entry); }};
+    return entries;
+  }
+
+  void toggle(const QString& id) {
+    if (const ClipboardEntry entry = entryOf(id); !entry.id.isNull()) model_.toggleFavourite(entry);
+  }
+
+  void removeChosen() {
+    const QString id = view_->items().value(view_->currentIndex().row()).id;
+    if (const ClipboardEntry entry = entryOf(id); !entry.id.isNull()) model_.remove(entry);
+  }
+
+  void offerBack(const RemovedClipboardEntry& removed) {
+    const auto removal = std::make_shared<Removal>(history_, context().scheduler);
+    removal->hold(removed);
+    offerUndo(
+        PanelWords::tr("“%1” was removed from the history.").arg(ClipboardWords::title(removed.entry)),
+        [removal] { removal->takeBack(); }, [removal] { removal->again(); });
+  }
+
+  void keep(bool on) {
+    store().edit([on](DockConfiguration& config) { config.clipboardEnabled = on; });
+    refreshNow();
+  }
+
+  void askToClear() {
+    asked_ = model_.favourites();
+    const QString sentence =
+        asked_ == 0 ? PanelWords::tr("Delete the whole history? This cannot be undone.")
+        : asked_ == 1
+            ? PanelWords::tr("Delete the whole history, 1 favourite included? This cannot be undone.")
+            : PanelWords::tr("Delete the whole history, %1 favourites included? This cannot be undone.").arg(asked_);
+    foot_->hide();
+    confirm_->ask(sentence, PanelWords::tr("Clear History"), [this] { model_.clear(); });
+  }
+
+  void openSearch() {
+    field_->show();
+    field_->setFocus(Qt::OtherFocusReason);
+  }
+  void closeSearch() {
+    field_->clear();
+    field_->hide();
+    view_->setFocus(Qt::OtherFocusReason);
+  }
+
+  void askForThumbnail(const ClipboardEntry& entry) {
+    if (entry.kind != ClipboardEntry::Kind::Image || thumbnails_.contains(entry.imageFile)) return;
+    thumbnails_.insert(entry.imageFile, {});
+    const auto take = [this, file = entry.imageFile](const ClipboardThumbnail& thumbnail) {
+      thumbnails_.insert(file, thumbnail);
+      QMetaObject::invokeMethod(this, &ClipboardPanel::refreshNow, Qt::QueuedConnection);
+    };
+    history_.readThumbnail(entry, kThumbnailSide, &model_, take);
+  }
+
+  void paintSign(QPainter& painter, const QRectF& box, const ClipboardEntry& entry) const {
+    const Palette& palette = look().palette;
+    if (entry.kind == ClipboardEntry::Kind::Color) {
+      if (const auto color = ClipboardColor::of(entry.value)) {
+        drawRounded(painter, box, kSignCorner, palette.well);
+        drawRounded(painter, box, kSignCorner, *color);
+        drawInnerLine(painter, box, kSignCorner, hairline(painter), palette.separator);
+        return;
+      }
+    }
+    const QImage image = thumbnails_.value(entry.imageFile).image;
+    if (entry.kind == ClipboardEntry::Kind::Image && !image.isNull()) return paintThumbnail(painter, box, image);
+    drawRounded(painter, box, kSignCorner, palette.button);
+    QRectF mark(0, 0, kSignSymbol, kSignSymbol);
+    mark.moveCenter(box.center());
+    drawControlSymbol(painter, ClipboardWords::symbol(entry.kind), mark, palette.primary);
+  }
+
+  /// It fills the box; what does not fit is cut away at its sides.
+  void paintThumbnail(QPainter& painter, const QRectF& box, const QImage& image) const {
+    const QSizeF whole = QSizeF(image.size());
+    const QSizeF part = box.size().scaled(whole, Qt::KeepAspectRatio);
+    const QPointF corner((whole.width() - part.width()) / 2, (whole.height() - part.height()) / 2);
+    painter.save();
+    QPainterPath outline;
+    outline.addRoundedRect(box, kSignCorner, kSignCorner);
+    painter.setClipPath(outline, Qt::IntersectClip);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawImage(box, image, QRectF(corner, part));
+    painter.restore();
+    drawInnerLine(painter, box, kSignCorner, hairline(painter), look().palette.tileEdge);
+  }
+
+  ClipboardHistory& history_;
+  ClipboardPanelModel model_;
+  IconButton* search_;
+  SearchField* field_;
+  ClipboardTabs* tabs_;
+  TextLabel* none_;
+  ItemView* view_;
+  QWidget* foot_;
+  Button* clear_;
+  Button* pause_;
+  ConfirmBar* confirm_;
+  QHash<QString, ClipboardThumbnail> thumbnails_;  ///< By the names of their files; empty until they were read.
+  qsizetype asked_ = 0;                            ///< The favourites that the question told of.
+};
+
+}  // namespace
+
+std::unique_ptr<TilePanel> makeClipboardPanel(const PanelContext& context) {
+  return std::make_unique<ClipboardPanel>(context);
+}
+
+}  // namespace tarnwick
