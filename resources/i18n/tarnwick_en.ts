@@ -113,6 +113,17 @@
     </message>
 </context>
 <context>
+    <name>Panels</name>
+    <message>
+        <source>Keeps text, images, files, links and colours you copy, on this Mac only. Nothing is ever exported.</source>
+        <translation>Keeps text, images, files, links and colours you copy, on this computer only. Nothing is ever exported.</translation>
+    </message>
+    <message>
+        <source>Reveal in Finder</source>
+        <translation>Show in Files</translation>
+    </message>
+</context>
+<context>
     <name>Settings</name>
     <message>
         <source>Show menu bar icon</source>
