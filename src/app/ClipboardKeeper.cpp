@@ -1,11 +1,14 @@
 #include "app/ClipboardKeeper.h"
 
+#include "desktop/SessionEvents.h"
 #include "store/AppStore.h"
 
 namespace tarnwick {
 
 ClipboardKeeper::ClipboardKeeper(const Services& services, const QString& dataDirectory)
-    : history_(dataDirectory, services.scheduler), recorder_(services.pasteboard, history_) {}
+    : history_(dataDirectory, services.scheduler), recorder_(services.pasteboard, history_) {
+  connect(&services.session, &SessionEvents::lockedChanged, &recorder_, &ClipboardRecorder::setLocked);
+}
 
 ClipboardKeeper::~ClipboardKeeper() = default;
 

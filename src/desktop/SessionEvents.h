@@ -13,6 +13,8 @@ class SessionEvents : public QObject {
   void didWake();
   /// The session or the machine ends: save now and give everything back.
   void ending();
+  /// Somebody must unlock the session before it can be used again, or has. It is not locked until this says so.
+  void lockedChanged(bool locked);
 };
 
 }  // namespace tarnwick

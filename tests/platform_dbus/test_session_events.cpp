@@ -118,5 +118,53 @@ TEST(LoginSessionEvents, EndsWithItsOwnSessionOrUserAndWithNoOther) {
   }
 }
 
+TEST(LoginSessionEvents, TellsWhenItsSessionIsLocked) {
+  const QString own = u"/org/freedesktop/login1/session/_32"_s;
+  const QString other = u"/org/freedesktop/login1/session/_33"_s;
+  const QString session = u"org.freedesktop.login1.Session"_s;
+  PrivateBus bus;
+  LoginSessionEvents events(bus.connection());
+  QList<bool> told;
+  QObject::connect(&events, &SessionEvents::lockedChanged, &events, [&](bool locked) { told << locked; });
+  const auto answerTo = [&](FakeService& login, bool locked) {
+    login.setProperty(own, session, u"LockedHint"_s, locked);
+    login.setProperty(other, session, u"LockedHint"_s, false);
+    login.answer(u"GetSession"_s, [own](const QDBusMessage& question) -> QVariantList {
+      if (question.arguments() != QVariantList{u"auto"_s}) return {};
+      return {QVariant::fromValue(QDBusObjectPath(own))};
+    });
+  };
+  {
+    FakeService login(bus.connection(), u"org.freedesktop.login1"_s);
+    answerTo(login, true);
+    ASSERT_TRUE(waitFor([&] { return told.size() == 1; })) << "it was locked before the login manager was found";
+    login.setProperty(other, session, u"LockedHint"_s, true);
+    login.setProperty(own, session, u"LockedHint"_s, false);
+    ASSERT_TRUE(waitFor([&] { return told.size() == 2; }));
+    login.setProperty(own, session, u"LockedHint"_s, true);
+    ASSERT_TRUE(waitFor([&] { return told.size() == 3; }));
+  }
+  FakeService second(bus.connection(), u"org.freedesktop.login1"_s);
+  answerTo(second, false);
+  ASSERT_TRUE(waitFor([&] { return told.size() == 4; })) << "another login manager knows better";
+  EXPECT_EQ(told, (QList<bool>{true, false, true, false}));
+}
+
+TEST(LoginSessionEvents, WithoutASessionNothingIsLocked) {
+  PrivateBus bus;
+  LoginSessionEvents events(bus.connection());
+  bool isTold = false;
+  QObject::connect(&events, &SessionEvents::lockedChanged, &events, [&] { isTold = true; });
+  FakeService login(bus.connection(), u"org.freedesktop.login1"_s);
+  FakeLocks locks(login);
+  int asked = 0;
+  login.answer(u"GetSession"_s, [&](const QDBusMessage&) -> QVariantList {
+    ++asked;
+    return {};
+  });
+  ASSERT_TRUE(waitFor([&] { return asked == 1 && locks.held() == 1; }));
+  EXPECT_FALSE(isTold);
+}
+
 }  // namespace
 }  // namespace tarnwick

@@ -4,6 +4,7 @@
 
 #include <QDBusObjectPath>
 #include <QMetaObject>
+#include <utility>
 
 namespace tarnwick {
 
@@ -42,6 +43,7 @@ LoginSessionEvents::LoginSessionEvents(const QDBusConnection& system, QObject* p
     delay_.release();
     delay_.take();
     findSession();
+    findLock();
   });
 }
 
@@ -56,6 +58,25 @@ void LoginSessionEvents::findSession() {
 bool LoginSessionEvents::isOurs(const QDBusMessage& removed) const {
   if (!sessionPath_.isEmpty()) return pathIn(removed, 1) == sessionPath_;
   return !sessionId_.isEmpty() && removed.arguments().value(0).toString() == sessionId_;
+}
+
+/// The one that the program runs in, or where it was started beside it, the one that the user sees. What was known of
+/// it stays true until another login manager says something else.
+void LoginSessionEvents::findLock() {
+  session_.reset();
+  login_.call(kManagerPath, kManager, u"GetSession"_s, {u"auto"_s}, this, [this](const QDBusMessage& reply) {
+    const QString path = reply.type() == QDBusMessage::ReplyMessage
+                             ? reply.arguments().value(0).value<QDBusObjectPath>().path()
+                             : QString();
+    if (path.isEmpty()) return setLocked(false);
+    session_ = std::make_unique<BusProperties>(login_, path, u"org.freedesktop.login1.Session"_s);
+    connect(session_.get(), &BusProperties::changed, this,
+            [this] { setLocked(session_->value(u"LockedHint"_s).toBool()); });
+  });
+}
+
+void LoginSessionEvents::setLocked(bool locked) {
+  if (std::exchange(isLocked_, locked) != locked) Q_EMIT lockedChanged(locked);
 }
 
 void LoginSessionEvents::prepareForSleep(bool begins) {
