@@ -8,6 +8,7 @@
 #include "apps/AppIcons.h"
 #include "apps/AppLaunch.h"
 #include "apps/AppOpener.h"
+#include "apps/DesktopExec.h"
 #include "apps/InstalledApps.h"
 #include "apps/RunningApplications.h"
 #include "base/DesktopId.h"
@@ -36,13 +37,20 @@
 
 namespace tarnwick {
 
+namespace {
+
+/// The name of the program that a process runs.
+QString executableOf(qint64 pid) { return DesktopExec::executableName(processCommandLine(pid)); }
+
+}  // namespace
+
 Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment, const QString& dataDirectory)
     : scheduler_(scheduler),
       environment_(environment),
       dataDirectory_(dataDirectory),
       windowSystem_(WindowSystem::make(scheduler)),
       services_(makeServices()),
-      clipboard_(keep(std::make_unique<ClipboardKeeper>(services_, dataDirectory))),
+      clipboard_(keep(std::make_unique<ClipboardKeeper>(services_, dataDirectory, &executableOf))),
       readings_(keep(std::make_unique<Readings>(readingPorts(), clipboard_.history(), scheduler))),
       session_(keep(std::make_unique<DBusSessionApplication>())) {}
 

@@ -3,6 +3,7 @@
 #include <QObject>
 
 #include "clipboard/ClipboardHistory.h"
+#include "clipboard/ClipboardOwners.h"
 #include "clipboard/ClipboardRecorder.h"
 #include "store/Services.h"
 
@@ -16,8 +17,9 @@ class AppStore;
 class ClipboardKeeper final : public QObject {
   Q_OBJECT
  public:
-  /// The services must outlive it. `dataDirectory` is where the history lies.
-  ClipboardKeeper(const Services& services, const QString& dataDirectory);
+  /// The services must outlive it. `dataDirectory` is where the history lies; `executableOf` names the programs of
+  /// owners that are known by nothing better.
+  ClipboardKeeper(const Services& services, const QString& dataDirectory, ClipboardOwners::ExecutableOf executableOf);
   ~ClipboardKeeper() override;
 
   ClipboardHistory& history() { return history_; }
@@ -27,6 +29,11 @@ class ClipboardKeeper final : public QObject {
   void follow(AppStore& store);
 
  private:
+  bool isListed(const PasteboardOwner& owner) const;
+
+  InstalledApps& apps_;
+  ClipboardOwners::ExecutableOf executableOf_;
+  QStringList neverRecord_;  ///< As the settings have it.
   ClipboardHistory history_;
   ClipboardRecorder recorder_;
 };

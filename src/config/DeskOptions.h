@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include "base/RecordCodec.h"
 
@@ -31,6 +32,7 @@ struct DeskOptions {
   bool barSettings = true;  ///< Places of Settings.
   bool barWeb = true;
   QString webSearch = {};  ///< The id of an engine or an address of the user's own; empty for the default.
+  QStringList neverRecord;  ///< Apps of which nothing that is copied is recorded, by the ids of their desktop entries.
 
   static constexpr auto fields() {
     using D = DeskOptions;
@@ -45,7 +47,8 @@ struct DeskOptions {
                       field::defaulted("barSymbols", &D::barSymbols),
                       field::defaulted("barClipboard", &D::barClipboard), field::defaulted("barFiles", &D::barFiles),
                       field::defaulted("barEmoji", &D::barEmoji), field::defaulted("barSettings", &D::barSettings),
-                      field::defaulted("barWeb", &D::barWeb), field::defaulted("webSearch", &D::webSearch));
+                      field::defaulted("barWeb", &D::barWeb), field::defaulted("webSearch", &D::webSearch),
+                      field::defaulted("neverRecord", &D::neverRecord));
   }
   bool operator==(const DeskOptions&) const = default;
 };

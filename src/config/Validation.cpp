@@ -24,6 +24,8 @@ constexpr double kNumberLimit = 1e12;
 constexpr double kPositionLimit = 1e7;
 constexpr qsizetype kMostClippings = 30;
 constexpr int kMostSetupPages = 20;
+constexpr qsizetype kMostNeverRecorded = 100;
+constexpr qsizetype kLongestDesktopId = 255;
 
 constexpr std::array kCredentialKeys{option::token, option::apiKey, option::password, option::secret};
 // In the order in which faults are reported.
@@ -131,6 +133,13 @@ void cut(QStringList& list, qsizetype most) {
   if (list.size() > most) list.resize(most);
 }
 
+void limitDesk(DeskOptions& desk) {
+  desk.setupPage = std::clamp(desk.setupPage, 0, kMostSetupPages);
+  desk.neverRecord.removeIf([](const QString& id) { return id.isEmpty() || id.size() > kLongestDesktopId; });
+  desk.neverRecord.removeDuplicates();
+  cut(desk.neverRecord, kMostNeverRecorded);
+}
+
 }  // namespace
 
 void DockConfiguration::validate() {
@@ -150,7 +159,7 @@ void DockConfiguration::validate() {
   edgeGap = std::clamp(edgeGap, 0.0, 180.0);
 
   limitTiming(desktop);
-  if (desktop.desk) desktop.desk->setupPage = std::clamp(desktop.desk->setupPage, 0, kMostSetupPages);
+  if (desktop.desk) limitDesk(*desktop.desk);
   for (const QList<double>& origin : std::as_const(floatingPositions)) {
     require(isValidPosition(origin), QT_TRANSLATE_NOOP("DockConfiguration", "Invalid saved dock position."));
   }

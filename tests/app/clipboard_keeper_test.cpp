@@ -40,7 +40,7 @@ class ClipboardKeeperTest : public FolderTest {
   TestScheduler scheduler;
   TestServices desktop{scheduler, AppEnvironment()};
   NoDesktop bare{scheduler};
-  ClipboardKeeper keeper{desktop.all(), folder_.path()};
+  ClipboardKeeper keeper{desktop.all(), folder_.path(), [](qint64 pid) { return pid == 7 ? u"vault"_s : QString(); }};
   AppStore store{bare.diagnosticSetup()};
 };
 
@@ -51,6 +51,34 @@ TEST_F(ClipboardKeeperTest, RecordsNothingWhileTheSessionIsLocked) {
   EXPECT_EQ(desktop.pasteboard.asked.size(), 1) << "it is not even read";
   Q_EMIT desktop.session.lockedChanged(false);
   EXPECT_EQ(copy(u"after"_s), (QStringList{u"after"_s, u"before"_s}));
+}
+
+TEST_F(ClipboardKeeperTest, RecordsNothingOfListedApplications) {
+  DesktopEntry vault;
+  vault.id = u"org.example.Vault"_s;
+  vault.exec = u"/usr/bin/vault"_s;
+  vault.startupWmClass = u"Vault"_s;
+  const PasteboardOwner window{u"Vault"_s, {}, {}, 0};
+  const PasteboardOwner process{{}, {}, {}, 7};
+  const PasteboardOwner other{u"Writer"_s, {}, {}, 8};
+  const auto list = [&](const QStringList& ids) {
+    store.edit([&](DockConfiguration& config) {
+      DeskOptions desk = config.desk();
+      desk.neverRecord = ids;
+      config.setDesk(desk);
+    });
+  };
+  list({vault.id});
+  EXPECT_EQ(copy(u"early"_s, other), QStringList()) << "which app that is nobody knows yet";
+  desktop.installedApps.setFixed(
+      std::make_shared<AppIndex>(AppEnvironment(), QList{vault}, QHash<QString, DesktopEntry>(), MimeDefaults()));
+  EXPECT_EQ(copy(u"by its window"_s, window), QStringList());
+  EXPECT_EQ(copy(u"by its process"_s, process), QStringList());
+  EXPECT_EQ(copy(u"of another"_s, other), QStringList{u"of another"_s});
+  EXPECT_EQ(copy(u"of nobody"_s), (QStringList{u"of nobody"_s, u"of another"_s}));
+  EXPECT_EQ(desktop.pasteboard.asked.size(), 2);
+  list({});
+  EXPECT_EQ(copy(u"allowed"_s, window).first(), u"allowed"_s);
 }
 
 }  // namespace

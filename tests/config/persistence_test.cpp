@@ -62,6 +62,7 @@ TEST(Persistence, ReadsOlderDocuments) {
   desk.peep = true;
   desk.barEmoji = desk.barFiles = false;
   desk.webSearch = QStringLiteral("https://example.org/?q=%s");
+  desk.neverRecord = {QStringLiteral("org.example.Vault")};
   config.setDesk(desk);
   EXPECT_EQ(Persistence::decode(Persistence::encode(config)).desk(), desk);
   config.setDesk({});

@@ -169,6 +169,16 @@ TEST(Validation, RepairsWhatItCan) {
       std::tuple(0, 5, 1);
   c.validate();
   EXPECT_TRUE(c == repaired);
+
+  DeskOptions desk;
+  desk.setupPage = 999;
+  desk.neverRecord = {u"b"_s, {}, u"a"_s, u"b"_s, QString(256, u'x')};
+  for (int i = 0; i < 100; ++i) desk.neverRecord << u"id %1"_s.arg(i);
+  c.setDesk(desk);
+  c.validate();
+  EXPECT_EQ(c.desk().setupPage, 20);
+  EXPECT_EQ(c.desk().neverRecord.size(), 100);
+  EXPECT_EQ(c.desk().neverRecord.first(3), (QStringList{u"b"_s, u"a"_s, u"id 0"_s}));
 }
 
 TEST(Configuration, ChoosesTheScaleOfTemperatures) {
