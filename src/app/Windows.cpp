@@ -13,6 +13,7 @@
 #include "apps/AppIcons.h"
 #include "apps/InstalledApps.h"
 #include "base/DesktopId.h"
+#include "clipboard/ports/Pasteboard.h"
 #include "desktop/HeldModifiers.h"
 #include "desktop/MotionPreference.h"
 #include "desktop/VirtualKeys.h"
@@ -205,6 +206,9 @@ DesktopAbilities Windows::abilities() const {
   if (options.dockShortcutEnabled) found.dockKey = VirtualKeys::text(options.shortcutKey, options.shortcutModifiers);
   if (parts_.commands.can(Commands::Optional::CommandBar) && options.commandBarEnabled)
     found.commandBarKey = parts_.keys.commandBarKey();
+  found.clipboard = services_.pasteboard.capability();
+  found.clipboardOwners = services_.pasteboard.owners();
+  found.clipboardEnds = services_.pasteboard.endOfOwners();
   found.notifications = services_.notifications.capability();
   if (!statusItem_ || !statusItem_->hasTray()) found.tray = Capability::no(tr("This desktop has no system tray."));
   found.loginEntry = parts_.loginEntry.capability();

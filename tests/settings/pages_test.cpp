@@ -9,6 +9,7 @@
 #include "config/CalendarFolders.h"
 #include "settings/SettingsFixture.h"
 #include "views/controls/Buttons.h"
+#include "views/controls/Labels.h"
 #include "views/controls/Slider.h"
 #include "views/controls/Switch.h"
 #include "views/settings/OrderList.h"
@@ -364,6 +365,81 @@ TEST(Credits, TellTheVersionsOfWhatSaysThem) {
     const bool tells = QStringList{u"Qt"_s, u"LZ4"_s, u"GLib"_s, u"PulseAudio"_s}.contains(credit.name);
     EXPECT_TRUE(!tells || version.match(credit.version).hasMatch()) << credit.words().toStdString();
   }
+}
+
+TEST_F(SettingsPagesTest, TheClipboardIsRecordedWhileAWidgetStandsOnADock) {
+  turnTo("clipboard");
+  EXPECT_TRUE(sees("Clipboard widget"));
+  click("Add Clipboard Widget");
+  EXPECT_EQ(commands.asked, QStringList{u"add clipboard on "_s});
+  store().edit([](DockConfiguration& config) {
+    config.profiles[0].widgets << DockWidget{QUuid::createUuid(), u"clipboard"_s, {}, {}};
+  });
+  EXPECT_FALSE(sees("Clipboard widget"));
+  control<Switch>("Clipboard history")->click();
+  EXPECT_TRUE(config().clipboardEnabled);
+  store().edit([](DockConfiguration& config) { config.activeProfileID = config.profiles[1].id; });
+  EXPECT_TRUE(sees("Clipboard widget")) << "no dock shows the profile that has one";
+}
+
+TEST_F(SettingsPagesTest, AppsAreListedOfWhichNothingIsRecorded) {
+  DesktopEntry vault;
+  vault.id = u"org.example.Vault"_s;
+  vault.name = u"Vault"_s;
+  DesktopEntry writer;
+  writer.id = u"org.example.Writer"_s;
+  writer.name = u"Writer"_s;
+  services.apps.setFixed(std::make_shared<AppIndex>(AppEnvironment(), QList{vault, writer},
+                                                    QHash<QString, DesktopEntry>(), MimeDefaults()));
+  turnTo("clipboard");
+  auto* offered = control<DropDown>("App");
+  ASSERT_TRUE(offered);
+  const auto words = [offered] {
+    QStringList all;
+    for (int i = 0; i < offered->count(); ++i) all << offered->itemText(i);
+    return all;
+  };
+  EXPECT_EQ(words(), (QStringList{u"Vault"_s, u"Writer"_s}));
+  QTest::keyClick(offered, Qt::Key_Down);
+  QTest::keyClick(offered, Qt::Key_Up);
+  EXPECT_EQ(config().desk().neverRecord, QStringList()) << "to look through them adds none";
+  click("Add");
+  EXPECT_EQ(config().desk().neverRecord, QStringList{vault.id});
+  EXPECT_EQ(words(), QStringList{u"Writer"_s}) << "none can be listed twice";
+  store().edit([](DockConfiguration& config) {
+    DeskOptions desk = config.desk();
+    desk.neverRecord << u"gone"_s;
+    config.setDesk(desk);
+  });
+  auto* list = control<OrderList>("Listed apps");
+  ASSERT_TRUE(list && list->items().size() == 2);
+  EXPECT_EQ(list->items()[0].title, u"Vault"_s);
+  EXPECT_EQ(list->items()[1].title, u"gone"_s) << "one that is not installed stays listed";
+  list->runItemAction(list->model()->index(0, 0), 0);
+  EXPECT_EQ(config().desk().neverRecord, QStringList{u"gone"_s});
+  undo().undo();
+  EXPECT_EQ(config().desk().neverRecord.size(), 2);
+}
+
+TEST_F(SettingsPagesTest, TheClipboardPageSaysWhatTheDesktopCannot) {
+  const auto says = [this](const QString& sentence) {
+    for (const TextLabel* label : window().findChildren<TextLabel*>())
+      if (label->isVisible() && label->text().contains(sentence)) return true;
+    return false;
+  };
+  abilities.clipboardOwners = Capability::no(u"Nobody tells who copied."_s);
+  abilities.clipboardEnds = Capability::no(u"Nobody tells what ended."_s);
+  turnTo("clipboard");
+  EXPECT_TRUE(says(u"Nobody tells who copied."_s));
+  EXPECT_TRUE(says(u"Nobody tells what ended."_s));
+}
+
+TEST_F(SettingsPagesTest, WithoutAClipboardToWatchNothingIsOffered) {
+  abilities.clipboard = Capability::no(u"It cannot be watched."_s);
+  turnTo("clipboard");
+  EXPECT_FALSE(control<Switch>("Clipboard history")->isEnabled());
+  EXPECT_FALSE(sees("Clipboard widget"));
+  EXPECT_FALSE(sees("Never record from"));
 }
 
 }  // namespace

@@ -28,6 +28,12 @@ struct DesktopAbilities {
   QString dockKey;  ///< As a person reads it; empty while it is switched off.
   /// Absent while there is no command bar to open; empty while no key opens it.
   std::optional<QString> commandBarKey;
+  /// Whether the desktop tells what is copied.
+  Capability clipboard;
+  /// Whether it tells which app copied; without that it says how that is guessed.
+  Capability clipboardOwners;
+  /// Whether it tells that an app ended whose copy was on the clipboard.
+  Capability clipboardEnds;
   Capability notifications;
   Capability tray;        ///< Whether there is a place for the status item.
   Capability loginEntry;  ///< Whether the entry that starts the program at login is its own.
