@@ -6,8 +6,10 @@
 
 #include <QFile>
 #include <QStringDecoder>
+#include <QtEndian>
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <climits>
 #include <cstring>
 #include <functional>
@@ -64,36 +66,50 @@ quint64 sumOf(QByteArrayView bytes, quint64 sum) {
 /// How early one entry is found: by the folder first, then by its time.
 quint64 weightOf(bool isFirst, quint32 changed) { return (isFirst ? 1ULL << 32 : 0) | changed; }
 
+/// Where a byte stands in a block and another one so much behind it, a bit each.
+quint64 pairsIn(const char* block, qsizetype width, char first, char final, qsizetype apart) {
+  std::array<unsigned char, kSearchBlock> marks{};
+  if (width == static_cast<qsizetype>(kSearchBlock)) {
+    // Of a fixed length, so that the compiler compares many bytes at once.
+    const char* behind = block + apart;
+    for (std::size_t i = 0; i < kSearchBlock; ++i)
+      marks[i] = static_cast<unsigned char>((block[i] == first) & (behind[i] == final));
+  } else {
+    for (qsizetype i = 0; i < width; ++i)
+      marks[static_cast<std::size_t>(i)] = block[i] == first && block[i + apart] == final;
+  }
+  constexpr std::size_t kBytes = sizeof(quint64);
+  constexpr quint64 kGather = 0x0102040810204080;  // Moves the lowest bit of each byte into the highest byte.
+  quint64 pairs = 0;
+  for (std::size_t i = 0; i < kSearchBlock; i += kBytes) {
+    const quint64 eight = qFromLittleEndian<quint64>(marks.data() + i);
+    pairs |= ((eight * kGather) >> 56) << i;
+  }
+  return pairs;
+}
+
 /// Calls `found` with the places at which a text stands in another. It gives the place from which to go on.
 template <class Found>
 void eachMatch(QByteArrayView in, QByteArrayView wanted, const std::stop_token& stop, Found found) {
   constexpr qsizetype kBlock = kSearchBlock;
   const qsizetype last = wanted.size() - 1;
-  const char first = wanted.front();
-  const char final = wanted.back();
+  const auto inner = static_cast<std::size_t>(std::max<qsizetype>(last - 1, 0));
   const qsizetype end = in.size() - last;
   for (qsizetype at = 0; at < end && !stop.stop_requested();) {
-    // Blocks of a fixed length, so that the compiler compares many bytes at once.
     const char* begin = in.data() + at;
     const qsizetype width = std::min(kBlock, end - at);
-    std::array<unsigned char, kSearchBlock> marks{};
-    unsigned char any = 0;
-    if (width == kBlock) {
-      for (std::size_t i = 0; i < kSearchBlock; ++i)
-        marks[i] =
-            static_cast<unsigned char>((begin[i] == first) & (begin[i + static_cast<std::size_t>(last)] == final));
-      for (std::size_t i = 0; i < kSearchBlock; ++i) any = static_cast<unsigned char>(any | marks[i]);
-    } else {
-      any = 1;
-      for (qsizetype i = 0; i < width; ++i)
-        marks[static_cast<std::size_t>(i)] = begin[i] == first && begin[i + last] == final;
-    }
     qsizetype next = at + width;
-    for (qsizetype i = 0; any && i < width; ++i) {
-      if (!marks[static_cast<std::size_t>(i)]) continue;
-      if (std::memcmp(begin + i, wanted.data(), static_cast<std::size_t>(wanted.size())) != 0) continue;
-      next = found(at + i);
-      break;
+    quint64 pairs = pairsIn(begin, width, wanted.front(), wanted.back(), last);
+    while (pairs) {
+      const int i = std::countr_zero(pairs);
+      pairs &= pairs - 1;
+      if (std::memcmp(begin + i + 1, wanted.data() + 1, inner) != 0) continue;
+      const qsizetype goOn = found(at + i);
+      if (goOn - at >= width) {
+        next = goOn;
+        break;
+      }
+      pairs &= ~0ULL << (goOn - at);
     }
     at = next;
   }
@@ -297,8 +313,11 @@ QByteArray NameIndex::path(quint32 place) const {
 
 quint32 NameIndex::placeOf(quint32 offset, quint32 from) const {
   // The one that is looked for is rarely far away.
-  quint32 step = 1;
+  constexpr int kNeighbours = 8;
   quint32 low = from;
+  for (int i = 0; i < kNeighbours; ++i, ++low)
+    if (low + 1 >= count_ || entry(low + 1).folded > offset) return low;
+  quint32 step = 1;
   while (step < count_ - low && entry(low + step).folded <= offset) {
     low += step;
     step *= 2;
