@@ -7,6 +7,7 @@
 
 #include "app/Orders.h"
 #include "desktop/ShellTest.h"
+#include "views/dock/LiveDock.h"
 #include "views/panels/PanelPresentation.h"
 #include "views/panels/TilePanel.h"
 
@@ -393,6 +394,45 @@ TEST_F(ShellScenario, ATileThatIsLetGoFarFromTheDockIsRemovedAndCanComeBack) {
   EXPECT_TRUE(comesTrue([&] { return !isPainted(sign); }));
   Q_EMIT view().undoRequested();
   EXPECT_EQ(store().widgets(), before);
+}
+
+TEST_F(ShellScenario, ATileThatIsLetGoOnTheDockOfAnotherDisplayMovesThere) {
+  desk.showTwo();
+  DockConfiguration config = twoProfiles();
+  config.display = u"all"_s;
+  startShown(config);
+  ASSERT_TRUE(inTime([&] { return !idOn(0).isEmpty() && !idOn(1).isEmpty(); }));
+  const QString from = idOn(0), to = idOn(1);
+  store().pinDisplay(from, store().config().profiles[0].id);
+  store().pinDisplay(to, store().config().profiles[1].id);
+  const auto place = [&](const QString& display, const QUuid& widget) {
+    const DockView& shown = static_cast<LiveDock*>(dock().content(display))->view();
+    return shown.tileRect(widget).translated(dock().contentOrigin(display)).toRect();
+  };
+  const auto widgets = [&](qsizetype profile) { return store().config().profiles[profile].widgets; };
+  const QList<DockWidget> left = widgets(0), right = widgets(1);
+  ASSERT_TRUE(inTime([&] { return !place(from, left[1].id).isEmpty() && !place(to, right[0].id).isEmpty(); }));
+  const QPoint held = place(from, left[1].id).center();
+  const QRect first = place(to, right[0].id);
+  ASSERT_TRUE(comesTrue([&] {
+    return desk.takesClicks(first.center(), *dock().content(to)->window()) &&
+           desk.takesClicks(held, *dock().content(from)->window());
+  }));
+
+  desk.moveTo(held);
+  desk.button(true);
+  desk.settle();
+  desk.moveTo(held - QPoint(0, 20));
+  desk.settle();
+  desk.moveTo({first.left() + 4, first.center().y()});
+  desk.settle();
+  desk.button(false);
+  ASSERT_TRUE(comesTrue([&] { return widgets(1).size() == right.size() + 1; }));
+  EXPECT_EQ(widgets(1).first(), left[1]);
+  EXPECT_EQ(widgets(0).size(), left.size() - 1);
+  Q_EMIT view().undoRequested();
+  EXPECT_EQ(widgets(0), left) << "one step";
+  EXPECT_EQ(widgets(1), right);
 }
 
 TEST_F(ShellScenario, AMessageOfTheFirstLayoutStandsAboveTheDock) {
