@@ -148,9 +148,10 @@ void DockCommands::startAction(const QString& entryPath, const QString& action) 
   services_.opener.start(entryPath, {.action = action});
 }
 
-void DockCommands::cycleWindows(quint64 application, int direction) {
-  const auto app = services_.runningApps.byIdentity(application);
+void DockCommands::cycleWindows(const QString& display, quint64 application, int direction) {
+  auto app = services_.runningApps.byIdentity(application);
   if (!app || app->windows.isEmpty()) return;
+  if (const QList<quint64> shown = app->windowsIn(store_.windowScope(display)); !shown.isEmpty()) app->windows = shown;
   // Not in the order of their last use, which every step would change.
   QList<quint64> inOrder;
   quint64 current = 0;

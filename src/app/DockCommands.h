@@ -43,9 +43,9 @@ class DockCommands : public QObject {
   void newWindow(quint64 application);
   void newWindowOfTile(const QUuid& widget);
   void newWindowOfEntry(const QString& entryPath);
-  /// Brings the next window of the application forward, or the one before for a negative direction; the latest when
-  /// another application is in front.
-  void cycleWindows(quint64 application, int direction);
+  /// Brings the next window of the application forward that a display's dock shows, or the one before for a negative
+  /// direction; the latest when another application is in front.
+  void cycleWindows(const QString& display, quint64 application, int direction);
   /// Asks every window of the application to close, which the application may refuse.
   void quit(quint64 application);
   void startAction(const QString& entryPath, const QString& action);

@@ -94,7 +94,9 @@ class DockPresenter final : public QObject, private DockHost {
   void activateTile(const QString& display, const QUuid& widget) override;
   void actOn(const QString& display) override;
   void openNewWindow(const QString& display, const QUuid& widget, quint64 application) override;
-  void cycleWindows(quint64 application, int direction) override { tiles_.cycleWindows(application, direction); }
+  void cycleWindows(const QString& display, quint64 application, int direction) override {
+    tiles_.cycleWindows(display, application, direction);
+  }
   void openTileMenu(const QString& display, const QUuid& widget, const QRect& beside) override {
     actOn(display);
     menuHost_.openTile(display, widget, beside);

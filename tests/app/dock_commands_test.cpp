@@ -176,8 +176,8 @@ TEST_F(CommandsTest, TheWheelGoesRoundTheWindows) {
   windows().activate(20);
   windows().activated.clear();
   const quint64 application = tiles->applicationOf(widget(0));
-  for (int i = 0; i < 4; ++i) tiles->cycleWindows(application, 1);
-  tiles->cycleWindows(application, -1);
+  for (int i = 0; i < 4; ++i) tiles->cycleWindows(u"L"_s, application, 1);
+  tiles->cycleWindows(u"L"_s, application, -1);
   EXPECT_EQ(windows().activated, (QList<quint64>{8, 9, 7, 8, 7})) << "the latest first, then in their own order";
 }
 
@@ -228,6 +228,9 @@ TEST_F(CommandsTest, ADockForItsOwnDisplayLeavesTheWindowsOfOthersAlone) {
   windows().activated.clear();
   choose(menus->application(editorRuns, u"L"_s), u"Open Editor & Co"_s);
   EXPECT_EQ(windows().activated, QList<quint64>{1});
+  windows().activated.clear();
+  for (int i = 0; i < 3; ++i) tiles->cycleWindows(u"R"_s, editorRuns, 1);
+  EXPECT_EQ(windows().activated, (QList<quint64>{3, 2, 3}));
 }
 
 TEST_F(CommandsTest, OpensFoldersTheTrashAndPanels) {

@@ -23,7 +23,7 @@ struct QuietHost final : DockHost {
   void activateTile(const QString&, const QUuid&) override {}
   void actOn(const QString&) override {}
   void openNewWindow(const QString&, const QUuid&, quint64) override {}
-  void cycleWindows(quint64, int) override {}
+  void cycleWindows(const QString&, quint64, int) override {}
   void openTileMenu(const QString&, const QUuid&, const QRect&) override {}
   void openApplicationMenu(const QString&, quint64, const QRect&) override {}
   void openWindowMenu(const QString&, quint64, const QRect&) override {}

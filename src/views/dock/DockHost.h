@@ -26,7 +26,7 @@ class DockHost {
   /// A middle click. A null widget means the running application.
   virtual void openNewWindow(const QString& display, const QUuid& widget, quint64 application) = 0;
   /// 1 for the next window of the application, -1 for the one before.
-  virtual void cycleWindows(quint64 application, int direction) = 0;
+  virtual void cycleWindows(const QString& display, quint64 application, int direction) = 0;
 
   virtual void openTileMenu(const QString& display, const QUuid& widget, const QRect& beside) = 0;
   virtual void openApplicationMenu(const QString& display, quint64 application, const QRect& beside) = 0;

@@ -179,7 +179,7 @@ void LiveDock::connectApplications() {
   connect(view_, &DockView::newWindowRequested, this,
           [this](const QUuid& widget, quint64 application) { host_.openNewWindow(display_, widget, application); });
   connect(view_, &DockView::cycleWindowsRequested, this,
-          [this](quint64 application, int direction) { host_.cycleWindows(application, direction); });
+          [this](quint64 application, int direction) { host_.cycleWindows(display_, application, direction); });
   connect(view_, &DockView::itemsPlaced, this, [this] { host_.applicationsPlaced(display_); });
 }
 
