@@ -2,6 +2,9 @@
 
 #include <QCoreApplication>
 #include <QDBusConnection>
+#include <QDir>
+#include <QFile>
+#include <QStandardPaths>
 
 #include "app/Autostart.h"
 #include "app/NearbySender.h"
@@ -12,7 +15,7 @@
 #include "apps/InstalledApps.h"
 #include "apps/RunningApplications.h"
 #include "base/DesktopId.h"
-#include "commandbar/ports/FileSearch.h"
+#include "commandbar/IndexedFileSearch.h"
 #include "platform/dbus/BusActivation.h"
 #include "platform/dbus/DBusSessionApplication.h"
 #include "platform/dbus/DesktopClockFormat.h"
@@ -128,6 +131,11 @@ StoreSetup Adapters::storeSetup() {
 }
 
 DelegateSetup Adapters::delegateSetup() {
+  const QString cache =
+      QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + QStringLiteral("/Tarnwick");
+  auto& names = keep(std::make_unique<NameIndexKeeper>(cache + QStringLiteral("/names"),
+                                                       QFile::encodeName(QDir::homePath()), scheduler_));
+  auto& fileSearch = keep(std::make_unique<IndexedFileSearch>(names));
   auto& trusted = keep(std::make_unique<TrustedEntries>(dataDirectory_ + QStringLiteral("/trusted-entries.json")));
   services_.opener.setTrusted(&trusted);
   return {
@@ -137,7 +145,7 @@ DelegateSetup Adapters::delegateSetup() {
       .socket = keep(std::make_unique<SocketSession>(dataDirectory_)),
       .readings = readings_,
       .clipboard = clipboard_,
-      .fileSearch = keep(std::make_unique<NoFileSearch>()),
+      .fileSearch = fileSearch,
       .executable = QCoreApplication::applicationFilePath(),
       .environment = environment_,
       .autostartFile = Autostart::path(),

@@ -21,7 +21,7 @@ class CommandBarHost;
 class DockDisplays;
 class DockPresenter;
 class ExitGuards;
-class FileSearch;
+class IndexedFileSearch;
 class LoginEntry;
 class Orders;
 class ProgramCommands;
@@ -39,7 +39,7 @@ struct DelegateSetup {
   SocketSession& socket;            ///< What other copies of the program reach it by where there is no bus.
   Readings& readings;
   ClipboardKeeper& clipboard;
-  FileSearch& fileSearch;  ///< Of the user's home.
+  IndexedFileSearch& fileSearch;  ///< Of the user's home.
   QString executable;
   /// What a new build of the program is started with.
   LaunchEnvironment environment;

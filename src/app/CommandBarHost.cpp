@@ -8,6 +8,7 @@
 
 #include "apps/AppIcons.h"
 #include "clipboard/ClipboardHistory.h"
+#include "commandbar/StoredChoices.h"
 #include "desktop/MotionPreference.h"
 #include "store/AppStore.h"
 #include "store/Commands.h"
@@ -25,6 +26,8 @@ CommandBarHost::CommandBarHost(const Parts& parts, const Services& services) : p
   connect(&services.screens, &Screens::changed, this, [this] {
     if (anchor_ && !screenToUse()) hide();
   });
+  connect(&parts.store, &AppStore::configChanged, this, &CommandBarHost::takeChoices);
+  takeChoices();
 }
 
 CommandBarHost::~CommandBarHost() { hide(); }
@@ -39,8 +42,18 @@ void CommandBarHost::makeModel() {
   parts.clipboard = [this] { return parts_.clipboard.items(); };
   model_ = std::make_unique<CommandBarModel>(std::move(parts));
   connect(&parts_.clipboard, &ClipboardHistory::didChange, model_.get(), &CommandBarModel::refresh);
-  extras_ = std::make_unique<CommandExtras>(parts_.extras);
+  extras_ =
+      std::make_unique<CommandExtras>(CommandExtrasParts{.commands = parts_.commands, .settings = parts_.settings});
   rows_ = std::make_unique<CommandBarRows>(*model_, *extras_);
+  takeChoices();
+}
+
+void CommandBarHost::takeChoices() {
+  const DeskOptions desk = parts_.store.config().desk();
+  parts_.files.setOn(parts_.store.config().desktopOptions().commandBarEnabled && desk.barFiles);
+  if (!model_) return;
+  model_->setChoices(storedChoices(desk));
+  extras_->setChoices({.findsEmoji = desk.barEmoji, .findsSettings = desk.barSettings});
 }
 
 /// Where the pointer is over windows of others is known on some desktops only; elsewhere the window with the keyboard
@@ -91,6 +104,7 @@ void CommandBarHost::show() {
   const auto screen = screenToUse();
   if (!screen) return;
   makeModel();
+  parts_.files.opened();
   model_->opened();
   anchor_ = makeAnchor(*screen);
 
@@ -128,6 +142,7 @@ void CommandBarHost::hide() {
   popup_.reset();
   anchor_.reset();
   model_->closed();
+  parts_.files.closed();
   Q_EMIT hidden();
 }
 

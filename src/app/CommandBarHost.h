@@ -7,6 +7,7 @@
 #include "commandbar/CommandBarModel.h"
 #include "commandbar/CommandBarRows.h"
 #include "commandbar/CommandExtras.h"
+#include "commandbar/IndexedFileSearch.h"
 #include "desktop/Panels.h"
 #include "desktop/Screens.h"
 #include "store/Services.h"
@@ -29,8 +30,8 @@ class CommandBarHost final : public QObject {
     AppStore& store;
     Commands& commands;
     ClipboardHistory& clipboard;
-    FileSearch& files;
-    CommandExtrasParts extras = {};  ///< What the second list finds.
+    IndexedFileSearch& files;
+    SettingsPlaces* settings = nullptr;  ///< Null where no places of Settings are found.
   };
 
   CommandBarHost(const Parts& parts, const Services& services);
@@ -55,6 +56,7 @@ class CommandBarHost final : public QObject {
 
  private:
   void makeModel();
+  void takeChoices();
   std::optional<Screen> screenToUse() const;
   std::unique_ptr<Panel> makeAnchor(const Screen& screen) const;
   void drawPicture(QPainter& painter, const QRectF& box, const CommandItem& item) const;
