@@ -34,7 +34,9 @@ bool isSymbolOfBar(const QString& emoji) {
 
 }  // namespace
 
-CommandExtras::CommandExtras(const CommandExtrasParts& parts, QObject* parent) : QObject(parent), parts_(parts) {}
+CommandExtras::CommandExtras(const CommandExtrasParts& parts, QObject* parent) : QObject(parent), parts_(parts) {
+  if (parts_.settings) connect(parts_.settings, &SettingsPlaces::changed, this, &CommandExtras::changed);
+}
 
 void CommandExtras::setChoices(const CommandExtrasChoices& choices) {
   if (choices == choices_) return;

@@ -5,6 +5,7 @@
 #include <QSignalBlocker>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "base/Text.h"
 #include "store/AppStore.h"
@@ -150,9 +151,32 @@ void SettingsPage::needs(FormRow* row, const Capability& ability) {
 
 void SettingsPage::refresh() {
   isLate_ = !isVisible();
-  if (isLate_) return;
+  if (!isLate_) takeSettings();
+}
+
+void SettingsPage::takeSettings() {
   for (qsizetype i = 0; i < followers_.size(); ++i) followers_[i](store_.config());
   arrange();
+}
+
+QList<const FormRow*> SettingsPage::formRows() const {
+  QList<const FormRow*> forms;
+  for (const Row& row : rows_)
+    if (const auto* form = qobject_cast<const FormRow*>(row.widget); form && !form->label().isEmpty()) forms << form;
+  return forms;
+}
+
+bool SettingsPage::turnSwitch(const QString& label) {
+  if (std::exchange(isLate_, false)) takeSettings();
+  const auto at = std::ranges::find_if(rows_, [&](const Row& row) {
+    const auto* form = qobject_cast<const FormRow*>(row.widget);
+    return form && form->label() == label;
+  });
+  if (at == rows_.end() || (at->applies && !at->applies(store_.config()))) return false;
+  auto* control = at->widget->findChild<Switch*>();
+  if (!control || !control->isEnabled()) return false;
+  control->click();
+  return true;
 }
 
 bool SettingsPage::isFound(const Row& row) const {

@@ -76,6 +76,11 @@ class SettingsPage : public CardPage {
 
   /// Leaves the rows that match; an empty search shows all again. Gives how many are left.
   int search(const QString& words);
+  /// The rows with a label, whether they apply at the moment or not.
+  QList<const FormRow*> formRows() const;
+  /// Turns the switch in the first row of that label as a click does. False where there is none or it is of no use at
+  /// the moment.
+  bool turnSwitch(const QString& label);
   void refresh();
 
  protected:
@@ -97,6 +102,7 @@ class SettingsPage : public CardPage {
   bool says(const Row& row, const QString& search) const;
   QString whatItIsFor(const Row& row) const;
   void arrange();
+  void takeSettings();
 
   AppStore& store_;
   UndoableEdits& edits_;

@@ -4,11 +4,11 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <array>
 
 #include "views/controls/Fields.h"
 #include "views/controls/Labels.h"
 #include "views/settings/Pages.h"
+#include "views/settings/SettingsSections.h"
 #include "views/window/LayoutCard.h"
 #include "views/window/SideList.h"
 #include "views/window/WindowTheme.h"
@@ -24,35 +24,7 @@ constexpr QSize kLeast{600, 320};  // Half of a small display has space for it.
 constexpr int kWholeSide = 720;    // From this width on there is space for words in the side bar.
 constexpr int kRow = 32;
 
-struct Section {
-  const char* id;
-  const char* title;
-  const char* symbol;
-  SettingsPage* (*make)(AppStore&, const SettingsServices&);
-};
-
-constexpr auto kSections = std::to_array<Section>({
-    {"general", QT_TRANSLATE_NOOP("Settings", "General"), "slider.horizontal.3", makeGeneralPage},
-    {"appearance", QT_TRANSLATE_NOOP("Settings", "Appearance"), "paintpalette", makeAppearancePage},
-    {"layout", QT_TRANSLATE_NOOP("Settings", "Layout & Displays"), "dock.rectangle", makeLayoutPage},
-    {"profiles", QT_TRANSLATE_NOOP("Settings", "Profiles"), "person.2", makeProfilesPage},
-    {"widgets", QT_TRANSLATE_NOOP("Settings", "Widgets"), "macwindow.on.rectangle", makeWidgetsPage},
-    {"runningApps", QT_TRANSLATE_NOOP("Settings", "Running Apps"), "square.grid.2x2", makeRunningAppsPage},
-    {"commandBar", QT_TRANSLATE_NOOP("Settings", "Command Bar"), "magnifyingglass", makeCommandBarPage},
-    {"shortcuts", QT_TRANSLATE_NOOP("Settings", "Shortcuts"), "keyboard", makeShortcutsPage},
-    {"clipboard", QT_TRANSLATE_NOOP("Settings", "Clipboard"), "doc.on.clipboard", makeClipboardPage},
-    {"connections", QT_TRANSLATE_NOOP("Settings", "Connections"), "link", makeConnectionsPage},
-    {"privacy", QT_TRANSLATE_NOOP("Settings", "Privacy"), "lock", makePrivacyPage},
-    {"about", QT_TRANSLATE_NOOP("Settings", "About"), "info.circle", makeAboutPage},
-});
-
-const Section* sectionNamed(const QString& id) {
-  const auto at =
-      std::ranges::find_if(kSections, [&](const Section& section) { return id == QLatin1String(section.id); });
-  return at == kSections.end() ? nullptr : &*at;
-}
-
-SideItem itemOf(const Section& section, int count = 0) {
+SideItem itemOf(const SettingsSection& section, int count = 0) {
   return {QString::fromLatin1(section.id), settingsText(section.title), QString::fromLatin1(section.symbol),
           count ? QLocale().toString(count) : QString(), false};
 }
@@ -70,7 +42,7 @@ SettingsWindow::SettingsWindow(AppStore& store, SettingsServices services)
   nothing_->setAlignment(Qt::AlignCenter);
   stack_->addWidget(nothing_);
   QList<SideItem> items;
-  for (const Section& section : kSections) items << itemOf(section);
+  for (const SettingsSection& section : settingsSections()) items << itemOf(section);
   side_->setItems(items);
   setContent(makeSide(), makeBody());
   connect(side_, &SideList::chosenChanged, this, &SettingsWindow::turnTo);
@@ -128,12 +100,12 @@ void SettingsWindow::fitSide() {
 
 QStringList SettingsWindow::sections() {
   QStringList ids;
-  for (const Section& section : kSections) ids << QString::fromLatin1(section.id);
+  for (const SettingsSection& section : settingsSections()) ids << QString::fromLatin1(section.id);
   return ids;
 }
 
 void SettingsWindow::showSection(const QString& section) {
-  if (!sectionNamed(section)) return;
+  if (!settingsSection(section)) return;
   field_->clear();
   side_->choose(section);
   turnTo(section);
@@ -144,14 +116,14 @@ QString SettingsWindow::section() const { return side_->chosen(); }
 SettingsPage* SettingsWindow::page(const QString& section) {
   const auto made = pages_.find(section);
   if (made != pages_.end()) return made->second;
-  SettingsPage* page = sectionNamed(section)->make(store_, services_);
+  SettingsPage* page = settingsSection(section)->make(store_, services_);
   stack_->addWidget(page);
   pages_[section] = page;
   return page;
 }
 
 void SettingsWindow::turnTo(const QString& section) {
-  if (sectionNamed(section)) stack_->setCurrentWidget(page(section));
+  if (settingsSection(section)) stack_->setCurrentWidget(page(section));
 }
 
 /// Gives the keyboard to the first control of the section that is shown.
@@ -170,7 +142,7 @@ void SettingsWindow::search() {
   if (words.isEmpty() && beforeSearch_.isEmpty()) return;
   if (beforeSearch_.isEmpty()) beforeSearch_ = side_->chosen();
   QList<SideItem> items;
-  for (const Section& section : kSections) {
+  for (const SettingsSection& section : settingsSections()) {
     if (words.isEmpty()) {
       items << itemOf(section);
       const auto made = pages_.find(QString::fromLatin1(section.id));

@@ -144,9 +144,7 @@ void FormRow::setFault(const QString& sentence) {
 
 QString FormRow::fault() const { return fault_->text(); }
 
-bool FormRow::matches(const QString& search) const {
-  return matchesSearch(label_ + u' ' + help_ + u' ' + words_.join(u' '), search);
-}
+bool FormRow::matches(const QString& search) const { return matchesSearch(said(), search); }
 
 // --- Cards ----------------------------------------------------------------------------------------------------------
 

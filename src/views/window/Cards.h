@@ -34,6 +34,8 @@ class FormRow final : public QWidget {
   void setUnavailable(const QString& why);
   /// Words that find this row beside its label and its help.
   void setSearchWords(const QStringList& words) { words_ = words; }
+  /// All that finds it.
+  QString said() const { return label_ + u' ' + help_ + u' ' + words_.join(u' '); }
   /// Whether all the words of `search` occur in what the row says, whatever their case and accents.
   bool matches(const QString& search) const;
 

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "commandbar/SettingsPlaces.h"
+#include "views/settings/SettingsServices.h"
+
+namespace tarnwick {
+
+class AppStore;
+struct SettingsSection;
+
+/// The rows of Settings for those who look for them elsewhere. What they say is read from the sections themselves, of
+/// which each is made for it once, one after another between other events, and not kept.
+class SettingsIndex final : public SettingsPlaces {
+  Q_OBJECT
+ public:
+  /// Shows a section by its name.
+  using ShowSection = std::function<void(const QString& section)>;
+
+  /// `store` and what the services refer to outlive it.
+  SettingsIndex(AppStore& store, SettingsServices services, ShowSection show, QObject* parent = nullptr);
+  ~SettingsIndex() override;
+
+  /// Begins to read, unless it has. Looking for something does so too.
+  void prepare();
+
+  QList<SettingsPlace> find(const QString& words, qsizetype most) override;
+  void open(const QString& id) override;
+
+ private:
+  struct Entry {
+    SettingsPlace place;
+    QString title;  ///< Folded, each word behind a blank, as the next one.
+    QString said;
+  };
+
+  void readNext();
+  void read(const SettingsSection& section);
+  void add(const SettingsPlace& place, const QString& said);
+
+  AppStore& store_;
+  const SettingsServices services_;
+  ShowSection show_;
+  std::vector<Entry> entries_;
+  size_t sectionsRead_ = 0;
+  bool isReading_ = false;
+};
+
+}  // namespace tarnwick
