@@ -41,6 +41,11 @@ Windows::Windows(const WindowsParts& parts, const Services& services)
     : parts_(parts),
       services_(services),
       windowServices_(windowServices()),
+      settingsIndex_(parts.store, {windowServices_, parts.keys},
+                     [this](const QString& section) {
+                       showSettings();
+                       settings_->showSection(section);
+                     }),
       places_(services.screens, [this](const Screen& screen) { return dockOn(screen); }) {
   connect(&services.motion, &MotionPreference::changed, this, &Windows::followMotion);
   connect(&dock(), &DockController::placed, &places_, &WindowPlaces::docksMoved);

@@ -8,6 +8,7 @@
 
 #include "app/WindowPlaces.h"
 #include "store/Services.h"
+#include "views/settings/SettingsIndex.h"
 #include "views/window/WindowServices.h"
 
 namespace tarnwick {
@@ -51,6 +52,8 @@ class Windows final : public QObject {
   ~Windows() override;
 
   void showSettings();
+  /// The rows of Settings for those who look for them elsewhere.
+  SettingsPlaces& settingsPlaces() { return settingsIndex_; }
   /// Opens the library with a profile to add to; a null one means that which the display's dock shows, and an empty
   /// display the active one.
   void showLibrary(const QString& display, const QUuid& profile = {});
@@ -89,6 +92,7 @@ class Windows final : public QObject {
   const Services& services_;
   WidgetEditor::Hooks forms_;
   const WindowServices windowServices_;
+  SettingsIndex settingsIndex_;
   WindowPlaces places_;
   QPointer<SettingsWindow> settings_;
   QPointer<LibraryWindow> library_;
