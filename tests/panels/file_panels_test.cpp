@@ -116,6 +116,12 @@ TEST(ApplicationsPanel, OffersToKeepWhatTheDockDoesNotHold) {
   EXPECT_FALSE(offered().contains(u"Keep in Dock"_s));
   hold(u"appFolder"_s, u"paths"_s);
   EXPECT_FALSE(offered().contains(u"Keep in Dock"_s)) << "a folder of apps in the dock holds it too";
+  QContextMenuEvent key(QContextMenuEvent::Keyboard, {}, {});
+  QCoreApplication::sendEvent(&open.field(), &key);
+  const auto* menu = open.panel->findChild<PaneMenu*>();
+  ASSERT_TRUE(menu && menu->isVisible()) << "by its key, though the field has the keyboard";
+  QTest::keyClick(open.panel->window()->focusWidget(), Qt::Key_Escape);
+  EXPECT_FALSE(open.closed);
   EXPECT_EQ(run(u"New Window"_s), "another " + mail.toStdString());
   EXPECT_TRUE(open.closed);
   EXPECT_EQ(run(u"Open"_s), "start " + mail.toStdString());

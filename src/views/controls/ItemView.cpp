@@ -362,6 +362,14 @@ void ItemView::keyPressEvent(QKeyEvent* event) {
 }
 
 bool ItemView::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == field_ && event->type() == QEvent::ContextMenu) {
+    // The key for a menu is about the item, unless what is selected in the field is nearer.
+    auto& asked = static_cast<QContextMenuEvent&>(*event);
+    if (asked.reason() != QContextMenuEvent::Keyboard || !menu_ || !currentIndex().isValid()) return false;
+    if (field_->hasSelectedText()) return false;
+    contextMenuEvent(&asked);
+    return true;
+  }
   if (watched != field_ || event->type() != QEvent::KeyPress) return QListView::eventFilter(watched, event);
   auto& key = static_cast<QKeyEvent&>(*event);
   switch (key.key()) {

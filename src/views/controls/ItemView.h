@@ -57,7 +57,7 @@ class ItemView final : public QListView, public ItemActions {
   /// Draws the pictures anew.
   void refreshPictures() { viewport()->update(); }
   void choose(int index);
-  /// Lets a field that keeps the keyboard choose and open items.
+  /// Lets a field that keeps the keyboard choose and open items, and ask for their menu.
   void followField(QLineEdit& field);
 
   Shape shape() const { return shape_; }
