@@ -82,9 +82,9 @@ TEST_F(OpenerTest, WaitsForTheApplicationsAndSaysWhatFails) {
   opener->start(system(u"removed.desktop"_s));
   EXPECT_EQ(failures.size(), 2);
   scheduler.advance(AppOpener::kPatience + 0.1);
-  EXPECT_EQ(failures, (QStringList{u"“gone.txt” no longer exists."_s,
-                                   u"No installed app opens “https://example.org/a”."_s,
-                                   u"“removed” is not installed any more."_s}));
+  EXPECT_EQ(failures,
+            (QStringList{u"“gone.txt” no longer exists."_s, u"No installed app opens “https://example.org/a”."_s,
+                         u"“removed” is not installed any more."_s}));
 }
 
 /// An entry on the user's desktop, and a user who answers.

@@ -357,6 +357,7 @@ TEST_F(LibraryWindowTest, TheMarkOfAPictureStaysWhateverItsNameIsJoinedBy) {
   EXPECT_EQ(mark(u"Forecast"_s), before);
   view_.choose(-1);
   fixture_.store().addWidget({{}, u"weatherForecast"_s, {}, {}}, fixture_.profile(0).id);
+  EXPECT_TRUE(indexOf(u"Forecast"_s).data(Qt::AccessibleDescriptionRole).toString().endsWith(u"On dock"_s));
   EXPECT_EQ(mark(u"Forecast"_s), before);
   window_->showCategory(u"Clocks"_s);
   EXPECT_TRUE(view_.markRect(indexOf(u"Flip Clock"_s).row()).isEmpty());

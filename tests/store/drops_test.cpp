@@ -424,10 +424,10 @@ TEST_F(DropsTest, AWidgetMovesToTheDockOfAnotherDisplayAsOneStep) {
     qsizetype index;
     const char* left;
     const char* right;
-  } rows[] = {{"before the first", true, 0, "cpu ram", "timer battery disk"},
-              {"between", true, 1, "cpu ram", "battery timer disk"},
-              {"behind the last", true, 2, "cpu ram", "battery disk timer"},
-              {"nowhere among them", true, -1, "cpu ram", "battery disk timer"},
+  } rows[] = {{"before the first", true, 0, "cpu ram", "timer battery network"},
+              {"between", true, 1, "cpu ram", "battery timer network"},
+              {"behind the last", true, 2, "cpu ram", "battery network timer"},
+              {"nowhere among them", true, -1, "cpu ram", "battery network timer"},
               {"to the front of the same profile", false, 0, "timer cpu ram", "timer cpu ram"},
               {"to its end", false, 3, "cpu ram timer", "cpu ram timer"},
               {"to its own place", false, 2, "cpu timer ram", "cpu timer ram"}};
@@ -442,7 +442,7 @@ TEST_F(DropsTest, AWidgetMovesToTheDockOfAnotherDisplayAsOneStep) {
     store.edit([&](DockConfiguration& config) {
       config.profiles = {DockProfile::initial(), DockProfile::initial()};
       config.profiles[0].widgets = {a, b, c};
-      config.profiles[1].widgets = {tile(u"battery"_s), tile(u"disk"_s)};
+      config.profiles[1].widgets = {tile(u"battery"_s), tile(u"network"_s)};
       config.activeProfileID = config.profiles[0].id;
       DocumentEdits::pin(config, u"R"_s, config.profiles[each.ownProfile ? 1 : 0].id);
     });
