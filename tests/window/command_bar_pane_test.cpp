@@ -1,0 +1,108 @@
+#include "views/commandbar/CommandBarPane.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include "commandbar/CommandBarTest.h"
+#include "commandbar/CommandExtras.h"
+#include "support/TestFrameClock.h"
+#include "views/commandbar/CommandBarMeasures.h"
+#include "views/commandbar/CommandField.h"
+#include "views/commandbar/CommandList.h"
+
+namespace tarnwick {
+namespace {
+
+struct KnownClocks final : FrameClocks {
+  std::unique_ptr<FrameClock> make(const QString&) override {
+    auto clock = std::make_unique<test::TestFrameClock>();
+    made << clock.get();
+    return clock;
+  }
+  QList<test::TestFrameClock*> made;
+};
+
+class CommandBarPaneTest : public CommandBarTest {
+ protected:
+  CommandBarPaneTest() {
+    model->setChoices({.findsWidgets = false, .findsSymbols = false, .findsFiles = false, .searchesWeb = false});
+    pane.setDockLook(DockStyle::DarkGlass, Backdrop::Plain, false);
+    pane.resize(pane.sizeHint());
+    pane.show();
+  }
+  void type(const QString& text) {
+    QTest::keyClicks(&pane.field(), text);
+    pane.resize(pane.sizeHint());
+  }
+  bool key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+    QKeyEvent press(QEvent::KeyPress, key, modifiers);
+    press.ignore();
+    QCoreApplication::sendEvent(&pane.field(), &press);
+    return press.isAccepted();
+  }
+
+  KnownClocks clocks;
+  CommandExtras extras{{.commands = commands}};
+  CommandBarRows rows{*model, extras};
+  CommandBarPane pane{rows, [](QPainter&, const QRectF&, const CommandItem&) {}, clocks, {}};
+  QSignalSpy done{&pane, &CommandBarPane::done};
+};
+
+TEST_F(CommandBarPaneTest, KeysChooseAndDo) {
+  type(u"ma"_s);
+  ASSERT_EQ(pane.list().rows().size(), 2) << "Mail and Maps";
+  EXPECT_EQ(pane.list().currentIndex().row(), 0);
+  const struct {
+    Qt::Key key;
+    Qt::KeyboardModifiers modifiers;
+    int row;
+  } steps[] = {{Qt::Key_Down, Qt::NoModifier, 1},
+               {Qt::Key_Down, Qt::NoModifier, 0},
+               {Qt::Key_Up, Qt::NoModifier, 1},
+               {Qt::Key_Tab, Qt::NoModifier, 0},
+               {Qt::Key_Backtab, Qt::ShiftModifier, 1}};
+  for (const auto& step : steps) {
+    EXPECT_TRUE(key(step.key, step.modifiers));
+    EXPECT_EQ(pane.list().currentIndex().row(), step.row);
+  }
+  EXPECT_TRUE(key(Qt::Key_C, Qt::ControlModifier));
+  EXPECT_TRUE(commands.asked.contains(u"copy /apps/maps.desktop"_s)) << commands.asked.join(u", "_s).toStdString();
+  EXPECT_EQ(done.size(), 0) << "it stays";
+  EXPECT_FALSE(key(Qt::Key_Escape)) << "that is for the window";
+  QTest::keyClick(&pane.field(), Qt::Key_Return);
+  EXPECT_EQ(done.size(), 1);
+  EXPECT_TRUE(commands.asked.contains(u"start /apps/maps.desktop"_s)) << commands.asked.join(u", "_s).toStdString();
+}
+
+TEST_F(CommandBarPaneTest, AClickOnARowDoesWhatReturnDoes) {
+  type(u"ed"_s);
+  for (test::TestFrameClock* clock : clocks.made) clock->beat(1);
+  const QRect row = pane.list().visualRect(pane.list().model()->index(0, 0));
+  QTest::mouseClick(pane.list().viewport(), Qt::LeftButton, {}, row.center());
+  EXPECT_EQ(done.size(), 1);
+  EXPECT_TRUE(commands.asked.contains(u"start /apps/editor.desktop"_s));
+}
+
+TEST_F(CommandBarPaneTest, TheGlassGrowsIntoItsWindowAndShrinksWithinIt) {
+  const int alone = theme::kBarFieldHeight;
+  const auto height = [this] { return pane.sizeHint().shrunkBy(pane.margins()).height(); };
+  EXPECT_EQ(height(), alone);
+  type(u"ma"_s);
+  const int whole = alone + theme::kBarListPadding * 2 + theme::kBarRowHeight * 2;
+  EXPECT_EQ(height(), whole) << "the window is there before the glass";
+  EXPECT_FALSE(pane.list().isVisible());
+  for (test::TestFrameClock* clock : clocks.made) clock->beat();
+  EXPECT_TRUE(pane.list().isVisible());
+  EXPECT_LT(pane.list().height(), whole - alone);
+  for (test::TestFrameClock* clock : clocks.made) clock->beat(2);
+  EXPECT_EQ(pane.list().height(), whole - alone);
+  for (const test::TestFrameClock* clock : clocks.made) EXPECT_FALSE(clock->isRunning());
+
+  type(u"zz"_s);
+  EXPECT_EQ(height(), whole) << "until the glass has left it";
+  for (test::TestFrameClock* clock : clocks.made) clock->beat(2);
+  EXPECT_EQ(height(), alone);
+}
+
+}  // namespace
+}  // namespace tarnwick
