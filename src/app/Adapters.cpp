@@ -43,7 +43,7 @@ namespace tarnwick {
 namespace {
 
 /// The name of the program that a process runs.
-QString executableOf(qint64 pid) { return DesktopExec::executableName(processCommandLine(pid)); }
+QString programOf(qint64 pid) { return DesktopExec::executableName(processCommandLine(pid)); }
 
 }  // namespace
 
@@ -53,7 +53,7 @@ Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment, c
       dataDirectory_(dataDirectory),
       windowSystem_(WindowSystem::make(scheduler)),
       services_(makeServices()),
-      clipboard_(keep(std::make_unique<ClipboardKeeper>(services_, dataDirectory, &executableOf))),
+      clipboard_(keep(std::make_unique<ClipboardKeeper>(services_, dataDirectory, &programOf))),
       readings_(keep(std::make_unique<Readings>(readingPorts(), clipboard_.history(), scheduler))),
       session_(keep(std::make_unique<DBusSessionApplication>())) {}
 
