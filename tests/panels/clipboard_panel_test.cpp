@@ -182,7 +182,7 @@ TEST_F(ClipboardPanelTest, RemovesByDeleteAndTakesItBackForAWhile) {
   settle();
   EXPECT_EQ(titles(), (QStringList{u"c"_s, u"a"_s}));
   EXPECT_EQ(view().currentIndex().row(), 1) << "the next one is chosen";
-  EXPECT_EQ(commands.announced, QStringList{u"“b” was removed from the history."_s});
+  EXPECT_EQ(commands.announced, QStringList{u"Text removed from the history."_s});
   panel.reset();
   commands.undos.at(0)();
   settle();

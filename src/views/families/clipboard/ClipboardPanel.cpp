@@ -286,8 +286,9 @@ class ClipboardPanel final : public TilePanel {
   void offerBack(const RemovedClipboardEntry& removed) {
     const auto removal = std::make_shared<Removal>(history_, context().scheduler);
     removal->hold(removed);
+    // Not by its words: the sentence is kept for longer than the entry is.
     offerUndo(
-        PanelWords::tr("“%1” was removed from the history.").arg(ClipboardWords::title(removed.entry)),
+        PanelWords::tr("%1 removed from the history.").arg(ClipboardWords::kind(removed.entry.kind)),
         [removal] { removal->takeBack(); }, [removal] { removal->again(); });
   }
 
