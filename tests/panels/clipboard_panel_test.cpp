@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QMimeData>
 #include <QTest>
 
 #include "clipboard/ClipboardHistory.h"
@@ -255,10 +256,15 @@ TEST_F(ClipboardPanelTest, GivesEachKindInItsOwnWay) {
     EXPECT_EQ(item.caption, cases[i].caption);
     EXPECT_EQ(item.drag, cases[i].drag);
     EXPECT_EQ(item.dragText, cases[i].text);
+    const auto carried = ItemView::carried(item);
+    ASSERT_TRUE(carried);
+    EXPECT_EQ(carried->urls(), item.drag.isEmpty() ? QList<QUrl>() : QList{item.drag});
+    EXPECT_EQ(carried->text(), i == 4 ? item.drag.toString() : cases[i].text) << "byte for byte";
     EXPECT_FALSE(item.tip.contains(u"<b>"_s)) << "what was copied is no markup";
     EXPECT_EQ(item.dragsCopy, i == 4) << "no program may take the history's own file away";
     EXPECT_EQ(view().itemActions(view().model()->index(i, 0)).contains(u"Reveal in Finder"_s), cases[i].reveals);
   }
+  EXPECT_FALSE(ItemView::carried(ViewItem{u"id"_s, u"title"_s}));
   EXPECT_TRUE(view().items()[4].drag.toLocalFile().endsWith(u"Clipboard/p.png"_s));
 }
 

@@ -391,16 +391,22 @@ bool ItemView::eventFilter(QObject* watched, QEvent* event) {
   }
 }
 
+std::unique_ptr<QMimeData> ItemView::carried(const ViewItem& item) {
+  if (!isDragged(item)) return nullptr;
+  auto content = std::make_unique<QMimeData>();
+  if (!item.drag.isEmpty()) content->setUrls({item.drag});
+  content->setText(item.dragText.isEmpty() ? item.drag.toString() : item.dragText);
+  return content;
+}
+
 void ItemView::startDrag(Qt::DropActions) {
   const QModelIndex index = currentIndex();
   if (!index.isValid()) return;
   const ViewItem item = items()[index.row()];
-  if (!isDragged(item)) return;
-  auto* carried = new QMimeData;
-  if (!item.drag.isEmpty()) carried->setUrls({item.drag});
-  carried->setText(item.dragText.isEmpty() ? item.drag.toString() : item.dragText);
+  auto content = carried(item);
+  if (!content) return;
   QDrag* drag = makeDrag();
-  drag->setMimeData(carried);
+  drag->setMimeData(content.release());
   if (picture_) {
     constexpr int side = static_cast<int>(kIconSize);
     QPixmap shown(QSize(side, side) * devicePixelRatio());

@@ -4,12 +4,14 @@
 #include <QTimer>
 #include <QUrl>
 #include <functional>
+#include <memory>
 
 #include "views/controls/ControlLook.h"
 #include "views/controls/ListAccessible.h"
 #include "views/controls/PaneMenu.h"
 
 class QLineEdit;
+class QMimeData;
 
 namespace tarnwick {
 
@@ -59,6 +61,9 @@ class ItemView final : public QListView, public ItemActions {
   void choose(int index);
   /// Lets a field that keeps the keyboard choose and open items, and ask for their menu.
   void followField(QLineEdit& field);
+
+  /// What a drag of an item carries for other programs; null where it cannot be dragged.
+  static std::unique_ptr<QMimeData> carried(const ViewItem& item);
 
   Shape shape() const { return shape_; }
   QSize cell() const;
