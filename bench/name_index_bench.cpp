@@ -6,14 +6,19 @@
 #include <sys/time.h>
 #include <unistd.h>
 
+#include <QCoreApplication>
+#include <QDir>
+#include <QEventLoop>
 #include <QFile>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <chrono>
 #include <deque>
 
+#include "base/Scheduler.h"
 #include "files/MappedNames.h"
 #include "files/NameIndex.h"
+#include "files/NameIndexKeeper.h"
 #include "files/NameSearch.h"
 #include "files/NameWalk.h"
 
@@ -158,6 +163,31 @@ void disk(benchmark::State& state) {
   }
 }
 BENCHMARK(disk)->Unit(benchmark::kMillisecond)->Iterations(1);
+
+/// From the opening of the bar until nothing is left to do: once the first time, then where nothing was changed.
+void opening(benchmark::State& state) {
+  int none = 0;
+  const QCoreApplication application(none, nullptr);
+  const SystemScheduler clock;
+  const QTemporaryDir folder;
+  QDir home(folder.filePath(u"home"_s));
+  constexpr int kFewFolders = 1'000;
+  for (int i = 0; i < kFewFolders; ++i)
+    if (!home.mkpath(u"%1/%2/report"_s.arg(i % kInFolder).arg(i))) return state.SkipWithError("cannot be made");
+  for (auto _ : state) {
+    NameIndexKeeper keeper(folder.filePath(u"names"_s), QFile::encodeName(home.path()), clock);
+    QEventLoop loop;
+    QObject::connect(&keeper, &NameIndexKeeper::rested, &loop, &QEventLoop::quit);
+    keeper.opened();
+    loop.exec();
+    const auto names = keeper.names()->get();
+    if (!names || names->index->find(u"report"_s, kNames).size() != kFewFolders)
+      return state.SkipWithError("finds too little");
+    state.counters["watched"] = static_cast<double>(keeper.watched());
+    keeper.closed();
+  }
+}
+BENCHMARK(opening)->Unit(benchmark::kMillisecond)->Iterations(20);
 
 }  // namespace
 }  // namespace tarnwick

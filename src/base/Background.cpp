@@ -9,6 +9,8 @@
 #include <QObject>
 #include <QThreadPool>
 #include <limits>
+#include <system_error>
+#include <thread>
 
 namespace tarnwick {
 
@@ -33,8 +35,7 @@ QThreadPool* makeOrderedPool() {
   return pool;
 }
 
-/// A thread that is idle cannot become another one again, so it serves nothing else.
-QThreadPool* makeIdlePool() {
+QThreadPool* makePatientPool() {
   QThreadPool* pool = makePool(1);
   pool->setExpiryTimeout(0);
   return pool;
@@ -55,14 +56,14 @@ QThreadPool& pool(Background::Lane lane) {
   static QThreadPool* const reading = makePool(kReaders);
   static QThreadPool* const pictures = makePool(1);
   static QThreadPool* const ordered = makeOrderedPool();
-  static QThreadPool* const idle = makeIdlePool();
+  static QThreadPool* const patient = makePatientPool();
   switch (lane) {
     case Background::Lane::Pictures:
       return *pictures;
     case Background::Lane::Ordered:
       return *ordered;
-    case Background::Lane::Idle:
-      return *idle;
+    case Background::Lane::Patient:
+      return *patient;
     case Background::Lane::Reading:
       break;
   }
@@ -78,11 +79,19 @@ QObject& mainThread() {
 
 void Background::run(Lane lane, std::function<void()> work) {
   if (lane != Lane::Ordered) mainThread();  // It belongs to the thread that asks first.
-  if (lane != Lane::Idle) return pool(lane).start(std::move(work));
-  pool(lane).start([work = std::move(work)] {
-    becomeIdle();
-    work();
-  });
+  pool(lane).start(std::move(work));
+}
+
+void Background::idly(const std::function<void()>& work) {
+  try {
+    // One of its own: a thread that is idle cannot become another one again.
+    std::thread([&work] {
+      becomeIdle();
+      work();
+    }).join();
+  } catch (const std::system_error&) {
+    work();  // No thread is to be had now.
+  }
 }
 
 void Background::giveBackMemory() {

@@ -12,11 +12,15 @@ struct Background {
     Reading,
     Pictures,  ///< One after the other, so that a folder full of them does not take every processor.
     Ordered,   ///< For OrderedWork alone. Each of its queues has at most one thread, and never waits for one.
-    Idle  ///< In order, while neither the processors nor the disk have anything else to do. Its thread ends with it.
+    Patient    ///< One after the other, in order. Its thread ends with the last.
   };
 
   /// Runs `work` on another thread. Called on the main thread, but for Ordered.
   static void run(Lane lane, std::function<void()> work);
+  /// Runs `work` while neither the processors nor the disk have anything else to do, and waits for it. The thread on
+  /// which it runs must share no lock with the main thread, which could wait long for it: it answers nothing and starts
+  /// nothing. Not on the main thread.
+  static void idly(const std::function<void()>& work);
   /// Runs `answer` on the main thread, in a turn of its event loop. Any thread.
   static void answer(std::function<void()> answer);
   /// Gives memory back to the system that was needed for a moment, such as for the pixels of a large picture of which

@@ -12,6 +12,14 @@
 namespace tarnwick {
 namespace {
 
+/// What `work` gives, done while nothing else wants to be.
+template <class Work>
+auto idly(Work work) {
+  decltype(work()) result{};
+  Background::idly([&] { result = work(); });
+  return result;
+}
+
 /// Has the system take something back on another thread, since it takes its time.
 template <class Owned>
 void dropElsewhere(std::shared_ptr<Owned> owned) {
@@ -20,7 +28,7 @@ void dropElsewhere(std::shared_ptr<Owned> owned) {
 
 }  // namespace
 
-/// What the idle thread alone uses: one piece of work after the other.
+/// What the patient lane alone uses: one piece of work after the other.
 struct NameIndexKeeper::Disk {
   Disk(QString indexFile, QByteArray indexRoot) : file(std::move(indexFile)), root(std::move(indexRoot)) {}
 
@@ -69,11 +77,7 @@ NameIndexKeeper::Walked NameIndexKeeper::Disk::walk(qint64 since, const std::sto
   // Where it goes on is a place in the file that it wrote.
   const bool isKept = result->file.isEmpty() || write(result->file, true);
   from = isKept && !result->isDone ? result->from : 0;
-  const bool wasLarge = !result->file.isEmpty();
-  const bool isDone = result->isDone;
-  result.reset();
-  if (wasLarge) Background::giveBackMemory();
-  return {.isDone = isDone};
+  return {.isDone = result->isDone};
 }
 
 bool NameIndexKeeper::Disk::write(const QByteArray& content, bool isLast) const {
@@ -114,7 +118,7 @@ NameIndexKeeper::~NameIndexKeeper() {
 template <class Work, class Done>
 void NameIndexKeeper::start(Work work, Done done) {
   ++jobs_;
-  Background::run(Background::Lane::Idle,
+  Background::run(Background::Lane::Patient,
                   [work = std::move(work), done = std::move(done), disk = disk_, self = self_]() mutable {
                     auto result = std::make_shared<decltype(work(*disk))>(work(*disk));
                     Background::answer([result, done = std::move(done), self] {
@@ -134,8 +138,10 @@ void NameIndexKeeper::setOn(bool on) {
   }
   end();
   const auto remove = [](Disk& disk) {
-    disk.remove();
-    return true;
+    return idly([&] {
+      disk.remove();
+      return true;
+    });
   };
   start(remove, [this](bool) { lastWalk_.reset(); });
 }
@@ -168,7 +174,9 @@ void NameIndexKeeper::end() {
 }
 
 void NameIndexKeeper::lookAround(bool isBeforeWalk) {
-  const auto work = [stop = stop_.get_token()](Disk& disk) { return stop.stop_requested() ? Look() : disk.look(); };
+  const auto work = [stop = stop_.get_token()](Disk& disk) {
+    return idly([&] { return stop.stop_requested() ? Look() : disk.look(); });
+  };
   start(work, [this, opening = opening_, isBeforeWalk](Look look) {
     if (opening != opening_) return dropElsewhere(std::move(look.watch));
     took(std::move(look.watch));
@@ -183,7 +191,10 @@ void NameIndexKeeper::walk(bool isWhole) {
   setGrowing(!isWhole);
   const auto work = [today = clock_.now(), isOnBattery = isOnBattery_, stop = stop_.get_token()](Disk& disk) {
     const bool isSpared = isOnBattery && !stop.stop_requested() && isOnBattery();
-    return disk.walk(isSpared ? today.addDays(-kDaysOnBattery).toSecsSinceEpoch() : 0, stop);
+    const qint64 since = isSpared ? today.addDays(-kDaysOnBattery).toSecsSinceEpoch() : 0;
+    const Walked walked = idly([&] { return disk.walk(since, stop); });
+    Background::giveBackMemory();
+    return walked;
   };
   start(work, [this, now, opening = opening_](const Walked& walked) {
     if (walked.isDone) lastWalk_ = now;

@@ -31,7 +31,7 @@ class NameIndexKeeper final : public QObject {
   static constexpr qsizetype kMostChanges = 200;
 
   /// `root`: the folder, as the system writes its path. `clock` must outlive this. `isOnBattery` may be left out. It is
-  /// asked before each walk, on the idle thread, where it may block, and holds all that it touches.
+  /// asked before each walk, on another thread, where it may block, and holds all that it touches.
   NameIndexKeeper(const QString& file, const QByteArray& root, const Scheduler& clock,
                   std::function<bool()> isOnBattery = {}, QObject* parent = nullptr);
   /// Waits for nothing.
@@ -71,7 +71,7 @@ class NameIndexKeeper final : public QObject {
   void took(std::shared_ptr<NameWatch> watch);
   void noteChanges();
   void setGrowing(bool growing);
-  /// Does `work` on the idle thread, in order, and then `done` here with what it gave.
+  /// Does `work` on another thread, in order, and then `done` here with what it gave.
   template <class Work, class Done>
   void start(Work work, Done done);
 

@@ -80,6 +80,10 @@ bool isCache(int folder) {
   return count == static_cast<ssize_t>(begin.size()) && std::string_view(begin.data(), begin.size()) == kCacheSignature;
 }
 
+bool mayRead(const QByteArray& folder) {
+  return ::faccessat(AT_FDCWD, folder.constData(), R_OK | X_OK, AT_EACCESS) == 0;
+}
+
 /// When a folder was changed, as the index keeps it: never one of the times that mean something else.
 quint32 keptTime(const struct stat& status) {
   const qint64 least = NameIndex::kUnreadable + 1;
@@ -108,13 +112,14 @@ QByteArray realPath(const QByteArray& path) {
 class HomeWalk {
  public:
   HomeWalk(const NameWalk::Request& request, const std::stop_token& stop)
-      : request_(request), stop_(stop), builder_(request.root), nextGrown_(request.firstGrown) {}
+      : request_(request), stop_(stop), builder_(request.root), begin_(request.from), nextGrown_(request.firstGrown) {}
 
   bool run() {
     struct stat status {};
     if (::stat(request_.root.constData(), &status) != 0 || !S_ISDIR(status.st_mode)) return false;
     device_ = status.st_dev;
     findFarMounts();
+    if (request_.known && request_.known->isWhole() && isAllKnown()) return true;
     waiting_.push_back({.place = 0, .known = request_.known ? 0 : kNoPlace});
     while (!waiting_.empty()) {
       const WaitingFolder folder = waiting_.front();
@@ -147,6 +152,31 @@ class HomeWalk {
       if (mount.startsWith(root)) farMounts_.insert(mount.mid(root.size()));
   }
 
+  /// Looks at the folders before anything is collected, since most of the time none was changed. The walk goes on at
+  /// the first that was. True where there is nothing to be done, or the walk was asked to stop.
+  bool isAllKnown() {
+    const NameIndex& known = *request_.known;
+    for (quint32 place = begin_; place < known.size(); ++place) {
+      const quint32 changed = known.changed(place);
+      if (!known.traits(place).isFolder || changed < request_.since) continue;
+      if (stop_.stop_requested()) {
+        stopAt(place);
+        return true;
+      }
+      const QByteArray path = known.path(place);
+      if (NameWalk::isAvoided(relative(path)) || isAsKnown(path, changed)) continue;
+      begin_ = place;
+      return false;
+    }
+    return true;
+  }
+
+  bool isAsKnown(const QByteArray& path, quint32 changed) const {
+    const bool isFar = farMounts_.contains(relative(path));
+    if (changed == NameIndex::kUnreadable) return isFar || !mayRead(path);
+    return !isFar && timeOf(path, path == request_.root) == changed;
+  }
+
   /// Its path below the root; empty for the root itself.
   QByteArray relative(const QByteArray& path) const {
     const qsizetype root = request_.root.size() + (request_.root.endsWith('/') ? 0 : 1);
@@ -157,7 +187,7 @@ class HomeWalk {
     const bool isKnown = folder.known != kNoPlace;
     const quint32 changed = isKnown ? request_.known->changed(folder.known) : NameIndex::kUnread;
     const bool wasRead = changed != NameIndex::kUnread;
-    if (wasRead && (folder.known < request_.from || changed < request_.since)) return takeKnown(folder);
+    if (wasRead && (folder.known < begin_ || changed < request_.since)) return takeKnown(folder);
     if (stop_.stop_requested()) {
       stopAt(folder.place);
       if (!wasRead) ++unread_;
@@ -165,12 +195,12 @@ class HomeWalk {
       return;
     }
     const QByteArray path = builder_.path(folder.place);
+    if (wasRead && isAsKnown(path, changed)) return takeKnown(folder);
     const bool isFar = farMounts_.contains(relative(path));
-    if (wasRead && !isFar && timeOf(path, folder.place == 0) == changed) return takeKnown(folder);
     const quint32 kept = isFar ? NameIndex::kUnreadable : read(folder, path);
     builder_.setChanged(folder.place, kept);
     if (kept == NameIndex::kUnread) ++unread_;
-    isOther_ = isOther_ || kept != changed || kept != NameIndex::kUnreadable;
+    isOther_ = true;
   }
 
   /// The next walk goes on from here.
@@ -271,6 +301,7 @@ class HomeWalk {
   qsizetype unread_ = 0;
   quint32 from_ = 0;
   bool isDone_ = true;
+  quint32 begin_;  ///< Folders before this place of the earlier index are as it has them.
   quint32 nextGrown_;
   bool isOther_ = false;  ///< Whether something is not as the earlier index has it.
 };

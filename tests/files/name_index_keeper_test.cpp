@@ -156,6 +156,7 @@ TEST_F(NameIndexKeeperTest, GoesOnAfterItWasClosedInTheMiddle) {
   EXPECT_EQ(found(*kept, u"txt"_s), "one.txt two.txt");
   const auto names = kept->names()->get();
   ASSERT_TRUE(names);
+  EXPECT_FALSE(kept->isGrowing());
   EXPECT_TRUE(names->index->isWhole());
   EXPECT_EQ(names->index->size(), 605);
 }
@@ -212,6 +213,7 @@ TEST_F(NameIndexKeeperTest, IsRemovedWhenItIsSwitchedOff) {
 }
 
 TEST_F(NameIndexKeeperTest, MakesADamagedFileAnew) {
+  for (const auto& folder : {u"a"_s, u"b"_s, u""_s}) date(folder, 1'000'000);
   auto kept = keeper();
   open(*kept);
   const QByteArray whole = QByteArray::fromStdString(content(u"cache/deep/names"_s));
