@@ -34,6 +34,7 @@
 #include "platform/linux/LinuxMachineDetails.h"
 #include "platform/linux/LinuxProcessSource.h"
 #include "platform/linux/LinuxSystemCounters.h"
+#include "platform/linux/PowerSupplies.h"
 #include "platform/linux/ProcessCommandLine.h"
 #include "platform/linux/SensorTemperatures.h"
 #include "platform/x11/X11Tray.h"
@@ -133,8 +134,12 @@ StoreSetup Adapters::storeSetup() {
 DelegateSetup Adapters::delegateSetup() {
   const QString cache =
       QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + QStringLiteral("/Tarnwick");
+  const auto isOnBattery = [] {
+    const auto power = PowerSupplies::read("/sys/class/power_supply");
+    return power && power->flow == BatteryFlow::Draining;
+  };
   auto& names = keep(std::make_unique<NameIndexKeeper>(cache + QStringLiteral("/names"),
-                                                       QFile::encodeName(QDir::homePath()), scheduler_));
+                                                       QFile::encodeName(QDir::homePath()), scheduler_, isOnBattery));
   auto& fileSearch = keep(std::make_unique<IndexedFileSearch>(names));
   auto& trusted = keep(std::make_unique<TrustedEntries>(dataDirectory_ + QStringLiteral("/trusted-entries.json")));
   services_.opener.setTrusted(&trusted);

@@ -118,6 +118,10 @@ void CommandBarHost::show() {
                      parts_.store.config().monochrome);
   pane_->setReduceMotion(services_.motion.reducesMotion());
   pane_->setComposited(composited);
+  const NameIndexKeeper& names = parts_.files.keeper();
+  const auto grow = [pane = pane_, &names] { pane->setGrowing(names.isGrowing()); };
+  connect(&names, &NameIndexKeeper::growingChanged, pane_, grow);
+  grow();
   connect(pane_, &CommandBarPane::done, this, &CommandBarHost::hide, Qt::QueuedConnection);
   connect(pane_, &CommandBarPane::sizeChanged, this, [this] {
     if (popup_) popup_->reposition();

@@ -19,6 +19,8 @@ class IndexedFileSearch final : public FileSearch {
   explicit IndexedFileSearch(NameIndexKeeper& keeper, std::function<QStringList()> recent = {})
       : keeper_(keeper), recent_(std::move(recent)) {}
 
+  const NameIndexKeeper& keeper() const { return keeper_; }
+
   /// Whether files are to be found at all.
   void setOn(bool on) { keeper_.setOn(on); }
   /// The bar is opened, and it is closed: nothing is found but in between.

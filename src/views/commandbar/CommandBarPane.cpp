@@ -49,6 +49,11 @@ void CommandBarPane::setReduceMotion(bool reduce) {
 
 void CommandBarPane::setComposited(bool composited) { isComposited_ = composited; }
 
+void CommandBarPane::setGrowing(bool growing) {
+  isGrowing_ = growing;
+  takeRows();
+}
+
 QSize CommandBarPane::sizeHint() const {
   // The window has its new height before the glass grows into it, and keeps its old one until the glass has left it.
   const int list = static_cast<int>(std::ceil(std::max(listHeight_, growth_.spring().target)));
@@ -64,7 +69,7 @@ QRectF CommandBarPane::pane() const {
 void CommandBarPane::takeRows() {
   list_->setRows(rows_.rows());
   list_->choose(rows_.rows().isEmpty() ? -1 : rows_.selection());
-  field_->setSearching(rows_.model().searchingFiles());
+  field_->setSearching(rows_.model().searchingFiles() || isGrowing_);
   const double height = list_->wholeHeight();
   if (height != growth_.spring().target)
     growth_.animate(height, MotionStyle::Quick, isComposited_ && !reduceMotion_, reduceMotion_);

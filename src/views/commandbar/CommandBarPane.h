@@ -29,6 +29,8 @@ class CommandBarPane final : public GlassPane {
   void setReduceMotion(bool reduce);
   /// Whether windows can be translucent; where not, nothing grows.
   void setComposited(bool composited);
+  /// Whether more files may be found soon, which the mark in the field says too.
+  void setGrowing(bool growing);
   QSize sizeHint() const override;
   CommandField& field() { return *field_; }
   CommandList& list() { return *list_; }
@@ -61,6 +63,7 @@ class CommandBarPane final : public GlassPane {
   QSize shownSize_;        ///< The one that was announced last.
   bool reduceMotion_ = false;
   bool isComposited_ = true;
+  bool isGrowing_ = false;
 };
 
 }  // namespace tarnwick
