@@ -153,9 +153,9 @@ WindowSystem::~WindowSystem() {
   screens.reset();
 }
 
-WindowSystem WindowSystem::make() {
-  if (QGuiApplication::platformName().startsWith("wayland"_L1)) return makeWayland();
-  if (X11Events::isAvailable()) return makeX11();
+WindowSystem WindowSystem::make(Scheduler& scheduler) {
+  if (QGuiApplication::platformName().startsWith("wayland"_L1)) return makeWayland(scheduler);
+  if (X11Events::isAvailable()) return makeX11(scheduler);
   throw DomainError::invalid(WindowSystemWords::tr("Tarnwick needs a Wayland or X11 display, but found neither."));
 }
 
