@@ -144,6 +144,7 @@ QByteArray reachable(const QByteArray& wanted) {
 }  // namespace
 
 WindowSystem::~WindowSystem() {
+  pasteboard.reset();
   modifiers.reset();
   hotKeys.reset();
   windows.reset();
