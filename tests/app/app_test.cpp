@@ -322,7 +322,9 @@ TEST(HotKeyTable, NamesTheEnabledKeysInOrder) {
   EXPECT_TRUE(HotKeyTable::commandBarFallbacks(options).isEmpty());
   options.shortcutModifiers = 6912;  // Shift is in it.
   options.profileShortcutEnabled = options.commandBarEnabled = false;
-  options.setDesk({.appKeys = false});
+  DeskOptions desk;
+  desk.appKeys = false;
+  options.setDesk(desk);
   EXPECT_TRUE(HotKeyTable::appRows(options).isEmpty());
   EXPECT_EQ(HotKeyTable::rows(options).size(), 1);
   EXPECT_EQ(HotKeyTable::signature(options), u"true:false:2:6912:6400:false:49:4096"_s);

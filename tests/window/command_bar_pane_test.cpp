@@ -25,7 +25,8 @@ struct KnownClocks final : FrameClocks {
 class CommandBarPaneTest : public CommandBarTest {
  protected:
   CommandBarPaneTest() {
-    model->setChoices({.findsWidgets = false, .findsSymbols = false, .findsFiles = false, .searchesWeb = false});
+    model->setChoices(
+        {.findsWidgets = false, .findsSymbols = false, .findsFiles = false, .searchesWeb = false, .webSearch = {}});
     pane.setDockLook(DockStyle::DarkGlass, Backdrop::Plain, false);
     pane.resize(pane.sizeHint());
     pane.show();
