@@ -27,6 +27,7 @@ class CommandBarPaneTest : public CommandBarTest {
   CommandBarPaneTest() {
     model->setChoices(
         {.findsWidgets = false, .findsSymbols = false, .findsFiles = false, .searchesWeb = false, .webSearch = {}});
+    extras.setChoices({.findsEmoji = false, .findsSettings = false});
     pane.setDockLook(DockStyle::DarkGlass, Backdrop::Plain, false);
     pane.resize(pane.sizeHint());
     pane.show();

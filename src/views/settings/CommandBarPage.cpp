@@ -214,9 +214,10 @@ class CommandBarPage final : public SettingsPage {
     const bool isStored = stored != shown_;
     shown_ = stored;
     const bool isAddress = !isEngine(stored) && WebSearch::problemWith(stored).isEmpty();
+    const bool isBeingEntered = isOwn_ && isVisible() && address_->field->hasFocus();
     // Whoever is about to enter an address goes on with that, unless the choice is made elsewhere meanwhile.
     if (isAddress || isStored || !isVisible()) isOwn_ = isAddress;
-    if (isAddress && !address_->field->hasFocus()) {
+    if (isAddress && !isBeingEntered) {
       const QSignalBlocker quiet(address_->field);
       address_->field->setText(stored);
     }
