@@ -157,6 +157,11 @@ void SettingsWindow::search() {
   if (words.isEmpty()) {
     if (chosen.isEmpty()) side_->choose(beforeSearch_);
     beforeSearch_.clear();
+  } else if (const auto named =
+                 std::ranges::find_if(items, [&](const SideItem& item) { return matchesSearch(item.title, words); });
+             named != items.end()) {
+    // Whoever writes the name of a section means that one before others that only mention it.
+    side_->choose(named->id);
   }
   nothing_->setText(items.isEmpty() ? tr("No setting matches “%1”.").arg(words) : QString());
   items.isEmpty() ? stack_->setCurrentWidget(nothing_) : turnTo(side_->chosen());
