@@ -62,9 +62,29 @@ QStringList textsIn(QString code) {
   return texts;
 }
 
+/// Under which name the catalogue has the words of a struct of words.
+const QHash<QString, QString>& contexts() {
+  static const QHash<QString, QString> known = [] {
+    static const QRegularExpression declared(
+        u"(?:class|struct) (\\w+) (?:final )?\\{\\s*Q_DECLARE_TR_FUNCTIONS\\((\\w+)\\)"_s);
+    QHash<QString, QString> found;
+    QDirIterator headers(tree() + u"/src"_s, {u"*.h"_s}, QDir::Files, QDirIterator::Subdirectories);
+    while (headers.hasNext())
+      for (QRegularExpressionMatchIterator each = declared.globalMatch(readAll(headers.next())); each.hasNext();) {
+        const QRegularExpressionMatch match = each.next();
+        found.insert(match.captured(2), match.captured(1));
+      }
+    return found;
+  }();
+  return known;
+}
+
 bool hasOwnWords(const Words& words, const QString& text, const QString& code) {
   const QList<Word> all = words.values(text);
-  return std::ranges::any_of(all, [&](const Word& word) { return code.contains(word.context); });
+  return std::ranges::any_of(all, [&](const Word& word) {
+    const QString named = contexts().value(word.context);
+    return code.contains(word.context) || (!named.isEmpty() && code.contains(named + u"::tr("_s));
+  });
 }
 
 TEST(Words, NameThisDesktop) {

@@ -161,10 +161,10 @@ void LiveDock::connectTiles() {
 }
 
 void LiveDock::activatePart(const QUuid& id, int part) {
+  host_.actOn(display_);
   const auto& shown = view_->row().widgets;
   const auto widget = std::ranges::find(shown, id, &DockWidget::id);
   if (widget == shown.end()) return;
-  host_.actOn(display_);
   Rooms::act({*widget, part, display_, store_, toggles_, commands_, [this] { return calendarOf(store_, services_); }});
 }
 
