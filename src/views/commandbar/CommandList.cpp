@@ -15,12 +15,18 @@
 #include "views/controls/PaintedList.h"
 #include "views/theme/Emoji.h"
 #include "views/theme/Glass.h"
+#include "widgets/FileWords.h"
 
 namespace tarnwick {
 
 namespace {
 
 using Kind = CommandItem::Kind;
+
+/// What a row says below that: of a file its folder, in the form in which people know it.
+QString captionOf(const CommandItem& item) {
+  return item.kind == Kind::File ? shortFolder(item.subtitle) : item.subtitle;
+}
 
 /// The words that a row shows first.
 const QString& wordsOf(const CommandItem& item) { return item.kind == Kind::Symbol ? item.subtitle : item.title; }
@@ -48,7 +54,7 @@ class CommandList::Model final : public QAbstractListModel {
       case Qt::AccessibleTextRole:
         return item.title;
       case Qt::AccessibleDescriptionRole:
-        return item.subtitle;
+        return captionOf(item);
       default:
         return {};
     }
@@ -132,7 +138,7 @@ class CommandList::Painter final : public QStyledItemDelegate {
                                                            look.palette.primary, look.palette.accentWord(Accent::Blue),
                                                            mirror.reading());
     if (oneLine) return;
-    drawTextIn(painter, line(theme::kCaptionShare), item.subtitle, TextStyle::CommandCaption, look.palette.secondary,
+    drawTextIn(painter, line(theme::kCaptionShare), captionOf(item), TextStyle::CommandCaption, look.palette.secondary,
                mirror.reading(), item.kind == Kind::File ? Elide::Middle : Elide::End);
   }
 
