@@ -181,9 +181,6 @@ OrderList::OrderList(const QString& label, QWidget* parent) : QListView(parent),
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   // What was painted is moved as it is, and the fade would go along.
   connect(verticalScrollBar(), &QScrollBar::valueChanged, viewport(), qOverload<>(&QWidget::update));
-  connect(this, &QAbstractItemView::doubleClicked, this, [this](const QModelIndex& index) {
-    if (actionAt(viewport()->mapFromGlobal(QCursor::pos())) < 0) Q_EMIT opened(idAt(index));
-  });
 }
 
 OrderList::~OrderList() = default;
@@ -287,6 +284,13 @@ void OrderList::mouseReleaseEvent(QMouseEvent* event) {
   }
   const QPoint at = event->position().toPoint();
   if (actionAt(at) == pressed) Q_EMIT actionRequested(idAt(indexAt(at)), actions_[pressed].id);
+}
+
+void OrderList::mouseDoubleClickEvent(QMouseEvent* event) {
+  const QPoint place = event->position().toPoint();
+  const QString id = actionAt(place) < 0 ? idAt(indexAt(place)) : QString();
+  QListView::mouseDoubleClickEvent(event);
+  if (event->button() == Qt::LeftButton && !id.isEmpty()) Q_EMIT opened(id);
 }
 
 void OrderList::pressItem(const QModelIndex& index) {
