@@ -157,4 +157,15 @@
         </translation>
     </message>
 </context>
+<context>
+    <name>Services</name>
+    <message>
+        <source>Keychain access unavailable (%1).</source>
+        <translation>The keyring is not available (%1).</translation>
+    </message>
+    <message>
+        <source>Keychain could not save the credential (%1).</source>
+        <translation>The keyring could not save the credential (%1).</translation>
+    </message>
+</context>
 </TS>

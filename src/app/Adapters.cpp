@@ -1,6 +1,7 @@
 #include "app/Adapters.h"
 
 #include <QCoreApplication>
+#include <QCoroTask>
 #include <QDBusConnection>
 #include <QDir>
 #include <QFile>
@@ -21,8 +22,10 @@
 #include "platform/dbus/DesktopClockFormat.h"
 #include "platform/dbus/DesktopContrastPreference.h"
 #include "platform/dbus/DesktopMotionPreference.h"
+#include "platform/dbus/DesktopNetworkReach.h"
 #include "platform/dbus/DesktopNotifications.h"
 #include "platform/dbus/DesktopToggles.h"
+#include "platform/dbus/GeoClueLocation.h"
 #include "platform/dbus/LauncherEntries.h"
 #include "platform/dbus/LoginSessionEvents.h"
 #include "platform/dbus/PortalScreenColors.h"
@@ -37,7 +40,14 @@
 #include "platform/linux/PowerSupplies.h"
 #include "platform/linux/ProcessCommandLine.h"
 #include "platform/linux/SensorTemperatures.h"
+#include "platform/net/LoadedTransport.h"
+#include "platform/secret/SecretServiceStore.h"
 #include "platform/x11/X11Tray.h"
+#include "services/BaseAddresses.h"
+#include "services/ProviderTable.h"
+#include "services/WeatherLocation.h"
+#include "services/WebSession.h"
+#include "services/WidgetCredentials.h"
 
 namespace tarnwick {
 
@@ -45,6 +55,17 @@ namespace {
 
 /// The name of the program that a process runs.
 QString programOf(qint64 pid) { return DesktopExec::executableName(processCommandLine(pid)); }
+
+QString cacheFolder() {
+  return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + QStringLiteral("/Tarnwick");
+}
+
+/// Where the machine is, under the name that its weather has.
+QCoro::Task<GeocodeCache::Place> placeHere(WeatherLocation location, std::stop_token stop) {
+  const Coordinate here = co_await location.coordinate(stop);
+  co_return GeocodeCache::Place{here.latitude, here.longitude,
+                                QCoreApplication::translate("Services", "Current location")};
+}
 
 }  // namespace
 
@@ -55,6 +76,8 @@ Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment, c
       windowSystem_(WindowSystem::make(scheduler)),
       services_(makeServices()),
       clipboard_(keep(std::make_unique<ClipboardKeeper>(services_, dataDirectory, &programOf))),
+      keychain_(std::make_shared<SecretServiceStore>(QDBusConnection::sessionBus()), dataDirectory),
+      connections_(keep(std::make_unique<LiveConnections>(connectionsSetup()))),
       readings_(keep(std::make_unique<Readings>(readingPorts(), clipboard_.history(), scheduler))),
       session_(keep(std::make_unique<DBusSessionApplication>())) {}
 
@@ -109,8 +132,27 @@ Services Adapters::makeServices() {
   };
 }
 
+LiveConnections::Setup Adapters::connectionsSetup() {
+  auto session = std::make_shared<WebSession>(
+      std::make_shared<LoadedTransport>(NetworkSetup{.scheduler = &scheduler_, .certificates = {}}), keychain_,
+      scheduler_);
+  const BaseAddresses addresses = BaseAddresses::shipped();
+  const Weather weather(
+      session, {.geocoding = addresses.of(ServiceHost::Geocoding), .forecast = addresses.of(ServiceHost::Forecast)});
+  const WeatherLocation location(std::make_shared<GeoClueLocation>(QDBusConnection::systemBus()));
+  const auto locate = [location](std::stop_token stop) { return placeHere(location, std::move(stop)); };
+  return {.scheduler = scheduler_,
+          .events = services_.session,
+          .network = keep(std::make_unique<DesktopNetworkReach>(QDBusConnection::systemBus())),
+          .session = session,
+          .keychain = keychain_,
+          .loader = WidgetLoader(weather, locate, allProviders()),
+          .cacheFile = cacheFolder() + QStringLiteral("/remote-cache.json")};
+}
+
 ReadingPorts Adapters::readingPorts() {
   return {.clockFormat = services_.clockFormat,
+          .connections = connections_,
           .calendar = std::make_unique<ICalendarFiles>(scheduler_),
           .processes = std::make_unique<LinuxProcessSource>(),
           .temperatures = std::make_unique<SensorTemperatures>(),
@@ -124,21 +166,19 @@ StoreSetup Adapters::storeSetup() {
           .applications = services_.runningApps,
           .notifications = services_.notifications,
           .session = services_.session,
-          .remote = facilities_.remote,
-          .credentials = facilities_.credentials,
+          .remote = connections_.values(),
+          .credentials = keep(std::make_unique<WidgetCredentials>(keychain_)),
           .clipboard = clipboard_.history(),
           .reservations = facilities_.reservations,
           .clients = readings_.beatClients() << &clipboard_.beatClient()};
 }
 
 DelegateSetup Adapters::delegateSetup() {
-  const QString cache =
-      QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + QStringLiteral("/Tarnwick");
   const auto isOnBattery = [] {
     const auto power = PowerSupplies::read("/sys/class/power_supply");
     return power && power->flow == BatteryFlow::Draining;
   };
-  auto& names = keep(std::make_unique<NameIndexKeeper>(cache + QStringLiteral("/names"),
+  auto& names = keep(std::make_unique<NameIndexKeeper>(cacheFolder() + QStringLiteral("/names"),
                                                        QFile::encodeName(QDir::homePath()), scheduler_, isOnBattery));
   auto& fileSearch = keep(std::make_unique<IndexedFileSearch>(names));
   auto& trusted = keep(std::make_unique<TrustedEntries>(dataDirectory_ + QStringLiteral("/trusted-entries.json")));

@@ -9,6 +9,7 @@
 #include "app/SocketSession.h"
 #include "app/WindowSystem.h"
 #include "apps/LaunchEnvironment.h"
+#include "services/LiveConnections.h"
 #include "store/Services.h"
 #include "store/StoreSetup.h"
 
@@ -36,6 +37,7 @@ class Adapters {
   Port& keep(std::unique_ptr<Port> made);
 
   Services makeServices();
+  LiveConnections::Setup connectionsSetup();
   ReadingPorts readingPorts();
 
   Scheduler& scheduler_;
@@ -45,6 +47,8 @@ class Adapters {
   std::vector<std::shared_ptr<void>> kept_;
   const Services services_;
   ClipboardKeeper& clipboard_;
+  const Keychain keychain_;
+  LiveConnections& connections_;
   Readings& readings_;
   SessionApplication& session_;
   NoFacilities facilities_;  ///< What this build has not.

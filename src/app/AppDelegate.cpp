@@ -51,9 +51,10 @@ AppDelegate::AppDelegate(StoreSetup store, const Services& services, DelegateSet
                                            !setup_.measures, [this] { return presenter_->apps(); },
                                            [this] { return dock().giveSystemDockBack(); }, [this] { quit(); }});
   loginEntry_ = std::make_unique<LoginEntry>(*store_, Autostart{setup_.executable, setup_.autostartFile});
-  windows_ = std::make_unique<Windows>(WindowsParts{*store_, *commands_, *presenter_, *keys_, *loginEntry_,
-                                                    *appearance_, setup_.preferences, setup_.framesWindows},
-                                       services);
+  windows_ =
+      std::make_unique<Windows>(WindowsParts{*store_, *commands_, *presenter_, *keys_, *loginEntry_, *appearance_,
+                                             setup_.readings.connections(), setup_.preferences, setup_.framesWindows},
+                                services);
   commandBar_ = std::make_unique<CommandBarHost>(CommandBarHost::Parts{*store_, *commands_, setup_.clipboard.history(),
                                                                        setup_.fileSearch, &windows_->settingsPlaces()},
                                                  services);
@@ -80,6 +81,7 @@ void AppDelegate::didFinishLaunching() {
   if (setup_.guards) installExitGuards();
   listenToTheSession();
   loginEntry_->follow();
+  if (setup_.replaces) setup_.clipboard.takeOver();
   // A user whose settings were lost learns it from the message, and is not greeted as new.
   if (!store_->config().onboardingComplete && !store_->hasLostSettings()) commands_->continueSetup();
   chooseForNewUser(*store_);

@@ -49,6 +49,8 @@ struct DelegateSetup {
   bool guards = true;
   /// Whether this run measures itself; then it never gives way to a new build.
   bool measures = false;
+  /// Whether another copy of the program gave way to this one.
+  bool replaces = false;
 };
 
 /// The running program: it owns the store, the docks, the windows, the keys and the status item, and brings them up and

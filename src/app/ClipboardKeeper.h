@@ -25,6 +25,8 @@ class ClipboardKeeper final : public QObject {
   ClipboardHistory& history() { return history_; }
   /// What the store is to drive.
   BeatClient& beatClient() { return recorder_; }
+  /// In a run that took the place of another, once it follows: what that one had on the clipboard can still be pasted.
+  void takeOver() { recorder_.takeOver(); }
   /// Records as the store's settings have it from now on; what fails lands in its message line.
   void follow(AppStore& store);
 

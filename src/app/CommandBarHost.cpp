@@ -56,8 +56,8 @@ void CommandBarHost::takeChoices() {
   extras_->setChoices({.findsEmoji = desk.barEmoji, .findsSettings = desk.barSettings});
 }
 
-/// Where the pointer is over windows of others is known on some desktops only; elsewhere the window with the keyboard
-/// tells where the user is.
+/// Where the pointer is over windows of others is known on some desktops only; elsewhere the compositor may tell which
+/// display is the active one, or the window with the keyboard does.
 std::optional<Screen> CommandBarHost::screenToUse() const {
   const QList<Screen> all = services_.screens.all();
   if (all.isEmpty()) return std::nullopt;
@@ -69,6 +69,8 @@ std::optional<Screen> CommandBarHost::screenToUse() const {
     const QPointF pointer(QCursor::pos());
     if (auto under = first([&](const Screen& screen) { return screen.frame.contains(pointer); })) return under;
   } else {
+    const QString active = services_.screens.activeId();
+    if (auto there = first([&](const Screen& screen) { return screen.id == active; })) return there;
     for (const ClientWindow& window : services_.windows.all()) {
       if (!window.active) continue;
       if (auto holding = first([&](const Screen& screen) { return window.screens.contains(screen.id); }))
@@ -123,13 +125,15 @@ void CommandBarHost::show() {
   connect(&names, &NameIndexKeeper::growingChanged, pane_, grow);
   grow();
   connect(pane_, &CommandBarPane::done, this, &CommandBarHost::hide, Qt::QueuedConnection);
+  // Nothing that can wait comes before the first frame.
+  connect(pane_, &CommandBarPane::appeared, extras_.get(), &CommandExtras::opened);
   connect(pane_, &CommandBarPane::sizeChanged, this, [this] {
     if (popup_) popup_->reposition();
   });
 
   const QMargins margins = pane_->margins();
   popup_ = anchor_->popup(std::move(made), QRect(QPoint(), lineOn(*screen).size()),
-                          PopupStyle{.margins = margins, .gap = 0});
+                          PopupStyle{.margins = margins, .gap = 0, .abovePanels = true});
   // By the time that the signal arrives it may have been opened again.
   const auto closed = [this, popup = popup_.get()] {
     if (popup_.get() == popup) hide();
@@ -155,6 +159,7 @@ QString CommandBarHost::iconOf(const CommandItem& item) const {
     const auto entry = services_.installedApps.byPath(item.path);
     return entry ? entry->iconName : QString();
   }
+  if (item.isFolder) return u"folder"_s;
   // By the name alone: the disk is not asked while somebody types.
   const QMimeType type = QMimeDatabase().mimeTypeForFile(item.path, QMimeDatabase::MatchExtension);
   return type.isDefault() ? type.genericIconName() : type.iconName();
@@ -164,10 +169,11 @@ void CommandBarHost::drawPicture(QPainter& painter, const QRectF& box, const Com
   const double ratio = painter.device()->devicePixelRatioF();
   const int side = static_cast<int>(std::lround(box.width()));
   QPixmap picture = services_.icons.pixmap(iconOf(item), side, ratio);
-  if (picture.isNull() && item.kind == CommandItem::Kind::File)
+  if (picture.isNull() && item.kind == CommandItem::Kind::File && !item.isFolder)
     picture = services_.icons.pixmap(u"text-x-generic"_s, side, ratio);
   if (picture.isNull()) {
-    pane_->drawSymbolPicture(painter, box, item.kind == CommandItem::Kind::File ? u"doc"_s : u"app"_s);
+    const QString ofFile = item.isFolder ? u"folder"_s : u"doc"_s;
+    pane_->drawSymbolPicture(painter, box, item.kind == CommandItem::Kind::File ? ofFile : u"app"_s);
     return;
   }
   painter.drawPixmap(box.topLeft(), picture);

@@ -14,7 +14,8 @@ DesktopTileServices::DesktopTileServices(const AppStore& store, const Services& 
       readings_(readings),
       readingServices_(std::move(readingServices)),
       commands_(commands),
-      icons_(icons) {
+      icons_(icons),
+      connected_(std::make_unique<ConnectionTiles>(readingServices_.connections)) {
   connect(&commands_, &DockCommands::launchingChanged, this, &TileServices::applicationsChanged);
   connect(&services_.hints, &LauncherHints::changed, this, &TileServices::applicationsChanged);
   connect(&services_.installedApps, &InstalledApps::changed, this, &TileServices::entriesChanged);

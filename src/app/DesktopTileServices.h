@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/ConnectionTiles.h"
 #include "app/DockCommands.h"
 #include "app/OwnIcons.h"
 #include "app/Readings.h"
@@ -24,6 +25,7 @@ class DesktopTileServices final : public TileServices {
   std::optional<bool> uses24Hour() const override { return readings_.uses24Hour(); }
   bool sendsNearby() const override { return readingServices_.sendsNearby; }
   std::shared_ptr<const CalendarDigest> calendar() const override { return readings_.calendar(store_.now()); }
+  QList<TileSource*> sources() const override { return {connected_.get()}; }
   void addReadings(ReadingFacts& readings, const QList<DockWidget>& widgets) const override;
 
  private:
@@ -33,6 +35,7 @@ class DesktopTileServices final : public TileServices {
   ReadingServices readingServices_;
   const DockCommands& commands_;
   OwnIcons& icons_;
+  std::unique_ptr<ConnectionTiles> connected_;
 };
 
 }  // namespace tarnwick

@@ -51,7 +51,8 @@ void DockMenuHost::open(const QString& display, const QList<DockMenuEntry>& entr
   DockMenuModel::fill(*menu, entries);
   MenuStyle::takeDockColors(*menu, shownStyle(store_.config()));
   const auto clock = [this, display] { return WindowFade::clockOf(services_.clocks, services_.motion, display); };
-  MenuStyle::install().fadeIn(*menu, clock);
+  DockView* view = docks_.view(display);
+  MenuStyle::install().fade(*menu, view ? view->window() : nullptr, clock);
   connect(menu, &QMenu::aboutToHide, this, [this, menu] { hides(menu); });
   mark(true);
   panels_.closeAtOnce();

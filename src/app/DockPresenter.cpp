@@ -32,6 +32,7 @@ DockPresenter::DockPresenter(AppStore& store, const Services& services, Commands
       tileServices_(store, services, setup_.readings, readingServices(), tiles_, menus_.icons()),
       tips_(store, services),
       carry_(services.panels),
+      seen_(store, docks_, setup_.readings.connections()),
       panels_(store, services, commands,
               {[this](const QString& display) { return keepSources(display); }, readingServices(),
                [this](const QString& display) { return opensDownwards(display); }}),
@@ -152,6 +153,7 @@ std::unique_ptr<DockContent> DockPresenter::makeContent(const QString& display) 
   auto dock = std::make_unique<LiveDock>(store_, services_.toggles, commands_, host, display, icons, tileServices_);
   dock->setFrameClock(services_.clocks.make(display));
   docks_.add(display, *dock);
+  seen_.watch(*dock);
   connect(&dock->view(), &DockView::tipChanged, this,
           [this, display, view = &dock->view()] { tips_.show(display, view->tip()); });
   connect(&dock->view(), &DockView::carriedChanged, this,

@@ -15,6 +15,7 @@
 #include "app/LiveDocks.h"
 #include "app/MessageLine.h"
 #include "app/PanelHost.h"
+#include "app/SeenWidgets.h"
 #include "app/TipHost.h"
 #include "dock/DockController.h"
 #include "store/DockDrops.h"
@@ -157,6 +158,7 @@ class DockPresenter final : public QObject, private DockHost {
   TipHost tips_;
   CarryHost carry_;
   LiveDocks docks_;
+  SeenWidgets seen_;
   PanelHost panels_;
   DockMenuHost menuHost_;
   DockQuestions questions_;

@@ -94,6 +94,7 @@ struct Start {
   QStringList urls;
   QStringList missing;        ///< Sentences about files that are not there.
   std::optional<int> status;  ///< To end with, when another copy runs.
+  bool replaces = false;      ///< Another copy ran, and has ended.
   QString obstacle;           ///< Why there can be no window; found while the user's translations are loaded.
   QString alertTitle;
   QString alertText;
@@ -108,6 +109,7 @@ void resolve(Start& start, const CommandLine& line) {
   };
   start.status = SingleInstance::resolve(*start.lock, session, QCoreApplication::applicationFilePath(), line,
                                          {.say = say, .alert = alert});
+  start.replaces = !start.status;
 }
 
 Start begin(int argc, char** argv, const CommandLine& line) {
@@ -139,7 +141,9 @@ int runUntilQuit(const Start& start, const CommandLine& line, const LaunchEnviro
   Adapters adapters(scheduler, environment, QFileInfo(settingsFile(start.build)).path());
   StoreSetup store = adapters.storeSetup();
   store.build = start.build;
-  AppDelegate delegate(std::move(store), adapters.services(), adapters.delegateSetup());
+  DelegateSetup setup = adapters.delegateSetup();
+  setup.replaces = start.replaces;
+  AppDelegate delegate(std::move(store), adapters.services(), std::move(setup));
   const LastChance lastChance(delegate);
   delegate.didFinishLaunching();
   // Behind the dock's own coming up, which waits for the event loop as well.

@@ -84,7 +84,8 @@ ReadingServices Readings::services(const Services& services) {
           .apps = services.installedApps,
           .windows = services.windows,
           .clipboard = clipboard_,
-          .pasteboard = services.pasteboard};
+          .pasteboard = services.pasteboard,
+          .connections = ports_.connections};
 }
 
 std::shared_ptr<const CalendarDigest> Readings::calendar(const QDateTime& now) { return digests_.at(now); }

@@ -23,10 +23,12 @@
 namespace tarnwick {
 
 class ClockFormat;
+class Connections;
 
 /// Where the readings come from; nothing in it is null.
 struct ReadingPorts {
   ClockFormat& clockFormat;  ///< Outlives them.
+  Connections& connections;  ///< Outlives them.
   std::unique_ptr<CalendarSource> calendar;
   std::unique_ptr<ProcessSource> processes;
   std::unique_ptr<ProcessorTemperatures> temperatures;
@@ -56,6 +58,7 @@ class Readings : public QObject {
   std::shared_ptr<const CalendarDigest> calendar(const QDateTime& now);
   void setCompleted(const Reminder& reminder, bool completed) { calendar_.setCompleted(reminder, completed); }
   ProcessMonitor& processes() { return processes_; }
+  Connections& connections() { return ports_.connections; }
 
  Q_SIGNALS:
   /// calendar() gives another digest, not only because of the time.

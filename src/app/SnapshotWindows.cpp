@@ -69,7 +69,7 @@ SnapshotWindows::SnapshotWindows()
       edits_(snapshot_.store(), apps_, undo_),
       screens_(std::make_unique<OneScreen>()),
       keys_(std::make_unique<FreeKeys>()),
-      services_{edits_, snapshot_.commands(), apps_, *screens_, forms_, previews(), [] { return abilities(); }} {
+      services_{edits_, snapshot_.commands(), apps_, *screens_, forms_, connections_, previews(), [] { return abilities(); }} {
   snapshot_.store().edit([](DockConfiguration& config) {
     config.profiles = {DockProfile::initial(), DockProfile::initial()};
     config.profiles[1].name = u"Work"_s;

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "apps/InstalledApps.h"
+#include "services/Connections.h"
 #include "store/UndoStack.h"
 #include "store/UndoableEdits.h"
 #include "views/snapshot/Snapshot.h"
@@ -39,6 +40,7 @@ class SnapshotWindows final {
   std::unique_ptr<OneScreen> screens_;
   std::unique_ptr<FreeKeys> keys_;
   WidgetEditor::Hooks forms_;
+  Connections connections_;
   const WindowServices services_;
 };
 

@@ -56,8 +56,8 @@ std::unique_ptr<HeldModifiers> noModifiers() {
 }
 
 std::unique_ptr<Pasteboard> noPasteboard() {
-  return std::make_unique<NoPasteboard>(
-      WindowSystemWords::tr("This desktop does not tell an X11 app what is copied elsewhere, so there is no history."));
+  return std::make_unique<StillPasteboard>(Capability::no(WindowSystemWords::tr(
+      "This desktop does not tell an X11 app what is copied elsewhere, so there is no history.")));
 }
 
 WindowSystem makeX11(Scheduler& scheduler) {

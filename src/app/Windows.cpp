@@ -131,6 +131,7 @@ WindowServices Windows::windowServices() {
           services_.installedApps,
           services_.screens,
           forms_,
+          parts_.connections,
           std::move(previews),
           [this] { return abilities(); }};
 }

@@ -19,6 +19,7 @@ class AppStore;
 class AppWindow;
 class Appearance;
 class Commands;
+class Connections;
 class DockController;
 class DockPreferenceAccess;
 class DockPresenter;
@@ -39,6 +40,7 @@ struct WindowsParts {
   AppKeys& keys;
   LoginEntry& loginEntry;
   const Appearance& appearance;
+  Connections& connections;           ///< To services on the net.
   DockPreferenceAccess& preferences;  ///< Of the system's own dock.
   bool framesWindows = true;          ///< Whether the desktop puts a frame with a title around windows.
 };

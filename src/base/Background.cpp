@@ -17,6 +17,7 @@ namespace tarnwick {
 namespace {
 
 constexpr int kReaders = 3;
+constexpr int kComputers = 2;
 /// Ordered work needs no limit: there are never more threads than queues that have work, and with fewer a queue that
 /// hangs would hold up another.
 constexpr int kNoLimit = std::numeric_limits<int>::max();
@@ -56,12 +57,15 @@ QThreadPool& pool(Background::Lane lane) {
   static QThreadPool* const reading = makePool(kReaders);
   static QThreadPool* const pictures = makePool(1);
   static QThreadPool* const ordered = makeOrderedPool();
+  static QThreadPool* const computing = makePool(kComputers);
   static QThreadPool* const patient = makePatientPool();
   switch (lane) {
     case Background::Lane::Pictures:
       return *pictures;
     case Background::Lane::Ordered:
       return *ordered;
+    case Background::Lane::Computing:
+      return *computing;
     case Background::Lane::Patient:
       return *patient;
     case Background::Lane::Reading:

@@ -10,9 +10,10 @@ namespace tarnwick {
 struct Background {
   enum class Lane {
     Reading,
-    Pictures,  ///< One after the other, so that a folder full of them does not take every processor.
-    Ordered,   ///< For OrderedWork alone. Each of its queues has at most one thread, and never waits for one.
-    Patient    ///< One after the other, in order. Its thread ends with the last.
+    Pictures,   ///< One after the other, so that a folder full of them does not take every processor.
+    Ordered,    ///< For OrderedWork alone. Each of its queues has at most one thread, and never waits for one.
+    Computing,  ///< For work that waits for nothing, such as decoding what was received.
+    Patient     ///< One after the other, in order. Its thread ends with the last.
   };
 
   /// Runs `work` on another thread. Called on the main thread, but for Ordered.

@@ -42,7 +42,8 @@ template <>
 struct JsonCodec<QDateTime> {
   static QDateTime decode(const QJsonValue& value, const JsonPath& path) {
     const QDateTime moment = QDateTime::fromString(JsonCodec<QString>::decode(value, path), Qt::ISODate);
-    if (!moment.isValid()) failKind(path, JsonKind::KnownValue);
+    // What could not be written again is not taken either, such as the first hours of the year 10000.
+    if (encode(moment, path).toString().isEmpty()) failKind(path, JsonKind::KnownValue);
     return moment;
   }
   static QJsonValue encode(const QDateTime& moment, const JsonPath&) { return moment.toUTC().toString(Qt::ISODate); }

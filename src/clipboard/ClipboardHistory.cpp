@@ -5,10 +5,18 @@
 #include <QPointer>
 #include <mutex>
 
+#include "base/Background.h"
 #include "base/DomainError.h"
 #include "clipboard/ClipboardPicture.h"
 
 namespace tarnwick {
+
+namespace {
+
+/// A picture of so many bytes, as it was sent, leaves enough memory behind to be worth giving back.
+constexpr qsizetype kManyBytes = 1 << 20;
+
+}  // namespace
 
 /// What the history is after a piece of work.
 struct ClipboardHistory::Outcome {
@@ -101,7 +109,8 @@ void ClipboardHistory::record(ClipboardCapture capture, QObject* context, Record
       [capture = std::move(capture), picture, stored, now = clock_.now()](ClipboardStore& store) mutable {
         if (picture) {
           const QByteArray sent = picture->take();
-          if (!sent.isEmpty()) capture.imageData = ClipboardPicture::toPng(sent);
+          if (!sent.isEmpty()) capture.imageData = ClipboardPicture::toPng(sent, ClipboardStore::kMostImageBytes);
+          if (sent.size() > kManyBytes) Background::giveBackMemory();
           if (!capture.imageData) return;
         }
         *stored = store.record(capture, now);
@@ -131,6 +140,23 @@ void ClipboardHistory::putBack(const RemovedClipboardEntry& removed) {
 
 void ClipboardHistory::clear() {
   start([](ClipboardStore& store) { store.clear(); });
+}
+
+void ClipboardHistory::noteHeld(bool isHeld) {
+  // Where it cannot be noted, the next run offers nothing.
+  start([isHeld](ClipboardStore& store) { store.noteHeld(isHeld); }, [](const Outcome&) {});
+}
+
+void ClipboardHistory::takeHeld(QObject* context, Held done) {
+  const auto held = std::make_shared<QUuid>();
+  start(
+      [held](ClipboardStore& store) {
+        *held = store.takeHeld();
+        store.load();
+      },
+      [held, context = QPointer(context), done = std::move(done)](const Outcome&) {
+        if (context) done(*held);
+      });
 }
 
 bool ClipboardHistory::migrate(const QStringList& texts) {

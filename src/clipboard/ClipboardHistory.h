@@ -55,6 +55,12 @@ class ClipboardHistory final : public QObject, public ClipboardMigration {
   void putBack(const RemovedClipboardEntry& removed);
   void clear();
 
+  /// As in the store.
+  void noteHeld(bool isHeld);
+  using Held = std::function<void(const QUuid& id)>;
+  /// Loads the history, too. Not answered once `context` is gone.
+  void takeHeld(QObject* context, Held done);
+
   /// At a start, before there is anything to wait behind: writes the texts and returns.
   bool migrate(const QStringList& texts) override;
 

@@ -9,11 +9,36 @@
 
 namespace tarnwick {
 
+namespace {
+
+/// So many letters in all are searched at once.
+constexpr qsizetype kMostLetters = 100'000;
+
+qsizetype lettersIn(const QList<ClipboardEntry>& entries) {
+  qsizetype sum = 0;
+  for (const ClipboardEntry& entry : entries) sum += entry.value.size();
+  return sum;
+}
+
+/// `wanted` is folded.
+QList<ClipboardEntry> entriesWith(const QString& wanted, const QList<ClipboardEntry>& entries,
+                                  const std::stop_token& stop) {
+  QList<ClipboardEntry> found;
+  for (const ClipboardEntry& entry : entries) {
+    if (stop.stop_requested()) break;
+    if (Text::folded(entry.value).contains(wanted)) found.append(entry);
+  }
+  return found;
+}
+
+}  // namespace
+
 ClipboardPanelModel::ClipboardPanelModel(ClipboardHistory& history, Pasteboard& pasteboard, QObject* parent)
     : QObject(parent), history_(history), pasteboard_(pasteboard) {
-  connect(&history, &ClipboardHistory::didChange, this, &ClipboardPanelModel::publish);
+  connect(&history, &ClipboardHistory::didChange, this, &ClipboardPanelModel::find);
   connect(&history, &ClipboardHistory::failed, this, &ClipboardPanelModel::say);
-  entries_ = ClipboardGroups::filter(group_, found());
+  found_ = history.items();
+  entries_ = ClipboardGroups::filter(group_, found_);
   reload();
 }
 
@@ -22,20 +47,25 @@ void ClipboardPanelModel::setGroup(ClipboardGroup group) {
 }
 
 void ClipboardPanelModel::setSearch(const QString& text) {
-  if (std::exchange(search_, text) != text) publish();
+  if (std::exchange(search_, text) != text) find();
 }
 
-QList<ClipboardEntry> ClipboardPanelModel::found() const {
+void ClipboardPanelModel::find() {
+  searching_.cancel();
+  const QList<ClipboardEntry> all = history_.items();
   const QString wanted = Text::folded(Text::trimmed(search_).toString());
-  if (wanted.isEmpty()) return history_.items();
-  QList<ClipboardEntry> entries;
-  for (const ClipboardEntry& entry : history_.items()) {
-    if (Text::folded(entry.value).contains(wanted)) entries.append(entry);
+  if (!wanted.isEmpty() && lettersIn(all) > kMostLetters) {
+    return searching_.start([wanted, all](const std::stop_token& stop) { return entriesWith(wanted, all, stop); },
+                            [this](const QList<ClipboardEntry>& found) {
+                              found_ = found;
+                              publish();
+                            });
   }
-  return entries;
+  found_ = wanted.isEmpty() ? all : entriesWith(wanted, all, {});
+  publish();
 }
 
-QList<ClipboardGroup> ClipboardPanelModel::available() const { return ClipboardGroups::available(found()); }
+QList<ClipboardGroup> ClipboardPanelModel::available() const { return ClipboardGroups::available(found_); }
 
 qsizetype ClipboardPanelModel::favourites() const {
   return std::ranges::count_if(history_.items(), &ClipboardEntry::favourite);
@@ -43,13 +73,13 @@ qsizetype ClipboardPanelModel::favourites() const {
 
 void ClipboardPanelModel::reload() {
   history_.load([guard = QPointer(this)] {
-    if (guard) guard->publish();
+    if (guard) guard->find();
   });
 }
 
 void ClipboardPanelModel::publish() {
   message_ = history_.problem();
-  if (message_.isEmpty()) entries_ = ClipboardGroups::filter(group_, found());
+  if (message_.isEmpty()) entries_ = ClipboardGroups::filter(group_, found_);
   Q_EMIT changed();
 }
 

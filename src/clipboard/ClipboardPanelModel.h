@@ -5,11 +5,13 @@
 #include "clipboard/ClipboardGroup.h"
 #include "clipboard/ClipboardHistory.h"
 #include "clipboard/ports/Pasteboard.h"
+#include "files/LatestWork.h"
 
 namespace tarnwick {
 
-/// What the panel of the history shows: one group of it, or of what a search finds in it. Follows the history. Main
-/// thread only.
+/// What the panel of the history shows: one group of it, or of what a search finds in it. Follows the history. So long
+/// a history that a search would be felt is searched on another thread, and what was found before stands until then.
+/// Main thread only.
 class ClipboardPanelModel final : public QObject {
   Q_OBJECT
  public:
@@ -46,7 +48,7 @@ class ClipboardPanelModel final : public QObject {
   void removed(const tarnwick::RemovedClipboardEntry& entry);
 
  private:
-  QList<ClipboardEntry> found() const;
+  void find();
   void publish();
   void say(const QString& message);
 
@@ -54,8 +56,10 @@ class ClipboardPanelModel final : public QObject {
   Pasteboard& pasteboard_;
   ClipboardGroup group_ = ClipboardGroup::Recent;
   QString search_;
+  QList<ClipboardEntry> found_;  ///< What the search found, of all groups.
   QList<ClipboardEntry> entries_;
   QString message_;
+  LatestWork searching_;
 };
 
 }  // namespace tarnwick

@@ -25,6 +25,27 @@ class RoomForPictures {
   int before_;
 };
 
+/// Takes so many bytes and then fails, which ends the work of who writes.
+class LimitedBuffer final : public QIODevice {
+ public:
+  explicit LimitedBuffer(qsizetype most) : most_(most) { open(QIODevice::WriteOnly); }
+
+  const QByteArray& bytes() const { return bytes_; }
+  bool isSequential() const override { return true; }
+
+ protected:
+  qint64 readData(char*, qint64) override { return -1; }
+  qint64 writeData(const char* data, qint64 size) override {
+    if (bytes_.size() + size > most_) return -1;
+    bytes_.append(data, size);
+    return size;
+  }
+
+ private:
+  qsizetype most_;
+  QByteArray bytes_;
+};
+
 }  // namespace
 
 QStringList ClipboardPicture::types() {
@@ -42,7 +63,7 @@ ClipboardPicture::Verdict ClipboardPicture::judge(const QByteArray& bytes) {
   return qint64{size.width()} * size.height() > kMostPixels ? Verdict::TooLarge : Verdict::Fine;
 }
 
-std::optional<QByteArray> ClipboardPicture::toPng(const QByteArray& bytes) {
+std::optional<QByteArray> ClipboardPicture::toPng(const QByteArray& bytes, qsizetype most) {
   if (judge(bytes) != Verdict::Fine) return std::nullopt;
   const RoomForPictures room;
   QBuffer buffer;
@@ -52,12 +73,11 @@ std::optional<QByteArray> ClipboardPicture::toPng(const QByteArray& bytes) {
   const bool isPng = reader.format() == "png";
   const QImage image = reader.read();
   if (image.isNull()) return std::nullopt;
-  if (isPng) return bytes;
-  QByteArray png;
-  QBuffer into(&png);
-  into.open(QIODevice::WriteOnly);
+  if (isPng && bytes.size() <= most) return bytes;
+  // Also what is PNG already: some programs hardly compress.
+  LimitedBuffer into(most);
   if (!image.save(&into, "PNG")) return std::nullopt;
-  return png;
+  return into.bytes();
 }
 
 }  // namespace tarnwick

@@ -17,8 +17,9 @@ struct ClipboardPicture {
   static QStringList types();
   /// What the first bytes say. Decodes nothing.
   static Verdict judge(const QByteArray& bytes);
-  /// The picture as PNG; the same bytes where it is one. Absent for what cannot be decoded. Takes its time.
-  static std::optional<QByteArray> toPng(const QByteArray& bytes);
+  /// The picture as PNG of at most so many bytes; the same bytes where it is one already. Absent for what cannot be
+  /// decoded, or does not fit. Takes its time.
+  static std::optional<QByteArray> toPng(const QByteArray& bytes, qsizetype most);
 };
 
 }  // namespace tarnwick

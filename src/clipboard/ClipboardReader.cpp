@@ -1,11 +1,13 @@
 #include "clipboard/ClipboardReader.h"
 
+#include <QPointer>
 #include <QStringDecoder>
 #include <QSysInfo>
 #include <QUrl>
 #include <algorithm>
 #include <utility>
 
+#include "base/Background.h"
 #include "clipboard/ClipboardPicture.h"
 
 namespace tarnwick {
@@ -73,6 +75,11 @@ QList<ClipboardReader::Step> ClipboardReader::stepsFor(const QStringList& types)
   return steps;
 }
 
+void ClipboardReader::cancel() {
+  context_.reset();
+  done_ = {};
+}
+
 void ClipboardReader::next() {
   if (steps_.isEmpty()) return finish({});
   const Step step = steps_.takeFirst();
@@ -87,28 +94,39 @@ void ClipboardReader::take(const Step& step, const PasteboardContent& content) {
   // What is too much or too slow is skipped whole, whatever else it is offered as.
   using End = PasteboardContent::End;
   if (content.end != End::Whole) return content.end == End::Refused ? next() : finish({});
-  const bool isPicture = step.kind == Step::Kind::Picture;
-  if (isPicture && ClipboardPicture::judge(content.bytes) == ClipboardPicture::Verdict::TooLarge) return finish({});
-  const auto capture = captureOf(step.kind, content.bytes);
-  capture ? confirm(*capture) : next();
+  // A text is short, and the others are at the mercy of who wrote them.
+  if (step.kind == Step::Kind::Text || step.kind == Step::Kind::Latin1) return goOn(look(step.kind, content.bytes));
+  Background::run(Background::Lane::Computing,
+                  [this, kind = step.kind, bytes = content.bytes, guard = QPointer(context_.get())] {
+                    Background::answer([this, guard, finding = look(kind, bytes)] {
+                      if (guard) goOn(finding);
+                    });
+                  });
 }
 
-std::optional<ClipboardCapture> ClipboardReader::captureOf(Step::Kind kind, const QByteArray& bytes) {
+void ClipboardReader::goOn(const Finding& finding) {
+  if (finding.capture) return confirm(*finding.capture);
+  finding.endsReading ? finish({}) : next();
+}
+
+ClipboardReader::Finding ClipboardReader::look(Step::Kind kind, const QByteArray& bytes) {
   switch (kind) {
     case Step::Kind::Files: {
       const QString path = firstFile(bytes);
-      if (path.isEmpty()) return std::nullopt;
-      return ClipboardCapture{.kind = ClipboardEntry::Kind::File, .value = path, .imageData = std::nullopt};
+      if (path.isEmpty()) return {};
+      return {true, ClipboardCapture{.kind = ClipboardEntry::Kind::File, .value = path, .imageData = std::nullopt}};
     }
-    case Step::Kind::Picture:
-      if (ClipboardPicture::judge(bytes) != ClipboardPicture::Verdict::Fine) return std::nullopt;
-      return ClipboardCapture{.kind = ClipboardEntry::Kind::Image, .value = {}, .imageData = bytes};
+    case Step::Kind::Picture: {
+      const auto verdict = ClipboardPicture::judge(bytes);
+      if (verdict != ClipboardPicture::Verdict::Fine) return {verdict == ClipboardPicture::Verdict::TooLarge, {}};
+      return {true, ClipboardCapture{.kind = ClipboardEntry::Kind::Image, .value = {}, .imageData = bytes}};
+    }
     case Step::Kind::Text:
-      return ClipboardCapture::ofText(decodedText(bytes));
+      return {false, ClipboardCapture::ofText(decodedText(bytes))};
     case Step::Kind::Latin1:
-      return ClipboardCapture::ofText(QString::fromLatin1(bytes));
+      return {false, ClipboardCapture::ofText(QString::fromLatin1(bytes))};
   }
-  return std::nullopt;
+  return {};
 }
 
 void ClipboardReader::confirm(const ClipboardCapture& capture) {

@@ -12,7 +12,8 @@ namespace tarnwick {
 
 /// Reads one change of the clipboard at a time: first its types, then, unless it is marked as not for keeping, its
 /// files, or else its picture, or else its text. It counts only if the owner was the same from the first type to the
-/// last byte. The pasteboard must outlive it.
+/// last byte. What may take its time to look at (the head of a picture, a list of files) is looked at on another
+/// thread. The pasteboard must outlive it.
 class ClipboardReader {
  public:
   static constexpr qint64 kMostTextBytes = 100'001;      ///< One more than is kept.
@@ -31,7 +32,9 @@ class ClipboardReader {
 
   /// Drops what is under way, which is not answered then.
   void read(quint64 change, const IsListed& isListed, Done done);
-  void cancel() { context_.reset(); }
+  void cancel();
+  /// Whether something is under way.
+  bool isReading() const { return static_cast<bool>(done_); }
 
  private:
   /// A type that is asked for, and what its bytes are.
@@ -41,10 +44,17 @@ class ClipboardReader {
     QString type;
   };
 
+  /// What the bytes of a type turned out to be.
+  struct Finding {
+    bool endsReading = false;  ///< No other type is to be asked for.
+    std::optional<ClipboardCapture> capture;
+  };
+
   static QList<Step> stepsFor(const QStringList& types);
-  static std::optional<ClipboardCapture> captureOf(Step::Kind kind, const QByteArray& bytes);
+  static Finding look(Step::Kind kind, const QByteArray& bytes);
   void next();
   void take(const Step& step, const PasteboardContent& content);
+  void goOn(const Finding& finding);
   void confirm(const ClipboardCapture& capture);
   void finish(const std::optional<ClipboardCapture>& capture);
 

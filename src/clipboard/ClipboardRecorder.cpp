@@ -1,6 +1,5 @@
 #include "clipboard/ClipboardRecorder.h"
 
-#include <QPointer>
 #include <utility>
 
 #include "clipboard/ClipboardOffers.h"
@@ -36,6 +35,11 @@ void ClipboardRecorder::start(const DockConfiguration& config, const ActiveSets&
 }
 
 void ClipboardRecorder::end() {
+  if (isRecording()) {
+    const bool isKept = pasteboard_.isOwn() && keptChange_ == pasteboard_.changeCount();
+    // While it is not known yet what became of it, it becomes the newest before this is noted.
+    history_.noteHeld(isKept && (keptEntry_.isNull() || isNewest(keptEntry_)));
+  }
   set(isStarted_, false);
   pasteboard_.handOver();
 }
@@ -47,8 +51,12 @@ void ClipboardRecorder::notice(PasteboardChange change) {
   reader_.cancel();
   const bool endedKept = change == PasteboardChange::OwnerGone && keptChange_ != 0 && keptChange_ == before;
   if (!endedKept) keptChange_ = 0;
+  const QUuid held = std::exchange(heldBefore_, {});
   if (!isRecording()) return;
-  if (change == PasteboardChange::Taken) read();
+  if (change == PasteboardChange::Taken)
+    read();
+  else
+    takeOver(held);
   if (!endedKept) return;
   endOfOwner_ = count;
   revive();
@@ -77,14 +85,30 @@ void ClipboardRecorder::keep(const ClipboardCapture& capture) {
 
 void ClipboardRecorder::revive() {
   const bool isNeeded = keptChange_ != 0 && endOfOwner_ != 0 && endOfOwner_ == pasteboard_.changeCount();
-  if (!isNeeded || keptEntry_.isNull() || history_.items().isEmpty()) return;
-  if (history_.items().first().id == keptEntry_) offerNewest();
+  if (isNeeded && isNewest(keptEntry_)) offerNewest();
 }
 
 void ClipboardRecorder::takeOver() {
-  history_.load([guard = QPointer(this)] {
-    if (guard && guard->isRecording() && guard->pasteboard_.isEmpty()) guard->offerNewest();
+  history_.takeHeld(this, [this](const QUuid& held) {
+    if (held.isNull()) return;
+    heldBefore_ = held;
+    // Only then it is known who has it at the start.
+    pasteboard_.confirm(pasteboardCount_, this, [this](bool) {
+      const bool isEmpty = pasteboard_.isEmpty();
+      // The other run has ended, and the desktop has not noticed yet: the next change tells.
+      if (!isEmpty && pasteboard_.isOwn()) return;
+      const QUuid before = std::exchange(heldBefore_, {});
+      if (isEmpty && isRecording()) takeOver(before);
+    });
   });
+}
+
+void ClipboardRecorder::takeOver(const QUuid& held) {
+  if (isNewest(held)) offerNewest();
+}
+
+bool ClipboardRecorder::isNewest(const QUuid& entry) const {
+  return !entry.isNull() && !history_.items().isEmpty() && history_.items().first().id == entry;
 }
 
 void ClipboardRecorder::offerNewest() {

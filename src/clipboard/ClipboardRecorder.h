@@ -30,12 +30,15 @@ class ClipboardRecorder final : public QObject, public BeatClient {
   void follow(const ActiveSets& active);
   void setLocked(bool locked);
 
+  /// Whether a copy is being read.
+  bool isReading() const { return reader_.isReading(); }
+
   BeatStep step() const override { return BeatStep::Clipboard; }
   void start(const DockConfiguration& config, const ActiveSets& active) override;
   void end() override;
 
-  /// After a copy of this program that this one replaced, and that owned the clipboard: the newest entry is put there,
-  /// if the clipboard is still empty then.
+  /// After `start`, in a run that took the place of another: if the newest entry was on the clipboard by the other's
+  /// hand and went with it, it is put there again.
   void takeOver();
 
  private:
@@ -45,6 +48,8 @@ class ClipboardRecorder final : public QObject, public BeatClient {
   void read();
   void keep(const ClipboardCapture& capture);
   void revive();
+  void takeOver(const QUuid& held);
+  bool isNewest(const QUuid& entry) const;
   void offerNewest();
 
   Pasteboard& pasteboard_;
@@ -55,6 +60,7 @@ class ClipboardRecorder final : public QObject, public BeatClient {
   quint64 keptChange_ = 0;       ///< The change whose content was handed to the history; 0 for none.
   QUuid keptEntry_;              ///< What became of it there; null until that is known.
   quint64 endOfOwner_ = 0;       ///< The change by which the owner of that went; 0 while it lives.
+  QUuid heldBefore_;             ///< What an earlier run has there still; null for nothing.
   bool isStarted_ = false;
   bool isEnabled_ = false;
   bool isShown_ = false;

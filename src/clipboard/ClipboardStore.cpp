@@ -34,6 +34,8 @@ struct ClipboardIndex {
 };
 
 const QString kIndexName = u"index.json"_s;
+const QString kHeldName = u"held"_s;
+constexpr qint64 kMostHeldBytes = 64;  ///< An identity and an end of line have space.
 
 auto placeOf(const QList<ClipboardEntry>& items, const QUuid& id) {
   return std::ranges::find(items, id, &ClipboardEntry::id);
@@ -66,12 +68,15 @@ QString ClipboardStore::folder() const { return QDir(root_).filePath(u"Clipboard
 
 QString ClipboardStore::indexPath() const { return QDir(folder()).filePath(kIndexName); }
 
+QString ClipboardStore::heldPath() const { return QDir(folder()).filePath(kHeldName); }
+
 void ClipboardStore::load() {
   if (loaded_) {
     if (!readable_) throw DomainError::invalid(needsRepair());
     return;
   }
   loaded_ = true;
+  DurableFile::removeLeftovers(indexPath());
   try {
     const auto bytes = DurableFile::readIfPresent(indexPath());
     if (!bytes) return;
@@ -165,13 +170,29 @@ void ClipboardStore::putBack(const RemovedClipboardEntry& removed) {
 
 void ClipboardStore::clear() {
   load();
-  items_.clear();
-  const bool isGone = !QFileInfo::exists(folder()) || QDir(folder()).removeRecursively();
-  save({});
-  if (isGone) return;
+  try {
+    save({});
+  } catch (const DomainError&) {
+    // A full disk takes no file, but lets one go: without an index there is no history.
+    if (!QFile::remove(indexPath())) throw;
+    items_.clear();
+  }
+  if (emptyFolder()) return;
   throw DomainError::invalid(
       ClipboardStoreWords::tr("Some pictures of your clipboard history couldn't be deleted. They are in “%1”.")
           .arg(folder()));
+}
+
+bool ClipboardStore::emptyFolder() const {
+  bool isEmptied = true;
+  const auto all = QDir(folder()).entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+  for (const QFileInfo& each : all) {
+    if (each.fileName() == kIndexName) continue;
+    const bool isFolder = each.isDir() && !each.isSymLink();
+    const bool isGone = isFolder ? QDir(each.filePath()).removeRecursively() : QFile::remove(each.filePath());
+    isEmptied = isEmptied && isGone;
+  }
+  return isEmptied;
 }
 
 void ClipboardStore::migrate(const QStringList& texts, const QDateTime& now) {
@@ -191,6 +212,22 @@ void ClipboardStore::migrate(const QStringList& texts, const QDateTime& now) {
   }
   save(evict(items));
   removeFiles(items);
+}
+
+void ClipboardStore::noteHeld(bool isHeld) {
+  load();
+  if (!isHeld || items_.isEmpty()) {
+    QFile::remove(heldPath());
+    return;
+  }
+  DurableFile::makeParent(heldPath());
+  DurableFile::writeQuickly(items_.first().id.toByteArray(QUuid::WithoutBraces), heldPath(), DurableFile::kPrivate);
+}
+
+QUuid ClipboardStore::takeHeld() {
+  const QByteArray noted = SmallFile::read(heldPath(), kMostHeldBytes).value_or(QByteArray());
+  QFile::remove(heldPath());
+  return QUuid::fromString(QString::fromLatin1(noted).trimmed());
 }
 
 std::optional<QUrl> ClipboardStore::imageURL(const ClipboardEntry& entry) const {
@@ -236,7 +273,7 @@ QList<ClipboardEntry> ClipboardStore::evict(const QList<ClipboardEntry>& items) 
 }
 
 void ClipboardStore::removeFiles(const QList<ClipboardEntry>& before) const {
-  QSet<QString> kept{kIndexName};
+  QSet<QString> kept{kIndexName, kHeldName};
   for (const ClipboardEntry& entry : items_) kept.insert(entry.imageFile);
   for (const ClipboardEntry& entry : before) {
     const auto url = imageURL(entry);

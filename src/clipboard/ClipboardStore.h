@@ -63,6 +63,11 @@ class ClipboardStore {
   /// Takes over texts of older settings, in their order, behind what is there.
   void migrate(const QStringList& texts, const QDateTime& now);
 
+  /// For the next run: whether the newest entry was on the clipboard, put there by this program, when that ended.
+  void noteHeld(bool isHeld);
+  /// The entry that was noted, once: null afterwards, and where there was none.
+  QUuid takeHeld();
+
   /// The picture of an entry, there or not. Absent for an entry without one, and for a name that leads out of the
   /// folder: anybody may have edited the index.
   std::optional<QUrl> imageURL(const ClipboardEntry& entry) const;
@@ -72,9 +77,12 @@ class ClipboardStore {
  private:
   QString folder() const;
   QString indexPath() const;
+  QString heldPath() const;
   /// Writes the list and then makes it the history.
   void save(const QList<ClipboardEntry>& items);
   void savePicture(const QByteArray& png, const QString& name);
+  /// Removes all but the index; false where something stays.
+  bool emptyFolder() const;
   /// Drops what is over the limits.
   static QList<ClipboardEntry> evict(const QList<ClipboardEntry>& items);
   /// Removes the files of entries that are not in the history any more.

@@ -81,8 +81,10 @@ void CommandBarModel::recompute() {
 void CommandBarModel::refresh() {
   if (!isOpen_) return;
   const auto row = selected();
+  // The web is searched first only while nothing else is found: nobody chose that row.
+  const bool isChosen = row && !(selection_ == 0 && row->isWebSearch());
   const QList<CommandItem> rows = CommandRanking::rank(candidates(query_), query_, usage_, parts_.store.now());
-  const auto same = std::ranges::find(rows, row ? row->id : QString(), &CommandItem::id);
+  const auto same = std::ranges::find(rows, isChosen ? row->id : QString(), &CommandItem::id);
   show(rows, same == rows.end() ? selection_ : same - rows.begin());
 }
 
@@ -165,6 +167,9 @@ void CommandBarModel::setSearchingFiles(bool searching) {
 
 void CommandBarModel::remember(const CommandItem& item) {
   if (item.isWindow()) return;  // It is another one each time.
+  // One record would stand for every query: three searches would lift the row above all apps, and Return on a word
+  // meant for an app would send that word to a search engine.
+  if (item.isWebSearch()) return;
   usage_.record(item.id, parts_.store.now());
   if (!parts_.store.isDiagnostic()) usageStore_.save(usage_, parts_.store.dataDirectory());
 }

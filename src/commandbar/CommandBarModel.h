@@ -89,7 +89,7 @@ class CommandBarModel final : public QObject {
   /// Finds all rows anew. The selection stays at its place as far as there are rows.
   void recompute();
   /// The same because there is something else to be found, such as another application or copy: the selected row stays
-  /// selected. Nothing happens while the bar is closed.
+  /// selected, but a search of the web that was there alone. Nothing happens while the bar is closed.
   void refresh();
 
  Q_SIGNALS:

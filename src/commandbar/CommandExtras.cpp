@@ -23,6 +23,11 @@ constexpr auto kSettingPrefix = "setting:"_L1;
 /// Without what only asks for the coloured picture of a character.
 QString bare(const QString& emoji) { return QString(emoji).remove(QChar(0xFE0F)); }
 
+/// Sums, dates and versions have no letter, and nobody means an emoji or a setting by them.
+bool hasLetter(const QString& text) {
+  return std::ranges::any_of(text.toUcs4(), [](char32_t character) { return QChar::isLetter(character); });
+}
+
 bool isSymbolOfBar(const QString& emoji) {
   static const QSet<QString> symbols = [] {
     QSet<QString> made;
@@ -44,9 +49,13 @@ void CommandExtras::setChoices(const CommandExtrasChoices& choices) {
   Q_EMIT changed();
 }
 
+void CommandExtras::opened() {
+  if (parts_.settings && choices_.findsSettings) parts_.settings->prepare();
+}
+
 QList<CommandItem> CommandExtras::find(const QString& query) const {
   const QString text = Text::withoutOuterBlanks(query).toString();
-  if (Text::characters(text, kFewestCharacters).size() < kFewestCharacters) return {};
+  if (Text::characters(text, kFewestCharacters).size() < kFewestCharacters || !hasLetter(text)) return {};
   QList<CommandItem> rows;
   if (choices_.findsEmoji) rows += emoji(text);
   if (choices_.findsSettings) rows += settings(text);

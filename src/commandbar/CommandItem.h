@@ -25,9 +25,12 @@ struct CommandItem {
   QString payload;  ///< What Return uses: a text to copy, an address, a kind of widget, the number of a window.
   QString matchText;       ///< What the query is compared with; the title where it is empty.
   QStringList otherTexts;  ///< By which it can be found too, though for less than by its own text.
-  double sourceRank = 0;   ///< What its source adds to its score.
+  bool isFolder = false;  ///< Of a file: whether it is one that holds others, which is all that its picture depends on.
+  double sourceRank = 0;  ///< What its source adds to its score.
 
   bool isWindow() const { return id.startsWith(QLatin1StringView("window:")); }
+  /// The row that searches the web, whatever for.
+  bool isWebSearch() const { return id == QLatin1StringView("web:search"); }
   const QString& text() const { return matchText.isEmpty() ? title : matchText; }
 
   bool operator==(const CommandItem&) const = default;

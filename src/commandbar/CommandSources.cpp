@@ -168,6 +168,7 @@ QList<CommandItem> CommandSources::files(const QList<FoundFile>& files) {
     row.subtitle = path.first(std::max<qsizetype>(path.lastIndexOf(u'/'), path.startsWith(u'/') ? 1 : 0));
     row.symbol = u"doc"_s;
     row.path = path;
+    row.isFolder = files[i].isFolder;
     row.sourceRank = rankAt(i, kFileRank);
     rows.append(std::move(row));
   }

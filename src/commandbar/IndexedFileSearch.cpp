@@ -18,7 +18,7 @@ void IndexedFileSearch::start(const QString& query, Done done) {
         const auto names = mapped->get();
         if (!names) return found;
         for (const FolderEntry& entry : NameSearch::newest(*names->index, query, recent, kMost, stop, names->newest))
-          found.append({entry.path, entry.name});
+          found.append({entry.path, entry.name, entry.isFolder});
         return found;
       },
       [done = std::move(done)](const QList<FoundFile>& found) { done(found); });

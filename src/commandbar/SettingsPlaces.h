@@ -22,8 +22,10 @@ class SettingsPlaces : public QObject {
  public:
   using QObject::QObject;
 
+  /// Something may be looked for soon. What that needs is made ready little by little, while nothing else happens.
+  virtual void prepare() = 0;
   /// The rows in which every one of those words begins a word, at most so many: first those of whose title that is so.
-  /// It waits for nothing; where there is more to be found later, `changed` tells.
+  /// It waits for nothing: as long as not all rows are known there are none, and `changed` tells when they are.
   virtual QList<SettingsPlace> find(const QString& words, qsizetype most) = 0;
   /// Turns the switch that stands in a row, if it can be turned at the moment; any other row is shown to the user. One
   /// that is not there any more changes nothing.

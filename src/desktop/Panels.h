@@ -57,6 +57,7 @@ struct PopupStyle {
   int gap = 10;               ///< Between the rectangle that it belongs to and its outline.
   bool takesKeys = true;      ///< Whether it has the keyboard while it is open.
   bool closesOutside = true;  ///< Whether a click outside closes it. One that does not lets those clicks through.
+  bool abovePanels = false;   ///< Whether it lies above every panel where they meet, as all do beside their own one.
   bool takesClicks = true;    ///< Whether clicks on it are its own. One that does not lets those through too.
 };
 

@@ -32,6 +32,9 @@ class Screens : public QObject {
   virtual bool placesWindows() const { return false; }
   /// Whether programs learn where the pointer is while it is over the windows of others.
   virtual bool reportsPointer() const { return false; }
+  /// The display where the user is, as the compositor chooses it for a window of a program; asked for anew each time.
+  /// Empty where nobody tells.
+  virtual QString activeId() const { return {}; }
 
  Q_SIGNALS:
   void changed();

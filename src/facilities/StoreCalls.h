@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 #include <QUuid>
+#include <functional>
 
 #include "config/DockWidget.h"
 #include "facilities/BeatClient.h"
@@ -15,12 +16,19 @@ namespace tarnwick {
 /// The fetched values of connected widgets. What is under way is cancelled at the end.
 class RemoteRefresh : public BeatClient {
  public:
+  /// One widget, because the user wants it.
   virtual void refresh(const DockWidget& widget) = 0;
+  /// All that displays show and that are set up for it, spread over a few seconds.
   virtual void refreshAll() = 0;
+  /// The document changed, or what displays show of it.
+  virtual void follow(const DockConfiguration& config, const ActiveSets& active) {
+    Q_UNUSED(config)
+    Q_UNUSED(active)
+  }
 
   BeatStep step() const final { return BeatStep::RemoteValues; }
   int everyTicks() const final { return 600; }
-  void beat(const ActiveSets& active) final {
+  void beat(const ActiveSets& active) override {
     Q_UNUSED(active)
     refreshAll();
   }
@@ -29,9 +37,12 @@ class RemoteRefresh : public BeatClient {
 /// The secrets of connected widgets.
 class CredentialKeeping {
  public:
+  using Failed = std::function<void(const QString& message)>;
+
   virtual ~CredentialKeeping() = default;
-  /// Removes a widget's credentials. Throws DomainError.
-  virtual void remove(const QUuid& widget) = 0;
+  /// Removes the credentials of widgets, in time. `failed` runs then where that cannot be done, never after this object
+  /// has gone.
+  virtual void remove(const QList<QUuid>& widgets, Failed failed) = 0;
   /// Removes credentials of widgets that no longer exist; failures are the implementation's to ignore.
   virtual void removeOrphans(const QList<QUuid>& keeping) = 0;
 };

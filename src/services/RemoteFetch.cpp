@@ -24,14 +24,8 @@ QCoro::Task<Outcome> outcomeOf(RemoteFetch::Work work, std::stop_token stop) {
   try {
     RemoteValue value = co_await work(stop);
     outcome.value = std::move(value);
-  } catch (const Cancelled&) {
-  } catch (const ServiceHTTPError& error) {
-    outcome.failure = FetchFailure{error.errorDescription(), error.status(), error.retryAt()};
-  } catch (const DomainError& error) {
-    outcome.failure = FetchFailure{error.message()};
-  } catch (const std::exception& error) {
-    qWarning("A fetch failed: %s", error.what());
-    outcome.failure = FetchFailure{ServiceWords::tr("The service returned an invalid response.")};
+  } catch (...) {
+    outcome.failure = FetchFailure::ofException();
   }
   co_return outcome;
 }
@@ -49,6 +43,21 @@ QCoro::Task<> tellOutcome(RemoteFetch::Work work, RemoteFetch::Done done, Remote
 }
 
 }  // namespace
+
+std::optional<FetchFailure> FetchFailure::ofException() {
+  try {
+    throw;
+  } catch (const Cancelled&) {
+    return std::nullopt;
+  } catch (const ServiceHTTPError& error) {
+    return FetchFailure{error.errorDescription(), error.status(), error.retryAt()};
+  } catch (const DomainError& error) {
+    return FetchFailure{error.message()};
+  } catch (const std::exception& error) {
+    qWarning("A fetch failed: %s", error.what());
+    return FetchFailure{ServiceWords::tr("The service returned an invalid response.")};
+  }
+}
 
 RemoteFetch::RemoteFetch(Scheduler& scheduler, Work work, Done done, Failed failed) {
   start_ = scheduler.after(0, [work = std::move(work), done = std::move(done), failed = std::move(failed),

@@ -17,6 +17,9 @@ struct FetchFailure {
   QString sentence;  ///< Finished, for the user.
   int status = 0;    ///< Of the service's answer; 0 when there was none.
   std::optional<QDateTime> retryAt = std::nullopt;
+
+  /// To be called while an exception is handled, which is what it says. Absent for one that was Cancelled.
+  static std::optional<FetchFailure> ofException();
 };
 
 /// A fetch under way, for an owner that may go away at any time. It starts in a turn of its own, never inside the

@@ -17,9 +17,9 @@ namespace tarnwick {
 /// One request to a service.
 struct ServiceCall {
   QUrl url;
-  QString token;                     ///< The credential; nothing is sent of an empty one.
-  std::optional<QJsonObject> body;   ///< With one the request is a POST, without a GET.
-  bool bearer = true;                ///< Whether the credential is sent as "Bearer …" or as it stands.
+  QString token;                    ///< The credential; nothing is sent of an empty one.
+  std::optional<QJsonObject> body;  ///< With one the request is a POST, without a GET.
+  bool bearer = true;               ///< Whether the credential is sent as "Bearer …" or as it stands.
   QMap<QString, QString> headers;
 };
 

@@ -104,6 +104,8 @@ class AppStore : public QObject {
   /// Appends a new widget to the active profile, or to the given one.
   QUuid add(const QString& kind, QUuid profile = {});
   void remove(QUuid id);
+  /// Removes what the keyring keeps for those of these widgets that are not in the document. A failure is told.
+  void forgetCredentials(const QList<QUuid>& widgets);
   void move(QUuid id, int places);
   /// Moves by indices of what a display's dock shows, counted as Reordering does.
   void moveDisplayed(qsizetype from, qsizetype to, const QString& display);

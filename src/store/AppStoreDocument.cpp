@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include <QFileInfo>
+#include <QPointer>
 
 #include "base/DomainError.h"
 #include "base/DurableFile.h"
@@ -109,6 +110,7 @@ QList<DockWidget> AppStore::shownWidgets() const {
 void AppStore::refreshActiveWidgetIndex() {
   active_ = ActiveSets::of(shownWidgets());
   system_->follow(active_);
+  remote_.follow(config_, active_);
 }
 
 void AppStore::set(QUuid id, const QString& key, const std::optional<QString>& value) {
@@ -156,11 +158,16 @@ QUuid AppStore::add(const QString& kind, QUuid profile) {
 
 void AppStore::remove(QUuid id) {
   edit([&](DockConfiguration& config) { DocumentEdits::remove(config, id); });
-  try {
-    credentials_.remove(id);
-  } catch (const DomainError& failure) {
-    setError(tr("A stored credential could not be removed: ") + failure.message());
-  }
+  forgetCredentials({id});
+}
+
+void AppStore::forgetCredentials(const QList<QUuid>& widgets) {
+  QList<QUuid> gone = widgets;
+  gone.removeIf([this](const QUuid& id) { return DocumentEdits::find(std::as_const(config_), id); });
+  if (gone.isEmpty()) return;
+  credentials_.remove(gone, [self = QPointer(this)](const QString& message) {
+    if (self) self->setError(tr("A stored credential could not be removed: ") + message);
+  });
 }
 
 void AppStore::move(QUuid id, int places) {

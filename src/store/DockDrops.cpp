@@ -94,6 +94,12 @@ bool DockDrops::applyToTile(const DockFileDrop& drop, const DockWidget& tile, co
   const DropRouting::Target target = DropRouting::route(routed(tile), drop.index, isFolder);
   const QStringList paths = localPaths(drop.urls);
   const TileTakes takes = KindTraits::of(tile.kind).takes;
+  // It was there when they were brought over it: they are not put anywhere else.
+  if (const QString folder = routed(tile).path; takes == TileTakes::Folder && !folder.isEmpty() &&
+                                                kinds.value(folder, Files::Kind::Missing) == Files::Kind::Missing) {
+    sayMissing(folder);
+    return true;
+  }
   const bool takesFiles =
       target.kind != DropRouting::Target::Kind::None || takes == TileTakes::Trash || takes == TileTakes::Shelf;
   if (!takesFiles) return false;

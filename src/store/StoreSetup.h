@@ -56,7 +56,7 @@ class NoRemote final : public RemoteRefresh {
 /// No widget has a secret.
 class NoCredentials final : public CredentialKeeping {
  public:
-  void remove(const QUuid&) override {}
+  void remove(const QList<QUuid>&, Failed) override {}
   void removeOrphans(const QList<QUuid>&) override {}
 };
 

@@ -3,6 +3,7 @@
 #include <QFileInfo>
 #include <QPointer>
 #include <QScopedValueRollback>
+#include <QSet>
 #include <algorithm>
 #include <utility>
 
@@ -31,6 +32,17 @@ QList<QUuid> idsOf(const QList<DockWidget>& widgets) {
 }
 
 QList<QUuid> idsOf(const DockProfile& profile) { return idsOf(profile.widgets); }
+
+/// The widgets of one document that another has not.
+QList<QUuid> lostBetween(const DockConfiguration& before, const DockConfiguration& after) {
+  if (before.profiles == after.profiles) return {};
+  QSet<QUuid> lost;
+  for (const DockProfile& profile : before.profiles)
+    for (const DockWidget& widget : profile.widgets) lost.insert(widget.id);
+  for (const DockProfile& profile : after.profiles)
+    for (const DockWidget& widget : profile.widgets) lost.remove(widget.id);
+  return lost.values();
+}
 
 /// The options whose values differ.
 QStringList differing(const DockWidget& one, const DockWidget& other) {
@@ -292,13 +304,17 @@ void UndoableEdits::pinDisplay(const QString& display, const std::optional<QUuid
 void UndoableEdits::record(const std::function<DockConfiguration()>& act) {
   const DockConfiguration before = store_.config();
   // What listeners change in response is theirs.
-  const SettingsChange made(before, act());
+  const DockConfiguration after = act();
+  const SettingsChange made(before, after);
   if (made.isEmpty()) return;
+  const QList<QUuid> lost = lostBetween(before, after);
   if (goesOn(made)) {
     run_.change->goOn(made);
+    *run_.lost += lost;
     if (run_.change->isEmpty()) undo_.withdraw(std::exchange(run_, {}).entry);
   } else {
     run_.change = std::make_shared<SettingsChange>(made);
+    run_.lost = std::make_shared<QList<QUuid>>(lost);
     run_.entry = undo_.push(
         {},
         [self = QPointer(this), step = run_.change] {
@@ -306,6 +322,9 @@ void UndoableEdits::record(const std::function<DockConfiguration()>& act) {
         },
         [self = QPointer(this), step = run_.change] {
           if (self) self->takeBack(step->reversed());
+        },
+        [self = QPointer(this), lost = run_.lost] {
+          if (self) self->store_.forgetCredentials(*lost);
         });
   }
   run_.last = store_.scheduler().reference();
@@ -363,7 +382,7 @@ bool UndoableEdits::takeImport(const DockConfiguration& imported) {
     if (!store_.takeImported(imported)) return false;
   }
   if (store_.config() == before) return true;
-  const auto import = std::make_shared<Import>(Import{{before, store_.config()}});
+  const auto import = std::make_shared<Import>(Import{{before, store_.config()}, lostBetween(before, store_.config())});
   watchImport(import);
   const auto back = [self = QPointer(this), import] {
     if (!self) return;
@@ -376,7 +395,9 @@ bool UndoableEdits::takeImport(const DockConfiguration& imported) {
     self->watchImport(import);
   };
   const auto forget = [self = QPointer(this), import] {
-    if (self) self->imports_.removeOne(import);
+    if (!self) return;
+    self->imports_.removeOne(import);
+    self->store_.forgetCredentials(import->lost);
   };
   import->entry = undo_.push(tr("Your settings were replaced with those of a file."), back, again, forget);
   return true;
@@ -410,6 +431,7 @@ void UndoableEdits::forgetChangedImports() {
   for (const auto& import : std::as_const(changed)) {
     imports_.removeOne(import);
     undo_.withdraw(import->entry);
+    store_.forgetCredentials(import->lost);
   }
 }
 

@@ -82,6 +82,7 @@ class UndoableEdits : public QObject {
     quint64 entry = 0;
     double last = 0;  // When it was last gone on with, on the reference clock.
     std::shared_ptr<SettingsChange> change;
+    std::shared_ptr<QList<QUuid>> lost;  ///< Widgets that went with it.
   };
 
   /// Changes of the same options of a widget, one after the other.
@@ -106,6 +107,7 @@ class UndoableEdits : public QObject {
   /// A step of the stack that replaced the document.
   struct Import {
     DocumentChange change;
+    QList<QUuid> lost;  ///< Widgets that went with it.
     quint64 entry = 0;
   };
   void importFrom(const std::function<DockConfiguration()>& decode, std::function<void(bool taken)> done);

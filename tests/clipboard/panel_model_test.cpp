@@ -67,6 +67,24 @@ TEST_F(ClipboardPanelModelTest, ShowsAGroupOfWhatTheSearchFinds) {
   EXPECT_EQ(model->available(), (QList<ClipboardGroup>{ClipboardGroup::Recent, ClipboardGroup::Links}));
 }
 
+TEST_F(ClipboardPanelModelTest, ALongHistoryIsSearchedAlongside) {
+  const QString much(60'000, u'x');
+  record({u"first Äpfel "_s + much, u"second "_s + much, u"third "_s + much});
+  model->setSearch(u"third"_s);
+  model->setSearch(u"apfel"_s);
+  EXPECT_EQ(shown().size(), 3) << "until it is known";
+  ASSERT_TRUE(waitFor([&] { return shown().size() == 1; }));
+  EXPECT_TRUE(shown().first().startsWith(u"first"_s));
+  record({u"new Apfel"_s});
+  ASSERT_TRUE(waitFor([&] { return shown().size() == 2; }));
+  model->setSearch(u"second"_s);
+  model->setSearch({});
+  EXPECT_EQ(shown().size(), 4) << "at once";
+  model->setSearch(u"third"_s);
+  model.reset();  // What still runs answers nobody.
+  settle();
+}
+
 TEST_F(ClipboardPanelModelTest, FollowsWhatHappens) {
   record({u"a"_s, u"b"_s});
   model->toggleFavourite(model->entries().first());

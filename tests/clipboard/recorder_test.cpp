@@ -60,6 +60,10 @@ class ClipboardRecorderTest : public FolderTest {
   }
   /// Until every answer came and the history has done its work.
   void settle() {
+    ASSERT_TRUE(waitFor([this] {
+      pasteboard.answerAll();
+      return !recorder || !recorder->isReading();
+    }));
     for (int round = 0; round < 3; ++round) {
       pasteboard.answerAll();
       bool isDone = false;
@@ -335,22 +339,75 @@ TEST_F(ClipboardRecorderTest, APictureIsRevivedFromItsFile) {
   EXPECT_EQ(QImage::fromData(pasteboard.offered.forms.first().bytes).size(), QSize(2, 2));
 }
 
-TEST_F(ClipboardRecorderTest, ANewCopyOfTheProgramTakesOverWhatTheOldOneHeld) {
-  copy(writer(u"a"_s));
+TEST_F(ClipboardRecorderTest, ARunThatReplacesAnotherTakesOverWhatThatOneHeld) {
+  const auto putB = [&] {
+    pasteboard.set(PasteboardOffer::text(u"b"_s));
+    settle();
+  };
+  const struct {
+    const char* what;
+    std::function<void()> before;  ///< What the other one does last.
+    PasteboardChange end;          ///< What becomes of the clipboard with it.
+    bool isOffered;
+    bool isNoticedLate = false;  ///< That what it held is gone.
+  } cases[] = {
+      {"it held a copy", putB, PasteboardChange::OwnerGone, true},
+      {"it holds it for a while", putB, PasteboardChange::Cleared, true, true},
+      {"somebody copies in that while", putB, PasteboardChange::Taken, false, true},
+      {"somebody has it", putB, PasteboardChange::Taken, false},
+      {"it was cleared",
+       [&] {
+         putB();
+         pasteboard.empty(PasteboardChange::Cleared);
+       },
+       PasteboardChange::Cleared, false},
+      {"another program held it", [&] { copy(writer(u"b"_s)); }, PasteboardChange::OwnerGone, false},
+      {"it was marked",
+       [&] {
+         putB();
+         copy(vault());
+       },
+       PasteboardChange::OwnerGone, false},
+      {"it was put there while nothing was recorded",
+       [&] {
+         recorder->setEnabled(false);
+         putB();
+         recorder->setEnabled(true);
+       },
+       PasteboardChange::OwnerGone, false},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.what);
+    history->clear();
+    copy(writer(u"a"_s));
+    each.before();
+    recorder->end();
+    recorder.reset();
+    pasteboard.offered = {};
+    const auto happens = [&] {
+      each.end == PasteboardChange::Taken ? pasteboard.copy(writer(u"c"_s)) : pasteboard.empty(each.end);
+    };
+    if (!each.isNoticedLate) happens();
+    begin(true);
+    recorder->takeOver();
+    settle();
+    if (each.isNoticedLate) happens();
+    settle();
+    EXPECT_EQ(pasteboard.offered, each.isOffered ? PasteboardOffer::text(u"b"_s) : PasteboardOffer());
+    pasteboard.offered = {};
+    pasteboard.empty(PasteboardChange::Cleared);
+    recorder->takeOver();
+    settle();
+    EXPECT_EQ(pasteboard.offered, PasteboardOffer()) << "it is taken over once";
+  }
+}
+
+TEST_F(ClipboardRecorderTest, AtItsEndItHandsOverAndListensNoMore) {
   copy(writer(u"b"_s));
-  recorder->takeOver();
-  settle();
-  EXPECT_EQ(pasteboard.offered, PasteboardOffer()) << "somebody has it";
-  recorder.reset();
-  pasteboard.empty(PasteboardChange::OwnerGone);
-  begin(true);
-  recorder->takeOver();
-  settle();
-  EXPECT_EQ(pasteboard.offered, PasteboardOffer::text(u"b"_s));
   recorder->end();
   EXPECT_EQ(pasteboard.handedOver, 1);
   copy(writer(u"c"_s));
-  EXPECT_EQ(kept().first(), u"text b"_s) << "it has ended";
+  EXPECT_EQ(kept().first(), u"text b"_s);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <QBuffer>
 #include <QCryptographicHash>
@@ -219,6 +220,24 @@ TEST_F(ClipboardStoreTest, ClearingTakesEverythingAlong) {
   EXPECT_TRUE(again.items().isEmpty());
 }
 
+TEST_F(ClipboardStoreTest, ClearingTakesEverythingAlongFromAFullDiskAndThroughALink) {
+  ClipboardStore store = fresh();
+  store.record(pictureCapture("bytes"), kMorning);
+  {
+    const AsFullDisk full(0);
+    store.clear();
+  }
+  EXPECT_EQ(files(), QStringList()) << "which is an empty history";
+  EXPECT_TRUE(store.items().isEmpty());
+
+  store.record(textCapture(u"secret"_s), kMorning);
+  const QString kept = at(u"kept.json"_s);
+  ASSERT_TRUE(QFile::rename(at(u"Clipboard/index.json"_s), kept) && QFile::link(kept, at(u"Clipboard/index.json"_s)));
+  ClipboardStore linked = fresh();
+  linked.clear();
+  EXPECT_THAT(content(u"kept.json"_s), testing::Not(testing::HasSubstr("secret")));
+}
+
 TEST_F(ClipboardStoreTest, OlderTextsGoBehindWhatIsThere) {
   ClipboardStore store = fresh();
   store.record(textCapture(u"new"_s), kMorning);
@@ -242,8 +261,19 @@ TEST_F(ClipboardStoreTest, AnIndexThatCannotBeReadStaysUntouched) {
       {"nothing", ""},
       {"another kind", R"({"version":1,"entries":[)" + QByteArray(entry).replace("\"text\"", "\"film\"") + "]}"},
       {"no date", R"({"version":1,"entries":[)" + QByteArray(entry).replace("2026-11-24T10:24:00Z", "now") + "]}"},
+      {"a date that has no name in UTC",
+       R"({"version":1,"entries":[)" + QByteArray(entry).replace("2026-11-24T10:24:00Z", "9999-12-31T23:30:00-01:00") +
+           "]}"},
       {"no identity", R"({"version":1,"entries":[)" + QByteArray(entry).replace("6E2C", "") + "]}"},
       {"a list", "[]"},
+      {"a version that is no number", R"({"version":"1","entries":[]})"},
+      {"half a version", R"({"version":1.5,"entries":[]})"},
+      {"entries that are no list", R"({"version":1,"entries":{"0":)" + entry + "}}"},
+      {"an entry that is nothing", R"({"version":1,"entries":[null]})"},
+      {"a number for yes or no", R"({"version":1,"entries":[)" + QByteArray(entry).replace("false", "0") + "]}"},
+      {"bytes that are no text", R"({"version":1,"entries":[)" + QByteArray(entry).replace("\"a\"", "\"\xff\"") + "]}"},
+      {"something behind it", R"({"version":1,"entries":[]} {)"},
+      {"brackets without an end", QByteArray(1'000'000, '[')},
   };
   for (const auto& each : cases) {
     putIndex(each.json);
@@ -268,14 +298,126 @@ TEST_F(ClipboardStoreTest, AnIndexThatCannotBeReadStaysUntouched) {
   EXPECT_EQ(valuesOf(whole.items()), QStringList{u"a"_s});
 }
 
-TEST_F(ClipboardStoreTest, AnIndexLargerThanTheLimitIsNotRead) {
-  QDir().mkpath(at(u"Clipboard"_s));
-  QFile file(at(u"Clipboard/index.json"_s));
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  ASSERT_TRUE(file.resize(200'000'000));
+TEST_F(ClipboardStoreTest, AnIndexThatWasEditedByHandIsTakenAsItIs) {
+  const auto entry = [](const QByteArray& id, const QByteArray& kind, const QByteArray& file, const QByteArray& value) {
+    return R"({"more":[],"added":"2026-11-24T10:24:00Z","favourite":false,"id":")" + id + R"(","imageFile":")" + file +
+           R"(","kind":")" + kind + R"(","value":")" + value + R"("})";
+  };
+  const QByteArray id = "6E2C1B0E-5E5B-4C7B-9D57-1A2B3C4D5E6F";
+  const QByteArray other = "7E2C1B0E-5E5B-4C7B-9D57-1A2B3C4D5E6F";
+  putIndex(R"({"version":1,"entries":[)" + entry(id, "text", "../a", "one") + ',' + entry(id, "text", "", "two") + ',' +
+           entry(other, "image", "", "no file") + ',' + entry(other, "file", "", R"(a\u0000b)") + "]}");
   ClipboardStore store = fresh();
-  EXPECT_EQ(failureOf([&] { store.load(); }), kept());
-  EXPECT_EQ(file.size(), 200'000'000);
+  store.load();
+  ASSERT_EQ(store.items().size(), 4);
+  EXPECT_EQ(store.picture(store.items()[0]), std::nullopt);
+  EXPECT_EQ(store.picture(store.items()[2]), std::nullopt);
+  store.remove(QUuid(QString::fromLatin1(id)));
+  EXPECT_EQ(store.items().first().value, u"two"_s) << "one at a time";
+  ClipboardStore again = fresh();
+  again.load();
+  EXPECT_EQ(again.items(), store.items());
+
+  QByteArray many;
+  for (int i = 0; i < 10'000; ++i)
+    many += (i == 0 ? "" : ",") +
+            entry(QUuid::createUuid().toByteArray(QUuid::WithoutBraces), "text", "", QByteArray::number(i));
+  putIndex(R"({"version":1,"entries":[)" + many + "]}");
+  ClipboardStore crowded = fresh();
+  crowded.load();
+  EXPECT_EQ(crowded.items().size(), 10'000);
+  crowded.record(textCapture(u"new"_s), kMorning);
+  EXPECT_EQ(crowded.items().size(), 200) << "the next copy brings it within its limits";
+}
+
+TEST_F(ClipboardStoreTest, WhatIsHeldIsNotedForOneRun) {
+  ClipboardStore store = fresh();
+  EXPECT_EQ(store.takeHeld(), QUuid());
+  const QUuid id = store.record(textCapture(u"a"_s), kMorning)->id;
+  store.noteHeld(true);
+  EXPECT_EQ(mode(u"Clipboard/held"_s), 0600u);
+  EXPECT_EQ(fresh().takeHeld(), id);
+  EXPECT_EQ(fresh().takeHeld(), QUuid());
+  store.noteHeld(true);
+  store.noteHeld(false);
+  EXPECT_EQ(fresh().takeHeld(), QUuid());
+  for (const QByteArray& noted : {QByteArray("../.."), QByteArray(200'000'000, 'x')}) {
+    put(u"Clipboard/held"_s, noted);
+    EXPECT_EQ(fresh().takeHeld(), QUuid());
+    EXPECT_EQ(files(), QStringList{u"index.json"_s});
+  }
+}
+
+TEST_F(ClipboardStoreTest, WhatIsNoIndexAtAllStaysWhereItIs) {
+  const QString path = at(u"Clipboard/index.json"_s);
+  const struct {
+    const char* what;
+    std::function<bool()> make;
+    std::function<bool()> isThere;
+  } cases[] = {
+      {"half a gigabyte",
+       [&] {
+         QFile file(path);
+         return file.open(QIODevice::WriteOnly) && file.resize(500'000'000);
+       },
+       [&] { return QFileInfo(path).size() == 500'000'000; }},
+      {"a folder", [&] { return QDir().mkdir(path); }, [&] { return QFileInfo(path).isDir(); }},
+      {"a link to what is not there", [&] { return QFile::link(at(u"away.json"_s), path); },
+       [&] { return QFileInfo(path).isSymLink() && !QFileInfo::exists(at(u"away.json"_s)); }},
+      {"a pipe", [&] { return ::mkfifo(QFile::encodeName(path).constData(), 0600) == 0; },
+       [&] { return QFileInfo(path).exists() && !QFileInfo(path).isFile(); }},
+  };
+  QDir().mkpath(at(u"Clipboard"_s));
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.what);
+    ASSERT_TRUE(each.make());
+    ClipboardStore store = fresh();
+    EXPECT_EQ(failureOf([&] { store.load(); }), kept());
+    EXPECT_EQ(failureOf([&] { store.record(textCapture(u"a"_s), kMorning); }),
+              ClipboardStore::needsRepair().toStdString());
+    EXPECT_EQ(failureOf([&] { store.clear(); }), ClipboardStore::needsRepair().toStdString());
+    EXPECT_TRUE(each.isThere());
+    QFileInfo(path).isDir() ? QDir().rmdir(path) : QFile::remove(path);
+    EXPECT_EQ(QDir(at(u"Clipboard"_s)).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+              QStringList());
+  }
+}
+
+TEST_F(ClipboardStoreTest, AFolderThatIsReadOnlyChangesNothing) {
+  const AsPlainUser user(folder_.path());
+  ClipboardStore store = fresh();
+  const ClipboardEntry entry = *store.record(pictureCapture("bytes"), kMorning);
+  const RemovedClipboardEntry removed = *store.remove(store.record(textCapture(u"gone"_s), kMorning)->id);
+  const std::string before = index();
+  const QStringList filesBefore = files();
+  ASSERT_EQ(::chmod(encoded(u"Clipboard"_s).constData(), 0500), 0);
+  const std::function<void()> changes[] = {
+      [&] { store.record(textCapture(u"new"_s), kMorning); },
+      [&] { store.record(pictureCapture("more"), kMorning); },
+      [&] { store.toggleFavourite(entry.id); },
+      [&] { store.remove(entry.id); },
+      [&] { store.putBack(removed); },
+      [&] { store.clear(); },
+      [&] { store.migrate({u"old"_s}, kMorning); },
+  };
+  for (const auto& change : changes) {
+    EXPECT_NE(failureOf(change), "");
+    EXPECT_EQ(store.items(), QList<ClipboardEntry>{entry});
+  }
+  EXPECT_EQ(index(), before);
+  EXPECT_EQ(files(), filesBefore);
+  ASSERT_EQ(::chmod(encoded(u"Clipboard"_s).constData(), 0700), 0);
+  store.toggleFavourite(entry.id);
+  EXPECT_TRUE(store.items().first().favourite) << "once it can be written again";
+}
+
+TEST_F(ClipboardStoreTest, WhatAKilledWriteLeftBehindGoesAtTheNextStart) {
+  fresh().record(textCapture(u"a"_s), kMorning);
+  put(u"Clipboard/.tarnwick-1a2b.tmp"_s, "half of it");
+  ClipboardStore store = fresh();
+  store.load();
+  EXPECT_EQ(files(), QStringList{u"index.json"_s});
+  EXPECT_EQ(store.items().size(), 1);
 }
 
 TEST_F(ClipboardStoreTest, AChangeThatWouldMakeTheIndexTooLargeIsRefused) {
@@ -343,6 +485,30 @@ TEST_F(ClipboardStoreTest, AFailureOfTheDiskChangesNothing) {
   EXPECT_EQ(files(), QStringList{u"index.json"_s});
 }
 
+constexpr qsizetype kRoom = 100'000;
+
+TEST(ClipboardPicture, WhatIsTooLargeAsItWasSentMayFitOnceItIsCompressed) {
+  QImage plain(200, 200, QImage::Format_RGB32);
+  plain.fill(Qt::red);
+  QImage noise = plain;
+  quint32 state = 1;
+  for (int y = 0; y < noise.height(); ++y)
+    for (int x = 0; x < noise.width(); ++x) noise.setPixel(x, y, state = state * 1664525 + 1013904223);
+  for (const QImage& image : {plain, noise}) {
+    QByteArray loose;
+    QBuffer buffer(&loose);
+    buffer.open(QIODevice::WriteOnly);
+    ASSERT_TRUE(image.save(&buffer, "PNG", 100));
+    ASSERT_GT(loose.size(), kRoom);
+    const auto png = ClipboardPicture::toPng(loose, kRoom);
+    EXPECT_EQ(png.has_value(), image == plain);
+    if (png) {
+      EXPECT_LE(png->size(), kRoom);
+      EXPECT_EQ(QImage::fromData(*png).convertToFormat(QImage::Format_RGB32), plain);
+    }
+  }
+}
+
 TEST(ClipboardPicture, OnlyWhatCanBeDecodedWithinTheLimitIsOne) {
   const QByteArray png = picture("PNG");
   // Says in its header that it is a hundred thousand pixels wide and high, with the sum that belongs to it.
@@ -365,10 +531,10 @@ TEST(ClipboardPicture, OnlyWhatCanBeDecodedWithinTheLimitIsOne) {
   };
   for (const auto& each : cases) {
     EXPECT_EQ(ClipboardPicture::judge(each.bytes), each.verdict) << each.what;
-    EXPECT_EQ(ClipboardPicture::toPng(each.bytes).has_value(), each.isRead) << each.what;
+    EXPECT_EQ(ClipboardPicture::toPng(each.bytes, kRoom).has_value(), each.isRead) << each.what;
   }
-  EXPECT_EQ(ClipboardPicture::toPng(png), png) << "as it was sent";
-  EXPECT_EQ(ClipboardPicture::toPng(picture("BMP"))->first(4), png.first(4));
+  EXPECT_EQ(ClipboardPicture::toPng(png, kRoom), png) << "as it was sent";
+  EXPECT_EQ(ClipboardPicture::toPng(picture("BMP"), kRoom)->first(4), png.first(4));
 }
 
 class ClipboardHistoryTest : public ClipboardFiles {

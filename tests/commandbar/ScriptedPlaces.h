@@ -7,6 +7,7 @@ namespace tarnwick {
 /// Places whose title begins with the words.
 class ScriptedPlaces final : public SettingsPlaces {
  public:
+  void prepare() override { ++prepared; }
   QList<SettingsPlace> find(const QString& words, qsizetype most) override {
     QList<SettingsPlace> found;
     for (const SettingsPlace& place : places)
@@ -17,6 +18,7 @@ class ScriptedPlaces final : public SettingsPlaces {
 
   QList<SettingsPlace> places;
   QStringList opened;
+  int prepared = 0;
 };
 
 }  // namespace tarnwick

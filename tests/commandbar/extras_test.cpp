@@ -22,7 +22,8 @@ constexpr std::string_view kFew =
     "🐡 blowfish\t sea,\n"
     "🐙 octopus\t sea,\n"
     "🐬 dolphin\t sea,\n"
-    "❤ red heart\t sea,\n";
+    "❤ red heart\t sea,\n"
+    "🔢 input numbers\t 1234,\n";
 
 class CommandExtrasTest : public testing::Test {
  protected:
@@ -47,6 +48,7 @@ TEST_F(CommandExtrasTest, EmojiComeFirstAndAllTogetherAreSix) {
     places.places << SettingsPlace{id, "Crab sea "_L1 + id, u"General"_s, u"gear"_s};
   places.places << SettingsPlace{u"5"_s, u"Fish"_s, u"General"_s, u"gear"_s};
   places.places << SettingsPlace{u"6"_s, u"Sea"_s, u"General"_s, u"gear"_s};
+  places.places << SettingsPlace{u"7"_s, u"1234 colors"_s, u"General"_s, u"gear"_s};
   const struct {
     QString query;
     std::string ids;
@@ -61,6 +63,11 @@ TEST_F(CommandExtrasTest, EmojiComeFirstAndAllTogetherAreSix) {
       {u"sea"_s, "emoji:🦀 emoji:🐚 emoji:🐟 emoji:🐠 emoji:🐡 emoji:🐙"},
       {u"rocket"_s, ""},
       {u"red heart"_s, ""},
+      {u"numb"_s, "emoji:🔢"},
+      {u"1234"_s, ""},
+      {u"12+34"_s, ""},
+      {u"5%"_s, ""},
+      {u"1234 c"_s, "setting:7"},
   };
   for (const auto& each : cases) EXPECT_EQ(found(each.query), each.ids) << each.query.toStdString();
 }
@@ -70,6 +77,12 @@ TEST_F(CommandExtrasTest, TheTableIsReadOnlyWhenEmojiAreLookedFor) {
   extras.setChoices({.findsEmoji = false});
   EXPECT_EQ(found(u"crab"_s), "");
   EXPECT_EQ(asked, 0);
+  extras.opened();
+  EXPECT_EQ(places.prepared, 1);
+  extras.setChoices({.findsEmoji = false, .findsSettings = false});
+  extras.opened();
+  EXPECT_EQ(places.prepared, 1);
+  extras.setChoices({.findsEmoji = false});
   QSignalSpy changes(&extras, &CommandExtras::changed);
   extras.setChoices({});
   extras.setChoices({});

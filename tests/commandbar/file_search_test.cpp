@@ -45,6 +45,15 @@ TEST_F(IndexedFileSearchTest, AnswersTheLatestQueryAlone) {
   EXPECT_EQ(outdated, 0);
 }
 
+TEST_F(IndexedFileSearchTest, TellsFoldersFromFiles) {
+  put(u"home/report of may/page"_s, "x");
+  build();
+  QStringList told;
+  for (const FoundFile& file : found(u"report"_s)) told << file.name + (file.isFolder ? u"/"_s : QString());
+  told.sort();
+  EXPECT_EQ(told, (QStringList{u"Report.pdf"_s, u"report of may/"_s}));
+}
+
 TEST_F(IndexedFileSearchTest, FindsWhatWasOpenLatelyToo) {
   build();
   search_.closed();

@@ -155,6 +155,18 @@ TEST_F(CommandBarTest, NewApplicationsKeepTheSelectedRow) {
   Q_EMIT desktop.installedApps.changed();
   EXPECT_EQ(rows(), "app:map.desktop app:maps.desktop web:search");
   EXPECT_EQ(model->selection(), 1);
+
+  // Return does not search the web for the name of an application that is read only now.
+  model->setQuery(u"zqx"_s);
+  ASSERT_EQ(rows(), "web:search");
+  desktop.installedApps.setFixed(appsNamed({u"Zqx"_s}));
+  Q_EMIT desktop.installedApps.changed();
+  EXPECT_EQ(rows(), "app:zqx.desktop web:search");
+  EXPECT_EQ(model->selection(), 0);
+  model->moveSelection(1);
+  desktop.installedApps.setFixed(appsNamed({u"Zqx"_s, u"Zqxy"_s}));
+  Q_EMIT desktop.installedApps.changed();
+  EXPECT_EQ(model->selection(), 2) << "it was gone to";
 }
 
 TEST_F(CommandBarTest, OffersWindowsButTheOneThatWasInFront) {
@@ -226,6 +238,19 @@ TEST_F(CommandBarTest, RemembersWhatWasChosen) {
   start();
   model->setQuery(u"ma"_s);
   EXPECT_EQ(model->results().first().title, u"Maps"_s);
+}
+
+TEST_F(CommandBarTest, SearchingTheWebLiftsNoRow) {
+  for (const auto& query : {u"news"_s, u"weather today"_s, u"maps of io"_s, u"https://example.org"_s}) {
+    model->setQuery(query);
+    EXPECT_TRUE(model->activate(model->results().last()));
+  }
+  EXPECT_EQ(commands.asked.size(), 4);
+  model->setQuery(u"map"_s);
+  EXPECT_EQ(model->results().first().title, u"Maps"_s);
+  EXPECT_EQ(model->results().last().id, u"web:search"_s);
+  model.reset();
+  EXPECT_EQ(CommandUsageStore::load(folder_.path()).records.keys(), QStringList{u"web:https://example.org"_s});
 }
 
 }  // namespace

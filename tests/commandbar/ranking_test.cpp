@@ -118,6 +118,8 @@ TEST(CommandRanking, LetsOtherTextsBringAnApplicationInForLess) {
   EXPECT_EQ(ranked({app(u"a"_s, u"Firefox"_s, others)}, u"wbb"_s), "");
   // Whatever its name brings in by a word goes before what another text brings in.
   EXPECT_EQ(ranked({app(u"a"_s, u"Firefox"_s, {u"term"_s}), app(u"b"_s, u"My Terminal"_s)}, u"term"_s), "b a");
+  // But no word of "XTerm" begins so.
+  EXPECT_EQ(ranked({app(u"a"_s, u"XTerm"_s), app(u"b"_s, u"Foot"_s, {u"Terminal"_s})}, u"term"_s), "b a");
 }
 
 TEST(CommandRanking, OrdersWhatScoresAlikeByCodePoint) {

@@ -122,12 +122,13 @@ TEST(CommandSources, ShowsTheBeginningOfWhatWasCopied) {
 }
 
 TEST(CommandSources, MakesRowsOfFiles) {
-  const auto rows = CommandSources::files({{u"/home/u/a.txt"_s, u"a.txt"_s}, {u"/b"_s, u"b"_s}});
+  const auto rows = CommandSources::files({{u"/home/u/a.txt"_s, u"a.txt"_s}, {u"/b"_s, u"b"_s, true}});
   CommandItem first =
       row(Kind::File, u"file:/home/u/a.txt"_s, u"a.txt"_s, u"/home/u"_s, u"doc"_s, u"/home/u/a.txt"_s, {});
   first.sourceRank = 0.25;
   EXPECT_EQ(rows[0], first);
   EXPECT_EQ(rows[1].subtitle, u"/"_s);
+  EXPECT_TRUE(rows[1].isFolder);
   EXPECT_DOUBLE_EQ(rows[1].sourceRank, 0.24);
 }
 

@@ -14,6 +14,7 @@ class CompositorDesk : public TestDesk {
   QRect display(int number) override;
   // On a window in the middle, and beside the panels of the starter dock.
   QPoint away() const override { return {450, 200}; }
+  bool passesClicksOn() const override { return false; }
   void settle() override;
   bool isPainted(QPoint place) override;
   bool takesClicks(QPoint place, QWidget& window) override;

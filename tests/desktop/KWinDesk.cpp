@@ -17,6 +17,17 @@ class KWinDesk final : public CompositorDesk {
   void button(bool down, Qt::MouseButton which) override {
     kwin_.button(down, which == Qt::RightButton ? BTN_RIGHT : BTN_LEFT);
   }
+  void type(const QList<std::uint32_t>& keys, const QList<std::uint32_t>& held) override {
+    for (const std::uint32_t code : held) kwin_.key(code, true);
+    for (const std::uint32_t code : keys) kwin_.tap(code);
+    for (const std::uint32_t code : held) kwin_.key(code, false);
+  }
+  std::unique_ptr<TestTerminal> terminal() override {
+    moveTo(away());
+    return std::make_unique<TestTerminal>(QStringList{QStringLiteral("foot"), QStringLiteral("--title"),
+                                                      TestTerminal::title(), QStringLiteral("-o"),
+                                                      QStringLiteral("key-bindings.clipboard-paste=Control+v")});
+  }
   // KWin opens windows in the middle of the display with the pointer.
   std::unique_ptr<OtherWindow> film() override {
     moveTo(away());

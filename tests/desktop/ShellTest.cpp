@@ -28,6 +28,7 @@ void ShellTest::start(const DockConfiguration& given) {
   store.storage = file();
   DelegateSetup setup = adapters->delegateSetup();
   setup.guards = false;
+  setup.replaces = replaces;
   zones = &adapters->services().zones;
   delegate = std::make_unique<AppDelegate>(std::move(store), adapters->services(), std::move(setup));
   delegate->didFinishLaunching();

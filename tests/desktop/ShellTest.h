@@ -49,6 +49,8 @@ class ShellTest : public ::testing::Test {
   /// The identity of the dock on a display; empty while there is none.
   QString idOn(int display);
 
+  /// Whether the next start takes the place of another run.
+  bool replaces = false;
   TestDesk& desk = TestDesk::current();
   QTemporaryDir folder;
   test::TestScheduler time;

@@ -1,10 +1,16 @@
 #pragma once
 
+#include <linux/input-event-codes.h>
+
 #include <QColor>
+#include <QList>
 #include <QPoint>
 #include <QRect>
 #include <QString>
+#include <cstdint>
 #include <memory>
+
+#include "desktop/TestTerminal.h"
 
 namespace tarnwick::testing {
 
@@ -36,6 +42,16 @@ class TestDesk {
     button(true, which);
     button(false, which);
   }
+  /// Types keys, by the numbers that the kernel gives them, while others are held down.
+  virtual void type(const QList<std::uint32_t>& keys, const QList<std::uint32_t>& held = {}) = 0;
+  /// One key, as the kernel numbers it, for whoever has the keyboard.
+  void tap(int key, bool withControl = false) {
+    type({static_cast<std::uint32_t>(key)}, withControl ? QList<std::uint32_t>{KEY_LEFTCTRL} : QList<std::uint32_t>());
+  }
+  /// A terminal around `away()`, once it reads keys. What is typed goes to it when the desktop gives it the focus.
+  virtual std::unique_ptr<TestTerminal> terminal() = 0;
+  /// Whether a click that closes something of the program is still one for what was clicked.
+  virtual bool passesClicksOn() const = 0;
   /// Waits until the program has seen all that happened up to now, and has acted on it.
   virtual void settle() = 0;
 
@@ -50,7 +66,8 @@ class TestDesk {
   virtual std::unique_ptr<OtherWindow> film() = 0;
   /// Turns the first display to a workspace without windows, or back to the one with those that were made.
   virtual void turnToEmpty(bool empty) = 0;
-  /// A program around `away()` from which that file can be dragged, once it is seen there.
+  /// A program around `away()` from which that file can be dragged, once it is seen there. Its window has the file's
+  /// path for a title.
   virtual std::unique_ptr<OtherWindow> source(const QString& file) = 0;
 };
 

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <linux/input-event-codes.h>
 
 #include <QApplication>
 
@@ -45,6 +46,17 @@ class X11Desk final : public TestDesk {
   void button(bool down, Qt::MouseButton which) override {
     screen_.button(which == Qt::RightButton ? XCB_BUTTON_INDEX_3 : XCB_BUTTON_INDEX_1, down);
   }
+  void type(const QList<std::uint32_t>& keys, const QList<std::uint32_t>& held) override {
+    QList<quint8> modifiers;
+    for (const std::uint32_t code : held) modifiers << fromKernel(code);
+    for (const std::uint32_t code : keys) screen_.tap(fromKernel(code), modifiers);
+  }
+  std::unique_ptr<TestTerminal> terminal() override {
+    return std::make_unique<TestTerminal>(
+        QStringList{u"xterm"_s, u"-T"_s, TestTerminal::title(), u"-geometry"_s, u"80x24+500+150"_s, u"-xrm"_s,
+                    u"*VT100.translations: #override Ctrl<Key>v: insert-selection(CLIPBOARD)"_s, u"-e"_s});
+  }
+  bool passesClicksOn() const override { return true; }
   void settle() override { screen_.settle(); }
 
   bool isPainted(QPoint place) override {
@@ -77,6 +89,8 @@ class X11Desk final : public TestDesk {
   }
 
  private:
+  static quint8 fromKernel(std::uint32_t code) { return static_cast<quint8>(code + 8); }
+
   VirtualDisplay& screen_ = VirtualDisplay::current();
   bool isTwo_ = false;
 };

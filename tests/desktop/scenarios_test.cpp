@@ -1,7 +1,10 @@
 // The dock under a real pointer, on every window system alike: where each layout is, when it comes and goes, what
 // opens beside it, and what is dropped on it.
+#include <linux/input-event-codes.h>
+
 #include <QApplication>
 #include <QDir>
+#include <QFile>
 #include <QMenu>
 #include <algorithm>
 
@@ -49,6 +52,19 @@ class ShellScenario : public ShellTest {
     }
     bool sawMotion = false;
   };
+  /// Takes what the other program at `away()` offers over a place of the dock. It begins the drag in its own time; a
+  /// pointer that is on its way meanwhile goes on moving.
+  bool dragOver(QPoint target) {
+    desk.moveTo(desk.away());
+    desk.button(true);
+    DragListener listener;
+    view().installEventFilter(&listener);
+    return comesTrue([&, way = 0]() mutable {
+      way = (way + 1) % 4;
+      desk.moveTo(target + QPoint(way, -way));
+      return listener.sawMotion;
+    });
+  }
   QPoint edge() { return {desk.display(0).center().x(), desk.display(0).bottom()}; }
 };
 
@@ -285,6 +301,111 @@ TEST_F(ShellScenario, AMenuStandsBesideTheGlassAndItsEntryActs) {
   menu()->close();
 }
 
+TEST_F(ShellScenario, EveryKindOfMenuOpensBesideTheGlassAndEscapeClosesIt) {
+  const QString letters = folder.filePath(u"Letters"_s);
+  ASSERT_TRUE(QDir().mkpath(letters));
+  DockConfiguration config = twoProfiles();
+  config.liveApps = true;
+  config.profiles[0].widgets.prepend({QUuid::createUuid(), u"folderLauncher"_s, {}, {{u"path"_s, letters}}});
+  config.profiles[0].widgets.prepend({QUuid::createUuid(), u"trash"_s, {}, {}});
+  const auto other = desk.source(u"other"_s);
+  ASSERT_TRUE(comesTrue([&] { return isPainted(desk.away()); }));
+  startShown(config);
+  const auto app = [&] {
+    const QHash<quint64, QRectF> places = view().applicationPlaces();
+    return places.isEmpty() ? QRect() : places.begin()->translated(dock().contentOrigin(id())).toRect();
+  };
+  ASSERT_TRUE(inTime([&] { return !app().isEmpty() && !view().isMoving(); }));
+  const auto tab = [&] { return QRect(glass().left(), glass().top() + 6, glass().width(), 24); };
+  const struct {
+    const char* what;
+    std::function<QRect()> place;
+    QString entry;
+  } cases[] = {{"the trash", [&] { return tile(0); }, u"Empty Trash…"_s},
+               {"a folder", [&] { return tile(1); }, u"Show in File Manager"_s},
+               {"a widget", [&] { return tile(3); }, u"Edit Widget…"_s},
+               {"an app", app, u"Windows"_s},
+               {"a profile's tab", tab, u"Add Widgets…"_s}};
+  for (const auto& [what, place, text] : cases) {
+    SCOPED_TRACE(what);
+    desk.moveTo(place().center());
+    desk.settle();
+    ASSERT_TRUE(inTime([&] { return glass().height() == 110; }));
+    desk.moveTo(place().center());
+    desk.settle();
+    desk.click(place().center(), Qt::RightButton);
+    ASSERT_TRUE(comesTrue([&] { return menu() && menu()->isVisible(); }));
+    const QList<QAction*> entries = menu()->actions();
+    EXPECT_TRUE(std::ranges::any_of(entries, [&](const QAction* each) { return each->text() == text; }));
+    const QRect frame = menu()->geometry();
+    EXPECT_LE(frame.bottom(), glass().top());
+    EXPECT_TRUE(desk.display(0).contains(frame));
+    const QPoint inside(frame.center().x(), frame.bottom() - 10);
+    EXPECT_TRUE(comesTrue([&] { return isPainted(inside) && QGuiApplication::focusWindow(); }));
+    desk.tap(KEY_ESC);
+    EXPECT_TRUE(comesTrue([&] { return !menu() && !isOpen(); }));
+  }
+}
+
+TEST_F(ShellScenario, AClickOnAnAppInFrontWithSeveralWindowsOffersThem) {
+  DockConfiguration config;
+  config.liveApps = true;
+  startShown(config);
+  const ClientWindows& windows = adapters->services().windows;
+  const auto front = [&] {
+    const QList<ClientWindow> all = windows.all();
+    const auto active = std::ranges::find_if(all, &ClientWindow::active);
+    return active == all.end() ? QString() : active->title;
+  };
+  const auto isInFront = [&](const QString& title) {
+    return comesTrue([&] {
+      const RunningApp app = store().unpinnedRunningApps(id()).value(0);
+      return app.windows.size() == 2 && app.active && front() == title;
+    });
+  };
+  const auto first = desk.source(u"first"_s);
+  ASSERT_TRUE(comesTrue([&] { return front() == u"first"_s; }));
+  const auto second = desk.source(u"second"_s);
+  ASSERT_TRUE(isInFront(u"second"_s));
+  const auto place = [&] {
+    return view().applicationPlaces().value(store().unpinnedRunningApps(id()).value(0).identity);
+  };
+  ASSERT_TRUE(inTime([&] { return !place().isEmpty() && !view().isMoving(); }));
+  const auto click = [&] {
+    time.advance(1);  // The next click is no double click.
+    desk.click(place().translated(dock().contentOrigin(id())).center().toPoint());
+  };
+  const auto choiceOpens = [&] {
+    click();
+    return comesTrue([&] { return menu() && menu()->isVisible() && QGuiApplication::focusWindow(); });
+  };
+
+  ASSERT_TRUE(choiceOpens());
+  QStringList titles;
+  for (const QAction* each : menu()->actions()) titles << each->text();
+  std::ranges::sort(titles);
+  ASSERT_EQ(titles, (QStringList{u"first"_s, u"second"_s}));
+  const auto chosen = [&] { return menu() && menu()->activeAction() ? menu()->activeAction()->text() : QString(); };
+  desk.tap(KEY_DOWN);
+  ASSERT_TRUE(comesTrue([&] { return !chosen().isEmpty(); }));
+  if (chosen() != u"first"_s) desk.tap(KEY_DOWN);
+  ASSERT_TRUE(comesTrue([&] { return chosen() == u"first"_s; }));
+  desk.tap(KEY_ENTER);
+  EXPECT_TRUE(comesTrue([&] { return !menu(); }));
+  ASSERT_TRUE(isInFront(u"first"_s));
+
+  ASSERT_TRUE(choiceOpens());
+  desk.tap(KEY_ESC);
+  EXPECT_TRUE(comesTrue([&] { return !menu() && !isOpen(); }));
+  ASSERT_TRUE(isInFront(u"first"_s)) << "nothing was chosen";
+
+  ASSERT_TRUE(choiceOpens());
+  click();
+  EXPECT_TRUE(comesTrue([&] { return !menu(); }));
+  desk.settle();
+  EXPECT_FALSE(menu()) << "the click that closes it does not open it again";
+}
+
 TEST_F(ShellScenario, AMenuHigherThanTheScreenStaysOnItAndScrolls) {
   startShown(DockConfiguration());
   QMenu menu;
@@ -451,23 +572,56 @@ TEST_F(ShellScenario, AFolderOfAnotherProgramBecomesATile) {
   const auto source = desk.source(dropped);
   ASSERT_TRUE(comesTrue([&] { return isPainted(desk.away()); }));
   const qsizetype before = store().widgets().size();
-  desk.moveTo(desk.away());
-  desk.button(true);
-  // The other program begins the drag in its own time; a pointer that is on its way meanwhile goes on moving.
-  DragListener listener;
-  view().installEventFilter(&listener);
-  const QPoint target = tile(1).center();
-  int way = 0;
-  EXPECT_TRUE(comesTrue([&] {
-    way = (way + 1) % 4;
-    desk.moveTo(target + QPoint(way, -way));
-    return listener.sawMotion;
-  }));
+  EXPECT_TRUE(dragOver(tile(1).center()));
   desk.settle();
   desk.button(false);
   ASSERT_TRUE(inTime([&] { return store().widgets().size() == before + 1; }));
   EXPECT_TRUE(std::ranges::any_of(
       store().widgets(), [&](const DockWidget& widget) { return widget.options.value(u"path"_s) == dropped; }));
+}
+
+TEST_F(ShellScenario, AFolderOrAnAppMayVanishWhileAFileIsHeldOverIt) {
+  const QString letters = folder.filePath(u"Letters"_s), entry = folder.filePath(u"gone.desktop"_s);
+  const QString carried = folder.filePath(u"note.txt"_s);
+  const auto write = [](const QString& path, const char* text) {
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(text) > 0;
+  };
+  ASSERT_TRUE(write(carried, "note"));
+  DockConfiguration config;
+  config.profiles[0].widgets.prepend({QUuid::createUuid(), u"appLauncher"_s, {}, {{u"path"_s, entry}}});
+  config.profiles[0].widgets.prepend({QUuid::createUuid(), u"folderLauncher"_s, {}, {{u"path"_s, letters}}});
+  ASSERT_TRUE(QDir().mkpath(letters) &&
+              write(entry, "[Desktop Entry]\nType=Application\nName=Gone\nExec=/nowhere/gone\n"));
+  startShown(config);
+  const auto source = desk.source(carried);
+  ASSERT_TRUE(comesTrue([&] { return isPainted(desk.away()); }));
+  const QList<DockWidget> before = store().widgets();
+  for (const bool opened : {false, true}) {
+    SCOPED_TRACE(opened ? "once its panel is open" : "before it opens");
+    ASSERT_TRUE(QDir().mkpath(letters));
+    ASSERT_TRUE(dragOver(tile(0).center()));
+    const auto opens = [&] { return inTime([&] { return panels() == QList{before[0].id}; }); };
+    ASSERT_TRUE(!opened || opens());
+    ASSERT_TRUE(QDir(letters).removeRecursively());
+    EXPECT_TRUE(opened || opens()) << "it says what became of the folder";
+    desk.moveTo(tile(0).center() + QPoint(6, 0));
+    desk.settle();
+    desk.button(false);
+    EXPECT_TRUE(inTime([&] { return store().error() == u"“Letters” no longer exists."_s; }));
+    EXPECT_TRUE(store().widgets() == before && QFile::exists(carried));
+    store().clearError();
+    time.advance(1);
+    desk.click(tile(0).center());
+    ASSERT_TRUE(inTime([&] { return panels().isEmpty() && !isOpen(); }));
+  }
+
+  ASSERT_TRUE(dragOver(tile(1).center()));
+  ASSERT_TRUE(QFile::remove(entry));
+  EXPECT_TRUE(inTime([&] { return !store().error().isEmpty(); })) << "what cannot be opened is said";
+  desk.button(false);
+  desk.settle();
+  EXPECT_TRUE(store().widgets() == before && QFile::exists(carried));
 }
 
 }  // namespace

@@ -109,61 +109,6 @@ TEST_F(X11Shell, AnAppThatAsksForAttentionLetsTheDockBeSeen) {
   EXPECT_TRUE(comesTrue([&] { return dock().isVisible(id()); }));
 }
 
-TEST_F(X11Shell, AClickOnAnAppInFrontWithSeveralWindowsOffersThem) {
-  constexpr quint8 kEscape = 9, kReturn = 36, kDown = 116;
-  DockConfiguration config;
-  config.liveApps = true;
-  startShown(config);
-  const auto open = [&](ForeignWindow& window, const char* title) {
-    window.setText("_NET_WM_NAME", "UTF8_STRING", title);
-    window.setText("WM_CLASS", "STRING", QByteArray("pair\0pair\0", 10));
-    return window.show() && comesTrue([&] { return display.focus() == window.id(); });
-  };
-  ForeignWindow first(display, QRect(100, 100, 300, 200)), second(display, QRect(500, 100, 300, 200));
-  ASSERT_TRUE(open(first, "first") && open(second, "second"));
-  const auto app = [&] { return store().unpinnedRunningApps(id()).value(0); };
-  const auto isInFront = [&](const ForeignWindow& window) {
-    return comesTrue([&] {
-      return app().windows.size() == 2 && app().windows.first() == window.id() && app().active &&
-             display.focus() == window.id();
-    });
-  };
-  ASSERT_TRUE(isInFront(second));
-  const auto place = [&] { return view().applicationPlaces().value(app().identity); };
-  ASSERT_TRUE(inTime([&] { return !place().isEmpty() && !view().isMoving(); }));
-  const auto menu = [] { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); };
-  const auto click = [&] {
-    time.advance(1);  // The next click is no double click.
-    desk.click(place().translated(dock().contentOrigin(id())).center().toPoint());
-  };
-  const auto choiceOpens = [&] {
-    click();
-    return comesTrue([&] { return menu() && menu()->isVisible() && menu()->actions().size() == 2; });
-  };
-
-  ASSERT_TRUE(choiceOpens());
-  EXPECT_EQ(menu()->actions()[0]->text(), u"first"_s);
-  EXPECT_EQ(menu()->actions()[1]->text(), u"second"_s);
-  display.tap(kDown);
-  ASSERT_TRUE(comesTrue([&] { return menu()->activeAction() != nullptr; }));
-  if (menu()->activeAction() != menu()->actions()[0]) display.tap(kDown);
-  ASSERT_TRUE(comesTrue([&] { return menu()->activeAction() == menu()->actions()[0]; }));
-  display.tap(kReturn);
-  EXPECT_TRUE(comesTrue([&] { return !menu(); }));
-  ASSERT_TRUE(isInFront(first));
-
-  ASSERT_TRUE(choiceOpens());
-  display.tap(kEscape);
-  EXPECT_TRUE(comesTrue([&] { return !menu() && !isOpen(); }));
-  ASSERT_TRUE(isInFront(first)) << "nothing was chosen";
-
-  ASSERT_TRUE(choiceOpens());
-  click();
-  EXPECT_TRUE(comesTrue([&] { return !menu(); }));
-  desk.settle();
-  EXPECT_FALSE(menu()) << "the click that closes it does not open it again";
-}
-
 TEST_F(X11Shell, AppsShowTheNumbersOfTheirKeysWhileSuperIsHeld) {
   constexpr quint8 kSuper = 133;
   DockConfiguration config;

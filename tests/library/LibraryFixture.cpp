@@ -56,7 +56,7 @@ PreviewSources LibraryFixture::previews() {
 }
 
 WindowServices LibraryFixture::services() {
-  return {*edits_, commands, *apps_, screens_, forms, previews(), [] { return DesktopAbilities(); }};
+  return {*edits_, commands, *apps_, screens_, forms, connections, previews(), [] { return DesktopAbilities(); }};
 }
 
 void LibraryFixture::Machine::fill(TileSources& sources, const QList<DockWidget>& widgets) {

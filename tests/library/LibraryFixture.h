@@ -6,6 +6,7 @@
 
 #include "apps/InstalledApps.h"
 #include "base/DomainError.h"
+#include "services/Connections.h"
 #include "store/UndoStack.h"
 #include "store/UndoableEdits.h"
 #include "support/RecordingCommands.h"
@@ -54,6 +55,7 @@ class LibraryFixture {
   QSet<QString> asked;  ///< The kinds whose tiles were asked for.
   RecordingCommands commands;
   KeptCredentials forms;
+  Connections connections;
   bool hasSensor = true;
 
  private:

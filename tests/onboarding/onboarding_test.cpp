@@ -9,6 +9,7 @@
 
 #include "../support/TestFrameClock.h"
 #include "apps/InstalledApps.h"
+#include "services/Connections.h"
 #include "store/NoDesktop.h"
 #include "store/UndoStack.h"
 #include "support/AccessibleWalk.h"
@@ -41,7 +42,7 @@ class OnboardingTest : public ::testing::Test {
   AppStore& store() { return snapshot.store(); }
 
   WindowServices services(UndoableEdits& changes) {
-    return {changes, commands, apps, screens, forms, {}, [this] { return abilities; }};
+    return {changes, commands, apps, screens, forms, connections, {}, [this] { return abilities; }};
   }
   OnboardingWindow* open(int page = 0) {
     auto* window = new OnboardingWindow(store(), services(edits), page);
@@ -81,6 +82,7 @@ class OnboardingTest : public ::testing::Test {
   test::RecordingCommands commands;
   test::NoScreens screens;
   WidgetEditor::Hooks forms;
+  Connections connections;
 };
 
 TEST_F(OnboardingTest, CanBeLeftAndContinuedAndOnlyItsEndCompletesIt) {

@@ -49,7 +49,8 @@ class ClipboardPanelTest : public FolderTest {
                                                .apps = fixed.apps,
                                                .windows = fixed.windows,
                                                .clipboard = *history,
-                                               .pasteboard = clipboard}};
+                                               .pasteboard = clipboard,
+                                               .connections = fixed.connections}};
     panel = makePanel(context);
     panel->start();
     panel->resize(panel->sizeHint());
@@ -118,15 +119,11 @@ TEST_F(ClipboardPanelTest, SaysWhatIsMissing) {
   EXPECT_FALSE(fixture.store().config().clipboardEnabled);
   EXPECT_TRUE(says(u"Keeps text, images, files, links and colours you copy, on this Mac only."_s));
   EXPECT_TRUE(says(u"Copies that applications mark as concealed"_s));
-  record({u"a"_s});
-  EXPECT_FALSE(view().isVisible()) << "off is off, whatever was kept";
   click(u"Enable Clipboard History"_s);
   EXPECT_TRUE(fixture.store().config().clipboardEnabled);
-  EXPECT_EQ(titles(), QStringList{u"a"_s});
-  click(u"Pause"_s);
-  EXPECT_FALSE(fixture.store().config().clipboardEnabled);
+  EXPECT_TRUE(says(u"Copy something to start your history."_s));
 
-  NoPasteboard none(u"The compositor has no clipboard control."_s);
+  StillPasteboard none(Capability::no(u"The compositor has no clipboard control."_s));
   open(none);
   EXPECT_TRUE(says(u"The compositor has no clipboard control."_s));
   EXPECT_FALSE(button(u"Enable Clipboard History"_s)) << "it would promise what cannot be";
@@ -137,6 +134,30 @@ TEST_F(ClipboardPanelTest, SaysWhatIsMissing) {
   open();
   EXPECT_TRUE(says(u"Your clipboard history couldn't be read."_s));
   EXPECT_FALSE(button(u"Clear History"_s));
+}
+
+TEST_F(ClipboardPanelTest, WhilePausedTheHistoryIsThereAndItIsSaidThatNothingIsRecorded) {
+  record({u"a"_s, u"b"_s});
+  open();
+  EXPECT_FALSE(says(u"Paused."_s));
+  click(u"Pause"_s);
+  EXPECT_FALSE(fixture.store().config().clipboardEnabled);
+  EXPECT_TRUE(says(u"Paused. What you copy is not recorded."_s));
+  EXPECT_TRUE(says(u"Copies that applications mark as concealed"_s));
+  EXPECT_FALSE(button(u"Pause"_s));
+  EXPECT_TRUE(view().isVisible());
+  EXPECT_EQ(titles(), (QStringList{u"b"_s, u"a"_s}));
+  view().choose(1);
+  QTest::keyClick(&view(), Qt::Key_Return);
+  EXPECT_EQ(pasteboard.offered, PasteboardOffer::text(u"a"_s)) << "what is kept can be used";
+  click(u"Enable Clipboard History"_s);
+  EXPECT_TRUE(fixture.store().config().clipboardEnabled);
+  EXPECT_FALSE(says(u"Paused."_s));
+  click(u"Pause"_s);
+  click(u"Clear History"_s);
+  click(u"Clear History"_s);
+  EXPECT_TRUE(history->items().isEmpty());
+  EXPECT_TRUE(says(u"Clipboard history is off"_s));
 }
 
 TEST_F(ClipboardPanelTest, ShowsGroupsThatHoldSomething) {

@@ -50,6 +50,10 @@ std::optional<QVariantList> FakeService::replyTo(const QDBusMessage& message) {
   const auto interface = arguments.value(0).toString();
   if (message.interface() == "org.freedesktop.DBus.Properties"_L1) {
     if (!properties_.value(message.path()).contains(interface)) return std::nullopt;
+    if (message.member() == "Get"_L1) {
+      const QVariant value = property(message.path(), interface, arguments.value(1).toString());
+      return QVariantList{QVariant::fromValue(QDBusVariant(value))};
+    }
     if (message.member() == "GetAll"_L1) return QVariantList{properties_[message.path()][interface]};
     if (message.member() == "Set"_L1 && !refusesWrites_) {
       setProperty(message.path(), interface, arguments[1].toString(), arguments[2].value<QDBusVariant>().variant());

@@ -37,6 +37,15 @@ TEST(WaylandScreens, ListsDisplaysOfDifferentScale) {
   EXPECT_EQ(second.scale, 2);
 }
 
+TEST(WaylandScreens, TellsTheDisplayThatTheCompositorHoldsForTheActiveOne) {
+  Desk desk;
+  for (const QString& display : {kSecond, kFirst}) {
+    ASSERT_TRUE(desk.sway.order(u"focus output "_s + display));
+    EXPECT_EQ(desk.screens.activeId(), display);
+  }
+  EXPECT_EQ(Desk(0).screens.activeId(), QString()) << "without layers";
+}
+
 TEST(KernelConnectors, ReadsTheMonitorThatIsThere) {
   QTemporaryDir folder;
   QByteArray edid = QByteArray::fromHex("00ffffffffffff0010ac16f04c4a3035") + QByteArray(111, '\0');
@@ -202,6 +211,25 @@ TEST(WaylandPanel, IsAboveFullScreenWindowsUnlessSetOtherwise) {
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return desk.sway.pixel({350, 750}) != Qt::red; }));
   one.panel->setAboveFullscreen(true);
   EXPECT_TRUE(desk.shows({350, 750}, Qt::red));
+}
+
+// The compositor draws the window that came first above one that comes later.
+TEST(WaylandPanel, LiesBelowAPopupThatIsToBeAboveAllPanels) {
+  Desk desk;
+  PaintedPanel dock(desk, Qt::red);
+  dock.panel->place({.screen = kFirst, .rectangle = QRect(300, 300, 400, 80), .margins = {}});
+  dock.panel->setShown(true);
+  ASSERT_TRUE(desk.shows({350, 330}, Qt::red));
+  PaintedPanel anchor(desk, Qt::green);
+  anchor.panel->place({.screen = kFirst, .rectangle = QRect(300, 200, 400, 1), .margins = {}});
+  anchor.panel->setShown(true);
+  PopupStyle style{.gap = 0, .abovePanels = true};
+  auto popup = anchor.panel->popup(std::make_unique<Paint>(Qt::blue, QSize(400, 300)), QRect(0, 0, 400, 1), style);
+  EXPECT_TRUE(desk.shows({350, 330}, Qt::blue));
+  popup.reset();
+  const auto terminal = desk.sway.terminal(u"wide"_s);
+  ASSERT_TRUE(desk.sway.order(u"[app_id=wide] fullscreen enable"_s));
+  EXPECT_TRUE(desk.shows({350, 330}, Qt::red)) << "back above full-screen windows";
 }
 
 }  // namespace

@@ -2,14 +2,16 @@
 #include <unistd.h>
 
 #include <QSocketNotifier>
+#include <QTemporaryDir>
 #include <atomic>
 #include <cstring>
 #include <thread>
 
-#include "clipboard/ClipboardReader.h"
+#include "clipboard/ClipboardRecorder.h"
 #include "platform/x11/X11Pasteboard.h"
 #include "support/TestScheduler.h"
 #include "support/VirtualDisplay.h"
+#include "widgets/catalog/Kinds.h"
 
 namespace tarnwick::testing {
 namespace {
@@ -19,11 +21,12 @@ using End = PasteboardContent::End;
 
 constexpr qint64 kMost = 64 << 20;
 constexpr quint32 kMostWords = 1 << 22;
+constexpr quint32 kHuge = 500'000'000;
 
 /// Another program that copies and pastes, on a connection of its own, from the event loop of the test.
 class Program {
  public:
-  enum class Manner { Plain, Piecewise, Silent, SilentMidway, Endless };
+  enum class Manner { Plain, Piecewise, Huge, Silent, SilentMidway, Endless };
 
   Program() : connection_(xcb_connect(nullptr, nullptr)) {
     const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
@@ -61,11 +64,43 @@ class Program {
   void take() { own(window_); }
   void empty() { own(XCB_WINDOW_NONE); }
 
+  /// How many pieces somebody took of what is given piece by piece.
+  int given() const { return pieceNumber_; }
+
+  /// What the clipboard holds in several types, which are asked for at a time.
+  QList<std::optional<QByteArray>> pasteMany(const QByteArrayList& types) {
+    QList<quint32> pairs;
+    for (const QByteArray& type : types) pairs << atom(type) << atom("MANY_" + QByteArray::number(pairs.size()));
+    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window_, atom("PASTED"), atom("ATOM_PAIR"), 32,
+                        static_cast<quint32>(pairs.size()), pairs.constData());
+    const QByteArray answer = paste("MULTIPLE").value_or(QByteArray());
+    if (answer.size() != pairs.size() * qsizetype{sizeof(quint32)}) return {};
+    std::memcpy(pairs.data(), answer.constData(), static_cast<std::size_t>(answer.size()));
+    QList<std::optional<QByteArray>> found;
+    for (qsizetype i = 1; i < pairs.size(); i += 2) {
+      found << (pairs[i] == XCB_ATOM_NONE ? std::nullopt : fetched(pairs[i]));
+    }
+    return found;
+  }
+
+  /// Asks for what the clipboard holds in a type and takes nothing of it.
+  void askFor(const QByteArray& type) {
+    isDeaf_ = true;
+    xcb_convert_selection(connection_, window_, atom("CLIPBOARD"), atom(type), atom("PASTED"), XCB_CURRENT_TIME);
+    settle();
+  }
+  /// Whether that was answered; what was given is still there to be taken.
+  bool isAnswered() const { return isPasted_; }
+  /// Whether anybody wants news of this program's window being closed.
+  bool isWatched() const {
+    const XcbReply reply(
+        xcb_get_window_attributes_reply(connection_, xcb_get_window_attributes(connection_, window_), nullptr));
+    return (reply->all_event_masks & XCB_EVENT_MASK_STRUCTURE_NOTIFY) != 0;
+  }
+
   /// What the clipboard holds in a type; absent where it is refused.
   std::optional<QByteArray> paste(const QByteArray& type) {
-    isPasted_ = false;
-    pasted_.reset();
-    pieces_.clear();
+    begin(atom("PASTED"));
     xcb_convert_selection(connection_, window_, atom("CLIPBOARD"), atom(type), atom("PASTED"), XCB_CURRENT_TIME);
     settle();
     handleAll();
@@ -121,7 +156,7 @@ class Program {
     if (manner == Manner::Plain) return put(event.requestor, event.property, event.target, bytes);
     const quint32 mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(connection_, event.requestor, XCB_CW_EVENT_MASK, &mask);
-    const quint32 least = 1;
+    const quint32 least = manner == Manner::Huge ? kHuge : 1;
     xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, event.requestor, event.property, atom("INCR"), 32, 1,
                         &least);
     taker_ = event;
@@ -145,27 +180,39 @@ class Program {
 
   void changed(const xcb_property_notify_event_t& event) {
     if (event.window == window_) {
-      if (isPiecewise_ && event.state == XCB_PROPERTY_NEW_VALUE && event.atom == atom("PASTED")) fetch();
+      if (isPiecewise_ && event.state == XCB_PROPERTY_NEW_VALUE && event.atom == into_) fetch();
       return;
     }
     const bool isTaken = event.state == XCB_PROPERTY_DELETE && event.window == taker_.requestor;
-    if (!isTaken || (manner == Manner::SilentMidway && pieceNumber_++ > 0)) return;
+    if (!isTaken || (pieceNumber_++ > 0 && manner == Manner::SilentMidway)) return;
     constexpr qsizetype kPart = 60'000;
     const QByteArray part = left_.first(std::min(kPart, left_.size()));
     if (manner != Manner::Endless) left_ = left_.sliced(part.size());
     put(taker_.requestor, taker_.property, taker_.target, part);
   }
   void notified(const xcb_selection_notify_event_t& event) {
-    if (event.property == XCB_ATOM_NONE) {
+    if (event.property == XCB_ATOM_NONE || isDeaf_) {
       isPasted_ = true;
       return;
     }
     isPiecewise_ = false;
     fetch();
   }
+  void begin(xcb_atom_t into) {
+    into_ = into;
+    isPasted_ = isPiecewise_ = isDeaf_ = false;
+    pasted_.reset();
+    pieces_.clear();
+  }
+  /// What was given in a property.
+  std::optional<QByteArray> fetched(xcb_atom_t property) {
+    begin(property);
+    fetch();
+    EXPECT_TRUE(VirtualDisplay::waitUntil([this] { return isPasted_; }));
+    return pasted_;
+  }
   void fetch() {
-    const auto cookie =
-        xcb_get_property(connection_, 1, window_, atom("PASTED"), XCB_GET_PROPERTY_TYPE_ANY, 0, kMostWords);
+    const auto cookie = xcb_get_property(connection_, 1, window_, into_, XCB_GET_PROPERTY_TYPE_ANY, 0, kMostWords);
     const XcbReply reply(xcb_get_property_reply(connection_, cookie, nullptr));
     if (reply->type == atom("INCR")) {
       isPiecewise_ = true;
@@ -186,8 +233,10 @@ class Program {
   xcb_selection_request_event_t taker_{};
   QByteArray left_;
   int pieceNumber_ = 0;
+  xcb_atom_t into_ = XCB_ATOM_NONE;  ///< The property in which something is given.
   bool isPasted_ = false;
   bool isPiecewise_ = false;
+  bool isDeaf_ = false;
   std::optional<QByteArray> pasted_;
   QByteArray pieces_;
 };
@@ -246,6 +295,7 @@ TEST_F(X11Clipboard, ReadsWhatAnotherProgramGives) {
       {"exactly the limit in pieces", Program::Manner::Piecewise, 100'001, 100'001, End::Whole},
       {"one more in pieces", Program::Manner::Piecewise, 100'002, 100'001, End::TooLarge},
       {"without an end", Program::Manner::Endless, 60'000, 5'000'000, End::TooLarge},
+      {"half a gigabyte", Program::Manner::Huge, 60'000, kMost, End::TooLarge},
   };
   for (const auto& each : cases) {
     SCOPED_TRACE(each.what);
@@ -258,6 +308,9 @@ TEST_F(X11Clipboard, ReadsWhatAnotherProgramGives) {
     const PasteboardContent content = read(u"image/x-test"_s, each.most);
     EXPECT_EQ(content.end, each.end);
     EXPECT_EQ(content.bytes, each.end == End::Whole ? bytes : QByteArray());
+    if (each.manner == Program::Manner::Huge) {
+      EXPECT_LE(program.given(), 1) << "it is not fetched";
+    }
     EXPECT_EQ(read(u"image/x-other"_s).end, End::Refused);
     program.empty();
     ASSERT_TRUE(sees({PasteboardChange::Cleared}));
@@ -284,6 +337,25 @@ TEST_F(X11Clipboard, GivesUpOnAnOwnerThatStalls) {
     program.empty();
     ASSERT_TRUE(sees({PasteboardChange::Cleared}));
   }
+}
+
+TEST_F(X11Clipboard, GivesUpOnAnOwnerThatDripsForEver) {
+  Program program;
+  program.manner = Program::Manner::Endless;
+  program.copy("text/plain", "x");
+  ASSERT_TRUE(sees({PasteboardChange::Taken}));
+  std::optional<PasteboardContent> content;
+  pasteboard.readContent(pasteboard.changeCount(), u"text/plain"_s, {kMost}, &context,
+                         [&](const PasteboardContent& answer) { content = answer; });
+  // A piece comes every second, so that it is never silent.
+  for (int second = 0; second < 20; ++second) {
+    ASSERT_FALSE(content.has_value()) << second;
+    const int before = program.given();
+    ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return program.given() > before + 1; }));
+    clock.advance(1);
+  }
+  ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return content.has_value(); }));
+  EXPECT_EQ(content->end, End::TooSlow);
 }
 
 TEST_F(X11Clipboard, TellsHowAnOwnerEnds) {
@@ -375,6 +447,11 @@ TEST_F(X11Clipboard, GivesOtherProgramsAndItselfWhatItPutThere) {
   EXPECT_EQ(program.paste("image/png"), std::nullopt);
   EXPECT_EQ(program.paste("TIMESTAMP")->size(), 4);
   EXPECT_EQ(read(u"UTF8_STRING"_s).bytes, "grün");
+  EXPECT_EQ(program.pasteMany({"UTF8_STRING", "image/png", "MULTIPLE", "STRING"}),
+            (QList<std::optional<QByteArray>>{"grün", std::nullopt, std::nullopt, "gr\xfcn"}));
+  EXPECT_EQ(program.pasteMany({}), QList<std::optional<QByteArray>>()) << "nothing is asked for";
+  EXPECT_TRUE(types()->contains(u"SAVE_TARGETS"_s)) << "a clipboard manager need not ask before the end";
+  EXPECT_EQ(program.paste("SAVE_TARGETS"), "");
 
   const QByteArray large = manyBytes(3'000'001);
   pasteboard.set(PasteboardOffer::picture(large));
@@ -391,6 +468,91 @@ TEST_F(X11Clipboard, GivesOtherProgramsAndItselfWhatItPutThere) {
   EXPECT_TRUE(pasteboard.isEmpty());
 }
 
+TEST_F(X11Clipboard, GivesLargeThingsToSeveralAndGivesUpOnWhoStopsTaking) {
+  const QByteArray large = manyBytes(1'000'001);
+  pasteboard.set(PasteboardOffer::picture(large));
+  ASSERT_TRUE(sees({PasteboardChange::Taken}));
+  Program patient;
+  Program idle;
+  auto gone = std::make_unique<Program>();
+  idle.askFor("image/png");
+  gone->askFor("image/png");
+  ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return idle.isAnswered() && gone->isAnswered(); }));
+  EXPECT_TRUE(idle.isWatched());
+  gone.reset();
+  EXPECT_EQ(patient.paste("image/png"), large);
+  EXPECT_EQ(patient.pasteMany({"image/png", "UTF8_STRING", "image/png"}),
+            (QList<std::optional<QByteArray>>{large, std::nullopt, large}))
+      << "one of many is given piece by piece, too";
+  EXPECT_FALSE(patient.isWatched()) << "what it does next wakes nobody";
+  clock.advance(21);
+  EXPECT_EQ(patient.paste("image/png"), large);
+  EXPECT_FALSE(idle.isWatched());
+  EXPECT_EQ(idle.paste("image/png"), large) << "it may ask again";
+
+  // Each gets what it asked for, whatever is there by then.
+  idle.askFor("image/png");
+  pasteboard.set(PasteboardOffer::text(u"small"_s));
+  EXPECT_EQ(patient.paste("UTF8_STRING"), "small");
+}
+
+/// A history over the clipboard, as the program has it.
+class X11ClipboardHistory : public X11Clipboard {
+ protected:
+  void SetUp() override {
+    X11Clipboard::SetUp();
+    DockConfiguration config;
+    config.clipboardEnabled = true;
+    ActiveSets active;
+    active.kinds.insert(QString(kind::clipboard));
+    recorder.start(config, active);
+  }
+  QStringList kept() {
+    bool isDone = false;
+    history.load([&] { isDone = true; });
+    EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return isDone && !recorder.isReading(); }));
+    QStringList values;
+    for (const auto& entry : history.items()) values << entry.value;
+    return values;
+  }
+
+  QTemporaryDir folder;
+  ClipboardHistory history{folder.path(), clock};
+  ClipboardRecorder recorder{pasteboard, history};
+};
+
+TEST_F(X11ClipboardHistory, AProgramThatEndsRightAfterItCopied) {
+  const QByteArray text(90'000, 'x');
+  const struct {
+    const char* what;
+    Program::Manner manner;
+    std::function<bool(const Program&)> isTime;  ///< To end.
+    bool isKept;
+  } cases[] = {
+      {"before it was asked", Program::Manner::Plain, [](const Program&) { return true; }, false},
+      {"before it gave anything", Program::Manner::Silent, [](const Program& each) { return !each.asked.isEmpty(); },
+       false},
+      {"while it gave", Program::Manner::SilentMidway, [](const Program& each) { return each.given() > 1; }, false},
+      {"when all was read", Program::Manner::Piecewise, [this](const Program&) { return !kept().isEmpty(); }, true},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.what);
+    history.clear();
+    changes.clear();
+    auto program = std::make_unique<Program>();
+    program->manner = each.manner;
+    program->copy("UTF8_STRING", text);
+    ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return each.isTime(*program); }));
+    program.reset();
+    ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return changes.contains(PasteboardChange::OwnerGone); }));
+    // What is half read is no entry, and what is none comes back to nobody.
+    EXPECT_EQ(kept(), each.isKept ? QStringList{QString::fromLatin1(text)} : QStringList());
+    EXPECT_EQ(pasteboard.isOwn(), each.isKept);
+    Program other;
+    EXPECT_EQ(other.paste("UTF8_STRING"), each.isKept ? std::optional(text) : std::nullopt);
+  }
+}
+
 /// A clipboard manager, on a thread of its own: who hands over waits for it.
 QByteArray savedByManager(Program& program, X11Pasteboard& pasteboard) {
   xcb_connection_t* connection = program.connection();
@@ -398,12 +560,14 @@ QByteArray savedByManager(Program& program, X11Pasteboard& pasteboard) {
   const xcb_atom_t clipboard = program.atom("CLIPBOARD");
   const xcb_atom_t text = program.atom("UTF8_STRING");
   const xcb_atom_t property = program.atom("SAVED");
+  const xcb_atom_t piecewise = program.atom("INCR");
   xcb_set_selection_owner(connection, program.window(), manager, XCB_CURRENT_TIME);
   const XcbReply settled(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
   QByteArray saved;
   std::atomic<bool> isSaved = false;
   std::thread keeper([&] {
     xcb_selection_request_event_t asked{};
+    bool isPiecewise = false;
     while (const XcbReply<xcb_generic_event_t> event{xcb_wait_for_event(connection)}) {
       const int kind = event->response_type & 0x7f;
       if (kind == XCB_SELECTION_REQUEST) {
@@ -411,8 +575,22 @@ QByteArray savedByManager(Program& program, X11Pasteboard& pasteboard) {
         xcb_convert_selection(connection, program.window(), clipboard, text, property, XCB_CURRENT_TIME);
         xcb_flush(connection);
       }
-      if (kind != XCB_SELECTION_NOTIFY) continue;
-      saved = PropertyRequest(connection, program.window(), property).bytes();
+      const bool isAnswer = kind == XCB_SELECTION_NOTIFY;
+      const bool isPiece = kind == XCB_PROPERTY_NOTIFY && isPiecewise &&
+                           reinterpret_cast<const xcb_property_notify_event_t&>(*event).atom == property &&
+                           reinterpret_cast<const xcb_property_notify_event_t&>(*event).state == XCB_PROPERTY_NEW_VALUE;
+      if (!isAnswer && !isPiece) continue;
+      const auto cookie =
+          xcb_get_property(connection, 1, program.window(), property, XCB_GET_PROPERTY_TYPE_ANY, 0, kMostWords);
+      const XcbReply reply(xcb_get_property_reply(connection, cookie, nullptr));
+      const QByteArray piece(static_cast<const char*>(xcb_get_property_value(reply.get())),
+                             xcb_get_property_value_length(reply.get()));
+      if (isAnswer && reply->type == piecewise) {
+        isPiecewise = true;
+        continue;
+      }
+      saved += piece;
+      if (isPiecewise && !piece.isEmpty()) continue;
       xcb_selection_notify_event_t notice{};
       notice.response_type = XCB_SELECTION_NOTIFY;
       notice.requestor = asked.requestor;
@@ -435,8 +613,24 @@ TEST_F(X11Clipboard, HandsWhatItOwnsToTheClipboardManager) {
   pasteboard.set(PasteboardOffer::text(u"kept"_s));
   ASSERT_TRUE(sees({PasteboardChange::Taken}));
   pasteboard.handOver();  // Nobody is there to take it.
+  {
+    Program manager;
+    EXPECT_EQ(savedByManager(manager, pasteboard), "kept");
+  }
+  const QString much = QString(400'000, u'y');
+  pasteboard.set(PasteboardOffer::text(much));
   Program manager;
-  EXPECT_EQ(savedByManager(manager, pasteboard), "kept");
+  EXPECT_EQ(savedByManager(manager, pasteboard), much.toUtf8()) << "piece by piece";
+}
+
+TEST_F(X11Clipboard, AClipboardManagerThatHangsHoldsUpNothing) {
+  pasteboard.set(PasteboardOffer::text(u"kept"_s));
+  ASSERT_TRUE(sees({PasteboardChange::Taken}));
+  Program manager;  // Its events are not looked at meanwhile.
+  xcb_set_selection_owner(manager.connection(), manager.window(), manager.atom("CLIPBOARD_MANAGER"), XCB_CURRENT_TIME);
+  EXPECT_EQ(manager.paste("UTF8_STRING"), "kept");
+  pasteboard.handOver();
+  EXPECT_TRUE(pasteboard.isOwn());
 }
 
 }  // namespace

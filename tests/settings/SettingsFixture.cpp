@@ -36,7 +36,7 @@ AppEnvironment environmentIn(const QString& folder) {
 SettingsFixture::SettingsFixture()
     : apps_(std::make_unique<InstalledApps>(environmentIn(folder_.path()), scheduler_)),
       edits(std::make_unique<UndoableEdits>(store(), *apps_, undo_)),
-      services{{*edits, commands, *apps_, screens_, forms_, {}, [this] { return abilities; }}, keys} {
+      services{{*edits, commands, *apps_, screens_, forms_, connections, {}, [this] { return abilities; }}, keys} {
   store().edit([](DockConfiguration& config) {
     config = DockConfiguration();
     config.profiles = {DockProfile::initial(), DockProfile::initial()};

@@ -5,6 +5,7 @@
 #include <QTemporaryDir>
 #include <memory>
 
+#include "services/Connections.h"
 #include "store/UndoStack.h"
 #include "support/RecordingCommands.h"
 #include "support/TestScheduler.h"
@@ -62,6 +63,7 @@ class SettingsFixture {
   RecordingCommands commands;
   DesktopAbilities abilities;
   FakeRecorder keys;
+  Connections connections;
 
  private:
   QTemporaryDir folder_;

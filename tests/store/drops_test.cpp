@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 struct Credentials : CredentialKeeping {
   explicit Credentials(QList<QUuid>& list) : removed(list) {}
-  void remove(const QUuid& widget) override { removed << widget; }
+  void remove(const QList<QUuid>& widgets, Failed) override { removed << widgets; }
   void removeOrphans(const QList<QUuid>&) override {}
   QList<QUuid>& removed;
 };
@@ -133,17 +133,7 @@ TEST_F(DropsTest, EachTileTakesFilesInItsOwnWay) {
        {}},
       {"an address on a folder", plain, folder.id, {u"https://example.org/"_s}, 1, none, {}, onlyLocal, base, {}, {}},
       {"an address on nothing", plain, {}, {u"https://example.org/"_s}, 1, none, {}, onlyLocal, base, {}, {}},
-      {"a folder that is gone",
-       plain,
-       gone.id,
-       {u"/a"_s},
-       0,
-       none,
-       u"“a” was added to the dock."_s,
-       {},
-       u"appLauncher/a "_s + base,
-       {},
-       {}},
+      {"a folder that is gone", plain, gone.id, {u"/a"_s}, 0, none, {}, u"“goned” no longer exists."_s, base, {}, {}},
       {"a gap",
        plain,
        {},
@@ -336,6 +326,15 @@ TEST_F(DropsTest, WhatIsDoneToProfilesCanBeTakenBack) {
   undo.undo();
   EXPECT_EQ(store.profile().id, everyday);
   EXPECT_EQ(store.config().profiles.size(), 1);
+
+  // What the keyring has for its widgets stays until it cannot come back.
+  const DockWidget last = tile(u"cpu"_s);
+  show({last});
+  edits.newProfile(u"Work"_s, false);
+  edits.deleteProfile(everyday);
+  EXPECT_TRUE(forgotten.isEmpty());
+  undo.clear();
+  EXPECT_EQ(forgotten, QList<QUuid>{last.id});
 }
 
 TEST_F(DropsTest, ChangesOfTheSameFieldsThatFollowCloselyAreOneStep) {

@@ -72,7 +72,7 @@ struct FakeClipboard : ClipboardMigration {
 struct FakeCredentials : CredentialKeeping {
   explicit FakeCredentials(Journal& j) : journal(j) {}
   void removeOrphans(const QList<QUuid>& keeping) override { journal.calls << u"orphans %1"_s.arg(keeping.size()); }
-  void remove(const QUuid&) override { throw DomainError::invalid(u"The keyring is locked."_s); }
+  void remove(const QList<QUuid>&, Failed failed) override { failed(u"The keyring is locked."_s); }
   Journal& journal;
 };
 struct FakeNotifications : Notifications {

@@ -57,6 +57,7 @@ class FakePasteboard final : public Pasteboard {
 
   quint64 changeCount() const override { return told_; }
   bool isEmpty() const override { return isEmpty_; }
+  bool isOwn() const override { return isOwn_; }
   PasteboardOwner owner() override { return program_.owner; }
 
   void readTypes(quint64 change, QObject* context, Types done) override {
@@ -82,6 +83,7 @@ class FakePasteboard final : public Pasteboard {
     offered = offer;
     begin({QStringLiteral("ourselves"), offer.forms, {}, {}, {}});
     told_ = count_;
+    isOwn_ = true;
     later(this, [this] { Q_EMIT changed(PasteboardChange::Taken); });
     return count_;
   }
@@ -91,7 +93,7 @@ class FakePasteboard final : public Pasteboard {
  private:
   void begin(const Program& program) {
     program_ = program;
-    isEmpty_ = false;
+    isEmpty_ = isOwn_ = false;
     ++count_;
   }
   void tell(PasteboardChange change) {
@@ -119,6 +121,7 @@ class FakePasteboard final : public Pasteboard {
   quint64 count_ = 7;  ///< Of what is there.
   quint64 told_ = 7;   ///< Of what is known.
   bool isEmpty_ = true;
+  bool isOwn_ = false;
   bool untold_ = false;
   std::deque<std::function<void()>> answers_;
 };

@@ -110,9 +110,13 @@ void HeadlessKWin::button(bool down, std::uint32_t code) {
   flush();
 }
 
-void HeadlessKWin::tap(std::uint32_t code) {
-  for (const uint32_t state : {1U, 0U}) org_kde_kwin_fake_input_keyboard_key(input_, code, state);
+void HeadlessKWin::key(std::uint32_t code, bool down) {
+  org_kde_kwin_fake_input_keyboard_key(input_, code, down ? 1 : 0);
   flush();
+}
+
+void HeadlessKWin::tap(std::uint32_t code) {
+  for (const bool down : {true, false}) key(code, down);
 }
 
 void HeadlessKWin::touch(QPoint place) {

@@ -32,6 +32,7 @@ class HeadlessKWin {
   void moveTo(QPoint place);
   /// `code`: as the kernel numbers buttons and keys.
   void button(bool down, std::uint32_t code);
+  void key(std::uint32_t code, bool down);
   void tap(std::uint32_t code);
   /// Puts a finger down, or lifts it.
   void touch(QPoint place);

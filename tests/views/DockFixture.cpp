@@ -37,7 +37,12 @@ TileSources morning() {
   metrics.cpu = 23;
   metrics.memory = 61;
   sources.metrics = metrics;
-  sources.weather.setExample(WeatherReading{u"6°"_s, u"Kendal"_s, u"Partly cloudy"_s, WeatherPicture::CloudSun});
+  RemoteReading weather;
+  weather.value.value = u"6°"_s;
+  weather.value.subtitle = u"Partly cloudy"_s;
+  weather.value.symbol = u"cloud.sun.fill"_s;
+  weather.value.weather.emplace().city = u"Kendal"_s;
+  sources.weather.setExample(weather);
   sources.toggles = {{Toggle::WiFi, {true, Capability::yes()}},
                      {Toggle::DarkMode, {true, Capability::yes()}},
                      {Toggle::DoNotDisturb, {false, Capability::yes()}},

@@ -176,7 +176,9 @@ TEST(Clocks, KnowOtherPlaces) {
   EXPECT_EQ(contentOf<DateContent>(u"dateOnly"_s, sources).captions.first(), u"Tuesday · Week 48"_s);
   EXPECT_EQ(contentOf<DayNumberContent>(u"dayNumber"_s, sources).weekday, u"TUE"_s);
   TileSources windy = sources;
-  windy.weather.setExample(WeatherReading{});
+  RemoteReading reading;
+  reading.value.value = u"6°"_s;
+  windy.weather.setExample(reading);
   EXPECT_FALSE(contentOf<TodayClockContent>(u"todayClock"_s, windy).weather);
   EXPECT_TRUE(contentOf<TodayClockContent>(u"todayClock"_s, windy, {{u"city"_s, u"Kendal"_s}}).weather);
 }

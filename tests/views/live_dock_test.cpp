@@ -235,8 +235,11 @@ class WeatherSource final : public TileSource {
  public:
   void fill(TileSources& sources, const QList<DockWidget>& widgets) override {
     ++asked;
-    for (const DockWidget& widget : widgets)
-      if (answers.contains(widget.id)) sources.weather.set(widget.id, {answers.value(widget.id), {}, {}, {}});
+    for (const DockWidget& widget : widgets) {
+      RemoteReading reading;
+      reading.value.value = answers.value(widget.id);
+      if (answers.contains(widget.id)) sources.weather.set(widget.id, reading);
+    }
   }
   QHash<QUuid, QString> answers;
   int asked = 0;

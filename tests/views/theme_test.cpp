@@ -468,6 +468,37 @@ TEST(WindowFade, IsThereAndGoneAtOnceWhereNothingMoves) {
   EXPECT_TRUE(isGone);
 }
 
+TEST(MenuStyle, AMenuThatClosesLeavesItsPictureUntilThatHasFaded) {
+  MenuStyle style;
+  QWidget owner;
+  QMenu menu;
+  menu.addAction(u"Open"_s);
+  QList<test::TestFrameClock*> clocks;
+  style.fade(menu, &owner, [&] {
+    auto clock = std::make_unique<test::TestFrameClock>();
+    clocks << clock.get();
+    return clock;
+  });
+  menu.popup({10, 10});
+  clocks.last()->beat(1);
+  const auto pictures = [&] {
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return owner.findChildren<QWidget*>();
+  };
+  ASSERT_EQ(pictures().size(), 0);
+  menu.close();
+  ASSERT_EQ(pictures().size(), 1);
+  const QWidget* left = pictures().first();
+  EXPECT_TRUE(!menu.isVisible() && left->isVisible() && left->testAttribute(Qt::WA_TransparentForMouseEvents));
+  EXPECT_EQ(left->geometry(), menu.geometry());
+  EXPECT_TRUE(clocks.last()->isRunning());
+  clocks.last()->beat(0.06);
+  ASSERT_EQ(pictures().size(), 1);
+  clocks.last()->beat(0.1);
+  EXPECT_EQ(pictures().size(), 0);
+}
+
 // What a desktop's own style and platform plug-in want differs from one to the next.
 TEST(MenuStyle, OpensMenusAtOnePaceOnEveryDesktop) {
   struct Leisurely final : QProxyStyle {

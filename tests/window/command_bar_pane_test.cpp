@@ -76,6 +76,13 @@ TEST_F(CommandBarPaneTest, KeysChooseAndDo) {
   EXPECT_TRUE(commands.asked.contains(u"start /apps/maps.desktop"_s)) << commands.asked.join(u", "_s).toStdString();
 }
 
+TEST_F(CommandBarPaneTest, TellsItsFirstFrameOnce) {
+  QSignalSpy appeared(&pane, &CommandBarPane::appeared);
+  ASSERT_TRUE(appeared.wait());
+  pane.repaint();
+  EXPECT_EQ(appeared.size(), 1);
+}
+
 TEST_F(CommandBarPaneTest, AClickOnARowDoesWhatReturnDoes) {
   type(u"ed"_s);
   for (test::TestFrameClock* clock : clocks.made) clock->beat(1);

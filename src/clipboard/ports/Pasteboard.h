@@ -95,6 +95,8 @@ class Pasteboard : public QObject {
   virtual quint64 changeCount() const = 0;
   /// Whether nothing is there.
   virtual bool isEmpty() const = 0;
+  /// Whether what is there was put there by this program, possibly by a run that is about to vanish.
+  virtual bool isOwn() const { return false; }
 
   /// What the owner of that change offers: MIME types, and other names that it gave. Absent where it does not answer or
   /// another change came.
@@ -124,14 +126,14 @@ class Pasteboard : public QObject {
   using QObject::QObject;
 };
 
-/// For desktops whose clipboard cannot be watched. What is put there is lost.
-class NoPasteboard final : public Pasteboard {
+/// A clipboard on which nothing ever changes, and on which what is put there is lost: where there is none to be
+/// watched, and for pictures and tests.
+class StillPasteboard final : public Pasteboard {
   Q_OBJECT
  public:
-  /// `why`: a finished sentence.
-  explicit NoPasteboard(const QString& why) : why_(why) {}
+  explicit StillPasteboard(const Capability& capability = Capability::yes()) : capability_(capability) {}
 
-  Capability capability() const override { return Capability::no(why_); }
+  Capability capability() const override { return capability_; }
   quint64 changeCount() const override { return 0; }
   bool isEmpty() const override { return true; }
   void readTypes(quint64, QObject*, Types) override {}
@@ -142,7 +144,7 @@ class NoPasteboard final : public Pasteboard {
   void clear() override {}
 
  private:
-  QString why_;
+  Capability capability_;
 };
 
 }  // namespace tarnwick

@@ -10,6 +10,7 @@ namespace tarnwick {
 struct FoundFile {
   QString path;
   QString name;  ///< As it is shown, with its ending.
+  bool isFolder = false;
 
   bool operator==(const FoundFile&) const = default;
 };

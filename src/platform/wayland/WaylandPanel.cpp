@@ -12,13 +12,13 @@
 #include "platform/wayland/WaylandPopup.h"
 
 namespace tarnwick {
-namespace {}  // namespace
 
 WaylandPanel::WaylandPanel(const WaylandSession& session, WaylandScreens& screens, PanelPointer& pointer,
-                           TransientLayers& transients, std::unique_ptr<QWidget> content)
+                           PanelOrder& order, TransientLayers& transients, std::unique_ptr<QWidget> content)
     : session_(session),
       screens_(screens),
       pointer_(pointer),
+      order_(order),
       transients_(transients),
       held_(session),
       content_(std::move(content)) {
@@ -30,6 +30,7 @@ WaylandPanel::WaylandPanel(const WaylandSession& session, WaylandScreens& screen
   content_->setMinimumSize(1, 1);  // An explicit one: the content takes the size that it is given.
   content_->installEventFilter(this);
   connect(&screens, &WaylandScreens::changed, this, &WaylandPanel::followScreens);
+  connect(&order, &PanelOrder::changed, this, &WaylandPanel::applyPlacement);
   connect(&held_, &HeldPointer::moved, this, &WaylandPanel::sendPointerMotion);
   connect(qGuiApp, &QGuiApplication::screenRemoved, this, &WaylandPanel::screenGoes);
 }
@@ -131,7 +132,7 @@ void WaylandPanel::setAboveFullscreen(bool above) {
 std::unique_ptr<Popup> WaylandPanel::popup(std::unique_ptr<QWidget> content, const QRect& beside,
                                            const PopupStyle& style) {
   auto popup =
-      std::make_unique<WaylandPopup>(session_, screens_, pointer_, *content_,
+      std::make_unique<WaylandPopup>(session_, screens_, pointer_, order_, *content_,
                                      placement_ ? placement_->screen : QString(), std::move(content), beside, style);
   popup->show();
   return popup;
@@ -262,7 +263,8 @@ bool WaylandPanel::applyPlacement() {
   if (!screen) return false;
   const QRect outer = placement_->rectangle.marginsAdded(placement_->margins);
   if (content_->screen() != screen && !content_->isVisible()) content_->setScreen(screen);
-  LayerLook look = LayerLook::at(outer, isAboveFullscreen_ ? Layer::Overlay : Layer::Top);
+  const bool isUppermost = isAboveFullscreen_ && !order_.panelsGiveWay();
+  LayerLook look = LayerLook::at(outer, isUppermost ? Layer::Overlay : Layer::Top);
   look.takesKeys = keyboard_ == Keyboard::Exclusive;
   const QRect place(screen->geometry().topLeft() + outer.topLeft(), look.size);
   if (heldButton_ != Qt::NoButton && place.topLeft() != content_->pos()) held_.leave(content_->pos());

@@ -7,6 +7,7 @@
 #include "desktop/Panels.h"
 #include "platform/wayland/ClearWindow.h"
 #include "platform/wayland/HeldPointer.h"
+#include "platform/wayland/PanelOrder.h"
 #include "platform/wayland/PanelPointer.h"
 #include "platform/wayland/TransientLayers.h"
 #include "platform/wayland/WaylandScreens.h"
@@ -18,7 +19,7 @@ namespace tarnwick {
 class WaylandPanel final : public Panel {
   Q_OBJECT
  public:
-  WaylandPanel(const WaylandSession& session, WaylandScreens& screens, PanelPointer& pointer,
+  WaylandPanel(const WaylandSession& session, WaylandScreens& screens, PanelPointer& pointer, PanelOrder& order,
                TransientLayers& transients, std::unique_ptr<QWidget> content);
   ~WaylandPanel() override;
 
@@ -61,6 +62,7 @@ class WaylandPanel final : public Panel {
   const WaylandSession& session_;
   WaylandScreens& screens_;
   PanelPointer& pointer_;
+  PanelOrder& order_;
   TransientLayers& transients_;
   HeldPointer held_;
   Qt::MouseButton heldButton_ = Qt::NoButton;

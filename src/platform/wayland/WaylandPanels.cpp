@@ -13,7 +13,7 @@ WaylandPanels::WaylandPanels(const WaylandSession& session, WaylandScreens& scre
 }
 
 std::unique_ptr<Panel> WaylandPanels::make(std::unique_ptr<QWidget> content) {
-  auto panel = std::make_unique<WaylandPanel>(session_, screens_, pointer_, transients_, std::move(content));
+  auto panel = std::make_unique<WaylandPanel>(session_, screens_, pointer_, order_, transients_, std::move(content));
   panels_.append(panel.get());
   connect(panel.get(), &QObject::destroyed, this, [this](QObject* gone) {
     panels_.removeIf([gone](const WaylandPanel* one) { return static_cast<const QObject*>(one) == gone; });

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desktop/Panels.h"
+#include "platform/wayland/PanelOrder.h"
 #include "platform/wayland/PanelPointer.h"
 #include "platform/wayland/TransientLayers.h"
 #include "platform/wayland/WaylandScreens.h"
@@ -29,6 +30,7 @@ class WaylandPanels final : public Panels {
   const WaylandSession& session_;
   WaylandScreens& screens_;
   PanelPointer pointer_;
+  PanelOrder order_;
   TransientLayers transients_;
   QList<const WaylandPanel*> panels_;
 };

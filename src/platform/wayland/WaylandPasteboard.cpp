@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <QCoreApplication>
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -16,8 +17,12 @@ namespace {
 // An owner that offers more is up to something, and would hide a mark in it.
 constexpr qsizetype kMostTypes = 1024;
 
-// By this type we know our own offers when the compositor tells us of them.
-QString claimType(quint64 claim) { return u"application/x-tarnwick-claim;number=%1"_s.arg(claim); }
+// By this type we know our own offers when the compositor tells us of them. The process is in it, since the offer of an
+// earlier run may still be there.
+constexpr auto kClaim = "application/x-tarnwick-claim;"_L1;
+QString claimType(quint64 claim) {
+  return kClaim + u"process=%1;number=%2"_s.arg(QCoreApplication::applicationPid()).arg(claim);
+}
 
 /// The names under which programs of X11 look for a form.
 QStringList namesOf(const QString& type) {
@@ -108,6 +113,14 @@ WaylandPasteboard::WaylandPasteboard(const WaylandSession& session, const Client
       .finished = [](void* data, zwlr_data_control_device_v1*) { static_cast<WaylandPasteboard*>(data)->finished(); },
       .primary_selection = [](void*, zwlr_data_control_device_v1*, zwlr_data_control_offer_v1*) {}};
   zwlr_data_control_device_v1_add_listener(device_.get(), &kListener, this);
+  // Some compositors say nothing at first where nothing is there, and the first copy would be taken for old.
+  static constexpr wl_callback_listener kFirst{.done = [](void* data, wl_callback*, uint32_t) {
+    auto* self = static_cast<WaylandPasteboard*>(data);
+    self->knowsFirst_ = true;
+    self->first_.reset();
+  }};
+  first_.reset(wl_display_sync(session.display()));
+  wl_callback_add_listener(first_.get(), &kFirst, this);
   wl_display_flush(session.display());
 }
 
@@ -125,6 +138,11 @@ Capability WaylandPasteboard::endOfOwners() const {
 Capability WaylandPasteboard::owners() const {
   if (!device_) return capability();
   return Capability::no(tr("This desktop does not tell which app copied. The app whose window is active counts."));
+}
+
+bool WaylandPasteboard::isOwn() const {
+  const auto isClaim = [](const QString& type) { return type.startsWith(kClaim); };
+  return isClaiming_ || (offer_ && std::ranges::any_of(offer_->types(), isClaim));
 }
 
 // --- Reading --------------------------------------------------------------------------------------------------------

@@ -27,6 +27,7 @@ class WaylandPasteboard final : public Pasteboard {
   Capability owners() const override;
   quint64 changeCount() const override { return count_; }
   bool isEmpty() const override { return !offer_ && !isClaiming_; }
+  bool isOwn() const override;
   void readTypes(quint64 change, QObject* context, Types done) override;
   void readContent(quint64 change, const QString& type, const PasteboardLimits& limits, QObject* context,
                    Content done) override;
@@ -64,6 +65,7 @@ class WaylandPasteboard final : public Pasteboard {
   quint64 claims_ = 0;
   bool isClaiming_ = false;  ///< We put something there and have not heard back.
   bool knowsFirst_ = false;  ///< Whether what was there at the start has been told.
+  WaylandOwned<wl_callback> first_;
 };
 
 }  // namespace tarnwick

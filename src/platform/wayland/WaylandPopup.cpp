@@ -10,11 +10,12 @@
 namespace tarnwick {
 
 WaylandPopup::WaylandPopup(const WaylandSession& session, const WaylandScreens& screens, PanelPointer& pointer,
-                           const QWidget& panel, const QString& screen, std::unique_ptr<QWidget> content,
-                           const QRect& beside, const PopupStyle& style)
+                           PanelOrder& order, const QWidget& panel, const QString& screen,
+                           std::unique_ptr<QWidget> content, const QRect& beside, const PopupStyle& style)
     : session_(session),
       screens_(screens),
       pointer_(pointer),
+      order_(order),
       panel_(panel),
       screen_(screen),
       content_(std::move(content)),
@@ -31,9 +32,12 @@ WaylandPopup::WaylandPopup(const WaylandSession& session, const WaylandScreens& 
   if (style.closesOutside) connect(&pointer, &PanelPointer::pressed, this, &WaylandPopup::pressed);
 }
 
+WaylandPopup::~WaylandPopup() { order_.setAbovePanels(this, false); }
+
 void WaylandPopup::show() {
   QScreen* screen = screens_.native(screen_);
   if (!screen) return;
+  if (style_.abovePanels) order_.setAbovePanels(this, true);
   if (style_.closesOutside) {
     catcher_ = std::make_unique<OutsideCatcher>(session_, pointer_.area());
     connect(catcher_.get(), &OutsideCatcher::caught, this, &WaylandPopup::close);
@@ -103,6 +107,7 @@ void WaylandPopup::close() {
   if (!content_->isVisible()) return;
   content_->hide();
   catcher_.reset();
+  order_.setAbovePanels(this, false);
   Q_EMIT closed();
 }
 

@@ -4,6 +4,7 @@
 
 #include "desktop/Panels.h"
 #include "platform/wayland/OutsideCatcher.h"
+#include "platform/wayland/PanelOrder.h"
 #include "platform/wayland/PanelPointer.h"
 #include "platform/wayland/WaylandScreens.h"
 
@@ -15,9 +16,10 @@ class WaylandPopup final : public Popup {
   Q_OBJECT
  public:
   /// `screen`: the identity of the panel's display. `beside`: in the coordinates of `panel`.
-  WaylandPopup(const WaylandSession& session, const WaylandScreens& screens, PanelPointer& pointer,
+  WaylandPopup(const WaylandSession& session, const WaylandScreens& screens, PanelPointer& pointer, PanelOrder& order,
                const QWidget& panel, const QString& screen, std::unique_ptr<QWidget> content, const QRect& beside,
                const PopupStyle& style);
+  ~WaylandPopup() override;
 
   void reposition() override;
   void moveBeside(const QRect& rectangle) override;
@@ -36,6 +38,7 @@ class WaylandPopup final : public Popup {
   const WaylandSession& session_;
   const WaylandScreens& screens_;
   PanelPointer& pointer_;
+  PanelOrder& order_;
   const QWidget& panel_;
   QString screen_;
   std::unique_ptr<OutsideCatcher> catcher_;

@@ -6,6 +6,7 @@
 
 #include "desktop/ScreenIdentity.h"
 #include "platform/wayland/KernelConnectors.h"
+#include "platform/wayland/WaylandQueue.h"
 
 namespace tarnwick {
 
@@ -57,6 +58,38 @@ QString WaylandScreens::idOf(const wl_output* output) const {
     if (*native && WaylandSession::outputOf(**native) == output) return native.key();
   }
   return {};
+}
+
+// A surface without an output comes up on the one that is active, and is told which.
+QString WaylandScreens::activeId() const {
+  if (!session_.layerShell()) return {};
+  struct Entered {
+    const WaylandScreens& screens;
+    QString id;
+  } entered{*this, {}};
+  static constexpr wl_surface_listener kListener{.enter =
+                                                     [](void* data, wl_surface*, wl_output* output) {
+                                                       auto& here = *static_cast<Entered*>(data);
+                                                       if (const QString id = here.screens.idOf(output); !id.isEmpty())
+                                                         here.id = id;
+                                                     },
+                                                 .leave = [](void*, wl_surface*, wl_output*) {}};
+  WaylandQueue queue(session_.display());
+  WaylandOwned<wl_surface> surface;
+  {
+    const WaylandQueue::Face<wl_compositor> face(queue, session_.compositor());
+    surface.reset(wl_compositor_create_surface(face.get()));
+  }
+  wl_surface_add_listener(surface.get(), &kListener, &entered);
+  wl_surface_set_input_region(surface.get(), session_.region({}).get());
+  const LayerLook look = LayerLook::at(QRect(0, 0, 1, 1), Layer::Background);
+  const LayerSurface role(session_, surface.get(), nullptr, look, {});
+  if (role.isClosed()) return {};
+  const auto buffer = session_.clearBuffer(QSize(1, 1));
+  wl_surface_attach(surface.get(), buffer.get(), 0, 0);
+  wl_surface_commit(surface.get());
+  queue.waitForAnswers();
+  return entered.id;
 }
 
 // What is usable is reported anew when the compositor has reserved the space; until then the old rectangle holds.

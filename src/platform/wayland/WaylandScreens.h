@@ -23,6 +23,7 @@ class WaylandScreens final : public Screens {
   QList<Screen> all() const override { return screens_; }
   QString mainId() const override { return screens_.isEmpty() ? QString() : screens_.first().id; }
   bool placesWindows() const override { return true; }
+  QString activeId() const override;
 
   /// The display of that identity; null if it is not connected.
   QScreen* native(const QString& id) const { return natives_.value(id); }

@@ -88,6 +88,11 @@ xcb_window_t X11ClipboardLink::makeWindow() const {
   return made;
 }
 
+bool X11ClipboardLink::made(xcb_window_t window) const {
+  const xcb_setup_t* setup = xcb_get_setup(connection_);
+  return (window & ~setup->resource_id_mask) == setup->resource_id_base;
+}
+
 xcb_window_t X11ClipboardLink::owner(xcb_atom_t selection) const {
   const XcbReply reply(
       xcb_get_selection_owner_reply(connection_, xcb_get_selection_owner(connection_, selection), nullptr));

@@ -40,6 +40,8 @@ class X11ClipboardLink {
 
   /// A window that is seen nowhere, with news of its properties.
   xcb_window_t makeWindow() const;
+  /// Whether a window is one of these.
+  bool made(xcb_window_t window) const;
   xcb_window_t owner(xcb_atom_t selection) const;
   /// The process of this machine that made a window; 0 where the server does not tell.
   qint64 processOf(xcb_window_t window) const;

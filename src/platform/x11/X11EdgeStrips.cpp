@@ -12,6 +12,7 @@ X11EdgeStrips::X11EdgeStrips(X11Events& events, const X11Screens& screens) : eve
   connect(&events, &X11Events::pointerEntered, this, [this](quint32 window) {
     if (!has(window)) return;
     held_ = window;
+    if (released_ == window) released_ = XCB_WINDOW_NONE;
     Q_EMIT entered();
   });
   connect(&events, &X11Events::pointerLeft, this, [this](quint32 window) {
@@ -33,7 +34,8 @@ void X11EdgeStrips::cover(const QList<ZoneRequest>& requests, const QHash<QStrin
     const auto want = [&](int y, bool isThere) {
       const Strip strip{request.screen, QRect(frame.left(), y, frame.width(), 1)};
       const auto old = std::ranges::find_if(strips_, [&](const Strip& each) { return each.isAt(strip); });
-      if (!isThere || (old != strips_.end() && old->window == held_)) wanted << strip;
+      // The answer that the pointer is there may come before the word that it entered the strip.
+      if (!isThere || (old != strips_.end() && old->window != released_)) wanted << strip;
     };
     if (request.watchesTop) want(frame.top(), pointer.topEdge);
     if (request.watchesBottom) want(frame.bottom(), pointer.bottomEdge);
@@ -54,6 +56,7 @@ void X11EdgeStrips::cover(const QList<ZoneRequest>& requests, const QHash<QStrin
   for (const Strip& strip : std::as_const(gone)) remove(strip.window);
   strips_ = wanted;
   if (!has(held_)) held_ = XCB_WINDOW_NONE;
+  released_ = XCB_WINDOW_NONE;
   if (hasChanged || !gone.isEmpty()) xcb_flush(events_.connection());
 }
 
@@ -86,7 +89,11 @@ bool X11EdgeStrips::has(xcb_window_t window) const {
   return std::ranges::find(strips_, window, &Strip::window) != strips_.end();
 }
 
-bool X11EdgeStrips::letGo() { return std::exchange(held_, XCB_WINDOW_NONE) != XCB_WINDOW_NONE; }
+bool X11EdgeStrips::letGo() {
+  if (held_ == XCB_WINDOW_NONE) return false;
+  released_ = std::exchange(held_, XCB_WINDOW_NONE);
+  return true;
+}
 
 void X11EdgeStrips::giveWay(xcb_window_t window) {
   if (!has(window)) return;

@@ -24,7 +24,7 @@ class X11EdgeStrips final : public QObject {
   X11EdgeStrips(X11Events& events, const X11Screens& screens);
   ~X11EdgeStrips() override;
 
-  /// Where the pointer is at an edge already, only the strip that it came into is kept.
+  /// Where the pointer is at an edge already, no strip is made, and one that was let go of goes.
   void cover(const QList<ZoneRequest>& requests, const QHash<QString, PointerZones>& zones);
   /// The pointer is moved by hand: there are other events that tell of it. True where a strip is not needed any more.
   bool letGo();
@@ -51,7 +51,8 @@ class X11EdgeStrips final : public QObject {
   X11Events& events_;
   const X11Screens& screens_;
   QList<Strip> strips_;
-  xcb_window_t held_ = XCB_WINDOW_NONE;  ///< The one that the pointer came into last, and not by hand since.
+  xcb_window_t held_ = XCB_WINDOW_NONE;      ///< The one that the pointer came into last, and not by hand since.
+  xcb_window_t released_ = XCB_WINDOW_NONE;  ///< The one that was let go of, until it is known where the pointer is.
 };
 
 }  // namespace tarnwick

@@ -28,6 +28,7 @@ class X11Pasteboard final : public Pasteboard {
   Capability capability() const override;
   quint64 changeCount() const override { return count_; }
   bool isEmpty() const override { return owner_ == XCB_WINDOW_NONE; }
+  bool isOwn() const override { return !isEmpty() && owner_ == link_.window(); }
   void readTypes(quint64 change, QObject* context, Types done) override;
   void readContent(quint64 change, const QString& type, const PasteboardLimits& limits, QObject* context,
                    Content done) override;

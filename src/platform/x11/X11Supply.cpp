@@ -60,7 +60,7 @@ void X11Supply::requested(const xcb_selection_request_event_t& event) {
 
 bool X11Supply::answer(xcb_window_t window, xcb_atom_t target, xcb_atom_t property) {
   if (target == link_.atom("TARGETS")) {
-    QList<quint32> known{target, link_.atom("TIMESTAMP"), link_.atom("MULTIPLE")};
+    QList<quint32> known{target, link_.atom("TIMESTAMP"), link_.atom("MULTIPLE"), link_.atom("SAVE_TARGETS")};
     putWords(window, property, XCB_ATOM_ATOM, known + targets());
     return true;
   }
@@ -69,6 +69,11 @@ bool X11Supply::answer(xcb_window_t window, xcb_atom_t target, xcb_atom_t proper
     return true;
   }
   if (target == link_.atom("MULTIPLE")) return answerMultiple(window, property);
+  // That it is known tells a clipboard manager that it is handed everything in the end, and need not ask before.
+  if (target == link_.atom("SAVE_TARGETS")) {
+    putWords(window, property, link_.atom("NULL"), {});
+    return true;
+  }
   const auto form = std::ranges::find(forms_, target, &Form::target);
   if (form == forms_.end()) return false;
   give(window, property, *form);
@@ -94,7 +99,10 @@ void X11Supply::give(xcb_window_t window, xcb_atom_t property, const Form& form)
   }
   sweep();
   std::erase_if(deliveries_, [&](const auto& each) { return each->window == window && each->property == property; });
-  if (deliveries_.size() >= kMostDeliveries) deliveries_.erase(deliveries_.begin());
+  if (deliveries_.size() >= kMostDeliveries) {
+    end(*deliveries_.front());
+    sweep();
+  }
   const quint32 mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
   xcb_change_window_attributes(link_.connection(), window, XCB_CW_EVENT_MASK, &mask);
   putWords(window, property, link_.atom("INCR"), {static_cast<quint32>(form.bytes.size())});
@@ -108,9 +116,10 @@ void X11Supply::give(xcb_window_t window, xcb_atom_t property, const Form& form)
 }
 
 void X11Supply::propertyChanged(const xcb_property_notify_event_t& event) {
-  if (event.state != XCB_PROPERTY_DELETE) return;
+  const bool isTaken = event.state == XCB_PROPERTY_DELETE;
   for (const auto& each : deliveries_) {
-    if (!each->hasEnded && each->window == event.window && each->property == event.atom) giveNext(*each);
+    const bool isNext = isTaken && each->window == event.window && each->property == event.atom;
+    if (isNext && !each->hasEnded) giveNext(*each);
   }
   sweep();
 }
@@ -138,7 +147,20 @@ void X11Supply::end(Delivery& delivery) {
 }
 
 void X11Supply::sweep() {
+  QList<xcb_window_t> left;
+  for (const auto& each : deliveries_) {
+    if (each->hasEnded) left.append(each->window);
+  }
+  if (left.isEmpty()) return;
   std::erase_if(deliveries_, [](const auto& each) { return each->hasEnded; });
+  for (const xcb_window_t window : left) {
+    const bool stillTakes = std::ranges::any_of(deliveries_, [=](const auto& each) { return each->window == window; });
+    if (stillTakes || link_.made(window)) continue;
+    // What else that window is used for wakes nobody here.
+    const quint32 none = XCB_EVENT_MASK_NO_EVENT;
+    xcb_change_window_attributes(link_.connection(), window, XCB_CW_EVENT_MASK, &none);
+  }
+  link_.flush();
 }
 
 void X11Supply::putWords(xcb_window_t window, xcb_atom_t property, xcb_atom_t type, const QList<quint32>& words) {

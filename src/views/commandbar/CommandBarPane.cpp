@@ -93,6 +93,7 @@ void CommandBarPane::resizeEvent(QResizeEvent* event) {
 
 void CommandBarPane::paintEvent(QPaintEvent* event) {
   GlassPane::paintEvent(event);
+  if (!std::exchange(hasAppeared_, true)) Q_EMIT appeared();
   const QRectF whole = pane();
   if (whole.height() <= theme::kBarFieldHeight) return;
   QPainter painter(this);

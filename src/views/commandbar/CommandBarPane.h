@@ -40,6 +40,8 @@ class CommandBarPane final : public GlassPane {
  Q_SIGNALS:
   /// What was asked for is done. Its owner hides the bar, not within this signal.
   void done();
+  /// It was painted for the first time.
+  void appeared();
 
  protected:
   QRectF pane() const override;
@@ -64,6 +66,7 @@ class CommandBarPane final : public GlassPane {
   bool reduceMotion_ = false;
   bool isComposited_ = true;
   bool isGrowing_ = false;
+  bool hasAppeared_ = false;
 };
 
 }  // namespace tarnwick

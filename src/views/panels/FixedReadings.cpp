@@ -47,6 +47,7 @@ ReadingServices FixedReadings::services() {
           .windows = windows,
           .clipboard = clipboard,
           .pasteboard = pasteboard,
+          .connections = connections,
           .icons = icons,
           .fixedFolder = folder};
 }

@@ -8,6 +8,7 @@
 #include "files/RecentFiles.h"
 #include "files/ScreenshotFolder.h"
 #include "files/Thumbnails.h"
+#include "services/Connections.h"
 #include "store/NoDesktop.h"
 #include "system/ProcessMonitor.h"
 #include "system/SystemTemperature.h"
@@ -21,19 +22,6 @@ class GivenMachine final : public MachineDetails {
  public:
   MachineReading read() override { return reading ? reading() : MachineReading(); }
   std::function<MachineReading()> reading;
-};
-
-/// A clipboard on which nothing ever changes.
-class StillPasteboard final : public Pasteboard {
- public:
-  quint64 changeCount() const override { return 0; }
-  bool isEmpty() const override { return true; }
-  void readTypes(quint64, QObject*, Types) override {}
-  void readContent(quint64, const QString&, const PasteboardLimits&, QObject*, Content) override {}
-  void confirm(quint64, QObject*, Answer) override {}
-  PasteboardOwner owner() override { return {}; }
-  quint64 set(const PasteboardOffer&) override { return 0; }
-  void clear() override {}
 };
 
 /// What tiles and panels read where there is no desktop, for pictures and tests: nothing, until something is set fixed
@@ -57,6 +45,7 @@ class FixedReadings {
   GivenWindows windows;
   ClipboardHistory clipboard;
   StillPasteboard pasteboard;
+  Connections connections;
   TileIcons icons;
   std::function<FolderContents(const FolderRequest& request)> folder;
 };

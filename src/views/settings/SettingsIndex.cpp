@@ -1,6 +1,5 @@
 #include "views/settings/SettingsIndex.h"
 
-#include <QTimer>
 #include <algorithm>
 #include <memory>
 #include <utility>
@@ -22,6 +21,12 @@ QString wordsIn(const QString& text) {
   return u' ' + words.simplified();
 }
 
+/// Whether a row has something that can be set or pressed.
+bool hasControl(const FormRow& row) {
+  const QList<QWidget*> parts = row.findChildren<QWidget*>();
+  return std::ranges::any_of(parts, [](const QWidget* part) { return (part->focusPolicy() & Qt::TabFocus) != 0; });
+}
+
 bool beginsEach(const QString& text, const QStringList& wanted) {
   return std::ranges::all_of(wanted, [&](const QString& word) { return text.contains(u' ' + word); });
 }
@@ -29,21 +34,23 @@ bool beginsEach(const QString& text, const QStringList& wanted) {
 }  // namespace
 
 SettingsIndex::SettingsIndex(AppStore& store, SettingsServices services, ShowSection show, QObject* parent)
-    : SettingsPlaces(parent), store_(store), services_(std::move(services)), show_(std::move(show)) {}
+    : SettingsPlaces(parent), store_(store), services_(std::move(services)), show_(std::move(show)) {
+  // A timer, not one event that posts the next: those would all be done before a key or a frame.
+  connect(&idle_, &QTimer::timeout, this, &SettingsIndex::readNext);
+}
 
 SettingsIndex::~SettingsIndex() = default;
 
 void SettingsIndex::prepare() {
-  if (sectionsRead_ == 0 && !std::exchange(isReading_, true)) QTimer::singleShot(0, this, &SettingsIndex::readNext);
+  if (sectionsRead_ == 0 && !idle_.isActive()) idle_.start(0);
 }
 
 void SettingsIndex::readNext() {
   const auto sections = settingsSections();
   read(sections[sectionsRead_++]);
-  if (sectionsRead_ < sections.size())
-    QTimer::singleShot(0, this, &SettingsIndex::readNext);
-  else
-    Q_EMIT changed();
+  if (sectionsRead_ < sections.size()) return;
+  idle_.stop();
+  Q_EMIT changed();
 }
 
 void SettingsIndex::add(const SettingsPlace& place, const QString& said) {
@@ -59,6 +66,7 @@ void SettingsIndex::read(const SettingsSection& section) {
   add(place, {});
   place.page = place.title;
   for (const FormRow* row : page->formRows()) {
+    if (!hasControl(*row)) continue;
     place.id = name + u'/' + row->label();
     place.title = row->label();
     add(place, row->said());
@@ -69,7 +77,7 @@ QList<SettingsPlace> SettingsIndex::find(const QString& words, qsizetype most) {
   prepare();
   const QStringList wanted = wordsIn(words).split(u' ', Qt::SkipEmptyParts);
   QList<SettingsPlace> found;
-  if (wanted.isEmpty()) return found;
+  if (wanted.isEmpty() || sectionsRead_ < settingsSections().size()) return found;
   for (const bool byTitle : {true, false})
     for (const Entry& entry : entries_)
       if (found.size() < most && beginsEach(entry.title, wanted) == byTitle && beginsEach(entry.said, wanted))

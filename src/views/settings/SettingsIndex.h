@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QTimer>
 #include <functional>
 #include <vector>
 
@@ -12,7 +13,8 @@ class AppStore;
 struct SettingsSection;
 
 /// The rows of Settings for those who look for them elsewhere. What they say is read from the sections themselves, of
-/// which each is made for it once, one after another between other events, and not kept.
+/// which each is made for it once and not kept: one a turn of the event loop, while it has nothing else to do. Rows
+/// that are only read are left out.
 class SettingsIndex final : public SettingsPlaces {
   Q_OBJECT
  public:
@@ -24,8 +26,7 @@ class SettingsIndex final : public SettingsPlaces {
   ~SettingsIndex() override;
 
   /// Begins to read, unless it has. Looking for something does so too.
-  void prepare();
-
+  void prepare() override;
   QList<SettingsPlace> find(const QString& words, qsizetype most) override;
   void open(const QString& id) override;
 
@@ -45,7 +46,7 @@ class SettingsIndex final : public SettingsPlaces {
   ShowSection show_;
   std::vector<Entry> entries_;
   size_t sectionsRead_ = 0;
-  bool isReading_ = false;
+  QTimer idle_;
 };
 
 }  // namespace tarnwick

@@ -139,7 +139,8 @@ void SettingsPage::showWhile(QWidget* row, std::function<bool(const DockConfigur
   if (at == rows_.end()) return;
   at->otherwise = otherwise;
   at->applies = std::move(applies);
-  row->setVisible(at->applies(store_.config()) && isFound(*at));
+  // To show what is not hidden would lay it out, before there is anything to see.
+  if (const bool shown = at->applies(store_.config()) && isFound(*at); shown == row->isHidden()) row->setVisible(shown);
 }
 
 void SettingsPage::needs(FormRow* row, const Capability& ability) {

@@ -94,6 +94,30 @@ void paintItem(QPainter& painter, const QStyleOptionMenuItem& item) {
   if (item.menuItemType == QStyleOptionMenuItem::SubMenu) paintChevron(painter, item, faint(text, kShortcut));
 }
 
+/// What a menu looked like when it closed, going in its place. Clicks go through it.
+class LastPicture final : public QWidget {
+ public:
+  LastPicture(QMenu& menu, QWidget& owner, std::unique_ptr<FrameClock> clock)
+      : QWidget(&owner, Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowTransparentForInput |
+                            Qt::WindowDoesNotAcceptFocus | Qt::NoDropShadowWindowHint),
+        picture_(menu.grab()) {
+    setAttribute(Qt::WA_TranslucentBackground);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setGeometry(menu.geometry());
+    auto* fade = new WindowFade(*this, std::move(clock));
+    fade->jumpIn();
+    show();
+    fade->out([this] { deleteLater(); });
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override { QPainter(this).drawPixmap(0, 0, picture_); }
+
+ private:
+  QPixmap picture_;
+};
+
 }  // namespace
 
 MenuStyle& MenuStyle::install() {
@@ -124,13 +148,17 @@ void MenuStyle::takeDockColors(QMenu& menu, DockStyle style) {
   for (QMenu* inner : menu.findChildren<QMenu*>()) inner->setPalette(palette);
 }
 
-void MenuStyle::fadeIn(QMenu& menu, const std::function<std::unique_ptr<FrameClock>()>& clock) const {
+void MenuStyle::fade(QMenu& menu, QWidget* owner, const std::function<std::unique_ptr<FrameClock>()>& clock) const {
   if (!composited_) return;
   for (QMenu* each : QList<QMenu*>{&menu} + menu.findChildren<QMenu*>()) {
     auto* fade = new WindowFade(*each, clock());
     QObject::connect(each, &QMenu::aboutToShow, fade, [fade] {
       fade->hide();
       fade->in();
+    });
+    if (!owner || !fade->moves()) continue;
+    QObject::connect(each, &QMenu::aboutToHide, owner, [each, owner, clock] {
+      if (auto last = clock()) new LastPicture(*each, *owner, std::move(last));  // It deletes itself.
     });
   }
 }

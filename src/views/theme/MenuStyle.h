@@ -27,9 +27,10 @@ class MenuStyle final : public QProxyStyle {
 
   /// Gives a menu that opens out of a dock of that style, and the menus within it, the colours of the dock's panels.
   static void takeDockColors(QMenu& menu, DockStyle style);
-  /// Lets it and the menus within it fade in whenever they open.
-  /// `clock` makes what each fades by; null lets it appear at once.
-  void fadeIn(QMenu& menu, const std::function<std::unique_ptr<FrameClock>()>& clock) const;
+  /// Lets it and the menus within it fade in whenever they open, and out when they close: a menu is hidden at once, and
+  /// its picture goes in its place. `owner` is the window that it opens out of. `clock` makes what each fades by; null
+  /// lets it appear and go at once.
+  void fade(QMenu& menu, QWidget* owner, const std::function<std::unique_ptr<FrameClock>()>& clock) const;
 
   void polish(QWidget* widget) override;
   using QProxyStyle::polish;

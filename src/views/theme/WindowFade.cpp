@@ -28,6 +28,11 @@ void WindowFade::hide() {
   show();
 }
 
+void WindowFade::jumpIn() {
+  fade_.jump(1);
+  show();
+}
+
 void WindowFade::in() {
   done_ = {};
   fade_.fadeTo(1);

@@ -32,6 +32,8 @@ class WindowFade final : public QObject {
   bool moves() const { return moves_; }
   /// Nothing is seen, as before in().
   void hide();
+  /// All of it is seen, as after in().
+  void jumpIn();
 
  private:
   void show();

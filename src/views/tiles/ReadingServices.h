@@ -10,6 +10,7 @@ namespace tarnwick {
 class Bookmarks;
 class ClientWindows;
 class ClipboardHistory;
+class Connections;
 class FolderStacks;
 class InstalledApps;
 class MachineDetails;
@@ -36,6 +37,7 @@ struct ReadingServices {
   const ClientWindows& windows;  ///< Those of other programs.
   ClipboardHistory& clipboard;
   Pasteboard& pasteboard;
+  Connections& connections;      ///< To services on the net.
   bool sendsNearby = false;      ///< As in ReadingFacts.
   /// The pictures of applications, by what their tiles know them by; empty where there are none.
   TileIcons icons{};

@@ -12,24 +12,14 @@
 #include "calendar/CalendarDigest.h"
 #include "config/TodoItem.h"
 #include "desktop/Toggles.h"
+#include "services/RemoteReading.h"
 #include "system/MetricsSnapshot.h"
-#include "views/theme/WeatherPictures.h"
 #include "views/tiles/AppMarks.h"
 #include "views/tiles/ReadingFacts.h"
 #include "views/tiles/WidgetValues.h"
 #include "widgets/QuickNotes.h"
 
 namespace tarnwick {
-
-/// The weather at one place, ready to be shown.
-struct WeatherReading {
-  QString temperature;  ///< A number with its sign and "°".
-  QString place;
-  QString condition;
-  WeatherPicture picture = WeatherPicture::CloudSun;
-
-  bool operator==(const WeatherReading&) const = default;
-};
 
 /// Everything that a tile may show, as plain values taken at one moment.
 struct TileSources {
@@ -48,7 +38,8 @@ struct TileSources {
   qint64 shelfItems = 0;
   bool keepsClipboard = false;                     ///< Whether the user wants a history of what is copied.
   std::optional<qint64> trashItems;                ///< Absent until they were counted.
-  WidgetValues<WeatherReading> weather;            ///< Absent while no place is connected.
+  WidgetValues<RemoteReading> weather;             ///< Absent while no place is connected.
+  WidgetValues<RemoteReading> remote;              ///< What services answered; absent until they were asked.
   QList<TodoItem> todos;                           ///< In the user's order.
   std::shared_ptr<const CalendarDigest> calendar;  ///< Null is like one that holds nothing.
   ReadingFacts readings;

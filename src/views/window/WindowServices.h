@@ -12,6 +12,8 @@
 
 namespace tarnwick {
 
+class Connections;
+
 /// What the program's own windows ask of the rest of it. All of it outlives them.
 struct WindowServices {
   UndoableEdits& edits;  ///< What is changed can be taken back.
@@ -19,6 +21,7 @@ struct WindowServices {
   InstalledApps& apps;
   Screens& screens;  ///< Names the displays.
   WidgetEditor::Hooks& forms;
+  Connections& connections;  ///< To services on the net.
   PreviewSources previews;
   std::function<DesktopAbilities()> abilities;  ///< Never empty.
 };

@@ -108,5 +108,11 @@ inline constexpr QLatin1StringView byMemory{"RAM"};
 // Of `connectionMode`.
 inline constexpr QLatin1StringView native{"native"};
 inline constexpr QLatin1StringView codexLocal{"codexLocal"};
+inline constexpr QLatin1StringView geminiHistory{"geminiHistory"};
+inline constexpr QLatin1StringView claudeActivity{"claudeActivity"};
+inline constexpr QLatin1StringView perplexitySession{"perplexitySession"};
+
+// Of `weatherLocation`. Without it the option `city` says where.
+inline constexpr QLatin1StringView current{"current"};
 
 }  // namespace tarnwick::value

@@ -10,7 +10,7 @@
 #include "views/families/calendar/EventWords.h"
 #include "views/families/calendar/ReminderRow.h"
 #include "views/panels/PanelWords.h"
-#include "views/theme/WeatherPictures.h"
+#include "views/tiles/WeatherReading.h"
 #include "widgets/ClockWords.h"
 
 namespace tarnwick {
@@ -83,7 +83,7 @@ class OverviewPanel final : public TilePanel {
   }
 
   void showWeather(const TileSources& sources) {
-    const auto weather = sources.weather.of(widget().id);
+    const auto weather = WeatherReading::of(sources.weather.of(widget().id));
     weather_->setVisible(weather.has_value());
     // A section brings the space above it along, the weather does not.
     const int top = weather ? theme::kPanelHeaderBelow - theme::kSectionBelow : 0;

@@ -87,6 +87,7 @@ class ClipboardPanel final : public TilePanel {
         tabs_(new ClipboardTabs),
         none_(new TextLabel(PanelWords::tr("Nothing found."), TextStyle::Body, Tone::Secondary)),
         view_(new ItemView(PanelWords::tr("History"), ItemView::Shape::Rows)),
+        paused_(new QWidget),
         foot_(new QWidget),
         clear_(new Button(PanelWords::tr("Clear History"), Button::Role::Quiet)),
         pause_(new Button(PanelWords::tr("Pause"))),
@@ -99,7 +100,7 @@ class ClipboardPanel final : public TilePanel {
     connect(field_, &QLineEdit::textChanged, &model_, &ClipboardPanelModel::setSearch);
     connect(clear_, &QPushButton::clicked, this, &ClipboardPanel::askToClear);
     connect(confirm_, &ConfirmBar::over, foot_, &QWidget::show);
-    connect(pause_, &QPushButton::clicked, this, [this] { keep(false); });
+    connect(pause_, &QPushButton::clicked, this, [this] { keep(!isOn()); });
     connect(&model_, &ClipboardPanelModel::changed, this, &ClipboardPanel::refreshNow);
     connect(&model_, &ClipboardPanelModel::removed, this, &ClipboardPanel::offerBack);
   }
@@ -119,6 +120,9 @@ class ClipboardPanel final : public TilePanel {
     setMessage(model_.message());
     tabs_->set(groups, model_.group());
     show(sources);
+    paused_->setVisible(!isOn());
+    pause_->setLabel(isOn() ? PanelWords::tr("Pause") : PanelWords::tr("Enable Clipboard History"));
+    pause_->setSymbol(isOn() ? u"pause"_s : QString());
     if (confirm_->isAsking() && asked_ != model_.favourites()) askToClear();
   }
 
@@ -147,6 +151,8 @@ class ClipboardPanel final : public TilePanel {
  private:
   void layOut() {
     body().addWidget(field_);
+    layOutPaused();
+    body().addWidget(paused_);
     body().addWidget(tabs_);
     body().addSpacing(theme::kRowOverhang);
     body().addWidget(none_);
@@ -157,10 +163,30 @@ class ClipboardPanel final : public TilePanel {
     row->addWidget(clear_);
     row->addStretch();
     row->addWidget(pause_);
-    pause_->setSymbol(u"pause"_s);
     addFullWidth(body(), foot_);
     field_->hide();
     none_->hide();
+  }
+
+  void layOutPaused() {
+    auto* column = new QVBoxLayout(paused_);
+    column->setContentsMargins(0, 0, 0, theme::kRowOverhang);
+    column->setSpacing(theme::kRowOverhang);
+    column->addWidget(new TextLabel(PanelWords::tr("Paused. What you copy is not recorded."), TextStyle::Title));
+    auto* about = new TextLabel(u"%1 %2"_s.arg(whatItKeeps(), whatItNeverKeeps()), TextStyle::Caption, Tone::Secondary);
+    about->setWordWrap(true);
+    column->addWidget(about);
+    paused_->hide();
+  }
+
+  bool isOn() const { return store().config().clipboardEnabled; }
+  static QString whatItKeeps() {
+    return PanelWords::tr(
+        "Keeps text, images, files, links and colours you copy, on this Mac only. Nothing is ever exported.");
+  }
+  static QString whatItNeverKeeps() {
+    return PanelWords::tr(
+        "Copies that applications mark as concealed — what password managers use — are never recorded.");
   }
 
   void setUpView() {
@@ -187,13 +213,9 @@ class ClipboardPanel final : public TilePanel {
     EmptyState state{definition().symbol, {}, title(), {}, {}, {}};
     if (!can) {
       state.sentence = can.reason;
-    } else if (!store().config().clipboardEnabled) {
+    } else if (!isOn() && history_.items().isEmpty()) {
       state.title = PanelWords::tr("Clipboard history is off");
-      state.sentence = u"%1\n%2"_s.arg(
-          PanelWords::tr("Keeps text, images, files, links and colours you copy, on this Mac only. Nothing is ever "
-                         "exported."),
-          PanelWords::tr("Copies that applications mark as concealed — what password managers use — are never "
-                         "recorded."));
+      state.sentence = u"%1\n%2"_s.arg(whatItKeeps(), whatItNeverKeeps());
       state.button = PanelWords::tr("Enable Clipboard History");
       state.act = [this] { keep(true); };
     } else if (!history_.problem().isEmpty()) {
@@ -368,6 +390,7 @@ class ClipboardPanel final : public TilePanel {
   ClipboardTabs* tabs_;
   TextLabel* none_;
   ItemView* view_;
+  QWidget* paused_;  ///< Says so while nothing is recorded.
   QWidget* foot_;
   Button* clear_;
   Button* pause_;

@@ -75,7 +75,7 @@ TodayClockContent makeTodayClock(const TileRequest& request) {
   TodayClockContent content{makeTimeDate(request), std::nullopt};
   content.clock.sky = Sky::Here;  // Its place is the weather's.
   if (!request.widget.options.value(option::city).trimmed().isEmpty())
-    content.weather = request.sources.weather.of(request.widget.id);
+    content.weather = WeatherReading::of(request.sources.weather.of(request.widget.id));
   if (content.weather)
     content.weather->temperature = LocalFigures::of(content.weather->temperature, request.sources.locale);
   return content;

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "views/families/clocks/ClockTiles.h"
+#include "views/tiles/WeatherReading.h"
 #include "widgets/ClockWords.h"
 
 namespace tarnwick {

@@ -46,7 +46,12 @@ TileContent placelessWith(const TileRequest& request) {
 void sample(TileSources& sources, const TileSources& samples) { sources.weather.setExample(samples.weather.example()); }
 
 void picture(TileSources& sources) {
-  sources.weather.setExample(WeatherReading{u"6°"_s, u"Kendal"_s, u"Partly cloudy"_s, WeatherPicture::CloudSun});
+  RemoteReading reading;
+  reading.value.value = u"6°"_s;
+  reading.value.subtitle = u"Partly cloudy"_s;
+  reading.value.symbol = u"cloud.sun.fill"_s;
+  reading.value.weather.emplace().city = u"Kendal"_s;
+  sources.weather.setExample(reading);
 }
 
 constexpr std::array kFamilies = {

@@ -4,6 +4,7 @@
 #include "views/families/weather/WeatherRoom.h"
 #include "views/tiles/GenericTile.h"
 #include "views/tiles/TileCanvas.h"
+#include "views/tiles/WeatherReading.h"
 #include "widgets/TileWords.h"
 
 namespace tarnwick {
@@ -85,7 +86,7 @@ GenericContent placeless(const TileRequest& request) {
 }  // namespace
 
 TileContent makeCurrentWeather(const TileRequest& request) {
-  CurrentWeatherContent content{request.sources.weather.of(request.widget.id), placeless(request)};
+  CurrentWeatherContent content{WeatherReading::of(request.sources.weather.of(request.widget.id)), placeless(request)};
   if (content.reading)
     content.reading->temperature = LocalFigures::of(content.reading->temperature, request.sources.locale);
   return content;

@@ -1,0 +1,33 @@
+#include "app/SeenWidgets.h"
+
+#include <QEvent>
+#include <QSet>
+
+#include "app/LiveDocks.h"
+#include "services/Connections.h"
+#include "store/AppStore.h"
+
+namespace tarnwick {
+
+SeenWidgets::SeenWidgets(const AppStore& store, const LiveDocks& docks, Connections& connections)
+    : store_(store), docks_(docks), connections_(connections) {
+  connect(&store_, &AppStore::activeChanged, this, &SeenWidgets::tell);
+}
+
+void SeenWidgets::watch(LiveDock& dock) { dock.installEventFilter(this); }
+
+bool SeenWidgets::eventFilter(QObject* dock, QEvent* event) {
+  if (event->type() == QEvent::Show || event->type() == QEvent::Hide) tell();
+  return QObject::eventFilter(dock, event);
+}
+
+void SeenWidgets::tell() {
+  QSet<QUuid> seen;
+  for (const auto& [display, dock] : docks_.all()) {
+    if (!dock->isVisible()) continue;
+    for (const DockWidget& widget : store_.displayedWidgets(display)) seen.insert(widget.id);
+  }
+  connections_.setSeen(seen);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QObject>
+
+namespace tarnwick {
+
+class AppStore;
+class Connections;
+class LiveDock;
+class LiveDocks;
+
+/// Tells the connections which widgets are on docks that somebody can see. Borrows everything.
+class SeenWidgets final : public QObject {
+  Q_OBJECT
+ public:
+  SeenWidgets(const AppStore& store, const LiveDocks& docks, Connections& connections);
+
+  void watch(LiveDock& dock);
+
+ protected:
+  bool eventFilter(QObject* dock, QEvent* event) override;
+
+ private:
+  void tell();
+
+  const AppStore& store_;
+  const LiveDocks& docks_;
+  Connections& connections_;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QByteArray>
+
+#include "base/Scheduler.h"
+#include "services/ports/HTTPTransport.h"
+
+namespace tarnwick {
+
+/// What the module is made with.
+struct NetworkSetup {
+  Scheduler* scheduler = nullptr;  ///< Must outlive what is made.
+  /// Certificates to trust besides those of the system, as PEM. Only tests have any.
+  QByteArray certificates;
+};
+
+/// The module that holds the toolkit's network library, and its entry point, which gives a transport that its caller
+/// owns.
+constexpr const char* kNetworkModule = "tarnwick-net.so";
+constexpr const char* kNetworkDoor = "tarnwickHTTPTransport";
+using MakeHTTPTransport = HTTPTransport* (*)(const NetworkSetup& setup);
+
+}  // namespace tarnwick

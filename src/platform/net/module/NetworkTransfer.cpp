@@ -1,0 +1,154 @@
+#include "platform/net/module/NetworkTransfer.h"
+
+namespace tarnwick {
+
+namespace {
+
+/// What is kept of a body before it is taken over; more waits at the server.
+constexpr qint64 kReadAhead = 256 * 1024;
+
+/// Seconds; the toolkit itself gives a connection up after thirty.
+constexpr double kLongestConnecting = 35;
+
+/// The thread of the connections does one thing after the other, so this one is closed before that of whoever comes
+/// next is opened.
+void closeReply(QNetworkReply* reply, const QObject* listener) {
+  if (!reply) return;
+  reply->disconnect(listener);
+  if (!reply->isFinished()) reply->abort();
+  reply->deleteLater();
+}
+
+bool isOfProxy(QNetworkReply::NetworkError error) {
+  return error >= QNetworkReply::ProxyConnectionRefusedError && error <= QNetworkReply::UnknownProxyError;
+}
+
+/// A request that is not wanted any more while its connection is being made. The toolkit would go on making it, for
+/// nobody, beside that of whoever comes next: so the place behind the gate is kept until the request has its
+/// connection, which can then be closed, or has failed.
+class Straggler final : public QObject {
+ public:
+  Straggler(QNetworkReply* reply, std::unique_ptr<HostGate::Pass> pass, Scheduler& scheduler, QObject* parent)
+      : QObject(parent), reply_(reply), pass_(std::move(pass)) {
+    connect(reply, &QNetworkReply::requestSent, this, &Straggler::close);
+    connect(reply, &QNetworkReply::metaDataChanged, this, &Straggler::close);
+    connect(reply, &QNetworkReply::finished, this, &Straggler::close);
+    bound_ = scheduler.after(kLongestConnecting, [this] { close(); });
+  }
+
+ private:
+  void close() {
+    closeReply(std::exchange(reply_, nullptr), this);
+    bound_.reset();
+    pass_.reset();
+    disconnect();
+    deleteLater();
+  }
+
+  QNetworkReply* reply_;
+  std::unique_ptr<HostGate::Pass> pass_;
+  JobHandle bound_;
+};
+
+}  // namespace
+
+NetworkTransfer::NetworkTransfer(NetworkTransport& transport, HTTPRequest request, HTTPTransport::Done done)
+    : transport_(transport), request_(std::move(request)), done_(std::move(done)) {
+  pass_ = transport_.gate_.ask(request_.url.host(), [this] {
+    beginning_ = transport_.scheduler_.after(0, [this] { begin(); });
+    deadline_ = transport_.scheduler_.after(HTTPLimits::seconds, [this] { end(HTTPFailure::TimedOut); });
+  });
+}
+
+NetworkTransfer::~NetworkTransfer() { leave(); }
+
+void NetworkTransfer::begin() {
+  transport_.proxies_.find(request_.url, this, [this] { start(); });
+}
+
+void NetworkTransfer::start() {
+  if (!done_) return;
+  reply_ = transport_.start(request_);
+  reply_->setReadBufferSize(kReadAhead);
+  connect(reply_, &QNetworkReply::requestSent, this, [this] { isSent_ = true; });
+  connect(reply_, &QNetworkReply::metaDataChanged, this, &NetworkTransfer::readHead);
+  connect(reply_, &QNetworkReply::readyRead, this, &NetworkTransfer::readBody);
+  connect(reply_, &QNetworkReply::finished, this, &NetworkTransfer::readEnd);
+}
+
+void NetworkTransfer::readHead() {
+  isSent_ = true;
+  const int known = status();
+  if (known >= 300 || (known > 0 && known < 200)) {
+    end(response());
+    return;
+  }
+  const QByteArray encoding = reply_->rawHeader("Content-Encoding").trimmed().toLower();
+  if (encoding == "gzip" || encoding == "x-gzip" || encoding == "deflate") unpacker_.emplace();
+}
+
+void NetworkTransfer::readBody() {
+  if (!reply_ || status() < 200 || status() > 299) return;
+  while (reply_->bytesAvailable() > 0) {
+    QByteArray chunk = reply_->read(kReadAhead);
+    if (chunk.isEmpty()) return;
+    const qsizetype room = HTTPLimits::largestBody - body_.size();
+    if (unpacker_) chunk = unpacker_->add(chunk, room + 1);
+    if (unpacker_ && unpacker_->isDamaged()) {
+      end(HTTPFailure::Unreachable);
+      return;
+    }
+    if (chunk.size() > room) {
+      end(HTTPFailure::TooLarge);
+      return;
+    }
+    body_ += chunk;
+  }
+}
+
+void NetworkTransfer::readEnd() {
+  readBody();
+  if (!reply_) return;
+  const QNetworkReply::NetworkError error = reply_->error();
+  const bool isSuccess = status() >= 200 && status() <= 299;
+  const bool isCut = isSuccess && unpacker_ && !unpacker_->isComplete();
+  if (isCut || (error != QNetworkReply::NoError && (isOfProxy(error) || isSuccess || status() == 0))) {
+    end(HTTPFailure::Unreachable);
+  } else {
+    end(response());
+  }
+}
+
+int NetworkTransfer::status() const {
+  return reply_ ? reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() : 0;
+}
+
+HTTPResponse NetworkTransfer::response() {
+  HTTPResponse response;
+  response.status = status();
+  for (const auto& [name, value] : reply_->rawHeaderPairs()) response.headers.set(name, value.trimmed());
+  response.body = std::move(body_);
+  response.received = transport_.scheduler_.now();
+  return response;
+}
+
+void NetworkTransfer::end(HTTPAnswer answer) {
+  leave();
+  if (const HTTPTransport::Done done = std::exchange(done_, nullptr)) done(std::move(answer));
+}
+
+void NetworkTransfer::leave() {
+  beginning_.reset();
+  deadline_.reset();
+  if (QNetworkReply* reply = std::exchange(reply_, nullptr)) {
+    if (isSent_ || reply->isFinished()) {
+      closeReply(reply, this);
+    } else {
+      reply->disconnect(this);
+      new Straggler(reply, std::move(pass_), transport_.scheduler_, &transport_.manager_);
+    }
+  }
+  pass_.reset();
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QNetworkReply>
+#include <QObject>
+
+#include "platform/net/module/NetworkTransport.h"
+#include "platform/net/module/Unpacker.h"
+
+namespace tarnwick {
+
+/// One exchange, from the queue of its host to its end.
+class NetworkTransfer final : public QObject, public HTTPTransfer {
+ public:
+  NetworkTransfer(NetworkTransport& transport, HTTPRequest request, HTTPTransport::Done done);
+  ~NetworkTransfer() override;
+
+ private:
+  void begin();
+  void start();
+  void readHead();
+  void readBody();
+  void readEnd();
+  int status() const;
+  HTTPResponse response();
+  /// Tells how it came out, by which this may be destroyed.
+  void end(HTTPAnswer answer);
+  /// Closes the connection of what is not over, then gives the place behind the gate up.
+  void leave();
+
+  NetworkTransport& transport_;
+  HTTPRequest request_;
+  HTTPTransport::Done done_;
+  QByteArray body_;
+  QNetworkReply* reply_ = nullptr;
+  bool isSent_ = false;
+  std::optional<Unpacker> unpacker_;  ///< Where the body is packed.
+  JobHandle beginning_;
+  JobHandle deadline_;
+  std::unique_ptr<HostGate::Pass> pass_;
+};
+
+}  // namespace tarnwick

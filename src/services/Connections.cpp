@@ -1,0 +1,38 @@
+#include "services/Connections.h"
+
+#include "base/DomainError.h"
+#include "services/ServiceWords.h"
+
+namespace tarnwick {
+
+namespace {
+
+QString nothingReached() {
+  return ServiceWords::tr("The service could not be reached. Check your connection and service address.");
+}
+
+}  // namespace
+
+QCoro::Task<Capability> Connections::keepsCredentials() const { co_return Capability::no({}); }
+
+QCoro::Task<bool> Connections::hasCredential(DockWidget, std::stop_token) const { co_return false; }
+
+QCoro::Task<> Connections::saveCredential(DockWidget, QString, std::stop_token) { co_return; }
+
+QCoro::Task<> Connections::removeCredential(DockWidget) { co_return; }
+
+QCoro::Task<RemoteValue> Connections::attempt(DockWidget, std::optional<QString>, std::stop_token) {
+  throw DomainError::invalid(nothingReached());
+  co_return RemoteValue();
+}
+
+QCoro::Task<QJsonValue> Connections::answer(DockWidget, std::optional<QString>, std::stop_token) {
+  throw DomainError::invalid(nothingReached());
+  co_return QJsonValue();
+}
+
+QCoro::Task<QList<GeocodeCache::Place>> Connections::places(QString, std::stop_token) {
+  co_return QList<GeocodeCache::Place>();
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QCoroFwd>
+#include <QJsonValue>
+#include <memory>
+#include <stop_token>
+
+#include "config/DockWidget.h"
+#include "services/RemoteValue.h"
+
+namespace tarnwick {
+
+class ServiceSession;
+
+/// A widget that shows one field of what an address of the user's own answers.
+struct CustomEndpoint {
+  /// Asks the widget's `endpoint`, with its credential where one is kept, and reads `field`. Throws DomainError,
+  /// ServiceHTTPError and Cancelled.
+  static QCoro::Task<RemoteValue> fetch(DockWidget widget, std::shared_ptr<ServiceSession> session,
+                                        std::stop_token stop);
+  /// The whole answer. Throws the same.
+  static QCoro::Task<QJsonValue> answer(DockWidget widget, std::shared_ptr<ServiceSession> session,
+                                        std::stop_token stop);
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,306 @@
+#include "services/RemoteValues.h"
+
+#include <QCoroTask>
+#include <algorithm>
+#include <ctime>
+#include <utility>
+
+#include "services/RemoteRules.h"
+
+namespace tarnwick {
+
+double RemoteValues::systemBootClock() {
+  timespec time{};
+  clock_gettime(CLOCK_BOOTTIME, &time);
+  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+}
+
+RemoteValues::RemoteValues(Setup setup)
+    : scheduler_(setup.scheduler),
+      network_(setup.network),
+      loader_(std::move(setup.loader)),
+      cacheFile_(std::move(setup.cacheFile)),
+      bootClock_(std::move(setup.bootClock)) {
+  connect(&setup.session, &SessionEvents::lockedChanged, this, [this](bool locked) {
+    isLocked_ = locked;
+    startOwed();
+  });
+  connect(&setup.session, &SessionEvents::willSleep, this, [this] { isAsleep_ = true; });
+  connect(&setup.session, &SessionEvents::didWake, this, [this] {
+    isAsleep_ = false;
+    startOwed();
+  });
+  connect(&network_, &NetworkReach::changed, this, &RemoteValues::startOwed);
+}
+
+RemoteValues::~RemoteValues() = default;
+
+// --- What is shown --------------------------------------------------------------------------------------------------
+
+std::optional<RemoteReading> RemoteValues::reading(QUuid widget) const {
+  const auto found = remote_.constFind(widget);
+  if (found == remote_.constEnd()) return std::nullopt;
+  RemoteReading reading;
+  reading.value = *found;
+  reading.isLoading = found->loading;
+  reading.isOwed = owed_.contains(widget);
+  // A list or chart that would vanish for the time of a fetch stays.
+  if (const auto good = good_.constFind(widget); reading.isLoading && good != good_.constEnd()) reading.value = *good;
+  if (const auto at = goodAt_.constFind(widget); at != goodAt_.constEnd()) reading.goodAt = *at;
+  if (isPaused(widget)) reading.pausedUntil = pauses_.value(widget).until;
+  return reading;
+}
+
+std::optional<QDateTime> RemoteValues::nextRefresh(QUuid widget) const {
+  const auto shown = std::ranges::find(current_, widget, &DockWidget::id);
+  if (shown == current_.end() || !RemoteRules::isSetUp(*shown)) return std::nullopt;
+  const double seconds = beatAt_ + everyTicks() - scheduler_.reference();
+  const QDateTime next = scheduler_.now().addMSecs(static_cast<qint64>(std::max(0.0, seconds) * 1000));
+  return isPaused(widget) ? std::max(next, pauses_.value(widget).until) : next;
+}
+
+void RemoteValues::write(QUuid widget, const RemoteValue& value) {
+  remote_.insert(widget, value);
+  Q_EMIT changed(widget);
+}
+
+void RemoteValues::forget(QUuid widget) {
+  endFetch(widget);
+  const bool was = remote_.remove(widget);
+  good_.remove(widget);
+  goodAt_.remove(widget);
+  if (cache_.remove(widget)) cacheLater();
+  if (was) Q_EMIT changed(widget);
+}
+
+// --- The document ---------------------------------------------------------------------------------------------------
+
+void RemoteValues::follow(const DockConfiguration& config, const ActiveSets& active) {
+  usesFahrenheit_ = config.weatherUsesFahrenheit();
+  QHash<QUuid, DockWidget> known;
+  for (const DockProfile& profile : config.profiles) {
+    for (const DockWidget& widget : profile.widgets) {
+      if (RemoteRules::isRemote(widget.kind)) known.insert(widget.id, widget);
+    }
+  }
+  std::swap(known, known_);
+  for (const DockWidget& before : std::as_const(known)) {
+    const auto after = known_.constFind(before.id);
+    if (after == known_.constEnd()) {
+      forget(before.id);
+      unseenSince_.remove(before.id);
+    } else if (*after != before) {
+      // An answer to what was asked before the edit is an answer to something else. What is shown stays.
+      endFetch(before.id);
+      if (after->kind != before.kind || after->options != before.options) {
+        if (cache_.remove(before.id)) cacheLater();
+      }
+    }
+  }
+  current_ = active.widgets;
+  current_.removeIf([](const DockWidget& widget) { return !RemoteRules::isRemote(widget.kind); });
+}
+
+/// Ends what is under way for a widget, and what its service asked for.
+void RemoteValues::endFetch(QUuid widget) {
+  jobs_.erase(widget);
+  pauses_.remove(widget);
+  owed_.remove(widget);
+  waiting_.removeIf([widget](const Waiting& waiting) { return waiting.widget == widget; });
+}
+
+// --- Who is refreshed when ------------------------------------------------------------------------------------------
+
+void RemoteValues::start(const DockConfiguration& config, const ActiveSets& active) {
+  beatAt_ = scheduler_.reference();
+  follow(config, active);
+  if (known_.isEmpty()) return;
+  disk_.start([path = cacheFile_] { return RemoteCache::load(path); },
+              [this](const RemoteCache& cache) { takeCached(cache); });
+}
+
+void RemoteValues::beat(const ActiveSets&) {
+  beatAt_ = scheduler_.reference();
+  spread(current_, kSpread);
+}
+
+void RemoteValues::refreshAll() { spread(current_, kSpreadOnRequest); }
+
+/// Lets those that are set up begin one after the other, the seen ones first.
+void RemoteValues::spread(const QList<DockWidget>& widgets, double seconds) {
+  if (isOver_) return;
+  QList<QUuid> wanted;
+  for (const DockWidget& widget : widgets) {
+    if (RemoteRules::isSetUp(widget) && !wanted.contains(widget.id)) wanted << widget.id;
+  }
+  if (wanted.isEmpty()) return;
+  network_.start();
+  std::ranges::stable_partition(wanted, [this](QUuid id) { return !seen_ || seen_->contains(id); });
+  waiting_.removeIf([&](const Waiting& waiting) { return wanted.contains(waiting.widget); });
+  const double gap = std::min(seconds / static_cast<double>(wanted.size()), kLongestGap);
+  double due = scheduler_.reference();
+  for (const QUuid id : std::as_const(wanted)) {
+    waiting_.append({id, due});
+    due += gap;
+  }
+  std::ranges::stable_sort(waiting_, std::ranges::less(), &Waiting::due);
+  next_ = scheduler_.after(0, [this] { startWaiting(); });
+}
+
+void RemoteValues::startWaiting() {
+  next_.reset();
+  while (!waiting_.isEmpty() && std::ssize(jobs_) < kMostAtOnce) {
+    const double left = waiting_.constFirst().due - scheduler_.reference();
+    if (left > 1e-6) {
+      next_ = scheduler_.after(left, [this] { startWaiting(); });
+      return;
+    }
+    const auto widget = known_.constFind(waiting_.takeFirst().widget);
+    if (widget == known_.constEnd()) continue;
+    if (!isHeldBack(*widget)) {
+      begin(*widget);
+    } else if (!owed_.contains(widget->id)) {
+      owed_.insert(widget->id);
+      Q_EMIT changed(widget->id);
+    }
+  }
+}
+
+bool RemoteValues::isUnseen(QUuid widget) const {
+  const auto since = unseenSince_.constFind(widget);
+  return since != unseenSince_.constEnd() && scheduler_.reference() - *since >= kUnseen;
+}
+
+bool RemoteValues::isHeldBack(const DockWidget& widget) const {
+  if (isLocked_ || isAsleep_) return true;
+  if (!network_.isOnline() && RemoteRules::asksTheNet(widget)) return true;
+  return isUnseen(widget.id) && !RemoteRules::isFollowedClosely(widget);
+}
+
+void RemoteValues::startOwed() {
+  QList<DockWidget> due;
+  for (const DockWidget& widget : std::as_const(current_)) {
+    if (owed_.contains(widget.id) && !isHeldBack(widget)) due << widget;
+  }
+  spread(due, kSpreadOnRequest);
+}
+
+void RemoteValues::setSeen(const QSet<QUuid>& widgets) {
+  if (seen_ == widgets) return;
+  const double now = scheduler_.reference();
+  for (const DockWidget& widget : std::as_const(known_)) {
+    if (widgets.contains(widget.id)) {
+      unseenSince_.remove(widget.id);
+    } else if (!unseenSince_.contains(widget.id)) {
+      unseenSince_.insert(widget.id, now);
+    }
+  }
+  seen_ = widgets;
+  startOwed();
+}
+
+// --- One fetch ------------------------------------------------------------------------------------------------------
+
+bool RemoteValues::isPaused(QUuid widget) const {
+  const auto pause = pauses_.constFind(widget);
+  return pause != pauses_.constEnd() && pause->until > scheduler_.now() && pause->bootEnd > bootClock_();
+}
+
+void RemoteValues::refresh(const DockWidget& widget) {
+  if (!isOver_) begin(widget);
+}
+
+void RemoteValues::begin(const DockWidget& widget) {
+  const QUuid id = widget.id;
+  owed_.remove(id);
+  if (isPaused(id)) return;
+  waiting_.removeIf([id](const Waiting& waiting) { return waiting.widget == id; });
+  jobs_.erase(id);
+  // What is read again by the second would flicker.
+  const bool staysShown = !RemoteRules::asksTheNet(widget) && good_.contains(id);
+  const auto previous = remote_.constFind(id);
+  const std::optional<RemoteValue> before = previous == remote_.constEnd() ? std::nullopt : std::optional(*previous);
+  if (!staysShown) write(id, RemoteRules::placeholder(before, scheduler_.now()));
+  jobs_[id] = std::make_unique<RemoteFetch>(
+      scheduler_,
+      [loader = loader_, widget, fahrenheit = usesFahrenheit_](std::stop_token stop) {
+        return loader(widget, fahrenheit, stop);
+      },
+      [this, widget](const RemoteValue& value) { succeed(widget, value); },
+      [this, widget](const FetchFailure& failure) { fail(widget, failure); });
+}
+
+void RemoteValues::succeed(const DockWidget& widget, RemoteValue value) {
+  const auto job = jobs_.extract(widget.id);  // Lives until this returns: it is its function that runs.
+  pauses_.remove(widget.id);
+  value = RemoteRules::cleaned(std::move(value));
+  good_.insert(widget.id, value);
+  goodAt_.insert(widget.id, scheduler_.now());
+  if (RemoteCache::mayKeep(widget)) {
+    cache_.insert(widget.id, RemoteCache::kept(widget, value));
+    cacheLater();
+  }
+  write(widget.id, value);
+  startWaiting();
+}
+
+void RemoteValues::fail(const DockWidget& widget, const FetchFailure& failure) {
+  const auto job = jobs_.extract(widget.id);
+  const QDateTime now = scheduler_.now();
+  if (const auto until = RemoteRules::pause(failure, now)) {
+    const double length = static_cast<double>(now.msecsTo(*until)) / 1000;
+    pauses_.insert(widget.id, {*until, bootClock_() + length});
+  }
+  good_.remove(widget.id);
+  const auto previous = remote_.constFind(widget.id);
+  const std::optional<RemoteValue> before = previous == remote_.constEnd() ? std::nullopt : std::optional(*previous);
+  write(widget.id, RemoteRules::failed(before, failure.sentence, now));
+  startWaiting();
+}
+
+void RemoteValues::end() {
+  isOver_ = true;
+  next_.reset();
+  jobs_.clear();
+  waiting_.clear();
+  if (saving_) saveCache();
+  disk_.finish();
+}
+
+// --- The cache ------------------------------------------------------------------------------------------------------
+
+/// What an answer was faster than stays.
+void RemoteValues::takeCached(const RemoteCache& cache) {
+  hasReadCache_ = true;
+  for (const DockWidget& widget : std::as_const(known_)) {
+    if (cache_.contains(widget.id)) continue;
+    std::optional<RemoteValue> value = cache.valueOf(widget);
+    if (!value) continue;
+    cache_.insert(widget.id, RemoteCache::kept(widget, *value));
+    goodAt_.insert(widget.id, value->updated);
+    const auto shown = remote_.constFind(widget.id);
+    if (shown == remote_.constEnd()) {
+      write(widget.id, *value);
+    } else if (!shown->value) {
+      RemoteValue kept = *shown;
+      kept.value = value->value;
+      write(widget.id, kept);
+    }
+  }
+}
+
+void RemoteValues::cacheLater() {
+  if (!saving_) saving_ = scheduler_.after(kSaveDelay, [this] { saveCache(); });
+}
+
+void RemoteValues::saveCache() {
+  saving_.reset();
+  disk_.start(
+      [path = cacheFile_, cache = RemoteCache{cache_.values()}] {
+        cache.save(path);
+        return true;
+      },
+      [](bool) {});
+}
+
+}  // namespace tarnwick

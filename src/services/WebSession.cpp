@@ -1,0 +1,30 @@
+#include "services/WebSession.h"
+
+#include "services/RemoteAPI.h"
+
+namespace tarnwick {
+
+namespace {
+
+// The session may be gone when these go on.
+QCoro::Task<QString> kept(Keychain keychain, QString account, std::stop_token stop) {
+  const std::optional<QString> credential = co_await keychain.read(account, stop);
+  co_return credential.value_or(QString());
+}
+
+}  // namespace
+
+WebSession::WebSession(std::shared_ptr<HTTPTransport> transport, const Keychain& keychain, const Scheduler& scheduler)
+    : transport_(std::move(transport)), keychain_(keychain), scheduler_(scheduler) {}
+
+QCoro::Task<QJsonValue> WebSession::json(ServiceCall call, std::stop_token stop) {
+  return RemoteAPI::json(transport_, std::move(call), stop);
+}
+
+QCoro::Task<QString> WebSession::credential(DockWidget widget, std::stop_token stop) {
+  return kept(keychain_, Keychain::account(widget), stop);
+}
+
+QCoro::Task<QString> TypedCredential::credential(DockWidget, std::stop_token) { co_return credential_; }
+
+}  // namespace tarnwick

@@ -1,0 +1,62 @@
+#include "services/WidgetLoader.h"
+
+#include <QCoroTask>
+
+#include "base/Cancelled.h"
+#include "base/DomainError.h"
+#include "services/CustomEndpoint.h"
+#include "services/ProviderTable.h"
+#include "services/ServiceWords.h"
+#include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Family.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
+
+namespace tarnwick {
+
+namespace {
+
+bool showsWeather(const QString& kind) {
+  return Catalog::find(kind).family == Family::Weather || kind == kind::todayClock || kind == kind::todayOverview;
+}
+
+/// What a later version reads: a program's own records on this machine, or a service without a row in the table.
+bool comesLater(const QString& mode) {
+  return mode == value::native || mode == value::codexLocal || mode == value::perplexitySession ||
+         mode == value::geminiHistory || mode == value::claudeActivity;
+}
+
+QCoro::Task<RemoteValue> weatherHere(Weather weather, WidgetLoader::Locate locate, bool fahrenheit,
+                                     std::stop_token stop) {
+  const GeocodeCache::Place here = co_await locate(stop);
+  throwIfStopped(stop);
+  RemoteValue value = co_await weather.at(here, fahrenheit, stop);
+  co_return value;
+}
+
+}  // namespace
+
+WidgetLoader::WidgetLoader(Weather weather, Locate locate, const QList<Provider>& providers)
+    : weather_(std::move(weather)), locate_(std::move(locate)), providers_(&providers) {}
+
+QCoro::Task<RemoteValue> WidgetLoader::load(DockWidget widget, std::shared_ptr<ServiceSession> session, bool fahrenheit,
+                                            std::stop_token stop) const {
+  const QString mode = widget.options.value(option::connectionMode);
+  if (showsWeather(widget.kind)) {
+    if (widget.options.value(option::weatherLocation) != value::current)
+      return weather_.at(widget.options.value(option::city), fahrenheit, stop);
+    if (!locate_)
+      throw DomainError::invalid(
+          ServiceWords::tr("Location Services are disabled. Choose a city or enable Location Services."));
+    return weatherHere(weather_, locate_, fahrenheit, stop);
+  }
+  if (mode == value::native) {
+    if (const Provider* provider = providerFor(widget.kind, *providers_); provider && provider->fetch)
+      return fetchFrom(*provider, std::move(widget), std::move(session), stop);
+  }
+  if (comesLater(mode))
+    throw DomainError::invalid(ServiceWords::tr("This connection is not part of this version yet."));
+  return CustomEndpoint::fetch(std::move(widget), std::move(session), stop);
+}
+
+}  // namespace tarnwick

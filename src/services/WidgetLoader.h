@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QCoroFwd>
+#include <functional>
+#include <memory>
+#include <stop_token>
+
+#include "services/Provider.h"
+#include "services/Weather.h"
+
+namespace tarnwick {
+
+/// Fetches what a widget shows, from the source that its kind and its options name. Copies share what they work with.
+class WidgetLoader {
+ public:
+  /// Where the machine is. Throws DomainError and Cancelled.
+  using Locate = std::function<QCoro::Task<GeocodeCache::Place>(std::stop_token stop)>;
+
+  /// `locate` may be empty where nobody can tell. The table outlives it.
+  WidgetLoader(Weather weather, Locate locate, const QList<Provider>& providers);
+
+  /// Throws DomainError, ServiceHTTPError and Cancelled.
+  QCoro::Task<RemoteValue> load(DockWidget widget, std::shared_ptr<ServiceSession> session, bool fahrenheit,
+                                std::stop_token stop) const;
+
+  const Weather& weather() const { return weather_; }
+
+ private:
+  Weather weather_;
+  Locate locate_;
+  const QList<Provider>* providers_;
+};
+
+}  // namespace tarnwick

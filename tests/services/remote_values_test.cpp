@@ -1,0 +1,422 @@
+#include <gtest/gtest.h>
+
+#include <QCoroTask>
+#include <QFile>
+#include <QTemporaryDir>
+#include <coroutine>
+#include <exception>
+
+#include "base/DomainError.h"
+#include "base/ForeignText.h"
+#include "services/RemoteRules.h"
+#include "services/RemoteValues.h"
+#include "services/ServiceHTTPError.h"
+#include "support/TestScheduler.h"
+#include "support/Wait.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+struct SwitchedNetwork final : NetworkReach {
+  void start() override {}
+  bool isOnline() const override { return online; }
+  void set(bool is) {
+    online = is;
+    Q_EMIT changed();
+  }
+  bool online = true;
+};
+
+/// Services that answer when the test says so. Each fetch that began is in `asked`, in order.
+struct Services {
+  struct Turn {
+    DockWidget widget;
+    bool fahrenheit = false;
+    bool isOver = false;
+    RemoteValue value;
+    std::exception_ptr fault;
+    std::coroutine_handle<> waiting;
+  };
+  struct End {
+    std::shared_ptr<Turn> turn;
+    bool await_ready() const noexcept { return turn->isOver; }
+    void await_suspend(std::coroutine_handle<> coroutine) const { turn->waiting = coroutine; }
+    void await_resume() const noexcept {}
+  };
+
+  QCoro::Task<RemoteValue> load(DockWidget widget, bool fahrenheit, std::stop_token) {
+    const auto turn = std::make_shared<Turn>();
+    turn->widget = std::move(widget);
+    turn->fahrenheit = fahrenheit;
+    asked << turn;
+    const End end{turn};
+    co_await end;
+    if (turn->fault) std::rethrow_exception(turn->fault);
+    co_return turn->value;
+  }
+  static void finish(const std::shared_ptr<Turn>& turn) {
+    turn->isOver = true;
+    if (turn->waiting) std::exchange(turn->waiting, {}).resume();
+  }
+  void answer(qsizetype index, const QString& headline) {
+    asked[index]->value.value = headline;
+    asked[index]->value.updated = QDateTime(QDate(2026, 11, 24), QTime(10, 24), QTimeZone::utc());
+    asked[index]->value.rows = {{u"1"_s, u"a row"_s, {}, QUrl(u"javascript:alert(1)"_s)}};
+    finish(asked[index]);
+  }
+  template <class Error>
+  void fail(qsizetype index, const Error& error) {
+    asked[index]->fault = std::make_exception_ptr(error);
+    finish(asked[index]);
+  }
+  /// What a cancelled fetch holds ends with its coroutine.
+  ~Services() {
+    for (const auto& turn : asked) {
+      if (!turn->isOver) finish(turn);
+    }
+  }
+
+  QList<std::shared_ptr<Turn>> asked;
+};
+
+DockWidget connected(const QString& name) {
+  return {QUuid::createUuid(),
+          kind::revenueStripe.toString(),
+          name,
+          {{option::endpoint, u"https://numbers.example/"_s + name}}};
+}
+
+struct RemoteTest : ::testing::Test {
+  RemoteTest() { restart(); }
+
+  void restart() {
+    values.reset();
+    values = std::make_unique<RemoteValues>(
+        RemoteValues::Setup{.scheduler = time,
+                            .session = session,
+                            .network = network,
+                            .loader = [this](DockWidget widget, bool fahrenheit,
+                                             std::stop_token stop) { return services.load(widget, fahrenheit, stop); },
+                            .cacheFile = folder.filePath(u"remote-cache.json"_s),
+                            .bootClock = [this] { return time.reference() + slept; }});
+  }
+  void show(const QList<DockWidget>& widgets) {
+    config.profiles[0].widgets = widgets;
+    values->follow(config, ActiveSets::of(widgets));
+  }
+  void startWith(const QList<DockWidget>& widgets) {
+    config.profiles[0].widgets = widgets;
+    values->start(config, ActiveSets::of(widgets));
+  }
+  RemoteValue shown(const DockWidget& widget) const { return values->remote().value(widget.id); }
+  QStringList names() const {
+    QStringList all;
+    for (const auto& turn : services.asked) all << turn->widget.title;
+    return all;
+  }
+  void refresh(const DockWidget& widget) {
+    values->refresh(widget);
+    time.advance(0);
+  }
+  test::TestScheduler time;
+  SessionEvents session;
+  SwitchedNetwork network;
+  Services services;
+  QTemporaryDir folder;
+  double slept = 0;
+  DockConfiguration config;
+  std::unique_ptr<RemoteValues> values;
+};
+
+TEST_F(RemoteTest, AHeadlineStaysWhileItIsFetchedAndAfterAFailure) {
+  const DockWidget sales = connected(u"sales"_s);
+  show({sales});
+  refresh(sales);
+  EXPECT_TRUE(shown(sales).loading);
+  EXPECT_FALSE(shown(sales).value);
+  EXPECT_EQ(shown(sales).subtitle, u"Updating…"_s);
+  services.answer(0, u"12\u202E\n3"_s);
+  EXPECT_EQ(shown(sales).value, u"12 3"_s) << "what turns the text around is shown";
+  EXPECT_FALSE(shown(sales).rows.constFirst().url) << "an address that is none of the web's opens";
+
+  refresh(sales);
+  EXPECT_EQ(shown(sales).value, u"12 3"_s);
+  EXPECT_TRUE(shown(sales).rows.isEmpty());
+  const auto painted = values->reading(sales.id);
+  EXPECT_TRUE(painted->isLoading);
+  EXPECT_EQ(painted->value.rows.size(), 1) << "the list vanishes for the time of a fetch";
+  services.fail(1, DomainError::invalid(u"The service is on holiday."_s));
+  EXPECT_EQ(shown(sales).value, u"12 3"_s);
+  EXPECT_TRUE(shown(sales).failed);
+  EXPECT_EQ(shown(sales).subtitle, u"The service is on holiday."_s);
+  EXPECT_TRUE(values->reading(sales.id)->value.rows.isEmpty());
+  EXPECT_EQ(values->reading(sales.id)->goodAt, time.now());
+}
+
+TEST_F(RemoteTest, TheLatestFetchAloneWrites) {
+  const DockWidget sales = connected(u"sales"_s);
+  show({sales});
+  refresh(sales);
+  refresh(sales);
+  services.answer(1, u"new"_s);
+  services.answer(0, u"old"_s);
+  EXPECT_EQ(shown(sales).value, u"new"_s);
+
+  // An edit ends what is under way and leaves what is shown.
+  refresh(sales);
+  DockWidget edited = sales;
+  edited.options[option::field] = u"total"_s;
+  show({edited});
+  services.answer(2, u"of another field"_s);
+  EXPECT_EQ(shown(sales).value, u"new"_s);
+
+  refresh(edited);
+  show({});
+  services.answer(3, u"of nobody"_s);
+  EXPECT_TRUE(values->remote().isEmpty());
+
+  show({sales});
+  refresh(sales);
+  values->end();
+  services.answer(4, u"too late"_s);
+  EXPECT_FALSE(shown(sales).value);
+  refresh(sales);
+  EXPECT_EQ(services.asked.size(), 5) << "something is fetched after the end";
+}
+
+TEST_F(RemoteTest, AServiceThatWantsToBeLeftAloneIs) {
+  struct Case {
+    const char* name;
+    std::optional<qint64> retry;  ///< Seconds from now.
+    double jump, advance, sleep;
+    bool isAsked;
+  };
+  const Case cases[] = {
+      {"without a date, too early", std::nullopt, 0, 299, 0, false},
+      {"without a date", std::nullopt, 0, 301, 0, true},
+      {"with a date, too early", 60, 0, 59, 0, false},
+      {"with a date", 60, 0, 61, 0, true},
+      {"the clock is set back", 60, -86400, 61, 0, true},
+      {"the clock is set ahead", 60, 61, 0, 0, true},
+      {"the machine slept", 60, -86400, 1, 61, true},
+  };
+  for (const Case& each : cases) {
+    SCOPED_TRACE(each.name);
+    const DockWidget sales = connected(QString::fromLatin1(each.name));
+    show({sales});
+    refresh(sales);
+    const auto retryAt = each.retry ? std::optional(time.now().addSecs(*each.retry)) : std::nullopt;
+    services.fail(services.asked.size() - 1, ServiceHTTPError(429, retryAt));
+    const RemoteValue failed = shown(sales);
+    const qsizetype before = services.asked.size();
+    time.jump(each.jump);
+    time.advance(each.advance);
+    slept += each.sleep;
+    refresh(sales);
+    EXPECT_EQ(services.asked.size(), before + each.isAsked);
+    if (!each.isAsked) {
+      EXPECT_EQ(shown(sales), failed) << "a placeholder hides the sentence";
+    }
+    time.jump(-each.jump);
+  }
+
+  // Another failure sets none, and does not end one; an edit does.
+  const DockWidget sales = connected(u"sales"_s);
+  show({sales});
+  refresh(sales);
+  services.fail(services.asked.size() - 1, ServiceHTTPError(500));
+  EXPECT_FALSE(values->reading(sales.id)->pausedUntil);
+  refresh(sales);
+  services.fail(services.asked.size() - 1, ServiceHTTPError(429));
+  EXPECT_EQ(values->reading(sales.id)->pausedUntil, time.now().addSecs(RemoteRules::kPause));
+  DockWidget edited = sales;
+  edited.options[option::field] = u"total"_s;
+  show({edited});
+  const qsizetype before = services.asked.size();
+  refresh(edited);
+  EXPECT_EQ(services.asked.size(), before + 1);
+}
+
+TEST_F(RemoteTest, RefreshesAreSpreadTheSeenOnesFirst) {
+  QList<DockWidget> widgets;
+  for (int number = 0; number < 20; ++number) widgets << connected(QString::number(number));
+  DockWidget unset = connected(u"unset"_s);
+  unset.options.clear();
+  widgets.prepend(unset);
+  show(widgets);
+  values->setSeen({widgets[15].id});
+  values->refreshAll();
+  time.advance(0);
+  EXPECT_EQ(names(), QStringList{u"14"_s}) << "the seen one, and not all in one instant";
+  time.advance(RemoteValues::kSpreadOnRequest);
+  EXPECT_EQ(services.asked.size(), RemoteValues::kMostAtOnce);
+  EXPECT_FALSE(values->remote().contains(widgets[20].id)) << "what waits shows what it showed";
+  for (qsizetype index = 0; index < 20; ++index) {
+    ASSERT_LT(index, services.asked.size());
+    services.answer(index, u"1"_s);
+    time.advance(0.01);
+  }
+  EXPECT_EQ(services.asked.size(), 20);
+  EXPECT_FALSE(values->remote().contains(unset.id));
+  EXPECT_EQ(time.waiting(), 1) << "only the cache waits to be written";
+}
+
+TEST_F(RemoteTest, WhatCannotBeAskedNowIsOwedAndAskedOnce) {
+  const DockWidget sales = connected(u"sales"_s);
+  DockWidget local{
+      QUuid::createUuid(), kind::codexUsage.toString(), u"local"_s, {{option::connectionMode, value::codexLocal}}};
+  struct Case {
+    const char* name;
+    std::function<void()> begin, end;
+    QStringList meanwhile;
+  };
+  const Case cases[] = {
+      {"offline", [&] { network.set(false); }, [&] { network.set(true); }, {u"local"_s}},
+      {"locked", [&] { Q_EMIT session.lockedChanged(true); }, [&] { Q_EMIT session.lockedChanged(false); }, {}},
+      {"asleep", [&] { Q_EMIT session.willSleep(); }, [&] { Q_EMIT session.didWake(); }, {}},
+      {"unseen",
+       [&] {
+         values->setSeen({});
+         time.advance(RemoteValues::kUnseen);
+       },
+       [&] {
+         values->setSeen({sales.id, local.id});
+       },
+       {}},
+  };
+  show({sales, local});
+  for (const Case& each : cases) {
+    SCOPED_TRACE(each.name);
+    services.asked.clear();
+    each.begin();
+    values->refreshAll();
+    time.advance(60);
+    values->refreshAll();
+    time.advance(60);
+    for (qsizetype index = 0; index < services.asked.size(); ++index) services.answer(index, u"1"_s);
+    QStringList asked = names();
+    asked.removeDuplicates();
+    EXPECT_EQ(asked, each.meanwhile);
+    services.asked.clear();
+    each.end();
+    time.advance(10);
+    QStringList owed{u"sales"_s, u"local"_s};
+    for (const QString& name : each.meanwhile) owed.removeAll(name);
+    EXPECT_EQ(names(), owed);
+    for (qsizetype index = 0; index < services.asked.size(); ++index) services.answer(index, u"1"_s);
+    each.end();
+    time.advance(10);
+    EXPECT_EQ(names(), owed) << "it is asked again for one reason";
+  }
+
+  // What the user asks for is asked.
+  network.set(false);
+  services.asked.clear();
+  refresh(sales);
+  EXPECT_EQ(names(), QStringList{u"sales"_s});
+}
+
+TEST_F(RemoteTest, HeadlinesOutliveTheProgramWithoutTheirSecrets) {
+  const DockWidget sales = connected(u"sales"_s);
+  DockWidget mail{
+      QUuid::createUuid(), kind::gmailLatest.toString(), u"mail"_s, {{option::endpoint, u"https://mail.example/"_s}}};
+  startWith({sales, mail});
+  refresh(sales);
+  refresh(mail);
+  services.answer(0, u"1,204"_s);
+  services.answer(1, u"a letter"_s);
+  values->end();
+  QFile file(folder.filePath(u"remote-cache.json"_s));
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_EQ(file.permissions() & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
+  const QByteArray kept = file.readAll();
+  for (const char* secret : {"a letter", "a row", "https", "/sales"}) EXPECT_FALSE(kept.contains(secret)) << secret;
+
+  restart();
+  startWith({sales, mail});
+  ASSERT_TRUE(waitFor([&] { return !values->remote().isEmpty(); }));
+  EXPECT_EQ(shown(sales).value, u"1,204"_s);
+  EXPECT_EQ(values->reading(sales.id)->goodAt, time.now());
+  EXPECT_FALSE(values->remote().contains(mail.id));
+
+  // Neither another host's answer nor what cannot be read is shown.
+  values->end();
+  restart();
+  DockWidget moved = sales;
+  moved.options[option::endpoint] = u"https://elsewhere.example/sales"_s;
+  EXPECT_FALSE(RemoteCache::load(file.fileName()).valueOf(moved));
+  EXPECT_TRUE(RemoteCache::load(file.fileName()).valueOf(sales));
+  for (const QByteArray& broken : {QByteArray("{"), QByteArray("[]"), QByteArray(2'000'001, ' ')}) {
+    QFile(file.fileName()).remove();
+    QFile damaged(file.fileName());
+    ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
+    damaged.write(broken);
+    damaged.close();
+    EXPECT_TRUE(RemoteCache::load(file.fileName()).values.isEmpty());
+  }
+  RemoteCache huge;
+  for (int number = 0; number < 100; ++number) {
+    huge.values << CachedValue{QUuid::createUuid(), {}, {}, QString(60'000, u'x'), {}, {}, static_cast<double>(number)};
+  }
+  const QByteArray encoded = huge.encoded();
+  EXPECT_LE(encoded.size(), RemoteCache::kMostBytes);
+  EXPECT_EQ(RecordCodec::fromBytes<RemoteCache>(encoded).values.constFirst().updated, 99);
+}
+
+TEST(RemoteRules, OnlyWhatIsSetUpIsFetched) {
+  struct Case {
+    QString kind;
+    QMap<QString, QString> options;
+    bool isSetUp;
+  };
+  const Case cases[] = {
+      {kind::revenueStripe.toString(), {}, false},
+      {kind::revenueStripe.toString(), {{option::endpoint, u"https://x.example"_s}}, true},
+      {kind::revenueStripe.toString(), {{option::connectionMode, value::native}}, false},
+      {kind::codexUsage.toString(), {{option::connectionMode, value::codexLocal}}, true},
+      {kind::xStudio.toString(), {{option::endpoint, u"https://x.example"_s}}, true},
+      {kind::todayClock.toString(), {{option::city, u"Oslo"_s}}, true},
+      {kind::todayOverview.toString(), {{option::weatherLocation, value::current}}, true},
+      {kind::weatherForecast.toString(), {{option::weatherLocation, u"elsewhere"_s}}, false},
+      {kind::digitalClock.toString(), {{option::city, u"Oslo"_s}}, false},
+  };
+  for (const Case& each : cases) {
+    EXPECT_EQ(RemoteRules::isSetUp({{}, each.kind, {}, each.options}), each.isSetUp) << qPrintable(each.kind);
+  }
+}
+
+TEST(ForeignText, LosesWhatActsOnOthers) {
+  struct Case {
+    QString text, line;
+  };
+  const QString family = u"\U0001F468\u200D\U0001F469\u200D\U0001F467"_s;
+  const Case cases[] = {
+      {u"plain"_s, u"plain"_s},
+      {u"a\r\nb\u2028c\td"_s, u"a b c d"_s},
+      {u"\u202Eevil\u202C \u2066x\u2069\a\u009B"_s, u"evil x"_s},
+      {u"<img src=x>&lt;"_s, u"<img src=x>&lt;"_s},
+      {family.repeated(400), family.repeated(299) + u'…'},
+      {QString(1'000'000, u'x'), QString(299, u'x') + u'…'},
+      {QString(300, u'x'), QString(300, u'x')},
+      {u"ends\n"_s, u"ends"_s},
+  };
+  for (const Case& each : cases) EXPECT_EQ(ForeignText::line(each.text), each.line);
+
+  const std::pair<QString, bool> addresses[] = {{u"https://example.dev/a"_s, true},
+                                                {u"http://example.dev"_s, true},
+                                                {u"ftp://example.dev"_s, false},
+                                                {u"https:///a"_s, false},
+                                                {u"https://user@example.dev"_s, false},
+                                                {u"file:///etc/passwd"_s, false},
+                                                {u"https://example.dev/"_s + QString(2000, u'x'), false},
+                                                {{}, false}};
+  for (const auto& [address, opens] : addresses)
+    EXPECT_EQ(ForeignText::mayOpen(QUrl(address)), opens) << qPrintable(address);
+}
+
+}  // namespace
+}  // namespace tarnwick
