@@ -1,5 +1,6 @@
 #include <linux/input-event-codes.h>
 
+#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <utility>
@@ -22,11 +23,11 @@ class KWinDesk final : public CompositorDesk {
     for (const std::uint32_t code : keys) kwin_.tap(code);
     for (const std::uint32_t code : held) kwin_.key(code, false);
   }
+  // The displays of KWin without hardware have no size in inches, by which terminals may divide.
   std::unique_ptr<TestTerminal> terminal() override {
     moveTo(away());
-    return std::make_unique<TestTerminal>(QStringList{QStringLiteral("foot"), QStringLiteral("--title"),
-                                                      TestTerminal::title(), QStringLiteral("-o"),
-                                                      QStringLiteral("key-bindings.clipboard-paste=Control+v")});
+    const QString program = QCoreApplication::applicationDirPath() + QStringLiteral("/pipe_terminal");
+    return std::make_unique<TestTerminal>(QStringList{program, TestTerminal::title()});
   }
   // KWin opens windows in the middle of the display with the pointer.
   std::unique_ptr<OtherWindow> film() override {
