@@ -140,10 +140,11 @@ class AppearancePage final : public SettingsPage {
     showWhile(
         borders, [](const DockConfiguration& config) { return config.tiles; },
         SettingsWords::tr("Only while “Widget tile fills” is on."));
-    addSegments(card, {QT_TRANSLATE_NOOP("Settings", "Widget colors")},
-                {[](const DockConfiguration& config) { return config.monochrome ? u"true"_s : u"false"_s; },
-                 [](DockConfiguration& config, const QString& value) { config.monochrome = value == "true"_L1; }},
-                kWidgetColors);
+    addSegments(
+        card, {QT_TRANSLATE_NOOP("Settings", "Widget colors"), "", QT_TRANSLATE_NOOP("Settings", "colours monochrome")},
+        {[](const DockConfiguration& config) { return config.monochrome ? u"true"_s : u"false"_s; },
+         [](DockConfiguration& config, const QString& value) { config.monochrome = value == "true"_L1; }},
+        kWidgetColors);
     addDropDown(
         card,
         {QT_TRANSLATE_NOOP("Settings", "App icons"), QT_TRANSLATE_NOOP("Settings", "Auto: dark icons in a dark dock."),

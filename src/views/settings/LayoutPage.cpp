@@ -155,7 +155,9 @@ class LayoutPage final : public SettingsPage {
     alignment->findChild<Segments*>()->setLayoutDirection(Qt::LeftToRight);
     showWhile(alignment, hasEdge);
     showWhile(
-        addSlider(card, {QT_TRANSLATE_NOOP("Settings", "Distance from the edge")},
+        addSlider(card,
+                  {QT_TRANSLATE_NOOP("Settings", "Distance from the edge"), "",
+                   QT_TRANSLATE_NOOP("Settings", "gap margin spacing")},
                   settingField(&DockConfiguration::edgeGap), {0, 180, 1, QT_TRANSLATE_NOOP("Settings", "%1 px"), 0}),
         hasEdge);
     addSegments(card, {QT_TRANSLATE_NOOP("Settings", "When widgets don't fit")},
