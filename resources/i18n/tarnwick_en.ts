@@ -18,7 +18,7 @@
     </message>
     <message>
         <source>Replace the macOS Dock</source>
-        <translation>Replace the System Dock</translation>
+        <translation>Replace System Dock</translation>
     </message>
     <message>
         <source>Hides the macOS Dock and stays fixed at the bottom in its place.</source>
