@@ -60,6 +60,11 @@ QSize LevelBars::sizeHint() const {
   return {200, rows() == 1 ? kLevelHeight : rows() * (kLowHeight + kRowGap) - kRowGap};
 }
 
+void LevelBars::setAlarm(double level) {
+  alarm_ = level;
+  update();
+}
+
 void LevelBars::paintEvent(QPaintEvent*) {
   if (levels_.isEmpty()) return;
   QPainter painter(this);
@@ -79,7 +84,8 @@ void LevelBars::paintEvent(QPaintEvent*) {
     if (level < 0.5) continue;
     QRectF filled = box;
     filled.setTop(box.bottom() - std::max(level, std::min(corner, high)));
-    drawRounded(painter, filled, std::min(corner, filled.height() / 2), look.accentColor());
+    drawRounded(painter, filled, std::min(corner, filled.height() / 2),
+                levels_[i] > alarm_ ? look.palette.accent(Accent::Red) : look.accentColor());
   }
 }
 

@@ -16,6 +16,8 @@ class LevelBars final : public QWidget {
 
   /// From 0 to 1.
   void setLevels(const QList<double>& levels);
+  /// Above which level a bar warns by its colour.
+  void setAlarm(double level);
   QSize sizeHint() const override;
 
  protected:
@@ -26,6 +28,7 @@ class LevelBars final : public QWidget {
 
   QString label_;
   QList<double> levels_;
+  double alarm_ = 1;
 };
 
 /// A whole in parts: a bar in shades of the accent, each paler than the one before and the last left empty, and below

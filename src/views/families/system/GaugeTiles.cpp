@@ -23,7 +23,6 @@ constexpr double kLabelBaseline = 57.5;
 constexpr double kLabelSpace = 27;
 /// Below this scale the least size of a text makes the label run into the ends of the arc.
 constexpr double kLabelScale = 0.8;
-constexpr int kAlarming = 85;
 
 GaugeContent gauge(const TileRequest& request, double MetricsSnapshot::*share, const QString& label) {
   GaugeContent content;
@@ -57,7 +56,7 @@ void paint(TileCanvas& canvas, const GaugeContent& content) {
   canvas.arc(centre, kRadius, kStroke, kBegin, kSweep, canvas.colors().track);
   const int percent = content.percent.value_or(0);
   if (percent > 0) {
-    const QColor color = percent > kAlarming ? canvas.colors().accent(Accent::Red) : canvas.accent();
+    const QColor color = percent > kAlarmingPercent ? canvas.colors().accent(Accent::Red) : canvas.accent();
     canvas.arc(centre, kRadius, kStroke, kBegin, kSweep * percent / 100, color);
   }
   const TextLine figure = canvas.line(content.percent ? LocalFigures::number(percent) : u"–"_s, TextStyle::Gauge);

@@ -9,6 +9,9 @@ namespace tarnwick {
 
 class TileCanvas;
 
+/// More of a hundred than this is so much that the user should see it by the colour.
+inline constexpr int kAlarmingPercent = 85;
+
 /// A share of a hundred on an arc.
 struct GaugeContent {
   std::optional<int> percent;  ///< Absent until it was read.

@@ -8,6 +8,7 @@
 #include "views/controls/Charts.h"
 #include "views/controls/Meters.h"
 #include "views/controls/Rows.h"
+#include "views/families/system/GaugeTiles.h"
 #include "views/families/system/MachineWords.h"
 #include "views/families/system/ProcessSection.h"
 #include "views/panels/PanelWords.h"
@@ -20,6 +21,11 @@ namespace {
 
 /// The beat takes one every other second.
 constexpr int kSampleSeconds = 2;
+
+/// The accent of a share of a hundred where it is not the look's own.
+std::optional<Accent> warningOf(double percent) {
+  return percent >= kAlarmingPercent + 0.5 ? std::optional(Accent::Red) : std::nullopt;
+}
 
 double mostOf(const QList<double>& values) { return values.isEmpty() ? 0 : *std::ranges::max_element(values); }
 
@@ -89,6 +95,7 @@ class ProcessorPanel final : public MetricsPanel {
         coresLabel_(addSection(PanelWords::tr("Cores"))),
         cores_(new LevelBars(PanelWords::tr("Load of each core"))),
         processes_(new ProcessSection(context, ProcessOrder::CPU)) {
+    cores_->setAlarm(kAlarmingPercent / 100.0);
     body().addWidget(cores_);
     body().addWidget(processes_);
     ticks(TickCadence::Second);  // The cores and processes are read here.
@@ -98,7 +105,7 @@ class ProcessorPanel final : public MetricsPanel {
  protected:
   void fill(const MetricsSnapshot& now, const TileSources& sources) override {
     figure().setFigure(MachineWords::percent(now.cpu), LocalFigures::percentSign());
-    chart_->setSeries({{sources.cpuHistory, {}}});
+    chart_->setSeries({{sources.cpuHistory, warningOf(now.cpu)}});
     const MachineReading reading = machine().read();
     const QString facts = MachineWords::processor(sources.locale, reading);
     figure().setLines(facts.isEmpty() ? PanelWords::tr("of all processors") : facts, MachineWords::uptime(reading));
@@ -153,8 +160,9 @@ class MemoryPanel final : public MetricsPanel {
                                               MachineWords::memory(locale, now.memoryTotal));
     const QString swap = parts ? MachineWords::swap(locale, *parts) : QString();
     figure().setLines(PanelWords::tr("%1 in use").arg(used), swap);
-    chart_->setSeries({{sources.memoryHistory, {}}});
+    chart_->setSeries({{sources.memoryHistory, warningOf(now.memory)}});
     bar_->setShare(now.memory / 100);
+    bar_->setAccent(warningOf(now.memory));
     bar_->setVisible(!parts);
     parts_->setVisible(parts.has_value());
     if (parts) showParts(locale, *parts);
@@ -194,7 +202,7 @@ class StoragePanel final : public MetricsPanel {
     figure().setFigure(MachineWords::percent(now.disk), LocalFigures::percentSign());
     figure().setLines(PanelWords::tr("%1 available").arg(MachineWords::disk(sources.locale, now.diskFree)));
     bar_->setShare(share);
-    bar_->setAccent(now.disk > 85 ? std::optional(Accent::Red) : std::nullopt);
+    bar_->setAccent(warningOf(now.disk));
     used_->setValue(size(capacity * share));
     free_->setValue(MachineWords::disk(sources.locale, now.diskFree));
     all_->setValue(size(capacity));
@@ -311,7 +319,8 @@ class SystemPanel final : public MetricsPanel {
     figure().setFigure(MachineWords::percent(now.cpu), LocalFigures::percentSign());
     figure().setLines(PanelWords::tr("Processor"),
                       PanelWords::tr("Memory %1").arg(MachineWords::percentWithSign(now.memory)));
-    chart_->setSeries({{sources.cpuHistory, Accent::Green}, {sources.memoryHistory, Accent::Purple}});
+    chart_->setSeries({{sources.cpuHistory, warningOf(now.cpu).value_or(Accent::Green)},
+                       {sources.memoryHistory, warningOf(now.memory).value_or(Accent::Purple)}});
     processor_->setValue(MachineWords::percentWithSign(now.cpu));
     memory_->setValue(MachineWords::percentWithSign(now.memory));
   }
