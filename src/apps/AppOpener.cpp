@@ -8,6 +8,7 @@
 #include "apps/DefaultApplication.h"
 #include "apps/StandardApplications.h"
 #include "base/DomainError.h"
+#include "base/Text.h"
 
 namespace tarnwick {
 
@@ -19,9 +20,15 @@ struct AppOpenerWords {
   Q_DECLARE_TR_FUNCTIONS(AppOpener)
 };
 
+/// What a sentence calls it: a file by its name, an address by its host, each short enough for one line.
 QString nameOf(const QUrl& url) {
-  const QString name = url.isLocalFile() ? QFileInfo(url.toLocalFile()).fileName() : url.toDisplayString();
-  return name.isEmpty() ? url.toDisplayString(QUrl::PreferLocalFile) : name;
+  constexpr qsizetype kMost = 32;
+  constexpr qsizetype kEnd = 12;
+  QString name = url.isLocalFile() ? QFileInfo(url.toLocalFile()).fileName() : url.host();
+  if (name.isEmpty()) name = url.toDisplayString(QUrl::PreferLocalFile);
+  const QStringList characters = Text::characters(name);
+  if (characters.size() <= kMost) return name;
+  return characters.first(kMost - kEnd).join(QString()) + u'…' + characters.last(kEnd).join(QString());
 }
 
 /// What a look at a file finds; no types for one that is gone.

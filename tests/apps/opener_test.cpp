@@ -80,11 +80,15 @@ TEST_F(OpenerTest, WaitsForTheApplicationsAndSaysWhatFails) {
   opener->open(QUrl(u"https://example.org/a"_s));
   ASSERT_TRUE(waitFor([&] { return failures.size() == 2; }));
   opener->start(system(u"removed.desktop"_s));
-  EXPECT_EQ(failures.size(), 2);
+  const QString tail = QString(300, u'x');
+  opener->open(QUrl(u"https://example.org/search?q="_s + tail));
+  opener->open(QUrl(u"other:"_s + tail + u"end-of-it"_s));
+  ASSERT_TRUE(waitFor([&] { return failures.size() == 4; }));
   scheduler.advance(AppOpener::kPatience + 0.1);
-  EXPECT_EQ(failures,
-            (QStringList{u"“gone.txt” no longer exists."_s, u"No installed app opens “https://example.org/a”."_s,
-                         u"“removed” is not installed any more."_s}));
+  EXPECT_EQ(failures, (QStringList{u"“gone.txt” no longer exists."_s, u"No installed app opens “example.org”."_s,
+                                   u"No installed app opens “example.org”."_s,
+                                   u"No installed app opens “other:xxxxxxxxxxxxxx…xxxend-of-it”."_s,
+                                   u"“removed” is not installed any more."_s}));
 }
 
 /// An entry on the user's desktop, and a user who answers.
