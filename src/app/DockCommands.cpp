@@ -12,6 +12,7 @@
 #include "store/AppStore.h"
 #include "store/Commands.h"
 #include "store/DocumentEdits.h"
+#include "views/dock/UndoBubble.h"
 #include "widgets/PinnedTiles.h"
 #include "widgets/WidgetFolder.h"
 #include "widgets/catalog/KindTraits.h"
@@ -41,8 +42,16 @@ QString newWindowAction(const DesktopEntry& entry) {
 DockCommands::DockCommands(AppStore& store, const Services& services, Commands& commands)
     : store_(store), services_(services), commands_(commands) {
   connect(&services_.opener, &AppOpener::started, this, &DockCommands::launchBegan);
-  connect(&services_.opener, &AppOpener::failed, &store_, &AppStore::setError);
+  connect(&services_.opener, &AppOpener::failed, this, &DockCommands::tellFailure);
   connect(&services_.runningApps, &RunningApplications::changed, this, &DockCommands::runningChanged);
+}
+
+/// Nothing is to be done about it, so it stays no longer than what is said of other things that were done.
+void DockCommands::tellFailure(const QString& sentence) {
+  store_.setError(sentence);
+  message_ = store_.scheduler().after(UndoBubble::kLife, [this, sentence] {
+    if (store_.error() == sentence) store_.clearError();
+  });
 }
 
 // --- Tiles ----------------------------------------------------------------------------------------------------------

@@ -81,6 +81,7 @@ class DockCommands : public QObject {
   bool isSecondClick(const QString& what);
   void turnTo(const QString& display, quint64 application);
   bool openPlace(const QString& display, const DockWidget& widget);
+  void tellFailure(const QString& sentence);
   void launchBegan(const QString& entryPath);
   void runningChanged();
   void sendTileRects();
@@ -88,6 +89,7 @@ class DockCommands : public QObject {
   AppStore& store_;
   const Services& services_;
   Commands& commands_;
+  JobHandle message_;  ///< The end of a message about something that could not be opened.
   std::map<QString, Launch> launching_;
   std::map<QString, QHash<quint64, QRectF>> tiles_;
   QHash<quint64, QRectF> sent_;           ///< By window.
