@@ -119,7 +119,8 @@ void ProgramCommands::changeWidget(const DockWidget& widget, const QString& disp
 }
 
 QUuid ProgramCommands::addWidget(const QString& kind, const QString& display) {
-  return presenter().edits().add(kind, store_.profile(display).id);
+  if (!presenter().edits().insert({{{}, kind, {}, {}}}, display)) return {};
+  return store_.profile(display).widgets.last().id;
 }
 
 void ProgramCommands::offerUndo(const QString& display, const QString& sentence, const std::function<void()>& undo,

@@ -1,4 +1,5 @@
 #include "store/UndoableEdits.h"
+#include "store/AddedWords.h"
 
 #include <QFileInfo>
 #include <QPointer>
@@ -75,9 +76,10 @@ bool UndoableEdits::isHeld(const QString& path, const QString& display) const {
 bool UndoableEdits::insert(const QList<DockWidget>& widgets, const QString& display, qsizetype index) {
   const QList<DockWidget> shown = store_.displayedWidgets(display);
   const QUuid before = index >= 0 && index < shown.size() ? shown[index].id : QUuid();
-  const QList<DockWidget> added = store_.addWidgets(widgets, store_.profile(display).id, before);
+  const QUuid profile = store_.profile(display).id;
+  const QList<DockWidget> added = store_.addWidgets(widgets, profile, before);
   if (added.isEmpty()) return false;
-  const QString sentence = added.size() == 1 ? tr("“%1” was added to the dock.").arg(nameOf(added.first()))
+  const QString sentence = added.size() == 1 ? addedSentence(nameOf(added.first()), store_.config(), profile)
                                              : tr("%1 widgets were added to the dock.").arg(added.size());
   pushAdded(idsOf(added), {sentence, display});
   return true;

@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "store/AddedWords.h"
 #include "store/AppStore.h"
 #include "views/controls/Fields.h"
 #include "views/library/AddedNote.h"
@@ -260,10 +261,7 @@ void LibraryWindow::add(const DockWidget& widget) {
   if (added.isNull()) return;
   added_ = added;
   entry_ = services_.edits.stack().latest()->id;
-  const auto& profiles = store_.config().profiles;
-  const auto profile = std::ranges::find(profiles, target_, &DockProfile::id);
-  note_->say(LibraryWords::tr("“%1” was added to “%2”.").arg(name, profile->name),
-             !EditorFields::of(widget.kind).isEmpty());
+  note_->say(addedSentence(name, store_.config(), target_), !EditorFields::of(widget.kind).isEmpty());
   field_->selectAll();  // What is typed next is another search.
 }
 
