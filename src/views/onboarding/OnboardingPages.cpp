@@ -17,6 +17,7 @@
 #include "views/window/CardGrid.h"
 #include "views/window/Cards.h"
 #include "views/window/LayoutCard.h"
+#include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
 
@@ -143,6 +144,9 @@ QWidget* makeWelcomePage() {
       feature(u"square.grid.2x2"_s, Accent::Blue, OnboardingWords::tr("Your apps"),
               OnboardingWords::tr(
                   "Start apps, see which are running, and drop files on them. Click a folder to see its files.")));
+  card->add(feature(u"magnifyingglass"_s, Accent::Teal, OnboardingWords::tr("Command bar and clipboard history"),
+                    OnboardingWords::tr("One line that finds apps, windows and files and does sums. What you copied "
+                                        "before is in the Clipboard widget once you turn that on.")));
   card->add(feature(u"person.2"_s, Accent::Purple, OnboardingWords::tr("Profiles"),
                     OnboardingWords::tr("For example one set of widgets for work and one for the evening. Switch them "
                                         "yourself, by time, or per display.")));
@@ -231,6 +235,27 @@ void addKeys(Card* card, const DesktopAbilities& abilities) {
                          : Capability::yes());
 }
 
+/// The switch of the history of copies, and what it needs beside it.
+void addClipboard(Card* card, AppStore& store, const WindowServices& services, const DesktopAbilities& abilities) {
+  const QString title = OnboardingWords::tr("Clipboard history");
+  const QString why =
+      OnboardingWords::tr("Keeps what you copy, on this computer only. What password managers copy is left out.");
+  if (!abilities.clipboard) return addState(card, title, why, abilities.clipboard);
+  card->addRow(title, makeSwitch(store, services, title, &DockConfiguration::clipboardEnabled), why);
+  auto* add = new Button(OnboardingWords::tr("Add Clipboard Widget"));
+  QObject::connect(add, &QPushButton::clicked, add,
+                   [&to = services.commands] { to.addWidget(QString(kind::clipboard), {}); });
+  FormRow* missing = card->addRow(OnboardingWords::tr("Clipboard widget"), add,
+                                  OnboardingWords::tr("What you copy is recorded while a clipboard widget stands on a "
+                                                      "shown dock. At the moment none does."));
+  const auto show = [missing, &store] {
+    missing->setVisible(store.config().clipboardEnabled && !store.active().kinds.contains(kind::clipboard));
+  };
+  QObject::connect(&store, &AppStore::configChanged, missing, show);
+  QObject::connect(&store, &AppStore::activeChanged, missing, show);
+  show();
+}
+
 void fill(Card* card, AppStore& store, const WindowServices& services) {
   const DesktopAbilities abilities = services.abilities();
   const QString screens =
@@ -246,6 +271,7 @@ void fill(Card* card, AppStore& store, const WindowServices& services) {
   else
     addState(card, OnboardingWords::tr("Windows of other apps"), front, abilities.windows);
   addKeys(card, abilities);
+  addClipboard(card, store, services, abilities);
   const QString notes = OnboardingWords::tr("Notifications");
   const QString tell = OnboardingWords::tr("Notifies you when a timer ends, a break is due or it is time to drink.");
   if (abilities.notifications)
