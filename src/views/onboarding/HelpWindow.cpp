@@ -58,7 +58,11 @@ void addPlain(CardPage& page, const char* heading, std::initializer_list<std::pa
 void addCommandBar(CardPage& page) {
   addPlain(
       page, QT_TRANSLATE_NOOP("Help", "In the command bar"),
-      {{QT_TRANSLATE_NOOP("Help", "Return"),
+      {{QT_TRANSLATE_NOOP("Help", "Type"),
+        QT_TRANSLATE_NOOP("Help",
+                          "Finds apps, open windows, files, widgets, symbols, emoji, copied texts and places of "
+                          "Settings. Choose among these in Settings, Command Bar.")},
+       {QT_TRANSLATE_NOOP("Help", "Return"),
         QT_TRANSLATE_NOOP("Help",
                           "Opens what is selected, adds the widget, or copies the result, symbol or copied text.")},
        {QT_TRANSLATE_NOOP("Help", "Ctrl+C"),
@@ -73,6 +77,16 @@ void addCommandBar(CardPage& page) {
                           "it. It knows + − * / ^ % and parentheses.")},
        {QT_TRANSLATE_NOOP("Help", "A symbol or emoji"),
         QT_TRANSLATE_NOOP("Help", "Type how its name begins, such as heart or arrow, and Return copies it.")}});
+}
+
+void addClipboard(CardPage& page) {
+  addPlain(page, QT_TRANSLATE_NOOP("Help", "In the panel of the Clipboard widget"),
+           {{QT_TRANSLATE_NOOP("Help", "Type"), QT_TRANSLATE_NOOP("Help", "Searches what you copied.")},
+            {QT_TRANSLATE_NOOP("Help", "Return"),
+             QT_TRANSLATE_NOOP("Help", "Puts the selected entry back on the clipboard.")},
+            {QT_TRANSLATE_NOOP("Help", "Delete"),
+             QT_TRANSLATE_NOOP("Help", "Removes it. A message offers to undo that for eight seconds.")},
+            {QT_TRANSLATE_NOOP("Help", "Drag an entry"), QT_TRANSLATE_NOOP("Help", "Takes it into another app.")}});
 }
 
 void addOrders(CardPage& page, bool hasCommandBar) {
@@ -125,6 +139,7 @@ HelpWindow::HelpWindow(AppStore& store, const DesktopAbilities& abilities) : App
              QT_TRANSLATE_NOOP("Help", "Switches to the next profile, or moves a floating dock.")}});
   const bool hasCommandBar = abilities.commandBarKey.has_value();
   if (hasCommandBar) addCommandBar(*page);
+  if (abilities.clipboard) addClipboard(*page);
   addOrders(*page, hasCommandBar);
   setContent(nullptr, page);
   page->takeKeys();
