@@ -1,7 +1,6 @@
 #include "app/CommandBarHost.h"
 
 #include <QCursor>
-#include <QFileInfo>
 #include <QMimeDatabase>
 #include <QPainter>
 #include <algorithm>
