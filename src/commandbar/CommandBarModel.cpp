@@ -188,7 +188,7 @@ bool CommandBarModel::activate(const CommandItem& item) {
       parts_.commands.openPath(chosen.path);
       break;
     case CommandItem::Kind::Widget:
-      parts_.store.add(chosen.payload);
+      parts_.commands.addWidget(chosen.payload, {});
       break;
     case CommandItem::Kind::Clipboard:
     case CommandItem::Kind::Calculation:

@@ -220,10 +220,10 @@ TEST_F(CommandBarTest, DoesWhatARowStandsFor) {
   model->copyPath(cases[1].first);
   EXPECT_EQ(commands.asked, (QStringList{u"reveal /f"_s, u"copy /f"_s}));
 
-  const auto before = store->widgets().size();
+  commands.asked.clear();
   model->activate(make(Kind::Widget, u"widget:todayClock"_s, {}, u"todayClock"_s));
-  ASSERT_EQ(store->widgets().size(), before + 1);
-  EXPECT_EQ(store->widgets().last().kind, u"todayClock"_s);
+  EXPECT_EQ(commands.asked.size(), 1);
+  EXPECT_TRUE(commands.asked.join(u' ').contains(u"todayClock"_s));
 }
 
 TEST_F(CommandBarTest, RemembersWhatWasChosen) {
