@@ -120,8 +120,15 @@ QString Text::folded(const QString& text) {
   if (std::ranges::all_of(text, [](QChar letter) { return letter.unicode() < 0x80; })) return text.toLower();
   QString plain;
   plain.reserve(text.size());
-  for (const QChar letter : text.normalized(QString::NormalizationForm_KD))
-    if (!letter.isMark()) plain.append(letter == u'’' ? QChar(u'\'') : letter);
+  // In pieces: each letter that is taken apart moves all that stands behind it.
+  for (qsizetype at = 0; at < text.size();) {
+    constexpr qsizetype most = 64;
+    qsizetype size = std::min(most, text.size() - at);
+    if (size > 1 && text[at + size - 1].isHighSurrogate()) --size;
+    for (const QChar letter : text.sliced(at, size).normalized(QString::NormalizationForm_KD))
+      if (!letter.isMark()) plain.append(letter == u'’' ? QChar(u'\'') : letter);
+    at += size;
+  }
   return plain.toCaseFolded();
 }
 
