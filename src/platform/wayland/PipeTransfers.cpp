@@ -44,11 +44,11 @@ ssize_t writeQuietly(int into, const char* data, std::size_t size) {
 
 PipeReading::PipeReading(FileDescriptor from, Scheduler& scheduler, qint64 most, QObject* context, Done done)
     : from_(std::move(from)),
-      most_(most),
       context_(context),
       done_(std::move(done)),
       watch_(scheduler, [this] { end(PasteboardContent::End::TooSlow); }),
-      ready_(withoutWaiting(from_.number()), QSocketNotifier::Read) {
+      ready_(withoutWaiting(from_.number()), QSocketNotifier::Read),
+      bytes_(most) {
   connect(&ready_, &QSocketNotifier::activated, this, &PipeReading::readMore);
 }
 
@@ -61,9 +61,9 @@ void PipeReading::readMore() {
     if (size < 0 && errno == EINTR) continue;
     if (size < 0 && errno == EAGAIN) return;
     if (size < 0) return end(PasteboardContent::End::Refused);
-    if (size == 0) return finish({PasteboardContent::End::Whole, bytes_});
-    if (bytes_.size() + qint64{size} > most_) return end(PasteboardContent::End::TooLarge);
-    bytes_.append(chunk.data(), size);
+    if (size == 0) return finish({PasteboardContent::End::Whole, bytes_.take()});
+    if (!bytes_.hasSpaceFor(size)) return end(PasteboardContent::End::TooLarge);
+    bytes_.add(chunk.data(), size);
     watch_.gotBytes();
   }
 }
@@ -76,7 +76,7 @@ void PipeReading::finish(const PasteboardContent& content) {
     QMetaObject::invokeMethod(
         context_, [done = std::exchange(done_, {}), content] { done(content); }, Qt::QueuedConnection);
   }
-  bytes_.clear();
+  bytes_.take();
 }
 
 PipeWriting::PipeWriting(FileDescriptor into, const QByteArray& bytes, Scheduler& scheduler)

@@ -7,6 +7,7 @@
 
 #include "base/FileDescriptor.h"
 #include "base/Scheduler.h"
+#include "clipboard/ports/ReceivedBytes.h"
 #include "clipboard/ports/TransferWatch.h"
 
 namespace tarnwick {
@@ -28,12 +29,11 @@ class PipeReading final : public QObject {
   void finish(const PasteboardContent& content);
 
   FileDescriptor from_;
-  qint64 most_;
   QPointer<QObject> context_;
   Done done_;
   TransferWatch watch_;
   QSocketNotifier ready_;
-  QByteArray bytes_;
+  ReceivedBytes bytes_;
 };
 
 /// Writes into a pipe that another program reads, as fast as it reads. The scheduler must outlive it.

@@ -15,6 +15,8 @@ namespace {
 
 // An owner that offers more is up to something, and would hide a mark in it.
 constexpr qint64 kMostTargets = 1024;
+// Milliseconds that one turn of the event loop may be held up: who sends fast is always ready with the next piece.
+constexpr int kTurn = 2;
 // Milliseconds that the end of the program waits for the clipboard manager.
 constexpr int kHandOver = 500;
 
@@ -156,7 +158,8 @@ void X11Pasteboard::handOver() {
   dispatch();
   while (!isSaved_ && link_.isOpen() && !deadline.hasExpired()) {
     pollfd waiting{.fd = xcb_get_file_descriptor(link_.connection()), .events = POLLIN, .revents = 0};
-    poll(&waiting, 1, static_cast<int>(deadline.remainingTime()));
+    // What has arrived already makes the descriptor ready no more.
+    if (!isDispatching_) poll(&waiting, 1, static_cast<int>(deadline.remainingTime()));
     dispatch();
   }
 }
@@ -172,9 +175,13 @@ void X11Pasteboard::dispatch() {
   isDispatching_ = false;
   // A listener may end this.
   const QPointer<X11Pasteboard> guard(this);
+  const QDeadlineTimer turn(kTurn, Qt::PreciseTimer);
   while (const auto event = link_.next()) {
     handle(*event);
     if (!guard) return;
+    if (!turn.hasExpired()) continue;
+    dispatchLater();
+    break;
   }
   sweep();
   if (notifier_ && !link_.isOpen()) notifier_->setEnabled(false);

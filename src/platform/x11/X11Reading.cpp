@@ -15,7 +15,8 @@ X11Reading::X11Reading(X11ClipboardLink& link, Scheduler& scheduler, qint64 most
       done_(std::move(done)),
       window_(link.makeWindow()),
       property_(link.atom("TARNWICK_CLIPBOARD")),
-      watch_(scheduler, [this] { end(End::TooSlow); }) {}
+      watch_(scheduler, [this] { end(End::TooSlow); }),
+      bytes_(most) {}
 
 X11Reading::~X11Reading() {
   xcb_destroy_window(link_.connection(), window_);
@@ -64,8 +65,8 @@ void X11Reading::fetch() {
   const bool isAtoms = reply->format == 32;
   if (reply->format == 16 || (!bytes_.isEmpty() && isAtoms != isAtoms_)) return end(End::Refused);
   isAtoms_ = isAtoms;
-  if (bytes_.size() + length + qint64{reply->bytes_after} > most_) return end(End::TooLarge);
-  bytes_.append(data, length);
+  if (!bytes_.hasSpaceFor(length + qint64{reply->bytes_after})) return end(End::TooLarge);
+  bytes_.add(data, length);
   if (reply->bytes_after > 0) {
     if (length == 0) return end(End::Refused);
     offset_ += static_cast<quint32>(length / 4);
@@ -75,13 +76,13 @@ void X11Reading::fetch() {
   }
   const bool isLast = !isPiecewise_ || (length == 0 && offset_ == 0);
   offset_ = 0;
-  if (isLast) return finish({{End::Whole, bytes_}, isAtoms_});
+  if (isLast) return finish({{End::Whole, bytes_.take()}, isAtoms_});
   state_ = State::WaitingForMore;
 }
 
 void X11Reading::finish(const Answer& answer) {
   if (std::exchange(hasEnded_, true)) return;
-  bytes_.clear();
+  bytes_.take();
   if (!context_) return;
   QMetaObject::invokeMethod(
       context_, [done = std::exchange(done_, {}), answer] { done(answer); }, Qt::QueuedConnection);

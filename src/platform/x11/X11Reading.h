@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "base/Scheduler.h"
+#include "clipboard/ports/ReceivedBytes.h"
 #include "clipboard/ports/TransferWatch.h"
 #include "platform/x11/X11ClipboardLink.h"
 
@@ -52,7 +53,7 @@ class X11Reading final : public QObject {
   bool isPiecewise_ = false;  ///< The owner sends one property after the other.
   bool isAtoms_ = false;
   quint32 offset_ = 0;  ///< Of the present property, in words of four bytes.
-  QByteArray bytes_;
+  ReceivedBytes bytes_;
   bool hasEnded_ = false;
 };
 
