@@ -31,6 +31,7 @@ constexpr double kPictureHeight = 58;
 constexpr double kPictureTitle = 79;
 constexpr double kActionSize = 24;
 constexpr double kActionSymbol = 14;
+constexpr int kActionGap = 4;  ///< Between an action and the menu beside it.
 
 bool isDragged(const ViewItem& item) { return !item.drag.isEmpty() || !item.dragText.isEmpty(); }
 
@@ -82,7 +83,12 @@ class ItemView::Painter final : public QStyledItemDelegate {
       drawRounded(*painter, box, theme::kRowCorner, look.palette.tileHover);
     if (chosen && view_.hasFocus() && view_.byKeyboard_) drawFocusLine(*painter, box, theme::kRowCorner, look);
     view_.shape_ == Shape::Rows ? paintRow(*painter, box, item, look, index) : paintCell(*painter, box, item, look);
-    if (view_.showsAction(index)) paintAction(*painter, QRectF(view_.actionRect(index)), look);
+    if (view_.showsAction(index)) {
+      const QColor ink = item.mark == view_.actionSymbol_ ? look.palette.accent(Accent::Yellow) : look.palette.primary;
+      paintAction(*painter, QRectF(view_.actionRect(index)), view_.actionSymbol_, ink, look);
+      if (view_.hasMenuButton())
+        paintAction(*painter, QRectF(view_.menuRect(index)), u"ellipsis"_s, look.palette.primary, look);
+    }
     painter->restore();
   }
 
@@ -99,12 +105,12 @@ class ItemView::Painter final : public QStyledItemDelegate {
     }
     double right = box.right() - theme::kRowOverhang;
     if (view_.showsAction(index)) {
-      right -= kActionSize + theme::kButtonSymbolGap;
+      const int buttons = view_.hasMenuButton() ? 2 : 1;
+      right -= buttons * kActionSize + (buttons - 1) * kActionGap + theme::kButtonSymbolGap;
     } else if (!item.mark.isEmpty()) {
-      QRectF place(0, 0, kActionSymbol, kActionSymbol);
-      place.moveCenter({right - kActionSize / 2, middle});
+      const QRectF place(right - kActionSymbol, middle - kActionSymbol / 2, kActionSymbol, kActionSymbol);
       drawControlSymbol(painter, item.mark, mirror(place), look.palette.accent(Accent::Yellow));
-      right -= kActionSize + theme::kButtonSymbolGap;
+      right -= kActionSymbol + theme::kRowGap;
     } else if (!item.value.isEmpty()) {
       const TextLine value = TextLine(item.value, TextStyle::Caption);
       mirror.end(painter, value, {right, middle + value.capHeight() / 2}, look.palette.secondary);
@@ -130,12 +136,13 @@ class ItemView::Painter final : public QStyledItemDelegate {
                look.palette.primary, Qt::AlignHCenter, view_.elide_);
   }
 
-  void paintAction(QPainter& painter, const QRectF& box, const ControlLook& look) const {
+  void paintAction(QPainter& painter, const QRectF& box, const QString& symbol, const QColor& ink,
+                   const ControlLook& look) const {
     drawRounded(painter, box, theme::kSegmentCorner, look.palette.panel.bodyTop);
     drawRounded(painter, box, theme::kSegmentCorner, look.palette.button);
     QRectF mark(0, 0, kActionSymbol, kActionSymbol);
     mark.moveCenter(box.center());
-    drawControlSymbol(painter, view_.actionSymbol_, mark, look.palette.primary);
+    drawControlSymbol(painter, symbol, mark, ink);
   }
 
   ItemView& view_;
@@ -260,7 +267,7 @@ QString ItemView::actionLabelOf(const QModelIndex& index) const {
   return own.isEmpty() ? actionLabel_ : own;
 }
 
-QRect ItemView::actionRect(const QModelIndex& index) const {
+QRect ItemView::menuRect(const QModelIndex& index) const {
   const QRect box = visualRect(index);
   constexpr int size = static_cast<int>(kActionSize);
   const bool row = shape_ == Shape::Rows;
@@ -269,23 +276,49 @@ QRect ItemView::actionRect(const QModelIndex& index) const {
   return {x, row ? box.center().y() + 1 - size / 2 : box.top() + inset, size, size};
 }
 
+/// Beside the button for the menu, or in its place where there is none.
+QRect ItemView::actionRect(const QModelIndex& index) const {
+  const QRect last = menuRect(index);
+  if (!hasMenuButton()) return last;
+  const int step = last.width() + kActionGap;
+  return last.translated(isRightToLeft() ? step : -step, 0);
+}
+
+ItemView::Side ItemView::sideAt(const QPoint& place) const {
+  const QModelIndex index = indexAt(place);
+  if (!index.isValid()) return Side::None;
+  if (hasMenuButton() && menuRect(index).contains(place)) return Side::Menu;
+  return !actionSymbol_.isEmpty() && actionRect(index).contains(place) ? Side::Action : Side::None;
+}
+
 void ItemView::mousePressEvent(QMouseEvent* event) {
-  const QModelIndex index = indexAt(event->position().toPoint());
-  pressedAction_ = event->button() == Qt::LeftButton && !actionSymbol_.isEmpty() && index.isValid() &&
-                   actionRect(index).contains(event->position().toPoint());
-  if (pressedAction_)
+  pressed_ = event->button() == Qt::LeftButton ? sideAt(event->position().toPoint()) : Side::None;
+  if (pressed_ != Side::None)
     event->accept();
   else
     QListView::mousePressEvent(event);
 }
 
 void ItemView::mouseReleaseEvent(QMouseEvent* event) {
-  if (!std::exchange(pressedAction_, false)) {
+  const Side pressed = std::exchange(pressed_, Side::None);
+  if (pressed == Side::None) {
     QListView::mouseReleaseEvent(event);
     return;
   }
-  const QModelIndex index = indexAt(event->position().toPoint());
-  if (index.isValid() && actionRect(index).contains(event->position().toPoint())) Q_EMIT actionRequested(idAt(index));
+  const QPoint place = event->position().toPoint();
+  if (sideAt(place) != pressed) return;
+  const QModelIndex index = indexAt(place);
+  if (pressed == Side::Action) {
+    Q_EMIT actionRequested(idAt(index));
+  } else {
+    const QRect button = menuRect(index);
+    openMenu(index, isRightToLeft() ? button.bottomRight() : button.bottomLeft());
+  }
+}
+
+void ItemView::openMenu(const QModelIndex& index, const QPoint& at) {
+  setCurrentIndex(index);
+  PaneMenu::open(*viewport(), at, index.data(Qt::DisplayRole).toString(), menu_(idAt(index)));
 }
 
 void ItemView::pressItem(const QModelIndex& index) {
@@ -325,10 +358,7 @@ void ItemView::contextMenuEvent(QContextMenuEvent* event) {
   const QModelIndex index = isKey ? currentIndex() : indexAt(event->pos());
   if (!menu_ || !index.isValid()) return QListView::contextMenuEvent(event);
   event->accept();
-  setCurrentIndex(index);
-  const QRect cell = visualRect(index);
-  PaneMenu::open(*viewport(), isKey ? cell.center() : event->pos(), index.data(Qt::DisplayRole).toString(),
-                 menu_(idAt(index)));
+  openMenu(index, isKey ? visualRect(index).center() : event->pos());
 }
 
 void ItemView::openCurrent() {
@@ -423,11 +453,12 @@ void ItemView::startDrag(Qt::DropActions) {
 }
 
 bool ItemView::viewportEvent(QEvent* event) {
-  if (event->type() == QEvent::ToolTip && !actionSymbol_.isEmpty()) {
+  if (event->type() == QEvent::ToolTip) {
     const auto& help = static_cast<QHelpEvent&>(*event);
-    const QModelIndex index = indexAt(help.pos());
-    if (index.isValid() && actionRect(index).contains(help.pos())) {
-      QToolTip::showText(help.globalPos(), actionLabelOf(index), viewport());
+    const Side side = sideAt(help.pos());
+    if (side != Side::None) {
+      const QString label = side == Side::Menu ? menuLabel_ : actionLabelOf(indexAt(help.pos()));
+      QToolTip::showText(help.globalPos(), label, viewport());
       return true;
     }
   }

@@ -49,6 +49,8 @@ class ItemView final : public QListView, public ItemActions {
   /// What a right click, the menu key and screen readers offer for an item.
   using Menu = std::function<QList<PaneMenuEntry>(const QString& id)>;
   void setItemMenu(Menu menu) { menu_ = std::move(menu); }
+  /// Rows get a button for it at their end, beside the action. `label` is its tip.
+  void setMenuButton(const QString& label) { menuLabel_ = label; }
   /// Where titles lose letters: at their end, but for files, which end with what they are.
   void setElide(Elide elide) { elide_ = elide; }
   /// How many rows of cells are seen at most.
@@ -96,9 +98,16 @@ class ItemView final : public QListView, public ItemActions {
 
   int columns() const;
   void fitHeight();
+  /// What a click at the side of an item does.
+  enum class Side { None, Action, Menu };
+
   bool showsAction(const QModelIndex& index) const;
+  bool hasMenuButton() const { return !menuLabel_.isEmpty() && shape_ == Shape::Rows; }
   QString actionLabelOf(const QModelIndex& index) const;
   QRect actionRect(const QModelIndex& index) const;
+  QRect menuRect(const QModelIndex& index) const;
+  Side sideAt(const QPoint& place) const;
+  void openMenu(const QModelIndex& index, const QPoint& at);
   bool isKept(QKeyEvent& event);
   void openCurrent();
   QString idAt(const QModelIndex& index) const;
@@ -111,11 +120,12 @@ class ItemView final : public QListView, public ItemActions {
   QString actionSymbol_;
   QString actionLabel_;
   QKeySequence actionKey_;
+  QString menuLabel_;
   Elide elide_ = Elide::End;
   int mostRows_ = 6;
   bool cellHasNoCaption_ = false;
   QLineEdit* field_ = nullptr;
-  bool pressedAction_ = false;
+  Side pressed_ = Side::None;
   bool byKeyboard_ = false;  ///< After a click opened the panel its first item needs no line around it.
   QTimer scrolled_;
 };
