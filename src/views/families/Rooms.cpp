@@ -128,6 +128,11 @@ QMap<QString, QString> Rooms::pictured(const QString& kind, const QDateTime& now
   return pictured ? pictured(now) : QMap<QString, QString>();
 }
 
+std::span<const PanelState> Rooms::states(const QString& kind) {
+  const auto states = Rows(Catalog::find(kind)).get(&RoomRow::states);
+  return states ? states() : std::span<const PanelState>();
+}
+
 TileContent makeTileContent(const DockWidget& widget, const WidgetDefinition& definition, const TileSources& sources) {
   const Rows rows(definition);
   const TileRequest request{widget, definition, sources, rows.get(&RoomRow::comesLater).value_or(false)};

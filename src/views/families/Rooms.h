@@ -30,6 +30,8 @@ struct Rooms {
   static QMap<QString, QString> example(const QString& kind, const ExampleRequest& request);
   /// Gives the sources what these widgets show and the user has nothing of.
   static void sample(TileSources& sources, const TileSources& samples, const QList<DockWidget>& widgets);
+  /// The further states in which the pictures of the program show the panel of a kind.
+  static std::span<const PanelState> states(const QString& kind);
   /// The options of a kind in the pictures of the program.
   static QMap<QString, QString> pictured(const QString& kind, const QDateTime& now);
 };

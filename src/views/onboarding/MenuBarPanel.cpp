@@ -14,6 +14,7 @@
 #include "views/controls/ControlTheme.h"
 #include "views/controls/FullWidth.h"
 #include "views/controls/Labels.h"
+#include "views/controls/PartingLine.h"
 #include "views/controls/Rows.h"
 #include "views/controls/ScrollArea.h"
 #include "views/controls/Switch.h"
@@ -44,18 +45,6 @@ QWidget* line(const QString& word, QWidget* control) {
   layout->addWidget(control);
   return row;
 }
-
-/// Parts what is above it from what is below.
-class Hairline final : public QWidget {
- public:
-  Hairline() { setFixedHeight(theme::kSectionBelow * 2 + 1); }
-
- protected:
-  void paintEvent(QPaintEvent*) override {
-    QPainter painter(this);
-    painter.fillRect(QRectF(0, height() / 2, width(), hairline(painter)), lookOf(*this).palette.hairline);
-  }
-};
 
 }  // namespace
 
@@ -146,13 +135,13 @@ void MenuBarPanel::addLayouts() {
 }
 
 void MenuBarPanel::addEntries() {
-  column_->addWidget(new Hairline);
+  column_->addWidget(new PartingLine(theme::kSectionBelow));
   continueSetup_ = addEntry(MenuBarWords::tr("Continue Setup…"), [this] { commands_.continueSetup(); });
   addEntry(MenuBarWords::tr("Add Widgets…"), [this] { commands_.showLibrary({}); });
   addEntry(MenuBarWords::tr("Settings…"), [this] { commands_.showSettings(); });
   addEntry(MenuBarWords::tr("Help"), [this] { commands_.showHelp(); });
   addEntry(MenuBarWords::tr("About Tarnwick"), [this] { commands_.showAbout(); });
-  column_->addWidget(new Hairline);
+  column_->addWidget(new PartingLine(theme::kSectionBelow));
   addEntry(MenuBarWords::tr("Quit Tarnwick"), [this] { commands_.quit(); });
 }
 

@@ -42,6 +42,15 @@ constexpr auto always(const Question&) {
   return Answer;
 }
 
+/// A state of a panel that the pictures of the program show beside the usual one.
+struct PanelState {
+  QLatin1StringView name;
+  /// Sets what the panel reads, before it is made. Nothing.
+  void (*prepare)(AppStore& store, FixedReadings& readings) = nullptr;
+  /// Does what the user did in it. Nothing.
+  void (*arrange)(TilePanel& panel) = nullptr;
+};
+
 /// What there is to know of a kind, or of all kinds of a family. What a kind's row leaves out its family's row says;
 /// what both leave out has the answer that is given here.
 struct RoomRow {
@@ -70,6 +79,8 @@ struct RoomRow {
   void (*sample)(TileSources& sources, const TileSources& samples) = nullptr;
   /// The options in the pictures of the program, which show the moment `now`. None.
   QMap<QString, QString> (*pictured)(const QDateTime& now) = nullptr;
+  /// The further states in which they show its panel. None.
+  std::span<const PanelState> (*states)() = nullptr;
 };
 
 /// What panels ask while the pictures of the program are made.

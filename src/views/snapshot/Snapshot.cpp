@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "base/DomainError.h"
+#include "views/families/Rooms.h"
 #include "views/snapshot/SnapshotPainting.h"
 #include "widgets/catalog/Catalog.h"
 
@@ -145,6 +146,25 @@ void addDocks(Album& album, SnapshotPainter& painter) {
   album.add(u"sheets"_s, u"docks"_s, painter.density(), painter.list(QStringLiteral("Docks"), rows));
 }
 
+/// Panels in their further states, each in dark, and all of a kind on a sheet in each scheme.
+void addStates(Album& album, std::vector<SnapshotPainter>& painters) {
+  for (const WidgetDefinition& definition : Catalog::items()) {
+    const std::span<const PanelState> states = Rooms::states(definition.id);
+    if (states.empty()) continue;
+    for (SnapshotPainter& painter : painters) {
+      QList<SnapshotPicture> pictures;
+      for (const PanelState& state : states) {
+        pictures << SnapshotPicture{state.name, painter.panel(definition.id, state)};
+        if (&painter == &painters.front())
+          album.add(u"panels"_s, definition.id + u'-' + state.name, painter.density(),
+                    painter.onGround(pictures.last().image));
+      }
+      album.add(u"sheets"_s, definition.id + u"-states-"_s + painter.scheme().name, painter.density(),
+                painter.sheet(definition.name, pictures));
+    }
+  }
+}
+
 }  // namespace
 
 QStringList takeSnapshot(const SnapshotOptions& options) {
@@ -164,6 +184,7 @@ QStringList takeSnapshot(const SnapshotOptions& options) {
         for (SnapshotPainter& painter : painters)
           album.add(u"sheets"_s, fileName(group.name) + u'-' + painter.scheme().name, density,
                     painter.sheet(fixture, group.name, group.kinds, options.tiles, options.panels));
+    if (options.panels) addStates(album, painters);
     if (options.docks) addDocks(album, dark);
     if (options.windows)
       for (const SnapshotWindow& window : options.windowList)

@@ -99,6 +99,19 @@ double stack(QList<Piece>& pieces, double top) {
   return *std::ranges::max_element(columns) + kCaption;
 }
 
+/// Pieces that have their place, and what they are called.
+void paintSheet(QImage& sheet, const QString& title, const QList<Piece>& pieces, const QColor& ink) {
+  QPainter painter(&sheet);
+  TextLine(title, TextStyle::Headline).draw(painter, {kEdge, kEdge + kCaption}, ink);
+  for (const Piece& piece : pieces) painter.drawImage(piece.place, piece.image);
+  for (const Piece& piece : pieces) {
+    const QRectF frame = piece.frame();
+    TextLine(piece.caption, TextStyle::Caption)
+        .elided(frame.width(), Elide::Middle)
+        .drawCentred(painter, {frame.center().x(), frame.bottom() - kOverlap / 2}, ink);
+  }
+}
+
 }  // namespace
 
 QImage SnapshotPainter::blank(const QSizeF& size) const {
@@ -167,6 +180,16 @@ QImage SnapshotPainter::panel(SnapshotStore& fixture, const QString& kind) {
   panel->setDockLook(scheme_.style, Backdrop::Plain, scheme_.monochrome);
   panel->start();
   return *panels_.insert(kind, picture(*panel));
+}
+
+QImage SnapshotPainter::panel(const QString& kind, const PanelState& state) const {
+  SnapshotStore fixture;
+  if (state.prepare) state.prepare(fixture.store(), fixture.readings());
+  const std::unique_ptr<TilePanel> panel = makePanel(fixture.contextOf(kind));
+  panel->setDockLook(scheme_.style, Backdrop::Plain, scheme_.monochrome);
+  panel->start();
+  if (state.arrange) state.arrange(*panel);
+  return picture(*panel);
 }
 
 QImage SnapshotPainter::dock(const DockRow& row) const {
@@ -248,16 +271,16 @@ QImage SnapshotPainter::sheet(SnapshotStore& fixture, const QString& title, cons
   }
 
   QImage image = ground(QSizeF(kSheetWidth, height));
-  const bool light = scheme_.isLight();
-  QPainter painter(&image);
-  TextLine(title, TextStyle::Headline).draw(painter, {kEdge, kEdge + kCaption}, inkOf(light));
-  for (const Piece& piece : all) painter.drawImage(piece.place, piece.image);
-  for (const Piece& piece : all) {
-    const QRectF frame = piece.frame();
-    TextLine(piece.caption, TextStyle::Caption)
-        .elided(frame.width(), Elide::Middle)
-        .drawCentred(painter, {frame.center().x(), frame.bottom() - kOverlap / 2}, inkOf(light));
-  }
+  paintSheet(image, title, all, inkOf(scheme_.isLight()));
+  return image;
+}
+
+QImage SnapshotPainter::sheet(const QString& title, const QList<SnapshotPicture>& panels) const {
+  QList<Piece> all;
+  for (const SnapshotPicture& each : panels) all << Piece{each.image, each.name};
+  const double height = stack(all, kEdge + kTitle);
+  QImage image = ground(QSizeF(kSheetWidth, height));
+  paintSheet(image, title, all, inkOf(scheme_.isLight()));
   return image;
 }
 

@@ -7,6 +7,7 @@
 #include <map>
 
 #include "views/dock/DockRow.h"
+#include "views/panels/Room.h"
 #include "views/snapshot/SnapshotFixture.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Palette.h"
@@ -42,6 +43,8 @@ class SnapshotPainter {
   QImage tile(const QString& kind, double scale = 1);
   /// A panel with its shadow.
   QImage panel(SnapshotStore& fixture, const QString& kind);
+  /// The same in one of its further states, with a fixture of its own.
+  QImage panel(const QString& kind, const PanelState& state) const;
   /// A dock, half over a dark landscape and half over a light one.
   QImage dock(const DockRow& row) const;
   /// A dock at the foot of a screen.
@@ -54,6 +57,8 @@ class SnapshotPainter {
   QImage window(QWidget& window) const;
   /// A group's tiles at three scales, then its panels, under its name.
   QImage sheet(SnapshotStore& fixture, const QString& title, const QStringList& kinds, bool tiles, bool panels);
+  /// Panels in columns, under a name.
+  QImage sheet(const QString& title, const QList<SnapshotPicture>& panels) const;
 
  private:
   QImage render(QWidget& widget) const;

@@ -16,6 +16,7 @@
 #include "views/controls/Fields.h"
 #include "views/controls/FullWidth.h"
 #include "views/controls/ItemView.h"
+#include "views/controls/PartingLine.h"
 #include "views/families/clipboard/ClipboardRoom.h"
 #include "views/families/clipboard/ClipboardTabs.h"
 #include "views/families/clipboard/ClipboardWords.h"
@@ -84,6 +85,7 @@ class ClipboardPanel final : public TilePanel {
         model_(history_, context.readings.pasteboard),
         search_(new IconButton(u"magnifyingglass"_s, PanelWords::tr("Search"))),
         field_(new SearchField(PanelWords::tr("Search the history…"))),
+        fieldGap_(new QWidget),
         tabs_(new ClipboardTabs),
         none_(new TextLabel(PanelWords::tr("Nothing found."), TextStyle::Body, Tone::Secondary)),
         view_(new ItemView(PanelWords::tr("History"), ItemView::Shape::Rows)),
@@ -105,6 +107,22 @@ class ClipboardPanel final : public TilePanel {
     connect(&model_, &ClipboardPanelModel::removed, this, &ClipboardPanel::offerBack);
   }
 
+  void choose(ClipboardGroup group) { model_.setGroup(group); }
+  void searchFor(const QString& text) {
+    openSearch();
+    field_->setText(text);
+  }
+  void askToClear() {
+    asked_ = model_.favourites();
+    const QString sentence =
+        asked_ == 0 ? PanelWords::tr("Delete the whole history? This cannot be undone.")
+        : asked_ == 1
+            ? PanelWords::tr("Delete the whole history, 1 favourite included? This cannot be undone.")
+            : PanelWords::tr("Delete the whole history, %1 favourites included? This cannot be undone.").arg(asked_);
+    foot_->hide();
+    confirm_->ask(sentence, PanelWords::tr("Clear History"), [this] { model_.clear(); });
+  }
+
  protected:
   void refresh(const TileSources& sources) override {
     if (!showsHistory()) {
@@ -119,6 +137,7 @@ class ClipboardPanel final : public TilePanel {
     hideEmpty();
     setMessage(model_.message());
     tabs_->set(groups, model_.group());
+    tabs_->setVisible(!groups.isEmpty());
     show(sources);
     paused_->setVisible(!isOn());
     pause_->setLabel(isOn() ? PanelWords::tr("Pause") : PanelWords::tr("Enable Clipboard History"));
@@ -151,20 +170,27 @@ class ClipboardPanel final : public TilePanel {
  private:
   void layOut() {
     body().addWidget(field_);
+    fieldGap_->setFixedHeight(theme::kRowOverhang);
+    body().addWidget(fieldGap_);
     layOutPaused();
     body().addWidget(paused_);
     body().addWidget(tabs_);
     body().addSpacing(theme::kRowOverhang);
     body().addWidget(none_);
     addFullWidth(body(), view_);
+    body().addSpacing(theme::kPanelHeaderBelow);
+    body().addWidget(new PartingLine);
     body().addWidget(confirm_);
     auto* row = new QHBoxLayout(foot_);
     row->setContentsMargins(0, theme::kPanelHeaderBelow, 0, 0);
-    row->addWidget(clear_);
+    row->setSpacing(0);
+    row->addWidget(clear_);  // Its word is in line with the rows, the other one's ground is.
     row->addStretch();
     row->addWidget(pause_);
+    row->addSpacing(theme::kRowOverhang);
     addFullWidth(body(), foot_);
     field_->hide();
+    fieldGap_->hide();
     none_->hide();
   }
 
@@ -200,6 +226,7 @@ class ClipboardPanel final : public TilePanel {
     });
     view_->setItemAction(u"star"_s, PanelWords::tr("Add to Favourites"), {});
     view_->setItemMenu([this](const QString& id) { return menuOf(entryOf(id)); });
+    view_->setMenuButton(PanelWords::tr("More"));
     connect(view_, &ItemView::actionRequested, this, [this](const QString& id) { toggle(id); });
     connect(view_, &ItemView::opened, this, [this](const QString& id) {
       model_.use(entryOf(id));
@@ -319,24 +346,15 @@ class ClipboardPanel final : public TilePanel {
     refreshNow();
   }
 
-  void askToClear() {
-    asked_ = model_.favourites();
-    const QString sentence =
-        asked_ == 0 ? PanelWords::tr("Delete the whole history? This cannot be undone.")
-        : asked_ == 1
-            ? PanelWords::tr("Delete the whole history, 1 favourite included? This cannot be undone.")
-            : PanelWords::tr("Delete the whole history, %1 favourites included? This cannot be undone.").arg(asked_);
-    foot_->hide();
-    confirm_->ask(sentence, PanelWords::tr("Clear History"), [this] { model_.clear(); });
-  }
-
   void openSearch() {
     field_->show();
+    fieldGap_->show();
     field_->setFocus(Qt::OtherFocusReason);
   }
   void closeSearch() {
     field_->clear();
     field_->hide();
+    fieldGap_->hide();
     view_->setFocus(Qt::OtherFocusReason);
   }
 
@@ -387,6 +405,7 @@ class ClipboardPanel final : public TilePanel {
   ClipboardPanelModel model_;
   IconButton* search_;
   SearchField* field_;
+  QWidget* fieldGap_;  ///< Below the field, while that is seen.
   ClipboardTabs* tabs_;
   TextLabel* none_;
   ItemView* view_;
@@ -399,7 +418,49 @@ class ClipboardPanel final : public TilePanel {
   qsizetype asked_ = 0;                            ///< The favourites that the question told of.
 };
 
+// --- The pictures of the program ------------------------------------------------------------------------------------
+
+template <ClipboardGroup group>
+void chooseGroup(TilePanel& panel) {
+  static_cast<ClipboardPanel&>(panel).choose(group);
+}
+
+void search(TilePanel& panel) { static_cast<ClipboardPanel&>(panel).searchFor(u"re"_s); }
+void searchInVain(TilePanel& panel) { static_cast<ClipboardPanel&>(panel).searchFor(u"nowhere"_s); }
+void askToClearAll(TilePanel& panel) { static_cast<ClipboardPanel&>(panel).askToClear(); }
+
+void switchOff(AppStore& store, FixedReadings&) {
+  store.edit([](DockConfiguration& config) { config.clipboardEnabled = false; });
+}
+void empty(AppStore&, FixedReadings& readings) { readings.clipboard.setFixed({}); }
+void switchOffEmpty(AppStore& store, FixedReadings& readings) {
+  switchOff(store, readings);
+  empty(store, readings);
+}
+void failToRecord(TilePanel& panel) {
+  Q_EMIT panel.context().readings.clipboard.failed(
+      u"The file “index.json” could not be written: No space left on device."_s);
+}
+
+constexpr PanelState kStates[] = {
+    {"favourites"_L1, nullptr, &chooseGroup<ClipboardGroup::Favourites>},
+    {"images"_L1, nullptr, &chooseGroup<ClipboardGroup::Images>},
+    {"colours"_L1, nullptr, &chooseGroup<ClipboardGroup::Colors>},
+    {"links"_L1, nullptr, &chooseGroup<ClipboardGroup::Links>},
+    {"text"_L1, nullptr, &chooseGroup<ClipboardGroup::Text>},
+    {"files"_L1, nullptr, &chooseGroup<ClipboardGroup::Files>},
+    {"search"_L1, nullptr, &search},
+    {"nothing-found"_L1, nullptr, &searchInVain},
+    {"clearing"_L1, nullptr, &askToClearAll},
+    {"failed"_L1, nullptr, &failToRecord},
+    {"paused"_L1, &switchOff, nullptr},
+    {"empty"_L1, &empty, nullptr},
+    {"off"_L1, &switchOffEmpty, nullptr},
+};
+
 }  // namespace
+
+std::span<const PanelState> clipboardPanelStates() { return kStates; }
 
 std::unique_ptr<TilePanel> makeClipboardPanel(const PanelContext& context) {
   return std::make_unique<ClipboardPanel>(context);

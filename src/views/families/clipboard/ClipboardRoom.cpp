@@ -36,7 +36,8 @@ constexpr std::array kFamilies = {
             .panel = makeClipboardPanel,
             .problem = clipboardProblem,
             .read = readCopied,
-            .sample = sampleCopied},
+            .sample = sampleCopied,
+            .states = clipboardPanelStates},
 };
 
 }  // namespace

@@ -15,6 +15,9 @@ namespace tarnwick {
 
 namespace {
 
+constexpr int kSignPadding = 9;  ///< Around the symbol of a tab without its word: seven have to fit.
+constexpr int kSignWidth = theme::kIconButtonSymbol + kSignPadding * 2;
+
 class GroupTab final : public PaintedButton {
  public:
   explicit GroupTab(ClipboardGroup group)
@@ -22,16 +25,18 @@ class GroupTab final : public PaintedButton {
     setCheckable(true);
     setAutoExclusive(true);
     setToolTip(label());
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
     connect(this, &QAbstractButton::toggled, this, [this] { updateGeometry(); });
   }
 
   QSize sizeHint() const override {
+    if (!isChecked()) return {kSignWidth, theme::kControlHeight};
     constexpr int symbol = theme::kIconButtonSymbol + theme::kButtonPadding * 2;
-    if (!isChecked()) return {symbol, theme::kControlHeight};
     return {symbol + theme::kButtonSymbolGap + QFontMetrics(buttonFont()).horizontalAdvance(label()) + 1,
             theme::kControlHeight};
   }
+  /// A long word loses letters before anything is pushed out of the panel.
+  QSize minimumSizeHint() const override { return {kSignWidth, theme::kControlHeight}; }
 
  protected:
   void paintEvent(QPaintEvent*) override {
@@ -46,15 +51,16 @@ class GroupTab final : public PaintedButton {
     if (showsFocus()) drawFocusLine(painter, rect(), theme::kButtonCorner, look());
     const QColor ink = isChecked() ? palette.accentWord(look().accent) : palette.secondary;
     constexpr int side = theme::kIconButtonSymbol;
-    const QRectF place(theme::kButtonPadding, (height() - side) / 2.0, side, side);
+    const QRectF place(isChecked() ? theme::kButtonPadding : kSignPadding, (height() - side) / 2.0, side, side);
     drawControlSymbol(painter, symbol_, mirror(place), ink);
     if (!isChecked()) return;
     painter.setFont(buttonFont());
     painter.setPen(ink);
     const double left = place.right() + theme::kButtonSymbolGap;
+    const double space = width() - left - theme::kButtonPadding + 1;
     painter.drawText(mirror(QRectF(left, 0, width() - left, height())),
                      static_cast<int>(Qt::AlignVCenter | mirror.reading() | Qt::AlignAbsolute | Qt::TextSingleLine),
-                     label());
+                     painter.fontMetrics().elidedText(label(), Qt::ElideRight, static_cast<int>(space)));
   }
 
  private:
