@@ -146,17 +146,21 @@ KernelLinks::~KernelLinks() { notifier_.reset(); }
 
 void KernelLinks::ask() {
   announced_.clear();
+  isAsking_ = true;
   Background::run(Background::Lane::Reading, [self = QPointer(this), question = ++questions_] {
     Background::answer([self, question, links = listLinks()] {
-      if (self && links && question == self->questions_) self->take(*links);
+      if (self && question == self->questions_) self->take(links);
     });
   });
 }
 
 /// What was announced in the meantime is newer than the list.
-void KernelLinks::take(const std::map<int, bool>& listed) {
-  std::map<int, bool> links = listed;
-  for (const int index : announced_) {
+void KernelLinks::take(const std::optional<std::map<int, bool>>& listed) {
+  isAsking_ = false;
+  const std::set<int> announced = std::exchange(announced_, {});
+  if (!listed) return;
+  std::map<int, bool> links = *listed;
+  for (const int index : announced) {
     links.erase(index);
     if (const auto found = links_.find(index); found != links_.end()) links.insert(*found);
   }
@@ -185,7 +189,7 @@ void KernelLinks::drain() {
     eachMessage(buffer.constData(), static_cast<size_t>(piece.size), [&](const nlmsghdr& header, const char* message) {
       const auto news = newsIn(header, message);
       if (!news) return;
-      announced_.insert(news->index);
+      if (isAsking_) announced_.insert(news->index);
       if (news->isGone)
         links_.erase(news->index);
       else

@@ -29,14 +29,15 @@ class KernelLinks final : public QObject {
 
  private:
   void ask();
-  void take(const std::map<int, bool>& listed);
+  void take(const std::optional<std::map<int, bool>>& listed);
   void drain();
   void decide();
 
   FileDescriptor socket_;
   std::unique_ptr<QSocketNotifier> notifier_;
   std::map<int, bool> links_;  ///< Whether each is up.
-  std::set<int> announced_;    ///< Those of which something was heard since the kernel was asked for all.
+  bool isAsking_ = false;      ///< For all of them.
+  std::set<int> announced_;    ///< Those of which something was heard meanwhile.
   int questions_ = 0;
   bool isListed_ = false;
   std::optional<bool> isAnyUp_;
