@@ -5,6 +5,7 @@
 #include "clipboard/ports/Pasteboard.h"
 #include "config/CalendarFolders.h"
 #include "desktop/ClockFormat.h"
+#include "services/CurrencyRates.h"
 #include "widgets/WidgetFolder.h"
 
 namespace tarnwick {
@@ -48,6 +49,11 @@ Readings::Readings(ReadingPorts ports, ClipboardHistory& clipboard, Scheduler& s
 
 Readings::~Readings() = default;
 
+void Readings::useRates(CurrencyRates& rates) {
+  rates_ = &rates;
+  connect(&rates, &CurrencyRates::changed, this, [this] { Q_EMIT changed({Family::Converter}); });
+}
+
 void Readings::start() { ports_.clockFormat.start(); }
 
 std::optional<bool> Readings::uses24Hour() const { return ports_.clockFormat.uses24Hour(); }
@@ -85,7 +91,8 @@ ReadingServices Readings::services(const Services& services) {
           .windows = services.windows,
           .clipboard = clipboard_,
           .pasteboard = services.pasteboard,
-          .connections = ports_.connections};
+          .connections = ports_.connections,
+          .rates = rates_};
 }
 
 std::shared_ptr<const CalendarDigest> Readings::calendar(const QDateTime& now) { return digests_.at(now); }

@@ -24,6 +24,7 @@ namespace tarnwick {
 
 class ClockFormat;
 class Connections;
+class CurrencyRates;
 
 /// Where the readings come from; nothing in it is null.
 struct ReadingPorts {
@@ -47,6 +48,9 @@ class Readings : public QObject {
   QList<BeatClient*> beatClients() { return {&temperature_, &processes_, &calendar_}; }
   /// Follows the store: what it shows decides what is read, and what fails lands in its message line.
   void follow(AppStore& store);
+
+  /// Lets converters ask for exchange rates, which must outlive the docks. Without them there are no currencies.
+  void useRates(CurrencyRates& rates);
 
   /// Begins to listen to what the first picture does not need.
   void start();
@@ -80,6 +84,7 @@ class Readings : public QObject {
   ScreenshotFolder screenshots_;
   FolderStacks stacks_;
   Thumbnails thumbnails_;
+  CurrencyRates* rates_ = nullptr;
 };
 
 }  // namespace tarnwick

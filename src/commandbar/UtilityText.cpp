@@ -46,10 +46,14 @@ Answer UtilityText::calculate(const QString& expression, const QLocale& locale) 
   return answer([&] { return Arithmetic(plain(expression, locale)).evaluate(); });
 }
 
+std::optional<double> UtilityText::value(const QString& text, const QLocale& locale) {
+  QString written = plain(text, locale).trimmed();
+  written.replace(u'−', u'-');
+  return Text::number(written);
+}
+
 Answer UtilityText::convert(const QString& value, const QString& from, const QString& to, const QLocale& locale) {
-  QString text = plain(value, locale).trimmed();
-  text.replace(u'−', u'-');
-  const auto number = Text::number(text);
+  const auto number = UtilityText::value(value, locale);
   if (!number) return {std::nullopt, UnitWords::tr("Enter a number.")};
   return answer([&] { return UnitConversion::convert(*number, from, to); });
 }

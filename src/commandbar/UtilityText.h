@@ -19,6 +19,8 @@ struct Answer {
 struct UtilityText {
   /// A text as the user writes numbers, with the point that programs know and without separators of thousands.
   static QString plain(const QString& text, const QLocale& locale);
+  /// The number that a user wrote; absent for what is none.
+  static std::optional<double> value(const QString& text, const QLocale& locale);
   static Answer calculate(const QString& expression, const QLocale& locale);
   static Answer convert(const QString& value, const QString& from, const QString& to, const QLocale& locale);
   /// As the locale writes it, with at most `decimals` digits behind the point and none that say nothing; "-0" is "0".

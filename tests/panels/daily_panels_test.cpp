@@ -9,9 +9,11 @@
 
 #include "base/DomainError.h"
 #include "commandbar/EmojiTable.h"
+#include "services/CurrencyRates.h"
 #include "store/DocumentEdits.h"
 #include "support/AccessibleWalk.h"
 #include "support/RecordingCommands.h"
+#include "support/ScriptedSession.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Charts.h"
 #include "views/controls/Fields.h"
@@ -23,6 +25,7 @@
 #include "views/families/Rooms.h"
 #include "views/families/calendar/AgendaRow.h"
 #include "views/families/utilities/UtilitiesRoom.h"
+#include "views/panels/BigText.h"
 #include "views/panels/TilePanel.h"
 #include "views/snapshot/SnapshotFixture.h"
 #include "widgets/QuickNotes.h"
@@ -34,7 +37,8 @@ using namespace Qt::StringLiterals;
 
 /// A panel of a kind over a store of its own, and ways to use it.
 struct Open {
-  explicit Open(const QString& kind) : context(fixture.contextOf(kind, commands)) {
+  explicit Open(const QString& kind, CurrencyRates* rates = nullptr) : context(fixture.contextOf(kind, commands)) {
+    context.readings.rates = rates;
     context.sources = [this] {
       return KeptSources::given([this] {
         TileSources sources = SnapshotFixture::sources();
@@ -389,6 +393,70 @@ TEST(ConverterPanelTest, StaysWithinOneGroup) {
   converter.write(u"100"_s);
   converter.click(u"Copy Result"_s);
   EXPECT_EQ(converter.commands.asked.last(), u"copy 212"_s);
+}
+
+TEST(ConverterPanelTest, AsksForTheRateOfTheCurrenciesThatAreChosen) {
+  const auto session = std::make_shared<test::ScriptedSession>();
+  CurrencyRates rates(session, QUrl(u"https://rates.example"_s));
+  const auto rate = [](const QString& base, const QString& quote, double value) {
+    return QJsonObject{{u"date"_s, u"2026-11-23"_s}, {u"base"_s, base}, {u"quote"_s, quote}, {u"rate"_s, value}};
+  };
+  const QString day = SnapshotFixture::locale().toString(QDate(2026, 11, 23), QLocale::LongFormat);
+  Open converter(u"converter"_s, &rates);
+  const auto shown = [&] { return converter.panel->findChild<ResultView*>()->accessibleName(); };
+  const auto says = [&](const QString& text) {
+    return std::ranges::any_of(converter.panel->findChildren<TextLabel*>(),
+                               [&](const TextLabel* label) { return !label->isHidden() && label->text() == text; });
+  };
+  EXPECT_TRUE(session->asked.isEmpty()) << "lengths need no rate";
+  converter.click(u"Currency"_s);
+  EXPECT_EQ(converter.option(u"from"_s) + converter.option(u"to"_s), u"GBPEUR"_s) << "the user's own first";
+  converter.write(u"many"_s);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(shown(), u"Enter a number."_s);
+  converter.write(u"1250"_s);
+  QCoreApplication::processEvents();
+  ASSERT_EQ(session->asked.size(), 1);
+  EXPECT_EQ(session->asked[0]->call.url.path(), u"/v2/rate/gbp/eur"_s);
+  EXPECT_EQ(shown(), u"Getting the exchange rate…"_s);
+  session->answer(rate(u"GBP"_s, u"EUR"_s, 0.9234567));
+  EXPECT_EQ(shown(), u"1,154.32 EUR"_s);
+  EXPECT_TRUE(says(u"Rate of %1, from frankfurter.dev"_s.arg(day)));
+  converter.write(u"10"_s);
+  EXPECT_EQ(shown(), u"9.23 EUR"_s);
+  converter.click(u"Copy Result"_s);
+  EXPECT_EQ(converter.commands.asked.last(), u"copy 9.23"_s);
+  EXPECT_EQ(session->asked.size(), 1) << "the rate is kept";
+
+  converter.click(u"Swap Units"_s);
+  QCoreApplication::processEvents();
+  ASSERT_EQ(session->asked.size(), 2);
+  session->answer(rate(u"EUR"_s, u"GBP"_s, 0));
+  EXPECT_EQ(shown(), u"No exchange rate"_s);
+  EXPECT_TRUE(says(u"Invalid rate response"_s));
+  converter.write(u"20"_s);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(session->asked.size(), 2) << "only the user asks again";
+  converter.click(u"Try Again"_s);
+  QCoreApplication::processEvents();
+  ASSERT_EQ(session->asked.size(), 3);
+  converter.click(u"Length"_s);
+  EXPECT_EQ(shown(), u"0.02 km"_s);
+  EXPECT_FALSE(says(u"Invalid rate response"_s));
+  session->answer(rate(u"EUR"_s, u"GBP"_s, 1.1));
+  EXPECT_EQ(shown(), u"0.02 km"_s) << "what came too late shows nothing";
+
+  converter.click(u"Swap Units"_s);
+  converter.click(u"Currency"_s);
+  converter.panel.reset();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(session->asked.size(), 3) << "nobody waits for it";
+}
+
+TEST(ConverterPanelTest, OffersNoCurrenciesWhereNobodyKnowsTheirRates) {
+  Open converter(u"converter"_s);
+  for (PaintedButton* button : converter.panel->findChildren<PaintedButton*>())
+    EXPECT_NE(button->label(), u"Currency"_s);
 }
 
 TEST(ColorPanelTest, TakesColorsFromEverywhere) {

@@ -6,6 +6,7 @@
 #include "views/families/notes/NoteTiles.h"
 #include "views/families/timers/TimerFacts.h"
 #include "views/families/timers/TimerTiles.h"
+#include "views/families/utilities/UtilityOptions.h"
 #include "views/families/utilities/UtilityTiles.h"
 #include "views/tiles/TileContent.h"
 #include "widgets/catalog/Catalog.h"
@@ -179,6 +180,23 @@ TEST(UtilityText, SpeaksTheLocale) {
   for (const double value : {0.0, 1e-300, -1e-5, 0.5, 1e5, -123456.789, 1e300})
     EXPECT_FALSE(UtilityText::forms(value, english).isEmpty()) << value;
   EXPECT_EQ(UtilityText::forms(1e-5, english).last(), u"1.0E−05"_s) << "never rounded to nothing";
+}
+
+TEST(UtilityTiles, ConvertMoneyByTheRateThatIsKnown) {
+  const QLocale english(QLocale::English, QLocale::UnitedKingdom);
+  const Options money{{u"value"_s, u"-12.5"_s}, {u"from"_s, u"EUR"_s}, {u"to"_s, u"JPY"_s}};
+  EXPECT_EQ(contentOf<ResultContent>(u"converter"_s, money).figures, QStringList{u"–"_s});
+  TileSources known = morning();
+  known.readings.rates.insert(u"EUR/JPY"_s, 163.2749);
+  EXPECT_EQ(contentOf<ResultContent>(u"converter"_s, money, known).exact, u"−2,040.94"_s);
+  const struct {
+    const char* amount;
+    std::optional<double> worth;
+  } amounts[] = {{"1", 1.08}, {"0.01", 0.010842}, {"−3", -3.25}, {"1e308", {}}, {"", {}}, {"ten", {}}};
+  for (const auto& [amount, worth] : amounts)
+    EXPECT_EQ(exchanged(QString::fromUtf8(amount), 1.0842, english), worth) << amount;
+  EXPECT_EQ(offeredCurrencies(QLocale(u"de_CH"_s), {}).first(3), (QStringList{u"CHF"_s, u"EUR"_s, u"USD"_s}));
+  EXPECT_EQ(offeredCurrencies(QLocale::c(), {{}, u"EUR"_s, u"ISK"_s}).last(), u"ISK"_s);
 }
 
 TEST(UtilityTiles, ShowWhatWasDoneLast) {

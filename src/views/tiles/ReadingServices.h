@@ -11,6 +11,7 @@ class Bookmarks;
 class ClientWindows;
 class ClipboardHistory;
 class Connections;
+class CurrencyRates;
 class FolderStacks;
 class InstalledApps;
 class MachineDetails;
@@ -37,8 +38,9 @@ struct ReadingServices {
   const ClientWindows& windows;  ///< Those of other programs.
   ClipboardHistory& clipboard;
   Pasteboard& pasteboard;
-  Connections& connections;      ///< To services on the net.
-  bool sendsNearby = false;      ///< As in ReadingFacts.
+  Connections& connections;        ///< To services on the net.
+  bool sendsNearby = false;        ///< As in ReadingFacts.
+  CurrencyRates* rates = nullptr;  ///< Null where nobody can be asked for exchange rates.
   /// The pictures of applications, by what their tiles know them by; empty where there are none.
   TileIcons icons{};
   /// Answers in place of the disk, for pictures of panels; empty otherwise.

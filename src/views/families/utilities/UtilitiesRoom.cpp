@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "services/CurrencyRates.h"
 #include "views/families/utilities/UtilityOptions.h"
 #include "views/families/utilities/UtilityTiles.h"
 #include "views/panels/Room.h"
@@ -44,13 +45,27 @@ QMap<QString, QString> picturedColor(const QDateTime&) {
 
 QMap<QString, QString> picturedEmoji(const QDateTime&) { return {{option::recents, u"😀 🎉 👍"_s}}; }
 
+/// The rates of what converters are set to. None is asked for here.
+void readRates(ReadingFacts& readings, const QList<DockWidget>& widgets, const ReadingServices& services) {
+  if (!services.rates) return;
+  for (const DockWidget& widget : widgets) {
+    const Conversion chosen = Conversion::of(widget);
+    if (!chosen.isOfMoney()) continue;
+    if (const auto quote = services.rates->kept(chosen.from, chosen.to))
+      readings.rates.insert(chosen.pair(), quote->rate);
+  }
+}
+
 constexpr std::array kFamilies = {
     RoomRow{.of = familyText(Family::Calculator),
             .content = contentOf<makeCalculator>,
             .panel = makeCalculatorPanel,
             .example = exampleCalculation,
             .pictured = picturedCalculation},
-    RoomRow{.of = familyText(Family::Converter), .content = contentOf<makeConverter>, .panel = makeConverterPanel},
+    RoomRow{.of = familyText(Family::Converter),
+            .content = contentOf<makeConverter>,
+            .panel = makeConverterPanel,
+            .readEach = readRates},
     RoomRow{.of = familyText(Family::Color),
             .content = contentOf<makeColor>,
             .panel = makeColorPanel,

@@ -73,6 +73,15 @@ ResultContent makeConverter(const TileRequest& request) {
   const Conversion chosen = Conversion::of(request.widget);
   ResultContent content{{u"–"_s}, chosen.to, u"%1 %2"_s.arg(chosen.value, chosen.from), {}, request.definition.symbol};
   if (content.source.startsWith(u'-')) content.source[0] = u'−';
+  if (chosen.isOfMoney()) {
+    const auto rate = request.sources.readings.rates.constFind(chosen.pair());
+    if (rate == request.sources.readings.rates.constEnd()) return content;
+    if (const auto worth = exchanged(chosen.value, *rate, locale)) {
+      content.figures = UtilityText::forms(*worth, locale);
+      content.exact = content.figures.first();
+    }
+    return content;
+  }
   if (const auto value = UtilityText::convert(chosen.value, chosen.from, chosen.to, locale).value) {
     content.figures = shortForms(*value, locale);
     content.exact = UtilityText::forms(*value, locale).first();
