@@ -26,6 +26,8 @@
 #include "config/DataDirectory.h"
 #include "config/Persistence.h"
 #include "platform/dbus/DBusSessionApplication.h"
+#include "platform/net/LoadedTransport.h"
+#include "services/NetworkDiagnose.h"
 
 namespace tarnwick {
 namespace {
@@ -65,6 +67,14 @@ int measureCommandBar(int argc, char** argv, const CommandLine& line) {
   return CommandBarLatency::run(InstalledApps::enumerate(AppEnvironment::ofProcess()),
                                 line.iterations.value_or(CommandBarLatency::kIterations),
                                 {.clock = clock, .print = print});
+}
+
+int diagnoseNetwork(int argc, char** argv) {
+  QCoreApplication application(argc, argv);
+  loadWords(application);
+  SystemScheduler scheduler;
+  const auto transport = std::make_shared<LoadedTransport>(NetworkSetup{&scheduler, {}});
+  return NetworkDiagnose::run(transport, BaseAddresses::shipped(), print);
 }
 
 /// The toolkit calls exit() when the display goes away; then this is the last chance to keep what was entered and to
@@ -192,6 +202,8 @@ int runProgram(int argc, char** argv) {
         return restoreDockAndExit(argc, argv, line.directory);
       case Mode::Snapshot:
         return runSnapshot(argumentsOf(argc, argv));
+      case Mode::NetworkDiagnose:
+        return diagnoseNetwork(argc, argv);
       case Mode::CommandBarLatency:
         return measureCommandBar(argc, argv, line);
       case Mode::Help:

@@ -332,13 +332,25 @@ TEST_F(ProgramTest, RunsWithoutASessionBusAndStillOnlyOnce) {
   EXPECT_EQ(program.end(), 0);
 }
 
+TEST_F(ProgramTest, SaysOfEachServiceThatItIsOutOfReachWhereThereIsNoNetwork) {
+  const QString alone = u"unshare"_s;
+  if (runToEnd(home(), {u"-rn"_s, u"true"_s}, alone).status != 0)
+    GTEST_SKIP() << "the kernel gives no network of our own";
+  const auto ended = runToEnd(home(), {u"-rn"_s, Program::path(), u"--network-diagnose"_s}, alone);
+  EXPECT_EQ(ended.status, 0);
+  EXPECT_EQ(ended.standardError, QString());
+  EXPECT_EQ(ended.standardOutput.count(u"\"error\":\"The service could not be reached."_s), 3)
+      << qPrintable(ended.standardOutput);
+  EXPECT_EQ(ended.standardOutput.count(u'\n'), 1);
+}
+
 TEST_F(ProgramTest, SaysInOneSentenceWhatItCannotDo) {
   Program::setVariable(u"DISPLAY"_s, u":4711"_s);
   const auto noDisplay = runToEnd(home(), {});
   EXPECT_EQ(noDisplay.status, 1);
   EXPECT_EQ(noDisplay.standardError, u"Tarnwick cannot reach the display \":4711\".\n"_s);
 
-  for (const QString& mode : {u"--claude-hook"_s, u"--network-diagnose"_s, u"--diagnose"_s, u"--benchmark"_s}) {
+  for (const QString& mode : {u"--claude-hook"_s, u"--diagnose"_s, u"--benchmark"_s}) {
     const auto ended = runToEnd(home(), {mode, u"30"_s});
     EXPECT_EQ(ended.status, 1) << qPrintable(mode);
     EXPECT_EQ(ended.standardError, u"This version of Tarnwick does not offer %1 yet.\n"_s.arg(mode));
