@@ -15,7 +15,8 @@ class GeocodeCache {
   struct Place {
     double latitude = 0;
     double longitude = 0;
-    QString name;  ///< As the service writes it.
+    QString name;         ///< As the service writes it.
+    QString region = {};  ///< What tells it from others of its name, such as "Texas, United States".
 
     bool operator==(const Place&) const = default;
   };

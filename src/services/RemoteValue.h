@@ -54,6 +54,7 @@ struct WeatherSnapshot {
   std::optional<double> precipitation;  ///< Millimetres.
   std::optional<double> humidity;       ///< Percent.
   QList<int> codes;                     ///< WMO weather codes, by day.
+  std::optional<int> utcOffset;         ///< Seconds by which the clocks there are ahead of UTC.
 
   bool operator==(const WeatherSnapshot&) const = default;
 };

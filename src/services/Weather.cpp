@@ -8,6 +8,7 @@
 
 #include "base/Cancelled.h"
 #include "base/DomainError.h"
+#include "base/ForeignText.h"
 #include "services/JSONMetric.h"
 #include "services/ServiceSession.h"
 #include "services/ServiceWords.h"
@@ -28,6 +29,13 @@ std::optional<int> codeIn(const QJsonValue& value) {
   const auto number = numberIn(value);
   if (!number || std::abs(*number) > 1000) return std::nullopt;
   return static_cast<int>(*number);
+}
+
+std::optional<int> offsetIn(const QJsonValue& value) {
+  constexpr double mostSeconds = 24 * 3600;
+  const auto seconds = numberIn(value);
+  if (!seconds || std::abs(*seconds) > mostSeconds) return std::nullopt;
+  return static_cast<int>(*seconds);
 }
 
 /// Half away from zero, and never a zero below nothing.
@@ -80,6 +88,15 @@ QString detailOf(const WeatherSnapshot& weather) {
   if (!weather.sunrise.isEmpty() && !weather.sunset.isEmpty())
     detail += u" · "_s + weather.sunrise + ServiceWords::tr(" · Sunset ") + weather.sunset;
   return detail;
+}
+
+/// "Texas, United States".
+QString regionOf(const QJsonValue& place) {
+  QStringList parts;
+  for (const auto key : {"admin1"_L1, "country"_L1})
+    if (const QString part = ForeignText::line(place[key].toString()); !part.isEmpty() && !parts.contains(part))
+      parts << part;
+  return parts.join(u", "_s);
 }
 
 bool isOnEarth(const GeocodeCache::Place& place) {
@@ -150,9 +167,9 @@ QCoro::Task<QList<GeocodeCache::Place>> Weather::places(std::shared_ptr<Shared> 
   for (const QJsonValue& result : results) {
     const auto latitude = numberIn(result["latitude"_L1]);
     const auto longitude = numberIn(result["longitude"_L1]);
-    const QString called = result["name"_L1].toString();
+    const QString called = ForeignText::line(result["name"_L1].toString());
     if (latitude && longitude && !called.isEmpty() && found.size() < most)
-      found.append({*latitude, *longitude, called});
+      found.append({*latitude, *longitude, called, regionOf(result)});
   }
   co_return found;
 }
@@ -196,6 +213,7 @@ RemoteValue Weather::read(const QJsonValue& answer, const QString& city) {
   weather.windGusts = numberIn(current["wind_gusts_10m"_L1]);
   weather.precipitation = numberIn(current["precipitation"_L1]);
   weather.humidity = numberIn(current["relative_humidity_2m"_L1]);
+  weather.utcOffset = offsetIn(answer["utc_offset_seconds"_L1]);
   readDays(weather, answer["daily"_L1]);
   readHours(weather, answer["hourly"_L1]);
   RemoteValue value;

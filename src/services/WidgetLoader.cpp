@@ -4,6 +4,7 @@
 
 #include "base/Cancelled.h"
 #include "base/DomainError.h"
+#include "services/ChosenPlace.h"
 #include "services/CustomEndpoint.h"
 #include "services/ProviderTable.h"
 #include "services/ServiceWords.h"
@@ -43,8 +44,10 @@ QCoro::Task<RemoteValue> WidgetLoader::load(DockWidget widget, std::shared_ptr<S
                                             std::stop_token stop) const {
   const QString mode = widget.options.value(option::connectionMode);
   if (showsWeather(widget.kind)) {
-    if (widget.options.value(option::weatherLocation) != value::current)
+    if (widget.options.value(option::weatherLocation) != value::current) {
+      if (auto place = ChosenPlace::of(widget)) return weather_.at(*std::move(place), fahrenheit, stop);
       return weather_.at(widget.options.value(option::city), fahrenheit, stop);
+    }
     if (!locate_)
       throw DomainError::invalid(
           ServiceWords::tr("Location Services are disabled. Choose a city or enable Location Services."));

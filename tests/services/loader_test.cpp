@@ -51,6 +51,13 @@ TEST(WidgetLoader, AsksTheSourceThatKindAndOptionsName) {
   } cases[] = {
       {kind::weatherCurrent, {{option::city, u"Kendal"_s}}, u"places.example"_s},
       {kind::todayClock, {{option::city, u"Kendal"_s}}, u"places.example"_s},
+      // Where it is counts for the city that it was chosen for alone.
+      {kind::todayClock,
+       {{option::city, u"Kendal"_s}, {option::cityPosition, u"54.3280,-2.7460,Kendal"_s}},
+       u"sky.example"_s},
+      {kind::todayClock,
+       {{option::city, u"Paris"_s}, {option::cityPosition, u"54.3280,-2.7460,Kendal"_s}},
+       u"places.example"_s},
       {kind::todayOverview, {{option::city, u"Kendal"_s}}, u"places.example"_s},
       {kind::weatherWind, {{option::weatherLocation, value::current}, {option::city, u"Kendal"_s}}, u"sky.example"_s},
       {kind::weatherCurrent, {{option::endpoint, address}}, u"Choose a city."_s},

@@ -48,6 +48,7 @@ inline constexpr QLatin1StringView timezone{"timezone"};
 inline constexpr QLatin1StringView zoneLabel{"zoneLabel"};
 inline constexpr QLatin1StringView zones{"zones"};
 inline constexpr QLatin1StringView city{"city"};
+inline constexpr QLatin1StringView cityPosition{"cityPosition"};  ///< As ChosenPlace writes it.
 inline constexpr QLatin1StringView weatherLocation{"weatherLocation"};
 
 // Utilities.
