@@ -97,7 +97,7 @@ QWidget* EditorWindow::makeBody() {
 }
 
 void EditorWindow::addLine(const EditorField& field) {
-  FieldControl* control = FieldControl::make(field, {services_.apps, services_.previews.icons});
+  FieldControl* control = FieldControl::make(field, {services_.apps, services_.previews.icons, services_.connections});
   FormRow* row = control->isWide() ? FormRow::wide(field.label, control, field.help)
                                    : new FormRow(field.label, control, field.help);
   page_->cards().constFirst()->add(row);
@@ -131,11 +131,7 @@ DockWidget EditorWindow::edited(const DockWidget& stored) const {
   if (titleTouched_) widget.title = title_->text().trimmed();
   for (const auto& line : lines_) {
     if (!line->touched || line->field.shape == FieldShape::Credential) continue;
-    const QString value = line->control->value();
-    if (value.isEmpty())
-      widget.options.remove(line->field.key);
-    else
-      widget.options.insert(line->field.key, value);
+    line->control->write(widget, line->field.key);
   }
   return widget;
 }

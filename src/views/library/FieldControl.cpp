@@ -6,6 +6,7 @@
 
 #include "base/LocalFigures.h"
 #include "base/Text.h"
+#include "services/ChosenPlace.h"
 #include "views/controls/Fields.h"
 #include "views/controls/Rows.h"
 #include "views/controls/Segments.h"
@@ -13,8 +14,10 @@
 #include "views/controls/Switch.h"
 #include "views/library/PathFields.h"
 #include "views/library/ZoneFields.h"
+#include "views/panels/PlaceField.h"
 #include "widgets/LibraryWords.h"
 #include "widgets/ToggleChoice.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -125,6 +128,35 @@ class ChoiceControl final : public FieldControl {
   Segments* segments_;
 };
 
+/// The name of a place, and where it is once it was chosen among those of that name.
+class PlaceControl final : public FieldControl {
+ public:
+  PlaceControl(const EditorField& field, Connections& connections) : place_(new PlaceField(field.label, connections)) {
+    place_->field().setPlaceholderText(field.placeholder);
+    hold(place_);
+    connect(place_, &PlaceField::typed, this, [this] {
+      chosen_.reset();
+      Q_EMIT changed();
+    });
+    connect(place_, &PlaceField::chosen, this, [this](const GeocodeCache::Place& place) {
+      chosen_ = place;
+      Q_EMIT changed();
+    });
+  }
+  QString value() const override { return place_->text(); }
+  void setValue(const QString& value) override { place_->setText(value); }
+  void write(DockWidget& widget, const QString& key) const override {
+    FieldControl::write(widget, key);
+    widget.options.remove(option::cityPosition);
+    if (chosen_) widget.options.insert(option::cityPosition, ChosenPlace::position(*chosen_));
+  }
+  void setFaulty(bool faulty) override { place_->field().setFaulty(faulty); }
+
+ private:
+  PlaceField* place_;
+  std::optional<GeocodeCache::Place> chosen_;
+};
+
 /// The switches of a tile of quick toggles, of which some are chosen.
 class TogglesControl final : public FieldControl {
  public:
@@ -173,6 +205,14 @@ class TogglesControl final : public FieldControl {
 
 }  // namespace
 
+void FieldControl::write(DockWidget& widget, const QString& key) const {
+  const QString text = value();
+  if (text.isEmpty())
+    widget.options.remove(key);
+  else
+    widget.options.insert(key, text);
+}
+
 void FieldControl::hold(QWidget* control) {
   auto* box = new QVBoxLayout(this);
   box->setContentsMargins(0, 0, 0, 0);
@@ -197,6 +237,8 @@ FieldControl* FieldControl::make(const EditorField& field, const FieldServices& 
     case FieldShape::Zone:
     case FieldShape::Zones:
       return new ZoneField(field.shape == FieldShape::Zones, field.placeholder);
+    case FieldShape::Place:
+      return new PlaceControl(field, services.connections);
     case FieldShape::Application:
     case FieldShape::Applications:
       return new AppField(services, field.shape == FieldShape::Applications);

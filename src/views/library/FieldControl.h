@@ -4,15 +4,19 @@
 #include <memory>
 
 #include "apps/InstalledApps.h"
+#include "config/DockWidget.h"
 #include "views/library/EditorFields.h"
 #include "views/tiles/TileStyle.h"
 
 namespace tarnwick {
 
+class Connections;
+
 /// What the controls of a form ask of the program. Borrowed.
 struct FieldServices {
   InstalledApps& apps;
   TileIcons icons;
+  Connections& connections;
 };
 
 /// The control of one option in a form. It holds the option as the text that a widget keeps.
@@ -25,6 +29,8 @@ class FieldControl : public QWidget {
   virtual QString value() const = 0;
   /// Without a signal.
   virtual void setValue(const QString& value) = 0;
+  /// Writes it into a widget that it was changed for.
+  virtual void write(DockWidget& widget, const QString& key) const;
   /// What is wrong with it by itself, as a finished sentence; empty for nothing.
   virtual QString fault() const { return {}; }
   /// Shows that something is wrong with it.

@@ -14,6 +14,7 @@ enum class FieldShape {
   Choice,        ///< One of a few words.
   Zone,          ///< A time zone.
   Zones,         ///< Several of them.
+  Place,         ///< A place on earth, with where it is (ChosenPlace).
   Application,   ///< The path of a desktop entry.
   Applications,  ///< Several of them.
   Folder,        ///< The path of a folder.
