@@ -179,7 +179,8 @@ TEST(Catalog, TraitsSetAFewKindsApart) {
   EXPECT_EQ(withTrait([](const KindTraits& traits) { return traits.anchorsRunningApps; }), Kinds{u"applications"_s});
   EXPECT_EQ(withTrait([](const KindTraits& traits) { return traits.readsCodex; }),
             (Kinds{u"codexUsage"_s, u"codexUsageGauge"_s}));
-  EXPECT_EQ(withTrait([](const KindTraits& traits) { return traits.showsCityWeather; }), Kinds{u"todayClock"_s});
+  EXPECT_EQ(withTrait([](const KindTraits& traits) { return traits.showsCityWeather; }),
+            (Kinds{u"todayOverview"_s, u"todayClock"_s}));
   const KindTraits& unknown = KindTraits::of(u"teleporter"_s);
   EXPECT_EQ(unknown.opens, TileOpens::Panel);
   EXPECT_EQ(unknown.takes, TileTakes::None);

@@ -62,6 +62,7 @@ WindowServices LibraryFixture::services() {
 void LibraryFixture::Machine::fill(TileSources& sources, const QList<DockWidget>& widgets) {
   for (const DockWidget& widget : widgets) fixture_.asked.insert(widget.kind);
   sources = SnapshotFixture::sources();
+  sources.weather = {};
   if (!fixture_.hasSensor) sources.readings.celsius.reset();
 }
 

@@ -321,7 +321,8 @@ TEST_F(LibraryWindowTest, ACardSaysWhetherItsPictureIsASampleOrItsWidgetComesLat
   struct Case {
     QString section, title, mark;
   };
-  for (const auto& [section, title, mark] : QList<Case>{{u"Weather"_s, u"Forecast"_s, u"Later"_s},
+  for (const auto& [section, title, mark] : QList<Case>{{u"Weather"_s, u"Forecast"_s, u"Sample"_s},
+                                                        {u"Photos"_s, u"Recent Photo"_s, u"Later"_s},
                                                         {u"Clocks"_s, u"Flip Clock"_s, {}},
                                                         {u"System"_s, u"Temperature"_s, u"Sample"_s},
                                                         {u"Productivity"_s, u"Drink Water"_s, u"Sample"_s},

@@ -249,15 +249,18 @@ TEST_F(LiveDockTest, AValueOfOneWidgetReachesItsTileAlone) {
   WeatherSource source;
   services.others = {&source};
   show({u"weatherCurrent"_s, u"weatherCurrent"_s, u"fileShelf"_s});
+  store.edit([](DockConfiguration& config) {
+    for (DockWidget& widget : config.profiles[0].widgets) widget.options.insert(u"city"_s, u"Kendal"_s);
+  });
   const QStringList before{shown(0), shown(1)};
   source.answers.insert(store.widgets()[1].id, u"6°"_s);
   Q_EMIT source.widgetChanged(store.widgets()[1].id);
   EXPECT_EQ(shown(0), before[0]);
-  EXPECT_EQ(shown(1), u"6°"_s);
+  EXPECT_EQ(shown(1), u"Kendal, 6°"_s);
   EXPECT_EQ(services.gathered, 0) << "no other source was asked";
   source.answers.insert(store.widgets()[0].id, u"7°"_s);
   Q_EMIT source.changed({Family::Weather});
-  EXPECT_EQ(shown(0), u"7°"_s);
+  EXPECT_EQ(shown(0), u"Kendal, 7°"_s);
   const int asked = source.asked;
   Q_EMIT source.widgetChanged(QUuid::createUuid());
   Q_EMIT source.changed({Family::Habit});

@@ -113,7 +113,7 @@ TEST(Mirroring, PutsEachElementOnTheOtherSideAndTurnsOnlyWhatMayBe) {
        [](TileCanvas& canvas) { drawAppMarks(canvas, QRectF(20, 10, 44, 44), {.count = 3}); }},
       {"the weather", Turn::Upright,
        [](TileCanvas& canvas) {
-         drawWeather(canvas.painter(), WeatherPicture::CloudSun, {12, 10}, 32, canvas.colors().pictures);
+         drawWeather(canvas.painter(), WeatherPicture::CloudSun, {12, 10}, 32, canvas.colors());
        }},
       {"a chart", Turn::Upright,
        [](TileCanvas& canvas) {

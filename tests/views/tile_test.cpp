@@ -135,7 +135,7 @@ TEST(Words, SayWhatATileIsAndShows) {
   sources.trashItems = 1;
   EXPECT_EQ(tip(u"trash"_s), u"Trash: 1 item"_s);
   sources.weather = {};
-  EXPECT_EQ(tip(u"weatherCurrent"_s), u"Location: Comes with a later version"_s);
+  EXPECT_EQ(tip(u"weatherCurrent"_s), u"Location: Set place"_s);
 }
 
 TEST(Weather, IsSeenBeforeThereIsAReading) {

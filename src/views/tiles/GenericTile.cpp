@@ -34,7 +34,7 @@ void drawSign(TileCanvas& canvas, const GenericContent& content, QPointF centre)
   QPainter& painter = canvas.painter();
   if (content.picture) {
     drawWeather(painter, *content.picture, centre - QPointF(kWeather, kWeather) / 2, kWeather,
-                canvas.colors().pictures);
+                canvas.colors());
     return;
   }
   if (!content.symbol.isEmpty()) {

@@ -1,27 +1,105 @@
 #include "views/tiles/WeatherReading.h"
 
+#include <QTimeZone>
+#include <array>
+#include <utility>
+
+#include "base/LocalFigures.h"
+#include "services/RemoteRules.h"
+#include "views/tiles/TileSources.h"
+#include "widgets/ClockWords.h"
+#include "widgets/FileWords.h"
+#include "widgets/TileWords.h"
+#include "widgets/catalog/Options.h"
+
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-WeatherPicture pictureOf(const QString& symbol) {
-  if (symbol == "sun.max.fill"_L1) return WeatherPicture::Sun;
-  return symbol == "cloud.sun.fill"_L1 ? WeatherPicture::CloudSun : WeatherPicture::Cloud;
+constexpr std::array kPictures{
+    std::pair{"sun.max.fill"_L1, WeatherPicture::Sun},
+    std::pair{"cloud.sun.fill"_L1, WeatherPicture::CloudSun},
+    std::pair{"cloud.fog.fill"_L1, WeatherPicture::Fog},
+    std::pair{"cloud.drizzle.fill"_L1, WeatherPicture::Drizzle},
+    std::pair{"cloud.rain.fill"_L1, WeatherPicture::Rain},
+    std::pair{"cloud.snow.fill"_L1, WeatherPicture::Snow},
+    std::pair{"cloud.bolt.rain.fill"_L1, WeatherPicture::Thunder},
+};
+
+bool isOld(const RemoteReading& reading, const QDateTime& now) {
+  return reading.goodAt && reading.goodAt->secsTo(now) > RemoteRules::kStale;
+}
+
+/// Where a service writes no time for the sun it may give the same one twice.
+bool isNightAt(const WeatherSnapshot& weather, const QDateTime& there) {
+  const auto sun = SunTimes::of(weather);
+  return sun ? !sun->isUpAt(there.time()) : false;
 }
 
 }  // namespace
 
-std::optional<WeatherReading> WeatherReading::of(const std::optional<RemoteReading>& reading) {
+std::optional<WeatherReading> WeatherReading::of(const DockWidget& widget, const TileSources& sources) {
+  const std::optional<RemoteReading> reading = sources.weather.of(widget.id);
   if (!reading || !reading->value.value) return std::nullopt;
   const RemoteValue& value = reading->value;
   WeatherReading weather;
-  weather.temperature = *value.value;
-  weather.condition = value.subtitle;
-  weather.picture = pictureOf(value.symbol);
-  if (value.weather) weather.place = value.weather->city;
+  weather.temperature = degrees(*value.value, sources);
+  weather.place = value.weather ? value.weather->city : placeOf(widget);
+  weather.isNight = value.weather && isNightAt(*value.weather, momentAt(*value.weather, sources.now));
+  weather.isLoading = reading->isLoading;
+  weather.isFailed = value.failed;
+  // A failure has its sentence where the condition was.
+  if (!value.failed && !value.loading) weather.condition = value.subtitle;
+  weather.picture = pictureOf(value.symbol, weather.isNight);
+  weather.problem = problemOf(reading, sources);
+  if (reading->goodAt && (!weather.problem.isEmpty() || isOld(*reading, sources.now)))
+    weather.age = agoWord(*reading->goodAt, sources.now, sources.locale);
   return weather;
+}
+
+QString WeatherReading::problemOf(const std::optional<RemoteReading>& reading, const TileSources& sources) {
+  if (!reading || reading->isLoading) return {};
+  if (reading->pausedUntil && *reading->pausedUntil > sources.now) {
+    const QTime until = reading->pausedUntil->toTimeZone(sources.now.timeZone()).time();
+    return TileWords::tr("Paused until %1.").arg(ClockWords::time(until, sources.locale, sources.use24Hour).full());
+  }
+  if (reading->value.failed) return reading->value.subtitle;
+  return reading->isOwed ? TileWords::tr("Waiting for the network.") : QString();
+}
+
+QString WeatherReading::placeOf(const DockWidget& widget) {
+  if (widget.options.value(option::weatherLocation) == value::current) return TileWords::tr("Current location");
+  return widget.options.value(option::city).trimmed();
+}
+
+WeatherPicture WeatherReading::pictureOf(const QString& symbol, bool atNight) {
+  for (const auto& [name, picture] : kPictures) {
+    if (symbol != name) continue;
+    if (atNight && picture == WeatherPicture::Sun) return WeatherPicture::Moon;
+    if (atNight && picture == WeatherPicture::CloudSun) return WeatherPicture::CloudMoon;
+    return picture;
+  }
+  return WeatherPicture::Cloud;
+}
+
+QDateTime WeatherReading::momentAt(const WeatherSnapshot& weather, const QDateTime& now) {
+  return weather.utcOffset ? now.toOffsetFromUtc(*weather.utcOffset) : now;
+}
+
+QString WeatherReading::degrees(const QString& ascii, const TileSources& sources) {
+  return LocalFigures::of(ascii, sources.locale).replace(u'-', u'−');
+}
+
+std::optional<SunTimes> SunTimes::of(const WeatherSnapshot& weather) {
+  const SunTimes sun{QTime::fromString(weather.sunrise, "HH:mm"_L1), QTime::fromString(weather.sunset, "HH:mm"_L1)};
+  if (!sun.rise.isValid() || !sun.set.isValid() || sun.rise >= sun.set) return std::nullopt;
+  return sun;
+}
+
+double SunTimes::shareAt(QTime time) const {
+  return static_cast<double>(rise.msecsTo(time)) / static_cast<double>(rise.msecsTo(set));
 }
 
 }  // namespace tarnwick

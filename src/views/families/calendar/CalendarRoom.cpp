@@ -10,6 +10,7 @@
 #include "views/panels/Room.h"
 #include "widgets/catalog/Family.h"
 #include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -57,6 +58,14 @@ void sampleCalendar(TileSources& sources, const TileSources&) {
 
 void picture(TileSources& sources) { sources.calendar = calendarFixture(sources.now); }
 
+constexpr std::array kOverviewOptions = {
+    WidgetOption{.key = option::city,
+                 .shape = FieldShape::Place,
+                 .label = QT_TRANSLATE_NOOP("Library", "City"),
+                 .placeholder = QT_TRANSLATE_NOOP("Library", "Chicago"),
+                 .help = QT_TRANSLATE_NOOP("Library", "The panel shows the weather there.")},
+};
+
 constexpr std::array kFamilies = {
     RoomRow{.of = familyText(Family::Calendar),
             .panel = makeCalendarPanel,
@@ -82,7 +91,10 @@ constexpr std::array kKinds = {
     RoomRow{.of = kind::calendarMeeting, .content = fromCalendar<makeMeetings>},
     RoomRow{.of = kind::calendarMeetingDetail, .content = fromCalendar<makeMeetingCenter>},
     RoomRow{.of = kind::calendarMeetingCompact, .content = fromCalendar<makeNextMeeting>},
-    RoomRow{.of = kind::todayOverview, .content = contentOf<makeTodayOverview>, .panel = makeOverviewPanel},
+    RoomRow{.of = kind::todayOverview,
+            .content = contentOf<makeTodayOverview>,
+            .panel = makeOverviewPanel,
+            .options = kOverviewOptions},
     RoomRow{.of = kind::calendarDayProgress, .content = contentOf<makeDayProgress>},
     RoomRow{
         .of = kind::calendarMonthProgress, .content = contentOf<makeMonthProgress>, .panel = makeMonthProgressPanel},

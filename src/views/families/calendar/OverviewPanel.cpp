@@ -83,7 +83,7 @@ class OverviewPanel final : public TilePanel {
   }
 
   void showWeather(const TileSources& sources) {
-    const auto weather = WeatherReading::of(sources.weather.of(widget().id));
+    const auto weather = WeatherReading::of(widget(), sources);
     weather_->setVisible(weather.has_value());
     // A section brings the space above it along, the weather does not.
     const int top = weather ? theme::kPanelHeaderBelow - theme::kSectionBelow : 0;
@@ -97,12 +97,15 @@ class OverviewPanel final : public TilePanel {
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
-    drawWeather(painter, reading_->picture, {}, size, look().palette.pictures);
+    drawWeather(painter, reading_->picture, {}, size, look().palette);
     painter.end();
     weather_->setPicture(picture);
-    weather_->setTitle(reading_->condition.isEmpty() ? reading_->place : reading_->condition);
-    weather_->setCaption(reading_->condition.isEmpty() ? QString() : reading_->place);
-    weather_->setValue(LocalFigures::of(reading_->temperature, sources.locale));
+    const bool named = !reading_->condition.isEmpty();
+    QStringList facts{named ? reading_->place : reading_->problem, reading_->age};
+    facts.removeAll(QString());
+    weather_->setTitle(named ? reading_->condition : reading_->place);
+    weather_->setCaption(facts.join(u" · "_s));
+    weather_->setValue(reading_->temperature, reading_->isFailed ? Tone::Secondary : Tone::Primary);
   }
 
   void showEvents(const CalendarDigest& digest, const TileSources& sources) {

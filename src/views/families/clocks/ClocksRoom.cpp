@@ -29,11 +29,10 @@ constexpr std::array kTodayOptions = {
     kOptions[0],
     kOptions[1],
     WidgetOption{.key = option::city,
-                 .shape = Line,
+                 .shape = Place,
                  .label = QT_TRANSLATE_NOOP("Library", "City"),
                  .placeholder = QT_TRANSLATE_NOOP("Library", "Chicago"),
-                 .help = QT_TRANSLATE_NOOP("Library", "Weather is not part of this version yet."),
-                 .isLater = true},
+                 .help = QT_TRANSLATE_NOOP("Library", "Shows the weather there beside the time.")},
 };
 constexpr std::array kListOptions = {
     WidgetOption{.key = option::zones,

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "base/LocalFigures.h"
 #include "views/tiles/DayPainting.h"
 #include "views/tiles/TileCanvas.h"
 #include "widgets/TileWords.h"
@@ -74,17 +73,16 @@ void paint(TileCanvas& canvas, const DayNumberContent& content) {
 TodayClockContent makeTodayClock(const TileRequest& request) {
   TodayClockContent content{makeTimeDate(request), std::nullopt};
   content.clock.sky = Sky::Here;  // Its place is the weather's.
-  if (!request.widget.options.value(option::city).trimmed().isEmpty())
-    content.weather = WeatherReading::of(request.sources.weather.of(request.widget.id));
-  if (content.weather)
-    content.weather->temperature = LocalFigures::of(content.weather->temperature, request.sources.locale);
+  if (!WeatherReading::placeOf(request.widget).isEmpty())
+    content.weather = WeatherReading::of(request.widget, request.sources);
   return content;
 }
 
 TileText describe(const TodayClockContent& content, const QString& name) {
   TileText text = describe(content.clock, name);
-  if (content.weather)
-    text.value += u", "_s + QStringList{content.weather->place, content.weather->temperature}.join(u' ');
+  if (!content.weather) return text;
+  text.value += u", "_s + QStringList{content.weather->place, content.weather->temperature}.join(u' ');
+  if (!content.weather->problem.isEmpty()) text.value += u", "_s + content.weather->problem;
   return text;
 }
 
@@ -106,11 +104,12 @@ void paint(TileCanvas& canvas, const TodayClockContent& content) {
   const double picture =
       fits ? canvas.width() - kWeatherFromRight : divider + (kDividerFromRight - kWeatherPicture) / 2;
   drawWeather(painter, content.weather->picture, {picture, fits ? kWeatherTop : kWeatherTopStacked}, kWeatherPicture,
-              canvas.colors().pictures);
+              canvas.colors());
+  const QColor& ink = content.weather->isFailed ? canvas.colors().secondary : canvas.colors().primary;
   if (fits)
-    figure.drawFromInk(painter, {left, TileCanvas::centredBaseline(figure, kWeatherMiddle)}, canvas.colors().primary);
+    figure.drawFromInk(painter, {left, TileCanvas::centredBaseline(figure, kWeatherMiddle)}, ink);
   else
-    figure.drawCentred(painter, {divider + kDividerFromRight / 2, kWeatherStackedBaseline}, canvas.colors().primary);
+    figure.drawCentred(painter, {divider + kDividerFromRight / 2, kWeatherStackedBaseline}, ink);
 }
 
 WorldTimeContent makeWorldTime(const TileRequest& request) {

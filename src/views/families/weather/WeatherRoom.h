@@ -1,15 +1,33 @@
 #pragma once
 
-#include "views/theme/WeatherPictures.h"
+#include <memory>
+
 #include "views/tiles/TileContent.h"
 #include "views/tiles/TileRequest.h"
 
 namespace tarnwick {
 
-/// The weather now: picture and temperature over the place. Without a reading, its name and a word that says
-/// what is missing.
+struct PanelContext;
+class TilePanel;
+
+// The tiles. Without a place they show the way to one; where all but the temperature is missing, that alone.
+
+/// Picture and temperature over the place.
 TileContent makeCurrentWeather(const TileRequest& request);
-/// A picture that stands for the weather, its name and the way to a place, for kinds that have nothing else to show.
-TileContent makePlacelessWeather(const TileRequest& request, WeatherPicture picture);
+/// The same with the day's temperatures, humidity and wind.
+TileContent makeWeatherDetails(const TileRequest& request);
+/// The condition in words.
+TileContent makeWeatherStatus(const TileRequest& request);
+/// The next four days.
+TileContent makeForecast(const TileRequest& request);
+/// Today and two more days.
+TileContent makeTodayForecast(const TileRequest& request);
+/// The temperature of the coming hours as a line.
+TileContent makeHourlyWeather(const TileRequest& request);
+TileContent makeWind(const TileRequest& request);
+/// The way of the sun today.
+TileContent makeSunCycle(const TileRequest& request);
+
+std::unique_ptr<TilePanel> makeWeatherPanel(const PanelContext& context);
 
 }  // namespace tarnwick

@@ -1,10 +1,11 @@
 #include <optional>
 
-#include "base/LocalFigures.h"
+#include "views/families/weather/WeatherLooks.h"
 #include "views/families/weather/WeatherRoom.h"
+#include "views/theme/Glass.h"
 #include "views/tiles/GenericTile.h"
 #include "views/tiles/TileCanvas.h"
-#include "views/tiles/WeatherReading.h"
+#include "widgets/ClockWords.h"
 #include "widgets/TileWords.h"
 
 namespace tarnwick {
@@ -13,41 +14,65 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double kPicture = 32;
-constexpr double kPictureTop = 4;
-constexpr double kFigureLeastRight = 4;
-constexpr double kFigureLeft = 48;
-constexpr double kPlaceBaseline = 51;
+constexpr double kBarePicture = 32;
 constexpr double kNameBaseline = 44;
 constexpr double kWordBaseline = 56.5;
 
-/// The largest in which the whole figure fits on the tile: in hard winters it has three characters.
-TextStyle figureStyle(const TileCanvas& canvas, const QString& figure) {
-  const double space = canvas.width() - kFigureLeft - kFigureLeastRight;
-  for (const TextStyle style : {TextStyle::Headline, TextStyle::Figure17})
-    if (canvas.line(figure, style).width() <= space) return style;
-  return TextStyle::Title;
+constexpr double kLoadingTop = 59.5;
+constexpr double kLoadingHeight = 2;
+constexpr double kFailedDot = 3.5;
+constexpr double kFailedInset = 15;
+
+/// A place that is not chosen, or whose weather was never read.
+struct PlacelessContent {
+  GenericContent generic;
+
+  bool operator==(const PlacelessContent&) const = default;
+};
+
+void paintLoadingLine(TileCanvas& canvas) {
+  const double width = canvas.width() - theme::kTextLeft * 2;
+  const QRectF track(theme::kTextLeft, kLoadingTop, width, kLoadingHeight);
+  drawRounded(canvas.painter(), track, kLoadingHeight / 2, canvas.colors().track);
+  drawRounded(canvas.painter(), track.adjusted(width / 3, 0, -width / 3, 0), kLoadingHeight / 2, canvas.accent());
 }
 
-void paintReading(TileCanvas& canvas, const WeatherReading& reading) {
-  const double lower = canvas.showsCaption() ? 0 : 12;
-  drawWeather(canvas.painter(), reading.picture, {theme::kPictureInset, kPictureTop + lower}, kPicture,
-              canvas.colors().pictures);
-  double baseline = theme::kHeadlineBaseline;
-  const TextStyle style = figureStyle(canvas, reading.temperature);
-  if (!canvas.showsCaption()) baseline = TileCanvas::centredBaseline(canvas.line(reading.temperature, style));
-  canvas.figure(kFigureLeft, baseline, style, reading.temperature);
-  if (canvas.showsCaption())
-    canvas.text(theme::kTextLeft, kPlaceBaseline, canvas.spaceAfter(theme::kTextLeft), TextStyle::Caption,
-                reading.place, canvas.colors().secondary);
+void paintFailedDot(TileCanvas& canvas) {
+  canvas.painter().setPen(Qt::NoPen);
+  canvas.painter().setBrush(canvas.colors().accent(Accent::Red));
+  canvas.painter().drawEllipse(QPointF(canvas.width() - kFailedInset, kFailedInset), kFailedDot, kFailedDot);
 }
 
-void paintUnconnected(TileCanvas& canvas, const GenericContent& missing) {
+}  // namespace
+
+void paint(TileCanvas& canvas, const WeatherContent& content) {
+  content.look->has(content) ? content.look->paint(canvas, content) : paintTemperature(canvas, content);
+  if (content.reading.isLoading) paintLoadingLine(canvas);
+  // A narrow tile has its figure where the dot would be; there the grey and the caption say it.
+  if (content.reading.isFailed && content.look != &weatherLook::current) paintFailedDot(canvas);
+}
+
+TileText describe(const WeatherContent& content, const QString& name) {
+  const WeatherReading& reading = content.reading;
+  QStringList parts{reading.place};
+  parts += content.look->has(content) ? content.look->words(content) : temperatureWords(content);
+  parts << reading.age << reading.problem;
+  parts.removeAll(QString());
+  return {name, parts.join(u", "_s)};
+}
+
+namespace {
+
+TileText describe(const PlacelessContent& content, const QString& name) { return describe(content.generic, name); }
+
+/// A narrow tile has its picture above, where that of its kind is.
+void paintNarrow(TileCanvas& canvas, const GenericContent& missing) {
   using namespace theme;
   const bool words = canvas.showsCaption();
   // Without words the picture has the whole tile to itself.
-  const QPointF topLeft = words ? QPointF(kPictureInset, 1.5) : QPointF((canvas.width() - kPicture) / 2, 15);
-  drawWeather(canvas.painter(), WeatherPicture::CloudSun, topLeft, words ? 28 : kPicture, canvas.colors().pictures);
+  const QPointF topLeft = words ? QPointF(kPictureInset, 1.5) : QPointF((canvas.width() - kBarePicture) / 2, 15);
+  drawWeather(canvas.painter(), missing.picture.value_or(WeatherPicture::CloudSun), topLeft, words ? 28 : kBarePicture,
+              canvas.colors());
   if (!words) return;
   const double space = canvas.spaceAfter(kTextLeft);
   const double nameBaseline = canvas.showsLastRow() ? kNameBaseline : kCaptionBaseline;
@@ -57,45 +82,69 @@ void paintUnconnected(TileCanvas& canvas, const GenericContent& missing) {
                 missing.opensEditor ? canvas.accentWord() : canvas.colors().secondary);
 }
 
-struct CurrentWeatherContent {
-  std::optional<WeatherReading> reading;
-  GenericContent missing;  ///< What it shows without a reading.
+void paint(TileCanvas& canvas, const PlacelessContent& content) { paintNarrow(canvas, content.generic); }
 
-  bool operator==(const CurrentWeatherContent&) const = default;
-};
-
-TileText describe(const CurrentWeatherContent& content, const QString& name) {
-  if (!content.reading) return describe(content.missing, name);
-  QStringList parts{content.reading->place, content.reading->temperature, content.reading->condition};
-  parts.removeAll(QString());
-  return {name, parts.join(u", "_s)};
-}
-
-void paint(TileCanvas& canvas, const CurrentWeatherContent& content) {
-  content.reading ? paintReading(canvas, *content.reading) : paintUnconnected(canvas, content.missing);
-}
-
-GenericContent placeless(const TileRequest& request) {
+/// What it shows without a temperature: the way to a place, or that the place waits for its first answer.
+GenericContent withoutReading(const TileRequest& request, WeatherPicture picture) {
   GenericContent content = makeGeneric(request);
-  if (request.comesLater) return content;
-  content.word = TileWords::tr("Set place");
-  content.opensEditor = true;
+  content.picture = picture;
+  const QString place = WeatherReading::placeOf(request.widget);
+  content.opensEditor = place.isEmpty();
+  if (place.isEmpty()) {
+    content.word = TileWords::tr("Set place");
+    return content;
+  }
+  const std::optional<RemoteReading> reading = request.sources.weather.of(request.widget.id);
+  content.name = place;
+  content.sentence = WeatherReading::problemOf(reading, request.sources);
+  content.word = content.sentence.isEmpty() ? TileWords::tr("Updating…") : TileWords::tr("No answer");
+  return content;
+}
+
+TileContent make(const TileRequest& request, const WeatherLook& look, WeatherPicture picture) {
+  const TileSources& sources = request.sources;
+  // A place that was taken away leaves its last answer behind.
+  const bool isPlaced = !WeatherReading::placeOf(request.widget).isEmpty() || sources.weather.example();
+  const auto reading = isPlaced ? WeatherReading::of(request.widget, sources) : std::nullopt;
+  if (!reading) {
+    GenericContent missing = withoutReading(request, picture);
+    return &look == &weatherLook::current ? TileContent(PlacelessContent{std::move(missing)})
+                                          : TileContent(std::move(missing));
+  }
+  WeatherContent content{&look, *reading, WeatherFacts::of(sources.weather.of(request.widget.id)->value, sources),
+                         {},    {},       {}};
+  // What a tile does not show must not have it painted anew.
+  if (&look != &weatherLook::sun) content.facts.clock = {};
+  if (&look != &weatherLook::hourly) content.facts.hours.clear();
+  for (const WeatherFacts::Hour& hour : content.facts.hours) content.hourNames << briefHour(hour.hour, sources);
+  if (content.facts.sun) {
+    content.rise = ClockWords::time(content.facts.sun->rise, sources.locale, sources.use24Hour).full();
+    content.set = ClockWords::time(content.facts.sun->set, sources.locale, sources.use24Hour).full();
+  }
   return content;
 }
 
 }  // namespace
 
 TileContent makeCurrentWeather(const TileRequest& request) {
-  CurrentWeatherContent content{WeatherReading::of(request.sources.weather.of(request.widget.id)), placeless(request)};
-  if (content.reading)
-    content.reading->temperature = LocalFigures::of(content.reading->temperature, request.sources.locale);
-  return content;
+  return make(request, weatherLook::current, WeatherPicture::CloudSun);
 }
-
-TileContent makePlacelessWeather(const TileRequest& request, WeatherPicture picture) {
-  GenericContent content = placeless(request);
-  content.picture = picture;
-  return content;
+TileContent makeWeatherDetails(const TileRequest& request) {
+  return make(request, weatherLook::details, WeatherPicture::CloudSun);
 }
+TileContent makeWeatherStatus(const TileRequest& request) {
+  return make(request, weatherLook::condition, WeatherPicture::Cloud);
+}
+TileContent makeForecast(const TileRequest& request) {
+  return make(request, weatherLook::forecast, WeatherPicture::CloudSun);
+}
+TileContent makeTodayForecast(const TileRequest& request) {
+  return make(request, weatherLook::today, WeatherPicture::CloudSun);
+}
+TileContent makeHourlyWeather(const TileRequest& request) {
+  return make(request, weatherLook::hourly, WeatherPicture::CloudSun);
+}
+TileContent makeWind(const TileRequest& request) { return make(request, weatherLook::wind, WeatherPicture::Cloud); }
+TileContent makeSunCycle(const TileRequest& request) { return make(request, weatherLook::sun, WeatherPicture::Sun); }
 
 }  // namespace tarnwick
