@@ -119,10 +119,9 @@ QWidget* starterNote(int width) {
   column->setSpacing(6);
   column->addStretch();
   column->addWidget(new TextLabel(OnboardingWords::tr("Starter widgets"), TextStyle::Title));
-  auto* text = new TextLabel(
-      OnboardingWords::tr("Apps, time, CPU, RAM and quick toggles. Add more from the library. Weather comes "
-                          "with a later version."),
-      TextStyle::Caption, Tone::Secondary);
+  auto* text =
+      new TextLabel(OnboardingWords::tr("Apps, time, weather, CPU, RAM and quick toggles. Add more from the library."),
+                    TextStyle::Caption, Tone::Secondary);
   text->setWordWrap(true);
   column->addWidget(text);
   column->addStretch();

@@ -65,14 +65,12 @@ class GeneralPage final : public SettingsPage {
 
   void addWidgetSettings() {
     Card& card = *addCard();
-    FormRow* units = addDropDown(
-        card, {QT_TRANSLATE_NOOP("Settings", "Temperature"), "", QT_TRANSLATE_NOOP("Settings", "unit weather")},
-        {[](const DockConfiguration& config) {
-           return config.temperatureUnit.value_or(config.fahrenheit ? u"fahrenheit"_s : u"celsius"_s);
-         },
-         [](DockConfiguration& config, const QString& unit) { config.temperatureUnit = unit; }},
-        kUnits);
-    units->setUnavailable(SettingsWords::tr("Weather is not part of this version yet."));
+    addDropDown(card, {QT_TRANSLATE_NOOP("Settings", "Temperature"), "", QT_TRANSLATE_NOOP("Settings", "unit weather")},
+                {[](const DockConfiguration& config) {
+                   return config.temperatureUnit.value_or(config.fahrenheit ? u"fahrenheit"_s : u"celsius"_s);
+                 },
+                 [](DockConfiguration& config, const QString& unit) { config.temperatureUnit = unit; }},
+                kUnits);
     addSwitch(card,
               {QT_TRANSLATE_NOOP("Settings", "Open folders in Finder"),
                QT_TRANSLATE_NOOP("Settings", "Pinned folders open in the file manager instead of a panel.")},

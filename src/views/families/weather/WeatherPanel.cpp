@@ -49,6 +49,7 @@ constexpr double kRangeGap = 10;
 
 constexpr int kSceneHeight = 84;
 constexpr double kSceneRose = 26;
+constexpr double kUnitGap = 3;
 
 /// What all of these draw on: a plain part of the panel with its words for screen readers.
 class WeatherView : public QWidget {
@@ -254,8 +255,12 @@ class WindView final : public WeatherView {
     const double left = kSceneRose * 2 + theme::kRowGap;
     const TextLine figure(wind_, TextStyle::Headline);
     const TextLine unit = TextLine::unit(PanelWords::tr("km/h"), TextStyle::Headline);
-    mirror.begin(painter, figure, {left - figure.leftBearing(), middle}, palette.primary);
-    mirror.begin(painter, unit, {left + figure.width() + 3, middle}, palette.secondary);
+    // A unit follows its figure in its own reading direction.
+    const bool before = mirror.isMirrored() && !unit.text().isRightToLeft();
+    const double figureLeft = before ? left + unit.width() + kUnitGap : left - figure.leftBearing();
+    const double unitLeft = before ? left : figureLeft + figure.width() + kUnitGap;
+    mirror.begin(painter, figure, {figureLeft, middle}, palette.primary);
+    mirror.begin(painter, unit, {unitLeft, middle}, palette.secondary);
     mirror.begin(painter, TextLine(words_, TextStyle::Caption).elided(width() - left, Elide::End), {left, middle + 17},
                  palette.secondary);
   }
