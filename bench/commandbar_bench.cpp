@@ -12,6 +12,7 @@
 
 #include "commandbar/CommandRanking.h"
 #include "commandbar/CommandSources.h"
+#include "commandbar/ReadyRows.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
@@ -48,7 +49,7 @@ struct BenchDesktop {
       entries << entry;
       if (i < kUsed) usage.record("app:"_L1 + entry.path, kBenchNow.addSecs(-random.bounded(604'800)));
     }
-    applications = CommandSources::apps(entries);
+    applications = ReadyRows(CommandSources::apps(entries));
     for (int i = 0; i < kRunning; ++i) {
       RunningApp app;
       app.name = entries[i].name;
@@ -62,39 +63,39 @@ struct BenchDesktop {
       }
       running << app;
     }
+    QList<ClipboardEntry> copies;
     for (int i = 0; i < kCopies; ++i) {
       ClipboardEntry entry;
       entry.id = QUuid::createUuid();
       entry.value = u"clipboard entry number %1 with some text in it"_s.arg(i);
       copies << entry;
     }
+    clipboard = ReadyRows(CommandSources::clipboard(copies));
     QList<FoundFile> found;
     for (int i = 0; i < fileCount; ++i) {
       const QString name = word() + u'-' + word() + QString::number(i) + u".txt"_s;
       found << FoundFile{"/home/u/"_L1 + name, name};
     }
-    files = CommandSources::files(found);
+    files = ReadyRows(CommandSources::files(found));
   }
 
   QList<CommandItem> rows(const QString& query) const {
-    QList<CommandItem> items;
-    if (const auto row = CommandSources::calculation(query)) items << *row;
-    items += applications;
-    items += CommandSources::windows(running, windows, {windows.first().id}, query);
-    items += CommandSources::widgets(Catalog::items());
-    items += CommandSources::symbols(query);
-    items += CommandSources::clipboard(copies);
-    items += files;
-    if (const auto row = CommandSources::web(query)) items << *row;
-    return CommandRanking::rank(items, query, usage, kBenchNow);
+    QList<ReadyRows> sources;
+    if (const auto row = CommandSources::calculation(query)) sources << ReadyRows({*row});
+    sources << applications << ReadyRows(CommandSources::windows(running, windows, {windows.first().id}, query));
+    sources << widgets << ReadyRows(CommandSources::symbols(query)) << clipboard << files;
+    if (const auto row = CommandSources::web(query)) sources << ReadyRows({*row});
+    return CommandRanking::rank(sources, query, usage, kBenchNow);
   }
 
   QList<DesktopEntry> entries;
-  QList<CommandItem> applications;  ///< Made when the applications change, not at each key.
+  // Made when they change, not at each key.
+  ReadyRows applications;
+  ReadyRows widgets{CommandSources::widgets(Catalog::items())};
+  ReadyRows clipboard;
+  ReadyRows files;
   QList<RunningApp> running;
   QList<ClientWindow> windows;
-  QList<ClipboardEntry> copies;
-  QList<CommandItem> files;
   CommandUsage usage;
 };
 

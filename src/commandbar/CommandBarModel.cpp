@@ -34,7 +34,7 @@ void CommandBarModel::setQuery(const QString& query) {
   if (query == query_) return;
   query_ = query;
   // Rows of files stay for now and are judged by the new query, so that they don't blink at each key.
-  show(CommandRanking::rank(candidates(query_), query_, usage_, parts_.store.now()), 0);
+  show(found(), 0);
   Q_EMIT queryChanged();
   searchFilesSoon();
 }
@@ -45,7 +45,7 @@ void CommandBarModel::setChoices(const CommandBarChoices& choices) {
   if (!choices_.findsFiles) {
     fileWork_.reset();
     stopFileSearch();
-    files_.clear();
+    files_ = {};
   }
   if (isOpen_) refresh();
 }
@@ -66,55 +66,73 @@ void CommandBarModel::closed() {
   isOpen_ = false;
   fileWork_.reset();
   stopFileSearch();
-  files_.clear();
+  files_ = appRows_ = widgetRows_ = clipboardRows_ = {};
+  appIndex_.reset();
+  clipboardEntries_.clear();
   const bool hadQuery = !query_.isEmpty();
   query_.clear();
   show({}, 0);
   if (hadQuery) Q_EMIT queryChanged();
 }
 
-void CommandBarModel::recompute() {
-  const QList<CommandItem> rows = CommandRanking::rank(candidates(query_), query_, usage_, parts_.store.now());
-  show(rows, selection_);
-}
+void CommandBarModel::recompute() { show(found(), selection_); }
 
 void CommandBarModel::refresh() {
   if (!isOpen_) return;
   const auto row = selected();
   // The web is searched first only while nothing else is found: nobody chose that row.
   const bool isChosen = row && !(selection_ == 0 && row->isWebSearch());
-  const QList<CommandItem> rows = CommandRanking::rank(candidates(query_), query_, usage_, parts_.store.now());
+  const QList<CommandItem> rows = found();
   const auto same = std::ranges::find(rows, isChosen ? row->id : QString(), &CommandItem::id);
   show(rows, same == rows.end() ? selection_ : same - rows.begin());
 }
 
-QList<CommandItem> CommandBarModel::candidates(const QString& query) {
-  ProbeCounters::count("commandRecompute");
-  QList<CommandItem> items;
-  if (auto row = CommandSources::calculation(query)) items.append(*std::move(row));
-  if (Text::withoutOuterBlanks(query).isEmpty()) return items;
-  if (choices_.findsApps) items += appRows();
-  if (choices_.findsWindows) {
-    const QList<ClientWindow> windows = parts_.windows.all();
-    items += CommandSources::windows(parts_.runningApps.list(), windows, activeAmong(windows) + activeWindows_, query);
-  }
-  if (choices_.findsWidgets) items += CommandSources::widgets(Catalog::items());
-  if (choices_.findsSymbols) items += CommandSources::symbols(query);
-  if (choices_.findsClipboard && parts_.clipboard && parts_.store.config().clipboardEnabled)
-    items += CommandSources::clipboard(parts_.clipboard());
-  items += files_;
-  if (choices_.searchesWeb)
-    if (auto row = CommandSources::web(query, choices_.webSearch)) items.append(*std::move(row));
-  return items;
+QList<CommandItem> CommandBarModel::found() {
+  return CommandRanking::rank(candidates(query_), query_, usage_, parts_.store.now());
 }
 
-const QList<CommandItem>& CommandBarModel::appRows() {
+QList<ReadyRows> CommandBarModel::candidates(const QString& query) {
+  ProbeCounters::count("commandRecompute");
+  QList<ReadyRows> sources;
+  if (const auto row = CommandSources::calculation(query)) sources << ReadyRows({*row});
+  if (Text::withoutOuterBlanks(query).isEmpty()) return sources;
+  if (choices_.findsApps) sources << appRows();
+  if (choices_.findsWindows) {
+    const QList<ClientWindow> windows = parts_.windows.all();
+    sources << ReadyRows(
+        CommandSources::windows(parts_.runningApps.list(), windows, activeAmong(windows) + activeWindows_, query));
+  }
+  if (choices_.findsWidgets) sources << widgetRows();
+  if (choices_.findsSymbols) sources << ReadyRows(CommandSources::symbols(query));
+  if (choices_.findsClipboard && parts_.clipboard && parts_.store.config().clipboardEnabled) sources << clipboardRows();
+  sources << files_;
+  if (choices_.searchesWeb)
+    if (const auto row = CommandSources::web(query, choices_.webSearch)) sources << ReadyRows({*row});
+  return sources;
+}
+
+const ReadyRows& CommandBarModel::appRows() {
   const auto index = parts_.apps.index();
   if (index != appIndex_) {
     appIndex_ = index;
-    appRows_ = CommandSources::apps(parts_.apps.all());
+    appRows_ = ReadyRows(CommandSources::apps(parts_.apps.all()));
   }
   return appRows_;
+}
+
+const ReadyRows& CommandBarModel::widgetRows() {
+  if (widgetRows_.size() == 0) widgetRows_ = ReadyRows(CommandSources::widgets(Catalog::items()));
+  return widgetRows_;
+}
+
+const ReadyRows& CommandBarModel::clipboardRows() {
+  const QList<ClipboardEntry> entries = parts_.clipboard();
+  // A history that was not changed gives the same list each time, and the one that is kept stays where it is.
+  if (entries.constData() != clipboardEntries_.constData() || entries.size() != clipboardEntries_.size()) {
+    clipboardEntries_ = entries;
+    clipboardRows_ = ReadyRows(CommandSources::clipboard(entries));
+  }
+  return clipboardRows_;
 }
 
 void CommandBarModel::show(const QList<CommandItem>& results, qsizetype selection) {
@@ -136,7 +154,7 @@ void CommandBarModel::moveSelection(qsizetype by) {
 
 void CommandBarModel::searchFilesSoon() {
   fileWork_.reset();
-  files_.clear();
+  files_ = {};
   const QString text = Text::withoutOuterBlanks(query_).toString();
   if (!choices_.findsFiles || Text::characters(text, kFewestForFiles).size() < kFewestForFiles) return stopFileSearch();
   fileWork_ = parts_.store.scheduler().after(kFileDelay, [this, text] { startFileSearch(text); });
@@ -152,7 +170,7 @@ void CommandBarModel::startFileSearch(const QString& query) {
 
 void CommandBarModel::absorbFileResults(const QList<FoundFile>& found) {
   setSearchingFiles(false);
-  files_ = CommandSources::files(found.first(std::min(found.size(), FileSearch::kMost)));
+  files_ = ReadyRows(CommandSources::files(found.first(std::min(found.size(), FileSearch::kMost))));
   recompute();
 }
 

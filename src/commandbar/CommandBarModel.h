@@ -14,6 +14,7 @@
 #include "clipboard/ClipboardEntry.h"
 #include "commandbar/CommandItem.h"
 #include "commandbar/CommandUsageStore.h"
+#include "commandbar/ReadyRows.h"
 #include "commandbar/ports/FileSearch.h"
 #include "desktop/ClientWindows.h"
 #include "store/AppStore.h"
@@ -103,8 +104,11 @@ class CommandBarModel final : public QObject {
   std::optional<CommandItem> rowAt(qsizetype place) const {
     return place >= 0 && place < results_.size() ? std::optional(results_[place]) : std::nullopt;
   }
-  QList<CommandItem> candidates(const QString& query);
-  const QList<CommandItem>& appRows();
+  QList<CommandItem> found();
+  QList<ReadyRows> candidates(const QString& query);
+  const ReadyRows& appRows();
+  const ReadyRows& widgetRows();
+  const ReadyRows& clipboardRows();
   void show(const QList<CommandItem>& results, qsizetype selection);
   void searchFilesSoon();
   void startFileSearch(const QString& query);
@@ -123,11 +127,15 @@ class CommandBarModel final : public QObject {
   CommandUsage usage_;
   bool usageLoaded_ = false;
   CommandUsageStore usageStore_;
-  QList<CommandItem> files_;  ///< The rows of the latest search.
+  ReadyRows files_;  ///< The rows of the latest search.
   JobHandle fileWork_;
   QSet<quint64> activeWindows_;  ///< When the bar was opened.
-  QList<CommandItem> appRows_;
+  // Made when they are first looked for, and kept until the bar is closed or they are others.
+  ReadyRows appRows_;
   std::shared_ptr<const AppIndex> appIndex_;  ///< That `appRows_` were made of.
+  ReadyRows widgetRows_;
+  ReadyRows clipboardRows_;
+  QList<ClipboardEntry> clipboardEntries_;  ///< That `clipboardRows_` were made of.
 };
 
 }  // namespace tarnwick

@@ -3,6 +3,7 @@
 #include <QList>
 #include <QString>
 #include <optional>
+#include <string_view>
 
 #include "commandbar/FoldedText.h"
 
@@ -29,6 +30,10 @@ struct CommandMatch {
   static std::optional<double> score(const QString& query, const QString& text);
   /// The same without the last: words alone.
   static std::optional<double> byWords(const FoldedText& query, const FoldedText& text);
+
+  // The same of folded texts of which each unit is a character.
+  static std::optional<double> plainScore(std::u16string_view query, std::u16string_view text);
+  static std::optional<double> plainByWords(std::u16string_view query, std::u16string_view text);
 
   /// The parts of a text that answer the query, in order and apart; none where it doesn't.
   static QList<Span> spans(const QString& query, const QString& text);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bitset>
 #include <vector>
 
 #include "base/Text.h"
@@ -9,39 +10,22 @@
 namespace tarnwick {
 namespace {
 
-/// What another text of a row is worth beside its own: any word of a title is worth more than all of such a text.
-constexpr double kOtherText = 0.9 * 0.75;
-
 bool answersAlways(CommandItem::Kind kind) {
   return kind == CommandItem::Kind::Calculation || kind == CommandItem::Kind::Web;
 }
 
-/// Compares what rows say with one query.
-class Matcher {
+/// Which identities may have been used: of all others it need not be looked up.
+class MaybeUsed {
  public:
-  explicit Matcher(const FoldedText& query) : query_(query) {}
-
-  struct Answer {
-    std::optional<double> score;
-    bool isByOtherText = false;
-  };
-
-  Answer of(const CommandItem& item) {
-    folded_.assign(item.text());
-    Answer answer{CommandMatch::score(query_, folded_)};
-    // What a word of the title brings in is beyond what another text could.
-    if (item.otherTexts.isEmpty() || answer.score.value_or(0) >= CommandMatch::kWordBegins) return answer;
-    for (const QString& text : item.otherTexts) {
-      folded_.assign(text);
-      const auto words = CommandMatch::byWords(query_, folded_);
-      if (words && kOtherText * *words > answer.score.value_or(0)) answer = {kOtherText * *words, true};
-    }
-    return answer;
+  explicit MaybeUsed(const CommandUsage& usage) {
+    for (auto record = usage.records.keyBegin(); record != usage.records.keyEnd(); ++record)
+      bits_.set(static_cast<quint32>(qHash(*record)) % kBits);
   }
+  bool has(quint32 hash) const { return bits_.test(hash % kBits); }
 
  private:
-  const FoldedText& query_;
-  FoldedText folded_;
+  static constexpr quint32 kBits = 1 << 13;
+  std::bitset<kBits> bits_;
 };
 
 /// UTF-16 in the order of the code points that it stands for.
@@ -51,7 +35,9 @@ char32_t codePointOrder(QChar unit) {
 }
 
 bool isBefore(const QString& left, const QString& right) {
-  return std::ranges::lexicographical_compare(left, right, {}, codePointOrder, codePointOrder);
+  const auto [inLeft, inRight] = std::ranges::mismatch(left, right);
+  if (inLeft == left.end() || inRight == right.end()) return inLeft == left.end() && inRight != right.end();
+  return codePointOrder(*inLeft) < codePointOrder(*inRight);
 }
 
 }  // namespace
@@ -63,36 +49,49 @@ double CommandRanking::weight(CommandItem::Kind kind) {
 
 QList<CommandItem> CommandRanking::rank(const QList<CommandItem>& items, const QString& query,
                                         const CommandUsage& usage, const QDateTime& now, qsizetype limit) {
+  return rank(QList<ReadyRows>{ReadyRows(items)}, query, usage, now, limit);
+}
+
+QList<CommandItem> CommandRanking::rank(const QList<ReadyRows>& sources, const QString& query,
+                                        const CommandUsage& usage, const QDateTime& now, qsizetype limit) {
   struct Scored {
     double score;
-    qsizetype place;
+    const CommandItem* item;
+    qsizetype source;
   };
-  const FoldedText folded(Text::withoutOuterBlanks(query));
-  const double seconds = CommandUsage::seconds(now);
-  Matcher matcher(folded);
-  std::vector<Scored> scored;
-  for (qsizetype i = 0; i < items.size(); ++i) {
-    const CommandItem& item = items[i];
-    auto score = matcher.of(item).score;
-    if (!score && answersAlways(item.kind)) score = CommandMatch::kEqual;
-    if (!score) continue;
-    scored.push_back({*score * weight(item.kind) + usage.boostOf(item.id, seconds) + item.sourceRank, i});
-  }
-
-  const auto isBetter = [&](const Scored& left, const Scored& right) {
+  const auto isBetter = [](const Scored& left, const Scored& right) {
     if (left.score != right.score) return left.score > right.score;
-    const QString& leftId = items[left.place].id;
-    const QString& rightId = items[right.place].id;
-    if (leftId != rightId) return isBefore(leftId, rightId);
-    return left.place < right.place;
+    if (left.item->id != right.item->id) return isBefore(left.item->id, right.item->id);
+    return left.source != right.source ? left.source < right.source : left.item < right.item;
   };
-  const size_t count = std::min(scored.size(), static_cast<size_t>(std::max<qsizetype>(limit, 0)));
-  const auto end = scored.begin() + static_cast<std::ptrdiff_t>(count);
-  std::partial_sort(scored.begin(), end, scored.end(), isBetter);
-
+  const auto most = static_cast<size_t>(std::max<qsizetype>(limit, 0));
+  const FoldedText folded(Text::withoutOuterBlanks(query));
+  const ReadyQuery wanted(folded);
+  const MaybeUsed used(usage);
+  const double seconds = CommandUsage::seconds(now);
+  std::vector<Scored> best;  // A heap whose first is the one to go next.
+  for (qsizetype source = 0; most > 0 && source < sources.size(); ++source) {
+    const ReadyRows& rows = sources[source];
+    for (qsizetype i = 0; i < rows.size(); ++i) {
+      const CommandItem& item = rows.at(i);
+      auto score = rows.answer(i, wanted).score;
+      if (!score && answersAlways(item.kind)) score = CommandMatch::kEqual;
+      if (!score) continue;
+      const double boost = used.has(rows.hashOf(i)) ? usage.boostOf(item.id, seconds) : 0;
+      const Scored found{*score * weight(item.kind) + boost + item.sourceRank, &item, source};
+      if (best.size() == most) {
+        if (!isBetter(found, best.front())) continue;
+        std::ranges::pop_heap(best, isBetter);
+        best.pop_back();
+      }
+      best.push_back(found);
+      std::ranges::push_heap(best, isBetter);
+    }
+  }
+  std::ranges::sort(best, isBetter);
   QList<CommandItem> rows;
-  rows.reserve(static_cast<qsizetype>(count));
-  for (auto each = scored.begin(); each != end; ++each) rows.append(items[each->place]);
+  rows.reserve(static_cast<qsizetype>(best.size()));
+  for (const Scored& each : best) rows.append(*each.item);
   return rows;
 }
 
@@ -100,7 +99,7 @@ QList<CommandMatch::Span> CommandRanking::emphasis(const CommandItem& item, cons
   if (!item.matchText.isEmpty() || answersAlways(item.kind)) return {};
   const QString trimmed = Text::withoutOuterBlanks(query).toString();
   const FoldedText folded(trimmed);
-  const auto answer = Matcher(folded).of(item);
+  const auto answer = ReadyRows({item}).answer(0, ReadyQuery(folded));
   if (!answer.score || answer.isByOtherText) return {};
   return CommandMatch::spans(trimmed, item.title);
 }

@@ -7,6 +7,7 @@
 #include "commandbar/CommandItem.h"
 #include "commandbar/CommandMatch.h"
 #include "commandbar/CommandUsage.h"
+#include "commandbar/ReadyRows.h"
 
 namespace tarnwick {
 
@@ -18,6 +19,9 @@ struct CommandRanking {
   /// its kind, by its use and by what its source adds; the smaller id goes first where that is equal. Calculations and
   /// the web answer every query.
   static QList<CommandItem> rank(const QList<CommandItem>& items, const QString& query, const CommandUsage& usage,
+                                 const QDateTime& now, qsizetype limit = kLimit);
+  /// The same for rows of several sources, one source after the other.
+  static QList<CommandItem> rank(const QList<ReadyRows>& sources, const QString& query, const CommandUsage& usage,
                                  const QDateTime& now, qsizetype limit = kLimit);
 
   static double weight(CommandItem::Kind kind);

@@ -2,6 +2,7 @@
 
 #include <QStringView>
 #include <QVarLengthArray>
+#include <string_view>
 
 namespace tarnwick {
 
@@ -14,6 +15,9 @@ class FoldedText {
 
   void assign(QStringView text);
 
+  /// Whether each unit is a character.
+  bool isPlain() const { return begins_.isEmpty(); }
+  std::u16string_view units() const { return {units_.constData(), static_cast<size_t>(units_.size())}; }
   bool isEmpty() const { return units_.isEmpty(); }
   qsizetype size() const { return begins_.isEmpty() ? units_.size() : begins_.size(); }  ///< In characters.
   QStringView at(qsizetype character) const;

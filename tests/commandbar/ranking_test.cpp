@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QTimeZone>
+#include <algorithm>
 
 #include "commandbar/CommandRanking.h"
 
@@ -187,6 +188,54 @@ TEST(CommandUsage, CountsUseAndForgetsWhatIsWorthLeast) {
   strong.record(u"new"_s, kNow);
   EXPECT_EQ(strong.records.size(), 375);
   EXPECT_FALSE(strong.records.contains(u"new"_s));
+}
+
+/// The same order, found the long way: each row is judged by itself, and all of them are sorted.
+QStringList sortedOut(const QList<CommandItem>& items, const QString& query, const CommandUsage& usage) {
+  QList<std::pair<double, QString>> found;
+  for (const CommandItem& row : items) {
+    auto score = CommandMatch::score(query, row.title);
+    for (const QString& text : row.otherTexts)
+      if (const auto words = CommandMatch::byWords(FoldedText(query), FoldedText(text)))
+        score = std::max(score.value_or(0), 0.675 * *words);
+    if (score)
+      found.append({*score * CommandRanking::weight(row.kind) + usage.boostOf(row.id, CommandUsage::seconds(kNow)),
+                    row.id + row.title});
+  }
+  std::ranges::sort(found, [](const auto& left, const auto& right) {
+    return left.first != right.first ? left.first > right.first : left.second < right.second;
+  });
+  QStringList order;
+  for (const auto& row : std::as_const(found)) order << row.second;
+  return order;
+}
+
+TEST(CommandRanking, RowsOfManySourcesRankAsOneList) {
+  const QStringList titles{
+      u"Mail"_s,      u"my mail"_s,    u"Über-Mail"_s, u"e\u0301mail"_s, u"👨‍👩‍👧 mail"_s,
+      u"lima"_s,      u"a.mail_box"_s, u"m a i l"_s,   u"MAIL"_s,        u"Maps"_s,
+      u"日本 mail"_s, u"Сообщения"_s};
+  QList<CommandItem> all;
+  QList<ReadyRows> sources{ReadyRows()};
+  CommandUsage usage;
+  for (int source = 0; source < 4; ++source) {
+    QList<CommandItem> items;
+    for (const QString& title : titles) {
+      items << item(static_cast<Kind>(source), u"%1 %2 "_s.arg(items.size(), 2).arg(source), title);
+      items.last().otherTexts = QStringList{u"post"_s, u"é %1"_s.arg(source)};
+      if (items.size() % 4 == source) usage.record(items.last().id, kNow.addDays(-items.size()));
+    }
+    all += items;
+    sources << ReadyRows(items);
+  }
+  for (const QString& query :
+       {u"mail"_s, u"m"_s, u"é"_s, u"ml"_s, u"👨‍👩‍👧"_s, u"post"_s, u"日"_s, u"с"_s, u"zz"_s})
+    for (const qsizetype limit : {0, 1, 12, 100}) {
+      QStringList order;
+      for (const CommandItem& row : CommandRanking::rank(sources, query, usage, kNow, limit))
+        order << row.id + row.title;
+      EXPECT_EQ(order, sortedOut(all, query, usage).mid(0, limit)) << query.toStdString();
+    }
 }
 
 }  // namespace
