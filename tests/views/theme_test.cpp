@@ -246,7 +246,8 @@ TEST(SymbolDrawings, CoverTheCatalogAndStayOnTheirGrid) {
 }
 
 TEST(Emoji, StandInTheMiddleWhateverTheyAreMadeOf) {
-  for (const QString& emoji : {u"🔥"_s, u"❤️"_s, u"⏱️"_s, u"🏴‍☠️"_s}) {
+  for (const QString& emoji :
+       {u"🔥"_s, u"❤️"_s, u"⏱️"_s, u"🏴‍☠️"_s, u"1️⃣"_s, u"❤️‍🔥"_s}) {
     QImage image(48, 48, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);

@@ -17,11 +17,15 @@ namespace {
 /// Fonts of emoji hold pictures of one size, so the picture is taken large and made smaller once.
 constexpr int kTaken = 96;
 
-QPixmap pictureOf(const QString& emoji, int side) {
+constexpr QChar kAsPicture(0xFE0F);
+
+QPixmap pictureOf(QString emoji, int side) {
+  // Asked for by the font already. Where it stands within an emoji, other fonts would be looked through for it, and the
+  // parts on its two sides would be drawn one by one.
+  emoji.remove(kAsPicture);
   QFont font;
   font.setFamilies({u"Noto Color Emoji"_s, Typography::family()});
   font.setPixelSize(kTaken);
-  // The other bounding box has no width when a character in it only chooses the variant of the one before.
   const QRectF ink = QFontMetricsF(font).tightBoundingRect(emoji);
   const double extent = std::max({ink.width(), ink.height(), 1.0});
   const int taken = static_cast<int>(std::ceil(extent)) + 2;
@@ -35,6 +39,13 @@ QPixmap pictureOf(const QString& emoji, int side) {
 }
 
 }  // namespace
+
+bool hasOwnColours(const QString& character) {
+  if (character.size() != 1) return true;
+  // Of the signs that are one unit these alone are pictures unless they are asked to be text.
+  static const QString pictures = u"⌚⌛⏩⏪⏫⏬⏰⏳◽◾☔☕♈♉♊♋♌♍♎♏♐♑♒♓♿⚓⚡⚪⚫⚽⚾⛄⛅⛎⛔⛪⛲⛳⛵⛺⛽✅✊✋✨❌❎❓❔❕❗➕➖➗➰➿⬛⬜⭐⭕"_s;
+  return pictures.contains(character);
+}
 
 void drawEmoji(QPainter& painter, const QString& emoji, const QRectF& box) {
   const QTransform transform = painter.deviceTransform();
