@@ -137,6 +137,10 @@ void CommandBarPane::reveal(int row) {
 
 void CommandBarPane::drawPicture(QPainter& painter, const QRectF& box, const CommandItem& item) const {
   using Kind = CommandItem::Kind;
+  if (item.kind == Kind::Symbol && !hasOwnColours(item.title)) {
+    drawSign(painter, box, item.title);
+    return;
+  }
   if (item.kind == Kind::Symbol) {
     drawEmoji(painter, item.title, box.adjusted(2, 2, -2, -2));
     return;
@@ -154,6 +158,16 @@ void CommandBarPane::drawSymbolPicture(QPainter& painter, const QRectF& box, con
   QRectF mark(0, 0, theme::kBarIconSymbol, theme::kBarIconSymbol);
   mark.moveCenter(box.center());
   drawControlSymbol(painter, symbol, mark, strong ? palette.inkOnAccent : palette.primary);
+}
+
+/// On a plate, in the middle by its ink: a dash and a quotation mark are seen where a letter would be.
+void CommandBarPane::drawSign(QPainter& painter, const QRectF& box, const QString& sign) const {
+  drawRounded(painter, box, theme::kBarIconCorner, look().palette.button);
+  const QFont font = Typography::widgetFont(TextStyle::Gauge);
+  const QRectF ink = QFontMetricsF(font).tightBoundingRect(sign);
+  painter.setFont(font);
+  painter.setPen(look().palette.primary);
+  painter.drawText(box.center() - ink.center(), sign);
 }
 
 }  // namespace tarnwick

@@ -26,6 +26,7 @@ class CommandBarPane final : public GlassPane {
   CommandBarPane(CommandBarRows& rows, Picture picture, FrameClocks& clocks, const QString& display);
   ~CommandBarPane() override;
 
+  void setPicture(Picture picture) { picture_ = std::move(picture); }
   void setReduceMotion(bool reduce);
   /// Whether windows can be translucent; where not, nothing grows.
   void setComposited(bool composited);
@@ -55,6 +56,7 @@ class CommandBarPane final : public GlassPane {
   void reveal(int row);
   void layOut();
   void drawPicture(QPainter& painter, const QRectF& box, const CommandItem& item) const;
+  void drawSign(QPainter& painter, const QRectF& box, const QString& sign) const;
 
   CommandBarRows& rows_;
   Picture picture_;

@@ -182,8 +182,10 @@ void CommandField::paintEvent(QPaintEvent* event) {
   drawControlSymbol(painter, u"magnifyingglass"_s, mirror(glass), look.palette.secondary);
   if (hasFocus() && caretShows_ && !isReadOnly()) {
     const QRect at = cursorRect();
-    const QRectF caret(at.center().x() - theme::kBarCaretWidth / 2 + 0.5, (height() - theme::kBarCaretHeight) / 2,
-                       theme::kBarCaretWidth, theme::kBarCaretHeight);
+    // Beside the letter before it, not on its edge.
+    const double beside = isRightToLeft() ? -theme::kBarCaretWidth / 2 : theme::kBarCaretWidth / 2;
+    const QRectF caret(at.center().x() - theme::kBarCaretWidth / 2 + 0.5 + beside,
+                       (height() - theme::kBarCaretHeight) / 2, theme::kBarCaretWidth, theme::kBarCaretHeight);
     drawRounded(painter, caret, theme::kBarCaretWidth / 2, look.palette.accent(Accent::Blue));
   }
   if (!searching_) return;

@@ -31,6 +31,11 @@ QString captionOf(const CommandItem& item) {
 /// The words that a row shows first.
 const QString& wordsOf(const CommandItem& item) { return item.kind == Kind::Symbol ? item.subtitle : item.title; }
 
+/// Where the name of a symbol ends and what Return does with it begins; -1 for all other rows.
+qsizetype quietPart(const CommandItem& item) {
+  return item.kind == Kind::Symbol ? item.subtitle.lastIndexOf(QStringLiteral(" · ")) : -1;
+}
+
 bool startsBelow(const QList<CommandRow>& rows, int row) { return rows[row].below && row > 0 && !rows[row - 1].below; }
 
 bool canReveal(const CommandItem& item) { return !item.path.isEmpty(); }
@@ -134,9 +139,9 @@ class CommandList::Painter final : public QStyledItemDelegate {
     };
     const bool oneLine = item.kind == Kind::Symbol || item.subtitle.isEmpty();
     const TextStyle style = item.kind == Kind::Calculation ? TextStyle::Gauge : TextStyle::CommandTitle;
-    EmphasisedText{wordsOf(item), row.matched, style}.draw(painter, line(oneLine ? 0.5 : theme::kTitleShare),
-                                                           look.palette.primary, look.palette.accentWord(Accent::Blue),
-                                                           mirror.reading());
+    const EmphasisedText words{wordsOf(item), row.matched, style, quietPart(item), look.palette.secondary};
+    words.draw(painter, line(oneLine ? 0.5 : theme::kTitleShare), look.palette.primary,
+               look.palette.accentWord(Accent::Blue), mirror.reading());
     if (oneLine) return;
     drawTextIn(painter, line(theme::kCaptionShare), captionOf(item), TextStyle::CommandCaption, look.palette.secondary,
                mirror.reading(), item.kind == Kind::File ? Elide::Middle : Elide::End);

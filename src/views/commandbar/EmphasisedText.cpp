@@ -23,6 +23,11 @@ void layOutLine(QTextLayout& layout, const EmphasisedText& line, const QString& 
     format.setForeground(strongInk);
     formats.append({static_cast<int>(range.begin), static_cast<int>(end - range.begin), format});
   }
+  if (line.quietFrom >= 0 && line.quietFrom < text.size()) {
+    QTextCharFormat format;
+    format.setForeground(line.quietInk);
+    formats.append({static_cast<int>(line.quietFrom), static_cast<int>(text.size() - line.quietFrom), format});
+  }
   layout.setFormats(formats);
   layout.beginLayout();
   layout.createLine();

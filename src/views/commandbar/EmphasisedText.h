@@ -17,6 +17,8 @@ struct EmphasisedText {
   QString text;
   QList<CommandMatch::Span> strong;  ///< Sorted; in code units of `text`.
   TextStyle style = TextStyle::CommandTitle;
+  qsizetype quietFrom = -1;  ///< Where the rest begins that only says more of it; -1 for none.
+  QColor quietInk{};         ///< Of that rest.
 
   /// Draws it in the middle of the height of `box`, at its right with Qt::AlignRight, shortened at its end where it is
   /// too long. Returns how wide it is.

@@ -15,19 +15,28 @@ namespace {
 const QString kReturnKey = u"↩"_s;
 constexpr double kReturnSymbol = 13;
 
+/// The keys of a combination; none where it is a word.
+QStringList keysIn(const QString& word) {
+  if (word == kReturnKey) return {word};
+  if (word.size() < 2) return {};
+  if (word.startsWith(u'⌘')) return {word.first(1), word.sliced(1)};
+  return word.contains(u'+') ? word.split(u'+') : QStringList();
+}
+
 }  // namespace
 
 KeyHint::KeyHint(const QString& text) {
   const QStringList words = text.split(u' ', Qt::SkipEmptyParts);
   for (const QString& word : words) {
-    const bool isKey = word == kReturnKey || (word.size() > 1 && word.contains(u'+'));
+    const QStringList keys = keysIn(word);
+    const bool isKey = !keys.isEmpty();
     const double gap = parts_.isEmpty() ? 0 : theme::kKeyWordGap;
     if (!isKey) {
       add(word, false, gap);
       continue;
     }
     double before = gap;
-    for (const QString& key : word.split(u'+')) {
+    for (const QString& key : keys) {
       add(key, true, before);
       before = theme::kKeyCapGap;
     }

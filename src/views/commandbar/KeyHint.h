@@ -14,7 +14,7 @@ struct ControlLook;
 /// What keys do, as "↩ open · Ctrl+R reveal": the keys drawn as caps, the words between them.
 class KeyHint {
  public:
-  /// A part between blanks is a key where it is an arrow or joins keys with "+".
+  /// A part between blanks is a key where it is an arrow, joins keys with "+" or begins with "⌘".
   explicit KeyHint(const QString& text);
 
   double width() const { return width_; }
