@@ -271,8 +271,8 @@ TEST_F(OnboardingInput, EachControlOfTheFirstRunDoesTheSameByMouseKeyboardAndScr
     config.onboardingComplete = false;
     config.layout = DockLayout::Fixed;
   });
-  // Later and Continue, before which are seven layouts, three switches, or Back and the library.
-  const qsizetype leadSomewhere[] = {2, 10, 6, 3};
+  // Later and Continue, before which are seven layouts, four switches, or Back and the library.
+  const qsizetype leadSomewhere[] = {2, 10, 7, 3};
   for (int page = 0; page < OnboardingWindow::kPages; ++page) {
     SCOPED_TRACE(page);
     const Opener opener = [this, page](UndoableEdits& changes) {

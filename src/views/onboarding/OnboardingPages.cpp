@@ -30,6 +30,7 @@ constexpr int kTop = 22;
 constexpr int kCardSpace = 6;  // That cards of layouts have around them.
 constexpr int kColumn = 560;   // The width of pages of text.
 constexpr QSize kScene{760, 152};
+constexpr QSize kLowScene{760, 138};  // Above more rows.
 constexpr int kFeatureSymbol = 20;
 
 struct OnboardingWords {
@@ -144,8 +145,7 @@ QWidget* makeWelcomePage() {
               OnboardingWords::tr(
                   "Start apps, see which are running, and drop files on them. Click a folder to see its files.")));
   card->add(feature(u"magnifyingglass"_s, Accent::Teal, OnboardingWords::tr("Command bar and clipboard history"),
-                    OnboardingWords::tr("One line that finds apps, windows and files and does sums. What you copied "
-                                        "before is in the Clipboard widget once you turn that on.")));
+                    OnboardingWords::tr("One line finds apps, windows, files and what you copied, and does sums.")));
   card->add(feature(u"person.2"_s, Accent::Purple, OnboardingWords::tr("Profiles"),
                     OnboardingWords::tr("For example one set of widgets for work and one for the evening. Switch them "
                                         "yourself, by time, or per display.")));
@@ -154,7 +154,7 @@ QWidget* makeWelcomePage() {
       OnboardingWords::tr(
           "Uses almost no processor time while nothing changes. Your settings stay in one file on this computer.")));
   QVBoxLayout* middle = addColumn(column, kScene.width());
-  middle->addWidget(new DockScene(kScene));
+  middle->addWidget(new DockScene(kLowScene));
   middle->addWidget(card);
   return page;
 }
@@ -296,8 +296,8 @@ QWidget* makeDesktopPage(AppStore& store, const WindowServices& services) {
       beginPage(page, OnboardingWords::tr("What works on this desktop"),
                 OnboardingWords::tr("Features that this desktop does not support are marked. Everything else works."));
   auto* card = new Card;
+  addColumn(column)->addWidget(card);  // Before rows of it come and go: without a parent it would be a window.
   fill(card, store, services);
-  addColumn(column)->addWidget(card);
   return page;
 }
 
