@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <QFile>
 #include <QStringDecoder>
@@ -36,6 +37,7 @@ constexpr quint32 kHiddenBit = 1U << 31;
 constexpr quint32 kFolderBit = 1U << 30;
 constexpr quint32 kPlaceBits = kFolderBit - 1;
 constexpr qsizetype kMostText = 1 << 30;
+constexpr qsizetype kOwnPlace = 40 * 1024 * 1024;
 constexpr std::size_t kEntryBytes = 16;
 constexpr std::size_t kSearchBlock = 64;
 
@@ -115,6 +117,23 @@ void eachMatch(QByteArrayView in, QByteArrayView wanted, const std::stop_token& 
   }
 }
 
+/// Moves the bytes behind others piece by piece, and gives the memory of each piece back: there is never all of them
+/// twice.
+void moveBehind(QByteArray& all, QByteArray& part) {
+  constexpr qsizetype kPiece = 1 << 20;
+  static const auto page = static_cast<quintptr>(::sysconf(_SC_PAGESIZE));
+  char* const begin = part.data();
+  const auto aligned = (reinterpret_cast<quintptr>(begin) + page - 1) / page * page;
+  for (qsizetype at = 0; at < part.size(); at += kPiece) {
+    const qsizetype count = std::min(kPiece, part.size() - at);
+    all.append(begin + at, count);
+    const quintptr done = reinterpret_cast<quintptr>(begin + at + count) / page * page;
+    // Whole pages alone, so that nothing beside it is touched. They are not read again.
+    if (done > aligned) ::madvise(reinterpret_cast<void*>(aligned), done - aligned, MADV_DONTNEED);
+  }
+  part = QByteArray();
+}
+
 QByteArray asFolder(const QByteArray& path) { return path.endsWith('/') ? path : path + '/'; }
 
 NameIndex::Traits traitsOf(quint32 folderBits) {
@@ -123,7 +142,12 @@ NameIndex::Traits traitsOf(quint32 folderBits) {
 
 }  // namespace
 
-NameIndex::Builder::Builder(const QByteArray& root) { append(0, root, {}, kUnread, {.isFolder = true}); }
+NameIndex::Builder::Builder(const QByteArray& root) {
+  // So large that the system gives each a place of its own, where it grows without being copied. What is not written
+  // to takes no memory.
+  for (QByteArray* part : {&entries_, &folded_, &originals_}) part->reserve(kOwnPlace);
+  append(0, root, {}, kUnread, {.isFolder = true});
+}
 
 bool NameIndex::Builder::isFull() const {
   return count_ >= kPlaceBits || folded_.size() > kMostText || originals_.size() > kMostText;
@@ -214,10 +238,7 @@ QByteArray NameIndex::Builder::content(bool isWhole) const {
 
 QByteArray NameIndex::Builder::finish(bool isWhole) {
   QByteArray file = begin(isWhole);
-  for (QByteArray* part : {&entries_, &folded_, &originals_}) {
-    file.append(*part);
-    *part = QByteArray();  // So that there is never all of it twice.
-  }
+  for (QByteArray* part : {&entries_, &folded_, &originals_}) moveBehind(file, *part);
   count_ = 0;
   return file;
 }
@@ -259,6 +280,8 @@ bool NameIndex::isSound() const {
   sum = sumOf(originals_, sumOf(folded_, sum));
   return sum == header.sum;
 }
+
+void NameIndex::forgetRead() const { ::madvise(const_cast<std::byte*>(begin_), size_, MADV_DONTNEED); }
 
 NameIndex::Entry NameIndex::entry(quint32 place) const {
   Entry entry;

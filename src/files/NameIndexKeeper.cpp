@@ -68,6 +68,8 @@ NameIndexKeeper::Walked NameIndexKeeper::Disk::walk(qint64 since, const std::sto
   if (!known || !known->isSound()) {
     known.reset();
     remove();
+  } else {
+    known->forgetRead();
   }
   const auto grown = [this](const NameIndex::Builder& builder) { write(builder.content(false), false); };
   auto result = NameWalk::read(

@@ -27,6 +27,8 @@ namespace {
 constexpr std::string_view kCacheSignature = "Signature: 8a477f597d28d172789f06886806bc55";
 /// A folder that was changed so lately may change again within the same second.
 constexpr qint64 kSameMoment = 2;
+/// So many names lie between two times that the memory of an earlier index is given back.
+constexpr quint32 kBetweenForgetting = 50'000;
 constexpr quint32 kNoPlace = std::numeric_limits<quint32>::max();
 constexpr qint64 kMostMounts = 4 * 1024 * 1024;
 
@@ -125,6 +127,7 @@ class HomeWalk {
       const WaitingFolder folder = waiting_.front();
       waiting_.pop_front();
       visit(folder);
+      forgetKnown();
       tell();
     }
     return true;
@@ -157,6 +160,7 @@ class HomeWalk {
   bool isAllKnown() {
     const NameIndex& known = *request_.known;
     for (quint32 place = begin_; place < known.size(); ++place) {
+      if (place % kBetweenForgetting == 0) known.forgetRead();
       const quint32 changed = known.changed(place);
       if (!known.traits(place).isFolder || changed < request_.since) continue;
       if (stop_.stop_requested()) {
@@ -165,6 +169,7 @@ class HomeWalk {
       }
       const QByteArray path = known.path(place);
       if (NameWalk::isAvoided(relative(path)) || isAsKnown(path, changed)) continue;
+      known.forgetRead();
       begin_ = place;
       return false;
     }
@@ -284,6 +289,13 @@ class HomeWalk {
     if (place && isEntered) waiting_.push_back({*place, folder.known.value(name, kNoPlace)});
   }
 
+  /// What is known is read in the order of its places, and what was read is not read again.
+  void forgetKnown() {
+    if (!request_.known || builder_.size() < nextForgotten_) return;
+    nextForgotten_ = builder_.size() + kBetweenForgetting;
+    request_.known->forgetRead();
+  }
+
   void tell() {
     if (!request_.grown || builder_.size() < nextGrown_ || stop_.stop_requested()) return;
     if (request_.known && (request_.known->isWhole() || builder_.size() < request_.known->size())) return;
@@ -303,6 +315,7 @@ class HomeWalk {
   bool isDone_ = true;
   quint32 begin_;  ///< Folders before this place of the earlier index are as it has them.
   quint32 nextGrown_;
+  quint32 nextForgotten_ = kBetweenForgetting;
   bool isOther_ = false;  ///< Whether something is not as the earlier index has it.
 };
 
