@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdio>
 
+#include "app/SnapshotBar.h"
 #include "app/SnapshotWindows.h"
 #include "base/DomainError.h"
 #include "base/Text.h"
@@ -30,7 +31,7 @@ std::optional<QString> valueOf(const QStringList& arguments, QLatin1StringView n
 }
 
 void choose(SnapshotOptions& options, const QString& list) {
-  options.tiles = options.panels = options.docks = options.windows = false;
+  options.tiles = options.panels = options.docks = options.windows = options.bars = false;
   for (const QString& part : list.split(u',')) {
     const QString word = part.trimmed();
     if (word == u"tiles"_s)
@@ -41,9 +42,11 @@ void choose(SnapshotOptions& options, const QString& list) {
       options.docks = true;
     else if (word == u"windows"_s)
       options.windows = true;
+    else if (word == u"bars"_s)
+      options.bars = true;
     else
       throw DomainError::invalid(
-          u"\"%1\" is no kind of picture. There are tiles, panels, docks and windows."_s.arg(word));
+          u"\"%1\" is no kind of picture. There are tiles, panels, docks, windows and bars."_s.arg(word));
   }
 }
 
@@ -102,6 +105,7 @@ int runSnapshot(const QStringList& arguments) {
   const QApplication application(argc, argv);
   SnapshotWindows windows;
   if (options.windows) options.windowList = windows.list();
+  if (options.bars) options.barList = SnapshotBar::list(windows.places());
   const QStringList files = takeSnapshot(options);
   std::printf("%s\n", qUtf8Printable(options.folder));
   std::fprintf(stderr, "%s\n", qUtf8Printable(u"%1 pictures"_s.arg(files.size())));

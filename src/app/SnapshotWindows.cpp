@@ -8,6 +8,7 @@
 #include "views/onboarding/HelpWindow.h"
 #include "views/onboarding/MenuBarPanel.h"
 #include "views/onboarding/OnboardingWindow.h"
+#include "views/settings/SettingsIndex.h"
 #include "views/settings/SettingsWindow.h"
 #include "views/theme/WindowPalette.h"
 
@@ -27,6 +28,7 @@ AppEnvironment environmentIn(const QString& folder) {
 DesktopAbilities abilities() {
   DesktopAbilities abilities;
   abilities.dockKey = u"Ctrl+Alt+Super+D"_s;
+  abilities.commandBarKey = u"Alt+Space"_s;
   abilities.reducesMotion = true;
   return abilities;
 }
@@ -104,6 +106,18 @@ QList<SnapshotWindow> SnapshotWindows::list() {
                  return shown(std::move(panel));
                }});
   return list;
+}
+
+SettingsPlaces& SnapshotWindows::places() {
+  if (places_) return *places_;
+  places_ =
+      std::make_unique<SettingsIndex>(snapshot_.store(), SettingsServices{services_, *keys_}, [](const QString&) {});
+  bool isKnown = false;
+  QObject::connect(places_.get(), &SettingsPlaces::changed, [&isKnown] { isKnown = true; });
+  places_->prepare();
+  while (!isKnown) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  places_->disconnect();
+  return *places_;
 }
 
 std::unique_ptr<QWidget> SnapshotWindows::settings(const QString& section) {

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "apps/InstalledApps.h"
+#include "commandbar/SettingsPlaces.h"
 #include "services/Connections.h"
 #include "store/UndoStack.h"
 #include "store/UndoableEdits.h"
@@ -21,6 +22,8 @@ class SnapshotWindows final {
   ~SnapshotWindows();
 
   QList<SnapshotWindow> list();
+  /// The places of these settings, all of them known.
+  SettingsPlaces& places();
 
  private:
   class FreeKeys;
@@ -42,6 +45,7 @@ class SnapshotWindows final {
   WidgetEditor::Hooks forms_;
   Connections connections_;
   const WindowServices services_;
+  std::unique_ptr<SettingsPlaces> places_;
 };
 
 }  // namespace tarnwick

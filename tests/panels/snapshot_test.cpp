@@ -5,6 +5,7 @@
 #include <QSet>
 #include <QTemporaryDir>
 
+#include "app/SnapshotBar.h"
 #include "app/SnapshotMode.h"
 #include "app/SnapshotWindows.h"
 #include "base/DomainError.h"
@@ -21,11 +22,11 @@ using namespace Qt::StringLiterals;
 TEST(SnapshotTest, ReadsItsOptions) {
   const SnapshotOptions all = snapshotOptions({u"--snapshot"_s, u"--output"_s, u"/pictures"_s});
   EXPECT_EQ(all.folder, u"/pictures"_s);
-  EXPECT_TRUE(all.tiles && all.panels && all.docks && all.windows);
+  EXPECT_TRUE(all.tiles && all.panels && all.docks && all.windows && all.bars);
   EXPECT_EQ(all.densities, (QList<double>{1, 2}));
   const SnapshotOptions some = snapshotOptions(
       {u"--output"_s, u"/p"_s, u"--snapshot-images"_s, u"docks, tiles"_s, u"--snapshot-densities"_s, u"1.5,1.5,3"_s});
-  EXPECT_TRUE(some.tiles && some.docks && !some.panels && !some.windows);
+  EXPECT_TRUE(some.tiles && some.docks && !some.panels && !some.windows && !some.bars);
   EXPECT_EQ(some.densities, (QList<double>{1.5, 3}));
   EXPECT_FALSE(some.locale) << "that of the fixture";
   EXPECT_EQ(snapshotOptions({u"--output"_s, u"/p"_s, u"--snapshot-locale"_s, u"ar_EG"_s}).locale,
@@ -97,6 +98,27 @@ TEST(SnapshotTest, PicturesEveryWindowOfTheProgram) {
   EXPECT_GE(options.windowList.size(), SettingsWindow::sections().size() + OnboardingWindow::kPages + 5);
   EXPECT_EQ(pictures.size(), options.windowList.size() * 2)
       << "each is pictured, dark and light, and looks its own way";
+}
+
+TEST(SnapshotTest, PicturesTheCommandBarInEachOfItsStates) {
+  SnapshotWindows windows;
+  QTemporaryDir folder;
+  SnapshotOptions options;
+  options.folder = folder.path();
+  options.tiles = options.panels = options.docks = options.windows = false;
+  options.densities = {1};
+  options.barList = SnapshotBar::list(windows.places());
+  takeSnapshot(options);
+  const QDir bars(folder.filePath(u"bars"_s));
+  QSet<QByteArray> pictures;
+  for (const QString& file : bars.entryList(QDir::Files)) {
+    const QImage image(bars.filePath(file));
+    pictures.insert(QByteArray(reinterpret_cast<const char*>(image.constBits()), image.sizeInBytes()));
+  }
+  EXPECT_EQ(pictures.size(), options.barList.size() * 3) << "each looks its own way in each of three looks";
+  const auto heightOf = [&](const QString& state) { return QImage(bars.filePath(state + u"-dark@1x.png"_s)).height(); };
+  EXPECT_EQ(heightOf(u"all-rows"_s) - heightOf(u"empty"_s), 18 * 44 + 2 * 8 + 9) << "both lists are full";
+  EXPECT_GT(heightOf(u"settings"_s), heightOf(u"sum"_s)) << "places of Settings are found";
 }
 
 }  // namespace

@@ -165,6 +165,16 @@ void addStates(Album& album, std::vector<SnapshotPainter>& painters) {
   }
 }
 
+void addBars(Album& album, SnapshotPainter& painter, const QList<SnapshotPane>& bars) {
+  QList<SnapshotPicture> all;
+  for (const SnapshotPane& bar : bars) {
+    all << SnapshotPicture{bar.name, painter.pane(bar)};
+    album.add(u"bars"_s, bar.name + u'-' + painter.scheme().name, painter.density(), all.last().image);
+  }
+  album.add(u"sheets"_s, u"bars-"_s + painter.scheme().name, painter.density(),
+            painter.list(SnapshotWords::tr("Command Bar"), all));
+}
+
 }  // namespace
 
 QStringList takeSnapshot(const SnapshotOptions& options) {
@@ -191,6 +201,8 @@ QStringList takeSnapshot(const SnapshotOptions& options) {
         for (const bool isDark : {true, false})
           album.add(u"windows"_s, window.name + (isDark ? u"-dark"_s : u"-light"_s), density,
                     painters[isDark ? 0 : 1].window(*window.make(isDark)));
+    if (options.bars && !options.barList.isEmpty())
+      for (SnapshotPainter& painter : painters) addBars(album, painter, options.barList);
   }
   return album.files();
 }

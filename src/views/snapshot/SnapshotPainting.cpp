@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "views/controls/GlassPane.h"
 #include "views/dock/DockView.h"
 #include "views/families/Rooms.h"
 #include "views/panels/TilePanel.h"
@@ -133,6 +134,18 @@ QImage SnapshotPainter::picture(QWidget& widget) const {
   announceLook(widget);
   widget.resize(widget.sizeHint());
   return render(widget);
+}
+
+QImage SnapshotPainter::pane(const SnapshotPane& pane) const {
+  const auto made =
+      pane.make([this](GlassPane& glass) { glass.setDockLook(scheme_.style, Backdrop::Plain, scheme_.monochrome); });
+  const QImage picture = render(*made);
+  QImage image = ground(made->size());
+  QPainter painter(&image);
+  painter.setRenderHint(QPainter::Antialiasing);
+  SnapshotScenery::paintLandscape(painter, made->rect(), scheme_.isLight() ? kDay : kDusk);
+  painter.drawImage(QPointF(), picture);
+  return image;
 }
 
 QImage SnapshotPainter::window(QWidget& window) const {

@@ -8,6 +8,7 @@
 
 #include "views/dock/DockRow.h"
 #include "views/panels/Room.h"
+#include "views/snapshot/Snapshot.h"
 #include "views/snapshot/SnapshotFixture.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Palette.h"
@@ -53,6 +54,8 @@ class SnapshotPainter {
   QImage list(const QString& title, const QList<SnapshotPicture>& pictures) const;
   /// A whole widget in the size that it wants.
   QImage picture(QWidget& widget) const;
+  /// A pane of glass over a landscape.
+  QImage pane(const SnapshotPane& pane) const;
   /// A window of the program, at its size.
   QImage window(QWidget& window) const;
   /// A group's tiles at three scales, then its panels, under its name.
