@@ -26,7 +26,7 @@ Program vault(const QString& text = u"secret"_s) {
   return program(u"vault"_s, {{u"x-kde-passwordManagerHint"_s, "no"}, {kUtf8, text.toUtf8()}});
 }
 
-QByteArray picture(const char* format) {
+QByteArray pictureIn(const char* format) {
   QImage image(2, 2, QImage::Format_RGB32);
   image.fill(Qt::red);
   QByteArray bytes;
@@ -35,11 +35,11 @@ QByteArray picture(const char* format) {
   image.save(&buffer, format);
   return bytes;
 }
-QByteArray bitmap() { return picture("BMP"); }
+QByteArray bitmap() { return pictureIn("BMP"); }
 
 /// Says in its header that it is a hundred thousand pixels wide and high.
 QByteArray bomb() {
-  QByteArray bytes = picture("PNG");
+  QByteArray bytes = pictureIn("PNG");
   bytes.replace(16, 8, QByteArray::fromHex("000186a0000186a0")).replace(29, 4, QByteArray::fromHex("27309c9f"));
   return bytes;
 }

@@ -17,7 +17,7 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-const QString kFile = u"config.json"_s;
+const QString kSettingsFile = u"config.json"_s;
 const QString kRecovery = u"config-recovery-1700000000.json"_s;
 const char* const kPreserved =
     "Could not load settings. The original file was preserved as config-recovery-1700000000.json. ";
@@ -87,7 +87,7 @@ TEST(Persistence, RefusesWithASentence) {
 }
 
 struct SettingsFile : FolderTest {
-  SettingsLoader::Result load() const { return SettingsLoader::load(at(kFile), 1700000000); }
+  SettingsLoader::Result load() const { return SettingsLoader::load(at(kSettingsFile), 1700000000); }
   /// The user's file is kept as it is, under the other name, and the user gets a message.
   void expectMovedAside() const {
     const auto result = load();
@@ -116,33 +116,33 @@ TEST_F(SettingsFile, LoadsWithoutAWordWhenItIsGoodOrMissing) {
   EXPECT_EQ(first.configuration.profiles.first().name, u"Everyday"_s);
   EXPECT_TRUE(entries().isEmpty());
 
-  put(kFile, kDocument);
+  put(kSettingsFile, kDocument);
   EXPECT_EQ(load().configuration, Persistence::decode(kDocument));
   EXPECT_TRUE(load().ready && load().error.isEmpty());
-  EXPECT_EQ(entries(), QStringList{kFile});
+  EXPECT_EQ(entries(), QStringList{kSettingsFile});
 }
 
 TEST_F(SettingsFile, IsCopiedAsideWhenItCannotBeUsed) {
   for (const QByteArray& bytes : {QByteArray(), QByteArray("{\xff"), with("\"schema\":1", "\"schema\":2")}) {
-    put(kFile, bytes);
+    put(kSettingsFile, bytes);
     const auto result = load();
     EXPECT_TRUE(result.ready);
     EXPECT_EQ(result.error.toStdString(), kPreserved + failureOf([&] { Persistence::decode(bytes); }));
     EXPECT_EQ(result.configuration.profiles.first().name, u"Everyday"_s);
-    EXPECT_EQ(content(kFile), bytes.toStdString());
+    EXPECT_EQ(content(kSettingsFile), bytes.toStdString());
     EXPECT_EQ(content(kRecovery), bytes.toStdString());
     EXPECT_EQ(mode(kRecovery), 0600);
   }
 }
 
 TEST_F(SettingsFile, IsMovedAsideWhenItCannotBeRead) {
-  put(kFile + u"/inside"_s, "kept");
+  put(kSettingsFile + u"/inside"_s, "kept");
   expectMovedAside();
   EXPECT_EQ(content(kRecovery + u"/inside"_s), "kept");
   ASSERT_TRUE(QDir(at(kRecovery)).removeRecursively());
 
-  put(kFile, kDocument);
-  setMode(kFile, 0);
+  put(kSettingsFile, kDocument);
+  setMode(kSettingsFile, 0);
   const AsPlainUser user(folder_.path());
   expectMovedAside();
 }
@@ -150,12 +150,12 @@ TEST_F(SettingsFile, IsMovedAsideWhenItCannotBeRead) {
 // Its disk is not there; that is no first run.
 TEST_F(SettingsFile, ThatALinkDoesNotLeadToIsNotTakenForMissing) {
   ASSERT_TRUE(QDir(folder_.path()).mkdir(u"disk"_s));
-  ASSERT_TRUE(QFile::link(at(u"disk/away/config.json"_s), at(kFile)));
+  ASSERT_TRUE(QFile::link(at(u"disk/away/config.json"_s), at(kSettingsFile)));
   const auto result = load();
   EXPECT_TRUE(result.ready);
   EXPECT_THAT(result.error.toStdString(), StartsWith(kPreserved));
   EXPECT_EQ(entries(), (QStringList{kRecovery, u"disk"_s}));
-  Persistence::save(result.configuration, at(kFile));
+  Persistence::save(result.configuration, at(kSettingsFile));
   put(u"disk/away/config.json"_s, kDocument);
   EXPECT_EQ(content(kRecovery), kDocument.toStdString()) << "the link stands, and nothing was written behind it";
 
@@ -173,26 +173,26 @@ TEST_F(SettingsFile, IsLeftAloneWhenNothingCanBePreserved) {
     EXPECT_EQ(result.configuration.profiles.first().name, u"Everyday"_s);
   };
   const QByteArray bad(5000, '?');
-  put(kFile, bad);
+  put(kSettingsFile, bad);
   {
     const AsFullDisk full(1000);
     expectBlocked(load());
   }
-  EXPECT_EQ(entries(), QStringList{kFile});
+  EXPECT_EQ(entries(), QStringList{kSettingsFile});
   {
     const AsPlainUser user(folder_.path());
     setMode(u"."_s, 0500);
     expectBlocked(load());
     setMode(u"."_s, 0700);
   }
-  EXPECT_EQ(entries(), QStringList{kFile});
+  EXPECT_EQ(entries(), QStringList{kSettingsFile});
 
   ASSERT_TRUE(QDir(folder_.path()).mkpath(kRecovery + u"/taken"_s));
   expectBlocked(load());
-  EXPECT_EQ(content(kFile), bad.toStdString());
+  EXPECT_EQ(content(kSettingsFile), bad.toStdString());
 
-  ASSERT_TRUE(QFile::remove(at(kFile)));
-  ASSERT_TRUE(QDir(folder_.path()).mkdir(kFile));
+  ASSERT_TRUE(QFile::remove(at(kSettingsFile)));
+  ASSERT_TRUE(QDir(folder_.path()).mkdir(kSettingsFile));
   expectBlocked(load());
   EXPECT_EQ(entries().size(), 2);
 }

@@ -50,7 +50,7 @@ struct PaintCounter final : QObject {
   int count = 0;
 };
 
-struct DockContentContainerTest : testing::Test {
+struct DockContentContainerTest : ::testing::Test {
   static constexpr QRect kRest{20, 10, 120, 60};  // The slot in it is 30, 20, 100 by 40.
   static constexpr int kTravel = 80;
 

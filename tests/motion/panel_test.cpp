@@ -19,7 +19,7 @@ class PlainPanel final : public QWidget {
   void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(rect(), Qt::green); }
 };
 
-struct PanelPresentationTest : testing::Test {
+struct PanelPresentationTest : ::testing::Test {
   PanelPresentationTest() {
     panel.setAttribute(Qt::WA_TranslucentBackground);
     panel.resize(panel.sizeHint());

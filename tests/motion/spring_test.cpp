@@ -82,7 +82,7 @@ TEST(MotionParameters, FollowTheStyle) {
   }
 }
 
-struct SpringDriverTest : testing::Test {
+struct SpringDriverTest : ::testing::Test {
   SpringDriverTest() { view.show(); }
 
   void animate(double to, bool animated = true) { driver.animate(to, MotionStyle::Reveal, animated, false); }

@@ -11,7 +11,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr auto kName = "org.freedesktop.Notifications"_L1;
+constexpr auto kNotifications = "org.freedesktop.Notifications"_L1;
 
 TEST(DesktopNotifications, ArriveInOrderAndAsTheServiceReadsThem) {
   struct Case {
@@ -25,7 +25,7 @@ TEST(DesktopNotifications, ArriveInOrderAndAsTheServiceReadsThem) {
   };
   for (const auto& expected : cases) {
     PrivateBus bus;
-    FakeService service(bus.connection(), kName);
+    FakeService service(bus.connection(), kNotifications);
     QList<QVariantList> posted;
     service.answer(u"GetCapabilities"_s, [&](const QDBusMessage&) { return QVariantList{expected.capabilities}; });
     service.answer(u"Notify"_s, [&](const QDBusMessage& message) {
@@ -62,7 +62,7 @@ TEST(DesktopNotifications, SaysSoWhereNobodyShowsThem) {
   EXPECT_EQ(alone.capability().reason, u"No notification service was found."_s);
 
   // A service that comes later is found; what was posted before it came stays lost.
-  FakeService service(bus.connection(), kName);
+  FakeService service(bus.connection(), kNotifications);
   QStringList titles;
   service.answer(u"GetCapabilities"_s, [](const QDBusMessage&) { return QVariantList{QStringList()}; });
   service.answer(u"Notify"_s, [&](const QDBusMessage& message) {

@@ -18,7 +18,7 @@ constexpr quint8 kReturn = 36;
 constexpr quint8 kA = 38;
 constexpr quint8 kRight = 114;
 constexpr quint8 kDown = 116;
-const QRect kPlace(300, 720, 400, 60);
+const QRect kMenuPlace(300, 720, 400, 60);
 const QRect kTile(180, 0, 40, 60);  // of the panel
 
 /// A content with a line to type into.
@@ -42,7 +42,7 @@ class X11PanelKeys : public ::testing::Test {
     auto made = std::make_unique<Form>();
     form = made.get();
     panel = desk.panels.make(std::move(made));
-    panel->place({.screen = desk.screens.mainId(), .rectangle = kPlace, .margins = {}});
+    panel->place({.screen = desk.screens.mainId(), .rectangle = kMenuPlace, .margins = {}});
     panel->setShown(true);
     ASSERT_TRUE(isSeen(form->winId()));
   }
@@ -182,7 +182,7 @@ TEST_F(X11PanelKeys, AMenuTakesKeysAndClicksAndSwallowsTheClickThatClosesIt) {
   const QSignalSpy chosen(deep, &QAction::triggered);
   panel->openMenu(menu, kTile);
   ASSERT_TRUE(isSeen(menu.winId()));
-  EXPECT_LE(menu.geometry().bottom(), kPlace.top());
+  EXPECT_LE(menu.geometry().bottom(), kMenuPlace.top());
   for (const quint8 key : {kDown, kDown, kRight, kReturn}) desk.display.tap(key);
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return chosen.size() == 1; }));
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return !menu.isVisible(); }));

@@ -16,7 +16,7 @@ namespace tarnwick::testing {
 namespace {
 
 constexpr qint64 kPatience = 5'000;
-constexpr int kLookAgain = 5;
+constexpr int kLookAgainForAnEnd = 5;
 
 pid_t launch(const QStringList& command, int inherited) {
   std::vector<QByteArray> words;
@@ -66,7 +66,7 @@ void ChildProcess::stop() {
   clock.start();
   while (isRunning()) {
     if (clock.hasExpired(kPatience)) kill(pid_, SIGKILL);
-    poll(nullptr, 0, kLookAgain);
+    poll(nullptr, 0, kLookAgainForAnEnd);
   }
 }
 

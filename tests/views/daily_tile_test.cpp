@@ -26,7 +26,7 @@ DockWidget with(const QString& kind, const Options& options) {
 }
 
 template <class Content>
-Content contentOf(const QString& kind, const Options& options, const TileSources& sources = morning()) {
+Content dailyContent(const QString& kind, const Options& options, const TileSources& sources = morning()) {
   return contentAs<Content>(makeTileContent(with(kind, options), Catalog::find(kind), sources));
 }
 
@@ -82,7 +82,7 @@ TEST(TimerTile, SaysWhereItStands) {
       {u"pomodoro"_s, {{u"cycleLength"_s, u"99"_s}, {u"sessions"_s, u"-3"_s}}, "25:00", "Ready", Glyph::Play, 0, 0, 12},
   };
   for (const auto& each : cases) {
-    const auto content = contentOf<TimerContent>(each.kind, each.options);
+    const auto content = dailyContent<TimerContent>(each.kind, each.options);
     SCOPED_TRACE(each.kind.toStdString() + ' ' + each.figure + ' ' + each.word);
     EXPECT_EQ(content.figure.toStdString(), each.figure);
     EXPECT_EQ(content.word.toStdString(), each.word);
@@ -132,7 +132,7 @@ TEST(TodosTile, ShowsTheOneDoneLastAndWhatIsOpen) {
     TileSources sources = morning();
     for (const QChar mark : pattern) sources.todos.append(todo(QString(mark), mark.isLower()));
     QString items;
-    for (const auto& item : contentOf<TodosContent>(u"quickTodo"_s, {}, sources).items) items += item.text;
+    for (const auto& item : dailyContent<TodosContent>(u"quickTodo"_s, {}, sources).items) items += item.text;
     return items;
   };
   for (const auto& [pattern, wanted] : {std::pair{u"aBCdE"_s, u"aBC"_s},
@@ -145,15 +145,15 @@ TEST(TodosTile, ShowsTheOneDoneLastAndWhatIsOpen) {
 }
 
 TEST(HabitTiles, CountDaysAndGlasses) {
-  const auto habit = contentOf<HabitContent>(
+  const auto habit = dailyContent<HabitContent>(
       u"habitTracker"_s, {{u"text"_s, u" Read\nmore "_s}, {u"history"_s, u"2026-11-18,2026-11-22,2026-11-23,x"_s}});
   EXPECT_EQ(habit.habit, u"Read more"_s);
   EXPECT_EQ(habit.streak, 2);
   EXPECT_EQ(habit.days, (QList<bool>{true, false, false, false, true, true, false}));
-  EXPECT_EQ(contentOf<HabitContent>(u"habitTracker"_s, {}).habit, u"Habit Tracker"_s);
+  EXPECT_EQ(dailyContent<HabitContent>(u"habitTracker"_s, {}).habit, u"Habit Tracker"_s);
 
   const Options yesterday{{u"glasses"_s, u"5"_s}, {u"day"_s, u"2026-11-23"_s}, {u"goal"_s, u"none"_s}};
-  EXPECT_EQ(contentOf<WaterContent>(u"drinkWater"_s, yesterday), (WaterContent{0, 8}));
+  EXPECT_EQ(dailyContent<WaterContent>(u"drinkWater"_s, yesterday), (WaterContent{0, 8}));
 }
 
 TEST(UtilityText, SpeaksTheLocale) {
@@ -200,17 +200,17 @@ TEST(UtilityTiles, ConvertMoneyByTheRateThatIsKnown) {
 }
 
 TEST(UtilityTiles, ShowWhatWasDoneLast) {
-  EXPECT_EQ(contentOf<ResultContent>(u"converter"_s, {}).figures, QStringList{u"6.2"_s});
-  EXPECT_EQ(contentOf<ResultContent>(u"converter"_s, {{u"from"_s, u"m"_s}, {u"to"_s, u"kg"_s}}).source, u"10 km"_s);
-  EXPECT_EQ(contentOf<ResultContent>(u"converter"_s, {{u"value"_s, u"abc"_s}}).figures, QStringList{u"–"_s});
-  EXPECT_EQ(contentOf<ResultContent>(u"calculator"_s, {{u"expression"_s, u"1/0"_s}}).figures, QStringList{u"0"_s});
+  EXPECT_EQ(dailyContent<ResultContent>(u"converter"_s, {}).figures, QStringList{u"6.2"_s});
+  EXPECT_EQ(dailyContent<ResultContent>(u"converter"_s, {{u"from"_s, u"m"_s}, {u"to"_s, u"kg"_s}}).source, u"10 km"_s);
+  EXPECT_EQ(dailyContent<ResultContent>(u"converter"_s, {{u"value"_s, u"abc"_s}}).figures, QStringList{u"–"_s});
+  EXPECT_EQ(dailyContent<ResultContent>(u"calculator"_s, {{u"expression"_s, u"1/0"_s}}).figures, QStringList{u"0"_s});
   for (const auto& [text, hex] : {std::pair{u"2e8c94"_s, u"#2E8C94"_s},
                                   {u"#fff"_s, u"#FFFFFF"_s},
                                   {u"#12345"_s, u"Pick"_s},
                                   {u"red"_s, u"Pick"_s},
                                   {QString(), u"Pick"_s}})
-    EXPECT_EQ(contentOf<ColorContent>(u"colorPicker"_s, {{u"color"_s, text}}).hex, hex) << text.toStdString();
-  EXPECT_EQ(contentOf<EmojiContent>(u"emojiRecents"_s, {{u"recents"_s, u"🔥 ☕ 🚀 ✅"_s}}).emoji,
+    EXPECT_EQ(dailyContent<ColorContent>(u"colorPicker"_s, {{u"color"_s, text}}).hex, hex) << text.toStdString();
+  EXPECT_EQ(dailyContent<EmojiContent>(u"emojiRecents"_s, {{u"recents"_s, u"🔥 ☕ 🚀 ✅"_s}}).emoji,
             (QStringList{u"🔥"_s, u"☕"_s, u"🚀"_s}));
 }
 

@@ -84,7 +84,7 @@ struct BusyProcessor final : SystemCounters {
   ProcessorTicks ticks;
 };
 
-class LiveDockTest : public testing::Test {
+class LiveDockTest : public ::testing::Test {
  protected:
   LiveDockTest() : store(setup()) {
     store.edit([](DockConfiguration& config) { config.profiles[0].widgets.clear(); });
