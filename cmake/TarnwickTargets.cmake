@@ -22,7 +22,7 @@ if(TARNWICK_SANITIZE)
 endif()
 
 # Three precompiled headers for the whole project: one for code that knows no pixels, one for code that paints,
-# one for code that has windows; and two for tests where those are compiled otherwise.
+# one for code that has windows; and two for tests where those are compiled otherwise, with what nearly every test has.
 function(tarnwick_pch name library)
   file(WRITE ${CMAKE_BINARY_DIR}/pch/${name}.cpp "// Carries the precompiled header.\n")
   add_library(tarnwick_pch_${name} STATIC ${CMAKE_BINARY_DIR}/pch/${name}.cpp)
@@ -40,8 +40,8 @@ tarnwick_pch(core Qt6::Core ${core_headers})
 tarnwick_pch(gui Qt6::Gui ${gui_headers})
 tarnwick_pch(widgets Qt6::Widgets ${widgets_headers})
 if(TARNWICK_TESTS AND plain_tests)
-  tarnwick_pch(test_core Qt6::Core ${core_headers})
-  tarnwick_pch(test_widgets Qt6::Widgets ${widgets_headers})
+  tarnwick_pch(test_core Qt6::Core ${core_headers} <gtest/gtest.h>)
+  tarnwick_pch(test_widgets Qt6::Widgets ${widgets_headers} <gtest/gtest.h>)
   set_target_properties(tarnwick_pch_test_core tarnwick_pch_test_widgets PROPERTIES TARNWICK_IS_TEST ON)
 endif()
 
@@ -84,7 +84,8 @@ function(tarnwick_layer name)
 endfunction()
 
 # tarnwick_test_sources(TARGET [PCH core|widgets] [MOC])
-# What all targets in tests/ share. Only one with MOC may have Q_OBJECT in it.
+# What all targets in tests/ share. Only one with MOC may have Q_OBJECT in it. With CMAKE_UNITY_BUILD a dozen files of a
+# program are compiled at a time, so no two of them may name things of their own alike.
 function(tarnwick_test_sources target)
   cmake_parse_arguments(arg "MOC" "PCH" "" ${ARGN})
   if(NOT arg_PCH)
@@ -96,7 +97,7 @@ function(tarnwick_test_sources target)
     set(arg_PCH test_${arg_PCH})
   endif()
   target_precompile_headers(${target} REUSE_FROM tarnwick_pch_${arg_PCH})
-  set_target_properties(${target} PROPERTIES TARNWICK_IS_TEST ON UNITY_BUILD OFF AUTOMOC OFF)
+  set_target_properties(${target} PROPERTIES TARNWICK_IS_TEST ON AUTOMOC OFF)
   if(arg_MOC)
     set_target_properties(${target} PROPERTIES AUTOMOC ON)
   endif()
