@@ -77,6 +77,7 @@ class X11Desk final : public TestDesk {
   }
   std::unique_ptr<OtherWindow> film() override {
     auto film = std::make_unique<Foreign>(QRect(100, 100, 300, 200));
+    film->window.setWords("_NET_WM_DESKTOP", "CARDINAL", {0});  // Said by it, no window manager has to guess.
     film->window.show();
     film->window.addState("_NET_WM_STATE_FULLSCREEN");
     return film;
