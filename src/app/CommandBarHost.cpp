@@ -132,7 +132,7 @@ void CommandBarHost::show() {
 
   const QMargins margins = pane_->margins();
   popup_ = anchor_->popup(std::move(made), QRect(QPoint(), lineOn(*screen).size()),
-                          PopupStyle{.margins = margins, .gap = 0, .abovePanels = true});
+                          PopupStyle{.margins = margins, .gap = 0, .abovePanels = true, .keepsKeys = true});
   // By the time that the signal arrives it may have been opened again.
   const auto closed = [this, popup = popup_.get()] {
     if (popup_.get() == popup) hide();

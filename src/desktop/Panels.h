@@ -59,6 +59,8 @@ struct PopupStyle {
   bool closesOutside = true;  ///< Whether a click outside closes it. One that does not lets those clicks through.
   bool abovePanels = false;   ///< Whether it lies above every panel where they meet, as all do beside their own one.
   bool takesClicks = true;    ///< Whether clicks on it are its own. One that does not lets those through too.
+  bool keepsKeys = false;     ///< Whether a window that opens meanwhile does not get the keyboard, only one that the
+                              ///< user turns to. Where the compositor decides (Wayland), it is as it decides.
 };
 
 /// One borderless window of ours that floats above the others on every desktop and never takes the focus by itself.

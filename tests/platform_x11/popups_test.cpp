@@ -161,6 +161,33 @@ TEST_F(X11PanelKeys, AClickOutsideClosesAPopupAndReachesItsTarget) {
   EXPECT_EQ(closings->size(), 0);
 }
 
+/// Counts how often a window lost the keyboard.
+struct Losses final : QObject {
+  explicit Losses(QWidget& window) : QObject(&window) { window.installEventFilter(this); }
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::WindowDeactivate) ++count;
+    return false;
+  }
+  int count = 0;
+};
+
+TEST_F(X11PanelKeys, APopupThatKeepsTheKeysLosesThemToTheUserOnly) {
+  Form* content = open({.closesOutside = false, .keepsKeys = true});
+  ASSERT_TRUE(focusComesTo(content->winId()));
+  ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return content->isActiveWindow(); }));
+  const auto* losses = new Losses(*content);
+  ForeignWindow another(desk.display, QRect(0, 0, 80, 80));
+  ASSERT_TRUE(another.show());
+  ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return losses->count == 1; })) << "the window manager's choice";
+  EXPECT_TRUE(focusComesTo(content->winId()));
+  ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return content->isActiveWindow(); }));
+
+  desk.display.click({40, 40});
+  ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return losses->count == 2; }));
+  desk.settle();
+  EXPECT_EQ(desk.display.focus(), another.id());
+}
+
 TEST_F(X11PanelKeys, APopupWithoutClicksLetsThemThrough) {
   const Form* content = open({.takesKeys = false, .closesOutside = false, .takesClicks = false});
   const QPoint inside = content->geometry().center();

@@ -24,7 +24,21 @@ void X11Focus::take(xcb_window_t window) {
   const xcb_window_t before = current();
   if (before != window) previous_ = before;
   window_ = window;
+  known_ = clients();
   set(window, XCB_CURRENT_TIME);
+}
+
+void X11Focus::takeFromNewWindow() {
+  if (window_ == XCB_WINDOW_NONE) return;
+  const xcb_window_t holder = current();
+  const bool isNobody = holder <= XCB_INPUT_FOCUS_POINTER_ROOT || holder == events_.root();
+  if (isNobody || events_.isOurs(holder) || known_.contains(holder)) return;
+  known_.append(holder);
+  set(window_, XCB_CURRENT_TIME);
+}
+
+QList<quint32> X11Focus::clients() const {
+  return PropertyRequest(events_.connection(), events_.root(), events_.atom(X11Atom::NetClientList), 1 << 16).words();
 }
 
 void X11Focus::giveBack(xcb_timestamp_t time) {

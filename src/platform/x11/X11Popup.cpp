@@ -97,6 +97,8 @@ bool X11Popup::eventFilter(QObject* watched, QEvent* event) {
     return true;
   }
   if (event->type() == QEvent::Close) close();
+  if (event->type() == QEvent::WindowDeactivate && style_.keepsKeys && content_->isVisible())
+    focus_.takeFromNewWindow();
   return false;
 }
 
