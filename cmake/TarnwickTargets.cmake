@@ -103,16 +103,16 @@ function(tarnwick_test_sources target)
   endif()
 endfunction()
 
-# tarnwick_test(NAME SOURCES file... LINK target... [PCH core|widgets] [MAIN] [MOC]
+# tarnwick_test(NAME SOURCES file... LINK target... [PCH core|widgets] [MAIN] [MOC] [ZONELESS]
 #               [TIMEOUT seconds] [LABELS label...])
 # One GoogleTest program. With MAIN the sources bring a main() of their own, otherwise GoogleTest's is used. One without
 # labels needs no window system and belongs to the target unit_tests; it runs once more, as a whole, in each time zone
-# of TARNWICK_TEST_ZONES.
+# of TARNWICK_TEST_ZONES, unless it is ZONELESS: nothing that it tests knows a local time.
 if(TARNWICK_TESTS)
   add_custom_target(unit_tests)
 endif()
 function(tarnwick_test name)
-  cmake_parse_arguments(arg "MAIN;MOC" "PCH;TIMEOUT" "SOURCES;LINK;LABELS" ${ARGN})
+  cmake_parse_arguments(arg "MAIN;MOC;ZONELESS" "PCH;TIMEOUT" "SOURCES;LINK;LABELS" ${ARGN})
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 120)
   endif()
@@ -129,6 +129,9 @@ function(tarnwick_test name)
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT ${arg_TIMEOUT} LABELS "${arg_LABELS}")
   if(NOT arg_LABELS)
     add_dependencies(unit_tests ${name})
+    if(arg_ZONELESS)
+      return()
+    endif()
     foreach(zone ${TARNWICK_TEST_ZONES})
       string(REGEX REPLACE ".*/" "" place ${zone})
       add_test(NAME ${name}_in_${place} COMMAND ${name})

@@ -6,14 +6,10 @@
 #include <QLineEdit>
 #include <type_traits>
 
-#include "support/RecordingCommands.h"
-#include "views/controls/Buttons.h"
+#include "OpenPanel.h"
 #include "views/controls/MonthGrid.h"
 #include "views/controls/Rows.h"
-#include "views/families/Rooms.h"
 #include "views/families/calendar/AgendaRow.h"
-#include "views/panels/TilePanel.h"
-#include "views/snapshot/SnapshotFixture.h"
 #include "widgets/ZoneSearch.h"
 #include "widgets/catalog/Catalog.h"
 
@@ -22,14 +18,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-std::unique_ptr<TilePanel> shown(const PanelContext& context) {
-  std::unique_ptr<TilePanel> panel = makePanel(context);
-  panel->start();
-  panel->resize(panel->sizeHint());
-  panel->show();
-  QCoreApplication::processEvents();
-  return panel;
-}
+using test::shown;
 
 void press(QWidget& widget, Qt::Key key) {
   QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);

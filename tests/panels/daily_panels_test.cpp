@@ -7,14 +7,12 @@
 #include <functional>
 #include <vector>
 
+#include "OpenPanel.h"
 #include "base/DomainError.h"
 #include "commandbar/EmojiTable.h"
 #include "services/CurrencyRates.h"
-#include "store/DocumentEdits.h"
 #include "support/AccessibleWalk.h"
-#include "support/RecordingCommands.h"
 #include "support/ScriptedSession.h"
-#include "views/controls/Buttons.h"
 #include "views/controls/Charts.h"
 #include "views/controls/Fields.h"
 #include "views/controls/Labels.h"
@@ -22,12 +20,9 @@
 #include "views/controls/Rows.h"
 #include "views/controls/Slider.h"
 #include "views/controls/Switch.h"
-#include "views/families/Rooms.h"
 #include "views/families/calendar/AgendaRow.h"
 #include "views/families/utilities/UtilitiesRoom.h"
 #include "views/panels/BigText.h"
-#include "views/panels/TilePanel.h"
-#include "views/snapshot/SnapshotFixture.h"
 #include "widgets/QuickNotes.h"
 
 namespace tarnwick {
@@ -35,9 +30,9 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// A panel of a kind over a store of its own, and ways to use it.
-struct Open {
-  explicit Open(const QString& kind, CurrencyRates* rates = nullptr) : context(fixture.contextOf(kind, commands)) {
+/// A panel whose to-dos are those of its store.
+struct DailyPanel : test::OpenPanel<test::ChangingCommands> {
+  explicit DailyPanel(const QString& kind, CurrencyRates* rates = nullptr) : OpenPanel(kind) {
     context.readings.rates = rates;
     context.sources = [this] {
       return KeptSources::given([this] {
@@ -46,22 +41,9 @@ struct Open {
         return sources;
       });
     };
-    panel = makePanel(context);
-    panel->start();
-    panel->resize(panel->sizeHint());
-    panel->show();
-    QCoreApplication::processEvents();
+    panel = test::shown(context);
   }
 
-  AppStore& store() { return fixture.store(); }
-  QString option(const QString& key) {
-    return DocumentEdits::find(store().config(), context.widget)->options.value(key, u"absent"_s);
-  }
-  void click(const QString& label) {
-    for (PaintedButton* button : panel->findChildren<PaintedButton*>())
-      if (button->label() == label && !button->isHidden()) return button->click();
-    ADD_FAILURE() << "no button " << label.toStdString();
-  }
   void write(const QString& text) {
     auto* field = panel->findChild<TextField*>();
     field->selectAll();
@@ -69,15 +51,10 @@ struct Open {
     Q_EMIT field->textEdited(text);
   }
   void press(Qt::Key key) { QTest::keyClick(panel->findChild<TextField*>(), key); }
-
-  SnapshotStore fixture;
-  test::ChangingCommands commands{fixture.store()};
-  PanelContext context;
-  std::unique_ptr<TilePanel> panel;
 };
 
 TEST(Panels, WhatIsSetInThemCanBeTakenBackAndWhatIsCountedHasItsOwnWays) {
-  Open water(u"drinkWater"_s);
+  DailyPanel water(u"drinkWater"_s);
   water.click(u"Increase Daily goal"_s);
   EXPECT_EQ(water.commands.changed.size(), 1);
   water.click(u"Increase Remind me every"_s);
@@ -88,7 +65,7 @@ TEST(Panels, WhatIsSetInThemCanBeTakenBackAndWhatIsCountedHasItsOwnWays) {
   QTest::keyClick(water.panel.get(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
   EXPECT_EQ(water.commands.asked, (QStringList{u"undo"_s, u"redo"_s}));
 
-  Open pomodoro(u"pomodoro"_s);
+  DailyPanel pomodoro(u"pomodoro"_s);
   pomodoro.click(u"Increase Short break"_s);
   pomodoro.click(u"Increase Sessions before a long break"_s);
   EXPECT_EQ(pomodoro.commands.changed.size(), 2);
@@ -97,7 +74,7 @@ TEST(Panels, WhatIsSetInThemCanBeTakenBackAndWhatIsCountedHasItsOwnWays) {
 }
 
 TEST(TimerPanels, DoWhatTheirButtonsSay) {
-  Open timer(u"timer"_s);
+  DailyPanel timer(u"timer"_s);
   EXPECT_EQ(timer.panel->focusWidget()->property("text").toString(), u"Resume"_s) << "what Return does at once";
   timer.click(u"Resume"_s);
   EXPECT_NE(timer.option(u"deadline"_s), u"absent"_s);
@@ -106,7 +83,7 @@ TEST(TimerPanels, DoWhatTheirButtonsSay) {
   EXPECT_EQ(timer.option(u"deadline"_s), u"absent"_s) << "another duration starts over";
   EXPECT_EQ(timer.option(u"remaining"_s), u"absent"_s);
 
-  Open pomodoro(u"pomodoro"_s);
+  DailyPanel pomodoro(u"pomodoro"_s);
   pomodoro.click(u"Skip"_s);
   EXPECT_EQ(pomodoro.option(u"phase"_s), u"shortBreak"_s);
   EXPECT_EQ(pomodoro.option(u"sessions"_s), u"3"_s);
@@ -118,14 +95,14 @@ TEST(TimerPanels, DoWhatTheirButtonsSay) {
   pomodoro.click(u"Reset"_s);
   EXPECT_EQ(pomodoro.option(u"phase"_s), u"absent"_s);
 
-  Open posture(u"posture"_s);
+  DailyPanel posture(u"posture"_s);
   DockWidget standing = *DocumentEdits::find(posture.store().config(), posture.context.widget);
   standing.options = {{u"standingMinutes"_s, u"5"_s}, {u"phase"_s, u"standing"_s}, {u"remaining"_s, u"300"_s}};
   posture.store().update(standing);
   posture.click(u"Increase Standing"_s);
   EXPECT_EQ(posture.option(u"remaining"_s), u"360"_s) << "that of the phase it stands in, not of the seated one";
 
-  Open stopwatch(u"stopwatch"_s);
+  DailyPanel stopwatch(u"stopwatch"_s);
   EXPECT_EQ(stopwatch.panel->findChildren<ListRow*>().size(), 2);
   stopwatch.click(u"Lap"_s);
   EXPECT_EQ(stopwatch.option(u"laps"_s), u"64.2,131.7,192.0"_s);
@@ -225,7 +202,7 @@ TEST(Rows, AreTurnedOverWherePeopleReadFromTheRight) {
 }
 
 TEST(TodosPanelTest, AddsTicksDeletesAndClears) {
-  Open todos(u"quickTodo"_s);
+  DailyPanel todos(u"quickTodo"_s);
   const auto texts = [&] {
     QStringList list;
     for (const TodoItem& item : todos.store().config().todos) list << item.text;
@@ -272,7 +249,7 @@ TEST(TodosPanelTest, AddsTicksDeletesAndClears) {
 }
 
 TEST(TodosPanelTest, AScreenReaderTicksMovesEditsAndRemoves) {
-  Open todos(u"quickTodo"_s);
+  DailyPanel todos(u"quickTodo"_s);
   todos.store().edit([](DockConfiguration& config) {
     config.todos = {{QUuid::createUuid(), u"A"_s, false},
                     {QUuid::createUuid(), u"B"_s, true},
@@ -308,13 +285,13 @@ TEST(TodosPanelTest, AScreenReaderTicksMovesEditsAndRemoves) {
 }
 
 TEST(NotePanels, SaveAsIsTyped) {
-  Open note(u"scratchNote"_s);
+  DailyPanel note(u"scratchNote"_s);
   note.panel->findChild<TextArea*>()->setPlainText(u"Something else"_s);
   EXPECT_EQ(note.option(u"text"_s), u"Something else"_s);
   note.store().set(note.context.widget, u"text"_s, u"From elsewhere"_s);
   EXPECT_EQ(note.panel->findChild<TextArea*>()->toPlainText(), u"From elsewhere"_s);
 
-  Open notes(u"notesLatest"_s);
+  DailyPanel notes(u"notesLatest"_s);
   const QUuid first = QuickNotes::byAge(notes.store().config()).first().id;
   notes.panel->findChild<TextArea*>()->setPlainText(u"Edited"_s);
   EXPECT_EQ(DocumentEdits::find(notes.store().config(), first)->options.value(u"text"_s), u"Edited"_s);
@@ -336,7 +313,7 @@ TEST(NotePanels, SaveAsIsTyped) {
 }
 
 TEST(HabitPanelsTest, CountAndTick) {
-  Open water(u"drinkWater"_s);
+  DailyPanel water(u"drinkWater"_s);
   water.click(u"Drink a Glass"_s);
   EXPECT_EQ(water.option(u"glasses"_s), u"6"_s);
   water.click(u"Increase Remind me every"_s);
@@ -344,7 +321,7 @@ TEST(HabitPanelsTest, CountAndTick) {
   water.click(u"Decrease Remind me every"_s);
   EXPECT_EQ(water.option(u"interval"_s), u"absent"_s);
 
-  Open habit(u"habitTracker"_s);
+  DailyPanel habit(u"habitTracker"_s);
   habit.click(u"Done for Today"_s);
   EXPECT_TRUE(habit.option(u"history"_s).endsWith(u"2026-11-24"_s));
   habit.click(u"Undo Today"_s);
@@ -352,7 +329,7 @@ TEST(HabitPanelsTest, CountAndTick) {
 }
 
 TEST(CalculatorPanelTest, CalculatesOnAndKeepsWhatHadAResult) {
-  Open calculator(u"calculator"_s);
+  DailyPanel calculator(u"calculator"_s);
   calculator.click(u"Clear History"_s);
   calculator.write(u"6 × 7"_s);
   calculator.write(u"6 × 7 +"_s);
@@ -384,7 +361,7 @@ TEST(CalculatorPanelTest, CalculatesOnAndKeepsWhatHadAResult) {
 }
 
 TEST(ConverterPanelTest, StaysWithinOneGroup) {
-  Open converter(u"converter"_s);
+  DailyPanel converter(u"converter"_s);
   converter.click(u"Temperature"_s);
   EXPECT_EQ(converter.option(u"from"_s) + converter.option(u"to"_s), u"°C°F"_s);
   converter.click(u"°F"_s);  // The first such button is in "From": the units change places.
@@ -402,7 +379,7 @@ TEST(ConverterPanelTest, AsksForTheRateOfTheCurrenciesThatAreChosen) {
     return QJsonObject{{u"date"_s, u"2026-11-23"_s}, {u"base"_s, base}, {u"quote"_s, quote}, {u"rate"_s, value}};
   };
   const QString day = SnapshotFixture::locale().toString(QDate(2026, 11, 23), QLocale::LongFormat);
-  Open converter(u"converter"_s, &rates);
+  DailyPanel converter(u"converter"_s, &rates);
   const auto shown = [&] { return converter.panel->findChild<ResultView*>()->accessibleName(); };
   const auto says = [&](const QString& text) {
     return std::ranges::any_of(converter.panel->findChildren<TextLabel*>(),
@@ -454,13 +431,13 @@ TEST(ConverterPanelTest, AsksForTheRateOfTheCurrenciesThatAreChosen) {
 }
 
 TEST(ConverterPanelTest, OffersNoCurrenciesWhereNobodyKnowsTheirRates) {
-  Open converter(u"converter"_s);
+  DailyPanel converter(u"converter"_s);
   for (PaintedButton* button : converter.panel->findChildren<PaintedButton*>())
     EXPECT_NE(button->label(), u"Currency"_s);
 }
 
 TEST(ColorPanelTest, TakesColorsFromEverywhere) {
-  Open color(u"colorPicker"_s);
+  DailyPanel color(u"colorPicker"_s);
   color.click(u"Pick from Screen"_s);
   ASSERT_TRUE(color.commands.picked);
   color.panel.reset();  // Picking closed it.
@@ -473,7 +450,7 @@ TEST(ColorPanelTest, TakesColorsFromEverywhere) {
 }
 
 TEST(ColorPanelTest, OfWhatTheSlidersPassOnlyTheEndIsRecent) {
-  Open color(u"colorPicker"_s);
+  DailyPanel color(u"colorPicker"_s);
   const auto recent = [&] { return color.option(u"recentColors"_s).split(u' '); };
   const auto drag = [&](qsizetype index, std::initializer_list<int> places) {
     Slider* slider = color.panel->findChildren<Slider*>()[index];
@@ -502,7 +479,7 @@ TEST(ColorPanelTest, OfWhatTheSlidersPassOnlyTheEndIsRecent) {
 }
 
 TEST(EmojiPanelTest, FindsAndCopies) {
-  Open emoji(u"emojiRecents"_s);
+  DailyPanel emoji(u"emojiRecents"_s);
   DockWidget fresh = *DocumentEdits::find(emoji.store().config(), emoji.context.widget);
   fresh.options.remove(u"recents"_s);
   emoji.store().update(fresh);
@@ -537,7 +514,7 @@ TEST(EmojiPanelTest, FindsAndCopies) {
 }
 
 TEST(EmojiPanelTest, AllEmojiStandInOneGrid) {
-  Open emoji(u"emojiRecents"_s);
+  DailyPanel emoji(u"emojiRecents"_s);
   QListView* all = nullptr;
   for (auto* grid : emoji.panel->findChildren<QListView*>())
     if (grid->accessibleName() == u"All"_s) all = grid;

@@ -4,17 +4,12 @@
 #include <QContextMenuEvent>
 #include <QTest>
 
+#include "OpenPanel.h"
 #include "base/DomainError.h"
-#include "store/DocumentEdits.h"
-#include "support/RecordingCommands.h"
-#include "views/controls/Buttons.h"
 #include "views/controls/ConfirmBar.h"
 #include "views/controls/Fields.h"
 #include "views/controls/ItemView.h"
 #include "views/controls/Segments.h"
-#include "views/families/Rooms.h"
-#include "views/panels/TilePanel.h"
-#include "views/snapshot/SnapshotFixture.h"
 
 namespace tarnwick {
 namespace {
@@ -36,18 +31,13 @@ struct SlowCommands final : test::ChangingCommands {
   std::function<void(bool)> over;
 };
 
-/// A panel of a kind over a store of its own, and a note of everything that it asked for.
-struct Open {
+/// A panel and a note of everything that it asked for.
+struct ListPanel : test::OpenPanel<SlowCommands> {
   /// `change` has the fixture and the context before the panel is made.
-  explicit Open(const QString& kind, const std::function<void(Open&)>& change = {})
-      : context(fixture.contextOf(kind, commands)) {
+  explicit ListPanel(const QString& kind, const std::function<void(ListPanel&)>& change = {}) : OpenPanel(kind) {
     if (change) change(*this);
-    panel = makePanel(context);
-    panel->start();
-    panel->resize(panel->sizeHint());
-    panel->show();
+    panel = test::shown(context);
     QObject::connect(panel.get(), &TilePanel::closeRequested, [this] { closed = true; });
-    QCoreApplication::processEvents();
   }
 
   ItemView& view() { return *panel->findChild<ItemView*>(); }
@@ -58,24 +48,12 @@ struct Open {
     return all.join(u'|').toStdString();
   }
   std::string did() { return std::exchange(commands.asked, {}).join(u'|').toStdString(); }
-  QString option(const QString& key) {
-    return DocumentEdits::find(fixture.store().config(), context.widget)->options.value(key);
-  }
-  void click(const QString& label) {
-    for (PaintedButton* button : panel->findChildren<PaintedButton*>())
-      if (button->label() == label && button->isVisible()) return button->click();
-    ADD_FAILURE() << "no button " << label.toStdString();
-  }
 
-  SnapshotStore fixture;
-  SlowCommands commands{fixture.store()};
-  PanelContext context;
   bool closed = false;
-  std::unique_ptr<TilePanel> panel;
 };
 
 TEST(ApplicationsPanel, IsSearchedAndStartedByKeys) {
-  Open open(u"applications"_s);
+  ListPanel open(u"applications"_s);
   EXPECT_EQ(open.view().items().size(), 20);
   QTest::keyClicks(&open.field(), u"m"_s);
   EXPECT_EQ(open.titles().substr(0, 28), "Mail|Maps|Messages|Music|Cam") << "names that begin with it first";
@@ -92,7 +70,7 @@ TEST(ApplicationsPanel, IsSearchedAndStartedByKeys) {
 
 TEST(ApplicationsPanel, OffersToKeepWhatTheDockDoesNotHold) {
   const QString mail = u"/usr/share/applications/mail.desktop"_s;
-  Open open(u"applications"_s);
+  ListPanel open(u"applications"_s);
   QTest::keyClicks(&open.field(), u"mail"_s);
   const auto offered = [&] { return open.view().itemActions(open.view().model()->index(0, 0)); };
   const auto run = [&](const QString& action) {
@@ -128,7 +106,7 @@ TEST(ApplicationsPanel, OffersToKeepWhatTheDockDoesNotHold) {
 }
 
 TEST(AppFolderPanel, TakesAppsInAndGivesThemBack) {
-  Open open(u"appFolder"_s);
+  ListPanel open(u"appFolder"_s);
   EXPECT_EQ(open.titles(), "Mail|Music|Messages|Photos");
   open.click(u"Add Apps"_s);
   EXPECT_EQ(open.view().items().size(), 16) << "those that are in it are not offered";
@@ -148,7 +126,7 @@ TEST(AppFolderPanel, TakesAppsInAndGivesThemBack) {
 TEST(RunningAppsPanel, KeepsTheTextOfItsRowsInLineWhicheverWayWordsRun) {
   for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
     QGuiApplication::setLayoutDirection(direction);
-    Open open(u"openWindows"_s);
+    ListPanel open(u"openWindows"_s);
     const auto header = open.panel->findChild<PanelHeader*>();
     const int left = header->mapTo(open.panel.get(), QPoint()).x();
     const int right = left + header->width();
@@ -161,7 +139,7 @@ TEST(RunningAppsPanel, KeepsTheTextOfItsRowsInLineWhicheverWayWordsRun) {
 }
 
 TEST(FileMenus, OfferWhatCanBeDoneByMouseKeyboardAndReader) {
-  Open open(u"recentFiles"_s);
+  ListPanel open(u"recentFiles"_s);
   ItemView& view = open.view();
   ASSERT_FALSE(view.items().isEmpty());
   const std::string path = view.items().first().id.toStdString();
@@ -214,11 +192,11 @@ TEST(FileMenus, OfferWhatCanBeDoneByMouseKeyboardAndReader) {
 }
 
 TEST(RunningAppsPanel, LeadsToWindowsOrApps) {
-  Open windows(u"openWindows"_s);
+  ListPanel windows(u"openWindows"_s);
   EXPECT_EQ(windows.titles(), "Release notes|Weather in Kendal|tiles.cpp|robin@kendal: ~|Inbox");
   Q_EMIT windows.view().opened(u"11"_s);
   EXPECT_EQ(windows.did(), "window 11");
-  Open apps(u"topApps"_s, [](Open& open) { open.fixture.readings().windows.list.clear(); });
+  ListPanel apps(u"topApps"_s, [](ListPanel& open) { open.fixture.readings().windows.list.clear(); });
   EXPECT_EQ(apps.titles(), "Browser|Editor|Terminal|Mail");
   EXPECT_EQ(apps.view().items().first().caption, u"2 windows"_s);
   QTest::keyClick(&apps.view(), Qt::Key_Down);
@@ -227,7 +205,7 @@ TEST(RunningAppsPanel, LeadsToWindowsOrApps) {
 }
 
 TEST(PinnedWindowPanel, ShowsTheWindowAndTakesAnother) {
-  Open open(u"pinnedWindow"_s);
+  ListPanel open(u"pinnedWindow"_s);
   open.click(u"Show Window"_s);
   EXPECT_EQ(open.did(), "window 40");
   Q_EMIT open.view().opened(u"20"_s);
@@ -238,7 +216,7 @@ TEST(PinnedWindowPanel, ShowsTheWindowAndTakesAnother) {
 }
 
 TEST(FolderPanel, IsLookedThroughInPlace) {
-  Open open(u"folderLauncher"_s);
+  ListPanel open(u"folderLauncher"_s);
   EXPECT_EQ(open.titles().substr(0, 16), "tiles.png|Travel");
   Q_EMIT open.view().opened(u"/home/robin/Documents/Travel"_s);
   EXPECT_EQ(open.view().items().first().id, u"/home/robin/Documents/Travel/tiles.png"_s);
@@ -270,7 +248,7 @@ TEST(FolderPanel, IsLookedThroughInPlace) {
 }
 
 TEST(FolderPanel, SaysWhatIsWrongWithAFolder) {
-  Open gone(u"folderLauncher"_s, [](Open& open) {
+  ListPanel gone(u"folderLauncher"_s, [](ListPanel& open) {
     open.context.readings.fixedFolder = [](const FolderRequest&) {
       return FolderContents{{}, 0, u"You do not have permission to open this folder."_s};
     };
@@ -282,7 +260,7 @@ TEST(FolderPanel, SaysWhatIsWrongWithAFolder) {
 }
 
 TEST(ShelfPanel, GivesUpFilesOneByOneAndAll) {
-  Open open(u"fileShelf"_s);
+  ListPanel open(u"fileShelf"_s);
   EXPECT_EQ(open.titles(), "Quarterly summary.pdf|tiles.png|notes.txt");
   EXPECT_EQ(open.view().items()[1].drag, QUrl(u"file:///home/robin/tiles.png"_s));
   EXPECT_TRUE(open.view().model()->index(1, 0).flags() & Qt::ItemIsDragEnabled);
@@ -304,7 +282,7 @@ TEST(ShelfPanel, GivesUpFilesOneByOneAndAll) {
 }
 
 TEST(TrashPanel, AsksBeforeItEmpties) {
-  Open open(u"trash"_s);
+  ListPanel open(u"trash"_s);
   open.click(u"Empty Trash…"_s);
   QTest::keyClick(open.panel->focusWidget(), Qt::Key_Escape);
   EXPECT_FALSE(open.closed || open.panel->findChild<ConfirmBar*>()->isAsking());
@@ -314,7 +292,7 @@ TEST(TrashPanel, AsksBeforeItEmpties) {
 }
 
 TEST(SearchPanels, LeadToWhatWasMeant) {
-  Open web(u"webSearch"_s);
+  ListPanel web(u"webSearch"_s);
   QTest::keyClick(&web.field(), Qt::Key_Return);
   EXPECT_EQ(web.did(), "") << "nothing was written";
   web.field().insert(u" 100% & c++ ä "_s);
@@ -327,7 +305,7 @@ TEST(SearchPanels, LeadToWhatWasMeant) {
   web.commands.over(true);
   EXPECT_TRUE(web.closed && web.field().text().isEmpty());
 
-  Open bookmarks(u"bookmarks"_s);
+  ListPanel bookmarks(u"bookmarks"_s);
   QTest::keyClicks(&bookmarks.field(), u"TRAINS"_s);
   EXPECT_EQ(bookmarks.titles(), "Timetable");
   QTest::keyClick(&bookmarks.field(), Qt::Key_Return);
@@ -335,7 +313,7 @@ TEST(SearchPanels, LeadToWhatWasMeant) {
 }
 
 TEST(ProcessesPanel, EndsTheProcessThatWasShownAfterAsking) {
-  Open open(u"processTopApps"_s);
+  ListPanel open(u"processTopApps"_s);
   open.click(u"End Editor"_s);
   open.click(u"Cancel"_s);
   EXPECT_EQ(open.did(), "");
@@ -353,7 +331,7 @@ TEST(ProcessesPanel, EndsTheProcessThatWasShownAfterAsking) {
 TEST(ReadingPanels, AreFinishedWithNothingToRead) {
   for (const char* kind : {"applications", "appFolder", "openWindows", "pinnedWindow", "recentFiles", "screenshots",
                            "bookmarks", "processTopApps", "temperature"}) {
-    Open bare(QString::fromLatin1(kind), [](Open& open) {
+    ListPanel bare(QString::fromLatin1(kind), [](ListPanel& open) {
       FixedReadings& readings = open.fixture.readings();
       readings.recent.setFixed({});
       readings.bookmarks.setFixed({});

@@ -7,14 +7,10 @@
 #include <QSignalSpy>
 #include <algorithm>
 
+#include "OpenPanel.h"
 #include "support/AccessibleWalk.h"
-#include "support/RecordingCommands.h"
-#include "views/controls/Buttons.h"
 #include "views/controls/Labels.h"
 #include "views/controls/Switch.h"
-#include "views/families/Rooms.h"
-#include "views/panels/TilePanel.h"
-#include "views/snapshot/SnapshotFixture.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
@@ -22,14 +18,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-std::unique_ptr<TilePanel> shown(const PanelContext& context) {
-  std::unique_ptr<TilePanel> panel = makePanel(context);
-  panel->start();
-  panel->resize(panel->sizeHint());
-  panel->show();
-  QCoreApplication::processEvents();
-  return panel;
-}
+using test::shown;
 
 /// Whether anything but the bare pane is seen.
 bool isBlank(TilePanel& panel) {
