@@ -37,8 +37,6 @@ class Motion : public ::testing::Test {
   TestFrameClock* clock;  // Owned by the animator.
 };
 
-}  // namespace
-
 TEST_F(Motion, OneClockBeatsForAllThatMovesAndForNothingElse) {
   Fade quick(animator, 0.1, [] {});
   Fade slow(animator, 0.3, [] {});
@@ -180,4 +178,5 @@ TEST_F(Motion, APulseBeatsSoOftenAndNotAgainBeforeItWasStopped) {
   EXPECT_FALSE(clock->isRunning());
 }
 
+}  // namespace
 }  // namespace tarnwick::testing

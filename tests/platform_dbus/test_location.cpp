@@ -13,9 +13,9 @@ namespace {
 using namespace Qt::StringLiterals;
 using Reason = LocationFailure::Reason;
 
-const QString kName = u"org.freedesktop.GeoClue2"_s;
-const QString kManagerPath = u"/org/freedesktop/GeoClue2/Manager"_s;
-const QString kManager = u"org.freedesktop.GeoClue2.Manager"_s;
+const QString kGeoClue = u"org.freedesktop.GeoClue2"_s;
+const QString kGeoCluePath = u"/org/freedesktop/GeoClue2/Manager"_s;
+const QString kGeoClueManager = u"org.freedesktop.GeoClue2.Manager"_s;
 const QString kClient = u"org.freedesktop.GeoClue2.Client"_s;
 const QString kLocation = u"org.freedesktop.GeoClue2.Location"_s;
 const QString kClientPath = u"/org/freedesktop/GeoClue2/Client/7"_s;
@@ -26,8 +26,8 @@ QVariant path(const QString& text) { return QVariant::fromValue(QDBusObjectPath(
 /// The service, with one client that a test lets find the machine.
 class FakeGeoClue {
  public:
-  explicit FakeGeoClue(const QDBusConnection& bus) : service_(bus, kName) {
-    service_.setProperty(kManagerPath, kManager, u"AvailableAccuracyLevel"_s, 8U);
+  explicit FakeGeoClue(const QDBusConnection& bus) : service_(bus, kGeoClue) {
+    service_.setProperty(kGeoCluePath, kGeoClueManager, u"AvailableAccuracyLevel"_s, 8U);
     service_.setProperty(kClientPath, kClient, u"DesktopId"_s, QString());
     note(u"CreateClient"_s, [] { return QVariantList{path(kClientPath)}; });
     note(u"Start"_s, [this] {
@@ -123,7 +123,7 @@ TEST_F(GeoClue, TellsARefusalFromLocationsThatAreOffAndFromNoService) {
   EXPECT_EQ(endOf(ask())->failure, Reason::Refused);
   EXPECT_TRUE(isReleased(geoClue));
   geoClue.calls.clear();
-  geoClue.service().setProperty(kManagerPath, kManager, u"AvailableAccuracyLevel"_s, 0U);
+  geoClue.service().setProperty(kGeoCluePath, kGeoClueManager, u"AvailableAccuracyLevel"_s, 0U);
   EXPECT_EQ(endOf(ask())->failure, Reason::Disabled);
   EXPECT_TRUE(isReleased(geoClue));
   geoClue.service().answer(u"CreateClient"_s, {});

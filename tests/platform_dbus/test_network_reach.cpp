@@ -18,8 +18,8 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-const QString kManager = u"org.freedesktop.NetworkManager"_s;
-const QString kManagerPath = u"/org/freedesktop/NetworkManager"_s;
+const QString kNetworkManager = u"org.freedesktop.NetworkManager"_s;
+const QString kNetworkManagerPath = u"/org/freedesktop/NetworkManager"_s;
 
 TEST(NetworkReach, OnlyNoNetworkAtAllIsNone) {
   const struct {
@@ -37,8 +37,8 @@ TEST(NetworkReach, FollowsNetworkManagerAndTheKernelWhereThatDoesNotRun) {
   KernelLinks kernel;
   ASSERT_TRUE(waitFor([&] { return kernel.isAnyUp().has_value(); }));
   const bool without = *kernel.isAnyUp();
-  auto manager = std::make_unique<FakeService>(bus.connection(), kManager);
-  manager->setProperty(kManagerPath, kManager, u"State"_s, 20U);
+  auto manager = std::make_unique<FakeService>(bus.connection(), kNetworkManager);
+  manager->setProperty(kNetworkManagerPath, kNetworkManager, u"State"_s, 20U);
   DesktopNetworkReach reach(bus.connection());
   DesktopNetworkReach withoutBus(QDBusConnection(u"there is no such connection"_s));
   EXPECT_TRUE(reach.isOnline()) << "until it is known otherwise";
@@ -49,21 +49,21 @@ TEST(NetworkReach, FollowsNetworkManagerAndTheKernelWhereThatDoesNotRun) {
   const auto becomes = [&](bool online) { return waitFor([&] { return reach.isOnline() == online; }); };
   EXPECT_TRUE(becomes(false));
 
-  manager->setProperty(kManagerPath, kManager, u"State"_s, 10U);
-  manager->setProperty(kManagerPath, kManager, u"State"_s, 40U);
+  manager->setProperty(kNetworkManagerPath, kNetworkManager, u"State"_s, 10U);
+  manager->setProperty(kNetworkManagerPath, kNetworkManager, u"State"_s, 40U);
   EXPECT_TRUE(becomes(true));
-  manager->setProperty(kManagerPath, kManager, u"State"_s, 70U);
-  manager->setProperty(kManagerPath, kManager, u"State"_s, 20U);
+  manager->setProperty(kNetworkManagerPath, kNetworkManager, u"State"_s, 70U);
+  manager->setProperty(kNetworkManagerPath, kNetworkManager, u"State"_s, 20U);
   EXPECT_TRUE(becomes(false));
   EXPECT_EQ(changes, 3) << "from one state to its like is no news";
 
   // It ends while it says the opposite of the kernel, and comes back with the opposite again.
-  manager->setProperty(kManagerPath, kManager, u"State"_s, without ? 20U : 70U);
+  manager->setProperty(kNetworkManagerPath, kNetworkManager, u"State"_s, without ? 20U : 70U);
   ASSERT_TRUE(becomes(!without));
   manager.reset();
   EXPECT_TRUE(becomes(without));
-  manager = std::make_unique<FakeService>(bus.connection(), kManager);
-  manager->setProperty(kManagerPath, kManager, u"State"_s, without ? 20U : 70U);
+  manager = std::make_unique<FakeService>(bus.connection(), kNetworkManager);
+  manager->setProperty(kNetworkManagerPath, kNetworkManager, u"State"_s, without ? 20U : 70U);
   EXPECT_TRUE(becomes(!without));
   EXPECT_TRUE(waitFor([&] { return withoutBus.isOnline() == without; }));
 }

@@ -185,10 +185,10 @@ TEST(UtilityText, SpeaksTheLocale) {
 TEST(UtilityTiles, ConvertMoneyByTheRateThatIsKnown) {
   const QLocale english(QLocale::English, QLocale::UnitedKingdom);
   const Options money{{u"value"_s, u"-12.5"_s}, {u"from"_s, u"EUR"_s}, {u"to"_s, u"JPY"_s}};
-  EXPECT_EQ(contentOf<ResultContent>(u"converter"_s, money).figures, QStringList{u"–"_s});
+  EXPECT_EQ(dailyContent<ResultContent>(u"converter"_s, money).figures, QStringList{u"–"_s});
   TileSources known = morning();
   known.readings.rates.insert(u"EUR/JPY"_s, 163.2749);
-  EXPECT_EQ(contentOf<ResultContent>(u"converter"_s, money, known).exact, u"−2,040.94"_s);
+  EXPECT_EQ(dailyContent<ResultContent>(u"converter"_s, money, known).exact, u"−2,040.94"_s);
   const struct {
     const char* amount;
     std::optional<double> worth;

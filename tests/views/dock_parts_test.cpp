@@ -51,8 +51,6 @@ class DockParts : public ::testing::Test {
   test::TestFrameClock* clock;  // Owned by the animator.
 };
 
-}  // namespace
-
 TEST_F(DockParts, TheMagnifierFollowsThePointerOnceAFrame) {
   QList<qsizetype> changed;
   Magnifier magnifier(
@@ -402,4 +400,5 @@ TEST(DockKeys, MeanTheSameWhereverPeopleReadFrom) {
   }
 }
 
+}  // namespace
 }  // namespace tarnwick::testing

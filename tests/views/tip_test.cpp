@@ -60,8 +60,6 @@ class Tips : public ::testing::Test {
   std::unique_ptr<MovedView> view;
 };
 
-}  // namespace
-
 TEST_F(Tips, ComeAfterHalfASecondAndAtOnceBesideAnother) {
   show(starterRow());
   QSignalSpy changes(view.get(), &DockView::tipChanged);
@@ -268,4 +266,5 @@ TEST(Pictures, Tips) {
   keep(sheet, u"tips"_s);
 }
 
+}  // namespace
 }  // namespace tarnwick::testing
