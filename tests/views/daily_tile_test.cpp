@@ -193,8 +193,11 @@ TEST(UtilityTiles, ConvertMoneyByTheRateThatIsKnown) {
     const char* amount;
     std::optional<double> worth;
   } amounts[] = {{"1", 1.08}, {"0.01", 0.010842}, {"−3", -3.25}, {"1e308", {}}, {"", {}}, {"ten", {}}};
-  for (const auto& [amount, worth] : amounts)
-    EXPECT_EQ(exchanged(QString::fromUtf8(amount), 1.0842, english), worth) << amount;
+  for (const auto& [amount, worth] : amounts) {
+    const std::optional<double> got = exchanged(QString::fromUtf8(amount), 1.0842, english);
+    ASSERT_EQ(got.has_value(), worth.has_value()) << amount;
+    EXPECT_DOUBLE_EQ(got.value_or(0), worth.value_or(0)) << amount;
+  }
   EXPECT_EQ(offeredCurrencies(QLocale(u"de_CH"_s), {}).first(3), (QStringList{u"CHF"_s, u"EUR"_s, u"USD"_s}));
   EXPECT_EQ(offeredCurrencies(QLocale::c(), {{}, u"EUR"_s, u"ISK"_s}).last(), u"ISK"_s);
 }
