@@ -39,6 +39,13 @@ RemoteReading forecast(std::optional<int> utcOffset = 0) {
   return reading;
 }
 
+/// Tuesday morning, in UTC.
+TileSources morningInUtc() {
+  TileSources sources = morning();
+  sources.now = QDateTime(sources.now.date(), sources.now.time(), QTimeZone::utc());
+  return sources;
+}
+
 TEST(WeatherFacts, BeginWithTheHourAndTheDayOfThePlace) {
   constexpr int hour = 3600;
   const struct {
@@ -54,7 +61,7 @@ TEST(WeatherFacts, BeginWithTheHourAndTheDayOfThePlace) {
   };
   for (const auto& [offset, later, first, days, isNight] : cases) {
     SCOPED_TRACE(offset + later);
-    TileSources sources = morning();
+    TileSources sources = morningInUtc();
     sources.now = sources.now.addSecs(later);
     const RemoteReading reading = forecast(offset);
     const WeatherFacts facts = WeatherFacts::of(reading.value, sources);
@@ -68,7 +75,7 @@ TEST(WeatherFacts, BeginWithTheHourAndTheDayOfThePlace) {
   // An hour that is missing moves none of the others.
   RemoteReading torn = forecast();
   torn.value.weather->hourly.removeAt(3);
-  EXPECT_EQ(WeatherFacts::of(torn.value, morning()).hours.first().degrees, 10);
+  EXPECT_EQ(WeatherFacts::of(torn.value, morningInUtc()).hours.first().degrees, 10);
 }
 
 TEST(WeatherTiles, SayHowTheirValueStands) {
@@ -115,6 +122,7 @@ TEST(WeatherTiles, SayHowTheirValueStands) {
     shown.options = each.options;
     if (each.change) {
       RemoteReading reading = forecast();
+      reading.goodAt = QDateTime(reading.goodAt->date(), reading.goodAt->time());  // As told here, in local time.
       each.change(reading);
       sources.weather.set(shown.id, reading);
     }
