@@ -4,6 +4,7 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QSet>
 #include <algorithm>
 
@@ -83,6 +84,7 @@ void ClipboardStore::load() {
     auto index = RecordCodec::fromBytes<ClipboardIndex>(*bytes);
     if (index.version != kIndexVersion) throw DomainError::invalid(ClipboardStoreWords::tr("unsupported format"));
     items_ = std::move(index.entries);
+    removeStrayPictures();
   } catch (const DomainError&) {
     readable_ = false;
     throw DomainError::invalid(
@@ -270,6 +272,14 @@ QList<ClipboardEntry> ClipboardStore::evict(const QList<ClipboardEntry>& items) 
     if (isKept) kept.append(entry);
   }
   return kept;
+}
+
+void ClipboardStore::removeStrayPictures() const {
+  static const QRegularExpression digest(u"^[0-9a-f]{64}\\.png$"_s);
+  QSet<QString> kept;
+  for (const ClipboardEntry& entry : items_) kept.insert(entry.imageFile);
+  for (const QString& name : QDir(folder()).entryList(QDir::Files))
+    if (!kept.contains(name) && digest.match(name).hasMatch()) QFile::remove(QDir(folder()).filePath(name));
 }
 
 void ClipboardStore::removeFiles(const QList<ClipboardEntry>& before) const {

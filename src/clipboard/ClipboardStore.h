@@ -85,6 +85,8 @@ class ClipboardStore {
   bool emptyFolder() const;
   /// Drops what is over the limits.
   static QList<ClipboardEntry> evict(const QList<ClipboardEntry>& items);
+  /// Removes pictures that no entry has: of a copy that was on its way into the index when the last run ended.
+  void removeStrayPictures() const;
   /// Removes the files of entries that are not in the history any more.
   void removeFiles(const QList<ClipboardEntry>& before) const;
 

@@ -413,11 +413,14 @@ TEST_F(ClipboardStoreTest, AFolderThatIsReadOnlyChangesNothing) {
 
 TEST_F(ClipboardStoreTest, WhatAKilledWriteLeftBehindGoesAtTheNextStart) {
   fresh().record(textCapture(u"a"_s), kMorning);
+  const ClipboardEntry kept = *fresh().record(pictureCapture(picture("PNG")), kMorning);
   put(u"Clipboard/.tarnwick-1a2b.tmp"_s, "half of it");
+  put(u"Clipboard/%1.png"_s.arg(QString(64, u'a')), "no entry came to this one");
+  put(u"Clipboard/portrait.png"_s, "not ours");
   ClipboardStore store = fresh();
   store.load();
-  EXPECT_EQ(files(), QStringList{u"index.json"_s});
-  EXPECT_EQ(store.items().size(), 1);
+  EXPECT_THAT(files(), ::testing::UnorderedElementsAre(u"index.json"_s, u"portrait.png"_s, kept.imageFile));
+  EXPECT_EQ(store.items().size(), 2);
 }
 
 TEST_F(ClipboardStoreTest, AChangeThatWouldMakeTheIndexTooLargeIsRefused) {

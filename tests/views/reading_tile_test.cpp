@@ -112,6 +112,9 @@ TEST(MachineTiles, SpeakAndKeepToTheirRange) {
   EXPECT_EQ(contentOf<MetricChartContent>(widget(u"cpuChart"_s), sources).high, 44);
   sources.cpuHistory = {1, 2};
   EXPECT_EQ(contentOf<MetricChartContent>(widget(u"cpuChart"_s), sources).high, 25) << "little work looks little";
+  EXPECT_FALSE(contentOf<MetricChartContent>(widget(u"cpuChart"_s), sources).isAlarming);
+  sources.metrics->cpu = 86;
+  EXPECT_TRUE(contentOf<MetricChartContent>(widget(u"cpuChart"_s), sources).isAlarming);
   const auto warmth = contentOf<MetricChartContent>(widget(u"temperatureChart"_s), sources);
   EXPECT_EQ(warmth.low, 40);
   EXPECT_EQ(warmth.high, 60);

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "base/LocalFigures.h"
+#include "views/families/system/GaugeTiles.h"
 #include "views/theme/Glass.h"
 #include "views/tiles/ChartPainting.h"
 #include "views/tiles/TileCanvas.h"
@@ -144,6 +145,7 @@ MetricChartContent makeCpuChart(const TileRequest& request) {
   if (const auto percent = percentOf(request.sources.metrics->cpu)) {
     content.figure = LocalFigures::number(*percent, request.sources.locale);
     content.unit = LocalFigures::percentSign(request.sources.locale);
+    content.isAlarming = *percent > kAlarmingPercent;
   }
   return content;
 }
@@ -155,6 +157,7 @@ MetricChartContent makeMemoryChart(const TileRequest& request) {
   if (const auto percent = percentOf(metrics->memory)) {
     content.figure = LocalFigures::number(*percent, request.sources.locale);
     content.unit = LocalFigures::percentSign(request.sources.locale);
+    content.isAlarming = *percent > kAlarmingPercent;
   }
   if (metrics->memoryTotal > 0)
     content.caption = memoryWords(request.sources.locale, metrics->memoryUsed, metrics->memoryTotal);
@@ -183,7 +186,8 @@ void paint(TileCanvas& canvas, const MetricChartContent& content) {
   const bool caption = canvas.showsCaption();
   const double words = caption ? canvas.line(content.caption, TextStyle::Caption).width() : 0;
   const QRectF box = chartBox(canvas, kTextLeft + words);
-  paintChart(canvas, box, content.history, {canvas.accent(), content.low, content.high});
+  const QColor line = content.isAlarming ? canvas.colors().accent(Accent::Red) : canvas.accent();
+  paintChart(canvas, box, content.history, {line, content.low, content.high});
   const double baseline =
       caption ? kHeadlineBaseline : TileCanvas::centredBaseline(canvas.line(content.figure, TextStyle::Headline));
   const QColor ink = content.figure == kDash ? canvas.colors().tertiary : canvas.colors().primary;

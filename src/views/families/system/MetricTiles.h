@@ -32,6 +32,7 @@ struct MetricChartContent {
   QList<double> history;
   double low = 0;  ///< The values at the foot and the top of the chart.
   double high = 100;
+  bool isAlarming = false;  ///< So much that its colour warns.
 
   bool operator==(const MetricChartContent&) const = default;
 };
