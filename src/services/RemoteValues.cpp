@@ -42,10 +42,11 @@ std::optional<RemoteReading> RemoteValues::reading(QUuid widget) const {
   if (found == remote_.constEnd()) return std::nullopt;
   RemoteReading reading;
   reading.value = *found;
-  reading.isLoading = found->loading;
+  reading.isLoading = found->loading && jobs_.contains(widget) && !unnoticed_.contains(widget);
   reading.isOwed = owed_.contains(widget);
-  // A list or chart that would vanish for the time of a fetch stays.
-  if (const auto good = good_.constFind(widget); reading.isLoading && good != good_.constEnd()) reading.value = *good;
+  // A list or chart that would vanish for the time of a fetch stays, and so does the sentence of a failure.
+  if (const auto settled = settled_.constFind(widget); found->loading && settled != settled_.constEnd())
+    reading.value = *settled;
   if (const auto at = goodAt_.constFind(widget); at != goodAt_.constEnd()) reading.goodAt = *at;
   if (isPaused(widget)) reading.pausedUntil = pauses_.value(widget).until;
   return reading;
@@ -64,10 +65,16 @@ void RemoteValues::write(QUuid widget, const RemoteValue& value) {
   Q_EMIT changed(widget);
 }
 
+void RemoteValues::settle(QUuid widget, const RemoteValue& value) {
+  unnoticed_.erase(widget);
+  settled_.insert(widget, value);
+  write(widget, value);
+}
+
 void RemoteValues::forget(QUuid widget) {
   endFetch(widget);
   const bool was = remote_.remove(widget);
-  good_.remove(widget);
+  settled_.remove(widget);
   goodAt_.remove(widget);
   if (cache_.remove(widget)) cacheLater();
   if (was) Q_EMIT changed(widget);
@@ -104,6 +111,7 @@ void RemoteValues::follow(const DockConfiguration& config, const ActiveSets& act
 /// Ends what is under way for a widget, and what its service asked for.
 void RemoteValues::endFetch(QUuid widget) {
   jobs_.erase(widget);
+  unnoticed_.erase(widget);
   pauses_.remove(widget);
   owed_.remove(widget);
   waiting_.removeIf([widget](const Waiting& waiting) { return waiting.widget == widget; });
@@ -215,12 +223,21 @@ void RemoteValues::begin(const DockWidget& widget) {
   owed_.remove(id);
   if (isPaused(id)) return;
   waiting_.removeIf([id](const Waiting& waiting) { return waiting.widget == id; });
-  jobs_.erase(id);
+  const bool replaces = jobs_.erase(id) > 0;
   // What is read again by the second would flicker.
-  const bool staysShown = !RemoteRules::asksTheNet(widget) && good_.contains(id);
+  const auto settled = settled_.constFind(id);
+  const bool staysShown = !RemoteRules::asksTheNet(widget) && settled != settled_.constEnd() && !settled->failed;
   const auto previous = remote_.constFind(id);
   const std::optional<RemoteValue> before = previous == remote_.constEnd() ? std::nullopt : std::optional(*previous);
-  if (!staysShown) write(id, RemoteRules::placeholder(before, scheduler_.now()));
+  if (!staysShown) {
+    // One that takes the place of another goes on with what is seen of it.
+    if (!replaces)
+      unnoticed_[id] = scheduler_.after(kUnnoticed, [this, id] {
+        const JobHandle job = std::move(unnoticed_.extract(id).mapped());
+        Q_EMIT changed(id);
+      });
+    write(id, RemoteRules::placeholder(before, scheduler_.now()));
+  }
   jobs_[id] = std::make_unique<RemoteFetch>(
       scheduler_,
       [loader = loader_, widget, fahrenheit = usesFahrenheit_](std::stop_token stop) {
@@ -234,13 +251,12 @@ void RemoteValues::succeed(const DockWidget& widget, RemoteValue value) {
   const auto job = jobs_.extract(widget.id);  // Lives until this returns: it is its function that runs.
   pauses_.remove(widget.id);
   value = RemoteRules::cleaned(std::move(value));
-  good_.insert(widget.id, value);
   goodAt_.insert(widget.id, scheduler_.now());
   if (RemoteCache::mayKeep(widget)) {
     cache_.insert(widget.id, RemoteCache::kept(widget, value));
     cacheLater();
   }
-  write(widget.id, value);
+  settle(widget.id, value);
   startWaiting();
 }
 
@@ -251,10 +267,9 @@ void RemoteValues::fail(const DockWidget& widget, const FetchFailure& failure) {
     const double length = static_cast<double>(now.msecsTo(*until)) / 1000;
     pauses_.insert(widget.id, {*until, bootClock_() + length});
   }
-  good_.remove(widget.id);
   const auto previous = remote_.constFind(widget.id);
   const std::optional<RemoteValue> before = previous == remote_.constEnd() ? std::nullopt : std::optional(*previous);
-  write(widget.id, RemoteRules::failed(before, failure.sentence, now));
+  settle(widget.id, RemoteRules::failed(before, failure.sentence, now));
   startWaiting();
 }
 
@@ -262,6 +277,7 @@ void RemoteValues::end() {
   isOver_ = true;
   next_.reset();
   jobs_.clear();
+  unnoticed_.clear();
   waiting_.clear();
   if (saving_) saveCache();
   disk_.finish();
@@ -280,10 +296,11 @@ void RemoteValues::takeCached(const RemoteCache& cache) {
     goodAt_.insert(widget.id, value->updated);
     const auto shown = remote_.constFind(widget.id);
     if (shown == remote_.constEnd()) {
-      write(widget.id, *value);
+      settle(widget.id, *value);
     } else if (!shown->value) {
       RemoteValue kept = *shown;
       kept.value = value->value;
+      if (kept.loading) settled_.insert(widget.id, *value);
       write(widget.id, kept);
     }
   }

@@ -33,6 +33,7 @@ class RemoteValues final : public QObject, public RemoteRefresh {
   static constexpr double kLongestGap = 0.25;    ///< Between two of them.
   static constexpr double kUnseen = 600;         ///< A widget that nobody saw for so long is not refreshed.
   static constexpr double kSaveDelay = 30;       ///< From a new value to its place in the cache.
+  static constexpr double kUnnoticed = 0.5;      ///< A fetch that ends within so long is not shown to run.
 
   /// Gives the value of a widget, or throws what RemoteFetch turns into a sentence.
   using Loader = std::function<QCoro::Task<RemoteValue>(DockWidget widget, bool fahrenheit, std::stop_token stop)>;
@@ -97,6 +98,7 @@ class RemoteValues final : public QObject, public RemoteRefresh {
   void endFetch(QUuid widget);
   bool isPaused(QUuid widget) const;
   void write(QUuid widget, const RemoteValue& value);
+  void settle(QUuid widget, const RemoteValue& value);
   void takeCached(const RemoteCache& cache);
   void cacheLater();
   void saveCache();
@@ -113,10 +115,11 @@ class RemoteValues final : public QObject, public RemoteRefresh {
   double beatAt_ = 0;  ///< The last one, on the reference clock.
 
   QHash<QUuid, RemoteValue> remote_;
-  QHash<QUuid, RemoteValue> good_;  ///< The last whole value, until the next answer or failure.
+  QHash<QUuid, RemoteValue> settled_;  ///< What the last fetch gave, until the next one has ended.
   QHash<QUuid, QDateTime> goodAt_;
   /// The one fetch of a widget that may still write. One that has ended leaves; one that is replaced writes nothing.
   std::map<QUuid, std::unique_ptr<RemoteFetch>> jobs_;
+  std::map<QUuid, JobHandle> unnoticed_;  ///< Those of them that are not shown to run yet.
   QHash<QUuid, Pause> pauses_;
 
   QList<Waiting> waiting_;  ///< In the order in which they begin.

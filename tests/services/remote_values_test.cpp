@@ -2,6 +2,7 @@
 
 #include <QCoroTask>
 #include <QFile>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <coroutine>
 #include <exception>
@@ -146,15 +147,28 @@ TEST_F(RemoteTest, AHeadlineStaysWhileItIsFetchedAndAfterAFailure) {
   refresh(sales);
   EXPECT_EQ(shown(sales).value, u"12 3"_s);
   EXPECT_TRUE(shown(sales).rows.isEmpty());
-  const auto painted = values->reading(sales.id);
-  EXPECT_TRUE(painted->isLoading);
-  EXPECT_EQ(painted->value.rows.size(), 1) << "the list vanishes for the time of a fetch";
+  const RemoteReading before = *values->reading(sales.id);
+  EXPECT_FALSE(before.isLoading) << "what is answered at once flickers";
+  EXPECT_EQ(before.value.rows.size(), 1) << "the list vanishes for the time of a fetch";
+  const QSignalSpy changed(values.get(), &RemoteValues::changed);
+  time.advance(RemoteValues::kUnnoticed);
+  EXPECT_EQ(changed.size(), 1);
+  EXPECT_TRUE(values->reading(sales.id)->isLoading);
+  EXPECT_EQ(values->reading(sales.id)->value, before.value);
   services.fail(1, DomainError::invalid(u"The service is on holiday."_s));
   EXPECT_EQ(shown(sales).value, u"12 3"_s);
   EXPECT_TRUE(shown(sales).failed);
   EXPECT_EQ(shown(sales).subtitle, u"The service is on holiday."_s);
   EXPECT_TRUE(values->reading(sales.id)->value.rows.isEmpty());
-  EXPECT_EQ(values->reading(sales.id)->goodAt, time.now());
+  EXPECT_EQ(values->reading(sales.id)->goodAt, before.goodAt);
+
+  refresh(sales);
+  time.advance(RemoteValues::kUnnoticed);
+  EXPECT_TRUE(values->reading(sales.id)->isLoading);
+  EXPECT_TRUE(values->reading(sales.id)->value.failed) << "that it failed vanishes for the time of a fetch";
+  services.answer(2, u"14"_s);
+  EXPECT_FALSE(values->reading(sales.id)->isLoading);
+  EXPECT_EQ(values->reading(sales.id)->value.value, u"14"_s);
 }
 
 TEST_F(RemoteTest, TheLatestFetchAloneWrites) {

@@ -7,6 +7,7 @@
 #include "base/DomainError.h"
 #include "config/DockConfiguration.h"
 #include "widgets/CalendarStrip.h"
+#include "widgets/FigureWords.h"
 #include "widgets/HabitMath.h"
 #include "widgets/PhaseMath.h"
 #include "widgets/QuickNotes.h"
@@ -341,6 +342,36 @@ TEST(CalendarStrip, BeginsWhereTheKindSays) {
   EXPECT_EQ(CalendarStrip::days(u"calendarWeek"_s, kNow, Qt::Sunday).first(), QDate(2026, 11, 22));
   EXPECT_EQ(CalendarStrip::days(u"calendarWeek"_s, kNow, Qt::Wednesday).first(), QDate(2026, 11, 18));
   EXPECT_EQ(CalendarStrip::days(u"calendarSevenDays"_s, kNow, Qt::Sunday).last(), QDate(2026, 11, 30));
+}
+
+TEST(FigureWords, TakeAForeignFigureApartAndLeaveTheRestAlone) {
+  const struct {
+    QString text;
+    QString figure;
+    QString unit;
+  } figures[] = {
+      {u"1,284"_s, u"1,284"_s, {}},          {u"48.2K"_s, u"48.2"_s, u"K"_s},
+      {u"73%"_s, u"73"_s, u"%"_s},           {u"$8,420"_s, u"$8,420"_s, {}},
+      {u"US$ 12"_s, u"US$ 12"_s, {}},        {u"-1,284.50 €"_s, u"−1,284.50"_s, u"€"_s},
+      {u" 21.4 °C "_s, u"21.4"_s, u"°C"_s},  {u"312 / 500"_s, u"312"_s, u"/ 500"_s},
+      {u"58% left"_s, u"58"_s, u"% left"_s}, {u"1.5e+21"_s, u"1.5e+21"_s, {}},
+      {u"٧٣٪"_s, u"٧٣"_s, u"٪"_s},           {u"14:30"_s, u"14:30"_s, {}},
+  };
+  for (const auto& each : figures) {
+    EXPECT_EQ(FigureWords::of(each.text), (FigureWords{each.figure, each.unit, true})) << qPrintable(each.text);
+  }
+  for (const QString& text : {u"2026-11-24"_s, u"7 unread messages"_s, u"v1.2"_s, u"Ines Moreau"_s, u""_s, u"-"_s,
+                              u"3rd place of all"_s, QString(5000, u'7')}) {
+    EXPECT_EQ(FigureWords::of(text), (FigureWords{text, {}, false})) << qPrintable(text.left(40));
+  }
+  const struct {
+    QString text;
+    int sign;
+  } changes[] = {{u"+1.24%"_s, 1}, {u"-0.8%"_s, -1}, {u"−2"_s, -1}, {u"–2"_s, -1},
+                 {u"0"_s, 0},      {u"-"_s, 0},      {u"+A"_s, 0}};
+  for (const auto& each : changes) EXPECT_EQ(FigureWords::signOf(each.text), each.sign) << qPrintable(each.text);
+  EXPECT_EQ(FigureWords::withMinus(u"-$12"_s), u"−$12"_s);
+  EXPECT_EQ(FigureWords::withMinus(u"-x"_s), u"-x"_s);
 }
 
 TEST(Contributions, AreAddedUpOrRefused) {
