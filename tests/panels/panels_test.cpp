@@ -12,6 +12,7 @@
 #include "views/controls/Labels.h"
 #include "views/controls/Switch.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Family.h"
 
 namespace tarnwick {
 namespace {
@@ -130,17 +131,28 @@ TEST(PanelsTest, SayWhatIsMissing) {
   EXPECT_TRUE(switches[0]->isChecked()) << "the service did not follow, and the switch does not pretend";
 }
 
-TEST(PanelsTest, OfWhatComesLaterSaySoAndOfferNoButton) {
+TEST(PanelsTest, OfWhatComesLaterSaySoAndOfferNothingButAnAddressOfOnesOwn) {
   SnapshotStore fixture;
   for (const WidgetDefinition& definition : Catalog::items()) {
     if (!Rooms::comesLater(definition.id)) continue;
-    const auto panel = shown(fixture.contextOf(definition.id));
+    PanelContext context = fixture.contextOf(definition.id);
+    context.sources = [] {
+      return KeptSources::given([] {
+        TileSources sources = SnapshotFixture::sources();
+        sources.remoteExamples.clear();
+        return sources;
+      });
+    };
+    const auto panel = shown(context);
     const QList<TextLabel*> labels = panel->findChildren<TextLabel*>();
     EXPECT_TRUE(std::ranges::any_of(labels, [](const TextLabel* label) {
       return label->isVisible() && label->text().contains(u"comes with a later version"_s);
     })) << definition.id.toStdString();
+    QStringList offered;
     for (const Button* button : panel->findChildren<Button*>())
-      EXPECT_FALSE(button->isVisible()) << definition.id.toStdString() << ": " << button->label().toStdString();
+      if (button->isVisible()) offered << button->label();
+    EXPECT_EQ(offered, isConnectedFamily(definition.family) ? QStringList{u"Connect…"_s} : QStringList())
+        << definition.id.toStdString();
   }
 }
 

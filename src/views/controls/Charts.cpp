@@ -19,6 +19,9 @@ constexpr double kLineWidth = 2;
 constexpr double kChartDot = 2.5;
 constexpr double kHalo = 4.5;
 constexpr double kBarGap = 3;
+constexpr double kDenseGap = 1;  ///< Between so many that they would be thinner than the other.
+constexpr double kWordPadding = 3;
+constexpr double kWordCorner = 4;
 constexpr double kBarCorner = 2;
 constexpr int kEndsHeight = 20;
 constexpr double kFillTop = 0.30;
@@ -73,6 +76,7 @@ ChartView::ChartView(const QString& label, Kind kind, QWidget* parent) : QWidget
 void ChartView::setSeries(const QList<ChartSeries>& series) {
   if (series == series_) return;
   series_ = series;
+  pointed_ = -1;
   update();
 }
 
@@ -84,6 +88,18 @@ void ChartView::setDepth(int depth) {
 void ChartView::setMaximum(const std::optional<double>& maximum) {
   maximum_ = maximum;
   update();
+}
+
+void ChartView::setMinimum(double minimum) {
+  if (minimum == minimum_) return;
+  minimum_ = minimum;
+  update();
+}
+
+void ChartView::setWords(std::function<QString(double value)> words) {
+  words_ = std::move(words);
+  setMouseTracking(words_ != nullptr);
+  if (!words_) point(-1);
 }
 
 void ChartView::setEnds(const QString& begin, const QString& end) {
@@ -102,13 +118,34 @@ QSize ChartView::sizeHint() const {
   return {200, chartHeight_ + (begin_.isEmpty() && end_.isEmpty() ? 0 : kEndsHeight)};
 }
 
+QRectF ChartView::plot() const {
+  const QRectF box = QRectF(0, 0, width(), chartHeight_).adjusted(kHalo, kHalo, -kHalo, 0);
+  return kind_ == Kind::Line ? box.adjusted(-kHalo, 0, 0, 0) : box;
+}
+
 double ChartView::highest() const {
-  double highest = maximum_.value_or(0);
+  double highest = maximum_.value_or(minimum_);
   if (!maximum_)
     for (const ChartSeries& series : series_)
       for (const double value : series.values)
         if (std::isfinite(value)) highest = std::max(highest, value);
-  return highest > 0 ? highest : 1;
+  return highest > minimum_ ? highest : minimum_ + 1;
+}
+
+double ChartView::shareOf(double value) const {
+  return std::isfinite(value) ? std::clamp((value - minimum_) / (highest() - minimum_), 0.0, 1.0) : 0;
+}
+
+double ChartView::gap() const {
+  qsizetype slots = depth_;
+  for (const ChartSeries& series : series_) slots = std::max(slots, series.values.size());
+  return plot().width() < static_cast<double>(slots) * kBarGap * 2 ? kDenseGap : kBarGap;
+}
+
+double ChartView::step(const QRectF& box, qsizetype count) const {
+  const auto slots = static_cast<double>(std::max<qsizetype>(depth_, count));
+  if (kind_ == Kind::Line) return slots > 1 ? box.width() / (slots - 1) : 0;
+  return std::max(1.0, (box.width() - gap() * (slots - 1)) / slots) + gap();
 }
 
 QColor ChartView::colorOf(const ChartSeries& series) const {
@@ -121,13 +158,11 @@ QColor ChartView::colorOf(const ChartSeries& series) const {
 void ChartView::paintLine(QPainter& painter, const QRectF& box, const ChartSeries& series) const {
   const QColor color = colorOf(series);
   const qsizetype count = series.values.size();
-  const qsizetype slots = std::max<qsizetype>(depth_, count);
   if (count == 0) return;
-  const double top = highest();
-  const double step = slots > 1 ? box.width() / static_cast<double>(slots - 1) : 0;
+  const double between = step(box, count);
   const auto point = [&](qsizetype i) {
-    const double value = std::isfinite(series.values[i]) ? std::clamp(series.values[i] / top, 0.0, 1.0) : 0;
-    return QPointF(box.right() - step * static_cast<double>(count - 1 - i), box.bottom() - value * box.height());
+    return QPointF(box.right() - between * static_cast<double>(count - 1 - i),
+                   box.bottom() - shareOf(series.values[i]) * box.height());
   };
   QList<QPointF> points;
   for (qsizetype i = 0; i < count; ++i) points << point(i);
@@ -154,18 +189,16 @@ void ChartView::paintLine(QPainter& painter, const QRectF& box, const ChartSerie
 void ChartView::paintBars(QPainter& painter, const QRectF& box, const ChartSeries& series) const {
   const QColor color = colorOf(series);
   const qsizetype count = series.values.size();
-  const auto slots = static_cast<double>(std::max<qsizetype>(depth_, count));
   if (count == 0) return;
-  const double top = highest();
-  const double width = std::max(1.0, (box.width() - kBarGap * (slots - 1)) / slots);
+  const double between = step(box, count);
+  const double width = between - gap();
   painter.setClipRect(box);
   for (qsizetype i = 0; i < count; ++i) {
-    const double value = std::isfinite(series.values[i]) ? std::clamp(series.values[i] / top, 0.0, 1.0) : 0;
-    const double height = std::max(1.0, value * box.height());
-    const double x = box.right() - width - (width + kBarGap) * static_cast<double>(count - 1 - i);
+    const double height = std::max(1.0, shareOf(series.values[i]) * box.height());
+    const double x = box.right() - width - between * static_cast<double>(count - 1 - i);
     // The lower corners lie below what is seen.
     drawRounded(painter, QRectF(x, box.bottom() - height, width, height + kBarCorner), kBarCorner,
-                i == count - 1 ? color : faded(color, kPastBars));
+                i == (pointed_ < 0 ? count - 1 : pointed_) ? color : faded(color, kPastBars));
   }
   painter.setClipping(false);
 }
@@ -178,12 +211,69 @@ void ChartView::paintEvent(QPaintEvent*) {
   const double line = hairline(painter);
   for (const double share : {0.0, 0.5, 1.0})
     painter.fillRect(QRectF(0, share * (box.height() - line), box.width(), line), look.palette.hairline);
-  const QRectF plot = box.adjusted(kHalo, kHalo, -kHalo, 0);
   for (const ChartSeries& series : series_)
-    kind_ == Kind::Line ? paintLine(painter, plot.adjusted(-kHalo, 0, 0, 0), series) : paintBars(painter, plot, series);
+    kind_ == Kind::Line ? paintLine(painter, plot(), series) : paintBars(painter, plot(), series);
+  if (pointed_ >= 0) paintPointed(painter, plot());
   const QRectF ends(0, box.height() + 4, width(), kEndsHeight - 4);
   drawTextIn(painter, ends, begin_, TextStyle::Caption, look.palette.secondary);
   drawTextIn(painter, ends, end_, TextStyle::Caption, look.palette.secondary, Qt::AlignRight);
+}
+
+void ChartView::mouseMoveEvent(QMouseEvent* event) {
+  if (!words_ || series_.isEmpty() || series_.first().values.isEmpty()) return;
+  const QRectF box = plot();
+  const qsizetype count = series_.first().values.size();
+  const double between = step(box, count);
+  const double half = kind_ == Kind::Line ? 0 : (between - gap()) / 2;
+  const double back = between > 0 ? (box.right() - half - event->position().x()) / between : 0;
+  point(std::clamp<qsizetype>(count - 1 - static_cast<qsizetype>(std::lround(back)), 0, count - 1));
+}
+
+void ChartView::leaveEvent(QEvent*) { point(-1); }
+
+void ChartView::point(qsizetype value) {
+  if (value == pointed_) return;
+  pointed_ = value;
+  update();
+}
+
+/// A word on a ground of its own, `side` of its width beside `place`, within the chart. Returns where it is.
+QRectF ChartView::paintWord(QPainter& painter, const QString& word, QPointF place, double side) const {
+  const ControlLook& look = lookOf(*this);
+  const TextLine line(word, TextStyle::TabLabel);
+  QRectF box(0, 0, line.width() + kWordPadding * 2, line.ascent() + line.descent() + kWordPadding);
+  box.moveTopLeft(place - QPointF(box.width() * side, 0));
+  box.moveLeft(std::clamp(box.left(), 0.0, std::max(0.0, width() - box.width())));
+  box.moveTop(std::clamp(box.top(), 0.0, std::max(0.0, chartHeight_ - box.height())));
+  QColor ground = look.palette.panel.bodyTop;
+  ground.setAlpha(255);
+  drawRounded(painter, box, kWordCorner, ground);
+  line.draw(painter, {box.left() + kWordPadding, box.top() + kWordPadding / 2 + line.ascent()}, look.palette.primary);
+  return box;
+}
+
+/// The value under the pointer with its mark, and what the chart's top and foot mean.
+void ChartView::paintPointed(QPainter& painter, const QRectF& box) const {
+  const ControlLook& look = lookOf(*this);
+  const QList<double>& values = series_.first().values;
+  const double between = step(box, values.size());
+  const double half = kind_ == Kind::Line ? 0 : (between - gap()) / 2;
+  const double x = box.right() - half - between * static_cast<double>(values.size() - 1 - pointed_);
+  const double y = box.bottom() - shareOf(values[pointed_]) * box.height();
+  if (kind_ == Kind::Line) {
+    painter.fillRect(QRectF(x - hairline(painter) / 2, 0, hairline(painter), box.bottom()), look.palette.secondary);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(colorOf(series_.first()));
+    painter.drawEllipse(QPointF(x, y), kChartDot + 1, kChartDot + 1);
+  }
+  // Away from the line: above it where there is space.
+  const double lineHeight = TextLine(QStringLiteral("0"), TextStyle::TabLabel).ascent() + kWordPadding * 3;
+  const QRectF pointed = paintWord(painter, words_(values[pointed_]), {x, y - lineHeight - kHalo}, 0.5);
+  const bool isLeft = x < box.center().x();
+  const double edge = isLeft ? box.right() : box.left();
+  for (const auto& [value, top] : {std::pair{highest(), 0.0}, std::pair{minimum_, box.bottom()}})
+    if (const QRectF at(edge - (isLeft ? pointed.width() : 0), top, pointed.width(), 1); !at.intersects(pointed))
+      paintWord(painter, words_(value), {edge, top}, isLeft ? 1 : 0);
 }
 
 }  // namespace tarnwick

@@ -155,9 +155,9 @@ std::unique_ptr<TilePanel> makePanel(const PanelContext& context) {
   PanelContext own = context;
   own.accent = tileAccent(definition);
   const Rows rows(definition);
-  if (rows.get(&RoomRow::comesLater).value_or(false)) return makeLaterPanel(own);
-  const auto make = rows.get(&RoomRow::panel);
-  return make ? make(own) : makePlainPanel(own);
+  own.comesLater = rows.get(&RoomRow::comesLater).value_or(false);
+  if (const auto make = rows.get(&RoomRow::panel)) return make(own);
+  return own.comesLater ? makeLaterPanel(own) : makePlainPanel(own);
 }
 
 }  // namespace tarnwick

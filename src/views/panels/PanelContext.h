@@ -33,6 +33,8 @@ struct PanelContext {
   PanelDrafts* drafts = nullptr;
   /// The kind's; set by the code that makes the panel.
   Accent accent = Accent::Blue;
+  /// As in TileRequest; set by the same code.
+  bool comesLater = false;
 
   /// The widget's kind; empty when the settings hold it no more.
   QString kind() const {

@@ -42,9 +42,11 @@ constexpr auto always(const Question&) {
   return Answer;
 }
 
-/// A state of a panel that the pictures of the program show beside the usual one.
+/// A state of a panel, or of a tile and its panel, that the pictures of the program show beside the usual one.
 struct PanelState {
   QLatin1StringView name;
+  /// Changes what tile and panel show. Nothing; then the tile is not pictured.
+  void (*fill)(TileSources& sources) = nullptr;
   /// Sets what the panel reads, before it is made. Nothing.
   void (*prepare)(AppStore& store, FixedReadings& readings) = nullptr;
   /// Does what the user did in it. Nothing.
@@ -62,8 +64,9 @@ struct RoomRow {
   Accent (*accent)(const WidgetDefinition& definition) = nullptr;       ///< Blue.
   std::optional<std::span<const WidgetOption>> options = std::nullopt;  ///< None.
   bool hasForm = true;  ///< Whether there is a form in which the widget is set up.
-  /// Whether nothing in this version fills its tile, which then says so, as do its panel and its card in the library.
-  /// False. A kind that is filled is taken off here: by its family's row, or by a row of its own that says false.
+  /// Whether nothing in this version fills its tile by itself, which then says so, as do its panel (a room's own, or
+  /// else one that says it in a sentence) and its card in the library. False. A kind that is filled is taken off here:
+  /// by its family's row, or by a row of its own that says false.
   std::optional<bool> comesLater = std::nullopt;
   /// Does what a click on a part of the tile means. Nothing.
   void (*act)(const PartClick& click) = nullptr;
@@ -79,7 +82,7 @@ struct RoomRow {
   void (*sample)(TileSources& sources, const TileSources& samples) = nullptr;
   /// The options in the pictures of the program, which show the moment `now`. None.
   QMap<QString, QString> (*pictured)(const QDateTime& now) = nullptr;
-  /// The further states in which they show its panel. None.
+  /// The further states in which they show its panel, and perhaps its tile. None.
   std::span<const PanelState> (*states)() = nullptr;
 };
 

@@ -152,15 +152,17 @@ void addStates(Album& album, std::vector<SnapshotPainter>& painters) {
     const std::span<const PanelState> states = Rooms::states(definition.id);
     if (states.empty()) continue;
     for (SnapshotPainter& painter : painters) {
+      QList<SnapshotPicture> tiles;
       QList<SnapshotPicture> pictures;
       for (const PanelState& state : states) {
+        if (state.fill) tiles << SnapshotPicture{state.name, painter.tile(definition.id, state)};
         pictures << SnapshotPicture{state.name, painter.panel(definition.id, state)};
         if (&painter == &painters.front())
           album.add(u"panels"_s, definition.id + u'-' + state.name, painter.density(),
                     painter.onGround(pictures.last().image));
       }
       album.add(u"sheets"_s, definition.id + u"-states-"_s + painter.scheme().name, painter.density(),
-                painter.sheet(definition.name, pictures));
+                painter.sheet(definition.name, tiles, pictures));
     }
   }
 }

@@ -53,6 +53,13 @@ void fill(DockView& view, const DockRow& row) {
                   .grownBy(view.margins()));
 }
 
+/// What tiles and panels show in a further state.
+TileSources sourcesIn(const PanelState& state) {
+  TileSources sources = SnapshotFixture::sources();
+  if (state.fill) state.fill(sources);
+  return sources;
+}
+
 /// A picture with words below it, and its place on the sheet.
 struct Piece {
   QImage image;
@@ -163,6 +170,12 @@ QImage SnapshotPainter::render(QWidget& widget) const {
 }
 
 QImage SnapshotPainter::tile(const QString& kind, double scale) {
+  return tile(kind, scale, SnapshotFixture::sources());
+}
+
+QImage SnapshotPainter::tile(const QString& kind, const PanelState& state) { return tile(kind, 1, sourcesIn(state)); }
+
+QImage SnapshotPainter::tile(const QString& kind, double scale, const TileSources& sources) {
   const DockWidget widget = SnapshotFixture::widgetOf(kind);
   const WidgetDefinition& definition = Catalog::find(kind);
   const Palette palette = Palette::make(scheme_.style, Backdrop::Plain, scheme_.monochrome);
@@ -183,7 +196,7 @@ QImage SnapshotPainter::tile(const QString& kind, double scale) {
   style.icons = &kIcons;
   const double left = pane.left() + std::round((paneWidth - width) / 2);
   const QRectF tile(left, pane.top() + inset, width, std::round(theme::kTileHeight * scale));
-  paintTile(painter, tile, makeTileContent(widget, definition, SnapshotFixture::sources()), style);
+  paintTile(painter, tile, makeTileContent(widget, definition, sources), style);
   return image;
 }
 
@@ -198,7 +211,9 @@ QImage SnapshotPainter::panel(SnapshotStore& fixture, const QString& kind) {
 QImage SnapshotPainter::panel(const QString& kind, const PanelState& state) const {
   SnapshotStore fixture;
   if (state.prepare) state.prepare(fixture.store(), fixture.readings());
-  const std::unique_ptr<TilePanel> panel = makePanel(fixture.contextOf(kind));
+  PanelContext context = fixture.contextOf(kind);
+  context.sources = [&state] { return KeptSources::given([&state] { return sourcesIn(state); }); };
+  const std::unique_ptr<TilePanel> panel = makePanel(context);
   panel->setDockLook(scheme_.style, Backdrop::Plain, scheme_.monochrome);
   panel->start();
   if (state.arrange) state.arrange(*panel);
@@ -288,10 +303,15 @@ QImage SnapshotPainter::sheet(SnapshotStore& fixture, const QString& title, cons
   return image;
 }
 
-QImage SnapshotPainter::sheet(const QString& title, const QList<SnapshotPicture>& panels) const {
+QImage SnapshotPainter::sheet(const QString& title, const QList<SnapshotPicture>& tiles,
+                              const QList<SnapshotPicture>& panels) const {
   QList<Piece> all;
-  for (const SnapshotPicture& each : panels) all << Piece{each.image, each.name};
-  const double height = stack(all, kEdge + kTitle);
+  for (const SnapshotPicture& each : tiles) all << Piece{each.image, each.name};
+  double height = flow(all, kEdge + kTitle);
+  QList<Piece> below;
+  for (const SnapshotPicture& each : panels) below << Piece{each.image, each.name};
+  height = stack(below, height);
+  all << below;
   QImage image = ground(QSizeF(kSheetWidth, height));
   paintSheet(image, title, all, inkOf(scheme_.isLight()));
   return image;

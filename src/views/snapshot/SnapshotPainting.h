@@ -42,6 +42,8 @@ class SnapshotPainter {
   QImage onGround(const QImage& piece) const;
   /// A tile on its piece of glass.
   QImage tile(const QString& kind, double scale = 1);
+  /// The same in one of its further states.
+  QImage tile(const QString& kind, const PanelState& state);
   /// A panel with its shadow.
   QImage panel(SnapshotStore& fixture, const QString& kind);
   /// The same in one of its further states, with a fixture of its own.
@@ -60,10 +62,11 @@ class SnapshotPainter {
   QImage window(QWidget& window) const;
   /// A group's tiles at three scales, then its panels, under its name.
   QImage sheet(SnapshotStore& fixture, const QString& title, const QStringList& kinds, bool tiles, bool panels);
-  /// Panels in columns, under a name.
-  QImage sheet(const QString& title, const QList<SnapshotPicture>& panels) const;
+  /// Tiles in rows, and panels below them in columns, under a name.
+  QImage sheet(const QString& title, const QList<SnapshotPicture>& tiles, const QList<SnapshotPicture>& panels) const;
 
  private:
+  QImage tile(const QString& kind, double scale, const TileSources& sources);
   QImage render(QWidget& widget) const;
   QImage blank(const QSizeF& size) const;
   /// One that is filled, without the space for an alpha that nothing of it has.

@@ -40,6 +40,7 @@ struct TileSources {
   std::optional<qint64> trashItems;                ///< Absent until they were counted.
   WidgetValues<RemoteReading> weather;             ///< Absent while no place is connected.
   WidgetValues<RemoteReading> remote;              ///< What services answered; absent until they were asked.
+  QHash<QString, RemoteReading> remoteExamples;    ///< By kind: what a widget without an answer has in pictures.
   QList<TodoItem> todos;                           ///< In the user's order.
   std::shared_ptr<const CalendarDigest> calendar;  ///< Null is like one that holds nothing.
   ReadingFacts readings;

@@ -74,6 +74,7 @@ inline constexpr QLatin1StringView field{"field"};
 inline constexpr QLatin1StringView metricLabel{"metricLabel"};
 inline constexpr QLatin1StringView prefix{"prefix"};
 inline constexpr QLatin1StringView suffix{"suffix"};
+inline constexpr QLatin1StringView dashboard{"dashboard"};  ///< The page of the service where its values are from.
 inline constexpr QLatin1StringView codexExecutable{"codexExecutable"};
 
 // What no option may hold: credentials have a place of their own.

@@ -22,6 +22,10 @@ constexpr TickCadence cadenceOf(Family family) {
     case Family::Todos:
     case Family::Water:
     case Family::Habit:
+    // They say how old what they show is.
+    case Family::Weather:
+    case Family::Integration:
+    case Family::Studio:
       return TickCadence::Minute;
     case Family::Music:
       return TickCadence::Second;

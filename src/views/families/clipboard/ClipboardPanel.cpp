@@ -443,19 +443,19 @@ void failToRecord(TilePanel& panel) {
 }
 
 constexpr PanelState kStates[] = {
-    {"favourites"_L1, nullptr, &chooseGroup<ClipboardGroup::Favourites>},
-    {"images"_L1, nullptr, &chooseGroup<ClipboardGroup::Images>},
-    {"colours"_L1, nullptr, &chooseGroup<ClipboardGroup::Colors>},
-    {"links"_L1, nullptr, &chooseGroup<ClipboardGroup::Links>},
-    {"text"_L1, nullptr, &chooseGroup<ClipboardGroup::Text>},
-    {"files"_L1, nullptr, &chooseGroup<ClipboardGroup::Files>},
-    {"search"_L1, nullptr, &search},
-    {"nothing-found"_L1, nullptr, &searchInVain},
-    {"clearing"_L1, nullptr, &askToClearAll},
-    {"failed"_L1, nullptr, &failToRecord},
-    {"paused"_L1, &switchOff, nullptr},
-    {"empty"_L1, &empty, nullptr},
-    {"off"_L1, &switchOffEmpty, nullptr},
+    {.name = "favourites"_L1, .arrange = &chooseGroup<ClipboardGroup::Favourites>},
+    {.name = "images"_L1, .arrange = &chooseGroup<ClipboardGroup::Images>},
+    {.name = "colours"_L1, .arrange = &chooseGroup<ClipboardGroup::Colors>},
+    {.name = "links"_L1, .arrange = &chooseGroup<ClipboardGroup::Links>},
+    {.name = "text"_L1, .arrange = &chooseGroup<ClipboardGroup::Text>},
+    {.name = "files"_L1, .arrange = &chooseGroup<ClipboardGroup::Files>},
+    {.name = "search"_L1, .arrange = &search},
+    {.name = "nothing-found"_L1, .arrange = &searchInVain},
+    {.name = "clearing"_L1, .arrange = &askToClearAll},
+    {.name = "failed"_L1, .arrange = &failToRecord},
+    {.name = "paused"_L1, .prepare = &switchOff},
+    {.name = "empty"_L1, .prepare = &empty},
+    {.name = "off"_L1, .prepare = &switchOffEmpty},
 };
 
 }  // namespace

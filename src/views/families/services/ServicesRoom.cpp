@@ -1,8 +1,8 @@
+#include "views/families/services/ServicesRoom.h"
+
 #include <array>
 
 #include "store/WidgetEditor.h"
-#include "views/panels/PanelWords.h"
-#include "views/panels/PlainPanel.h"
 #include "views/panels/Room.h"
 #include "widgets/catalog/Family.h"
 #include "widgets/catalog/Kinds.h"
@@ -16,8 +16,10 @@ namespace {
 
 using enum FieldShape;
 
-constexpr const char* kLater = QT_TRANSLATE_NOOP(
-    "Library", "Connections to services are not part of this version yet. Your entries are saved for a later version.");
+constexpr const char* kServiceLater =
+    QT_TRANSLATE_NOOP("Library", "An address of your own works now; the service itself comes with a later version.");
+constexpr const char* kCodexLater = QT_TRANSLATE_NOOP(
+    "Library", "An address of your own works now; reading Codex on this computer comes with a later version.");
 
 constexpr WidgetOption kEndpoint{
     .key = option::endpoint,
@@ -46,7 +48,7 @@ constexpr std::array kOptions = {
     WidgetOption{.key = option::connectionMode,
                  .shape = Choice,
                  .label = QT_TRANSLATE_NOOP("Library", "Connection"),
-                 .help = kLater,
+                 .help = kServiceLater,
                  .value = ",native",
                  .words = QT_TRANSLATE_NOOP("Library", "Address,Service")},
     kEndpoint,
@@ -56,11 +58,13 @@ constexpr std::array kOptions = {
     kPrefix,
     kSuffix,
 };
+/// Of a service that nothing else is known of.
+constexpr std::array kAddressOptions = {kEndpoint, kCredential, kField, kLabel, kPrefix, kSuffix};
 constexpr std::array kCodexOptions = {
     WidgetOption{.key = option::connectionMode,
                  .shape = Choice,
                  .label = QT_TRANSLATE_NOOP("Library", "Connection"),
-                 .help = kLater,
+                 .help = kCodexLater,
                  .value = ",codexLocal",
                  .words = QT_TRANSLATE_NOOP("Library", "Address,This Computer")},
     WidgetOption{.key = option::codexExecutable,
@@ -87,33 +91,83 @@ Accent serviceAccent(const WidgetDefinition& definition) {
   return accents[sum % accents.size()];
 }
 
-PlainWords words(const TilePanel& panel, const TileSources&) {
-  return {PanelWords::tr("Connect %1 to see its latest values here.").arg(panel.definition().name),
-          PanelWords::tr("Connect…"), true};
-}
-
-std::unique_ptr<TilePanel> makeUnconnectedPanel(const PanelContext& context) { return makePlainPanel(context, words); }
+void picture(TileSources& sources) { sources.remoteExamples = serviceExamples(sources.now); }
 
 constexpr std::array kFamilies = {
     RoomRow{.of = familyText(Family::Integration),
-            .panel = makeUnconnectedPanel,
+            .content = serviceTile<ServiceShape::Value>,
+            .panel = makeServicePanel,
             .accent = serviceAccent,
             .options = kOptions,
             .comesLater = true},
     RoomRow{.of = familyText(Family::Studio),
-            .panel = makeUnconnectedPanel,
+            .content = serviceTile<ServiceShape::Figures>,
+            .panel = makeServicePanel,
             .accent = serviceAccent,
             .options = kOptions,
             .comesLater = true},
 };
+
+template <ServiceShape Shape>
+constexpr RoomRow shaped(QLatin1StringView kind) {
+  return {.of = kind, .content = serviceTile<Shape>};
+}
+/// One of its shape, in all its states.
+template <ServiceShape Shape>
+constexpr RoomRow inAllStates(QLatin1StringView kind) {
+  return {.of = kind, .content = serviceTile<Shape>, .states = serviceStates};
+}
+
+/// With an address of one's own a gauge shows the headline itself.
+QMap<QString, QString> picturedGauge(const QDateTime&) { return {{option::connectionMode, value::native}}; }
+
+template <const QLatin1StringView& Kind>
+void sample(TileSources& sources, const TileSources& samples) {
+  sources.remoteExamples.insert(Kind, samples.remoteExamples.value(Kind));
+}
+
+/// A kind that has an address of the user's own and nothing else.
+template <const QLatin1StringView& Kind>
+constexpr RoomRow addressed() {
+  return {.of = Kind, .options = kAddressOptions, .comesLater = false, .sample = sample<Kind>};
+}
+
 constexpr std::array kKinds = {
-    RoomRow{.of = kind::codexUsage, .options = kCodexOptions},
-    RoomRow{.of = kind::codexUsageGauge, .options = kCodexOptions},
+    addressed<kind::revenueLemonSqueezy>(),
+    addressed<kind::socialInstagram>(),
+    addressed<kind::appleHome>(),
+    addressed<kind::antigravityUsage>(),
+    RoomRow{.of = kind::codexUsage, .options = kCodexOptions, .states = serviceStates},
+    RoomRow{.of = kind::codexUsageGauge, .content = serviceTile<ServiceShape::Gauge>, .options = kCodexOptions},
+    RoomRow{.of = kind::claudePlanUsageGauge,
+            .content = serviceTile<ServiceShape::Gauge>,
+            .pictured = picturedGauge,
+            .states = serviceStates},
+    inAllStates<ServiceShape::Line>(kind::analyticsPlausibleChart),
+    shaped<ServiceShape::Line>(kind::analyticsDataFastChart),
+    shaped<ServiceShape::Quote>(kind::stockQuote),
+    shaped<ServiceShape::Quote>(kind::cryptoQuote),
+    shaped<ServiceShape::Line>(kind::stockChart),
+    shaped<ServiceShape::Line>(kind::cryptoChart),
+    shaped<ServiceShape::Bars>(kind::analyticsSimpleAnalyticsChart),
+    inAllStates<ServiceShape::Bars>(kind::shopifyTrends),
+    RoomRow{.of = kind::analyticsGitHubContributions,
+            .content = serviceTile<ServiceShape::Squares>,
+            .accent = always<Accent::Green>,
+            .states = serviceStates},
+    inAllStates<ServiceShape::Figures>(kind::analyticsGitHubOverview),
+    shaped<ServiceShape::Figures>(kind::productivityLinearOverview),
+    shaped<ServiceShape::Figures>(kind::analyticsSupabaseOverview),
+    shaped<ServiceShape::Figures>(kind::shopifyOverview),
+    shaped<ServiceShape::Figures>(kind::analyticsResendOverview),
+    shaped<ServiceShape::Figures>(kind::analyticsDubOverview),
+    inAllStates<ServiceShape::List>(kind::stockWatchlist),
+    shaped<ServiceShape::List>(kind::cryptoWatchlist),
 };
 
 }  // namespace
 
 extern const Room kServicesRoom;
-constinit const Room kServicesRoom{.name = "services"_L1, .families = kFamilies, .kinds = kKinds};
+constinit const Room kServicesRoom{.name = "services"_L1, .families = kFamilies, .kinds = kKinds, .picture = picture};
 
 }  // namespace tarnwick

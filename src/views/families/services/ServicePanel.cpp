@@ -1,0 +1,290 @@
+#include <QTimeZone>
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "base/ForeignText.h"
+#include "base/LocalFigures.h"
+#include "services/RemoteRules.h"
+#include "views/controls/Buttons.h"
+#include "views/controls/Charts.h"
+#include "views/controls/ControlTheme.h"
+#include "views/controls/PlainTip.h"
+#include "views/controls/Rows.h"
+#include "views/controls/WholeText.h"
+#include "views/families/services/ServicesRoom.h"
+#include "views/panels/PanelWords.h"
+#include "views/panels/RowList.h"
+#include "widgets/ClockWords.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Nobody reads on behind so many, and each is a control.
+constexpr qsizetype kMostRows = 60;
+constexpr int kServiceChartHeight = 72;
+constexpr int kAboveText = 6;
+
+/// The panel of a connected widget, whatever its service gives.
+class ServicePanel final : public TilePanel {
+ public:
+  explicit ServicePanel(const PanelContext& context)
+      : TilePanel(context),
+        page_(new IconButton(u"globe"_s, PanelWords::tr("Open Page"))),
+        refresh_(new IconButton(u"arrow.clockwise"_s, PanelWords::tr("Refresh"))),
+        figure_(new FigureView),
+        headline_(new WholeText(TextStyle::Title, Tone::Primary)),
+        subtitle_(new WholeText(TextStyle::Body, Tone::Secondary)),
+        chart_(new ChartView(PanelWords::tr("History"),
+                             showsBars(context.kind()) ? ChartView::Kind::Bars : ChartView::Kind::Line)),
+        usage_(new RowList),
+        metrics_(new RowList),
+        rows_(new RowList),
+        more_(new TextLabel({}, TextStyle::Caption, Tone::Secondary)),
+        detail_(new WholeText(TextStyle::Caption, Tone::Secondary)),
+        edit_(new Button(PanelWords::tr("Edit Widget…"))) {
+    connect(refresh_, &QPushButton::clicked, this, [this] { store().refresh(widget()); });
+    page_->setVisible(false);
+    connect(page_, &QPushButton::clicked, this, [this] {
+      this->context().commands.openUrl(pageOf(widget()));
+      Q_EMIT closeRequested();
+    });
+    header().addAction(page_);
+    header().addAction(refresh_);
+    chart_->setChartHeight(kServiceChartHeight);
+    addSpaced(figure_, 0);
+    addSpaced(headline_, 0);
+    addSpaced(subtitle_, kAboveText);
+    addSpaced(chart_, theme::kPanelHeaderBelow);
+    addSpaced(usage_, kAboveText);
+    addSpaced(metrics_, kAboveText);
+    addSpaced(rows_, kAboveText);
+    addSpaced(more_, kAboveText);
+    addSpaced(detail_, theme::kPanelHeaderBelow);
+    addSpaced(edit_, theme::kPanelHeaderBelow);
+    connect(edit_, &QPushButton::clicked, this, &ServicePanel::openEditor);
+    ticks(TickCadence::Minute);  // It says how old the value is, and how long an allowance lasts.
+  }
+
+ protected:
+  void refresh(const TileSources& sources) override {
+    const std::optional<RemoteReading> reading = remoteOf(sources, widget());
+    if (!reading && !RemoteRules::isSetUp(widget())) return showUnconnected();
+    hideEmpty();
+    show(reading.value_or(RemoteReading{}), sources);
+  }
+
+ private:
+  static bool showsBars(const QString& kind) {
+    return kind == kind::analyticsSimpleAnalyticsChart || kind == kind::shopifyTrends ||
+           kind == kind::analyticsGitHubContributions;
+  }
+
+  /// What is not there takes its space with it.
+  void addSpaced(QWidget* part, int above) {
+    auto* box = new QWidget;
+    auto* column = new QVBoxLayout(box);
+    column->setContentsMargins(0, above, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(part, 0, part == edit_ ? Qt::AlignHCenter : Qt::Alignment());
+    body().addWidget(box);
+    boxes_.insert(part, box);
+  }
+  void setShown(QWidget* part, bool shown) {
+    part->setVisible(shown);
+    boxes_.value(part)->setVisible(shown);
+  }
+
+  /// The page of the service that its values are from; invalid where none is known.
+  static QUrl pageOf(const DockWidget& widget) {
+    const QUrl page(widget.options.value(option::dashboard));
+    return ForeignText::mayOpen(page) ? page : QUrl();
+  }
+
+  void openEditor() { context().commands.openEditor(context().widget, context().display); }
+
+  void showUnconnected() {
+    EmptyState state;
+    state.badge = serviceBadge(definition());
+    state.title = title();
+    const bool later = context().comesLater;
+    state.sentence =
+        (later
+             ? PanelWords::tr("%1 comes with a later version of Tarnwick. A figure from an address of your own can be "
+                              "shown now.")
+             : PanelWords::tr("Connect %1 to see its latest values here."))
+            .arg(definition().name);
+    state.button = PanelWords::tr("Connect…");
+    state.act = [this] { openEditor(); };
+    state.isQuiet = later;
+    showEmpty(state);
+  }
+
+  void show(const RemoteReading& reading, const TileSources& sources) {
+    const RemoteState state = RemoteState::of(reading, sources);
+    const RemoteValue& value = reading.value;
+    refresh_->setEnabled(state.pause.isEmpty());
+    refresh_->setToolTip(state.pause.isEmpty() ? refresh_->label() : state.pause);
+    const QUrl page = pageOf(widget());
+    page_->setVisible(page.isValid());
+    setPlainTip(*page_, PanelWords::tr("Open %1").arg(page.host()));
+    header().setNote(noteOf(reading, state, sources));
+    setMessage(state.problem);
+    showHeadline(value, state);
+    showChart(value.numbers, sources.locale);
+    showUsage(value.usageWindows, sources);
+    // The figures of allowances are said with their bars.
+    showMetrics(value.usageWindows.isEmpty() ? value.metrics : QList<ServiceMetric>());
+    showRows(value.rows);
+    const bool saysMore = value.usageWindows.isEmpty() && !state.hasFailed && !value.detail.isEmpty();
+    setShown(detail_, saysMore);
+    detail_->setText(saysMore ? value.detail : QString());
+    setShown(edit_, state.hasFailed && !value.value);
+  }
+
+  static QString noteOf(const RemoteReading& reading, const RemoteState& state, const TileSources& sources) {
+    if (state.isLoading) return PanelWords::tr("Updating…");
+    if (!state.age.isEmpty()) return state.age;
+    if (!reading.goodAt) return {};
+    const QTime at = reading.goodAt->toTimeZone(sources.now.timeZone()).time();
+    return PanelWords::tr("Updated %1").arg(ClockWords::time(at, sources.locale, sources.use24Hour).full());
+  }
+
+  void showHeadline(const RemoteValue& value, const RemoteState& state) {
+    const bool isMissing = !value.value || value.value->trimmed().isEmpty();
+    const FigureWords words = FigureWords::of(value.value.value_or(QString()));
+    const bool isFigure = !isMissing && words.isNumber && fits(words);
+    setShown(figure_, isFigure);
+    if (isFigure) figure_->setFigure(words.figure, words.unit);
+    setShown(headline_, !isFigure && !isMissing);
+    headline_->setText(!isFigure && !isMissing ? *value.value : QString());
+    QString below = state.hasFailed ? QString() : value.subtitle;
+    if (isMissing && below.isEmpty() && !state.hasFailed && value.usageWindows.isEmpty() && value.rows.isEmpty())
+      below = PanelWords::tr("No value yet");
+    setShown(subtitle_, !below.isEmpty());
+    subtitle_->setText(FigureWords::withMinus(below));
+  }
+
+  static bool fits(const FigureWords& words) {
+    const TextLine figure(words.figure, TextStyle::Display);
+    const double unit = TextLine(words.unit, TextStyle::Headline).width();
+    return figure.width() * theme::kPanelFigure / figure.pixelSize() + unit <
+           theme::kPanelWidth - theme::kPanelPadding * 2 - theme::kRowGap;
+  }
+
+  void showChart(const QList<double>& numbers, const QLocale& locale) {
+    const QList<double> values = plottable(numbers);
+    setShown(chart_, values.size() > 1);
+    if (values.size() < 2) return;
+    // What varies little beside how much it is would be a straight line high above nothing; bars are lengths.
+    const auto [least, most] = std::ranges::minmax(values);
+    const bool isFlat = !showsBars(context().kind()) && least > most / 2 && least < most;
+    chart_->setMinimum(least < 0 || isFlat ? least : 0);
+    chart_->setSeries({{values, {}}});
+    const auto words = [locale](double value) { return numberWords(value, locale); };
+    chart_->setWords(words);
+    chart_->setAccessibleDescription(
+        PanelWords::tr("Lowest %1, highest %2, latest %3").arg(words(least), words(most), words(values.last())));
+  }
+
+  static QString numberWords(double value, const QLocale& locale) {
+    const double size = std::abs(value);
+    if (size >= kMostPlain) return FigureWords::withMinus(locale.toString(value, 'g', 4));
+    const int decimals = size == std::floor(size) ? 0 : size < 1 ? 4 : 2;
+    return FigureWords::withMinus(locale.toString(value, 'f', decimals));
+  }
+
+  void showUsage(const QList<UsageWindow>& windows, const TileSources& sources) {
+    setShown(usage_, !windows.isEmpty());
+    const std::pair shown(windows, sources.now);
+    if (shown == shownUsage_) return;
+    shownUsage_ = shown;
+    QList<QWidget*> views;
+    for (const UsageWindow& window : windows.first(std::min(windows.size(), kMostRows)))
+      views << makeUsageView(window, sources);
+    usage_->setRows(views);
+  }
+
+  void showMetrics(const QList<ServiceMetric>& metrics) {
+    setShown(metrics_, !metrics.isEmpty());
+    if (metrics == shownMetrics_) return;
+    shownMetrics_ = metrics;
+    QList<QWidget*> rows;
+    for (const ServiceMetric& metric : metrics.first(std::min(metrics.size(), kMostRows))) {
+      auto* row = new ListRow(metric.label);
+      row->setValue(FigureWords::withMinus(metric.value));
+      row->setParted(!rows.isEmpty());
+      setPlainTip(*row, metric.label + u": "_s + metric.value);
+      rows << row;
+    }
+    metrics_->setRows(rows);
+  }
+
+  void showRows(const QList<ServiceRow>& all) {
+    const QList<ServiceRow> shown = all.first(std::min(all.size(), kMostRows));
+    setShown(rows_, !shown.isEmpty());
+    setShown(more_, all.size() > shown.size());
+    more_->setText(PanelWords::tr("%1 more").arg(LocalFigures::number(all.size() - shown.size())));
+    if (shown == shownRows_) return;
+    shownRows_ = shown;
+    QList<QWidget*> rows;
+    for (const ServiceRow& each : shown) {
+      QWidget* row = makeRow(each);
+      static_cast<ListRow*>(row)->setParted(!rows.isEmpty());
+      rows << row;
+    }
+    rows_->setRows(rows);
+  }
+
+  QWidget* makeRow(const ServiceRow& each) {
+    auto* row = new ListRow(each.title);
+    // A figure stands beside it, words stand below.
+    if (FigureWords::of(each.subtitle).isNumber)
+      row->setValue(FigureWords::withMinus(each.subtitle));
+    else
+      row->setCaption(each.subtitle);
+    const QString whole = each.subtitle.isEmpty() ? each.title : each.title + u" · "_s + each.subtitle;
+    setPlainTip(*row, whole);
+    if (!each.url || !ForeignText::mayOpen(*each.url)) return row;
+    row->setClickable(true);
+    row->setSymbol(u"globe"_s, Tone::Secondary);
+    setPlainTip(*row, PanelWords::tr("%1. Opens %2.").arg(whole, each.url->host()));
+    connect(row, &QPushButton::clicked, this, [this, url = *each.url] {
+      context().commands.openUrl(url);
+      Q_EMIT closeRequested();
+    });
+    return row;
+  }
+
+  static constexpr double kMostPlain = 1e12;
+
+  IconButton* page_;
+  IconButton* refresh_;
+  FigureView* figure_;
+  WholeText* headline_;
+  WholeText* subtitle_;
+  ChartView* chart_;
+  RowList* usage_;
+  RowList* metrics_;
+  RowList* rows_;
+  TextLabel* more_;
+  WholeText* detail_;
+  Button* edit_;
+  QHash<QWidget*, QWidget*> boxes_;
+  std::pair<QList<UsageWindow>, QDateTime> shownUsage_;
+  QList<ServiceMetric> shownMetrics_;
+  QList<ServiceRow> shownRows_;
+};
+
+}  // namespace
+
+std::unique_ptr<TilePanel> makeServicePanel(const PanelContext& context) {
+  return std::make_unique<ServicePanel>(context);
+}
+
+}  // namespace tarnwick
