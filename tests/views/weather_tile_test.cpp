@@ -113,7 +113,21 @@ TEST(WeatherTiles, SayHowTheirValueStands) {
       {"a pause",
        {{option::city, u"Kendal"_s}},
        [](RemoteReading& reading) { reading.pausedUntil = reading.goodAt->addSecs(3600); },
-       u"Kendal, −4°, Clear, now, Paused until 11:24."_s},
+       u"Kendal, −4°, Clear, Paused until 11:24."_s},
+      {"a fetch after a failure, whose sentence stays",
+       {{option::city, u"Kendal"_s}},
+       [](RemoteReading& reading) {
+         reading.value.failed = reading.isLoading = true;
+         reading.value.subtitle = u"No answer came."_s;
+       },
+       u"Kendal, −4°, No answer came."_s},
+      {"nobody is asked",
+       {{option::city, u"Kendal"_s}},
+       [](RemoteReading& reading) {
+         reading.isOwed = true;
+         reading.goodAt = reading.goodAt->addSecs(-120);
+       },
+       u"Kendal, −4°, Clear, 2 min ago, Waiting for the network."_s},
   };
   for (const auto& each : cases) {
     TileSources sources = morning();

@@ -5,10 +5,7 @@
 #include <utility>
 
 #include "base/LocalFigures.h"
-#include "services/RemoteRules.h"
-#include "views/tiles/TileSources.h"
-#include "widgets/ClockWords.h"
-#include "widgets/FileWords.h"
+#include "views/tiles/RemoteState.h"
 #include "widgets/TileWords.h"
 #include "widgets/catalog/Options.h"
 
@@ -28,10 +25,6 @@ constexpr std::array kPictures{
     std::pair{"cloud.bolt.rain.fill"_L1, WeatherPicture::Thunder},
 };
 
-bool isOld(const RemoteReading& reading, const QDateTime& now) {
-  return reading.goodAt && reading.goodAt->secsTo(now) > RemoteRules::kStale;
-}
-
 /// Where a service writes no time for the sun it may give the same one twice.
 bool isNightAt(const WeatherSnapshot& weather, const QDateTime& there) {
   const auto sun = SunTimes::of(weather);
@@ -48,25 +41,19 @@ std::optional<WeatherReading> WeatherReading::of(const DockWidget& widget, const
   weather.temperature = degrees(*value.value, sources);
   weather.place = value.weather ? value.weather->city : placeOf(widget);
   weather.isNight = value.weather && isNightAt(*value.weather, momentAt(*value.weather, sources.now));
-  weather.isLoading = reading->isLoading;
-  weather.isFailed = value.failed;
+  const RemoteState state = RemoteState::of(*reading, sources);
+  weather.isLoading = state.isLoading;
+  weather.isFailed = state.hasFailed;
+  weather.problem = state.problem;
+  weather.age = state.age;
   // A failure has its sentence where the condition was.
   if (!value.failed && !value.loading) weather.condition = value.subtitle;
   weather.picture = pictureOf(value.symbol, weather.isNight);
-  weather.problem = problemOf(reading, sources);
-  if (reading->goodAt && (!weather.problem.isEmpty() || isOld(*reading, sources.now)))
-    weather.age = agoWord(*reading->goodAt, sources.now, sources.locale);
   return weather;
 }
 
 QString WeatherReading::problemOf(const std::optional<RemoteReading>& reading, const TileSources& sources) {
-  if (!reading || reading->isLoading) return {};
-  if (reading->pausedUntil && *reading->pausedUntil > sources.now) {
-    const QTime until = reading->pausedUntil->toTimeZone(sources.now.timeZone()).time();
-    return TileWords::tr("Paused until %1.").arg(ClockWords::time(until, sources.locale, sources.use24Hour).full());
-  }
-  if (reading->value.failed) return reading->value.subtitle;
-  return reading->isOwed ? TileWords::tr("Waiting for the network.") : QString();
+  return reading ? RemoteState::of(*reading, sources).problem : QString();
 }
 
 QString WeatherReading::placeOf(const DockWidget& widget) {

@@ -2,8 +2,8 @@
 
 #include "views/families/weather/WeatherLooks.h"
 #include "views/families/weather/WeatherRoom.h"
-#include "views/theme/Glass.h"
 #include "views/tiles/GenericTile.h"
+#include "views/tiles/RemoteState.h"
 #include "views/tiles/TileCanvas.h"
 #include "widgets/ClockWords.h"
 #include "widgets/TileWords.h"
@@ -18,11 +18,6 @@ constexpr double kBarePicture = 32;
 constexpr double kNameBaseline = 44;
 constexpr double kWordBaseline = 56.5;
 
-constexpr double kLoadingTop = 59.5;
-constexpr double kLoadingHeight = 2;
-constexpr double kFailedDot = 3.5;
-constexpr double kFailedInset = 15;
-
 /// A place that is not chosen, or whose weather was never read.
 struct PlacelessContent {
   GenericContent generic;
@@ -30,26 +25,13 @@ struct PlacelessContent {
   bool operator==(const PlacelessContent&) const = default;
 };
 
-void paintLoadingLine(TileCanvas& canvas) {
-  const double width = canvas.width() - theme::kTextLeft * 2;
-  const QRectF track(theme::kTextLeft, kLoadingTop, width, kLoadingHeight);
-  drawRounded(canvas.painter(), track, kLoadingHeight / 2, canvas.colors().track);
-  drawRounded(canvas.painter(), track.adjusted(width / 3, 0, -width / 3, 0), kLoadingHeight / 2, canvas.accent());
-}
-
-void paintFailedDot(TileCanvas& canvas) {
-  canvas.painter().setPen(Qt::NoPen);
-  canvas.painter().setBrush(canvas.colors().accent(Accent::Red));
-  canvas.painter().drawEllipse(QPointF(canvas.width() - kFailedInset, kFailedInset), kFailedDot, kFailedDot);
-}
-
 }  // namespace
 
 void paint(TileCanvas& canvas, const WeatherContent& content) {
   content.look->has(content) ? content.look->paint(canvas, content) : paintTemperature(canvas, content);
-  if (content.reading.isLoading) paintLoadingLine(canvas);
+  if (content.reading.isLoading) paintLoading(canvas);
   // A narrow tile has its figure where the dot would be; there the grey and the caption say it.
-  if (content.reading.isFailed && content.look != &weatherLook::current) paintFailedDot(canvas);
+  if (content.reading.isFailed && content.look != &weatherLook::current) paintFailure(canvas);
 }
 
 TileText describe(const WeatherContent& content, const QString& name) {
