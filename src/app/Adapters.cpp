@@ -43,7 +43,7 @@
 #include "platform/net/LoadedTransport.h"
 #include "platform/secret/SecretServiceStore.h"
 #include "platform/x11/X11Tray.h"
-#include "services/BaseAddresses.h"
+#include "services/CurrencyRates.h"
 #include "services/ProviderTable.h"
 #include "services/WeatherLocation.h"
 #include "services/WebSession.h"
@@ -77,9 +77,14 @@ Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment, c
       services_(makeServices()),
       clipboard_(keep(std::make_unique<ClipboardKeeper>(services_, dataDirectory, &programOf))),
       keychain_(std::make_shared<SecretServiceStore>(QDBusConnection::sessionBus()), dataDirectory),
+      web_(std::make_shared<WebSession>(
+          std::make_shared<LoadedTransport>(NetworkSetup{.scheduler = &scheduler_, .certificates = {}}), keychain_,
+          scheduler_)),
       connections_(keep(std::make_unique<LiveConnections>(connectionsSetup()))),
       readings_(keep(std::make_unique<Readings>(readingPorts(), clipboard_.history(), scheduler))),
-      session_(keep(std::make_unique<DBusSessionApplication>())) {}
+      session_(keep(std::make_unique<DBusSessionApplication>())) {
+  readings_.useRates(keep(std::make_unique<CurrencyRates>(web_, addresses_.of(ServiceHost::ExchangeRates))));
+}
 
 Adapters::~Adapters() {
   while (!kept_.empty()) kept_.pop_back();
@@ -133,18 +138,14 @@ Services Adapters::makeServices() {
 }
 
 LiveConnections::Setup Adapters::connectionsSetup() {
-  auto session = std::make_shared<WebSession>(
-      std::make_shared<LoadedTransport>(NetworkSetup{.scheduler = &scheduler_, .certificates = {}}), keychain_,
-      scheduler_);
-  const BaseAddresses addresses = BaseAddresses::shipped();
   const Weather weather(
-      session, {.geocoding = addresses.of(ServiceHost::Geocoding), .forecast = addresses.of(ServiceHost::Forecast)});
+      web_, {.geocoding = addresses_.of(ServiceHost::Geocoding), .forecast = addresses_.of(ServiceHost::Forecast)});
   const WeatherLocation location(std::make_shared<GeoClueLocation>(QDBusConnection::systemBus()));
   const auto locate = [location](std::stop_token stop) { return placeHere(location, std::move(stop)); };
   return {.scheduler = scheduler_,
           .events = services_.session,
           .network = keep(std::make_unique<DesktopNetworkReach>(QDBusConnection::systemBus())),
-          .session = session,
+          .session = web_,
           .keychain = keychain_,
           .loader = WidgetLoader(weather, locate, allProviders()),
           .cacheFile = cacheFolder() + QStringLiteral("/remote-cache.json")};
