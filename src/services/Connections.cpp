@@ -13,7 +13,7 @@ QString nothingReached() {
 
 }  // namespace
 
-QCoro::Task<Capability> Connections::keepsCredentials() const { co_return Capability::no({}); }
+QCoro::Task<Capability> Connections::keepsCredentials() const { co_return Capability::no(ServiceWords::noKeyring()); }
 
 QCoro::Task<bool> Connections::hasCredential(DockWidget, std::stop_token) const { co_return false; }
 

@@ -12,9 +12,7 @@
 
 namespace tarnwick {
 
-namespace {
-
-RemoteValue valueOf(const DockWidget& widget, const QJsonValue& answer) {
+RemoteValue CustomEndpoint::shown(const DockWidget& widget, const QJsonValue& answer) {
   const QString shown = JSONMetric::text(JSONMetric::walked(answer, widget.options.value(option::field)));
   if (shown.isNull()) throw DomainError::invalid(ServiceWords::tr("Select a numeric or text field to display."));
   RemoteValue value;
@@ -24,8 +22,6 @@ RemoteValue valueOf(const DockWidget& widget, const QJsonValue& answer) {
   value.symbol = Catalog::find(widget.kind).symbol;
   return value;
 }
-
-}  // namespace
 
 QCoro::Task<QJsonValue> CustomEndpoint::answer(DockWidget widget, std::shared_ptr<ServiceSession> session,
                                                std::stop_token stop) {
@@ -43,7 +39,7 @@ QCoro::Task<QJsonValue> CustomEndpoint::answer(DockWidget widget, std::shared_pt
 QCoro::Task<RemoteValue> CustomEndpoint::fetch(DockWidget widget, std::shared_ptr<ServiceSession> session,
                                                std::stop_token stop) {
   const QJsonValue found = co_await answer(widget, session, stop);
-  RemoteValue value = valueOf(widget, found);
+  RemoteValue value = shown(widget, found);
   value.updated = session->now();
   co_return value;
 }

@@ -18,7 +18,9 @@ struct CustomEndpoint {
   /// ServiceHTTPError and Cancelled.
   static QCoro::Task<RemoteValue> fetch(DockWidget widget, std::shared_ptr<ServiceSession> session,
                                         std::stop_token stop);
-  /// The whole answer. Throws the same.
+  /// What the widget shows of an answer, by its `field`; `updated` is left open. Throws DomainError.
+  static RemoteValue shown(const DockWidget& widget, const QJsonValue& answer);
+  /// The whole answer. Throws the same as `fetch`.
   static QCoro::Task<QJsonValue> answer(DockWidget widget, std::shared_ptr<ServiceSession> session,
                                         std::stop_token stop);
 };

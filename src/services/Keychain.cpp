@@ -151,10 +151,7 @@ Task<Capability> capabilityOf(Shared state) {
   try {
     co_await state->secrets->isLocked();
   } catch (const SecretFailure& failure) {
-    if (failure.status() == SecretFailure::NoService)
-      co_return Capability::no(
-          ServiceWords::tr("No keyring runs on this desktop. Install GNOME Keyring, KWallet or KeePassXC to keep "
-                           "credentials."));
+    if (failure.status() == SecretFailure::NoService) co_return Capability::no(ServiceWords::noKeyring());
   }
   co_return Capability::yes();
 }

@@ -40,6 +40,10 @@ QCoro::Task<RemoteValue> weatherHere(Weather weather, WidgetLoader::Locate locat
 WidgetLoader::WidgetLoader(Weather weather, Locate locate, const QList<Provider>& providers)
     : weather_(std::move(weather)), locate_(std::move(locate)), providers_(&providers) {}
 
+bool WidgetLoader::readsAddress(const DockWidget& widget) {
+  return !showsWeather(widget.kind) && !comesLater(widget.options.value(option::connectionMode));
+}
+
 QCoro::Task<RemoteValue> WidgetLoader::load(DockWidget widget, std::shared_ptr<ServiceSession> session, bool fahrenheit,
                                             std::stop_token stop) const {
   const QString mode = widget.options.value(option::connectionMode);

@@ -23,6 +23,9 @@ class WidgetLoader {
   QCoro::Task<RemoteValue> load(DockWidget widget, std::shared_ptr<ServiceSession> session, bool fahrenheit,
                                 std::stop_token stop) const;
 
+  /// Whether that is one field of what an address of the user's own answers.
+  static bool readsAddress(const DockWidget& widget);
+
   const Weather& weather() const { return weather_; }
 
  private:

@@ -14,7 +14,7 @@ struct WidgetEditor {
   /// Where this tool usually is.
   static constexpr const char* kCodexExecutable = "/usr/bin/codex";
 
-  /// What a form asks of others. As it is here it asks the disk and the table of services, and keeps no credential.
+  /// What a form asks of others. As it is here it asks the disk and the table of services.
   class Hooks {
    public:
     virtual ~Hooks() = default;
@@ -26,13 +26,6 @@ struct WidgetEditor {
     /// A widget of mode `native` as its provider wants it stored, the provider's own address included. Gives a kind
     /// without a provider back unchanged; throws DomainError with the provider's sentence.
     virtual DockWidget configured(const DockWidget& widget) const;
-
-    /// Whether credentials can be kept; where not, no form asks for one.
-    virtual bool keepsCredentials() const { return false; }
-    /// Whether one is kept for a widget, which the empty field then says.
-    virtual bool hasCredential(const DockWidget&) const { return false; }
-    /// Keeps what was entered for a widget. Throws DomainError with the sentence that the form shows.
-    virtual void saveCredential(const DockWidget&, const QString&) {}
   };
 
   /// What the caller does next, in this order.

@@ -4,11 +4,58 @@
 #include <QFile>
 #include <QSignalSpy>
 
+#include "base/DomainError.h"
+#include "services/Keychain.h"
 #include "store/DocumentEdits.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick::test {
 
 using namespace Qt::StringLiterals;
+
+QCoro::Task<Capability> FakeConnections::keepsCredentials() const { co_return keeps; }
+
+QCoro::Task<bool> FakeConnections::hasCredential(DockWidget widget, std::stop_token) const {
+  if (!failure.isEmpty()) throw DomainError::invalid(failure);
+  co_return kept.contains(Keychain::account(widget));
+}
+
+QCoro::Task<> FakeConnections::saveCredential(DockWidget widget, QString value, std::stop_token stop) {
+  if (asksUser) {
+    ServiceCall question;
+    const QJsonValue answer = co_await keyring.json(std::move(question), stop);
+  }
+  if (!failure.isEmpty()) throw DomainError::invalid(failure);
+  kept.insert(Keychain::account(widget), value);
+}
+
+QCoro::Task<> FakeConnections::removeCredential(DockWidget widget) {
+  if (failure.isEmpty()) kept.remove(Keychain::account(widget));
+  co_return;
+}
+
+QCoro::Task<QJsonValue> FakeConnections::ask(DockWidget widget, std::optional<QString> credential,
+                                             std::stop_token stop) {
+  const QString used = credential ? *credential : kept.value(Keychain::account(widget));
+  sent << (used.isEmpty() ? u"none"_s : used);
+  ServiceCall call;
+  call.url = QUrl(widget.options.value(option::endpoint));
+  const QJsonValue answer = co_await service.json(std::move(call), stop);
+  co_return answer;
+}
+
+QCoro::Task<RemoteValue> FakeConnections::attempt(DockWidget widget, std::optional<QString> credential,
+                                                  std::stop_token stop) {
+  RemoteValue value;
+  const QJsonValue answer = co_await ask(std::move(widget), std::move(credential), stop);
+  value.value = answer.toString();
+  co_return value;
+}
+
+QCoro::Task<QJsonValue> FakeConnections::answer(DockWidget widget, std::optional<QString> credential,
+                                                std::stop_token stop) {
+  return ask(std::move(widget), std::move(credential), stop);
+}
 
 LibraryFixture::LibraryFixture() {
   store().edit([](DockConfiguration& config) {

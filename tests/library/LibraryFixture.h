@@ -5,11 +5,11 @@
 #include <memory>
 
 #include "apps/InstalledApps.h"
-#include "base/DomainError.h"
 #include "services/Connections.h"
 #include "store/UndoStack.h"
 #include "store/UndoableEdits.h"
 #include "support/RecordingCommands.h"
+#include "support/ScriptedSession.h"
 #include "support/TestScheduler.h"
 #include "support/TestServices.h"
 #include "views/library/EditorWindow.h"
@@ -18,19 +18,26 @@
 
 namespace tarnwick::test {
 
-/// Credentials that are kept once a test wants that.
-class KeptCredentials final : public WidgetEditor::Hooks {
+/// A service and a keyring of the test's own.
+class FakeConnections final : public Connections {
  public:
-  bool keepsCredentials() const override { return keeps; }
-  bool hasCredential(const DockWidget& widget) const override { return kept.contains(widget.id); }
-  void saveCredential(const DockWidget& widget, const QString& credential) override {
-    if (!failure.isEmpty()) throw DomainError::invalid(failure);
-    kept[widget.id] = credential;
-  }
+  QCoro::Task<Capability> keepsCredentials() const override;
+  QCoro::Task<bool> hasCredential(DockWidget widget, std::stop_token stop) const override;
+  QCoro::Task<> saveCredential(DockWidget widget, QString value, std::stop_token stop) override;
+  QCoro::Task<> removeCredential(DockWidget widget) override;
+  QCoro::Task<RemoteValue> attempt(DockWidget widget, std::optional<QString> credential, std::stop_token stop) override;
+  QCoro::Task<QJsonValue> answer(DockWidget widget, std::optional<QString> credential, std::stop_token stop) override;
 
-  bool keeps = false;
-  QHash<QUuid, QString> kept;
-  QString failure;  ///< Why none can be kept.
+  Capability keeps = Capability::yes();
+  QMap<QString, QString> kept;  ///< By account.
+  QString failure;              ///< Why the keyring does nothing.
+  bool asksUser = false;        ///< Whether the keyring asks before it keeps something: `keyring` answers then.
+  ScriptedSession keyring;
+  ScriptedSession service;
+  QStringList sent;  ///< The credentials that went to the service, "none" for none.
+
+ private:
+  QCoro::Task<QJsonValue> ask(DockWidget widget, std::optional<QString> credential, std::stop_token stop);
 };
 
 /// A store with one profile of a few widgets and a second, empty one, an application that is installed, and the two
@@ -54,8 +61,8 @@ class LibraryFixture {
 
   QSet<QString> asked;  ///< The kinds whose tiles were asked for.
   RecordingCommands commands;
-  KeptCredentials forms;
-  Connections connections;
+  WidgetEditor::Hooks forms;
+  FakeConnections connections;
   bool hasSensor = true;
 
  private:

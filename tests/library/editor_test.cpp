@@ -7,7 +7,7 @@
 #include <QPushButton>
 #include <QTest>
 
-#include "library/LibraryFixture.h"
+#include "library/EditorTest.h"
 #include "support/AccessibleWalk.h"
 #include "views/controls/Rows.h"
 #include "views/controls/Stepper.h"
@@ -20,32 +20,6 @@ namespace tarnwick::test {
 namespace {
 
 using namespace Qt::StringLiterals;
-
-template <class Control>
-Control* named(QWidget& window, const QString& name) {
-  for (auto* control : window.findChildren<Control*>())
-    if (const QString own = control->accessibleName(); own == name || own.startsWith(name + ": "_L1)) return control;
-  return nullptr;
-}
-
-bool says(QWidget& window, const QString& sentence) {
-  for (const QLabel* label : window.findChildren<QLabel*>())
-    if (label->isVisible() && label->text() == sentence) return true;
-  return false;
-}
-
-class EditorTest : public testing::Test {
- protected:
-  LibraryFixture fixture_;
-
-  void write(EditorWindow& window, const QString& field, const QString& text) {
-    auto* line = named<QLineEdit>(window, field);
-    ASSERT_TRUE(line) << field.toStdString();
-    line->selectAll();
-    QTest::keyClick(line, Qt::Key_Delete);
-    QTest::keyClicks(line, text);
-  }
-};
 
 TEST_F(EditorTest, EveryKindHasAFormOfNamedControlsAndSavingItUntouchedChangesNothing) {
   for (const WidgetDefinition& definition : Catalog::items()) {
@@ -179,34 +153,6 @@ TEST_F(EditorTest, ASentenceStandsUnderTheLineThatItIsAbout) {
   write(*window, u"Codex executable"_s, u"/bin/sh"_s);
   EXPECT_TRUE(window->save());
   EXPECT_EQ(fixture_.find(codex.id)->options.value(u"codexExecutable"_s), u"/bin/sh"_s);
-}
-
-TEST_F(EditorTest, ACredentialIsAskedForWhereOneCanBeKeptAndKeptBeforeTheWidgetIsStored) {
-  const DockWidget widget = fixture_.add(u"analyticsGitHub"_s);
-  const auto field = [](EditorWindow& window) { return named<QLineEdit>(window, u"Credential"_s); };
-  EXPECT_EQ(field(*fixture_.editor(widget.id)), nullptr);
-  fixture_.forms.keeps = true;
-  const QString isStored = u"A credential is stored in the keyring. Entering a new one replaces it."_s;
-  {
-    const auto window = fixture_.editor(widget.id);
-    ASSERT_TRUE(field(*window));
-    EXPECT_FALSE(says(*window, isStored));
-    write(*window, u"Title"_s, u"Mine"_s);
-    write(*window, u"Credential"_s, u"secret"_s);
-    fixture_.forms.failure = u"The keyring is locked."_s;
-    EXPECT_FALSE(window->save());
-    EXPECT_TRUE(says(*window, fixture_.forms.failure));
-    EXPECT_EQ(fixture_.find(widget.id)->title, QString());
-    fixture_.forms.failure.clear();
-    EXPECT_TRUE(window->save());
-  }
-  EXPECT_EQ(fixture_.find(widget.id)->title, u"Mine"_s);
-  EXPECT_EQ(fixture_.forms.kept.value(widget.id), u"secret"_s);
-  const auto again = fixture_.editor(widget.id);
-  EXPECT_TRUE(says(*again, isStored));
-  EXPECT_EQ(field(*again)->text(), QString());
-  EXPECT_TRUE(again->save());
-  EXPECT_EQ(fixture_.forms.kept.value(widget.id), u"secret"_s) << "what was not touched stays";
 }
 
 TEST_F(EditorTest, WhatWasSavedIsTakenBackButWhatTheTileCountsIsNot) {

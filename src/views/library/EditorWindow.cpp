@@ -16,8 +16,11 @@
 #include "views/controls/Fields.h"
 #include "views/controls/Labels.h"
 #include "views/controls/ScrollArea.h"
+#include "views/library/CredentialField.h"
+#include "views/library/CredentialPart.h"
 #include "views/library/FieldControl.h"
 #include "views/library/TilePreview.h"
+#include "views/library/TryPart.h"
 #include "views/library/ZoneFields.h"
 #include "views/window/Cards.h"
 #include "widgets/LibraryWords.h"
@@ -31,6 +34,16 @@ constexpr int kMargin = 16;
 
 const DockWidget* stored(const AppStore& store, const QUuid& widget) {
   return DocumentEdits::find(store.config(), widget);
+}
+
+/// A widget with the address that it asks, as far as that is known before all else is filled in.
+DockWidget asked(const DockWidget& widget, const WidgetEditor::Hooks& forms) {
+  if (widget.options.value(option::connectionMode) != value::native) return widget;
+  try {
+    return forms.configured(widget);
+  } catch (const DomainError&) {
+    return widget;
+  }
 }
 
 }  // namespace
@@ -51,7 +64,7 @@ EditorWindow::EditorWindow(AppStore& store, const QUuid& widget, WindowServices 
   connect(title_, &QLineEdit::textChanged, this, [this] {
     titleTouched_ = true;
     clearFaults();
-    if (const DockWidget* now = stored(store_, widget_)) preview_->show(edited(*now));
+    showEdited();
   });
   connect(&store_, &AppStore::configChanged, this, &EditorWindow::follow);
   for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
@@ -69,23 +82,22 @@ QWidget* EditorWindow::makeBody() {
   Card* card = page_->addCard();
   card->add(titleRow_);
   if (const DockWidget* widget = stored(store_, widget_)) {
-    for (const EditorField& field : EditorFields::of(widget->kind))
-      if (field.shape != FieldShape::Credential || services_.forms.keepsCredentials()) addLine(field);
+    for (const EditorField& field : EditorFields::of(widget->kind)) addLine(field);
   }
   fault_->setWordWrap(true);
   fault_->hide();
   page_->addWidget(fault_);
 
   auto* cancel = new Button(LibraryWords::tr("Cancel"));
-  auto* saving = new Button(LibraryWords::tr("Save"), Button::Role::Primary);
+  saving_ = new Button(LibraryWords::tr("Save"), Button::Role::Primary);
   connect(cancel, &QPushButton::clicked, this, &QWidget::close);
-  connect(saving, &QPushButton::clicked, this, &EditorWindow::save);
+  connect(saving_, &QPushButton::clicked, this, &EditorWindow::save);
   auto* buttons = new QHBoxLayout;
   buttons->setContentsMargins(kMargin, 0, kMargin + theme::kRowOverhang, kMargin);
   buttons->setSpacing(theme::kRowOverhang);
   buttons->addStretch(1);
   buttons->addWidget(cancel);
-  buttons->addWidget(saving);
+  buttons->addWidget(saving_);
   auto* column = new QVBoxLayout(body);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
@@ -103,7 +115,31 @@ void EditorWindow::addLine(const EditorField& field) {
   page_->cards().constFirst()->add(row);
   if (field.isLater) row->setUnavailable(field.help);
   lines_.push_back(std::make_unique<Line>(Line{field, control, row}));
+  if (field.shape == FieldShape::Credential) {
+    credential_ =
+        std::make_unique<CredentialPart>(services_.connections, static_cast<CredentialField&>(*control), *row);
+    addTry(*page_->cards().constFirst());
+  }
   connect(control, &FieldControl::changed, this, [this, line = lines_.back().get()] { changed(*line); });
+}
+
+void EditorWindow::addTry(Card& card) {
+  const auto check = [this]() -> std::optional<DockWidget> {
+    const auto outcome = checked();
+    return outcome ? std::optional(outcome->widget) : std::nullopt;
+  };
+  try_ = new TryPart(services_.connections, {check, [this] { return credential_->typed(); }});
+  card.add(try_);
+  connect(try_, &TryPart::chosen, this, &EditorWindow::takeField);
+}
+
+/// A field was chosen from an answer.
+void EditorWindow::takeField(const QString& path) {
+  for (const auto& line : lines_) {
+    if (line->field.key != option::field) continue;
+    line->control->setValue(path);
+    changed(*line);
+  }
 }
 
 // --- Contents -------------------------------------------------------------------------------------------------------
@@ -121,17 +157,15 @@ void EditorWindow::take() {
     title_->setText(widget->title);
   }
   for (const auto& line : lines_)
-    if (!line->touched && line->field.shape != FieldShape::Credential)
-      line->control->setValue(widget->options.value(line->field.key));
-  preview_->show(edited(*widget));
+    if (!line->touched) line->control->setValue(widget->options.value(line->field.key));
+  showEdited();
 }
 
 DockWidget EditorWindow::edited(const DockWidget& stored) const {
   DockWidget widget = stored;
   if (titleTouched_) widget.title = title_->text().trimmed();
   for (const auto& line : lines_) {
-    if (!line->touched || line->field.shape == FieldShape::Credential) continue;
-    line->control->write(widget, line->field.key);
+    if (line->touched) line->control->write(widget, line->field.key);
   }
   return widget;
 }
@@ -139,6 +173,7 @@ DockWidget EditorWindow::edited(const DockWidget& stored) const {
 void EditorWindow::changed(Line& line) {
   line.touched = true;
   clearFaults();
+  if (try_ && line.field.shape == FieldShape::Credential) try_->forget();
   // A label that names the zone goes along with it; one of the user's own stays.
   if (line.field.shape == FieldShape::Zone) {
     const auto* zone = static_cast<ZoneField*>(line.control);
@@ -149,7 +184,17 @@ void EditorWindow::changed(Line& line) {
       other->touched = true;
     }
   }
-  if (const DockWidget* widget = stored(store_, widget_)) preview_->show(edited(*widget));
+  showEdited();
+}
+
+/// Takes what stands in the form to all that goes by it.
+void EditorWindow::showEdited() {
+  const DockWidget* widget = stored(store_, widget_);
+  if (!widget) return;
+  const DockWidget now = edited(*widget);
+  preview_->show(now);
+  if (credential_) credential_->follow(asked(*widget, services_.forms), asked(now, services_.forms));
+  if (try_) try_->follow(now);
 }
 
 void EditorWindow::follow() {
@@ -162,38 +207,84 @@ void EditorWindow::follow() {
 // --- Saving ---------------------------------------------------------------------------------------------------------
 
 bool EditorWindow::save() {
+  if (isSaving_) return false;
+  const auto outcome = checked();
+  if (!outcome) return false;
+  if (outcome->saveCredential)
+    keepCredential(outcome->widget);
+  else
+    storeAll();
+  return isStored_;
+}
+
+/// What saving the form would store; absent where something is wrong, which is shown.
+std::optional<WidgetEditor::Outcome> EditorWindow::checked() {
   const DockWidget* widget = stored(store_, widget_);
   if (!widget) {
     close();
-    return false;
+    return std::nullopt;
   }
   clearFaults();
   for (const auto& line : lines_) {
     const QString fault = line->touched ? line->control->fault() : QString();
     if (fault.isEmpty()) continue;
     showFault(line.get(), fault);
-    return false;
-  }
-  QString credential;
-  bool credentialChanged = false;
-  for (const auto& line : lines_) {
-    if (line->field.shape != FieldShape::Credential || !line->touched) continue;
-    credential = line->control->value();
-    credentialChanged = true;
+    return std::nullopt;
   }
   try {
-    const auto outcome = WidgetEditor::save(edited(*widget), *widget, credentialChanged, services_.forms);
-    if (outcome.saveCredential) services_.forms.saveCredential(outcome.widget, credential);
+    const bool isTouched = credential_ && credential_->isTouched();
+    auto outcome = WidgetEditor::save(edited(*widget), *widget, isTouched, services_.forms);
+    const QString forgotten = isTouched ? credential_->settle(outcome.widget) : QString();
+    if (forgotten.isEmpty()) return outcome;
+    showFault(credentialLine(), forgotten);
+  } catch (const DomainError& failure) {
+    showFault(faultyLine(failure.message()), failure.message());
+  }
+  return std::nullopt;
+}
+
+void EditorWindow::keepCredential(const DockWidget& widget) {
+  setSaving(true);
+  credential_->keep(widget, [this](const QString& fault) {
+    setSaving(false);
+    if (fault.isEmpty())
+      storeAll();
+    else
+      showFault(credentialLine(), fault);
+  });
+}
+
+/// Until the keyring has answered nothing in the form changes; it can still be left.
+void EditorWindow::setSaving(bool saving) {
+  isSaving_ = saving;
+  if (saving) setFocus(Qt::OtherFocusReason);
+  page_->setEnabled(!saving);
+  saving_->setEnabled(!saving);
+  saving_->setLabel(saving ? LibraryWords::tr("Saving…") : LibraryWords::tr("Save"));
+}
+
+/// What the tile counts may have gone on since the form was checked.
+void EditorWindow::storeAll() {
+  const DockWidget* widget = stored(store_, widget_);
+  if (!widget) return;
+  try {
+    const auto outcome = WidgetEditor::save(edited(*widget), *widget, false, services_.forms);
     // From here on the form is done, and what it stores need not come back to it.
     disconnect(&store_, nullptr, this, nullptr);
     services_.edits.update(outcome.widget);
     if (outcome.refresh) store_.refresh(outcome.widget);
+    isStored_ = true;
   } catch (const DomainError& failure) {
     showFault(faultyLine(failure.message()), failure.message());
-    return false;
+    return;
   }
   close();
-  return true;
+}
+
+EditorWindow::Line* EditorWindow::credentialLine() {
+  const auto line =
+      std::ranges::find_if(lines_, [](const auto& each) { return each->field.shape == FieldShape::Credential; });
+  return line == lines_.end() ? nullptr : line->get();
 }
 
 /// The line that a sentence is about: its own, or one whose option it names at its end.
@@ -230,6 +321,19 @@ void EditorWindow::clearFaults() {
 
 // --- The window -----------------------------------------------------------------------------------------------------
 
+void EditorWindow::changeEvent(QEvent* event) {
+  AppWindow::changeEvent(event);
+  // Back from elsewhere, where a keyring may have been installed or unlocked.
+  if (event->type() == QEvent::ActivationChange && isActiveWindow() && isVisible() && credential_) credential_->look();
+}
+
+void EditorWindow::closeEvent(QCloseEvent* event) {
+  // The window may live on for a moment; what comes then is for nobody.
+  if (credential_) credential_->stop();
+  if (try_) try_->forget();
+  AppWindow::closeEvent(event);
+}
+
 void EditorWindow::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Escape)
     close();
@@ -245,9 +349,7 @@ void EditorWindow::showEvent(QShowEvent* event) {
     QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
     return;
   }
-  for (const auto& line : lines_)
-    if (line->field.shape == FieldShape::Credential && services_.forms.hasCredential(*stored(store_, widget_)))
-      line->row->setHelp(LibraryWords::tr("A credential is stored in the keyring. Entering a new one replaces it."));
+  if (credential_) credential_->look();
   fit();
   if (focusWidget()) return;
   // What the user most likely wants to edit is first, which is rarely the title.

@@ -1,24 +1,31 @@
 #pragma once
 
-#include <QSet>
 #include <QUuid>
+#include <memory>
+#include <optional>
 
+#include "store/WidgetEditor.h"
 #include "views/library/EditorFields.h"
 #include "views/window/AppWindow.h"
 #include "views/window/WindowServices.h"
 
 namespace tarnwick {
 
+class Button;
+class Card;
 class CardPage;
+class CredentialPart;
 class FieldControl;
 class FormRow;
 class TextField;
 class TextLabel;
 class TilePreview;
+class TryPart;
 
 /// The form of one widget: its title and the options of its kind, below a picture of its tile that follows. Nothing
-/// is stored until it is saved and found right; what the user did not touch keeps following the settings. It closes
-/// when it was saved or left, and when its widget is gone.
+/// is stored until it is saved and found right; what the user did not touch keeps following the settings. A credential
+/// goes to the keyring first, which may ask the user; only then the rest is stored. It closes when it was saved or
+/// left, and when its widget is gone.
 class EditorWindow final : public AppWindow {
   Q_OBJECT
  public:
@@ -27,10 +34,13 @@ class EditorWindow final : public AppWindow {
   ~EditorWindow() override;
 
   const QUuid& widget() const { return widget_; }
-  /// What the Save button does. Gives whether the form passed.
+  /// What the Save button does. Gives whether all is stored, which a credential that is on its way to the keyring puts
+  /// off.
   bool save();
 
  protected:
+  void changeEvent(QEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void showEvent(QShowEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -49,6 +59,14 @@ class EditorWindow final : public AppWindow {
   DockWidget edited(const DockWidget& stored) const;
   void changed(Line& line);
   void follow();
+  void showEdited();
+  std::optional<WidgetEditor::Outcome> checked();
+  void keepCredential(const DockWidget& widget);
+  void setSaving(bool saving);
+  void storeAll();
+  Line* credentialLine();
+  void addTry(Card& card);
+  void takeField(const QString& path);
   void showFault(Line* line, const QString& sentence);
   void clearFaults();
   Line* faultyLine(const QString& sentence);
@@ -59,12 +77,17 @@ class EditorWindow final : public AppWindow {
   QUuid widget_;
   const WindowServices services_;
   std::vector<std::unique_ptr<Line>> lines_;
+  std::unique_ptr<CredentialPart> credential_;  ///< Null where the kind has none.
+  TryPart* try_ = nullptr;                      ///< As well.
   bool titleTouched_ = false;
+  bool isSaving_ = false;  ///< A credential is on its way.
+  bool isStored_ = false;
   TilePreview* preview_;
   CardPage* page_;
   TextField* title_;
   FormRow* titleRow_;
   TextLabel* fault_;
+  Button* saving_ = nullptr;
 };
 
 }  // namespace tarnwick

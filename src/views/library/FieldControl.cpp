@@ -12,6 +12,7 @@
 #include "views/controls/Segments.h"
 #include "views/controls/Stepper.h"
 #include "views/controls/Switch.h"
+#include "views/library/CredentialField.h"
 #include "views/library/PathFields.h"
 #include "views/library/ZoneFields.h"
 #include "views/panels/PlaceField.h"
@@ -29,9 +30,9 @@ constexpr int kNoteHeight = 120;
 
 class LineControl final : public FieldControl {
  public:
-  explicit LineControl(const EditorField& field) : line_(new TextField(field.label)) {
+  explicit LineControl(const EditorField& field)
+      : line_(new TextField(field.label)), isWide_(field.shape != FieldShape::Word) {
     line_->setPlaceholderText(field.placeholder);
-    if (field.shape == FieldShape::Credential) line_->setEchoMode(QLineEdit::Password);
     if (field.shape == FieldShape::Number) line_->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
     hold(line_);
     // A screen reader sets the text, which the toolkit does not count as an edit.
@@ -43,9 +44,11 @@ class LineControl final : public FieldControl {
     if (value != line_->text()) line_->setText(value);
   }
   void setFaulty(bool faulty) override { line_->setFaulty(faulty); }
+  bool isWide() const override { return isWide_; }
 
  private:
   TextField* line_;
+  bool isWide_;
 };
 
 class TextControl final : public FieldControl {
@@ -223,9 +226,11 @@ void FieldControl::hold(QWidget* control) {
 FieldControl* FieldControl::make(const EditorField& field, const FieldServices& services) {
   switch (field.shape) {
     case FieldShape::Line:
+    case FieldShape::Word:
     case FieldShape::Number:
-    case FieldShape::Credential:
       return new LineControl(field);
+    case FieldShape::Credential:
+      return new CredentialField(field);
     case FieldShape::Text:
       return new TextControl(field);
     case FieldShape::Switch:

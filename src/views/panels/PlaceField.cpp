@@ -1,16 +1,10 @@
 #include "views/panels/PlaceField.h"
 
 #include <QAccessible>
-#include <QCoroTask>
 #include <QKeyEvent>
 #include <QVBoxLayout>
-#include <functional>
-#include <optional>
 
-#include "base/Cancelled.h"
-#include "base/DomainError.h"
 #include "services/Connections.h"
-#include "services/ServiceHTTPError.h"
 #include "views/controls/ControlTheme.h"
 #include "views/controls/Fields.h"
 #include "views/controls/Labels.h"
@@ -19,43 +13,6 @@
 #include "views/panels/RowList.h"
 
 namespace tarnwick {
-
-/// What a question came to.
-struct PlaceAnswer {
-  QList<GeocodeCache::Place> places;
-  QString sentence;  ///< Of a failure.
-};
-
-namespace {
-
-/// Gives nothing for a question that was dropped.
-QCoro::Task<std::optional<PlaceAnswer>> answerOf(QCoro::Task<QList<GeocodeCache::Place>> question) {
-  PlaceAnswer answer;
-  try {
-    QList<GeocodeCache::Place> places = co_await question;
-    answer.places = std::move(places);
-  } catch (const Cancelled&) {
-    co_return std::nullopt;
-  } catch (const ServiceHTTPError& error) {
-    answer.sentence = error.errorDescription();
-  } catch (const DomainError& error) {
-    answer.sentence = error.message();
-  } catch (const std::exception& error) {
-    qWarning("Looking for a place failed: %s", error.what());
-    answer.sentence = PanelWords::tr("The place could not be looked for.");
-  }
-  co_return answer;
-}
-
-/// Whoever asked may be gone, or may have asked another question, when this goes on.
-QCoro::Task<> tellAnswer(QCoro::Task<QList<GeocodeCache::Place>> question, std::function<void(const PlaceAnswer&)> tell,
-                         std::stop_token stop) {
-  const std::optional<PlaceAnswer> answer = co_await answerOf(std::move(question));
-  if (!answer || stop.stop_requested()) co_return;
-  tell(*answer);
-}
-
-}  // namespace
 
 PlaceField::PlaceField(const QString& label, Connections& connections, QWidget* parent)
     : QWidget(parent),
@@ -124,12 +81,12 @@ void PlaceField::drop() {
 void PlaceField::ask() {
   stop_ = std::stop_source();
   const std::stop_token stop = stop_.get_token();
-  tellAnswer(
-      connections_.places(text(), stop), [this](const PlaceAnswer& answer) { offer(answer); }, stop);
+  tellAnswer<Places>(
+      connections_.places(text(), stop), [this](const ServiceAnswer<Places>& answer) { offer(answer); }, stop);
 }
 
-void PlaceField::offer(const PlaceAnswer& answer) {
-  found_ = answer.places;
+void PlaceField::offer(const ServiceAnswer<Places>& answer) {
+  found_ = answer.value.value_or(Places());
   choices_.clear();
   for (const GeocodeCache::Place& place : std::as_const(found_)) {
     auto* row = new ListRow(place.name);

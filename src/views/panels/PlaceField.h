@@ -5,11 +5,11 @@
 #include <stop_token>
 
 #include "services/GeocodeCache.h"
+#include "services/ServiceAnswer.h"
 
 namespace tarnwick {
 
 class Connections;
-struct PlaceAnswer;
 class RowList;
 class SearchField;
 class TextLabel;
@@ -39,10 +39,12 @@ class PlaceField final : public QWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  using Places = QList<GeocodeCache::Place>;
+
   void follow();
   void ask();
   void drop();
-  void offer(const PlaceAnswer& answer);
+  void offer(const ServiceAnswer<Places>& answer);
   void take(GeocodeCache::Place place);
   void clear();
   bool moveFrom(QObject* from, int key);
@@ -53,7 +55,7 @@ class PlaceField final : public QWidget {
   TextLabel* message_;
   QTimer rest_;
   std::stop_source stop_;
-  QList<GeocodeCache::Place> found_;
+  Places found_;
   QList<QWidget*> choices_;
   bool isQuiet_ = false;
   bool takesFirst_ = false;  ///< Return was pressed before there was an answer.

@@ -19,7 +19,8 @@ enum class FieldShape {
   Applications,  ///< Several of them.
   Folder,        ///< The path of a folder.
   Toggles,       ///< The switches of a tile of quick toggles.
-  Credential     ///< Kept elsewhere than the option.
+  Credential,    ///< Kept elsewhere than the option.
+  Word           ///< A short line, beside its label.
 };
 
 /// An option of a kind, as its room declares it; the form of a widget follows from that. Texts are marked for

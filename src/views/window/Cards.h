@@ -26,6 +26,7 @@ class FormRow final : public QWidget {
 
   const QString& label() const { return label_; }
   void setLabel(const QString& label);
+  const QString& help() const { return help_; }
   void setHelp(const QString& help);
   /// A sentence in red below the control that says what is wrong with it; empty takes it away.
   void setFault(const QString& sentence);

@@ -36,11 +36,11 @@ constexpr WidgetOption kField{
 constexpr WidgetOption kLabel{
     .key = option::metricLabel, .shape = Line, .label = QT_TRANSLATE_NOOP("Library", "Label")};
 constexpr WidgetOption kPrefix{.key = option::prefix,
-                               .shape = Line,
+                               .shape = Word,
                                .label = QT_TRANSLATE_NOOP("Library", "Prefix"),
                                .placeholder = QT_TRANSLATE_NOOP("Library", "none")};
 constexpr WidgetOption kSuffix{.key = option::suffix,
-                               .shape = Line,
+                               .shape = Word,
                                .label = QT_TRANSLATE_NOOP("Library", "Suffix"),
                                .placeholder = QT_TRANSLATE_NOOP("Library", "none")};
 

@@ -1,0 +1,276 @@
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QPointer>
+#include <QPushButton>
+
+#include "base/DomainError.h"
+#include "library/EditorTest.h"
+#include "services/Keychain.h"
+#include "support/Wait.h"
+#include "views/library/AnswerModel.h"
+#include "views/library/AnswerTree.h"
+#include "views/window/Cards.h"
+#include "widgets/catalog/Options.h"
+
+namespace tarnwick::test {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr auto kKept = "A credential is stored in the keyring. Entering a new one replaces it."_L1;
+constexpr auto kUsual = "Kept in the keyring, never in the settings."_L1;
+
+class ConnectionFormTest : public EditorTest {
+ protected:
+  FakeConnections& services() { return fixture_.connections; }
+  DockWidget connected(const QString& address = u"https://one.example/v1"_s, const QString& field = {}) {
+    return fixture_.add(u"analyticsPlausible"_s, {{option::endpoint, address}, {option::field, field}});
+  }
+  void keep(const DockWidget& widget, const QString& credential) {
+    services().kept.insert(Keychain::account(widget), credential);
+  }
+  static QPushButton* button(QWidget& window, const QString& words) {
+    for (auto* each : window.findChildren<QPushButton*>())
+      if (each->isVisible() && (each->text() == words || each->accessibleName() == words)) return each;
+    return nullptr;
+  }
+  static bool comesToSay(QWidget& window, const QString& sentence) {
+    return waitFor([&] { return says(window, sentence); });
+  }
+  static void press(QWidget& window, const QString& words) {
+    auto* found = button(window, words);
+    ASSERT_TRUE(found) << words.toStdString();
+    QTest::keyClick(found, Qt::Key_Return);
+  }
+};
+
+TEST_F(ConnectionFormTest, ACredentialIsKeptWithTheFormAndNeverShownAgain) {
+  const DockWidget widget = connected();
+  {
+    const auto window = fixture_.editor(widget.id);
+    EXPECT_TRUE(says(*window, kUsual));
+    write(*window, u"Credential"_s, u"secret"_s);
+    EXPECT_EQ(named<QLineEdit>(*window, u"Credential"_s)->echoMode(), QLineEdit::Password);
+    write(*window, u"Title"_s, u"Mine"_s);
+    // A keyring that refuses stores nothing at all.
+    services().failure = u"The keyring could not save the credential (-4)."_s;
+    EXPECT_FALSE(window->save());
+    EXPECT_TRUE(says(*window, services().failure));
+    EXPECT_EQ(fixture_.find(widget.id)->title, QString());
+    services().failure.clear();
+    EXPECT_TRUE(window->save());
+    EXPECT_EQ(services().kept.value(Keychain::account(widget)), u"secret"_s);
+    EXPECT_EQ(fixture_.find(widget.id)->title, u"Mine"_s);
+    EXPECT_FALSE(fixture_.find(widget.id)->options.values().contains(u"secret"_s));
+  }
+  {
+    const auto window = fixture_.editor(widget.id);
+    EXPECT_TRUE(says(*window, kKept));
+    EXPECT_EQ(named<QLineEdit>(*window, u"Credential"_s)->text(), QString());
+    EXPECT_TRUE(window->save());
+    EXPECT_EQ(services().kept.size(), 1) << "what was not touched stays";
+  }
+  for (const bool byButton : {true, false}) {
+    SCOPED_TRACE(byButton);
+    keep(widget, u"secret"_s);
+    const auto window = fixture_.editor(widget.id);
+    if (byButton) {
+      press(*window, u"Remove the Credential"_s);
+      press(*window, u"Keep the Credential"_s);
+      press(*window, u"Remove the Credential"_s);
+    } else {
+      write(*window, u"Credential"_s, u"x"_s);
+      write(*window, u"Credential"_s, QString());
+    }
+    EXPECT_TRUE(says(*window, u"The stored credential is removed when you save."_s));
+    EXPECT_EQ(services().kept.size(), 1) << "not before";
+    EXPECT_TRUE(window->save());
+    EXPECT_TRUE(services().kept.isEmpty());
+  }
+}
+
+TEST_F(ConnectionFormTest, WhileTheKeyringAsksNothingIsStoredAndTheFormCanBeLeft) {
+  const DockWidget widget = connected();
+  services().asksUser = true;
+  const auto begin = [&] {
+    auto window = fixture_.editor(widget.id);
+    write(*window, u"Credential"_s, u"secret"_s);
+    write(*window, u"Title"_s, u"Mine"_s);
+    EXPECT_FALSE(window->save());
+    EXPECT_FALSE(window->save()) << "it is under way";
+    EXPECT_EQ(fixture_.find(widget.id)->title, QString());
+    return window;
+  };
+  {
+    const auto window = begin();
+    QTest::keyClick(window.get(), Qt::Key_Escape);
+    EXPECT_FALSE(window->isVisible());
+    services().keyring.answer({});
+    EXPECT_EQ(fixture_.find(widget.id)->title, QString());
+  }
+  begin().reset();
+  services().keyring.answer({});
+  EXPECT_EQ(fixture_.find(widget.id)->title, QString()) << "the form is gone";
+  {
+    const auto window = begin();
+    fixture_.store().set(widget.id, u"suffix"_s, u"%"_s);  // The widget goes on meanwhile.
+    services().keyring.answer({});
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(fixture_.find(widget.id)->title, u"Mine"_s);
+    EXPECT_EQ(fixture_.find(widget.id)->options.value(option::suffix), u"%"_s);
+  }
+  EXPECT_EQ(services().keyring.asked.size(), 3) << "each was asked for once";
+}
+
+TEST_F(ConnectionFormTest, WithoutAKeyringItSaysWhatToInstallAndKeepsWhatIsTyped) {
+  const DockWidget widget = connected();
+  services().keeps = Capability::no(u"No keyring runs on this desktop."_s);
+  const auto window = fixture_.editor(widget.id);
+  EXPECT_TRUE(says(*window, services().keeps.reason));
+  write(*window, u"Credential"_s, u"secret"_s);
+  EXPECT_FALSE(window->save());
+  EXPECT_EQ(named<QLineEdit>(*window, u"Credential"_s)->text(), u"secret"_s);
+  EXPECT_TRUE(services().kept.isEmpty());
+  press(*window, u"Try It"_s);
+  EXPECT_EQ(services().sent, QStringList{u"secret"_s}) << "trying needs no keyring";
+  services().service.answer(QJsonObject());
+  services().keeps = Capability::yes();
+  EXPECT_TRUE(window->save());
+  EXPECT_EQ(services().kept.value(Keychain::account(widget)), u"secret"_s);
+}
+
+TEST_F(ConnectionFormTest, ACredentialGoesToNoOtherHostThanItWasEnteredFor) {
+  const QString other = u"https://two.example/v1"_s;
+  const QString notStored = u"A credential for two.example is not stored."_s;
+  struct Case {
+    const char* what;
+    bool isKept;
+    QString typedBefore, typedAfter, sent;
+    bool isRefusedFirst;
+  };
+  for (const Case& one : {Case{"one that is kept", true, {}, {}, u"none"_s, false},
+                          Case{"one that was typed for the first", false, u"first"_s, {}, u"none"_s, true},
+                          Case{"a new one", true, {}, u"second"_s, u"second"_s, false},
+                          Case{"one after the other", false, u"first"_s, u"second"_s, u"second"_s, false}}) {
+    SCOPED_TRACE(one.what);
+    services().kept.clear();
+    services().sent.clear();
+    const DockWidget widget = connected();
+    if (one.isKept) keep(widget, u"kept"_s);
+    const auto window = fixture_.editor(widget.id);
+    if (!one.typedBefore.isEmpty()) write(*window, u"Credential"_s, one.typedBefore);
+    write(*window, u"Address"_s, other);
+    EXPECT_TRUE(comesToSay(*window, notStored));
+    if (!one.typedAfter.isEmpty()) write(*window, u"Credential"_s, one.typedAfter);
+    press(*window, u"Try It"_s);
+    EXPECT_EQ(services().sent.isEmpty(), one.isRefusedFirst);
+    if (one.isRefusedFirst) press(*window, u"Try It"_s);
+    EXPECT_EQ(services().sent, QStringList{one.sent});
+    services().service.answer(QJsonObject{{u"a"_s, 1}});
+    write(*window, u"Address"_s, u"https://one.example/v2"_s);
+    EXPECT_TRUE(waitFor([&] {
+      return says(*window, one.isKept && one.typedAfter.isEmpty() ? kKept : kUsual) ||
+             says(*window, u"A credential for one.example is not stored."_s);
+    }));
+    window->close();
+    fixture_.store().remove(widget.id);
+  }
+}
+
+TEST_F(ConnectionFormTest, TryingSaysWhatCameAndFollowsTheForm) {
+  const DockWidget widget = connected({}, u"stats.today"_s);
+  const auto window = fixture_.editor(widget.id);
+  ScriptedSession& service = services().service;
+  write(*window, u"Address"_s, u"http://one.example"_s);
+  press(*window, u"Try It"_s);
+  EXPECT_TRUE(says(*window, u"Use a valid HTTPS endpoint without credentials in its URL."_s));
+  EXPECT_TRUE(service.asked.isEmpty());
+  write(*window, u"Address"_s, u"https://one.example"_s);
+  press(*window, u"Try It"_s);
+  press(*window, u"Try It"_s);
+  EXPECT_EQ(service.asked.size(), 1);
+  EXPECT_TRUE(says(*window, u"Asking one.example…"_s));
+  press(*window, u"Stop Asking"_s);
+  EXPECT_TRUE(service.asked.constLast()->isOver) << "the question is dropped";
+  EXPECT_FALSE(says(*window, u"Asking one.example…"_s));
+
+  press(*window, u"Try It"_s);
+  service.fail(DomainError::invalid(u"The service did not respond within 20 seconds."_s));
+  EXPECT_TRUE(says(*window, u"The service did not respond within 20 seconds."_s));
+  press(*window, u"Try It"_s);
+  service.answer(QJsonObject{{u"stats"_s, QJsonObject{{u"today"_s, 3184}, {u"unit"_s, u"a\u202Eb"_s}}}});
+  EXPECT_TRUE(says(*window, u"The tile shows “3184” once you save."_s));
+  write(*window, u"Suffix"_s, u"!"_s);
+  EXPECT_TRUE(says(*window, u"The tile shows “3184!” once you save."_s));
+  write(*window, u"Field"_s, u"stats.gone"_s);
+  EXPECT_TRUE(says(*window, u"Metric field 'stats.gone' was not returned."_s));
+  EXPECT_EQ(service.asked.size(), 3) << "without another question";
+  // By keyboard: down to the last field, which becomes the one to show.
+  auto* tree = window->findChild<AnswerTree*>();
+  ASSERT_TRUE(tree && tree->isVisible());
+  tree->setFocus(Qt::TabFocusReason);
+  QTest::keyClick(tree, Qt::Key_End);
+  QTest::keyClick(tree, Qt::Key_Return);
+  EXPECT_EQ(named<QLineEdit>(*window, u"Field"_s)->text(), u"stats.unit"_s);
+  EXPECT_TRUE(says(*window, u"The tile shows “ab!” once you save."_s));
+  EXPECT_TRUE(window->isVisible()) << "this Return was for the tree";
+  write(*window, u"Address"_s, u"https://two.example"_s);
+  EXPECT_FALSE(tree->isVisible()) << "the answer of another";
+
+  // What comes when the form is gone is for nobody.
+  press(*window, u"Try It"_s);
+  const auto gone = fixture_.editor(connected().id);
+  service.isDeaf = true;
+  press(*gone, u"Try It"_s);
+  gone->close();
+  service.answer(QJsonObject{{u"a"_s, 1}});
+  EXPECT_FALSE(says(*gone, u"Select a numeric or text field to display."_s));
+  const auto question = service.asked.at(service.asked.size() - 2);
+  question->end();
+}
+
+TEST(AnswerModelTest, RowsAreMadeAsTheyAreOpenedAndFewOfMany) {
+  QJsonArray many;
+  for (int i = 0; i < 5000; ++i) many.append(i);
+  QJsonObject inner{{u"total"_s, 1.5}, {u"none"_s, QJsonValue::Null}, {u"on"_s, true}, {u"a.b"_s, 1}, {QString(), 1}};
+  inner.insert(u"x\u202Ey"_s, 1);
+  inner.insert(u"long"_s, QString(1'000'000, u'<'));
+  AnswerModel model;
+  model.setAnswer(QJsonObject{{u"list"_s, many}, {u"data"_s, QJsonArray{inner}}});
+  struct Case {
+    QString path, value;
+    bool canShow;
+  };
+  for (const Case& one :
+       {Case{u"list"_s, u"[ 5000 ]"_s, true}, Case{u"data"_s, u"[ 1 ]"_s, true}, Case{u"data.0"_s, u"{ 7 }"_s, false},
+        Case{u"data.0.total"_s, u"1.5"_s, true}, Case{u"data.0.none"_s, u"null"_s, false},
+        Case{u"data.0.on"_s, u"true"_s, false}, Case{u"list.199"_s, u"199"_s, true}}) {
+    SCOPED_TRACE(one.path.toStdString());
+    const QModelIndex found = model.find(one.path);
+    ASSERT_TRUE(found.isValid());
+    EXPECT_EQ(model.path(found), one.path);
+    EXPECT_EQ(model.value(found), one.value);
+    EXPECT_EQ(model.canShow(found), one.canShow);
+    EXPECT_EQ(model.parent(found), model.find(one.path.section(u'.', 0, -2)));
+  }
+  EXPECT_FALSE(model.find(u"list.200"_s).isValid());
+  const QModelIndex list = model.find(u"list"_s);
+  EXPECT_EQ(model.rowCount(list), AnswerModel::kMostChildren + 1);
+  EXPECT_EQ(model.name(model.index(AnswerModel::kMostChildren, 0, list)), u"and 4800 more"_s);
+  const QModelIndex data = model.find(u"data.0"_s);
+  int unnamed = 0;
+  for (int row = 0; row < model.rowCount(data); ++row) {
+    const QModelIndex at = model.index(row, 0, data);
+    if (model.sort(at) == AnswerModel::Sort::Number && !model.canShow(at)) ++unnamed;
+    EXPECT_LE(model.value(at).size(), 400) << "cut";
+    EXPECT_FALSE(model.name(at).contains(QChar(0x202E)));
+  }
+  EXPECT_EQ(unnamed, 3) << "no path leads to a name with a dot, without letters or with what turns the writing";
+  // What was never opened is not there.
+  model.setAnswer(QJsonObject{{u"list"_s, many}});
+  EXPECT_EQ(model.rowCount(model.index(0, 0)), 0);
+  EXPECT_TRUE(model.canFetchMore(model.index(0, 0)));
+}
+
+}  // namespace
+}  // namespace tarnwick::test
