@@ -34,6 +34,26 @@ class FakeRecorder final : public KeyRecorder {
   QList<bool> recordings;
 };
 
+/// Connections as a test wants them.
+class FakeConnections final : public Connections {
+ public:
+  std::optional<RemoteReading> reading(QUuid widget) const override {
+    ++asked;
+    const auto found = readings.constFind(widget);
+    return found == readings.constEnd() ? std::nullopt : std::optional(*found);
+  }
+  QCoro::Task<bool> hasCredential(DockWidget, std::stop_token) const override { co_return isStuck; }
+  QCoro::Task<> removeCredential(DockWidget widget) override {
+    removed << widget.id;
+    co_return;
+  }
+
+  QHash<QUuid, RemoteReading> readings;
+  QList<QUuid> removed;
+  bool isStuck = false;   ///< Whether the keyring keeps what it should remove.
+  mutable int asked = 0;  ///< How often for a reading.
+};
+
 /// A store with two profiles and the window over it. What it asks of the program is kept here.
 class SettingsFixture {
  public:
@@ -63,7 +83,7 @@ class SettingsFixture {
   RecordingCommands commands;
   DesktopAbilities abilities;
   FakeRecorder keys;
-  Connections connections;
+  FakeConnections connections;
 
  private:
   QTemporaryDir folder_;

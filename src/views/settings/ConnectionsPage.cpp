@@ -1,19 +1,23 @@
-#include <QCoreApplication>
+#include <QAccessible>
 #include <QFileInfo>
 #include <QVBoxLayout>
-#include <algorithm>
 
+#include "base/Cancelled.h"
 #include "config/CalendarFolders.h"
+#include "services/Connections.h"
+#include "services/ServiceAnswer.h"
 #include "store/AppStore.h"
+#include "store/DocumentEdits.h"
 #include "views/controls/Buttons.h"
+#include "views/controls/ConfirmBar.h"
+#include "views/controls/ControlTheme.h"
 #include "views/controls/Labels.h"
-#include "views/controls/Rows.h"
+#include "views/settings/ConnectionRows.h"
 #include "views/settings/OrderList.h"
 #include "views/settings/Pages.h"
 #include "views/settings/SettingsWords.h"
 #include "views/window/WindowTheme.h"
 #include "widgets/catalog/Catalog.h"
-#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -21,6 +25,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr auto kRefresh = "refresh"_L1;
+constexpr auto kEdit = "edit"_L1;
+constexpr auto kRemove = "remove"_L1;
 constexpr int kBigSymbol = 32;
 
 class BigSymbol final : public QWidget {
@@ -38,18 +45,6 @@ class BigSymbol final : public QWidget {
   QString name_;
 };
 
-bool isConnected(const DockWidget& widget) {
-  return isConnectedFamily(Catalog::find(widget.kind).family) &&
-         (!widget.options.value(option::endpoint).isEmpty() || !widget.options.value(option::connectionMode).isEmpty());
-}
-
-QList<DockWidget> connectedWidgets(const DockConfiguration& config) {
-  QList<DockWidget> found;
-  for (const DockProfile& profile : config.profiles)
-    std::ranges::copy_if(profile.widgets, std::back_inserter(found), isConnected);
-  return found;
-}
-
 QWidget* makeEmptyState(const SettingsServices& services) {
   auto* empty = new QWidget;
   auto* column = new QVBoxLayout(empty);
@@ -66,13 +61,22 @@ QWidget* makeEmptyState(const SettingsServices& services) {
   };
   line(SettingsWords::tr("No service is connected"), TextStyle::Title, Tone::Primary);
   line(SettingsWords::tr(
-           "Connections to services are not part of this version yet. Your entries are saved for a later version."),
+           "Widgets that show something of a service stand here, with when it answered last. Edit such a widget to "
+           "connect it."),
        TextStyle::Caption, Tone::Secondary);
   auto* add = new Button(SettingsWords::tr("Add Widgets…"));
   QObject::connect(add, &QPushButton::clicked, empty, [&commands = services.commands] { commands.showLibrary({}); });
   column->addSpacing(theme::kCardRowPadding);
   column->addWidget(add, 0, Qt::AlignHCenter);
   return empty;
+}
+
+/// Whether nothing is left of it. `connections` is there until `stop` is requested.
+QCoro::Task<bool> removed(Connections& connections, DockWidget widget, std::stop_token stop) {
+  co_await connections.removeCredential(widget);
+  throwIfStopped(stop);
+  const bool isStill = co_await connections.hasCredential(widget, stop);
+  co_return !isStill;
 }
 
 /// Folders of calendar files, beside the places where calendars are looked for anyway.
@@ -103,33 +107,119 @@ void addCalendars(SettingsPage& page, const SettingsServices& services) {
                   add);
 }
 
+class ConnectionsPage final : public SettingsPage {
+ public:
+  ConnectionsPage(AppStore& store, const SettingsServices& services)
+      : SettingsPage(SettingsWords::tr("Connections"), store, services), services_(services) {
+    addConnections(*addCard());
+    addCalendars(*this, services);
+    connect(&services.connections, &Connections::changed, this, &ConnectionsPage::refreshSoon);
+  }
+  ~ConnectionsPage() override { stop_.request_stop(); }
+
+ private:
+  void addConnections(Card& card) {
+    QWidget* empty = makeEmptyState(services_);
+    addOther(card, empty, SettingsWords::tr("No service is connected"));
+    showWhile(empty, [](const DockConfiguration& config) { return ConnectionRows::widgets(config).isEmpty(); });
+    list_ = new OrderList(SettingsWords::tr("Connections"));
+    list_->setDragDropMode(QAbstractItemView::NoDragDrop);
+    list_->setNotes(true);
+    list_->setActions({{kRefresh, u"arrow.clockwise"_s, SettingsWords::tr("Refresh"), QKeySequence(Qt::Key_F5)},
+                       {kEdit, u"slider.horizontal.3"_s, SettingsWords::tr("Edit"), QKeySequence(Qt::Key_F2)},
+                       {kRemove, u"trash"_s, SettingsWords::tr("Remove Credential"), QKeySequence(Qt::Key_Delete)}});
+    connect(list_, &OrderList::opened, this,
+            [this](const QString& id) { services_.commands.openEditor(QUuid::fromString(id)); });
+    connect(list_, &OrderList::actionRequested, this, &ConnectionsPage::act);
+    addOther(card, list_,
+             SettingsWords::tr("service account widgets host refresh pause credential token keyring password API"));
+    showWhile(list_, [](const DockConfiguration& config) { return !ConnectionRows::widgets(config).isEmpty(); });
+    confirm_ = new ConfirmBar;
+    confirm_->setContentsMargins(theme::kCardPadding, 0, theme::kCardPadding, theme::kRowOverhang);
+    card.add(confirm_);
+    message_ = makeSentence({}, TextStyle::Caption, Tone::Fault);
+    message_->setContentsMargins(theme::kCardPadding, 0, theme::kCardPadding, theme::kRowOverhang);
+    message_->hide();
+    card.add(message_);
+    follow([this](const DockConfiguration& config) { showConnections(config); });
+  }
+
+  void showConnections(const DockConfiguration& config) {
+    const QDateTime now = store().scheduler().now();
+    QList<OrderItem> items;
+    for (const DockWidget& widget : ConnectionRows::widgets(config)) {
+      const auto reading = services_.connections.reading(widget.id);
+      items.append({.id = widget.id.toString(),
+                    .title = services_.edits.nameOf(widget),
+                    .caption = ConnectionRows::service(widget),
+                    .symbol = Catalog::find(widget.kind).symbol,
+                    .value = ConnectionRows::state(reading, now),
+                    .isFaint = false,
+                    .note = ConnectionRows::details(reading, services_.connections.nextRefresh(widget.id), now)});
+    }
+    list_->setItems(items);
+  }
+
+  /// Several values that come together are shown together.
+  void refreshSoon() {
+    if (std::exchange(isDue_, true)) return;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+          isDue_ = false;
+          refresh();
+        },
+        Qt::QueuedConnection);
+  }
+
+  void act(const QString& id, const QString& action) {
+    const DockWidget* widget = DocumentEdits::find(store().config(), QUuid::fromString(id));
+    if (!widget) return;
+    say({});
+    if (action == kRefresh)
+      store().refresh(*widget);
+    else if (action == kEdit)
+      services_.commands.openEditor(widget->id);
+    else if (action == kRemove)
+      askToRemove(*widget);
+  }
+
+  void askToRemove(const DockWidget& widget) {
+    confirm_->ask(
+        SettingsWords::tr("Remove the credential of “%1” from the keyring?").arg(services_.edits.nameOf(widget)),
+        SettingsWords::tr("Remove"), [this, widget] {
+          tellAnswer<bool>(
+              removed(services_.connections, widget, stop_.get_token()),
+              [this](const ServiceAnswer<bool>& answer) {
+                if (!answer.value)
+                  say(answer.sentence);
+                else if (!*answer.value)
+                  say(SettingsWords::tr("The credential could not be removed from the keyring."));
+              },
+              stop_.get_token());
+        });
+  }
+
+  void say(const QString& sentence) {
+    message_->setText(sentence);
+    message_->setVisible(!sentence.isEmpty());
+    if (sentence.isEmpty()) return;
+    QAccessibleEvent alert(message_, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+  }
+
+  const SettingsServices& services_;
+  OrderList* list_ = nullptr;
+  ConfirmBar* confirm_ = nullptr;
+  TextLabel* message_ = nullptr;
+  bool isDue_ = false;
+  std::stop_source stop_;
+};
+
 }  // namespace
 
 SettingsPage* makeConnectionsPage(AppStore& store, const SettingsServices& services) {
-  auto* page = new SettingsPage(SettingsWords::tr("Connections"), store, services);
-  Card& card = *page->addCard();
-  QWidget* empty = makeEmptyState(services);
-  page->addOther(card, empty, SettingsWords::tr("No service is connected"));
-  page->showWhile(empty, [](const DockConfiguration& config) { return connectedWidgets(config).isEmpty(); });
-  auto* list = new OrderList(SettingsWords::tr("Connections"));
-  list->setDragDropMode(QAbstractItemView::NoDragDrop);
-  list->setActions({{u"edit"_s, u"slider.horizontal.3"_s, SettingsWords::tr("Edit"), QKeySequence(Qt::Key_F2)}});
-  const auto open = [&to = services.commands](const QString& id) { to.openEditor(QUuid::fromString(id)); };
-  QObject::connect(list, &OrderList::opened, page, open);
-  QObject::connect(list, &OrderList::actionRequested, page, open);
-  page->addOther(card, list, SettingsWords::tr("service account widgets"));
-  page->showWhile(list, [](const DockConfiguration& config) { return !connectedWidgets(config).isEmpty(); });
-  page->follow([list, &services](const DockConfiguration& config) {
-    QList<OrderItem> items;
-    for (const DockWidget& widget : connectedWidgets(config)) {
-      const WidgetDefinition& kind = Catalog::find(widget.kind);
-      items.append(
-          {widget.id.toString(), services.edits.nameOf(widget), kind.name + u" · "_s + kind.category, kind.symbol});
-    }
-    list->setItems(items);
-  });
-  addCalendars(*page, services);
-  return page;
+  return new ConnectionsPage(store, services);
 }
 
 }  // namespace tarnwick

@@ -28,6 +28,8 @@ constexpr double kFaint = 0.55;
 constexpr int kEdgeFade = 28;
 constexpr double kTitleShare = 0.34;
 constexpr double kCaptionShare = 0.68;
+constexpr int kNoteRow = 62;  ///< The height of a row with space for a note.
+constexpr double kNoteTitleShare = 0.23;
 
 }  // namespace
 
@@ -41,8 +43,7 @@ class OrderList::Model final : public ItemModel<OrderItem> {
     const OrderItem* item = at(index);
     if (!item) return {};
     if (role == Qt::DisplayRole || role == Qt::EditRole || role == Qt::AccessibleTextRole) return item->title;
-    if (role == Qt::AccessibleDescriptionRole)
-      return item->value.isEmpty() ? item->caption : item->caption + u", "_s + item->value;
+    if (role == Qt::AccessibleDescriptionRole) return list_.spoken(*item);
     return {};
   }
   bool setData(const QModelIndex& index, const QVariant& value, int role) override {
@@ -84,7 +85,7 @@ class OrderList::Painter final : public QStyledItemDelegate {
   explicit Painter(OrderList& list) : QStyledItemDelegate(&list), list_(list) {}
 
   QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override {
-    return {list_.viewport()->width(), theme::kTallRowHeight};
+    return {list_.viewport()->width(), list_.rowHeight()};
   }
   QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex&) const override {
     return new TextField(tr("Name"), parent);
@@ -148,11 +149,15 @@ class OrderList::Painter final : public QStyledItemDelegate {
       right -= width + theme::kRowGap;
     }
     const bool two = !item.caption.isEmpty();
-    drawTextIn(painter, place(left, right - left, two ? kTitleShare : 0.5), item.title, TextStyle::Body,
-               look.palette.primary, start, Elide::Middle);
-    if (two)
-      drawTextIn(painter, place(left, right - left, kCaptionShare), item.caption, TextStyle::Caption,
-                 look.palette.secondary, start);
+    const bool three = list_.hasNotes_ && !item.note.isEmpty();
+    const double title = three ? kNoteTitleShare : two ? kTitleShare : 0.5;
+    drawTextIn(painter, place(left, right - left, title), item.title, TextStyle::Body, look.palette.primary, start,
+               Elide::Middle);
+    const auto caption = [&](const QString& text, double share) {
+      drawTextIn(painter, place(left, right - left, share), text, TextStyle::Caption, look.palette.secondary, start);
+    };
+    if (two) caption(item.caption, three ? 0.5 : kCaptionShare);
+    if (three) caption(item.note, 1 - kNoteTitleShare);
   }
 
   void paintActions(QPainter& painter, const QModelIndex& index, const ControlLook& look) const {
@@ -190,7 +195,8 @@ void OrderList::setActions(const QList<OrderAction>& actions) {
   QStringList keys;
   for (const OrderAction& action : actions)
     if (!action.key.isEmpty()) keys << action.label + u' ' + action.key.toString(QKeySequence::NativeText);
-  keys << tr("Move %1").arg(QKeySequence(Qt::ALT | Qt::Key_Up).toString(QKeySequence::NativeText));
+  if (dragDropMode() != NoDragDrop)
+    keys << tr("Move %1").arg(QKeySequence(Qt::ALT | Qt::Key_Up).toString(QKeySequence::NativeText));
   setAccessibleDescription(keys.join(u", "_s));
 }
 
@@ -232,8 +238,18 @@ void OrderList::rename(const QString& id) {
 QSize OrderList::sizeHint() const {
   const int rows = std::clamp(model_->rowCount(), 1, kMostRows);
   // Half a row says that more follow.
-  const int half = model_->rowCount() > kMostRows ? theme::kTallRowHeight / 2 : 0;
-  return {200, rows * theme::kTallRowHeight + half};
+  const int half = model_->rowCount() > kMostRows ? rowHeight() / 2 : 0;
+  return {200, rows * rowHeight() + half};
+}
+
+int OrderList::rowHeight() const { return hasNotes_ ? kNoteRow : theme::kTallRowHeight; }
+
+/// All that a row says behind its title.
+QString OrderList::spoken(const OrderItem& item) const {
+  QStringList said{item.caption, item.value};
+  if (hasNotes_) said << item.note;
+  said.removeAll(QString());
+  return said.join(u", "_s);
 }
 
 void OrderList::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
@@ -301,7 +317,7 @@ void OrderList::pressItem(const QModelIndex& index) {
 QStringList OrderList::itemActions(const QModelIndex&) const {
   QStringList labels;
   for (const OrderAction& action : actions_) labels << action.label;
-  return labels << tr("Move Up") << tr("Move Down");
+  return dragDropMode() == NoDragDrop ? labels : labels << tr("Move Up") << tr("Move Down");
 }
 
 void OrderList::runItemAction(const QModelIndex& index, qsizetype action) {
@@ -378,7 +394,10 @@ bool OrderList::viewportEvent(QEvent* event) {
   if (event->type() == QEvent::ToolTip) {
     const auto& help = static_cast<QHelpEvent&>(*event);
     const qsizetype action = actionAt(help.pos());
-    QToolTip::showText(help.globalPos(), action >= 0 ? actions_[action].label : QString(), viewport());
+    const OrderItem* item = model_->at(indexAt(help.pos()));
+    // What a service said is no markup.
+    const QString note = item && hasNotes_ && !item->note.isEmpty() ? Qt::convertFromPlainText(item->note) : QString();
+    QToolTip::showText(help.globalPos(), action >= 0 ? actions_[action].label : note, viewport());
     return true;
   }
   return QListView::viewportEvent(event);

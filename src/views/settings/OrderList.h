@@ -16,6 +16,7 @@ struct OrderItem {
   QString symbol{};
   QString value{};  ///< At the end.
   bool isFaint = false;
+  QString note{};  ///< A second caption, where the list has these; whole in the tip.
 
   bool operator==(const OrderItem&) const = default;
 };
@@ -38,6 +39,8 @@ class OrderList final : public QListView, public ItemActions {
   ~OrderList() override;
 
   void setActions(const QList<OrderAction>& actions);
+  /// Whether rows have space for a note.
+  void setNotes(bool notes) { hasNotes_ = notes; }
   /// The row that was chosen stays so if it is still there, else the one that took its place is.
   void setItems(const QList<OrderItem>& items);
   const QList<OrderItem>& items() const;
@@ -80,12 +83,15 @@ class OrderList final : public QListView, public ItemActions {
 
   QString idAt(const QModelIndex& index) const;
   bool showsActions(const QModelIndex& index) const;
+  int rowHeight() const;
+  QString spoken(const OrderItem& item) const;
   QRect actionRect(const QModelIndex& index, qsizetype action) const;
   qsizetype actionAt(const QPoint& position) const;
   void moveCurrent(int places);
 
   Model* model_;
   QList<OrderAction> actions_;
+  bool hasNotes_ = false;
   qsizetype pressed_ = -1;  // The action that the button went down on.
   bool isQuiet_ = false;
 };

@@ -33,9 +33,12 @@ SettingsPage* makePrivacyPage(AppStore& store, const SettingsServices& services)
   FormRow* data = page->addControl(
       card, {QT_TRANSLATE_NOOP("Settings", "Your data"), "", QT_TRANSLATE_NOOP("Settings", "folder files")}, open);
   data->setHelp(pathText(folder));
-  auto* said = new FormRow(
-      SettingsWords::tr("Nothing is sent"), nullptr,
-      SettingsWords::tr("No account, no usage statistics. This version does not connect to any online service."));
+  auto* said =
+      new FormRow(SettingsWords::tr("What is sent"), nullptr,
+                  SettingsWords::tr(
+                      "No account, no usage statistics. Your widgets ask for what they show: the weather of the places "
+                      "that you choose, exchange rates when you convert currencies, and the addresses that you "
+                      "enter. A credential goes to the host that you entered it for and is kept in the keyring."));
   page->addOther(card, said, said->label());
   return page;
 }
