@@ -1,6 +1,7 @@
 #include "app/SnapshotWindows.h"
 
 #include <QApplication>
+#include <QPushButton>
 
 #include "views/library/EditorWindow.h"
 #include "views/library/LibraryWindow.h"
@@ -11,6 +12,7 @@
 #include "views/settings/SettingsIndex.h"
 #include "views/settings/SettingsWindow.h"
 #include "views/theme/WindowPalette.h"
+#include "widgets/LibraryWords.h"
 
 namespace tarnwick {
 
@@ -71,7 +73,8 @@ SnapshotWindows::SnapshotWindows()
       edits_(snapshot_.store(), apps_, undo_),
       screens_(std::make_unique<OneScreen>()),
       keys_(std::make_unique<FreeKeys>()),
-      services_{edits_, snapshot_.commands(), apps_, *screens_, forms_, connections_, previews(), [] { return abilities(); }} {
+      services_{edits_, snapshot_.commands(), apps_,      *screens_,
+                forms_, connections_,         previews(), [] { return abilities(); }} {
   snapshot_.store().edit([](DockConfiguration& config) {
     config.profiles = {DockProfile::initial(), DockProfile::initial()};
     config.profiles[1].name = u"Work"_s;
@@ -105,6 +108,11 @@ QList<SnapshotWindow> SnapshotWindows::list() {
                  panel->resize(panel->sizeHint());
                  return shown(std::move(panel));
                }});
+  add(u"settings-connections-in-use"_s, [this] {
+    connectWidgets();
+    return settings(u"connections"_s);
+  });
+  add(u"editor-connection"_s, [this] { return connectionForm(); });
   return list;
 }
 
@@ -133,6 +141,22 @@ std::unique_ptr<QWidget> SnapshotWindows::library() {
 std::unique_ptr<QWidget> SnapshotWindows::editor() {
   const DockConfiguration& config = std::as_const(snapshot_.store()).config();
   return shown(std::make_unique<EditorWindow>(snapshot_.store(), config.profiles[0].widgets[1].id, services_));
+}
+
+/// Not before the others are pictured, which show a dock without them.
+void SnapshotWindows::connectWidgets() {
+  snapshot_.store().edit(
+      [](DockConfiguration& config) { config.profiles[1].widgets = SnapshotConnections::widgets(); });
+}
+
+std::unique_ptr<QWidget> SnapshotWindows::connectionForm() {
+  connectWidgets();
+  auto window = shown(
+      std::make_unique<EditorWindow>(snapshot_.store(), SnapshotConnections::widgets().constFirst().id, services_));
+  for (auto* button : window->findChildren<QPushButton*>())
+    if (button->text() == LibraryWords::tr("Try It")) button->click();
+  QCoreApplication::processEvents();
+  return window;
 }
 
 std::unique_ptr<QWidget> SnapshotWindows::firstRun(int page) {

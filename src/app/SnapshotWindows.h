@@ -3,9 +3,9 @@
 #include <QTemporaryDir>
 #include <memory>
 
+#include "app/SnapshotConnections.h"
 #include "apps/InstalledApps.h"
 #include "commandbar/SettingsPlaces.h"
-#include "services/Connections.h"
 #include "store/UndoStack.h"
 #include "store/UndoableEdits.h"
 #include "views/snapshot/Snapshot.h"
@@ -32,6 +32,8 @@ class SnapshotWindows final {
   std::unique_ptr<QWidget> settings(const QString& section);
   std::unique_ptr<QWidget> library();
   std::unique_ptr<QWidget> editor();
+  void connectWidgets();
+  std::unique_ptr<QWidget> connectionForm();
   std::unique_ptr<QWidget> firstRun(int page);
 
   QTemporaryDir folder_;
@@ -43,7 +45,7 @@ class SnapshotWindows final {
   std::unique_ptr<OneScreen> screens_;
   std::unique_ptr<FreeKeys> keys_;
   WidgetEditor::Hooks forms_;
-  Connections connections_;
+  SnapshotConnections connections_;
   const WindowServices services_;
   std::unique_ptr<SettingsPlaces> places_;
 };
