@@ -557,13 +557,75 @@ TEST(Dropping, AWidgetThatIsHeldOpensAGapThatFollowsIt) {
   EXPECT_TRUE(view->rest());
   view->clearFocus();
   EXPECT_EQ(paintedBy(*view), paintedBy(*makeView(view->row())));
+}
 
-  // Where the dock cannot grow nothing moves, and a line says where it goes.
-  const auto full = makeView(starterRow());
-  const QRectF second = full->itemRect(1);
-  QDragEnterEvent over(second.center().toPoint(), kAll, &data, Qt::LeftButton, Qt::NoModifier);
-  QCoreApplication::sendEvent(full.get(), &over);
-  EXPECT_EQ(full->itemRect(1), second);
+TEST(Dropping, InADockThatCannotGrowTheGapOpensInTheRowThatScrolls) {
+  DockRow row;
+  for (int i = 0; i < 9; ++i) row.widgets << widget(u"cpu"_s);
+  row.widgets.prepend(widgetWith(u"appLauncher"_s, u"/a.desktop"_s));
+  for (const auto& path : {u"/b.desktop"_s, u"/c.desktop"_s}) row.widgets << widgetWith(u"appLauncher"_s, path);
+  const DockWidget held = widget(u"ram"_s);
+  QMimeData data;
+  data.setText(WidgetTransfer::encode(held));
+  const double step = Catalog::find(held.kind).width + row.spacing;
+  const struct {
+    const char* name;
+    double scroll;
+    qsizetype before;            ///< The item that it is held before.
+    double ends, first, second;  ///< How far these move: in steps, those of an end and those of the middle.
+  } cases[] = {
+      {"in the middle", 200, 5, 0, -0.5, 0.5},
+      {"at the beginning", 0, 1, 0, 0, 1},
+      {"at the end", 2000, 10, 0, -1, 0},
+      {"within an end", 200, 11, -1, 0, 0},
+  };
+  for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+    const int onwards = direction == Qt::LeftToRight ? 1 : -1;
+    for (const auto& each : cases) {
+      SCOPED_TRACE(each.name);
+      const auto view = makeView(row, 620);
+      view->setLayoutDirection(direction);
+      view->show();
+      wheel(*view, view->glassRect().center(), {0, static_cast<int>(each.scroll * -2)});
+      const auto lefts = [&] {
+        QList<double> found;
+        for (qsizetype item = 0; item < view->itemCount(); ++item) found << view->itemRect(item).left();
+        return found;
+      };
+      const QList<double> resting = lefts();
+      const QRectF next = view->itemRect(each.before);
+      const QPointF at(next.center().x() - onwards * 4, next.center().y());
+      QDragEnterEvent enter(at.toPoint(), kAll, &data, Qt::LeftButton, Qt::NoModifier);
+      QCoreApplication::sendEvent(view.get(), &enter);
+      const QList<double> parted = lefts();
+      for (qsizetype item = 0; item < parted.size(); ++item) {
+        const bool isEnd = item == 0 || item >= 10;
+        const double share =
+            isEnd ? (item > 0 && item < each.before ? each.ends : 0) : (item < each.before ? each.first : each.second);
+        EXPECT_NEAR(parted[item] - resting[item], share * step * onwards, 1) << item;
+      }
+      QDragLeaveEvent leave;
+      QCoreApplication::sendEvent(view.get(), &leave);
+      EXPECT_EQ(lefts(), resting);
+
+      QObject::connect(view.get(), &DockView::widgetTextDropped, [&](const QString&, qsizetype index) {
+        EXPECT_EQ(index, each.before);
+        DockRow taken = row;
+        taken.widgets.insert(index, held);
+        view->setRow(taken);
+      });
+      dropOn(*view, at, data);
+      QList<double> kept = lefts();
+      const double added = kept.takeAt(each.before);
+      // Within an end it parts the apps that stay there.
+      if (each.ends == 0) {
+        EXPECT_EQ(kept, parted) << "what made way stays there";
+      }
+      EXPECT_GT(added, view->glassRect().left());
+      EXPECT_LT(added + step - row.spacing, view->glassRect().right());
+      QCoreApplication::processEvents();
+    }
+  }
 }
 
 TEST(Wheel, CyclesWindowsOverApplicationsAndScrollsElsewhere) {

@@ -19,6 +19,13 @@ bool sameOrder(const QList<DockWidget>& a, const QList<DockWidget>& b) {
   return std::ranges::equal(a, b, {}, &DockWidget::id, &DockWidget::id);
 }
 
+/// The first widget of a row that another does not have.
+std::optional<qsizetype> firstNew(const QList<DockWidget>& row, const QList<DockWidget>& other) {
+  const auto isNew = [&other](const QUuid& id) { return std::ranges::find(other, id, &DockWidget::id) == other.end(); };
+  const auto found = std::ranges::find_if(row, isNew, &DockWidget::id);
+  return found == row.end() ? std::nullopt : std::optional<qsizetype>(found - row.begin());
+}
+
 /// Whether two rows have no tile in common, as those of two profiles.
 bool areStrangers(const QList<DockWidget>& a, const QList<DockWidget>& b) {
   if (a.isEmpty() && b.isEmpty()) return false;
@@ -36,6 +43,7 @@ DockView::DockView(Scheduler& scheduler, QWidget* parent)
       scroll_(tiles_, animator_,
               [this] {
                 relayout();
+                drop_.follow();
                 if (drag_.isActive()) dragTo(drag_.pointer());
               }),
       drag_(tiles_.row(), tiles_.layout(), animator_, scroll_.edges(),
@@ -139,7 +147,14 @@ void DockView::setRow(const DockRow& row) {
   const bool switches = row.activeTab != before.activeTab && row.tabs == before.tabs && tiles_.count() > 0;
   if (switches && isVisible()) tabs_.beginSlide(painter_.pictureOfRow(), tabs_.isForward(row));
   const auto lefts = drag_.visibleLefts();
+  const bool isOneMore = row.widgets.size() == before.widgets.size() + 1;
+  const std::optional<qsizetype> arrived = wider_ && isOneMore ? firstNew(row.widgets, before.widgets) : std::nullopt;
   applyRow(row);
+  if (arrived) {
+    // A widget that was let go stays where space was made for it.
+    scroll_.by(guestScroll_ - scroll_.position());
+    scroll_.reveal(tiles_.layout().itemOf(RowItem::Kind::Widget, *arrived));
+  }
   drag_.carryOn(lefts);
   if (drag_.isActive()) dragTo(drag_.pointer());
   rehover();
@@ -211,6 +226,7 @@ void DockView::takeGuest() {
   const auto lefts = row().reduceMotion ? QHash<QString, double>() : drag_.lefts();
   guest_ = guest;
   const bool hadGap = !tiles_.layout().gap.isEmpty();
+  if (hadGap) guestScroll_ = tiles_.layout().scroll;
   relayout();
   if (hadGap || !tiles_.layout().gap.isEmpty()) drag_.carryOn(lefts);
   // A drop brings another row first, which may need the width.

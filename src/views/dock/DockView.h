@@ -262,6 +262,7 @@ class DockView : public QWidget {
   bool wasCarried_ = false;
   std::optional<RowGuest> guest_;    ///< That the row makes space for.
   std::optional<DockWidget> wider_;  ///< What the dock is to be wide enough for, a moment longer than it is a guest.
+  double guestScroll_ = 0;           ///< How far the row was scrolled for it.
 
   // What there is and how it moves. Those below read what is above them.
   RowTiles tiles_;

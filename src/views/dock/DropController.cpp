@@ -32,6 +32,7 @@ bool DropController::hold(QDropEvent& event) {
   }
   Hover hover = hover_.value_or(Hover{});
   hover.isWidget = widget;
+  hover.x = event.position().x();
   findTaker(hover, event);
   const bool isFirst = !hover_;
   if (isFirst && widget) hover.widget = widgetIn(mime);
@@ -52,7 +53,7 @@ void DropController::findTaker(Hover& hover, const QDropEvent& event) const {
   using Taker = DropRules::Taker;
   hover.item = -1;
   hover.taker = Taker::None;
-  hover.index = tiles_.layout().widgetsBefore(event.position().x());
+  hover.index = tiles_.layout().widgetsBefore(hover.x);
   const qsizetype under = tiles_.layout().itemUnder(event.position(), tiles_.row().scale).value_or(-1);
   const DockWidget* tile = tiles_.widgetOf(under);
   if (hover.isWidget || (!tile && !tiles_.appOf(under))) return;
@@ -84,6 +85,13 @@ DockFileDrop DropController::filesOf(const QDropEvent& event) const {
   files.index = hover_->index;
   files.action = event.dropAction();
   return files;
+}
+
+/// What would take a file is found with its next move.
+void DropController::follow() {
+  if (!hover_ || !hover_->isWidget) return;
+  const qsizetype index = tiles_.layout().widgetsBefore(hover_->x);
+  if (std::exchange(hover_->index, index) != index) Q_EMIT changed();
 }
 
 void DropController::letGo() {

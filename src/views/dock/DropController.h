@@ -27,6 +27,8 @@ class DropController final : public QObject {
   bool hold(QDropEvent& event);
   /// What is held was let go here.
   void drop(QDropEvent& event);
+  /// The row scrolled on under what is held.
+  void follow();
   /// What is held has gone, or may be held here no longer.
   void letGo();
 
@@ -54,6 +56,7 @@ class DropController final : public QObject {
  private:
   struct Hover {
     bool isWidget = false;
+    double x = 0;
     std::optional<DockWidget> widget{};
     qsizetype item = -1;  ///< That would take it; -1 for none.
     DropRules::Taker taker = DropRules::Taker::None;

@@ -128,7 +128,7 @@ double placeBlocks(RowLayout& layout, const QList<RowBlock>& blocks, double x, d
 }
 
 /// A row that is wider than its glass: its ends where they always are, what lies between them as far as it is scrolled.
-void placeScrolled(RowLayout& layout, const QList<RowBlock>& blocks, const RowEnds& ends, double scroll, double top,
+void placeScrolled(RowLayout& layout, const QList<RowBlock>& blocks, const RowEnds& ends, double top,
                    const DockRow& row, const Grid& grid) {
   const double scale = row.scale;
   const double inset = theme::kInset * scale;
@@ -150,8 +150,8 @@ void placeScrolled(RowLayout& layout, const QList<RowBlock>& blocks, const RowEn
     layout.middle.setLeft(grid(x));
     x += spacing;
   }
-  placeBlocks(layout, blocks.mid(ends.leading, blocks.size() - ends.leading - ends.trailing), x - scroll, top, row,
-              grid);
+  placeBlocks(layout, blocks.mid(ends.leading, blocks.size() - ends.leading - ends.trailing), x - layout.scroll, top,
+              row, grid);
   if (!trailing.isEmpty()) {
     x = layout.glass.right() - inset - widthOf(trailing, row.spacing) * scale;
     layout.middle.setRight(std::max(layout.middle.left(), grid(x)));
@@ -159,9 +159,9 @@ void placeScrolled(RowLayout& layout, const QList<RowBlock>& blocks, const RowEn
   }
   QRectF arrow(layout.middle.left(), top, grid(theme::kEndFade * scale), grid(theme::kTileHeight * scale));
   if (arrow.width() * 2 > layout.middle.width()) return;
-  if (scroll > 0) layout.backArrow = arrow;
+  if (layout.scroll > 0) layout.backArrow = arrow;
   arrow.moveRight(layout.middle.right());
-  if (scroll < layout.overflow) layout.onArrow = arrow;
+  if (layout.scroll < layout.overflow) layout.onArrow = arrow;
 }
 
 }  // namespace
@@ -196,13 +196,30 @@ DockRow RowLayout::withGuest(const DockRow& row, const RowGuest& guest) {
   return whole;
 }
 
+/// How far a row that scrolls is scrolled for its guest, the widget of that index: what stands beside it makes way to
+/// both sides, as far as all of the guest is seen then.
+double RowLayout::scrollToGuest(const DockRow& whole, const QRectF& slot, double ratio, RowPose pose, qsizetype index) {
+  pose.mirrored = false;
+  const RowLayout layout = of(whole, slot, ratio, pose);
+  const RowItem& guest = layout.items[layout.itemOf(RowItem::Kind::Widget, index)];
+  if (guest.stays) return pose.scroll;
+  const double half = (guest.rect.width() + whole.spacing * whole.scale) / 2;
+  const double space = (theme::kInset + theme::kEndFade) * whole.scale;
+  const double beyondLeft = layout.middle.left() + space - (guest.rect.left() - half);
+  const double beyondRight = guest.rect.right() - half + space - layout.middle.right();
+  return pose.scroll + half + (beyondLeft > 0 ? -beyondLeft : std::max(0.0, beyondRight));
+}
+
 /// The row with the guest in it, and then without.
-std::optional<RowLayout> RowLayout::aroundGuest(const DockRow& row, const QRectF& slot, double ratio, RowPose pose) {
+RowLayout RowLayout::aroundGuest(const DockRow& row, const QRectF& slot, double ratio, RowPose pose) {
   const RowGuest guest = *std::exchange(pose.guest, std::nullopt);
   const DockRow whole = withGuest(row, guest);
-  if (row.widgets.isEmpty() || idealWidth(whole) > slot.width()) return std::nullopt;
-  RowLayout layout = of(whole, slot, ratio, pose);
   const qsizetype index = std::clamp<qsizetype>(guest.index, 0, row.widgets.size());
+  if (idealRowWidth(rowBlocks(whole), whole) > slot.width()) {
+    pose.held = guest.widget.id;
+    pose.scroll = scrollToGuest(whole, slot, ratio, pose, index);
+  }
+  RowLayout layout = of(whole, slot, ratio, pose);
   const qsizetype item = layout.itemOf(RowItem::Kind::Widget, index);
   layout.gap = layout.items.takeAt(item).rect;
   for (RowItem& other : layout.items)
@@ -211,9 +228,7 @@ std::optional<RowLayout> RowLayout::aroundGuest(const DockRow& row, const QRectF
 }
 
 RowLayout RowLayout::of(const DockRow& row, const QRectF& slot, double ratio, const RowPose& pose) {
-  if (pose.guest) {
-    if (auto layout = aroundGuest(row, slot, ratio, pose)) return *std::move(layout);
-  }
+  if (pose.guest && !row.widgets.isEmpty()) return aroundGuest(row, slot, ratio, pose);
   const Grid grid{ratio};
   const double scale = row.scale;
   const double ideal = idealRowWidth(rowBlocks(row), row);
@@ -233,7 +248,8 @@ RowLayout RowLayout::of(const DockRow& row, const QRectF& slot, double ratio, co
     placeBlocks(layout, blocks, layout.glass.left() + free / 2, top, row, grid);
   } else {
     const RowEnds ends = rowEnds(blocks, row, layout.glass.width() / scale, pose.held);
-    placeScrolled(layout, blocks, ends, std::clamp(pose.scroll, 0.0, layout.overflow), top, row, grid);
+    layout.scroll = std::clamp(pose.scroll, 0.0, layout.overflow);
+    placeScrolled(layout, blocks, ends, top, row, grid);
   }
   if (pose.mirrored) layout.mirror();
   return layout;

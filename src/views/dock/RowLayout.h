@@ -36,7 +36,7 @@ struct RowPose {
   double tabs = 0;                  ///< How far the tabs have come out, from 0 to 1.
   bool mirrored = false;            ///< For people who read from the right: the row begins there.
   QUuid held{};                     ///< A widget on its way, which breaks no run of apps; null for none.
-  std::optional<RowGuest> guest{};  ///< Makes the others move aside, where there is space for it.
+  std::optional<RowGuest> guest{};  ///< Makes the others move aside.
 };
 
 /// Where everything of a dock is, in the units of its window. All edges lie on whole device pixels.
@@ -46,9 +46,10 @@ struct RowLayout {
   QRectF separator;      ///< The line between tiles and running applications; empty where there is none.
   bool separatorStays = false;  ///< With the running applications, at an end of a row that scrolls.
   QRectF invitation;    ///< To add widgets, where a row holds nothing but running applications; empty elsewhere.
-  QRectF gap;           ///< That is kept for a guest; empty where there is none, or no space for it.
+  QRectF gap;           ///< That is kept for a guest; empty where there is none, or nothing else in the row.
   QList<QRectF> tabs;   ///< None while they are in; one that there is no space for is empty.
   double overflow = 0;  ///< How far the row is wider than its glass; it scrolls that far.
+  double scroll = 0;    ///< How far it is scrolled.
   QRectF middle;        ///< What is seen of all that scrolls: the glass without the ends that stay.
   QRectF backArrow;     ///< Says that there is more towards the beginning, and goes there; empty where there is none.
   QRectF onArrow;       ///< The same towards the end.
@@ -90,7 +91,8 @@ struct RowLayout {
   double insertionX(qsizetype index, double spacing) const;
 
  private:
-  static std::optional<RowLayout> aroundGuest(const DockRow& row, const QRectF& slot, double ratio, RowPose pose);
+  static RowLayout aroundGuest(const DockRow& row, const QRectF& slot, double ratio, RowPose pose);
+  static double scrollToGuest(const DockRow& whole, const QRectF& slot, double ratio, RowPose pose, qsizetype index);
   void mirror();
   bool isInMiddle(QPointF point) const { return point.x() >= middle.left() && point.x() < middle.right(); }
   /// How far something lies along the row, for comparisons.
