@@ -921,9 +921,22 @@ TEST(Starting, PulsesForAWhileAndStopsByItself) {
   EXPECT_FALSE(view->isMoving()) << "not where motion is reduced";
   row.reduceMotion = false;
   view->setRow(row);
-  EXPECT_TRUE(view->rest());
+  view->beat(9.8);
+  EXPECT_TRUE(view->isMoving());
+  view->beat(0.4);
+  EXPECT_FALSE(view->isMoving());
   view->refresh(morning());
-  EXPECT_FALSE(view->isMoving()) << "it was seen for long enough";
+  EXPECT_FALSE(view->isMoving()) << "ten seconds are long enough";
+  // One that starts after another pulses as long as that did, and ends with its window.
+  row.runningApps[3].launching = true;
+  view->setRow(row);
+  row.runningApps[2].launching = false;
+  view->setRow(row);
+  view->beat(9.8);
+  EXPECT_TRUE(view->isMoving());
+  row.runningApps[3].launching = false;
+  view->setRow(row);
+  EXPECT_FALSE(view->isMoving());
 }
 
 TEST(UndoBubbles, LiveForEightSecondsOfNobodyPointing) {

@@ -167,13 +167,15 @@ void ItemPainter::comeToRest() {
 }
 
 void ItemPainter::followLaunches() {
-  bool isLaunching = false;
-  for (qsizetype item = 0; item < state_.tiles.count() && !isLaunching; ++item)
-    isLaunching = state_.tiles.isLaunching(item);
-  if (!isLaunching)
-    launches_.stop();
-  else if (!state_.tiles.row().reduceMotion && state_.tiles.surface().isVisible())
-    launches_.start();
+  QSet<QString> launching;
+  for (qsizetype item = 0; item < state_.tiles.count(); ++item)
+    if (state_.tiles.isLaunching(item)) launching.insert(state_.tiles.keyOf(item));
+  // Another one is seen for as long as the first.
+  const bool isMore = !launching_.contains(launching);
+  launching_ = launching;
+  if (launching.isEmpty() || isMore) launches_.stop();
+  if (launching.isEmpty()) return;
+  if (!state_.tiles.row().reduceMotion && state_.tiles.surface().isVisible()) launches_.start();
 }
 
 }  // namespace tarnwick

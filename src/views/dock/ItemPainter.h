@@ -78,6 +78,7 @@ class ItemPainter final {
   TilePictures pictures_;  ///< What items are drawn with until rest_ has run off.
   Fade rest_;              ///< From each frame in which something moves.
   Pulse launches_;
+  QSet<QString> launching_;  ///< The items that it shows, by their keys.
 };
 
 }  // namespace tarnwick
