@@ -17,6 +17,7 @@ AppKeys::AppKeys(AppStore& store, HotKeys& keys, const Commands& commands)
     if (identifier != HotKeyTable::kFocus && identifier < HotKeyTable::kFirstApp) sayKeyIsTaken();
     Q_EMIT changed();
   });
+  connect(&keys, &HotKeys::answered, this, &AppKeys::changed);
   connect(&store, &AppStore::layoutChanged, this, &AppKeys::follow);
 }
 

@@ -35,6 +35,8 @@ class AppKeys final : public QObject, public KeyRecorder {
   bool holds(const HotKeyRequest& request) const override;
   /// Whether a program can have keys on this desktop at all.
   Capability capability() const { return keys_.capability(); }
+  /// Whether that is the desktop's answer yet (see HotKeys).
+  bool hasAnswered() const { return keys_.hasAnswered(); }
   /// Whether it may take keys that the user did not choose (see HotKeys).
   Capability unasked() const { return keys_.unasked(); }
   /// Which apps of the dock have keys that are ours now, counted from 0.
@@ -45,7 +47,7 @@ class AppKeys final : public QObject, public KeyRecorder {
  Q_SIGNALS:
   /// `identifier` as HotKeyTable has them.
   void pressed(quint32 identifier);
-  /// apps() may be others.
+  /// apps() may be others, or what the desktop says of keys.
   void changed();
 
  private:

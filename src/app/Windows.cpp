@@ -48,6 +48,8 @@ Windows::Windows(const WindowsParts& parts, const Services& services)
                      }),
       places_(services.screens, [this](const Screen& screen) { return dockOn(screen); }) {
   connect(&services.motion, &MotionPreference::changed, this, &Windows::followMotion);
+  // Keys are asked for one by one, and what a page shows of them is read once all are.
+  connect(&parts.keys, &AppKeys::changed, this, &Windows::followKeys, Qt::QueuedConnection);
   connect(&dock(), &DockController::placed, &places_, &WindowPlaces::docksMoved);
   connect(&dock(), &DockController::goesAway, &places_, &WindowPlaces::docksMoved);
 }
@@ -59,6 +61,11 @@ void Windows::followMotion() {
   const bool reduces = services_.motion.reducesMotion();
   for (const QWidget* window : QApplication::topLevelWidgets())
     for (LayoutCard* card : window->findChildren<LayoutCard*>()) card->setReduceMotion(reduces);
+}
+
+void Windows::followKeys() {
+  if (settings_) settings_->followKeys();
+  if (onboarding_) onboarding_->followKeys();
 }
 
 Windows::~Windows() {
@@ -126,14 +133,8 @@ WindowServices Windows::windowServices() {
   previews.icons = [this](const QString& icon, int size, double ratio) {
     return services_.icons.pixmap(icon, size, ratio);
   };
-  return {parts_.presenter.edits(),
-          parts_.commands,
-          services_.installedApps,
-          services_.screens,
-          forms_,
-          parts_.connections,
-          std::move(previews),
-          [this] { return abilities(); }};
+  return {parts_.presenter.edits(), parts_.commands,     services_.installedApps,       services_.screens, forms_,
+          parts_.connections,       std::move(previews), [this] { return abilities(); }};
 }
 
 void Windows::showLibrary(const QString& display, const QUuid& profile) {
@@ -207,6 +208,7 @@ DesktopAbilities Windows::abilities() const {
   found.workspaces = services_.windows.workspaces();
   found.frames = services_.windows.frames();
   found.keys = parts_.keys.capability();
+  found.keysAnswered = parts_.keys.hasAnswered();
   found.unaskedKeys = parts_.keys.unasked();
   found.appNumbers = services_.modifiers.capability();
   if (options.dockShortcutEnabled) found.dockKey = VirtualKeys::text(options.shortcutKey, options.shortcutModifiers);

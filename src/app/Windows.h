@@ -82,6 +82,7 @@ class Windows final : public QObject {
   void present(QPointer<Window>& window, const QString& name, const WindowPlaces::Request& request, const Make& make);
   void dress(AppWindow& window);
   void followMotion();
+  void followKeys();
   QRectF dockOn(const Screen& screen) const;
   void keepSetupPage(int page);
   WindowServices windowServices();

@@ -38,7 +38,11 @@ class HotKeys : public QObject {
   /// Whether a program can have keys here at all. It may turn out only some time after the first is asked for; then
   /// `lost` follows for each.
   virtual Capability capability() const { return Capability::yes(); }
+  /// Whether that, and what became of the keys that were asked for, is the desktop's answer. Until then nothing is to
+  /// be promised; `answered` follows.
+  virtual bool hasAnswered() const { return true; }
   /// Whether keys can be taken that the user did not choose. Where the user confirms each of them, they should not be.
+  /// As long as that is not known they cannot, without a reason.
   virtual Capability unasked() const { return capability(); }
   /// Binds the action `identifier` to a key. An identifier that is bound already is bound anew.
   virtual HotKeyBinding bind(quint32 identifier, const HotKeyRequest& request) = 0;
@@ -50,6 +54,8 @@ class HotKeys : public QObject {
   /// A key of ours is none any more: the keyboard's layout changed and it could not be taken under the new one, or the
   /// desktop gave it to nobody.
   void lost(quint32 identifier);
+  /// hasAnswered() or capability() is another.
+  void answered();
 };
 
 }  // namespace tarnwick

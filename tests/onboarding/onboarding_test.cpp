@@ -306,7 +306,13 @@ TEST_F(OnboardingTest, SaysWhatIsMissingAndWhyAlsoWhereTheDesktopAnswersLate) {
   abilities.keys = Capability::no(u"This desktop keeps its keys."_s);
   abilities.systemDock = Capability::no(u"No dock was found."_s);
   abilities.commandBarKey = QString();
+  abilities.keysAnswered = false;
   button(window, u"Continue"_s)->click();
+  EXPECT_TRUE(says(window, u"No dock was found."_s));
+  for (const QString& sentence : {u"This desktop keeps its keys."_s, u"hides and shows"_s, u"tarnwick --command-bar"_s})
+    EXPECT_FALSE(says(window, sentence)) << qPrintable(sentence);
+  abilities.keysAnswered = true;
+  window->followKeys();
   for (const QString& sentence :
        {u"This desktop keeps its keys."_s, u"No dock was found."_s, u"tarnwick --command-bar"_s})
     EXPECT_TRUE(says(window, sentence)) << qPrintable(sentence);

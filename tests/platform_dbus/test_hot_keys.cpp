@@ -104,6 +104,9 @@ TEST(PortalHotKeys, HaveWhatTheDesktopGrants) {
   EXPECT_TRUE(binding.bound);
   EXPECT_EQ(binding.text, u"Ctrl+Alt+Super+D"_s);
   keys.bind(kProfile, kThree);
+  QSignalSpy answered(&keys, &HotKeys::answered);
+  EXPECT_FALSE(keys.hasAnswered());
+  EXPECT_EQ(keys.unasked(), Capability::no({}));
 
   ASSERT_TRUE(portal.isAsked(u"CreateSession"_s));
   EXPECT_EQ(portal.registered, QStringList{u"com.example.Program"_s});
@@ -111,6 +114,8 @@ TEST(PortalHotKeys, HaveWhatTheDesktopGrants) {
   portal.respond(0, {{u"session_handle"_s, session}});
   ASSERT_TRUE(portal.isAsked(u"BindShortcuts"_s));
   ASSERT_EQ(portal.requests.size(), 2);
+  EXPECT_FALSE(keys.hasAnswered()) << "the user is still asked";
+  EXPECT_TRUE(answered.isEmpty());
   EXPECT_EQ(portal.requests[0].id, u"toggle"_s);
   EXPECT_EQ(portal.requests[0].facts,
             (QVariantMap{{u"description"_s, u"Show or hide"_s}, {u"preferred_trigger"_s, u"CTRL+ALT+LOGO+d"_s}}));
@@ -120,6 +125,8 @@ TEST(PortalHotKeys, HaveWhatTheDesktopGrants) {
   portal.respond(0, {{u"shortcuts"_s, QVariant::fromValue(granted)}});
   ASSERT_TRUE(waitFor([&] { return lost.size() == 1; }));
   EXPECT_EQ(lost[0][0], kProfile);
+  EXPECT_TRUE(keys.hasAnswered());
+  EXPECT_EQ(answered.size(), 1);
 
   portal.press(u"/somebody/else"_s, u"toggle"_s);
   portal.press(session, u"profile-3"_s);
@@ -131,6 +138,7 @@ TEST(PortalHotKeys, HaveWhatTheDesktopGrants) {
   // Another request is another session.
   keys.unbindAll();
   keys.bind(kProfile, kThree);
+  EXPECT_FALSE(keys.hasAnswered());
   ASSERT_TRUE(portal.isAsked(u"CreateSession"_s));
   EXPECT_EQ(portal.closed, QStringList{session});
 }
@@ -147,12 +155,14 @@ TEST(PortalHotKeys, NameTheOrderToBindWhereTheyAreRefused) {
     PortalHotKeys keys(bus.connection(), u"com.example.Program"_s, &action);
     QSignalSpy lost(&keys, &HotKeys::lost);
     keys.bind(kToggle, kD);
+    EXPECT_FALSE(keys.hasAnswered());
     if (portal) {
       ASSERT_TRUE(portal->isAsked(u"CreateSession"_s));
       portal->respond(1, {});
     }
     ASSERT_TRUE(waitFor([&] { return lost.size() == 1; }));
     EXPECT_FALSE(keys.capability());
+    EXPECT_TRUE(keys.hasAnswered());
     const HotKeyBinding binding = keys.bind(kToggle, kD);
     EXPECT_FALSE(binding.bound);
     EXPECT_EQ(

@@ -1,3 +1,4 @@
+#include <QLabel>
 #include <QTest>
 
 #include "desktop/VirtualKeys.h"
@@ -117,13 +118,33 @@ TEST_F(ShortcutsTest, ARowSaysWhetherItsKeyIsHad) {
   store().setError(u"Taken."_s);
   EXPECT_EQ(said(of("shortcuts", "Hide and Show Dock")),
             u"“Ctrl+Alt+Super+D” is used by another app. Choose a different shortcut."_s);
+  keys.lost.clear();
+  const auto promises = [&] {
+    for (const QLabel* each : window.findChildren<QLabel*>())
+      if (each->isVisible() && each->text().contains(u"Shortcuts work in every app."_s)) return true;
+    return false;
+  };
+  window.followKeys();
+  EXPECT_TRUE(promises());
+  // As long as the desktop has not answered, nothing is promised and nothing is missing.
   abilities.keys = Capability::no(u"No keys."_s);
-  store().setError({});
+  abilities.unaskedKeys = Capability::no({});
+  abilities.keysAnswered = false;
+  window.followKeys();
+  EXPECT_FALSE(promises());
+  EXPECT_TRUE(of("shortcuts", "Hide and Show Dock")->isEnabled());
+  EXPECT_EQ(said(of("shortcuts", "Hide and Show Dock")),
+            u"With Shift added, it moves the keyboard focus to the dock."_s);
+  abilities.keysAnswered = true;
+  abilities.unaskedKeys = abilities.keys;
+  window.followKeys();
+  EXPECT_FALSE(promises());
+  EXPECT_EQ(of("shortcuts", "Apps by number")->accessibleDescription(), u"No keys."_s);
   EXPECT_FALSE(of("commandBar", "Command Bar")->isChecked());
   EXPECT_FALSE(of("commandBar", "Command Bar")->isEnabled());
   EXPECT_EQ(said(of("commandBar", "Command Bar")), u"No keys."_s);
   abilities.keys = {};
-  store().setError(u"Again."_s);
+  window.followKeys();
   EXPECT_TRUE(of("commandBar", "Command Bar")->isChecked());
   EXPECT_TRUE(of("commandBar", "Command Bar")->isEnabled());
 }

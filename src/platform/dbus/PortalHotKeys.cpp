@@ -87,6 +87,7 @@ PortalHotKeys::PortalHotKeys(const QDBusConnection& session, const QString& appl
                  [this](const QDBusMessage& signal) { activated(signal); });
   // Without a bus there will never be an answer.
   if (!session.isConnected()) state_ = State::Refused;
+  hadAnswered_ = hasAnswered();
   connect(&portal_, &BusService::ownerChanged, this, &PortalHotKeys::ownerChanged);
 }
 
@@ -101,8 +102,18 @@ Capability PortalHotKeys::capability() const {
          "“tarnwick --toggle”."));
 }
 
+/// A portal that gives keys may still be asking the user about these.
+bool PortalHotKeys::hasAnswered() const {
+  return state_ == State::Refused || (state_ == State::Ready && !isSubmitting_ && requestPath_.isEmpty());
+}
+
+void PortalHotKeys::tellAnswered() {
+  if (const bool now = hasAnswered(); std::exchange(hadAnswered_, now) != now) Q_EMIT answered();
+}
+
 Capability PortalHotKeys::unasked() const {
   if (const Capability can = capability(); !can) return can;
+  if (state_ == State::Unknown) return Capability::no({});
   return Capability::no(tr("This desktop asks you to confirm each shortcut, so apps cannot be opened by number."));
 }
 
@@ -117,12 +128,14 @@ HotKeyBinding PortalHotKeys::bind(quint32 identifier, const HotKeyRequest& reque
   }
   requests_.insert(identifier, request);
   submitLater();
+  tellAnswered();
   return {.bound = true, .text = VirtualKeys::text(request.keyCode, request.modifiers), .reason = {}};
 }
 
 void PortalHotKeys::unbindAll() {
   requests_.clear();
   closeSession();
+  tellAnswered();
 }
 
 void PortalHotKeys::closeSession() {
@@ -142,6 +155,7 @@ void PortalHotKeys::ownerChanged() {
   sessionPath_.clear();
   if (!isFirst && !portal_.isRunning()) return;
   state_ = State::Unknown;
+  tellAnswered();
   // The portal knows programs by their desktop entry. Old ones look it up themselves, and know nothing of this method.
   const int asked = ++questions_;
   ask(session_, question(kRegistry, u"Register"_s, {application_, QVariantMap()}), this, [](const QDBusMessage&) {});
@@ -151,6 +165,7 @@ void PortalHotKeys::ownerChanged() {
         if (reply.type() != QDBusMessage::ReplyMessage) return refuse();
         state_ = State::Ready;
         submitLater();
+        tellAnswered();
       });
 }
 
@@ -158,6 +173,7 @@ void PortalHotKeys::refuse() {
   state_ = State::Refused;
   closeSession();
   for (const quint32 identifier : std::exchange(requests_, {}).keys()) Q_EMIT lost(identifier);
+  tellAnswered();
 }
 
 // --- Binding --------------------------------------------------------------------------------------------------------
@@ -171,7 +187,7 @@ void PortalHotKeys::submitLater() {
 void PortalHotKeys::submit() {
   isSubmitting_ = false;
   closeSession();
-  if (state_ != State::Ready || requests_.isEmpty()) return;
+  if (state_ != State::Ready || requests_.isEmpty()) return tellAnswered();
   const QVariantMap options{{u"session_handle_token"_s, u"tarnwick%1"_s.arg(++count_)}};
   request(u"CreateSession"_s, {}, options, [this](const QVariantMap& results) {
     sessionPath_ = results.value(u"session_handle"_s).toString();
@@ -217,8 +233,9 @@ void PortalHotKeys::responded(const QDBusMessage& response) {
   requestPath_.clear();
   const QVariantList arguments = response.arguments();
   if (arguments.value(0).toUInt() != 0) return refuse();
-  const Handler answered = std::exchange(answered_, {});
-  answered(qdbus_cast<QVariantMap>(arguments.value(1)));
+  const Handler go = std::exchange(answered_, {});
+  go(qdbus_cast<QVariantMap>(arguments.value(1)));
+  tellAnswered();
 }
 
 void PortalHotKeys::activated(const QDBusMessage& signal) {

@@ -25,6 +25,7 @@ class PortalHotKeys final : public HotKeys {
   ~PortalHotKeys() override { closeSession(); }
 
   Capability capability() const override;
+  bool hasAnswered() const override;
   Capability unasked() const override;
   HotKeyBinding bind(quint32 identifier, const HotKeyRequest& request) override;
   void unbindAll() override;
@@ -39,6 +40,7 @@ class PortalHotKeys final : public HotKeys {
 
   void ownerChanged();
   void refuse();
+  void tellAnswered();
   void submitLater();
   void submit();
   void bindAll();
@@ -61,6 +63,7 @@ class PortalHotKeys final : public HotKeys {
   QString requestPath_;  ///< Of what was asked last; empty while nothing is.
   Handler answered_;
   int count_ = 0;
+  bool hadAnswered_ = false;
 };
 
 }  // namespace tarnwick

@@ -22,6 +22,7 @@ struct HelpWords {
 
 void addGlobalKeys(CardPage& page, const AppStore& store, const DesktopAbilities& abilities) {
   const DesktopOptions& options = store.config().desktopOptions();
+  if (!abilities.keysAnswered) return;
   Card* card = page.addCard(HelpWords::tr("Shortcuts that work in every app"));
   if (!abilities.keys) {
     card->addRow(HelpWords::tr("No shortcut"), nullptr, abilities.keys.reason);

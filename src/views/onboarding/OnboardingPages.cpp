@@ -219,6 +219,7 @@ Switch* makeSwitch(AppStore& store, const WindowServices& services, const QStrin
 }
 
 void addKeys(Card* card, const DesktopAbilities& abilities) {
+  if (!abilities.keysAnswered) return;
   const QString title = OnboardingWords::tr("Shortcuts");
   const QString why = abilities.dockKey.isEmpty()
                           ? OnboardingWords::tr("The dock’s shortcut is turned off.")
@@ -308,9 +309,10 @@ QWidget* makeDonePage(AppStore& store, const WindowServices& services) {
   const DesktopAbilities abilities = services.abilities();
   auto* card = new Card;
   const auto key = [](const QString& text) { return new KeyCaps(text); };
-  if (abilities.keys && !abilities.dockKey.isEmpty())
+  const bool hasKeys = abilities.keysAnswered && abilities.keys;
+  if (hasKeys && !abilities.dockKey.isEmpty())
     card->addRow(OnboardingWords::tr("Hide and show the dock"), key(abilities.dockKey));
-  if (abilities.commandBarKey && !abilities.commandBarKey->isEmpty())
+  if (hasKeys && abilities.commandBarKey && !abilities.commandBarKey->isEmpty())
     card->addRow(OnboardingWords::tr("Open the command bar"), key(*abilities.commandBarKey));
   card->addRow(OnboardingWords::tr("Open a widget"), nullptr,
                OnboardingWords::tr("Click it for its panel, right-click it for its menu, drag it to move it."));

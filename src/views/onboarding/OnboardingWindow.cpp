@@ -131,8 +131,18 @@ QWidget* OnboardingWindow::makePage(int page) {
   }
 }
 
+OnboardingWindow::Keys OnboardingWindow::keysNow() const {
+  const DesktopAbilities now = services_.abilities();
+  return {now.keysAnswered, now.keys.available, now.commandBarKey};
+}
+
+void OnboardingWindow::followKeys() {
+  if (page() > kLayoutPage && keysNow() != keys_) turnTo(page());
+}
+
 void OnboardingWindow::turnTo(int page) {
   if (page < 0 || page >= kPages) return;
+  keys_ = keysNow();
   // Made when it is turned to: at the start, when this window opens, parts of the desktop have not answered yet.
   QWidget* made = makePage(page);
   static_cast<ScrollArea*>(pages_->widget(page))->setWidget(made);

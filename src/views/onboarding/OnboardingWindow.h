@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QAbstractSlider>
+#include <optional>
+#include <tuple>
 
 #include "views/window/AppWindow.h"
 #include "views/window/WindowServices.h"
@@ -25,6 +27,8 @@ class OnboardingWindow final : public AppWindow {
   ~OnboardingWindow() override;
 
   int page() const;
+  /// Looks again at what the desktop says of keys, which it may only have said since the page was turned to.
+  void followKeys();
 
  Q_SIGNALS:
   void pageChanged(int page);
@@ -33,6 +37,10 @@ class OnboardingWindow final : public AppWindow {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  /// Whether the desktop has answered, whether there are any, and which opens the command bar.
+  using Keys = std::tuple<bool, bool, std::optional<QString>>;
+
+  Keys keysNow() const;
   void addPage();
   QWidget* makePage(int page);
   void turnTo(int page);
@@ -41,6 +49,7 @@ class OnboardingWindow final : public AppWindow {
 
   AppStore& store_;
   const WindowServices services_;
+  Keys keys_;  ///< What the page that is seen says of them.
   QStackedWidget* pages_;
   PageDots* dots_;
   Button* later_;

@@ -113,6 +113,10 @@ void SettingsWindow::showSection(const QString& section) {
 
 QString SettingsWindow::section() const { return side_->chosen(); }
 
+void SettingsWindow::followKeys() {
+  for (const auto& [section, page] : pages_) page->refresh();
+}
+
 SettingsPage* SettingsWindow::page(const QString& section) {
   const auto made = pages_.find(section);
   if (made != pages_.end()) return made->second;

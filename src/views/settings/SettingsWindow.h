@@ -30,6 +30,8 @@ class SettingsWindow final : public AppWindow {
   /// Shows one; an unknown name changes nothing.
   void showSection(const QString& section);
   QString section() const;
+  /// Looks again at what the desktop says of keys.
+  void followKeys();
 
  protected:
   void showEvent(QShowEvent* event) override;

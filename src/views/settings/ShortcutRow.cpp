@@ -183,8 +183,8 @@ FormRow* addShortcutRow(SettingsPage& page, Card& card, const SettingsServices& 
   QObject::connect(&page.store(), &AppStore::errorChanged, &page, &SettingsPage::refresh);
   page.follow([field, enabled, row, shortcut, words, &services](const DockConfiguration& config) {
     const DesktopOptions& options = config.desktopOptions();
-    const Capability keys = services.abilities().keys;
-    const QString missing = keys ? QString() : keys.reason;
+    const DesktopAbilities abilities = services.abilities();
+    const QString missing = abilities.keysAnswered && !abilities.keys ? abilities.keys.reason : QString();
     row->setUnavailable(missing);
     enabled->setChecked(missing.isEmpty() && options.*words.enabled);
     field->setKey(keyOf(options, words));

@@ -26,15 +26,19 @@ SettingsPage* makeShortcutsPage(AppStore& store, const SettingsServices& service
                                   {QT_TRANSLATE_NOOP("Settings", "Apps by number"), kAppsHelp,
                                    QT_TRANSLATE_NOOP("Settings", "super windows key digits launch")},
                                   settingField(&DeskOptions::appKeys));
-  const DesktopAbilities abilities = services.abilities();
-  const QString numbers = abilities.appNumbers ? SettingsWords::tr("Hold Super for a moment to see the apps’ numbers.")
-                                               : abilities.appNumbers.reason;
-  apps->setHelp(settingsText(kAppsHelp) + u' ' + numbers);
-  if (!abilities.unaskedKeys) apps->setUnavailable(abilities.unaskedKeys.reason);
   auto* note =
       makeSentence(SettingsWords::tr("Click a shortcut, then press the new keys. Shortcuts work in every app."),
                    TextStyle::Caption, Tone::Secondary);
   page->addWidget(note);
+  page->follow([apps, note, &services](const DockConfiguration&) {
+    const DesktopAbilities abilities = services.abilities();
+    const QString numbers = abilities.appNumbers
+                                ? SettingsWords::tr("Hold Super for a moment to see the apps’ numbers.")
+                                : abilities.appNumbers.reason;
+    apps->setHelp(settingsText(kAppsHelp) + u' ' + numbers);
+    apps->setUnavailable(abilities.unaskedKeys.reason);
+    note->setVisible(abilities.keysAnswered && abilities.keys);
+  });
   return page;
 }
 

@@ -21,6 +21,8 @@ struct DesktopAbilities {
   /// Whether the desktop tells where windows are.
   Capability frames;
   Capability keys;
+  /// Whether that is the desktop's answer yet. Until then no key is promised, and none is said to be missing.
+  bool keysAnswered = true;
   /// Whether the program may take keys that nobody chose.
   Capability unaskedKeys;
   /// Whether apps can show the numbers of their keys.
