@@ -107,6 +107,7 @@ void DockPresenter::connectDocks() {
     panels_.closeOn(display);
   });
   connect(&calls_, &AttentionCalls::called, &dock_, &DockController::peep);
+  connect(&panels_, &PanelHost::filesDropped, &drops_, &DockDrops::dropInto);
   connect(&panels_, &PanelHost::openChanged, this, [this](const QString& display, const QUuid& widget) {
     markOpen(display, widget);
     dock_.checkEdge();

@@ -7,7 +7,9 @@
 #include "desktop/FrameClock.h"
 #include "desktop/MotionPreference.h"
 #include "store/AppStore.h"
+#include "store/DockDrops.h"
 #include "views/families/Rooms.h"
+#include "views/panels/FileDropZone.h"
 #include "views/panels/PanelPresentation.h"
 #include "views/panels/TilePanel.h"
 #include "views/theme/DesktopLook.h"
@@ -79,6 +81,13 @@ std::unique_ptr<TilePanel> PanelHost::makeTilePanel() {
   applyLook();
   panel->start();
   connect(panel.get(), &TilePanel::closeRequested, this, [this, id = widget_] { drafts_.forget(id); });
+  if (const auto* zone = panel->findChild<FileDropZone*>()) {
+    const auto drop = [this, display = display_](const QString& folder, const QList<QUrl>& urls,
+                                                 Qt::DropAction action) {
+      Q_EMIT filesDropped(folder, {.display = display, .urls = urls, .action = action});
+    };
+    connect(zone, &FileDropZone::dropped, this, drop);
+  }
   // The panel stays alive until the event that closes it is over.
   connect(panel.get(), &TilePanel::closeRequested, this, &PanelHost::close, Qt::QueuedConnection);
   return panel;

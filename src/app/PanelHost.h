@@ -17,6 +17,7 @@ namespace tarnwick {
 
 class PanelPresentation;
 class TilePanel;
+struct DockFileDrop;
 
 /// What a host needs from the owner of the docks.
 struct PanelHostSetup {
@@ -68,6 +69,8 @@ class PanelHost final : public QObject {
   void openChanged(const QString& display, const QUuid& widget);
   /// outline() is another one.
   void outlineChanged();
+  /// Files were dropped on the panel of a display's dock, into a folder that it shows.
+  void filesDropped(const QString& folder, const DockFileDrop& drop);
 
  private:
   std::unique_ptr<TilePanel> makeTilePanel();

@@ -74,6 +74,14 @@ void DockDrops::routeDroppedFiles(const DockFileDrop& drop) {
   services_.files.look(paths, this, [this, drop](const Kinds& kinds) { apply(drop, kinds); });
 }
 
+void DockDrops::dropInto(const QString& folder, const DockFileDrop& drop) {
+  if (drop.urls.isEmpty()) return;
+  if (localPaths(drop.urls).isEmpty()) return sayOnlyLocal();
+  services_.files.look({folder}, this, [this, folder, drop](const Kinds& kinds) {
+    kinds.value(folder, Files::Kind::Missing) == Files::Kind::Folder ? bringInto(folder, drop) : sayMissing(folder);
+  });
+}
+
 void DockDrops::apply(const DockFileDrop& drop, const Kinds& kinds) {
   const QList<DockWidget> shown = store_.displayedWidgets(drop.display);
   const DockWidget* tile = tileIn(shown, drop.widget);
@@ -83,7 +91,7 @@ void DockDrops::apply(const DockFileDrop& drop, const Kinds& kinds) {
   const bool allEntries = paths.size() == drop.urls.size() && std::ranges::all_of(paths, &PinnedTiles::isDesktopEntry);
   if (!allEntries && openInApplication(drop, tile)) return;
   if (paths.isEmpty()) {
-    store_.setError(tr("Only files on this computer can be dropped here."));
+    sayOnlyLocal();
   } else {
     makeTiles(drop, kinds);
   }
@@ -104,7 +112,7 @@ bool DockDrops::applyToTile(const DockFileDrop& drop, const DockWidget& tile, co
       target.kind != DropRouting::Target::Kind::None || takes == TileTakes::Trash || takes == TileTakes::Shelf;
   if (!takesFiles) return false;
   if (paths.isEmpty()) {
-    store_.setError(tr("Only files on this computer can be dropped here."));
+    sayOnlyLocal();
   } else if (target.kind == DropRouting::Target::Kind::AirDrop) {
     if (!services_.nearby.send(drop.urls))
       store_.setError(tr("Files cannot be sent to nearby devices from this computer."));
@@ -179,6 +187,8 @@ void DockDrops::moveToTrash(const QStringList& paths, const QString& display) {
 }
 
 void DockDrops::sayMissing(const QString& path) { store_.setError(tr("“%1” no longer exists.").arg(nameOf(path))); }
+
+void DockDrops::sayOnlyLocal() { store_.setError(tr("Only files on this computer can be dropped here.")); }
 
 void DockDrops::shelve(const QStringList& paths, const Kinds& kinds, const QString& display) {
   QStringList shelf = store_.config().shelf;

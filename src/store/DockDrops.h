@@ -35,6 +35,8 @@ class DockDrops : public QObject {
 
   /// The caller, which shows the row, has found the tile.
   void routeDroppedFiles(const DockFileDrop& drop);
+  /// The same for a folder that was shown beside the dock; the drop names no tile.
+  void dropInto(const QString& folder, const DockFileDrop& drop);
   /// Moves files to the trash, as a step that can be taken back beside the dock of a display.
   void moveToTrash(const QStringList& paths, const QString& display);
   /// Takes a widget that travels as text.
@@ -49,6 +51,7 @@ class DockDrops : public QObject {
   void bringInto(const QString& folder, const DockFileDrop& drop);
   void shelve(const QStringList& paths, const Kinds& kinds, const QString& display);
   void sayMissing(const QString& path);
+  void sayOnlyLocal();
   void makeTiles(const DockFileDrop& drop, const Kinds& kinds);
   void offerUndo(const FilesOutcome& outcome, const UndoStack::Notice& notice);
   static QStringList localPaths(const QList<QUrl>& urls);

@@ -2,14 +2,20 @@
 
 #include <QAccessible>
 #include <QContextMenuEvent>
+#include <QDropEvent>
+#include <QFileInfo>
+#include <QMimeData>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include "OpenPanel.h"
 #include "base/DomainError.h"
+#include "support/TestScheduler.h"
 #include "views/controls/ConfirmBar.h"
 #include "views/controls/Fields.h"
 #include "views/controls/ItemView.h"
 #include "views/controls/Segments.h"
+#include "views/panels/FileDropZone.h"
 
 namespace tarnwick {
 namespace {
@@ -245,6 +251,109 @@ TEST(FolderPanel, IsLookedThroughInPlace) {
   actions->doAction(QAccessibleActionInterface::pressAction());
   QCoreApplication::processEvents();
   EXPECT_EQ(open.view().items().first().title, u"tiles.png"_s) << "the folder Travel was opened";
+}
+
+TEST(FolderPanel, TakesFilesIntoTheFolderThatTheyAreHeldOver) {
+  QTemporaryDir disk;
+  const QString root = disk.filePath(u"Shown"_s);
+  const QString travel = root + u"/Travel"_s;
+  ASSERT_TRUE(QDir().mkpath(travel));
+  SnapshotStore fixture;
+  test::RecordingCommands commands;
+  test::TestScheduler clock;
+  const PanelContext fixed = fixture.contextOf(u"folderLauncher"_s, commands);
+  fixture.store().edit(
+      [&](DockConfiguration& config) { DocumentEdits::find(config, fixed.widget)->options.insert(u"path"_s, root); });
+  PanelContext context{fixed.store, clock,         fixed.toggles,  fixed.commands, fixed.widget,
+                       u"L"_s,      fixed.sources, fixed.readings, nullptr};
+  const auto entry = [](const QString& path, bool isFolder) {
+    FolderEntry made;
+    made.path = path;
+    made.name = QFileInfo(path).fileName();
+    made.isFolder = isFolder;
+    return made;
+  };
+  context.readings.fixedFolder = [&](const FolderRequest& request) {
+    FolderContents contents;
+    if (request.folder == root) contents.entries = {entry(root + u"/old.txt"_s, false), entry(travel, true)};
+    contents.total = contents.entries.size();
+    return contents;
+  };
+  const std::unique_ptr<TilePanel> panel = test::shown(context);
+
+  QString asked;
+  QObject::connect(panel->findChild<FileDropZone*>(), &FileDropZone::dropped,
+                   [&](const QString& folder, const QList<QUrl>& urls, Qt::DropAction action) {
+                     asked = (action == Qt::CopyAction ? u"copy "_s : u"move "_s) + urls.first().toLocalFile() +
+                             u" into "_s + folder;
+                   });
+  const auto& view = *panel->findChild<ItemView*>();
+  const auto cell = [&](int row) {
+    return view.viewport()->mapTo(panel.get(), view.visualRect(view.model()->index(row, 0)).center());
+  };
+  const auto into = [](const QString& folder) { return u" into "_s + folder; };
+  const QString file = disk.filePath(u"new.txt"_s);
+  for (const QString& path : {file, root + u"/old.txt"_s}) ASSERT_TRUE(QFile(path).open(QIODevice::WriteOnly));
+  const struct {
+    const char* name;
+    QPoint at;
+    QString url;
+    Qt::KeyboardModifiers keys;
+    QString asked;
+  } rows[] = {
+      {"beside the files", panel->rect().center(), file, {}, u"move "_s + file + into(root)},
+      {"over a file", cell(0), file, {}, u"move "_s + file + into(root)},
+      {"over a folder", cell(1), file, {}, u"move "_s + file + into(travel)},
+      {"copied", cell(1), file, Qt::ControlModifier, u"copy "_s + file + into(travel)},
+      {"what is there already", cell(0), root + u"/old.txt"_s, {}, {}},
+      {"what is there already, further in",
+       cell(1),
+       root + u"/old.txt"_s,
+       {},
+       u"move "_s + root + u"/old.txt"_s + into(travel)},
+      {"a folder onto itself", cell(1), travel, {}, {}},
+      {"no file", cell(1), {}, {}, {}},
+  };
+  for (const auto& each : rows) {
+    SCOPED_TRACE(each.name);
+    QMimeData data;
+    data.setText(u"text"_s);
+    if (!each.url.isEmpty()) data.setUrls({QUrl::fromLocalFile(each.url)});
+    const Qt::DropActions all = Qt::CopyAction | Qt::MoveAction | Qt::LinkAction;
+    QDragEnterEvent enter(each.at, all, &data, Qt::LeftButton, each.keys);
+    QCoreApplication::sendEvent(panel.get(), &enter);
+    QDragMoveEvent move(each.at, all, &data, Qt::LeftButton, each.keys);
+    QCoreApplication::sendEvent(panel.get(), &move);
+    EXPECT_EQ(move.isAccepted(), !each.asked.isEmpty());
+    QDropEvent drop(each.at, all, &data, Qt::LeftButton, each.keys);
+    QCoreApplication::sendEvent(panel.get(), &drop);
+    EXPECT_EQ(std::exchange(asked, {}).toStdString(), each.asked.toStdString());
+  }
+
+  // Held over a folder long enough it opens, and over the arrow the one above again.
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile(file)});
+  const auto hold = [&](QPoint at) {
+    QDragEnterEvent enter(at, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(panel.get(), &enter);
+  };
+  const QList<IconButton*> buttons = panel->findChildren<IconButton*>();
+  const auto named = std::ranges::find(buttons, u"Back"_s, &IconButton::label);
+  ASSERT_NE(named, buttons.end());
+  const IconButton* back = *named;
+  hold(cell(1));
+  clock.advance(0.7);
+  hold(cell(0));
+  clock.advance(2);
+  EXPECT_FALSE(back->isVisible()) << "a file that goes on opens nothing";
+  hold(cell(1));
+  clock.advance(0.9);
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(back->isVisible());
+  hold(back->mapTo(panel.get(), back->rect().center()));
+  clock.advance(0.9);
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(back->isVisible());
 }
 
 TEST(FolderPanel, SaysWhatIsWrongWithAFolder) {

@@ -219,6 +219,46 @@ TEST_F(DropsTest, EachTileTakesFilesInItsOwnWay) {
   EXPECT_EQ(undo.size(), 1) << "what was done can be taken back nevertheless";
 }
 
+TEST_F(DropsTest, AFolderThatIsShownTakesFilesAsItsTileDoes) {
+  files.missing = {u"/goned"_s};
+  const struct {
+    const char* name;
+    QString folder;
+    QStringList urls;
+    Qt::DropAction action;
+    QString sentence, error;
+    QStringList back;
+  } rows[] = {
+      {"moved", u"/old"_s, {u"file:///a"_s}, Qt::MoveAction, u"“a” was moved to “old”."_s, {}, {u"/a"_s}},
+      {"copied, several",
+       u"/old"_s,
+       {u"file:///a"_s, u"file:///b"_s},
+       Qt::CopyAction,
+       u"2 items were copied to “old”."_s,
+       {},
+       {u"/a"_s, u"/b"_s}},
+      {"a folder that is gone", u"/goned"_s, {u"file:///a"_s}, Qt::MoveAction, {}, u"“goned” no longer exists."_s, {}},
+      {"an address",
+       u"/old"_s,
+       {u"https://example.org/"_s},
+       Qt::CopyAction,
+       {},
+       u"Only files on this computer can be dropped here."_s,
+       {}},
+  };
+  for (const auto& each : rows) {
+    SCOPED_TRACE(each.name);
+    undo.clear();
+    files.takenBack.clear();
+    store.clearError();
+    drops.dropInto(each.folder, {.display = u"L"_s, .urls = QUrl::fromStringList(each.urls), .action = each.action});
+    EXPECT_EQ(sentence(), each.sentence);
+    EXPECT_EQ(store.error(), each.error);
+    undo.undo();
+    EXPECT_EQ(files.takenBack, each.back);
+  }
+}
+
 TEST_F(DropsTest, DevicesNearbyAreSentWhatTheirTileTakes) {
   const DockWidget airdrop = tile(u"airdrop"_s);
   show({airdrop});

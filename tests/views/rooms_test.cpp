@@ -5,9 +5,9 @@
 #include <algorithm>
 
 #include "DockFixture.h"
-#include "views/dock/DropRules.h"
 #include "views/families/Rooms.h"
 #include "views/tiles/GenericTile.h"
+#include "widgets/DropRules.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/Options.h"
 

@@ -6,9 +6,9 @@
 
 #include "base/Scheduler.h"
 #include "store/DockDrops.h"
-#include "views/dock/DropRules.h"
 #include "views/dock/EdgeScroll.h"
 #include "views/dock/RowTiles.h"
+#include "widgets/DropRules.h"
 
 class QDropEvent;
 

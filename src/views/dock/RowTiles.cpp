@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "views/dock/DropRules.h"
 #include "views/families/Rooms.h"
+#include "widgets/DropRules.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {

@@ -10,6 +10,7 @@
 #include "views/controls/ItemView.h"
 #include "views/controls/Segments.h"
 #include "views/families/files/FileItems.h"
+#include "views/panels/FileDropZone.h"
 #include "views/panels/PanelWords.h"
 #include "widgets/PinnedTiles.h"
 #include "widgets/WidgetFolder.h"
@@ -62,7 +63,7 @@ class FolderPanel final : public TilePanel {
     body().addWidget(view_);
     beginWith(*view_);  // An arrow key chooses a file, not the order.
     body().addWidget(rest_);
-    connect(back_, &QPushButton::clicked, this, [this] { go(QFileInfo(listing_.request().folder).path()); });
+    connect(back_, &QPushButton::clicked, this, [this] { go(above()); });
     connect(order_, &Segments::chosenChanged, this, [this](int chosen) {
       const QLatin1StringView word = kOrders[static_cast<size_t>(chosen)].word;
       changeSetting(option::sort, word.isEmpty() ? std::nullopt : std::optional(QString(word)));
@@ -70,6 +71,8 @@ class FolderPanel final : public TilePanel {
     });
     connect(view_, &ItemView::opened, this, &FolderPanel::open);
     connect(&listing_, &FolderListing::changed, this, &FolderPanel::refreshNow);
+    auto* drops = new FileDropZone(*this, [this](QPoint at) { return placeAt(at); });
+    connect(drops, &FileDropZone::openWanted, this, &FolderPanel::go);
     go(root());
   }
 
@@ -135,6 +138,25 @@ class FolderPanel final : public TilePanel {
     else
       listing_.show(request);
     refreshNow();
+  }
+
+  QString above() const { return QFileInfo(listing_.request().folder).path(); }
+
+  /// Files go into the folder that they are held over, and elsewhere into the one that is shown.
+  FileDropZone::Place placeAt(QPoint at) const {
+    const auto within = [this, at](const QWidget& part) {
+      return part.isVisible() && part.rect().contains(part.mapFrom(this, at));
+    };
+    if (within(*back_)) return {.opens = above()};
+    const QWidget& cells = *view_->viewport();
+    if (within(cells)) {
+      const QModelIndex under = view_->indexAt(cells.mapFrom(this, at));
+      const FolderEntry entry = items_.of(view_->items().value(under.row()).id);
+      const QRect cell = view_->visualRect(under) & cells.rect();
+      if (entry.isFolder) return {entry.path, cell.translated(cells.mapTo(this, QPoint())), entry.path};
+    }
+    constexpr int inset = theme::kPanelPadding / 2;
+    return {listing_.request().folder, pane().toRect().adjusted(inset, inset, -inset, -inset), {}};
   }
 
   void open(const QString& path) {

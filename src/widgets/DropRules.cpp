@@ -1,10 +1,13 @@
-#include "views/dock/DropRules.h"
+#include "widgets/DropRules.h"
 
 #include <sys/stat.h>
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QMimeData>
 #include <QStandardPaths>
+#include <algorithm>
 #include <initializer_list>
 #include <optional>
 
@@ -78,6 +81,14 @@ DropRules::Folder DropRules::lookAt(const QString& folder, const QList<QUrl>& ur
   if (!there || !S_ISDIR(there->st_mode)) return {};
   const auto from = urls.isEmpty() || !urls.first().isLocalFile() ? std::nullopt : factsOf(urls.first().toLocalFile());
   return {true, from && from->st_dev == there->st_dev};
+}
+
+bool DropRules::holdsAll(const QString& folder, const QList<QUrl>& urls) {
+  const QString clean = QDir::cleanPath(folder);
+  return std::ranges::all_of(urls, [&clean](const QUrl& url) {
+    const QString path = QDir::cleanPath(url.toLocalFile());
+    return url.isLocalFile() && (path == clean || QFileInfo(path).path() == clean);
+  });
 }
 
 }  // namespace tarnwick

@@ -11,7 +11,7 @@ class QMimeData;
 
 namespace tarnwick {
 
-/// What a dock does with things that come from other programs.
+/// What docks and the panels of folders do with things that come from other programs.
 struct DropRules {
   using Taker = TileTakes;
 
@@ -35,6 +35,8 @@ struct DropRules {
   };
   /// Asks the file system about a folder that files are held over.
   static Folder lookAt(const QString& folder, const QList<QUrl>& urls);
+  /// Whether all of the files are in that folder already, or are that folder.
+  static bool holdsAll(const QString& folder, const QList<QUrl>& urls);
 };
 
 }  // namespace tarnwick
