@@ -49,9 +49,19 @@ DockCommands::DockCommands(AppStore& store, const Services& services, Commands& 
 /// Nothing is to be done about it, so it stays no longer than what is said of other things that were done.
 void DockCommands::tellFailure(const QString& sentence) {
   store_.setError(sentence);
-  message_ = store_.scheduler().after(UndoBubble::kLife, [this, sentence] {
-    if (store_.error() == sentence) store_.clearError();
+  passing_ = sentence;
+  endMessageLater();
+}
+
+void DockCommands::endMessageLater() {
+  message_ = store_.scheduler().after(UndoBubble::kLife, [this] {
+    if (store_.error() == passing_) store_.clearError();
   });
+}
+
+void DockCommands::holdMessage(bool held) {
+  if (passing_.isEmpty() || store_.error() != passing_) return;
+  held ? message_.reset() : endMessageLater();
 }
 
 // --- Tiles ----------------------------------------------------------------------------------------------------------

@@ -50,6 +50,9 @@ class DockCommands : public QObject {
   void quit(quint64 application);
   void startAction(const QString& entryPath, const QString& action);
 
+  /// Whether somebody points at the message that says that something could not be opened, which then stays.
+  void holdMessage(bool held);
+
   /// Empties it once the user has confirmed that.
   void askToEmptyTrash();
 
@@ -82,6 +85,7 @@ class DockCommands : public QObject {
   void turnTo(const QString& display, quint64 application);
   bool openPlace(const QString& display, const DockWidget& widget);
   void tellFailure(const QString& sentence);
+  void endMessageLater();
   void launchBegan(const QString& entryPath);
   void runningChanged();
   void sendTileRects();
@@ -89,7 +93,8 @@ class DockCommands : public QObject {
   AppStore& store_;
   const Services& services_;
   Commands& commands_;
-  JobHandle message_;  ///< The end of a message about something that could not be opened.
+  QString passing_;    ///< The last message about something that could not be opened.
+  JobHandle message_;  ///< Its end.
   std::map<QString, Launch> launching_;
   std::map<QString, QHash<quint64, QRectF>> tiles_;
   QHash<quint64, QRectF> sent_;           ///< By window.

@@ -116,6 +116,7 @@ void DockPresenter::connectDocks() {
 
 void DockPresenter::show() {
   message_ = std::make_unique<MessageLine>(DockBubbleParts{store_, services_, dock_, panels_}, commands_);
+  connect(message_.get(), &MessageLine::pointed, &tiles_, &DockCommands::holdMessage);
   connect(message_.get(), &MessageLine::changed, this, [this] {
     tips_.close();
     if (bubble_) bubble_->arrange();

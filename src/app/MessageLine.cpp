@@ -36,6 +36,9 @@ std::unique_ptr<MessageBubble> MessageLine::make() {
         bubble.get(), &MessageBubble::actionRequested, this, [this] { commands_.openKeptSettings(); },
         Qt::QueuedConnection);
   }
+  connect(bubble.get(), &MessageBubble::pointed, this, &MessageLine::pointed);
+  // One that goes under the pointer does not tell that this left it.
+  connect(bubble.get(), &QObject::destroyed, this, [this] { Q_EMIT pointed(false); });
   // The click that dismisses comes from inside the bubble, so the bubble must outlive the click.
   connect(
       bubble.get(), &MessageBubble::dismissed, this, [this] { parts_.store.clearError(); }, Qt::QueuedConnection);

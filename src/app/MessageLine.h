@@ -27,6 +27,8 @@ class MessageLine : public QObject {
  Q_SIGNALS:
   /// height() changed.
   void changed();
+  /// The pointer came over the bubble, or left.
+  void pointed(bool isOver);
 
  private:
   std::unique_ptr<MessageBubble> make();

@@ -92,6 +92,41 @@ class CommandsTest : public AppsTest {
   std::unique_ptr<DockMenus> menus;
 };
 
+TEST_F(CommandsTest, WhatCouldNotBeOpenedIsSaidForEightSecondsOfNobodyPointing) {
+  const QString says = u"No installed app opens “x”."_s;
+  const struct {
+    const char* name;
+    QList<std::pair<double, std::function<void()>>> then;  ///< So many seconds after what was before.
+    double rest;
+    bool stays;
+  } rows[] = {
+      {"not yet", {}, 7.9, true},
+      {"eight seconds", {}, 8.1, false},
+      {"said again", {{7, [&] { Q_EMIT desktop->opener.failed(says); }}}, 7.9, true},
+      {"pointed at", {{7, [&] { tiles->holdMessage(true); }}}, 60, true},
+      {"pointed at before",
+       {{7, [&] { tiles->holdMessage(true); }}, {20, [&] { tiles->holdMessage(false); }}},
+       7.9,
+       true},
+      {"long before", {{7, [&] { tiles->holdMessage(true); }}, {20, [&] { tiles->holdMessage(false); }}}, 8.1, false},
+  };
+  for (const auto& each : rows) {
+    SCOPED_TRACE(each.name);
+    Q_EMIT desktop->opener.failed(says);
+    for (const auto& [seconds, what] : each.then) {
+      scheduler.advance(seconds);
+      what();
+    }
+    scheduler.advance(each.rest);
+    EXPECT_EQ(store->error(), each.stays ? says : QString());
+  }
+  // One that stays is not this one.
+  store->setError(u"The disk is full."_s);
+  tiles->holdMessage(false);
+  scheduler.advance(60);
+  EXPECT_FALSE(store->error().isEmpty());
+}
+
 TEST_F(CommandsTest, AClickStartsBringsForwardAndMinimises) {
   click(0);
   EXPECT_EQ(ran(), u"--start"_s);

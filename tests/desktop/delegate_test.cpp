@@ -24,6 +24,7 @@
 #include "support/TestScheduler.h"
 #include "views/commandbar/CommandBarPane.h"
 #include "views/dock/LiveDock.h"
+#include "views/dock/UndoBubble.h"
 #include "views/settings/SettingsWindow.h"
 #include "views/theme/DesktopLook.h"
 
@@ -228,6 +229,26 @@ TEST_F(DelegateTest, AMessageStandsAboveTheDockUntilItIsDismissed) {
   store().setError(u"Settings could not be saved: The disk is full."_s);
   EXPECT_TRUE(VirtualDisplay::waitUntil(bubble));
   store().clearError();
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return !bubble(); }));
+
+  // One that goes by itself stays while it is read.
+  const auto isPointedAt = [] {
+    for (QWidget* each : QApplication::allWidgets())
+      if (qobject_cast<MessageBubble*>(each) && each->isVisible()) return each->underMouse();
+    return false;
+  };
+  Q_EMIT adapters->services().opener.failed(u"No installed app opens “x”."_s);
+  ASSERT_TRUE(VirtualDisplay::waitUntil(bubble));
+  display.moveTo(QPoint(800, static_cast<int>(dock().top()) - 30));
+  ASSERT_TRUE(VirtualDisplay::waitUntil(isPointedAt));
+  time.advance(60);
+  EXPECT_FALSE(store().error().isEmpty());
+  display.moveTo(QPoint(800, 300));
+  ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return !isPointedAt(); }));
+  time.advance(UndoBubble::kLife - 0.1);
+  EXPECT_FALSE(store().error().isEmpty());
+  time.advance(0.2);
+  EXPECT_TRUE(store().error().isEmpty());
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return !bubble(); }));
 
   // A panel that opens in its place has it beside itself.

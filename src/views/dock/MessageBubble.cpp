@@ -164,7 +164,12 @@ void MessageBubble::mouseReleaseEvent(QMouseEvent* event) {
   if (meant == Button::Cross) Q_EMIT dismissed();
 }
 
-void MessageBubble::leaveEvent(QEvent*) { setButtons(Button::None, Button::None); }
+void MessageBubble::enterEvent(QEnterEvent*) { Q_EMIT pointed(true); }
+
+void MessageBubble::leaveEvent(QEvent*) {
+  setButtons(Button::None, Button::None);
+  Q_EMIT pointed(false);
+}
 
 void MessageBubble::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {

@@ -37,6 +37,8 @@ class MessageBubble : public QWidget {
  Q_SIGNALS:
   void dismissed();
   void actionRequested();
+  /// The pointer came over it, or left.
+  void pointed(bool isOver);
 
  protected:
   void showEvent(QShowEvent* event) override;
@@ -44,6 +46,7 @@ class MessageBubble : public QWidget {
   void mouseMoveEvent(QMouseEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
+  void enterEvent(QEnterEvent* event) override;
   void leaveEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 
