@@ -4,7 +4,9 @@
 
 #include "base/Cancelled.h"
 #include "base/DomainError.h"
+#include "services/ProviderData.h"
 #include "services/ServiceSession.h"
+#include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -19,6 +21,27 @@ bool KindPattern::matches(QStringView kind) const {
       break;
   }
   return kind == text;
+}
+
+QString ProviderRequest::option(QLatin1StringView key, const QString& otherwise) const {
+  const QString found = widget.options.value(key);
+  return found.isEmpty() ? otherwise : found;
+}
+
+ServiceCall ProviderRequest::call(const QString& path, const QMap<QString, QString>& query) const {
+  ServiceCall call;
+  call.url = ProviderData::url(option(tarnwick::option::endpoint) + path, query);
+  call.token = credential;
+  return call;
+}
+
+RemoteValue ProviderRequest::shown(const QString& value, const QString& subtitle) const {
+  RemoteValue shown;
+  shown.value = value;
+  shown.subtitle = subtitle;
+  shown.symbol = Catalog::find(widget.kind).symbol;
+  shown.updated = session->now();
+  return shown;
 }
 
 bool Provider::serves(QStringView kind) const {

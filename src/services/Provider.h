@@ -15,6 +15,7 @@
 namespace tarnwick {
 
 class ServiceSession;
+struct ServiceCall;
 
 /// Which kinds of widgets a provider serves.
 struct KindPattern {
@@ -70,10 +71,15 @@ struct ProviderRequest {
   QString credential;  ///< Empty where none is kept and none is needed.
   std::shared_ptr<ServiceSession> session;
   ProviderLimits limits;
+
+  QString option(QLatin1StringView key, const QString& otherwise = {}) const;
+  /// A request to a path at the widget's `endpoint`, with the credential as bearer. Throws DomainError.
+  ServiceCall call(const QString& path, const QMap<QString, QString>& query = {}) const;
+  /// What is shown, as of now.
+  RemoteValue shown(const QString& value, const QString& subtitle) const;
 };
 
-/// All there is to know of a service, in one place: but for its badge nothing else in the program names one. Nothing
-/// fetches by it yet.
+/// All there is to know of a service, in one place: but for its badge nothing else in the program names one.
 struct Provider {
   QString id;    ///< Stable, for code and logs.
   QString name;  ///< As the service writes itself.

@@ -2,10 +2,18 @@
 
 #include <algorithm>
 
+#include "services/providers/Providers.h"
+
 namespace tarnwick {
 
 const QList<Provider>& allProviders() {
-  static const QList<Provider> kProviders = {};
+  // The first that serves a kind has it: those that serve named kinds stand before those that look for a word in them.
+  static const QList<Provider> kProviders = {
+      claudePlan(), openCode(), glm(),           copilot(), cursorPersonal(),  cursorTeam(),
+      grok(),       polar(),    dodoPayments(),  dub(),     simpleAnalytics(), dataFast(),
+      youTube(),    x(),        homeAssistant(), stocks(),  gitHub(),          linear(),
+      supabase(),   resend(),   plausible(),     stripe(),  coinGecko(),
+  };
   return kProviders;
 }
 

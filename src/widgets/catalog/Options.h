@@ -76,6 +76,24 @@ inline constexpr QLatin1StringView prefix{"prefix"};
 inline constexpr QLatin1StringView suffix{"suffix"};
 inline constexpr QLatin1StringView dashboard{"dashboard"};  ///< The page of the service where its values are from.
 inline constexpr QLatin1StringView codexExecutable{"codexExecutable"};
+inline constexpr QLatin1StringView dashboard{"dashboard"};  ///< The page that the tile opens.
+
+// What of a service a widget shows.
+inline constexpr QLatin1StringView site{"site"};
+inline constexpr QLatin1StringView currency{"currency"};
+inline constexpr QLatin1StringView coin{"coin"};
+inline constexpr QLatin1StringView projectRef{"projectRef"};
+inline constexpr QLatin1StringView username{"username"};
+inline constexpr QLatin1StringView repository{"repository"};
+inline constexpr QLatin1StringView symbols{"symbols"};
+inline constexpr QLatin1StringView entity{"entity"};
+inline constexpr QLatin1StringView server{"server"};
+inline constexpr QLatin1StringView channel{"channel"};
+inline constexpr QLatin1StringView shop{"shop"};
+inline constexpr QLatin1StringView shopifyReportMode{"shopifyReportMode"};
+inline constexpr QLatin1StringView periodDays{"periodDays"};
+inline constexpr QLatin1StringView dropboxPath{"dropboxPath"};
+inline constexpr QLatin1StringView region{"region"};
 
 // What no option may hold: credentials have a place of their own.
 inline constexpr QLatin1StringView token{"token"};

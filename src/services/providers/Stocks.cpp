@@ -1,0 +1,137 @@
+#include <QCoroTask>
+#include <algorithm>
+
+#include "services/Money.h"
+#include "services/providers/ProviderRow.h"
+#include "services/providers/Providers.h"
+#include "widgets/catalog/Kinds.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype kMostSymbols = 12;
+constexpr int kHistoryDays = 30;
+const QString kSource = u" · Twelve Data"_s;
+
+QString explainStocks(QStringView kind) {
+  if (kind == kind::stockWatchlist) return ServiceWords::tr("Prices of up to 12 stocks.");
+  return kind == kind::stockChart ? ServiceWords::tr("The price of a stock over its last 30 days of trade.")
+                                  : ServiceWords::tr("The price of a stock and its change today.");
+}
+
+QList<ProviderField> stockFields(QStringView) { return {{option::symbols, ServiceWords::tr("Symbols"), u"AAPL"_s}}; }
+
+void normaliseStocks(DockWidget& widget) {
+  OptionRules options(widget);
+  const QStringList symbols = ProviderData::listed(options.trimmed(option::symbols, u"AAPL"_s));
+  OptionRules::require(!symbols.isEmpty() && symbols.size() <= kMostSymbols,
+                       ServiceWords::tr("Enter up to 12 stock symbols separated by commas."));
+  options.set(option::symbols, symbols.join(u','));
+  options.set(option::dashboard, u"https://twelvedata.com"_s);
+}
+
+/// The key goes into the query: this service takes it nowhere else.
+ServiceCall stockCall(const ProviderRequest& request, const QString& path, QMap<QString, QString> query) {
+  query.insert(u"apikey"_s, request.credential);
+  ServiceCall call = request.call(path, query);
+  call.token.clear();
+  return call;
+}
+
+QString priceOf(const QJsonValue& quote) {
+  return Money::text(ProviderData::number(quote[u"close"], u"close"_s), quote[u"currency"].toString(u"USD"_s));
+}
+
+QString changeOf(const QJsonValue& quote) {
+  return QString::asprintf("%+.2f%%", ProviderData::number(quote[u"percent_change"], u"percent_change"_s));
+}
+
+QString sourceOf(const QJsonValue& quote) {
+  const QString moment = quote[u"datetime"].toString();
+  return (moment.isEmpty() ? ServiceWords::tr("provider timestamp unavailable")
+                           : ServiceWords::tr("As of %1").arg(moment)) +
+         kSource;
+}
+
+/// A symbol that the service does not know is a row without a price.
+ServiceRow stockRow(const QString& symbol, const QJsonValue& quote) {
+  const bool isKnown = quote[u"close"].isString() || quote[u"close"].isDouble();
+  return {symbol, symbol, isKnown ? priceOf(quote) + u" · "_s + changeOf(quote) : u"—"_s, std::nullopt};
+}
+
+QCoro::Task<RemoteValue> stockQuote(ProviderRequest request, std::stop_token stop) {
+  const QString symbol = request.option(option::symbols).section(u',', 0, 0);
+  ServiceCall call = stockCall(request, u"/quote"_s, {{u"symbol"_s, symbol}});
+  const QJsonValue answer = co_await request.session->json(std::move(call), stop);
+  const QJsonObject quote = ProviderData::object(answer);
+  RemoteValue value = request.shown(priceOf(quote), changeOf(quote));
+  QStringList about{quote[u"name"].toString(), quote[u"exchange"].toString()};
+  about.removeAll(QString());
+  value.detail = (about + QStringList{sourceOf(quote)}).join(u'\n');
+  co_return value;
+}
+
+QCoro::Task<RemoteValue> stockList(ProviderRequest request, std::stop_token stop) {
+  const QString list = request.option(option::symbols);
+  const QStringList symbols = list.split(u',');
+  ServiceCall call = stockCall(request, u"/quote"_s, {{u"symbol"_s, list}});
+  const QJsonValue answer = co_await request.session->json(std::move(call), stop);
+  const QJsonObject body = ProviderData::object(answer);
+  RemoteValue value = request.shown(QString::number(symbols.size()), ServiceWords::tr("Stocks"));
+  // Of one symbol the quote comes as it is, of several under their symbols.
+  for (const QString& symbol : symbols)
+    value.rows << stockRow(symbol, symbols.size() == 1 ? QJsonValue(body) : body[symbol]);
+  value.detail = kSource.mid(3);
+  co_return value;
+}
+
+QCoro::Task<RemoteValue> stockHistory(ProviderRequest request, std::stop_token stop) {
+  const QString symbol = request.option(option::symbols).section(u',', 0, 0);
+  ServiceCall call =
+      stockCall(request, u"/time_series"_s,
+                {{u"symbol"_s, symbol}, {u"interval"_s, u"1day"_s}, {u"outputsize"_s, QString::number(kHistoryDays)}});
+  const QJsonValue answer = co_await request.session->json(std::move(call), stop);
+  const QJsonObject body = ProviderData::object(answer);
+  const QString noHistory = ServiceWords::tr("The provider did not return stock price history.");
+  const QJsonArray days = ProviderData::list(body, u"values"_s, noHistory);
+  OptionRules::require(!days.isEmpty(), noHistory);
+  QList<double> closes;
+  for (const QJsonValue& day : days) closes << ProviderData::number(day[u"close"], u"close"_s);
+  std::ranges::reverse(closes);  // The newest comes first.
+  const double last = closes.last();
+  const double before = closes.size() > 1 ? closes[closes.size() - 2] : 0;
+  const QString change = before > 0 ? QString::asprintf("%+.2f%%", (last - before) / before * 100) : symbol;
+  RemoteValue value = request.shown(Money::text(last, body[u"meta"][u"currency"].toString(u"USD"_s)), change);
+  value.numbers = closes;
+  value.detail = sourceOf(days.first());
+  co_return value;
+}
+
+QCoro::Task<RemoteValue> fetchStocks(ProviderRequest request, std::stop_token stop) {
+  if (request.widget.kind == kind::stockWatchlist) return stockList(std::move(request), stop);
+  if (request.widget.kind == kind::stockChart) return stockHistory(std::move(request), stop);
+  return stockQuote(std::move(request), stop);
+}
+
+}  // namespace
+
+Provider stocks() {
+  Provider row = ProviderRow::of(u"stocks"_s, u"Twelve Data"_s, ServiceHost::Stocks,
+                                 {{kind::stockQuote}, {kind::stockChart}, {kind::stockWatchlist}});
+  row.explanation = explainStocks;
+  row.fields = stockFields;
+  row.credential = {.label = ServiceWords::tr("Twelve Data API key"),
+                    .placeholder = {},
+                    .explanation = ServiceWords::tr("A key of your account; the free plan is enough."),
+                    .page = QUrl(u"https://twelvedata.com/account/api-keys"_s),
+                    .missing = ProviderRow::providerCredentialMissing()};
+  row.normalise = normaliseStocks;
+  row.fetch = fetchStocks;
+  row.limits = {.requests = 1};
+  return row;
+}
+
+}  // namespace tarnwick

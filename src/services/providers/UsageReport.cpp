@@ -1,0 +1,67 @@
+#include "services/providers/UsageReport.h"
+
+#include <QRegularExpression>
+#include <cmath>
+
+#include "services/UsageWords.h"
+#include "services/providers/ProviderRow.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// As seconds this is the year 5138: a larger number counts milliseconds.
+constexpr double kMostSeconds = 1e11;
+
+}  // namespace
+
+QString UsageReport::missing(const QString& credential) {
+  return ServiceWords::tr("Add a valid %1 in Connection Settings.").arg(credential);
+}
+
+QString UsageReport::token(const ProviderRequest& request, const QString& missing) {
+  static const QRegularExpression blank(u"\\s"_s);
+  const QString token = request.credential.trimmed();
+  OptionRules::require(!token.isEmpty() && !token.contains(blank), missing);
+  return token;
+}
+
+double UsageReport::percent(const QJsonValue& value) {
+  const double percent = value.isDouble() ? value.toDouble() : -1;
+  OptionRules::require(std::isfinite(percent) && percent >= 0 && percent <= 100,
+                       ServiceWords::tr("Invalid usage percentage."));
+  return percent;
+}
+
+std::optional<QDateTime> UsageReport::moment(const QJsonValue& value, const QDateTime& now) {
+  if (value.isString()) {
+    const auto date = ProviderData::date(value.toString());
+    return date ? std::optional(date->toTimeZone(now.timeZone())) : std::nullopt;
+  }
+  const double number = value.toDouble();
+  if (!value.isDouble() || number <= 0 || number > kMostSeconds * 1000) return std::nullopt;
+  const auto milliseconds = static_cast<qint64>(number > kMostSeconds ? number : number * 1000);
+  return QDateTime::fromMSecsSinceEpoch(milliseconds, now.timeZone());
+}
+
+RemoteValue UsageReport::of(const ProviderRequest& request, const QList<UsageWindow>& windows) {
+  OptionRules::require(!windows.isEmpty(), ServiceWords::tr("This account has not reported readable usage windows."));
+  const UsageWindow& first = windows.first();
+  RemoteValue value = request.shown(QString::asprintf("%.0f%%", 100 - UsageWords::used(first)),
+                                    ServiceWords::tr("Remaining · ") + first.label);
+  value.symbol = u"cloud.sun.fill"_s;
+  value.usageWindows = windows;
+  const QLocale locale;
+  const bool use24Hour = !locale.timeFormat(QLocale::ShortFormat).contains(u'a', Qt::CaseInsensitive);
+  QStringList lines;
+  for (const UsageWindow& window : windows) {
+    value.metrics << ServiceMetric{window.label, UsageWords::leftWords(window)};
+    lines << UsageWords::line(window, locale, use24Hour);
+  }
+  value.detail = lines.join(u'\n');
+  return value;
+}
+
+}  // namespace tarnwick
