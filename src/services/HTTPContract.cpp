@@ -72,6 +72,9 @@ HTTPRequest HTTPContract::request(const ServiceCall& call) {
   if (call.body) {
     request.body = QJsonDocument(*call.body).toJson(QJsonDocument::Compact);
     request.headers.set("Content-Type", "application/json");
+  } else if (call.form) {
+    request.body = call.form;
+    request.headers.set("Content-Type", "application/x-www-form-urlencoded");
   }
   return request;
 }

@@ -61,7 +61,10 @@ QCoro::Task<RemoteValue> fetchFrom(Provider provider, DockWidget widget, std::sh
   request.widget = provider.configured(std::move(widget));
   request.session = session;
   request.limits = provider.limits;
-  request.credential = co_await session->credential(request.widget, stop);
+  if (provider.signIn)
+    request.credential = co_await session->accessToken(request.widget, *provider.signIn, stop);
+  else
+    request.credential = co_await session->credential(request.widget, stop);
   throwIfStopped(stop);
   const auto isNeeded = provider.credential.isNeeded;
   if (request.credential.isEmpty() && (!isNeeded || isNeeded(request.widget)))

@@ -11,11 +11,9 @@
 
 #include "config/DockWidget.h"
 #include "services/RemoteValue.h"
+#include "services/ServiceSession.h"
 
 namespace tarnwick {
-
-class ServiceSession;
-struct ServiceCall;
 
 /// Which kinds of widgets a provider serves.
 struct KindPattern {
@@ -45,17 +43,6 @@ struct ProviderCredential {
   QString missing;      ///< The sentence when there is none.
   /// Whether this widget cannot do without; null for all of the provider's.
   bool (*isNeeded)(const DockWidget& widget) = nullptr;
-};
-
-/// How one signs in to a service with a client of one's own, in the browser. Each is told by the row that needs it.
-struct OAuthProvider {
-  QString id;          ///< Stable: a stored sign-in names by it who gave it.
-  QUrl authorization;  ///< The page that the browser opens.
-  QUrl token;          ///< Where codes and refresh tokens are exchanged.
-  QString scope;
-  QMap<QString, QString> extraFields;  ///< Further fields of the authorization address.
-  QString clientField;                 ///< How the service calls the client's identity.
-  quint16 port = 0;                    ///< Where the browser comes back to on the loopback address; 0 for any.
 };
 
 /// What bounds one refresh.

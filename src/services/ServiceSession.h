@@ -14,11 +14,25 @@
 
 namespace tarnwick {
 
+/// How one signs in to a service with a client of one's own, in the browser. Each is told by the row that needs it.
+struct OAuthProvider {
+  QString id;          ///< Stable: a stored sign-in names by it who gave it.
+  QUrl authorization;  ///< The page that the browser opens.
+  QUrl token;          ///< Where codes and refresh tokens are exchanged.
+  QString scope;
+  QMap<QString, QString> extraFields;  ///< Further fields of the authorization address.
+  QString clientField;                 ///< How the service calls the client's identity.
+  QString neededScope;                 ///< One that the answer must name; empty where it says none.
+  QString scopeMissing;                ///< The sentence when it does not.
+  quint16 port = 0;                    ///< Where the browser comes back to on the loopback address; 0 for any.
+};
+
 /// One request to a service.
 struct ServiceCall {
   QUrl url;
   QString token;                    ///< The credential; nothing is sent of an empty one.
   std::optional<QJsonObject> body;  ///< With one the request is a POST, without a GET.
+  std::optional<QByteArray> form;   ///< In its place: an encoded form, sent as it stands.
   bool bearer = true;               ///< Whether the credential is sent as "Bearer …" or as it stands.
   QMap<QString, QString> headers;
 };
@@ -37,6 +51,10 @@ class ServiceSession {
   /// The credential that is kept for this widget and the host of its `endpoint`; empty where there is none. Throws
   /// DomainError where it cannot be read, and Cancelled.
   virtual QCoro::Task<QString> credential(DockWidget widget, std::stop_token stop) = 0;
+
+  /// The same where the user signs in at `provider`: a token that is good for a while. What is kept may be one itself,
+  /// pasted by the user.
+  virtual QCoro::Task<QString> accessToken(DockWidget widget, OAuthProvider provider, std::stop_token stop);
 
   /// The wall clock, in local time.
   virtual QDateTime now() const = 0;

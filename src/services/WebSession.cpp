@@ -15,7 +15,7 @@ QCoro::Task<QString> kept(Keychain keychain, QString account, std::stop_token st
 }  // namespace
 
 WebSession::WebSession(std::shared_ptr<HTTPTransport> transport, const Keychain& keychain, const Scheduler& scheduler)
-    : transport_(std::move(transport)), keychain_(keychain), scheduler_(scheduler) {}
+    : transport_(std::move(transport)), keychain_(keychain), tokens_(keychain), scheduler_(scheduler) {}
 
 QCoro::Task<QJsonValue> WebSession::json(ServiceCall call, std::stop_token stop) {
   return RemoteAPI::json(transport_, std::move(call), stop);
@@ -23,6 +23,10 @@ QCoro::Task<QJsonValue> WebSession::json(ServiceCall call, std::stop_token stop)
 
 QCoro::Task<QString> WebSession::credential(DockWidget widget, std::stop_token stop) {
   return kept(keychain_, Keychain::account(widget), stop);
+}
+
+QCoro::Task<QString> WebSession::accessToken(DockWidget widget, OAuthProvider provider, std::stop_token stop) {
+  return tokens_.token(std::move(widget), std::move(provider), shared_from_this(), stop);
 }
 
 QCoro::Task<QString> TypedCredential::credential(DockWidget, std::stop_token) { co_return credential_; }

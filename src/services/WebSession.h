@@ -5,23 +5,26 @@
 #include "base/Scheduler.h"
 #include "services/Keychain.h"
 #include "services/ServiceSession.h"
+#include "services/oauth/OAuthTokens.h"
 #include "services/ports/HTTPTransport.h"
 
 namespace tarnwick {
 
 /// The session of the running program: services over HTTP, credentials out of the keyring.
-class WebSession final : public ServiceSession {
+class WebSession final : public ServiceSession, public std::enable_shared_from_this<WebSession> {
  public:
   /// The scheduler must outlive it.
   WebSession(std::shared_ptr<HTTPTransport> transport, const Keychain& keychain, const Scheduler& scheduler);
 
   QCoro::Task<QJsonValue> json(ServiceCall call, std::stop_token stop) override;
   QCoro::Task<QString> credential(DockWidget widget, std::stop_token stop) override;
+  QCoro::Task<QString> accessToken(DockWidget widget, OAuthProvider provider, std::stop_token stop) override;
   QDateTime now() const override { return scheduler_.now(); }
 
  private:
   std::shared_ptr<HTTPTransport> transport_;
   Keychain keychain_;
+  OAuthTokens tokens_;
   const Scheduler& scheduler_;
 };
 

@@ -82,7 +82,10 @@ Provider harbour() {
                      .token = QUrl(u"https://api.harbour.example/token"_s),
                      .scope = u"berths.read"_s,
                      .extraFields = {},
-                     .clientField = u"client_id"_s};
+                     .clientField = u"client_id"_s,
+                     .neededScope = {},
+                     .scopeMissing = {},
+                     .port = 0};
   provider.normalise = normalise;
   provider.fetch = fetch;
   provider.limits = kLimits;

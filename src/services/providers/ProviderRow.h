@@ -22,6 +22,12 @@ struct ProviderRow {
     row.kinds = kinds;
     return row;
   }
+  /// A page or a path of a service.
+  static QUrl at(ServiceHost host, const QString& path) {
+    QUrl address = BaseAddresses::shipped().of(host);
+    address.setPath(path);
+    return address;
+  }
   static QString serviceCredentialMissing() {
     return ServiceWords::tr("Add your service credential in Connection Settings.");
   }
