@@ -25,6 +25,8 @@ QString Money::text(double amount, const QString& currency, const QLocale& local
   static const QMap<QString, QString> signs{{u"USD"_s, u"$"_s}, {u"EUR"_s, u"€"_s}, {u"GBP"_s, u"£"_s},
                                             {u"JPY"_s, u"¥"_s}, {u"INR"_s, u"₹"_s}, {u"KRW"_s, u"₩"_s}};
   const QString code = currency.toUpper();
+  // Some locales put a loss into brackets, as ledgers do.
+  if (amount < 0) return locale.negativeSign() + text(-amount, currency, locale);
   return locale.toCurrencyString(amount, signs.value(code, code + u'\u00a0'), decimals(code)).trimmed();
 }
 

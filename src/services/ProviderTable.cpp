@@ -9,10 +9,10 @@ namespace tarnwick {
 const QList<Provider>& allProviders() {
   // The first that serves a kind has it: those that serve named kinds stand before those that look for a word in them.
   static const QList<Provider> kProviders = {
-      claudePlan(),    openCode(),     glm(),       copilot(),         cursorPersonal(), cursorTeam(), grok(),
-      polar(),         dodoPayments(), dub(),       simpleAnalytics(), dataFast(),       youTube(),    x(),
-      homeAssistant(), gmail(),        dropbox(),   tikTok(),          stocks(),         gitHub(),     linear(),
-      supabase(),      resend(),       plausible(), stripe(),          coinGecko(),
+      claudePlan(),    openCode(),     glm(),     copilot(),         cursorPersonal(), cursorTeam(), grok(),
+      polar(),         dodoPayments(), dub(),     simpleAnalytics(), dataFast(),       youTube(),    x(),
+      homeAssistant(), gmail(),        dropbox(), tikTok(),          shopify(),        stocks(),     gitHub(),
+      linear(),        supabase(),     resend(),  plausible(),       stripe(),         coinGecko(),
   };
   return kProviders;
 }

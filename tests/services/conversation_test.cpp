@@ -264,6 +264,28 @@ TEST_F(Conversations, OfMoneyAndMarkets) {
              {"currency":"JPY","event_type":"payout","amount":"x"},{"currency":"USD"}]})"_s}},
        u"¥4,500 | Net payments · 30 days | Payments less refunds, disputes and related fees; payouts/transfers "
        u"excluded. 4 ledger entries read."_s},
+      {u"shopifyTrends"_s,
+       {{u"shop"_s, u"tarn.myshopify.com"_s}, {u"periodDays"_s, u"1"_s}},
+       {{u"POST https://tarn.myshopify.com/admin/api/2026-10/graphql.json · X-Shopify-Access-Token: key {\"query\":\"query($report:String!){shop{currencyCode}shopifyqlQuery(query:$report){parseErrors tableData{columns{name}rows}}}\",\"variables\":{\"report\":\"FROM sales SHOW total_sales, net_sales, returns, orders, average_order_value SINCE 2026-11-24 UNTIL 2026-11-24\"}}"_s,
+         uR"({"data":{"shop":{"currencyCode":"EUR"},"shopifyqlQuery":{"parseErrors":[],"tableData":{"columns":[{"name":"total_sales"},{"name":"net_sales"},{"name":"returns"},{"name":"orders"},{"name":"average_order_value"}],
+             "rows":[{"total_sales":"1234.5","net_sales":"1200","returns":"-34.5","orders":3,"average_order_value":"411.5"}]}}}})"_s},
+        {u"POST https://tarn.myshopify.com/admin/api/2026-10/graphql.json · X-Shopify-Access-Token: key {\"query\":\"query($report:String!){shop{currencyCode}shopifyqlQuery(query:$report){parseErrors tableData{columns{name}rows}}}\",\"variables\":{\"report\":\"FROM sales SHOW total_sales TIMESERIES day SINCE 2026-11-24 UNTIL 2026-11-24 ORDER BY day ASC\"}}"_s,
+         uR"({"data":{"shopifyqlQuery":{"tableData":{"columns":[{"name":"day"},{"name":"total_sales"}],"rows":[{"day":"2026-11-24","total_sales":"1234.5"}]}}}})"_s}},
+       u"€1,234.50 | Total sales · today |  | Net sales=€1,200.00, Returns=-€34.50, Orders=3, Average order=€411.50 |  "
+       u"| "
+       u"1234.5"_s},
+      {u"shopifyRevenue"_s,
+       {{u"shop"_s, u"tarn.myshopify.com"_s}, {u"shopifyReportMode"_s, u"orders"_s}},
+       {{u"POST https://tarn.myshopify.com/admin/api/2026-10/graphql.json · X-Shopify-Access-Token: key "
+         "{\"query\":\"query($first:Int!,$after:String,$filter:String){orders(first:$first,after:$after,query:$filter,"
+         "sortKey:CREATED_AT,reverse:true){nodes{id createdAt currentTotalPriceSet{shopMoney{amount "
+         "currencyCode}}}pageInfo{hasNextPage "
+         "endCursor}}}\",\"variables\":{\"after\":null,\"filter\":\"created_at:>='2026-11-"
+         "11T00:00:00Z' AND (financial_status:paid OR financial_status:partially_refunded)\",\"first\":250}}"_s,
+         uR"({"data":{"orders":{"nodes":[{"id":"1","createdAt":"2026-11-24T09:00:00Z","currentTotalPriceSet":{"shopMoney":{"amount":"30.0","currencyCode":"USD"}}},
+             {"id":"2","createdAt":"2026-11-12T09:00:00Z","currentTotalPriceSet":{"shopMoney":{"amount":"20.0","currencyCode":"USD"}}}],"pageInfo":{"hasNextPage":false}}}})"_s}},
+       u"$30.00 | Total sales · 7 days | Paid orders by their current total. | Orders=1, Average order=$30.00, "
+       u"Change=+50.0% |  | 0 0 0 0 0 0 30"_s},
       {u"cryptoQuote"_s,
        {},
        {{u"GET "_s + coins + u"/simple/price?ids=bitcoin"_s + u"&include_24hr_change=true"_s.left(0) +
@@ -536,6 +558,18 @@ TEST_F(Conversations, BeginWithOptionsAndCredentialsThatCanBeUsed) {
        {{u"server"_s, u"https://home"_s}, {u"entity"_s, u"light.a"_s}},
        u""_s,
        u"Add your provider credential in Connection Settings."_s},
+      {u"shopifyRevenue"_s,
+       {{u"shop"_s, u"tarn.example"_s}},
+       u"key"_s,
+       u"Enter the store’s exact Shopify domain, such as your-store.myshopify.com."_s},
+      {u"shopifyRevenue"_s,
+       {{u"shop"_s, u"a.myshopify.com"_s}, {u"shopifyReportMode"_s, u"all"_s}},
+       u"key"_s,
+       u"Choose Shopify Analytics or paid-order totals."_s},
+      {u"shopifyRevenue"_s,
+       {{u"shop"_s, u"a.myshopify.com"_s}, {u"periodDays"_s, u"2"_s}},
+       u"key"_s,
+       u"Choose a period of 1, 7, or 30 days."_s},
       {u"stockQuote"_s, {{u"symbols"_s, u","_s}}, u"key"_s, u"Enter up to 12 stock symbols separated by commas."_s},
       {u"claudePlanUsage"_s,
        {},

@@ -24,6 +24,7 @@ Provider stocks();
 Provider gmail();
 Provider dropbox();
 Provider tikTok();
+Provider shopify();
 Provider claudePlan();
 Provider openCode();
 Provider glm();

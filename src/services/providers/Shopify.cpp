@@ -1,0 +1,154 @@
+#include <QCoroTask>
+
+#include "services/Money.h"
+#include "services/Paging.h"
+#include "services/providers/ProviderRow.h"
+#include "services/providers/Providers.h"
+#include "services/providers/ShopifyReport.h"
+#include "widgets/catalog/Kinds.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString kAdminPath = u"/admin/api/2026-10/graphql.json"_s;
+
+QString explainShopify(QStringView) {
+  return ServiceWords::tr("Sales of a store, by its own analytics or as the sum of its paid orders.");
+}
+
+QList<ProviderField> shopifyFields(QStringView) {
+  return {{option::shop, ServiceWords::tr("Store domain"), u"your-store.myshopify.com"_s},
+          {option::shopifyReportMode, ServiceWords::tr("Report (analytics or orders)"), u"analytics"_s},
+          {option::periodDays, ServiceWords::tr("Days (1, 7 or 30)"), u"7"_s}};
+}
+
+/// The store is the user's own: it is what the credential belongs to.
+void normaliseShopify(DockWidget& widget) {
+  OptionRules options(widget);
+  const QString shop = options.trimmed(option::shop);
+  OptionRules::require(OptionRules::matches(shop, "[a-z0-9][a-z0-9-]*\\.myshopify\\.com"),
+                       ServiceWords::tr("Enter the store’s exact Shopify domain, such as your-store.myshopify.com."));
+  options.set(option::endpoint, "https://"_L1 + shop);
+  options.set(option::dashboard, "https://"_L1 + shop + "/admin"_L1);
+  options.trimmed(option::shopifyReportMode, u"analytics"_s);
+  selectedReportMode(widget);
+  const QString days = options.trimmed(option::periodDays, u"7"_s);
+  OptionRules::require(OptionRules::matches(days, "1|7|30"), ServiceWords::tr("Choose a period of 1, 7, or 30 days."));
+}
+
+ServiceCall adminCall(const ProviderRequest& request, const QString& query, const QJsonObject& variables) {
+  ServiceCall call = request.call(kAdminPath);
+  call.token.clear();
+  call.headers.insert(u"X-Shopify-Access-Token"_s, request.credential);
+  call.body = QJsonObject{{u"query"_s, query}, {u"variables"_s, variables}};
+  return call;
+}
+
+ServiceCall reportCall(const ProviderRequest& request, const QString& query) {
+  return adminCall(request,
+                   u"query($report:String!){shop{currencyCode}shopifyqlQuery(query:$report){parseErrors "
+                   u"tableData{columns{name}rows}}}"_s,
+                   {{u"report"_s, query}});
+}
+
+ServiceCall ordersCall(const ProviderRequest& request, const ShopifyReportPeriod& period, const QString& cursor) {
+  const QString since = period.beginOf(period.previousFirst).toUTC().toString(Qt::ISODate);
+  return adminCall(
+      request,
+      u"query($first:Int!,$after:String,$filter:String){orders(first:$first,after:$after,query:$filter,"
+      u"sortKey:CREATED_AT,reverse:true){nodes{id createdAt currentTotalPriceSet{shopMoney{amount currencyCode}}}"
+      u"pageInfo{hasNextPage endCursor}}}"_s,
+      {{u"first"_s, request.limits.pageSize},
+       {u"after"_s, cursor.isEmpty() ? QJsonValue(QJsonValue::Null) : QJsonValue(cursor)},
+       {u"filter"_s,
+        u"created_at:>='%1' AND (financial_status:paid OR financial_status:partially_refunded)"_s.arg(since)}});
+}
+
+QString periodWords(int days) {
+  return days == 1 ? ServiceWords::tr("Total sales · today") : ServiceWords::tr("Total sales · %1 days").arg(days);
+}
+
+QCoro::Task<RemoteValue> shopifyAnalytics(ProviderRequest request, ShopifyReportPeriod period, std::stop_token stop) {
+  ServiceCall first = reportCall(request, period.summaryQuery());
+  const QJsonValue summary = co_await request.session->json(std::move(first), stop);
+  ServiceCall second = reportCall(request, period.trendQuery());
+  const QJsonValue trend = co_await request.session->json(std::move(second), stop);
+  const ShopifyAnalyticsReport report = ShopifyAnalyticsReport::decode(summary, trend, period);
+  const QString currency = summary[u"data"][u"shop"][u"currencyCode"].toString(u"USD"_s);
+  const auto money = [&currency](const ExactDecimal& amount) { return Money::text(amount.value(), currency); };
+  RemoteValue value = request.shown(money(report.total), periodWords(period.days));
+  value.metrics = {{ServiceWords::tr("Net sales"), money(report.net)},
+                   {ServiceWords::tr("Returns"), money(report.returns)},
+                   {ServiceWords::tr("Orders"), QString::number(report.orders)}};
+  if (report.average) value.metrics << ServiceMetric{ServiceWords::tr("Average order"), money(*report.average)};
+  value.numbers = report.daily;
+  co_return value;
+}
+
+QCoro::Task<RemoteValue> shopifyOrders(ProviderRequest request, ShopifyReportPeriod period, std::stop_token stop) {
+  QList<OrderMetric> orders;
+  QString cursor;
+  Paging pages(request.limits);
+  while (pages.next(stop)) {
+    ServiceCall call = ordersCall(request, period, cursor);
+    const QJsonValue answer = co_await request.session->json(std::move(call), stop);
+    const QJsonValue list = ProviderData::object(answer)[u"data"][u"orders"];
+    for (const QJsonValue& node :
+         ProviderData::list(list, u"nodes"_s, ServiceWords::tr("The provider returned an unexpected response.")))
+      orders << OrderMetric::decode(node);
+    const QString next = list[u"pageInfo"][u"endCursor"].toString();
+    if (list[u"pageInfo"][u"hasNextPage"].toBool() && !next.isEmpty() && next != cursor)
+      cursor = next;
+    else
+      pages.finish();
+  }
+  const OrderSummary current = OrderSummary::aggregate(orders, period.first, period.days, period.zone);
+  const OrderSummary previous = OrderSummary::aggregate(orders, period.previousFirst, period.days, period.zone);
+  const QString currency = current.currency.isEmpty() ? u"USD"_s : current.currency;
+  const QString total = Money::text(current.total, currency);
+  RemoteValue value =
+      request.shown(pages.isPartial() ? ServiceWords::tr("Partial · ") + total : total, periodWords(period.days));
+  value.metrics = {{ServiceWords::tr("Orders"), QString::number(current.count)}};
+  if (current.average)
+    value.metrics << ServiceMetric{ServiceWords::tr("Average order"), Money::text(*current.average, currency)};
+  // Of a list that was cut short the earlier days are missing.
+  if (!pages.isPartial())
+    value.metrics << ServiceMetric{ServiceWords::tr("Change"), OrderSummary::comparison(current, previous)};
+  value.numbers = current.daily;
+  value.detail = ServiceWords::tr("Paid orders by their current total.");
+  if (pages.isPartial()) value.detail += ServiceWords::tr(" More than 5,000 orders; this is not a complete total.");
+  co_return value;
+}
+
+QCoro::Task<RemoteValue> fetchShopify(ProviderRequest request, std::stop_token stop) {
+  const ShopifyReportPeriod period(request.option(option::periodDays).toInt(), request.session->now());
+  if (selectedReportMode(request.widget) == ShopifyReportMode::Orders)
+    return shopifyOrders(std::move(request), period, stop);
+  return shopifyAnalytics(std::move(request), period, stop);
+}
+
+}  // namespace
+
+Provider shopify() {
+  Provider row;
+  row.id = u"shopify"_s;
+  row.name = u"Shopify"_s;
+  row.kinds = {{kind::shopifyRevenue}, {kind::shopifyOverview}, {kind::shopifyTrends}};
+  row.explanation = explainShopify;
+  row.fields = shopifyFields;
+  row.credential = {.label = ServiceWords::tr("Admin API access token"),
+                    .placeholder = u"shpat_…"_s,
+                    .explanation = ServiceWords::tr("A token of a custom app of the store with “read_reports” or "
+                                                    "“read_orders”."),
+                    .page = QUrl(u"https://admin.shopify.com"_s),
+                    .missing = ProviderRow::providerCredentialMissing()};
+  row.normalise = normaliseShopify;
+  row.fetch = fetchShopify;
+  row.limits = {.requests = 20, .pages = 20, .pageSize = 250};
+  return row;
+}
+
+}  // namespace tarnwick
