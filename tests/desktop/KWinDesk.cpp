@@ -29,6 +29,9 @@ class KWinDesk final : public CompositorDesk {
     const QString program = QCoreApplication::applicationDirPath() + QStringLiteral("/pipe_terminal");
     return std::make_unique<TestTerminal>(QStringList{program, TestTerminal::title()});
   }
+  Abilities abilities() const override {
+    return {.tellsFrames = true, .tellsWorkspaces = true, .givesKeys = false, .tellsHeldKeys = false};
+  }
   // KWin opens windows in the middle of the display with the pointer.
   std::unique_ptr<OtherWindow> film() override {
     moveTo(away());

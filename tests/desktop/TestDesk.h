@@ -50,6 +50,14 @@ class TestDesk {
   }
   /// A terminal around `away()`, once it reads keys. What is typed goes to it when the desktop gives it the focus.
   virtual std::unique_ptr<TestTerminal> terminal() = 0;
+  /// What the desktop tells other programs, and lets them do.
+  struct Abilities {
+    bool tellsFrames = true;
+    bool tellsWorkspaces = true;
+    bool givesKeys = true;
+    bool tellsHeldKeys = true;
+  };
+  virtual Abilities abilities() const { return {}; }
   /// Whether a click that closes something of the program is still one for what was clicked.
   virtual bool passesClicksOn() const = 0;
   /// Waits until the program has seen all that happened up to now, and has acted on it.

@@ -50,6 +50,9 @@ class WaylandDesk final : public CompositorDesk {
     return std::make_unique<TestTerminal>(QStringList{u"foot"_s, u"--title"_s, TestTerminal::title(), u"-o"_s,
                                                       u"key-bindings.clipboard-paste=Control+v"_s});
   }
+  Abilities abilities() const override {
+    return {.tellsFrames = false, .tellsWorkspaces = false, .givesKeys = false, .tellsHeldKeys = false};
+  }
   std::unique_ptr<OtherWindow> film() override { return std::make_unique<Film>(); }
   void turnToEmpty(bool empty) override {
     sway_.order(u"focus output HEADLESS-1"_s);

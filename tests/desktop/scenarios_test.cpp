@@ -2,17 +2,23 @@
 // opens beside it, and what is dropped on it.
 #include <linux/input-event-codes.h>
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QLabel>
 #include <QMenu>
 #include <algorithm>
 
+#include "app/DockPresenter.h"
 #include "app/Orders.h"
 #include "desktop/ShellTest.h"
 #include "views/dock/LiveDock.h"
 #include "views/panels/PanelPresentation.h"
 #include "views/panels/TilePanel.h"
+#include "views/settings/SettingsWindow.h"
+#include "views/window/Cards.h"
 
 namespace tarnwick::testing {
 namespace {
@@ -57,8 +63,12 @@ class ShellScenario : public ShellTest {
   bool dragOver(QPoint target) {
     desk.moveTo(desk.away());
     desk.button(true);
+    return dragOn(view(), target);
+  }
+  /// Takes it on to a place of one of our windows.
+  bool dragOn(QWidget& over, QPoint target) {
     DragListener listener;
-    view().installEventFilter(&listener);
+    over.installEventFilter(&listener);
     return comesTrue([&, way = 0]() mutable {
       way = (way + 1) % 4;
       desk.moveTo(target + QPoint(way, -way));
@@ -333,7 +343,8 @@ TEST_F(ShellScenario, EveryKindOfMenuOpensBesideTheGlassAndEscapeClosesIt) {
     ASSERT_TRUE(inTime([&] { return glass().height() == 110; }));
     desk.moveTo(place().center());
     desk.settle();
-    desk.click(place().center(), Qt::RightButton);
+    const QPoint at = place().center();
+    desk.click(at, Qt::RightButton);
     ASSERT_TRUE(comesTrue([&] { return menu() && menu()->isVisible(); }));
     const QList<QAction*> entries = menu()->actions();
     EXPECT_TRUE(std::ranges::any_of(entries, [&](const QAction* each) { return each->text() == text; }));
@@ -342,8 +353,14 @@ TEST_F(ShellScenario, EveryKindOfMenuOpensBesideTheGlassAndEscapeClosesIt) {
     EXPECT_TRUE(desk.display(0).contains(frame));
     const QPoint inside(frame.center().x(), frame.bottom() - 10);
     EXPECT_TRUE(comesTrue([&] { return isPainted(inside) && QGuiApplication::focusWindow(); }));
+    // What the pointer rests on then answers it again, also where it went while the menu was open.
+    const QPoint rest = text == u"Windows"_s || text == u"Edit Widget…"_s ? tile(4).center() : at;
+    if (rest != at) desk.moveTo(rest);
+    desk.settle();
     desk.tap(KEY_ESC);
     EXPECT_TRUE(comesTrue([&] { return !menu() && !isOpen(); }));
+    desk.settle();
+    EXPECT_TRUE(comesTrue([&] { return view().hoveredItem() == view().itemAt(view().mapFromGlobal(rest)); }));
   }
 }
 
@@ -556,6 +573,70 @@ TEST_F(ShellScenario, ATileThatIsLetGoOnTheDockOfAnotherDisplayMovesThere) {
   EXPECT_EQ(widgets(1), right);
 }
 
+TEST_F(ShellScenario, WhatTheDesktopDoesNotTellIsSaidInSettingsAndNotPretended) {
+  DockConfiguration config;
+  config.layout = DockLayout::RevealBottom;
+  DeskOptions options;
+  options.dodge = u"any"_s;
+  config.setDesk(options);
+  start(config);
+  const TestDesk::Abilities desktop = desk.abilities();
+  // Where no window's place is told the dock hides as it does otherwise, though nothing covers it.
+  EXPECT_TRUE(inTime([&] { return dock().isVisible(id()) == desktop.tellsFrames; }));
+
+  delegate->commands().showSettings();
+  const auto settings = [] {
+    SettingsWindow* found = nullptr;
+    for (QWidget* window : QApplication::topLevelWidgets())
+      if (auto* each = qobject_cast<SettingsWindow*>(window)) found = each;
+    return found;
+  };
+  ASSERT_TRUE(settings());
+  const auto row = [&](const char* section, const char* label) -> FormRow* {
+    settings()->showSection(QString::fromLatin1(section));
+    for (FormRow* each : settings()->findChildren<FormRow*>())
+      if (each->isVisible() && each->label() == QString::fromLatin1(label)) return each;
+    return nullptr;
+  };
+  const auto says = [](const FormRow& of, const char* words) {
+    const auto labels = of.findChildren<QLabel*>();
+    return std::ranges::any_of(labels, [&](const QLabel* each) {
+      return each->isVisible() && each->text().contains(QLatin1StringView(words));
+    });
+  };
+  const struct {
+    const char* section;
+    const char* label;
+    bool isThere;
+    const char* otherwise;
+  } rows[] = {
+      {"layout", "Hide only when a window would be covered", desktop.tellsFrames,
+       "This desktop does not tell other apps where windows are."},
+      {"runningApps", "Only windows of this workspace", desktop.tellsWorkspaces,
+       "This desktop does not let apps see which workspace a window is on."},
+      {"shortcuts", "Apps by number", desktop.givesKeys, "Apps cannot register shortcuts on this desktop."},
+      {"shortcuts", "Hide and Show Dock", desktop.givesKeys, "Apps cannot register shortcuts on this desktop."},
+  };
+  for (const auto& each : rows) {
+    SCOPED_TRACE(each.label);
+    EXPECT_TRUE(comesTrue([&] {
+      const FormRow* found = row(each.section, each.label);
+      return found && says(*found, each.otherwise) != each.isThere;
+    }));
+    const FormRow* found = row(each.section, each.label);
+    ASSERT_TRUE(found);
+    auto controls = found->findChildren<QWidget*>();
+    controls.removeIf([](const QWidget* child) {
+      return !qobject_cast<const QAbstractButton*>(child) && !qobject_cast<const QComboBox*>(child);
+    });
+    ASSERT_FALSE(controls.isEmpty());
+    for (const QWidget* control : controls) EXPECT_EQ(control->isEnabled(), each.isThere);
+  }
+  const FormRow* numbers = row("shortcuts", "Apps by number");
+  EXPECT_EQ(says(*numbers, "Hold Super for a moment"), desktop.tellsHeldKeys);
+  settings()->close();
+}
+
 TEST_F(ShellScenario, AMessageOfTheFirstLayoutStandsAboveTheDock) {
   DockConfiguration config;
   config.layout = DockLayout::Replace;  // There is no dock that it could replace.
@@ -578,6 +659,32 @@ TEST_F(ShellScenario, AFolderOfAnotherProgramBecomesATile) {
   ASSERT_TRUE(inTime([&] { return store().widgets().size() == before + 1; }));
   EXPECT_TRUE(std::ranges::any_of(
       store().widgets(), [&](const DockWidget& widget) { return widget.options.value(u"path"_s) == dropped; }));
+}
+
+TEST_F(ShellScenario, AFileIsLetGoInTheFolderThatOpenedBelowIt) {
+  const QString letters = folder.filePath(u"Letters"_s);
+  const QString carried = folder.filePath(u"note.txt"_s);
+  ASSERT_TRUE(QDir().mkpath(letters) && QFile(carried).open(QIODevice::WriteOnly));
+  DockConfiguration config;
+  config.profiles[0].widgets.prepend({QUuid::createUuid(), u"folderLauncher"_s, {}, {{u"path"_s, letters}}});
+  startShown(config);
+  const auto source = desk.source(carried);
+  ASSERT_TRUE(comesTrue([&] { return isPainted(desk.away()); }));
+  ASSERT_TRUE(dragOver(tile(0).center()));
+  ASSERT_TRUE(inTime([&] { return !panels().isEmpty(); }));
+  PanelPresentation* opened = nullptr;
+  for (QWidget* window : QApplication::topLevelWidgets())
+    if (auto* each = qobject_cast<PanelPresentation*>(window); each && each->isVisible()) opened = each;
+  ASSERT_TRUE(opened);
+  const QPoint inside = opened->geometry().center();
+  ASSERT_TRUE(comesTrue([&] { return isPainted(inside); }));
+  ASSERT_TRUE(dragOn(opened->content(), inside));
+  desk.settle();
+  desk.button(false);
+  EXPECT_TRUE(inTime([&] { return QFile::exists(letters + u"/note.txt"_s); }));
+  UndoStack& undo = delegate->presenter().undoStack();
+  ASSERT_TRUE(inTime([&] { return undo.size() == 1; }));
+  EXPECT_EQ(undo.latest()->sentence, u"“note.txt” was copied to “Letters”."_s);
 }
 
 TEST_F(ShellScenario, AFolderOrAnAppMayVanishWhileAFileIsHeldOverIt) {

@@ -132,6 +132,8 @@ class DockView : public QWidget {
   /// The tile that is held beyond the glass, where the view cannot paint it. Whoever owns the view shows it there.
   std::optional<CarriedPicture> carried() const;
   qsizetype focusedItem() const { return state_.focusedItem(); }
+  /// The item that answers the pointer; -1 for none.
+  qsizetype hoveredItem() const { return hover_.item(); }
 
   /// Whether something travels, fades or pulses, so that frames run.
   bool isMoving() const { return animator_.isRunning(); }
