@@ -76,7 +76,6 @@ inline constexpr QLatin1StringView prefix{"prefix"};
 inline constexpr QLatin1StringView suffix{"suffix"};
 inline constexpr QLatin1StringView dashboard{"dashboard"};  ///< The page of the service where its values are from.
 inline constexpr QLatin1StringView codexExecutable{"codexExecutable"};
-inline constexpr QLatin1StringView dashboard{"dashboard"};  ///< The page that the tile opens.
 
 // What of a service a widget shows.
 inline constexpr QLatin1StringView site{"site"};
