@@ -35,7 +35,7 @@ class FakeRecorder final : public KeyRecorder {
 };
 
 /// Connections as a test wants them.
-class FakeConnections final : public Connections {
+class ToldConnections final : public Connections {
  public:
   std::optional<RemoteReading> reading(QUuid widget) const override {
     ++asked;
@@ -83,7 +83,7 @@ class SettingsFixture {
   RecordingCommands commands;
   DesktopAbilities abilities;
   FakeRecorder keys;
-  FakeConnections connections;
+  ToldConnections connections;
 
  private:
   QTemporaryDir folder_;
