@@ -69,7 +69,8 @@ QCoro::Task<GeocodeCache::Place> placeHere(WeatherLocation location, std::stop_t
 
 }  // namespace
 
-Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment, const QString& dataDirectory)
+Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment, const QString& dataDirectory,
+                   const QByteArray& certificates)
     : scheduler_(scheduler),
       environment_(environment),
       dataDirectory_(dataDirectory),
@@ -78,8 +79,8 @@ Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment, c
       clipboard_(keep(std::make_unique<ClipboardKeeper>(services_, dataDirectory, &programOf))),
       keychain_(std::make_shared<SecretServiceStore>(QDBusConnection::sessionBus()), dataDirectory),
       web_(std::make_shared<WebSession>(
-          std::make_shared<LoadedTransport>(NetworkSetup{.scheduler = &scheduler_, .certificates = {}}), keychain_,
-          scheduler_)),
+          std::make_shared<LoadedTransport>(NetworkSetup{.scheduler = &scheduler_, .certificates = certificates}),
+          keychain_, scheduler_)),
       connections_(keep(std::make_unique<LiveConnections>(connectionsSetup()))),
       readings_(keep(std::make_unique<Readings>(readingPorts(), clipboard_.history(), scheduler))),
       session_(keep(std::make_unique<DBusSessionApplication>())) {

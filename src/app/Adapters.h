@@ -20,13 +20,15 @@ namespace tarnwick {
 /// they outlive. Making them is cheap: what is costly begins when it is first used.
 class Adapters {
  public:
-  /// `dataDirectory` is where the program keeps what is the user's. Throws DomainError where there is no supported
-  /// window system.
-  Adapters(Scheduler& scheduler, const LaunchEnvironment& environment, const QString& dataDirectory);
+  /// `dataDirectory` is where the program keeps what is the user's. `certificates` are trusted besides those of the
+  /// system, as PEM; only tests have any. Throws DomainError where there is no supported window system.
+  Adapters(Scheduler& scheduler, const LaunchEnvironment& environment, const QString& dataDirectory,
+           const QByteArray& certificates = {});
   ~Adapters();
 
   const Services& services() const { return services_; }
   SessionApplication& session() { return session_; }
+  Connections& connections() { return connections_; }
 
   /// Fill in what the program is made of.
   StoreSetup storeSetup();

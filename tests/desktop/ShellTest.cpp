@@ -23,7 +23,7 @@ void ShellTest::start(const DockConfiguration& given) {
   config.onboardingComplete = true;  // No window covers the dock or takes the keyboard.
   desk.moveTo(desk.away());
   Persistence::save(config, file());
-  adapters = std::make_unique<Adapters>(time, LaunchEnvironment::ofProcess(), QFileInfo(file()).path());
+  adapters = std::make_unique<Adapters>(time, LaunchEnvironment::ofProcess(), QFileInfo(file()).path(), certificates);
   StoreSetup store = adapters->storeSetup();
   store.storage = file();
   DelegateSetup setup = adapters->delegateSetup();

@@ -49,6 +49,8 @@ class ShellTest : public ::testing::Test {
   /// The identity of the dock on a display; empty while there is none.
   QString idOn(int display);
 
+  /// Certificates that the next start trusts besides those of the system, as PEM.
+  QByteArray certificates;
   /// Whether the next start takes the place of another run.
   bool replaces = false;
   TestDesk& desk = TestDesk::current();

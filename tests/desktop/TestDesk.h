@@ -44,6 +44,8 @@ class TestDesk {
   }
   /// Types keys, by the numbers that the kernel gives them, while others are held down.
   virtual void type(const QList<std::uint32_t>& keys, const QList<std::uint32_t>& held = {}) = 0;
+  /// Types a text of small letters, digits and what stands in an address.
+  virtual void write(const QString& text);
   /// One key, as the kernel numbers it, for whoever has the keyboard.
   void tap(int key, bool withControl = false) {
     type({static_cast<std::uint32_t>(key)}, withControl ? QList<std::uint32_t>{KEY_LEFTCTRL} : QList<std::uint32_t>());

@@ -27,7 +27,7 @@ QString nameOf(std::uint32_t code) {
       {KEY_TAB, u"Tab"_s},     {KEY_UP, u"Up"_s},         {KEY_DOWN, u"Down"_s},    {KEY_C, u"c"_s},
       {KEY_Q, u"q"_s},         {KEY_R, u"r"_s},           {KEY_V, u"v"_s},          {KEY_X, u"x"_s},
       {KEY_Z, u"z"_s},         {KEY_A, u"a"_s},           {KEY_D, u"d"_s},          {KEY_LEFTCTRL, u"ctrl"_s},
-      {KEY_LEFTALT, u"alt"_s}, {KEY_SPACE, u"space"_s}};
+      {KEY_LEFTALT, u"alt"_s}, {KEY_SPACE, u"space"_s},   {KEY_COMPOSE, u"Menu"_s}, {KEY_END, u"End"_s}};
   return names.value(code);
 }
 
@@ -45,6 +45,7 @@ class WaylandDesk final : public CompositorDesk {
     for (const std::uint32_t code : held) arguments << u"-m"_s << nameOf(code);
     sway_.type(arguments);
   }
+  void write(const QString& text) override { sway_.type({u"-k"_s, u"Shift_L"_s, text}); }
   std::unique_ptr<TestTerminal> terminal() override {
     sway_.order(u"focus output HEADLESS-1"_s);
     return std::make_unique<TestTerminal>(QStringList{u"foot"_s, u"--title"_s, TestTerminal::title(), u"-o"_s,
