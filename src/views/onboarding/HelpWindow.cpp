@@ -90,6 +90,19 @@ void addClipboard(CardPage& page) {
             {QT_TRANSLATE_NOOP("Help", "Drag an entry"), QT_TRANSLATE_NOOP("Help", "Takes it into another app.")}});
 }
 
+void addConnections(CardPage& page) {
+  addPlain(page, QT_TRANSLATE_NOOP("Help", "In the form of a web service’s widget"),
+           {{QT_TRANSLATE_NOOP("Help", "Address"),
+             QT_TRANSLATE_NOOP("Help",
+                               "One of yours that answers with JSON, over https. The widget shows one field of it.")},
+            {QT_TRANSLATE_NOOP("Help", "Try It"),
+             QT_TRANSLATE_NOOP("Help", "Asks the address once and shows its answer. Click a field to have it shown.")},
+            {QT_TRANSLATE_NOOP("Help", "Credential"),
+             QT_TRANSLATE_NOOP("Help",
+                               "Kept in the desktop’s keyring, for this widget and this host alone. Settings, "
+                               "Connections shows how each connection stands.")}});
+}
+
 void addOrders(CardPage& page, bool hasCommandBar) {
   Card* card = page.addCard(HelpWords::tr("Commands for the running dock"));
   const auto add = [card](const QString& order, const char* what) {
@@ -141,6 +154,7 @@ HelpWindow::HelpWindow(AppStore& store, const DesktopAbilities& abilities) : App
   const bool hasCommandBar = abilities.commandBarKey.has_value();
   if (hasCommandBar) addCommandBar(*page);
   if (abilities.clipboard) addClipboard(*page);
+  addConnections(*page);
   addOrders(*page, hasCommandBar);
   setContent(nullptr, page);
   page->takeKeys();
