@@ -166,5 +166,35 @@ TEST(ControlsTest, DrawValuesThatMakeNoSense) {
   EXPECT_EQ(bar.value(), bar.maximum());
 }
 
+TEST(Charts, TellTheValueUnderThePointerAndWhatTheirEdgesMean) {
+  for (const ChartView::Kind kind : {ChartView::Kind::Line, ChartView::Kind::Bars}) {
+    QList<double> told;
+    ChartView chart(u"Visitors"_s, kind);
+    chart.resize(200, 64);
+    chart.setSeries({{{-4, 10, 30, 20}, {}}});
+    chart.setMinimum(-4);
+    chart.setWords([&told](double value) {
+      told << value;
+      return QString::number(value);
+    });
+    const auto toldAt = [&](int x) {
+      const QPointF at(x, 30);
+      QMouseEvent move(QEvent::MouseMove, at, chart.mapToGlobal(at), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+      QCoreApplication::sendEvent(&chart, &move);
+      told.clear();
+      chart.grab();
+      return told;
+    };
+    EXPECT_EQ(toldAt(2), (QList<double>{-4, 30, -4}));
+    EXPECT_EQ(toldAt(125).value(0), 30);
+    EXPECT_EQ(toldAt(500).value(0), 20) << "the last one is nearest";
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(&chart, &leave);
+    told.clear();
+    chart.grab();
+    EXPECT_TRUE(told.isEmpty());
+  }
+}
+
 }  // namespace
 }  // namespace tarnwick

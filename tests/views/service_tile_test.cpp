@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QTimeZone>
-
 #include "DockFixture.h"
 #include "views/families/services/ServiceTile.h"
 #include "views/panels/Room.h"
@@ -18,12 +16,12 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// Read at 10:24 UTC.
+/// Read at 10:24 of that morning.
 RemoteReading visitors() {
   RemoteReading reading;
   reading.value.value = u"3,184"_s;
   reading.value.subtitle = u"Visitors"_s;
-  reading.goodAt = QDateTime(QDate(2026, 11, 24), QTime(10, 24), QTimeZone::utc());
+  reading.goodAt = morning().now.addSecs(-36);
   return reading;
 }
 

@@ -45,11 +45,11 @@ RemoteState RemoteState::of(const RemoteReading& reading, const TileSources& sou
     return state;
   }
   const QTime time = reading.pausedUntil->toTimeZone(sources.now.timeZone()).time();
-  const QString until = ClockWords::time(time, sources.locale, sources.use24Hour).full();
-  state.pause = TileWords::tr("Paused until %1").arg(until);
+  state.until = ClockWords::time(time, sources.locale, sources.use24Hour).full();
+  state.pause = TileWords::tr("Paused until %1").arg(state.until);
   // A service that gave the time has it in its sentence.
-  if (state.problem.contains(until)) return state;
-  const QString pause = TileWords::tr("Paused until %1.").arg(until);
+  if (state.problem.contains(state.until)) return state;
+  const QString pause = TileWords::tr("Paused until %1.").arg(state.until);
   state.problem = state.problem.isEmpty() ? pause : state.problem + u' ' + pause;
   return state;
 }

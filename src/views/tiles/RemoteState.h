@@ -14,6 +14,7 @@ struct RemoteState {
   QString problem;         ///< Why this is not what there is now, in finished sentences; empty where it is.
   QString age;             ///< "12 min ago", where the value is older than one expects; else empty.
   QString pause;           ///< "Paused until 14:30"; else empty.
+  QString until;           ///< Its time alone.
 
   static RemoteState of(const RemoteReading& reading, const TileSources& sources);
 

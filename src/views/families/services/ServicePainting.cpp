@@ -31,6 +31,7 @@ constexpr double kSparkLeast = 32;
 constexpr double kSparkMost = 48;
 constexpr double kSparkTop = 15;
 constexpr double kSparkHeight = 18;
+constexpr qsizetype kSparkValues = 24;
 
 // Charts at the right.
 constexpr double kSeriesBaseline = 50;
@@ -44,8 +45,8 @@ constexpr double kSeriesLeast = 40;
 
 // Figures beside each other.
 constexpr double kDividerHeight = 32;
-constexpr double kColumnPadding = 9;
-constexpr double kColumnGap = 15;
+constexpr double kColumnPadding = 8;
+constexpr double kColumnGap = 13;
 
 // Allowances.
 constexpr double kUsageBar = 3.5;
@@ -131,8 +132,7 @@ QColor curveInk(const TileCanvas& canvas, const ServiceContent& content) {
   return sign == 0 ? canvas.accent() : canvas.colors().accent(sign > 0 ? Accent::Green : Accent::Red);
 }
 
-ChartLook lookOf(const TileCanvas& canvas, const ServiceContent& content) {
-  const QList<double>& numbers = content.numbers;
+ChartLook lookOf(const TileCanvas& canvas, const ServiceContent& content, const QList<double>& numbers) {
   ChartLook look{curveInk(canvas, content)};
   const auto [least, most] = std::ranges::minmax(numbers);
   // A curve of prices is seen by its changes, one of counts from nothing on.
@@ -161,13 +161,14 @@ bool drawChange(TileCanvas& canvas, const ServiceContent& content, double from) 
 // --- A value --------------------------------------------------------------------------------------------------------
 
 void drawSpark(TileCanvas& canvas, const ServiceContent& content, double from) {
-  if (content.numbers.size() < 2) return;
+  const QList<double> latest = content.numbers.last(std::min(content.numbers.size(), kSparkValues));
+  if (latest.size() < 2) return;
   const double right = canvas.width() - theme::kTextRight;
   const double width = std::min(kSparkMost, right - from - kSparkGap);
   if (width < kSparkLeast) return;
-  ChartLook look = lookOf(canvas, content);
+  ChartLook look = lookOf(canvas, content, latest);
   look.filled = look.marked = false;
-  paintChart(canvas, {right - width, kSparkTop, width, kSparkHeight}, content.numbers, look);
+  paintChart(canvas, {right - width, kSparkTop, width, kSparkHeight}, latest, look);
 }
 
 void paintValueTile(TileCanvas& canvas, const ServiceContent& content) {
@@ -217,7 +218,8 @@ void paintSeriesTile(TileCanvas& canvas, const ServiceContent& content) {
       return paintServiceSquares(canvas, box, content.numbers);
     default: {
       const double width = std::min(box.width(), kLineWidest);
-      paintChart(canvas, {right - width, kLineTop, width, kLineTall}, content.numbers, lookOf(canvas, content));
+      paintChart(canvas, {right - width, kLineTop, width, kLineTall}, content.numbers,
+                 lookOf(canvas, content, content.numbers));
     }
   }
 }

@@ -84,7 +84,7 @@ ServiceShape shapeOf(ServiceShape wish, const ServiceContent& content) {
 }
 
 QStringList captionsOf(const RemoteReading& reading, const RemoteState& state, const QString& name) {
-  if (!state.pause.isEmpty()) return {state.pause};
+  if (!state.pause.isEmpty()) return {state.pause, TileWords::tr("Until %1").arg(state.until)};
   if (state.hasFailed) {
     if (state.age.isEmpty()) return {state.problem};
     return {TileWords::tr("Last value, %1").arg(state.age), state.age};
