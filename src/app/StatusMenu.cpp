@@ -11,6 +11,7 @@
 #include "config/DockLayout.h"
 #include "store/AppStore.h"
 #include "store/Commands.h"
+#include "views/controls/PlainTip.h"
 #include "views/theme/Typography.h"
 
 namespace tarnwick {
@@ -122,7 +123,7 @@ void StatusMenu::refresh() {
   // The menu takes this font when it opens; a tray may read it before.
   const QFontMetrics metrics(Typography::widgetFont(TextStyle::Body));
   message_->setText(says ? withoutMnemonic(metrics.elidedText(error, Qt::ElideRight, kMessageWidth)) : QString());
-  message_->setToolTip(error);
+  message_->setToolTip(plainTip(error));
   message_->setVisible(says);
   belowMessage_->setVisible(says);
   continueSetup_->setVisible(!store_.config().onboardingComplete);

@@ -1,5 +1,7 @@
 #include "files/BookmarkText.h"
 
+#include "base/ForeignText.h"
+
 #include <lz4.h>
 
 #include <QJsonArray>
@@ -21,7 +23,7 @@ void append(QList<Bookmark>& list, const QString& title, const QString& address,
   const QString scheme = url.scheme();
   const bool opens = url.isValid() && (scheme == "https"_L1 || scheme == "http"_L1 || scheme == "ftp"_L1);
   if (!opens || url.host().isEmpty() || list.size() >= BookmarkText::most) return;
-  const QString name = title.simplified();
+  const QString name = ForeignText::line(title).simplified();
   list.append({name.isEmpty() ? url.host() : name, url, folder});
 }
 

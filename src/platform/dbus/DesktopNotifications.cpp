@@ -3,6 +3,7 @@
 #include <QDBusMessage>
 #include <utility>
 
+#include "base/ForeignText.h"
 #include "platform/dbus/BusNames.h"
 
 namespace tarnwick {
@@ -44,7 +45,7 @@ void DesktopNotifications::askWhatCanBeStarted() {
 }
 
 void DesktopNotifications::post(const QString& title, const QString& body, std::function<void()> unseen) {
-  Bubble bubble{title, body, std::move(unseen)};
+  Bubble bubble{ForeignText::line(title), ForeignText::line(body), std::move(unseen)};
   if (readsMarkup_ && waiting_.empty()) {
     send(bubble);
     return;

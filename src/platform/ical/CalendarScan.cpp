@@ -4,6 +4,7 @@
 
 #include "base/DomainError.h"
 #include "base/DurableFile.h"
+#include "base/ForeignText.h"
 #include "platform/ical/CalendarFileWords.h"
 
 namespace tarnwick {
@@ -68,6 +69,9 @@ CalendarScan::Known CalendarScan::open(const CalendarFile& file, const CalendarR
     // Gone since it was listed: its folder reports that.
     if (!data) return known;
     known.text = reader_->read(*data, range);
+    known.text.name = ForeignText::line(known.text.name);
+    for (CalendarEvent& event : known.text.events) event.title = ForeignText::line(event.title);
+    for (Reminder& reminder : known.text.reminders) reminder.title = ForeignText::line(reminder.title);
     if (!known.text.isCalendar && !data->trimmed().isEmpty()) {
       known.problem = CalendarFileWords::tr("The file “%1” is not a calendar.").arg(name);
     } else if (known.text.isDamaged) {

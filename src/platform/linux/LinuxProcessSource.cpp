@@ -15,6 +15,7 @@
 
 #include "base/DomainError.h"
 #include "base/FileDescriptor.h"
+#include "base/ForeignText.h"
 #include "base/SmallFile.h"
 
 namespace tarnwick {
@@ -64,7 +65,7 @@ QString nameOf(int processes, qint32 pid, const QByteArray& kernelName, bool isK
       name = QByteArray(command.data(), static_cast<qsizetype>(command.size()));
     }
   }
-  const QString shown = QString::fromUtf8(name);
+  const QString shown = ForeignText::line(QString::fromUtf8(name));
   return shown.isEmpty() ? LinuxProcessSourceWords::tr("Process %1").arg(pid) : shown;
 }
 

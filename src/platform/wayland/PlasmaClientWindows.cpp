@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/ForeignText.h"
 #include "platform/wayland/WaylandPanel.h"
 
 namespace tarnwick {
@@ -16,7 +17,7 @@ class PlasmaClientWindows::Window {
     static constexpr org_kde_plasma_window_listener kListener{
         .title_changed =
             [](void* data, org_kde_plasma_window*, const char* title) {
-              of(data).window_.title = QString::fromUtf8(title);
+              of(data).window_.title = ForeignText::line(QString::fromUtf8(title));
               of(data).changed();
             },
         .app_id_changed =

@@ -5,6 +5,7 @@
 #include <span>
 #include <utility>
 
+#include "base/ForeignText.h"
 #include "platform/wayland/WaylandPanel.h"
 
 namespace tarnwick {
@@ -17,7 +18,7 @@ class WaylandClientWindows::Toplevel {
     coming_.id = id;
     static constexpr zwlr_foreign_toplevel_handle_v1_listener kListener{
         .title = [](void* data, zwlr_foreign_toplevel_handle_v1*,
-                    const char* title) { of(data).coming_.title = QString::fromUtf8(title); },
+                    const char* title) { of(data).coming_.title = ForeignText::line(QString::fromUtf8(title)); },
         .app_id = [](void* data, zwlr_foreign_toplevel_handle_v1*,
                      const char* name) { of(data).coming_.applicationId = QString::fromUtf8(name); },
         .output_enter = [](void* data, zwlr_foreign_toplevel_handle_v1*, wl_output* output) { of(data).enter(output); },

@@ -1,5 +1,7 @@
 #include "platform/x11/X11WindowReader.h"
 
+#include "base/ForeignText.h"
+
 #include <QSysInfo>
 #include <algorithm>
 #include <utility>
@@ -95,6 +97,7 @@ X11WindowReader::Answer X11WindowReader::read() {
   window.id = window_;
   window.title = visibleName_.text();
   if (window.title.isEmpty()) window.title = name_.text();
+  window.title = ForeignText::line(window.title);
   readClass(window);
   window.pid = localPid();
   const QList<quint32> states = states_.words();

@@ -13,6 +13,7 @@
 #include "views/controls/DragSource.h"
 #include "views/controls/Mirroring.h"
 #include "views/controls/PaintedList.h"
+#include "views/controls/PlainTip.h"
 #include "views/theme/Glass.h"
 
 namespace tarnwick {
@@ -51,7 +52,7 @@ class ItemView::Model final : public ItemModel<ViewItem> {
       case Qt::AccessibleDescriptionRole:
         return item->caption.isEmpty() ? item->value : item->caption;
       case Qt::ToolTipRole:
-        return item->tip.isEmpty() ? item->title : item->tip;
+        return plainTip(item->tip.isEmpty() ? item->title : item->tip);
       default:
         return {};
     }

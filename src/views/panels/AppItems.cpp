@@ -61,7 +61,7 @@ void AppItems::set(const QList<AppItem>& apps) {
   for (const AppItem& app : apps) {
     icons_.insert(app.path, app.icon);
     ViewItem item{app.path, app.name};
-    item.tip = app.comment.isEmpty() ? app.name : app.name + u'\n' + app.comment;
+    item.tip = app.comment.isEmpty() ? app.name : QStringLiteral("%1 · %2").arg(app.name, app.comment);
     // Dropped on the dock, an entry becomes a tile.
     if (app.path.startsWith(u'/')) item.drag = QUrl::fromLocalFile(app.path);
     items.append(item);

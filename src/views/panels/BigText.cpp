@@ -4,6 +4,7 @@
 
 #include "views/controls/ControlTheme.h"
 #include "views/controls/Mirroring.h"
+#include "views/controls/PlainTip.h"
 #include "views/theme/Typography.h"
 
 namespace tarnwick {
@@ -52,7 +53,7 @@ void ResultView::setResult(const QStringList& forms, const QString& unit) {
   sentence_.clear();
   const QString whole = forms.value(0) + (unit.isEmpty() ? QString() : u' ' + unit);
   setAccessibleName(whole);
-  setToolTip(whole);
+  setPlainTip(*this, whole);
   update();
 }
 

@@ -8,6 +8,7 @@
 #include "views/controls/ControlTheme.h"
 #include "views/controls/Fields.h"
 #include "views/controls/Labels.h"
+#include "views/controls/PlainTip.h"
 #include "views/controls/Rows.h"
 #include "views/panels/PanelWords.h"
 #include "views/panels/RowList.h"
@@ -93,7 +94,7 @@ void PlaceField::offer(const ServiceAnswer<Places>& answer) {
     row->setClickable(true);
     row->setParted(!choices_.isEmpty());
     row->setValue(place.region, Tone::Secondary);
-    row->setToolTip(place.region.isEmpty() ? QString() : PanelWords::tr("%1, %2").arg(place.name, place.region));
+    setPlainTip(*row, place.region.isEmpty() ? QString() : PanelWords::tr("%1, %2").arg(place.name, place.region));
     row->installEventFilter(this);
     connect(row, &QPushButton::clicked, this, [this, place] { take(place); });
     choices_ << row;

@@ -6,6 +6,7 @@
 #include "views/controls/Buttons.h"
 #include "views/controls/ControlTheme.h"
 #include "views/controls/Mirroring.h"
+#include "views/controls/PlainTip.h"
 #include "views/families/calendar/EventWords.h"
 #include "views/panels/PanelWords.h"
 #include "views/theme/Glass.h"
@@ -33,7 +34,7 @@ AgendaRow::AgendaRow(const Words& words, double column, std::function<void()> jo
   QStringList spoken{words.title, words.begin, words.end, words.place};
   spoken.removeAll(QString());
   setAccessibleName(spoken.join(u", "_s));
-  setToolTip(spoken.join(u", "_s));
+  setPlainTip(*this, spoken.join(u", "_s));
   if (!join) return;
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);

@@ -3,6 +3,7 @@
 #include <QSet>
 #include <algorithm>
 
+#include "base/ForeignText.h"
 #include "views/families/calendar/EventWords.h"
 #include "views/theme/Glass.h"
 #include "views/tiles/DayPainting.h"
@@ -228,7 +229,7 @@ TodayEventContent makeTodayEvent(const TileRequest& request) {
     content.title = event.title;
     content.caption = EventWords::when(event, sources);
     content.shortCaption = EventWords::brief(event, sources);
-    content.spoken += u": "_s + joined({content.title, content.caption, event.location}, u", "_s);
+    content.spoken += u": "_s + joined({content.title, content.caption, ForeignText::line(event.location)}, u", "_s);
   }
   return content;
 }
@@ -247,7 +248,8 @@ NextEventContent makeNextEvent(const TileRequest& request) {
   const CalendarDigest& digest = digestOf(request.sources);
   if (digest.upcoming.isEmpty()) return {TileWords::tr("No events"), TileWords::tr("Nothing is planned"), false};
   const CalendarEvent& event = digest.upcoming.first();
-  return {event.title, joined({EventWords::distance(event, request.sources), event.location}, u" · "_s), true};
+  return {event.title,
+          joined({EventWords::distance(event, request.sources), ForeignText::line(event.location)}, u" · "_s), true};
 }
 
 TileText describe(const NextEventContent& content, const QString& name) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/ForeignText.h"
 #include "store/Commands.h"
 #include "views/families/calendar/EventWords.h"
 #include "views/panels/PanelWords.h"
@@ -22,7 +23,7 @@ QList<DayAgenda::Occasion> DayAgenda::occasions(const QDate& day, const Calendar
     occasion.words = {event.allDay ? PanelWords::tr("All day") : EventWords::time(event.start, sources),
                       event.allDay || event.end <= event.start ? QString() : EventWords::time(event.end, sources),
                       event.title,
-                      event.location,
+                      ForeignText::line(event.location),
                       event.colour,
                       event.end < sources.now && day <= sources.now.date()};
     if (!occasion.words.past) occasion.link = event.meetingLink;

@@ -4,6 +4,7 @@
 
 #include "base/LocalFigures.h"
 #include "views/controls/Buttons.h"
+#include "views/controls/PlainTip.h"
 #include "views/controls/Rows.h"
 #include "views/families/calendar/CalendarTiles.h"
 #include "views/families/calendar/DayAgenda.h"
@@ -167,7 +168,7 @@ class OverviewPanel final : public TilePanel {
       if (!item.completed && rows.size() < kMostDue) {
         auto* row = new CheckRow(item.text.simplified());
         row->setParted(!rows.isEmpty());
-        row->setToolTip(item.text);
+        setPlainTip(*row, item.text);
         connect(row, &QAbstractButton::clicked, this, [this, id = item.id] { store().toggleTodo(id); });
         rows << row;
       }

@@ -1,5 +1,6 @@
 #include "views/families/calendar/ReminderRow.h"
 
+#include "views/controls/PlainTip.h"
 #include "views/controls/Rows.h"
 #include "views/panels/PanelWords.h"
 
@@ -11,7 +12,7 @@ QWidget* makeReminderRow(const Reminder& reminder, const QString& when, bool par
     auto* row = new ListRow(reminder.title);
     row->setValue(when, Tone::Secondary);
     row->setParted(parted);
-    row->setToolTip(PanelWords::tr("“%1” cannot be changed here.").arg(reminder.calendar));
+    setPlainTip(*row, PanelWords::tr("“%1” cannot be changed here.").arg(reminder.calendar));
     return row;
   }
   auto* row = new CheckRow(reminder.title);

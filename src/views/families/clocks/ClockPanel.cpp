@@ -7,6 +7,7 @@
 #include "views/controls/Fields.h"
 #include "views/controls/FullWidth.h"
 #include "views/controls/MonthGrid.h"
+#include "views/controls/PlainTip.h"
 #include "views/controls/Rows.h"
 #include "views/families/clocks/DateTiles.h"
 #include "views/panels/PanelWords.h"
@@ -153,7 +154,7 @@ class ClockPanel final : public TilePanel {
   ListRow* addZone(const Zone& zone) {
     auto* row = new ListRow(zone.label);
     row->setParted(!rows_.isEmpty());
-    row->setToolTip(zone.name);
+    setPlainTip(*row, zone.name);
     if (zone.removable) {
       auto* remove = new IconButton(
           u"xmark"_s, isList_ ? PanelWords::tr("Remove %1").arg(zone.label) : PanelWords::tr("Use local time"));

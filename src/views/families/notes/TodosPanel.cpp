@@ -13,6 +13,7 @@
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
 #include "views/controls/FullWidth.h"
+#include "views/controls/PlainTip.h"
 #include "views/controls/Rows.h"
 #include "views/panels/PanelWords.h"
 #include "views/theme/Glass.h"
@@ -53,7 +54,7 @@ class TodoRow final : public QWidget {
     line->addWidget(edit_);
     line->addWidget(remove_);
     check_->setChecked(item.completed);
-    check_->setToolTip(item.text);
+    setPlainTip(*check_, item.text);
     for (QWidget* part : std::initializer_list<QWidget*>{check_, field_, edit_, remove_})
       part->installEventFilter(this);
     field_->hide();

@@ -10,6 +10,7 @@
 #include "views/controls/Buttons.h"
 #include "views/controls/Charts.h"
 #include "views/controls/ConfirmBar.h"
+#include "views/controls/PlainTip.h"
 #include "views/controls/Rows.h"
 #include "views/controls/Segments.h"
 #include "views/families/system/ProcessSection.h"
@@ -89,12 +90,12 @@ class ProcessesPanel final : public TilePanel {
 
   void fill(const Line& line, const ProcessUsage& usage, ProcessOrder order, double most, const QLocale& locale) {
     line.row->setTitle(usage.reading.name);
-    line.row->setToolTip(PanelWords::tr("%1 · process %2").arg(usage.reading.name).arg(usage.reading.pid));
+    setPlainTip(*line.row, PanelWords::tr("%1 · process %2").arg(usage.reading.name).arg(usage.reading.pid));
     line.row->setValue(order == ProcessOrder::CPU ? LocalFigures::of(ProcessRanking::cpuText(usage.cpu), locale)
                                                   : memoryText(locale, usage.reading.memory));
     line.row->setBar(amount(usage, order) / most);
     line.end->setLabel(PanelWords::tr("End %1").arg(usage.reading.name));
-    line.end->setToolTip(line.end->label());
+    setPlainTip(*line.end, line.end->label());
   }
 
   /// The process that was shown, not the one that takes its row while the user thinks.

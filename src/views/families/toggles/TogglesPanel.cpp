@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "views/controls/PlainTip.h"
 #include "views/controls/Rows.h"
 #include "views/controls/Switch.h"
 #include "views/panels/PanelWords.h"
@@ -64,7 +65,7 @@ class TogglesPanel final : public TilePanel {
       rows_[i]->setSymbol(QString::fromLatin1(kToggles[i].symbol), state.on ? Tone::AccentWord : Tone::Primary);
       const QString sentence = PanelWords::tr(kToggles[i].sentence);
       rows_[i]->setCaption(available || state.capability.reason.isEmpty() ? sentence : state.capability.reason);
-      rows_[i]->setToolTip(state.capability.reason);
+      setPlainTip(*rows_[i], state.capability.reason);
       switches_[i]->setAccessibleDescription(state.capability.reason);
     }
   }
