@@ -1,5 +1,7 @@
 #include "services/RemoteRules.h"
 
+#include <algorithm>
+
 #include "base/ForeignText.h"
 #include "services/ServiceWords.h"
 #include "widgets/catalog/Catalog.h"
@@ -15,6 +17,7 @@ namespace {
 
 constexpr auto kWaitingSymbol = "cloud.sun.fill"_L1;
 constexpr int kTooManyRequests = 429;
+constexpr qsizetype kMostDetailLines = 12;
 
 RemoteValue headlineOnly(const std::optional<RemoteValue>& previous, const QString& subtitle, const QDateTime& now) {
   RemoteValue value;
@@ -69,7 +72,10 @@ RemoteValue RemoteRules::cleaned(RemoteValue value) {
   const auto clean = [](QString& text) { text = ForeignText::line(text); };
   if (value.value) clean(*value.value);
   clean(value.subtitle);
-  clean(value.detail);
+  // Its line breaks are ours: one line for each window of a plan.
+  QStringList lines = value.detail.split(u'\n').first(std::min(value.detail.count(u'\n') + 1, kMostDetailLines));
+  for (QString& line : lines) clean(line);
+  value.detail = lines.join(u'\n');
   for (ServiceMetric& metric : value.metrics) {
     clean(metric.label);
     clean(metric.value);

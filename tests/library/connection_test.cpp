@@ -229,6 +229,31 @@ TEST_F(ConnectionFormTest, TryingSaysWhatCameAndFollowsTheForm) {
   question->end();
 }
 
+TEST_F(ConnectionFormTest, AServiceAsksForWhatItNeedsAndGoesToItsOwnAddress) {
+  const DockWidget widget = fixture_.add(u"analyticsPlausible"_s, {});
+  const auto window = fixture_.editor(widget.id);
+  EXPECT_TRUE(says(*window, u"Unique visitors of a site in the last seven days."_s));
+  EXPECT_FALSE(named<QLineEdit>(*window, u"Address"_s)->isVisible()) << "what is connected to nothing begins there";
+  press(*window, u"Open plausible.io"_s);
+  EXPECT_TRUE(fixture_.commands.asked.contains(u"https://plausible.io/settings/api-keys"_s));
+  EXPECT_FALSE(window->save());
+  EXPECT_TRUE(says(*window, u"Enter your Plausible site domain."_s));
+  write(*window, u"Site domain"_s, u"example.com"_s);
+  write(*window, u"Credential"_s, u"secret"_s);
+  // What was written about an address is not there any more, and is not stored.
+  EXPECT_TRUE(window->save() || waitFor([&] { return !window->isVisible(); }));
+  const QMap<QString, QString> stored = fixture_.find(widget.id)->options;
+  EXPECT_EQ(stored.value(option::connectionMode), value::native);
+  EXPECT_EQ(stored.value(option::endpoint), u"https://plausible.io"_s);
+  EXPECT_EQ(stored.value(option::site), u"example.com"_s);
+  EXPECT_EQ(services().kept.value(Keychain::account(*fixture_.find(widget.id))), u"secret"_s);
+
+  // One with an address of its own keeps that.
+  const auto own = fixture_.editor(connected().id);
+  EXPECT_TRUE(named<QLineEdit>(*own, u"Address"_s)->isVisible());
+  EXPECT_FALSE(named<QLineEdit>(*own, u"Site domain"_s)->isVisible());
+}
+
 TEST(AnswerModelTest, RowsAreMadeAsTheyAreOpenedAndFewOfMany) {
   QJsonArray many;
   for (int i = 0; i < 5000; ++i) many.append(i);

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "services/ProviderTable.h"
 #include "views/panels/PlainPanel.h"
 #include "views/tiles/GenericTile.h"
 #include "widgets/catalog/Catalog.h"
@@ -90,7 +91,7 @@ bool Rooms::hasForm(const QString& kind) {
 }
 
 bool Rooms::comesLater(const QString& kind) {
-  return Rows(Catalog::find(kind)).get(&RoomRow::comesLater).value_or(false);
+  return Rows(Catalog::find(kind)).get(&RoomRow::comesLater).value_or(false) && !offeredProvider(kind);
 }
 
 void Rooms::act(const PartClick& click) {

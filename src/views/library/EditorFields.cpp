@@ -2,8 +2,10 @@
 
 #include <QCoreApplication>
 
+#include "services/ProviderTable.h"
 #include "views/families/Rooms.h"
 #include "widgets/LibraryWords.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -32,11 +34,45 @@ EditorField fieldOf(const WidgetOption& option) {
   return field;
 }
 
+/// What is asked about an address of the user's own, and about no service.
+bool isOfAddress(const QString& key) {
+  return key == option::endpoint || key == option::field || key == option::metricLabel || key == option::prefix ||
+         key == option::suffix;
+}
+
+/// What the service wants to know, and where its credential is made.
+QList<EditorField> fieldsOf(const Provider& provider, const QString& kind) {
+  QList<EditorField> fields;
+  for (const ProviderField& each : provider.fields(kind)) {
+    EditorField field;
+    field.key = each.key;
+    field.label = each.label;
+    field.placeholder = each.placeholder;
+    field.onlyIn = value::native;
+    fields << field;
+  }
+  EditorField page;
+  page.shape = FieldShape::Page;
+  page.label = provider.credential.label;
+  page.help = provider.credential.explanation;
+  page.value = provider.credential.page.toString();
+  page.onlyIn = value::native;
+  return fields << page;
+}
+
 }  // namespace
 
 QList<EditorField> EditorFields::of(const QString& kind) {
+  const Provider* provider = offeredProvider(kind);
   QList<EditorField> fields;
-  for (const WidgetOption& option : Rooms::options(kind)) fields.append(fieldOf(option));
+  for (const WidgetOption& declared : Rooms::options(kind)) {
+    EditorField field = fieldOf(declared);
+    if (provider && isOfAddress(field.key)) field.onlyIn = QString();
+    const bool isConnection = provider && field.key == option::connectionMode;
+    if (isConnection) field.help = provider->explanation(kind);
+    fields << field;
+    if (isConnection) fields << fieldsOf(*provider, kind);
+  }
   return fields;
 }
 

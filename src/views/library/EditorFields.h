@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QString>
+#include <optional>
 
 #include "views/panels/WidgetOption.h"
 
@@ -19,11 +20,13 @@ struct EditorField {
   int usual = 0;  ///< What an absent option means, of steps.
   int least = 0;
   int most = 0;
-  bool isLater = false;  ///< Nothing reads it yet, as `help` says: it is shown out of use.
-  QString fault;         ///< The sentence of a failed save that belongs to this line.
+  bool isLater = false;           ///< Nothing reads it yet, as `help` says: it is shown out of use.
+  QString fault;                  ///< The sentence of a failed save that belongs to this line.
+  std::optional<QString> onlyIn;  ///< The `connectionMode` in which the line is there; absent for all.
 };
 
-/// What the form of each kind holds beside the title: the options that its room declares.
+/// What the form of each kind holds beside the title: the options that its room declares, and where it has a service
+/// those of its provider.
 struct EditorFields {
   /// Empty where there is nothing to set.
   static QList<EditorField> of(const QString& kind);

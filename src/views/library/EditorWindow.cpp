@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "base/DomainError.h"
+#include "services/ProviderTable.h"
 #include "store/AppStore.h"
 #include "store/DocumentEdits.h"
 #include "views/controls/Buttons.h"
@@ -34,6 +35,12 @@ constexpr int kMargin = 16;
 
 const DockWidget* stored(const AppStore& store, const QUuid& widget) {
   return DocumentEdits::find(store.config(), widget);
+}
+
+/// A widget that is connected to nothing yet is most likely meant for its service.
+bool prefersService(const DockWidget& widget) {
+  return offeredProvider(widget.kind) && !widget.options.contains(option::connectionMode) &&
+         widget.options.value(option::endpoint).isEmpty();
 }
 
 /// A widget with the address that it asks, as far as that is known before all else is filled in.
@@ -109,7 +116,9 @@ QWidget* EditorWindow::makeBody() {
 }
 
 void EditorWindow::addLine(const EditorField& field) {
-  FieldControl* control = FieldControl::make(field, {services_.apps, services_.previews.icons, services_.connections});
+  FieldControl* control =
+      FieldControl::make(field, {services_.apps, services_.previews.icons, services_.connections,
+                                 [to = &services_.commands](const QUrl& page) { to->openUrl(page); }});
   FormRow* row = control->isWide() ? FormRow::wide(field.label, control, field.help)
                                    : new FormRow(field.label, control, field.help);
   page_->cards().constFirst()->add(row);
@@ -156,16 +165,30 @@ void EditorWindow::take() {
     const QSignalBlocker quiet(title_);
     title_->setText(widget->title);
   }
-  for (const auto& line : lines_)
-    if (!line->touched) line->control->setValue(widget->options.value(line->field.key));
+  for (const auto& line : lines_) {
+    if (line->touched) continue;
+    line->control->setValue(widget->options.value(line->field.key));
+    if (line->field.key == option::connectionMode && prefersService(*widget)) {
+      line->control->setValue(value::native);
+      line->touched = true;
+    }
+  }
   showEdited();
+}
+
+/// Whether a line is there in this connection, which is that of the form.
+bool EditorWindow::isThere(const Line& line) const {
+  if (!line.field.onlyIn) return true;
+  const auto connection =
+      std::ranges::find_if(lines_, [](const auto& each) { return each->field.key == option::connectionMode; });
+  return connection == lines_.end() || (*connection)->control->value() == *line.field.onlyIn;
 }
 
 DockWidget EditorWindow::edited(const DockWidget& stored) const {
   DockWidget widget = stored;
   if (titleTouched_) widget.title = title_->text().trimmed();
   for (const auto& line : lines_) {
-    if (line->touched) line->control->write(widget, line->field.key);
+    if (line->touched && isThere(*line)) line->control->write(widget, line->field.key);
   }
   return widget;
 }
@@ -192,6 +215,7 @@ void EditorWindow::showEdited() {
   const DockWidget* widget = stored(store_, widget_);
   if (!widget) return;
   const DockWidget now = edited(*widget);
+  for (const auto& line : lines_) line->row->setVisible(isThere(*line));
   preview_->show(now);
   if (credential_) credential_->follow(asked(*widget, services_.forms), asked(now, services_.forms));
   if (try_) try_->follow(now);
@@ -226,7 +250,7 @@ std::optional<WidgetEditor::Outcome> EditorWindow::checked() {
   }
   clearFaults();
   for (const auto& line : lines_) {
-    const QString fault = line->touched ? line->control->fault() : QString();
+    const QString fault = line->touched && isThere(*line) ? line->control->fault() : QString();
     if (fault.isEmpty()) continue;
     showFault(line.get(), fault);
     return std::nullopt;

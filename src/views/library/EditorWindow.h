@@ -56,6 +56,7 @@ class EditorWindow final : public AppWindow {
   QWidget* makeBody();
   void addLine(const EditorField& field);
   void take();
+  bool isThere(const Line& line) const;
   DockWidget edited(const DockWidget& stored) const;
   void changed(Line& line);
   void follow();

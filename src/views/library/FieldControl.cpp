@@ -7,6 +7,7 @@
 #include "base/LocalFigures.h"
 #include "base/Text.h"
 #include "services/ChosenPlace.h"
+#include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
 #include "views/controls/Rows.h"
 #include "views/controls/Segments.h"
@@ -160,6 +161,21 @@ class PlaceControl final : public FieldControl {
   std::optional<GeocodeCache::Place> chosen_;
 };
 
+/// Opens a page; it stands for no option.
+class PageControl final : public FieldControl {
+ public:
+  PageControl(const EditorField& field, const std::function<void(const QUrl& page)>& open) {
+    const QUrl page(field.value);
+    if (page.isEmpty()) return;
+    auto* button = new Button(LibraryWords::tr("Open %1").arg(page.host()));
+    connect(button, &QPushButton::clicked, this, [open, page] { open(page); });
+    hold(button);
+  }
+  QString value() const override { return {}; }
+  void setValue(const QString&) override {}
+  void write(DockWidget&, const QString&) const override {}
+};
+
 /// The switches of a tile of quick toggles, of which some are chosen.
 class TogglesControl final : public FieldControl {
  public:
@@ -231,6 +247,8 @@ FieldControl* FieldControl::make(const EditorField& field, const FieldServices& 
       return new LineControl(field);
     case FieldShape::Credential:
       return new CredentialField(field);
+    case FieldShape::Page:
+      return new PageControl(field, services.openPage);
     case FieldShape::Text:
       return new TextControl(field);
     case FieldShape::Switch:

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QUrl>
 #include <QWidget>
+#include <functional>
 #include <memory>
 
 #include "apps/InstalledApps.h"
@@ -17,6 +19,7 @@ struct FieldServices {
   InstalledApps& apps;
   TileIcons icons;
   Connections& connections;
+  std::function<void(const QUrl& page)> openPage;
 };
 
 /// The control of one option in a form. It holds the option as the text that a widget keeps.

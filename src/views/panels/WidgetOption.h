@@ -20,7 +20,8 @@ enum class FieldShape {
   Folder,        ///< The path of a folder.
   Toggles,       ///< The switches of a tile of quick toggles.
   Credential,    ///< Kept elsewhere than the option.
-  Word           ///< A short line, beside its label.
+  Word,          ///< A short line, beside its label.
+  Page           ///< No option: a page of the web to be opened.
 };
 
 /// An option of a kind, as its room declares it; the form of a widget follows from that. Texts are marked for

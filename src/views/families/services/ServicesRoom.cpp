@@ -17,7 +17,7 @@ namespace {
 using enum FieldShape;
 
 constexpr const char* kServiceLater =
-    QT_TRANSLATE_NOOP("Library", "An address of your own works now; the service itself comes with a later version.");
+    QT_TRANSLATE_NOOP("Library", "An address of your own works now; signing in to the service comes with a later version.");
 constexpr const char* kCodexLater = QT_TRANSLATE_NOOP(
     "Library", "An address of your own works now; reading Codex on this computer comes with a later version.");
 
