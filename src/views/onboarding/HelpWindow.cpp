@@ -92,7 +92,11 @@ void addClipboard(CardPage& page) {
 
 void addConnections(CardPage& page) {
   addPlain(page, QT_TRANSLATE_NOOP("Help", "In the form of a web service’s widget"),
-           {{QT_TRANSLATE_NOOP("Help", "Address"),
+           {{QT_TRANSLATE_NOOP("Help", "Service"),
+             QT_TRANSLATE_NOOP("Help",
+                               "Shows what the service itself says, by a key or token that it makes for you. The form "
+                               "says which one and opens the page where it is made.")},
+            {QT_TRANSLATE_NOOP("Help", "Address"),
              QT_TRANSLATE_NOOP("Help",
                                "One of yours that answers with JSON, over https. The widget shows one field of it.")},
             {QT_TRANSLATE_NOOP("Help", "Try It"),
