@@ -91,7 +91,8 @@ class ConnectionScenario : public ShellTest {
       ASSERT_TRUE(comesTrue([&] { return menu() && menu()->activeAction() != before; }));
     }
     desk.tap(KEY_ENTER);
-    ASSERT_TRUE(comesTrue([&] { return form() && form()->isActiveWindow() && QApplication::focusWidget(); }));
+    ASSERT_TRUE(inTime([&] { return form() && form()->isActiveWindow() && QApplication::focusWidget(); }))
+        << (form() ? "it has no keyboard" : "there is none");
   }
   /// Writes over what stands in the address and saves.
   void changeAddress(const QString& address) {
