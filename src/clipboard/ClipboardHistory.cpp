@@ -90,7 +90,7 @@ void ClipboardHistory::take(const Outcome& outcome) {
 }
 
 void ClipboardHistory::load(Done done) {
-  start([](ClipboardStore& store) { store.load(); },
+  start([](ClipboardStore& store) { store.removeStrayPictures(); },
         [done = std::move(done)](const Outcome&) {
           if (done) done();
         });

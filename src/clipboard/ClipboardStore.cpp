@@ -84,7 +84,6 @@ void ClipboardStore::load() {
     auto index = RecordCodec::fromBytes<ClipboardIndex>(*bytes);
     if (index.version != kIndexVersion) throw DomainError::invalid(ClipboardStoreWords::tr("unsupported format"));
     items_ = std::move(index.entries);
-    removeStrayPictures();
   } catch (const DomainError&) {
     readable_ = false;
     throw DomainError::invalid(
@@ -274,7 +273,9 @@ QList<ClipboardEntry> ClipboardStore::evict(const QList<ClipboardEntry>& items) 
   return kept;
 }
 
-void ClipboardStore::removeStrayPictures() const {
+void ClipboardStore::removeStrayPictures() {
+  load();
+  if (!QFileInfo::exists(indexPath())) return;
   static const QRegularExpression digest(u"^[0-9a-f]{64}\\.png$"_s);
   QSet<QString> kept;
   for (const ClipboardEntry& entry : items_) kept.insert(entry.imageFile);

@@ -48,6 +48,10 @@ class ClipboardStore {
   /// Reads the index, once. One that is not there is an empty history.
   void load();
 
+  /// Removes pictures that no entry has, of a copy that was on its way into the index when the last run ended. Only
+  /// for who alone writes to the folder, and nothing where there is no index to go by.
+  void removeStrayPictures();
+
   /// Takes a copy in as the newest entry, and gives what was stored. One that is there already moves to the front and
   /// stays a favourite. Absent for what is not kept: nothing at all, and what is over the limits.
   std::optional<ClipboardEntry> record(const ClipboardCapture& capture, const QDateTime& now);
@@ -85,8 +89,6 @@ class ClipboardStore {
   bool emptyFolder() const;
   /// Drops what is over the limits.
   static QList<ClipboardEntry> evict(const QList<ClipboardEntry>& items);
-  /// Removes pictures that no entry has: of a copy that was on its way into the index when the last run ended.
-  void removeStrayPictures() const;
   /// Removes the files of entries that are not in the history any more.
   void removeFiles(const QList<ClipboardEntry>& before) const;
 

@@ -418,7 +418,7 @@ TEST_F(ClipboardStoreTest, WhatAKilledWriteLeftBehindGoesAtTheNextStart) {
   put(u"Clipboard/%1.png"_s.arg(QString(64, u'a')), "no entry came to this one");
   put(u"Clipboard/portrait.png"_s, "not ours");
   ClipboardStore store = fresh();
-  store.load();
+  store.removeStrayPictures();
   EXPECT_THAT(files(), ::testing::UnorderedElementsAre(u"index.json"_s, u"portrait.png"_s, kept.imageFile));
   EXPECT_EQ(store.items().size(), 2);
 }

@@ -106,7 +106,7 @@ TEST_F(FolderTest, ProcessesAreReadFromTheKernelsFiles) {
   } cases[] = {
       {"10", "10 (sh) S" + rest, "900 300 60 1 0 80 0", "", ProcessReading{10, 4711, u"sh"_s, 3'000'000'000, 240}},
       {"11", "11 (a) b (c\n) ) R" + rest, "900 300 300", "",
-       ProcessReading{11, 4711, u"a) b (c\n) "_s, 3'000'000'000, 0}},
+       ProcessReading{11, 4711, u"a) b (c )"_s, 3'000'000'000, 0}},
       {"12", "12 (chromium-browse) S" + rest, "900 50 60", QByteArray("/usr/lib/chromium-browser-stable\0--type", 39),
        ProcessReading{12, 4711, u"chromium-browser-stable"_s, 3'000'000'000, 0}},
       {"13", "13 (Isolated Web Co) S" + rest, "900 60 0", "/usr/lib/firefox",

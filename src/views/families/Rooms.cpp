@@ -69,6 +69,11 @@ struct Rows {
   const RoomRow* family = nullptr;
 };
 
+/// A kind whose service is offered is served, whatever the row of its family says.
+bool isLater(const Rows& rows, const QString& kind) {
+  return rows.get(&RoomRow::comesLater).value_or(false) && !offeredProvider(kind);
+}
+
 }  // namespace
 
 std::span<const Room* const> Rooms::all() { return kRooms; }
@@ -90,9 +95,7 @@ bool Rooms::hasForm(const QString& kind) {
   return (!rows.kind || rows.kind->hasForm) && (!rows.family || rows.family->hasForm);
 }
 
-bool Rooms::comesLater(const QString& kind) {
-  return Rows(Catalog::find(kind)).get(&RoomRow::comesLater).value_or(false) && !offeredProvider(kind);
-}
+bool Rooms::comesLater(const QString& kind) { return isLater(Rows(Catalog::find(kind)), kind); }
 
 void Rooms::act(const PartClick& click) {
   if (const auto act = Rows(Catalog::find(click.widget.kind)).get(&RoomRow::act)) act(click);
@@ -119,7 +122,7 @@ QMap<QString, QString> Rooms::example(const QString& kind, const ExampleRequest&
 void Rooms::sample(TileSources& sources, const TileSources& samples, const QList<DockWidget>& widgets) {
   for (const QString& kind : kindsOf(widgets)) {
     const Rows rows(Catalog::find(kind));
-    if (rows.get(&RoomRow::comesLater).value_or(false)) continue;
+    if (isLater(rows, kind)) continue;
     if (const auto sample = rows.get(&RoomRow::sample)) sample(sources, samples);
   }
 }
@@ -136,7 +139,7 @@ std::span<const PanelState> Rooms::states(const QString& kind) {
 
 TileContent makeTileContent(const DockWidget& widget, const WidgetDefinition& definition, const TileSources& sources) {
   const Rows rows(definition);
-  const TileRequest request{widget, definition, sources, rows.get(&RoomRow::comesLater).value_or(false)};
+  const TileRequest request{widget, definition, sources, isLater(rows, definition.id)};
   const auto make = rows.get(&RoomRow::content);
   return make ? make(request) : TileContent(makeGeneric(request));
 }
@@ -156,7 +159,7 @@ std::unique_ptr<TilePanel> makePanel(const PanelContext& context) {
   PanelContext own = context;
   own.accent = tileAccent(definition);
   const Rows rows(definition);
-  own.comesLater = rows.get(&RoomRow::comesLater).value_or(false);
+  own.comesLater = isLater(rows, definition.id);
   if (const auto make = rows.get(&RoomRow::panel)) return make(own);
   return own.comesLater ? makeLaterPanel(own) : makePlainPanel(own);
 }

@@ -123,7 +123,7 @@ void EditorWindow::addLine(const EditorField& field) {
                                    : new FormRow(field.label, control, field.help);
   page_->cards().constFirst()->add(row);
   if (field.isLater) row->setUnavailable(field.help);
-  lines_.push_back(std::make_unique<Line>(Line{field, control, row}));
+  lines_.push_back(std::make_unique<Line>(Line{.field = field, .control = control, .row = row}));
   if (field.shape == FieldShape::Credential) {
     credential_ =
         std::make_unique<CredentialPart>(services_.connections, static_cast<CredentialField&>(*control), *row);
@@ -170,10 +170,17 @@ void EditorWindow::take() {
     line->control->setValue(widget->options.value(line->field.key));
     if (line->field.key == option::connectionMode && prefersService(*widget)) {
       line->control->setValue(value::native);
-      line->touched = true;
+      line->isSuggested = true;
     }
   }
   showEdited();
+}
+
+/// Whether anything was entered for the service that the form suggests.
+bool EditorWindow::isServiceTouched() const {
+  if (credential_ && credential_->isTouched()) return true;
+  return std::ranges::any_of(lines_,
+                             [](const auto& line) { return line->touched && line->field.onlyIn == value::native; });
 }
 
 /// Whether a line is there in this connection, which is that of the form.
@@ -188,7 +195,8 @@ DockWidget EditorWindow::edited(const DockWidget& stored) const {
   DockWidget widget = stored;
   if (titleTouched_) widget.title = title_->text().trimmed();
   for (const auto& line : lines_) {
-    if (line->touched && isThere(*line)) line->control->write(widget, line->field.key);
+    const bool isMeant = line->touched || (line->isSuggested && isServiceTouched());
+    if (isMeant && isThere(*line)) line->control->write(widget, line->field.key);
   }
   return widget;
 }

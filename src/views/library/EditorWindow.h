@@ -51,11 +51,13 @@ class EditorWindow final : public AppWindow {
     FieldControl* control;
     FormRow* row;
     bool touched = false;
+    bool isSuggested = false;  ///< Its value is a suggestion, which counts once something is entered for it.
   };
 
   QWidget* makeBody();
   void addLine(const EditorField& field);
   void take();
+  bool isServiceTouched() const;
   bool isThere(const Line& line) const;
   DockWidget edited(const DockWidget& stored) const;
   void changed(Line& line);

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "services/ProviderTable.h"
 #include "store/WidgetEditor.h"
 #include "views/panels/Room.h"
 #include "widgets/catalog/Family.h"
@@ -16,8 +17,8 @@ namespace {
 
 using enum FieldShape;
 
-constexpr const char* kServiceLater =
-    QT_TRANSLATE_NOOP("Library", "An address of your own works now; signing in to the service comes with a later version.");
+constexpr const char* kServiceLater = QT_TRANSLATE_NOOP(
+    "Library", "An address of your own works now; signing in to the service comes with a later version.");
 constexpr const char* kCodexLater = QT_TRANSLATE_NOOP(
     "Library", "An address of your own works now; reading Codex on this computer comes with a later version.");
 
@@ -91,6 +92,12 @@ Accent serviceAccent(const WidgetDefinition& definition) {
   return accents[sum % accents.size()];
 }
 
+/// Of the kinds whose service is offered.
+void sampleOffered(TileSources& sources, const TileSources& samples) {
+  for (const auto& [kind, example] : samples.remoteExamples.asKeyValueRange())
+    if (offeredProvider(kind)) sources.remoteExamples.insert(kind, example);
+}
+
 void picture(TileSources& sources) { sources.remoteExamples = serviceExamples(sources.now); }
 
 constexpr std::array kFamilies = {
@@ -99,13 +106,15 @@ constexpr std::array kFamilies = {
             .panel = makeServicePanel,
             .accent = serviceAccent,
             .options = kOptions,
-            .comesLater = true},
+            .comesLater = true,
+            .sample = sampleOffered},
     RoomRow{.of = familyText(Family::Studio),
             .content = serviceTile<ServiceShape::Figures>,
             .panel = makeServicePanel,
             .accent = serviceAccent,
             .options = kOptions,
-            .comesLater = true},
+            .comesLater = true,
+            .sample = sampleOffered},
 };
 
 template <ServiceShape Shape>
