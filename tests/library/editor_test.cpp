@@ -8,6 +8,7 @@
 #include <QTest>
 
 #include "library/EditorTest.h"
+#include "services/ProviderTable.h"
 #include "support/AccessibleWalk.h"
 #include "views/controls/Rows.h"
 #include "views/controls/Stepper.h"
@@ -15,6 +16,7 @@
 #include "views/library/ZoneFields.h"
 #include "views/window/Cards.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick::test {
 namespace {
@@ -25,7 +27,9 @@ TEST_F(EditorTest, EveryKindHasAFormOfNamedControlsAndSavingItUntouchedChangesNo
   for (const WidgetDefinition& definition : Catalog::items()) {
     if (!EditorFields::isEditable(definition.id)) continue;
     SCOPED_TRACE(definition.id.toStdString());
-    const DockWidget widget = fixture_.add(definition.id, SnapshotFixture::widgetOf(definition.id).options);
+    DockWidget example = SnapshotFixture::widgetOf(definition.id);
+    if (example.options.value(option::connectionMode) == value::native) example = configured(example);
+    const DockWidget widget = fixture_.add(definition.id, example.options);
     const auto window = fixture_.editor(widget.id);
     EXPECT_EQ(outOfReach(*window), "");
     for (QWidget* control : window->findChildren<QWidget*>()) {
