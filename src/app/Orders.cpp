@@ -99,8 +99,11 @@ QString Orders::refusal(const Order& order) const {
   if (order.kind == Order::Kind::CommandBar && !commands_.can(Commands::Optional::CommandBar))
     return tr("The command bar cannot be opened on this desktop.");
   const qsizetype profiles = store_.config().profiles.size();
-  if (order.kind == Order::Kind::Profile && (order.number < 0 || order.number >= profiles))
-    return tr("There is no profile %1. The first one is 0, the last one %2.").arg(order.number).arg(profiles - 1);
+  if (order.kind == Order::Kind::Profile && (order.number < 0 || order.number >= profiles)) {
+    return profiles == 1
+               ? tr("There is no profile %1. The only one is 0.").arg(order.number)
+               : tr("There is no profile %1. The first one is 0, the last one %2.").arg(order.number).arg(profiles - 1);
+  }
   const qsizetype apps = setup_.apps();
   if (order.kind == Order::Kind::App && (order.number < 1 || order.number > apps))
     return tr("There is no app %1 in the dock. It has %2.").arg(order.number).arg(apps);
