@@ -46,7 +46,7 @@ QString ForeignText::line(const QString& text) {
 bool ForeignText::mayOpen(const QUrl& address) {
   const QString scheme = address.scheme();
   return address.isValid() && (scheme == "https"_L1 || scheme == "http"_L1) && !address.host().isEmpty() &&
-         address.userInfo().isEmpty() && address.toEncoded().size() <= kLongestAddress;
+         !address.authority().contains(u'@') && address.toEncoded().size() <= kLongestAddress;
 }
 
 }  // namespace tarnwick

@@ -24,6 +24,8 @@ double Money::major(qint64 minor, const QString& currency) {
 QString Money::text(double amount, const QString& currency, const QLocale& locale) {
   static const QMap<QString, QString> signs{{u"USD"_s, u"$"_s}, {u"EUR"_s, u"€"_s}, {u"GBP"_s, u"£"_s},
                                             {u"JPY"_s, u"¥"_s}, {u"INR"_s, u"₹"_s}, {u"KRW"_s, u"₩"_s}};
+  // London quotes in pence, by a code of its own.
+  if (currency == "GBp"_L1) return text(amount / 100, u"GBP"_s, locale);
   const QString code = currency.toUpper();
   // Some locales put a loss into brackets, as ledgers do.
   if (amount < 0) return locale.negativeSign() + text(-amount, currency, locale);

@@ -24,13 +24,18 @@ bool isWhole(double value) {
   return std::isfinite(value) && std::floor(value) == value && std::abs(value) <= kMostWhole;
 }
 
+/// No ledger of a business comes near what a sum can hold.
+void addTo(qint64& sum, qint64 amount, const char* sentence) {
+  if (__builtin_add_overflow(sum, amount, &sum)) throw invalid(sentence);
+}
+
 }  // namespace
 
 QUrl ProviderData::url(const QString& base, const QMap<QString, QString>& query) {
   QUrl address(base, QUrl::StrictMode);
-  if (!address.isValid()) throw invalid(QT_TRANSLATE_NOOP("Services", "The service address is invalid."));
-  if (address.scheme() != "https"_L1 || address.host().isEmpty() || !address.userInfo().isEmpty())
+  if (address.scheme() != "https"_L1 || address.host().isEmpty() || address.authority().contains(u'@'))
     throw invalid(QT_TRANSLATE_NOOP("Services", "Enter a valid HTTPS service address."));
+  if (!address.isValid()) throw invalid(QT_TRANSLATE_NOOP("Services", "The service address is invalid."));
   if (query.isEmpty()) return address;
   QUrlQuery items;
   for (const auto& [key, value] : query.asKeyValueRange())
@@ -117,17 +122,26 @@ qint64 ProviderData::stripeNet(const QJsonArray& rows, const QString& currency) 
     if (!category.isString() || !unit.isString() || !row[u"id"].isString() || !amount.isDouble() ||
         !isWhole(amount.toDouble()))
       throw invalid(QT_TRANSLATE_NOOP("Services", "Stripe returned an incomplete balance transaction."));
-    if (unit.toString() == currency && counted.contains(category.toString())) net += amount.toInteger();
+    if (unit.toString() == currency && counted.contains(category.toString()))
+      addTo(net, amount.toInteger(),
+            QT_TRANSLATE_NOOP("Services", "Stripe returned an incomplete balance transaction."));
   }
   return net;
 }
 
 qint64 ProviderData::ledgerNet(const QJsonArray& rows, const QString& currency) {
   // What comes of a sale; payouts and transfers only move what is there already.
-  static const QSet<QString> counted{u"payment"_s,      u"refund"_s,           u"refund_reversal"_s,
-                                     u"dispute"_s,      u"dispute_reversal"_s, u"dispute_fees"_s,
-                                     u"payment_fees"_s, u"refund_fees"_s,      u"tax"_s,
-                                     u"sales_tax"_s,    u"subscription_fees"_s};
+  static const QSet<QString> counted{u"payment"_s,
+                                     u"refund"_s,
+                                     u"refund_reversal"_s,
+                                     u"dispute"_s,
+                                     u"dispute_reversal"_s,
+                                     u"payment_fees"_s,
+                                     u"refund_fees"_s,
+                                     u"dispute_fees"_s,
+                                     u"payment_fees_reversal"_s,
+                                     u"refund_fees_reversal"_s,
+                                     u"dispute_fees_reversal"_s};
   qint64 net = 0;
   for (const QJsonValue& row : rows) {
     if (row[u"currency"].toString().compare(currency, Qt::CaseInsensitive) != 0) continue;
@@ -136,7 +150,8 @@ qint64 ProviderData::ledgerNet(const QJsonArray& rows, const QString& currency) 
     const QJsonValue amount = row[u"amount"];
     if (!amount.isDouble() || !isWhole(amount.toDouble()))
       throw invalid(QT_TRANSLATE_NOOP("Services", "The ledger returned an invalid amount."));
-    net += row[u"is_credit"].toBool() ? amount.toInteger() : -amount.toInteger();
+    addTo(net, row[u"is_credit"].toBool() ? amount.toInteger() : -amount.toInteger(),
+          QT_TRANSLATE_NOOP("Services", "The ledger returned an invalid amount."));
   }
   return net;
 }

@@ -63,7 +63,7 @@ RemoteValue RemoteRules::placeholder(const std::optional<RemoteValue>& previous,
 
 RemoteValue RemoteRules::failed(const std::optional<RemoteValue>& previous, const QString& sentence,
                                 const QDateTime& now) {
-  RemoteValue value = headlineOnly(previous, sentence, now);
+  RemoteValue value = headlineOnly(previous, ForeignText::line(sentence), now);
   value.failed = true;
   return value;
 }

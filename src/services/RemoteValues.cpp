@@ -115,6 +115,8 @@ void RemoteValues::endFetch(QUuid widget) {
   pauses_.remove(widget);
   owed_.remove(widget);
   waiting_.removeIf([widget](const Waiting& waiting) { return waiting.widget == widget; });
+  // A place is free for who waits.
+  if (!waiting_.isEmpty() && !next_) next_ = scheduler_.after(0, [this] { startWaiting(); });
 }
 
 // --- Who is refreshed when ------------------------------------------------------------------------------------------

@@ -17,6 +17,7 @@ namespace tarnwick {
 /// How one signs in to a service with a client of one's own, in the browser. Each is told by the row that needs it.
 struct OAuthProvider {
   QString id;          ///< Stable: a stored sign-in names by it who gave it.
+  QString name;        ///< As the service writes itself.
   QUrl authorization;  ///< The page that the browser opens.
   QUrl token;          ///< Where codes and refresh tokens are exchanged.
   QString scope;

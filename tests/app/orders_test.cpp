@@ -64,7 +64,7 @@ class OrdersTest : public ::testing::Test {
 TEST_F(OrdersTest, AnActionIsDoneOrAnsweredWithASentence) {
   EXPECT_TRUE(session.isOurs);
   commands.missing = {Commands::Optional::CommandBar};
-  const QString noProfile = u"There is no profile %1. The first one is 0, the last one 0."_s;
+  const QString noProfile = u"There is no profile %1. The only one is 0."_s;
   const QString noApp = u"There is no app %1 in the dock. It has 2."_s;
   const struct {
     QString action;

@@ -155,7 +155,7 @@ TEST_F(ProgramTest, AProfileThatIsNotThereIsSaidToWhoAskedForIt) {
   ASSERT_TRUE(first.shows(1));
   const auto second = runToEnd(home(), {u"--profile"_s, u"7"_s});
   EXPECT_EQ(second.status, 2);
-  EXPECT_TRUE(second.standardError.endsWith(u"There is no profile 7. The first one is 0, the last one 0.\n"_s))
+  EXPECT_TRUE(second.standardError.endsWith(u"There is no profile 7. The only one is 0.\n"_s))
       << qPrintable(second.standardError);
   EXPECT_TRUE(first.shows(1)) << "nobody else need read it";
   EXPECT_EQ(runToEnd(home(), {u"--profile"_s, u"0"_s}).status, 0);

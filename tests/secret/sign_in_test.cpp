@@ -195,7 +195,7 @@ TEST_F(Tokens, OfARefreshThatFailedStayAsTheyWere) {
   keep(before);
   const auto asked = ask();
   ASSERT_TRUE(waitFor([&] { return session->asked.size() == 1; }));
-  session->fail(ServiceHTTPError(401));
+  session->fail(ServiceHTTPError(400));
   EXPECT_EQ(resultOf(asked), u"The service credential expired or was rejected. Reconnect in Connection Settings."_s);
   EXPECT_EQ(kept(), before);
   const auto again = ask();

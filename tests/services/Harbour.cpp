@@ -78,6 +78,7 @@ Provider harbour() {
                          .missing = u"Add your service credential in Connection Settings."_s,
                          .isNeeded = needsCredential};
   provider.signIn = {.id = u"harbour"_s,
+                     .name = u"Harbour"_s,
                      .authorization = QUrl(u"https://harbour.example/sign-in"_s),
                      .token = QUrl(u"https://api.harbour.example/token"_s),
                      .scope = u"berths.read"_s,

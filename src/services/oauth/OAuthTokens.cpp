@@ -7,6 +7,7 @@
 #include "base/Cancelled.h"
 #include "base/DomainError.h"
 #include "base/OneShotEvent.h"
+#include "services/ServiceHTTPError.h"
 #include "services/ServiceWords.h"
 #include "services/oauth/OAuthContract.h"
 
@@ -38,6 +39,9 @@ struct OAuthTokenState {
 
 namespace {
 
+constexpr int kBadRequest = 400;
+constexpr int kUnauthorized = 401;
+
 using SharedTokens = std::shared_ptr<OAuthTokenState>;
 using Refresh = OAuthTokenState::Refresh;
 
@@ -52,7 +56,8 @@ struct RefreshWork {
 
 QCoro::Task<> saveRecord(SharedTokens state, QString account, OAuthRecord record, QString name) {
   co_await state->keychain.save(record.encoded(), account, name, SecretStore::Asking::Never);
-  state->unsaved.remove(account);
+  // A later one may have come meanwhile.
+  if (state->unsaved.value(account) == record) state->unsaved.remove(account);
 }
 
 /// Throws where the keyring does not take the new sign-in, which then is kept here.
@@ -61,12 +66,19 @@ QCoro::Task<QString> refreshed(RefreshWork work) {
                                 {u"refresh_token"_s, work.record.refreshToken},
                                 {work.provider.clientField, work.record.clientID}};
   if (!work.record.clientSecret.isEmpty()) fields.insert(u"client_secret"_s, work.record.clientSecret);
-  const QJsonValue answer = co_await OAuthContract::post(work.session, work.provider, fields, {});
+  QJsonValue answer;
+  try {
+    answer = co_await OAuthContract::post(work.session, work.provider, fields, {});
+  } catch (const ServiceHTTPError& error) {
+    // So a grant is refused that has expired or was taken back.
+    if (error.status() == kBadRequest) throw ServiceHTTPError(kUnauthorized);
+    throw;
+  }
   const OAuthRecord fresh = OAuthContract::record(answer, work.provider, work.record.clientID, work.record.clientSecret,
                                                   work.record, work.session->now());
   // The service may take back the old refresh token now: the new one must not get lost.
   work.state->unsaved.insert(work.account, fresh);
-  co_await saveRecord(work.state, work.account, fresh, work.provider.id);
+  co_await saveRecord(work.state, work.account, fresh, work.provider.name);
   co_return fresh.accessToken;
 }
 
@@ -103,7 +115,7 @@ QCoro::Task<QString> tokenOf(SharedTokens state, DockWidget widget, OAuthProvide
   if (state->unsaved.contains(account)) {
     record = state->unsaved.value(account);
     try {
-      co_await saveRecord(state, account, *record, provider.id);
+      co_await saveRecord(state, account, *record, provider.name);
     } catch (const DomainError&) {
       // It was said when it happened; the sign-in is good as long as the program runs.
     }

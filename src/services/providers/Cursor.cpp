@@ -34,8 +34,10 @@ double usedOf(const QJsonValue& plan) {
 }
 
 QCoro::Task<RemoteValue> fetchCursor(ProviderRequest request, std::stop_token stop) {
+  // A whole line of cookies has blanks too; what is wrong with it is more than those.
+  OptionRules::require(!request.credential.contains(u';'),
+                       ServiceWords::tr("Enter only the Cursor session token value."));
   const QString token = UsageReport::token(request, cursorMissing());
-  OptionRules::require(!token.contains(u';'), ServiceWords::tr("Enter only the Cursor session token value."));
   ServiceCall call = request.call(u"/api/usage-summary"_s);
   call.token.clear();
   call.headers.insert(u"Cookie"_s, "WorkosCursorSessionToken="_L1 + token);

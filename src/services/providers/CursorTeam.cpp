@@ -31,14 +31,24 @@ struct TeamUsage {
   double cents = 0;
 };
 
+QString noTeamUsage() { return ServiceWords::tr("Cursor did not return paginated team usage."); }
+
+double figureOf(const QJsonValue& value) {
+  OptionRules::require(value.isDouble(), noTeamUsage());
+  return value.toDouble();
+}
+
 void countEvents(const QJsonArray& events, TeamUsage& usage) {
   for (const QJsonValue& event : events) {
     ++usage.requests;
+    OptionRules::require(event[u"isTokenBasedCall"].isBool(), noTeamUsage());
     if (!event[u"isTokenBasedCall"].toBool()) continue;
     const QJsonObject tokens = event[u"tokenUsage"].toObject();
-    for (const auto key : {u"inputTokens", u"outputTokens", u"cacheWriteTokens", u"cacheReadTokens"})
-      usage.tokens += tokens[QStringView(key)].toDouble();
-    usage.cents += event[u"chargedCents"].toDouble();
+    for (const auto key : {u"inputTokens", u"outputTokens", u"cacheWriteTokens", u"cacheReadTokens"}) {
+      const QJsonValue count = tokens[QStringView(key)];
+      if (!count.isUndefined()) usage.tokens += figureOf(count);
+    }
+    usage.cents += figureOf(event[u"chargedCents"]);
   }
 }
 
@@ -56,10 +66,9 @@ QCoro::Task<RemoteValue> fetchTeam(ProviderRequest request, std::stop_token stop
                             {u"page"_s, pages.page()},
                             {u"pageSize"_s, request.limits.pageSize}};
     const QJsonValue body = co_await request.session->json(std::move(call), stop);
-    const QString noUsage = ServiceWords::tr("Cursor did not return paginated team usage.");
-    const QJsonArray events = ProviderData::list(body, u"usageEvents"_s, noUsage);
+    const QJsonArray events = ProviderData::list(body, u"usageEvents"_s, noTeamUsage());
     const QJsonValue hasNext = body[u"pagination"][u"hasNextPage"];
-    OptionRules::require(hasNext.isBool(), noUsage);
+    OptionRules::require(hasNext.isBool(), noTeamUsage());
     countEvents(events, usage);
     if (!hasNext.toBool()) pages.finish();
   }

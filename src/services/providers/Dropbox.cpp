@@ -19,7 +19,9 @@ QList<ProviderField> dropboxFields(QStringView) {
 
 void normaliseDropbox(DockWidget& widget) {
   OptionRules options(widget);
-  const QString path = options.trimmed(option::dropboxPath);
+  QString path = options.trimmed(option::dropboxPath);
+  while (path.size() > 1 && path.endsWith(u'/')) path.chop(1);
+  options.set(option::dropboxPath, path);
   OptionRules::require(path.isEmpty() || path.startsWith(u'/'),
                        ServiceWords::tr("A Dropbox folder path starts with /, or is empty for root."));
   options.set(option::dashboard,
@@ -59,6 +61,7 @@ QCoro::Task<RemoteValue> fetchDropbox(ProviderRequest request, std::stop_token s
           entry[u"id"].toString(), entry[u"name"].toString(), path,
           QUrl("https://www.dropbox.com/home"_L1 + QString::fromLatin1(QUrl::toPercentEncoding(path, "/")))};
     }
+    OptionRules::require(body[u"has_more"].isBool(), ServiceWords::tr("Dropbox did not return file metadata."));
     if (!body[u"has_more"].toBool()) {
       pages.finish();
       continue;
@@ -87,6 +90,7 @@ Provider dropbox() {
                     .page = QUrl(u"https://www.dropbox.com/developers/apps"_s),
                     .missing = ProviderRow::providerCredentialMissing()};
   row.signIn = {.id = u"dropbox"_s,
+                .name = row.name,
                 .authorization = ProviderRow::at(ServiceHost::DropboxSignIn, u"/oauth2/authorize"_s),
                 .token = ProviderRow::at(ServiceHost::Dropbox, u"/oauth2/token"_s),
                 .scope = u"files.metadata.read"_s,

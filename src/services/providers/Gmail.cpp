@@ -71,6 +71,7 @@ Provider gmail() {
                     .page = QUrl(u"https://console.cloud.google.com/apis/credentials"_s),
                     .missing = ProviderRow::providerCredentialMissing()};
   row.signIn = {.id = u"gmail"_s,
+                .name = row.name,
                 .authorization = ProviderRow::at(ServiceHost::GoogleSignIn, u"/o/oauth2/v2/auth"_s),
                 .token = ProviderRow::at(ServiceHost::GoogleTokens, u"/token"_s),
                 .scope = u"https://www.googleapis.com/auth/gmail.readonly"_s,

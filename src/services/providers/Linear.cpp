@@ -48,6 +48,7 @@ QCoro::Task<RemoteValue> fetchLinear(ProviderRequest request, std::stop_token st
                          issue[u"state"][u"name"].toString(), QUrl(issue[u"url"].toString())};
     }
     const QJsonValue info = body[u"data"][u"viewer"][u"assignedIssues"][u"pageInfo"];
+    OptionRules::require(info[u"hasNextPage"].isBool(), ServiceWords::tr("Linear did not return assigned issues."));
     if (!info[u"hasNextPage"].toBool()) {
       pages.finish();
       continue;

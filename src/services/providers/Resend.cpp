@@ -31,7 +31,7 @@ bool countSent(const QJsonArray& rows, const QDateTime& now, Sent& sent) {
   const QDate first(today.year(), today.month(), 1);
   for (const QJsonValue& row : rows) {
     const auto moment = ProviderData::date(row[u"created_at"].toString());
-    if (!moment) continue;
+    OptionRules::require(moment.has_value(), ServiceWords::tr("Resend did not return a paginated email list."));
     const QDate day = moment->toTimeZone(now.timeZone()).date();
     if (day < first) return false;
     ++sent.month;

@@ -99,18 +99,24 @@ QCoro::Task<RemoteValue> shopifyOrders(ProviderRequest request, ShopifyReportPer
     for (const QJsonValue& node :
          ProviderData::list(list, u"nodes"_s, ServiceWords::tr("The provider returned an unexpected response.")))
       orders << OrderMetric::decode(node);
-    const QString next = list[u"pageInfo"][u"endCursor"].toString();
-    if (list[u"pageInfo"][u"hasNextPage"].toBool() && !next.isEmpty() && next != cursor)
-      cursor = next;
-    else
-      pages.finish();
+    const QJsonValue info = list[u"pageInfo"];
+    const QString next = info[u"endCursor"].toString();
+    const bool goesOn = info[u"hasNextPage"].toBool();
+    OptionRules::require(info[u"hasNextPage"].isBool() && (!goesOn || (!next.isEmpty() && next != cursor)),
+                         ServiceWords::tr("The provider returned an unexpected response."));
+    cursor = next;
+    if (!goesOn) pages.finish();
   }
   const OrderSummary current = OrderSummary::aggregate(orders, period.first, period.days, period.zone);
   const OrderSummary previous = OrderSummary::aggregate(orders, period.previousFirst, period.days, period.zone);
+  OptionRules::require(
+      current.currency.isEmpty() || previous.currency.isEmpty() || current.currency == previous.currency,
+      ServiceWords::tr("The order response contains mixed shop currencies; no combined total is shown."));
   const QString currency = current.currency.isEmpty() ? u"USD"_s : current.currency;
+  // The newest come first: a list that was cut short before the period began has all of it.
+  const bool isCut = pages.isPartial() && orders.last().created >= period.beginOf(period.first);
   const QString total = Money::text(current.total, currency);
-  RemoteValue value =
-      request.shown(pages.isPartial() ? ServiceWords::tr("Partial · ") + total : total, periodWords(period.days));
+  RemoteValue value = request.shown(isCut ? ServiceWords::tr("Partial · ") + total : total, periodWords(period.days));
   value.metrics = {{ServiceWords::tr("Orders"), QString::number(current.count)}};
   if (current.average)
     value.metrics << ServiceMetric{ServiceWords::tr("Average order"), Money::text(*current.average, currency)};
@@ -119,7 +125,7 @@ QCoro::Task<RemoteValue> shopifyOrders(ProviderRequest request, ShopifyReportPer
     value.metrics << ServiceMetric{ServiceWords::tr("Change"), OrderSummary::comparison(current, previous)};
   value.numbers = current.daily;
   value.detail = ServiceWords::tr("Paid orders by their current total.");
-  if (pages.isPartial()) value.detail += ServiceWords::tr(" More than 5,000 orders; this is not a complete total.");
+  if (isCut) value.detail += ServiceWords::tr(" More than 5,000 orders; this is not a complete total.");
   co_return value;
 }
 

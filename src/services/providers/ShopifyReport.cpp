@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype kMostDigits = 24;  ///< Before the point; sums of so many still fit.
+constexpr qsizetype kMostDigits = 18;  ///< Before the point; sums of so many still fit.
 
 ExactDecimal amountOf(const QJsonValue& value) {
   OptionRules::require(!value.isNull() && !value.isUndefined(),
@@ -35,15 +35,17 @@ qint64 ordersOf(const QJsonValue& value) {
 QList<double> dailyOf(const QList<QJsonObject>& rows, const ShopifyReportPeriod& period) {
   QList<double> daily(period.days);
   QSet<QDate> seen;
+  const QString incomplete =
+      ServiceWords::tr("Shopify Analytics returned an incomplete daily series. Refresh to retry.");
   for (const QJsonObject& row : rows) {
     const QDate day = QDate::fromString(row[u"day"].toString().left(10), Qt::ISODate);
+    OptionRules::require(day.isValid() && !row[u"total_sales"].isNull(), incomplete);
     const bool isNew = day >= period.first && day <= period.last && !seen.contains(day);
     OptionRules::require(isNew, ServiceWords::tr("Shopify Analytics returned duplicate or out-of-period dates."));
     seen << day;
     daily[period.first.daysTo(day)] = amountOf(row[u"total_sales"]).value();
   }
-  OptionRules::require(seen.size() == period.days,
-                       ServiceWords::tr("Shopify Analytics returned an incomplete daily series. Refresh to retry."));
+  OptionRules::require(seen.size() == period.days, incomplete);
   return daily;
 }
 
@@ -53,9 +55,8 @@ std::optional<ExactDecimal> ExactDecimal::read(const QString& text) {
   static const QRegularExpression form(u"^([+-]?)([0-9]+)(?:\\.([0-9]+))?\\z"_s);
   const QRegularExpressionMatch match = form.match(text);
   if (!match.hasMatch()) return std::nullopt;
-  QString fraction = match.captured(3);
-  while (fraction.size() > kScale && fraction.endsWith(u'0')) fraction.chop(1);
-  if (match.capturedLength(2) > kMostDigits || fraction.size() > kScale) return std::nullopt;
+  const QString fraction = match.captured(3).left(kScale);
+  if (match.capturedLength(2) > kMostDigits) return std::nullopt;
   Units units = 0;
   for (const QChar digit : match.captured(2) + fraction.leftJustified(kScale, u'0'))
     units = units * 10 + digit.digitValue();
@@ -114,7 +115,9 @@ QList<QJsonObject> ShopifyAnalyticsReport::table(const QJsonValue& value, const 
       ServiceWords::tr("Shopify Analytics did not return the %1 report. Check read_reports and protected customer "
                        "data access.")
           .arg(name));
-  OptionRules::require(report[u"parseErrors"].toArray().isEmpty(),
+  const QJsonValue errors = report[u"parseErrors"];
+  const bool isParsed = errors.isUndefined() || errors.isNull() || (errors.isArray() && errors.toArray().isEmpty());
+  OptionRules::require(isParsed,
                        ServiceWords::tr("Shopify Analytics could not parse the %1 report. Verify this store supports "
                                         "the current reporting API.")
                            .arg(name));

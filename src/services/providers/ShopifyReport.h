@@ -13,11 +13,12 @@
 
 namespace tarnwick {
 
-/// A sum as it is written, with up to nine decimals: it is added without rounding.
+/// A sum as it is written, with up to eighteen decimals: it is added without rounding.
 class ExactDecimal {
  public:
   ExactDecimal() = default;
-  /// Digits with a sign or none, and a point or none. Absent for all else, and for more digits than can be kept.
+  /// Digits with a sign or none, and a point or none. Decimals beyond those are cut off. Absent for all else, and for
+  /// a sum that is larger than any.
   static std::optional<ExactDecimal> read(const QString& text);
 
   ExactDecimal operator+(const ExactDecimal& other) const;
@@ -27,7 +28,7 @@ class ExactDecimal {
   double value() const;
 
  private:
-  static constexpr int kScale = 9;
+  static constexpr int kScale = 18;
   __extension__ using Units = __int128;
   explicit ExactDecimal(Units units) : units_(units) {}
 

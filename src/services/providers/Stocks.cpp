@@ -26,7 +26,7 @@ QList<ProviderField> stockFields(QStringView) { return {{option::symbols, Servic
 
 void normaliseStocks(DockWidget& widget) {
   OptionRules options(widget);
-  const QStringList symbols = ProviderData::listed(options.trimmed(option::symbols, u"AAPL"_s));
+  const QStringList symbols = ProviderData::listed(options.trimmed(option::symbols, u"AAPL"_s).toUpper());
   OptionRules::require(!symbols.isEmpty() && symbols.size() <= kMostSymbols,
                        ServiceWords::tr("Enter up to 12 stock symbols separated by commas."));
   options.set(option::symbols, symbols.join(u','));
@@ -58,8 +58,11 @@ QString sourceOf(const QJsonValue& quote) {
 
 /// A symbol that the service does not know is a row without a price.
 ServiceRow stockRow(const QString& symbol, const QJsonValue& quote) {
-  const bool isKnown = quote[u"close"].isString() || quote[u"close"].isDouble();
-  return {symbol, symbol, isKnown ? priceOf(quote) + u" · "_s + changeOf(quote) : u"—"_s, std::nullopt};
+  try {
+    return {symbol, symbol, priceOf(quote) + u" · "_s + changeOf(quote), std::nullopt};
+  } catch (const DomainError&) {
+    return {symbol, symbol, u"—"_s, std::nullopt};
+  }
 }
 
 QCoro::Task<RemoteValue> stockQuote(ProviderRequest request, std::stop_token stop) {
@@ -80,6 +83,8 @@ QCoro::Task<RemoteValue> stockList(ProviderRequest request, std::stop_token stop
   ServiceCall call = stockCall(request, u"/quote"_s, {{u"symbol"_s, list}});
   const QJsonValue answer = co_await request.session->json(std::move(call), stop);
   const QJsonObject body = ProviderData::object(answer);
+  OptionRules::require(body[u"status"].toString() != "error"_L1,
+                       ServiceWords::tr("The provider returned an unexpected response."));
   RemoteValue value = request.shown(QString::number(symbols.size()), ServiceWords::tr("Stocks"));
   // Of one symbol the quote comes as it is, of several under their symbols.
   for (const QString& symbol : symbols)

@@ -43,7 +43,9 @@ QCoro::Task<RemoteValue> fetchStripe(ProviderRequest request, std::stop_token st
     const QJsonArray rows = ProviderData::list(body, u"data"_s, noLedger);
     net += ProviderData::stripeNet(rows, currency);
     // A full last page may come without a word on what follows.
-    if (!body[u"has_more"].toBool()) {
+    const QJsonValue hasMore = body[u"has_more"];
+    OptionRules::require(hasMore.isBool() || hasMore.isUndefined(), noLedger);
+    if (!hasMore.toBool()) {
       pages.finish();
       continue;
     }

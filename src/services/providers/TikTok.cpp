@@ -21,7 +21,8 @@ QCoro::Task<RemoteValue> fetchTikTok(ProviderRequest request, std::stop_token st
                                   {{u"fields"_s, u"open_id,display_name,follower_count,likes_count,video_count"_s}});
   const QJsonValue answer = co_await request.session->json(std::move(call), stop);
   const QJsonObject body = ProviderData::object(answer);
-  OptionRules::require(body[u"error"][u"code"].toString(u"ok"_s) == "ok"_L1,
+  const QJsonValue code = body[u"error"][u"code"];
+  OptionRules::require(code.isUndefined() || code.toString() == "ok"_L1,
                        ServiceWords::tr("TikTok could not read the account. Check token scopes and expiry."));
   RemoteValue value =
       request.shown(ProviderData::count(body, u"data.user.follower_count"_s), ServiceWords::tr("Followers"));
@@ -44,6 +45,7 @@ Provider tikTok() {
                     .missing = ProviderRow::providerCredentialMissing()};
   row.signIn = {
       .id = u"tiktok"_s,
+      .name = row.name,
       .authorization = ProviderRow::at(ServiceHost::TikTokSignIn, u"/v2/auth/authorize/"_s),
       .token = ProviderRow::at(ServiceHost::TikTok, u"/v2/oauth/token/"_s),
       .scope = u"user.info.basic,user.info.profile,user.info.stats"_s,

@@ -1,6 +1,6 @@
 #include "services/providers/UsageReport.h"
 
-#include <QRegularExpression>
+#include <algorithm>
 #include <cmath>
 
 #include "services/UsageWords.h"
@@ -22,9 +22,9 @@ QString UsageReport::missing(const QString& credential) {
 }
 
 QString UsageReport::token(const ProviderRequest& request, const QString& missing) {
-  static const QRegularExpression blank(u"\\s"_s);
   const QString token = request.credential.trimmed();
-  OptionRules::require(!token.isEmpty() && !token.contains(blank), missing);
+  OptionRules::require(!token.isEmpty() && std::ranges::none_of(token, [](QChar each) { return each.isSpace(); }),
+                       missing);
   return token;
 }
 

@@ -276,6 +276,7 @@ void LibraryWindow::takeDropped(quint64 entry, const QString& sentence) {
     added_ = dropped;
     entry_ = entry;
     note_->say(sentence, !EditorFields::of(widget->kind).isEmpty());
+    field_->selectAll();
     return;
   }
 }

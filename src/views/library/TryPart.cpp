@@ -51,8 +51,9 @@ class AnswerWell final : public QWidget {
   }
 };
 
-/// What decides whom a widget asks.
+/// What decides whom a widget asks, and of a service also what.
 bool asksAlike(const DockWidget& one, const DockWidget& other) {
+  if (one.options.value(option::connectionMode) == value::native) return one.options == other.options;
   for (const QLatin1StringView key : {option::connectionMode, option::endpoint})
     if (one.options.value(key) != other.options.value(key)) return false;
   return true;
@@ -181,8 +182,9 @@ void TryPart::showValue() {
 
 void TryPart::say(const QString& sentence, bool isFault) {
   sentence_->setTone(isFault ? Tone::Fault : Tone::Secondary);
-  if (sentence == sentence_->text()) return;
-  sentence_->setText(sentence);
+  const QString line = ForeignText::line(sentence);  // It may name what somebody else wrote into the form.
+  if (line == sentence_->text()) return;
+  sentence_->setText(line);
   if (sentence.isEmpty() || !isVisible()) return;
   QAccessibleEvent alert(sentence_, QAccessible::Alert);
   QAccessible::updateAccessibility(&alert);

@@ -71,6 +71,8 @@ void PlaceField::follow() {
     clear();
   else
     rest_.start();
+  // What was found for other letters is nobody's choice by Return.
+  found_.clear();
 }
 
 void PlaceField::drop() {
