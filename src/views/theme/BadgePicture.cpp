@@ -58,6 +58,7 @@ QPainterPath badgeLetter(QChar letter) {
 
 void drawServiceBadge(QPainter& painter, const QRectF& box, double corner, const ServiceBadge& badge,
                       const Palette& palette, BadgeDetail detail) {
+  if (badge.letters.isEmpty()) return;  // A kind without a service of one name.
   const BadgeColors colors = palette.badge(badge.color);
   drawRounded(painter, box, corner, colors.ground);
   // Where all badges have one colour, both letters are needed however small they are.
