@@ -32,9 +32,15 @@ void X11Focus::takeFromNewWindow() {
   if (window_ == XCB_WINDOW_NONE) return;
   const xcb_window_t holder = current();
   const bool isNobody = holder <= XCB_INPUT_FOCUS_POINTER_ROOT || holder == events_.root();
-  if (isNobody || events_.isOurs(holder) || known_.contains(holder)) return;
+  if (isNobody || known_.contains(holder) || isUnmanaged(holder)) return;
   known_.append(holder);
   set(window_, XCB_CURRENT_TIME);
+}
+
+bool X11Focus::isUnmanaged(xcb_window_t window) const {
+  const auto cookie = xcb_get_window_attributes(events_.connection(), window);
+  const XcbReply reply(xcb_get_window_attributes_reply(events_.connection(), cookie, nullptr));
+  return reply && reply->override_redirect;
 }
 
 QList<quint32> X11Focus::clients() const {

@@ -19,7 +19,7 @@ class X11Focus {
 
   /// The window must be on the screen.
   void take(xcb_window_t window);
-  /// After the window lost it: takes it once more from a window of another program that was not there when it was
+  /// After the window lost it: takes it once more from a window, also one of ours, that was not there when it was
   /// taken. Each such window gives it up once; whoever turns to it after that keeps it there.
   void takeFromNewWindow();
   /// Before the window goes. `time`: up to when no other window may have taken the keyboard; what others do later wins.
@@ -29,6 +29,8 @@ class X11Focus {
 
  private:
   QList<quint32> clients() const;
+  /// Whether no window manager looks after it, as after menus and popups: it took the keyboard by itself.
+  bool isUnmanaged(xcb_window_t window) const;
   void set(xcb_window_t window, xcb_timestamp_t time) const;
 
   X11Events& events_;
