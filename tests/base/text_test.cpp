@@ -65,6 +65,26 @@ TEST(Text, TakesBlanksButNoNewLinesFromTheEnds) {
   EXPECT_EQ(Text::withoutOuterBlanks(u" \t "), u"");
 }
 
+TEST(Text, IsFoldedAlikeWhereverALetterStands) {
+  const struct {
+    QString text;
+    QString folded;
+  } cases[] = {
+      {u"Äpfel’s"_s, u"apfel's"_s},
+      {u"A\u0308"_s, u"a"_s},
+      {u"STRASSE ß"_s, u"strasse ß"_s},
+      {u"\U0001D400\U00010400"_s, u"a\U00010428"_s},
+      {u"İ"_s, u"i"_s},
+      {u"ﬁn"_s, u"fin"_s},
+  };
+  // Long texts are folded in pieces, whose borders must not show.
+  for (const auto& each : cases)
+    for (const int before : {0, 61, 62, 63, 64, 65, 500}) {
+      EXPECT_EQ(Text::folded(QString(before, u'É') + each.text), QString(before, u'e') + each.folded)
+          << each.text.toStdString() << " after " << before;
+    }
+}
+
 TEST(ProbeCounters, CountOnlyWhileArmed) {
   for (const bool armed : {false, true, true, false}) {
     ProbeCounters::setArmed(armed);

@@ -5,13 +5,12 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QScrollBar>
-#include <QStyledItemDelegate>
 #include <QToolTip>
 #include <algorithm>
 
 #include "views/controls/ControlTheme.h"
 #include "views/controls/DragSource.h"
-#include "views/controls/Mirroring.h"
+#include "views/controls/ItemPainter.h"
 #include "views/controls/PaintedList.h"
 #include "views/controls/PlainTip.h"
 #include "views/theme/Glass.h"
@@ -22,17 +21,8 @@ namespace {
 
 constexpr int kIconColumns = 4;
 constexpr int kIconCell = 78;
-constexpr double kIconSize = 40;
-constexpr double kIconTop = 9;
-constexpr double kIconTitle = 64;
 constexpr int kPictureColumns = 3;
 constexpr int kPictureCell = 92;
-constexpr double kPictureInset = 5;
-constexpr double kPictureHeight = 58;
-constexpr double kPictureTitle = 79;
-constexpr double kActionSize = 24;
-constexpr double kActionSymbol = 14;
-constexpr int kActionGap = 4;  ///< Between an action and the menu beside it.
 
 bool isDragged(const ViewItem& item) { return !item.drag.isEmpty() || !item.dragText.isEmpty(); }
 
@@ -52,7 +42,7 @@ class ItemView::Model final : public ItemModel<ViewItem> {
       case Qt::AccessibleDescriptionRole:
         return item->caption.isEmpty() ? item->value : item->caption;
       case Qt::ToolTipRole:
-        return plainTip(item->tip.isEmpty() ? item->title : item->tip);
+        return item->tip.isEmpty() ? plainTip(item->title) : plainTipOfLines(item->tip);
       default:
         return {};
     }
@@ -61,92 +51,6 @@ class ItemView::Model final : public ItemModel<ViewItem> {
     const ViewItem* item = at(index);
     return ItemModel::flags(index) | (item && isDragged(*item) ? Qt::ItemIsDragEnabled : Qt::NoItemFlags);
   }
-};
-
-class ItemView::Painter final : public QStyledItemDelegate {
- public:
-  explicit Painter(ItemView& view) : QStyledItemDelegate(&view), view_(view) {}
-
-  QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override { return view_.cell(); }
-
-  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    const ControlLook& look = lookOf(view_);
-    const ViewItem& item = view_.items()[index.row()];
-    const QRectF box = option.rect;
-    const bool chosen =
-        index == view_.currentIndex() && (view_.hasFocus() || (view_.field_ && !view_.field_->isHidden()));
-    const bool under = option.state.testFlag(QStyle::State_MouseOver);
-    if (chosen)
-      drawRounded(*painter, box, theme::kRowCorner, look.palette.selection);
-    else if (under)
-      drawRounded(*painter, box, theme::kRowCorner, look.palette.tileHover);
-    if (chosen && view_.hasFocus() && view_.byKeyboard_) drawFocusLine(*painter, box, theme::kRowCorner, look);
-    view_.shape_ == Shape::Rows ? paintRow(*painter, box, item, look, index) : paintCell(*painter, box, item, look);
-    if (view_.showsAction(index)) {
-      const QColor ink = item.mark == view_.actionSymbol_ ? look.palette.accent(Accent::Yellow) : look.palette.primary;
-      paintAction(*painter, QRectF(view_.actionRect(index)), view_.actionSymbol_, ink, look);
-      if (view_.hasMenuButton())
-        paintAction(*painter, QRectF(view_.menuRect(index)), u"ellipsis"_s, look.palette.primary, look);
-    }
-    painter->restore();
-  }
-
- private:
-  void paintRow(QPainter& painter, const QRectF& box, const ViewItem& item, const ControlLook& look,
-                const QModelIndex& index) const {
-    const double middle = box.center().y();
-    const Mirroring mirror(*view_.viewport());
-    double left = box.left() + theme::kRowOverhang;
-    if (view_.picture_) {
-      const QRectF place(left, middle - theme::kRowPicture / 2.0, theme::kRowPicture, theme::kRowPicture);
-      view_.picture_(painter, mirror(place), item);
-      left += theme::kRowPicture + theme::kRowGap;
-    }
-    double right = box.right() - theme::kRowOverhang;
-    if (view_.showsAction(index)) {
-      const int buttons = view_.hasMenuButton() ? 2 : 1;
-      right -= buttons * kActionSize + (buttons - 1) * kActionGap + theme::kButtonSymbolGap;
-    } else if (!item.mark.isEmpty()) {
-      const QRectF place(right - kActionSymbol, middle - kActionSymbol / 2, kActionSymbol, kActionSymbol);
-      drawControlSymbol(painter, item.mark, mirror(place), look.palette.accent(Accent::Yellow));
-      right -= kActionSymbol + theme::kRowGap;
-    } else if (!item.value.isEmpty()) {
-      const TextLine value = TextLine(item.value, TextStyle::Caption);
-      mirror.end(painter, value, {right, middle + value.capHeight() / 2}, look.palette.secondary);
-      right -= value.width() + theme::kRowGap;
-    }
-    const auto draw = [&](double share, const QString& text, TextStyle style, const QColor& ink) {
-      const QRectF line(left, box.top() + box.height() * share - 10, std::max(0.0, right - left), 20);
-      drawTextIn(painter, mirror(line), text, style, ink, mirror.reading(), view_.elide_);
-    };
-    draw(item.caption.isEmpty() ? 0.5 : theme::kTitleShare, item.title, TextStyle::Body, look.palette.primary);
-    draw(theme::kCaptionShare, item.caption, TextStyle::Caption, look.palette.secondary);
-  }
-
-  void paintCell(QPainter& painter, const QRectF& box, const ViewItem& item, const ControlLook& look) const {
-    const bool icons = view_.shape_ == Shape::Icons;
-    QRectF place(box.center().x() - kIconSize / 2, box.top() + kIconTop, kIconSize, kIconSize);
-    if (!icons)
-      place = QRectF(box.left() + kPictureInset, box.top() + kPictureInset, box.width() - kPictureInset * 2,
-                     kPictureHeight);
-    if (view_.picture_) view_.picture_(painter, place, item);
-    const double y = box.top() + (icons ? kIconTitle : kPictureTitle);
-    drawTextIn(painter, QRectF(box.left() + 4, y - 10, box.width() - 8, 20), item.title, TextStyle::Caption,
-               look.palette.primary, Qt::AlignHCenter, view_.elide_);
-  }
-
-  void paintAction(QPainter& painter, const QRectF& box, const QString& symbol, const QColor& ink,
-                   const ControlLook& look) const {
-    drawRounded(painter, box, theme::kSegmentCorner, look.palette.panel.bodyTop);
-    drawRounded(painter, box, theme::kSegmentCorner, look.palette.button);
-    QRectF mark(0, 0, kActionSymbol, kActionSymbol);
-    mark.moveCenter(box.center());
-    drawControlSymbol(painter, symbol, mark, ink);
-  }
-
-  ItemView& view_;
 };
 
 ItemView::ItemView(const QString& label, Shape shape, QWidget* parent)
@@ -270,7 +174,7 @@ QString ItemView::actionLabelOf(const QModelIndex& index) const {
 
 QRect ItemView::menuRect(const QModelIndex& index) const {
   const QRect box = visualRect(index);
-  constexpr int size = static_cast<int>(kActionSize);
+  constexpr int size = static_cast<int>(Painter::kActionSize);
   const bool row = shape_ == Shape::Rows;
   const int inset = row ? theme::kRowOverhang : 4;
   const int x = isRightToLeft() && row ? box.left() + inset : box.right() + 1 - inset - size;
@@ -281,7 +185,7 @@ QRect ItemView::menuRect(const QModelIndex& index) const {
 QRect ItemView::actionRect(const QModelIndex& index) const {
   const QRect last = menuRect(index);
   if (!hasMenuButton()) return last;
-  const int step = last.width() + kActionGap;
+  const int step = last.width() + Painter::kActionGap;
   return last.translated(isRightToLeft() ? step : -step, 0);
 }
 
@@ -439,7 +343,7 @@ void ItemView::startDrag(Qt::DropActions) {
   QDrag* drag = makeDrag();
   drag->setMimeData(content.release());
   if (picture_) {
-    constexpr int side = static_cast<int>(kIconSize);
+    constexpr int side = static_cast<int>(Painter::kIconSize);
     QPixmap shown(QSize(side, side) * devicePixelRatio());
     shown.setDevicePixelRatio(devicePixelRatio());
     shown.fill(Qt::transparent);

@@ -20,7 +20,7 @@ struct ViewItem {
   QString id;  ///< What it is known by; unique in its view.
   QString title;
   QString caption{};
-  QString tip{};           ///< The title where empty.
+  QString tip{};           ///< Plain text, of one line or several; the title where empty.
   QString value{};         ///< At the end of a row.
   QUrl drag{};             ///< What is dragged out; empty for nothing.
   QString dragText{};      ///< The same as a text, in place of the address or where there is none.

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QWidget>
+#include <algorithm>
 
 #include "base/ForeignText.h"
 
@@ -12,6 +14,16 @@ namespace tarnwick {
 inline QString plainTip(const QString& text) {
   const QString line = ForeignText::line(text);
   return line.isEmpty() ? line : QStringLiteral("<p>%1</p>").arg(line.toHtmlEscaped());
+}
+/// The same of a text whose lines mean something, as of one that was copied: they stay lines, the first few of them.
+inline QString plainTipOfLines(const QString& text) {
+  constexpr qsizetype most = 12;
+  QStringList lines = text.split(u'\n');
+  const bool hasMore = lines.size() > most;
+  lines.resize(std::min(lines.size(), most));
+  for (QString& line : lines) line = ForeignText::line(line).toHtmlEscaped();
+  if (hasMore) lines.append(QStringLiteral("…"));
+  return QStringLiteral("<p>%1</p>").arg(lines.join(QStringLiteral("<br>")));
 }
 inline void setPlainTip(QWidget& widget, const QString& text) { widget.setToolTip(plainTip(text)); }
 

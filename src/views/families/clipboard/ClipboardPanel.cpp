@@ -1,15 +1,10 @@
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QPainterPath>
-#include <QPointer>
-#include <QTextDocument>
 #include <algorithm>
 
-#include "base/DomainError.h"
 #include "base/Text.h"
 #include "base/WebAddress.h"
-#include "clipboard/ClipboardColor.h"
 #include "clipboard/ClipboardPanelModel.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/ConfirmBar.h"
@@ -17,7 +12,9 @@
 #include "views/controls/FullWidth.h"
 #include "views/controls/ItemView.h"
 #include "views/controls/PartingLine.h"
+#include "views/families/clipboard/ClipboardRemoval.h"
 #include "views/families/clipboard/ClipboardRoom.h"
+#include "views/families/clipboard/ClipboardSign.h"
 #include "views/families/clipboard/ClipboardTabs.h"
 #include "views/families/clipboard/ClipboardWords.h"
 #include "views/panels/PanelWords.h"
@@ -33,49 +30,7 @@ namespace {
 
 constexpr int kRowsSeen = 7;
 constexpr int kThumbnailSide = 96;  ///< Enough for a row and for what is dragged out, on a dense screen.
-constexpr double kSignCorner = 6;
-constexpr double kSignSymbol = 14;
 constexpr qsizetype kTipLetters = 600;
-/// Seconds in which the bubble offers to take a removal back.
-constexpr double kBringsBack = 8;
-
-/// A removal that can be taken back for a while, after which nothing is left of the entry.
-class Removal : public std::enable_shared_from_this<Removal> {
- public:
-  Removal(ClipboardHistory& history, Scheduler& scheduler) : history_(&history), scheduler_(scheduler) {}
-
-  void hold(const RemovedClipboardEntry& removed) {
-    removed_ = removed;
-    forgetting_ = scheduler_.after(kBringsBack, [self = weak_from_this()] {
-      if (const auto removal = self.lock()) removal->removed_.reset();
-    });
-  }
-  void takeBack() {
-    if (!removed_ || !history_) throw DomainError::invalid(PanelWords::tr("What was removed is gone for good."));
-    history_->putBack(*removed_);
-    id_ = removed_->entry.id;
-    removed_.reset();
-  }
-  void again() {
-    if (!history_) return;
-    history_->remove(id_, history_, [self = weak_from_this()](const RemovedClipboardEntry& removed) {
-      if (const auto removal = self.lock()) removal->hold(removed);
-    });
-  }
-
- private:
-  QPointer<ClipboardHistory> history_;
-  Scheduler& scheduler_;
-  std::optional<RemovedClipboardEntry> removed_;
-  QUuid id_;
-  JobHandle forgetting_;
-};
-
-/// As a tip shows it: as it is, whatever marks it has in it.
-QString tipOf(const QString& value) {
-  const QString text = value.left(kTipLetters);
-  return Qt::mightBeRichText(text) ? u"<p style='white-space:pre-wrap'>%1</p>"_s.arg(text.toHtmlEscaped()) : text;
-}
 
 class ClipboardPanel final : public TilePanel {
  public:
@@ -222,7 +177,8 @@ class ClipboardPanel final : public TilePanel {
     view_->installEventFilter(this);
     field_->installEventFilter(this);
     view_->setPicture([this](QPainter& painter, const QRectF& box, const ViewItem& item) {
-      paintSign(painter, box, entryOf(item.id));
+      const ClipboardEntry entry = entryOf(item.id);
+      paintClipboardSign(painter, box, entry, thumbnails_.value(entry.imageFile).image, look().palette);
     });
     view_->setItemAction(u"star"_s, PanelWords::tr("Add to Favourites"), {});
     view_->setItemMenu([this](const QString& id) { return menuOf(entryOf(id)); });
@@ -280,7 +236,7 @@ class ClipboardPanel final : public TilePanel {
     ViewItem item{entry.id.toString(), ClipboardWords::title(entry)};
     const QString age = agoWord(entry.added, sources.now, sources.locale);
     item.caption = u"%1 · %2"_s.arg(ClipboardWords::kind(entry.kind), age);
-    item.tip = tipOf(entry.value);
+    item.tip = entry.value.left(kTipLetters);
     item.dragText = entry.value;
     item.action = favouriteWord(entry);
     if (entry.favourite) item.mark = u"star"_s;
@@ -333,7 +289,7 @@ class ClipboardPanel final : public TilePanel {
   }
 
   void offerBack(const RemovedClipboardEntry& removed) {
-    const auto removal = std::make_shared<Removal>(history_, context().scheduler);
+    const auto removal = std::make_shared<ClipboardRemoval>(history_, context().scheduler);
     removal->hold(removed);
     // Not by its words: the sentence is kept for longer than the entry is.
     offerUndo(
@@ -366,39 +322,6 @@ class ClipboardPanel final : public TilePanel {
       QMetaObject::invokeMethod(this, &ClipboardPanel::refreshNow, Qt::QueuedConnection);
     };
     history_.readThumbnail(entry, kThumbnailSide, &model_, take);
-  }
-
-  void paintSign(QPainter& painter, const QRectF& box, const ClipboardEntry& entry) const {
-    const Palette& palette = look().palette;
-    if (entry.kind == ClipboardEntry::Kind::Color) {
-      if (const auto color = ClipboardColor::of(entry.value)) {
-        drawRounded(painter, box, kSignCorner, palette.well);
-        drawRounded(painter, box, kSignCorner, *color);
-        drawInnerLine(painter, box, kSignCorner, hairline(painter), palette.separator);
-        return;
-      }
-    }
-    const QImage image = thumbnails_.value(entry.imageFile).image;
-    if (entry.kind == ClipboardEntry::Kind::Image && !image.isNull()) return paintThumbnail(painter, box, image);
-    drawRounded(painter, box, kSignCorner, palette.button);
-    QRectF mark(0, 0, kSignSymbol, kSignSymbol);
-    mark.moveCenter(box.center());
-    drawControlSymbol(painter, ClipboardWords::symbol(entry.kind), mark, palette.primary);
-  }
-
-  /// It fills the box; what does not fit is cut away at its sides.
-  void paintThumbnail(QPainter& painter, const QRectF& box, const QImage& image) const {
-    const QSizeF whole = QSizeF(image.size());
-    const QSizeF part = box.size().scaled(whole, Qt::KeepAspectRatio);
-    const QPointF corner((whole.width() - part.width()) / 2, (whole.height() - part.height()) / 2);
-    painter.save();
-    QPainterPath outline;
-    outline.addRoundedRect(box, kSignCorner, kSignCorner);
-    painter.setClipPath(outline, Qt::IntersectClip);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawImage(box, image, QRectF(corner, part));
-    painter.restore();
-    drawInnerLine(painter, box, kSignCorner, hairline(painter), look().palette.tileEdge);
   }
 
   ClipboardHistory& history_;
