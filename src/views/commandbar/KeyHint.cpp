@@ -1,6 +1,7 @@
 #include "views/commandbar/KeyHint.h"
 
 #include <algorithm>
+#include <ranges>
 
 #include "views/commandbar/CommandBarMeasures.h"
 #include "views/controls/ControlLook.h"
@@ -35,11 +36,9 @@ KeyHint::KeyHint(const QString& text) {
       add(word, false, gap);
       continue;
     }
-    double before = gap;
-    for (const QString& key : keys) {
-      add(key, true, before);
-      before = theme::kKeyCapGap;
-    }
+    const qsizetype first = parts_.size();
+    for (const QString& key : keys) add(key, true, parts_.size() == first ? gap : theme::kKeyCapGap);
+    for (Part& part : parts_ | std::views::drop(first)) part.combination = {parts_[first].x, width_};
   }
 }
 
@@ -50,12 +49,15 @@ void KeyHint::add(const QString& text, bool isKey, double gap) {
   const double words = text == kReturnKey ? kReturnSymbol : part.line.width();
   part.width = isKey ? std::max(theme::kKeyCapLeast, words + theme::kKeyCapPadding * 2) : words;
   width_ = part.x + part.width;
+  part.combination = {part.x, width_};
   parts_.append(part);
 }
 
 void KeyHint::draw(QPainter& painter, const QRectF& box, const ControlLook& look, bool mirrored) const {
   for (const Part& part : parts_) {
-    const double left = mirrored ? box.right() - part.x - part.width : box.left() + part.x;
+    // The keys of one combination stand in the order in which they are pressed and named, mirrored or not.
+    const auto [begin, end] = part.combination;
+    const double left = mirrored ? box.right() - end + (part.x - begin) : box.left() + part.x;
     const QRectF place(left, box.center().y() - theme::kKeyCapHeight / 2, part.width, theme::kKeyCapHeight);
     if (part.isKey) drawRounded(painter, place, theme::kKeyCapCorner, faded(look.palette.primary, theme::kKeyCapShare));
     if (part.line.text() == kReturnKey) {

@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QRectF>
 #include <QString>
+#include <utility>
 
 #include "views/theme/Typography.h"
 
@@ -27,6 +28,7 @@ class KeyHint {
     double x = 0;
     double width = 0;
     bool isKey = false;
+    std::pair<double, double> combination{};  ///< Where the keys begin and end to which it belongs.
   };
   void add(const QString& text, bool isKey, double gap);
 
