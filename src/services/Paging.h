@@ -1,13 +1,14 @@
 #pragma once
 
+#include <QStringList>
 #include <stop_token>
 
 #include "services/Provider.h"
 
 namespace tarnwick {
 
-/// The pages of one list: `for (Paging pages(limits); pages.next(stop);)` asks for one after the other until `finish`
-/// was called or as many as the limits allow have been read.
+/// The pages of one list: `for (Paging pages(limits); pages.next(stop);)` asks for one after the other until the list
+/// has ended or as many as the limits allow have been read. What came of a page is told by one of the functions below.
 class Paging {
  public:
   explicit Paging(const ProviderLimits& limits) : limits_(limits) {}
@@ -16,15 +17,28 @@ class Paging {
   bool next(const std::stop_token& stop);
   /// The number of the page to ask for, from 1.
   int page() const { return page_; }
-  /// The list has no further page.
-  void finish() { isFinished_ = true; }
+  /// Where the page to ask for begins; empty for the first.
+  const QString& cursor() const { return cursors_.last(); }
+
+  /// The list says whether it goes on.
+  void goOn(bool isMore) { isFinished_ = !isMore; }
+  /// The same, from `cursor` on. Throws DomainError with `sentence` for one that leads nowhere new.
+  void goOn(bool isMore, const QString& cursor, const QString& sentence);
+  /// The list says nothing: a page of fewer than `full` entries is its last. Behind the last page that is read one more
+  /// is asked for, only to see whether there is anything on it: false for that one, whose entries do not count.
+  bool counts(qsizetype entries, qsizetype full);
+
   /// Whether the list goes on behind the last page that was read.
   bool isPartial() const { return !isFinished_; }
+  /// A sum of what was read, which says so where it is not all.
+  QString marked(const QString& sum) const;
 
  private:
   ProviderLimits limits_;
   int page_ = 0;
   bool isFinished_ = false;
+  bool isBlind_ = false;  ///< The last page did not say whether it is the last.
+  QStringList cursors_{QString()};
 };
 
 }  // namespace tarnwick

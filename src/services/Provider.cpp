@@ -1,15 +1,30 @@
 #include "services/Provider.h"
 
+#include <QCoroTask>
 #include <algorithm>
 
 #include "base/Cancelled.h"
-#include "base/DomainError.h"
 #include "services/ProviderData.h"
 #include "services/ServiceSession.h"
+#include "services/ServiceWords.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
+
+namespace {
+
+bool hasSpace(const QString& text) {
+  return std::ranges::any_of(text, [](QChar each) { return each.isSpace(); });
+}
+
+/// The request may be gone when this goes on.
+QCoro::Task<QJsonObject> objectOf(std::shared_ptr<ServiceSession> session, ServiceCall call, std::stop_token stop) {
+  const QJsonValue answer = co_await session->json(std::move(call), stop);
+  co_return ProviderData::object(answer);
+}
+
+}  // namespace
 
 bool KindPattern::matches(QStringView kind) const {
   switch (match) {
@@ -35,6 +50,22 @@ ServiceCall ProviderRequest::call(const QString& path, const QMap<QString, QStri
   return call;
 }
 
+ServiceCall ProviderRequest::keyed(const QString& header, const QString& path,
+                                   const QMap<QString, QString>& query) const {
+  ServiceCall call = this->call(path, query);
+  call.token.clear();
+  if (!credential.isEmpty()) call.headers.insert(header, credential);
+  return call;
+}
+
+QCoro::Task<QJsonValue> ProviderRequest::answer(ServiceCall call, std::stop_token stop) const {
+  return session->json(std::move(call), std::move(stop));
+}
+
+QCoro::Task<QJsonObject> ProviderRequest::object(ServiceCall call, std::stop_token stop) const {
+  return objectOf(session, std::move(call), std::move(stop));
+}
+
 RemoteValue ProviderRequest::shown(const QString& value, const QString& subtitle) const {
   RemoteValue shown;
   shown.value = value;
@@ -44,19 +75,35 @@ RemoteValue ProviderRequest::shown(const QString& value, const QString& subtitle
   return shown;
 }
 
-bool Provider::serves(QStringView kind) const {
-  return std::ranges::any_of(kinds, [kind](const KindPattern& pattern) { return pattern.matches(kind); });
+const ProviderTopic* Provider::topic(QStringView kind) const {
+  for (const ProviderTopic& topic : topics)
+    if (std::ranges::any_of(topic.kinds, [kind](const KindPattern& each) { return each.matches(kind); })) return &topic;
+  return nullptr;
+}
+
+QString Provider::explanation(QStringView kind) const {
+  const ProviderTopic* found = topic(kind);
+  return found ? found->explanation : QString();
+}
+
+QList<ProviderField> Provider::fields(QStringView kind) const {
+  const ProviderTopic* found = topic(kind);
+  return found ? found->fields : QList<ProviderField>();
 }
 
 DockWidget Provider::configured(DockWidget widget) const {
+  const QString region = widget.options.value(option::region).trimmed();
   widget.options[option::connectionMode] = value::native;
-  widget.options[option::endpoint] = address.toString();
+  widget.options[option::endpoint] = regions.value(region, address).toString();
+  if (!page.isEmpty()) widget.options[option::dashboard] = page;
   if (normalise) normalise(widget);
   return widget;
 }
 
 QCoro::Task<RemoteValue> fetchFrom(Provider provider, DockWidget widget, std::shared_ptr<ServiceSession> session,
                                    std::stop_token stop) {
+  const ProviderTopic* topic = provider.topic(widget.kind);
+  require(topic, ServiceWords::tr("Connect this widget in its settings."));
   ProviderRequest request;
   request.widget = provider.configured(std::move(widget));
   request.session = session;
@@ -66,10 +113,13 @@ QCoro::Task<RemoteValue> fetchFrom(Provider provider, DockWidget widget, std::sh
   else
     request.credential = co_await session->credential(request.widget, stop);
   throwIfStopped(stop);
-  const auto isNeeded = provider.credential.isNeeded;
-  if (request.credential.isEmpty() && (!isNeeded || isNeeded(request.widget)))
-    throw DomainError::invalid(provider.credential.missing);
-  RemoteValue value = co_await provider.fetch(std::move(request), stop);
+  const ProviderCredential& wanted = provider.credential;
+  if (wanted.isOneWord) request.credential = request.credential.trimmed();
+  if (const QString fault = wanted.fault ? wanted.fault(request.credential) : QString(); !fault.isEmpty())
+    throw DomainError::invalid(fault);
+  const bool isMissing = request.credential.isEmpty() && (!wanted.isNeeded || wanted.isNeeded(request.widget));
+  require(!isMissing && !(wanted.isOneWord && hasSpace(request.credential)), wanted.missing);
+  RemoteValue value = co_await topic->fetch(std::move(request), stop);
   throwIfStopped(stop);
   co_return value;
 }

@@ -37,19 +37,21 @@ struct ProviderField {
 /// What a service wants to be shown before it answers.
 struct ProviderCredential {
   QString label;  ///< What the service calls it.
-  QString placeholder;
+  QString placeholder = {};
   QString explanation;  ///< Which one is meant and what it must be allowed to do, in one line.
-  QUrl page;            ///< Where the service makes one.
+  QUrl page = {};       ///< Where the service makes one.
   QString missing;      ///< The sentence when there is none.
   /// Whether this widget cannot do without; null for all of the provider's.
   bool (*isNeeded)(const DockWidget& widget) = nullptr;
+  bool isOneWord = false;  ///< One that holds white space is none; what is around it does not count.
+  /// What else is wrong with one, as a sentence; empty where nothing is. It is asked first.
+  QString (*fault)(const QString& credential) = nullptr;
 };
 
-/// What bounds one refresh.
+/// What bounds the reading of one list. A refresh makes at most 30 requests in all.
 struct ProviderLimits {
-  int requests = 30;  ///< At most, all pages together.
-  int pages = 1;      ///< At most, of one list; a list that goes on is reported as partial.
-  int pageSize = 0;   ///< Entries asked for at a time; 0 where nothing is paged.
+  int pages = 1;     ///< At most; a list that goes on is reported as partial.
+  int pageSize = 0;  ///< Entries asked for at a time; 0 where nothing is paged.
 };
 
 /// What one fetch is about.
@@ -60,41 +62,58 @@ struct ProviderRequest {
   ProviderLimits limits;
 
   QString option(QLatin1StringView key, const QString& otherwise = {}) const;
+  QDateTime now() const { return session->now(); }
   /// A request to a path at the widget's `endpoint`, with the credential as bearer. Throws DomainError.
   ServiceCall call(const QString& path, const QMap<QString, QString>& query = {}) const;
+  /// The same with the credential in a header that the service has for it; without one where there is none.
+  ServiceCall keyed(const QString& header, const QString& path, const QMap<QString, QString>& query = {}) const;
+  /// Asks. What is awaited gives the answer, and throws what ServiceSession throws.
+  QCoro::Task<QJsonValue> answer(ServiceCall call, std::stop_token stop) const;
+  /// The same for an answer that must be an object and tell no errors. Throws DomainError for another one.
+  QCoro::Task<QJsonObject> object(ServiceCall call, std::stop_token stop) const;
   /// What is shown, as of now.
   RemoteValue shown(const QString& value, const QString& subtitle) const;
 };
 
+/// One of the things that a service is asked for: which kinds of widgets show it, and how it is found.
+struct ProviderTopic {
+  QList<KindPattern> kinds;
+  QString explanation;               ///< What the form says of it, in one line.
+  QList<ProviderField> fields = {};  ///< What the form asks for.
+  /// A coroutine: what it asks, in order, and what it computes. It passes `stop` to everything that it awaits.
+  QCoro::Task<RemoteValue> (*fetch)(ProviderRequest request, std::stop_token stop);
+};
+
 /// All there is to know of a service, in one place: but for its badge nothing else in the program names one.
 struct Provider {
-  QString id;    ///< Stable, for code and logs.
-  QString name;  ///< As the service writes itself.
-  QList<KindPattern> kinds;
-  QUrl address;  ///< Public, https. A test passes a row with its own server's.
-
-  /// What the form says of a kind, in one line.
-  QString (*explanation)(QStringView kind) = nullptr;
-  QList<ProviderField> (*fields)(QStringView kind) = nullptr;
+  QString id;         ///< Stable, for code and logs.
+  QString name;       ///< As the service writes itself.
+  QUrl address = {};  ///< Public, https; empty where each user has one. A test passes a row with its own server's.
+  /// Where it is instead for a widget whose option `region` is this.
+  QMap<QString, QUrl> regions = {};
+  QString page = {};  ///< What a click on a tile opens; `normalise` may set a nearer one.
   ProviderCredential credential;
-  std::optional<OAuthProvider> signIn;
-
+  std::optional<OAuthProvider> signIn = {};
+  ProviderLimits limits = {};
   /// Checks the options and brings them into the form in which they are kept; throws DomainError with the sentence that
-  /// the form shows. `connectionMode` and `endpoint` are set already; a service that has an address for each user sets
-  /// its own. Must give the same when it is applied again.
+  /// the form shows. `connectionMode`, `endpoint` and `dashboard` are set already; a service that has an address for
+  /// each user sets its own. Must give the same when it is applied again. Null where there is nothing to enter.
   void (*normalise)(DockWidget& widget) = nullptr;
-  /// A coroutine: what it asks, in order, and what it computes. It passes `stop` to everything that it awaits.
-  QCoro::Task<RemoteValue> (*fetch)(ProviderRequest request, std::stop_token stop) = nullptr;
-  ProviderLimits limits;
+  QList<ProviderTopic> topics;  ///< The first that serves a kind has it.
 
-  bool serves(QStringView kind) const;
+  bool serves(QStringView kind) const { return topic(kind); }
+  /// Null for a kind that is another's. Lives as long as the row.
+  const ProviderTopic* topic(QStringView kind) const;
+  /// What the form says and asks for; nothing for a kind that is another's.
+  QString explanation(QStringView kind) const;
+  QList<ProviderField> fields(QStringView kind) const;
   /// `widget` as it is stored and fetched. It is asked for on every save and again at every fetch, so that an option
   /// that was edited manually never leads a credential elsewhere. Throws DomainError.
   DockWidget configured(DockWidget widget) const;
 };
 
 /// One fetch of a provider from its beginning: the widget is brought into form, its credential read and asked for, then
-/// the service. Throws what these throw.
+/// the service. Throws what these throw, and DomainError for a kind that is another's.
 QCoro::Task<RemoteValue> fetchFrom(Provider provider, DockWidget widget, std::shared_ptr<ServiceSession> session,
                                    std::stop_token stop);
 

@@ -5,7 +5,6 @@
 #include <QUrlQuery>
 #include <cmath>
 
-#include "base/DomainError.h"
 #include "services/JSONMetric.h"
 #include "services/ServiceWords.h"
 
@@ -24,11 +23,6 @@ bool isWhole(double value) {
   return std::isfinite(value) && std::floor(value) == value && std::abs(value) <= kMostWhole;
 }
 
-/// No ledger of a business comes near what a sum can hold.
-void addTo(qint64& sum, qint64 amount, const char* sentence) {
-  if (__builtin_add_overflow(sum, amount, &sum)) throw invalid(sentence);
-}
-
 }  // namespace
 
 QUrl ProviderData::url(const QString& base, const QMap<QString, QString>& query) {
@@ -38,11 +32,13 @@ QUrl ProviderData::url(const QString& base, const QMap<QString, QString>& query)
   if (!address.isValid()) throw invalid(QT_TRANSLATE_NOOP("Services", "The service address is invalid."));
   if (query.isEmpty()) return address;
   QUrlQuery items;
-  for (const auto& [key, value] : query.asKeyValueRange())
-    items.addQueryItem(QString::fromLatin1(QUrl::toPercentEncoding(key)),
-                       QString::fromLatin1(QUrl::toPercentEncoding(value)));
+  for (const auto& [key, value] : query.asKeyValueRange()) items.addQueryItem(encoded(key), encoded(value));
   address.setQuery(items);
   return address;
+}
+
+QString ProviderData::encoded(const QString& text, const QByteArray& kept) {
+  return QString::fromLatin1(QUrl::toPercentEncoding(text, kept));
 }
 
 QJsonObject ProviderData::object(const QJsonValue& value) {
@@ -56,7 +52,7 @@ QJsonObject ProviderData::object(const QJsonValue& value) {
 }
 
 QJsonArray ProviderData::list(const QJsonValue& value, const QString& path, const QString& sentence) {
-  QJsonValue node = value;
+  QJsonValue node = value.isObject() ? object(value) : value;
   for (const QString& piece : path.split(u'.', Qt::SkipEmptyParts)) node = node[piece];
   if (!node.isArray()) throw DomainError::invalid(sentence);
   return node.toArray();
@@ -79,6 +75,10 @@ qint64 ProviderData::wholeNumber(const QJsonValue& value, const QString& path) {
 
 QString ProviderData::count(const QJsonValue& value, const QString& path) {
   return QString::number(wholeNumber(value, path));
+}
+
+void ProviderData::add(qint64& sum, qint64 amount, const QString& sentence) {
+  require(!__builtin_add_overflow(sum, amount, &sum), sentence);
 }
 
 bool ProviderData::identifier(const QString& text) {
@@ -114,17 +114,16 @@ qint64 ProviderData::stripeNet(const QJsonArray& rows, const QString& currency) 
   static const QSet<QString> counted{
       u"charge"_s,           u"refund"_s, u"refund_failure"_s, u"partial_capture_reversal"_s, u"dispute"_s,
       u"dispute_reversal"_s, u"fee"_s};
+  const QString incomplete = ServiceWords::tr("Stripe returned an incomplete balance transaction.");
   qint64 net = 0;
   for (const QJsonValue& row : rows) {
     const QJsonValue category = row[u"reporting_category"];
     const QJsonValue unit = row[u"currency"];
     const QJsonValue amount = row[u"net"];
-    if (!category.isString() || !unit.isString() || !row[u"id"].isString() || !amount.isDouble() ||
-        !isWhole(amount.toDouble()))
-      throw invalid(QT_TRANSLATE_NOOP("Services", "Stripe returned an incomplete balance transaction."));
-    if (unit.toString() == currency && counted.contains(category.toString()))
-      addTo(net, amount.toInteger(),
-            QT_TRANSLATE_NOOP("Services", "Stripe returned an incomplete balance transaction."));
+    require(category.isString() && unit.isString() && row[u"id"].isString() && amount.isDouble() &&
+                isWhole(amount.toDouble()),
+            incomplete);
+    if (unit.toString() == currency && counted.contains(category.toString())) add(net, amount.toInteger(), incomplete);
   }
   return net;
 }
@@ -142,16 +141,15 @@ qint64 ProviderData::ledgerNet(const QJsonArray& rows, const QString& currency) 
                                      u"payment_fees_reversal"_s,
                                      u"refund_fees_reversal"_s,
                                      u"dispute_fees_reversal"_s};
+  const QString invalidAmount = ServiceWords::tr("The ledger returned an invalid amount.");
   qint64 net = 0;
   for (const QJsonValue& row : rows) {
     if (row[u"currency"].toString().compare(currency, Qt::CaseInsensitive) != 0) continue;
     if (!counted.contains(row[u"event_type"].toString())) continue;
-    if (!row[u"is_credit"].isBool()) throw invalid(QT_TRANSLATE_NOOP("Services", "Ledger direction is missing."));
+    require(row[u"is_credit"].isBool(), ServiceWords::tr("Ledger direction is missing."));
     const QJsonValue amount = row[u"amount"];
-    if (!amount.isDouble() || !isWhole(amount.toDouble()))
-      throw invalid(QT_TRANSLATE_NOOP("Services", "The ledger returned an invalid amount."));
-    addTo(net, row[u"is_credit"].toBool() ? amount.toInteger() : -amount.toInteger(),
-          QT_TRANSLATE_NOOP("Services", "The ledger returned an invalid amount."));
+    require(amount.isDouble() && isWhole(amount.toDouble()), invalidAmount);
+    add(net, row[u"is_credit"].toBool() ? amount.toInteger() : -amount.toInteger(), invalidAmount);
   }
   return net;
 }

@@ -10,16 +10,26 @@
 #include <QUrl>
 #include <optional>
 
+#include "base/DomainError.h"
+
 namespace tarnwick {
+
+/// Throws DomainError with a finished sentence where something does not hold.
+inline void require(bool holds, const QString& sentence) {
+  if (!holds) throw DomainError::invalid(sentence);
+}
 
 /// What providers share in reading answers and writing requests. What throws, throws DomainError with a sentence.
 struct ProviderData {
   /// An address with a query, its items sorted by key. Throws for one that is not https, has no host or has a user.
   static QUrl url(const QString& base, const QMap<QString, QString>& query = {});
 
+  /// A text within a path or a query; the characters `kept` stay as they are.
+  static QString encoded(const QString& text, const QByteArray& kept = {});
+
   /// Throws for what is no object, and for one with `errors` in it.
   static QJsonObject object(const QJsonValue& value);
-  /// The list at a path, "data.rows". Throws `sentence` where there is none.
+  /// The list at a path, "data.rows". Throws `sentence` where there is none, and for an object with `errors` in it.
   static QJsonArray list(const QJsonValue& value, const QString& path, const QString& sentence);
   /// A JSON number or a text that is one; `name` says of what, for the sentence.
   static double number(const QJsonValue& value, const QString& name);
@@ -27,6 +37,9 @@ struct ProviderData {
   static qint64 wholeNumber(const QJsonValue& value, const QString& path);
   /// The same as plain text.
   static QString count(const QJsonValue& value, const QString& path);
+
+  /// Adds to a sum. Throws `sentence` where it would be more than a sum can be, which no business comes near.
+  static void add(qint64& sum, qint64 amount, const QString& sentence);
 
   /// Whether a text is letters, digits, "_", "." and "-" alone, and not empty.
   static bool identifier(const QString& text);

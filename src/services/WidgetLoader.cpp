@@ -58,7 +58,7 @@ QCoro::Task<RemoteValue> WidgetLoader::load(DockWidget widget, std::shared_ptr<S
     return weatherHere(weather_, locate_, fahrenheit, stop);
   }
   if (mode == value::native) {
-    if (const Provider* provider = providerFor(widget.kind, *providers_); provider && provider->fetch)
+    if (const Provider* provider = providerFor(widget.kind, *providers_))
       return fetchFrom(*provider, std::move(widget), std::move(session), stop);
   }
   if (comesLater(mode))

@@ -12,12 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr ProviderLimits kLimits{.requests = 4, .pages = 3, .pageSize = 2};
-
-QString explanation(QStringView) { return u"Reads the berths that are taken."_s; }
-
-QList<ProviderField> fields(QStringView) { return {{u"quay"_s, u"Quay"_s, u"north"_s}}; }
-
 void normalise(DockWidget& widget) {
   const QString quay = widget.options.value(u"quay"_s).trimmed().toLower();
   if (quay.isEmpty()) throw DomainError::invalid(u"Enter a quay."_s);
@@ -64,33 +58,32 @@ QCoro::Task<RemoteValue> fetch(ProviderRequest request, std::stop_token stop) {
 }  // namespace
 
 Provider harbour() {
-  Provider provider;
-  provider.id = u"harbour"_s;
-  provider.name = u"Harbour"_s;
-  provider.kinds = {{u"harbourBerths"_s}};
-  provider.address = QUrl(u"https://api.harbour.example"_s);
-  provider.explanation = explanation;
-  provider.fields = fields;
-  provider.credential = {.label = u"Harbour master’s key"_s,
-                         .placeholder = {},
-                         .explanation = u"A key that may read berths."_s,
-                         .page = QUrl(u"https://harbour.example/keys"_s),
-                         .missing = u"Add your service credential in Connection Settings."_s,
-                         .isNeeded = needsCredential};
-  provider.signIn = {.id = u"harbour"_s,
-                     .name = u"Harbour"_s,
-                     .authorization = QUrl(u"https://harbour.example/sign-in"_s),
-                     .token = QUrl(u"https://api.harbour.example/token"_s),
-                     .scope = u"berths.read"_s,
-                     .extraFields = {},
-                     .clientField = u"client_id"_s,
-                     .neededScope = {},
-                     .scopeMissing = {},
-                     .port = 0};
-  provider.normalise = normalise;
-  provider.fetch = fetch;
-  provider.limits = kLimits;
-  return provider;
+  return {
+      .id = u"harbour"_s,
+      .name = u"Harbour"_s,
+      .address = QUrl(u"https://api.harbour.example"_s),
+      .credential = {.label = u"Harbour master’s key"_s,
+                     .explanation = u"A key that may read berths."_s,
+                     .page = QUrl(u"https://harbour.example/keys"_s),
+                     .missing = u"Add your service credential in Connection Settings."_s,
+                     .isNeeded = needsCredential},
+      .signIn = OAuthProvider{.id = u"harbour"_s,
+                              .name = u"Harbour"_s,
+                              .authorization = QUrl(u"https://harbour.example/sign-in"_s),
+                              .token = QUrl(u"https://api.harbour.example/token"_s),
+                              .scope = u"berths.read"_s,
+                              .extraFields = {},
+                              .clientField = u"client_id"_s,
+                              .neededScope = {},
+                              .scopeMissing = {},
+                              .port = 0},
+      .limits = {.pages = 3, .pageSize = 2},
+      .normalise = normalise,
+      .topics = {{.kinds = {{u"harbourBerths"_s}},
+                  .explanation = u"Reads the berths that are taken."_s,
+                  .fields = {{u"quay"_s, u"Quay"_s, u"north"_s}},
+                  .fetch = fetch}},
+  };
 }
 
 }  // namespace tarnwick::test

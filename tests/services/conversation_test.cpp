@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
 
-#include <QJsonDocument>
 #include <QLocale>
 
 #include "base/DomainError.h"
 #include "services/ProviderTable.h"
 #include "services/ServiceHTTPError.h"
+#include "support/Conversations.h"
 #include "support/ScriptedSession.h"
 #include "widgets/catalog/Options.h"
 
@@ -13,62 +13,10 @@ namespace tarnwick {
 namespace {
 
 using namespace Qt::StringLiterals;
+using test::Conversation;
+using test::Exchange;
+using test::told;
 using Options = QMap<QString, QString>;
-
-QString jsonText(const QJsonObject& object) {
-  return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
-}
-
-QJsonValue parsed(const QString& text) {
-  QJsonParseError error;
-  const QJsonDocument document = QJsonDocument::fromJson(text.toUtf8(), &error);
-  EXPECT_FALSE(document.isNull()) << text.toStdString() << error.errorString().toStdString();
-  return document.isArray() ? QJsonValue(document.array()) : QJsonValue(document.object());
-}
-
-/// "GET https://… Bearer key · Name: value", "POST https://… {…}".
-QString told(const ServiceCall& call) {
-  QString text = (call.body ? u"POST "_s : u"GET "_s) + call.url.toString(QUrl::FullyEncoded);
-  if (!call.token.isEmpty()) text += (call.bearer ? u" Bearer "_s : u" raw "_s) + call.token;
-  for (const auto& [name, value] : call.headers.asKeyValueRange()) text += u" · %1: %2"_s.arg(name, value);
-  if (call.body) text += u' ' + jsonText(*call.body);
-  return text;
-}
-
-/// What a tile and its panel get: headline | subtitle | detail | metrics | rows | numbers | windows, without what is
-/// empty at the end.
-QString told(const RemoteValue& value) {
-  QStringList metrics;
-  for (const ServiceMetric& metric : value.metrics) metrics << metric.label + u'=' + metric.value;
-  QStringList rows;
-  for (const ServiceRow& row : value.rows) {
-    rows << row.title + (row.subtitle.isEmpty() ? QString() : u" ("_s + row.subtitle + u')') +
-                (row.url ? u" → "_s + row.url->toString() : QString());
-  }
-  QStringList numbers;
-  for (const double number : value.numbers) numbers << QString::number(number);
-  QStringList windows;
-  for (const UsageWindow& window : value.usageWindows) {
-    windows << u"%1 %2 %3% %4 %5"_s.arg(window.id, window.label)
-                   .arg(window.used)
-                   .arg(window.durationMinutes.value_or(0))
-                   .arg(window.resetsAt ? window.resetsAt->toUTC().toString(Qt::ISODate) : u"never"_s);
-  }
-  QStringList parts{value.value.value_or(QString()),
-                    value.subtitle,
-                    value.detail,
-                    metrics.join(u", "),
-                    rows.join(u", "_s),
-                    numbers.join(u' '),
-                    windows.join(u", "_s)};
-  while (!parts.isEmpty() && parts.last().isEmpty()) parts.removeLast();
-  return parts.join(u" | "_s);
-}
-
-struct Exchange {
-  QString request;
-  QString answer;
-};
 
 /// The outcome of a fetch whose service answers so: what is shown, or the sentence of a failure. `requests` are what
 /// was asked.
@@ -96,20 +44,13 @@ QString outcome(const QString& kind, const Options& options, const QString& cred
     requests << told(session->asked.constLast()->call);
     if (requests.size() > 40) return u"asks without end"_s;
     const QString answer = answerOf(static_cast<int>(requests.size()) - 1);
-    if (answer == "403"_L1)
-      session->fail(ServiceHTTPError(403));
+    if (const int status = answer.toInt())
+      session->fail(ServiceHTTPError(status));
     else
-      session->answer(parsed(answer));
+      session->answer(test::parsed(answer));
   }
   return shown;
 }
-
-struct Conversation {
-  QString kind;
-  Options options;
-  QList<Exchange> exchanges;
-  QString shown;
-};
 
 void hold(const Conversation& each) {
   SCOPED_TRACE(each.kind.toStdString());
@@ -128,298 +69,8 @@ class Conversations : public ::testing::Test {
   ~Conversations() override { QLocale::setDefault(QLocale::system()); }
 };
 
-TEST_F(Conversations, OfDevelopersServices) {
-  const QString github = u"https://api.github.com"_s;
-  const QList<Conversation> all = {
-      {u"analyticsGitHubContributions"_s,
-       {{u"username"_s, u"octocat"_s}},
-       {{u"POST "_s + github +
-             u"/graphql Bearer key {\"query\":\"query($login:String!){user(login:$login){contributionsCollection{"
-             "contributionCalendar{totalContributions weeks{contributionDays{date "
-             "contributionCount}}}}}}\",\"variables\":{\"login\":\"octocat\"}}"_s,
-         uR"({"data":{"user":{"contributionsCollection":{"contributionCalendar":{"weeks":[
-             {"contributionDays":[{"date":"2026-11-17","contributionCount":9},{"date":"2026-11-23","contributionCount":3}]},
-             {"contributionDays":[{"date":"2026-11-24","contributionCount":4}]}]}}}}})"_s}},
-       u"4 | Contributions today | 16 in the last year | 7 days=7 |  | 9 3 4"_s},
-      {u"analyticsGitHub"_s,
-       {},
-       {{u"GET "_s + github + u"/notifications?all=false&page=1&per_page=100 Bearer key"_s,
-         uR"([{"id":"1","subject":{"title":"Fix"},"repository":{"full_name":"a/b"}},{"id":"2"}])"_s}},
-       u"2 | Unread notifications |  |  | Fix (a/b) → https://github.com/notifications, "
-       u"Notification → https://github.com/notifications"_s},
-      {u"analyticsGitHubOverview"_s,
-       {{u"repository"_s, u"a/b"_s}, {u"field"_s, u"forks"_s}},
-       {{u"GET "_s + github + u"/notifications?all=false&page=1&per_page=100 Bearer key"_s, u"[]"_s},
-        {u"POST "_s + github + u"/graphql Bearer key {\"query\":\"{viewer{pullRequests(states:OPEN){totalCount}}}\"}"_s,
-         uR"({"data":{"viewer":{"pullRequests":{"totalCount":5}}}})"_s},
-        {u"GET "_s + github + u"/repos/a/b Bearer key"_s, uR"({"stargazers_count":1200})"_s}},
-       u"0 | Unread notifications |  | Unread=0, Open PRs=5, Stars=1200"_s},
-      {u"analyticsGitHub"_s,
-       {{u"repository"_s, u"a/b"_s}, {u"field"_s, u"open_issues_count"_s}},
-       {{u"GET "_s + github + u"/repos/a/b Bearer key"_s, uR"({"open_issues_count":7})"_s}},
-       u"7 | Open issues & pull requests | a/b"_s},
-      {u"productivityLinear"_s,
-       {},
-       {{u"POST https://api.linear.app/graphql raw key "
-         "{\"query\":\"query($after:String){viewer{assignedIssues(first:100,after:$after){nodes{id identifier title "
-         "url "
-         "dueDate state{name type}}pageInfo{hasNextPage endCursor}}}}\",\"variables\":{\"after\":null}}"_s,
-         uR"({"data":{"viewer":{"assignedIssues":{"nodes":[
-             {"id":"1","identifier":"T-1","title":"Due","url":"https://linear.app/1","dueDate":"2026-11-23","state":{"name":"Todo","type":"unstarted"}},
-             {"id":"2","identifier":"T-2","title":"Done","state":{"name":"Done","type":"completed"}},
-             {"id":"3","identifier":"T-3","title":"Today","url":"https://linear.app/3","dueDate":"2026-11-24","state":{"name":"Doing","type":"started"}}],
-             "pageInfo":{"hasNextPage":false}}}}})"_s}},
-       u"2 | Active assigned issues |  | Active=2, Overdue=1 | T-1 Due (Todo) → https://linear.app/1, "
-       u"T-3 Today (Doing) → https://linear.app/3"_s},
-      {u"analyticsSupabase"_s,
-       {{u"projectRef"_s, u"abcdefghijklmnopqrst"_s}},
-       {{u"GET https://api.supabase.com/v1/projects/abcdefghijklmnopqrst/analytics/endpoints/"
-         "usage.api-counts?interval=1day Bearer key"_s,
-         uR"({"result":[{"total_rest_requests":10,"total_auth_requests":1},{"total_rest_requests":5,"total_auth_requests":2}]})"_s},
-        {u"GET https://api.supabase.com/v1/projects/abcdefghijklmnopqrst/config/disk/util Bearer key"_s,
-         uR"({"metrics":{"fs_used_bytes":1200000000,"fs_size_bytes":8000000000}})"_s}},
-       u"15 | REST requests · 24 hours | 1.20 / 8.00 GB disk used | REST=15, Auth=3"_s},
-      {u"analyticsSupabaseOverview"_s,
-       {{u"projectRef"_s, u"abcdefghijklmnopqrst"_s}},
-       {{u"GET https://api.supabase.com/v1/projects/abcdefghijklmnopqrst/analytics/endpoints/"
-         "usage.api-counts?interval=1day Bearer key"_s,
-         uR"({"result":[]})"_s},
-        {u"GET https://api.supabase.com/v1/projects/abcdefghijklmnopqrst/config/disk/util Bearer key"_s, u"403"_s}},
-       u"0 | REST requests · 24 hours | Disk metric: Unavailable | REST=0, Auth=0"_s},
-      {u"analyticsResend"_s,
-       {},
-       {{u"GET https://api.resend.com/emails?limit=100 Bearer key"_s,
-         uR"({"has_more":true,"data":[{"id":"1","created_at":"2026-11-24 09:00:00+00","last_event":"delivered"},
-             {"id":"2","created_at":"2026-11-20T09:00:00.5Z","last_event":"bounced"}]})"_s},
-        {u"GET https://api.resend.com/emails?after=2&limit=100 Bearer key"_s,
-         uR"({"has_more":true,"data":[{"id":"3","created_at":"2026-11-02 09:00:00+00","last_event":"opened"},
-             {"id":"4","created_at":"2026-10-31 23:59:59+00","last_event":"delivered"}]})"_s}},
-       u"1 | Sent today | Delivery includes delivered, opened, clicked and complained states.  | Today=1, This "
-       u"month=3, Delivered=66.7%"_s},
-      {u"analyticsPlausible"_s,
-       {{u"site"_s, u" example.com "_s}},
-       {{u"POST https://plausible.io/api/v2/query Bearer key "
-         "{\"date_range\":\"7d\",\"metrics\":[\"visitors\"],\"site_id\":\"example.com\"}"_s,
-         uR"({"results":[{"metrics":[4210],"dimensions":[]}]})"_s},
-        {u"POST https://plausible.io/api/v2/query Bearer key "
-         "{\"date_range\":\"7d\",\"dimensions\":[\"time:day\"],\"metrics\":[\"visitors\"],\"site_id\":\"example.com\"}"_s,
-         uR"({"results":[{"metrics":[600]},{"metrics":[610]}]})"_s}},
-       u"4210 | Unique visitors · 7 days |  |  |  | 600 610"_s},
-      {u"analyticsDubOverview"_s,
-       {},
-       {{u"GET https://api.dub.co/analytics?event=clicks&interval=7d Bearer key"_s, uR"({"clicks":320})"_s}},
-       u"320 | Clicks · 7 days"_s},
-      {u"dubShortener"_s,
-       {},
-       {{u"GET https://api.dub.co/links Bearer key"_s,
-         uR"([{"id":"l","shortLink":"https://dub.sh/a","url":"https://example.com/long"}])"_s}},
-       u"1 | Saved links · latest 100 |  |  | https://dub.sh/a (https://example.com/long) → https://dub.sh/a"_s},
-      {u"analyticsSimpleAnalytics"_s,
-       {{u"site"_s, u"example.com"_s}},
-       {{u"GET https://simpleanalytics.com/example.com.json?fields=visitors%2Cpageviews%2Chistogram&start=2026-11-18&"
-         "timezone=UTC&version=6 · Api-Key: key"_s,
-         uR"({"status":"success","visitors":70,"pageviews":"95","histogram":[{"visitors":30},{"visitors":40}]})"_s}},
-       u"70 | Unique visitors · 7 days |  | Pageviews=95 |  | 30 40"_s},
-      {u"analyticsDataFastChart"_s,
-       {},
-       {{u"GET https://datafa.st/api/v1/analytics/overview?endAt=2026-11-24&fields=visitors%2Cpageviews%2Csessions&"
-         "startAt=2026-11-18 Bearer key"_s,
-         uR"({"data":[{"visitors":12,"pageviews":30,"sessions":14}]})"_s},
-        {u"GET https://datafa.st/api/v1/analytics/timeseries?endAt=2026-11-24&fields=visitors&interval=day&"
-         "startAt=2026-11-18 Bearer key"_s,
-         uR"({"data":[{"visitors":5},{"visitors":7}]})"_s}},
-       u"12 | Unique visitors · 7 days |  | Pageviews=30, Sessions=14 |  | 5 7"_s},
-  };
-  for (const Conversation& each : all) hold(each);
-}
-
-TEST_F(Conversations, OfMoneyAndMarkets) {
-  const QString coins = u"https://api.coingecko.com/api/v3"_s;
-  const QString price =
-      u"&include_24hr_change=true&include_last_updated_at=true&vs_currencies=usd · "
-      u"x-cg-demo-api-key: key"_s;
-  const QList<Conversation> all = {
-      {u"revenueStripe"_s,
-       {},
-       {{u"GET https://api.stripe.com/v1/balance_transactions?created%5Bgte%5D=1761387840&created%5Blte%5D=1763979840&"
-         "limit=100 Bearer key"_s.replace(u"1761387840"_s, u"1792923840"_s)
-             .replace(u"1763979840"_s, u"1795515840"_s),
-         uR"({"has_more":false,"data":[{"id":"1","reporting_category":"charge","currency":"usd","net":10050},
-             {"id":"2","reporting_category":"fee","currency":"usd","net":-50},{"id":"3","reporting_category":"payout","currency":"usd","net":-9000},
-             {"id":"4","reporting_category":"charge","currency":"eur","net":700}]})"_s}},
-       u"$100.00 | Net revenue · 30 days | USD payments less refunds, disputes and fees. Payouts, transfers, reserves "
-       u"and top-ups excluded."_s},
-      {u"revenuePolar"_s,
-       {},
-       {{u"GET https://api.polar.sh/v1/metrics/?end_date=2026-11-24&interval=day&start_date=2026-10-25&timezone=UTC "
-         "Bearer key"_s,
-         uR"({"totals":{"net_revenue":123456},"periods":[{"net_revenue":100},{"net_revenue":250}]})"_s}},
-       u"$1,234.56 | Net revenue · 30 days |  |  |  | 1 2.5"_s},
-      {u"revenueDodoPayments"_s,
-       {{u"currency"_s, u"JPY"_s}},
-       {{u"GET https://live.dodopayments.com/balances/ledger?created_at_gte=2026-10-25T10%3A24%3A00Z&created_at_lte="
-         "2026-11-24T10%3A24%3A00Z&currency=JPY&page_number=0&page_size=100 Bearer key"_s,
-         uR"({"items":[{"currency":"jpy","event_type":"payment","is_credit":true,"amount":5000},
-             {"currency":"JPY","event_type":"refund","is_credit":false,"amount":500},
-             {"currency":"JPY","event_type":"payout","amount":"x"},{"currency":"USD"}]})"_s}},
-       u"¥4,500 | Net payments · 30 days | Payments less refunds, disputes and related fees; payouts/transfers "
-       u"excluded. 4 ledger entries read."_s},
-      {u"shopifyTrends"_s,
-       {{u"shop"_s, u"tarn.myshopify.com"_s}, {u"periodDays"_s, u"1"_s}},
-       {{u"POST https://tarn.myshopify.com/admin/api/2026-10/graphql.json · X-Shopify-Access-Token: key {\"query\":\"query($report:String!){shop{currencyCode}shopifyqlQuery(query:$report){parseErrors tableData{columns{name}rows}}}\",\"variables\":{\"report\":\"FROM sales SHOW total_sales, net_sales, returns, orders, average_order_value SINCE 2026-11-24 UNTIL 2026-11-24\"}}"_s,
-         uR"({"data":{"shop":{"currencyCode":"EUR"},"shopifyqlQuery":{"parseErrors":[],"tableData":{"columns":[{"name":"total_sales"},{"name":"net_sales"},{"name":"returns"},{"name":"orders"},{"name":"average_order_value"}],
-             "rows":[{"total_sales":"1234.5","net_sales":"1200","returns":"-34.5","orders":3,"average_order_value":"411.5"}]}}}})"_s},
-        {u"POST https://tarn.myshopify.com/admin/api/2026-10/graphql.json · X-Shopify-Access-Token: key {\"query\":\"query($report:String!){shop{currencyCode}shopifyqlQuery(query:$report){parseErrors tableData{columns{name}rows}}}\",\"variables\":{\"report\":\"FROM sales SHOW total_sales TIMESERIES day SINCE 2026-11-24 UNTIL 2026-11-24 ORDER BY day ASC\"}}"_s,
-         uR"({"data":{"shopifyqlQuery":{"tableData":{"columns":[{"name":"day"},{"name":"total_sales"}],"rows":[{"day":"2026-11-24","total_sales":"1234.5"}]}}}})"_s}},
-       u"€1,234.50 | Total sales · today |  | Net sales=€1,200.00, Returns=-€34.50, Orders=3, Average order=€411.50 |  "
-       u"| "
-       u"1234.5"_s},
-      {u"shopifyRevenue"_s,
-       {{u"shop"_s, u"tarn.myshopify.com"_s}, {u"shopifyReportMode"_s, u"orders"_s}},
-       {{u"POST https://tarn.myshopify.com/admin/api/2026-10/graphql.json · X-Shopify-Access-Token: key "
-         "{\"query\":\"query($first:Int!,$after:String,$filter:String){orders(first:$first,after:$after,query:$filter,"
-         "sortKey:CREATED_AT,reverse:true){nodes{id createdAt currentTotalPriceSet{shopMoney{amount "
-         "currencyCode}}}pageInfo{hasNextPage "
-         "endCursor}}}\",\"variables\":{\"after\":null,\"filter\":\"created_at:>='2026-11-"
-         "11T00:00:00Z' AND (financial_status:paid OR financial_status:partially_refunded)\",\"first\":250}}"_s,
-         uR"({"data":{"orders":{"nodes":[{"id":"1","createdAt":"2026-11-24T09:00:00Z","currentTotalPriceSet":{"shopMoney":{"amount":"30.0","currencyCode":"USD"}}},
-             {"id":"2","createdAt":"2026-11-12T09:00:00Z","currentTotalPriceSet":{"shopMoney":{"amount":"20.0","currencyCode":"USD"}}}],"pageInfo":{"hasNextPage":false}}}})"_s}},
-       u"$30.00 | Total sales · 7 days | Paid orders by their current total. | Orders=1, Average order=$30.00, "
-       u"Change=+50.0% |  | 0 0 0 0 0 0 30"_s},
-      {u"cryptoQuote"_s,
-       {},
-       {{u"GET "_s + coins + u"/simple/price?ids=bitcoin"_s + u"&include_24hr_change=true"_s.left(0) +
-             u"&include_24hr_change=true&include_last_updated_at=true&vs_currencies=usd · x-cg-demo-api-key: key"_s,
-         uR"({"bitcoin":{"usd":98765.4,"usd_24h_change":-1.234}})"_s}},
-       u"$98,765.40 | -1.23% · 24h | Bitcoin · USD\nMarket data by CoinGecko"_s},
-      {u"cryptoChart"_s,
-       {{u"coin"_s, u"shiba-inu"_s}},
-       {{u"GET "_s + coins +
-             u"/simple/price?ids=shiba-inu&include_24hr_change=true&include_last_updated_at=true&vs_currencies=usd · "
-             "x-cg-demo-api-key: key"_s,
-         uR"({"shiba-inu":{"usd":0.0000123456}})"_s},
-        {u"GET "_s + coins + u"/coins/shiba-inu/market_chart?days=7&vs_currency=usd · x-cg-demo-api-key: key"_s,
-         uR"({"prices":[[1,1],[2,3]]})"_s}},
-       u"$0.00001235 | 24-hour change unavailable | Shiba Inu · USD\nMarket data by CoinGecko |  |  | 1 3"_s},
-      {u"cryptoWatchlist"_s,
-       {{u"coin"_s, u"bitcoin, , solana"_s}},
-       {{u"GET "_s + coins + u"/simple/price?ids=bitcoin%2Csolana"_s + price,
-         uR"({"bitcoin":{"usd":2,"usd_24h_change":3},"solana":{"usd":null}})"_s}},
-       u"2 | Coins | Bitcoin · USD\nMarket data by CoinGecko |  | Bitcoin ($2.00 · +3.00% · 24h) → "
-       u"https://www.coingecko.com/en/coins/bitcoin, Solana (—) → https://www.coingecko.com/en/coins/solana"_s},
-      {u"stockQuote"_s,
-       {},
-       {{u"GET https://api.twelvedata.com/quote?apikey=key&symbol=AAPL"_s,
-         uR"({"close":"231.5","percent_change":"-0.5","currency":"USD","name":"Apple","exchange":"NASDAQ","datetime":"2026-11-24"})"_s}},
-       u"$231.50 | -0.50% | Apple\nNASDAQ\nAs of 2026-11-24 · Twelve Data"_s},
-      {u"stockWatchlist"_s,
-       {{u"symbols"_s, u"AAPL,ZZZZ"_s}},
-       {{u"GET https://api.twelvedata.com/quote?apikey=key&symbol=AAPL%2CZZZZ"_s,
-         uR"({"AAPL":{"close":"2","percent_change":"1"},"ZZZZ":{"code":404,"status":"error"}})"_s}},
-       u"2 | Stocks | Twelve Data |  | AAPL ($2.00 · +1.00%), ZZZZ (—)"_s},
-      {u"stockChart"_s,
-       {},
-       {{u"GET https://api.twelvedata.com/time_series?apikey=key&interval=1day&outputsize=30&symbol=AAPL"_s,
-         uR"({"meta":{"currency":"EUR"},"values":[{"close":"110","datetime":"2026-11-24"},{"close":"100"}]})"_s}},
-       u"€110.00 | +10.00% | As of 2026-11-24 · Twelve Data |  |  | 100 110"_s},
-  };
-  for (const Conversation& each : all) hold(each);
-}
-
-TEST_F(Conversations, OfAccountsAndPlans) {
-  const QList<Conversation> all = {
-      {u"youtubeStudio"_s,
-       {{u"channel"_s, u"@tarn"_s}},
-       {{u"GET https://www.googleapis.com/youtube/v3/channels?forHandle=%40tarn&part=snippet%2Cstatistics · "
-         "X-Goog-Api-Key: key"_s,
-         uR"({"items":[{"snippet":{"title":"Tarn"},"statistics":{"subscriberCount":"10","hiddenSubscriberCount":true,"viewCount":"99","videoCount":"3"}}]})"_s}},
-       u"Hidden | Subscribers | Tarn | Subscribers=Hidden, Views=99, Videos=3"_s},
-      {u"socialTwitter"_s,
-       {{u"username"_s, u"@tarn"_s}},
-       {{u"GET https://api.x.com/2/users/by/username/tarn?user.fields=public_metrics Bearer key"_s,
-         uR"({"data":{"name":"Tarn","public_metrics":{"followers_count":5,"following_count":6,"tweet_count":7}}})"_s}},
-       u"5 | Followers | Tarn | Following=6, Posts=7"_s},
-      {u"gmailUnreadSummary"_s,
-       {},
-       {{u"GET https://gmail.googleapis.com/gmail/v1/users/me/labels/INBOX Bearer key"_s,
-         uR"({"messagesUnread":3,"messagesTotal":40})"_s}},
-       u"3 | Unread in inbox | Inbox messages | Unread=3, Total=40"_s},
-      {u"gmailLatest"_s,
-       {},
-       {{u"GET https://gmail.googleapis.com/gmail/v1/users/me/labels/INBOX Bearer key"_s,
-         uR"({"messagesUnread":3,"messagesTotal":40})"_s},
-        {u"GET https://gmail.googleapis.com/gmail/v1/users/me/messages?labelIds=INBOX&maxResults=10 Bearer key"_s,
-         uR"({"messages":[{"id":"m1"},{"id":"../x"}]})"_s},
-        {u"GET https://gmail.googleapis.com/gmail/v1/users/me/messages/m1?format=metadata Bearer key"_s,
-         uR"({"payload":{"headers":[{"name":"Subject","value":"Hello"},{"name":"FROM","value":"a@b.example"}]}})"_s}},
-       u"3 | Unread in inbox | Inbox messages | Unread=3, Total=40 | Hello (a@b.example) → "
-       u"https://mail.google.com/mail/u/0/#inbox/m1"_s},
-      {u"dropbox"_s,
-       {{u"dropboxPath"_s, u"/Pro jects"_s}},
-       {{u"POST https://api.dropboxapi.com/2/files/list_folder Bearer key "
-         "{\"include_deleted\":false,\"limit\":100,\"path\":\"/Pro jects\",\"recursive\":false}"_s,
-         uR"({"has_more":true,"cursor":"c1","entries":[{".tag":"file","id":"1","name":"a.txt","path_display":"/Pro jects/a.txt"},{".tag":"deleted"}]})"_s},
-        {u"POST https://api.dropboxapi.com/2/files/list_folder/continue Bearer key {\"cursor\":\"c1\"}"_s,
-         uR"({"has_more":false,"entries":[]})"_s}},
-       u"1 | Folder items |  |  | a.txt (/Pro jects/a.txt) → https://www.dropbox.com/home/Pro jects/a.txt"_s},
-      {u"socialTikTok"_s,
-       {},
-       {{u"GET "
-         u"https://open.tiktokapis.com/v2/user/info/?fields=open_id%2Cdisplay_name%2Cfollower_count%2Clikes_count%2C"
-         "video_count Bearer key"_s,
-         uR"({"error":{"code":"ok"},"data":{"user":{"display_name":"Tarn","follower_count":5,"likes_count":6,"video_count":7}}})"_s}},
-       u"5 | Followers | Tarn | Likes=6, Videos=7"_s},
-      {u"homeAssistant"_s,
-       {{u"server"_s, u"https://home.example:8123/"_s}, {u"entity"_s, u"sensor.attic"_s}},
-       {{u"GET https://home.example:8123/api/states/sensor.attic Bearer key"_s,
-         uR"({"entity_id":"sensor.attic","state":"21.5","attributes":{"friendly_name":"Attic","unit_of_measurement":"°C"}})"_s}},
-       u"21.5 °C | Attic"_s},
-      {u"claudePlanUsage"_s,
-       {},
-       {{u"GET https://api.anthropic.com/api/oauth/usage Bearer key · anthropic-beta: oauth-2025-04-20"_s,
-         uR"({"five_hour":{"utilization":100,"resets_at":"2026-11-24T12:00:00Z"},"seven_day":null,"seven_day_opus":{"utilization":12.4}})"_s}},
-       u"0% | Remaining · 5 hours | 5 hours · 100% used · resets Nov 24, 2026, 12:00 PM\nOpus · 7 days · 12% used · "
-       u"reset unavailable | 5 hours=0% left, Opus · 7 days=88% left |  |  | claude.five_hour 5 hours 100% 300 "
-       u"2026-11-24T12:00:00Z, claude.seven_day_opus Opus · 7 days 12.4% 10080 never"_s},
-      {u"openCodeUsage"_s,
-       {},
-       {{u"GET https://opencode.ai/zen/go/v1/usage Bearer key"_s, uR"({"usage":{"weekly":{"percent":40}}})"_s}},
-       u"60% | Remaining · Week | Week · 40% used · reset unavailable | Week=60% left |  |  | opencode.weekly Week 40% "
-       u"10080 never"_s},
-      {u"glmUsage"_s,
-       {{u"region"_s, u"china"_s}},
-       {{u"GET https://open.bigmodel.cn/api/monitor/usage/quota/limit Bearer key"_s,
-         uR"({"data":{"limits":[{"type":"TOKENS_LIMIT","percentage":3,"nextResetTime":1795521600000}]}})"_s}},
-       u"97% | Remaining · Token allowance | Token allowance · 3% used · resets Nov 24, 2026, 12:00 PM | Token "
-       u"allowance=97% left |  |  | glm.TOKENS_LIMIT Token allowance 3% 0 2026-11-24T12:00:00Z"_s},
-      {u"copilotUsage"_s,
-       {},
-       {{u"GET https://api.github.com/copilot_internal/user Bearer key"_s,
-         uR"({"quota_snapshots":{"chat":{"unlimited":true}}})"_s}},
-       u"Unlimited | Included allowance"_s},
-      {u"cursorPersonalUsage"_s,
-       {},
-       {{u"GET https://cursor.com/api/usage-summary · Cookie: WorkosCursorSessionToken=key"_s,
-         uR"({"individualUsage":{"plan":{"used":50,"limit":200}}})"_s}},
-       u"75% | Remaining · Plan allowance | Plan allowance · 25% used · reset unavailable | Plan allowance=75% left |  "
-       u"|  | cursor.plan Plan allowance 25% 0 never"_s},
-      {u"analyticsCursorUsage"_s,
-       {},
-       {{u"POST https://api.cursor.com/teams/filtered-usage-events raw Basic a2V5Og== "
-         "{\"endDate\":1795515840000,\"page\":1,\"pageSize\":100,\"startDate\":1792923840000}"_s,
-         uR"({"pagination":{"hasNextPage":false},"usageEvents":[{"isTokenBasedCall":true,"tokenUsage":{"inputTokens":5,"outputTokens":7},"chargedCents":250},
-             {"isTokenBasedCall":false,"chargedCents":900}]})"_s}},
-       u"$2.50 | Team usage · 30 days | Charged cost reported by Cursor. Included subscription allowances are "
-       u"separate. "
-       u"| Requests=2, Tokens=12"_s},
-      {u"grokUsage"_s,
-       {},
-       {{u"GET https://cli-chat-proxy.grok.com/v1/billing?format=credits Bearer key · X-XAI-Token-Auth: key"_s,
-         uR"({"creditUsagePercent":12})"_s}},
-       u"88% | Remaining · Credits | Credits · 12% used · reset unavailable | Credits=88% left |  |  | grok.credits "
-       u"Credits 12% 0 never"_s},
-  };
-  for (const Conversation& each : all) hold(each);
+TEST_F(Conversations, AskInOrderAndShowWhatComes) {
+  for (const Conversation& each : test::conversations()) hold(each);
 }
 
 TEST_F(Conversations, EndWithASentenceWhereAnAnswerIsNotWhatWasAskedFor) {
@@ -588,59 +239,185 @@ TEST_F(Conversations, BeginWithOptionsAndCredentialsThatCanBeUsed) {
   }
 }
 
-TEST_F(Conversations, StopAtTheirLastPageAndSaySo) {
-  const auto page = [](const QString& row, int count, const QString& frame) {
+/// A list that is followed across pages.
+struct PagedList {
+  QString kind;
+  Options options;
+  QString row;    ///< %1 is its number.
+  QString frame;  ///< %1 are the rows, %2 whether the list goes on, %3 where; without %2 a page says nothing of that.
+  int pages;      ///< At most.
+  int size;
+  QString headline;  ///< %1 is how many were read.
+  QString mark;      ///< Before it where the list was cut short.
+  QString cut;       ///< What subtitle and detail end with then.
+  QString lost;      ///< Of a cursor that leads nowhere.
+
+  bool isBlind() const { return !frame.contains(u"%2"_s); }
+  QString page(int number, int count, bool goesOn, const QString& cursor) const {
     QStringList rows;
-    for (int i = 0; i < count; ++i) rows << row.arg(i);
-    return frame.arg(rows.join(u','));
-  };
-  const struct {
-    QString kind;
-    QString row;
-    QString frame;  ///< Of a page that others follow.
-    QString last;   ///< Of one that none follows.
-    int pages;
-    QString partial;
-    QString whole;  ///< What is shown of as many pages as are read at most, when none follows.
-  } cases[] = {
-      {u"revenueStripe"_s, uR"({"id":"%1","reporting_category":"charge","currency":"usd","net":100})"_s,
-       uR"({"has_more":true,"data":[%1]})"_s, uR"({"has_more":false,"data":[%1]})"_s, 30,
-       u"Partial · $3,000.00 | Net revenue · 30 days | USD payments less refunds, disputes and fees. Payouts, "
-       u"transfers, reserves and top-ups excluded. More than 3,000 transactions; this is not a complete total."_s,
-       u"$3,000.00 | Net revenue · 30 days | USD payments less refunds, disputes and fees. Payouts, transfers, "
-       u"reserves "
-       u"and top-ups excluded."_s},
-      {u"revenueDodoPayments"_s,
-       uR"({"currency":"USD","event_type":"payment","is_credit":true,"amount":%1})"_s,
-       uR"({"items":[%1]})"_s,
+    for (int i = 0; i < count; ++i) rows << QString(row).replace(u"%1"_s, QString::number(number * size + i));
+    return QString(frame)
+        .replace(u"%3"_s, cursor)
+        .replace(u"%2"_s, goesOn ? u"true"_s : u"false"_s)
+        .replace(u"%1"_s, rows.join(u','));
+  }
+  /// What comes of pages of which the last that may be read holds `last` entries, and how many requests that takes.
+  QString read(int last, bool goesOn, qsizetype& asked) const {
+    QStringList requests;
+    const auto answer = [&](int index) {
+      if (index < pages - 1) return page(index, size, true, u"c%1"_s.arg(index));
+      if (index == pages - 1) return page(index, last, goesOn, u"c%1"_s.arg(index));
+      return page(index, goesOn ? 1 : 0, false, {});
+    };
+    const QStringList shown = outcome(kind, options, u"key"_s, answer, requests).split(u" | "_s);
+    asked = requests.size();
+    QStringList told = shown.mid(0, 3);
+    told.removeAll(QString());
+    return told.join(u" | "_s);
+  }
+  /// What is said of a second page that goes on at `cursor`.
+  QString readTo(const QString& cursor) const {
+    QStringList requests;
+    return outcome(
+        kind, options, u"key"_s,
+        [&](int index) {
+          // Where the last row is the cursor, the row is the same again.
+          return page(index == 0 || !frame.contains(u"%3"_s) ? 0 : index, 1, true, index == 0 ? u"c"_s : cursor);
+        },
+        requests);
+  }
+};
+
+TEST_F(Conversations, StopAtTheirLastPageAndSaySo) {
+  const PagedList lists[] = {
+      {u"revenueStripe"_s,
        {},
+       uR"({"id":"r%1","reporting_category":"charge","currency":"usd","net":100})"_s,
+       uR"({"has_more":%2,"data":[%1]})"_s,
+       30,
+       100,
+       u"$%L1.00"_s,
+       u"Partial · "_s,
+       u" More than 3,000 transactions; this is not a complete total."_s,
+       u"Stripe returned an invalid continuation cursor."_s},
+      {u"analyticsResend"_s,
+       {},
+       uR"({"id":"r%1","created_at":"2026-11-24T09:00:00Z","last_event":"sent"})"_s,
+       uR"({"has_more":%2,"data":[%1]})"_s,
+       30,
+       100,
+       u"%1"_s,
+       {},
+       u"Over 3,000 recent emails; month is incomplete. Delivery percentage withheld."_s,
+       u"Invalid Resend continuation cursor."_s},
+      {u"analyticsGitHub"_s,
+       {},
+       uR"({"id":"%1"})"_s,
+       u"[%1]"_s,
        20,
-       u"$990.00 | Net payments · 30 days | Payments less refunds, disputes and related fees; payouts/transfers "
-       u"excluded. 2000 ledger entries read. More entries exist; this is not a complete total."_s,
+       100,
+       u"%1"_s,
+       {},
+       u"Over 2,000 notifications; partial count."_s,
        {}},
-      {u"analyticsResend"_s, uR"({"id":"%1","created_at":"2026-11-24T09:00:00Z","last_event":"sent"})"_s,
-       uR"({"has_more":true,"data":[%1]})"_s, uR"({"has_more":false,"data":[%1]})"_s, 30,
-       u"3000 | Sent today | Delivery includes delivered, opened, clicked and complained states. Over 3,000 recent "
-       u"emails; month is incomplete. Delivery percentage withheld. | Today=3000, This month=3000, Delivered=Partial"_s,
-       u"3000 | Sent today | Delivery includes delivered, opened, clicked and complained states.  | Today=3000, This "
-       u"month=3000, Delivered=0.0%"_s},
+      {u"analyticsGitHub"_s,
+       {},
+       uR"({"id":"%1"})"_s,
+       u"[%1]"_s,
+       20,
+       50,
+       u"%1"_s,
+       {},
+       u"Over 1,000 notifications; partial count."_s,
+       {}},
+      {u"productivityLinear"_s,
+       {},
+       uR"({"id":"%1","state":{"type":"started"}})"_s,
+       uR"({"data":{"viewer":{"assignedIssues":{"nodes":[%1],"pageInfo":{"hasNextPage":%2,"endCursor":"%3"}}}}})"_s,
+       20,
+       100,
+       u"%1"_s,
+       {},
+       u"Over 2,000 issues; partial count."_s,
+       u"Invalid Linear continuation cursor."_s},
+      {u"revenueDodoPayments"_s,
+       {},
+       uR"({"currency":"USD","event_type":"payment","is_credit":true,"amount":100})"_s,
+       uR"({"items":[%1]})"_s,
+       20,
+       100,
+       u"$%L1.00"_s,
+       u"Partial · "_s,
+       u" More entries exist; this is not a complete total."_s,
+       {}},
+      {u"dropbox"_s,
+       {},
+       uR"({".tag":"file","id":"%1","name":"n","path_display":"/n"})"_s,
+       uR"({"has_more":%2,"cursor":"%3","entries":[%1]})"_s,
+       20,
+       100,
+       u"%1"_s,
+       {},
+       u"Folder items · partial listing"_s,
+       u"Dropbox returned an invalid continuation cursor."_s},
+      {u"analyticsCursorUsage"_s,
+       {},
+       uR"({"isTokenBasedCall":true,"tokenUsage":{},"chargedCents":100})"_s,
+       uR"({"pagination":{"hasNextPage":%2},"usageEvents":[%1]})"_s,
+       30,
+       100,
+       u"$%L1.00"_s,
+       u"Partial · "_s,
+       u" More than 3,000 events; this is not a complete period."_s,
+       {}},
+      {u"shopifyRevenue"_s,
+       {{u"shop"_s, u"a.myshopify.com"_s}, {u"shopifyReportMode"_s, u"orders"_s}},
+       uR"({"id":"%1","createdAt":"2026-11-24T09:00:00Z","currentTotalPriceSet":{"shopMoney":{"amount":"1.0","currencyCode":"USD"}}})"_s,
+       uR"({"data":{"orders":{"nodes":[%1],"pageInfo":{"hasNextPage":%2,"endCursor":"%3"}}}})"_s,
+       20,
+       250,
+       u"$%L1.00"_s,
+       u"Partial · "_s,
+       u" More than 5,000 orders; this is not a complete total."_s,
+       u"The provider returned an unexpected response."_s},
   };
-  for (const auto& each : cases) {
-    for (const bool goesOn : {true, false}) {
-      if (!goesOn && each.last.isEmpty()) continue;
-      QStringList requests;
-      int id = 0;
-      const auto answer = [&](int index) {
-        const bool isLast = !goesOn && index + 1 == each.pages;
-        // Each page ends with a row of its own.
-        return page(each.row, 100, isLast ? each.last : each.frame)
-            .replace(u"\"id\":\"99\""_s, u"\"id\":\"p%1\""_s.arg(++id));
-      };
-      EXPECT_EQ(outcome(each.kind, {}, u"key"_s, answer, requests), goesOn ? each.partial : each.whole)
-          << each.kind.toStdString();
-      EXPECT_EQ(requests.size(), each.pages) << each.kind.toStdString();
+  for (const PagedList& list : lists) {
+    SCOPED_TRACE(list.kind.toStdString() + " of " + std::to_string(list.size));
+    const int whole = list.pages * list.size;
+    const int below = whole - list.size + 7;
+    qsizetype asked = 0;
+    const QString cut = list.read(list.size, true, asked);
+    EXPECT_TRUE(cut.startsWith(list.mark + list.headline.arg(whole) + u" | "_s) && cut.endsWith(list.cut))
+        << cut.toStdString();
+    // Of a list that says nothing the page behind the last one is looked at.
+    EXPECT_EQ(asked, list.pages + (list.isBlind() ? 1 : 0));
+    const QString full = list.read(list.size, false, asked);
+    EXPECT_TRUE(full.startsWith(list.headline.arg(whole) + u" | "_s) && !full.endsWith(list.cut)) << full.toStdString();
+    const QString less = list.read(7, false, asked);
+    EXPECT_TRUE(less.startsWith(list.headline.arg(below) + u" | "_s) && !less.endsWith(list.cut)) << less.toStdString();
+    EXPECT_EQ(asked, list.pages);
+    if (list.lost.isEmpty()) continue;
+    EXPECT_EQ(list.readTo(u"c"_s).toStdString(), list.lost.toStdString());
+    if (list.frame.contains(u"%3"_s)) {
+      EXPECT_EQ(list.readTo({}).toStdString(), list.lost.toStdString());
     }
   }
+}
+
+TEST_F(Conversations, MakeAtMostThirtyRequests) {
+  // The longest of all: every page of the notifications, and what the overview asks besides.
+  const QString page = u'[' + QStringList(100, uR"({"id":"1"})"_s).join(u',') + u']';
+  QStringList requests;
+  const QString shown = outcome(
+      u"analyticsGitHubOverview"_s, {{u"repository"_s, u"a/b"_s}}, u"key"_s,
+      [&](int index) {
+        if (requests[index].contains(u"/notifications"_s)) return page;
+        return uR"({"stargazers_count":1,"data":{"viewer":{"pullRequests":{"totalCount":5}}}})"_s;
+      },
+      requests);
+  EXPECT_TRUE(shown.startsWith(u"2000 | "_s)) << shown.toStdString();
+  EXPECT_EQ(requests.size(), 23);
+  for (const Provider& row : allProviders()) EXPECT_LE(row.limits.pages, 30) << row.id.toStdString();
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <QJsonDocument>
 
 #include "base/DomainError.h"
+#include "services/Money.h"
 #include "services/providers/ShopifyReport.h"
 
 namespace tarnwick {
@@ -58,6 +59,33 @@ TEST(Shopify, AddsSumsWithoutRounding) {
   }
   for (const char* text : {"1e3", "1.", ".5", "", " 1", "1\n", "NaN", "1234567890123456789"})
     EXPECT_FALSE(ExactDecimal::read(QString::fromLatin1(text))) << text;
+}
+
+TEST(Shopify, ShowsSumsAsTheyAreWritten) {
+  const QLocale american(QLocale::English, QLocale::UnitedStates);
+  const QLocale german(QLocale::German, QLocale::Germany);
+  const struct {
+    const char* sum;
+    QString currency;
+    QLocale locale;
+    QString shown;
+  } cases[] = {
+      {"123456789012345678.99", u"USD"_s, american, u"$123,456,789,012,345,678.99"_s},
+      {"1234.5", u"eur"_s, american, u"€1,234.50"_s},
+      {"1234.5", u"EUR"_s, german, u"1.234,50\u00a0€"_s},
+      {"1.005", u"USD"_s, american, u"$1.01"_s},
+      {"-1.005", u"USD"_s, american, u"-$1.01"_s},
+      {"-0.004", u"USD"_s, american, u"$0.00"_s},
+      {"999.999", u"USD"_s, american, u"$1,000.00"_s},
+      {"2.5", u"JPY"_s, american, u"¥3"_s},
+      {"1.2345", u"KWD"_s, american, u"KWD\u00a01.235"_s},
+      {"7", u"SEK"_s, german, u"7,00\u00a0SEK"_s},
+  };
+  for (const auto& [sum, currency, locale, shown] : cases) {
+    EXPECT_EQ(Money::text(*ExactDecimal::read(QString::fromLatin1(sum)), currency, locale).toStdString(),
+              shown.toStdString());
+  }
+  EXPECT_EQ(Money::ofMinor(-9'007'199'254'740'993, u"USD"_s, american), u"-$90,071,992,547,409.93"_s);
 }
 
 TEST(Shopify, ReadsAWholeReportOrSaysWhatIsMissing) {

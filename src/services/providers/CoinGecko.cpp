@@ -1,10 +1,8 @@
-#include <QCoroTask>
 #include <cmath>
 
 #include "services/Money.h"
 #include "services/providers/ProviderRow.h"
 #include "services/providers/Providers.h"
-#include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
 
@@ -15,24 +13,16 @@ namespace {
 constexpr qsizetype kMostCoins = 12;
 constexpr int kSmallDigits = 4;  ///< Of a price below one, behind its zeros.
 constexpr int kMostZeros = 12;
-
-QString explainCoins(QStringView kind) {
-  return kind == kind::cryptoWatchlist ? ServiceWords::tr("Prices of up to 12 coins in US dollars.")
-                                       : ServiceWords::tr("The price of a coin in US dollars.");
-}
-
-QList<ProviderField> coinFields(QStringView) { return {{option::coin, ServiceWords::tr("Coin IDs"), u"bitcoin"_s}}; }
-
-bool needsNoCoinKey(const DockWidget&) { return false; }
+const QString kCoinPage = u"https://www.coingecko.com/en/coins/"_s;
 
 void normaliseCoins(DockWidget& widget) {
   OptionRules options(widget);
   const QStringList coins = ProviderData::listed(options.trimmed(option::coin, u"bitcoin"_s));
-  OptionRules::require(!coins.isEmpty() && coins.size() <= kMostCoins &&
-                           std::ranges::all_of(coins, [](const QString& id) { return ProviderData::identifier(id); }),
-                       ServiceWords::tr("Enter up to 12 CoinGecko coin IDs separated by commas."));
+  require(!coins.isEmpty() && coins.size() <= kMostCoins &&
+              std::ranges::all_of(coins, [](const QString& id) { return ProviderData::identifier(id); }),
+          ServiceWords::tr("Enter up to 12 CoinGecko coin IDs separated by commas."));
   options.set(option::coin, coins.join(u','));
-  options.set(option::dashboard, "https://www.coingecko.com/en/coins/"_L1 + coins.first());
+  options.set(option::dashboard, kCoinPage + coins.first());
 }
 
 /// "shiba-inu" as "Shiba Inu".
@@ -54,78 +44,92 @@ QString changeText(const QJsonValue& coin) {
                            : ServiceWords::tr("24-hour change unavailable");
 }
 
-/// The key is no bearer: it has a header of its own.
 ServiceCall coinCall(const ProviderRequest& request, const QString& path, const QMap<QString, QString>& query) {
-  ServiceCall call = request.call(path, query);
-  call.token.clear();
-  if (!request.credential.isEmpty()) call.headers.insert(u"x-cg-demo-api-key"_s, request.credential);
-  return call;
+  return request.keyed(u"x-cg-demo-api-key"_s, path, query);
 }
 
-ServiceRow coinRow(const QString& id, const QJsonValue& coin) {
-  const QJsonValue price = coin[u"usd"];
-  return {id, nameOfCoin(id), price.isDouble() ? priceText(price.toDouble()) + u" · "_s + changeText(coin) : u"—"_s,
-          QUrl("https://www.coingecko.com/en/coins/"_L1 + id)};
-}
-
-QCoro::Task<QList<double>> priceHistory(ProviderRequest request, QString id, std::stop_token stop) {
-  ServiceCall call = coinCall(request, "/api/v3/coins/"_L1 + id + "/market_chart"_L1,
-                              {{u"vs_currency"_s, u"usd"_s}, {u"days"_s, u"7"_s}});
-  const QJsonValue body = co_await request.session->json(std::move(call), stop);
-  QList<double> prices;
-  for (const QJsonValue& point : body[u"prices"].toArray()) {
-    if (point[1].isDouble()) prices << point[1].toDouble();
+/// The prices of the widget's coins, by their ids.
+QCoro::Task<QJsonObject> askPrices(ProviderRequest request, std::stop_token stop) {
+  const QString ids = request.option(option::coin);
+  const ServiceCall call = coinCall(request, u"/api/v3/simple/price"_s,
+                                    {{u"ids"_s, ids},
+                                     {u"vs_currencies"_s, u"usd"_s},
+                                     {u"include_24hr_change"_s, u"true"_s},
+                                     {u"include_last_updated_at"_s, u"true"_s}});
+  const QJsonObject prices = co_await request.object(call, stop);
+  for (const QString& id : ids.split(u',')) {
+    require(prices[id].isObject(), ServiceWords::tr("CoinGecko did not return %1. Check the coin ID.").arg(id));
   }
-  OptionRules::require(prices.size() > 1, ServiceWords::tr("CoinGecko did not return valid price history."));
   co_return prices;
 }
 
-QCoro::Task<RemoteValue> fetchCoins(ProviderRequest request, std::stop_token stop) {
-  const QString ids = request.option(option::coin);
-  ServiceCall call = coinCall(request, u"/api/v3/simple/price"_s,
-                              {{u"ids"_s, ids},
-                               {u"vs_currencies"_s, u"usd"_s},
-                               {u"include_24hr_change"_s, u"true"_s},
-                               {u"include_last_updated_at"_s, u"true"_s}});
-  const QJsonValue answer = co_await request.session->json(std::move(call), stop);
-  const QJsonObject body = ProviderData::object(answer);
-  const QStringList coins = ids.split(u',');
-  for (const QString& id : coins) {
-    OptionRules::require(body[id].isObject(),
-                         ServiceWords::tr("CoinGecko did not return %1. Check the coin ID.").arg(id));
+QString coinDetail(const QString& id) {
+  return nameOfCoin(id) + ServiceWords::tr(" · USD") + u'\n' + ServiceWords::tr("Market data by CoinGecko");
+}
+
+QCoro::Task<RemoteValue> fetchPrice(ProviderRequest request, std::stop_token stop) {
+  const QJsonObject prices = co_await askPrices(request, stop);
+  const QString id = request.option(option::coin).section(u',', 0, 0);
+  const double price = ProviderData::number(prices[id][u"usd"], u"price"_s);
+  RemoteValue value = request.shown(priceText(price), changeText(prices[id]));
+  value.detail = coinDetail(id);
+  co_return value;
+}
+
+QCoro::Task<RemoteValue> fetchPriceChart(ProviderRequest request, std::stop_token stop) {
+  RemoteValue value = co_await fetchPrice(request, stop);
+  const QString id = request.option(option::coin).section(u',', 0, 0);
+  const ServiceCall call = coinCall(request, "/api/v3/coins/"_L1 + id + "/market_chart"_L1,
+                                    {{u"vs_currency"_s, u"usd"_s}, {u"days"_s, u"7"_s}});
+  const QJsonObject history = co_await request.object(call, stop);
+  const QString noHistory = ServiceWords::tr("CoinGecko did not return valid price history.");
+  for (const QJsonValue& point : ProviderData::list(history, u"prices"_s, noHistory)) {
+    require(point[1].isDouble(), noHistory);
+    value.numbers << point[1].toDouble();
   }
-  const QString detail = ServiceWords::tr(" · USD") + u'\n' + ServiceWords::tr("Market data by CoinGecko");
-  if (request.widget.kind == kind::cryptoWatchlist) {
-    RemoteValue list = request.shown(QString::number(coins.size()), ServiceWords::tr("Coins"));
-    for (const QString& id : coins) list.rows << coinRow(id, body[id]);
-    list.detail = nameOfCoin(coins.first()) + detail;
-    co_return list;
+  require(value.numbers.size() > 1, noHistory);
+  co_return value;
+}
+
+QCoro::Task<RemoteValue> fetchPriceList(ProviderRequest request, std::stop_token stop) {
+  const QJsonObject prices = co_await askPrices(request, stop);
+  const QStringList ids = request.option(option::coin).split(u',');
+  RemoteValue value = request.shown(QString::number(ids.size()), ServiceWords::tr("Coins"));
+  for (const QString& id : ids) {
+    const QJsonValue price = prices[id][u"usd"];
+    const QString words = price.isDouble() ? priceText(price.toDouble()) + u" · "_s + changeText(prices[id]) : u"—"_s;
+    value.rows << ServiceRow{id, nameOfCoin(id), words, QUrl(kCoinPage + id)};
   }
-  const QString& coin = coins.first();
-  const double price = ProviderData::number(body[coin][u"usd"], u"price"_s);
-  RemoteValue value = request.shown(priceText(price), changeText(body[coin]));
-  value.detail = nameOfCoin(coin) + detail;
-  if (request.widget.kind == kind::cryptoChart) value.numbers = co_await priceHistory(request, coin, stop);
+  value.detail = coinDetail(ids.first());
   co_return value;
 }
 
 }  // namespace
 
 Provider coinGecko() {
-  Provider row = ProviderRow::of(u"coingecko"_s, u"CoinGecko"_s, ServiceHost::CoinGecko,
-                                 {{u"crypto"_s, KindPattern::Match::BeginsWith}});
-  row.explanation = explainCoins;
-  row.fields = coinFields;
-  row.credential = {.label = ServiceWords::tr("Demo API key"),
-                    .placeholder = u"CG-…"_s,
-                    .explanation = ServiceWords::tr("Prices need no key; one of your own has limits of its own."),
-                    .page = QUrl(u"https://www.coingecko.com/en/developers/dashboard"_s),
-                    .missing = ProviderRow::serviceCredentialMissing(),
-                    .isNeeded = needsNoCoinKey};
-  row.normalise = normaliseCoins;
-  row.fetch = fetchCoins;
-  row.limits = {.requests = 2};
-  return row;
+  const QList<ProviderField> fields{{option::coin, ServiceWords::tr("Coin IDs"), u"bitcoin"_s}};
+  const QString oneCoin = ServiceWords::tr("The price of a coin in US dollars.");
+  return {
+      .id = u"coingecko"_s,
+      .name = u"CoinGecko"_s,
+      .address = ProviderRow::at(ServiceHost::CoinGecko),
+      .credential = {.label = ServiceWords::tr("Demo API key"),
+                     .placeholder = u"CG-…"_s,
+                     .explanation = ServiceWords::tr("Prices need no key; one of your own has limits of its own."),
+                     .page = QUrl(u"https://www.coingecko.com/en/developers/dashboard"_s),
+                     .missing = ProviderRow::addServiceCredential(),
+                     .isNeeded = [](const DockWidget&) { return false; }},
+      .normalise = normaliseCoins,
+      .topics = {{.kinds = {{kind::cryptoWatchlist}},
+                  .explanation = ServiceWords::tr("Prices of up to 12 coins in US dollars."),
+                  .fields = fields,
+                  .fetch = fetchPriceList},
+                 {.kinds = {{kind::cryptoChart}}, .explanation = oneCoin, .fields = fields, .fetch = fetchPriceChart},
+                 {.kinds = {{u"crypto"_s, KindPattern::Match::BeginsWith}},
+                  .explanation = oneCoin,
+                  .fields = fields,
+                  .fetch = fetchPrice}},
+  };
 }
 
 }  // namespace tarnwick

@@ -1,9 +1,6 @@
-#include <QCoroTask>
-
 #include "services/providers/ProviderRow.h"
 #include "services/providers/Providers.h"
 #include "services/providers/UsageReport.h"
-#include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
 
@@ -11,23 +8,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString copilotMissing() { return UsageReport::missing(ServiceWords::tr("GitHub token with Copilot access")); }
-
-QString explainCopilot(QStringView) { return ServiceWords::tr("How much of an individual Copilot plan is left."); }
-
-QList<ProviderField> copilotFields(QStringView) { return {}; }
-
-void normaliseCopilot(DockWidget& widget) {
-  OptionRules(widget).set(option::dashboard, u"https://github.com/settings/copilot"_s);
-}
-
 QCoro::Task<RemoteValue> fetchCopilot(ProviderRequest request, std::stop_token stop) {
-  ServiceCall call = request.call(u"/copilot_internal/user"_s);
-  call.token = UsageReport::token(request, copilotMissing());
-  const QJsonValue answer = co_await request.session->json(std::move(call), stop);
-  const QJsonObject body = ProviderData::object(answer);
+  const ServiceCall call = request.call(u"/copilot_internal/user"_s);
+  const QJsonObject body = co_await request.object(call, stop);
   const QJsonValue exact = body[u"quota_reset_date_utc"];
-  const auto resets = UsageReport::moment(exact.isString() ? exact : body[u"quota_reset_date"], request.session->now());
+  const auto resets = UsageReport::moment(request, exact.isString() ? exact : body[u"quota_reset_date"]);
   QList<UsageWindow> windows;
   bool isUnlimited = false;
   const QJsonObject snapshots = body[u"quota_snapshots"].toObject();
@@ -38,13 +23,12 @@ QCoro::Task<RemoteValue> fetchCopilot(ProviderRequest request, std::stop_token s
       continue;
     }
     const QJsonValue left = snapshot[u"percent_remaining"];
-    if (!left.isDouble()) continue;
+    if (left.isUndefined() || left.isNull()) continue;
     windows << UsageWindow{"copilot."_L1 + name, ServiceWords::tr("Included allowance"),
                            100 - UsageReport::percent(left), std::nullopt, resets};
   }
   if (!windows.isEmpty()) co_return UsageReport::of(request, windows);
-  OptionRules::require(isUnlimited,
-                       ServiceWords::tr("GitHub did not report a measurable individual Copilot allowance. Check "
+  require(isUnlimited, ServiceWords::tr("GitHub did not report a measurable individual Copilot allowance. Check "
                                         "Copilot settings."));
   co_return request.shown(ServiceWords::tr("Unlimited"), ServiceWords::tr("Included allowance"));
 }
@@ -52,18 +36,21 @@ QCoro::Task<RemoteValue> fetchCopilot(ProviderRequest request, std::stop_token s
 }  // namespace
 
 Provider copilot() {
-  Provider row = ProviderRow::of(u"copilot"_s, u"Copilot"_s, ServiceHost::GitHub, {{kind::copilotUsage}});
-  row.explanation = explainCopilot;
-  row.fields = copilotFields;
-  row.credential = {.label = ServiceWords::tr("GitHub token with Copilot access"),
-                    .placeholder = u"gho_…"_s,
-                    .explanation = ServiceWords::tr("A token of the account that has the plan."),
-                    .page = {},
-                    .missing = copilotMissing()};
-  row.normalise = normaliseCopilot;
-  row.fetch = fetchCopilot;
-  row.limits = {.requests = 1};
-  return row;
+  const QString token = ServiceWords::tr("GitHub token with Copilot access");
+  return {
+      .id = u"copilot"_s,
+      .name = u"Copilot"_s,
+      .address = ProviderRow::at(ServiceHost::GitHub),
+      .page = u"https://github.com/settings/copilot"_s,
+      .credential = {.label = token,
+                     .placeholder = u"gho_…"_s,
+                     .explanation = ServiceWords::tr("A token of the account that has the plan."),
+                     .missing = UsageReport::missing(token),
+                     .isOneWord = true},
+      .topics = {{.kinds = {{kind::copilotUsage}},
+                  .explanation = ServiceWords::tr("How much of an individual Copilot plan is left."),
+                  .fetch = fetchCopilot}},
+  };
 }
 
 }  // namespace tarnwick

@@ -1,8 +1,6 @@
-#include <QCoroTask>
-
+#include "services/ServiceHTTPError.h"
 #include "services/providers/ProviderRow.h"
 #include "services/providers/Providers.h"
-#include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
 
@@ -13,15 +11,6 @@ namespace {
 constexpr int kLatestMessages = 10;
 const QString kInboxPage = u"https://mail.google.com/mail/u/0/#inbox"_s;
 
-QString explainGmail(QStringView kind) {
-  return kind == kind::gmailLatest ? ServiceWords::tr("The latest messages of your inbox: sender and subject, no text.")
-                                   : ServiceWords::tr("How many messages of your inbox are unread.");
-}
-
-QList<ProviderField> gmailFields(QStringView) { return {}; }
-
-void normaliseGmail(DockWidget& widget) { OptionRules(widget).set(option::dashboard, kInboxPage); }
-
 QString headerOf(const QJsonValue& message, QLatin1StringView name) {
   for (const QJsonValue& header : message[u"payload"][u"headers"].toArray()) {
     if (header[u"name"].toString().compare(name, Qt::CaseInsensitive) == 0) return header[u"value"].toString();
@@ -29,61 +18,76 @@ QString headerOf(const QJsonValue& message, QLatin1StringView name) {
   return {};
 }
 
-QCoro::Task<QList<ServiceRow>> latestMessages(ProviderRequest request, std::stop_token stop) {
-  ServiceCall call = request.call(u"/gmail/v1/users/me/messages"_s,
-                                  {{u"labelIds"_s, u"INBOX"_s}, {u"maxResults"_s, QString::number(kLatestMessages)}});
-  const QJsonValue list = co_await request.session->json(std::move(call), stop);
-  QList<ServiceRow> rows;
-  for (const QJsonValue& entry : list[u"messages"].toArray()) {
-    const QString id = entry[u"id"].toString();
-    if (rows.size() == kLatestMessages || !ProviderData::identifier(id)) continue;
-    ServiceCall one = request.call("/gmail/v1/users/me/messages/"_L1 + id, {{u"format"_s, u"metadata"_s}});
-    const QJsonValue message = co_await request.session->json(std::move(one), stop);
-    rows << ServiceRow{id, headerOf(message, "subject"_L1), headerOf(message, "from"_L1), QUrl(kInboxPage + u'/' + id)};
-  }
-  co_return rows;
-}
-
-QCoro::Task<RemoteValue> fetchGmail(ProviderRequest request, std::stop_token stop) {
-  ServiceCall call = request.call(u"/gmail/v1/users/me/labels/INBOX"_s);
-  const QJsonValue answer = co_await request.session->json(std::move(call), stop);
-  const QJsonObject inbox = ProviderData::object(answer);
+QCoro::Task<RemoteValue> fetchInbox(ProviderRequest request, std::stop_token stop) {
+  const ServiceCall call = request.call(u"/gmail/v1/users/me/labels/INBOX"_s);
+  const QJsonObject inbox = co_await request.object(call, stop);
   const QString unread = ProviderData::count(inbox, u"messagesUnread"_s);
   RemoteValue value = request.shown(unread, ServiceWords::tr("Unread in inbox"));
   value.metrics = {{ServiceWords::tr("Unread"), unread},
                    {ServiceWords::tr("Total"), ProviderData::count(inbox, u"messagesTotal"_s)}};
   value.detail = ServiceWords::tr("Inbox messages");
-  if (request.widget.kind == kind::gmailLatest) value.rows = co_await latestMessages(request, stop);
+  co_return value;
+}
+
+/// Absent for one that was deleted since the list was made.
+QCoro::Task<std::optional<ServiceRow>> askMessage(ProviderRequest request, QString id, std::stop_token stop) {
+  const ServiceCall call = request.call("/gmail/v1/users/me/messages/"_L1 + id, {{u"format"_s, u"metadata"_s}});
+  try {
+    const QJsonObject message = co_await request.object(call, stop);
+    co_return ServiceRow{id, headerOf(message, "subject"_L1), headerOf(message, "from"_L1),
+                         QUrl(kInboxPage + u'/' + id)};
+  } catch (const ServiceHTTPError& error) {
+    if (error.status() != 404) throw;
+  }
+  co_return std::nullopt;
+}
+
+QCoro::Task<RemoteValue> fetchLatest(ProviderRequest request, std::stop_token stop) {
+  RemoteValue value = co_await fetchInbox(request, stop);
+  const ServiceCall call =
+      request.call(u"/gmail/v1/users/me/messages"_s,
+                   {{u"labelIds"_s, u"INBOX"_s}, {u"maxResults"_s, QString::number(kLatestMessages)}});
+  const QJsonObject list = co_await request.object(call, stop);
+  int asked = 0;
+  for (const QJsonValue& entry : list[u"messages"].toArray()) {
+    const QString id = entry[u"id"].toString();
+    if (!ProviderData::identifier(id) || id.contains(".."_L1) || ++asked > kLatestMessages) continue;
+    if (const auto row = co_await askMessage(request, id, stop)) value.rows << *row;
+  }
   co_return value;
 }
 
 }  // namespace
 
 Provider gmail() {
-  Provider row =
-      ProviderRow::of(u"gmail"_s, u"Gmail"_s, ServiceHost::Gmail, {{kind::gmailLatest}, {kind::gmailUnreadSummary}});
-  row.explanation = explainGmail;
-  row.fields = gmailFields;
-  row.credential = {.label = ServiceWords::tr("Google sign-in"),
-                    .placeholder = {},
-                    .explanation = ServiceWords::tr("An OAuth client of your own, of the type “Desktop app”, with the "
-                                                    "Gmail API on."),
-                    .page = QUrl(u"https://console.cloud.google.com/apis/credentials"_s),
-                    .missing = ProviderRow::providerCredentialMissing()};
-  row.signIn = {.id = u"gmail"_s,
-                .name = row.name,
-                .authorization = ProviderRow::at(ServiceHost::GoogleSignIn, u"/o/oauth2/v2/auth"_s),
-                .token = ProviderRow::at(ServiceHost::GoogleTokens, u"/token"_s),
-                .scope = u"https://www.googleapis.com/auth/gmail.readonly"_s,
-                .extraFields = {{u"access_type"_s, u"offline"_s}, {u"prompt"_s, u"consent"_s}},
-                .clientField = u"client_id"_s,
-                .neededScope = {},
-                .scopeMissing = {},
-                .port = 0};
-  row.normalise = normaliseGmail;
-  row.fetch = fetchGmail;
-  row.limits = {.requests = 12};
-  return row;
+  return {
+      .id = u"gmail"_s,
+      .name = u"Gmail"_s,
+      .address = ProviderRow::at(ServiceHost::Gmail),
+      .page = kInboxPage,
+      .credential = {.label = ServiceWords::tr("Google sign-in"),
+                     .explanation =
+                         ServiceWords::tr("Needs an OAuth client of your own, of the type “Desktop app”, in a "
+                                          "project with the Gmail API on."),
+                     .page = QUrl(u"https://console.cloud.google.com/apis/credentials"_s),
+                     .missing = ProviderRow::addProviderCredential()},
+      .signIn = OAuthProvider{.id = u"gmail"_s,
+                              .name = u"Gmail"_s,
+                              .authorization = ProviderRow::at(ServiceHost::GoogleSignIn, u"/o/oauth2/v2/auth"_s),
+                              .token = ProviderRow::at(ServiceHost::GoogleTokens, u"/token"_s),
+                              .scope = u"https://www.googleapis.com/auth/gmail.readonly"_s,
+                              .extraFields = {{u"access_type"_s, u"offline"_s}, {u"prompt"_s, u"consent"_s}},
+                              .clientField = u"client_id"_s,
+                              .neededScope = {},
+                              .scopeMissing = {},
+                              .port = 0},
+      .topics = {{.kinds = {{kind::gmailLatest}},
+                  .explanation = ServiceWords::tr("The latest messages of your inbox: sender and subject, no text."),
+                  .fetch = fetchLatest},
+                 {.kinds = {{kind::gmailUnreadSummary}},
+                  .explanation = ServiceWords::tr("How many messages of your inbox are unread."),
+                  .fetch = fetchInbox}},
+  };
 }
 
 }  // namespace tarnwick

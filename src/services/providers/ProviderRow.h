@@ -1,39 +1,32 @@
 #pragma once
 
+#include <QCoroTask>
 #include <QRegularExpression>
 
-#include "base/DomainError.h"
 #include "services/BaseAddresses.h"
 #include "services/Provider.h"
 #include "services/ProviderData.h"
-#include "services/ServiceSession.h"
 #include "services/ServiceWords.h"
+#include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
-/// A row with what every service has: an address, and a credential in the words of its service.
+/// What stands in the rows of several services.
 struct ProviderRow {
-  static Provider of(const QString& id, const QString& name, ServiceHost host, const QList<KindPattern>& kinds) {
-    Provider row;
-    row.id = id;
-    row.name = name;
-    row.address = BaseAddresses::shipped().of(host);
-    row.kinds = kinds;
-    return row;
-  }
-  /// A page or a path of a service.
-  static QUrl at(ServiceHost host, const QString& path) {
+  /// A service, or a path of it.
+  static QUrl at(ServiceHost host, const QString& path = {}) {
     QUrl address = BaseAddresses::shipped().of(host);
     address.setPath(path);
     return address;
   }
-  static QString serviceCredentialMissing() {
+  static QString addServiceCredential() {
     return ServiceWords::tr("Add your service credential in Connection Settings.");
   }
-  static QString providerCredentialMissing() {
+  static QString addProviderCredential() {
     return ServiceWords::tr("Add your provider credential in Connection Settings.");
   }
+  static QString unexpected() { return ServiceWords::tr("The provider returned an unexpected response."); }
 };
 
 /// The options of a widget while they are brought into form.
@@ -54,8 +47,10 @@ class OptionRules {
     else
       widget_.options[key] = text;
   }
-  static void require(bool holds, const QString& sentence) {
-    if (!holds) throw DomainError::invalid(sentence);
+  /// A code of three letters, in the case in which the service writes them: that of `usual`.
+  void currency(const QString& usual) {
+    const char* form = usual.isUpper() ? "[A-Z]{3}" : "[a-z]{3}";
+    require(matches(trimmed(option::currency, usual), form), ServiceWords::tr("Enter a three-letter currency code."));
   }
   static bool matches(const QString& text, const char* form) {
     return QRegularExpression(QRegularExpression::anchoredPattern(QString::fromLatin1(form))).match(text).hasMatch();

@@ -1,4 +1,3 @@
-#include <QCoroTask>
 #include <QSet>
 
 #include "services/Paging.h"
@@ -11,11 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString explainResend(QStringView) { return ServiceWords::tr("Emails that were sent today and in this month."); }
-
-QList<ProviderField> resendFields(QStringView) { return {}; }
-
-void normaliseResend(DockWidget& widget) { OptionRules(widget).set(option::dashboard, u"https://resend.com/emails"_s); }
+QString noEmails() { return ServiceWords::tr("Resend did not return a paginated email list."); }
 
 /// What was sent up to now, counted while pages come.
 struct Sent {
@@ -31,7 +26,7 @@ bool countSent(const QJsonArray& rows, const QDateTime& now, Sent& sent) {
   const QDate first(today.year(), today.month(), 1);
   for (const QJsonValue& row : rows) {
     const auto moment = ProviderData::date(row[u"created_at"].toString());
-    OptionRules::require(moment.has_value(), ServiceWords::tr("Resend did not return a paginated email list."));
+    require(moment.has_value(), noEmails());
     const QDate day = moment->toTimeZone(now.timeZone()).date();
     if (day < first) return false;
     ++sent.month;
@@ -47,26 +42,19 @@ QString share(const Sent& sent, bool isPartial) {
   return QString::asprintf("%.1f%%", 100.0 * sent.delivered / sent.month);
 }
 
-QCoro::Task<RemoteValue> fetchResend(ProviderRequest request, std::stop_token stop) {
-  const QDateTime now = request.session->now();
+QCoro::Task<RemoteValue> fetchEmails(ProviderRequest request, std::stop_token stop) {
   Sent sent;
-  QString cursor;
   Paging pages(request.limits);
   while (pages.next(stop)) {
     QMap<QString, QString> query{{u"limit"_s, QString::number(request.limits.pageSize)}};
-    if (!cursor.isEmpty()) query.insert(u"after"_s, cursor);
-    ServiceCall call = request.call(u"/emails"_s, query);
-    const QJsonValue body = co_await request.session->json(std::move(call), stop);
-    const QString noList = ServiceWords::tr("Resend did not return a paginated email list.");
-    const QJsonArray rows = ProviderData::list(body, u"data"_s, noList);
-    OptionRules::require(body[u"has_more"].isBool(), noList);
-    if (!countSent(rows, now, sent) || !body[u"has_more"].toBool()) {
-      pages.finish();
-      continue;
-    }
-    const QString next = rows.isEmpty() ? QString() : rows.last()[u"id"].toString();
-    OptionRules::require(!next.isEmpty() && next != cursor, ServiceWords::tr("Invalid Resend continuation cursor."));
-    cursor = next;
+    if (!pages.cursor().isEmpty()) query.insert(u"after"_s, pages.cursor());
+    const ServiceCall call = request.call(u"/emails"_s, query);
+    const QJsonValue body = co_await request.answer(call, stop);
+    const QJsonArray rows = ProviderData::list(body, u"data"_s, noEmails());
+    require(body[u"has_more"].isBool(), noEmails());
+    const bool isWithinMonth = countSent(rows, request.now(), sent);
+    pages.goOn(isWithinMonth && body[u"has_more"].toBool(), rows.isEmpty() ? QString() : rows.last()[u"id"].toString(),
+               ServiceWords::tr("Invalid Resend continuation cursor."));
   }
   RemoteValue value = request.shown(QString::number(sent.today), ServiceWords::tr("Sent today"));
   value.metrics = {{ServiceWords::tr("Today"), QString::number(sent.today)},
@@ -81,20 +69,22 @@ QCoro::Task<RemoteValue> fetchResend(ProviderRequest request, std::stop_token st
 }  // namespace
 
 Provider resend() {
-  Provider row =
-      ProviderRow::of(u"resend"_s, u"Resend"_s, ServiceHost::Resend, {{u"Resend"_s, KindPattern::Match::Contains}});
-  row.explanation = explainResend;
-  row.fields = resendFields;
-  row.credential = {
-      .label = ServiceWords::tr("API key"),
-      .placeholder = u"re_…"_s,
-      .explanation = ServiceWords::tr("An API key with full access; one that may only send reads nothing."),
-      .page = QUrl(u"https://resend.com/api-keys"_s),
-      .missing = ProviderRow::serviceCredentialMissing()};
-  row.normalise = normaliseResend;
-  row.fetch = fetchResend;
-  row.limits = {.requests = 30, .pages = 30, .pageSize = 100};
-  return row;
+  return {
+      .id = u"resend"_s,
+      .name = u"Resend"_s,
+      .address = ProviderRow::at(ServiceHost::Resend),
+      .page = u"https://resend.com/emails"_s,
+      .credential = {.label = ServiceWords::tr("API key"),
+                     .placeholder = u"re_…"_s,
+                     .explanation =
+                         ServiceWords::tr("An API key with full access; one that may only send reads nothing."),
+                     .page = QUrl(u"https://resend.com/api-keys"_s),
+                     .missing = ProviderRow::addServiceCredential()},
+      .limits = {.pages = 30, .pageSize = 100},
+      .topics = {{.kinds = {{u"Resend"_s, KindPattern::Match::Contains}},
+                  .explanation = ServiceWords::tr("Emails that were sent today and in this month."),
+                  .fetch = fetchEmails}},
+  };
 }
 
 }  // namespace tarnwick

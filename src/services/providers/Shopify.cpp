@@ -1,11 +1,8 @@
-#include <QCoroTask>
-
 #include "services/Money.h"
 #include "services/Paging.h"
 #include "services/providers/ProviderRow.h"
 #include "services/providers/Providers.h"
 #include "services/providers/ShopifyReport.h"
-#include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
 
@@ -15,34 +12,22 @@ namespace {
 
 const QString kAdminPath = u"/admin/api/2026-10/graphql.json"_s;
 
-QString explainShopify(QStringView) {
-  return ServiceWords::tr("Sales of a store, by its own analytics or as the sum of its paid orders.");
-}
-
-QList<ProviderField> shopifyFields(QStringView) {
-  return {{option::shop, ServiceWords::tr("Store domain"), u"your-store.myshopify.com"_s},
-          {option::shopifyReportMode, ServiceWords::tr("Report (analytics or orders)"), u"analytics"_s},
-          {option::periodDays, ServiceWords::tr("Days (1, 7 or 30)"), u"7"_s}};
-}
-
 /// The store is the user's own: it is what the credential belongs to.
 void normaliseShopify(DockWidget& widget) {
   OptionRules options(widget);
   const QString shop = options.trimmed(option::shop);
-  OptionRules::require(OptionRules::matches(shop, "[a-z0-9][a-z0-9-]*\\.myshopify\\.com"),
-                       ServiceWords::tr("Enter the store’s exact Shopify domain, such as your-store.myshopify.com."));
+  require(OptionRules::matches(shop, "[a-z0-9][a-z0-9-]*\\.myshopify\\.com"),
+          ServiceWords::tr("Enter the store’s exact Shopify domain, such as your-store.myshopify.com."));
   options.set(option::endpoint, "https://"_L1 + shop);
   options.set(option::dashboard, "https://"_L1 + shop + "/admin"_L1);
   options.trimmed(option::shopifyReportMode, u"analytics"_s);
   selectedReportMode(widget);
   const QString days = options.trimmed(option::periodDays, u"7"_s);
-  OptionRules::require(OptionRules::matches(days, "1|7|30"), ServiceWords::tr("Choose a period of 1, 7, or 30 days."));
+  require(OptionRules::matches(days, "1|7|30"), ServiceWords::tr("Choose a period of 1, 7, or 30 days."));
 }
 
 ServiceCall adminCall(const ProviderRequest& request, const QString& query, const QJsonObject& variables) {
-  ServiceCall call = request.call(kAdminPath);
-  call.token.clear();
-  call.headers.insert(u"X-Shopify-Access-Token"_s, request.credential);
+  ServiceCall call = request.keyed(u"X-Shopify-Access-Token"_s, kAdminPath);
   call.body = QJsonObject{{u"query"_s, query}, {u"variables"_s, variables}};
   return call;
 }
@@ -71,14 +56,14 @@ QString periodWords(int days) {
   return days == 1 ? ServiceWords::tr("Total sales · today") : ServiceWords::tr("Total sales · %1 days").arg(days);
 }
 
-QCoro::Task<RemoteValue> shopifyAnalytics(ProviderRequest request, ShopifyReportPeriod period, std::stop_token stop) {
-  ServiceCall first = reportCall(request, period.summaryQuery());
-  const QJsonValue summary = co_await request.session->json(std::move(first), stop);
-  ServiceCall second = reportCall(request, period.trendQuery());
-  const QJsonValue trend = co_await request.session->json(std::move(second), stop);
+QCoro::Task<RemoteValue> fetchReport(ProviderRequest request, ShopifyReportPeriod period, std::stop_token stop) {
+  const ServiceCall first = reportCall(request, period.summaryQuery());
+  const QJsonValue summary = co_await request.answer(first, stop);
+  const ServiceCall second = reportCall(request, period.trendQuery());
+  const QJsonValue trend = co_await request.answer(second, stop);
   const ShopifyAnalyticsReport report = ShopifyAnalyticsReport::decode(summary, trend, period);
   const QString currency = summary[u"data"][u"shop"][u"currencyCode"].toString(u"USD"_s);
-  const auto money = [&currency](const ExactDecimal& amount) { return Money::text(amount.value(), currency); };
+  const auto money = [&currency](const ExactDecimal& amount) { return Money::text(amount, currency); };
   RemoteValue value = request.shown(money(report.total), periodWords(period.days));
   value.metrics = {{ServiceWords::tr("Net sales"), money(report.net)},
                    {ServiceWords::tr("Returns"), money(report.returns)},
@@ -88,30 +73,23 @@ QCoro::Task<RemoteValue> shopifyAnalytics(ProviderRequest request, ShopifyReport
   co_return value;
 }
 
-QCoro::Task<RemoteValue> shopifyOrders(ProviderRequest request, ShopifyReportPeriod period, std::stop_token stop) {
+QCoro::Task<RemoteValue> fetchOrders(ProviderRequest request, ShopifyReportPeriod period, std::stop_token stop) {
   QList<OrderMetric> orders;
-  QString cursor;
   Paging pages(request.limits);
   while (pages.next(stop)) {
-    ServiceCall call = ordersCall(request, period, cursor);
-    const QJsonValue answer = co_await request.session->json(std::move(call), stop);
-    const QJsonValue list = ProviderData::object(answer)[u"data"][u"orders"];
-    for (const QJsonValue& node :
-         ProviderData::list(list, u"nodes"_s, ServiceWords::tr("The provider returned an unexpected response.")))
+    const ServiceCall call = ordersCall(request, period, pages.cursor());
+    const QJsonObject body = co_await request.object(call, stop);
+    const QJsonValue list = body[u"data"][u"orders"];
+    for (const QJsonValue& node : ProviderData::list(list, u"nodes"_s, ProviderRow::unexpected()))
       orders << OrderMetric::decode(node);
     const QJsonValue info = list[u"pageInfo"];
-    const QString next = info[u"endCursor"].toString();
-    const bool goesOn = info[u"hasNextPage"].toBool();
-    OptionRules::require(info[u"hasNextPage"].isBool() && (!goesOn || (!next.isEmpty() && next != cursor)),
-                         ServiceWords::tr("The provider returned an unexpected response."));
-    cursor = next;
-    if (!goesOn) pages.finish();
+    require(info[u"hasNextPage"].isBool(), ProviderRow::unexpected());
+    pages.goOn(info[u"hasNextPage"].toBool(), info[u"endCursor"].toString(), ProviderRow::unexpected());
   }
   const OrderSummary current = OrderSummary::aggregate(orders, period.first, period.days, period.zone);
   const OrderSummary previous = OrderSummary::aggregate(orders, period.previousFirst, period.days, period.zone);
-  OptionRules::require(
-      current.currency.isEmpty() || previous.currency.isEmpty() || current.currency == previous.currency,
-      ServiceWords::tr("The order response contains mixed shop currencies; no combined total is shown."));
+  require(current.currency.isEmpty() || previous.currency.isEmpty() || current.currency == previous.currency,
+          ServiceWords::tr("The order response contains mixed shop currencies; no combined total is shown."));
   const QString currency = current.currency.isEmpty() ? u"USD"_s : current.currency;
   // The newest come first: a list that was cut short before the period began has all of it.
   const bool isCut = pages.isPartial() && orders.last().created >= period.beginOf(period.first);
@@ -129,32 +107,35 @@ QCoro::Task<RemoteValue> shopifyOrders(ProviderRequest request, ShopifyReportPer
   co_return value;
 }
 
-QCoro::Task<RemoteValue> fetchShopify(ProviderRequest request, std::stop_token stop) {
-  const ShopifyReportPeriod period(request.option(option::periodDays).toInt(), request.session->now());
+QCoro::Task<RemoteValue> fetchSales(ProviderRequest request, std::stop_token stop) {
+  const ShopifyReportPeriod period(request.option(option::periodDays).toInt(), request.now());
   if (selectedReportMode(request.widget) == ShopifyReportMode::Orders)
-    return shopifyOrders(std::move(request), period, stop);
-  return shopifyAnalytics(std::move(request), period, stop);
+    return fetchOrders(std::move(request), period, stop);
+  return fetchReport(std::move(request), period, stop);
 }
 
 }  // namespace
 
 Provider shopify() {
-  Provider row;
-  row.id = u"shopify"_s;
-  row.name = u"Shopify"_s;
-  row.kinds = {{kind::shopifyRevenue}, {kind::shopifyOverview}, {kind::shopifyTrends}};
-  row.explanation = explainShopify;
-  row.fields = shopifyFields;
-  row.credential = {.label = ServiceWords::tr("Admin API access token"),
-                    .placeholder = u"shpat_…"_s,
-                    .explanation = ServiceWords::tr("A token of a custom app of the store with “read_reports” or "
-                                                    "“read_orders”."),
-                    .page = QUrl(u"https://admin.shopify.com"_s),
-                    .missing = ProviderRow::providerCredentialMissing()};
-  row.normalise = normaliseShopify;
-  row.fetch = fetchShopify;
-  row.limits = {.requests = 20, .pages = 20, .pageSize = 250};
-  return row;
+  return {
+      .id = u"shopify"_s,
+      .name = u"Shopify"_s,
+      .credential = {.label = ServiceWords::tr("Admin API access token"),
+                     .placeholder = u"shpat_…"_s,
+                     .explanation = ServiceWords::tr("A token of a custom app of the store with “read_reports” or "
+                                                     "“read_orders”."),
+                     .page = QUrl(u"https://admin.shopify.com"_s),
+                     .missing = ProviderRow::addProviderCredential()},
+      .limits = {.pages = 20, .pageSize = 250},
+      .normalise = normaliseShopify,
+      .topics =
+          {{.kinds = {{kind::shopifyRevenue}, {kind::shopifyOverview}, {kind::shopifyTrends}},
+            .explanation = ServiceWords::tr("Sales of a store, by its own analytics or as the sum of its paid orders."),
+            .fields = {{option::shop, ServiceWords::tr("Store domain"), u"your-store.myshopify.com"_s},
+                       {option::shopifyReportMode, ServiceWords::tr("Report (analytics or orders)"), u"analytics"_s},
+                       {option::periodDays, ServiceWords::tr("Days (1, 7 or 30)"), u"7"_s}},
+            .fetch = fetchSales}},
+  };
 }
 
 }  // namespace tarnwick

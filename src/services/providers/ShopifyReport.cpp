@@ -1,6 +1,5 @@
 #include "services/providers/ShopifyReport.h"
 
-#include <QRegularExpression>
 #include <QSet>
 #include <algorithm>
 #include <cmath>
@@ -13,21 +12,19 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype kMostDigits = 18;  ///< Before the point; sums of so many still fit.
-
 ExactDecimal amountOf(const QJsonValue& value) {
-  OptionRules::require(!value.isNull() && !value.isUndefined(),
-                       ServiceWords::tr("Shopify Analytics returned an unavailable amount."));
+  require(!value.isNull() && !value.isUndefined(),
+          ServiceWords::tr("Shopify Analytics returned an unavailable amount."));
   const auto amount = value.isString() ? ExactDecimal::read(value.toString()) : std::nullopt;
-  OptionRules::require(amount.has_value(), ServiceWords::tr("Shopify Analytics returned an invalid amount."));
+  require(amount.has_value(), ServiceWords::tr("Shopify Analytics returned an invalid amount."));
   return *amount;
 }
 
 qint64 ordersOf(const QJsonValue& value) {
   bool isNumber = value.isDouble();
   const double count = value.isString() ? value.toString().toDouble(&isNumber) : value.toDouble();
-  OptionRules::require(isNumber && std::isfinite(count) && count >= 0 && std::floor(count) == count && count < 9e15,
-                       ServiceWords::tr("Shopify Analytics returned an invalid order count."));
+  require(isNumber && std::isfinite(count) && count >= 0 && std::floor(count) == count && count < 9e15,
+          ServiceWords::tr("Shopify Analytics returned an invalid order count."));
   return static_cast<qint64>(count);
 }
 
@@ -39,62 +36,32 @@ QList<double> dailyOf(const QList<QJsonObject>& rows, const ShopifyReportPeriod&
       ServiceWords::tr("Shopify Analytics returned an incomplete daily series. Refresh to retry.");
   for (const QJsonObject& row : rows) {
     const QDate day = QDate::fromString(row[u"day"].toString().left(10), Qt::ISODate);
-    OptionRules::require(day.isValid() && !row[u"total_sales"].isNull(), incomplete);
+    require(day.isValid() && !row[u"total_sales"].isNull(), incomplete);
     const bool isNew = day >= period.first && day <= period.last && !seen.contains(day);
-    OptionRules::require(isNew, ServiceWords::tr("Shopify Analytics returned duplicate or out-of-period dates."));
+    require(isNew, ServiceWords::tr("Shopify Analytics returned duplicate or out-of-period dates."));
     seen << day;
     daily[period.first.daysTo(day)] = amountOf(row[u"total_sales"]).value();
   }
-  OptionRules::require(seen.size() == period.days, incomplete);
+  require(seen.size() == period.days, incomplete);
   return daily;
 }
 
 }  // namespace
 
-std::optional<ExactDecimal> ExactDecimal::read(const QString& text) {
-  static const QRegularExpression form(u"^([+-]?)([0-9]+)(?:\\.([0-9]+))?\\z"_s);
-  const QRegularExpressionMatch match = form.match(text);
-  if (!match.hasMatch()) return std::nullopt;
-  const QString fraction = match.captured(3).left(kScale);
-  if (match.capturedLength(2) > kMostDigits) return std::nullopt;
-  Units units = 0;
-  for (const QChar digit : match.captured(2) + fraction.leftJustified(kScale, u'0'))
-    units = units * 10 + digit.digitValue();
-  return ExactDecimal(match.captured(1) == "-"_L1 ? -units : units);
-}
-
-ExactDecimal ExactDecimal::operator+(const ExactDecimal& other) const { return ExactDecimal(units_ + other.units_); }
-
-QString ExactDecimal::text() const {
-  Units left = units_ < 0 ? -units_ : units_;
-  QString digits;
-  while (left > 0 || digits.size() <= kScale) {
-    digits.prepend(QChar(u'0' + static_cast<char16_t>(left % 10)));
-    left /= 10;
-  }
-  digits.insert(digits.size() - kScale, u'.');
-  while (digits.endsWith(u'0')) digits.chop(1);
-  if (digits.endsWith(u'.')) digits.chop(1);
-  return units_ < 0 ? u'-' + digits : digits;
-}
-
-double ExactDecimal::value() const { return text().toDouble(); }
-
 ShopifyReportMode selectedReportMode(const DockWidget& widget) {
   const QString mode = widget.options.value(option::shopifyReportMode);
   if (mode == "orders"_L1) return ShopifyReportMode::Orders;
-  OptionRules::require(mode.isEmpty() || mode == "analytics"_L1,
-                       ServiceWords::tr("Choose Shopify Analytics or paid-order totals."));
+  require(mode.isEmpty() || mode == "analytics"_L1, ServiceWords::tr("Choose Shopify Analytics or paid-order totals."));
   return ShopifyReportMode::Analytics;
 }
 
 ShopifyReportPeriod::ShopifyReportPeriod(int count, const QDateTime& now)
     : last(now.date()), zone(now.timeZone()), days(count) {
-  OptionRules::require(days == 1 || days == 7 || days == 30, ServiceWords::tr("Choose a period of 1, 7, or 30 days."));
+  require(days == 1 || days == 7 || days == 30, ServiceWords::tr("Choose a period of 1, 7, or 30 days."));
   first = last.addDays(1 - days);
   previousFirst = first.addDays(-days);
-  OptionRules::require(previousFirst.isValid() && beginOf(previousFirst).isValid(),
-                       ServiceWords::tr("The reporting period could not be calculated."));
+  require(previousFirst.isValid() && beginOf(previousFirst).isValid(),
+          ServiceWords::tr("The reporting period could not be calculated."));
 }
 
 QString ShopifyReportPeriod::summaryQuery() const {
@@ -110,30 +77,26 @@ QString ShopifyReportPeriod::trendQuery() const {
 QList<QJsonObject> ShopifyAnalyticsReport::table(const QJsonValue& value, const QString& name,
                                                  const QStringList& columns) {
   const QJsonValue report = value[u"data"][u"shopifyqlQuery"];
-  OptionRules::require(
-      report.isObject(),
-      ServiceWords::tr("Shopify Analytics did not return the %1 report. Check read_reports and protected customer "
-                       "data access.")
-          .arg(name));
+  require(report.isObject(),
+          ServiceWords::tr("Shopify Analytics did not return the %1 report. Check read_reports and protected customer "
+                           "data access.")
+              .arg(name));
   const QJsonValue errors = report[u"parseErrors"];
   const bool isParsed = errors.isUndefined() || errors.isNull() || (errors.isArray() && errors.toArray().isEmpty());
-  OptionRules::require(isParsed,
-                       ServiceWords::tr("Shopify Analytics could not parse the %1 report. Verify this store supports "
-                                        "the current reporting API.")
-                           .arg(name));
+  require(isParsed, ServiceWords::tr("Shopify Analytics could not parse the %1 report. Verify this store supports "
+                                     "the current reporting API.")
+                        .arg(name));
   const QString incomplete = ServiceWords::tr("Shopify Analytics returned an incomplete %1 report.").arg(name);
   QStringList names;
   for (const QJsonValue& column : ProviderData::list(report, u"tableData.columns"_s, incomplete))
     names << column[u"name"].toString();
-  OptionRules::require(std::ranges::all_of(columns, [&](const QString& column) { return names.contains(column); }),
-                       incomplete);
+  require(std::ranges::all_of(columns, [&](const QString& column) { return names.contains(column); }), incomplete);
   QList<QJsonObject> rows;
   for (const QJsonValue& row : ProviderData::list(report, u"tableData.rows"_s, incomplete)) {
     QJsonObject byName = row.toObject();
     // A row may also be the list of its values.
     for (qsizetype i = 0; row.isArray() && i < names.size(); ++i) byName[names[i]] = row[i];
-    OptionRules::require(std::ranges::all_of(columns, [&](const QString& column) { return byName.contains(column); }),
-                         incomplete);
+    require(std::ranges::all_of(columns, [&](const QString& column) { return byName.contains(column); }), incomplete);
     rows << byName;
   }
   return rows;
@@ -143,7 +106,7 @@ ShopifyAnalyticsReport ShopifyAnalyticsReport::decode(const QJsonValue& summary,
                                                       const ShopifyReportPeriod& period) {
   const QList<QJsonObject> totals = table(
       summary, u"summary"_s, {u"total_sales"_s, u"net_sales"_s, u"returns"_s, u"orders"_s, u"average_order_value"_s});
-  OptionRules::require(totals.size() == 1, ServiceWords::tr("Shopify Analytics did not return one period total."));
+  require(totals.size() == 1, ServiceWords::tr("Shopify Analytics did not return one period total."));
   const QJsonObject& row = totals.first();
   ShopifyAnalyticsReport report;
   report.total = amountOf(row[u"total_sales"]);
@@ -164,8 +127,8 @@ OrderMetric OrderMetric::decode(const QJsonValue& node) {
   const double sum = amount.isString() ? amount.toString().toDouble(&isNumber) : amount.toDouble();
   const OrderMetric order{node[u"id"].toString(), created.value_or(QDateTime()), sum,
                           money[u"currencyCode"].toString()};
-  OptionRules::require(!order.id.isEmpty() && created && isNumber && !order.currency.isEmpty(),
-                       ServiceWords::tr("Shopify returned an incomplete order metric."));
+  require(!order.id.isEmpty() && created && isNumber && !order.currency.isEmpty(),
+          ServiceWords::tr("Shopify returned an incomplete order metric."));
   return order;
 }
 
@@ -176,15 +139,14 @@ OrderSummary OrderSummary::aggregate(const QList<OrderMetric>& orders, const QDa
   for (const OrderMetric& order : orders) {
     const qint64 day = first.daysTo(order.created.toTimeZone(zone).date());
     if (day < 0 || day >= days) continue;
-    OptionRules::require(
-        summary.currency.isEmpty() || summary.currency == order.currency,
-        ServiceWords::tr("The order response contains mixed shop currencies; no combined total is shown."));
+    require(summary.currency.isEmpty() || summary.currency == order.currency,
+            ServiceWords::tr("The order response contains mixed shop currencies; no combined total is shown."));
     summary.currency = order.currency;
     summary.daily[day] += order.amount;
     summary.total += order.amount;
     ++summary.count;
   }
-  OptionRules::require(std::isfinite(summary.total), ServiceWords::tr("The order total is invalid."));
+  require(std::isfinite(summary.total), ServiceWords::tr("The order total is invalid."));
   if (summary.count > 0) summary.average = summary.total / static_cast<double>(summary.count);
   return summary;
 }

@@ -10,30 +10,9 @@
 #include <optional>
 
 #include "config/DockWidget.h"
+#include "services/ExactDecimal.h"
 
 namespace tarnwick {
-
-/// A sum as it is written, with up to eighteen decimals: it is added without rounding.
-class ExactDecimal {
- public:
-  ExactDecimal() = default;
-  /// Digits with a sign or none, and a point or none. Decimals beyond those are cut off. Absent for all else, and for
-  /// a sum that is larger than any.
-  static std::optional<ExactDecimal> read(const QString& text);
-
-  ExactDecimal operator+(const ExactDecimal& other) const;
-  bool operator==(const ExactDecimal&) const = default;
-  /// "-12.5": without zeros at the end.
-  QString text() const;
-  double value() const;
-
- private:
-  static constexpr int kScale = 18;
-  __extension__ using Units = __int128;
-  explicit ExactDecimal(Units units) : units_(units) {}
-
-  Units units_ = 0;  ///< Of 10^-kScale.
-};
 
 /// How a store's sales are read.
 enum class ShopifyReportMode { Analytics, Orders };

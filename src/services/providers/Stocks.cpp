@@ -1,10 +1,8 @@
-#include <QCoroTask>
 #include <algorithm>
 
 #include "services/Money.h"
 #include "services/providers/ProviderRow.h"
 #include "services/providers/Providers.h"
-#include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
 
@@ -16,21 +14,12 @@ constexpr qsizetype kMostSymbols = 12;
 constexpr int kHistoryDays = 30;
 const QString kSource = u" · Twelve Data"_s;
 
-QString explainStocks(QStringView kind) {
-  if (kind == kind::stockWatchlist) return ServiceWords::tr("Prices of up to 12 stocks.");
-  return kind == kind::stockChart ? ServiceWords::tr("The price of a stock over its last 30 days of trade.")
-                                  : ServiceWords::tr("The price of a stock and its change today.");
-}
-
-QList<ProviderField> stockFields(QStringView) { return {{option::symbols, ServiceWords::tr("Symbols"), u"AAPL"_s}}; }
-
 void normaliseStocks(DockWidget& widget) {
   OptionRules options(widget);
   const QStringList symbols = ProviderData::listed(options.trimmed(option::symbols, u"AAPL"_s).toUpper());
-  OptionRules::require(!symbols.isEmpty() && symbols.size() <= kMostSymbols,
-                       ServiceWords::tr("Enter up to 12 stock symbols separated by commas."));
+  require(!symbols.isEmpty() && symbols.size() <= kMostSymbols,
+          ServiceWords::tr("Enter up to 12 stock symbols separated by commas."));
   options.set(option::symbols, symbols.join(u','));
-  options.set(option::dashboard, u"https://twelvedata.com"_s);
 }
 
 /// The key goes into the query: this service takes it nowhere else.
@@ -65,11 +54,10 @@ ServiceRow stockRow(const QString& symbol, const QJsonValue& quote) {
   }
 }
 
-QCoro::Task<RemoteValue> stockQuote(ProviderRequest request, std::stop_token stop) {
+QCoro::Task<RemoteValue> fetchQuote(ProviderRequest request, std::stop_token stop) {
   const QString symbol = request.option(option::symbols).section(u',', 0, 0);
-  ServiceCall call = stockCall(request, u"/quote"_s, {{u"symbol"_s, symbol}});
-  const QJsonValue answer = co_await request.session->json(std::move(call), stop);
-  const QJsonObject quote = ProviderData::object(answer);
+  const ServiceCall call = stockCall(request, u"/quote"_s, {{u"symbol"_s, symbol}});
+  const QJsonObject quote = co_await request.object(call, stop);
   RemoteValue value = request.shown(priceOf(quote), changeOf(quote));
   QStringList about{quote[u"name"].toString(), quote[u"exchange"].toString()};
   about.removeAll(QString());
@@ -77,14 +65,12 @@ QCoro::Task<RemoteValue> stockQuote(ProviderRequest request, std::stop_token sto
   co_return value;
 }
 
-QCoro::Task<RemoteValue> stockList(ProviderRequest request, std::stop_token stop) {
+QCoro::Task<RemoteValue> fetchQuoteList(ProviderRequest request, std::stop_token stop) {
   const QString list = request.option(option::symbols);
   const QStringList symbols = list.split(u',');
-  ServiceCall call = stockCall(request, u"/quote"_s, {{u"symbol"_s, list}});
-  const QJsonValue answer = co_await request.session->json(std::move(call), stop);
-  const QJsonObject body = ProviderData::object(answer);
-  OptionRules::require(body[u"status"].toString() != "error"_L1,
-                       ServiceWords::tr("The provider returned an unexpected response."));
+  const ServiceCall call = stockCall(request, u"/quote"_s, {{u"symbol"_s, list}});
+  const QJsonObject body = co_await request.object(call, stop);
+  require(body[u"status"].toString() != "error"_L1, ProviderRow::unexpected());
   RemoteValue value = request.shown(QString::number(symbols.size()), ServiceWords::tr("Stocks"));
   // Of one symbol the quote comes as it is, of several under their symbols.
   for (const QString& symbol : symbols)
@@ -93,16 +79,15 @@ QCoro::Task<RemoteValue> stockList(ProviderRequest request, std::stop_token stop
   co_return value;
 }
 
-QCoro::Task<RemoteValue> stockHistory(ProviderRequest request, std::stop_token stop) {
+QCoro::Task<RemoteValue> fetchQuoteHistory(ProviderRequest request, std::stop_token stop) {
   const QString symbol = request.option(option::symbols).section(u',', 0, 0);
-  ServiceCall call =
+  const ServiceCall call =
       stockCall(request, u"/time_series"_s,
                 {{u"symbol"_s, symbol}, {u"interval"_s, u"1day"_s}, {u"outputsize"_s, QString::number(kHistoryDays)}});
-  const QJsonValue answer = co_await request.session->json(std::move(call), stop);
-  const QJsonObject body = ProviderData::object(answer);
+  const QJsonObject body = co_await request.object(call, stop);
   const QString noHistory = ServiceWords::tr("The provider did not return stock price history.");
   const QJsonArray days = ProviderData::list(body, u"values"_s, noHistory);
-  OptionRules::require(!days.isEmpty(), noHistory);
+  require(!days.isEmpty(), noHistory);
   QList<double> closes;
   for (const QJsonValue& day : days) closes << ProviderData::number(day[u"close"], u"close"_s);
   std::ranges::reverse(closes);  // The newest comes first.
@@ -115,28 +100,33 @@ QCoro::Task<RemoteValue> stockHistory(ProviderRequest request, std::stop_token s
   co_return value;
 }
 
-QCoro::Task<RemoteValue> fetchStocks(ProviderRequest request, std::stop_token stop) {
-  if (request.widget.kind == kind::stockWatchlist) return stockList(std::move(request), stop);
-  if (request.widget.kind == kind::stockChart) return stockHistory(std::move(request), stop);
-  return stockQuote(std::move(request), stop);
-}
-
 }  // namespace
 
 Provider stocks() {
-  Provider row = ProviderRow::of(u"stocks"_s, u"Twelve Data"_s, ServiceHost::Stocks,
-                                 {{kind::stockQuote}, {kind::stockChart}, {kind::stockWatchlist}});
-  row.explanation = explainStocks;
-  row.fields = stockFields;
-  row.credential = {.label = ServiceWords::tr("Twelve Data API key"),
-                    .placeholder = {},
-                    .explanation = ServiceWords::tr("A key of your account; the free plan is enough."),
-                    .page = QUrl(u"https://twelvedata.com/account/api-keys"_s),
-                    .missing = ProviderRow::providerCredentialMissing()};
-  row.normalise = normaliseStocks;
-  row.fetch = fetchStocks;
-  row.limits = {.requests = 1};
-  return row;
+  const QList<ProviderField> fields{{option::symbols, ServiceWords::tr("Symbols"), u"AAPL"_s}};
+  return {
+      .id = u"stocks"_s,
+      .name = u"Twelve Data"_s,
+      .address = ProviderRow::at(ServiceHost::Stocks),
+      .page = u"https://twelvedata.com"_s,
+      .credential = {.label = ServiceWords::tr("Twelve Data API key"),
+                     .explanation = ServiceWords::tr("A key of your account; the free plan is enough."),
+                     .page = QUrl(u"https://twelvedata.com/account/api-keys"_s),
+                     .missing = ProviderRow::addProviderCredential()},
+      .normalise = normaliseStocks,
+      .topics = {{.kinds = {{kind::stockQuote}},
+                  .explanation = ServiceWords::tr("The price of a stock and its change today."),
+                  .fields = fields,
+                  .fetch = fetchQuote},
+                 {.kinds = {{kind::stockChart}},
+                  .explanation = ServiceWords::tr("The price of a stock over its last 30 days of trade."),
+                  .fields = fields,
+                  .fetch = fetchQuoteHistory},
+                 {.kinds = {{kind::stockWatchlist}},
+                  .explanation = ServiceWords::tr("Prices of up to 12 stocks."),
+                  .fields = fields,
+                  .fetch = fetchQuoteList}},
+  };
 }
 
 }  // namespace tarnwick

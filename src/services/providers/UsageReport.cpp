@@ -1,6 +1,5 @@
 #include "services/providers/UsageReport.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "services/UsageWords.h"
@@ -21,33 +20,39 @@ QString UsageReport::missing(const QString& credential) {
   return ServiceWords::tr("Add a valid %1 in Connection Settings.").arg(credential);
 }
 
-QString UsageReport::token(const ProviderRequest& request, const QString& missing) {
-  const QString token = request.credential.trimmed();
-  OptionRules::require(!token.isEmpty() && std::ranges::none_of(token, [](QChar each) { return each.isSpace(); }),
-                       missing);
-  return token;
-}
-
 double UsageReport::percent(const QJsonValue& value) {
   const double percent = value.isDouble() ? value.toDouble() : -1;
-  OptionRules::require(std::isfinite(percent) && percent >= 0 && percent <= 100,
-                       ServiceWords::tr("Invalid usage percentage."));
+  require(std::isfinite(percent) && percent >= 0 && percent <= 100, ServiceWords::tr("Invalid usage percentage."));
   return percent;
 }
 
-std::optional<QDateTime> UsageReport::moment(const QJsonValue& value, const QDateTime& now) {
+std::optional<QDateTime> UsageReport::moment(const ProviderRequest& request, const QJsonValue& value) {
+  const QTimeZone zone = request.now().timeZone();
   if (value.isString()) {
     const auto date = ProviderData::date(value.toString());
-    return date ? std::optional(date->toTimeZone(now.timeZone())) : std::nullopt;
+    return date ? std::optional(date->toTimeZone(zone)) : std::nullopt;
   }
   const double number = value.toDouble();
   if (!value.isDouble() || number <= 0 || number > kMostSeconds * 1000) return std::nullopt;
   const auto milliseconds = static_cast<qint64>(number > kMostSeconds ? number : number * 1000);
-  return QDateTime::fromMSecsSinceEpoch(milliseconds, now.timeZone());
+  return QDateTime::fromMSecsSinceEpoch(milliseconds, zone);
+}
+
+QList<UsageWindow> UsageReport::windows(const ProviderRequest& request, const QJsonValue& holder, const QString& prefix,
+                                        std::span<const Named> named, const Fields& fields) {
+  QList<UsageWindow> found;
+  for (const auto& [name, label, minutes] : named) {
+    const QString key = QString::fromLatin1(name);
+    const QJsonValue window = holder[key];
+    if (!window.isObject()) continue;
+    found << UsageWindow{prefix + key, ServiceWords::tr(label), percent(window[QLatin1StringView(fields.percent)]),
+                         minutes, moment(request, window[QLatin1StringView(fields.resets)])};
+  }
+  return found;
 }
 
 RemoteValue UsageReport::of(const ProviderRequest& request, const QList<UsageWindow>& windows) {
-  OptionRules::require(!windows.isEmpty(), ServiceWords::tr("This account has not reported readable usage windows."));
+  require(!windows.isEmpty(), ServiceWords::tr("This account has not reported readable usage windows."));
   const UsageWindow& first = windows.first();
   RemoteValue value = request.shown(QString::asprintf("%.0f%%", 100 - UsageWords::used(first)),
                                     ServiceWords::tr("Remaining · ") + first.label);

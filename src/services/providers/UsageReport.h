@@ -2,6 +2,7 @@
 
 #include <QJsonValue>
 #include <optional>
+#include <span>
 
 #include "services/Provider.h"
 
@@ -9,14 +10,28 @@ namespace tarnwick {
 
 /// What the services share that tell how much of a subscription is used up.
 struct UsageReport {
-  /// The credential without blanks around it. Throws DomainError with the row's sentence for one that holds any.
-  static QString token(const ProviderRequest& request, const QString& missing);
+  /// An allowance that an answer holds under a name of its own.
+  struct Named {
+    const char* name;
+    const char* label;  ///< In the words of ServiceWords.
+    std::optional<double> minutes = std::nullopt;
+  };
+  /// How the fields of each are called.
+  struct Fields {
+    const char* percent;
+    const char* resets;
+  };
+
   /// "Add a valid … in Connection Settings."
   static QString missing(const QString& credential);
   /// Throws DomainError for what is no percentage.
   static double percent(const QJsonValue& value);
-  /// The moment that an ISO 8601 text or a number of seconds or milliseconds names; absent for all else.
-  static std::optional<QDateTime> moment(const QJsonValue& value, const QDateTime& now);
+  /// The moment that an ISO 8601 text or a number of seconds or milliseconds names, in the zone of the request's clock;
+  /// absent for all else.
+  static std::optional<QDateTime> moment(const ProviderRequest& request, const QJsonValue& value);
+  /// Those that an answer holds, in the order of `named`; their ids begin with `prefix`. Throws DomainError.
+  static QList<UsageWindow> windows(const ProviderRequest& request, const QJsonValue& holder, const QString& prefix,
+                                    std::span<const Named> named, const Fields& fields);
   /// What is shown of the windows; the first one leads. Throws DomainError without one.
   static RemoteValue of(const ProviderRequest& request, const QList<UsageWindow>& windows);
 };
