@@ -85,7 +85,8 @@ class TestServer::Client final : public QSslSocket {
       const qsizetype end = buffer_.indexOf("\r\n\r\n");
       if (end < 0) return;
       TestRequest request;
-      request.head = buffer_.left(end).toLower();
+      request.lines = buffer_.left(end);
+      request.head = request.lines.toLower();
       const qsizetype at = request.head.indexOf("content-length:");
       const qsizetype size = at < 0 ? 0 : request.head.mid(at + 15).split('\r').first().trimmed().toLongLong();
       if (buffer_.size() < end + 4 + size) return;

@@ -27,7 +27,8 @@ struct TestCertificates {
 struct TestRequest {
   QByteArray method;
   QByteArray path;
-  QByteArray head;  ///< As it was sent, in lower case.
+  QByteArray head;   ///< In lower case.
+  QByteArray lines;  ///< The same as it was sent.
   QByteArray body;
 };
 
