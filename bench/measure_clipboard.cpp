@@ -4,19 +4,15 @@
 //   measure_clipboard own CASE         the other program
 //
 // A turn of the event loop that takes long is a frame that comes late.
-#include <QAbstractEventDispatcher>
 #include <QBuffer>
 #include <QCoreApplication>
-#include <QFile>
 #include <QImage>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <ctime>
-#include <thread>
 
+#include "MeasuredTurns.h"
 #include "base/Scheduler.h"
 #include "clipboard/ClipboardPanelModel.h"
 #include "clipboard/ClipboardRecorder.h"
@@ -76,45 +72,6 @@ int own(const QByteArray& name) {
 
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
-/// What this thread has worked so far.
-double worked() {
-  timespec time{};
-  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-  return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
-}
-
-/// Turns of the event loop, which a frame would have to wait for.
-class Turns {
- public:
-  void waitUntil(const std::function<bool()>& holds) {
-    while (!holds()) {
-      const auto begin = std::chrono::steady_clock::now();
-      const double before = worked();
-      const bool isBusy = QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents);
-      longest_ = std::max(longest_, Milliseconds(std::chrono::steady_clock::now() - begin).count());
-      mostWork_ = std::max(mostWork_, worked() - before);
-      if (!isBusy) std::this_thread::sleep_for(std::chrono::microseconds(100));
-    }
-  }
-  void print() {
-    std::printf("longest turn %6.2f ms, of which work %5.2f ms", longest_, mostWork_);
-    longest_ = mostWork_ = 0;
-  }
-
- private:
-  double longest_ = 0;   ///< With what was waited for, the X server and other programs included.
-  double mostWork_ = 0;  ///< Of any turn, the processor's time.
-};
-
-/// In KiB.
-qint64 shareOfMemory() {
-  QFile file(u"/proc/self/smaps_rollup"_s);
-  if (!file.open(QIODevice::ReadOnly)) return 0;
-  for (const QByteArray& line : file.readAll().split('\n'))
-    if (line.startsWith("Pss:")) return line.mid(4).chopped(3).trimmed().toLongLong();
-  return 0;
-}
-
 class Measurement {
  public:
   Measurement(const QString& folder, Scheduler& scheduler, X11Pasteboard& pasteboard)
@@ -132,16 +89,15 @@ class Measurement {
       settle();
       QProcess other;
       other.start(QCoreApplication::applicationFilePath(), {u"own"_s, QString::fromLatin1(each.name)});
-      const qint64 memory = shareOfMemory();
+      const qint64 memory = MeasuredMemory::share();
       waitForChange();
-      turns_ = {};
+      turns_.reset();
       const auto begin = std::chrono::steady_clock::now();
       settle();
       const double whole = Milliseconds(std::chrono::steady_clock::now() - begin).count();
       std::printf("%-20s %-8s ", each.what, history_.items().isEmpty() ? "skipped" : "recorded");
-      turns_.print();
-      std::printf(", done after %5.0f ms, memory %+6lld KiB\n", whole,
-                  static_cast<long long>(shareOfMemory() - memory));
+      std::printf("longest turn %6.2f ms, of which work %5.2f ms, done after %5.0f ms, memory %+6lld KiB\n",
+                  turns_.longest(), turns_.mostWork(), whole, static_cast<long long>(MeasuredMemory::share() - memory));
       // What was recorded is offered again now, and is taken away from here.
       other.kill();
       waitForChange();
@@ -166,11 +122,11 @@ class Measurement {
       ClipboardPanelModel model(history_, pasteboard_);
       bool isFound = false;
       QObject::connect(&model, &ClipboardPanelModel::changed, [&] { isFound = model.entries().size() == 1; });
-      turns_ = {};
-      const double before = worked();
+      turns_.reset();
+      const double before = MeasuredTurns::worked();
       const auto begin = std::chrono::steady_clock::now();
       model.setSearch(u"a199"_s);
-      const double held = worked() - before;
+      const double held = MeasuredTurns::worked() - before;
       turns_.waitUntil([&] { return isFound; });
       std::printf("a search in %3lld texts of 100 kB: the key is held up %.2f ms, found after %.0f ms\n",
                   static_cast<long long>(count), held, Milliseconds(std::chrono::steady_clock::now() - begin).count());
@@ -194,7 +150,7 @@ class Measurement {
   X11Pasteboard& pasteboard_;
   ClipboardHistory history_;
   ClipboardRecorder recorder_;
-  Turns turns_;
+  MeasuredTurns turns_;
 };
 
 int measure() {

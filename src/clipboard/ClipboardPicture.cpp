@@ -25,25 +25,32 @@ class RoomForPictures {
   int before_;
 };
 
-/// Takes so many bytes and then fails, which ends the work of who writes.
+/// Keeps what is written as long as that is not too much. It refuses nothing, since the library for PNG reports what is
+/// refused on the standard error output.
 class LimitedBuffer final : public QIODevice {
  public:
   explicit LimitedBuffer(qsizetype most) : most_(most) { open(QIODevice::WriteOnly); }
 
-  const QByteArray& bytes() const { return bytes_; }
+  /// Absent where it was too much.
+  std::optional<QByteArray> bytes() const { return isTooMuch_ ? std::nullopt : std::optional(bytes_); }
   bool isSequential() const override { return true; }
 
  protected:
   qint64 readData(char*, qint64) override { return -1; }
   qint64 writeData(const char* data, qint64 size) override {
-    if (bytes_.size() + size > most_) return -1;
-    bytes_.append(data, size);
+    if (isTooMuch_ || bytes_.size() + size > most_) {
+      isTooMuch_ = true;
+      bytes_ = {};
+    } else {
+      bytes_.append(data, size);
+    }
     return size;
   }
 
  private:
   qsizetype most_;
   QByteArray bytes_;
+  bool isTooMuch_ = false;
 };
 
 }  // namespace

@@ -503,7 +503,9 @@ TEST(ClipboardPicture, WhatIsTooLargeAsItWasSentMayFitOnceItIsCompressed) {
     buffer.open(QIODevice::WriteOnly);
     ASSERT_TRUE(image.save(&buffer, "PNG", 100));
     ASSERT_GT(loose.size(), kRoom);
+    ::testing::internal::CaptureStderr();
     const auto png = ClipboardPicture::toPng(loose, kRoom);
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
     EXPECT_EQ(png.has_value(), image == plain);
     if (png) {
       EXPECT_LE(png->size(), kRoom);

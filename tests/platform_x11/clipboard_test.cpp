@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <QCoreApplication>
+#include <QSemaphore>
 #include <QSocketNotifier>
 #include <QTemporaryDir>
 #include <atomic>
@@ -48,7 +50,7 @@ class Program {
   QList<PasteboardOffer::Form> forms;
   Manner manner = Manner::Plain;
   QByteArrayList asked;  ///< Types whose content somebody wanted.
-  std::function<void()> beforeTargets, afterTargets;
+  std::function<void()> beforeTargets, afterTargets, afterContent;
 
   xcb_window_t window() const { return window_; }
   xcb_connection_t* connection() const { return connection_; }
@@ -63,6 +65,15 @@ class Program {
   }
   void take() { own(window_); }
   void empty() { own(XCB_WINDOW_NONE); }
+  /// Lets the server listen to this program alone.
+  void grabServer() {
+    xcb_grab_server(connection_);
+    settle();
+  }
+  void ungrabServer() {
+    xcb_ungrab_server(connection_);
+    xcb_flush(connection_);
+  }
 
   /// How many pieces somebody took of what is given piece by piece.
   int given() const { return pieceNumber_; }
@@ -148,7 +159,9 @@ class Program {
       asked.append(form.type.toLatin1());
       if (manner == Manner::Silent) return;
       give(event, form.bytes);
-      return answer(event, event.property);
+      answer(event, event.property);
+      if (afterContent) afterContent();
+      return;
     }
     answer(event, XCB_ATOM_NONE);
   }
@@ -315,6 +328,38 @@ TEST_F(X11Clipboard, ReadsWhatAnotherProgramGives) {
     program.empty();
     ASSERT_TRUE(sees({PasteboardChange::Cleared}));
   }
+}
+
+TEST_F(X11Clipboard, WaitsForNoPieceThatTheServerDoesNotGive) {
+  Program program;
+  bool isBusy = false;
+  program.afterContent = [&] {
+    program.grabServer();
+    isBusy = true;
+  };
+  const QByteArray bytes = manyBytes(700'001);
+  program.copy("image/x-test", bytes);
+  ASSERT_TRUE(sees({PasteboardChange::Taken}));
+  std::optional<PasteboardContent> content;
+  pasteboard.readContent(pasteboard.changeCount(), u"image/x-test"_s, {kMost}, &context,
+                         [&](const PasteboardContent& answer) { content = answer; });
+  // Whoever waits for the server while it listens to another program would wait for ever, and so would this test.
+  QSemaphore hasTurned;
+  std::atomic<bool> isRescued = false;
+  std::thread rescue([&] {
+    if (hasTurned.tryAcquire(1, 5000)) return;
+    isRescued = true;
+    program.ungrabServer();
+  });
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return isBusy; }));
+  for (int turn = 0; turn < 10; ++turn) QCoreApplication::processEvents();
+  hasTurned.release();
+  rescue.join();
+  EXPECT_FALSE(isRescued);
+  EXPECT_FALSE(content.has_value());
+  program.ungrabServer();
+  ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return content.has_value(); }));
+  EXPECT_EQ(content->bytes, bytes);
 }
 
 TEST_F(X11Clipboard, GivesUpOnAnOwnerThatStalls) {

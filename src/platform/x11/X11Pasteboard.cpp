@@ -176,13 +176,17 @@ void X11Pasteboard::dispatch() {
   // A listener may end this.
   const QPointer<X11Pasteboard> guard(this);
   const QDeadlineTimer turn(kTurn, Qt::PreciseTimer);
-  while (const auto event = link_.next()) {
+  bool hasMore = true;
+  while (hasMore && !turn.hasExpired()) {
+    const auto event = link_.next();
+    hasMore = event != nullptr;
+    // Pieces of content come first: an event may tell of the next.
+    for (const auto& [window, reading] : readings_) hasMore |= reading->look();
+    if (!event) continue;
     handle(*event);
     if (!guard) return;
-    if (!turn.hasExpired()) continue;
-    dispatchLater();
-    break;
   }
+  if (hasMore) dispatchLater();
   sweep();
   if (notifier_ && !link_.isOpen()) notifier_->setEnabled(false);
 }

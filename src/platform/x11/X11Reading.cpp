@@ -1,5 +1,7 @@
 #include "platform/x11/X11Reading.h"
 
+#include <xcb/xcbext.h>
+
 #include <QMetaObject>
 #include <cstring>
 #include <utility>
@@ -19,6 +21,7 @@ X11Reading::X11Reading(X11ClipboardLink& link, Scheduler& scheduler, qint64 most
       bytes_(most) {}
 
 X11Reading::~X11Reading() {
+  if (fetching_ != 0) xcb_discard_reply(link_.connection(), fetching_);
   xcb_destroy_window(link_.connection(), window_);
   link_.flush();
 }
@@ -36,7 +39,10 @@ void X11Reading::notified(const xcb_selection_notify_event_t& event) {
 
 void X11Reading::propertyChanged(const xcb_property_notify_event_t& event) {
   const bool isNews = event.atom == property_ && event.state == XCB_PROPERTY_NEW_VALUE;
-  if (hasEnded_ || state_ != State::WaitingForMore || !isNews) return;
+  if (!isNews) return;
+  // The next piece is told of once the one before it was sent, so that one has arrived.
+  look();
+  if (hasEnded_ || state_ != State::WaitingForMore) return;
   state_ = State::Fetching;
   fetch();
 }
@@ -48,11 +54,27 @@ void X11Reading::fetch() {
   if (!context_) return end(End::Changed);
   const auto cookie = xcb_get_property(link_.connection(), 1, window_, property_, XCB_GET_PROPERTY_TYPE_ANY, offset_,
                                        X11ClipboardLink::kPiece / 4);
-  const XcbReply reply(xcb_get_property_reply(link_.connection(), cookie, nullptr));
+  fetching_ = cookie.sequence;
+  link_.flush();
+}
+
+bool X11Reading::look() {
+  if (fetching_ == 0) return false;
+  void* reply = nullptr;
+  xcb_generic_error_t* error = nullptr;
+  if (xcb_poll_for_reply(link_.connection(), fetching_, &reply, &error) == 0) return false;
+  fetching_ = 0;
+  const XcbReply refusal(error);
+  const XcbReply piece(static_cast<xcb_get_property_reply_t*>(reply));
+  if (!hasEnded_) take(piece.get());
+  return true;
+}
+
+void X11Reading::take(const xcb_get_property_reply_t* reply) {
   if (!reply || reply->type == XCB_ATOM_NONE) return end(End::Refused);
   watch_.gotBytes();
-  const auto* data = static_cast<const char*>(xcb_get_property_value(reply.get()));
-  const auto length = static_cast<qsizetype>(xcb_get_property_value_length(reply.get()));
+  const auto* data = static_cast<const char*>(xcb_get_property_value(reply));
+  const auto length = static_cast<qsizetype>(xcb_get_property_value_length(reply));
   if (reply->type == link_.atom("INCR")) {
     // Its removal, which came with the reading, asks for the first piece. What it holds is the least that will come.
     quint32 least = 0;
@@ -70,9 +92,7 @@ void X11Reading::fetch() {
   if (reply->bytes_after > 0) {
     if (length == 0) return end(End::Refused);
     offset_ += static_cast<quint32>(length / 4);
-    QMetaObject::invokeMethod(
-        this, [this] { fetch(); }, Qt::QueuedConnection);
-    return;
+    return fetch();
   }
   const bool isLast = !isPiecewise_ || (length == 0 && offset_ == 0);
   offset_ = 0;

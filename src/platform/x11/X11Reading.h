@@ -13,8 +13,8 @@
 namespace tarnwick {
 
 /// One conversion of a selection that was asked for, in a window of its own: an answer that comes too late finds
-/// nobody. What is larger than a piece is fetched a piece a turn of the event loop. The link and the scheduler must
-/// outlive it.
+/// nobody. What is larger than a piece is fetched a piece at a time, and the server's answers are never waited for:
+/// whoever reads the connection calls `look`. The link and the scheduler must outlive it.
 class X11Reading final : public QObject {
  public:
   struct Answer {
@@ -33,6 +33,8 @@ class X11Reading final : public QObject {
   void ask(xcb_atom_t target);
   void notified(const xcb_selection_notify_event_t& event);
   void propertyChanged(const xcb_property_notify_event_t& event);
+  /// Takes a piece that has arrived. Whether there was one.
+  bool look();
   /// Ends it without a result.
   void end(PasteboardContent::End why);
 
@@ -40,6 +42,7 @@ class X11Reading final : public QObject {
   enum class State { Asked, Fetching, WaitingForMore };
 
   void fetch();
+  void take(const xcb_get_property_reply_t* reply);
   void finish(const Answer& answer);
 
   X11ClipboardLink& link_;
@@ -50,7 +53,8 @@ class X11Reading final : public QObject {
   xcb_atom_t property_;
   TransferWatch watch_;
   State state_ = State::Asked;
-  bool isPiecewise_ = false;  ///< The owner sends one property after the other.
+  unsigned int fetching_ = 0;  ///< The number of the request that is not answered yet; 0 where there is none.
+  bool isPiecewise_ = false;   ///< The owner sends one property after the other.
   bool isAtoms_ = false;
   quint32 offset_ = 0;  ///< Of the present property, in words of four bytes.
   ReceivedBytes bytes_;
