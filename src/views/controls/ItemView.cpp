@@ -17,6 +17,8 @@
 
 namespace tarnwick {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int kIconColumns = 4;
