@@ -12,23 +12,34 @@
 
 namespace tarnwick {
 
-RemoteValue CustomEndpoint::shown(const DockWidget& widget, const QJsonValue& answer) {
-  const QString shown = JSONMetric::text(JSONMetric::walked(answer, widget.options.value(option::field)));
-  if (shown.isNull()) throw DomainError::invalid(ServiceWords::tr("Select a numeric or text field to display."));
+namespace {
+
+/// Of a text more is never shown.
+constexpr qsizetype kMostUnits = 10'000;
+
+/// The text of a field. Throws DomainError. Any thread.
+QString fieldOf(const QJsonValue& answer, const QString& field) {
+  const QString text = JSONMetric::text(JSONMetric::walked(answer, field));
+  if (text.isNull()) throw DomainError::invalid(ServiceWords::tr("Select a numeric or text field to display."));
+  return text.left(kMostUnits);
+}
+
+RemoteValue shownText(const DockWidget& widget, const QString& text) {
   RemoteValue value;
-  value.value = widget.options.value(option::prefix) + shown + widget.options.value(option::suffix);
+  value.value = widget.options.value(option::prefix) + text + widget.options.value(option::suffix);
   const auto label = widget.options.constFind(option::metricLabel);
   value.subtitle = label != widget.options.constEnd() ? *label : ServiceWords::tr("Updated just now");
   value.symbol = Catalog::find(widget.kind).symbol;
   return value;
 }
 
-QCoro::Task<QJsonValue> CustomEndpoint::answer(DockWidget widget, std::shared_ptr<ServiceSession> session,
-                                               std::stop_token stop) {
+QCoro::Task<QJsonValue> asked(DockWidget widget, std::shared_ptr<ServiceSession> session,
+                              std::function<QJsonValue(const QJsonValue&)> pick, std::stop_token stop) {
   ServiceCall call;
   call.url = QUrl(widget.options.value(option::endpoint));
   if (call.url.isEmpty() || !call.url.isValid())
     throw DomainError::invalid(ServiceWords::tr("Connect this widget in its settings."));
+  call.pick = std::move(pick);
   call.token = co_await session->credential(widget, stop);
   throwIfStopped(stop);
   const QJsonValue answer = co_await session->json(std::move(call), stop);
@@ -36,10 +47,26 @@ QCoro::Task<QJsonValue> CustomEndpoint::answer(DockWidget widget, std::shared_pt
   co_return answer;
 }
 
+}  // namespace
+
+RemoteValue CustomEndpoint::shown(const DockWidget& widget, const QJsonValue& answer) {
+  return shownText(widget, fieldOf(answer, widget.options.value(option::field)));
+}
+
+QCoro::Task<QJsonValue> CustomEndpoint::answer(DockWidget widget, std::shared_ptr<ServiceSession> session,
+                                               std::stop_token stop) {
+  return asked(std::move(widget), std::move(session), {}, stop);
+}
+
 QCoro::Task<RemoteValue> CustomEndpoint::fetch(DockWidget widget, std::shared_ptr<ServiceSession> session,
                                                std::stop_token stop) {
-  const QJsonValue found = co_await answer(widget, session, stop);
-  RemoteValue value = shown(widget, found);
+  // An answer may be large, and one field of it is wanted.
+  std::function<QJsonValue(const QJsonValue&)> pick =
+      [field = widget.options.value(option::field)](const QJsonValue& answer) {
+        return QJsonValue(fieldOf(answer, field));
+      };
+  const QJsonValue text = co_await asked(widget, session, std::move(pick), stop);
+  RemoteValue value = shownText(widget, text.toString());
   value.updated = session->now();
   co_return value;
 }

@@ -1,6 +1,9 @@
 #include "services/RemoteAPI.h"
 
 #include <coroutine>
+#include <exception>
+#include <functional>
+#include <memory>
 #include <utility>
 
 #include "base/Background.h"
@@ -12,6 +15,9 @@
 namespace tarnwick {
 
 namespace {
+
+/// A body of so many bytes leaves enough memory behind to be worth giving back.
+constexpr qsizetype kMuch = 1 << 20;
 
 /// Something that is awaited by one coroutine and ends once, with a result or, where it is not wanted any more,
 /// without.
@@ -43,18 +49,56 @@ struct EndOf {
   void await_resume() const noexcept {}
 };
 
-QCoro::Task<std::optional<QJsonValue>> decodeElsewhere(QByteArray body, std::stop_token stop) {
-  using Decoded = std::optional<QJsonValue>;
+using Pick = std::function<QJsonValue(const QJsonValue&)>;
+
+/// What a body came to. Moved from thread to thread, so that it ends where it should.
+struct Decoded {
+  std::optional<QJsonValue> value;
+  std::exception_ptr fault;
+};
+
+Decoded decodedBy(const QByteArray& body, const Pick& pick) {
+  Decoded decoded;
+  try {
+    decoded.value = HTTPContract::decode(body);
+    if (decoded.value && pick) decoded.value = pick(*decoded.value);
+  } catch (...) {
+    decoded.fault = std::current_exception();
+  }
+  return decoded;
+}
+
+/// Much JSON is hundreds of thousands of pieces of memory: letting go of it takes as long as decoding it.
+void endElsewhere(Decoded decoded, bool isMuch) {
+  const auto last = std::make_shared<Decoded>(std::move(decoded));
+  Background::run(Background::Lane::Computing, [last, isMuch] {
+    *last = {};
+    if (isMuch) Background::giveBackMemory();
+  });
+}
+
+QCoro::Task<QJsonValue> decodeElsewhere(QByteArray body, Pick pick, std::stop_token stop) {
   const auto pending = std::make_shared<Pending<Decoded>>();
-  Background::run(Background::Lane::Computing, [body, pending]() mutable {
-    Decoded decoded = HTTPContract::decode(body);
-    Background::answer([pending = std::move(pending), decoded = std::move(decoded)] { pending->end(decoded); });
+  Background::run(Background::Lane::Computing, [body = std::move(body), pick = std::move(pick), pending]() mutable {
+    const bool isMuch = body.size() > kMuch;
+    const bool isWhole = !pick;
+    const auto decoded = std::make_shared<Decoded>(decodedBy(body, pick));
+    body.clear();
+    Background::answer([pending = std::move(pending), decoded, isWhole, isMuch] {
+      // Whoever waits for it goes on within this, and is done with it behind it.
+      pending->end(*decoded);
+      if (isWhole) endElsewhere(std::move(*decoded), isMuch);
+    });
+    if (isMuch && !isWhole) Background::giveBackMemory();
   });
   const std::stop_callback wake(stop, [pending] { pending->end(); });
   const EndOf<Decoded> end{pending};
   co_await end;
   throwIfStopped(stop);
-  co_return *pending->result;
+  const Decoded decoded = *std::exchange(pending->result, std::nullopt);
+  if (decoded.fault) std::rethrow_exception(decoded.fault);
+  if (!decoded.value) throw DomainError::invalid(HTTPContract::invalidJSON());
+  co_return *decoded.value;
 }
 
 QCoro::Task<HTTPResponse> exchange(std::shared_ptr<HTTPTransport> transport, HTTPRequest request,
@@ -78,13 +122,15 @@ QCoro::Task<QJsonValue> RemoteAPI::json(std::shared_ptr<HTTPTransport> transport
                                         std::stop_token stop) {
   ProbeCounters::count("serviceRequest");
   HTTPRequest request = HTTPContract::request(call);
-  const HTTPResponse response = co_await send(transport, std::move(request), stop);
+  HTTPResponse response = co_await send(transport, std::move(request), stop);
   throwIfStopped(stop);
   HTTPContract::judge(response);
-  if (response.body.size() <= largestDecodedHere) co_return HTTPContract::response(response);
-  const std::optional<QJsonValue> value = co_await decodeElsewhere(response.body, stop);
-  if (!value) throw DomainError::invalid(HTTPContract::invalidJSON());
-  co_return *value;
+  if (response.body.size() > largestDecodedHere) {
+    QJsonValue value = co_await decodeElsewhere(std::move(response.body), std::move(call.pick), stop);
+    co_return value;
+  }
+  const QJsonValue value = HTTPContract::response(response);
+  co_return call.pick ? call.pick(value) : value;
 }
 
 QCoro::Task<HTTPResponse> RemoteAPI::send(std::shared_ptr<HTTPTransport> transport, HTTPRequest request,

@@ -7,6 +7,7 @@
 #include <QMap>
 #include <QString>
 #include <QUrl>
+#include <functional>
 #include <optional>
 #include <stop_token>
 
@@ -36,6 +37,9 @@ struct ServiceCall {
   std::optional<QByteArray> form;   ///< In its place: an encoded form, sent as it stands.
   bool bearer = true;               ///< Whether the credential is sent as "Bearer …" or as it stands.
   QMap<QString, QString> headers;
+  /// What is wanted of the decoded body, where that is little of much: it is looked for on the thread that decodes, and
+  /// what it gives is the answer. May throw DomainError; must hold nothing that only the main thread may touch.
+  std::function<QJsonValue(const QJsonValue&)> pick = {};
 };
 
 /// What a fetch may use of the world. Every fetch keeps the session alive until it has ended. Main thread only.
@@ -45,8 +49,8 @@ class ServiceSession {
   Q_DISABLE_COPY_MOVE(ServiceSession)
   virtual ~ServiceSession() = default;
 
-  /// The decoded body of the answer. Throws DomainError, ServiceHTTPError for a status that is no success, and
-  /// Cancelled once `stop` is requested: then at once, whatever the service does.
+  /// The decoded body of the answer, or what the call picks of it. Throws DomainError, ServiceHTTPError for a status
+  /// that is no success, and Cancelled once `stop` is requested: then at once, whatever the service does.
   virtual QCoro::Task<QJsonValue> json(ServiceCall call, std::stop_token stop) = 0;
 
   /// The credential that is kept for this widget and the host of its `endpoint`; empty where there is none. Throws

@@ -6,6 +6,7 @@
 #include <QSemaphore>
 #include <QTcpServer>
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <thread>
 
@@ -201,6 +202,38 @@ TEST(NetworkTransport, TellsWhatCameOfEachAnswer) {
     EXPECT_TRUE(request.head.contains("\r\nuser-agent: tarnwick/0.2"));
   }
   EXPECT_EQ(net.clock.waiting(), 0) << "a deadline is left";
+}
+
+TEST(NetworkTransport, UnpacksMuchOverSeveralTurns) {
+  Net net([](const TestRequest&) { return deflated(json(HTTPLimits::largestBody)); });
+  const auto outcome = net.ask(u"/"_s);
+  ASSERT_TRUE(net.until([&] { return !net.server.received().isEmpty(); }));
+  // Until the clock goes on nothing but the deadline waits, and then what is left to be unpacked.
+  ASSERT_TRUE(waitFor([&] { return outcome->isOver || net.clock.waiting() > 1; }));
+  EXPECT_FALSE(outcome->isOver);
+  ASSERT_TRUE(net.until([&] { return outcome->isOver; }));
+  EXPECT_TRUE(outcome->value.has_value());
+}
+
+TEST(NetworkTransport, PicksWhatIsWantedOfMuchWhereItIsDecoded) {
+  Net net([](const TestRequest&) { return TestReply::of(200, "[7," + QByteArray(100'000, ' ') + "8]"); });
+  std::atomic<bool> isHere = true;
+  ServiceCall call;
+  call.url = QUrl("https://127.0.0.1:"_L1 + QString::number(net.server.port()));
+  const auto picked = [&](const std::function<QJsonValue(const QJsonValue&)>& pick) {
+    call.pick = [&isHere, pick, here = std::this_thread::get_id()](const QJsonValue& all) {
+      isHere = here == std::this_thread::get_id();
+      return pick(all);
+    };
+    auto outcome = std::make_shared<Outcome>();
+    follow(net.transport, call, outcome);
+    EXPECT_TRUE(net.until([&] { return outcome->isOver; }));
+    return outcome;
+  };
+  EXPECT_EQ(picked([](const QJsonValue& all) { return all[1]; })->value, QJsonValue(8));
+  EXPECT_FALSE(isHere);
+  EXPECT_EQ(picked([](const QJsonValue&) -> QJsonValue { throw DomainError::invalid(u"None."_s); })->sentence,
+            u"None."_s);
 }
 
 TEST(NetworkTransport, SendsABodyAndNoLineBreak) {

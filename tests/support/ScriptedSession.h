@@ -46,7 +46,7 @@ class ScriptedSession final : public ServiceSession {
     co_await end;
     throwIfStopped(stop);
     if (turn->fault) std::rethrow_exception(turn->fault);
-    co_return turn->answer;
+    co_return turn->call.pick ? turn->call.pick(turn->answer) : turn->answer;
   }
   QCoro::Task<QString> credential(DockWidget, std::stop_token stop) override {
     ServiceCall none;

@@ -80,8 +80,12 @@ QCoro::Task<RemoteValue> fetchOrders(ProviderRequest request, ShopifyReportPerio
     const ServiceCall call = ordersCall(request, period, pages.cursor());
     const QJsonObject body = co_await request.object(call, stop);
     const QJsonValue list = body[u"data"][u"orders"];
-    for (const QJsonValue& node : ProviderData::list(list, u"nodes"_s, ProviderRow::unexpected()))
-      orders << OrderMetric::decode(node);
+    for (const QJsonValue& node : ProviderData::list(list, u"nodes"_s, ProviderRow::unexpected())) {
+      OrderMetric order = OrderMetric::decode(node);
+      // Here, a page at a time: the days of thousands at the end would take long.
+      order.created = order.created.toTimeZone(period.zone);
+      orders << order;
+    }
     const QJsonValue info = list[u"pageInfo"];
     require(info[u"hasNextPage"].isBool(), ProviderRow::unexpected());
     pages.goOn(info[u"hasNextPage"].toBool(), info[u"endCursor"].toString(), ProviderRow::unexpected());

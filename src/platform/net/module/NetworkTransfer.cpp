@@ -1,11 +1,20 @@
 #include "platform/net/module/NetworkTransfer.h"
 
+#include <algorithm>
+
 namespace tarnwick {
 
 namespace {
 
 /// What is kept of a body before it is taken over; more waits at the server.
 constexpr qint64 kReadAhead = 256 * 1024;
+
+/// What is taken over in one turn of the event loop, unpacked: well under a frame's work.
+constexpr qint64 kTurn = 256 * 1024;
+
+/// From so many bytes on there is space for the largest body, so that no growth copies it. What is not written into
+/// costs nothing.
+constexpr qsizetype kMuch = 256 * 1024;
 
 /// Seconds; the toolkit itself gives a connection up after thirty.
 constexpr double kLongestConnecting = 35;
@@ -87,28 +96,51 @@ void NetworkTransfer::readHead() {
   if (encoding == "gzip" || encoding == "x-gzip" || encoding == "deflate") unpacker_.emplace();
 }
 
-void NetworkTransfer::readBody() {
-  if (!reply_ || status() < 200 || status() > 299) return;
-  while (reply_->bytesAvailable() > 0) {
-    QByteArray chunk = reply_->read(kReadAhead);
-    if (chunk.isEmpty()) return;
+bool NetworkTransfer::readBody() {
+  if (goingOn_ || status() < 200 || status() > 299) return true;
+  for (qint64 left = kTurn; left > 0;) {
     const qsizetype room = HTTPLimits::largestBody - body_.size();
-    if (unpacker_) chunk = unpacker_->add(chunk, room + 1);
+    const QByteArray bytes = nextBytes(std::min<qsizetype>(room + 1, left));
     if (unpacker_ && unpacker_->isDamaged()) {
       end(HTTPFailure::Unreachable);
-      return;
+      return false;
     }
-    if (chunk.size() > room) {
+    if (bytes.size() > room) {
       end(HTTPFailure::TooLarge);
-      return;
+      return false;
     }
-    body_ += chunk;
+    if (bytes.isEmpty()) return true;
+    if (body_.size() + bytes.size() > kMuch) body_.reserve(HTTPLimits::largestBody);
+    body_ += bytes;
+    left -= bytes.size();
+  }
+  goingOn_ = transport_.scheduler_.after(0, [this] {
+    goingOn_.reset();
+    if (reply_->isFinished()) {
+      readEnd();
+    } else {
+      readBody();
+    }
+  });
+  return true;
+}
+
+QByteArray NetworkTransfer::nextBytes(qsizetype most) {
+  if (!unpacker_) return reply_->read(most);
+  while (true) {
+    if (!unpacker_->hasMore()) {
+      const QByteArray packed = reply_->read(kReadAhead);
+      if (packed.isEmpty()) return {};
+      unpacker_->add(packed);
+    }
+    // A piece may hold nothing but the beginning of something.
+    QByteArray bytes = unpacker_->next(most);
+    if (!bytes.isEmpty() || unpacker_->isDamaged()) return bytes;
   }
 }
 
 void NetworkTransfer::readEnd() {
-  readBody();
-  if (!reply_) return;
+  if (!readBody() || goingOn_) return;
   const QNetworkReply::NetworkError error = reply_->error();
   const bool isSuccess = status() >= 200 && status() <= 299;
   const bool isCut = isSuccess && unpacker_ && !unpacker_->isComplete();
@@ -139,6 +171,7 @@ void NetworkTransfer::end(HTTPAnswer answer) {
 
 void NetworkTransfer::leave() {
   beginning_.reset();
+  goingOn_.reset();
   deadline_.reset();
   if (QNetworkReply* reply = std::exchange(reply_, nullptr)) {
     if (isSent_ || reply->isFinished()) {

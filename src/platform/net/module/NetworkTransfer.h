@@ -18,7 +18,10 @@ class NetworkTransfer final : public QObject, public HTTPTransfer {
   void begin();
   void start();
   void readHead();
-  void readBody();
+  /// Takes over what has come, for one turn of the event loop. False once this has ended, and may be gone.
+  bool readBody();
+  /// The next bytes of the body, unpacked; none where no more have come.
+  QByteArray nextBytes(qsizetype most);
   void readEnd();
   int status() const;
   HTTPResponse response();
@@ -34,6 +37,7 @@ class NetworkTransfer final : public QObject, public HTTPTransfer {
   QNetworkReply* reply_ = nullptr;
   bool isSent_ = false;
   std::optional<Unpacker> unpacker_;  ///< Where the body is packed.
+  JobHandle goingOn_;                 ///< While there is more to take over than one turn should.
   JobHandle beginning_;
   JobHandle deadline_;
   std::unique_ptr<HostGate::Pass> pass_;

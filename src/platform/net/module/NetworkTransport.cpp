@@ -25,11 +25,11 @@ class KnownProxies final : public QNetworkProxyFactory {
 }  // namespace
 
 NetworkTransport::NetworkTransport(const NetworkSetup& setup, ProxyTable::Sources proxies)
-    : scheduler_(*setup.scheduler),
-      certificates_(setup.certificates),
-      proxies_(scheduler_, std::move(proxies)),
-      gate_(HTTPLimits::connectionsToHost) {
+    : scheduler_(*setup.scheduler), proxies_(scheduler_, std::move(proxies)), gate_(HTTPLimits::connectionsToHost) {
   manager_.setProxyFactory(new KnownProxies(proxies_));
+  if (setup.certificates.isEmpty()) return;
+  trusting_ = QSslConfiguration::defaultConfiguration();
+  trusting_->addCaCertificates(QSslCertificate::fromData(setup.certificates));
 }
 
 std::unique_ptr<HTTPTransfer> NetworkTransport::send(HTTPRequest request, Done done) {
@@ -45,11 +45,7 @@ QNetworkReply* NetworkTransport::start(const HTTPRequest& request) {
   asked.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
   asked.setAttribute(QNetworkRequest::CacheSaveControlAttribute, false);
   asked.setAttribute(QNetworkRequest::Http2AllowedAttribute, true);
-  if (!certificates_.isEmpty()) {
-    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
-    configuration.addCaCertificates(QSslCertificate::fromData(certificates_));
-    asked.setSslConfiguration(configuration);
-  }
+  if (trusting_) asked.setSslConfiguration(*trusting_);
   for (const auto& [name, value] : request.headers.fields()) asked.setRawHeader(name, value);
   // The toolkit's own unpacking, which this turns off, does not tell what is too large from what is damaged.
   asked.setRawHeader("Accept-Encoding", "gzip");

@@ -2,6 +2,7 @@
 
 #include <QNetworkAccessManager>
 #include <QSslConfiguration>
+#include <optional>
 
 #include "platform/net/NetworkModule.h"
 #include "platform/net/module/HostGate.h"
@@ -22,7 +23,7 @@ class NetworkTransport final : public HTTPTransport {
   QNetworkReply* start(const HTTPRequest& request);
 
   Scheduler& scheduler_;
-  QByteArray certificates_;
+  std::optional<QSslConfiguration> trusting_;  ///< Where there are certificates besides those of the system.
   ProxyTable proxies_;
   HostGate gate_;
   QNetworkAccessManager manager_;
