@@ -41,13 +41,13 @@ const TestCertificates& TestCertificates::all() {
       key key.pem
       leaf() { printf "subjectAltName=$3\n" > ext; openssl req -new -key key.pem -subj /CN=Leaf -out csr
         openssl x509 -req -in csr -CA $2 -CAkey $2.key -CAcreateserial -days $4 -extfile ext -out $1; }
-      leaf good.pem ca.pem IP:127.0.0.1,DNS:localhost 2
+      leaf good.pem ca.pem DNS:localhost,$(seq -s , -f IP:127.0.0.%.0f $1) 2
       leaf foreign.pem ca.pem DNS:foreign.example 2
       leaf expired.pem ca.pem IP:127.0.0.1 -1
       leaf stranger.pem other.pem IP:127.0.0.1 2)";
     QProcess shell;
     shell.setWorkingDirectory(folder.path());
-    shell.start(u"sh"_s, {u"-c"_s, QString::fromLatin1(kScript)});
+    shell.start(u"sh"_s, {u"-c"_s, QString::fromLatin1(kScript), u"sh"_s, QString::number(kMostAddresses)});
     shell.waitForFinished();
     const auto read = [](const QString& name) {
       QFile file(folder.filePath(name));
@@ -138,10 +138,10 @@ class TestServer::Listener final : public QTcpServer {
   TestServer& server_;
 };
 
-TestServer::TestServer(const QByteArray& certificate, Answer answer)
+TestServer::TestServer(const QByteArray& certificate, Answer answer, const QHostAddress& address)
     : answer_(std::move(answer)), certificate_(certificate) {
   auto* listener = new Listener(*this);
-  listener->listen(QHostAddress::LocalHost);
+  listener->listen(address);
   port_ = listener->serverPort();
   listener->moveToThread(&thread_);
   QObject::connect(&thread_, &QThread::finished, listener, &QObject::deleteLater);

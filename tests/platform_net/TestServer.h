@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QHostAddress>
 #include <QList>
 #include <QTcpServer>
 #include <QThread>
@@ -11,9 +12,11 @@ namespace tarnwick::test {
 
 /// Certificates that are made when they are first asked for, and an authority that only the test trusts.
 struct TestCertificates {
+  static constexpr int kMostAddresses = 60;
+
   QByteArray authority;
   QByteArray key;
-  QByteArray good;     ///< For 127.0.0.1.
+  QByteArray good;     ///< For 127.0.0.1 and the addresses after it, up to 127.0.0.kMostAddresses.
   QByteArray foreign;  ///< For another name.
   QByteArray expired;
   QByteArray stranger;  ///< Of an authority that nobody trusts.
@@ -48,7 +51,7 @@ class TestServer {
   using Answer = std::function<TestReply(const TestRequest&)>;
 
   /// `answer` runs on the server's thread.
-  TestServer(const QByteArray& certificate, Answer answer);
+  TestServer(const QByteArray& certificate, Answer answer, const QHostAddress& address = QHostAddress::LocalHost);
   Q_DISABLE_COPY_MOVE(TestServer)
   ~TestServer();
 
