@@ -1,5 +1,6 @@
 #include "services/Keychain.h"
 
+#include <QHash>
 #include <QSet>
 #include <QUrl>
 #include <functional>
@@ -23,6 +24,8 @@ struct KeychainState {
   QString folder;
   QString identity;   ///< Of the folder; empty until it is known.
   QSet<QUuid> saved;  ///< Widgets for which something was saved: no sweep that began before counts them as gone.
+  QHash<QString, quint64> stamps;               ///< By account, of those that somebody asked for.
+  QHash<QString, QList<OneShotEvent>> writing;  ///< Accounts that are written now, and who waits to do so.
 };
 
 namespace {
@@ -33,13 +36,46 @@ DomainError unavailable(const SecretFailure& failure) {
   return DomainError::invalid(ServiceWords::tr("Keychain access unavailable (%1).").arg(failure.status()));
 }
 
+QString labelOf(const QString& serviceName) { return u"Tarnwick · "_s + serviceName; }
+
 SecretAttributes itemOf(const QString& account, const QString& store = {}) {
   return {.service = Keychain::kService, .account = account, .store = store};
 }
 
+/// The right to write to an account, which one has at a time.
+class Turn {
+ public:
+  Turn(Shared state, const QString& account) : state_(std::move(state)), account_(account) {}
+  Q_DISABLE_COPY_MOVE(Turn)
+  ~Turn() {
+    QList<OneShotEvent>& waiting = state_->writing[account_];
+    if (waiting.isEmpty())
+      state_->writing.remove(account_);
+    else
+      waiting.takeFirst().happen();
+  }
+
+ private:
+  Shared state_;
+  QString account_;
+};
+
+Task<std::shared_ptr<Turn>> turnOf(Shared state, QString account) {
+  if (!state->writing.contains(account)) {
+    state->writing.insert(account, {});
+  } else {
+    const OneShotEvent mine;
+    state->writing[account].append(mine);
+    co_await mine.happened();
+  }
+  co_return std::make_shared<Turn>(state, account);
+}
+
 /// The identity of the folder, empty where it has none and none is to be made. The disk is waited for elsewhere.
 Task<QString> identityOf(Shared state, bool isMade) {
-  if (!state->identity.isEmpty()) co_return state->identity;
+  // A copy: what is returned is moved.
+  const QString known = state->identity;
+  if (!known.isEmpty()) co_return known;
   struct Found {
     QString identity;
     std::optional<DomainError> failure;
@@ -55,7 +91,7 @@ Task<QString> identityOf(Shared state, bool isMade) {
   co_await done.happened();
   if (found->failure) throw *found->failure;
   state->identity = found->identity;
-  co_return found->identity;
+  co_return std::move(found->identity);
 }
 
 Task<std::optional<QString>> readFrom(Shared state, QString account, std::stop_token stop) {
@@ -72,10 +108,13 @@ Task<std::optional<QString>> readFrom(Shared state, QString account, std::stop_t
   co_return value ? value->text() : std::nullopt;
 }
 
+/// With a stamp only as long as that is the account's.
 Task<> saveIn(Shared state, SecretBytes value, QString account, QString label, SecretStore::Asking asking,
-              std::stop_token stop) {
+              std::optional<quint64> stamp, std::stop_token stop) {
+  const std::shared_ptr<Turn> turn = co_await turnOf(state, account);
   const QString store = co_await identityOf(state, true);
   throwIfStopped(stop);
+  if (stamp && state->stamps.value(account) != *stamp) throw Cancelled();
   if (const auto widget = Keychain::widgetIdentity(account)) state->saved.insert(*widget);
   const SecretAttributes item = itemOf(account, store);
   try {
@@ -84,9 +123,12 @@ Task<> saveIn(Shared state, SecretBytes value, QString account, QString label, S
   } catch (const SecretFailure& failure) {
     throw DomainError::invalid(ServiceWords::tr("Keychain could not save the credential (%1).").arg(failure.status()));
   }
+  if (!stamp) ++state->stamps[account];
 }
 
 Task<> removeAt(Shared state, QString account) {
+  ++state->stamps[account];
+  const std::shared_ptr<Turn> turn = co_await turnOf(state, account);
   const SecretAttributes item = itemOf(account);
   try {
     co_await state->secrets->remove(item);
@@ -118,6 +160,7 @@ Task<int> removeOf(Shared state, std::function<bool(const QUuid& widget)> isWant
   const QStringList accounts = co_await accountsOf(state);
   int removed = 0;
   for (const QString& account : accounts) {
+    const std::shared_ptr<Turn> turn = co_await turnOf(state, account);
     // Asked for each when its turn comes: one may have been saved since.
     const auto widget = Keychain::widgetIdentity(account);
     if (!widget || !isWanted(*widget)) continue;
@@ -136,6 +179,18 @@ Task<> deleteFrom(Shared state, QSet<QUuid> widgets) {
   const std::function<bool(const QUuid&)> isTheirs = [widgets](const QUuid& widget) {
     return widgets.contains(widget);
   };
+  const auto isTheirAccount = [&isTheirs](const QString& account) {
+    const auto widget = Keychain::widgetIdentity(account);
+    return widget && isTheirs(*widget);
+  };
+  for (const auto& [account, stamp] : state->stamps.asKeyValueRange())
+    if (isTheirAccount(account)) ++stamp;
+  // What is on its way into the keyring can only be found there afterwards.
+  const QStringList written = state->writing.keys();
+  for (const QString& account : written) {
+    if (!isTheirAccount(account)) continue;
+    const std::shared_ptr<Turn> turn = co_await turnOf(state, account);
+  }
   co_await removeOf(state, isTheirs);
 }
 
@@ -181,7 +236,16 @@ Task<std::optional<QString>> Keychain::read(const QString& account, std::stop_to
 Task<> Keychain::save(const QString& value, const QString& account, const QString& serviceName,
                       SecretStore::Asking asking, std::stop_token stop) const {
   if (value.isEmpty()) return removeAt(state_, account);
-  return saveIn(state_, SecretBytes(value), account, u"Tarnwick · "_s + serviceName, asking, stop);
+  return saveIn(state_, SecretBytes(value), account, labelOf(serviceName), asking, std::nullopt, stop);
+}
+
+quint64 Keychain::stamp(const QString& account) const { return state_->stamps[account]; }
+
+quint64 Keychain::renewStamp(const QString& account) const { return ++state_->stamps[account]; }
+
+Task<> Keychain::renew(const QString& value, const QString& account, const QString& serviceName,
+                       SecretStore::Asking asking, quint64 stamp, std::stop_token stop) const {
+  return saveIn(state_, SecretBytes(value), account, labelOf(serviceName), asking, stamp, stop);
 }
 
 Task<QStringList> Keychain::accounts() const { return accountsOf(state_); }

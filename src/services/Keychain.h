@@ -18,8 +18,9 @@ namespace tarnwick {
 struct KeychainState;
 
 /// The credentials of connected widgets, each bound to one widget and one host. They are in the keyring of the desktop
-/// and nowhere else; nothing is kept of them between two readings. Every failure is a DomainError with a finished
-/// sentence. Copies are the same keychain, and what is under way may outlive them. Main thread only.
+/// and nowhere else; nothing is kept of them between two readings. What is written and removed of one account happens
+/// in the order in which it was asked for. Every failure is a DomainError with a finished sentence. Copies are the same
+/// keychain, and what is under way may outlive them. Main thread only.
 class Keychain {
  public:
   /// The program, as the keyring knows it.
@@ -42,6 +43,13 @@ class Keychain {
   QCoro::Task<> save(const QString& value, const QString& account, const QString& serviceName,
                      SecretStore::Asking asking, std::stop_token stop = {}) const;
   QCoro::Task<QStringList> accounts() const;
+  /// A number that is another once the credential of an account was replaced or removed, or is about to be.
+  quint64 stamp(const QString& account) const;
+  /// Makes it another, and gives that: what was kept until now counts no more.
+  quint64 renewStamp(const QString& account) const;
+  /// Keeps the same credential anew, unless its stamp is another by then: that throws Cancelled.
+  QCoro::Task<> renew(const QString& value, const QString& account, const QString& serviceName,
+                      SecretStore::Asking asking, quint64 stamp, std::stop_token stop = {}) const;
   /// Removes all that is kept for these widgets, at whatever host.
   QCoro::Task<> deleteAll(const QList<QUuid>& widgets) const;
   /// Removes what is kept for widgets other than these, but for what was saved since the program started. Gives how

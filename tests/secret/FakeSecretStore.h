@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "base/OneShotEvent.h"
 #include "services/ports/SecretStore.h"
 
 namespace tarnwick::test {
@@ -16,7 +17,8 @@ class FakeSecretStore final : public SecretStore {
   };
   QList<Kept> items;
   std::optional<SecretFailure::Status> failure;
-  SecretAttributes stubborn;  ///< Cannot be removed.
+  SecretAttributes stubborn;         ///< Cannot be removed.
+  std::optional<OneShotEvent> slow;  ///< What a write waits for, once it was asked for.
   int asked = 0;
 
   QCoro::Task<std::optional<SecretBytes>> read(SecretAttributes which) override {
@@ -28,6 +30,7 @@ class FakeSecretStore final : public SecretStore {
   }
   QCoro::Task<> write(SecretAttributes which, QString label, SecretBytes value, Asking, std::stop_token) override {
     fail();
+    if (slow) co_await slow->happened();
     items.removeIf([&](const Kept& item) { return matches(item, {which.service, which.account, {}}); });
     items.append({which, label, value.view().toByteArray()});
     co_return;

@@ -5,6 +5,7 @@
 
 #include "base/DomainError.h"
 #include "secret/FakeSecretStore.h"
+#include "secret/Told.h"
 #include "services/ProviderTable.h"
 #include "services/ServiceHTTPError.h"
 #include "services/oauth/OAuthContract.h"
@@ -156,7 +157,8 @@ class Tokens : public ::testing::Test {
   QTemporaryDir folder;
   std::shared_ptr<test::FakeSecretStore> secrets = std::make_shared<test::FakeSecretStore>();
   std::shared_ptr<test::ScriptedSession> session = std::make_shared<test::ScriptedSession>();
-  OAuthTokens tokens{Keychain(secrets, folder.path())};
+  Keychain keychain{secrets, folder.path()};
+  OAuthTokens tokens{keychain};
   DockWidget widget = providerFor(u"gmailLatest"_s)->configured({QUuid::createUuid(), u"gmailLatest"_s, {}, {}});
   const QJsonObject fresh{{u"access_token"_s, u"new"_s}, {u"expires_in"_s, 3600}};
 };
@@ -216,6 +218,60 @@ TEST_F(Tokens, ThatCannotBeKeptAreUsedAndKeptLater) {
   EXPECT_EQ(resultOf(ask()), u"new"_s);
   EXPECT_EQ(OAuthRecord::decode(kept())->accessToken, u"new"_s);
   EXPECT_EQ(session->asked.size(), 1);
+
+  // The same of one that the user just signed in to.
+  OAuthRecord another = stored(3600);
+  another.accessToken = u"another"_s;
+  secrets->failure = SecretFailure::Locked;
+  EXPECT_EQ(test::endOf(tokens.keep(widget, another, u"Gmail"_s, {})), "Keychain could not save the credential (-2).");
+  EXPECT_EQ(resultOf(ask()), u"another"_s);
+  secrets->failure.reset();
+  EXPECT_EQ(resultOf(ask()), u"another"_s);
+  EXPECT_EQ(OAuthRecord::decode(kept()), another);
+}
+
+TEST_F(Tokens, ThatWereRemovedOrReplacedNeverComeBack) {
+  const QString account = Keychain::account(widget);
+  const auto save = [&](const QString& value) {
+    return test::begin(keychain.save(value, account, u"Gmail"_s, SecretStore::Asking::Never));
+  };
+  const struct {
+    const char* what;
+    std::function<test::Told()> happens;
+    QString result;
+    QString kept;
+  } cases[] = {
+      {"removed", [&] { return save({}); }, {}, {}},
+      {"its widget is gone", [&] { return test::begin(keychain.deleteAll({widget.id})); }, {}, {}},
+      {"another in its place", [&] { return save(u"pasted"_s); }, u"pasted"_s, u"pasted"_s},
+  };
+  for (const auto& each : cases) {
+    for (const bool isOnItsWay : {false, true}) {
+      SCOPED_TRACE(each.what + std::string(isOnItsWay ? ", while the new one is written" : ", while it is refreshed"));
+      EXPECT_EQ(test::endOf(keychain.save(stored(0).encoded(), account, u"Gmail"_s, SecretStore::Asking::Never)),
+                "done");
+      const qsizetype before = session->asked.size();
+      const auto asked = ask();
+      ASSERT_TRUE(waitFor([&] { return session->asked.size() == before + 1; }));
+      test::Told told;
+      if (isOnItsWay) {
+        secrets->slow.emplace();
+        const OneShotEvent slow = *secrets->slow;
+        session->answer(fresh);
+        secrets->slow.reset();
+        told = each.happens();
+        slow.happen();
+      } else {
+        told = each.happens();
+        session->answer(fresh);
+      }
+      EXPECT_EQ(test::endOf(told), "done");
+      EXPECT_EQ(resultOf(asked), each.result);
+      EXPECT_EQ(resultOf(ask()), each.result);
+      EXPECT_EQ(kept(), each.kept);
+      EXPECT_EQ(session->asked.size(), before + 1);
+    }
+  }
 }
 
 }  // namespace

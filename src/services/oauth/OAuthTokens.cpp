@@ -19,6 +19,7 @@ using namespace Qt::StringLiterals;
 struct OAuthTokenState {
   /// A refresh under way, and who waits for it.
   struct Refresh {
+    quint64 stamp = 0;  ///< Of the credential that is refreshed.
     QList<OneShotEvent> waiting;
     QString token;
     std::exception_ptr failure;
@@ -29,12 +30,32 @@ struct OAuthTokenState {
       for (const OneShotEvent& event : std::exchange(waiting, {})) event.happen();
     }
   };
+  struct Unsaved {
+    quint64 stamp = 0;
+    OAuthRecord record;
+
+    bool operator==(const Unsaved&) const = default;
+  };
 
   explicit OAuthTokenState(const Keychain& kept) : keychain(kept) {}
 
+  /// What the keyring did not take, as long as it counts.
+  std::optional<Unsaved> unsavedOf(const QString& account) {
+    const auto found = unsaved.constFind(account);
+    if (found == unsaved.constEnd()) return std::nullopt;
+    if (found->stamp == keychain.stamp(account)) return *found;
+    unsaved.erase(found);
+    return std::nullopt;
+  }
+  /// The refresh of the credential that counts.
+  std::shared_ptr<Refresh> refreshOf(const QString& account) const {
+    const auto found = refreshing.value(account);
+    return found && found->stamp == keychain.stamp(account) ? found : nullptr;
+  }
+
   Keychain keychain;
   QHash<QString, std::shared_ptr<Refresh>> refreshing;  ///< By account.
-  QHash<QString, OAuthRecord> unsaved;                  ///< What the keyring did not take.
+  QHash<QString, Unsaved> unsaved;
 };
 
 namespace {
@@ -44,28 +65,37 @@ constexpr int kUnauthorized = 401;
 
 using SharedTokens = std::shared_ptr<OAuthTokenState>;
 using Refresh = OAuthTokenState::Refresh;
+using Unsaved = OAuthTokenState::Unsaved;
 
 /// Everything that a refresh needs to go on when whoever began it is gone.
 struct RefreshWork {
   SharedTokens state;
   QString account;
-  OAuthRecord record;
+  Unsaved old;
   OAuthProvider provider;
   std::shared_ptr<ServiceSession> session;
 };
 
-QCoro::Task<> saveRecord(SharedTokens state, QString account, OAuthRecord record, QString name) {
-  co_await state->keychain.save(record.encoded(), account, name, SecretStore::Asking::Never);
+/// What is kept of an account: a sign-in, or another text.
+struct KeptCredential {
+  std::optional<OAuthRecord> record;
+  QString text;
+};
+
+QCoro::Task<> saveRecord(SharedTokens state, QString account, Unsaved fresh, QString name, SecretStore::Asking asking,
+                         std::stop_token stop) {
+  co_await state->keychain.renew(fresh.record.encoded(), account, name, asking, fresh.stamp, stop);
   // A later one may have come meanwhile.
-  if (state->unsaved.value(account) == record) state->unsaved.remove(account);
+  if (state->unsaved.value(account) == fresh) state->unsaved.remove(account);
 }
 
 /// Throws where the keyring does not take the new sign-in, which then is kept here.
 QCoro::Task<QString> refreshed(RefreshWork work) {
+  const OAuthRecord& old = work.old.record;
   QMap<QString, QString> fields{{u"grant_type"_s, u"refresh_token"_s},
-                                {u"refresh_token"_s, work.record.refreshToken},
-                                {work.provider.clientField, work.record.clientID}};
-  if (!work.record.clientSecret.isEmpty()) fields.insert(u"client_secret"_s, work.record.clientSecret);
+                                {u"refresh_token"_s, old.refreshToken},
+                                {work.provider.clientField, old.clientID}};
+  if (!old.clientSecret.isEmpty()) fields.insert(u"client_secret"_s, old.clientSecret);
   QJsonValue answer;
   try {
     answer = co_await OAuthContract::post(work.session, work.provider, fields, {});
@@ -74,12 +104,13 @@ QCoro::Task<QString> refreshed(RefreshWork work) {
     if (error.status() == kBadRequest) throw ServiceHTTPError(kUnauthorized);
     throw;
   }
-  const OAuthRecord fresh = OAuthContract::record(answer, work.provider, work.record.clientID, work.record.clientSecret,
-                                                  work.record, work.session->now());
+  const Unsaved fresh{work.old.stamp, OAuthContract::record(answer, work.provider, old.clientID, old.clientSecret, old,
+                                                            work.session->now())};
+  if (work.state->keychain.stamp(work.account) != fresh.stamp) throw Cancelled();
   // The service may take back the old refresh token now: the new one must not get lost.
   work.state->unsaved.insert(work.account, fresh);
-  co_await saveRecord(work.state, work.account, fresh, work.provider.name);
-  co_return fresh.accessToken;
+  co_await saveRecord(work.state, work.account, fresh, work.provider.name, SecretStore::Asking::Never, {});
+  co_return fresh.record.accessToken;
 }
 
 QCoro::Task<> runRefresh(RefreshWork work, std::shared_ptr<Refresh> refresh) {
@@ -88,11 +119,11 @@ QCoro::Task<> runRefresh(RefreshWork work, std::shared_ptr<Refresh> refresh) {
   } catch (...) {
     refresh->failure = std::current_exception();
   }
-  work.state->refreshing.remove(work.account);
+  if (work.state->refreshing.value(work.account) == refresh) work.state->refreshing.remove(work.account);
   refresh->end();
 }
 
-QCoro::Task<QString> resultOf(std::shared_ptr<Refresh> refresh, std::stop_token stop) {
+QCoro::Task<> endOf(std::shared_ptr<Refresh> refresh, std::stop_token stop) {
   if (!refresh->isOver) {
     const OneShotEvent event;
     refresh->waiting << event;
@@ -100,43 +131,76 @@ QCoro::Task<QString> resultOf(std::shared_ptr<Refresh> refresh, std::stop_token 
     co_await event.happened();
   }
   throwIfStopped(stop);
-  if (refresh->failure) std::rethrow_exception(refresh->failure);
-  co_return refresh->token;
+}
+
+QCoro::Task<KeptCredential> keptOf(SharedTokens state, QString account, std::stop_token stop) {
+  if (const auto unsaved = state->unsavedOf(account)) co_return KeptCredential{unsaved->record, {}};
+  const std::optional<QString> text = co_await state->keychain.read(account, stop);
+  throwIfStopped(stop);
+  KeptCredential kept{std::nullopt, text.value_or(QString())};
+  kept.record = OAuthRecord::decode(kept.text);
+  co_return kept;
+}
+
+QCoro::Task<> offerAgain(SharedTokens state, QString account, QString name) {
+  const auto unsaved = state->unsavedOf(account);
+  if (!unsaved || state->refreshOf(account)) co_return;
+  try {
+    co_await saveRecord(state, account, *unsaved, name, SecretStore::Asking::Never, {});
+  } catch (const DomainError&) {
+    // It was said when it happened; the sign-in is good as long as the program runs.
+  } catch (const Cancelled&) {
+    // Another took its place.
+  }
 }
 
 QCoro::Task<QString> tokenOf(SharedTokens state, DockWidget widget, OAuthProvider provider,
                              std::shared_ptr<ServiceSession> session, std::stop_token stop) {
   const QString account = Keychain::account(widget);
-  if (const auto running = state->refreshing.value(account)) {
-    const QString token = co_await resultOf(running, stop);
+  co_await offerAgain(state, account, provider.name);
+  while (true) {
+    const quint64 stamp = state->keychain.stamp(account);
+    auto refresh = state->refreshOf(account);
+    if (!refresh) {
+      const KeptCredential kept = co_await keptOf(state, account, stop);
+      throwIfStopped(stop);
+      if (state->keychain.stamp(account) != stamp) continue;
+      if (!kept.record) co_return kept.text;
+      if (kept.record->provider != provider.id)
+        throw DomainError::invalid(ServiceWords::tr("This saved sign-in belongs to a different provider."));
+      if (kept.record->isFresh(session->now())) co_return kept.record->accessToken;
+      refresh = state->refreshOf(account);
+      if (!refresh) {
+        refresh = std::make_shared<Refresh>();
+        refresh->stamp = stamp;
+        state->refreshing.insert(account, refresh);
+        runRefresh({state, account, {stamp, *kept.record}, provider, session}, refresh);
+      }
+    }
+    co_await endOf(refresh, stop);
+    // What was replaced or removed meanwhile is nobody's any more.
+    if (state->keychain.stamp(account) != stamp) continue;
+    if (refresh->failure) std::rethrow_exception(refresh->failure);
+    // A copy: what is returned is moved, and others wait for the same.
+    const QString token = refresh->token;
     co_return token;
   }
-  std::optional<OAuthRecord> record;
-  if (state->unsaved.contains(account)) {
-    record = state->unsaved.value(account);
-    try {
-      co_await saveRecord(state, account, *record, provider.name);
-    } catch (const DomainError&) {
-      // It was said when it happened; the sign-in is good as long as the program runs.
-    }
-  } else {
-    const std::optional<QString> kept = co_await state->keychain.read(account, stop);
-    if (!kept) co_return QString();
-    record = OAuthRecord::decode(*kept);
-    if (!record) co_return *kept;
+}
+
+QCoro::Task<> takeOver(SharedTokens state, QString account, OAuthRecord record, QString name, std::stop_token stop) {
+  const Unsaved fresh{state->keychain.renewStamp(account), record};
+  state->unsaved.insert(account, fresh);
+  try {
+    co_await saveRecord(state, account, fresh, name, SecretStore::Asking::Allowed, stop);
+  } catch (const Cancelled&) {
+    if (state->unsaved.value(account) == fresh) state->unsaved.remove(account);
+    throw;
   }
-  throwIfStopped(stop);
-  if (record->provider != provider.id)
-    throw DomainError::invalid(ServiceWords::tr("This saved sign-in belongs to a different provider."));
-  if (record->isFresh(session->now())) co_return record->accessToken;
-  auto refresh = state->refreshing.value(account);
-  if (!refresh) {
-    refresh = std::make_shared<Refresh>();
-    state->refreshing.insert(account, refresh);
-    runRefresh({state, account, *record, provider, session}, refresh);
-  }
-  const QString token = co_await resultOf(refresh, stop);
-  co_return token;
+}
+
+QCoro::Task<std::optional<OAuthRecord>> recordOf(SharedTokens state, QString account, std::stop_token stop) {
+  const KeptCredential kept = co_await keptOf(state, account, stop);
+  co_return kept.record;
 }
 
 }  // namespace
@@ -146,6 +210,15 @@ OAuthTokens::OAuthTokens(const Keychain& keychain) : state_(std::make_shared<OAu
 QCoro::Task<QString> OAuthTokens::token(DockWidget widget, OAuthProvider provider,
                                         std::shared_ptr<ServiceSession> session, std::stop_token stop) const {
   return tokenOf(state_, std::move(widget), std::move(provider), std::move(session), stop);
+}
+
+QCoro::Task<> OAuthTokens::keep(DockWidget widget, OAuthRecord record, QString serviceName,
+                                std::stop_token stop) const {
+  return takeOver(state_, Keychain::account(widget), std::move(record), std::move(serviceName), stop);
+}
+
+QCoro::Task<std::optional<OAuthRecord>> OAuthTokens::record(DockWidget widget, std::stop_token stop) const {
+  return recordOf(state_, Keychain::account(widget), stop);
 }
 
 }  // namespace tarnwick
