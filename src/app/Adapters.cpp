@@ -78,9 +78,9 @@ Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment, c
       services_(makeServices()),
       clipboard_(keep(std::make_unique<ClipboardKeeper>(services_, dataDirectory, &programOf))),
       keychain_(std::make_shared<SecretServiceStore>(QDBusConnection::sessionBus()), dataDirectory),
-      web_(std::make_shared<WebSession>(
-          std::make_shared<LoadedTransport>(NetworkSetup{.scheduler = &scheduler_, .certificates = certificates}),
-          keychain_, scheduler_)),
+      tokens_(keychain_),
+      network_{.scheduler = &scheduler_, .certificates = certificates},
+      web_(std::make_shared<WebSession>(std::make_shared<LoadedTransport>(network_), keychain_, tokens_, scheduler_)),
       connections_(keep(std::make_unique<LiveConnections>(connectionsSetup()))),
       readings_(keep(std::make_unique<Readings>(readingPorts(), clipboard_.history(), scheduler))),
       session_(keep(std::make_unique<DBusSessionApplication>())) {
@@ -148,6 +148,8 @@ LiveConnections::Setup Adapters::connectionsSetup() {
           .network = keep(std::make_unique<DesktopNetworkReach>(QDBusConnection::systemBus())),
           .session = web_,
           .keychain = keychain_,
+          .tokens = tokens_,
+          .loopback = [network = network_] { return loadedLoopbackServer(network); },
           .loader = WidgetLoader(weather, locate, allProviders()),
           .cacheFile = cacheFolder() + QStringLiteral("/remote-cache.json")};
 }

@@ -9,6 +9,7 @@
 #include "app/SocketSession.h"
 #include "app/WindowSystem.h"
 #include "apps/LaunchEnvironment.h"
+#include "platform/net/NetworkModule.h"
 #include "services/BaseAddresses.h"
 #include "services/LiveConnections.h"
 #include "store/Services.h"
@@ -51,6 +52,8 @@ class Adapters {
   const Services services_;
   ClipboardKeeper& clipboard_;
   const Keychain keychain_;
+  const OAuthTokens tokens_;
+  const NetworkSetup network_;
   const BaseAddresses addresses_ = BaseAddresses::shipped();
   const std::shared_ptr<ServiceSession> web_;  ///< By which services on the net are asked.
   LiveConnections& connections_;

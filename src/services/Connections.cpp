@@ -21,6 +21,15 @@ QCoro::Task<> Connections::saveCredential(DockWidget, QString, std::stop_token) 
 
 QCoro::Task<> Connections::removeCredential(DockWidget) { co_return; }
 
+QCoro::Task<std::optional<Connections::SignedIn>> Connections::signedIn(DockWidget, std::stop_token) const {
+  co_return std::nullopt;
+}
+
+QCoro::Task<QString> Connections::signIn(DockWidget, QString, std::optional<QString>, OAuthVisit, std::stop_token) {
+  throw DomainError::invalid(nothingReached());
+  co_return QString();
+}
+
 QCoro::Task<RemoteValue> Connections::attempt(DockWidget, std::optional<QString>, std::stop_token) {
   throw DomainError::invalid(nothingReached());
   co_return RemoteValue();

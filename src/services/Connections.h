@@ -15,6 +15,7 @@
 #include "desktop/Capability.h"
 #include "services/GeocodeCache.h"
 #include "services/RemoteReading.h"
+#include "services/oauth/OAuthSignIn.h"
 
 namespace tarnwick {
 
@@ -42,6 +43,19 @@ class Connections : public QObject {
   virtual QCoro::Task<> saveCredential(DockWidget widget, QString value, std::stop_token stop);
   /// Removes it, with what the service gave for it.
   virtual QCoro::Task<> removeCredential(DockWidget widget);
+
+  /// The sign-in that is kept for a widget.
+  struct SignedIn {
+    QString clientID;
+    bool hasSecret = false;
+  };
+  /// Absent where none is. Never asks the user.
+  virtual QCoro::Task<std::optional<SignedIn>> signedIn(DockWidget widget, std::stop_token stop) const;
+  /// Signs in to the service of a widget with the client of the user, and keeps that, because they pressed a button:
+  /// they may be asked to unlock the keyring. Without a secret that of the same client is used which is kept. Gives the
+  /// sentence of a keyring that does not take it, which then is used as long as the program runs; else nothing.
+  virtual QCoro::Task<QString> signIn(DockWidget widget, QString clientID, std::optional<QString> secret,
+                                      OAuthVisit visit, std::stop_token stop);
 
   /// What a widget would show, without keeping anything. `credential` is what is typed; absent, the one that is kept
   /// for this widget and this host is used, and none where there is none.

@@ -1,7 +1,9 @@
 #include "services/LiveConnections.h"
 
+#include "base/DomainError.h"
 #include "services/CustomEndpoint.h"
 #include "services/ProviderTable.h"
+#include "services/ServiceWords.h"
 #include "services/WebSession.h"
 #include "widgets/catalog/Catalog.h"
 
@@ -20,6 +22,44 @@ QCoro::Task<> keep(Keychain keychain, QString value, QString account, QString na
   co_await keychain.save(value, account, name, SecretStore::Asking::Allowed, stop);
 }
 
+QCoro::Task<std::optional<Connections::SignedIn>> signInOf(OAuthTokens tokens, DockWidget widget,
+                                                           std::stop_token stop) {
+  const std::optional<OAuthRecord> record = co_await tokens.record(std::move(widget), stop);
+  if (!record) co_return std::nullopt;
+  co_return Connections::SignedIn{record->clientID, !record->clientSecret.isEmpty()};
+}
+
+/// The secret that is kept with the sign-in of a client; empty for none.
+QCoro::Task<QString> secretOf(OAuthTokens tokens, DockWidget widget, QString clientID, std::stop_token stop) {
+  try {
+    const std::optional<OAuthRecord> record = co_await tokens.record(std::move(widget), stop);
+    co_return record && record->clientID == clientID ? record->clientSecret : QString();
+  } catch (const DomainError&) {
+    co_return QString();  // A keyring that is locked: many clients have none.
+  }
+}
+
+QCoro::Task<QString> signedInto(OAuthSignIn signIn, OAuthTokens tokens, Provider provider, DockWidget widget,
+                                OAuthClient client, OAuthVisit visit, std::stop_token stop) {
+  const OAuthRecord record = co_await signIn.run(*provider.signIn, client, visit, stop);
+  try {
+    co_await tokens.keep(widget, record, provider.name, stop);
+  } catch (const DomainError& failure) {
+    co_return failure.message();
+  }
+  co_return QString();
+}
+
+QCoro::Task<QString> signInWith(OAuthSignIn signIn, OAuthTokens tokens, Provider provider, DockWidget widget,
+                                QString clientID, std::optional<QString> secret, OAuthVisit visit,
+                                std::stop_token stop) {
+  // What is kept belongs to the service's own host, whatever the options say.
+  widget = provider.configured(std::move(widget));
+  if (!secret) secret = co_await secretOf(tokens, widget, clientID, stop);
+  const QString fault = co_await signedInto(signIn, tokens, provider, widget, {clientID, *secret}, visit, stop);
+  co_return fault;
+}
+
 /// How the keyring's own window names a widget's service.
 QString serviceName(const DockWidget& widget) {
   const Provider* provider = providerFor(widget.kind);
@@ -31,6 +71,8 @@ QString serviceName(const DockWidget& widget) {
 LiveConnections::LiveConnections(Setup setup)
     : session_(std::move(setup.session)),
       keychain_(setup.keychain),
+      tokens_(setup.tokens),
+      signIn_(session_, std::move(setup.loopback), setup.scheduler),
       loader_(std::move(setup.loader)),
       values_({.scheduler = setup.scheduler,
                .session = setup.events,
@@ -53,6 +95,20 @@ QCoro::Task<> LiveConnections::saveCredential(DockWidget widget, QString value, 
 QCoro::Task<> LiveConnections::removeCredential(DockWidget widget) {
   values_.forget(widget.id);
   return keep(keychain_, {}, Keychain::account(widget), serviceName(widget), {});
+}
+
+QCoro::Task<std::optional<Connections::SignedIn>> LiveConnections::signedIn(DockWidget widget,
+                                                                            std::stop_token stop) const {
+  return signInOf(tokens_, std::move(widget), std::move(stop));
+}
+
+QCoro::Task<QString> LiveConnections::signIn(DockWidget widget, QString clientID, std::optional<QString> secret,
+                                             OAuthVisit visit, std::stop_token stop) {
+  const Provider* provider = providerFor(widget.kind);
+  if (!provider || !provider->signIn)
+    return Connections::signIn(std::move(widget), std::move(clientID), std::move(secret), std::move(visit), stop);
+  return signInWith(signIn_, tokens_, *provider, std::move(widget), std::move(clientID), std::move(secret),
+                    std::move(visit), std::move(stop));
 }
 
 std::shared_ptr<ServiceSession> LiveConnections::sessionWith(const std::optional<QString>& credential) const {

@@ -4,6 +4,7 @@
 #include "services/Keychain.h"
 #include "services/RemoteValues.h"
 #include "services/WidgetLoader.h"
+#include "services/oauth/OAuthTokens.h"
 
 namespace tarnwick {
 
@@ -17,6 +18,8 @@ class LiveConnections final : public Connections {
     NetworkReach& network;
     std::shared_ptr<ServiceSession> session;
     Keychain keychain;
+    OAuthTokens tokens;  ///< Those of the session.
+    MakeLoopbackServer loopback;
     WidgetLoader loader;
     QString cacheFile;  ///< Where headlines are kept from one run to the next.
   };
@@ -33,6 +36,9 @@ class LiveConnections final : public Connections {
   QCoro::Task<bool> hasCredential(DockWidget widget, std::stop_token stop) const override;
   QCoro::Task<> saveCredential(DockWidget widget, QString value, std::stop_token stop) override;
   QCoro::Task<> removeCredential(DockWidget widget) override;
+  QCoro::Task<std::optional<SignedIn>> signedIn(DockWidget widget, std::stop_token stop) const override;
+  QCoro::Task<QString> signIn(DockWidget widget, QString clientID, std::optional<QString> secret, OAuthVisit visit,
+                              std::stop_token stop) override;
   QCoro::Task<RemoteValue> attempt(DockWidget widget, std::optional<QString> credential, std::stop_token stop) override;
   QCoro::Task<QJsonValue> answer(DockWidget widget, std::optional<QString> credential, std::stop_token stop) override;
   QCoro::Task<QList<GeocodeCache::Place>> places(QString name, std::stop_token stop) override;
@@ -42,6 +48,8 @@ class LiveConnections final : public Connections {
 
   std::shared_ptr<ServiceSession> session_;
   Keychain keychain_;
+  OAuthTokens tokens_;
+  OAuthSignIn signIn_;
   WidgetLoader loader_;
   RemoteValues values_;
 };

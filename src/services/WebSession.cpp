@@ -14,8 +14,9 @@ QCoro::Task<QString> kept(Keychain keychain, QString account, std::stop_token st
 
 }  // namespace
 
-WebSession::WebSession(std::shared_ptr<HTTPTransport> transport, const Keychain& keychain, const Scheduler& scheduler)
-    : transport_(std::move(transport)), keychain_(keychain), tokens_(keychain), scheduler_(scheduler) {}
+WebSession::WebSession(std::shared_ptr<HTTPTransport> transport, const Keychain& keychain, const OAuthTokens& tokens,
+                       const Scheduler& scheduler)
+    : transport_(std::move(transport)), keychain_(keychain), tokens_(tokens), scheduler_(scheduler) {}
 
 QCoro::Task<QJsonValue> WebSession::json(ServiceCall call, std::stop_token stop) {
   return RemoteAPI::json(transport_, std::move(call), stop);

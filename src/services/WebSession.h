@@ -14,7 +14,8 @@ namespace tarnwick {
 class WebSession final : public ServiceSession, public std::enable_shared_from_this<WebSession> {
  public:
   /// The scheduler must outlive it.
-  WebSession(std::shared_ptr<HTTPTransport> transport, const Keychain& keychain, const Scheduler& scheduler);
+  WebSession(std::shared_ptr<HTTPTransport> transport, const Keychain& keychain, const OAuthTokens& tokens,
+             const Scheduler& scheduler);
 
   QCoro::Task<QJsonValue> json(ServiceCall call, std::stop_token stop) override;
   QCoro::Task<QString> credential(DockWidget widget, std::stop_token stop) override;

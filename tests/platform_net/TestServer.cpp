@@ -44,7 +44,8 @@ const TestCertificates& TestCertificates::all() {
       leaf good.pem ca.pem DNS:localhost,$(seq -s , -f IP:127.0.0.%.0f $1) 2
       leaf foreign.pem ca.pem DNS:foreign.example 2
       leaf expired.pem ca.pem IP:127.0.0.1 -1
-      leaf stranger.pem other.pem IP:127.0.0.1 2)";
+      leaf stranger.pem other.pem IP:127.0.0.1 2
+      leaf dropbox.pem ca.pem DNS:api.dropboxapi.com,DNS:www.dropbox.com 2)";
     QProcess shell;
     shell.setWorkingDirectory(folder.path());
     shell.start(u"sh"_s, {u"-c"_s, QString::fromLatin1(kScript), u"sh"_s, QString::number(kMostAddresses)});
@@ -55,7 +56,7 @@ const TestCertificates& TestCertificates::all() {
     };
     return TestCertificates{read(u"ca.pem"_s),      read(u"key.pem"_s),     read(u"good.pem"_s),
                             read(u"foreign.pem"_s), read(u"expired.pem"_s), read(u"stranger.pem"_s),
-                            folder.path()};
+                            read(u"dropbox.pem"_s), folder.path()};
   }();
   return made;
 }
@@ -75,11 +76,20 @@ class TestServer::Client final : public QSslSocket {
     setLocalCertificate(QSslCertificate(server.certificate_));
     connect(this, &QSslSocket::disconnected, this, &QObject::deleteLater);
     connect(this, &QSslSocket::readyRead, this, &Client::take);
-    startServerEncryption();
+    if (server.as_ == As::Server) startServerEncryption();
   }
 
  private:
+  /// What a proxy is asked, before it becomes the server.
+  void lead() {
+    buffer_ += readAll();
+    if (!buffer_.startsWith("CONNECT ") || !buffer_.endsWith("\r\n\r\n")) return;
+    buffer_.clear();
+    write("HTTP/1.1 200 OK\r\n\r\n");
+    startServerEncryption();
+  }
   void take() {
+    if (mode() == UnencryptedMode) return lead();
     buffer_ += readAll();
     while (true) {
       const qsizetype end = buffer_.indexOf("\r\n\r\n");
@@ -138,8 +148,8 @@ class TestServer::Listener final : public QTcpServer {
   TestServer& server_;
 };
 
-TestServer::TestServer(const QByteArray& certificate, Answer answer, const QHostAddress& address)
-    : answer_(std::move(answer)), certificate_(certificate) {
+TestServer::TestServer(const QByteArray& certificate, Answer answer, As as, const QHostAddress& address)
+    : answer_(std::move(answer)), certificate_(certificate), as_(as) {
   auto* listener = new Listener(*this);
   listener->listen(address);
   port_ = listener->serverPort();

@@ -20,6 +20,7 @@ struct TestCertificates {
   QByteArray foreign;  ///< For another name.
   QByteArray expired;
   QByteArray stranger;  ///< Of an authority that nobody trusts.
+  QByteArray dropbox;   ///< For the hosts of that service, which a proxy of the test stands for.
   QString folder;       ///< Where `key.pem` and `good.pem` are.
 
   /// Empty where they could not be made.
@@ -50,8 +51,12 @@ class TestServer {
  public:
   using Answer = std::function<TestReply(const TestRequest&)>;
 
+  /// By whom it is asked. A proxy leads every host to the server itself.
+  enum class As { Server, Proxy };
+
   /// `answer` runs on the server's thread.
-  TestServer(const QByteArray& certificate, Answer answer, const QHostAddress& address = QHostAddress::LocalHost);
+  TestServer(const QByteArray& certificate, Answer answer, As as = As::Server,
+             const QHostAddress& address = QHostAddress::LocalHost);
   Q_DISABLE_COPY_MOVE(TestServer)
   ~TestServer();
 
@@ -70,6 +75,7 @@ class TestServer {
 
   Answer answer_;
   QByteArray certificate_;
+  As as_;
   QThread thread_;
   quint16 port_ = 0;
   mutable std::mutex mutex_;

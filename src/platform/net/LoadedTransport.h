@@ -18,4 +18,7 @@ class LoadedTransport final : public HTTPTransport {
   bool isAsked_ = false;
 };
 
+/// The same for the server that a browser comes back to; null where the module cannot be loaded.
+std::unique_ptr<LoopbackServer> loadedLoopbackServer(const NetworkSetup& setup);
+
 }  // namespace tarnwick

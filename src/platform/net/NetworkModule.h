@@ -4,6 +4,7 @@
 
 #include "base/Scheduler.h"
 #include "services/ports/HTTPTransport.h"
+#include "services/ports/LoopbackServer.h"
 
 namespace tarnwick {
 
@@ -14,10 +15,11 @@ struct NetworkSetup {
   QByteArray certificates;
 };
 
-/// The module that holds the toolkit's network library, and its entry point, which gives a transport that its caller
-/// owns.
+/// The module that holds the toolkit's network library, and its entry points, which give what their caller owns.
 constexpr const char* kNetworkModule = "tarnwick-net.so";
 constexpr const char* kNetworkDoor = "tarnwickHTTPTransport";
 using MakeHTTPTransport = HTTPTransport* (*)(const NetworkSetup& setup);
+constexpr const char* kLoopbackDoor = "tarnwickLoopbackServer";
+using MakeLoopbackListener = LoopbackServer* (*)(const NetworkSetup& setup);
 
 }  // namespace tarnwick
