@@ -61,7 +61,7 @@ int ServiceProcess::serve() {
       ++requests;
       return reply;
     };
-    servers.emplace_back(host, std::make_unique<test::TestServer>(certificates.good, answer, QHostAddress(address)));
+    servers.emplace_back(host, std::make_unique<test::TestServer>(certificates.good, answer, test::TestServer::As::Server, QHostAddress(address)));
     places[host] = u"%1:%2"_s.arg(address).arg(servers.back().second->port());
   }
   tell({{u"authority"_s, certificates.folder + u"/ca.pem"_s}, {u"places"_s, places}});

@@ -168,4 +168,11 @@
         <translation>The keyring could not save the credential (%1).</translation>
     </message>
 </context>
+<context>
+    <name>Library</name>
+    <message>
+        <source>Connected. Offline access is saved in Keychain.</source>
+        <translation>Connected. Offline access is saved in the keyring.</translation>
+    </message>
+</context>
 </TS>

@@ -22,11 +22,6 @@ const Provider* providerFor(QStringView kind, const QList<Provider>& table) {
   return found == table.end() ? nullptr : &*found;
 }
 
-const Provider* offeredProvider(QStringView kind) {
-  const Provider* provider = providerFor(kind);
-  return provider && !provider->signIn ? provider : nullptr;
-}
-
 DockWidget configured(const DockWidget& widget, const QList<Provider>& table) {
   const Provider* provider = providerFor(widget.kind, table);
   return provider ? provider->configured(widget) : widget;

@@ -11,10 +11,6 @@ const QList<Provider>& allProviders();
 /// The first row that serves this kind; null for a kind that no service has. Lives as long as the table.
 const Provider* providerFor(QStringView kind, const QList<Provider>& table = allProviders());
 
-/// The service that a widget of this kind can be connected to by a credential that is entered; null where there is none
-/// yet. One where the user must sign in comes later.
-const Provider* offeredProvider(QStringView kind);
-
 /// `widget` as its provider wants it stored; one without a provider as it is. Throws DomainError with the provider's
 /// sentence.
 DockWidget configured(const DockWidget& widget, const QList<Provider>& table = allProviders());

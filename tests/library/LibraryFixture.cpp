@@ -30,8 +30,30 @@ QCoro::Task<> FakeConnections::saveCredential(DockWidget widget, QString value, 
 }
 
 QCoro::Task<> FakeConnections::removeCredential(DockWidget widget) {
-  if (failure.isEmpty()) kept.remove(Keychain::account(widget));
+  if (failure.isEmpty()) {
+    kept.remove(Keychain::account(widget));
+    clients.remove(Keychain::account(widget));
+  }
   co_return;
+}
+
+QCoro::Task<std::optional<Connections::SignedIn>> FakeConnections::signedIn(DockWidget widget, std::stop_token) const {
+  const auto client = clients.constFind(Keychain::account(widget));
+  if (client == clients.constEnd()) co_return std::nullopt;
+  co_return SignedIn{*client, true};
+}
+
+QCoro::Task<QString> FakeConnections::signIn(DockWidget widget, QString clientID, std::optional<QString> secret,
+                                             OAuthVisit visit, std::stop_token stop) {
+  signIns << clientID + u' ' + secret.value_or(u"kept"_s);
+  ServiceCall page;
+  page.url = QUrl(u"https://service.example/sign-in?state=hidden"_s);
+  visit.open(page.url, [](bool) {});
+  const QJsonValue answer = co_await browser.json(std::move(page), stop);
+  visit.returned();
+  clients.insert(Keychain::account(widget), clientID);
+  kept.insert(Keychain::account(widget), u"record"_s);
+  co_return answer.toString();
 }
 
 QCoro::Task<QJsonValue> FakeConnections::ask(DockWidget widget, std::optional<QString> credential,

@@ -25,6 +25,9 @@ class FakeConnections final : public Connections {
   QCoro::Task<bool> hasCredential(DockWidget widget, std::stop_token stop) const override;
   QCoro::Task<> saveCredential(DockWidget widget, QString value, std::stop_token stop) override;
   QCoro::Task<> removeCredential(DockWidget widget) override;
+  QCoro::Task<std::optional<SignedIn>> signedIn(DockWidget widget, std::stop_token stop) const override;
+  QCoro::Task<QString> signIn(DockWidget widget, QString clientID, std::optional<QString> secret, OAuthVisit visit,
+                              std::stop_token stop) override;
   QCoro::Task<RemoteValue> attempt(DockWidget widget, std::optional<QString> credential, std::stop_token stop) override;
   QCoro::Task<QJsonValue> answer(DockWidget widget, std::optional<QString> credential, std::stop_token stop) override;
 
@@ -34,7 +37,10 @@ class FakeConnections final : public Connections {
   bool asksUser = false;        ///< Whether the keyring asks before it keeps something: `keyring` answers then.
   ScriptedSession keyring;
   ScriptedSession service;
-  QStringList sent;  ///< The credentials that went to the service, "none" for none.
+  ScriptedSession browser;         ///< Answers when the user comes back from there, with the fault of the keyring.
+  QMap<QString, QString> clients;  ///< Of the sign-ins that are kept, by account.
+  QStringList signIns;             ///< "client secret" of each that was begun, with "kept" for none.
+  QStringList sent;                ///< The credentials that went to the service, "none" for none.
 
  private:
   QCoro::Task<QJsonValue> ask(DockWidget widget, std::optional<QString> credential, std::stop_token stop);

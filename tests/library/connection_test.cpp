@@ -255,6 +255,84 @@ TEST_F(ConnectionFormTest, AServiceAsksForWhatItNeedsAndGoesToItsOwnAddress) {
   EXPECT_FALSE(named<QLineEdit>(*own, u"Site domain"_s)->isVisible());
 }
 
+TEST_F(ConnectionFormTest, SigningInStoresTheFormAndLeavesItOpen) {
+  const DockWidget widget = fixture_.add(u"dropbox"_s, {});
+  const auto window = fixture_.editor(widget.id);
+  EXPECT_TRUE(says(*window, u"What a folder of your Dropbox holds."_s));
+  EXPECT_EQ(named<QLineEdit>(*window, u"Redirect address"_s)->text(), u"http://127.0.0.1:43879/callback"_s);
+  press(*window, u"Copy the Redirect Address"_s);
+  EXPECT_TRUE(fixture_.commands.asked.contains(u"copy http://127.0.0.1:43879/callback"_s))
+      << fixture_.commands.asked.join(u'|').toStdString();
+  press(*window, u"Sign In"_s);
+  EXPECT_TRUE(says(*window, u"Enter the client ID of your app."_s));
+  write(*window, u"Client ID"_s, u" mine "_s);
+  EXPECT_EQ(named<QLineEdit>(*window, u"Client secret"_s)->echoMode(), QLineEdit::Password);
+  write(*window, u"Folder"_s, u"Projects"_s);
+  press(*window, u"Sign In"_s);
+  EXPECT_TRUE(says(*window, u"A Dropbox folder path starts with /, or is empty for root."_s));
+  EXPECT_TRUE(services().signIns.isEmpty());
+  write(*window, u"Folder"_s, u"/Projects"_s);
+
+  // By Return in what is entered. What comes is said, whatever it is.
+  auto* client = named<QLineEdit>(*window, u"Client ID"_s);
+  const auto begin = [&] {
+    QTest::keyClick(client, Qt::Key_Return);
+    EXPECT_TRUE(says(*window, u"Complete sign-in in your browser."_s));
+    EXPECT_FALSE(button(*window, u"Sign In"_s));
+    EXPECT_FALSE(client->isEnabled());
+  };
+  begin();
+  press(*window, u"Cancel Sign-In"_s);
+  EXPECT_TRUE(says(*window, u"Sign-in cancelled."_s));
+  EXPECT_TRUE(services().browser.asked.constLast()->isOver);
+  begin();
+  services().browser.fail(DomainError::invalid(u"Sign-in was declined or cancelled."_s));
+  EXPECT_TRUE(says(*window, u"Sign-in was declined or cancelled."_s));
+  EXPECT_EQ(fixture_.find(widget.id)->options, widget.options) << "nothing is stored before";
+  begin();
+  for (const QLabel* label : window->findChildren<QLabel*>()) EXPECT_FALSE(label->text().contains(u"hidden"_s));
+  services().browser.answer({});
+  EXPECT_TRUE(says(*window, u"Connected. Offline access is saved in Keychain."_s));
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_EQ(services().signIns.constLast(), u"mine "_s);
+  QMap<QString, QString> stored = fixture_.find(widget.id)->options;
+  EXPECT_EQ(stored.value(option::connectionMode), value::native);
+  EXPECT_EQ(stored.value(option::endpoint), u"https://api.dropboxapi.com"_s);
+  EXPECT_EQ(stored.value(option::dropboxPath), u"/Projects"_s);
+  EXPECT_TRUE(says(*window, kKept));
+
+  // The next time the client is known, and its secret too.
+  const auto again = fixture_.editor(widget.id);
+  EXPECT_EQ(named<QLineEdit>(*again, u"Client ID"_s)->text(), u"mine"_s);
+  press(*again, u"Sign In Again"_s);
+  EXPECT_EQ(services().signIns.constLast(), u"mine kept"_s);
+  services().browser.answer(u"The keyring could not save the credential (-2)."_s);
+  EXPECT_TRUE(says(*again, u"The keyring could not save the credential (-2)."_s));
+  services().failure = u"The keyring is not available (-2)."_s;
+  press(*again, u"Sign Out"_s);
+  EXPECT_TRUE(says(*again, services().failure));
+  services().failure.clear();
+  press(*again, u"Sign Out"_s);
+  EXPECT_TRUE(says(*again, u"Signed out."_s));
+  EXPECT_TRUE(services().kept.isEmpty());
+  EXPECT_FALSE(button(*again, u"Sign Out"_s));
+
+  // What comes when the form is gone is for nobody.
+  services().browser.isDeaf = true;
+  press(*again, u"Sign In"_s);
+  again->close();
+  services().browser.answer({});
+  EXPECT_FALSE(says(*again, u"Connected. Offline access is saved in Keychain."_s));
+}
+
+TEST_F(ConnectionFormTest, WhereNoAddressIsRegisteredNoneIsShown) {
+  const auto window = fixture_.editor(fixture_.add(u"gmailLatest"_s, {}).id);
+  EXPECT_TRUE(named<QLineEdit>(*window, u"Client ID"_s)->isVisible());
+  EXPECT_FALSE(named<QLineEdit>(*window, u"Redirect address"_s));
+  press(*window, u"Address"_s);
+  EXPECT_FALSE(named<QLineEdit>(*window, u"Client ID"_s)->isVisible());
+}
+
 TEST(AnswerModelTest, RowsAreMadeAsTheyAreOpenedAndFewOfMany) {
   QJsonArray many;
   for (int i = 0; i < 5000; ++i) many.append(i);

@@ -110,7 +110,7 @@ TEST(ServiceTiles, SayHowTheirValueStands) {
     return serviceTileOf(kind, std::nullopt, options).describe(u"N"_s).value;
   };
   EXPECT_EQ(said(kind::socialInstagram, {}), u"Connect"_s);
-  EXPECT_EQ(said(kind::socialTikTok, {}), u"Comes with a later version"_s);
+  EXPECT_EQ(said(kind::socialTikTok, {}), u"Connect"_s);
   EXPECT_EQ(said(kind::socialYouTube, {{option::endpoint, u"https://numbers.example/"_s}}), u"No value yet"_s);
   for (const WidgetDefinition& definition : Catalog::items()) {
     if (definition.family != familyText(Family::Weather) && !isConnectedFamily(definition.family)) continue;

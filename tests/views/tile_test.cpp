@@ -126,7 +126,6 @@ TEST(Words, SayWhatATileIsAndShows) {
   EXPECT_EQ(tip(u"weatherCurrent"_s), u"Location: Kendal, 6°, Partly cloudy"_s);
   EXPECT_EQ(tip(u"systemQuickToggles"_s), u"Quick Toggles: Wi-Fi, Dark Mode"_s);
   EXPECT_EQ(tip(u"analyticsGitHub"_s), u"GitHub: Connect"_s);
-  EXPECT_EQ(tip(u"dropbox"_s), u"Dropbox: Comes with a later version"_s);
   EXPECT_EQ(tip(u"airdrop"_s), u"AirDrop: No sender"_s);
   sources.readings.sendsNearby = true;
   EXPECT_EQ(tip(u"airdrop"_s), u"AirDrop: Drop files"_s);

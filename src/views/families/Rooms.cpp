@@ -71,7 +71,7 @@ struct Rows {
 
 /// A kind whose service is offered is served, whatever the row of its family says.
 bool isLater(const Rows& rows, const QString& kind) {
-  return rows.get(&RoomRow::comesLater).value_or(false) && !offeredProvider(kind);
+  return rows.get(&RoomRow::comesLater).value_or(false) && !providerFor(kind);
 }
 
 }  // namespace

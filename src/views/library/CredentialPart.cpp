@@ -68,6 +68,11 @@ void CredentialPart::follow(const DockWidget& stored, const DockWidget& edited) 
   showState();
 }
 
+void CredentialPart::setUsual(const QString& help) {
+  usual_ = help;
+  showState();
+}
+
 void CredentialPart::look() {
   tellAnswer<Capability>(
       connections_.keepsCredentials(),
@@ -132,7 +137,7 @@ void CredentialPart::keep(const DockWidget& widget, std::function<void(const QSt
 /// The one sentence below the label.
 void CredentialPart::showState() {
   const bool isNew = !host_.isEmpty() && host_ != storedHost_;
-  QString help = help_;
+  QString help = usual_.isEmpty() ? help_ : usual_;
   if (!lacking_.isEmpty())
     help = lacking_;
   else if (field_.isRemoving())

@@ -28,6 +28,8 @@ class CredentialPart final : public QObject {
   CredentialPart(Connections& connections, CredentialField& field, FormRow& row);
   ~CredentialPart() override;
 
+  /// What stands below the label where there is nothing else to say; empty for what stands there by itself.
+  void setUsual(const QString& help);
   /// What the widget is in the settings, and in the form now.
   void follow(const DockWidget& stored, const DockWidget& edited);
   /// Asks anew what there is: a keyring may have come, been unlocked or been changed meanwhile.
@@ -54,6 +56,7 @@ class CredentialPart final : public QObject {
   CredentialField& field_;
   FormRow& row_;
   const QString help_;
+  QString usual_;  ///< In place of it.
   DockWidget edited_;
   QString storedHost_;
   QString host_;          ///< Of the address in the form.

@@ -63,7 +63,7 @@ QList<EditorField> fieldsOf(const Provider& provider, const QString& kind) {
 }  // namespace
 
 QList<EditorField> EditorFields::of(const QString& kind) {
-  const Provider* provider = offeredProvider(kind);
+  const Provider* provider = providerFor(kind);
   QList<EditorField> fields;
   for (const WidgetOption& declared : Rooms::options(kind)) {
     EditorField field = fieldOf(declared);

@@ -2,8 +2,6 @@
 
 #include <QAccessible>
 #include <QHBoxLayout>
-#include <QKeyEvent>
-#include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -16,10 +14,10 @@
 #include "views/controls/ControlTheme.h"
 #include "views/controls/Fields.h"
 #include "views/controls/Labels.h"
-#include "views/controls/ScrollArea.h"
 #include "views/library/CredentialField.h"
 #include "views/library/CredentialPart.h"
 #include "views/library/FieldControl.h"
+#include "views/library/SignInPart.h"
 #include "views/library/TilePreview.h"
 #include "views/library/TryPart.h"
 #include "views/library/ZoneFields.h"
@@ -39,7 +37,7 @@ const DockWidget* stored(const AppStore& store, const QUuid& widget) {
 
 /// A widget that is connected to nothing yet is most likely meant for its service.
 bool prefersService(const DockWidget& widget) {
-  return offeredProvider(widget.kind) && !widget.options.contains(option::connectionMode) &&
+  return providerFor(widget.kind) && !widget.options.contains(option::connectionMode) &&
          widget.options.value(option::endpoint).isEmpty();
 }
 
@@ -123,6 +121,7 @@ void EditorWindow::addLine(const EditorField& field) {
                                    : new FormRow(field.label, control, field.help);
   page_->cards().constFirst()->add(row);
   if (field.isLater) row->setUnavailable(field.help);
+  if (field.shape == FieldShape::Page) addSignIn(*page_->cards().constFirst());
   lines_.push_back(std::make_unique<Line>(Line{.field = field, .control = control, .row = row}));
   if (field.shape == FieldShape::Credential) {
     credential_ =
@@ -140,6 +139,25 @@ void EditorWindow::addTry(Card& card) {
   try_ = new TryPart(services_.connections, {check, [this] { return credential_->typed(); }});
   card.add(try_);
   connect(try_, &TryPart::chosen, this, &EditorWindow::takeField);
+}
+
+/// Where the service of this kind wants one.
+void EditorWindow::addSignIn(Card& card) {
+  const DockWidget* widget = stored(store_, widget_);
+  const Provider* provider = widget ? providerFor(widget->kind) : nullptr;
+  if (!provider || !provider->signIn) return;
+  const auto check = [this]() -> std::optional<DockWidget> {
+    const auto outcome = checked();
+    return outcome ? std::optional(outcome->widget) : std::nullopt;
+  };
+  signIn_ = std::make_unique<SignInPart>(
+      services_.connections, *provider->signIn,
+      SignInPart::Form{
+          .check = check,
+          .store = [this] { storeSignIn(); },
+          .open = [to = &services_.commands](const QUrl& page, const auto& done) { to->openUrl(page, done); },
+          .copy = [to = &services_.commands](const QString& text) { to->copyText(text); }},
+      card);
 }
 
 /// A field was chosen from an answer.
@@ -178,17 +196,21 @@ void EditorWindow::take() {
 
 /// Whether anything was entered for the service that the form suggests.
 bool EditorWindow::isServiceTouched() const {
-  if (credential_ && credential_->isTouched()) return true;
+  if ((credential_ && credential_->isTouched()) || (signIn_ && signIn_->isTouched())) return true;
   return std::ranges::any_of(lines_,
                              [](const auto& line) { return line->touched && line->field.onlyIn == value::native; });
 }
 
+/// The connection that stands in the form; absent where there is no choice.
+std::optional<QString> EditorWindow::connection() const {
+  const auto line =
+      std::ranges::find_if(lines_, [](const auto& each) { return each->field.key == option::connectionMode; });
+  return line == lines_.end() ? std::nullopt : std::optional((*line)->control->value());
+}
+
 /// Whether a line is there in this connection, which is that of the form.
 bool EditorWindow::isThere(const Line& line) const {
-  if (!line.field.onlyIn) return true;
-  const auto connection =
-      std::ranges::find_if(lines_, [](const auto& each) { return each->field.key == option::connectionMode; });
-  return connection == lines_.end() || (*connection)->control->value() == *line.field.onlyIn;
+  return !line.field.onlyIn || connection().value_or(*line.field.onlyIn) == *line.field.onlyIn;
 }
 
 DockWidget EditorWindow::edited(const DockWidget& stored) const {
@@ -227,6 +249,13 @@ void EditorWindow::showEdited() {
   preview_->show(now);
   if (credential_) credential_->follow(asked(*widget, services_.forms), asked(now, services_.forms));
   if (try_) try_->follow(now);
+  if (!signIn_) return;
+  const bool isService = connection() == value::native;
+  signIn_->setThere(isService);
+  if (isService) signIn_->follow(asked(now, services_.forms));
+  credential_->setUsual(isService ? LibraryWords::tr("In place of signing in, a token of your own. It is kept in the "
+                                                     "keyring, never in the settings.")
+                                  : QString());
 }
 
 void EditorWindow::follow() {
@@ -313,6 +342,22 @@ void EditorWindow::storeAll() {
   close();
 }
 
+/// What was signed in or out of is shown by the tile at once. The form goes on.
+void EditorWindow::storeSignIn() {
+  const DockWidget* widget = stored(store_, widget_);
+  if (!widget) return;
+  try {
+    const auto outcome = WidgetEditor::save(edited(*widget), *widget, false, services_.forms);
+    for (const auto& line : lines_) line->touched = false;
+    titleTouched_ = false;
+    if (outcome.widget != *widget) services_.edits.update(outcome.widget);
+    if (outcome.refresh) store_.refresh(outcome.widget);
+    credential_->look();
+  } catch (const DomainError& failure) {
+    showFault(faultyLine(failure.message()), failure.message());
+  }
+}
+
 EditorWindow::Line* EditorWindow::credentialLine() {
   const auto line =
       std::ranges::find_if(lines_, [](const auto& each) { return each->field.shape == FieldShape::Credential; });
@@ -349,71 +394,6 @@ void EditorWindow::clearFaults() {
     line->row->setFault({});
     line->control->setFaulty(false);
   }
-}
-
-// --- The window -----------------------------------------------------------------------------------------------------
-
-void EditorWindow::changeEvent(QEvent* event) {
-  AppWindow::changeEvent(event);
-  // Back from elsewhere, where a keyring may have been installed or unlocked.
-  if (event->type() == QEvent::ActivationChange && isActiveWindow() && isVisible() && credential_) credential_->look();
-}
-
-void EditorWindow::closeEvent(QCloseEvent* event) {
-  // The window may live on for a moment; what comes then is for nobody.
-  if (credential_) credential_->stop();
-  if (try_) try_->forget();
-  AppWindow::closeEvent(event);
-}
-
-void EditorWindow::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Escape)
-    close();
-  else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-    save();
-  else
-    AppWindow::keyPressEvent(event);
-}
-
-void EditorWindow::showEvent(QShowEvent* event) {
-  AppWindow::showEvent(event);
-  if (!stored(store_, widget_)) {
-    QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
-    return;
-  }
-  if (credential_) credential_->look();
-  fit();
-  if (focusWidget()) return;
-  // What the user most likely wants to edit is first, which is rarely the title.
-  const auto first = std::ranges::find_if(lines_, [](const auto& line) { return line->control->isEnabled(); });
-  (first == lines_.end() ? static_cast<QWidget*>(title_) : (*first)->control)->setFocus(Qt::OtherFocusReason);
-}
-
-bool EditorWindow::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::LayoutRequest)
-    QMetaObject::invokeMethod(
-        this, [this] { fit(); }, Qt::QueuedConnection);
-  return AppWindow::eventFilter(watched, event);
-}
-
-/// As high as its contents, as far as the screen has space.
-void EditorWindow::fit() {
-  auto* area = page_->findChild<ScrollArea*>();
-  if (!area || !isVisible()) return;
-  for (QWidget* outer : {static_cast<QWidget*>(this), page_->parentWidget(), static_cast<QWidget*>(page_)})
-    outer->layout()->activate();
-  const int rest = height() - area->height();
-  const int most = usableArea().height() - (frameGeometry().height() - height());
-  const int wanted = std::min(area->contentHeight(width()) + rest, most);
-  if (wanted != height()) resize(width(), wanted);
-  keepOnScreen();
-}
-
-/// What grows, grows downwards.
-void EditorWindow::keepOnScreen() {
-  const QRect whole = usableArea();
-  const int beyond = frameGeometry().bottom() - whole.bottom();
-  if (beyond > 0) move(x(), std::max(whole.top(), y() - beyond));
 }
 
 }  // namespace tarnwick

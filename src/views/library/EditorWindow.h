@@ -17,6 +17,7 @@ class CardPage;
 class CredentialPart;
 class FieldControl;
 class FormRow;
+class SignInPart;
 class TextField;
 class TextLabel;
 class TilePreview;
@@ -24,8 +25,8 @@ class TryPart;
 
 /// The form of one widget: its title and the options of its kind, below a picture of its tile that follows. Nothing
 /// is stored until it is saved and found right; what the user did not touch keeps following the settings. A credential
-/// goes to the keyring first, which may ask the user; only then the rest is stored. It closes when it was saved or
-/// left, and when its widget is gone.
+/// goes to the keyring first, which may ask the user; only then the rest is stored. A sign-in in the browser stores the
+/// form and leaves it open. It closes when it was saved or left, and when its widget is gone.
 class EditorWindow final : public AppWindow {
   Q_OBJECT
  public:
@@ -58,6 +59,7 @@ class EditorWindow final : public AppWindow {
   void addLine(const EditorField& field);
   void take();
   bool isServiceTouched() const;
+  std::optional<QString> connection() const;
   bool isThere(const Line& line) const;
   DockWidget edited(const DockWidget& stored) const;
   void changed(Line& line);
@@ -69,6 +71,8 @@ class EditorWindow final : public AppWindow {
   void storeAll();
   Line* credentialLine();
   void addTry(Card& card);
+  void addSignIn(Card& card);
+  void storeSignIn();
   void takeField(const QString& path);
   void showFault(Line* line, const QString& sentence);
   void clearFaults();
@@ -81,6 +85,7 @@ class EditorWindow final : public AppWindow {
   const WindowServices services_;
   std::vector<std::unique_ptr<Line>> lines_;
   std::unique_ptr<CredentialPart> credential_;  ///< Null where the kind has none.
+  std::unique_ptr<SignInPart> signIn_;          ///< As well.
   TryPart* try_ = nullptr;                      ///< As well.
   bool titleTouched_ = false;
   bool isSaving_ = false;  ///< A credential is on its way.

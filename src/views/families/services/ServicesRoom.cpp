@@ -95,7 +95,7 @@ Accent serviceAccent(const WidgetDefinition& definition) {
 /// Of the kinds whose service is offered.
 void sampleOffered(TileSources& sources, const TileSources& samples) {
   for (const auto& [kind, example] : samples.remoteExamples.asKeyValueRange())
-    if (offeredProvider(kind)) sources.remoteExamples.insert(kind, example);
+    if (providerFor(kind)) sources.remoteExamples.insert(kind, example);
 }
 
 void picture(TileSources& sources) { sources.remoteExamples = serviceExamples(sources.now); }

@@ -1,0 +1,245 @@
+#include "views/library/SignInPart.h"
+
+#include <QAccessible>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+#include "base/ForeignText.h"
+#include "services/Connections.h"
+#include "services/Keychain.h"
+#include "services/ServiceAnswer.h"
+#include "services/oauth/OAuthLoopback.h"
+#include "views/controls/Buttons.h"
+#include "views/controls/ControlTheme.h"
+#include "views/controls/Fields.h"
+#include "views/controls/Labels.h"
+#include "views/window/Cards.h"
+#include "widgets/LibraryWords.h"
+
+namespace tarnwick {
+
+namespace {
+
+/// Gives what failed, empty for nothing. `connections` is there until `stop` is requested.
+QCoro::Task<QString> signedOut(Connections& connections, DockWidget widget, std::stop_token stop) {
+  co_await connections.removeCredential(widget);
+  if (stop.stop_requested()) co_return QString();
+  const bool isStill = co_await connections.hasCredential(widget, stop);
+  co_return isStill ? LibraryWords::tr("The credential could not be removed from the keyring.") : QString();
+}
+
+/// Buttons in a row, as wide as their words, the sentence below them.
+QWidget* buttonsOver(std::initializer_list<QWidget*> buttons, QWidget* sentence) {
+  auto* all = new QWidget;
+  auto* row = new QHBoxLayout;
+  row->setSpacing(theme::kRowOverhang);
+  for (QWidget* button : buttons) row->addWidget(button);
+  row->addStretch(1);
+  auto* column = new QVBoxLayout(all);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(theme::kRowOverhang);
+  column->addLayout(row);
+  column->addWidget(sentence);
+  return all;
+}
+
+}  // namespace
+
+SignInPart::SignInPart(Connections& connections, const OAuthProvider& provider, Form form, Card& card)
+    : connections_(connections),
+      form_(std::move(form)),
+      client_(new TextField(LibraryWords::tr("Client ID"))),
+      secret_(new TextField(LibraryWords::tr("Client secret"))),
+      signIn_(new Button(LibraryWords::tr("Sign In"))),
+      cancel_(new Button(LibraryWords::tr("Cancel Sign-In"))),
+      signOut_(new Button(LibraryWords::tr("Sign Out"))),
+      sentence_(makeSentence({}, TextStyle::Caption, Tone::Secondary)) {
+  secret_->setEchoMode(QLineEdit::Password);
+  clientRow_ = FormRow::wide(LibraryWords::tr("Client ID"), client_);
+  rows_ << clientRow_
+        << FormRow::wide(LibraryWords::tr("Client secret"), secret_,
+                         LibraryWords::tr("Kept in the keyring, never in the settings."));
+  if (provider.port != 0) {
+    const QString address = OAuthLoopback::redirect(provider.port);
+    auto* shown = new TextField(LibraryWords::tr("Redirect address"));
+    shown->setText(address);
+    shown->setReadOnly(true);
+    auto* copy = new Button(LibraryWords::tr("Copy"));
+    copy->setAccessibleName(LibraryWords::tr("Copy the Redirect Address"));
+    connect(copy, &QPushButton::clicked, this, [this, address] { form_.copy(address); });
+    auto* both = new QWidget;
+    auto* row = new QHBoxLayout(both);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(theme::kRowOverhang);
+    row->addWidget(shown, 1);
+    row->addWidget(copy);
+    rows_ << FormRow::wide(LibraryWords::tr("Redirect address"), both,
+                           LibraryWords::tr("Enter this address in your app first."));
+  }
+  signIn_->setAccessibleDescription(LibraryWords::tr("Opens %1 in your browser.").arg(provider.authorization.host()));
+  rows_ << FormRow::wide({}, buttonsOver({signIn_, cancel_, signOut_}, sentence_));
+  for (FormRow* row : rows_) card.add(row);
+  connect(signIn_, &QPushButton::clicked, this, &SignInPart::signIn);
+  connect(cancel_, &QPushButton::clicked, this, &SignInPart::cancel);
+  connect(signOut_, &QPushButton::clicked, this, &SignInPart::signOut);
+  for (TextField* field : {client_, secret_}) {
+    field->installEventFilter(this);
+    connect(field, &QLineEdit::textChanged, this, [this] {
+      isTouched_ = true;
+      clientRow_->setFault({});
+      client_->setFaulty(false);
+      if (!isRunning_) say({}, false);
+    });
+  }
+  cancel_->hide();
+  sentence_->hide();
+  setSignedIn(false);
+}
+
+SignInPart::~SignInPart() { stop(); }
+
+void SignInPart::stop() {
+  asking_.request_stop();
+  running_.request_stop();
+}
+
+/// Return in what is entered here means to sign in, not to save the form.
+bool SignInPart::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress) {
+    const auto* key = static_cast<QKeyEvent*>(event);
+    if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) && !(key->modifiers() & ~Qt::KeypadModifier)) {
+      signIn();
+      return true;
+    }
+  }
+  return QObject::eventFilter(watched, event);
+}
+
+void SignInPart::setThere(bool there) {
+  for (FormRow* row : std::as_const(rows_)) row->setVisible(there);
+}
+
+void SignInPart::follow(const DockWidget& edited) {
+  const bool isAnother = Keychain::account(edited) != Keychain::account(edited_);
+  edited_ = edited;
+  if (isAnother) look();
+}
+
+void SignInPart::look() {
+  if (edited_.id.isNull() || isRunning_) return;
+  asking_.request_stop();
+  asking_ = std::stop_source();
+  tellAnswer<std::optional<Connections::SignedIn>>(
+      connections_.signedIn(edited_, asking_.get_token()),
+      [this](const ServiceAnswer<std::optional<Connections::SignedIn>>& answer) {
+        const auto kept = answer.value.value_or(std::nullopt);
+        keptClient_ = kept ? kept->clientID : QString();
+        setSignedIn(kept.has_value());
+        secret_->setPlaceholderText(kept && kept->hasSecret ? QStringLiteral("••••••••")
+                                                            : LibraryWords::tr("Only if your app has one"));
+        if (!kept || isTouched_) return;
+        const QSignalBlocker quiet(client_);
+        client_->setText(kept->clientID);
+      },
+      asking_.get_token());
+}
+
+void SignInPart::signIn() {
+  if (isRunning_) return;
+  const QString client = client_->text().trimmed();
+  if (client.isEmpty()) {
+    clientRow_->setFault(LibraryWords::tr("Enter the client ID of your app."));
+    client_->setFaulty(true);
+    client_->setFocus(Qt::OtherFocusReason);
+    return;
+  }
+  isTouched_ = true;
+  const auto widget = form_.check();
+  if (!widget) return;
+  const QString typed = secret_->text().trimmed();
+  const auto secret = typed.isEmpty() && client == keptClient_ ? std::nullopt : std::optional(typed);
+  asking_.request_stop();
+  running_ = std::stop_source();
+  const std::stop_token stop = running_.get_token();
+  setRunning(true);
+  say(LibraryWords::tr("Complete sign-in in your browser."), false);
+  const OAuthVisit visit{.open = form_.open,
+                         .returned = [this] { say(LibraryWords::tr("Finishing the sign-in…"), false); }};
+  tellAnswer<QString>(
+      connections_.signIn(*widget, client, secret, visit, stop),
+      [this](const ServiceAnswer<QString>& answer) {
+        if (!answer.value) {
+          end(answer.sentence, true);
+          return;
+        }
+        {
+          const QSignalBlocker quiet(secret_);
+          secret_->clear();
+        }
+        const bool isKept = answer.value->isEmpty();
+        end(isKept ? LibraryWords::tr("Connected. Offline access is saved in Keychain.") : *answer.value, !isKept);
+        form_.store();
+        look();
+      },
+      stop);
+}
+
+void SignInPart::cancel() {
+  running_.request_stop();
+  end(LibraryWords::tr("Sign-in cancelled."), false);
+  signIn_->setFocus(Qt::OtherFocusReason);
+}
+
+void SignInPart::signOut() {
+  if (isRunning_) return;
+  asking_.request_stop();
+  running_ = std::stop_source();
+  tellAnswer<QString>(
+      signedOut(connections_, edited_, running_.get_token()),
+      [this](const ServiceAnswer<QString>& answer) {
+        const QString fault = answer.value ? *answer.value : answer.sentence;
+        signIn_->setFocus(Qt::OtherFocusReason);
+        end(fault.isEmpty() ? LibraryWords::tr("Signed out.") : fault, !fault.isEmpty());
+        form_.store();
+        look();
+      },
+      running_.get_token());
+}
+
+void SignInPart::end(const QString& sentence, bool isFault) {
+  const bool hadFocus = cancel_->hasFocus();
+  setRunning(false);
+  if (hadFocus) signIn_->setFocus(Qt::OtherFocusReason);
+  say(sentence, isFault);
+}
+
+void SignInPart::setRunning(bool running) {
+  isRunning_ = running;
+  for (QWidget* each : {static_cast<QWidget*>(client_), static_cast<QWidget*>(secret_)}) each->setEnabled(!running);
+  const bool hadFocus = signIn_->hasFocus();
+  cancel_->setVisible(running);
+  if (hadFocus && running) cancel_->setFocus(Qt::OtherFocusReason);
+  signIn_->setVisible(!running);
+  signOut_->setVisible(!running && isSignedIn_);
+}
+
+void SignInPart::setSignedIn(bool signedIn) {
+  isSignedIn_ = signedIn;
+  signIn_->setLabel(signedIn ? LibraryWords::tr("Sign In Again") : LibraryWords::tr("Sign In"));
+  signOut_->setVisible(signedIn && !isRunning_);
+}
+
+void SignInPart::say(const QString& sentence, bool isFault) {
+  sentence_->setTone(isFault ? Tone::Fault : Tone::Secondary);
+  const QString line = ForeignText::line(sentence);
+  if (line == sentence_->text()) return;
+  sentence_->setText(line);
+  sentence_->setVisible(!line.isEmpty());
+  if (line.isEmpty() || !sentence_->isVisible()) return;
+  QAccessibleEvent alert(sentence_, QAccessible::Alert);
+  QAccessible::updateAccessibility(&alert);
+}
+
+}  // namespace tarnwick
