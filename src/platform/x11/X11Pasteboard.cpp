@@ -16,7 +16,7 @@ namespace {
 // An owner that offers more is up to something, and would hide a mark in it.
 constexpr qint64 kMostTargets = 1024;
 // Milliseconds that one turn of the event loop may be held up: who sends fast is always ready with the next piece.
-constexpr int kTurn = 2;
+constexpr int kTurn = 1;
 // Milliseconds that the end of the program waits for the clipboard manager.
 constexpr int kHandOver = 500;
 
@@ -43,7 +43,10 @@ X11Pasteboard::X11Pasteboard(Scheduler& scheduler, QObject* parent)
   if (!link_.isOpen()) return;
   owner_ = link_.owner(link_.clipboard());
   notifier_ = std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(link_.connection()), QSocketNotifier::Read);
-  connect(notifier_.get(), &QSocketNotifier::activated, this, &X11Pasteboard::dispatch);
+  // Where that will be done in this turn of the event loop anyway, twice would take twice the time.
+  connect(notifier_.get(), &QSocketNotifier::activated, this, [this] {
+    if (!isDispatching_) dispatch();
+  });
   dispatchLater();
 }
 
