@@ -1,8 +1,6 @@
 #include "app/DockCommands.h"
 
 #include <QGuiApplication>
-#include <QMessageBox>
-#include <QPushButton>
 #include <QStandardPaths>
 #include <QStyleHints>
 #include <array>
@@ -128,9 +126,9 @@ void DockCommands::turnTo(const QString& display, quint64 application) {
   // A window of another display that is in front is none of what this dock shows.
   const RunningApp shown = app->within(store_.windowScope(display));
   if (!shown.active) return openApplication(display, application);
-  const QList<quint64> windows = AppActivation::windowsToActivate(shown, services_.windows);
-  if (windows.size() == 1)
-    services_.windows.minimise(windows.first());
+  // Those that the choice would list, windows of other workspaces included unless the dock leaves them out.
+  if (shown.windows.size() == 1)
+    services_.windows.minimise(shown.windows.first());
   else
     Q_EMIT windowChoiceRequested(display, application);
 }
@@ -195,18 +193,6 @@ void DockCommands::quit(quint64 application) {
   const auto app = services_.runningApps.byIdentity(application);
   if (!app) return;
   for (const quint64 window : app->windows) services_.windows.close(window);
-}
-
-// --- Files ----------------------------------------------------------------------------------------------------------
-
-void DockCommands::askToEmptyTrash() {
-  auto* box = new QMessageBox(QMessageBox::Question, tr("Empty Trash"),
-                              tr("Delete everything in the trash? This cannot be undone."), QMessageBox::Cancel);
-  const QPushButton* empty = box->addButton(tr("Empty Trash"), QMessageBox::DestructiveRole);
-  box->setDefaultButton(QMessageBox::Cancel);
-  box->setAttribute(Qt::WA_DeleteOnClose);
-  connect(empty, &QPushButton::clicked, this, [this] { commands_.emptyTrash(); });
-  box->open();
 }
 
 // --- Launch feedback and places -------------------------------------------------------------------------------------

@@ -53,9 +53,6 @@ class DockCommands : public QObject {
   /// Whether somebody points at the message that says that something could not be opened, which then stays.
   void holdMessage(bool held);
 
-  /// Empties it once the user has confirmed that.
-  void askToEmptyTrash();
-
   /// Whether the application of a desktop entry was started and no window of it has come yet.
   bool isLaunching(const QString& entryPath) const { return launching_.contains(entryPath); }
 

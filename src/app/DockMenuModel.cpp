@@ -84,7 +84,7 @@ QList<DockMenuEntry> DockMenuModel::tile(const TileMenuState& state, const DockM
   entries << DockMenuEntry{DockMenuWords::tr("Remove Widget"), actions.remove, {}};
   if (state.isFolder || state.isTrash) separate(entries);
   if (state.isFolder) {
-    entries << DockMenuEntry{DockMenuWords::tr("Show in File Manager"), actions.reveal, {}};
+    entries << DockMenuEntry{DockMenuWords::tr("Show in Files"), actions.reveal, {}};
   }
   if (state.isTrash) {
     entries << DockMenuEntry{DockMenuWords::tr("Empty Trash…"), onlyIf(!state.trashIsEmpty, actions.emptyTrash), {}};
@@ -106,9 +106,11 @@ QList<DockMenuEntry> DockMenuModel::windows(const AppMenuState& state, Commands&
 }
 
 QList<DockMenuEntry> DockMenuModel::application(const QString& name, const AppMenuState& state,
-                                                const DockMenuActions& actions) {
+                                                const DockMenuActions& actions, const QString& display) {
   QList<DockMenuEntry> entries{open(name, actions)};
   addApplication(entries, state, actions);
+  separate(entries);
+  addDock(entries, actions.commands, display);
   return entries;
 }
 

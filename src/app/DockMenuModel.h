@@ -82,7 +82,7 @@ struct DockMenuModel {
   static QList<DockMenuEntry> windows(const AppMenuState& state, Commands& commands);
   /// Of a running application that is no widget.
   static QList<DockMenuEntry> application(const QString& name, const AppMenuState& state,
-                                          const DockMenuActions& actions);
+                                          const DockMenuActions& actions, const QString& display);
   /// Of a display's dock itself. Entries must not be run once the commands are gone.
   static QList<DockMenuEntry> dock(const DockMenuState& state, Commands& commands, const QString& display);
 

@@ -87,7 +87,7 @@ QList<DockMenuEntry> DockMenus::tile(const QUuid& id, const QString& display) {
   actions.moveRight = [moveBy, right] { moveBy(right); };
   actions.remove = [this, id, display] { edits_.remove(id, display); };
   actions.reveal = [this, path] { commands_.reveal(path); };
-  actions.emptyTrash = [commands] { commands->askToEmptyTrash(); };
+  actions.emptyTrash = [this, id, display] { Q_EMIT emptyTrashRequested(display, id); };
   actions.removeCalendarFolder = [this](const QString& folder) {
     edits_.change([&folder](DockConfiguration& config) { CalendarFolders::remove(config, folder); });
   };
@@ -110,7 +110,7 @@ QList<DockMenuEntry> DockMenus::application(quint64 identity, const QString& dis
   actions.open = [this, identity, display] { dockCommands_.openApplication(display, identity); };
   actions.keep = [this, path = app->path, display] { edits_.insert({PinnedTiles::launcher(path)}, display); };
   addAppActions(actions, identity, app->path);
-  return DockMenuModel::application(app->name, state, actions);
+  return DockMenuModel::application(app->name, state, actions, display);
 }
 
 QList<DockMenuEntry> DockMenus::windows(quint64 identity, const QString& display) {

@@ -31,6 +31,10 @@ class DockMenus : public QObject {
   /// What the entries about an application's icon change.
   OwnIcons& icons() { return icons_; }
 
+ Q_SIGNALS:
+  /// The user chose in the menu of a tile to empty the trash, and has to confirm it.
+  void emptyTrashRequested(const QString& display, const QUuid& widget);
+
  private:
   AppMenuState appState(const std::optional<RunningApp>& app, const QString& entryPath, const QString& display) const;
   void addAppActions(DockMenuActions& actions, quint64 application, const QString& entryPath);

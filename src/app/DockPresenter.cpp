@@ -86,6 +86,12 @@ void DockPresenter::connectDocks() {
     actOn(display);
     menuHost_.chooseWindow(display, application);
   });
+  connect(&menus_, &DockMenus::emptyTrashRequested, this, [this](const QString& display, const QUuid& widget) {
+    const auto answer = [this](bool accepted) {
+      if (accepted) commands_.emptyTrash();
+    };
+    questions_.ask(DockQuestions::aboutTrash(), display, answer, widget);
+  });
   tips_.setController(&dock_);
   carry_.setController(&dock_);
   tips_.setBesideDocks([this] {

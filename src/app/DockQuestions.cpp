@@ -20,9 +20,10 @@ DockQuestions::DockQuestions(AppStore& store, DockController& dock, const LiveDo
                              PanelHost& panels)
     : store_(store), dock_(dock), docks_(docks), menus_(menus), panels_(panels) {}
 
-void DockQuestions::ask(const Question& question, const QString& display, std::function<void(bool accepted)> answer) {
+void DockQuestions::ask(const Question& question, const QString& display, std::function<void(bool accepted)> answer,
+                        const QUuid& widget) {
   if (const auto before = std::exchange(waiting_, {}); before.answer) before.answer(false);
-  waiting_ = {question, display, std::move(answer)};
+  waiting_ = {question, display, std::move(answer), widget};
   dockComesOut_.reset();
   if (dock_.isManuallyHidden()) dock_.toggle();
   look(0);
@@ -34,9 +35,10 @@ void DockQuestions::look(int times) {
   Panel* panel = beside ? dock_.panel(beside.display) : nullptr;
   if (panel && panel->isShown()) {
     menus_.close();
-    const auto [question, display, answer] = std::exchange(waiting_, {});
-    const QRect glass = dock_.mapFromContent(beside.display, docks_.glass(beside.display));
-    panels_.ask(beside.display, question, *panel, glass, answer);
+    const auto [question, display, answer, widget] = std::exchange(waiting_, {});
+    QRect place = docks_.besideWidget(beside.display, widget);
+    if (place.isEmpty()) place = docks_.glass(beside.display);
+    panels_.ask(beside.display, question, *panel, dock_.mapFromContent(beside.display, place), answer);
     dock_.revealAtOnce(beside.display);
   } else if (times == kMostLooks) {
     std::exchange(waiting_, {}).answer(false);
@@ -70,6 +72,11 @@ Question DockQuestions::aboutKept(const KeptSettings& kept) {
           kept.leftOut.join(u'\n'),
           tr("What is left out"),
           tr("Open Without Them"),
+          tr("Cancel")};
+}
+
+Question DockQuestions::aboutTrash() {
+  return {tr("Empty Trash?"), tr("Delete everything in the trash? This cannot be undone."), {}, {}, tr("Empty Trash"),
           tr("Cancel")};
 }
 

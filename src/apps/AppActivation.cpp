@@ -1,8 +1,5 @@
 #include "apps/AppActivation.h"
 
-#include <QSet>
-#include <ranges>
-
 namespace tarnwick {
 
 bool AppActivation::bring(const QString& path) { return bring(running_.byPath(path)); }
@@ -14,20 +11,11 @@ bool AppActivation::bring(quint64 identity, const WindowScope& scope) {
   return bring(app);
 }
 
-QList<quint64> AppActivation::windowsToActivate(const RunningApp& app, const ClientWindows& windows) {
-  QSet<quint64> elsewhere;
-  for (const ClientWindow& window : windows.all())
-    if (window.elsewhere) elsewhere.insert(window.id);
-  QList<quint64> here = app.windows;
-  here.removeIf([&](quint64 window) { return elsewhere.contains(window); });
-  return here.isEmpty() ? app.windows : here;
-}
-
 bool AppActivation::bring(const std::optional<RunningApp>& app) {
   if (!app) return false;
-  // Activating a window changes the list: this copy stays as it was.
-  const QList<quint64> windows = windowsToActivate(*app, windows_);
-  for (const quint64 window : windows | std::views::reverse) windows_.activate(window);
+  const QList<quint64> here = app->windowsIn({.workspaceOnly = true});
+  const QList<quint64>& meant = here.isEmpty() ? app->windows : here;
+  if (!meant.isEmpty()) windows_.activate(meant.first());
   return true;
 }
 

@@ -79,6 +79,13 @@ class CommandsTest : public AppsTest {
 
   void click(qsizetype index) { tiles->activateTile(u"L"_s, widget(index).id); }
   FakeWindows& windows() { return desktop->windows; }
+  void showThisWorkspaceOnly(bool only) {
+    store->edit([only](DockConfiguration& config) {
+      DeskOptions desk = config.desk();
+      desk.workspaceWindows = only;
+      config.setDesk(desk);
+    });
+  }
 
   TestScheduler scheduler;
   UndoStack undo;
@@ -141,7 +148,7 @@ TEST_F(CommandsTest, AClickStartsBringsForwardAndMinimises) {
   windows().activated.clear();
 
   click(0);
-  EXPECT_EQ(windows().activated, (QList<quint64>{2, 1}));
+  EXPECT_EQ(windows().activated, QList<quint64>{1}) << "the one that was used last, and no other";
   click(0);
   EXPECT_TRUE(windows().minimised.isEmpty()) << "a double click is one";
   scheduler.advance(1);
@@ -151,9 +158,15 @@ TEST_F(CommandsTest, AClickStartsBringsForwardAndMinimises) {
   EXPECT_EQ(choices.size(), 1) << "of two windows the user chooses one";
   scheduler.advance(1);
   windows().windows[1].elsewhere = true;
+  Q_EMIT windows().changed();
   click(0);
-  EXPECT_EQ(windows().minimised, QList<quint64>{1}) << "only one is on this workspace";
-  EXPECT_EQ(choices.size(), 1);
+  EXPECT_EQ(choices.size(), 2) << "the choice lists the one on another workspace too";
+  scheduler.advance(1);
+  showThisWorkspaceOnly(true);
+  click(0);
+  EXPECT_EQ(windows().minimised, QList<quint64>{1}) << "the only one that the dock shows";
+  EXPECT_EQ(choices.size(), 2);
+  showThisWorkspaceOnly(false);
   windows().windows[1].elsewhere = false;
   windows().minimised.clear();
   tiles->openTile(u"L"_s, widget(0).id);
@@ -191,11 +204,10 @@ TEST_F(CommandsTest, WindowsOfOtherDesktopsStayThereWhereSomeAreHere) {
     click(0);
     return windows().activated;
   };
-  EXPECT_EQ(activate(true, false), (QList<quint64>{2}));
-  scheduler.advance(1);
-  click(0);
-  EXPECT_EQ(windows().minimised, (QList<quint64>{2}));
-  EXPECT_EQ(activate(true, true).size(), 2);
+  windows().activate(1);
+  EXPECT_EQ(activate(false, false), QList<quint64>{1});
+  EXPECT_EQ(activate(true, false), QList<quint64>{2});
+  EXPECT_EQ(activate(true, true), QList<quint64>{2}) << "used last, wherever it is";
 }
 
 TEST_F(CommandsTest, TheWheelGoesRoundTheWindows) {
@@ -256,7 +268,7 @@ TEST_F(CommandsTest, ADockForItsOwnDisplayLeavesTheWindowsOfOthersAlone) {
   EXPECT_EQ(windows().minimised, QList<quint64>{1}) << "the only one here";
   windows().activated.clear();
   tiles->activateApplication(u"R"_s, editorRuns);
-  EXPECT_EQ(windows().activated, (QList<quint64>{2, 3}));
+  EXPECT_EQ(windows().activated, QList<quint64>{3});
   scheduler.advance(1);
   tiles->activateApplication(u"R"_s, editorRuns);
   EXPECT_EQ(choices.size(), 1) << "of the two there";
@@ -427,7 +439,7 @@ TEST_F(CommandsTest, MenusOfferWhatAppliesNow) {
             u"Open Editor & Co|Edit Widget…|App Icon…|(Reset Icon)|(Move Left)|Move Right|-|Remove Widget|-|"
             "New Window|Tips|-|Add Widgets…|Settings…"_s);
   const auto head = [&](qsizetype index) { return lines(tile(index)).section(u"|-|Add Widgets…"_s, 0, 0); };
-  EXPECT_EQ(head(1), u"Open home|Edit Widget…|Move Left|Move Right|-|Remove Widget|-|Show in File Manager"_s);
+  EXPECT_EQ(head(1), u"Open home|Edit Widget…|Move Left|Move Right|-|Remove Widget|-|Show in Files"_s);
   EXPECT_EQ(head(2), u"Open Trash|Edit Widget…|Move Left|Move Right|-|Remove Widget|-|(Empty Trash…)"_s);
   EXPECT_EQ(head(4), u"Edit Widget…|Move Left|(Move Right)|-|Remove Widget"_s);
   QGuiApplication::setLayoutDirection(Qt::RightToLeft);
@@ -449,11 +461,15 @@ TEST_F(CommandsTest, MenusOfferWhatAppliesNow) {
             "New Window|Tips|-|(Windows)|-|Quit|-|Add Widgets…|Settings…"_s);
   EXPECT_EQ(lines(menus->windows(desktop->runningApps.list()[0].identity, u"L"_s)), u"*Letter"_s);
   EXPECT_TRUE(head(2).endsWith(u"|Empty Trash…"_s));
+  const QSignalSpy empties(menus.get(), &DockMenus::emptyTrashRequested);
+  choose(tile(2), u"Empty Trash…"_s);
+  EXPECT_EQ(empties.size(), 1);
+  EXPECT_TRUE(asked.asked.isEmpty()) << "nothing goes before that is confirmed";
   choose(menus->dock(u"L"_s), u"Add Widgets…"_s);
   choose(tile(0), u"Edit Widget…"_s);
   EXPECT_EQ(asked.asked, (QStringList{u"library L"_s, u"edit "_s + widget(0).id.toString()}));
   const quint64 stranger = desktop->runningApps.list()[1].identity;
-  EXPECT_EQ(lines(menus->application(stranger, u"L"_s)), u"Open Stranger|-|(Windows)|-|Quit"_s)
+  EXPECT_EQ(lines(menus->application(stranger, u"L"_s)), u"Open Stranger|-|(Windows)|-|Quit|-|Add Widgets…|Settings…"_s)
       << "without a desktop entry there is nothing to keep";
 
   choose(tile(0), u"Reset Icon"_s);
@@ -471,7 +487,8 @@ TEST_F(CommandsTest, MenusOfferWhatAppliesNow) {
   choose(tile(1), u"Remove Widget"_s);
   const quint64 application = desktop->runningApps.list()[0].identity;
   const auto kept = menus->application(application, u"L"_s);
-  EXPECT_EQ(lines(kept), u"Open Editor & Co|-|New Window|Tips|-|(Windows)|-|Keep in Dock|Quit"_s);
+  EXPECT_EQ(lines(kept),
+            u"Open Editor & Co|-|New Window|Tips|-|(Windows)|-|Keep in Dock|Quit|-|Add Widgets…|Settings…"_s);
   choose(kept, u"Keep in Dock"_s);
   EXPECT_EQ(widget(4).options.value(u"path"_s), editor());
   EXPECT_FALSE(lines(menus->application(application, u"L"_s)).contains(u"Keep in Dock"_s));

@@ -39,14 +39,7 @@ QuestionPane::QuestionPane(const Question& question) : refuse_(new Button(questi
   frame().addSpacing(theme::kRowGap);
   frame().addWidget(sentenceOf(question.sentence, TextStyle::Body, Tone::Secondary));
   frame().addSpacing(theme::kRowGap);
-  // A command is one long word to a label, which would cut it; here it breaks anywhere.
-  auto* facts = new TextArea(question.label);
-  facts->setReadOnly(true);
-  facts->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-  facts->setPlainText(question.facts);
-  facts->setFixedHeight(std::min(kMostFacts, heightOf(*facts)));
-  frame().addWidget(facts);
-  frame().addSpacing(theme::kRowGap);
+  QWidget* facts = question.facts.isEmpty() ? nullptr : makeFacts(question);
 
   auto* accept = new Button(question.accept, Button::Role::Plain);
   auto* row = new QHBoxLayout;
@@ -58,7 +51,19 @@ QuestionPane::QuestionPane(const Question& question) : refuse_(new Button(questi
   connect(accept, &QPushButton::clicked, this, [this] { Q_EMIT answered(true); });
   connect(refuse_, &QPushButton::clicked, this, [this] { Q_EMIT answered(false); });
   setTabOrder(refuse_, accept);
-  setTabOrder(accept, facts);
+  if (facts) setTabOrder(accept, facts);
+}
+
+QWidget* QuestionPane::makeFacts(const Question& question) {
+  // A command is one long word to a label, which would cut it; here it breaks anywhere.
+  auto* facts = new TextArea(question.label);
+  facts->setReadOnly(true);
+  facts->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  facts->setPlainText(question.facts);
+  facts->setFixedHeight(std::min(kMostFacts, heightOf(*facts)));
+  frame().addWidget(facts);
+  frame().addSpacing(theme::kRowGap);
+  return facts;
 }
 
 QSize QuestionPane::sizeHint() const {

@@ -12,7 +12,7 @@ class Button;
 struct Question {
   QString title;
   QString sentence;
-  QString facts;   ///< What the user decides by, line by line; it scrolls where it is long.
+  QString facts;   ///< What the user decides by, line by line; it scrolls where it is long. May be empty.
   QString label;   ///< Of the facts, for screen readers.
   QString accept;  ///< The button that does something.
   QString refuse;  ///< The one that is harmless, and has the keyboard.
@@ -34,6 +34,8 @@ class QuestionPane final : public GlassPane {
   void showEvent(QShowEvent* event) override;
 
  private:
+  QWidget* makeFacts(const Question& question);
+
   Button* refuse_;
 };
 
