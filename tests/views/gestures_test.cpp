@@ -916,9 +916,13 @@ TEST(Starting, PulsesForAWhileAndStopsByItself) {
   row.runningApps[2].launching = false;
   view->setRow(row);
   EXPECT_FALSE(view->isMoving());
-  row.runningApps[2].launching = row.reduceMotion = true;
+  row.reduceMotion = true;
+  view->setRow(row);
+  const QImage quiet = paintedBy(*view);
+  row.runningApps[2].launching = true;
   view->setRow(row);
   EXPECT_FALSE(view->isMoving()) << "not where motion is reduced";
+  EXPECT_NE(paintedBy(*view), quiet) << "which shows it all the same";
   row.reduceMotion = false;
   view->setRow(row);
   view->beat(9.8);

@@ -22,10 +22,10 @@ struct DockApp {
   bool urgent = false;               ///< It asks for attention.
   std::optional<double> progress{};  ///< From 0 to 1.
   std::optional<qint64> count{};     ///< Of unread things.
-  bool launching = false;            ///< It was started and has no window yet.
+  bool launching = false;            ///< It was started again, and no window has come of that yet.
   qsizetype windows = 1;
 
-  AppMarks marks() const { return {!launching, front, urgent, launching, progress, count, windows}; }
+  AppMarks marks() const { return {windows > 0, front, urgent, launching, progress, count, windows}; }
   bool operator==(const DockApp&) const = default;
 };
 

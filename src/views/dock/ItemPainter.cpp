@@ -64,7 +64,8 @@ TileStyle ItemPainter::styleOf(qsizetype item) const {
     style.lift = state_.drag.lift();
     style.magnification = 1;
   }
-  if (tiles.isLaunching(item)) style.iconOpacity = launches_.value();
+  // Where nothing may move, an icon is as pale as at the lowest point of a beat.
+  if (tiles.isLaunching(item)) style.iconOpacity = row.reduceMotion ? theme::kPulseOpacity : launches_.value();
   return style;
 }
 

@@ -119,7 +119,8 @@ QList<DockApp> LiveDock::runningApps() const {
   for (const RunningApp& running : store_.unpinnedRunningApps(display_)) {
     const LauncherHint hint = services_.hintOf(running.desktopId);
     apps.append({running.identity, running.name, iconOf(running, services_), running.active,
-                 running.urgent || hint.urgent, hint.progress, hint.count, false, running.windows.size()});
+                 running.urgent || hint.urgent, hint.progress, hint.count, services_.isStarting(running.path),
+                 running.windows.size()});
   }
   return apps;
 }

@@ -46,7 +46,7 @@ std::optional<ApplicationFacts> applicationOf(const AppStore& store, const TileS
     facts->marks = {windows > 0, shown.active, running->urgent || hint.urgent, false, hint.progress,
                     hint.count,  windows};
   }
-  facts->marks.launching = !runs && services.isStarting(path);
+  facts->marks.launching = services.isStarting(path);
   return facts;
 }
 

@@ -10,7 +10,7 @@ struct AppMarks {
   bool running = false;
   bool front = false;
   bool urgent = false;               ///< It asks for attention.
-  bool launching = false;            ///< It was started and has no window yet.
+  bool launching = false;            ///< It was started, and no window has come of that yet.
   std::optional<double> progress{};  ///< From 0 to 1.
   std::optional<qint64> count{};     ///< Of unread things; nothing is shown for 0 and below.
   qsizetype windows = 1;             ///< A dot each while it runs, up to four.
