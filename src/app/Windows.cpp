@@ -209,6 +209,7 @@ DesktopAbilities Windows::abilities() const {
   found.windows = services_.windows.capability();
   found.workspaces = services_.windows.workspaces();
   found.frames = services_.windows.frames();
+  found.attention = services_.windows.attention();
   found.keys = parts_.keys.capability();
   found.keysAnswered = parts_.keys.hasAnswered();
   found.unaskedKeys = parts_.keys.unasked();

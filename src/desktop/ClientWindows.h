@@ -45,6 +45,8 @@ class ClientWindows : public QObject {
   virtual Capability workspaces() const { return capability(); }
   /// Whether it tells where windows are, and which are maximised.
   virtual Capability frames() const { return capability(); }
+  /// Whether it tells which windows ask for attention.
+  virtual Capability attention() const { return capability(); }
   virtual QList<ClientWindow> all() const = 0;
   /// Whether `ClientWindow::frame` is given for every window, or only for full-screen windows and docks, as it is until
   /// this is called. What is known of them is in the list when this returns; nothing is emitted for it.

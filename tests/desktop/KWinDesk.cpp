@@ -30,7 +30,11 @@ class KWinDesk final : public CompositorDesk {
     return std::make_unique<TestTerminal>(QStringList{program, TestTerminal::title()});
   }
   Abilities abilities() const override {
-    return {.tellsFrames = true, .tellsWorkspaces = true, .givesKeys = false, .tellsHeldKeys = false};
+    return {.tellsFrames = true,
+            .tellsWorkspaces = true,
+            .givesKeys = false,
+            .tellsHeldKeys = false,
+            .tellsAttention = true};
   }
   // KWin opens windows in the middle of the display with the pointer.
   std::unique_ptr<OtherWindow> film() override {

@@ -58,6 +58,7 @@ class TestDesk {
     bool tellsWorkspaces = true;
     bool givesKeys = true;
     bool tellsHeldKeys = true;
+    bool tellsAttention = true;
   };
   virtual Abilities abilities() const { return {}; }
   /// Whether a click that closes something of the program is still one for what was clicked.

@@ -52,7 +52,11 @@ class WaylandDesk final : public CompositorDesk {
                                                       u"key-bindings.clipboard-paste=Control+v"_s});
   }
   Abilities abilities() const override {
-    return {.tellsFrames = false, .tellsWorkspaces = false, .givesKeys = false, .tellsHeldKeys = false};
+    return {.tellsFrames = false,
+            .tellsWorkspaces = false,
+            .givesKeys = false,
+            .tellsHeldKeys = false,
+            .tellsAttention = false};
   }
   std::unique_ptr<OtherWindow> film() override { return std::make_unique<Film>(); }
   void turnToEmpty(bool empty) override {

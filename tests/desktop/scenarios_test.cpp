@@ -332,7 +332,7 @@ TEST_F(ShellScenario, EveryKindOfMenuOpensBesideTheGlassAndEscapeClosesIt) {
     std::function<QRect()> place;
     QString entry;
   } cases[] = {{"the trash", [&] { return tile(0); }, u"Empty Trash…"_s},
-               {"a folder", [&] { return tile(1); }, u"Show in File Manager"_s},
+               {"a folder", [&] { return tile(1); }, u"Show in Files"_s},
                {"a widget", [&] { return tile(3); }, u"Edit Widget…"_s},
                {"an app", app, u"Windows"_s},
                {"a profile's tab", tab, u"Add Widgets…"_s}};
@@ -636,6 +636,9 @@ TEST_F(ShellScenario, WhatTheDesktopDoesNotTellIsSaidInSettingsAndNotPretended) 
     ASSERT_FALSE(controls.isEmpty());
     for (const QWidget* control : controls) EXPECT_EQ(control->isEnabled(), each.isThere);
   }
+  const FormRow* peep = row("layout", "Show the dock when something needs you");
+  ASSERT_TRUE(peep);
+  EXPECT_NE(says(*peep, "does not tell which windows ask for attention"), desktop.tellsAttention);
   const FormRow* numbers = row("shortcuts", "Apps by number");
   EXPECT_EQ(says(*numbers, "Hold Super for a moment"), desktop.tellsHeldKeys);
   settings()->close();

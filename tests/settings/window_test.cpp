@@ -103,6 +103,16 @@ TEST_F(SettingsWindowTest, WhereNobodyTellsWhereWindowsAreTheRowSaysSoAlsoAfterA
   EXPECT_FALSE(says()->isEnabled());
 }
 
+TEST_F(SettingsWindowTest, WhereNobodyTellsWhoAsksForAttentionTheDockStillComesForTimers) {
+  abilities.attention = Capability::no(u"Nobody tells."_s);
+  store().edit([](DockConfiguration& config) { config.layout = DockLayout::RevealBottom; });
+  turnTo("layout");
+  const auto* peep = control<Switch>("Show the dock when something needs you");
+  ASSERT_TRUE(peep);
+  EXPECT_TRUE(peep->isEnabled());
+  EXPECT_TRUE(peep->accessibleDescription().startsWith(u"Nobody tells. Timers"_s));
+}
+
 TEST_F(SettingsWindowTest, ASearchLeavesWhatMatchesAndTellsWhereItIs) {
   turnTo("privacy");
   search(u"dock scále"_s);  // Accents and case don't matter.

@@ -109,6 +109,11 @@ Capability WaylandClientWindows::frames() const {
   return Capability::no(tr("This desktop does not tell other apps where windows are."));
 }
 
+Capability WaylandClientWindows::attention() const {
+  if (!manager_) return capability();
+  return Capability::no(tr("This desktop does not tell which windows ask for attention."));
+}
+
 void WaylandClientWindows::activate(quint64 id) {
   if (auto* window = handle(id); window && session_.seat()) {
     zwlr_foreign_toplevel_handle_v1_activate(window, session_.seat());

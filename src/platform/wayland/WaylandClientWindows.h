@@ -23,6 +23,7 @@ class WaylandClientWindows final : public ClientWindows {
   Capability capability() const override;
   Capability workspaces() const override;
   Capability frames() const override;
+  Capability attention() const override;
   QList<ClientWindow> all() const override { return windows_; }
   void activate(quint64 id) override;
   void close(quint64 id) override;

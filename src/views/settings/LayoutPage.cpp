@@ -127,13 +127,17 @@ class LayoutPage final : public SettingsPage {
                     settingField(&DeskOptions::dodge), kDodged);
     showWhile(dodge, reveals);
     needs(dodge, services_.abilities().frames);
-    showWhile(addSwitch(card,
-                        {QT_TRANSLATE_NOOP("Settings", "Show the dock when something needs you"),
-                         QT_TRANSLATE_NOOP("Settings",
-                                           "For three seconds, when an app in it asks for attention or a timer ends."),
-                         QT_TRANSLATE_NOOP("Settings", "peek urgent notification reminder")},
-                        settingField(&DeskOptions::peep)),
-              reveals);
+    FormRow* peep = addSwitch(
+        card,
+        {QT_TRANSLATE_NOOP("Settings", "Show the dock when something needs you"),
+         QT_TRANSLATE_NOOP("Settings", "For three seconds, when an app in it asks for attention or a timer ends."),
+         QT_TRANSLATE_NOOP("Settings", "peek urgent notification reminder")},
+        settingField(&DeskOptions::peep));
+    // Without that it is still of use: timers end, and some apps tell docks what they want by themselves.
+    if (const Capability told = services_.abilities().attention; !told)
+      peep->setHelp(SettingsWords::tr("%1 Timers, reminders and apps that say so themselves still show the dock.")
+                        .arg(told.reason));
+    showWhile(peep, reveals);
     const char* felt =
         services_.abilities().feelsOnePixelOnly
             ? QT_TRANSLATE_NOOP("Settings", "On this desktop the pointer must reach the last pixel of the screen.")

@@ -12,8 +12,8 @@ namespace {
 constexpr auto kPlaces = std::to_array<SettingChoice>({
     {QT_TRANSLATE_NOOP("Settings", "Don't show"), "none"},
     {QT_TRANSLATE_NOOP("Settings", "Left"), "left"},
-    {QT_TRANSLATE_NOOP("Settings", "Before Apps"), "beforeApps"},
-    {QT_TRANSLATE_NOOP("Settings", "After Apps"), "afterApps"},
+    {QT_TRANSLATE_NOOP("Settings", "Before apps"), "beforeApps"},
+    {QT_TRANSLATE_NOOP("Settings", "After apps"), "afterApps"},
     {QT_TRANSLATE_NOOP("Settings", "Right"), "right"},
 });
 

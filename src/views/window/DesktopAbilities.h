@@ -20,6 +20,8 @@ struct DesktopAbilities {
   Capability workspaces;
   /// Whether the desktop tells where windows are.
   Capability frames;
+  /// Whether it tells which of them ask for attention.
+  Capability attention;
   Capability keys;
   /// Whether that is the desktop's answer yet. Until then no key is promised, and none is said to be missing.
   bool keysAnswered = true;
