@@ -11,6 +11,7 @@
 #include "app/SingleInstance.h"
 #include "app/SocketSession.h"
 #include "base/DomainError.h"
+#include "base/LocalFigures.h"
 #include "store/AppStore.h"
 #include "store/Commands.h"
 #include "widgets/PinnedTiles.h"
@@ -100,13 +101,14 @@ QString Orders::refusal(const Order& order) const {
     return tr("The command bar cannot be opened on this desktop.");
   const qsizetype profiles = store_.config().profiles.size();
   if (order.kind == Order::Kind::Profile && (order.number < 0 || order.number >= profiles)) {
-    return profiles == 1
-               ? tr("There is no profile %1. The only one is 0.").arg(order.number)
-               : tr("There is no profile %1. The first one is 0, the last one %2.").arg(order.number).arg(profiles - 1);
+    return profiles == 1 ? tr("There is no profile %1. The only one is 0.").arg(LocalFigures::number(order.number))
+                         : tr("There is no profile %1. The first one is 0, the last one %2.")
+                               .arg(LocalFigures::number(order.number), LocalFigures::number(profiles - 1));
   }
   const qsizetype apps = setup_.apps();
   if (order.kind == Order::Kind::App && (order.number < 1 || order.number > apps))
-    return tr("There is no app %1 in the dock. It has %2.").arg(order.number).arg(apps);
+    return tr("There is no app %1 in the dock. It has %2.")
+        .arg(LocalFigures::number(order.number), LocalFigures::number(apps));
   return {};
 }
 

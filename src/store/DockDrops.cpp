@@ -9,6 +9,7 @@
 #include "apps/AppOpener.h"
 #include "apps/RunningApplications.h"
 #include "base/DomainError.h"
+#include "base/LocalFigures.h"
 #include "config/WidgetTransfer.h"
 #include "desktop/NearbySharing.h"
 #include "store/AppStore.h"
@@ -163,13 +164,13 @@ void DockDrops::bringInto(const QString& folder, const DockFileDrop& drop) {
     QString sentence;
     if (how == FileTransfer::Link) {
       sentence = number == 1 ? tr("“%1” was linked in “%2”.").arg(one, into)
-                             : tr("%1 items were linked in “%2”.").arg(number).arg(into);
+                             : tr("%1 items were linked in “%2”.").arg(LocalFigures::number(number), into);
     } else if (allMoved(outcome.changes)) {
       sentence = number == 1 ? tr("“%1” was moved to “%2”.").arg(one, into)
-                             : tr("%1 items were moved to “%2”.").arg(number).arg(into);
+                             : tr("%1 items were moved to “%2”.").arg(LocalFigures::number(number), into);
     } else {
       sentence = number == 1 ? tr("“%1” was copied to “%2”.").arg(one, into)
-                             : tr("%1 items were copied to “%2”.").arg(number).arg(into);
+                             : tr("%1 items were copied to “%2”.").arg(LocalFigures::number(number), into);
     }
     offerUndo(outcome, {sentence, display});
   };
@@ -180,8 +181,8 @@ void DockDrops::moveToTrash(const QStringList& paths, const QString& display) {
   services_.files.trash(paths, this, [this, display](const FilesOutcome& outcome) {
     const auto number = outcome.changes.size();
     const QString one = number == 1 ? nameOf(outcome.changes.first().from) : QString();
-    const QString sentence =
-        number == 1 ? tr("“%1” was moved to the trash.").arg(one) : tr("%1 items were moved to the trash.").arg(number);
+    const QString sentence = number == 1 ? tr("“%1” was moved to the trash.").arg(one)
+                                         : tr("%1 items were moved to the trash.").arg(LocalFigures::number(number));
     offerUndo(outcome, {sentence, display});
   });
 }
@@ -205,8 +206,9 @@ void DockDrops::shelve(const QStringList& paths, const Kinds& kinds, const QStri
     return;
   }
   store_.edit([&](DockConfiguration& config) { config.shelf += added; });
-  const QString sentence = added.size() == 1 ? tr("“%1” was added to the file shelf.").arg(nameOf(added.first()))
-                                             : tr("%1 items were added to the file shelf.").arg(added.size());
+  const QString sentence = added.size() == 1
+                               ? tr("“%1” was added to the file shelf.").arg(nameOf(added.first()))
+                               : tr("%1 items were added to the file shelf.").arg(LocalFigures::number(added.size()));
   const auto takeOff = [self = QPointer(this), added] {
     if (!self) return;
     self->store_.edit([&](DockConfiguration& config) {

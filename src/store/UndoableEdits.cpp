@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "base/DomainError.h"
+#include "base/LocalFigures.h"
 #include "config/KeptSettings.h"
 #include "config/Persistence.h"
 #include "store/AppStore.h"
@@ -79,8 +80,9 @@ bool UndoableEdits::insert(const QList<DockWidget>& widgets, const QString& disp
   const QUuid profile = store_.profile(display).id;
   const QList<DockWidget> added = store_.addWidgets(widgets, profile, before);
   if (added.isEmpty()) return false;
-  const QString sentence = added.size() == 1 ? addedSentence(nameOf(added.first()), store_.config(), profile)
-                                             : tr("%1 widgets were added to the dock.").arg(added.size());
+  const QString sentence = added.size() == 1
+                               ? addedSentence(nameOf(added.first()), store_.config(), profile)
+                               : tr("%1 widgets were added to the dock.").arg(LocalFigures::number(added.size()));
   pushAdded(idsOf(added), {sentence, display});
   return true;
 }

@@ -2,6 +2,8 @@
 
 #include <QRegularExpression>
 
+#include "base/LocalFigures.h"
+
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
@@ -50,6 +52,13 @@ FigureWords FigureWords::of(const QString& text) {
 QString FigureWords::withMinus(QString text) {
   if (text.size() > 1 && text[0] == u'-' && !text[1].isLetter()) text[0] = u'−';
   return text;
+}
+
+QString FigureWords::localised(const QString& text, const QLocale& locale) {
+  if (!of(text).isNumber) return text;
+  // Groups and decimals in somebody else's way, a version, an address of a computer.
+  static const QRegularExpression ambiguous(u"[0-9][.'’][0-9]+[.,'’][0-9]|[0-9],(?![0-9]{3}(?![0-9]))[0-9]"_s);
+  return withMinus(ambiguous.match(text).hasMatch() ? text : LocalFigures::of(text, locale));
 }
 
 int FigureWords::signOf(const QString& text) {

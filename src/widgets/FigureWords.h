@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLocale>
 #include <QString>
 
 namespace tarnwick {
@@ -13,6 +14,9 @@ struct FigureWords {
   /// "1,234 ms" is 1,234 and ms, "€12.50" stays whole, "73%" is 73 and %. A text that does not begin with a number, and
   /// one whose number is a part of something else (a date, a version, a sentence), stays as it is.
   static FigureWords of(const QString& text);
+  /// A figure with its unit as the user's locale writes it, with withMinus(); every other text as it is, and so does
+  /// one whose marks are not those of ASCII.
+  static QString localised(const QString& text, const QLocale& locale = QLocale());
   /// -1 for a text such as "-2.1%", 1 for one with a plus, 0 for all others.
   static int signOf(const QString& text);
   /// With a minus before its number that is as wide as a plus, in place of a hyphen.

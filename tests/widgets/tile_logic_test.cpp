@@ -371,6 +371,27 @@ TEST(FigureWords, TakeAForeignFigureApartAndLeaveTheRestAlone) {
                  {u"0"_s, 0},      {u"-"_s, 0},      {u"+A"_s, 0}};
   for (const auto& each : changes) EXPECT_EQ(FigureWords::signOf(each.text), each.sign) << qPrintable(each.text);
   EXPECT_EQ(FigureWords::withMinus(u"-$12"_s), u"−$12"_s);
+  const struct {
+    QString text, german, arabic;
+  } local[] = {
+      {u"-1,284.50 €"_s, u"−1.284,50 €"_s, u"−١٬٢٨٤٫٥٠ €"_s},
+      {u"48.2K"_s, u"48,2K"_s, u"٤٨٫٢K"_s},
+      {u"14:30"_s, u"14:30"_s, u"١٤:٣٠"_s},
+      {u"1,284"_s, u"1.284"_s, u"١٬٢٨٤"_s},
+      {u"1.284,50"_s, u"1.284,50"_s, u"1.284,50"_s},
+      {u"0,5"_s, u"0,5"_s, u"0,5"_s},
+      {u"10.0.0.7"_s, u"10.0.0.7"_s, u"10.0.0.7"_s},
+      {u"v1.2"_s, u"v1.2"_s, u"v1.2"_s},
+      {u"2026-11-24"_s, u"2026-11-24"_s, u"2026-11-24"_s},
+      {u"7 unread messages"_s, u"7 unread messages"_s, {}},
+  };
+  const QLocale german(QLocale::German, QLocale::Germany), arabic(QLocale::Arabic, QLocale::Egypt);
+  for (const auto& each : local) {
+    EXPECT_EQ(FigureWords::localised(each.text, german), each.german);
+    if (!each.arabic.isEmpty()) {
+      EXPECT_EQ(FigureWords::localised(each.text, arabic), each.arabic);
+    }
+  }
   EXPECT_EQ(FigureWords::withMinus(u"-x"_s), u"-x"_s);
 }
 

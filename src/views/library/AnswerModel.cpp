@@ -103,7 +103,7 @@ AnswerModel::Sort AnswerModel::sort(const QModelIndex& index) const {
 
 QString AnswerModel::name(const QModelIndex& index) const {
   const Node& node = nodeOf(index);
-  if (node.rest > 0) return LibraryWords::tr("and %1 more").arg(LocalFigures::number(static_cast<int>(node.rest)));
+  if (node.rest > 0) return LibraryWords::tr("and %1 more").arg(LocalFigures::number(node.rest));
   return ForeignText::line(node.name);
 }
 
@@ -119,9 +119,9 @@ QString AnswerModel::value(const QModelIndex& index) const {
     case Sort::Nothing:
       return u"null"_s;
     case Sort::Object:
-      return u"{ %1 }"_s.arg(node.count());
+      return u"{ %1 }"_s.arg(LocalFigures::number(node.count()));
     case Sort::List:
-      return u"[ %1 ]"_s.arg(node.count());
+      return u"[ %1 ]"_s.arg(LocalFigures::number(node.count()));
     case Sort::Rest:
       break;
   }

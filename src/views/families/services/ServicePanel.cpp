@@ -135,12 +135,12 @@ class ServicePanel final : public TilePanel {
     setPlainTip(*page_, PanelWords::tr("Open %1").arg(page.host()));
     header().setNote(noteOf(reading, state, sources));
     setMessage(state.problem);
-    showHeadline(value, state);
+    showHeadline(value, state, sources.locale);
     showChart(value.numbers, sources.locale);
     showUsage(value.usageWindows, sources);
     // The figures of allowances are said with their bars.
-    showMetrics(value.usageWindows.isEmpty() ? value.metrics : QList<ServiceMetric>());
-    showRows(value.rows);
+    showMetrics(value.usageWindows.isEmpty() ? value.metrics : QList<ServiceMetric>(), sources.locale);
+    showRows(value.rows, sources.locale);
     const bool saysMore = value.usageWindows.isEmpty() && !state.hasFailed && !value.detail.isEmpty();
     setShown(detail_, saysMore);
     detail_->setText(saysMore ? value.detail : QString());
@@ -155,9 +155,9 @@ class ServicePanel final : public TilePanel {
     return PanelWords::tr("Updated %1").arg(ClockWords::time(at, sources.locale, sources.use24Hour).full());
   }
 
-  void showHeadline(const RemoteValue& value, const RemoteState& state) {
+  void showHeadline(const RemoteValue& value, const RemoteState& state, const QLocale& locale) {
     const bool isMissing = !value.value || value.value->trimmed().isEmpty();
-    const FigureWords words = FigureWords::of(value.value.value_or(QString()));
+    const FigureWords words = FigureWords::of(FigureWords::localised(value.value.value_or(QString()), locale));
     const bool isFigure = !isMissing && words.isNumber && fits(words);
     setShown(figure_, isFigure);
     if (isFigure) figure_->setFigure(words.figure, words.unit);
@@ -167,7 +167,7 @@ class ServicePanel final : public TilePanel {
     if (isMissing && below.isEmpty() && !state.hasFailed && value.usageWindows.isEmpty() && value.rows.isEmpty())
       below = PanelWords::tr("No value yet");
     setShown(subtitle_, !below.isEmpty());
-    subtitle_->setText(FigureWords::withMinus(below));
+    subtitle_->setText(FigureWords::localised(below, locale));
   }
 
   static bool fits(const FigureWords& words) {
@@ -210,22 +210,23 @@ class ServicePanel final : public TilePanel {
     usage_->setRows(views);
   }
 
-  void showMetrics(const QList<ServiceMetric>& metrics) {
+  void showMetrics(const QList<ServiceMetric>& metrics, const QLocale& locale) {
     setShown(metrics_, !metrics.isEmpty());
     if (metrics == shownMetrics_) return;
     shownMetrics_ = metrics;
     QList<QWidget*> rows;
     for (const ServiceMetric& metric : metrics.first(std::min(metrics.size(), kMostRows))) {
       auto* row = new ListRow(metric.label);
-      row->setValue(FigureWords::withMinus(metric.value));
+      const QString figure = FigureWords::localised(metric.value, locale);
+      row->setValue(figure);
       row->setParted(!rows.isEmpty());
-      setPlainTip(*row, metric.label + u": "_s + metric.value);
+      setPlainTip(*row, metric.label + u": "_s + figure);
       rows << row;
     }
     metrics_->setRows(rows);
   }
 
-  void showRows(const QList<ServiceRow>& all) {
+  void showRows(const QList<ServiceRow>& all, const QLocale& locale) {
     const QList<ServiceRow> shown = all.first(std::min(all.size(), kMostRows));
     setShown(rows_, !shown.isEmpty());
     setShown(more_, all.size() > shown.size());
@@ -234,21 +235,22 @@ class ServicePanel final : public TilePanel {
     shownRows_ = shown;
     QList<QWidget*> rows;
     for (const ServiceRow& each : shown) {
-      QWidget* row = makeRow(each);
+      QWidget* row = makeRow(each, locale);
       static_cast<ListRow*>(row)->setParted(!rows.isEmpty());
       rows << row;
     }
     rows_->setRows(rows);
   }
 
-  QWidget* makeRow(const ServiceRow& each) {
+  QWidget* makeRow(const ServiceRow& each, const QLocale& locale) {
     auto* row = new ListRow(each.title);
     // A figure stands beside it, words stand below.
-    if (FigureWords::of(each.subtitle).isNumber)
-      row->setValue(FigureWords::withMinus(each.subtitle));
+    const QString beside = FigureWords::localised(each.subtitle, locale);
+    if (FigureWords::of(beside).isNumber)
+      row->setValue(beside);
     else
-      row->setCaption(each.subtitle);
-    const QString whole = each.subtitle.isEmpty() ? each.title : each.title + u" · "_s + each.subtitle;
+      row->setCaption(beside);
+    const QString whole = beside.isEmpty() ? each.title : each.title + u" · "_s + beside;
     setPlainTip(*row, whole);
     if (!each.url || !ForeignText::mayOpen(*each.url)) return row;
     row->setClickable(true);

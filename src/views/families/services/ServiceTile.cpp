@@ -109,7 +109,7 @@ QString spokenOf(const ServiceContent& content, const RemoteReading& reading, co
     for (const UsageWindow& window : reading.value.usageWindows)
       add(UsageWords::line(inZoneOf(window, sources), sources.locale, sources.use24Hour));
   } else if (reading.value.value) {
-    add(*reading.value.value);
+    add(FigureWords::localised(*reading.value.value, sources.locale));
     if (!content.state.hasFailed && !reading.value.loading) add(reading.value.subtitle);
   } else if (!content.state.hasFailed) {
     add(content.captions.value(0));
@@ -121,13 +121,13 @@ QString spokenOf(const ServiceContent& content, const RemoteReading& reading, co
 }
 
 /// Takes what a caption says of a change apart: "+1.24% · ACME" is a rise, and ACME.
-void findChange(ServiceContent& content, const QString& caption, const QString& name) {
+void findChange(ServiceContent& content, const QString& caption, const QString& name, const QLocale& locale) {
   QStringList rest = caption.split(u" · "_s);
   const auto found = std::ranges::find_if(
       rest, [](const QString& part) { return FigureWords::signOf(part) != 0 && FigureWords::of(part).isNumber; });
   if (found == rest.end()) return;
   const QString before = *found;
-  content.change = FigureWords::withMinus(before);
+  content.change = FigureWords::localised(before, locale);
   *found = content.change;
   content.captions = {rest.join(u" · "_s), content.change};
   rest.erase(found);
@@ -178,23 +178,25 @@ TileContent makeServiceTile(const TileRequest& request, ServiceShape wish) {
     reading.emplace();
   }
   const RemoteValue& value = reading->value;
+  const QLocale& locale = request.sources.locale;
   ServiceContent content;
   if (wish != ServiceShape::Quote || !value.value) content.badge = serviceBadge(request.definition);
   content.state = RemoteState::of(*reading, request.sources);
   content.captions = captionsOf(*reading, content.state, request.title());
   if (content.state.remark().isEmpty() && !content.state.hasFailed)
-    findChange(content, reading->value.subtitle, request.title());
+    findChange(content, reading->value.subtitle, request.title(), locale);
   content.isDimmed = content.state.hasFailed;
   if (value.value && !value.value->trimmed().isEmpty())
-    content.headline = FigureWords::of(*value.value);
+    content.headline = FigureWords::of(FigureWords::localised(*value.value, locale));
   else if (!value.usageWindows.isEmpty())
-    content.headline = FigureWords::of(LocalFigures::of(UsageWords::leftWords(value.usageWindows.first())));
+    content.headline = FigureWords::of(LocalFigures::of(UsageWords::leftWords(value.usageWindows.first()), locale));
   else
     describeMissing(content, *reading, request.title());
   content.numbers = plottable(value.numbers);
-  content.figures = value.metrics.first(std::min(value.metrics.size(), kMostFigures));
+  for (const ServiceMetric& metric : value.metrics.first(std::min(value.metrics.size(), kMostFigures)))
+    content.figures << ServiceMetric{metric.label, FigureWords::localised(metric.value, locale)};
   for (const ServiceRow& row : value.rows.first(std::min(value.rows.size(), kMostTileRows)))
-    content.rows << ServiceMetric{row.title, FigureWords::withMinus(row.subtitle)};
+    content.rows << ServiceMetric{row.title, FigureWords::localised(row.subtitle, locale)};
   fillUsage(content, request, *reading, wish);
   content.shape = shapeOf(wish, content);
   content.spoken = spokenOf(content, *reading, request.sources);
