@@ -3,18 +3,25 @@
 #include <QStringList>
 
 #include "platform/net/module/HostGate.h"
+#include "support/TestScheduler.h"
 
 namespace tarnwick {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-TEST(HostGate, LetsEachHostsFirstThroughAndForgetsWhoLeaves) {
-  HostGate gate(2);
-  QString entered;
-  const auto ask = [&](const QString& host, QChar name) {
-    return gate.ask(host, [&entered, name] { entered += name; });
-  };
+struct HostGateTest : ::testing::Test {
+  std::unique_ptr<HostGate::Pass> ask(const QString& host, QChar name, int port = 443) {
+    return gate.ask(host, port, [this, name](HostGate::Connection connection) {
+      entered += connection == HostGate::Connection::Kept ? name : name.toUpper();
+    });
+  }
+  test::TestScheduler time;
+  HostGate gate{2, 40, time};
+  QString entered;  ///< In capitals those whose connections are closed.
+};
+
+TEST_F(HostGateTest, LetsEachHostsFirstThroughAndForgetsWhoLeaves) {
   auto a = ask(u"x"_s, u'a');
   auto b = ask(u"x"_s, u'b');
   auto c = ask(u"x"_s, u'c');
@@ -34,6 +41,29 @@ TEST(HostGate, LetsEachHostsFirstThroughAndForgetsWhoLeaves) {
   auto g = ask(u"x"_s, u'g');
   auto h = ask(u"x"_s, u'h');
   EXPECT_EQ(entered, u"abocefg"_s);
+}
+
+TEST_F(HostGateTest, CountsWhatIsKeptForAnotherPort) {
+  auto a = ask(u"x"_s, u'a');
+  auto b = ask(u"x"_s, u'b');
+  a.reset();
+  b.reset();
+  auto c = ask(u"x"_s, u'c');
+  EXPECT_EQ(entered, u"abc"_s) << "what is kept is used";
+  auto other = ask(u"x"_s, u'o', 8443);
+  auto d = ask(u"x"_s, u'd');
+  EXPECT_EQ(entered, u"abc"_s) << "nobody comes before who was there first";
+  c.reset();
+  time.advance(39);
+  EXPECT_EQ(entered, u"abc"_s);
+  time.advance(1);
+  EXPECT_EQ(entered, u"abcOD"_s);
+  // From now on nothing is kept, and nobody waits for it.
+  other.reset();
+  auto e = ask(u"x"_s, u'e');
+  d.reset();
+  auto f = ask(u"x"_s, u'f', 8443);
+  EXPECT_EQ(entered, u"abcODEF"_s);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "platform/net/module/NetworkTransfer.h"
 
+#include <QPointer>
 #include <algorithm>
 
 namespace tarnwick {
@@ -19,13 +20,20 @@ constexpr qsizetype kMuch = 256 * 1024;
 /// Seconds; the toolkit itself gives a connection up after thirty.
 constexpr double kLongestConnecting = 35;
 
-/// The thread of the connections does one thing after the other, so this one is closed before that of whoever comes
-/// next is opened.
-void closeReply(QNetworkReply* reply, const QObject* listener) {
+/// The end of a reply closes its connection. To abort it would report a failure, and the one that its service is about
+/// to report would be a second one, of which the toolkit complains. It ends in the next turn, since it may be what is
+/// calling; then the place behind the gate is given up. The thread of the connections does one thing after the other,
+/// so this one is closed before that of whoever comes next is opened.
+void closeReply(QNetworkReply* reply, const QObject* listener, std::unique_ptr<HostGate::Pass> pass) {
   if (!reply) return;
   reply->disconnect(listener);
-  if (!reply->isFinished()) reply->abort();
-  reply->deleteLater();
+  QMetaObject::invokeMethod(
+      reply->manager(),
+      [ended = QPointer(reply), held = std::shared_ptr<HostGate::Pass>(std::move(pass))]() mutable {
+        delete ended;
+        held.reset();
+      },
+      Qt::QueuedConnection);
 }
 
 bool isOfProxy(QNetworkReply::NetworkError error) {
@@ -47,9 +55,8 @@ class Straggler final : public QObject {
 
  private:
   void close() {
-    closeReply(std::exchange(reply_, nullptr), this);
+    closeReply(std::exchange(reply_, nullptr), this, std::move(pass_));
     bound_.reset();
-    pass_.reset();
     disconnect();
     deleteLater();
   }
@@ -63,7 +70,8 @@ class Straggler final : public QObject {
 
 NetworkTransfer::NetworkTransfer(NetworkTransport& transport, HTTPRequest request, HTTPTransport::Done done)
     : transport_(transport), request_(std::move(request)), done_(std::move(done)) {
-  pass_ = transport_.gate_.ask(request_.url.host(), [this] {
+  pass_ = transport_.gate_.ask(request_.url.host(), port(), [this](HostGate::Connection connection) {
+    connection_ = connection;
     beginning_ = transport_.scheduler_.after(0, [this] { begin(); });
     deadline_ = transport_.scheduler_.after(HTTPLimits::seconds, [this] { end(HTTPFailure::TimedOut); });
   });
@@ -77,7 +85,7 @@ void NetworkTransfer::begin() {
 
 void NetworkTransfer::start() {
   if (!done_) return;
-  reply_ = transport_.start(request_);
+  reply_ = transport_.start(request_, connection_);
   reply_->setReadBufferSize(kReadAhead);
   connect(reply_, &QNetworkReply::requestSent, this, [this] { isSent_ = true; });
   connect(reply_, &QNetworkReply::metaDataChanged, this, &NetworkTransfer::readHead);
@@ -175,7 +183,7 @@ void NetworkTransfer::leave() {
   deadline_.reset();
   if (QNetworkReply* reply = std::exchange(reply_, nullptr)) {
     if (isSent_ || reply->isFinished()) {
-      closeReply(reply, this);
+      closeReply(reply, this, std::move(pass_));
     } else {
       reply->disconnect(this);
       new Straggler(reply, std::move(pass_), transport_.scheduler_, &transport_.manager_);

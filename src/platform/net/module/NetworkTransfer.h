@@ -17,6 +17,7 @@ class NetworkTransfer final : public QObject, public HTTPTransfer {
  private:
   void begin();
   void start();
+  int port() const { return request_.url.port(443); }
   void readHead();
   /// Takes over what has come, for one turn of the event loop. False once this has ended, and may be gone.
   bool readBody();
@@ -36,6 +37,7 @@ class NetworkTransfer final : public QObject, public HTTPTransfer {
   QByteArray body_;
   QNetworkReply* reply_ = nullptr;
   bool isSent_ = false;
+  HostGate::Connection connection_ = HostGate::Connection::Kept;
   std::optional<Unpacker> unpacker_;  ///< Where the body is packed.
   JobHandle goingOn_;                 ///< While there is more to take over than one turn should.
   JobHandle beginning_;

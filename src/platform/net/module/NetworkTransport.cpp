@@ -9,6 +9,11 @@ namespace tarnwick {
 
 namespace {
 
+/// Seconds from the last request for which the toolkit is asked to keep connections. It looks after them in steps of
+/// sixteen, and for less than one step without a pause.
+constexpr int kKept = 17;
+constexpr double kClosedBy = 40;
+
 /// Answers from the table alone: this is called while a request starts, on the main thread.
 class KnownProxies final : public QNetworkProxyFactory {
  public:
@@ -25,7 +30,9 @@ class KnownProxies final : public QNetworkProxyFactory {
 }  // namespace
 
 NetworkTransport::NetworkTransport(const NetworkSetup& setup, ProxyTable::Sources proxies)
-    : scheduler_(*setup.scheduler), proxies_(scheduler_, std::move(proxies)), gate_(HTTPLimits::connectionsToHost) {
+    : scheduler_(*setup.scheduler),
+      proxies_(scheduler_, std::move(proxies)),
+      gate_(HTTPLimits::connectionsToHost, kClosedBy, scheduler_) {
   manager_.setProxyFactory(new KnownProxies(proxies_));
   if (setup.certificates.isEmpty()) return;
   trusting_ = QSslConfiguration::defaultConfiguration();
@@ -36,7 +43,7 @@ std::unique_ptr<HTTPTransfer> NetworkTransport::send(HTTPRequest request, Done d
   return std::make_unique<NetworkTransfer>(*this, std::move(request), std::move(done));
 }
 
-QNetworkReply* NetworkTransport::start(const HTTPRequest& request) {
+QNetworkReply* NetworkTransport::start(const HTTPRequest& request, HostGate::Connection connection) {
   QNetworkRequest asked(request.url);
   asked.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
   asked.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
@@ -44,7 +51,11 @@ QNetworkReply* NetworkTransport::start(const HTTPRequest& request) {
   asked.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
   asked.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
   asked.setAttribute(QNetworkRequest::CacheSaveControlAttribute, false);
-  asked.setAttribute(QNetworkRequest::Http2AllowedAttribute, true);
+  asked.setAttribute(QNetworkRequest::ConnectionCacheExpiryTimeoutSecondsAttribute, kKept);
+  // The second version keeps its connection whatever is asked for.
+  const bool isKept = connection == HostGate::Connection::Kept;
+  asked.setAttribute(QNetworkRequest::Http2AllowedAttribute, isKept);
+  if (!isKept) asked.setRawHeader("Connection", "close");
   if (trusting_) asked.setSslConfiguration(*trusting_);
   for (const auto& [name, value] : request.headers.fields()) asked.setRawHeader(name, value);
   // The toolkit's own unpacking, which this turns off, does not tell what is too large from what is damaged.

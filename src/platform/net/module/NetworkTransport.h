@@ -20,7 +20,7 @@ class NetworkTransport final : public HTTPTransport {
  private:
   friend class NetworkTransfer;
 
-  QNetworkReply* start(const HTTPRequest& request);
+  QNetworkReply* start(const HTTPRequest& request, HostGate::Connection connection);
 
   Scheduler& scheduler_;
   std::optional<QSslConfiguration> trusting_;  ///< Where there are certificates besides those of the system.
