@@ -5,6 +5,7 @@
 
 #include "base/DomainError.h"
 #include "config/DockConfiguration.h"
+#include "config/ForeignOptions.h"
 
 namespace tarnwick {
 namespace {
@@ -38,7 +39,9 @@ DockWidget WidgetTransfer::decode(const QString& text) {
   if (!json) {
     throw DomainError::invalid(WidgetTransferWords::tr("Invalid widget transfer."));
   }
-  return DockConfiguration::validated(RecordCodec::fromBytes<DockWidget>(*json));
+  DockWidget widget = RecordCodec::fromBytes<DockWidget>(*json);
+  ForeignOptions::leaveOut(widget);
+  return DockConfiguration::validated(widget);
 }
 
 }  // namespace tarnwick

@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "config/DockConfiguration.h"
+#include "config/ForeignOptions.h"
 #include "config/LayoutSignature.h"
 #include "config/Reordering.h"
 #include "config/SaveSchedule.h"
@@ -108,6 +109,54 @@ TEST(WidgetTransfer, CarriesAWidgetThroughTextAndRefusesEverythingElse) {
   };
   for (const auto& [text, message] : cases) {
     EXPECT_EQ(failureOf([&, &given = text] { WidgetTransfer::decode(given); }), message) << text.left(60).toStdString();
+  }
+}
+
+TEST(ForeignOptions, AreLeftOutUnlessTheWidgetHasThemHere) {
+  using Options = QMap<QString, QString>;
+  const QString server = u"https://home.test"_s;
+  const DockWidget home{QUuid::createUuid(),
+                        u"homeAssistant"_s,
+                        {},
+                        {{u"server"_s, server}, {u"endpoint"_s, server}, {u"entity"_s, u"light.desk"_s}}};
+  const auto with = [&](const QString& key, const QString& value) {
+    DockWidget widget = home;
+    widget.options[key] = value;
+    return widget;
+  };
+  DockWidget other = home;
+  other.id = QUuid::createUuid();
+  const Options entity{{u"entity"_s, u"light.desk"_s}};
+  const Options whole = home.options;
+  const struct {
+    const char* name;
+    DockWidget brought;
+    Options stays;
+  } cases[] = {
+      {"that is here", home, whole},
+      {"that is not here", other, entity},
+      {"another server",
+       with(u"server"_s, u"https://evil.test"_s),
+       {{u"endpoint"_s, server}, {u"entity"_s, u"light.desk"_s}}},
+      {"the right to switch", with(u"control"_s, u"true"_s), whole},
+      {"a program", with(u"codexExecutable"_s, u"/tmp/x"_s), whole},
+      {"a program for hooks", with(u"claudeHookExecutable"_s, u"/tmp/x"_s), whole},
+      {"settings of another program", with(u"claudeSettings"_s, u"/tmp/x"_s), whole},
+      {"a folder", with(u"historyDirectory"_s, u"/tmp"_s), whole},
+      {"where the user is", with(u"weatherLocation"_s, u"current"_s), whole},
+      {"where somebody else is", with(u"weatherLocation"_s, u"there"_s),
+       with(u"weatherLocation"_s, u"there"_s).options},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.name);
+    DockConfiguration here;
+    here.profiles[0].widgets = {home};
+    DockConfiguration imported;
+    imported.profiles[0].widgets = {each.brought};
+    ForeignOptions::leaveOut(imported, here);
+    EXPECT_EQ(imported.profiles[0].widgets[0].options, each.stays);
+    const Options alone = WidgetTransfer::decode(WidgetTransfer::encode(each.brought)).options;
+    EXPECT_FALSE(alone.contains(u"server"_s) || alone.value(u"weatherLocation"_s) == u"current"_s);
   }
 }
 

@@ -76,6 +76,10 @@ inline constexpr QLatin1StringView prefix{"prefix"};
 inline constexpr QLatin1StringView suffix{"suffix"};
 inline constexpr QLatin1StringView dashboard{"dashboard"};  ///< The page of the service where its values are from.
 inline constexpr QLatin1StringView codexExecutable{"codexExecutable"};
+inline constexpr QLatin1StringView claudeSettings{"claudeSettings"};
+inline constexpr QLatin1StringView claudeHookExecutable{"claudeHookExecutable"};
+inline constexpr QLatin1StringView historyDirectory{"historyDirectory"};
+inline constexpr QLatin1StringView control{"control"};  ///< Whether its panel may switch what it shows.
 
 // What of a service a widget shows.
 inline constexpr QLatin1StringView site{"site"};
