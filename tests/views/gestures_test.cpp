@@ -943,6 +943,40 @@ TEST(Starting, PulsesForAWhileAndStopsByItself) {
   EXPECT_FALSE(view->isMoving());
 }
 
+TEST(Loading, MovesWhileItIsSeenUnlessMotionIsReduced) {
+  DockRow row = starterRow();
+  DockWidget connected = widget(u"analyticsPlausible"_s);
+  connected.options.insert(u"endpoint"_s, u"https://numbers.example/"_s);
+  row.widgets = {connected};
+  const auto view = makeView(row);
+  view->show();
+  const auto load = [&](bool isLoading) {
+    TileSources sources = morning();
+    RemoteReading reading;
+    reading.value.value = u"3,184"_s;
+    reading.isLoading = isLoading;
+    sources.remote.set(connected.id, reading);
+    view->refresh(sources);
+  };
+  load(true);
+  EXPECT_TRUE(view->isMoving());
+  const QImage before = paintedBy(*view);
+  view->beat(0.5);
+  EXPECT_NE(paintedBy(*view), before);
+  view->hide();
+  EXPECT_FALSE(view->isMoving()) << "nobody sees it";
+  view->show();
+  EXPECT_TRUE(view->isMoving());
+  row.reduceMotion = true;
+  view->setRow(row);
+  EXPECT_FALSE(view->isMoving());
+  row.reduceMotion = false;
+  view->setRow(row);
+  EXPECT_TRUE(view->isMoving());
+  load(false);
+  EXPECT_FALSE(view->isMoving());
+}
+
 TEST(UndoBubbles, LiveForEightSecondsOfNobodyPointing) {
   test::TestScheduler scheduler;
   UndoBubble bubble(scheduler, u"CPU was removed."_s);

@@ -62,6 +62,12 @@ void DockView::hideEvent(QHideEvent* event) {
   tips_.leave();
   QWidget::hideEvent(event);
   press_.abandon();
+  items_.followLoading();
+}
+
+void DockView::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  items_.followLoading();
 }
 
 // --- Hover ----------------------------------------------------------------------------------------------------------

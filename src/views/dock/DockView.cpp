@@ -195,6 +195,7 @@ void DockView::takeRefreshed(const RowTiles::Refreshed& refreshed) {
     updateTip();
   }
   items_.followLaunches();
+  items_.followLoading();
 }
 
 RowLayout DockView::layoutOf(const DockRow& row) const {

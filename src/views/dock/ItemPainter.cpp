@@ -23,6 +23,9 @@ double mostMagnification(double width, double sideRoom) {
   return held > kHeldInset ? (width / 2 + sideRoom) / held : theme::kHoverScale;
 }
 
+/// What goes to and fro is slow where it turns.
+double easedWay(double share) { return share * share * (3 - 2 * share); }
+
 }  // namespace
 
 ItemPainter::ItemPainter(const DockState& state, const AppIconCache& icons, Animator& animator,
@@ -32,9 +35,14 @@ ItemPainter::ItemPainter(const DockState& state, const AppIconCache& icons, Anim
       stale_(std::move(stale)),
       rest_(
           animator, theme::kRestSeconds, [] {}, [this] { comeToRest(); }),
-      launches_(animator, {theme::kPulseSeconds, theme::kPulseOpacity, theme::kMostPulses}, [this] {
+      launches_(animator, {theme::kPulseSeconds, theme::kPulseOpacity, theme::kMostPulses},
+                [this] {
+                  for (qsizetype item = 0; item < state_.tiles.count(); ++item)
+                    if (state_.tiles.isLaunching(item)) stale_(item);
+                }),
+      loading_(animator, {theme::kLoadingSeconds, 0, theme::kMostLoadings}, [this] {
         for (qsizetype item = 0; item < state_.tiles.count(); ++item)
-          if (state_.tiles.isLaunching(item)) stale_(item);
+          if (state_.tiles.isLoading(item)) stale_(item);
       }) {}
 
 TileStyle ItemPainter::styleOf(qsizetype item) const {
@@ -66,6 +74,7 @@ TileStyle ItemPainter::styleOf(qsizetype item) const {
   }
   // Where nothing may move, an icon is as pale as at the lowest point of a beat.
   if (tiles.isLaunching(item)) style.iconOpacity = row.reduceMotion ? theme::kPulseOpacity : launches_.value();
+  if (tiles.isLoading(item) && loading_.isMoving()) style.loading = easedWay(1 - loading_.value());
   return style;
 }
 
@@ -165,6 +174,13 @@ void ItemPainter::comeToRest() {
   pictures_.clear();
   for (qsizetype item = 0; item < state_.tiles.count(); ++item)
     if (tileFactor(styleOf(item)) != 1) stale_(item);
+}
+
+void ItemPainter::followLoading() {
+  bool isAny = false;
+  for (qsizetype item = 0; !isAny && item < state_.tiles.count(); ++item) isAny = state_.tiles.isLoading(item);
+  const bool moves = isAny && !state_.tiles.row().reduceMotion && state_.tiles.surface().isVisible();
+  moves ? loading_.start() : loading_.stop();
 }
 
 void ItemPainter::followLaunches() {

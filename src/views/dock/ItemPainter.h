@@ -64,6 +64,8 @@ class ItemPainter final {
   void forgetAll() { pictures_.clear(); }
   /// Applications that start pulse, for as long as the row has any.
   void followLaunches();
+  /// So do the marks of what is fetched go to and fro, while the row is seen.
+  void followLoading();
 
  private:
   TileStyle styleOf(qsizetype item) const;
@@ -78,6 +80,7 @@ class ItemPainter final {
   TilePictures pictures_;  ///< What items are drawn with until rest_ has run off.
   Fade rest_;              ///< From each frame in which something moves.
   Pulse launches_;
+  Pulse loading_;
   QSet<QString> launching_;  ///< The items that it shows, by their keys.
 };
 

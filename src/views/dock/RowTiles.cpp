@@ -126,6 +126,11 @@ bool RowTiles::isLaunching(qsizetype item) const {
   return content && content->application().isLaunching;
 }
 
+bool RowTiles::isLoading(qsizetype item) const {
+  const TileContent* content = contentOf(item);
+  return content && content->isLoading();
+}
+
 bool RowTiles::answersPointer(qsizetype item) const {
   if (!isItem(item)) return false;
   const TileContent* content = contentOf(item);

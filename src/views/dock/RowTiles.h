@@ -70,6 +70,8 @@ class RowTiles final {
   /// Whether an item starts or shows an application.
   bool isApplication(qsizetype item) const;
   bool isLaunching(qsizetype item) const;
+  /// Whether what it shows is being fetched.
+  bool isLoading(qsizetype item) const;
   /// Not what is no more than a gap.
   bool answersPointer(qsizetype item) const;
   /// A point over an item in the units of its tile.

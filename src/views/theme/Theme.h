@@ -70,9 +70,11 @@ inline constexpr double kRestSeconds = 0.09;  ///< After the last frame of a mot
 inline constexpr double kPulseSeconds = 0.4;  ///< One beat of an application that starts.
 inline constexpr double kPulseOpacity = 0.5;
 inline constexpr int kMostPulses = 25;
-inline constexpr double kTabsDelay = 0.15;    ///< Of hover.
-inline constexpr double kSlideTravel = 160;   ///< How far the rows of two profiles move past each other.
-inline constexpr double kSwipeFollows = 0.5;  ///< How much of a sideways drag the row goes along.
+inline constexpr double kLoadingSeconds = 1.8;  ///< There and back, of the mark of a fetch.
+inline constexpr int kMostLoadings = 12;        ///< As long as the longest fetch.
+inline constexpr double kTabsDelay = 0.15;      ///< Of hover.
+inline constexpr double kSlideTravel = 160;     ///< How far the rows of two profiles move past each other.
+inline constexpr double kSwipeFollows = 0.5;    ///< How much of a sideways drag the row goes along.
 
 // The ends of a row that goes on beyond its glass.
 inline constexpr double kEndFade = 24;

@@ -64,7 +64,8 @@ void paintLoading(TileCanvas& canvas) {
   const double width = canvas.width() - theme::kTextLeft - theme::kTextRight;
   const QRectF track(theme::kTextLeft, kLoadingMiddle - kLoadingHeight / 2, width, kLoadingHeight);
   drawRounded(canvas.painter(), track, kLoadingHeight / 2, canvas.colors().track);
-  const QRectF part(track.left() + width / 3, track.top(), width / 3, kLoadingHeight);
+  const double third = width / 3;
+  const QRectF part(track.left() + third * 2 * canvas.loading(), track.top(), third, kLoadingHeight);
   drawRounded(canvas.painter(), part, kLoadingHeight / 2, canvas.accent());
 }
 

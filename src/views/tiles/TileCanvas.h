@@ -32,6 +32,7 @@ class TileCanvas {
   /// How much larger than its own size the tile is drawn.
   double factor() const { return tileFactor(style_); }
   bool isEditing() const { return style_.editing; }
+  double loading() const { return style_.loading; }
   double iconOpacity() const { return style_.iconOpacity; }
   QPixmap icon(const QString& name, int size, double ratio) const {
     return style_.icons && *style_.icons ? (*style_.icons)(name, size, ratio) : QPixmap();

@@ -61,6 +61,7 @@ class TileFace {
   virtual std::optional<TilePart> namedPartAt(const TileClick& point) const = 0;
   virtual TileApplication application() const = 0;
   virtual bool isSolid() const = 0;
+  virtual bool isLoading() const = 0;
 };
 
 namespace faces {
@@ -96,11 +97,16 @@ bool hasGround(const auto& content) {
   return true;
 }
 
+bool loads(const auto& content) {
+  if constexpr (requires { isLoading(content); }) return isLoading(content);
+  return false;
+}
+
 }  // namespace faces
 
 /// The face of a plain struct: the functions beside it, found by overload. `describe(content, name)` and
 /// `paint(canvas, content)` must be there; `partAt(content, click)`, `namedPart(content, point)` (a TilePart),
-/// `standsFor(content)` (a TileApplication) and `standsOnGround(content)` may be.
+/// `standsFor(content)` (a TileApplication), `standsOnGround(content)` and `isLoading(content)` may be.
 template <class Content>
 class FaceOf final : public TileFace {
  public:
@@ -119,6 +125,7 @@ class FaceOf final : public TileFace {
   }
   TileApplication application() const override { return faces::applicationOf(content_); }
   bool isSolid() const override { return faces::hasGround(content_); }
+  bool isLoading() const override { return faces::loads(content_); }
 
  private:
   Content content_;
@@ -151,6 +158,8 @@ class TileContent {
   TileApplication application() const { return face_ ? face_->application() : TileApplication{}; }
   /// Whether the tile has a ground and answers the pointer; separators and spaces do not.
   bool isSolid() const { return !face_ || face_->isSolid(); }
+  /// Whether it shows that something is fetched, which moves while it is seen.
+  bool isLoading() const { return face_ && face_->isLoading(); }
 
   /// The struct that it was made from; null if that is of another type. Borrowed.
   template <class Content>

@@ -18,7 +18,7 @@ constexpr int kMostRows = 64;
 }  // namespace
 
 bool TilePictures::hasPicture(const TileStyle& style) {
-  return style.state != TileState::Dragged && style.iconOpacity == 1;
+  return style.state != TileState::Dragged && style.iconOpacity == 1 && style.loading == TileStyle().loading;
 }
 
 bool TilePictures::Picture::looksLike(const Picture& other) const {

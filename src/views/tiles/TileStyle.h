@@ -34,6 +34,7 @@ struct TileStyle {
   bool editing = false;              ///< The row is being rearranged, so that even empty space has an outline.
   double lift = 1;                   ///< How far a dragged tile has left the row.
   double iconOpacity = 1;            ///< Of application icons, for the pulse of one that starts.
+  double loading = 0.5;              ///< Where on its way the mark of a fetch is, from 0 to 1; at rest in the middle.
   const TileIcons* icons = nullptr;  ///< Borrowed for the length of a call.
 };
 

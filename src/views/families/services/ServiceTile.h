@@ -55,6 +55,7 @@ struct ServiceContent {
 };
 TileText describe(const ServiceContent& content, const QString& name);
 void paint(TileCanvas& canvas, const ServiceContent& content);
+inline bool isLoading(const ServiceContent& content) { return content.state.isLoading; }
 
 /// The latest of a service's numbers, as many as can be told apart in a chart and what can be painted of them.
 QList<double> plottable(const QList<double>& numbers);

@@ -32,6 +32,7 @@ struct WeatherContent {
 
 TileText describe(const WeatherContent& content, const QString& name);
 void paint(TileCanvas& canvas, const WeatherContent& content);
+inline bool isLoading(const WeatherContent& content) { return content.reading.isLoading; }
 
 /// The temperature and no more: what is left after a failure, and what was kept from an earlier run.
 void paintTemperature(TileCanvas& canvas, const WeatherContent& content);
