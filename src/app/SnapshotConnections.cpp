@@ -59,8 +59,8 @@ std::optional<RemoteReading> SnapshotConnections::reading(QUuid widget) const {
   RemoteReading reading;
   reading.value.value = u"3184"_s;
   reading.goodAt = now.addSecs(-6 * 60);
-  reading.isLoading = sample->standing == Standing::Asking;
-  reading.isOwed = sample->standing == Standing::Waiting;
+  reading.isAsking = reading.isLoading = sample->standing == Standing::Asking;
+  if (sample->standing == Standing::Waiting) reading.waitsFor = RemoteWait::Network;
   if (sample->standing == Standing::Failed || sample->standing == Standing::Paused) {
     reading.value.failed = true;
     reading.value.subtitle =

@@ -16,10 +16,12 @@ namespace tarnwick {
 /// The fetched values of connected widgets. What is under way is cancelled at the end.
 class RemoteRefresh : public BeatClient {
  public:
-  /// One widget, because the user wants it.
+  /// One widget, because the user wants it: at once, whatever its service asked for.
   virtual void refresh(const DockWidget& widget) = 0;
   /// All that displays show and that are set up for it, spread over a few seconds.
   virtual void refreshAll() = 0;
+  /// Ends all that is under way: the document is about to be another.
+  virtual void cancelAll() {}
   /// The document changed, or what displays show of it.
   virtual void follow(const DockConfiguration& config, const ActiveSets& active) {
     Q_UNUSED(config)

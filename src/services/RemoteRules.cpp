@@ -68,6 +68,20 @@ RemoteValue RemoteRules::failed(const std::optional<RemoteValue>& previous, cons
   return value;
 }
 
+QString RemoteRules::sentenceOf(RemoteWait wait) {
+  switch (wait) {
+    case RemoteWait::Network:
+      return ServiceWords::tr("Waiting for the network.");
+    case RemoteWait::Unlocking:
+      return ServiceWords::tr("Waiting for the screen to be unlocked.");
+    case RemoteWait::Waking:
+      return ServiceWords::tr("Waiting for the computer to wake up.");
+    case RemoteWait::BeingSeen:
+      return ServiceWords::tr("Waiting for the dock to be shown.");
+  }
+  return {};
+}
+
 RemoteValue RemoteRules::cleaned(RemoteValue value) {
   const auto clean = [](QString& text) { text = ForeignText::line(text); };
   if (value.value) clean(*value.value);

@@ -6,6 +6,7 @@
 
 #include "config/DockWidget.h"
 #include "services/RemoteFetch.h"
+#include "services/RemoteReading.h"
 #include "services/RemoteValue.h"
 
 namespace tarnwick {
@@ -30,6 +31,8 @@ struct RemoteRules {
   static RemoteValue placeholder(const std::optional<RemoteValue>& previous, const QDateTime& now);
   /// What is shown of a fetch that failed: the headline stays, under the sentence.
   static RemoteValue failed(const std::optional<RemoteValue>& previous, const QString& sentence, const QDateTime& now);
+  /// What a refresh waits for, as a finished sentence.
+  static QString sentenceOf(RemoteWait wait);
   /// A value as it may be shown: texts cleaned of what could act on others, addresses that must not open left out.
   static RemoteValue cleaned(RemoteValue value);
   /// Until when a service wants to be left alone; absent when the failure was another.

@@ -25,7 +25,10 @@ RemoteValues::RemoteValues(Setup setup)
     isLocked_ = locked;
     startOwed();
   });
-  connect(&setup.session, &SessionEvents::willSleep, this, [this] { isAsleep_ = true; });
+  connect(&setup.session, &SessionEvents::willSleep, this, [this] {
+    isAsleep_ = true;
+    tellOwed();
+  });
   connect(&setup.session, &SessionEvents::didWake, this, [this] {
     isAsleep_ = false;
     startOwed();
@@ -38,12 +41,15 @@ RemoteValues::~RemoteValues() = default;
 // --- What is shown --------------------------------------------------------------------------------------------------
 
 std::optional<RemoteReading> RemoteValues::reading(QUuid widget) const {
-  const auto found = remote_.constFind(widget);
-  if (found == remote_.constEnd()) return std::nullopt;
   RemoteReading reading;
+  if (const auto known = known_.constFind(widget); known != known_.constEnd() && owed_.contains(widget))
+    reading.waitsFor = waitOf(*known);
+  const auto found = remote_.constFind(widget);
+  // Of one that was never asked it is known at most why.
+  if (found == remote_.constEnd()) return reading.waitsFor ? std::optional(reading) : std::nullopt;
   reading.value = *found;
-  reading.isLoading = found->loading && jobs_.contains(widget) && !unnoticed_.contains(widget);
-  reading.isOwed = owed_.contains(widget);
+  reading.isAsking = jobs_.contains(widget);
+  reading.isLoading = found->loading && reading.isAsking && !unnoticed_.contains(widget);
   // A list or chart that would vanish for the time of a fetch stays, and so does the sentence of a failure.
   if (const auto settled = settled_.constFind(widget); found->loading && settled != settled_.constEnd())
     reading.value = *settled;
@@ -167,8 +173,9 @@ void RemoteValues::startWaiting() {
     }
     const auto widget = known_.constFind(waiting_.takeFirst().widget);
     if (widget == known_.constEnd()) continue;
-    if (!isHeldBack(*widget)) {
-      begin(*widget);
+    if (!waitOf(*widget)) {
+      if (!isPaused(widget->id)) begin(*widget);
+      owed_.remove(widget->id);
     } else if (!owed_.contains(widget->id)) {
       owed_.insert(widget->id);
       Q_EMIT changed(widget->id);
@@ -181,18 +188,28 @@ bool RemoteValues::isUnseen(QUuid widget) const {
   return since != unseenSince_.constEnd() && scheduler_.reference() - *since >= kUnseen;
 }
 
-bool RemoteValues::isHeldBack(const DockWidget& widget) const {
-  if (isLocked_ || isAsleep_) return true;
-  if (!network_.isOnline() && RemoteRules::asksTheNet(widget)) return true;
-  return isUnseen(widget.id) && !RemoteRules::isFollowedClosely(widget);
+/// What keeps a widget from being refreshed by itself; absent where nothing does.
+std::optional<RemoteWait> RemoteValues::waitOf(const DockWidget& widget) const {
+  if (isAsleep_) return RemoteWait::Waking;
+  if (isLocked_) return RemoteWait::Unlocking;
+  if (!network_.isOnline() && RemoteRules::asksTheNet(widget)) return RemoteWait::Network;
+  if (isUnseen(widget.id) && !RemoteRules::isFollowedClosely(widget)) return RemoteWait::BeingSeen;
+  return std::nullopt;
 }
 
 void RemoteValues::startOwed() {
   QList<DockWidget> due;
   for (const DockWidget& widget : std::as_const(current_)) {
-    if (owed_.contains(widget.id) && !isHeldBack(widget)) due << widget;
+    if (owed_.contains(widget.id) && !waitOf(widget)) due << widget;
   }
   spread(due, kSpreadOnRequest);
+  tellOwed();
+}
+
+/// What they wait for may be something else by now.
+void RemoteValues::tellOwed() {
+  const QSet<QUuid> owed = owed_;
+  for (const QUuid& widget : owed) Q_EMIT changed(widget);
 }
 
 void RemoteValues::setSeen(const QSet<QUuid>& widgets) {
@@ -223,7 +240,6 @@ void RemoteValues::refresh(const DockWidget& widget) {
 void RemoteValues::begin(const DockWidget& widget) {
   const QUuid id = widget.id;
   owed_.remove(id);
-  if (isPaused(id)) return;
   waiting_.removeIf([id](const Waiting& waiting) { return waiting.widget == id; });
   const bool replaces = jobs_.erase(id) > 0;
   // What is read again by the second would flicker.
@@ -275,6 +291,23 @@ void RemoteValues::fail(const DockWidget& widget, const FetchFailure& failure) {
   startWaiting();
 }
 
+/// What was there before a fetch that came to nothing is there again.
+void RemoteValues::cancelAll() {
+  next_.reset();
+  waiting_.clear();
+  owed_.clear();
+  unnoticed_.clear();
+  const auto ended = std::exchange(jobs_, {});
+  for (const auto& [id, job] : ended) {
+    if (!remote_.value(id).loading) continue;
+    if (const auto settled = settled_.constFind(id); settled != settled_.constEnd())
+      remote_.insert(id, *settled);
+    else
+      remote_.remove(id);
+    Q_EMIT changed(id);
+  }
+}
+
 void RemoteValues::end() {
   isOver_ = true;
   next_.reset();
@@ -289,7 +322,6 @@ void RemoteValues::end() {
 
 /// What an answer was faster than stays.
 void RemoteValues::takeCached(const RemoteCache& cache) {
-  hasReadCache_ = true;
   for (const DockWidget& widget : std::as_const(known_)) {
     if (cache_.contains(widget.id)) continue;
     std::optional<RemoteValue> value = cache.valueOf(widget);

@@ -64,6 +64,7 @@ class RemoteValues final : public QObject, public RemoteRefresh {
 
   void refresh(const DockWidget& widget) override;
   void refreshAll() override;
+  void cancelAll() override;
   void follow(const DockConfiguration& config, const ActiveSets& active) override;
   void start(const DockConfiguration& config, const ActiveSets& active) override;
   void beat(const ActiveSets& active) override;
@@ -89,9 +90,10 @@ class RemoteValues final : public QObject, public RemoteRefresh {
 
   void spread(const QList<DockWidget>& widgets, double seconds);
   void startWaiting();
-  bool isHeldBack(const DockWidget& widget) const;
+  std::optional<RemoteWait> waitOf(const DockWidget& widget) const;
   bool isUnseen(QUuid widget) const;
   void startOwed();
+  void tellOwed();
   void begin(const DockWidget& widget);
   void succeed(const DockWidget& widget, RemoteValue value);
   void fail(const DockWidget& widget, const FetchFailure& failure);
@@ -131,7 +133,6 @@ class RemoteValues final : public QObject, public RemoteRefresh {
   QHash<QUuid, double> unseenSince_;  ///< On the reference clock.
 
   QHash<QUuid, CachedValue> cache_;
-  bool hasReadCache_ = false;
   JobHandle saving_;
   bool isOver_ = false;
   OrderedWork disk_;

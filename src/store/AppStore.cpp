@@ -10,6 +10,7 @@
 #include "calendar/Calendar.h"
 #include "config/DataDirectory.h"
 #include "config/SettingsLoader.h"
+#include "services/RemoteRules.h"
 #include "store/DocumentEdits.h"
 #include "widgets/catalog/Catalog.h"
 
@@ -261,6 +262,13 @@ void AppStore::announce(const DockWidget& widget, const QString& sentence) {
 void AppStore::refresh(const DockWidget& widget) { remote_.refresh(widget); }
 
 void AppStore::refreshAll() { remote_.refreshAll(); }
+
+void AppStore::refreshShown(const QList<QUuid>& widgets) {
+  const QList<DockWidget> shown = active_.widgets;
+  for (const DockWidget& widget : shown) {
+    if (widgets.contains(widget.id) && RemoteRules::isSetUp(widget)) refresh(widget);
+  }
+}
 
 void AppStore::restoreReservations() {
   if (isDiagnostic()) return;

@@ -88,8 +88,11 @@ class AppStore : public QObject {
   /// in time and announced. One that changes nothing does none of it. When `change` throws, the document stays as it
   /// was. Gives the document as the change left it, before listeners changed more.
   DockConfiguration edit(const std::function<void(DockConfiguration&)>& change);
-  /// The same for what may bring another profile onto a display: its values are then fetched anew.
+  /// The same for what may bring another profile onto a display, or ask for another unit: values are then fetched anew.
   DockConfiguration editProfiles(const std::function<void(DockConfiguration&)>& change);
+  /// The same for what puts another document in the place of this one: what is fetched for the old one is cancelled
+  /// before, and all is fetched anew.
+  DockConfiguration replace(const DockConfiguration& config);
   /// Takes over what the session does at login anyway: a change like those of edit(), but nothing is saved for it.
   void followLoginEntry(bool launches);
   void set(QUuid id, const QString& key, const std::optional<QString>& value);
@@ -132,8 +135,11 @@ class AppStore : public QObject {
 
   /// Writes the document to a file of the user's choice.
   void exportConfiguration(const QString& path);
-  /// Replaces the document by a valid one of a file. False when that is refused, with the reason as the message.
-  bool takeImported(DockConfiguration imported);
+  /// Whose a file of settings is: one that was kept aside in the folder of the settings is this program's own.
+  enum class Origin { Elsewhere, OwnFolder };
+  /// Replaces the document by a valid one of a file, without ForeignOptions where it is from elsewhere. False when that
+  /// is refused, with the reason as the message.
+  bool takeImported(DockConfiguration imported, Origin origin);
 
   /// What is said of a profile that takes no more widgets.
   static QString fullDock() { return tr("This dock already has 150 widgets."); }
@@ -146,6 +152,8 @@ class AppStore : public QObject {
   void notify(const QString& title, const QString& body, const std::function<void()>& unseen = {});
   void refresh(const DockWidget& widget);
   void refreshAll();
+  /// Fetches anew those of these widgets that displays show and that are set up: they came back, or as they were.
+  void refreshShown(const QList<QUuid>& widgets);
   /// Puts windows back that were moved out of the dock's way; none are in a diagnostic run.
   void restoreReservations();
 

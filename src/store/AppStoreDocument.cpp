@@ -7,6 +7,7 @@
 #include "base/DomainError.h"
 #include "base/DurableFile.h"
 #include "base/ProbeCounters.h"
+#include "config/ForeignOptions.h"
 #include "config/Persistence.h"
 #include "config/Reordering.h"
 #include "dock/rules/ProfileRules.h"
@@ -70,10 +71,19 @@ DockConfiguration AppStore::edit(const std::function<void(DockConfiguration&)>& 
 }
 
 DockConfiguration AppStore::editProfiles(const std::function<void(DockConfiguration&)>& change) {
-  const auto shown = [this] { return std::pair(profile().id, config_.desktopOptions().displayProfiles); };
+  const auto shown = [this] {
+    return std::tuple(profile().id, config_.desktopOptions().displayProfiles, config_.weatherUsesFahrenheit());
+  };
   const auto before = shown();
   DockConfiguration changed = edit(change);
   if (shown() != before) refreshAll();
+  return changed;
+}
+
+DockConfiguration AppStore::replace(const DockConfiguration& document) {
+  remote_.cancelAll();
+  const DockConfiguration changed = edit([&](DockConfiguration& config) { config = document; });
+  refreshAll();
   return changed;
 }
 
@@ -272,12 +282,11 @@ void AppStore::exportConfiguration(const QString& path) {
   }
 }
 
-bool AppStore::takeImported(DockConfiguration imported) {
+bool AppStore::takeImported(DockConfiguration imported, Origin origin) {
+  if (origin == Origin::Elsewhere) ForeignOptions::leaveOut(imported, config_);
   // What this computer starts at login is no matter of a file.
   imported.launchAtLogin = config_.launchAtLogin;
-  if (edit([&](DockConfiguration& config) { config = imported; }) != imported) return false;
-  refreshAll();
-  return true;
+  return replace(imported) == imported;
 }
 
 }  // namespace tarnwick

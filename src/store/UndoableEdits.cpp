@@ -84,6 +84,8 @@ bool UndoableEdits::insert(const QList<DockWidget>& widgets, const QString& disp
                                ? addedSentence(nameOf(added.first()), store_.config(), profile)
                                : tr("%1 widgets were added to the dock.").arg(LocalFigures::number(added.size()));
   pushAdded(idsOf(added), {sentence, display});
+  // One that was set up elsewhere shows its value at once.
+  store_.refreshShown(idsOf(added));
   return true;
 }
 
@@ -134,6 +136,9 @@ void UndoableEdits::putBack(const RemovedTiles& removed) {
       if (!isThere) throw DomainError::invalid(AppStore::fullDock());
     }
   });
+  QList<QUuid> back;
+  for (const Removed& tile : std::as_const(*removed)) back << tile.widget.id;
+  store_.refreshShown(back);
 }
 
 void UndoableEdits::remove(QUuid id, const QString& display) {
@@ -284,7 +289,9 @@ void UndoableEdits::bringBackValues(const DockWidget& before, const DockWidget& 
     else
       widget.options.remove(key);
   }
+  if (widget == *stored) return;
   store_.update(widget);
+  store_.refreshShown({widget.id});
 }
 
 // --- Settings -------------------------------------------------------------------------------------------------------
@@ -352,15 +359,18 @@ void UndoableEdits::takeBack(const SettingsChange& change) {
 // --- Settings of a file ---------------------------------------------------------------------------------------------
 
 void UndoableEdits::importConfiguration(const QString& path, std::function<void(bool taken)> done) {
-  importFrom([path] { return Persistence::read(path); }, std::move(done));
+  importFrom(
+      AppStore::Origin::Elsewhere, [path] { return Persistence::read(path); }, std::move(done));
 }
 
 void UndoableEdits::importKept(const QString& path, std::function<void(bool taken)> done) {
-  importFrom([path] { return KeptSettings::read(path); }, std::move(done));
+  importFrom(
+      AppStore::Origin::OwnFolder, [path] { return KeptSettings::read(path); }, std::move(done));
 }
 
 /// `decode` runs on another thread.
-void UndoableEdits::importFrom(const std::function<DockConfiguration()>& decode, std::function<void(bool taken)> done) {
+void UndoableEdits::importFrom(AppStore::Origin origin, const std::function<DockConfiguration()>& decode,
+                               std::function<void(bool taken)> done) {
   struct Read {
     std::optional<DockConfiguration> imported;
     QString failure;
@@ -372,18 +382,18 @@ void UndoableEdits::importFrom(const std::function<DockConfiguration()>& decode,
       return {std::nullopt, failure.message()};
     }
   };
-  reading_.start(read, [this, done = std::move(done)](const Read& found) {
+  reading_.start(read, [this, origin, done = std::move(done)](const Read& found) {
     if (!found.imported) store_.setError(found.failure);
-    const bool taken = found.imported && takeImport(*found.imported);
+    const bool taken = found.imported && takeImport(*found.imported, origin);
     if (done) done(taken);
   });
 }
 
-bool UndoableEdits::takeImport(const DockConfiguration& imported) {
+bool UndoableEdits::takeImport(const DockConfiguration& imported, AppStore::Origin origin) {
   const DockConfiguration before = store_.config();
   {
     const QScopedValueRollback importing(isImporting_, true);
-    if (!store_.takeImported(imported)) return false;
+    if (!store_.takeImported(imported, origin)) return false;
   }
   if (store_.config() == before) return true;
   const auto import = std::make_shared<Import>(Import{{before, store_.config()}, lostBetween(before, store_.config())});
@@ -416,8 +426,7 @@ void UndoableEdits::takeBackImport(const DocumentChange& change) {
   const auto wanted = change.takenBack(store_.config());
   if (!wanted) throw DomainError::invalid(tr("The settings have been changed since then and were left as they are."));
   const QScopedValueRollback importing(isImporting_, true);
-  store_.edit([&](DockConfiguration& config) { config = *wanted; });
-  store_.refreshAll();
+  store_.replace(*wanted);
 }
 
 void UndoableEdits::forgetChangedImports() {

@@ -8,14 +8,13 @@
 #include "apps/InstalledApps.h"
 #include "config/DockWidget.h"
 #include "files/LatestWork.h"
+#include "store/AppStore.h"
 #include "store/DocumentChange.h"
 #include "store/SettingsChange.h"
 #include "store/UndoStack.h"
 #include "store/WidgetPlaces.h"
 
 namespace tarnwick {
-
-class AppStore;
 
 /// Changes of a dock and its tiles that the user may take back. Main thread only; all that it is made of must outlive
 /// it. Identities are taken by value, as by the store.
@@ -110,8 +109,9 @@ class UndoableEdits : public QObject {
     QList<QUuid> lost;  ///< Widgets that went with it.
     quint64 entry = 0;
   };
-  void importFrom(const std::function<DockConfiguration()>& decode, std::function<void(bool taken)> done);
-  bool takeImport(const DockConfiguration& imported);
+  void importFrom(AppStore::Origin origin, const std::function<DockConfiguration()>& decode,
+                  std::function<void(bool taken)> done);
+  bool takeImport(const DockConfiguration& imported, AppStore::Origin origin);
   void watchImport(const std::shared_ptr<Import>& import);
   void takeBackImport(const DocumentChange& change);
   void forgetChangedImports();

@@ -150,7 +150,7 @@ TEST_F(ConnectionScenario, ATileIsConnectedByKeysAndKeepsItsValueThroughWhatItsS
   ASSERT_NO_FATAL_FAILURE(changeAddress(addressOf(second)));
   ASSERT_TRUE(comes([&] { return reading().pausedUntil.has_value(); }));
   EXPECT_EQ(reading().value.value, u"3184"_s);
-  store().refresh(store().widgets().first());
+  store().refreshAll();
   time.advance(0);
   desk.settle();
   EXPECT_EQ(second.received().size(), 1) << "it is not asked while it is paused";

@@ -230,7 +230,8 @@ TEST_F(RemoteTest, AServiceThatWantsToBeLeftAloneIs) {
     time.jump(each.jump);
     time.advance(each.advance);
     slept += each.sleep;
-    refresh(sales);
+    values->refreshAll();
+    time.advance(0);
     EXPECT_EQ(services.asked.size(), before + each.isAsked);
     if (!each.isAsked) {
       EXPECT_EQ(shown(sales), failed) << "a placeholder hides the sentence";
@@ -238,7 +239,7 @@ TEST_F(RemoteTest, AServiceThatWantsToBeLeftAloneIs) {
     time.jump(-each.jump);
   }
 
-  // Another failure sets none, and does not end one; an edit does.
+  // Another failure sets none, and does not end one; an edit does. What the user asks for is asked nevertheless.
   const DockWidget sales = connected(u"sales"_s);
   show({sales});
   refresh(sales);
@@ -247,12 +248,13 @@ TEST_F(RemoteTest, AServiceThatWantsToBeLeftAloneIs) {
   refresh(sales);
   services.fail(services.asked.size() - 1, ServiceHTTPError(429));
   EXPECT_EQ(values->reading(sales.id)->pausedUntil, time.now().addSecs(RemoteRules::kPause));
+  refresh(sales);
+  services.fail(services.asked.size() - 1, ServiceHTTPError(500));
+  EXPECT_TRUE(values->reading(sales.id)->pausedUntil) << "another failure ended the pause";
   DockWidget edited = sales;
   edited.options[option::field] = u"total"_s;
   show({edited});
-  const qsizetype before = services.asked.size();
-  refresh(edited);
-  EXPECT_EQ(services.asked.size(), before + 1);
+  EXPECT_FALSE(values->reading(sales.id)->pausedUntil);
 }
 
 TEST_F(RemoteTest, RefreshesAreSpreadTheSeenOnesFirst) {
@@ -279,6 +281,25 @@ TEST_F(RemoteTest, RefreshesAreSpreadTheSeenOnesFirst) {
   EXPECT_EQ(time.waiting(), 1) << "only the cache waits to be written";
 }
 
+TEST_F(RemoteTest, WhatIsCancelledLeavesWhatWasThereBefore) {
+  const DockWidget asked = connected(u"asked"_s);
+  const DockWidget fresh = connected(u"fresh"_s);
+  show({asked, fresh});
+  refresh(asked);
+  services.answer(0, u"1"_s);
+  const RemoteValue before = shown(asked);
+  values->refreshAll();
+  time.advance(RemoteValues::kSpreadOnRequest);
+  EXPECT_TRUE(shown(asked).loading && shown(fresh).loading);
+  values->cancelAll();
+  EXPECT_EQ(shown(asked), before);
+  EXPECT_FALSE(values->remote().contains(fresh.id));
+  services.answer(1, u"late"_s);
+  services.answer(2, u"late"_s);
+  EXPECT_EQ(shown(asked), before);
+  EXPECT_FALSE(values->remote().contains(fresh.id));
+}
+
 TEST_F(RemoteTest, WhatCannotBeAskedNowIsOwedAndAskedOnce) {
   const DockWidget sales = connected(u"sales"_s);
   DockWidget local{
@@ -286,12 +307,17 @@ TEST_F(RemoteTest, WhatCannotBeAskedNowIsOwedAndAskedOnce) {
   struct Case {
     const char* name;
     std::function<void()> begin, end;
+    RemoteWait wait;
     QStringList meanwhile;
   };
   const Case cases[] = {
-      {"offline", [&] { network.set(false); }, [&] { network.set(true); }, {u"local"_s}},
-      {"locked", [&] { Q_EMIT session.lockedChanged(true); }, [&] { Q_EMIT session.lockedChanged(false); }, {}},
-      {"asleep", [&] { Q_EMIT session.willSleep(); }, [&] { Q_EMIT session.didWake(); }, {}},
+      {"offline", [&] { network.set(false); }, [&] { network.set(true); }, RemoteWait::Network, {u"local"_s}},
+      {"locked",
+       [&] { Q_EMIT session.lockedChanged(true); },
+       [&] { Q_EMIT session.lockedChanged(false); },
+       RemoteWait::Unlocking,
+       {}},
+      {"asleep", [&] { Q_EMIT session.willSleep(); }, [&] { Q_EMIT session.didWake(); }, RemoteWait::Waking, {}},
       {"unseen",
        [&] {
          values->setSeen({});
@@ -300,9 +326,11 @@ TEST_F(RemoteTest, WhatCannotBeAskedNowIsOwedAndAskedOnce) {
        [&] {
          values->setSeen({sales.id, local.id});
        },
+       RemoteWait::BeingSeen,
        {}},
   };
   show({sales, local});
+  EXPECT_FALSE(values->reading(sales.id));
   for (const Case& each : cases) {
     SCOPED_TRACE(each.name);
     services.asked.clear();
@@ -316,8 +344,12 @@ TEST_F(RemoteTest, WhatCannotBeAskedNowIsOwedAndAskedOnce) {
     asked.removeDuplicates();
     EXPECT_EQ(asked, each.meanwhile);
     services.asked.clear();
+    // Also of what was never asked.
+    ASSERT_TRUE(values->reading(sales.id));
+    EXPECT_EQ(values->reading(sales.id)->waitsFor, each.wait);
     each.end();
     time.advance(10);
+    EXPECT_EQ(values->reading(sales.id)->waitsFor, std::nullopt);
     QStringList owed{u"sales"_s, u"local"_s};
     for (const QString& name : each.meanwhile) owed.removeAll(name);
     EXPECT_EQ(names(), owed);
@@ -327,8 +359,17 @@ TEST_F(RemoteTest, WhatCannotBeAskedNowIsOwedAndAskedOnce) {
     EXPECT_EQ(names(), owed) << "it is asked again for one reason";
   }
 
-  // What the user asks for is asked.
+  // What is waited for may change meanwhile, and that is told.
   network.set(false);
+  values->refreshAll();
+  time.advance(0);
+  const QSignalSpy told(values.get(), &RemoteValues::changed);
+  Q_EMIT session.lockedChanged(true);
+  EXPECT_EQ(values->reading(sales.id)->waitsFor, RemoteWait::Unlocking);
+  EXPECT_TRUE(told.contains(QVariantList{sales.id}));
+  Q_EMIT session.lockedChanged(false);
+
+  // What the user asks for is asked.
   services.asked.clear();
   refresh(sales);
   EXPECT_EQ(names(), QStringList{u"sales"_s});

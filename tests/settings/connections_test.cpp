@@ -32,7 +32,7 @@ TEST(ConnectionRowsTest, SayWhomAWidgetAsksHowItStandsAndWhen) {
   RemoteReading asking = good;
   asking.isLoading = true;
   RemoteReading owed = good;
-  owed.isOwed = true;
+  owed.waitsFor = RemoteWait::BeingSeen;
   RemoteReading old = good;
   old.goodAt = now.addDays(-1);
   const auto time = [&](qint64 seconds) {
@@ -49,7 +49,7 @@ TEST(ConnectionRowsTest, SayWhomAWidgetAsksHowItStandsAndWhen) {
       {paused, u"Paused until "_s + time(960), u"The service could not be reached. "_s + last},
       {over, u"Failed"_s, u"The service could not be reached. "_s + last},
       {asking, u"Asking…"_s, last},
-      {owed, u"Waiting"_s, u"It is asked again once there is a network and the dock can be seen. "_s + last},
+      {owed, u"Waiting"_s, u"Waiting for the dock to be shown. "_s + last},
       {old, u"Connected"_s,
        u"Last answer "_s + QLocale().toString(old.goodAt->date(), QLocale::ShortFormat) + u' ' + time(0) + u'.'},
   };

@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <QSignalSpy>
+#include <QTemporaryDir>
 
 #include "base/DomainError.h"
+#include "config/Persistence.h"
 #include "config/WidgetTransfer.h"
 #include "store/AppStore.h"
 #include "store/DockDrops.h"
@@ -11,7 +13,10 @@
 #include "store/WidgetPlaces.h"
 #include "support/TestScheduler.h"
 #include "support/TestServices.h"
+#include "support/Wait.h"
 #include "widgets/PinnedTiles.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 namespace {
@@ -25,14 +30,21 @@ struct Credentials : CredentialKeeping {
   QList<QUuid>& removed;
 };
 
-StoreSetup setupWith(Scheduler& time, NoDesktop& desktop, CredentialKeeping& credentials) {
+struct Fetches final : RemoteRefresh {
+  void refresh(const DockWidget& widget) override { asked << widget.options.value(option::city); }
+  void refreshAll() override { asked << u"all"_s; }
+  void cancelAll() override { asked << u"none"_s; }
+  QStringList asked;
+};
+
+StoreSetup setupWith(Scheduler& time, NoDesktop& desktop, CredentialKeeping& credentials, RemoteRefresh& remote) {
   return {.scheduler = time,
           .counters = std::make_unique<NoCounters>(),
           .installedApps = desktop.installedApps,
           .applications = desktop.applications,
           .notifications = desktop.notifications,
           .session = desktop.session,
-          .remote = desktop.facilities.remote,
+          .remote = remote,
           .credentials = credentials,
           .clipboard = desktop.facilities.clipboard,
           .reservations = desktop.facilities.reservations,
@@ -67,11 +79,13 @@ class DropsTest : public testing::Test {
   }
   QString sentence() const { return undo.latest() ? undo.latest()->sentence : QString(); }
 
+  QTemporaryDir scratch;
   test::TestScheduler time;
   NoDesktop desktop{time};
   QList<QUuid> forgotten;
   Credentials credentials{forgotten};
-  AppStore store{setupWith(time, desktop, credentials)};
+  Fetches fetches;
+  AppStore store{setupWith(time, desktop, credentials, fetches)};
   test::TestServices services{time, twoFolders()};
   const Services all = services.all();
   test::FakeFiles& files = services.files;
@@ -339,6 +353,55 @@ TEST_F(DropsTest, ARemovedWidgetComesBackWhereItWas) {
   edits.remove(full[1].id);
   undo.clear();
   EXPECT_EQ(forgotten, (QList<QUuid>{full[0].id, full[1].id}));
+}
+
+TEST_F(DropsTest, WhatComesBackIsFetchedAtOnceAndWhatIsReplacedIsCancelledBefore) {
+  const auto in = [](DockWidget widget, const QString& city) {
+    widget.options[option::city] = city;
+    return widget;
+  };
+  const DockWidget rome = in(tile(kind::weatherCurrent.toString()), u"Rome"_s);
+  const DockWidget unset = tile(kind::weatherCurrent.toString());
+  DockConfiguration imported = store.config();
+  imported.scale = 1.5;
+  Persistence::save(imported, scratch.filePath(u"settings.json"_s));
+  struct Case {
+    const char* name;
+    std::function<void()> act;
+    const char *done, *undone, *redone;
+  };
+  const Case cases[] = {
+      {"a city", [&] { edits.update(in(rome, u"Oslo"_s)); }, "", "Rome", "Oslo"},
+      {"a removal", [&] { edits.remove(rome.id); }, "", "Rome", ""},
+      {"one that is not set up", [&] { edits.remove(unset.id); }, "", "", ""},
+      {"one that is dropped", [&] { edits.insert({in(tile(kind::weatherCurrent.toString()), u"Bonn"_s)}, {}); }, "Bonn",
+       "", "Bonn"},
+      {"a unit", [&] { edits.change([](DockConfiguration& config) { config.temperatureUnit = u"fahrenheit"_s; }); },
+       "all", "all", "all"},
+      {"a file",
+       [&] {
+         bool isOver = false;
+         edits.importConfiguration(scratch.filePath(u"settings.json"_s), [&](bool) { isOver = true; });
+         ASSERT_TRUE(waitFor([&] { return isOver; }));
+       },
+       "none all", "none all", "none all"},
+  };
+  for (const Case& each : cases) {
+    SCOPED_TRACE(each.name);
+    store.edit([&](DockConfiguration& config) {
+      config.profiles[0].widgets = {rome, unset};
+      config.temperatureUnit = u"celsius"_s;
+    });
+    const auto fetched = [&] { return std::exchange(fetches.asked, {}).join(u' ').toStdString(); };
+    fetched();
+    each.act();
+    EXPECT_EQ(fetched(), each.done);
+    undo.undo();
+    EXPECT_EQ(fetched(), each.undone);
+    undo.redo();
+    EXPECT_EQ(fetched(), each.redone);
+    undo.clear();
+  }
 }
 
 TEST_F(DropsTest, WhatIsDoneToProfilesCanBeTakenBack) {

@@ -846,14 +846,14 @@ TEST_F(StoreTest, ImportRefusesWholeAndExportComesBack) {
   ASSERT_TRUE(bad.open(QIODevice::WriteOnly));
   bad.write("{\"schema\": 2}");
   bad.close();
-  EXPECT_THROW(store->takeImported(Persistence::read(other)), DomainError);
+  EXPECT_THROW(store->takeImported(Persistence::read(other), AppStore::Origin::Elsewhere), DomainError);
   EXPECT_EQ(store->config(), before);
 
   store->edit([](DockConfiguration& config) { config.scale = 1.3; });
   store->exportConfiguration(other);
   store->edit([](DockConfiguration& config) { config.scale = 0.6; });
   journal.calls.clear();
-  EXPECT_TRUE(store->takeImported(Persistence::read(other)));
+  EXPECT_TRUE(store->takeImported(Persistence::read(other), AppStore::Origin::Elsewhere));
   EXPECT_EQ(store->config().scale, 1.3);
   EXPECT_EQ(journal.count(u"refreshAll"_s), 1);
 }

@@ -86,16 +86,22 @@ TEST(ServiceTiles, SayHowTheirValueStands) {
        u"3,184. The service rate limit was reached. Retry after 11:24."_s, u"Paused until 11:24"_s},
       {"nobody is asked",
        [](RemoteReading& reading) {
-         reading.isOwed = true;
+         reading.waitsFor = RemoteWait::Network;
          reading.goodAt = reading.goodAt->addSecs(-120);
        },
        u"3,184, Visitors, 2 min ago. Waiting for the network."_s, u"Visitors · 2 min ago"_s},
       {"the first fetch",
        [](RemoteReading& reading) {
          reading = {};
-         reading.value.loading = true;
+         reading.value.loading = reading.isAsking = true;
        },
        u"Updating…"_s, u"Updating…"_s},
+      {"one that was never asked, while the screen is locked",
+       [](RemoteReading& reading) {
+         reading = {};
+         reading.waitsFor = RemoteWait::Unlocking;
+       },
+       u"Waiting for the screen to be unlocked."_s, u"Waiting for the screen to be unlocked"_s},
       {"a change", [](RemoteReading& reading) { reading.value.subtitle = u"-2.1% · 7 days"_s; },
        u"3,184, -2.1% · 7 days"_s, u"−2.1% · 7 days"_s},
   };

@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "DockFixture.h"
+#include "views/families/clocks/DateTiles.h"
 #include "views/families/weather/WeatherFacts.h"
 #include "views/tiles/TilePainter.h"
 #include "widgets/catalog/Catalog.h"
@@ -124,7 +125,7 @@ TEST(WeatherTiles, SayHowTheirValueStands) {
       {"nobody is asked",
        {{option::city, u"Kendal"_s}},
        [](RemoteReading& reading) {
-         reading.isOwed = true;
+         reading.waitsFor = RemoteWait::Network;
          reading.goodAt = reading.goodAt->addSecs(-120);
        },
        u"Kendal, −4°, Clear, 2 min ago, Waiting for the network."_s},
@@ -142,6 +143,25 @@ TEST(WeatherTiles, SayHowTheirValueStands) {
     }
     const TileContent content = makeTileContent(shown, Catalog::find(shown.kind), sources);
     EXPECT_EQ(content.describe(u"Location"_s).value, each.said) << each.name;
+  }
+}
+
+TEST(WeatherTiles, AClockSaysWhyItNeverHadAnyWeather) {
+  RemoteReading failed;
+  failed.value.failed = true;
+  failed.value.subtitle = u"City not found."_s;
+  RemoteReading waiting;
+  waiting.waitsFor = RemoteWait::Network;
+  for (const auto& [reading, said] :
+       {std::pair(failed, u"Kendal: City not found."_s), std::pair(waiting, u"Kendal: Waiting for the network."_s)}) {
+    TileSources sources = morning();
+    sources.weather = {};
+    DockWidget clock = widget(kind::todayClock);
+    clock.options.insert(option::city, u"Kendal"_s);
+    sources.weather.set(clock.id, reading);
+    const TileContent content = makeTileContent(clock, Catalog::find(clock.kind), sources);
+    EXPECT_TRUE(content.describe({}).value.endsWith(u", "_s + said)) << qPrintable(content.describe({}).value);
+    EXPECT_EQ(contentAs<TodayClockContent>(content).hasFailed, reading.value.failed);
   }
 }
 

@@ -7,6 +7,7 @@
 
 #include "base/ForeignText.h"
 #include "services/ProviderTable.h"
+#include "services/RemoteRules.h"
 #include "services/WidgetLoader.h"
 #include "views/settings/SettingsWords.h"
 #include "widgets/catalog/Catalog.h"
@@ -57,7 +58,7 @@ QString ConnectionRows::state(const std::optional<RemoteReading>& reading, const
   if (isPaused(*reading, now)) return SettingsWords::tr("Paused until %1").arg(moment(*reading->pausedUntil, now));
   if (reading->isLoading) return SettingsWords::tr("Asking…");
   if (reading->value.failed) return SettingsWords::tr("Failed");
-  if (reading->isOwed) return SettingsWords::tr("Waiting");
+  if (reading->waitsFor) return SettingsWords::tr("Waiting");
   return reading->goodAt ? SettingsWords::tr("Connected") : SettingsWords::tr("Not asked yet");
 }
 
@@ -65,8 +66,7 @@ QString ConnectionRows::details(const std::optional<RemoteReading>& reading, con
                                 const QDateTime& now) {
   QStringList said;
   if (reading && reading->value.failed) said << ForeignText::line(reading->value.subtitle);
-  if (reading && reading->isOwed)
-    said << SettingsWords::tr("It is asked again once there is a network and the dock can be seen.");
+  if (reading && reading->waitsFor) said << RemoteRules::sentenceOf(*reading->waitsFor);
   if (reading && reading->goodAt) said << SettingsWords::tr("Last answer %1.").arg(moment(*reading->goodAt, now));
   if (next && !(reading && isPaused(*reading, now)))
     said << SettingsWords::tr("Next refresh about %1.").arg(moment(*next, now));

@@ -28,7 +28,7 @@ bool isPaused(const RemoteReading& reading, const QDateTime& now) {
 /// Of a value that was fetched a moment ago it says nothing.
 bool showsAge(const RemoteReading& reading, const QDateTime& now) {
   if (!reading.goodAt || !reading.value.value || reading.goodAt->secsTo(now) < kMinute) return false;
-  return reading.value.failed || reading.isOwed || isPaused(reading, now) ||
+  return reading.value.failed || reading.waitsFor || isPaused(reading, now) ||
          reading.goodAt->secsTo(now) > RemoteRules::kStale;
 }
 
@@ -41,7 +41,8 @@ RemoteState RemoteState::of(const RemoteReading& reading, const TileSources& sou
   if (state.hasFailed) state.problem = reading.value.subtitle;
   if (showsAge(reading, sources.now)) state.age = agoWord(*reading.goodAt, sources.now, sources.locale);
   if (!isPaused(reading, sources.now)) {
-    if (reading.isOwed && state.problem.isEmpty()) state.problem = TileWords::tr("Waiting for the network.");
+    state.isWaiting = reading.waitsFor.has_value();
+    if (state.isWaiting && state.problem.isEmpty()) state.problem = RemoteRules::sentenceOf(*reading.waitsFor);
     return state;
   }
   const QTime time = reading.pausedUntil->toTimeZone(sources.now.timeZone()).time();

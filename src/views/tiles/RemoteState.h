@@ -11,6 +11,7 @@ namespace tarnwick {
 struct RemoteState {
   bool hasFailed = false;
   bool isLoading = false;  ///< For so long that it is worth a sign.
+  bool isWaiting = false;  ///< For something that is not there, before it is fetched.
   QString problem;         ///< Why this is not what there is now, in finished sentences; empty where it is.
   QString age;             ///< "12 min ago", where the value is older than one expects; else empty.
   QString pause;           ///< "Paused until 14:30"; else empty.

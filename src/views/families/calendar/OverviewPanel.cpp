@@ -83,8 +83,18 @@ class OverviewPanel final : public TilePanel {
     return part;
   }
 
+  /// The weather at the place, or why none of it was ever read; absent where neither is known.
+  std::optional<WeatherReading> weatherOf(const TileSources& sources) const {
+    if (auto read = WeatherReading::of(widget(), sources)) return read;
+    WeatherReading missing;
+    missing.place = WeatherReading::placeOf(widget());
+    missing.problem = WeatherReading::problemOf(sources.weather.of(widget().id), sources);
+    missing.picture = WeatherPicture::Cloud;
+    return missing.place.isEmpty() || missing.problem.isEmpty() ? std::nullopt : std::optional(missing);
+  }
+
   void showWeather(const TileSources& sources) {
-    const auto weather = WeatherReading::of(widget(), sources);
+    const auto weather = weatherOf(sources);
     weather_->setVisible(weather.has_value());
     // A section brings the space above it along, the weather does not.
     const int top = weather ? theme::kPanelHeaderBelow - theme::kSectionBelow : 0;
@@ -106,6 +116,8 @@ class OverviewPanel final : public TilePanel {
     facts.removeAll(QString());
     weather_->setTitle(named ? reading_->condition : reading_->place);
     weather_->setCaption(facts.join(u" · "_s));
+    // A sentence may be longer than the row.
+    setPlainTip(*weather_, reading_->problem);
     weather_->setValue(reading_->temperature, reading_->isFailed ? Tone::Secondary : Tone::Primary);
   }
 

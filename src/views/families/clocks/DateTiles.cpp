@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "views/tiles/DayPainting.h"
+#include "views/tiles/RemoteState.h"
 #include "views/tiles/TileCanvas.h"
 #include "widgets/TileWords.h"
 #include "widgets/catalog/Options.h"
@@ -71,16 +72,26 @@ void paint(TileCanvas& canvas, const DayNumberContent& content) {
 }
 
 TodayClockContent makeTodayClock(const TileRequest& request) {
-  TodayClockContent content{makeTimeDate(request), std::nullopt};
+  TodayClockContent content;
+  content.clock = makeTimeDate(request);
   content.clock.sky = Sky::Here;  // Its place is the weather's.
-  if (!WeatherReading::placeOf(request.widget).isEmpty())
-    content.weather = WeatherReading::of(request.widget, request.sources);
+  const QString place = WeatherReading::placeOf(request.widget);
+  if (place.isEmpty()) return content;
+  content.weather = WeatherReading::of(request.widget, request.sources);
+  const std::optional<RemoteReading> reading = request.sources.weather.of(request.widget.id);
+  if (content.weather || !reading) return content;
+  content.place = place;
+  content.problem = WeatherReading::problemOf(reading, request.sources);
+  content.hasFailed = reading->value.failed;
   return content;
 }
 
 TileText describe(const TodayClockContent& content, const QString& name) {
   TileText text = describe(content.clock, name);
-  if (!content.weather) return text;
+  if (!content.weather) {
+    if (!content.problem.isEmpty()) text.value += u", "_s + content.place + u": "_s + content.problem;
+    return text;
+  }
   text.value += u", "_s + QStringList{content.weather->place, content.weather->temperature}.join(u' ');
   if (!content.weather->problem.isEmpty()) text.value += u", "_s + content.weather->problem;
   return text;
@@ -90,6 +101,7 @@ void paint(TileCanvas& canvas, const TodayClockContent& content) {
   const TimeDateContent& clock = content.clock;
   if (!content.weather) {
     paint(canvas, clock);
+    if (content.hasFailed) paintFailure(canvas);
     return;
   }
   const double divider = canvas.width() - kDividerFromRight;

@@ -35,6 +35,9 @@ void paint(TileCanvas& canvas, const DayNumberContent& content);
 struct TodayClockContent {
   TimeDateContent clock;
   std::optional<WeatherReading> weather;
+  QString place;    ///< Of a weather that was never read.
+  QString problem;  ///< Why it was not, as a finished sentence; empty where it is on its way.
+  bool hasFailed = false;
 
   bool operator==(const TodayClockContent&) const = default;
 };

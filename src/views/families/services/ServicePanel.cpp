@@ -128,7 +128,6 @@ class ServicePanel final : public TilePanel {
   void show(const RemoteReading& reading, const TileSources& sources) {
     const RemoteState state = RemoteState::of(reading, sources);
     const RemoteValue& value = reading.value;
-    refresh_->setEnabled(state.pause.isEmpty());
     refresh_->setToolTip(state.pause.isEmpty() ? refresh_->label() : state.pause);
     const QUrl page = pageOf(widget());
     page_->setVisible(page.isValid());

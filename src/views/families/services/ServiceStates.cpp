@@ -42,12 +42,12 @@ void bePaused(RemoteReading& reading, const QDateTime& now) {
 }
 void beStale(RemoteReading& reading, const QDateTime& now) {
   reading.goodAt = now.addSecs(-3 * 3600);
-  reading.isOwed = true;
+  reading.waitsFor = RemoteWait::Network;
 }
-void beLoading(RemoteReading& reading, const QDateTime&) { reading.isLoading = true; }
+void beLoading(RemoteReading& reading, const QDateTime&) { reading.isAsking = reading.isLoading = true; }
 void beFirst(RemoteReading& reading, const QDateTime&) {
   reading = {};
-  reading.value.loading = reading.isLoading = true;
+  reading.value.loading = reading.isAsking = reading.isLoading = true;
 }
 
 void beLong(RemoteReading& reading, const QDateTime& now) {

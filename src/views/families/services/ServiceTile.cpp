@@ -111,7 +111,7 @@ QString spokenOf(const ServiceContent& content, const RemoteReading& reading, co
   } else if (reading.value.value) {
     add(FigureWords::localised(*reading.value.value, sources.locale));
     if (!content.state.hasFailed && !reading.value.loading) add(reading.value.subtitle);
-  } else if (!content.state.hasFailed) {
+  } else if (content.state.problem.isEmpty()) {
     add(content.captions.value(0));
   }
   add(content.state.age);
@@ -138,8 +138,10 @@ void findChange(ServiceContent& content, const QString& caption, const QString& 
 void describeMissing(ServiceContent& content, const RemoteReading& reading, const QString& name) {
   content.headline = {name, {}, false};
   if (content.state.hasFailed) return;
-  content.captions = {reading.isLoading || reading.value.loading ? TileWords::tr("Updating…")
-                                                                 : TileWords::tr("No value yet")};
+  if (content.state.isWaiting)
+    content.captions = {content.state.problem.chopped(1), TileWords::tr("Waiting")};
+  else
+    content.captions = {reading.isAsking ? TileWords::tr("Updating…") : TileWords::tr("No value yet")};
 }
 
 void fillUsage(ServiceContent& content, const TileRequest& request, const RemoteReading& reading, ServiceShape wish) {

@@ -78,8 +78,11 @@ GenericContent withoutReading(const TileRequest& request, WeatherPicture picture
   }
   const std::optional<RemoteReading> reading = request.sources.weather.of(request.widget.id);
   content.name = place;
-  content.sentence = WeatherReading::problemOf(reading, request.sources);
-  content.word = content.sentence.isEmpty() ? TileWords::tr("Updating…") : TileWords::tr("No answer");
+  const RemoteState state = reading ? RemoteState::of(*reading, request.sources) : RemoteState();
+  content.sentence = state.problem;
+  content.word = state.problem.isEmpty() ? TileWords::tr("Updating…")
+                 : state.isWaiting       ? TileWords::tr("Waiting")
+                                         : TileWords::tr("No answer");
   return content;
 }
 
