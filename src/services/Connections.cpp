@@ -19,7 +19,9 @@ QCoro::Task<bool> Connections::hasCredential(DockWidget, std::stop_token) const 
 
 QCoro::Task<> Connections::saveCredential(DockWidget, QString, std::stop_token) { co_return; }
 
-QCoro::Task<> Connections::removeCredential(DockWidget) { co_return; }
+QCoro::Task<> Connections::removeCredential(DockWidget, std::stop_token) { co_return; }
+
+QCoro::Task<> Connections::unlock(std::stop_token) { co_return; }
 
 QCoro::Task<std::optional<Connections::SignedIn>> Connections::signedIn(DockWidget, std::stop_token) const {
   co_return std::nullopt;

@@ -41,8 +41,11 @@ class Connections : public QObject {
   virtual QCoro::Task<bool> hasCredential(DockWidget widget, std::stop_token stop) const;
   /// Keeps one, because the user pressed a button: they may be asked to unlock the keyring. An empty one removes it.
   virtual QCoro::Task<> saveCredential(DockWidget widget, QString value, std::stop_token stop);
-  /// Removes it, with what the service gave for it.
-  virtual QCoro::Task<> removeCredential(DockWidget widget);
+  /// Removes it, and then forgets what the service gave for it, because the user pressed a button: they may be asked to
+  /// unlock the keyring.
+  virtual QCoro::Task<> removeCredential(DockWidget widget, std::stop_token stop);
+  /// Asks the user to unlock the keyring where it is locked, because they pressed a button that connects a widget.
+  virtual QCoro::Task<> unlock(std::stop_token stop);
 
   /// The sign-in that is kept for a widget.
   struct SignedIn {

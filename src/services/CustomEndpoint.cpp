@@ -40,11 +40,17 @@ QCoro::Task<QJsonValue> asked(DockWidget widget, std::shared_ptr<ServiceSession>
   if (call.url.isEmpty() || !call.url.isValid())
     throw DomainError::invalid(ServiceWords::tr("Connect this widget in its settings."));
   call.pick = std::move(pick);
-  call.token = co_await session->credential(widget, stop);
+  const MaybeCredential found = co_await session->credentialIfAny(widget, stop);
   throwIfStopped(stop);
-  const QJsonValue answer = co_await session->json(std::move(call), stop);
-  throwIfStopped(stop);
-  co_return answer;
+  call.token = found.value;
+  try {
+    QJsonValue answer = co_await session->json(std::move(call), stop);
+    throwIfStopped(stop);
+    co_return answer;
+  } catch (const ServiceHTTPError& refusal) {
+    found.explain(refusal);
+    throw;
+  }
 }
 
 }  // namespace

@@ -108,6 +108,22 @@ Task<std::optional<QString>> readFrom(Shared state, QString account, std::stop_t
   co_return value ? value->text() : std::nullopt;
 }
 
+Task<MaybeCredential> readIfAnyFrom(Shared state, QString account, std::stop_token stop) {
+  throwIfStopped(stop);
+  const SecretAttributes item = itemOf(account);
+  MaybeCredential found;
+  try {
+    const std::optional<SecretBytes> value = co_await state->secrets->read(item);
+    if (value) found.value = value->text().value_or(QString());
+  } catch (const SecretFailure& failure) {
+    throwIfStopped(stop);
+    if (failure.isKept()) throw unavailable(failure);
+    found.unread = unavailable(failure).message();
+  }
+  throwIfStopped(stop);
+  co_return found;
+}
+
 /// With a stamp only as long as that is the account's.
 Task<> saveIn(Shared state, SecretBytes value, QString account, QString label, SecretStore::Asking asking,
               std::optional<quint64> stamp, std::stop_token stop) {
@@ -231,6 +247,10 @@ Keychain::Keychain(std::shared_ptr<SecretStore> secrets, const QString& folder)
 
 Task<std::optional<QString>> Keychain::read(const QString& account, std::stop_token stop) const {
   return readFrom(state_, account, stop);
+}
+
+Task<MaybeCredential> Keychain::readIfAny(const QString& account, std::stop_token stop) const {
+  return readIfAnyFrom(state_, account, stop);
 }
 
 Task<> Keychain::save(const QString& value, const QString& account, const QString& serviceName,

@@ -11,6 +11,7 @@
 
 #include "config/DockWidget.h"
 #include "desktop/Capability.h"
+#include "services/MaybeCredential.h"
 #include "services/ports/SecretStore.h"
 
 namespace tarnwick {
@@ -37,6 +38,8 @@ class Keychain {
 
   /// Absent where none is kept, or what is kept is no text. Never asks the user. Throws Cancelled too.
   QCoro::Task<std::optional<QString>> read(const QString& account, std::stop_token stop = {}) const;
+  /// The same for whoever can do without: a keyring that cannot be read fails only where it is known to keep one.
+  QCoro::Task<MaybeCredential> readIfAny(const QString& account, std::stop_token stop = {}) const;
   /// Keeps `value` in the place of what is there; an empty one removes that, without failing. `serviceName` is how the
   /// keyring's own window names it. Asks the user to unlock the keyring where `asking` allows it, which then throws
   /// Cancelled once `stop` is requested.

@@ -1,5 +1,8 @@
 #include "services/LiveConnections.h"
 
+#include <QPointer>
+
+#include "base/Cancelled.h"
 #include "base/DomainError.h"
 #include "services/CustomEndpoint.h"
 #include "services/ProviderTable.h"
@@ -60,6 +63,19 @@ QCoro::Task<QString> signInWith(OAuthSignIn signIn, OAuthTokens tokens, Provider
   co_return fault;
 }
 
+/// What the service gave is forgotten only once the credential is gone, and then even if nobody asks any more.
+QCoro::Task<> removeKept(Keychain keychain, QString account, QPointer<RemoteValues> values, QUuid widget,
+                         std::stop_token stop) {
+  co_await keychain.unlock(stop);
+  throwIfStopped(stop);
+  const QString nothing;
+  co_await keychain.save(nothing, account, nothing, SecretStore::Asking::Never);
+  const std::optional<QString> left = co_await keychain.read(account);
+  if (left && !left->isEmpty())
+    throw DomainError::invalid(ServiceWords::tr("The credential could not be removed from the keyring."));
+  if (values) values->forget(widget);
+}
+
 /// How the keyring's own window names a widget's service.
 QString serviceName(const DockWidget& widget) {
   const Provider* provider = providerFor(widget.kind);
@@ -92,9 +108,8 @@ QCoro::Task<> LiveConnections::saveCredential(DockWidget widget, QString value, 
   return keep(keychain_, std::move(value), Keychain::account(widget), serviceName(widget), stop);
 }
 
-QCoro::Task<> LiveConnections::removeCredential(DockWidget widget) {
-  values_.forget(widget.id);
-  return keep(keychain_, {}, Keychain::account(widget), serviceName(widget), {});
+QCoro::Task<> LiveConnections::removeCredential(DockWidget widget, std::stop_token stop) {
+  return removeKept(keychain_, Keychain::account(widget), &values_, widget.id, stop);
 }
 
 QCoro::Task<std::optional<Connections::SignedIn>> LiveConnections::signedIn(DockWidget widget,

@@ -35,7 +35,8 @@ class LiveConnections final : public Connections {
   QCoro::Task<Capability> keepsCredentials() const override { return keychain_.capability(); }
   QCoro::Task<bool> hasCredential(DockWidget widget, std::stop_token stop) const override;
   QCoro::Task<> saveCredential(DockWidget widget, QString value, std::stop_token stop) override;
-  QCoro::Task<> removeCredential(DockWidget widget) override;
+  QCoro::Task<> removeCredential(DockWidget widget, std::stop_token stop) override;
+  QCoro::Task<> unlock(std::stop_token stop) override { return keychain_.unlock(stop); }
   QCoro::Task<std::optional<SignedIn>> signedIn(DockWidget widget, std::stop_token stop) const override;
   QCoro::Task<QString> signIn(DockWidget widget, QString clientID, std::optional<QString> secret, OAuthVisit visit,
                               std::stop_token stop) override;

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "base/Cancelled.h"
+#include "base/DomainError.h"
 #include "services/ProviderData.h"
 #include "services/ServiceSession.h"
 #include "services/ServiceWords.h"
@@ -108,20 +109,29 @@ QCoro::Task<RemoteValue> fetchFrom(Provider provider, DockWidget widget, std::sh
   request.widget = provider.configured(std::move(widget));
   request.session = session;
   request.limits = provider.limits;
-  if (provider.signIn)
-    request.credential = co_await session->accessToken(request.widget, *provider.signIn, stop);
-  else
-    request.credential = co_await session->credential(request.widget, stop);
-  throwIfStopped(stop);
   const ProviderCredential& wanted = provider.credential;
-  if (wanted.isOneWord) request.credential = request.credential.trimmed();
+  const bool canDoWithout = wanted.isNeeded && !wanted.isNeeded(request.widget);
+  MaybeCredential found;
+  if (provider.signIn)
+    found.value = co_await session->accessToken(request.widget, *provider.signIn, stop);
+  else if (canDoWithout)
+    found = co_await session->credentialIfAny(request.widget, stop);
+  else
+    found.value = co_await session->credential(request.widget, stop);
+  throwIfStopped(stop);
+  request.credential = wanted.isOneWord ? found.value.trimmed() : found.value;
   if (const QString fault = wanted.fault ? wanted.fault(request.credential) : QString(); !fault.isEmpty())
     throw DomainError::invalid(fault);
-  const bool isMissing = request.credential.isEmpty() && (!wanted.isNeeded || wanted.isNeeded(request.widget));
+  const bool isMissing = request.credential.isEmpty() && !canDoWithout;
   require(!isMissing && !(wanted.isOneWord && hasSpace(request.credential)), wanted.missing);
-  RemoteValue value = co_await topic->fetch(std::move(request), stop);
-  throwIfStopped(stop);
-  co_return value;
+  try {
+    RemoteValue value = co_await topic->fetch(std::move(request), stop);
+    throwIfStopped(stop);
+    co_return value;
+  } catch (const ServiceHTTPError& refusal) {
+    found.explain(refusal);
+    throw;
+  }
 }
 
 }  // namespace tarnwick

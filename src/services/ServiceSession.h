@@ -12,6 +12,7 @@
 #include <stop_token>
 
 #include "config/DockWidget.h"
+#include "services/MaybeCredential.h"
 
 namespace tarnwick {
 
@@ -56,6 +57,10 @@ class ServiceSession {
   /// The credential that is kept for this widget and the host of its `endpoint`; empty where there is none. Throws
   /// DomainError where it cannot be read, and Cancelled.
   virtual QCoro::Task<QString> credential(DockWidget widget, std::stop_token stop) = 0;
+
+  /// The same for a widget that can do without: where the keyring cannot be read the fetch goes on, unless it is known
+  /// to keep one.
+  virtual QCoro::Task<MaybeCredential> credentialIfAny(DockWidget widget, std::stop_token stop);
 
   /// The same where the user signs in at `provider`: a token that is good for a while. What is kept may be one itself,
   /// pasted by the user.

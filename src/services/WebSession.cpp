@@ -26,6 +26,10 @@ QCoro::Task<QString> WebSession::credential(DockWidget widget, std::stop_token s
   return kept(keychain_, Keychain::account(widget), stop);
 }
 
+QCoro::Task<MaybeCredential> WebSession::credentialIfAny(DockWidget widget, std::stop_token stop) {
+  return keychain_.readIfAny(Keychain::account(widget), stop);
+}
+
 QCoro::Task<QString> WebSession::accessToken(DockWidget widget, OAuthProvider provider, std::stop_token stop) {
   return tokens_.token(std::move(widget), std::move(provider), shared_from_this(), stop);
 }

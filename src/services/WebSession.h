@@ -19,6 +19,7 @@ class WebSession final : public ServiceSession, public std::enable_shared_from_t
 
   QCoro::Task<QJsonValue> json(ServiceCall call, std::stop_token stop) override;
   QCoro::Task<QString> credential(DockWidget widget, std::stop_token stop) override;
+  QCoro::Task<MaybeCredential> credentialIfAny(DockWidget widget, std::stop_token stop) override;
   QCoro::Task<QString> accessToken(DockWidget widget, OAuthProvider provider, std::stop_token stop) override;
   QDateTime now() const override { return scheduler_.now(); }
 

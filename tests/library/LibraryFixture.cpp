@@ -29,14 +29,6 @@ QCoro::Task<> FakeConnections::saveCredential(DockWidget widget, QString value, 
   kept.insert(Keychain::account(widget), value);
 }
 
-QCoro::Task<> FakeConnections::removeCredential(DockWidget widget) {
-  if (failure.isEmpty()) {
-    kept.remove(Keychain::account(widget));
-    clients.remove(Keychain::account(widget));
-  }
-  co_return;
-}
-
 QCoro::Task<std::optional<Connections::SignedIn>> FakeConnections::signedIn(DockWidget widget, std::stop_token) const {
   const auto client = clients.constFind(Keychain::account(widget));
   if (client == clients.constEnd()) co_return std::nullopt;
@@ -54,6 +46,19 @@ QCoro::Task<QString> FakeConnections::signIn(DockWidget widget, QString clientID
   clients.insert(Keychain::account(widget), clientID);
   kept.insert(Keychain::account(widget), u"record"_s);
   co_return answer.toString();
+}
+
+QCoro::Task<> FakeConnections::removeCredential(DockWidget widget, std::stop_token) {
+  if (!failure.isEmpty()) throw DomainError::invalid(failure);
+  kept.remove(Keychain::account(widget));
+  clients.remove(Keychain::account(widget));
+  co_return;
+}
+
+QCoro::Task<> FakeConnections::unlock(std::stop_token stop) {
+  ServiceCall question;
+  const QJsonValue answer = co_await keyring.json(std::move(question), stop);
+  if (answer.toBool()) failure.clear();
 }
 
 QCoro::Task<QJsonValue> FakeConnections::ask(DockWidget widget, std::optional<QString> credential,

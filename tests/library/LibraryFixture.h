@@ -24,7 +24,8 @@ class FakeConnections final : public Connections {
   QCoro::Task<Capability> keepsCredentials() const override;
   QCoro::Task<bool> hasCredential(DockWidget widget, std::stop_token stop) const override;
   QCoro::Task<> saveCredential(DockWidget widget, QString value, std::stop_token stop) override;
-  QCoro::Task<> removeCredential(DockWidget widget) override;
+  QCoro::Task<> removeCredential(DockWidget widget, std::stop_token stop) override;
+  QCoro::Task<> unlock(std::stop_token stop) override;
   QCoro::Task<std::optional<SignedIn>> signedIn(DockWidget widget, std::stop_token stop) const override;
   QCoro::Task<QString> signIn(DockWidget widget, QString clientID, std::optional<QString> secret, OAuthVisit visit,
                               std::stop_token stop) override;

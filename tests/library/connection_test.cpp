@@ -122,6 +122,23 @@ TEST_F(ConnectionFormTest, WhileTheKeyringAsksNothingIsStoredAndTheFormCanBeLeft
   EXPECT_EQ(services().keyring.asked.size(), 3) << "each was asked for once";
 }
 
+TEST_F(ConnectionFormTest, ALockedKeyringIsUnlockedByThePressThatSaves) {
+  const DockWidget widget = connected();
+  for (const bool isUnlocked : {true, false}) {
+    SCOPED_TRACE(isUnlocked);
+    services().failure = u"Keychain access unavailable (-2)."_s;
+    const auto window = fixture_.editor(widget.id);
+    EXPECT_TRUE(says(*window, services().failure));
+    EXPECT_EQ(services().keyring.asked.size(), isUnlocked ? 0 : 1) << "nobody pressed anything";
+    write(*window, u"Title"_s, isUnlocked ? u"One"_s : u"Two"_s);
+    EXPECT_FALSE(window->save());
+    ASSERT_EQ(services().keyring.asked.size(), isUnlocked ? 1 : 2);
+    services().keyring.answer(isUnlocked);
+    EXPECT_FALSE(window->isVisible()) << "the rest needs no keyring";
+    EXPECT_EQ(fixture_.find(widget.id)->title, isUnlocked ? u"One"_s : u"Two"_s);
+  }
+}
+
 TEST_F(ConnectionFormTest, WithoutAKeyringItSaysWhatToInstallAndKeepsWhatIsTyped) {
   const DockWidget widget = connected();
   services().keeps = Capability::no(u"No keyring runs on this desktop."_s);

@@ -17,6 +17,7 @@ class FakeSecretStore final : public SecretStore {
   };
   QList<Kept> items;
   std::optional<SecretFailure::Status> failure;
+  bool isKept = false;               ///< Whether it is known all the same that there is an item.
   SecretAttributes stubborn;         ///< Cannot be removed.
   std::optional<OneShotEvent> slow;  ///< What a write waits for, once it was asked for.
   int asked = 0;
@@ -61,7 +62,7 @@ class FakeSecretStore final : public SecretStore {
  private:
   void fail() {
     ++asked;
-    if (failure) throw SecretFailure(*failure);
+    if (failure) throw SecretFailure(*failure, isKept);
   }
   static bool matches(const Kept& item, const SecretAttributes& which) {
     const auto agrees = [](const QString& one, const QString& wanted) { return wanted.isEmpty() || one == wanted; };

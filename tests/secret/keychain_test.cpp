@@ -105,6 +105,16 @@ TEST_F(KeychainTest, KeepsOneValueAnAccount) {
   EXPECT_EQ(endOf(keychain.read(other, stop.get_token())), "cancelled");
 }
 
+TEST_F(KeychainTest, WhoeverCanDoWithoutFailsOnlyWhereACredentialIsKnownToBeThere) {
+  save(u"x"_s, a);
+  EXPECT_EQ(endOf(keychain.readIfAny(a)), "x/");
+  EXPECT_EQ(endOf(keychain.readIfAny(b)), "/");
+  secrets->failure = SecretFailure::Locked;
+  EXPECT_EQ(endOf(keychain.readIfAny(a)), "/Keychain access unavailable (-2).");
+  secrets->isKept = true;
+  EXPECT_EQ(endOf(keychain.readIfAny(a)), "Keychain access unavailable (-2).");
+}
+
 TEST_F(KeychainTest, WhatGoesIsTheFoldersOwn) {
   const QUuid widget = *UuidText::read(QString(kId));
   // A folder that kept nothing yet has nothing to look for.

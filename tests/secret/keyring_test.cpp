@@ -91,6 +91,8 @@ TEST_F(KeyringTest, ALockedKeyringFailsAndHeals) {
   const std::string locked = "Keychain access unavailable (-2).";
   EXPECT_EQ(endOf(keychain.read(account)), locked);
   EXPECT_EQ(endOf(keychain.read(accountAt(widget, u"none.test"_s))), locked);
+  EXPECT_EQ(endOf(keychain.readIfAny(account)), locked) << "it is known to be there";
+  EXPECT_EQ(endOf(keychain.readIfAny(accountAt(widget, u"none.test"_s))), '/' + locked);
   EXPECT_EQ(endOf(keychain.accounts()), locked);
   EXPECT_EQ(endOf(Keychain(secrets, folder.path()).removeOrphans({})), locked);
   EXPECT_EQ(endOf(keychain.deleteAll({widget})), locked);

@@ -29,7 +29,7 @@ struct Widget {
   void refresh() {
     fetch = std::make_unique<RemoteFetch>(
         time,
-        [provider = test::harbour(), widget = widget, session = session](std::stop_token stop) {
+        [provider = provider, widget = widget, session = session](std::stop_token stop) {
           return fetchFrom(provider, widget, session, stop);
         },
         [this](const RemoteValue& value) {
@@ -57,6 +57,7 @@ struct Widget {
   bool receivedNothing() const { return values.isEmpty() && failures.isEmpty(); }
 
   test::TestScheduler time;
+  Provider provider = test::harbour();
   std::shared_ptr<test::ScriptedSession> session = std::make_shared<test::ScriptedSession>();
   DockWidget widget;
   QList<RemoteValue> values;
@@ -155,6 +156,21 @@ TEST(RemoteFetch, DoesWithoutACredentialWhereNoneIsNeeded) {
   berths.session->answer(u""_s);
   ASSERT_EQ(berths.session->asked.size(), 2);
   EXPECT_TRUE(berths.session->asked.last()->call.token.isEmpty());
+}
+
+TEST(RemoteFetch, ALockedKeyringIsTheReasonOnlyWhereTheServiceWantsACredential) {
+  const QString locked = u"Keychain access unavailable (-2)."_s;
+  for (const auto& [status, isReason] : {std::pair(401, true), std::pair(403, true), std::pair(404, true),
+                                         std::pair(429, false), std::pair(500, false)}) {
+    Widget berths(u"public"_s);
+    berths.provider.signIn.reset();
+    berths.session->unread = locked;
+    berths.refreshUntilAsked(1);
+    EXPECT_TRUE(berths.session->asked.last()->call.token.isEmpty());
+    berths.session->fail(ServiceHTTPError(status));
+    ASSERT_EQ(berths.failures.size(), 1);
+    EXPECT_EQ(berths.failures.first().sentence == locked, isReason) << status;
+  }
 }
 
 TEST(RemoteFetch, SaysNothingOnceItsOwnerIsGone) {

@@ -5,6 +5,7 @@
 #include <QTemporaryDir>
 #include <memory>
 
+#include "base/DomainError.h"
 #include "services/Connections.h"
 #include "store/UndoStack.h"
 #include "support/RecordingCommands.h"
@@ -42,15 +43,15 @@ class ToldConnections final : public Connections {
     const auto found = readings.constFind(widget);
     return found == readings.constEnd() ? std::nullopt : std::optional(*found);
   }
-  QCoro::Task<bool> hasCredential(DockWidget, std::stop_token) const override { co_return isStuck; }
-  QCoro::Task<> removeCredential(DockWidget widget) override {
+  QCoro::Task<> removeCredential(DockWidget widget, std::stop_token) override {
     removed << widget.id;
+    if (!failure.isEmpty()) throw DomainError::invalid(failure);
     co_return;
   }
 
   QHash<QUuid, RemoteReading> readings;
   QList<QUuid> removed;
-  bool isStuck = false;   ///< Whether the keyring keeps what it should remove.
+  QString failure;        ///< Why the keyring keeps what it should remove.
   mutable int asked = 0;  ///< How often for a reading.
 };
 

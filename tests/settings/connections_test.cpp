@@ -115,15 +115,50 @@ TEST_F(ConnectionsPageTest, FollowsWhatIsFetchedWhileItIsSeen) {
   EXPECT_TRUE(says(u"No service is connected"_s));
 }
 
+TEST_F(ConnectionsPageTest, SaysWhatCameOfARefreshAndGoesByTheMinute) {
+  auto* list = control<OrderList>("Connections");
+  ASSERT_TRUE(list);
+  list->choose(widgets_[0].id.toString());
+  const auto come = [&](const RemoteReading& reading) {
+    connections.readings[widgets_[0].id] = reading;
+    Q_EMIT connections.changed(widgets_[0].id);
+  };
+  RemoteReading asking;
+  asking.isAsking = true;
+  RemoteReading failed;
+  failed.value.failed = true;
+  failed.value.subtitle = u"No\u202E answer."_s;
+  RemoteReading good;
+  good.value.value = u"3,184"_s;
+  good.goodAt = store().scheduler().now();
+  const QString name = u"“Visitors”"_s;
+  for (const auto& [reading, said] :
+       {std::pair(failed, name + u": No answer."_s), std::pair(good, name + u" shows 3,184."_s)}) {
+    QTest::keyClick(list, Qt::Key_F5);
+    come(asking);
+    EXPECT_TRUE(says(u"Asking for "_s + name + u"…"_s));
+    come(reading);
+    EXPECT_TRUE(says(said)) << said.toStdString();
+  }
+  come(failed);
+  EXPECT_FALSE(says(name + u": No answer."_s)) << "nobody asked for that one";
+
+  connections.asked = 0;
+  store().heartbeat();
+  EXPECT_EQ(connections.asked, 2);
+  store().heartbeat();
+  EXPECT_EQ(connections.asked, 2);
+}
+
 TEST_F(ConnectionsPageTest, IsEditedAndLosesItsCredentialByKeys) {
   auto* list = control<OrderList>("Connections");
   ASSERT_TRUE(list);
   list->choose(widgets_[1].id.toString());
   QTest::keyClick(list, Qt::Key_F2);
   EXPECT_EQ(commands.asked.last(), u"edit "_s + widgets_[1].id.toString());
-  const QString stuck = u"The credential could not be removed from the keyring."_s;
+  const QString stuck = u"The keyring is locked."_s;
   for (const bool isStuck : {true, false}) {
-    connections.isStuck = isStuck;
+    connections.failure = isStuck ? stuck : QString();
     connections.removed.clear();
     QTest::keyClick(list, Qt::Key_Delete);
     EXPECT_TRUE(connections.removed.isEmpty()) << "it asks first";

@@ -32,6 +32,8 @@ class ScriptedSession final : public ServiceSession {
   QList<std::shared_ptr<Turn>> asked;
   /// Ignores that it is asked to stop, as a service in the middle of its answer.
   bool isDeaf = false;
+  /// Why the keyring cannot be asked for a credential that nobody needs.
+  QString unread;
   QDateTime time{QDate(2026, 11, 24), QTime(10, 24), QTimeZone::utc()};
 
   QCoro::Task<QJsonValue> json(ServiceCall call, std::stop_token stop) override {
@@ -52,6 +54,12 @@ class ScriptedSession final : public ServiceSession {
     ServiceCall none;
     const QJsonValue kept = co_await json(std::move(none), stop);
     co_return kept.toString();
+  }
+  QCoro::Task<MaybeCredential> credentialIfAny(DockWidget widget, std::stop_token stop) override {
+    MaybeCredential found;
+    found.unread = unread;
+    if (unread.isEmpty()) found.value = co_await credential(std::move(widget), stop);
+    co_return found;
   }
   QDateTime now() const override { return time; }
 

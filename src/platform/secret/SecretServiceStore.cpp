@@ -86,7 +86,7 @@ Task<> makeCollection(SecretTalk talk, std::stop_token stop) {
 Task<std::optional<SecretBytes>> readFrom(SecretTalk talk, Attributes attributes) {
   const FoundItems found = co_await search(talk, attributes);
   if (found.open.isEmpty()) {
-    if (!found.locked.isEmpty()) throw SecretFailure(SecretFailure::Locked);
+    if (!found.locked.isEmpty()) throw SecretFailure(SecretFailure::Locked, true);
     // Some services find nothing while they are locked.
     const DefaultCollection home = co_await defaultCollection(talk);
     if (home.isLocked) throw SecretFailure(SecretFailure::Locked);

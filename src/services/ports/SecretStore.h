@@ -31,12 +31,15 @@ class SecretFailure : public std::exception {
     Refused = -5     ///< All others.
   };
 
-  explicit SecretFailure(Status status) : status_(status) {}
+  explicit SecretFailure(Status status, bool isKept = false) : status_(status), isKept_(isKept) {}
   Status status() const { return status_; }
+  /// Whether it is known all the same that what was asked for is there.
+  bool isKept() const { return isKept_; }
   const char* what() const noexcept override { return "The keyring did nothing."; }
 
  private:
   Status status_;
+  bool isKept_;
 };
 
 /// The keyring of the desktop. Each operation throws SecretFailure, ends within five seconds (but for the time in which

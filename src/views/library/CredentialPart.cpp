@@ -22,15 +22,19 @@ QString notStored(const QString& host) { return LibraryWords::tr("A credential f
 /// Gives what failed, empty for nothing. `connections` is there until `stop` is requested.
 QCoro::Task<QString> kept(Connections& connections, DockWidget widget, QString value, std::stop_token stop) {
   if (value.isEmpty()) {
-    co_await connections.removeCredential(widget);
-    if (stop.stop_requested()) co_return QString();
-    const bool isStill = co_await connections.hasCredential(widget, stop);
-    co_return isStill ? LibraryWords::tr("The credential could not be removed from the keyring.") : QString();
+    co_await connections.removeCredential(widget, stop);
+    co_return QString();
   }
   const Capability can = co_await connections.keepsCredentials();
   if (!can || stop.stop_requested()) co_return can.reason;
   co_await connections.saveCredential(widget, value, stop);
   co_return QString();
+}
+
+/// Gives nothing that matters.
+QCoro::Task<bool> unlocked(Connections& connections, std::stop_token stop) {
+  co_await connections.unlock(stop);
+  co_return true;
 }
 
 }  // namespace
@@ -132,6 +136,12 @@ void CredentialPart::keep(const DockWidget& widget, std::function<void(const QSt
         done(answer.value ? *answer.value : answer.sentence);
       },
       stop);
+}
+
+void CredentialPart::unlock(std::function<void()> done) {
+  const std::stop_token stop = keeping_.get_token();
+  tellAnswer<bool>(
+      unlocked(connections_, stop), [done = std::move(done)](const ServiceAnswer<bool>&) { done(); }, stop);
 }
 
 /// The one sentence below the label.

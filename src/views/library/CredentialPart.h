@@ -44,6 +44,11 @@ class CredentialPart final : public QObject {
   /// Keeps or removes it for `widget`, because the user pressed a button: they may be asked to unlock the keyring.
   /// Calls `done` with the sentence of what failed, empty for nothing, unless this is gone or was stopped.
   void keep(const DockWidget& widget, std::function<void(const QString& fault)> done);
+  /// Whether the keyring could not be asked what it keeps.
+  bool isUnread() const { return !failure_.isEmpty(); }
+  /// Lets the user unlock the keyring, because they pressed a button. Calls `done` whatever came of it, unless this is
+  /// gone or was stopped: the rest of the form needs no keyring.
+  void unlock(std::function<void()> done);
   /// Ends what is under way; nothing is called any more.
   void stop();
 

@@ -271,10 +271,17 @@ bool EditorWindow::save() {
   if (isSaving_) return false;
   const auto outcome = checked();
   if (!outcome) return false;
-  if (outcome->saveCredential)
+  if (outcome->saveCredential) {
     keepCredential(outcome->widget);
-  else
+  } else if (credential_ && credential_->isUnread()) {
+    setSaving(true);
+    credential_->unlock([this] {
+      setSaving(false);
+      storeAll();
+    });
+  } else {
     storeAll();
+  }
   return isStored_;
 }
 

@@ -22,12 +22,9 @@ namespace tarnwick {
 
 namespace {
 
-/// Gives what failed, empty for nothing. `connections` is there until `stop` is requested.
-QCoro::Task<QString> signedOut(Connections& connections, DockWidget widget, std::stop_token stop) {
-  co_await connections.removeCredential(widget);
-  if (stop.stop_requested()) co_return QString();
-  const bool isStill = co_await connections.hasCredential(widget, stop);
-  co_return isStill ? LibraryWords::tr("The credential could not be removed from the keyring.") : QString();
+QCoro::Task<bool> signedOut(Connections& connections, DockWidget widget, std::stop_token stop) {
+  co_await connections.removeCredential(widget, stop);
+  co_return true;
 }
 
 /// Buttons in a row, as wide as their words, the sentence below them.
@@ -196,10 +193,10 @@ void SignInPart::signOut() {
   if (isRunning_) return;
   asking_.request_stop();
   running_ = std::stop_source();
-  tellAnswer<QString>(
+  tellAnswer<bool>(
       signedOut(connections_, edited_, running_.get_token()),
-      [this](const ServiceAnswer<QString>& answer) {
-        const QString fault = answer.value ? *answer.value : answer.sentence;
+      [this](const ServiceAnswer<bool>& answer) {
+        const QString fault = answer.value ? QString() : answer.sentence;
         signIn_->setFocus(Qt::OtherFocusReason);
         end(fault.isEmpty() ? LibraryWords::tr("Signed out.") : fault, !fault.isEmpty());
         form_.store();

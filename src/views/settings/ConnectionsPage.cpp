@@ -2,7 +2,7 @@
 #include <QFileInfo>
 #include <QVBoxLayout>
 
-#include "base/Cancelled.h"
+#include "base/ForeignText.h"
 #include "config/CalendarFolders.h"
 #include "services/Connections.h"
 #include "services/ServiceAnswer.h"
@@ -71,12 +71,10 @@ QWidget* makeEmptyState(const SettingsServices& services) {
   return empty;
 }
 
-/// Whether nothing is left of it. `connections` is there until `stop` is requested.
+/// `connections` is there until `stop` is requested.
 QCoro::Task<bool> removed(Connections& connections, DockWidget widget, std::stop_token stop) {
-  co_await connections.removeCredential(widget);
-  throwIfStopped(stop);
-  const bool isStill = co_await connections.hasCredential(widget, stop);
-  co_return !isStill;
+  co_await connections.removeCredential(widget, stop);
+  co_return true;
 }
 
 /// Folders of calendar files, beside the places where calendars are looked for anyway.
@@ -113,7 +111,16 @@ class ConnectionsPage final : public SettingsPage {
       : SettingsPage(SettingsWords::tr("Connections"), store, services), services_(services) {
     addConnections(*addCard());
     addCalendars(*this, services);
-    connect(&services.connections, &Connections::changed, this, &ConnectionsPage::refreshSoon);
+    connect(&services.connections, &Connections::changed, this, [this](const QUuid& widget) {
+      tellWhatCame(widget);
+      refreshSoon();
+    });
+    // What is said of times goes by the minute.
+    connect(&store, &AppStore::ticked, this, [this] {
+      if (!isVisible()) return;
+      const qint64 minute = this->store().scheduler().now().toSecsSinceEpoch() / 60;
+      if (std::exchange(minute_, minute) != minute) refresh();
+    });
   }
   ~ConnectionsPage() override { stop_.request_stop(); }
 
@@ -175,13 +182,36 @@ class ConnectionsPage final : public SettingsPage {
   void act(const QString& id, const QString& action) {
     const DockWidget* widget = DocumentEdits::find(store().config(), QUuid::fromString(id));
     if (!widget) return;
-    say({});
+    say({}, Tone::Secondary);
     if (action == kRefresh)
-      store().refresh(*widget);
+      ask(*widget);
     else if (action == kEdit)
       services_.commands.openEditor(widget->id);
     else if (action == kRemove)
       askToRemove(*widget);
+  }
+
+  void ask(const DockWidget& widget) {
+    asked_.insert(widget.id);
+    say(SettingsWords::tr("Asking for “%1”…").arg(services_.edits.nameOf(widget)), Tone::Secondary);
+    store().refresh(widget);
+  }
+
+  /// What came of a refresh that was asked for here.
+  void tellWhatCame(const QUuid& id) {
+    if (!asked_.contains(id)) return;
+    const auto reading = services_.connections.reading(id);
+    if (reading && reading->isAsking) return;
+    asked_.remove(id);
+    const DockWidget* widget = DocumentEdits::find(store().config(), id);
+    if (!reading || !widget) return say({}, Tone::Secondary);
+    const QString name = services_.edits.nameOf(*widget);
+    if (reading->value.failed)
+      say(SettingsWords::tr("“%1”: %2").arg(name, ForeignText::line(reading->value.subtitle)), Tone::Fault);
+    else if (reading->value.value)
+      say(SettingsWords::tr("“%1” shows %2.").arg(name, ForeignText::line(*reading->value.value)), Tone::Secondary);
+    else
+      say(SettingsWords::tr("“%1” was refreshed.").arg(name), Tone::Secondary);
   }
 
   void askToRemove(const DockWidget& widget) {
@@ -191,16 +221,14 @@ class ConnectionsPage final : public SettingsPage {
           tellAnswer<bool>(
               removed(services_.connections, widget, stop_.get_token()),
               [this](const ServiceAnswer<bool>& answer) {
-                if (!answer.value)
-                  say(answer.sentence);
-                else if (!*answer.value)
-                  say(SettingsWords::tr("The credential could not be removed from the keyring."));
+                if (!answer.value) say(answer.sentence, Tone::Fault);
               },
               stop_.get_token());
         });
   }
 
-  void say(const QString& sentence) {
+  void say(const QString& sentence, Tone tone) {
+    message_->setTone(tone);
     message_->setText(sentence);
     message_->setVisible(!sentence.isEmpty());
     if (sentence.isEmpty()) return;
@@ -213,6 +241,8 @@ class ConnectionsPage final : public SettingsPage {
   ConfirmBar* confirm_ = nullptr;
   TextLabel* message_ = nullptr;
   bool isDue_ = false;
+  qint64 minute_ = -1;
+  QSet<QUuid> asked_;  ///< Whose answer is told when it comes.
   std::stop_source stop_;
 };
 
