@@ -21,7 +21,8 @@ QJsonValue child(const QJsonValue& value, QStringView piece) {
   bool isIndex = false;
   const qlonglong index = piece.toLongLong(&isIndex);
   const QJsonArray list = value.toArray();
-  if (!isIndex || index < 0 || index >= list.size()) return QJsonValue::Undefined;
+  const bool isBare = piece.trimmed().size() == piece.size();  // Blanks around it would be read over.
+  if (!isIndex || !isBare || index < 0 || index >= list.size()) return QJsonValue::Undefined;
   return list.at(index);
 }
 

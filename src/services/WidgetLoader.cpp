@@ -1,6 +1,7 @@
 #include "services/WidgetLoader.h"
 
 #include <QCoroTask>
+#include <algorithm>
 
 #include "base/Cancelled.h"
 #include "base/DomainError.h"
@@ -21,10 +22,27 @@ bool showsWeather(const QString& kind) {
   return Catalog::find(kind).family == Family::Weather || kind == kind::todayClock || kind == kind::todayOverview;
 }
 
-/// What a later version reads: a program's own records on this machine, or a service without a row in the table.
-bool comesLater(const QString& mode) {
-  return mode == value::native || mode == value::codexLocal || mode == value::perplexitySession ||
-         mode == value::geminiHistory || mode == value::claudeActivity;
+struct OwnReader {
+  QLatin1StringView mode;
+  QLatin1StringView kind;
+};
+/// What a later version reads: a program's own records on this machine.
+constexpr OwnReader kOwnReaders[] = {{value::claudeActivity, kind::analyticsClaudeCodeStatus},
+                                     {value::geminiHistory, kind::geminiAPIUsage},
+                                     {value::codexLocal, kind::codexUsage},
+                                     {value::codexLocal, kind::codexUsageGauge},
+                                     {value::perplexitySession, kind::perplexityUsage}};
+
+bool hasOwnReader(const DockWidget& widget) {
+  const QString mode = widget.options.value(option::connectionMode);
+  return std::ranges::any_of(kOwnReaders,
+                             [&](const OwnReader& each) { return each.mode == mode && each.kind == widget.kind; });
+}
+
+/// The service that a widget is connected to; nullptr for one that asks an address of the user's own.
+const Provider* providerOf(const DockWidget& widget, const QList<Provider>& providers) {
+  const bool isNative = widget.options.value(option::connectionMode) == value::native;
+  return isNative ? providerFor(widget.kind, providers) : nullptr;
 }
 
 QCoro::Task<RemoteValue> weatherHere(Weather weather, WidgetLoader::Locate locate, bool fahrenheit,
@@ -41,12 +59,11 @@ WidgetLoader::WidgetLoader(Weather weather, Locate locate, const QList<Provider>
     : weather_(std::move(weather)), locate_(std::move(locate)), providers_(&providers) {}
 
 bool WidgetLoader::readsAddress(const DockWidget& widget) {
-  return !showsWeather(widget.kind) && !comesLater(widget.options.value(option::connectionMode));
+  return !showsWeather(widget.kind) && !hasOwnReader(widget) && !providerOf(widget, allProviders());
 }
 
 QCoro::Task<RemoteValue> WidgetLoader::load(DockWidget widget, std::shared_ptr<ServiceSession> session, bool fahrenheit,
                                             std::stop_token stop) const {
-  const QString mode = widget.options.value(option::connectionMode);
   if (showsWeather(widget.kind)) {
     if (widget.options.value(option::weatherLocation) != value::current) {
       if (auto place = ChosenPlace::of(widget)) return weather_.at(*std::move(place), fahrenheit, stop);
@@ -57,11 +74,9 @@ QCoro::Task<RemoteValue> WidgetLoader::load(DockWidget widget, std::shared_ptr<S
           ServiceWords::tr("Location Services are disabled. Choose a city or enable Location Services."));
     return weatherHere(weather_, locate_, fahrenheit, stop);
   }
-  if (mode == value::native) {
-    if (const Provider* provider = providerFor(widget.kind, *providers_))
-      return fetchFrom(*provider, std::move(widget), std::move(session), stop);
-  }
-  if (comesLater(mode))
+  if (const Provider* provider = providerOf(widget, *providers_))
+    return fetchFrom(*provider, std::move(widget), std::move(session), stop);
+  if (hasOwnReader(widget))
     throw DomainError::invalid(ServiceWords::tr("This connection is not part of this version yet."));
   return CustomEndpoint::fetch(std::move(widget), std::move(session), stop);
 }

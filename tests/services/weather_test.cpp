@@ -151,6 +151,8 @@ TEST_F(Asked, AFieldOfOnesOwnAddressIsShown) {
       {u"word"_s, u"$ a year"_s, {}},
       {u"data.3"_s, {}, missing(u"data.3"_s)},
       {u"data.-1"_s, {}, missing(u"data.-1"_s)},
+      {u"data. 1"_s, {}, missing(u"data. 1"_s)},
+      {u"data.1 "_s, {}, missing(u"data.1 "_s)},
       {u"list.0.x"_s, {}, missing(u"list.0.x"_s)},
       {u"gone"_s, {}, missing(u"gone"_s)},
       {QString(u"a."_s).repeated(10'000), {}, missing(QString(u"a."_s).repeated(10'000))},

@@ -4,6 +4,7 @@
 #include <QJsonObject>
 #include <algorithm>
 
+#include "base/Background.h"
 #include "base/ForeignText.h"
 #include "base/LocalFigures.h"
 #include "services/JSONMetric.h"
@@ -38,11 +39,18 @@ bool isPiece(const QString& name) { return !name.isEmpty() && !name.contains(u'.
 
 AnswerModel::AnswerModel(QObject* parent) : QAbstractItemModel(parent), root_(std::make_unique<Node>()) {}
 
-AnswerModel::~AnswerModel() = default;
+AnswerModel::~AnswerModel() { release(std::move(root_)); }
+
+/// A large answer takes as long to free as a frame lasts: that is done on another thread.
+void AnswerModel::release(std::unique_ptr<Node> root) {
+  if (!root->value.isObject() && !root->value.isArray()) return;
+  const auto held = std::make_shared<std::unique_ptr<Node>>(std::move(root));
+  Background::run(Background::Lane::Computing, [held] { held->reset(); });
+}
 
 void AnswerModel::setAnswer(const QJsonValue& answer) {
   beginResetModel();
-  root_ = std::make_unique<Node>();
+  release(std::exchange(root_, std::make_unique<Node>()));
   root_->value = answer;
   root_->children = childrenOf(*root_);
   root_->isOpened = true;

@@ -48,6 +48,7 @@ class AnswerModel final : public QAbstractItemModel {
  private:
   struct Node;
 
+  static void release(std::unique_ptr<Node> root);
   Node& nodeOf(const QModelIndex& index) const;
   static std::vector<std::unique_ptr<Node>> childrenOf(Node& node);
 
