@@ -3,6 +3,7 @@
 #include <QLinearGradient>
 #include <QPainterPath>
 #include <QPolygonF>
+#include <QTransform>
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -25,6 +26,9 @@ constexpr double kSunHalo = 8;
 constexpr double kRoseStroke = 1.5;
 constexpr double kRoseTick = 4;
 constexpr int kSunSteps = 48;
+constexpr double kDaysFill = 0.13;
+constexpr double kDaysLine = 0.6;
+constexpr double kDaysStroke = 1.5;
 
 void paintDot(QPainter& painter, QPointF at, double radius, double halo, const QColor& color) {
   painter.setPen(Qt::NoPen);
@@ -103,6 +107,36 @@ void paintRose(QPainter& painter, QPointF centre, double radius, const std::opti
         {0, -radius * 0.58}, {radius * 0.36, radius * 0.48}, {0, radius * 0.26}, {-radius * 0.36, radius * 0.48}});
   }
   painter.restore();
+}
+
+void paintDays(QPainter& painter, const QRectF& box, double row, const QList<std::pair<double, double>>& days,
+               double least, double most, const Palette& palette) {
+  if (days.size() < 2) return;
+  const double span = most > least ? most - least : 1;
+  QList<QPointF> lows;
+  QList<QPointF> highs;
+  // Along the days first, as lines are made; then turned about.
+  for (qsizetype i = 0; i < days.size(); ++i) {
+    const auto [low, high] = std::minmax(days[i].first, days[i].second);
+    const double along = box.top() + row * (static_cast<double>(i) + 0.5);
+    lows << QPointF(along, box.left() + box.width() * std::clamp((low - least) / span, 0.0, 1.0));
+    highs << QPointF(along, box.left() + box.width() * std::clamp((high - least) / span, 0.0, 1.0));
+  }
+  const QTransform turned(0, 1, 1, 0, 0, 0);
+  const QPainterPath low = turned.map(smoothLine(lows));
+  const QPainterPath high = turned.map(smoothLine(highs));
+  QPainterPath between = low;
+  between.connectPath(high.toReversed());
+  between.closeSubpath();
+  QLinearGradient fill(box.topLeft(), box.topRight());
+  fill.setColorAt(0, faded(palette.accent(Accent::Blue), kDaysFill));
+  fill.setColorAt(1, faded(palette.accent(Accent::Orange), kDaysFill));
+  painter.fillPath(between, fill);
+  const auto stroke = [&](const QPainterPath& line, Accent accent) {
+    painter.strokePath(line, QPen(faded(palette.accent(accent), kDaysLine), kDaysStroke, Qt::SolidLine, Qt::RoundCap));
+  };
+  stroke(low, Accent::Blue);
+  stroke(high, Accent::Orange);
 }
 
 void paintRange(QPainter& painter, const QRectF& track, double low, double high, double least, double most,

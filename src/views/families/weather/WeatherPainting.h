@@ -19,6 +19,10 @@ void paintSunPath(QPainter& painter, const QRectF& box, const std::optional<doub
 /// A wind rose whose arrow points where a wind from `direction`, in degrees from north, blows to.
 void paintRose(QPainter& painter, QPointF centre, double radius, const std::optional<double>& direction,
                const Palette& palette);
+/// The lows and the highs of several days as two lines with what lies between them, the days below each other: each in
+/// the middle of its `row` of the height, on a scale from `least` to `most` over the width of `box`.
+void paintDays(QPainter& painter, const QRectF& box, double row, const QList<std::pair<double, double>>& days,
+               double least, double most, const Palette& palette);
 /// The span of a day's temperatures on a scale from `least` to `most`, from cold to warm.
 void paintRange(QPainter& painter, const QRectF& track, double low, double high, double least, double most,
                 const Palette& palette);

@@ -162,11 +162,19 @@ class HoursView final : public WeatherView {
   QStringList names_;
 };
 
-/// A day: its name and picture, and from how cold to how warm it is, on the scale of all days.
+/// What all rows of days share.
+struct DaysScale {
+  QList<std::pair<double, double>> days;  ///< From how cold to how warm each is.
+  double least = 0;
+  double most = 0;
+};
+
+/// A day: its name and picture, and from how cold to how warm it is, on the scale of all days. The lines of the lows
+/// and the highs go on through the rows above and below.
 class DayView final : public WeatherView {
  public:
-  DayView(const WeatherFacts::Day& day, double least, double most, bool parted)
-      : WeatherView(theme::kRowHeight), day_(day), least_(least), most_(most), parted_(parted) {
+  DayView(const WeatherFacts::Day& day, const DaysScale& scale, qsizetype index)
+      : WeatherView(theme::kRowHeight), day_(day), scale_(scale), index_(index) {
     say({day.name, day.condition, PanelWords::tr("%1 to %2").arg(day.lowText, day.highText)});
     setToolTip(day.condition);
   }
@@ -175,7 +183,7 @@ class DayView final : public WeatherView {
   void draw(QPainter& painter, const Palette& palette) override {
     const Mirroring mirror(*this);
     const double middle = height() / 2.0;
-    if (parted_) painter.fillRect(QRectF(0, 0, width(), hairline(painter)), palette.hairline);
+    if (index_ > 0) painter.fillRect(QRectF(0, 0, width(), hairline(painter)), palette.hairline);
     const auto text = [&](const QRectF& box, const QString& words, const QColor& ink, Qt::Alignment side,
                           TextStyle style) { drawTextIn(painter, mirror(box), words, style, ink, side); };
     text(QRectF(0, 0, kDayNameWidth, height()), day_.name, palette.primary, mirror.reading(), TextStyle::BodyStrong);
@@ -192,7 +200,11 @@ class DayView final : public WeatherView {
       painter.translate(width(), 0);
       painter.scale(-1, 1);
     }
-    paintRange(painter, track, day_.low, day_.high, least_, most_, palette);
+    const double row = height();
+    painter.setClipRect(QRectF(0, 0, width(), row));
+    paintDays(painter, QRectF(track.left(), -row * static_cast<double>(index_), track.width(), row), row, scale_.days,
+              scale_.least, scale_.most, palette);
+    paintRange(painter, track, day_.low, day_.high, scale_.least, scale_.most, palette);
     painter.restore();
     text(QRectF(track.right(), 0, width() - track.right(), height()), day_.highText, palette.primary, mirror.ending(),
          TextStyle::BodyStrong);
@@ -200,9 +212,8 @@ class DayView final : public WeatherView {
 
  private:
   WeatherFacts::Day day_;
-  double least_;
-  double most_;
-  bool parted_;
+  DaysScale scale_;
+  qsizetype index_;
 };
 
 class SunView final : public WeatherView {
@@ -401,9 +412,11 @@ class WeatherPanel final : public TilePanel {
     shownDays_ = days;
     QList<QWidget*> rows;
     if (!days.isEmpty()) {
-      const double least = std::ranges::min(days, {}, &WeatherFacts::Day::low).low;
-      const double most = std::ranges::max(days, {}, &WeatherFacts::Day::high).high;
-      for (const WeatherFacts::Day& day : days) rows << new DayView(day, least, most, !rows.isEmpty());
+      DaysScale scale{{},
+                      std::ranges::min(days, {}, &WeatherFacts::Day::low).low,
+                      std::ranges::max(days, {}, &WeatherFacts::Day::high).high};
+      for (const WeatherFacts::Day& day : days) scale.days << std::pair(day.low, day.high);
+      for (const WeatherFacts::Day& day : days) rows << new DayView(day, scale, rows.size());
     }
     days_->setRows(rows);
   }
