@@ -4,6 +4,7 @@
 
 #include "Desk.h"
 #include "platform/x11/X11ClientWindows.h"
+#include "platform/x11/X11Properties.h"
 #include "support/ForeignWindow.h"
 
 namespace tarnwick::testing {
@@ -25,6 +26,14 @@ class X11ClientWindowsTest : public ::testing::Test {
       const auto window = find(title);
       return window && condition(*window);
     });
+  }
+
+  /// Whether the server tells us of each move of a window.
+  bool areMovesTold(xcb_window_t window) const {
+    xcb_connection_t* connection = desk.events.connection();
+    const auto cookie = xcb_get_window_attributes(connection, window);
+    const XcbReply reply(xcb_get_window_attributes_reply(connection, cookie, nullptr));
+    return reply && (reply->your_event_mask & XCB_EVENT_MASK_STRUCTURE_NOTIFY) != 0;
   }
 
   Desk desk;
@@ -78,8 +87,13 @@ TEST_F(X11ClientWindowsTest, TellWhereAllWindowsAreOnlyWhileAskedTo) {
   };
   ASSERT_TRUE(becomes(u"plain"_s, [](const ClientWindow& one) { return one.active; }));
   EXPECT_TRUE(find(u"plain"_s)->frame.isEmpty());
+  const auto id = static_cast<xcb_window_t>(find(u"plain"_s)->id);
+  EXPECT_FALSE(areMovesTold(id)) << "nobody asks where it is";
+  window.moveTo({120, 100});
+  desk.display.settle();
   windows.watchFrames(true);
-  EXPECT_TRUE(isAt(QRectF(100, 100, 200, 100)));
+  EXPECT_TRUE(isAt(QRectF(120, 100, 200, 100))) << "moved before anybody asked";
+  EXPECT_TRUE(areMovesTold(id));
 
   desk.display.settle();
   const QSignalSpy changes(&windows, &ClientWindows::changed), moves(&windows, &ClientWindows::framesChanged);
@@ -97,6 +111,9 @@ TEST_F(X11ClientWindowsTest, TellWhereAllWindowsAreOnlyWhileAskedTo) {
   EXPECT_TRUE(becomes(u"plain"_s, [](const ClientWindow& one) { return one.maximised; }));
   windows.watchFrames(false);
   EXPECT_TRUE(find(u"plain"_s)->frame.isEmpty());
+  EXPECT_FALSE(areMovesTold(id));
+  window.addState("_NET_WM_STATE_FULLSCREEN");
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return areMovesTold(id); })) << "it may cover a display";
 
   windows.watchFrames(true);
   const auto framed = ChildProcess::start({u"xterm"_s, u"-T"_s, u"framed"_s, u"-geometry"_s, u"40x10+50+50"_s});

@@ -39,6 +39,29 @@ X11ClientWindows::X11ClientWindows(X11Events& events, const X11Screens& screens)
 void X11ClientWindows::watchFrames(bool watched) {
   if (std::exchange(reportsFrames_, watched) == watched) return;
   for (ClientWindow& window : windows_) window.frame = reportedFrame(known_[static_cast<xcb_window_t>(window.id)]);
+  followMoves();
+}
+
+bool X11ClientWindows::needsMoves(const Known& known) const {
+  return reportsFrames_ || known.window.fullscreen || known.window.dock || screens_.all().size() > 1;
+}
+
+/// What moved before it was followed is read again.
+void X11ClientWindows::followMoves() {
+  followed_.removeIf([this](xcb_window_t window) { return !known_.contains(window); });
+  for (auto each = known_.cbegin(); each != known_.cend(); ++each) {
+    const bool needed = needsMoves(each.value());
+    if (needed == followed_.contains(each.key())) continue;
+    events_.watchMoves(each.key(), needed);
+    if (!needed) {
+      followed_.remove(each.key());
+      continue;
+    }
+    followed_.insert(each.key());
+    stale_.insert(each.key());
+    refreshLater();
+  }
+  xcb_flush(events_.connection());
 }
 
 void X11ClientWindows::activate(quint64 id) {
@@ -105,6 +128,7 @@ void X11ClientWindows::refresh() {
   });
   tiles_.removeIf([&](const auto& entry) { return !known_.contains(entry.key()); });
   order_ = order;
+  followMoves();
   publish(active.word(), desktop.word());
 }
 

@@ -10,7 +10,9 @@
 
 namespace tarnwick {
 
-/// The windows that the window manager lists, ours left out. Follows every change by events, never by a timer.
+/// The windows that the window manager lists, ours left out. Follows every change by events, never by a timer. Moves
+/// are followed only where somebody may ask for what they change: of all windows while frames are watched or there are
+/// several displays that may show them, of full-screen windows and docks always.
 /// The events and the screens must outlive it.
 class X11ClientWindows final : public ClientWindows {
   Q_OBJECT
@@ -35,6 +37,8 @@ class X11ClientWindows final : public ClientWindows {
   void ask(quint64 id, X11Atom request, const std::array<quint32, 5>& data) const;
   void refreshLater();
   void refresh();
+  bool needsMoves(const Known& known) const;
+  void followMoves();
   QString sandboxOf(qint64 pid);
   void publish(xcb_window_t active, quint32 desktop);
   QRectF reportedFrame(const Known& known) const;
@@ -44,6 +48,7 @@ class X11ClientWindows final : public ClientWindows {
   QList<xcb_window_t> order_;
   QHash<xcb_window_t, Known> known_;
   QSet<xcb_window_t> stale_;
+  QSet<xcb_window_t> followed_;  ///< Those whose moves are told.
   QHash<qint64, QString> sandboxes_;
   QHash<xcb_window_t, QRect> tiles_;  ///< What was reported of each, in root pixels.
   QList<ClientWindow> windows_;

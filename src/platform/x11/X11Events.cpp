@@ -133,12 +133,17 @@ QList<xcb_window_t> X11Events::watchClients() {
     if (isOurs(window)) continue;
     watched.insert(window);
     if (watched_.contains(window)) continue;
-    const quint32 mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    const auto cookie = xcb_change_window_attributes_checked(connection_, window, XCB_CW_EVENT_MASK, &mask);
-    xcb_discard_reply(connection_, cookie.sequence);  // It may be gone by now, which is no news.
+    watchMoves(window, false);
   }
   watched_ = watched;
   return clients;
+}
+
+void X11Events::watchMoves(xcb_window_t window, bool watched) const {
+  const quint32 mask =
+      watched ? XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY : XCB_EVENT_MASK_PROPERTY_CHANGE;
+  const auto cookie = xcb_change_window_attributes_checked(connection_, window, XCB_CW_EVENT_MASK, &mask);
+  xcb_discard_reply(connection_, cookie.sequence);  // It may be gone by now, which is no news.
 }
 
 void X11Events::askManager(xcb_window_t window, X11Atom request, const std::array<quint32, 5>& data) const {

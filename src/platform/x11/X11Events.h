@@ -38,8 +38,10 @@ class X11Events final : public QObject, public QAbstractNativeEventFilter {
   xcb_timestamp_t userTime() const { return userTime_; }
 
   /// The windows that the window manager looks after, oldest first, ours included. From then on the signals below tell
-  /// of the others' changes.
+  /// of the others' changes, but not of their moves.
   QList<xcb_window_t> watchClients();
+  /// Whether `windowMoved` tells of a window of another program that is watched.
+  void watchMoves(xcb_window_t window, bool watched) const;
   /// Asks the window manager for something about `window`.
   void askManager(xcb_window_t window, X11Atom request, const std::array<quint32, 5>& data) const;
 
