@@ -54,7 +54,7 @@ QColor PaintedButton::ground() const {
 
 void PaintedButton::prepare(QPainter& painter) const {
   painter.setRenderHint(QPainter::Antialiasing);
-  if (!isEnabled()) painter.setOpacity(theme::kDisabledOpacity);
+  if (!isEnabled()) painter.setOpacity(disabledOpacity(look()));
 }
 
 void PaintedButton::keyPressEvent(QKeyEvent* event) {

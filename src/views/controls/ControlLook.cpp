@@ -46,6 +46,10 @@ const QHash<QString, QPainterPath>& marks() {
 
 }  // namespace
 
+double disabledOpacity(const ControlLook& look) {
+  return look.palette.highContrast ? theme::kDisabledContrastOpacity : theme::kDisabledOpacity;
+}
+
 QColor ControlLook::knob() const {
   QColor color = palette.light ? palette.panel.bodyTop : palette.primary;
   color.setAlpha(255);

@@ -46,6 +46,9 @@ std::unique_ptr<FrameClock> makeClockFor(const QWidget& widget);
 /// Makes every control inside `root` take the look anew.
 void announceLook(QWidget& root);
 
+/// How strong a control is that is out of use. With high contrast its words stay at 7 to 1.
+double disabledOpacity(const ControlLook& look);
+
 /// Which of the three strengths of text, the accent, or what says that something is wrong.
 enum class Tone { Primary, Secondary, Tertiary, AccentWord, Fault };
 QColor toneColor(const ControlLook& look, Tone tone);

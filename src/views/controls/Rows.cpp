@@ -206,7 +206,7 @@ void CheckRow::focusInEvent(QFocusEvent* event) {
 void CheckRow::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  if (!isEnabled()) painter.setOpacity(theme::kDisabledOpacity);
+  if (!isEnabled()) painter.setOpacity(disabledOpacity(lookOf(*this)));
   const ControlLook& look = lookOf(*this);
   if (parted_) paintParting(painter, *this, look);
   const Mirroring mirror(*this);

@@ -70,7 +70,7 @@ void Slider::focusInEvent(QFocusEvent* event) {
 void Slider::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  if (!isEnabled()) painter.setOpacity(theme::kDisabledOpacity);
+  if (!isEnabled()) painter.setOpacity(disabledOpacity(lookOf(*this)));
   const ControlLook& look = lookOf(*this);
   const double line = lineWidth();
   const double middle = height() / 2.0;

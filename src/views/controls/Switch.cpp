@@ -54,7 +54,7 @@ void Switch::focusInEvent(QFocusEvent* event) {
 void Switch::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  if (!isEnabled()) painter.setOpacity(theme::kDisabledOpacity);
+  if (!isEnabled()) painter.setOpacity(disabledOpacity(lookOf(*this)));
   const ControlLook& look = lookOf(*this);
   const double at = knob_.value();
   const QRectF box(0, 0, theme::kSwitchWidth, theme::kSwitchHeight);

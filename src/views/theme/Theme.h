@@ -63,6 +63,7 @@ inline constexpr double kPressedScale = 0.97;
 inline constexpr double kDraggedLift = 12;
 inline constexpr double kFocusWidth = 2;
 inline constexpr double kDisabledOpacity = 0.38;
+inline constexpr double kDisabledContrastOpacity = 0.75;
 
 // Motion, in seconds.
 inline constexpr double kFadeSeconds = 0.12;

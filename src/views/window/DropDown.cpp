@@ -122,7 +122,7 @@ QSize DropDown::sizeHint() const {
 void DropDown::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  if (!isEnabled()) painter.setOpacity(theme::kDisabledOpacity);
+  if (!isEnabled()) painter.setOpacity(disabledOpacity(lookOf(*this)));
   const ControlLook& look = lookOf(*this);
   const QColor ground = underMouse() && isEnabled() ? look.palette.buttonHover : look.palette.button;
   drawRounded(painter, rect(), theme::kButtonCorner, ground);

@@ -170,7 +170,7 @@ void LayoutCard::keyPressEvent(QKeyEvent* event) {
 void LayoutCard::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  if (!isEnabled()) painter.setOpacity(theme::kDisabledOpacity);
+  if (!isEnabled()) painter.setOpacity(disabledOpacity(lookOf(*this)));
   const ControlLook& look = lookOf(*this);
   if (size_ != Size::Large)
     paintSmall(painter, look);
