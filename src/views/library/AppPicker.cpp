@@ -1,5 +1,6 @@
 #include "views/library/AppPicker.h"
 
+#include <QAction>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
@@ -62,6 +63,10 @@ AppPicker::AppPicker(InstalledApps& apps, TileIcons icons, QWidget* parent)
     const int row = view_->currentIndex().row();
     if (row >= 0) take(view_->items()[row].id);
   });
+  auto* close = new QAction(this);
+  close->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_W), QKeySequence(Qt::CTRL | Qt::Key_Q)});
+  connect(close, &QAction::triggered, this, &QDialog::reject);
+  addAction(close);
   connect(&apps_, &InstalledApps::changed, this, &AppPicker::refresh);
   refresh();
   field_->setFocus(Qt::PopupFocusReason);
